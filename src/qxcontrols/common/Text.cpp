@@ -1,0 +1,31 @@
+#include "qxcontrols/common/Text.h"
+
+#include <algorithm>
+
+namespace qx {
+
+std::string Hex(Long lValue) {
+    std::string digits;
+    auto rest = static_cast<std::uint32_t>(lValue);
+    do {
+        digits += "0123456789ABCDEF"[rest & 0xFU];
+        rest >>= 4U;
+    } while (rest != 0);
+    std::reverse(digits.begin(), digits.end());
+    return digits;
+}
+
+std::string_view TrueFalse(bool fValue) {
+    return fValue ? "True" : "False";
+}
+
+std::string_view TrimLeft(std::string_view sText) {
+    return sText.substr(std::min(sText.find_first_not_of(' '), sText.size()));
+}
+
+std::string_view Trim(std::string_view sText) {
+    const std::string_view left = TrimLeft(sText);
+    return left.substr(0, left.find_last_not_of(' ') + 1);
+}
+
+} // namespace qx

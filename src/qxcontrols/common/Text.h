@@ -1,0 +1,20 @@
+// Small texts that trace lines and messages are made of.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+// Upper-case hexadecimal without leading zeros; a negative number shows its 32 bits (-1: "FFFFFFFF").
+[[nodiscard]] std::string Hex(Long lValue);
+
+[[nodiscard]] std::string_view TrueFalse(bool fValue); // "True" or "False"
+
+// Without the blanks (character 32) at both ends, or at the left end only.
+[[nodiscard]] std::string_view Trim(std::string_view sText);
+[[nodiscard]] std::string_view TrimLeft(std::string_view sText);
+
+} // namespace qx

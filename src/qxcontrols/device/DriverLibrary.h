@@ -1,0 +1,48 @@
+// DriverLibrary: a configuration driver in a shared library.
+#pragma once
+
+#include "qxcontrols/device/ConfigDriver.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace qx {
+
+class DriverLibrary : public ConfigDriver {
+public:
+    // The library's customary file name on Windows.
+    static constexpr const char* kWindowsFileName = "TANDORQX.DLL";
+
+    // Loads the library and looks up every function that the system calls. Throws std::runtime_error
+    // that names the file, and the function that it lacks or the system's reason.
+    explicit DriverLibrary(const std::filesystem::path& path);
+    ~DriverLibrary() override;
+    DriverLibrary(const DriverLibrary&) = delete;
+    DriverLibrary& operator=(const DriverLibrary&) = delete;
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result) std::int32_t name parameters override;
+#include "qxcontrols/device/DriverFunctions.def"
+    void QXSIM_SetMessagePoster(MessagePoster post) override;
+
+    // A function of the library by name, or null: for what a particular driver offers beyond the
+    // common ones. The type must be the function's own, with QX_DRIVER_CALL.
+    template <typename Function>
+    [[nodiscard]] Function Find(const char* name) const {
+        return reinterpret_cast<Function>(FindAddress(name));
+    }
+
+private:
+    using Address = void (*)();
+    [[nodiscard]] Address FindAddress(const char* name) const;
+    [[nodiscard]] Address Required(const std::filesystem::path& path, const char* name) const;
+
+    struct Closer {
+        void operator()(void* library) const;
+    };
+    struct Functions;
+
+    std::unique_ptr<void, Closer> m_library;
+    std::unique_ptr<Functions> m_functions;
+};
+
+} // namespace qx

@@ -1,0 +1,102 @@
+// ModuleControl: the contract of all controls that own a block of the keyboard's memory.
+//
+// The host assigns the shared services, which stay alive as long as the control, and drives all
+// controls alike. Upload (keyboard to PC): PrepareDataUpload queues what the control needs, the host
+// runs the transfer, DataUpload decodes the image. Download (PC to keyboard): DataDownload encodes
+// into the image, PrepareDataDownload queues, the host runs the transfer. A control whose module the
+// keyboard lacks transfers nothing. No member reports failure to its caller: it shows a message box
+// where the control says so, and traces.
+#pragma once
+
+#include "qxcontrols/common/Event.h"
+#include "qxcontrols/device/KeyboardModuleIDs.h"
+#include "qxcontrols/platform/Platform.h"
+
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+class QXKeyboardAccess;
+class QXKeyboardLayoutData;
+class QXProgSettings;
+
+class ModuleControl {
+public:
+    virtual ~ModuleControl();
+    ModuleControl(const ModuleControl&) = delete;
+    ModuleControl& operator=(const ModuleControl&) = delete;
+
+    // Raised once after any change of what the control shows.
+    Event<> Refreshed;
+
+    // The control's instance name, with which its trace lines begin; the class name at first.
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    void SetName(std::string sName) { m_name = std::move(sName); }
+
+    // The shared services. Null clears. The keyboard is required before any transfer, the layout
+    // for the names of keys; without preferences their defaults hold.
+    void SetKeyboard(QXKeyboardAccess* keyboard);
+    void SetLayoutSource(QXKeyboardLayoutData* layout);
+    void SetPrefSource(QXProgSettings* preferences);
+
+    // The module that the control stands for.
+    [[nodiscard]] KeyboardModuleIDs ConfigID() const { return m_configId; }
+    void SetConfigID(KeyboardModuleIDs eModule) { m_configId = eModule; }
+
+    // Set by the control when its settings are edited; the host resets it.
+    [[nodiscard]] bool DataChanged() const { return m_dataChanged; }
+    void SetDataChanged(bool fChanged) { m_dataChanged = fChanged; }
+
+    // Bytes that a transfer of this control moves.
+    [[nodiscard]] virtual Long TransferSize(bool LoadInKeyboard) const = 0;
+    // Resets all settings to the control's defaults and shows them.
+    virtual void DefaultValues() = 0;
+    virtual void PrepareDataUpload(bool LoadInKeyboard) = 0;
+    virtual void PrepareDataDownload(bool LoadInKeyboard) = 0;
+    virtual void DataUpload(bool LoadInKeyboard) = 0;
+    virtual void DataDownload(bool LoadInKeyboard) = 0;
+
+    // Show again what depends on texts, on the layout's and the preferences' key display settings
+    // and colours, or on the values. Each raises Refreshed.
+    virtual void Translate();
+    virtual void AdjustControls();
+    virtual void ReloadKeySettings();
+    virtual void ReloadColor();
+
+protected:
+    ModuleControl(std::string_view sName, KeyboardModuleIDs eModule, const Platform& platform);
+
+    // Called after the shared service has been assigned.
+    virtual void KeyboardAssigned() {}
+    virtual void LayoutSourceAssigned() {}
+    virtual void PrefSourceAssigned() {}
+
+    // How the assignment of a service is named in the trace; "Keyboard As QXKeyboardAccess".
+    [[nodiscard]] virtual std::string AssignmentText(std::string_view sProperty,
+                                                     std::string_view sType) const;
+
+    // Traces the instance name followed by the text, which begins with its own separator.
+    void TraceNamed(std::string_view sText) const;
+
+    [[nodiscard]] QXKeyboardAccess* Keyboard() const { return m_keyboard; }
+    [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
+    [[nodiscard]] QXProgSettings* PrefSource() const { return m_preferences; }
+    [[nodiscard]] const Platform& Services() const { return m_platform; }
+
+    // The module's base address; -1 without a keyboard too.
+    [[nodiscard]] Long BaseAddress(KeyboardModuleIDs eModule) const;
+
+private:
+    void TraceAssignment(std::string_view sProperty, std::string_view sType, bool fGiven) const;
+
+    std::string m_name;
+    Platform m_platform;
+    KeyboardModuleIDs m_configId;
+    bool m_dataChanged = false;
+    QXKeyboardAccess* m_keyboard = nullptr;
+    QXKeyboardLayoutData* m_layout = nullptr;
+    QXProgSettings* m_preferences = nullptr;
+};
+
+} // namespace qx

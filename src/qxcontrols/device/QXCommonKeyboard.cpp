@@ -1,0 +1,74 @@
+#include "qxcontrols/device/QXCommonKeyboard.h"
+
+#include "qxcontrols/device/QXKeyboardAccess.h"
+
+#include <algorithm>
+
+namespace qx {
+
+namespace {
+
+constexpr Byte kDefaultOutputDelay = 6;
+constexpr Long kBlockSize = 1;
+
+} // namespace
+
+QXCommonKeyboard::QXCommonKeyboard(const Platform& platform)
+    : ModuleControl("QXCommonKeyboard", MODULE_KEYBOARD, platform) {
+    slidOutputDelay.Max = 255;
+    SetOutputDelay(kDefaultOutputDelay);
+}
+
+void QXCommonKeyboard::SetCaptionOutputDelay(std::string sCaption) {
+    lblOutputDelay.Caption = std::move(sCaption);
+    Refreshed.Raise();
+}
+
+void QXCommonKeyboard::SetOutputDelay(Byte bDelay) {
+    m_outputDelay = bDelay;
+    slidOutputDelay.Value = bDelay;
+    lblCurrOutputDelay.Caption = std::to_string(bDelay);
+    Refreshed.Raise();
+}
+
+Long QXCommonKeyboard::TransferSize(bool /*LoadInKeyboard*/) const {
+    return kBlockSize;
+}
+
+void QXCommonKeyboard::DefaultValues() {
+    SetOutputDelay(kDefaultOutputDelay);
+}
+
+void QXCommonKeyboard::PrepareDataUpload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".PrepareDataUpload");
+    const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
+    if (base != -1)
+        Keyboard()->MemRequestAdd(MODULE_KEYBOARD, base, kBlockSize);
+}
+
+void QXCommonKeyboard::PrepareDataDownload(bool LoadInKeyboard) {
+    PrepareDataUpload(LoadInKeyboard);
+}
+
+void QXCommonKeyboard::DataUpload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".DataUpload");
+    const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
+    std::string data;
+    if (base != -1 && Keyboard()->ReadFromMemory(data, base, kBlockSize))
+        SetOutputDelay(static_cast<Byte>(data[0]));
+}
+
+void QXCommonKeyboard::DataDownload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".DataDownload");
+    const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
+    if (base != -1)
+        Keyboard()->WriteByteMemory(m_outputDelay, base);
+}
+
+void QXCommonKeyboard::slidOutputDelay_Change() {
+    SetDataChanged(true);
+    SetOutputDelay(static_cast<Byte>(
+        std::clamp(slidOutputDelay.Value, slidOutputDelay.Min, slidOutputDelay.Max)));
+}
+
+} // namespace qx

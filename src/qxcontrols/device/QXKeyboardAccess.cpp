@@ -1,0 +1,421 @@
+#include "qxcontrols/device/QXKeyboardAccess.h"
+
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/Trace.h"
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+
+namespace qx {
+
+namespace {
+
+constexpr Long kIdentificationAddress = 0x7FC0;
+constexpr Long kIdentificationSize = 32;
+constexpr Long kCapabilityAddress = 0x7FF;
+constexpr Long kStartupDelta = 0;
+
+// The numbers by which the trace names run-time errors.
+int ErrorNumber(const std::exception& error) {
+    if (dynamic_cast<const std::overflow_error*>(&error) != nullptr)
+        return 6;
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return 7;
+    if (dynamic_cast<const std::out_of_range*>(&error) != nullptr)
+        return 9;
+    return 5;
+}
+
+bool IsAllowedInIdentification(char c) {
+    return c == '-' || c == '_' || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+// Whether the text is one character long, in UTF-8.
+bool IsOneCharacter(std::string_view sText) {
+    return std::count_if(sText.begin(), sText.end(),
+                         [](char c) { return (static_cast<Byte>(c) & 0xC0U) != 0x80U; }) == 1;
+}
+
+} // namespace
+
+struct QXKeyboardAccess::CapabilityBit {
+    Byte mask;
+    std::string_view traceLabel;
+    bool& (*flag)(Flags&);
+};
+
+const QXKeyboardAccess::CapabilityBit QXKeyboardAccess::kCapabilityBits[] = {
+    {0x01, "m_fFlagFreeProgKeys     = ", [](Flags& f) -> bool& { return f.freeProgKeys; }},
+    {0x02, "m_fFlagHasV24Connection = ", [](Flags& f) -> bool& { return f.connectionV24; }},
+    {0x04, "m_fFlagChipcardReader   = ", [](Flags& f) -> bool& { return f.chipcardReader; }},
+    {0x08, "m_fFlagBarcodeReader    = ", [](Flags& f) -> bool& { return f.barcodeReader; }},
+    {0x80, "m_fFlagHasMagTrack1     = ", [](Flags& f) -> bool& { return f.magneticTracks[0]; }},
+    {0x40, "m_fFlagHasMagTrack2     = ", [](Flags& f) -> bool& { return f.magneticTracks[1]; }},
+    {0x20, "m_fFlagHasMagTrack3     = ", [](Flags& f) -> bool& { return f.magneticTracks[2]; }},
+    {0x10, "m_fFlagHasMagTrack4     = ", [](Flags& f) -> bool& { return f.magneticTracks[3]; }},
+};
+
+struct QXKeyboardAccess::IdentificationField {
+    std::size_t start; // 1-based
+    std::size_t length;
+    bool stripTrailing;
+    std::string_view traceLabel;
+    std::string QXKeyboardAccess::*value;
+};
+
+const QXKeyboardAccess::IdentificationField QXKeyboardAccess::kIdentificationFields[] = {
+    {1, 16, true, "Keyboard   = ", &QXKeyboardAccess::m_keyboard},
+    {17, 4, false, "Bootloader = ", &QXKeyboardAccess::m_bootloader},
+    {21, 4, false, "Program    = ", &QXKeyboardAccess::m_program},
+    {25, 4, false, "Country    = ", &QXKeyboardAccess::m_country},
+    {29, 4, false, "Config     = ", &QXKeyboardAccess::m_config},
+};
+
+QXKeyboardAccess::QXKeyboardAccess(ConfigDriver& driver, const Platform& platform)
+    : m_driver(driver), m_platform(platform) {
+    Trace("QXKeyboardAccess.UserControl_Initialize");
+}
+
+QXKeyboardAccess::~QXKeyboardAccess() {
+    Trace("QXKeyboardAccess.UserControl_Terminate");
+}
+
+bool QXKeyboardAccess::Init() {
+    if (!InitDriverStage() || !InitConfigurationTableStage()) {
+        InitFailed.Raise(0);
+        return false;
+    }
+    InitKeyboardNamingStage();
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
+        DisableFunctionKeyLayerSelection();
+    return true;
+}
+
+void QXKeyboardAccess::Done() {
+    Trace("The Keyboard.Done");
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
+        EnableFunctionKeyLayerSelection();
+}
+
+bool QXKeyboardAccess::InitDriverStage() {
+    try {
+        InitDriver.Raise();
+        Trace("QXKeyboardAccess.InitDriverWithCommandDelta(" + std::to_string(kStartupDelta) + ")");
+        m_driver.QXCFG_SetCommandDelta(kStartupDelta);
+        InitDriverWithDelta.Raise(kStartupDelta);
+        const Long status = m_driver.QXCFG_Init();
+        if (status != 0) {
+            InitDriverFailed.Raise(status);
+            return false;
+        }
+        InitDriverOK.Raise();
+        return true;
+    } catch (...) { // the stage fails without a further event
+        return false;
+    }
+}
+
+bool QXKeyboardAccess::InitConfigurationTableStage() {
+    try {
+        InitConfigurationTable.Raise();
+        Trace("InitConfigurationTable");
+        const auto size = static_cast<Integer>(m_driver.QXCFG_ConfigDirectorySize());
+        Trace("Number of entries = " + std::to_string(size));
+        if (size == 0) {
+            InitConfigurationTableFailed.Raise(0);
+            return false;
+        }
+        ReadDirectory(size);
+        InitConfigurationTableOK.Raise();
+        return true;
+    } catch (const std::exception& error) {
+        Trace("Error in InitConfigurationTable " + std::to_string(ErrorNumber(error)) + " - " +
+              error.what());
+        return false;
+    }
+}
+
+void QXKeyboardAccess::ReadDirectory(Integer nSize) {
+    for (Integer index = 0; index < nSize; ++index) {
+        Long id = 0;
+        Long address = 0;
+        if (m_driver.QXCFG_ConfigDirectoryGetEntry(index, &id, &address) != 0)
+            continue; // an unreadable entry must not hide the others
+        ConfigDirEntry& entry = m_directory.emplace_back();
+        entry.SetModuleType(static_cast<KeyboardModuleIDs>(static_cast<Integer>(id)));
+        entry.SetStartAddress(address);
+        Trace(std::to_string(index) + " ID = " + std::to_string(entry.ModuleType()) +
+              " : Addr.= " + Hex(address));
+    }
+}
+
+void QXKeyboardAccess::InitKeyboardNamingStage() {
+    InitKeyboardNaming.Raise();
+    m_flags = {};
+    std::string block;
+    if (!ReadFromMemory(block, kIdentificationAddress, kIdentificationSize)) {
+        InitKeyboardNamingFailed.Raise(0);
+        return; // a keyboard without a name can still be configured
+    }
+    for (const IdentificationField& field : kIdentificationFields)
+        this->*field.value = Identification(block, field);
+    for (const IdentificationField& field : kIdentificationFields)
+        Trace(std::string(field.traceLabel) + this->*field.value);
+    InitKeyboardNamingOK.Raise();
+
+    std::string capabilities;
+    if (!ReadFromMemory(capabilities, kCapabilityAddress, 1))
+        return;
+    for (const CapabilityBit& bit : kCapabilityBits)
+        bit.flag(m_flags) = (static_cast<Byte>(capabilities[0]) & bit.mask) != 0;
+    Trace("FLAG-DUMP--------------------------------------");
+    for (const CapabilityBit& bit : kCapabilityBits)
+        Trace(std::string(bit.traceLabel).append(TrueFalse(bit.flag(m_flags))));
+    Trace("-----------------------------------------------");
+}
+
+std::string QXKeyboardAccess::Identification(std::string_view sBlock,
+                                             const IdentificationField& field) const {
+    std::string text;
+    for (char c : sBlock.substr(field.start - 1, field.length)) {
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+        if (IsAllowedInIdentification(c))
+            text += c;
+        else
+            text += m_replacement;
+    }
+    if (field.stripTrailing && IsOneCharacter(m_replacement))
+        while (text.ends_with(m_replacement))
+            text.resize(text.size() - m_replacement.size());
+    return text;
+}
+
+Integer QXKeyboardAccess::DirectorySize() const {
+    return static_cast<Integer>(m_directory.size());
+}
+
+const ConfigDirEntry* QXKeyboardAccess::DirectoryItem(Integer nIndex) const {
+    if (nIndex < 1 || nIndex > DirectorySize()) {
+        Trace("Error in DirectoryItem(" + std::to_string(nIndex) + ")");
+        return nullptr;
+    }
+    return &m_directory[static_cast<std::size_t>(nIndex - 1)];
+}
+
+const ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModule) const {
+    const auto found =
+        std::find_if(m_directory.begin(), m_directory.end(),
+                     [&](const ConfigDirEntry& entry) { return entry.ModuleType() == eModule; });
+    return found == m_directory.end() ? nullptr : &*found;
+}
+
+Long QXKeyboardAccess::GetBaseAddressForModule(KeyboardModuleIDs eModule) const {
+    const ConfigDirEntry* entry = DirectoryItemByModule(eModule);
+    return entry != nullptr ? entry->StartAddress() : -1;
+}
+
+bool QXKeyboardAccess::HasItem(KeyboardModuleIDs eID) const {
+    return DirectoryItemByModule(eID) != nullptr;
+}
+
+bool QXKeyboardAccess::ReadFromMemory(std::string& sData, Long lAddress, Long lSize) {
+    if (lSize < 0 || lSize > kMaxBlockSize)
+        return false;
+    m_readBuffer.resize(kMaxBlockSize);
+    if (m_driver.QXCFG_ImageRead(lAddress, m_readBuffer.data(), lSize) != 0)
+        return false;
+    sData.assign(m_readBuffer, 0, static_cast<std::size_t>(lSize));
+    return true;
+}
+
+bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Long lSize) {
+    Long status = -1;
+    if (lSize >= 0 && lSize <= kMaxBlockSize) {
+        std::string filledUp;
+        if (sData.size() < static_cast<std::size_t>(lSize)) {
+            filledUp.assign(sData);
+            filledUp.resize(static_cast<std::size_t>(lSize), ' ');
+        }
+        const char* data = filledUp.empty() ? sData.data() : filledUp.data();
+        status = m_driver.QXCFG_ImageWrite(lAddress, data, lSize);
+    }
+    Trace("WriteIntoMemory : Address = " + Hex(lAddress) + "  Size = " +
+          std::to_string(sData.size()) + " Err = " + std::to_string(status));
+    return status == 0;
+}
+
+Byte QXKeyboardAccess::ReadByteFromMem(Long lAddress) {
+    char buffer[2] = {};
+    const bool ok = m_driver.QXCFG_ImageRead(lAddress, buffer, 1) == 0;
+    return ok ? static_cast<Byte>(buffer[0]) : Byte{0};
+}
+
+bool QXKeyboardAccess::WriteByteMemory(Byte bValue, Long lAddress) {
+    const char buffer = static_cast<char>(bValue);
+    const Long status = m_driver.QXCFG_ImageWrite(lAddress, &buffer, 1);
+    Trace("WriteByteMemory (" + Hex(lAddress) + ") = " + Hex(bValue));
+    return status == 0;
+}
+
+Byte QXKeyboardAccess::ReadByteFromImage(Long lAddress) {
+    Byte value = 0;
+    return m_driver.QXCFG_ImageReadByte(lAddress, &value) == 0 ? value : Byte{0};
+}
+
+void QXKeyboardAccess::WriteByteIntoImage(Long lAddress, const Byte& bByte) {
+    m_driver.QXCFG_ImageWriteByte(lAddress, bByte);
+}
+
+Integer QXKeyboardAccess::ReadIntFromImage(Long lAddress) {
+    Integer value = 0;
+    return m_driver.QXCFG_ImageReadInt(lAddress, &value) == 0 ? value : Integer{0};
+}
+
+void QXKeyboardAccess::WriteIntIntoImage(Long lAddress, const Integer& nInt) {
+    m_driver.QXCFG_ImageWriteInt(lAddress, nInt);
+}
+
+Long QXKeyboardAccess::ReadLongFromImage(Long lAddress) {
+    Long value = 0;
+    return m_driver.QXCFG_ImageReadLong(lAddress, &value) == 0 ? value : 0;
+}
+
+void QXKeyboardAccess::WriteLongIntoImage(Long lAddress, const Long& lLong) {
+    m_driver.QXCFG_ImageWriteLong(lAddress, lLong);
+}
+
+void QXKeyboardAccess::DataTransferPrepare() {
+    MemRequestClean();
+}
+
+void QXKeyboardAccess::MemRequestClean() {
+    Trace("QXKeyboardAccess.MemRequestClean()");
+    m_driver.QXCFG_MemRequestClean();
+}
+
+void QXKeyboardAccess::MemRequestAdd(KeyboardModuleIDs eModule, Long lAddress, Long lSize) {
+    using Limits = std::numeric_limits<Integer>;
+    if (eModule < Limits::min() || eModule > Limits::max())
+        throw std::overflow_error("module id " + std::to_string(eModule) + " exceeds 16 bits");
+    m_driver.QXCFG_MemRequestAdd(static_cast<Integer>(eModule), lAddress, lSize);
+}
+
+Long QXKeyboardAccess::Upload() {
+    Trace("QXKeyboardAccess.Upload");
+    return m_driver.QXCFG_ImageLoad();
+}
+
+Long QXKeyboardAccess::Download() {
+    Trace("QXKeyboardAccess.Download");
+    return m_driver.QXCFG_ImageSave();
+}
+
+void QXKeyboardAccess::DataTransferFixUp() {
+    MemRequestClean();
+}
+
+void QXKeyboardAccess::SetNotificationValues(Long theWindow, Long lMsg, Long lWhat) {
+    m_driver.QXCFG_TransferNotification(theWindow, lMsg, lWhat);
+}
+
+Long QXKeyboardAccess::FileOperation(std::string_view sProcedure,
+                                     Long (ConfigDriver::*operation)(char*),
+                                     const std::string& sFilename) {
+    Trace("QXKeyboardAccess." + std::string(sProcedure) + "(" + sFilename + ")");
+    std::string name = sFilename; // the driver may write into its argument
+    return (m_driver.*operation)(name.data());
+}
+
+Long QXKeyboardAccess::SaveRomIntoFile(const std::string& sFilename) {
+    return FileOperation("SaveRomIntoFile", &ConfigDriver::QXCFG_KeyboardRomSave, sFilename);
+}
+
+Long QXKeyboardAccess::LoadRomFromFile(const std::string& sFilename) {
+    return FileOperation("LoadRomFromFile", &ConfigDriver::QXCFG_KeyboardRomLoad, sFilename);
+}
+
+Long QXKeyboardAccess::SaveChipcardRomIntoFile(const std::string& sFilename) {
+    return FileOperation("SaveChipcardRomIntoFile", &ConfigDriver::QXCFG_KeyboardChipcardRomSave,
+                         sFilename);
+}
+
+Long QXKeyboardAccess::LoadChipcardRomFromFile(const std::string& sFilename) {
+    return FileOperation("LoadChipcardRomFromFile", &ConfigDriver::QXCFG_KeyboardChipcardRomLoad,
+                         sFilename);
+}
+
+Long QXKeyboardAccess::SaveParameterIntoFile(const std::string& sFilename) {
+    return FileOperation("SaveParameterIntoFile", &ConfigDriver::QXCFG_KeyboardParamSave,
+                         sFilename);
+}
+
+Long QXKeyboardAccess::LoadParameterFromFile(const std::string& sFilename) {
+    return FileOperation("LoadParameterFromFile", &ConfigDriver::QXCFG_KeyboardParamLoad,
+                         sFilename);
+}
+
+void QXKeyboardAccess::SetChipcardRomParameters(Integer nBaudRateIndex, Integer nComPort) {
+    m_driver.QXCFG_ChipcardIOParam(nBaudRateIndex, nComPort);
+}
+
+Long QXKeyboardAccess::ConvertBinFileToRomFile(const std::string& sBinFilename,
+                                               const std::string& sDestFilename, Long lParam1,
+                                               Long lParam2, Long lParam3) {
+    std::string source = sBinFilename;
+    std::string destination = sDestFilename;
+    return m_driver.QXCFG_ConvertBinFileIntoRomFile(source.data(), destination.data(), lParam1,
+                                                    lParam2, lParam3);
+}
+
+bool QXKeyboardAccess::PositionModeSwitched(std::string_view sProcedure, Long lStatus) {
+    Trace(std::string(sProcedure) + (lStatus == 0 ? " OK" : " FAILED"));
+    return lStatus == 0;
+}
+
+bool QXKeyboardAccess::EnablePositionProgMode() {
+    return PositionModeSwitched("EnablePositionProgMode", m_driver.QXCFG_EnablePositionMode());
+}
+
+bool QXKeyboardAccess::DisablePositionProgMode() {
+    return PositionModeSwitched("DisablePositionProgMode", m_driver.QXCFG_DisablePositionMode());
+}
+
+bool QXKeyboardAccess::IsPositionProgMode() {
+    return m_driver.QXCFG_IsPositionMode() == 0;
+}
+
+Long QXKeyboardAccess::GetPositionCodeKey() {
+    return m_driver.QXCFG_GetPositionKey();
+}
+
+void QXKeyboardAccess::SelectFunctionKeyLayer(Integer nLayer) {
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
+        m_driver.QXCFG_SelectLayer(nLayer);
+}
+
+void QXKeyboardAccess::EnableFunctionKeyLayerSelection() {
+    Trace("QXKeyboardAccess.EnableFunctionKeyLayerSelection");
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
+        m_driver.QXCFG_EnableLayerSelection();
+}
+
+void QXKeyboardAccess::DisableFunctionKeyLayerSelection() {
+    Trace("QXKeyboardAccess.DisableFunctionKeyLayerSelection");
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
+        m_driver.QXCFG_DisableLayerSelection();
+}
+
+void QXKeyboardAccess::WaitSeconds(Long lSeconds) {
+    if (lSeconds < 1)
+        return;
+    if (lSeconds > std::numeric_limits<Long>::max() / 1000)
+        throw std::overflow_error("a wait of " + std::to_string(lSeconds) + " seconds");
+    const auto milliseconds = static_cast<std::uint32_t>(lSeconds) * 1000U;
+    const std::uint32_t start = m_platform.tickCounter->GetTickCount();
+    while (m_platform.tickCounter->GetTickCount() - start <= milliseconds) // right across a wrap
+        m_platform.pendingMessages->Process();
+}
+
+} // namespace qx

@@ -1,0 +1,171 @@
+// QXKeyboardAccess: the service through which everything else reaches the keyboard.
+//
+// The host creates one for a driver, calls Init, and hands it to every module control. It alone calls
+// the driver, on the thread of its caller. Transfers are allowed after a successful Init; Done is
+// called before the host closes. Members report failure by their result and a trace line, never by an
+// exception, except where they say so.
+#pragma once
+
+#include "qxcontrols/common/Event.h"
+#include "qxcontrols/device/ConfigDirEntry.h"
+#include "qxcontrols/device/ConfigDriver.h"
+#include "qxcontrols/platform/Platform.h"
+
+#include <deque>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+class QXKeyboardAccess {
+public:
+    // The most bytes that one block operation moves.
+    static constexpr Long kMaxBlockSize = 64000;
+
+    // The driver and the services of the platform stay alive as long as this object.
+    explicit QXKeyboardAccess(ConfigDriver& driver, const Platform& platform = {});
+    ~QXKeyboardAccess();
+    QXKeyboardAccess(const QXKeyboardAccess&) = delete;
+    QXKeyboardAccess& operator=(const QXKeyboardAccess&) = delete;
+
+    // Start-up: opens the driver, reads the directory (appending to what is there), reads names and
+    // flags. True when the keyboard is ready, which it also is when its names cannot be read.
+    bool Init();
+    // Gives the keyboard's own layer keys back. The driver stays open.
+    void Done();
+
+    // The start-up's progress. lErrID is the driver's status in InitDriverFailed, else 0.
+    Event<> InitDriver;
+    Event<Long> InitDriverWithDelta; // lDelta
+    Event<> InitDriverOK;
+    Event<Long> InitDriverFailed; // lErrID
+    Event<> InitConfigurationTable;
+    Event<> InitConfigurationTableOK;
+    Event<Long> InitConfigurationTableFailed; // lErrID
+    Event<> InitKeyboardNaming;
+    Event<> InitKeyboardNamingOK;
+    Event<Long> InitKeyboardNamingFailed; // lErrID
+    Event<> InitOK;                       // never raised: success is the result of Init
+    Event<Long> InitFailed;               // lErrID
+
+    // The keyboard's identification, as of the last Init: upper case, every character but A to Z,
+    // 0 to 9, "-" and "_" replaced. The name lost its trailing replacements, the others keep four
+    // characters.
+    [[nodiscard]] const std::string& Keyboard() const { return m_keyboard; }
+    [[nodiscard]] const std::string& Bootloader() const { return m_bootloader; }
+    [[nodiscard]] const std::string& Program() const { return m_program; }
+    [[nodiscard]] const std::string& Config() const { return m_config; }
+    [[nodiscard]] const std::string& Country() const { return m_country; }
+
+    // What the keyboard has, as of the last Init.
+    [[nodiscard]] bool FlagFreeProgrammableKeys() const { return m_flags.freeProgKeys; }
+    [[nodiscard]] bool FlagConnectionV24() const { return m_flags.connectionV24; }
+    [[nodiscard]] bool FlagChicpcardReader() const { return m_flags.chipcardReader; }
+    [[nodiscard]] bool FlagBarcodeReader() const { return m_flags.barcodeReader; }
+    [[nodiscard]] bool FlagMagneticTrack1() const { return m_flags.magneticTracks[0]; }
+    [[nodiscard]] bool FlagMagneticTrack2() const { return m_flags.magneticTracks[1]; }
+    [[nodiscard]] bool FlagMagneticTrack3() const { return m_flags.magneticTracks[2]; }
+    [[nodiscard]] bool FlagMagneticTrack4() const { return m_flags.magneticTracks[3]; }
+
+    // Stands in for what an identification may not hold; "x" at first, may be empty.
+    [[nodiscard]] const std::string& ReplacmentChar() const { return m_replacement; }
+    void SetReplacmentChar(std::string sReplacement) { m_replacement = std::move(sReplacement); }
+    // Stored only: start-up hands 0 to the driver.
+    void SetCommandDelta(Long lDelta) { m_commandDelta = lDelta; }
+
+    // The configuration directory. Positions count from 1; a lookup by id finds the first match.
+    [[nodiscard]] Integer DirectorySize() const;
+    [[nodiscard]] const ConfigDirEntry* DirectoryItem(Integer nIndex) const; // null when absent
+    [[nodiscard]] const ConfigDirEntry* DirectoryItemByModule(KeyboardModuleIDs eModule) const;
+    [[nodiscard]] Long GetBaseAddressForModule(KeyboardModuleIDs eModule) const; // -1 when absent
+    [[nodiscard]] bool HasItem(KeyboardModuleIDs eID) const;
+
+    // Blocks of the configuration image, one character per byte, 0 to kMaxBlockSize bytes; another
+    // size fails. A failed read leaves sData as it is. A write of less data than lSize is filled up
+    // with blanks.
+    bool ReadFromMemory(std::string& sData, Long lAddress, Long lSize);
+    bool WriteIntoMemory(std::string_view sData, Long lAddress, Long lSize);
+    [[nodiscard]] Byte ReadByteFromMem(Long lAddress); // 0 when the driver refuses
+    bool WriteByteMemory(Byte bValue, Long lAddress);
+
+    // Single numbers of the image, in the driver's byte order; 0 when the driver refuses to read.
+    [[nodiscard]] Byte ReadByteFromImage(Long lAddress);
+    void WriteByteIntoImage(Long lAddress, const Byte& bByte);
+    [[nodiscard]] Integer ReadIntFromImage(Long lAddress);
+    void WriteIntIntoImage(Long lAddress, const Integer& nInt);
+    [[nodiscard]] Long ReadLongFromImage(Long lAddress);
+    void WriteLongIntoImage(Long lAddress, const Long& lLong);
+
+    // The transfer. Upload moves the requested stretches from the keyboard into the image, Download
+    // from the image into the keyboard; both return the driver's status (0: success).
+    void DataTransferPrepare();
+    void MemRequestClean();
+    // Throws std::overflow_error when the id does not fit 16 bits.
+    void MemRequestAdd(KeyboardModuleIDs eModule, Long lAddress, Long lSize);
+    [[nodiscard]] Long Upload();
+    [[nodiscard]] Long Download();
+    void DataTransferFixUp();
+    // Which message transfers post to which window, to report their progress.
+    void SetNotificationValues(Long theWindow, Long lMsg, Long lWhat = -1);
+
+    // Files of the driver's own formats; all return the driver's status (0: success).
+    [[nodiscard]] Long SaveRomIntoFile(const std::string& sFilename);
+    [[nodiscard]] Long LoadRomFromFile(const std::string& sFilename);
+    [[nodiscard]] Long SaveChipcardRomIntoFile(const std::string& sFilename);
+    [[nodiscard]] Long LoadChipcardRomFromFile(const std::string& sFilename);
+    [[nodiscard]] Long SaveParameterIntoFile(const std::string& sFilename);
+    [[nodiscard]] Long LoadParameterFromFile(const std::string& sFilename);
+    void SetChipcardRomParameters(Integer nBaudRateIndex, Integer nComPort);
+    [[nodiscard]] Long ConvertBinFileToRomFile(const std::string& sBinFilename,
+                                               const std::string& sDestFilename, Long lParam1,
+                                               Long lParam2, Long lParam3);
+
+    // Position-programming mode: the keyboard reports which key was pressed instead of typing.
+    bool EnablePositionProgMode();
+    bool DisablePositionProgMode();
+    [[nodiscard]] bool IsPositionProgMode();
+    [[nodiscard]] Long GetPositionCodeKey(); // the last key pressed; 0, -1 and -2: none
+
+    // The function-key layer; without MODULE_LAYERED_FUNCKEYS nothing happens.
+    void SelectFunctionKeyLayer(Integer nLayer);
+    void EnableFunctionKeyLayerSelection();
+    void DisableFunctionKeyLayerSelection();
+
+    // Waits the given seconds while the host handles its pending messages; returns at once below 1.
+    // Throws std::overflow_error when the milliseconds do not fit 32 bits.
+    void WaitSeconds(Long lSeconds);
+
+private:
+    struct Flags {
+        bool freeProgKeys = false;
+        bool connectionV24 = false;
+        bool chipcardReader = false;
+        bool barcodeReader = false;
+        bool magneticTracks[4] = {};
+    };
+    struct CapabilityBit;
+    struct IdentificationField;
+    static const CapabilityBit kCapabilityBits[];
+    static const IdentificationField kIdentificationFields[];
+
+    bool InitDriverStage();
+    bool InitConfigurationTableStage();
+    void InitKeyboardNamingStage();
+    void ReadDirectory(Integer nSize);
+    [[nodiscard]] std::string Identification(std::string_view sBlock,
+                                             const IdentificationField& field) const;
+    Long FileOperation(std::string_view sProcedure, Long (ConfigDriver::*operation)(char*),
+                       const std::string& sFilename);
+    bool PositionModeSwitched(std::string_view sProcedure, Long lStatus);
+
+    ConfigDriver& m_driver;
+    Platform m_platform;
+    std::string m_replacement = "x";
+    Long m_commandDelta = 0;
+    std::string m_keyboard, m_bootloader, m_program, m_country, m_config;
+    Flags m_flags;
+    std::deque<ConfigDirEntry> m_directory; // keeps its entries in place while it grows
+    std::string m_readBuffer; // kMaxBlockSize bytes, so that a failed read leaves its target alone
+};
+
+} // namespace qx

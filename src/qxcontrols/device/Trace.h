@@ -1,0 +1,17 @@
+// The trace: one-line texts by which the controls report their progress to developers.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+namespace qx {
+
+// Takes one complete text, returns nothing, never fails. Discards the text unless a sink is set.
+void Trace(std::string_view sText);
+
+using TraceSink = std::function<void(std::string_view)>;
+
+// Sends all later texts to `sink`; an empty one discards them again. What a sink throws is dropped.
+void SetTraceSink(TraceSink sink);
+
+} // namespace qx

@@ -1,0 +1,61 @@
+// KeySequence: the key codes that a programmable key, a header or a terminator sends.
+//
+// A code below 128 presses the key of that id, a code of 128 or more releases the key with the id
+// less 128. The codes are kept as text, three characters a code: the decimal number, padded with
+// blanks on the left ("  5200 13" are the codes 5, 200 and 13).
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <string>
+
+namespace qx {
+
+class KeySequence {
+public:
+    // Characters that one code takes in KeyString.
+    static constexpr Integer kFieldWidth = 3;
+
+    // Appends a code. Throws std::invalid_argument when it does not fit three characters (1000 or
+    // more, -100 or less), std::overflow_error past 32767 codes; the sequence then stays as it is.
+    void AddByte(Integer nValue);
+    // Removes the last code, if there is one.
+    void ClearLast();
+    // Removes all codes; the position code and the tags stay.
+    void Clear();
+
+    [[nodiscard]] Integer Length() const { return m_length; }
+    // The code (despite the name) at place nIndex, counted from 1; 0 outside the sequence.
+    [[nodiscard]] Integer GetPositionCode(Integer nIndex) const;
+
+    // The codes as text. Any text is taken as it is; its length in codes is a third of its
+    // characters, rounded to the nearest whole number. Throws std::overflow_error past 32767.
+    [[nodiscard]] const std::string& KeyString() const { return m_keyString; }
+    void SetKeyString(std::string sKeyString);
+
+    // The key to which the sequence belongs; 0: none.
+    [[nodiscard]] Integer PositionCode() const { return m_positionCode; }
+    void SetPositionCode(Integer nPositionCode) { m_positionCode = nPositionCode; }
+
+    // For the owner's use.
+    [[nodiscard]] Long Tag1() const { return m_tag1; }
+    void SetTag1(Long lTag) { m_tag1 = lTag; }
+    [[nodiscard]] Long Tag2() const { return m_tag2; }
+    void SetTag2(Long lTag) { m_tag2 = lTag; }
+
+    // Takes over everything of oSource; nothing when there is none.
+    void CopyContent(const KeySequence* oSource);
+
+private:
+    std::string m_keyString;
+    Integer m_length = 0;
+    Integer m_positionCode = 0;
+    Long m_tag1 = 0;
+    Long m_tag2 = 0;
+};
+
+// The number in the three-character field of sKeyString that starts at `offset`; leading blanks do
+// not count, and a field that is no number reads as 0.
+[[nodiscard]] Integer CodeAt(const std::string& sKeyString, std::size_t offset);
+
+} // namespace qx

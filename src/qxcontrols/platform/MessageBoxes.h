@@ -1,0 +1,17 @@
+// The host's message boxes.
+#pragma once
+
+#include <string_view>
+
+namespace qx {
+
+class MessageBoxes {
+public:
+    virtual ~MessageBoxes() = default;
+
+    // Shows the text with an OK button and returns when the user has seen it. The default shows
+    // nothing: a host that wants the boxes hands in its own.
+    virtual void Show(std::string_view /*sText*/) {}
+};
+
+} // namespace qx

@@ -1,0 +1,27 @@
+#include "qxcontrols/platform/Platform.h"
+
+namespace qx {
+
+namespace {
+
+struct Defaults {
+    TickCounter tickCounter;
+    PendingMessages pendingMessages;
+    MessageBoxes messageBoxes;
+    WaitPointer waitPointer;
+    GuidCreator guidCreator;
+};
+
+Defaults& TheDefaults() {
+    static Defaults defaults; // without state, so that all hosts may share them
+    return defaults;
+}
+
+} // namespace
+
+Platform::Platform()
+    : tickCounter(&TheDefaults().tickCounter), pendingMessages(&TheDefaults().pendingMessages),
+      messageBoxes(&TheDefaults().messageBoxes), waitPointer(&TheDefaults().waitPointer),
+      guidCreator(&TheDefaults().guidCreator) {}
+
+} // namespace qx

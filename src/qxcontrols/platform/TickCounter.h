@@ -1,0 +1,17 @@
+// The machine's tick counter.
+#pragma once
+
+#include <cstdint>
+
+namespace qx {
+
+class TickCounter {
+public:
+    virtual ~TickCounter() = default;
+
+    // Milliseconds since some fixed moment; wraps to 0 after 2^32 - 1. The default reads the
+    // standard library's steady clock.
+    [[nodiscard]] virtual std::uint32_t GetTickCount();
+};
+
+} // namespace qx

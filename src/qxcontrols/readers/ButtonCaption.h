@@ -1,0 +1,25 @@
+// ButtonCaption: the texts of one push button.
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace qx {
+
+class ButtonCaption {
+public:
+    ButtonCaption() = default;
+    ButtonCaption(std::string sCaption, std::string sToolTip)
+        : m_caption(std::move(sCaption)), m_toolTip(std::move(sToolTip)) {}
+
+    [[nodiscard]] const std::string& Caption() const { return m_caption; }
+    void SetCaption(std::string sCaption) { m_caption = std::move(sCaption); }
+    [[nodiscard]] const std::string& ToolTip() const { return m_toolTip; }
+    void SetToolTip(std::string sToolTip) { m_toolTip = std::move(sToolTip); }
+
+private:
+    std::string m_caption;
+    std::string m_toolTip;
+};
+
+} // namespace qx

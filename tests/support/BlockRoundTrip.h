@@ -1,0 +1,69 @@
+// BlockRoundTrip: one engine for the blocks of all module controls; a new block costs one row.
+//
+// A test program that links BlockRoundTrip.cpp instantiates the suite with its rows:
+//     INSTANTIATE_TEST_SUITE_P(Pos, BlockRoundTrip, testing::Values(PosRow()), RowName);
+#pragma once
+
+#include "qxcontrols/keys/KeySequence.h"
+#include "support/TestKeyboard.h"
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <random>
+
+namespace qx::test {
+
+struct GoldenBytes {
+    KeyboardModuleIDs module;
+    std::size_t offset;
+    std::string bytes;
+};
+
+struct BlockRow {
+    std::string name;
+    std::vector<FakeDriver::Entry> directory;
+    // A control as its host would set it up, without its keyboard.
+    std::function<std::unique_ptr<ModuleControl>(const Platform&)> make;
+    // Gives the control the settings whose bytes are in `golden`, written out by hand.
+    std::function<void(ModuleControl&)> fill;
+    std::vector<GoldenBytes> golden;
+    // Gives the control any settings that its block can hold.
+    std::function<void(ModuleControl&, std::mt19937&)> randomise;
+    // The settings that the block stores, as text, for comparison.
+    std::function<std::string(const ModuleControl&)> describe;
+};
+
+class BlockRoundTrip : public testing::TestWithParam<BlockRow> {
+protected:
+    [[nodiscard]] std::unique_ptr<ModuleControl> Make() {
+        auto control = GetParam().make(keyboard.Services());
+        control->SetKeyboard(&keyboard.access);
+        return control;
+    }
+    [[nodiscard]] std::string Describe(const ModuleControl& control) const {
+        return GetParam().describe(control);
+    }
+
+    TestKeyboard keyboard{GetParam().directory};
+};
+
+inline std::string RowName(const testing::TestParamInfo<BlockRow>& info) {
+    return info.param.name;
+}
+
+// Sets the sequence to `length` random codes from 1 to 255.
+inline void Randomise(KeySequence& sequence, std::mt19937& random, Integer length) {
+    sequence.Clear();
+    for (Integer i = 0; i < length; ++i)
+        sequence.AddByte(static_cast<Integer>(1 + random() % 255));
+}
+
+// Sets the sequence to these codes.
+inline void SetCodes(KeySequence& sequence, std::initializer_list<int> codes) {
+    sequence.Clear();
+    for (const int code : codes)
+        sequence.AddByte(static_cast<Integer>(code));
+}
+
+} // namespace qx::test
