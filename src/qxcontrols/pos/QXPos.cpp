@@ -135,8 +135,7 @@ void QXPos::ShowBlocks() {
 }
 
 void QXPos::PaintKeys() {
-    const Long colorUnused =
-        PrefSource() != nullptr ? PrefSource()->POSColorUnused() : kColorUnused;
+    const Long colorUnused = ColorUnused(PrefSource());
     for (Integer key = 1; key <= POSKeyboard::kSlots; ++key)
         posDisplay.SetAsUnused(key, colorUnused);
     for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
