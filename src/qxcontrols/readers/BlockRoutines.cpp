@@ -37,4 +37,11 @@ Byte PackBits(const std::array<bool, 8>& flags) {
     return static_cast<Byte>(byte);
 }
 
+void EncodeFixedBits(std::span<const FixedBits> table, std::string& block) {
+    for (const FixedBits& fixed : table) {
+        char& byte = block[static_cast<std::size_t>(fixed.offset)];
+        byte = static_cast<char>((static_cast<Byte>(byte) & ~fixed.mask) | fixed.value);
+    }
+}
+
 } // namespace qx
