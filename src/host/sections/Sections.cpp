@@ -9,6 +9,8 @@ using Maker = std::unique_ptr<Section> (*)(const Platform&);
 constexpr Maker kMakers[] = {
     MakeCommonKeyboardSection,
     MakeMagnetCardSection,
+    MakeLayeredFuncKeysSection,
+    MakePosSection,
 };
 
 } // namespace
