@@ -1,6 +1,8 @@
 // ButtonCaption: the texts of one push button.
 #pragma once
 
+#include "qxcontrols/common/ChildControls.h"
+
 #include <string>
 #include <utility>
 
@@ -16,6 +18,12 @@ public:
     void SetCaption(std::string sCaption) { m_caption = std::move(sCaption); }
     [[nodiscard]] const std::string& ToolTip() const { return m_toolTip; }
     void SetToolTip(std::string sToolTip) { m_toolTip = std::move(sToolTip); }
+
+    // Puts the texts on the button.
+    void ShowOn(Button& button) const {
+        button.Caption = m_caption;
+        button.ToolTip = m_toolTip;
+    }
 
 private:
     std::string m_caption;

@@ -1,0 +1,29 @@
+// Between UTF-8, in which all texts are, and UTF-16, in which the keyboard stores descriptions.
+//
+// The conversions take anything: what is ill-formed becomes the replacement character U+FFFD, so
+// that their results are well-formed always.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+// Whether the text is UTF-8 by Unicode's definition: the shortest form of each character, none of
+// them a surrogate or beyond U+10FFFF.
+[[nodiscard]] bool IsWellFormedUtf8(std::string_view sText);
+
+// One replacement character for each byte that begins no character.
+[[nodiscard]] std::u16string Utf16FromUtf8(std::string_view sText);
+
+// One replacement character for each surrogate that is not half of a pair.
+[[nodiscard]] std::string Utf8FromUtf16(std::u16string_view units);
+
+[[nodiscard]] constexpr bool IsHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+[[nodiscard]] constexpr bool IsLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+} // namespace qx

@@ -1,0 +1,36 @@
+// FuncKeyLayer: one layer of the layered function keys, a sequence and a description for each key.
+#pragma once
+
+#include "qxcontrols/keys/KeySequence.h"
+
+#include <array>
+#include <string>
+
+namespace qx {
+
+// Keys are numbered 0 to 23; all members throw std::out_of_range for another one.
+class FuncKeyLayer {
+public:
+    static constexpr Integer kKeys = 24;
+
+    // The description, UTF-8 of any length; the keyboard keeps its first 64 UTF-16 units.
+    [[nodiscard]] const std::string& GetKeyDesc(Integer nKeyID) const;
+    void SetKeyDesc(Integer nKeyID, std::string sDesc);
+    // The key's sequence, which the layer owns.
+    [[nodiscard]] KeySequence& GetKey(Integer nKeyID);
+    [[nodiscard]] const KeySequence& GetKey(Integer nKeyID) const;
+    // Empties all sequences; the descriptions stay.
+    void CleanLayer();
+
+private:
+    struct FuncKey {
+        KeySequence sequence;
+        std::string description;
+    };
+    [[nodiscard]] const FuncKey& At(Integer nKeyID) const;
+    [[nodiscard]] FuncKey& At(Integer nKeyID);
+
+    std::array<FuncKey, kKeys> m_keys;
+};
+
+} // namespace qx

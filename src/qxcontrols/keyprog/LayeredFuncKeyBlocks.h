@@ -1,0 +1,52 @@
+// The three areas of the keyboard's memory in which the layered function keys are stored: the
+// sequences, the configuration's identifier and the keys' descriptions.
+//
+// The identifier and the descriptions consist of numbers of 16 and 32 bits, which are in the byte
+// order of the driver; so these go through the keyboard access, number by number.
+#pragma once
+
+#include "qxcontrols/keyprog/FuncKeyLayer.h"
+#include "qxcontrols/platform/GuidCreator.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+class QXKeyboardAccess;
+
+inline constexpr Integer kFuncKeyLayers = 10;
+using FuncKeyLayers = std::array<FuncKeyLayer, kFuncKeyLayers>;
+
+inline constexpr Long kFuncKeySlotSize = 128;
+inline constexpr Long kFuncKeySequencesSize =
+    kFuncKeyLayers * FuncKeyLayer::kKeys * kFuncKeySlotSize;
+inline constexpr Long kFuncKeyGuidSize = 16;
+inline constexpr Integer kFuncKeyDescLength = 64; // UTF-16 units
+inline constexpr Long kFuncKeyDescAddress = 70000;
+inline constexpr Long kFuncKeyDescSize =
+    kFuncKeyLayers * FuncKeyLayer::kKeys * kFuncKeyDescLength * 2;
+
+// Where a key's slot begins in the sequences' area.
+[[nodiscard]] constexpr Long FuncKeySlotOffset(Integer nLayer, Integer nKeyID) {
+    return (nLayer * FuncKeyLayer::kKeys + nKeyID) * kFuncKeySlotSize;
+}
+// The bytes of its slot that a sequence uses, with the 0 that ends it; 0 for an empty sequence.
+[[nodiscard]] Long UsedSlotSize(const KeySequence& sequence);
+
+// The sequences' area, of kFuncKeySequencesSize bytes.
+[[nodiscard]] std::string EncodeFuncKeySequences(const FuncKeyLayers& layers);
+void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers);
+
+// The identifier at its area's base address. What the driver refuses to read is 0.
+[[nodiscard]] Guid ReadFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress);
+void WriteFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress, const Guid& guid);
+
+// The descriptions at kFuncKeyDescAddress. A description is written cut to kFuncKeyDescLength
+// units, one less where a character beyond the BMP would be cut in two; it is read up to the first
+// 0, a lone surrogate as U+FFFD.
+void ReadFuncKeyDescriptions(QXKeyboardAccess& keyboard, FuncKeyLayers& layers);
+void WriteFuncKeyDescriptions(QXKeyboardAccess& keyboard, const FuncKeyLayers& layers);
+
+} // namespace qx

@@ -1,0 +1,48 @@
+#include "qxcontrols/pos/POSKeyboard.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace qx {
+
+const POSBlock& POSKeyboard::Block(Integer nIndex) const {
+    if (nIndex < 1 || nIndex > kSlots)
+        throw std::out_of_range("POS block " + std::to_string(nIndex) + " is not one of 1 to 105");
+    return m_blocks[static_cast<std::size_t>(nIndex - 1)];
+}
+
+POSBlock& POSKeyboard::Block(Integer nIndex) {
+    return const_cast<POSBlock&>(std::as_const(*this).Block(nIndex));
+}
+
+Integer POSKeyboard::FindBlockForKey(Integer nKey) const {
+    const auto found = std::find_if(m_blocks.begin(), m_blocks.end(),
+                                    [nKey](const POSBlock& block) { return block.HasKey(nKey); });
+    return found == m_blocks.end() ? Integer{0}
+                                   : static_cast<Integer>(found - m_blocks.begin() + 1);
+}
+
+void POSKeyboard::CalcDefinedBlockNum() {
+    m_blockNum = static_cast<Integer>(
+        std::count_if(m_blocks.begin(), m_blocks.end(),
+                      [](const POSBlock& block) { return block.BlockSize() > 0; }));
+}
+
+void POSKeyboard::CleanAllBlocks() {
+    for (POSBlock& block : m_blocks) {
+        block.Clean();
+        block.Sequence().Clear();
+    }
+    m_blockNum = 0;
+}
+
+void POSKeyboard::CopyContent(const POSKeyboard* oSource) {
+    if (oSource == nullptr)
+        return;
+    m_blocks = oSource->m_blocks;
+    CalcDefinedBlockNum();
+}
+
+} // namespace qx

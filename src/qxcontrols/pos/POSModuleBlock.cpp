@@ -1,0 +1,136 @@
+#include "qxcontrols/pos/POSModuleBlock.h"
+
+#include "qxcontrols/readers/BlockRoutines.h"
+
+#include <array>
+#include <stdexcept>
+
+namespace qx {
+
+namespace {
+
+constexpr Integer kKeys = POSKeyboard::kSlots;
+
+// The fields of one key's record.
+struct Field {
+    Long offset;
+    Long size;
+};
+constexpr Field kGroup{0, 1};
+constexpr Field kSequence{kGroup.offset + kGroup.size, 31};
+constexpr Long kRecordSize = kSequence.offset + kSequence.size;
+static_assert(kRecordSize * kKeys == kPOSModuleBlockSize);
+
+// What the group byte says, besides a group's number.
+constexpr Byte kSingleKey = 0;
+constexpr Byte kUnassigned = 255;
+
+// How many colours the blocks take in turn.
+constexpr Integer kColors = 10;
+
+// One number for each key index, or for each group, from 1 to 105.
+class NumberTable {
+public:
+    explicit NumberTable(const char* what) : m_what(what) {}
+
+    Integer& operator[](Integer nIndex) {
+        if (nIndex < 1 || nIndex > kKeys)
+            throw std::out_of_range(std::string(m_what) + " " + std::to_string(nIndex) +
+                                    " is not one of 1 to 105");
+        return m_numbers[static_cast<std::size_t>(nIndex - 1)];
+    }
+
+private:
+    const char* m_what;
+    std::array<Integer, kKeys> m_numbers{};
+};
+
+Long RecordStart(Integer nKey) {
+    return (nKey - 1) * kRecordSize;
+}
+
+Byte ByteOf(std::string_view sBlock, Integer nKey, const Field& field) {
+    return static_cast<Byte>(sBlock[static_cast<std::size_t>(RecordStart(nKey) + field.offset)]);
+}
+
+void ReadSequence(std::string_view sBlock, Integer nKey, KeySequence& sequence) {
+    Long position = RecordStart(nKey) + kSequence.offset;
+    BytesToSequence(sequence, position, kSequence.size, sBlock);
+}
+
+std::string Record(Byte group, const KeySequence& sequence) {
+    return std::string(1, static_cast<char>(group)) + SequenceToBytes(sequence, kSequence.size);
+}
+
+} // namespace
+
+std::string EncodePOSModuleBlock(const POSKeyboard& keyboard) {
+    NumberTable groupOfKey("POS key");
+    NumberTable majorOfSlot("POS block");
+    Integer groups = 0;
+    for (Integer slot = 1; slot <= kKeys; ++slot) {
+        const POSBlock& block = keyboard.Block(slot);
+        if (block.BlockSize() == 0)
+            continue;
+        groupOfKey[slot] = ++groups;
+        majorOfSlot[slot] = slot;
+        for (Integer i = 1; i <= block.BlockSize(); ++i)
+            groupOfKey[block.GetKey(i)] = groups;
+    }
+
+    std::string data;
+    data.reserve(kPOSModuleBlockSize);
+    for (Integer key = 1; key <= kKeys; ++key) {
+        const auto group = static_cast<Byte>(groupOfKey[key]);
+        const POSBlock& block = keyboard.Block(key);
+        if (group == 0)
+            data += Record(kUnassigned, {});
+        else if (majorOfSlot[key] == 0)
+            data += Record(group, {});
+        else
+            data += Record(block.BlockSize() == 1 ? kSingleKey : group, block.Sequence());
+    }
+    return data;
+}
+
+void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard) {
+    Integer nextId = 0;
+    for (Integer key = 1; key <= kKeys; ++key) {
+        keyboard.Block(key).Clean();
+        keyboard.Block(key).Sequence().Clear();
+        const Byte group = ByteOf(sBlock, key, kGroup);
+        if (group != kSingleKey && group != kUnassigned && group > nextId)
+            nextId = static_cast<Integer>(group + 1);
+    }
+
+    NumberTable firstKeyOfGroup("POS group");
+    Integer color = 0;
+    const auto openBlock = [&](Integer key, Integer blockId) {
+        POSBlock& block = keyboard.Block(key);
+        block.SetBlockID(blockId);
+        block.SetColorID(color);
+        block.AddKey(key);
+        color = static_cast<Integer>((color + 1) % kColors);
+    };
+    for (Integer key = 1; key <= kKeys; ++key) {
+        const Byte group = ByteOf(sBlock, key, kGroup);
+        if (group == kUnassigned)
+            continue;
+        if (group == kSingleKey) {
+            openBlock(key, nextId++);
+            ReadSequence(sBlock, key, keyboard.Block(key).Sequence());
+            continue;
+        }
+        Integer& first = firstKeyOfGroup[group];
+        if (first == 0) {
+            first = key;
+            openBlock(key, group);
+        } else {
+            keyboard.Block(first).AddKey(key);
+        }
+        if (ByteOf(sBlock, key, kSequence) > 0) // the major key's record supplies it
+            ReadSequence(sBlock, key, keyboard.Block(first).Sequence());
+    }
+}
+
+} // namespace qx

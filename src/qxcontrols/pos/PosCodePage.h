@@ -1,0 +1,40 @@
+// PosCodePage: one code page, 256 bytes, from a file on the PC or from the keyboard.
+//
+// Page positions count from 1 to 256; a new page is all zeros.
+#pragma once
+
+#include "qxcontrols/platform/Platform.h"
+
+#include <array>
+#include <string>
+
+namespace qx {
+
+class QXKeyboardAccess;
+
+class PosCodePage {
+public:
+    static constexpr Integer kSize = 256;
+
+    // The services of the platform stay alive as long as this object.
+    explicit PosCodePage(const Platform& platform = {}) : m_platform(platform) {}
+
+    // The byte at page position nIndex; 0 outside 1 to 256.
+    [[nodiscard]] Byte GetByte(Integer nIndex) const;
+    // Whether all bytes are the same; false when there is no other page.
+    [[nodiscard]] bool IsEqualPage(const PosCodePage* oPage) const;
+
+    // Takes the page from the first 256 bytes of a file, whose path is UTF-8. False when the file
+    // cannot be opened or is shorter; the page then keeps the bytes read so far.
+    bool LoadPageFromFile(const std::string& sPath);
+    // Takes the page from the keyboard, in a transfer of its own that empties the request list.
+    // Shows the wait pointer meanwhile. False without a keyboard. The transfer's status is not
+    // looked at: a byte that the driver refuses to read is 0.
+    bool LoadPageFromKeyboard(QXKeyboardAccess* oKeyboard);
+
+private:
+    Platform m_platform;
+    std::array<Byte, kSize> m_bytes{};
+};
+
+} // namespace qx

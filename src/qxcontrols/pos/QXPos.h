@@ -1,0 +1,83 @@
+// QXPos: the control of the POS module, keys that act together as blocks.
+//
+// The control owns the model and shows it on a key grid; the blocks themselves are edited in the
+// POS programmer, which the host opens when the control asks for it. The transfer is the same
+// whatever LoadInKeyboard says. An upload replaces the whole model; when it meets a group that no
+// keyboard writes, the keys before it stay uploaded, the others are free. A model with a key that
+// the module lacks is not downloaded.
+#pragma once
+
+#include "qxcontrols/common/ChildControls.h"
+#include "qxcontrols/device/ModuleControl.h"
+#include "qxcontrols/pos/POSCodeMapping.h"
+#include "qxcontrols/pos/POSKeyboard.h"
+#include "qxcontrols/pos/QXPosDisplay.h"
+#include "qxcontrols/readers/ButtonCaption.h"
+
+namespace qx {
+
+class QXPos : public ModuleControl {
+public:
+    explicit QXPos(const Platform& platform = {});
+
+    // The user asks for the POS programmer, or to clean all blocks. The flags are preset to True:
+    // without an answer nothing changes. A host that changes the model sets fCancelEdit to False
+    // once the programmer is closed.
+    Event<bool&> POSEditorRequested; // fCancelEdit
+    Event<bool&> RemoveAllBlocks;    // fCancelRemoving
+
+    // The model. Who changes it in place calls CalcDefinedBlockNum and ReloadKeySettings after.
+    [[nodiscard]] POSKeyboard& PosData() { return m_posData; }
+    [[nodiscard]] const POSKeyboard& PosData() const { return m_posData; }
+    void SetPosData(const POSKeyboard& data);
+    // From the grid's key indexes to the layout's position codes.
+    [[nodiscard]] const POSCodeMapping& CodeMap() const { return m_codeMap; }
+    void SetCodeMap(const POSCodeMapping& map) { m_codeMap = map; }
+
+    // Texts, shown by the next Translate.
+    [[nodiscard]] const std::string& NumBlocksCaption() const { return m_numBlocksCaption; }
+    void SetNumBlocksCaption(std::string sCaption) { m_numBlocksCaption = std::move(sCaption); }
+    [[nodiscard]] ButtonCaption& ButtonEdit() { return m_buttonEdit; }
+    void SetButtonEdit(const ButtonCaption& caption) { m_buttonEdit = caption; }
+    [[nodiscard]] ButtonCaption& ButtonCleanAll() { return m_buttonCleanAll; }
+    void SetButtonCleanAll(const ButtonCaption& caption) { m_buttonCleanAll = caption; }
+
+    [[nodiscard]] Long TransferSize(bool LoadInKeyboard) const override;
+    // No blocks at all.
+    void DefaultValues() override;
+    void PrepareDataUpload(bool LoadInKeyboard) override;
+    void PrepareDataDownload(bool LoadInKeyboard) override;
+    void DataUpload(bool LoadInKeyboard) override;
+    void DataDownload(bool LoadInKeyboard) override;
+    void Translate() override;
+    // Both paint the grid from the model, every key with its block's id in its block's colour.
+    void ReloadKeySettings() override;
+    void ReloadColor() override;
+
+    QXPosDisplay posDisplay;
+    Label lblNumBlocks; // NumBlocksCaption
+    Label lblBlockNum;  // the number of blocks
+    Button cmdEdit;
+    Button cmdCleanAll;
+
+    void cmdEdit_Click();
+    void cmdCleanAll_Click();
+
+protected:
+    void PrefSourceAssigned() override;
+    [[nodiscard]] std::string AssignmentText(std::string_view sProperty,
+                                             std::string_view sType) const override;
+
+private:
+    void PaintKeys();
+    void PaintBlock(const POSBlock& block, Long lColor);
+    void ShowBlocks();
+
+    POSKeyboard m_posData;
+    POSCodeMapping m_codeMap;
+    std::string m_numBlocksCaption;
+    ButtonCaption m_buttonEdit;
+    ButtonCaption m_buttonCleanAll;
+};
+
+} // namespace qx

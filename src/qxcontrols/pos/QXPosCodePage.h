@@ -1,0 +1,29 @@
+// QXPosCodePage: tells whether the keyboard carries the code page that the PC has.
+//
+// The invisible control owns one page of each origin; the host loads them and shows the outcome.
+#pragma once
+
+#include "qxcontrols/pos/PosCodePage.h"
+
+namespace qx {
+
+class QXPosCodePage {
+public:
+    explicit QXPosCodePage(const Platform& platform = {});
+    ~QXPosCodePage();
+    QXPosCodePage(const QXPosCodePage&) = delete;
+    QXPosCodePage& operator=(const QXPosCodePage&) = delete;
+
+    [[nodiscard]] PosCodePage& KeyboardPage() { return m_keyboardPage; }
+    void SetKeyboardPage(const PosCodePage& page) { m_keyboardPage = page; }
+    [[nodiscard]] PosCodePage& FilePage() { return m_filePage; }
+    void SetFilePage(const PosCodePage& page) { m_filePage = page; }
+
+    [[nodiscard]] bool PagesAreEqual() const { return m_keyboardPage.IsEqualPage(&m_filePage); }
+
+private:
+    PosCodePage m_keyboardPage;
+    PosCodePage m_filePage;
+};
+
+} // namespace qx

@@ -1,0 +1,98 @@
+#include "qxcontrols/pos/QXPosDisplay.h"
+
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/Trace.h"
+
+#include <utility>
+
+namespace qx {
+
+namespace {
+
+constexpr Integer kOrdinaryFontSize = 8;
+constexpr Integer kCurrentFontSize = 10;
+
+bool IsKey(Integer nIndex) {
+    return nIndex >= QXPosDisplay::kMinKey && nIndex <= QXPosDisplay::kMaxKey;
+}
+
+void SetTexts(PosButton& button, Integer nFontSize, bool fBold, std::string sCaption,
+              std::string sToolTip) {
+    button.FontSize = nFontSize;
+    button.FontBold = fBold;
+    button.Caption = std::move(sCaption);
+    button.ToolTip = std::move(sToolTip);
+}
+
+} // namespace
+
+QXPosDisplay::QXPosDisplay() {
+    Trace("QXPosDisplay.UserControl_Initialize");
+}
+
+QXPosDisplay::~QXPosDisplay() {
+    Trace("QXPosDisplay.UserControl_Terminate");
+}
+
+template <typename Change>
+void QXPosDisplay::ChangeKey(Integer nIndex, Change change) {
+    if (!IsKey(nIndex))
+        return;
+    change(cmdPOS[static_cast<std::size_t>(nIndex)]);
+    if (!m_painting)
+        Refreshed.Raise();
+}
+
+void QXPosDisplay::SetKeyCaption(Integer nIndex, std::string sCaption, std::string sToolTip) {
+    ChangeKey(nIndex, [&](PosButton& button) {
+        SetTexts(button, kOrdinaryFontSize, false, std::move(sCaption), std::move(sToolTip));
+    });
+}
+
+void QXPosDisplay::SetAsUnused(Integer nIndex, Long lColor) {
+    ChangeKey(nIndex, [&](PosButton& button) {
+        SetTexts(button, kOrdinaryFontSize, false, {}, {});
+        button.BackColor = lColor;
+    });
+}
+
+void QXPosDisplay::SetAsCurrentCaption(Integer nIndex, std::string sCaption, std::string sToolTip) {
+    ChangeKey(nIndex, [&](PosButton& button) {
+        SetTexts(button, kCurrentFontSize, true, std::move(sCaption), std::move(sToolTip));
+        m_focus = nIndex;
+    });
+}
+
+void QXPosDisplay::SetKeyColor(Integer nIndex, Long lColor) {
+    ChangeKey(nIndex, [&](PosButton& button) { button.BackColor = lColor; });
+}
+
+void QXPosDisplay::SetCursor(Integer nIndex) {
+    ChangeKey(nIndex, [&](PosButton&) { m_focus = nIndex; });
+}
+
+bool QXPosDisplay::IsUsedKey(Integer nIndex) const {
+    return IsKey(nIndex) && !Trim(cmdPOS[static_cast<std::size_t>(nIndex)].Caption).empty();
+}
+
+void QXPosDisplay::PaintTogether(const std::function<void()>& paint) {
+    const bool inside = std::exchange(m_painting, true);
+    try {
+        paint();
+    } catch (...) {
+        m_painting = inside;
+        throw;
+    }
+    m_painting = inside;
+    if (!m_painting)
+        Refreshed.Raise();
+}
+
+void QXPosDisplay::cmdPOS_Click(Integer Index) {
+    if (!IsKey(Index))
+        return;
+    SetCursor(Index);
+    KeyClicked.Raise(Index);
+}
+
+} // namespace qx
