@@ -38,11 +38,13 @@ struct BitField {
     Setting setting;
 };
 
-// Bits of a byte that are written as `value`, whatever the settings, and not read.
+// Bits that are written as `value`, whatever the settings, and not read: of the byte at `offset`,
+// or of several alike from there on.
 struct FixedBits {
     Integer offset;
     Byte mask;
     Byte value;
+    Integer count = 1;
 };
 
 // Proves at compile time that the tables of a block of `Size` bytes leave no bit out and claim none
@@ -58,7 +60,8 @@ public:
             m_claimed[byte] = static_cast<Byte>(m_claimed[byte] | mask);
     }
     constexpr void Claim(const FixedBits& fixed) {
-        Claim(fixed.offset, fixed.mask);
+        for (Integer i = 0; i < fixed.count; ++i)
+            Claim(static_cast<Integer>(fixed.offset + i), fixed.mask);
         m_faulty = m_faulty || (fixed.value & ~fixed.mask) != 0;
     }
     template <typename Setting>
