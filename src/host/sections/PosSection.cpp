@@ -45,7 +45,7 @@ private:
             fields.Keys(kKeys, KeysOf(block), kFirstKey, kLastKey, [this](Integer nKey) {
                 return Long{Control().CodeMap().GetPositionCodeForKey(nKey)};
             });
-        fields.Sequence({"sequence", ""}, block.Sequence(), kPOSModuleSequenceSize);
+        fields.Sequence({"sequence", ""}, block.Sequence(), kPOSSequenceSize);
         if (!fields.IsReading())
             return;
         if (const std::string fault = FaultOf(keys, nSlot); !fault.empty())
