@@ -27,7 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void Fail(const fs::path& path, const std::string& what, const std::error_code& reason) {
+[[noreturn]] void Fail(const fs::path& path, const std::string& what,
+                       const std::error_code& reason) {
     throw std::runtime_error(path.string() + " " + what + ": " + reason.message());
 }
 
@@ -218,8 +219,9 @@ bool FileLock::TryLock() {
         return true;
 #ifdef _WIN32
     OVERLAPPED place{};
-    m_isHeld = LockFileEx(reinterpret_cast<HANDLE>(m_handle),
-                          LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0;
+    m_isHeld =
+        LockFileEx(reinterpret_cast<HANDLE>(m_handle),
+                   LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0;
 #else
     m_isHeld = flock(static_cast<int>(m_handle), LOCK_EX | LOCK_NB) == 0;
 #endif
@@ -230,7 +232,8 @@ bool FileLock::TryLock() {
 fs::path ExecutableFolder() {
     std::wstring name(MAX_PATH, L'\0');
     for (;;) {
-        const DWORD size = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+        const DWORD size =
+            GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
         if (size < name.size())
             return fs::path(name.substr(0, size)).parent_path();
         name.resize(2 * name.size());

@@ -19,9 +19,9 @@ namespace qx::files {
 // what exists and is no ordinary file is refused.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
 
-// A claim to a file, kept against other programs and against other claims of this one. What is locked
-// is a file beside it, with ".lock" at the end of its name, which stays; so the file itself can be
-// replaced meanwhile.
+// A claim to a file, kept against other programs and against other claims of this one. What is
+// locked is a file beside it, with ".lock" at the end of its name, which stays; so the file itself
+// can be replaced meanwhile.
 class FileLock {
 public:
     // Names the file, which need not exist. Throws when the lock file cannot be made.

@@ -4,13 +4,15 @@
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "qxcontrols/readers/MagneticBlocks.h"
+#include "simulator/LittleEndian.h"
 #include "simulator/SealedFile.h"
+#include "simulator/Status.h"
+
+#include <utility>
 
 namespace qx::sim {
 
 namespace {
-
-constexpr std::size_t kParts = 4; // model, memory, program, chipcard program
 
 std::string FactoryBarcodeConfig() {
     BarcodeSettings settings;
@@ -21,94 +23,81 @@ std::string FactoryBarcodeConfig() {
 
 std::string FactoryMagnetConfig() {
     constexpr char kOutputDelay = 6;
-    MagneticSettings settings;
-    for (MagneticTrack& track : settings.tracks)
-        SetTrackDefaults(track);
+    constexpr std::string_view kSwitches = "\xFF\x0F\x7E"; // everything on
+    static_assert(kSwitches.size() == static_cast<std::size_t>(kMagneticSwitchesSize));
     std::string area(static_cast<std::size_t>(kMagneticSwitchesOffset), '\0');
     area[0] = kOutputDelay;
-    return area + EncodeMagneticSwitches(settings);
+    return area += kSwitches;
 }
 
 std::string FactoryGuid() {
     const Guid guid = GuidCreator().CreateSafeGuid();
-    std::string area;
-    for (unsigned shift = 0; shift < 32; shift += 8)
-        area += static_cast<char>(static_cast<Byte>(guid.first >> shift));
-    for (const std::uint16_t field : {guid.second, guid.third})
-        for (unsigned shift = 0; shift < 16; shift += 8)
-            area += static_cast<char>(static_cast<Byte>(field >> shift));
-    for (const Byte byte : guid.rest)
-        area += static_cast<char>(byte);
-    return area;
+    return LittleEndian(guid.first) + LittleEndian(guid.second) + LittleEndian(guid.third) +
+           std::string(guid.rest.begin(), guid.rest.end());
+}
+
+std::string FactoryPOS() {
+    return EncodePOSModuleBlock(POSKeyboard());
 }
 
 // What a module's area holds at first, where that is not all zeros.
-struct FactoryContent {
+struct FactoryArea {
     KeyboardModuleIDs module;
     std::string (*make)();
 };
-
-constexpr FactoryContent kFactoryContents[] = {
+constexpr FactoryArea kFactoryAreas[] = {
     {MODULE_MAGNET_CONFIG, FactoryMagnetConfig},
     {MODULE_BARCODE_CONFIG, FactoryBarcodeConfig},
     {MODULE_GUID, FactoryGuid},
-    {MODULE_POS, [] { return EncodePOSModuleBlock(POSKeyboard()); }},
+    {MODULE_POS, FactoryPOS},
 };
+
+KeyboardMemory::Content FactoryContent(const KeyboardModel& model) {
+    KeyboardMemory::Content content;
+    content.memory.assign(static_cast<std::size_t>(KeyboardMemory::kSize), '\0');
+    for (const KeyboardModel::Entry& entry : model.directory)
+        for (const FactoryArea& factory : kFactoryAreas)
+            if (factory.module == entry.module) {
+                const std::string area = factory.make();
+                content.memory.replace(static_cast<std::size_t>(entry.address), area.size(), area);
+            }
+    content.program = model.name + " program " + model.program;
+    content.chipcardProgram = model.name + " chipcard program " + model.program;
+    return content;
+}
 
 } // namespace
 
-std::string FactoryMemory(const KeyboardModel& model) {
-    std::string memory(static_cast<std::size_t>(KeyboardMemory::kSize), '\0');
-    for (const KeyboardModel::Entry& entry : model.directory)
-        for (const FactoryContent& content : kFactoryContents) {
-            if (content.module != entry.module)
-                continue;
-            const std::string area = content.make();
-            const auto address = static_cast<std::size_t>(entry.address);
-            if (address + area.size() > memory.size())
-                throw std::runtime_error("/directory: " + std::string(NameOf(entry.module)) +
-                                         " reaches beyond the memory");
-            memory.replace(address, area.size(), area);
-        }
-    return memory;
-}
-
-KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const std::string& modelText)
-    : m_file(file), m_lock(file), m_modelText(modelText) {
+KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model)
+    : m_file(file), m_lock(file), m_model(model) {
     if (!m_lock.TryLock())
-        throw KeyboardInUse(file.string() + " is being used by another program");
+        throw Failure(Status::KeyboardInUse, file.string() + " is being used by another program");
     if (std::filesystem::exists(file))
         Load();
     else
-        MakeNew();
-}
-
-void KeyboardMemory::MakeNew() {
-    m_model = KeyboardModel::FromJson(m_modelText);
-    memory = FactoryMemory(m_model);
-    Save();
+        Store(FactoryContent(model));
 }
 
 void KeyboardMemory::Load() {
     const std::string bytes = files::ReadFile(m_file);
     try {
-        auto parts = Split(Unseal(kKeyboardFile, bytes), kParts);
-        m_modelText = std::move(parts[0]);
-        memory = std::move(parts[1]);
-        program = std::move(parts[2]);
-        chipcardProgram = std::move(parts[3]);
-        if (memory.size() != static_cast<std::size_t>(kSize))
-            throw std::runtime_error("the memory has " + std::to_string(memory.size()) + " bytes");
-        m_model = KeyboardModel::FromJson(m_modelText);
+        auto parts = Unseal(kKeyboardFile, bytes);
+        m_model = KeyboardModel::FromJson(std::move(parts[0]));
+        m_content = {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])};
+        if (m_content.memory.size() != static_cast<std::size_t>(kSize))
+            throw std::runtime_error("its memory has " + std::to_string(m_content.memory.size()) +
+                                     " bytes");
     } catch (const std::exception& error) {
-        throw KeyboardFileInvalid(m_file.string() + ": not usable as a simulated keyboard: " +
-                                  error.what());
+        throw Failure(Status::KeyboardInvalid,
+                      m_file.string() + " is not usable as a simulated keyboard: " + error.what());
     }
 }
 
-void KeyboardMemory::Save() const {
+void KeyboardMemory::Store(Content content) {
     files::WriteFileAtomically(
-        m_file, Seal(kKeyboardFile, Join({m_modelText, memory, program, chipcardProgram})));
+        m_file, Seal(kKeyboardFile,
+                     {m_model.json, content.memory, content.program, content.chipcardProgram}));
+    m_content = std::move(content);
 }
 
 } // namespace qx::sim

@@ -1,10 +1,13 @@
-// KeyboardModel: what a simulated keyboard is: its identification, what it has, and where.
+// KeyboardModel: what kind of keyboard a simulated one is: its identification, what it has, and
+// where.
+//
+// Models are JSON files. They are read strictly, so that a mistake in one is not taken for a
+// property of the keyboard. Some models are built into the program.
 #pragma once
 
 #include "qxcontrols/device/KeyboardModuleIDs.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace qx::sim {
@@ -15,22 +18,24 @@ struct KeyboardModel {
         Long address;
     };
 
-    std::string name;                               // at most 16 characters
+    std::string name;                                 // at most 16 characters
     std::string bootloader, program, country, config; // at most 4 characters each
-    Byte capabilities = 0;                          // as in the keyboard's capability byte
-    std::string layout;                             // file name of the keyboard layout
-    std::vector<Entry> directory;
+    Byte capabilities = 0;                            // as in the keyboard's capability byte
+    std::string layout;                               // file name of the keyboard's layout
+    std::vector<Entry> directory;                     // areas that do not meet
+    std::string json;                                 // all of the above, as it was read
 
-    // Reads a model strictly. Throws std::runtime_error that names the place (a JSON pointer).
-    [[nodiscard]] static KeyboardModel FromJson(std::string_view json);
-
-    // The text of the shipped model of that name, or of the file at that path. Throws
-    // std::runtime_error when there is neither.
-    [[nodiscard]] static std::string TextOf(const std::string& nameOrPath);
-    // The names of the shipped models.
+    // The model of that text. Throws std::runtime_error that names the place, as a JSON pointer, or
+    // as an offset where the text is no JSON.
+    [[nodiscard]] static KeyboardModel FromJson(std::string json);
+    // The built-in model of that name, else the model in the file of that path. Throws
+    // std::runtime_error that names the model, and what is wrong with it.
+    [[nodiscard]] static KeyboardModel ByName(const std::string& nameOrPath);
+    // The names of the built-in models.
     [[nodiscard]] static std::vector<std::string> Names();
 
-    // The 32 bytes at 0x7FC0.
+    [[nodiscard]] bool Has(KeyboardModuleIDs eModule) const;
+    // The keyboard's identification, as it lies in the image.
     [[nodiscard]] std::string IdentificationBlock() const;
 };
 

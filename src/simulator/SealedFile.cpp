@@ -1,21 +1,24 @@
 #include "simulator/SealedFile.h"
 
-#include <cstdint>
+#include "simulator/LittleEndian.h"
+
 #include <stdexcept>
 
 namespace qx::sim {
 
 namespace {
 
-constexpr std::size_t kKindSize = 8;
-constexpr std::size_t kNumberSize = 4;
-constexpr std::size_t kSizeOffset = kKindSize;
-constexpr std::size_t kChecksumOffset = kSizeOffset + kNumberSize;
-constexpr std::size_t kContentOffset = kChecksumOffset + kNumberSize;
+using Size = std::uint32_t;
 
-std::uint32_t Crc32(std::string_view bytes) {
-    constexpr std::uint32_t kPolynomial = 0xEDB88320U;
-    std::uint32_t crc = 0xFFFFFFFFU;
+constexpr std::size_t kVersionOffset = kKeyboardFile.letters.size();
+constexpr std::size_t kSizeOffset = kVersionOffset + kSealVersion.size();
+constexpr std::size_t kChecksumOffset = kSizeOffset + sizeof(Size);
+constexpr std::size_t kContentOffset = kChecksumOffset + sizeof(Size);
+static_assert(kContentOffset == 16);
+
+Size Crc32(std::string_view bytes) {
+    constexpr Size kPolynomial = 0xEDB88320U;
+    Size crc = 0xFFFFFFFFU;
     for (const char byte : bytes) {
         crc ^= static_cast<Byte>(byte);
         for (int bit = 0; bit < 8; ++bit)
@@ -24,67 +27,52 @@ std::uint32_t Crc32(std::string_view bytes) {
     return ~crc;
 }
 
-std::string Number(std::size_t value) {
-    std::string bytes;
-    for (unsigned shift = 0; shift < 32; shift += 8)
-        bytes += static_cast<char>(static_cast<Byte>(value >> shift));
-    return bytes;
+[[noreturn]] void Refuse(std::size_t offset, const std::string& message) {
+    throw std::runtime_error("offset " + std::to_string(offset) + ": " + message);
 }
 
-std::size_t NumberAt(std::string_view bytes, std::size_t offset) {
-    std::size_t value = 0;
-    for (std::size_t i = 0; i < kNumberSize; ++i)
-        value |= std::size_t{static_cast<Byte>(bytes[offset + i])} << (8 * i);
-    return value;
+// The content of the file, when all that is said about it is true.
+std::string_view Content(const SealedKind& kind, std::string_view bytes) {
+    if (!bytes.starts_with(kind.letters))
+        Refuse(0, "not a file of " + std::string(kind.name));
+    if (bytes.size() < kContentOffset)
+        Refuse(bytes.size(), "the file ends too early");
+    const std::string_view version = bytes.substr(kVersionOffset, kSealVersion.size());
+    if (version != kSealVersion)
+        Refuse(kVersionOffset, "the version is not " + std::string(kSealVersion));
+    const std::string_view content = bytes.substr(kContentOffset);
+    const auto size = FromLittleEndian<Size>(bytes.data() + kSizeOffset);
+    if (content.size() != size)
+        Refuse(kSizeOffset, std::to_string(size) + " bytes of content are announced, " +
+                                std::to_string(content.size()) + " are there");
+    if (FromLittleEndian<Size>(bytes.data() + kChecksumOffset) != Crc32(content))
+        Refuse(kChecksumOffset, "the checksum does not fit the content");
+    return content;
 }
 
 } // namespace
 
-std::string Seal(std::string_view kind, std::string_view content) {
-    return std::string(kind) + Number(content.size()) + Number(Crc32(content)) +
-           std::string(content);
+std::string Seal(const SealedKind& kind, const std::vector<std::string>& parts) {
+    std::string content;
+    for (const std::string& part : parts)
+        content += LittleEndian(static_cast<Size>(part.size())) + part;
+    return std::string(kind.letters) + std::string(kSealVersion) +
+           LittleEndian(static_cast<Size>(content.size())) + LittleEndian(Crc32(content)) + content;
 }
 
-std::string Unseal(std::string_view kind, std::string_view bytes) {
-    if (!bytes.starts_with(kind))
-        throw std::runtime_error("offset 0: not a file of the kind " + std::string(kind));
-    if (bytes.size() < kContentOffset)
-        throw std::runtime_error("offset " + std::to_string(bytes.size()) +
-                                 ": the file ends within its head");
-    const std::string_view content = bytes.substr(kContentOffset);
-    const std::size_t size = NumberAt(bytes, kSizeOffset);
-    if (content.size() != size)
-        throw std::runtime_error("offset " + std::to_string(kSizeOffset) + ": " +
-                                 std::to_string(size) + " bytes of content are announced, " +
-                                 std::to_string(content.size()) + " are there");
-    if (NumberAt(bytes, kChecksumOffset) != Crc32(content))
-        throw std::runtime_error("offset " + std::to_string(kChecksumOffset) +
-                                 ": the checksum does not fit the content");
-    return std::string(content);
-}
-
-std::string Join(const std::vector<std::string>& texts) {
-    std::string joined;
-    for (const std::string& text : texts)
-        joined += Number(text.size()) + text;
-    return joined;
-}
-
-std::vector<std::string> Split(std::string_view joined, std::size_t count) {
-    std::vector<std::string> texts;
-    std::size_t offset = 0;
-    while (texts.size() < count && joined.size() - offset >= kNumberSize) {
-        const std::size_t size = NumberAt(joined, offset);
-        offset += kNumberSize;
-        if (size > joined.size() - offset)
+std::vector<std::string> Unseal(const SealedKind& kind, std::string_view bytes) {
+    std::string_view rest = Content(kind, bytes);
+    std::vector<std::string> parts;
+    while (parts.size() < kind.parts && rest.size() >= sizeof(Size)) {
+        const auto size = FromLittleEndian<Size>(rest.data());
+        if (size > rest.size() - sizeof(Size))
             break;
-        texts.emplace_back(joined.substr(offset, size));
-        offset += size;
+        parts.emplace_back(rest.substr(sizeof(Size), size));
+        rest.remove_prefix(sizeof(Size) + size);
     }
-    if (texts.size() != count || offset != joined.size())
-        throw std::runtime_error("offset " + std::to_string(kContentOffset + offset) +
-                                 ": the parts do not add up");
-    return texts;
+    if (parts.size() != kind.parts || !rest.empty())
+        Refuse(bytes.size() - rest.size(), "the parts do not add up");
+    return parts;
 }
 
 } // namespace qx::sim

@@ -1,76 +1,91 @@
 #include "simulator/SimulatedDriver.h"
 
-#include "simulator/SealedFile.h"
+#include "simulator/LittleEndian.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
-#include <type_traits>
+#include <stdexcept>
 #include <utility>
 
 namespace qx::sim {
 
 namespace {
 
-constexpr Long kIdentificationAddress = 0x7FC0;
-constexpr Long kCapabilityAddress = 0x7FF;
 constexpr Long kTransferStep = 256; // bytes between two progress messages
-constexpr Integer kLayers = 10;
 
 bool IsInMemory(Long lAddress, Long lSize) {
-    return lAddress >= 0 && lSize >= 0 && lAddress <= KeyboardMemory::kSize - lSize;
+    return lAddress >= 0 && lSize >= 0 && lAddress <= kMemorySize - lSize;
+}
+
+// The keyboard's memory, after a check.
+const std::string& Checked(const std::string& memory, Long lAddress, std::size_t size) {
+    if (size > memory.size() || !IsInMemory(lAddress, static_cast<Long>(size)))
+        throw std::out_of_range(std::to_string(size) + " bytes at " + std::to_string(lAddress) +
+                                " reach out of the keyboard's memory");
+    return memory;
 }
 
 } // namespace
 
 SimulatedDriver::SimulatedDriver(std::filesystem::path file, const std::string& modelNameOrPath)
-    : m_file(std::move(file)), m_modelText(KeyboardModel::TextOf(modelNameOrPath)) {
-    try {
-        (void)FactoryMemory(KeyboardModel::FromJson(m_modelText));
-    } catch (const std::exception& error) {
-        throw std::runtime_error("the model " + modelNameOrPath + " is invalid: " + error.what());
-    }
-}
+    : m_file(std::move(file)), m_newModel(KeyboardModel::ByName(modelNameOrPath)) {}
 
 std::string SimulatedDriver::Layout() const {
     return m_keyboard ? m_keyboard->Model().layout : std::string();
 }
 
 void SimulatedDriver::FailCall(int n, Long lStatus, bool forEver) {
-    m_fault = RequestedFault{m_calls + n, lStatus, forEver};
+    m_fault.reset();
+    if (n > 0)
+        m_fault = RequestedFault{m_calls + n, lStatus, forEver};
+}
+
+void SimulatedDriver::StopTransferAfter(Long lBytes) {
+    m_stopAfter.reset();
+    if (lBytes >= 0)
+        m_stopAfter = lBytes;
 }
 
 std::string SimulatedDriver::Memory(Long lAddress, Long lSize) const {
-    return m_keyboard.value().memory.substr(static_cast<std::size_t>(lAddress),
-                                            static_cast<std::size_t>(lSize));
+    if (!m_keyboard)
+        throw std::logic_error("the keyboard is not open");
+    const auto size = static_cast<std::size_t>(std::max<Long>(lSize, 0));
+    return Checked(m_keyboard->Stored().memory, lAddress, size)
+        .substr(static_cast<std::size_t>(lAddress), size);
 }
 
 void SimulatedDriver::Poke(Long lAddress, std::string_view bytes) {
-    m_keyboard.value().memory.replace(static_cast<std::size_t>(lAddress), bytes.size(), bytes);
-    m_keyboard->Save();
+    if (!m_keyboard)
+        throw std::logic_error("the keyboard is not open");
+    KeyboardMemory::Content content = m_keyboard->Stored();
+    Checked(content.memory, lAddress, bytes.size());
+    content.memory.replace(static_cast<std::size_t>(lAddress), bytes.size(), bytes);
+    m_keyboard->Store(std::move(content));
 }
 
-Long SimulatedDriver::Value(const std::function<Long()>& function) {
+Long SimulatedDriver::Value(Long lRefused, const std::function<Long()>& function) {
     ++m_calls;
+    if (m_isBusy)
+        return lRefused;
     m_lastError.clear();
     if (m_fault && (m_calls == m_fault->call || (m_fault->forEver && m_calls > m_fault->call))) {
-        m_lastError = StatusText(static_cast<Long>(Status::Requested));
+        m_lastError = "a fault that was asked for";
         return m_fault->status;
     }
-    return function();
+    m_isBusy = true;
+    const Long result = function();
+    m_isBusy = false;
+    return result;
 }
 
 Long SimulatedDriver::Call(const std::function<Status()>& function) {
-    return Value([&] {
+    return Value(static_cast<Long>(Status::Busy), [&] {
         Status status = Status::FileFailed;
         try {
             status = function();
-        } catch (const KeyboardInUse& error) {
-            status = Status::KeyboardInUse;
-            m_lastError = error.what();
-        } catch (const KeyboardFileInvalid& error) {
-            status = Status::KeyboardInvalid;
-            m_lastError = error.what();
+        } catch (const Failure& failure) {
+            status = failure.Why();
+            m_lastError = failure.what();
         } catch (const std::exception& error) {
             m_lastError = error.what();
         }
@@ -84,6 +99,19 @@ Long SimulatedDriver::CallOpen(const std::function<Status()>& function) {
     return Call([&] { return m_keyboard ? function() : Status::NotOpen; });
 }
 
+Long SimulatedDriver::CallWithLayers(const std::function<Status()>& function) {
+    return CallOpen([&] {
+        return m_keyboard->Model().Has(MODULE_LAYERED_FUNCKEYS) ? function() : Status::NoSuchLayer;
+    });
+}
+
+// The identification is the keyboard's own, and no part of the memory that transfers move.
+void SimulatedDriver::PutIdentification() {
+    const KeyboardModel& model = m_keyboard->Model();
+    (void)Write(kIdentification.address, model.IdentificationBlock());
+    (void)Write(kCapabilities.address, LittleEndian(model.capabilities));
+}
+
 std::int32_t SimulatedDriver::QXCFG_SetCommandDelta(std::int32_t /*lDelta*/) {
     return Call([] { return Status::Ok; });
 }
@@ -91,20 +119,18 @@ std::int32_t SimulatedDriver::QXCFG_SetCommandDelta(std::int32_t /*lDelta*/) {
 std::int32_t SimulatedDriver::QXCFG_Init() {
     return Call([&] {
         if (!m_keyboard)
-            m_keyboard.emplace(m_file, m_modelText);
-        const KeyboardModel& model = m_keyboard->Model();
-        const std::string identification = model.IdentificationBlock();
-        m_image.assign(static_cast<std::size_t>(KeyboardMemory::kSize), '\0');
-        m_image.replace(kIdentificationAddress, identification.size(), identification);
-        m_image[kCapabilityAddress] = static_cast<char>(model.capabilities);
+            m_keyboard.emplace(m_file, m_newModel);
+        m_image.assign(static_cast<std::size_t>(kMemorySize), '\0');
+        PutIdentification();
         m_requests.clear();
+        m_hasBadRequest = false;
         m_positionMode = false;
         return Status::Ok;
     });
 }
 
 std::int32_t SimulatedDriver::QXCFG_ConfigDirectorySize() {
-    return Value([&] {
+    return Value(0, [&] {
         return m_keyboard ? static_cast<Long>(m_keyboard->Model().directory.size()) : 0;
     });
 }
@@ -114,6 +140,8 @@ std::int32_t SimulatedDriver::QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex,
                                                             std::int32_t* address) {
     return CallOpen([&] {
         const auto& directory = m_keyboard->Model().directory;
+        if (module == nullptr || address == nullptr)
+            return Status::NoArgument;
         if (nIndex < 0 || static_cast<std::size_t>(nIndex) >= directory.size())
             return Status::NoSuchEntry;
         *module = directory[static_cast<std::size_t>(nIndex)].module;
@@ -122,54 +150,53 @@ std::int32_t SimulatedDriver::QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex,
     });
 }
 
-Status SimulatedDriver::Read(Long lAddress, void* to, Long lSize) {
+Status SimulatedDriver::Read(Long lAddress, char* to, Long lSize) const {
     if (!IsInMemory(lAddress, lSize))
         return Status::OutsideMemory;
-    std::memcpy(to, m_image.data() + lAddress, static_cast<std::size_t>(lSize));
+    m_image.copy(to, static_cast<std::size_t>(lSize), static_cast<std::size_t>(lAddress));
     return Status::Ok;
 }
 
-Status SimulatedDriver::Write(Long lAddress, const void* from, Long lSize) {
-    if (!IsInMemory(lAddress, lSize))
+Status SimulatedDriver::Write(Long lAddress, std::string_view bytes) {
+    if (!IsInMemory(lAddress, static_cast<Long>(bytes.size())))
         return Status::OutsideMemory;
-    std::memcpy(m_image.data() + lAddress, from, static_cast<std::size_t>(lSize));
+    m_image.replace(static_cast<std::size_t>(lAddress), bytes.size(), bytes);
     return Status::Ok;
 }
 
 std::int32_t SimulatedDriver::QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
                                               std::int32_t lSize) {
-    return CallOpen([&] { return Read(lAddress, buffer, lSize); });
+    return CallOpen(
+        [&] { return buffer != nullptr ? Read(lAddress, buffer, lSize) : Status::NoArgument; });
 }
 
 std::int32_t SimulatedDriver::QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
                                                std::int32_t lSize) {
-    return CallOpen([&] { return Write(lAddress, buffer, lSize); });
+    return CallOpen([&] {
+        if (buffer == nullptr)
+            return Status::NoArgument;
+        if (lSize < 0)
+            return Status::OutsideMemory;
+        return Write(lAddress, {buffer, static_cast<std::size_t>(lSize)});
+    });
 }
 
-// Numbers are little-endian, on every machine.
 template <typename Number>
 Long SimulatedDriver::ReadNumber(Long lAddress, Number* value) {
     return CallOpen([&] {
-        Byte bytes[sizeof(Number)];
+        if (value == nullptr)
+            return Status::NoArgument;
+        char bytes[sizeof(Number)];
         const Status status = Read(lAddress, bytes, sizeof bytes);
-        if (status != Status::Ok)
-            return status;
-        std::uint32_t number = 0;
-        for (std::size_t i = 0; i < sizeof bytes; ++i)
-            number |= std::uint32_t{bytes[i]} << (8 * i);
-        *value = static_cast<Number>(static_cast<std::make_unsigned_t<Number>>(number));
-        return Status::Ok;
+        if (status == Status::Ok)
+            *value = FromLittleEndian<Number>(bytes);
+        return status;
     });
 }
 
 template <typename Number>
 Long SimulatedDriver::WriteNumber(Long lAddress, Number value) {
-    return CallOpen([&] {
-        Byte bytes[sizeof(Number)];
-        for (std::size_t i = 0; i < sizeof bytes; ++i)
-            bytes[i] = static_cast<Byte>(static_cast<std::make_unsigned_t<Number>>(value) >> (8 * i));
-        return Write(lAddress, bytes, sizeof bytes);
-    });
+    return CallOpen([&] { return Write(lAddress, LittleEndian(value)); });
 }
 
 std::int32_t SimulatedDriver::QXCFG_ImageReadByte(std::int32_t lAddress, std::uint8_t* value) {
@@ -199,6 +226,7 @@ std::int32_t SimulatedDriver::QXCFG_ImageWriteLong(std::int32_t lAddress, std::i
 std::int32_t SimulatedDriver::QXCFG_MemRequestClean() {
     return CallOpen([&] {
         m_requests.clear();
+        m_hasBadRequest = false;
         return Status::Ok;
     });
 }
@@ -206,58 +234,62 @@ std::int32_t SimulatedDriver::QXCFG_MemRequestClean() {
 std::int32_t SimulatedDriver::QXCFG_MemRequestAdd(std::int16_t /*nModule*/, std::int32_t lAddress,
                                                   std::int32_t lSize) {
     return CallOpen([&] {
-        if (!IsInMemory(lAddress, lSize))
+        if (!IsInMemory(lAddress, lSize)) {
+            m_hasBadRequest = true; // callers need not look at this status
             return Status::OutsideMemory;
+        }
         m_requests.push_back({lAddress, lSize});
         return Status::Ok;
     });
 }
 
-void SimulatedDriver::PostProgress(Long lPercent) {
+void SimulatedDriver::PostProgress(Long lPercent) const {
     if (m_post != nullptr && m_window != 0)
         m_post(m_window, m_message, m_what, lPercent);
 }
 
 Status SimulatedDriver::Transfer(const std::string& from, std::string& to) {
+    if (m_hasBadRequest)
+        return Status::OutsideMemory;
     std::int64_t total = 0;
     for (const Stretch& request : m_requests)
         total += request.size;
-    const std::int64_t end =
-        std::min(total, std::int64_t{std::exchange(m_stopAfter, {}).value_or(INT32_MAX)});
+    const std::optional<Long> stopAfter = std::exchange(m_stopAfter, {});
+    const std::int64_t end = std::min<std::int64_t>(total, stopAfter.value_or(total));
     std::int64_t moved = 0;
     PostProgress(0);
     for (const Stretch& request : m_requests)
         for (Long done = 0; done < request.size && moved < end;) {
-            const auto step = static_cast<Long>(std::min<std::int64_t>(
-                {kTransferStep, request.size - done, end - moved}));
+            const auto step = static_cast<Long>(
+                std::min<std::int64_t>({kTransferStep, request.size - done, end - moved}));
             const auto address = static_cast<std::size_t>(request.address + done);
             to.replace(address, static_cast<std::size_t>(step), from, address,
                        static_cast<std::size_t>(step));
             done += step;
             moved += step;
-            if (moved < total)
+            if (moved < total) // 100 is for a transfer that is complete, and stored
                 PostProgress(static_cast<Long>(moved * 100 / total));
         }
-    if (moved < total)
-        return Status::TransferStopped;
-    PostProgress(100);
-    return Status::Ok;
+    return moved == total ? Status::Ok : Status::TransferStopped;
 }
 
 std::int32_t SimulatedDriver::QXCFG_ImageLoad() {
-    return CallOpen([&] { return Transfer(m_keyboard->memory, m_image); });
+    return CallOpen([&] {
+        const Status status = Transfer(m_keyboard->Stored().memory, m_image);
+        PutIdentification();
+        if (status == Status::Ok)
+            PostProgress(100);
+        return status;
+    });
 }
 
 std::int32_t SimulatedDriver::QXCFG_ImageSave() {
     return CallOpen([&] {
-        const std::string before = m_keyboard->memory;
-        const Status status = Transfer(m_image, m_keyboard->memory);
-        try {
-            m_keyboard->Save();
-        } catch (...) {
-            m_keyboard->memory = before; // as the file still has it
-            throw;
-        }
+        KeyboardMemory::Content content = m_keyboard->Stored();
+        const Status status = Transfer(m_image, content.memory);
+        m_keyboard->Store(std::move(content));
+        if (status == Status::Ok)
+            PostProgress(100);
         return status;
     });
 }
@@ -272,93 +304,22 @@ std::int32_t SimulatedDriver::QXCFG_TransferNotification(std::int32_t hWindow, s
     });
 }
 
-Long SimulatedDriver::SaveFile(const char* name, std::string_view kind,
-                               std::string KeyboardMemory::*content) {
-    return CallOpen([&] {
-        if (name == nullptr || *name == '\0')
-            return Status::NoFileName;
-        files::WriteFileAtomically(name, Seal(kind, (*m_keyboard).*content));
-        return Status::Ok;
-    });
-}
-
-Long SimulatedDriver::LoadFile(const char* name, std::string_view kind,
-                               std::string KeyboardMemory::*content) {
-    return CallOpen([&] {
-        if (name == nullptr || *name == '\0')
-            return Status::NoFileName;
-        const std::string bytes = files::ReadFile(name);
-        std::string loaded;
-        try {
-            loaded = Unseal(kind, bytes);
-            if (kind == kParameterFile && loaded.size() != static_cast<std::size_t>(KeyboardMemory::kSize))
-                throw std::runtime_error("the parameters have another size than the memory");
-        } catch (const std::exception& error) {
-            m_lastError = std::string(name) + ": " + error.what();
-            return Status::FileInvalid;
-        }
-        std::swap((*m_keyboard).*content, loaded);
-        try {
-            m_keyboard->Save();
-        } catch (...) {
-            std::swap((*m_keyboard).*content, loaded);
-            throw;
-        }
-        return Status::Ok;
-    });
-}
-
-std::int32_t SimulatedDriver::QXCFG_KeyboardRomSave(char* name) {
-    return SaveFile(name, kProgramFile, &KeyboardMemory::program);
-}
-
-std::int32_t SimulatedDriver::QXCFG_KeyboardRomLoad(char* name) {
-    return LoadFile(name, kProgramFile, &KeyboardMemory::program);
-}
-
-std::int32_t SimulatedDriver::QXCFG_KeyboardChipcardRomSave(char* name) {
-    return SaveFile(name, kChipcardProgramFile, &KeyboardMemory::chipcardProgram);
-}
-
-std::int32_t SimulatedDriver::QXCFG_KeyboardChipcardRomLoad(char* name) {
-    return LoadFile(name, kChipcardProgramFile, &KeyboardMemory::chipcardProgram);
-}
-
-std::int32_t SimulatedDriver::QXCFG_KeyboardParamSave(char* name) {
-    return SaveFile(name, kParameterFile, &KeyboardMemory::memory);
-}
-
-std::int32_t SimulatedDriver::QXCFG_KeyboardParamLoad(char* name) {
-    return LoadFile(name, kParameterFile, &KeyboardMemory::memory);
-}
-
 std::int32_t SimulatedDriver::QXCFG_ChipcardIOParam(std::int16_t /*nBaudRateIndex*/,
                                                     std::int16_t /*nComPort*/) {
     return CallOpen([] { return Status::Ok; });
 }
 
-std::int32_t SimulatedDriver::QXCFG_ConvertBinFileIntoRomFile(char* source, char* destination,
-                                                              std::int32_t /*lParam1*/,
-                                                              std::int32_t /*lParam2*/,
-                                                              std::int32_t /*lParam3*/) {
-    return Call([&] {
-        if (source == nullptr || *source == '\0' || destination == nullptr || *destination == '\0')
-            return Status::NoFileName;
-        files::WriteFileAtomically(destination, Seal(kProgramFile, files::ReadFile(source)));
-        return Status::Ok;
-    });
-}
-
 std::int32_t SimulatedDriver::QXCFG_SelectLayer(std::int16_t nLayer) {
-    return CallOpen([&] { return nLayer >= 0 && nLayer < kLayers ? Status::Ok : Status::NoSuchLayer; });
+    return CallWithLayers(
+        [&] { return nLayer >= 0 && nLayer < kFuncKeyLayers ? Status::Ok : Status::NoSuchLayer; });
 }
 
 std::int32_t SimulatedDriver::QXCFG_EnableLayerSelection() {
-    return CallOpen([] { return Status::Ok; });
+    return CallWithLayers([] { return Status::Ok; });
 }
 
 std::int32_t SimulatedDriver::QXCFG_DisableLayerSelection() {
-    return CallOpen([] { return Status::Ok; });
+    return CallWithLayers([] { return Status::Ok; });
 }
 
 std::int32_t SimulatedDriver::QXCFG_EnablePositionMode() {
@@ -380,9 +341,10 @@ std::int32_t SimulatedDriver::QXCFG_IsPositionMode() {
 }
 
 std::int32_t SimulatedDriver::QXCFG_GetPositionKey() {
-    return Value([&]() -> Long {
+    constexpr Long kNoPositionMode = -1;
+    return Value(kNoPositionMode, [&]() -> Long {
         if (!m_positionMode)
-            return -1;
+            return kNoPositionMode;
         if (m_positionKeys.empty())
             return 0;
         const Long key = m_positionKeys.front();

@@ -16,13 +16,14 @@ constexpr Text kTexts[] = {
     {Status::KeyboardInvalid, "the keyboard's file is none, or damaged"},
     {Status::FileFailed, "a file could not be read or written"},
     {Status::FileInvalid, "the file is not of the expected kind, or damaged"},
-    {Status::OutsideMemory, "the address lies outside the keyboard's memory"},
+    {Status::OutsideMemory, "the address or the size reaches out of the keyboard's memory"},
     {Status::NoSuchEntry, "the directory has no such entry"},
     {Status::TransferStopped, "the transfer broke off"},
-    {Status::NoFileName, "no file name was given"},
+    {Status::NoArgument, "a buffer or a file name is missing"},
     {Status::NotPositionMode, "the keyboard is not in position-programming mode"},
-    {Status::NoSuchLayer, "there is no such layer"},
-    {Status::Requested, "a fault that was asked for"},
+    {Status::NoSuchLayer, "the keyboard has no such layer"},
+    {Status::ModelInvalid, "there is no such model, or it is invalid"},
+    {Status::Busy, "the driver is busy with another call"},
 };
 
 } // namespace
