@@ -1,0 +1,260 @@
+#include "files/Files.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+
+#ifdef _WIN32
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+#endif
+
+namespace qx::files {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void Fail(const fs::path& path, const std::string& what,
+                       const std::error_code& reason) {
+    throw std::runtime_error(path.string() + " " + what + ": " + reason.message());
+}
+
+std::error_code LastReason() {
+    return {errno, std::generic_category()};
+}
+
+// The seam to the system: files by number, opened for binary bytes and closed in programs that this
+// one starts.
+#ifdef _WIN32
+
+std::FILE* OpenForReading(const fs::path& path) {
+    return _wfopen(path.c_str(), L"rbN");
+}
+int CreateNew(const fs::path& path) {
+    return _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
+                  _S_IREAD | _S_IWRITE);
+}
+int WriteSome(int file, const char* bytes, std::size_t size) {
+    constexpr std::size_t kMost = 1 << 20;
+    return _write(file, bytes, static_cast<unsigned>(size < kMost ? size : kMost));
+}
+bool Flush(int file) {
+    return _commit(file) == 0;
+}
+bool Close(int file) {
+    return _close(file) == 0;
+}
+void Rename(const fs::path& from, const fs::path& to, std::error_code& reason) {
+    reason.clear();
+    if (!MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        reason = {static_cast<int>(GetLastError()), std::system_category()};
+}
+void FlushFolder(const fs::path& /*folder*/) {} // a renaming that is written through does it
+unsigned long ProcessId() {
+    return GetCurrentProcessId();
+}
+fs::path FolderFrom(const wchar_t* variable) {
+    const wchar_t* folder = _wgetenv(variable);
+    if (folder == nullptr || *folder == L'\0')
+        throw std::runtime_error(fs::path(variable).string() + " names no folder of the user");
+    return folder;
+}
+
+#else
+
+std::FILE* OpenForReading(const fs::path& path) {
+    return std::fopen(path.c_str(), "rbe");
+}
+int CreateNew(const fs::path& path) {
+    return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+}
+ssize_t WriteSome(int file, const char* bytes, std::size_t size) {
+    return write(file, bytes, size);
+}
+bool Flush(int file) {
+    return fsync(file) == 0;
+}
+bool Close(int file) {
+    return close(file) == 0;
+}
+void Rename(const fs::path& from, const fs::path& to, std::error_code& reason) {
+    fs::rename(from, to, reason);
+}
+// The file is complete by now: a folder that cannot be flushed is no failure of the writing.
+void FlushFolder(const fs::path& folder) {
+    const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0)
+        return;
+    fsync(file);
+    close(file);
+}
+long ProcessId() {
+    return getpid();
+}
+// The folder that the variable names, else the one of that name in the user's home.
+fs::path FolderFrom(const char* variable, const char* inHome) {
+    const char* folder = std::getenv(variable);
+    if (folder != nullptr && fs::path(folder).is_absolute())
+        return folder;
+    const char* home = std::getenv("HOME");
+    if (home == nullptr || *home == '\0')
+        throw std::runtime_error(std::string("neither ") + variable +
+                                 " nor HOME names a folder of the user");
+    return fs::path(home) / inHome;
+}
+
+#endif
+
+// Creates a file of a new name in the target's folder.
+int CreateTemporary(const fs::path& target, fs::path& temporary) {
+    for (int number = 0;; ++number) {
+        temporary = target;
+        temporary += ".new-" + std::to_string(ProcessId()) + "-" + std::to_string(number);
+        const int file = CreateNew(temporary);
+        if (file >= 0)
+            return file;
+        if (errno != EEXIST)
+            Fail(target, "cannot be written", LastReason());
+    }
+}
+
+bool WriteAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const auto written = WriteSome(file, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return Flush(file);
+}
+
+// The file itself, where the path is that of a link.
+fs::path TargetOf(const fs::path& path, fs::file_status& status) {
+    std::error_code ignored;
+    status = fs::status(path, ignored);
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        throw std::runtime_error(path.string() + " cannot be written: it is no ordinary file");
+    const fs::path target = fs::weakly_canonical(path, ignored);
+    return ignored ? path : target;
+}
+
+} // namespace
+
+std::string ReadFile(const fs::path& path) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenForReading(path), &std::fclose);
+    if (!file)
+        Fail(path, "cannot be read", LastReason());
+    std::string bytes;
+    char buffer[65536];
+    while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
+        bytes.append(buffer, count);
+    if (std::ferror(file.get()) != 0)
+        Fail(path, "cannot be read", LastReason());
+    return bytes;
+}
+
+void WriteFileAtomically(const fs::path& path, std::string_view bytes) {
+    fs::file_status status;
+    const fs::path target = TargetOf(path, status);
+    fs::path temporary;
+    const int file = CreateTemporary(target, temporary);
+    std::error_code reason;
+    if (!WriteAll(file, bytes))
+        reason = LastReason();
+    if (!Close(file) && !reason)
+        reason = LastReason();
+    if (!reason && fs::exists(status))
+        fs::permissions(temporary, status.permissions(), reason);
+    if (!reason)
+        Rename(temporary, target, reason);
+    if (reason) {
+        std::error_code ignored;
+        fs::remove(temporary, ignored);
+        Fail(path, "cannot be written", reason);
+    }
+    FlushFolder(target.parent_path());
+}
+
+FileLock::FileLock(const fs::path& path) {
+    fs::path name = path;
+    name += ".lock";
+#ifdef _WIN32
+    const HANDLE handle =
+        CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        Fail(name, "cannot be made", {static_cast<int>(GetLastError()), std::system_category()});
+    m_handle = reinterpret_cast<std::intptr_t>(handle);
+#else
+    m_handle = open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (m_handle < 0)
+        Fail(name, "cannot be made", LastReason());
+#endif
+}
+
+FileLock::~FileLock() {
+#ifdef _WIN32
+    CloseHandle(reinterpret_cast<HANDLE>(m_handle));
+#else
+    close(static_cast<int>(m_handle));
+#endif
+}
+
+bool FileLock::TryLock() {
+    if (m_isHeld)
+        return true;
+#ifdef _WIN32
+    OVERLAPPED place{};
+    m_isHeld =
+        LockFileEx(reinterpret_cast<HANDLE>(m_handle),
+                   LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0;
+#else
+    m_isHeld = flock(static_cast<int>(m_handle), LOCK_EX | LOCK_NB) == 0;
+#endif
+    return m_isHeld;
+}
+
+#ifdef _WIN32
+fs::path ExecutableFolder() {
+    std::wstring name(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD size =
+            GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+        if (size < name.size())
+            return fs::path(name.substr(0, size)).parent_path();
+        name.resize(2 * name.size());
+    }
+}
+fs::path UserDataFolder() {
+    return FolderFrom(L"LOCALAPPDATA");
+}
+fs::path UserConfigFolder() {
+    return FolderFrom(L"APPDATA");
+}
+#else
+fs::path ExecutableFolder() {
+    return fs::read_symlink("/proc/self/exe").parent_path();
+}
+fs::path UserDataFolder() {
+    return FolderFrom("XDG_DATA_HOME", ".local/share");
+}
+fs::path UserConfigFolder() {
+    return FolderFrom("XDG_CONFIG_HOME", ".config");
+}
+#endif
+
+} // namespace qx::files

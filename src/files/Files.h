@@ -1,0 +1,48 @@
+// Files: all that is particular to the system about files and folders, for the host layer and the
+// simulated keyboard.
+//
+// Every failure is a std::runtime_error that names the file and the system's reason.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace qx::files {
+
+// All bytes of the file.
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
+
+// Gives the file these bytes in one step: whatever happens, also a loss of power, the file holds
+// either its old bytes or the new ones. A link is followed; an existing file keeps its permissions;
+// what exists and is no ordinary file is refused.
+void WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
+
+// A claim to a file, kept against other programs and against other claims of this one. What is
+// locked is a file beside it, with ".lock" at the end of its name, which stays; so the file itself
+// can be replaced meanwhile.
+class FileLock {
+public:
+    // Names the file, which need not exist. Throws when the lock file cannot be made.
+    explicit FileLock(const std::filesystem::path& path);
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    // Whether the claim is this object's now; it is held until the object's end. Does not wait.
+    [[nodiscard]] bool TryLock();
+
+private:
+    std::intptr_t m_handle; // the system's, of the lock file
+    bool m_isHeld = false;
+};
+
+// The folder of the program that runs.
+[[nodiscard]] std::filesystem::path ExecutableFolder();
+
+// The user's folders for a program's data and for its settings. They need not exist.
+[[nodiscard]] std::filesystem::path UserDataFolder();
+[[nodiscard]] std::filesystem::path UserConfigFolder();
+
+} // namespace qx::files

@@ -1,0 +1,100 @@
+// The simulated keyboard as a driver library.
+//
+// It exports the functions of a driver, and some of its own with which a host chooses the
+// keyboard's file and asks for faults. No exception leaves a function.
+
+#include "simulator/SimulatedDriver.h"
+
+#include <memory>
+
+#ifdef _WIN32
+#define QX_EXPORT extern "C" __declspec(dllexport)
+#else
+#define QX_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+using qx::sim::SimulatedDriver;
+using qx::sim::Status;
+
+// The one keyboard of the library, and the poster, which belongs to the host and outlives it.
+std::unique_ptr<SimulatedDriver> theDriver;
+qx::MessagePoster thePoster = nullptr;
+
+void Open(const std::filesystem::path& file, const std::string& model) {
+    theDriver.reset(); // gives its file back first
+    theDriver = std::make_unique<SimulatedDriver>(file, model);
+    theDriver->QXSIM_SetMessagePoster(thePoster);
+}
+
+// Runs the function with the keyboard: the chosen one, else the user's own.
+template <typename Function>
+std::int32_t WithDriver(Function function) {
+    try {
+        if (!theDriver) {
+            const auto folder = qx::files::UserDataFolder() / "qxcontrols";
+            std::filesystem::create_directories(folder);
+            Open(folder / "keyboard.qxk", "full");
+        }
+        return function(*theDriver);
+    } catch (...) {
+        return static_cast<std::int32_t>(Status::FileFailed);
+    }
+}
+
+} // namespace
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    QX_EXPORT std::int32_t QX_DRIVER_CALL name parameters {                                        \
+        return WithDriver([&](SimulatedDriver& driver) { return driver.name arguments; });         \
+    }
+#include "qxcontrols/device/DriverFunctions.def"
+
+QX_EXPORT void QX_DRIVER_CALL QXSIM_SetMessagePoster(qx::MessagePoster post) {
+    thePoster = post;
+    if (theDriver)
+        theDriver->QXSIM_SetMessagePoster(post);
+}
+
+// Which keyboard QXCFG_Init opens: its file, and the model (a built-in one or a file) from which it
+// is made when it is new. Gives a status; when that is not 0, the keyboard so far is closed all the
+// same.
+QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_SetKeyboard(const char* file, const char* model) {
+    if (file == nullptr || model == nullptr)
+        return static_cast<std::int32_t>(Status::NoArgument);
+    try {
+        Open(file, model);
+        return 0;
+    } catch (...) {
+        return static_cast<std::int32_t>(Status::ModelInvalid);
+    }
+}
+
+// Closes the keyboard, and forgets which one was chosen.
+QX_EXPORT void QX_DRIVER_CALL QXSIM_Close() {
+    theDriver.reset();
+}
+
+// The faults of SimulatedDriver.
+QX_EXPORT void QX_DRIVER_CALL QXSIM_FailCall(std::int32_t call, std::int32_t status,
+                                             std::int32_t forEver) {
+    WithDriver([&](SimulatedDriver& driver) {
+        driver.FailCall(call, status, forEver != 0);
+        return 0;
+    });
+}
+
+QX_EXPORT void QX_DRIVER_CALL QXSIM_StopTransferAfter(std::int32_t bytes) {
+    WithDriver([&](SimulatedDriver& driver) {
+        driver.StopTransferAfter(bytes);
+        return 0;
+    });
+}
+
+QX_EXPORT void QX_DRIVER_CALL QXSIM_QueuePositionKey(std::int32_t code) {
+    WithDriver([&](SimulatedDriver& driver) {
+        driver.QueuePositionKey(code);
+        return 0;
+    });
+}

@@ -1,0 +1,103 @@
+#include "simulator/KeyboardMemory.h"
+
+#include "qxcontrols/platform/GuidCreator.h"
+#include "qxcontrols/pos/POSModuleBlock.h"
+#include "qxcontrols/readers/BarcodeBlocks.h"
+#include "qxcontrols/readers/MagneticBlocks.h"
+#include "simulator/LittleEndian.h"
+#include "simulator/SealedFile.h"
+#include "simulator/Status.h"
+
+#include <utility>
+
+namespace qx::sim {
+
+namespace {
+
+std::string FactoryBarcodeConfig() {
+    BarcodeSettings settings;
+    SetBarcodeLimits(settings);
+    SetBarcodeDefaults(settings);
+    return EncodeBarcodeConfig(settings);
+}
+
+std::string FactoryMagnetConfig() {
+    constexpr char kOutputDelay = 6;
+    constexpr std::string_view kSwitches = "\xFF\x0F\x7E"; // everything on
+    static_assert(kSwitches.size() == static_cast<std::size_t>(kMagneticSwitchesSize));
+    std::string area(static_cast<std::size_t>(kMagneticSwitchesOffset), '\0');
+    area[0] = kOutputDelay;
+    return area += kSwitches;
+}
+
+std::string FactoryGuid() {
+    const Guid guid = GuidCreator().CreateSafeGuid();
+    return LittleEndian(guid.first) + LittleEndian(guid.second) + LittleEndian(guid.third) +
+           std::string(guid.rest.begin(), guid.rest.end());
+}
+
+std::string FactoryPOS() {
+    return EncodePOSModuleBlock(POSKeyboard());
+}
+
+// What a module's area holds at first, where that is not all zeros.
+struct FactoryArea {
+    KeyboardModuleIDs module;
+    std::string (*make)();
+};
+constexpr FactoryArea kFactoryAreas[] = {
+    {MODULE_MAGNET_CONFIG, FactoryMagnetConfig},
+    {MODULE_BARCODE_CONFIG, FactoryBarcodeConfig},
+    {MODULE_GUID, FactoryGuid},
+    {MODULE_POS, FactoryPOS},
+};
+
+KeyboardMemory::Content FactoryContent(const KeyboardModel& model) {
+    KeyboardMemory::Content content;
+    content.memory.assign(static_cast<std::size_t>(KeyboardMemory::kSize), '\0');
+    for (const KeyboardModel::Entry& entry : model.directory)
+        for (const FactoryArea& factory : kFactoryAreas)
+            if (factory.module == entry.module) {
+                const std::string area = factory.make();
+                content.memory.replace(static_cast<std::size_t>(entry.address), area.size(), area);
+            }
+    content.program = model.name + " program " + model.program;
+    content.chipcardProgram = model.name + " chipcard program " + model.program;
+    return content;
+}
+
+} // namespace
+
+KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model)
+    : m_file(file), m_lock(file), m_model(model) {
+    if (!m_lock.TryLock())
+        throw Failure(Status::KeyboardInUse, file.string() + " is being used by another program");
+    if (std::filesystem::exists(file))
+        Load();
+    else
+        Store(FactoryContent(model));
+}
+
+void KeyboardMemory::Load() {
+    const std::string bytes = files::ReadFile(m_file);
+    try {
+        auto parts = Unseal(kKeyboardFile, bytes);
+        m_model = KeyboardModel::FromJson(std::move(parts[0]));
+        m_content = {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])};
+        if (m_content.memory.size() != static_cast<std::size_t>(kSize))
+            throw std::runtime_error("its memory has " + std::to_string(m_content.memory.size()) +
+                                     " bytes");
+    } catch (const std::exception& error) {
+        throw Failure(Status::KeyboardInvalid,
+                      m_file.string() + " is not usable as a simulated keyboard: " + error.what());
+    }
+}
+
+void KeyboardMemory::Store(Content content) {
+    files::WriteFileAtomically(
+        m_file, Seal(kKeyboardFile,
+                     {m_model.json, content.memory, content.program, content.chipcardProgram}));
+    m_content = std::move(content);
+}
+
+} // namespace qx::sim

@@ -1,0 +1,254 @@
+#include "simulator/KeyboardModel.h"
+
+#include "files/Files.h"
+#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
+#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/pos/POSModuleBlock.h"
+#include "qxcontrols/readers/BarcodeBlocks.h"
+#include "qxcontrols/readers/MagneticBlocks.h"
+#include "simulator/MemoryMap.h"
+#include "simulator/ShippedModels.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
+#include <set>
+#include <stdexcept>
+
+namespace qx::sim {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::size_t kNameSize = 16;
+constexpr std::size_t kVersionSize = 4;
+static_assert(kNameSize + 4 * kVersionSize == static_cast<std::size_t>(kIdentification.size));
+
+// The modules that a keyboard can have in its directory, and what their areas need at most. Which
+// keys are free is for the layout to say: their areas have room for every position code.
+constexpr Long kFreeKeysSize = (KeyboardSequences::kMaxKeyID + 1) * kFreeProgKeySlotSize;
+struct Module {
+    KeyboardModuleIDs id;
+    Long size;
+};
+constexpr Module kModules[] = {
+    {MODULE_MAGNET_CONFIG, kMagneticSwitchesOffset + kMagneticSwitchesSize},
+    {MODULE_BARCODE_CONFIG, kBarcodeConfigSize},
+    {MODULE_BARCODE_HEADERS, kBarcodeHeadersSize},
+    {MODULE_MAGNET_HEADERS, kMagneticHeadersSize},
+    {MODULE_FREEPROGRAMMABLE_KEYS, kFreeKeysSize},
+    {MODULE_POS, kPOSModuleBlockSize},
+    {MODULE_FUNCKEYS_X1_4610, kFreeKeysSize},
+    {MODULE_FUNCKEYS_X1_4620, kFreeKeysSize},
+    {MODULE_FUNCKEYS_X1_4630, kFreeKeysSize},
+    {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize},
+    {MODULE_GUID, kFuncKeyGuidSize},
+};
+
+struct CapabilityFlag {
+    const char* key;
+    Byte mask;
+};
+constexpr CapabilityFlag kCapabilityFlags[] = {
+    {"freeProgrammableKeys", 0x01},
+    {"connectionV24", 0x02},
+    {"chipcardReader", 0x04},
+    {"barcodeReader", 0x08},
+};
+constexpr Byte kTrackMasks[] = {0x80, 0x40, 0x20, 0x10};
+
+[[noreturn]] void Refuse(const std::string& place, const std::string& message) {
+    throw std::runtime_error(place.empty() ? message : place + ": " + message);
+}
+
+// Reads JSON that names no member twice: of two values nobody could tell which was meant.
+Json ParseStrictly(const std::string& text) {
+    std::vector<std::set<std::string>> open;
+    const auto watch = [&](int, Json::parse_event_t event, Json& parsed) {
+        if (event == Json::parse_event_t::object_start)
+            open.emplace_back();
+        else if (event == Json::parse_event_t::object_end)
+            open.pop_back();
+        else if (event == Json::parse_event_t::key &&
+                 !open.back().insert(parsed.get<std::string>()).second)
+            Refuse("", "the member \"" + parsed.get<std::string>() + "\" is given twice");
+        return true;
+    };
+    try {
+        return Json::parse(text, watch);
+    } catch (const Json::parse_error& error) {
+        Refuse("offset " + std::to_string(error.byte), "not valid JSON");
+    }
+}
+
+// An object and where it stands. Every member that is read must be there, and no other.
+class Members {
+public:
+    Members(const Json& object, std::string place, std::initializer_list<std::string_view> known)
+        : m_object(object), m_place(std::move(place)) {
+        if (!object.is_object())
+            Refuse(m_place, "not an object");
+        for (const auto& [key, value] : object.items())
+            if (std::find(known.begin(), known.end(), key) == known.end())
+                Refuse(Place(key), "not known here");
+    }
+
+    [[nodiscard]] std::string Place(const std::string& key) const { return m_place + "/" + key; }
+
+    [[nodiscard]] const Json& Get(const std::string& key) const {
+        const auto found = m_object.find(key);
+        if (found == m_object.end())
+            Refuse(Place(key), "missing");
+        return *found;
+    }
+
+    // Text of 8-bit characters, which is what the keyboard knows.
+    [[nodiscard]] std::string Text(const std::string& key, std::size_t most) const {
+        const Json& value = Get(key);
+        if (!value.is_string())
+            Refuse(Place(key), "not a text");
+        std::string text = value.get<std::string>();
+        const bool isPlain =
+            std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+        if (!isPlain || text.size() > most)
+            Refuse(Place(key),
+                   "not a text of at most " + std::to_string(most) + " printable ASCII characters");
+        return text;
+    }
+
+private:
+    const Json& m_object;
+    std::string m_place;
+};
+
+bool ReadFlag(const Json& value, const std::string& place) {
+    if (!value.is_boolean())
+        Refuse(place, "neither true nor false");
+    return value.get<bool>();
+}
+
+Byte ReadCapabilities(const Json& json, const std::string& place) {
+    const Members members(json, place,
+                          {"freeProgrammableKeys", "connectionV24", "chipcardReader",
+                           "barcodeReader", "magneticTracks"});
+    Byte capabilities = 0;
+    for (const CapabilityFlag& flag : kCapabilityFlags)
+        if (ReadFlag(members.Get(flag.key), members.Place(flag.key)))
+            capabilities |= flag.mask;
+    const std::string tracksPlace = members.Place("magneticTracks");
+    const Json& tracks = members.Get("magneticTracks");
+    if (!tracks.is_array() || tracks.size() != std::size(kTrackMasks))
+        Refuse(tracksPlace, "not a list of four flags");
+    for (std::size_t i = 0; i < std::size(kTrackMasks); ++i)
+        if (ReadFlag(tracks[i], tracksPlace + "/" + std::to_string(i)))
+            capabilities |= kTrackMasks[i];
+    return capabilities;
+}
+
+// Reads an entry whose area meets none of those taken, and adds its area to them.
+KeyboardModel::Entry ReadEntry(const Json& json, const std::string& place,
+                               std::vector<Area>& taken) {
+    const Members members(json, place, {"module", "address"});
+    const Json& name = members.Get("module");
+    const auto* module =
+        std::find_if(std::begin(kModules), std::end(kModules),
+                     [&](const Module& known) { return name == NameOf(known.id); });
+    if (module == std::end(kModules))
+        Refuse(members.Place("module"), name.dump() + " is no module for a directory");
+    const Json& address = members.Get("address");
+    const Long highest = kMemorySize - module->size;
+    if (!address.is_number_unsigned() || address.get<std::uint64_t>() > std::uint64_t(highest))
+        Refuse(members.Place("address"), "not an address from 0 to " + std::to_string(highest));
+    const Area area{NameOf(module->id), address.get<Long>(), module->size};
+    for (const Area& other : taken)
+        if (area.Meets(other))
+            Refuse(members.Place("address"), "the area, up to " + std::to_string(area.End() - 1) +
+                                                 ", meets that of " + std::string(other.name) +
+                                                 ", from " + std::to_string(other.address) +
+                                                 " to " + std::to_string(other.End() - 1));
+    taken.push_back(area);
+    return {module->id, area.address};
+}
+
+void ReadKeyboard(const Json& json, KeyboardModel& model) {
+    const Members members(json, "/keyboard",
+                          {"name", "bootloader", "program", "country", "config", "flags"});
+    model.name = members.Text("name", kNameSize);
+    model.bootloader = members.Text("bootloader", kVersionSize);
+    model.program = members.Text("program", kVersionSize);
+    model.country = members.Text("country", kVersionSize);
+    model.config = members.Text("config", kVersionSize);
+    model.capabilities = ReadCapabilities(members.Get("flags"), members.Place("flags"));
+}
+
+} // namespace
+
+KeyboardModel KeyboardModel::FromJson(std::string json) {
+    const Json document = ParseStrictly(json);
+    const Members members(document, "", {"keyboard", "layout", "directory"});
+    KeyboardModel model;
+    ReadKeyboard(members.Get("keyboard"), model);
+    constexpr std::size_t kMostOfFileName = 255;
+    model.layout = members.Text("layout", kMostOfFileName);
+    if (model.layout.empty() || model.layout.find_first_of("/\\:") != std::string::npos)
+        Refuse("/layout", "not the name of a file");
+    const Json& directory = members.Get("directory");
+    if (!directory.is_array() || directory.empty())
+        Refuse("/directory", "not a list of modules");
+    std::vector<Area> taken(kFixedAreas.begin(), kFixedAreas.end());
+    for (std::size_t i = 0; i < directory.size(); ++i)
+        model.directory.push_back(
+            ReadEntry(directory[i], "/directory/" + std::to_string(i), taken));
+    model.json = std::move(json);
+    return model;
+}
+
+KeyboardModel KeyboardModel::ByName(const std::string& nameOrPath) {
+    std::string text;
+    std::string names;
+    for (const ShippedModel& model : kShippedModels) {
+        names += (names.empty() ? "" : ", ") + std::string(model.name);
+        if (model.name == nameOrPath)
+            text = model.json;
+    }
+    try {
+        if (text.empty())
+            text = files::ReadFile(nameOrPath);
+    } catch (const std::exception& error) {
+        throw std::runtime_error("there is no model \"" + nameOrPath +
+                                 "\": the built-in ones are " + names + ", and as a file, " +
+                                 error.what());
+    }
+    try {
+        return FromJson(std::move(text));
+    } catch (const std::exception& error) {
+        throw std::runtime_error("the model " + nameOrPath + " is invalid: " + error.what());
+    }
+}
+
+std::vector<std::string> KeyboardModel::Names() {
+    std::vector<std::string> names;
+    for (const ShippedModel& model : kShippedModels)
+        names.emplace_back(model.name);
+    return names;
+}
+
+bool KeyboardModel::Has(KeyboardModuleIDs eModule) const {
+    return std::any_of(directory.begin(), directory.end(),
+                       [&](const Entry& entry) { return entry.module == eModule; });
+}
+
+std::string KeyboardModel::IdentificationBlock() const {
+    std::string block = name;
+    block.resize(kNameSize, ' ');
+    for (const std::string* version : {&bootloader, &program, &country, &config}) {
+        block += *version;
+        block.append(kVersionSize - version->size(), ' ');
+    }
+    return block;
+}
+
+} // namespace qx::sim

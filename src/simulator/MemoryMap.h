@@ -1,0 +1,44 @@
+// The size of the keyboard's memory, and what has a fixed place in it.
+#pragma once
+
+#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+
+#include <array>
+#include <string_view>
+
+namespace qx::sim {
+
+struct Area {
+    std::string_view name;
+    Long address;
+    Long size;
+
+    [[nodiscard]] constexpr Long End() const { return address + size; }
+    [[nodiscard]] constexpr bool Meets(const Area& other) const {
+        return address < other.End() && other.address < End();
+    }
+};
+
+inline constexpr Long kMemorySize = 128 * 1024;
+
+inline constexpr Area kCapabilities{"the capability byte", 0x7FF, 1};
+inline constexpr Area kIdentification{"the identification", 0x7FC0, 32};
+inline constexpr Area kCodePage{"the code page", 27776, 256};
+inline constexpr Area kDescriptions{"the function keys' descriptions", kFuncKeyDescAddress,
+                                    kFuncKeyDescSize};
+
+inline constexpr std::array kFixedAreas{kCapabilities, kCodePage, kIdentification, kDescriptions};
+
+// In the order of their addresses, apart from each other and inside the memory.
+constexpr bool IsInOrder() {
+    Long end = 0;
+    for (const Area& area : kFixedAreas) {
+        if (area.address < end)
+            return false;
+        end = area.End();
+    }
+    return end <= kMemorySize;
+}
+static_assert(IsInOrder());
+
+} // namespace qx::sim

@@ -1,0 +1,78 @@
+#include "simulator/SealedFile.h"
+
+#include "simulator/LittleEndian.h"
+
+#include <stdexcept>
+
+namespace qx::sim {
+
+namespace {
+
+using Size = std::uint32_t;
+
+constexpr std::size_t kVersionOffset = kKeyboardFile.letters.size();
+constexpr std::size_t kSizeOffset = kVersionOffset + kSealVersion.size();
+constexpr std::size_t kChecksumOffset = kSizeOffset + sizeof(Size);
+constexpr std::size_t kContentOffset = kChecksumOffset + sizeof(Size);
+static_assert(kContentOffset == 16);
+
+Size Crc32(std::string_view bytes) {
+    constexpr Size kPolynomial = 0xEDB88320U;
+    Size crc = 0xFFFFFFFFU;
+    for (const char byte : bytes) {
+        crc ^= static_cast<Byte>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1U) ^ ((crc & 1U) != 0 ? kPolynomial : 0U);
+    }
+    return ~crc;
+}
+
+[[noreturn]] void Refuse(std::size_t offset, const std::string& message) {
+    throw std::runtime_error("offset " + std::to_string(offset) + ": " + message);
+}
+
+// The content of the file, when all that is said about it is true.
+std::string_view Content(const SealedKind& kind, std::string_view bytes) {
+    if (!bytes.starts_with(kind.letters))
+        Refuse(0, "not a file of " + std::string(kind.name));
+    if (bytes.size() < kContentOffset)
+        Refuse(bytes.size(), "the file ends too early");
+    const std::string_view version = bytes.substr(kVersionOffset, kSealVersion.size());
+    if (version != kSealVersion)
+        Refuse(kVersionOffset, "the version is not " + std::string(kSealVersion));
+    const std::string_view content = bytes.substr(kContentOffset);
+    const auto size = FromLittleEndian<Size>(bytes.data() + kSizeOffset);
+    if (content.size() != size)
+        Refuse(kSizeOffset, std::to_string(size) + " bytes of content are announced, " +
+                                std::to_string(content.size()) + " are there");
+    if (FromLittleEndian<Size>(bytes.data() + kChecksumOffset) != Crc32(content))
+        Refuse(kChecksumOffset, "the checksum does not fit the content");
+    return content;
+}
+
+} // namespace
+
+std::string Seal(const SealedKind& kind, const std::vector<std::string>& parts) {
+    std::string content;
+    for (const std::string& part : parts)
+        content += LittleEndian(static_cast<Size>(part.size())) + part;
+    return std::string(kind.letters) + std::string(kSealVersion) +
+           LittleEndian(static_cast<Size>(content.size())) + LittleEndian(Crc32(content)) + content;
+}
+
+std::vector<std::string> Unseal(const SealedKind& kind, std::string_view bytes) {
+    std::string_view rest = Content(kind, bytes);
+    std::vector<std::string> parts;
+    while (parts.size() < kind.parts && rest.size() >= sizeof(Size)) {
+        const auto size = FromLittleEndian<Size>(rest.data());
+        if (size > rest.size() - sizeof(Size))
+            break;
+        parts.emplace_back(rest.substr(sizeof(Size), size));
+        rest.remove_prefix(sizeof(Size) + size);
+    }
+    if (parts.size() != kind.parts || !rest.empty())
+        Refuse(bytes.size() - rest.size(), "the parts do not add up");
+    return parts;
+}
+
+} // namespace qx::sim

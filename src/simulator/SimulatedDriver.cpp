@@ -1,0 +1,356 @@
+#include "simulator/SimulatedDriver.h"
+
+#include "simulator/LittleEndian.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <stdexcept>
+#include <utility>
+
+namespace qx::sim {
+
+namespace {
+
+constexpr Long kTransferStep = 256; // bytes between two progress messages
+
+bool IsInMemory(Long lAddress, Long lSize) {
+    return lAddress >= 0 && lSize >= 0 && lAddress <= kMemorySize - lSize;
+}
+
+// The keyboard's memory, after a check.
+const std::string& Checked(const std::string& memory, Long lAddress, std::size_t size) {
+    if (size > memory.size() || !IsInMemory(lAddress, static_cast<Long>(size)))
+        throw std::out_of_range(std::to_string(size) + " bytes at " + std::to_string(lAddress) +
+                                " reach out of the keyboard's memory");
+    return memory;
+}
+
+} // namespace
+
+SimulatedDriver::SimulatedDriver(std::filesystem::path file, const std::string& modelNameOrPath)
+    : m_file(std::move(file)), m_newModel(KeyboardModel::ByName(modelNameOrPath)) {}
+
+std::string SimulatedDriver::Layout() const {
+    return m_keyboard ? m_keyboard->Model().layout : std::string();
+}
+
+void SimulatedDriver::FailCall(int n, Long lStatus, bool forEver) {
+    m_fault.reset();
+    if (n > 0)
+        m_fault = RequestedFault{m_calls + n, lStatus, forEver};
+}
+
+void SimulatedDriver::StopTransferAfter(Long lBytes) {
+    m_stopAfter.reset();
+    if (lBytes >= 0)
+        m_stopAfter = lBytes;
+}
+
+std::string SimulatedDriver::Memory(Long lAddress, Long lSize) const {
+    if (!m_keyboard)
+        throw std::logic_error("the keyboard is not open");
+    const auto size = static_cast<std::size_t>(std::max<Long>(lSize, 0));
+    return Checked(m_keyboard->Stored().memory, lAddress, size)
+        .substr(static_cast<std::size_t>(lAddress), size);
+}
+
+void SimulatedDriver::Poke(Long lAddress, std::string_view bytes) {
+    if (!m_keyboard)
+        throw std::logic_error("the keyboard is not open");
+    KeyboardMemory::Content content = m_keyboard->Stored();
+    Checked(content.memory, lAddress, bytes.size());
+    content.memory.replace(static_cast<std::size_t>(lAddress), bytes.size(), bytes);
+    m_keyboard->Store(std::move(content));
+}
+
+Long SimulatedDriver::Value(Long lRefused, const std::function<Long()>& function) {
+    ++m_calls;
+    if (m_isBusy)
+        return lRefused;
+    m_lastError.clear();
+    if (m_fault && (m_calls == m_fault->call || (m_fault->forEver && m_calls > m_fault->call))) {
+        m_lastError = "a fault that was asked for";
+        return m_fault->status;
+    }
+    m_isBusy = true;
+    const Long result = function();
+    m_isBusy = false;
+    return result;
+}
+
+Long SimulatedDriver::Call(const std::function<Status()>& function) {
+    return Value(static_cast<Long>(Status::Busy), [&] {
+        Status status = Status::FileFailed;
+        try {
+            status = function();
+        } catch (const Failure& failure) {
+            status = failure.Why();
+            m_lastError = failure.what();
+        } catch (const std::exception& error) {
+            m_lastError = error.what();
+        }
+        if (status != Status::Ok && m_lastError.empty())
+            m_lastError = StatusText(static_cast<Long>(status));
+        return static_cast<Long>(status);
+    });
+}
+
+Long SimulatedDriver::CallOpen(const std::function<Status()>& function) {
+    return Call([&] { return m_keyboard ? function() : Status::NotOpen; });
+}
+
+Long SimulatedDriver::CallWithLayers(const std::function<Status()>& function) {
+    return CallOpen([&] {
+        return m_keyboard->Model().Has(MODULE_LAYERED_FUNCKEYS) ? function() : Status::NoSuchLayer;
+    });
+}
+
+// The identification is the keyboard's own, and no part of the memory that transfers move.
+void SimulatedDriver::PutIdentification() {
+    const KeyboardModel& model = m_keyboard->Model();
+    (void)Write(kIdentification.address, model.IdentificationBlock());
+    (void)Write(kCapabilities.address, LittleEndian(model.capabilities));
+}
+
+std::int32_t SimulatedDriver::QXCFG_SetCommandDelta(std::int32_t /*lDelta*/) {
+    return Call([] { return Status::Ok; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_Init() {
+    return Call([&] {
+        if (!m_keyboard)
+            m_keyboard.emplace(m_file, m_newModel);
+        m_image.assign(static_cast<std::size_t>(kMemorySize), '\0');
+        PutIdentification();
+        m_requests.clear();
+        m_hasBadRequest = false;
+        m_positionMode = false;
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ConfigDirectorySize() {
+    return Value(0, [&] {
+        return m_keyboard ? static_cast<Long>(m_keyboard->Model().directory.size()) : 0;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex,
+                                                            std::int32_t* module,
+                                                            std::int32_t* address) {
+    return CallOpen([&] {
+        const auto& directory = m_keyboard->Model().directory;
+        if (module == nullptr || address == nullptr)
+            return Status::NoArgument;
+        if (nIndex < 0 || static_cast<std::size_t>(nIndex) >= directory.size())
+            return Status::NoSuchEntry;
+        *module = directory[static_cast<std::size_t>(nIndex)].module;
+        *address = directory[static_cast<std::size_t>(nIndex)].address;
+        return Status::Ok;
+    });
+}
+
+Status SimulatedDriver::Read(Long lAddress, char* to, Long lSize) const {
+    if (!IsInMemory(lAddress, lSize))
+        return Status::OutsideMemory;
+    m_image.copy(to, static_cast<std::size_t>(lSize), static_cast<std::size_t>(lAddress));
+    return Status::Ok;
+}
+
+Status SimulatedDriver::Write(Long lAddress, std::string_view bytes) {
+    if (!IsInMemory(lAddress, static_cast<Long>(bytes.size())))
+        return Status::OutsideMemory;
+    m_image.replace(static_cast<std::size_t>(lAddress), bytes.size(), bytes);
+    return Status::Ok;
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
+                                              std::int32_t lSize) {
+    return CallOpen(
+        [&] { return buffer != nullptr ? Read(lAddress, buffer, lSize) : Status::NoArgument; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                               std::int32_t lSize) {
+    return CallOpen([&] {
+        if (buffer == nullptr)
+            return Status::NoArgument;
+        if (lSize < 0)
+            return Status::OutsideMemory;
+        return Write(lAddress, {buffer, static_cast<std::size_t>(lSize)});
+    });
+}
+
+template <typename Number>
+Long SimulatedDriver::ReadNumber(Long lAddress, Number* value) {
+    return CallOpen([&] {
+        if (value == nullptr)
+            return Status::NoArgument;
+        char bytes[sizeof(Number)];
+        const Status status = Read(lAddress, bytes, sizeof bytes);
+        if (status == Status::Ok)
+            *value = FromLittleEndian<Number>(bytes);
+        return status;
+    });
+}
+
+template <typename Number>
+Long SimulatedDriver::WriteNumber(Long lAddress, Number value) {
+    return CallOpen([&] { return Write(lAddress, LittleEndian(value)); });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageReadByte(std::int32_t lAddress, std::uint8_t* value) {
+    return ReadNumber(lAddress, value);
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageWriteByte(std::int32_t lAddress, std::uint8_t value) {
+    return WriteNumber(lAddress, value);
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageReadInt(std::int32_t lAddress, std::int16_t* value) {
+    return ReadNumber(lAddress, value);
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageWriteInt(std::int32_t lAddress, std::int16_t value) {
+    return WriteNumber(lAddress, value);
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageReadLong(std::int32_t lAddress, std::int32_t* value) {
+    return ReadNumber(lAddress, value);
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageWriteLong(std::int32_t lAddress, std::int32_t value) {
+    return WriteNumber(lAddress, value);
+}
+
+std::int32_t SimulatedDriver::QXCFG_MemRequestClean() {
+    return CallOpen([&] {
+        m_requests.clear();
+        m_hasBadRequest = false;
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_MemRequestAdd(std::int16_t /*nModule*/, std::int32_t lAddress,
+                                                  std::int32_t lSize) {
+    return CallOpen([&] {
+        if (!IsInMemory(lAddress, lSize)) {
+            m_hasBadRequest = true; // callers need not look at this status
+            return Status::OutsideMemory;
+        }
+        m_requests.push_back({lAddress, lSize});
+        return Status::Ok;
+    });
+}
+
+void SimulatedDriver::PostProgress(Long lPercent) const {
+    if (m_post != nullptr && m_window != 0)
+        m_post(m_window, m_message, m_what, lPercent);
+}
+
+Status SimulatedDriver::Transfer(const std::string& from, std::string& to) {
+    if (m_hasBadRequest)
+        return Status::OutsideMemory;
+    std::int64_t total = 0;
+    for (const Stretch& request : m_requests)
+        total += request.size;
+    const std::optional<Long> stopAfter = std::exchange(m_stopAfter, {});
+    const std::int64_t end = std::min<std::int64_t>(total, stopAfter.value_or(total));
+    std::int64_t moved = 0;
+    PostProgress(0);
+    for (const Stretch& request : m_requests)
+        for (Long done = 0; done < request.size && moved < end;) {
+            const auto step = static_cast<Long>(
+                std::min<std::int64_t>({kTransferStep, request.size - done, end - moved}));
+            const auto address = static_cast<std::size_t>(request.address + done);
+            to.replace(address, static_cast<std::size_t>(step), from, address,
+                       static_cast<std::size_t>(step));
+            done += step;
+            moved += step;
+            if (moved < total) // 100 is for a transfer that is complete, and stored
+                PostProgress(static_cast<Long>(moved * 100 / total));
+        }
+    return moved == total ? Status::Ok : Status::TransferStopped;
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageLoad() {
+    return CallOpen([&] {
+        const Status status = Transfer(m_keyboard->Stored().memory, m_image);
+        PutIdentification();
+        if (status == Status::Ok)
+            PostProgress(100);
+        return status;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ImageSave() {
+    return CallOpen([&] {
+        KeyboardMemory::Content content = m_keyboard->Stored();
+        const Status status = Transfer(m_image, content.memory);
+        m_keyboard->Store(std::move(content));
+        if (status == Status::Ok)
+            PostProgress(100);
+        return status;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg,
+                                                         std::int32_t lWhat) {
+    return Call([&] {
+        m_window = hWindow;
+        m_message = lMsg;
+        m_what = lWhat;
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ChipcardIOParam(std::int16_t /*nBaudRateIndex*/,
+                                                    std::int16_t /*nComPort*/) {
+    return CallOpen([] { return Status::Ok; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_SelectLayer(std::int16_t nLayer) {
+    return CallWithLayers(
+        [&] { return nLayer >= 0 && nLayer < kFuncKeyLayers ? Status::Ok : Status::NoSuchLayer; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_EnableLayerSelection() {
+    return CallWithLayers([] { return Status::Ok; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_DisableLayerSelection() {
+    return CallWithLayers([] { return Status::Ok; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_EnablePositionMode() {
+    return CallOpen([&] {
+        m_positionMode = true;
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_DisablePositionMode() {
+    return CallOpen([&] {
+        m_positionMode = false;
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_IsPositionMode() {
+    return CallOpen([&] { return m_positionMode ? Status::Ok : Status::NotPositionMode; });
+}
+
+std::int32_t SimulatedDriver::QXCFG_GetPositionKey() {
+    constexpr Long kNoPositionMode = -1;
+    return Value(kNoPositionMode, [&]() -> Long {
+        if (!m_positionMode)
+            return kNoPositionMode;
+        if (m_positionKeys.empty())
+            return 0;
+        const Long key = m_positionKeys.front();
+        m_positionKeys.pop_front();
+        return key;
+    });
+}
+
+} // namespace qx::sim

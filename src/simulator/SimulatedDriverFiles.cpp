@@ -1,0 +1,105 @@
+// The functions of SimulatedDriver that read and write files of the keyboard's programs and
+// parameters.
+
+#include "simulator/SimulatedDriver.h"
+
+namespace qx::sim {
+
+namespace {
+
+constexpr std::size_t kMostOfProgram = 16U << 20U; // bytes
+
+std::vector<std::string> PartsOf(const std::filesystem::path& file, const SealedKind& kind) {
+    const std::string bytes = files::ReadFile(file);
+    try {
+        return Unseal(kind, bytes);
+    } catch (const std::exception& error) {
+        throw Failure(Status::FileInvalid, file.string() + ": " + error.what());
+    }
+}
+
+} // namespace
+
+std::filesystem::path SimulatedDriver::FileOf(const char* name) const {
+    if (name == nullptr || *name == '\0')
+        throw Failure(Status::NoArgument, "a file name is missing");
+    std::error_code ignored;
+    if (std::filesystem::equivalent(name, m_file, ignored))
+        throw Failure(Status::FileInvalid,
+                      std::string(name) + " is the file of the keyboard itself");
+    return name;
+}
+
+Status SimulatedDriver::SaveFile(const char* name, const SealedKind& kind,
+                                 const std::vector<std::string>& parts) const {
+    files::WriteFileAtomically(FileOf(name), Seal(kind, parts));
+    return Status::Ok;
+}
+
+Long SimulatedDriver::LoadProgram(const char* name, const SealedKind& kind,
+                                  std::string KeyboardMemory::Content::*program) {
+    return CallOpen([&] {
+        KeyboardMemory::Content content = m_keyboard->Stored();
+        content.*program = PartsOf(FileOf(name), kind).front();
+        m_keyboard->Store(std::move(content));
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_KeyboardRomSave(char* name) {
+    return CallOpen([&] { return SaveFile(name, kProgramFile, {m_keyboard->Stored().program}); });
+}
+
+std::int32_t SimulatedDriver::QXCFG_KeyboardRomLoad(char* name) {
+    return LoadProgram(name, kProgramFile, &KeyboardMemory::Content::program);
+}
+
+std::int32_t SimulatedDriver::QXCFG_KeyboardChipcardRomSave(char* name) {
+    return CallOpen([&] {
+        return SaveFile(name, kChipcardProgramFile, {m_keyboard->Stored().chipcardProgram});
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_KeyboardChipcardRomLoad(char* name) {
+    return LoadProgram(name, kChipcardProgramFile, &KeyboardMemory::Content::chipcardProgram);
+}
+
+std::int32_t SimulatedDriver::QXCFG_KeyboardParamSave(char* name) {
+    return CallOpen([&] {
+        return SaveFile(name, kParameterFile,
+                        {m_keyboard->Model().name, m_keyboard->Stored().memory});
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_KeyboardParamLoad(char* name) {
+    return CallOpen([&] {
+        std::vector<std::string> parts = PartsOf(FileOf(name), kParameterFile);
+        const std::string& model = m_keyboard->Model().name;
+        KeyboardMemory::Content content = m_keyboard->Stored();
+        // Another kind of keyboard has other things at the same addresses.
+        if (parts[0] != model || parts[1].size() != content.memory.size())
+            throw Failure(Status::FileInvalid,
+                          std::string(name) + " has the parameters of another keyboard, \"" +
+                              parts[0] + "\", and this one is \"" + model + "\"");
+        content.memory = std::move(parts[1]);
+        m_keyboard->Store(std::move(content));
+        return Status::Ok;
+    });
+}
+
+std::int32_t SimulatedDriver::QXCFG_ConvertBinFileIntoRomFile(char* source, char* destination,
+                                                              std::int32_t /*lParam1*/,
+                                                              std::int32_t /*lParam2*/,
+                                                              std::int32_t /*lParam3*/) {
+    return Call([&] {
+        const std::filesystem::path to = FileOf(destination);
+        std::string program = files::ReadFile(FileOf(source));
+        if (program.size() > kMostOfProgram)
+            throw Failure(Status::FileInvalid, std::string(source) + " is too long, with " +
+                                                   std::to_string(program.size()) + " bytes");
+        files::WriteFileAtomically(to, Seal(kProgramFile, {std::move(program)}));
+        return Status::Ok;
+    });
+}
+
+} // namespace qx::sim
