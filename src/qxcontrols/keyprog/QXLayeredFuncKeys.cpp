@@ -89,7 +89,7 @@ void QXLayeredFuncKeys::PrepareDataUpload(bool /*LoadInKeyboard*/) {
 }
 
 void QXLayeredFuncKeys::PrepareDataDownload(bool LoadInKeyboard) {
-    TraceNamed(".PrepareDataUpload"); // the developers' tools know this line
+    TraceNamed(".PrepareDataUpload"); // named as the upload, but for the blank
     const Long base = BaseAddress(ConfigID());
     if (base == -1) {
         Trace(kNoAddress);
