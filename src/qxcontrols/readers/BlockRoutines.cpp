@@ -37,4 +37,12 @@ Byte PackBits(const std::array<bool, 8>& flags) {
     return static_cast<Byte>(byte);
 }
 
+void EncodeFixedBits(std::span<const FixedBits> table, std::string& block) {
+    for (const FixedBits& fixed : table)
+        for (Integer i = 0; i < fixed.count; ++i) {
+            char& byte = block[static_cast<std::size_t>(fixed.offset + i)];
+            byte = static_cast<char>((static_cast<Byte>(byte) & ~fixed.mask) | fixed.value);
+        }
+}
+
 } // namespace qx

@@ -14,11 +14,12 @@
 namespace qx {
 
 // Fills `sequence` from the slot of `length` bytes that follows the first `position` bytes of
-// `block`, and moves `position` behind the slot. What a short block lacks reads as ended.
+// `block`, and moves `position` behind the slot. What a short block lacks reads as ended. Neither
+// number is negative.
 void BytesToSequence(KeySequence& sequence, Long& position, Long length, std::string_view block);
 
-// The slot of `length` bytes that holds the sequence, cut to its first `length` codes. A code -1
-// among these gives the empty text instead.
+// The slot of `length` bytes that holds the sequence, cut to its first `length` codes, of each the
+// low eight bits. A code -1 among these gives the empty text instead.
 [[nodiscard]] std::string SequenceToBytes(const KeySequence& sequence, Long length);
 
 // A byte whose bit k is flag k.
@@ -37,22 +38,63 @@ struct BitField {
     Setting setting;
 };
 
-// Whether no two rows of the table share a bit and all lie in bytes 0 to size - 1.
-template <typename Setting>
-constexpr bool AreDistinct(std::span<const BitField<Setting>> table, Integer size) {
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        if (table[i].offset < 0 || table[i].offset >= size || table[i].bit < 0 || table[i].bit > 7)
-            return false;
-        for (std::size_t k = 0; k < i; ++k)
-            if (table[i].offset == table[k].offset && table[i].bit == table[k].bit)
-                return false;
+// Bits that are written as `value`, whatever the settings, and not read: of the byte at `offset`,
+// or of several alike from there on.
+struct FixedBits {
+    Integer offset;
+    Byte mask;
+    Byte value;
+    Integer count = 1;
+};
+
+// Proves at compile time that the tables of a block of `Size` bytes leave no bit out and claim none
+// twice: claim all that they name, then ask.
+template <std::size_t Size>
+class BlockCoverage {
+public:
+    constexpr void Claim(Integer offset, Byte mask = 0xFF) {
+        const auto byte = static_cast<std::size_t>(offset);
+        if (offset < 0 || byte >= Size || (m_claimed[byte] & mask) != 0)
+            m_faulty = true;
+        else
+            m_claimed[byte] = static_cast<Byte>(m_claimed[byte] | mask);
     }
-    return true;
-}
+    constexpr void Claim(const FixedBits& fixed) {
+        for (Integer i = 0; i < fixed.count; ++i)
+            Claim(static_cast<Integer>(fixed.offset + i), fixed.mask);
+        m_faulty = m_faulty || (fixed.value & ~fixed.mask) != 0;
+    }
+    template <typename Setting>
+    constexpr void Claim(const BitField<Setting>& field) {
+        if (field.bit < 0 || field.bit > 7)
+            m_faulty = true;
+        else
+            Claim(field.offset, static_cast<Byte>(1U << field.bit));
+    }
+    template <typename Row, std::size_t Rows>
+    constexpr void Claim(const Row (&table)[Rows]) {
+        for (const Row& row : table)
+            Claim(row);
+    }
+
+    [[nodiscard]] constexpr bool IsExact() const {
+        for (const Byte claimed : m_claimed)
+            if (claimed != 0xFF)
+                return false;
+        return !m_faulty;
+    }
+
+private:
+    std::array<Byte, Size> m_claimed{};
+    bool m_faulty = false;
+};
+
+// Sets the fixed bits in the block; its other bits stay.
+void EncodeFixedBits(std::span<const FixedBits> table, std::string& block);
 
 // Sets the table's bits in the block from `isOn(setting)`; the block's other bits stay.
-template <typename Setting, typename IsOn>
-void EncodeBits(std::span<const BitField<Setting>> table, std::string& block, IsOn isOn) {
+template <typename Setting, std::size_t Rows, typename IsOn>
+void EncodeBits(const BitField<Setting> (&table)[Rows], std::string& block, IsOn isOn) {
     for (std::size_t offset = 0; offset < block.size(); ++offset) {
         std::array<bool, 8> flags{};
         for (std::size_t bit = 0; bit < 8; ++bit)
@@ -64,9 +106,10 @@ void EncodeBits(std::span<const BitField<Setting>> table, std::string& block, Is
     }
 }
 
-// Hands every setting of the table to `set(setting, isOn)`, in the table's order.
-template <typename Setting, typename Set>
-void DecodeBits(std::span<const BitField<Setting>> table, std::string_view block, Set set) {
+// Hands every setting of the table to `set(setting, isOn)`, in the table's order. The block has all
+// bytes that the table names.
+template <typename Setting, std::size_t Rows, typename Set>
+void DecodeBits(const BitField<Setting> (&table)[Rows], std::string_view block, Set set) {
     for (const auto& field : table) {
         const auto byte = static_cast<Byte>(block[static_cast<std::size_t>(field.offset)]);
         set(field.setting, IsBitSet(1 << field.bit, byte));

@@ -1,0 +1,187 @@
+#include "cli/Context.h"
+
+#include "files/Files.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <charconv>
+#include <ostream>
+
+namespace qx::cli {
+
+namespace {
+
+constexpr int kSchema = 1;
+constexpr Long kDefaultLanguage = 1033;
+
+struct KindInfo {
+    host::ErrorKind kind;
+    int exitStatus;
+    const char* code;
+};
+
+constexpr KindInfo kKinds[] = {
+    {host::ErrorKind::Usage, 2, "usage"},
+    {host::ErrorKind::KeyboardNotOpened, 3, "keyboard-not-opened"},
+    {host::ErrorKind::TransferFailed, 4, "transfer-failed"},
+    {host::ErrorKind::FileFailed, 4, "file-failed"},
+    {host::ErrorKind::ReadBackDiffers, 5, "read-back-differs"},
+    {host::ErrorKind::DocumentInvalid, 6, "document-invalid"},
+    {host::ErrorKind::LayoutInvalid, 6, "layout-invalid"},
+    {host::ErrorKind::ModelInvalid, 6, "model-invalid"},
+};
+
+const KindInfo& InfoOf(host::ErrorKind kind) {
+    for (const KindInfo& info : kKinds)
+        if (info.kind == kind)
+            return info;
+    return kKinds[0];
+}
+
+} // namespace
+
+// Shows the controls' message boxes as lines on standard error.
+class Context::NotedMessageBoxes : public MessageBoxes {
+public:
+    explicit NotedMessageBoxes(Context& context) : m_context(context) {}
+    void Show(std::string_view sText) override { m_context.Note(std::string(sText)); }
+
+private:
+    Context& m_context;
+};
+
+Context::Context(Streams streams, Surroundings surroundings)
+    : m_streams(streams), m_surroundings(std::move(surroundings)),
+      m_boxes(std::make_unique<NotedMessageBoxes>(*this)) {
+    m_platform.messageBoxes = m_boxes.get();
+}
+
+Context::~Context() {
+    m_session.reset(); // gives the keyboard back while its driver is there
+}
+
+std::unique_ptr<host::Session> Context::NewSession() {
+    m_driver = m_surroundings.openDriver(options.keyboard);
+    if (!m_driver.note.empty())
+        Note(m_driver.note);
+    host::Session::Options sessionOptions;
+    sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
+    sessionOptions.statusText = m_driver.statusText;
+    return std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(sessionOptions));
+}
+
+host::Session& Context::Keyboard() {
+    if (!m_session)
+        m_session = NewSession();
+    if (!std::exchange(m_isOpen, true))
+        m_session->Open();
+    return *m_session;
+}
+
+QXKeyboardAccess& Context::Driver() {
+    if (!m_session)
+        m_session = NewSession();
+    return m_session->Access();
+}
+
+void Context::CloseKeyboard() {
+    if (m_session)
+        m_session->Close();
+}
+
+QXKeyboardLayoutData& Context::Layout() {
+    if (m_layout)
+        return *m_layout;
+    m_layout = std::make_unique<QXKeyboardLayoutData>();
+    const auto folder = options.layouts.empty() ? files::ExecutableFolder().parent_path() / "share" /
+                                                      "qxcontrols" / "layouts"
+                                                : options.layouts;
+    m_layout->SetLayoutPath((folder / "").string());
+
+    std::string name = options.layout;
+    if (name.empty() && m_isOpen && m_driver.layout)
+        name = m_driver.layout();
+    if (name.empty())
+        name = std::to_string(kDefaultLanguage);
+    Long language = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
+    const bool isLanguage = error == std::errc() && end == name.data() + name.size();
+    const bool opened =
+        isLanguage ? m_layout->OpenLayoutByID(language) : m_layout->OpenLayoutByName(name);
+    if (!opened) {
+        m_layout.reset();
+        throw host::Error(host::ErrorKind::LayoutInvalid,
+                          "the keyboard layout " + name + " could not be opened in " +
+                              folder.string());
+    }
+    return *m_layout;
+}
+
+std::unique_ptr<host::Configuration> Context::NewConfiguration() {
+    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr);
+}
+
+void Context::ShowProgress(int percent) {
+    constexpr int kWidth = 40;
+    if (!m_streams.errIsTerminal || percent == m_shownProgress)
+        return;
+    m_shownProgress = percent;
+    const int done = percent * kWidth / 100;
+    const char* const on = m_surroundings.noColor ? "" : "\033[32m";
+    const char* const off = m_surroundings.noColor ? "" : "\033[0m";
+    m_streams.err << '\r' << '[' << on << std::string(static_cast<std::size_t>(done), '#') << off
+                  << std::string(static_cast<std::size_t>(kWidth - done), '.') << "] " << percent
+                  << " %";
+    if (percent == 100)
+        m_streams.err << '\n';
+    m_streams.err.flush();
+}
+
+void Context::Result(const host::Json& json, const std::string& text) {
+    if (!options.json) {
+        m_streams.out << text;
+        return;
+    }
+    host::Json result = {{"schema", kSchema}};
+    result.update(json);
+    m_streams.out << host::PrettyText(result);
+}
+
+void Context::Flush() {
+    m_streams.out.flush();
+}
+
+void Context::Note(const std::string& text) {
+    m_streams.err << text << '\n';
+}
+
+int Context::Report(const host::Error& error) {
+    const KindInfo& info = InfoOf(error.Kind());
+    ReportError(info.code, error.what(), error.Faults(), error.Status());
+    return info.exitStatus;
+}
+
+int Context::ReportUsage(const std::string& message) {
+    const KindInfo& info = InfoOf(host::ErrorKind::Usage);
+    ReportError(info.code, message, {}, std::nullopt);
+    return info.exitStatus;
+}
+
+void Context::ReportError(const std::string& code, const std::string& message,
+                          const std::vector<host::Fault>& faults, std::optional<Long> status) {
+    Note("qxconf: " + message);
+    for (std::size_t i = 1; i < faults.size(); ++i)
+        Note("        " + faults[i].place + ": " + faults[i].message);
+    if (!options.json)
+        return;
+    host::Json error = {{"code", code}, {"message", message}};
+    error["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
+    error["status"] = status ? host::Json(*status) : host::Json();
+    if (!faults.empty()) {
+        error["faults"] = host::Json::array();
+        for (const host::Fault& fault : faults)
+            error["faults"].push_back({{"place", fault.place}, {"message", fault.message}});
+    }
+    m_streams.out << host::PrettyText({{"schema", kSchema}, {"error", error}});
+}
+
+} // namespace qx::cli

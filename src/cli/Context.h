@@ -1,0 +1,102 @@
+// Context: what every command of the command line works with.
+//
+// It holds the global options and the streams, makes the services that a command asks for on first
+// use, and writes results. Results go to standard output, everything else to standard error.
+#pragma once
+
+#include "cli/DriverSource.h"
+#include "host/Json.h"
+#include "host/Session.h"
+
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx {
+class QXKeyboardLayoutData;
+class QXProgSettings;
+} // namespace qx
+
+namespace qx::cli {
+
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+    bool errIsTerminal = false;
+};
+
+// What the command line takes from its surroundings; tests put their own in.
+struct Surroundings {
+    std::function<OpenedDriver(const KeyboardChoice&)> openDriver = OpenDriver;
+    bool noColor = true;
+};
+
+struct GlobalOptions {
+    KeyboardChoice keyboard;
+    std::filesystem::path layouts;
+    std::string layout;
+    std::filesystem::path settings;
+    bool trace = false;
+    bool json = false;
+};
+
+class Context {
+public:
+    Context(Streams streams, Surroundings surroundings);
+    ~Context();
+    Context(const Context&) = delete;
+    Context& operator=(const Context&) = delete;
+
+    GlobalOptions options;
+
+    // The exit status of a command that ran to its end; 0 unless set.
+    int exitStatus = 0;
+
+    // The keyboard, started up at the first call. Throws host::Error.
+    [[nodiscard]] host::Session& Keyboard();
+    // The driver without start-up, for what needs no keyboard.
+    [[nodiscard]] QXKeyboardAccess& Driver();
+    // Gives the keyboard back, where one was opened. Throws host::Error.
+    void CloseKeyboard();
+
+    // The keyboard layout: as chosen, else the one that the opened keyboard names, else the
+    // preferred one. Throws host::Error(LayoutInvalid).
+    [[nodiscard]] QXKeyboardLayoutData& Layout();
+
+    // A configuration with default values for the layout.
+    [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
+
+    // Writes a command's result: the text, or the members of `json` with the schema number.
+    void Result(const host::Json& json, const std::string& text);
+    // Sends what has been written on its way, for results that come one by one.
+    void Flush();
+    // Says something to the user that is no result.
+    void Note(const std::string& text);
+    // Reports an error and returns the exit status that belongs to it.
+    int Report(const host::Error& error);
+    int ReportUsage(const std::string& message);
+
+private:
+    [[nodiscard]] std::unique_ptr<host::Session> NewSession();
+    void ShowProgress(int percent);
+    void ReportError(const std::string& code, const std::string& message,
+                     const std::vector<host::Fault>& faults, std::optional<Long> status);
+
+    class NotedMessageBoxes;
+
+    Streams m_streams;
+    Surroundings m_surroundings;
+    std::unique_ptr<NotedMessageBoxes> m_boxes;
+    Platform m_platform;
+    OpenedDriver m_driver;
+    std::unique_ptr<host::Session> m_session;
+    bool m_isOpen = false;
+    int m_shownProgress = -1;
+    std::unique_ptr<QXKeyboardLayoutData> m_layout;
+};
+
+} // namespace qx::cli

@@ -1,0 +1,74 @@
+#include "cli/DriverSource.h"
+
+#include "files/Files.h"
+#include "host/Error.h"
+#include "qxcontrols/device/DriverLibrary.h"
+#include "simulator/SimulatedDriver.h"
+
+namespace qx::cli {
+
+namespace {
+
+constexpr const char* kDefaultModel = "full";
+
+// A driver library that is itself a simulated keyboard takes the file to keep it in.
+void ChooseSimulatedKeyboard(const DriverLibrary& library, const KeyboardChoice& choice) {
+    using Setter = std::int32_t(QX_DRIVER_CALL*)(const char* file, const char* model);
+    const auto set = library.Find<Setter>("QXSIM_SetKeyboard");
+    if (set == nullptr)
+        throw host::Error(host::ErrorKind::Usage,
+                          "--keyboard and --model choose a simulated keyboard; the driver library " +
+                              choice.driver.string() + " takes none");
+    const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
+    const std::int32_t status = set(choice.keyboard.string().c_str(), model.c_str());
+    if (status != 0)
+        throw host::Error(host::ErrorKind::KeyboardNotOpened,
+                          "the keyboard file " + choice.keyboard.string() +
+                              " could not be chosen: QXSIM_SetKeyboard gave status " +
+                              std::to_string(status),
+                          status);
+}
+
+OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
+    try {
+        auto library = std::make_unique<DriverLibrary>(choice.driver);
+        if (!choice.keyboard.empty() || !choice.model.empty())
+            ChooseSimulatedKeyboard(*library, choice);
+        return {std::move(library), {}, {}, {}};
+    } catch (const host::Error&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::KeyboardNotOpened, error.what());
+    }
+}
+
+} // namespace
+
+OpenedDriver OpenDriver(const KeyboardChoice& choice) {
+    if (!choice.driver.empty())
+        return OpenLibrary(choice);
+    OpenedDriver opened;
+    std::filesystem::path file = choice.keyboard;
+    if (file.empty()) {
+        file = files::UserDataFolder() / "qxcontrols" / "keyboard.qxk";
+        opened.note = "no --driver and no --keyboard: using the simulated keyboard in " + file.string();
+        std::error_code ignored; // the driver tells when it cannot write there
+        std::filesystem::create_directories(file.parent_path(), ignored);
+    }
+    try {
+        auto simulated = std::make_unique<sim::SimulatedDriver>(
+            file, choice.model.empty() ? kDefaultModel : choice.model);
+        sim::SimulatedDriver& driver = *simulated;
+        opened.statusText = [&driver](std::int32_t lStatus) {
+            return driver.LastError().empty() ? std::string(sim::StatusText(lStatus))
+                                              : driver.LastError();
+        };
+        opened.layout = [&driver] { return driver.Layout(); };
+        opened.driver = std::move(simulated);
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::ModelInvalid, error.what());
+    }
+    return opened;
+}
+
+} // namespace qx::cli

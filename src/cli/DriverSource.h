@@ -1,0 +1,31 @@
+// DriverSource: which keyboard the command line works with.
+#pragma once
+
+#include "qxcontrols/device/ConfigDriver.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace qx::cli {
+
+// The options that choose a keyboard; empty where not given.
+struct KeyboardChoice {
+    std::filesystem::path driver;   // a driver library
+    std::filesystem::path keyboard; // the file of a simulated keyboard
+    std::string model;              // the model of a new simulated keyboard
+};
+
+struct OpenedDriver {
+    std::unique_ptr<ConfigDriver> driver;
+    std::function<std::string(std::int32_t)> statusText; // the meaning of its statuses, if known
+    std::function<std::string()> layout;                 // the keyboard's layout, once it is open
+    std::string note; // what the user should know about the choice; may be empty
+};
+
+// The driver for the choice: the library; else the simulated keyboard in its file; else the one in
+// the user's data folder. Throws host::Error.
+[[nodiscard]] OpenedDriver OpenDriver(const KeyboardChoice& choice);
+
+} // namespace qx::cli

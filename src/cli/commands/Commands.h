@@ -1,0 +1,26 @@
+// The commands of qxconf. Each adds its own command with its options and its help to the parser; it
+// runs when the parser finds it.
+#pragma once
+
+#include "cli/Context.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+namespace qx::cli {
+
+void AddIdentify(CLI::App& app, Context& context);
+void AddUpload(CLI::App& app, Context& context);
+void AddDownload(CLI::App& app, Context& context);
+void AddShow(CLI::App& app, Context& context);
+void AddDiff(CLI::App& app, Context& context);
+void AddValidate(CLI::App& app, Context& context);
+void AddDefaults(CLI::App& app, Context& context);
+void AddKeyboardFiles(CLI::App& app, Context& context); // rom, chipcard, param, convert
+void AddLayer(CLI::App& app, Context& context);
+void AddPosition(CLI::App& app, Context& context);
+void AddCodePage(CLI::App& app, Context& context);
+void AddPrefs(CLI::App& app, Context& context);
+
+} // namespace qx::cli

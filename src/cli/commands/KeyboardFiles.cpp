@@ -1,0 +1,138 @@
+#include "cli/commands/Commands.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace qx::cli {
+
+namespace {
+
+using FileOperation = Long (QXKeyboardAccess::*)(const std::string&);
+
+struct FileKind {
+    const char* command;
+    const char* content;
+    FileOperation save;
+    FileOperation load;
+    bool hasSerialLine;
+};
+
+constexpr FileKind kKinds[] = {
+    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile, false},
+    {"chipcard", "chipcard reader's program", &QXKeyboardAccess::SaveChipcardRomIntoFile,
+     &QXKeyboardAccess::LoadChipcardRomFromFile, true},
+    {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
+     &QXKeyboardAccess::LoadParameterFromFile, false},
+};
+
+// Lets the driver write a file beside the wanted one, and puts it there when all went well: a driver
+// that fails half-way leaves an earlier file as it was.
+void WriteBeside(const std::string& file, const std::function<void(const std::string&)>& write) {
+    const std::filesystem::path part = file + ".part";
+    std::error_code error;
+    try {
+        write(part.string());
+    } catch (...) {
+        std::filesystem::remove(part, error);
+        throw;
+    }
+    std::filesystem::rename(part, file, error);
+    if (error)
+        throw host::Error(host::ErrorKind::FileFailed,
+                          "cannot write " + file + ": " + error.message());
+}
+
+struct SerialLine {
+    Integer baudRateIndex = 0;
+    Integer comPort = 2;
+};
+
+void Transfer(Context& context, const FileKind& kind, bool save, const std::string& file,
+              const SerialLine& line) {
+    host::Session& session = context.Keyboard();
+    const std::string content = std::string("the ") + kind.content;
+    const auto transfer = [&](const std::string& name) {
+        session.Run((save ? "saving " : "loading ") + content + (save ? " into " : " from ") + file +
+                        " failed",
+                    [&] {
+                        if (kind.hasSerialLine)
+                            session.Access().SetChipcardRomParameters(line.baudRateIndex,
+                                                                      line.comPort);
+                        (void)(session.Access().*(save ? kind.save : kind.load))(name);
+                    });
+    };
+    if (save)
+        WriteBeside(file, transfer);
+    else
+        transfer(file);
+    context.CloseKeyboard();
+    const std::string direction = save ? "keyboard to file" : "file to keyboard";
+    context.Result({{"direction", direction}, {"content", kind.content}, {"file", file}},
+                   direction + ": " + content + (save ? " saved into " : " loaded from ") + file + "\n");
+}
+
+void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool save) {
+    const std::string name = save ? "save" : "load";
+    const std::string what = std::string("the ") + kind.content;
+    CLI::App* command = parent.add_subcommand(
+        name, save ? "Save " + what + " into a file (keyboard to file)"
+                   : "Load " + what + " from a file (file to keyboard)");
+    const auto file = std::make_shared<std::string>();
+    const auto line = std::make_shared<SerialLine>();
+    command->add_option("FILE", *file, "The file, in the driver's own format")->required();
+    if (kind.hasSerialLine) {
+        command->add_option("--baud", line->baudRateIndex, "Index of the baud rate (default 0)")
+            ->type_name("INDEX");
+        command->add_option("--port", line->comPort, "Serial port (default 2)")->type_name("NUMBER");
+    }
+    command->footer("Example:\n  qxconf " + std::string(kind.command) + " " + name + " keyboard.bin");
+    command->callback([&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
+}
+
+struct Conversion {
+    std::string source;
+    std::string destination;
+    Long parameters[3] = {};
+};
+
+void Convert(Context& context, const Conversion& conversion) {
+    QXKeyboardAccess& driver = context.Driver();
+    WriteBeside(conversion.destination, [&](const std::string& part) {
+        const Long status = driver.ConvertBinFileToRomFile(
+            conversion.source, part, conversion.parameters[0], conversion.parameters[1],
+            conversion.parameters[2]);
+        if (status != 0)
+            throw host::Error(host::ErrorKind::TransferFailed,
+                              "converting " + conversion.source +
+                                  " failed: QXCFG_ConvertBinFileIntoRomFile gave status " +
+                                  std::to_string(status),
+                              status);
+    });
+    context.Result({{"source", conversion.source}, {"file", conversion.destination}},
+                   "converted " + conversion.source + " into " + conversion.destination + "\n");
+}
+
+} // namespace
+
+void AddKeyboardFiles(CLI::App& app, Context& context) {
+    for (const FileKind& kind : kKinds) {
+        CLI::App* command = app.add_subcommand(
+            kind.command, std::string("Save or load the keyboard's ") + kind.content);
+        command->require_subcommand(1);
+        AddTransfer(*command, context, kind, true);
+        AddTransfer(*command, context, kind, false);
+    }
+    CLI::App* convert =
+        app.add_subcommand("convert", "Convert a raw binary file into a program file of the driver");
+    const auto conversion = std::make_shared<Conversion>();
+    convert->add_option("BIN", conversion->source, "The raw binary file")->required();
+    convert->add_option("ROM", conversion->destination, "The program file to write")->required();
+    const char* const names[] = {"P1", "P2", "P3"};
+    for (std::size_t i = 0; i < 3; ++i)
+        convert->add_option(names[i], conversion->parameters[i], "Parameter of the driver's own")
+            ->required();
+    convert->footer("Example:\n  qxconf convert firmware.bin firmware.rom 0 0 0");
+    convert->callback([&context, conversion] { Convert(context, *conversion); });
+}
+
+} // namespace qx::cli

@@ -1,0 +1,104 @@
+#include "cli/commands/Commands.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <chrono>
+#include <csignal>
+#include <memory>
+#include <thread>
+
+namespace qx::cli {
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+extern "C" void OnInterrupt(int) {
+    interrupted = 1;
+}
+
+// Ctrl+C ends the watching instead of the program, so that the keyboard leaves its mode.
+class InterruptWatch {
+public:
+    InterruptWatch() : m_previous(std::signal(SIGINT, OnInterrupt)) { interrupted = 0; }
+    ~InterruptWatch() { std::signal(SIGINT, m_previous); }
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+private:
+    void (*m_previous)(int);
+};
+
+// The keyboard in position-programming mode, for as long as this lives.
+class PositionMode {
+public:
+    explicit PositionMode(host::Session& session) : m_session(session) {
+        m_session.Run("entering position-programming mode failed",
+                      [&] { m_session.Access().EnablePositionProgMode(); });
+    }
+    void Leave() {
+        m_isOn = false;
+        m_session.Run("leaving position-programming mode failed",
+                      [&] { m_session.Access().DisablePositionProgMode(); });
+    }
+    ~PositionMode() {
+        if (m_isOn)
+            m_session.Access().DisablePositionProgMode();
+    }
+    PositionMode(const PositionMode&) = delete;
+    PositionMode& operator=(const PositionMode&) = delete;
+
+private:
+    host::Session& m_session;
+    bool m_isOn = true;
+};
+
+struct Limits {
+    int count = 0;   // keys; 0: no limit
+    int seconds = 0; // 0: no limit
+};
+
+void Watch(Context& context, const Limits& limits) {
+    constexpr auto kInterval = std::chrono::milliseconds(100);
+    const InterruptWatch interrupt;
+    host::Session& session = context.Keyboard();
+    const QXKeyboardLayoutData& layout = context.Layout();
+    PositionMode mode(session);
+    context.Note("press keys on the keyboard; Ctrl+C ends");
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(limits.seconds);
+    for (int keys = 0; interrupted == 0 && (limits.count == 0 || keys < limits.count);) {
+        const Long code = session.Access().GetPositionCodeKey();
+        if (code == 0 || code == -1 || code == -2) { // no key was pressed
+            if (limits.seconds != 0 && std::chrono::steady_clock::now() >= end)
+                break;
+            std::this_thread::sleep_for(kInterval);
+            continue;
+        }
+        ++keys;
+        context.Result({{"key", code}, {"caption", layout.KeyLongCaption(code)}},
+                       "key " + std::to_string(code) + " " + layout.KeyLongCaption(code) + "\n");
+        context.Flush();
+    }
+    mode.Leave();
+    context.CloseKeyboard();
+}
+
+} // namespace
+
+void AddPosition(CLI::App& app, Context& context) {
+    CLI::App* position = app.add_subcommand("position", "Work with the keyboard's position codes");
+    position->require_subcommand(1);
+    CLI::App* command = position->add_subcommand("watch", "Print each key as it is pressed");
+    const auto limits = std::make_shared<Limits>();
+    command->add_option("--count", limits->count, "End after this many keys")
+        ->check(CLI::PositiveNumber);
+    command->add_option("--seconds", limits->seconds, "End after this many seconds")
+        ->check(CLI::PositiveNumber);
+    command->footer("While watching, the keyboard reports its keys here instead of typing.\n\n"
+                    "Examples:\n"
+                    "  qxconf position watch\n"
+                    "  qxconf position watch --count 1");
+    command->callback([&context, limits] { Watch(context, *limits); });
+}
+
+} // namespace qx::cli

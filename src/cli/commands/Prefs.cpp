@@ -1,0 +1,175 @@
+#include "cli/commands/Commands.h"
+
+#include "host/SettingsStore.h"
+#include "qxcontrols/settings/QXProgSettings.h"
+
+#include <charconv>
+#include <cstdio>
+#include <memory>
+
+namespace qx::cli {
+
+namespace {
+
+constexpr struct {
+    PreferenceType type;
+    const char* name;
+} kTypes[] = {
+    {PreferenceType::Integer16, "16-bit number"}, {PreferenceType::Long, "32-bit number"},
+    {PreferenceType::Colour, "colour"},           {PreferenceType::Boolean, "Boolean"},
+    {PreferenceType::String, "text"},
+};
+
+const char* NameOf(PreferenceType type) {
+    for (const auto& each : kTypes)
+        if (each.type == type)
+            return each.name;
+    return "";
+}
+
+[[noreturn]] void RefuseValue(const PreferenceInfo& info, const std::string& text,
+                              const std::string& expected) {
+    throw host::Error(host::ErrorKind::Usage, "\"" + text + "\" is no value for " +
+                                                  std::string(info.property) + ": " + expected +
+                                                  " is expected");
+}
+
+const PreferenceInfo& Find(const std::string& name) {
+    for (const PreferenceInfo& info : Preferences())
+        if (info.property == name)
+            return info;
+    throw host::Error(host::ErrorKind::Usage,
+                      "there is no preference \"" + name + "\" (see qxconf prefs list)");
+}
+
+std::string Shown(const PreferenceInfo& info, const QXProgSettings::Value& value) {
+    if (const auto* flag = std::get_if<bool>(&value))
+        return *flag ? "True" : "False";
+    if (const auto* text = std::get_if<std::string>(&value))
+        return *text;
+    const Long number = std::get<Long>(value);
+    if (info.type != PreferenceType::Colour)
+        return std::to_string(number);
+    char hexadecimal[11];
+    std::snprintf(hexadecimal, sizeof hexadecimal, "0x%08X", static_cast<unsigned>(number));
+    return hexadecimal;
+}
+
+host::Json JsonOf(const QXProgSettings::Value& value) {
+    return std::visit([](const auto& held) { return host::Json(held); }, value);
+}
+
+QXProgSettings::Value ParseBoolean(const PreferenceInfo& info, const std::string& text) {
+    for (const char* word : {"True", "true", "-1", "1"})
+        if (text == word)
+            return true;
+    for (const char* word : {"False", "false", "0"})
+        if (text == word)
+            return false;
+    RefuseValue(info, text, "True or False");
+}
+
+QXProgSettings::Value ParseNumber(const PreferenceInfo& info, const std::string& text) {
+    const bool isHexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    const char* const begin = text.data() + (isHexadecimal ? 2 : 0);
+    const char* const end = text.data() + text.size();
+    std::int64_t number = 0;
+    const auto [stop, error] = std::from_chars(begin, end, number, isHexadecimal ? 16 : 10);
+    const bool isColour = info.type == PreferenceType::Colour;
+    const std::int64_t most = isColour ? 0xFFFFFFFF : std::numeric_limits<Long>::max();
+    if (error != std::errc() || stop != end || (isHexadecimal && *begin == '-') ||
+        number < std::numeric_limits<Long>::min() || number > most)
+        RefuseValue(info, text, std::string("a ") + NameOf(info.type));
+    return static_cast<Long>(static_cast<std::uint32_t>(number));
+}
+
+QXProgSettings::Value Parse(const PreferenceInfo& info, const std::string& text) {
+    if (info.type == PreferenceType::String)
+        return text;
+    return info.type == PreferenceType::Boolean ? ParseBoolean(info, text) : ParseNumber(info, text);
+}
+
+// The preferences as they are stored.
+class Store {
+public:
+    explicit Store(Context& context) : m_store(context.options.settings), settings(m_store) {
+        if (!m_store.DamagedFile().empty())
+            context.Note("the preferences were damaged; the file is kept as " +
+                         m_store.DamagedFile().string() + ", and the defaults hold");
+        settings.Load();
+    }
+
+    void Save() {
+        settings.Save();
+        settings.SaveWinPos();
+        m_store.Flush();
+    }
+
+private:
+    host::SettingsStore m_store;
+
+public:
+    QXProgSettings settings;
+};
+
+void List(Context& context) {
+    Store store(context);
+    host::Json json = {{"preferences", host::Json::array()}};
+    std::string text;
+    for (const PreferenceInfo& info : Preferences()) {
+        const auto value = store.settings.Get(info.property);
+        json["preferences"].push_back(
+            {{"name", info.property}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}});
+        text += std::string(info.property) + " = " + Shown(info, value) + "  (" +
+                NameOf(info.type) + ")\n";
+    }
+    context.Result(json, text);
+}
+
+void Get(Context& context, const std::string& name) {
+    const PreferenceInfo& info = Find(name);
+    const auto value = Store(context).settings.Get(name);
+    context.Result({{"name", name}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}},
+                   Shown(info, value) + "\n");
+}
+
+void Set(Context& context, const std::string& name, const std::string& text) {
+    const PreferenceInfo& info = Find(name);
+    const auto value = Parse(info, text);
+    Store store(context);
+    try {
+        store.settings.Set(name, value);
+    } catch (const std::out_of_range&) {
+        RefuseValue(info, text, std::string("a ") + NameOf(info.type));
+    }
+    store.Save();
+    context.Result({{"name", name}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}},
+                   name + " = " + Shown(info, value) + "\n");
+}
+
+} // namespace
+
+void AddPrefs(CLI::App& app, Context& context) {
+    CLI::App* prefs = app.add_subcommand("prefs", "Read and change preferences");
+    prefs->require_subcommand(1);
+    prefs->add_subcommand("list", "List all preferences with their types")
+        ->callback([&context] { List(context); });
+
+    const auto name = std::make_shared<std::string>();
+    const auto value = std::make_shared<std::string>();
+    CLI::App* get = prefs->add_subcommand("get", "Print one preference");
+    get->add_option("NAME", *name, "Its property name")->required();
+    get->callback([&context, name] { Get(context, *name); });
+
+    CLI::App* set = prefs->add_subcommand("set", "Change one preference");
+    set->add_option("NAME", *name, "Its property name")->required();
+    set->add_option("VALUE", *value, "True or False, a number, a colour (0x00BBGGRR), or a text")
+        ->required();
+    set->callback([&context, name, value] { Set(context, *name, *value); });
+    prefs->footer("Examples:\n"
+                  "  qxconf prefs list\n"
+                  "  qxconf prefs get ColorProg\n"
+                  "  qxconf prefs set AutoSave False");
+}
+
+} // namespace qx::cli

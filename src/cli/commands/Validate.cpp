@@ -1,0 +1,24 @@
+#include "cli/commands/Commands.h"
+
+#include "cli/Output.h"
+
+#include <memory>
+
+namespace qx::cli {
+
+void AddValidate(CLI::App& app, Context& context) {
+    CLI::App* command = app.add_subcommand("validate", "Check a document and name every fault");
+    const auto file = std::make_shared<std::string>();
+    command->add_option("FILE", *file, "The document")->required();
+    command->footer("Needs no keyboard.\n\nExamples:\n"
+                    "  qxconf validate till.json\n"
+                    "  qxconf --json validate till.json");
+    command->callback([&context, file] {
+        const auto document = host::ConfigurationDocument::Load(*file);
+        const auto sections = context.NewConfiguration()->Read(document);
+        context.Result({{"valid", true}, {"file", *file}},
+                       *file + " is valid: " + Counted(sections.size(), "section") + "\n");
+    });
+}
+
+} // namespace qx::cli

@@ -1,0 +1,122 @@
+#include "host/Configuration.h"
+
+#include "host/JsonFieldReader.h"
+#include "host/JsonFieldWriter.h"
+#include "host/sections/Sections.h"
+
+#include <algorithm>
+
+namespace qx::host {
+
+namespace {
+
+constexpr std::string_view kFrameKeys[] = {"format", "version",
+                                           ConfigurationDocument::kKeyboardKey};
+
+std::string InvalidText(const std::string& name, const std::vector<Fault>& faults) {
+    std::string text = name + ": " + faults.front().place + ": " + faults.front().message;
+    if (faults.size() > 1)
+        text += " (and " + std::to_string(faults.size() - 1) + " more faults)";
+    return text;
+}
+
+} // namespace
+
+Configuration::Configuration(const Platform& platform, QXKeyboardLayoutData* layout,
+                             QXProgSettings* preferences)
+    : m_layout(layout), m_sections(MakeSections(platform)) {
+    for (const auto& section : m_sections) {
+        section->Control().SetLayoutSource(layout);
+        section->Control().SetPrefSource(preferences);
+        section->Control().ReloadKeySettings();
+        section->Control().DefaultValues();
+    }
+}
+
+Section* Configuration::Find(std::string_view key) const {
+    const auto found =
+        std::find_if(m_sections.begin(), m_sections.end(),
+                     [&](const auto& section) { return section->Info().key == key; });
+    return found == m_sections.end() ? nullptr : found->get();
+}
+
+std::vector<Section*> Configuration::Read(const ConfigurationDocument& document) {
+    std::vector<Fault> faults;
+    std::vector<Section*> read;
+    for (const auto& [key, value] : document.AsJson().items()) {
+        if (key == ConfigurationDocument::kKeyboardKey) {
+            KeyboardInfo informative;
+            JsonFieldReader(value, "/" + key, m_layout, faults)
+                .Read([&](FieldVisitor& fields) { informative.Visit(fields); });
+        } else if (Section* section = Find(key)) {
+            JsonFieldReader(value, "/" + key, m_layout, faults)
+                .Read([&](FieldVisitor& fields) { section->Visit(fields); });
+            read.push_back(section);
+        } else if (std::find(std::begin(kFrameKeys), std::end(kFrameKeys), key) ==
+                   std::end(kFrameKeys)) {
+            faults.push_back({"/" + key, "\"" + key + "\" is not known here"});
+        }
+    }
+    if (!faults.empty())
+        throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
+    for (Section* section : read)
+        section->Control().AdjustControls();
+    return read;
+}
+
+ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections) const {
+    ConfigurationDocument document;
+    for (Section* section : sections) {
+        JsonFieldWriter writer(document.Place(section->Info().key));
+        section->Visit(writer);
+    }
+    return document;
+}
+
+ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections,
+                                           KeyboardInfo keyboard) const {
+    ConfigurationDocument document;
+    JsonFieldWriter writer(document.Place(ConfigurationDocument::kKeyboardKey));
+    keyboard.Visit(writer);
+    const ConfigurationDocument settings = Write(sections);
+    for (Section* section : sections)
+        document.Place(section->Info().key) = *settings.Find(section->Info().key);
+    return document;
+}
+
+std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) const {
+    std::vector<Setting> settings;
+    for (Section* section : sections) {
+        FieldLister lister(section->Info().key, section->Info().title, m_layout, settings);
+        section->Visit(lister);
+    }
+    return settings;
+}
+
+std::string ToText(const Difference& difference) {
+    return difference.name + (difference.isSequence ? ": " : " ") + difference.from + " → " +
+           difference.to;
+}
+
+std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to) {
+    const std::string none = "(none)";
+    std::map<std::string, const Setting*> unmatched;
+    for (const Setting& setting : to)
+        unmatched.emplace(setting.place, &setting);
+    std::vector<Difference> differences;
+    const auto add = [&](const Setting& setting, const std::string& before,
+                         const std::string& after) {
+        if (setting.isStored && before != after)
+            differences.push_back({setting.place, setting.name, before, after, setting.isSequence});
+    };
+    for (const Setting& setting : from) {
+        const auto match = unmatched.extract(setting.place);
+        add(setting, setting.value, match.empty() ? none : match.mapped()->value);
+    }
+    for (const Setting& setting : to)
+        if (unmatched.contains(setting.place))
+            add(setting, none, setting.value);
+    return differences;
+}
+
+} // namespace qx::host

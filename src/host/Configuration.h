@@ -1,0 +1,66 @@
+// Configuration: the settings of all modules of a keyboard set-up, in the controls that edit them.
+//
+// It owns one section for each module control, and moves their settings into and out of documents.
+// The controls work with or without a keyboard.
+#pragma once
+
+#include "host/ConfigurationDocument.h"
+#include "host/Error.h"
+#include "host/FieldLister.h"
+#include "host/KeyboardInfo.h"
+#include "host/Section.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace qx::host {
+
+class Configuration {
+public:
+    // All sections with default values, for a keyboard of this layout. The services, the layout and
+    // the preferences (both may be null) stay alive as long as this object.
+    explicit Configuration(const Platform& platform, QXKeyboardLayoutData* layout,
+                           QXProgSettings* preferences);
+
+    [[nodiscard]] const std::vector<std::unique_ptr<Section>>& Sections() const {
+        return m_sections;
+    }
+    [[nodiscard]] Section* Find(std::string_view key) const; // null for an unknown key
+
+    // Takes over the settings of all sections that the document has. Strict: with any fault, all of
+    // which are told, Error(DocumentInvalid) is thrown. Returns the sections that it had.
+    std::vector<Section*> Read(const ConfigurationDocument& document);
+
+    // A document of these sections.
+    [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections) const;
+    [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections,
+                                              KeyboardInfo keyboard) const;
+
+    // The settings of these sections, for people.
+    [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections) const;
+
+private:
+    QXKeyboardLayoutData* m_layout;
+    std::vector<std::unique_ptr<Section>> m_sections;
+};
+
+// A setting that two configurations have differently.
+struct Difference {
+    std::string place;
+    std::string name;
+    std::string from; // "(none)" where one of them has no such setting
+    std::string to;
+    bool isSequence;
+};
+
+// "barcode Code39 minimum length 1 → 4", "POS key 12: Ctrl C → Esc".
+[[nodiscard]] std::string ToText(const Difference& difference);
+
+// The differences between settings that keyboards store.
+[[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
+                                              const std::vector<Setting>& to);
+
+} // namespace qx::host

@@ -1,0 +1,46 @@
+// ConfigurationDocument: the file that holds one keyboard set-up.
+//
+// A document is JSON: a format name, a version, a note of the keyboard that it was read from, and one
+// section for each module. This class reads and writes the frame; what stands in a section is the
+// section's own affair (Section::Visit, Configuration).
+#pragma once
+
+#include "host/Json.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace qx::host {
+
+class ConfigurationDocument {
+public:
+    static constexpr std::string_view kFormat = "qx-configuration";
+    static constexpr int kVersion = 1;
+    static constexpr std::string_view kKeyboardKey = "keyboard";
+
+    // A document without sections.
+    ConfigurationDocument();
+
+    // Reads the frame strictly. `name` names the document in errors. Throws Error(DocumentInvalid)
+    // for anything but one JSON object of this format and version whose members are all different.
+    [[nodiscard]] static ConfigurationDocument Parse(std::string_view text,
+                                                     const std::string& name);
+    // The same from a file; Error(FileFailed) when it cannot be read.
+    [[nodiscard]] static ConfigurationDocument Load(const std::filesystem::path& path);
+
+    [[nodiscard]] std::string ToText() const { return PrettyText(m_json); }
+    [[nodiscard]] const Json& AsJson() const { return m_json; }
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+
+    // A section by its key (`keyboard` is one here); null when the document lacks it.
+    [[nodiscard]] const Json* Find(std::string_view key) const;
+    // The section, made when it is not there.
+    [[nodiscard]] Json& Place(std::string_view key);
+
+private:
+    Json m_json;
+    std::string m_name;
+};
+
+} // namespace qx::host

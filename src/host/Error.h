@@ -1,0 +1,52 @@
+// Error: what went wrong, for people and for programs.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace qx::host {
+
+enum class ErrorKind {
+    Usage,             // an argument names something that does not exist
+    KeyboardNotOpened, // no driver, no keyboard, or its start-up failed
+    TransferFailed,    // a driver call of a transfer, a mode or a file operation failed
+    FileFailed,        // a file could not be read or written
+    ReadBackDiffers,   // the keyboard does not hold what was written
+    DocumentInvalid,   // a configuration document cannot be used
+    LayoutInvalid,     // a keyboard layout cannot be used
+    ModelInvalid,      // the model of a simulated keyboard cannot be used
+};
+
+// One fault of a document: where (a JSON pointer, or empty for the whole), and what.
+struct Fault {
+    std::string place;
+    std::string message;
+};
+
+class Error : public std::runtime_error {
+public:
+    Error(ErrorKind kind, const std::string& message) : std::runtime_error(message), m_kind(kind) {}
+
+    // A failed driver call: the message ends with its name and status.
+    Error(ErrorKind kind, const std::string& message, Long status)
+        : std::runtime_error(message), m_kind(kind), m_status(status) {}
+
+    // A file with faults; the message names the file and the first fault.
+    Error(ErrorKind kind, const std::string& message, std::vector<Fault> faults)
+        : std::runtime_error(message), m_kind(kind), m_faults(std::move(faults)) {}
+
+    [[nodiscard]] ErrorKind Kind() const { return m_kind; }
+    [[nodiscard]] std::optional<Long> Status() const { return m_status; } // the driver's own
+    [[nodiscard]] const std::vector<Fault>& Faults() const { return m_faults; }
+
+private:
+    ErrorKind m_kind;
+    std::optional<Long> m_status;
+    std::vector<Fault> m_faults;
+};
+
+} // namespace qx::host

@@ -1,0 +1,49 @@
+// FieldLister: the walk that tells settings for people, one by one.
+#pragma once
+
+#include "host/FieldVisitor.h"
+
+namespace qx {
+class QXKeyboardLayoutData;
+}
+
+namespace qx::host {
+
+// One setting: "barcode Code39 minimum length" is "1".
+struct Setting {
+    std::string place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
+    std::string name;
+    std::string value;
+    bool isSequence = false;
+    bool isStored = true; // in the keyboard; false for what only documents hold
+};
+
+class FieldLister : public FieldVisitor {
+public:
+    // Lists the section that has this key and this name for people. Sequences are told with the
+    // captions of `layout`, or by their codes where it is null.
+    FieldLister(std::string_view key, std::string_view title, const QXKeyboardLayoutData* layout,
+                std::vector<Setting>& settings);
+
+    bool Flag(const Field& field, bool fValue) override;
+    Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
+    std::vector<Integer> Keys(const Field& field, const std::vector<Integer>& keys, Integer nMin,
+                              Integer nMax, const PositionCodeOf& positionCodeOf) override;
+    std::string Text(const Field& field, const std::string& sValue, std::size_t maxUnits) override;
+    void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override;
+    void Object(const Field& field, const std::function<void()>& members) override;
+    void Array(const Field& field, std::size_t count, Integer nFirst,
+               const std::function<void(const Field&, std::size_t)>& element) override;
+    void List(const FieldList& list) override;
+
+private:
+    void Add(const Field& field, std::string value, bool isSequence = false);
+    void Within(std::string_view key, std::string_view label, const std::function<void()>& walk);
+
+    const QXKeyboardLayoutData* m_layout;
+    std::vector<Setting>& m_settings;
+    std::string m_place;
+    std::string m_name;
+};
+
+} // namespace qx::host

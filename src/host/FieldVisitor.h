@@ -1,0 +1,74 @@
+// FieldVisitor: walks the settings of a section, whatever is to be done with them.
+//
+// Each section of the configuration describes its settings once, as a walk over named fields; reading
+// a document, writing one, comparing two and printing for people are visitors of that walk. A field's
+// method returns the value that the setting then has: the present one, or the one just read.
+#pragma once
+
+#include "qxcontrols/keys/KeySequence.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::host {
+
+struct Field {
+    std::string_view key;    // its name in a document
+    std::string_view label;  // its name for people; empty where the outer names say it all
+    bool required = true;    // in a document; one that is not may be left out
+    bool stored = true;      // in the keyboard; what is not stored is shown, but never compared
+};
+
+// A list of the elements that have content, each found by the numbers in its key members.
+struct FieldList {
+    using Id = std::vector<Integer>;
+    struct KeyMember {
+        std::string_view key;
+        Integer min;
+        Integer max;
+    };
+
+    Field field;
+    std::vector<KeyMember> keyMembers;
+    std::vector<Id> present;                            // in the order in which they are written
+    std::function<void()> clear;                        // empties all elements, before reading
+    std::function<void(const Id&)> visit;               // walks the element's other members
+    std::function<std::string(const Id&)> elementLabel; // "key 12"
+};
+
+class FieldVisitor {
+public:
+    virtual ~FieldVisitor() = default;
+
+    [[nodiscard]] virtual bool Flag(const Field& field, bool fValue) = 0;
+    [[nodiscard]] virtual Integer Number(const Field& field, Integer nValue, Integer nMin,
+                                         Integer nMax) = 0;
+    // Numbers of keys in a fixed range, as many as there are. For people they are told by the
+    // captions of their position codes.
+    using PositionCodeOf = std::function<Long(Integer)>;
+    [[nodiscard]] virtual std::vector<Integer> Keys(const Field& field,
+                                                    const std::vector<Integer>& keys, Integer nMin,
+                                                    Integer nMax,
+                                                    const PositionCodeOf& positionCodeOf) = 0;
+    // UTF-8 text of at most maxUnits UTF-16 units.
+    [[nodiscard]] virtual std::string Text(const Field& field, const std::string& sValue,
+                                           std::size_t maxUnits) = 0;
+    // A sequence for a slot of nSlot bytes.
+    virtual void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) = 0;
+
+    virtual void Object(const Field& field, const std::function<void()>& members) = 0;
+    // A fixed number of elements, for people numbered from nFirst. `element` walks one of them, with
+    // the Field that it is given and its index from 0.
+    virtual void Array(const Field& field, std::size_t count, Integer nFirst,
+                       const std::function<void(const Field&, std::size_t)>& element) = 0;
+    virtual void List(const FieldList& list) = 0;
+
+    // Whether the walk changes the settings.
+    [[nodiscard]] virtual bool IsReading() const { return false; }
+    // Says that the value just read for the field cannot be used; without effect when not reading.
+    virtual void Refuse(const Field& /*field*/, const std::string& /*sReason*/) {}
+};
+
+} // namespace qx::host

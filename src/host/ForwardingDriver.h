@@ -1,0 +1,36 @@
+// ForwardingDriver: a driver that hands every call on to another one and notes its result.
+#pragma once
+
+#include "qxcontrols/device/ConfigDriver.h"
+
+#include <string_view>
+
+namespace qx::host {
+
+// What the result of a driver function is, as its table says.
+enum class DriverResult { Status, Ignored, Value };
+
+class ForwardingDriver : public ConfigDriver {
+public:
+    // `inner` stays alive as long as this object.
+    explicit ForwardingDriver(ConfigDriver& inner) : m_inner(inner) {}
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    std::int32_t name parameters override {                                                        \
+        return Noted(#name, DriverResult::result, m_inner.name arguments);                         \
+    }
+#include "qxcontrols/device/DriverFunctions.def"
+    void QXSIM_SetMessagePoster(MessagePoster post) override {
+        m_inner.QXSIM_SetMessagePoster(post);
+    }
+
+protected:
+    // Called after every call; returns the result to hand back.
+    virtual std::int32_t Noted(std::string_view function, DriverResult kind,
+                               std::int32_t result) = 0;
+
+private:
+    ConfigDriver& m_inner;
+};
+
+} // namespace qx::host

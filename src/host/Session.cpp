@@ -1,0 +1,218 @@
+#include "host/Session.h"
+
+#include "qxcontrols/common/Text.h"
+
+#include <algorithm>
+
+namespace qx::host {
+
+namespace {
+
+// The message that this host has drivers post for their progress; 0x8000 is the first number that
+// belongs to applications.
+constexpr Long kProgressMessage = 0x8000;
+
+} // namespace
+
+// The controls know the keyboard only while the session works with them, so that a configuration may
+// outlive its session.
+class Session::Assigned {
+public:
+    Assigned(const std::vector<Section*>& sections, QXKeyboardAccess& access)
+        : m_sections(sections) {
+        for (Section* section : m_sections)
+            section->Control().SetKeyboard(&access);
+    }
+    ~Assigned() {
+        for (Section* section : m_sections)
+            section->Control().SetKeyboard(nullptr);
+    }
+    Assigned(const Assigned&) = delete;
+    Assigned& operator=(const Assigned&) = delete;
+
+private:
+    const std::vector<Section*>& m_sections;
+};
+
+Session::Session(ConfigDriver& driver, const Platform& platform, Options options)
+    : m_driver(driver), m_options(std::move(options)),
+      m_window([this](std::int32_t lMsg, std::int32_t, std::int32_t lParam) {
+          if (lMsg == kProgressMessage && m_options.progress)
+              m_options.progress(std::clamp(lParam, 0, 100));
+      }),
+      m_access(m_driver, platform) {}
+
+Session::~Session() {
+    try {
+        Close();
+    } catch (const std::exception&) { // nobody is left to be told
+    }
+}
+
+void Session::Attempt(ErrorKind kind, const std::string& what,
+                      const std::function<void()>& operation) {
+    m_driver.BeginOperation();
+    operation();
+    const auto& failure = m_driver.Failure();
+    if (!failure)
+        return;
+    std::string message =
+        what + ": " + failure->function + " gave status " + std::to_string(failure->status);
+    const std::string meaning = m_options.statusText ? m_options.statusText(failure->status) : "";
+    if (!meaning.empty())
+        message += " (" + meaning + ")";
+    throw Error(kind, message, failure->status);
+}
+
+void Session::Run(const std::string& what, const std::function<void()>& operation) {
+    Attempt(ErrorKind::TransferFailed, what, operation);
+}
+
+void Session::Open() {
+    bool ready = false;
+    Attempt(ErrorKind::KeyboardNotOpened, "the keyboard could not be opened", [&] {
+        ready = m_access.Init();
+        m_isOpen = ready;
+    });
+    if (!ready)
+        throw Error(ErrorKind::KeyboardNotOpened,
+                    "the keyboard could not be opened: it has no configuration directory");
+    m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
+    m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
+}
+
+void Session::Close() {
+    if (!std::exchange(m_isOpen, false))
+        return;
+    m_driver.QXSIM_SetMessagePoster(nullptr);
+    Run("the keyboard's own layer keys may still be blocked", [&] { m_access.Done(); });
+}
+
+Long Session::AreaAddress(const Area& area) const {
+    return area.fixedAddress != -1 ? area.fixedAddress
+                                   : m_access.GetBaseAddressForModule(area.module);
+}
+
+bool Session::Has(const Section& section) const {
+    const auto areas = section.Info().areas;
+    return std::all_of(areas.begin(), areas.end(), [&](const Area& area) {
+        return !area.required || AreaAddress(area) != -1;
+    });
+}
+
+std::vector<Section*> Session::SectionsIn(const Configuration& configuration,
+                                          bool fSkipAbsent) const {
+    std::vector<Section*> present;
+    for (const auto& section : configuration.Sections()) {
+        if (!Has(*section))
+            continue;
+        present.push_back(section.get());
+        for (const Area& area : section->Info().areas)
+            if (AreaAddress(area) == -1)
+                section->LacksArea(area.module, fSkipAbsent);
+    }
+    return present;
+}
+
+void Session::LeaveOutMissingAreas(const Section& section) {
+    m_driver.EndLeavingOut();
+    for (const Area& area : section.Info().areas)
+        if (AreaAddress(area) == -1)
+            m_driver.LeaveOut(-1, area.size);
+}
+
+void Session::Upload(const std::vector<Section*>& sections) {
+    const Assigned assigned(sections, m_access);
+    Run("reading from the keyboard failed", [&] {
+        m_access.DataTransferPrepare();
+        for (Section* section : sections) {
+            LeaveOutMissingAreas(*section);
+            section->Control().PrepareDataUpload(true);
+        }
+        m_driver.EndLeavingOut();
+        if (m_driver.Failure() || m_access.Upload() != 0)
+            return m_access.DataTransferFixUp();
+        for (Section* section : sections) {
+            LeaveOutMissingAreas(*section);
+            section->Control().DataUpload(true);
+        }
+        m_driver.EndLeavingOut();
+        m_access.DataTransferFixUp();
+    });
+}
+
+void Session::Download(const std::vector<Section*>& sections) {
+    const Assigned assigned(sections, m_access);
+    bool isSent = false;
+    m_lastDownload.clear();
+    try {
+        Run("writing to the keyboard failed", [&] {
+            m_access.DataTransferPrepare();
+            for (Section* section : sections) {
+                LeaveOutMissingAreas(*section);
+                section->Control().DataDownload(true);
+                section->Control().PrepareDataDownload(true);
+            }
+            m_driver.EndLeavingOut();
+            RequestRest(sections);
+            for (const Stretch& stretch : m_driver.Written().List()) {
+                Written written{stretch.address, std::string(static_cast<std::size_t>(stretch.size), '\0')};
+                m_driver.QXCFG_ImageRead(stretch.address, written.bytes.data(), stretch.size);
+                m_lastDownload.push_back(std::move(written));
+            }
+            if (!m_driver.Failure()) {
+                isSent = true;
+                (void)m_access.Download(); // its status is watched
+            }
+            m_access.DataTransferFixUp();
+        });
+    } catch (const Error& error) {
+        throw Error(error.Kind(),
+                    std::string(error.what()) + (isSent ? "; the keyboard may be partly written"
+                                                        : "; nothing was written"),
+                    error.Status().value_or(0));
+    }
+}
+
+void Session::RequestRest(const std::vector<Section*>& sections) {
+    for (const Stretch& stretch : m_driver.Written().Without(m_driver.Requested()))
+        m_access.MemRequestAdd(ModuleAt(sections, stretch.address), stretch.address, stretch.size);
+}
+
+KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long address) const {
+    for (Section* section : sections)
+        for (const Area& area : section->Info().areas) {
+            const Long base = AreaAddress(area);
+            const Long size = area.size != 0 ? area.size : section->Control().TransferSize(true);
+            if (base != -1 && address >= base && address - base < size)
+                return area.module;
+        }
+    return MODULE_KEYBOARD;
+}
+
+void Session::VerifyLastDownload() {
+    Run("reading back from the keyboard failed", [&] {
+        m_access.DataTransferPrepare();
+        for (const Written& written : m_lastDownload)
+            m_access.MemRequestAdd(MODULE_KEYBOARD, written.address,
+                                   static_cast<Long>(written.bytes.size()));
+        (void)m_access.Upload(); // its status is watched
+        m_access.DataTransferFixUp();
+    });
+    for (const Written& written : m_lastDownload) {
+        std::string held(written.bytes.size(), '\0');
+        Run("reading back from the keyboard failed", [&] {
+            m_driver.QXCFG_ImageRead(written.address, held.data(), static_cast<Long>(held.size()));
+        });
+        const auto [expected, found] =
+            std::mismatch(written.bytes.begin(), written.bytes.end(), held.begin());
+        if (expected != written.bytes.end())
+            throw Error(ErrorKind::ReadBackDiffers,
+                        "the keyboard does not hold what was written: address " +
+                            Hex(written.address + static_cast<Long>(expected - written.bytes.begin())) +
+                            " holds " + Hex(static_cast<Byte>(*found)) + " in place of " +
+                            Hex(static_cast<Byte>(*expected)) + " (hexadecimal)");
+    }
+}
+
+} // namespace qx::host

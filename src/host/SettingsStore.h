@@ -1,0 +1,52 @@
+// SettingsStore: the registry of the current user, kept by Qt's settings.
+//
+// On Windows it is the native registry, elsewhere an INI file. Every value is stored as a whole number
+// or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as generously as
+// it can be understood. Programs that write at the same time keep each other's other values: a value
+// that is written as it was read changes nothing, and a program that writes waits for another one.
+#pragma once
+
+#include "qxcontrols/platform/RegistryAccess.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace qx::host {
+
+class SettingsStore : public RegistryAccess {
+public:
+    // The store of the current user, or the one in `file` (an INI file on every machine). A damaged
+    // file is kept beside it with ".damaged" at its end, and the store starts empty.
+    explicit SettingsStore(const std::filesystem::path& file = {});
+    ~SettingsStore() override;
+
+    // The file or registry key that holds the values, for messages.
+    [[nodiscard]] std::string Location() const;
+    // Where a damaged file was kept; empty when there was none.
+    [[nodiscard]] const std::filesystem::path& DamagedFile() const { return m_damagedFile; }
+
+    // Makes sure that all that was written is stored. Throws Error(FileFailed) that names the place.
+    void Flush();
+
+    void SetPath(std::string_view sPath) override;
+    [[nodiscard]] Long ReadNumber(std::string_view sName, Long lDefault) override;
+    [[nodiscard]] std::string ReadString(std::string_view sName,
+                                         std::string_view sDefault) override;
+    void WriteNumber(std::string_view sName, Long lValue) override;
+    void WriteString(std::string_view sName, std::string_view sValue) override;
+
+private:
+    struct Store; // Qt's side, which no header shows
+
+    void Open(const std::filesystem::path& file);
+    void BeginWriting();
+    template <typename Value, typename Stored>
+    void Write(std::string_view sName, const Value& value, const Stored& stored);
+
+    std::unique_ptr<Store> m_store;
+    std::string m_path; // with "/" between its parts, and at its end
+    std::filesystem::path m_damagedFile;
+};
+
+} // namespace qx::host

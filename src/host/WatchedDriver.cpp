@@ -1,0 +1,91 @@
+#include "host/WatchedDriver.h"
+
+#include <algorithm>
+
+namespace qx::host {
+
+void WatchedDriver::BeginOperation() {
+    m_failure.reset();
+    m_written.Clear();
+    m_requested.Clear();
+}
+
+std::int32_t WatchedDriver::Noted(std::string_view function, DriverResult kind,
+                                  std::int32_t result) {
+    if (kind == DriverResult::Status && result != 0 && !m_failure)
+        m_failure = FailedCall{std::string(function), result};
+    return result;
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
+                                            std::int32_t lSize) {
+    if (!IsLeftOut(lAddress, lSize))
+        return ForwardingDriver::QXCFG_ImageRead(lAddress, buffer, lSize);
+    std::fill_n(buffer, lSize, '\0');
+    return 0;
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageReadByte(std::int32_t lAddress, std::uint8_t* value) {
+    if (!IsLeftOut(lAddress, 1))
+        return ForwardingDriver::QXCFG_ImageReadByte(lAddress, value);
+    *value = 0;
+    return 0;
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageReadInt(std::int32_t lAddress, std::int16_t* value) {
+    if (!IsLeftOut(lAddress, 2))
+        return ForwardingDriver::QXCFG_ImageReadInt(lAddress, value);
+    *value = 0;
+    return 0;
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageReadLong(std::int32_t lAddress, std::int32_t* value) {
+    if (!IsLeftOut(lAddress, 4))
+        return ForwardingDriver::QXCFG_ImageReadLong(lAddress, value);
+    *value = 0;
+    return 0;
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                             std::int32_t lSize) {
+    if (IsLeftOut(lAddress, lSize))
+        return 0;
+    m_written.Add(lAddress, lSize);
+    return ForwardingDriver::QXCFG_ImageWrite(lAddress, buffer, lSize);
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageWriteByte(std::int32_t lAddress, std::uint8_t value) {
+    if (IsLeftOut(lAddress, 1))
+        return 0;
+    m_written.Add(lAddress, 1);
+    return ForwardingDriver::QXCFG_ImageWriteByte(lAddress, value);
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageWriteInt(std::int32_t lAddress, std::int16_t value) {
+    if (IsLeftOut(lAddress, 2))
+        return 0;
+    m_written.Add(lAddress, 2);
+    return ForwardingDriver::QXCFG_ImageWriteInt(lAddress, value);
+}
+
+std::int32_t WatchedDriver::QXCFG_ImageWriteLong(std::int32_t lAddress, std::int32_t value) {
+    if (IsLeftOut(lAddress, 4))
+        return 0;
+    m_written.Add(lAddress, 4);
+    return ForwardingDriver::QXCFG_ImageWriteLong(lAddress, value);
+}
+
+std::int32_t WatchedDriver::QXCFG_MemRequestClean() {
+    m_requested.Clear();
+    return ForwardingDriver::QXCFG_MemRequestClean();
+}
+
+std::int32_t WatchedDriver::QXCFG_MemRequestAdd(std::int16_t nModule, std::int32_t lAddress,
+                                                std::int32_t lSize) {
+    if (IsLeftOut(lAddress, lSize))
+        return 0;
+    m_requested.Add(lAddress, lSize);
+    return ForwardingDriver::QXCFG_MemRequestAdd(nModule, lAddress, lSize);
+}
+
+} // namespace qx::host

@@ -1,0 +1,65 @@
+// WatchedDriver: a driver that remembers what the controls themselves do not look at.
+//
+// It notes the first call that failed, which stretches of the image have been written, and which have
+// been requested. It also keeps accesses away from stretches that no module has: a control that works
+// with the address -1 of a module that the keyboard lacks is answered with success and zeros, and
+// nothing reaches the driver.
+#pragma once
+
+#include "host/ForwardingDriver.h"
+#include "host/Stretches.h"
+
+#include <optional>
+#include <string>
+
+namespace qx::host {
+
+struct FailedCall {
+    std::string function;
+    Long status = 0;
+};
+
+class WatchedDriver : public ForwardingDriver {
+public:
+    explicit WatchedDriver(ConfigDriver& inner) : ForwardingDriver(inner) {}
+
+    // Forgets failures, writes and requests; stretches to leave out stay.
+    void BeginOperation();
+
+    // The first call since then that failed, of those whose status matters to a result.
+    [[nodiscard]] const std::optional<FailedCall>& Failure() const { return m_failure; }
+    [[nodiscard]] const Stretches& Written() const { return m_written; }
+    [[nodiscard]] const Stretches& Requested() const { return m_requested; }
+
+    // Accesses that touch this stretch are kept from the driver until EndLeavingOut.
+    void LeaveOut(Long address, Long size) { m_leftOut.Add(address, size); }
+    void EndLeavingOut() { m_leftOut.Clear(); }
+
+    std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer, std::int32_t lSize) override;
+    std::int32_t QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                  std::int32_t lSize) override;
+    std::int32_t QXCFG_ImageReadByte(std::int32_t lAddress, std::uint8_t* value) override;
+    std::int32_t QXCFG_ImageWriteByte(std::int32_t lAddress, std::uint8_t value) override;
+    std::int32_t QXCFG_ImageReadInt(std::int32_t lAddress, std::int16_t* value) override;
+    std::int32_t QXCFG_ImageWriteInt(std::int32_t lAddress, std::int16_t value) override;
+    std::int32_t QXCFG_ImageReadLong(std::int32_t lAddress, std::int32_t* value) override;
+    std::int32_t QXCFG_ImageWriteLong(std::int32_t lAddress, std::int32_t value) override;
+    std::int32_t QXCFG_MemRequestClean() override;
+    std::int32_t QXCFG_MemRequestAdd(std::int16_t nModule, std::int32_t lAddress,
+                                     std::int32_t lSize) override;
+
+protected:
+    std::int32_t Noted(std::string_view function, DriverResult kind, std::int32_t result) override;
+
+private:
+    [[nodiscard]] bool IsLeftOut(Long address, Long size) const {
+        return !m_leftOut.IsEmpty() && m_leftOut.Touches(address, size);
+    }
+
+    std::optional<FailedCall> m_failure;
+    Stretches m_written;
+    Stretches m_requested;
+    Stretches m_leftOut;
+};
+
+} // namespace qx::host

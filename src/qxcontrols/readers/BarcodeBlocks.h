@@ -1,0 +1,26 @@
+// How the barcode reader's settings lie in the keyboard's memory.
+//
+// The area of MODULE_BARCODE_CONFIG holds code lengths, option bits and fixed bytes; the sequences
+// of the two reader inputs fill that of MODULE_BARCODE_HEADERS.
+#pragma once
+
+#include "qxcontrols/readers/BarcodeSettings.h"
+#include "qxcontrols/readers/TrackSlots.h"
+
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+inline constexpr Long kBarcodeHeadersSize = kBarcodeReaders * kTrackSlotsSize;
+inline constexpr Long kBarcodeConfigSize = 50;
+
+// The configuration block; the headers block is that of EncodeTrackSlots. Throws
+// std::overflow_error when a code length is not one of 0 to 255.
+[[nodiscard]] std::string EncodeBarcodeConfig(const BarcodeSettings& settings);
+
+// Takes a block of kBarcodeConfigSize bytes. Code lengths are taken as they stand, whatever the
+// limits; the common settings' flag 3 is not in the block and stays.
+void DecodeBarcodeConfig(std::string_view block, BarcodeSettings& settings);
+
+} // namespace qx

@@ -1,0 +1,33 @@
+// The pages of the barcode reader's settings.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+namespace qx {
+
+enum BarcodePage : Integer {
+    // These have a page of options, and from BP_Code39 on a range of code lengths.
+    BP_CommonSettings = 0,
+    BP_EAN,
+    BP_UPC,
+    BP_Code39,
+    BP_Code128,
+    BP_CodaBar,
+    BP_Code25_Overlapped,
+    BP_Code25_Industrial,
+    BP_Code25_Matrix,
+    BP_Code93,
+    BP_Code11,
+    BP_Code16K,
+    BP_MSI,
+    BP_Plessey,
+    // These show the header and the terminator of a reader input.
+    BP_Reader_1,
+    BP_Reader_2,
+};
+
+inline constexpr Integer kBarcodeOptionPages = 14;
+inline constexpr Integer kBarcodePages = 16;
+inline constexpr Integer kBarcodeReaders = 2;
+
+} // namespace qx

@@ -1,0 +1,25 @@
+// All settings of the barcode reader, their limits and their defaults.
+#pragma once
+
+#include "qxcontrols/readers/BarcodeOptionPage.h"
+#include "qxcontrols/readers/BarcodePage.h"
+#include "qxcontrols/readers/MagneticTrack.h"
+
+#include <array>
+
+namespace qx {
+
+struct BarcodeSettings {
+    std::array<BarcodeOptionPage, kBarcodeOptionPages> pages;
+    // Their availability and captions are not used.
+    std::array<MagneticTrack, kBarcodeReaders> readers;
+};
+
+// Sets what code lengths the symbologies permit.
+void SetBarcodeLimits(BarcodeSettings& settings);
+
+// Sets the ranges of code lengths to their limits, the flags that have a default, and the readers;
+// other flags stay.
+void SetBarcodeDefaults(BarcodeSettings& settings);
+
+} // namespace qx

@@ -1,0 +1,76 @@
+#include "qxcontrols/readers/MagneticBlocks.h"
+
+#include "qxcontrols/readers/BlockRoutines.h"
+
+namespace qx {
+
+namespace {
+
+// A setting that one bit stores.
+struct Switch {
+    bool (*isOn)(const MagneticSettings&);
+    void (*turn)(MagneticSettings&, bool);
+};
+
+template <std::size_t Track, bool (MagneticTrack::*Get)() const, void (MagneticTrack::*Set)(bool)>
+constexpr Switch kTrackSwitch = {
+    [](const MagneticSettings& settings) { return (settings.tracks[Track - 1].*Get)(); },
+    [](MagneticSettings& settings, bool isOn) { (settings.tracks[Track - 1].*Set)(isOn); },
+};
+
+template <std::size_t Track>
+constexpr Switch kHeader =
+    kTrackSwitch<Track, &MagneticTrack::HeaderEnabled, &MagneticTrack::SetHeaderEnabled>;
+template <std::size_t Track>
+constexpr Switch kTerminator =
+    kTrackSwitch<Track, &MagneticTrack::TerminatorEnabled, &MagneticTrack::SetTerminatorEnabled>;
+template <std::size_t Track>
+constexpr Switch kTrack = kTrackSwitch<Track, &MagneticTrack::Enabled, &MagneticTrack::SetEnabled>;
+
+using OptionOf = OptionBool& (MagneticOptions::*)();
+using ConstOptionOf = const OptionBool& (MagneticOptions::*)() const;
+template <OptionOf Option, ConstOptionOf ConstOption>
+constexpr Switch kOption = {
+    [](const MagneticSettings& settings) { return (settings.options.*ConstOption)().Value(); },
+    [](MagneticSettings& settings, bool isOn) { (settings.options.*Option)().SetValue(isOn); },
+};
+constexpr Switch kSendImmediate =
+    kOption<&MagneticOptions::SendImmediate, &MagneticOptions::SendImmediate>;
+constexpr Switch kVerifyLRC = kOption<&MagneticOptions::VerifyLRC, &MagneticOptions::VerifyLRC>;
+constexpr Switch kVerifyLastChar =
+    kOption<&MagneticOptions::VerifyLastChar, &MagneticOptions::VerifyLastChar>;
+
+constexpr BitField<Switch> kSwitches[] = {
+    {0, 0, kHeader<1>},     {0, 1, kTerminator<1>}, {0, 2, kHeader<2>},      {0, 3, kTerminator<2>},
+    {0, 4, kHeader<3>},     {0, 5, kTerminator<3>}, {0, 6, kHeader<4>},      {0, 7, kTerminator<4>},
+
+    {1, 0, kTrack<1>},      {1, 1, kTrack<2>},      {1, 2, kTrack<3>},       {1, 3, kTrack<4>},
+
+    {2, 4, kSendImmediate}, {2, 5, kVerifyLRC},     {2, 6, kVerifyLastChar},
+};
+
+constexpr FixedBits kFixed[] = {
+    {1, 0xF0, 0x00}, {2, 0x8F, 0x0E}, // the device wants bits 1 to 3 set
+};
+
+static_assert([] {
+    BlockCoverage<kMagneticSwitchesSize> coverage;
+    coverage.Claim(kSwitches);
+    coverage.Claim(kFixed);
+    return coverage.IsExact();
+}());
+
+} // namespace
+
+std::string EncodeMagneticSwitches(const MagneticSettings& settings) {
+    std::string block(static_cast<std::size_t>(kMagneticSwitchesSize), '\0');
+    EncodeFixedBits(kFixed, block);
+    EncodeBits(kSwitches, block, [&](const Switch& s) { return s.isOn(settings); });
+    return block;
+}
+
+void DecodeMagneticSwitches(std::string_view block, MagneticSettings& settings) {
+    DecodeBits(kSwitches, block, [&](const Switch& s, bool isOn) { s.turn(settings, isOn); });
+}
+
+} // namespace qx

@@ -1,0 +1,374 @@
+#include "qxcontrols/readers/QXBarcode.h"
+
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/QXKeyboardAccess.h"
+#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/readers/SequenceText.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace qx {
+
+namespace {
+
+constexpr std::string_view kInvalidAddresses = "INVALID ADDRESSES FOR BARCODE-CONFIG";
+
+// Virtual key codes of the keys that move about: page up to the cursor key down.
+constexpr Integer kFirstMovingKey = 33;
+constexpr Integer kLastMovingKey = 40;
+
+std::string HexBytes(std::string_view block) {
+    std::string text;
+    for (const char byte : block)
+        text += (text.empty() ? "" : " ") + Hex(static_cast<Byte>(byte));
+    return text;
+}
+
+bool IsOneOfTwo(Integer Index) {
+    return Index == 0 || Index == 1;
+}
+
+} // namespace
+
+QXBarcode::QXBarcode(const Platform& platform)
+    : ModuleControl("QXBarcode", MODULE_BARCODE_CONFIG, platform) {
+    SetBarcodeLimits(m_settings);
+    SetBarcodeDefaults(m_settings);
+    ShowTexts();
+    ShowPage(BP_CommonSettings);
+}
+
+BarcodeOptionPage& QXBarcode::BitPage(Integer ePage) {
+    return const_cast<BarcodeOptionPage&>(std::as_const(*this).BitPage(ePage));
+}
+
+const BarcodeOptionPage& QXBarcode::BitPage(Integer ePage) const {
+    if (ePage < 0 || ePage >= kBarcodeOptionPages)
+        throw std::out_of_range("barcode page " + std::to_string(ePage) + " is not one of 0 to 13");
+    return m_settings.pages[static_cast<std::size_t>(ePage)];
+}
+
+MagneticTrack& QXBarcode::Reader(Integer nReader) {
+    return const_cast<MagneticTrack&>(std::as_const(*this).Reader(nReader));
+}
+
+const MagneticTrack& QXBarcode::Reader(Integer nReader) const {
+    if (nReader < 1 || nReader > kBarcodeReaders)
+        throw std::out_of_range("barcode reader " + std::to_string(nReader) + " is not 1 or 2");
+    return m_settings.readers[static_cast<std::size_t>(nReader - 1)];
+}
+
+void QXBarcode::Show(std::string& sShown, std::string& sText) {
+    sShown = std::move(sText);
+    Refreshed.Raise();
+}
+
+void QXBarcode::SetButtonEdit(const ButtonCaption& texts) {
+    m_buttonEdit = texts;
+    Translate();
+}
+
+void QXBarcode::SetButtonRemove(const ButtonCaption& texts) {
+    m_buttonRemove = texts;
+    Translate();
+}
+
+void QXBarcode::SetOptionHeader(const OptionBool& option) {
+    m_optionHeader = option;
+    Translate();
+}
+
+void QXBarcode::SetOptionTerminator(const OptionBool& option) {
+    m_optionTerminator = option;
+    Translate();
+}
+
+void QXBarcode::SetReader1Msg(std::string sText) {
+    m_readerMsg[0] = std::move(sText);
+    Translate();
+}
+
+void QXBarcode::SetReader2Msg(std::string sText) {
+    m_readerMsg[1] = std::move(sText);
+    Translate();
+}
+
+void QXBarcode::SetListEntry(Integer ePage, std::string sCaption) {
+    if (ePage < 0 || ePage >= static_cast<Integer>(m_listEntries.size()))
+        throw std::out_of_range("list entry " + std::to_string(ePage) + " is not one of 0 to 20");
+    m_listEntries[static_cast<std::size_t>(ePage)] = std::move(sCaption);
+    Translate();
+}
+
+Long QXBarcode::TransferSize(bool /*LoadInKeyboard*/) const {
+    return kBarcodeHeadersSize + kBarcodeConfigSize;
+}
+
+void QXBarcode::DefaultValues() {
+    TraceNamed(".DefaultValues");
+    SetBarcodeDefaults(m_settings);
+    AdjustControls();
+}
+
+void QXBarcode::PrepareDataUpload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".PrepareDataUpload");
+    QueueBlocks();
+}
+
+void QXBarcode::PrepareDataDownload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".PrepareDataDownload");
+    QueueBlocks();
+}
+
+void QXBarcode::QueueBlocks() {
+    const Long headers = BaseAddress(MODULE_BARCODE_HEADERS);
+    const Long config = BaseAddress(MODULE_BARCODE_CONFIG);
+    if (headers == -1 || config == -1) {
+        Services().messageBoxes->Show(kInvalidAddresses);
+        return;
+    }
+    Keyboard()->MemRequestAdd(MODULE_BARCODE_HEADERS, headers, kBarcodeHeadersSize);
+    Keyboard()->MemRequestAdd(MODULE_BARCODE_CONFIG, config, kBarcodeConfigSize);
+}
+
+void QXBarcode::DataUpload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".DataUpload");
+    const Long headersBase = BaseAddress(MODULE_BARCODE_HEADERS);
+    const Long configBase = BaseAddress(MODULE_BARCODE_CONFIG);
+    if (headersBase == -1 || configBase == -1)
+        return;
+
+    std::string block;
+    if (Keyboard()->ReadFromMemory(block, headersBase, kBarcodeHeadersSize)) {
+        TraceNamed(".DataUpload / HEADERS ok     at " + Hex(headersBase));
+        DecodeTrackSlots(block, m_settings.readers);
+    } else {
+        TraceNamed(".DataUpload / HEADERS failed at " + Hex(headersBase));
+    }
+    if (Keyboard()->ReadFromMemory(block, configBase, kBarcodeConfigSize)) {
+        Trace("AnalyseBarcodeOptions, Len = " + std::to_string(block.size()));
+        Trace("HEX = " + HexBytes(block));
+        DecodeBarcodeConfig(block, m_settings);
+    }
+    ShowPage(m_page);
+    Refreshed.Raise();
+}
+
+void QXBarcode::DataDownload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".DataDownload");
+    const Long headersBase = BaseAddress(MODULE_BARCODE_HEADERS);
+    const Long configBase = BaseAddress(MODULE_BARCODE_CONFIG);
+    if (headersBase == -1 || configBase == -1) {
+        Services().messageBoxes->Show(kInvalidAddresses);
+        return;
+    }
+
+    const std::string headers = EncodeTrackSlots(m_settings.readers);
+    const std::string config = EncodeBarcodeConfig(m_settings);
+
+    const bool isWritten = Keyboard()->WriteIntoMemory(headers, headersBase, kBarcodeHeadersSize);
+    Trace("BLOCK SIZE = " + std::to_string(headers.size()));
+    TraceNamed((isWritten ? ".DataDownload ok     at " : ".DataDownload failed at ") +
+               Hex(headersBase));
+
+    Long address = configBase;
+    for (const char byte : config)
+        Keyboard()->WriteByteMemory(static_cast<Byte>(byte), address++);
+    Trace("OUTHEX = " + HexBytes(config));
+    Trace("OUTLEN = " + std::to_string(config.size()));
+}
+
+void QXBarcode::Translate() {
+    TraceNamed(".Translate");
+    ShowTexts();
+    ShowPage(m_page);
+    Refreshed.Raise();
+}
+
+void QXBarcode::AdjustControls() {
+    TraceNamed(".AdjustControls");
+    ShowPage(m_page);
+    Refreshed.Raise();
+}
+
+void QXBarcode::ReloadKeySettings() {
+    TraceNamed(".ReloadKeySettings");
+    ShowSequences();
+    Refreshed.Raise();
+}
+
+void QXBarcode::lstPrefGroup_Click() {
+    const Integer nPage = lstPrefGroup.ListIndex;
+    if (nPage < 0 || nPage >= kBarcodePages)
+        return;
+    ShowPage(nPage);
+    Refreshed.Raise();
+}
+
+void QXBarcode::chkBarOption_Click(Integer Index) {
+    if (IsReaderPage() || Index < 0 || Index >= BarcodeOptionPage::kFlags)
+        return;
+    OptionBool& flag = BitPage(m_page).Flag(Index);
+    const Integer nValue = chkBarOption[static_cast<std::size_t>(Index)].Value;
+    if (nValue == flag.CtlValue())
+        return;
+    SetDataChanged(true);
+    flag.SetCtlValue(nValue);
+    Refreshed.Raise();
+}
+
+void QXBarcode::slidRange_Change(Integer Index) {
+    if (IsReaderPage() || !IsOneOfTwo(Index))
+        return;
+    MoveSlider(Index);
+    Refreshed.Raise();
+}
+
+void QXBarcode::MoveSlider(Integer Index) {
+    BarcodeOptionPage& page = BitPage(m_page);
+    Slider& slider = slidRange[static_cast<std::size_t>(Index)];
+    slider.Value = std::max(slider.Value, page.LimitMinSize());
+    slider.Value = std::min(slider.Value, page.LimitMaxSize());
+
+    const bool isMaximum = Index == 1;
+    const auto other = static_cast<Integer>(1 - Index);
+    Slider& otherSlider = slidRange[static_cast<std::size_t>(other)];
+    if (isMaximum ? slider.Value < otherSlider.Value : slider.Value > otherSlider.Value) {
+        otherSlider.Value = slider.Value;
+        MoveSlider(other);
+    }
+    if (isMaximum)
+        page.SetMaxSize(slider.Value);
+    else
+        page.SetMinSize(slider.Value);
+    lblCurrSize[static_cast<std::size_t>(Index)].Caption = std::to_string(slider.Value);
+}
+
+void QXBarcode::chkReader_Click(Integer Index) {
+    if (!IsOneOfTwo(Index))
+        return;
+    const bool isOn = chkReader[static_cast<std::size_t>(Index)].Value == 1;
+    if (Index == 0)
+        CurrentReader().SetHeaderEnabled(isOn);
+    else
+        CurrentReader().SetTerminatorEnabled(isOn);
+    SetDataChanged(true);
+    Refreshed.Raise();
+}
+
+void QXBarcode::cmdEdit_Click(Integer Index) {
+    KeySequence& sequence = SequenceOf(CurrentReader(), Index);
+    const std::string sCurrSeq = sequence.KeyString();
+    std::string sNewSeq = sCurrSeq;
+    bool fCancelEdit = true;
+    EditHeader.Raise(sCurrSeq, fCancelEdit, sNewSeq);
+    if (fCancelEdit)
+        return;
+    try {
+        sequence.SetKeyString(std::move(sNewSeq));
+    } catch (const std::overflow_error& error) {
+        TraceNamed(std::string(".cmdEdit_Click failed: ") + error.what());
+        return;
+    }
+    SetDataChanged(true);
+    ShowSequences();
+    Refreshed.Raise();
+}
+
+void QXBarcode::cmdRemove_Click(Integer Index) {
+    bool fRemoveIt = false;
+    (Index == 0 ? RemoveHeader : RemoveTerminator).Raise(fRemoveIt);
+    if (!fRemoveIt || !IsReaderPage() || !IsOneOfTwo(Index))
+        return;
+    SequenceOf(CurrentReader(), Index).Clear();
+    ShowPage(m_page);
+    Refreshed.Raise();
+}
+
+void QXBarcode::lblReader_KeyDown(Integer Index, Integer KeyCode) {
+    if (KeyCode >= kFirstMovingKey && KeyCode <= kLastMovingKey)
+        return;
+    bool fEdit = false;
+    AdvanceEdit.Raise(fEdit);
+    if (!fEdit)
+        return;
+    Services().pendingMessages->Process();
+    cmdEdit_Click(Index);
+}
+
+void QXBarcode::chkShowDetails_Click() {
+    ShowSequences();
+    Refreshed.Raise();
+}
+
+void QXBarcode::ShowTexts() {
+    lstPrefGroup.Items.assign(m_listEntries.begin(), m_listEntries.begin() + kBarcodePages);
+    for (Button& button : cmdEdit) {
+        button.Caption = m_buttonEdit.Caption();
+        button.ToolTip = m_buttonEdit.ToolTip();
+    }
+    for (Button& button : cmdRemove) {
+        button.Caption = m_buttonRemove.Caption();
+        button.ToolTip = m_buttonRemove.ToolTip();
+    }
+    chkReader[0].Caption = m_optionHeader.Caption();
+    chkReader[1].Caption = m_optionTerminator.Caption();
+}
+
+void QXBarcode::ShowPage(Integer nPage) {
+    m_page = nPage;
+    lstPrefGroup.ListIndex = nPage;
+    ShowOptions();
+    ShowReader();
+}
+
+// The option page, or nothing of it on a reader's page.
+void QXBarcode::ShowOptions() {
+    const bool isShown = !IsReaderPage();
+    static const BarcodeOptionPage kNone;
+    const BarcodeOptionPage& page = isShown ? BitPage(m_page) : kNone;
+    for (Integer nID = 0; nID < BarcodeOptionPage::kFlags; ++nID) {
+        CheckBox& box = chkBarOption[static_cast<std::size_t>(nID)];
+        box.Visible = nID < page.OptionNum();
+        box.Caption = page.Flag(nID).Caption();
+        box.Value = page.Flag(nID).CtlValue();
+    }
+    const std::array<Integer, 2> sizes{page.MinSize(), page.MaxSize()};
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        slidRange[i] = {page.LimitMinSize(), page.LimitMaxSize(), sizes[i], page.SupportsSizing()};
+        lblCurrSize[i] = {std::to_string(sizes[i]), page.SupportsSizing()};
+        lblRange[i].Visible = page.SupportsSizing();
+    }
+}
+
+// The reader's panel, or nothing of it on an option page.
+void QXBarcode::ShowReader() {
+    const bool isShown = IsReaderPage();
+    lblHint.Visible = isShown;
+    chkShowDetails.Visible = isShown;
+    for (std::size_t i = 0; i < chkReader.size(); ++i) {
+        chkReader[i].Visible = isShown;
+        lblReader[i].Visible = isShown;
+        cmdEdit[i].Visible = isShown;
+        cmdRemove[i].Visible = isShown;
+    }
+    if (!isShown)
+        return;
+    lblHint.Caption = m_readerMsg[m_page == BP_Reader_1 ? 0 : 1];
+    chkReader[0].Value = CurrentReader().HeaderEnabled() ? Integer{1} : Integer{0};
+    chkReader[1].Value = CurrentReader().TerminatorEnabled() ? Integer{1} : Integer{0};
+    ShowSequences();
+}
+
+void QXBarcode::ShowSequences() {
+    if (!IsReaderPage())
+        return;
+    const bool fUseUpcodes = chkShowDetails.Value == 1;
+    const MagneticTrack& reader = CurrentReader();
+    lblReader[0].Caption = SequenceText(reader.Header(), LayoutSource(), fUseUpcodes);
+    lblReader[1].Caption = SequenceText(reader.Terminator(), LayoutSource(), fUseUpcodes);
+}
+
+} // namespace qx

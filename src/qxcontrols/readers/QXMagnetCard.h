@@ -1,0 +1,137 @@
+// QXMagnetCard: the control of the magnetic-stripe reader: its options, and for each of its up to
+// four tracks the switches and the sequences that frame the track's data.
+//
+// It owns the settings of all four tracks and transfers them, whether or not the keyboard has the
+// track; its list shows those that the keyboard has. The list is filled by RescanTracks, which runs
+// when a keyboard is assigned and is to be called when that is identified anew. It opens no editor:
+// to change a sequence it asks its host.
+#pragma once
+
+#include "qxcontrols/common/ChildControls.h"
+#include "qxcontrols/device/ModuleControl.h"
+#include "qxcontrols/readers/MagneticBlocks.h"
+#include "qxcontrols/readers/MagneticCaptions.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx {
+
+class QXMagnetCard : public ModuleControl {
+public:
+    explicit QXMagnetCard(const Platform& platform = {});
+
+    // The settings. Who changes them in place calls AdjustControls (after changes of captions
+    // Translate) to have them shown; the setters show what they set.
+    [[nodiscard]] MagneticOptions& ReaderOptions() { return m_settings.options; }
+    [[nodiscard]] const MagneticOptions& ReaderOptions() const { return m_settings.options; }
+    void SetReaderOptions(const MagneticOptions& options);
+    [[nodiscard]] MagneticTrack& Track1() { return m_settings.tracks[0]; }
+    [[nodiscard]] const MagneticTrack& Track1() const { return m_settings.tracks[0]; }
+    void SetTrack1(const MagneticTrack& track) { SetTrack(1, track); }
+    [[nodiscard]] MagneticTrack& Track2() { return m_settings.tracks[1]; }
+    [[nodiscard]] const MagneticTrack& Track2() const { return m_settings.tracks[1]; }
+    void SetTrack2(const MagneticTrack& track) { SetTrack(2, track); }
+    [[nodiscard]] MagneticTrack& Track3() { return m_settings.tracks[2]; }
+    [[nodiscard]] const MagneticTrack& Track3() const { return m_settings.tracks[2]; }
+    void SetTrack3(const MagneticTrack& track) { SetTrack(3, track); }
+    [[nodiscard]] MagneticTrack& Track4() { return m_settings.tracks[3]; }
+    [[nodiscard]] const MagneticTrack& Track4() const { return m_settings.tracks[3]; }
+    void SetTrack4(const MagneticTrack& track) { SetTrack(4, track); }
+    // The same by number, 1 to 4; throws std::out_of_range for another.
+    [[nodiscard]] MagneticTrack& Track(Integer nTrackId);
+    [[nodiscard]] const MagneticTrack& Track(Integer nTrackId) const;
+    void SetTrack(Integer nTrackId, const MagneticTrack& track);
+
+    // The texts; ShowDetails is that of the check box.
+    [[nodiscard]] MagneticCaptions& Captions() { return m_captions; }
+    [[nodiscard]] const MagneticCaptions& Captions() const { return m_captions; }
+    void SetCaptions(const MagneticCaptions& captions);
+    [[nodiscard]] const std::string& ShowDetails() const { return chkShowDetails.Caption; }
+    void SetShowDetails(std::string sCaption);
+
+    // Asks the keyboard which tracks it has, and lists them; the current track stays.
+    void RescanTracks();
+    // Shows the sequences anew, as the layout now names their keys.
+    void ReloadKeysSettings();
+    // Traces all settings and what the control shows.
+    void DumpContext() const;
+
+    // nTrackId is 1 to 4. A host that does not answer lets a removal happen, and keeps the sequence
+    // in an edit.
+    Event<Integer, bool&> ClearCurrentHeader;     // nTrackId, fCanRemoveIt (true)
+    Event<Integer, bool&> ClearCurrentTerminator; // the same
+    // nTrackId, sInSequence, fCancelAction (false), sOutSequence (sInSequence)
+    Event<Integer, const std::string&, bool&, std::string&> EditCurrentHeader;
+    Event<Integer, const std::string&, bool&, std::string&> EditCurrentTerminator; // the same
+    Event<bool&> AdvanceEdit;                                                      // fEdit (false)
+
+    [[nodiscard]] Long TransferSize(bool LoadInKeyboard) const override;
+    void DefaultValues() override;
+    void PrepareDataUpload(bool LoadInKeyboard) override;
+    void PrepareDataDownload(bool LoadInKeyboard) override;
+    void DataUpload(bool LoadInKeyboard) override;
+    void DataDownload(bool LoadInKeyboard) override;
+    void Translate() override;
+    void AdjustControls() override;
+    void ReloadKeySettings() override { ReloadKeysSettings(); }
+
+    Label lblCommonPrefs;
+    std::array<CheckBox, 3> chkMagneticOptions; // VerifyLRC, VerifyLastChar, SendImmediate
+    Label lblTracks;
+    ListBox trackList;
+    // The current track; disabled while the keyboard does not have it.
+    Label lblTrackPreferences;
+    CheckBox chkEnableCurrentTrack;
+    Label lblHeaderAndTerminator;
+    CheckBox chkUseThisHeader;
+    CheckBox chkUseThisTerminator;
+    Label lblCurrHeader;
+    Label lblCurrTerminator;
+    std::array<Button, 2> cmdCreate; // header, terminator
+    std::array<Button, 2> cmdRemove; // header, terminator
+    CheckBox chkShowDetails;         // 1: the sequences' texts tell the released keys too
+
+    // The user's actions; an index outside its array does nothing.
+    void chkMagneticOptions_Click(Integer Index);
+    void trackList_Click();
+    void chkEnableCurrentTrack_Click();
+    void chkUseThisHeader_Click();
+    void chkUseThisTerminator_Click();
+    void cmdCreate_Click(Integer Index);
+    void cmdRemove_Click(Integer Index);
+    void lblCurrHeader_KeyPress(); // any key
+    void lblCurrTerminator_KeyPress();
+    void chkShowDetails_Click();
+
+protected:
+    void KeyboardAssigned() override { RescanTracks(); }
+    void LayoutSourceAssigned() override { ReloadKeysSettings(); }
+
+private:
+    void AddTrackDispatch(Integer nTrack);
+    [[nodiscard]] Integer DispatchToTrack(Integer nPosition) const;
+    [[nodiscard]] Integer TrackToDispatcher(Integer nTrack) const; // -1: not in the list
+    void ActivateTrack(Integer nTrack);
+    void AdjustControlsForCurrentTrack();
+    void AdjustControlsForGivenTrack(Integer nTrack);
+    [[nodiscard]] MagneticTrack& GetTrack(Integer nTrack); // 0 to 3
+    [[nodiscard]] MagneticTrack& GetCurrTrack() { return GetTrack(m_currTrack); }
+
+    void ShowTexts();
+    void ShowOptions();
+    void ShowSequences();
+    void Store(bool isOn, bool wasOn, void (MagneticTrack::*set)(bool));
+    void AskAndEdit(Integer Index);
+    void QueueBlocks();
+    [[nodiscard]] std::optional<std::string> ReadBlock(Long lBase, Long lOffset, Long lSize);
+
+    MagneticSettings m_settings;
+    MagneticCaptions m_captions;
+    std::vector<Integer> m_dispatch; // list position to track, 0 to 3
+    Integer m_currTrack = 0;         // 0 to 3
+};
+
+} // namespace qx

@@ -1,0 +1,22 @@
+// The sequence slots of a reader's inputs: for each input in turn its header and its terminator.
+//
+// The headers blocks of the magnetic-stripe reader and of the barcode reader are made of these.
+#pragma once
+
+#include "qxcontrols/readers/MagneticTrack.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+inline constexpr Long kTrackSlotSize = 32;                  // one sequence
+inline constexpr Long kTrackSlotsSize = 2 * kTrackSlotSize; // one input
+
+// A sequence with the code -1 has no slot; all later slots then move forward.
+[[nodiscard]] std::string EncodeTrackSlots(std::span<const MagneticTrack> tracks);
+
+void DecodeTrackSlots(std::string_view block, std::span<MagneticTrack> tracks);
+
+} // namespace qx

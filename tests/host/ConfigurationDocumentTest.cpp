@@ -1,0 +1,142 @@
+#include "host/Configuration.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace qx::host {
+
+namespace {
+
+class DocumentTest : public testing::Test {
+protected:
+    DocumentTest() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+    }
+
+    [[nodiscard]] std::vector<Section*> AllSections() const {
+        std::vector<Section*> sections;
+        for (const auto& section : configuration.Sections())
+            sections.push_back(section.get());
+        return sections;
+    }
+
+    // The faults of the default document after the value at the place has been replaced.
+    [[nodiscard]] std::vector<Fault> FaultsWith(const std::string& place, const Json& value) {
+        Json json = configuration.Write(AllSections(), KeyboardInfo()).AsJson();
+        json[Json::json_pointer(place)] = value;
+        return FaultsOf(json.dump());
+    }
+
+    [[nodiscard]] std::vector<Fault> FaultsOf(const std::string& text) {
+        try {
+            configuration.Read(ConfigurationDocument::Parse(text, "test.json"));
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), ErrorKind::DocumentInvalid);
+            return error.Faults();
+        }
+        return {};
+    }
+
+    QXKeyboardLayoutData layout;
+    Configuration configuration{Platform(), &layout, nullptr};
+};
+
+} // namespace
+
+TEST_F(DocumentTest, EveryPrefixIsRefused) {
+    const std::string text = configuration.Write(AllSections(), KeyboardInfo()).ToText();
+    ASSERT_TRUE(FaultsOf(text).empty());
+    const std::size_t end = text.find_last_of('}');
+    for (std::size_t length = 0; length <= end; length += length < 4000 ? 1 : 7)
+        ASSERT_FALSE(FaultsOf(text.substr(0, length)).empty()) << "the first " << length << " bytes";
+}
+
+TEST_F(DocumentTest, FaultsNameTheirPlace) {
+    struct Case {
+        const char* place;
+        Json value;
+        const char* faultPlace;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"/magnetCard/tracks/0/header", {30, 31, 32, 300}, "/magnetCard/tracks/0/header/3",
+         "300 is not a code from 0 to 255"},
+        {"/magnetCard/tracks/1/header", {-1}, "/magnetCard/tracks/1/header/0",
+         "-1 is not a code from 0 to 255"},
+        {"/magnetCard/tracks/1/header", {18446744073709551615ULL}, "/magnetCard/tracks/1/header/0",
+         "18446744073709551615 is not a code from 0 to 255"},
+        {"/magnetCard/tracks/1/header", {1.5}, "/magnetCard/tracks/1/header/0",
+         "1.5 is not a code from 0 to 255"},
+        {"/magnetCard/tracks/2/terminator", {30, 0, 31}, "/magnetCard/tracks/2/terminator/1",
+         "code 0 would end the sequence in the keyboard"},
+        {"/magnetCard/tracks/3/header", Json(std::vector<int>(33, 7)), "/magnetCard/tracks/3/header",
+         "the sequence has 33 codes, more than the 32 that fit"},
+        {"/magnetCard/tracks/3/enabled", 1, "/magnetCard/tracks/3/enabled",
+         "1 is neither true nor false"},
+        {"/magnetCard/tracks", Json::array(), "/magnetCard/tracks", "[] is not a list of 4 elements"},
+        {"/magnetCard/track", true, "/magnetCard/track", "\"track\" is not known here"},
+        {"/magnetcard", Json::object(), "/magnetcard", "\"magnetcard\" is not known here"},
+        {"/commonKeyboard", Json::array(), "/commonKeyboard", "[] is not an object"},
+        {"/commonKeyboard", Json::object(), "/commonKeyboard", "\"outputDelay\" is missing"},
+        {"/commonKeyboard/outputDelay", 256, "/commonKeyboard/outputDelay",
+         "256 is not a whole number from 0 to 255"},
+        {"/keyboard/name", 7, "/keyboard/name", "7 is not a text"},
+        {"/version", 2, "/version", "version 2 is not known; this program reads version 1"},
+        {"/format", "other", "/format",
+         "not a configuration document: \"format\" is not \"qx-configuration\""},
+    };
+    for (const Case& each : cases) {
+        const auto faults = FaultsWith(each.place, each.value);
+        ASSERT_EQ(faults.size(), 1U) << each.place << " = " << each.value;
+        EXPECT_EQ(faults[0].place, each.faultPlace);
+        EXPECT_EQ(faults[0].message, each.message);
+    }
+}
+
+TEST_F(DocumentTest, AllFaultsAreToldAndNothingIsTakenOver) {
+    const std::string before = configuration.Write(AllSections()).ToText();
+    Json json = configuration.Write(AllSections()).AsJson();
+    json["magnetCard"]["verifyLRC"] = false;
+    json["magnetCard"]["tracks"][0]["header"] = {1000};
+    json["commonKeyboard"]["outputDelay"] = "six";
+    json["commonKeyboard"]["delay"] = 6;
+    EXPECT_EQ(FaultsOf(json.dump()).size(), 3U);
+    EXPECT_EQ(configuration.Write(AllSections()).ToText(), before);
+}
+
+TEST_F(DocumentTest, WhatIsGivenTwiceIsRefused) {
+    for (const char* text : {R"({"format": "qx-configuration", "version": 1,
+                                 "commonKeyboard": {"outputDelay": 6, "outputDelay": 7}})",
+                             R"({"format": "qx-configuration", "format": "x", "version": 1})"}) {
+        const auto faults = FaultsOf(text);
+        ASSERT_EQ(faults.size(), 1U);
+        EXPECT_NE(faults[0].message.find("is given twice"), std::string::npos) << faults[0].message;
+    }
+}
+
+TEST_F(DocumentTest, WritingAndReadingGivesTheSameSettings) {
+    Json json = configuration.Write(AllSections()).AsJson();
+    json["magnetCard"]["tracks"][2]["header"] = {30, 158};
+    json["magnetCard"]["sendImmediate"] = false;
+    json["commonKeyboard"]["outputDelay"] = 255;
+    ASSERT_TRUE(FaultsOf(json.dump()).empty());
+    EXPECT_EQ(configuration.Write(AllSections()).AsJson(), json);
+
+    Configuration other{Platform(), &layout, nullptr};
+    std::vector<Section*> sections;
+    for (const auto& section : other.Sections())
+        sections.push_back(section.get());
+    const auto differences = Compare(other.List(sections), configuration.List(AllSections()));
+    ASSERT_EQ(differences.size(), 3U);
+    EXPECT_EQ(differences[0].name, "keyboard output delay");
+    EXPECT_EQ(differences[0].from, "6");
+    EXPECT_EQ(differences[0].to, "255");
+    EXPECT_EQ(differences[2].name, "magnetic card track 3 header");
+    EXPECT_EQ(differences[2].from, "(empty)");
+}
+
+} // namespace qx::host
