@@ -4,6 +4,7 @@
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/readers/SequenceText.h"
 
 #include <stdexcept>
 
@@ -217,9 +218,9 @@ void QXFreeProgKeys::ShowKeys() {
 
 void QXFreeProgKeys::ShowCurrentSequence() {
     lblCurrSeq.Caption.clear();
-    if (m_key != kNoKey && LayoutSource() != nullptr)
-        lblCurrSeq.Caption = LayoutSource()->ConvertKeyStringIntoTextStringUseUpcodes(
-            m_sequences.Key(m_key).KeyString(), chkShowDetails.Value == 1);
+    if (m_key != kNoKey)
+        lblCurrSeq.Caption =
+            SequenceText(m_sequences.Key(m_key), LayoutSource(), chkShowDetails.Value == 1);
     Refreshed.Raise();
 }
 
