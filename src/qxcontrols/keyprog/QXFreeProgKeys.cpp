@@ -115,7 +115,8 @@ void QXFreeProgKeys::PickKey(Long lPositionCode) {
     const Integer previous = m_key;
     m_key = static_cast<Integer>(lPositionCode);
     layoutDisplay.SetCurrProgKey(m_key);
-    layoutDisplay.ReloadSettingsForKey(previous, m_sequences);
+    if (previous != kNoKey)
+        layoutDisplay.ReloadSettingsForKey(previous, m_sequences);
     layoutDisplay.ReloadSettingsForKey(m_key, m_sequences);
     ShowCurrentSequence();
 }
