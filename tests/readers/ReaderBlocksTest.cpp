@@ -6,9 +6,13 @@
 namespace qx::test {
 namespace {
 
-std::string Describe(const MagneticTrack& track) {
-    return "[" + track.Header().KeyString() + "|" + track.Terminator().KeyString() + "]";
-}
+// 32 codes 0x41, which fill their slot.
+const std::string kFull = [] {
+    std::string codes;
+    for (int i = 0; i < 32; ++i)
+        codes += " 65";
+    return codes;
+}();
 
 bool Coin(std::mt19937& random) {
     return random() % 2 == 0;
@@ -25,34 +29,32 @@ void RandomiseTrack(MagneticTrack& track, std::mt19937& random) {
 // --- the magnetic-stripe reader
 
 // The switches that are on, in the order of their bits.
-std::string SwitchesOf(const QXMagnetCard& control) {
+std::string SwitchesOf(const MagneticSettings& settings) {
     std::string on;
     const auto add = [&](bool isOn, const std::string& name) { on += isOn ? name + " " : ""; };
-    for (Integer n = 1; n <= 4; ++n) {
-        add(control.Track(n).HeaderEnabled(), "header" + std::to_string(n));
-        add(control.Track(n).TerminatorEnabled(), "terminator" + std::to_string(n));
+    int n = 0;
+    for (const MagneticTrack& track : settings.tracks) {
+        add(track.HeaderEnabled(), "header" + std::to_string(++n));
+        add(track.TerminatorEnabled(), "terminator" + std::to_string(n));
     }
-    for (Integer n = 1; n <= 4; ++n)
-        add(control.Track(n).Enabled(), "track" + std::to_string(n));
-    add(control.ReaderOptions().SendImmediate().Value(), "immediate");
-    add(control.ReaderOptions().VerifyLRC().Value(), "LRC");
-    add(control.ReaderOptions().VerifyLastChar().Value(), "last");
+    n = 0;
+    for (const MagneticTrack& track : settings.tracks)
+        add(track.Enabled(), "track" + std::to_string(++n));
+    add(settings.options.SendImmediate().Value(), "immediate");
+    add(settings.options.VerifyLRC().Value(), "LRC");
+    add(settings.options.VerifyLastChar().Value(), "last");
     return on;
 }
-
-const std::vector<FakeDriver::Entry> kMagneticDirectory = {{MODULE_MAGNET_CONFIG, 0x1000},
-                                                           {MODULE_MAGNET_HEADERS, 0x2000}};
 
 BlockRow MagneticRow() {
     BlockRow row;
     row.name = "Magnetic";
-    row.directory = kMagneticDirectory;
+    row.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x2000}};
     row.make = [](const Platform& platform) { return std::make_unique<QXMagnetCard>(platform); };
     row.fill = [](ModuleControl& filled) {
         auto& control = dynamic_cast<QXMagnetCard&>(filled);
         SetCodes(control.Track1().Header(), {30, 158});
-        for (Integer i = 0; i < 32; ++i)
-            control.Track2().Header().AddByte(0x41); // fills its slot
+        control.Track2().Header().SetKeyString(kFull);
         SetCodes(control.Track3().Terminator(), {1, 129, 255});
         SetCodes(control.Track4().Terminator(), {28});
         for (Integer n = 1; n <= 4; ++n)
@@ -84,44 +86,30 @@ BlockRow MagneticRow() {
     };
     row.describe = [](const ModuleControl& described) {
         const auto& control = dynamic_cast<const QXMagnetCard&>(described);
-        std::string text = SwitchesOf(control);
-        for (Integer n = 1; n <= 4; ++n)
-            text += Describe(control.Track(n));
-        return text;
+        const MagneticSettings settings{
+            control.ReaderOptions(),
+            {control.Track1(), control.Track2(), control.Track3(), control.Track4()}};
+        return EncodeTrackSlots(settings.tracks) + EncodeMagneticSwitches(settings);
     };
     return row;
 }
 
 TEST(MagneticSwitches, EveryBitIsOneSwitchOrIgnored) {
-    const std::string names[24] = {
-        "header1 ",   "terminator1 ",
-        "header2 ",   "terminator2 ",
-        "header3 ",   "terminator3 ",
-        "header4 ",   "terminator4 ",
-        "track1 ",    "track2 ",
-        "track3 ",    "track4 ",
-        "",           "",
-        "",           "",
-        "",           "",
-        "",           "",
-        "immediate ", "LRC ",
-        "last ",      "",
-    };
-    TestKeyboard keyboard(kMagneticDirectory);
-    QXMagnetCard control(keyboard.Services());
-    control.SetKeyboard(&keyboard.access);
+    std::istringstream names("header1 terminator1 header2 terminator2 "
+                             "header3 terminator3 header4 terminator4 "
+                             "track1 track2 track3 track4 - - - - "
+                             "- - - - immediate LRC last -");
     for (std::size_t bit = 0; bit < 24; ++bit) {
-        std::string bytes(3, '\0');
+        std::string name, bytes(3, '\0');
+        names >> name;
         bytes[bit / 8] = static_cast<char>(1U << bit % 8);
-        keyboard.Put(MODULE_MAGNET_CONFIG, bytes, 5);
-        keyboard.Upload(control);
-        EXPECT_EQ(SwitchesOf(control), names[bit]) << "bit " << bit;
+        MagneticSettings settings;
+        DecodeMagneticSwitches(bytes, settings);
+        EXPECT_EQ(SwitchesOf(settings), name == "-" ? "" : name + " ") << "bit " << bit;
 
-        if (names[bit].empty())
-            bytes[bit / 8] = 0;
+        bytes[bit / 8] = name == "-" ? '\0' : bytes[bit / 8];
         bytes[2] = static_cast<char>(bytes[2] | 0x0E);
-        keyboard.Download(control);
-        EXPECT_TRUE(keyboard.Holds(MODULE_MAGNET_CONFIG, bytes, 5)) << "bit " << bit;
+        EXPECT_EQ(EncodeMagneticSwitches(settings), bytes) << "bit " << bit;
     }
 }
 
@@ -135,27 +123,18 @@ struct Run {
     Integer firstFlag;
     Integer count;
 };
+// clang-format off
 const Run kRuns[] = {
-    {41, 3, BP_CodaBar, 0, 4},
-    {42, 7, BP_Code39, 0, 7},
-    {42, 0, BP_Code93, 0, 1},
-    {43, 7, BP_Code25_Overlapped, 0, 4},
-    {43, 3, BP_Code25_Industrial, 0, 3},
-    {43, 0, BP_Code25_Matrix, 0, 1},
-    {44, 7, BP_UPC, 0, 8},
-    {45, 7, BP_EAN, 0, 4},
-    {45, 3, BP_UPC, 8, 2},
-    {45, 1, BP_EAN, 4, 2},
-    {46, 7, BP_Code128, 0, 5},
-    {46, 2, BP_Code16K, 0, 3},
-    {47, 7, BP_MSI, 0, 1},
-    {47, 6, BP_Plessey, 0, 1},
-    {47, 5, BP_Code11, 0, 2},
-    {48, 6, BP_CommonSettings, 0, 1},
-    {48, 5, BP_CommonSettings, 2, 1},
-    {48, 4, BP_CommonSettings, 1, 1},
+    {41, 3, BP_CodaBar, 0, 4},           {42, 7, BP_Code39, 0, 7},   {42, 0, BP_Code93, 0, 1},
+    {43, 7, BP_Code25_Overlapped, 0, 4}, {43, 3, BP_Code25_Industrial, 0, 3},
+    {43, 0, BP_Code25_Matrix, 0, 1},     {44, 7, BP_UPC, 0, 8},      {45, 7, BP_EAN, 0, 4},
+    {45, 3, BP_UPC, 8, 2},               {45, 1, BP_EAN, 4, 2},      {46, 7, BP_Code128, 0, 5},
+    {46, 2, BP_Code16K, 0, 3},           {47, 7, BP_MSI, 0, 1},      {47, 6, BP_Plessey, 0, 1},
+    {47, 5, BP_Code11, 0, 2},            {48, 6, BP_CommonSettings, 0, 1},
+    {48, 5, BP_CommonSettings, 2, 1},    {48, 4, BP_CommonSettings, 1, 1},
     {49, 0, BP_CommonSettings, 4, 1},
 };
+// clang-format on
 
 template <typename Visit>
 void ForEachFlag(Visit visit) {
@@ -164,21 +143,10 @@ void ForEachFlag(Visit visit) {
             visit(run.byte, run.firstBit - i, run.page, static_cast<Integer>(run.firstFlag + i));
 }
 
-void FillReaders(QXBarcode& control) {
-    SetCodes(control.Reader(1).Header(), {30, 158});
-    for (Integer i = 0; i < 32; ++i)
-        control.Reader(1).Terminator().AddByte(0x99); // fills its slot
-    SetCodes(control.Reader(2).Terminator(), {28, 156});
-    control.Reader(2).SetHeaderEnabled(false);
-}
-
-const std::vector<FakeDriver::Entry> kBarcodeDirectory = {{MODULE_BARCODE_CONFIG, 0x1000},
-                                                          {MODULE_BARCODE_HEADERS, 0x2000}};
-
 BlockRow BarcodeRow() {
     BlockRow row;
     row.name = "Barcode";
-    row.directory = kBarcodeDirectory;
+    row.directory = {{MODULE_BARCODE_CONFIG, 0x1000}, {MODULE_BARCODE_HEADERS, 0x2000}};
     row.make = [](const Platform& platform) { return std::make_unique<QXBarcode>(platform); };
     row.fill = [](ModuleControl& filled) { // the rest by default
         auto& control = dynamic_cast<QXBarcode&>(filled);
@@ -188,11 +156,14 @@ BlockRow BarcodeRow() {
         }
         control.BitPage(BP_CodaBar).Flag(3).SetValue(true);
         control.BitPage(BP_CommonSettings).Flag(1).SetValue(true);
-        FillReaders(control);
+        SetCodes(control.Reader(1).Header(), {30, 158});
+        control.Reader(1).Terminator().SetKeyString(kFull);
+        SetCodes(control.Reader(2).Terminator(), {28, 156});
+        control.Reader(2).SetHeaderEnabled(false);
     };
     row.golden = {
         {MODULE_BARCODE_HEADERS, 0,
-         Bytes("1E 9E 00*30   99*32 " // reader 1: header, terminator
+         Bytes("1E 9E 00*30   41*32 " // reader 1: header, terminator
                "00*32         1C 9C 00*30")},
         {MODULE_BARCODE_CONFIG, 0,
          Bytes(
@@ -218,28 +189,18 @@ BlockRow BarcodeRow() {
     };
     row.describe = [](const ModuleControl& described) {
         const auto& control = dynamic_cast<const QXBarcode&>(described);
-        std::string text;
-        for (Integer page = BP_Code39; page <= BP_Plessey; ++page)
-            text += std::to_string(control.BitPage(page).MinSize()) + "-" +
-                    std::to_string(control.BitPage(page).MaxSize()) + " ";
-        ForEachFlag([&](int, int, BarcodePage page, Integer flag) {
-            text += control.BitPage(page).Flag(flag).Value() ? 'T' : 'F';
-        });
-        for (Integer n : {Integer{1}, Integer{2}})
-            text += Describe(control.Reader(n)) + (control.Reader(n).HeaderEnabled() ? "H" : "") +
-                    (control.Reader(n).TerminatorEnabled() ? "T" : "");
-        return text;
+        BarcodeSettings settings;
+        for (Integer page = 0; page < kBarcodeOptionPages; ++page)
+            settings.pages[static_cast<std::size_t>(page)] = control.BitPage(page);
+        settings.readers = {control.Reader(1), control.Reader(2)};
+        return EncodeTrackSlots(settings.readers) + EncodeBarcodeConfig(settings);
     };
     return row;
 }
 
 TEST(BarcodeFlags, EveryFlagIsOneBit) {
-    const std::string bare = [] {
-        BarcodeSettings off;
-        return EncodeBarcodeConfig(off);
-    }();
+    const std::string bare = EncodeBarcodeConfig({});
     EXPECT_EQ(bare.substr(36), Bytes("82 00*3 30 C0 00*8"));
-    int flags = 0;
     ForEachFlag([&](int byte, int bit, BarcodePage page, Integer flag) {
         BarcodeSettings settings;
         settings.pages[static_cast<std::size_t>(page)].Flag(flag).SetValue(true);
@@ -251,27 +212,52 @@ TEST(BarcodeFlags, EveryFlagIsOneBit) {
 
         BarcodeSettings read;
         DecodeBarcodeConfig(block, read);
-        EXPECT_TRUE(read.pages[static_cast<std::size_t>(page)].Flag(flag).Value());
         EXPECT_EQ(EncodeBarcodeConfig(read), block);
-        ++flags;
     });
-    EXPECT_EQ(flags, 52);
+    for (int bit = 0; bit < 4; ++bit) { // header and terminator of reader 1, then of reader 2
+        BarcodeSettings settings;
+        MagneticTrack& reader = settings.readers[bit < 2 ? 0 : 1];
+        bit % 2 == 0 ? reader.SetHeaderEnabled(true) : reader.SetTerminatorEnabled(true);
+        EXPECT_EQ(EncodeBarcodeConfig(settings)[48], 1 << bit);
+    }
 }
 
 TEST(BarcodeDefaults, AreThoseOfTheDevice) {
-    TestKeyboard keyboard(kBarcodeDirectory);
-    QXBarcode control(keyboard.Services());
-    control.SetKeyboard(&keyboard.access);
-    keyboard.Put(MODULE_BARCODE_CONFIG, Bytes("FF*50"));
-    keyboard.Upload(control);
-    control.DefaultValues();
-    keyboard.Download(control);
-    EXPECT_TRUE(keyboard.Holds(MODULE_BARCODE_CONFIG, Bytes("01 3C 01 30 00*4 "
-                                                            "04 50 03 30 03 3C 03 40 01 40 "
-                                                            "00 80 00*4 "
-                                                            "03 30 03 3C 00 9A "
-                                                            "00*6 82 00*3 30 "
-                                                            "CA 81 8D EF EF E4 E0 6F 01")));
+    BarcodeSettings settings;
+    SetBarcodeLimits(settings);
+    SetBarcodeDefaults(settings);
+    EXPECT_EQ(EncodeBarcodeConfig(settings),
+              Bytes("01 3C 01 30 00*4 04 50 03 30 03 3C 03 40 01 40 00 80 00*4 "
+                    "03 30 03 3C 00 9A 00*6 82 00*3 30 CA 81 8D EF EF E4 E0 6F 01"));
+}
+
+TEST(ReadersWithoutTheirModules, TransferNothing) {
+    // Each lacks one; the address of the magnetic switches would then be one that can be read.
+    TestKeyboard keyboard({{MODULE_MAGNET_HEADERS, 0x1000}, {MODULE_BARCODE_HEADERS, 0x2000}});
+    const std::string untouched(FakeDriver::kSize, '\xFF');
+    keyboard.driver.image = untouched;
+    QXMagnetCard magnetic(keyboard.Services());
+    QXBarcode barcode(keyboard.Services());
+    const auto boxes = [&](ModuleControl& control, QXKeyboardAccess* access) {
+        keyboard.boxes.texts.clear();
+        control.SetKeyboard(access);
+        control.PrepareDataUpload(true);
+        control.PrepareDataDownload(true);
+        control.DataDownload(true);
+        control.DataUpload(true); // without a box
+        return keyboard.boxes.texts;
+    };
+    for (QXKeyboardAccess* access : {static_cast<QXKeyboardAccess*>(nullptr), &keyboard.access}) {
+        EXPECT_EQ(boxes(magnetic, access),
+                  (std::vector<std::string>{"PrepareDataUpload Failed", "PrepareDataUpload Failed",
+                                            "DataDownload Failed"}));
+        EXPECT_EQ(boxes(barcode, access),
+                  std::vector<std::string>(3, "INVALID ADDRESSES FOR BARCODE-CONFIG"));
+    }
+    EXPECT_TRUE(keyboard.driver.requests.empty());
+    EXPECT_EQ(keyboard.driver.image, untouched);
+    EXPECT_FALSE(magnetic.Track1().HeaderEnabled());
+    EXPECT_EQ(barcode.Reader(1).Header().Length(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Readers, BlockRoundTrip, testing::Values(MagneticRow(), BarcodeRow()),
