@@ -93,21 +93,29 @@ std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) 
     return settings;
 }
 
+std::string ToText(const Difference& difference) {
+    return difference.name + (difference.isSequence ? ": " : " ") + difference.from + " → " +
+           difference.to;
+}
+
 std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to) {
     const std::string none = "(none)";
-    std::map<std::string, const Setting*> inTo;
+    std::map<std::string, const Setting*> unmatched;
     for (const Setting& setting : to)
-        inTo.emplace(setting.place, &setting);
+        unmatched.emplace(setting.place, &setting);
     std::vector<Difference> differences;
+    const auto add = [&](const Setting& setting, const std::string& before,
+                         const std::string& after) {
+        if (setting.isStored && before != after)
+            differences.push_back({setting.place, setting.name, before, after, setting.isSequence});
+    };
     for (const Setting& setting : from) {
-        const auto node = inTo.extract(setting.place);
-        const std::string& value = node.empty() ? none : node.mapped()->value;
-        if (value != setting.value)
-            differences.push_back({setting.place, setting.name, setting.value, value});
+        const auto match = unmatched.extract(setting.place);
+        add(setting, setting.value, match.empty() ? none : match.mapped()->value);
     }
     for (const Setting& setting : to)
-        if (inTo.contains(setting.place))
-            differences.push_back({setting.place, setting.name, none, setting.value});
+        if (unmatched.contains(setting.place))
+            add(setting, none, setting.value);
     return differences;
 }
 

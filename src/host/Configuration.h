@@ -53,8 +53,13 @@ struct Difference {
     std::string name;
     std::string from; // "(none)" where one of them has no such setting
     std::string to;
+    bool isSequence;
 };
 
+// "barcode Code39 minimum length 1 → 4", "POS key 12: Ctrl C → Esc".
+[[nodiscard]] std::string ToText(const Difference& difference);
+
+// The differences between settings that keyboards store.
 [[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
                                               const std::vector<Setting>& to);
 

@@ -22,9 +22,13 @@ FieldLister::FieldLister(std::string_view key, std::string_view title,
                          const QXKeyboardLayoutData* layout, std::vector<Setting>& settings)
     : m_layout(layout), m_settings(settings), m_place("/" + std::string(key)), m_name(title) {}
 
-void FieldLister::Add(const Field& field, std::string value) {
-    m_settings.push_back({m_place + "/" + std::string(field.key), Joined(m_name, field.label),
-                          std::move(value)});
+void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
+    Setting& setting = m_settings.emplace_back();
+    setting.place = m_place + "/" + std::string(field.key);
+    setting.name = Joined(m_name, field.label);
+    setting.value = std::move(value);
+    setting.isSequence = isSequence;
+    setting.isStored = field.stored;
 }
 
 void FieldLister::Within(std::string_view key, std::string_view label,
@@ -49,13 +53,17 @@ Integer FieldLister::Number(const Field& field, Integer nValue, Integer /*nMin*/
     return nValue;
 }
 
-std::vector<Integer> FieldLister::Numbers(const Field& field, const std::vector<Integer>& values,
-                                          Integer /*nMin*/, Integer /*nMax*/) {
+std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Integer>& keys,
+                                       Integer /*nMin*/, Integer /*nMax*/,
+                                       const PositionCodeOf& positionCodeOf) {
     std::string text;
-    for (const Integer value : values)
-        text = Joined(text, std::to_string(value));
+    for (const Integer key : keys) {
+        const std::string caption =
+            m_layout != nullptr ? m_layout->KeyCaption(positionCodeOf(key)) : std::string();
+        text = Joined(text, caption.empty() ? std::to_string(key) : caption);
+    }
     Add(field, text);
-    return values;
+    return keys;
 }
 
 std::string FieldLister::Text(const Field& field, const std::string& sValue,
@@ -76,7 +84,7 @@ void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*
     }
     if (m_layout != nullptr)
         text = SequenceToText(codes, *m_layout);
-    Add(field, codes.empty() ? "(empty)" : text);
+    Add(field, codes.empty() ? "(empty)" : text, true);
 }
 
 void FieldLister::Object(const Field& field, const std::function<void()>& members) {

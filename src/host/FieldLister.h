@@ -14,8 +14,8 @@ struct Setting {
     std::string place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
     std::string name;
     std::string value;
-
-    bool operator==(const Setting&) const = default;
+    bool isSequence = false;
+    bool isStored = true; // in the keyboard; false for what only documents hold
 };
 
 class FieldLister : public FieldVisitor {
@@ -27,8 +27,8 @@ public:
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
-    std::vector<Integer> Numbers(const Field& field, const std::vector<Integer>& values,
-                                 Integer nMin, Integer nMax) override;
+    std::vector<Integer> Keys(const Field& field, const std::vector<Integer>& keys, Integer nMin,
+                              Integer nMax, const PositionCodeOf& positionCodeOf) override;
     std::string Text(const Field& field, const std::string& sValue, std::size_t maxUnits) override;
     void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override;
     void Object(const Field& field, const std::function<void()>& members) override;
@@ -37,7 +37,7 @@ public:
     void List(const FieldList& list) override;
 
 private:
-    void Add(const Field& field, std::string value);
+    void Add(const Field& field, std::string value, bool isSequence = false);
     void Within(std::string_view key, std::string_view label, const std::function<void()>& walk);
 
     const QXKeyboardLayoutData* m_layout;

@@ -18,6 +18,7 @@ struct Field {
     std::string_view key;    // its name in a document
     std::string_view label;  // its name for people; empty where the outer names say it all
     bool required = true;    // in a document; one that is not may be left out
+    bool stored = true;      // in the keyboard; what is not stored is shown, but never compared
 };
 
 // A list of the elements that have content, each found by the numbers in its key members.
@@ -44,10 +45,13 @@ public:
     [[nodiscard]] virtual bool Flag(const Field& field, bool fValue) = 0;
     [[nodiscard]] virtual Integer Number(const Field& field, Integer nValue, Integer nMin,
                                          Integer nMax) = 0;
-    // Whole numbers in a fixed range, as many as there are.
-    [[nodiscard]] virtual std::vector<Integer> Numbers(const Field& field,
-                                                       const std::vector<Integer>& values,
-                                                       Integer nMin, Integer nMax) = 0;
+    // Numbers of keys in a fixed range, as many as there are. For people they are told by the
+    // captions of their position codes.
+    using PositionCodeOf = std::function<Long(Integer)>;
+    [[nodiscard]] virtual std::vector<Integer> Keys(const Field& field,
+                                                    const std::vector<Integer>& keys, Integer nMin,
+                                                    Integer nMax,
+                                                    const PositionCodeOf& positionCodeOf) = 0;
     // UTF-8 text of at most maxUnits UTF-16 units.
     [[nodiscard]] virtual std::string Text(const Field& field, const std::string& sValue,
                                            std::size_t maxUnits) = 0;
@@ -61,6 +65,8 @@ public:
                        const std::function<void(const Field&, std::size_t)>& element) = 0;
     virtual void List(const FieldList& list) = 0;
 
+    // Whether the walk changes the settings.
+    [[nodiscard]] virtual bool IsReading() const { return false; }
     // Says that the value just read for the field cannot be used; without effect when not reading.
     virtual void Refuse(const Field& /*field*/, const std::string& /*sReason*/) {}
 };

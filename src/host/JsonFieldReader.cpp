@@ -114,16 +114,16 @@ Integer JsonFieldReader::Number(const Field& field, Integer nValue, Integer nMin
     return WholeNumber(*value, PlaceOf(field.key), nMin, nMax, "whole number").value_or(nValue);
 }
 
-std::vector<Integer> JsonFieldReader::Numbers(const Field& field,
-                                              const std::vector<Integer>& values, Integer nMin,
-                                              Integer nMax) {
+std::vector<Integer> JsonFieldReader::Keys(const Field& field, const std::vector<Integer>& keys,
+                                           Integer nMin, Integer nMax,
+                                           const PositionCodeOf& /*positionCodeOf*/) {
     const Json* value = Find(field);
     if (value == nullptr)
-        return values;
+        return keys;
     const std::string place = PlaceOf(field.key);
     if (!value->is_array()) {
-        AddFault(place, Shown(*value) + " is not a list of numbers");
-        return values;
+        AddFault(place, Shown(*value) + " is not a list of keys");
+        return keys;
     }
     std::vector<Integer> numbers;
     for (std::size_t i = 0; i < value->size(); ++i)

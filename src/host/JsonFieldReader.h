@@ -29,14 +29,15 @@ public:
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
-    std::vector<Integer> Numbers(const Field& field, const std::vector<Integer>& values,
-                                 Integer nMin, Integer nMax) override;
+    std::vector<Integer> Keys(const Field& field, const std::vector<Integer>& keys, Integer nMin,
+                              Integer nMax, const PositionCodeOf& positionCodeOf) override;
     std::string Text(const Field& field, const std::string& sValue, std::size_t maxUnits) override;
     void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override;
     void Object(const Field& field, const std::function<void()>& members) override;
     void Array(const Field& field, std::size_t count, Integer nFirst,
                const std::function<void(const Field&, std::size_t)>& element) override;
     void List(const FieldList& list) override;
+    [[nodiscard]] bool IsReading() const override { return true; }
     void Refuse(const Field& field, const std::string& sReason) override;
 
 private:

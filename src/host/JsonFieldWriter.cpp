@@ -31,11 +31,11 @@ Integer JsonFieldWriter::Number(const Field& field, Integer nValue, Integer /*nM
     return nValue;
 }
 
-std::vector<Integer> JsonFieldWriter::Numbers(const Field& field,
-                                              const std::vector<Integer>& values, Integer /*nMin*/,
-                                              Integer /*nMax*/) {
-    Place(field) = Json(values);
-    return values;
+std::vector<Integer> JsonFieldWriter::Keys(const Field& field, const std::vector<Integer>& keys,
+                                           Integer /*nMin*/, Integer /*nMax*/,
+                                           const PositionCodeOf& /*positionCodeOf*/) {
+    Place(field) = Json(keys);
+    return keys;
 }
 
 std::string JsonFieldWriter::Text(const Field& field, const std::string& sValue,

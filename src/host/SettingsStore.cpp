@@ -28,7 +28,7 @@ QString Text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QString Text(const std::filesystem::path& path) {
+QString PathText(const std::filesystem::path& path) {
     return QString::fromStdWString(path.wstring());
 }
 
@@ -52,7 +52,7 @@ std::optional<Long> NumberIn(const QVariant& value) {
 
 struct SettingsStore::Store {
     explicit Store(const std::filesystem::path& file)
-        : settings(Text(file), QSettings::IniFormat) {
+        : settings(PathText(file), QSettings::IniFormat) {
         settings.setFallbacksEnabled(false);
     }
     Store()

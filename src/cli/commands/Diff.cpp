@@ -44,7 +44,7 @@ void Diff(Context& context, const std::string& file, const std::string& file2) {
                                        {"place", difference.place},
                                        {"from", difference.from},
                                        {"to", difference.to}});
-        text += difference.name + ": " + difference.from + " → " + difference.to + "\n";
+        text += ToText(difference) + "\n";
     }
     const std::size_t count = json["differences"].size();
     context.exitStatus = count == 0 ? 0 : 1;

@@ -1,22 +1,18 @@
 #include "host/sections/Sections.h"
 
+#include <utility>
+
 namespace qx::host {
-
-namespace {
-
-using Maker = std::unique_ptr<Section> (*)(const Platform&);
-
-constexpr Maker kMakers[] = {
-    MakeCommonKeyboardSection,
-    MakeMagnetCardSection,
-};
-
-} // namespace
 
 std::vector<std::unique_ptr<Section>> MakeSections(const Platform& platform) {
     std::vector<std::unique_ptr<Section>> sections;
-    for (const Maker make : kMakers)
-        sections.push_back(make(platform));
+    sections.push_back(MakeCommonKeyboardSection(platform));
+    sections.push_back(MakeMagnetCardSection(platform));
+    sections.push_back(MakeBarcodeSection(platform));
+    for (auto& section : MakeFreeProgKeysSections(platform))
+        sections.push_back(std::move(section));
+    sections.push_back(MakeLayeredFuncKeysSection(platform));
+    sections.push_back(MakePosSection(platform));
     return sections;
 }
 

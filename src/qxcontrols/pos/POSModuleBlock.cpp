@@ -17,7 +17,7 @@ struct Field {
     Long size;
 };
 constexpr Field kGroup{0, 1};
-constexpr Field kSequence{kGroup.offset + kGroup.size, 31};
+constexpr Field kSequence{kGroup.offset + kGroup.size, kPOSSequenceSize};
 constexpr Long kRecordSize = kSequence.offset + kSequence.size;
 static_assert(kRecordSize * kKeys == kPOSModuleBlockSize);
 

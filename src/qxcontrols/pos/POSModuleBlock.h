@@ -13,6 +13,7 @@
 namespace qx {
 
 inline constexpr Long kPOSModuleBlockSize = 3360;
+inline constexpr Integer kPOSSequenceSize = 31; // of a key or a group
 
 // The block that holds the model. A key that stands in two blocks goes to the later one's group. A
 // sequence with a code -1 leaves its place out, and the block is then shorter. Throws

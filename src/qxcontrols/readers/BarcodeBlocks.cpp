@@ -2,6 +2,8 @@
 
 #include "qxcontrols/readers/BlockRoutines.h"
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace qx {
@@ -129,6 +131,12 @@ std::string EncodeBarcodeConfig(const BarcodeSettings& settings) {
     EncodeBits(kReaderSwitches, block,
                [&](const ReaderSwitch& s) { return (settings.readers[s.reader].*s.isOn)(); });
     return block;
+}
+
+bool HasBarcodeConfigBit(BarcodePage ePage, Integer nFlag) {
+    return std::any_of(std::begin(kFlags), std::end(kFlags), [&](const auto& field) {
+        return field.setting.page == ePage && field.setting.flag == nFlag;
+    });
 }
 
 void DecodeBarcodeConfig(std::string_view block, BarcodeSettings& settings) {

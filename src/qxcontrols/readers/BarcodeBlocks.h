@@ -19,6 +19,9 @@ inline constexpr Long kBarcodeConfigSize = 50;
 // std::overflow_error when a code length is not one of 0 to 255.
 [[nodiscard]] std::string EncodeBarcodeConfig(const BarcodeSettings& settings);
 
+// Whether the block has a bit for the page's flag.
+[[nodiscard]] bool HasBarcodeConfigBit(BarcodePage ePage, Integer nFlag);
+
 // Takes a block of kBarcodeConfigSize bytes. Code lengths are taken as they stand, whatever the
 // limits; the common settings' flag 3 is not in the block and stays.
 void DecodeBarcodeConfig(std::string_view block, BarcodeSettings& settings);

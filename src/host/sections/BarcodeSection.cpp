@@ -1,0 +1,89 @@
+#include "host/sections/ReaderFields.h"
+#include "host/sections/Sections.h"
+
+#include "qxcontrols/readers/BarcodeBlocks.h"
+#include "qxcontrols/readers/QXBarcode.h"
+
+namespace qx::host {
+
+namespace {
+
+constexpr Area kAreas[] = {
+    {MODULE_BARCODE_CONFIG, kBarcodeConfigSize},
+    {MODULE_BARCODE_HEADERS, kBarcodeHeadersSize},
+};
+constexpr SectionInfo kInfo = {"barcode", "barcode", kAreas};
+
+struct PageName {
+    BarcodePage page;
+    std::string_view key;
+    std::string_view label;
+};
+
+constexpr PageName kPages[] = {
+    {BP_CommonSettings, "CommonSettings", "common settings"},
+    {BP_EAN, "EAN", "EAN"},
+    {BP_UPC, "UPC", "UPC"},
+    {BP_Code39, "Code39", "Code39"},
+    {BP_Code128, "Code128", "Code128"},
+    {BP_CodaBar, "CodaBar", "CodaBar"},
+    {BP_Code25_Overlapped, "Code25_Overlapped", "Code25 overlapped"},
+    {BP_Code25_Industrial, "Code25_Industrial", "Code25 industrial"},
+    {BP_Code25_Matrix, "Code25_Matrix", "Code25 matrix"},
+    {BP_Code93, "Code93", "Code93"},
+    {BP_Code11, "Code11", "Code11"},
+    {BP_Code16K, "Code16K", "Code16K"},
+    {BP_MSI, "MSI", "MSI"},
+    {BP_Plessey, "Plessey", "Plessey"},
+};
+static_assert(std::size(kPages) == kBarcodeOptionPages);
+
+class BarcodeSection : public SectionOf<QXBarcode> {
+public:
+    using SectionOf::SectionOf;
+
+    void Visit(FieldVisitor& fields) override {
+        fields.Object({"pages", ""}, [&] {
+            for (const PageName& name : kPages)
+                fields.Object({name.key, name.label}, [&] { VisitPage(fields, name.page); });
+        });
+        fields.Array({"readers", "reader"}, kBarcodeReaders, 1,
+                     [&](const Field& field, std::size_t index) {
+                         fields.Object(field, [&] {
+                             VisitFraming(fields, Control().Reader(static_cast<Integer>(index + 1)));
+                         });
+                     });
+    }
+
+private:
+    void VisitPage(FieldVisitor& fields, BarcodePage ePage) {
+        BarcodeOptionPage& page = Control().BitPage(ePage);
+        if (page.SupportsSizing()) {
+            page.SetMinSize(fields.Number({"minSize", "minimum length"}, page.MinSize(), 0, 255));
+            page.SetMaxSize(fields.Number({"maxSize", "maximum length"}, page.MaxSize(), 0, 255));
+        }
+        fields.Array({"flags", "option"}, BarcodeOptionPage::kFlags, 0,
+                     [&](const Field& field, std::size_t index) {
+                         VisitFlag(fields, field, ePage, static_cast<Integer>(index));
+                     });
+    }
+
+    // A flag that the keyboard does not store can only have the value that an upload gives it.
+    void VisitFlag(FieldVisitor& fields, const Field& field, BarcodePage ePage, Integer nFlag) {
+        OptionBool& flag = Control().BitPage(ePage).Flag(nFlag);
+        const bool value = fields.Flag(field, flag.Value());
+        if (HasBarcodeConfigBit(ePage, nFlag))
+            flag.SetValue(value);
+        else if (value != flag.Value())
+            fields.Refuse(field, std::string("the keyboard does not store this flag; it can only be ") +
+                                     (flag.Value() ? "true" : "false"));
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Section> MakeBarcodeSection(const Platform& platform) {
+    return std::make_unique<BarcodeSection>(kInfo, platform);
+}
+
+} // namespace qx::host

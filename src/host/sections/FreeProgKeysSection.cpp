@@ -1,0 +1,65 @@
+#include "host/sections/Sections.h"
+
+#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+
+#include <algorithm>
+
+namespace qx::host {
+
+namespace {
+
+// The modules that hold free programmable keys, each a section of its own.
+constexpr Area kAreas[][1] = {
+    {{MODULE_FREEPROGRAMMABLE_KEYS, 0}},
+    {{MODULE_FUNCKEYS_X1_4610, 0}},
+    {{MODULE_FUNCKEYS_X1_4620, 0}},
+    {{MODULE_FUNCKEYS_X1_4630, 0}},
+};
+constexpr SectionInfo kInfos[] = {
+    {"freeProgKeys", "free programmable", kAreas[0]},
+    {"funcKeys4610", "function keys 4610", kAreas[1]},
+    {"funcKeys4620", "function keys 4620", kAreas[2]},
+    {"funcKeys4630", "function keys 4630", kAreas[3]},
+};
+
+class FreeProgKeysSection : public SectionOf<QXFreeProgKeys> {
+public:
+    FreeProgKeysSection(const SectionInfo& info, const Platform& platform)
+        : SectionOf(info, platform) {
+        Control().SetConfigID(info.areas[0].module);
+    }
+
+    void Visit(FieldVisitor& fields) override {
+        const std::vector<Integer> stored =
+            StoredFreeProgKeys(Control().Sequences(), Control().ConfigID());
+        FieldList list;
+        list.field = {"keys", ""};
+        list.keyMembers = {
+            {"positionCode", KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID}};
+        for (const Integer key : stored)
+            if (Control().Sequences().Key(key).Length() > 0)
+                list.present.push_back({key});
+        list.clear = [this] { Control().Sequences().CleanAll(); };
+        list.visit = [&](const FieldList::Id& id) {
+            if (std::find(stored.begin(), stored.end(), id[0]) == stored.end())
+                fields.Refuse({"positionCode", ""},
+                              "key " + std::to_string(id[0]) + " is not programmable here");
+            fields.Sequence({"sequence", ""}, Control().Sequences().Key(id[0]),
+                            static_cast<Integer>(kFreeProgKeySlotSize));
+        };
+        list.elementLabel = [](const FieldList::Id& id) { return "key " + std::to_string(id[0]); };
+        fields.List(list);
+    }
+};
+
+} // namespace
+
+std::vector<std::unique_ptr<Section>> MakeFreeProgKeysSections(const Platform& platform) {
+    std::vector<std::unique_ptr<Section>> sections;
+    for (const SectionInfo& info : kInfos)
+        sections.push_back(std::make_unique<FreeProgKeysSection>(info, platform));
+    return sections;
+}
+
+} // namespace qx::host

@@ -1,0 +1,48 @@
+#include "host/sections/ReaderFields.h"
+#include "host/sections/Sections.h"
+
+#include "qxcontrols/readers/QXMagnetCard.h"
+
+namespace qx::host {
+
+namespace {
+
+constexpr Area kAreas[] = {
+    {MODULE_MAGNET_HEADERS, kMagneticHeadersSize},
+    {MODULE_MAGNET_CONFIG, kMagneticSwitchesOffset + kMagneticSwitchesSize},
+};
+constexpr SectionInfo kInfo = {"magnetCard", "magnetic card", kAreas};
+
+class MagnetCardSection : public SectionOf<QXMagnetCard> {
+public:
+    using SectionOf::SectionOf;
+
+    void Visit(FieldVisitor& fields) override {
+        const auto visitOption = [&](const Field& field, OptionBool& option) {
+            option.SetValue(fields.Flag(field, option.Value()));
+        };
+        MagneticOptions& options = Control().ReaderOptions();
+        visitOption({"sendImmediate", "send immediately"}, options.SendImmediate());
+        visitOption({"verifyLRC", "verify LRC"}, options.VerifyLRC());
+        visitOption({"verifyLastChar", "verify last character"}, options.VerifyLastChar());
+        fields.Array({"tracks", "track"}, kMagneticTracks, 1,
+                     [&](const Field& field, std::size_t index) {
+                         fields.Object(field, [&] { VisitTrack(fields, index); });
+                     });
+    }
+
+private:
+    void VisitTrack(FieldVisitor& fields, std::size_t index) {
+        MagneticTrack& track = Control().Track(static_cast<Integer>(index + 1));
+        track.SetEnabled(fields.Flag({"enabled", "enabled"}, track.Enabled()));
+        VisitFraming(fields, track);
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Section> MakeMagnetCardSection(const Platform& platform) {
+    return std::make_unique<MagnetCardSection>(kInfo, platform);
+}
+
+} // namespace qx::host

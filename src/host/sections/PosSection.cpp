@@ -1,0 +1,99 @@
+#include "host/sections/Sections.h"
+
+#include "qxcontrols/pos/POSModuleBlock.h"
+#include "qxcontrols/pos/QXPos.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace qx::host {
+
+namespace {
+
+constexpr Area kAreas[] = {{MODULE_POS, kPOSModuleBlockSize}};
+constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
+
+constexpr Integer kFirstKey = 1;
+constexpr Integer kLastKey = POSKeyboard::kSlots;
+
+// The keyboard does not store which key of a block is its major one: read back, it is the lowest. So
+// a block stands in the slot of its lowest key here, whichever of its keys a document names first.
+class PosSection : public SectionOf<QXPos> {
+public:
+    using SectionOf::SectionOf;
+
+    void Visit(FieldVisitor& fields) override {
+        FieldList list;
+        list.field = {"blocks", ""};
+        list.keyMembers = {{"slot", kFirstKey, kLastKey}};
+        list.present = Slots();
+        list.clear = [this] { Control().DefaultValues(); };
+        list.visit = [&](const FieldList::Id& id) { VisitBlock(fields, id[0]); };
+        list.elementLabel = [](const FieldList::Id& id) { return "key " + std::to_string(id[0]); };
+        fields.List(list);
+        Control().PosData().CalcDefinedBlockNum();
+    }
+
+private:
+    void VisitBlock(FieldVisitor& fields, Integer nSlot) {
+        constexpr Field kKeys = {"keys", "keys"};
+        constexpr Integer kMax = std::numeric_limits<Integer>::max();
+        POSBlock block = fields.IsReading() ? POSBlock() : Control().PosData().Block(nSlot);
+        block.SetBlockID(fields.Number({"blockId", "label", false, false}, block.BlockID(), 0, kMax));
+        block.SetColorID(fields.Number({"colorId", "colour", false, false}, block.ColorID(), 0, 9));
+        std::vector<Integer> keys =
+            fields.Keys(kKeys, KeysOf(block), kFirstKey, kLastKey, [this](Integer nKey) {
+                return Long{Control().CodeMap().GetPositionCodeForKey(nKey)};
+            });
+        fields.Sequence({"sequence", ""}, block.Sequence(), kPOSSequenceSize);
+        if (!fields.IsReading())
+            return;
+        if (const std::string fault = FaultOf(keys, nSlot); !fault.empty())
+            fields.Refuse(kKeys, fault);
+        else
+            Place(block, std::move(keys));
+    }
+
+    // What keeps a block of these keys from being placed; the empty text for nothing.
+    [[nodiscard]] std::string FaultOf(const std::vector<Integer>& keys, Integer nSlot) {
+        if (keys.empty() || keys[0] != nSlot)
+            return "the first key is not the block's slot " + std::to_string(nSlot);
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            if (std::find(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(i), keys[i]) !=
+                    keys.begin() + static_cast<std::ptrdiff_t>(i) ||
+                Control().PosData().FindBlockForKey(keys[i]) != 0)
+                return "key " + std::to_string(keys[i]) + " stands in more than one place";
+        return {};
+    }
+
+    void Place(POSBlock block, std::vector<Integer> keys) {
+        std::sort(keys.begin(), keys.end());
+        block.Clean();
+        for (const Integer key : keys)
+            block.AddKey(key);
+        Control().PosData().Block(keys.front()) = block;
+    }
+
+    [[nodiscard]] static std::vector<Integer> KeysOf(const POSBlock& block) {
+        std::vector<Integer> keys;
+        for (Integer i = 1; i <= block.BlockSize(); ++i)
+            keys.push_back(block.GetKey(i));
+        return keys;
+    }
+
+    [[nodiscard]] std::vector<FieldList::Id> Slots() {
+        std::vector<FieldList::Id> slots;
+        for (Integer slot = kFirstKey; slot <= kLastKey; ++slot)
+            if (Control().PosData().Block(slot).BlockSize() > 0)
+                slots.push_back({slot});
+        return slots;
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Section> MakePosSection(const Platform& platform) {
+    return std::make_unique<PosSection>(kInfo, platform);
+}
+
+} // namespace qx::host

@@ -1,0 +1,15 @@
+// The fields that the sections of both readers have in common.
+#pragma once
+
+#include "host/FieldVisitor.h"
+
+namespace qx {
+class MagneticTrack;
+}
+
+namespace qx::host {
+
+// The header and the terminator of a reader's input, with their switches.
+void VisitFraming(FieldVisitor& fields, MagneticTrack& track);
+
+} // namespace qx::host

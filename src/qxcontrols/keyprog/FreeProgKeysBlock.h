@@ -1,0 +1,31 @@
+// The block of the free programmable keys in the keyboard's memory: one sequence slot for each key
+// that takes part, without gaps.
+//
+// A key takes part when its sequence has a position code above 0. Most modules store the keys in
+// ascending order; MODULE_FUNCKEYS_X1_4620 has an order of its own, and no place for other keys.
+#pragma once
+
+#include "qxcontrols/device/KeyboardModuleIDs.h"
+#include "qxcontrols/keys/KeyboardSequences.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx {
+
+inline constexpr Long kFreeProgKeySlotSize = 32;
+
+// The ids of the keys that take part, in the order of the module's block.
+[[nodiscard]] std::vector<Integer> StoredFreeProgKeys(const KeyboardSequences& sequences,
+                                                      KeyboardModuleIDs eModule);
+
+// A sequence with a code -1 has no slot, and the keys behind it move up.
+[[nodiscard]] std::string EncodeFreeProgKeys(const KeyboardSequences& sequences,
+                                             KeyboardModuleIDs eModule);
+
+// Fills the sequences of the keys that take part; what a short block lacks is empty.
+void DecodeFreeProgKeys(std::string_view sBlock, KeyboardModuleIDs eModule,
+                        KeyboardSequences& sequences);
+
+} // namespace qx

@@ -1,0 +1,167 @@
+// CommandLine: runs qxconf's commands in process, on a simulated keyboard that can be made to fail.
+#pragma once
+
+#include "cli/Qxconf.h"
+#include "files/Files.h"
+#include "host/ForwardingDriver.h"
+#include "qxcontrols/device/DriverLibrary.h"
+#include "simulator/SimulatedDriver.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace qx::test {
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+// A fault of the simulated keyboard: its call number `call`, counted from 1, gives `status`.
+struct Fault {
+    int call = 0; // 0: none
+    std::int32_t status = 77;
+    bool forEver = false;
+    std::int32_t transferBytes = -1; // a transfer stops after these; -1: it does not
+    bool dropsWrites = false;        // transfers to the keyboard report success and do nothing
+};
+
+// A driver that can lie about its writes.
+class LyingDriver : public host::ForwardingDriver {
+public:
+    LyingDriver(std::unique_ptr<ConfigDriver> inner, bool dropsWrites)
+        : ForwardingDriver(*inner), m_inner(std::move(inner)), m_dropsWrites(dropsWrites) {}
+    std::int32_t QXCFG_ImageSave() override {
+        return m_dropsWrites ? 0 : ForwardingDriver::QXCFG_ImageSave();
+    }
+
+protected:
+    std::int32_t Noted(std::string_view, host::DriverResult, std::int32_t result) override {
+        return result;
+    }
+
+private:
+    std::unique_ptr<ConfigDriver> m_inner;
+    bool m_dropsWrites;
+};
+
+// The simulated keyboard in process, or through its driver library.
+enum class Driver { InProcess, Library };
+
+class CommandLine {
+public:
+    explicit CommandLine(Driver driver = Driver::InProcess, std::string model = "full")
+        : m_driver(driver), m_model(std::move(model)) {}
+
+    // Runs a command on the keyboard; `fault` holds from its first driver call on.
+    Outcome Run(std::vector<std::string> arguments, const Fault& fault = {}) {
+        arguments.insert(arguments.begin(), {"--layouts", QX_LAYOUTS, "--layout", "us.qxl",
+                                             "--settings", (folder / "settings.ini").string()});
+        std::istringstream in;
+        std::ostringstream out;
+        std::ostringstream err;
+        cli::Surroundings surroundings;
+        surroundings.openDriver = [&](const cli::KeyboardChoice&) {
+            auto driver = m_driver == Driver::InProcess ? OpenInProcess(fault) : OpenLibrary(fault);
+            cli::OpenedDriver opened;
+            opened.driver = std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites);
+            return opened;
+        };
+        const int status = cli::Run(arguments, {in, out, err}, surroundings);
+        return {status, out.str(), err.str()};
+    }
+
+    // The same, expected to succeed; what it wrote to standard output.
+    std::string Done(const std::vector<std::string>& arguments) {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        return outcome.out;
+    }
+
+    [[nodiscard]] std::string File(const std::string& name) const {
+        return (folder / name).string();
+    }
+    // Writes a text into a file of the folder and returns its path.
+    std::string Write(const std::string& name, const std::string& text) {
+        files::WriteFileAtomically(folder / name, text);
+        return File(name);
+    }
+
+    // Looks into, or changes, the keyboard's memory.
+    std::string Memory() { return Open().Memory(0, sim::KeyboardMemory::kSize); }
+    void Poke(Long address, const std::string& bytes) { Open().Poke(address, bytes); }
+
+    // How many driver calls the last run made (in process only).
+    int calls = 0;
+
+    TempFolder folder;
+
+private:
+    class Opened {
+    public:
+        Opened(const std::filesystem::path& file, const std::string& model) : m_driver(file, model) {
+            EXPECT_EQ(m_driver.QXCFG_Init(), 0) << m_driver.LastError();
+        }
+        [[nodiscard]] std::string Memory(Long address, Long size) const {
+            return m_driver.Memory(address, size);
+        }
+        void Poke(Long address, const std::string& bytes) { m_driver.Poke(address, bytes); }
+
+    private:
+        sim::SimulatedDriver m_driver;
+    };
+    Opened Open() { return {folder / "keyboard.qxk", m_model}; }
+
+    // Notes how many calls the driver has had when it is gone.
+    class CountedDriver : public sim::SimulatedDriver {
+    public:
+        CountedDriver(const std::filesystem::path& file, const std::string& model, int& calls)
+            : SimulatedDriver(file, model), m_calls(calls) {}
+        ~CountedDriver() override { m_calls = Calls(); }
+
+    private:
+        int& m_calls;
+    };
+
+    std::unique_ptr<ConfigDriver> OpenInProcess(const Fault& fault) {
+        auto driver = std::make_unique<CountedDriver>(folder / "keyboard.qxk", m_model, calls);
+        if (fault.call != 0)
+            driver->FailCall(fault.call, fault.status, fault.forEver);
+        if (fault.transferBytes >= 0)
+            driver->StopTransferAfter(fault.transferBytes);
+        for (const std::int32_t key : positionKeys)
+            driver->QueuePositionKey(key);
+        return driver;
+    }
+
+    std::unique_ptr<ConfigDriver> OpenLibrary(const Fault& fault) {
+        auto library = std::make_unique<DriverLibrary>(QX_SIMULATOR_LIBRARY);
+        using SetKeyboard = std::int32_t(QX_DRIVER_CALL*)(const char*, const char*);
+        using FailCall = void(QX_DRIVER_CALL*)(std::int32_t, std::int32_t, std::int32_t);
+        using StopTransferAfter = void(QX_DRIVER_CALL*)(std::int32_t);
+        EXPECT_EQ(library->Find<SetKeyboard>("QXSIM_SetKeyboard")(File("keyboard.qxk").c_str(),
+                                                                  m_model.c_str()),
+                  0);
+        if (fault.call != 0)
+            library->Find<FailCall>("QXSIM_FailCall")(fault.call, fault.status,
+                                                      fault.forEver ? 1 : 0);
+        if (fault.transferBytes >= 0)
+            library->Find<StopTransferAfter>("QXSIM_StopTransferAfter")(fault.transferBytes);
+        return library;
+    }
+
+public:
+    std::vector<std::int32_t> positionKeys; // pressed on the keyboard of the next run (in process)
+
+private:
+    Driver m_driver;
+    std::string m_model;
+};
+
+} // namespace qx::test

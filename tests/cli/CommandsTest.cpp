@@ -1,0 +1,159 @@
+#include "CommandLine.h"
+
+#include "host/Json.h"
+
+namespace qx::test {
+
+using host::Json;
+
+TEST(Commands, IdentifyTellsKeyboardAndDirectory) {
+    CommandLine keyboard;
+    const Json result = Json::parse(keyboard.Done({"--json", "identify"}));
+    EXPECT_EQ(result["schema"], 1);
+    EXPECT_FALSE(result["keyboard"]["name"].get<std::string>().empty());
+    bool hasPos = false;
+    for (const Json& entry : result["directory"])
+        hasPos = hasPos || (entry["module"] == 6 && entry["name"] == "MODULE_POS");
+    EXPECT_TRUE(hasPos);
+}
+
+TEST(Commands, DiffSpeaksOfSettings) {
+    CommandLine keyboard;
+    const std::string text = keyboard.Done({"upload"});
+    Json changed = Json::parse(text);
+    changed["barcode"]["pages"]["Code39"]["minSize"] = 4;
+    changed["pos"]["blocks"].push_back(
+        {{"slot", 12}, {"keys", {12}}, {"sequence", "Esc ^Esc"}});
+    changed["layeredFuncKeys"]["keys"].push_back(
+        {{"layer", 9}, {"key", 23}, {"sequence", {30, 158}}, {"description", "Größe"}});
+    const std::string file = keyboard.Write("changed.json", changed.dump());
+    const Outcome outcome = keyboard.Run({"diff", file});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.out.find("barcode Code39 minimum length 1 → 4\n"), std::string::npos)
+        << outcome.out;
+    EXPECT_NE(outcome.out.find("POS key 12: (none) → Esc ^Esc\n"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("layered function key layer 9 key 23 description (none) → \"Größe\"\n"),
+              std::string::npos)
+        << outcome.out;
+    keyboard.Done({"download", file});
+    EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
+}
+
+TEST(Commands, ErrorsHaveTheirStatusAndAreJsonToo) {
+    CommandLine keyboard;
+    const std::string invalid = keyboard.Write(
+        "invalid.json",
+        R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": 999}})");
+    struct Case {
+        std::vector<std::string> arguments;
+        int status;
+        const char* code;
+    };
+    const Case cases[] = {
+        {{"--json", "validate", invalid}, 6, "document-invalid"},
+        {{"--json", "download", invalid}, 6, "document-invalid"},
+        {{"--json", "validate", keyboard.File("missing.json")}, 4, "file-failed"},
+        {{"--json", "frobnicate"}, 2, "usage"},
+        {{"--json", "layer", "10"}, 2, "usage"},
+        {{"--json", "show", "nonsense"}, 2, "usage"},
+        {{"--json", "prefs", "get", "Nonsense"}, 2, "usage"},
+        {{"--json", "prefs", "set", "KeyFontSize", "70000"}, 2, "usage"},
+        {{"--json", "prefs", "set", "AutoSave", "perhaps"}, 2, "usage"},
+        {{"--json", "rom", "load", keyboard.File("missing.rom")}, 4, "transfer-failed"},
+        {{"--json", "codepage", "compare", keyboard.File("missing.cp")}, 4, "file-failed"},
+        {{"--json", "--layout", "nowhere.qxl", "validate", invalid}, 6, "layout-invalid"},
+    };
+    for (const Case& each : cases) {
+        const Outcome outcome = keyboard.Run(each.arguments);
+        EXPECT_EQ(outcome.status, each.status) << each.arguments[1];
+        EXPECT_FALSE(outcome.err.empty());
+        const Json result = Json::parse(outcome.out, nullptr, false);
+        ASSERT_TRUE(result.is_object()) << outcome.out;
+        EXPECT_EQ(result["error"]["code"], each.code) << outcome.err;
+    }
+    const Json result = Json::parse(keyboard.Run({"--json", "validate", invalid}).out);
+    EXPECT_EQ(result["error"]["place"], "/commonKeyboard/outputDelay");
+    const Outcome opening = keyboard.Run({"identify"}, {2, 77});
+    EXPECT_EQ(opening.status, 3);
+    EXPECT_NE(opening.err.find("QXCFG_Init gave status 77"), std::string::npos) << opening.err;
+}
+
+TEST(Commands, AKeyboardThatLiesIsCaught) {
+    CommandLine keyboard;
+    const std::string file = keyboard.Write(
+        "delay.json",
+        R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": 77}})");
+    Fault lie;
+    lie.dropsWrites = true;
+    const Outcome outcome = keyboard.Run({"download", file}, lie);
+    EXPECT_EQ(outcome.status, 5);
+    EXPECT_NE(outcome.err.find("holds 6 in place of 4D"), std::string::npos) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+}
+
+TEST(Commands, KeyboardFilesGoBothWays) {
+    CommandLine keyboard;
+    const std::string rom = keyboard.File("keyboard.rom");
+    const std::string binary = keyboard.Write("firmware.bin", std::string(1000, '\x5A'));
+    keyboard.Done({"convert", binary, rom, "0", "0", "0"});
+    keyboard.Done({"rom", "load", rom});
+    const std::string saved = keyboard.File("saved.rom");
+    keyboard.Done({"rom", "save", saved});
+    EXPECT_EQ(files::ReadFile(saved), files::ReadFile(rom));
+
+    const std::string param = keyboard.File("param.bin");
+    keyboard.Done({"param", "save", param});
+    const std::string before = keyboard.Memory();
+    keyboard.Poke(0x3000, std::string(64, '\x11'));
+    keyboard.Done({"param", "load", param});
+    EXPECT_EQ(keyboard.Memory(), before);
+
+    const std::string earlier = files::ReadFile(param);
+    for (int call = 1; call < 30; ++call)
+        if (keyboard.Run({"param", "save", param}, {call, 9}).status != 0) {
+            EXPECT_EQ(files::ReadFile(param), earlier) << "call " << call;
+        }
+}
+
+TEST(Commands, CodePagesCompare) {
+    CommandLine keyboard;
+    keyboard.Done({"identify"});
+    std::string page(300, '\x42');
+    keyboard.Poke(27776, page.substr(0, 256));
+    EXPECT_EQ(keyboard.Run({"codepage", "compare", keyboard.Write("same.cp", page)}).status, 0);
+    page[255] = 'x';
+    EXPECT_EQ(keyboard.Run({"codepage", "compare", keyboard.Write("other.cp", page)}).status, 1);
+    EXPECT_EQ(keyboard.Run({"codepage", "compare", keyboard.Write("short.cp", "abc")}).status, 4);
+}
+
+TEST(Commands, PositionWatchPrintsKeysAsTheyArePressed) {
+    CommandLine keyboard;
+    keyboard.positionKeys = {30, 110};
+    const Outcome outcome = keyboard.Run({"position", "watch", "--count", "2"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find("key 30 "), std::string::npos);
+    EXPECT_LT(outcome.out.find("key 30 "), outcome.out.find("key 110 "));
+}
+
+TEST(Commands, PreferencesAreKept) {
+    CommandLine keyboard;
+    EXPECT_EQ(keyboard.Done({"prefs", "get", "AutoSave"}), "True\n");
+    keyboard.Done({"prefs", "set", "AutoSave", "False"});
+    keyboard.Done({"prefs", "set", "ColorProg", "0x8000000F"});
+    keyboard.Done({"prefs", "set", "LastDownloadFile", "a, b.json"});
+    EXPECT_EQ(keyboard.Done({"prefs", "get", "AutoSave"}), "False\n");
+    EXPECT_EQ(keyboard.Done({"prefs", "get", "ColorProg"}), "0x8000000F\n");
+    EXPECT_EQ(keyboard.Done({"prefs", "get", "LastDownloadFile"}), "a, b.json\n");
+}
+
+TEST(Commands, HelpTeachesByExample) {
+    CommandLine keyboard;
+    for (const char* command : {"identify", "upload", "download", "show", "diff", "validate",
+                                "defaults", "layer", "convert", "prefs"}) {
+        const Outcome help = keyboard.Run({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_NE(help.out.find("Example"), std::string::npos) << command;
+    }
+}
+
+} // namespace qx::test

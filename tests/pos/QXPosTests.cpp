@@ -1,0 +1,284 @@
+// The POS control: its block in the keyboard, its key grid, what it asks of its host.
+#include "qxcontrols/pos/QXPos.h"
+#include "qxcontrols/settings/QXProgSettings.h"
+#include "support/BlockRoundTrip.h"
+
+namespace qx::test {
+namespace {
+
+const std::vector<FakeDriver::Entry> kDirectory = {{MODULE_POS, 4096}};
+
+void SetBlock(POSKeyboard& keyboard, std::initializer_list<int> keys,
+              std::initializer_list<int> codes) {
+    POSBlock& block = keyboard.Block(static_cast<Integer>(*keys.begin()));
+    for (const int key : keys)
+        block.AddKey(static_cast<Integer>(key));
+    SetCodes(block.Sequence(), codes);
+}
+
+std::string Describe(const POSKeyboard& keyboard) {
+    std::string text;
+    for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
+        const POSBlock& block = keyboard.Block(slot);
+        if (block.BlockSize() == 0)
+            continue;
+        text += std::to_string(slot) + ":";
+        for (Integer i = 1; i <= block.BlockSize(); ++i)
+            text += " " + std::to_string(block.GetKey(i));
+        text += " sends " + block.Sequence().KeyString() + "\n";
+    }
+    return text;
+}
+
+BlockRow PosRow() {
+    BlockRow row;
+    row.name = "Pos";
+    row.directory = kDirectory;
+    row.make = [](const Platform& platform) { return std::make_unique<QXPos>(platform); };
+    row.fill = [](ModuleControl& control) {
+        POSKeyboard& data = static_cast<QXPos&>(control).PosData();
+        SetBlock(data, {20, 21}, {});
+        SetBlock(data, {3, 5, 10}, {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16,
+                                    17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 255});
+        SetBlock(data, {7}, {30, 158});
+    };
+    row.golden = {
+        {MODULE_POS, 0,
+         Bytes("FF 00*31" // key 1: not assigned
+               "  FF 00*31"
+               "  01 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10" // 3: major of group 1
+               "  11 12 13 14 15 16 17 18 19 1A 1B 1C 1D 1E FF"
+               "  FF 00*31"
+               "  01 00*31" // 5: member of group 1
+               "  FF 00*31"
+               "  00 1E 9E 00*29" // 7: single key, though the second block
+               "  FF 00*31  FF 00*31"
+               "  01 00*31"                                         // 10: member of group 1
+               "  FF 00*31  FF 00*31  FF 00*31  FF 00*31  FF 00*31" // 11 to 15
+               "  FF 00*31  FF 00*31  FF 00*31  FF 00*31"
+               "  03 00*31" // 20: major of the third block, without a sequence
+               "  03 00*31"
+               "  FF 00*31")},
+        {MODULE_POS, 104 * 32, Bytes("FF 00*31")}};
+    row.randomise = [](ModuleControl& control, std::mt19937& random) {
+        POSKeyboard& data = static_cast<QXPos&>(control).PosData();
+        std::vector<Integer> majors;
+        for (Integer key = 1; key <= POSKeyboard::kSlots; ++key) {
+            const auto choice = random() % 4;
+            if (choice == 0 && !majors.empty()) {
+                data.Block(majors[random() % majors.size()]).AddKey(key);
+            } else if (choice > 1) {
+                data.Block(key).AddKey(key);
+                Randomise(data.Block(key).Sequence(), random, static_cast<Integer>(random() % 32));
+                majors.push_back(key);
+            }
+        }
+    };
+    row.describe = [](const ModuleControl& control) {
+        return Describe(static_cast<const QXPos&>(control).PosData());
+    };
+    return row;
+}
+
+INSTANTIATE_TEST_SUITE_P(Pos, BlockRoundTrip, testing::Values(PosRow()), RowName);
+
+class QXPosTest : public testing::Test {
+protected:
+    QXPosTest() { pos.SetKeyboard(&keyboard.access); }
+
+    [[nodiscard]] POSBlock& Block(int slot) {
+        return pos.PosData().Block(static_cast<Integer>(slot));
+    }
+    [[nodiscard]] const PosButton& Key(std::size_t key) const { return pos.posDisplay.cmdPOS[key]; }
+
+    TestKeyboard keyboard{kDirectory};
+    QXPos pos{keyboard.Services()};
+};
+
+TEST_F(QXPosTest, UploadNumbersGroupsAndSinglesAndTakesTheLastSequence) {
+    SetBlock(pos.PosData(), {50}, {99}); // replaced by the upload
+    keyboard.Put(MODULE_POS,
+                 Bytes("01 05 00*30"            // key 1: opens group 1
+                       "  00 07 08 00 09 00*27" // single; a sequence ends at the first 0
+                       "  02 00*31"             // opens group 2
+                       "  02 06 00*30"          // its sequence is with its second key
+                       "  01 00 04 00*29"       // no sequence: begins with 0
+                       "  00 00*31"));
+    keyboard.Put(MODULE_POS, std::string(32 * 99, '\xFF'), 32 * 6);
+    int refreshed = 0;
+    const Subscription noted = pos.Refreshed.Subscribe([&] { ++refreshed; });
+    keyboard.Upload(pos);
+
+    EXPECT_EQ(Describe(pos.PosData()), "1: 1 5 sends   5\n2: 2 sends   7  8\n3: 3 4 sends   6\n"
+                                       "6: 6 sends \n");
+    EXPECT_EQ(Block(1).BlockID(), 1);
+    EXPECT_EQ(Block(2).BlockID(), 2); // may be that of a group
+    EXPECT_EQ(Block(3).BlockID(), 2);
+    EXPECT_EQ(Block(6).BlockID(), 3);
+    EXPECT_EQ(Block(6).ColorID(), 3);
+    EXPECT_EQ(pos.lblBlockNum.Caption, "4");
+    EXPECT_EQ(Key(5).Caption, "1");
+    EXPECT_EQ(Key(50).Caption, "");
+    EXPECT_EQ(refreshed, 1);
+    EXPECT_FALSE(pos.DataChanged());
+}
+
+TEST_F(QXPosTest, ColoursComeInTurns) {
+    keyboard.Put(MODULE_POS, std::string(3360, '\0')); // single keys only
+    keyboard.Upload(pos);
+    EXPECT_EQ(Block(10).ColorID(), 9);
+    EXPECT_EQ(Block(11).ColorID(), 0);
+    EXPECT_EQ(pos.lblBlockNum.Caption, "105");
+}
+
+TEST_F(QXPosTest, AGroupAbove105EndsTheUploadWithAConsistentModel) {
+    keyboard.Put(MODULE_POS, Bytes("69 05 00*30  6A 06 00*30  00 07 00*30")); // groups 105, 106
+    const TraceLog trace;
+    keyboard.Upload(pos);
+    EXPECT_EQ(Describe(pos.PosData()), "1: 1 sends   5\n");
+    EXPECT_EQ(pos.lblBlockNum.Caption, "1");
+    EXPECT_EQ(Key(1).Caption, "105");
+    EXPECT_TRUE(trace.Has("QXPos.DataUpload ended: POS group 106 is not one of 1 to 105"));
+}
+
+TEST_F(QXPosTest, DownloadOfUnusualModels) {
+    SetBlock(pos.PosData(), {3, 5}, {1});
+    SetBlock(pos.PosData(), {8, 5}, {2}); // key 5 goes to the later block
+    Block(1).AddKey(1);
+    for (int code = 1; code <= 40; ++code) // cut to 31
+        Block(1).Sequence().AddByte(static_cast<Integer>(code));
+    keyboard.Download(pos);
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("00 01 02"), 0));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("1F FF 00"), 31));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("02 01 00*30  FF 00*31  03 00*31"), 32 * 2));
+
+    SetCodes(Block(1).Sequence(), {-1}); // the record shrinks to its group byte
+    keyboard.Download(pos);
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("00 FF 00*31 02 01"), 0));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, std::string(31, ' '), 3360 - 31));
+
+    const std::string before = keyboard.driver.memory;
+    Block(9).AddKey(106);
+    keyboard.Download(pos);
+    EXPECT_EQ(keyboard.driver.memory, before);
+}
+
+TEST_F(QXPosTest, WithoutTheModuleOrItsBytesTheModelStays) {
+    SetBlock(pos.PosData(), {3}, {1});
+    keyboard.driver.end = 4096 + 3359;
+    keyboard.Upload(pos);
+    EXPECT_EQ(Block(3).BlockSize(), 1);
+
+    TestKeyboard other({{MODULE_MAGNET_CONFIG, 4096}});
+    pos.SetKeyboard(&other.access);
+    other.Upload(pos);
+    other.Download(pos);
+    EXPECT_EQ(Block(3).BlockSize(), 1);
+    EXPECT_TRUE(other.lastRequests.empty());
+    EXPECT_EQ(other.driver.memory, std::string(FakeDriver::kSize, '\0'));
+}
+
+TEST_F(QXPosTest, GridShowsBlocksInTheirColours) {
+    MemoryRegistry registry;
+    QXProgSettings preferences(registry);
+    preferences.SetPOSColorUnused(11);
+    preferences.DefPOSColorBlock(4, 22);
+    SetBlock(pos.PosData(), {3, 10}, {});
+    Block(3).SetBlockID(8);
+    Block(3).SetColorID(4);
+    pos.ReloadColor();
+    EXPECT_EQ(Key(10).BackColor, 0x00FF0000);
+    EXPECT_EQ(Key(9).BackColor, static_cast<Long>(0x8000000F));
+
+    pos.SetPrefSource(&preferences);
+    EXPECT_EQ(Key(10).Caption, "8");
+    EXPECT_EQ(Key(10).BackColor, 22);
+    EXPECT_EQ(Key(9).BackColor, 11);
+    EXPECT_EQ(Key(9).Caption, "");
+
+    const TraceLog trace;
+    pos.SetPrefSource(nullptr);
+    EXPECT_TRUE(trace.Has("QXPos.Set PrefSource: ==>  0"));
+}
+
+TEST_F(QXPosTest, EditAndCleanAllNeedTheHostsYes) {
+    SetBlock(pos.PosData(), {3}, {1});
+    pos.ReloadKeySettings();
+    int refreshed = 0;
+    const Subscription noted = pos.Refreshed.Subscribe([&] { ++refreshed; });
+    const auto expectUnchanged = [&] {
+        pos.cmdEdit_Click();
+        pos.cmdCleanAll_Click();
+        EXPECT_EQ(Block(3).BlockSize(), 1);
+        EXPECT_FALSE(pos.DataChanged());
+        EXPECT_EQ(refreshed, 0);
+    };
+    expectUnchanged(); // nobody answers
+    std::vector<bool> presets;
+    bool answer = true;
+    const auto host = [&](bool& fCancel) {
+        presets.push_back(fCancel);
+        fCancel = answer;
+    };
+    const Subscription edits = pos.POSEditorRequested.Subscribe([&](bool& fCancelEdit) {
+        host(fCancelEdit);
+        if (!fCancelEdit)
+            SetBlock(pos.PosData(), {4, 5}, {2});
+    });
+    const Subscription cleans = pos.RemoveAllBlocks.Subscribe(host);
+    expectUnchanged(); // the host declines
+
+    answer = false;
+    pos.cmdEdit_Click();
+    EXPECT_EQ(refreshed, 1);
+    EXPECT_TRUE(pos.DataChanged());
+    EXPECT_EQ(pos.lblBlockNum.Caption, "2");
+    EXPECT_TRUE(pos.posDisplay.IsUsedKey(5));
+
+    pos.SetDataChanged(false);
+    pos.cmdCleanAll_Click();
+    EXPECT_EQ(refreshed, 2);
+    EXPECT_TRUE(pos.DataChanged());
+    EXPECT_EQ(pos.lblBlockNum.Caption, "0");
+    EXPECT_FALSE(pos.posDisplay.IsUsedKey(5));
+    EXPECT_EQ(presets, std::vector<bool>(4, true));
+}
+
+TEST(QXPosDisplay, PaintsTheKeysThatItHas) {
+    QXPosDisplay display;
+    int refreshed = 0;
+    const Subscription noted = display.Refreshed.Subscribe([&] { ++refreshed; });
+    display.SetKeyColor(150, 5);
+    display.SetAsCurrentCaption(150, "12", "tip");
+    EXPECT_EQ(display.cmdPOS[150].FontSize, 10);
+    EXPECT_TRUE(display.cmdPOS[150].FontBold);
+    EXPECT_EQ(display.Focus(), 150);
+    EXPECT_TRUE(display.IsUsedKey(150));
+    display.SetKeyCaption(150, "  ", "");
+    EXPECT_EQ(display.cmdPOS[150].FontSize, 8);
+    EXPECT_FALSE(display.cmdPOS[150].FontBold);
+    EXPECT_EQ(display.cmdPOS[150].BackColor, 5);
+    EXPECT_FALSE(display.IsUsedKey(150));
+    EXPECT_EQ(refreshed, 3);
+
+    std::vector<Integer> clicked;
+    const Subscription clicks =
+        display.KeyClicked.Subscribe([&](Integer nKeyIndex) { clicked.push_back(nKeyIndex); });
+    for (const Integer key : {Integer{0}, Integer{151}, Integer{-1}}) {
+        display.SetKeyCaption(key, "x", "");
+        display.SetAsUnused(key, 1);
+        display.SetAsCurrentCaption(key, "x", "");
+        display.SetKeyColor(key, 1);
+        display.SetCursor(key);
+        display.cmdPOS_Click(key);
+        EXPECT_FALSE(display.IsUsedKey(key));
+    }
+    EXPECT_EQ(refreshed, 3);
+    EXPECT_EQ(display.Focus(), 150);
+    display.cmdPOS_Click(106);
+    EXPECT_EQ(display.Focus(), 106);
+    EXPECT_EQ(clicked, std::vector<Integer>{106});
+}
+
+} // namespace
+} // namespace qx::test
