@@ -1,0 +1,39 @@
+// LayoutTextSource: a table of numbered texts from which a keyboard layout is read.
+//
+// String 3 is the layout's own name, string 1000 + k the line of position code k.
+// QXKeyboardLayoutData owns its source.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <string>
+
+namespace qx {
+
+class LayoutTextSource {
+public:
+    static constexpr Long kLanguageID = 1;
+    static constexpr Long kNativeName = 3;
+    static constexpr Long kFirstKey = 1000;
+
+    virtual ~LayoutTextSource() = default;
+
+    // Forgets all texts.
+    virtual void Reset() = 0;
+    // Takes the texts from the layout file of this full path. False when that fails; the source
+    // may also throw.
+    virtual bool Open(const std::string& sFilename) = 0;
+    // Takes the texts from the layout for a language in a folder, and puts into lLangID the id of
+    // the layout that was chosen. False, or an exception, when that fails.
+    virtual bool OpenLanguage(Long& lLangID, const std::string& sFolder) = 0;
+    // The text with this number; empty when there is none.
+    [[nodiscard]] virtual std::string String(Long lNumber) const = 0;
+
+    // For messages: why the last open failed, and where the text with this number stands.
+    [[nodiscard]] virtual std::string Error() const { return {}; }
+    [[nodiscard]] virtual std::string Place(Long lNumber) const {
+        return "string " + std::to_string(lNumber);
+    }
+};
+
+} // namespace qx

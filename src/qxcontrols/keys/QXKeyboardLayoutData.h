@@ -1,0 +1,113 @@
+// QXKeyboardLayoutData: what the keys of the connected keyboard are called and where they are.
+//
+// The host creates one, opens a layout by file name or by language id, and hands it to all module
+// controls as their LayoutSource. It knows every position code from 0 to 140; an accessor answers
+// an empty text or 0 for any other. It also writes key sequences as text for people.
+//
+// An open that fails leaves the layout as it was and raises nothing; Error then says why.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+class LayoutTextSource;
+
+enum KEY_SUPPORT {
+    KEYMODE_NONE = 0,  // the keyboard has no such key
+    KEYMODE_EXIST = 1, // a key that cannot be programmed
+    KEYMODE_PROG = 2,  // a programmable key
+};
+
+enum COLOR_SET { COLOR_SET_1 = 0, COLOR_SET_2 = 1, COLOR_SET_3 = 2 };
+
+class QXKeyboardLayoutData {
+public:
+    QXKeyboardLayoutData(); // reads .qxl files
+    explicit QXKeyboardLayoutData(std::unique_ptr<LayoutTextSource> source);
+    ~QXKeyboardLayoutData();
+    QXKeyboardLayoutData(const QXKeyboardLayoutData&) = delete;
+    QXKeyboardLayoutData& operator=(const QXKeyboardLayoutData&) = delete;
+
+    // The folder of the layouts; "\" is appended unless it ends with one.
+    [[nodiscard]] const std::string& LayoutPath() const { return m_layoutPath; }
+    void SetLayoutPath(std::string sPath);
+
+    // Opens the layout LayoutPath & sFilename.
+    bool OpenLayoutByName(const std::string& sFilename);
+    // Opens the layout in LayoutPath for a language (1033: English of the United States), or for
+    // the same language of another country if there is none.
+    bool OpenLayoutByID(Long lLangID);
+    // Whether a layout has been opened.
+    [[nodiscard]] bool Loaded() const { return m_loaded; }
+    // Why the last open failed, for people; empty when it succeeded.
+    [[nodiscard]] const std::string& Error() const { return m_error; }
+    // The name that the layout gives itself.
+    [[nodiscard]] const std::string& NativeName() const { return m_nativeName; }
+
+    [[nodiscard]] Long GetMinKeyID() const { return kMinKeyID; }
+    [[nodiscard]] Long GetMaxKeyID() const { return kMaxKeyID; }
+    [[nodiscard]] const std::string& KeyCaption(Long lID) const;
+    [[nodiscard]] const std::string& KeyLongCaption(Long lID) const;
+    [[nodiscard]] KEY_SUPPORT KeySupport(Long lID) const;
+    [[nodiscard]] COLOR_SET KeyColor(Long lID) const;
+    // The key's rectangle in the layout's own unit. A layout that gives none for a key leaves the
+    // rectangle of the layout before it.
+    [[nodiscard]] Single KeyX(Long lID) const;
+    [[nodiscard]] Single KeyY(Long lID) const;
+    [[nodiscard]] Single KeyWidth(Long lID) const;
+    [[nodiscard]] Single KeyHeight(Long lID) const;
+
+    // The codes of a KeySequence's KeyString as captions (the long one where the short one is
+    // blank), a blank after each. A release is UpCodePrefix and the caption, or nothing when
+    // fUseUpcodes is false.
+    [[nodiscard]] std::string ConvertKeyStringIntoTextStringUseUpcodes(const std::string& sInSeq,
+                                                                       bool fUseUpcodes) const;
+    // The same with fUseUpcodes = ShowUpcodes.
+    [[nodiscard]] std::string ConvertKeyStringIntoTextString(const std::string& sInSeq) const;
+    [[nodiscard]] const std::string& UpCodePrefix() const { return m_upCodePrefix; }
+    void SetUpCodePrefix(std::string sPrefix) { m_upCodePrefix = std::move(sPrefix); }
+    [[nodiscard]] bool ShowUpcodes() const { return m_showUpcodes; }
+    void SetShowUpcodes(bool fShow) { m_showUpcodes = fShow; }
+
+private:
+    static constexpr Long kMinKeyID = 0;
+    static constexpr Long kMaxKeyID = 140;
+
+    struct KeyRecord {
+        std::string caption;
+        std::string longCaption;
+        KEY_SUPPORT support = KEYMODE_NONE;
+        COLOR_SET color = COLOR_SET_1;
+        Single x = 0;
+        Single y = 0;
+        Single width = 0;
+        Single height = 0;
+
+        void Parse(Long lID, std::string_view line);
+        // Returns what follows the geometry part.
+        std::string_view ParseGeometry(std::string_view line);
+    };
+    using KeyRecords = std::array<KeyRecord, kMaxKeyID + 1>;
+
+    void LoadAllKeys();
+    bool Failed(std::string sError);
+    [[nodiscard]] const KeyRecord& Key(Long lID) const;
+    [[nodiscard]] const std::string& CaptionForText(Long lID) const;
+
+    std::unique_ptr<LayoutTextSource> m_source;
+    KeyRecords m_keys;
+    std::string m_layoutPath;
+    std::string m_nativeName;
+    std::string m_upCodePrefix = "^";
+    std::string m_error;
+    bool m_showUpcodes = true;
+    bool m_loaded = false;
+};
+
+} // namespace qx

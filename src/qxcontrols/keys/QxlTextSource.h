@@ -1,0 +1,52 @@
+// QxlTextSource: the texts of a keyboard layout from a .qxl file.
+//
+// The file is UTF-8, one text a line: NUMBER=TEXT, the text being all that follows the first "=".
+// Empty lines and lines that begin with "#" are passed over; a byte order mark and CR LF line ends
+// are tolerated. Any other line, or a number that stands twice, makes the open fail. String 1 is
+// the layout's language id in decimal.
+//
+// Paths are UTF-8; where the machine's paths use "/", a "\" in them is taken as a separator.
+#pragma once
+
+#include "qxcontrols/keys/LayoutTextSource.h"
+
+#include <filesystem>
+#include <map>
+
+namespace qx {
+
+class QxlTextSource final : public LayoutTextSource {
+public:
+    void Reset() override;
+    bool Open(const std::string& sFilename) override;
+    // Of the folder's .qxl files, in the order of their names, takes the first that is for this
+    // language; if there is none, the first for the same primary language (another country's).
+    bool OpenLanguage(Long& lLangID, const std::string& sFolder) override;
+    [[nodiscard]] std::string String(Long lNumber) const override;
+
+    // Names the file, and the line where it is a line that is wrong.
+    [[nodiscard]] std::string Error() const override { return m_error; }
+    [[nodiscard]] std::string Place(Long lNumber) const override;
+
+private:
+    struct Line {
+        std::size_t number;
+        std::string text;
+    };
+    struct File {
+        std::string name;
+        std::map<Long, Line> lines;
+        std::string error; // of the first line that is wrong
+
+        [[nodiscard]] Long LanguageID() const; // 0: none
+        bool Read(const std::filesystem::path& path);
+        void ReadLine(std::size_t number, std::string_view line);
+    };
+
+    bool Use(File file);
+
+    File m_file;
+    std::string m_error;
+};
+
+} // namespace qx
