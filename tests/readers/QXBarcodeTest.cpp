@@ -1,5 +1,6 @@
 #include "qxcontrols/readers/QXBarcode.h"
 
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "support/BlockRoundTrip.h"
 
 namespace qx::test {
@@ -48,6 +49,14 @@ TEST_F(QXBarcodeTest, ShowsEitherOptionsOrAReader) {
     EXPECT_EQ(control.lblHint.Caption, "second");
     EXPECT_EQ(control.chkReader[1].Value, 0);
     EXPECT_EQ(control.lblReader[0].Caption, "30 158");
+
+    QXKeyboardLayoutData layout; // none is open, so that keys have no names
+    layout.SetUpCodePrefix("up");
+    control.SetLayoutSource(&layout);
+    EXPECT_EQ(control.lblReader[0].Caption, " ");
+    control.chkShowDetails.Value = 1;
+    control.chkShowDetails_Click();
+    EXPECT_EQ(control.lblReader[0].Caption, " up ");
 
     EXPECT_THROW((void)control.BitPage(BP_Reader_1), std::out_of_range);
     EXPECT_THROW((void)page.Flag(10), std::out_of_range);

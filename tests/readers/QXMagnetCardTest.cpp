@@ -1,5 +1,6 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "support/BlockRoundTrip.h"
 
 namespace qx::test {
@@ -76,8 +77,14 @@ TEST_F(QXMagnetCardTest, EditsAsTheHostAnswers) {
     EXPECT_EQ(control.Track2().Terminator().Length(), 2);
     EXPECT_EQ(control.lblCurrTerminator.Caption, "7 135");
     EXPECT_EQ(control.lblCurrHeader.Caption, "30 158");
+    QXKeyboardLayoutData layout; // none is open, so that keys have no names
+    layout.SetUpCodePrefix("up");
+    control.chkShowDetails.Value = 1;
+    control.SetLayoutSource(&layout);
+    EXPECT_EQ(control.lblCurrHeader.Caption, " up ");
+    control.SetLayoutSource(nullptr);
     EXPECT_TRUE(control.DataChanged());
-    EXPECT_EQ(refreshed, 1);
+    EXPECT_EQ(refreshed, 3); // the edit, and twice the layout
 }
 
 TEST_F(QXMagnetCardTest, RemovesUnlessTheHostForbids) {
