@@ -10,9 +10,6 @@ namespace qx::host {
 
 namespace {
 
-constexpr std::string_view kFrameKeys[] = {"format", "version",
-                                           ConfigurationDocument::kKeyboardKey};
-
 std::string InvalidText(const std::string& name, const std::vector<Fault>& faults) {
     std::string text = name + ": " + faults.front().place + ": " + faults.front().message;
     if (faults.size() > 1)
@@ -41,26 +38,40 @@ Section* Configuration::Find(std::string_view key) const {
 }
 
 std::vector<Section*> Configuration::Read(const ConfigurationDocument& document) {
+    std::vector<Section*> all;
+    for (const auto& section : m_sections)
+        all.push_back(section.get());
+    const ConfigurationDocument before = Write(all);
     std::vector<Fault> faults;
-    std::vector<Section*> read;
-    for (const auto& [key, value] : document.AsJson().items()) {
-        if (key == ConfigurationDocument::kKeyboardKey) {
-            KeyboardInfo informative;
-            JsonFieldReader(value, "/" + key, m_layout, faults)
-                .Read([&](FieldVisitor& fields) { informative.Visit(fields); });
-        } else if (Section* section = Find(key)) {
-            JsonFieldReader(value, "/" + key, m_layout, faults)
-                .Read([&](FieldVisitor& fields) { section->Visit(fields); });
-            read.push_back(section);
-        } else if (std::find(std::begin(kFrameKeys), std::end(kFrameKeys), key) ==
-                   std::end(kFrameKeys)) {
-            faults.push_back({"/" + key, "\"" + key + "\" is not known here"});
-        }
-    }
-    if (!faults.empty())
+    const auto read = ReadSections(document, faults);
+    if (!faults.empty()) {
+        std::vector<Fault> none;
+        ReadSections(before, none);
         throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
+    }
     for (Section* section : read)
         section->Control().AdjustControls();
+    return read;
+}
+
+std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& document,
+                                                  std::vector<Fault>& faults) {
+    std::vector<Section*> read;
+    for (const auto& [key, value] : document.AsJson().items()) {
+        KeyboardInfo informative;
+        std::function<void(FieldVisitor&)> visit;
+        if (key == ConfigurationDocument::kKeyboardKey) {
+            visit = [&](FieldVisitor& fields) { informative.Visit(fields); };
+        } else if (Section* section = Find(key)) {
+            visit = [section](FieldVisitor& fields) { section->Visit(fields); };
+            read.push_back(section);
+        } else {
+            if (key != "format" && key != "version")
+                faults.push_back({"/" + key, "\"" + key + "\" is not known here"});
+            continue;
+        }
+        JsonFieldReader(value, "/" + key, m_layout, faults).Read(visit);
+    }
     return read;
 }
 

@@ -30,8 +30,9 @@ public:
     }
     [[nodiscard]] Section* Find(std::string_view key) const; // null for an unknown key
 
-    // Takes over the settings of all sections that the document has. Strict: with any fault, all of
-    // which are told, Error(DocumentInvalid) is thrown. Returns the sections that it had.
+    // Takes over the settings of all sections that the document has, and returns these sections.
+    // Strict: with any fault, all of which are told, Error(DocumentInvalid) is thrown and all
+    // settings are as they were.
     std::vector<Section*> Read(const ConfigurationDocument& document);
 
     // A document of these sections.
@@ -43,6 +44,9 @@ public:
     [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections) const;
 
 private:
+    std::vector<Section*> ReadSections(const ConfigurationDocument& document,
+                                       std::vector<Fault>& faults);
+
     QXKeyboardLayoutData* m_layout;
     std::vector<std::unique_ptr<Section>> m_sections;
 };

@@ -1,0 +1,53 @@
+# Completion of qxconf for bash:  . packaging/qxconf.bash
+
+_qxconf() {
+    local commands='identify upload download show diff validate defaults rom chipcard param convert
+        layer position codepage prefs'
+    local globals='--driver --keyboard --model --layouts --layout --settings --trace --json --help
+        --version'
+    local sections='commonKeyboard magnetCard barcode freeProgKeys funcKeys4610 funcKeys4620
+        funcKeys4630 layeredFuncKeys pos'
+    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
+    local command= sub= i
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        case ${COMP_WORDS[i]} in
+        --driver | --keyboard | --model | --layouts | --layout | --settings | -o | --output) ((i++)) ;;
+        -*) ;;
+        *) if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else sub=${sub:-${COMP_WORDS[i]}}; fi ;;
+        esac
+    done
+
+    COMPREPLY=()
+    case $before in
+    --model) COMPREPLY=($(compgen -W 'full magnet x1-4620' -f -- "$word")); return ;;
+    --layout) COMPREPLY=($(compgen -W 'us.qxl uk.qxl german.qxl french.qxl spanish.qxl' -- "$word")); return ;;
+    --layouts) COMPREPLY=($(compgen -d -- "$word")); return ;;
+    --driver | --keyboard | --settings | -o | --output) COMPREPLY=($(compgen -f -- "$word")); return ;;
+    esac
+    if [[ $word == -* ]]; then
+        case $command in
+        upload | defaults) globals+=' --output' ;;
+        download) globals+=' --skip-absent' ;;
+        position) globals+=' --count --seconds' ;;
+        chipcard) globals+=' --baud --port' ;;
+        esac
+        COMPREPLY=($(compgen -W "$globals" -- "$word"))
+        return
+    fi
+    case $command in
+    '') COMPREPLY=($(compgen -W "$commands" -- "$word")) ;;
+    show) COMPREPLY=($(compgen -W "$sections" -- "$word")) ;;
+    layer) COMPREPLY=($(compgen -W '0 1 2 3 4 5 6 7 8 9' -- "$word")) ;;
+    rom | chipcard | param) [ -n "$sub" ] && COMPREPLY=($(compgen -f -- "$word")) ||
+        COMPREPLY=($(compgen -W 'save load' -- "$word")) ;;
+    position) COMPREPLY=($(compgen -W 'watch' -- "$word")) ;;
+    codepage) [ -n "$sub" ] && COMPREPLY=($(compgen -f -- "$word")) ||
+        COMPREPLY=($(compgen -W 'compare' -- "$word")) ;;
+    prefs) case $sub in
+        '') COMPREPLY=($(compgen -W 'list get set' -- "$word")) ;;
+        get | set) COMPREPLY=($(compgen -W "$(qxconf prefs list 2>/dev/null | sed 's/ .*//')" -- "$word")) ;;
+        esac ;;
+    *) COMPREPLY=($(compgen -f -- "$word")) ;;
+    esac
+}
+complete -o filenames -F _qxconf qxconf

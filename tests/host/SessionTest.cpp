@@ -1,0 +1,112 @@
+#include "host/Session.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "support/FakeDriver.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace qx::host {
+
+namespace {
+
+class SessionTest : public testing::Test {
+protected:
+    SessionTest() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+    }
+
+    // The names of the driver's calls since the last time, without runs of the same.
+    std::vector<std::string> Calls() {
+        auto calls = std::exchange(driver.calls, {});
+        calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
+        return calls;
+    }
+
+    test::FakeDriver driver;
+    QXKeyboardLayoutData layout;
+    Configuration configuration{Platform(), &layout, nullptr};
+};
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(SessionTest, TransfersFollowTheContractsOrder) {
+    driver.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    Session session(driver);
+    session.Open();
+    const auto sections = session.SectionsIn(configuration);
+    ASSERT_EQ(sections.size(), 2U);
+    Calls();
+    session.Upload(sections);
+    EXPECT_EQ(Calls(), (Names{"QXCFG_MemRequestClean", "QXCFG_MemRequestAdd", "QXCFG_ImageLoad",
+                              "QXCFG_ImageRead", "QXCFG_MemRequestClean"}));
+    session.Download(sections);
+    EXPECT_EQ(Calls(), (Names{"QXCFG_MemRequestClean", "QXCFG_ImageWrite", "QXCFG_MemRequestAdd",
+                              "QXCFG_ImageWrite", "QXCFG_MemRequestAdd", "QXCFG_ImageRead",
+                              "QXCFG_ImageSave", "QXCFG_MemRequestClean"}));
+}
+
+TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
+    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}};
+    try {
+        Session session(driver);
+        session.Open();
+        EXPECT_FALSE(driver.layerKeysWork);
+        throw std::runtime_error("the host fails");
+    } catch (const std::runtime_error&) {
+        EXPECT_TRUE(driver.layerKeysWork);
+    }
+    driver.statuses["QXCFG_DisableLayerSelection"] = 5; // the last call of the start-up
+    EXPECT_THROW(Session(driver).Open(), Error);
+    EXPECT_TRUE(driver.layerKeysWork);
+    driver.statuses = {{"QXCFG_EnableLayerSelection", 5}};
+    Session session(driver);
+    session.Open();
+    EXPECT_THROW(session.Close(), Error);
+}
+
+// Without MODULE_GUID the control works with the address -1; nothing of that reaches the driver.
+TEST_F(SessionTest, AKeyboardWithLayersButNoIdentifier) {
+    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_KEYBOARD, 0}};
+    driver.memory.assign(test::FakeDriver::kSize, '\x21');
+    driver.image.assign(test::FakeDriver::kSize, '\x55');
+    Session session(driver);
+    session.Open();
+    const auto sections = session.SectionsIn(configuration);
+    ASSERT_EQ(sections.size(), 1U);
+    session.Upload(sections);
+    EXPECT_EQ(driver.image.substr(0, 32), std::string(32, '\x55'));
+    EXPECT_EQ(configuration.Write(sections).Find("layeredFuncKeys")->count("guid"), 0U);
+    session.Download(sections);
+    EXPECT_EQ(driver.image.substr(0, 32), std::string(32, '\x55'));
+    EXPECT_EQ(driver.memory, std::string(test::FakeDriver::kSize, '\x21'));
+
+    auto document = configuration.Write(sections);
+    document.Place("layeredFuncKeys")["guid"] = "{01234567-89AB-CDEF-0123-456789ABCDEF}";
+    EXPECT_THROW(configuration.Read(document), Error);
+    (void)session.SectionsIn(configuration, true);
+    EXPECT_NO_THROW(configuration.Read(document));
+}
+
+// The control's requests leave out keys without a sequence, and all descriptions.
+TEST_F(SessionTest, WhatTheRequestsLeaveOutIsSentToo) {
+    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
+    driver.memory.assign(test::FakeDriver::kSize, '\x21');
+    Session session(driver);
+    session.Open();
+    const auto sections = session.SectionsIn(configuration);
+    session.Download(sections); // all empty
+    EXPECT_EQ(driver.memory.substr(0x4000, 30720), std::string(30720, '\0'));
+    EXPECT_EQ(driver.memory.substr(70000, 30720), std::string(30720, '\0'));
+    EXPECT_EQ(driver.memory.substr(0x3FF0, 16), std::string(16, '\x21'));
+    session.VerifyLastDownload();
+    driver.memory[70001] = 1;
+    EXPECT_THROW(session.VerifyLastDownload(), Error);
+}
+
+} // namespace qx::host
