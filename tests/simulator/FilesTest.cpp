@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <functional>
 #include <stdexcept>
 
@@ -114,20 +113,6 @@ TEST(Files, AreClaimedByOneAtATime) {
     }
     EXPECT_TRUE(AnotherProcessLocks(file));
     EXPECT_NE(Refusal([&] { files::FileLock lock(folder / "absent/file"); }), "");
-}
-
-TEST(Files, OfTheUserAreWhereTheEnvironmentSays) {
-    const auto folders = [] {
-        return files::UserDataFolder().string() + " " + files::UserConfigFolder().string();
-    };
-    setenv("HOME", "/home/someone", 1);
-    setenv("XDG_DATA_HOME", "/data", 1);
-    setenv("XDG_CONFIG_HOME", "relative", 1); // which the standard tells to pass over
-    EXPECT_EQ(folders(), "/data /home/someone/.config");
-    unsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(folders(), "/home/someone/.local/share /home/someone/.config");
-    unsetenv("HOME");
-    EXPECT_NE(Refusal([] { (void)files::UserDataFolder(); }), "");
 }
 
 } // namespace qx::test
