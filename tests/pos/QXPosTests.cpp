@@ -121,14 +121,11 @@ TEST_F(QXPosTest, UploadNumbersGroupsAndSinglesAndTakesTheLastSequence) {
     EXPECT_EQ(Key(50).Caption, "");
     EXPECT_EQ(refreshed, 1);
     EXPECT_FALSE(pos.DataChanged());
-}
 
-TEST_F(QXPosTest, ColoursComeInTurns) {
     keyboard.Put(MODULE_POS, std::string(3360, '\0')); // single keys only
     keyboard.Upload(pos);
     EXPECT_EQ(Block(10).ColorID(), 9);
     EXPECT_EQ(Block(11).ColorID(), 0);
-    EXPECT_EQ(pos.lblBlockNum.Caption, "105");
 }
 
 TEST_F(QXPosTest, AGroupAbove105EndsTheUploadWithAConsistentModel) {
@@ -142,47 +139,28 @@ TEST_F(QXPosTest, AGroupAbove105EndsTheUploadWithAConsistentModel) {
 }
 
 TEST_F(QXPosTest, DownloadOfUnusualModels) {
+    SetBlock(pos.PosData(), {1}, {});
+    for (Integer code = 1; code <= 40; ++code) // cut to 31
+        Block(1).Sequence().AddByte(code);
     SetBlock(pos.PosData(), {3, 5}, {1});
-    SetBlock(pos.PosData(), {8, 5}, {2}); // key 5 goes to the later block
-    Block(1).AddKey(1);
-    for (int code = 1; code <= 40; ++code) // cut to 31
-        Block(1).Sequence().AddByte(static_cast<Integer>(code));
+    SetBlock(pos.PosData(), {8, 5}, {-1}); // key 5 goes to the later block, whose record shrinks
     keyboard.Download(pos);
-    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("00 01 02"), 0));
-    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("1F FF 00"), 31));
-    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("02 01 00*30  FF 00*31  03 00*31"), 32 * 2));
-
-    SetCodes(Block(1).Sequence(), {-1}); // the record shrinks to its group byte
-    keyboard.Download(pos);
-    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("00 FF 00*31 02 01"), 0));
-    EXPECT_TRUE(keyboard.Holds(MODULE_POS, std::string(31, ' '), 3360 - 31));
+    EXPECT_TRUE(
+        keyboard.Holds(MODULE_POS, Bytes("1F FF 00*31  02 01 00*30  FF 00*31  03 00*31"), 31));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("03 FF 00*31"), 32 * 7));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("00 20*31"), 3360 - 32));
 
     const std::string before = keyboard.driver.memory;
     Block(9).AddKey(106);
     keyboard.Download(pos);
     EXPECT_EQ(keyboard.driver.memory, before);
-}
 
-TEST_F(QXPosTest, WithoutTheModuleOrItsBytesTheModelStays) {
-    SetBlock(pos.PosData(), {3}, {1});
-    keyboard.driver.end = 4096 + 3359;
+    keyboard.driver.end = 4096 + 3359; // a failed read
     keyboard.Upload(pos);
-    EXPECT_EQ(Block(3).BlockSize(), 1);
-
-    TestKeyboard other({{MODULE_MAGNET_CONFIG, 4096}});
-    pos.SetKeyboard(&other.access);
-    other.Upload(pos);
-    other.Download(pos);
-    EXPECT_EQ(Block(3).BlockSize(), 1);
-    EXPECT_TRUE(other.lastRequests.empty());
-    EXPECT_EQ(other.driver.memory, std::string(FakeDriver::kSize, '\0'));
+    EXPECT_EQ(Block(9).BlockSize(), 1);
 }
 
 TEST_F(QXPosTest, GridShowsBlocksInTheirColours) {
-    MemoryRegistry registry;
-    QXProgSettings preferences(registry);
-    preferences.SetPOSColorUnused(11);
-    preferences.DefPOSColorBlock(4, 22);
     SetBlock(pos.PosData(), {3, 10}, {});
     Block(3).SetBlockID(8);
     Block(3).SetColorID(4);
@@ -190,94 +168,71 @@ TEST_F(QXPosTest, GridShowsBlocksInTheirColours) {
     EXPECT_EQ(Key(10).BackColor, 0x00FF0000);
     EXPECT_EQ(Key(9).BackColor, static_cast<Long>(0x8000000F));
 
+    MemoryRegistry registry;
+    QXProgSettings preferences(registry);
+    preferences.SetPOSColorUnused(11);
+    preferences.DefPOSColorBlock(4, 22);
+    const TraceLog trace;
     pos.SetPrefSource(&preferences);
+    EXPECT_TRUE(trace.Has("QXPos.Set PrefSource: ==>  1"));
     EXPECT_EQ(Key(10).Caption, "8");
     EXPECT_EQ(Key(10).BackColor, 22);
     EXPECT_EQ(Key(9).BackColor, 11);
-    EXPECT_EQ(Key(9).Caption, "");
-
-    const TraceLog trace;
-    pos.SetPrefSource(nullptr);
-    EXPECT_TRUE(trace.Has("QXPos.Set PrefSource: ==>  0"));
 }
 
 TEST_F(QXPosTest, EditAndCleanAllNeedTheHostsYes) {
     SetBlock(pos.PosData(), {3}, {1});
-    pos.ReloadKeySettings();
     int refreshed = 0;
     const Subscription noted = pos.Refreshed.Subscribe([&] { ++refreshed; });
-    const auto expectUnchanged = [&] {
+    bool answer = true;
+    const auto host = [&](bool& fCancel) {
+        EXPECT_TRUE(fCancel);
+        fCancel = answer;
+    };
+    Subscription edits, cleans;
+    for (const bool answers : {false, true}) { // nobody answers, then the host declines
+        if (answers) {
+            edits = pos.POSEditorRequested.Subscribe(host);
+            cleans = pos.RemoveAllBlocks.Subscribe(host);
+        }
         pos.cmdEdit_Click();
         pos.cmdCleanAll_Click();
         EXPECT_EQ(Block(3).BlockSize(), 1);
         EXPECT_FALSE(pos.DataChanged());
         EXPECT_EQ(refreshed, 0);
-    };
-    expectUnchanged(); // nobody answers
-    std::vector<bool> presets;
-    bool answer = true;
-    const auto host = [&](bool& fCancel) {
-        presets.push_back(fCancel);
-        fCancel = answer;
-    };
-    const Subscription edits = pos.POSEditorRequested.Subscribe([&](bool& fCancelEdit) {
-        host(fCancelEdit);
-        if (!fCancelEdit)
-            SetBlock(pos.PosData(), {4, 5}, {2});
-    });
-    const Subscription cleans = pos.RemoveAllBlocks.Subscribe(host);
-    expectUnchanged(); // the host declines
-
+    }
     answer = false;
     pos.cmdEdit_Click();
-    EXPECT_EQ(refreshed, 1);
     EXPECT_TRUE(pos.DataChanged());
-    EXPECT_EQ(pos.lblBlockNum.Caption, "2");
-    EXPECT_TRUE(pos.posDisplay.IsUsedKey(5));
-
-    pos.SetDataChanged(false);
+    EXPECT_EQ(refreshed, 1);
+    EXPECT_EQ(pos.lblBlockNum.Caption, "1");
+    EXPECT_TRUE(pos.posDisplay.IsUsedKey(3));
     pos.cmdCleanAll_Click();
     EXPECT_EQ(refreshed, 2);
-    EXPECT_TRUE(pos.DataChanged());
     EXPECT_EQ(pos.lblBlockNum.Caption, "0");
-    EXPECT_FALSE(pos.posDisplay.IsUsedKey(5));
-    EXPECT_EQ(presets, std::vector<bool>(4, true));
+    EXPECT_FALSE(pos.posDisplay.IsUsedKey(3));
 }
 
 TEST(QXPosDisplay, PaintsTheKeysThatItHas) {
     QXPosDisplay display;
-    int refreshed = 0;
-    const Subscription noted = display.Refreshed.Subscribe([&] { ++refreshed; });
-    display.SetKeyColor(150, 5);
-    display.SetAsCurrentCaption(150, "12", "tip");
-    EXPECT_EQ(display.cmdPOS[150].FontSize, 10);
-    EXPECT_TRUE(display.cmdPOS[150].FontBold);
-    EXPECT_EQ(display.Focus(), 150);
-    EXPECT_TRUE(display.IsUsedKey(150));
-    display.SetKeyCaption(150, "  ", "");
-    EXPECT_EQ(display.cmdPOS[150].FontSize, 8);
-    EXPECT_FALSE(display.cmdPOS[150].FontBold);
-    EXPECT_EQ(display.cmdPOS[150].BackColor, 5);
-    EXPECT_FALSE(display.IsUsedKey(150));
-    EXPECT_EQ(refreshed, 3);
-
+    const PosButton& last = display.cmdPOS[150];
     std::vector<Integer> clicked;
     const Subscription clicks =
         display.KeyClicked.Subscribe([&](Integer nKeyIndex) { clicked.push_back(nKeyIndex); });
-    for (const Integer key : {Integer{0}, Integer{151}, Integer{-1}}) {
-        display.SetKeyCaption(key, "x", "");
+    for (const Integer key : {Integer{150}, Integer{0}, Integer{151}, Integer{-1}}) {
         display.SetAsUnused(key, 1);
-        display.SetAsCurrentCaption(key, "x", "");
-        display.SetKeyColor(key, 1);
-        display.SetCursor(key);
+        display.SetKeyColor(key, 5);
+        display.SetAsCurrentCaption(key, "12", "tip");
+        EXPECT_EQ(display.IsUsedKey(key), key == 150);
         display.cmdPOS_Click(key);
-        EXPECT_FALSE(display.IsUsedKey(key));
     }
-    EXPECT_EQ(refreshed, 3);
+    EXPECT_EQ(clicked, std::vector<Integer>{150});
     EXPECT_EQ(display.Focus(), 150);
-    display.cmdPOS_Click(106);
-    EXPECT_EQ(display.Focus(), 106);
-    EXPECT_EQ(clicked, std::vector<Integer>{106});
+    EXPECT_EQ(last.FontSize, 10);
+    display.SetKeyCaption(150, "  ", "");
+    EXPECT_EQ(last.FontSize, 8);
+    EXPECT_EQ(last.BackColor, 5);
+    EXPECT_FALSE(display.IsUsedKey(150));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/readers/SequenceText.h"
 
 #include <stdexcept>
 
@@ -114,7 +115,8 @@ void QXFreeProgKeys::PickKey(Long lPositionCode) {
     const Integer previous = m_key;
     m_key = static_cast<Integer>(lPositionCode);
     layoutDisplay.SetCurrProgKey(m_key);
-    layoutDisplay.ReloadSettingsForKey(previous, m_sequences);
+    if (previous != kNoKey)
+        layoutDisplay.ReloadSettingsForKey(previous, m_sequences);
     layoutDisplay.ReloadSettingsForKey(m_key, m_sequences);
     ShowCurrentSequence();
 }
@@ -217,9 +219,9 @@ void QXFreeProgKeys::ShowKeys() {
 
 void QXFreeProgKeys::ShowCurrentSequence() {
     lblCurrSeq.Caption.clear();
-    if (m_key != kNoKey && LayoutSource() != nullptr)
-        lblCurrSeq.Caption = LayoutSource()->ConvertKeyStringIntoTextStringUseUpcodes(
-            m_sequences.Key(m_key).KeyString(), chkShowDetails.Value == 1);
+    if (m_key != kNoKey)
+        lblCurrSeq.Caption =
+            SequenceText(m_sequences.Key(m_key), LayoutSource(), chkShowDetails.Value == 1);
     Refreshed.Raise();
 }
 

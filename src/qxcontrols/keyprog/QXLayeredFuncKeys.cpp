@@ -3,7 +3,7 @@
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
-#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/readers/SequenceText.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 
 #include <algorithm>
@@ -89,7 +89,7 @@ void QXLayeredFuncKeys::PrepareDataUpload(bool /*LoadInKeyboard*/) {
 }
 
 void QXLayeredFuncKeys::PrepareDataDownload(bool LoadInKeyboard) {
-    TraceNamed(".PrepareDataUpload"); // the developers' tools know this line
+    TraceNamed(".PrepareDataUpload"); // named as the upload, but for the blank
     const Long base = BaseAddress(ConfigID());
     if (base == -1) {
         Trace(kNoAddress);
@@ -332,13 +332,9 @@ void QXLayeredFuncKeys::ShowLayerInfo() {
     lblLayerID.Caption = std::to_string(m_layer);
     ShowKeys();
     lblCurrSeq.Caption.clear();
-    if (m_key != kNoKey) {
-        const std::string& keys = Layer(m_layer).GetKey(m_key).KeyString();
-        lblCurrSeq.Caption = LayoutSource() == nullptr
-                                 ? keys
-                                 : LayoutSource()->ConvertKeyStringIntoTextStringUseUpcodes(
-                                       keys, chkShowDetails.Value == 1);
-    }
+    if (m_key != kNoKey)
+        lblCurrSeq.Caption =
+            SequenceText(Layer(m_layer).GetKey(m_key), LayoutSource(), chkShowDetails.Value == 1);
     DisplaySymbolDesc();
     Refreshed.Raise();
 }

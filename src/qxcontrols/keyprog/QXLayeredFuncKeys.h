@@ -32,11 +32,11 @@ public:
     Event<> NoKeySelectedToClean;
     // The flags are preset to True: without an answer nothing changes. sNewSeq is preset to the
     // current sequence.
-    Event<bool&> CleanThisLayer;                                       // fCancelClean
-    Event<bool&> CleanAllLayers;                                       // fCancelClean
-    Event<const std::string&, bool&, std::string&> EditLayeredFuncKey; // sCurrSeq, fCancelEdit,
-                                                                       // sNewSeq
-    Event<bool&> AdvanceEdit;                                          // fEdit, preset to False
+    Event<bool&> CleanThisLayer; // fCancelClean
+    Event<bool&> CleanAllLayers; // fCancelClean
+    // sCurrSeq, fCancelEdit, sNewSeq
+    Event<const std::string&, bool&, std::string&> EditLayeredFuncKey;
+    Event<bool&> AdvanceEdit; // fEdit, preset to False
 
     // The layers, 0 to 9; throws std::out_of_range for another. Who changes one calls
     // ReloadKeySettings after.

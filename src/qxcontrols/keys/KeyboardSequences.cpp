@@ -40,8 +40,9 @@ void KeyboardSequences::SetAllAsUnsused() {
 }
 
 Integer KeyboardSequences::GetNumberOfProgamableKeys() const {
-    return static_cast<Integer>(std::count_if(
-        m_keys.begin(), m_keys.end(), [](const KeySequence& key) { return key.PositionCode() == 0; }));
+    return static_cast<Integer>(
+        std::count_if(m_keys.begin(), m_keys.end(),
+                      [](const KeySequence& key) { return key.PositionCode() == 0; }));
 }
 
 } // namespace qx

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -119,24 +118,20 @@ Long QxlTextSource::File::LanguageID() const {
 bool QxlTextSource::File::Read(const std::filesystem::path& path) {
     name = NameOf(path);
     std::ifstream stream(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open() || stream.bad() || std::filesystem::is_directory(path)) {
-        error = name + ": the file cannot be read";
-        return false;
-    }
-    std::string_view rest = content;
-    if (rest.starts_with(kByteOrderMark))
-        rest.remove_prefix(kByteOrderMark.size());
-    for (std::size_t number = 1; !rest.empty(); ++number) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+    std::string text;
+    for (std::size_t number = 1; std::getline(stream, text); ++number) {
+        std::string_view line = text;
+        if (number == 1 && line.starts_with(kByteOrderMark))
+            line.remove_prefix(kByteOrderMark.size());
         if (line.ends_with('\r'))
             line.remove_suffix(1);
         if (!line.empty() && !line.starts_with('#'))
             ReadLine(number, line);
     }
-    return true;
+    const bool isRead = stream.is_open() && !stream.bad();
+    if (!isRead)
+        error = name + ": the file cannot be read";
+    return isRead;
 }
 
 void QxlTextSource::File::ReadLine(std::size_t number, std::string_view line) {

@@ -1,0 +1,127 @@
+#include "qxcontrols/keys/KeyNames.h"
+
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Utf.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace qx {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+bool IsBlank(char character) {
+    return kBlanks.find(character) != std::string_view::npos;
+}
+
+// In lower case, as far as the letters of Western European keyboards go.
+std::u16string Folded(std::string_view text) {
+    std::u16string folded = Utf16FromUtf8(text);
+    for (char16_t& letter : folded)
+        if ((letter >= u'A' && letter <= u'Z') ||
+            (letter >= u'\u00C0' && letter <= u'\u00DE' && letter != u'\u00D7'))
+            letter = static_cast<char16_t>(letter + 0x20);
+    return folded;
+}
+
+// How many characters must be inserted, removed or replaced.
+std::size_t EditDistance(std::u16string_view from, std::u16string_view to) {
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < to.size(); ++j) {
+            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+} // namespace
+
+KeyNames::KeyNames(const QXKeyboardLayoutData& layout) {
+    for (Long id = layout.GetMinKeyID(); id <= layout.GetMaxKeyID(); ++id) {
+        const std::string_view caption = Trim(layout.KeyCaption(id));
+        const std::string_view longCaption = Trim(layout.KeyLongCaption(id));
+        const std::string_view name = caption.empty() ? longCaption : caption;
+        if (!name.empty())
+            m_keys.push_back({id, std::string(name), std::string(longCaption), Folded(name),
+                              Folded(longCaption)});
+    }
+}
+
+const std::string& KeyNames::Name(Long lID) const {
+    static const std::string none;
+    const auto key = std::find_if(m_keys.begin(), m_keys.end(),
+                                  [lID](const Key& candidate) { return candidate.id == lID; });
+    return key == m_keys.end() ? none : key->name;
+}
+
+template <typename Matches>
+std::vector<Long> KeyNames::KeysWhere(bool pressable, Matches matches) const {
+    std::vector<Long> found;
+    for (const Key& key : m_keys)
+        if ((key.id < kFirstUnpressable) == pressable && matches(key))
+            found.push_back(key.id);
+    return found;
+}
+
+std::vector<Long> KeyNames::Find(std::string_view sText) const {
+    for (const bool pressable : {true, false}) {
+        auto found = KeysWhere(pressable, [&](const Key& key) { return key.name == sText; });
+        if (found.empty())
+            found = KeysWhere(pressable, [&](const Key& key) { return key.longCaption == sText; });
+        if (found.empty())
+            found = KeysWhere(pressable, [folded = Folded(sText)](const Key& key) {
+                return key.foldedName == folded || key.foldedLongCaption == folded;
+            });
+        if (!found.empty())
+            return found;
+    }
+    return {};
+}
+
+std::string_view KeyNames::FindWords(std::string_view sText) const {
+    std::string_view found;
+    for (const Key& key : m_keys) {
+        const std::string_view name = key.name;
+        if (name.size() > found.size() && sText.starts_with(name) &&
+            (name.size() == sText.size() || IsBlank(sText[name.size()])) &&
+            name.find_first_of(kBlanks) != std::string_view::npos)
+            found = name;
+    }
+    return found;
+}
+
+bool KeyNames::BeginsWords(std::string_view sText) const {
+    return std::any_of(m_keys.begin(), m_keys.end(), [sText](const Key& key) {
+        return key.name.size() > sText.size() && key.name.starts_with(sText) &&
+               IsBlank(key.name[sText.size()]);
+    });
+}
+
+std::vector<Long> KeyNames::Nearest(std::string_view sText) const {
+    constexpr std::size_t kMost = 3;
+    constexpr std::size_t kLongestText = 64; // so that a huge text costs no time
+    const std::u16string folded = Folded(sText.substr(0, kLongestText));
+    std::vector<std::pair<std::size_t, Long>> candidates;
+    for (const Key& key : m_keys) {
+        const std::size_t distance = EditDistance(folded, key.foldedName);
+        if (key.id < kFirstUnpressable && distance < std::max(folded.size(), key.foldedName.size()))
+            candidates.emplace_back(distance, key.id);
+    }
+    std::sort(candidates.begin(), candidates.end());
+    std::vector<Long> nearest;
+    for (const auto& [distance, id] : candidates)
+        if (nearest.size() < kMost)
+            nearest.push_back(id);
+    return nearest;
+}
+
+} // namespace qx

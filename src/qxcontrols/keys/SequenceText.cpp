@@ -1,0 +1,258 @@
+#include "qxcontrols/keys/SequenceText.h"
+
+#include "qxcontrols/keys/KeyNames.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+namespace qx {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+constexpr char kQuote = '"'; // two of them inside quotes are one
+constexpr char kChord = '+';
+constexpr Long kRelease = 128; // added to a key's id by the code of its release
+constexpr Long kMaxCode = 255;
+
+std::string Quoted(std::string_view text) {
+    std::string quoted(1, kQuote);
+    for (const char character : text)
+        quoted.append(character == kQuote ? 2 : 1, character);
+    return quoted + kQuote;
+}
+
+std::string Braced(Long code) {
+    return "{" + std::to_string(code) + "}";
+}
+
+class Reader {
+public:
+    Reader(std::string_view text, const QXKeyboardLayoutData& layout, const KeyNames& names)
+        : m_text(text), m_layout(layout), m_names(names), m_prefix(layout.UpCodePrefix()) {}
+
+    std::vector<Byte> ReadAll() {
+        for (SkipBlanks(); m_place < m_text.size(); SkipBlanks())
+            ReadToken();
+        return std::move(m_codes);
+    }
+
+private:
+    // What one key was called, and the place behind it.
+    struct Operand {
+        std::string name;
+        std::vector<Long> keys; // that it could mean
+        std::size_t end;
+    };
+
+    void SkipBlanks() {
+        m_place = std::min(m_text.find_first_not_of(kBlanks, m_place), m_text.size());
+    }
+    [[nodiscard]] std::size_t WordEnd(std::size_t place) const {
+        return std::min(m_text.find_first_of(kBlanks, place), m_text.size());
+    }
+    [[nodiscard]] bool IsTokenEnd(std::size_t place) const { return WordEnd(place) == place; }
+
+    void ReadToken() {
+        if (ReadCode() || ReadWords(m_place, 0))
+            return;
+        const Operand first = OperandAt(m_place, true);
+        if (!first.keys.empty() && IsTokenEnd(first.end))
+            return Add(Press(first, m_place), first.end);
+        const bool mayBeRelease = !m_prefix.empty() && m_text.substr(m_place).starts_with(m_prefix);
+        const std::size_t released = m_place + m_prefix.size();
+        if (mayBeRelease && !IsTokenEnd(released)) {
+            if (ReadWords(released, kRelease))
+                return;
+            const Operand operand = OperandAt(released, false);
+            const bool isChord = !first.keys.empty() && m_text[first.end] == kChord;
+            if ((!operand.keys.empty() && IsTokenEnd(operand.end)) || !isChord)
+                return Add(Press(operand, released) + kRelease, End(operand));
+        }
+        ReadChord(first);
+    }
+
+    // {30}: one code as it is.
+    bool ReadCode() {
+        const auto [code, end] = NumberAt(m_place);
+        if (!code || !IsTokenEnd(end))
+            return false;
+        Add(*code, end);
+        return true;
+    }
+
+    // Several words that are one key's name, unquoted.
+    bool ReadWords(std::size_t place, Long added) {
+        if (place >= m_text.size() || m_text[place] == kQuote || m_text[place] == '{')
+            return false;
+        const std::string_view name = m_names.FindWords(m_text.substr(place));
+        if (name.empty())
+            return false;
+        const std::size_t end = place + name.size();
+        Add(Press({std::string(name), m_names.Find(name), end}, place) + added, end);
+        return true;
+    }
+
+    // Ctrl+Alt+Del: presses the keys in order, releases them in the opposite order.
+    void ReadChord(const Operand& first) {
+        std::vector<Long> keys = {Press(first, m_place)};
+        std::size_t end = first.end;
+        while (!IsTokenEnd(end)) {
+            const std::size_t place = end + 1;
+            if (m_text[end] != kChord)
+                Fail(end, "a blank or + is missing behind " + first.name);
+            if (IsTokenEnd(place))
+                Fail(end, "a key is missing behind +");
+            const Operand next = OperandAt(place, true);
+            keys.push_back(Press(next, place));
+            end = next.end;
+        }
+        for (const Long key : keys)
+            Add(key, end);
+        for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+            Add(*key + kRelease, end);
+    }
+
+    [[nodiscard]] Operand OperandAt(std::size_t place, bool inChord) const {
+        if (const auto [code, end] = NumberAt(place); code)
+            return {Braced(*code), {*code}, end};
+        const std::string_view word = m_text.substr(place, WordEnd(place) - place);
+        if (auto keys = m_names.Find(word); !keys.empty())
+            return {std::string(word), std::move(keys), place + word.size()};
+        if (auto quoted = QuotedAt(place))
+            return *quoted;
+        std::size_t nameEnd = word.size();
+        for (std::size_t i = word.find(kChord, 1); inChord && i != std::string_view::npos;
+             i = word.find(kChord, i + 1)) {
+            if (auto keys = m_names.Find(word.substr(0, i)); !keys.empty())
+                return {std::string(word.substr(0, i)), std::move(keys), place + i};
+            nameEnd = std::min(nameEnd, i);
+        }
+        return {std::string(word.substr(0, nameEnd)), {}, place + nameEnd};
+    }
+
+    [[nodiscard]] std::optional<Operand> QuotedAt(std::size_t place) const {
+        if (m_text[place] != kQuote)
+            return std::nullopt;
+        std::string name;
+        for (std::size_t i = place + 1; i < m_text.size(); ++i) {
+            if (m_text[i] == kQuote && (++i == m_text.size() || m_text[i] != kQuote))
+                return Operand{name, m_names.Find(name), i};
+            name += m_text[i];
+        }
+        return std::nullopt;
+    }
+
+    struct Number {
+        std::optional<Long> code;
+        std::size_t end;
+    };
+    // The number in braces at a place, if there is one, and the place behind it.
+    [[nodiscard]] Number NumberAt(std::size_t place) const {
+        if (m_text[place] != '{')
+            return {std::nullopt, place};
+        const std::size_t close = m_text.find_first_not_of("0123456789", place + 1);
+        if (close == place + 1 || close == std::string_view::npos || m_text[close] != '}')
+            return {std::nullopt, place};
+        Long code = 0;
+        const auto result = std::from_chars(m_text.data() + place + 1, m_text.data() + close, code);
+        if (result.ec != std::errc() || code > kMaxCode)
+            Fail(place, std::string(m_text.substr(place, close + 1 - place)) +
+                            " is not a code from 0 to 255");
+        return {code, close + 1};
+    }
+
+    // The one key that an operand means, if it can be pressed.
+    [[nodiscard]] Long Press(const Operand& operand, std::size_t place) const {
+        if (operand.keys.empty())
+            Fail(place, operand.name.starts_with(kQuote)
+                            ? "the closing \" is missing"
+                            : "no key is called " + Quoted(operand.name) +
+                                  Listed("; the nearest are ", m_names.Nearest(operand.name)));
+        if (operand.keys.size() > 1)
+            Fail(place, Quoted(operand.name) + Listed(" could be ", operand.keys));
+        if (operand.keys.front() >= KeyNames::kFirstUnpressable)
+            Fail(place, "key " + std::to_string(operand.keys.front()) + ", " + operand.name +
+                            ", cannot be pressed through a sequence");
+        return operand.keys.front();
+    }
+
+    [[nodiscard]] std::string Listed(std::string_view start, const std::vector<Long>& keys) const {
+        std::string list;
+        for (const Long key : keys)
+            list += (list.empty() ? std::string(start) : ", ") + Braced(key) + " " +
+                    Quoted(m_names.Name(key)) + " (" + m_layout.KeyLongCaption(key) + ")";
+        return list;
+    }
+
+    [[noreturn]] void Fail(std::size_t place, const std::string& what) const {
+        const auto before = m_text.substr(0, place);
+        const auto characters = std::count_if(before.begin(), before.end(), [](char byte) {
+            return (static_cast<Byte>(byte) & 0xC0U) != 0x80U; // begins a character of UTF-8
+        });
+        throw SequenceTextError(place, "character " + std::to_string(characters + 1) + ": " + what);
+    }
+
+    void Add(Long code, std::size_t end) {
+        m_codes.push_back(static_cast<Byte>(code));
+        m_place = end;
+    }
+
+    // Behind an operand, which a blank must follow.
+    [[nodiscard]] std::size_t End(const Operand& operand) const {
+        if (!IsTokenEnd(operand.end))
+            Fail(operand.end, "a blank is missing behind " + operand.name);
+        return operand.end;
+    }
+
+    std::string_view m_text;
+    const QXKeyboardLayoutData& m_layout;
+    const KeyNames& m_names;
+    std::string_view m_prefix;
+    std::size_t m_place = 0;
+    std::vector<Byte> m_codes;
+};
+
+// Whether the token is this one code whatever follows it.
+bool IsClear(const std::string& token, Byte code, const QXKeyboardLayoutData& layout,
+             const KeyNames& names) {
+    try {
+        return !names.BeginsWords(token) &&
+               Reader(token, layout, names).ReadAll() == std::vector<Byte>{code};
+    } catch (const SequenceTextError&) {
+        return false;
+    }
+}
+
+// The shortest way to write a code: the name, the name in quotes, the number.
+std::string TokenFor(Byte code, const QXKeyboardLayoutData& layout, const KeyNames& names) {
+    const bool isRelease = code >= kRelease;
+    const std::string& name = names.Name(isRelease ? code - kRelease : code);
+    const std::string prefix = isRelease ? layout.UpCodePrefix() : std::string();
+    const bool needsQuotes = name.find_first_of(kBlanks) != std::string::npos;
+    if (!name.empty() && !needsQuotes && !names.BeginsWords(name) &&
+        IsClear(prefix + name, code, layout, names))
+        return prefix + name;
+    if (!name.empty() && IsClear(prefix + Quoted(name), code, layout, names))
+        return prefix + Quoted(name);
+    return Braced(code);
+}
+
+} // namespace
+
+std::vector<Byte> ParseSequenceText(std::string_view sText, const QXKeyboardLayoutData& layout) {
+    const KeyNames names(layout);
+    return Reader(sText, layout, names).ReadAll();
+}
+
+std::string SequenceToText(std::span<const Byte> codes, const QXKeyboardLayoutData& layout) {
+    const KeyNames names(layout);
+    std::string text;
+    for (const Byte code : codes)
+        text += (text.empty() ? "" : " ") + TokenFor(code, layout, names);
+    return text;
+}
+
+} // namespace qx

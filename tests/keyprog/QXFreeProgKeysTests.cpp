@@ -1,0 +1,202 @@
+// The free programmable keys: their block in either key order, editing with and without the host's
+// answer.
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keys/LayoutTextSource.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "support/BlockRoundTrip.h"
+
+#include <set>
+
+namespace qx::test {
+namespace {
+
+// The layout of a keyboard whose named keys are programmable; all others are plain. Every caption
+// is the letter k and the key's id.
+class Layout : public LayoutTextSource {
+public:
+    explicit Layout(std::set<Long> programmable) : m_programmable(std::move(programmable)) {}
+
+    void Reset() override {}
+    bool Open(const std::string& /*sFilename*/) override { return true; }
+    bool OpenLanguage(Long& /*lLangID*/, const std::string& /*sFolder*/) override { return true; }
+    [[nodiscard]] std::string String(Long lNumber) const override {
+        const Long key = lNumber - kFirstKey;
+        return (m_programmable.contains(key) ? "20  k" : "10  k") + std::to_string(key);
+    }
+
+private:
+    std::set<Long> m_programmable;
+};
+
+std::shared_ptr<QXKeyboardLayoutData> LayoutWith(std::set<Long> programmable) {
+    auto layout =
+        std::make_shared<QXKeyboardLayoutData>(std::make_unique<Layout>(std::move(programmable)));
+    EXPECT_TRUE(layout->OpenLayoutByName("test"));
+    return layout;
+}
+
+BlockRow FreeProgKeysRow(std::string name, KeyboardModuleIDs module, std::vector<Integer> order,
+                         std::string golden) {
+    BlockRow row;
+    row.name = std::move(name);
+    row.directory = {{module, 4096}};
+    // The keys around every edge of the two key orders.
+    const auto layout = LayoutWith({1, 65, 66, 74, 75, 126, 127, 140});
+    row.make = [module, layout](const Platform& platform) {
+        auto control = std::make_unique<QXFreeProgKeys>(platform);
+        control->SetConfigID(module);
+        control->SetLayoutSource(layout.get());
+        control->ReloadKeysSettings();
+        return control;
+    };
+    row.fill = [order](ModuleControl& control) {
+        for (const Integer key : order) // each key sends its own id, key 66 nothing
+            if (key != 66)
+                SetCodes(static_cast<QXFreeProgKeys&>(control).Sequences().Key(key), {key});
+    };
+    row.golden = {{module, 0, Bytes(golden)}};
+    row.randomise = [order](ModuleControl& control, std::mt19937& random) {
+        for (const Integer key : order)
+            Randomise(static_cast<QXFreeProgKeys&>(control).Sequences().Key(key), random,
+                      static_cast<Integer>(random() % 33));
+    };
+    row.describe = [](const ModuleControl& control) {
+        std::string text;
+        for (Integer key = 0; key <= 140; ++key)
+            text +=
+                static_cast<const QXFreeProgKeys&>(control).Sequences().Key(key).KeyString() + ";";
+        return text;
+    };
+    return row;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    FreeProgKeys, BlockRoundTrip,
+    testing::Values(FreeProgKeysRow("CommonOrder", MODULE_FREEPROGRAMMABLE_KEYS,
+                                    {1, 65, 66, 74, 75, 126, 127, 140},
+                                    "01 00*31  41 00*31  00*32  4A 00*31"
+                                    "  4B 00*31  7E 00*31  7F 00*31  8C 00*31"),
+                    FreeProgKeysRow("OrderOfThe4620", MODULE_FUNCKEYS_X1_4620, {66, 74, 75, 126},
+                                    "4B 00*31  7E 00*31  00*32  4A 00*31"
+                                    "  20*128")), // keys 1, 65, 127, 140 count, but have no place
+    RowName);
+
+class FreeProgKeysTest : public testing::Test {
+protected:
+    FreeProgKeysTest() {
+        control.SetKeyboard(&keyboard.access);
+        control.SetLayoutSource(layout.get());
+        control.ReloadKeysSettings();
+    }
+
+    [[nodiscard]] const std::string& Codes(Long key) const {
+        return control.Sequences().Key(key).KeyString();
+    }
+    void Pick(Long key) { control.layoutDisplay.OnKeyClicked.Raise(key); }
+
+    enum { Edit, Clean, CleanAll };
+
+    TestKeyboard keyboard{{{MODULE_FREEPROGRAMMABLE_KEYS, 4096}}};
+    std::shared_ptr<QXKeyboardLayoutData> layout = LayoutWith({0, 12, 30});
+    QXFreeProgKeys control{keyboard.Services()};
+};
+
+TEST_F(FreeProgKeysTest, WhatAnUploadDoesNotReachStays) {
+    EXPECT_EQ(control.TransferSize(true), 3 * 32);
+    for (const Long key : {0, 1, 12, 30})
+        SetCodes(control.Sequences().Key(key), {99});
+    keyboard.Put(MODULE_FREEPROGRAMMABLE_KEYS, Bytes("01 02 00*30  00 05 00*30  07*32"));
+    keyboard.Upload(control);
+    EXPECT_EQ(Codes(0), " 99"); // counted, but has no slot
+    EXPECT_EQ(Codes(1), " 99");
+    EXPECT_EQ(Codes(12), "  1  2");
+    EXPECT_EQ(Codes(30), "");
+
+    keyboard.driver.statuses["QXCFG_ImageRead"] = 5;
+    SetCodes(control.Sequences().Key(12), {99});
+    keyboard.Upload(control);
+    EXPECT_EQ(Codes(12), " 99");
+
+    control.SetConfigID(MODULE_FUNCKEYS_X1_4610); // which the keyboard lacks
+    keyboard.Upload(control);
+    keyboard.Download(control);
+    EXPECT_TRUE(keyboard.lastRequests.empty());
+    EXPECT_EQ(keyboard.boxes.texts,
+              std::vector<std::string>(2, "INVALID ADDRESSES FOR FREEPROGRAMMABLE KEYS-CONFIG"));
+}
+
+TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
+    SetCodes(control.Sequences().Key(12), {30, 158});
+    std::vector<Integer> notEditable;
+    const Subscription refused = control.KeyNoEditable.Subscribe(
+        [&](Integer nPositionCode) { notEditable.push_back(nPositionCode); });
+    control.cmdEdit_Click(Edit); // no key is picked
+    Pick(13);
+    control.cmdEdit_Click(Edit);
+    EXPECT_EQ(notEditable, (std::vector<Integer>{-1, 13}));
+
+    Pick(12);
+    EXPECT_EQ(control.lblCurrSeq.Caption, "k30 ");
+    control.chkShowDetails.Value = 1;
+    control.chkShowDetails_Click();
+    EXPECT_EQ(control.lblCurrSeq.Caption, "k30 ^k30 ");
+
+    int refreshed = 0;
+    const Subscription noted = control.Refreshed.Subscribe([&] { ++refreshed; });
+    std::string answer = " 30";
+    bool cancel = true;
+    const auto host = [&](Integer nPosCode, const std::string& sOutSeq, bool& fCancelEdit,
+                          std::string& sInSeq) {
+        EXPECT_EQ(nPosCode, 12);
+        EXPECT_EQ(sOutSeq, " 30158");
+        EXPECT_EQ(sInSeq, sOutSeq);
+        EXPECT_FALSE(fCancelEdit);
+        fCancelEdit = cancel;
+        sInSeq = answer;
+    };
+    control.cmdEdit_Click(Edit); // nobody answers
+    const Subscription edits = control.EditSequence.Subscribe(host);
+    control.cmdEdit_Click(Edit); // the host declines
+    cancel = false;
+    control.lblCurrSeq_KeyPress(); // nobody wants this to start the edit
+    answer.assign(3 * 40000, ' '); // longer than a sequence can be
+    control.cmdEdit_Click(Edit);
+    EXPECT_EQ(Codes(12), " 30158");
+    EXPECT_FALSE(control.DataChanged());
+    EXPECT_EQ(refreshed, 0);
+
+    answer = " 30";
+    const Subscription advance = control.AdvanceEdit.Subscribe([](bool& fEdit) { fEdit = !fEdit; });
+    control.lblCurrSeq_KeyPress();
+    EXPECT_EQ(Codes(12), " 30");
+    EXPECT_EQ(control.lblCurrSeq.Caption, "k30 ");
+    EXPECT_TRUE(control.DataChanged());
+    EXPECT_EQ(refreshed, 1);
+}
+
+TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostSaysNo) {
+    for (const Integer action : {Clean, CleanAll}) {
+        for (const Long key : {12, 30})
+            SetCodes(control.Sequences().Key(key), {99});
+        Pick(12);
+        control.SetDataChanged(false);
+        Event<bool&>& event = action == Clean ? control.RemoveSequence : control.RemoveAllSequences;
+        {
+            const Subscription declines = event.Subscribe([](bool& fRemoveIt) {
+                EXPECT_TRUE(fRemoveIt);
+                fRemoveIt = false;
+            });
+            control.cmdEdit_Click(action);
+            EXPECT_EQ(Codes(12), " 99");
+            EXPECT_FALSE(control.DataChanged());
+        }
+        control.cmdEdit_Click(action); // nobody answers
+        EXPECT_EQ(Codes(12), "");
+        EXPECT_EQ(Codes(30), action == Clean ? " 99" : "");
+        EXPECT_EQ(control.lblCurrSeq.Caption, "");
+        EXPECT_TRUE(control.DataChanged());
+    }
+}
+
+} // namespace
+} // namespace qx::test

@@ -1,0 +1,74 @@
+#include "qxcontrols/keys/KeyboardSequences.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace qx::test {
+namespace {
+
+TEST(KeySequence, KeepsCodesInFieldsOfThree) {
+    KeySequence sequence;
+    for (const Integer code : std::initializer_list<Integer>{5, 200, 13, -99})
+        sequence.AddByte(code);
+    EXPECT_EQ(sequence.KeyString(), "  5200 13-99");
+    EXPECT_EQ(sequence.GetPositionCode(2), 200);
+    EXPECT_EQ(sequence.GetPositionCode(4), -99);
+    EXPECT_EQ(sequence.GetPositionCode(0), 0);
+    EXPECT_EQ(sequence.GetPositionCode(5), 0);
+    for (const Integer code : std::initializer_list<Integer>{1000, -100}) {
+        EXPECT_THROW(sequence.AddByte(code), std::invalid_argument);
+        EXPECT_EQ(sequence.KeyString(), "  5200 13-99");
+    }
+    sequence.ClearLast();
+    EXPECT_EQ(sequence.KeyString(), "  5200 13");
+    EXPECT_EQ(sequence.Length(), 3);
+}
+
+TEST(KeySequence, RoundsTheLengthOfAnyText) {
+    KeySequence sequence;
+    for (const auto& [characters, codes] : {std::pair{0, 0},
+                                            {1, 0},
+                                            {2, 1},
+                                            {3, 1},
+                                            {4, 1},
+                                            {5, 2},
+                                            {98300, 32767},
+                                            {98301, 32767}}) {
+        sequence.SetKeyString(std::string(static_cast<std::size_t>(characters), '1'));
+        EXPECT_EQ(sequence.Length(), codes) << characters;
+    }
+    EXPECT_THROW(sequence.AddByte(1), std::overflow_error);
+    EXPECT_THROW(sequence.SetKeyString(std::string(98303, '1')), std::overflow_error);
+    EXPECT_EQ(sequence.Length(), 32767);
+
+    sequence.SetKeyString("12"); // one code, by rounding, whose field lacks a character
+    sequence.ClearLast();
+    EXPECT_EQ(sequence.KeyString(), "");
+    sequence.ClearLast();
+    EXPECT_EQ(sequence.Length(), 0);
+}
+
+TEST(KeyboardSequences, ClearsCodesAndAssignmentsApart) {
+    KeyboardSequences sequences;
+    EXPECT_EQ(sequences.GetNumberOfProgamableKeys(), 141);
+    sequences.Key(140).SetPositionCode(140);
+    sequences.Key(140).AddByte(30);
+    sequences.Key(0).AddByte(30);
+    sequences.CleanKey(0);
+    EXPECT_EQ(sequences.Key(0).Length(), 0);
+    EXPECT_EQ(sequences.Key(140).Length(), 1);
+    sequences.SetAllAsUnsused();
+    EXPECT_EQ(sequences.GetNumberOfProgamableKeys(), 141);
+    EXPECT_EQ(sequences.Key(140).KeyString(), " 30");
+    sequences.Key(140).SetPositionCode(140);
+    sequences.CleanAll();
+    EXPECT_EQ(sequences.Key(140).Length(), 0);
+    EXPECT_EQ(sequences.GetNumberOfProgamableKeys(), 140);
+    sequences.CleanKey(141); // ignored
+    EXPECT_THROW((void)sequences.Key(141), std::out_of_range);
+    EXPECT_THROW((void)sequences.Key(-1), std::out_of_range);
+}
+
+} // namespace
+} // namespace qx::test
