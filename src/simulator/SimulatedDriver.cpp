@@ -186,7 +186,7 @@ Long SimulatedDriver::ReadNumber(Long lAddress, Number* value) {
     return CallOpen([&] {
         if (value == nullptr)
             return Status::NoArgument;
-        char bytes[sizeof(Number)];
+        char bytes[sizeof(Number)] = {};
         const Status status = Read(lAddress, bytes, sizeof bytes);
         if (status == Status::Ok)
             *value = FromLittleEndian<Number>(bytes);

@@ -1,0 +1,118 @@
+// Files are replaced whole or not at all, and claimed by one at a time.
+
+#include "files/Files.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <functional>
+#include <stdexcept>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace qx::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Refusal(const std::function<void()>& action) {
+    try {
+        action();
+        return {};
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+}
+
+// While it lives, no file can grow beyond so many bytes, as on a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t size) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{size, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+// Whether another process gets the claim.
+bool AnotherProcessLocks(const fs::path& file) {
+    const pid_t child = fork();
+    if (child == 0) {
+        files::FileLock lock(file);
+        _exit(lock.TryLock() ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WEXITSTATUS(status) == 1;
+}
+
+} // namespace
+
+TEST(Files, AreReplacedWhole) {
+    const TempFolder folder;
+    const fs::path file = folder / "file";
+    std::string bytes(300000, '\r');
+    bytes += std::string("\0\n\xFF\x1A", 4);
+    files::WriteFileAtomically(file, "old");
+    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink(file, folder / "link");
+    files::WriteFileAtomically(folder / "link", bytes);
+    EXPECT_TRUE(files::ReadFile(file) == bytes);
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
+    const TempFolder folder;
+    const fs::path file = folder / "file";
+    files::WriteFileAtomically(file, "old");
+    {
+        const FullDisk full(1000);
+        const std::string reason =
+            Refusal([&] { files::WriteFileAtomically(file, std::string(1001, 'n')); });
+        EXPECT_NE(reason.find(file.string()), std::string::npos);
+        EXPECT_NE(reason.find("File too large"), std::string::npos) << reason;
+    }
+    EXPECT_EQ(files::ReadFile(file), "old");
+    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1) << "a rest is left";
+
+    EXPECT_NE(Refusal([&] {
+                  files::WriteFileAtomically(folder / "absent/file", "x");
+              }).find("No such file or directory"),
+              std::string::npos);
+    EXPECT_NE(Refusal([&] { files::WriteFileAtomically(file.parent_path(), "x"); }), "");
+    EXPECT_NE(Refusal([&] { files::WriteFileAtomically("/dev/null", "x"); }), "");
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_NE(Refusal([&] { (void)files::ReadFile(folder / "absent"); }), "");
+    EXPECT_NE(Refusal([&] { (void)files::ReadFile(file.parent_path()); }), "");
+}
+
+TEST(Files, AreClaimedByOneAtATime) {
+    const TempFolder folder;
+    const fs::path file = folder / "file";
+    {
+        files::FileLock lock(file);
+        EXPECT_TRUE(lock.TryLock());
+        EXPECT_TRUE(lock.TryLock()) << "it has it already";
+        files::FileLock second(file);
+        EXPECT_FALSE(second.TryLock());
+        EXPECT_FALSE(AnotherProcessLocks(file));
+        files::WriteFileAtomically(file, "replaced");
+        EXPECT_FALSE(second.TryLock()) << "replacing the file must not end the claim";
+    }
+    EXPECT_TRUE(AnotherProcessLocks(file));
+    EXPECT_NE(Refusal([&] { files::FileLock lock(folder / "absent/file"); }), "");
+}
+
+} // namespace qx::test

@@ -1,0 +1,115 @@
+// Models are read strictly: each row breaks one thing of a good model.
+
+#include "simulator/KeyboardModel.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace qx::test {
+
+namespace {
+
+using sim::KeyboardModel;
+
+constexpr const char* kGood = R"({
+  "keyboard": {
+    "name": "TEST-KEYBOARD-16", "bootloader": "B1", "program": "", "country": "US01", "config": "C1",
+    "flags": { "freeProgrammableKeys": true, "connectionV24": false, "chipcardReader": true,
+               "barcodeReader": false, "magneticTracks": [true, false, false, false] } },
+  "layout": "us.qxl",
+  "directory": [ { "module": "MODULE_POS", "address": 32736 },
+                 { "module": "MODULE_GUID", "address": 131056 } ] })";
+
+// Why the text is refused; empty when it is not.
+std::string Refusal(const std::string& json) {
+    try {
+        (void)KeyboardModel::FromJson(json);
+        return {};
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+}
+
+} // namespace
+
+TEST(KeyboardModel, ReadsAGoodOneToTheLetter) {
+    const KeyboardModel model = KeyboardModel::FromJson(kGood);
+    EXPECT_EQ(model.capabilities, 0x85); // track 1, chipcard reader, free keys
+    EXPECT_EQ(model.IdentificationBlock(), "TEST-KEYBOARD-16B1      US01C1  ");
+    ASSERT_EQ(model.directory.size(), 2U);
+    EXPECT_EQ(model.directory[1].module, MODULE_GUID);
+    EXPECT_EQ(model.directory[1].address, 131056); // its 16 bytes are the last ones
+    EXPECT_EQ(model.layout, "us.qxl");
+}
+
+TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
+    struct Row {
+        const char* good;
+        const char* bad;
+        const char* place;
+    };
+    const Row rows[] = {
+        {"{\n", "", "offset"},
+        {"{\n", "[{\n", "offset"},
+        {"\"layout\": \"us.qxl\",", "", "/layout: missing"},
+        {"\"layout\"", "\"x\": 1, \"layout\"", "/x: not known"},
+        {"\"layout\"", "\"layout\": \"a.qxl\", \"layout\"", "\"layout\" is given twice"},
+        {"us.qxl", "../us.qxl", "/layout"},
+        {"\"us.qxl\"", "\"\"", "/layout"},
+        {"\"us.qxl\"", "7", "/layout: not a text"},
+        {"TEST-KEYBOARD-16", "TEST-KEYBOARD-017", "/keyboard/name"},
+        {"TEST-KEYBOARD-16", "T\\u00E4ST", "/keyboard/name"},
+        {"US01", "US011", "/keyboard/country"},
+        {"\"B1\"", "1", "/keyboard/bootloader"},
+        {"\"connectionV24\": false", "\"connectionV24\": 0", "/keyboard/flags/connectionV24"},
+        {"\"barcodeReader\": false,", "", "/keyboard/flags/barcodeReader"},
+        {"[true, false, false, false]", "[true, false, false]", "/keyboard/flags/magneticTracks"},
+        {"[true, false, false, false]", "[true, false, 1, false]",
+         "/keyboard/flags/magneticTracks/2"},
+        {"MODULE_POS", "MODULE_NOTHING", "/directory/0/module"},
+        {"MODULE_POS", "MODULE_LAYER_FUNCKEY_DESC", "/directory/0/module"},
+        {"\"MODULE_POS\"", "6", "/directory/0/module"},
+        {"\"MODULE_POS\",", "\"MODULE_POS\", \"size\": 1,", "/directory/0/size"},
+        {"131056", "131057", "/directory/1/address"}, // one byte too many
+        {"131056", "-1", "/directory/1/address"},
+        {"131056", "4294967296", "/directory/1/address"},
+        {"131056", "100.5", "/directory/1/address"},
+        {"131056", "36095", "/directory/1/address"},  // the last byte of MODULE_POS
+        {"131056", "2047", "/directory/1/address"},   // the capability byte
+        {"131056", "28031", "/directory/1/address"},  // the code page
+        {"131056", "27761", "/directory/1/address"},  // the same
+        {"131056", "69985", "/directory/1/address"},  // the descriptions
+        {"131056", "100719", "/directory/1/address"}, // the same
+        {"32736", "32735", "/directory/0/address"},   // the identification
+        {"[ { \"module\": \"MODULE_POS\"", "[ 5, { \"module\": \"MODULE_POS\"", "/directory/0"},
+    };
+    for (const Row& row : rows) {
+        std::string json = kGood;
+        const std::size_t at = json.find(row.good);
+        ASSERT_NE(at, std::string::npos) << row.good;
+        json.replace(at, std::string(row.good).size(), row.bad);
+        EXPECT_NE(Refusal(json).find(row.place), std::string::npos)
+            << row.bad << " gives \"" << Refusal(json) << '"';
+    }
+    for (const char* free : {"36096", "2048", "28032", "27760", "69984", "100720"}) { // just beside
+        std::string json = kGood;
+        json.replace(json.find("131056"), 6, free);
+        EXPECT_EQ(Refusal(json), "") << free;
+    }
+}
+
+TEST(KeyboardModel, ComesByItsName) {
+    for (const std::string& name : KeyboardModel::Names())
+        EXPECT_NO_THROW((void)KeyboardModel::ByName(name)) << name;
+    EXPECT_TRUE(KeyboardModel::ByName("x1-4620").Has(MODULE_FUNCKEYS_X1_4620));
+    EXPECT_FALSE(KeyboardModel::ByName("magnet").Has(MODULE_POS));
+    try {
+        (void)KeyboardModel::ByName("none-such");
+        FAIL() << "there is no such model";
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("full, magnet, x1-4620"), std::string::npos);
+    }
+}
+
+} // namespace qx::test
