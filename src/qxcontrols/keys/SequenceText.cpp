@@ -5,6 +5,7 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <optional>
 
@@ -255,9 +256,13 @@ std::vector<Byte> ParseSequenceText(std::string_view sText, const QXKeyboardLayo
 
 std::string SequenceToText(std::span<const Byte> codes, const QXKeyboardLayoutData& layout) {
     const KeyNames names(layout);
+    std::array<std::string, kMaxCode + 1> tokens; // each made once
     std::string text;
-    for (const Byte code : codes)
-        text += (text.empty() ? "" : " ") + TokenFor(code, layout, names);
+    for (const Byte code : codes) {
+        if (tokens[code].empty())
+            tokens[code] = TokenFor(code, layout, names);
+        text += (text.empty() ? "" : " ") + tokens[code];
+    }
     return text;
 }
 
