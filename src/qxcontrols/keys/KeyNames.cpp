@@ -50,6 +50,7 @@ KeyNames::KeyNames(const QXKeyboardLayoutData& layout) {
         const std::string_view caption = Trim(layout.KeyCaption(id));
         const std::string_view longCaption = Trim(layout.KeyLongCaption(id));
         const std::string_view name = caption.empty() ? longCaption : caption;
+        m_longest = std::max({m_longest, name.size(), longCaption.size()});
         if (!name.empty())
             m_keys.push_back({id, std::string(name), std::string(longCaption), Folded(name),
                               Folded(longCaption)});
@@ -73,6 +74,8 @@ std::vector<Long> KeyNames::KeysWhere(bool pressable, Matches matches) const {
 }
 
 std::vector<Long> KeyNames::Find(std::string_view sText) const {
+    if (sText.size() > m_longest)
+        return {};
     for (const bool pressable : {true, false}) {
         auto found = KeysWhere(pressable, [&](const Key& key) { return key.name == sText; });
         if (found.empty())

@@ -6,6 +6,7 @@
 
 #include "qxcontrols/common/Types.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,7 +51,8 @@ private:
     template <typename Matches>
     [[nodiscard]] std::vector<Long> KeysWhere(bool pressable, Matches matches) const;
 
-    std::vector<Key> m_keys; // those with a name
+    std::vector<Key> m_keys;   // those with a name
+    std::size_t m_longest = 0; // bytes of a name or long caption, so that a huge text costs no time
 };
 
 } // namespace qx

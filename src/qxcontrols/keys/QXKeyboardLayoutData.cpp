@@ -200,6 +200,7 @@ const std::string& QXKeyboardLayoutData::CaptionForText(Long lID) const {
 std::string
 QXKeyboardLayoutData::ConvertKeyStringIntoTextStringUseUpcodes(const std::string& sInSeq,
                                                                bool fUseUpcodes) const {
+    Trace("QXKeyboardLayoutData.ConvertKeyStringIntoTextStringUseUpcodes");
     constexpr auto kField = static_cast<std::size_t>(KeySequence::kFieldWidth);
     std::string text;
     // A single character left over at the end is no code.
@@ -214,6 +215,7 @@ QXKeyboardLayoutData::ConvertKeyStringIntoTextStringUseUpcodes(const std::string
 }
 
 std::string QXKeyboardLayoutData::ConvertKeyStringIntoTextString(const std::string& sInSeq) const {
+    Trace("QXKeyboardLayoutData.ConvertKeyStringIntoTextString");
     return ConvertKeyStringIntoTextStringUseUpcodes(sInSeq, m_showUpcodes);
 }
 

@@ -1,9 +1,11 @@
 #include "qxcontrols/keys/SequenceText.h"
 
+#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/KeyNames.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <optional>
 
@@ -166,17 +168,21 @@ private:
 
     // The one key that an operand means, if it can be pressed.
     [[nodiscard]] Long Press(const Operand& operand, std::size_t place) const {
+        constexpr std::size_t kShown = 60; // bytes of a name in a message
         if (operand.keys.empty())
             Fail(place, operand.name.starts_with(kQuote)
                             ? "the closing \" is missing"
-                            : "no key is called " + Quoted(operand.name) +
+                            : "no key is called " + Quoted(operand.name.substr(0, kShown)) +
                                   Listed("; the nearest are ", m_names.Nearest(operand.name)));
         if (operand.keys.size() > 1)
             Fail(place, Quoted(operand.name) + Listed(" could be ", operand.keys));
-        if (operand.keys.front() >= KeyNames::kFirstUnpressable)
-            Fail(place, "key " + std::to_string(operand.keys.front()) + ", " + operand.name +
+        const Long key = operand.keys.front();
+        if (key > m_layout.GetMaxKeyID())
+            Fail(place, "no key has the number " + std::to_string(key));
+        if (key >= KeyNames::kFirstUnpressable)
+            Fail(place, operand.name + ", key " + std::to_string(key) +
                             ", cannot be pressed through a sequence");
-        return operand.keys.front();
+        return key;
     }
 
     [[nodiscard]] std::string Listed(std::string_view start, const std::vector<Long>& keys) const {
@@ -192,7 +198,8 @@ private:
         const auto characters = std::count_if(before.begin(), before.end(), [](char byte) {
             return (static_cast<Byte>(byte) & 0xC0U) != 0x80U; // begins a character of UTF-8
         });
-        throw SequenceTextError(place, "character " + std::to_string(characters + 1) + ": " + what);
+        throw SequenceTextError(place, "character " + std::to_string(characters + 1) + ": " +
+                                           Utf8FromUtf16(Utf16FromUtf8(what))); // well-formed
     }
 
     void Add(Long code, std::size_t end) {
@@ -249,9 +256,13 @@ std::vector<Byte> ParseSequenceText(std::string_view sText, const QXKeyboardLayo
 
 std::string SequenceToText(std::span<const Byte> codes, const QXKeyboardLayoutData& layout) {
     const KeyNames names(layout);
+    std::array<std::string, kMaxCode + 1> tokens; // each made once
     std::string text;
-    for (const Byte code : codes)
-        text += (text.empty() ? "" : " ") + TokenFor(code, layout, names);
+    for (const Byte code : codes) {
+        if (tokens[code].empty())
+            tokens[code] = TokenFor(code, layout, names);
+        text += (text.empty() ? "" : " ") + tokens[code];
+    }
     return text;
 }
 
