@@ -110,7 +110,8 @@ std::string SettingsStore::Location() const {
 void SettingsStore::BeginWriting() {
     if (m_store->writing)
         return;
-    m_store->writing = std::make_unique<files::FileLock>(Location());
+    // Qt locks the file itself while it reads or writes it, under the name of the file and ".lock".
+    m_store->writing = std::make_unique<files::FileLock>(Location() + ".writing");
     for (int i = 0; i < kLockTries && !m_store->writing->TryLock(); ++i)
         std::this_thread::sleep_for(kLockPause);
     m_store->settings.sync(); // what others have written meanwhile

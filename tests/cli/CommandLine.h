@@ -61,8 +61,8 @@ public:
 
     // Runs a command on the keyboard; `fault` holds from its first driver call on.
     Outcome Run(std::vector<std::string> arguments, const Fault& fault = {}) {
-        arguments.insert(arguments.begin(), {"--layouts", QX_LAYOUTS, "--layout", "us.qxl",
-                                             "--settings", (folder / "settings.ini").string()});
+        arguments.insert(arguments.begin(),
+                         {"--layouts", QX_LAYOUTS, "--settings", File("settings.ini")});
         std::istringstream in;
         std::ostringstream out;
         std::ostringstream err;
