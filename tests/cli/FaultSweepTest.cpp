@@ -37,7 +37,7 @@ protected:
             const Outcome outcome = keyboard.Run(arguments, {call, 77, forEver});
             successes += outcome.status == 0 ? 1 : 0;
             if (outcome.status != 0) {
-                EXPECT_NE(outcome.err.find("77"), std::string::npos) << outcome.err;
+                EXPECT_NE(outcome.err.find(" gave status "), std::string::npos) << outcome.err;
             }
             check(outcome, keyboard.Memory());
             if (testing::Test::HasFailure())
