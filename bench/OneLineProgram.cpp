@@ -1,3 +1,5 @@
 #include <iostream>
 
-int main() { std::cout << "keyboard\n"; }
+int main() {
+    std::cout << "keyboard\n";
+}

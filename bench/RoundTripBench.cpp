@@ -16,14 +16,17 @@ using namespace qx;
 // All modules, in memory, without notes.
 class BenchKeyboard : public test::FakeDriver {
 public:
-    BenchKeyboard() {
+    // `programmed`: how many of 100 slots hold a sequence or a description, each a full one.
+    explicit BenchKeyboard(std::size_t programmed) {
         notesCalls = false;
         directory = {{MODULE_MAGNET_CONFIG, 0x1000},         {MODULE_BARCODE_CONFIG, 0x1100},
                      {MODULE_BARCODE_HEADERS, 0x1200},       {MODULE_MAGNET_HEADERS, 0x1300},
                      {MODULE_FREEPROGRAMMABLE_KEYS, 0x2000}, {MODULE_POS, 0x4000},
                      {MODULE_LAYERED_FUNCKEYS, 0x8000},      {MODULE_GUID, 0x10000}};
+        constexpr std::size_t kLongestSlot = 128;
         for (std::size_t i = 0; i < memory.size(); ++i)
-            memory[i] = static_cast<char>(i * 7 % 251); // sequences everywhere
+            if (i / kLongestSlot % 100 < programmed)
+                memory[i] = static_cast<char>(1 + i * 7 % 251);
     }
 };
 
@@ -35,12 +38,15 @@ public:
     std::vector<std::function<void()>> calls;
 
     std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer, std::int32_t lSize) override {
-        calls.emplace_back([this, lAddress, lSize] { m_inner.QXCFG_ImageRead(lAddress, m_buffer.data(), lSize); });
+        calls.emplace_back(
+            [this, lAddress, lSize] { m_inner.QXCFG_ImageRead(lAddress, m_buffer.data(), lSize); });
         return m_inner.QXCFG_ImageRead(lAddress, buffer, lSize);
     }
     std::int32_t QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
                                   std::int32_t lSize) override {
-        calls.emplace_back([this, lAddress, lSize] { m_inner.QXCFG_ImageWrite(lAddress, m_buffer.data(), lSize); });
+        calls.emplace_back([this, lAddress, lSize] {
+            m_inner.QXCFG_ImageWrite(lAddress, m_buffer.data(), lSize);
+        });
         return m_inner.QXCFG_ImageWrite(lAddress, buffer, lSize);
     }
     std::int32_t QXCFG_ImageReadInt(std::int32_t lAddress, std::int16_t* value) override {
@@ -53,7 +59,9 @@ public:
     }
     std::int32_t QXCFG_MemRequestAdd(std::int16_t nModule, std::int32_t lAddress,
                                      std::int32_t lSize) override {
-        calls.emplace_back([this, nModule, lAddress, lSize] { m_inner.QXCFG_MemRequestAdd(nModule, lAddress, lSize); });
+        calls.emplace_back([this, nModule, lAddress, lSize] {
+            m_inner.QXCFG_MemRequestAdd(nModule, lAddress, lSize);
+        });
         return m_inner.QXCFG_MemRequestAdd(nModule, lAddress, lSize);
     }
     std::int32_t QXCFG_MemRequestClean() override {
@@ -96,7 +104,7 @@ void RoundTrip(host::Session& session, const std::vector<host::Section*>& sectio
 }
 
 void UploadDecodeEncodeDownload(benchmark::State& state) {
-    BenchKeyboard keyboard;
+    BenchKeyboard keyboard(static_cast<std::size_t>(state.range(0)));
     host::Session session(keyboard);
     session.Open();
     host::Configuration configuration(Platform(), &Layout(), nullptr);
@@ -104,10 +112,10 @@ void UploadDecodeEncodeDownload(benchmark::State& state) {
     for (auto _ : state)
         RoundTrip(session, sections);
 }
-BENCHMARK(UploadDecodeEncodeDownload)->Unit(benchmark::kMicrosecond);
+BENCHMARK(UploadDecodeEncodeDownload)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
 
 void SameDriverCallsOnly(benchmark::State& state) {
-    BenchKeyboard keyboard;
+    BenchKeyboard keyboard(static_cast<std::size_t>(state.range(0)));
     Recorder recorder(keyboard);
     host::Session session(recorder);
     session.Open();
@@ -122,6 +130,6 @@ void SameDriverCallsOnly(benchmark::State& state) {
             call();
     state.counters["calls"] = static_cast<double>(calls.size());
 }
-BENCHMARK(SameDriverCallsOnly)->Unit(benchmark::kMicrosecond);
+BENCHMARK(SameDriverCallsOnly)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -23,7 +23,8 @@ bool RunProgram(std::vector<std::string> arguments) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
     pid_t process = 0;
-    const int error = posix_spawn(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
+    const int error =
+        posix_spawn(&process, pointers[0], &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     int status = -1;
     return error == 0 && waitpid(process, &status, 0) == process && status == 0;

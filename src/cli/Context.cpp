@@ -92,8 +92,8 @@ QXKeyboardLayoutData& Context::Layout() {
     if (m_layout)
         return *m_layout;
     m_layout = std::make_unique<QXKeyboardLayoutData>();
-    const auto folder = options.layouts.empty() ? files::ExecutableFolder().parent_path() / "share" /
-                                                      "qxcontrols" / "layouts"
+    const auto folder = options.layouts.empty() ? files::ExecutableFolder().parent_path() /
+                                                      "share" / "qxcontrols" / "layouts"
                                                 : options.layouts;
     m_layout->SetLayoutPath((folder / "").string());
 
@@ -109,9 +109,9 @@ QXKeyboardLayoutData& Context::Layout() {
         isLanguage ? m_layout->OpenLayoutByID(language) : m_layout->OpenLayoutByName(name);
     if (!opened) {
         m_layout.reset();
-        throw host::Error(host::ErrorKind::LayoutInvalid,
-                          "the keyboard layout " + name + " could not be opened in " +
-                              folder.string());
+        throw host::Error(host::ErrorKind::LayoutInvalid, "the keyboard layout " + name +
+                                                              " could not be opened in " +
+                                                              folder.string());
     }
     return *m_layout;
 }

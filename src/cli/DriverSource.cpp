@@ -16,9 +16,10 @@ void ChooseSimulatedKeyboard(const DriverLibrary& library, const KeyboardChoice&
     using Setter = std::int32_t(QX_DRIVER_CALL*)(const char* file, const char* model);
     const auto set = library.Find<Setter>("QXSIM_SetKeyboard");
     if (set == nullptr)
-        throw host::Error(host::ErrorKind::Usage,
-                          "--keyboard and --model choose a simulated keyboard; the driver library " +
-                              choice.driver.string() + " takes none");
+        throw host::Error(
+            host::ErrorKind::Usage,
+            "--keyboard and --model choose a simulated keyboard; the driver library " +
+                choice.driver.string() + " takes none");
     const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
     const std::int32_t status = set(choice.keyboard.string().c_str(), model.c_str());
     if (status != 0)
@@ -51,7 +52,8 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     std::filesystem::path file = choice.keyboard;
     if (file.empty()) {
         file = files::UserDataFolder() / "qxcontrols" / "keyboard.qxk";
-        opened.note = "no --driver and no --keyboard: using the simulated keyboard in " + file.string();
+        opened.note =
+            "no --driver and no --keyboard: using the simulated keyboard in " + file.string();
         std::error_code ignored; // the driver tells when it cannot write there
         std::filesystem::create_directories(file.parent_path(), ignored);
     }

@@ -14,8 +14,8 @@ namespace {
 constexpr const char* kVersion = "qxconf 0.1.0";
 
 constexpr void (*kCommands[])(CLI::App&, Context&) = {
-    AddIdentify, AddUpload, AddDownload,      AddShow,  AddDiff,     AddValidate,
-    AddDefaults, AddKeyboardFiles, AddLayer, AddPosition, AddCodePage, AddPrefs,
+    AddIdentify, AddUpload,        AddDownload, AddShow,     AddDiff,     AddValidate,
+    AddDefaults, AddKeyboardFiles, AddLayer,    AddPosition, AddCodePage, AddPrefs,
 };
 
 void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {
@@ -27,7 +27,8 @@ void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {
     app.add_option("--model", options.keyboard.model,
                    "Model of a new simulated keyboard: full, magnet, x1-4620, or a file")
         ->type_name("NAME");
-    app.add_option("--layouts", options.layouts, "Where the keyboard layouts are")->type_name("DIR");
+    app.add_option("--layouts", options.layouts, "Where the keyboard layouts are")
+        ->type_name("DIR");
     app.add_option("--layout", options.layout, "Keyboard layout: a file name or a language id")
         ->type_name("NAME");
     app.add_option("--settings", options.settings,
@@ -60,7 +61,8 @@ int Parse(CLI::App& app, Context& context, const std::vector<std::string>& argum
     } catch (const CLI::Success& help) { // --help and --version end the parsing in this way
         return app.exit(help, streams.out, streams.err);
     } catch (const CLI::ParseError& error) {
-        context.options.json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
+        context.options.json =
+            std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
         return context.ReportUsage(std::string(error.what()) + " (see qxconf --help)");
     } catch (const host::Error& error) {
         return context.Report(error);
@@ -79,13 +81,14 @@ int Run(const std::vector<std::string>& arguments, const Streams& streams,
     app.set_version_flag("--version", kVersion);
     app.require_subcommand(1);
     app.fallthrough();
-    app.footer("Upload is keyboard to file, download is file to keyboard.\n\nExamples:\n"
-               "  qxconf identify\n"
-               "  qxconf upload -o till.json\n"
-               "  qxconf download till.json\n\n"
-               "Exit status: 0 done, 1 differences found, 2 wrong usage, 3 keyboard not opened,\n"
-               "4 transfer or file operation failed, 5 read-back differs, 6 invalid document, layout "
-               "or model.");
+    app.footer(
+        "Upload is keyboard to file, download is file to keyboard.\n\nExamples:\n"
+        "  qxconf identify\n"
+        "  qxconf upload -o till.json\n"
+        "  qxconf download till.json\n\n"
+        "Exit status: 0 done, 1 differences found, 2 wrong usage, 3 keyboard not opened,\n"
+        "4 transfer or file operation failed, 5 read-back differs, 6 invalid document, layout "
+        "or model.");
     for (const auto add : kCommands)
         add(app, context);
     const TraceToError trace(context.options, streams.err);

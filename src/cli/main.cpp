@@ -1,6 +1,5 @@
 #include "cli/Qxconf.h"
 
-
 #include <cstdlib>
 #include <iostream>
 

@@ -31,9 +31,9 @@ Configuration::Configuration(const Platform& platform, QXKeyboardLayoutData* lay
 }
 
 Section* Configuration::Find(std::string_view key) const {
-    const auto found =
-        std::find_if(m_sections.begin(), m_sections.end(),
-                     [&](const auto& section) { return section->Info().key == key; });
+    const auto found = std::find_if(m_sections.begin(), m_sections.end(), [&](const auto& section) {
+        return section->Info().key == key;
+    });
     return found == m_sections.end() ? nullptr : found->get();
 }
 

@@ -11,7 +11,8 @@ namespace {
 
 [[noreturn]] void Refuse(const std::string& name, const std::string& place,
                          const std::string& message) {
-    throw Error(ErrorKind::DocumentInvalid, name + ": " + (place.empty() ? "" : place + ": ") + message,
+    throw Error(ErrorKind::DocumentInvalid,
+                name + ": " + (place.empty() ? "" : place + ": ") + message,
                 {Fault{place, message}});
 }
 
@@ -56,14 +57,15 @@ ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const 
         Refuse(name, "", "not a configuration document: an object is expected");
     const Json* format = document.Find("format");
     if (format == nullptr || *format != kFormat)
-        Refuse(name, "/format", "not a configuration document: \"format\" is not \"" +
-                                    std::string(kFormat) + "\"");
+        Refuse(name, "/format",
+               "not a configuration document: \"format\" is not \"" + std::string(kFormat) + "\"");
     const Json* version = document.Find("version");
     if (version == nullptr || !version->is_number_integer())
         Refuse(name, "/version", "the version is not a whole number");
     if (*version != kVersion)
-        Refuse(name, "/version", "version " + version->dump() + " is not known; this program reads version " +
-                                     std::to_string(kVersion));
+        Refuse(name, "/version",
+               "version " + version->dump() + " is not known; this program reads version " +
+                   std::to_string(kVersion));
     return document;
 }
 

@@ -1,8 +1,8 @@
 // ConfigurationDocument: the file that holds one keyboard set-up.
 //
-// A document is JSON: a format name, a version, a note of the keyboard that it was read from, and one
-// section for each module. This class reads and writes the frame; what stands in a section is the
-// section's own affair (Section::Visit, Configuration).
+// A document is JSON: a format name, a version, a note of the keyboard that it was read from, and
+// one section for each module. This class reads and writes the frame; what stands in a section is
+// the section's own affair (Section::Visit, Configuration).
 #pragma once
 
 #include "host/Json.h"

@@ -11,7 +11,8 @@ namespace qx::host {
 
 // One setting: "barcode Code39 minimum length" is "1".
 struct Setting {
-    std::string place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
+    std::string
+        place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
     std::string name;
     std::string value;
     bool isSequence = false;

@@ -1,8 +1,9 @@
 // FieldVisitor: walks the settings of a section, whatever is to be done with them.
 //
-// Each section of the configuration describes its settings once, as a walk over named fields; reading
-// a document, writing one, comparing two and printing for people are visitors of that walk. A field's
-// method returns the value that the setting then has: the present one, or the one just read.
+// Each section of the configuration describes its settings once, as a walk over named fields;
+// reading a document, writing one, comparing two and printing for people are visitors of that walk.
+// A field's method returns the value that the setting then has: the present one, or the one just
+// read.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"
@@ -15,10 +16,10 @@
 namespace qx::host {
 
 struct Field {
-    std::string_view key;    // its name in a document
-    std::string_view label;  // its name for people; empty where the outer names say it all
-    bool required = true;    // in a document; one that is not may be left out
-    bool stored = true;      // in the keyboard; what is not stored is shown, but never compared
+    std::string_view key;   // its name in a document
+    std::string_view label; // its name for people; empty where the outer names say it all
+    bool required = true;   // in a document; one that is not may be left out
+    bool stored = true;     // in the keyboard; what is not stored is shown, but never compared
 };
 
 // A list of the elements that have content, each found by the numbers in its key members.
@@ -59,8 +60,8 @@ public:
     virtual void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) = 0;
 
     virtual void Object(const Field& field, const std::function<void()>& members) = 0;
-    // A fixed number of elements, for people numbered from nFirst. `element` walks one of them, with
-    // the Field that it is given and its index from 0.
+    // A fixed number of elements, for people numbered from nFirst. `element` walks one of them,
+    // with the Field that it is given and its index from 0.
     virtual void Array(const Field& field, std::size_t count, Integer nFirst,
                        const std::function<void(const Field&, std::size_t)>& element) = 0;
     virtual void List(const FieldList& list) = 0;

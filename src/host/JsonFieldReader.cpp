@@ -94,16 +94,16 @@ bool JsonFieldReader::Flag(const Field& field, bool fValue) {
 std::optional<Integer> JsonFieldReader::WholeNumber(const Json& value, const std::string& place,
                                                     Integer nMin, Integer nMax,
                                                     std::string_view sKind) {
-    const bool isInRange =
-        value.is_number_unsigned()
-            ? value.get<std::uint64_t>() <= static_cast<std::uint64_t>(std::max<Integer>(nMax, 0)) &&
-                  static_cast<std::int64_t>(value.get<std::uint64_t>()) >= nMin
-            : value.is_number_integer() && value.get<std::int64_t>() >= nMin &&
-                  value.get<std::int64_t>() <= nMax;
+    const bool isInRange = value.is_number_unsigned()
+                               ? value.get<std::uint64_t>() <=
+                                         static_cast<std::uint64_t>(std::max<Integer>(nMax, 0)) &&
+                                     static_cast<std::int64_t>(value.get<std::uint64_t>()) >= nMin
+                               : value.is_number_integer() && value.get<std::int64_t>() >= nMin &&
+                                     value.get<std::int64_t>() <= nMax;
     if (isInRange)
         return static_cast<Integer>(value.get<std::int64_t>());
-    AddFault(place, Shown(value) + " is not a " + std::string(sKind) + " from " +
-                        RangeText(nMin, nMax));
+    AddFault(place,
+             Shown(value) + " is not a " + std::string(sKind) + " from " + RangeText(nMin, nMax));
     return std::nullopt;
 }
 
@@ -231,10 +231,9 @@ std::optional<FieldList::Id> JsonFieldReader::ReadId(const FieldList& list,
     FieldList::Id id;
     for (const FieldList::KeyMember& member : list.keyMembers) {
         const Json* value = Find({member.key, ""});
-        const auto number = value == nullptr
-                                ? std::nullopt
-                                : WholeNumber(*value, Pointer(place, member.key), member.min,
-                                              member.max, "whole number");
+        const auto number = value == nullptr ? std::nullopt
+                                             : WholeNumber(*value, Pointer(place, member.key),
+                                                           member.min, member.max, "whole number");
         if (number)
             id.push_back(*number);
     }

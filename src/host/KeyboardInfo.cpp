@@ -42,8 +42,9 @@ void KeyboardInfo::Visit(FieldVisitor& fields) {
         visitFlag({"connectionV24", "V.24 connection"}, connectionV24);
         visitFlag({"chipcardReader", "chipcard reader"}, chipcardReader);
         visitFlag({"barcodeReader", "barcode reader"}, barcodeReader);
-        fields.Array({"magneticTracks", "magnetic track"}, magneticTracks.size(), 1,
-                     [&](const Field& field, std::size_t i) { visitFlag(field, magneticTracks[i]); });
+        fields.Array(
+            {"magneticTracks", "magnetic track"}, magneticTracks.size(), 1,
+            [&](const Field& field, std::size_t i) { visitFlag(field, magneticTracks[i]); });
     });
 }
 

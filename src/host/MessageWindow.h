@@ -1,8 +1,8 @@
 // MessageWindow: where a driver's messages arrive on machines without window messages.
 //
-// A window has a handle to give to QXKeyboardAccess::SetNotificationValues. Post is the function for
-// drivers: it delivers to the window of that handle, at once and on the caller's thread; a message to
-// a window that does not exist is dropped.
+// A window has a handle to give to QXKeyboardAccess::SetNotificationValues. Post is the function
+// for drivers: it delivers to the window of that handle, at once and on the caller's thread; a
+// message to a window that does not exist is dropped.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
@@ -14,7 +14,8 @@ namespace qx::host {
 
 class MessageWindow {
 public:
-    using Handler = std::function<void(std::int32_t lMsg, std::int32_t wParam, std::int32_t lParam)>;
+    using Handler =
+        std::function<void(std::int32_t lMsg, std::int32_t wParam, std::int32_t lParam)>;
 
     explicit MessageWindow(Handler handler);
     ~MessageWindow();

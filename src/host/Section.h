@@ -16,7 +16,7 @@ namespace qx::host {
 // A stretch of the keyboard's memory in which a section keeps settings.
 struct Area {
     KeyboardModuleIDs module;
-    Long size;              // bytes that the control uses, from its base; 0: the control's TransferSize
+    Long size; // bytes that the control uses, from its base; 0: the control's TransferSize
     bool required = true;   // without it the keyboard does not have the section
     Long fixedAddress = -1; // where the area lies, when the directory does not tell
 };
@@ -44,7 +44,8 @@ public:
 template <typename C>
 class SectionOf : public Section {
 public:
-    SectionOf(const SectionInfo& info, const Platform& platform) : m_info(info), m_control(platform) {}
+    SectionOf(const SectionInfo& info, const Platform& platform)
+        : m_info(info), m_control(platform) {}
 
     [[nodiscard]] const SectionInfo& Info() const override { return m_info; }
     [[nodiscard]] C& Control() override { return m_control; }

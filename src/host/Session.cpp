@@ -14,8 +14,8 @@ constexpr Long kProgressMessage = 0x8000;
 
 } // namespace
 
-// The controls know the keyboard only while the session works with them, so that a configuration may
-// outlive its session.
+// The controls know the keyboard only while the session works with them, so that a configuration
+// may outlive its session.
 class Session::Assigned {
 public:
     Assigned(const std::vector<Section*>& sections, QXKeyboardAccess& access)
@@ -95,9 +95,8 @@ Long Session::AreaAddress(const Area& area) const {
 
 bool Session::Has(const Section& section) const {
     const auto areas = section.Info().areas;
-    return std::all_of(areas.begin(), areas.end(), [&](const Area& area) {
-        return !area.required || AreaAddress(area) != -1;
-    });
+    return std::all_of(areas.begin(), areas.end(),
+                       [&](const Area& area) { return !area.required || AreaAddress(area) != -1; });
 }
 
 std::vector<Section*> Session::SectionsIn(const Configuration& configuration,
@@ -156,7 +155,8 @@ void Session::Download(const std::vector<Section*>& sections) {
             m_driver.EndLeavingOut();
             RequestRest(sections);
             for (const Stretch& stretch : m_driver.Written().List()) {
-                Written written{stretch.address, std::string(static_cast<std::size_t>(stretch.size), '\0')};
+                Written written{stretch.address,
+                                std::string(static_cast<std::size_t>(stretch.size), '\0')};
                 m_driver.QXCFG_ImageRead(stretch.address, written.bytes.data(), stretch.size);
                 m_lastDownload.push_back(std::move(written));
             }
@@ -168,8 +168,8 @@ void Session::Download(const std::vector<Section*>& sections) {
         });
     } catch (const Error& error) {
         throw Error(error.Kind(),
-                    std::string(error.what()) + (isSent ? "; the keyboard may be partly written"
-                                                        : "; nothing was written"),
+                    std::string(error.what()) +
+                        (isSent ? "; the keyboard may be partly written" : "; nothing was written"),
                     error.Status().value_or(0));
     }
 }
@@ -207,11 +207,12 @@ void Session::VerifyLastDownload() {
         const auto [expected, found] =
             std::mismatch(written.bytes.begin(), written.bytes.end(), held.begin());
         if (expected != written.bytes.end())
-            throw Error(ErrorKind::ReadBackDiffers,
-                        "the keyboard does not hold what was written: address " +
-                            Hex(written.address + static_cast<Long>(expected - written.bytes.begin())) +
-                            " holds " + Hex(static_cast<Byte>(*found)) + " in place of " +
-                            Hex(static_cast<Byte>(*expected)) + " (hexadecimal)");
+            throw Error(
+                ErrorKind::ReadBackDiffers,
+                "the keyboard does not hold what was written: address " +
+                    Hex(written.address + static_cast<Long>(expected - written.bytes.begin())) +
+                    " holds " + Hex(static_cast<Byte>(*found)) + " in place of " +
+                    Hex(static_cast<Byte>(*expected)) + " (hexadecimal)");
     }
 }
 

@@ -1,9 +1,9 @@
 // Session: work with one keyboard, from its start-up to its shut-down.
 //
 // A session opens the keyboard, moves whole configurations from it and to it in the order of the
-// controls' contract, and gives the keyboard back when it ends, whatever ends it. It reports success
-// only when every driver call that matters has succeeded, also where the controls themselves do not
-// look at a status. Upload always means keyboard to PC, Download PC to keyboard.
+// controls' contract, and gives the keyboard back when it ends, whatever ends it. It reports
+// success only when every driver call that matters has succeeded, also where the controls
+// themselves do not look at a status. Upload always means keyboard to PC, Download PC to keyboard.
 #pragma once
 
 #include "host/Configuration.h"
@@ -35,8 +35,8 @@ public:
 
     // Starts the keyboard up. Throws Error(KeyboardNotOpened) when that fails in any of its calls.
     void Open();
-    // Gives the keyboard back. Throws Error(TransferFailed) when that fails. The destructor does the
-    // same for a session that is still open, without a word.
+    // Gives the keyboard back. Throws Error(TransferFailed) when that fails. The destructor does
+    // the same for a session that is still open, without a word.
     void Close();
 
     [[nodiscard]] QXKeyboardAccess& Access() { return m_access; }

@@ -90,9 +90,9 @@ SettingsStore::SettingsStore(const std::filesystem::path& file) {
     std::error_code error;
     std::filesystem::rename(damaged, m_damagedFile, error);
     if (error)
-        throw Error(ErrorKind::FileFailed, "the preferences in " + damaged.string() +
-                                               " are damaged and cannot be set aside: " +
-                                               error.message());
+        throw Error(ErrorKind::FileFailed,
+                    "the preferences in " + damaged.string() +
+                        " are damaged and cannot be set aside: " + error.message());
     Open(file);
 }
 
@@ -148,7 +148,8 @@ void SettingsStore::Write(std::string_view sName, const Value& value, const Stor
     BeginWriting();
     const QString key = Text(m_path + std::string(sName));
     const auto known = m_store->known.find(key);
-    const bool isAsRead = known != m_store->known.end() && known->second == std::variant<Long, std::string>(value);
+    const bool isAsRead =
+        known != m_store->known.end() && known->second == std::variant<Long, std::string>(value);
     if (isAsRead && m_store->settings.contains(key))
         return; // another program may have given it a new value
     m_store->settings.setValue(key, stored);

@@ -1,9 +1,10 @@
 // SettingsStore: the registry of the current user, kept by Qt's settings.
 //
-// On Windows it is the native registry, elsewhere an INI file. Every value is stored as a whole number
-// or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as generously as
-// it can be understood. Programs that write at the same time keep each other's other values: a value
-// that is written as it was read changes nothing, and a program that writes waits for another one.
+// On Windows it is the native registry, elsewhere an INI file. Every value is stored as a whole
+// number or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as
+// generously as it can be understood. Programs that write at the same time keep each other's other
+// values: a value that is written as it was read changes nothing, and a program that writes waits
+// for another one.
 #pragma once
 
 #include "qxcontrols/platform/RegistryAccess.h"
@@ -26,7 +27,8 @@ public:
     // Where a damaged file was kept; empty when there was none.
     [[nodiscard]] const std::filesystem::path& DamagedFile() const { return m_damagedFile; }
 
-    // Makes sure that all that was written is stored. Throws Error(FileFailed) that names the place.
+    // Makes sure that all that was written is stored. Throws Error(FileFailed) that names the
+    // place.
     void Flush();
 
     void SetPath(std::string_view sPath) override;

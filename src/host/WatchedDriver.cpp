@@ -7,7 +7,21 @@ namespace qx::host {
 void WatchedDriver::BeginOperation() {
     m_failure.reset();
     m_written.Clear();
+    m_lastWritten = {0, 0};
     m_requested.Clear();
+}
+
+void WatchedDriver::NoteWritten(Long address, Long size) {
+    if (address != m_lastWritten.End()) {
+        m_written.Add(m_lastWritten.address, m_lastWritten.size);
+        m_lastWritten = {address, 0};
+    }
+    m_lastWritten.size += size;
+}
+
+const Stretches& WatchedDriver::Written() {
+    m_written.Add(m_lastWritten.address, m_lastWritten.size);
+    return m_written;
 }
 
 std::int32_t WatchedDriver::Noted(std::string_view function, DriverResult kind,
@@ -50,28 +64,28 @@ std::int32_t WatchedDriver::QXCFG_ImageWrite(std::int32_t lAddress, const char* 
                                              std::int32_t lSize) {
     if (IsLeftOut(lAddress, lSize))
         return 0;
-    m_written.Add(lAddress, lSize);
+    NoteWritten(lAddress, lSize);
     return ForwardingDriver::QXCFG_ImageWrite(lAddress, buffer, lSize);
 }
 
 std::int32_t WatchedDriver::QXCFG_ImageWriteByte(std::int32_t lAddress, std::uint8_t value) {
     if (IsLeftOut(lAddress, 1))
         return 0;
-    m_written.Add(lAddress, 1);
+    NoteWritten(lAddress, 1);
     return ForwardingDriver::QXCFG_ImageWriteByte(lAddress, value);
 }
 
 std::int32_t WatchedDriver::QXCFG_ImageWriteInt(std::int32_t lAddress, std::int16_t value) {
     if (IsLeftOut(lAddress, 2))
         return 0;
-    m_written.Add(lAddress, 2);
+    NoteWritten(lAddress, 2);
     return ForwardingDriver::QXCFG_ImageWriteInt(lAddress, value);
 }
 
 std::int32_t WatchedDriver::QXCFG_ImageWriteLong(std::int32_t lAddress, std::int32_t value) {
     if (IsLeftOut(lAddress, 4))
         return 0;
-    m_written.Add(lAddress, 4);
+    NoteWritten(lAddress, 4);
     return ForwardingDriver::QXCFG_ImageWriteLong(lAddress, value);
 }
 

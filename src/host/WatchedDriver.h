@@ -1,9 +1,9 @@
 // WatchedDriver: a driver that remembers what the controls themselves do not look at.
 //
-// It notes the first call that failed, which stretches of the image have been written, and which have
-// been requested. It also keeps accesses away from stretches that no module has: a control that works
-// with the address -1 of a module that the keyboard lacks is answered with success and zeros, and
-// nothing reaches the driver.
+// It notes the first call that failed, which stretches of the image have been written, and which
+// have been requested. It also keeps accesses away from stretches that no module has: a control
+// that works with the address -1 of a module that the keyboard lacks is answered with success and
+// zeros, and nothing reaches the driver.
 #pragma once
 
 #include "host/ForwardingDriver.h"
@@ -28,7 +28,7 @@ public:
 
     // The first call since then that failed, of those whose status matters to a result.
     [[nodiscard]] const std::optional<FailedCall>& Failure() const { return m_failure; }
-    [[nodiscard]] const Stretches& Written() const { return m_written; }
+    [[nodiscard]] const Stretches& Written();
     [[nodiscard]] const Stretches& Requested() const { return m_requested; }
 
     // Accesses that touch this stretch are kept from the driver until EndLeavingOut.
@@ -56,8 +56,12 @@ private:
         return !m_leftOut.IsEmpty() && m_leftOut.Touches(address, size);
     }
 
+    void NoteWritten(Long address, Long size);
+
     std::optional<FailedCall> m_failure;
     Stretches m_written;
+    Stretch m_lastWritten{0,
+                          0}; // not yet in m_written: numbers are mostly written one after another
     Stretches m_requested;
     Stretches m_leftOut;
 };

@@ -105,7 +105,8 @@ public:
 private:
     class Opened {
     public:
-        Opened(const std::filesystem::path& file, const std::string& model) : m_driver(file, model) {
+        Opened(const std::filesystem::path& file, const std::string& model)
+            : m_driver(file, model) {
             EXPECT_EQ(m_driver.QXCFG_Init(), 0) << m_driver.LastError();
         }
         [[nodiscard]] std::string Memory(Long address, Long size) const {

@@ -22,8 +22,7 @@ TEST(Commands, DiffSpeaksOfSettings) {
     const std::string text = keyboard.Done({"upload"});
     Json changed = Json::parse(text);
     changed["barcode"]["pages"]["Code39"]["minSize"] = 4;
-    changed["pos"]["blocks"].push_back(
-        {{"slot", 12}, {"keys", {12}}, {"sequence", "Esc ^Esc"}});
+    changed["pos"]["blocks"].push_back({{"slot", 12}, {"keys", {12}}, {"sequence", "Esc ^Esc"}});
     changed["layeredFuncKeys"]["keys"].push_back(
         {{"layer", 9}, {"key", 23}, {"sequence", {30, 158}}, {"description", "Größe"}});
     const std::string file = keyboard.Write("changed.json", changed.dump());
@@ -31,9 +30,11 @@ TEST(Commands, DiffSpeaksOfSettings) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.out.find("barcode Code39 minimum length 1 → 4\n"), std::string::npos)
         << outcome.out;
-    EXPECT_NE(outcome.out.find("POS key 12: (none) → Esc ^Esc\n"), std::string::npos) << outcome.out;
-    EXPECT_NE(outcome.out.find("layered function key layer 9 key 23 description (none) → \"Größe\"\n"),
-              std::string::npos)
+    EXPECT_NE(outcome.out.find("POS key 12: (none) → Esc ^Esc\n"), std::string::npos)
+        << outcome.out;
+    EXPECT_NE(
+        outcome.out.find("layered function key layer 9 key 23 description (none) → \"Größe\"\n"),
+        std::string::npos)
         << outcome.out;
     keyboard.Done({"download", file});
     EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);

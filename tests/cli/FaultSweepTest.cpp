@@ -1,5 +1,5 @@
-// What the host layer promises when the driver fails: no failure is called success, an upload changes
-// nothing, and a download that fails before its transfer has written nothing.
+// What the host layer promises when the driver fails: no failure is called success, an upload
+// changes nothing, and a download that fails before its transfer has written nothing.
 
 #include "CommandLine.h"
 
@@ -31,7 +31,8 @@ protected:
         EXPECT_GT(counter.calls, 10);
         int successes = 0;
         const int step = counter.calls > 2000 ? 97 : 1; // single reads of descriptions are alike
-        for (int call = 1; call <= counter.calls; call += call < 200 || call + 300 > counter.calls ? 1 : step) {
+        for (int call = 1; call <= counter.calls;
+             call += call < 200 || call + 300 > counter.calls ? 1 : step) {
             SCOPED_TRACE("driver call " + std::to_string(call));
             Restore();
             const Outcome outcome = keyboard.Run(arguments, {call, 77, forEver});
@@ -79,16 +80,16 @@ TEST_P(FaultSweep, WritingNeverLies) {
     keyboard.Done({"download", changedFile});
     const std::string after = keyboard.Memory();
     ASSERT_NE(after, before);
-    const int successes = Sweep({"download", changedFile}, false,
-                                [&](const Outcome& outcome, const std::string& memory) {
-                                    EXPECT_TRUE(memory == before || memory == after);
-                                    if (outcome.status == 0) {
-                                        EXPECT_EQ(memory, after);
-                                    }
-                                    if (outcome.err.find("nothing was written") != std::string::npos) {
-                                        EXPECT_EQ(memory, before);
-                                    }
-                                });
+    const int successes = Sweep(
+        {"download", changedFile}, false, [&](const Outcome& outcome, const std::string& memory) {
+            EXPECT_TRUE(memory == before || memory == after);
+            if (outcome.status == 0) {
+                EXPECT_EQ(memory, after);
+            }
+            if (outcome.err.find("nothing was written") != std::string::npos) {
+                EXPECT_EQ(memory, before);
+            }
+        });
     EXPECT_LE(successes, kHarmlessCalls);
 }
 

@@ -52,7 +52,8 @@ TEST_F(DocumentTest, EveryPrefixIsRefused) {
     ASSERT_TRUE(FaultsOf(text).empty());
     const std::size_t end = text.find_last_of('}');
     for (std::size_t length = 0; length <= end; length += length < 4000 ? 1 : 7)
-        ASSERT_FALSE(FaultsOf(text.substr(0, length)).empty()) << "the first " << length << " bytes";
+        ASSERT_FALSE(FaultsOf(text.substr(0, length)).empty())
+            << "the first " << length << " bytes";
 }
 
 TEST_F(DocumentTest, FaultsNameTheirPlace) {
@@ -63,21 +64,32 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
         const char* message;
     };
     const Case cases[] = {
-        {"/magnetCard/tracks/0/header", {30, 31, 32, 300}, "/magnetCard/tracks/0/header/3",
+        {"/magnetCard/tracks/0/header",
+         {30, 31, 32, 300},
+         "/magnetCard/tracks/0/header/3",
          "300 is not a code from 0 to 255"},
-        {"/magnetCard/tracks/1/header", {-1}, "/magnetCard/tracks/1/header/0",
+        {"/magnetCard/tracks/1/header",
+         {-1},
+         "/magnetCard/tracks/1/header/0",
          "-1 is not a code from 0 to 255"},
-        {"/magnetCard/tracks/1/header", {18446744073709551615ULL}, "/magnetCard/tracks/1/header/0",
+        {"/magnetCard/tracks/1/header",
+         {18446744073709551615ULL},
+         "/magnetCard/tracks/1/header/0",
          "18446744073709551615 is not a code from 0 to 255"},
-        {"/magnetCard/tracks/1/header", {1.5}, "/magnetCard/tracks/1/header/0",
+        {"/magnetCard/tracks/1/header",
+         {1.5},
+         "/magnetCard/tracks/1/header/0",
          "1.5 is not a code from 0 to 255"},
-        {"/magnetCard/tracks/2/terminator", {30, 0, 31}, "/magnetCard/tracks/2/terminator/1",
+        {"/magnetCard/tracks/2/terminator",
+         {30, 0, 31},
+         "/magnetCard/tracks/2/terminator/1",
          "code 0 would end the sequence in the keyboard"},
-        {"/magnetCard/tracks/3/header", Json(std::vector<int>(33, 7)), "/magnetCard/tracks/3/header",
-         "the sequence has 33 codes, more than the 32 that fit"},
+        {"/magnetCard/tracks/3/header", Json(std::vector<int>(33, 7)),
+         "/magnetCard/tracks/3/header", "the sequence has 33 codes, more than the 32 that fit"},
         {"/magnetCard/tracks/3/enabled", 1, "/magnetCard/tracks/3/enabled",
          "1 is neither true nor false"},
-        {"/magnetCard/tracks", Json::array(), "/magnetCard/tracks", "[] is not a list of 4 elements"},
+        {"/magnetCard/tracks", Json::array(), "/magnetCard/tracks",
+         "[] is not a list of 4 elements"},
         {"/magnetCard/track", true, "/magnetCard/track", "\"track\" is not known here"},
         {"/magnetcard", Json::object(), "/magnetcard", "\"magnetcard\" is not known here"},
         {"/commonKeyboard", Json::array(), "/commonKeyboard", "[] is not an object"},

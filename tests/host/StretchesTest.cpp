@@ -47,7 +47,8 @@ TEST(Stretches, AgreesWithSetsOfAddresses) {
         for (std::size_t i = 1; i < first.List().size(); ++i)
             ASSERT_GT(first.List()[i].address, first.List()[i - 1].End()) << "touching stretches";
         Addresses rest;
-        std::set_difference(a.begin(), a.end(), b.begin(), b.end(), std::inserter(rest, rest.end()));
+        std::set_difference(a.begin(), a.end(), b.begin(), b.end(),
+                            std::inserter(rest, rest.end()));
         ASSERT_EQ(AddressesOf(first.Without(second)), rest) << "seed " << seed;
         for (Long start = -10; start < 66; ++start)
             for (Long size = 0; size < 4; ++size) {

@@ -19,9 +19,9 @@ void Compare(Context& context, const std::string& file) {
     context.CloseKeyboard();
     const bool equal = pages.PagesAreEqual();
     context.exitStatus = equal ? 0 : 1;
-    context.Result({{"file", file}, {"equal", equal}},
-                   std::string("the keyboard's code page ") + (equal ? "equals " : "differs from ") +
-                       file + "\n");
+    context.Result({{"file", file}, {"equal", equal}}, std::string("the keyboard's code page ") +
+                                                           (equal ? "equals " : "differs from ") +
+                                                           file + "\n");
 }
 
 } // namespace
@@ -33,7 +33,8 @@ void AddCodePage(CLI::App& app, Context& context) {
         codepage->add_subcommand("compare", "Compare the keyboard's code page with a file");
     const auto file = std::make_shared<std::string>();
     command->add_option("FILE", *file, "The code page: its first 256 bytes count")->required();
-    command->footer("Exits with 1 when they differ.\n\nExample:\n  qxconf codepage compare cp850.bin");
+    command->footer(
+        "Exits with 1 when they differ.\n\nExample:\n  qxconf codepage compare cp850.bin");
     command->callback([&context, file] { Compare(context, *file); });
 }
 

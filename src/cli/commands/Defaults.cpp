@@ -20,10 +20,12 @@ void Defaults(Context& context, const std::string& file) {
 } // namespace
 
 void AddDefaults(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand(
-        "defaults", "Write the document of this keyboard with default values");
+    CLI::App* command =
+        app.add_subcommand("defaults", "Write the document of this keyboard with default values");
     const auto file = std::make_shared<std::string>();
-    command->add_option("-o,--output", *file, "Write the document into this file, not to standard output")
+    command
+        ->add_option("-o,--output", *file,
+                     "Write the document into this file, not to standard output")
         ->type_name("FILE");
     command->footer("Examples:\n"
                     "  qxconf defaults -o fresh.json\n"

@@ -11,13 +11,13 @@ namespace {
 
 // The sections that the document has and the keyboard lacks: refused, or passed over with a note.
 void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
-                  std::vector<host::Section*>& wanted,
-                  const std::vector<host::Section*>& present, bool fSkipAbsent) {
+                  std::vector<host::Section*>& wanted, const std::vector<host::Section*>& present,
+                  bool fSkipAbsent) {
     std::vector<host::Fault> absent;
     for (const host::Section* section : wanted)
         if (std::find(present.begin(), present.end(), section) == present.end())
-            absent.push_back({"/" + std::string(section->Info().key),
-                              "this keyboard has no such module"});
+            absent.push_back(
+                {"/" + std::string(section->Info().key), "this keyboard has no such module"});
     if (!absent.empty() && !fSkipAbsent)
         throw host::Error(host::ErrorKind::DocumentInvalid,
                           document.Name() + ": " + absent.front().place + ": " +
@@ -45,7 +45,9 @@ void Download(Context& context, const std::string& file, bool fSkipAbsent) {
     host::Json written = host::Json::array();
     for (const host::Section* section : sections)
         written.push_back(section->Info().key);
-    context.Result({{"direction", "file to keyboard"}, {"file", file}, {"sections", written},
+    context.Result({{"direction", "file to keyboard"},
+                    {"file", file},
+                    {"sections", written},
                     {"verified", true}},
                    "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " +
                        file + ", read back and found equal\n");
@@ -60,10 +62,11 @@ void AddDownload(CLI::App& app, Context& context) {
     const auto skip = std::make_shared<bool>(false);
     command->add_option("FILE", *file, "The document")->required();
     command->add_flag("--skip-absent", *skip, "Leave out what this keyboard has no module for");
-    command->footer("Sections that the document lacks stay as they are in the keyboard. What was written "
-                    "is read back and compared.\n\nExamples:\n"
-                    "  qxconf download till.json\n"
-                    "  qxconf download --skip-absent full.json");
+    command->footer(
+        "Sections that the document lacks stay as they are in the keyboard. What was written "
+        "is read back and compared.\n\nExamples:\n"
+        "  qxconf download till.json\n"
+        "  qxconf download --skip-absent full.json");
     command->callback([&context, file, skip] { Download(context, *file, *skip); });
 }
 

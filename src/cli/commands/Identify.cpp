@@ -40,7 +40,8 @@ void Identify(Context& context) {
 } // namespace
 
 void AddIdentify(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("identify", "Tell which keyboard this is and what it has");
+    CLI::App* command =
+        app.add_subcommand("identify", "Tell which keyboard this is and what it has");
     command->footer("Examples:\n"
                     "  qxconf identify\n"
                     "  qxconf --keyboard till.qxk --json identify");

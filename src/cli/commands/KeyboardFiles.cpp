@@ -18,15 +18,16 @@ struct FileKind {
 };
 
 constexpr FileKind kKinds[] = {
-    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile, false},
+    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
+     false},
     {"chipcard", "chipcard reader's program", &QXKeyboardAccess::SaveChipcardRomIntoFile,
      &QXKeyboardAccess::LoadChipcardRomFromFile, true},
     {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
      &QXKeyboardAccess::LoadParameterFromFile, false},
 };
 
-// Lets the driver write a file beside the wanted one, and puts it there when all went well: a driver
-// that fails half-way leaves an earlier file as it was.
+// Lets the driver write a file beside the wanted one, and puts it there when all went well: a
+// driver that fails half-way leaves an earlier file as it was.
 void WriteBeside(const std::string& file, const std::function<void(const std::string&)>& write) {
     const std::filesystem::path part = file + ".part";
     std::error_code error;
@@ -52,8 +53,8 @@ void Transfer(Context& context, const FileKind& kind, bool save, const std::stri
     host::Session& session = context.Keyboard();
     const std::string content = std::string("the ") + kind.content;
     const auto transfer = [&](const std::string& name) {
-        session.Run((save ? "saving " : "loading ") + content + (save ? " into " : " from ") + file +
-                        " failed",
+        session.Run((save ? "saving " : "loading ") + content + (save ? " into " : " from ") +
+                        file + " failed",
                     [&] {
                         if (kind.hasSerialLine)
                             session.Access().SetChipcardRomParameters(line.baudRateIndex,
@@ -68,25 +69,29 @@ void Transfer(Context& context, const FileKind& kind, bool save, const std::stri
     context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
     context.Result({{"direction", direction}, {"content", kind.content}, {"file", file}},
-                   direction + ": " + content + (save ? " saved into " : " loaded from ") + file + "\n");
+                   direction + ": " + content + (save ? " saved into " : " loaded from ") + file +
+                       "\n");
 }
 
 void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool save) {
     const std::string name = save ? "save" : "load";
     const std::string what = std::string("the ") + kind.content;
-    CLI::App* command = parent.add_subcommand(
-        name, save ? "Save " + what + " into a file (keyboard to file)"
-                   : "Load " + what + " from a file (file to keyboard)");
+    CLI::App* command =
+        parent.add_subcommand(name, save ? "Save " + what + " into a file (keyboard to file)"
+                                         : "Load " + what + " from a file (file to keyboard)");
     const auto file = std::make_shared<std::string>();
     const auto line = std::make_shared<SerialLine>();
     command->add_option("FILE", *file, "The file, in the driver's own format")->required();
     if (kind.hasSerialLine) {
         command->add_option("--baud", line->baudRateIndex, "Index of the baud rate (default 0)")
             ->type_name("INDEX");
-        command->add_option("--port", line->comPort, "Serial port (default 2)")->type_name("NUMBER");
+        command->add_option("--port", line->comPort, "Serial port (default 2)")
+            ->type_name("NUMBER");
     }
-    command->footer("Example:\n  qxconf " + std::string(kind.command) + " " + name + " keyboard.bin");
-    command->callback([&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
+    command->footer("Example:\n  qxconf " + std::string(kind.command) + " " + name +
+                    " keyboard.bin");
+    command->callback(
+        [&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
 }
 
 struct Conversion {
@@ -98,9 +103,9 @@ struct Conversion {
 void Convert(Context& context, const Conversion& conversion) {
     QXKeyboardAccess& driver = context.Driver();
     WriteBeside(conversion.destination, [&](const std::string& part) {
-        const Long status = driver.ConvertBinFileToRomFile(
-            conversion.source, part, conversion.parameters[0], conversion.parameters[1],
-            conversion.parameters[2]);
+        const Long status =
+            driver.ConvertBinFileToRomFile(conversion.source, part, conversion.parameters[0],
+                                           conversion.parameters[1], conversion.parameters[2]);
         if (status != 0)
             throw host::Error(host::ErrorKind::TransferFailed,
                               "converting " + conversion.source +
@@ -122,8 +127,8 @@ void AddKeyboardFiles(CLI::App& app, Context& context) {
         AddTransfer(*command, context, kind, true);
         AddTransfer(*command, context, kind, false);
     }
-    CLI::App* convert =
-        app.add_subcommand("convert", "Convert a raw binary file into a program file of the driver");
+    CLI::App* convert = app.add_subcommand(
+        "convert", "Convert a raw binary file into a program file of the driver");
     const auto conversion = std::make_shared<Conversion>();
     convert->add_option("BIN", conversion->source, "The raw binary file")->required();
     convert->add_option("ROM", conversion->destination, "The program file to write")->required();

@@ -15,8 +15,10 @@ constexpr struct {
     PreferenceType type;
     const char* name;
 } kTypes[] = {
-    {PreferenceType::Integer16, "16-bit number"}, {PreferenceType::Long, "32-bit number"},
-    {PreferenceType::Colour, "colour"},           {PreferenceType::Boolean, "Boolean"},
+    {PreferenceType::Integer16, "16-bit number"},
+    {PreferenceType::Long, "32-bit number"},
+    {PreferenceType::Colour, "colour"},
+    {PreferenceType::Boolean, "Boolean"},
     {PreferenceType::String, "text"},
 };
 
@@ -86,7 +88,8 @@ QXProgSettings::Value ParseNumber(const PreferenceInfo& info, const std::string&
 QXProgSettings::Value Parse(const PreferenceInfo& info, const std::string& text) {
     if (info.type == PreferenceType::String)
         return text;
-    return info.type == PreferenceType::Boolean ? ParseBoolean(info, text) : ParseNumber(info, text);
+    return info.type == PreferenceType::Boolean ? ParseBoolean(info, text)
+                                                : ParseNumber(info, text);
 }
 
 // The preferences as they are stored.
@@ -152,8 +155,9 @@ void Set(Context& context, const std::string& name, const std::string& text) {
 void AddPrefs(CLI::App& app, Context& context) {
     CLI::App* prefs = app.add_subcommand("prefs", "Read and change preferences");
     prefs->require_subcommand(1);
-    prefs->add_subcommand("list", "List all preferences with their types")
-        ->callback([&context] { List(context); });
+    prefs->add_subcommand("list", "List all preferences with their types")->callback([&context] {
+        List(context);
+    });
 
     const auto name = std::make_shared<std::string>();
     const auto value = std::make_shared<std::string>();

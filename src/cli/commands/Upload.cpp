@@ -21,10 +21,12 @@ void Upload(Context& context, const std::string& file) {
 } // namespace
 
 void AddUpload(CLI::App& app, Context& context) {
-    CLI::App* command =
-        app.add_subcommand("upload", "Read the keyboard's settings into a document (keyboard to file)");
+    CLI::App* command = app.add_subcommand(
+        "upload", "Read the keyboard's settings into a document (keyboard to file)");
     const auto file = std::make_shared<std::string>();
-    command->add_option("-o,--output", *file, "Write the document into this file, not to standard output")
+    command
+        ->add_option("-o,--output", *file,
+                     "Write the document into this file, not to standard output")
         ->type_name("FILE");
     command->footer("Never changes the keyboard.\n\nExamples:\n"
                     "  qxconf upload -o till.json\n"

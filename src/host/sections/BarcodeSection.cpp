@@ -47,12 +47,12 @@ public:
             for (const PageName& name : kPages)
                 fields.Object({name.key, name.label}, [&] { VisitPage(fields, name.page); });
         });
-        fields.Array({"readers", "reader"}, kBarcodeReaders, 1,
-                     [&](const Field& field, std::size_t index) {
-                         fields.Object(field, [&] {
-                             VisitFraming(fields, Control().Reader(static_cast<Integer>(index + 1)));
-                         });
-                     });
+        fields.Array(
+            {"readers", "reader"}, kBarcodeReaders, 1, [&](const Field& field, std::size_t index) {
+                fields.Object(field, [&] {
+                    VisitFraming(fields, Control().Reader(static_cast<Integer>(index + 1)));
+                });
+            });
     }
 
 private:
@@ -75,8 +75,9 @@ private:
         if (HasBarcodeConfigBit(ePage, nFlag))
             flag.SetValue(value);
         else if (value != flag.Value())
-            fields.Refuse(field, std::string("the keyboard does not store this flag; it can only be ") +
-                                     (flag.Value() ? "true" : "false"));
+            fields.Refuse(field,
+                          std::string("the keyboard does not store this flag; it can only be ") +
+                              (flag.Value() ? "true" : "false"));
     }
 };
 

@@ -60,7 +60,8 @@ private:
 
     void VisitKey(FieldVisitor& fields, Integer nLayer, Integer nKey) {
         FuncKeyLayer& layer = Control().Layer(nLayer);
-        fields.Sequence({"sequence", "", false}, layer.GetKey(nKey), static_cast<Integer>(kFuncKeySlotSize));
+        fields.Sequence({"sequence", "", false}, layer.GetKey(nKey),
+                        static_cast<Integer>(kFuncKeySlotSize));
         layer.SetKeyDesc(nKey, fields.Text({"description", "description", false},
                                            layer.GetKeyDesc(nKey), kFuncKeyDescLength));
     }

@@ -16,8 +16,9 @@ constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
 constexpr Integer kFirstKey = 1;
 constexpr Integer kLastKey = POSKeyboard::kSlots;
 
-// The keyboard does not store which key of a block is its major one: read back, it is the lowest. So
-// a block stands in the slot of its lowest key here, whichever of its keys a document names first.
+// The keyboard does not store which key of a block is its major one: read back, it is the lowest.
+// So a block stands in the slot of its lowest key here, whichever of its keys a document names
+// first.
 class PosSection : public SectionOf<QXPos> {
 public:
     using SectionOf::SectionOf;
@@ -39,7 +40,8 @@ private:
         constexpr Field kKeys = {"keys", "keys"};
         constexpr Integer kMax = std::numeric_limits<Integer>::max();
         POSBlock block = fields.IsReading() ? POSBlock() : Control().PosData().Block(nSlot);
-        block.SetBlockID(fields.Number({"blockId", "label", false, false}, block.BlockID(), 0, kMax));
+        block.SetBlockID(
+            fields.Number({"blockId", "label", false, false}, block.BlockID(), 0, kMax));
         block.SetColorID(fields.Number({"colorId", "colour", false, false}, block.ColorID(), 0, 9));
         std::vector<Integer> keys =
             fields.Keys(kKeys, KeysOf(block), kFirstKey, kLastKey, [this](Integer nKey) {

@@ -11,7 +11,8 @@ namespace qx::host {
 [[nodiscard]] std::unique_ptr<Section> MakeCommonKeyboardSection(const Platform& platform);
 [[nodiscard]] std::unique_ptr<Section> MakeMagnetCardSection(const Platform& platform);
 [[nodiscard]] std::unique_ptr<Section> MakeBarcodeSection(const Platform& platform);
-[[nodiscard]] std::vector<std::unique_ptr<Section>> MakeFreeProgKeysSections(const Platform& platform);
+[[nodiscard]] std::vector<std::unique_ptr<Section>>
+MakeFreeProgKeysSections(const Platform& platform);
 [[nodiscard]] std::unique_ptr<Section> MakeLayeredFuncKeysSection(const Platform& platform);
 [[nodiscard]] std::unique_ptr<Section> MakePosSection(const Platform& platform);
 

@@ -8,7 +8,8 @@
 
 namespace qx {
 
-// Upper-case hexadecimal without leading zeros; a negative number shows its 32 bits (-1: "FFFFFFFF").
+// Upper-case hexadecimal without leading zeros; a negative number shows its 32 bits (-1:
+// "FFFFFFFF").
 [[nodiscard]] std::string Hex(Long lValue);
 
 [[nodiscard]] std::string_view TrueFalse(bool fValue); // "True" or "False"

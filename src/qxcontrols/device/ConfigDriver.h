@@ -1,15 +1,15 @@
 // ConfigDriver: the link to the device, as the functions of the keyboard's configuration driver.
 //
-// Only QXKeyboardAccess calls it, on the user-interface thread, one call at a time. Every function of
-// DriverFunctions.def is a pure virtual member here, of the same name, arguments and result.
+// Only QXKeyboardAccess calls it, on the user-interface thread, one call at a time. Every function
+// of DriverFunctions.def is a pure virtual member here, of the same name, arguments and result.
 #pragma once
 
 #include <cstdint>
 
 namespace qx {
 
-// The convention by which drivers are called and call back: the platform's own for C, but stdcall on
-// 32-bit Windows.
+// The convention by which drivers are called and call back: the platform's own for C, but stdcall
+// on 32-bit Windows.
 #if defined(_WIN32) && !defined(_WIN64)
 #define QX_DRIVER_CALL __stdcall
 #else
@@ -24,12 +24,13 @@ class ConfigDriver {
 public:
     virtual ~ConfigDriver() = default;
 
-#define QX_DRIVER_FUNCTION(name, parameters, arguments, result) virtual std::int32_t name parameters = 0;
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    virtual std::int32_t name parameters = 0;
 #include "qxcontrols/device/DriverFunctions.def"
 
-    // Hands the driver the function with which to post its progress messages: (hWindow, lMsg, lWhat,
-    // percent done 0 to 100), during a transfer, on the thread that runs it. Optional: a driver that
-    // does not take one posts window messages, or nothing.
+    // Hands the driver the function with which to post its progress messages: (hWindow, lMsg,
+    // lWhat, percent done 0 to 100), during a transfer, on the thread that runs it. Optional: a
+    // driver that does not take one posts window messages, or nothing.
     virtual void QXSIM_SetMessagePoster(MessagePoster /*post*/) {}
 };
 

@@ -53,7 +53,8 @@ void DriverLibrary::Closer::operator()(void* library) const {
 
 DriverLibrary::DriverLibrary(const std::filesystem::path& path) : m_library(Open(path)) {
     if (m_library == nullptr)
-        throw std::runtime_error("cannot load the driver library " + path.string() + ": " + Reason());
+        throw std::runtime_error("cannot load the driver library " + path.string() + ": " +
+                                 Reason());
     m_functions = std::make_unique<Functions>();
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
     m_functions->name = reinterpret_cast<decltype(Functions::name)>(Required(path, #name));
@@ -80,7 +81,9 @@ DriverLibrary::Address DriverLibrary::Required(const std::filesystem::path& path
 }
 
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
-    std::int32_t DriverLibrary::name parameters { return m_functions->name arguments; }
+    std::int32_t DriverLibrary::name parameters {                                                  \
+        return m_functions->name arguments;                                                        \
+    }
 #include "qxcontrols/device/DriverFunctions.def"
 
 void DriverLibrary::QXSIM_SetMessagePoster(MessagePoster post) {

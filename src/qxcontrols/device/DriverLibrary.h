@@ -13,14 +13,16 @@ public:
     // The library's customary file name on Windows.
     static constexpr const char* kWindowsFileName = "TANDORQX.DLL";
 
-    // Loads the library and looks up every function that the system calls. Throws std::runtime_error
-    // that names the file, and the function that it lacks or the system's reason.
+    // Loads the library and looks up every function that the system calls. Throws
+    // std::runtime_error that names the file, and the function that it lacks or the system's
+    // reason.
     explicit DriverLibrary(const std::filesystem::path& path);
     ~DriverLibrary() override;
     DriverLibrary(const DriverLibrary&) = delete;
     DriverLibrary& operator=(const DriverLibrary&) = delete;
 
-#define QX_DRIVER_FUNCTION(name, parameters, arguments, result) std::int32_t name parameters override;
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    std::int32_t name parameters override;
 #include "qxcontrols/device/DriverFunctions.def"
     void QXSIM_SetMessagePoster(MessagePoster post) override;
 

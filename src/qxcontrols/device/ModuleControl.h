@@ -1,11 +1,11 @@
 // ModuleControl: the contract of all controls that own a block of the keyboard's memory.
 //
 // The host assigns the shared services, which stay alive as long as the control, and drives all
-// controls alike. Upload (keyboard to PC): PrepareDataUpload queues what the control needs, the host
-// runs the transfer, DataUpload decodes the image. Download (PC to keyboard): DataDownload encodes
-// into the image, PrepareDataDownload queues, the host runs the transfer. A control whose module the
-// keyboard lacks transfers nothing. No member reports failure to its caller: it shows a message box
-// where the control says so, and traces.
+// controls alike. Upload (keyboard to PC): PrepareDataUpload queues what the control needs, the
+// host runs the transfer, DataUpload decodes the image. Download (PC to keyboard): DataDownload
+// encodes into the image, PrepareDataDownload queues, the host runs the transfer. A control whose
+// module the keyboard lacks transfers nothing. No member reports failure to its caller: it shows a
+// message box where the control says so, and traces.
 #pragma once
 
 #include "qxcontrols/common/Event.h"

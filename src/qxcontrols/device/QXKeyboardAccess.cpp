@@ -241,8 +241,8 @@ bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Lo
         const char* data = filledUp.empty() ? sData.data() : filledUp.data();
         status = m_driver.QXCFG_ImageWrite(lAddress, data, lSize);
     }
-    Trace("WriteIntoMemory : Address = " + Hex(lAddress) + "  Size = " +
-          std::to_string(sData.size()) + " Err = " + std::to_string(status));
+    Trace("WriteIntoMemory : Address = " + Hex(lAddress) +
+          "  Size = " + std::to_string(sData.size()) + " Err = " + std::to_string(status));
     return status == 0;
 }
 

@@ -1,9 +1,9 @@
 // QXKeyboardAccess: the service through which everything else reaches the keyboard.
 //
-// The host creates one for a driver, calls Init, and hands it to every module control. It alone calls
-// the driver, on the thread of its caller. Transfers are allowed after a successful Init; Done is
-// called before the host closes. Members report failure by their result and a trace line, never by an
-// exception, except where they say so.
+// The host creates one for a driver, calls Init, and hands it to every module control. It alone
+// calls the driver, on the thread of its caller. Transfers are allowed after a successful Init;
+// Done is called before the host closes. Members report failure by their result and a trace line,
+// never by an exception, except where they say so.
 #pragma once
 
 #include "qxcontrols/common/Event.h"

@@ -1,12 +1,9 @@
 #include "qxcontrols/keys/KeySequence.h"
 
-#include "qxcontrols/common/Text.h"
-
 #include <algorithm>
-#include <charconv>
+#include <array>
 #include <limits>
 #include <stdexcept>
-#include <string_view>
 
 namespace qx {
 
@@ -14,11 +11,36 @@ namespace {
 
 constexpr std::size_t kField = KeySequence::kFieldWidth;
 
-std::string Field(Integer nValue) {
-    const std::string digits = std::to_string(nValue);
-    if (digits.size() > kField)
-        throw std::invalid_argument("key code " + digits + " does not fit three characters");
-    return std::string(kField - digits.size(), ' ') + digits;
+using FieldText = std::array<char, kField>;
+
+constexpr FieldText MakeField(Integer nValue) {
+    FieldText field = {' ', ' ', ' '};
+    std::size_t at = kField;
+    int rest = nValue < 0 ? -nValue : nValue;
+    do {
+        field[--at] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (nValue < 0)
+        field[--at] = '-';
+    return field;
+}
+
+// The fields of the codes that keyboards store: whole keyboards are decoded code by code.
+constexpr auto kStoredFields = [] {
+    std::array<FieldText, 256> fields{};
+    for (std::size_t code = 0; code < fields.size(); ++code)
+        fields[code] = MakeField(static_cast<Integer>(code));
+    return fields;
+}();
+
+FieldText Field(Integer nValue) {
+    if (nValue >= 0 && nValue <= 255)
+        return kStoredFields[static_cast<std::size_t>(nValue)];
+    if (nValue > 999 || nValue < -99)
+        throw std::invalid_argument("key code " + std::to_string(nValue) +
+                                    " does not fit three characters");
+    return MakeField(nValue);
 }
 
 // A third, rounded to the nearest: a trailing field counts when two of its characters are there.
@@ -32,10 +54,10 @@ Integer CodesIn(std::size_t characters) {
 } // namespace
 
 void KeySequence::AddByte(Integer nValue) {
-    const std::string field = Field(nValue);
+    const FieldText field = Field(nValue);
     if (m_length == std::numeric_limits<Integer>::max())
         throw std::overflow_error("a sequence of more than 32767 key codes");
-    m_keyString += field;
+    m_keyString.append(field.data(), field.size());
     ++m_length;
 }
 
@@ -68,12 +90,15 @@ void KeySequence::CopyContent(const KeySequence* oSource) {
 }
 
 Integer CodeAt(const std::string& sKeyString, std::size_t offset) {
-    if (offset >= sKeyString.size())
-        return 0;
-    const std::string_view digits = TrimLeft(std::string_view(sKeyString).substr(offset, kField));
-    Integer code = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), code);
-    return code;
+    const std::size_t end = std::min(offset + kField, sKeyString.size());
+    std::size_t at = offset;
+    while (at < end && sKeyString[at] == ' ')
+        ++at;
+    const bool isNegative = at < end && sKeyString[at] == '-';
+    int code = 0;
+    for (at += isNegative ? 1 : 0; at < end && sKeyString[at] >= '0' && sKeyString[at] <= '9'; ++at)
+        code = 10 * code + (sKeyString[at] - '0');
+    return static_cast<Integer>(isNegative ? -code : code);
 }
 
 } // namespace qx

@@ -1,9 +1,9 @@
 // QXLayoutDisplay: the keyboard on the screen, as one button for every position code.
 //
-// It places, labels and colours the buttons from the layout data and from the sequences that its user
-// hands in, and tells which button is clicked. As a setting it shows which keys are programmed; in the
-// sequence editor it shows the key being programmed. The layout and the preferences stay alive as
-// long as the display; without preferences, colours of its own hold.
+// It places, labels and colours the buttons from the layout data and from the sequences that its
+// user hands in, and tells which button is clicked. As a setting it shows which keys are
+// programmed; in the sequence editor it shows the key being programmed. The layout and the
+// preferences stay alive as long as the display; without preferences, colours of its own hold.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"

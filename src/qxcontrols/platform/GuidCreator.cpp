@@ -63,8 +63,8 @@ std::optional<Guid> GuidFromText(std::string_view sText) {
                 return std::nullopt;
             continue;
         }
-        const char upper = sText[i] >= 'a' && sText[i] <= 'f' ? static_cast<char>(sText[i] - 'a' + 'A')
-                                                              : sText[i];
+        const char upper =
+            sText[i] >= 'a' && sText[i] <= 'f' ? static_cast<char>(sText[i] - 'a' + 'A') : sText[i];
         const auto digit = kDigits.find(upper);
         if (digit == std::string_view::npos)
             return std::nullopt;

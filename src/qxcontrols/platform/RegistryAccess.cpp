@@ -40,8 +40,7 @@ Long MemoryRegistry::ReadNumber(std::string_view sName, Long lDefault) {
 
 std::string MemoryRegistry::ReadString(std::string_view sName, std::string_view sDefault) {
     const auto found = m_values.find(KeyOf(sName));
-    const auto* text =
-        found == m_values.end() ? nullptr : std::get_if<std::string>(&found->second);
+    const auto* text = found == m_values.end() ? nullptr : std::get_if<std::string>(&found->second);
     return text != nullptr ? *text : std::string(sDefault);
 }
 

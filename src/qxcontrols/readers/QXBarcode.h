@@ -63,9 +63,9 @@ public:
                                                                    // sNewSeq (sCurrSeq)
     Event<const std::string&, bool&, std::string&> EditTerminator; // never raised: EditHeader
                                                                    // stands for both
-    Event<bool&> RemoveHeader;     // fRemoveIt (false)
-    Event<bool&> RemoveTerminator; // fRemoveIt (false)
-    Event<bool&> AdvanceEdit;      // fEdit (false)
+    Event<bool&> RemoveHeader;                                     // fRemoveIt (false)
+    Event<bool&> RemoveTerminator;                                 // fRemoveIt (false)
+    Event<bool&> AdvanceEdit;                                      // fEdit (false)
 
     [[nodiscard]] Long TransferSize(bool LoadInKeyboard) const override;
     void DefaultValues() override;
