@@ -10,6 +10,9 @@ namespace qx::cli {
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction);
 
+// Rows of cells as lines, with the cells of each column below one another.
+[[nodiscard]] std::string AlignedText(const std::vector<std::vector<std::string>>& rows);
+
 // "3 settings", "1 setting".
 [[nodiscard]] std::string Counted(std::size_t count, const std::string& noun);
 

@@ -27,6 +27,8 @@ void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
     setting.place = m_place + "/" + std::string(field.key);
     setting.name = Joined(m_name, field.label);
     setting.value = std::move(value);
+    setting.row = m_row;
+    setting.column = field.label.empty() ? field.key : field.label;
     setting.isSequence = isSequence;
     setting.isStored = field.stored;
 }
@@ -43,7 +45,8 @@ void FieldLister::Within(std::string_view key, std::string_view label,
 }
 
 bool FieldLister::Flag(const Field& field, bool fValue) {
-    Add(field, fValue ? "on" : "off");
+    if (field.stored) // a switch that nothing stores tells people nothing
+        Add(field, fValue ? "on" : "off");
     return fValue;
 }
 
@@ -108,8 +111,10 @@ void FieldLister::List(const FieldList& list) {
         std::string key(list.field.key);
         for (const Integer number : id)
             key += "[" + std::to_string(number) + "]";
-        Within(key, list.elementLabel(id), [&] { list.visit(id); });
+        m_row = list.elementLabel(id);
+        Within(key, m_row, [&] { list.visit(id); });
     }
+    m_row.clear();
 }
 
 } // namespace qx::host

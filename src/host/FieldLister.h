@@ -15,6 +15,8 @@ struct Setting {
         place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
     std::string name;
     std::string value;
+    std::string row;    // the element of a list that it belongs to, "layer 0 key 3", or empty
+    std::string column; // its name within that element
     bool isSequence = false;
     bool isStored = true; // in the keyboard; false for what only documents hold
 };
@@ -45,6 +47,7 @@ private:
     std::vector<Setting>& m_settings;
     std::string m_place;
     std::string m_name;
+    std::string m_row;
 };
 
 } // namespace qx::host

@@ -1,5 +1,7 @@
 #include "cli/commands/Commands.h"
 
+#include "cli/Output.h"
+
 #include "host/JsonFieldWriter.h"
 #include "qxcontrols/common/Text.h"
 
@@ -19,9 +21,10 @@ void Identify(Context& context) {
     std::vector<host::Setting> settings;
     host::FieldLister lister("keyboard", "", nullptr, settings);
     info.Visit(lister);
-    std::string text;
+    std::vector<std::vector<std::string>> rows;
     for (const host::Setting& setting : settings)
-        text += setting.name + ": " + setting.value + "\n";
+        rows.push_back({setting.name, setting.value});
+    std::vector<std::vector<std::string>> modules = {{"module", "", "address"}};
 
     for (Integer i = 1; i <= access.DirectorySize(); ++i) {
         const ConfigDirEntry& entry = *access.DirectoryItem(i);
@@ -29,12 +32,12 @@ void Identify(Context& context) {
         directory.push_back({{"module", static_cast<Long>(entry.ModuleType())},
                              {"name", name},
                              {"address", entry.StartAddress()}});
-        text += "module " + std::to_string(entry.ModuleType()) + " " + name + " at address " +
-                std::to_string(entry.StartAddress()) + " (" + Hex(entry.StartAddress()) +
-                " hexadecimal)\n";
+        modules.push_back({std::to_string(entry.ModuleType()), name,
+                           std::to_string(entry.StartAddress()) + " (" + Hex(entry.StartAddress()) +
+                               " hexadecimal)"});
     }
     context.CloseKeyboard();
-    context.Result(json, text);
+    context.Result(json, "keyboard\n" + AlignedText(rows) + "\ndirectory\n" + AlignedText(modules));
 }
 
 } // namespace

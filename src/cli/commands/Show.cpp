@@ -1,5 +1,7 @@
 #include "cli/commands/Commands.h"
 
+#include "cli/Output.h"
+
 #include <algorithm>
 #include <memory>
 
@@ -7,21 +9,25 @@ namespace qx::cli {
 
 namespace {
 
-// How wide the text is on a screen, near enough: its UTF-8 characters.
-std::size_t Width(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<Byte>(c) & 0xC0U) != 0x80U; }));
-}
-
-std::string Table(const std::vector<host::Setting>& settings) {
-    std::size_t widest = 0;
-    for (const host::Setting& setting : settings)
-        widest = std::max(widest, Width(setting.name));
-    std::string text;
-    for (const host::Setting& setting : settings)
-        text += setting.name + std::string(widest - Width(setting.name) + 2, ' ') + setting.value +
-                "\n";
-    return text;
+// The settings of one section: plain ones line by line, the elements of lists as a table.
+std::string SectionText(const std::vector<host::Setting>& settings) {
+    std::vector<std::vector<std::string>> plain;
+    std::vector<std::vector<std::string>> table = {{""}};
+    for (const host::Setting& setting : settings) {
+        if (setting.row.empty()) {
+            plain.push_back({setting.name, setting.value});
+            continue;
+        }
+        auto column = std::find(table[0].begin(), table[0].end(), setting.column);
+        const auto index = static_cast<std::size_t>(column - table[0].begin());
+        if (column == table[0].end())
+            table[0].push_back(setting.column);
+        if (table.back()[0] != setting.row)
+            table.push_back({setting.row});
+        table.back().resize(std::max(table.back().size(), index + 1));
+        table.back()[index] = setting.value;
+    }
+    return AlignedText(plain) + (table.size() > 1 ? AlignedText(table) : "");
 }
 
 std::vector<host::Section*> Chosen(Context& context, const host::Configuration& configuration,
@@ -47,13 +53,18 @@ void Show(Context& context, const std::string& key) {
     const auto sections = Chosen(context, *configuration, key);
     context.Keyboard().Upload(sections);
     context.CloseKeyboard();
-    const auto settings = configuration->List(sections);
 
     host::Json json = {{"settings", host::Json::array()}};
-    for (const host::Setting& setting : settings)
-        json["settings"].push_back(
-            {{"place", setting.place}, {"setting", setting.name}, {"value", setting.value}});
-    context.Result(json, Table(settings));
+    std::string text;
+    for (host::Section* section : sections) {
+        const auto settings = configuration->List({section});
+        for (const host::Setting& setting : settings)
+            json["settings"].push_back(
+                {{"place", setting.place}, {"setting", setting.name}, {"value", setting.value}});
+        text += std::string(text.empty() ? "" : "\n").append(section->Info().key) + "\n" +
+                SectionText(settings);
+    }
+    context.Result(json, text);
 }
 
 } // namespace

@@ -69,10 +69,11 @@ private:
     }
 
     // A flag that the keyboard does not store can only have the value that an upload gives it.
-    void VisitFlag(FieldVisitor& fields, const Field& field, BarcodePage ePage, Integer nFlag) {
+    void VisitFlag(FieldVisitor& fields, Field field, BarcodePage ePage, Integer nFlag) {
         OptionBool& flag = Control().BitPage(ePage).Flag(nFlag);
+        field.stored = HasBarcodeConfigBit(ePage, nFlag);
         const bool value = fields.Flag(field, flag.Value());
-        if (HasBarcodeConfigBit(ePage, nFlag))
+        if (field.stored)
             flag.SetValue(value);
         else if (value != flag.Value())
             fields.Refuse(field,
