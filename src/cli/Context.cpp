@@ -1,5 +1,6 @@
 #include "cli/Context.h"
 
+#include "cli/PreferenceStore.h"
 #include "files/Files.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
@@ -100,8 +101,10 @@ QXKeyboardLayoutData& Context::Layout() {
     std::string name = options.layout;
     if (name.empty() && m_isOpen && m_driver.layout)
         name = m_driver.layout();
-    if (name.empty())
-        name = std::to_string(kDefaultLanguage);
+    if (name.empty()) {
+        const Integer preferred = PreferenceStore(*this).Settings().PreferedKeyLang();
+        name = std::to_string(preferred != 0 ? preferred : kDefaultLanguage);
+    }
     Long language = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
     const bool isLanguage = error == std::errc() && end == name.data() + name.size();

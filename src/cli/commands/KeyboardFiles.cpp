@@ -1,7 +1,10 @@
 #include "cli/commands/Commands.h"
 
+#include "cli/PreferenceStore.h"
+
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 namespace qx::cli {
 
@@ -43,10 +46,19 @@ void WriteBeside(const std::string& file, const std::function<void(const std::st
                           "cannot write " + file + ": " + error.message());
 }
 
+// As the options say, or else the preferences.
 struct SerialLine {
-    Integer baudRateIndex = 0;
-    Integer comPort = 2;
+    std::optional<Integer> baudRateIndex;
+    std::optional<Integer> comPort;
 };
+
+void SetSerialLine(Context& context, const SerialLine& line) {
+    PreferenceStore preferences(context);
+    const QXProgSettings& settings = preferences.Settings();
+    context.Keyboard().Access().SetChipcardRomParameters(
+        line.baudRateIndex.value_or(settings.ChipcardBaudrate()),
+        line.comPort.value_or(settings.ChipcardPort()));
+}
 
 void Transfer(Context& context, const FileKind& kind, bool save, const std::string& file,
               const SerialLine& line) {
@@ -57,8 +69,7 @@ void Transfer(Context& context, const FileKind& kind, bool save, const std::stri
                         file + " failed",
                     [&] {
                         if (kind.hasSerialLine)
-                            session.Access().SetChipcardRomParameters(line.baudRateIndex,
-                                                                      line.comPort);
+                            SetSerialLine(context, line);
                         (void)(session.Access().*(save ? kind.save : kind.load))(name);
                     });
     };
@@ -83,9 +94,11 @@ void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool 
     const auto line = std::make_shared<SerialLine>();
     command->add_option("FILE", *file, "The file, in the driver's own format")->required();
     if (kind.hasSerialLine) {
-        command->add_option("--baud", line->baudRateIndex, "Index of the baud rate (default 0)")
+        command
+            ->add_option("--baud", line->baudRateIndex,
+                         "Index of the baud rate, in place of the preferred one")
             ->type_name("INDEX");
-        command->add_option("--port", line->comPort, "Serial port (default 2)")
+        command->add_option("--port", line->comPort, "Serial port, in place of the preferred one")
             ->type_name("NUMBER");
     }
     command->footer("Example:\n  qxconf " + std::string(kind.command) + " " + name +

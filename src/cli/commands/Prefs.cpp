@@ -1,7 +1,6 @@
 #include "cli/commands/Commands.h"
 
-#include "host/SettingsStore.h"
-#include "qxcontrols/settings/QXProgSettings.h"
+#include "cli/PreferenceStore.h"
 
 #include <charconv>
 #include <cstdio>
@@ -92,35 +91,12 @@ QXProgSettings::Value Parse(const PreferenceInfo& info, const std::string& text)
                                                 : ParseNumber(info, text);
 }
 
-// The preferences as they are stored.
-class Store {
-public:
-    explicit Store(Context& context) : m_store(context.options.settings), settings(m_store) {
-        if (!m_store.DamagedFile().empty())
-            context.Note("the preferences were damaged; the file is kept as " +
-                         m_store.DamagedFile().string() + ", and the defaults hold");
-        settings.Load();
-    }
-
-    void Save() {
-        settings.Save();
-        settings.SaveWinPos();
-        m_store.Flush();
-    }
-
-private:
-    host::SettingsStore m_store;
-
-public:
-    QXProgSettings settings;
-};
-
 void List(Context& context) {
-    Store store(context);
+    PreferenceStore store(context);
     host::Json json = {{"preferences", host::Json::array()}};
     std::string text;
     for (const PreferenceInfo& info : Preferences()) {
-        const auto value = store.settings.Get(info.property);
+        const auto value = store.Settings().Get(info.property);
         json["preferences"].push_back(
             {{"name", info.property}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}});
         text += std::string(info.property) + " = " + Shown(info, value) + "  (" +
@@ -131,7 +107,7 @@ void List(Context& context) {
 
 void Get(Context& context, const std::string& name) {
     const PreferenceInfo& info = Find(name);
-    const auto value = Store(context).settings.Get(name);
+    const auto value = PreferenceStore(context).Settings().Get(name);
     context.Result({{"name", name}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}},
                    Shown(info, value) + "\n");
 }
@@ -139,9 +115,9 @@ void Get(Context& context, const std::string& name) {
 void Set(Context& context, const std::string& name, const std::string& text) {
     const PreferenceInfo& info = Find(name);
     const auto value = Parse(info, text);
-    Store store(context);
+    PreferenceStore store(context);
     try {
-        store.settings.Set(name, value);
+        store.Settings().Set(name, value);
     } catch (const std::out_of_range&) {
         RefuseValue(info, text, std::string("a ") + NameOf(info.type));
     }
