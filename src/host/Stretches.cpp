@@ -33,10 +33,10 @@ void Stretches::Add(Long address, Long size) {
     m_ends.emplace(start, end);
 }
 
-bool Stretches::Touches(Long address, Long size) const {
+bool Stretches::Contains(Long address, Long size) const {
     const Long end = EndOf(address, size);
-    const auto next = m_ends.lower_bound(end);
-    return end > address && next != m_ends.begin() && std::prev(next)->second > address;
+    const auto next = m_ends.upper_bound(address);
+    return end > address && next != m_ends.begin() && std::prev(next)->second >= end;
 }
 
 std::vector<Stretch> Stretches::List() const {

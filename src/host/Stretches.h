@@ -23,8 +23,9 @@ public:
     void Clear() { m_ends.clear(); }
 
     [[nodiscard]] bool IsEmpty() const { return m_ends.empty(); }
-    [[nodiscard]] bool Touches(Long address, Long size) const; // whether any byte is in the set
-    [[nodiscard]] std::vector<Stretch> List() const;           // by rising address
+    // Whether all these bytes, at least one, are in the set.
+    [[nodiscard]] bool Contains(Long address, Long size) const;
+    [[nodiscard]] std::vector<Stretch> List() const; // by rising address
     // What is in this set and not in the other.
     [[nodiscard]] std::vector<Stretch> Without(const Stretches& other) const;
 

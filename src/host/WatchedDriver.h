@@ -31,7 +31,7 @@ public:
     [[nodiscard]] const Stretches& Written();
     [[nodiscard]] const Stretches& Requested() const { return m_requested; }
 
-    // Accesses that touch this stretch are kept from the driver until EndLeavingOut.
+    // Accesses that lie in this stretch are kept from the driver until EndLeavingOut.
     void LeaveOut(Long address, Long size) { m_leftOut.Add(address, size); }
     void EndLeavingOut() { m_leftOut.Clear(); }
 
@@ -53,7 +53,7 @@ protected:
 
 private:
     [[nodiscard]] bool IsLeftOut(Long address, Long size) const {
-        return !m_leftOut.IsEmpty() && m_leftOut.Touches(address, size);
+        return !m_leftOut.IsEmpty() && m_leftOut.Contains(address, size);
     }
 
     void NoteWritten(Long address, Long size);

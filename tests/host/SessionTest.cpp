@@ -72,7 +72,7 @@ TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
 
 // Without MODULE_GUID the control works with the address -1; nothing of that reaches the driver.
 TEST_F(SessionTest, AKeyboardWithLayersButNoIdentifier) {
-    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_KEYBOARD, 0}};
+    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}};
     driver.memory.assign(test::FakeDriver::kSize, '\x21');
     driver.image.assign(test::FakeDriver::kSize, '\x55');
     Session session(driver);
