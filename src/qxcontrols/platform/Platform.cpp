@@ -10,6 +10,8 @@ struct Defaults {
     MessageBoxes messageBoxes;
     WaitPointer waitPointer;
     GuidCreator guidCreator;
+    FormTimers formTimers;
+    ModalForms modalForms;
 };
 
 Defaults& TheDefaults() {
@@ -22,6 +24,7 @@ Defaults& TheDefaults() {
 Platform::Platform()
     : tickCounter(&TheDefaults().tickCounter), pendingMessages(&TheDefaults().pendingMessages),
       messageBoxes(&TheDefaults().messageBoxes), waitPointer(&TheDefaults().waitPointer),
-      guidCreator(&TheDefaults().guidCreator) {}
+      guidCreator(&TheDefaults().guidCreator), formTimers(&TheDefaults().formTimers),
+      modalForms(&TheDefaults().modalForms) {}
 
 } // namespace qx

@@ -4,8 +4,10 @@
 // these. What it leaves out works by the plain defaults.
 #pragma once
 
+#include "qxcontrols/platform/FormTimer.h"
 #include "qxcontrols/platform/GuidCreator.h"
 #include "qxcontrols/platform/MessageBoxes.h"
+#include "qxcontrols/platform/ModalForms.h"
 #include "qxcontrols/platform/PendingMessages.h"
 #include "qxcontrols/platform/TickCounter.h"
 #include "qxcontrols/platform/WaitPointer.h"
@@ -18,6 +20,8 @@ struct Platform {
     MessageBoxes* messageBoxes;
     WaitPointer* waitPointer;
     GuidCreator* guidCreator;
+    FormTimers* formTimers;
+    ModalForms* modalForms;
 
     Platform(); // the defaults
 };

@@ -1,0 +1,79 @@
+// QXSequencer: opens the sequence editor.
+//
+// A module control's host creates one, hands it the shared services, and calls ShowSequenceEditor
+// when a control asks for an edit. The host shows the form itself, through Platform::modalForms.
+#pragma once
+
+#include "qxcontrols/common/Event.h"
+#include "qxcontrols/keys/frmSequencer.h"
+#include "qxcontrols/platform/Platform.h"
+#include "qxcontrols/readers/ButtonCaption.h"
+
+#include <string>
+#include <utility>
+
+namespace qx {
+
+class QXSequencer {
+public:
+    explicit QXSequencer(const Platform& platform = {});
+    ~QXSequencer();
+    QXSequencer(const QXSequencer&) = delete;
+    QXSequencer& operator=(const QXSequencer&) = delete;
+
+    // The user asks for help.
+    Event<> UserNeedsHelp;
+    void RaiseHelp() { UserNeedsHelp.Raise(); }
+
+    // The shared services; they stay alive as long as this object. Null clears.
+    [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
+    void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
+    void SetKeyboard(QXKeyboardAccess* keyboard) { m_keyboard = keyboard; }
+    void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
+
+    // Lets the user edit the sequence of key nPosCode, at most nMaxLength codes. True when the user
+    // left with OK; sNewSeq is then the new sequence, else it stays as it is. Nothing is shown when
+    // the keyboard refuses position-programming mode. However the editor ends, also by what its
+    // host throws, the keyboard leaves that mode.
+    bool ShowSequenceEditor(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
+                            Integer nMaxLength);
+
+    // Pass texts, key colours and the captions' font size on to the form.
+    void Translate();
+    void ReloadKeySettings();
+    void SetKeyFontSize(Integer nNewSize);
+
+    [[nodiscard]] ButtonCaption& ButtonOK() { return m_buttonOK; }
+    void SetButtonOK(const ButtonCaption& caption) { m_buttonOK = caption; }
+    [[nodiscard]] ButtonCaption& ButtonCancel() { return m_buttonCancel; }
+    void SetButtonCancel(const ButtonCaption& caption) { m_buttonCancel = caption; }
+    [[nodiscard]] ButtonCaption& ButtonCleanLast() { return m_buttonCleanLast; }
+    void SetButtonCleanLast(const ButtonCaption& caption) { m_buttonCleanLast = caption; }
+    [[nodiscard]] ButtonCaption& ButtonCleanAll() { return m_buttonCleanAll; }
+    void SetButtonCleanAll(const ButtonCaption& caption) { m_buttonCleanAll = caption; }
+    [[nodiscard]] const std::string& SequenceCaption() const { return m_sequenceCaption; }
+    void SetSequenceCaption(std::string sText) { m_sequenceCaption = std::move(sText); }
+    [[nodiscard]] const std::string& EditorCaption() const { return m_editorCaption; }
+    void SetEditorCaption(std::string sText) { m_editorCaption = std::move(sText); }
+    [[nodiscard]] const std::string& SequenceSizeMessage() const { return m_sizeMessage; }
+    void SetSequenceSizeMessage(std::string sText) { m_sizeMessage = std::move(sText); }
+    [[nodiscard]] const std::string& ShowDetails() const { return m_showDetails; }
+    void SetShowDetails(std::string sText) { m_showDetails = std::move(sText); }
+    // Whether the editor shows released keys at first.
+    [[nodiscard]] bool DoShowDetails() const { return m_doShowDetails; }
+    void SetDoShowDetails(bool fShow) { m_doShowDetails = fShow; }
+
+private:
+    class Editing;
+
+    Platform m_platform;
+    QXKeyboardLayoutData* m_layout = nullptr;
+    QXKeyboardAccess* m_keyboard = nullptr;
+    const QXProgSettings* m_preferences = nullptr;
+    ButtonCaption m_buttonOK, m_buttonCancel, m_buttonCleanLast, m_buttonCleanAll;
+    std::string m_sequenceCaption, m_editorCaption, m_sizeMessage, m_showDetails;
+    bool m_doShowDetails = false;
+    frmSequencer m_form;
+};
+
+} // namespace qx

@@ -1,0 +1,111 @@
+// frmSequencer: the editor in which the user records a key sequence.
+//
+// Codes come from clicks on the on-screen keys and from real keys, which the keyboard reports while
+// it is in position-programming mode and which a timer asks for. The form owns the sequence while
+// it is edited; the shared objects belong to the QXSequencer that opened it. Its host shows it,
+// closes it on Closed, and calls the Form_ and App_ members as it is activated and left.
+#pragma once
+
+#include "qxcontrols/common/ChildControls.h"
+#include "qxcontrols/keys/QXLayoutDisplay.h"
+#include "qxcontrols/platform/Platform.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+class QXKeyboardAccess;
+class QXSequencer;
+
+class frmSequencer {
+public:
+    explicit frmSequencer(const Platform& platform = {});
+    frmSequencer(const frmSequencer&) = delete;
+    frmSequencer& operator=(const frmSequencer&) = delete;
+
+    // Raised once after any change of what the form shows, and when the user leaves it.
+    Event<> Refreshed;
+    Event<> Closed;
+
+    // What the form works with; null clears.
+    void SetLayoutSource(QXKeyboardLayoutData* layout);
+    void SetPrefSource(const QXProgSettings* preferences);
+    void SetKeyboard(QXKeyboardAccess* keyboard) { m_keyboard = keyboard; }
+    void SetParentSequencer(QXSequencer* parent) { m_parent = parent; }
+
+    // The sequence being edited, as its KeyString.
+    [[nodiscard]] const std::string& KeyString() const { return m_sequence.KeyString(); }
+    void SetKeyString(const std::string& sKeyString);
+    // The most codes allowed, and the key being programmed, which is marked.
+    [[nodiscard]] Integer MaxSeqSize() const { return m_maxSeqSize; }
+    void SetMaxSeqSize(Integer nSize) { m_maxSeqSize = nSize; }
+    void SetCurrProgKey(Integer nPositionCode) { layoutDisplay.SetCurrProgKey(nPositionCode); }
+    // Whether the user left with OK.
+    [[nodiscard]] bool OK() const { return m_ok; }
+
+    // Shows the parent's texts, the keys and the sequence.
+    void PrepareDisplay();
+    void DisplayCurrentSeq();
+    // Appends a code, or shows the size message when the sequence is full.
+    void AddCode(Long lCode);
+    void RemoveLastCode();
+    void RemoveAllCodes();
+    void ShowSizeMsg();
+    void HideSizeMsg();
+    void LeaveWithOK();
+    void LeaveWithCancel();
+
+    // The key scan: every 100 ms the keyboard is asked for the last key pressed.
+    void editor_StartKeyScan();
+    void editor_StopKeyScan();
+
+    // The form's life on the screen.
+    void Form_Load();
+    void Form_Activate();
+    void Form_Deactivate();
+    void Form_Unload();
+    // The host's application comes to the front, and leaves it: in the background the keyboard
+    // types normally.
+    void AppActivate();
+    void AppDeactivate();
+    [[nodiscard]] bool IsActive() const { return m_active; }
+
+    QXLayoutDisplay layoutDisplay;
+    Label lblCaption;  // the form's title
+    Label lblSequence; // above the sequence
+    TextBox txtSequence;
+    Label lblSizeMsg;
+    Label lblRemaining;      // how many codes still fit
+    CheckBox chkShowDetails; // whether released keys are shown too
+    Button cmdOK, cmdCancel;
+    std::array<Button, 2> cmdClean; // last code, all codes
+
+    void cmdOK_Click() { LeaveWithOK(); }
+    void cmdCancel_Click() { LeaveWithCancel(); }
+    void cmdClean_Click(Integer Index);
+    void chkShowDetails_Click() { DisplayCurrentSeq(); }
+    void imgHelp_Click();
+
+private:
+    void tmrSequencer_Timer();
+    void ShowTexts();
+    void ShowSequence();
+    static void TraceForm(std::string_view sProcedure);
+
+    QXKeyboardLayoutData* m_layout = nullptr;
+    QXKeyboardAccess* m_keyboard = nullptr;
+    QXSequencer* m_parent = nullptr;
+    KeySequence m_sequence;
+    Integer m_maxSeqSize = 0;
+    bool m_ok = false;
+    bool m_active = false;
+    bool m_scanning = false;
+    bool m_inBackground = false;
+    std::unique_ptr<FormTimer> m_tmrSequencer;
+    Subscription m_keyClicked;
+};
+
+} // namespace qx

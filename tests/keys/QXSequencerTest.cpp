@@ -1,0 +1,149 @@
+#include "qxcontrols/keys/QXSequencer.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "support/TestKeyboard.h"
+
+#include <stdexcept>
+
+namespace qx::test {
+
+namespace {
+
+// A host whose user does what the test says while the form is on the screen.
+class SequencerTest : public testing::Test, public ModalForms, public FormTimers {
+protected:
+    SequencerTest() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+        sequencer.SetKeyboard(&keyboard.access);
+        sequencer.SetLayoutSource(&layout);
+    }
+
+    void ShowModal(frmSequencer& form) override {
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        form.Form_Activate();
+        user(form);
+        form.Form_Unload();
+    }
+    std::unique_ptr<FormTimer> Create() override {
+        auto created = std::make_unique<FormTimer>();
+        timer = created.get();
+        return created;
+    }
+
+    Platform Services() {
+        Platform platform;
+        platform.modalForms = this;
+        platform.formTimers = this;
+        return platform;
+    }
+
+    // Edits "  5" with room for `most` codes; the new sequence, or "unchanged".
+    std::string Edit(std::function<void(frmSequencer&)> does, Integer most = 10) {
+        user = std::move(does);
+        std::string edited = "unchanged";
+        const bool isNew = sequencer.ShowSequenceEditor(30, "  5", edited, most);
+        EXPECT_EQ(isNew, edited != "unchanged");
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        EXPECT_FALSE(timer->Enabled());
+        return edited;
+    }
+
+    TestKeyboard keyboard{{{MODULE_KEYBOARD, 0x1000}}};
+    QXKeyboardLayoutData layout;
+    FormTimer* timer = nullptr;
+    std::function<void(frmSequencer&)> user;
+    QXSequencer sequencer{Services()};
+};
+
+} // namespace
+
+TEST_F(SequencerTest, ClicksRecordPressAndRelease) {
+    EXPECT_EQ(Edit([](frmSequencer& form) {
+                  form.layoutDisplay.cmdKey_Click(31);
+                  EXPECT_EQ(form.txtSequence.Text, "4 A ");
+                  form.chkShowDetails.Value = 1;
+                  form.chkShowDetails_Click();
+                  EXPECT_EQ(form.txtSequence.Text, "4 A ^A ");
+                  form.cmdOK_Click();
+              }),
+              "  5 31159");
+}
+
+TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
+    keyboard.driver.positionKeys = {-1, 31, -2, 0, 159, 4711};
+    const std::string edited = Edit([&](frmSequencer& form) {
+        const auto refreshed = form.Refreshed.Subscribe(
+            [&] { EXPECT_FALSE(timer->Enabled()) << "a tick may overlap"; });
+        EXPECT_EQ(timer->Interval(), 100);
+        for (int tick = 0; tick < 6; ++tick)
+            timer->Tick();
+        form.Form_Deactivate();
+        timer->Tick();
+        form.Form_Activate();
+        EXPECT_TRUE(timer->Enabled());
+        form.LeaveWithOK();
+    });
+    EXPECT_EQ(edited, "  5 31159");
+    EXPECT_TRUE(keyboard.driver.positionKeys.empty());
+}
+
+TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
+    EXPECT_EQ(Edit(
+                  [](frmSequencer& form) {
+                      form.layoutDisplay.cmdKey_Click(31); // the release does not fit
+                      EXPECT_TRUE(form.lblSizeMsg.Visible);
+                      EXPECT_EQ(form.lblRemaining.Caption, "0");
+                      form.cmdClean_Click(0);
+                      form.AddCode(32);
+                      EXPECT_FALSE(form.lblSizeMsg.Visible);
+                      form.LeaveWithOK();
+                  },
+                  2),
+              "  5 32");
+    EXPECT_EQ(Edit(
+                  [](frmSequencer& form) {
+                      form.cmdClean_Click(1);
+                      form.cmdClean_Click(0); // nothing is left to remove
+                      form.AddCode(32);
+                      EXPECT_TRUE(form.lblSizeMsg.Visible);
+                      form.LeaveWithOK();
+                  },
+                  0),
+              "");
+}
+
+TEST_F(SequencerTest, OtherwiseNothingChanges) {
+    EXPECT_EQ(Edit([](frmSequencer& form) {
+                  form.AddCode(9);
+                  form.cmdCancel_Click();
+              }),
+              "unchanged");
+    EXPECT_EQ(Edit([](frmSequencer& form) { form.AddCode(9); }), "unchanged"); // not answered
+    EXPECT_THROW(Edit([](frmSequencer&) { throw std::runtime_error("the host fails"); }),
+                 std::runtime_error);
+    EXPECT_FALSE(keyboard.driver.positionMode);
+    EXPECT_FALSE(timer->Enabled());
+
+    keyboard.driver.statuses["QXCFG_EnablePositionMode"] = 3;
+    const TraceLog log;
+    EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
+    EXPECT_TRUE(log.Has("UNABLE TO ENABLE POSITION PROG MODE"));
+    sequencer.SetKeyboard(nullptr);
+    EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
+}
+
+TEST_F(SequencerTest, InTheBackgroundTheKeyboardTypes) {
+    Edit([&](frmSequencer& form) {
+        form.AppDeactivate();
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        form.AppActivate();
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        int helped = 0;
+        const auto help = sequencer.UserNeedsHelp.Subscribe([&] { ++helped; });
+        form.imgHelp_Click();
+        EXPECT_EQ(helped, 1);
+    });
+}
+
+} // namespace qx::test
