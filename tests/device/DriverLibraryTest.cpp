@@ -1,0 +1,33 @@
+#include "qxcontrols/device/DriverLibrary.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace qx {
+
+TEST(DriverLibrary, ErrorsNameTheFileAndWhatIsWrong) {
+    const test::TempFolder folder;
+    std::ofstream(folder / "text.so") << "this is no library";
+    const struct {
+        std::string path;
+        std::string reason;
+    } cases[] = {
+        {(folder / "missing.so").string(), "No such file"},
+        {(folder / "text.so").string(), "cannot load the driver library"},
+        {QX_INCOMPLETE_DRIVER, "lacks the function QXCFG_ImageSave"},
+    };
+    for (const auto& each : cases) {
+        std::string message;
+        try {
+            const DriverLibrary library(each.path);
+        } catch (const std::runtime_error& error) {
+            message = error.what();
+        }
+        EXPECT_NE(message.find(each.path), std::string::npos) << message;
+        EXPECT_NE(message.find(each.reason), std::string::npos) << message;
+    }
+}
+
+} // namespace qx
