@@ -43,7 +43,7 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document)
         all.push_back(section.get());
     const ConfigurationDocument before = Write(all);
     std::vector<Fault> faults;
-    const auto read = ReadSections(document, faults);
+    auto read = ReadSections(document, faults);
     if (!faults.empty()) {
         std::vector<Fault> none;
         ReadSections(before, none);

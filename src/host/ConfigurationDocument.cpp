@@ -58,7 +58,7 @@ ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const 
     const Json* format = document.Find("format");
     if (format == nullptr || *format != kFormat)
         Refuse(name, "/format",
-               "not a configuration document: \"format\" is not \"" + std::string(kFormat) + "\"");
+               R"(not a configuration document: "format" is not ")" + std::string(kFormat) + '"');
     const Json* version = document.Find("version");
     if (version == nullptr || !version->is_number_integer())
         Refuse(name, "/version", "the version is not a whole number");

@@ -262,7 +262,8 @@ Status SimulatedDriver::Transfer(const std::string& from, std::string& to) {
         for (Long done = 0; done < request.size && moved < end;) {
             const auto step = static_cast<Long>(
                 std::min<std::int64_t>({kTransferStep, request.size - done, end - moved}));
-            const auto address = static_cast<std::size_t>(request.address + done);
+            const Long start = request.address + done;
+            const auto address = static_cast<std::size_t>(start);
             to.replace(address, static_cast<std::size_t>(step), from, address,
                        static_cast<std::size_t>(step));
             done += step;

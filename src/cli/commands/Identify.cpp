@@ -22,6 +22,7 @@ void Identify(Context& context) {
     host::FieldLister lister("keyboard", "", nullptr, settings);
     info.Visit(lister);
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(settings.size());
     for (const host::Setting& setting : settings)
         rows.push_back({setting.name, setting.value});
     std::vector<std::vector<std::string>> modules = {{"module", "", "address"}};

@@ -21,7 +21,7 @@ extern "C" void OnInterrupt(int) {
 class InterruptWatch {
 public:
     InterruptWatch() : m_previous(std::signal(SIGINT, OnInterrupt)) { interrupted = 0; }
-    ~InterruptWatch() { std::signal(SIGINT, m_previous); }
+    ~InterruptWatch() { (void)std::signal(SIGINT, m_previous); }
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 

@@ -52,7 +52,7 @@ std::string Shown(const PreferenceInfo& info, const QXProgSettings::Value& value
     if (info.type != PreferenceType::Colour)
         return std::to_string(number);
     char hexadecimal[11];
-    std::snprintf(hexadecimal, sizeof hexadecimal, "0x%08X", static_cast<unsigned>(number));
+    (void)std::snprintf(hexadecimal, sizeof hexadecimal, "0x%08X", static_cast<unsigned>(number));
     return hexadecimal;
 }
 

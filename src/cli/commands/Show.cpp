@@ -32,7 +32,7 @@ std::string SectionText(const std::vector<host::Setting>& settings) {
 
 std::vector<host::Section*> Chosen(Context& context, const host::Configuration& configuration,
                                    const std::string& key) {
-    const auto present = context.Keyboard().SectionsIn(configuration);
+    auto present = context.Keyboard().SectionsIn(configuration);
     if (key.empty())
         return present;
     host::Section* section = configuration.Find(key);

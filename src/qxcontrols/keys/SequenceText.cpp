@@ -113,8 +113,9 @@ private:
         }
         for (const Long key : keys)
             Add(key, end);
-        for (auto key = keys.rbegin(); key != keys.rend(); ++key)
-            Add(*key + kRelease, end);
+        std::reverse(keys.begin(), keys.end());
+        for (const Long key : keys)
+            Add(key + kRelease, end);
     }
 
     [[nodiscard]] Operand OperandAt(std::size_t place, bool inChord) const {

@@ -68,7 +68,7 @@ std::optional<Guid> GuidFromText(std::string_view sText) {
         const auto digit = kDigits.find(upper);
         if (digit == std::string_view::npos)
             return std::nullopt;
-        bytes[nibble / 2] = static_cast<Byte>(bytes[nibble / 2] << 4U | digit);
+        bytes[nibble / 2] = static_cast<Byte>(std::size_t{bytes[nibble / 2]} << 4U | digit);
         ++nibble;
     }
     return FromBytesInTextOrder(bytes);

@@ -50,7 +50,8 @@ Long RecordStart(Integer nKey) {
 }
 
 Byte ByteOf(std::string_view sBlock, Integer nKey, const Field& field) {
-    return static_cast<Byte>(sBlock[static_cast<std::size_t>(RecordStart(nKey) + field.offset)]);
+    const Long offset = RecordStart(nKey) + field.offset;
+    return static_cast<Byte>(sBlock[static_cast<std::size_t>(offset)]);
 }
 
 void ReadSequence(std::string_view sBlock, Integer nKey, KeySequence& sequence) {

@@ -358,8 +358,9 @@ void QXMagnetCard::AdjustControlsForGivenTrack(Integer nTrack) {
     const bool isListed = TrackToDispatcher(nTrack) != -1;
     for (CheckBox* box : {&chkEnableCurrentTrack, &chkUseThisHeader, &chkUseThisTerminator})
         box->Enabled = isListed;
-    for (Button* button : {&cmdCreate[0], &cmdCreate[1], &cmdRemove[0], &cmdRemove[1]})
-        button->Enabled = isListed;
+    for (auto* buttons : {&cmdCreate, &cmdRemove})
+        for (Button& button : *buttons)
+            button.Enabled = isListed;
     ShowSequences();
 }
 

@@ -10,7 +10,7 @@ namespace qx {
 
 namespace {
 
-constexpr std::string_view kRootPath = "Software\\Tandor\\ConfigurationApp\\";
+constexpr std::string_view kRootPath = R"(Software\Tandor\ConfigurationApp\)";
 constexpr Integer kPosBlocks = 10;
 
 bool Fits(PreferenceType type, Long lValue) {
