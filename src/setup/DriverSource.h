@@ -1,4 +1,4 @@
-// DriverSource: which keyboard the command line works with.
+// DriverSource: which keyboard a program works with.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace qx::cli {
+namespace qx::setup {
 
 // The options that choose a keyboard; empty where not given.
 struct KeyboardChoice {
@@ -28,4 +28,4 @@ struct OpenedDriver {
 // the user's data folder. Throws host::Error.
 [[nodiscard]] OpenedDriver OpenDriver(const KeyboardChoice& choice);
 
-} // namespace qx::cli
+} // namespace qx::setup
