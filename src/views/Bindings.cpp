@@ -94,8 +94,7 @@ void Bindings::Bind(QListWidget* widget, const QString& name, ListBox& child,
                      });
 }
 
-void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child,
-                    const Action& changed) {
+void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed) {
     widget->setObjectName(name);
     OnShow([widget, &child] {
         if (widget->text() != ToQt(child.Text)) // else the cursor stays where it is

@@ -1,8 +1,8 @@
 // Bindings: keep real widgets equal to the child controls of a headless control.
 //
 // A view makes its widgets, binds each to the child that it shows, and calls ShowAll whenever the
-// control has raised Refreshed. What the user changes is stored in the child, and then the control's
-// action of the child's name is called. Showing never calls an action.
+// control has raised Refreshed. What the user changes is stored in the child, and then the
+// control's action of the child's name is called. Showing never calls an action.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
