@@ -26,10 +26,10 @@ bool IsRun(const std::vector<Difference>& differences) {
 } // namespace
 
 History::History(Configuration& configuration) : m_configuration(configuration) {
-    Restart(All(), true);
+    Restart(AllSections(), true);
 }
 
-std::vector<Section*> History::All() const {
+std::vector<Section*> History::AllSections() const {
     std::vector<Section*> all;
     for (const auto& section : m_configuration.Sections())
         all.push_back(section.get());
@@ -37,7 +37,7 @@ std::vector<Section*> History::All() const {
 }
 
 std::vector<Section*> History::Sections() const {
-    std::vector<Section*> sections = All();
+    std::vector<Section*> sections = AllSections();
     std::erase_if(sections, [&](const Section* section) { return !TakesPart(*section); });
     return sections;
 }
@@ -51,10 +51,10 @@ ConfigurationDocument History::Document() const {
 }
 
 void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
-    State start{m_configuration.Write(All()), {}, {}, {}};
+    State start{m_configuration.Write(AllSections()), {}, {}, {}};
     for (const Section* section : sections)
         start.keys.emplace(section->Info().key);
-    m_settings = m_configuration.List(All());
+    m_settings = m_configuration.List(AllSections());
     m_states = {std::move(start)};
     m_present = 0;
     m_saved = isSaved ? 0 : kNowhere;
@@ -63,15 +63,15 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
 
 bool History::Note() {
     const State& before = m_states[m_present];
-    State after{m_configuration.Write(All()), before.keys, {}, {}};
+    State after{m_configuration.Write(AllSections()), before.keys, {}, {}};
     if (after.all.AsJson() == before.all.AsJson())
         return false;
-    for (const Section* section : All()) {
+    for (const Section* section : AllSections()) {
         const auto key = section->Info().key;
         if (*after.all.Find(key) != *before.all.Find(key))
             after.keys.emplace(key);
     }
-    std::vector<Setting> settings = m_configuration.List(All());
+    std::vector<Setting> settings = m_configuration.List(AllSections());
     const auto differences = Compare(m_settings, settings);
     m_settings = std::move(settings);
     after.name = NameOf(differences, "POS");
@@ -111,7 +111,7 @@ void History::Redo() {
 void History::Go(std::size_t to) {
     m_present = to;
     m_configuration.Read(m_states[to].all);
-    m_settings = m_configuration.List(All());
+    m_settings = m_configuration.List(AllSections());
     m_isSealed = true;
 }
 

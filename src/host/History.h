@@ -35,6 +35,7 @@ public:
     void Undo();
     void Redo();
 
+    [[nodiscard]] std::vector<Section*> AllSections() const; // of the configuration
     // The sections that take part, in the configuration's order, and their document.
     [[nodiscard]] std::vector<Section*> Sections() const;
     [[nodiscard]] bool TakesPart(const Section& section) const;
@@ -54,7 +55,6 @@ private:
         std::string place; // of the one number or text that it changed; else empty
     };
 
-    [[nodiscard]] std::vector<Section*> All() const;
     void Push(State state);
     void Go(std::size_t to);
 

@@ -334,6 +334,7 @@ void QXBarcode::ShowOptions() {
         box.Visible = nID < page.OptionNum();
         box.Caption = page.Flag(nID).Caption();
         box.Value = page.Flag(nID).CtlValue();
+        box.Enabled = !isShown || HasBarcodeConfigBit(static_cast<BarcodePage>(m_page), nID);
     }
     const std::array<Integer, 2> sizes{page.MinSize(), page.MaxSize()};
     for (std::size_t i = 0; i < sizes.size(); ++i) {

@@ -81,7 +81,8 @@ public:
     Label lblList;
     ListBox lstPrefGroup; // a page an entry, in the order of their numbers
     // An option page.
-    std::array<CheckBox, BarcodeOptionPage::kFlags> chkBarOption; // those in use are visible
+    // Those in use are visible; what the keyboard does not store is disabled.
+    std::array<CheckBox, BarcodeOptionPage::kFlags> chkBarOption;
     std::array<Slider, 2> slidRange; // the least and the greatest length
     std::array<Label, 2> lblRange;
     std::array<Label, 2> lblCurrSize;
