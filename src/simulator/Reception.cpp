@@ -35,7 +35,16 @@ void Reception::Add(Stretch stretch) {
 }
 
 void Reception::Append(const Reception& later) {
-    stretches.insert(stretches.end(), later.stretches.begin(), later.stretches.end());
+    for (const Stretch& stretch : later.stretches) {
+        const bool isSameKey = !stretches.empty() && stretch.origin == Origin::OrdinaryKey &&
+                               stretches.back().origin == Origin::OrdinaryKey &&
+                               stretches.back().number == stretch.number;
+        if (isSameKey)
+            stretches.back().keys.insert(stretches.back().keys.end(), stretch.keys.begin(),
+                                         stretch.keys.end());
+        else
+            stretches.push_back(stretch);
+    }
     for (const std::string& remark : later.remarks)
         if (std::find(remarks.begin(), remarks.end(), remark) == remarks.end())
             remarks.push_back(remark);

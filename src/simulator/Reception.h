@@ -51,7 +51,7 @@ struct Reception {
 
     // Appends the stretch, unless it is empty.
     void Add(Stretch stretch);
-    // Appends what is received after this.
+    // Appends what is received after this. An ordinary key's release goes to its press.
     void Append(const Reception& later);
 };
 

@@ -20,12 +20,17 @@ using sim::KeyStroke;
 using sim::Reception;
 
 // The strokes as a sequence text. The keys beyond 127, of which no code speaks, send nothing but
-// their own make and break, and so stand alone.
+// their own make and break, and so stand in no sequence.
 std::string KeysText(const std::vector<KeyStroke>& keys, const QXKeyboardLayoutData& layout) {
     constexpr Integer kRelease = 128;
-    if (keys.front().key >= kRelease)
-        return (keys.front().isReleased ? layout.UpCodePrefix() : "") +
-               layout.KeyCaption(keys.front().key);
+    if (keys.front().key >= kRelease) {
+        std::string text;
+        for (const KeyStroke& stroke : keys)
+            text.append(text.empty() ? "" : " ")
+                .append(stroke.isReleased ? layout.UpCodePrefix() : "")
+                .append(layout.KeyCaption(stroke.key));
+        return text;
+    }
     std::vector<Byte> codes;
     for (const KeyStroke& stroke : keys)
         codes.push_back(
@@ -94,7 +99,7 @@ CLI::Validator Characters() {
         [](const std::string& text) {
             return IsWellFormedUtf8(text) ? std::string() : std::string("not UTF-8");
         },
-        "TEXT");
+        "");
 }
 
 void AddKey(CLI::App& parent, Context& context) {
@@ -213,7 +218,7 @@ void AddScan(CLI::App& parent, Context& context) {
     command->add_option("--symbology", options->symbology, "The kind of the code, such as Code39")
         ->required()
         ->type_name("NAME")
-        ->check(CLI::IsMember(names, CLI::ignore_case));
+        ->transform(CLI::IsMember(names, CLI::ignore_case));
     command->add_option("--reader", options->reader, "The reader's input, 1 or 2; 1 unless given")
         ->type_name("N")
         ->check(CLI::Range(Integer{1}, kBarcodeReaders));
