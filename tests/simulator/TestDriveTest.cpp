@@ -116,8 +116,8 @@ void ProgramKeys(Keyboard& keyboard) {
         SetCodes(keys.Sequences().Key(114), {31});
     });
     keyboard.Store<QXPos>([](QXPos& pos) { // position codes 112 and 113; 114; 115; a wide key
-        for (const Integer key : {2, 3})
-            pos.PosData().Block(2).AddKey(key);
+        pos.PosData().Block(2).AddKey(2);
+        pos.PosData().Block(2).AddKey(3);
         pos.PosData().Block(4).AddKey(4);
         SetCodes(pos.PosData().Block(4).Sequence(), {110, 238});
         pos.PosData().Block(7).AddKey(7);
