@@ -184,7 +184,6 @@ Stretch TestDrive::FreeSequence(Integer nPositionCode) const {
         const auto block = Block(module, stored * kFreeProgKeySlotSize);
         if (!block)
             continue;
-        keys.CleanAll();
         DecodeFreeProgKeys(*block, module, keys);
         if (keys.Key(nPositionCode).Length() > 0)
             return {Origin::FreeKey, nPositionCode, 0, StrokesOf(keys.Key(nPositionCode)), {}};

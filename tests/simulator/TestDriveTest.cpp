@@ -123,6 +123,7 @@ void ProgramKeys(Keyboard& keyboard) {
         pos.PosData().Block(7).AddKey(7);
         pos.PosData().Block(7).AddKey(9);
         SetCodes(pos.PosData().Block(7).Sequence(), {43, 171});
+        pos.PosData().Block(93).AddKey(93);
         pos.PosData().Block(94).AddKey(94);
         SetCodes(pos.PosData().Block(94).Sequence(), {61});
     });
