@@ -104,8 +104,8 @@ std::optional<std::string> TestDrive::Block(KeyboardModuleIDs eModule, Long lSiz
     const auto base = m_model.AddressOf(eModule);
     if (!base)
         return std::nullopt;
-    return m_memory.substr(static_cast<std::size_t>(*base + lOffset),
-                           static_cast<std::size_t>(lSize));
+    const Long address = *base + lOffset;
+    return m_memory.substr(static_cast<std::size_t>(address), static_cast<std::size_t>(lSize));
 }
 
 Reception TestDrive::NewReception() const {

@@ -32,6 +32,7 @@ std::string KeysText(const std::vector<KeyStroke>& keys, const QXKeyboardLayoutD
         return text;
     }
     std::vector<Byte> codes;
+    codes.reserve(keys.size());
     for (const KeyStroke& stroke : keys)
         codes.push_back(
             static_cast<Byte>(stroke.key + (stroke.isReleased ? kRelease : Integer{0})));
@@ -95,11 +96,10 @@ Reception PressedAndReleased(Reception pressed, const Reception& released) {
 
 // Data that a card or a code can have.
 CLI::Validator Characters() {
-    return CLI::Validator(
-        [](const std::string& text) {
-            return IsWellFormedUtf8(text) ? std::string() : std::string("not UTF-8");
-        },
-        "");
+    return {[](const std::string& text) {
+                return IsWellFormedUtf8(text) ? std::string() : std::string("not UTF-8");
+            },
+            ""};
 }
 
 void AddKey(CLI::App& parent, Context& context) {
