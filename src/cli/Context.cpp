@@ -1,10 +1,8 @@
 #include "cli/Context.h"
 
 #include "cli/PreferenceStore.h"
-#include "files/Files.h"
-#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "setup/LayoutSource.h"
 
-#include <charconv>
 #include <ostream>
 
 namespace qx::cli {
@@ -12,7 +10,6 @@ namespace qx::cli {
 namespace {
 
 constexpr int kSchema = 1;
-constexpr Long kDefaultLanguage = 1033;
 
 struct KindInfo {
     host::ErrorKind kind;
@@ -97,30 +94,14 @@ void Context::CloseKeyboard() {
 QXKeyboardLayoutData& Context::Layout() {
     if (m_layout)
         return *m_layout;
-    m_layout = std::make_unique<QXKeyboardLayoutData>();
-    const auto folder = options.layouts.empty() ? files::ExecutableFolder().parent_path() /
-                                                      "share" / "qxcontrols" / "layouts"
-                                                : options.layouts;
-    m_layout->SetLayoutPath((folder / "").string());
-
     std::string name = options.layout;
     if (name.empty() && m_isOpen && m_driver.layout)
         name = m_driver.layout();
-    if (name.empty()) {
-        const Integer preferred = PreferenceStore(*this).Settings().PreferedKeyLang();
-        name = std::to_string(preferred != 0 ? preferred : kDefaultLanguage);
-    }
-    Long language = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
-    const bool isLanguage = error == std::errc() && end == name.data() + name.size();
-    const bool opened =
-        isLanguage ? m_layout->OpenLayoutByID(language) : m_layout->OpenLayoutByName(name);
-    if (!opened) {
-        m_layout.reset();
-        throw host::Error(host::ErrorKind::LayoutInvalid, "the keyboard layout " + name +
-                                                              " could not be opened in " +
-                                                              folder.string());
-    }
+    if (name.empty())
+        name = setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang());
+    auto layout = std::make_unique<QXKeyboardLayoutData>();
+    setup::OpenLayout(*layout, options.layouts, name);
+    m_layout = std::move(layout);
     return *m_layout;
 }
 

@@ -4,9 +4,9 @@
 // use, and writes results. Results go to standard output, everything else to standard error.
 #pragma once
 
-#include "cli/DriverSource.h"
 #include "host/Json.h"
 #include "host/Session.h"
+#include "setup/DriverSource.h"
 
 #include <functional>
 #include <iosfwd>
@@ -31,12 +31,12 @@ struct Streams {
 
 // What the command line takes from its surroundings; tests put their own in.
 struct Surroundings {
-    std::function<OpenedDriver(const KeyboardChoice&)> openDriver = OpenDriver;
+    std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver = setup::OpenDriver;
     bool noColor = true;
 };
 
 struct GlobalOptions {
-    KeyboardChoice keyboard;
+    setup::KeyboardChoice keyboard;
     std::filesystem::path layouts;
     std::string layout;
     std::filesystem::path settings;
@@ -94,7 +94,7 @@ private:
     Surroundings m_surroundings;
     std::unique_ptr<NotedMessageBoxes> m_boxes;
     Platform m_platform;
-    OpenedDriver m_driver;
+    setup::OpenedDriver m_driver;
     std::unique_ptr<host::Session> m_session;
     bool m_isOpen = false;
     int m_shownProgress = -1;

@@ -67,9 +67,9 @@ public:
         std::ostringstream out;
         std::ostringstream err;
         cli::Surroundings surroundings;
-        surroundings.openDriver = [&](const cli::KeyboardChoice&) {
+        surroundings.openDriver = [&](const setup::KeyboardChoice&) {
             auto driver = m_driver == Driver::InProcess ? OpenInProcess(fault) : OpenLibrary(fault);
-            cli::OpenedDriver opened;
+            setup::OpenedDriver opened;
             opened.simulated = dynamic_cast<sim::SimulatedDriver*>(driver.get());
             opened.driver = std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites);
             return opened;

@@ -1,11 +1,11 @@
-#include "cli/DriverSource.h"
+#include "setup/DriverSource.h"
 
 #include "files/Files.h"
 #include "host/Error.h"
 #include "qxcontrols/device/DriverLibrary.h"
 #include "simulator/SimulatedDriver.h"
 
-namespace qx::cli {
+namespace qx::setup {
 
 namespace {
 
@@ -76,4 +76,4 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     return opened;
 }
 
-} // namespace qx::cli
+} // namespace qx::setup

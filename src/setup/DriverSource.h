@@ -1,4 +1,4 @@
-// DriverSource: which keyboard the command line works with.
+// DriverSource: which keyboard a program works with.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
@@ -12,7 +12,7 @@ namespace qx::sim {
 class SimulatedDriver;
 }
 
-namespace qx::cli {
+namespace qx::setup {
 
 // The options that choose a keyboard; empty where not given.
 struct KeyboardChoice {
@@ -33,4 +33,4 @@ struct OpenedDriver {
 // the user's data folder. Throws host::Error.
 [[nodiscard]] OpenedDriver OpenDriver(const KeyboardChoice& choice);
 
-} // namespace qx::cli
+} // namespace qx::setup

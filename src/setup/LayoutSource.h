@@ -1,0 +1,24 @@
+// LayoutSource: which keyboard layout a program shows keys with.
+#pragma once
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace qx::setup {
+
+// The folder of the layouts that come with the program.
+[[nodiscard]] std::filesystem::path ShippedLayouts();
+
+// Opens a layout of the folder (of the shipped ones when that is empty). `name` is a file name or
+// the number of a language. Throws host::Error(LayoutInvalid) and leaves `layout` as it was.
+void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
+                const std::string& name);
+
+// The layout's name for a preference: its language where one is preferred, else English of the
+// United States.
+[[nodiscard]] std::string PreferredLayout(Integer nPreferedKeyLang);
+
+} // namespace qx::setup
