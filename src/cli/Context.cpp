@@ -81,6 +81,11 @@ QXKeyboardAccess& Context::Driver() {
     return m_session->Access();
 }
 
+sim::SimulatedDriver* Context::Simulated() {
+    static_cast<void>(Driver());
+    return m_driver.simulated;
+}
+
 void Context::CloseKeyboard() {
     if (m_session)
         m_session->Close();

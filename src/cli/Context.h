@@ -60,6 +60,8 @@ public:
     [[nodiscard]] host::Session& Keyboard();
     // The driver without start-up, for what needs no keyboard.
     [[nodiscard]] QXKeyboardAccess& Driver();
+    // The simulated keyboard, not started up by this; null when the driver is another.
+    [[nodiscard]] sim::SimulatedDriver* Simulated();
     // Gives the keyboard back, where one was opened. Throws host::Error.
     void CloseKeyboard();
 
