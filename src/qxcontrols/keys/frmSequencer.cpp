@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace qx {
 
@@ -18,6 +19,12 @@ constexpr Long kRelease = 128;     // added to a key's code when it goes up
 
 bool IsKeyPressed(Long lCode) {
     return lCode != 0 && lCode != -1 && lCode != -2;
+}
+
+Integer ToInteger(Long lCode) {
+    if (!std::in_range<Integer>(lCode))
+        throw std::invalid_argument("key code " + std::to_string(lCode) + " does not fit 16 bits");
+    return static_cast<Integer>(lCode);
 }
 
 } // namespace
@@ -75,6 +82,7 @@ void frmSequencer::ShowTexts() {
 }
 
 void frmSequencer::DisplayCurrentSeq() {
+    TraceForm("DisplayCurrentSeq");
     ShowSequence();
     Refreshed.Raise();
 }
@@ -92,9 +100,9 @@ void frmSequencer::AddCode(Long lCode) {
         ShowSizeMsg();
         return;
     }
-    try {
-        m_sequence.AddByte(static_cast<Integer>(lCode));
-    } catch (const std::invalid_argument& error) { // a keyboard may report anything
+    try { // a keyboard may report anything
+        m_sequence.AddByte(ToInteger(lCode));
+    } catch (const std::invalid_argument& error) {
         TraceForm(std::string("AddCode: ") + error.what());
     }
     lblSizeMsg.Visible = false;
@@ -116,11 +124,13 @@ void frmSequencer::RemoveAllCodes() {
 }
 
 void frmSequencer::ShowSizeMsg() {
+    TraceForm("ShowSizeMsg");
     lblSizeMsg.Visible = true;
     Refreshed.Raise();
 }
 
 void frmSequencer::HideSizeMsg() {
+    TraceForm("HideSizeMsg");
     lblSizeMsg.Visible = false;
     Refreshed.Raise();
 }
@@ -140,6 +150,7 @@ void frmSequencer::LeaveWithCancel() {
 void frmSequencer::editor_StartKeyScan() {
     TraceForm("editor_StartKeyScan");
     m_scanning = true;
+    m_inBackground = false; // a host may deactivate the form as it closes it
     m_tmrSequencer->SetEnabled(true);
 }
 
