@@ -1,5 +1,8 @@
 #include "simulator/Reception.h"
 
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/SequenceText.h"
+
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -59,6 +62,28 @@ std::string OriginText(const Stretch& stretch) {
         if (name.origin == stretch.origin)
             text.append(name.before).append(std::to_string(stretch.number)).append(name.after);
     return text;
+}
+
+std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {
+    constexpr Integer kRelease = 128;
+    if (stretch.keys.empty())
+        return "\"" + stretch.data + "\"";
+    // The keys beyond 127, of which no code speaks, send nothing but their own make and break, and
+    // so stand in no sequence.
+    if (stretch.keys.front().key >= kRelease) {
+        std::string text;
+        for (const KeyStroke& stroke : stretch.keys)
+            text.append(text.empty() ? "" : " ")
+                .append(stroke.isReleased ? layout.UpCodePrefix() : "")
+                .append(layout.KeyCaption(stroke.key));
+        return text;
+    }
+    std::vector<Byte> codes;
+    codes.reserve(stretch.keys.size());
+    for (const KeyStroke& stroke : stretch.keys)
+        codes.push_back(
+            static_cast<Byte>(stroke.key + (stroke.isReleased ? kRelease : Integer{0})));
+    return SequenceToText(codes, layout);
 }
 
 } // namespace qx::sim

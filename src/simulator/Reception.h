@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+namespace qx {
+class QXKeyboardLayoutData;
+}
+
 namespace qx::sim {
 
 // A key that the PC sees pressed (its make code) or released (its break code).
@@ -57,5 +61,7 @@ struct Reception {
 
 // "header of track 2", "layer 3 key 5", "ordinary key 31".
 [[nodiscard]] std::string OriginText(const Stretch& stretch);
+// The strokes as a sequence text with the layout's captions, or the data in quotes.
+[[nodiscard]] std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout);
 
 } // namespace qx::sim

@@ -4,7 +4,6 @@
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/keys/SequenceText.h"
 #include "qxcontrols/pos/POSKeyboard.h"
 #include "simulator/SimulatedDriver.h"
 #include "simulator/TestDrive.h"
@@ -19,33 +18,10 @@ namespace {
 using sim::KeyStroke;
 using sim::Reception;
 
-// The strokes as a sequence text. The keys beyond 127, of which no code speaks, send nothing but
-// their own make and break, and so stand in no sequence.
-std::string KeysText(const std::vector<KeyStroke>& keys, const QXKeyboardLayoutData& layout) {
-    constexpr Integer kRelease = 128;
-    if (keys.front().key >= kRelease) {
-        std::string text;
-        for (const KeyStroke& stroke : keys)
-            text.append(text.empty() ? "" : " ")
-                .append(stroke.isReleased ? layout.UpCodePrefix() : "")
-                .append(layout.KeyCaption(stroke.key));
-        return text;
-    }
-    std::vector<Byte> codes;
-    codes.reserve(keys.size());
-    for (const KeyStroke& stroke : keys)
-        codes.push_back(
-            static_cast<Byte>(stroke.key + (stroke.isReleased ? kRelease : Integer{0})));
-    return SequenceToText(codes, layout);
-}
-
 std::string TextOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
     std::vector<std::vector<std::string>> rows;
-    for (const sim::Stretch& stretch : reception.stretches) {
-        rows.push_back({OriginText(stretch), stretch.keys.empty()
-                                                 ? "\"" + stretch.data + "\""
-                                                 : KeysText(stretch.keys, layout)});
-    }
+    for (const sim::Stretch& stretch : reception.stretches)
+        rows.push_back({OriginText(stretch), ContentText(stretch, layout)});
     std::string text = std::string("the PC receives") + (rows.empty() ? " nothing\n" : "\n");
     text += AlignedText(rows);
     if (!rows.empty() && reception.outputDelay)
