@@ -32,6 +32,14 @@ void Bindings::Bind(QLabel* widget, const QString& name, const Label& child) {
     });
 }
 
+void Bindings::Bind(QGroupBox* widget, const QString& name, const Label& child) {
+    widget->setObjectName(name);
+    OnShow([widget, &child] {
+        widget->setTitle(ToQt(child.Caption));
+        widget->setVisible(child.Visible);
+    });
+}
+
 void Bindings::Bind(QCheckBox* widget, const QString& name, CheckBox& child,
                     const Action& clicked) {
     widget->setObjectName(name);
@@ -94,8 +102,7 @@ void Bindings::Bind(QListWidget* widget, const QString& name, ListBox& child,
                      });
 }
 
-void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child,
-                    const Action& changed) {
+void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed) {
     widget->setObjectName(name);
     OnShow([widget, &child] {
         if (widget->text() != ToQt(child.Text)) // else the cursor stays where it is

@@ -1,14 +1,15 @@
 // Bindings: keep real widgets equal to the child controls of a headless control.
 //
 // A view makes its widgets, binds each to the child that it shows, and calls ShowAll whenever the
-// control has raised Refreshed. What the user changes is stored in the child, and then the control's
-// action of the child's name is called. Showing never calls an action.
+// control has raised Refreshed. What the user changes is stored in the child, and then the
+// control's action of the child's name is called. Showing never calls an action.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -35,6 +36,7 @@ public:
 
     // The child outlives the bindings. `name` becomes the widget's object name.
     void Bind(QLabel* widget, const QString& name, const Label& child);
+    void Bind(QGroupBox* widget, const QString& name, const Label& child);
     void Bind(QCheckBox* widget, const QString& name, CheckBox& child, const Action& clicked);
     void Bind(QAbstractButton* widget, const QString& name, const Button& child,
               const Action& clicked);
