@@ -2,17 +2,32 @@
 #pragma once
 
 #include <QListWidget>
+#include <QStyledItemDelegate>
 
 namespace qx::views {
 
 class PageList : public QListWidget {
 public:
     explicit PageList(QWidget* parent = nullptr) : QListWidget(parent) {
+        setItemDelegate(new Roomy(this));
         setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
-        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // entries are shortened instead
+        setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Expanding);
         setMaximumWidth(280);
-        setTextElideMode(Qt::ElideRight);
     }
+
+    [[nodiscard]] QSize minimumSizeHint() const override { return {80, 120}; }
+
+private:
+    // Entries with room around them.
+    class Roomy : public QStyledItemDelegate {
+    public:
+        using QStyledItemDelegate::QStyledItemDelegate;
+        [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                     const QModelIndex& index) const override {
+            return QStyledItemDelegate::sizeHint(option, index) + QSize(16, 8);
+        }
+    };
 };
 
 } // namespace qx::views

@@ -60,6 +60,7 @@ QWidget* QXBarcodeView::MakeOptionPage() {
     auto* sizes = new QGridLayout;
     sizes->setContentsMargins(0, 12, 0, 0);
     sizes->setHorizontalSpacing(12);
+    sizes->setVerticalSpacing(10);
     for (Integer nIndex = 0; nIndex < 2; ++nIndex) {
         const auto i = static_cast<std::size_t>(nIndex);
         auto* caption = new QLabel;
@@ -89,7 +90,7 @@ QWidget* QXBarcodeView::MakeReaderPage() {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(12);
+    column->setSpacing(20);
     auto* hint = new QLabel;
     hint->setWordWrap(true);
     m_bindings.Bind(hint, QStringLiteral("lblHint"), m_control.lblHint);

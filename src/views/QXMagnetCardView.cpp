@@ -29,7 +29,7 @@ QXMagnetCardView::QXMagnetCardView(QXMagnetCard& control, QWidget* parent)
     grid->addLayout(tracks, 1, 0);
     grid->addWidget(MakeTrack(), 1, 1, Qt::AlignTop);
     grid->setColumnStretch(1, 1);
-    grid->setRowStretch(1, 1);
+    grid->setRowStretch(2, 1);
 
     m_refreshed = control.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
     m_bindings.ShowAll();
@@ -57,14 +57,14 @@ QGroupBox* QXMagnetCardView::MakeTrack() {
                     m_control.chkEnableCurrentTrack,
                     [this] { m_control.chkEnableCurrentTrack_Click(); });
 
-    auto* sequences = new QGroupBox;
-    sequences->setFlat(true);
+    auto* sequences = new QLabel;
     m_bindings.Bind(sequences, QStringLiteral("lblHeaderAndTerminator"),
                     m_control.lblHeaderAndTerminator);
     auto* grid = new QGridLayout;
     const SequenceRow header(*grid, 0);
-    grid->setRowMinimumHeight(2, 12);
+    grid->setRowMinimumHeight(2, 8);
     const SequenceRow terminator(*grid, 3);
+    sequences->setBuddy(header.keys);
     m_bindings.Bind(header.use, QStringLiteral("chkUseThisHeader"), m_control.chkUseThisHeader,
                     [this] { m_control.chkUseThisHeader_Click(); });
     m_bindings.Bind(terminator.use, QStringLiteral("chkUseThisTerminator"),
@@ -91,14 +91,12 @@ QGroupBox* QXMagnetCardView::MakeTrack() {
     m_bindings.Bind(details, QStringLiteral("chkShowDetails"), m_control.chkShowDetails,
                     [this] { m_control.chkShowDetails_Click(); });
 
-    auto* inner = new QVBoxLayout(sequences);
-    inner->setSpacing(12);
-    inner->addLayout(grid);
-    inner->addWidget(details);
     auto* column = new QVBoxLayout(group);
-    column->setSpacing(12);
+    column->setSpacing(16);
     column->addWidget(enable);
     column->addWidget(sequences);
+    column->addLayout(grid);
+    column->addWidget(details);
     return group;
 }
 

@@ -84,6 +84,7 @@ SequenceRow::SequenceRow(QGridLayout& grid, int row)
     grid.addWidget(edit, row + 1, 1, Qt::AlignTop);
     grid.addWidget(remove, row + 1, 2, Qt::AlignTop);
     grid.setColumnStretch(0, 1);
+    grid.setVerticalSpacing(6);
 }
 
 void SequenceRow::ShowAccessibleNames() const {
