@@ -6,39 +6,17 @@
 // an accessible object with a name.
 #pragma once
 
-#include <QColor>
-#include <QRectF>
-#include <QString>
+#include "views/KeyPainting.h"
+
+#include <QByteArray>
+#include <QPixmap>
 #include <QWidget>
 
+#include <map>
+#include <tuple>
 #include <vector>
 
-class QPainter;
-
 namespace qx::views {
-
-enum class KeyState { Unused, Empty, Programmed };
-
-struct KeyCap {
-    int index = 0; // the key's number for its owner; different for every key
-    QRectF place;  // in the owner's unit
-    QString caption;
-    QString toolTip;
-    QString name; // for those who hear the screen: "Key 30, A, programmed: Ctrl C"
-    QColor color; // of the cap's top; captions are drawn in black or white, whichever reads better
-    KeyState state = KeyState::Unused;
-    bool isCurrent = false;
-    bool isEnabled = true; // can be picked
-    bool isBold = false;
-};
-
-// Draws the caps into `area` as large as they fit, their proportions kept; pointSize is that of the
-// captions at natural size. `focused` is the index of the cap with the keyboard focus, -1 for none.
-void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
-                  double pointSize, int focused = -1);
-
-// A colour of the preferences, 0x00BBGGRR or, with the top bit set, a system colour's index.
-[[nodiscard]] QColor ToQColor(std::int32_t lColor);
 
 class KeyGrid : public QWidget {
     Q_OBJECT
@@ -50,14 +28,19 @@ public:
     [[nodiscard]] const std::vector<KeyCap>& Keys() const { return m_caps; }
     void SetPointSize(int points);
 
-    // The key that has the keyboard focus, -1 when there is none.
+    // What the keys are called in the owner's program: with "cmdKey", key 30 is "cmdKey_30".
+    void SetKeyName(const char* name) { m_keyName = name; }
+    [[nodiscard]] QString KeyName(int index) const;
+
+    // The key that has the keyboard focus, -1 when there is none; the widget need not have it.
     [[nodiscard]] int FocusKey() const { return m_focusKey; }
-    void SetFocusKey(int index);
+    void SetFocusKey(int index); // an unknown key: none
 
     // Where the key is drawn, in this widget; an empty rectangle for an unknown key.
     [[nodiscard]] QRect KeyRect(int index) const;
     [[nodiscard]] int KeyAt(const QPoint& point) const; // -1 for none
-    // As if the user had picked the key; disabled keys cannot be picked.
+    // As if the user had picked the key, which thereby has the focus; disabled keys cannot be
+    // picked.
     void Pick(int index);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -65,17 +48,51 @@ public:
 
 signals:
     void KeyPicked(int index);
+    // The user or SetFocusKey has moved the focus to another key.
+    void FocusKeyChanged(int index);
 
 protected:
     bool event(QEvent* event) override; // tool tips
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override; // arrows, Home, End, Space, Enter
+    void mouseReleaseEvent(QMouseEvent* event) override; // picks, as a button does
+    void keyPressEvent(QKeyEvent* event) override;       // arrows, Home, End, Space, Enter
 
 private:
+    // Where a key is drawn, and its texts ready to draw.
+    struct Drawn {
+        QRectF rect;
+        std::vector<KeyText> texts;
+    };
+    // Keys that look alike share an image: width, height, colour, state, current, pressed, hovered.
+    using Look = std::tuple<int, int, QRgb, KeyState, bool, bool, bool>;
+
+    void Forget(); // what has been prepared for drawing
+    void Prepare();
+    const QPixmap& BodyImage(const KeyCap& cap, const QSizeF& size);
+    [[nodiscard]] int Row(int index) const; // in m_caps; -1 for none
+    [[nodiscard]] int RowToward(Qt::Key arrow) const;
+    void FocusRow(int row);
+    void UpdateKey(int index);
+    void Hover(int index);
+
     std::vector<KeyCap> m_caps;
+    std::vector<Drawn> m_drawn; // as m_caps; empty until the next drawing
+    std::map<Look, QPixmap> m_images;
+    KeyPlacing m_placing;
+    double m_pixelRatio = 0; // that of what has been prepared
+    QByteArray m_keyName = "key";
     int m_pointSize = 8;
     int m_focusKey = -1;
+    int m_pressedKey = -1;
+    int m_hoveredKey = -1;
+    QPointF m_goal; // the column and the row that arrow keys keep to, in the owner's unit
 };
 
 } // namespace qx::views

@@ -1,0 +1,90 @@
+// KeyPainting: what a key cap looks like, on the screen and on paper.
+//
+// Caps are placed in their owner's unit and scaled to fit; all else is in proportion to the height
+// of a plain key, which is kNaturalKeyHeight at natural size. Colours of marks and texts follow
+// from the cap's own colour.
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QRectF>
+#include <QStaticText>
+#include <QString>
+
+#include <cstdint>
+#include <vector>
+
+class QPainter;
+
+namespace qx::views {
+
+enum class KeyState { Unused, Empty, Programmed };
+
+struct KeyCap {
+    int index = 0; // the key's number for its owner; different for every key
+    QRectF place;  // in the owner's unit
+    QString caption;
+    QString legend; // small, in the upper left corner
+    QString toolTip;
+    QString name; // for those who hear the screen: "Key 30, A, programmed: Ctrl C"
+    QColor color; // of the cap's top; captions are drawn in black or white, whichever reads better
+    KeyState state = KeyState::Unused;
+    bool isCurrent = false;
+    bool isEnabled = true; // can be picked
+    bool isBold = false;
+};
+
+// A colour of the preferences, 0x00BBGGRR or, with the top bit set, a system colour's index.
+[[nodiscard]] QColor ToQColor(std::int32_t lColor);
+
+// Draws the caps into `area` as large as they fit, their proportions kept; pointSize is that of the
+// captions at natural size. `focused` is the index of the cap with the keyboard focus, -1 for none.
+void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
+                  double pointSize, int focused = -1);
+
+inline constexpr double kNaturalKeyHeight = 40; // pixels on a screen of 96 to the inch
+
+// From the owner's unit to where the caps are drawn: in the middle of an area, as large as they
+// fit.
+class KeyPlacing {
+public:
+    KeyPlacing() = default;
+    KeyPlacing(const std::vector<KeyCap>& caps, const QRectF& area, double pixelRatio);
+
+    // The place on whole pixels of the device, so that straight edges are sharp.
+    [[nodiscard]] QRectF Map(const QRectF& place) const;
+    [[nodiscard]] QRectF Board() const { return m_board; }          // around all caps
+    [[nodiscard]] double KeyHeight() const { return m_keyHeight; }  // of a plain key, as drawn
+    [[nodiscard]] double Pixel() const { return 1 / m_pixelRatio; } // the device's
+
+    // The size of the board at natural size.
+    [[nodiscard]] static QSizeF NaturalSize(const std::vector<KeyCap>& caps);
+
+private:
+    double m_scale = 1;
+    double m_pixelRatio = 1;
+    double m_keyHeight = kNaturalKeyHeight;
+    QPointF m_origin;
+    QRectF m_board;
+};
+
+// The steps of drawing a cap, in their order. `rect` is where the placing maps it.
+
+enum class KeyTouch { None, Hovered, Pressed };
+void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
+                  const KeyPlacing& placing, KeyTouch touch = KeyTouch::None);
+
+// A text of a cap, ready to draw many times.
+struct KeyText {
+    QFont font;
+    QStaticText text;
+    QPointF at;
+    QColor color;
+};
+[[nodiscard]] std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap,
+                                            const KeyPlacing& placing, double pointSize);
+void PaintKeyText(QPainter& painter, const KeyText& text);
+
+void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
+
+} // namespace qx::views
