@@ -116,6 +116,67 @@ TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
               "");
 }
 
+TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
+    const auto type = [](frmSequencer& form, const char* text) {
+        form.txtTyped.Text = text;
+        form.txtTyped_Change();
+        return form.ApplyTyped();
+    };
+    EXPECT_EQ(Edit([&](frmSequencer& form) {
+                  EXPECT_EQ(form.txtTyped.Text, "4");
+                  EXPECT_TRUE(type(form, "ctrl+c {158}"));
+                  EXPECT_EQ(form.KeyString(), " 58 48176186158");
+                  EXPECT_EQ(form.txtTyped.Text, "Ctrl C ^C ^Ctrl ^CapsLock");
+              }),
+              "unchanged");
+    EXPECT_EQ(Edit(
+                  [&](frmSequencer& form) {
+                      for (const char* wrong : {"Ctrl+Nonsense", "{256}", "{0}"}) {
+                          EXPECT_FALSE(type(form, wrong)) << wrong;
+                          EXPECT_TRUE(form.lblTypedFault.Visible) << wrong;
+                          EXPECT_EQ(form.txtTyped.Text, wrong);
+                          EXPECT_EQ(form.KeyString(), "  5");
+                      }
+                      form.AddCode(31); // waits until the text is right, as OK does
+                      form.RemoveLastCode();
+                      form.cmdOK_Click();
+                      form.chkShowDetails_Click();
+                      EXPECT_FALSE(form.OK());
+                      EXPECT_EQ(form.txtTyped.Text, "{0}");
+                      form.txtTyped.Text = "B ^B";
+                      form.txtTyped_Change();
+                      EXPECT_FALSE(form.lblTypedFault.Visible);
+                      form.AddCode(31); // comes after what has been typed
+                      EXPECT_EQ(form.KeyString(), " 50178 31");
+                      form.txtTyped.Text = "nonsense";
+                      form.RemoveAllCodes();
+                      EXPECT_EQ(form.txtTyped.Text, "");
+                      EXPECT_FALSE(type(form, "A B C D"));
+                      EXPECT_TRUE(form.lblSizeMsg.Visible);
+                      form.txtTyped.Text = "A B C";
+                      form.cmdOK_Click();
+                  },
+                  3),
+              " 31 50 48");
+}
+
+TEST_F(SequencerTest, WhileTheUserTypesTheKeyboardTypes) {
+    Edit([&](frmSequencer& form) {
+        form.txtTyped_GotFocus();
+        form.Form_Deactivate(); // another window of the program, and back
+        form.Form_Activate();
+        form.AppDeactivate();
+        form.AppActivate();
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        EXPECT_FALSE(timer->Enabled());
+        form.txtTyped_LostFocus();
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        EXPECT_TRUE(timer->Enabled());
+        form.txtTyped_GotFocus(); // and leaves from there
+    });
+    Edit([&](frmSequencer&) { EXPECT_TRUE(timer->Enabled()); });
+}
+
 TEST_F(SequencerTest, OtherwiseNothingChanges) {
     EXPECT_EQ(Edit([](frmSequencer& form) {
                   form.AddCode(9);

@@ -5,6 +5,7 @@
 #include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXSequencer.h"
+#include "qxcontrols/keys/SequenceText.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -27,6 +28,20 @@ Integer ToInteger(Long lCode) {
     return static_cast<Integer>(lCode);
 }
 
+// The sequence as text that can be edited; nothing when a code is none that a text can name.
+std::string EditableText(const KeySequence& sequence, const QXKeyboardLayoutData* layout) {
+    if (layout == nullptr)
+        return {};
+    std::vector<Byte> codes;
+    for (Integer i = 1; i <= sequence.Length(); ++i) {
+        const Integer code = sequence.GetPositionCode(i);
+        if (code < 0 || code > 255)
+            return {};
+        codes.push_back(static_cast<Byte>(code));
+    }
+    return SequenceToText(codes, *layout);
+}
+
 } // namespace
 
 frmSequencer::frmSequencer(const Platform& platform)
@@ -39,6 +54,7 @@ frmSequencer::frmSequencer(const Platform& platform)
     m_tmrSequencer->SetInterval(kScanInterval);
     m_tmrSequencer->SetHandler([this] { tmrSequencer_Timer(); });
     lblSizeMsg.Visible = false;
+    lblTypedFault.Visible = false;
     Form_Load();
 }
 
@@ -57,6 +73,7 @@ void frmSequencer::SetPrefSource(const QXProgSettings* preferences) {
 
 void frmSequencer::SetKeyString(const std::string& sKeyString) {
     m_sequence.SetKeyString(sKeyString);
+    ForgetTyped();
     m_ok = false;
 }
 
@@ -92,10 +109,84 @@ void frmSequencer::ShowSequence() {
                                            : m_layout->ConvertKeyStringIntoTextStringUseUpcodes(
                                                  m_sequence.KeyString(), chkShowDetails.Value == 1);
     lblRemaining.Caption = std::to_string(std::max(0, m_maxSeqSize - m_sequence.Length()));
+    txtTyped.Enabled = m_layout != nullptr;
+    const bool isPending = txtTyped.Text != m_typedAsIs;
+    m_typedAsIs = EditableText(m_sequence, m_layout);
+    if (!isPending)
+        txtTyped.Text = m_typedAsIs;
+}
+
+void frmSequencer::ForgetTyped() {
+    txtTyped.Text = m_typedAsIs;
+    ShowTypedFault({});
+}
+
+void frmSequencer::ShowTypedFault(const std::string& sFault) {
+    lblTypedFault.Caption = sFault;
+    lblTypedFault.Visible = !sFault.empty();
+}
+
+bool frmSequencer::TakeTyped() {
+    if (m_layout == nullptr || txtTyped.Text == m_typedAsIs)
+        return true;
+    KeySequence typed;
+    try {
+        for (const Byte code : ParseSequenceText(txtTyped.Text, *m_layout)) {
+            if (code == 0)
+                throw std::invalid_argument("code 0 would end the sequence in the keyboard");
+            typed.AddByte(code);
+        }
+    } catch (const std::logic_error& error) {
+        ShowTypedFault(error.what());
+        return false;
+    }
+    lblSizeMsg.Visible = typed.Length() > m_maxSeqSize;
+    if (lblSizeMsg.Visible)
+        return false;
+    m_sequence.SetKeyString(typed.KeyString());
+    ForgetTyped();
+    ShowSequence();
+    return true;
+}
+
+bool frmSequencer::ApplyTyped() {
+    TraceForm("ApplyTyped");
+    const bool isTaken = TakeTyped();
+    Refreshed.Raise();
+    return isTaken;
+}
+
+void frmSequencer::txtTyped_Change() {
+    if (!lblTypedFault.Visible)
+        return;
+    ShowTypedFault({});
+    Refreshed.Raise();
+}
+
+void frmSequencer::txtTyped_GotFocus() {
+    m_typing = true;
+    RunScan();
+    if (m_keyboard != nullptr)
+        m_keyboard->DisablePositionProgMode();
+}
+
+void frmSequencer::txtTyped_LostFocus() {
+    m_typing = false;
+    if (m_keyboard != nullptr)
+        m_keyboard->EnablePositionProgMode();
+    RunScan();
+}
+
+void frmSequencer::RunScan() {
+    m_tmrSequencer->SetEnabled(m_scanning && !m_inBackground && !m_typing);
 }
 
 void frmSequencer::AddCode(Long lCode) {
     TraceForm("AddCode");
+    if (!TakeTyped()) {
+        Refreshed.Raise();
+        return;
+    }
     if (m_sequence.Length() >= m_maxSeqSize) {
         ShowSizeMsg();
         return;
@@ -111,6 +202,10 @@ void frmSequencer::AddCode(Long lCode) {
 
 void frmSequencer::RemoveLastCode() {
     TraceForm("RemoveLastCode");
+    if (!TakeTyped()) {
+        Refreshed.Raise();
+        return;
+    }
     std::string codes = m_sequence.KeyString();
     codes.resize(codes.size() - std::min<std::size_t>(codes.size(), KeySequence::kFieldWidth));
     m_sequence.SetKeyString(std::move(codes));
@@ -120,6 +215,7 @@ void frmSequencer::RemoveLastCode() {
 void frmSequencer::RemoveAllCodes() {
     TraceForm("RemoveAllCodes");
     m_sequence.SetKeyString("");
+    ForgetTyped();
     DisplayCurrentSeq();
 }
 
@@ -137,6 +233,10 @@ void frmSequencer::HideSizeMsg() {
 
 void frmSequencer::LeaveWithOK() {
     TraceForm("LeaveWithOK");
+    if (!TakeTyped()) {
+        Refreshed.Raise();
+        return;
+    }
     m_ok = true;
     Closed.Raise();
 }
@@ -151,6 +251,7 @@ void frmSequencer::editor_StartKeyScan() {
     TraceForm("editor_StartKeyScan");
     m_scanning = true;
     m_inBackground = false; // a host may deactivate the form as it closes it
+    m_typing = false;
     m_tmrSequencer->SetEnabled(true);
 }
 
@@ -170,7 +271,7 @@ void frmSequencer::tmrSequencer_Timer() {
         Trace("Position-Code " + Hex(code));
         AddCode(code);
     }
-    m_tmrSequencer->SetEnabled(m_scanning && !m_inBackground);
+    RunScan();
 }
 
 void frmSequencer::Form_Load() {
@@ -186,7 +287,7 @@ void frmSequencer::Form_Activate() {
     TraceForm("Form_Activate");
     m_active = true;
     m_inBackground = false;
-    m_tmrSequencer->SetEnabled(m_scanning); // a scan that the deactivation interrupted goes on
+    RunScan(); // a scan that the deactivation interrupted goes on
 }
 
 void frmSequencer::Form_Deactivate() {
@@ -203,7 +304,7 @@ void frmSequencer::Form_Unload() {
 
 void frmSequencer::AppActivate() {
     TraceForm("AppActivate");
-    if (m_keyboard != nullptr)
+    if (m_keyboard != nullptr && !m_typing)
         m_keyboard->EnablePositionProgMode();
 }
 
