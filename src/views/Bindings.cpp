@@ -71,6 +71,18 @@ void Bindings::Bind(QSlider* widget, const QString& name, Slider& child, const A
     });
 }
 
+void Bindings::Bind(QSpinBox* widget, const QString& name, Slider& child, const Action& changed) {
+    widget->setObjectName(name);
+    OnShow([widget, &child] {
+        widget->setRange(child.Min, child.Max);
+        widget->setValue(child.Value);
+        widget->setVisible(child.Visible);
+    });
+    QObject::connect(widget, &QSpinBox::valueChanged, widget, [this, &child, changed](int value) {
+        Act([&] { child.Value = static_cast<Integer>(value); }, changed);
+    });
+}
+
 void Bindings::Bind(QListWidget* widget, const QString& name, ListBox& child,
                     const Action& clicked) {
     widget->setObjectName(name);
@@ -94,8 +106,7 @@ void Bindings::Bind(QListWidget* widget, const QString& name, ListBox& child,
                      });
 }
 
-void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child,
-                    const Action& changed) {
+void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed) {
     widget->setObjectName(name);
     OnShow([widget, &child] {
         if (widget->text() != ToQt(child.Text)) // else the cursor stays where it is

@@ -1,8 +1,8 @@
 // Bindings: keep real widgets equal to the child controls of a headless control.
 //
 // A view makes its widgets, binds each to the child that it shows, and calls ShowAll whenever the
-// control has raised Refreshed. What the user changes is stored in the child, and then the control's
-// action of the child's name is called. Showing never calls an action.
+// control has raised Refreshed. What the user changes is stored in the child, and then the
+// control's action of the child's name is called. Showing never calls an action.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -15,6 +15,7 @@
 #include <QObject>
 #include <QPushButton>
 #include <QSlider>
+#include <QSpinBox>
 #include <QString>
 
 #include <functional>
@@ -39,6 +40,7 @@ public:
     void Bind(QAbstractButton* widget, const QString& name, const Button& child,
               const Action& clicked);
     void Bind(QSlider* widget, const QString& name, Slider& child, const Action& changed);
+    void Bind(QSpinBox* widget, const QString& name, Slider& child, const Action& changed);
     void Bind(QListWidget* widget, const QString& name, ListBox& child, const Action& clicked);
     void Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed);
 

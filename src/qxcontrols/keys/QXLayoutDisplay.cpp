@@ -69,6 +69,7 @@ void QXLayoutDisplay::Redraw(Long lID, const KeyboardSequences& keys, const Colo
     key.Visible = support != KEYMODE_NONE;
     key.Enabled = m_type == DISPLAY_PROG ? key.Visible && lID < KeyNames::kFirstUnpressable
                                          : support == KEYMODE_PROG;
+    key.Programmed = keys.Key(lID).Length() > 0;
     key.BackColor = ColorOf(lID, keys, colors);
     key.Caption = m_layout->KeyCaption(lID);
     key.ToolTip = m_layout->KeyLongCaption(lID);
