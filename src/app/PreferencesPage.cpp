@@ -406,13 +406,12 @@ void PreferencesPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() != QEvent::LanguageChange)
         return;
-    // All anew; where the user was stays.
+    // All anew; where the user was stays. What was there may be in the middle of telling a change.
     const int tab = m_tabs->currentIndex();
     const QWidget* focus = QApplication::focusWidget();
     const QString name = isAncestorOf(focus) ? focus->objectName() : QString();
     while (QLayoutItem* item = layout()->takeAt(0)) {
-        item->widget()->hide();
-        item->widget()->setObjectName(QString());
+        item->widget()->setParent(nullptr);
         item->widget()->deleteLater();
         delete item;
     }
