@@ -178,6 +178,7 @@ TEST_F(PreferencesTest, TheLanguageChangesWhileThePageIsOpen) {
     const auto host = QObject::connect(&page, &app::PreferencesPage::Changed, &page,
                                        [&] { QApplication::installTranslator(&capitals); });
     page.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
     page.Reveal(Preference::PreferedAppLang);
     QTest::keyClick(Find<QWidget>(page, "PreferedAppLang"), Qt::Key_Down);
     QApplication::sendPostedEvents();
