@@ -51,44 +51,40 @@ TEST_F(QXBarcodeViewTest, OnlyTheChosenPageTakesRoom) {
 
 TEST_F(QXBarcodeViewTest, WhatIsClickedReachesTheKeyboard) {
     keyboard.Download(control);
-    const std::string before = keyboard.driver.memory;
+    const std::string defaults = keyboard.driver.memory;
+    const auto option = [&] { // Code39's option 1
+        return keyboard.driver.memory[0x2000 + 42] & 0x40;
+    };
+    const int before = option();
     ClickRow(view, "lstPrefGroup", BP_Code39);
-    const bool wasOn = control.BitPage(BP_Code39).Flag(1).Value();
     Click(view, "chkBarOption_1");
-    EXPECT_NE(control.BitPage(BP_Code39).Flag(1).Value(), wasOn);
     EXPECT_TRUE(control.DataChanged());
     auto* least = Find<QSlider>(view, "slidRange_0");
     auto* greatest = Find<QSlider>(view, "slidRange_1");
-    const int minimum = least->value();
     QTest::keyClick(least, Qt::Key_Right);
     QTest::keyClick(greatest, Qt::Key_Left);
     QTest::keyClick(greatest, Qt::Key_Left);
-    EXPECT_EQ(control.BitPage(BP_Code39).MinSize(), minimum + 1);
+    EXPECT_EQ(Find<QLabel>(view, "lblCurrSize_0")->text(), "2");
     EXPECT_EQ(Find<QLabel>(view, "lblCurrSize_1")->text(), "46");
-    QTest::keyClick(least, Qt::Key_End); // drags the greatest length along
-    EXPECT_EQ(greatest->value(), 48);
-    QTest::keyClick(greatest, Qt::Key_Left);
-    EXPECT_EQ(least->value(), 47);
-
+    ClickRow(view, "lstPrefGroup", BP_Code25_Overlapped); // 4 to 80
+    QTest::keyClick(least, Qt::Key_End);
+    QTest::keyClick(greatest, Qt::Key_Left); // takes the least length along
     ClickRow(view, "lstPrefGroup", BP_Reader_2);
     Click(view, "chkReader_1");
     keyboard.Download(control);
-    QXBarcode other(keyboard.Services());
-    other.SetKeyboard(&keyboard.access);
-    keyboard.Upload(other);
-    EXPECT_EQ(other.BitPage(BP_Code39).MinSize(), 47);
-    EXPECT_EQ(other.BitPage(BP_Code39).MaxSize(), 47);
-    EXPECT_NE(other.BitPage(BP_Code39).Flag(1).Value(), wasOn);
-    EXPECT_FALSE(other.Reader(2).TerminatorEnabled());
-    EXPECT_TRUE(other.Reader(2).HeaderEnabled() && other.Reader(1).TerminatorEnabled());
+    EXPECT_TRUE(keyboard.Holds(MODULE_BARCODE_CONFIG, Bytes("02 2E 00*4 4F 4F"), 2));
+    EXPECT_NE(option(), before);
+    EXPECT_EQ(keyboard.driver.memory[0x2000 + 48] & 0x0F, 0x07); // the readers' switches
 
     Click(view, "chkReader_1"); // all back again
-    ClickRow(view, "lstPrefGroup", BP_Code39);
+    for (const Integer ePage : {BP_Code25_Overlapped, BP_Code39}) {
+        ClickRow(view, "lstPrefGroup", ePage);
+        QTest::keyClick(least, Qt::Key_Home);
+        QTest::keyClick(greatest, Qt::Key_End);
+    }
     Click(view, "chkBarOption_1");
-    QTest::keyClick(least, Qt::Key_Home);
-    QTest::keyClick(greatest, Qt::Key_End);
     keyboard.Download(control);
-    EXPECT_EQ(keyboard.driver.memory, before);
+    EXPECT_EQ(keyboard.driver.memory, defaults);
 }
 
 TEST_F(QXBarcodeViewTest, ButtonsAndKeysOnASequenceEditIt) {
@@ -193,16 +189,8 @@ TEST_F(QXMagnetCardViewTest, SwitchesReachTheKeyboard) {
     Click(view, "chkUseThisTerminator");
     Click(view, "chkMagneticOptions_2");
     keyboard.Download(control);
-    QXMagnetCard other(keyboard.Services());
-    other.SetKeyboard(&keyboard.access);
-    keyboard.Upload(other);
-    for (Integer nTrackId = 1; nTrackId <= 4; ++nTrackId) {
-        EXPECT_EQ(other.Track(nTrackId).Enabled(), nTrackId != 3) << nTrackId;
-        EXPECT_EQ(other.Track(nTrackId).TerminatorEnabled(), nTrackId != 3) << nTrackId;
-        EXPECT_TRUE(other.Track(nTrackId).HeaderEnabled()) << nTrackId;
-    }
-    EXPECT_FALSE(other.ReaderOptions().SendImmediate().Value());
-    EXPECT_TRUE(other.ReaderOptions().VerifyLRC().Value());
+    // Track 3's terminator is off, so are the track and the immediate sending.
+    EXPECT_TRUE(keyboard.Holds(MODULE_MAGNET_CONFIG, Bytes("DF 0B 6E"), 5));
 }
 
 } // namespace
