@@ -3,6 +3,7 @@
 #include "views/ColorSwatch.h"
 #include "views/QXPosDisplayView.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QIntValidator>
 #include <QShortcut>
