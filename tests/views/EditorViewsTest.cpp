@@ -9,9 +9,12 @@
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTest>
 #include <QTimer>
 

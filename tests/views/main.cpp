@@ -1,10 +1,10 @@
-// The views' tests click real widgets, on no screen.
+// The tests of the views need an application, but no screen.
+#include <QApplication>
 #include <gtest/gtest.h>
 
-#include <QApplication>
-
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
