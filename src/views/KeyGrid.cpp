@@ -20,6 +20,8 @@ namespace {
 // A few sizes of keys, times the colours and states: far more than any keyboard needs.
 constexpr std::size_t kMostImages = 512;
 
+constexpr double kLeastScale = 0.55; // captions can just be read
+
 bool IsArrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
@@ -142,7 +144,7 @@ QSize KeyGrid::sizeHint() const {
 }
 
 QSize KeyGrid::minimumSizeHint() const {
-    return sizeHint() / 2;
+    return sizeHint() * kLeastScale;
 }
 
 QRect KeyGrid::KeyRect(int index) const {
