@@ -31,6 +31,16 @@ double Off(double value, double from, double to) {
     return std::max({0.0, from - value, value - to});
 }
 
+bool SamePlace(const KeyCap& a, const KeyCap& b) {
+    return a.index == b.index && a.place == b.place;
+}
+
+// Whether the same texts are drawn on both caps, which are at the same place.
+bool SameTexts(const KeyCap& a, const KeyCap& b) {
+    return a.caption == b.caption && a.legend == b.legend && a.color == b.color &&
+           a.state == b.state && a.isCurrent == b.isCurrent && a.isBold == b.isBold;
+}
+
 } // namespace
 
 KeyGrid::KeyGrid(QWidget* parent) : QWidget(parent) {
@@ -45,13 +55,12 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
     const std::vector<KeyCap> old = std::exchange(m_caps, std::move(caps));
     if (Row(m_focusKey) < 0)
         m_focusKey = -1;
-    const auto samePlace = [](const KeyCap& a, const KeyCap& b) {
-        return a.index == b.index && a.place == b.place;
-    };
-    const bool sameKeys =
-        std::equal(old.begin(), old.end(), m_caps.begin(), m_caps.end(), samePlace);
-    m_drawn.clear();
-    if (!sameKeys) {
+    if (std::equal(old.begin(), old.end(), m_caps.begin(), m_caps.end(), SamePlace)) {
+        for (std::size_t row = 0; row < m_drawn.size(); ++row)
+            if (!SameTexts(old[row], m_caps[row]))
+                m_drawn[row].isReady = false;
+    } else {
+        m_drawn.clear();
         if (const int row = Row(m_focusKey); row >= 0)
             m_goal = m_caps[static_cast<std::size_t>(row)].place.center();
         updateGeometry();
@@ -187,14 +196,16 @@ void KeyGrid::Forget() {
 void KeyGrid::Prepare() {
     if (m_pixelRatio != devicePixelRatioF() || m_images.size() > kMostImages)
         Forget();
-    if (m_drawn.size() == m_caps.size())
-        return;
-    m_pixelRatio = devicePixelRatioF();
-    m_placing = KeyPlacing(m_caps, rect(), m_pixelRatio);
-    m_drawn.clear();
-    for (const KeyCap& cap : m_caps) {
-        const QRectF rect = m_placing.Map(cap.place);
-        m_drawn.push_back({rect, KeyTexts(rect, cap, m_placing, m_pointSize)});
+    if (m_drawn.size() != m_caps.size()) {
+        m_pixelRatio = devicePixelRatioF();
+        m_placing = KeyPlacing(m_caps, rect(), m_pixelRatio);
+        m_drawn.assign(m_caps.size(), {});
+    }
+    for (std::size_t row = 0; row < m_caps.size(); ++row) {
+        if (std::exchange(m_drawn[row].isReady, true))
+            continue;
+        m_drawn[row].rect = m_placing.Map(m_caps[row].place);
+        m_drawn[row].texts = KeyTexts(m_drawn[row].rect, m_caps[row], m_placing, m_pointSize);
     }
 }
 
