@@ -245,27 +245,6 @@ TEST(Commands, AResultThatNobodyGetsIsAFailure) {
     }
 }
 
-TEST(Commands, TheKeyboardsOwnFileIsNeverOverwritten) {
-    TempFolder folder;
-    const std::string file = (folder / "till.qxk").string();
-    const auto run = [&](std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"--keyboard", file, "--layouts", QX_LAYOUTS,
-                                             "--settings", (folder / "settings.ini").string()});
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        return cli::Run(arguments, {in, out, err});
-    };
-    ASSERT_EQ(run({"identify"}), 0);
-    const std::string before = files::ReadFile(file);
-    const std::string binary = (folder / "firmware.bin").string();
-    files::WriteFileAtomically(binary, "firmware");
-    EXPECT_EQ(run({"upload", "-o", file}), 2);
-    EXPECT_EQ(run({"param", "save", file}), 2);
-    EXPECT_EQ(run({"convert", binary, file, "0", "0", "0"}), 2);
-    EXPECT_EQ(files::ReadFile(file), before);
-}
-
 namespace {
 
 // The commands that a help text lists.

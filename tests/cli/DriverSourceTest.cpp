@@ -1,26 +1,13 @@
-#include "setup/DriverSource.h"
+// The options that choose the keyboard, through the whole program, on real files.
 
-#include "cli/Qxconf.h"
-#include "files/Files.h"
-#include "host/Error.h"
-#include "support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "CommandLine.h"
 
 namespace qx::test {
 
 namespace {
 
-struct Run {
-    int status;
-    std::string out;
-    std::string err;
-};
-
 // With the options that choose the keyboard, and nothing put in their place.
-Run RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
+Outcome RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(),
                      {"--layouts", QX_LAYOUTS, "--settings", (folder / "settings.ini").string()});
     std::istringstream in;
@@ -35,10 +22,11 @@ Run RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
 TEST(DriverSource, TheLibraryAndTheProgramKeepTheSameKeyboard) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
-    const Run made = RunOn(folder, {"--keyboard", file, "--model", "magnet", "--json", "identify"});
+    const Outcome made =
+        RunOn(folder, {"--keyboard", file, "--model", "magnet", "--json", "identify"});
     ASSERT_EQ(made.status, 0) << made.err;
     EXPECT_EQ(made.err, "");
-    const Run loaded =
+    const Outcome loaded =
         RunOn(folder, {"--driver", QX_SIMULATOR_LIBRARY, "--keyboard", file, "--json", "identify"});
     ASSERT_EQ(loaded.status, 0) << loaded.err;
     EXPECT_EQ(loaded.out, made.out);
@@ -76,11 +64,25 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
         for (Case each : cases) {
             if (isLoaded)
                 each.arguments.insert(each.arguments.begin(), {"--driver", QX_SIMULATOR_LIBRARY});
-            const Run run = RunOn(folder, each.arguments);
+            const Outcome run = RunOn(folder, each.arguments);
             EXPECT_EQ(run.status, each.status) << run.err;
             EXPECT_NE(run.err.find(each.message), std::string::npos) << run.err;
         }
     EXPECT_FALSE(std::filesystem::exists(folder / "new.rom"));
+}
+
+TEST(DriverSource, TheKeyboardsOwnFileIsNeverOverwritten) {
+    const TempFolder folder;
+    const std::string file = (folder / "till.qxk").string();
+    ASSERT_EQ(RunOn(folder, {"--keyboard", file, "identify"}).status, 0);
+    const std::string before = files::ReadFile(file);
+    const std::string binary = (folder / "firmware.bin").string();
+    files::WriteFileAtomically(binary, "firmware");
+    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "upload", "-o", file}).status, 2);
+    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "param", "save", file}).status, 2);
+    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "convert", binary, file, "0", "0", "0"}).status,
+              2);
+    EXPECT_EQ(files::ReadFile(file), before);
 }
 
 TEST(DriverSource, WhatIsNoDriverIsRefused) {
@@ -88,12 +90,12 @@ TEST(DriverSource, WhatIsNoDriverIsRefused) {
     const std::string file = (folder / "no-library.so").string();
     files::WriteFileAtomically(file, "no library");
     for (const std::string& driver : {file, (folder / "absent.so").string()}) {
-        const Run run = RunOn(folder, {"--driver", driver, "identify"});
+        const Outcome run = RunOn(folder, {"--driver", driver, "identify"});
         EXPECT_EQ(run.status, 3);
         EXPECT_NE(run.err.find(driver), std::string::npos) << run.err;
     }
     // A real keyboard's driver knows no keyboard files; here it is a library without them.
-    const Run run = RunOn(folder, {"--driver", "libm.so.6", "--keyboard", file, "identify"});
+    const Outcome run = RunOn(folder, {"--driver", "libm.so.6", "--keyboard", file, "identify"});
     EXPECT_NE(run.status, 0);
     EXPECT_EQ(files::ReadFile(file), "no library");
 }
