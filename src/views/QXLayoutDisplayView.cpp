@@ -43,8 +43,9 @@ void QXLayoutDisplayView::ShowKeys() {
     m_grid->setAccessibleName(tr("Keyboard"));
     m_grid->SetPointSize(m_display.UserFontSize());
     m_grid->SetKeys(std::move(caps));
-    if (m_display.SelectedKey() != -1 && m_display.SelectedKey() != m_grid->FocusKey()) {
-        m_grid->SetFocusKey(m_display.SelectedKey());
+    const Integer selected = m_display.SelectedKey();
+    if (selected != m_grid->FocusKey() && m_grid->HasKey(selected)) {
+        m_grid->SetFocusKey(selected);
         m_grid->setFocus();
     }
 }

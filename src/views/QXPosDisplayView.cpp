@@ -48,7 +48,7 @@ void QXPosDisplayView::ShowKeys() {
         caps.push_back(CapOf(key));
     m_grid->setAccessibleName(tr("POS keys"));
     m_grid->SetKeys(std::move(caps));
-    if (m_display.Focus() != 0 && m_display.Focus() != m_grid->FocusKey()) {
+    if (m_display.Focus() != m_grid->FocusKey() && m_grid->HasKey(m_display.Focus())) {
         m_grid->SetFocusKey(m_display.Focus());
         m_grid->setFocus();
     }

@@ -129,6 +129,17 @@ TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
     display.SelectKey(16);
     EXPECT_EQ(view.Grid()->FocusKey(), 16);
 
+    // A key that the keyboard lacks takes the focus from nobody.
+    QLineEdit other;
+    other.show();
+    other.activateWindow();
+    other.setFocus();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+    display.SelectKey(0);
+    display.ReloadKeysSettings(KeyboardSequences());
+    EXPECT_TRUE(other.hasFocus());
+    EXPECT_EQ(view.Grid()->FocusKey(), 16);
+
     std::vector<Long> clicked;
     const Subscription clicks =
         display.OnKeyClicked.Subscribe([&](Long key) { clicked.push_back(key); });
