@@ -120,21 +120,23 @@ TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
     display.SetDisplayKeyType(DISPLAY_PROG);
     display.SetCurrProgKey(30);
     display.ReloadKeysSettings(KeyboardSequences());
-    QXLayoutDisplayView view(display);
-    const Screen screen(view);
+    QWidget window;
+    QXLayoutDisplayView view(display, &window);
+    QLineEdit other(&window);
+    view.resize(900, 400);
+    const Screen screen(window);
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     display.SelectKey(16); // Tab
     EXPECT_EQ(view.Grid()->FocusKey(), 16);
     QTest::keyClick(view.Grid(), Qt::Key_Right);
     EXPECT_EQ(display.SelectedKey(), 17);
     display.SelectKey(16);
     EXPECT_EQ(view.Grid()->FocusKey(), 16);
+    EXPECT_TRUE(view.Grid()->hasFocus());
 
     // A key that the keyboard lacks takes the focus from nobody.
-    QLineEdit other;
-    other.show();
-    other.activateWindow();
     other.setFocus();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
     display.SelectKey(0);
     display.ReloadKeysSettings(KeyboardSequences());
     EXPECT_TRUE(other.hasFocus());
