@@ -62,7 +62,8 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
     const bool isUsed = m_display.IsUsedKey(nKeyIndex);
     KeyCap cap;
     cap.index = nKeyIndex;
-    cap.place = {QPointF(place % kKeysInRow * kStep.width(), place / kKeysInRow * kStep.height()),
+    const int row = place / kKeysInRow;
+    cap.place = {QPointF(place % kKeysInRow * kStep.width(), row * kStep.height()),
                  kStep - QSizeF(kGap, kGap)};
     cap.caption = ToQt(key.Caption);
     cap.legend = legend;
