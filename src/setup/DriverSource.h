@@ -8,6 +8,10 @@
 #include <memory>
 #include <string>
 
+namespace qx::sim {
+class SimulatedDriver;
+}
+
 namespace qx::setup {
 
 // The options that choose a keyboard; empty where not given.
@@ -21,7 +25,9 @@ struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // the meaning of its statuses, if known
     std::function<std::string()> layout;                 // the keyboard's layout, once it is open
-    std::string note; // what the user should know about the choice; may be empty
+    sim::SimulatedDriver* simulated = nullptr; // the driver, where it is the simulated keyboard
+    std::string note;           // what the user should know about the choice; may be empty
+    std::filesystem::path file; // of a simulated keyboard, where it is known
 };
 
 // The driver for the choice: the library; else the simulated keyboard in its file; else the one in

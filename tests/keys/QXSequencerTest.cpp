@@ -21,7 +21,9 @@ protected:
 
     void ShowModal(frmSequencer& form) override {
         EXPECT_TRUE(keyboard.driver.positionMode);
-        form.Form_Activate();
+        EXPECT_TRUE(timer->Enabled());
+        if (activates)
+            form.Form_Activate();
         user(form);
         form.Form_Unload();
     }
@@ -52,6 +54,7 @@ protected:
     TestKeyboard keyboard{{{MODULE_KEYBOARD, 0x1000}}};
     QXKeyboardLayoutData layout;
     FormTimer* timer = nullptr;
+    bool activates = true; // the host tells the form when it gets the focus
     std::function<void(frmSequencer&)> user;
     QXSequencer sequencer{Services()};
 };
@@ -71,12 +74,12 @@ TEST_F(SequencerTest, ClicksRecordPressAndRelease) {
 }
 
 TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
-    keyboard.driver.positionKeys = {-1, 31, -2, 0, 159, 4711};
+    keyboard.driver.positionKeys = {-1, 31, -2, 0, 159, 4711, 65536 + 32};
     const std::string edited = Edit([&](frmSequencer& form) {
         const auto refreshed = form.Refreshed.Subscribe(
             [&] { EXPECT_FALSE(timer->Enabled()) << "a tick may overlap"; });
         EXPECT_EQ(timer->Interval(), 100);
-        for (int tick = 0; tick < 6; ++tick)
+        for (int tick = 0; tick < 7; ++tick)
             timer->Tick();
         form.Form_Deactivate();
         timer->Tick();
@@ -86,6 +89,23 @@ TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
     });
     EXPECT_EQ(edited, "  5 31159");
     EXPECT_TRUE(keyboard.driver.positionKeys.empty());
+}
+
+TEST_F(SequencerTest, ClicksOnTheTwinComeFromTheKeyboard) {
+    EXPECT_EQ(Edit([&](frmSequencer& form) {
+                  form.SetPressesTwin(true);
+                  form.layoutDisplay.cmdKey_Click(30); // no twin: as ever
+                  EXPECT_EQ(form.KeyString(), "  5 30158");
+                  form.pressTwinKey = [&](Long lCode) {
+                      keyboard.driver.positionKeys.push_back(lCode);
+                  };
+                  form.layoutDisplay.cmdKey_Click(31);
+                  EXPECT_EQ(form.KeyString(), "  5 30158");
+                  timer->Tick();
+                  timer->Tick();
+                  form.cmdOK_Click();
+              }),
+              "  5 30158 31159");
 }
 
 TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
@@ -113,6 +133,67 @@ TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
               "");
 }
 
+TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
+    const auto type = [](frmSequencer& form, const char* text) {
+        form.txtTyped.Text = text;
+        form.txtTyped_Change();
+        return form.ApplyTyped();
+    };
+    EXPECT_EQ(Edit([&](frmSequencer& form) {
+                  EXPECT_EQ(form.txtTyped.Text, "4");
+                  EXPECT_TRUE(type(form, "ctrl+c {158}"));
+                  EXPECT_EQ(form.KeyString(), " 58 48176186158");
+                  EXPECT_EQ(form.txtTyped.Text, "Ctrl C ^C ^Ctrl ^CapsLock");
+              }),
+              "unchanged");
+    EXPECT_EQ(Edit(
+                  [&](frmSequencer& form) {
+                      for (const char* wrong : {"Ctrl+Nonsense", "{256}", "{0}"}) {
+                          EXPECT_FALSE(type(form, wrong)) << wrong;
+                          EXPECT_TRUE(form.lblTypedFault.Visible) << wrong;
+                          EXPECT_EQ(form.txtTyped.Text, wrong);
+                          EXPECT_EQ(form.KeyString(), "  5");
+                      }
+                      form.AddCode(31); // waits until the text is right, as OK does
+                      form.RemoveLastCode();
+                      form.cmdOK_Click();
+                      form.chkShowDetails_Click();
+                      EXPECT_FALSE(form.OK());
+                      EXPECT_EQ(form.txtTyped.Text, "{0}");
+                      form.txtTyped.Text = "B ^B";
+                      form.txtTyped_Change();
+                      EXPECT_FALSE(form.lblTypedFault.Visible);
+                      form.AddCode(31); // comes after what has been typed
+                      EXPECT_EQ(form.KeyString(), " 50178 31");
+                      form.txtTyped.Text = "nonsense";
+                      form.RemoveAllCodes();
+                      EXPECT_EQ(form.txtTyped.Text, "");
+                      EXPECT_FALSE(type(form, "A B C D"));
+                      EXPECT_TRUE(form.lblSizeMsg.Visible);
+                      form.txtTyped.Text = "A B C";
+                      form.cmdOK_Click();
+                  },
+                  3),
+              " 31 50 48");
+}
+
+TEST_F(SequencerTest, WhileTheUserTypesTheKeyboardTypes) {
+    Edit([&](frmSequencer& form) {
+        form.txtTyped_GotFocus();
+        form.Form_Deactivate(); // another window of the program, and back
+        form.Form_Activate();
+        form.AppDeactivate();
+        form.AppActivate();
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        EXPECT_FALSE(timer->Enabled());
+        form.txtTyped_LostFocus();
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        EXPECT_TRUE(timer->Enabled());
+        form.txtTyped_GotFocus(); // and leaves from there
+    });
+    Edit([&](frmSequencer&) { EXPECT_TRUE(timer->Enabled()); });
+}
+
 TEST_F(SequencerTest, OtherwiseNothingChanges) {
     EXPECT_EQ(Edit([](frmSequencer& form) {
                   form.AddCode(9);
@@ -129,8 +210,29 @@ TEST_F(SequencerTest, OtherwiseNothingChanges) {
     const TraceLog log;
     EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
     EXPECT_TRUE(log.Has("UNABLE TO ENABLE POSITION PROG MODE"));
+
+    keyboard.driver.statuses.clear();
+    std::string edited = "unchanged";
+    const std::string tooLong(3 * 40000, ' ');
+    user = [](frmSequencer&) { ADD_FAILURE() << "the form is shown"; };
+    EXPECT_FALSE(sequencer.ShowSequenceEditor(30, tooLong, edited, 10));
+    EXPECT_EQ(edited, "unchanged");
+    EXPECT_TRUE(log.Has("ERROR: in QXSequencer.ShowSequenceEditor !!!!!!!!"));
+    EXPECT_FALSE(keyboard.driver.positionMode);
     sequencer.SetKeyboard(nullptr);
     EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
+}
+
+TEST_F(SequencerTest, AFormThatWasDeactivatedAsItClosedScansAgain) {
+    Edit([](frmSequencer& form) { form.Form_Deactivate(); });
+    keyboard.driver.positionKeys = {31, 159};
+    user = [this](frmSequencer& form) {
+        timer->Tick();
+        timer->Tick();
+        form.LeaveWithOK();
+    };
+    activates = false;
+    EXPECT_EQ(Edit(user), "  5 31159");
 }
 
 TEST_F(SequencerTest, InTheBackgroundTheKeyboardTypes) {

@@ -1,5 +1,6 @@
 #include "host/sections/Sections.h"
 
+#include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/pos/QXPos.h"
 
@@ -16,9 +17,8 @@ constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
 constexpr Integer kFirstKey = 1;
 constexpr Integer kLastKey = POSKeyboard::kSlots;
 
-// The keyboard does not store which key of a block is its major one: read back, it is the lowest.
-// So a block stands in the slot of its lowest key here, whichever of its keys a document names
-// first.
+// A block stands in the slot of its lowest key here, whichever of its keys a document names first
+// (see POSBlockPlaces.h).
 class PosSection : public SectionOf<QXPos> {
 public:
     using SectionOf::SectionOf;
@@ -53,7 +53,7 @@ private:
         if (const std::string fault = FaultOf(keys, nSlot); !fault.empty())
             fields.Refuse(kKeys, fault);
         else
-            Place(block, std::move(keys));
+            PlaceBlock(Control().PosData(), block, std::move(keys));
     }
 
     // What keeps a block of these keys from being placed; the empty text for nothing.
@@ -66,21 +66,6 @@ private:
                 Control().PosData().FindBlockForKey(keys[i]) != 0)
                 return "key " + std::to_string(keys[i]) + " stands in more than one place";
         return {};
-    }
-
-    void Place(POSBlock block, std::vector<Integer> keys) {
-        std::sort(keys.begin(), keys.end());
-        block.Clean();
-        for (const Integer key : keys)
-            block.AddKey(key);
-        Control().PosData().Block(keys.front()) = block;
-    }
-
-    [[nodiscard]] static std::vector<Integer> KeysOf(const POSBlock& block) {
-        std::vector<Integer> keys;
-        for (Integer i = 1; i <= block.BlockSize(); ++i)
-            keys.push_back(block.GetKey(i));
-        return keys;
     }
 
     [[nodiscard]] std::vector<FieldList::Id> Slots() {

@@ -5,9 +5,11 @@
 #include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXSequencer.h"
+#include "qxcontrols/keys/SequenceText.h"
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace qx {
 
@@ -20,18 +22,37 @@ bool IsKeyPressed(Long lCode) {
     return lCode != 0 && lCode != -1 && lCode != -2;
 }
 
+Integer ToInteger(Long lCode) {
+    if (!std::in_range<Integer>(lCode))
+        throw std::invalid_argument("key code " + std::to_string(lCode) + " does not fit 16 bits");
+    return static_cast<Integer>(lCode);
+}
+
+// The sequence as text that can be edited; nothing when a code is none that a text can name.
+std::string EditableText(const KeySequence& sequence, const QXKeyboardLayoutData* layout) {
+    if (layout == nullptr)
+        return {};
+    std::vector<Byte> codes;
+    for (Integer i = 1; i <= sequence.Length(); ++i) {
+        const Integer code = sequence.GetPositionCode(i);
+        if (code < 0 || code > 255)
+            return {};
+        codes.push_back(static_cast<Byte>(code));
+    }
+    return SequenceToText(codes, *layout);
+}
+
 } // namespace
 
 frmSequencer::frmSequencer(const Platform& platform)
     : m_tmrSequencer(platform.formTimers->Create()) {
     layoutDisplay.SetDisplayKeyType(DISPLAY_PROG);
-    m_keyClicked = layoutDisplay.OnKeyClicked.Subscribe([this](Long lPositionCode) {
-        AddCode(lPositionCode);
-        AddCode(lPositionCode + kRelease);
-    });
+    m_keyClicked = layoutDisplay.OnKeyClicked.Subscribe(
+        [this](Long lPositionCode) { layoutDisplay_OnKeyClicked(lPositionCode); });
     m_tmrSequencer->SetInterval(kScanInterval);
     m_tmrSequencer->SetHandler([this] { tmrSequencer_Timer(); });
     lblSizeMsg.Visible = false;
+    lblTypedFault.Visible = false;
     Form_Load();
 }
 
@@ -50,6 +71,7 @@ void frmSequencer::SetPrefSource(const QXProgSettings* preferences) {
 
 void frmSequencer::SetKeyString(const std::string& sKeyString) {
     m_sequence.SetKeyString(sKeyString);
+    ForgetTyped();
     m_ok = false;
 }
 
@@ -75,6 +97,7 @@ void frmSequencer::ShowTexts() {
 }
 
 void frmSequencer::DisplayCurrentSeq() {
+    TraceForm("DisplayCurrentSeq");
     ShowSequence();
     Refreshed.Raise();
 }
@@ -84,17 +107,101 @@ void frmSequencer::ShowSequence() {
                                            : m_layout->ConvertKeyStringIntoTextStringUseUpcodes(
                                                  m_sequence.KeyString(), chkShowDetails.Value == 1);
     lblRemaining.Caption = std::to_string(std::max(0, m_maxSeqSize - m_sequence.Length()));
+    txtTyped.Enabled = m_layout != nullptr;
+    const bool isPending = txtTyped.Text != m_typedAsIs;
+    m_typedAsIs = EditableText(m_sequence, m_layout);
+    if (!isPending)
+        txtTyped.Text = m_typedAsIs;
+}
+
+void frmSequencer::ForgetTyped() {
+    txtTyped.Text = m_typedAsIs;
+    ShowTypedFault({});
+}
+
+void frmSequencer::ShowTypedFault(const std::string& sFault) {
+    lblTypedFault.Caption = sFault;
+    lblTypedFault.Visible = !sFault.empty();
+}
+
+bool frmSequencer::TakeTyped() {
+    if (m_layout == nullptr || txtTyped.Text == m_typedAsIs)
+        return true;
+    KeySequence typed;
+    try {
+        for (const Byte code : ParseSequenceText(txtTyped.Text, *m_layout)) {
+            if (code == 0)
+                throw std::invalid_argument("code 0 would end the sequence in the keyboard");
+            typed.AddByte(code);
+        }
+    } catch (const std::logic_error& error) {
+        ShowTypedFault(error.what());
+        lblSizeMsg.Visible = false;
+        return false;
+    }
+    ShowTypedFault({});
+    lblSizeMsg.Visible = typed.Length() > m_maxSeqSize;
+    if (lblSizeMsg.Visible)
+        return false;
+    m_sequence.SetKeyString(typed.KeyString());
+    ForgetTyped();
+    ShowSequence();
+    return true;
+}
+
+bool frmSequencer::ApplyTyped() {
+    TraceForm("ApplyTyped");
+    const bool isTaken = TakeTyped();
+    Refreshed.Raise();
+    return isTaken;
+}
+
+void frmSequencer::txtTyped_Change() {
+    if (!lblTypedFault.Visible)
+        return;
+    ShowTypedFault({});
+    Refreshed.Raise();
+}
+
+void frmSequencer::txtTyped_GotFocus() {
+    m_typing = true;
+    RunScan();
+    if (m_keyboard != nullptr)
+        m_keyboard->DisablePositionProgMode();
+}
+
+void frmSequencer::txtTyped_LostFocus() {
+    m_typing = false;
+    if (m_keyboard != nullptr)
+        m_keyboard->EnablePositionProgMode();
+    RunScan();
+}
+
+void frmSequencer::RunScan() {
+    m_tmrSequencer->SetEnabled(m_scanning && !m_inBackground && !m_typing);
+}
+
+void frmSequencer::layoutDisplay_OnKeyClicked(Long lPositionCode) {
+    for (const Long code : {lPositionCode, lPositionCode + kRelease})
+        if (m_pressesTwin && pressTwinKey)
+            pressTwinKey(code);
+        else
+            AddCode(code);
 }
 
 void frmSequencer::AddCode(Long lCode) {
     TraceForm("AddCode");
+    if (!TakeTyped()) {
+        Refreshed.Raise();
+        return;
+    }
     if (m_sequence.Length() >= m_maxSeqSize) {
         ShowSizeMsg();
         return;
     }
-    try {
-        m_sequence.AddByte(static_cast<Integer>(lCode));
-    } catch (const std::invalid_argument& error) { // a keyboard may report anything
+    try { // a keyboard may report anything
+        m_sequence.AddByte(ToInteger(lCode));
+    } catch (const std::invalid_argument& error) {
         TraceForm(std::string("AddCode: ") + error.what());
     }
     lblSizeMsg.Visible = false;
@@ -103,6 +210,10 @@ void frmSequencer::AddCode(Long lCode) {
 
 void frmSequencer::RemoveLastCode() {
     TraceForm("RemoveLastCode");
+    if (!TakeTyped()) {
+        Refreshed.Raise();
+        return;
+    }
     std::string codes = m_sequence.KeyString();
     codes.resize(codes.size() - std::min<std::size_t>(codes.size(), KeySequence::kFieldWidth));
     m_sequence.SetKeyString(std::move(codes));
@@ -112,21 +223,28 @@ void frmSequencer::RemoveLastCode() {
 void frmSequencer::RemoveAllCodes() {
     TraceForm("RemoveAllCodes");
     m_sequence.SetKeyString("");
+    ForgetTyped();
     DisplayCurrentSeq();
 }
 
 void frmSequencer::ShowSizeMsg() {
+    TraceForm("ShowSizeMsg");
     lblSizeMsg.Visible = true;
     Refreshed.Raise();
 }
 
 void frmSequencer::HideSizeMsg() {
+    TraceForm("HideSizeMsg");
     lblSizeMsg.Visible = false;
     Refreshed.Raise();
 }
 
 void frmSequencer::LeaveWithOK() {
     TraceForm("LeaveWithOK");
+    if (!TakeTyped()) {
+        Refreshed.Raise();
+        return;
+    }
     m_ok = true;
     Closed.Raise();
 }
@@ -140,6 +258,8 @@ void frmSequencer::LeaveWithCancel() {
 void frmSequencer::editor_StartKeyScan() {
     TraceForm("editor_StartKeyScan");
     m_scanning = true;
+    m_inBackground = false; // a host may deactivate the form as it closes it
+    m_typing = false;
     m_tmrSequencer->SetEnabled(true);
 }
 
@@ -159,7 +279,7 @@ void frmSequencer::tmrSequencer_Timer() {
         Trace("Position-Code " + Hex(code));
         AddCode(code);
     }
-    m_tmrSequencer->SetEnabled(m_scanning && !m_inBackground);
+    RunScan();
 }
 
 void frmSequencer::Form_Load() {
@@ -175,7 +295,7 @@ void frmSequencer::Form_Activate() {
     TraceForm("Form_Activate");
     m_active = true;
     m_inBackground = false;
-    m_tmrSequencer->SetEnabled(m_scanning); // a scan that the deactivation interrupted goes on
+    RunScan(); // a scan that the deactivation interrupted goes on
 }
 
 void frmSequencer::Form_Deactivate() {
@@ -192,7 +312,7 @@ void frmSequencer::Form_Unload() {
 
 void frmSequencer::AppActivate() {
     TraceForm("AppActivate");
-    if (m_keyboard != nullptr)
+    if (m_keyboard != nullptr && !m_typing)
         m_keyboard->EnablePositionProgMode();
 }
 

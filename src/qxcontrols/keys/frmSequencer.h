@@ -1,9 +1,11 @@
 // frmSequencer: the editor in which the user records a key sequence.
 //
 // Codes come from clicks on the on-screen keys and from real keys, which the keyboard reports while
-// it is in position-programming mode and which a timer asks for. The form owns the sequence while
-// it is edited; the shared objects belong to the QXSequencer that opened it. Its host shows it,
-// closes it on Closed, and calls the Form_ and App_ members as it is activated and left.
+// it is in position-programming mode and which a timer asks for. The sequence can also be typed as
+// text (see SequenceText.h); while the user is at that, the keyboard types normally. The form owns
+// the sequence while it is edited; the shared objects belong to the QXSequencer that opened it. Its
+// host shows it, closes it on Closed, and calls the Form_ and App_ members as it is activated and
+// left.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -11,6 +13,7 @@
 #include "qxcontrols/platform/Platform.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -45,6 +48,12 @@ public:
     void SetCurrProgKey(Integer nPositionCode) { layoutDisplay.SetCurrProgKey(nPositionCode); }
     // Whether the user left with OK.
     [[nodiscard]] bool OK() const { return m_ok; }
+    // Where the keyboard is a simulated one: presses and releases a key of it, by position code and
+    // by that plus 128. While PressesTwin holds, a click on the screen goes there, and what is
+    // recorded comes back from the keyboard as from a real one.
+    std::function<void(Long)> pressTwinKey;
+    [[nodiscard]] bool PressesTwin() const { return m_pressesTwin; }
+    void SetPressesTwin(bool fTwin) { m_pressesTwin = fTwin; }
 
     // Shows the parent's texts, the keys and the sequence.
     void PrepareDisplay();
@@ -53,6 +62,10 @@ public:
     void AddCode(Long lCode);
     void RemoveLastCode();
     void RemoveAllCodes();
+    // Takes over what has been typed, if anything has. False, with the fault shown, when that is no
+    // sequence or is too long. Recording and leaving with OK do this first, and do nothing else
+    // when it fails, so that nothing typed is lost.
+    bool ApplyTyped();
     void ShowSizeMsg();
     void HideSizeMsg();
     void LeaveWithOK();
@@ -77,6 +90,8 @@ public:
     Label lblCaption;  // the form's title
     Label lblSequence; // above the sequence
     TextBox txtSequence;
+    TextBox txtTyped; // the sequence as text to be edited; needs a layout
+    Label lblTypedFault;
     Label lblSizeMsg;
     Label lblRemaining;      // how many codes still fit
     CheckBox chkShowDetails; // whether released keys are shown too
@@ -87,12 +102,20 @@ public:
     void cmdCancel_Click() { LeaveWithCancel(); }
     void cmdClean_Click(Integer Index);
     void chkShowDetails_Click() { DisplayCurrentSeq(); }
+    void txtTyped_Change();
+    void txtTyped_GotFocus();
+    void txtTyped_LostFocus();
     void imgHelp_Click();
 
 private:
     void tmrSequencer_Timer();
     void ShowTexts();
     void ShowSequence();
+    [[nodiscard]] bool TakeTyped();
+    void ForgetTyped();
+    void ShowTypedFault(const std::string& sFault);
+    void RunScan();
+    void layoutDisplay_OnKeyClicked(Long lPositionCode);
     static void TraceForm(std::string_view sProcedure);
 
     QXKeyboardLayoutData* m_layout = nullptr;
@@ -104,6 +127,9 @@ private:
     bool m_active = false;
     bool m_scanning = false;
     bool m_inBackground = false;
+    bool m_pressesTwin = false;
+    bool m_typing = false;   // the user is in txtTyped
+    std::string m_typedAsIs; // txtTyped when it stands for the sequence
     std::unique_ptr<FormTimer> m_tmrSequencer;
     Subscription m_keyClicked;
 };

@@ -3,15 +3,17 @@
 
 namespace qx {
 
+class frmPOSProgrammer;
 class frmSequencer;
 
 class ModalForms {
 public:
     virtual ~ModalForms() = default;
 
-    // Shows the form and returns when it has been closed (frmSequencer::Closed). The default, for
-    // hosts without a screen, returns at once, as if the user had cancelled.
+    // Show the form and return when it has been closed (its event Closed). The defaults, for hosts
+    // without a screen, return at once, as if the user had cancelled.
     virtual void ShowModal(frmSequencer& /*form*/) {}
+    virtual void ShowModal(frmPOSProgrammer& /*form*/) {}
 };
 
 } // namespace qx

@@ -1,0 +1,349 @@
+#include "qxcontrols/pos/frmPOSProgrammer.h"
+
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/pos/POSBlockPlaces.h"
+#include "qxcontrols/pos/POSModuleBlock.h"
+#include "qxcontrols/pos/QXPOSProgrammer.h"
+#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/settings/QXProgSettings.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+
+namespace qx {
+
+namespace {
+
+constexpr Integer kFirstKey = 1;
+constexpr Integer kLastKey = POSKeyboard::kSlots;
+
+bool IsKey(Integer nKey) {
+    return nKey >= kFirstKey && nKey <= kLastKey;
+}
+
+// The lowest number from `first` on that no block has, by the property that `numberOf` reads.
+template <typename NumberOf>
+Integer FirstUnused(const POSKeyboard& keyboard, Integer first, NumberOf numberOf) {
+    for (Integer number = first;; ++number) {
+        bool isUsed = false;
+        for (Integer slot = kFirstKey; slot <= kLastKey && !isUsed; ++slot)
+            isUsed =
+                keyboard.Block(slot).BlockSize() > 0 && numberOf(keyboard.Block(slot)) == number;
+        if (!isUsed)
+            return number;
+    }
+}
+
+std::optional<Integer> BlockIDFrom(std::string_view sText) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(sText.data(), sText.data() + sText.size(), number);
+    if (error != std::errc() || end != sText.data() + sText.size() || number < 0 ||
+        number > std::numeric_limits<Integer>::max())
+        return std::nullopt;
+    return static_cast<Integer>(number);
+}
+
+} // namespace
+
+frmPOSProgrammer::frmPOSProgrammer() {
+    m_keyClicked =
+        posDisplay.KeyClicked.Subscribe([this](Integer nKey) { posDisplay_KeyClicked(nKey); });
+}
+
+void frmPOSProgrammer::SetPosData(const POSKeyboard& data) {
+    m_posData = InTheirSlots(data);
+    m_currBlock = 0;
+    m_ok = false;
+}
+
+void frmPOSProgrammer::SetCurrBlock(Integer nSlot) {
+    m_currBlock = IsKey(nSlot) && m_posData.Block(nSlot).BlockSize() > 0 ? nSlot : Integer{0};
+    Show();
+}
+
+POSBlock* frmPOSProgrammer::Current() {
+    return m_currBlock == 0 ? nullptr : &m_posData.Block(m_currBlock);
+}
+
+bool frmPOSProgrammer::IsInCurrBlock(Integer nKey) const {
+    return m_currBlock != 0 && m_posData.Block(m_currBlock).HasKey(nKey);
+}
+
+std::string frmPOSProgrammer::KeyName(Integer nKey) const {
+    if (IsKey(nKey) && m_layout != nullptr) {
+        const Long code = m_codeMap.GetPositionCodeForKey(nKey);
+        for (const std::string& name : {m_layout->KeyCaption(code), m_layout->KeyLongCaption(code)})
+            if (!Trim(name).empty())
+                return std::string(Trim(name));
+    }
+    return std::to_string(nKey);
+}
+
+std::string frmPOSProgrammer::SentBy(Integer nKey) const {
+    const Integer slot = m_posData.FindBlockForKey(nKey);
+    return slot == 0 ? std::string() : TextOf(m_posData.Block(slot).Sequence());
+}
+
+std::string frmPOSProgrammer::TextOf(const KeySequence& sequence) const {
+    return SequenceText(sequence, m_layout,
+                        m_preferences != nullptr && m_preferences->ShowUpcodes());
+}
+
+// What the clicks do.
+
+void frmPOSProgrammer::posDisplay_KeyClicked(Integer nKey) {
+    if (!IsKey(nKey))
+        return;
+    Trace("[frmPOSProgrammer].posDisplay_KeyClicked(" + std::to_string(nKey) + ")");
+    const Integer slot = m_posData.FindBlockForKey(nKey);
+    if (m_currBlock == 0 && slot == 0) {
+        StartBlock(nKey);
+    } else if (m_currBlock == 0) {
+        m_currBlock = slot;
+    } else if (slot != m_currBlock) {
+        MoveKeyHere(nKey, slot);
+    } else if (MayLose(nKey, slot)) {
+        m_currBlock = TakeOut(nKey, slot);
+    }
+    Show();
+}
+
+void frmPOSProgrammer::StartBlock(Integer nKey) {
+    POSBlock block;
+    block.SetBlockID(FirstUnused(m_posData, 1, [](const POSBlock& b) { return b.BlockID(); }));
+    const Integer color = FirstUnused(m_posData, 0, [](const POSBlock& b) { return b.ColorID(); });
+    m_posData.CalcDefinedBlockNum();
+    block.SetColorID(color < kColors ? color
+                                     : static_cast<Integer>(m_posData.BlockNum() % kColors));
+    m_currBlock = PlaceBlock(m_posData, block, {nKey});
+}
+
+void frmPOSProgrammer::MoveKeyHere(Integer nKey, Integer nFromSlot) {
+    if (nFromSlot != 0) {
+        if (!MayLose(nKey, nFromSlot))
+            return;
+        TakeOut(nKey, nFromSlot);
+    }
+    const POSBlock block = m_posData.Block(m_currBlock);
+    std::vector<Integer> keys = KeysOf(block);
+    keys.push_back(nKey);
+    FreeSlot(m_posData, m_currBlock);
+    m_currBlock = PlaceBlock(m_posData, block, std::move(keys));
+}
+
+// Removes the key from the block in the slot; the slot in which the block stands then, 0 when the
+// key was its only one.
+Integer frmPOSProgrammer::TakeOut(Integer nKey, Integer nSlot) {
+    const POSBlock block = m_posData.Block(nSlot);
+    std::vector<Integer> keys = KeysOf(block);
+    std::erase(keys, nKey);
+    FreeSlot(m_posData, nSlot);
+    return PlaceBlock(m_posData, block, std::move(keys));
+}
+
+// Whether the block in the slot may lose the key, which may be its only one.
+bool frmPOSProgrammer::MayLose(Integer nKey, Integer nSlot) const {
+    const POSBlock& block = m_posData.Block(nSlot);
+    return block.BlockSize() > 1 || !block.HasKey(nKey) || MayRemove(nSlot);
+}
+
+bool frmPOSProgrammer::MayRemove(Integer nSlot) const {
+    const POSBlock& block = m_posData.Block(nSlot);
+    bool fCancelRemoving = block.Sequence().Length() > 0;
+    if (fCancelRemoving && m_parent != nullptr)
+        m_parent->RemoveBlock.Raise(block.BlockID(), fCancelRemoving);
+    return !fCancelRemoving;
+}
+
+// What the other children do.
+
+void frmPOSProgrammer::lstBlocks_Click() {
+    Integer row = 0;
+    for (Integer slot = kFirstKey; slot <= kLastKey; ++slot)
+        if (m_posData.Block(slot).BlockSize() > 0 && row++ == lstBlocks.ListIndex) {
+            SetCurrBlock(slot);
+            return;
+        }
+    SetCurrBlock(0);
+}
+
+void frmPOSProgrammer::cmdNewBlock_Click() {
+    SetCurrBlock(0);
+}
+
+void frmPOSProgrammer::txtBlockID_Change() {
+    const std::optional<Integer> id = BlockIDFrom(txtBlockID.Text);
+    if (m_currBlock == 0 || !id)
+        return;
+    Current()->SetBlockID(*id);
+    Show();
+}
+
+void frmPOSProgrammer::cmdColor_Click(Integer Index) {
+    if (m_currBlock == 0 || Index < 0 || Index >= kColors)
+        return;
+    Current()->SetColorID(Index);
+    Show();
+}
+
+void frmPOSProgrammer::cmdEdit_Click() {
+    Trace("[frmPOSProgrammer].cmdEdit_Click");
+    if (m_currBlock == 0 || m_parent == nullptr)
+        return;
+    const std::string current = Current()->Sequence().KeyString();
+    bool fCancelEdit = true;
+    std::string edited = current;
+    m_parent->EditSequence.Raise(m_codeMap.GetPositionCodeForKey(m_currBlock), current, fCancelEdit,
+                                 edited);
+    if (fCancelEdit || m_currBlock == 0)
+        return;
+    constexpr std::size_t kMost = std::size_t{kPOSSequenceSize} * KeySequence::kFieldWidth;
+    Current()->Sequence().SetKeyString(edited.substr(0, kMost));
+    Show();
+}
+
+void frmPOSProgrammer::cmdClean_Click(Integer Index) {
+    Trace("[frmPOSProgrammer].cmdClean_Click(" + std::to_string(Index) + ")");
+    if (Index == 0) {
+        if (m_currBlock == 0 || !MayRemove(m_currBlock))
+            return;
+        FreeSlot(m_posData, m_currBlock);
+    } else {
+        bool fCancelRemoving = true;
+        if (m_parent != nullptr)
+            m_parent->RemoveAllBlocks.Raise(fCancelRemoving);
+        if (fCancelRemoving)
+            return;
+        m_posData = {};
+    }
+    SetCurrBlock(0);
+}
+
+void frmPOSProgrammer::imgHelp_Click() {
+    if (m_parent != nullptr)
+        m_parent->UserNeedsHelp.Raise();
+}
+
+void frmPOSProgrammer::LeaveWithOK() {
+    Trace("[frmPOSProgrammer].LeaveWithOK");
+    m_ok = true;
+    Closed.Raise();
+}
+
+void frmPOSProgrammer::LeaveWithCancel() {
+    Trace("[frmPOSProgrammer].LeaveWithCancel");
+    m_ok = false;
+    Closed.Raise();
+}
+
+// What the form shows.
+
+void frmPOSProgrammer::PrepareDisplay() {
+    ShowTexts();
+    Show();
+}
+
+void frmPOSProgrammer::ShowTexts() {
+    if (m_parent == nullptr)
+        return;
+    m_parent->ButtonOK().ShowOn(cmdOK);
+    m_parent->ButtonCancel().ShowOn(cmdCancel);
+    m_parent->ButtonNewBlock().ShowOn(cmdNewBlock);
+    m_parent->ButtonEdit().ShowOn(cmdEdit);
+    m_parent->ButtonClean().ShowOn(cmdClean[0]);
+    m_parent->ButtonCleanAll().ShowOn(cmdClean[1]);
+    lblCaption.Caption = m_parent->ProgrammerCaption();
+    lblNumBlocks.Caption = m_parent->NumBlocksCaption();
+    lblBlockID.Caption = m_parent->BlockIDCaption();
+    lblKeys.Caption = m_parent->KeysCaption();
+    lblColor.Caption = m_parent->ColorCaption();
+    lblSequence.Caption = m_parent->SequenceCaption();
+}
+
+void frmPOSProgrammer::Show() {
+    m_posData.CalcDefinedBlockNum();
+    posDisplay.PaintTogether([this] { PaintKeys(); });
+    ShowBlockList();
+    ShowCurrentBlock();
+    Refreshed.Raise();
+}
+
+void frmPOSProgrammer::ShowBlockList() {
+    lstBlocks = {};
+    Integer freeKeys = kLastKey;
+    for (Integer slot = kFirstKey; slot <= kLastKey; ++slot) {
+        const POSBlock& block = m_posData.Block(slot);
+        if (block.BlockSize() == 0)
+            continue;
+        freeKeys = static_cast<Integer>(freeKeys - block.BlockSize());
+        if (slot == m_currBlock)
+            lstBlocks.ListIndex = static_cast<Integer>(lstBlocks.Items.size());
+        lstBlocks.Items.push_back(std::to_string(block.BlockID()) + ": " + KeyNames(block));
+    }
+    lblBlockNum.Caption = std::to_string(m_posData.BlockNum());
+    lblFreeKeys.Caption = std::to_string(freeKeys);
+    cmdClean[1].Enabled = !lstBlocks.Items.empty();
+}
+
+void frmPOSProgrammer::ShowCurrentBlock() {
+    const POSBlock* block = Current();
+    const bool hasBlock = block != nullptr;
+    cmdNewBlock.Enabled = txtBlockID.Enabled = cmdEdit.Enabled = cmdClean[0].Enabled = hasBlock;
+    txtBlockID.Text = hasBlock ? std::to_string(block->BlockID()) : std::string();
+    lblCurrKeys.Caption = hasBlock ? KeyNames(*block) : std::string();
+    for (Integer color = 0; color < kColors; ++color) {
+        ColorButton& button = cmdColor[static_cast<std::size_t>(color)];
+        button.BackColor = ColorOfBlock(color);
+        button.IsSelected = hasBlock && block->ColorID() == color;
+        button.Enabled = hasBlock;
+    }
+    lblCurrSeq.Caption = hasBlock ? TextOf(block->Sequence()) : std::string();
+    lblRemaining.Caption =
+        hasBlock ? std::to_string(std::max(0, kPOSSequenceSize - block->Sequence().Length()))
+                 : std::string();
+}
+
+void frmPOSProgrammer::PaintKeys() {
+    const Long colorUnused = m_preferences != nullptr
+                                 ? m_preferences->POSColorUnused()
+                                 : InfoOf(Preference::POSColorUnused).loadDefault;
+    const Long colorCurrent = m_preferences != nullptr
+                                  ? m_preferences->POSColorCurrent()
+                                  : InfoOf(Preference::POSColorCurrent).loadDefault;
+    // The focus stays on the key that the user clicked.
+    const Integer focus = posDisplay.Focus() == 0 ? kFirstKey : posDisplay.Focus();
+    for (Integer key = kFirstKey; key <= kLastKey; ++key) {
+        const Integer slot = m_posData.FindBlockForKey(key);
+        if (slot == 0) {
+            posDisplay.SetAsUnused(key, colorUnused);
+            continue;
+        }
+        const POSBlock& block = m_posData.Block(slot);
+        const bool isCurrent = slot == m_currBlock;
+        posDisplay.SetKeyColor(key, isCurrent ? colorCurrent : ColorOfBlock(block.ColorID()));
+        if (isCurrent && key == slot)
+            posDisplay.SetAsCurrentCaption(key, std::to_string(block.BlockID()), {});
+        else
+            posDisplay.SetKeyCaption(key, std::to_string(block.BlockID()), {});
+    }
+    posDisplay.SetCursor(focus);
+}
+
+Long frmPOSProgrammer::ColorOfBlock(Integer nColorID) const {
+    if (m_preferences != nullptr)
+        return m_preferences->POSColorBlock(nColorID);
+    return InfoOf(Preference::POSColorBlock0).loadDefault;
+}
+
+std::string frmPOSProgrammer::KeyNames(const POSBlock& block) const {
+    std::string names;
+    for (const Integer key : KeysOf(block))
+        names += (names.empty() ? "" : ", ") + KeyName(key);
+    return names;
+}
+
+} // namespace qx

@@ -1,0 +1,129 @@
+// frmPOSProgrammer: the window in which the user puts the POS keys together as blocks.
+//
+// The form edits a copy of the model. One block at most is the current one. What a click on a key
+// does:
+// - without a current block ("new block"): a free key becomes the major key of a new block, a key
+// of
+//   a block makes that block the current one;
+// - with one: a key of the block leaves it, a free key joins it, a key of another block moves here.
+// So a key is always in one block at most. The major key of a block is its lowest key, whichever
+// was picked first, and the block stands in that key's slot (see POSBlockPlaces.h): when a lower
+// key joins, or the major key leaves, the block moves. A block that loses its only key is gone.
+// The host is asked before a sequence is lost with it. What it shows, and its events to the host,
+// are those of the QXPOSProgrammer that opened it.
+#pragma once
+
+#include "qxcontrols/common/ChildControls.h"
+#include "qxcontrols/pos/POSCodeMapping.h"
+#include "qxcontrols/pos/POSKeyboard.h"
+#include "qxcontrols/pos/QXPosDisplay.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+class QXKeyboardLayoutData;
+class QXPOSProgrammer;
+class QXProgSettings;
+
+struct ColorButton : Button {
+    Long BackColor = 0;      // a Windows colour value, as the preferences have them
+    bool IsSelected = false; // the current block's
+};
+
+class frmPOSProgrammer {
+public:
+    static constexpr Integer kColors = 10;
+
+    frmPOSProgrammer();
+    frmPOSProgrammer(const frmPOSProgrammer&) = delete;
+    frmPOSProgrammer& operator=(const frmPOSProgrammer&) = delete;
+
+    // Raised once after any change of what the form shows, and when the user leaves it.
+    Event<> Refreshed;
+    Event<> Closed;
+
+    // What the form works with; null clears.
+    void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
+    void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
+    void SetParentProgrammer(QXPOSProgrammer* parent) { m_parent = parent; }
+
+    // The blocks being edited. A copy is taken, with every block in its slot.
+    [[nodiscard]] const POSKeyboard& PosData() const { return m_posData; }
+    void SetPosData(const POSKeyboard& data);
+    // Whether the user left with OK.
+    [[nodiscard]] bool OK() const { return m_ok; }
+
+    // The current block's slot, which is its major key; 0 for none. A slot that is free, or no slot
+    // at all, stands for none.
+    [[nodiscard]] Integer CurrBlock() const { return m_currBlock; }
+    void SetCurrBlock(Integer nSlot);
+    [[nodiscard]] bool IsInCurrBlock(Integer nKey) const;
+    // What the key is called in the layout; the key's index where the layout has no name for it.
+    [[nodiscard]] std::string KeyName(Integer nKey) const;
+    // What the key sends, as text; nothing for a key in no block.
+    [[nodiscard]] std::string SentBy(Integer nKey) const;
+
+    // Shows the parent's texts and the blocks.
+    void PrepareDisplay();
+    void LeaveWithOK();
+    void LeaveWithCancel();
+
+    Label lblCaption; // the form's title
+    QXPosDisplay posDisplay;
+    Label lblNumBlocks, lblBlockNum; // their number
+    Label lblFreeKeys;               // how many keys are in no block
+    ListBox lstBlocks;               // in the order of their slots
+    Button cmdNewBlock;
+    // The current block. Without one, these are not enabled.
+    Label lblBlockID, lblKeys, lblColor, lblSequence; // what stands beside them
+    TextBox txtBlockID;
+    Label lblCurrKeys; // the names of its keys, the major key first
+    std::array<ColorButton, kColors> cmdColor;
+    Label lblCurrSeq;               // its sequence as text
+    Label lblRemaining;             // how many codes still fit
+    Button cmdEdit;                 // its sequence
+    std::array<Button, 2> cmdClean; // 0 remove the current block, 1 all blocks
+    Button cmdOK, cmdCancel;
+
+    void lstBlocks_Click();
+    void cmdNewBlock_Click();
+    void txtBlockID_Change(); // a text that is no number from 0 to 32767 changes nothing
+    void cmdColor_Click(Integer Index);
+    void cmdEdit_Click();
+    void cmdClean_Click(Integer Index);
+    void cmdOK_Click() { LeaveWithOK(); }
+    void cmdCancel_Click() { LeaveWithCancel(); }
+    void imgHelp_Click();
+
+private:
+    void posDisplay_KeyClicked(Integer nKey);
+    void StartBlock(Integer nKey);
+    void MoveKeyHere(Integer nKey, Integer nFromSlot);
+    [[nodiscard]] bool MayLose(Integer nKey, Integer nSlot) const;
+    [[nodiscard]] bool MayRemove(Integer nSlot) const;
+    Integer TakeOut(Integer nKey, Integer nSlot);
+    [[nodiscard]] POSBlock* Current();
+    [[nodiscard]] Long ColorOfBlock(Integer nColorID) const;
+    [[nodiscard]] std::string TextOf(const KeySequence& sequence) const;
+    [[nodiscard]] std::string KeyNames(const POSBlock& block) const;
+
+    void Show();
+    void ShowTexts();
+    void ShowBlockList();
+    void ShowCurrentBlock();
+    void PaintKeys();
+
+    QXKeyboardLayoutData* m_layout = nullptr;
+    const QXProgSettings* m_preferences = nullptr;
+    QXPOSProgrammer* m_parent = nullptr;
+    POSKeyboard m_posData;
+    POSCodeMapping m_codeMap;
+    Integer m_currBlock = 0;
+    bool m_ok = false;
+    Subscription m_keyClicked; // ends before the display
+};
+
+} // namespace qx
