@@ -85,8 +85,8 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
         sequence->setAccessibleName(sequenceCaption->text() + u' ' + sequence->text());
         description->setAccessibleName(descriptionCaption->text());
     });
-    connect(sequence, &SequenceLabel::KeyPress, this,
-            [this] { m_control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::KeyPress, this, [this] { m_control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::Clicked, this, [this] { m_control.lblCurrSeq_KeyPress(); });
 
     auto* rows = new QGridLayout;
     rows->addWidget(sequenceCaption, 0, 0);

@@ -1,5 +1,7 @@
 #include "views/QXLayoutDisplayView.h"
 
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
 #include <QEvent>
 #include <QVBoxLayout>
 
@@ -50,6 +52,11 @@ void QXLayoutDisplayView::ShowKeys() {
     }
 }
 
+bool QXLayoutDisplayView::IsProgrammable(Integer nPositionCode) const {
+    const QXKeyboardLayoutData* layout = m_display.LayoutSource();
+    return layout != nullptr && layout->KeySupport(nPositionCode) == KEYMODE_PROG;
+}
+
 KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
     const KeyButton& key = m_display.cmdKey[static_cast<std::size_t>(nPositionCode)];
     const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
@@ -60,7 +67,7 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
     cap.color = ToQColor(key.BackColor);
     cap.isEnabled = key.Enabled;
     cap.isCurrent = nPositionCode == m_display.CurrProgKey();
-    if (key.Enabled)
+    if (isSetting ? IsProgrammable(nPositionCode) : key.Enabled)
         cap.state = isSetting && key.Programmed ? KeyState::Programmed : KeyState::Empty;
     QString sequence;
     if (cap.state == KeyState::Programmed && m_textOfKey)
@@ -75,7 +82,7 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
 QString QXLayoutDisplayView::NameOf(const KeyCap& cap, const QString& sequence) const {
     const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
     QString name = tr("Key %1, %2").arg(cap.index).arg(cap.caption);
-    if (!cap.isEnabled)
+    if (cap.state == KeyState::Unused)
         name = (isSetting ? tr("%1, cannot be programmed") : tr("%1, cannot be used")).arg(name);
     else if (cap.state == KeyState::Programmed && !sequence.isEmpty())
         name = tr("%1, programmed: %2").arg(name, sequence);

@@ -81,8 +81,12 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
         [](Integer, const std::string&, bool&, std::string& sInSeq) { sInSeq = " 31159"; });
     const Subscription advances = control.AdvanceEdit.Subscribe([](bool& fEdit) { fEdit = true; });
 
+    std::vector<Integer> refused;
+    const Subscription refusals =
+        control.KeyNoEditable.Subscribe([&](Integer key) { refused.push_back(key); });
     screen.ClickKey("layoutDisplay", 30); // CapsLock, which cannot be programmed
-    EXPECT_EQ(control.CurrentKey(), QXFreeProgKeys::kNoKey);
+    screen.Click("cmdEdit_0");
+    EXPECT_EQ(refused, std::vector<Integer>{30});
     screen.ClickKey("layoutDisplay", 75); // Ins, the first that can
     EXPECT_EQ(control.CurrentKey(), 75);
     screen.Click("cmdEdit_0");
@@ -96,6 +100,7 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
               "Key 75, Ins, programmed: A, current key");
     EXPECT_TRUE(screen.Cap("layoutDisplay", 75).toolTip.contains(QStringLiteral("Insert key\nA")));
     EXPECT_EQ(screen.Cap("layoutDisplay", 76).name.toStdString(), "Key 76, Del, not programmed");
+    EXPECT_EQ(screen.Cap("layoutDisplay", 30).state, KeyState::Unused);
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).name.toStdString(),
               "Key 30, CapsLock, cannot be programmed");
 
