@@ -24,7 +24,7 @@ public:
 
 private:
     QPushButton* AddChoice(StartChoice choice, const char* name, const QString& title,
-                                  const QString& description);
+                           const QString& description);
 
     QXProgSettings& m_settings;
     StartChoice m_choice = StartChoice::ReadKeyboard;

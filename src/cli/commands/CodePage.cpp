@@ -1,7 +1,6 @@
 #include "cli/commands/Commands.h"
 
-#include "files/Files.h"
-#include "qxcontrols/pos/QXPosCodePage.h"
+#include "host/KeyboardFiles.h"
 
 #include <memory>
 
@@ -9,24 +8,9 @@ namespace qx::cli {
 
 namespace {
 
-std::string ReasonOfFailure(const std::string& file) {
-    try {
-        return file + " is no code page: it has " + std::to_string(files::ReadFile(file).size()) +
-               " bytes, and " + std::to_string(PosCodePage::kSize) + " are needed";
-    } catch (const std::exception& error) {
-        return error.what();
-    }
-}
-
 void Compare(Context& context, const std::string& file) {
-    QXPosCodePage pages;
-    if (!pages.FilePage().LoadPageFromFile(file))
-        throw host::Error(host::ErrorKind::FileFailed, ReasonOfFailure(file));
-    host::Session& session = context.Keyboard();
-    session.Run("reading the code page from the keyboard failed",
-                [&] { pages.KeyboardPage().LoadPageFromKeyboard(&session.Access()); });
+    const bool equal = host::HasCodePage(context.Keyboard(), file);
     context.CloseKeyboard();
-    const bool equal = pages.PagesAreEqual();
     context.exitStatus = equal ? 0 : 1;
     context.Result({{"file", file}, {"equal", equal}}, std::string("the keyboard's code page ") +
                                                            (equal ? "equals " : "differs from ") +

@@ -1,9 +1,8 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/PreferenceStore.h"
-#include "files/Files.h"
+#include "host/KeyboardFiles.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -11,86 +10,42 @@ namespace qx::cli {
 
 namespace {
 
-using FileOperation = Long (QXKeyboardAccess::*)(const std::string&);
-
-struct FileKind {
-    const char* command;
-    const char* content;
-    FileOperation save;
-    FileOperation load;
-    bool hasSerialLine;
-};
-
-constexpr FileKind kKinds[] = {
-    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
-     false},
-    {"chipcard", "chipcard reader's program", &QXKeyboardAccess::SaveChipcardRomIntoFile,
-     &QXKeyboardAccess::LoadChipcardRomFromFile, true},
-    {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
-     &QXKeyboardAccess::LoadParameterFromFile, false},
-};
-
-// Lets the driver write a file beside the wanted one, which is replaced when all went well: a
-// driver that fails half-way leaves an earlier file as it was.
-void WriteBeside(Context& context, const std::string& file,
-                 const std::function<void(const std::string&)>& write) {
-    context.RefuseKeyboardFile(file);
-    try {
-        files::WriteFileAtomically(
-            file, [&](const std::filesystem::path& beside) { write(beside.string()); });
-    } catch (const host::Error&) {
-        throw; // the driver's
-    } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
-    }
-}
-
 // As the options say, or else the preferences.
-struct SerialLine {
+struct ChosenLine {
     std::optional<Integer> baudRateIndex;
     std::optional<Integer> comPort;
 };
 
-void SetSerialLine(Context& context, const SerialLine& line) {
+host::SerialLine LineOf(Context& context, const ChosenLine& chosen) {
     PreferenceStore preferences(context);
     const QXProgSettings& settings = preferences.Settings();
-    context.Keyboard().Access().SetChipcardRomParameters(
-        line.baudRateIndex.value_or(settings.ChipcardBaudrate()),
-        line.comPort.value_or(settings.ChipcardPort()));
+    return {chosen.baudRateIndex.value_or(settings.ChipcardBaudrate()),
+            chosen.comPort.value_or(settings.ChipcardPort())};
 }
 
-void Transfer(Context& context, const FileKind& kind, bool save, const std::string& file,
-              const SerialLine& line) {
-    host::Session& session = context.Keyboard();
-    const std::string content = std::string("the ") + kind.content;
-    const auto transfer = [&](const std::string& name) {
-        session.Run((save ? "saving " : "loading ") + content + (save ? " into " : " from ") +
-                        file + " failed",
-                    [&] {
-                        if (kind.hasSerialLine)
-                            SetSerialLine(context, line);
-                        (void)(session.Access().*(save ? kind.save : kind.load))(name);
-                    });
-    };
+void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
+              const std::string& file, const ChosenLine& chosen) {
+    const host::SerialLine line = kind.hasSerialLine ? LineOf(context, chosen) : host::SerialLine{};
     if (save)
-        WriteBeside(context, file, transfer);
-    else
-        transfer(file);
+        context.RefuseKeyboardFile(file);
+    (save ? host::SaveKeyboardFile : host::LoadKeyboardFile)(context.Keyboard(), kind, file, line);
     context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
-    context.Result({{"direction", direction}, {"content", kind.content}, {"file", file}},
-                   direction + ": " + content + (save ? " saved into " : " loaded from ") + file +
-                       "\n");
+    const std::string content(kind.content);
+    context.Result({{"direction", direction}, {"content", content}, {"file", file}},
+                   direction + ": the " + content + (save ? " saved into " : " loaded from ") +
+                       file + "\n");
 }
 
-void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool save) {
+void AddTransfer(CLI::App& parent, Context& context, const host::KeyboardFileKind& kind,
+                 bool save) {
     const std::string name = save ? "save" : "load";
-    const std::string what = std::string("the ") + kind.content;
+    const std::string what = "the " + std::string(kind.content);
     CLI::App* command =
         parent.add_subcommand(name, save ? "Save " + what + " into a file (keyboard to file)"
                                          : "Load " + what + " from a file (file to keyboard)");
     const auto file = std::make_shared<std::string>();
-    const auto line = std::make_shared<SerialLine>();
+    const auto line = std::make_shared<ChosenLine>();
     command->add_option("FILE", *file, "The file, in the driver's own format")
         ->required()
         ->check(NotEmpty());
@@ -102,8 +57,7 @@ void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool 
         command->add_option("--port", line->comPort, "Serial port, in place of the preferred one")
             ->type_name("NUMBER");
     }
-    command->footer("Example:\n  qxconf " + std::string(kind.command) + " " + name +
-                    " keyboard.bin");
+    command->footer("Example:\n  qxconf " + std::string(kind.key) + " " + name + " keyboard.bin");
     command->callback(
         [&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
 }
@@ -116,7 +70,8 @@ struct Conversion {
 
 void Convert(Context& context, const Conversion& conversion) {
     host::Session& session = context.Driver();
-    WriteBeside(context, conversion.destination, [&](const std::string& beside) {
+    context.RefuseKeyboardFile(conversion.destination);
+    host::WriteBeside(conversion.destination, [&](const std::string& beside) {
         session.Run("converting " + conversion.source + " failed", [&] {
             (void)session.Access().ConvertBinFileToRomFile(
                 conversion.source, beside, conversion.parameters[0], conversion.parameters[1],
@@ -130,12 +85,13 @@ void Convert(Context& context, const Conversion& conversion) {
 } // namespace
 
 void AddKeyboardFiles(CLI::App& app, Context& context) {
-    for (const FileKind& kind : kKinds) {
-        CLI::App* command = app.add_subcommand(
-            kind.command, std::string("Save or load the keyboard's ") + kind.content);
+    for (const host::KeyboardFileKind& kind : host::kKeyboardFiles) {
+        const std::string key(kind.key);
+        CLI::App* command =
+            app.add_subcommand(key, "Save or load the keyboard's " + std::string(kind.content));
         command->require_subcommand(1);
-        command->footer(std::string("Examples:\n  qxconf ") + kind.command +
-                        " save keyboard.bin\n  qxconf " + kind.command + " load keyboard.bin");
+        command->footer("Examples:\n  qxconf " + key + " save keyboard.bin\n  qxconf " + key +
+                        " load keyboard.bin");
         AddTransfer(*command, context, kind, true);
         AddTransfer(*command, context, kind, false);
     }
