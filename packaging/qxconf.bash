@@ -2,16 +2,19 @@
 
 _qxconf() {
     local commands='identify upload download show diff validate defaults rom chipcard param convert
-        layer position codepage prefs'
+        layer position codepage prefs test-drive'
     local globals='--driver --keyboard --model --layouts --layout --settings --trace --json --help
         --version'
     local sections='commonKeyboard magnetCard barcode freeProgKeys funcKeys4610 funcKeys4620
         funcKeys4630 layeredFuncKeys pos'
+    local symbologies='EAN UPC Code39 Code128 CodaBar Code25_Overlapped Code25_Industrial
+        Code25_Matrix Code93 Code11 Code16K MSI Plessey'
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local command= sub= i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --driver | --keyboard | --model | --layouts | --layout | --settings | -o | --output) ((i++)) ;;
+        --driver | --keyboard | --model | --layouts | --layout | --settings | -o | --output | \
+            --layer | --track? | --wrong-* | --symbology | --reader) ((i++)) ;;
         -*) ;;
         *) if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else sub=${sub:-${COMP_WORDS[i]}}; fi ;;
         esac
@@ -21,6 +24,7 @@ _qxconf() {
     case $before in
     --model) COMPREPLY=($(compgen -W 'full magnet x1-4620' -f -- "$word")); return ;;
     --layout) COMPREPLY=($(compgen -W 'us.qxl uk.qxl german.qxl french.qxl spanish.qxl' -- "$word")); return ;;
+    --symbology) COMPREPLY=($(compgen -W "$symbologies" -- "$word")); return ;;
     --layouts) COMPREPLY=($(compgen -d -- "$word")); return ;;
     --driver | --keyboard | --settings | -o | --output) COMPREPLY=($(compgen -f -- "$word")); return ;;
     esac
@@ -30,6 +34,11 @@ _qxconf() {
         download) globals+=' --skip-absent' ;;
         position) globals+=' --count --seconds' ;;
         chipcard) globals+=' --baud --port' ;;
+        test-drive) case $sub in
+            function) globals+=' --layer' ;;
+            swipe) globals+=' --track1 --track2 --track3 --track4 --wrong-lrc --wrong-last-char' ;;
+            scan) globals+=' --symbology --reader' ;;
+            esac ;;
         esac
         COMPREPLY=($(compgen -W "$globals" -- "$word"))
         return
@@ -41,6 +50,7 @@ _qxconf() {
     rom | chipcard | param) [ -n "$sub" ] && COMPREPLY=($(compgen -f -- "$word")) ||
         COMPREPLY=($(compgen -W 'save load' -- "$word")) ;;
     position) COMPREPLY=($(compgen -W 'watch' -- "$word")) ;;
+    test-drive) [ -n "$sub" ] || COMPREPLY=($(compgen -W 'key function pos swipe scan' -- "$word")) ;;
     codepage) [ -n "$sub" ] && COMPREPLY=($(compgen -f -- "$word")) ||
         COMPREPLY=($(compgen -W 'compare' -- "$word")) ;;
     prefs) case $sub in

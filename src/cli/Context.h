@@ -60,6 +60,8 @@ public:
     [[nodiscard]] host::Session& Keyboard();
     // The driver without start-up, for what needs no keyboard.
     [[nodiscard]] QXKeyboardAccess& Driver();
+    // The simulated keyboard, not started up by this; null when the driver is another.
+    [[nodiscard]] sim::SimulatedDriver* Simulated();
     // Gives the keyboard back, where one was opened. Throws host::Error.
     void CloseKeyboard();
 
@@ -67,7 +69,8 @@ public:
     // preferred one. Throws host::Error(LayoutInvalid).
     [[nodiscard]] QXKeyboardLayoutData& Layout();
 
-    // A configuration with default values for the layout.
+    // A configuration with default values, of the opened keyboard or, where none is open, of any:
+    // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
 
     // Writes a command's result: the text, or the members of `json` with the schema number.

@@ -14,8 +14,8 @@ namespace {
 constexpr const char* kVersion = "qxconf 0.1.0";
 
 constexpr void (*kCommands[])(CLI::App&, Context&) = {
-    AddIdentify, AddUpload,        AddDownload, AddShow,     AddDiff,     AddValidate,
-    AddDefaults, AddKeyboardFiles, AddLayer,    AddPosition, AddCodePage, AddPrefs,
+    AddIdentify,      AddUpload, AddDownload, AddShow,     AddDiff,  AddValidate,  AddDefaults,
+    AddKeyboardFiles, AddLayer,  AddPosition, AddCodePage, AddPrefs, AddTestDrive,
 };
 
 void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {

@@ -35,7 +35,9 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
         auto library = std::make_unique<DriverLibrary>(choice.driver);
         if (!choice.keyboard.empty() || !choice.model.empty())
             ChooseSimulatedKeyboard(*library, choice);
-        return {std::move(library), {}, {}, {}};
+        OpenedDriver opened;
+        opened.driver = std::move(library);
+        return opened;
     } catch (const host::Error&) {
         throw;
     } catch (const std::exception& error) {
@@ -66,6 +68,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
                                               : driver.LastError();
         };
         opened.layout = [&driver] { return driver.Layout(); };
+        opened.simulated = &driver;
         opened.driver = std::move(simulated);
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::ModelInvalid, error.what());

@@ -8,6 +8,10 @@
 #include <memory>
 #include <string>
 
+namespace qx::sim {
+class SimulatedDriver;
+}
+
 namespace qx::setup {
 
 // The options that choose a keyboard; empty where not given.
@@ -21,6 +25,7 @@ struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // the meaning of its statuses, if known
     std::function<std::string()> layout;                 // the keyboard's layout, once it is open
+    sim::SimulatedDriver* simulated = nullptr; // the driver, where it is the simulated keyboard
     std::string note; // what the user should know about the choice; may be empty
 };
 

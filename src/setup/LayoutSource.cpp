@@ -2,8 +2,11 @@
 
 #include "files/Files.h"
 #include "host/Error.h"
+#include "qxcontrols/keys/QxlTextSource.h"
 
+#include <algorithm>
 #include <charconv>
+#include <system_error>
 
 namespace qx::setup {
 
@@ -15,6 +18,32 @@ constexpr Integer kDefaultLanguage = 1033;
 
 std::filesystem::path ShippedLayouts() {
     return files::ExecutableFolder().parent_path() / "share" / "qxcontrols" / "layouts";
+}
+
+std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(folder.empty() ? ShippedLayouts() : folder, error))
+        if (entry.path().extension() == ".qxl")
+            paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+
+    std::vector<LayoutEntry> layouts;
+    for (const std::filesystem::path& path : paths) {
+        QxlTextSource source;
+        if (!source.Open(path.string()))
+            continue;
+        const std::string id = source.String(LayoutTextSource::kLanguageID);
+        Integer language = 0;
+        std::from_chars(id.data(), id.data() + id.size(), language);
+        const bool isListed =
+            std::any_of(layouts.begin(), layouts.end(),
+                        [&](const LayoutEntry& layout) { return layout.language == language; });
+        if (language != 0 && !isListed)
+            layouts.push_back({language, source.String(LayoutTextSource::kNativeName)});
+    }
+    return layouts;
 }
 
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,

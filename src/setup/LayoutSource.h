@@ -6,11 +6,21 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace qx::setup {
 
 // The folder of the layouts that come with the program.
 [[nodiscard]] std::filesystem::path ShippedLayouts();
+
+struct LayoutEntry {
+    Integer language; // its language id
+    std::string name; // its own
+};
+
+// The layouts of the folder (of the shipped ones when that is empty), one for every language, in
+// the order of their file names. Files that cannot be read are passed over.
+[[nodiscard]] std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder = {});
 
 // Opens a layout of the folder (of the shipped ones when that is empty). `name` is a file name or
 // the number of a language. Throws host::Error(LayoutInvalid) and leaves `layout` as it was.

@@ -52,11 +52,12 @@ struct CapabilityFlag {
     const char* key;
     Byte mask;
 };
+constexpr Byte kBarcodeReaderMask = 0x08;
 constexpr CapabilityFlag kCapabilityFlags[] = {
     {"freeProgrammableKeys", 0x01},
     {"connectionV24", 0x02},
     {"chipcardReader", 0x04},
-    {"barcodeReader", 0x08},
+    {"barcodeReader", kBarcodeReaderMask},
 };
 constexpr Byte kTrackMasks[] = {0x80, 0x40, 0x20, 0x10};
 
@@ -64,10 +65,14 @@ constexpr Byte kTrackMasks[] = {0x80, 0x40, 0x20, 0x10};
     throw std::runtime_error(place.empty() ? message : place + ": " + message);
 }
 
-// Reads JSON that names no member twice: of two values nobody could tell which was meant.
+// Reads JSON that names no member twice: of two values nobody could tell which was meant. How deep
+// it is nested is limited, as for any file that others write.
 Json ParseStrictly(const std::string& text) {
     std::vector<std::set<std::string>> open;
-    const auto watch = [&](int, Json::parse_event_t event, Json& parsed) {
+    const auto watch = [&](int depth, Json::parse_event_t event, Json& parsed) {
+        constexpr int kMostDepth = 64;
+        if (depth > kMostDepth)
+            Refuse("", "nested more than " + std::to_string(kMostDepth) + " deep");
         if (event == Json::parse_event_t::object_start)
             open.emplace_back();
         else if (event == Json::parse_event_t::object_end)
@@ -236,9 +241,19 @@ std::vector<std::string> KeyboardModel::Names() {
     return names;
 }
 
-bool KeyboardModel::Has(KeyboardModuleIDs eModule) const {
-    return std::any_of(directory.begin(), directory.end(),
-                       [&](const Entry& entry) { return entry.module == eModule; });
+std::optional<Long> KeyboardModel::AddressOf(KeyboardModuleIDs eModule) const {
+    for (const Entry& entry : directory)
+        if (entry.module == eModule)
+            return entry.address;
+    return std::nullopt;
+}
+
+bool KeyboardModel::HasBarcodeReader() const {
+    return (capabilities & kBarcodeReaderMask) != 0;
+}
+
+bool KeyboardModel::HasMagneticTrack(Integer nTrack) const {
+    return (capabilities & kTrackMasks[nTrack - 1]) != 0;
 }
 
 std::string KeyboardModel::IdentificationBlock() const {

@@ -7,6 +7,7 @@
 
 #include "qxcontrols/device/KeyboardModuleIDs.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,14 @@ struct KeyboardModel {
     // The names of the built-in models.
     [[nodiscard]] static std::vector<std::string> Names();
 
-    [[nodiscard]] bool Has(KeyboardModuleIDs eModule) const;
+    // The base address of a module; none when the keyboard lacks it.
+    [[nodiscard]] std::optional<Long> AddressOf(KeyboardModuleIDs eModule) const;
+    [[nodiscard]] bool Has(KeyboardModuleIDs eModule) const {
+        return AddressOf(eModule).has_value();
+    }
+    // What the capability byte says.
+    [[nodiscard]] bool HasBarcodeReader() const;
+    [[nodiscard]] bool HasMagneticTrack(Integer nTrack) const; // 1 to 4
     // The keyboard's identification, as it lies in the image.
     [[nodiscard]] std::string IdentificationBlock() const;
 };

@@ -30,6 +30,12 @@ const std::string& Checked(const std::string& memory, Long lAddress, std::size_t
 SimulatedDriver::SimulatedDriver(std::filesystem::path file, const std::string& modelNameOrPath)
     : m_file(std::move(file)), m_newModel(KeyboardModel::ByName(modelNameOrPath)) {}
 
+const KeyboardModel& SimulatedDriver::Model() const {
+    if (!m_keyboard)
+        throw std::logic_error("the keyboard is not open");
+    return m_keyboard->Model();
+}
+
 std::string SimulatedDriver::Layout() const {
     return m_keyboard ? m_keyboard->Model().layout : std::string();
 }
@@ -311,8 +317,12 @@ std::int32_t SimulatedDriver::QXCFG_ChipcardIOParam(std::int16_t /*nBaudRateInde
 }
 
 std::int32_t SimulatedDriver::QXCFG_SelectLayer(std::int16_t nLayer) {
-    return CallWithLayers(
-        [&] { return nLayer >= 0 && nLayer < kFuncKeyLayers ? Status::Ok : Status::NoSuchLayer; });
+    return CallWithLayers([&] {
+        if (nLayer < 0 || nLayer >= kFuncKeyLayers)
+            return Status::NoSuchLayer;
+        m_layer = nLayer;
+        return Status::Ok;
+    });
 }
 
 std::int32_t SimulatedDriver::QXCFG_EnableLayerSelection() {

@@ -38,6 +38,12 @@ public:
     [[nodiscard]] const std::string& LastError() const {
         return m_lastError;
     }
+    // The open keyboard's model. Throws std::logic_error while it is not open.
+    [[nodiscard]] const KeyboardModel& Model() const;
+    // The selected layer of the function keys; 0 at first.
+    [[nodiscard]] Integer Layer() const {
+        return m_layer;
+    }
     // File name of the keyboard's layout; empty while it is not open.
     [[nodiscard]] std::string Layout() const;
 
@@ -108,6 +114,7 @@ private:
     bool m_hasBadRequest = false; // one that reaches out of the memory; it fails the transfer
     MessagePoster m_post = nullptr;
     Long m_window = 0, m_message = 0, m_what = 0;
+    Integer m_layer = 0;
     bool m_positionMode = false;
     std::deque<Long> m_positionKeys;
 

@@ -32,6 +32,14 @@ void Bindings::Bind(QLabel* widget, const QString& name, const Label& child) {
     });
 }
 
+void Bindings::Bind(QGroupBox* widget, const QString& name, const Label& child) {
+    widget->setObjectName(name);
+    OnShow([widget, &child] {
+        widget->setTitle(ToQt(child.Caption));
+        widget->setVisible(child.Visible);
+    });
+}
+
 void Bindings::Bind(QCheckBox* widget, const QString& name, CheckBox& child,
                     const Action& clicked) {
     widget->setObjectName(name);

@@ -9,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -36,6 +37,7 @@ public:
 
     // The child outlives the bindings. `name` becomes the widget's object name.
     void Bind(QLabel* widget, const QString& name, const Label& child);
+    void Bind(QGroupBox* widget, const QString& name, const Label& child);
     void Bind(QCheckBox* widget, const QString& name, CheckBox& child, const Action& clicked);
     void Bind(QAbstractButton* widget, const QString& name, const Button& child,
               const Action& clicked);

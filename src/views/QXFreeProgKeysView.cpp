@@ -25,7 +25,7 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
     m_bindings.OnShow([caption, sequence] {
         sequence->setAccessibleName(caption->text() + u' ' + sequence->text());
     });
-    connect(sequence, &SequenceLabel::KeyPressed, this,
+    connect(sequence, &SequenceLabel::KeyPress, this,
             [&control] { control.lblCurrSeq_KeyPress(); });
 
     auto* sequenceRow = new QHBoxLayout;

@@ -85,7 +85,7 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
         sequence->setAccessibleName(sequenceCaption->text() + u' ' + sequence->text());
         description->setAccessibleName(descriptionCaption->text());
     });
-    connect(sequence, &SequenceLabel::KeyPressed, this,
+    connect(sequence, &SequenceLabel::KeyPress, this,
             [this] { m_control.lblCurrSeq_KeyPress(); });
 
     auto* rows = new QGridLayout;

@@ -1,5 +1,10 @@
-// SequenceLabel: shows a key sequence, and can be clicked or typed at to have it edited.
+// SequenceLabel: a key sequence as text, which can have the keyboard focus and tells which keys are
+// pressed on it.
+//
+// Keys that move the focus, and those that are part of a shortcut, keep their meaning.
 #pragma once
+
+#include "qxcontrols/common/Types.h"
 
 #include <QLabel>
 
@@ -11,16 +16,14 @@ public:
     explicit SequenceLabel(QWidget* parent = nullptr);
 
 signals:
-    // A click, or a key that writes something; shortcuts and the keys that move the focus go on to
-    // where they belong.
-    void KeyPressed();
+    void KeyDown(qx::Integer KeyCode); // any key; a Windows virtual key code
+    void KeyPress();                   // a key that types something, after KeyDown
 
 protected:
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 };
 
 } // namespace qx::views

@@ -70,6 +70,7 @@ public:
         surroundings.openDriver = [&](const setup::KeyboardChoice&) {
             auto driver = m_driver == Driver::InProcess ? OpenInProcess(fault) : OpenLibrary(fault);
             setup::OpenedDriver opened;
+            opened.simulated = dynamic_cast<sim::SimulatedDriver*>(driver.get());
             opened.driver = std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites);
             return opened;
         };

@@ -147,10 +147,56 @@ TEST(Commands, PreferencesAreKept) {
     EXPECT_EQ(keyboard.Done({"prefs", "get", "LastDownloadFile"}), "a, b.json\n");
 }
 
+TEST(Commands, TestDriveTellsWhatThePcReceives) {
+    CommandLine keyboard;
+    Json document = Json::parse(keyboard.Done({"upload"}));
+    document["magnetCard"]["tracks"][1]["header"] = "Shift+A";
+    document["layeredFuncKeys"]["keys"] = {
+        {{"layer", 3}, {"key", 5}, {"sequence", "Esc ^Esc"}, {"description", ""}}};
+    keyboard.Done({"download", keyboard.Write("till.json", document.dump())});
+
+    EXPECT_EQ(keyboard.Done({"test-drive", "swipe", "--track2", "4711", "--track1", "SMITH",
+                             "--wrong-lrc", "1"}),
+              "the PC receives\n"
+              "  header of track 2  Shift A ^A ^Shift\n"
+              "  track 2 data       \"4711\"\n"
+              "output delay between codes: 6\n"
+              "the LRC of track 1 is wrong, so the reader refuses it\n"
+              "each track is sent as soon as it has been read\n");
+    EXPECT_EQ(keyboard.Done({"test-drive", "scan", "ABC", "--symbology", "code25_matrix"}),
+              "the PC receives\n  reader 1 data  \"ABC\"\noutput delay between codes: 6\n");
+    EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128  X2 ^X2\n"),
+              std::string::npos);
+    EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("ordinary key 110  Esc ^Esc\n"),
+              std::string::npos);
+
+    const Json pressed =
+        Json::parse(keyboard.Done({"--json", "test-drive", "function", "5", "--layer", "3"}));
+    EXPECT_EQ(pressed["schema"], 1);
+    EXPECT_EQ(pressed["received"][0]["origin"], "layer 3 key 5");
+    const Json release = {{"key", 110}, {"caption", "Escape key"}, {"released", true}};
+    EXPECT_EQ(pressed["received"][0]["keys"][1], release);
+    EXPECT_TRUE(
+        Json::parse(keyboard.Done({"--json", "test-drive", "function", "5"}))["received"].empty());
+
+    const std::vector<std::string> misuses[] = {
+        {"test-drive", "swipe"},
+        {"test-drive", "swipe", "--track1", "x", "--wrong-lrc", "2"},
+        {"test-drive", "swipe", "--track1", "\xFF"},
+        {"test-drive", "scan", "x", "--symbology", "CommonSettings"},
+        {"test-drive", "pos", "106"},
+    };
+    for (const auto& misuse : misuses)
+        EXPECT_EQ(keyboard.Run(misuse).status, 2);
+    const Outcome library = CommandLine(Driver::Library).Run({"test-drive", "key", "31"});
+    EXPECT_EQ(library.status, 2);
+    EXPECT_NE(library.err.find("simulated keyboard"), std::string::npos);
+}
+
 TEST(Commands, HelpTeachesByExample) {
     CommandLine keyboard;
     for (const char* command : {"identify", "upload", "download", "show", "diff", "validate",
-                                "defaults", "layer", "convert", "prefs"}) {
+                                "defaults", "layer", "convert", "prefs", "test-drive"}) {
         const Outcome help = keyboard.Run({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_NE(help.out.find("Example"), std::string::npos) << command;

@@ -50,6 +50,21 @@ TEST(QXCommonKeyboard, WithoutItsModuleNothingMoves) {
     EXPECT_TRUE(keyboard.lastRequests.empty());
 }
 
+TEST(QXCommonKeyboard, AFailedTransferIsTraced) {
+    TestKeyboard keyboard({{MODULE_MAGNET_CONFIG, 0x1000}});
+    QXCommonKeyboard control;
+    control.SetOutputDelay(9);
+    control.SetKeyboard(&keyboard.access);
+    keyboard.driver.end = 0x1000;
+    const TraceLog trace;
+    keyboard.Upload(control);
+    keyboard.Download(control);
+    EXPECT_EQ(control.OutputDelay(), 9);
+    for (const char* line : {"DataUpload failed at 1000", "DataDownload failed at 1000",
+                             "PrepareDataUpload", "PrepareDataDownload"})
+        EXPECT_TRUE(trace.Has(std::string("QXCommonKeyboard.") + line)) << line;
+}
+
 TEST(QXCommonKeyboard, TheSliderSetsTheDelay) {
     QXCommonKeyboard control;
     int refreshed = 0;

@@ -92,6 +92,10 @@ TEST_F(AccessTest, AHandlerThatThrowsFailsItsStage) {
     startup.events.clear();
     EXPECT_FALSE(access.Init());
     EXPECT_EQ(startup.events, "InitDriver InitFailed(0) ");
+    thrower = access.InitConfigurationTable.Subscribe([] { throw 4711; }); // no exception class
+    startup.events.clear();
+    EXPECT_FALSE(access.Init());
+    EXPECT_TRUE(startup.events.ends_with("InitConfigurationTable InitFailed(0) "));
 }
 
 TEST_F(AccessTest, IdentificationIsCleaned) {
@@ -145,6 +149,8 @@ TEST_F(AccessTest, TheDirectoryFindsTheFirstMatch) {
     EXPECT_FALSE(access.HasItem(MODULE_NONE));
     EXPECT_EQ(access.DirectoryItem(3)->ModuleType(), -1);
     EXPECT_EQ(access.GetBaseAddressForModule(MODULE_LAYER_FUNCKEY_DESC), 8);
+    access.DirectoryItemByModule(MODULE_POS)->SetStartAddress(0x5000);
+    EXPECT_EQ(access.GetBaseAddressForModule(MODULE_POS), 0x5000);
     ASSERT_TRUE(access.Init()); // appends
     EXPECT_EQ(access.DirectorySize(), 8);
     EXPECT_EQ(access.DirectoryItemByModule(MODULE_POS), access.DirectoryItem(1));

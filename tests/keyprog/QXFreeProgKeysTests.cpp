@@ -152,7 +152,8 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
         EXPECT_EQ(sInSeq, sOutSeq);
         EXPECT_FALSE(fCancelEdit);
         fCancelEdit = cancel;
-        sInSeq = answer;
+        if (!answer.empty())
+            sInSeq = answer;
     };
     control.cmdEdit_Click(Edit); // nobody answers
     const Subscription edits = control.EditSequence.Subscribe(host);
@@ -165,6 +166,13 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
     EXPECT_FALSE(control.DataChanged());
     EXPECT_EQ(refreshed, 0);
 
+    answer = ""; // the host agrees to what is there
+    control.cmdEdit_Click(Edit);
+    EXPECT_EQ(Codes(12), " 30158");
+    EXPECT_TRUE(control.DataChanged());
+
+    control.SetDataChanged(false);
+    refreshed = 0;
     answer = " 30";
     const Subscription advance = control.AdvanceEdit.Subscribe([](bool& fEdit) { fEdit = !fEdit; });
     control.lblCurrSeq_KeyPress();
@@ -172,6 +180,16 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
     EXPECT_EQ(control.lblCurrSeq.Caption, "k30 ");
     EXPECT_TRUE(control.DataChanged());
     EXPECT_EQ(refreshed, 1);
+}
+
+TEST_F(FreeProgKeysTest, CleanAsksWithoutACurrentKeyToo) {
+    SetCodes(control.Sequences().Key(12), {99});
+    int asked = 0;
+    const Subscription host = control.RemoveSequence.Subscribe([&](bool&) { ++asked; });
+    control.cmdEdit_Click(Clean);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(Codes(12), " 99");
+    EXPECT_TRUE(control.DataChanged());
 }
 
 TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostSaysNo) {

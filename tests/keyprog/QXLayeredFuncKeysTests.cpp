@@ -96,7 +96,13 @@ TEST_F(LayeredFuncKeysTest, DescriptionsAreCutAndFilledInTheImage) {
     control.Layer(9).SetKeyDesc(23, smiley);
     std::string& image = keyboard.driver.image;
     image.assign(FakeDriver::kSize, '\xEE');
+    SetCodes(control.Layer(9).GetKey(23), {30, 158});
+    const TraceLog trace;
     control.DataDownload(true);
+    std::string zeros;
+    for (int i = 0; i < 126; ++i)
+        zeros += " 0";
+    EXPECT_TRUE(trace.Has("Key 23 : 1E 9E" + zeros));
     EXPECT_EQ(image.substr(70000, 128), golden.substr(0, 128));
     EXPECT_EQ(image.substr(70000 + 239 * 128, 129), Bytes("3D D8  00 DE  00*124  EE"));
 
@@ -135,8 +141,12 @@ TEST_F(LayeredFuncKeysTest, OnlyUsedPartsOfSlotsAreRequestedForTheKeyboard) {
 
     TestKeyboard other({{MODULE_GUID, 4096}});
     control.SetKeyboard(&other.access);
+    const TraceLog trace;
     other.Upload(control);
     other.Download(control);
+    EXPECT_EQ(std::count(trace.lines.begin(), trace.lines.end(),
+                         "ERROR : NO ADDRESS FOR MODULE LAYERED FUNC KEYS"),
+              2); // once when each transfer is prepared
     EXPECT_TRUE(other.lastRequests.empty());
     EXPECT_EQ(other.driver.image, std::string(FakeDriver::kSize, '\0'));
 }

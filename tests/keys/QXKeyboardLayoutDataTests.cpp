@@ -36,6 +36,8 @@ TEST(QXKeyboardLayoutData, ReadsTheLineOfAKey) {
         {"(1,2,3,4)2", {2, 1, 3, 4}, KEYMODE_PROG, COLOR_SET_1, "", "Hex(17)"},
         {"", none, KEYMODE_NONE, COLOR_SET_1, "", ""},
         {"00  ", none, KEYMODE_NONE, COLOR_SET_1, "", "Hex(17)"},
+        {"21\u2013\u2192\u00C4", none, KEYMODE_PROG, COLOR_SET_2, "\u00C4", "\u00C4"},
+        {"\u00E41\u2013", none, KEYMODE_NONE, COLOR_SET_2, "", "Hex(17)"},
         {"39  A\\b\\\\", none, KEYMODE_NONE, COLOR_SET_1, "A\\b", ""},
         {"x2  \\\\Only long\\\\er", none, KEYMODE_NONE, COLOR_SET_3, "", "Only long\\\\er"},
     };

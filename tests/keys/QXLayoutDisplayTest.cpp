@@ -92,7 +92,7 @@ TEST_F(LayoutDisplayTest, OnlyKeysThatCanBeUsedAreEnabled) {
         return std::vector<bool>{display.cmdKey[30].Enabled, display.cmdKey[31].Enabled,
                                  display.cmdKey[32].Enabled, display.cmdKey[130].Enabled};
     };
-    EXPECT_EQ(enabled(), (std::vector<bool>{true, false, false, true}));
+    EXPECT_EQ(enabled(), (std::vector<bool>{true, true, false, true}));
     display.SetDisplayKeyType(DISPLAY_PROG); // key 130 has no code for sequences
     EXPECT_EQ(enabled(), (std::vector<bool>{true, true, false, false}));
     Long clicked = -1;

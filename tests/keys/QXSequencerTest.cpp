@@ -21,7 +21,9 @@ protected:
 
     void ShowModal(frmSequencer& form) override {
         EXPECT_TRUE(keyboard.driver.positionMode);
-        form.Form_Activate();
+        EXPECT_TRUE(timer->Enabled());
+        if (activates)
+            form.Form_Activate();
         user(form);
         form.Form_Unload();
     }
@@ -52,6 +54,7 @@ protected:
     TestKeyboard keyboard{{{MODULE_KEYBOARD, 0x1000}}};
     QXKeyboardLayoutData layout;
     FormTimer* timer = nullptr;
+    bool activates = true; // the host tells the form when it gets the focus
     std::function<void(frmSequencer&)> user;
     QXSequencer sequencer{Services()};
 };
@@ -71,12 +74,12 @@ TEST_F(SequencerTest, ClicksRecordPressAndRelease) {
 }
 
 TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
-    keyboard.driver.positionKeys = {-1, 31, -2, 0, 159, 4711};
+    keyboard.driver.positionKeys = {-1, 31, -2, 0, 159, 4711, 65536 + 32};
     const std::string edited = Edit([&](frmSequencer& form) {
         const auto refreshed = form.Refreshed.Subscribe(
             [&] { EXPECT_FALSE(timer->Enabled()) << "a tick may overlap"; });
         EXPECT_EQ(timer->Interval(), 100);
-        for (int tick = 0; tick < 6; ++tick)
+        for (int tick = 0; tick < 7; ++tick)
             timer->Tick();
         form.Form_Deactivate();
         timer->Tick();
@@ -207,8 +210,29 @@ TEST_F(SequencerTest, OtherwiseNothingChanges) {
     const TraceLog log;
     EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
     EXPECT_TRUE(log.Has("UNABLE TO ENABLE POSITION PROG MODE"));
+
+    keyboard.driver.statuses.clear();
+    std::string edited = "unchanged";
+    const std::string tooLong(3 * 40000, ' ');
+    user = [](frmSequencer&) { ADD_FAILURE() << "the form is shown"; };
+    EXPECT_FALSE(sequencer.ShowSequenceEditor(30, tooLong, edited, 10));
+    EXPECT_EQ(edited, "unchanged");
+    EXPECT_TRUE(log.Has("ERROR: in QXSequencer.ShowSequenceEditor !!!!!!!!"));
+    EXPECT_FALSE(keyboard.driver.positionMode);
     sequencer.SetKeyboard(nullptr);
     EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
+}
+
+TEST_F(SequencerTest, AFormThatWasDeactivatedAsItClosedScansAgain) {
+    Edit([](frmSequencer& form) { form.Form_Deactivate(); });
+    keyboard.driver.positionKeys = {31, 159};
+    user = [this](frmSequencer& form) {
+        timer->Tick();
+        timer->Tick();
+        form.LeaveWithOK();
+    };
+    activates = false;
+    EXPECT_EQ(Edit(user), "  5 31159");
 }
 
 TEST_F(SequencerTest, InTheBackgroundTheKeyboardTypes) {

@@ -182,18 +182,26 @@ TEST_F(QXBarcodeTest, KeepsWhatTheBlockDoesNotStoreAndWhatItCannotRead) {
     control.DefaultValues();
     keyboard.driver.image.assign(FakeDriver::kSize, '\xFF');
     keyboard.driver.end = 0x2031;
+    const TraceLog trace;
     control.DataUpload(true); // the headers are read, the configuration lacks its last byte
+    EXPECT_TRUE(trace.Has("QXBarcode.DataUpload failed at 2000"));
     EXPECT_EQ(control.Reader(1).Header().Length(), 32);
     EXPECT_EQ(control.BitPage(BP_CodaBar).MaxSize(), 60);
 }
 
-TEST_F(QXBarcodeTest, RefusesToWriteACodeLengthThatIsNoByte) {
-    const std::string untouched = keyboard.driver.image;
-    SetCodes(control.Reader(1).Header(), {30, -1});
-    control.BitPage(BP_Code16K).SetMaxSize(256);
+TEST_F(QXBarcodeTest, EndsTheDownloadAtACodeLengthThatIsNoByte) {
+    keyboard.driver.image.assign(FakeDriver::kSize, '\x55');
+    SetCodes(control.Reader(1).Header(), {30});
+    control.BitPage(BP_Code25_Overlapped).SetMaxSize(256);
     EXPECT_THROW(control.DataDownload(true), std::overflow_error);
-    EXPECT_EQ(keyboard.driver.image, untouched);
+    EXPECT_EQ(keyboard.driver.image.substr(0x1000, 33), Bytes("1E 00*32"));
+    EXPECT_EQ(keyboard.driver.image.substr(0x2000, 10), Bytes("01 3C 01 30 00*4 04 55"));
     control.DefaultValues();
+    keyboard.driver.end = 0x2031;
+    const TraceLog trace;
+    control.DataDownload(true);
+    EXPECT_TRUE(trace.Has("QXBarcode.DataDownload failed at 2031"));
+    keyboard.driver.end = FakeDriver::kSize;
     SetCodes(control.Reader(1).Header(), {30, -1}); // has no slot: all others move forward
     SetCodes(control.Reader(1).Terminator(), {28});
     keyboard.Download(control);

@@ -177,5 +177,21 @@ TEST_F(QXMagnetCardTest, KeepsWhatItCannotRead) {
     EXPECT_EQ(refreshed, 0);
 }
 
+TEST_F(QXMagnetCardTest, ReadsEvenWhereAModuleIsMissing) {
+    TestKeyboard headersOnly({{MODULE_MAGNET_HEADERS, 0x1000}});
+    TestKeyboard neither({{MODULE_POS, 0x1000}});
+    control.SetKeyboard(&neither.access);
+    TraceLog trace;
+    control.DataUpload(true);
+    EXPECT_TRUE(trace.Has("QXMagnetCard.DataUpload failed at FFFFFFFF"));
+    control.SetKeyboard(&headersOnly.access);
+    headersOnly.driver.image.replace(4, 3, Bytes("03 00 00")); // 5 above the address -1
+    control.DataUpload(true);
+    EXPECT_TRUE(control.Track1().HeaderEnabled() && control.Track1().TerminatorEnabled());
+    control.SetKeyboard(nullptr);
+    control.DataUpload(true);
+    EXPECT_TRUE(control.Track1().HeaderEnabled());
+}
+
 } // namespace
 } // namespace qx::test

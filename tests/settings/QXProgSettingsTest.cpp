@@ -3,6 +3,7 @@
 #include "support/TestKeyboard.h"
 
 #include <limits>
+#include <set>
 
 namespace qx::test {
 namespace {
@@ -99,12 +100,30 @@ TEST_F(QXProgSettingsTest, LoadsAndSavesEveryValueAtItsPlace) {
     settings.SetWinParam(0, 640, 480, 10, 20);
     settings.SaveWinPos();
     EXPECT_EQ(trace.lines,
-              (std::vector<std::string>{"SAVE WINDOW POSITION", "STATE =0",
+              (std::vector<std::string>{"QXProgSettings.SetWinParam", "QXProgSettings.SaveWinPos",
+                                        "SAVE WINDOW POSITION", "STATE =0",
                                         "WIDTH = 640  HEIGHT = 480", "TOP   = 10  LEFT = 20"}));
     QXProgSettings other(registry);
     other.Load();
     EXPECT_EQ(other.WinHeight(), 480);
     EXPECT_EQ(other.PosCodePage(), "page.bin");
+}
+
+TEST_F(QXProgSettingsTest, GivesEveryKeyThePathOfTheDeviceProgram) {
+    struct NotedPaths : MemoryRegistry {
+        void SetPath(std::string_view sPath) override {
+            paths.emplace(sPath);
+            MemoryRegistry::SetPath(sPath);
+        }
+        std::set<std::string> paths;
+    } noted;
+    QXProgSettings all(noted);
+    all.Load();
+    all.SetLastDownloadFile("cash.json");
+    all.SetShowStartupAction(1);
+    EXPECT_EQ(noted.paths, (std::set<std::string>{kRoot + "Color\\", kRoot + "Common\\",
+                                                  kRoot + "LastDocument", kRoot + "LowLevel\\",
+                                                  kRoot + "StartMode\\", kRoot + "StartWizard"}));
 }
 
 TEST_F(QXProgSettingsTest, SetDefaultsDiffersFromAnEmptyRegistry) {

@@ -22,5 +22,6 @@ void AddLayer(CLI::App& app, Context& context);
 void AddPosition(CLI::App& app, Context& context);
 void AddCodePage(CLI::App& app, Context& context);
 void AddPrefs(CLI::App& app, Context& context);
+void AddTestDrive(CLI::App& app, Context& context);
 
 } // namespace qx::cli

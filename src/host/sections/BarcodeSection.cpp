@@ -14,27 +14,26 @@ constexpr Area kAreas[] = {
 };
 constexpr SectionInfo kInfo = {"barcode", "barcode", kAreas};
 
-struct PageName {
+struct PageLabel {
     BarcodePage page;
-    std::string_view key;
     std::string_view label;
 };
 
-constexpr PageName kPages[] = {
-    {BP_CommonSettings, "CommonSettings", "common settings"},
-    {BP_EAN, "EAN", "EAN"},
-    {BP_UPC, "UPC", "UPC"},
-    {BP_Code39, "Code39", "Code39"},
-    {BP_Code128, "Code128", "Code128"},
-    {BP_CodaBar, "CodaBar", "CodaBar"},
-    {BP_Code25_Overlapped, "Code25_Overlapped", "Code25 overlapped"},
-    {BP_Code25_Industrial, "Code25_Industrial", "Code25 industrial"},
-    {BP_Code25_Matrix, "Code25_Matrix", "Code25 matrix"},
-    {BP_Code93, "Code93", "Code93"},
-    {BP_Code11, "Code11", "Code11"},
-    {BP_Code16K, "Code16K", "Code16K"},
-    {BP_MSI, "MSI", "MSI"},
-    {BP_Plessey, "Plessey", "Plessey"},
+constexpr PageLabel kPages[] = {
+    {BP_CommonSettings, "common settings"},
+    {BP_EAN, "EAN"},
+    {BP_UPC, "UPC"},
+    {BP_Code39, "Code39"},
+    {BP_Code128, "Code128"},
+    {BP_CodaBar, "CodaBar"},
+    {BP_Code25_Overlapped, "Code25 overlapped"},
+    {BP_Code25_Industrial, "Code25 industrial"},
+    {BP_Code25_Matrix, "Code25 matrix"},
+    {BP_Code93, "Code93"},
+    {BP_Code11, "Code11"},
+    {BP_Code16K, "Code16K"},
+    {BP_MSI, "MSI"},
+    {BP_Plessey, "Plessey"},
 };
 static_assert(std::size(kPages) == kBarcodeOptionPages);
 
@@ -44,8 +43,9 @@ public:
 
     void Visit(FieldVisitor& fields) override {
         fields.Object({"pages", ""}, [&] {
-            for (const PageName& name : kPages)
-                fields.Object({name.key, name.label}, [&] { VisitPage(fields, name.page); });
+            for (const PageLabel& page : kPages)
+                fields.Object({kBarcodePageNames[static_cast<std::size_t>(page.page)], page.label},
+                              [&] { VisitPage(fields, page.page); });
         });
         fields.Array(
             {"readers", "reader"}, kBarcodeReaders, 1, [&](const Field& field, std::size_t index) {

@@ -15,6 +15,17 @@ std::string Hex(Long lValue) {
     return digits;
 }
 
+std::string HexBytes(std::string_view sBytes) {
+    std::string text;
+    text.reserve(3 * sBytes.size());
+    for (const char byte : sBytes) {
+        if (!text.empty())
+            text += ' ';
+        text += Hex(static_cast<Byte>(byte));
+    }
+    return text;
+}
+
 std::string_view TrueFalse(bool fValue) {
     return fValue ? "True" : "False";
 }

@@ -12,6 +12,9 @@ namespace qx {
 // "FFFFFFFF").
 [[nodiscard]] std::string Hex(Long lValue);
 
+// The same of every byte, with a blank between them.
+[[nodiscard]] std::string HexBytes(std::string_view sBytes);
+
 [[nodiscard]] std::string_view TrueFalse(bool fValue); // "True" or "False"
 
 // Without the blanks (character 32) at both ends, or at the left end only.

@@ -76,6 +76,11 @@ bool IsWellFormedUtf8(std::string_view sText) {
     return true;
 }
 
+void SkipCharacters(std::string_view& sText, std::size_t nCount) {
+    for (; nCount > 0 && !sText.empty(); --nCount)
+        (void)TakeCharacter(sText);
+}
+
 std::u16string Utf16FromUtf8(std::string_view sText) {
     std::u16string units;
     units.reserve(sText.size());

@@ -4,6 +4,7 @@
 // that their results are well-formed always.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,10 @@ namespace qx {
 // Whether the text is UTF-8 by Unicode's definition: the shortest form of each character, none of
 // them a surrogate or beyond U+10FFFF.
 [[nodiscard]] bool IsWellFormedUtf8(std::string_view sText);
+
+// Takes that many characters off the text's front, or all that there are; a byte that begins none
+// counts as one.
+void SkipCharacters(std::string_view& sText, std::size_t nCount);
 
 // One replacement character for each byte that begins no character.
 [[nodiscard]] std::u16string Utf16FromUtf8(std::string_view sText);

@@ -34,18 +34,22 @@ void ModuleControl::SetPrefSource(QXProgSettings* preferences) {
 }
 
 void ModuleControl::Translate() {
+    TraceNamed(".Translate");
     Refreshed.Raise();
 }
 
 void ModuleControl::AdjustControls() {
+    TraceNamed(".AdjustControls");
     Refreshed.Raise();
 }
 
 void ModuleControl::ReloadKeySettings() {
+    TraceNamed(".ReloadKeySettings");
     Refreshed.Raise();
 }
 
 void ModuleControl::ReloadColor() {
+    TraceNamed(".ReloadColor");
     Refreshed.Raise();
 }
 

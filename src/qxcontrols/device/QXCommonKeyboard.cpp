@@ -1,5 +1,6 @@
 #include "qxcontrols/device/QXCommonKeyboard.h"
 
+#include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 
 #include <algorithm>
@@ -32,37 +33,48 @@ void QXCommonKeyboard::SetOutputDelay(Byte bDelay) {
 }
 
 Long QXCommonKeyboard::TransferSize(bool /*LoadInKeyboard*/) const {
+    TraceNamed(".TransferSize");
     return kBlockSize;
 }
 
 void QXCommonKeyboard::DefaultValues() {
+    TraceNamed(".DefaultValues");
     SetOutputDelay(kDefaultOutputDelay);
 }
 
 void QXCommonKeyboard::PrepareDataUpload(bool /*LoadInKeyboard*/) {
     TraceNamed(".PrepareDataUpload");
+    QueueBlock();
+}
+
+void QXCommonKeyboard::PrepareDataDownload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".PrepareDataDownload");
+    QueueBlock();
+}
+
+void QXCommonKeyboard::QueueBlock() {
     const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
     if (base != -1)
         Keyboard()->MemRequestAdd(MODULE_KEYBOARD, base, kBlockSize);
 }
 
-void QXCommonKeyboard::PrepareDataDownload(bool LoadInKeyboard) {
-    PrepareDataUpload(LoadInKeyboard);
-}
-
 void QXCommonKeyboard::DataUpload(bool /*LoadInKeyboard*/) {
     TraceNamed(".DataUpload");
     const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
+    if (base == -1)
+        return;
     std::string data;
-    if (base != -1 && Keyboard()->ReadFromMemory(data, base, kBlockSize))
+    if (Keyboard()->ReadFromMemory(data, base, kBlockSize))
         SetOutputDelay(static_cast<Byte>(data[0]));
+    else
+        TraceNamed(".DataUpload failed at " + Hex(base));
 }
 
 void QXCommonKeyboard::DataDownload(bool /*LoadInKeyboard*/) {
     TraceNamed(".DataDownload");
     const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
-    if (base != -1)
-        Keyboard()->WriteByteMemory(m_outputDelay, base);
+    if (base != -1 && !Keyboard()->WriteByteMemory(m_outputDelay, base))
+        TraceNamed(".DataDownload failed at " + Hex(base));
 }
 
 void QXCommonKeyboard::slidOutputDelay_Change() {

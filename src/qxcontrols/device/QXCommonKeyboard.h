@@ -37,6 +37,8 @@ public:
     void slidOutputDelay_Change();
 
 private:
+    void QueueBlock();
+
     Byte m_outputDelay = 0;
 };
 

@@ -2,10 +2,12 @@
 
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/Trace.h"
+#include "qxcontrols/platform/AnsiText.h"
 
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace qx {
 
@@ -17,6 +19,7 @@ constexpr Long kCapabilityAddress = 0x7FF;
 constexpr Long kStartupDelta = 0;
 
 // The numbers by which the trace names run-time errors.
+constexpr int kUnknownError = 5;
 int ErrorNumber(const std::exception& error) {
     if (dynamic_cast<const std::overflow_error*>(&error) != nullptr)
         return 6;
@@ -24,7 +27,7 @@ int ErrorNumber(const std::exception& error) {
         return 7;
     if (dynamic_cast<const std::out_of_range*>(&error) != nullptr)
         return 9;
-    return 5;
+    return kUnknownError;
 }
 
 bool IsAllowedInIdentification(char c) {
@@ -82,6 +85,7 @@ QXKeyboardAccess::~QXKeyboardAccess() {
 }
 
 bool QXKeyboardAccess::Init() {
+    Trace("QXKeyboardAccess.Init");
     if (!InitDriverStage() || !InitConfigurationTableStage()) {
         InitFailed.Raise(0);
         return false;
@@ -132,6 +136,10 @@ bool QXKeyboardAccess::InitConfigurationTableStage() {
     } catch (const std::exception& error) {
         Trace("Error in InitConfigurationTable " + std::to_string(ErrorNumber(error)) + " - " +
               error.what());
+        return false;
+    } catch (...) { // a handler of the host may throw anything
+        Trace("Error in InitConfigurationTable " + std::to_string(kUnknownError) +
+              " - unknown error");
         return false;
     }
 }
@@ -204,11 +212,19 @@ const ConfigDirEntry* QXKeyboardAccess::DirectoryItem(Integer nIndex) const {
     return &m_directory[static_cast<std::size_t>(nIndex - 1)];
 }
 
+ConfigDirEntry* QXKeyboardAccess::DirectoryItem(Integer nIndex) {
+    return const_cast<ConfigDirEntry*>(std::as_const(*this).DirectoryItem(nIndex));
+}
+
 const ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModule) const {
     const auto found =
         std::find_if(m_directory.begin(), m_directory.end(),
                      [&](const ConfigDirEntry& entry) { return entry.ModuleType() == eModule; });
     return found == m_directory.end() ? nullptr : &*found;
+}
+
+ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModule) {
+    return const_cast<ConfigDirEntry*>(std::as_const(*this).DirectoryItemByModule(eModule));
 }
 
 Long QXKeyboardAccess::GetBaseAddressForModule(KeyboardModuleIDs eModule) const {
@@ -287,6 +303,7 @@ void QXKeyboardAccess::WriteLongIntoImage(Long lAddress, const Long& lLong) {
 }
 
 void QXKeyboardAccess::DataTransferPrepare() {
+    Trace("QXKeyboardAccess.DataTransferPrepare");
     MemRequestClean();
 }
 
@@ -313,10 +330,12 @@ Long QXKeyboardAccess::Download() {
 }
 
 void QXKeyboardAccess::DataTransferFixUp() {
+    Trace("QXKeyboardAccess.DataTransferFixUp");
     MemRequestClean();
 }
 
 void QXKeyboardAccess::SetNotificationValues(Long theWindow, Long lMsg, Long lWhat) {
+    Trace("QXKeyboardAccess.SetNotificationValues");
     m_driver.QXCFG_TransferNotification(theWindow, lMsg, lWhat);
 }
 
@@ -324,7 +343,7 @@ Long QXKeyboardAccess::FileOperation(std::string_view sProcedure,
                                      Long (ConfigDriver::*operation)(char*),
                                      const std::string& sFilename) {
     Trace("QXKeyboardAccess." + std::string(sProcedure) + "(" + sFilename + ")");
-    std::string name = sFilename; // the driver may write into its argument
+    std::string name = AnsiText(sFilename); // the driver may write into its argument
     return (m_driver.*operation)(name.data());
 }
 
@@ -357,14 +376,16 @@ Long QXKeyboardAccess::LoadParameterFromFile(const std::string& sFilename) {
 }
 
 void QXKeyboardAccess::SetChipcardRomParameters(Integer nBaudRateIndex, Integer nComPort) {
+    Trace("QXKeyboardAccess.SetChipcardRomParameters");
     m_driver.QXCFG_ChipcardIOParam(nBaudRateIndex, nComPort);
 }
 
 Long QXKeyboardAccess::ConvertBinFileToRomFile(const std::string& sBinFilename,
                                                const std::string& sDestFilename, Long lParam1,
                                                Long lParam2, Long lParam3) {
-    std::string source = sBinFilename;
-    std::string destination = sDestFilename;
+    Trace("QXKeyboardAccess.ConvertBinFileToRomFile");
+    std::string source = AnsiText(sBinFilename);
+    std::string destination = AnsiText(sDestFilename);
     return m_driver.QXCFG_ConvertBinFileIntoRomFile(source.data(), destination.data(), lParam1,
                                                     lParam2, lParam3);
 }
@@ -391,6 +412,7 @@ Long QXKeyboardAccess::GetPositionCodeKey() {
 }
 
 void QXKeyboardAccess::SelectFunctionKeyLayer(Integer nLayer) {
+    Trace("QXKeyboardAccess.SelectFunctionKeyLayer");
     if (HasItem(MODULE_LAYERED_FUNCKEYS))
         m_driver.QXCFG_SelectLayer(nLayer);
 }

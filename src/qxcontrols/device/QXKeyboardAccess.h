@@ -74,8 +74,11 @@ public:
     void SetCommandDelta(Long lDelta) { m_commandDelta = lDelta; }
 
     // The configuration directory. Positions count from 1; a lookup by id finds the first match.
+    // The entries are the directory's own and may be changed.
     [[nodiscard]] Integer DirectorySize() const;
-    [[nodiscard]] const ConfigDirEntry* DirectoryItem(Integer nIndex) const; // null when absent
+    [[nodiscard]] ConfigDirEntry* DirectoryItem(Integer nIndex); // null when absent
+    [[nodiscard]] const ConfigDirEntry* DirectoryItem(Integer nIndex) const;
+    [[nodiscard]] ConfigDirEntry* DirectoryItemByModule(KeyboardModuleIDs eModule);
     [[nodiscard]] const ConfigDirEntry* DirectoryItemByModule(KeyboardModuleIDs eModule) const;
     [[nodiscard]] Long GetBaseAddressForModule(KeyboardModuleIDs eModule) const; // -1 when absent
     [[nodiscard]] bool HasItem(KeyboardModuleIDs eID) const;
@@ -108,7 +111,8 @@ public:
     // Which message transfers post to which window, to report their progress.
     void SetNotificationValues(Long theWindow, Long lMsg, Long lWhat = -1);
 
-    // Files of the driver's own formats; all return the driver's status (0: success).
+    // Files of the driver's own formats; all return the driver's status (0: success). Names reach
+    // the driver as 8-bit text; what it writes back into them is not handed on.
     [[nodiscard]] Long SaveRomIntoFile(const std::string& sFilename);
     [[nodiscard]] Long LoadRomFromFile(const std::string& sFilename);
     [[nodiscard]] Long SaveChipcardRomIntoFile(const std::string& sFilename);

@@ -1,5 +1,6 @@
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 
+#include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
@@ -60,9 +61,9 @@ std::string EncodeFuncKeySequences(const FuncKeyLayers& layers) {
     std::string block;
     block.reserve(kFuncKeySequencesSize);
     VisitKeys(layers, [&](const FuncKeyLayer& layer, Integer key) {
-        const KeySequence& sequence = layer.GetKey(key);
-        block += SequenceToBytes(sequence, kFuncKeySlotSize);
-        Trace("Key " + std::to_string(key) + " : " + sequence.KeyString());
+        const std::string slot = SequenceToBytes(layer.GetKey(key), kFuncKeySlotSize);
+        block += slot;
+        Trace("Key " + std::to_string(key) + " : " + HexBytes(slot));
     });
     return block;
 }

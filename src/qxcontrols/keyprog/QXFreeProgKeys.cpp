@@ -30,6 +30,7 @@ void QXFreeProgKeys::ReloadKeysSettings() {
 }
 
 void QXFreeProgKeys::KeyFontSizeChanged(Integer nNewSize) {
+    TraceNamed(".KeyFontSizeChanged");
     layoutDisplay.SetUserFontSize(nNewSize);
     Refreshed.Raise();
 }
@@ -37,15 +38,21 @@ void QXFreeProgKeys::KeyFontSizeChanged(Integer nNewSize) {
 // The transfer.
 
 Long QXFreeProgKeys::TransferSize(bool /*LoadInKeyboard*/) const {
+    TraceNamed(".TransferSize");
+    return BlockSize();
+}
+
+Long QXFreeProgKeys::BlockSize() const {
     return m_programmableKeys * kFreeProgKeySlotSize;
 }
 
 void QXFreeProgKeys::DefaultValues() {
+    TraceNamed(".DefaultValues");
     m_sequences.CleanAll();
     ShowKeys();
 }
 
-void QXFreeProgKeys::PrepareDataUpload(bool LoadInKeyboard) {
+void QXFreeProgKeys::PrepareDataUpload(bool /*LoadInKeyboard*/) {
     TraceNamed(".PrepareDataUpload");
     const Long base = BaseAddress(ConfigID());
     if (base == -1) {
@@ -55,14 +62,14 @@ void QXFreeProgKeys::PrepareDataUpload(bool LoadInKeyboard) {
         Services().messageBoxes->Show(kMessage);
         return;
     }
-    Keyboard()->MemRequestAdd(ConfigID(), base, TransferSize(LoadInKeyboard));
+    Keyboard()->MemRequestAdd(ConfigID(), base, BlockSize());
 }
 
 void QXFreeProgKeys::PrepareDataDownload(bool LoadInKeyboard) {
     PrepareDataUpload(LoadInKeyboard);
 }
 
-void QXFreeProgKeys::DataUpload(bool LoadInKeyboard) {
+void QXFreeProgKeys::DataUpload(bool /*LoadInKeyboard*/) {
     static constexpr std::string_view kProcedure = ".DataUpload";
     TraceNamed(kProcedure);
     const Long base = BaseAddress(ConfigID());
@@ -71,7 +78,7 @@ void QXFreeProgKeys::DataUpload(bool LoadInKeyboard) {
         return;
     }
     std::string data;
-    if (!Keyboard()->ReadFromMemory(data, base, TransferSize(LoadInKeyboard))) {
+    if (!Keyboard()->ReadFromMemory(data, base, BlockSize())) {
         TraceIn(kProcedure, "ReadFromMemory failed at " + Hex(base));
         return;
     }
@@ -80,7 +87,7 @@ void QXFreeProgKeys::DataUpload(bool LoadInKeyboard) {
     ShowKeys();
 }
 
-void QXFreeProgKeys::DataDownload(bool LoadInKeyboard) {
+void QXFreeProgKeys::DataDownload(bool /*LoadInKeyboard*/) {
     static constexpr std::string_view kProcedure = ".DataDownload";
     TraceNamed(kProcedure);
     const Long base = BaseAddress(ConfigID());
@@ -95,7 +102,7 @@ void QXFreeProgKeys::DataDownload(bool LoadInKeyboard) {
         for (const Integer key : StoredFreeProgKeys(m_sequences, ConfigID()))
             TraceIn(kProcedure, Hex(key));
     const std::string data = EncodeFreeProgKeys(m_sequences, ConfigID());
-    if (!Keyboard()->WriteIntoMemory(data, base, TransferSize(LoadInKeyboard)))
+    if (!Keyboard()->WriteIntoMemory(data, base, BlockSize()))
         TraceIn(kProcedure, "Download failed at address " + Hex(base));
 }
 
@@ -141,10 +148,10 @@ void QXFreeProgKeys::Edit() {
     }
     const Integer key = m_key; // the host may pick another
     const std::string sOutSeq = m_sequences.Key(key).KeyString();
-    bool fCancelEdit = false;
+    bool fCancelEdit = !EditSequence.HasSubscribers();
     std::string sInSeq = sOutSeq;
     EditSequence.Raise(key, sOutSeq, fCancelEdit, sInSeq);
-    if (fCancelEdit || sInSeq == sOutSeq)
+    if (fCancelEdit)
         return;
     try {
         m_sequences.Key(key).SetKeyString(std::move(sInSeq));
@@ -158,8 +165,6 @@ void QXFreeProgKeys::Edit() {
 }
 
 void QXFreeProgKeys::Clean() {
-    if (m_key == kNoKey)
-        return;
     const Integer key = m_key; // the host may pick another
     bool fRemoveIt = true;
     RemoveSequence.Raise(fRemoveIt);
@@ -197,6 +202,7 @@ void QXFreeProgKeys::lblCurrSeq_KeyPress() {
 // What the control shows.
 
 void QXFreeProgKeys::Translate() {
+    TraceNamed(".Translate");
     for (std::size_t i = 0; i < cmdEdit.size(); ++i)
         m_buttons[i].ShowOn(cmdEdit[i]);
     lblSequence.Caption = m_sequenceCaption;
@@ -205,6 +211,7 @@ void QXFreeProgKeys::Translate() {
 }
 
 void QXFreeProgKeys::ReloadColor() {
+    TraceNamed(".ReloadColor");
     ShowKeys();
 }
 

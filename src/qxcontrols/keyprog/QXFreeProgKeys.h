@@ -24,12 +24,11 @@ public:
 
     explicit QXFreeProgKeys(const Platform& platform = {});
 
-    // Removals are carried out unless the host answers no: fRemoveIt is preset to True. Without a
-    // current key there is nothing to remove, and nothing is asked.
+    // Removals are carried out unless the host answers no: fRemoveIt is preset to True.
     Event<bool&> RemoveAllSequences; // fRemoveIt
     Event<bool&> RemoveSequence;     // fRemoveIt
-    // nPosCode, sOutSeq, fCancelEdit, sInSeq. Preset to False and to the current sequence: where
-    // the host gives no other one, nothing changes.
+    // nPosCode, sOutSeq, fCancelEdit, sInSeq. Preset to False and to the current sequence: unless
+    // the host cancels, the sequence counts as edited. Without a subscriber nothing happens.
     Event<Integer, const std::string&, bool&, std::string&> EditSequence;
     Event<Integer> KeyNoEditable; // nPositionCode; kNoKey when no key is picked
     Event<bool&> AdvanceEdit;     // fEdit, preset to False
@@ -86,6 +85,7 @@ protected:
     void PrefSourceAssigned() override;
 
 private:
+    [[nodiscard]] Long BlockSize() const;
     [[nodiscard]] bool IsProgrammable(Long lID) const;
     void PickKey(Long lPositionCode);
     void Edit();

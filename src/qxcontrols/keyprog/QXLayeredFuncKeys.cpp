@@ -62,6 +62,7 @@ void QXLayeredFuncKeys::ShowCurrentSelectedLayerOnKeyboard() {
 // The transfer.
 
 Long QXLayeredFuncKeys::TransferSize(bool LoadInKeyboard) const {
+    TraceNamed(".TransferSize");
     Long size = m_withIdentifier ? kFuncKeyGuidSize : 0;
     if (!LoadInKeyboard)
         return size + kFuncKeySequencesSize;
@@ -72,6 +73,7 @@ Long QXLayeredFuncKeys::TransferSize(bool LoadInKeyboard) const {
 }
 
 void QXLayeredFuncKeys::DefaultValues() {
+    TraceNamed(".DefaultValues");
     m_layers = {};
     ShowLayerInfo();
 }
@@ -108,10 +110,8 @@ void QXLayeredFuncKeys::PrepareDataDownload(bool LoadInKeyboard) {
 void QXLayeredFuncKeys::DataUpload(bool /*LoadInKeyboard*/) {
     TraceNamed(".DataUpload");
     const Long base = BaseAddress(ConfigID());
-    if (base == -1) {
-        Trace(kNoAddress);
+    if (base == -1)
         return;
-    }
     std::string data;
     if (!Keyboard()->ReadFromMemory(data, base, kFuncKeySequencesSize)) {
         TraceNamed(".DataUpload failed at " + Hex(base));
@@ -130,10 +130,8 @@ void QXLayeredFuncKeys::DataUpload(bool /*LoadInKeyboard*/) {
 void QXLayeredFuncKeys::DataDownload(bool LoadInKeyboard) {
     TraceNamed(".DataDownload");
     const Long base = BaseAddress(ConfigID());
-    if (base == -1) {
-        Trace(kNoAddress);
+    if (base == -1)
         return;
-    }
     const bool written =
         Keyboard()->WriteIntoMemory(EncodeFuncKeySequences(m_layers), base, kFuncKeySequencesSize);
     TraceNamed((written ? ".DataDownload ok     at " : ".DataDownload failed at ") + Hex(base));
@@ -308,6 +306,7 @@ void QXLayeredFuncKeys::lblCurrSeq_KeyPress() {
 // What the control shows.
 
 void QXLayeredFuncKeys::Translate() {
+    TraceNamed(".Translate");
     for (std::size_t i = 0; i < cmdEdit.size(); ++i)
         m_texts.edit[i].ShowOn(cmdEdit[i]);
     for (std::size_t i = 0; i < cmdLayer.size(); ++i)
@@ -320,10 +319,12 @@ void QXLayeredFuncKeys::Translate() {
 }
 
 void QXLayeredFuncKeys::ReloadKeySettings() {
+    TraceNamed(".ReloadKeySettings");
     ShowLayerInfo();
 }
 
 void QXLayeredFuncKeys::ReloadColor() {
+    TraceNamed(".ReloadColor");
     ShowLayerInfo();
 }
 

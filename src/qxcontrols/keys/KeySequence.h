@@ -2,7 +2,8 @@
 //
 // A code below 128 presses the key of that id, a code of 128 or more releases the key with the id
 // less 128. The codes are kept as text, three characters a code: the decimal number, padded with
-// blanks on the left ("  5200 13" are the codes 5, 200 and 13).
+// blanks on the left ("  5200 13" are the codes 5, 200 and 13). Such a text is ASCII: its
+// characters are counted as bytes.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

@@ -1,11 +1,11 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QxlTextSource.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -37,9 +37,11 @@ Single WholeNumber(std::string_view text) {
     return static_cast<Single>(number);
 }
 
-// The digit at this place if it is 0, 1 or 2, else 0.
-int ModeDigit(std::string_view line, std::size_t place) {
-    return place < line.size() && line[place] >= '0' && line[place] <= '2' ? line[place] - '0' : 0;
+// The digit at the line's front if it is 0, 1 or 2, else 0; the line loses that character.
+int TakeModeDigit(std::string_view& line) {
+    const char digit = line.empty() ? '0' : line.front();
+    SkipCharacters(line, 1);
+    return digit >= '0' && digit <= '2' ? digit - '0' : 0;
 }
 
 } // namespace
@@ -111,7 +113,7 @@ void QXKeyboardLayoutData::LoadAllKeys() {
 }
 
 void QXKeyboardLayoutData::KeyRecord::Parse(Long lID, std::string_view line) {
-    constexpr std::size_t kCaptionPlace = 4; // after the two digits and two separators
+    constexpr std::size_t kSeparators = 2; // whatever characters these are
     line = TrimLeft(line);
     caption.clear();
     longCaption.clear();
@@ -121,10 +123,10 @@ void QXKeyboardLayoutData::KeyRecord::Parse(Long lID, std::string_view line) {
         line = ParseGeometry(line);
     if (line.empty())
         return;
-    support = static_cast<KEY_SUPPORT>(ModeDigit(line, 0));
-    color = static_cast<COLOR_SET>(ModeDigit(line, 1));
+    support = static_cast<KEY_SUPPORT>(TakeModeDigit(line));
+    color = static_cast<COLOR_SET>(TakeModeDigit(line));
 
-    line.remove_prefix(std::min(kCaptionPlace, line.size()));
+    SkipCharacters(line, kSeparators);
     const std::size_t captionEnd = line.find(kLongCaptionFollows);
     caption = line.substr(0, captionEnd);
     if (captionEnd != std::string_view::npos)

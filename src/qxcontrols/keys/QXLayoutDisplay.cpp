@@ -48,6 +48,7 @@ bool QXLayoutDisplay::HasLayout() const {
 }
 
 void QXLayoutDisplay::ReloadKeysSettings(const KeyboardSequences& KeyData) {
+    Trace("QXLayoutDisplay.ReloadKeysSettings");
     if (!HasLayout())
         return;
     const Colors colors = CurrentColors();
@@ -57,6 +58,7 @@ void QXLayoutDisplay::ReloadKeysSettings(const KeyboardSequences& KeyData) {
 }
 
 void QXLayoutDisplay::ReloadSettingsForKey(Long lID, const KeyboardSequences& KeyData) {
+    Trace("QXLayoutDisplay.ReloadSettingsForKey");
     if (!IsPositionCode(lID) || !HasLayout())
         return;
     Redraw(lID, KeyData, CurrentColors());
@@ -65,10 +67,8 @@ void QXLayoutDisplay::ReloadSettingsForKey(Long lID, const KeyboardSequences& Ke
 
 void QXLayoutDisplay::Redraw(Long lID, const KeyboardSequences& keys, const Colors& colors) {
     KeyButton& key = cmdKey[static_cast<std::size_t>(lID)];
-    const KEY_SUPPORT support = m_layout->KeySupport(lID);
-    key.Visible = support != KEYMODE_NONE;
-    key.Enabled = m_type == DISPLAY_PROG ? key.Visible && lID < KeyNames::kFirstUnpressable
-                                         : support == KEYMODE_PROG;
+    key.Visible = m_layout->KeySupport(lID) != KEYMODE_NONE;
+    key.Enabled = key.Visible && (m_type == DISPLAY_SETTING || lID < KeyNames::kFirstUnpressable);
     key.Programmed = keys.Key(lID).Length() > 0;
     key.BackColor = ColorOf(lID, keys, colors);
     key.Caption = m_layout->KeyCaption(lID);
@@ -92,6 +92,7 @@ Long QXLayoutDisplay::ColorOf(Long lID, const KeyboardSequences& keys, const Col
 }
 
 void QXLayoutDisplay::SelectKey(Integer nPositionCode) {
+    Trace("QXLayoutDisplay.SelectKey");
     if (!IsPositionCode(nPositionCode))
         return;
     m_selectedKey = nPositionCode;
@@ -99,6 +100,7 @@ void QXLayoutDisplay::SelectKey(Integer nPositionCode) {
 }
 
 void QXLayoutDisplay::SetUserFontSize(Integer nNewSize) {
+    Trace("QXLayoutDisplay.SetUserFontSize");
     m_fontSize = nNewSize;
     Refreshed.Raise();
 }

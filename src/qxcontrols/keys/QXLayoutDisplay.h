@@ -18,7 +18,7 @@ class QXKeyboardLayoutData;
 class QXProgSettings;
 
 enum DisplayType : Long {
-    DISPLAY_SETTING = 0, // all keys by what they hold; programmable keys can be clicked
+    DISPLAY_SETTING = 0, // all keys by what they hold; all that exist can be clicked
     DISPLAY_PROG = 1,    // the key being programmed; keys that a sequence can press can be clicked
 };
 

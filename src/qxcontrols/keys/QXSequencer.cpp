@@ -3,15 +3,23 @@
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
 
+#include <exception>
+
 namespace qx {
+
+namespace {
+
+void TraceError() {
+    Trace("ERROR: in QXSequencer.ShowSequenceEditor !!!!!!!!");
+}
+
+} // namespace
 
 // The form while it is edited in: ends by stopping the scan, letting go of the shared objects and
 // leaving position-programming mode.
 class QXSequencer::Editing {
 public:
-    Editing(frmSequencer& form, QXKeyboardAccess& keyboard) : m_form(form), m_keyboard(keyboard) {
-        m_form.editor_StartKeyScan();
-    }
+    Editing(frmSequencer& form, QXKeyboardAccess& keyboard) : m_form(form), m_keyboard(keyboard) {}
     ~Editing() {
         m_form.editor_StopKeyScan();
         m_form.SetLayoutSource(nullptr);
@@ -40,7 +48,7 @@ bool QXSequencer::ShowSequenceEditor(Integer nPosCode, const std::string& sCurrS
                                      std::string& sNewSeq, Integer nMaxLength) {
     Trace("QXSequencer.ShowSequenceEditor");
     if (m_keyboard == nullptr) {
-        Trace("ERROR: in QXSequencer.ShowSequenceEditor !!!!!!!!");
+        TraceError();
         return false;
     }
     m_form.SetLayoutSource(m_layout);
@@ -52,11 +60,9 @@ bool QXSequencer::ShowSequenceEditor(Integer nPosCode, const std::string& sCurrS
         return false;
     }
     const Editing editing(m_form, *m_keyboard);
-    m_form.SetKeyString(sCurrSeq);
-    m_form.SetMaxSeqSize(nMaxLength);
-    m_form.SetCurrProgKey(nPosCode);
-    m_form.chkShowDetails.Value = m_doShowDetails ? 1 : 0;
-    m_form.PrepareDisplay();
+    if (!Prepare(nPosCode, sCurrSeq, nMaxLength))
+        return false;
+    m_form.editor_StartKeyScan();
     m_platform.modalForms->ShowModal(m_form);
     if (!m_form.OK())
         return false;
@@ -64,17 +70,39 @@ bool QXSequencer::ShowSequenceEditor(Integer nPosCode, const std::string& sCurrS
     return true;
 }
 
+bool QXSequencer::Prepare(Integer nPosCode, const std::string& sCurrSeq, Integer nMaxLength) {
+    try {
+        m_form.SetKeyString(sCurrSeq);
+        m_form.SetMaxSeqSize(nMaxLength);
+        m_form.SetCurrProgKey(nPosCode);
+        m_form.chkShowDetails.Value = m_doShowDetails ? 1 : 0;
+        m_form.PrepareDisplay();
+        return true;
+    } catch (const std::exception&) {
+        TraceError();
+        return false;
+    }
+}
+
+void QXSequencer::RaiseHelp() {
+    Trace("QXSequencer.RaiseHelp");
+    UserNeedsHelp.Raise();
+}
+
 void QXSequencer::Translate() {
+    Trace("QXSequencer.Translate");
     m_form.SetParentSequencer(this);
     m_form.PrepareDisplay();
 }
 
 void QXSequencer::ReloadKeySettings() {
+    Trace("QXSequencer.ReloadKeySettings");
     m_form.SetPrefSource(m_preferences);
     m_form.layoutDisplay.ReloadKeysSettings(KeyboardSequences());
 }
 
 void QXSequencer::SetKeyFontSize(Integer nNewSize) {
+    Trace("QXSequencer.SetKeyFontSize");
     m_form.layoutDisplay.SetUserFontSize(nNewSize);
 }
 

@@ -23,7 +23,7 @@ public:
 
     // The user asks for help.
     Event<> UserNeedsHelp;
-    void RaiseHelp() { UserNeedsHelp.Raise(); }
+    void RaiseHelp();
 
     // The shared services; they stay alive as long as this object. Null clears.
     [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
@@ -33,8 +33,9 @@ public:
 
     // Lets the user edit the sequence of key nPosCode, at most nMaxLength codes. True when the user
     // left with OK; sNewSeq is then the new sequence, else it stays as it is. Nothing is shown when
-    // the keyboard refuses position-programming mode. However the editor ends, also by what its
-    // host throws, the keyboard leaves that mode.
+    // the keyboard refuses position-programming mode, or for a sequence that is too long. However
+    // the editor ends, the keyboard leaves that mode; what the host throws while it shows the form
+    // is passed on.
     bool ShowSequenceEditor(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                             Integer nMaxLength);
 
@@ -65,6 +66,8 @@ public:
 
 private:
     class Editing;
+
+    bool Prepare(Integer nPosCode, const std::string& sCurrSeq, Integer nMaxLength);
 
     Platform m_platform;
     QXKeyboardLayoutData* m_layout = nullptr;

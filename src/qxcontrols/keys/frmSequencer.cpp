@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace qx {
 
@@ -19,6 +20,12 @@ constexpr Long kRelease = 128;     // added to a key's code when it goes up
 
 bool IsKeyPressed(Long lCode) {
     return lCode != 0 && lCode != -1 && lCode != -2;
+}
+
+Integer ToInteger(Long lCode) {
+    if (!std::in_range<Integer>(lCode))
+        throw std::invalid_argument("key code " + std::to_string(lCode) + " does not fit 16 bits");
+    return static_cast<Integer>(lCode);
 }
 
 // The sequence as text that can be edited; nothing when a code is none that a text can name.
@@ -90,6 +97,7 @@ void frmSequencer::ShowTexts() {
 }
 
 void frmSequencer::DisplayCurrentSeq() {
+    TraceForm("DisplayCurrentSeq");
     ShowSequence();
     Refreshed.Raise();
 }
@@ -191,9 +199,9 @@ void frmSequencer::AddCode(Long lCode) {
         ShowSizeMsg();
         return;
     }
-    try {
-        m_sequence.AddByte(static_cast<Integer>(lCode));
-    } catch (const std::invalid_argument& error) { // a keyboard may report anything
+    try { // a keyboard may report anything
+        m_sequence.AddByte(ToInteger(lCode));
+    } catch (const std::invalid_argument& error) {
         TraceForm(std::string("AddCode: ") + error.what());
     }
     lblSizeMsg.Visible = false;
@@ -220,11 +228,13 @@ void frmSequencer::RemoveAllCodes() {
 }
 
 void frmSequencer::ShowSizeMsg() {
+    TraceForm("ShowSizeMsg");
     lblSizeMsg.Visible = true;
     Refreshed.Raise();
 }
 
 void frmSequencer::HideSizeMsg() {
+    TraceForm("HideSizeMsg");
     lblSizeMsg.Visible = false;
     Refreshed.Raise();
 }
@@ -248,6 +258,7 @@ void frmSequencer::LeaveWithCancel() {
 void frmSequencer::editor_StartKeyScan() {
     TraceForm("editor_StartKeyScan");
     m_scanning = true;
+    m_inBackground = false; // a host may deactivate the form as it closes it
     m_typing = false;
     m_tmrSequencer->SetEnabled(true);
 }

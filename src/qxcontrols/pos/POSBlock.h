@@ -1,8 +1,8 @@
 // POSBlock: the keys that act as one POS key, and the sequence that each of them sends.
 //
-// A block owns its sequence. The first key added is the block's major key, the others are its
-// members. A key should stand in one block only; the editors of the model see to that, a block does
-// not.
+// A block owns its sequence: one that is set is copied. The first key added is the block's major
+// key, the others are its members. A key should stand in one block only; the editors of the model
+// see to that, a block does not.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"

@@ -33,23 +33,30 @@ void QXPos::SetPosData(const POSKeyboard& data) {
 }
 
 Long QXPos::TransferSize(bool /*LoadInKeyboard*/) const {
+    TraceNamed(".TransferSize");
     return kPOSModuleBlockSize;
 }
 
 void QXPos::DefaultValues() {
+    TraceNamed(".DefaultValues");
     m_posData = {};
     ShowBlocks();
 }
 
 void QXPos::PrepareDataUpload(bool /*LoadInKeyboard*/) {
     TraceNamed(".PrepareDataUpload");
+    QueueBlock();
+}
+
+void QXPos::PrepareDataDownload(bool /*LoadInKeyboard*/) {
+    TraceNamed(".PrepareDataDownload");
+    QueueBlock();
+}
+
+void QXPos::QueueBlock() {
     const Long base = BaseAddress(MODULE_POS);
     if (base != -1)
         Keyboard()->MemRequestAdd(MODULE_POS, base, kPOSModuleBlockSize);
-}
-
-void QXPos::PrepareDataDownload(bool LoadInKeyboard) {
-    PrepareDataUpload(LoadInKeyboard);
 }
 
 void QXPos::DataUpload(bool /*LoadInKeyboard*/) {
@@ -66,6 +73,7 @@ void QXPos::DataUpload(bool /*LoadInKeyboard*/) {
         DecodePOSModuleBlock(data, m_posData);
     } catch (const std::out_of_range& error) {
         TraceNamed(std::string(".DataUpload ended: ") + error.what());
+        return;
     }
     m_posData.CalcDefinedBlockNum();
     ShowBlocks();
@@ -86,6 +94,7 @@ void QXPos::DataDownload(bool /*LoadInKeyboard*/) {
 }
 
 void QXPos::Translate() {
+    TraceNamed(".Translate");
     m_buttonEdit.ShowOn(cmdEdit);
     m_buttonCleanAll.ShowOn(cmdCleanAll);
     lblNumBlocks.Caption = m_numBlocksCaption;
@@ -93,10 +102,12 @@ void QXPos::Translate() {
 }
 
 void QXPos::ReloadKeySettings() {
+    TraceNamed(".ReloadKeySettings");
     ShowBlocks();
 }
 
 void QXPos::ReloadColor() {
+    TraceNamed(".ReloadColor");
     ShowBlocks();
 }
 

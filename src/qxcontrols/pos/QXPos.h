@@ -3,8 +3,9 @@
 // The control owns the model and shows it on a key grid; the blocks themselves are edited in the
 // POS programmer, which the host opens when the control asks for it. The transfer is the same
 // whatever LoadInKeyboard says. An upload replaces the whole model; when it meets a group that no
-// keyboard writes, the keys before it stay uploaded, the others are free. A model with a key that
-// the module lacks is not downloaded.
+// keyboard writes, it ends there: the keys before it stay uploaded, the others are free, and
+// neither the number of blocks nor the grid is brought up to date. A model with a key that the
+// module lacks is not downloaded. A model or code map that is set is copied.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -71,6 +72,7 @@ protected:
                                              std::string_view sType) const override;
 
 private:
+    void QueueBlock();
     void PaintKeys();
     void PaintBlock(const POSBlock& block, Long lColor);
     void ShowBlocks();

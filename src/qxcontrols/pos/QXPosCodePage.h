@@ -1,6 +1,7 @@
 // QXPosCodePage: tells whether the keyboard carries the code page that the PC has.
 //
-// The invisible control owns one page of each origin; the host loads them and shows the outcome.
+// The invisible control owns one page of each origin, a copy of what is set; the host loads them
+// and shows the outcome.
 #pragma once
 
 #include "qxcontrols/pos/PosCodePage.h"

@@ -3,6 +3,7 @@
 #include "qxcontrols/readers/BlockRoutines.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <stdexcept>
 
@@ -107,29 +108,41 @@ static_assert([] {
     return coverage.IsExact();
 }());
 
-char SizeByte(Integer nSize) {
-    if (nSize < 0 || nSize > 255)
-        throw std::overflow_error("the code length " + std::to_string(nSize) +
+// What a byte of the block is to hold; a code length may be no byte.
+Byte Checked(Integer nNumber) {
+    if (nNumber < 0 || nNumber > 255)
+        throw std::overflow_error("the code length " + std::to_string(nNumber) +
                                   " is not one of 0 to 255");
-    return static_cast<char>(static_cast<Byte>(nSize));
+    return static_cast<Byte>(nNumber);
 }
 
 } // namespace
 
-std::string EncodeBarcodeConfig(const BarcodeSettings& settings) {
+void EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<void(Byte)>& put) {
     std::string block(static_cast<std::size_t>(kBarcodeConfigSize), '\0');
-    for (const SizePair& sizes : kSizes) {
-        const BarcodeOptionPage& page = settings.pages[static_cast<std::size_t>(sizes.page)];
-        const auto offset = static_cast<std::size_t>(sizes.offset);
-        block[offset] = SizeByte(page.MinSize());
-        block[offset + 1] = SizeByte(page.MaxSize());
-    }
     EncodeFixedBits(kFixed, block);
     EncodeBits(kFlags, block, [&](const PageFlag& flag) {
         return settings.pages[static_cast<std::size_t>(flag.page)].Flag(flag.flag).Value();
     });
     EncodeBits(kReaderSwitches, block,
                [&](const ReaderSwitch& s) { return (settings.readers[s.reader].*s.isOn)(); });
+
+    std::array<Integer, kBarcodeConfigSize> numbers{};
+    std::transform(block.begin(), block.end(), numbers.begin(),
+                   [](char byte) { return static_cast<Byte>(byte); });
+    for (const SizePair& sizes : kSizes) {
+        const BarcodeOptionPage& page = settings.pages[static_cast<std::size_t>(sizes.page)];
+        const auto offset = static_cast<std::size_t>(sizes.offset);
+        numbers[offset] = page.MinSize();
+        numbers[offset + 1] = page.MaxSize();
+    }
+    for (const Integer number : numbers)
+        put(Checked(number));
+}
+
+std::string EncodeBarcodeConfig(const BarcodeSettings& settings) {
+    std::string block;
+    EncodeBarcodeConfig(settings, [&](Byte byte) { block += static_cast<char>(byte); });
     return block;
 }
 

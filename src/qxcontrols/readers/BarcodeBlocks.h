@@ -7,6 +7,7 @@
 #include "qxcontrols/readers/BarcodeSettings.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,9 @@ inline constexpr Long kBarcodeHeadersSize = kBarcodeReaders * kTrackSlotsSize;
 inline constexpr Long kBarcodeConfigSize = 50;
 
 // The configuration block; the headers block is that of EncodeTrackSlots. Throws
-// std::overflow_error when a code length is not one of 0 to 255.
+// std::overflow_error at a code length that is not one of 0 to 255; `put` has then been handed the
+// bytes before it.
+void EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<void(Byte)>& put);
 [[nodiscard]] std::string EncodeBarcodeConfig(const BarcodeSettings& settings);
 
 // Whether the block has a bit for the page's flag.

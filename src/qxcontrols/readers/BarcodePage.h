@@ -3,6 +3,9 @@
 
 #include "qxcontrols/common/Types.h"
 
+#include <array>
+#include <string_view>
+
 namespace qx {
 
 enum BarcodePage : Integer {
@@ -29,5 +32,23 @@ enum BarcodePage : Integer {
 inline constexpr Integer kBarcodeOptionPages = 14;
 inline constexpr Integer kBarcodePages = 16;
 inline constexpr Integer kBarcodeReaders = 2;
+
+// The names of the pages with options, by their numbers.
+inline constexpr std::array<std::string_view, kBarcodeOptionPages> kBarcodePageNames = {
+    "CommonSettings",
+    "EAN",
+    "UPC",
+    "Code39",
+    "Code128",
+    "CodaBar",
+    "Code25_Overlapped",
+    "Code25_Industrial",
+    "Code25_Matrix",
+    "Code93",
+    "Code11",
+    "Code16K",
+    "MSI",
+    "Plessey",
+};
 
 } // namespace qx

@@ -19,13 +19,6 @@ constexpr std::string_view kInvalidAddresses = "INVALID ADDRESSES FOR BARCODE-CO
 constexpr Integer kFirstMovingKey = 33;
 constexpr Integer kLastMovingKey = 40;
 
-std::string HexBytes(std::string_view block) {
-    std::string text;
-    for (const char byte : block)
-        text += (text.empty() ? "" : " ") + Hex(static_cast<Byte>(byte));
-    return text;
-}
-
 bool IsOneOfTwo(Integer Index) {
     return Index == 0 || Index == 1;
 }
@@ -35,7 +28,7 @@ bool IsOneOfTwo(Integer Index) {
 QXBarcode::QXBarcode(const Platform& platform)
     : ModuleControl("QXBarcode", MODULE_BARCODE_CONFIG, platform) {
     SetBarcodeLimits(m_settings);
-    SetBarcodeDefaults(m_settings);
+    QXBarcode::DefaultValues();
     ShowTexts();
     ShowPage(BP_CommonSettings);
 }
@@ -45,6 +38,7 @@ BarcodeOptionPage& QXBarcode::BitPage(Integer ePage) {
 }
 
 const BarcodeOptionPage& QXBarcode::BitPage(Integer ePage) const {
+    TraceNamed(".BitPage");
     if (ePage < 0 || ePage >= kBarcodeOptionPages)
         throw std::out_of_range("barcode page " + std::to_string(ePage) + " is not one of 0 to 13");
     return m_settings.pages[static_cast<std::size_t>(ePage)];
@@ -96,6 +90,7 @@ void QXBarcode::SetReader2Msg(std::string sText) {
 }
 
 void QXBarcode::SetListEntry(Integer ePage, std::string sCaption) {
+    TraceNamed(".SetListEntry");
     if (ePage < 0 || ePage >= static_cast<Integer>(m_listEntries.size()))
         throw std::out_of_range("list entry " + std::to_string(ePage) + " is not one of 0 to 20");
     m_listEntries[static_cast<std::size_t>(ePage)] = std::move(sCaption);
@@ -103,6 +98,7 @@ void QXBarcode::SetListEntry(Integer ePage, std::string sCaption) {
 }
 
 Long QXBarcode::TransferSize(bool /*LoadInKeyboard*/) const {
+    TraceNamed(".TransferSize");
     return kBarcodeHeadersSize + kBarcodeConfigSize;
 }
 
@@ -151,6 +147,8 @@ void QXBarcode::DataUpload(bool /*LoadInKeyboard*/) {
         Trace("AnalyseBarcodeOptions, Len = " + std::to_string(block.size()));
         Trace("HEX = " + HexBytes(block));
         DecodeBarcodeConfig(block, m_settings);
+    } else {
+        TraceNamed(".DataUpload failed at " + Hex(configBase));
     }
     ShowPage(m_page);
     Refreshed.Raise();
@@ -166,16 +164,18 @@ void QXBarcode::DataDownload(bool /*LoadInKeyboard*/) {
     }
 
     const std::string headers = EncodeTrackSlots(m_settings.readers);
-    const std::string config = EncodeBarcodeConfig(m_settings);
-
     const bool isWritten = Keyboard()->WriteIntoMemory(headers, headersBase, kBarcodeHeadersSize);
     Trace("BLOCK SIZE = " + std::to_string(headers.size()));
     TraceNamed((isWritten ? ".DataDownload ok     at " : ".DataDownload failed at ") +
                Hex(headersBase));
 
-    Long address = configBase;
-    for (const char byte : config)
-        Keyboard()->WriteByteMemory(static_cast<Byte>(byte), address++);
+    std::string config;
+    EncodeBarcodeConfig(m_settings, [&](Byte byte) {
+        const Long address = configBase + static_cast<Long>(config.size());
+        if (!Keyboard()->WriteByteMemory(byte, address))
+            TraceNamed(".DataDownload failed at " + Hex(address));
+        config += static_cast<char>(byte);
+    });
     Trace("OUTHEX = " + HexBytes(config));
     Trace("OUTLEN = " + std::to_string(config.size()));
 }
@@ -210,7 +210,7 @@ void QXBarcode::lstPrefGroup_Click() {
 void QXBarcode::chkBarOption_Click(Integer Index) {
     if (IsReaderPage() || Index < 0 || Index >= BarcodeOptionPage::kFlags)
         return;
-    OptionBool& flag = BitPage(m_page).Flag(Index);
+    OptionBool& flag = CurrentPage().Flag(Index);
     const Integer nValue = chkBarOption[static_cast<std::size_t>(Index)].Value;
     if (nValue == flag.CtlValue())
         return;
@@ -227,7 +227,7 @@ void QXBarcode::slidRange_Change(Integer Index) {
 }
 
 void QXBarcode::MoveSlider(Integer Index) {
-    BarcodeOptionPage& page = BitPage(m_page);
+    BarcodeOptionPage& page = CurrentPage();
     Slider& slider = slidRange[static_cast<std::size_t>(Index)];
     slider.Value = std::max(slider.Value, page.LimitMinSize());
     slider.Value = std::min(slider.Value, page.LimitMaxSize());
@@ -328,12 +328,13 @@ void QXBarcode::ShowPage(Integer nPage) {
 void QXBarcode::ShowOptions() {
     const bool isShown = !IsReaderPage();
     static const BarcodeOptionPage kNone;
-    const BarcodeOptionPage& page = isShown ? BitPage(m_page) : kNone;
+    const BarcodeOptionPage& page = isShown ? CurrentPage() : kNone;
     for (Integer nID = 0; nID < BarcodeOptionPage::kFlags; ++nID) {
         CheckBox& box = chkBarOption[static_cast<std::size_t>(nID)];
         box.Visible = nID < page.OptionNum();
         box.Caption = page.Flag(nID).Caption();
         box.Value = page.Flag(nID).CtlValue();
+        box.Enabled = !isShown || HasBarcodeConfigBit(static_cast<BarcodePage>(m_page), nID);
     }
     const std::array<Integer, 2> sizes{page.MinSize(), page.MaxSize()};
     for (std::size_t i = 0; i < sizes.size(); ++i) {

@@ -72,7 +72,8 @@ public:
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
     void DataUpload(bool LoadInKeyboard) override;
-    // Throws std::overflow_error, and writes nothing, when a code length is not one of 0 to 255.
+    // Throws std::overflow_error at a code length that is not one of 0 to 255; what comes before it
+    // in the blocks has then been written.
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
     void AdjustControls() override;
@@ -81,7 +82,8 @@ public:
     Label lblList;
     ListBox lstPrefGroup; // a page an entry, in the order of their numbers
     // An option page.
-    std::array<CheckBox, BarcodeOptionPage::kFlags> chkBarOption; // those in use are visible
+    // Those in use are visible; what the keyboard does not store is disabled.
+    std::array<CheckBox, BarcodeOptionPage::kFlags> chkBarOption;
     std::array<Slider, 2> slidRange; // the least and the greatest length
     std::array<Label, 2> lblRange;
     std::array<Label, 2> lblCurrSize;
@@ -111,6 +113,10 @@ protected:
 
 private:
     [[nodiscard]] bool IsReaderPage() const { return m_page >= BP_Reader_1; }
+    // The page of options that is shown; not for a reader's page.
+    [[nodiscard]] BarcodeOptionPage& CurrentPage() {
+        return m_settings.pages[static_cast<std::size_t>(m_page)];
+    }
     // Reader 1 on its own page, else reader 2.
     [[nodiscard]] MagneticTrack& CurrentReader() { return Reader(m_page == BP_Reader_1 ? 1 : 2); }
 

@@ -124,6 +124,7 @@ void QXMagnetCard::DumpContext() const {
 }
 
 Long QXMagnetCard::TransferSize(bool /*LoadInKeyboard*/) const {
+    TraceNamed(".TransferSize");
     return kMagneticHeadersSize + kMagneticSwitchesSize;
 }
 
@@ -158,13 +159,12 @@ void QXMagnetCard::QueueBlocks() {
                               kMagneticSwitchesSize);
 }
 
-// Fails for a module that the keyboard lacks; its address must not be read from, since an offset
-// would make it a valid one.
-std::optional<std::string> QXMagnetCard::ReadBlock(Long lBase, Long lOffset, Long lSize) {
+// Leaves it to the driver to refuse the address of a module that the keyboard lacks.
+std::optional<std::string> QXMagnetCard::ReadBlock(Long lAddress, Long lSize) {
     std::string block;
-    if (lBase != -1 && Keyboard()->ReadFromMemory(block, lBase + lOffset, lSize))
+    if (Keyboard() != nullptr && Keyboard()->ReadFromMemory(block, lAddress, lSize))
         return block;
-    TraceNamed(".DataUpload failed at " + Hex(lBase + lOffset));
+    TraceNamed(".DataUpload failed at " + Hex(lAddress));
     return {};
 }
 
@@ -173,13 +173,13 @@ void QXMagnetCard::DataUpload(bool /*LoadInKeyboard*/) {
     const Long headersBase = BaseAddress(MODULE_MAGNET_HEADERS);
     const Long configBase = BaseAddress(MODULE_MAGNET_CONFIG);
 
-    const auto headers = ReadBlock(headersBase, 0, kMagneticHeadersSize);
+    const auto headers = ReadBlock(headersBase, kMagneticHeadersSize);
     if (!headers)
         return;
     TraceNamed(".DataUpload ok     at " + Hex(headersBase));
     DecodeTrackSlots(*headers, m_settings.tracks);
 
-    const auto switches = ReadBlock(configBase, kMagneticSwitchesOffset, kMagneticSwitchesSize);
+    const auto switches = ReadBlock(configBase + kMagneticSwitchesOffset, kMagneticSwitchesSize);
     if (!switches)
         return;
     DecodeMagneticSwitches(*switches, m_settings);
@@ -202,10 +202,7 @@ void QXMagnetCard::DataDownload(bool /*LoadInKeyboard*/) {
         Trace("QXMagnetcard / Written headers failed at " + Hex(headersBase));
 
     const std::string switches = EncodeMagneticSwitches(m_settings);
-    std::string bytes;
-    for (const char byte : switches)
-        bytes += (bytes.empty() ? "" : " ") + Hex(static_cast<Byte>(byte));
-    Trace("Mag-Options " + bytes);
+    Trace("Mag-Options " + HexBytes(switches));
     if (!Keyboard()->WriteIntoMemory(switches, configBase + kMagneticSwitchesOffset,
                                      kMagneticSwitchesSize))
         Trace("QXMagnetCard / Config Write error");

@@ -72,6 +72,7 @@ public:
     void DefaultValues() override;
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
+    // Reads at the base address of each module, also at that of one that the keyboard lacks (-1).
     void DataUpload(bool LoadInKeyboard) override;
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
@@ -126,7 +127,7 @@ private:
     void Store(bool isOn, bool wasOn, void (MagneticTrack::*set)(bool));
     void AskAndEdit(Integer Index);
     void QueueBlocks();
-    [[nodiscard]] std::optional<std::string> ReadBlock(Long lBase, Long lOffset, Long lSize);
+    [[nodiscard]] std::optional<std::string> ReadBlock(Long lAddress, Long lSize);
 
     MagneticSettings m_settings;
     MagneticCaptions m_captions;

@@ -11,6 +11,7 @@ namespace qx {
 namespace {
 
 constexpr std::string_view kRootPath = R"(Software\Tandor\ConfigurationApp\)";
+constexpr char kSeparator = '\\';
 constexpr Integer kPosBlocks = 10;
 
 bool Fits(PreferenceType type, Long lValue) {
@@ -41,6 +42,14 @@ void Check(const PreferenceInfo& info, const QXProgSettings::Value& value) {
     if (!Fits(info.type, *number))
         throw std::out_of_range(name + ": " + std::to_string(*number) +
                                 " is not a number from -32768 to 32767");
+}
+
+// The preferences' keys end with the separator, those of single values do not.
+std::string PathOf(const PreferenceInfo& info) {
+    std::string path = std::string(kRootPath).append(info.subKey);
+    if (info.storage != PreferenceStorage::AtOnce)
+        path += kSeparator;
+    return path;
 }
 
 Preference PosBlock(Integer nBlockID) {
@@ -78,6 +87,7 @@ void QXProgSettings::SetDefaults() {
 }
 
 Long QXProgSettings::POSColorBlock(Integer nBlockID) const {
+    Trace("QXProgSettings.POSColorBlock");
     if (nBlockID >= 0 && nBlockID < kPosBlocks)
         return Number(PosBlock(nBlockID));
     m_platform.messageBoxes->Show("INVALID POSColorBlock INDEX " + std::to_string(nBlockID));
@@ -85,6 +95,7 @@ Long QXProgSettings::POSColorBlock(Integer nBlockID) const {
 }
 
 void QXProgSettings::DefPOSColorBlock(Integer nBlockID, Long lColor) {
+    Trace("QXProgSettings.DefPOSColorBlock");
     if (nBlockID >= 0 && nBlockID < kPosBlocks)
         Change(PosBlock(nBlockID), lColor);
     else
@@ -97,6 +108,7 @@ void QXProgSettings::SetPosCodePage(std::string sFilename) {
 }
 
 void QXProgSettings::SetWinParam(Integer nState, Long nWidth, Long nHeight, Long nTop, Long nLeft) {
+    Trace("QXProgSettings.SetWinParam");
     Change(Preference::WinState, nState);
     Change(Preference::WinWidth, nWidth);
     Change(Preference::WinHeight, nHeight);
@@ -105,31 +117,38 @@ void QXProgSettings::SetWinParam(Integer nState, Long nWidth, Long nHeight, Long
 }
 
 void QXProgSettings::SaveWinPos() {
+    Trace("QXProgSettings.SaveWinPos");
     WriteAll(PreferenceStorage::Window);
     TraceWindow("SAVE WINDOW POSITION");
 }
 
 std::string QXProgSettings::GetLastDownloadFile() const {
+    Trace("QXProgSettings.GetLastDownloadFile");
     return std::get<std::string>(Read(InfoOf(Preference::LastDownloadFile)));
 }
 
 void QXProgSettings::SetLastDownloadFile(std::string_view sFile) {
+    Trace("QXProgSettings.SetLastDownloadFile");
     Write(InfoOf(Preference::LastDownloadFile), std::string(sFile));
 }
 
 bool QXProgSettings::GetShowStartupWizard() const {
+    Trace("QXProgSettings.GetShowStartupWizard");
     return std::get<bool>(Read(InfoOf(Preference::ShowStartupWizard)));
 }
 
 void QXProgSettings::SetShowStartupWizard(bool fShow) {
+    Trace("QXProgSettings.SetShowStartupWizard");
     Write(InfoOf(Preference::ShowStartupWizard), fShow);
 }
 
 Integer QXProgSettings::GetShowStartupAction() const {
+    Trace("QXProgSettings.GetShowStartupAction");
     return static_cast<Integer>(std::get<Long>(Read(InfoOf(Preference::ShowStartupAction))));
 }
 
 void QXProgSettings::SetShowStartupAction(Integer nAction) {
+    Trace("QXProgSettings.SetShowStartupAction");
     Write(InfoOf(Preference::ShowStartupAction), Long{nAction});
 }
 
@@ -180,7 +199,7 @@ void QXProgSettings::Hold(const PreferenceInfo& info, const Value& value) {
 }
 
 QXProgSettings::Value QXProgSettings::Read(const PreferenceInfo& info) const {
-    m_registry.SetPath(std::string(kRootPath).append(info.subKey));
+    m_registry.SetPath(PathOf(info));
     if (info.type == PreferenceType::String)
         return m_registry.ReadString(info.valueName, "");
     if (info.type == PreferenceType::Boolean)
@@ -190,7 +209,7 @@ QXProgSettings::Value QXProgSettings::Read(const PreferenceInfo& info) const {
 }
 
 void QXProgSettings::Write(const PreferenceInfo& info, const Value& value) const {
-    m_registry.SetPath(std::string(kRootPath).append(info.subKey));
+    m_registry.SetPath(PathOf(info));
     if (const auto* text = std::get_if<std::string>(&value))
         m_registry.WriteString(info.valueName, *text);
     else if (const bool* isOn = std::get_if<bool>(&value))

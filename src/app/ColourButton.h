@@ -1,0 +1,36 @@
+// ColourButton: a colour of the preferences, and the way to choose another.
+//
+// A click opens the colour dialog, the context menu gives the default colour back. A system colour
+// stays one until the user chooses another colour than it now has.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <QPushButton>
+
+namespace qx::app {
+
+class ColourButton : public QPushButton {
+    Q_OBJECT
+public:
+    explicit ColourButton(Long lDefault, QWidget* parent = nullptr);
+
+    // In the form of the preferences; see PreferenceType::Colour.
+    [[nodiscard]] Long Colour() const { return m_colour; }
+    void SetColour(Long lColor);
+
+signals:
+    void Picked(qx::Long lColor); // by the user
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void AskUser();
+    void Pick(Long lColor);
+    void ShowColour();
+
+    Long m_colour;
+};
+
+} // namespace qx::app

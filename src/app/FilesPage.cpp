@@ -1,0 +1,111 @@
+#include "app/FilesPage.h"
+
+#include "app/Paths.h"
+
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace qx::app {
+
+FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
+    : QWidget(parent), m_workbench(workbench) {
+    chooseFile = [this](const QString& title, bool isSaving) {
+        return isSaving ? QFileDialog::getSaveFileName(this, title)
+                        : QFileDialog::getOpenFileName(this, title);
+    };
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    AddFile(*column, host::kKeyboardFiles[0], tr("Keyboard program"),
+            tr("The program that runs in the keyboard."));
+    AddFile(*column, host::kKeyboardFiles[1], tr("Chipcard reader's program"),
+            tr("The program of the chipcard reader, over the serial line that the preferences "
+               "name."));
+    AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
+            tr("The whole memory of settings, as the driver keeps it in a file. Reading the "
+               "keyboard afterwards shows what it holds then."));
+    AddCodePage(*column);
+    column->addStretch(1);
+    const auto enable = [this] { setEnabled(m_workbench.IsConnected()); };
+    connect(&workbench, &Workbench::KeyboardChanged, this, enable);
+    enable();
+}
+
+void FilesPage::AddFile(QVBoxLayout& column, const host::KeyboardFileKind& kind,
+                        const QString& title, const QString& explanation) {
+    auto* group = new QGroupBox(title);
+    auto* text = new QLabel(explanation);
+    text->setWordWrap(true);
+    auto* save = new QPushButton(tr("Keyboard to file…"));
+    auto* load = new QPushButton(tr("File to keyboard…"));
+    const QString key = QString::fromUtf8(kind.key.data(), static_cast<int>(kind.key.size()));
+    save->setObjectName(key + QStringLiteral("_save"));
+    load->setObjectName(key + QStringLiteral("_load"));
+    save->setAccessibleName(title + QStringLiteral(": ") + save->text());
+    load->setAccessibleName(title + QStringLiteral(": ") + load->text());
+    connect(save, &QPushButton::clicked, this,
+            [this, &kind, title] { Transfer(kind, title, Direction::KeyboardToFile); });
+    connect(load, &QPushButton::clicked, this,
+            [this, &kind, title] { Transfer(kind, title, Direction::FileToKeyboard); });
+    auto* row = new QHBoxLayout(group);
+    row->addWidget(text, 1);
+    row->addWidget(save);
+    row->addWidget(load);
+    column.addWidget(group);
+}
+
+void FilesPage::AddCodePage(QVBoxLayout& column) {
+    auto* group = new QGroupBox(tr("Code page"));
+    auto* text = new QLabel(tr("Tells whether the keyboard carries the code page of a file."));
+    text->setWordWrap(true);
+    auto* compare = new QPushButton(tr("Compare with file…"));
+    compare->setObjectName(QStringLiteral("codepage_compare"));
+    connect(compare, &QPushButton::clicked, this, &FilesPage::CompareCodePage);
+    auto* row = new QHBoxLayout(group);
+    row->addWidget(text, 1);
+    row->addWidget(compare);
+    column.addWidget(group);
+}
+
+void FilesPage::Attempt(const std::function<QString()>& operation) {
+    try {
+        emit Told(operation());
+    } catch (const std::exception& error) {
+        emit Failed(QString::fromUtf8(error.what()));
+    }
+}
+
+void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& title,
+                         Direction direction) {
+    const bool isSaving = direction == Direction::KeyboardToFile;
+    const QString file = chooseFile(title, isSaving);
+    if (file.isEmpty())
+        return;
+    const QXProgSettings& preferences = m_workbench.Preferences();
+    const host::SerialLine line{preferences.ChipcardBaudrate(), preferences.ChipcardPort()};
+    Attempt([&] {
+        const auto path = ToPath(file);
+        if (isSaving)
+            host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
+        else
+            host::LoadKeyboardFile(m_workbench.Session(), kind, path, line);
+        return isSaving ? tr("Keyboard to file: %1 saved into %2.").arg(title, file)
+                        : tr("File to keyboard: %1 loaded from %2.").arg(title, file);
+    });
+}
+
+void FilesPage::CompareCodePage() {
+    const QString file = chooseFile(tr("Code page"), false);
+    if (file.isEmpty())
+        return;
+    Attempt([&] {
+        return host::HasCodePage(m_workbench.Session(), ToPath(file))
+                   ? tr("The keyboard's code page equals %1.").arg(file)
+                   : tr("The keyboard's code page differs from %1.").arg(file);
+    });
+}
+
+} // namespace qx::app

@@ -1,0 +1,36 @@
+// KeySample: a few keys, drawn as the preferences say.
+#pragma once
+
+#include "views/KeyPainting.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+namespace qx::app {
+
+class KeySample : public QWidget {
+    Q_OBJECT
+public:
+    struct Look {
+        std::vector<views::KeyCap> caps; // placed by the sample
+        double pointSize = 8;
+    };
+
+    // `look` is asked whenever the sample is drawn; `columns` keys stand in a row.
+    KeySample(int columns, std::function<Look()> look, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] Look Placed() const;
+
+    int m_columns;
+    std::function<Look()> m_look;
+};
+
+} // namespace qx::app

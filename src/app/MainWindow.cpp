@@ -1,0 +1,458 @@
+#include "app/MainWindow.h"
+
+#include "app/ControlTexts.h"
+#include "app/FilesPage.h"
+#include "app/NoticeBar.h"
+#include "app/OverviewPage.h"
+#include "app/Pages.h"
+#include "app/Paths.h"
+#include "app/Places.h"
+#include "app/PreferencesPage.h"
+#include "app/ReviewSheet.h"
+#include "app/TestDrivePage.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "views/Bindings.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace qx::app {
+
+using views::ToQt;
+
+namespace {
+
+constexpr int kPageIdRole = Qt::UserRole;
+const QString kOverview = QStringLiteral("overview");
+const QString kFiles = QStringLiteral("files");
+const QString kTestDrive = QStringLiteral("testDrive");
+const QString kPreferences = QStringLiteral("preferences");
+
+// The preferences keep the window in twips, of which a pixel at 96 dots per inch has 15.
+constexpr int kTwipsPerPixel = 15;
+enum WindowState : Integer { kNormal = 0, kMinimized = 1, kMaximized = 2 };
+
+} // namespace
+
+MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language& language)
+    : m_workbench(workbench), m_language(language),
+      m_edits(workbench, platform,
+              {[this](const QString& question) { return screen.ask(question); },
+               [this](const QString& text) { Tell(text); }}),
+      m_documents(new DocumentMenu(workbench, this)) {
+    screen.ask = [this](const QString& question) {
+        return QMessageBox::question(this, windowTitle(), question) == QMessageBox::Yes;
+    };
+    screen.warn = [this](const QString& text) {
+        QMessageBox::warning(this, windowTitle(), text);
+    };
+    setObjectName(QStringLiteral("mainWindow"));
+    setAcceptDrops(true);
+    connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
+    connect(m_documents, &DocumentMenu::Failed, this, &MainWindow::Warn);
+    connect(&workbench, &Workbench::KeyboardChanged, this, &MainWindow::ShowKeyboard);
+    connect(&workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
+    connect(&workbench, &Workbench::Progressed, this, &MainWindow::ShowProgress);
+    connect(&workbench, &Workbench::Noticed, this, &MainWindow::Tell);
+    SwitchLanguage();
+    RestorePosition();
+    qApp->installEventFilter(this);
+}
+
+MainWindow::~MainWindow() = default;
+
+// Everything that has texts is made anew in the present language.
+void MainWindow::SwitchLanguage() {
+    m_shownLanguage = m_workbench.Preferences().PreferedAppLang();
+    m_language.Switch(m_shownLanguage);
+    const QString page = m_list != nullptr && m_list->currentItem() != nullptr
+                             ? m_list->currentItem()->data(kPageIdRole).toString()
+                             : kOverview;
+    m_workbench.Quietly([this] { TranslateControls(m_workbench.Configuration()); });
+    m_edits.Reload();
+    menuBar()->clear();
+    for (QToolBar* bar : findChildren<QToolBar*>())
+        delete bar;
+    for (QAction* action : actions())
+        removeAction(action);
+    setStatusBar(nullptr);
+    MakePages();
+    MakeActions();
+    MakeStatusBar();
+    ShowKeyboard();
+    ShowDocument();
+    ShowPage(page);
+}
+
+void MainWindow::MakeActions() {
+    QMenu* document = menuBar()->addMenu(tr("&Document"));
+    m_documents->Fill(*document);
+    document->addSeparator();
+    document->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
+
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    m_undo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowBack), tr("&Undo"),
+                             QKeySequence(Qt::CTRL | Qt::Key_Z), &m_workbench, &Workbench::Undo);
+    m_redo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowForward), tr("&Redo"),
+                             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), &m_workbench,
+                             &Workbench::Redo);
+    edit->addSeparator();
+
+    QMenu* keyboard = menuBar()->addMenu(tr("&Keyboard"));
+    m_read = keyboard->addAction(style()->standardIcon(QStyle::SP_ArrowUp),
+                                 tr("&Read from keyboard"), QKeySequence(Qt::CTRL | Qt::Key_R),
+                                 this, &MainWindow::ReadFromKeyboard);
+    m_read->setToolTip(tr("Keyboard to document: read all settings (Ctrl+R)"));
+    m_write = keyboard->addAction(style()->standardIcon(QStyle::SP_ArrowDown),
+                                  tr("&Write to keyboard"),
+                                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), this,
+                                  &MainWindow::WriteToKeyboard);
+    m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));
+    keyboard->addSeparator();
+    keyboard->addAction(tr("&Connect again"), this, [this] { Connect(m_workbench.Choice()); });
+    keyboard->addAction(tr("Use a &driver library…"), this, &MainWindow::ChooseDriver);
+    keyboard->addAction(tr("Use the &simulated keyboard"), this, [this] { Connect({}); });
+
+    QMenu* go = menuBar()->addMenu(tr("&Go"));
+    for (int row = 0; row < m_list->count(); ++row) {
+        const QString id = m_list->item(row)->data(kPageIdRole).toString();
+        QAction* action = go->addAction(m_list->item(row)->text(), this, [this, id] {
+            ShowPage(id);
+            m_pages->currentWidget()->setFocus();
+        });
+        if (row < 10)
+            action->setShortcut(QKeySequence(
+                Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + (row + 1) % 10)));
+    }
+    auto* about = menuBar()->addMenu(tr("&Help"));
+    about->addAction(tr("&About"), this, [this] {
+        QMessageBox::about(this, tr("About"),
+                           tr("QXControls %1: programs modular point-of-sale keyboards.")
+                               .arg(QApplication::applicationVersion()));
+    });
+
+    QToolBar* bar = addToolBar(tr("Main"));
+    bar->setObjectName(QStringLiteral("mainToolBar"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->addAction(m_read);
+    bar->addAction(m_write);
+    bar->addSeparator();
+    m_documents->OpenAction()->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
+    m_documents->SaveAction()->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
+    bar->addAction(m_documents->OpenAction());
+    bar->addAction(m_documents->SaveAction());
+    bar->addSeparator();
+    bar->addAction(m_undo);
+    bar->addAction(m_redo);
+    auto* space = new QWidget;
+    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    bar->addWidget(space);
+    auto* find = new QuickFind([this] { return Findables(); });
+    find->setMaximumWidth(320);
+    bar->addWidget(find);
+    edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), find, [find] {
+        find->setFocus(Qt::ShortcutFocusReason);
+        find->selectAll();
+    });
+}
+
+void MainWindow::MakeStatusBar() {
+    m_keyboard = new QLabel;
+    m_keyboard->setObjectName(QStringLiteral("lblKeyboard"));
+    m_progress = new QProgressBar;
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setMaximumWidth(220);
+    m_progress->hide();
+    statusBar()->addWidget(m_keyboard, 1);
+    statusBar()->addPermanentWidget(m_progress);
+}
+
+void MainWindow::AddPage(const QString& id, const QString& title, QWidget* page) {
+    auto* item = new QListWidgetItem(title, m_list);
+    item->setData(kPageIdRole, id);
+    m_pages->addWidget(page);
+}
+
+void MainWindow::MakePages() {
+    auto* central = new QWidget;
+    m_list = new QListWidget;
+    m_list->setObjectName(QStringLiteral("pages"));
+    m_list->setAccessibleName(tr("Pages"));
+    m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    m_pages = new QStackedWidget;
+    m_notice = new NoticeBar;
+
+    m_overview = new OverviewPage(m_workbench);
+    connect(m_overview, &OverviewPage::ConnectAgainRequested, this,
+            [this] { Connect(m_workbench.Choice()); });
+    connect(m_overview, &OverviewPage::SimulatedKeyboardRequested, this, [this] { Connect({}); });
+    AddPage(kOverview, tr("Overview"), TitledPage(tr("Overview"), m_overview));
+    for (const auto& section : m_workbench.Configuration().Sections()) {
+        const std::string key(section->Info().key);
+        AddPage(ToQt(key), SectionTitle(key), new ModulePage(m_workbench, key));
+    }
+    auto* files = new FilesPage(m_workbench);
+    connect(files, &FilesPage::Told, this, &MainWindow::Tell);
+    connect(files, &FilesPage::Failed, this, &MainWindow::Warn);
+    AddPage(kFiles, tr("Keyboard files"), TitledPage(tr("Keyboard files"), files));
+    AddPage(kTestDrive, tr("Test drive"),
+            TitledPage(tr("Test drive"), new TestDrivePage(m_workbench)));
+    auto* preferences = new PreferencesPage(m_workbench.Preferences(), m_workbench.LayoutFolder());
+    connect(preferences, &PreferencesPage::Changed, this, &MainWindow::ApplyPreferences);
+    AddPage(kPreferences, tr("Preferences"), TitledPage(tr("Preferences"), preferences));
+
+    connect(m_list, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
+    auto* right = new QVBoxLayout;
+    right->addWidget(m_notice);
+    right->addWidget(m_pages, 1);
+    auto* row = new QHBoxLayout(central);
+    row->addWidget(m_list);
+    row->addLayout(right, 1);
+    setCentralWidget(central);
+}
+
+void MainWindow::ShowPage(const QString& id) {
+    for (int row = 0; row < m_list->count(); ++row)
+        if (m_list->item(row)->data(kPageIdRole).toString() == id)
+            m_list->setCurrentRow(row);
+}
+
+void MainWindow::GoTo(const std::string& place) {
+    ShowPage(ToQt(SectionOfPlace(place)));
+    m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
+}
+
+QString MainWindow::Notice() const {
+    return m_notice->Text();
+}
+
+void MainWindow::Tell(const QString& text) {
+    m_notice->Tell(NoticeBar::Kind::Information, text);
+}
+
+void MainWindow::Warn(const QString& text) {
+    m_notice->Tell(NoticeBar::Kind::Warning, text);
+    screen.warn(text);
+}
+
+bool MainWindow::Connect(const setup::KeyboardChoice& choice) {
+    try {
+        m_workbench.Connect(choice);
+    } catch (const std::exception& error) {
+        m_overview->ShowFailure(QString::fromUtf8(error.what()));
+        ShowPage(kOverview);
+        return false;
+    }
+    m_edits.Reload();
+    if (!m_workbench.DriverNote().isEmpty())
+        statusBar()->setToolTip(m_workbench.DriverNote());
+    CheckFirmware();
+    return true;
+}
+
+void MainWindow::ChooseDriver() {
+    const QString file = m_documents->questions.fileToOpen();
+    if (!file.isEmpty())
+        Connect({ToPath(file), {}, {}});
+}
+
+// A keyboard tells its program's version in four characters, "P100" say; the preference has the
+// number that the last three spell in hexadecimal: 256 for version 1.00.
+void MainWindow::CheckFirmware() {
+    const QXProgSettings& preferences = m_workbench.Preferences();
+    if (!preferences.VerifyFirmware())
+        return;
+    const QString program = ToQt(m_workbench.Session().Access().Program());
+    bool isNumber = false;
+    const int version = program.right(3).toInt(&isNumber, 16);
+    if (isNumber && version < preferences.VersionFirmware())
+        Tell(tr("The keyboard's program %1 is older than the version %2 that the preferences ask "
+                "for. A newer program can be loaded on the page of the keyboard's files.")
+                 .arg(program, QString::number(preferences.VersionFirmware(), 16)));
+}
+
+void MainWindow::ShowKeyboard() {
+    const bool isConnected = m_workbench.IsConnected();
+    m_read->setEnabled(isConnected);
+    m_write->setEnabled(isConnected);
+    if (isConnected) {
+        const QXKeyboardAccess& access = m_workbench.Session().Access();
+        QString text = tr("%1 — program %2, bootloader %3")
+                           .arg(ToQt(access.Keyboard()), ToQt(access.Program()),
+                                ToQt(access.Bootloader()));
+        if (m_workbench.Simulated() != nullptr)
+            text += QStringLiteral(" — ") + tr("simulated keyboard");
+        m_keyboard->setText(text);
+    } else {
+        m_keyboard->setText(tr("No keyboard"));
+    }
+    int width = 0;
+    for (int row = 0; row < m_list->count(); ++row) {
+        QListWidgetItem* item = m_list->item(row);
+        const QString id = item->data(kPageIdRole).toString();
+        if (const host::Section* section =
+                m_workbench.Configuration().Find(id.toStdString())) {
+            const bool isThere = m_workbench.Has(*section);
+            const QString title = SectionTitle(id.toStdString());
+            item->setText(isThere ? title : tr("%1 (absent)").arg(title));
+            item->setForeground(palette().brush(isThere ? QPalette::Active : QPalette::Disabled,
+                                                QPalette::Text));
+        }
+        width = std::max(width, m_list->sizeHintForIndex(m_list->model()->index(row, 0)).width());
+    }
+    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 16);
+}
+
+void MainWindow::ShowDocument() {
+    const host::History& history = m_workbench.History();
+    m_undo->setEnabled(history.CanUndo());
+    m_redo->setEnabled(history.CanRedo());
+    const QString undo =
+        history.CanUndo() ? tr("Undo: set %1").arg(ToQt(history.UndoName())) : tr("Undo");
+    const QString redo =
+        history.CanRedo() ? tr("Redo: set %1").arg(ToQt(history.RedoName())) : tr("Redo");
+    m_undo->setText(undo);
+    m_undo->setIconText(tr("Undo"));
+    m_undo->setToolTip(undo);
+    m_redo->setText(redo);
+    m_redo->setIconText(tr("Redo"));
+    m_redo->setToolTip(redo);
+    setWindowTitle(QStringLiteral("%1[*] — QXControls").arg(m_documents->DocumentName()));
+    setWindowModified(m_workbench.IsModified());
+}
+
+void MainWindow::ShowProgress(int percent) {
+    m_progress->setVisible(percent < 100);
+    m_progress->setValue(percent);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void MainWindow::ReadFromKeyboard() {
+    if (!m_documents->MayLeaveDocument())
+        return;
+    try {
+        m_workbench.ReadKeyboard();
+        m_notice->Tell(NoticeBar::Kind::Success,
+                       tr("Keyboard to document: read all settings. The keyboard is unchanged."));
+    } catch (const std::exception& error) {
+        Warn(QString::fromUtf8(error.what()));
+    }
+    m_progress->hide();
+}
+
+void MainWindow::WriteToKeyboard() {
+    try {
+        const auto differences = m_workbench.CompareWithKeyboard();
+        m_progress->hide();
+        QStringList absent;
+        for (const host::Section* section : m_workbench.AbsentSections())
+            absent.append(SectionTitle(section->Info().key));
+        if (differences.empty()) {
+            m_notice->Tell(NoticeBar::Kind::Success,
+                           tr("The keyboard already has these settings; nothing was written."));
+            return;
+        }
+        ReviewSheet sheet(differences, ToQt(m_workbench.Session().Access().Keyboard()),
+                          absent.join(QStringLiteral(", ")), this);
+        if (sheet.exec() != QDialog::Accepted) {
+            if (!sheet.ChosenPlace().empty())
+                GoTo(sheet.ChosenPlace());
+            return;
+        }
+        m_workbench.WriteKeyboard();
+        m_notice->Tell(NoticeBar::Kind::Success,
+                       tr("Document to keyboard: wrote %n change(s), read back and found equal.", "",
+                          static_cast<int>(differences.size())));
+        if (m_workbench.Simulated() != nullptr && m_workbench.Preferences().AutoTestdrive())
+            ShowPage(kTestDrive);
+    } catch (const std::exception& error) {
+        Warn(QString::fromUtf8(error.what()));
+    }
+    m_progress->hide();
+}
+
+void MainWindow::ApplyPreferences() {
+    m_workbench.SavePreferences();
+    m_workbench.ReloadPreferences();
+    m_edits.Reload();
+    if (m_workbench.Preferences().PreferedAppLang() != m_shownLanguage)
+        QMetaObject::invokeMethod(this, &MainWindow::SwitchLanguage, Qt::QueuedConnection);
+}
+
+std::vector<Findable> MainWindow::Findables() {
+    std::vector<Findable> all;
+    for (int row = 0; row < m_list->count(); ++row) {
+        const QString id = m_list->item(row)->data(kPageIdRole).toString();
+        all.push_back({m_list->item(row)->text(), tr("page"), [this, id] { ShowPage(id); }});
+    }
+    for (const host::Setting& setting :
+         m_workbench.Configuration().List(m_workbench.History().AllSections()))
+        all.push_back({ToQt(setting.name), ToQt(setting.value),
+                       [this, place = setting.place] { GoTo(place); }});
+    for (const FindableKey& key : AllKeys(m_workbench))
+        all.push_back({key.name, {}, [this, place = key.place] { GoTo(place); }});
+    return all;
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    // What the user does after letting a widget go is a step of its own.
+    if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::FocusOut)
+        m_workbench.History().Seal();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && event->mimeData()->urls().front().isLocalFile())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    m_documents->Open(event->mimeData()->urls().front().toLocalFile());
+    event->acceptProposedAction();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!m_documents->MayLeaveDocument()) {
+        event->ignore();
+        return;
+    }
+    KeepPosition();
+    m_workbench.SavePreferences();
+    m_workbench.Disconnect();
+    event->accept();
+}
+
+void MainWindow::RestorePosition() {
+    const QXProgSettings& kept = m_workbench.Preferences();
+    const QRect place(kept.WinLeft() / kTwipsPerPixel, kept.WinTop() / kTwipsPerPixel,
+                      kept.WinWidth() / kTwipsPerPixel, kept.WinHeight() / kTwipsPerPixel);
+    setGeometry(place.intersected(QApplication::primaryScreen()->availableVirtualGeometry()));
+    if (kept.WinState() == kMaximized)
+        setWindowState(Qt::WindowMaximized);
+}
+
+void MainWindow::KeepPosition() {
+    const QRect place = isMaximized() ? normalGeometry() : geometry();
+    const auto twips = [](int pixels) { return static_cast<Long>(pixels * kTwipsPerPixel); };
+    m_workbench.Preferences().SetWinParam(isMaximized() ? kMaximized : kNormal,
+                                          twips(place.width()), twips(place.height()),
+                                          twips(place.top()), twips(place.left()));
+}
+
+} // namespace qx::app

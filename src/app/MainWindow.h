@@ -1,0 +1,95 @@
+// MainWindow: the application's window: the modules on the left, the chosen module's page on the
+// right, and the two directions, from the keyboard and to it, in the tool bar.
+#pragma once
+
+#include "app/DocumentMenu.h"
+#include "app/EditRequests.h"
+#include "app/Language.h"
+#include "app/QuickFind.h"
+#include "app/Workbench.h"
+
+#include <QMainWindow>
+
+#include <functional>
+
+class QAction;
+class QLabel;
+class QListWidget;
+class QProgressBar;
+class QStackedWidget;
+
+namespace qx::app {
+
+class NoticeBar;
+class OverviewPage;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    // How the window asks and warns; its own boxes unless something else is put in.
+    struct Screen {
+        std::function<bool(const QString& question)> ask;
+        std::function<void(const QString& text)> warn;
+    };
+
+    MainWindow(Workbench& workbench, const Platform& platform, Language& language);
+    ~MainWindow() override;
+
+    Screen screen;
+    [[nodiscard]] DocumentMenu& Documents() { return *m_documents; }
+    [[nodiscard]] EditRequests& Edits() { return m_edits; }
+
+    // Connects the keyboard; a failure is shown on the overview page.
+    bool Connect(const setup::KeyboardChoice& choice);
+    // Keyboard to document; asks first where unsaved changes would be lost.
+    void ReadFromKeyboard();
+    // Document to keyboard, after the review.
+    void WriteToKeyboard();
+    // Shows a setting where it can be edited.
+    void GoTo(const std::string& place);
+    void ShowPage(const QString& id);
+    // What the notice above the page says.
+    [[nodiscard]] QString Notice() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void MakeActions();
+    void MakeStatusBar();
+    void MakePages();
+    void AddPage(const QString& id, const QString& title, QWidget* page);
+    void ShowKeyboard();
+    void ShowDocument();
+    void ShowProgress(int percent);
+    void ApplyPreferences();
+    void SwitchLanguage();
+    void CheckFirmware();
+    void ChooseDriver();
+    void Tell(const QString& text);
+    void Warn(const QString& text);
+    void RestorePosition();
+    void KeepPosition();
+    [[nodiscard]] std::vector<Findable> Findables();
+
+    Workbench& m_workbench;
+    Language& m_language;
+    EditRequests m_edits;
+    DocumentMenu* m_documents;
+    QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
+    QAction* m_read = nullptr;
+    QAction* m_write = nullptr;
+    QListWidget* m_list = nullptr;
+    QStackedWidget* m_pages = nullptr;
+    NoticeBar* m_notice = nullptr;
+    OverviewPage* m_overview = nullptr;
+    QLabel* m_keyboard = nullptr;
+    QProgressBar* m_progress = nullptr;
+    Integer m_shownLanguage = -1;
+};
+
+} // namespace qx::app

@@ -1,0 +1,39 @@
+// OverviewPage: the connected keyboard: how its start-up went, what it is and what it has.
+#pragma once
+
+#include "app/Workbench.h"
+
+#include <QWidget>
+
+class QFormLayout;
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace qx::app {
+
+class OverviewPage : public QWidget {
+    Q_OBJECT
+public:
+    explicit OverviewPage(Workbench& workbench, QWidget* parent = nullptr);
+
+    // Says why the keyboard is not connected, and what to check.
+    void ShowFailure(const QString& reason);
+
+signals:
+    void ConnectAgainRequested();
+    void SimulatedKeyboardRequested();
+
+private:
+    void ShowStages();
+    void ShowKeyboard();
+
+    Workbench& m_workbench;
+    QLabel* m_stages[3];
+    QLabel* m_failure;
+    QWidget* m_remedies;
+    QFormLayout* m_identity;
+    QTableWidget* m_directory;
+};
+
+} // namespace qx::app

@@ -1,0 +1,38 @@
+// Pages: what the main window shows beside its list, one page at a time.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <string>
+#include <vector>
+
+class QLabel;
+class QPushButton;
+
+namespace qx::app {
+
+class Workbench;
+
+// A module's page: its title, a line about what it lacks, and the view of its control.
+class ModulePage : public QWidget {
+    Q_OBJECT
+public:
+    // Of the section with this key.
+    ModulePage(Workbench& workbench, std::string sectionKey, QWidget* parent = nullptr);
+
+    [[nodiscard]] const std::string& SectionKey() const { return m_sectionKey; }
+
+private:
+    void ShowState();
+
+    Workbench& m_workbench;
+    std::string m_sectionKey;
+    QLabel* m_state;
+    QWidget* m_view;
+};
+
+// Any other page with a title.
+[[nodiscard]] QWidget* TitledPage(const QString& title, QWidget* content);
+
+} // namespace qx::app

@@ -1,0 +1,424 @@
+#include "app/PreferencesPage.h"
+
+#include "app/ColourButton.h"
+#include "app/KeySample.h"
+#include "app/StartWizard.h"
+#include "setup/LayoutSource.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QEvent>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <limits>
+
+namespace qx::app {
+
+namespace {
+
+constexpr int kMaxInteger = std::numeric_limits<Integer>::max();
+constexpr int kPosBlocks = 10;
+
+QString NameOf(Preference preference) {
+    const std::string_view name = InfoOf(preference).property;
+    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+Preference PosBlock(int block) {
+    return static_cast<Preference>(static_cast<int>(Preference::POSColorBlock0) + block);
+}
+
+QFormLayout* NewForm(QWidget* parent = nullptr) {
+    auto* form = new QFormLayout(parent);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    form->setHorizontalSpacing(16);
+    form->setVerticalSpacing(10);
+    return form;
+}
+
+// A tab of groups, one below the other.
+struct Tab {
+    QWidget* page = new QWidget;
+    QVBoxLayout* column = new QVBoxLayout(page);
+    std::vector<QFormLayout*> forms;
+
+    Tab() {
+        column->setContentsMargins(16, 16, 16, 16);
+        column->setSpacing(16);
+    }
+    [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
+        auto* group = new QGroupBox(title);
+        column->addWidget(group);
+        forms.push_back(NewForm(group));
+        return forms.back();
+    }
+    // With the fields of all groups below each other.
+    [[nodiscard]] QWidget* Done() const {
+        column->addStretch(1);
+        int width = 0;
+        std::vector<QWidget*> labels;
+        for (const QFormLayout* form : forms)
+            for (int row = 0; row < form->rowCount(); ++row)
+                if (const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole)) {
+                    labels.push_back(item->widget());
+                    width = std::max(width, item->sizeHint().width());
+                }
+        for (QWidget* label : labels)
+            label->setMinimumWidth(width);
+        return page;
+    }
+};
+
+views::KeyCap SampleKey(const QString& caption, Long lColor, views::KeyState state) {
+    views::KeyCap cap;
+    cap.caption = caption;
+    cap.color = views::ToQColor(lColor);
+    cap.state = state;
+    return cap;
+}
+
+} // namespace
+
+PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem::path& layouts,
+                                 QWidget* parent)
+    : QWidget(parent), m_settings(settings), m_layouts(layouts) {
+    auto* column = new QVBoxLayout(this);
+    column->setSpacing(12);
+    Build();
+}
+
+void PreferencesPage::Build() {
+    m_shows.clear();
+    m_tabs = new QTabWidget;
+    m_tabs->addTab(MakeGeneralTab(), tr("General"));
+    m_tabs->addTab(MakeLanguagesTab(), tr("Languages"));
+    m_tabs->addTab(MakeKeyboardTab(), tr("Keyboard"));
+    m_tabs->addTab(MakeKeyDisplayTab(), tr("Key display"));
+    m_tabs->addTab(MakePosTab(), tr("POS keys"));
+    layout()->addWidget(m_tabs);
+
+    auto* reset = new QPushButton(tr("Reset to &defaults …"));
+    reset->setObjectName(QStringLiteral("reset"));
+    connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
+    layout()->addWidget(reset);
+    layout()->setAlignment(reset, Qt::AlignLeft);
+    ShowAll();
+}
+
+QWidget* PreferencesPage::MakeGeneralTab() {
+    Tab tab;
+    QFormLayout* start = tab.AddGroup(tr("At the start"));
+    AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask what to begin with"));
+    AddChoice(*start, Preference::ShowStartupAction, tr("&Begin with:"),
+              {{tr("What the keyboard holds"), static_cast<Integer>(StartChoice::ReadKeyboard)},
+               {tr("The last document"), static_cast<Integer>(StartChoice::LastDocument)},
+               {tr("The defaults"), static_cast<Integer>(StartChoice::Defaults)}});
+    AddCheck(*start, Preference::NewDocumentOnStartup, tr("Begin with a &new document"));
+    AddLastDocument(*start);
+
+    QFormLayout* work = tab.AddGroup(tr("While you work"));
+    AddCheck(*work, Preference::AutoSave, tr("&Save documents automatically"));
+    AddCheck(*work, Preference::AutoTestdrive, tr("Open the &test drive after writing"));
+    AddCheck(*work, Preference::ShowUpcodes, tr("Show &released keys in sequences"));
+    AddChoice(*work, Preference::AdvancedEditor, tr("&Open the sequence editor:"),
+              {{tr("With its button"), Integer{0}},
+               {tr("With its button or by typing on a sequence"), Integer{1}}});
+    return tab.Done();
+}
+
+QWidget* PreferencesPage::MakeLanguagesTab() {
+    Tab tab;
+    QFormLayout* program = tab.AddGroup(tr("The program"));
+    AddChoice(*program, Preference::PreferedAppLang, tr("&Language:"),
+              {{tr("As the system"), Integer{0}},
+               {QStringLiteral("Deutsch"), Integer{1031}},
+               {QStringLiteral("English"), Integer{1033}}});
+
+    QFormLayout* keys = tab.AddGroup(tr("The keys"));
+    Choices layouts{{tr("Standard (English, United States)"), Integer{0}}};
+    for (const setup::LayoutEntry& entry : setup::ListLayouts(m_layouts))
+        layouts.emplace_back(QString::fromStdString(entry.name), entry.language);
+    AddChoice(*keys, Preference::PreferedKeyLang, tr("Key la&yout:"), layouts);
+    return tab.Done();
+}
+
+QWidget* PreferencesPage::MakeKeyboardTab() {
+    Tab tab;
+    QFormLayout* link = tab.AddGroup(tr("Connection"));
+    AddNumber(*link, Preference::CommandDelta, tr("&Command delta:"), 0,
+              std::numeric_limits<Long>::max());
+
+    QFormLayout* chipcard = tab.AddGroup(tr("Chipcard programs"));
+    AddNumber(*chipcard, Preference::ChipcardPort, tr("Serial &port:"), 0, kMaxInteger);
+    AddNumber(*chipcard, Preference::ChipcardBaudrate, tr("&Baud rate, as the driver counts:"), 0,
+              kMaxInteger);
+
+    QFormLayout* firmware = tab.AddGroup(tr("Firmware"));
+    AddCheck(*firmware, Preference::VerifyFirmware, tr("Check the firmware at the &start"));
+    AddNumber(*firmware, Preference::VersionFirmware, tr("&Oldest suitable version:"), 0,
+              kMaxInteger);
+    return tab.Done();
+}
+
+QWidget* PreferencesPage::MakeKeyDisplayTab() {
+    Tab tab;
+    QFormLayout* text = tab.AddGroup(tr("Captions"));
+    AddNumber(*text, Preference::KeyFontSize, tr("&Font size:"), 4, 24, tr(" pt"));
+    QFormLayout* colours = tab.AddGroup(tr("Colours"));
+    AddColour(*colours, Preference::ColorProg, tr("&Programmed keys:"));
+    AddColour(*colours, Preference::ColorEmpty, tr("&Empty keys:"));
+    AddColour(*colours, Preference::ColorCurr, tr("The &current key:"));
+    AddColour(*colours, Preference::ColorUnused, tr("Keys that are not &used:"));
+
+    auto* sample = new KeySample(4, [this] {
+        using views::KeyState;
+        KeySample::Look look;
+        look.caps = {SampleKey(tr("Enter"), m_settings.ColorProg(), KeyState::Programmed),
+                     SampleKey(tr("Empty"), m_settings.ColorEmpty(), KeyState::Empty),
+                     SampleKey(tr("Current"), m_settings.ColorCurr(), KeyState::Programmed),
+                     SampleKey(tr("Unused"), m_settings.ColorUnused(), KeyState::Unused)};
+        look.caps[2].isCurrent = true;
+        look.pointSize = m_settings.KeyFontSize();
+        return look;
+    });
+    sample->setObjectName(QStringLiteral("keySample"));
+    m_shows.emplace_back([sample] { sample->update(); });
+    tab.AddGroup(tr("How it looks"))->addRow(sample);
+    return tab.Done();
+}
+
+QWidget* PreferencesPage::MakePosTab() {
+    Tab tab;
+    AddCodePage(*tab.AddGroup(tr("Code page")));
+
+    auto* colours = new QGroupBox(tr("Colours"));
+    auto* columns = new QHBoxLayout(colours);
+    columns->setSpacing(32);
+    const std::pair<Preference, QString> others[] = {
+        {Preference::POSColorCurrent, tr("The curr&ent block:")},
+        {Preference::POSColorUnused, tr("Keys of &no block:")}};
+    int block = 0;
+    for (const auto& [preference, label] : others) {
+        QFormLayout* form = NewForm();
+        for (const int end = block + kPosBlocks / 2; block < end; ++block)
+            AddColour(*form, PosBlock(block), tr("Block &%1:").arg(block));
+        AddColour(*form, preference, label);
+        columns->addLayout(form);
+    }
+    columns->addStretch(1);
+    tab.column->addWidget(colours);
+
+    auto* sample = new KeySample(6, [this] {
+        using views::KeyState;
+        KeySample::Look look;
+        for (Integer nBlock = 0; nBlock < kPosBlocks; ++nBlock)
+            look.caps.push_back(SampleKey(tr("Block %1").arg(nBlock),
+                                          m_settings.POSColorBlock(nBlock), KeyState::Programmed));
+        look.caps.push_back(
+            SampleKey(tr("Current"), m_settings.POSColorCurrent(), KeyState::Programmed));
+        look.caps.back().isCurrent = true;
+        look.caps.push_back(SampleKey(tr("Unused"), m_settings.POSColorUnused(), KeyState::Unused));
+        look.pointSize = m_settings.KeyFontSize();
+        return look;
+    });
+    m_shows.emplace_back([sample] { sample->update(); });
+    tab.AddGroup(tr("How it looks"))->addRow(sample);
+    return tab.Done();
+}
+
+void PreferencesPage::AddCheck(QFormLayout& form, Preference preference, const QString& text) {
+    auto* box = new QCheckBox(text);
+    box->setObjectName(NameOf(preference));
+    m_shows.emplace_back([this, box, preference] {
+        box->setChecked(std::get<bool>(m_settings.Get(InfoOf(preference).property)));
+    });
+    connect(box, &QCheckBox::toggled, this,
+            [this, preference](bool isOn) { Set(preference, isOn); });
+    form.addRow(box);
+}
+
+void PreferencesPage::AddChoice(QFormLayout& form, Preference preference, const QString& label,
+                                const Choices& choices) {
+    auto* box = new QComboBox;
+    box->setObjectName(NameOf(preference));
+    box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    for (const auto& [text, value] : choices)
+        box->addItem(text, static_cast<int>(value));
+    m_shows.emplace_back([this, box, preference] {
+        const int value = Number(preference);
+        if (box->findData(value) == -1) // another program's; it stays until another is chosen
+            box->addItem(tr("Other (%1)").arg(value), value);
+        box->setCurrentIndex(box->findData(value));
+    });
+    connect(box, &QComboBox::currentIndexChanged, this, [this, box, preference] {
+        Set(preference, static_cast<Long>(box->currentData().toInt()));
+    });
+    form.addRow(label, box);
+}
+
+void PreferencesPage::AddNumber(QFormLayout& form, Preference preference, const QString& label,
+                                int least, int greatest, const QString& unit) {
+    auto* box = new QSpinBox;
+    box->setObjectName(NameOf(preference));
+    box->setSuffix(unit);
+    box->setRange(least, std::min(greatest, 99999)); // for its width
+    box->setMinimumWidth(box->sizeHint().width());
+    m_shows.emplace_back([this, box, preference, least, greatest] {
+        const int value = Number(preference);
+        box->setRange(std::min(least, value), std::max(greatest, value));
+        box->setValue(value);
+    });
+    connect(box, &QSpinBox::valueChanged, this,
+            [this, preference](int value) { Set(preference, static_cast<Long>(value)); });
+    form.addRow(label, box);
+}
+
+void PreferencesPage::AddColour(QFormLayout& form, Preference preference, const QString& label) {
+    auto* button = new ColourButton(InfoOf(preference).loadDefault);
+    button->setObjectName(NameOf(preference));
+    button->setAccessibleName(QString(label).remove(u'&').remove(u':'));
+    m_shows.emplace_back([this, button, preference] { button->SetColour(Number(preference)); });
+    connect(button, &ColourButton::Picked, this,
+            [this, preference](Long lColor) { Set(preference, lColor); });
+    form.addRow(label, button);
+}
+
+void PreferencesPage::AddCodePage(QFormLayout& form) {
+    auto* file = new QLineEdit;
+    file->setObjectName(NameOf(Preference::PosCodePage));
+    file->setPlaceholderText(tr("None"));
+    m_shows.emplace_back([this, file] {
+        if (file->text() != Text(Preference::PosCodePage))
+            file->setText(Text(Preference::PosCodePage));
+    });
+    const auto use = [this](const QString& path) {
+        if (path != Text(Preference::PosCodePage))
+            Set(Preference::PosCodePage, path.toStdString());
+    };
+    connect(file, &QLineEdit::editingFinished, this, [file, use] { use(file->text()); });
+    auto* browse = new QPushButton(tr("B&rowse …"));
+    browse->setObjectName(QStringLiteral("browseCodePage"));
+    connect(browse, &QPushButton::clicked, this, [this, file, use] {
+        const QString path =
+            QFileDialog::getOpenFileName(this, tr("Code page of the POS keys"), file->text());
+        if (!path.isEmpty())
+            use(QDir::toNativeSeparators(path));
+    });
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addWidget(file, 1);
+    row->addWidget(browse);
+    form.setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form.addRow(tr("F&ile:"), row);
+    static_cast<QLabel*>(form.labelForField(row))->setBuddy(file);
+}
+
+void PreferencesPage::AddLastDocument(QFormLayout& form) {
+    auto* file = new QLabel;
+    auto* forget = new QPushButton(tr("For&get"));
+    file->setObjectName(NameOf(Preference::LastDownloadFile));
+    file->setTextFormat(Qt::PlainText);
+    forget->setObjectName(QStringLiteral("forgetLastDocument"));
+    forget->setAccessibleName(tr("Forget the last document"));
+    m_shows.emplace_back([this, file, forget] {
+        const QString path = Text(Preference::LastDownloadFile);
+        const QString shown = path.isEmpty() ? tr("None") : QDir::toNativeSeparators(path);
+        file->setText(file->fontMetrics().elidedText(shown, Qt::ElideMiddle, 360));
+        file->setToolTip(path.isEmpty() ? QString() : shown.toHtmlEscaped());
+        forget->setEnabled(!path.isEmpty());
+    });
+    connect(forget, &QPushButton::clicked, this,
+            [this] { Set(Preference::LastDownloadFile, std::string()); });
+    auto* row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addWidget(file);
+    row->addWidget(forget);
+    form.addRow(tr("Last document:"), row);
+}
+
+void PreferencesPage::ResetToDefaults() {
+    const auto answer = QMessageBox::question(
+        this, tr("Reset to defaults"),
+        tr("Set all preferences to their defaults? The font size, the code page, what to begin "
+           "with and the window's place stay as they are."),
+        QMessageBox::Reset | QMessageBox::Cancel, QMessageBox::Cancel);
+    if (answer != QMessageBox::Reset)
+        return;
+    m_settings.SetDefaults();
+    ShowAll();
+    emit Changed();
+}
+
+void PreferencesPage::ShowAll() {
+    if (std::exchange(m_isShowing, true))
+        return;
+    for (const auto& show : m_shows)
+        show();
+    m_isShowing = false;
+}
+
+void PreferencesPage::Set(Preference preference, const QXProgSettings::Value& value) {
+    if (m_isShowing)
+        return;
+    m_settings.Set(InfoOf(preference).property, value);
+    ShowAll();
+    emit Changed();
+}
+
+Long PreferencesPage::Number(Preference preference) const {
+    return std::get<Long>(m_settings.Get(InfoOf(preference).property));
+}
+
+QString PreferencesPage::Text(Preference preference) const {
+    return QString::fromStdString(
+        std::get<std::string>(m_settings.Get(InfoOf(preference).property)));
+}
+
+QWidget* PreferencesPage::Editor(Preference preference) const {
+    return m_tabs->findChild<QWidget*>(NameOf(preference));
+}
+
+void PreferencesPage::Reveal(Preference preference) {
+    QWidget* editor = Editor(preference);
+    if (editor == nullptr)
+        return;
+    for (int i = 0; i < m_tabs->count(); ++i)
+        if (m_tabs->widget(i)->isAncestorOf(editor))
+            m_tabs->setCurrentIndex(i);
+    editor->setFocus();
+}
+
+void PreferencesPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    // All anew; where the user was stays. What was there may be in the middle of telling a change.
+    const int tab = m_tabs->currentIndex();
+    const QWidget* focus = QApplication::focusWidget();
+    const QString name = isAncestorOf(focus) ? focus->objectName() : QString();
+    while (QLayoutItem* item = layout()->takeAt(0)) {
+        item->widget()->setParent(nullptr);
+        item->widget()->deleteLater();
+        delete item;
+    }
+    Build();
+    m_tabs->setCurrentIndex(tab);
+    if (auto* editor = name.isEmpty() ? nullptr : m_tabs->findChild<QWidget*>(name))
+        editor->setFocus();
+}
+
+} // namespace qx::app

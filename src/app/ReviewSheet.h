@@ -1,0 +1,29 @@
+// ReviewSheet: what a write would change in the keyboard, before it is done.
+//
+// Each change is told as it is now and as it will be. One click leads to the page of a change, and
+// leaves the keyboard as it is.
+#pragma once
+
+#include "host/Configuration.h"
+
+#include <QDialog>
+
+#include <string>
+#include <vector>
+
+namespace qx::app {
+
+class ReviewSheet : public QDialog {
+    Q_OBJECT
+public:
+    ReviewSheet(const std::vector<host::Difference>& differences, const QString& keyboardName,
+                const QString& absentSections, QWidget* parent = nullptr);
+
+    // The place that the user wants to see instead of writing; empty otherwise.
+    [[nodiscard]] const std::string& ChosenPlace() const { return m_place; }
+
+private:
+    std::string m_place;
+};
+
+} // namespace qx::app

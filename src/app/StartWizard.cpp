@@ -1,0 +1,110 @@
+#include "app/StartWizard.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace qx::app {
+
+namespace {
+
+// A button with a title and, below it, what it does.
+class ChoiceButton : public QPushButton {
+public:
+    ChoiceButton(const QString& title, const QString& description) {
+        auto* heading = new QLabel(title);
+        QFont font = heading->font();
+        font.setBold(true);
+        heading->setFont(font);
+        heading->setBuddy(this); // whose mnemonic then clicks it
+        auto* text = new QLabel(description);
+        text->setWordWrap(true);
+        text->setTextFormat(Qt::PlainText);
+        auto* column = new QVBoxLayout(this);
+        column->setContentsMargins(16, 12, 16, 12);
+        column->setSpacing(4);
+        for (QLabel* label : {heading, text}) {
+            label->setForegroundRole(QPalette::ButtonText);
+            label->setAttribute(Qt::WA_TransparentForMouseEvents);
+            column->addWidget(label);
+        }
+        setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+        setAccessibleName(QString(title).remove(u'&'));
+        setAccessibleDescription(description);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override { return layout()->totalSizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override { return layout()->totalMinimumSize(); }
+};
+
+} // namespace
+
+StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
+    : QDialog(parent), m_settings(settings) {
+    setWindowTitle(tr("Start"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(24, 20, 24, 20);
+    column->setSpacing(10);
+    setMinimumWidth(480);
+    auto* question = new QLabel(tr("What would you like to begin with?"));
+    QFont font = question->font();
+    font.setPointSizeF(font.pointSizeF() * 1.3);
+    question->setFont(font);
+    column->addWidget(question);
+    column->addSpacing(6);
+
+    auto* read = AddChoice(StartChoice::ReadKeyboard, "readKeyboard", tr("&Read the keyboard"),
+                           tr("Show and change what the keyboard holds now."));
+
+    const QFileInfo file(QString::fromStdString(settings.GetLastDownloadFile()));
+    QString description = tr("Go on with %1.").arg(file.fileName());
+    if (file.filePath().isEmpty())
+        description = tr("There is none yet: no document has been saved or opened.");
+    else if (!file.exists())
+        description = tr("%1 is no longer there.").arg(QDir::toNativeSeparators(file.filePath()));
+    auto* open = AddChoice(StartChoice::LastDocument, "lastDocument", tr("&Open the last document"),
+                           description);
+    open->setEnabled(file.exists());
+
+    auto* defaults = AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
+                               tr("Begin a new document with a keyboard's factory settings."));
+
+    auto* again = new QCheckBox(tr("&Show this at the start"));
+    again->setObjectName(QStringLiteral("ShowStartupWizard"));
+    again->setChecked(settings.GetShowStartupWizard());
+    connect(again, &QCheckBox::toggled, this,
+            [this](bool isOn) { m_settings.SetShowStartupWizard(isOn); });
+    column->addSpacing(10);
+    column->addWidget(again);
+    column->addStretch(1);
+
+    const Integer nAction = settings.GetShowStartupAction();
+    QPushButton* first = read;
+    if (nAction == static_cast<Integer>(StartChoice::LastDocument) && open->isEnabled()) {
+        first = open;
+        m_choice = StartChoice::LastDocument;
+    } else if (nAction == static_cast<Integer>(StartChoice::Defaults)) {
+        first = defaults;
+        m_choice = StartChoice::Defaults;
+    }
+    first->setDefault(true);
+    first->setFocus();
+}
+
+QPushButton* StartWizard::AddChoice(StartChoice choice, const char* name, const QString& title,
+                                    const QString& description) {
+    auto* button = new ChoiceButton(title, description);
+    button->setObjectName(QLatin1String(name));
+    connect(button, &QPushButton::clicked, this, [this, choice] {
+        m_choice = choice;
+        m_settings.SetShowStartupAction(static_cast<Integer>(choice));
+        accept();
+    });
+    layout()->addWidget(button);
+    return button;
+}
+
+} // namespace qx::app

@@ -1,0 +1,289 @@
+#include "app/Workbench.h"
+
+#include "files/Files.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "setup/LayoutSource.h"
+#include "views/Bindings.h"
+
+#include <algorithm>
+
+namespace qx::app {
+
+using host::Section;
+using views::ToQt;
+
+// While it lives, the controls change by themselves, not by the user.
+class Workbench::Busy {
+public:
+    explicit Busy(Workbench& workbench) : m_flag(workbench.m_isBusy) {
+        m_before = std::exchange(m_flag, true);
+    }
+    ~Busy() { m_flag = m_before; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    bool& m_flag;
+    bool m_before;
+};
+
+Workbench::Workbench(const Platform& platform, Options options)
+    : m_platform(platform), m_options(std::move(options)), m_store(m_options.settings),
+      m_preferences(m_store, platform) {
+    m_preferences.Load();
+    OpenLayout();
+    m_configuration =
+        std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
+    m_history = std::make_unique<host::History>(*m_configuration);
+    for (const auto& section : m_configuration->Sections())
+        m_edits.push_back(section->Control().Refreshed.Subscribe([this] { NoteEdit(); }));
+}
+
+Workbench::~Workbench() {
+    Disconnect();
+}
+
+void Workbench::SavePreferences() {
+    try {
+        m_preferences.Save();
+        m_preferences.SaveWinPos();
+        m_store.Flush();
+    } catch (const host::Error& error) {
+        emit Noticed(QString::fromUtf8(error.what()));
+    }
+}
+
+void Workbench::OpenLayout() {
+    std::string name = m_options.layout;
+    if (name.empty() && IsConnected() && m_driver.layout)
+        name = m_driver.layout();
+    if (name.empty() || m_preferences.PreferedKeyLang() != 0)
+        name = setup::PreferredLayout(m_preferences.PreferedKeyLang());
+    setup::OpenLayout(m_layout, m_options.layouts, name);
+    m_layout.SetShowUpcodes(m_preferences.ShowUpcodes());
+}
+
+void Workbench::ReloadPreferences() {
+    const Busy busy(*this);
+    try {
+        OpenLayout();
+    } catch (const host::Error& error) {
+        emit Noticed(QString::fromUtf8(error.what()));
+    }
+    for (const auto& section : m_configuration->Sections()) {
+        ModuleControl& control = section->Control();
+        if (auto* keys = dynamic_cast<QXFreeProgKeys*>(&control))
+            keys->KeyFontSizeChanged(m_preferences.KeyFontSize());
+        control.ReloadKeySettings();
+        control.ReloadColor();
+    }
+}
+
+void Workbench::Quietly(const std::function<void()>& change) {
+    const Busy busy(*this);
+    change();
+}
+
+void Workbench::Connect(setup::KeyboardChoice choice) {
+    m_options.keyboard = std::move(choice);
+    Connect();
+}
+
+void Workbench::Connect() {
+    Disconnect();
+    std::fill(std::begin(m_stages), std::end(m_stages), StageState::Waiting);
+    try {
+        m_driver = setup::OpenDriver(m_options.keyboard);
+        m_driverNote = ToQt(m_driver.note);
+        host::Session::Options options;
+        options.progress = [this](int percent) { emit Progressed(percent); };
+        options.statusText = m_driver.statusText;
+        m_session =
+            std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(options));
+        SubscribeToStages();
+        m_session->Access().SetCommandDelta(m_preferences.CommandDelta());
+        m_session->Open();
+        AttachKeyboard();
+        ReloadPreferences();
+    } catch (...) {
+        Disconnect();
+        throw;
+    }
+    emit KeyboardChanged();
+}
+
+void Workbench::SubscribeToStages() {
+    QXKeyboardAccess& access = m_session->Access();
+    const auto on = [this](auto& event, Stage stage, StageState state) {
+        m_subscriptions.push_back(
+            event.Subscribe([this, stage, state](auto&&...) { SetStage(stage, state); }));
+    };
+    on(access.InitDriver, Stage::Driver, StageState::Running);
+    on(access.InitDriverOK, Stage::Driver, StageState::Done);
+    on(access.InitDriverFailed, Stage::Driver, StageState::Failed);
+    on(access.InitConfigurationTable, Stage::Directory, StageState::Running);
+    on(access.InitConfigurationTableOK, Stage::Directory, StageState::Done);
+    on(access.InitConfigurationTableFailed, Stage::Directory, StageState::Failed);
+    on(access.InitKeyboardNaming, Stage::Naming, StageState::Running);
+    on(access.InitKeyboardNamingOK, Stage::Naming, StageState::Done);
+    on(access.InitKeyboardNamingFailed, Stage::Naming, StageState::Failed);
+}
+
+void Workbench::SetStage(Stage stage, StageState state) {
+    m_stages[static_cast<std::size_t>(stage)] = state;
+    emit StageChanged();
+}
+
+Workbench::StageState Workbench::StateOf(Stage stage) const {
+    return m_stages[static_cast<std::size_t>(stage)];
+}
+
+void Workbench::Disconnect() {
+    if (!m_session)
+        return;
+    const Busy busy(*this);
+    for (const auto& section : m_configuration->Sections())
+        section->Control().SetKeyboard(nullptr);
+    m_subscriptions.clear();
+    try {
+        m_session->Close();
+    } catch (const host::Error& error) {
+        emit Noticed(QString::fromUtf8(error.what()));
+    }
+    m_session.reset();
+    m_driver = {};
+    emit KeyboardChanged();
+}
+
+// The controls ask the keyboard what it has, and follow it, while it is connected. A session takes
+// the keyboard from them after each transfer.
+void Workbench::AttachKeyboard() {
+    const Busy busy(*this);
+    const auto present = m_session->SectionsIn(*m_configuration, true);
+    for (Section* section : present)
+        section->Control().SetKeyboard(&m_session->Access());
+}
+
+bool Workbench::Has(const Section& section) const {
+    return !IsConnected() || m_session->Has(section);
+}
+
+void Workbench::ReadKeyboard() {
+    const Busy busy(*this);
+    const auto before = m_configuration->Write(m_history->AllSections());
+    const auto sections = m_session->SectionsIn(*m_configuration, true);
+    try {
+        m_session->Upload(sections);
+    } catch (...) {
+        m_configuration->Read(before);
+        AttachKeyboard();
+        throw;
+    }
+    AttachKeyboard();
+    m_file.clear();
+    m_history->Restart(sections, true);
+    emit DocumentChanged();
+}
+
+std::vector<Section*> Workbench::WantedSections() const {
+    std::vector<Section*> wanted = m_history->Sections();
+    std::erase_if(wanted, [&](const Section* section) { return !Has(*section); });
+    return wanted;
+}
+
+std::vector<Section*> Workbench::AbsentSections() const {
+    std::vector<Section*> absent = m_history->Sections();
+    std::erase_if(absent, [&](const Section* section) { return Has(*section); });
+    return absent;
+}
+
+std::vector<host::Difference> Workbench::CompareWithKeyboard() {
+    host::Configuration held(m_platform, &m_layout, nullptr);
+    (void)m_session->SectionsIn(held, true);
+    std::vector<Section*> sections;
+    for (const Section* wanted : WantedSections())
+        sections.push_back(held.Find(wanted->Info().key));
+    m_session->Upload(sections);
+    return host::Compare(held.List(sections), m_configuration->List(WantedSections()));
+}
+
+void Workbench::WriteKeyboard() {
+    const Busy busy(*this);
+    try {
+        m_session->Download(WantedSections());
+        m_session->VerifyLastDownload();
+    } catch (...) {
+        AttachKeyboard();
+        throw;
+    }
+    AttachKeyboard();
+}
+
+void Workbench::NewDocument() {
+    const Busy busy(*this);
+    std::vector<Section*> sections;
+    for (const auto& section : m_configuration->Sections()) {
+        section->Control().DefaultValues();
+        section->Control().AdjustControls();
+        if (Has(*section))
+            sections.push_back(section.get());
+    }
+    m_file.clear();
+    m_history->Restart(sections, true);
+    emit DocumentChanged();
+}
+
+QString Workbench::OpenDocument(const std::filesystem::path& file) {
+    const auto document = host::ConfigurationDocument::Load(file);
+    const Busy busy(*this);
+    const auto read = m_configuration->Read(document);
+    for (const auto& section : m_configuration->Sections())
+        if (std::find(read.begin(), read.end(), section.get()) == read.end()) {
+            section->Control().DefaultValues();
+            section->Control().AdjustControls();
+        }
+    m_file = file;
+    m_history->Restart(read, true);
+    m_preferences.SetLastDownloadFile(file.string());
+    emit DocumentChanged();
+
+    QStringList absent;
+    for (const Section* section : AbsentSections())
+        absent.append(ToQt(std::string(section->Info().title)));
+    return absent.join(QStringLiteral(", "));
+}
+
+void Workbench::SaveDocument(const std::filesystem::path& file) {
+    host::ConfigurationDocument document = m_history->Document();
+    if (IsConnected())
+        document = m_configuration->Write(m_history->Sections(), m_session->Keyboard());
+    try {
+        files::WriteFileAtomically(file, document.ToText());
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
+    m_file = file;
+    m_history->MarkSaved();
+    m_preferences.SetLastDownloadFile(file.string());
+    emit DocumentChanged();
+}
+
+void Workbench::NoteEdit() {
+    if (!m_isBusy && m_history->Note())
+        emit DocumentChanged();
+}
+
+void Workbench::Undo() {
+    const Busy busy(*this);
+    m_history->Undo();
+    emit DocumentChanged();
+}
+
+void Workbench::Redo() {
+    const Busy busy(*this);
+    m_history->Redo();
+    emit DocumentChanged();
+}
+
+} // namespace qx::app

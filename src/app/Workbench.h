@@ -1,0 +1,128 @@
+// Workbench: what the application works on: one keyboard, one document, the user's preferences.
+//
+// It knows no window. It opens the keyboard, moves whole configurations, reads and writes documents
+// and keeps the history of edits; its signals tell the windows what to show anew. Operations throw
+// host::Error and have then changed neither the document nor, where they say so, the keyboard.
+#pragma once
+
+#include "host/History.h"
+#include "host/Session.h"
+#include "host/SettingsStore.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/settings/QXProgSettings.h"
+#include "setup/DriverSource.h"
+
+#include <QObject>
+#include <QString>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace qx::app {
+
+class Workbench : public QObject {
+    Q_OBJECT
+public:
+    struct Options {
+        setup::KeyboardChoice keyboard;
+        std::filesystem::path layouts;  // empty: the shipped ones
+        std::string layout;             // empty: the keyboard's own, else the preferred one
+        std::filesystem::path settings; // empty: the user's own
+    };
+
+    // A stage of the keyboard's start-up.
+    enum class Stage { Driver, Directory, Naming };
+    enum class StageState { Waiting, Running, Done, Failed };
+
+    Workbench(const Platform& platform, Options options);
+    ~Workbench() override;
+
+    [[nodiscard]] QXProgSettings& Preferences() { return m_preferences; }
+    // Stores the preferences; what keeps them from being stored is told by Noticed.
+    void SavePreferences();
+
+    [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
+    // Shows everything by the preferences as they are now.
+    void ReloadPreferences();
+    [[nodiscard]] const std::filesystem::path& LayoutFolder() const { return m_options.layouts; }
+    [[nodiscard]] host::Configuration& Configuration() { return *m_configuration; }
+    [[nodiscard]] host::History& History() { return *m_history; }
+    template <typename Control>
+    [[nodiscard]] Control& ControlOf(const char* sectionKey) {
+        return dynamic_cast<Control&>(m_configuration->Find(sectionKey)->Control());
+    }
+
+    // The keyboard. Connect closes one that is open; a failure leaves none open, tells by
+    // StageChanged where it failed, and throws.
+    void Connect();
+    void Connect(setup::KeyboardChoice choice);
+    void Disconnect();
+    [[nodiscard]] bool IsConnected() const { return m_session != nullptr; }
+    [[nodiscard]] host::Session& Session() { return *m_session; } // while connected
+    [[nodiscard]] sim::SimulatedDriver* Simulated() const { return m_driver.simulated; }
+    [[nodiscard]] const setup::KeyboardChoice& Choice() const { return m_options.keyboard; }
+    [[nodiscard]] const QString& DriverNote() const { return m_driverNote; }
+    [[nodiscard]] StageState StateOf(Stage stage) const;
+    // Whether the keyboard has the section's modules; true for all while none is connected.
+    [[nodiscard]] bool Has(const host::Section& section) const;
+
+    // Keyboard to document: the settings of all modules that the keyboard has.
+    void ReadKeyboard();
+    // What writing the document would change in the keyboard, which stays as it is.
+    [[nodiscard]] std::vector<host::Difference> CompareWithKeyboard();
+    // Document to keyboard, read back and compared. Sections that the keyboard lacks are passed
+    // over.
+    void WriteKeyboard();
+    [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
+
+    // The document.
+    void NewDocument();
+    // Names in the result what of the document this keyboard lacks.
+    QString OpenDocument(const std::filesystem::path& file);
+    void SaveDocument(const std::filesystem::path& file);
+    [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
+    [[nodiscard]] bool IsModified() const { return !m_history->IsSaved(); }
+
+    // Runs a change of what the controls show that is no edit of the document.
+    void Quietly(const std::function<void()>& change);
+    void Undo();
+    void Redo();
+
+signals:
+    void StageChanged();
+    void KeyboardChanged(); // another one, or none
+    void DocumentChanged(); // its settings, its file, or whether it is saved
+    void Progressed(int percent);
+    void Noticed(const QString& text);
+
+private:
+    class Busy;
+
+    void NoteEdit();
+    void AttachKeyboard();
+    void SubscribeToStages();
+    void SetStage(Stage stage, StageState state);
+    [[nodiscard]] std::vector<host::Section*> WantedSections() const;
+    void OpenLayout();
+
+    Platform m_platform;
+    Options m_options;
+    host::SettingsStore m_store;
+    QXProgSettings m_preferences;
+    QXKeyboardLayoutData m_layout;
+    std::unique_ptr<host::Configuration> m_configuration;
+    std::unique_ptr<host::History> m_history;
+    setup::OpenedDriver m_driver;
+    std::unique_ptr<host::Session> m_session;
+    std::vector<Subscription> m_subscriptions; // end before the session
+    std::vector<Subscription> m_edits;
+    StageState m_stages[3] = {};
+    QString m_driverNote;
+    std::filesystem::path m_file;
+    bool m_isBusy = false; // not an edit: what the controls show changes by itself
+};
+
+} // namespace qx::app

@@ -1,0 +1,100 @@
+// The configuration application.
+#include "app/Language.h"
+#include "app/MainWindow.h"
+#include "app/Paths.h"
+#include "app/StartWizard.h"
+#include "app/Workbench.h"
+#include "views/QtPlatform.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QMessageBox>
+
+namespace {
+
+using qx::app::StartChoice;
+
+// What the user wants at the start; the wizard asks unless the command line says it, or the user
+// does not want to be asked.
+StartChoice ChoiceOf(const QString& option, qx::QXProgSettings& preferences) {
+    if (option == QLatin1String("read"))
+        return StartChoice::ReadKeyboard;
+    if (option == QLatin1String("last"))
+        return StartChoice::LastDocument;
+    if (option == QLatin1String("defaults"))
+        return StartChoice::Defaults;
+    if (preferences.GetShowStartupWizard()) {
+        qx::app::StartWizard wizard(preferences);
+        wizard.exec();
+        return wizard.Choice();
+    }
+    if (!preferences.NewDocumentOnStartup() && !preferences.GetLastDownloadFile().empty())
+        return StartChoice::LastDocument;
+    return static_cast<StartChoice>(preferences.GetShowStartupAction());
+}
+
+void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoice choice) {
+    const bool isOpened = choice == StartChoice::LastDocument && window.Documents().OpenLast();
+    if (isOpened)
+        return;
+    workbench.NewDocument();
+    if (choice == StartChoice::ReadKeyboard && workbench.IsConnected())
+        window.ReadFromKeyboard();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("qxcontrols"));
+    QApplication::setApplicationName(QStringLiteral("qx-configurator"));
+    QApplication::setApplicationVersion(QStringLiteral(QX_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Programs modular point-of-sale keyboards. Without a keyboard it works "
+                       "with a simulated one."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption driver("driver", "Use this driver library.", "PATH");
+    const QCommandLineOption keyboard("keyboard", "Use the simulated keyboard kept in FILE.",
+                                      "FILE");
+    const QCommandLineOption model("model", "The model of a new simulated keyboard.", "NAME");
+    const QCommandLineOption layouts("layouts", "Where the keyboard layouts are.", "DIR");
+    const QCommandLineOption layout("layout", "Which layout: a file name or a language id.",
+                                    "NAME");
+    const QCommandLineOption settings("settings", "Keep the preferences in FILE.", "FILE");
+    const QCommandLineOption start(
+        "start", "What to begin with, unasked: read (the keyboard), last (document) or defaults.",
+        "WHAT");
+    parser.addOptions({driver, keyboard, model, layouts, layout, settings, start});
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("A document to open."),
+                                 QStringLiteral("[FILE]"));
+    parser.process(application);
+
+    try {
+        using qx::app::ToPath;
+        qx::views::QtPlatform qtPlatform;
+        qx::app::Language language;
+        qx::app::Workbench workbench(
+            qtPlatform.Services(),
+            {{ToPath(parser.value(driver)), ToPath(parser.value(keyboard)),
+              parser.value(model).toStdString()},
+             ToPath(parser.value(layouts)),
+             parser.value(layout).toStdString(),
+             ToPath(parser.value(settings))});
+        qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
+        window.show();
+        window.Connect(workbench.Choice());
+        const QStringList files = parser.positionalArguments();
+        if (files.isEmpty())
+            Begin(window, workbench, ChoiceOf(parser.value(start), workbench.Preferences()));
+        else
+            window.Documents().Open(files.front());
+        return QApplication::exec();
+    } catch (const std::exception& error) {
+        QMessageBox::critical(nullptr, QStringLiteral("QXControls"),
+                              QString::fromUtf8(error.what()));
+        return 1;
+    }
+}

@@ -1,0 +1,44 @@
+// KeyboardFiles: the keyboard's own files, in the driver's formats, and its code page.
+#pragma once
+
+#include "host/Session.h"
+
+#include <filesystem>
+#include <string_view>
+
+namespace qx::host {
+
+// The serial line of the chipcard reader; other files do without it.
+struct SerialLine {
+    Integer baudRateIndex;
+    Integer comPort;
+};
+
+struct KeyboardFileKind {
+    std::string_view key;     // for commands: "rom", "chipcard", "param"
+    std::string_view content; // for people: "program"
+    Long (QXKeyboardAccess::*save)(const std::string&);
+    Long (QXKeyboardAccess::*load)(const std::string&);
+    bool hasSerialLine;
+};
+
+inline constexpr KeyboardFileKind kKeyboardFiles[] = {
+    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
+     false},
+    {"chipcard", "chipcard reader's program", &QXKeyboardAccess::SaveChipcardRomIntoFile,
+     &QXKeyboardAccess::LoadChipcardRomFromFile, true},
+    {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
+     &QXKeyboardAccess::LoadParameterFromFile, false},
+};
+
+// Keyboard to file: an earlier file stays as it was unless all goes well. Throws Error.
+void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
+                      const std::filesystem::path& file, const SerialLine& line);
+// File to keyboard. Throws Error.
+void LoadKeyboardFile(Session& session, const KeyboardFileKind& kind,
+                      const std::filesystem::path& file, const SerialLine& line);
+
+// Whether the first 256 bytes of the file are the keyboard's code page. Throws Error.
+[[nodiscard]] bool HasCodePage(Session& session, const std::filesystem::path& file);
+
+} // namespace qx::host

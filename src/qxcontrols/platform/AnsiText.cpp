@@ -1,0 +1,37 @@
+#include "qxcontrols/platform/AnsiText.h"
+
+#ifdef _WIN32
+#include "qxcontrols/common/Utf.h"
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+#endif
+
+namespace qx {
+
+#ifdef _WIN32
+
+std::string AnsiText(std::string_view sText) {
+    const std::u16string units = Utf16FromUtf8(sText);
+    const std::wstring wide(units.begin(), units.end());
+    const auto length = static_cast<int>(wide.size());
+    const int size =
+        WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (size == 0 || WideCharToMultiByte(CP_ACP, 0, wide.data(), length, text.data(), size, nullptr,
+                                         nullptr) != size)
+        return std::string(sText);
+    return text;
+}
+
+#else
+
+std::string AnsiText(std::string_view sText) {
+    return std::string(sText);
+}
+
+#endif
+
+} // namespace qx

@@ -1,0 +1,67 @@
+// Reception: what the host PC receives from the keyboard, in order, and what there is to say of it.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx {
+class QXKeyboardLayoutData;
+}
+
+namespace qx::sim {
+
+// A key that the PC sees pressed (its make code) or released (its break code).
+struct KeyStroke {
+    Integer key; // position code
+    bool isReleased;
+
+    bool operator==(const KeyStroke&) const = default;
+};
+
+// Where a stretch comes from.
+enum class Origin {
+    OrdinaryKey,      // a key's own code; number: its position code
+    FreeKey,          // a programmed key's sequence; number: its position code
+    FunctionKey,      // a layered function key's sequence; number: the key, and its layer
+    PosBlock,         // a POS block's sequence; number: the block's slot
+    TrackHeader,      // number of these three: the track, 1 to 4
+    TrackData,        //
+    TrackTerminator,  //
+    ReaderHeader,     // number of these three: the barcode reader's input, 1 or 2
+    ReaderData,       //
+    ReaderTerminator, //
+};
+
+// What comes from one origin in one go: strokes of keys, or characters of data.
+struct Stretch {
+    Origin origin;
+    Integer number;
+    Integer layer = 0;
+    std::vector<KeyStroke> keys;
+    std::string data; // UTF-8
+
+    [[nodiscard]] bool IsEmpty() const { return keys.empty() && data.empty(); }
+};
+
+struct Reception {
+    std::vector<Stretch> stretches; // none of them empty
+    // Why something was not sent, and what else cannot be seen from what was; for people.
+    std::vector<std::string> remarks;
+    // The keyboard's output delay, between one code and the next; none where it keeps none.
+    std::optional<Byte> outputDelay;
+
+    // Appends the stretch, unless it is empty.
+    void Add(Stretch stretch);
+    // Appends what is received after this. An ordinary key's release goes to its press.
+    void Append(const Reception& later);
+};
+
+// "header of track 2", "layer 3 key 5", "ordinary key 31".
+[[nodiscard]] std::string OriginText(const Stretch& stretch);
+// The strokes as a sequence text with the layout's captions, or the data in quotes.
+[[nodiscard]] std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout);
+
+} // namespace qx::sim

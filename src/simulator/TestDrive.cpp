@@ -1,0 +1,284 @@
+#include "simulator/TestDrive.h"
+
+#include "qxcontrols/common/Utf.h"
+#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
+#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/pos/POSCodeMapping.h"
+#include "qxcontrols/pos/POSModuleBlock.h"
+#include "qxcontrols/readers/BarcodeBlocks.h"
+#include "qxcontrols/readers/MagneticBlocks.h"
+#include "simulator/MemoryMap.h"
+
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace qx::sim {
+
+namespace {
+
+static_assert(std::tuple_size_v<Card> == kMagneticTracks);
+
+constexpr KeyboardModuleIDs kFreeKeyModules[] = {
+    MODULE_FREEPROGRAMMABLE_KEYS,
+    MODULE_FUNCKEYS_X1_4610,
+    MODULE_FUNCKEYS_X1_4620,
+    MODULE_FUNCKEYS_X1_4630,
+};
+
+// The option that switches a symbology on: every symbology has it, and some have no other.
+constexpr Integer kSymbologyOption = 0;
+
+constexpr Integer kNoKeyIndex = 0;
+
+void Check(const char* what, Integer number, Integer first, Integer last) {
+    if (number < first || number > last)
+        throw std::out_of_range(std::string(what) + " " + std::to_string(number) +
+                                " is not one of " + std::to_string(first) + " to " +
+                                std::to_string(last));
+}
+
+std::vector<KeyStroke> StrokesOf(const KeySequence& sequence) {
+    constexpr Integer kRelease = 128; // a code from here on releases the key of the code less this
+    std::vector<KeyStroke> keys;
+    for (Integer i = 1; i <= sequence.Length(); ++i) {
+        const Integer code = sequence.GetPositionCode(i);
+        const bool isReleased = code >= kRelease;
+        keys.push_back({static_cast<Integer>(isReleased ? code - kRelease : code), isReleased});
+    }
+    return keys;
+}
+
+// The origins of what a reader's input sends.
+struct Framing {
+    Origin header, data, terminator;
+};
+constexpr Framing kTrackFraming = {Origin::TrackHeader, Origin::TrackData, Origin::TrackTerminator};
+constexpr Framing kReaderFraming = {Origin::ReaderHeader, Origin::ReaderData,
+                                    Origin::ReaderTerminator};
+
+void AddFramed(Reception& reception, const Framing& framing, Integer number,
+               const MagneticTrack& input, const std::string& data) {
+    if (input.HeaderEnabled())
+        reception.Add({framing.header, number, 0, StrokesOf(input.Header()), {}});
+    reception.Add({framing.data, number, 0, {}, data});
+    if (input.TerminatorEnabled())
+        reception.Add({framing.terminator, number, 0, StrokesOf(input.Terminator()), {}});
+}
+
+// Whether a track of the card that has a fault is refused for it; either way is remarked.
+bool IsRefused(bool hasFault, bool isVerified, const std::string& fault, Reception& reception) {
+    if (hasFault)
+        reception.remarks.push_back(fault + (isVerified ? ", so the reader refuses it"
+                                                        : ", which the reader does not verify"));
+    return hasFault && isVerified;
+}
+
+// Whether the code's length is one that the symbology accepts; else this is remarked.
+bool HasAcceptedLength(const BarcodeOptionPage& page, const std::string& name,
+                       const std::string& data, Reception& reception) {
+    const std::size_t length = Utf16FromUtf8(data).size();
+    if (!page.SupportsSizing() || (length >= static_cast<std::size_t>(page.MinSize()) &&
+                                   length <= static_cast<std::size_t>(page.MaxSize())))
+        return true;
+    reception.remarks.push_back(name + " accepts " + std::to_string(page.MinSize()) + " to " +
+                                std::to_string(page.MaxSize()) + " characters; the code has " +
+                                std::to_string(length));
+    return false;
+}
+
+} // namespace
+
+TestDrive::TestDrive(std::string memory, const KeyboardModel& model,
+                     const QXKeyboardLayoutData& layout)
+    : m_memory(std::move(memory)), m_model(model), m_layout(layout) {
+    if (m_memory.size() != static_cast<std::size_t>(kMemorySize))
+        throw std::invalid_argument("a keyboard's memory has " + std::to_string(kMemorySize) +
+                                    " bytes, not " + std::to_string(m_memory.size()));
+}
+
+std::optional<std::string> TestDrive::Block(KeyboardModuleIDs eModule, Long lSize,
+                                            Long lOffset) const {
+    const auto base = m_model.AddressOf(eModule);
+    if (!base)
+        return std::nullopt;
+    const Long address = *base + lOffset;
+    return m_memory.substr(static_cast<std::size_t>(address), static_cast<std::size_t>(lSize));
+}
+
+Reception TestDrive::NewReception() const {
+    Reception reception;
+    if (const auto delay = Block(MODULE_MAGNET_CONFIG, 1)) // the area's first byte
+        reception.outputDelay = static_cast<Byte>(delay->front());
+    return reception;
+}
+
+Reception TestDrive::PressKey(Integer nPositionCode) const {
+    return Stroke(nPositionCode, kNoKeyIndex, false);
+}
+
+Reception TestDrive::ReleaseKey(Integer nPositionCode) const {
+    return Stroke(nPositionCode, kNoKeyIndex, true);
+}
+
+Reception TestDrive::PressPosKey(Integer nKeyIndex) const {
+    return Stroke(POSCodeMapping().GetPositionCodeForKey(nKeyIndex), nKeyIndex, false);
+}
+
+Reception TestDrive::ReleasePosKey(Integer nKeyIndex) const {
+    return Stroke(POSCodeMapping().GetPositionCodeForKey(nKeyIndex), nKeyIndex, true);
+}
+
+Reception TestDrive::Stroke(Integer nPositionCode, Integer nKeyIndex, bool isReleased) const {
+    Check("key", nPositionCode, KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID);
+    Reception reception = NewReception();
+    if (m_layout.KeySupport(nPositionCode) == KEYMODE_NONE) {
+        reception.remarks.push_back("this keyboard has no key " + std::to_string(nPositionCode));
+        return reception;
+    }
+    Stretch stretch = PosSequence(nPositionCode, nKeyIndex, reception);
+    if (stretch.IsEmpty())
+        stretch = FreeSequence(nPositionCode);
+    if (stretch.IsEmpty())
+        reception.Add({Origin::OrdinaryKey, nPositionCode, 0, {{nPositionCode, isReleased}}, {}});
+    else if (!isReleased)
+        reception.Add(std::move(stretch));
+    return reception;
+}
+
+// The sequence of the block that holds the key index; without an index, of the first block with a
+// sequence that holds one of the position code's.
+Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
+                               Reception& reception) const {
+    Stretch none{Origin::PosBlock, 0, 0, {}, {}};
+    const auto block = Block(MODULE_POS, kPOSModuleBlockSize);
+    if (!block)
+        return none;
+    POSKeyboard blocks;
+    try {
+        DecodePOSModuleBlock(*block, blocks);
+    } catch (const std::out_of_range& error) { // the keys before it are there
+        reception.remarks.push_back(std::string("the POS keys' memory is damaged: ") +
+                                    error.what());
+    }
+    const POSCodeMapping mapping;
+    for (Integer index = 1; index <= POSKeyboard::kSlots; ++index) {
+        const bool isMeant = nKeyIndex != kNoKeyIndex
+                                 ? index == nKeyIndex
+                                 : mapping.GetPositionCodeForKey(index) == nPositionCode;
+        const Integer slot = isMeant ? blocks.FindBlockForKey(index) : Integer{0};
+        if (slot != 0 && blocks.Block(slot).Sequence().Length() > 0)
+            return {Origin::PosBlock, slot, 0, StrokesOf(blocks.Block(slot).Sequence()), {}};
+    }
+    return none;
+}
+
+Stretch TestDrive::FreeSequence(Integer nPositionCode) const {
+    KeyboardSequences keys;
+    for (Integer key = KeyboardSequences::kMinKeyID; key <= KeyboardSequences::kMaxKeyID; ++key)
+        keys.Key(key).SetPositionCode(m_layout.KeySupport(key) == KEYMODE_PROG ? key : Integer{-1});
+    for (const KeyboardModuleIDs module : kFreeKeyModules) {
+        const auto stored = static_cast<Long>(StoredFreeProgKeys(keys, module).size());
+        const auto block = Block(module, stored * kFreeProgKeySlotSize);
+        if (!block)
+            continue;
+        DecodeFreeProgKeys(*block, module, keys);
+        if (keys.Key(nPositionCode).Length() > 0)
+            return {Origin::FreeKey, nPositionCode, 0, StrokesOf(keys.Key(nPositionCode)), {}};
+    }
+    return {Origin::FreeKey, nPositionCode, 0, {}, {}};
+}
+
+Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {
+    Check("layer", nLayer, 0, kFuncKeyLayers - 1);
+    Check("function key", nKey, 0, FuncKeyLayer::kKeys - 1);
+    Reception reception = NewReception();
+    const auto block = Block(MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize);
+    if (!block) {
+        reception.remarks.emplace_back("this keyboard has no layered function keys");
+        return reception;
+    }
+    const auto layers = std::make_unique<FuncKeyLayers>();
+    DecodeFuncKeySequences(*block, *layers);
+    const KeySequence& sequence = (*layers)[static_cast<std::size_t>(nLayer)].GetKey(nKey);
+    Stretch stretch{Origin::FunctionKey, nKey, nLayer, StrokesOf(sequence), {}};
+    if (stretch.IsEmpty())
+        reception.remarks.push_back(OriginText(stretch) + " has no sequence");
+    reception.Add(std::move(stretch));
+    return reception;
+}
+
+Reception TestDrive::SwipeCard(const Card& card) const {
+    Reception reception = NewReception();
+    const auto headers = Block(MODULE_MAGNET_HEADERS, kMagneticHeadersSize);
+    const auto switches =
+        Block(MODULE_MAGNET_CONFIG, kMagneticSwitchesSize, kMagneticSwitchesOffset);
+    if (!headers || !switches) {
+        reception.remarks.emplace_back("this keyboard has no magnetic-stripe reader");
+        return reception;
+    }
+    MagneticSettings settings;
+    DecodeTrackSlots(*headers, settings.tracks);
+    DecodeMagneticSwitches(*switches, settings);
+
+    for (Integer track = 1; track <= kMagneticTracks; ++track) {
+        const auto index = static_cast<std::size_t>(track - 1);
+        const CardTrack& onCard = card[index];
+        const std::string name = "track " + std::to_string(track);
+        if (onCard.data.empty())
+            continue;
+        if (!m_model.HasMagneticTrack(track)) {
+            reception.remarks.push_back("this keyboard has no reader head for " + name);
+            continue;
+        }
+        if (!settings.tracks[index].Enabled()) {
+            reception.remarks.push_back(name + " is switched off");
+            continue;
+        }
+        const bool isRefusedForLRC =
+            IsRefused(onCard.hasWrongLRC, settings.options.VerifyLRC().Value(),
+                      "the LRC of " + name + " is wrong", reception);
+        const bool isRefusedForLastChar =
+            IsRefused(onCard.hasWrongLastChar, settings.options.VerifyLastChar().Value(),
+                      "the last character of " + name + " is wrong", reception);
+        if (!isRefusedForLRC && !isRefusedForLastChar)
+            AddFramed(reception, kTrackFraming, track, settings.tracks[index], onCard.data);
+    }
+    if (!reception.stretches.empty())
+        reception.remarks.emplace_back(settings.options.SendImmediate().Value()
+                                           ? "each track is sent as soon as it has been read"
+                                           : "the tracks are sent once all have been read");
+    return reception;
+}
+
+Reception TestDrive::ScanCode(Integer nReader, BarcodePage eSymbology,
+                              const std::string& data) const {
+    Check("reader", nReader, 1, kBarcodeReaders);
+    Check("symbology", eSymbology, BP_EAN, BP_Plessey);
+    Reception reception = NewReception();
+    const auto headers = Block(MODULE_BARCODE_HEADERS, kBarcodeHeadersSize);
+    const auto config = Block(MODULE_BARCODE_CONFIG, kBarcodeConfigSize);
+    if (!headers || !config || !m_model.HasBarcodeReader()) {
+        reception.remarks.emplace_back("this keyboard has no barcode reader");
+        return reception;
+    }
+    BarcodeSettings settings;
+    SetBarcodeLimits(settings);
+    DecodeTrackSlots(*headers, settings.readers);
+    DecodeBarcodeConfig(*config, settings);
+
+    const std::string name(kBarcodePageNames[static_cast<std::size_t>(eSymbology)]);
+    const BarcodeOptionPage& page = settings.pages[static_cast<std::size_t>(eSymbology)];
+    if (data.empty())
+        reception.remarks.emplace_back("there is no code without a character");
+    else if (!page.Flag(kSymbologyOption).Value())
+        reception.remarks.push_back(name + " is switched off: its option 0 is not set");
+    else if (HasAcceptedLength(page, name, data, reception))
+        AddFramed(reception, kReaderFraming, nReader,
+                  settings.readers[static_cast<std::size_t>(nReader - 1)], data);
+    return reception;
+}
+
+} // namespace qx::sim

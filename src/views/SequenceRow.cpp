@@ -1,0 +1,40 @@
+#include "views/SequenceRow.h"
+
+#include "views/SequenceLabel.h"
+
+namespace qx::views {
+
+namespace {
+
+// A caption without the marks of its shortcut.
+QString Plain(QString caption) {
+    const QString ampersand(QChar(u'\uE000')); // stands for "&&" for a moment
+    return caption.replace(QLatin1String("&&"), ampersand)
+        .remove(u'&')
+        .replace(ampersand, QLatin1String("&"));
+}
+
+} // namespace
+
+SequenceRow::SequenceRow(QGridLayout& grid, int row)
+    : use(new QCheckBox), keys(new SequenceLabel), edit(new QPushButton), remove(new QPushButton) {
+    keys->setMinimumHeight(edit->sizeHint().height());
+    grid.addWidget(use, row, 0, 1, 3);
+    grid.addWidget(keys, row + 1, 0);
+    grid.addWidget(edit, row + 1, 1, Qt::AlignTop);
+    grid.addWidget(remove, row + 1, 2, Qt::AlignTop);
+    grid.setColumnStretch(0, 1);
+    grid.setVerticalSpacing(6);
+}
+
+void SequenceRow::ShowAccessibleNames() const {
+    const QString which = Plain(use->text());
+    keys->update(); // the text of an empty one may be in another language now
+    const QString held = keys->text().trimmed();
+    keys->setAccessibleName(which + QLatin1String(": ") +
+                            (held.isEmpty() ? SequenceLabel::tr("No keys") : held));
+    for (QPushButton* button : {edit, remove})
+        button->setAccessibleName(which + QLatin1String(": ") + Plain(button->text()));
+}
+
+} // namespace qx::views
