@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/PreferenceStore.h"
+#include "files/Files.h"
 
 #include <filesystem>
 #include <memory>
@@ -29,21 +30,19 @@ constexpr FileKind kKinds[] = {
      &QXKeyboardAccess::LoadParameterFromFile, false},
 };
 
-// Lets the driver write a file beside the wanted one, and puts it there when all went well: a
+// Lets the driver write a file beside the wanted one, which is replaced when all went well: a
 // driver that fails half-way leaves an earlier file as it was.
-void WriteBeside(const std::string& file, const std::function<void(const std::string&)>& write) {
-    const std::filesystem::path part = file + ".part";
-    std::error_code error;
+void WriteBeside(Context& context, const std::string& file,
+                 const std::function<void(const std::string&)>& write) {
+    context.RefuseKeyboardFile(file);
     try {
-        write(part.string());
-    } catch (...) {
-        std::filesystem::remove(part, error);
-        throw;
+        files::WriteFileAtomically(
+            file, [&](const std::filesystem::path& beside) { write(beside.string()); });
+    } catch (const host::Error&) {
+        throw; // the driver's
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
-    std::filesystem::rename(part, file, error);
-    if (error)
-        throw host::Error(host::ErrorKind::FileFailed,
-                          "cannot write " + file + ": " + error.message());
 }
 
 // As the options say, or else the preferences.
@@ -74,7 +73,7 @@ void Transfer(Context& context, const FileKind& kind, bool save, const std::stri
                     });
     };
     if (save)
-        WriteBeside(file, transfer);
+        WriteBeside(context, file, transfer);
     else
         transfer(file);
     context.CloseKeyboard();
@@ -92,7 +91,9 @@ void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool 
                                          : "Load " + what + " from a file (file to keyboard)");
     const auto file = std::make_shared<std::string>();
     const auto line = std::make_shared<SerialLine>();
-    command->add_option("FILE", *file, "The file, in the driver's own format")->required();
+    command->add_option("FILE", *file, "The file, in the driver's own format")
+        ->required()
+        ->check(NotEmpty());
     if (kind.hasSerialLine) {
         command
             ->add_option("--baud", line->baudRateIndex,
@@ -114,17 +115,13 @@ struct Conversion {
 };
 
 void Convert(Context& context, const Conversion& conversion) {
-    QXKeyboardAccess& driver = context.Driver();
-    WriteBeside(conversion.destination, [&](const std::string& part) {
-        const Long status =
-            driver.ConvertBinFileToRomFile(conversion.source, part, conversion.parameters[0],
-                                           conversion.parameters[1], conversion.parameters[2]);
-        if (status != 0)
-            throw host::Error(host::ErrorKind::TransferFailed,
-                              "converting " + conversion.source +
-                                  " failed: QXCFG_ConvertBinFileIntoRomFile gave status " +
-                                  std::to_string(status),
-                              status);
+    host::Session& session = context.Driver();
+    WriteBeside(context, conversion.destination, [&](const std::string& beside) {
+        session.Run("converting " + conversion.source + " failed", [&] {
+            (void)session.Access().ConvertBinFileToRomFile(
+                conversion.source, beside, conversion.parameters[0], conversion.parameters[1],
+                conversion.parameters[2]);
+        });
     });
     context.Result({{"source", conversion.source}, {"file", conversion.destination}},
                    "converted " + conversion.source + " into " + conversion.destination + "\n");
@@ -137,14 +134,20 @@ void AddKeyboardFiles(CLI::App& app, Context& context) {
         CLI::App* command = app.add_subcommand(
             kind.command, std::string("Save or load the keyboard's ") + kind.content);
         command->require_subcommand(1);
+        command->footer(std::string("Examples:\n  qxconf ") + kind.command +
+                        " save keyboard.bin\n  qxconf " + kind.command + " load keyboard.bin");
         AddTransfer(*command, context, kind, true);
         AddTransfer(*command, context, kind, false);
     }
     CLI::App* convert = app.add_subcommand(
         "convert", "Convert a raw binary file into a program file of the driver");
     const auto conversion = std::make_shared<Conversion>();
-    convert->add_option("BIN", conversion->source, "The raw binary file")->required();
-    convert->add_option("ROM", conversion->destination, "The program file to write")->required();
+    convert->add_option("BIN", conversion->source, "The raw binary file")
+        ->required()
+        ->check(NotEmpty());
+    convert->add_option("ROM", conversion->destination, "The program file to write")
+        ->required()
+        ->check(NotEmpty());
     const char* const names[] = {"P1", "P2", "P3"};
     for (std::size_t i = 0; i < 3; ++i)
         convert->add_option(names[i], conversion->parameters[i], "Parameter of the driver's own")
