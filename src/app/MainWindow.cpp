@@ -161,7 +161,7 @@ void MainWindow::MakeActions() {
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
     auto* find = new QuickFind([this] { return Findables(); });
-    find->setMaximumWidth(320);
+    find->setFixedWidth(find->fontMetrics().horizontalAdvance(find->placeholderText()) + 48);
     bar->addWidget(find);
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), find, [find] {
         find->setFocus(Qt::ShortcutFocusReason);
@@ -183,6 +183,7 @@ void MainWindow::MakeStatusBar() {
 void MainWindow::AddPage(const QString& id, const QString& title, QWidget* page) {
     auto* item = new QListWidgetItem(title, m_list);
     item->setData(kPageIdRole, id);
+    item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 10));
     m_pages->addWidget(page);
 }
 
@@ -310,9 +311,9 @@ void MainWindow::ShowKeyboard() {
             item->setForeground(
                 palette().brush(isThere ? QPalette::Active : QPalette::Disabled, QPalette::Text));
         }
-        width = std::max(width, m_list->sizeHintForIndex(m_list->model()->index(row, 0)).width());
+        width = std::max(width, m_list->fontMetrics().horizontalAdvance(item->text()));
     }
-    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 16);
+    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 24);
 }
 
 void MainWindow::ShowDocument() {
