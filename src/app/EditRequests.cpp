@@ -41,6 +41,16 @@ EditRequests::EditRequests(Workbench& workbench, const Platform& platform, Scree
     });
     On(m_posProgrammer.RemoveAllBlocks,
        [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Remove all POS blocks?")); });
+    On(m_sequencer.UserNeedsHelp, [this] {
+        m_screen.help(tr("Click keys on the screen or press them on the keyboard: each is added to "
+                         "the sequence. A press on the screen records the key and its release. Or "
+                         "type the sequence as text, such as Ctrl+C Enter, and apply it."));
+    });
+    On(m_posProgrammer.UserNeedsHelp, [this] {
+        m_screen.help(tr("Click a free key to begin a block, then keys to take into it or out of "
+                         "it. All keys of a block send its sequence. A key is in one block at "
+                         "most."));
+    });
     Reload();
 }
 

@@ -9,6 +9,7 @@
 #include "app/Places.h"
 #include "app/PreferencesPage.h"
 #include "app/ReviewSheet.h"
+#include "app/SettingWords.h"
 #include "app/TestDrivePage.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/Bindings.h"
@@ -53,7 +54,10 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     : m_workbench(workbench), m_language(language),
       m_edits(workbench, platform,
               {[this](const QString& question) { return screen.ask(question); },
-               [this](const QString& text) { Tell(text); }}),
+               [this](const QString& text) { Tell(text); },
+               [this](const QString& text) {
+                   QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
+               }}),
       m_documents(new DocumentMenu(workbench, this)) {
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), question) == QMessageBox::Yes;
@@ -81,7 +85,10 @@ void MainWindow::SwitchLanguage() {
     const QString page = m_list != nullptr && m_list->currentItem() != nullptr
                              ? m_list->currentItem()->data(kPageIdRole).toString()
                              : kOverview;
-    m_workbench.Quietly([this] { TranslateControls(m_workbench.Configuration()); });
+    m_workbench.Quietly([this] {
+        m_workbench.Configuration().SetWords(SettingWord);
+        TranslateControls(m_workbench.Configuration());
+    });
     m_edits.Reload();
     menuBar()->clear();
     for (QToolBar* bar : findChildren<QToolBar*>())

@@ -1,5 +1,6 @@
 #include "app/Workbench.h"
 
+#include "app/SettingWords.h"
 #include "files/Files.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -199,12 +200,14 @@ std::vector<Section*> Workbench::AbsentSections() const {
 
 std::vector<host::Difference> Workbench::CompareWithKeyboard() {
     host::Configuration held(m_platform, &m_layout, nullptr);
+    held.SetWords(SettingWord);
     (void)m_session->SectionsIn(held, true);
     std::vector<Section*> sections;
     for (const Section* wanted : WantedSections())
         sections.push_back(held.Find(wanted->Info().key));
     m_session->Upload(sections);
-    return host::Compare(held.List(sections), m_configuration->List(WantedSections()));
+    return host::Compare(held.List(sections), m_configuration->List(WantedSections()),
+                         SettingWord);
 }
 
 void Workbench::WriteKeyboard() {
@@ -269,7 +272,10 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
 }
 
 void Workbench::NoteEdit() {
-    if (!m_isBusy && m_history->Note())
+    if (m_isBusy)
+        return;
+    const Busy busy(*this); // writing a document has some controls show themselves
+    if (m_history->Note())
         emit DocumentChanged();
 }
 
