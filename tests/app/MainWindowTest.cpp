@@ -3,6 +3,7 @@
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/PreferencesPage.h"
+#include "app/SettingWords.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
@@ -26,6 +27,7 @@
 #include <QTreeWidget>
 
 #include <fstream>
+#include <set>
 
 namespace qx::test {
 namespace {
@@ -288,6 +290,15 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));
     EXPECT_FALSE(desk.workbench.IsModified()) << "a language is no edit";
+    // Every word of the settings' names has a translation, except the names of codes.
+    const std::set<std::string> names = {"EAN",    "UPC",     "Code39", "Code128", "CodaBar",
+                                         "Code93", "Code11",  "Code16K", "MSI",    "Plessey", "POS"};
+    auto& configuration = desk.workbench.Configuration();
+    configuration.SetWords([&](std::string_view word) {
+        EXPECT_TRUE(names.contains(std::string(word)) || app::SettingWord(word) != word) << word;
+        return std::string(word);
+    });
+    EXPECT_GT(configuration.List(desk.workbench.History().AllSections()).size(), 100U);
     desk.workbench.Preferences().SetPreferedAppLang(1033);
 }
 

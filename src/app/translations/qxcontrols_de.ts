@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<TS version="2.1" language="de_DE" sourcelanguage="en">
+<TS version="2.1" language="de_DE" sourcelanguage="de_DE">
 <context>
     <name>ColourButton</name>
     <message>
@@ -451,6 +451,14 @@
     <message>
         <source>Clear all keys of all layers?</source>
         <translation>Alle Tasten aller Ebenen leeren?</translation>
+    </message>
+    <message>
+        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A press on the screen records the key and its release. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede kommt zur Folge. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
+    </message>
+    <message>
+        <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
+        <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf Tasten, die hinein oder hinaus sollen. Alle Tasten eines Blocks senden seine Folge. Eine Taste gehört zu höchstens einem Block.</translation>
     </message>
 </context>
 <context>
@@ -1249,6 +1257,157 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
+    <name>SettingWords</name>
+    <message>
+        <source>keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>magnetic card</source>
+        <translation>Magnetkarte</translation>
+    </message>
+    <message>
+        <source>barcode</source>
+        <translation>Barcode</translation>
+    </message>
+    <message>
+        <source>free programmable</source>
+        <translation>frei programmierbar</translation>
+    </message>
+    <message>
+        <source>function keys 4610</source>
+        <translation>Funktionstasten 4610</translation>
+    </message>
+    <message>
+        <source>function keys 4620</source>
+        <translation>Funktionstasten 4620</translation>
+    </message>
+    <message>
+        <source>function keys 4630</source>
+        <translation>Funktionstasten 4630</translation>
+    </message>
+    <message>
+        <source>layered function key</source>
+        <translation>Funktionstaste in Ebenen</translation>
+    </message>
+    <message>
+        <source>output delay</source>
+        <translation>Ausgabeverzögerung</translation>
+    </message>
+    <message>
+        <source>send immediately</source>
+        <translation>sofort senden</translation>
+    </message>
+    <message>
+        <source>verify LRC</source>
+        <translation>LRC prüfen</translation>
+    </message>
+    <message>
+        <source>verify last character</source>
+        <translation>letztes Zeichen prüfen</translation>
+    </message>
+    <message>
+        <source>track</source>
+        <translation>Spur</translation>
+    </message>
+    <message>
+        <source>reader</source>
+        <translation>Leser</translation>
+    </message>
+    <message>
+        <source>enabled</source>
+        <translation>gelesen</translation>
+    </message>
+    <message>
+        <source>header enabled</source>
+        <translation>Vorspann gesendet</translation>
+    </message>
+    <message>
+        <source>header</source>
+        <translation>Vorspann</translation>
+    </message>
+    <message>
+        <source>terminator enabled</source>
+        <translation>Abschluss gesendet</translation>
+    </message>
+    <message>
+        <source>terminator</source>
+        <translation>Abschluss</translation>
+    </message>
+    <message>
+        <source>common settings</source>
+        <translation>Allgemeines</translation>
+    </message>
+    <message>
+        <source>Code25 overlapped</source>
+        <translation>Code25 überlappend</translation>
+    </message>
+    <message>
+        <source>Code25 industrial</source>
+        <translation>Code25 industriell</translation>
+    </message>
+    <message>
+        <source>Code25 matrix</source>
+        <translation>Code25 Matrix</translation>
+    </message>
+    <message>
+        <source>minimum length</source>
+        <translation>kürzeste Länge</translation>
+    </message>
+    <message>
+        <source>maximum length</source>
+        <translation>größte Länge</translation>
+    </message>
+    <message>
+        <source>option</source>
+        <translation>Option</translation>
+    </message>
+    <message>
+        <source>identifier</source>
+        <translation>Kennung</translation>
+    </message>
+    <message>
+        <source>layer</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>key</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>label</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>an</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>(empty)</source>
+        <translation>(leer)</translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation>(keine)</translation>
+    </message>
+</context>
+<context>
     <name>StartWizard</name>
     <message>
         <source>Start</source>
@@ -1462,6 +1621,13 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
         <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
+    </message>
+</context>
+<context>
+    <name>qx::app</name>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
     </message>
 </context>
 </TS>
