@@ -1,7 +1,7 @@
 // Makes pictures of all pages of the application: Screenshots FOLDER LAYOUTS LANGUAGE light|dark
 //
-// They show a simulated keyboard of its own with a few settings; `make` beside this file runs it for
-// all combinations.
+// They show a simulated keyboard of its own with a few settings; `make` beside this file runs it
+// for all combinations.
 #include "app/EditRequests.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
@@ -121,8 +121,7 @@ int main(int argc, char** argv) {
                                                        arguments[2].toStdString(),
                                                        {},
                                                        work / "settings.ini"});
-        workbench.Preferences().SetPreferedAppLang(
-            static_cast<Integer>(arguments[3].toInt()));
+        workbench.Preferences().SetPreferedAppLang(static_cast<Integer>(arguments[3].toInt()));
         app::MainWindow window(workbench, platform.Services(), language);
         window.setWindowState(Qt::WindowNoState);
         window.resize(1180, 760);

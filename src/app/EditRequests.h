@@ -35,6 +35,7 @@ public:
     struct Screen {
         std::function<bool(const QString& question)> ask; // true: go on
         std::function<void(const QString& text)> tell;    // briefly, without a box
+        std::function<void(const QString& text)> help;    // before an editor
     };
 
     // The workbench outlives this object.

@@ -29,8 +29,8 @@ public:
                                     const char* disambiguation, int n) const override {
         const std::string_view name(context);
         const std::size_t last = name.rfind(':');
-        return QTranslator::translate(
-            context + (last == std::string_view::npos ? 0 : last + 1), text, disambiguation, n);
+        return QTranslator::translate(context + (last == std::string_view::npos ? 0 : last + 1),
+                                      text, disambiguation, n);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "app/SettingWords.h"
 #include "files/Files.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
@@ -38,6 +39,9 @@ Workbench::Workbench(const Platform& platform, Options options)
     m_history = std::make_unique<host::History>(*m_configuration);
     for (const auto& section : m_configuration->Sections())
         m_edits.push_back(section->Control().Refreshed.Subscribe([this] { NoteEdit(); }));
+    m_edits.push_back(ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Refreshed.Subscribe([this] {
+        ShowLayerOnKeyboard();
+    }));
 }
 
 Workbench::~Workbench() {
@@ -206,8 +210,7 @@ std::vector<host::Difference> Workbench::CompareWithKeyboard() {
     for (const Section* wanted : WantedSections())
         sections.push_back(held.Find(wanted->Info().key));
     m_session->Upload(sections);
-    return host::Compare(held.List(sections), m_configuration->List(WantedSections()),
-                         SettingWord);
+    return host::Compare(held.List(sections), m_configuration->List(WantedSections()), SettingWord);
 }
 
 void Workbench::WriteKeyboard() {
@@ -269,6 +272,13 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
     m_history->MarkSaved();
     m_preferences.SetLastDownloadFile(file.string());
     emit DocumentChanged();
+}
+
+// The keyboard's own keys follow the layer that is shown.
+void Workbench::ShowLayerOnKeyboard() {
+    auto& control = ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
+    if (std::exchange(m_shownLayer, control.CurrentLayer()) != control.CurrentLayer())
+        control.ShowCurrentSelectedLayerOnKeyboard();
 }
 
 void Workbench::NoteEdit() {

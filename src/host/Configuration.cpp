@@ -99,8 +99,7 @@ ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections
 std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) const {
     std::vector<Setting> settings;
     for (Section* section : sections) {
-        FieldLister lister(section->Info().key, section->Info().title, m_layout, settings,
-                           m_words);
+        FieldLister lister(section->Info().key, section->Info().title, m_layout, settings, m_words);
         section->Visit(lister);
     }
     return settings;

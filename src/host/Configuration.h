@@ -75,8 +75,7 @@ struct Difference {
 
 // The differences between settings that keyboards store; one that only one side has is none where
 // the keyboard would keep it.
-[[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
-                                              const std::vector<Setting>& to,
-                                              const Words& words = {});
+[[nodiscard]] std::vector<Difference>
+Compare(const std::vector<Setting>& from, const std::vector<Setting>& to, const Words& words = {});
 
 } // namespace qx::host

@@ -119,8 +119,8 @@ void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
     Within(field.key, "", [&] {
         for (std::size_t i = 0; i < count; ++i) {
             const std::string index = std::to_string(i);
-            const std::string label = Joined(Word(field.label),
-                                             std::to_string(i + static_cast<std::size_t>(nFirst)));
+            const std::string label =
+                Joined(Word(field.label), std::to_string(i + static_cast<std::size_t>(nFirst)));
             element({index, label}, i);
         }
     });

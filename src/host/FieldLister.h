@@ -19,8 +19,8 @@ struct Setting {
     std::string column; // its name within that element
     bool isSequence = false;
     bool isGradual = false; // a number or a text
-    bool isStored = true; // in the keyboard; false for what only documents hold
-    bool isKept = false;  // when others do not have it
+    bool isStored = true;   // in the keyboard; false for what only documents hold
+    bool isKept = false;    // when others do not have it
 };
 
 class FieldLister : public FieldVisitor {

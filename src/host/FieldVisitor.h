@@ -35,10 +35,10 @@ struct FieldList {
 
     Field field;
     std::vector<KeyMember> keyMembers;
-    std::vector<Id> present;                            // in the order in which they are written
-    std::function<void()> clear;                        // empties all elements, before reading
-    std::function<void(const Id&)> visit;               // walks the element's other members
-    bool isOfKeys = false; // by position code: people are told the captions too
+    std::vector<Id> present;              // in the order in which they are written
+    std::function<void()> clear;          // empties all elements, before reading
+    std::function<void(const Id&)> visit; // walks the element's other members
+    bool isOfKeys = false;                // by position code: people are told the captions too
 };
 
 // The words of labels in the language of people; without a function, as they are.

@@ -1,7 +1,7 @@
-// The application, used as a technician uses it: clicks on its real widgets, and what then stands in
-// the keyboard's memory.
-#include "app/Language.h"
+// The application, used as a technician uses it: clicks on its real widgets, and what then stands
+// in the keyboard's memory.
 #include "app/MainWindow.h"
+#include "app/Language.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
@@ -38,10 +38,9 @@ using app::MainWindow;
 class Desk {
 public:
     explicit Desk(const char* model = "full")
-        : workbench(platform.Services(), {{{}, folder / "keyboard.qxk", model},
-                                          QX_LAYOUTS,
-                                          {},
-                                          folder / "settings.ini"}) {
+        : workbench(
+              platform.Services(),
+              {{{}, folder / "keyboard.qxk", model}, QX_LAYOUTS, {}, folder / "settings.ini"}) {
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                            QString::fromStdString((folder / "qt").string()));
         workbench.Preferences().SetPreferedAppLang(1033);
@@ -146,6 +145,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.Click("cmdEdit_0");
     desk.Page("layeredFuncKeys");
     desk.Click("cmdLayer_0");
+    EXPECT_EQ(desk.workbench.Simulated()->Layer(), 1) << "the keyboard follows the layer shown";
     desk.ClickKey("funcKeys", 3);
     QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Cash"));
     desk.Page("pos");
@@ -228,13 +228,13 @@ TEST(MainWindow, DocumentsAreSavedOpenedAndNeverLost) {
 TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSettings) {
     Desk desk("magnet");
     auto* pages = desk.Find<QListWidget>("pages");
-    const auto found = pages->findItems(QStringLiteral("Barcode reader (absent)"), Qt::MatchExactly);
+    const auto found =
+        pages->findItems(QStringLiteral("Barcode reader (absent)"), Qt::MatchExactly);
     EXPECT_EQ(found.size(), 1);
     std::ofstream(desk.folder / "full.json")
         << R"({"format": "qx-configuration", "version": 1, "pos": {"blocks": []},
                "commonKeyboard": {"outputDelay": 3}})";
-    desk.window->Documents().Open(
-        QString::fromStdString((desk.folder / "full.json").string()));
+    desk.window->Documents().Open(QString::fromStdString((desk.folder / "full.json").string()));
     EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("POS")));
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
@@ -285,14 +285,16 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
     desk.workbench.Preferences().SetPreferedAppLang(1031);
     emit desk.window->findChild<app::PreferencesPage*>()->Changed();
     QApplication::processEvents();
-    EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(), QStringLiteral("Magnetkartenleser"));
+    EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
+              QStringLiteral("Magnetkartenleser"));
     desk.Page("barcode");
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));
     EXPECT_FALSE(desk.workbench.IsModified()) << "a language is no edit";
     // Every word of the settings' names has a translation, except the names of codes.
-    const std::set<std::string> names = {"EAN",    "UPC",     "Code39", "Code128", "CodaBar",
-                                         "Code93", "Code11",  "Code16K", "MSI",    "Plessey", "POS"};
+    const std::set<std::string> names = {"EAN",     "UPC",     "Code39", "Code128",
+                                         "CodaBar", "Code93",  "Code11", "Code16K",
+                                         "MSI",     "Plessey", "POS"};
     auto& configuration = desk.workbench.Configuration();
     configuration.SetWords([&](std::string_view word) {
         EXPECT_TRUE(names.contains(std::string(word)) || app::SettingWord(word) != word) << word;

@@ -1237,16 +1237,24 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Nach dem Schreiben</translation>
     </message>
     <message>
-        <source>What is written is read back and compared. Double-click a change to see it.</source>
-        <translation>Was geschrieben wird, wird zurückgelesen und verglichen. Ein Doppelklick zeigt eine Änderung.</translation>
-    </message>
-    <message>
-        <source>Show this change</source>
-        <translation>Diese Änderung zeigen</translation>
-    </message>
-    <message>
         <source>The keyboard has no module for these, which are left out: %1</source>
         <translation>Dafür hat die Tastatur kein Modul, es bleibt weg: %1</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Show this change on its page</source>
+        <translation>Diese Änderung auf ihrer Seite zeigen</translation>
+    </message>
+    <message>
+        <source>What is written is read back and compared.</source>
+        <translation>Was geschrieben wird, wird zurückgelesen und verglichen.</translation>
+    </message>
+    <message>
+        <source>&amp;Write to keyboard</source>
+        <translation>In Tastatur &amp;schreiben</translation>
     </message>
 </context>
 <context>
