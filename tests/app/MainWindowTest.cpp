@@ -78,11 +78,16 @@ public:
     }
     // Does this in the dialog that comes up next.
     void InDialog(const std::function<void(QWidget& dialog)>& act) {
-        QTimer::singleShot(0, window.get(), [act] {
+        auto* watch = new QTimer(window.get());
+        QObject::connect(watch, &QTimer::timeout, window.get(), [watch, act] {
             QWidget* dialog = QApplication::activeModalWidget();
-            ASSERT_NE(dialog, nullptr);
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            watch->deleteLater();
+            watch->stop();
             act(*dialog);
         });
+        watch->start(5);
     }
     static void ClickIn(QWidget& dialog, const char* name) {
         auto* widget = dialog.findChild<QWidget*>(QString::fromLatin1(name));
