@@ -106,7 +106,8 @@ QXKeyboardLayoutData& Context::Layout() {
 }
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
-    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr);
+    const auto use = m_isOpen ? host::LayoutUse::Keyboard : host::LayoutUse::Captions;
+    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
 }
 
 void Context::ShowProgress(int percent) {

@@ -69,7 +69,8 @@ public:
     // preferred one. Throws host::Error(LayoutInvalid).
     [[nodiscard]] QXKeyboardLayoutData& Layout();
 
-    // A configuration with default values for the layout.
+    // A configuration with default values, of the opened keyboard or, where none is open, of any:
+    // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
 
     // Writes a command's result: the text, or the members of `json` with the schema number.

@@ -31,6 +31,7 @@ void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
     setting.column = field.label.empty() ? field.key : field.label;
     setting.isSequence = isSequence;
     setting.isStored = field.stored;
+    setting.isKept = field.kept;
 }
 
 void FieldLister::Within(std::string_view key, std::string_view label,
