@@ -5,6 +5,7 @@
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXSequencer.h"
+#include "qxcontrols/pos/QXPOSProgrammer.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
@@ -223,7 +224,7 @@ void TranslateControls(host::Configuration& configuration) {
     }
 }
 
-void TranslateSequencer(QXSequencer& sequencer) {
+void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
     sequencer.SetButtonOK(ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "OK"), ""));
     sequencer.SetButtonCancel(ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Cancel"), ""));
     sequencer.SetButtonCleanLast(
@@ -238,6 +239,28 @@ void TranslateSequencer(QXSequencer& sequencer) {
         Text(QT_TRANSLATE_NOOP("ControlTexts", "The sequence is full.")));
     sequencer.SetShowDetails(Text(QT_TRANSLATE_NOOP("ControlTexts", "Show released keys")));
     sequencer.Translate();
+
+    posProgrammer.SetButtonOK(sequencer.ButtonOK());
+    posProgrammer.SetButtonCancel(sequencer.ButtonCancel());
+    posProgrammer.SetButtonNewBlock(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "New block"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "The next free key that you click begins it")));
+    posProgrammer.SetButtonEdit(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit…"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "Edit what the keys of this block send")));
+    posProgrammer.SetButtonClean(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Remove block"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "Remove this block and its sequence")));
+    posProgrammer.SetButtonCleanAll(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Remove all blocks…"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "Remove all blocks and their sequences")));
+    posProgrammer.SetProgrammerCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "POS blocks")));
+    posProgrammer.SetNumBlocksCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Blocks:")));
+    posProgrammer.SetBlockIDCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Label")));
+    posProgrammer.SetKeysCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Keys")));
+    posProgrammer.SetColorCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Colour")));
+    posProgrammer.SetSequenceCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Each key sends")));
+    posProgrammer.Translate();
 }
 
 QString SectionTitle(std::string_view sectionKey) {

@@ -1,6 +1,7 @@
 #include "views/QXMagnetCardView.h"
 
 #include "views/PageList.h"
+#include "views/SequenceLabel.h"
 #include "views/SequenceRow.h"
 
 #include <QGridLayout>
