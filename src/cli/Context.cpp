@@ -23,6 +23,8 @@ constexpr KindInfo kKinds[] = {
     {host::ErrorKind::TransferFailed, 4, "transfer-failed"},
     {host::ErrorKind::FileFailed, 4, "file-failed"},
     {host::ErrorKind::ReadBackDiffers, 5, "read-back-differs"},
+    {host::ErrorKind::KeyboardChanged, 4, "keyboard-changed"},
+    {host::ErrorKind::WriteInterrupted, 4, "write-interrupted"},
     {host::ErrorKind::DocumentInvalid, 6, "document-invalid"},
     {host::ErrorKind::LayoutInvalid, 6, "layout-invalid"},
     {host::ErrorKind::ModelInvalid, 6, "model-invalid"},
