@@ -1,4 +1,6 @@
 # What this project needs of Debian 12, for the scripts that set a machine up.
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev)
 test_packages=(libgtest-dev libbenchmark-dev)
+format_packages=(clang-format)
+lint_packages=(clang-tidy)
 cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)

@@ -118,8 +118,9 @@ void Translate(QXBarcode& control) {
         for (Integer option = 0; option < texts.options; ++option) {
             QString caption = QCoreApplication::translate("ControlTexts", "Option %1").arg(option);
             if (!HasBarcodeConfigBit(texts.page, option))
-                caption = QCoreApplication::translate("ControlTexts", "%1 (not kept by the keyboard)")
-                              .arg(caption);
+                caption =
+                    QCoreApplication::translate("ControlTexts", "%1 (not kept by the keyboard)")
+                        .arg(caption);
             else if (option == 0 && texts.page != BP_CommonSettings)
                 caption = QCoreApplication::translate("ControlTexts", "Read this kind of code");
             page.Flag(option).SetCaption(caption.toStdString());
@@ -178,9 +179,8 @@ void Translate(QXLayeredFuncKeys& control) {
     control.SetButtonCleanAllLayer(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Clear all layers…"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove the sequences of all layers")));
-    control.SetButtonLayerInc(
-        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Next layer"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "Show the next layer")));
+    control.SetButtonLayerInc(ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Next layer"),
+                                         QT_TRANSLATE_NOOP("ControlTexts", "Show the next layer")));
     control.SetButtonLayerDec(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Previous layer"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Show the previous layer")));
@@ -242,9 +242,9 @@ void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
 
     posProgrammer.SetButtonOK(sequencer.ButtonOK());
     posProgrammer.SetButtonCancel(sequencer.ButtonCancel());
-    posProgrammer.SetButtonNewBlock(
-        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "New block"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "The next free key that you click begins it")));
+    posProgrammer.SetButtonNewBlock(ButtonText(
+        QT_TRANSLATE_NOOP("ControlTexts", "New block"),
+        QT_TRANSLATE_NOOP("ControlTexts", "The next free key that you click begins it")));
     posProgrammer.SetButtonEdit(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit…"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Edit what the keys of this block send")));

@@ -42,8 +42,8 @@ EditRequests::EditRequests(Workbench& workbench, const Platform& platform, Scree
            fCancel = !Edit(nPosCode, sCurrSeq, sNewSeq, kPOSSequenceSize);
        });
     On(m_posProgrammer.RemoveBlock, [this](Integer nBlockID, bool& fCancel) {
-        fCancel = !m_screen.ask(
-            Tr("Remove block %1 and the sequence that its keys send?").arg(nBlockID));
+        fCancel =
+            !m_screen.ask(Tr("Remove block %1 and the sequence that its keys send?").arg(nBlockID));
     });
     On(m_posProgrammer.RemoveAllBlocks,
        [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Remove all POS blocks?")); });
@@ -64,8 +64,9 @@ void EditRequests::Reload() {
 bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                         Integer nMaxLength) {
     if (!m_workbench.IsConnected()) {
-        m_screen.tell(Tr("Connect a keyboard first, or the simulated one: the editor works with its "
-                         "keys."));
+        m_screen.tell(
+            Tr("Connect a keyboard first, or the simulated one: the editor works with its "
+               "keys."));
         return false;
     }
     return m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
@@ -129,9 +130,8 @@ void EditRequests::Answer(QXPos& control) {
     On(control.POSEditorRequested, [this, &control](bool& fCancel) {
         fCancel = !m_posProgrammer.ShowPosProgrammer(control.PosData());
     });
-    On(control.RemoveAllBlocks, [this](bool& fCancel) {
-        fCancel = !m_screen.ask(Tr("Remove all POS blocks?"));
-    });
+    On(control.RemoveAllBlocks,
+       [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Remove all POS blocks?")); });
 }
 
 } // namespace qx::app

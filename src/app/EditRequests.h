@@ -30,8 +30,8 @@ class Workbench;
 class EditRequests {
 public:
     struct Screen {
-        std::function<bool(const QString& question)> ask;    // true: go on
-        std::function<void(const QString& text)> tell;       // briefly, without a box
+        std::function<bool(const QString& question)> ask; // true: go on
+        std::function<void(const QString& text)> tell;    // briefly, without a box
     };
 
     // The workbench outlives this object.

@@ -11,7 +11,7 @@
 namespace qx::app {
 
 struct LanguageInfo {
-    Integer id; // as the preferences have it: a Windows language id; 0 for the system's
+    Integer id;   // as the preferences have it: a Windows language id; 0 for the system's
     QString name; // in the language itself
 };
 

@@ -136,8 +136,7 @@ void OverviewPage::ShowKeyboard() {
         const int row = m_directory->rowCount();
         m_directory->insertRow(row);
         const QString cells[] = {
-            QString::number(entry->ModuleType()),
-            ToQt(std::string(NameOf(entry->ModuleType()))),
+            QString::number(entry->ModuleType()), ToQt(std::string(NameOf(entry->ModuleType()))),
             QStringLiteral("0x%1").arg(entry->StartAddress(), 4, 16, QLatin1Char('0'))};
         for (int column = 0; column < 3; ++column)
             m_directory->setItem(row, column, new QTableWidgetItem(cells[column]));

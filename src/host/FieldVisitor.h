@@ -38,6 +38,7 @@ struct FieldList {
     std::function<void()> clear;                        // empties all elements, before reading
     std::function<void(const Id&)> visit;               // walks the element's other members
     std::function<std::string(const Id&)> elementLabel; // "key 12"
+    bool isOfKeys = false; // by position code: people are told the captions too
 };
 
 class FieldVisitor {

@@ -67,6 +67,7 @@ protected:
 private:
     // Where a key is drawn, and its texts ready to draw.
     struct Drawn {
+        bool isReady = false;
         QRectF rect;
         std::vector<KeyText> texts;
     };

@@ -3,8 +3,10 @@
 #include "views/ColorSwatch.h"
 #include "views/QXPosDisplayView.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QIntValidator>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -35,6 +37,7 @@ frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* pare
     m_closed = form.Closed.Subscribe([this] { done(m_form.OK() ? QDialog::Accepted : Rejected); });
     m_bindings.ShowAll();
     keys->setFocus();
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 QPushButton* frmPOSProgrammerView::MakeButton(const QString& name, const Button& child,
@@ -62,8 +65,8 @@ QLayout* frmPOSProgrammerView::MakeHead() {
         hint->setText(m_form.CurrBlock() == 0
                           ? tr("Click a free key to begin a block, or a key of a block to "
                                "change that block.")
-                          : tr("Click keys to put them into the block or to take them out. Its "
-                               "lowest key is the major key."));
+                          : tr("Click keys to put them into the block or to take them out. The "
+                               "first of them, row by row, is the major key."));
         help->setText(tr("Help"));
     });
     auto* row = new QHBoxLayout;
@@ -85,7 +88,8 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
     auto* list = new QListWidget;
     m_bindings.Bind(list, QStringLiteral("lstBlocks"), m_form.lstBlocks,
                     [this] { m_form.lstBlocks_Click(); });
-    list->setMinimumHeight(list->fontMetrics().lineSpacing() * 5);
+    list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6);
     m_bindings.OnShow([this, freeCaption, list] {
         freeCaption->setText(tr("Free keys:"));
         list->setAccessibleName(ToQt(m_form.lblNumBlocks.Caption));
@@ -164,7 +168,11 @@ QLayout* frmPOSProgrammerView::MakeSequence() {
     auto* sequence = MakeLabel("lblCurrSeq", m_form.lblCurrSeq);
     sequence->setWordWrap(true);
     auto* left = new QLabel;
-    m_bindings.OnShow([left] { left->setText(tr("Codes left:")); });
+    m_bindings.OnShow([this, left, sequence] {
+        left->setText(tr("Codes left:"));
+        if (m_form.CurrBlock() != 0 && m_form.lblCurrSeq.Caption.empty())
+            sequence->setText(tr("none yet: the block sends nothing"));
+    });
     auto* row = new QHBoxLayout;
     row->addWidget(
         MakeButton(QStringLiteral("cmdEdit"), m_form.cmdEdit, [this] { m_form.cmdEdit_Click(); }));

@@ -4,8 +4,10 @@
 #include "views/QXLayoutDisplayView.h"
 
 #include <QFocusEvent>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -51,6 +53,7 @@ frmSequencerView::frmSequencerView(frmSequencer& form, QWidget* parent)
     m_closed = form.Closed.Subscribe([this] { Leave(); });
     m_bindings.ShowAll();
     keys->setFocus();
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 QLayout* frmSequencerView::MakeHead() {
@@ -148,10 +151,12 @@ QLayout* frmSequencerView::MakeTyped() {
     row->addWidget(caption);
     row->addWidget(m_typed, 1);
     row->addWidget(apply);
+    auto* message = new QGridLayout; // never both at once
+    message->addWidget(fault, 0, 0);
+    message->addWidget(full, 0, 0);
     auto* column = new QVBoxLayout;
     column->addLayout(row);
-    column->addWidget(fault);
-    column->addWidget(full);
+    column->addLayout(message);
     return column;
 }
 

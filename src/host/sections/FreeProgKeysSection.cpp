@@ -48,6 +48,7 @@ public:
                             static_cast<Integer>(kFreeProgKeySlotSize));
         };
         list.elementLabel = [](const FieldList::Id& id) { return "key " + std::to_string(id[0]); };
+        list.isOfKeys = true;
         fields.List(list);
     }
 

@@ -136,8 +136,10 @@ bool frmSequencer::TakeTyped() {
         }
     } catch (const std::logic_error& error) {
         ShowTypedFault(error.what());
+        lblSizeMsg.Visible = false;
         return false;
     }
+    ShowTypedFault({});
     lblSizeMsg.Visible = typed.Length() > m_maxSeqSize;
     if (lblSizeMsg.Visible)
         return false;
