@@ -73,11 +73,13 @@ std::string UsageText(const CLI::App& app, const CLI::ParseError& error) {
     std::string text = error.what();
     const bool lacksCommand = innermost.get_require_subcommand_min() > 0 &&
                               dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
-    if (lacksCommand) {
-        const auto unknown = app.remaining(true);
-        text = unknown.empty() ? command + " needs a command"
-                               : "there is no command \"" + command + " " + unknown.front() + "\"";
-    }
+    const auto unknown = app.remaining(true);
+    if (lacksCommand && unknown.empty())
+        text = command + " needs a command";
+    else if (lacksCommand && unknown.front().starts_with('-'))
+        text = "there is no option " + unknown.front();
+    else if (lacksCommand)
+        text = "there is no command \"" + command + " " + unknown.front() + "\"";
     return text + " (see " + command +
            (innermost.get_parent() == nullptr && !lacksCommand ? " COMMAND --help)" : " --help)");
 }

@@ -209,9 +209,9 @@ TEST(Commands, ShowTellsKeysByTheirCaptions) {
                                                        "                sequence\n"
                                                        "  key 112 (F1)  Esc ^Esc\n");
     const std::string layers = keyboard.Done({"show", "layeredFuncKeys"});
-    EXPECT_NE(layers.find("                  sequence          description\n"
-                          "  layer 0 key 3   Ctrl C ^C ^Ctrl   \"Größe\"\n"
-                          "  layer 9 key 23                    \"Copy\"\n"),
+    EXPECT_NE(layers.find("                  sequence         description\n"
+                          "  layer 0 key 3   Ctrl C ^C ^Ctrl  \"Größe\"\n"
+                          "  layer 9 key 23                   \"Copy\"\n"),
               std::string::npos)
         << layers;
     EXPECT_NE(keyboard.Done({"show", "magnetCard"}).find("\n  magnetic card verify LRC "),
@@ -242,6 +242,7 @@ TEST(Commands, UsageErrorsSayWhatIsWrongAndWhereToLearnMore) {
          "there is no command \"qxconf prefs bogus\" (see qxconf prefs --help)"},
         {{"prefs"}, "qxconf prefs needs a command (see qxconf prefs --help)"},
         {{}, "qxconf needs a command (see qxconf --help)"},
+        {{"--bogus"}, "there is no option --bogus (see qxconf --help)"},
         {{"layer", "10"}, "(see qxconf layer --help)"},
         {{"position", "watch", "--count", "0"}, "--count: 0 is not a whole number above 0"},
         {{"validate", ""}, "FILE: is empty (see qxconf validate --help)"},
