@@ -59,6 +59,8 @@ public:
     // then written nothing, except when the transfer itself broke off, which its message says.
     void Download(const std::vector<Section*>& sections);
 
+    // What the opened keyboard says of itself, without its GUID. Throws Error(TransferFailed).
+    [[nodiscard]] KeyboardIdentity ReadIdentity();
     // Reads all areas of the configuration's sections that the keyboard has, as bytes. Throws
     // Error(TransferFailed).
     [[nodiscard]] KeyboardContent ReadContent(const Configuration& configuration);
@@ -93,7 +95,6 @@ private:
     void LeaveOutMissingAreas(const Section& section);
     void LeaveOutKeptAreas(const Section& section);
     void LoadPieces(KeyboardContent& content);
-    [[nodiscard]] KeyboardIdentity ReadIdentity();
     void RequestRest(const std::vector<Section*>& sections);
     [[nodiscard]] Long AreaAddress(const Area& area) const;
     [[nodiscard]] KeyboardModuleIDs ModuleAt(const std::vector<Section*>& sections,
