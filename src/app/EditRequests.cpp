@@ -12,15 +12,9 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
-#include <QCoreApplication>
-
 namespace qx::app {
 
 namespace {
-
-QString Tr(const char* text) {
-    return QCoreApplication::translate("EditRequests", text);
-}
 
 constexpr auto kTrackSequence = static_cast<Integer>(kTrackSlotSize);
 constexpr auto kFreeKeySequence = static_cast<Integer>(kFreeProgKeySlotSize);
@@ -43,10 +37,20 @@ EditRequests::EditRequests(Workbench& workbench, const Platform& platform, Scree
        });
     On(m_posProgrammer.RemoveBlock, [this](Integer nBlockID, bool& fCancel) {
         fCancel =
-            !m_screen.ask(Tr("Remove block %1 and the sequence that its keys send?").arg(nBlockID));
+            !m_screen.ask(tr("Remove block %1 and the sequence that its keys send?").arg(nBlockID));
     });
     On(m_posProgrammer.RemoveAllBlocks,
-       [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Remove all POS blocks?")); });
+       [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Remove all POS blocks?")); });
+    On(m_sequencer.UserNeedsHelp, [this] {
+        m_screen.help(tr("Click keys on the screen or press them on the keyboard: each is added to "
+                         "the sequence. A press on the screen records the key and its release. Or "
+                         "type the sequence as text, such as Ctrl+C Enter, and apply it."));
+    });
+    On(m_posProgrammer.UserNeedsHelp, [this] {
+        m_screen.help(tr("Click a free key to begin a block, then keys to take into it or out of "
+                         "it. All keys of a block send its sequence. A key is in one block at "
+                         "most."));
+    });
     Reload();
 }
 
@@ -65,7 +69,7 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
                         Integer nMaxLength) {
     if (!m_workbench.IsConnected()) {
         m_screen.tell(
-            Tr("Connect a keyboard first, or the simulated one: the editor works with its "
+            tr("Connect a keyboard first, or the simulated one: the editor works with its "
                "keys."));
         return false;
     }
@@ -103,11 +107,11 @@ void EditRequests::Answer(QXFreeProgKeys& control) {
            fCancel = !Edit(nPosCode, sCurrSeq, sNewSeq, kFreeKeySequence);
        });
     On(control.KeyNoEditable, [this](Integer nPositionCode) {
-        m_screen.tell(nPositionCode == kNoKey ? Tr("Pick a key first.")
-                                              : Tr("This key cannot be programmed."));
+        m_screen.tell(nPositionCode == kNoKey ? tr("Pick a key first.")
+                                              : tr("This key cannot be programmed."));
     });
     On(control.RemoveAllSequences,
-       [this](bool& fRemoveIt) { fRemoveIt = m_screen.ask(Tr("Clear all keys of this module?")); });
+       [this](bool& fRemoveIt) { fRemoveIt = m_screen.ask(tr("Clear all keys of this module?")); });
     AnswerAdvanceEdit(control.AdvanceEdit);
 }
 
@@ -116,13 +120,13 @@ void EditRequests::Answer(QXLayeredFuncKeys& control) {
        [this](const std::string& sCurrSeq, bool& fCancel, std::string& sNewSeq) {
            fCancel = !Edit(kNoKey, sCurrSeq, sNewSeq, kFuncKeySequence);
        });
-    On(control.NoKeySelectedToEdit, [this] { m_screen.tell(Tr("Pick a key first.")); });
-    On(control.NoKeySelectedToClean, [this] { m_screen.tell(Tr("Pick a key first.")); });
+    On(control.NoKeySelectedToEdit, [this] { m_screen.tell(tr("Pick a key first.")); });
+    On(control.NoKeySelectedToClean, [this] { m_screen.tell(tr("Pick a key first.")); });
     On(control.CleanThisLayer, [this, &control](bool& fCancel) {
-        fCancel = !m_screen.ask(Tr("Clear all keys of layer %1?").arg(control.CurrentLayer()));
+        fCancel = !m_screen.ask(tr("Clear all keys of layer %1?").arg(control.CurrentLayer()));
     });
     On(control.CleanAllLayers,
-       [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Clear all keys of all layers?")); });
+       [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Clear all keys of all layers?")); });
     AnswerAdvanceEdit(control.AdvanceEdit);
 }
 
@@ -131,7 +135,7 @@ void EditRequests::Answer(QXPos& control) {
         fCancel = !m_posProgrammer.ShowPosProgrammer(control.PosData());
     });
     On(control.RemoveAllBlocks,
-       [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Remove all POS blocks?")); });
+       [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Remove all POS blocks?")); });
 }
 
 } // namespace qx::app

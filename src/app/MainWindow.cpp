@@ -9,6 +9,7 @@
 #include "app/Places.h"
 #include "app/PreferencesPage.h"
 #include "app/ReviewSheet.h"
+#include "app/SettingWords.h"
 #include "app/TestDrivePage.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/Bindings.h"
@@ -53,7 +54,10 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     : m_workbench(workbench), m_language(language),
       m_edits(workbench, platform,
               {[this](const QString& question) { return screen.ask(question); },
-               [this](const QString& text) { Tell(text); }}),
+               [this](const QString& text) { Tell(text); },
+               [this](const QString& text) {
+                   QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
+               }}),
       m_documents(new DocumentMenu(workbench, this)) {
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), question) == QMessageBox::Yes;
@@ -81,7 +85,10 @@ void MainWindow::SwitchLanguage() {
     const QString page = m_list != nullptr && m_list->currentItem() != nullptr
                              ? m_list->currentItem()->data(kPageIdRole).toString()
                              : kOverview;
-    m_workbench.Quietly([this] { TranslateControls(m_workbench.Configuration()); });
+    m_workbench.Quietly([this] {
+        m_workbench.Configuration().SetWords(SettingWord);
+        TranslateControls(m_workbench.Configuration());
+    });
     m_edits.Reload();
     menuBar()->clear();
     for (QToolBar* bar : findChildren<QToolBar*>())
@@ -161,7 +168,7 @@ void MainWindow::MakeActions() {
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
     auto* find = new QuickFind([this] { return Findables(); });
-    find->setMaximumWidth(320);
+    find->setFixedWidth(find->fontMetrics().horizontalAdvance(find->placeholderText()) + 48);
     bar->addWidget(find);
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), find, [find] {
         find->setFocus(Qt::ShortcutFocusReason);
@@ -183,6 +190,7 @@ void MainWindow::MakeStatusBar() {
 void MainWindow::AddPage(const QString& id, const QString& title, QWidget* page) {
     auto* item = new QListWidgetItem(title, m_list);
     item->setData(kPageIdRole, id);
+    item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 10));
     m_pages->addWidget(page);
 }
 
@@ -310,9 +318,9 @@ void MainWindow::ShowKeyboard() {
             item->setForeground(
                 palette().brush(isThere ? QPalette::Active : QPalette::Disabled, QPalette::Text));
         }
-        width = std::max(width, m_list->sizeHintForIndex(m_list->model()->index(row, 0)).width());
+        width = std::max(width, m_list->fontMetrics().horizontalAdvance(item->text()));
     }
-    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 16);
+    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 24);
 }
 
 void MainWindow::ShowDocument() {

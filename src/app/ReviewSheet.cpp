@@ -19,7 +19,7 @@ using views::ToQt;
 
 namespace {
 
-enum Column { kSetting, kNow, kAfter, kColumns };
+enum Column { kSetting, kNow, kAfter, kShow, kColumns };
 constexpr int kPlaceRole = Qt::UserRole;
 
 void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
@@ -36,10 +36,13 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
             section->setFont(kSetting, bold);
         }
         auto* item = new QTreeWidgetItem(
-            section, {ToQt(difference.name), ToQt(difference.from), ToQt(difference.to)});
+            section, {ToQt(difference.name), ToQt(difference.from), ToQt(difference.to),
+                      ReviewSheet::tr("Show")});
         item->setData(kSetting, kPlaceRole, ToQt(difference.place));
-        for (int column = 0; column < kColumns; ++column)
+        item->setForeground(kShow, tree.palette().link());
+        for (int column = 0; column < kShow; ++column)
             item->setToolTip(column, item->text(column));
+        item->setToolTip(kShow, ReviewSheet::tr("Show this change on its page"));
     }
     tree.expandAll();
 }
@@ -59,41 +62,38 @@ ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
     auto* tree = new QTreeWidget;
     tree->setObjectName(QStringLiteral("changes"));
     tree->setAccessibleName(tr("Changes"));
-    tree->setHeaderLabels({tr("Setting"), tr("In the keyboard now"), tr("After writing")});
+    tree->setHeaderLabels({tr("Setting"), tr("In the keyboard now"), tr("After writing"), {}});
     tree->setRootIsDecorated(false);
     tree->setAlternatingRowColors(true);
     tree->setUniformRowHeights(true);
     Fill(*tree, differences);
-    tree->header()->setStretchLastSection(true);
+    tree->header()->setStretchLastSection(false);
+    tree->header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
+    tree->header()->setSectionResizeMode(kAfter, QHeaderView::Stretch);
     tree->header()->resizeSection(kSetting, 320);
     tree->header()->resizeSection(kNow, 200);
 
     auto* hint = new QLabel;
     hint->setWordWrap(true);
     hint->setText(
-        tr("What is written is read back and compared. Double-click a change to see it."));
+        tr("What is written is read back and compared."));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    auto* write = buttons->addButton(tr("Write to keyboard"), QDialogButtonBox::AcceptRole);
+    auto* write = buttons->addButton(tr("&Write to keyboard"), QDialogButtonBox::AcceptRole);
     write->setObjectName(QStringLiteral("cmdWrite"));
-    write->setDefault(true);
-    auto* show = buttons->addButton(tr("Show this change"), QDialogButtonBox::ActionRole);
-    show->setObjectName(QStringLiteral("cmdShow"));
-    show->setEnabled(false);
+    write->setAutoDefault(false); // Enter shows a change; a write is meant
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    const auto placeOf = [](const QTreeWidgetItem* item) {
-        return item == nullptr ? QString() : item->data(kSetting, kPlaceRole).toString();
-    };
-    connect(tree, &QTreeWidget::currentItemChanged, this,
-            [=](QTreeWidgetItem* item) { show->setEnabled(!placeOf(item).isEmpty()); });
-    const auto choose = [=, this] {
-        m_place = placeOf(tree->currentItem()).toStdString();
+    const auto choose = [this](const QTreeWidgetItem* item) {
+        m_place = item->data(kSetting, kPlaceRole).toString().toStdString();
         if (!m_place.empty())
             reject();
     };
-    connect(show, &QPushButton::clicked, this, choose);
-    connect(tree, &QTreeWidget::itemDoubleClicked, this, choose);
+    connect(tree, &QTreeWidget::itemClicked, this, [=](QTreeWidgetItem* item, int column) {
+        if (column == kShow)
+            choose(item);
+    });
+    connect(tree, &QTreeWidget::itemActivated, this, choose); // Enter, or a double click
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(heading);

@@ -1,7 +1,9 @@
 #include "app/Workbench.h"
 
+#include "app/SettingWords.h"
 #include "files/Files.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
@@ -37,6 +39,9 @@ Workbench::Workbench(const Platform& platform, Options options)
     m_history = std::make_unique<host::History>(*m_configuration);
     for (const auto& section : m_configuration->Sections())
         m_edits.push_back(section->Control().Refreshed.Subscribe([this] { NoteEdit(); }));
+    m_edits.push_back(ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Refreshed.Subscribe([this] {
+        ShowLayerOnKeyboard();
+    }));
 }
 
 Workbench::~Workbench() {
@@ -199,12 +204,13 @@ std::vector<Section*> Workbench::AbsentSections() const {
 
 std::vector<host::Difference> Workbench::CompareWithKeyboard() {
     host::Configuration held(m_platform, &m_layout, nullptr);
+    held.SetWords(SettingWord);
     (void)m_session->SectionsIn(held, true);
     std::vector<Section*> sections;
     for (const Section* wanted : WantedSections())
         sections.push_back(held.Find(wanted->Info().key));
     m_session->Upload(sections);
-    return host::Compare(held.List(sections), m_configuration->List(WantedSections()));
+    return host::Compare(held.List(sections), m_configuration->List(WantedSections()), SettingWord);
 }
 
 void Workbench::WriteKeyboard() {
@@ -268,8 +274,18 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
     emit DocumentChanged();
 }
 
+// The keyboard's own keys follow the layer that is shown.
+void Workbench::ShowLayerOnKeyboard() {
+    auto& control = ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
+    if (std::exchange(m_shownLayer, control.CurrentLayer()) != control.CurrentLayer())
+        control.ShowCurrentSelectedLayerOnKeyboard();
+}
+
 void Workbench::NoteEdit() {
-    if (!m_isBusy && m_history->Note())
+    if (m_isBusy)
+        return;
+    const Busy busy(*this); // writing a document has some controls show themselves
+    if (m_history->Note())
         emit DocumentChanged();
 }
 

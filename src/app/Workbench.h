@@ -102,6 +102,7 @@ private:
     class Busy;
 
     void NoteEdit();
+    void ShowLayerOnKeyboard();
     void AttachKeyboard();
     void SubscribeToStages();
     void SetStage(Stage stage, StageState state);
@@ -122,6 +123,7 @@ private:
     StageState m_stages[3] = {};
     QString m_driverNote;
     std::filesystem::path m_file;
+    Integer m_shownLayer = 0;
     bool m_isBusy = false; // not an edit: what the controls show changes by itself
 };
 

@@ -4,6 +4,7 @@
 #include "app/Paths.h"
 #include "app/StartWizard.h"
 #include "app/Workbench.h"
+#include "simulator/SimulatedDriver.h"
 #include "views/QtPlatform.h"
 
 #include <QApplication>
@@ -83,6 +84,15 @@ int main(int argc, char** argv) {
                                       parser.value(layout).toStdString(),
                                       ToPath(parser.value(settings))});
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
+        // Clicks in the sequence editor can press the simulated keyboard's keys.
+        QObject::connect(&workbench, &qx::app::Workbench::KeyboardChanged, &window, [&] {
+            qtPlatform.modalForms.pressTwinKey =
+                workbench.Simulated() == nullptr
+                    ? std::function<void(qx::Long)>()
+                    : [simulated = workbench.Simulated()](qx::Long lPositionCode) {
+                          simulated->QueuePositionKey(lPositionCode);
+                      };
+        });
         window.show();
         window.Connect(workbench.Choice());
         const QStringList files = parser.positionalArguments();

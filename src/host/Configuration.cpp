@@ -99,7 +99,7 @@ ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections
 std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) const {
     std::vector<Setting> settings;
     for (Section* section : sections) {
-        FieldLister lister(section->Info().key, section->Info().title, m_layout, settings);
+        FieldLister lister(section->Info().key, section->Info().title, m_layout, settings, m_words);
         section->Visit(lister);
     }
     return settings;
@@ -110,8 +110,9 @@ std::string ToText(const Difference& difference) {
            difference.to;
 }
 
-std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to) {
-    const std::string none = "(none)";
+std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to,
+                                const Words& words) {
+    const std::string none = words ? words("(none)") : "(none)";
     std::map<std::string, const Setting*> unmatched;
     for (const Setting& setting : to)
         unmatched.emplace(setting.place, &setting);
@@ -120,7 +121,8 @@ std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vec
                          const std::string& after) {
         const bool isLackedAndKept = setting.isKept && (before == none || after == none);
         if (setting.isStored && !isLackedAndKept && before != after)
-            differences.push_back({setting.place, setting.name, before, after, setting.isSequence});
+            differences.push_back({setting.place, setting.name, before, after, setting.isSequence,
+                                   setting.isGradual});
     };
     for (const Setting& setting : from) {
         const auto match = unmatched.extract(setting.place);

@@ -48,12 +48,16 @@ public:
 
     // The settings of these sections, for people.
     [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections) const;
+    // The language of their names; English at first.
+    void SetWords(Words words) { m_words = std::move(words); }
+    [[nodiscard]] const Words& WordsInUse() const { return m_words; }
 
 private:
     std::vector<Section*> ReadSections(const ConfigurationDocument& document,
                                        std::vector<Fault>& faults);
 
     QXKeyboardLayoutData* m_layout;
+    Words m_words;
     std::vector<std::unique_ptr<Section>> m_sections;
 };
 
@@ -64,6 +68,7 @@ struct Difference {
     std::string from; // "(none)" where one of them has no such setting
     std::string to;
     bool isSequence;
+    bool isGradual; // a number or a text, which people change step by step
 };
 
 // "barcode Code39 minimum length 1 → 4", "POS key 12: Ctrl C → Esc".
@@ -71,7 +76,7 @@ struct Difference {
 
 // The differences between settings that keyboards store; one that only one side has is none where
 // the keyboard would keep it.
-[[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
-                                              const std::vector<Setting>& to);
+[[nodiscard]] std::vector<Difference>
+Compare(const std::vector<Setting>& from, const std::vector<Setting>& to, const Words& words = {});
 
 } // namespace qx::host

@@ -18,17 +18,33 @@ std::string InBraces(Integer nCode) {
 
 } // namespace
 
+std::string ElementLabel(const FieldList& list, const FieldList::Id& id, const Words& words) {
+    std::string text;
+    for (std::size_t i = 0; i < id.size(); ++i) {
+        const std::string_view label = list.keyMembers[i].label;
+        text = Joined(text, words ? words(label) : std::string(label));
+        text = Joined(text, std::to_string(id[i]));
+    }
+    return text;
+}
+
 FieldLister::FieldLister(std::string_view key, std::string_view title,
-                         const QXKeyboardLayoutData* layout, std::vector<Setting>& settings)
-    : m_layout(layout), m_settings(settings), m_place("/" + std::string(key)), m_name(title) {}
+                         const QXKeyboardLayoutData* layout, std::vector<Setting>& settings,
+                         Words words)
+    : m_layout(layout), m_words(std::move(words)), m_settings(settings),
+      m_place("/" + std::string(key)), m_name(Word(title)) {}
+
+std::string FieldLister::Word(std::string_view label) const {
+    return m_words && !label.empty() ? m_words(label) : std::string(label);
+}
 
 void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
     Setting& setting = m_settings.emplace_back();
     setting.place = m_place + "/" + std::string(field.key);
-    setting.name = Joined(m_name, field.label);
+    setting.name = Joined(m_name, Word(field.label));
     setting.value = std::move(value);
     setting.row = m_row;
-    setting.column = field.label.empty() ? field.key : field.label;
+    setting.column = field.label.empty() ? std::string(field.key) : Word(field.label);
     setting.isSequence = isSequence;
     setting.isStored = field.stored;
     setting.isKept = field.kept;
@@ -47,13 +63,14 @@ void FieldLister::Within(std::string_view key, std::string_view label,
 
 bool FieldLister::Flag(const Field& field, bool fValue) {
     if (field.stored) // a switch that nothing stores tells people nothing
-        Add(field, fValue ? "on" : "off");
+        Add(field, Word(fValue ? "on" : "off"));
     return fValue;
 }
 
 Integer FieldLister::Number(const Field& field, Integer nValue, Integer /*nMin*/,
                             Integer /*nMax*/) {
     Add(field, std::to_string(nValue));
+    m_settings.back().isGradual = true;
     return nValue;
 }
 
@@ -72,8 +89,10 @@ std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Int
 
 std::string FieldLister::Text(const Field& field, const std::string& sValue,
                               std::size_t /*maxUnits*/) {
-    if (field.required || !sValue.empty())
+    if (field.required || !sValue.empty()) {
         Add(field, "\"" + sValue + "\"");
+        m_settings.back().isGradual = true;
+    }
     return sValue;
 }
 
@@ -88,11 +107,11 @@ void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*
     }
     if (m_layout != nullptr)
         text = SequenceToText(codes, *m_layout);
-    Add(field, codes.empty() ? "(empty)" : text, true);
+    Add(field, codes.empty() ? Word("(empty)") : text, true);
 }
 
 void FieldLister::Object(const Field& field, const std::function<void()>& members) {
-    Within(field.key, field.label, members);
+    Within(field.key, Word(field.label), members);
 }
 
 void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
@@ -100,8 +119,8 @@ void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
     Within(field.key, "", [&] {
         for (std::size_t i = 0; i < count; ++i) {
             const std::string index = std::to_string(i);
-            const std::string label = Joined(std::string(field.label),
-                                             std::to_string(i + static_cast<std::size_t>(nFirst)));
+            const std::string label =
+                Joined(Word(field.label), std::to_string(i + static_cast<std::size_t>(nFirst)));
             element({index, label}, i);
         }
     });
@@ -112,7 +131,7 @@ void FieldLister::List(const FieldList& list) {
         std::string key(list.field.key);
         for (const Integer number : id)
             key += "[" + std::to_string(number) + "]";
-        m_row = list.elementLabel(id);
+        m_row = ElementLabel(list, id, m_words);
         if (list.isOfKeys && m_layout != nullptr && !m_layout->KeyCaption(id[0]).empty())
             m_row += " (" + m_layout->KeyCaption(id[0]) + ")";
         Within(key, m_row, [&] { list.visit(id); });

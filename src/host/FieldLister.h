@@ -18,8 +18,9 @@ struct Setting {
     std::string row;    // the element of a list that it belongs to, "layer 0 key 3", or empty
     std::string column; // its name within that element
     bool isSequence = false;
-    bool isStored = true; // in the keyboard; false for what only documents hold
-    bool isKept = false;  // when others do not have it
+    bool isGradual = false; // a number or a text
+    bool isStored = true;   // in the keyboard; false for what only documents hold
+    bool isKept = false;    // when others do not have it
 };
 
 class FieldLister : public FieldVisitor {
@@ -27,7 +28,7 @@ public:
     // Lists the section that has this key and this name for people. Sequences are told with the
     // captions of `layout`, or by their codes where it is null.
     FieldLister(std::string_view key, std::string_view title, const QXKeyboardLayoutData* layout,
-                std::vector<Setting>& settings);
+                std::vector<Setting>& settings, Words words = {});
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
@@ -44,7 +45,10 @@ private:
     void Add(const Field& field, std::string value, bool isSequence = false);
     void Within(std::string_view key, std::string_view label, const std::function<void()>& walk);
 
+    [[nodiscard]] std::string Word(std::string_view label) const;
+
     const QXKeyboardLayoutData* m_layout;
+    Words m_words;
     std::vector<Setting>& m_settings;
     std::string m_place;
     std::string m_name;

@@ -28,18 +28,25 @@ struct FieldList {
     using Id = std::vector<Integer>;
     struct KeyMember {
         std::string_view key;
+        std::string_view label; // for people: "layer"
         Integer min;
         Integer max;
     };
 
     Field field;
     std::vector<KeyMember> keyMembers;
-    std::vector<Id> present;                            // in the order in which they are written
-    std::function<void()> clear;                        // empties all elements, before reading
-    std::function<void(const Id&)> visit;               // walks the element's other members
-    std::function<std::string(const Id&)> elementLabel; // "key 12"
-    bool isOfKeys = false; // by position code: people are told the captions too
+    std::vector<Id> present;              // in the order in which they are written
+    std::function<void()> clear;          // empties all elements, before reading
+    std::function<void(const Id&)> visit; // walks the element's other members
+    bool isOfKeys = false;                // by position code: people are told the captions too
 };
+
+// The words of labels in the language of people; without a function, as they are.
+using Words = std::function<std::string(std::string_view)>;
+
+// "layer 0 key 3".
+[[nodiscard]] std::string ElementLabel(const FieldList& list, const FieldList::Id& id,
+                                       const Words& words = {});
 
 class FieldVisitor {
 public:

@@ -17,10 +17,7 @@ std::string NameOf(const std::vector<Difference>& differences, const std::string
 }
 
 bool IsRun(const std::vector<Difference>& differences) {
-    if (differences.size() != 1 || differences.front().isSequence)
-        return false;
-    const std::string& value = differences.front().to;
-    return value != "on" && value != "off";
+    return differences.size() == 1 && differences.front().isGradual;
 }
 
 } // namespace

@@ -243,7 +243,7 @@ void JsonFieldReader::List(const FieldList& list) {
         ReadObject((*value)[i], elementPlace, [&] {
             const auto id = ReadId(list, elementPlace);
             if (id && !seen.insert(*id).second)
-                AddFault(elementPlace, list.elementLabel(*id) + " stands in the list twice");
+                AddFault(elementPlace, ElementLabel(list, *id) + " stands in the list twice");
             // Without an identity the members cannot be placed, and are not reported as unknown.
             if (id)
                 list.visit(*id);

@@ -73,7 +73,8 @@ void Planner::Finish(WritePlan& plan) {
         plan.ranges.push_back({std::move(range), {}});
     for (const std::string& section : SectionsOf(plan.ranges)) {
         const std::vector<Setting> after = Settings(plan.after, section);
-        const auto changed = host::Compare(Settings(plan.before, section), after);
+        const auto changed =
+            host::Compare(Settings(plan.before, section), after, m_scratch.WordsInUse());
         plan.settings.insert(plan.settings.end(), changed.begin(), changed.end());
         for (PlannedRange& range : plan.ranges) {
             if (range.section != section || changed.empty())
@@ -81,7 +82,8 @@ void Planner::Finish(WritePlan& plan) {
             KeyboardContent without = plan.after;
             without.Overwrite(range.address, range.from);
             std::set<std::string> missed;
-            for (const Difference& difference : host::Compare(Settings(without, section), after))
+            for (const Difference& difference :
+                 host::Compare(Settings(without, section), after, m_scratch.WordsInUse()))
                 missed.insert(difference.place);
             for (const Difference& difference : changed)
                 if (missed.contains(difference.place))
@@ -92,7 +94,7 @@ void Planner::Finish(WritePlan& plan) {
 
 std::vector<Difference> Planner::Compare(const KeyboardContent& from, const KeyboardContent& to,
                                          const std::string& section) {
-    return host::Compare(Settings(from, section), Settings(to, section));
+    return host::Compare(Settings(from, section), Settings(to, section), m_scratch.WordsInUse());
 }
 
 std::vector<Setting> Planner::Settings(const KeyboardContent& content, const std::string& section) {

@@ -28,6 +28,7 @@ constexpr double kTextMargin = 0.025;
 constexpr double kLeastTextScale =
     0.6; // a caption that does not fit is shrunk down to this, then cut
 constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
+constexpr double kLineHeight = 1.2;     // in parts of the font's size
 constexpr double kLegendScale = 0.7;
 constexpr double kLeastTextSize = 6.5; // pixels
 
@@ -169,28 +170,34 @@ QStringList InTwoLines(const QString& text, const QFont& font) {
     return best;
 }
 
+// The largest size, at most `size`, in which the lines fit into the area; the font has that size.
+double FittingSize(const QStringList& lines, const QFont& font, double size, const QSizeF& area) {
+    double widest = 1;
+    for (const QString& line : lines)
+        widest = std::max(widest, Advance(font, line));
+    const double high = area.height() / (kLineHeight * static_cast<double>(lines.size()));
+    const double fitting = std::min(size * area.width() / widest, high);
+    return fitting < size ? std::floor(fitting) : size; // fonts have whole pixels
+}
+
 // Appends the text to `texts`, in the font's size or smaller and in two lines if it must be, cut if
 // that does not help.
 void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
                    const QRectF& area, Qt::Alignment align, const QColor& color) {
     SetSize(font, size);
+    const double least = std::max(size * kLeastTextScale, kLeastTextSize);
     QStringList lines{text};
-    double width = Advance(font, text);
-    if (width * kLeastLineScale > area.width()) {
-        lines = InTwoLines(text, font);
-        width = 0;
-        for (const QString& line : lines)
-            width = std::max(width, Advance(font, line));
+    double fitting = FittingSize(lines, font, size, area.size());
+    if (fitting < size * kLeastLineScale || fitting < least) {
+        const QStringList two = InTwoLines(text, font);
+        const double inTwo = FittingSize(two, font, size, area.size());
+        if (inTwo > fitting && area.height() >= 2 * kLineHeight * std::max(inTwo, least)) {
+            lines = two;
+            fitting = inTwo;
+        }
     }
-    if (width > area.width() || lines.size() > 1) {
-        const double least = std::max(size * kLeastTextScale, kLeastTextSize);
-        const double wide = size * area.width() / width - 0.5;
-        const double high = area.height() / static_cast<double>(lines.size()) / 1.2;
-        SetSize(font, std::max(least, std::min({size, wide, high})));
-    }
+    SetSize(font, std::max(least, fitting));
     const QFontMetricsF metrics(font);
-    if (metrics.height() * static_cast<double>(lines.size()) > area.height() + 1)
-        lines = {text};
     const double height = metrics.height() * static_cast<double>(lines.size());
     double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
     for (const QString& line : lines) {

@@ -27,6 +27,7 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
     });
     connect(sequence, &SequenceLabel::KeyPress, this,
             [&control] { control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::Clicked, this, [&control] { control.lblCurrSeq_KeyPress(); });
 
     auto* sequenceRow = new QHBoxLayout;
     sequenceRow->addWidget(caption);

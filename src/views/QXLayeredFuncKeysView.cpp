@@ -85,8 +85,8 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
         sequence->setAccessibleName(sequenceCaption->text() + u' ' + sequence->text());
         description->setAccessibleName(descriptionCaption->text());
     });
-    connect(sequence, &SequenceLabel::KeyPress, this,
-            [this] { m_control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::KeyPress, this, [this] { m_control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::Clicked, this, [this] { m_control.lblCurrSeq_KeyPress(); });
 
     auto* rows = new QGridLayout;
     rows->addWidget(sequenceCaption, 0, 0);
@@ -126,7 +126,8 @@ KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey) const {
     const FuncKeyButton& key = m_control.cmdFuncKey[static_cast<std::size_t>(nKey)];
     KeyCap cap;
     cap.index = nKey;
-    cap.place = {QPointF(nKey % kKeysInRow * kStep.width(), nKey / kKeysInRow * kStep.height()),
+    const int row = nKey / kKeysInRow;
+    cap.place = {QPointF(nKey % kKeysInRow * kStep.width(), row * kStep.height()),
                  kStep - QSizeF(kGap, kGap)};
     cap.caption = ToQt(key.Caption);
     if (!key.ToolTip.empty()) { // the key's description says more than its number

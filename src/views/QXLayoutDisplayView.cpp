@@ -1,5 +1,7 @@
 #include "views/QXLayoutDisplayView.h"
 
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
 #include <QEvent>
 #include <QVBoxLayout>
 
@@ -43,10 +45,16 @@ void QXLayoutDisplayView::ShowKeys() {
     m_grid->setAccessibleName(tr("Keyboard"));
     m_grid->SetPointSize(m_display.UserFontSize());
     m_grid->SetKeys(std::move(caps));
-    if (m_display.SelectedKey() != -1 && m_display.SelectedKey() != m_grid->FocusKey()) {
-        m_grid->SetFocusKey(m_display.SelectedKey());
+    const Integer selected = m_display.SelectedKey();
+    if (selected != m_grid->FocusKey() && m_grid->HasKey(selected)) {
+        m_grid->SetFocusKey(selected);
         m_grid->setFocus();
     }
+}
+
+bool QXLayoutDisplayView::IsProgrammable(Integer nPositionCode) const {
+    const QXKeyboardLayoutData* layout = m_display.LayoutSource();
+    return layout != nullptr && layout->KeySupport(nPositionCode) == KEYMODE_PROG;
 }
 
 KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
@@ -59,7 +67,7 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
     cap.color = ToQColor(key.BackColor);
     cap.isEnabled = key.Enabled;
     cap.isCurrent = nPositionCode == m_display.CurrProgKey();
-    if (key.Enabled)
+    if (isSetting ? IsProgrammable(nPositionCode) : key.Enabled)
         cap.state = isSetting && key.Programmed ? KeyState::Programmed : KeyState::Empty;
     QString sequence;
     if (cap.state == KeyState::Programmed && m_textOfKey)
@@ -74,7 +82,7 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
 QString QXLayoutDisplayView::NameOf(const KeyCap& cap, const QString& sequence) const {
     const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
     QString name = tr("Key %1, %2").arg(cap.index).arg(cap.caption);
-    if (!cap.isEnabled)
+    if (cap.state == KeyState::Unused)
         name = (isSetting ? tr("%1, cannot be programmed") : tr("%1, cannot be used")).arg(name);
     else if (cap.state == KeyState::Programmed && !sequence.isEmpty())
         name = tr("%1, programmed: %2").arg(name, sequence);

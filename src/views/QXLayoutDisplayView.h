@@ -28,6 +28,7 @@ protected:
     void changeEvent(QEvent* event) override; // other colours, other language
 
 private:
+    [[nodiscard]] bool IsProgrammable(Integer nPositionCode) const;
     [[nodiscard]] KeyCap CapOf(Integer nPositionCode) const;
     [[nodiscard]] QString NameOf(const KeyCap& cap, const QString& sequence) const;
 

@@ -48,7 +48,7 @@ void QXPosDisplayView::ShowKeys() {
         caps.push_back(CapOf(key));
     m_grid->setAccessibleName(tr("POS keys"));
     m_grid->SetKeys(std::move(caps));
-    if (m_display.Focus() != 0 && m_display.Focus() != m_grid->FocusKey()) {
+    if (m_display.Focus() != m_grid->FocusKey() && m_grid->HasKey(m_display.Focus())) {
         m_grid->SetFocusKey(m_display.Focus());
         m_grid->setFocus();
     }
@@ -62,7 +62,8 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
     const bool isUsed = m_display.IsUsedKey(nKeyIndex);
     KeyCap cap;
     cap.index = nKeyIndex;
-    cap.place = {QPointF(place % kKeysInRow * kStep.width(), place / kKeysInRow * kStep.height()),
+    const int row = place / kKeysInRow;
+    cap.place = {QPointF(place % kKeysInRow * kStep.width(), row * kStep.height()),
                  kStep - QSizeF(kGap, kGap)};
     cap.caption = ToQt(key.Caption);
     cap.legend = legend;

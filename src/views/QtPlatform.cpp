@@ -35,7 +35,9 @@ private:
 
 // The window before which a new one is shown.
 QWidget* Before(QWidget* parent) {
-    QWidget* const active = QApplication::activeModalWidget();
+    if (QWidget* const modal = QApplication::activeModalWidget())
+        return modal;
+    QWidget* const active = QApplication::activeWindow();
     return active != nullptr ? active : parent;
 }
 

@@ -20,6 +20,12 @@ SequenceLabel::SequenceLabel(QWidget* parent) : QLabel(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 }
 
+void SequenceLabel::mouseReleaseEvent(QMouseEvent* event) {
+    QLabel::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && rect().contains(event->pos()))
+        emit Clicked();
+}
+
 void SequenceLabel::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const bool isModifier = key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||

@@ -18,8 +18,10 @@ public:
 signals:
     void KeyDown(qx::Integer KeyCode); // any key; a Windows virtual key code
     void KeyPress();                   // a key that types something, after KeyDown
+    void Clicked();
 
 protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

@@ -7,12 +7,32 @@
 #include <QGridLayout>
 #include <QIntValidator>
 #include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include <limits>
 
 namespace qx::views {
+
+namespace {
+
+// Room for two lines of a text that may need more, so that nothing moves when it changes.
+QWidget* TwoLinesOf(QLabel* label) {
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidgetResizable(true);
+    area->setWidget(label);
+    area->setFixedHeight(2 * label->fontMetrics().lineSpacing());
+    area->viewport()->setAutoFillBackground(false);
+    label->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
 
 frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* parent)
     : QDialog(parent), m_form(form) {
@@ -88,6 +108,7 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
     auto* list = new QListWidget;
     m_bindings.Bind(list, QStringLiteral("lstBlocks"), m_form.lstBlocks,
                     [this] { m_form.lstBlocks_Click(); });
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // long lines are cut off
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6);
     m_bindings.OnShow([this, freeCaption, list] {
@@ -124,14 +145,13 @@ QLayout* frmPOSProgrammerView::MakeCurrentBlock() {
     auto* idCaption = MakeLabel("lblBlockID", m_form.lblBlockID);
     idCaption->setBuddy(id);
     auto* keys = MakeLabel("lblCurrKeys", m_form.lblCurrKeys);
-    keys->setWordWrap(true);
 
     auto* grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
     grid->addWidget(idCaption, 0, 0);
     grid->addWidget(id, 0, 1);
     grid->addWidget(MakeLabel("lblKeys", m_form.lblKeys), 1, 0, Qt::AlignTop);
-    grid->addWidget(keys, 1, 1);
+    grid->addWidget(TwoLinesOf(keys), 1, 1);
     grid->addWidget(MakeLabel("lblColor", m_form.lblColor), 2, 0);
     grid->addLayout(MakeColors(), 2, 1);
     grid->addWidget(MakeLabel("lblSequence", m_form.lblSequence), 3, 0, Qt::AlignTop);
@@ -166,7 +186,6 @@ QLayout* frmPOSProgrammerView::MakeColors() {
 
 QLayout* frmPOSProgrammerView::MakeSequence() {
     auto* sequence = MakeLabel("lblCurrSeq", m_form.lblCurrSeq);
-    sequence->setWordWrap(true);
     auto* left = new QLabel;
     m_bindings.OnShow([this, left, sequence] {
         left->setText(tr("Codes left:"));
@@ -181,7 +200,7 @@ QLayout* frmPOSProgrammerView::MakeSequence() {
     row->addWidget(MakeLabel("lblRemaining", m_form.lblRemaining));
     row->addStretch(1);
     auto* column = new QVBoxLayout;
-    column->addWidget(sequence);
+    column->addWidget(TwoLinesOf(sequence));
     column->addLayout(row);
     return column;
 }

@@ -125,6 +125,29 @@ TEST_F(EditorViewsTest, SequencesAreClickedPressedAndTyped) {
     EXPECT_EQ(EditSequence(record), "  5 58 47175186 46 31");
 }
 
+TEST_F(EditorViewsTest, InTheBackgroundTheKeyboardTypes) {
+    EditSequence([&](const User& user) {
+        const auto goes = [](Qt::ApplicationState state) {
+            emit qGuiApp->applicationStateChanged(state);
+        };
+        goes(Qt::ApplicationInactive);
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        goes(Qt::ApplicationActive);
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        user.Find("txtTyped")->setFocus();
+        goes(Qt::ApplicationInactive);
+        goes(Qt::ApplicationActive);
+        EXPECT_FALSE(keyboard.driver.positionMode);
+
+        QDialog other(user.Dialog()); // while another window is before it, nothing is recorded
+        other.open();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+        keyboard.driver.positionKeys = {31};
+        QTest::qWait(250);
+        EXPECT_EQ(keyboard.driver.positionKeys.size(), 1U);
+    });
+}
+
 TEST_F(EditorViewsTest, WrongTextIsExplainedInPlace) {
     EXPECT_EQ(EditSequence([](const User& user) {
                   user.Type("txtTyped", QStringLiteral("Ctrl+Nonsense"));

@@ -81,8 +81,12 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
         [](Integer, const std::string&, bool&, std::string& sInSeq) { sInSeq = " 31159"; });
     const Subscription advances = control.AdvanceEdit.Subscribe([](bool& fEdit) { fEdit = true; });
 
+    std::vector<Integer> refused;
+    const Subscription refusals =
+        control.KeyNoEditable.Subscribe([&](Integer key) { refused.push_back(key); });
     screen.ClickKey("layoutDisplay", 30); // CapsLock, which cannot be programmed
-    EXPECT_EQ(control.CurrentKey(), QXFreeProgKeys::kNoKey);
+    screen.Click("cmdEdit_0");
+    EXPECT_EQ(refused, std::vector<Integer>{30});
     screen.ClickKey("layoutDisplay", 75); // Ins, the first that can
     EXPECT_EQ(control.CurrentKey(), 75);
     screen.Click("cmdEdit_0");
@@ -96,6 +100,7 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
               "Key 75, Ins, programmed: A, current key");
     EXPECT_TRUE(screen.Cap("layoutDisplay", 75).toolTip.contains(QStringLiteral("Insert key\nA")));
     EXPECT_EQ(screen.Cap("layoutDisplay", 76).name.toStdString(), "Key 76, Del, not programmed");
+    EXPECT_EQ(screen.Cap("layoutDisplay", 30).state, KeyState::Unused);
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).name.toStdString(),
               "Key 30, CapsLock, cannot be programmed");
 
@@ -120,13 +125,26 @@ TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
     display.SetDisplayKeyType(DISPLAY_PROG);
     display.SetCurrProgKey(30);
     display.ReloadKeysSettings(KeyboardSequences());
-    QXLayoutDisplayView view(display);
-    const Screen screen(view);
+    QWidget window;
+    QXLayoutDisplayView view(display, &window);
+    QLineEdit other(&window);
+    view.resize(900, 400);
+    const Screen screen(window);
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     display.SelectKey(16); // Tab
     EXPECT_EQ(view.Grid()->FocusKey(), 16);
     QTest::keyClick(view.Grid(), Qt::Key_Right);
     EXPECT_EQ(display.SelectedKey(), 17);
     display.SelectKey(16);
+    EXPECT_EQ(view.Grid()->FocusKey(), 16);
+    EXPECT_TRUE(view.Grid()->hasFocus());
+
+    // A key that the keyboard lacks takes the focus from nobody.
+    other.setFocus();
+    display.SelectKey(0);
+    display.ReloadKeysSettings(KeyboardSequences());
+    EXPECT_TRUE(other.hasFocus());
     EXPECT_EQ(view.Grid()->FocusKey(), 16);
 
     std::vector<Long> clicked;

@@ -35,7 +35,7 @@ public:
         FieldList list;
         list.field = {"keys", ""};
         list.keyMembers = {
-            {"positionCode", KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID}};
+            {"positionCode", "key", KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID}};
         for (const Integer key : stored)
             if (Control().Sequences().Key(key).Length() > 0)
                 list.present.push_back({key});
@@ -47,7 +47,6 @@ public:
             fields.Sequence({"sequence", ""}, Control().Sequences().Key(id[0]),
                             static_cast<Integer>(kFreeProgKeySlotSize));
         };
-        list.elementLabel = [](const FieldList::Id& id) { return "key " + std::to_string(id[0]); };
         list.isOfKeys = true;
         fields.List(list);
     }

@@ -35,13 +35,10 @@ public:
         VisitGuid(fields);
         FieldList list;
         list.field = {"keys", ""};
-        list.keyMembers = {{"layer", 0, kLastLayer}, {"key", 0, kLastKey}};
+        list.keyMembers = {{"layer", "layer", 0, kLastLayer}, {"key", "key", 0, kLastKey}};
         list.present = KeysWithContent();
         list.clear = [this] { Control().DefaultValues(); };
         list.visit = [&](const FieldList::Id& id) { VisitKey(fields, id[0], id[1]); };
-        list.elementLabel = [](const FieldList::Id& id) {
-            return "layer " + std::to_string(id[0]) + " key " + std::to_string(id[1]);
-        };
         fields.List(list);
     }
 

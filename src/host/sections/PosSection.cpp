@@ -26,11 +26,10 @@ public:
     void Visit(FieldVisitor& fields) override {
         FieldList list;
         list.field = {"blocks", ""};
-        list.keyMembers = {{"slot", kFirstKey, kLastKey}};
+        list.keyMembers = {{"slot", "key", kFirstKey, kLastKey}};
         list.present = Slots();
         list.clear = [this] { Control().DefaultValues(); };
         list.visit = [&](const FieldList::Id& id) { VisitBlock(fields, id[0]); };
-        list.elementLabel = [](const FieldList::Id& id) { return "key " + std::to_string(id[0]); };
         fields.List(list);
         Control().PosData().CalcDefinedBlockNum();
     }
