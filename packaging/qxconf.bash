@@ -2,7 +2,7 @@
 
 _qxconf() {
     local commands='identify upload download show diff validate defaults rom chipcard param convert
-        layer position codepage prefs test-drive'
+        layer position codepage prefs test-drive recover backup receipts'
     local globals='--driver --keyboard --model --layouts --layout --settings --trace --json --help
         --version'
     local sections='commonKeyboard magnetCard barcode freeProgKeys funcKeys4610 funcKeys4620
@@ -31,7 +31,12 @@ _qxconf() {
     if [[ $word == -* ]]; then
         case $command in
         upload | defaults) globals+=' --output' ;;
-        download) globals+=' --skip-absent' ;;
+        download) globals+=' --dry-run --full --no-verify --skip-absent' ;;
+        recover) globals+=' --finish --rollback' ;;
+        backup) case $sub in
+            show) globals+=' --output' ;;
+            restore) globals+=' --other-keyboard' ;;
+            esac ;;
         position) globals+=' --count --seconds' ;;
         chipcard) globals+=' --baud --port' ;;
         test-drive) case $sub in
@@ -51,6 +56,11 @@ _qxconf() {
         COMPREPLY=($(compgen -W 'save load' -- "$word")) ;;
     position) COMPREPLY=($(compgen -W 'watch' -- "$word")) ;;
     test-drive) [ -n "$sub" ] || COMPREPLY=($(compgen -W 'key function pos swipe scan' -- "$word")) ;;
+    recover | receipts) ;;
+    backup) case $sub in
+        '') COMPREPLY=($(compgen -W 'list show restore' -- "$word")) ;;
+        show | restore) COMPREPLY=($(compgen -W "$(qxconf backup list 2>/dev/null)" -- "$word")) ;;
+        esac ;;
     codepage) [ -n "$sub" ] && COMPREPLY=($(compgen -f -- "$word")) ||
         COMPREPLY=($(compgen -W 'compare' -- "$word")) ;;
     prefs) case $sub in

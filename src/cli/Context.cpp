@@ -1,6 +1,7 @@
 #include "cli/Context.h"
 
 #include "cli/PreferenceStore.h"
+#include "files/Files.h"
 #include "setup/LayoutSource.h"
 
 #include <ostream>
@@ -23,6 +24,8 @@ constexpr KindInfo kKinds[] = {
     {host::ErrorKind::TransferFailed, 4, "transfer-failed"},
     {host::ErrorKind::FileFailed, 4, "file-failed"},
     {host::ErrorKind::ReadBackDiffers, 5, "read-back-differs"},
+    {host::ErrorKind::KeyboardChanged, 4, "keyboard-changed"},
+    {host::ErrorKind::WriteInterrupted, 4, "write-interrupted"},
     {host::ErrorKind::DocumentInvalid, 6, "document-invalid"},
     {host::ErrorKind::LayoutInvalid, 6, "layout-invalid"},
     {host::ErrorKind::ModelInvalid, 6, "model-invalid"},
@@ -85,9 +88,51 @@ std::unique_ptr<host::Session> Context::NewSession() {
 host::Session& Context::Keyboard() {
     if (!m_session)
         m_session = NewSession();
-    if (!std::exchange(m_isOpen, true))
+    if (!std::exchange(m_isOpen, true)) {
         m_session->Open();
+        TellOfInterruptedWrites();
+    }
     return *m_session;
+}
+
+std::filesystem::path Context::DataFolder() const {
+    try {
+        return m_surroundings.dataFolder.empty() ? files::UserDataFolder() / "qxcontrols"
+                                                 : m_surroundings.dataFolder;
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
+}
+
+host::WriteRecords Context::Records() const {
+    return host::WriteRecords(DataFolder());
+}
+
+host::Writer& Context::Writer() {
+    if (!m_writer) {
+        host::Writer::Options writing;
+        writing.folder = DataFolder();
+        writing.newConfiguration = [this] { return NewConfiguration(); };
+        m_writer = std::make_unique<host::Writer>(Keyboard(), std::move(writing));
+    }
+    return *m_writer;
+}
+
+// A journal that cannot be read is no reason not to read from a keyboard.
+void Context::TellOfInterruptedWrites() {
+    try {
+        const auto entries = Records().journal.Entries();
+        if (entries.empty())
+            return;
+        const host::KeyboardIdentity identity = m_session->ReadIdentity();
+        for (const host::JournalEntry& entry : entries)
+            if (entry.keyboard.IsLike(identity))
+                Note("a " + entry.action + " of " + entry.document + " to a " +
+                     entry.keyboard.Name() + " was interrupted (" + entry.time +
+                     "): see qxconf recover");
+    } catch (const host::Error& error) {
+        Note(error.what());
+    }
 }
 
 host::Session& Context::Driver() {

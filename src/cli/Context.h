@@ -6,6 +6,7 @@
 
 #include "host/Json.h"
 #include "host/Session.h"
+#include "host/Writer.h"
 #include "setup/DriverSource.h"
 
 #include <functional>
@@ -33,6 +34,8 @@ struct Streams {
 struct Surroundings {
     std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver = setup::OpenDriver;
     bool noColor = true;
+    // Where backups, journal and receipts are; empty: in the user's data folder.
+    std::filesystem::path dataFolder;
 };
 
 struct GlobalOptions {
@@ -60,6 +63,10 @@ public:
     [[nodiscard]] host::Session& Keyboard();
     // The same without start-up, for what the driver does without a keyboard.
     [[nodiscard]] host::Session& Driver();
+    // What writes to the opened keyboard. Throws host::Error.
+    [[nodiscard]] host::Writer& Writer();
+    // The records of all writes, of any keyboard.
+    [[nodiscard]] host::WriteRecords Records() const;
     // The simulated keyboard, not started up by this; null when the driver is another.
     [[nodiscard]] sim::SimulatedDriver* Simulated();
     // Gives the keyboard back, where one was opened. Throws host::Error.
@@ -88,6 +95,8 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
+    [[nodiscard]] std::filesystem::path DataFolder() const;
+    void TellOfInterruptedWrites();
     void ShowProgress(int percent);
     void ReportError(const std::string& code, const std::string& message,
                      const std::vector<host::Fault>& faults, std::optional<Long> status);
@@ -100,6 +109,7 @@ private:
     Platform m_platform;
     setup::OpenedDriver m_driver;
     std::unique_ptr<host::Session> m_session;
+    std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;
     int m_shownProgress = -1;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;

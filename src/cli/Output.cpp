@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 
 #include "files/Files.h"
+#include "qxcontrols/common/Text.h"
 
 #include <algorithm>
 
@@ -50,8 +51,36 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
                    direction + ": wrote " + file + "\n");
 }
 
-std::string Counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+host::Json ToJson(const host::WritePlan& plan) {
+    host::Json settings = host::Json::array();
+    for (const host::Difference& difference : plan.settings)
+        settings.push_back({{"setting", difference.name},
+                            {"place", difference.place},
+                            {"from", difference.from},
+                            {"to", difference.to}});
+    host::Json ranges = host::Json::array();
+    for (const host::PlannedRange& range : plan.ranges)
+        ranges.push_back({{"module", NameOf(range.module)},
+                          {"section", range.section},
+                          {"address", range.address},
+                          {"size", range.Size()},
+                          {"settings", range.settings}});
+    return {{"bytesToSend", plan.BytesToSend()},
+            {"bytesInAll", plan.BytesInAll()},
+            {"settings", settings},
+            {"ranges", ranges}};
+}
+
+std::string ToText(const host::WritePlan& plan) {
+    std::vector<std::vector<std::string>> rows;
+    for (const host::PlannedRange& range : plan.ranges) {
+        rows.push_back(
+            {std::string(NameOf(range.module)), Hex(range.address), Counted(range.Size(), "byte"),
+             range.settings.empty() ? "(bytes that no setting uses)" : range.settings.front()});
+        for (std::size_t i = 1; i < range.settings.size(); ++i)
+            rows.push_back({"", "", "", range.settings[i]});
+    }
+    return AlignedText(rows);
 }
 
 } // namespace qx::cli

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/Context.h"
+#include "host/WritePlan.h"
 
 namespace qx::cli {
 
@@ -10,10 +11,17 @@ namespace qx::cli {
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction);
 
+// What a write would change, as a result.
+[[nodiscard]] host::Json ToJson(const host::WritePlan& plan);
+[[nodiscard]] std::string ToText(const host::WritePlan& plan);
+
 // Rows of cells as lines, with the cells of each column below one another.
 [[nodiscard]] std::string AlignedText(const std::vector<std::vector<std::string>>& rows);
 
 // "3 settings", "1 setting".
-[[nodiscard]] std::string Counted(std::size_t count, const std::string& noun);
+template <typename Number>
+[[nodiscard]] std::string Counted(Number count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
 
 } // namespace qx::cli

@@ -102,7 +102,8 @@ void Rename(const fs::path& from, const fs::path& to, std::error_code& reason) {
 }
 // The file is complete by now: a folder that cannot be flushed is no failure of the writing.
 void FlushFolder(const fs::path& folder) {
-    const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int file =
+        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (file < 0)
         return;
     fsync(file);
@@ -229,6 +230,25 @@ void WriteFileAtomically(const fs::path& path, const std::function<void(const fs
     replacement.Require(Flush(replacement.File()));
     replacement.CloseFile();
     replacement.Commit();
+}
+
+void MakeFolder(const fs::path& path) {
+    std::error_code reason;
+    if (path.empty() || fs::is_directory(path, reason))
+        return;
+    MakeFolder(path.parent_path());
+    fs::create_directory(path, reason);
+    if (reason)
+        Fail(path, "cannot be made", reason);
+    FlushFolder(path.parent_path());
+}
+
+void RemoveFile(const fs::path& path) {
+    std::error_code reason;
+    fs::remove(path, reason);
+    if (reason)
+        Fail(path, "cannot be removed", reason);
+    FlushFolder(path.parent_path());
 }
 
 FileLock::FileLock(const fs::path& path) {

@@ -25,6 +25,12 @@ void WriteFileAtomically(const std::filesystem::path& path, std::string_view byt
 void WriteFileAtomically(const std::filesystem::path& path,
                          const std::function<void(const std::filesystem::path&)>& write);
 
+// Makes the folder and those above it where they are missing, so that they survive a loss of power.
+void MakeFolder(const std::filesystem::path& path);
+
+// Removes the file, for good when it returns; one that is not there is no failure.
+void RemoveFile(const std::filesystem::path& path);
+
 // A claim to a file, kept against other programs and against other claims of this one. What is
 // locked is a file beside it, with ".lock" at the end of its name, which stays; so the file itself
 // can be replaced meanwhile.

@@ -50,6 +50,7 @@ public:
     [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections) const;
     // The language of their names; English at first.
     void SetWords(Words words) { m_words = std::move(words); }
+    [[nodiscard]] const Words& WordsInUse() const { return m_words; }
 
 private:
     std::vector<Section*> ReadSections(const ConfigurationDocument& document,

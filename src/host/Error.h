@@ -16,6 +16,8 @@ enum class ErrorKind {
     TransferFailed,    // a driver call of a transfer, a mode or a file operation failed
     FileFailed,        // a file could not be read or written
     ReadBackDiffers,   // the keyboard does not hold what was written
+    KeyboardChanged,   // the keyboard is not, or does not hold, what a write was planned for
+    WriteInterrupted,  // an earlier write to this keyboard is to be finished or rolled back first
     DocumentInvalid,   // a configuration document cannot be used
     LayoutInvalid,     // a keyboard layout cannot be used
     ModelInvalid,      // the model of a simulated keyboard cannot be used

@@ -17,8 +17,9 @@ namespace qx::host {
 struct Area {
     KeyboardModuleIDs module;
     Long size; // bytes that the control uses, from its base; 0: the control's TransferSize
-    bool required = true;   // without it the keyboard does not have the section
-    Long fixedAddress = -1; // where the area lies, when the directory does not tell
+    bool required = true;                   // without it the keyboard does not have the section
+    Long fixedAddress = -1;                 // where the area lies, when the directory does not tell
+    KeyboardModuleIDs requestedAs = module; // the id with which the device expects its address
 };
 
 struct SectionInfo {

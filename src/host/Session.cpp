@@ -194,7 +194,7 @@ KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long 
             const Long base = AreaAddress(area);
             const Long size = area.size != 0 ? area.size : section->Control().TransferSize(true);
             if (base != -1 && address >= base && address - base < size)
-                return area.module;
+                return area.requestedAs;
         }
     return MODULE_KEYBOARD;
 }

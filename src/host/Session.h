@@ -7,6 +7,7 @@
 #pragma once
 
 #include "host/Configuration.h"
+#include "host/KeyboardContent.h"
 #include "host/MessageWindow.h"
 #include "host/WatchedDriver.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
@@ -58,6 +59,22 @@ public:
     // then written nothing, except when the transfer itself broke off, which its message says.
     void Download(const std::vector<Section*>& sections);
 
+    // What the opened keyboard says of itself, without its GUID. Throws Error(TransferFailed).
+    [[nodiscard]] KeyboardIdentity ReadIdentity();
+    // Reads all areas of the configuration's sections that the keyboard has, as bytes. Throws
+    // Error(TransferFailed).
+    [[nodiscard]] KeyboardContent ReadContent(const Configuration& configuration);
+    // The same areas again, now. What does not come from the keyboard is never taken for
+    // `expected`.
+    [[nodiscard]] KeyboardContent ReadAgain(const KeyboardContent& expected);
+
+    // Puts the new bytes of the ranges into the image and requests them. Throws
+    // Error(TransferFailed); the keyboard is not touched.
+    void PrepareSending(const std::vector<ByteRange>& ranges);
+    // Sends what has been prepared. Throws Error(TransferFailed); what the keyboard then holds is
+    // not known.
+    void Send();
+
     // Reads what the last download wrote back from the keyboard, and throws Error(ReadBackDiffers)
     // at the first byte that differs.
     void VerifyLastDownload();
@@ -77,6 +94,7 @@ private:
     void Attempt(ErrorKind kind, const std::string& what, const std::function<void()>& operation);
     void LeaveOutMissingAreas(const Section& section);
     void LeaveOutKeptAreas(const Section& section);
+    void LoadPieces(KeyboardContent& content);
     void RequestRest(const std::vector<Section*>& sections);
     [[nodiscard]] Long AreaAddress(const Area& area) const;
     [[nodiscard]] KeyboardModuleIDs ModuleAt(const std::vector<Section*>& sections,

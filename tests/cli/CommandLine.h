@@ -29,15 +29,20 @@ struct Fault {
     std::int32_t status = 77;
     bool forEver = false;
     std::int32_t transferBytes = -1; // a transfer stops after these; -1: it does not
+    std::int32_t writtenBytes = -1;  // the same of transfers to the keyboard only
     bool dropsWrites = false;        // transfers to the keyboard report success and do nothing
 };
 
 // A driver that can lie about its writes.
 class LyingDriver : public host::ForwardingDriver {
 public:
-    LyingDriver(std::unique_ptr<ConfigDriver> inner, bool dropsWrites)
-        : ForwardingDriver(*inner), m_inner(std::move(inner)), m_dropsWrites(dropsWrites) {}
+    LyingDriver(std::unique_ptr<ConfigDriver> inner, bool dropsWrites,
+                std::function<void()> beforeWrite)
+        : ForwardingDriver(*inner), m_inner(std::move(inner)), m_dropsWrites(dropsWrites),
+          m_beforeWrite(std::move(beforeWrite)) {}
     std::int32_t QXCFG_ImageSave() override {
+        if (m_beforeWrite)
+            m_beforeWrite();
         return m_dropsWrites ? 0 : ForwardingDriver::QXCFG_ImageSave();
     }
 
@@ -49,6 +54,7 @@ protected:
 private:
     std::unique_ptr<ConfigDriver> m_inner;
     bool m_dropsWrites;
+    std::function<void()> m_beforeWrite;
 };
 
 // The simulated keyboard in process, or through its driver library.
@@ -67,11 +73,16 @@ public:
         std::ostringstream out;
         std::ostringstream err;
         cli::Surroundings surroundings;
+        surroundings.dataFolder = folder / "data";
         surroundings.openDriver = [&](const setup::KeyboardChoice&) {
             auto driver = m_driver == Driver::InProcess ? OpenInProcess(fault) : OpenLibrary(fault);
             setup::OpenedDriver opened;
             opened.simulated = dynamic_cast<sim::SimulatedDriver*>(driver.get());
-            opened.driver = std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites);
+            std::function<void()> cut;
+            if (fault.writtenBytes >= 0)
+                cut = [stop = Stopper(*driver), bytes = fault.writtenBytes] { stop(bytes); };
+            opened.driver =
+                std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites, cut);
             return opened;
         };
         const int status = cli::Run(arguments, {in, out, err}, surroundings);
@@ -130,6 +141,15 @@ private:
     private:
         int& m_calls;
     };
+
+    // What makes the driver's next transfer stop after so many bytes.
+    static std::function<void(std::int32_t)> Stopper(ConfigDriver& driver) {
+        if (auto* simulated = dynamic_cast<sim::SimulatedDriver*>(&driver))
+            return [simulated](std::int32_t bytes) { simulated->StopTransferAfter(bytes); };
+        using StopTransferAfter = void(QX_DRIVER_CALL*)(std::int32_t);
+        return dynamic_cast<DriverLibrary&>(driver).Find<StopTransferAfter>(
+            "QXSIM_StopTransferAfter");
+    }
 
     std::unique_ptr<ConfigDriver> OpenInProcess(const Fault& fault) {
         auto driver = std::make_unique<CountedDriver>(folder / "keyboard.qxk", m_model, calls);

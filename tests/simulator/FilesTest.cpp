@@ -1,6 +1,7 @@
 // Files are replaced whole or not at all, and claimed by one at a time.
 
 #include "files/Files.h"
+#include "files/Sha256.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -145,6 +146,35 @@ TEST(Files, AreClaimedByOneAtATime) {
     }
     EXPECT_TRUE(AnotherProcessLocks(file));
     EXPECT_NE(Refusal([&] { files::FileLock lock(folder / "absent/file"); }), "");
+}
+
+TEST(Files, AreRemovedWithAllAboveMadeBefore) {
+    const TempFolder folder;
+    files::MakeFolder(folder / "one/two");
+    files::MakeFolder(folder / "one/two");
+    const fs::path file = folder / "one/two/file";
+    files::WriteFileAtomically(file, "x");
+    EXPECT_NE(Refusal([&] { files::MakeFolder(file / "below"); }).find(file.string()),
+              std::string::npos);
+    files::RemoveFile(file);
+    files::RemoveFile(file);
+    EXPECT_FALSE(fs::exists(file));
+}
+
+// The examples of the standard, and sizes at which the padding takes another block.
+TEST(Files, HashOfTheStandard) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},
+        {"abc", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"},
+        {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
+         "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1"},
+        {std::string(55, 'a'), "9f4390f8d30c2dd92ec9f095b65e2b9ae9b0a925a5258e241c9f1e910f734318"},
+        {std::string(64, 'a'), "ffe054fe7ae0cb6dc65c3af9b61d5209f439851db43d0ba5997337df154668eb"},
+        {std::string(1000000, 'a'),
+         "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"},
+    };
+    for (const auto& [bytes, hash] : cases)
+        EXPECT_EQ(files::Sha256(bytes), hash) << bytes.size();
 }
 
 } // namespace qx::test

@@ -54,7 +54,9 @@ public:
     }
     std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
                                                std::int32_t* address) override {
-        const Entry& entry = directory.at(static_cast<std::size_t>(nIndex));
+        if (static_cast<std::size_t>(nIndex) >= directory.size())
+            return 1;
+        const Entry& entry = directory[static_cast<std::size_t>(nIndex)];
         *module = entry.module;
         *address = entry.address;
         const std::int32_t status = Note("QXCFG_ConfigDirectoryGetEntry");

@@ -8,13 +8,21 @@ namespace qx::test {
 
 class TempFolder {
 public:
-    TempFolder() {
+    explicit TempFolder(
+        const std::filesystem::path& within = std::filesystem::temp_directory_path()) {
         static int count = 0;
         do
-            m_path = std::filesystem::temp_directory_path() /
-                     ("qx-test-" + std::to_string(++count) + "-" +
-                      std::to_string(reinterpret_cast<std::uintptr_t>(this) & 0xFFFFFFU));
+            m_path = within / ("qx-test-" + std::to_string(++count) + "-" +
+                               std::to_string(reinterpret_cast<std::uintptr_t>(this) & 0xFFFFFFU));
         while (!std::filesystem::create_directory(m_path));
+    }
+    // In memory where the system has a place for that, for tests that flush thousands of files.
+    [[nodiscard]] static std::filesystem::path InMemory() {
+        const std::filesystem::path shared = "/dev/shm";
+        std::error_code ignored;
+        return std::filesystem::is_directory(shared, ignored)
+                   ? shared
+                   : std::filesystem::temp_directory_path();
     }
     ~TempFolder() {
         std::error_code ignored;

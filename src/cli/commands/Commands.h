@@ -37,5 +37,8 @@ void AddPosition(CLI::App& app, Context& context);
 void AddCodePage(CLI::App& app, Context& context);
 void AddPrefs(CLI::App& app, Context& context);
 void AddTestDrive(CLI::App& app, Context& context);
+void AddRecover(CLI::App& app, Context& context);
+void AddBackup(CLI::App& app, Context& context);
+void AddReceipts(CLI::App& app, Context& context);
 
 } // namespace qx::cli

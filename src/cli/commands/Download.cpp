@@ -1,6 +1,8 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
+#include "files/Files.h"
+#include "files/Sha256.h"
 
 #include <algorithm>
 #include <memory>
@@ -31,26 +33,86 @@ void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
     });
 }
 
-void Download(Context& context, const std::string& file, bool fSkipAbsent) {
-    const auto document = host::ConfigurationDocument::Load(file);
-    host::Session& session = context.Keyboard();
-    const auto configuration = context.NewConfiguration();
-    const auto present = session.SectionsIn(*configuration, fSkipAbsent);
-    auto sections = configuration->Read(document);
-    RefuseAbsent(context, document, sections, present, fSkipAbsent);
-    session.Download(sections);
-    session.VerifyLastDownload();
-    context.CloseKeyboard();
+struct DownloadOptions {
+    std::string file;
+    bool skipAbsent = false;
+    bool dryRun = false;
+    bool full = false;
+    bool noVerify = false;
+};
 
+std::string TextOfFile(const std::string& file) {
+    try {
+        return files::ReadFile(file);
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
+}
+
+std::string BytesOf(const host::WritePlan& plan) {
+    return std::to_string(plan.BytesToSend()) + " of " + Counted(plan.BytesInAll(), "byte");
+}
+
+std::string NothingToDo(const DownloadOptions& options) {
+    return "file to keyboard: the keyboard holds all of " + options.file +
+           " already; nothing was written\n";
+}
+
+void TellPlan(Context& context, const host::WritePlan& plan, const DownloadOptions& options) {
+    host::Json json = {{"direction", "file to keyboard"}, {"file", options.file}, {"dryRun", true}};
+    json.update(ToJson(plan));
+    const std::string text = "file to keyboard: " + options.file + " would change " +
+                             Counted(plan.settings.size(), "setting") + ", " + BytesOf(plan) +
+                             " in " + Counted(plan.ranges.size(), "range") +
+                             "; nothing was written\n" + ToText(plan);
+    context.Result(json, plan.IsEmpty() ? NothingToDo(options) : text);
+}
+
+void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
+                 const host::WritePlan& plan, const std::vector<host::Section*>& sections,
+                 const DownloadOptions& options) {
     host::Json written = host::Json::array();
     for (const host::Section* section : sections)
         written.push_back(section->Info().key);
-    context.Result({{"direction", "file to keyboard"},
-                    {"file", file},
-                    {"sections", written},
-                    {"verified", true}},
-                   "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " +
-                       file + ", read back and found equal\n");
+    host::Json json = {{"direction", "file to keyboard"},
+                       {"file", options.file},
+                       {"sections", written},
+                       {"written", outcome.isWritten},
+                       {"verified", outcome.isVerified},
+                       {"full", options.full},
+                       {"bytesSent", outcome.bytesSent},
+                       {"bytesInAll", plan.BytesInAll()},
+                       {"backup", outcome.backup}};
+    json["settings"] = ToJson(plan)["settings"];
+    const std::string text =
+        "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " + options.file +
+        " (" + (options.full ? Counted(outcome.bytesSent, "byte") : BytesOf(plan) + " changed") +
+        "), " +
+        (outcome.isVerified ? "read back and found equal\n" : "NOT read back: not verified\n");
+    context.Result(json, outcome.isWritten ? text : NothingToDo(options));
+}
+
+void Download(Context& context, const DownloadOptions& options) {
+    const std::string text = TextOfFile(options.file);
+    const auto document = host::ConfigurationDocument::Parse(text, options.file);
+    host::Session& session = context.Keyboard();
+    const auto configuration = context.NewConfiguration();
+    const auto present = session.SectionsIn(*configuration, options.skipAbsent);
+    auto sections = configuration->Read(document);
+    RefuseAbsent(context, document, sections, present, options.skipAbsent);
+    const host::WritePlan plan = context.Writer().Plan(sections);
+    if (options.dryRun) {
+        context.CloseKeyboard();
+        return TellPlan(context, plan, options);
+    }
+    host::Writer::Request request;
+    request.document = options.file;
+    request.documentSha256 = files::Sha256(text);
+    request.full = options.full;
+    request.verify = !options.noVerify;
+    const host::Writer::Outcome outcome = context.Writer().Write(plan, request);
+    context.CloseKeyboard();
+    TellOutcome(context, outcome, plan, sections, options);
 }
 
 } // namespace
@@ -58,16 +120,23 @@ void Download(Context& context, const std::string& file, bool fSkipAbsent) {
 void AddDownload(CLI::App& app, Context& context) {
     CLI::App* command = app.add_subcommand(
         "download", "Write a document's settings into the keyboard (file to keyboard)");
-    const auto file = std::make_shared<std::string>();
-    const auto skip = std::make_shared<bool>(false);
-    command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
-    command->add_flag("--skip-absent", *skip, "Leave out what this keyboard has no module for");
+    const auto options = std::make_shared<DownloadOptions>();
+    command->add_option("FILE", options->file, "The document")->required()->check(NotEmpty());
+    command->add_flag("--skip-absent", options->skipAbsent,
+                      "Leave out what this keyboard has no module for");
+    command->add_flag("--dry-run", options->dryRun,
+                      "Tell what would be sent, and which settings change; write nothing");
+    command->add_flag("--full", options->full, "Send all that the settings take, changed or not");
+    command->add_flag("--no-verify", options->noVerify,
+                      "Do not read back and compare what was written");
     command->footer(
-        "Sections that the document lacks stay as they are in the keyboard. What was written "
-        "is read back and compared.\n\nExamples:\n"
+        "Sections that the document lacks stay as they are in the keyboard. What the keyboard "
+        "holds is saved\n(qxconf backup), the bytes that change are sent, and then read back and "
+        "compared.\n\nExamples:\n"
         "  qxconf download till.json\n"
+        "  qxconf download --dry-run till.json\n"
         "  qxconf download --skip-absent full.json");
-    command->callback([&context, file, skip] { Download(context, *file, *skip); });
+    command->callback([&context, options] { Download(context, *options); });
 }
 
 } // namespace qx::cli

@@ -13,9 +13,6 @@ namespace qx {
 
 namespace {
 
-constexpr Long kIdentificationAddress = 0x7FC0;
-constexpr Long kIdentificationSize = 32;
-constexpr Long kCapabilityAddress = 0x7FF;
 constexpr Long kStartupDelta = 0;
 
 // The numbers by which the trace names run-time errors.

@@ -1,0 +1,70 @@
+#include "cli/commands/Commands.h"
+
+#include "cli/Output.h"
+
+#include <memory>
+
+namespace qx::cli {
+
+namespace {
+
+struct RecoverOptions {
+    bool finish = false;
+    bool rollBack = false;
+};
+
+host::Json ToJson(const host::JournalEntry& entry) {
+    Long bytes = 0;
+    for (const host::ByteRange& range : entry.ranges)
+        bytes += range.Size();
+    return {{"time", entry.time},     {"action", entry.action}, {"document", entry.document},
+            {"backup", entry.backup}, {"bytes", bytes},         {"ranges", entry.ranges.size()}};
+}
+
+void Recover(Context& context, const RecoverOptions& options) {
+    const auto entry = context.Writer().Interrupted();
+    host::Json json = {{"interrupted", entry ? ToJson(*entry) : host::Json()},
+                       {"recovered", nullptr}};
+    if (!entry) {
+        context.CloseKeyboard();
+        return context.Result(json, "no write to this keyboard was interrupted\n");
+    }
+    const std::string what =
+        "the " + entry->action + " of " + entry->document + " of " + entry->time;
+    if (!options.finish && !options.rollBack) {
+        context.CloseKeyboard();
+        return context.Result(
+            json, what +
+                      " was interrupted\n"
+                      "  qxconf recover --finish    writes the rest of it\n"
+                      "  qxconf recover --rollback  brings back what the keyboard held before\n");
+    }
+    const auto way = options.finish ? host::Writer::Way::Finish : host::Writer::Way::RollBack;
+    const host::Writer::Outcome outcome = context.Writer().Recover(*entry, way);
+    context.CloseKeyboard();
+    json["recovered"] = options.finish ? "finished" : "rolled back";
+    json["bytesSent"] = outcome.bytesSent;
+    json["verified"] = true;
+    context.Result(json, what + (options.finish ? " has been finished (" : " is rolled back (") +
+                             Counted(outcome.bytesSent, "byte") +
+                             " written), read back and found equal\n");
+}
+
+} // namespace
+
+void AddRecover(CLI::App& app, Context& context) {
+    CLI::App* command =
+        app.add_subcommand("recover", "Finish or roll back a write that was interrupted");
+    const auto options = std::make_shared<RecoverOptions>();
+    auto* finish = command->add_flag("--finish", options->finish, "Write the rest of it");
+    command
+        ->add_flag("--rollback", options->rollBack, "Bring back what the keyboard held before it")
+        ->excludes(finish);
+    command->footer("Without an option it only tells what was interrupted. It can be repeated "
+                    "until it succeeds,\neither way.\n\nExamples:\n"
+                    "  qxconf recover\n"
+                    "  qxconf recover --rollback");
+    command->callback([&context, options] { Recover(context, *options); });
+}
+
+} // namespace qx::cli

@@ -1,0 +1,203 @@
+#include "host/KeyboardContent.h"
+
+#include "files/Sha256.h"
+#include "host/HexText.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace qx::host {
+
+namespace {
+
+constexpr std::size_t kNameSize = 16; // at the beginning of the identification block
+
+bool IsLetterOrDigit(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+std::string DirectoryText(const KeyboardIdentity& identity) {
+    std::string text;
+    for (const auto& [module, address] : identity.directory)
+        text += std::to_string(module) + "@" + std::to_string(address) + " ";
+    return text;
+}
+
+// Calls `part` with each piece that has some of the bytes, where they begin in the piece and in the
+// stretch, and how many they are.
+template <typename Pieces, typename Part>
+void ForEachPart(Pieces& pieces, Long address, Long size, const Part& part) {
+    Long known = 0;
+    for (auto& piece : pieces) {
+        const Long start = std::max(address, piece.address);
+        const Long end = std::min(address + size, piece.End());
+        if (start >= end)
+            continue;
+        known += end - start;
+        part(piece, static_cast<std::size_t>(start - piece.address),
+             static_cast<std::size_t>(start - address), static_cast<std::size_t>(end - start));
+    }
+    if (known != size)
+        throw std::out_of_range("bytes that were not read from the keyboard");
+}
+
+} // namespace
+
+std::string KeyboardIdentity::Name() const {
+    std::string name = identification.substr(0, kNameSize);
+    while (!name.empty() && !IsLetterOrDigit(name.back()))
+        name.pop_back();
+    for (char& c : name)
+        if (c <= ' ' || c > '~')
+            c = '-';
+    return name;
+}
+
+std::string KeyboardIdentity::FileName() const {
+    constexpr std::size_t kHashDigits = 12;
+    std::string name = Name();
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !IsLetterOrDigit(c); }, '-');
+    const std::string source = guid.empty() ? identification + DirectoryText(*this) : guid;
+    return name + (name.empty() ? "" : "-") + files::Sha256(source).substr(0, kHashDigits);
+}
+
+bool KeyboardIdentity::IsLike(const KeyboardIdentity& other) const {
+    return identification == other.identification && capabilities == other.capabilities &&
+           directory == other.directory;
+}
+
+std::string KeyboardContent::Bytes(Long address, Long size) const {
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    ForEachPart(pieces, address, size,
+                [&](const ContentPiece& piece, std::size_t from, std::size_t to,
+                    std::size_t count) { bytes.replace(to, count, piece.bytes, from, count); });
+    return bytes;
+}
+
+void KeyboardContent::Overwrite(Long address, std::string_view bytes) {
+    const auto part = [&](ContentPiece& piece, std::size_t to, std::size_t from,
+                          std::size_t count) {
+        piece.bytes.replace(to, count, bytes.substr(from, count));
+    };
+    ForEachPart(pieces, address, static_cast<Long>(bytes.size()), part);
+    UpdateGuid();
+}
+
+void KeyboardContent::UpdateGuid() {
+    identity.guid.clear();
+    for (const ContentPiece& piece : pieces)
+        if (piece.module == MODULE_GUID &&
+            piece.bytes.find_first_not_of(piece.bytes[0]) != std::string::npos)
+            identity.guid = piece.bytes; // one that has never been given is all the same byte
+}
+
+Long KeyboardContent::Size() const {
+    Long size = 0;
+    for (const ContentPiece& piece : pieces)
+        size += static_cast<Long>(piece.bytes.size());
+    return size;
+}
+
+std::string KeyboardContent::Hash() const {
+    std::string all;
+    for (const ContentPiece& piece : pieces)
+        all += std::to_string(piece.address) + ":" + std::to_string(piece.bytes.size()) + ":" +
+               piece.bytes;
+    return files::Sha256(all);
+}
+
+std::vector<ByteRange> Differences(const KeyboardContent& from, const KeyboardContent& to,
+                                   Long gap) {
+    const auto isSamePlace = [](const ContentPiece& one, const ContentPiece& other) {
+        return one.address == other.address && one.bytes.size() == other.bytes.size();
+    };
+    if (!std::equal(from.pieces.begin(), from.pieces.end(), to.pieces.begin(), to.pieces.end(),
+                    isSamePlace))
+        throw std::invalid_argument("contents of different areas");
+    std::vector<ByteRange> ranges;
+    for (std::size_t p = 0; p < from.pieces.size(); ++p) {
+        const ContentPiece& before = from.pieces[p];
+        const ContentPiece& after = to.pieces[p];
+        bool isOpen = false; // whether the last range is of this piece
+        for (std::size_t i = 0; i < before.bytes.size(); ++i) {
+            if (before.bytes[i] == after.bytes[i])
+                continue;
+            const Long address = before.address + static_cast<Long>(i);
+            if (!isOpen || address - ranges.back().address - ranges.back().Size() >= gap)
+                ranges.push_back({before.module, before.section, address, "", ""});
+            isOpen = true;
+            ByteRange& range = ranges.back();
+            const auto start = static_cast<std::size_t>(range.address - before.address);
+            range.from = before.bytes.substr(start, i + 1 - start);
+            range.to = after.bytes.substr(start, i + 1 - start);
+        }
+    }
+    return ranges;
+}
+
+Json ToJson(const KeyboardIdentity& identity) {
+    Json directory = Json::array();
+    for (const auto& [module, address] : identity.directory)
+        directory.push_back({{"module", static_cast<Long>(module)}, {"address", address}});
+    return {{"name", identity.Name()},
+            {"identification", ToHexText(identity.identification)},
+            {"capabilities", identity.capabilities},
+            {"guid", ToHexText(identity.guid)},
+            {"directory", directory}};
+}
+
+KeyboardIdentity IdentityFromJson(const Json& json) {
+    KeyboardIdentity identity;
+    identity.identification = FromHexText(json.at("identification").get<std::string>());
+    identity.capabilities = json.at("capabilities").get<Byte>();
+    identity.guid = FromHexText(json.at("guid").get<std::string>());
+    for (const Json& entry : json.at("directory"))
+        identity.directory.emplace_back(
+            static_cast<KeyboardModuleIDs>(entry.at("module").get<std::int16_t>()),
+            entry.at("address").get<Long>());
+    return identity;
+}
+
+Json ToJson(const KeyboardContent& content) {
+    Json pieces = Json::array();
+    for (const ContentPiece& piece : content.pieces)
+        pieces.push_back({{"module", static_cast<Long>(piece.module)},
+                          {"section", piece.section},
+                          {"address", piece.address},
+                          {"bytes", ToHexText(piece.bytes)}});
+    return {{"keyboard", ToJson(content.identity)}, {"sha256", content.Hash()}, {"areas", pieces}};
+}
+
+KeyboardContent ContentFromJson(const Json& json) {
+    KeyboardContent content;
+    content.identity = IdentityFromJson(json.at("keyboard"));
+    for (const Json& piece : json.at("areas"))
+        content.pieces.push_back(
+            {static_cast<KeyboardModuleIDs>(piece.at("module").get<std::int16_t>()),
+             piece.at("section").get<std::string>(), piece.at("address").get<Long>(),
+             FromHexText(piece.at("bytes").get<std::string>())});
+    if (content.Hash() != json.at("sha256").get<std::string>())
+        throw std::runtime_error("the bytes are not those that were saved");
+    return content;
+}
+
+Json ToJson(const ByteRange& range) {
+    return {{"module", static_cast<Long>(range.module)},
+            {"section", range.section},
+            {"address", range.address},
+            {"from", ToHexText(range.from)},
+            {"to", ToHexText(range.to)}};
+}
+
+ByteRange RangeFromJson(const Json& json) {
+    ByteRange range{static_cast<KeyboardModuleIDs>(json.at("module").get<std::int16_t>()),
+                    json.at("section").get<std::string>(), json.at("address").get<Long>(),
+                    FromHexText(json.at("from").get<std::string>()),
+                    FromHexText(json.at("to").get<std::string>())};
+    if (range.from.size() != range.to.size())
+        throw std::runtime_error("a range has as many new bytes as old ones");
+    return range;
+}
+
+} // namespace qx::host

@@ -1,0 +1,84 @@
+// KeyboardContent: what a keyboard held when it was read: which keyboard it is, and the bytes of
+// all areas that the configuration's sections have in it.
+#pragma once
+
+#include "host/Json.h"
+#include "qxcontrols/device/KeyboardModuleIDs.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace qx::host {
+
+struct KeyboardIdentity {
+    std::string identification; // the bytes of the identification block
+    Byte capabilities = 0;
+    std::vector<std::pair<KeyboardModuleIDs, Long>> directory; // module and address
+    std::string guid; // its 16 bytes; empty where the keyboard stores none
+
+    // The keyboard's name, as far as it can be printed.
+    [[nodiscard]] std::string Name() const;
+    // A name for files about this keyboard: letters, digits and hyphens, different for others.
+    [[nodiscard]] std::string FileName() const;
+    // Whether both are of one kind: the same identification, abilities and directory.
+    [[nodiscard]] bool IsLike(const KeyboardIdentity& other) const;
+    bool operator==(const KeyboardIdentity&) const = default;
+};
+
+// A stretch of the memory that belongs to one section.
+struct ContentPiece {
+    KeyboardModuleIDs module; // with which it is requested
+    std::string section;      // the section's key; empty for what no section has
+    Long address;
+    std::string bytes;
+
+    [[nodiscard]] Long End() const { return address + static_cast<Long>(bytes.size()); }
+    bool operator==(const ContentPiece&) const = default;
+};
+
+// Bytes that are to be replaced.
+struct ByteRange {
+    KeyboardModuleIDs module;
+    std::string section;
+    Long address;
+    std::string from;
+    std::string to;
+
+    [[nodiscard]] Long Size() const { return static_cast<Long>(to.size()); }
+};
+
+struct KeyboardContent {
+    KeyboardIdentity identity;
+    std::vector<ContentPiece> pieces; // apart from each other
+
+    // The bytes of a stretch. Throws std::out_of_range where some are not known.
+    [[nodiscard]] std::string Bytes(Long address, Long size) const;
+    // Replaces known bytes; the identity follows the GUID's. Throws std::out_of_range.
+    void Overwrite(Long address, std::string_view bytes);
+    // Takes the keyboard's GUID from its piece into the identity.
+    void UpdateGuid();
+
+    [[nodiscard]] bool HoldsSame(const KeyboardContent& other) const {
+        return pieces == other.pieces;
+    }
+    [[nodiscard]] Long Size() const;
+    // SHA-256 of all bytes with their addresses.
+    [[nodiscard]] std::string Hash() const;
+};
+
+// The ranges in which two contents of the same pieces differ. Within a piece, those less than `gap`
+// bytes apart are one. Throws std::invalid_argument when the pieces are not the same.
+[[nodiscard]] std::vector<ByteRange> Differences(const KeyboardContent& from,
+                                                 const KeyboardContent& to, Long gap);
+
+// How files tell these; reading throws std::exception when something is missing or wrong.
+[[nodiscard]] Json ToJson(const KeyboardIdentity& identity);
+[[nodiscard]] KeyboardIdentity IdentityFromJson(const Json& json);
+[[nodiscard]] Json ToJson(const KeyboardContent& content);
+[[nodiscard]] KeyboardContent ContentFromJson(const Json& json);
+[[nodiscard]] Json ToJson(const ByteRange& range);
+[[nodiscard]] ByteRange RangeFromJson(const Json& json);
+
+} // namespace qx::host

@@ -1,0 +1,57 @@
+#include "host/Receipts.h"
+
+namespace qx::host {
+
+namespace {
+
+constexpr RecordFormat kFormat = {"qx-receipt", 1};
+constexpr std::string_view kEnding = ".receipt.json";
+
+} // namespace
+
+Json ToJson(const Receipt& receipt) {
+    return {{"time", receipt.time},
+            {"action", receipt.action},
+            {"result", receipt.result},
+            {"message", receipt.message},
+            {"document", receipt.document},
+            {"documentSha256", receipt.documentSha256},
+            {"full", receipt.full},
+            {"bytesSent", receipt.bytesSent ? Json(*receipt.bytesSent) : Json()},
+            {"beforeSha256", receipt.beforeSha256},
+            {"afterSha256", receipt.afterSha256},
+            {"backup", receipt.backup},
+            {"keyboard", ToJson(receipt.keyboard)}};
+}
+
+void Receipts::Add(Receipt receipt, Time time) const {
+    receipt.time = TimeText(time);
+    const std::string name = NewRecordName(m_folder, time, kEnding) + std::string(kEnding);
+    WriteRecord(m_folder / name, kFormat, ToJson(receipt));
+}
+
+std::vector<Receipt> Receipts::List() const {
+    std::vector<Receipt> receipts;
+    for (const auto& file : RecordsIn(m_folder, kEnding))
+        ReadRecord(file, kFormat, [&](const Json& record) {
+            Receipt receipt;
+            const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
+            receipt.time = text("time");
+            receipt.action = text("action");
+            receipt.result = text("result");
+            receipt.message = text("message");
+            receipt.document = text("document");
+            receipt.documentSha256 = text("documentSha256");
+            receipt.full = record.at("full").get<bool>();
+            if (!record.at("bytesSent").is_null())
+                receipt.bytesSent = record.at("bytesSent").get<Long>();
+            receipt.beforeSha256 = text("beforeSha256");
+            receipt.afterSha256 = text("afterSha256");
+            receipt.backup = text("backup");
+            receipt.keyboard = IdentityFromJson(record.at("keyboard"));
+            receipts.push_back(std::move(receipt));
+        });
+    return receipts;
+}
+
+} // namespace qx::host

@@ -1,0 +1,44 @@
+// Receipts: a record of each write to a keyboard, whatever came of it.
+#pragma once
+
+#include "host/KeyboardContent.h"
+#include "host/RecordFiles.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx::host {
+
+struct Receipt {
+    std::string time;
+    std::string action;            // "download", "restore", "finish", "roll back"
+    std::string document;          // the name of what was written
+    std::string documentSha256;    // empty where no document was
+    KeyboardIdentity keyboard;     // before the write
+    std::string backup;            // the id of the backup made before
+    bool full = false;             // or changed bytes only
+    std::optional<Long> bytesSent; // none where the transfer failed
+    std::string beforeSha256;      // of all areas
+    std::string afterSha256;       // of all areas as read back; empty where they were not
+    std::string result;            // "verified", "not verified", "differs", "nothing changed", ...
+    std::string message;           // of the failure
+};
+
+[[nodiscard]] Json ToJson(const Receipt& receipt);
+
+class Receipts {
+public:
+    explicit Receipts(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+
+    // Writes it under the time. Throws Error(FileFailed).
+    void Add(Receipt receipt, Time time) const;
+    // All, oldest first. Throws Error(FileFailed) for one that cannot be read.
+    [[nodiscard]] std::vector<Receipt> List() const;
+
+private:
+    std::filesystem::path m_folder;
+};
+
+} // namespace qx::host

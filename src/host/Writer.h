@@ -1,0 +1,99 @@
+// Writer: writes to a keyboard so that nothing is called done that has not been proved, and nothing
+// is lost that the keyboard held.
+//
+// A write goes: plan, check that the keyboard is still the planned one, backup, journal, the bytes,
+// reading back and comparing, end of the journal, receipt. Whatever breaks off between, the journal
+// knows what the keyboard may hold, and Recover makes it exactly the old or exactly the new.
+#pragma once
+
+#include "host/BackupStore.h"
+#include "host/Journal.h"
+#include "host/Receipts.h"
+#include "host/Session.h"
+#include "host/WritePlan.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace qx::host {
+
+// Where all records of writes are kept.
+struct WriteRecords {
+    explicit WriteRecords(const std::filesystem::path& folder)
+        : backups(folder / "backups"), journal(folder / "journal"), receipts(folder / "receipts") {}
+    BackupStore backups;
+    Journal journal;
+    Receipts receipts;
+};
+
+class Writer {
+public:
+    struct Options {
+        std::filesystem::path folder; // of the records
+        // A configuration for the opened keyboard, with its layout.
+        std::function<std::unique_ptr<Configuration>()> newConfiguration;
+        Clock now = [] { return std::chrono::system_clock::now(); };
+    };
+    struct Request {
+        std::string action = "download";
+        std::string document;       // the name of what is written, for people
+        std::string documentSha256; // may be empty
+        bool full = false;          // send what the control contract requests, changed or not
+        bool verify = true;
+    };
+    struct Outcome {
+        bool isWritten = false; // false: there was nothing to do
+        bool isVerified = false;
+        Long bytesSent = 0;
+        std::string backup; // the id of the one made before
+    };
+
+    // The session is open and outlives the writer.
+    Writer(Session& session, Options options);
+
+    // What a write of the settings in these sections would do now.
+    [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections);
+    // What it takes to bring a backup back. Throws Error(KeyboardChanged) when the backup is of
+    // another kind of keyboard, or, unless that is allowed, of another one of the same kind.
+    [[nodiscard]] WritePlan PlanRestore(const KeyboardContent& backup, bool otherKeyboard = false);
+
+    // Writes. Throws Error: KeyboardChanged when the keyboard is not as it was planned for,
+    // WriteInterrupted when Recover is to come first, FileFailed when there can be no record,
+    // TransferFailed, ReadBackDiffers. The message says what the keyboard holds then.
+    Outcome Write(const WritePlan& plan, const Request& request);
+
+    // The write to this keyboard that was interrupted, if there is one.
+    [[nodiscard]] std::optional<JournalEntry> Interrupted();
+    enum class Way { Finish, RollBack };
+    // Makes the keyboard hold all new, or all old, bytes of that write, and proves it. Throws as
+    // Write does; until it succeeds it can be tried again, either way.
+    Outcome Recover(const JournalEntry& entry, Way way);
+
+    [[nodiscard]] const WriteRecords& Records() const { return m_records; }
+
+private:
+    enum class Holds { Before, After, Mixed, Unknown };
+    class Failure;
+
+    [[nodiscard]] KeyboardContent Read();
+    void RequireStillAs(const KeyboardContent& planned);
+    [[nodiscard]] std::optional<JournalEntry> Pending(const KeyboardContent& now) const;
+    [[nodiscard]] Holds Look(const KeyboardContent& before, const KeyboardContent& after);
+    void Send(const KeyboardContent& before, const KeyboardContent& after,
+              const std::vector<ByteRange>& ranges);
+    void Verify(const KeyboardContent& before, const KeyboardContent& after, Receipt& receipt);
+    [[nodiscard]] Error Differing(const KeyboardContent& expected, const KeyboardContent& found);
+    // Sends and proves, and leaves a receipt of what came of it.
+    void Execute(const WritePlan& plan, const std::vector<ByteRange>& ranges, bool verify,
+                 Receipt receipt);
+    void EndJournal(const JournalEntry& entry);
+
+    Session& m_session;
+    Options m_options;
+    WriteRecords m_records;
+    std::unique_ptr<Configuration> m_scratch;
+};
+
+} // namespace qx::host

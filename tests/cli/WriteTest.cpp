@@ -1,0 +1,109 @@
+// Downloads as the user of the command line sees them: told before, proved, recorded, recovered.
+#include "CommandLine.h"
+
+#include "host/Json.h"
+
+namespace qx::test {
+
+using host::Json;
+
+namespace {
+
+std::string DelayDocument(int delay) {
+    return R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": )" +
+           std::to_string(delay) + "}}";
+}
+
+// A document that changes more bytes than one, so that a write of it can be cut in half.
+std::string Changed(CommandLine& keyboard) {
+    Json document = Json::parse(keyboard.Done({"upload"}));
+    document["commonKeyboard"]["outputDelay"] = 77;
+    document["magnetCard"]["tracks"][1]["header"] = "Shift+A";
+    return keyboard.Write("till.json", document.dump());
+}
+
+} // namespace
+
+TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
+    CommandLine keyboard;
+    const std::string file = keyboard.Write("delay.json", DelayDocument(77));
+    const std::string before = keyboard.Memory();
+    const Json plan = Json::parse(keyboard.Done({"--json", "download", "--dry-run", file}));
+    EXPECT_EQ(keyboard.Memory(), before);
+    EXPECT_EQ(plan["bytesToSend"], 1);
+    EXPECT_EQ(plan["ranges"][0]["address"], 4096);
+    EXPECT_EQ(plan["ranges"][0]["section"], "commonKeyboard");
+    EXPECT_EQ(plan["settings"][0]["place"], "/commonKeyboard/outputDelay");
+    EXPECT_NE(keyboard.Done({"download", "--dry-run", file})
+                  .find("MODULE_KEYBOARD  1000  1 byte  keyboard output delay 6 → 77\n"),
+              std::string::npos);
+
+    const Json done = Json::parse(keyboard.Done({"--json", "download", file}));
+    EXPECT_EQ(done["bytesSent"], 1);
+    EXPECT_EQ(done["verified"], true);
+    EXPECT_EQ(done["settings"], plan["settings"]);
+    const std::string again = keyboard.Done({"download", file});
+    EXPECT_NE(again.find("nothing was written"), std::string::npos) << again;
+
+    const std::string unproved = keyboard.Done(
+        {"download", "--no-verify", "--full", keyboard.Write("delay.json", DelayDocument(8))});
+    EXPECT_NE(unproved.find("not verified"), std::string::npos) << unproved;
+}
+
+TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
+    CommandLine keyboard;
+    EXPECT_EQ(keyboard.Done({"receipts"}), "nothing has been written yet\n");
+    EXPECT_EQ(keyboard.Done({"backup", "list"}), "there are no backups\n");
+    const std::string before = keyboard.Memory();
+    const std::string file = Changed(keyboard);
+    keyboard.Done({"download", file});
+    const std::string after = keyboard.Memory();
+
+    const Json receipts = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"];
+    ASSERT_EQ(receipts.size(), 1U);
+    EXPECT_EQ(receipts[0]["result"], "verified");
+    EXPECT_EQ(receipts[0]["document"], file);
+    const Json backups = Json::parse(keyboard.Done({"--json", "backup", "list"}))["backups"];
+    ASSERT_EQ(backups.size(), 1U);
+    const std::string id = backups[0]["id"];
+    EXPECT_EQ(receipts[0]["backup"], id);
+    const Json saved = Json::parse(keyboard.Done({"backup", "show", id}));
+    EXPECT_EQ(saved["commonKeyboard"]["outputDelay"], 6);
+
+    keyboard.Done({"backup", "restore", id});
+    EXPECT_EQ(keyboard.Memory(), before);
+    const Json undone = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"];
+    EXPECT_EQ(undone[1]["action"], "restore");
+    EXPECT_EQ(undone[1]["afterSha256"], receipts[0]["beforeSha256"]);
+    EXPECT_NE(after, before);
+    EXPECT_EQ(keyboard.Run({"backup", "restore", "nonsense"}).status, 2);
+}
+
+TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
+    for (const Driver driver : {Driver::InProcess, Driver::Library})
+        for (const char* way : {"--finish", "--rollback"}) {
+            CommandLine keyboard(driver);
+            const std::string file = Changed(keyboard);
+            const std::string before = keyboard.Memory();
+            Fault cut;
+            cut.writtenBytes = 2;
+            const Outcome broken = keyboard.Run({"download", file}, cut);
+            EXPECT_EQ(broken.status, 4);
+            EXPECT_NE(broken.err.find("partly written"), std::string::npos) << broken.err;
+            EXPECT_NE(keyboard.Memory(), before);
+
+            EXPECT_NE(keyboard.Run({"identify"}).err.find("see qxconf recover"), std::string::npos);
+            const Json refused = Json::parse(keyboard.Run({"--json", "download", file}).out);
+            EXPECT_EQ(refused["error"]["code"], "write-interrupted");
+            EXPECT_EQ(Json::parse(keyboard.Done({"--json", "recover"}))["interrupted"]["document"],
+                      file);
+            EXPECT_EQ(keyboard.Run({"recover", way}, cut).status, 4);
+            keyboard.Done({"recover", way});
+            const bool isFinished = way == std::string("--finish");
+            EXPECT_EQ(keyboard.Memory() == before, !isFinished);
+            EXPECT_EQ(keyboard.Run({"diff", file}).status, isFinished ? 0 : 1);
+            EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
+        }
+}
+
+} // namespace qx::test
