@@ -2,6 +2,8 @@
 #pragma once
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/platform/GuidCreator.h"
+#include "qxcontrols/platform/Platform.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +43,17 @@ inline QXKeyboardLayoutData& UsLayout() {
         Require(layout.OpenLayoutByName("us.qxl"), "the shipped layout opens");
     }
     return layout;
+}
+
+// Services for controls, by which every new identifier is the same.
+inline Platform Services() {
+    struct SameGuid : GuidCreator {
+        Guid CreateSafeGuid() override { return {1, 2, 3, {4}}; }
+    };
+    static SameGuid guids;
+    Platform platform;
+    platform.guidCreator = &guids;
+    return platform;
 }
 
 } // namespace qx::fuzz

@@ -219,8 +219,7 @@ void Pos(std::string_view bytes) {
                 const POSBlock& block = m.Block(slot);
                 for (Integer key = 1; key <= block.BlockSize(); ++key)
                     text += std::to_string(block.GetKey(key)) + " ";
-                text += "id " + std::to_string(block.BlockID()) + ": " +
-                        block.Sequence().KeyString() + "\n";
+                text += ": " + block.Sequence().KeyString() + "\n"; // groups get new numbers
             }
             return text;
         });

@@ -22,12 +22,12 @@ std::string Settings(const host::Configuration& configuration) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const host::Configuration fresh{Platform(), &fuzz::UsLayout(), nullptr};
+    static const host::Configuration fresh{fuzz::Services(), &fuzz::UsLayout(), nullptr};
     static const std::string defaults = Settings(fresh);
     try {
         const auto document =
             host::ConfigurationDocument::Parse(fuzz::AsText(data, size), "the input");
-        host::Configuration first{Platform(), &fuzz::UsLayout(), nullptr};
+        host::Configuration first{fuzz::Services(), &fuzz::UsLayout(), nullptr};
         std::vector<host::Section*> read;
         try {
             read = first.Read(document);
@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             return 0;
         }
         const std::string written = first.Write(read).ToText();
-        host::Configuration second{Platform(), &fuzz::UsLayout(), nullptr};
+        host::Configuration second{fuzz::Services(), &fuzz::UsLayout(), nullptr};
         const auto readAgain = second.Read(host::ConfigurationDocument::Parse(written, "written"));
         fuzz::RequireEqual(second.Write(readAgain).ToText(), written,
                            "what is written and read again is the same");

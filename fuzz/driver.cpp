@@ -195,12 +195,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         host::Session session(driver);
         session.Open();
-        host::Configuration configuration{Platform(), &fuzz::UsLayout(), nullptr};
+        host::Configuration configuration{fuzz::Services(), &fuzz::UsLayout(), nullptr};
         const auto sections = session.SectionsIn(configuration);
         session.Upload(sections);
         const std::string text = configuration.Write(sections, session.Keyboard()).ToText();
 
-        host::Configuration again{Platform(), &fuzz::UsLayout(), nullptr};
+        host::Configuration again{fuzz::Services(), &fuzz::UsLayout(), nullptr};
         try {
             const auto read = again.Read(host::ConfigurationDocument::Parse(text, "the upload"));
             fuzz::RequireEqual(again.Write(read, session.Keyboard()).ToText(), text,
