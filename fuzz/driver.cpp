@@ -8,7 +8,6 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -63,11 +62,11 @@ public:
     // Whether the keyboard holds all that the image held when it was to be saved last.
     [[nodiscard]] bool HoldsWhatWasSent() const {
         for (std::size_t i = 0; i < m_isWritten.size(); ++i)
-            if (m_isWritten[i] && m_memory[i] != m_sent[i])
+            if (m_isWritten[i] != 0 && m_memory[i] != m_sent[i])
                 return false;
         return true;
     }
-    void ForgetWrites() { m_isWritten.assign(kSize, false); }
+    void ForgetWrites() { m_isWritten.assign(kSize, '\0'); }
 
     std::int32_t QXCFG_ConfigDirectorySize() override { return m_directorySize; }
     std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
@@ -125,66 +124,67 @@ public:
 private:
     static constexpr std::int64_t kSize = 0x20000;
     using Stretch = std::pair<std::int32_t, std::int32_t>; // address and size
-    using Bytes = std::string;
 
-    // Hands visit(place in memory, offset) every byte of a stretch; a place is -1 outside memory.
-    template <typename Visit>
-    static void Walk(std::int64_t address, std::int64_t size, Visit visit) {
-        for (std::int64_t offset = 0; offset < size; ++offset) {
-            const std::int64_t place = address + offset;
-            visit(place >= 0 && place < kSize ? place : -1, offset);
-        }
+    // The part of a stretch that lies in memory: where it begins, and how long it is.
+    static std::pair<std::size_t, std::size_t> Inside(std::int64_t address, std::int64_t size) {
+        const std::int64_t begin = std::clamp<std::int64_t>(address, 0, kSize);
+        const std::int64_t end =
+            std::clamp<std::int64_t>(address + std::max<std::int64_t>(size, 0), begin, kSize);
+        return {static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)};
     }
 
+    // What lies outside the memory is answered with what lies at its beginning.
     std::int32_t Read(std::int32_t address, char* to, std::int32_t size) {
         const std::int32_t taken = Take();
-        if (taken == 0)
-            Walk(address, size, [&](std::int64_t place, std::int64_t offset) {
-                to[offset] = m_image[static_cast<std::size_t>(place < 0 ? offset % kSize : place)];
-            });
-        return taken;
+        if (taken != 0)
+            return taken;
+        const auto [begin, length] = Inside(address, size);
+        for (std::int64_t done = 0; length < static_cast<std::size_t>(size) && done < size;)
+            done += static_cast<std::int64_t>(
+                m_image.copy(to + done, static_cast<std::size_t>(size - done)));
+        if (length > 0)
+            m_image.copy(to + (static_cast<std::int64_t>(begin) - address), length, begin);
+        return 0;
     }
 
     std::int32_t Write(std::int32_t address, const char* from, std::int32_t size) {
         const std::int32_t taken = Take();
-        if (taken == 0)
-            Walk(address, size, [&](std::int64_t place, std::int64_t offset) {
-                if (place < 0)
-                    return;
-                m_image[static_cast<std::size_t>(place)] = from[offset];
-                m_isWritten[static_cast<std::size_t>(place)] = true;
-            });
+        const auto [begin, length] = Inside(address, size);
+        if (taken == 0 && length > 0) {
+            m_image.replace(begin, length, from + (static_cast<std::int64_t>(begin) - address),
+                            length);
+            m_isWritten.replace(begin, length, length, 'w');
+        }
         return taken;
     }
 
-    // The transfer that lies moves only its first bytes, or all with a bit changed.
-    std::int32_t Move(const Bytes& from, Bytes& to) {
+    // The transfer that lies moves only its first bytes, and changes a bit of one of them.
+    std::int32_t Move(const std::string& from, std::string& to) {
         const std::int32_t taken = Take();
         const bool lies = ++m_transfers == m_lyingTransfer;
-        std::int64_t moved = 0;
-        if (taken == 0)
-            for (const auto& [address, size] : m_requests)
-                Walk(address, std::min<std::int64_t>(size, kSize),
-                     [&](std::int64_t place, std::int64_t) {
-                         if (place < 0)
-                             return;
-                         const auto at = static_cast<std::size_t>(place);
-                         if (!lies || moved < m_lie)
-                             to[at] = from[at];
-                         if (lies && moved == m_lie / 2)
-                             to[at] = static_cast<char>(to[at] ^ 1);
-                         ++moved;
-                     });
-        return taken;
+        std::size_t left = lies ? m_lie : std::string::npos;
+        if (taken != 0)
+            return taken;
+        for (const auto& [address, size] : m_requests) {
+            const auto [begin, length] = Inside(address, size);
+            const std::size_t moved = std::min(length, left);
+            to.replace(begin, moved, from, begin, moved);
+            if (lies && moved > 0)
+                to[begin] = static_cast<char>(to[begin] ^ 1);
+            left -= lies ? moved : 0;
+        }
+        return 0;
     }
 
     std::int32_t m_directorySize;
     std::vector<Stretch> m_directory; // modules and addresses
     std::vector<Stretch> m_requests;
-    Bytes m_memory = Bytes(kSize, '\0'), m_image = Bytes(kSize, '\0'), m_sent = m_image;
-    std::vector<bool> m_isWritten = std::vector<bool>(kSize, false);
+    std::string m_memory = std::string(kSize, '\0');
+    std::string m_image = m_memory;
+    std::string m_sent = m_image;
+    std::string m_isWritten = m_memory; // of the image: not 0 where the host has written
     int m_transfers = 0, m_lyingTransfer;
-    std::int32_t m_lie;
+    std::uint16_t m_lie;
 };
 
 } // namespace
@@ -201,6 +201,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string text = configuration.Write(sections, session.Keyboard()).ToText();
 
         host::Configuration again{fuzz::Services(), &fuzz::UsLayout(), nullptr};
+        (void)session.SectionsIn(again); // tells its sections what the keyboard lacks
         try {
             const auto read = again.Read(host::ConfigurationDocument::Parse(text, "the upload"));
             fuzz::RequireEqual(again.Write(read, session.Keyboard()).ToText(), text,
