@@ -33,7 +33,7 @@ Json ParseStrictly(std::string_view text, const std::string& name) {
     Json json;
     try {
         json = Json::parse(text, watch);
-    } catch (const Json::parse_error& error) {
+    } catch (const Json::exception& error) { // no JSON, or a number too large
         std::string reason = error.what();
         reason = reason.substr(reason.find("] ") + 2); // the library's own error number
         Refuse(name, "", "not valid JSON: " + reason);

@@ -17,7 +17,7 @@ namespace {
 ConfigurationDocument RandomDocument(std::mt19937& random) {
     const auto codes = [&] {
         Json list = Json::array();
-        for (std::uint32_t length = random() % 33; length > 0; --length)
+        for (auto length = random() % 33; length > 0; --length)
             list.push_back(1 + random() % 255);
         return list;
     };
