@@ -3,6 +3,7 @@
 #include "qxcontrols/common/Text.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace qx::host {
 
@@ -74,7 +75,7 @@ void Session::Open() {
         ready = m_access.Init();
         m_isOpen = ready;
     });
-    if (!ready)
+    if (!ready || m_access.DirectorySize() == 0) // a negative size is none either
         throw Error(ErrorKind::KeyboardNotOpened,
                     "the keyboard could not be opened: it has no configuration directory");
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
@@ -184,7 +185,7 @@ KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long 
         for (const Area& area : section->Info().areas) {
             const Long base = AreaAddress(area);
             const Long size = area.size != 0 ? area.size : section->Control().TransferSize(true);
-            if (base != -1 && address >= base && address - base < size)
+            if (base != -1 && address >= base && std::int64_t{address} - base < size)
                 return area.module;
         }
     return MODULE_KEYBOARD;
@@ -193,6 +194,14 @@ KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long 
 void Session::VerifyLastDownload() {
     Run("reading back from the keyboard failed", [&] {
         m_access.DataTransferPrepare();
+        // The image must not keep what was written: a reading that brings nothing would pass.
+        for (const Written& written : m_lastDownload) {
+            std::string other = written.bytes;
+            for (char& byte : other)
+                byte = static_cast<char>(~byte);
+            m_driver.QXCFG_ImageWrite(written.address, other.data(),
+                                      static_cast<Long>(other.size()));
+        }
         for (const Written& written : m_lastDownload)
             m_access.MemRequestAdd(MODULE_KEYBOARD, written.address,
                                    static_cast<Long>(written.bytes.size()));

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 namespace qx::host {
@@ -68,6 +70,53 @@ TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
     Session session(driver);
     session.Open();
     EXPECT_THROW(session.Close(), Error);
+}
+
+TEST_F(SessionTest, ADirectoryThatIsNotAsLargeAsItSaysIsRefused) {
+    struct LyingDriver : test::FakeDriver {
+        std::int32_t size = 0;
+        std::int32_t QXCFG_ConfigDirectorySize() override { return size; }
+        std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
+                                                   std::int32_t* address) override {
+            return static_cast<std::size_t>(nIndex) < directory.size()
+                       ? FakeDriver::QXCFG_ConfigDirectoryGetEntry(nIndex, module, address)
+                       : 7;
+        }
+    } lying;
+    lying.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    const std::pair<std::int32_t, const char*> cases[] = {
+        {0, "no configuration directory"},      {-1, "no configuration directory"},
+        {0x8000, "no configuration directory"}, {0x10000, "no configuration directory"},
+        {3, "GetEntry gave status 7"},          {0x7FFF, "GetEntry gave status 7"},
+    };
+    for (const auto& [size, expected] : cases) {
+        lying.size = size;
+        Session session(lying);
+        try {
+            session.Open();
+            ADD_FAILURE() << "opened with size " << size;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), ErrorKind::KeyboardNotOpened);
+            EXPECT_NE(std::string(error.what()).find(expected), std::string::npos) << error.what();
+        }
+    }
+}
+
+TEST_F(SessionTest, AnAddressFarOutsideTheMemoryIsAFailedTransfer) {
+    constexpr auto kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr auto kHighest = std::numeric_limits<std::int32_t>::max();
+    for (const std::int32_t address : {kLowest, -2, kHighest - 2, kHighest}) {
+        driver.directory = {{MODULE_MAGNET_CONFIG, address},
+                            {MODULE_MAGNET_HEADERS, 0x1100},
+                            {MODULE_LAYERED_FUNCKEYS, 0x4000}};
+        Session session(driver);
+        session.Open();
+        const auto sections = session.SectionsIn(configuration);
+        ASSERT_EQ(sections.size(), 2U);
+        EXPECT_THROW(session.Upload(sections), Error) << address;
+        EXPECT_THROW(session.Download(sections), Error) << address;
+        EXPECT_EQ(driver.memory, std::string(test::FakeDriver::kSize, '\0'));
+    }
 }
 
 // Without MODULE_GUID the control works with the address -1; nothing of that reaches the driver.

@@ -324,23 +324,24 @@ TEST_P(SimulatedKeyboard, LiesAsTheSeedSays) {
         const std::string written = load();
         save(fresh);
         keyboard.LieFrom(seed);
-        return written + "/ " + load();
+        const std::string read = load();
+        keyboard.LieFrom(-1);
+        return written + "/ " + read;
     };
     std::map<std::string, int> counts;
-    for (Long seed = 0; seed < 200; ++seed) {
+    for (Long seed = 0; seed < 80; ++seed) {
         const std::string outcomes = outcomesOf(seed);
-        if (seed % 20 == 0) {
+        if (seed % 10 == 0) {
             EXPECT_EQ(outcomesOf(seed), outcomes) << "seed " << seed;
         }
         ++counts[outcomes];
     }
-    keyboard.LieFrom(-1);
     const std::string honest = "whole whole whole ";
     for (const char* lie : {"none whole whole ", "part whole whole ", "bit whole whole ",
                             "whole none whole ", "whole part whole ", "whole bit whole "})
-        EXPECT_GT(std::exchange(counts[lie + ("/ " + honest)], 0), 10) << lie;
+        EXPECT_GT(std::exchange(counts[lie + ("/ " + honest)], 0), 2) << lie;
     for (const char* lie : {"part whole whole ", "whole part whole "})
-        EXPECT_GT(std::exchange(counts[honest + "/ " + lie], 0), 10) << "read " << lie;
+        EXPECT_GT(std::exchange(counts[honest + "/ " + lie], 0), 2) << "read " << lie;
     for (const auto& [outcomes, count] : counts)
         EXPECT_EQ(count, 0) << "unexpected: " << outcomes;
 }
