@@ -11,6 +11,8 @@ namespace qx::app {
 
 namespace {
 
+constexpr int kMargin = 5; // between the button's frame and the swatch
+
 Long FromQColor(const QColor& color) {
     return static_cast<Long>(color.blue() << 16 | color.green() << 8 | color.red());
 }
@@ -22,7 +24,8 @@ ColourButton::ColourButton(Long lDefault, QWidget* parent)
     auto* useDefault = new QAction(tr("Use the default colour"), this);
     addAction(useDefault);
     setContextMenuPolicy(Qt::ActionsContextMenu);
-    setIconSize({36, 16});
+    setIconSize({kMargin + 36, 16});
+    setStyleSheet(QStringLiteral("text-align: left"));
     connect(useDefault, &QAction::triggered, this, [this, lDefault] { Pick(lDefault); });
     connect(this, &QPushButton::clicked, this, [this] { AskUser(); });
     ShowColour();
@@ -50,13 +53,20 @@ void ColourButton::ShowColour() {
     const qreal ratio = devicePixelRatioF();
     QPixmap swatch(iconSize() * ratio);
     swatch.setDevicePixelRatio(ratio);
-    swatch.fill(color);
+    swatch.fill(Qt::transparent);
     QPainter painter(&swatch);
+    painter.setBrush(color);
     painter.setPen(QPen(palette().color(QPalette::ButtonText), 1));
-    painter.drawRect(QRectF(QPointF(), QSizeF(iconSize())).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.drawRect(
+        QRectF(QPointF(), QSizeF(iconSize())).adjusted(kMargin + 0.5, 0.5, -0.5, -0.5));
     painter.end();
     setIcon(QIcon(swatch));
-    setText(m_colour < 0 ? tr("System colour") : color.name().toUpper());
+    const QString system = u' ' + tr("System colour");
+    const QString number = u' ' + color.name().toUpper();
+    setText(system); // the longest text, so that all are of one width
+    setMinimumWidth(sizeHint().width());
+    if (m_colour >= 0)
+        setText(number);
 }
 
 void ColourButton::changeEvent(QEvent* event) {

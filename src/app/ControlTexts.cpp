@@ -5,6 +5,7 @@
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXSequencer.h"
+#include "qxcontrols/pos/QXPOSProgrammer.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
@@ -117,8 +118,9 @@ void Translate(QXBarcode& control) {
         for (Integer option = 0; option < texts.options; ++option) {
             QString caption = QCoreApplication::translate("ControlTexts", "Option %1").arg(option);
             if (!HasBarcodeConfigBit(texts.page, option))
-                caption = QCoreApplication::translate("ControlTexts", "%1 (not kept by the keyboard)")
-                              .arg(caption);
+                caption =
+                    QCoreApplication::translate("ControlTexts", "%1 (not kept by the keyboard)")
+                        .arg(caption);
             else if (option == 0 && texts.page != BP_CommonSettings)
                 caption = QCoreApplication::translate("ControlTexts", "Read this kind of code");
             page.Flag(option).SetCaption(caption.toStdString());
@@ -177,9 +179,8 @@ void Translate(QXLayeredFuncKeys& control) {
     control.SetButtonCleanAllLayer(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Clear all layers…"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove the sequences of all layers")));
-    control.SetButtonLayerInc(
-        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Next layer"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "Show the next layer")));
+    control.SetButtonLayerInc(ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Next layer"),
+                                         QT_TRANSLATE_NOOP("ControlTexts", "Show the next layer")));
     control.SetButtonLayerDec(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Previous layer"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Show the previous layer")));
@@ -223,7 +224,7 @@ void TranslateControls(host::Configuration& configuration) {
     }
 }
 
-void TranslateSequencer(QXSequencer& sequencer) {
+void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
     sequencer.SetButtonOK(ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "OK"), ""));
     sequencer.SetButtonCancel(ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Cancel"), ""));
     sequencer.SetButtonCleanLast(
@@ -238,6 +239,28 @@ void TranslateSequencer(QXSequencer& sequencer) {
         Text(QT_TRANSLATE_NOOP("ControlTexts", "The sequence is full.")));
     sequencer.SetShowDetails(Text(QT_TRANSLATE_NOOP("ControlTexts", "Show released keys")));
     sequencer.Translate();
+
+    posProgrammer.SetButtonOK(sequencer.ButtonOK());
+    posProgrammer.SetButtonCancel(sequencer.ButtonCancel());
+    posProgrammer.SetButtonNewBlock(ButtonText(
+        QT_TRANSLATE_NOOP("ControlTexts", "New block"),
+        QT_TRANSLATE_NOOP("ControlTexts", "The next free key that you click begins it")));
+    posProgrammer.SetButtonEdit(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit…"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "Edit what the keys of this block send")));
+    posProgrammer.SetButtonClean(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Remove block"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "Remove this block and its sequence")));
+    posProgrammer.SetButtonCleanAll(
+        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Remove all blocks…"),
+                   QT_TRANSLATE_NOOP("ControlTexts", "Remove all blocks and their sequences")));
+    posProgrammer.SetProgrammerCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "POS blocks")));
+    posProgrammer.SetNumBlocksCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Blocks:")));
+    posProgrammer.SetBlockIDCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Label")));
+    posProgrammer.SetKeysCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Keys")));
+    posProgrammer.SetColorCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Colour")));
+    posProgrammer.SetSequenceCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Each key sends")));
+    posProgrammer.Translate();
 }
 
 QString SectionTitle(std::string_view sectionKey) {

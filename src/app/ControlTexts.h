@@ -6,8 +6,9 @@
 #include <string_view>
 
 namespace qx {
+class QXPOSProgrammer;
 class QXSequencer;
-}
+} // namespace qx
 namespace qx::host {
 class Configuration;
 }
@@ -16,7 +17,7 @@ namespace qx::app {
 
 // Gives every control its texts in the present language, and has it show them.
 void TranslateControls(host::Configuration& configuration);
-void TranslateSequencer(QXSequencer& sequencer);
+void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer);
 
 // The name of a section in the present language: "Magnetic card reader".
 [[nodiscard]] QString SectionTitle(std::string_view sectionKey);

@@ -127,9 +127,9 @@ bool DocumentMenu::Save() {
 }
 
 bool DocumentMenu::SaveAs() {
-    QString file = questions.fileToSave(m_workbench.File().empty()
-                                            ? tr("keyboard") + QStringLiteral(".json")
-                                            : ToQt(m_workbench.File()));
+    QString file =
+        questions.fileToSave(m_workbench.File().empty() ? tr("keyboard") + QStringLiteral(".json")
+                                                        : ToQt(m_workbench.File()));
     if (file.isEmpty())
         return false;
     if (QFileInfo(file).suffix().isEmpty())
@@ -160,8 +160,7 @@ void DocumentMenu::NoteRecent(const QString& file) {
 
 void DocumentMenu::FillRecent() {
     m_recent->clear();
-    for (const QString& file :
-         QSettings().value(QLatin1String(kRecentKey)).toStringList())
+    for (const QString& file : QSettings().value(QLatin1String(kRecentKey)).toStringList())
         m_recent->addAction(file, this, [this, file] { Open(file); });
     if (m_recent->isEmpty())
         m_recent->addAction(tr("No documents yet"))->setEnabled(false);

@@ -12,15 +12,9 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
-#include <QCoreApplication>
-
 namespace qx::app {
 
 namespace {
-
-QString Tr(const char* text) {
-    return QCoreApplication::translate("EditRequests", text);
-}
 
 constexpr auto kTrackSequence = static_cast<Integer>(kTrackSlotSize);
 constexpr auto kFreeKeySequence = static_cast<Integer>(kFreeProgKeySlotSize);
@@ -42,11 +36,11 @@ EditRequests::EditRequests(Workbench& workbench, const Platform& platform, Scree
            fCancel = !Edit(nPosCode, sCurrSeq, sNewSeq, kPOSSequenceSize);
        });
     On(m_posProgrammer.RemoveBlock, [this](Integer nBlockID, bool& fCancel) {
-        fCancel = !m_screen.ask(
-            Tr("Remove block %1 and the sequence that its keys send?").arg(nBlockID));
+        fCancel =
+            !m_screen.ask(tr("Remove block %1 and the sequence that its keys send?").arg(nBlockID));
     });
     On(m_posProgrammer.RemoveAllBlocks,
-       [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Remove all POS blocks?")); });
+       [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Remove all POS blocks?")); });
     Reload();
 }
 
@@ -64,8 +58,9 @@ void EditRequests::Reload() {
 bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                         Integer nMaxLength) {
     if (!m_workbench.IsConnected()) {
-        m_screen.tell(Tr("Connect a keyboard first, or the simulated one: the editor works with its "
-                         "keys."));
+        m_screen.tell(
+            tr("Connect a keyboard first, or the simulated one: the editor works with its "
+               "keys."));
         return false;
     }
     return m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
@@ -102,11 +97,11 @@ void EditRequests::Answer(QXFreeProgKeys& control) {
            fCancel = !Edit(nPosCode, sCurrSeq, sNewSeq, kFreeKeySequence);
        });
     On(control.KeyNoEditable, [this](Integer nPositionCode) {
-        m_screen.tell(nPositionCode == kNoKey ? Tr("Pick a key first.")
-                                              : Tr("This key cannot be programmed."));
+        m_screen.tell(nPositionCode == kNoKey ? tr("Pick a key first.")
+                                              : tr("This key cannot be programmed."));
     });
     On(control.RemoveAllSequences,
-       [this](bool& fRemoveIt) { fRemoveIt = m_screen.ask(Tr("Clear all keys of this module?")); });
+       [this](bool& fRemoveIt) { fRemoveIt = m_screen.ask(tr("Clear all keys of this module?")); });
     AnswerAdvanceEdit(control.AdvanceEdit);
 }
 
@@ -115,13 +110,13 @@ void EditRequests::Answer(QXLayeredFuncKeys& control) {
        [this](const std::string& sCurrSeq, bool& fCancel, std::string& sNewSeq) {
            fCancel = !Edit(kNoKey, sCurrSeq, sNewSeq, kFuncKeySequence);
        });
-    On(control.NoKeySelectedToEdit, [this] { m_screen.tell(Tr("Pick a key first.")); });
-    On(control.NoKeySelectedToClean, [this] { m_screen.tell(Tr("Pick a key first.")); });
+    On(control.NoKeySelectedToEdit, [this] { m_screen.tell(tr("Pick a key first.")); });
+    On(control.NoKeySelectedToClean, [this] { m_screen.tell(tr("Pick a key first.")); });
     On(control.CleanThisLayer, [this, &control](bool& fCancel) {
-        fCancel = !m_screen.ask(Tr("Clear all keys of layer %1?").arg(control.CurrentLayer()));
+        fCancel = !m_screen.ask(tr("Clear all keys of layer %1?").arg(control.CurrentLayer()));
     });
     On(control.CleanAllLayers,
-       [this](bool& fCancel) { fCancel = !m_screen.ask(Tr("Clear all keys of all layers?")); });
+       [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Clear all keys of all layers?")); });
     AnswerAdvanceEdit(control.AdvanceEdit);
 }
 
@@ -129,9 +124,8 @@ void EditRequests::Answer(QXPos& control) {
     On(control.POSEditorRequested, [this, &control](bool& fCancel) {
         fCancel = !m_posProgrammer.ShowPosProgrammer(control.PosData());
     });
-    On(control.RemoveAllBlocks, [this](bool& fCancel) {
-        fCancel = !m_screen.ask(Tr("Remove all POS blocks?"));
-    });
+    On(control.RemoveAllBlocks,
+       [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Remove all POS blocks?")); });
 }
 
 } // namespace qx::app

@@ -9,6 +9,8 @@
 #include "qxcontrols/keys/QXSequencer.h"
 #include "qxcontrols/pos/QXPOSProgrammer.h"
 
+#include <QCoreApplication>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,10 +30,11 @@ namespace qx::app {
 class Workbench;
 
 class EditRequests {
+    Q_DECLARE_TR_FUNCTIONS(EditRequests)
 public:
     struct Screen {
-        std::function<bool(const QString& question)> ask;    // true: go on
-        std::function<void(const QString& text)> tell;       // briefly, without a box
+        std::function<bool(const QString& question)> ask; // true: go on
+        std::function<void(const QString& text)> tell;    // briefly, without a box
     };
 
     // The workbench outlives this object.

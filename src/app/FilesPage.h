@@ -1,5 +1,5 @@
-// FilesPage: the keyboard's files: its program, the chipcard reader's program, its parameter memory,
-// and the comparison of its code page with a file.
+// FilesPage: the keyboard's files: its program, the chipcard reader's program, its parameter
+// memory, and the comparison of its code page with a file.
 #pragma once
 
 #include "app/Workbench.h"

@@ -8,8 +8,8 @@ namespace qx::app {
 
 namespace {
 
-constexpr int kKeyWidth = 72; // at natural size
-constexpr int kKeyHeight = static_cast<int>(views::kNaturalKeyHeight);
+constexpr int kKeyWidth = 68; // in the unit of the caps
+constexpr int kKeyHeight = 40;
 constexpr int kGap = 4;
 
 } // namespace
@@ -31,9 +31,7 @@ KeySample::Look KeySample::Placed() const {
 }
 
 QSize KeySample::sizeHint() const {
-    const int count = static_cast<int>(m_look().caps.size());
-    const int rows = (count + m_columns - 1) / m_columns;
-    return {m_columns * (kKeyWidth + kGap), rows * (kKeyHeight + kGap)};
+    return views::KeyPlacing::NaturalSize(Placed().caps).toSize();
 }
 
 void KeySample::paintEvent(QPaintEvent* /*event*/) {

@@ -3,28 +3,25 @@
 
 #include "qxcontrols/common/Types.h"
 
-#include <QString>
 #include <QTranslator>
 
-#include <vector>
+#include <memory>
 
 namespace qx::app {
 
-struct LanguageInfo {
-    Integer id; // as the preferences have it: a Windows language id; 0 for the system's
-    QString name; // in the language itself
-};
-
-// The languages that the program has, the system's first.
-[[nodiscard]] std::vector<LanguageInfo> Languages();
-
 class Language {
 public:
-    // Switches to the language, or to the one that comes nearest to it.
+    Language();
+    ~Language();
+
+    // Switches to a language as the preferences have it: a Windows language id, 0 for the system's.
+    // For a language that the program does not have, English.
     void Switch(Integer nLanguage);
 
 private:
-    QTranslator m_program;
+    class Texts;
+
+    std::unique_ptr<Texts> m_program;
     QTranslator m_toolkit;
 };
 

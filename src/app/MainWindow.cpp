@@ -58,9 +58,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), question) == QMessageBox::Yes;
     };
-    screen.warn = [this](const QString& text) {
-        QMessageBox::warning(this, windowTitle(), text);
-    };
+    screen.warn = [this](const QString& text) { QMessageBox::warning(this, windowTitle(), text); };
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
     connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
@@ -118,10 +116,9 @@ void MainWindow::MakeActions() {
                                  tr("&Read from keyboard"), QKeySequence(Qt::CTRL | Qt::Key_R),
                                  this, &MainWindow::ReadFromKeyboard);
     m_read->setToolTip(tr("Keyboard to document: read all settings (Ctrl+R)"));
-    m_write = keyboard->addAction(style()->standardIcon(QStyle::SP_ArrowDown),
-                                  tr("&Write to keyboard"),
-                                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), this,
-                                  &MainWindow::WriteToKeyboard);
+    m_write = keyboard->addAction(
+        style()->standardIcon(QStyle::SP_ArrowDown), tr("&Write to keyboard"),
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), this, &MainWindow::WriteToKeyboard);
     m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));
     keyboard->addSeparator();
     keyboard->addAction(tr("&Connect again"), this, [this] { Connect(m_workbench.Choice()); });
@@ -136,8 +133,8 @@ void MainWindow::MakeActions() {
             m_pages->currentWidget()->setFocus();
         });
         if (row < 10)
-            action->setShortcut(QKeySequence(
-                Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + (row + 1) % 10)));
+            action->setShortcut(
+                QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + (row + 1) % 10)));
     }
     auto* about = menuBar()->addMenu(tr("&Help"));
     about->addAction(tr("&About"), this, [this] {
@@ -164,7 +161,7 @@ void MainWindow::MakeActions() {
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(space);
     auto* find = new QuickFind([this] { return Findables(); });
-    find->setMaximumWidth(320);
+    find->setFixedWidth(find->fontMetrics().horizontalAdvance(find->placeholderText()) + 48);
     bar->addWidget(find);
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), find, [find] {
         find->setFocus(Qt::ShortcutFocusReason);
@@ -186,6 +183,7 @@ void MainWindow::MakeStatusBar() {
 void MainWindow::AddPage(const QString& id, const QString& title, QWidget* page) {
     auto* item = new QListWidgetItem(title, m_list);
     item->setData(kPageIdRole, id);
+    item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 10));
     m_pages->addWidget(page);
 }
 
@@ -293,9 +291,9 @@ void MainWindow::ShowKeyboard() {
     m_write->setEnabled(isConnected);
     if (isConnected) {
         const QXKeyboardAccess& access = m_workbench.Session().Access();
-        QString text = tr("%1 — program %2, bootloader %3")
-                           .arg(ToQt(access.Keyboard()), ToQt(access.Program()),
-                                ToQt(access.Bootloader()));
+        QString text =
+            tr("%1 — program %2, bootloader %3")
+                .arg(ToQt(access.Keyboard()), ToQt(access.Program()), ToQt(access.Bootloader()));
         if (m_workbench.Simulated() != nullptr)
             text += QStringLiteral(" — ") + tr("simulated keyboard");
         m_keyboard->setText(text);
@@ -306,17 +304,16 @@ void MainWindow::ShowKeyboard() {
     for (int row = 0; row < m_list->count(); ++row) {
         QListWidgetItem* item = m_list->item(row);
         const QString id = item->data(kPageIdRole).toString();
-        if (const host::Section* section =
-                m_workbench.Configuration().Find(id.toStdString())) {
+        if (const host::Section* section = m_workbench.Configuration().Find(id.toStdString())) {
             const bool isThere = m_workbench.Has(*section);
             const QString title = SectionTitle(id.toStdString());
             item->setText(isThere ? title : tr("%1 (absent)").arg(title));
-            item->setForeground(palette().brush(isThere ? QPalette::Active : QPalette::Disabled,
-                                                QPalette::Text));
+            item->setForeground(
+                palette().brush(isThere ? QPalette::Active : QPalette::Disabled, QPalette::Text));
         }
-        width = std::max(width, m_list->sizeHintForIndex(m_list->model()->index(row, 0)).width());
+        width = std::max(width, m_list->fontMetrics().horizontalAdvance(item->text()));
     }
-    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 16);
+    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 24);
 }
 
 void MainWindow::ShowDocument() {
@@ -377,8 +374,8 @@ void MainWindow::WriteToKeyboard() {
         }
         m_workbench.WriteKeyboard();
         m_notice->Tell(NoticeBar::Kind::Success,
-                       tr("Document to keyboard: wrote %n change(s), read back and found equal.", "",
-                          static_cast<int>(differences.size())));
+                       tr("Document to keyboard: wrote %n change(s), read back and found equal.",
+                          "", static_cast<int>(differences.size())));
         if (m_workbench.Simulated() != nullptr && m_workbench.Preferences().AutoTestdrive())
             ShowPage(kTestDrive);
     } catch (const std::exception& error) {

@@ -24,8 +24,7 @@ QStyle::StandardPixmap IconOf(NoticeBar::Kind kind) {
 
 } // namespace
 
-NoticeBar::NoticeBar(QWidget* parent)
-    : QFrame(parent), m_icon(new QLabel), m_text(new QLabel) {
+NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), m_icon(new QLabel), m_text(new QLabel) {
     setObjectName(QStringLiteral("noticeBar"));
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::AlternateBase);

@@ -45,6 +45,8 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
     m_directory->setColumnCount(3);
     m_directory->setHorizontalHeaderLabels({tr("Number"), tr("Name"), tr("Address")});
     m_directory->verticalHeader()->hide();
+    m_directory->verticalHeader()->setDefaultSectionSize(m_directory->fontMetrics().height() + 8);
+    m_directory->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_directory->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     m_directory->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_directory->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -58,8 +60,8 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
     left->addStretch(1);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->addLayout(left, 1);
-    row->addWidget(modules, 1);
+    row->addLayout(left, 4);
+    row->addWidget(modules, 5);
 
     connect(again, &QPushButton::clicked, this, &OverviewPage::ConnectAgainRequested);
     connect(simulated, &QPushButton::clicked, this, &OverviewPage::SimulatedKeyboardRequested);
@@ -136,8 +138,7 @@ void OverviewPage::ShowKeyboard() {
         const int row = m_directory->rowCount();
         m_directory->insertRow(row);
         const QString cells[] = {
-            QString::number(entry->ModuleType()),
-            ToQt(std::string(NameOf(entry->ModuleType()))),
+            QString::number(entry->ModuleType()), ToQt(std::string(NameOf(entry->ModuleType()))),
             QStringLiteral("0x%1").arg(entry->StartAddress(), 4, 16, QLatin1Char('0'))};
         for (int column = 0; column < 3; ++column)
             m_directory->setItem(row, column, new QTableWidgetItem(cells[column]));

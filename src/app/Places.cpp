@@ -57,9 +57,9 @@ void Show(QXMagnetCard& control, const Parts& parts) {
 void Show(QXBarcode& control, const Parts& parts) {
     Integer page = BP_CommonSettings;
     if (parts.words.size() > 2 && parts.words[1] == "pages")
-        page = static_cast<Integer>(std::find(kBarcodePageNames.begin(), kBarcodePageNames.end(),
-                                              parts.words[2]) -
-                                    kBarcodePageNames.begin());
+        page = static_cast<Integer>(
+            std::find(kBarcodePageNames.begin(), kBarcodePageNames.end(), parts.words[2]) -
+            kBarcodePageNames.begin());
     else if (!parts.numbers.empty())
         page = static_cast<Integer>(BP_Reader_1 + parts.numbers[0]);
     control.lstPrefGroup.ListIndex = page;

@@ -17,7 +17,8 @@ class Workbench;
 // The key of the place's section: "barcode".
 [[nodiscard]] std::string SectionOfPlace(std::string_view place);
 
-// Has the section's control show the part of it where the setting is: the page, track, layer or key.
+// Has the section's control show the part of it where the setting is: the page, track, layer or
+// key.
 void ShowPlace(Workbench& workbench, std::string_view place);
 
 // Every key that can be programmed, whether or not it is.

@@ -54,18 +54,31 @@ QFormLayout* NewForm(QWidget* parent = nullptr) {
 struct Tab {
     QWidget* page = new QWidget;
     QVBoxLayout* column = new QVBoxLayout(page);
+    std::vector<QFormLayout*> forms;
 
     Tab() {
         column->setContentsMargins(16, 16, 16, 16);
         column->setSpacing(16);
     }
-    [[nodiscard]] QFormLayout* AddGroup(const QString& title) const {
+    [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
         auto* group = new QGroupBox(title);
         column->addWidget(group);
-        return NewForm(group);
+        forms.push_back(NewForm(group));
+        return forms.back();
     }
+    // With the fields of all groups below each other.
     [[nodiscard]] QWidget* Done() const {
         column->addStretch(1);
+        int width = 0;
+        std::vector<QWidget*> labels;
+        for (const QFormLayout* form : forms)
+            for (int row = 0; row < form->rowCount(); ++row)
+                if (const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole)) {
+                    labels.push_back(item->widget());
+                    width = std::max(width, item->sizeHint().width());
+                }
+        for (QWidget* label : labels)
+            label->setMinimumWidth(width);
         return page;
     }
 };
@@ -98,7 +111,7 @@ void PreferencesPage::Build() {
     m_tabs->addTab(MakePosTab(), tr("POS keys"));
     layout()->addWidget(m_tabs);
 
-    auto* reset = new QPushButton(tr("Reset to de&faults …"));
+    auto* reset = new QPushButton(tr("Reset to &defaults …"));
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
     layout()->addWidget(reset);
@@ -107,7 +120,7 @@ void PreferencesPage::Build() {
 }
 
 QWidget* PreferencesPage::MakeGeneralTab() {
-    const Tab tab;
+    Tab tab;
     QFormLayout* start = tab.AddGroup(tr("At the start"));
     AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask what to begin with"));
     AddChoice(*start, Preference::ShowStartupAction, tr("&Begin with:"),
@@ -128,7 +141,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
 }
 
 QWidget* PreferencesPage::MakeLanguagesTab() {
-    const Tab tab;
+    Tab tab;
     QFormLayout* program = tab.AddGroup(tr("The program"));
     AddChoice(*program, Preference::PreferedAppLang, tr("&Language:"),
               {{tr("As the system"), Integer{0}},
@@ -136,7 +149,7 @@ QWidget* PreferencesPage::MakeLanguagesTab() {
                {QStringLiteral("English"), Integer{1033}}});
 
     QFormLayout* keys = tab.AddGroup(tr("The keys"));
-    Choices layouts{{tr("As the program expects"), Integer{0}}};
+    Choices layouts{{tr("Standard (English, United States)"), Integer{0}}};
     for (const setup::LayoutEntry& entry : setup::ListLayouts(m_layouts))
         layouts.emplace_back(QString::fromStdString(entry.name), entry.language);
     AddChoice(*keys, Preference::PreferedKeyLang, tr("Key la&yout:"), layouts);
@@ -144,7 +157,7 @@ QWidget* PreferencesPage::MakeLanguagesTab() {
 }
 
 QWidget* PreferencesPage::MakeKeyboardTab() {
-    const Tab tab;
+    Tab tab;
     QFormLayout* link = tab.AddGroup(tr("Connection"));
     AddNumber(*link, Preference::CommandDelta, tr("&Command delta:"), 0,
               std::numeric_limits<Long>::max());
@@ -162,7 +175,7 @@ QWidget* PreferencesPage::MakeKeyboardTab() {
 }
 
 QWidget* PreferencesPage::MakeKeyDisplayTab() {
-    const Tab tab;
+    Tab tab;
     QFormLayout* text = tab.AddGroup(tr("Captions"));
     AddNumber(*text, Preference::KeyFontSize, tr("&Font size:"), 4, 24, tr(" pt"));
     QFormLayout* colours = tab.AddGroup(tr("Colours"));
@@ -189,32 +202,32 @@ QWidget* PreferencesPage::MakeKeyDisplayTab() {
 }
 
 QWidget* PreferencesPage::MakePosTab() {
-    const Tab tab;
+    Tab tab;
     AddCodePage(*tab.AddGroup(tr("Code page")));
 
     auto* colours = new QGroupBox(tr("Colours"));
     auto* columns = new QHBoxLayout(colours);
     columns->setSpacing(32);
-    for (int first = 0; first < kPosBlocks; first += kPosBlocks / 2) {
+    const std::pair<Preference, QString> others[] = {
+        {Preference::POSColorCurrent, tr("The curr&ent block:")},
+        {Preference::POSColorUnused, tr("Keys of &no block:")}};
+    int block = 0;
+    for (const auto& [preference, label] : others) {
         QFormLayout* form = NewForm();
-        for (int block = first; block < first + kPosBlocks / 2; ++block)
+        for (const int end = block + kPosBlocks / 2; block < end; ++block)
             AddColour(*form, PosBlock(block), tr("Block &%1:").arg(block));
+        AddColour(*form, preference, label);
         columns->addLayout(form);
     }
-    QFormLayout* others = NewForm();
-    AddColour(*others, Preference::POSColorCurrent, tr("The curr&ent block:"));
-    AddColour(*others, Preference::POSColorUnused, tr("Keys of &no block:"));
-    columns->addLayout(others);
     columns->addStretch(1);
     tab.column->addWidget(colours);
 
     auto* sample = new KeySample(6, [this] {
         using views::KeyState;
         KeySample::Look look;
-        for (int block = 0; block < kPosBlocks; ++block)
-            look.caps.push_back(SampleKey(tr("Block %1").arg(block),
-                                          m_settings.POSColorBlock(static_cast<Integer>(block)),
-                                          KeyState::Programmed));
+        for (Integer nBlock = 0; nBlock < kPosBlocks; ++nBlock)
+            look.caps.push_back(SampleKey(tr("Block %1").arg(nBlock),
+                                          m_settings.POSColorBlock(nBlock), KeyState::Programmed));
         look.caps.push_back(
             SampleKey(tr("Current"), m_settings.POSColorCurrent(), KeyState::Programmed));
         look.caps.back().isCurrent = true;
@@ -306,6 +319,7 @@ void PreferencesPage::AddCodePage(QFormLayout& form) {
             use(QDir::toNativeSeparators(path));
     });
     auto* row = new QHBoxLayout;
+    row->setSpacing(8);
     row->addWidget(file, 1);
     row->addWidget(browse);
     form.setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
@@ -392,13 +406,12 @@ void PreferencesPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() != QEvent::LanguageChange)
         return;
-    // All anew; where the user was stays.
+    // All anew; where the user was stays. What was there may be in the middle of telling a change.
     const int tab = m_tabs->currentIndex();
     const QWidget* focus = QApplication::focusWidget();
     const QString name = isAncestorOf(focus) ? focus->objectName() : QString();
     while (QLayoutItem* item = layout()->takeAt(0)) {
-        item->widget()->hide();
-        item->widget()->setObjectName(QString());
+        item->widget()->setParent(nullptr);
         item->widget()->deleteLater();
         delete item;
     }

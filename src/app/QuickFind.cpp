@@ -32,8 +32,7 @@ int Fit(const Findable& findable, const QStringList& words) {
 } // namespace
 
 QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* parent)
-    : QLineEdit(parent), m_list(std::move(list)),
-      m_popup(new QListWidget(this)) {
+    : QLineEdit(parent), m_list(std::move(list)), m_popup(new QListWidget(this)) {
     setObjectName(QStringLiteral("quickFind"));
     setPlaceholderText(tr("Find a page, setting or key (Ctrl+K)"));
     setAccessibleName(tr("Find"));
@@ -129,11 +128,10 @@ void QuickFind::keyPressEvent(QKeyEvent* event) {
 
 // The results go when the user turns to something else.
 bool QuickFind::eventFilter(QObject* watched, QEvent* event) {
-    const bool isElsewhere =
-        (event->type() == QEvent::MouseButtonPress && watched != this &&
-         watched != m_popup->viewport() && watched->isWidgetType()) ||
-        (event->type() == QEvent::FocusOut && watched == this) ||
-        event->type() == QEvent::ApplicationDeactivate;
+    const bool isElsewhere = (event->type() == QEvent::MouseButtonPress && watched != this &&
+                              watched != m_popup->viewport() && watched->isWidgetType()) ||
+                             (event->type() == QEvent::FocusOut && watched == this) ||
+                             event->type() == QEvent::ApplicationDeactivate;
     if (isElsewhere && m_popup->isVisible())
         m_popup->hide();
     return QLineEdit::eventFilter(watched, event);

@@ -70,7 +70,8 @@ ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
 
     auto* hint = new QLabel;
     hint->setWordWrap(true);
-    hint->setText(tr("What is written is read back and compared. Double-click a change to see it."));
+    hint->setText(
+        tr("What is written is read back and compared. Double-click a change to see it."));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     auto* write = buttons->addButton(tr("Write to keyboard"), QDialogButtonBox::AcceptRole);
@@ -84,9 +85,8 @@ ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
     const auto placeOf = [](const QTreeWidgetItem* item) {
         return item == nullptr ? QString() : item->data(kSetting, kPlaceRole).toString();
     };
-    connect(tree, &QTreeWidget::currentItemChanged, this, [=](QTreeWidgetItem* item) {
-        show->setEnabled(!placeOf(item).isEmpty());
-    });
+    connect(tree, &QTreeWidget::currentItemChanged, this,
+            [=](QTreeWidgetItem* item) { show->setEnabled(!placeOf(item).isEmpty()); });
     const auto choose = [=, this] {
         m_place = placeOf(tree->currentItem()).toStdString();
         if (!m_place.empty())

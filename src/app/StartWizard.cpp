@@ -1,13 +1,46 @@
 #include "app/StartWizard.h"
 
 #include <QCheckBox>
-#include <QCommandLinkButton>
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace qx::app {
+
+namespace {
+
+// A button with a title and, below it, what it does.
+class ChoiceButton : public QPushButton {
+public:
+    ChoiceButton(const QString& title, const QString& description) {
+        auto* heading = new QLabel(title);
+        QFont font = heading->font();
+        font.setBold(true);
+        heading->setFont(font);
+        heading->setBuddy(this); // whose mnemonic then clicks it
+        auto* text = new QLabel(description);
+        text->setWordWrap(true);
+        text->setTextFormat(Qt::PlainText);
+        auto* column = new QVBoxLayout(this);
+        column->setContentsMargins(16, 12, 16, 12);
+        column->setSpacing(4);
+        for (QLabel* label : {heading, text}) {
+            label->setForegroundRole(QPalette::ButtonText);
+            label->setAttribute(Qt::WA_TransparentForMouseEvents);
+            column->addWidget(label);
+        }
+        setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+        setAccessibleName(QString(title).remove(u'&'));
+        setAccessibleDescription(description);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override { return layout()->totalSizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override { return layout()->totalMinimumSize(); }
+};
+
+} // namespace
 
 StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
     : QDialog(parent), m_settings(settings) {
@@ -15,6 +48,7 @@ StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(24, 20, 24, 20);
     column->setSpacing(10);
+    setMinimumWidth(480);
     auto* question = new QLabel(tr("What would you like to begin with?"));
     QFont font = question->font();
     font.setPointSizeF(font.pointSizeF() * 1.3);
@@ -48,7 +82,7 @@ StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
     column->addStretch(1);
 
     const Integer nAction = settings.GetShowStartupAction();
-    QCommandLinkButton* first = read;
+    QPushButton* first = read;
     if (nAction == static_cast<Integer>(StartChoice::LastDocument) && open->isEnabled()) {
         first = open;
         m_choice = StartChoice::LastDocument;
@@ -60,12 +94,11 @@ StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
     first->setFocus();
 }
 
-QCommandLinkButton* StartWizard::AddChoice(StartChoice choice, const char* name,
-                                           const QString& title, const QString& description) {
-    auto* button = new QCommandLinkButton(title, description);
+QPushButton* StartWizard::AddChoice(StartChoice choice, const char* name, const QString& title,
+                                    const QString& description) {
+    auto* button = new ChoiceButton(title, description);
     button->setObjectName(QLatin1String(name));
-    button->setAccessibleDescription(description);
-    connect(button, &QCommandLinkButton::clicked, this, [this, choice] {
+    connect(button, &QPushButton::clicked, this, [this, choice] {
         m_choice = choice;
         m_settings.SetShowStartupAction(static_cast<Integer>(choice));
         accept();

@@ -5,7 +5,7 @@
 
 #include <QDialog>
 
-class QCommandLinkButton;
+class QPushButton;
 
 namespace qx::app {
 
@@ -23,8 +23,8 @@ public:
     [[nodiscard]] StartChoice Choice() const { return m_choice; }
 
 private:
-    QCommandLinkButton* AddChoice(StartChoice choice, const char* name, const QString& title,
-                                  const QString& description);
+    QPushButton* AddChoice(StartChoice choice, const char* name, const QString& title,
+                           const QString& description);
 
     QXProgSettings& m_settings;
     StartChoice m_choice = StartChoice::ReadKeyboard;

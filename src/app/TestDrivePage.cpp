@@ -149,10 +149,9 @@ void TestDrivePage::ShowKeyboard() {
             continue;
         views::KeyCap cap;
         cap.index = id;
-        cap.place = QRectF(static_cast<double>(layout.KeyX(id)),
-                           static_cast<double>(layout.KeyY(id)),
-                           static_cast<double>(layout.KeyWidth(id)),
-                           static_cast<double>(layout.KeyHeight(id)));
+        cap.place = QRectF(
+            static_cast<double>(layout.KeyX(id)), static_cast<double>(layout.KeyY(id)),
+            static_cast<double>(layout.KeyWidth(id)), static_cast<double>(layout.KeyHeight(id)));
         cap.caption = ToQt(layout.KeyCaption(id));
         cap.toolTip = ToQt(layout.KeyLongCaption(id));
         cap.name = tr("Key %1, %2").arg(QString::number(id), cap.caption);
@@ -179,8 +178,8 @@ QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     if (reception.stretches.empty())
         text += QStringLiteral("  ") + tr("nothing") + QLatin1Char('\n');
     else if (reception.outputDelay)
-        text += tr("Output delay between codes: %1").arg(*reception.outputDelay) +
-                QLatin1Char('\n');
+        text +=
+            tr("Output delay between codes: %1").arg(*reception.outputDelay) + QLatin1Char('\n');
     for (const std::string& remark : reception.remarks)
         text += ToQt(remark) + QLatin1Char('\n');
     return text;

@@ -33,8 +33,7 @@ Workbench::Workbench(const Platform& platform, Options options)
       m_preferences(m_store, platform) {
     m_preferences.Load();
     OpenLayout();
-    m_configuration =
-        std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
+    m_configuration = std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
     m_history = std::make_unique<host::History>(*m_configuration);
     for (const auto& section : m_configuration->Sections())
         m_edits.push_back(section->Control().Refreshed.Subscribe([this] { NoteEdit(); }));

@@ -8,6 +8,7 @@
 #include "host/History.h"
 #include "host/Session.h"
 #include "host/SettingsStore.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 #include "setup/DriverSource.h"
 

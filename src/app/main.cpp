@@ -76,13 +76,12 @@ int main(int argc, char** argv) {
         using qx::app::ToPath;
         qx::views::QtPlatform qtPlatform;
         qx::app::Language language;
-        qx::app::Workbench workbench(
-            qtPlatform.Services(),
-            {{ToPath(parser.value(driver)), ToPath(parser.value(keyboard)),
-              parser.value(model).toStdString()},
-             ToPath(parser.value(layouts)),
-             parser.value(layout).toStdString(),
-             ToPath(parser.value(settings))});
+        qx::app::Workbench workbench(qtPlatform.Services(),
+                                     {{ToPath(parser.value(driver)), ToPath(parser.value(keyboard)),
+                                       parser.value(model).toStdString()},
+                                      ToPath(parser.value(layouts)),
+                                      parser.value(layout).toStdString(),
+                                      ToPath(parser.value(settings))});
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
         window.show();
         window.Connect(workbench.Choice());

@@ -28,6 +28,21 @@ constexpr KindInfo kKinds[] = {
     {host::ErrorKind::ModelInvalid, 6, "model-invalid"},
 };
 
+// Control characters as escapes: what files hold may stand in an error, and is not for the
+// terminal.
+std::string Visible(const std::string& text) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string visible;
+    for (const char c : text) {
+        const auto byte = static_cast<Byte>(c);
+        if ((byte < ' ' && c != '\n' && c != '\t') || byte == 0x7F)
+            visible.append("\\u00").append({kDigits[byte / 16], kDigits[byte % 16]});
+        else
+            visible += c;
+    }
+    return visible;
+}
+
 const KindInfo& InfoOf(host::ErrorKind kind) {
     for (const KindInfo& info : kKinds)
         if (info.kind == kind)
@@ -75,10 +90,10 @@ host::Session& Context::Keyboard() {
     return *m_session;
 }
 
-QXKeyboardAccess& Context::Driver() {
+host::Session& Context::Driver() {
     if (!m_session)
         m_session = NewSession();
-    return m_session->Access();
+    return *m_session;
 }
 
 sim::SimulatedDriver* Context::Simulated() {
@@ -106,7 +121,8 @@ QXKeyboardLayoutData& Context::Layout() {
 }
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
-    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr);
+    const auto use = m_isOpen ? host::LayoutUse::Keyboard : host::LayoutUse::Captions;
+    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
 }
 
 void Context::ShowProgress(int percent) {
@@ -136,11 +152,18 @@ void Context::Result(const host::Json& json, const std::string& text) {
 }
 
 void Context::Flush() {
-    m_streams.out.flush();
+    if (!m_streams.out.flush())
+        throw host::Error(host::ErrorKind::FileFailed, "standard output could not be written");
+}
+
+void Context::RefuseKeyboardFile(const std::string& file) const {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(file, m_driver.file, ignored))
+        throw host::Error(host::ErrorKind::Usage, file + " is the file of the keyboard itself");
 }
 
 void Context::Note(const std::string& text) {
-    m_streams.err << text << '\n';
+    m_streams.err << Visible(text) << '\n';
 }
 
 int Context::Report(const host::Error& error) {

@@ -58,8 +58,8 @@ public:
 
     // The keyboard, started up at the first call. Throws host::Error.
     [[nodiscard]] host::Session& Keyboard();
-    // The driver without start-up, for what needs no keyboard.
-    [[nodiscard]] QXKeyboardAccess& Driver();
+    // The same without start-up, for what the driver does without a keyboard.
+    [[nodiscard]] host::Session& Driver();
     // The simulated keyboard, not started up by this; null when the driver is another.
     [[nodiscard]] sim::SimulatedDriver* Simulated();
     // Gives the keyboard back, where one was opened. Throws host::Error.
@@ -69,13 +69,17 @@ public:
     // preferred one. Throws host::Error(LayoutInvalid).
     [[nodiscard]] QXKeyboardLayoutData& Layout();
 
-    // A configuration with default values for the layout.
+    // A configuration with default values, of the opened keyboard or, where none is open, of any:
+    // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
 
     // Writes a command's result: the text, or the members of `json` with the schema number.
     void Result(const host::Json& json, const std::string& text);
-    // Sends what has been written on its way, for results that come one by one.
+    // Sends what has been written on its way, as for results that come one by one. Throws
+    // host::Error(FileFailed) when any of it could not be written.
     void Flush();
+    // Throws host::Error(Usage) when the file to be written is the simulated keyboard's own.
+    void RefuseKeyboardFile(const std::string& file) const;
     // Says something to the user that is no result.
     void Note(const std::string& text);
     // Reports an error and returns the exit status that belongs to it.

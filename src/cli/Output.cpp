@@ -40,6 +40,7 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
                        document.ToText());
         return;
     }
+    context.RefuseKeyboardFile(file);
     try {
         files::WriteFileAtomically(file, document.ToText());
     } catch (const std::exception& error) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN
@@ -43,6 +44,9 @@ std::error_code LastReason() {
 std::FILE* OpenForReading(const fs::path& path) {
     return _wfopen(path.c_str(), L"rbN");
 }
+int OpenForFlushing(const fs::path& path) {
+    return _wopen(path.c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT);
+}
 int CreateNew(const fs::path& path) {
     return _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
                   _S_IREAD | _S_IWRITE);
@@ -77,6 +81,9 @@ fs::path FolderFrom(const wchar_t* variable) {
 
 std::FILE* OpenForReading(const fs::path& path) {
     return std::fopen(path.c_str(), "rbe");
+}
+int OpenForFlushing(const fs::path& path) {
+    return open(path.c_str(), O_RDONLY | O_CLOEXEC);
 }
 int CreateNew(const fs::path& path) {
     return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -118,19 +125,6 @@ fs::path FolderFrom(const char* variable, const char* inHome) {
 
 #endif
 
-// Creates a file of a new name in the target's folder.
-int CreateTemporary(const fs::path& target, fs::path& temporary) {
-    for (int number = 0;; ++number) {
-        temporary = target;
-        temporary += ".new-" + std::to_string(ProcessId()) + "-" + std::to_string(number);
-        const int file = CreateNew(temporary);
-        if (file >= 0)
-            return file;
-        if (errno != EEXIST)
-            Fail(target, "cannot be written", LastReason());
-    }
-}
-
 bool WriteAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const auto written = WriteSome(file, bytes.data(), bytes.size());
@@ -142,15 +136,68 @@ bool WriteAll(int file, std::string_view bytes) {
     return Flush(file);
 }
 
-// The file itself, where the path is that of a link.
-fs::path TargetOf(const fs::path& path, fs::file_status& status) {
-    std::error_code ignored;
-    status = fs::status(path, ignored);
-    if (fs::exists(status) && !fs::is_regular_file(status))
-        throw std::runtime_error(path.string() + " cannot be written: it is no ordinary file");
-    const fs::path target = fs::weakly_canonical(path, ignored);
-    return ignored ? path : target;
-}
+// A new file beside the one that it is to replace, gone with this object unless it has done so.
+class Replacement {
+public:
+    explicit Replacement(const fs::path& path) : m_path(path) {
+        std::error_code ignored;
+        m_status = fs::status(path, ignored);
+        if (fs::exists(m_status) && !fs::is_regular_file(m_status))
+            throw std::runtime_error(path.string() + " cannot be written: it is no ordinary file");
+        m_target = fs::weakly_canonical(path, ignored); // the file itself, where this is a link
+        if (ignored)
+            m_target = path;
+        for (int number = 0; m_file < 0; ++number) {
+            m_temporary = m_target;
+            m_temporary += ".new-" + std::to_string(ProcessId()) + "-" + std::to_string(number);
+            m_file = CreateNew(m_temporary);
+            if (m_file < 0 && errno != EEXIST)
+                Fail(path, "cannot be written", LastReason());
+        }
+    }
+    ~Replacement() {
+        if (m_file >= 0)
+            (void)Close(m_file);
+        std::error_code ignored;
+        if (!m_temporary.empty())
+            fs::remove(m_temporary, ignored);
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+
+    // The new file, open and empty, and its name; who uses the name closes it first.
+    [[nodiscard]] int File() const { return m_file; }
+    [[nodiscard]] const fs::path& Name() const { return m_temporary; }
+    void CloseFile() { Require(Close(std::exchange(m_file, -1))); }
+    void OpenAgain() {
+        m_file = OpenForFlushing(m_temporary);
+        Require(m_file >= 0);
+    }
+    void Require(bool success) const {
+        if (!success)
+            Fail(m_path, "cannot be written", LastReason());
+    }
+
+    // Puts the new file, which is closed, in the place of the old one.
+    void Commit() {
+        std::error_code reason;
+        if (fs::exists(m_status))
+            fs::permissions(m_temporary, m_status.permissions(), reason);
+        if (!reason)
+            Rename(m_temporary, m_target, reason);
+        if (reason)
+            Fail(m_path, "cannot be written", reason);
+        m_temporary.clear();
+        FlushFolder(m_target.parent_path());
+    }
+
+private:
+    fs::path m_path;
+    fs::file_status m_status;
+    fs::path m_target;
+    fs::path m_temporary;
+    int m_file = -1;
+};
 
 } // namespace
 
@@ -168,25 +215,20 @@ std::string ReadFile(const fs::path& path) {
 }
 
 void WriteFileAtomically(const fs::path& path, std::string_view bytes) {
-    fs::file_status status;
-    const fs::path target = TargetOf(path, status);
-    fs::path temporary;
-    const int file = CreateTemporary(target, temporary);
-    std::error_code reason;
-    if (!WriteAll(file, bytes))
-        reason = LastReason();
-    if (!Close(file) && !reason)
-        reason = LastReason();
-    if (!reason && fs::exists(status))
-        fs::permissions(temporary, status.permissions(), reason);
-    if (!reason)
-        Rename(temporary, target, reason);
-    if (reason) {
-        std::error_code ignored;
-        fs::remove(temporary, ignored);
-        Fail(path, "cannot be written", reason);
-    }
-    FlushFolder(target.parent_path());
+    Replacement replacement(path);
+    replacement.Require(WriteAll(replacement.File(), bytes));
+    replacement.CloseFile();
+    replacement.Commit();
+}
+
+void WriteFileAtomically(const fs::path& path, const std::function<void(const fs::path&)>& write) {
+    Replacement replacement(path);
+    replacement.CloseFile();
+    write(replacement.Name());
+    replacement.OpenAgain();
+    replacement.Require(Flush(replacement.File()));
+    replacement.CloseFile();
+    replacement.Commit();
 }
 
 FileLock::FileLock(const fs::path& path) {
@@ -228,6 +270,14 @@ bool FileLock::TryLock() {
     return m_isHeld;
 }
 
+bool ErrorIsTerminal() {
+#ifdef _WIN32
+    return _isatty(2) != 0;
+#else
+    return isatty(2) != 0;
+#endif
+}
+
 #ifdef _WIN32
 fs::path ExecutableFolder() {
     std::wstring name(MAX_PATH, L'\0');
@@ -242,18 +292,12 @@ fs::path ExecutableFolder() {
 fs::path UserDataFolder() {
     return FolderFrom(L"LOCALAPPDATA");
 }
-fs::path UserConfigFolder() {
-    return FolderFrom(L"APPDATA");
-}
 #else
 fs::path ExecutableFolder() {
     return fs::read_symlink("/proc/self/exe").parent_path();
 }
 fs::path UserDataFolder() {
     return FolderFrom("XDG_DATA_HOME", ".local/share");
-}
-fs::path UserConfigFolder() {
-    return FolderFrom("XDG_CONFIG_HOME", ".config");
 }
 #endif
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,11 @@ namespace qx::files {
 // either its old bytes or the new ones. A link is followed; an existing file keeps its permissions;
 // what exists and is no ordinary file is refused.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
+
+// The same with bytes that `write` puts into the file whose name it is given: an empty one beside
+// the other, which is gone when `write` throws.
+void WriteFileAtomically(const std::filesystem::path& path,
+                         const std::function<void(const std::filesystem::path&)>& write);
 
 // A claim to a file, kept against other programs and against other claims of this one. What is
 // locked is a file beside it, with ".lock" at the end of its name, which stays; so the file itself
@@ -41,8 +47,10 @@ private:
 // The folder of the program that runs.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 
-// The user's folders for a program's data and for its settings. They need not exist.
+// The user's folder for a program's data. It need not exist.
 [[nodiscard]] std::filesystem::path UserDataFolder();
-[[nodiscard]] std::filesystem::path UserConfigFolder();
+
+// Whether standard error is a terminal, where people watch.
+[[nodiscard]] bool ErrorIsTerminal();
 
 } // namespace qx::files

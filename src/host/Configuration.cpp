@@ -13,17 +13,18 @@ namespace {
 std::string InvalidText(const std::string& name, const std::vector<Fault>& faults) {
     std::string text = name + ": " + faults.front().place + ": " + faults.front().message;
     if (faults.size() > 1)
-        text += " (and " + std::to_string(faults.size() - 1) + " more faults)";
+        text += " (and " + std::to_string(faults.size() - 1) +
+                (faults.size() == 2 ? " more fault)" : " more faults)");
     return text;
 }
 
 } // namespace
 
 Configuration::Configuration(const Platform& platform, QXKeyboardLayoutData* layout,
-                             QXProgSettings* preferences)
+                             QXProgSettings* preferences, LayoutUse use)
     : m_layout(layout), m_sections(MakeSections(platform)) {
     for (const auto& section : m_sections) {
-        section->Control().SetLayoutSource(layout);
+        section->Control().SetLayoutSource(use == LayoutUse::Keyboard ? layout : nullptr);
         section->Control().SetPrefSource(preferences);
         section->Control().ReloadKeySettings();
         section->Control().DefaultValues();
@@ -67,7 +68,7 @@ std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& d
             read.push_back(section);
         } else {
             if (key != "format" && key != "version")
-                faults.push_back({"/" + key, "\"" + key + "\" is not known here"});
+                faults.push_back({"/" + key, ShortText(key) + " is not known here"});
             continue;
         }
         JsonFieldReader(value, "/" + key, m_layout, faults).Read(visit);
@@ -117,7 +118,8 @@ std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vec
     std::vector<Difference> differences;
     const auto add = [&](const Setting& setting, const std::string& before,
                          const std::string& after) {
-        if (setting.isStored && before != after)
+        const bool isLackedAndKept = setting.isKept && (before == none || after == none);
+        if (setting.isStored && !isLackedAndKept && before != after)
             differences.push_back({setting.place, setting.name, before, after, setting.isSequence});
     };
     for (const Setting& setting : from) {

@@ -18,12 +18,18 @@
 
 namespace qx::host {
 
+// What a configuration takes from its layout.
+enum class LayoutUse {
+    Keyboard, // all: it is the keyboard's own, and says which keys can be programmed
+    Captions, // the names of keys only: any key can be programmed, as on some keyboard
+};
+
 class Configuration {
 public:
-    // All sections with default values, for a keyboard of this layout. The services, the layout and
-    // the preferences (both may be null) stay alive as long as this object.
+    // All sections with default values. The services, the layout and the preferences (both may be
+    // null) stay alive as long as this object.
     explicit Configuration(const Platform& platform, QXKeyboardLayoutData* layout,
-                           QXProgSettings* preferences);
+                           QXProgSettings* preferences, LayoutUse use = LayoutUse::Keyboard);
 
     [[nodiscard]] const std::vector<std::unique_ptr<Section>>& Sections() const {
         return m_sections;
@@ -63,7 +69,8 @@ struct Difference {
 // "barcode Code39 minimum length 1 → 4", "POS key 12: Ctrl C → Esc".
 [[nodiscard]] std::string ToText(const Difference& difference);
 
-// The differences between settings that keyboards store.
+// The differences between settings that keyboards store; one that only one side has is none where
+// the keyboard would keep it.
 [[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
                                               const std::vector<Setting>& to);
 

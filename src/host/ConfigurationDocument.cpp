@@ -3,8 +3,6 @@
 #include "files/Files.h"
 #include "host/Error.h"
 
-#include <set>
-
 namespace qx::host {
 
 namespace {
@@ -16,33 +14,6 @@ namespace {
                 {Fault{place, message}});
 }
 
-// Reads JSON that names no member twice: of two values nobody could tell which was meant.
-Json ParseStrictly(std::string_view text, const std::string& name) {
-    std::vector<std::set<std::string>> open;
-    std::string twice;
-    const auto watch = [&](int, Json::parse_event_t event, Json& parsed) {
-        if (event == Json::parse_event_t::object_start)
-            open.emplace_back();
-        else if (event == Json::parse_event_t::object_end)
-            open.pop_back();
-        else if (event == Json::parse_event_t::key &&
-                 !open.back().insert(parsed.get<std::string>()).second && twice.empty())
-            twice = parsed.get<std::string>();
-        return true;
-    };
-    Json json;
-    try {
-        json = Json::parse(text, watch);
-    } catch (const Json::exception& error) { // no JSON, or a number too large
-        std::string reason = error.what();
-        reason = reason.substr(reason.find("] ") + 2); // the library's own error number
-        Refuse(name, "", "not valid JSON: " + reason);
-    }
-    if (!twice.empty())
-        Refuse(name, "", "the member \"" + twice + "\" is given twice");
-    return json;
-}
-
 } // namespace
 
 ConfigurationDocument::ConfigurationDocument()
@@ -51,7 +22,11 @@ ConfigurationDocument::ConfigurationDocument()
 ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const std::string& name) {
     ConfigurationDocument document;
     document.m_name = name;
-    document.m_json = ParseStrictly(text, name);
+    try {
+        document.m_json = ParseStrictly(text);
+    } catch (const JsonError& error) {
+        Refuse(name, error.Place(), error.what());
+    }
     const Json& json = document.m_json;
     if (!json.is_object())
         Refuse(name, "", "not a configuration document: an object is expected");
@@ -64,7 +39,7 @@ ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const 
         Refuse(name, "/version", "the version is not a whole number");
     if (*version != kVersion)
         Refuse(name, "/version",
-               "version " + version->dump() + " is not known; this program reads version " +
+               "version " + ShortText(*version) + " is not known; this program reads version " +
                    std::to_string(kVersion));
     return document;
 }

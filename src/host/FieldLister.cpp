@@ -31,6 +31,7 @@ void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
     setting.column = field.label.empty() ? field.key : field.label;
     setting.isSequence = isSequence;
     setting.isStored = field.stored;
+    setting.isKept = field.kept;
 }
 
 void FieldLister::Within(std::string_view key, std::string_view label,
@@ -112,6 +113,8 @@ void FieldLister::List(const FieldList& list) {
         for (const Integer number : id)
             key += "[" + std::to_string(number) + "]";
         m_row = list.elementLabel(id);
+        if (list.isOfKeys && m_layout != nullptr && !m_layout->KeyCaption(id[0]).empty())
+            m_row += " (" + m_layout->KeyCaption(id[0]) + ")";
         Within(key, m_row, [&] { list.visit(id); });
     }
     m_row.clear();

@@ -19,6 +19,7 @@ struct Setting {
     std::string column; // its name within that element
     bool isSequence = false;
     bool isStored = true; // in the keyboard; false for what only documents hold
+    bool isKept = false;  // when others do not have it
 };
 
 class FieldLister : public FieldVisitor {

@@ -20,6 +20,7 @@ struct Field {
     std::string_view label; // its name for people; empty where the outer names say it all
     bool required = true;   // in a document; one that is not may be left out
     bool stored = true;     // in the keyboard; what is not stored is shown, but never compared
+    bool kept = false;      // stays as the keyboard has it when a document does not give it
 };
 
 // A list of the elements that have content, each found by the numbers in its key members.
@@ -37,6 +38,7 @@ struct FieldList {
     std::function<void()> clear;                        // empties all elements, before reading
     std::function<void(const Id&)> visit;               // walks the element's other members
     std::function<std::string(const Id&)> elementLabel; // "key 12"
+    bool isOfKeys = false; // by position code: people are told the captions too
 };
 
 class FieldVisitor {

@@ -10,21 +10,6 @@ namespace qx::host {
 
 namespace {
 
-std::string Pointer(const std::string& place, std::string_view key) {
-    std::string escaped;
-    for (const char c : key)
-        escaped += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
-    return place + "/" + escaped;
-}
-
-std::string Shown(const Json& value) {
-    constexpr std::size_t kMost = 40;
-    std::string text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
-    if (text.size() > kMost)
-        text = text.substr(0, kMost) + "...";
-    return text;
-}
-
 std::string RangeText(Integer nMin, Integer nMax) {
     return std::to_string(nMin) + " to " + std::to_string(nMax);
 }
@@ -45,7 +30,7 @@ void JsonFieldReader::AddFault(std::string place, std::string message) {
 }
 
 std::string JsonFieldReader::PlaceOf(std::string_view key) const {
-    return Pointer(m_level.place, key);
+    return JsonPointer(m_level.place, key);
 }
 
 const Json* JsonFieldReader::Find(const Field& field) {
@@ -70,14 +55,14 @@ void JsonFieldReader::Within(const Json& value, const std::string& place,
 void JsonFieldReader::ReadObject(const Json& value, const std::string& place,
                                  const std::function<void()>& members) {
     if (!value.is_object()) {
-        AddFault(place, Shown(value) + " is not an object");
+        AddFault(place, ShortText(value) + " is not an object");
         return;
     }
     Within(value, place, [&] {
         members();
         for (const auto& [key, member] : value.items())
             if (!m_level.asked.contains(key))
-                AddFault(PlaceOf(key), "\"" + key + "\" is not known here");
+                AddFault(PlaceOf(key), ShortText(key) + " is not known here");
     });
 }
 
@@ -87,7 +72,7 @@ bool JsonFieldReader::Flag(const Field& field, bool fValue) {
         return fValue;
     if (value->is_boolean())
         return value->get<bool>();
-    AddFault(PlaceOf(field.key), Shown(*value) + " is neither true nor false");
+    AddFault(PlaceOf(field.key), ShortText(*value) + " is neither true nor false");
     return fValue;
 }
 
@@ -102,8 +87,8 @@ std::optional<Integer> JsonFieldReader::WholeNumber(const Json& value, const std
                                      value.get<std::int64_t>() <= nMax;
     if (isInRange)
         return static_cast<Integer>(value.get<std::int64_t>());
-    AddFault(place,
-             Shown(value) + " is not a " + std::string(sKind) + " from " + RangeText(nMin, nMax));
+    AddFault(place, ShortText(value) + " is not a " + std::string(sKind) + " from " +
+                        RangeText(nMin, nMax));
     return std::nullopt;
 }
 
@@ -122,13 +107,13 @@ std::vector<Integer> JsonFieldReader::Keys(const Field& field, const std::vector
         return keys;
     const std::string place = PlaceOf(field.key);
     if (!value->is_array()) {
-        AddFault(place, Shown(*value) + " is not a list of keys");
+        AddFault(place, ShortText(*value) + " is not a list of keys");
         return keys;
     }
     std::vector<Integer> numbers;
     for (std::size_t i = 0; i < value->size(); ++i)
-        if (const auto number = WholeNumber((*value)[i], Pointer(place, std::to_string(i)), nMin,
-                                            nMax, "whole number"))
+        if (const auto number = WholeNumber((*value)[i], JsonPointer(place, std::to_string(i)),
+                                            nMin, nMax, "whole number"))
             numbers.push_back(*number);
     return numbers;
 }
@@ -139,7 +124,7 @@ std::string JsonFieldReader::Text(const Field& field, const std::string& sValue,
     if (value == nullptr)
         return sValue;
     if (!value->is_string()) {
-        AddFault(PlaceOf(field.key), Shown(*value) + " is not a text");
+        AddFault(PlaceOf(field.key), ShortText(*value) + " is not a text");
         return sValue;
     }
     auto text = value->get<std::string>();
@@ -171,13 +156,14 @@ std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const Json& value,
         return std::nullopt;
     }
     if (!value.is_array()) {
-        AddFault(place, Shown(value) + " is neither a list of key codes nor a text");
+        AddFault(place, ShortText(value) + " is neither a list of key codes nor a text");
         return std::nullopt;
     }
     const std::size_t faultsBefore = m_faults.size();
     for (std::size_t i = 0; i < value.size(); ++i)
         codes.push_back(static_cast<Byte>(
-            WholeNumber(value[i], Pointer(place, std::to_string(i)), 0, 255, "code").value_or(0)));
+            WholeNumber(value[i], JsonPointer(place, std::to_string(i)), 0, 255, "code")
+                .value_or(0)));
     return m_faults.size() == faultsBefore ? std::optional(codes) : std::nullopt;
 }
 
@@ -196,7 +182,7 @@ void JsonFieldReader::Sequence(const Field& field, KeySequence& sequence, Intege
     }
     for (std::size_t i = 0; i < codes->size(); ++i)
         if ((*codes)[i] == 0)
-            return AddFault(Pointer(place, std::to_string(i)),
+            return AddFault(JsonPointer(place, std::to_string(i)),
                             "code 0 would end the sequence in the keyboard");
     sequence.Clear();
     for (const Byte code : *codes)
@@ -215,7 +201,8 @@ void JsonFieldReader::Array(const Field& field, std::size_t count, Integer /*nFi
         return;
     const std::string place = PlaceOf(field.key);
     if (!value->is_array() || value->size() != count) {
-        AddFault(place, Shown(*value) + " is not a list of " + std::to_string(count) + " elements");
+        AddFault(place,
+                 ShortText(*value) + " is not a list of " + std::to_string(count) + " elements");
         return;
     }
     Within(*value, place, [&] {
@@ -232,7 +219,7 @@ std::optional<FieldList::Id> JsonFieldReader::ReadId(const FieldList& list,
     for (const FieldList::KeyMember& member : list.keyMembers) {
         const Json* value = Find({member.key, ""});
         const auto number = value == nullptr ? std::nullopt
-                                             : WholeNumber(*value, Pointer(place, member.key),
+                                             : WholeNumber(*value, JsonPointer(place, member.key),
                                                            member.min, member.max, "whole number");
         if (number)
             id.push_back(*number);
@@ -246,13 +233,13 @@ void JsonFieldReader::List(const FieldList& list) {
         return;
     const std::string place = PlaceOf(list.field.key);
     if (!value->is_array()) {
-        AddFault(place, Shown(*value) + " is not a list");
+        AddFault(place, ShortText(*value) + " is not a list");
         return;
     }
     list.clear();
     std::set<FieldList::Id> seen;
     for (std::size_t i = 0; i < value->size(); ++i) {
-        const std::string elementPlace = Pointer(place, std::to_string(i));
+        const std::string elementPlace = JsonPointer(place, std::to_string(i));
         ReadObject((*value)[i], elementPlace, [&] {
             const auto id = ReadId(list, elementPlace);
             if (id && !seen.insert(*id).second)

@@ -7,43 +7,58 @@ namespace qx::host {
 
 namespace {
 
-void Run(Session& session, const KeyboardFileKind& kind, const std::string& direction,
-         const std::filesystem::path& file, const std::filesystem::path& named,
-         const SerialLine& line, Long (QXKeyboardAccess::*operation)(const std::string&)) {
-    session.Run(direction + " " + named.string() + " failed", [&] {
+void Run(Session& session, const KeyboardFileKind& kind, const std::string& what,
+         const std::string& file, const SerialLine& line,
+         Long (QXKeyboardAccess::*operation)(const std::string&)) {
+    session.Run(what + " failed", [&] {
         if (kind.hasSerialLine)
             session.Access().SetChipcardRomParameters(line.baudRateIndex, line.comPort);
-        (void)(session.Access().*operation)(file.string()); // its status is watched
+        (void)(session.Access().*operation)(file); // its status is watched
     });
+}
+
+std::string WhyNoCodePage(const std::filesystem::path& file) {
+    try {
+        return file.string() + " is no code page: it has " +
+               std::to_string(files::ReadFile(file).size()) + " bytes, and " +
+               std::to_string(PosCodePage::kSize) + " are needed";
+    } catch (const std::exception& error) {
+        return error.what();
+    }
 }
 
 } // namespace
 
-void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
-                      const std::filesystem::path& file, const SerialLine& line) {
+void WriteBeside(const std::filesystem::path& file,
+                 const std::function<void(const std::string& beside)>& write) {
     try {
-        files::WriteFileAtomically(file, [&](const std::filesystem::path& part) {
-            Run(session, kind, "saving the " + std::string(kind.content) + " into", part, file,
-                line, kind.save);
-        });
+        files::WriteFileAtomically(
+            file, [&](const std::filesystem::path& beside) { write(beside.string()); });
     } catch (const Error&) {
-        throw;
+        throw; // the driver's
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed, error.what());
     }
 }
 
+void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
+                      const std::filesystem::path& file, const SerialLine& line) {
+    const std::string what = "saving the " + std::string(kind.content) + " into " + file.string();
+    WriteBeside(file, [&](const std::string& beside) {
+        Run(session, kind, what, beside, line, kind.save);
+    });
+}
+
 void LoadKeyboardFile(Session& session, const KeyboardFileKind& kind,
                       const std::filesystem::path& file, const SerialLine& line) {
-    Run(session, kind, "loading the " + std::string(kind.content) + " from", file, file, line,
-        kind.load);
+    Run(session, kind, "loading the " + std::string(kind.content) + " from " + file.string(),
+        file.string(), line, kind.load);
 }
 
 bool HasCodePage(Session& session, const std::filesystem::path& file) {
     QXPosCodePage pages;
     if (!pages.FilePage().LoadPageFromFile(file.string()))
-        throw Error(ErrorKind::FileFailed,
-                    "cannot read a code page of 256 bytes from " + file.string());
+        throw Error(ErrorKind::FileFailed, WhyNoCodePage(file));
     session.Run("reading the code page from the keyboard failed",
                 [&] { pages.KeyboardPage().LoadPageFromKeyboard(&session.Access()); });
     return pages.PagesAreEqual();

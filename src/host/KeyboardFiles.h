@@ -4,6 +4,8 @@
 #include "host/Session.h"
 
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <string_view>
 
 namespace qx::host {
@@ -30,6 +32,11 @@ inline constexpr KeyboardFileKind kKeyboardFiles[] = {
     {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
      &QXKeyboardAccess::LoadParameterFromFile, false},
 };
+
+// Has `write` fill a file beside the wanted one, which is replaced when all went well. Throws what
+// `write` throws, and Error(FileFailed).
+void WriteBeside(const std::filesystem::path& file,
+                 const std::function<void(const std::string& beside)>& write);
 
 // Keyboard to file: an earlier file stays as it was unless all goes well. Throws Error.
 void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,

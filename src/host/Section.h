@@ -38,6 +38,10 @@ public:
     // Tells the section that the keyboard lacks an area that is not required: its settings are not
     // written into documents, and refused in those that are read, or passed over with fSkip.
     virtual void LacksArea(KeyboardModuleIDs /*eModule*/, bool /*fSkip*/) {}
+    // Whether a download is to leave this area as it is, because the document does not speak of it.
+    [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
+    // Tells the section that its settings have been read from a keyboard.
+    virtual void Uploaded() {}
 };
 
 // A section that owns its control of type C.

@@ -121,6 +121,12 @@ void Session::LeaveOutMissingAreas(const Section& section) {
             m_driver.LeaveOut(-1, area.size);
 }
 
+void Session::LeaveOutKeptAreas(const Section& section) {
+    for (const Area& area : section.Info().areas)
+        if (AreaAddress(area) != -1 && section.Keeps(area.module))
+            m_driver.LeaveOut(AreaAddress(area), area.size);
+}
+
 void Session::Upload(const std::vector<Section*>& sections) {
     const Assigned assigned(sections, m_access);
     Run("reading from the keyboard failed", [&] {
@@ -139,6 +145,8 @@ void Session::Upload(const std::vector<Section*>& sections) {
         m_driver.EndLeavingOut();
         m_access.DataTransferFixUp();
     });
+    for (Section* section : sections)
+        section->Uploaded();
 }
 
 void Session::Download(const std::vector<Section*>& sections) {
@@ -150,6 +158,7 @@ void Session::Download(const std::vector<Section*>& sections) {
             m_access.DataTransferPrepare();
             for (Section* section : sections) {
                 LeaveOutMissingAreas(*section);
+                LeaveOutKeptAreas(*section);
                 section->Control().DataDownload(true);
                 section->Control().PrepareDataDownload(true);
             }
@@ -194,17 +203,17 @@ KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long 
 void Session::VerifyLastDownload() {
     Run("reading back from the keyboard failed", [&] {
         m_access.DataTransferPrepare();
-        // The image must not keep what was written: a reading that brings nothing would pass.
         for (const Written& written : m_lastDownload) {
-            std::string other = written.bytes;
-            for (char& byte : other)
-                byte = static_cast<char>(~byte);
-            m_driver.QXCFG_ImageWrite(written.address, other.data(),
-                                      static_cast<Long>(other.size()));
+            // The image still holds what was written: a transfer that does nothing must not pass.
+            std::string others = written.bytes;
+            for (char& byte : others)
+                byte = static_cast<char>(~static_cast<Byte>(byte));
+            const auto size = static_cast<Long>(others.size());
+            m_driver.QXCFG_ImageWrite(written.address, others.data(), size);
+            m_access.MemRequestAdd(MODULE_KEYBOARD, written.address, size);
         }
-        for (const Written& written : m_lastDownload)
-            m_access.MemRequestAdd(MODULE_KEYBOARD, written.address,
-                                   static_cast<Long>(written.bytes.size()));
+        if (m_driver.Failure())
+            return m_access.DataTransferFixUp();
         (void)m_access.Upload(); // its status is watched
         m_access.DataTransferFixUp();
     });

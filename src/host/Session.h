@@ -76,6 +76,7 @@ private:
 
     void Attempt(ErrorKind kind, const std::string& what, const std::function<void()>& operation);
     void LeaveOutMissingAreas(const Section& section);
+    void LeaveOutKeptAreas(const Section& section);
     void RequestRest(const std::vector<Section*>& sections);
     [[nodiscard]] Long AreaAddress(const Area& area) const;
     [[nodiscard]] KeyboardModuleIDs ModuleAt(const std::vector<Section*>& sections,

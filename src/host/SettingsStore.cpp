@@ -48,6 +48,31 @@ std::optional<Long> NumberIn(const QVariant& value) {
     return static_cast<Long>(static_cast<std::uint32_t>(number));
 }
 
+// The text of the file, empty when there is none. What is no ordinary file, or cannot be read, is
+// somebody else's and stays as it is.
+std::string TextOf(const std::filesystem::path& file) {
+    std::error_code ignored;
+    const auto status = std::filesystem::status(file, ignored);
+    if (!std::filesystem::exists(status))
+        return {};
+    if (!std::filesystem::is_regular_file(status))
+        throw Error(ErrorKind::FileFailed,
+                    "preferences cannot be kept in " + file.string() + ": it is no ordinary file");
+    try {
+        return files::ReadFile(file);
+    } catch (const std::exception& error) {
+        throw Error(ErrorKind::FileFailed, error.what());
+    }
+}
+
+// Whether these may be the bytes of an INI file: Qt takes nearly any line for a setting, but writes
+// no control characters.
+bool IsIniText(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) >= ' ' || c == '\t' || c == '\n' || c == '\r';
+    });
+}
+
 } // namespace
 
 struct SettingsStore::Store {
@@ -80,19 +105,16 @@ struct SettingsStore::Store {
 };
 
 SettingsStore::SettingsStore(const std::filesystem::path& file) {
+    bool isDamaged = !file.empty() && !IsIniText(TextOf(file));
     Open(file);
-    if (m_store->settings.status() == QSettings::NoError)
+    if (file.empty() && m_store->settings.format() == QSettings::IniFormat)
+        isDamaged = !IsIniText(TextOf(Location()));
+    (void)m_store->settings.allKeys(); // reads all of the file, which is else read piece by piece
+    if (m_store->settings.status() == QSettings::AccessError)
+        throw Error(ErrorKind::FileFailed, "the preferences in " + Location() + " cannot be read");
+    if (!isDamaged && m_store->settings.status() == QSettings::NoError)
         return;
-    const std::filesystem::path damaged = Location();
-    m_store.reset(); // lets go of the file
-    for (int number = 1; m_damagedFile.empty() || std::filesystem::exists(m_damagedFile); ++number)
-        m_damagedFile = damaged.string() + ".damaged" + (number == 1 ? "" : std::to_string(number));
-    std::error_code error;
-    std::filesystem::rename(damaged, m_damagedFile, error);
-    if (error)
-        throw Error(ErrorKind::FileFailed,
-                    "the preferences in " + damaged.string() +
-                        " are damaged and cannot be set aside: " + error.message());
+    SetAside(Location());
     Open(file);
 }
 
@@ -103,6 +125,18 @@ void SettingsStore::Open(const std::filesystem::path& file) {
     m_store->settings.sync();
 }
 
+void SettingsStore::SetAside(const std::filesystem::path& damaged) {
+    m_store.reset(); // lets go of the file
+    for (int number = 1; m_damagedFile.empty() || std::filesystem::exists(m_damagedFile); ++number)
+        m_damagedFile = damaged.string() + ".damaged" + (number == 1 ? "" : std::to_string(number));
+    std::error_code error;
+    std::filesystem::rename(damaged, m_damagedFile, error);
+    if (error)
+        throw Error(ErrorKind::FileFailed,
+                    "the preferences in " + damaged.string() +
+                        " are damaged and cannot be set aside: " + error.message());
+}
+
 std::string SettingsStore::Location() const {
     return m_store->settings.fileName().toStdString();
 }
@@ -110,8 +144,15 @@ std::string SettingsStore::Location() const {
 void SettingsStore::BeginWriting() {
     if (m_store->writing)
         return;
+    std::error_code ignored; // the lock file tells when there is no folder to write in
+    std::filesystem::create_directories(std::filesystem::path(Location()).parent_path(), ignored);
     // Qt locks the file itself while it reads or writes it, under the name of the file and ".lock".
-    m_store->writing = std::make_unique<files::FileLock>(Location() + ".writing");
+    try {
+        m_store->writing = std::make_unique<files::FileLock>(Location() + ".writing");
+    } catch (const std::exception& error) {
+        throw Error(ErrorKind::FileFailed,
+                    std::string("the preferences could not be stored: ") + error.what());
+    }
     for (int i = 0; i < kLockTries && !m_store->writing->TryLock(); ++i)
         std::this_thread::sleep_for(kLockPause);
     m_store->settings.sync(); // what others have written meanwhile

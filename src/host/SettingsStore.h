@@ -17,8 +17,10 @@ namespace qx::host {
 
 class SettingsStore : public RegistryAccess {
 public:
-    // The store of the current user, or the one in `file` (an INI file on every machine). A damaged
-    // file is kept beside it with ".damaged" at its end, and the store starts empty.
+    // The store of the current user, or the one in `file` (an INI file on every machine), which
+    // need not exist, nor its folder. A damaged file is kept beside it with ".damaged" at its end,
+    // and the store starts empty. Throws Error(FileFailed) for what is no ordinary file or cannot
+    // be read.
     explicit SettingsStore(const std::filesystem::path& file = {});
     ~SettingsStore() override;
 
@@ -42,6 +44,7 @@ private:
     struct Store; // Qt's side, which no header shows
 
     void Open(const std::filesystem::path& file);
+    void SetAside(const std::filesystem::path& damaged);
     void BeginWriting();
     template <typename Value, typename Stored>
     void Write(std::string_view sName, const Value& value, const Stored& stored);

@@ -11,6 +11,17 @@ namespace {
 
 constexpr const char* kDefaultModel = "full";
 
+// The meaning of a status as the library tells it; the empty text when it tells none.
+std::string StatusText(const DriverLibrary& library, std::int32_t lStatus) {
+    using Text = std::int32_t(QX_DRIVER_CALL*)(std::int32_t status, char* text, std::int32_t size);
+    const auto tell = library.Find<Text>("QXSIM_StatusText");
+    if (tell == nullptr)
+        return {};
+    char text[1000] = "";
+    (void)tell(lStatus, text, sizeof text);
+    return text;
+}
+
 // A driver library that is itself a simulated keyboard takes the file to keep it in.
 void ChooseSimulatedKeyboard(const DriverLibrary& library, const KeyboardChoice& choice) {
     using Setter = std::int32_t(QX_DRIVER_CALL*)(const char* file, const char* model);
@@ -22,11 +33,13 @@ void ChooseSimulatedKeyboard(const DriverLibrary& library, const KeyboardChoice&
                 choice.driver.string() + " takes none");
     const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
     const std::int32_t status = set(choice.keyboard.string().c_str(), model.c_str());
+    if (status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
+        throw host::Error(host::ErrorKind::ModelInvalid, StatusText(library, status), status);
     if (status != 0)
         throw host::Error(host::ErrorKind::KeyboardNotOpened,
                           "the keyboard file " + choice.keyboard.string() +
                               " could not be chosen: QXSIM_SetKeyboard gave status " +
-                              std::to_string(status),
+                              std::to_string(status) + " (" + StatusText(library, status) + ")",
                           status);
 }
 
@@ -36,7 +49,11 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
         if (!choice.keyboard.empty() || !choice.model.empty())
             ChooseSimulatedKeyboard(*library, choice);
         OpenedDriver opened;
+        opened.statusText = [loaded = library.get()](std::int32_t lStatus) {
+            return StatusText(*loaded, lStatus);
+        };
         opened.driver = std::move(library);
+        opened.file = choice.keyboard;
         return opened;
     } catch (const host::Error&) {
         throw;
@@ -70,6 +87,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         opened.layout = [&driver] { return driver.Layout(); };
         opened.simulated = &driver;
         opened.driver = std::move(simulated);
+        opened.file = file;
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::ModelInvalid, error.what());
     }

@@ -26,7 +26,8 @@ struct OpenedDriver {
     std::function<std::string(std::int32_t)> statusText; // the meaning of its statuses, if known
     std::function<std::string()> layout;                 // the keyboard's layout, once it is open
     sim::SimulatedDriver* simulated = nullptr; // the driver, where it is the simulated keyboard
-    std::string note; // what the user should know about the choice; may be empty
+    std::string note;           // what the user should know about the choice; may be empty
+    std::filesystem::path file; // of a simulated keyboard, where it is known
 };
 
 // The driver for the choice: the library; else the simulated keyboard in its file; else the one in

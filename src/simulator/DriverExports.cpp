@@ -5,7 +5,11 @@
 
 #include "simulator/SimulatedDriver.h"
 
+#include <algorithm>
+#include <exception>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #ifdef _WIN32
 #define QX_EXPORT extern "C" __declspec(dllexport)
@@ -21,11 +25,21 @@ using qx::sim::Status;
 // The one keyboard of the library, and the poster, which belongs to the host and outlives it.
 std::unique_ptr<SimulatedDriver> theDriver;
 qx::MessagePoster thePoster = nullptr;
+std::string theOpeningError; // why there is no driver, in words
 
 void Open(const std::filesystem::path& file, const std::string& model) {
     theDriver.reset(); // gives its file back first
+    theOpeningError.clear();
     theDriver = std::make_unique<SimulatedDriver>(file, model);
     theDriver->QXSIM_SetMessagePoster(thePoster);
+}
+
+std::int32_t Failed(Status status, const std::exception& error) {
+    try {
+        theOpeningError = error.what();
+    } catch (const std::exception&) { // no memory for words
+    }
+    return static_cast<std::int32_t>(status);
 }
 
 // Runs the function with the keyboard: the chosen one, else the user's own.
@@ -38,8 +52,8 @@ std::int32_t WithDriver(Function function) {
             Open(folder / "keyboard.qxk", "full");
         }
         return function(*theDriver);
-    } catch (...) {
-        return static_cast<std::int32_t>(Status::FileFailed);
+    } catch (const std::exception& error) {
+        return Failed(Status::FileFailed, error);
     }
 }
 
@@ -66,9 +80,24 @@ QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_SetKeyboard(const char* file, const 
     try {
         Open(file, model);
         return 0;
-    } catch (...) {
-        return static_cast<std::int32_t>(Status::ModelInvalid);
+    } catch (const std::exception& error) {
+        return Failed(Status::ModelInvalid, error);
     }
+}
+
+// The meaning of the status that the last call gave, in words: ends in a zero byte and is cut off
+// where the buffer of `size` bytes is too small. Gives its length without the zero byte.
+QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_StatusText(std::int32_t status, char* text,
+                                                       std::int32_t size) {
+    if (text == nullptr || size <= 0)
+        return 0;
+    std::string_view words = theDriver ? theDriver->LastError() : theOpeningError;
+    if (words.empty())
+        words = qx::sim::StatusText(status);
+    words = words.substr(0, static_cast<std::size_t>(size) - 1);
+    std::copy(words.begin(), words.end(), text);
+    text[words.size()] = '\0';
+    return static_cast<std::int32_t>(words.size());
 }
 
 // Closes the keyboard, and forgets which one was chosen.

@@ -65,10 +65,14 @@ constexpr Byte kTrackMasks[] = {0x80, 0x40, 0x20, 0x10};
     throw std::runtime_error(place.empty() ? message : place + ": " + message);
 }
 
-// Reads JSON that names no member twice: of two values nobody could tell which was meant.
+// Reads JSON that names no member twice: of two values nobody could tell which was meant. How deep
+// it is nested is limited, as for any file that others write.
 Json ParseStrictly(const std::string& text) {
     std::vector<std::set<std::string>> open;
-    const auto watch = [&](int, Json::parse_event_t event, Json& parsed) {
+    const auto watch = [&](int depth, Json::parse_event_t event, Json& parsed) {
+        constexpr int kMostDepth = 64;
+        if (depth > kMostDepth)
+            Refuse("", "nested more than " + std::to_string(kMostDepth) + " deep");
         if (event == Json::parse_event_t::object_start)
             open.emplace_back();
         else if (event == Json::parse_event_t::object_end)

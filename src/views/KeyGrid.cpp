@@ -20,6 +20,8 @@ namespace {
 // A few sizes of keys, times the colours and states: far more than any keyboard needs.
 constexpr std::size_t kMostImages = 512;
 
+constexpr double kLeastScale = 0.55; // captions can just be read
+
 bool IsArrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
@@ -27,6 +29,16 @@ bool IsArrow(int key) {
 // How far the place is from the value, 0 where it spans it.
 double Off(double value, double from, double to) {
     return std::max({0.0, from - value, value - to});
+}
+
+bool SamePlace(const KeyCap& a, const KeyCap& b) {
+    return a.index == b.index && a.place == b.place;
+}
+
+// Whether the same texts are drawn on both caps, which are at the same place.
+bool SameTexts(const KeyCap& a, const KeyCap& b) {
+    return a.caption == b.caption && a.legend == b.legend && a.color == b.color &&
+           a.state == b.state && a.isCurrent == b.isCurrent && a.isBold == b.isBold;
 }
 
 } // namespace
@@ -43,13 +55,12 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
     const std::vector<KeyCap> old = std::exchange(m_caps, std::move(caps));
     if (Row(m_focusKey) < 0)
         m_focusKey = -1;
-    const auto samePlace = [](const KeyCap& a, const KeyCap& b) {
-        return a.index == b.index && a.place == b.place;
-    };
-    const bool sameKeys =
-        std::equal(old.begin(), old.end(), m_caps.begin(), m_caps.end(), samePlace);
-    m_drawn.clear();
-    if (!sameKeys) {
+    if (std::equal(old.begin(), old.end(), m_caps.begin(), m_caps.end(), SamePlace)) {
+        for (std::size_t row = 0; row < m_drawn.size(); ++row)
+            if (!SameTexts(old[row], m_caps[row]))
+                m_drawn[row].isReady = false;
+    } else {
+        m_drawn.clear();
         if (const int row = Row(m_focusKey); row >= 0)
             m_goal = m_caps[static_cast<std::size_t>(row)].place.center();
         updateGeometry();
@@ -142,7 +153,7 @@ QSize KeyGrid::sizeHint() const {
 }
 
 QSize KeyGrid::minimumSizeHint() const {
-    return sizeHint() / 2;
+    return sizeHint() * kLeastScale;
 }
 
 QRect KeyGrid::KeyRect(int index) const {
@@ -185,14 +196,16 @@ void KeyGrid::Forget() {
 void KeyGrid::Prepare() {
     if (m_pixelRatio != devicePixelRatioF() || m_images.size() > kMostImages)
         Forget();
-    if (m_drawn.size() == m_caps.size())
-        return;
-    m_pixelRatio = devicePixelRatioF();
-    m_placing = KeyPlacing(m_caps, rect(), m_pixelRatio);
-    m_drawn.clear();
-    for (const KeyCap& cap : m_caps) {
-        const QRectF rect = m_placing.Map(cap.place);
-        m_drawn.push_back({rect, KeyTexts(rect, cap, m_placing, m_pointSize)});
+    if (m_drawn.size() != m_caps.size()) {
+        m_pixelRatio = devicePixelRatioF();
+        m_placing = KeyPlacing(m_caps, rect(), m_pixelRatio);
+        m_drawn.assign(m_caps.size(), {});
+    }
+    for (std::size_t row = 0; row < m_caps.size(); ++row) {
+        if (std::exchange(m_drawn[row].isReady, true))
+            continue;
+        m_drawn[row].rect = m_placing.Map(m_caps[row].place);
+        m_drawn[row].texts = KeyTexts(m_drawn[row].rect, m_caps[row], m_placing, m_pointSize);
     }
 }
 

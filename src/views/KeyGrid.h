@@ -26,6 +26,7 @@ public:
     // The keys, in reading order. The focus stays on its key where that is still there.
     void SetKeys(std::vector<KeyCap> caps);
     [[nodiscard]] const std::vector<KeyCap>& Keys() const { return m_caps; }
+    [[nodiscard]] bool HasKey(int index) const { return Row(index) >= 0; }
     void SetPointSize(int points);
 
     // What the keys are called in the owner's program: with "cmdKey", key 30 is "cmdKey_30".
@@ -67,6 +68,7 @@ protected:
 private:
     // Where a key is drawn, and its texts ready to draw.
     struct Drawn {
+        bool isReady = false;
         QRectF rect;
         std::vector<KeyText> texts;
     };

@@ -23,12 +23,14 @@ constexpr double kSkirt = 0.07; // the cap's top is smaller than its foot by thi
 constexpr double kSkirtBelow = 0.13;
 constexpr double kRing = 0.075;
 constexpr double kMark = 0.22;
-constexpr double kTextMargin = 0.05;
+constexpr double kTextMargin = 0.025;
 
 constexpr double kLeastTextScale =
     0.6; // a caption that does not fit is shrunk down to this, then cut
+constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
+constexpr double kLineHeight = 1.2;     // in parts of the font's size
 constexpr double kLegendScale = 0.7;
-constexpr double kLeastTextSize = 5; // pixels
+constexpr double kLeastTextSize = 6.5; // pixels
 
 QPalette::ColorRole SystemColorRole(std::uint32_t index) {
     using P = QPalette;
@@ -118,9 +120,9 @@ void PaintRaised(QPainter& painter, const QRectF& rect, const KeyCap& cap,
 
     const QRectF top = TopOf(rect, placing);
     QLinearGradient light(top.topLeft(), top.bottomLeft());
-    light.setColorAt(0, Mixed(color, Qt::white, 0.16));
-    light.setColorAt(0.5, color);
-    light.setColorAt(1, Mixed(color, Qt::black, 0.06));
+    light.setColorAt(0, Mixed(color, Qt::white, 0.22));
+    light.setColorAt(0.6, Mixed(color, Qt::white, 0.06));
+    light.setColorAt(1, color);
     painter.setPen(QPen(Mixed(color, Qt::white, 0.3), pixel));
     painter.setBrush(light);
     painter.drawRoundedRect(Shrunk(top, pixel / 2), radius * 0.8, radius * 0.8);
@@ -130,7 +132,7 @@ void PaintFlat(QPainter& painter, const QRectF& rect, const KeyCap& cap, const K
                KeyTouch touch) {
     const double radius = kRadius * placing.KeyHeight();
     const double width = LineWidth(0.025 * placing.KeyHeight(), placing);
-    QPen pen(Mixed(cap.color, Ink(cap.color), 0.45), width);
+    QPen pen(Mixed(cap.color, Ink(cap.color), 0.35), width);
     pen.setDashPattern({3, 2});
     pen.setCapStyle(Qt::FlatCap);
     painter.setPen(pen);
@@ -138,29 +140,78 @@ void PaintFlat(QPainter& painter, const QRectF& rect, const KeyCap& cap, const K
     painter.drawRoundedRect(Shrunk(rect, width / 2), radius, radius);
 }
 
-// A caption in the font's size or smaller, cut if that does not help, placed in the area.
-KeyText FittingText(QString text, QFont font, double size, const QRectF& area,
-                    Qt::Alignment align) {
-    const auto set = [&font](double pixels) {
-        font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
-    };
-    set(size);
-    const double width = QFontMetricsF(font).horizontalAdvance(text);
-    if (width > area.width()) {
-        set(std::max({size * area.width() / width - 0.5, size * kLeastTextScale, kLeastTextSize}));
-        text = QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width());
+double Advance(const QFont& font, const QString& text) {
+    return QFontMetricsF(font).horizontalAdvance(text);
+}
+
+void SetSize(QFont& font, double pixels) {
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+}
+
+bool IsBreak(const QString& text, qsizetype at) {
+    const bool isNewWord = text[at - 1].isLower() && !text[at].isLower(); // as in "NumLock"
+    return text[at] == u' ' || isNewWord;
+}
+
+// The text as two lines, broken between words where the lines are shortest; else as one.
+QStringList InTwoLines(const QString& text, const QFont& font) {
+    QStringList best{text};
+    double least = Advance(font, text);
+    for (qsizetype at = 1; at < text.size(); ++at) {
+        if (!IsBreak(text, at))
+            continue;
+        const QStringList lines{text.left(at).trimmed(), text.mid(at).trimmed()};
+        const double width = std::max(Advance(font, lines[0]), Advance(font, lines[1]));
+        if (width < least) {
+            least = width;
+            best = lines;
+        }
     }
-    KeyText result{font, QStaticText(text), {}, {}};
-    result.text.setTextFormat(Qt::PlainText);
-    result.text.setPerformanceHint(QStaticText::AggressiveCaching);
-    result.text.prepare({}, font);
-    const QSizeF extent(QFontMetricsF(font).horizontalAdvance(text), QFontMetricsF(font).height());
-    result.at = area.topLeft();
-    if (align & Qt::AlignHCenter)
-        result.at.rx() += (area.width() - extent.width()) / 2;
-    if (align & Qt::AlignVCenter)
-        result.at.ry() += (area.height() - extent.height()) / 2;
-    return result;
+    return best;
+}
+
+// The largest size, at most `size`, in which the lines fit into the area; the font has that size.
+double FittingSize(const QStringList& lines, const QFont& font, double size, const QSizeF& area) {
+    double widest = 1;
+    for (const QString& line : lines)
+        widest = std::max(widest, Advance(font, line));
+    const double high = area.height() / (kLineHeight * static_cast<double>(lines.size()));
+    const double fitting = std::min(size * area.width() / widest, high);
+    return fitting < size ? std::floor(fitting) : size; // fonts have whole pixels
+}
+
+// Appends the text to `texts`, in the font's size or smaller and in two lines if it must be, cut if
+// that does not help.
+void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
+                   const QRectF& area, Qt::Alignment align, const QColor& color) {
+    SetSize(font, size);
+    const double least = std::max(size * kLeastTextScale, kLeastTextSize);
+    QStringList lines{text};
+    double fitting = FittingSize(lines, font, size, area.size());
+    if (fitting < size * kLeastLineScale || fitting < least) {
+        const QStringList two = InTwoLines(text, font);
+        const double inTwo = FittingSize(two, font, size, area.size());
+        if (inTwo > fitting && area.height() >= 2 * kLineHeight * std::max(inTwo, least)) {
+            lines = two;
+            fitting = inTwo;
+        }
+    }
+    SetSize(font, std::max(least, fitting));
+    const QFontMetricsF metrics(font);
+    const double height = metrics.height() * static_cast<double>(lines.size());
+    double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
+    for (const QString& line : lines) {
+        const QString shown = metrics.elidedText(line, Qt::ElideRight, area.width());
+        const double spare = area.width() - metrics.horizontalAdvance(shown);
+        KeyText prepared{font, QStaticText(shown), {area.left(), top}, color};
+        if (align & Qt::AlignHCenter)
+            prepared.at.rx() += spare / 2;
+        prepared.text.setTextFormat(Qt::PlainText);
+        prepared.text.setPerformanceHint(QStaticText::AggressiveCaching);
+        prepared.text.prepare({}, font);
+        texts.push_back(prepared);
+        top += metrics.height();
+    }
 }
 
 } // namespace
@@ -206,21 +257,24 @@ void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
         PaintRaised(painter, rect, cap, placing, touch);
 
     const QColor ink = Ink(cap.color);
-    const QRectF top = isFlat ? rect : TopOf(rect, placing);
+    QRectF inside = isFlat ? rect : TopOf(rect, placing); // where the mark goes
     const double radius = kRadius * placing.KeyHeight();
     if (cap.isCurrent) {
         const double width = LineWidth(kRing * placing.KeyHeight(), placing);
         painter.setPen(QPen(ink, width));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(Shrunk(rect, width / 2), radius, radius);
+        // Inside the cap's edge, whose colour sets it off from the board.
+        const double edge = LineWidth(0.04 * placing.KeyHeight(), placing);
+        painter.drawRoundedRect(Shrunk(rect, edge + width / 2), radius * 0.8, radius * 0.8);
+        inside &= Shrunk(rect, edge + width);
     }
     if (cap.state == KeyState::Programmed) {
         const double size = kMark * placing.KeyHeight();
         QPainterPath outline;
-        outline.addRoundedRect(top, radius * 0.8, radius * 0.8);
-        QPainterPath corner(top.topRight());
-        corner.lineTo(top.topRight() - QPointF(size, 0));
-        corner.lineTo(top.topRight() + QPointF(0, size));
+        outline.addRoundedRect(inside, radius * 0.8, radius * 0.8);
+        QPainterPath corner(inside.topRight());
+        corner.lineTo(inside.topRight() - QPointF(size, 0));
+        corner.lineTo(inside.topRight() + QPointF(0, size));
         corner.closeSubpath();
         painter.fillPath(corner & outline, ink);
     }
@@ -228,9 +282,10 @@ void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
 
 std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPlacing& placing,
                               double pointSize) {
-    const double size = pointSize * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight;
+    const double size =
+        std::max(kLeastTextSize, pointSize * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight);
     const QRectF top = Shrunk(TopOf(rect, placing),
-                              (kTextMargin + (cap.isCurrent ? 0.03 : 0)) * placing.KeyHeight());
+                              (kTextMargin + (cap.isCurrent ? 0.05 : 0)) * placing.KeyHeight());
     QFont font = QGuiApplication::font();
     font.setBold(cap.isBold);
     font.setHintingPreference(QFont::PreferNoHinting);
@@ -238,18 +293,20 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
     const QColor faint = Mixed(cap.color, ink, 0.7);
 
     std::vector<KeyText> texts;
-    if (!cap.caption.isEmpty()) {
-        texts.push_back(FittingText(cap.caption, font, size, top, Qt::AlignCenter));
-        texts.back().color = cap.state == KeyState::Unused ? faint : ink;
-    }
+    QRectF below = top;
     if (!cap.legend.isEmpty()) {
-        font.setBold(false);
+        QFont small = font;
+        small.setBold(false);
         QRectF area = top;
         if (cap.state == KeyState::Programmed)
             area.setRight(area.right() - kMark * placing.KeyHeight());
-        texts.push_back(FittingText(cap.legend, font, size * kLegendScale, area, Qt::AlignLeft));
-        texts.back().color = faint;
+        area.setHeight(kLegendScale * size * 1.3);
+        AppendFitting(texts, cap.legend, small, size * kLegendScale, area, Qt::AlignLeft, faint);
+        below.setTop(area.bottom());
     }
+    if (!cap.caption.isEmpty())
+        AppendFitting(texts, cap.caption, font, size, below, Qt::AlignCenter,
+                      cap.state == KeyState::Unused ? faint : ink);
     return texts;
 }
 
@@ -260,15 +317,16 @@ void PaintKeyText(QPainter& painter, const KeyText& text) {
 }
 
 void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
-    const double width = LineWidth(0.06 * placing.KeyHeight(), placing);
+    const double width = LineWidth(0.07 * placing.KeyHeight(), placing);
+    const double line = LineWidth(0.02 * placing.KeyHeight(), placing);
     const double radius = kRadius * placing.KeyHeight();
     const QPalette palette = QGuiApplication::palette();
-    // Two colours: one of them stands out from any cap.
+    // Two colours, so that the ring stands out from any cap.
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette.color(QPalette::Base), width));
-    painter.drawRoundedRect(Shrunk(rect, width / 2), radius, radius);
+    painter.setPen(QPen(palette.color(QPalette::Base), line));
+    painter.drawRoundedRect(Shrunk(rect, -line / 2), radius, radius);
     painter.setPen(QPen(palette.color(QPalette::Highlight), width));
-    painter.drawRoundedRect(Shrunk(rect, -width / 2), radius + width, radius + width);
+    painter.drawRoundedRect(Shrunk(rect, -line - width / 2), radius + width, radius + width);
 }
 
 void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,

@@ -1,6 +1,7 @@
 #include "views/QXBarcodeView.h"
 
 #include "views/PageList.h"
+#include "views/SequenceLabel.h"
 #include "views/SequenceRow.h"
 
 #include <QGridLayout>

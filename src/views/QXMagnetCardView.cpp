@@ -1,6 +1,7 @@
 #include "views/QXMagnetCardView.h"
 
 #include "views/PageList.h"
+#include "views/SequenceLabel.h"
 #include "views/SequenceRow.h"
 
 #include <QGridLayout>
@@ -19,6 +20,7 @@ QXMagnetCardView::QXMagnetCardView(QXMagnetCard& control, QWidget* parent)
     m_bindings.Bind(list, QStringLiteral("trackList"), control.trackList,
                     [&control] { control.trackList_Click(); });
     auto* tracks = new QVBoxLayout;
+    tracks->setSpacing(5);
     tracks->addWidget(caption);
     tracks->addWidget(list);
 

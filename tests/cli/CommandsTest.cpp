@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <map>
 
+#include <streambuf>
+
 namespace qx::test {
 
 using host::Json;
@@ -241,13 +243,137 @@ TEST(Commands, TestDriveTellsWhatThePcReceives) {
     EXPECT_NE(library.err.find("simulated keyboard"), std::string::npos);
 }
 
+TEST(Commands, ShowTellsKeysByTheirCaptions) {
+    CommandLine keyboard;
+    const std::string empty = keyboard.Done({"show", "freeProgKeys"});
+    EXPECT_EQ(empty, "freeProgKeys\n  (nothing is programmed)\n");
+    Json document = Json::parse(keyboard.Done({"upload"}));
+    document["freeProgKeys"]["keys"] = {{{"positionCode", 112}, {"sequence", "Esc ^Esc"}}};
+    document["layeredFuncKeys"]["keys"] = {
+        {{"layer", 0}, {"key", 3}, {"sequence", "Ctrl+C"}, {"description", "Größe"}},
+        {{"layer", 9}, {"key", 23}, {"description", "Copy"}}};
+    keyboard.Done({"download", keyboard.Write("keys.json", document.dump())});
+    EXPECT_EQ(keyboard.Done({"show", "freeProgKeys"}), "freeProgKeys\n"
+                                                       "                sequence\n"
+                                                       "  key 112 (F1)  Esc ^Esc\n");
+    const std::string layers = keyboard.Done({"show", "layeredFuncKeys"});
+    EXPECT_NE(layers.find("                  sequence         description\n"
+                          "  layer 0 key 3   Ctrl C ^C ^Ctrl  \"Größe\"\n"
+                          "  layer 9 key 23                   \"Copy\"\n"),
+              std::string::npos)
+        << layers;
+    EXPECT_NE(keyboard.Done({"show", "magnetCard"}).find("\n  magnetic card verify LRC "),
+              std::string::npos);
+}
+
+TEST(Commands, DiffTellsOnceOfASectionThatOneSideLacks) {
+    CommandLine keyboard;
+    const Json full = Json::parse(keyboard.Done({"upload"}));
+    Json less = full;
+    less.erase("barcode");
+    less["layeredFuncKeys"].erase("guid");
+    const std::string file = keyboard.Write("full.json", full.dump());
+    const std::string without = keyboard.Write("less.json", less.dump());
+    const Outcome outcome = keyboard.Run({"diff", file, without});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "section barcode only in " + file + "\n");
+    EXPECT_EQ(keyboard.Run({"diff", without, file}).out, "section barcode only in " + file + "\n");
+    EXPECT_EQ(keyboard.Done({"diff", without, without}), "");
+    EXPECT_EQ(keyboard.Done({"diff", without}), "");
+}
+
+TEST(Commands, UsageErrorsSayWhatIsWrongAndWhereToLearnMore) {
+    CommandLine keyboard;
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"bogus"}, "there is no command \"qxconf bogus\" (see qxconf --help)"},
+        {{"prefs", "bogus"},
+         "there is no command \"qxconf prefs bogus\" (see qxconf prefs --help)"},
+        {{"prefs"}, "qxconf prefs needs a command (see qxconf prefs --help)"},
+        {{}, "qxconf needs a command (see qxconf --help)"},
+        {{"--bogus"}, "there is no option --bogus (see qxconf --help)"},
+        {{"layer", "10"}, "(see qxconf layer --help)"},
+        {{"position", "watch", "--count", "0"}, "--count: 0 is not a whole number above 0"},
+        {{"validate", ""}, "FILE: is empty (see qxconf validate --help)"},
+        {{"upload", "-o", ""}, "--output: is empty"},
+        {{"rom", "save", ""}, "FILE: is empty"},
+        {{"--keyboard", "", "identify"}, "--keyboard: is empty"},
+        {{"--driver", "", "identify"}, "--driver: is empty"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        const Outcome outcome = keyboard.Run(arguments);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_NE(outcome.err.find(message), std::string::npos) << outcome.err;
+    }
+    EXPECT_NE(keyboard.Done({"--help"}).find(" COMMAND"), std::string::npos);
+}
+
+// Texts from outside come back as JSON and are kept from the terminal.
+TEST(Commands, AnyBytesCanBeReported) {
+    CommandLine keyboard;
+    const std::string files[] = {
+        keyboard.Write("bytes.json", "{\"\xFF\": 1}"),
+        keyboard.Write("\xFF.json", "{}"),
+        keyboard.Write("nul.json", "{\"format\": \"qx-configuration\", \"version\": 1, "
+                                   "\"a\\u0000\\u001b[2J\": 1}"),
+    };
+    for (const std::string& file : files) {
+        const Outcome outcome = keyboard.Run({"--json", "validate", file});
+        EXPECT_EQ(outcome.status, 6);
+        EXPECT_TRUE(Json::parse(outcome.out, nullptr, false).is_object()) << outcome.out;
+        EXPECT_EQ(outcome.err.find_first_of(std::string("\0\x1B", 2)), std::string::npos);
+    }
+}
+
+TEST(Commands, AResultThatNobodyGetsIsAFailure) {
+    class Full : public std::streambuf {
+    } nowhere;
+    CommandLine keyboard;
+    for (const char* argument : {"identify", "--help"}) {
+        std::istringstream in;
+        std::ostream out(&nowhere);
+        std::ostringstream err;
+        EXPECT_EQ(cli::Run({"--keyboard", keyboard.File("keyboard.qxk"), "--layouts", QX_LAYOUTS,
+                            "--settings", keyboard.File("settings.ini"), argument},
+                           {in, out, err}),
+                  4);
+        EXPECT_NE(err.str().find("standard output could not be written"), std::string::npos);
+    }
+}
+
+namespace {
+
+// The commands that a help text lists.
+std::vector<std::string> CommandsIn(const std::string& help) {
+    std::vector<std::string> commands;
+    std::istringstream lines(help.substr(std::min(help.find("\nCommands:\n"), help.size())));
+    std::string line;
+    std::getline(lines, line);
+    std::getline(lines, line);
+    while (std::getline(lines, line) && !line.empty())
+        if (line.starts_with("  ") && line[2] != ' ')
+            commands.push_back(line.substr(2, line.find(' ', 2) - 2));
+    return commands;
+}
+
+} // namespace
+
 TEST(Commands, HelpTeachesByExample) {
     CommandLine keyboard;
-    for (const char* command : {"identify", "upload", "download", "show", "diff", "validate",
-                                "defaults", "layer", "convert", "prefs", "test-drive"}) {
-        const Outcome help = keyboard.Run({command, "--help"});
-        EXPECT_EQ(help.status, 0);
-        EXPECT_NE(help.out.find("Example"), std::string::npos) << command;
+    std::vector<std::vector<std::string>> commands;
+    for (const std::string& name : CommandsIn(keyboard.Done({"--help"}))) {
+        commands.push_back({name});
+        for (const std::string& inner : CommandsIn(keyboard.Done({name, "--help"})))
+            commands.push_back({name, inner});
+    }
+    EXPECT_GT(commands.size(), 20U);
+    for (auto arguments : commands) {
+        std::string command;
+        for (const std::string& word : arguments)
+            command += " " + word;
+        arguments.push_back("--help");
+        const std::string help = keyboard.Done(arguments);
+        const std::string examples = help.substr(std::min(help.find("\nExample"), help.size()));
+        EXPECT_NE(examples.find(command), std::string::npos) << command << ": " << examples;
     }
 }
 

@@ -32,8 +32,9 @@ protected:
 
     // Runs the command with each of its driver calls failing in turn, and hands each outcome and
     // the memory after it to `check`; returns how many of these runs reported success. In process
-    // that is every call, once. Through the library, and for faults that stay, it is every call but
-    // the thousands that read or write one number of a key description: of these every 97th.
+    // that is every call, once. Through the library, and for faults that stay, it is a sample: the
+    // first and the last 300 calls, and every 97th of the thousands between them, nearly all of
+    // which read or write one number of a key description.
     int Sweep(const std::vector<std::string>& arguments, bool forEver,
               const std::function<void(const Outcome&, const std::string& memory)>& check) {
         CommandLine counter(Driver::InProcess);

@@ -16,9 +16,9 @@ std::string RandomBytes(std::size_t size, unsigned seed) {
     return bytes;
 }
 
-class AnyModel : public testing::TestWithParam<const char*> {
+class AnyModel : public testing::TestWithParam<std::tuple<Driver, const char*>> {
 protected:
-    CommandLine keyboard{Driver::InProcess, GetParam()};
+    CommandLine keyboard{std::get<0>(GetParam()), std::get<1>(GetParam())};
 };
 
 } // namespace
@@ -52,11 +52,15 @@ TEST_P(AnyModel, DefaultsReplaceWhateverTheKeyboardHeld) {
     EXPECT_EQ(keyboard.Done({"diff", defaults}), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Models, AnyModel, testing::Values("full", "magnet", "x1-4620"),
+INSTANTIATE_TEST_SUITE_P(Models, AnyModel,
+                         testing::Combine(testing::Values(Driver::InProcess, Driver::Library),
+                                          testing::Values("full", "magnet", "x1-4620")),
                          [](const auto& info) {
-                             std::string name = info.param;
+                             std::string name = std::get<1>(info.param);
                              std::erase(name, '-');
-                             return name;
+                             return name + (std::get<0>(info.param) == Driver::InProcess
+                                                ? "InProcess"
+                                                : "Library");
                          });
 
 TEST(Sections, WhatTheKeyboardLacksIsRefusedOrSkipped) {

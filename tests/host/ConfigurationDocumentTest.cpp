@@ -48,10 +48,12 @@ protected:
 } // namespace
 
 TEST_F(DocumentTest, EveryPrefixIsRefused) {
-    const std::string text = configuration.Write(AllSections(), KeyboardInfo()).ToText();
+    const std::vector<Section*> sections = {
+        configuration.Find("commonKeyboard"), configuration.Find("magnetCard"),
+        configuration.Find("layeredFuncKeys"), configuration.Find("pos")};
+    const std::string text = configuration.Write(sections, KeyboardInfo()).AsJson().dump();
     ASSERT_TRUE(FaultsOf(text).empty());
-    const std::size_t end = text.find_last_of('}');
-    for (std::size_t length = 0; length <= end; length += length < 4000 ? 1 : 7)
+    for (std::size_t length = 0; length < text.size(); ++length)
         ASSERT_FALSE(FaultsOf(text.substr(0, length)).empty())
             << "the first " << length << " bytes";
 }
@@ -121,11 +123,17 @@ TEST_F(DocumentTest, AllFaultsAreToldAndNothingIsTakenOver) {
 }
 
 TEST_F(DocumentTest, WhatIsGivenTwiceIsRefused) {
-    for (const char* text : {R"({"format": "qx-configuration", "version": 1,
-                                 "commonKeyboard": {"outputDelay": 6, "outputDelay": 7}})",
-                             R"({"format": "qx-configuration", "format": "x", "version": 1})"}) {
+    const std::pair<const char*, const char*> cases[] = {
+        {R"({"commonKeyboard": {"outputDelay": 6, "outputDelay": 7}})",
+         "/commonKeyboard/outputDelay"},
+        {R"({"format": "x", "a/b~": [], "format": "x"})", "/format"},
+        {R"({"magnetCard": {"tracks": [{"a": [1, 2]}, {}, {"a/b": 1, "a": {}, "a/b": 2}]}})",
+         "/magnetCard/tracks/2/a~1b"},
+    };
+    for (const auto& [text, place] : cases) {
         const auto faults = FaultsOf(text);
         ASSERT_EQ(faults.size(), 1U);
+        EXPECT_EQ(faults[0].place, place);
         EXPECT_NE(faults[0].message.find("is given twice"), std::string::npos) << faults[0].message;
     }
 }
@@ -135,6 +143,58 @@ TEST_F(DocumentTest, ANumberThatIsTooLargeForAnyIsAFault) {
                                      "commonKeyboard": {"outputDelay": 6e999}})");
     ASSERT_EQ(faults.size(), 1U);
     EXPECT_NE(faults[0].message.find("6e999"), std::string::npos) << faults[0].message;
+}
+
+TEST_F(DocumentTest, NestingIsLimited) {
+    const auto messageOf = [&](std::size_t depth) {
+        const std::string text = std::string(depth, '[') + std::string(depth, ']');
+        return FaultsOf(text).at(0).message;
+    };
+    EXPECT_EQ(messageOf(64), "not a configuration document: an object is expected");
+    EXPECT_NE(messageOf(65).find("more than 64 deep"), std::string::npos);
+    EXPECT_NE(messageOf(300000).find("more than 64 deep"), std::string::npos);
+}
+
+// What an invalid document holds may be any bytes; the messages about it are UTF-8 all the same.
+TEST_F(DocumentTest, MessagesAreText) {
+    std::string wide; // "€" has three bytes: no count of bytes fits all of these texts
+    for (int i = 0; i < 3; ++i, wide += 'x') {
+        std::string euros = wide;
+        for (int k = 0; k < 30; ++k)
+            euros += "\u20AC";
+        const auto faults = FaultsWith("/commonKeyboard/outputDelay", euros);
+        ASSERT_EQ(faults.size(), 1U);
+        EXPECT_NO_THROW((void)Json(faults[0].message).dump()) << faults[0].message;
+    }
+    const auto faults = FaultsWith("/commonKeyboard/a\tb", 1);
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_EQ(faults[0].message, R"("a\tb" is not known here)");
+    for (const Fault& fault : FaultsOf("{\"format\": \"\xFF\"}"))
+        EXPECT_EQ(PrettyText(fault.message).find('\xFF'), std::string::npos);
+}
+
+// The layout of the keyboard that a document is for may be another than the one at hand.
+TEST_F(DocumentTest, WithoutTheKeyboardAnyKeyIsProgrammable) {
+    const auto withKeys = [](const char* section, std::initializer_list<int> keys) {
+        Json list = Json::array();
+        for (const int key : keys)
+            list.push_back({{"positionCode", key}, {"sequence", {30}}});
+        return ConfigurationDocument::Parse(
+            Json({{"format", "qx-configuration"}, {"version", 1}, {section, {{"keys", list}}}})
+                .dump(),
+            "test.json");
+    };
+    Configuration any{Platform(), &layout, nullptr, LayoutUse::Captions};
+    const auto keysOf3 = withKeys("freeProgKeys", {1, 61, 140});
+    EXPECT_THROW(configuration.Read(keysOf3), Error);
+    const auto settings = any.List(any.Read(keysOf3));
+    ASSERT_EQ(settings.size(), 3U);
+    EXPECT_NE(settings[1].name.find("key 61 (" + layout.KeyCaption(61) + ")"), std::string::npos)
+        << settings[1].name;
+    EXPECT_NO_THROW(any.Read(withKeys("funcKeys4620", {66, 126})));
+    EXPECT_THROW(any.Read(withKeys("funcKeys4620", {65})), Error);
+    EXPECT_THROW(any.Read(withKeys("freeProgKeys", {0})), Error);
+    EXPECT_THROW(any.Read(withKeys("freeProgKeys", {7, 7})), Error);
 }
 
 TEST_F(DocumentTest, WritingAndReadingGivesTheSameSettings) {

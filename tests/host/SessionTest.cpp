@@ -158,4 +158,52 @@ TEST_F(SessionTest, WhatTheRequestsLeaveOutIsSentToo) {
     EXPECT_THROW(session.VerifyLastDownload(), Error);
 }
 
+// A document without an identifier leaves the keyboard's own, and a comparison does not speak of
+// it.
+TEST_F(SessionTest, AnIdentifierThatTheDocumentLacksStays) {
+    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
+    driver.memory.assign(test::FakeDriver::kSize, '\x21');
+    Session session(driver);
+    session.Open();
+    const auto sections = session.SectionsIn(configuration);
+    session.Upload(sections);
+    const auto uploaded = configuration.Write(sections);
+    const auto held = configuration.List(sections);
+    ASSERT_EQ(uploaded.Find("layeredFuncKeys")->at("guid"),
+              "{21212121-2121-2121-2121-212121212121}");
+    for (const bool isAbsent : {true, false}) {
+        auto document = uploaded;
+        Json& section = document.Place("layeredFuncKeys");
+        if (isAbsent)
+            section.erase("guid");
+        else
+            section["guid"] = "";
+        section["keys"] = Json::array();
+        const auto read = configuration.Read(document);
+        EXPECT_EQ(configuration.Write(read).Find("layeredFuncKeys")->count("guid"), 0U);
+        for (const auto& difference : Compare(held, configuration.List(read)))
+            EXPECT_EQ(difference.name.find("identifier"), std::string::npos) << difference.name;
+        session.Download(read);
+        session.VerifyLastDownload();
+        EXPECT_EQ(driver.memory.substr(0x3000, 16), std::string(16, '\x21'));
+        EXPECT_EQ(driver.memory.substr(0x4000, 30720), std::string(30720, '\0'));
+        session.Upload(sections);
+        EXPECT_EQ(configuration.Write(sections).Find("layeredFuncKeys")->count("guid"), 1U);
+    }
+}
+
+// The image still holds what was written, so that a driver could do nothing and seem honest.
+TEST_F(SessionTest, ADriverThatMovesNothingIsCaught) {
+    class Idle : public test::FakeDriver {
+    public:
+        std::int32_t QXCFG_ImageLoad() override { return 0; }
+        std::int32_t QXCFG_ImageSave() override { return 0; }
+    } idle;
+    idle.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    Session session(idle);
+    session.Open();
+    session.Download(session.SectionsIn(configuration));
+    EXPECT_THROW(session.VerifyLastDownload(), Error);
+}
+
 } // namespace qx::host

@@ -91,6 +91,23 @@ TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
     EXPECT_TRUE(keyboard.driver.positionKeys.empty());
 }
 
+TEST_F(SequencerTest, ClicksOnTheTwinComeFromTheKeyboard) {
+    EXPECT_EQ(Edit([&](frmSequencer& form) {
+                  form.SetPressesTwin(true);
+                  form.layoutDisplay.cmdKey_Click(30); // no twin: as ever
+                  EXPECT_EQ(form.KeyString(), "  5 30158");
+                  form.pressTwinKey = [&](Long lCode) {
+                      keyboard.driver.positionKeys.push_back(lCode);
+                  };
+                  form.layoutDisplay.cmdKey_Click(31);
+                  EXPECT_EQ(form.KeyString(), "  5 30158");
+                  timer->Tick();
+                  timer->Tick();
+                  form.cmdOK_Click();
+              }),
+              "  5 30158 31159");
+}
+
 TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
     EXPECT_EQ(Edit(
                   [](frmSequencer& form) {

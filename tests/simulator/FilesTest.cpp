@@ -90,6 +90,38 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
     EXPECT_NE(Refusal([&] { (void)files::ReadFile(file.parent_path()); }), "");
 }
 
+TEST(Files, WrittenByOthersAreReplacedWholeToo) {
+    const TempFolder folder;
+    const fs::path file = folder / "file";
+    const auto writeNew = [&](const fs::path& beside) {
+        EXPECT_EQ(files::ReadFile(file), "old");
+        files::WriteFileAtomically(beside, "new");
+    };
+    files::WriteFileAtomically(file, "old");
+    files::WriteFileAtomically(folder / "file.part", "the user's own");
+    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink(file, folder / "link");
+    EXPECT_EQ(Refusal([&] {
+                  files::WriteFileAtomically(folder / "link", [&](const fs::path& beside) {
+                      writeNew(beside);
+                      throw std::runtime_error("half-way");
+                  });
+              }),
+              "half-way");
+    EXPECT_EQ(files::ReadFile(file), "old");
+    files::WriteFileAtomically(folder / "link", writeNew);
+    EXPECT_EQ(files::ReadFile(file), "new");
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(files::ReadFile(folder / "file.part"), "the user's own");
+    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 3) << "a rest is left";
+    for (const char* refused : {"/dev/null", "/", "/tmp/"})
+        EXPECT_NE(Refusal([&] {
+                      files::WriteFileAtomically(refused, [](const fs::path&) { FAIL(); });
+                  }).find("no ordinary file"),
+                  std::string::npos);
+}
+
 TEST(Files, AreClaimedByOneAtATime) {
     const TempFolder folder;
     const fs::path file = folder / "file";

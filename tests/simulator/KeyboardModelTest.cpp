@@ -93,6 +93,8 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         EXPECT_NE(Refusal(json).find(row.place), std::string::npos)
             << row.bad << " gives \"" << Refusal(json) << '"';
     }
+    EXPECT_NE(Refusal(std::string(300000, '[')).find("nested more than 64 deep"),
+              std::string::npos);
     for (const char* free : {"36096", "2048", "28032", "27760", "69984", "100720"}) { // just beside
         std::string json = kGood;
         json.replace(json.find("131056"), 6, free);

@@ -60,4 +60,20 @@ TEST_P(BlockRoundTrip, EveryTruncationIsSurvived) {
     }
 }
 
+// Who reads a trace of several controls must see which of them did what.
+TEST_P(BlockRoundTrip, ProceduresTraceTheirOwnNames) {
+    const auto control = Make();
+    control->SetName("Mine");
+    const TraceLog trace;
+    control->DefaultValues();
+    keyboard.Upload(*control);
+    (void)control->TransferSize(true);
+    control->Translate();
+    control->AdjustControls();
+    control->ReloadColor();
+    for (const char* procedure : {"DefaultValues", "DataUpload", "TransferSize", "Translate",
+                                  "AdjustControls", "ReloadColor"})
+        EXPECT_TRUE(trace.Has(std::string("Mine.") + procedure)) << procedure;
+}
+
 } // namespace qx::test

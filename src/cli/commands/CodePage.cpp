@@ -1,6 +1,6 @@
 #include "cli/commands/Commands.h"
 
-#include "qxcontrols/pos/QXPosCodePage.h"
+#include "host/KeyboardFiles.h"
 
 #include <memory>
 
@@ -9,15 +9,8 @@ namespace qx::cli {
 namespace {
 
 void Compare(Context& context, const std::string& file) {
-    QXPosCodePage pages;
-    if (!pages.FilePage().LoadPageFromFile(file))
-        throw host::Error(host::ErrorKind::FileFailed,
-                          "cannot read a code page of 256 bytes from " + file);
-    host::Session& session = context.Keyboard();
-    session.Run("reading the code page from the keyboard failed",
-                [&] { pages.KeyboardPage().LoadPageFromKeyboard(&session.Access()); });
+    const bool equal = host::HasCodePage(context.Keyboard(), file);
     context.CloseKeyboard();
-    const bool equal = pages.PagesAreEqual();
     context.exitStatus = equal ? 0 : 1;
     context.Result({{"file", file}, {"equal", equal}}, std::string("the keyboard's code page ") +
                                                            (equal ? "equals " : "differs from ") +
@@ -29,10 +22,13 @@ void Compare(Context& context, const std::string& file) {
 void AddCodePage(CLI::App& app, Context& context) {
     CLI::App* codepage = app.add_subcommand("codepage", "Work with the keyboard's code page");
     codepage->require_subcommand(1);
+    codepage->footer("Example:\n  qxconf codepage compare cp850.bin");
     CLI::App* command =
         codepage->add_subcommand("compare", "Compare the keyboard's code page with a file");
     const auto file = std::make_shared<std::string>();
-    command->add_option("FILE", *file, "The code page: its first 256 bytes count")->required();
+    command->add_option("FILE", *file, "The code page: its first 256 bytes count")
+        ->required()
+        ->check(NotEmpty());
     command->footer(
         "Exits with 1 when they differ.\n\nExample:\n  qxconf codepage compare cp850.bin");
     command->callback([&context, file] { Compare(context, *file); });

@@ -10,6 +10,20 @@
 
 namespace qx::cli {
 
+// Checks of arguments: refused with these words.
+[[nodiscard]] inline CLI::Validator NotEmpty() {
+    return {[](std::string& text) { return std::string(text.empty() ? "is empty" : ""); }, ""};
+}
+[[nodiscard]] inline CLI::Validator AboveZero() {
+    return {[](std::string& text) {
+                int number = 0;
+                const bool isNumber = CLI::detail::lexical_cast(text, number);
+                return isNumber && number > 0 ? std::string()
+                                              : text + " is not a whole number above 0";
+            },
+            ""};
+}
+
 void AddIdentify(CLI::App& app, Context& context);
 void AddUpload(CLI::App& app, Context& context);
 void AddDownload(CLI::App& app, Context& context);

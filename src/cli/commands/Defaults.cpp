@@ -26,7 +26,8 @@ void AddDefaults(CLI::App& app, Context& context) {
     command
         ->add_option("-o,--output", *file,
                      "Write the document into this file, not to standard output")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(NotEmpty());
     command->footer("Examples:\n"
                     "  qxconf defaults -o fresh.json\n"
                     "  qxconf defaults -o fresh.json && qxconf download fresh.json");

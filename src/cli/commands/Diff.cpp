@@ -2,7 +2,9 @@
 
 #include "cli/Output.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace qx::cli {
 
@@ -10,12 +12,34 @@ namespace {
 
 struct Side {
     std::string name;
-    std::vector<host::Setting> settings;
+    std::vector<std::pair<std::string, std::vector<host::Setting>>> sections; // by their keys
+
+    [[nodiscard]] bool Has(const std::string& key) const {
+        return std::any_of(sections.begin(), sections.end(),
+                           [&](const auto& section) { return section.first == key; });
+    }
+    // The settings of the sections that the other side has too.
+    [[nodiscard]] std::vector<host::Setting> SettingsIn(const Side& other) const {
+        std::vector<host::Setting> settings;
+        for (const auto& [key, ofSection] : sections)
+            if (other.Has(key))
+                settings.insert(settings.end(), ofSection.begin(), ofSection.end());
+        return settings;
+    }
 };
+
+Side SideOf(const std::string& name, const host::Configuration& configuration,
+            const std::vector<host::Section*>& sections) {
+    Side side{name, {}};
+    for (host::Section* section : sections)
+        side.sections.emplace_back(section->Info().key, configuration.List({section}));
+    return side;
+}
 
 Side SideOf(Context& context, const host::ConfigurationDocument& document) {
     const auto configuration = context.NewConfiguration();
-    return {document.Name(), configuration->List(configuration->Read(document))};
+    const auto sections = configuration->Read(document);
+    return SideOf(document.Name(), *configuration, sections);
 }
 
 // The keyboard's settings of the sections that the document has.
@@ -28,7 +52,7 @@ Side SideOfKeyboard(Context& context, const host::ConfigurationDocument& documen
     });
     session.Upload(sections);
     context.CloseKeyboard();
-    return {"keyboard", configuration->List(sections)};
+    return SideOf("keyboard", *configuration, sections);
 }
 
 void Diff(Context& context, const std::string& file, const std::string& file2) {
@@ -39,13 +63,23 @@ void Diff(Context& context, const std::string& file, const std::string& file2) {
 
     host::Json json = {{"from", from.name}, {"to", to.name}, {"differences", host::Json::array()}};
     std::string text;
-    for (const auto& difference : Compare(from.settings, to.settings)) {
+    const auto add = [&](const host::Difference& difference, const std::string& line) {
         json["differences"].push_back({{"setting", difference.name},
                                        {"place", difference.place},
                                        {"from", difference.from},
                                        {"to", difference.to}});
-        text += ToText(difference) + "\n";
-    }
+        text += line + "\n";
+    };
+    for (const auto* side : {&from, &to})
+        for (const auto& [key, settings] : side->sections) {
+            const bool isOld = side == &from;
+            if (!(isOld ? to : from).Has(key))
+                add({"/" + key, "section " + key, isOld ? "(present)" : "(none)",
+                     isOld ? "(none)" : "(present)", false},
+                    "section " + key + " only in " + side->name);
+        }
+    for (const auto& difference : Compare(from.SettingsIn(to), to.SettingsIn(from)))
+        add(difference, ToText(difference));
     const std::size_t count = json["differences"].size();
     context.exitStatus = count == 0 ? 0 : 1;
     context.Note(from.name + " → " + to.name + ": " + Counted(count, "difference"));
@@ -59,8 +93,9 @@ void AddDiff(CLI::App& app, Context& context) {
         "diff", "Compare a document with the keyboard, or with another document");
     const auto file = std::make_shared<std::string>();
     const auto file2 = std::make_shared<std::string>();
-    command->add_option("FILE", *file, "The document")->required();
-    command->add_option("FILE2", *file2, "The document to compare with; without it, the keyboard");
+    command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
+    command->add_option("FILE2", *file2, "The document to compare with; without it, the keyboard")
+        ->check(NotEmpty());
     command->footer("With one file, each line tells what a download of it would change in the "
                     "keyboard.\nExits with 1 when there are differences.\n\nExamples:\n"
                     "  qxconf diff till.json\n"

@@ -60,7 +60,7 @@ void AddDownload(CLI::App& app, Context& context) {
         "download", "Write a document's settings into the keyboard (file to keyboard)");
     const auto file = std::make_shared<std::string>();
     const auto skip = std::make_shared<bool>(false);
-    command->add_option("FILE", *file, "The document")->required();
+    command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
     command->add_flag("--skip-absent", *skip, "Leave out what this keyboard has no module for");
     command->footer(
         "Sections that the document lacks stay as they are in the keyboard. What was written "

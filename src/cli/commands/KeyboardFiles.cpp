@@ -1,8 +1,8 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/PreferenceStore.h"
+#include "host/KeyboardFiles.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -10,89 +10,45 @@ namespace qx::cli {
 
 namespace {
 
-using FileOperation = Long (QXKeyboardAccess::*)(const std::string&);
-
-struct FileKind {
-    const char* command;
-    const char* content;
-    FileOperation save;
-    FileOperation load;
-    bool hasSerialLine;
-};
-
-constexpr FileKind kKinds[] = {
-    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
-     false},
-    {"chipcard", "chipcard reader's program", &QXKeyboardAccess::SaveChipcardRomIntoFile,
-     &QXKeyboardAccess::LoadChipcardRomFromFile, true},
-    {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
-     &QXKeyboardAccess::LoadParameterFromFile, false},
-};
-
-// Lets the driver write a file beside the wanted one, and puts it there when all went well: a
-// driver that fails half-way leaves an earlier file as it was.
-void WriteBeside(const std::string& file, const std::function<void(const std::string&)>& write) {
-    const std::filesystem::path part = file + ".part";
-    std::error_code error;
-    try {
-        write(part.string());
-    } catch (...) {
-        std::filesystem::remove(part, error);
-        throw;
-    }
-    std::filesystem::rename(part, file, error);
-    if (error)
-        throw host::Error(host::ErrorKind::FileFailed,
-                          "cannot write " + file + ": " + error.message());
-}
-
 // As the options say, or else the preferences.
-struct SerialLine {
+struct ChosenLine {
     std::optional<Integer> baudRateIndex;
     std::optional<Integer> comPort;
 };
 
-void SetSerialLine(Context& context, const SerialLine& line) {
+host::SerialLine LineOf(Context& context, const ChosenLine& chosen) {
     PreferenceStore preferences(context);
     const QXProgSettings& settings = preferences.Settings();
-    context.Keyboard().Access().SetChipcardRomParameters(
-        line.baudRateIndex.value_or(settings.ChipcardBaudrate()),
-        line.comPort.value_or(settings.ChipcardPort()));
+    return {chosen.baudRateIndex.value_or(settings.ChipcardBaudrate()),
+            chosen.comPort.value_or(settings.ChipcardPort())};
 }
 
-void Transfer(Context& context, const FileKind& kind, bool save, const std::string& file,
-              const SerialLine& line) {
-    host::Session& session = context.Keyboard();
-    const std::string content = std::string("the ") + kind.content;
-    const auto transfer = [&](const std::string& name) {
-        session.Run((save ? "saving " : "loading ") + content + (save ? " into " : " from ") +
-                        file + " failed",
-                    [&] {
-                        if (kind.hasSerialLine)
-                            SetSerialLine(context, line);
-                        (void)(session.Access().*(save ? kind.save : kind.load))(name);
-                    });
-    };
+void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
+              const std::string& file, const ChosenLine& chosen) {
+    const host::SerialLine line = kind.hasSerialLine ? LineOf(context, chosen) : host::SerialLine{};
     if (save)
-        WriteBeside(file, transfer);
-    else
-        transfer(file);
+        context.RefuseKeyboardFile(file);
+    (save ? host::SaveKeyboardFile : host::LoadKeyboardFile)(context.Keyboard(), kind, file, line);
     context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
-    context.Result({{"direction", direction}, {"content", kind.content}, {"file", file}},
-                   direction + ": " + content + (save ? " saved into " : " loaded from ") + file +
-                       "\n");
+    const std::string content(kind.content);
+    context.Result({{"direction", direction}, {"content", content}, {"file", file}},
+                   direction + ": the " + content + (save ? " saved into " : " loaded from ") +
+                       file + "\n");
 }
 
-void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool save) {
+void AddTransfer(CLI::App& parent, Context& context, const host::KeyboardFileKind& kind,
+                 bool save) {
     const std::string name = save ? "save" : "load";
-    const std::string what = std::string("the ") + kind.content;
+    const std::string what = "the " + std::string(kind.content);
     CLI::App* command =
         parent.add_subcommand(name, save ? "Save " + what + " into a file (keyboard to file)"
                                          : "Load " + what + " from a file (file to keyboard)");
     const auto file = std::make_shared<std::string>();
-    const auto line = std::make_shared<SerialLine>();
-    command->add_option("FILE", *file, "The file, in the driver's own format")->required();
+    const auto line = std::make_shared<ChosenLine>();
+    command->add_option("FILE", *file, "The file, in the driver's own format")
+        ->required()
+        ->check(NotEmpty());
     if (kind.hasSerialLine) {
         command
             ->add_option("--baud", line->baudRateIndex,
@@ -101,8 +57,7 @@ void AddTransfer(CLI::App& parent, Context& context, const FileKind& kind, bool 
         command->add_option("--port", line->comPort, "Serial port, in place of the preferred one")
             ->type_name("NUMBER");
     }
-    command->footer("Example:\n  qxconf " + std::string(kind.command) + " " + name +
-                    " keyboard.bin");
+    command->footer("Example:\n  qxconf " + std::string(kind.key) + " " + name + " keyboard.bin");
     command->callback(
         [&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
 }
@@ -114,17 +69,14 @@ struct Conversion {
 };
 
 void Convert(Context& context, const Conversion& conversion) {
-    QXKeyboardAccess& driver = context.Driver();
-    WriteBeside(conversion.destination, [&](const std::string& part) {
-        const Long status =
-            driver.ConvertBinFileToRomFile(conversion.source, part, conversion.parameters[0],
-                                           conversion.parameters[1], conversion.parameters[2]);
-        if (status != 0)
-            throw host::Error(host::ErrorKind::TransferFailed,
-                              "converting " + conversion.source +
-                                  " failed: QXCFG_ConvertBinFileIntoRomFile gave status " +
-                                  std::to_string(status),
-                              status);
+    host::Session& session = context.Driver();
+    context.RefuseKeyboardFile(conversion.destination);
+    host::WriteBeside(conversion.destination, [&](const std::string& beside) {
+        session.Run("converting " + conversion.source + " failed", [&] {
+            (void)session.Access().ConvertBinFileToRomFile(
+                conversion.source, beside, conversion.parameters[0], conversion.parameters[1],
+                conversion.parameters[2]);
+        });
     });
     context.Result({{"source", conversion.source}, {"file", conversion.destination}},
                    "converted " + conversion.source + " into " + conversion.destination + "\n");
@@ -133,18 +85,25 @@ void Convert(Context& context, const Conversion& conversion) {
 } // namespace
 
 void AddKeyboardFiles(CLI::App& app, Context& context) {
-    for (const FileKind& kind : kKinds) {
-        CLI::App* command = app.add_subcommand(
-            kind.command, std::string("Save or load the keyboard's ") + kind.content);
+    for (const host::KeyboardFileKind& kind : host::kKeyboardFiles) {
+        const std::string key(kind.key);
+        CLI::App* command =
+            app.add_subcommand(key, "Save or load the keyboard's " + std::string(kind.content));
         command->require_subcommand(1);
+        command->footer("Examples:\n  qxconf " + key + " save keyboard.bin\n  qxconf " + key +
+                        " load keyboard.bin");
         AddTransfer(*command, context, kind, true);
         AddTransfer(*command, context, kind, false);
     }
     CLI::App* convert = app.add_subcommand(
         "convert", "Convert a raw binary file into a program file of the driver");
     const auto conversion = std::make_shared<Conversion>();
-    convert->add_option("BIN", conversion->source, "The raw binary file")->required();
-    convert->add_option("ROM", conversion->destination, "The program file to write")->required();
+    convert->add_option("BIN", conversion->source, "The raw binary file")
+        ->required()
+        ->check(NotEmpty());
+    convert->add_option("ROM", conversion->destination, "The program file to write")
+        ->required()
+        ->check(NotEmpty());
     const char* const names[] = {"P1", "P2", "P3"};
     for (std::size_t i = 0; i < 3; ++i)
         convert->add_option(names[i], conversion->parameters[i], "Parameter of the driver's own")

@@ -90,14 +90,14 @@ void AddPosition(CLI::App& app, Context& context) {
     position->require_subcommand(1);
     CLI::App* command = position->add_subcommand("watch", "Print each key as it is pressed");
     const auto limits = std::make_shared<Limits>();
-    command->add_option("--count", limits->count, "End after this many keys")
-        ->check(CLI::PositiveNumber);
+    command->add_option("--count", limits->count, "End after this many keys")->check(AboveZero());
     command->add_option("--seconds", limits->seconds, "End after this many seconds")
-        ->check(CLI::PositiveNumber);
+        ->check(AboveZero());
     command->footer("While watching, the keyboard reports its keys here instead of typing.\n\n"
                     "Examples:\n"
                     "  qxconf position watch\n"
                     "  qxconf position watch --count 1");
+    position->footer("Example:\n  qxconf position watch");
     command->callback([&context, limits] { Watch(context, *limits); });
 }
 

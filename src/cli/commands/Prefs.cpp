@@ -131,20 +131,26 @@ void Set(Context& context, const std::string& name, const std::string& text) {
 void AddPrefs(CLI::App& app, Context& context) {
     CLI::App* prefs = app.add_subcommand("prefs", "Read and change preferences");
     prefs->require_subcommand(1);
-    prefs->add_subcommand("list", "List all preferences with their types")->callback([&context] {
-        List(context);
-    });
+    CLI::App* list = prefs->add_subcommand("list", "List all preferences with their types");
+    list->footer("Examples:\n"
+                 "  qxconf prefs list\n"
+                 "  qxconf --json prefs list");
+    list->callback([&context] { List(context); });
 
     const auto name = std::make_shared<std::string>();
     const auto value = std::make_shared<std::string>();
     CLI::App* get = prefs->add_subcommand("get", "Print one preference");
     get->add_option("NAME", *name, "Its property name")->required();
+    get->footer("Example:\n  qxconf prefs get ColorProg");
     get->callback([&context, name] { Get(context, *name); });
 
     CLI::App* set = prefs->add_subcommand("set", "Change one preference");
     set->add_option("NAME", *name, "Its property name")->required();
     set->add_option("VALUE", *value, "True or False, a number, a colour (0x00BBGGRR), or a text")
         ->required();
+    set->footer("Examples:\n"
+                "  qxconf prefs set AutoSave False\n"
+                "  qxconf prefs set ColorProg 0x000000FF");
     set->callback([&context, name, value] { Set(context, *name, *value); });
     prefs->footer("Examples:\n"
                   "  qxconf prefs list\n"

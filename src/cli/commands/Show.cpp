@@ -27,6 +27,8 @@ std::string SectionText(const std::vector<host::Setting>& settings) {
         table.back().resize(std::max(table.back().size(), index + 1));
         table.back()[index] = setting.value;
     }
+    if (settings.empty())
+        return "  (nothing is programmed)\n";
     return AlignedText(plain) + (table.size() > 1 ? AlignedText(table) : "");
 }
 
@@ -49,9 +51,10 @@ std::vector<host::Section*> Chosen(Context& context, const host::Configuration& 
 }
 
 void Show(Context& context, const std::string& key) {
+    host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
     const auto sections = Chosen(context, *configuration, key);
-    context.Keyboard().Upload(sections);
+    session.Upload(sections);
     context.CloseKeyboard();
 
     host::Json json = {{"settings", host::Json::array()}};

@@ -27,7 +27,8 @@ void AddUpload(CLI::App& app, Context& context) {
     command
         ->add_option("-o,--output", *file,
                      "Write the document into this file, not to standard output")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(NotEmpty());
     command->footer("Never changes the keyboard.\n\nExamples:\n"
                     "  qxconf upload -o till.json\n"
                     "  qxconf --driver ./TANDORQX.DLL upload > till.json");

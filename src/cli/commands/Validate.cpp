@@ -9,8 +9,9 @@ namespace qx::cli {
 void AddValidate(CLI::App& app, Context& context) {
     CLI::App* command = app.add_subcommand("validate", "Check a document and name every fault");
     const auto file = std::make_shared<std::string>();
-    command->add_option("FILE", *file, "The document")->required();
-    command->footer("Needs no keyboard.\n\nExamples:\n"
+    command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
+    command->footer("Needs no keyboard, and so does not know which keys its layout lets be "
+                    "programmed.\n\nExamples:\n"
                     "  qxconf validate till.json\n"
                     "  qxconf --json validate till.json");
     command->callback([&context, file] {

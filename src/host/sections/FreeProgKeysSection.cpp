@@ -31,8 +31,7 @@ public:
     }
 
     void Visit(FieldVisitor& fields) override {
-        const std::vector<Integer> stored =
-            StoredFreeProgKeys(Control().Sequences(), Control().ConfigID());
+        const std::vector<Integer> stored = StoredKeys();
         FieldList list;
         list.field = {"keys", ""};
         list.keyMembers = {
@@ -49,7 +48,19 @@ public:
                             static_cast<Integer>(kFreeProgKeySlotSize));
         };
         list.elementLabel = [](const FieldList::Id& id) { return "key " + std::to_string(id[0]); };
+        list.isOfKeys = true;
         fields.List(list);
+    }
+
+private:
+    // The keys that the keyboard stores; without its layout, all that its order has a place for.
+    [[nodiscard]] std::vector<Integer> StoredKeys() {
+        if (Control().LayoutSource() != nullptr)
+            return StoredFreeProgKeys(Control().Sequences(), Control().ConfigID());
+        KeyboardSequences any;
+        for (Integer id = any.MinKeyID(); id <= any.MaxKeyID(); ++id)
+            any.Key(id).SetPositionCode(id);
+        return StoredFreeProgKeys(any, Control().ConfigID());
     }
 };
 

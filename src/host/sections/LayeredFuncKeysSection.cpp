@@ -25,6 +25,12 @@ public:
         m_skipsGuid = fSkip;
     }
 
+    [[nodiscard]] bool Keeps(KeyboardModuleIDs eModule) const override {
+        return eModule == MODULE_GUID && m_keepsGuid;
+    }
+
+    void Uploaded() override { m_keepsGuid = false; }
+
     void Visit(FieldVisitor& fields) override {
         VisitGuid(fields);
         FieldList list;
@@ -41,11 +47,15 @@ public:
 
 private:
     void VisitGuid(FieldVisitor& fields) {
-        constexpr Field kField = {"guid", "identifier", false};
+        constexpr Field kField = {"guid", "identifier", false, true, true};
         constexpr std::size_t kTextUnits = 38;
-        const std::string present = m_lacksGuid ? std::string() : ToText(Control().Identifier());
+        const bool hasNone = fields.IsReading() || m_lacksGuid || m_keepsGuid;
+        const std::string present = hasNone ? std::string() : ToText(Control().Identifier());
         const std::string text = fields.Text(kField, present, kTextUnits);
-        if (!fields.IsReading() || text.empty())
+        if (!fields.IsReading())
+            return;
+        m_keepsGuid = text.empty();
+        if (m_keepsGuid)
             return;
         if (m_lacksGuid) {
             if (!m_skipsGuid)
@@ -76,6 +86,7 @@ private:
         return keys;
     }
 
+    bool m_keepsGuid = false; // what was read has no identifier: the keyboard's own stays
     bool m_lacksGuid = false;
     bool m_skipsGuid = false;
 };

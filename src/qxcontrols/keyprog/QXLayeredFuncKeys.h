@@ -38,6 +38,8 @@ public:
     Event<const std::string&, bool&, std::string&> EditLayeredFuncKey;
     Event<bool&> AdvanceEdit; // fEdit, preset to False
 
+    using ModuleControl::LayoutSource;
+
     // The layers, 0 to 9; throws std::out_of_range for another. Who changes one calls
     // ReloadKeySettings after.
     [[nodiscard]] FuncKeyLayer& Layer(Integer nLayer);

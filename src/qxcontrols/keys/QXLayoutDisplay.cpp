@@ -69,6 +69,7 @@ void QXLayoutDisplay::Redraw(Long lID, const KeyboardSequences& keys, const Colo
     KeyButton& key = cmdKey[static_cast<std::size_t>(lID)];
     key.Visible = m_layout->KeySupport(lID) != KEYMODE_NONE;
     key.Enabled = key.Visible && (m_type == DISPLAY_SETTING || lID < KeyNames::kFirstUnpressable);
+    key.Programmed = keys.Key(lID).Length() > 0;
     key.BackColor = ColorOf(lID, keys, colors);
     key.Caption = m_layout->KeyCaption(lID);
     key.ToolTip = m_layout->KeyLongCaption(lID);

@@ -22,8 +22,9 @@ enum DisplayType : Long {
     DISPLAY_PROG = 1,    // the key being programmed; keys that a sequence can press can be clicked
 };
 
-struct KeyButton : Button { // a key that the keyboard lacks is not visible
-    Long BackColor = 0;     // a Windows colour value, as the preferences have them
+struct KeyButton : Button {  // a key that the keyboard lacks is not visible
+    bool Programmed = false; // has a sequence
+    Long BackColor = 0;      // a Windows colour value, as the preferences have them
     Single Left = 0, Top = 0, Width = 0, Height = 0; // in the layout's unit
 };
 

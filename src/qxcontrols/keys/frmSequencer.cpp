@@ -47,10 +47,8 @@ std::string EditableText(const KeySequence& sequence, const QXKeyboardLayoutData
 frmSequencer::frmSequencer(const Platform& platform)
     : m_tmrSequencer(platform.formTimers->Create()) {
     layoutDisplay.SetDisplayKeyType(DISPLAY_PROG);
-    m_keyClicked = layoutDisplay.OnKeyClicked.Subscribe([this](Long lPositionCode) {
-        AddCode(lPositionCode);
-        AddCode(lPositionCode + kRelease);
-    });
+    m_keyClicked = layoutDisplay.OnKeyClicked.Subscribe(
+        [this](Long lPositionCode) { layoutDisplay_OnKeyClicked(lPositionCode); });
     m_tmrSequencer->SetInterval(kScanInterval);
     m_tmrSequencer->SetHandler([this] { tmrSequencer_Timer(); });
     lblSizeMsg.Visible = false;
@@ -138,8 +136,10 @@ bool frmSequencer::TakeTyped() {
         }
     } catch (const std::logic_error& error) {
         ShowTypedFault(error.what());
+        lblSizeMsg.Visible = false;
         return false;
     }
+    ShowTypedFault({});
     lblSizeMsg.Visible = typed.Length() > m_maxSeqSize;
     if (lblSizeMsg.Visible)
         return false;
@@ -179,6 +179,14 @@ void frmSequencer::txtTyped_LostFocus() {
 
 void frmSequencer::RunScan() {
     m_tmrSequencer->SetEnabled(m_scanning && !m_inBackground && !m_typing);
+}
+
+void frmSequencer::layoutDisplay_OnKeyClicked(Long lPositionCode) {
+    for (const Long code : {lPositionCode, lPositionCode + kRelease})
+        if (m_pressesTwin && pressTwinKey)
+            pressTwinKey(code);
+        else
+            AddCode(code);
 }
 
 void frmSequencer::AddCode(Long lCode) {

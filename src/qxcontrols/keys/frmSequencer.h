@@ -13,6 +13,7 @@
 #include "qxcontrols/platform/Platform.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -47,6 +48,12 @@ public:
     void SetCurrProgKey(Integer nPositionCode) { layoutDisplay.SetCurrProgKey(nPositionCode); }
     // Whether the user left with OK.
     [[nodiscard]] bool OK() const { return m_ok; }
+    // Where the keyboard is a simulated one: presses and releases a key of it, by position code and
+    // by that plus 128. While PressesTwin holds, a click on the screen goes there, and what is
+    // recorded comes back from the keyboard as from a real one.
+    std::function<void(Long)> pressTwinKey;
+    [[nodiscard]] bool PressesTwin() const { return m_pressesTwin; }
+    void SetPressesTwin(bool fTwin) { m_pressesTwin = fTwin; }
 
     // Shows the parent's texts, the keys and the sequence.
     void PrepareDisplay();
@@ -108,6 +115,7 @@ private:
     void ForgetTyped();
     void ShowTypedFault(const std::string& sFault);
     void RunScan();
+    void layoutDisplay_OnKeyClicked(Long lPositionCode);
     static void TraceForm(std::string_view sProcedure);
 
     QXKeyboardLayoutData* m_layout = nullptr;
@@ -119,6 +127,7 @@ private:
     bool m_active = false;
     bool m_scanning = false;
     bool m_inBackground = false;
+    bool m_pressesTwin = false;
     bool m_typing = false;   // the user is in txtTyped
     std::string m_typedAsIs; // txtTyped when it stands for the sequence
     std::unique_ptr<FormTimer> m_tmrSequencer;

@@ -27,6 +27,8 @@ public:
     Event<bool&> POSEditorRequested; // fCancelEdit
     Event<bool&> RemoveAllBlocks;    // fCancelRemoving
 
+    using ModuleControl::LayoutSource;
+
     // The model. Who changes it in place calls CalcDefinedBlockNum and ReloadKeySettings after.
     [[nodiscard]] POSKeyboard& PosData() { return m_posData; }
     [[nodiscard]] const POSKeyboard& PosData() const { return m_posData; }

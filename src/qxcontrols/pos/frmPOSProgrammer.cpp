@@ -83,6 +83,16 @@ std::string frmPOSProgrammer::KeyName(Integer nKey) const {
     return std::to_string(nKey);
 }
 
+std::string frmPOSProgrammer::SentBy(Integer nKey) const {
+    const Integer slot = m_posData.FindBlockForKey(nKey);
+    return slot == 0 ? std::string() : TextOf(m_posData.Block(slot).Sequence());
+}
+
+std::string frmPOSProgrammer::TextOf(const KeySequence& sequence) const {
+    return SequenceText(sequence, m_layout,
+                        m_preferences != nullptr && m_preferences->ShowUpcodes());
+}
+
 // What the clicks do.
 
 void frmPOSProgrammer::posDisplay_KeyClicked(Integer nKey) {
@@ -291,10 +301,7 @@ void frmPOSProgrammer::ShowCurrentBlock() {
         button.IsSelected = hasBlock && block->ColorID() == color;
         button.Enabled = hasBlock;
     }
-    lblCurrSeq.Caption =
-        hasBlock ? SequenceText(block->Sequence(), m_layout,
-                                m_preferences != nullptr && m_preferences->ShowUpcodes())
-                 : std::string();
+    lblCurrSeq.Caption = hasBlock ? TextOf(block->Sequence()) : std::string();
     lblRemaining.Caption =
         hasBlock ? std::to_string(std::max(0, kPOSSequenceSize - block->Sequence().Length()))
                  : std::string();
@@ -307,7 +314,8 @@ void frmPOSProgrammer::PaintKeys() {
     const Long colorCurrent = m_preferences != nullptr
                                   ? m_preferences->POSColorCurrent()
                                   : InfoOf(Preference::POSColorCurrent).loadDefault;
-    const Integer focus = posDisplay.Focus();
+    // The focus stays on the key that the user clicked.
+    const Integer focus = posDisplay.Focus() == 0 ? kFirstKey : posDisplay.Focus();
     for (Integer key = kFirstKey; key <= kLastKey; ++key) {
         const Integer slot = m_posData.FindBlockForKey(key);
         if (slot == 0) {
@@ -318,12 +326,11 @@ void frmPOSProgrammer::PaintKeys() {
         const bool isCurrent = slot == m_currBlock;
         posDisplay.SetKeyColor(key, isCurrent ? colorCurrent : ColorOfBlock(block.ColorID()));
         if (isCurrent && key == slot)
-            posDisplay.SetAsCurrentCaption(key, std::to_string(block.BlockID()), KeyName(key));
+            posDisplay.SetAsCurrentCaption(key, std::to_string(block.BlockID()), {});
         else
-            posDisplay.SetKeyCaption(key, std::to_string(block.BlockID()), KeyName(key));
+            posDisplay.SetKeyCaption(key, std::to_string(block.BlockID()), {});
     }
-    if (focus != 0)
-        posDisplay.SetCursor(focus); // stays on the key that the user clicked
+    posDisplay.SetCursor(focus);
 }
 
 Long frmPOSProgrammer::ColorOfBlock(Integer nColorID) const {

@@ -63,6 +63,8 @@ public:
     [[nodiscard]] bool IsInCurrBlock(Integer nKey) const;
     // What the key is called in the layout; the key's index where the layout has no name for it.
     [[nodiscard]] std::string KeyName(Integer nKey) const;
+    // What the key sends, as text; nothing for a key in no block.
+    [[nodiscard]] std::string SentBy(Integer nKey) const;
 
     // Shows the parent's texts and the blocks.
     void PrepareDisplay();
@@ -105,6 +107,7 @@ private:
     Integer TakeOut(Integer nKey, Integer nSlot);
     [[nodiscard]] POSBlock* Current();
     [[nodiscard]] Long ColorOfBlock(Integer nColorID) const;
+    [[nodiscard]] std::string TextOf(const KeySequence& sequence) const;
     [[nodiscard]] std::string KeyNames(const POSBlock& block) const;
 
     void Show();

@@ -1,0 +1,137 @@
+// Makes pictures of all pages of the application: Screenshots FOLDER LAYOUTS LANGUAGE light|dark
+//
+// They show a simulated keyboard of its own with a few settings; `make` beside this file runs it for
+// all combinations.
+#include "app/EditRequests.h"
+#include "app/Language.h"
+#include "app/MainWindow.h"
+#include "app/ReviewSheet.h"
+#include "app/StartWizard.h"
+#include "views/QtPlatform.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QStyleFactory>
+#include <QTimer>
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+using namespace qx;
+
+constexpr const char* kSettings = R"({ "format": "qx-configuration", "version": 1,
+  "commonKeyboard": { "outputDelay": 9 },
+  "freeProgKeys": { "keys": [
+    { "positionCode": 75, "sequence": "Ctrl+C" }, { "positionCode": 80, "sequence": "Alt+F4" },
+    { "positionCode": 112, "sequence": "Esc Enter" }, { "positionCode": 113, "sequence": "1 2 3" } ] },
+  "layeredFuncKeys": { "keys": [
+    { "layer": 0, "key": 0, "sequence": "F1", "description": "Cash" },
+    { "layer": 0, "key": 1, "sequence": "F2", "description": "Card" },
+    { "layer": 0, "key": 2, "sequence": "F3", "description": "Voucher" },
+    { "layer": 0, "key": 13, "sequence": "Ctrl+P", "description": "Print the last receipt again" } ] },
+  "pos": { "blocks": [
+    { "slot": 1, "blockId": 1, "colorId": 0, "keys": [1, 2, 16, 17], "sequence": "A" },
+    { "slot": 5, "blockId": 2, "colorId": 1, "keys": [5, 20, 35], "sequence": "B" } ] } })";
+
+QPalette DarkPalette() {
+    QPalette dark(QColor(0x2B, 0x2D, 0x30));
+    dark.setColor(QPalette::Base, QColor(0x1E, 0x1F, 0x22));
+    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2B));
+    dark.setColor(QPalette::PlaceholderText, QColor(0x9A, 0x9D, 0xA3));
+    dark.setColor(QPalette::Highlight, QColor(0x2E, 0x6B, 0xB5));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    return dark;
+}
+
+class Camera {
+public:
+    explicit Camera(QString folder) : m_folder(std::move(folder)) {}
+
+    void Take(QWidget& widget, const QString& name) {
+        QApplication::processEvents();
+        widget.grab().save(QStringLiteral("%1/%2.png").arg(m_folder, name));
+    }
+    // Takes the dialog that the action opens, and closes it.
+    void TakeDialog(const QString& name, const std::function<void()>& open) {
+        QTimer::singleShot(200, [this, name] {
+            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                Take(*dialog, name);
+                dialog->reject();
+            }
+        });
+        open();
+    }
+
+private:
+    QString m_folder;
+};
+
+void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
+    auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
+    for (int row = 0; row < pages->count(); ++row) {
+        const QString id = pages->item(row)->data(Qt::UserRole).toString();
+        if (id.startsWith(QLatin1String("funcKeys")))
+            continue; // as the free keys
+        if (id == QLatin1String("freeProgKeys"))
+            window.GoTo("/freeProgKeys/keys[75]/sequence");
+        else if (id == QLatin1String("layeredFuncKeys"))
+            window.GoTo("/layeredFuncKeys/keys[0][2]/sequence");
+        else if (id == QLatin1String("barcode"))
+            window.GoTo("/barcode/pages/Code39/minSize");
+        window.ShowPage(id);
+        camera.Take(window, QStringLiteral("%1-%2").arg(row, 2, 10, QLatin1Char('0')).arg(id));
+    }
+    window.ShowPage(QStringLiteral("freeProgKeys"));
+    camera.TakeDialog(QStringLiteral("20-review"), [&] { window.WriteToKeyboard(); });
+    camera.TakeDialog(QStringLiteral("21-sequence"), [&] {
+        std::string sequence;
+        window.Edits().Sequencer().ShowSequenceEditor(75, " 29 46174157", sequence, 32);
+    });
+    camera.TakeDialog(QStringLiteral("22-pos-programmer"), [&] {
+        POSKeyboard blocks;
+        window.Edits().POSProgrammer().ShowPosProgrammer(blocks);
+    });
+    camera.TakeDialog(QStringLiteral("23-start"), [&] {
+        app::StartWizard wizard(workbench.Preferences());
+        wizard.exec();
+    });
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() != 5)
+        return 2;
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (arguments[4] == QLatin1String("dark"))
+        QApplication::setPalette(DarkPalette());
+
+    const auto folder = std::filesystem::path(arguments[1].toStdString());
+    const auto work = folder / "work";
+    std::filesystem::create_directories(work);
+    std::ofstream(work / "till.json") << kSettings;
+    {
+        views::QtPlatform platform;
+        app::Language language;
+        app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", {}},
+                                                       arguments[2].toStdString(),
+                                                       {},
+                                                       work / "settings.ini"});
+        workbench.Preferences().SetPreferedAppLang(
+            static_cast<Integer>(arguments[3].toInt()));
+        app::MainWindow window(workbench, platform.Services(), language);
+        window.setWindowState(Qt::WindowNoState);
+        window.resize(1180, 760);
+        window.show();
+        window.Connect(workbench.Choice());
+        window.Documents().Open(QString::fromStdString((work / "till.json").string()));
+        Camera camera(arguments[1]);
+        TakeAll(camera, window, workbench);
+    }
+    std::filesystem::remove_all(work);
+    return 0;
+}

@@ -1,0 +1,1467 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>ColourButton</name>
+    <message>
+        <source>Use the default colour</source>
+        <translation>Voreingestellte Farbe verwenden</translation>
+    </message>
+    <message>
+        <source>System colour</source>
+        <translation>Systemfarbe</translation>
+    </message>
+</context>
+<context>
+    <name>ControlTexts</name>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Magnetic card reader</source>
+        <translation>Magnetkartenleser</translation>
+    </message>
+    <message>
+        <source>Barcode reader</source>
+        <translation>Barcodeleser</translation>
+    </message>
+    <message>
+        <source>Free keys</source>
+        <translation>Freie Tasten</translation>
+    </message>
+    <message>
+        <source>Function keys 4610</source>
+        <translation>Funktionstasten 4610</translation>
+    </message>
+    <message>
+        <source>Function keys 4620</source>
+        <translation>Funktionstasten 4620</translation>
+    </message>
+    <message>
+        <source>Function keys 4630</source>
+        <translation>Funktionstasten 4630</translation>
+    </message>
+    <message>
+        <source>Layered function keys</source>
+        <translation>Funktionstasten in Ebenen</translation>
+    </message>
+    <message>
+        <source>POS keys</source>
+        <translation>POS-Tasten</translation>
+    </message>
+    <message>
+        <source>Common settings</source>
+        <translation>Allgemeines</translation>
+    </message>
+    <message>
+        <source>Code 25 overlapped</source>
+        <translation>Code 25 überlappend</translation>
+    </message>
+    <message>
+        <source>Code 25 industrial</source>
+        <translation>Code 25 industriell</translation>
+    </message>
+    <message>
+        <source>Code 25 matrix</source>
+        <translation>Code 25 Matrix</translation>
+    </message>
+    <message>
+        <source>Reader 1</source>
+        <translation>Leser 1</translation>
+    </message>
+    <message>
+        <source>Reader 2</source>
+        <translation>Leser 2</translation>
+    </message>
+    <message>
+        <source>Pause between two characters (output delay)</source>
+        <translation>Pause zwischen zwei Zeichen (Ausgabeverzögerung)</translation>
+    </message>
+    <message>
+        <source>Tracks</source>
+        <translation>Spuren</translation>
+    </message>
+    <message>
+        <source>All tracks</source>
+        <translation>Alle Spuren</translation>
+    </message>
+    <message>
+        <source>This track</source>
+        <translation>Diese Spur</translation>
+    </message>
+    <message>
+        <source>Keys sent before and after the track&apos;s data</source>
+        <translation>Tasten vor und nach den Daten der Spur</translation>
+    </message>
+    <message>
+        <source>Read this track</source>
+        <translation>Diese Spur lesen</translation>
+    </message>
+    <message>
+        <source>Send header</source>
+        <translation>Vorspann senden</translation>
+    </message>
+    <message>
+        <source>Send terminator</source>
+        <translation>Abschluss senden</translation>
+    </message>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Edit the header</source>
+        <translation>Den Vorspann bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the header</source>
+        <translation>Den Vorspann entfernen</translation>
+    </message>
+    <message>
+        <source>Edit the terminator</source>
+        <translation>Den Abschluss bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove the terminator</source>
+        <translation>Den Abschluss entfernen</translation>
+    </message>
+    <message>
+        <source>Check the check character (LRC)</source>
+        <translation>Prüfzeichen (LRC) prüfen</translation>
+    </message>
+    <message>
+        <source>Check the last character</source>
+        <translation>Letztes Zeichen prüfen</translation>
+    </message>
+    <message>
+        <source>Send each track as soon as it is read</source>
+        <translation>Jede Spur senden, sobald sie gelesen ist</translation>
+    </message>
+    <message>
+        <source>Track %1</source>
+        <translation>Spur %1</translation>
+    </message>
+    <message>
+        <source>Show released keys</source>
+        <translation>Losgelassene Tasten zeigen</translation>
+    </message>
+    <message>
+        <source>Option %1</source>
+        <translation>Option %1</translation>
+    </message>
+    <message>
+        <source>%1 (not kept by the keyboard)</source>
+        <translation>%1 (speichert die Tastatur nicht)</translation>
+    </message>
+    <message>
+        <source>Read this kind of code</source>
+        <translation>Diese Codeart lesen</translation>
+    </message>
+    <message>
+        <source>Codes and readers</source>
+        <translation>Codes und Leser</translation>
+    </message>
+    <message>
+        <source>Keys sent before and after each code of %1</source>
+        <translation>Tasten vor und nach jedem Code von %1</translation>
+    </message>
+    <message>
+        <source>Shortest code</source>
+        <translation>Kürzester Code</translation>
+    </message>
+    <message>
+        <source>Longest code</source>
+        <translation>Längster Code</translation>
+    </message>
+    <message>
+        <source>Edit this sequence of keys</source>
+        <translation>Diese Tastenfolge bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove this sequence of keys</source>
+        <translation>Diese Tastenfolge entfernen</translation>
+    </message>
+    <message>
+        <source>Edit what the current key sends</source>
+        <translation>Bearbeiten, was die gewählte Taste sendet</translation>
+    </message>
+    <message>
+        <source>Clear key</source>
+        <translation>Taste leeren</translation>
+    </message>
+    <message>
+        <source>Remove the current key&apos;s sequence</source>
+        <translation>Die Folge der gewählten Taste entfernen</translation>
+    </message>
+    <message>
+        <source>Clear all keys…</source>
+        <translation>Alle Tasten leeren …</translation>
+    </message>
+    <message>
+        <source>Remove the sequences of all keys</source>
+        <translation>Die Folgen aller Tasten entfernen</translation>
+    </message>
+    <message>
+        <source>The key sends:</source>
+        <translation>Die Taste sendet:</translation>
+    </message>
+    <message>
+        <source>Clear layer…</source>
+        <translation>Ebene leeren …</translation>
+    </message>
+    <message>
+        <source>Remove the sequences of this layer</source>
+        <translation>Die Folgen dieser Ebene entfernen</translation>
+    </message>
+    <message>
+        <source>Clear all layers…</source>
+        <translation>Alle Ebenen leeren …</translation>
+    </message>
+    <message>
+        <source>Remove the sequences of all layers</source>
+        <translation>Die Folgen aller Ebenen entfernen</translation>
+    </message>
+    <message>
+        <source>Next layer</source>
+        <translation>Nächste Ebene</translation>
+    </message>
+    <message>
+        <source>Show the next layer</source>
+        <translation>Die nächste Ebene zeigen</translation>
+    </message>
+    <message>
+        <source>Previous layer</source>
+        <translation>Vorige Ebene</translation>
+    </message>
+    <message>
+        <source>Show the previous layer</source>
+        <translation>Die vorige Ebene zeigen</translation>
+    </message>
+    <message>
+        <source>Description of the key</source>
+        <translation>Beschreibung der Taste</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Blocks:</source>
+        <translation>Blöcke:</translation>
+    </message>
+    <message>
+        <source>Edit blocks…</source>
+        <translation>Blöcke bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Group keys and say what they send</source>
+        <translation>Tasten gruppieren und bestimmen, was sie senden</translation>
+    </message>
+    <message>
+        <source>Clear all blocks…</source>
+        <translation>Alle Blöcke leeren …</translation>
+    </message>
+    <message>
+        <source>Remove all blocks and their sequences</source>
+        <translation>Alle Blöcke und ihre Folgen entfernen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Remove last</source>
+        <translation>Letzte entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the last key code</source>
+        <translation>Den letzten Tastencode entfernen</translation>
+    </message>
+    <message>
+        <source>Remove all</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message>
+        <source>Remove all key codes</source>
+        <translation>Alle Tastencodes entfernen</translation>
+    </message>
+    <message>
+        <source>Sequence</source>
+        <translation>Folge</translation>
+    </message>
+    <message>
+        <source>Edit a sequence of keys</source>
+        <translation>Eine Tastenfolge bearbeiten</translation>
+    </message>
+    <message>
+        <source>The sequence is full.</source>
+        <translation>Die Folge ist voll.</translation>
+    </message>
+    <message>
+        <source>New block</source>
+        <translation>Neuer Block</translation>
+    </message>
+    <message>
+        <source>The next free key that you click begins it</source>
+        <translation>Die nächste freie Taste, die Sie anklicken, beginnt ihn</translation>
+    </message>
+    <message>
+        <source>Edit what the keys of this block send</source>
+        <translation>Bearbeiten, was die Tasten dieses Blocks senden</translation>
+    </message>
+    <message>
+        <source>Remove block</source>
+        <translation>Block entfernen</translation>
+    </message>
+    <message>
+        <source>Remove this block and its sequence</source>
+        <translation>Diesen Block und seine Folge entfernen</translation>
+    </message>
+    <message>
+        <source>Remove all blocks…</source>
+        <translation>Alle Blöcke entfernen …</translation>
+    </message>
+    <message>
+        <source>POS blocks</source>
+        <translation>POS-Blöcke</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Each key sends</source>
+        <translation>Jede Taste sendet</translation>
+    </message>
+</context>
+<context>
+    <name>DocumentMenu</name>
+    <message>
+        <source>Keyboard documents (*.json);;All files (*)</source>
+        <translation>Tastaturdokumente (*.json);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Save the changes to %1?</source>
+        <translation>Die Änderungen an %1 speichern?</translation>
+    </message>
+    <message>
+        <source>Open document</source>
+        <translation>Dokument öffnen</translation>
+    </message>
+    <message>
+        <source>Save document</source>
+        <translation>Dokument speichern</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>&amp;Neu</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;as…</source>
+        <translation>Speichern &amp;unter …</translation>
+    </message>
+    <message>
+        <source>untitled</source>
+        <translation>unbenannt</translation>
+    </message>
+    <message>
+        <source>Opened %1.</source>
+        <translation>%1 wurde geöffnet.</translation>
+    </message>
+    <message>
+        <source>Opened %1. This keyboard has no module for: %2. The document keeps these settings; writing leaves them out.</source>
+        <translation>%1 wurde geöffnet. Diese Tastatur hat kein Modul für: %2. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
+    </message>
+    <message>
+        <source>keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Saved %1.</source>
+        <translation>%1 wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>No documents yet</source>
+        <translation>Noch keine Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>EditRequests</name>
+    <message>
+        <source>Remove block %1 and the sequence that its keys send?</source>
+        <translation>Block %1 und die Folge, die seine Tasten senden, entfernen?</translation>
+    </message>
+    <message>
+        <source>Remove all POS blocks?</source>
+        <translation>Alle POS-Blöcke entfernen?</translation>
+    </message>
+    <message>
+        <source>Connect a keyboard first, or the simulated one: the editor works with its keys.</source>
+        <translation>Verbinden Sie zuerst eine Tastatur oder die simulierte: Der Editor arbeitet mit ihren Tasten.</translation>
+    </message>
+    <message>
+        <source>Pick a key first.</source>
+        <translation>Wählen Sie zuerst eine Taste.</translation>
+    </message>
+    <message>
+        <source>This key cannot be programmed.</source>
+        <translation>Diese Taste ist nicht programmierbar.</translation>
+    </message>
+    <message>
+        <source>Clear all keys of this module?</source>
+        <translation>Alle Tasten dieses Moduls leeren?</translation>
+    </message>
+    <message>
+        <source>Clear all keys of layer %1?</source>
+        <translation>Alle Tasten der Ebene %1 leeren?</translation>
+    </message>
+    <message>
+        <source>Clear all keys of all layers?</source>
+        <translation>Alle Tasten aller Ebenen leeren?</translation>
+    </message>
+</context>
+<context>
+    <name>FilesPage</name>
+    <message>
+        <source>Keyboard program</source>
+        <translation>Programm der Tastatur</translation>
+    </message>
+    <message>
+        <source>The program that runs in the keyboard.</source>
+        <translation>Das Programm, das in der Tastatur läuft.</translation>
+    </message>
+    <message>
+        <source>Chipcard reader&apos;s program</source>
+        <translation>Programm des Chipkartenlesers</translation>
+    </message>
+    <message>
+        <source>The program of the chipcard reader, over the serial line that the preferences name.</source>
+        <translation>Das Programm des Chipkartenlesers, über die serielle Leitung aus den Voreinstellungen.</translation>
+    </message>
+    <message>
+        <source>Parameter memory</source>
+        <translation>Parameterspeicher</translation>
+    </message>
+    <message>
+        <source>The whole memory of settings, as the driver keeps it in a file. Reading the keyboard afterwards shows what it holds then.</source>
+        <translation>Der ganze Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Wer danach die Tastatur liest, sieht, was sie dann enthält.</translation>
+    </message>
+    <message>
+        <source>Keyboard to file…</source>
+        <translation>Tastatur in Datei …</translation>
+    </message>
+    <message>
+        <source>File to keyboard…</source>
+        <translation>Datei in Tastatur …</translation>
+    </message>
+    <message>
+        <source>Code page</source>
+        <translation>Codepage</translation>
+    </message>
+    <message>
+        <source>Tells whether the keyboard carries the code page of a file.</source>
+        <translation>Sagt, ob die Tastatur die Codepage einer Datei trägt.</translation>
+    </message>
+    <message>
+        <source>Compare with file…</source>
+        <translation>Mit Datei vergleichen …</translation>
+    </message>
+    <message>
+        <source>Keyboard to file: %1 saved into %2.</source>
+        <translation>Tastatur in Datei: %1 in %2 gespeichert.</translation>
+    </message>
+    <message>
+        <source>File to keyboard: %1 loaded from %2.</source>
+        <translation>Datei in Tastatur: %1 aus %2 geladen.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s code page equals %1.</source>
+        <translation>Die Codepage der Tastatur ist gleich %1.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s code page differs from %1.</source>
+        <translation>Die Codepage der Tastatur weicht von %1 ab.</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>&amp;Document</source>
+        <translation>&amp;Dokument</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard</source>
+        <translation>&amp;Tastatur</translation>
+    </message>
+    <message>
+        <source>&amp;Read from keyboard</source>
+        <translation>Aus Tastatur &amp;lesen</translation>
+    </message>
+    <message>
+        <source>Keyboard to document: read all settings (Ctrl+R)</source>
+        <translation>Tastatur in Dokument: alle Einstellungen lesen (Strg+R)</translation>
+    </message>
+    <message>
+        <source>&amp;Write to keyboard</source>
+        <translation>In Tastatur &amp;schreiben</translation>
+    </message>
+    <message>
+        <source>Document to keyboard: review, write, read back (Ctrl+Shift+W)</source>
+        <translation>Dokument in Tastatur: durchsehen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
+    </message>
+    <message>
+        <source>&amp;Connect again</source>
+        <translation>&amp;Neu verbinden</translation>
+    </message>
+    <message>
+        <source>Use a &amp;driver library…</source>
+        <translation>&amp;Treiberbibliothek verwenden …</translation>
+    </message>
+    <message>
+        <source>Use the &amp;simulated keyboard</source>
+        <translation>&amp;Simulierte Tastatur verwenden</translation>
+    </message>
+    <message>
+        <source>&amp;Go</source>
+        <translation>&amp;Gehe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;Über</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>QXControls %1: programs modular point-of-sale keyboards.</source>
+        <translation>QXControls %1: programmiert modulare Kassentastaturen.</translation>
+    </message>
+    <message>
+        <source>Main</source>
+        <translation>Hauptleiste</translation>
+    </message>
+    <message>
+        <source>&amp;Find</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Overview</source>
+        <translation>Überblick</translation>
+    </message>
+    <message>
+        <source>Keyboard files</source>
+        <translation>Tastaturdateien</translation>
+    </message>
+    <message>
+        <source>Test drive</source>
+        <translation>Probefahrt</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Voreinstellungen</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s program %1 is older than the version %2 that the preferences ask for. A newer program can be loaded on the page of the keyboard&apos;s files.</source>
+        <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die die Voreinstellungen verlangen. Auf der Seite der Tastaturdateien lässt sich ein neueres laden.</translation>
+    </message>
+    <message>
+        <source>%1 — program %2, bootloader %3</source>
+        <translation>%1 — Programm %2, Bootloader %3</translation>
+    </message>
+    <message>
+        <source>simulated keyboard</source>
+        <translation>simulierte Tastatur</translation>
+    </message>
+    <message>
+        <source>No keyboard</source>
+        <translation>Keine Tastatur</translation>
+    </message>
+    <message>
+        <source>%1 (absent)</source>
+        <translation>%1 (fehlt)</translation>
+    </message>
+    <message>
+        <source>Undo: set %1</source>
+        <translation>Rückgängig: %1 setzen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo: set %1</source>
+        <translation>Wiederholen: %1 setzen</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Die Tastatur ist unverändert.</translation>
+    </message>
+    <message>
+        <source>The keyboard already has these settings; nothing was written.</source>
+        <translation>Die Tastatur hat diese Einstellungen schon; nichts wurde geschrieben.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Document to keyboard: wrote %n change(s), read back and found equal.</source>
+        <translation><numerusform>Dokument in Tastatur: eine Änderung geschrieben, zurückgelesen und gleich befunden.</numerusform><numerusform>Dokument in Tastatur: %n Änderungen geschrieben, zurückgelesen und gleich befunden.</numerusform></translation>
+    </message>
+    <message>
+        <source>page</source>
+        <translation>Seite</translation>
+    </message>
+</context>
+<context>
+    <name>ModulePage</name>
+    <message>
+        <source>This keyboard has no such module. The document keeps these settings; writing leaves them out.</source>
+        <translation>Diese Tastatur hat kein solches Modul. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no such module.</source>
+        <translation>Diese Tastatur hat kein solches Modul.</translation>
+    </message>
+    <message>
+        <source>The document has no settings for this module, and writing leaves the keyboard&apos;s as they are. What you change here becomes part of the document.</source>
+        <translation>Das Dokument hat keine Einstellungen für dieses Modul, und beim Schreiben bleiben die der Tastatur, wie sie sind. Was Sie hier ändern, wird Teil des Dokuments.</translation>
+    </message>
+</context>
+<context>
+    <name>NoticeBar</name>
+    <message>
+        <source>Close this message</source>
+        <translation>Diese Meldung schließen</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewPage</name>
+    <message>
+        <source>Start-up</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>&amp;Try again</source>
+        <translation>&amp;Noch einmal</translation>
+    </message>
+    <message>
+        <source>Use the &amp;simulated keyboard</source>
+        <translation>&amp;Simulierte Tastatur verwenden</translation>
+    </message>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Modules</source>
+        <translation>Module</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Open the driver</source>
+        <translation>Treiber öffnen</translation>
+    </message>
+    <message>
+        <source>Read what modules the keyboard has</source>
+        <translation>Lesen, welche Module die Tastatur hat</translation>
+    </message>
+    <message>
+        <source>Read its name and versions</source>
+        <translation>Name und Versionen lesen</translation>
+    </message>
+    <message>
+        <source>not yet</source>
+        <translation>noch nicht</translation>
+    </message>
+    <message>
+        <source>running</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>fertig</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>%1
+
+Check that the keyboard is plugged in, that no other program uses it, and that the chosen driver library belongs to it.</source>
+        <translation>%1
+
+Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr gehört.</translation>
+    </message>
+    <message>
+        <source>Program</source>
+        <translation>Programm</translation>
+    </message>
+    <message>
+        <source>Bootloader</source>
+        <translation>Bootloader</translation>
+    </message>
+    <message>
+        <source>Country</source>
+        <translation>Land</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>free programmable keys</source>
+        <translation>frei programmierbare Tasten</translation>
+    </message>
+    <message>
+        <source>V.24 connection</source>
+        <translation>V.24-Anschluss</translation>
+    </message>
+    <message>
+        <source>chipcard reader</source>
+        <translation>Chipkartenleser</translation>
+    </message>
+    <message>
+        <source>barcode reader</source>
+        <translation>Barcodeleser</translation>
+    </message>
+    <message>
+        <source>magnetic track 1</source>
+        <translation>Magnetspur 1</translation>
+    </message>
+    <message>
+        <source>magnetic track 2</source>
+        <translation>Magnetspur 2</translation>
+    </message>
+    <message>
+        <source>magnetic track 3</source>
+        <translation>Magnetspur 3</translation>
+    </message>
+    <message>
+        <source>magnetic track 4</source>
+        <translation>Magnetspur 4</translation>
+    </message>
+    <message>
+        <source>Has</source>
+        <translation>Hat</translation>
+    </message>
+    <message>
+        <source>nothing of its own</source>
+        <translation>nichts Eigenes</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>simulated keyboard</source>
+        <translation>simulierte Tastatur</translation>
+    </message>
+    <message>
+        <source>keyboard behind a driver library</source>
+        <translation>Tastatur hinter einer Treiberbibliothek</translation>
+    </message>
+</context>
+<context>
+    <name>Places</name>
+    <message>
+        <source>%1: key %2, %3</source>
+        <translation>%1: Taste %2, %3</translation>
+    </message>
+    <message>
+        <source>%1: layer %2, key %3</source>
+        <translation>%1: Ebene %2, Taste %3</translation>
+    </message>
+</context>
+<context>
+    <name>PreferencesPage</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Languages</source>
+        <translation>Sprachen</translation>
+    </message>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Key display</source>
+        <translation>Tastenanzeige</translation>
+    </message>
+    <message>
+        <source>POS keys</source>
+        <translation>POS-Tasten</translation>
+    </message>
+    <message>
+        <source>Reset to &amp;defaults …</source>
+        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>At the start</source>
+        <translation>Beim Start</translation>
+    </message>
+    <message>
+        <source>&amp;Ask what to begin with</source>
+        <translation>&amp;Fragen, womit begonnen wird</translation>
+    </message>
+    <message>
+        <source>&amp;Begin with:</source>
+        <translation>&amp;Beginnen mit:</translation>
+    </message>
+    <message>
+        <source>What the keyboard holds</source>
+        <translation>Dem Inhalt der Tastatur</translation>
+    </message>
+    <message>
+        <source>The last document</source>
+        <translation>Dem letzten Dokument</translation>
+    </message>
+    <message>
+        <source>The defaults</source>
+        <translation>Den Vorgaben</translation>
+    </message>
+    <message>
+        <source>Begin with a &amp;new document</source>
+        <translation>Mit einem &amp;neuen Dokument beginnen</translation>
+    </message>
+    <message>
+        <source>While you work</source>
+        <translation>Bei der Arbeit</translation>
+    </message>
+    <message>
+        <source>&amp;Save documents automatically</source>
+        <translation>Dokumente &amp;selbsttätig speichern</translation>
+    </message>
+    <message>
+        <source>Open the &amp;test drive after writing</source>
+        <translation>Nach dem Schreiben die &amp;Probefahrt öffnen</translation>
+    </message>
+    <message>
+        <source>Show &amp;released keys in sequences</source>
+        <translation>&amp;Losgelassene Tasten in Folgen zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Open the sequence editor:</source>
+        <translation>Den Folgen&amp;editor öffnen:</translation>
+    </message>
+    <message>
+        <source>With its button</source>
+        <translation>Mit seiner Schaltfläche</translation>
+    </message>
+    <message>
+        <source>With its button or by typing on a sequence</source>
+        <translation>Mit seiner Schaltfläche oder durch Tippen auf einer Folge</translation>
+    </message>
+    <message>
+        <source>The program</source>
+        <translation>Das Programm</translation>
+    </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>&amp;Sprache:</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message>
+        <source>The keys</source>
+        <translation>Die Tasten</translation>
+    </message>
+    <message>
+        <source>Standard (English, United States)</source>
+        <translation>Standard (Englisch, USA)</translation>
+    </message>
+    <message>
+        <source>Key la&amp;yout:</source>
+        <translation>Tastenbele&amp;gung:</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>&amp;Command delta:</source>
+        <translation>&amp;Befehlsabstand:</translation>
+    </message>
+    <message>
+        <source>Chipcard programs</source>
+        <translation>Chipkartenprogramme</translation>
+    </message>
+    <message>
+        <source>Serial &amp;port:</source>
+        <translation>Serieller &amp;Anschluss:</translation>
+    </message>
+    <message>
+        <source>&amp;Baud rate, as the driver counts:</source>
+        <translation>Ba&amp;udrate, wie der Treiber zählt:</translation>
+    </message>
+    <message>
+        <source>Firmware</source>
+        <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>Check the firmware at the &amp;start</source>
+        <translation>Firmware beim &amp;Start prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;Oldest suitable version:</source>
+        <translation>Ä&amp;lteste brauchbare Version:</translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation>Beschriftung</translation>
+    </message>
+    <message>
+        <source>&amp;Font size:</source>
+        <translation>&amp;Schriftgröße:</translation>
+    </message>
+    <message>
+        <source> pt</source>
+        <translation> pt</translation>
+    </message>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>&amp;Programmed keys:</source>
+        <translation>&amp;Programmierte Tasten:</translation>
+    </message>
+    <message>
+        <source>&amp;Empty keys:</source>
+        <translation>&amp;Leere Tasten:</translation>
+    </message>
+    <message>
+        <source>The &amp;current key:</source>
+        <translation>Die gewähl&amp;te Taste:</translation>
+    </message>
+    <message>
+        <source>Keys that are not &amp;used:</source>
+        <translation>Un&amp;benutzte Tasten:</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Empty</source>
+        <translation>Leer</translation>
+    </message>
+    <message>
+        <source>Current</source>
+        <translation>Gewählt</translation>
+    </message>
+    <message>
+        <source>Unused</source>
+        <translation>Unbenutzt</translation>
+    </message>
+    <message>
+        <source>How it looks</source>
+        <translation>So sieht es aus</translation>
+    </message>
+    <message>
+        <source>Code page</source>
+        <translation>Codepage</translation>
+    </message>
+    <message>
+        <source>The curr&amp;ent block:</source>
+        <translation>Der g&amp;ewählte Block:</translation>
+    </message>
+    <message>
+        <source>Keys of &amp;no block:</source>
+        <translation>Taste&amp;n ohne Block:</translation>
+    </message>
+    <message>
+        <source>Block &amp;%1:</source>
+        <translation>Block &amp;%1:</translation>
+    </message>
+    <message>
+        <source>Block %1</source>
+        <translation>Block %1</translation>
+    </message>
+    <message>
+        <source>Other (%1)</source>
+        <translation>Andere (%1)</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>B&amp;rowse …</source>
+        <translation>D&amp;urchsuchen …</translation>
+    </message>
+    <message>
+        <source>Code page of the POS keys</source>
+        <translation>Codepage der POS-Tasten</translation>
+    </message>
+    <message>
+        <source>F&amp;ile:</source>
+        <translation>&amp;Datei:</translation>
+    </message>
+    <message>
+        <source>For&amp;get</source>
+        <translation>Ver&amp;gessen</translation>
+    </message>
+    <message>
+        <source>Forget the last document</source>
+        <translation>Das letzte Dokument vergessen</translation>
+    </message>
+    <message>
+        <source>Last document:</source>
+        <translation>Letztes Dokument:</translation>
+    </message>
+    <message>
+        <source>Reset to defaults</source>
+        <translation>Auf Vorgaben zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s place stay as they are.</source>
+        <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, der Beginn und der Platz des Fensters bleiben, wie sie sind.</translation>
+    </message>
+</context>
+<context>
+    <name>QXLayeredFuncKeysView</name>
+    <message>
+        <source>Function keys of layer %1</source>
+        <translation>Funktionstasten der Ebene %1</translation>
+    </message>
+    <message>
+        <source>Function key %1</source>
+        <translation>Funktionstaste %1</translation>
+    </message>
+    <message>
+        <source>%1, not programmed</source>
+        <translation>%1, nicht programmiert</translation>
+    </message>
+    <message>
+        <source>%1, programmed: %2</source>
+        <translation>%1, programmiert: %2</translation>
+    </message>
+    <message>
+        <source>%1, current key</source>
+        <translation>%1, gewählte Taste</translation>
+    </message>
+</context>
+<context>
+    <name>QXLayoutDisplayView</name>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Key %1, %2</source>
+        <translation>Taste %1, %2</translation>
+    </message>
+    <message>
+        <source>%1, cannot be programmed</source>
+        <translation>%1, nicht programmierbar</translation>
+    </message>
+    <message>
+        <source>%1, cannot be used</source>
+        <translation>%1, nicht verwendbar</translation>
+    </message>
+    <message>
+        <source>%1, programmed: %2</source>
+        <translation>%1, programmiert: %2</translation>
+    </message>
+    <message>
+        <source>%1, programmed</source>
+        <translation>%1, programmiert</translation>
+    </message>
+    <message>
+        <source>%1, not programmed</source>
+        <translation>%1, nicht programmiert</translation>
+    </message>
+    <message>
+        <source>%1, current key</source>
+        <translation>%1, gewählte Taste</translation>
+    </message>
+</context>
+<context>
+    <name>QXPosDisplayView</name>
+    <message>
+        <source>POS keys</source>
+        <translation>POS-Tasten</translation>
+    </message>
+    <message>
+        <source>POS key %1</source>
+        <translation>POS-Taste %1</translation>
+    </message>
+    <message>
+        <source>POS key %1, %2</source>
+        <translation>POS-Taste %1, %2</translation>
+    </message>
+    <message>
+        <source>%1, block %2</source>
+        <translation>%1, Block %2</translation>
+    </message>
+    <message>
+        <source>%1, in no block</source>
+        <translation>%1, in keinem Block</translation>
+    </message>
+    <message>
+        <source>%1, sends: %2</source>
+        <translation>%1, sendet: %2</translation>
+    </message>
+    <message>
+        <source>%1, current key</source>
+        <translation>%1, gewählte Taste</translation>
+    </message>
+</context>
+<context>
+    <name>QuickFind</name>
+    <message>
+        <source>Find a page, setting or key (Ctrl+K)</source>
+        <translation>Seite, Einstellung, Taste suchen (Strg+K)</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <translation>Nichts gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>ReviewSheet</name>
+    <message>
+        <source>Write to keyboard</source>
+        <translation>In Tastatur schreiben</translation>
+    </message>
+    <message numerus="yes">
+        <source>Writing changes %n setting(s) of the keyboard %1.</source>
+        <translation><numerusform>Das Schreiben ändert eine Einstellung der Tastatur %1.</numerusform><numerusform>Das Schreiben ändert %n Einstellungen der Tastatur %1.</numerusform></translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
+    </message>
+    <message>
+        <source>Setting</source>
+        <translation>Einstellung</translation>
+    </message>
+    <message>
+        <source>In the keyboard now</source>
+        <translation>Jetzt in der Tastatur</translation>
+    </message>
+    <message>
+        <source>After writing</source>
+        <translation>Nach dem Schreiben</translation>
+    </message>
+    <message>
+        <source>What is written is read back and compared. Double-click a change to see it.</source>
+        <translation>Was geschrieben wird, wird zurückgelesen und verglichen. Ein Doppelklick zeigt eine Änderung.</translation>
+    </message>
+    <message>
+        <source>Show this change</source>
+        <translation>Diese Änderung zeigen</translation>
+    </message>
+    <message>
+        <source>The keyboard has no module for these, which are left out: %1</source>
+        <translation>Dafür hat die Tastatur kein Modul, es bleibt weg: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SequenceLabel</name>
+    <message>
+        <source>No keys</source>
+        <translation>Keine Tasten</translation>
+    </message>
+</context>
+<context>
+    <name>StartWizard</name>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>What would you like to begin with?</source>
+        <translation>Womit möchten Sie beginnen?</translation>
+    </message>
+    <message>
+        <source>&amp;Read the keyboard</source>
+        <translation>Die Tastatur &amp;lesen</translation>
+    </message>
+    <message>
+        <source>Show and change what the keyboard holds now.</source>
+        <translation>Zeigen und ändern, was die Tastatur jetzt enthält.</translation>
+    </message>
+    <message>
+        <source>Go on with %1.</source>
+        <translation>Mit %1 weitermachen.</translation>
+    </message>
+    <message>
+        <source>There is none yet: no document has been saved or opened.</source>
+        <translation>Es gibt noch keines: Bisher wurde kein Dokument gespeichert oder geöffnet.</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there.</source>
+        <translation>%1 ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>&amp;Open the last document</source>
+        <translation>Das letzte &amp;Dokument öffnen</translation>
+    </message>
+    <message>
+        <source>Start from the &amp;defaults</source>
+        <translation>Mit den &amp;Vorgaben beginnen</translation>
+    </message>
+    <message>
+        <source>Begin a new document with a keyboard&apos;s factory settings.</source>
+        <translation>Ein neues Dokument mit den Werkseinstellungen einer Tastatur beginnen.</translation>
+    </message>
+    <message>
+        <source>&amp;Show this at the start</source>
+        <translation>Beim &amp;Start zeigen</translation>
+    </message>
+</context>
+<context>
+    <name>TestDrivePage</name>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>&amp;Function keys</source>
+        <translation>&amp;Funktionstasten</translation>
+    </message>
+    <message>
+        <source>C&amp;ard</source>
+        <translation>&amp;Karte</translation>
+    </message>
+    <message>
+        <source>&amp;Bar code</source>
+        <translation>&amp;Barcode</translation>
+    </message>
+    <message>
+        <source>What the PC &amp;receives</source>
+        <translation>Was der PC &amp;empfängt</translation>
+    </message>
+    <message>
+        <source>Keys of the simulated keyboard</source>
+        <translation>Tasten der simulierten Tastatur</translation>
+    </message>
+    <message>
+        <source>Pressed and released key %1</source>
+        <translation>Taste %1 gedrückt und losgelassen</translation>
+    </message>
+    <message>
+        <source>&amp;Press</source>
+        <translation>&amp;Drücken</translation>
+    </message>
+    <message>
+        <source>Pressed function key %1 in layer %2</source>
+        <translation>Funktionstaste %1 in Ebene %2 gedrückt</translation>
+    </message>
+    <message>
+        <source>&amp;Layer</source>
+        <translation>&amp;Ebene</translation>
+    </message>
+    <message>
+        <source>K&amp;ey</source>
+        <translation>T&amp;aste</translation>
+    </message>
+    <message>
+        <source>no data</source>
+        <translation>keine Daten</translation>
+    </message>
+    <message>
+        <source>Track &amp;%1</source>
+        <translation>Spur &amp;%1</translation>
+    </message>
+    <message>
+        <source>&amp;Swipe the card</source>
+        <translation>Karte du&amp;rchziehen</translation>
+    </message>
+    <message>
+        <source>Swiped a card</source>
+        <translation>Karte durchgezogen</translation>
+    </message>
+    <message>
+        <source>&amp;Scan</source>
+        <translation>&amp;Lesen</translation>
+    </message>
+    <message>
+        <source>Scanned a code</source>
+        <translation>Code gelesen</translation>
+    </message>
+    <message>
+        <source>&amp;Kind of code</source>
+        <translation>Code&amp;art</translation>
+    </message>
+    <message>
+        <source>&amp;Data</source>
+        <translation>&amp;Daten</translation>
+    </message>
+    <message>
+        <source>&amp;Reader</source>
+        <translation>&amp;Leser</translation>
+    </message>
+    <message>
+        <source>The simulated keyboard answers by what is in its memory: write the document to it first to try new settings.</source>
+        <translation>Die simulierte Tastatur antwortet nach dem, was in ihrem Speicher steht: Um neue Einstellungen zu erproben, schreiben Sie zuerst das Dokument in sie.</translation>
+    </message>
+    <message>
+        <source>A test drive needs the simulated keyboard; choose it in the menu Keyboard.</source>
+        <translation>Eine Probefahrt braucht die simulierte Tastatur; wählen Sie sie im Menü Tastatur.</translation>
+    </message>
+    <message>
+        <source>Key %1, %2</source>
+        <translation>Taste %1, %2</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>Output delay between codes: %1</source>
+        <translation>Ausgabeverzögerung zwischen Codes: %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmPOSProgrammerView</name>
+    <message>
+        <source>Click a free key to begin a block, or a key of a block to change that block.</source>
+        <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, oder auf eine Taste eines Blocks, um ihn zu ändern.</translation>
+    </message>
+    <message>
+        <source>Click keys to put them into the block or to take them out. The first of them, row by row, is the major key.</source>
+        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen. Die erste, Reihe für Reihe, ist die Haupttaste.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Free keys:</source>
+        <translation>Freie Tasten:</translation>
+    </message>
+    <message>
+        <source>Colour %1</source>
+        <translation>Farbe %1</translation>
+    </message>
+    <message>
+        <source>Codes left:</source>
+        <translation>Noch frei:</translation>
+    </message>
+    <message>
+        <source>none yet: the block sends nothing</source>
+        <translation>noch keine: der Block sendet nichts</translation>
+    </message>
+</context>
+<context>
+    <name>frmSequencerView</name>
+    <message>
+        <source>Click keys, press them on the keyboard, or type the sequence as text.</source>
+        <translation>Klicken Sie Tasten an, drücken Sie sie auf der Tastatur oder tippen Sie die Folge als Text.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Clicks press the keys of the simulated keyboard</source>
+        <translation>Klicks drücken die Tasten der simulierten Tastatur</translation>
+    </message>
+    <message>
+        <source>Codes left:</source>
+        <translation>Noch frei:</translation>
+    </message>
+    <message>
+        <source>As &amp;text:</source>
+        <translation>Als &amp;Text:</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>Über&amp;nehmen</translation>
+    </message>
+    <message>
+        <source>for example: Ctrl+C Enter</source>
+        <translation>zum Beispiel: Ctrl+C Enter</translation>
+    </message>
+    <message>
+        <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
+        <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,54 @@
+#include "views/QXFreeProgKeysView.h"
+
+#include "qxcontrols/readers/SequenceText.h"
+#include "views/QXLayoutDisplayView.h"
+#include "views/SequenceLabel.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace qx::views {
+
+QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent) : QWidget(parent) {
+    auto* keys = new QXLayoutDisplayView(control.layoutDisplay);
+    keys->SetSequenceText([&control](Integer nPositionCode) {
+        return SequenceText(control.Sequences().Key(nPositionCode), control.LayoutSource(), false);
+    });
+    auto* caption = new QLabel;
+    auto* sequence = new SequenceLabel;
+    auto* details = new QCheckBox;
+    caption->setBuddy(sequence);
+    m_bindings.Bind(caption, QStringLiteral("lblSequence"), control.lblSequence);
+    m_bindings.Bind(sequence, QStringLiteral("lblCurrSeq"), control.lblCurrSeq);
+    m_bindings.Bind(details, QStringLiteral("chkShowDetails"), control.chkShowDetails,
+                    [&control] { control.chkShowDetails_Click(); });
+    m_bindings.OnShow([caption, sequence] {
+        sequence->setAccessibleName(caption->text() + u' ' + sequence->text());
+    });
+    connect(sequence, &SequenceLabel::KeyPress, this,
+            [&control] { control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::Clicked, this, [&control] { control.lblCurrSeq_KeyPress(); });
+
+    auto* sequenceRow = new QHBoxLayout;
+    sequenceRow->addWidget(caption);
+    sequenceRow->addWidget(sequence, 1);
+    auto* buttonRow = new QHBoxLayout;
+    for (int i = 0; i < static_cast<int>(control.cmdEdit.size()); ++i) {
+        auto* button = new QPushButton;
+        m_bindings.Bind(button, ChildName("cmdEdit", i),
+                        control.cmdEdit[static_cast<std::size_t>(i)],
+                        [&control, i] { control.cmdEdit_Click(static_cast<Integer>(i)); });
+        buttonRow->addWidget(button);
+    }
+    buttonRow->addStretch(1);
+    buttonRow->addWidget(details);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(keys, 1);
+    column->addLayout(sequenceRow);
+    column->addLayout(buttonRow);
+
+    m_refreshed = control.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
+    m_bindings.ShowAll();
+}
+
+} // namespace qx::views

@@ -1,0 +1,23 @@
+// QXFreeProgKeysView: the face of QXFreeProgKeys: the keyboard, what the current key sends, and the
+// buttons to edit it.
+#pragma once
+
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "views/Bindings.h"
+
+#include <QWidget>
+
+namespace qx::views {
+
+class QXFreeProgKeysView : public QWidget {
+    Q_OBJECT
+public:
+    // The control outlives the view.
+    explicit QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent = nullptr);
+
+private:
+    Bindings m_bindings;
+    Subscription m_refreshed;
+};
+
+} // namespace qx::views

@@ -1,0 +1,169 @@
+#include "views/QXLayeredFuncKeysView.h"
+
+#include "qxcontrols/readers/SequenceText.h"
+#include "views/SequenceLabel.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace qx::views {
+
+namespace {
+
+constexpr int kKeysInRow = 12;
+constexpr QSizeF kStep(720, 600); // from key to key; wide enough for a few words
+constexpr double kGap = 25;
+
+} // namespace
+
+QXLayeredFuncKeysView::QXLayeredFuncKeysView(QXLayeredFuncKeys& control, QWidget* parent)
+    : QWidget(parent), m_control(control), m_grid(new KeyGrid(this)) {
+    m_grid->setObjectName(QStringLiteral("funcKeys"));
+    m_grid->SetKeyName("cmdFuncKey");
+    connect(m_grid, &KeyGrid::KeyPicked, this,
+            [this](int index) { m_control.cmdFuncKey_Click(static_cast<Integer>(index)); });
+    m_bindings.OnShow([this] { ShowKeys(); });
+
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(MakeLayerRow());
+    column->addWidget(m_grid, 1);
+    column->addLayout(MakeKeyRows());
+    column->addLayout(MakeButtonRow());
+
+    m_refreshed = control.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
+    m_bindings.ShowAll();
+}
+
+QLayout* QXLayeredFuncKeysView::MakeLayerRow() {
+    auto* caption = new QLabel;
+    auto* spin = new QSpinBox;
+    auto* number = new QLabel;
+    caption->setBuddy(spin);
+    QFont large = number->font();
+    large.setPointSizeF(large.pointSizeF() * 1.6);
+    large.setBold(true);
+    number->setFont(large);
+    m_bindings.Bind(caption, QStringLiteral("lblLayerDesc"), m_control.lblLayerDesc);
+    m_bindings.Bind(number, QStringLiteral("lblLayerID"), m_control.lblLayerID);
+    m_bindings.Bind(spin, QStringLiteral("spinLayer"), m_control.spinLayer,
+                    [this] { m_control.spinLayer_Change(); });
+    m_bindings.OnShow([caption, spin] { spin->setAccessibleName(caption->text()); });
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(caption);
+    row->addWidget(number);
+    row->addSpacing(12);
+    row->addWidget(spin);
+    for (int i = 0; i < static_cast<int>(m_control.cmdLayer.size()); ++i) {
+        auto* button = new QPushButton;
+        m_bindings.Bind(button, ChildName("cmdLayer", i),
+                        m_control.cmdLayer[static_cast<std::size_t>(i)],
+                        [this, i] { m_control.cmdLayer_Click(static_cast<Integer>(i)); });
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    return row;
+}
+
+QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
+    auto* sequenceCaption = new QLabel;
+    auto* sequence = new SequenceLabel;
+    auto* descriptionCaption = new QLabel;
+    auto* description = new QLineEdit;
+    sequenceCaption->setBuddy(sequence);
+    descriptionCaption->setBuddy(description);
+    m_bindings.Bind(sequenceCaption, QStringLiteral("lblSequence"), m_control.lblSequence);
+    m_bindings.Bind(sequence, QStringLiteral("lblCurrSeq"), m_control.lblCurrSeq);
+    m_bindings.Bind(descriptionCaption, QStringLiteral("lblSymbolDesc"), m_control.lblSymbolDesc);
+    m_bindings.Bind(description, QStringLiteral("txtSymbolDesc"), m_control.txtSymbolDesc,
+                    [this] { m_control.txtSymbolDesc_Change(); });
+    m_bindings.OnShow([sequenceCaption, sequence, descriptionCaption, description] {
+        sequence->setAccessibleName(sequenceCaption->text() + u' ' + sequence->text());
+        description->setAccessibleName(descriptionCaption->text());
+    });
+    connect(sequence, &SequenceLabel::KeyPress, this, [this] { m_control.lblCurrSeq_KeyPress(); });
+    connect(sequence, &SequenceLabel::Clicked, this, [this] { m_control.lblCurrSeq_KeyPress(); });
+
+    auto* rows = new QGridLayout;
+    rows->addWidget(sequenceCaption, 0, 0);
+    rows->addWidget(sequence, 0, 1);
+    rows->addWidget(descriptionCaption, 1, 0);
+    rows->addWidget(description, 1, 1);
+    rows->setColumnStretch(1, 1);
+    return rows;
+}
+
+QLayout* QXLayeredFuncKeysView::MakeButtonRow() {
+    auto* row = new QHBoxLayout;
+    for (int i = 0; i < static_cast<int>(m_control.cmdEdit.size()); ++i) {
+        auto* button = new QPushButton;
+        m_bindings.Bind(button, ChildName("cmdEdit", i),
+                        m_control.cmdEdit[static_cast<std::size_t>(i)],
+                        [this, i] { m_control.cmdEdit_Click(static_cast<Integer>(i)); });
+        row->addWidget(button);
+    }
+    auto* details = new QCheckBox;
+    m_bindings.Bind(details, QStringLiteral("chkShowDetails"), m_control.chkShowDetails,
+                    [this] { m_control.chkShowDetails_Click(); });
+    row->addStretch(1);
+    row->addWidget(details);
+    return row;
+}
+
+void QXLayeredFuncKeysView::ShowKeys() {
+    std::vector<KeyCap> caps;
+    for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
+        caps.push_back(CapOf(key));
+    m_grid->setAccessibleName(tr("Function keys of layer %1").arg(m_control.CurrentLayer()));
+    m_grid->SetKeys(std::move(caps));
+}
+
+KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey) const {
+    const FuncKeyButton& key = m_control.cmdFuncKey[static_cast<std::size_t>(nKey)];
+    KeyCap cap;
+    cap.index = nKey;
+    const int row = nKey / kKeysInRow;
+    cap.place = {QPointF(nKey % kKeysInRow * kStep.width(), row * kStep.height()),
+                 kStep - QSizeF(kGap, kGap)};
+    cap.caption = ToQt(key.Caption);
+    if (!key.ToolTip.empty()) { // the key's description says more than its number
+        cap.legend = cap.caption;
+        cap.caption = ToQt(key.ToolTip);
+    }
+    cap.color = ToQColor(key.BackColor);
+    cap.state = key.Programmed ? KeyState::Programmed : KeyState::Empty;
+    cap.isCurrent = key.Current;
+    cap.isEnabled = key.Enabled;
+    const QString sequence =
+        ToQt(SequenceText(m_control.Layer(m_control.CurrentLayer()).GetKey(nKey),
+                          m_control.LayoutSource(), false))
+            .trimmed();
+    cap.toolTip = ToQt(key.ToolTip);
+    if (!sequence.isEmpty())
+        cap.toolTip += (cap.toolTip.isEmpty() ? QString() : QStringLiteral("\n")) + sequence;
+    cap.name = NameOf(key, sequence);
+    return cap;
+}
+
+QString QXLayeredFuncKeysView::NameOf(const FuncKeyButton& key, const QString& sequence) const {
+    QString name = tr("Function key %1").arg(ToQt(key.Caption));
+    if (!key.ToolTip.empty())
+        name += QStringLiteral(", ") + ToQt(key.ToolTip);
+    if (!key.Programmed)
+        name = tr("%1, not programmed").arg(name);
+    else
+        name = tr("%1, programmed: %2").arg(name, sequence);
+    return key.Current ? tr("%1, current key").arg(name) : name;
+}
+
+void QXLayeredFuncKeysView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::LanguageChange)
+        m_bindings.ShowAll();
+}
+
+} // namespace qx::views

@@ -1,0 +1,102 @@
+#include "views/QXLayoutDisplayView.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <QEvent>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace qx::views {
+
+QXLayoutDisplayView::QXLayoutDisplayView(QXLayoutDisplay& display, QWidget* parent)
+    : QWidget(parent), m_display(display), m_grid(new KeyGrid(this)) {
+    m_grid->setObjectName(QStringLiteral("layoutDisplay"));
+    m_grid->SetKeyName("cmdKey");
+    setFocusProxy(m_grid);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(m_grid);
+
+    connect(m_grid, &KeyGrid::KeyPicked, this,
+            [this](int index) { m_display.cmdKey_Click(static_cast<Integer>(index)); });
+    connect(m_grid, &KeyGrid::FocusKeyChanged, this, [this](int index) {
+        if (index != m_display.SelectedKey())
+            m_display.SelectKey(static_cast<Integer>(index));
+    });
+    m_refreshed = m_display.Refreshed.Subscribe([this] { ShowKeys(); });
+    ShowKeys();
+}
+
+void QXLayoutDisplayView::SetSequenceText(std::function<std::string(Integer)> textOfKey) {
+    m_textOfKey = std::move(textOfKey);
+    ShowKeys();
+}
+
+void QXLayoutDisplayView::ShowKeys() {
+    std::vector<KeyCap> caps;
+    for (std::size_t key = 0; key < m_display.cmdKey.size(); ++key)
+        if (m_display.cmdKey[key].Visible)
+            caps.push_back(CapOf(static_cast<Integer>(key)));
+    std::stable_sort(caps.begin(), caps.end(), [](const KeyCap& a, const KeyCap& b) {
+        return std::pair(a.place.top(), a.place.left()) < std::pair(b.place.top(), b.place.left());
+    });
+    m_grid->setAccessibleName(tr("Keyboard"));
+    m_grid->SetPointSize(m_display.UserFontSize());
+    m_grid->SetKeys(std::move(caps));
+    const Integer selected = m_display.SelectedKey();
+    if (selected != m_grid->FocusKey() && m_grid->HasKey(selected)) {
+        m_grid->SetFocusKey(selected);
+        m_grid->setFocus();
+    }
+}
+
+bool QXLayoutDisplayView::IsProgrammable(Integer nPositionCode) const {
+    const QXKeyboardLayoutData* layout = m_display.LayoutSource();
+    return layout != nullptr && layout->KeySupport(nPositionCode) == KEYMODE_PROG;
+}
+
+KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
+    const KeyButton& key = m_display.cmdKey[static_cast<std::size_t>(nPositionCode)];
+    const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
+    KeyCap cap;
+    cap.index = nPositionCode;
+    cap.place = {key.Left, key.Top, key.Width, key.Height};
+    cap.caption = ToQt(key.Caption);
+    cap.color = ToQColor(key.BackColor);
+    cap.isEnabled = key.Enabled;
+    cap.isCurrent = nPositionCode == m_display.CurrProgKey();
+    if (isSetting ? IsProgrammable(nPositionCode) : key.Enabled)
+        cap.state = isSetting && key.Programmed ? KeyState::Programmed : KeyState::Empty;
+    QString sequence;
+    if (cap.state == KeyState::Programmed && m_textOfKey)
+        sequence = ToQt(m_textOfKey(nPositionCode)).trimmed();
+    cap.toolTip = ToQt(key.ToolTip);
+    if (!sequence.isEmpty())
+        cap.toolTip += u'\n' + sequence;
+    cap.name = NameOf(cap, sequence);
+    return cap;
+}
+
+QString QXLayoutDisplayView::NameOf(const KeyCap& cap, const QString& sequence) const {
+    const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
+    QString name = tr("Key %1, %2").arg(cap.index).arg(cap.caption);
+    if (cap.state == KeyState::Unused)
+        name = (isSetting ? tr("%1, cannot be programmed") : tr("%1, cannot be used")).arg(name);
+    else if (cap.state == KeyState::Programmed && !sequence.isEmpty())
+        name = tr("%1, programmed: %2").arg(name, sequence);
+    else if (cap.state == KeyState::Programmed)
+        name = tr("%1, programmed").arg(name);
+    else if (isSetting)
+        name = tr("%1, not programmed").arg(name);
+    return cap.isCurrent ? tr("%1, current key").arg(name) : name;
+}
+
+void QXLayoutDisplayView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::LanguageChange)
+        ShowKeys();
+}
+
+} // namespace qx::views

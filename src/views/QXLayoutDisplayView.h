@@ -1,0 +1,41 @@
+// QXLayoutDisplayView: the face of QXLayoutDisplay: the keyboard as a KeyGrid named
+// "layoutDisplay", whose keys are numbered by position code and called "cmdKey_30".
+#pragma once
+
+#include "qxcontrols/keys/QXLayoutDisplay.h"
+#include "views/Bindings.h"
+#include "views/KeyGrid.h"
+
+#include <functional>
+#include <string>
+
+namespace qx::views {
+
+class QXLayoutDisplayView : public QWidget {
+    Q_OBJECT
+public:
+    // The display outlives the view.
+    explicit QXLayoutDisplayView(QXLayoutDisplay& display, QWidget* parent = nullptr);
+
+    // What a programmed key sends, as text, for tool tips and for screen readers; the display
+    // itself knows only whether a key is programmed.
+    void SetSequenceText(std::function<std::string(Integer)> textOfKey);
+
+    [[nodiscard]] KeyGrid* Grid() const { return m_grid; }
+    void ShowKeys();
+
+protected:
+    void changeEvent(QEvent* event) override; // other colours, other language
+
+private:
+    [[nodiscard]] bool IsProgrammable(Integer nPositionCode) const;
+    [[nodiscard]] KeyCap CapOf(Integer nPositionCode) const;
+    [[nodiscard]] QString NameOf(const KeyCap& cap, const QString& sequence) const;
+
+    QXLayoutDisplay& m_display;
+    KeyGrid* m_grid;
+    std::function<std::string(Integer)> m_textOfKey;
+    Subscription m_refreshed;
+};
+
+} // namespace qx::views

@@ -1,0 +1,91 @@
+#include "views/QXPosDisplayView.h"
+
+#include "qxcontrols/pos/POSKeyboard.h"
+
+#include <QEvent>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace qx::views {
+
+namespace {
+
+constexpr int kKeysInRow = 15; // the key indexes run along the rows of the keyboard's matrix
+constexpr QSizeF kStep(700, 600);
+constexpr double kGap = 25;
+
+} // namespace
+
+QXPosDisplayView::QXPosDisplayView(QXPosDisplay& display, QWidget* parent)
+    : QWidget(parent), m_display(display), m_grid(new KeyGrid(this)) {
+    m_grid->setObjectName(QStringLiteral("posDisplay"));
+    m_grid->SetKeyName("cmdPOS");
+    setFocusProxy(m_grid);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(m_grid);
+
+    connect(m_grid, &KeyGrid::KeyPicked, this,
+            [this](int index) { m_display.cmdPOS_Click(static_cast<Integer>(index)); });
+    connect(m_grid, &KeyGrid::FocusKeyChanged, this, [this](int index) {
+        if (index != m_display.Focus())
+            m_display.SetCursor(static_cast<Integer>(index));
+    });
+    m_refreshed = m_display.Refreshed.Subscribe([this] { ShowKeys(); });
+    ShowKeys();
+}
+
+void QXPosDisplayView::SetTexts(TextOfKey legend, TextOfKey sequence) {
+    m_legend = std::move(legend);
+    m_sequence = std::move(sequence);
+    ShowKeys();
+}
+
+void QXPosDisplayView::ShowKeys() {
+    std::vector<KeyCap> caps;
+    for (Integer key = QXPosDisplay::kMinKey; key <= POSKeyboard::kSlots; ++key)
+        caps.push_back(CapOf(key));
+    m_grid->setAccessibleName(tr("POS keys"));
+    m_grid->SetKeys(std::move(caps));
+    if (m_display.Focus() != m_grid->FocusKey() && m_grid->HasKey(m_display.Focus())) {
+        m_grid->SetFocusKey(m_display.Focus());
+        m_grid->setFocus();
+    }
+}
+
+KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
+    const PosButton& key = m_display.cmdPOS[static_cast<std::size_t>(nKeyIndex)];
+    const int place = nKeyIndex - QXPosDisplay::kMinKey;
+    const QString legend = m_legend ? m_legend(nKeyIndex) : QString();
+    const QString sequence = m_sequence ? m_sequence(nKeyIndex) : QString();
+    const bool isUsed = m_display.IsUsedKey(nKeyIndex);
+    KeyCap cap;
+    cap.index = nKeyIndex;
+    const int row = place / kKeysInRow;
+    cap.place = {QPointF(place % kKeysInRow * kStep.width(), row * kStep.height()),
+                 kStep - QSizeF(kGap, kGap)};
+    cap.caption = ToQt(key.Caption);
+    cap.legend = legend;
+    cap.color = ToQColor(key.BackColor);
+    cap.state = isUsed ? KeyState::Programmed : KeyState::Unused;
+    cap.isCurrent = cap.isBold = key.FontBold;
+    cap.isEnabled = key.Enabled;
+
+    QString name = legend.isEmpty() ? tr("POS key %1").arg(nKeyIndex)
+                                    : tr("POS key %1, %2").arg(nKeyIndex).arg(legend);
+    name = isUsed ? tr("%1, block %2").arg(name, cap.caption) : tr("%1, in no block").arg(name);
+    if (!sequence.isEmpty())
+        name = tr("%1, sends: %2").arg(name, sequence);
+    cap.toolTip = key.ToolTip.empty() ? name : ToQt(key.ToolTip);
+    cap.name = cap.isCurrent ? tr("%1, current key").arg(name) : name;
+    return cap;
+}
+
+void QXPosDisplayView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::LanguageChange)
+        ShowKeys();
+}
+
+} // namespace qx::views

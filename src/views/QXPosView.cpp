@@ -1,0 +1,59 @@
+#include "views/QXPosView.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/readers/SequenceText.h"
+#include "views/QXPosDisplayView.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace qx::views {
+
+namespace {
+
+QString LegendOf(const QXPos& control, const QXKeyboardLayoutData* layout, Integer nKeyIndex) {
+    if (layout == nullptr)
+        return {};
+    return ToQt(layout->KeyCaption(control.CodeMap().GetPositionCodeForKey(nKeyIndex)));
+}
+
+QString SequenceOf(const QXPos& control, const QXKeyboardLayoutData* layout, Integer nKeyIndex) {
+    const Integer slot = control.PosData().FindBlockForKey(nKeyIndex);
+    if (slot == 0)
+        return {};
+    return ToQt(SequenceText(control.PosData().Block(slot).Sequence(), layout, false)).trimmed();
+}
+
+} // namespace
+
+QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
+    auto* keys = new QXPosDisplayView(control.posDisplay);
+    keys->SetTexts(
+        [&control](Integer key) { return LegendOf(control, control.LayoutSource(), key); },
+        [&control](Integer key) { return SequenceOf(control, control.LayoutSource(), key); });
+    auto* caption = new QLabel;
+    auto* number = new QLabel;
+    auto* edit = new QPushButton;
+    auto* cleanAll = new QPushButton;
+    m_bindings.Bind(caption, QStringLiteral("lblNumBlocks"), control.lblNumBlocks);
+    m_bindings.Bind(number, QStringLiteral("lblBlockNum"), control.lblBlockNum);
+    m_bindings.Bind(edit, QStringLiteral("cmdEdit"), control.cmdEdit,
+                    [&control] { control.cmdEdit_Click(); });
+    m_bindings.Bind(cleanAll, QStringLiteral("cmdCleanAll"), control.cmdCleanAll,
+                    [&control] { control.cmdCleanAll_Click(); });
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(edit);
+    row->addWidget(cleanAll);
+    row->addStretch(1);
+    row->addWidget(caption);
+    row->addWidget(number);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(keys, 1);
+    column->addLayout(row);
+
+    m_refreshed = control.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
+    m_bindings.ShowAll();
+}
+
+} // namespace qx::views

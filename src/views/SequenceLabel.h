@@ -1,0 +1,31 @@
+// SequenceLabel: a key sequence as text, which can have the keyboard focus and tells which keys are
+// pressed on it.
+//
+// Keys that move the focus, and those that are part of a shortcut, keep their meaning.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <QLabel>
+
+namespace qx::views {
+
+class SequenceLabel : public QLabel {
+    Q_OBJECT
+public:
+    explicit SequenceLabel(QWidget* parent = nullptr);
+
+signals:
+    void KeyDown(qx::Integer KeyCode); // any key; a Windows virtual key code
+    void KeyPress();                   // a key that types something, after KeyDown
+    void Clicked();
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+};
+
+} // namespace qx::views

@@ -1,0 +1,228 @@
+#include "views/frmPOSProgrammerView.h"
+
+#include "views/ColorSwatch.h"
+#include "views/QXPosDisplayView.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QIntValidator>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <limits>
+
+namespace qx::views {
+
+namespace {
+
+// Room for two lines of a text that may need more, so that nothing moves when it changes.
+QWidget* TwoLinesOf(QLabel* label) {
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidgetResizable(true);
+    area->setWidget(label);
+    area->setFixedHeight(2 * label->fontMetrics().lineSpacing());
+    area->viewport()->setAutoFillBackground(false);
+    label->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
+
+frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* parent)
+    : QDialog(parent), m_form(form) {
+    setObjectName(QStringLiteral("frmPOSProgrammer"));
+    auto* details = new QHBoxLayout;
+    details->addLayout(MakeBlocks(), 2);
+    details->addSpacing(16);
+    details->addLayout(MakeCurrentBlock(), 3);
+    auto* keys = MakeKeys();
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(MakeHead());
+    column->addWidget(keys, 1);
+    column->addSpacing(8);
+    column->addLayout(details);
+    column->addSpacing(8);
+    column->addLayout(MakeButtons());
+    m_bindings.OnShow([this] { setWindowTitle(ToQt(m_form.lblCaption.Caption)); });
+
+    auto* confirm = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
+    connect(confirm, &QShortcut::activated, this, [&form] { form.cmdOK_Click(); });
+    m_refreshed = form.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
+    m_closed = form.Closed.Subscribe([this] { done(m_form.OK() ? QDialog::Accepted : Rejected); });
+    m_bindings.ShowAll();
+    keys->setFocus();
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+QPushButton* frmPOSProgrammerView::MakeButton(const QString& name, const Button& child,
+                                              const Bindings::Action& clicked) {
+    auto* button = new QPushButton;
+    button->setAutoDefault(false); // Enter picks keys
+    m_bindings.Bind(button, name, child, clicked);
+    return button;
+}
+
+QLabel* frmPOSProgrammerView::MakeLabel(const char* name, const Label& child) {
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    m_bindings.Bind(label, QString::fromLatin1(name), child);
+    return label;
+}
+
+QLayout* frmPOSProgrammerView::MakeHead() {
+    auto* hint = new QLabel;
+    auto* help = new QPushButton;
+    help->setAutoDefault(false);
+    help->setObjectName(QStringLiteral("imgHelp"));
+    connect(help, &QPushButton::clicked, this, [this] { m_form.imgHelp_Click(); });
+    m_bindings.OnShow([this, hint, help] {
+        hint->setText(m_form.CurrBlock() == 0
+                          ? tr("Click a free key to begin a block, or a key of a block to "
+                               "change that block.")
+                          : tr("Click keys to put them into the block or to take them out. The "
+                               "first of them, row by row, is the major key."));
+        help->setText(tr("Help"));
+    });
+    auto* row = new QHBoxLayout;
+    row->addWidget(hint, 1);
+    row->addWidget(help);
+    return row;
+}
+
+QWidget* frmPOSProgrammerView::MakeKeys() {
+    auto* keys = new QXPosDisplayView(m_form.posDisplay);
+    keys->SetTexts([this](Integer key) { return ToQt(m_form.KeyName(key)); },
+                   [this](Integer key) { return ToQt(m_form.SentBy(key)).trimmed(); });
+    return keys;
+}
+
+QLayout* frmPOSProgrammerView::MakeBlocks() {
+    auto* head = new QHBoxLayout;
+    auto* freeCaption = new QLabel;
+    auto* list = new QListWidget;
+    m_bindings.Bind(list, QStringLiteral("lstBlocks"), m_form.lstBlocks,
+                    [this] { m_form.lstBlocks_Click(); });
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // long lines are cut off
+    list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6);
+    m_bindings.OnShow([this, freeCaption, list] {
+        freeCaption->setText(tr("Free keys:"));
+        list->setAccessibleName(ToQt(m_form.lblNumBlocks.Caption));
+    });
+    head->addWidget(MakeLabel("lblNumBlocks", m_form.lblNumBlocks));
+    head->addWidget(MakeLabel("lblBlockNum", m_form.lblBlockNum));
+    head->addStretch(1);
+    head->addWidget(freeCaption);
+    head->addWidget(MakeLabel("lblFreeKeys", m_form.lblFreeKeys));
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(MakeButton(QStringLiteral("cmdNewBlock"), m_form.cmdNewBlock,
+                              [this] { m_form.cmdNewBlock_Click(); }));
+    for (const int index : {0, 1})
+        row->addWidget(MakeButton(
+            ChildName("cmdClean", index), m_form.cmdClean[static_cast<std::size_t>(index)],
+            [this, index] { m_form.cmdClean_Click(static_cast<Integer>(index)); }));
+    row->addStretch(1);
+    auto* column = new QVBoxLayout;
+    column->addLayout(head);
+    column->addWidget(list, 1);
+    column->addLayout(row);
+    return column;
+}
+
+QLayout* frmPOSProgrammerView::MakeCurrentBlock() {
+    auto* id = new QLineEdit;
+    id->setValidator(new QIntValidator(0, std::numeric_limits<Integer>::max(), id));
+    id->setMaximumWidth(id->fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
+    m_bindings.Bind(id, QStringLiteral("txtBlockID"), m_form.txtBlockID,
+                    [this] { m_form.txtBlockID_Change(); });
+    auto* idCaption = MakeLabel("lblBlockID", m_form.lblBlockID);
+    idCaption->setBuddy(id);
+    auto* keys = MakeLabel("lblCurrKeys", m_form.lblCurrKeys);
+
+    auto* grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(idCaption, 0, 0);
+    grid->addWidget(id, 0, 1);
+    grid->addWidget(MakeLabel("lblKeys", m_form.lblKeys), 1, 0, Qt::AlignTop);
+    grid->addWidget(TwoLinesOf(keys), 1, 1);
+    grid->addWidget(MakeLabel("lblColor", m_form.lblColor), 2, 0);
+    grid->addLayout(MakeColors(), 2, 1);
+    grid->addWidget(MakeLabel("lblSequence", m_form.lblSequence), 3, 0, Qt::AlignTop);
+    grid->addLayout(MakeSequence(), 3, 1);
+    grid->setRowStretch(4, 1);
+    return grid;
+}
+
+QLayout* frmPOSProgrammerView::MakeColors() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2);
+    for (Integer index = 0; index < frmPOSProgrammer::kColors; ++index) {
+        auto* swatch = new ColorSwatch;
+        swatch->setObjectName(ChildName("cmdColor", index));
+        swatch->setCheckable(true);
+        connect(swatch, &QAbstractButton::clicked, this,
+                [this, index] { m_form.cmdColor_Click(index); });
+        m_bindings.OnShow([this, swatch, index] {
+            const ColorButton& child = m_form.cmdColor[static_cast<std::size_t>(index)];
+            swatch->SetColor(ToQColor(child.BackColor));
+            swatch->setChecked(child.IsSelected);
+            swatch->setEnabled(child.Enabled);
+            swatch->setText(QString::number(index));
+            swatch->setToolTip(tr("Colour %1").arg(index));
+            swatch->setAccessibleName(swatch->toolTip());
+        });
+        row->addWidget(swatch);
+    }
+    row->addStretch(1);
+    return row;
+}
+
+QLayout* frmPOSProgrammerView::MakeSequence() {
+    auto* sequence = MakeLabel("lblCurrSeq", m_form.lblCurrSeq);
+    auto* left = new QLabel;
+    m_bindings.OnShow([this, left, sequence] {
+        left->setText(tr("Codes left:"));
+        if (m_form.CurrBlock() != 0 && m_form.lblCurrSeq.Caption.empty())
+            sequence->setText(tr("none yet: the block sends nothing"));
+    });
+    auto* row = new QHBoxLayout;
+    row->addWidget(
+        MakeButton(QStringLiteral("cmdEdit"), m_form.cmdEdit, [this] { m_form.cmdEdit_Click(); }));
+    row->addSpacing(16);
+    row->addWidget(left);
+    row->addWidget(MakeLabel("lblRemaining", m_form.lblRemaining));
+    row->addStretch(1);
+    auto* column = new QVBoxLayout;
+    column->addWidget(TwoLinesOf(sequence));
+    column->addLayout(row);
+    return column;
+}
+
+QLayout* frmPOSProgrammerView::MakeButtons() {
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addWidget(
+        MakeButton(QStringLiteral("cmdOK"), m_form.cmdOK, [this] { m_form.cmdOK_Click(); }));
+    row->addWidget(MakeButton(QStringLiteral("cmdCancel"), m_form.cmdCancel,
+                              [this] { m_form.cmdCancel_Click(); }));
+    return row;
+}
+
+void frmPOSProgrammerView::reject() {
+    m_form.LeaveWithCancel();
+}
+
+void frmPOSProgrammerView::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        m_bindings.ShowAll();
+}
+
+} // namespace qx::views

@@ -1,0 +1,295 @@
+// The application, used as a technician uses it: clicks on its real widgets, and what then stands in
+// the keyboard's memory.
+#include "app/Language.h"
+#include "app/MainWindow.h"
+#include "app/PreferencesPage.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/pos/QXPos.h"
+#include "qxcontrols/readers/QXBarcode.h"
+#include "simulator/SimulatedDriver.h"
+#include "support/TempFolder.h"
+#include "support/TestKeyboard.h"
+#include "support/Widgets.h"
+#include "views/KeyGrid.h"
+#include "views/QtPlatform.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QSettings>
+#include <QSlider>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <fstream>
+
+namespace qx::test {
+namespace {
+
+using app::DocumentMenu;
+using app::MainWindow;
+
+class Desk {
+public:
+    explicit Desk(const char* model = "full")
+        : workbench(platform.Services(), {{{}, folder / "keyboard.qxk", model},
+                                          QX_LAYOUTS,
+                                          {},
+                                          folder / "settings.ini"}) {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QString::fromStdString((folder / "qt").string()));
+        workbench.Preferences().SetPreferedAppLang(1033);
+        window = std::make_unique<MainWindow>(workbench, platform.Services(), language);
+        window->screen.ask = [this](const QString&) { return answer; };
+        window->screen.warn = [this](const QString& text) { warnings.append(text); };
+        window->Documents().questions.unsaved = [this](const QString&) { return unsaved; };
+        window->Documents().questions.fileToSave = [this](const QString&) {
+            return QString::fromStdString((folder / "till.json").string());
+        };
+        window->resize(1100, 760);
+        window->show();
+        EXPECT_TRUE(window->Connect(workbench.Choice()));
+        window->ReadFromKeyboard();
+    }
+
+    // The widget of this name that is on the screen.
+    template <typename Widget>
+    Widget* Find(const char* name) {
+        const QString wanted = QString::fromLatin1(name);
+        for (Widget* widget : window->findChildren<Widget*>(wanted))
+            if (widget->isVisible())
+                return widget;
+        throw std::runtime_error(std::string("no widget ") + name);
+    }
+    void Page(const char* id) { window->ShowPage(QString::fromLatin1(id)); }
+    void Click(const char* name) {
+        auto* widget = Find<QWidget>(name);
+        EXPECT_TRUE(widget->isEnabled()) << name;
+        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+    }
+    void ClickKey(const char* grid, int key) {
+        auto* keys = Find<views::KeyGrid>(grid);
+        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(key).center());
+    }
+    // Does this in the dialog that comes up next.
+    void InDialog(const std::function<void(QWidget& dialog)>& act) {
+        QTimer::singleShot(0, window.get(), [act] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+        });
+    }
+    static void ClickIn(QWidget& dialog, const char* name) {
+        auto* widget = dialog.findChild<QWidget*>(QString::fromLatin1(name));
+        ASSERT_NE(widget, nullptr) << name;
+        QTest::mouseClick(widget, Qt::LeftButton);
+    }
+    // Reviews and writes; returns the texts of the review's changes.
+    QStringList Write() {
+        QStringList changes;
+        InDialog([&](QWidget& dialog) {
+            auto* tree = dialog.findChild<QTreeWidget*>();
+            for (int i = 0; i < tree->topLevelItemCount(); ++i)
+                for (int j = 0; j < tree->topLevelItem(i)->childCount(); ++j) {
+                    const auto* item = tree->topLevelItem(i)->child(j);
+                    changes.append(item->text(0) + ": " + item->text(1) + " -> " + item->text(2));
+                }
+            ClickIn(dialog, "cmdWrite");
+        });
+        window->WriteToKeyboard();
+        return changes;
+    }
+    [[nodiscard]] std::string Memory(KeyboardModuleIDs eModule, Long offset, Long size) {
+        const Long base = workbench.Session().Access().GetBaseAddressForModule(eModule);
+        return workbench.Simulated()->Memory(base + offset, size);
+    }
+    void UndoAll() {
+        while (workbench.History().CanUndo())
+            workbench.Undo();
+    }
+    [[nodiscard]] std::string Document() { return workbench.History().Document().ToText(); }
+
+    TempFolder folder;
+    bool answer = true;
+    DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
+    QStringList warnings;
+    views::QtPlatform platform;
+    app::Language language;
+    app::Workbench workbench;
+    std::unique_ptr<MainWindow> window;
+};
+
+TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
+    Desk desk;
+    const std::string start = desk.Document();
+
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Page("magnetCard");
+    desk.Click("chkUseThisHeader");
+    desk.Page("barcode");
+    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
+    desk.Find<QSlider>("slidRange_0")->setValue(4);
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    desk.InDialog([](QWidget& dialog) {
+        auto* keys = dialog.findChild<views::KeyGrid*>();
+        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
+        Desk::ClickIn(dialog, "cmdOK");
+    });
+    desk.Click("cmdEdit_0");
+    desk.Page("layeredFuncKeys");
+    desk.Click("cmdLayer_0");
+    desk.ClickKey("funcKeys", 3);
+    QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Cash"));
+    desk.Page("pos");
+    desk.InDialog([](QWidget& dialog) {
+        auto* keys = dialog.findChild<views::KeyGrid*>();
+        for (const int key : {3, 10})
+            QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(key).center());
+        Desk::ClickIn(dialog, "cmdOK");
+    });
+    desk.Click("cmdEdit");
+
+    const QStringList changes = desk.Write();
+    EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
+    EXPECT_EQ(changes.size(), 6) << changes.join('\n').toStdString();
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("09"));
+    EXPECT_EQ(desk.Memory(MODULE_BARCODE_CONFIG, 2, 1), Bytes("04"));
+    EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
+    EXPECT_NE(desk.Memory(MODULE_POS, 0, 3360), std::string(3360, '\0'));
+    EXPECT_EQ(desk.workbench.Simulated()->Memory(70000 + (24 + 3) * 128, 4), Bytes("43 00 61 00"));
+    const std::string written = desk.Document();
+
+    // Nothing is left to write, and reading gives the same document.
+    desk.window->WriteToKeyboard();
+    EXPECT_NE(desk.window->Notice().indexOf(QLatin1String("nothing was written")), -1);
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.window->ReadFromKeyboard();
+    EXPECT_EQ(desk.Document(), written);
+    EXPECT_NE(desk.Document(), start);
+}
+
+TEST(MainWindow, UndoToTheStartLeavesTheDocumentAsItWas) {
+    Desk desk;
+    const std::string start = desk.Document();
+    desk.Page("barcode");
+    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_EAN);
+    desk.Click("chkBarOption_1");
+    desk.Click("chkBarOption_2");
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 76);
+    desk.InDialog([](QWidget& dialog) {
+        auto* keys = dialog.findChild<views::KeyGrid*>();
+        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
+        Desk::ClickIn(dialog, "cmdOK");
+    });
+    desk.Click("cmdEdit_0");
+    EXPECT_TRUE(desk.workbench.IsModified());
+    const std::string edited = desk.Document();
+    desk.UndoAll();
+    EXPECT_EQ(desk.Document(), start);
+    EXPECT_FALSE(desk.workbench.IsModified());
+    EXPECT_FALSE(desk.window->isWindowModified());
+    while (desk.workbench.History().CanRedo())
+        desk.workbench.Redo();
+    EXPECT_EQ(desk.Document(), edited);
+}
+
+TEST(MainWindow, DocumentsAreSavedOpenedAndNeverLost) {
+    Desk desk;
+    const std::string file = (desk.folder / "till.json").string();
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(12);
+    desk.unsaved = DocumentMenu::Answer::Cancel;
+    desk.window->Documents().New();
+    EXPECT_TRUE(desk.workbench.IsModified()) << "the user did not want to lose the edit";
+    EXPECT_TRUE(desk.window->Documents().Save());
+    const std::string saved = desk.Document();
+    desk.window->Documents().New();
+    EXPECT_NE(desk.Document(), saved);
+    desk.window->Documents().Open(QString::fromStdString(file));
+    EXPECT_EQ(desk.Document(), saved);
+
+    // A file that is no document changes nothing and says where it is wrong.
+    std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
+    desk.window->Documents().Open(QString::fromStdString(file));
+    EXPECT_EQ(desk.Document(), saved);
+    ASSERT_FALSE(desk.warnings.isEmpty());
+    EXPECT_TRUE(desk.warnings.back().contains(QStringLiteral("/pos")));
+}
+
+TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSettings) {
+    Desk desk("magnet");
+    auto* pages = desk.Find<QListWidget>("pages");
+    const auto found = pages->findItems(QStringLiteral("Barcode reader (absent)"), Qt::MatchExactly);
+    EXPECT_EQ(found.size(), 1);
+    std::ofstream(desk.folder / "full.json")
+        << R"({"format": "qx-configuration", "version": 1, "pos": {"blocks": []},
+               "commonKeyboard": {"outputDelay": 3}})";
+    desk.window->Documents().Open(
+        QString::fromStdString((desk.folder / "full.json").string()));
+    EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("POS")));
+    EXPECT_EQ(desk.Write().size(), 1);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
+    EXPECT_NE(desk.Document().find("\"pos\""), std::string::npos);
+}
+
+TEST(MainWindow, AFailedWriteSaysSoAndIsNeverCalledDone) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.InDialog([&](QWidget& dialog) {
+        desk.workbench.Simulated()->StopTransferAfter(0);
+        Desk::ClickIn(dialog, "cmdWrite");
+    });
+    desk.window->WriteToKeyboard();
+    ASSERT_EQ(desk.warnings.size(), 1);
+    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("writing to the keyboard failed")));
+    EXPECT_EQ(desk.window->Notice(), desk.warnings.front());
+}
+
+TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
+    Desk desk;
+    const auto find = [&](const char* words) {
+        auto* field = desk.Find<QLineEdit>("quickFind");
+        field->setFocus();
+        QTest::keyClicks(field, QString::fromLatin1(words));
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    find("code39 minimum");
+    EXPECT_EQ(desk.Find<QListWidget>("lstPrefGroup")->currentRow(), int{BP_Code39});
+    find("free keys key 80");
+    EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
+    find("preferences");
+    EXPECT_TRUE(desk.Find<QWidget>("AutoSave")->isVisible());
+}
+
+TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
+    Desk desk;
+    desk.Page("testDrive");
+    desk.ClickKey("testDriveKeys", 31);
+    EXPECT_TRUE(
+        desk.Find<QPlainTextEdit>("received")->toPlainText().contains(QStringLiteral("A ^A")));
+}
+
+TEST(MainWindow, SpeaksGermanAtOnce) {
+    Desk desk;
+    desk.Page("preferences");
+    desk.workbench.Preferences().SetPreferedAppLang(1031);
+    emit desk.window->findChild<app::PreferencesPage*>()->Changed();
+    QApplication::processEvents();
+    EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(), QStringLiteral("Magnetkartenleser"));
+    desk.Page("barcode");
+    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
+    EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));
+    EXPECT_FALSE(desk.workbench.IsModified()) << "a language is no edit";
+    desk.workbench.Preferences().SetPreferedAppLang(1033);
+}
+
+} // namespace
+} // namespace qx::test

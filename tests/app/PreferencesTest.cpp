@@ -1,0 +1,241 @@
+#include "app/ColourButton.h"
+#include "app/PreferencesPage.h"
+#include "app/StartWizard.h"
+#include "qxcontrols/platform/RegistryAccess.h"
+#include "support/TempFolder.h"
+#include "support/Widgets.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTimer>
+#include <QTranslator>
+
+#include <fstream>
+#include <set>
+
+namespace qx::test {
+namespace {
+
+using app::StartChoice;
+
+// Does something with the dialog that comes up next.
+template <typename Dialog>
+void AnswerNext(const std::function<void(Dialog&)>& answer) {
+    QTimer::singleShot(0, [answer] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        answer(*dialog);
+    });
+}
+
+struct PreferencesTest : testing::Test {
+    PreferencesTest() {
+        settings.Load();
+        page.ShowAll();
+        page.resize(800, 600);
+        page.show();
+        QObject::connect(&page, &app::PreferencesPage::Changed, &page, [this] { ++changed; });
+    }
+
+    MemoryRegistry registry;
+    QXProgSettings settings{registry};
+    app::PreferencesPage page{settings, QX_LAYOUTS};
+    int changed = 0;
+};
+
+// Changes the editor as a user does; -1 and 0 for Booleans, the next value for all else.
+void ChangeByKeys(QWidget* editor) {
+    if (auto* box = qobject_cast<QCheckBox*>(editor))
+        QTest::keyClick(box, Qt::Key_Space);
+    else if (auto* colour = qobject_cast<app::ColourButton*>(editor)) {
+        AnswerNext<QColorDialog>([](QColorDialog& dialog) {
+            dialog.setCurrentColor(QColor(0x12, 0x34, 0x56));
+            dialog.accept();
+        });
+        QTest::keyClick(colour, Qt::Key_Space);
+    } else
+        QTest::keyClick(editor, qobject_cast<QComboBox*>(editor) ? Qt::Key_Down : Qt::Key_Up);
+}
+
+TEST_F(PreferencesTest, EveryPreferenceIsEditedAndSaved) {
+    std::set<std::string> edited;
+    for (const PreferenceInfo& info : Preferences()) {
+        const bool isText = info.type == PreferenceType::String;
+        if (info.storage == PreferenceStorage::Window || isText)
+            continue;
+        const QXProgSettings::Value before = settings.Get(info.property);
+        page.Reveal(info.id);
+        QWidget* editor = Find<QWidget>(page, std::string(info.property).c_str());
+        EXPECT_TRUE(editor->isVisible()) << info.property; // its tab is in front
+        changed = 0;
+        ChangeByKeys(editor);
+        EXPECT_NE(settings.Get(info.property), before) << info.property;
+        EXPECT_EQ(changed, 1) << info.property;
+        if (info.type == PreferenceType::Colour) {
+            EXPECT_EQ(std::get<Long>(settings.Get(info.property)), 0x563412) << info.property;
+        }
+        edited.emplace(info.property);
+    }
+    EXPECT_EQ(edited.size(), kPreferenceCount - 5 - 2); // all but the window's and the texts
+    settings.Save();
+    QXProgSettings stored(registry);
+    stored.Load();
+    for (const std::string& property : edited)
+        EXPECT_EQ(stored.Get(property), settings.Get(property)) << property;
+}
+
+TEST_F(PreferencesTest, KeepsWhatItHasNoChoiceFor) {
+    settings.SetPreferedAppLang(1036);
+    settings.SetVersionFirmware(-32768);
+    settings.SetKeyFontSize(72);
+    page.ShowAll();
+    EXPECT_EQ(changed, 0);
+    EXPECT_EQ(Find<QComboBox>(page, "PreferedAppLang")->currentData().toInt(), 1036);
+    EXPECT_EQ(Find<QSpinBox>(page, "VersionFirmware")->value(), -32768);
+    QTest::keyClick(Find<QWidget>(page, "KeyFontSize"), Qt::Key_Down);
+    EXPECT_EQ(settings.KeyFontSize(), 71);
+    EXPECT_EQ(settings.PreferedAppLang(), 1036);
+    auto* layouts = Find<QComboBox>(page, "PreferedKeyLang");
+    ASSERT_EQ(layouts->count(), 6); // five layouts and none
+    layouts->setCurrentIndex(layouts->findData(1031));
+    EXPECT_EQ(settings.PreferedKeyLang(), 1031);
+}
+
+TEST_F(PreferencesTest, ASystemColourStaysUnlessAnotherIsChosen) {
+    const Long lFace = settings.ColorUnused();
+    ASSERT_LT(lFace, 0);
+    page.Reveal(Preference::ColorUnused);
+    auto* button = Find<app::ColourButton>(page, "ColorUnused");
+    AnswerNext<QColorDialog>([](QColorDialog& dialog) { dialog.accept(); });
+    Click(page, "ColorUnused");
+    AnswerNext<QColorDialog>([](QColorDialog& dialog) {
+        dialog.setCurrentColor(Qt::red);
+        dialog.reject();
+    });
+    Click(page, "ColorUnused");
+    EXPECT_EQ(settings.ColorUnused(), lFace);
+    EXPECT_EQ(changed, 0);
+    AnswerNext<QColorDialog>([](QColorDialog& dialog) {
+        dialog.setCurrentColor(QColor(1, 2, 3));
+        dialog.accept();
+    });
+    Click(page, "ColorUnused");
+    EXPECT_EQ(settings.ColorUnused(), 0x030201);
+    ASSERT_EQ(button->actions().size(), 1);
+    button->actions().front()->trigger();
+    EXPECT_EQ(settings.ColorUnused(), lFace);
+    EXPECT_EQ(changed, 2);
+}
+
+TEST_F(PreferencesTest, ResetsAfterAskingAndForgetsTheLastDocument) {
+    settings.SetPosCodePage("cp850.bin");
+    settings.SetChipcardPort(7);
+    settings.SetLastDownloadFile("till.qxc");
+    page.ShowAll();
+    page.Reveal(Preference::PosCodePage);
+    auto* file = Find<QLineEdit>(page, "PosCodePage");
+    file->selectAll();
+    QTest::keyClicks(file, "cp437.bin");
+    EXPECT_EQ(changed, 0); // not before the name is whole
+    QTest::keyClick(file, Qt::Key_Return);
+    EXPECT_EQ(settings.PosCodePage(), "cp437.bin");
+    EXPECT_EQ(changed, 1);
+
+    AnswerNext<QMessageBox>([](QMessageBox& box) { box.reject(); });
+    Click(page, "reset");
+    EXPECT_EQ(settings.ChipcardPort(), 7);
+    AnswerNext<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Reset)->click(); });
+    Click(page, "reset");
+    EXPECT_EQ(settings.ChipcardPort(), 2);
+    EXPECT_EQ(Find<QSpinBox>(page, "ChipcardPort")->value(), 2);
+    EXPECT_FALSE(Find<QCheckBox>(page, "AutoSave")->isChecked());
+    EXPECT_EQ(settings.PosCodePage(), "cp437.bin");
+
+    page.Reveal(Preference::LastDownloadFile);
+    Click(page, "forgetLastDocument");
+    EXPECT_EQ(settings.GetLastDownloadFile(), "");
+    EXPECT_FALSE(Find<QWidget>(page, "forgetLastDocument")->isEnabled());
+}
+
+// A language in which every text is in capitals.
+class Capitals : public QTranslator {
+public:
+    QString translate(const char*, const char* text, const char*, int) const override {
+        return QString::fromUtf8(text).toUpper();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+TEST_F(PreferencesTest, TheLanguageChangesWhileThePageIsOpen) {
+    Capitals capitals;
+    const auto host = QObject::connect(&page, &app::PreferencesPage::Changed, &page,
+                                       [&] { QApplication::installTranslator(&capitals); });
+    page.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+    page.Reveal(Preference::PreferedAppLang);
+    QTest::keyClick(Find<QWidget>(page, "PreferedAppLang"), Qt::Key_Down);
+    QApplication::sendPostedEvents();
+    auto* tabs = page.findChild<QTabWidget*>();
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "LANGUAGES");
+    auto* language = Find<QComboBox>(page, "PreferedAppLang");
+    EXPECT_TRUE(language->hasFocus());
+    EXPECT_EQ(language->currentData().toInt(), 1031);
+    QObject::disconnect(host);
+    QTest::keyClick(language, Qt::Key_Down); // the new editors work
+    EXPECT_EQ(settings.PreferedAppLang(), 1033);
+    QApplication::removeTranslator(&capitals);
+}
+
+struct StartWizardTest : testing::Test {
+    TempFolder folder;
+    MemoryRegistry registry;
+    QXProgSettings settings{registry};
+};
+
+TEST_F(StartWizardTest, OffersTheLastDocumentOnlyWhenItIsThere) {
+    const auto offers = [&] {
+        const app::StartWizard wizard(settings);
+        return Find<QWidget>(wizard, "lastDocument")->isEnabled();
+    };
+    settings.SetShowStartupAction(static_cast<Integer>(StartChoice::LastDocument));
+    EXPECT_FALSE(offers());
+    const auto file = folder / "till.qxc";
+    settings.SetLastDownloadFile(file.string());
+    EXPECT_FALSE(offers());
+    app::StartWizard gone(settings);
+    EXPECT_EQ(gone.Choice(), StartChoice::ReadKeyboard);
+    EXPECT_TRUE(Find<QWidget>(gone, "lastDocument")->accessibleDescription().contains("till.qxc"));
+    std::ofstream(file) << "x";
+    EXPECT_TRUE(offers());
+    app::StartWizard there(settings);
+    EXPECT_EQ(there.Choice(), StartChoice::LastDocument);
+}
+
+TEST_F(StartWizardTest, RemembersTheChoiceAndWhetherToAsk) {
+    for (const auto& [name, choice] : {std::pair("defaults", StartChoice::Defaults),
+                                       std::pair("readKeyboard", StartChoice::ReadKeyboard)}) {
+        app::StartWizard wizard(settings);
+        wizard.show();
+        Click(wizard, name);
+        EXPECT_EQ(wizard.result(), QDialog::Accepted);
+        EXPECT_EQ(wizard.Choice(), choice);
+        EXPECT_EQ(settings.GetShowStartupAction(), static_cast<Integer>(choice));
+    }
+    app::StartWizard wizard(settings);
+    wizard.show();
+    Click(wizard, "ShowStartupWizard");
+    QTest::keyClick(&wizard, Qt::Key_Escape);
+    EXPECT_EQ(wizard.result(), QDialog::Rejected);
+    EXPECT_FALSE(settings.GetShowStartupWizard());
+    EXPECT_EQ(settings.GetShowStartupAction(), static_cast<Integer>(StartChoice::ReadKeyboard));
+}
+
+} // namespace
+} // namespace qx::test

@@ -1,0 +1,132 @@
+#include "host/SettingsStore.h"
+
+#include "files/Files.h"
+#include "host/Error.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace qx::host {
+
+namespace {
+
+class SettingsStoreTest : public testing::Test {
+protected:
+    void Write(const std::string& text) const { files::WriteFileAtomically(file, text); }
+
+    test::TempFolder folder;
+    std::filesystem::path file = folder / "preferences.ini";
+};
+
+} // namespace
+
+// Each of two programs has read all values, and then stores all of its own.
+TEST_F(SettingsStoreTest, ProgramsThatWriteAtTheSameTimeKeepEachOthersValues) {
+    Write("[Colours]\nProgrammed=1\nEmpty=2\nCurrent=3\n");
+    const char* const names[] = {"Programmed", "Empty", "Current"};
+    SettingsStore first(file);
+    SettingsStore second(file);
+    for (SettingsStore* store : {&first, &second}) {
+        store->SetPath("Colours");
+        for (const char* name : names)
+            (void)store->ReadNumber(name, 0);
+    }
+    const auto store = [&](SettingsStore& settings, Long programmed, Long current) {
+        settings.WriteNumber("Programmed", programmed);
+        settings.WriteNumber("Empty", 2);
+        settings.WriteNumber("Current", current);
+        settings.Flush();
+    };
+    store(first, 11, 3);
+    store(second, 1, 33);
+    SettingsStore third(file);
+    third.SetPath("Colours");
+    EXPECT_EQ(third.ReadNumber("Programmed", 0), 11);
+    EXPECT_EQ(third.ReadNumber("Empty", 0), 2);
+    EXPECT_EQ(third.ReadNumber("Current", 0), 33);
+}
+
+TEST_F(SettingsStoreTest, ADamagedFileIsKeptAndTheDefaultsHold) {
+    const std::string valid = "[Colours]\nProgrammed=1\n";
+    const std::string damages[] = {
+        valid + "no setting at all\n",
+        "[Colours\nProgrammed=1\n",
+        std::string("\x01\x7F=\xFE\xA5\0\n=\x02", 9),
+    };
+    int number = 0;
+    for (const std::string& text : damages) {
+        Write(text);
+        SettingsStore store(file);
+        const std::string expected =
+            "preferences.ini.damaged" + (++number == 1 ? "" : std::to_string(number));
+        ASSERT_EQ(store.DamagedFile().filename(), expected) << text;
+        EXPECT_EQ(files::ReadFile(store.DamagedFile()), text);
+        store.SetPath("Colours");
+        EXPECT_EQ(store.ReadNumber("Programmed", 7), 7);
+        store.WriteNumber("Programmed", 8);
+        store.Flush();
+        EXPECT_TRUE(SettingsStore(file).DamagedFile().empty());
+    }
+}
+
+TEST_F(SettingsStoreTest, WhatIsNoFileOfPreferencesStaysAsItIs) {
+    std::filesystem::create_directory(file);
+    const auto kindOf = [&] {
+        try {
+            SettingsStore{file};
+        } catch (const Error& error) {
+            EXPECT_NE(std::string(error.what()).find(file.string()), std::string::npos);
+            return error.Kind();
+        }
+        return ErrorKind::Usage;
+    };
+    EXPECT_EQ(kindOf(), ErrorKind::FileFailed);
+    EXPECT_TRUE(std::filesystem::is_directory(file));
+    std::filesystem::remove(file);
+
+    Write("[Colours]\nProgrammed=1\n");
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    bool isReadable = true; // as it always is for the system's administrator
+    try {
+        (void)files::ReadFile(file);
+    } catch (const std::exception&) {
+        isReadable = false;
+    }
+    if (!isReadable) {
+        EXPECT_EQ(kindOf(), ErrorKind::FileFailed);
+    }
+    EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(SettingsStoreTest, WhatPeopleWriteIsUnderstood) {
+    Write("[Options]\nYes=True\nNo=off\nHexadecimal=0x8000000F\nSigned=-5\nUnsigned=4294967295\n"
+          "Blanks=  12 \nWord=many\nTooLarge=4294967296\nList=a, b.json\nEmpty=\n"
+          "Umlaut=Gr\xC3\xB6\xC3\x9F"
+          "e\n");
+    SettingsStore store(file);
+    ASSERT_TRUE(store.DamagedFile().empty());
+    store.SetPath("Options");
+    const std::pair<const char*, Long> numbers[] = {
+        {"Yes", -1},    {"No", 0},        {"Hexadecimal", static_cast<Long>(0x8000000FU)},
+        {"Signed", -5}, {"Unsigned", -1}, {"Blanks", 12},
+        {"Word", 77},   {"TooLarge", 77}, {"Missing", 77}};
+    for (const auto& [name, number] : numbers)
+        EXPECT_EQ(store.ReadNumber(name, 77), number) << name;
+    EXPECT_EQ(store.ReadString("List", ""), "a, b.json");
+    EXPECT_EQ(store.ReadString("Empty", "default"), "");
+    EXPECT_EQ(store.ReadString("Umlaut", ""), "Größe");
+}
+
+TEST_F(SettingsStoreTest, ANewUserHasNoFolderYet) {
+    file = folder / "new" / "user" / "preferences.ini";
+    SettingsStore store(file);
+    EXPECT_FALSE(std::filesystem::exists(file.parent_path())); // reading makes nothing
+    store.SetPath("Files");
+    store.WriteString("Last", "a, b \"c\".json");
+    store.Flush();
+    SettingsStore again(file);
+    again.SetPath("Files");
+    EXPECT_EQ(again.ReadString("Last", ""), "a, b \"c\".json");
+}
+
+} // namespace qx::host

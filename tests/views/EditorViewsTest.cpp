@@ -1,0 +1,235 @@
+// The sequence editor and the POS programmer as dialogs, clicked as a user does, with a keyboard
+// behind them.
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/QXSequencer.h"
+#include "qxcontrols/pos/POSModuleBlock.h"
+#include "qxcontrols/pos/QXPOSProgrammer.h"
+#include "qxcontrols/pos/QXPos.h"
+#include "support/TestKeyboard.h"
+#include "views/KeyGrid.h"
+#include "views/QtPlatform.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+#include <QTimer>
+
+#include <exception>
+#include <functional>
+
+namespace qx::test {
+namespace {
+
+using views::KeyGrid;
+
+// What a user does with the dialog that is before all others.
+class User {
+public:
+    User() : m_dialog(QApplication::activeModalWidget()) {
+        EXPECT_NE(m_dialog, nullptr);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(m_dialog));
+    }
+
+    template <typename Widget = QWidget>
+    [[nodiscard]] Widget* Find(const char* name) const {
+        auto* found = m_dialog->findChild<Widget*>(QString::fromLatin1(name));
+        if (found == nullptr)
+            throw std::runtime_error(std::string("no widget ") + name);
+        return found;
+    }
+    void Click(const char* name) const {
+        auto* widget = Find(name);
+        EXPECT_TRUE(widget->isVisible() && widget->isEnabled()) << name;
+        // A check box is clicked on its box, which is where it begins.
+        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+    }
+    void ClickKeys(const char* grid, std::initializer_list<int> keys) const {
+        for (const int key : keys) {
+            auto* widget = Find<KeyGrid>(grid);
+            QTest::mouseClick(widget, Qt::LeftButton, {}, widget->KeyRect(key).center());
+        }
+    }
+    void Type(const char* name, const QString& text) const {
+        Find<QLineEdit>(name)->setFocus();
+        Find<QLineEdit>(name)->selectAll();
+        QTest::keyClicks(Find(name), text);
+    }
+    [[nodiscard]] QWidget* Dialog() const { return m_dialog; }
+
+private:
+    QWidget* m_dialog;
+};
+
+class EditorViewsTest : public testing::Test {
+protected:
+    EditorViewsTest() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+        sequencer.SetKeyboard(&keyboard.access);
+        sequencer.SetLayoutSource(&layout);
+        sequencer.SetSequenceSizeMessage("full");
+        programmer.SetLayoutSource(&layout);
+        pos.SetKeyboard(&keyboard.access);
+    }
+
+    // Once a dialog is open, the user does this; what is still open then is closed.
+    void WhenOpen(std::function<void(const User&)> does) {
+        QTimer::singleShot(0, [does = std::move(does)] {
+            const User user;
+            try {
+                does(user);
+            } catch (const std::exception& error) {
+                ADD_FAILURE() << error.what();
+            }
+            if (user.Dialog() == QApplication::activeModalWidget())
+                user.Dialog()->close();
+        });
+    }
+
+    // Edits "  5" with room for ten codes.
+    std::string EditSequence(std::function<void(const User&)> does) {
+        WhenOpen(std::move(does));
+        std::string edited = "unchanged";
+        sequencer.ShowSequenceEditor(30, "  5", edited, 10);
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        return edited;
+    }
+
+    TestKeyboard keyboard{{{MODULE_POS, 0x1000}}};
+    QXKeyboardLayoutData layout;
+    views::QtPlatform platform;
+    QXSequencer sequencer{platform.Services()};
+    QXPOSProgrammer programmer{platform.Services()};
+    QXPos pos{platform.Services()};
+};
+
+TEST_F(EditorViewsTest, SequencesAreClickedPressedAndTyped) {
+    const auto record = [&](const User& user) {
+        user.ClickKeys("layoutDisplay", {31});
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        keyboard.driver.positionKeys = {32, -1, 160};
+        EXPECT_TRUE(QTest::qWaitFor([&] { return keyboard.driver.positionKeys.empty(); }));
+        user.Type("txtTyped", QStringLiteral("{5} Ctrl+X Z"));
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        QTest::keyClick(user.Find("txtTyped"), Qt::Key_Return);
+        EXPECT_TRUE(user.Dialog()->isVisible()); // Enter only takes the text over
+        user.ClickKeys("layoutDisplay", {31});
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        user.Click("cmdClean_0");
+        user.Click("cmdOK");
+    };
+    EXPECT_EQ(EditSequence(record), "  5 58 47175186 46 31");
+}
+
+TEST_F(EditorViewsTest, InTheBackgroundTheKeyboardTypes) {
+    EditSequence([&](const User& user) {
+        const auto goes = [](Qt::ApplicationState state) {
+            emit qGuiApp->applicationStateChanged(state);
+        };
+        goes(Qt::ApplicationInactive);
+        EXPECT_FALSE(keyboard.driver.positionMode);
+        goes(Qt::ApplicationActive);
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        user.Find("txtTyped")->setFocus();
+        goes(Qt::ApplicationInactive);
+        goes(Qt::ApplicationActive);
+        EXPECT_FALSE(keyboard.driver.positionMode);
+
+        QDialog other(user.Dialog()); // while another window is before it, nothing is recorded
+        other.open();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+        keyboard.driver.positionKeys = {31};
+        QTest::qWait(250);
+        EXPECT_EQ(keyboard.driver.positionKeys.size(), 1U);
+    });
+}
+
+TEST_F(EditorViewsTest, WrongTextIsExplainedInPlace) {
+    EXPECT_EQ(EditSequence([](const User& user) {
+                  user.Type("txtTyped", QStringLiteral("Ctrl+Nonsense"));
+                  user.Click("cmdOK");
+                  EXPECT_TRUE(user.Dialog()->isVisible());
+                  EXPECT_TRUE(user.Find<QLabel>("lblTypedFault")->text().contains("Nonsense"));
+                  EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
+                  user.Type("txtTyped", QStringLiteral("A B C D E F A B C D E F"));
+                  EXPECT_FALSE(user.Find("lblTypedFault")->isVisible());
+                  user.Click("cmdApply");
+                  EXPECT_TRUE(user.Find("lblSizeMsg")->isVisible());
+                  QTest::keyClick(user.Dialog(), Qt::Key_Escape);
+              }),
+              "unchanged");
+}
+
+TEST_F(EditorViewsTest, ClicksOnTheTwinArriveFromTheKeyboard) {
+    platform.modalForms.pressTwinKey = [&](Long lCode) {
+        keyboard.driver.positionKeys.push_back(lCode);
+    };
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.Click("chkTwin");
+                  user.ClickKeys("layoutDisplay", {31});
+                  EXPECT_EQ(keyboard.driver.positionKeys.size(), 2U);
+                  EXPECT_TRUE(
+                      QTest::qWaitFor([&] { return keyboard.driver.positionKeys.empty(); }));
+                  QTest::keyClick(user.Dialog(), Qt::Key_Return, Qt::ControlModifier);
+              }),
+              "  5 31159");
+    platform.modalForms.pressTwinKey = nullptr;
+    EditSequence([](const User& user) { EXPECT_FALSE(user.Find("chkTwin")->isVisible()); });
+}
+
+TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
+    const Subscription asks = pos.POSEditorRequested.Subscribe(
+        [&](bool& fCancelEdit) { fCancelEdit = !programmer.ShowPosProgrammer(pos.PosData()); });
+    const Subscription edits = programmer.EditSequence.Subscribe(
+        [&](Integer nPosCode, const std::string& sOutSeq, bool& fCancelEdit, std::string& sInSeq) {
+            WhenOpen([](const User& user) {
+                user.ClickKeys("layoutDisplay", {30});
+                user.Click("cmdOK");
+            });
+            fCancelEdit =
+                !sequencer.ShowSequenceEditor(nPosCode, sOutSeq, sInSeq, kPOSSequenceSize);
+        });
+    WhenOpen([&](const User& user) {
+        EXPECT_FALSE(user.Find("cmdEdit")->isEnabled());
+        user.ClickKeys("posDisplay", {7, 5, 20});
+        QTest::keyClick(user.Find("posDisplay"), Qt::Key_Left);
+        QTest::keyClick(user.Find("posDisplay"), Qt::Key_Space);
+        user.Click("cmdEdit"); // its dialog lies over this one
+        user.Type("txtBlockID", QStringLiteral("42"));
+        user.Click("cmdColor_7");
+        EXPECT_TRUE(user.Find<QAbstractButton>("cmdColor_7")->isChecked());
+        user.Click("cmdNewBlock");
+        user.ClickKeys("posDisplay", {3, 20}); // the other block loses key 20
+        EXPECT_EQ(user.Find<QListWidget>("lstBlocks")->count(), 2);
+        user.Find<QListWidget>("lstBlocks")->setCurrentRow(1);
+        EXPECT_EQ(user.Find<QLineEdit>("txtBlockID")->text(), QStringLiteral("42"));
+        user.Click("cmdOK");
+    });
+    pos.cmdEdit_Click();
+    EXPECT_TRUE(pos.DataChanged());
+    EXPECT_EQ(pos.PosData().Block(5).ColorID(), 7);
+    keyboard.Download(pos);
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("FF 00*31  FF 00*31"
+                                                 "  01 00*31" // 3 and 20
+                                                 "  FF 00*31"
+                                                 "  02 1E 9E 00*29" // 5, 7 and 19
+                                                 "  FF 00*31"
+                                                 "  02 00*31")));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("02 00*31  01 00*31  FF"), 18 * 32));
+
+    WhenOpen([](const User& user) {
+        user.ClickKeys("posDisplay", {50});
+        user.Dialog()->close();
+    });
+    pos.SetDataChanged(false);
+    pos.cmdEdit_Click();
+    EXPECT_FALSE(pos.DataChanged());
+    EXPECT_EQ(pos.PosData().FindBlockForKey(50), 0);
+}
+
+} // namespace
+} // namespace qx::test

@@ -1,0 +1,305 @@
+// The faces of the key controls: what the user does to real widgets arrives in the control and in
+// the keyboard, and what the control shows can be seen and heard.
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/settings/QXProgSettings.h"
+#include "support/BlockRoundTrip.h"
+#include "views/QXFreeProgKeysView.h"
+#include "views/QXLayeredFuncKeysView.h"
+#include "views/QXLayoutDisplayView.h"
+#include "views/QXPosView.h"
+#include "views/SequenceLabel.h"
+
+#include <QAccessible>
+#include <QTest>
+
+namespace qx::views {
+namespace {
+
+using test::Bytes;
+using test::SetCodes;
+using test::TestKeyboard;
+
+// A view on the screen, and its children by name.
+class Screen {
+public:
+    explicit Screen(QWidget& view) : m_view(view) {
+        view.resize(900, 500);
+        view.show();
+    }
+    template <typename Widget = QWidget>
+    [[nodiscard]] Widget* Child(const char* name) const {
+        auto* child = m_view.findChild<Widget*>(QLatin1String(name));
+        EXPECT_NE(child, nullptr) << name;
+        return child;
+    }
+    void Click(const char* name) const { QTest::mouseClick(Child(name), Qt::LeftButton); }
+    void ClickKey(const char* gridName, int key) const {
+        auto* grid = Child<KeyGrid>(gridName);
+        QTest::mouseClick(grid, Qt::LeftButton, {}, grid->KeyRect(key).center());
+    }
+    [[nodiscard]] const KeyCap& Cap(const char* gridName, int key) const {
+        for (const KeyCap& cap : Child<KeyGrid>(gridName)->Keys())
+            if (cap.index == key)
+                return cap;
+        ADD_FAILURE() << "no key " << key;
+        static const KeyCap kNone;
+        return kNone;
+    }
+
+private:
+    QWidget& m_view;
+};
+
+class KeyViewsTest : public testing::Test {
+protected:
+    KeyViewsTest() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl")) << layout.Error();
+    }
+    void Connect(ModuleControl& control) {
+        control.SetKeyboard(&keyboard.access);
+        control.SetPrefSource(&preferences);
+        control.SetLayoutSource(&layout);
+        control.ReloadKeySettings();
+    }
+
+    TestKeyboard keyboard{{{MODULE_FREEPROGRAMMABLE_KEYS, 4096},
+                           {MODULE_LAYERED_FUNCKEYS, 16384},
+                           {MODULE_GUID, 60000},
+                           {MODULE_POS, 8192}}};
+    QXKeyboardLayoutData layout;
+    MemoryRegistry registry;
+    QXProgSettings preferences{registry};
+};
+
+TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
+    QXFreeProgKeys control(keyboard.Services());
+    Connect(control);
+    QXFreeProgKeysView view(control);
+    const Screen screen(view);
+    const Subscription edits = control.EditSequence.Subscribe(
+        [](Integer, const std::string&, bool&, std::string& sInSeq) { sInSeq = " 31159"; });
+    const Subscription advances = control.AdvanceEdit.Subscribe([](bool& fEdit) { fEdit = true; });
+
+    std::vector<Integer> refused;
+    const Subscription refusals =
+        control.KeyNoEditable.Subscribe([&](Integer key) { refused.push_back(key); });
+    screen.ClickKey("layoutDisplay", 30); // CapsLock, which cannot be programmed
+    screen.Click("cmdEdit_0");
+    EXPECT_EQ(refused, std::vector<Integer>{30});
+    screen.ClickKey("layoutDisplay", 75); // Ins, the first that can
+    EXPECT_EQ(control.CurrentKey(), 75);
+    screen.Click("cmdEdit_0");
+    keyboard.Download(control);
+    EXPECT_TRUE(keyboard.Holds(MODULE_FREEPROGRAMMABLE_KEYS, Bytes("1F 9F 00*30  00*32")));
+    EXPECT_EQ(screen.Child<QLabel>("lblCurrSeq")->text().toStdString(), "A ");
+    screen.Click("chkShowDetails");
+    EXPECT_EQ(screen.Child<QLabel>("lblCurrSeq")->text().toStdString(), "A ^A ");
+
+    EXPECT_EQ(screen.Cap("layoutDisplay", 75).name.toStdString(),
+              "Key 75, Ins, programmed: A, current key");
+    EXPECT_TRUE(screen.Cap("layoutDisplay", 75).toolTip.contains(QStringLiteral("Insert key\nA")));
+    EXPECT_EQ(screen.Cap("layoutDisplay", 76).name.toStdString(), "Key 76, Del, not programmed");
+    EXPECT_EQ(screen.Cap("layoutDisplay", 30).state, KeyState::Unused);
+    EXPECT_EQ(screen.Cap("layoutDisplay", 30).name.toStdString(),
+              "Key 30, CapsLock, cannot be programmed");
+
+    // The label takes clicks and letters, not the keys that move on.
+    screen.Click("cmdEdit_1");
+    EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
+    QTest::keyClick(screen.Child("lblCurrSeq"), Qt::Key_Tab);
+    QTest::keyClick(screen.Child("lblCurrSeq"), Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
+    QTest::keyClick(screen.Child("lblCurrSeq"), Qt::Key_A);
+    EXPECT_EQ(control.Sequences().Key(75).Length(), 2);
+    screen.Click("cmdEdit_2");
+    screen.ClickKey("layoutDisplay", 76);
+    screen.Click("lblCurrSeq");
+    EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
+    EXPECT_EQ(control.Sequences().Key(76).Length(), 2);
+}
+
+TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
+    QXLayoutDisplay display;
+    display.SetLayoutSource(&layout);
+    display.SetDisplayKeyType(DISPLAY_PROG);
+    display.SetCurrProgKey(30);
+    display.ReloadKeysSettings(KeyboardSequences());
+    QWidget window;
+    QXLayoutDisplayView view(display, &window);
+    QLineEdit other(&window);
+    view.resize(900, 400);
+    const Screen screen(window);
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    display.SelectKey(16); // Tab
+    EXPECT_EQ(view.Grid()->FocusKey(), 16);
+    QTest::keyClick(view.Grid(), Qt::Key_Right);
+    EXPECT_EQ(display.SelectedKey(), 17);
+    display.SelectKey(16);
+    EXPECT_EQ(view.Grid()->FocusKey(), 16);
+    EXPECT_TRUE(view.Grid()->hasFocus());
+
+    // A key that the keyboard lacks takes the focus from nobody.
+    other.setFocus();
+    display.SelectKey(0);
+    display.ReloadKeysSettings(KeyboardSequences());
+    EXPECT_TRUE(other.hasFocus());
+    EXPECT_EQ(view.Grid()->FocusKey(), 16);
+
+    std::vector<Long> clicked;
+    const Subscription clicks =
+        display.OnKeyClicked.Subscribe([&](Long key) { clicked.push_back(key); });
+    QTest::keyClick(view.Grid(), Qt::Key_Space);
+    screen.ClickKey("layoutDisplay", 128); // cannot be pressed by a sequence
+    EXPECT_EQ(clicked, std::vector<Long>{16});
+    EXPECT_TRUE(screen.Cap("layoutDisplay", 30).isCurrent);
+    EXPECT_EQ(screen.Cap("layoutDisplay", 16).state, KeyState::Empty);
+    EXPECT_EQ(screen.Cap("layoutDisplay", 128).state, KeyState::Unused);
+}
+
+TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
+    QXLayeredFuncKeys control(keyboard.Services());
+    Connect(control);
+    QXLayeredFuncKeysView view(control);
+    const Screen screen(view);
+    const Subscription edits = control.EditLayeredFuncKey.Subscribe(
+        [](const std::string&, bool& fCancelEdit, std::string& sNewSeq) {
+            fCancelEdit = false;
+            sNewSeq = " 31159";
+        });
+    EXPECT_FALSE(screen.Child("txtSymbolDesc")->isEnabled()); // no key is picked
+
+    screen.Click("cmdLayer_1"); // down from 0
+    EXPECT_EQ(control.CurrentLayer(), 9);
+    screen.Click("cmdLayer_0");
+    EXPECT_EQ(control.CurrentLayer(), 0);
+    screen.Child<QSpinBox>("spinLayer")->setValue(2);
+    EXPECT_EQ(control.CurrentLayer(), 2);
+    EXPECT_EQ(screen.Child<QLabel>("lblLayerID")->text().toStdString(), "2");
+
+    screen.ClickKey("funcKeys", 23);
+    EXPECT_EQ(control.CurrentKey(), 23);
+    QTest::keyClicks(screen.Child("txtSymbolDesc"), QStringLiteral("Tea"));
+    screen.Click("cmdEdit_0");
+    keyboard.Download(control);
+    EXPECT_TRUE(keyboard.Holds(MODULE_LAYERED_FUNCKEYS, Bytes("1F 9F 00"), (2 * 24 + 23) * 128));
+    EXPECT_EQ(control.Layer(2).GetKeyDesc(23), "Tea");
+    const KeyCap& cap = screen.Cap("funcKeys", 23);
+    EXPECT_EQ(cap.caption.toStdString(), "Tea");
+    EXPECT_EQ(cap.legend.toStdString(), "F24");
+    EXPECT_EQ(cap.name.toStdString(), "Function key F24, Tea, programmed: A, current key");
+
+    // Writing in the middle of a description does not move the cursor to its end.
+    auto* description = screen.Child<QLineEdit>("txtSymbolDesc");
+    description->setCursorPosition(1);
+    QTest::keyClicks(description, QStringLiteral("xy"));
+    EXPECT_EQ(control.Layer(2).GetKeyDesc(23), "Txyea");
+
+    screen.Click("cmdEdit_1");
+    EXPECT_EQ(screen.Cap("funcKeys", 23).state, KeyState::Empty);
+    screen.Click("cmdLayer_0");
+    EXPECT_EQ(screen.Cap("funcKeys", 23).caption.toStdString(), "F24");
+}
+
+TEST_F(KeyViewsTest, PosKeysShowTheirBlocks) {
+    QXPos control(keyboard.Services());
+    Connect(control);
+    QXPosView view(control);
+    const Screen screen(view);
+    EXPECT_EQ(screen.Child<KeyGrid>("posDisplay")->Keys().size(), 105U);
+
+    const Subscription edits = control.POSEditorRequested.Subscribe([&](bool& fCancelEdit) {
+        POSBlock& block = control.PosData().Block(46);
+        block.SetBlockID(7);
+        block.AddKey(46);
+        block.AddKey(105);
+        SetCodes(block.Sequence(), {31});
+        fCancelEdit = false;
+    });
+    screen.Click("cmdEdit");
+    EXPECT_EQ(screen.Child<QLabel>("lblBlockNum")->text().toStdString(), "1");
+    EXPECT_EQ(screen.Cap("posDisplay", 46).caption.toStdString(), "7");
+    EXPECT_EQ(screen.Cap("posDisplay", 46).name.toStdString(), "POS key 46, Q, block 7, sends: A");
+    EXPECT_EQ(screen.Cap("posDisplay", 105).state, KeyState::Programmed);
+    EXPECT_EQ(screen.Cap("posDisplay", 1).name.toStdString(), "POS key 1, Esc, in no block");
+    keyboard.Download(control);
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("01 1F 00*30"), 45 * 32));
+    EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("01 00*31"), 104 * 32));
+
+    std::vector<Integer> clicked;
+    const Subscription clicks =
+        control.posDisplay.KeyClicked.Subscribe([&](Integer key) { clicked.push_back(key); });
+    screen.ClickKey("posDisplay", 105);
+    QTest::keyClick(screen.Child("posDisplay"), Qt::Key_Up);
+    QTest::keyClick(screen.Child("posDisplay"), Qt::Key_Return);
+    EXPECT_EQ(clicked, (std::vector<Integer>{105, 90}));
+    EXPECT_EQ(control.posDisplay.Focus(), 90);
+
+    const Subscription removes =
+        control.RemoveAllBlocks.Subscribe([](bool& fCancel) { fCancel = false; });
+    screen.Click("cmdCleanAll");
+    EXPECT_EQ(control.PosData().BlockNum(), 0);
+    EXPECT_EQ(screen.Cap("posDisplay", 46).state, KeyState::Unused);
+}
+
+TEST_F(KeyViewsTest, ColoursFollowThePreferencesAndThePalette) {
+    QXFreeProgKeys control(keyboard.Services());
+    Connect(control);
+    QXFreeProgKeysView view(control);
+    const Screen screen(view);
+    preferences.SetColorEmpty(0x00112233);
+    control.ReloadColor();
+    EXPECT_EQ(screen.Cap("layoutDisplay", 75).color, QColor(0x33, 0x22, 0x11));
+
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Button, QColor(40, 41, 42));
+    QApplication::setPalette(dark);
+    QApplication::processEvents();
+    EXPECT_EQ(screen.Cap("layoutDisplay", 30).color, QColor(40, 41, 42)); // the face of buttons
+    QApplication::setPalette(before);
+}
+
+// Every widget that the user can reach says what it is.
+TEST_F(KeyViewsTest, EverythingThatTakesTheFocusHasAName) {
+    QXFreeProgKeys freeKeys;
+    QXLayeredFuncKeys layered;
+    QXPos pos;
+    for (ButtonCaption* button :
+         {&freeKeys.ButtonEdit(), &freeKeys.ButtonClean(), &freeKeys.ButtonCleanAll(),
+          &layered.ButtonEdit(), &layered.ButtonCleanKey(), &layered.ButtonCleanLayer(),
+          &layered.ButtonCleanAllLayer(), &layered.ButtonLayerInc(), &layered.ButtonLayerDec(),
+          &pos.ButtonEdit(), &pos.ButtonCleanAll()})
+        button->SetCaption("caption");
+    freeKeys.SetSequenceForCurrKey("Sequence");
+    freeKeys.SetShowDetails("Details");
+    layered.SetCaptionSequence("Sequence");
+    layered.SetFunctionKeyDescription("Description");
+    layered.SetShowDetails("Details");
+    layered.SetLayerDesc("Layer");
+    for (ModuleControl* control :
+         std::initializer_list<ModuleControl*>{&freeKeys, &layered, &pos}) {
+        Connect(*control);
+        control->Translate();
+    }
+    QXFreeProgKeysView freeView(freeKeys);
+    QXLayeredFuncKeysView layeredView(layered);
+    QXPosView posView(pos);
+    for (QWidget* view : {static_cast<QWidget*>(&freeView), static_cast<QWidget*>(&layeredView),
+                          static_cast<QWidget*>(&posView)})
+        for (QWidget* child : view->findChildren<QWidget*>()) {
+            if (child->focusPolicy() == Qt::NoFocus || child->objectName().startsWith("qt_"))
+                continue;
+            QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(child);
+            ASSERT_NE(accessible, nullptr);
+            EXPECT_FALSE(accessible->text(QAccessible::Name).trimmed().isEmpty())
+                << child->metaObject()->className() << " " << child->objectName().toStdString();
+            for (int row = 0; qobject_cast<KeyGrid*>(child) && row < accessible->childCount();
+                 ++row)
+                EXPECT_FALSE(accessible->child(row)->text(QAccessible::Name).isEmpty()) << row;
+        }
+}
+
+} // namespace
+} // namespace qx::views
