@@ -3,7 +3,6 @@
 #include "qxcontrols/common/Text.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace qx::host {
 
@@ -12,6 +11,9 @@ namespace {
 // The message that this host has drivers post for their progress; 0x8000 is the first number that
 // belongs to applications.
 constexpr Long kProgressMessage = 0x8000;
+
+// No keyboard's memory reaches as far; the controls reckon with addresses up to here.
+constexpr Long kAddressLimit = 1 << 30;
 
 } // namespace
 
@@ -78,6 +80,15 @@ void Session::Open() {
     if (!ready || m_access.DirectorySize() == 0) // a negative size is none either
         throw Error(ErrorKind::KeyboardNotOpened,
                     "the keyboard could not be opened: it has no configuration directory");
+    for (Integer i = 1; i <= m_access.DirectorySize(); ++i) {
+        const ConfigDirEntry& entry = *m_access.DirectoryItem(i);
+        const Long address = entry.StartAddress();
+        if (!NameOf(entry.ModuleType()).empty() && (address < -1 || address >= kAddressLimit))
+            throw Error(ErrorKind::KeyboardNotOpened,
+                        "the keyboard could not be opened: its directory says that " +
+                            std::string(NameOf(entry.ModuleType())) + " begins at " +
+                            std::to_string(address) + ", which no memory has");
+    }
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
@@ -194,7 +205,7 @@ KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long 
         for (const Area& area : section->Info().areas) {
             const Long base = AreaAddress(area);
             const Long size = area.size != 0 ? area.size : section->Control().TransferSize(true);
-            if (base != -1 && address >= base && std::int64_t{address} - base < size)
+            if (base != -1 && address >= base && address - base < size)
                 return area.module;
         }
     return MODULE_KEYBOARD;
