@@ -56,16 +56,19 @@ void SimulatedDriver::StopTransferAfter(Long lBytes) {
 void SimulatedDriver::LieFrom(std::uint32_t seed) {
     std::mt19937 random(seed);
     const auto below = [&](std::uint32_t end) { return static_cast<int>(random() % end); };
-    const auto kind = static_cast<LieKind>(below(4));
-    const int transfersBefore = below(2);
-    const int bit = below(8);
-    m_lie = Lie{kind, transfersBefore, static_cast<std::uint32_t>(random()), bit};
+    constexpr LieKind kKinds[] = {LieKind::DroppedWrite, LieKind::ShortWrite, LieKind::FlippedBit,
+                                  LieKind::ShortRead};
+    m_lie.kind = kKinds[below(4)];
+    m_lie.transfersBefore = below(2);
+    m_lie.bit = below(8);
+    m_lie.offset = static_cast<std::uint32_t>(random());
 }
 
-std::optional<SimulatedDriver::Lie> SimulatedDriver::TakeLie(bool isWrite) {
-    if (!m_lie || isWrite != (m_lie->kind != LieKind::ShortRead) || m_lie->transfersBefore-- > 0)
-        return {};
-    return std::exchange(m_lie, {});
+SimulatedDriver::Lie SimulatedDriver::TakeLie(bool isWrite) {
+    const bool isDue = m_lie.kind != LieKind::None &&
+                       isWrite == (m_lie.kind != LieKind::ShortRead) &&
+                       m_lie.transfersBefore-- == 0;
+    return isDue ? std::exchange(m_lie, {}) : Lie();
 }
 
 std::string SimulatedDriver::Memory(Long lAddress, Long lSize) const {
@@ -285,11 +288,13 @@ Status SimulatedDriver::Transfer(const std::string& from, std::string& to, bool 
         total += request.size;
     const std::optional<Long> stopAfter = std::exchange(m_stopAfter, {});
     const std::int64_t end = std::min<std::int64_t>(total, stopAfter.value_or(total));
-    const std::optional<Lie> lie = total > 0 ? TakeLie(isWrite) : std::nullopt;
-    const std::int64_t lieOffset = lie ? lie->offset % total : 0;
+    const Lie lie = total > 0 ? TakeLie(isWrite) : Lie();
+    const std::int64_t lieOffset = total > 0 ? lie.offset % total : 0;
     std::int64_t kept = end; // how many of the moved bytes arrive
-    if (lie && lie->kind != LieKind::FlippedBit)
-        kept = lie->kind == LieKind::DroppedWrite ? 0 : lieOffset;
+    if (lie.kind == LieKind::DroppedWrite)
+        kept = 0;
+    else if (lie.kind == LieKind::ShortWrite || lie.kind == LieKind::ShortRead)
+        kept = lieOffset;
     std::int64_t moved = 0;
     PostProgress(0);
     for (const Stretch& request : m_requests)
@@ -306,9 +311,9 @@ Status SimulatedDriver::Transfer(const std::string& from, std::string& to, bool 
             if (moved < total) // 100 is for a transfer that is complete, and stored
                 PostProgress(static_cast<Long>(moved * 100 / total));
         }
-    if (lie && lie->kind == LieKind::FlippedBit && lieOffset < moved) {
+    if (lie.kind == LieKind::FlippedBit && lieOffset < moved) {
         char& byte = to[AddressInTransfer(lieOffset)];
-        byte = static_cast<char>(byte ^ (1 << lie->bit));
+        byte = static_cast<char>(byte ^ (1 << lie.bit));
     }
     return moved == total ? Status::Ok : Status::TransferStopped;
 }

@@ -60,7 +60,7 @@ public:
     // later request replaces an earlier one.
     void LieFrom(std::uint32_t seed);
     void EndLies() {
-        m_lie.reset();
+        m_lie = {};
     }
     // A key that will have been pressed in position-programming mode.
     void QueuePositionKey(Long lPositionCode) {
@@ -87,12 +87,12 @@ private:
         bool forEver;
     };
 
-    enum class LieKind { DroppedWrite, ShortWrite, FlippedBit, ShortRead };
+    enum class LieKind { None, DroppedWrite, ShortWrite, FlippedBit, ShortRead };
     struct Lie {
-        LieKind kind;
-        int transfersBefore;  // of its direction
-        std::uint32_t offset; // of the byte, modulo the transfer's size
-        int bit;
+        LieKind kind = LieKind::None;
+        int transfersBefore = 0;  // of its direction
+        std::uint32_t offset = 0; // of the byte, modulo the transfer's size
+        int bit = 0;
     };
 
     // Every QXCFG function runs in Value, which counts it and gives a fault that is due; `lRefused`
@@ -113,8 +113,8 @@ private:
     Long WriteNumber(Long lAddress, Number value);
 
     Status Transfer(const std::string& from, std::string& to, bool isWrite);
-    // The lie that this transfer tells.
-    [[nodiscard]] std::optional<Lie> TakeLie(bool isWrite);
+    // The lie that this transfer tells, if any.
+    [[nodiscard]] Lie TakeLie(bool isWrite);
     // The address of a byte of the transfer that the requests make.
     [[nodiscard]] std::size_t AddressInTransfer(std::int64_t offset) const;
     void PostProgress(Long lPercent) const;
@@ -142,7 +142,7 @@ private:
     bool m_isBusy = false;
     std::optional<RequestedFault> m_fault;
     std::optional<Long> m_stopAfter;
-    std::optional<Lie> m_lie;
+    Lie m_lie;
     std::string m_lastError;
 };
 
