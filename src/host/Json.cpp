@@ -101,7 +101,7 @@ Json ParseStrictly(std::string_view text) {
     };
     try {
         return Json::parse(text, watch);
-    } catch (const Json::parse_error& error) {
+    } catch (const Json::exception& error) { // no JSON, or a number too large for any
         const std::string reason = error.what();
         throw JsonError("", "not valid JSON: " +
                                 reason.substr(reason.find("] ") + 2)); // without its own number

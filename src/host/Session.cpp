@@ -12,6 +12,9 @@ namespace {
 // belongs to applications.
 constexpr Long kProgressMessage = 0x8000;
 
+// No keyboard's memory reaches as far; the controls reckon with addresses up to here.
+constexpr Long kAddressLimit = 1 << 30;
+
 } // namespace
 
 // The controls know the keyboard only while the session works with them, so that a configuration
@@ -74,9 +77,18 @@ void Session::Open() {
         ready = m_access.Init();
         m_isOpen = ready;
     });
-    if (!ready)
+    if (!ready || m_access.DirectorySize() == 0) // a negative size is none either
         throw Error(ErrorKind::KeyboardNotOpened,
                     "the keyboard could not be opened: it has no configuration directory");
+    for (Integer i = 1; i <= m_access.DirectorySize(); ++i) {
+        const ConfigDirEntry& entry = *m_access.DirectoryItem(i);
+        const Long address = entry.StartAddress();
+        if (!NameOf(entry.ModuleType()).empty() && (address < -1 || address >= kAddressLimit))
+            throw Error(ErrorKind::KeyboardNotOpened,
+                        "the keyboard could not be opened: its directory says that " +
+                            std::string(NameOf(entry.ModuleType())) + " begins at " +
+                            std::to_string(address) + ", which no memory has");
+    }
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }

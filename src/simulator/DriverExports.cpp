@@ -121,6 +121,17 @@ QX_EXPORT void QX_DRIVER_CALL QXSIM_StopTransferAfter(std::int32_t bytes) {
     });
 }
 
+// A negative seed ends the request.
+QX_EXPORT void QX_DRIVER_CALL QXSIM_LieFrom(std::int32_t seed) {
+    WithDriver([&](SimulatedDriver& driver) {
+        if (seed < 0)
+            driver.EndLies();
+        else
+            driver.LieFrom(static_cast<std::uint32_t>(seed));
+        return 0;
+    });
+}
+
 QX_EXPORT void QX_DRIVER_CALL QXSIM_QueuePositionKey(std::int32_t code) {
     WithDriver([&](SimulatedDriver& driver) {
         driver.QueuePositionKey(code);

@@ -86,6 +86,8 @@ Json ParseStrictly(const std::string& text) {
         return Json::parse(text, watch);
     } catch (const Json::parse_error& error) {
         Refuse("offset " + std::to_string(error.byte), "not valid JSON");
+    } catch (const Json::out_of_range& error) { // a number too large
+        Refuse("", "not valid JSON: " + std::string(error.what()));
     }
 }
 

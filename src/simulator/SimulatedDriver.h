@@ -54,6 +54,14 @@ public:
     // The next transfer breaks off after so many bytes, which stay moved; a negative number ends
     // the request.
     void StopTransferAfter(Long lBytes);
+    // One of the next transfers lies: it reports success, but is not what it should have been. The
+    // seed alone decides how - nothing is written, less is written, one bit is written wrongly, or
+    // less is read - and whether the first or the second transfer of that direction does so. A
+    // later request replaces an earlier one.
+    void LieFrom(std::uint32_t seed);
+    void EndLies() {
+        m_lie = {};
+    }
     // A key that will have been pressed in position-programming mode.
     void QueuePositionKey(Long lPositionCode) {
         m_positionKeys.push_back(lPositionCode);
@@ -79,6 +87,14 @@ private:
         bool forEver;
     };
 
+    enum class LieKind { None, DroppedWrite, ShortWrite, FlippedBit, ShortRead };
+    struct Lie {
+        LieKind kind = LieKind::None;
+        int transfersBefore = 0;  // of its direction
+        std::uint32_t offset = 0; // of the byte, modulo the transfer's size
+        int bit = 0;
+    };
+
     // Every QXCFG function runs in Value, which counts it and gives a fault that is due; `lRefused`
     // is its result when it is called during another call.
     Long Value(Long lRefused, const std::function<Long()>& function);
@@ -96,7 +112,11 @@ private:
     template <typename Number>
     Long WriteNumber(Long lAddress, Number value);
 
-    Status Transfer(const std::string& from, std::string& to);
+    Status Transfer(const std::string& from, std::string& to, bool isWrite);
+    // The lie that this transfer tells, if any.
+    [[nodiscard]] Lie TakeLie(bool isWrite);
+    // The address of a byte of the transfer that the requests make.
+    [[nodiscard]] std::size_t AddressInTransfer(std::int64_t offset) const;
     void PostProgress(Long lPercent) const;
 
     // The file that a caller means, which is not that of the keyboard. Throws Failure.
@@ -122,6 +142,7 @@ private:
     bool m_isBusy = false;
     std::optional<RequestedFault> m_fault;
     std::optional<Long> m_stopAfter;
+    Lie m_lie;
     std::string m_lastError;
 };
 

@@ -1,6 +1,10 @@
 #include "CommandLine.h"
 
 #include "host/Json.h"
+#include "support/HostileDisk.h"
+
+#include <algorithm>
+#include <map>
 
 #include <streambuf>
 
@@ -79,6 +83,53 @@ TEST(Commands, ErrorsHaveTheirStatusAndAreJsonToo) {
     const Outcome opening = keyboard.Run({"identify"}, {2, 77});
     EXPECT_EQ(opening.status, 3);
     EXPECT_NE(opening.err.find("QXCFG_Init gave status 77"), std::string::npos) << opening.err;
+}
+
+// Each refusal is one error, and every file is as it was.
+TEST(Commands, WhatTheDiskRefusesLosesNothing) {
+    CommandLine keyboard;
+    keyboard.Done({"upload", "-o", keyboard.File("till.json")});
+    keyboard.Done({"param", "save", keyboard.File("till.par")});
+    keyboard.Done({"prefs", "set", "AutoSave", "False"});
+    const std::string delay = keyboard.Write(
+        "delay.json",
+        R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": 77}})");
+    std::filesystem::create_directory(keyboard.folder / "closed");
+    const auto content = [&] {
+        std::map<std::string, std::string> files;
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(keyboard.folder / "."))
+            if (entry.is_regular_file() && entry.path().extension() != ".lock" &&
+                entry.path().extension() != ".writing")
+                files[entry.path().string()] = files::ReadFile(entry.path());
+        return files;
+    };
+    const auto before = content();
+    const auto refuses = [&](const std::vector<std::string>& arguments) {
+        const Outcome outcome = keyboard.Run(arguments);
+        EXPECT_EQ(outcome.status, 4) << arguments[0] << " " << arguments[1] << ": " << outcome.err;
+        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+        EXPECT_EQ(outcome.out, "");
+    };
+    {
+        const FullDisk full(0);
+        refuses({"upload", "-o", keyboard.File("till.json")});
+        refuses({"download", delay});
+        refuses({"param", "save", keyboard.File("till.par")});
+    }
+    {
+        const ReadOnlyFolder closed(keyboard.folder / "closed");
+        refuses({"upload", "-o", keyboard.File("closed/till.json")});
+        refuses({"param", "save", keyboard.File("closed/till.par")});
+    }
+    refuses({"upload", "-o", keyboard.File("vanished/till.json")});
+    refuses({"param", "save", keyboard.File("vanished/till.par")});
+    EXPECT_TRUE(content() == before);
+    {
+        const FullDisk full(0); // a program that goes on stores the preference as soon as it can
+        refuses({"prefs", "set", "AutoSave", "True"});
+        EXPECT_TRUE(content() == before);
+    }
 }
 
 TEST(Commands, AKeyboardThatLiesIsCaught) {

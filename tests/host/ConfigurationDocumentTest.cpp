@@ -138,6 +138,13 @@ TEST_F(DocumentTest, WhatIsGivenTwiceIsRefused) {
     }
 }
 
+TEST_F(DocumentTest, ANumberThatIsTooLargeForAnyIsAFault) {
+    const auto faults = FaultsOf(R"({"format": "qx-configuration", "version": 1,
+                                     "commonKeyboard": {"outputDelay": 6e999}})");
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_NE(faults[0].message.find("6e999"), std::string::npos) << faults[0].message;
+}
+
 TEST_F(DocumentTest, NestingIsLimited) {
     const auto messageOf = [&](std::size_t depth) {
         const std::string text = std::string(depth, '[') + std::string(depth, ']');

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 namespace qx::host {
@@ -68,6 +70,62 @@ TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
     Session session(driver);
     session.Open();
     EXPECT_THROW(session.Close(), Error);
+}
+
+TEST_F(SessionTest, ADirectoryThatIsNotAsLargeAsItSaysIsRefused) {
+    struct LyingDriver : test::FakeDriver {
+        std::int32_t size = 0;
+        std::int32_t QXCFG_ConfigDirectorySize() override { return size; }
+        std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
+                                                   std::int32_t* address) override {
+            return static_cast<std::size_t>(nIndex) < directory.size()
+                       ? FakeDriver::QXCFG_ConfigDirectoryGetEntry(nIndex, module, address)
+                       : 7;
+        }
+    } lying;
+    lying.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    const std::pair<std::int32_t, const char*> cases[] = {
+        {0, "no configuration directory"},      {-1, "no configuration directory"},
+        {0x8000, "no configuration directory"}, {0x10000, "no configuration directory"},
+        {3, "GetEntry gave status 7"},          {0x7FFF, "GetEntry gave status 7"},
+    };
+    for (const auto& [size, expected] : cases) {
+        lying.size = size;
+        Session session(lying);
+        try {
+            session.Open();
+            ADD_FAILURE() << "opened with size " << size;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), ErrorKind::KeyboardNotOpened);
+            EXPECT_NE(std::string(error.what()).find(expected), std::string::npos) << error.what();
+        }
+    }
+}
+
+// The controls would reckon past the end of what numbers can say.
+TEST_F(SessionTest, AnAddressThatNoMemoryHasIsRefused) {
+    constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+    for (const std::int32_t address : {kLowest, -2, 1 << 30, kHighest}) {
+        driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_MAGNET_CONFIG, address}};
+        Session session(driver);
+        try {
+            session.Open();
+            ADD_FAILURE() << "opened with an area at " << address;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), ErrorKind::KeyboardNotOpened);
+            EXPECT_NE(std::string(error.what())
+                          .find("MODULE_MAGNET_CONFIG begins at " + std::to_string(address)),
+                      std::string::npos)
+                << error.what();
+        }
+    }
+    driver.directory.pop_back();
+    driver.directory.push_back({MODULE_MAGNET_CONFIG, -1}); // as good as none
+    driver.directory.push_back({77, kLowest});              // of no use to anybody
+    Session session(driver);
+    session.Open();
+    EXPECT_EQ(session.SectionsIn(configuration).size(), 1U);
 }
 
 // Without MODULE_GUID the control works with the address -1; nothing of that reaches the driver.

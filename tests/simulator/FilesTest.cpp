@@ -2,15 +2,14 @@
 
 #include "files/Files.h"
 #include "files/Sha256.h"
+#include "support/HostileDisk.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <functional>
 #include <stdexcept>
 
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,23 +27,6 @@ std::string Refusal(const std::function<void()>& action) {
         return error.what();
     }
 }
-
-// While it lives, no file can grow beyond so many bytes, as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t size) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{size, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_before{};
-};
 
 // Whether another process gets the claim.
 bool AnotherProcessLocks(const fs::path& file) {
@@ -92,6 +74,16 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
                   files::WriteFileAtomically(folder / "absent/file", "x");
               }).find("No such file or directory"),
               std::string::npos);
+    fs::create_directory(folder / "closed");
+    files::WriteFileAtomically(folder / "closed/file", "old");
+    {
+        const ReadOnlyFolder closed(folder / "closed");
+        EXPECT_NE(Refusal([&] {
+                      files::WriteFileAtomically(folder / "closed/file", "new");
+                  }).find("Permission denied"),
+                  std::string::npos);
+    }
+    EXPECT_EQ(files::ReadFile(folder / "closed/file"), "old");
     EXPECT_NE(Refusal([&] { files::WriteFileAtomically(file.parent_path(), "x"); }), "");
     EXPECT_NE(Refusal([&] { files::WriteFileAtomically("/dev/null", "x"); }), "");
     EXPECT_TRUE(fs::is_character_file("/dev/null"));

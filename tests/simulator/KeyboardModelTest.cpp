@@ -75,6 +75,7 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         {"131056", "-1", "/directory/1/address"},
         {"131056", "4294967296", "/directory/1/address"},
         {"131056", "100.5", "/directory/1/address"},
+        {"131056", "1e999", "1e999"},                 // more than any number holds
         {"131056", "36095", "/directory/1/address"},  // the last byte of MODULE_POS
         {"131056", "2047", "/directory/1/address"},   // the capability byte
         {"131056", "28031", "/directory/1/address"},  // the code page

@@ -59,6 +59,14 @@ public:
         else
             Own<void, Long>("QXSIM_StopTransferAfter", lBytes);
     }
+    void LieFrom(std::int32_t seed) { // a negative seed ends the lies
+        if (m_kind == Kind::Library)
+            Own<void, std::int32_t>("QXSIM_LieFrom", seed);
+        else if (seed < 0)
+            m_inProcess->EndLies();
+        else
+            m_inProcess->LieFrom(static_cast<std::uint32_t>(seed));
+    }
     void QueuePositionKey(Long lCode) {
         if (m_kind == Kind::InProcess)
             m_inProcess->QueuePositionKey(lCode);

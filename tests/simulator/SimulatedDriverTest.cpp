@@ -5,8 +5,11 @@
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "simulator/MemoryMap.h"
 
+#include <algorithm>
 #include <functional>
 #include <limits>
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace qx::test {
@@ -266,6 +269,81 @@ TEST_P(SimulatedKeyboard, FailsTheCallThatItIsToldTo) {
             keyboard.FailCall(0, 0, false);
             driver.QXCFG_MemRequestClean();
         }
+}
+
+// What came of a transfer of the bytes `sent` to where `before` was: "whole", "none", "part" or
+// "bit"; else "?". The bytes are in the order of the transfer.
+std::string Judge(const std::string& sent, const std::string& before, const std::string& arrived) {
+    if (arrived == sent)
+        return "whole";
+    if (arrived == before)
+        return "none";
+    const auto end = static_cast<std::size_t>(
+        std::mismatch(arrived.begin(), arrived.end(), sent.begin()).first - arrived.begin());
+    if (arrived.substr(end) == before.substr(end))
+        return "part";
+    const auto difference = static_cast<unsigned>(arrived[end] ^ sent[end]) & 0xFFU;
+    const bool isLast = arrived.substr(end + 1) == sent.substr(end + 1);
+    return isLast && (difference & (difference - 1)) == 0 ? "bit" : "?";
+}
+
+TEST_P(SimulatedKeyboard, LiesAsTheSeedSays) {
+    ConfigDriver& driver = keyboard.Open();
+    const std::string zeros(600, '\0');
+    const std::string fresh(600, '\x99');
+    const std::vector<Long> places{kPlace, kPlace + 600, kPlace + 1200};
+    const auto request = [&](Long place) { // the later half first
+        driver.QXCFG_MemRequestClean();
+        driver.QXCFG_MemRequestAdd(5, place + 300, 300);
+        driver.QXCFG_MemRequestAdd(5, place, 300);
+    };
+    const auto save = [&](const std::string& bytes) {
+        for (const Long place : places) {
+            keyboard.PutImage(place, bytes);
+            request(place);
+            EXPECT_EQ(driver.QXCFG_ImageSave(), 0);
+        }
+    };
+    // What came of three loads over zeros, from a keyboard that should hold fresh bytes.
+    const auto load = [&] {
+        std::string outcomes;
+        for (const Long place : places) {
+            keyboard.PutImage(place, zeros);
+            request(place);
+            EXPECT_EQ(driver.QXCFG_ImageLoad(), 0);
+            const std::string area = keyboard.Image(place, 600);
+            outcomes += Judge(fresh, zeros, area.substr(300) + area.substr(0, 300)) + " ";
+        }
+        return outcomes;
+    };
+    const auto outcomesOf = [&](Long seed) {
+        save(zeros);
+        keyboard.LieFrom(seed);
+        save(fresh);
+        keyboard.LieFrom(-1);
+        const std::string written = load();
+        save(fresh);
+        keyboard.LieFrom(seed);
+        const std::string read = load();
+        keyboard.LieFrom(-1);
+        return written + "/ " + read;
+    };
+    std::map<std::string, int> counts;
+    for (Long seed = 0; seed < 80; ++seed) {
+        const std::string outcomes = outcomesOf(seed);
+        if (seed % 10 == 0) {
+            EXPECT_EQ(outcomesOf(seed), outcomes) << "seed " << seed;
+        }
+        ++counts[outcomes];
+    }
+    const std::string honest = "whole whole whole ";
+    for (const char* lie : {"none whole whole ", "part whole whole ", "bit whole whole ",
+                            "whole none whole ", "whole part whole ", "whole bit whole "})
+        EXPECT_GT(std::exchange(counts[lie + ("/ " + honest)], 0), 2) << lie;
+    for (const char* lie : {"part whole whole ", "whole part whole "})
+        EXPECT_GT(std::exchange(counts[honest + "/ " + lie], 0), 2) << "read " << lie;
+    for (const auto& [outcomes, count] : counts)
+        EXPECT_EQ(count, 0) << "unexpected: " << outcomes;
 }
 
 TEST_P(SimulatedKeyboard, GivesPositionCodesInPositionMode) {

@@ -1,0 +1,221 @@
+// Whatever a driver answers - sizes, ids, addresses, statuses, bytes, lies about transfers -
+// nothing crashes, a document that an upload writes is accepted, and after a download that was
+// verified the keyboard holds every byte of it.
+
+#include "Fuzz.h"
+#include "host/Session.h"
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+
+namespace {
+
+using namespace qx;
+
+// A driver that gives every call the status 0, or at one call the input's.
+class WillingDriver : public ConfigDriver {
+public:
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    std::int32_t name parameters override {                                                        \
+        return Take arguments;                                                                     \
+    }
+#include "qxcontrols/device/DriverFunctions.def"
+
+    int failingCall = 0; // counted from 1
+    std::int32_t status = 0;
+
+protected:
+    template <typename... Arguments>
+    std::int32_t Take(Arguments...) {
+        return ++m_calls == failingCall ? status : 0;
+    }
+
+private:
+    int m_calls = 0;
+};
+
+// A keyboard of hostile content: its directory and its bytes are the input's. Accesses outside its
+// memory succeed all the same, and are answered with the input's bytes.
+class HostileDriver : public WillingDriver {
+public:
+    explicit HostileDriver(FuzzedDataProvider& input) {
+        failingCall = input.ConsumeBool() ? input.ConsumeIntegralInRange(1, 2000) : 0;
+        status = input.ConsumeIntegral<std::int32_t>();
+        const int entries = input.ConsumeIntegralInRange(0, 20);
+        m_directorySize = input.ConsumeBool() ? entries : input.ConsumeIntegral<std::int32_t>();
+        m_lyingTransfer = input.ConsumeIntegralInRange(0, 4);
+        m_lie = input.ConsumeIntegral<std::uint16_t>();
+        for (int i = 0; i < entries; ++i) {
+            const auto module = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 13)
+                                                    : input.ConsumeIntegral<std::int32_t>();
+            const auto address = input.ConsumeBool() ? input.ConsumeIntegralInRange(-40, 0x20000)
+                                                     : input.ConsumeIntegral<std::int32_t>();
+            m_directory.push_back({module, address});
+        }
+        const auto bytes = input.ConsumeRemainingBytes<char>();
+        if (!bytes.empty())
+            for (std::size_t i = 0; i < m_memory.size(); ++i)
+                m_memory[i] = bytes[i % bytes.size()];
+    }
+
+    // Whether the keyboard holds all that the image held when it was to be saved last.
+    [[nodiscard]] bool HoldsWhatWasSent() const {
+        for (std::size_t i = 0; i < m_isWritten.size(); ++i)
+            if (m_isWritten[i] != 0 && m_memory[i] != m_sent[i])
+                return false;
+        return true;
+    }
+    void ForgetWrites() { m_isWritten.assign(kSize, '\0'); }
+
+    std::int32_t QXCFG_ConfigDirectorySize() override { return m_directorySize; }
+    std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
+                                               std::int32_t* address) override {
+        if (!m_directory.empty()) {
+            const Stretch& entry =
+                m_directory[static_cast<std::uint16_t>(nIndex) % m_directory.size()];
+            *module = entry.first;
+            *address = entry.second;
+        }
+        return Take();
+    }
+    std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer, std::int32_t lSize) override {
+        return Read(lAddress, buffer, lSize);
+    }
+    std::int32_t QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                  std::int32_t lSize) override {
+        return Write(lAddress, buffer, lSize);
+    }
+    std::int32_t QXCFG_ImageReadByte(std::int32_t lAddress, std::uint8_t* value) override {
+        return Read(lAddress, reinterpret_cast<char*>(value), 1);
+    }
+    std::int32_t QXCFG_ImageWriteByte(std::int32_t lAddress, std::uint8_t value) override {
+        return Write(lAddress, reinterpret_cast<const char*>(&value), 1);
+    }
+    std::int32_t QXCFG_ImageReadInt(std::int32_t lAddress, std::int16_t* value) override {
+        return Read(lAddress, reinterpret_cast<char*>(value), 2);
+    }
+    std::int32_t QXCFG_ImageWriteInt(std::int32_t lAddress, std::int16_t value) override {
+        return Write(lAddress, reinterpret_cast<const char*>(&value), 2);
+    }
+    std::int32_t QXCFG_ImageReadLong(std::int32_t lAddress, std::int32_t* value) override {
+        return Read(lAddress, reinterpret_cast<char*>(value), 4);
+    }
+    std::int32_t QXCFG_ImageWriteLong(std::int32_t lAddress, std::int32_t value) override {
+        return Write(lAddress, reinterpret_cast<const char*>(&value), 4);
+    }
+    std::int32_t QXCFG_MemRequestClean() override {
+        m_requests.clear();
+        return Take();
+    }
+    std::int32_t QXCFG_MemRequestAdd(std::int16_t, std::int32_t lAddress,
+                                     std::int32_t lSize) override {
+        m_requests.emplace_back(lAddress, lSize);
+        return Take();
+    }
+    std::int32_t QXCFG_ImageLoad() override { return Move(m_memory, m_image); }
+    std::int32_t QXCFG_ImageSave() override {
+        m_sent = m_image;
+        return Move(m_image, m_memory);
+    }
+    std::int32_t QXCFG_IsPositionMode() override { return m_lie; }
+    std::int32_t QXCFG_GetPositionKey() override { return m_lie; }
+
+private:
+    static constexpr std::int64_t kSize = 0x20000;
+    using Stretch = std::pair<std::int32_t, std::int32_t>; // address and size
+
+    // The part of a stretch that lies in memory: where it begins, and how long it is.
+    static std::pair<std::size_t, std::size_t> Inside(std::int64_t address, std::int64_t size) {
+        const std::int64_t begin = std::clamp<std::int64_t>(address, 0, kSize);
+        const std::int64_t end =
+            std::clamp<std::int64_t>(address + std::max<std::int64_t>(size, 0), begin, kSize);
+        return {static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)};
+    }
+
+    // What lies outside the memory is answered with what lies at its beginning.
+    std::int32_t Read(std::int32_t address, char* to, std::int32_t size) {
+        const std::int32_t taken = Take();
+        if (taken != 0)
+            return taken;
+        const auto [begin, length] = Inside(address, size);
+        for (std::int64_t done = 0; length < static_cast<std::size_t>(size) && done < size;)
+            done += static_cast<std::int64_t>(
+                m_image.copy(to + done, static_cast<std::size_t>(size - done)));
+        if (length > 0)
+            m_image.copy(to + (static_cast<std::int64_t>(begin) - address), length, begin);
+        return 0;
+    }
+
+    std::int32_t Write(std::int32_t address, const char* from, std::int32_t size) {
+        const std::int32_t taken = Take();
+        const auto [begin, length] = Inside(address, size);
+        if (taken == 0 && length > 0) {
+            m_image.replace(begin, length, from + (static_cast<std::int64_t>(begin) - address),
+                            length);
+            m_isWritten.replace(begin, length, length, 'w');
+        }
+        return taken;
+    }
+
+    // The transfer that lies moves only its first bytes, and changes a bit of one of them.
+    std::int32_t Move(const std::string& from, std::string& to) {
+        const std::int32_t taken = Take();
+        const bool lies = ++m_transfers == m_lyingTransfer;
+        std::size_t left = lies ? m_lie : std::string::npos;
+        if (taken != 0)
+            return taken;
+        for (const auto& [address, size] : m_requests) {
+            const auto [begin, length] = Inside(address, size);
+            const std::size_t moved = std::min(length, left);
+            to.replace(begin, moved, from, begin, moved);
+            if (lies && moved > 0)
+                to[begin] = static_cast<char>(to[begin] ^ 1);
+            left -= lies ? moved : 0;
+        }
+        return 0;
+    }
+
+    std::int32_t m_directorySize;
+    std::vector<Stretch> m_directory; // modules and addresses
+    std::vector<Stretch> m_requests;
+    std::string m_memory = std::string(kSize, '\0');
+    std::string m_image = m_memory;
+    std::string m_sent = m_image;
+    std::string m_isWritten = m_memory; // of the image: not 0 where the host has written
+    int m_transfers = 0, m_lyingTransfer;
+    std::uint16_t m_lie;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider input(data, size);
+    HostileDriver driver(input);
+    try {
+        host::Session session(driver);
+        session.Open();
+        host::Configuration configuration{fuzz::Services(), &fuzz::UsLayout(), nullptr};
+        const auto sections = session.SectionsIn(configuration);
+        session.Upload(sections);
+        const std::string text = configuration.Write(sections, session.Keyboard()).ToText();
+
+        host::Configuration again{fuzz::Services(), &fuzz::UsLayout(), nullptr};
+        (void)session.SectionsIn(again); // tells its sections what the keyboard lacks
+        try {
+            const auto read = again.Read(host::ConfigurationDocument::Parse(text, "the upload"));
+            fuzz::RequireEqual(again.Write(read, session.Keyboard()).ToText(), text,
+                               "the document of an upload reads back the same");
+        } catch (const host::Error& error) {
+            fuzz::RequireEqual(error.what(), "", "the document of an upload is accepted");
+        }
+        driver.ForgetWrites();
+        session.Download(sections);
+        session.VerifyLastDownload();
+        fuzz::Require(driver.HoldsWhatWasSent(), "a verified download is in the keyboard");
+        session.Close();
+    } catch (const host::Error& error) {
+        fuzz::Require(*error.what() != '\0', "a failure has a reason");
+    }
+    return 0;
+}
