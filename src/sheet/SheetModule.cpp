@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 
@@ -68,8 +69,8 @@ SheetStatus Failed(SheetStatus status, const char* reason, char* error, std::int
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) std::int32_t
-QXSHEET_Write(const SheetRequest* request, char* error, std::int32_t errorSize) {
+extern "C" Q_DECL_EXPORT std::int32_t QXSHEET_Write(const SheetRequest* request, char* error,
+                                                    std::int32_t errorSize) {
     auto status = SheetStatus::Written;
     try {
         Write(*request);
