@@ -1,5 +1,5 @@
 # What this project needs of Debian 12, for the scripts that set a machine up.
-build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev
+build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev
                 qt6-tools-dev qt6-l10n-tools qt6-translations-l10n)
 test_packages=(libgtest-dev libbenchmark-dev)
 format_packages=(clang-format)

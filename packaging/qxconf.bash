@@ -1,7 +1,7 @@
 # Completion of qxconf for bash:  . packaging/qxconf.bash
 
 _qxconf() {
-    local commands='identify upload download show diff validate defaults rom chipcard param convert
+    local commands='identify upload download show sheet diff validate defaults rom chipcard param convert
         layer position codepage prefs test-drive recover backup receipts'
     local globals='--driver --keyboard --model --layouts --layout --settings --trace --json --help
         --version'
@@ -13,7 +13,7 @@ _qxconf() {
     local command= sub= i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --driver | --keyboard | --model | --layouts | --layout | --settings | -o | --output | \
+        --driver | --keyboard | --model | --layouts | --layout | --settings | -o | --output | --date | \
             --layer | --track? | --wrong-* | --symbology | --reader) ((i++)) ;;
         -*) ;;
         *) if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else sub=${sub:-${COMP_WORDS[i]}}; fi ;;
@@ -31,6 +31,7 @@ _qxconf() {
     if [[ $word == -* ]]; then
         case $command in
         upload | defaults) globals+=' --output' ;;
+        sheet) globals+=' --output --date' ;;
         download) globals+=' --dry-run --full --no-verify --skip-absent' ;;
         recover) globals+=' --finish --rollback' ;;
         backup) case $sub in

@@ -154,15 +154,19 @@ void Context::CloseKeyboard() {
 QXKeyboardLayoutData& Context::Layout() {
     if (m_layout)
         return *m_layout;
+    auto layout = std::make_unique<QXKeyboardLayoutData>();
+    setup::OpenLayout(*layout, options.layouts, LayoutName());
+    m_layout = std::move(layout);
+    return *m_layout;
+}
+
+std::string Context::LayoutName() {
     std::string name = options.layout;
     if (name.empty() && m_isOpen && m_driver.layout)
         name = m_driver.layout();
     if (name.empty())
         name = setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang());
-    auto layout = std::make_unique<QXKeyboardLayoutData>();
-    setup::OpenLayout(*layout, options.layouts, name);
-    m_layout = std::move(layout);
-    return *m_layout;
+    return name;
 }
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {

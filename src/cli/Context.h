@@ -76,6 +76,9 @@ public:
     // preferred one. Throws host::Error(LayoutInvalid).
     [[nodiscard]] QXKeyboardLayoutData& Layout();
 
+    // The name of that layout, as it is opened by.
+    [[nodiscard]] std::string LayoutName();
+
     // A configuration with default values, of the opened keyboard or, where none is open, of any:
     // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();

@@ -331,9 +331,13 @@ void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& plac
 
 void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
                   double pointSize, int focused) {
-    if (caps.empty())
-        return;
-    const KeyPlacing placing(caps, area, painter.device()->devicePixelRatioF());
+    if (!caps.empty())
+        PaintKeyCaps(painter, KeyPlacing(caps, area, painter.device()->devicePixelRatioF()), caps,
+                     pointSize, focused);
+}
+
+void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vector<KeyCap>& caps,
+                  double pointSize, int focused) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     for (const KeyCap& cap : caps) {

@@ -42,6 +42,11 @@ struct KeyCap {
 void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
                   double pointSize, int focused = -1);
 
+// The same where a placing puts them.
+class KeyPlacing;
+void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vector<KeyCap>& caps,
+                  double pointSize, int focused = -1);
+
 inline constexpr double kNaturalKeyHeight = 40; // pixels on a screen of 96 to the inch
 
 // From the owner's unit to where the caps are drawn: in the middle of an area, as large as they

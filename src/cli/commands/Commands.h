@@ -28,6 +28,7 @@ void AddIdentify(CLI::App& app, Context& context);
 void AddUpload(CLI::App& app, Context& context);
 void AddDownload(CLI::App& app, Context& context);
 void AddShow(CLI::App& app, Context& context);
+void AddSheet(CLI::App& app, Context& context);
 void AddDiff(CLI::App& app, Context& context);
 void AddValidate(CLI::App& app, Context& context);
 void AddDefaults(CLI::App& app, Context& context);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
+#include "qxcontrols/platform/SharedLibrary.h"
 
 #include <filesystem>
 #include <memory>
@@ -30,20 +31,13 @@ public:
     // common ones. The type must be the function's own, with QX_DRIVER_CALL.
     template <typename Function>
     [[nodiscard]] Function Find(const char* name) const {
-        return reinterpret_cast<Function>(FindAddress(name));
+        return m_library.Find<Function>(name);
     }
 
 private:
-    using Address = void (*)();
-    [[nodiscard]] Address FindAddress(const char* name) const;
-    [[nodiscard]] Address Required(const std::filesystem::path& path, const char* name) const;
-
-    struct Closer {
-        void operator()(void* library) const;
-    };
     struct Functions;
 
-    std::unique_ptr<void, Closer> m_library;
+    SharedLibrary m_library;
     std::unique_ptr<Functions> m_functions;
 };
 

@@ -1,0 +1,125 @@
+#include "cli/commands/Commands.h"
+
+#include "files/Files.h"
+#include "qxcontrols/platform/SharedLibrary.h"
+#include "sheet/SheetFormat.h"
+#include "sheet/SheetModule.h"
+
+#include <ctime>
+#include <memory>
+
+namespace qx::cli {
+
+namespace {
+
+#ifdef _WIN32
+constexpr const char* kModule = "qxsheetmodule.dll";
+#else
+constexpr const char* kModule = "libqxsheetmodule.so";
+#endif
+
+struct SheetOptions {
+    std::string file;
+    std::string document; // empty: the keyboard's settings
+    std::string date;
+};
+
+std::string Today() {
+    const std::time_t now = std::time(nullptr);
+    char text[sizeof "2000-01-01"] = "";
+    if (const std::tm* day = std::localtime(&now))
+        std::strftime(text, sizeof text, "%Y-%m-%d", day);
+    return text;
+}
+
+// The module's function. It stays loaded to the program's end: the libraries that it brings along
+// are not made for less.
+sheet::WriteFunction LoadModule() {
+    static const SharedLibrary* const module =
+        new SharedLibrary(files::ExecutableFolder() / kModule, "key sheet module");
+    return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
+}
+
+host::ConfigurationDocument KeyboardsDocument(Context& context) {
+    host::Session& session = context.Keyboard();
+    const auto configuration = context.NewConfiguration();
+    const auto sections = session.SectionsIn(*configuration);
+    session.Upload(sections);
+    const auto document = configuration->Write(sections, session.Keyboard());
+    context.CloseKeyboard();
+    return document;
+}
+
+host::ConfigurationDocument CheckedDocument(Context& context, const std::string& file) {
+    auto document = host::ConfigurationDocument::Load(file);
+    context.NewConfiguration()->Read(document);
+    return document;
+}
+
+host::ErrorKind KindOf(sheet::SheetStatus status) {
+    return status == sheet::SheetStatus::WrongSuffix ? host::ErrorKind::Usage
+                                                     : host::ErrorKind::FileFailed;
+}
+
+void Sheet(Context& context, const SheetOptions& options) {
+    const bool isOfKeyboard = options.document.empty();
+    const auto document =
+        isOfKeyboard ? KeyboardsDocument(context) : CheckedDocument(context, options.document);
+    context.RefuseKeyboardFile(options.file);
+
+    const std::string text = document.ToText();
+    const std::string folder = context.options.layouts.string();
+    const std::string layout = context.LayoutName();
+    const std::string date = options.date.empty() ? Today() : options.date;
+    const sheet::SheetRequest request = {text.c_str(),   options.document.c_str(),
+                                         folder.c_str(), layout.c_str(),
+                                         date.c_str(),   options.file.c_str()};
+    char error[1000] = "";
+    sheet::SheetStatus status{};
+    try {
+        status = static_cast<sheet::SheetStatus>(LoadModule()(&request, error, sizeof error));
+    } catch (const std::exception& failure) {
+        throw host::Error(host::ErrorKind::FileFailed, failure.what());
+    }
+    if (status != sheet::SheetStatus::Written)
+        throw host::Error(KindOf(status), error);
+    const std::string direction = isOfKeyboard ? "keyboard to key sheet" : "document to key sheet";
+    context.Result({{"direction", direction}, {"file", options.file}},
+                   direction + ": wrote " + options.file + "\n");
+}
+
+CLI::Validator HasFormat() {
+    return {[](std::string& file) {
+                return sheet::FormatOf(file) ? std::string() : file + ": " + sheet::kFormatRule;
+            },
+            ""};
+}
+
+} // namespace
+
+void AddSheet(CLI::App& app, Context& context) {
+    CLI::App* command = app.add_subcommand(
+        "sheet", "Print a key sheet: the keys with their legends, and what they send");
+    const auto options = std::make_shared<SheetOptions>();
+    command->add_option("-o,--output", options->file, "The sheet: a .pdf or .svg file")
+        ->required()
+        ->type_name("FILE")
+        ->check(HasFormat());
+    command
+        ->add_option("DOCUMENT", options->document,
+                     "The document to print; without it, the keyboard's settings")
+        ->check(NotEmpty());
+    command->add_option("--date", options->date, "Print this date, not today's")
+        ->type_name("TEXT")
+        ->check(NotEmpty());
+    command->footer("The sheet has the keyboard with its legends, the programmed keys, the layers "
+                    "and POS blocks\nthat are in use, and the readers' headers and terminators, "
+                    "on A4 pages; as .svg they stand\nbelow one another. Never changes the "
+                    "keyboard.\n\nExamples:\n"
+                    "  qxconf sheet -o till.pdf\n"
+                    "  qxconf sheet -o till.svg till.json\n"
+                    "  qxconf --layout german.qxl sheet -o till.pdf --date \"May 2031\" till.json");
+    command->callback([&context, options] { Sheet(context, *options); });
+}
+
+} // namespace qx::cli

@@ -1,0 +1,70 @@
+#include "qxcontrols/platform/SharedLibrary.h"
+
+#include <stdexcept>
+#include <utility>
+
+#ifdef _WIN32
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+namespace qx {
+
+namespace {
+
+#ifdef _WIN32
+void* Open(const std::filesystem::path& path) {
+    return LoadLibraryW(path.c_str());
+}
+std::string Reason() {
+    return "system error " + std::to_string(GetLastError());
+}
+#else
+void* Open(const std::filesystem::path& path) {
+    // A name without a folder would be looked for in the system's library folders only.
+    return dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+std::string Reason() {
+    const char* reason = dlerror();
+    return reason != nullptr ? reason : "unknown reason";
+}
+#endif
+
+} // namespace
+
+void SharedLibrary::Closer::operator()(void* library) const {
+#ifdef _WIN32
+    FreeLibrary(static_cast<HMODULE>(library));
+#else
+    dlclose(library);
+#endif
+}
+
+SharedLibrary::SharedLibrary(std::filesystem::path path, std::string what)
+    : m_path(std::move(path)), m_what(std::move(what)), m_library(Open(m_path)) {
+    if (m_library == nullptr)
+        throw std::runtime_error("cannot load the " + m_what + " " + m_path.string() + ": " +
+                                 Reason());
+}
+
+SharedLibrary::Address SharedLibrary::FindAddress(const char* name) const {
+#ifdef _WIN32
+    return reinterpret_cast<Address>(GetProcAddress(static_cast<HMODULE>(m_library.get()), name));
+#else
+    return reinterpret_cast<Address>(dlsym(m_library.get(), name));
+#endif
+}
+
+SharedLibrary::Address SharedLibrary::RequiredAddress(const char* name) const {
+    const Address address = FindAddress(name);
+    if (address == nullptr)
+        throw std::runtime_error("the " + m_what + " " + m_path.string() + " lacks the function " +
+                                 name);
+    return address;
+}
+
+} // namespace qx

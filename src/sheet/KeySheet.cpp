@@ -1,0 +1,88 @@
+#include "sheet/KeySheet.h"
+
+#include "files/Files.h"
+#include "host/Error.h"
+#include "sheet/SheetFormat.h"
+#include "sheet/SheetPages.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgGenerator>
+
+#include <cmath>
+
+namespace qx::sheet {
+
+namespace {
+
+constexpr int kPdfPixels = 4;  // in 1/96 inch
+constexpr double kSvgGap = 16; // between the pages
+
+QByteArray Pdf(const SheetPages& pages, const QString& title) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageOrientation(QPageLayout::Landscape);
+    writer.setPageMargins({});
+    writer.setResolution(96 * kPdfPixels);
+    writer.setTitle(title);
+    QPainter painter(&writer);
+    for (int page = 0; page < pages.Count(); ++page) {
+        if (page > 0)
+            writer.newPage();
+        painter.save();
+        painter.scale(kPdfPixels, kPdfPixels);
+        pages.Paint(painter, page, kPdfPixels);
+        painter.restore();
+    }
+    painter.end();
+    return bytes;
+}
+
+QByteArray Svg(const SheetPages& pages, const QString& title) {
+    const double step = SheetPages::kSize.height() + kSvgGap;
+    const QRectF drawing(0, 0, SheetPages::kSize.width(), pages.Count() * step - kSvgGap);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(96);
+    generator.setSize({static_cast<int>(std::ceil(drawing.width())),
+                       static_cast<int>(std::ceil(drawing.height()))});
+    generator.setViewBox(drawing);
+    generator.setTitle(title);
+    QPainter painter(&generator);
+    for (int page = 0; page < pages.Count(); ++page) {
+        painter.save();
+        painter.translate(0, page * step);
+        painter.fillRect(QRectF({}, SheetPages::kSize), Qt::white);
+        pages.Paint(painter, page, 1);
+        painter.restore();
+    }
+    painter.end();
+    return bytes;
+}
+
+} // namespace
+
+void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
+    const auto format = FormatOf(file);
+    if (!format)
+        throw host::Error(host::ErrorKind::Usage, file.string() + ": " + kFormatRule);
+    const SheetContent content = ContentOf(sheet);
+    const SheetPages pages(content);
+    const QByteArray bytes =
+        *format == SheetFormat::Pdf ? Pdf(pages, content.title) : Svg(pages, content.title);
+    try {
+        files::WriteFileAtomically(
+            file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
+}
+
+} // namespace qx::sheet

@@ -1,0 +1,263 @@
+#include "sheet/SheetContent.h"
+
+#include "host/Section.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/SequenceText.h"
+#include "qxcontrols/pos/POSBlockPlaces.h"
+#include "qxcontrols/pos/QXPos.h"
+#include "qxcontrols/readers/QXBarcode.h"
+#include "qxcontrols/readers/QXMagnetCard.h"
+#include "qxcontrols/readers/SequenceText.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace qx::sheet {
+
+namespace {
+
+using views::KeyCap;
+using views::KeyState;
+
+// Light colours, which spare ink and leave room for notes by hand.
+constexpr QColor kProgrammed(0xFF, 0xE4, 0xA0);
+constexpr QColor kEmpty(0xFF, 0xFF, 0xFF);
+constexpr QColor kUnused(0xEC, 0xEC, 0xEC);
+
+constexpr int kLayerKeysInRow = 12;
+constexpr QSizeF kLayerStep(720, 600); // from key to key; wide enough for a few words
+constexpr double kLayerGap = 25;
+
+bool IsPrintable(char32_t c) {
+    const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
+    const bool isHalf = c >= 0xD800 && c < 0xE000;
+    return !isControl && !isHalf && c != 0xFFFE && c != 0xFFFF;
+}
+
+// The text in one line, with a mark in place of what cannot be printed.
+QString Printable(const std::string& text) {
+    QList<uint> characters = QString::fromStdString(text).toUcs4();
+    for (uint& c : characters)
+        if (c == '\n' || c == '\r' || c == '\t')
+            c = ' ';
+        else if (!IsPrintable(c))
+            c = QChar::ReplacementCharacter;
+    return QString::fromUcs4(reinterpret_cast<const char32_t*>(characters.constData()),
+                             characters.size());
+}
+
+class Builder {
+    Q_DECLARE_TR_FUNCTIONS(KeySheet)
+
+public:
+    explicit Builder(const KeySheet& sheet) : m_sheet(sheet), m_layout(sheet.layout) {}
+
+    SheetContent Build() {
+        m_content.title = m_sheet.keyboard.empty() ? tr("Keyboard") : Printable(m_sheet.keyboard);
+        m_content.subtitle = tr("Layout: %1").arg(Printable(m_layout.NativeName()));
+        if (!m_sheet.document.empty())
+            m_content.subtitle =
+                Printable(m_sheet.document) + QStringLiteral("   ") + m_content.subtitle;
+        m_content.date = Printable(m_sheet.date);
+        ForEach<QXFreeProgKeys>([this](QXFreeProgKeys& keys) { AddFreeKeys(keys); });
+        if (m_content.parts.empty())
+            AddKeyboardAlone();
+        ForEach<QXLayeredFuncKeys>([this](QXLayeredFuncKeys& keys) {
+            for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
+                AddLayer(keys.Layer(layer), layer);
+        });
+        ForEach<QXPos>([this](QXPos& pos) { AddPosBlocks(pos); });
+        AddReaders();
+        return std::move(m_content);
+    }
+
+private:
+    template <typename Control, typename Action>
+    void ForEach(Action action) {
+        for (host::Section* section : m_sheet.sections)
+            if (auto* control = dynamic_cast<Control*>(&section->Control()))
+                action(*control);
+    }
+
+    // As it can be typed in again, with the releases of keys.
+    [[nodiscard]] QString Sequence(const KeySequence& sequence) const {
+        std::vector<Byte> codes;
+        for (Integer i = 1; i <= sequence.Length(); ++i)
+            codes.push_back(static_cast<Byte>(sequence.GetPositionCode(i)));
+        return Printable(SequenceToText(codes, m_layout));
+    }
+
+    // The keys that are pressed, for the little room of a key cap.
+    [[nodiscard]] QString Pressed(const KeySequence& sequence) const {
+        return Printable(SequenceText(sequence, &m_layout, false)).trimmed();
+    }
+
+    [[nodiscard]] QString KeyName(Long lPositionCode) const {
+        const std::string& caption = m_layout.KeyCaption(lPositionCode);
+        const bool isBlank = caption.find_first_not_of(' ') == std::string::npos;
+        return Printable(isBlank ? m_layout.KeyLongCaption(lPositionCode) : caption).trimmed();
+    }
+
+    // The keyboard as the layout has it; a key with a sequence shows what it sends.
+    [[nodiscard]] std::vector<KeyCap> KeyboardCaps(const KeyboardSequences& sequences) const {
+        QXLayoutDisplay display;
+        display.SetLayoutSource(&m_layout);
+        display.SetCurrProgKey(-1);
+        display.ReloadKeysSettings(sequences);
+        std::vector<KeyCap> caps;
+        for (Integer id = KeyboardSequences::kMinKeyID; id <= KeyboardSequences::kMaxKeyID; ++id) {
+            const KeyButton& key = display.cmdKey[static_cast<std::size_t>(id)];
+            if (!key.Visible)
+                continue;
+            KeyCap cap;
+            cap.index = id;
+            cap.place = {key.Left, key.Top, key.Width, key.Height};
+            cap.caption = KeyName(id);
+            cap.state =
+                m_layout.KeySupport(id) == KEYMODE_PROG ? KeyState::Empty : KeyState::Unused;
+            if (key.Programmed) {
+                cap.state = KeyState::Programmed;
+                cap.legend = cap.caption;
+                cap.caption = Pressed(sequences.Key(id));
+            }
+            cap.color = ColorOf(cap.state);
+            caps.push_back(cap);
+        }
+        return caps;
+    }
+
+    [[nodiscard]] static QColor ColorOf(KeyState state) {
+        return state == KeyState::Programmed ? kProgrammed
+               : state == KeyState::Empty    ? kEmpty
+                                             : kUnused;
+    }
+
+    void AddFreeKeys(const QXFreeProgKeys& keys) {
+        Part part;
+        part.heading = FreeKeysHeading(keys.ConfigID());
+        part.table.columns = {{tr("Key"), 0.06}, {tr("Caption"), 0.19}, {tr("Sequence"), 0.75}};
+        for (Integer id = KeyboardSequences::kMinKeyID; id <= KeyboardSequences::kMaxKeyID; ++id)
+            if (keys.Sequences().Key(id).Length() > 0)
+                part.table.rows.push_back(
+                    {QString::number(id), KeyName(id), Sequence(keys.Sequences().Key(id))});
+        if (part.table.rows.empty())
+            return;
+        part.caps = KeyboardCaps(keys.Sequences());
+        m_content.parts.push_back(std::move(part));
+    }
+
+    [[nodiscard]] static QString FreeKeysHeading(Long lModule) {
+        switch (lModule) {
+        case MODULE_FUNCKEYS_X1_4610:
+            return tr("Function keys 4610");
+        case MODULE_FUNCKEYS_X1_4620:
+            return tr("Function keys 4620");
+        case MODULE_FUNCKEYS_X1_4630:
+            return tr("Function keys 4630");
+        default:
+            return tr("Free programmable keys");
+        }
+    }
+
+    void AddKeyboardAlone() {
+        Part part;
+        part.heading = tr("Keyboard");
+        part.caps = KeyboardCaps(KeyboardSequences());
+        part.note = tr("No key is programmed.");
+        m_content.parts.push_back(std::move(part));
+    }
+
+    void AddLayer(const FuncKeyLayer& layer, Integer nLayer) {
+        Part part;
+        part.heading = tr("Layer %1").arg(nLayer);
+        part.table.columns = {{tr("Key"), 0.06}, {tr("Description"), 0.34}, {tr("Sequence"), 0.60}};
+        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key) {
+            const QString description = Printable(layer.GetKeyDesc(key));
+            const KeySequence& sequence = layer.GetKey(key);
+            KeyCap cap;
+            cap.index = key;
+            const int row = key / kLayerKeysInRow;
+            const int column = key % kLayerKeysInRow;
+            cap.place = {QPointF(column * kLayerStep.width(), row * kLayerStep.height()),
+                         kLayerStep - QSizeF(kLayerGap, kLayerGap)};
+            cap.legend = QString::number(key);
+            cap.caption = description.isEmpty() ? Pressed(sequence) : description;
+            cap.state = sequence.Length() > 0 ? KeyState::Programmed : KeyState::Empty;
+            cap.color = ColorOf(cap.state);
+            part.caps.push_back(cap);
+            if (sequence.Length() > 0 || !description.isEmpty())
+                part.table.rows.push_back({QString::number(key), description, Sequence(sequence)});
+        }
+        if (!part.table.rows.empty())
+            m_content.parts.push_back(std::move(part));
+    }
+
+    void AddPosBlocks(const QXPos& pos) {
+        Part part;
+        part.heading = tr("POS blocks");
+        part.table.columns = {
+            {tr("Slot"), 0.06}, {tr("Block"), 0.07}, {tr("Keys"), 0.37}, {tr("Sequence"), 0.50}};
+        for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
+            const POSBlock& block = pos.PosData().Block(slot);
+            if (block.BlockSize() == 0)
+                continue;
+            QStringList keys;
+            for (const Integer key : KeysOf(block)) {
+                const QString name = KeyName(pos.CodeMap().GetPositionCodeForKey(key));
+                keys += name.isEmpty() ? QString::number(key)
+                                       : QStringLiteral("%1 (%2)").arg(key).arg(name);
+            }
+            part.table.rows.push_back({QString::number(slot), QString::number(block.BlockID()),
+                                       keys.join(QStringLiteral(", ")),
+                                       Sequence(block.Sequence())});
+        }
+        if (!part.table.rows.empty())
+            m_content.parts.push_back(std::move(part));
+    }
+
+    void AddReaders() {
+        Part part;
+        part.heading = tr("Readers");
+        part.table.columns = {{tr("Input"), 0.20}, {tr("Header"), 0.40}, {tr("Terminator"), 0.40}};
+        const auto add = [&](const QString& input, const MagneticTrack& track) {
+            part.table.rows.push_back({input, Framing(track.HeaderEnabled(), track.Header()),
+                                       Framing(track.TerminatorEnabled(), track.Terminator())});
+        };
+        ForEach<QXMagnetCard>([&](QXMagnetCard& card) {
+            for (Integer i = 1; i <= kMagneticTracks; ++i) {
+                const QString track = tr("Magnetic track %1").arg(i);
+                add(card.Track(i).Enabled() ? track : tr("%1 (not read)").arg(track),
+                    card.Track(i));
+            }
+        });
+        ForEach<QXBarcode>([&](QXBarcode& barcode) {
+            for (Integer i = 1; i <= kBarcodeReaders; ++i)
+                add(tr("Barcode reader %1").arg(i), barcode.Reader(i));
+        });
+        if (!part.table.rows.empty())
+            m_content.parts.push_back(std::move(part));
+    }
+
+    // What stands before or after the data of a reader.
+    [[nodiscard]] QString Framing(bool fEnabled, const KeySequence& sequence) const {
+        const QString text = Sequence(sequence);
+        if (fEnabled)
+            return text.isEmpty() ? tr("(empty)") : text;
+        return text.isEmpty() ? tr("(off)") : tr("(off) %1").arg(text);
+    }
+
+    const KeySheet& m_sheet;
+    QXKeyboardLayoutData& m_layout;
+    SheetContent m_content;
+};
+
+} // namespace
+
+SheetContent ContentOf(const KeySheet& sheet) {
+    return Builder(sheet).Build();
+}
+
+} // namespace qx::sheet

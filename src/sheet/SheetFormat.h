@@ -1,0 +1,27 @@
+// The formats of a key sheet, each with the suffix that asks for it.
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace qx::sheet {
+
+enum class SheetFormat { Pdf, Svg };
+
+inline constexpr const char* kFormatRule = "the file's name must end with .pdf or .svg";
+
+// The format that the file's name asks for, in either case of letters; none for any other suffix.
+[[nodiscard]] inline std::optional<SheetFormat> FormatOf(const std::filesystem::path& file) {
+    std::string suffix = file.extension().string();
+    std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    if (suffix == ".pdf")
+        return SheetFormat::Pdf;
+    if (suffix == ".svg")
+        return SheetFormat::Svg;
+    return std::nullopt;
+}
+
+} // namespace qx::sheet

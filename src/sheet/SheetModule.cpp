@@ -1,0 +1,85 @@
+#include "sheet/SheetModule.h"
+
+#include "host/Configuration.h"
+#include "setup/LayoutSource.h"
+#include "sheet/KeySheet.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+namespace qx::sheet {
+
+namespace {
+
+// Painting needs an application, but no screen.
+class Application {
+public:
+    Application() {
+        if (QCoreApplication::instance() == nullptr)
+            m_application.emplace(m_count, m_arguments);
+    }
+
+private:
+    char m_name[8] = "qxsheet";
+    char m_option[10] = "-platform";
+    char m_platform[10] = "offscreen";
+    char* m_arguments[4] = {m_name, m_option, m_platform, nullptr};
+    int m_count = 3;
+    std::optional<QGuiApplication> m_application;
+};
+
+std::string NameOfKeyboard(const host::ConfigurationDocument& document) {
+    const host::Json* keyboard = document.Find(host::ConfigurationDocument::kKeyboardKey);
+    return keyboard != nullptr ? keyboard->value("name", "") : "";
+}
+
+void Write(const SheetRequest& request) {
+    const Application application;
+    QXKeyboardLayoutData layout;
+    setup::OpenLayout(layout, request.layoutFolder, request.layoutName);
+    host::Configuration configuration({}, &layout, nullptr, host::LayoutUse::Captions);
+    const auto document =
+        host::ConfigurationDocument::Parse(request.document, request.documentName);
+    const auto sections = configuration.Read(document);
+    WriteKeySheet({NameOfKeyboard(document), request.documentName, request.date, sections, layout},
+                  request.file);
+}
+
+SheetStatus StatusOf(host::ErrorKind kind) {
+    switch (kind) {
+    case host::ErrorKind::Usage:
+        return SheetStatus::WrongSuffix;
+    case host::ErrorKind::FileFailed:
+        return SheetStatus::FileFailed;
+    default:
+        return SheetStatus::Failed;
+    }
+}
+
+SheetStatus Failed(SheetStatus status, const char* reason, char* error, std::int32_t errorSize) {
+    const auto size = static_cast<std::size_t>(errorSize);
+    const std::size_t length = std::min(std::strlen(reason), size - 1);
+    std::memcpy(error, reason, length);
+    error[length] = '\0';
+    return status;
+}
+
+} // namespace
+
+extern "C" Q_DECL_EXPORT std::int32_t QXSHEET_Write(const SheetRequest* request, char* error,
+                                                    std::int32_t errorSize) {
+    auto status = SheetStatus::Written;
+    try {
+        Write(*request);
+    } catch (const host::Error& failure) {
+        status = Failed(StatusOf(failure.Kind()), failure.what(), error, errorSize);
+    } catch (const std::exception& failure) {
+        status = Failed(SheetStatus::Failed, failure.what(), error, errorSize);
+    }
+    return static_cast<std::int32_t>(status);
+}
+
+} // namespace qx::sheet
