@@ -35,9 +35,8 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
             bold.setBold(true);
             section->setFont(kSetting, bold);
         }
-        auto* item = new QTreeWidgetItem(
-            section, {ToQt(difference.name), ToQt(difference.from), ToQt(difference.to),
-                      ReviewSheet::tr("Show")});
+        auto* item = new QTreeWidgetItem(section, {ToQt(difference.name), ToQt(difference.from),
+                                                   ToQt(difference.to), ReviewSheet::tr("Show")});
         item->setData(kSetting, kPlaceRole, ToQt(difference.place));
         item->setForeground(kShow, tree.palette().link());
         for (int column = 0; column < kShow; ++column)
@@ -75,8 +74,7 @@ ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
 
     auto* hint = new QLabel;
     hint->setWordWrap(true);
-    hint->setText(
-        tr("What is written is read back and compared."));
+    hint->setText(tr("What is written is read back and compared."));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     auto* write = buttons->addButton(tr("&Write to keyboard"), QDialogButtonBox::AcceptRole);

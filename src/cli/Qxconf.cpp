@@ -15,9 +15,9 @@ constexpr const char* kVersion = "qxconf 0.1.0";
 constexpr int kDifferencesFound = 1;
 
 constexpr void (*kCommands[])(CLI::App&, Context&) = {
-    AddIdentify, AddUpload,        AddDownload, AddShow,     AddSheet,    AddDiff,  AddValidate,
-    AddDefaults, AddKeyboardFiles, AddLayer,    AddPosition, AddCodePage, AddPrefs, AddTestDrive,
-    AddRecover,  AddBackup,        AddReceipts,
+    AddIdentify, AddUpload,    AddDownload,      AddShow,   AddSheet,    AddDiff,
+    AddValidate, AddDefaults,  AddKeyboardFiles, AddLayer,  AddPosition, AddCodePage,
+    AddPrefs,    AddTestDrive, AddRecover,       AddBackup, AddReceipts,
 };
 
 void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {

@@ -75,7 +75,7 @@ void Diff(Context& context, const std::string& file, const std::string& file2) {
             const bool isOld = side == &from;
             if (!(isOld ? to : from).Has(key))
                 add({"/" + key, "section " + key, isOld ? "(present)" : "(none)",
-                     isOld ? "(none)" : "(present)", false},
+                     isOld ? "(none)" : "(present)", false, false},
                     "section " + key + " only in " + side->name);
         }
     for (const auto& difference : Compare(from.SettingsIn(to), to.SettingsIn(from)))
