@@ -37,10 +37,14 @@ using app::MainWindow;
 
 class Desk {
 public:
-    explicit Desk(const char* model = "full")
-        : workbench(
-              platform.Services(),
-              {{{}, folder / "keyboard.qxk", model}, QX_LAYOUTS, {}, folder / "settings.ini"}) {
+    // In a folder of its own, or in this one.
+    explicit Desk(const char* model = "full", const std::filesystem::path& where = {})
+        : folder(where.empty() ? m_own / "" : where),
+          workbench(platform.Services(), {{{}, folder / "keyboard.qxk", model},
+                                          QX_LAYOUTS,
+                                          {},
+                                          folder / "settings.ini",
+                                          folder / "records"}) {
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                            QString::fromStdString((folder / "qt").string()));
         workbench.Preferences().SetPreferedAppLang(1033);
@@ -51,10 +55,14 @@ public:
         window->Documents().questions.fileToSave = [this](const QString&) {
             return QString::fromStdString((folder / "till.json").string());
         };
+        window->Transfers().questions.recover = [this](const QString&) {
+            ++timesAsked;
+            return recover;
+        };
         window->resize(1100, 760);
         window->show();
         EXPECT_TRUE(window->Connect(workbench.Choice()));
-        window->ReadFromKeyboard();
+        window->Transfers().Read();
     }
 
     // The widget of this name that is on the screen.
@@ -106,7 +114,7 @@ public:
                 }
             ClickIn(dialog, "cmdWrite");
         });
-        window->WriteToKeyboard();
+        window->Transfers().Write();
         return changes;
     }
     [[nodiscard]] std::string Memory(KeyboardModuleIDs eModule, Long offset, Long size) {
@@ -119,8 +127,14 @@ public:
     }
     [[nodiscard]] std::string Document() { return workbench.History().Document().ToText(); }
 
-    TempFolder folder;
+private:
+    TempFolder m_own;
+
+public:
+    std::filesystem::path folder;
     bool answer = true;
+    std::optional<host::Writer::Way> recover = host::Writer::Way::RollBack;
+    int timesAsked = 0; // to recover
     DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
     QStringList warnings;
     views::QtPlatform platform;
@@ -164,7 +178,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
 
     const QStringList changes = desk.Write();
     EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
-    EXPECT_EQ(changes.size(), 6) << changes.join('\n').toStdString();
+    EXPECT_EQ(changes.size(), 7) << changes.join('\n').toStdString();
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("09"));
     EXPECT_EQ(desk.Memory(MODULE_BARCODE_CONFIG, 2, 1), Bytes("04"));
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
@@ -173,10 +187,10 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     const std::string written = desk.Document();
 
     // Nothing is left to write, and reading gives the same document.
-    desk.window->WriteToKeyboard();
+    desk.window->Transfers().Write();
     EXPECT_NE(desk.window->Notice().indexOf(QLatin1String("nothing was written")), -1);
     desk.unsaved = DocumentMenu::Answer::Discard;
-    desk.window->ReadFromKeyboard();
+    desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), written);
     EXPECT_NE(desk.Document(), start);
 }
@@ -254,10 +268,73 @@ TEST(MainWindow, AFailedWriteSaysSoAndIsNeverCalledDone) {
         desk.workbench.Simulated()->StopTransferAfter(0);
         Desk::ClickIn(dialog, "cmdWrite");
     });
-    desk.window->WriteToKeyboard();
+    desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 1);
-    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("writing to the keyboard failed")));
+    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("nothing was written")));
     EXPECT_EQ(desk.window->Notice(), desk.warnings.front());
+
+    // Transfers that fail and report success: noticed, and what they left is mended.
+    int mended = 0;
+    for (std::uint32_t seed = 0; seed < 12; ++seed) {
+        const int delay = 20 + static_cast<int>(seed);
+        desk.Page("commonKeyboard");
+        desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
+        desk.warnings.clear();
+        desk.InDialog([&](QWidget& dialog) {
+            desk.workbench.Simulated()->LieFrom(seed);
+            Desk::ClickIn(dialog, "cmdWrite");
+        });
+        desk.window->Transfers().Write();
+        desk.workbench.Simulated()->EndLies();
+        const std::string wanted(1, static_cast<char>(delay));
+        const bool isHeld = desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
+        EXPECT_TRUE(isHeld || desk.warnings.size() == 1) << seed;
+        desk.recover = host::Writer::Way::Finish;
+        EXPECT_TRUE(desk.window->Transfers().Recover());
+        mended += !isHeld && desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
+    }
+    EXPECT_GT(mended, 0);
+}
+
+TEST(MainWindow, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) {
+    const TempFolder shop;
+    std::string before;
+    {
+        Desk desk("full", shop / "");
+        before = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
+        desk.Page("commonKeyboard");
+        desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+        // The keyboard is unplugged at one call after the other, until that leaves it in doubt.
+        for (int call = 1; desk.warnings.isEmpty() || !desk.warnings.back().contains("recover it");
+             ++call) {
+            ASSERT_LT(call, 500);
+            desk.InDialog([&](QWidget& dialog) {
+                desk.workbench.Simulated()->FailCall(call, 77, true);
+                Desk::ClickIn(dialog, "cmdWrite");
+            });
+            desk.window->Transfers().Write();
+            desk.workbench.Simulated()->FailCall(0, 0, false);
+        }
+        EXPECT_EQ(desk.timesAsked, 0);
+    }
+    Desk desk("full", shop / "");
+    EXPECT_EQ(desk.timesAsked, 1);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(10);
+    desk.Write();
+    EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+
+    desk.Page("backups");
+    auto* list = desk.Find<QTreeWidget>("backups");
+    ASSERT_GE(list->topLevelItemCount(), 2);
+    list->setCurrentItem(list->topLevelItem(0));
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+    desk.Click("restoreBackup");
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    desk.Page("commonKeyboard");
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 
 TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
@@ -289,7 +366,7 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
     desk.Page("preferences");
     desk.workbench.Preferences().SetPreferedAppLang(1031);
     emit desk.window->findChild<app::PreferencesPage*>()->Changed();
-    QApplication::processEvents();
+    QTest::qWait(20);
     EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
               QStringLiteral("Magnetkartenleser"));
     desk.Page("barcode");
