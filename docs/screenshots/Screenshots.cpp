@@ -42,6 +42,8 @@ QPalette DarkPalette() {
     dark.setColor(QPalette::PlaceholderText, QColor(0x9A, 0x9D, 0xA3));
     dark.setColor(QPalette::Highlight, QColor(0x2E, 0x6B, 0xB5));
     dark.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(0x7A, 0x7D, 0x83));
     return dark;
 }
 

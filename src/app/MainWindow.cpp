@@ -60,7 +60,8 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
                }}),
       m_documents(new DocumentMenu(workbench, this)),
-      m_transfers(new app::Transfers(workbench, *m_documents, this)) {
+      m_transfers(new app::Transfers(workbench, *m_documents, this)),
+      m_sheets(new SheetMenu(workbench, this)) {
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), question) == QMessageBox::Yes;
     };
@@ -69,6 +70,8 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     setAcceptDrops(true);
     connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
     connect(m_documents, &DocumentMenu::Failed, this, &MainWindow::Warn);
+    connect(m_sheets, &SheetMenu::Done, this, &MainWindow::TellDone);
+    connect(m_sheets, &SheetMenu::Failed, this, &MainWindow::Warn);
     connect(m_transfers, &Transfers::Done, this, &MainWindow::TellDone);
     connect(m_transfers, &Transfers::Told, this, &MainWindow::Tell);
     connect(m_transfers, &Transfers::Failed, this, &MainWindow::Warn);
@@ -117,6 +120,8 @@ void MainWindow::SwitchLanguage() {
 void MainWindow::MakeActions() {
     QMenu* document = menuBar()->addMenu(tr("&Document"));
     m_documents->Fill(*document);
+    document->addSeparator();
+    m_sheets->Fill(*document);
     document->addSeparator();
     document->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
 

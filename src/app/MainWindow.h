@@ -6,6 +6,7 @@
 #include "app/EditRequests.h"
 #include "app/Language.h"
 #include "app/QuickFind.h"
+#include "app/SheetMenu.h"
 #include "app/Transfers.h"
 #include "app/Workbench.h"
 
@@ -38,6 +39,7 @@ public:
 
     Screen screen;
     [[nodiscard]] DocumentMenu& Documents() { return *m_documents; }
+    [[nodiscard]] SheetMenu& Sheets() { return *m_sheets; }
     [[nodiscard]] EditRequests& Edits() { return m_edits; }
     [[nodiscard]] app::Transfers& Transfers() { return *m_transfers; }
 
@@ -79,6 +81,7 @@ private:
     EditRequests m_edits;
     DocumentMenu* m_documents;
     app::Transfers* m_transfers;
+    SheetMenu* m_sheets;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QAction* m_read = nullptr;

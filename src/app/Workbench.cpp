@@ -283,7 +283,7 @@ void Workbench::NewDocument() {
     std::vector<Section*> sections;
     for (const auto& section : m_configuration->Sections()) {
         section->Control().DefaultValues();
-        section->Control().AdjustControls();
+        section->Show();
         if (Has(*section))
             sections.push_back(section.get());
     }
@@ -299,7 +299,7 @@ QString Workbench::OpenDocument(const std::filesystem::path& file) {
     for (const auto& section : m_configuration->Sections())
         if (std::find(read.begin(), read.end(), section.get()) == read.end()) {
             section->Control().DefaultValues();
-            section->Control().AdjustControls();
+            section->Show();
         }
     m_file = file;
     m_history->Restart(read, true);

@@ -4,6 +4,7 @@
 #include "app/Language.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
+#include "files/Files.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
@@ -20,6 +21,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPrinter>
 #include <QSettings>
 #include <QSlider>
 #include <QTest>
@@ -102,6 +104,23 @@ public:
         ASSERT_NE(widget, nullptr) << name;
         QTest::mouseClick(widget, Qt::LeftButton);
     }
+    // Lets a key of the page send A, by clicks in the sequence editor.
+    void Edit(const char* page, int key) {
+        Page(page);
+        ClickKey("layoutDisplay", key);
+        InDialog([](QWidget& dialog) {
+            auto* keys = dialog.findChild<views::KeyGrid*>();
+            QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
+            ClickIn(dialog, "cmdOK");
+        });
+        Click("cmdEdit_0");
+    }
+    bool IsShownProgrammed(const char* grid, int key) {
+        const auto& caps = Find<views::KeyGrid>(grid)->Keys();
+        return std::any_of(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
+            return cap.index == key && cap.state == views::KeyState::Programmed;
+        });
+    }
     // Reviews and writes; returns the texts of the review's changes.
     QStringList Write() {
         QStringList changes;
@@ -154,14 +173,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.Page("barcode");
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     desk.Find<QSlider>("slidRange_0")->setValue(4);
-    desk.Page("freeProgKeys");
-    desk.ClickKey("layoutDisplay", 75);
-    desk.InDialog([](QWidget& dialog) {
-        auto* keys = dialog.findChild<views::KeyGrid*>();
-        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
-        Desk::ClickIn(dialog, "cmdOK");
-    });
-    desk.Click("cmdEdit_0");
+    desk.Edit("freeProgKeys", 75);
     desk.Page("layeredFuncKeys");
     desk.Click("cmdLayer_0");
     EXPECT_EQ(desk.workbench.Simulated()->Layer(), 1) << "the keyboard follows the layer shown";
@@ -202,14 +214,7 @@ TEST(MainWindow, UndoToTheStartLeavesTheDocumentAsItWas) {
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_EAN);
     desk.Click("chkBarOption_1");
     desk.Click("chkBarOption_2");
-    desk.Page("freeProgKeys");
-    desk.ClickKey("layoutDisplay", 76);
-    desk.InDialog([](QWidget& dialog) {
-        auto* keys = dialog.findChild<views::KeyGrid*>();
-        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
-        Desk::ClickIn(dialog, "cmdOK");
-    });
-    desk.Click("cmdEdit_0");
+    desk.Edit("freeProgKeys", 76);
     EXPECT_TRUE(desk.workbench.IsModified());
     const std::string edited = desk.Document();
     desk.UndoAll();
@@ -229,12 +234,16 @@ TEST(MainWindow, DocumentsAreSavedOpenedAndNeverLost) {
     desk.unsaved = DocumentMenu::Answer::Cancel;
     desk.window->Documents().New();
     EXPECT_TRUE(desk.workbench.IsModified()) << "the user did not want to lose the edit";
+    desk.Edit("freeProgKeys", 80);
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     EXPECT_TRUE(desk.window->Documents().Save());
     const std::string saved = desk.Document();
     desk.window->Documents().New();
     EXPECT_NE(desk.Document(), saved);
+    EXPECT_FALSE(desk.IsShownProgrammed("layoutDisplay", 80));
     desk.window->Documents().Open(QString::fromStdString(file));
     EXPECT_EQ(desk.Document(), saved);
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
 
     // A file that is no document changes nothing and says where it is wrong.
     std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
@@ -351,6 +360,24 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
     find("preferences");
     EXPECT_TRUE(desk.Find<QWidget>("AutoSave")->isVisible());
+}
+
+TEST(MainWindow, ExportsAndPrintsAKeySheet) {
+    Desk desk;
+    desk.Edit("freeProgKeys", 75);
+    QString file = QString::fromStdString((desk.folder / "till.svg").string());
+    desk.window->Sheets().questions.file = [&](const QString&) { return file; };
+    desk.window->Sheets().Export();
+    EXPECT_NE(files::ReadFile(desk.folder / "till.svg").find(">A ^A<"), std::string::npos);
+    file = QString::fromStdString((desk.folder / "vanished" / "till.pdf").string());
+    desk.window->Sheets().Export();
+    EXPECT_EQ(desk.warnings.size(), 1);
+    desk.window->Sheets().questions.printer = [&](QPrinter& printer) {
+        printer.setOutputFileName(QString::fromStdString((desk.folder / "paper.pdf").string()));
+        return true;
+    };
+    desk.window->Sheets().Print();
+    EXPECT_EQ(files::ReadFile(desk.folder / "paper.pdf").substr(0, 5), "%PDF-");
 }
 
 TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
