@@ -196,11 +196,23 @@ void MainWindow::MakeStatusBar() {
     statusBar()->addPermanentWidget(m_progress);
 }
 
-void MainWindow::AddPage(const QString& id, const QString& title, QWidget* page) {
+void MainWindow::AddPage(const QString& id, const QString& title, std::function<QWidget*()> make) {
     auto* item = new QListWidgetItem(title, m_list);
     item->setData(kPageIdRole, id);
     item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 10));
-    m_pages->addWidget(page);
+    m_pageList.push_back({std::move(make), nullptr});
+}
+
+// A page is made when it is first shown: most starts need few of them.
+void MainWindow::ShowRow(int row) {
+    if (row < 0)
+        return;
+    Page& page = m_pageList[static_cast<std::size_t>(row)];
+    if (page.widget == nullptr) {
+        page.widget = page.make();
+        m_pages->addWidget(page.widget);
+    }
+    m_pages->setCurrentWidget(page.widget);
 }
 
 void MainWindow::MakePages() {
@@ -212,32 +224,37 @@ void MainWindow::MakePages() {
     m_find = new QuickFind([this] { return Findables(); });
     m_pages = new QStackedWidget;
     m_notice = new NoticeBar;
+    m_pageList.clear();
 
-    m_overview = new OverviewPage(m_workbench);
-    connect(m_overview, &OverviewPage::ConnectAgainRequested, this,
-            [this] { Connect(m_workbench.Choice()); });
-    connect(m_overview, &OverviewPage::SimulatedKeyboardRequested, this, [this] { Connect({}); });
-    AddPage(kOverview, tr("Overview"), TitledPage(tr("Overview"), m_overview));
+    AddPage(kOverview, tr("Overview"), [this] { return MakeOverview(); });
     for (const auto& section : m_workbench.Configuration().Sections()) {
         const std::string key(section->Info().key);
-        AddPage(ToQt(key), SectionTitle(key), new ModulePage(m_workbench, key));
+        AddPage(ToQt(key), SectionTitle(key),
+                [this, key] { return new ModulePage(m_workbench, key); });
     }
-    auto* files = new FilesPage(m_workbench);
-    connect(files, &FilesPage::Told, this, &MainWindow::Tell);
-    connect(files, &FilesPage::Failed, this, &MainWindow::Warn);
-    AddPage(kFiles, tr("Keyboard files"), TitledPage(tr("Keyboard files"), files));
-    auto* backups = new BackupsPage(m_workbench);
-    connect(backups, &BackupsPage::RestoreRequested, m_transfers, &Transfers::Restore);
-    connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::Open);
-    connect(backups, &BackupsPage::Failed, this, &MainWindow::Warn);
-    AddPage(kBackups, tr("Backups"), TitledPage(tr("Backups"), backups));
+    AddPage(kFiles, tr("Keyboard files"), [this] {
+        auto* files = new FilesPage(m_workbench);
+        connect(files, &FilesPage::Told, this, &MainWindow::Tell);
+        connect(files, &FilesPage::Failed, this, &MainWindow::Warn);
+        return TitledPage(tr("Keyboard files"), files);
+    });
+    AddPage(kBackups, tr("Backups"), [this] {
+        auto* backups = new BackupsPage(m_workbench);
+        connect(backups, &BackupsPage::RestoreRequested, m_transfers, &Transfers::Restore);
+        connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::Open);
+        connect(backups, &BackupsPage::Failed, this, &MainWindow::Warn);
+        return TitledPage(tr("Backups"), backups);
+    });
     AddPage(kTestDrive, tr("Test drive"),
-            TitledPage(tr("Test drive"), new TestDrivePage(m_workbench)));
-    auto* preferences = new PreferencesPage(m_workbench.Preferences(), m_workbench.LayoutFolder());
-    connect(preferences, &PreferencesPage::Changed, this, &MainWindow::ApplyPreferences);
-    AddPage(kPreferences, tr("Preferences"), TitledPage(tr("Preferences"), preferences));
+            [this] { return TitledPage(tr("Test drive"), new TestDrivePage(m_workbench)); });
+    AddPage(kPreferences, tr("Preferences"), [this] {
+        auto* preferences =
+            new PreferencesPage(m_workbench.Preferences(), m_workbench.LayoutFolder());
+        connect(preferences, &PreferencesPage::Changed, this, &MainWindow::ApplyPreferences);
+        return TitledPage(tr("Preferences"), preferences);
+    });
 
-    connect(m_list, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
+    connect(m_list, &QListWidget::currentRowChanged, this, &MainWindow::ShowRow);
     auto* right = new QVBoxLayout;
     right->addWidget(m_notice);
     right->addWidget(m_pages, 1);
@@ -250,6 +267,16 @@ void MainWindow::MakePages() {
     setCentralWidget(central);
     if (isVisible())
         central->show(); // in a window that is shown already, nothing else does it
+}
+
+QWidget* MainWindow::MakeOverview() {
+    auto* overview = new OverviewPage(m_workbench);
+    overview->ShowFailure(m_failure);
+    connect(this, &MainWindow::ConnectionFailed, overview, &OverviewPage::ShowFailure);
+    connect(overview, &OverviewPage::ConnectAgainRequested, this,
+            [this] { Connect(m_workbench.Choice()); });
+    connect(overview, &OverviewPage::SimulatedKeyboardRequested, this, [this] { Connect({}); });
+    return TitledPage(tr("Overview"), overview);
 }
 
 void MainWindow::ShowPage(const QString& id) {
@@ -284,10 +311,12 @@ bool MainWindow::Connect(const setup::KeyboardChoice& choice) {
     try {
         m_workbench.Connect(choice);
     } catch (const std::exception& error) {
-        m_overview->ShowFailure(QString::fromUtf8(error.what()));
+        m_failure = QString::fromUtf8(error.what());
+        emit ConnectionFailed(m_failure);
         ShowPage(kOverview);
         return false;
     }
+    m_failure.clear();
     m_edits.Reload();
     if (!m_workbench.DriverNote().isEmpty())
         statusBar()->setToolTip(m_workbench.DriverNote());
@@ -414,6 +443,12 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 void MainWindow::dropEvent(QDropEvent* event) {
     m_documents->Open(event->mimeData()->urls().front().toLocalFile());
     event->acceptProposedAction();
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QMainWindow::paintEvent(event);
+    if (!std::exchange(m_isPainted, true))
+        QMetaObject::invokeMethod(this, &MainWindow::Appeared, Qt::QueuedConnection);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

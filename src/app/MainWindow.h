@@ -13,6 +13,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <vector>
 
 class QAction;
 class QLabel;
@@ -23,7 +24,6 @@ class QStackedWidget;
 namespace qx::app {
 
 class NoticeBar;
-class OverviewPage;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -51,17 +51,29 @@ public:
     // What the notice above the page says.
     [[nodiscard]] QString Notice() const;
 
+signals:
+    void Appeared(); // on the screen, for the first time
+    void ConnectionFailed(const QString& why);
+
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    struct Page {
+        std::function<QWidget*()> make;
+        QWidget* widget; // null before the page is first shown
+    };
+
     void MakeActions();
     void MakeStatusBar();
     void MakePages();
-    void AddPage(const QString& id, const QString& title, QWidget* page);
+    void AddPage(const QString& id, const QString& title, std::function<QWidget*()> make);
+    void ShowRow(int row);
+    [[nodiscard]] QWidget* MakeOverview();
     void ShowKeyboard();
     void ShowDocument();
     void ShowProgress(int percent);
@@ -90,10 +102,12 @@ private:
     QListWidget* m_list = nullptr;
     QStackedWidget* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;
-    OverviewPage* m_overview = nullptr;
+    std::vector<Page> m_pageList; // by the rows of the list
+    QString m_failure;            // to connect
     QLabel* m_keyboard = nullptr;
     QProgressBar* m_progress = nullptr;
     Integer m_shownLanguage = -1;
+    bool m_isPainted = false;
 };
 
 } // namespace qx::app

@@ -94,13 +94,15 @@ int main(int argc, char** argv) {
                           simulated->QueuePositionKey(lPositionCode);
                       };
         });
-        window.show();
-        window.Connect(workbench.Choice());
         const QStringList files = parser.positionalArguments();
-        if (files.isEmpty())
-            Begin(window, workbench, ChoiceOf(parser.value(start), workbench.Preferences()));
-        else
-            window.Documents().Open(files.front());
+        QObject::connect(&window, &qx::app::MainWindow::Appeared, &window, [&] {
+            window.Connect(workbench.Choice());
+            if (files.isEmpty())
+                Begin(window, workbench, ChoiceOf(parser.value(start), workbench.Preferences()));
+            else
+                window.Documents().Open(files.front());
+        });
+        window.show();
         return QApplication::exec();
     } catch (const std::exception& error) {
         QMessageBox::critical(nullptr, QStringLiteral("QXControls"),
