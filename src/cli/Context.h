@@ -47,6 +47,9 @@ struct GlobalOptions {
     bool json = false;
 };
 
+// The program's exit status for an error.
+[[nodiscard]] int ExitStatusOf(host::ErrorKind kind);
+
 class Context {
 public:
     Context(Streams streams, Surroundings surroundings);
@@ -101,7 +104,7 @@ private:
     [[nodiscard]] std::filesystem::path DataFolder() const;
     void TellOfInterruptedWrites();
     void ShowProgress(int percent);
-    void ReportError(const std::string& code, const std::string& message,
+    void ReportError(host::ErrorKind kind, const std::string& message,
                      const std::vector<host::Fault>& faults, std::optional<Long> status);
 
     class NotedMessageBoxes;
