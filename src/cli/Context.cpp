@@ -70,10 +70,15 @@ Context::~Context() {
     m_session.reset(); // gives the keyboard back while its driver is there
 }
 
+setup::OpenedDriver Context::OpenDriver(const setup::KeyboardChoice& choice) {
+    setup::OpenedDriver driver = m_surroundings.openDriver(choice);
+    if (!driver.note.empty())
+        Note(driver.note);
+    return driver;
+}
+
 std::unique_ptr<host::Session> Context::NewSession() {
-    m_driver = m_surroundings.openDriver(options.keyboard);
-    if (!m_driver.note.empty())
-        Note(m_driver.note);
+    m_driver = OpenDriver(options.keyboard);
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
     sessionOptions.statusText = m_driver.statusText;
@@ -156,12 +161,15 @@ QXKeyboardLayoutData& Context::Layout() {
 }
 
 std::string Context::LayoutName() {
-    std::string name = options.layout;
-    if (name.empty() && m_isOpen && m_driver.layout)
-        name = m_driver.layout();
-    if (name.empty())
-        name = setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang());
-    return name;
+    return LayoutNameFor(m_isOpen && m_driver.layout ? m_driver.layout() : "");
+}
+
+std::string Context::LayoutNameFor(const std::string& ofKeyboard) {
+    if (!options.layout.empty())
+        return options.layout;
+    return ofKeyboard.empty()
+               ? setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang())
+               : ofKeyboard;
 }
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {

@@ -17,7 +17,7 @@ constexpr int kDifferencesFound = 1;
 constexpr void (*kCommands[])(CLI::App&, Context&) = {
     AddIdentify, AddUpload,    AddDownload,      AddShow,   AddSheet,    AddDiff,
     AddValidate, AddDefaults,  AddKeyboardFiles, AddLayer,  AddPosition, AddCodePage,
-    AddPrefs,    AddTestDrive, AddRecover,       AddBackup, AddReceipts,
+    AddPrefs,    AddTestDrive, AddRecover,       AddBackup, AddReceipts, AddBatch,
 };
 
 void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {

@@ -94,7 +94,7 @@ Json JsonFieldReader::Filled(const Json& value, const std::string& place) {
         return filled.is_discarded() ? Json(pieces.front().text) : filled;
     } catch (const std::invalid_argument& error) {
         AddFault(place, error.what());
-        return {Json::value_t::discarded};
+        return Json(Json::value_t::discarded);
     }
 }
 

@@ -23,7 +23,8 @@ protected:
         Section* section = configuration.Find("magnetCard");
         section->Control().DefaultValues();
         ConfigurationDocument document =
-            configuration.Write({section, configuration.Find("layeredFuncKeys")});
+            configuration.Write({section, configuration.Find("layeredFuncKeys"),
+                                 configuration.Find("commonKeyboard")});
         document.Place("layeredFuncKeys")["keys"] = {
             {{"layer", 0}, {"key", 1}, {"sequence", {30}}, {"description", ""}}};
         Json json = document.AsJson();
@@ -49,6 +50,7 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
     const char* kText = "/layeredFuncKeys/keys/0/description";
     const char* kHeader = "/magnetCard/tracks/0/header";
     const char* kSwitch = "/magnetCard/sendImmediate";
+    const char* kDelay = "/commonKeyboard/outputDelay";
     struct Row {
         const char* place;
         Json value;
@@ -78,6 +80,10 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
         {kSwitch, "${on}", true},
         {kSwitch, "${store}", "7 is neither true nor false"},
         {kSwitch, "${till}", "\"042\" is neither true nor false"},
+        {kSwitch, "${off}", "needs a value for the variable off"},
+        {kDelay, "${store}", 7},
+        {kDelay, "${till}", "\"042\" is not a whole number from 0 to 255"},
+        {kDelay, "${off}", "needs a value for the variable off"},
         {kSwitch, "x${on}", "\"x${on}\" is neither true nor false"},
     };
     const Variables variables({{"till", "042"},

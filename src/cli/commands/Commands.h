@@ -50,5 +50,6 @@ void AddTestDrive(CLI::App& app, Context& context);
 void AddRecover(CLI::App& app, Context& context);
 void AddBackup(CLI::App& app, Context& context);
 void AddReceipts(CLI::App& app, Context& context);
+void AddBatch(CLI::App& app, Context& context);
 
 } // namespace qx::cli
