@@ -118,7 +118,8 @@ public:
         m_document = members.Text("document");
         if (const Json* bench = members.Find("bench")) {
             Members target(*bench, members.Place("bench"), m_faults);
-            m_job.m_bench = Target(target);
+            std::string written;
+            m_job.m_bench = Target(target, written);
             target.RefuseOthers();
             if (!m_job.m_bench)
                 target.AddFault("", R"(names neither a "driver" nor a "keyboard")");
@@ -142,10 +143,15 @@ private:
             !fs::path(text).has_parent_path() && !fs::exists(Path(text), ignored);
         return isForSystem ? fs::path(text) : Path(text);
     }
-    [[nodiscard]] std::optional<setup::KeyboardChoice> Target(Members& members) const {
+    // `written` is what tells it apart wherever the program is started.
+    [[nodiscard]] std::optional<setup::KeyboardChoice> Target(Members& members,
+                                                              std::string& written) const {
+        const std::string driver = members.Text("driver");
+        const std::string keyboard = members.Text("keyboard");
+        written = driver + '\n' + keyboard;
         setup::KeyboardChoice choice;
-        choice.driver = LibraryPath(members.Text("driver"));
-        choice.keyboard = Path(members.Text("keyboard"));
+        choice.driver = LibraryPath(driver);
+        choice.keyboard = Path(keyboard);
         choice.model = members.Text("model");
         if (choice.driver.empty() && choice.keyboard.empty()) {
             if (!choice.model.empty())
@@ -160,8 +166,7 @@ private:
         Unit unit;
         unit.name = members.Text("name", true);
         Claim(members, "name", unit.name, unit.name, "is the name of another unit");
-        unit.target = Target(members);
-        unit.targetText = members.Text("driver") + '\n' + members.Text("keyboard");
+        unit.target = Target(members, unit.targetText);
         unit.identifier = members.Text("identifier");
         if (const auto guid = GuidFromText(unit.identifier))
             unit.identifier = ToText(*guid);
