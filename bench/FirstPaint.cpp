@@ -61,12 +61,14 @@ int main(int argc, char** argv) {
         const std::filesystem::path work = folder.path().toStdString();
         views::QtPlatform platform;
         app::Language language;
-        app::Workbench workbench(
-            platform.Services(),
-            {{{}, work / "keyboard.qxk", {}}, argv[2], {}, work / "settings.ini"});
+        app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", {}},
+                                                       argv[2],
+                                                       {},
+                                                       work / "settings.ini",
+                                                       work / "records"});
         app::MainWindow window(workbench, platform.Services(), language);
         window.Connect(workbench.Choice());
-        window.ReadFromKeyboard();
+        window.Transfers().Read();
         window.installEventFilter(&painted);
         window.show();
         return QApplication::exec();

@@ -42,6 +42,8 @@ QPalette DarkPalette() {
     dark.setColor(QPalette::PlaceholderText, QColor(0x9A, 0x9D, 0xA3));
     dark.setColor(QPalette::Highlight, QColor(0x2E, 0x6B, 0xB5));
     dark.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(0x7A, 0x7D, 0x83));
     return dark;
 }
 
@@ -55,12 +57,16 @@ public:
     }
     // Takes the dialog that the action opens, and closes it.
     void TakeDialog(const QString& name, const std::function<void()>& open) {
-        QTimer::singleShot(200, [this, name] {
-            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-                Take(*dialog, name);
-                dialog->reject();
-            }
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [this, name, &watch] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            watch.stop();
+            Take(*dialog, name);
+            dialog->reject();
         });
+        watch.start(100);
         open();
     }
 
@@ -84,7 +90,7 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
         camera.Take(window, QStringLiteral("%1-%2").arg(row, 2, 10, QLatin1Char('0')).arg(id));
     }
     window.ShowPage(QStringLiteral("freeProgKeys"));
-    camera.TakeDialog(QStringLiteral("20-review"), [&] { window.WriteToKeyboard(); });
+    camera.TakeDialog(QStringLiteral("20-review"), [&] { window.Transfers().Write(); });
     camera.TakeDialog(QStringLiteral("21-sequence"), [&] {
         std::string sequence;
         window.Edits().Sequencer().ShowSequenceEditor(75, " 29 46174157", sequence, 32);
@@ -120,7 +126,8 @@ int main(int argc, char** argv) {
         app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", {}},
                                                        arguments[2].toStdString(),
                                                        {},
-                                                       work / "settings.ini"});
+                                                       work / "settings.ini",
+                                                       work / "records"});
         workbench.Preferences().SetPreferedAppLang(static_cast<Integer>(arguments[3].toInt()));
         app::MainWindow window(workbench, platform.Services(), language);
         window.setWindowState(Qt::WindowNoState);

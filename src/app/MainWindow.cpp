@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/BackupsPage.h"
 #include "app/ControlTexts.h"
 #include "app/FilesPage.h"
 #include "app/NoticeBar.h"
@@ -8,7 +9,6 @@
 #include "app/Paths.h"
 #include "app/Places.h"
 #include "app/PreferencesPage.h"
-#include "app/ReviewSheet.h"
 #include "app/SettingWords.h"
 #include "app/TestDrivePage.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
@@ -41,6 +41,7 @@ namespace {
 constexpr int kPageIdRole = Qt::UserRole;
 const QString kOverview = QStringLiteral("overview");
 const QString kFiles = QStringLiteral("files");
+const QString kBackups = QStringLiteral("backups");
 const QString kTestDrive = QStringLiteral("testDrive");
 const QString kPreferences = QStringLiteral("preferences");
 
@@ -58,7 +59,9 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                [this](const QString& text) {
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
                }}),
-      m_documents(new DocumentMenu(workbench, this)) {
+      m_documents(new DocumentMenu(workbench, this)),
+      m_transfers(new app::Transfers(workbench, *m_documents, this)),
+      m_sheets(new SheetMenu(workbench, this)) {
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), question) == QMessageBox::Yes;
     };
@@ -67,6 +70,16 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     setAcceptDrops(true);
     connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
     connect(m_documents, &DocumentMenu::Failed, this, &MainWindow::Warn);
+    connect(m_sheets, &SheetMenu::Done, this, &MainWindow::TellDone);
+    connect(m_sheets, &SheetMenu::Failed, this, &MainWindow::Warn);
+    connect(m_transfers, &Transfers::Done, this, &MainWindow::TellDone);
+    connect(m_transfers, &Transfers::Told, this, &MainWindow::Tell);
+    connect(m_transfers, &Transfers::Failed, this, &MainWindow::Warn);
+    connect(m_transfers, &Transfers::PlaceChosen, this, &MainWindow::GoTo);
+    connect(m_transfers, &Transfers::Written, this, [this] {
+        if (m_workbench.Simulated() != nullptr && m_workbench.Preferences().AutoTestdrive())
+            ShowPage(kTestDrive);
+    });
     connect(&workbench, &Workbench::KeyboardChanged, this, &MainWindow::ShowKeyboard);
     connect(&workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
     connect(&workbench, &Workbench::Progressed, this, &MainWindow::ShowProgress);
@@ -108,6 +121,8 @@ void MainWindow::MakeActions() {
     QMenu* document = menuBar()->addMenu(tr("&Document"));
     m_documents->Fill(*document);
     document->addSeparator();
+    m_sheets->Fill(*document);
+    document->addSeparator();
     document->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
@@ -119,13 +134,13 @@ void MainWindow::MakeActions() {
     edit->addSeparator();
 
     QMenu* keyboard = menuBar()->addMenu(tr("&Keyboard"));
-    m_read = keyboard->addAction(style()->standardIcon(QStyle::SP_ArrowUp),
-                                 tr("&Read from keyboard"), QKeySequence(Qt::CTRL | Qt::Key_R),
-                                 this, &MainWindow::ReadFromKeyboard);
+    m_read =
+        keyboard->addAction(style()->standardIcon(QStyle::SP_ArrowUp), tr("&Read from keyboard"),
+                            QKeySequence(Qt::CTRL | Qt::Key_R), m_transfers, &Transfers::Read);
     m_read->setToolTip(tr("Keyboard to document: read all settings (Ctrl+R)"));
     m_write = keyboard->addAction(
         style()->standardIcon(QStyle::SP_ArrowDown), tr("&Write to keyboard"),
-        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), this, &MainWindow::WriteToKeyboard);
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), m_transfers, &Transfers::Write);
     m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));
     keyboard->addSeparator();
     keyboard->addAction(tr("&Connect again"), this, [this] { Connect(m_workbench.Choice()); });
@@ -164,15 +179,9 @@ void MainWindow::MakeActions() {
     bar->addSeparator();
     bar->addAction(m_undo);
     bar->addAction(m_redo);
-    auto* space = new QWidget;
-    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    bar->addWidget(space);
-    auto* find = new QuickFind([this] { return Findables(); });
-    find->setFixedWidth(find->fontMetrics().horizontalAdvance(find->placeholderText()) + 48);
-    bar->addWidget(find);
-    edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), find, [find] {
-        find->setFocus(Qt::ShortcutFocusReason);
-        find->selectAll();
+    edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), m_find, [this] {
+        m_find->setFocus(Qt::ShortcutFocusReason);
+        m_find->selectAll();
     });
 }
 
@@ -200,6 +209,7 @@ void MainWindow::MakePages() {
     m_list->setObjectName(QStringLiteral("pages"));
     m_list->setAccessibleName(tr("Pages"));
     m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    m_find = new QuickFind([this] { return Findables(); });
     m_pages = new QStackedWidget;
     m_notice = new NoticeBar;
 
@@ -216,6 +226,11 @@ void MainWindow::MakePages() {
     connect(files, &FilesPage::Told, this, &MainWindow::Tell);
     connect(files, &FilesPage::Failed, this, &MainWindow::Warn);
     AddPage(kFiles, tr("Keyboard files"), TitledPage(tr("Keyboard files"), files));
+    auto* backups = new BackupsPage(m_workbench);
+    connect(backups, &BackupsPage::RestoreRequested, m_transfers, &Transfers::Restore);
+    connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::Open);
+    connect(backups, &BackupsPage::Failed, this, &MainWindow::Warn);
+    AddPage(kBackups, tr("Backups"), TitledPage(tr("Backups"), backups));
     AddPage(kTestDrive, tr("Test drive"),
             TitledPage(tr("Test drive"), new TestDrivePage(m_workbench)));
     auto* preferences = new PreferencesPage(m_workbench.Preferences(), m_workbench.LayoutFolder());
@@ -226,10 +241,15 @@ void MainWindow::MakePages() {
     auto* right = new QVBoxLayout;
     right->addWidget(m_notice);
     right->addWidget(m_pages, 1);
+    auto* left = new QVBoxLayout;
+    left->addWidget(m_find);
+    left->addWidget(m_list, 1);
     auto* row = new QHBoxLayout(central);
-    row->addWidget(m_list);
+    row->addLayout(left);
     row->addLayout(right, 1);
     setCentralWidget(central);
+    if (isVisible())
+        central->show(); // in a window that is shown already, nothing else does it
 }
 
 void MainWindow::ShowPage(const QString& id) {
@@ -251,6 +271,10 @@ void MainWindow::Tell(const QString& text) {
     m_notice->Tell(NoticeBar::Kind::Information, text);
 }
 
+void MainWindow::TellDone(const QString& text) {
+    m_notice->Tell(NoticeBar::Kind::Success, text);
+}
+
 void MainWindow::Warn(const QString& text) {
     m_notice->Tell(NoticeBar::Kind::Warning, text);
     screen.warn(text);
@@ -268,6 +292,7 @@ bool MainWindow::Connect(const setup::KeyboardChoice& choice) {
     if (!m_workbench.DriverNote().isEmpty())
         statusBar()->setToolTip(m_workbench.DriverNote());
     CheckFirmware();
+    m_transfers->Recover();
     return true;
 }
 
@@ -320,7 +345,11 @@ void MainWindow::ShowKeyboard() {
         }
         width = std::max(width, m_list->fontMetrics().horizontalAdvance(item->text()));
     }
-    m_list->setFixedWidth(width + 2 * m_list->frameWidth() + 24);
+    width += 2 * m_list->frameWidth() + 24;
+    const QFontMetrics metrics = m_find->fontMetrics();
+    width = std::max(width, metrics.horizontalAdvance(m_find->placeholderText()) + 24);
+    m_list->setFixedWidth(width);
+    m_find->setFixedWidth(width);
 }
 
 void MainWindow::ShowDocument() {
@@ -345,50 +374,6 @@ void MainWindow::ShowProgress(int percent) {
     m_progress->setVisible(percent < 100);
     m_progress->setValue(percent);
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
-void MainWindow::ReadFromKeyboard() {
-    if (!m_documents->MayLeaveDocument())
-        return;
-    try {
-        m_workbench.ReadKeyboard();
-        m_notice->Tell(NoticeBar::Kind::Success,
-                       tr("Keyboard to document: read all settings. The keyboard is unchanged."));
-    } catch (const std::exception& error) {
-        Warn(QString::fromUtf8(error.what()));
-    }
-    m_progress->hide();
-}
-
-void MainWindow::WriteToKeyboard() {
-    try {
-        const auto differences = m_workbench.CompareWithKeyboard();
-        m_progress->hide();
-        QStringList absent;
-        for (const host::Section* section : m_workbench.AbsentSections())
-            absent.append(SectionTitle(section->Info().key));
-        if (differences.empty()) {
-            m_notice->Tell(NoticeBar::Kind::Success,
-                           tr("The keyboard already has these settings; nothing was written."));
-            return;
-        }
-        ReviewSheet sheet(differences, ToQt(m_workbench.Session().Access().Keyboard()),
-                          absent.join(QStringLiteral(", ")), this);
-        if (sheet.exec() != QDialog::Accepted) {
-            if (!sheet.ChosenPlace().empty())
-                GoTo(sheet.ChosenPlace());
-            return;
-        }
-        m_workbench.WriteKeyboard();
-        m_notice->Tell(NoticeBar::Kind::Success,
-                       tr("Document to keyboard: wrote %n change(s), read back and found equal.",
-                          "", static_cast<int>(differences.size())));
-        if (m_workbench.Simulated() != nullptr && m_workbench.Preferences().AutoTestdrive())
-            ShowPage(kTestDrive);
-    } catch (const std::exception& error) {
-        Warn(QString::fromUtf8(error.what()));
-    }
-    m_progress->hide();
 }
 
 void MainWindow::ApplyPreferences() {

@@ -6,6 +6,8 @@
 #include "app/EditRequests.h"
 #include "app/Language.h"
 #include "app/QuickFind.h"
+#include "app/SheetMenu.h"
+#include "app/Transfers.h"
 #include "app/Workbench.h"
 
 #include <QMainWindow>
@@ -37,14 +39,12 @@ public:
 
     Screen screen;
     [[nodiscard]] DocumentMenu& Documents() { return *m_documents; }
+    [[nodiscard]] SheetMenu& Sheets() { return *m_sheets; }
     [[nodiscard]] EditRequests& Edits() { return m_edits; }
+    [[nodiscard]] app::Transfers& Transfers() { return *m_transfers; }
 
     // Connects the keyboard; a failure is shown on the overview page.
     bool Connect(const setup::KeyboardChoice& choice);
-    // Keyboard to document; asks first where unsaved changes would be lost.
-    void ReadFromKeyboard();
-    // Document to keyboard, after the review.
-    void WriteToKeyboard();
     // Shows a setting where it can be edited.
     void GoTo(const std::string& place);
     void ShowPage(const QString& id);
@@ -70,6 +70,7 @@ private:
     void CheckFirmware();
     void ChooseDriver();
     void Tell(const QString& text);
+    void TellDone(const QString& text);
     void Warn(const QString& text);
     void RestorePosition();
     void KeepPosition();
@@ -79,10 +80,13 @@ private:
     Language& m_language;
     EditRequests m_edits;
     DocumentMenu* m_documents;
+    app::Transfers* m_transfers;
+    SheetMenu* m_sheets;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QAction* m_read = nullptr;
     QAction* m_write = nullptr;
+    QuickFind* m_find = nullptr;
     QListWidget* m_list = nullptr;
     QStackedWidget* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;

@@ -34,7 +34,7 @@ int Fit(const Findable& findable, const QStringList& words) {
 QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* parent)
     : QLineEdit(parent), m_list(std::move(list)), m_popup(new QListWidget(this)) {
     setObjectName(QStringLiteral("quickFind"));
-    setPlaceholderText(tr("Find a page, setting or key (Ctrl+K)"));
+    setPlaceholderText(tr("Find (Ctrl+K)"));
     setAccessibleName(tr("Find"));
     setClearButtonEnabled(true);
     m_popup->setWindowFlags(Qt::ToolTip);
@@ -89,7 +89,7 @@ void QuickFind::Search(const QString& text) {
         return;
     const int height = m_popup->sizeHintForRow(0) * m_popup->count() + 2 * m_popup->frameWidth();
     const int popupWidth = std::max(width(), 460);
-    const QPoint below = mapToGlobal(QPoint(width() - popupWidth, this->height()));
+    const QPoint below = mapToGlobal(QPoint(0, this->height()));
     m_popup->setGeometry(QRect(below, QSize(popupWidth, height)));
 }
 

@@ -48,15 +48,20 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
 
 } // namespace
 
-ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
+ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
                          const QString& keyboardName, const QString& absentSections,
                          QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("reviewSheet"));
-    setWindowTitle(tr("Write to keyboard"));
-    const int count = static_cast<int>(differences.size());
-    auto* heading = new QLabel(tr("Writing changes %n setting(s) of the keyboard %1.", "", count)
-                                   .arg(keyboardName.toHtmlEscaped()));
+    setWindowTitle(title);
+    const int count = static_cast<int>(plan.settings.size());
+    const int bytes = static_cast<int>(plan.BytesToSend());
+    const QString keyboard = keyboardName.toHtmlEscaped();
+    auto* heading = new QLabel(
+        count > 0 ? tr("This changes %n setting(s) of the keyboard %1.", "", count).arg(keyboard)
+                  : tr("This changes no setting of the keyboard %1, only bytes that no setting "
+                       "uses.")
+                        .arg(keyboard));
     heading->setWordWrap(true);
     auto* tree = new QTreeWidget;
     tree->setObjectName(QStringLiteral("changes"));
@@ -65,7 +70,7 @@ ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
     tree->setRootIsDecorated(false);
     tree->setAlternatingRowColors(true);
     tree->setUniformRowHeights(true);
-    Fill(*tree, differences);
+    Fill(*tree, plan.settings);
     tree->header()->setStretchLastSection(false);
     tree->header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
     tree->header()->setSectionResizeMode(kAfter, QHeaderView::Stretch);
@@ -74,7 +79,9 @@ ReviewSheet::ReviewSheet(const std::vector<host::Difference>& differences,
 
     auto* hint = new QLabel;
     hint->setWordWrap(true);
-    hint->setText(tr("What is written is read back and compared."));
+    hint->setText(tr("%n byte(s) are sent. What the keyboard holds now is saved as a backup first; "
+                     "what is written is read back and compared.",
+                     "", bytes));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     auto* write = buttons->addButton(tr("&Write to keyboard"), QDialogButtonBox::AcceptRole);

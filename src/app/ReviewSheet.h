@@ -4,19 +4,18 @@
 // leaves the keyboard as it is.
 #pragma once
 
-#include "host/Configuration.h"
+#include "host/WritePlan.h"
 
 #include <QDialog>
 
 #include <string>
-#include <vector>
 
 namespace qx::app {
 
 class ReviewSheet : public QDialog {
     Q_OBJECT
 public:
-    ReviewSheet(const std::vector<host::Difference>& differences, const QString& keyboardName,
+    ReviewSheet(const host::WritePlan& plan, const QString& title, const QString& keyboardName,
                 const QString& absentSections, QWidget* parent = nullptr);
 
     // The place that the user wants to see instead of writing; empty otherwise.

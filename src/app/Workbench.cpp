@@ -1,7 +1,9 @@
 #include "app/Workbench.h"
 
+#include "app/ControlTexts.h"
 #include "app/SettingWords.h"
 #include "files/Files.h"
+#include "files/Sha256.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -28,6 +30,19 @@ public:
 private:
     bool& m_flag;
     bool m_before;
+};
+
+// When it goes, the controls ask the connected keyboard what it has, and follow it: a session takes
+// the keyboard from them after each transfer.
+class Workbench::Attachment {
+public:
+    explicit Attachment(Workbench& workbench) : m_workbench(workbench) {}
+    ~Attachment() { m_workbench.AttachKeyboard(); }
+    Attachment(const Attachment&) = delete;
+    Attachment& operator=(const Attachment&) = delete;
+
+private:
+    Workbench& m_workbench;
 };
 
 Workbench::Workbench(const Platform& platform, Options options)
@@ -160,8 +175,6 @@ void Workbench::Disconnect() {
     emit KeyboardChanged();
 }
 
-// The controls ask the keyboard what it has, and follow it, while it is connected. A session takes
-// the keyboard from them after each transfer.
 void Workbench::AttachKeyboard() {
     const Busy busy(*this);
     const auto present = m_session->SectionsIn(*m_configuration, true);
@@ -178,13 +191,12 @@ void Workbench::ReadKeyboard() {
     const auto before = m_configuration->Write(m_history->AllSections());
     const auto sections = m_session->SectionsIn(*m_configuration, true);
     try {
+        const Attachment attached(*this);
         m_session->Upload(sections);
     } catch (...) {
         m_configuration->Read(before);
-        AttachKeyboard();
         throw;
     }
-    AttachKeyboard();
     m_file.clear();
     m_history->Restart(sections, true);
     emit DocumentChanged();
@@ -202,27 +214,68 @@ std::vector<Section*> Workbench::AbsentSections() const {
     return absent;
 }
 
-std::vector<host::Difference> Workbench::CompareWithKeyboard() {
-    host::Configuration held(m_platform, &m_layout, nullptr);
-    held.SetWords(SettingWord);
-    (void)m_session->SectionsIn(held, true);
-    std::vector<Section*> sections;
-    for (const Section* wanted : WantedSections())
-        sections.push_back(held.Find(wanted->Info().key));
-    m_session->Upload(sections);
-    return host::Compare(held.List(sections), m_configuration->List(WantedSections()), SettingWord);
+host::WriteRecords Workbench::Records() const {
+    try {
+        return host::WriteRecords(m_options.records.empty() ? files::UserDataFolder()
+                                                            : m_options.records);
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
 }
 
-void Workbench::WriteKeyboard() {
+template <typename Work>
+auto Workbench::WithWriter(const Work& work) {
     const Busy busy(*this);
-    try {
-        m_session->Download(WantedSections());
-        m_session->VerifyLastDownload();
-    } catch (...) {
-        AttachKeyboard();
-        throw;
-    }
-    AttachKeyboard();
+    const Attachment attached(*this);
+    host::Writer::Options options;
+    options.folder = Records().folder;
+    options.newConfiguration = [this] {
+        auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
+        scratch->SetWords(SettingWord);
+        TranslateControls(*scratch);
+        return scratch;
+    };
+    host::Writer writer(*m_session, std::move(options));
+    return work(writer);
+}
+
+host::WritePlan Workbench::PlanWrite() {
+    return WithWriter([&](host::Writer& writer) { return writer.Plan(WantedSections()); });
+}
+
+host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
+    host::Writer::Request request;
+    request.document = m_file.empty() ? "an untitled document" : m_file.string();
+    request.documentSha256 = files::Sha256(m_history->Document().ToText());
+    return WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+}
+
+std::optional<host::JournalEntry> Workbench::Interrupted() {
+    return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
+}
+
+void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way) {
+    WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way); });
+}
+
+std::vector<host::BackupEntry> Workbench::Backups() const {
+    return Records().backups.List();
+}
+
+host::KeyboardContent Workbench::LoadBackup(const host::BackupEntry& entry) const {
+    return Records().backups.Load(entry);
+}
+
+host::WritePlan Workbench::PlanRestore(const host::KeyboardContent& backup) {
+    return WithWriter([&](host::Writer& writer) { return writer.PlanRestore(backup, true); });
+}
+
+void Workbench::Restore(const host::WritePlan& plan, const std::string& backup) {
+    host::Writer::Request request;
+    request.action = "restore";
+    request.document = backup;
+    WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+    ReadKeyboard();
 }
 
 void Workbench::NewDocument() {
@@ -230,7 +283,7 @@ void Workbench::NewDocument() {
     std::vector<Section*> sections;
     for (const auto& section : m_configuration->Sections()) {
         section->Control().DefaultValues();
-        section->Control().AdjustControls();
+        section->Show();
         if (Has(*section))
             sections.push_back(section.get());
     }
@@ -246,7 +299,7 @@ QString Workbench::OpenDocument(const std::filesystem::path& file) {
     for (const auto& section : m_configuration->Sections())
         if (std::find(read.begin(), read.end(), section.get()) == read.end()) {
             section->Control().DefaultValues();
-            section->Control().AdjustControls();
+            section->Show();
         }
     m_file = file;
     m_history->Restart(read, true);

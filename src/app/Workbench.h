@@ -8,6 +8,7 @@
 #include "host/History.h"
 #include "host/Session.h"
 #include "host/SettingsStore.h"
+#include "host/Writer.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 #include "setup/DriverSource.h"
@@ -31,6 +32,7 @@ public:
         std::filesystem::path layouts;  // empty: the shipped ones
         std::string layout;             // empty: the keyboard's own, else the preferred one
         std::filesystem::path settings; // empty: the user's own
+        std::filesystem::path records;  // of writes; empty: the user's own
     };
 
     // A stage of the keyboard's start-up.
@@ -71,12 +73,22 @@ public:
 
     // Keyboard to document: the settings of all modules that the keyboard has.
     void ReadKeyboard();
-    // What writing the document would change in the keyboard, which stays as it is.
-    [[nodiscard]] std::vector<host::Difference> CompareWithKeyboard();
-    // Document to keyboard, read back and compared. Sections that the keyboard lacks are passed
-    // over.
-    void WriteKeyboard();
+    // What writing the document would change in the keyboard, which stays as it is. Sections that
+    // the keyboard lacks are passed over.
+    [[nodiscard]] host::WritePlan PlanWrite();
+    // Document to keyboard: what was planned, read back and compared.
+    host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
     [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
+
+    // The write to this keyboard that was interrupted, if there is one; Recover ends it.
+    [[nodiscard]] std::optional<host::JournalEntry> Interrupted();
+    void Recover(const host::JournalEntry& entry, host::Writer::Way way);
+    // What keyboards held before writes; a restored one becomes the document as well.
+    [[nodiscard]] std::vector<host::BackupEntry> Backups() const;
+    [[nodiscard]] host::KeyboardContent LoadBackup(const host::BackupEntry& entry) const;
+    // Also of another keyboard of the same kind: that is for the user to know.
+    [[nodiscard]] host::WritePlan PlanRestore(const host::KeyboardContent& backup);
+    void Restore(const host::WritePlan& plan, const std::string& backup);
 
     // The document.
     void NewDocument();
@@ -100,6 +112,7 @@ signals:
 
 private:
     class Busy;
+    class Attachment;
 
     void NoteEdit();
     void ShowLayerOnKeyboard();
@@ -108,6 +121,10 @@ private:
     void SetStage(Stage stage, StageState state);
     [[nodiscard]] std::vector<host::Section*> WantedSections() const;
     void OpenLayout();
+    [[nodiscard]] host::WriteRecords Records() const;
+    // Runs work that proves what it writes; the controls then follow the keyboard again.
+    template <typename Work>
+    auto WithWriter(const Work& work);
 
     Platform m_platform;
     Options m_options;

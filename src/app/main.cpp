@@ -40,7 +40,7 @@ void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoi
         return;
     workbench.NewDocument();
     if (choice == StartChoice::ReadKeyboard && workbench.IsConnected())
-        window.ReadFromKeyboard();
+        window.Transfers().Read();
 }
 
 } // namespace
@@ -82,7 +82,8 @@ int main(int argc, char** argv) {
                                        parser.value(model).toStdString()},
                                       ToPath(parser.value(layouts)),
                                       parser.value(layout).toStdString(),
-                                      ToPath(parser.value(settings))});
+                                      ToPath(parser.value(settings)),
+                                      {}});
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
         // Clicks in the sequence editor can press the simulated keyboard's keys.
         QObject::connect(&workbench, &qx::app::Workbench::KeyboardChanged, &window, [&] {

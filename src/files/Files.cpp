@@ -310,14 +310,14 @@ fs::path ExecutableFolder() {
     }
 }
 fs::path UserDataFolder() {
-    return FolderFrom(L"LOCALAPPDATA");
+    return FolderFrom(L"LOCALAPPDATA") / "qxcontrols";
 }
 #else
 fs::path ExecutableFolder() {
     return fs::read_symlink("/proc/self/exe").parent_path();
 }
 fs::path UserDataFolder() {
-    return FolderFrom("XDG_DATA_HOME", ".local/share");
+    return FolderFrom("XDG_DATA_HOME", ".local/share") / "qxcontrols";
 }
 #endif
 

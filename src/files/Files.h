@@ -53,7 +53,8 @@ private:
 // The folder of the program that runs.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 
-// The user's folder for a program's data. It need not exist.
+// Where these programs keep the user's data. It need not exist. Throws std::runtime_error where the
+// user has no folder of his own.
 [[nodiscard]] std::filesystem::path UserDataFolder();
 
 // Whether standard error is a terminal, where people watch.

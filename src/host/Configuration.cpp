@@ -59,7 +59,7 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
         throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
     }
     for (Section* section : read)
-        section->Control().AdjustControls();
+        section->Show();
     return read;
 }
 

@@ -35,7 +35,7 @@ FieldLister::FieldLister(std::string_view key, std::string_view title,
       m_place("/" + std::string(key)), m_name(Word(title)) {}
 
 std::string FieldLister::Word(std::string_view label) const {
-    return m_words && !label.empty() ? m_words(label) : std::string(label);
+    return m_words && !label.empty() && label != m_element ? m_words(label) : std::string(label);
 }
 
 void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
@@ -119,9 +119,9 @@ void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
     Within(field.key, "", [&] {
         for (std::size_t i = 0; i < count; ++i) {
             const std::string index = std::to_string(i);
-            const std::string label =
+            m_element =
                 Joined(Word(field.label), std::to_string(i + static_cast<std::size_t>(nFirst)));
-            element({index, label}, i);
+            element({index, m_element}, i);
         }
     });
 }

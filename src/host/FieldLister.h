@@ -52,6 +52,7 @@ private:
     std::vector<Setting>& m_settings;
     std::string m_place;
     std::string m_name;
+    std::string m_element; // label of an array's element, in words already
     std::string m_row;
 };
 

@@ -43,6 +43,12 @@ public:
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
     // Tells the section that its settings have been read from a keyboard.
     virtual void Uploaded() {}
+
+    // Has the control show the settings that it holds.
+    void Show() {
+        Control().AdjustControls();
+        Control().ReloadKeySettings();
+    }
 };
 
 // A section that owns its control of type C.

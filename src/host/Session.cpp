@@ -163,7 +163,6 @@ void Session::Upload(const std::vector<Section*>& sections) {
 void Session::Download(const std::vector<Section*>& sections) {
     const Assigned assigned(sections, m_access);
     bool isSent = false;
-    m_lastDownload.clear();
     try {
         Run("writing to the keyboard failed", [&] {
             m_access.DataTransferPrepare();
@@ -175,12 +174,6 @@ void Session::Download(const std::vector<Section*>& sections) {
             }
             m_driver.EndLeavingOut();
             RequestRest(sections);
-            for (const Stretch& stretch : m_driver.Written().List()) {
-                Written written{stretch.address,
-                                std::string(static_cast<std::size_t>(stretch.size), '\0')};
-                m_driver.QXCFG_ImageRead(stretch.address, written.bytes.data(), stretch.size);
-                m_lastDownload.push_back(std::move(written));
-            }
             if (!m_driver.Failure()) {
                 isSent = true;
                 (void)m_access.Download(); // its status is watched
@@ -209,40 +202,6 @@ KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long 
                 return area.requestedAs;
         }
     return MODULE_KEYBOARD;
-}
-
-void Session::VerifyLastDownload() {
-    Run("reading back from the keyboard failed", [&] {
-        m_access.DataTransferPrepare();
-        for (const Written& written : m_lastDownload) {
-            // The image still holds what was written: a transfer that does nothing must not pass.
-            std::string others = written.bytes;
-            for (char& byte : others)
-                byte = static_cast<char>(~static_cast<Byte>(byte));
-            const auto size = static_cast<Long>(others.size());
-            m_driver.QXCFG_ImageWrite(written.address, others.data(), size);
-            m_access.MemRequestAdd(MODULE_KEYBOARD, written.address, size);
-        }
-        if (m_driver.Failure())
-            return m_access.DataTransferFixUp();
-        (void)m_access.Upload(); // its status is watched
-        m_access.DataTransferFixUp();
-    });
-    for (const Written& written : m_lastDownload) {
-        std::string held(written.bytes.size(), '\0');
-        Run("reading back from the keyboard failed", [&] {
-            m_driver.QXCFG_ImageRead(written.address, held.data(), static_cast<Long>(held.size()));
-        });
-        const auto [expected, found] =
-            std::mismatch(written.bytes.begin(), written.bytes.end(), held.begin());
-        if (expected != written.bytes.end())
-            throw Error(
-                ErrorKind::ReadBackDiffers,
-                "the keyboard does not hold what was written: address " +
-                    Hex(written.address + static_cast<Long>(expected - written.bytes.begin())) +
-                    " holds " + Hex(static_cast<Byte>(*found)) + " in place of " +
-                    Hex(static_cast<Byte>(*expected)) + " (hexadecimal)");
-    }
 }
 
 } // namespace qx::host

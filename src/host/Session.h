@@ -75,20 +75,11 @@ public:
     // not known.
     void Send();
 
-    // Reads what the last download wrote back from the keyboard, and throws Error(ReadBackDiffers)
-    // at the first byte that differs.
-    void VerifyLastDownload();
-
     // Runs an operation of the keyboard and throws Error(TransferFailed) when one of its driver
     // calls fails; `what` begins the message.
     void Run(const std::string& what, const std::function<void()>& operation);
 
 private:
-    struct Written {
-        Long address;
-        std::string bytes;
-    };
-
     class Assigned; // gives the sections' controls the keyboard for a while
 
     void Attempt(ErrorKind kind, const std::string& what, const std::function<void()>& operation);
@@ -105,7 +96,6 @@ private:
     MessageWindow m_window;
     QXKeyboardAccess m_access;
     bool m_isOpen = false;
-    std::vector<Written> m_lastDownload;
 };
 
 } // namespace qx::host

@@ -136,7 +136,12 @@ std::optional<JournalEntry> Writer::Pending(const KeyboardContent& now) const {
 }
 
 std::optional<JournalEntry> Writer::Interrupted() {
-    return Pending(Read());
+    const auto entries = m_records.journal.Entries();
+    const KeyboardIdentity identity = m_session.ReadIdentity();
+    const bool mayBe = std::any_of(entries.begin(), entries.end(), [&](const JournalEntry& entry) {
+        return entry.keyboard.IsLike(identity);
+    });
+    return mayBe ? Pending(Read()) : std::nullopt; // a reading takes its time
 }
 
 Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {

@@ -21,8 +21,10 @@ namespace qx::host {
 
 // Where all records of writes are kept.
 struct WriteRecords {
-    explicit WriteRecords(const std::filesystem::path& folder)
-        : backups(folder / "backups"), journal(folder / "journal"), receipts(folder / "receipts") {}
+    explicit WriteRecords(const std::filesystem::path& where)
+        : folder(where), backups(where / "backups"), journal(where / "journal"),
+          receipts(where / "receipts") {}
+    std::filesystem::path folder;
     BackupStore backups;
     Journal journal;
     Receipts receipts;

@@ -70,7 +70,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     OpenedDriver opened;
     std::filesystem::path file = choice.keyboard;
     if (file.empty()) {
-        file = files::UserDataFolder() / "qxcontrols" / "keyboard.qxk";
+        file = files::UserDataFolder() / "keyboard.qxk";
         opened.note =
             "no --driver and no --keyboard: using the simulated keyboard in " + file.string();
         std::error_code ignored; // the driver tells when it cannot write there

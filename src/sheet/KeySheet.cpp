@@ -19,26 +19,28 @@ namespace {
 constexpr int kPdfPixels = 4;  // in 1/96 inch
 constexpr double kSvgGap = 16; // between the pages
 
+void PaintPages(const SheetPages& pages, QPagedPaintDevice& device) {
+    const double scale = device.logicalDpiX() / 96.0;
+    QPainter painter(&device);
+    for (int page = 0; page < pages.Count(); ++page) {
+        if (page > 0)
+            device.newPage();
+        painter.save();
+        painter.scale(scale, scale);
+        pages.Paint(painter, page, scale);
+        painter.restore();
+    }
+}
+
 QByteArray Pdf(const SheetPages& pages, const QString& title) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    writer.setPageOrientation(QPageLayout::Landscape);
-    writer.setPageMargins({});
+    SetKeySheetPage(writer);
     writer.setResolution(96 * kPdfPixels);
     writer.setTitle(title);
-    QPainter painter(&writer);
-    for (int page = 0; page < pages.Count(); ++page) {
-        if (page > 0)
-            writer.newPage();
-        painter.save();
-        painter.scale(kPdfPixels, kPdfPixels);
-        pages.Paint(painter, page, kPdfPixels);
-        painter.restore();
-    }
-    painter.end();
+    PaintPages(pages, writer);
     return bytes;
 }
 
@@ -68,6 +70,16 @@ QByteArray Svg(const SheetPages& pages, const QString& title) {
 }
 
 } // namespace
+
+void SetKeySheetPage(QPagedPaintDevice& device) {
+    device.setPageLayout(
+        QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, {}, QPageLayout::Millimeter));
+}
+
+void PaintKeySheet(const KeySheet& sheet, QPagedPaintDevice& device) {
+    const SheetContent content = ContentOf(sheet);
+    PaintPages(SheetPages(content), device);
+}
 
 void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
     const auto format = FormatOf(file);

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+class QPagedPaintDevice;
+
 namespace qx {
 class QXKeyboardLayoutData;
 }
@@ -31,5 +33,9 @@ struct KeySheet {
 // another, by the suffix. Throws host::Error: Usage for another suffix, FileFailed when the file
 // cannot be written; the file is then as it was.
 void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file);
+
+// Prepares the device for the sheet's pages, and paints them on it: a printer, say.
+void SetKeySheetPage(QPagedPaintDevice& device);
+void PaintKeySheet(const KeySheet& sheet, QPagedPaintDevice& device);
 
 } // namespace qx::sheet

@@ -47,7 +47,7 @@ template <typename Function>
 std::int32_t WithDriver(Function function) {
     try {
         if (!theDriver) {
-            const auto folder = qx::files::UserDataFolder() / "qxcontrols";
+            const auto folder = qx::files::UserDataFolder();
             std::filesystem::create_directories(folder);
             Open(folder / "keyboard.qxk", "full");
         }

@@ -120,6 +120,8 @@ void QXLayeredFuncKeysView::ShowKeys() {
         caps.push_back(CapOf(key));
     m_grid->setAccessibleName(tr("Function keys of layer %1").arg(m_control.CurrentLayer()));
     m_grid->SetKeys(std::move(caps));
+    if (std::exchange(m_shownKey, m_control.CurrentKey()) != m_shownKey)
+        m_grid->SetFocusKey(m_shownKey);
 }
 
 KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey) const {

@@ -33,6 +33,7 @@ private:
     [[nodiscard]] QString NameOf(const FuncKeyButton& key, const QString& sequence) const;
 
     QXLayeredFuncKeys& m_control;
+    Integer m_shownKey = -1; // as current
     KeyGrid* m_grid;
     Bindings m_bindings;
     Subscription m_refreshed;

@@ -4,6 +4,7 @@
 #include "app/Language.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
+#include "files/Files.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
@@ -20,6 +21,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPrinter>
 #include <QSettings>
 #include <QSlider>
 #include <QTest>
@@ -37,10 +39,14 @@ using app::MainWindow;
 
 class Desk {
 public:
-    explicit Desk(const char* model = "full")
-        : workbench(
-              platform.Services(),
-              {{{}, folder / "keyboard.qxk", model}, QX_LAYOUTS, {}, folder / "settings.ini"}) {
+    // In a folder of its own, or in this one.
+    explicit Desk(const char* model = "full", const std::filesystem::path& where = {})
+        : folder(where.empty() ? m_own / "" : where),
+          workbench(platform.Services(), {{{}, folder / "keyboard.qxk", model},
+                                          QX_LAYOUTS,
+                                          {},
+                                          folder / "settings.ini",
+                                          folder / "records"}) {
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                            QString::fromStdString((folder / "qt").string()));
         workbench.Preferences().SetPreferedAppLang(1033);
@@ -51,10 +57,14 @@ public:
         window->Documents().questions.fileToSave = [this](const QString&) {
             return QString::fromStdString((folder / "till.json").string());
         };
+        window->Transfers().questions.recover = [this](const QString&) {
+            ++timesAsked;
+            return recover;
+        };
         window->resize(1100, 760);
         window->show();
         EXPECT_TRUE(window->Connect(workbench.Choice()));
-        window->ReadFromKeyboard();
+        window->Transfers().Read();
     }
 
     // The widget of this name that is on the screen.
@@ -94,6 +104,23 @@ public:
         ASSERT_NE(widget, nullptr) << name;
         QTest::mouseClick(widget, Qt::LeftButton);
     }
+    // Lets a key of the page send A, by clicks in the sequence editor.
+    void Edit(const char* page, int key) {
+        Page(page);
+        ClickKey("layoutDisplay", key);
+        InDialog([](QWidget& dialog) {
+            auto* keys = dialog.findChild<views::KeyGrid*>();
+            QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
+            ClickIn(dialog, "cmdOK");
+        });
+        Click("cmdEdit_0");
+    }
+    bool IsShownProgrammed(const char* grid, int key) {
+        const auto& caps = Find<views::KeyGrid>(grid)->Keys();
+        return std::any_of(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
+            return cap.index == key && cap.state == views::KeyState::Programmed;
+        });
+    }
     // Reviews and writes; returns the texts of the review's changes.
     QStringList Write() {
         QStringList changes;
@@ -106,7 +133,7 @@ public:
                 }
             ClickIn(dialog, "cmdWrite");
         });
-        window->WriteToKeyboard();
+        window->Transfers().Write();
         return changes;
     }
     [[nodiscard]] std::string Memory(KeyboardModuleIDs eModule, Long offset, Long size) {
@@ -119,8 +146,14 @@ public:
     }
     [[nodiscard]] std::string Document() { return workbench.History().Document().ToText(); }
 
-    TempFolder folder;
+private:
+    TempFolder m_own;
+
+public:
+    std::filesystem::path folder;
     bool answer = true;
+    std::optional<host::Writer::Way> recover = host::Writer::Way::RollBack;
+    int timesAsked = 0; // to recover
     DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
     QStringList warnings;
     views::QtPlatform platform;
@@ -140,14 +173,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.Page("barcode");
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     desk.Find<QSlider>("slidRange_0")->setValue(4);
-    desk.Page("freeProgKeys");
-    desk.ClickKey("layoutDisplay", 75);
-    desk.InDialog([](QWidget& dialog) {
-        auto* keys = dialog.findChild<views::KeyGrid*>();
-        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
-        Desk::ClickIn(dialog, "cmdOK");
-    });
-    desk.Click("cmdEdit_0");
+    desk.Edit("freeProgKeys", 75);
     desk.Page("layeredFuncKeys");
     desk.Click("cmdLayer_0");
     EXPECT_EQ(desk.workbench.Simulated()->Layer(), 1) << "the keyboard follows the layer shown";
@@ -164,7 +190,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
 
     const QStringList changes = desk.Write();
     EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
-    EXPECT_EQ(changes.size(), 6) << changes.join('\n').toStdString();
+    EXPECT_EQ(changes.size(), 7) << changes.join('\n').toStdString();
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("09"));
     EXPECT_EQ(desk.Memory(MODULE_BARCODE_CONFIG, 2, 1), Bytes("04"));
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
@@ -173,10 +199,10 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     const std::string written = desk.Document();
 
     // Nothing is left to write, and reading gives the same document.
-    desk.window->WriteToKeyboard();
+    desk.window->Transfers().Write();
     EXPECT_NE(desk.window->Notice().indexOf(QLatin1String("nothing was written")), -1);
     desk.unsaved = DocumentMenu::Answer::Discard;
-    desk.window->ReadFromKeyboard();
+    desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), written);
     EXPECT_NE(desk.Document(), start);
 }
@@ -188,14 +214,7 @@ TEST(MainWindow, UndoToTheStartLeavesTheDocumentAsItWas) {
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_EAN);
     desk.Click("chkBarOption_1");
     desk.Click("chkBarOption_2");
-    desk.Page("freeProgKeys");
-    desk.ClickKey("layoutDisplay", 76);
-    desk.InDialog([](QWidget& dialog) {
-        auto* keys = dialog.findChild<views::KeyGrid*>();
-        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
-        Desk::ClickIn(dialog, "cmdOK");
-    });
-    desk.Click("cmdEdit_0");
+    desk.Edit("freeProgKeys", 76);
     EXPECT_TRUE(desk.workbench.IsModified());
     const std::string edited = desk.Document();
     desk.UndoAll();
@@ -215,12 +234,16 @@ TEST(MainWindow, DocumentsAreSavedOpenedAndNeverLost) {
     desk.unsaved = DocumentMenu::Answer::Cancel;
     desk.window->Documents().New();
     EXPECT_TRUE(desk.workbench.IsModified()) << "the user did not want to lose the edit";
+    desk.Edit("freeProgKeys", 80);
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     EXPECT_TRUE(desk.window->Documents().Save());
     const std::string saved = desk.Document();
     desk.window->Documents().New();
     EXPECT_NE(desk.Document(), saved);
+    EXPECT_FALSE(desk.IsShownProgrammed("layoutDisplay", 80));
     desk.window->Documents().Open(QString::fromStdString(file));
     EXPECT_EQ(desk.Document(), saved);
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
 
     // A file that is no document changes nothing and says where it is wrong.
     std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
@@ -254,10 +277,73 @@ TEST(MainWindow, AFailedWriteSaysSoAndIsNeverCalledDone) {
         desk.workbench.Simulated()->StopTransferAfter(0);
         Desk::ClickIn(dialog, "cmdWrite");
     });
-    desk.window->WriteToKeyboard();
+    desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 1);
-    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("writing to the keyboard failed")));
+    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("nothing was written")));
     EXPECT_EQ(desk.window->Notice(), desk.warnings.front());
+
+    // Transfers that fail and report success: noticed, and what they left is mended.
+    int mended = 0;
+    for (std::uint32_t seed = 0; seed < 12; ++seed) {
+        const int delay = 20 + static_cast<int>(seed);
+        desk.Page("commonKeyboard");
+        desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
+        desk.warnings.clear();
+        desk.InDialog([&](QWidget& dialog) {
+            desk.workbench.Simulated()->LieFrom(seed);
+            Desk::ClickIn(dialog, "cmdWrite");
+        });
+        desk.window->Transfers().Write();
+        desk.workbench.Simulated()->EndLies();
+        const std::string wanted(1, static_cast<char>(delay));
+        const bool isHeld = desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
+        EXPECT_TRUE(isHeld || desk.warnings.size() == 1) << seed;
+        desk.recover = host::Writer::Way::Finish;
+        EXPECT_TRUE(desk.window->Transfers().Recover());
+        mended += !isHeld && desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
+    }
+    EXPECT_GT(mended, 0);
+}
+
+TEST(MainWindow, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) {
+    const TempFolder shop;
+    std::string before;
+    {
+        Desk desk("full", shop / "");
+        before = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
+        desk.Page("commonKeyboard");
+        desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+        // The keyboard is unplugged at one call after the other, until that leaves it in doubt.
+        for (int call = 1; desk.warnings.isEmpty() || !desk.warnings.back().contains("recover it");
+             ++call) {
+            ASSERT_LT(call, 500);
+            desk.InDialog([&](QWidget& dialog) {
+                desk.workbench.Simulated()->FailCall(call, 77, true);
+                Desk::ClickIn(dialog, "cmdWrite");
+            });
+            desk.window->Transfers().Write();
+            desk.workbench.Simulated()->FailCall(0, 0, false);
+        }
+        EXPECT_EQ(desk.timesAsked, 0);
+    }
+    Desk desk("full", shop / "");
+    EXPECT_EQ(desk.timesAsked, 1);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(10);
+    desk.Write();
+    EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+
+    desk.Page("backups");
+    auto* list = desk.Find<QTreeWidget>("backups");
+    ASSERT_GE(list->topLevelItemCount(), 2);
+    list->setCurrentItem(list->topLevelItem(0));
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+    desk.Click("restoreBackup");
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    desk.Page("commonKeyboard");
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 
 TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
@@ -276,6 +362,24 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     EXPECT_TRUE(desk.Find<QWidget>("AutoSave")->isVisible());
 }
 
+TEST(MainWindow, ExportsAndPrintsAKeySheet) {
+    Desk desk;
+    desk.Edit("freeProgKeys", 75);
+    QString file = QString::fromStdString((desk.folder / "till.svg").string());
+    desk.window->Sheets().questions.file = [&](const QString&) { return file; };
+    desk.window->Sheets().Export();
+    EXPECT_NE(files::ReadFile(desk.folder / "till.svg").find(">A ^A<"), std::string::npos);
+    file = QString::fromStdString((desk.folder / "vanished" / "till.pdf").string());
+    desk.window->Sheets().Export();
+    EXPECT_EQ(desk.warnings.size(), 1);
+    desk.window->Sheets().questions.printer = [&](QPrinter& printer) {
+        printer.setOutputFileName(QString::fromStdString((desk.folder / "paper.pdf").string()));
+        return true;
+    };
+    desk.window->Sheets().Print();
+    EXPECT_EQ(files::ReadFile(desk.folder / "paper.pdf").substr(0, 5), "%PDF-");
+}
+
 TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
     Desk desk;
     desk.Page("testDrive");
@@ -289,7 +393,7 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
     desk.Page("preferences");
     desk.workbench.Preferences().SetPreferedAppLang(1031);
     emit desk.window->findChild<app::PreferencesPage*>()->Changed();
-    QApplication::processEvents();
+    QTest::qWait(20);
     EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
               QStringLiteral("Magnetkartenleser"));
     desk.Page("barcode");

@@ -134,6 +134,7 @@ TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
             EXPECT_EQ(refused["error"]["code"], "write-interrupted");
             EXPECT_EQ(Json::parse(keyboard.Done({"--json", "recover"}))["interrupted"]["document"],
                       file);
+            cut.writtenBytes = 0;
             EXPECT_EQ(keyboard.Run({"recover", way}, cut).status, 4);
             keyboard.Done({"recover", way});
             const bool isFinished = way == std::string("--finish");

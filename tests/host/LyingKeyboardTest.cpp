@@ -1,8 +1,10 @@
 // A keyboard that lies about its transfers: a download is called done only when the keyboard holds
 // it, whatever was dropped, cut short or changed on the way.
 
-#include "host/Session.h"
+#include "host/Writer.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "simulator/SimulatedDriver.h"
+#include "support/FakeDriver.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -35,58 +37,81 @@ ConfigurationDocument RandomDocument(std::mt19937& random) {
     return document;
 }
 
+class LyingKeyboard : public testing::Test {
+protected:
+    LyingKeyboard() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+    }
+    std::unique_ptr<Configuration> NewConfiguration() {
+        return std::make_unique<Configuration>(Platform(), &layout, nullptr);
+    }
+
+    QXKeyboardLayoutData layout;
+    test::TempFolder folder{test::TempFolder::InMemory()};
+};
+
 } // namespace
 
 // Every seed's lie is told by one of the first two writes, or by one of the first two readings.
-TEST(LyingKeyboard, IsFoundOutWhateverTheSeed) {
+TEST_F(LyingKeyboard, IsFoundOutWhateverTheSeed) {
     constexpr int kSeeds = 1200;
-    const test::TempFolder folder;
     sim::SimulatedDriver driver(folder / "keyboard.qxk", "magnet");
     Session session(driver);
     session.Open();
-    Configuration configuration{Platform(), nullptr, nullptr};
-    const auto sections = session.SectionsIn(configuration);
-    session.Upload(sections);
-    // The keyboard's two areas: what is to be in them, and what is.
-    const auto& directory = driver.Model().directory;
-    const auto intended = [&] {
-        std::string areas(8 + 256, '\0');
-        driver.QXCFG_ImageRead(directory[0].address, areas.data(), 8);
-        driver.QXCFG_ImageRead(directory[1].address, areas.data() + 8, 256);
-        return areas;
-    };
-    const auto held = [&] {
-        return driver.Memory(directory[0].address, 8) + driver.Memory(directory[1].address, 256);
-    };
+    const auto configuration = NewConfiguration();
+    (void)session.SectionsIn(*configuration);
     int wrongWrites = 0;
     int wrongReadings = 0;
     for (std::uint32_t seed = 0; seed < kSeeds; ++seed) {
+        Writer writer(session,
+                      {folder / std::to_string(seed), [this] { return NewConfiguration(); }});
         std::mt19937 random(seed);
         driver.LieFrom(seed);
         bool isFound = false;
         for (int write = 0; write < 2 && !isFound; ++write) {
-            (void)configuration.Read(RandomDocument(random));
-            session.Download(sections);
-            const bool isHeld = held() == intended();
+            const auto wanted = configuration->Read(RandomDocument(random));
+            WritePlan plan;
+            bool isWritten = true;
             try {
-                session.VerifyLastDownload();
+                plan = writer.Plan(wanted);
+                writer.Write(plan, {});
             } catch (const Error& error) {
                 isFound = true;
-                EXPECT_EQ(error.Kind(), ErrorKind::ReadBackDiffers) << error.what();
+                isWritten = error.Kind() == ErrorKind::ReadBackDiffers;
+                EXPECT_TRUE(isWritten || error.Kind() == ErrorKind::KeyboardChanged)
+                    << error.what();
             }
+            bool isHeld = true;
+            for (const ContentPiece& piece : plan.after.pieces)
+                isHeld &= piece.bytes ==
+                          driver.Memory(piece.address, static_cast<Long>(piece.bytes.size()));
             ASSERT_TRUE(isHeld || isFound) << "called done with seed " << seed;
-            wrongWrites += isHeld ? 0 : 1;
-            wrongReadings += isHeld && isFound ? 1 : 0;
+            wrongWrites += isFound && isWritten && !isHeld;
+            wrongReadings += isFound && (!isWritten || isHeld);
         }
-        if (isFound) { // for the next seed, the whole areas as they are
-            driver.EndLies();
-            session.Upload(sections);
-        }
+        driver.EndLies();
     }
     std::cout << kSeeds << " seeds: " << wrongWrites << " wrong writes and " << wrongReadings
               << " wrong readings, all found; " << kSeeds - wrongWrites - wrongReadings
               << " lies about bytes that were the same anyway\n";
     EXPECT_GT(wrongWrites + wrongReadings, kSeeds * 9 / 10);
+}
+
+// The image holds what is expected, so that a driver could do nothing and seem honest.
+TEST_F(LyingKeyboard, ThatMovesNothingIsFoundOut) {
+    class Idle : public test::FakeDriver {
+    public:
+        std::int32_t QXCFG_ImageLoad() override { return 0; }
+        std::int32_t QXCFG_ImageSave() override { return 0; }
+    } idle;
+    idle.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    Session session(idle);
+    session.Open();
+    const auto configuration = NewConfiguration();
+    Writer writer(session, {folder / "records", [this] { return NewConfiguration(); }});
+    std::mt19937 random(1);
+    EXPECT_THROW(writer.Write(writer.Plan(configuration->Read(RandomDocument(random))), {}), Error);
 }
 
 } // namespace qx::host

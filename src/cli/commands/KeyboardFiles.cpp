@@ -26,9 +26,10 @@ host::SerialLine LineOf(Context& context, const ChosenLine& chosen) {
 void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
               const std::string& file, const ChosenLine& chosen) {
     const host::SerialLine line = kind.hasSerialLine ? LineOf(context, chosen) : host::SerialLine{};
+    host::Session& session = context.Keyboard();
     if (save)
         context.RefuseKeyboardFile(file);
-    (save ? host::SaveKeyboardFile : host::LoadKeyboardFile)(context.Keyboard(), kind, file, line);
+    (save ? host::SaveKeyboardFile : host::LoadKeyboardFile)(session, kind, file, line);
     context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
     const std::string content(kind.content);

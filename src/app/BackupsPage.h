@@ -1,0 +1,42 @@
+// BackupsPage: what keyboards held before each write, newest first, to look at and to bring back.
+#pragma once
+
+#include "app/Workbench.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QPushButton;
+class QTreeWidget;
+
+namespace qx::app {
+
+class BackupsPage : public QWidget {
+    Q_OBJECT
+public:
+    explicit BackupsPage(Workbench& workbench, QWidget* parent = nullptr);
+
+    // Lists the backups as they are now.
+    void Reload();
+
+signals:
+    void RestoreRequested(const host::BackupEntry& backup); // backup to keyboard
+    void OpenRequested(const QString& file);                // the backup's document
+    void Failed(const QString& text);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    [[nodiscard]] const host::BackupEntry* Chosen() const;
+    void Enable();
+
+    Workbench& m_workbench;
+    std::vector<host::BackupEntry> m_backups; // as listed
+    QTreeWidget* m_list;
+    QPushButton* m_restore;
+    QPushButton* m_open;
+};
+
+} // namespace qx::app

@@ -1,0 +1,69 @@
+#include "app/SheetMenu.h"
+
+#include "app/Paths.h"
+#include "sheet/KeySheet.h"
+
+#include <QDate>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
+
+namespace qx::app {
+
+SheetMenu::SheetMenu(Workbench& workbench, QWidget* window)
+    : QObject(window), m_workbench(workbench) {
+    questions.file = [window](const QString& suggestion) {
+        return QFileDialog::getSaveFileName(window, tr("Export key sheet"), suggestion,
+                                            tr("Key sheets (*.pdf *.svg)"));
+    };
+    questions.printer = [window](QPrinter& printer) {
+        QPrintDialog dialog(&printer, window);
+        return dialog.exec() == QDialog::Accepted;
+    };
+}
+
+void SheetMenu::Fill(QMenu& menu) {
+    menu.addAction(tr("&Print key sheet…"), QKeySequence(Qt::CTRL | Qt::Key_P), this,
+                   &SheetMenu::Print);
+    menu.addAction(tr("&Export key sheet…"), QKeySequence(Qt::CTRL | Qt::Key_E), this,
+                   &SheetMenu::Export);
+}
+
+sheet::KeySheet SheetMenu::Sheet() const {
+    const std::string keyboard =
+        m_workbench.IsConnected() ? m_workbench.Session().Keyboard().name : std::string();
+    const QString date = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
+    return {keyboard, m_workbench.File().filename().string(), date.toStdString(),
+            m_workbench.History().Sections(), m_workbench.Layout()};
+}
+
+void SheetMenu::Export() {
+    const auto& document = m_workbench.File();
+    auto suggestion = document.empty() ? std::filesystem::path("keyboard") : document;
+    QString file = questions.file(ToQt(suggestion.replace_extension(".pdf")));
+    if (file.isEmpty())
+        return;
+    if (QFileInfo(file).suffix().isEmpty())
+        file += QStringLiteral(".pdf");
+    try {
+        sheet::WriteKeySheet(Sheet(), ToPath(file));
+        emit Done(tr("Key sheet written to %1.").arg(file));
+    } catch (const std::exception& error) {
+        emit Failed(QString::fromUtf8(error.what()));
+    }
+}
+
+void SheetMenu::Print() {
+    QPrinter printer(QPrinter::HighResolution);
+    sheet::SetKeySheetPage(printer);
+    printer.setFullPage(true);
+    if (!questions.printer(printer))
+        return;
+    sheet::PaintKeySheet(Sheet(), printer);
+    emit Done(tr("Key sheet sent to the printer."));
+}
+
+} // namespace qx::app

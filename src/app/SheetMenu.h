@@ -1,0 +1,48 @@
+// SheetMenu: the key sheet of the document: printed, or exported as PDF or SVG.
+#pragma once
+
+#include "app/Workbench.h"
+
+#include <QObject>
+
+#include <functional>
+
+class QMenu;
+class QPrinter;
+class QWidget;
+
+namespace qx::sheet {
+struct KeySheet;
+}
+
+namespace qx::app {
+
+class SheetMenu : public QObject {
+    Q_OBJECT
+public:
+    // How it asks; a window's own dialogs unless something else is put in.
+    struct Questions {
+        std::function<QString(const QString& suggestion)> file; // empty: no export
+        std::function<bool(QPrinter& printer)> printer;
+    };
+
+    SheetMenu(Workbench& workbench, QWidget* window);
+
+    Questions questions;
+
+    // Adds the commands to the menu.
+    void Fill(QMenu& menu);
+    void Export();
+    void Print();
+
+signals:
+    void Done(const QString& text);
+    void Failed(const QString& text);
+
+private:
+    [[nodiscard]] sheet::KeySheet Sheet() const;
+
+    Workbench& m_workbench;
+};
+
+} // namespace qx::app

@@ -1,0 +1,135 @@
+#include "app/Transfers.h"
+
+#include "app/ControlTexts.h"
+#include "app/ReviewSheet.h"
+#include "views/Bindings.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace qx::app {
+
+using host::Writer;
+using views::ToQt;
+
+Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window)
+    : QObject(window), m_workbench(workbench), m_documents(documents), m_window(window) {
+    questions.recover = [this](const QString& text) -> std::optional<Writer::Way> {
+        QMessageBox box(QMessageBox::Warning, tr("Interrupted write"), text, QMessageBox::NoButton,
+                        m_window);
+        const auto* finish = box.addButton(tr("&Finish writing"), QMessageBox::AcceptRole);
+        const auto* rollBack = box.addButton(tr("&Roll back"), QMessageBox::AcceptRole);
+        box.addButton(tr("&Later"), QMessageBox::RejectRole);
+        box.exec();
+        if (box.clickedButton() == finish)
+            return Writer::Way::Finish;
+        if (box.clickedButton() == rollBack)
+            return Writer::Way::RollBack;
+        return std::nullopt;
+    };
+    questions.otherKeyboard = [this](const QString& question) {
+        return QMessageBox::question(m_window, tr("Restore backup"), question) == QMessageBox::Yes;
+    };
+}
+
+void Transfers::Attempt(const std::function<void()>& transfer) {
+    try {
+        transfer();
+    } catch (const std::exception& error) {
+        emit Failed(QString::fromUtf8(error.what()));
+    }
+    emit m_workbench.Progressed(100);
+}
+
+void Transfers::Read() {
+    if (!m_documents.MayLeaveDocument())
+        return;
+    Attempt([this] {
+        m_workbench.ReadKeyboard();
+        emit Done(tr("Keyboard to document: read all settings. The keyboard is unchanged."));
+    });
+}
+
+bool Transfers::Review(const host::WritePlan& plan, const QString& title) {
+    emit m_workbench.Progressed(100);
+    QStringList absent;
+    for (const host::Section* section : m_workbench.AbsentSections())
+        absent.append(SectionTitle(section->Info().key));
+    ReviewSheet sheet(plan, title, ToQt(m_workbench.Session().Access().Keyboard()),
+                      absent.join(QStringLiteral(", ")), m_window);
+    if (sheet.exec() == QDialog::Accepted)
+        return true;
+    if (!sheet.ChosenPlace().empty())
+        emit PlaceChosen(sheet.ChosenPlace());
+    return false;
+}
+
+void Transfers::Write() {
+    if (!Recover())
+        return;
+    Attempt([this] {
+        const host::WritePlan plan = m_workbench.PlanWrite();
+        if (plan.IsEmpty())
+            return emit Done(tr("The keyboard already has these settings; nothing was written."));
+        if (!Review(plan, tr("Write to keyboard")))
+            return;
+        const Writer::Outcome outcome = m_workbench.WriteKeyboard(plan);
+        emit Done(tr("Document to keyboard: wrote %n change(s)", "",
+                     static_cast<int>(plan.settings.size())) +
+                  tr(" (%n byte(s)), read back and found equal.", "",
+                     static_cast<int>(outcome.bytesSent)));
+        emit Written();
+    });
+}
+
+void Transfers::Restore(const host::BackupEntry& backup) {
+    if (!m_documents.MayLeaveDocument())
+        return;
+    Attempt([&] {
+        const host::KeyboardContent content = m_workbench.LoadBackup(backup);
+        const host::WritePlan plan = m_workbench.PlanRestore(content);
+        if (plan.before.identity.guid != content.identity.guid &&
+            !questions.otherKeyboard(
+                tr("This backup is of another keyboard. Write it into this one?")))
+            return;
+        if (plan.IsEmpty())
+            return emit Done(tr("The keyboard holds all of this backup; nothing was written."));
+        if (!Review(plan, tr("Restore backup")))
+            return;
+        m_workbench.Restore(plan, backup.id);
+        emit Done(tr("Backup to keyboard and document: restored, read back and found equal."));
+        emit Written();
+    });
+}
+
+bool Transfers::Recover() {
+    bool isSettled = false;
+    Attempt([&] {
+        const auto entry = m_workbench.Interrupted();
+        isSettled = !entry;
+        if (!entry)
+            return;
+        const QString what = ToQt(entry->document);
+        const auto way = questions.recover(
+            tr("Writing %1 to this keyboard was interrupted (%2). The keyboard may hold a part of "
+               "it.\n\nFinish writing makes the keyboard hold all of it; roll back brings back "
+               "what the keyboard held before.")
+                .arg(what, ToQt(entry->time)));
+        if (!way)
+            return emit Told(tr("An interrupted write of %1 is to be finished or rolled back "
+                                "before anything else is written.")
+                                 .arg(what));
+        m_workbench.Recover(*entry, *way);
+        isSettled = true;
+        emit Done(*way == Writer::Way::Finish
+                      ? tr("The interrupted write of %1 is finished, read back and found equal.")
+                            .arg(what)
+                      : tr("The interrupted write of %1 is rolled back: the keyboard holds what "
+                           "it held before, read back and found equal.")
+                            .arg(what));
+        emit Written();
+    });
+    return isSettled;
+}
+
+} // namespace qx::app
