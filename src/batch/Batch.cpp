@@ -111,32 +111,37 @@ public:
 private:
     void Attend() {
         const auto keyboard = Look();
-        if (!keyboard)
-            m_handled.reset();
-        else if (!HasHadItsTurn(*keyboard))
+        if (keyboard && !HasHadItsTurn(*keyboard))
             TakeOn(*keyboard);
     }
-    // The keyboard at the bench; null when there is none that answers.
+    // The keyboard at the bench; null when there is none that answers. Only one that cannot be
+    // opened is gone: one that fails later may be the same with a bad contact.
     [[nodiscard]] std::unique_ptr<Keyboard> Look() {
         const setup::KeyboardChoice& choice = *m_batch.m_job.Bench();
         std::error_code ignored;
         if (!choice.keyboard.empty() && !std::filesystem::exists(choice.keyboard, ignored))
-            return Absent("there is no " + choice.keyboard.string());
+            return Unplugged("there is no " + choice.keyboard.string());
         setup::OpenedDriver driver = m_services.openDriver(choice);
         try {
             return std::make_unique<Keyboard>(std::move(driver), m_services);
         } catch (const host::Error& error) {
-            return Absent(error.what());
+            if (error.Kind() == host::ErrorKind::KeyboardNotOpened)
+                return Unplugged(error.what());
+            SayOnce(error.what());
+            return nullptr;
         }
     }
-    // Says once what is waited for, and why.
-    std::unique_ptr<Keyboard> Absent(const std::string& reason) {
+    std::unique_ptr<Keyboard> Unplugged(const std::string& reason) {
+        m_handled.reset();
         const Unit* unit = Next("");
-        const std::string text =
-            "waiting for " + (unit != nullptr ? unit->name : "a keyboard") + " (" + reason + ")";
+        SayOnce("waiting for " + (unit != nullptr ? unit->name : "a keyboard") + " (" + reason +
+                ")");
+        return nullptr;
+    }
+    // Not again and again while nothing changes.
+    void SayOnce(const std::string& text) {
         if (std::exchange(m_said, text) != text)
             m_services.note(text);
-        return nullptr;
     }
 
     // A keyboard without an identifier has to be unplugged to be told from the next.

@@ -86,16 +86,18 @@ void JsonFieldReader::ReadObject(const Json& value, const std::string& place,
 Json JsonFieldReader::Filled(const Json& value, const std::string& place) {
     if (!value.is_string())
         return value;
+    Json filled(Json::value_t::discarded);
     try {
         const auto pieces = m_variables.Split(value.get<std::string>());
         if (pieces.size() != 1 || !pieces.front().isValue)
             return value;
-        Json filled = Json::parse(pieces.front().text, nullptr, false);
-        return filled.is_discarded() ? Json(pieces.front().text) : filled;
+        filled = Json::parse(pieces.front().text, nullptr, false);
+        if (filled.is_discarded())
+            filled = pieces.front().text;
     } catch (const std::invalid_argument& error) {
         AddFault(place, error.what());
-        return Json(Json::value_t::discarded);
     }
+    return filled;
 }
 
 bool JsonFieldReader::Flag(const Field& field, bool fValue) {

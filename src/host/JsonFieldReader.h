@@ -61,7 +61,8 @@ private:
     std::optional<FieldList::Id> ReadId(const FieldList& list, const std::string& place);
     std::optional<std::vector<Byte>> ReadCodes(const Json& value, const std::string& place);
     [[nodiscard]] std::vector<Byte> CodesOf(std::string_view text) const;
-    // The number or switch that a text means which is a placeholder and nothing else.
+    // The number or switch that a text means which is a placeholder and nothing else; any other
+    // value as it is. Discarded, with a fault, where that cannot be told.
     [[nodiscard]] Json Filled(const Json& value, const std::string& place);
 
     const QXKeyboardLayoutData* m_layout;
