@@ -5,14 +5,17 @@
 #include "app/EditRequests.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
-#include "app/ReviewSheet.h"
 #include "app/StartWizard.h"
+#include "qxcontrols/pos/QXPos.h"
+#include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QListWidget>
 #include <QStyleFactory>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <filesystem>
 #include <fstream>
@@ -55,16 +58,21 @@ public:
         QApplication::processEvents();
         widget.grab().save(QStringLiteral("%1/%2.png").arg(m_folder, name));
     }
-    // Takes the dialog that the action opens, and closes it.
-    void TakeDialog(const QString& name, const std::function<void()>& open) {
+    // Takes the dialog that the action opens, and leaves it with its button of this name, or gives
+    // it up.
+    void TakeDialog(const QString& name, const std::function<void()>& open,
+                    const QString& button = {}) {
         QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, [this, name, &watch] {
+        QObject::connect(&watch, &QTimer::timeout, [this, name, button, &watch] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (dialog == nullptr || !dialog->isVisible())
                 return;
             watch.stop();
             Take(*dialog, name);
-            dialog->reject();
+            if (button.isEmpty())
+                dialog->reject();
+            else
+                dialog->findChild<QAbstractButton*>(button)->click();
         });
         watch.start(100);
         open();
@@ -74,29 +82,42 @@ private:
     QString m_folder;
 };
 
+// The page as it is with this document; where it has a choice, something that is programmed.
+void ShowPage(app::MainWindow& window, const QString& id) {
+    if (id == QLatin1String("freeProgKeys"))
+        window.GoTo("/freeProgKeys/keys[75]/sequence");
+    else if (id == QLatin1String("layeredFuncKeys"))
+        window.GoTo("/layeredFuncKeys/keys[0][2]/sequence");
+    else if (id == QLatin1String("barcode"))
+        window.GoTo("/barcode/pages/Code39/minSize");
+    window.ShowPage(id);
+    if (id == QLatin1String("backups")) {
+        auto* backups = window.findChild<QTreeWidget*>(id);
+        backups->setCurrentItem(backups->topLevelItem(0));
+    } else if (id == QLatin1String("testDrive")) {
+        for (const int key : {75, 112})
+            window.findChild<views::KeyGrid*>(QStringLiteral("testDriveKeys"))->Pick(key);
+    }
+}
+
 void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
+    camera.TakeDialog(
+        QStringLiteral("20-review"), [&] { window.Transfers().Write(); },
+        QStringLiteral("cmdWrite"));
     auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
     for (int row = 0; row < pages->count(); ++row) {
         const QString id = pages->item(row)->data(Qt::UserRole).toString();
         if (id.startsWith(QLatin1String("funcKeys")))
             continue; // as the free keys
-        if (id == QLatin1String("freeProgKeys"))
-            window.GoTo("/freeProgKeys/keys[75]/sequence");
-        else if (id == QLatin1String("layeredFuncKeys"))
-            window.GoTo("/layeredFuncKeys/keys[0][2]/sequence");
-        else if (id == QLatin1String("barcode"))
-            window.GoTo("/barcode/pages/Code39/minSize");
-        window.ShowPage(id);
+        ShowPage(window, id);
         camera.Take(window, QStringLiteral("%1-%2").arg(row, 2, 10, QLatin1Char('0')).arg(id));
     }
-    window.ShowPage(QStringLiteral("freeProgKeys"));
-    camera.TakeDialog(QStringLiteral("20-review"), [&] { window.Transfers().Write(); });
     camera.TakeDialog(QStringLiteral("21-sequence"), [&] {
         std::string sequence;
-        window.Edits().Sequencer().ShowSequenceEditor(75, " 29 46174157", sequence, 32);
+        window.Edits().Sequencer().ShowSequenceEditor(75, " 58 48176186", sequence, 32);
     });
     camera.TakeDialog(QStringLiteral("22-pos-programmer"), [&] {
-        POSKeyboard blocks;
+        POSKeyboard blocks = workbench.ControlOf<QXPos>("pos").PosData();
         window.Edits().POSProgrammer().ShowPosProgrammer(blocks);
     });
     camera.TakeDialog(QStringLiteral("23-start"), [&] {
@@ -128,6 +149,7 @@ int main(int argc, char** argv) {
                                                        {},
                                                        work / "settings.ini",
                                                        work / "records"});
+        workbench.Preferences().SetAutoTestdrive(false);
         workbench.Preferences().SetPreferedAppLang(static_cast<Integer>(arguments[3].toInt()));
         app::MainWindow window(workbench, platform.Services(), language);
         window.setWindowState(Qt::WindowNoState);

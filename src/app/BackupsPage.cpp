@@ -34,7 +34,7 @@ QString LocalTime(const std::string& time) {
 BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_list(new QTreeWidget),
       m_restore(new QPushButton(tr("&Restore to keyboard…"))),
-      m_open(new QPushButton(tr("Open as &document"))) {
+      m_open(new QPushButton(tr("Open as do&cument"))) {
     auto* text = new QLabel(
         tr("Before each write, everything that the keyboard holds is saved here. Of each "
            "keyboard the newest %1 are kept.")

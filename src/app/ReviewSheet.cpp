@@ -74,7 +74,7 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
     tree->header()->setStretchLastSection(false);
     tree->header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
     tree->header()->setSectionResizeMode(kAfter, QHeaderView::Stretch);
-    tree->header()->resizeSection(kSetting, 320);
+    tree->header()->resizeSection(kSetting, 340);
     tree->header()->resizeSection(kNow, 200);
 
     auto* hint = new QLabel;

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="de_DE">
 <context>
+    <name>BackupsPage</name>
+    <message>
+        <source>&amp;Restore to keyboard…</source>
+        <translation>In Tastatur &amp;zurückspielen …</translation>
+    </message>
+    <message>
+        <source>Open as do&amp;cument</source>
+        <translation>Als Dokument ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Before each write, everything that the keyboard holds is saved here. Of each keyboard the newest %1 are kept.</source>
+        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Von jeder Tastatur bleiben die neuesten %1.</translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation>Sicherungen</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+</context>
+<context>
     <name>ColourButton</name>
     <message>
         <source>Use the default colour</source>
@@ -525,6 +552,117 @@
     </message>
 </context>
 <context>
+    <name>KeySheet</name>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Layout: %1</source>
+        <translation>Belegung: %1</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>Caption</source>
+        <translation>Beschriftung</translation>
+    </message>
+    <message>
+        <source>Sequence</source>
+        <translation>Folge</translation>
+    </message>
+    <message>
+        <source>Function keys 4610</source>
+        <translation>Funktionstasten 4610</translation>
+    </message>
+    <message>
+        <source>Function keys 4620</source>
+        <translation>Funktionstasten 4620</translation>
+    </message>
+    <message>
+        <source>Function keys 4630</source>
+        <translation>Funktionstasten 4630</translation>
+    </message>
+    <message>
+        <source>Free programmable keys</source>
+        <translation>Frei programmierbare Tasten</translation>
+    </message>
+    <message>
+        <source>No key is programmed.</source>
+        <translation>Keine Taste ist programmiert.</translation>
+    </message>
+    <message>
+        <source>Layer %1</source>
+        <translation>Ebene %1</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>POS blocks</source>
+        <translation>POS-Blöcke</translation>
+    </message>
+    <message>
+        <source>Slot</source>
+        <translation>Platz</translation>
+    </message>
+    <message>
+        <source>Block</source>
+        <translation>Block</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Readers</source>
+        <translation>Leser</translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation>Eingang</translation>
+    </message>
+    <message>
+        <source>Header</source>
+        <translation>Vorspann</translation>
+    </message>
+    <message>
+        <source>Terminator</source>
+        <translation>Abschluss</translation>
+    </message>
+    <message>
+        <source>Magnetic track %1</source>
+        <translation>Magnetspur %1</translation>
+    </message>
+    <message>
+        <source>%1 (not read)</source>
+        <translation>%1 (nicht gelesen)</translation>
+    </message>
+    <message>
+        <source>Barcode reader %1</source>
+        <translation>Barcodeleser %1</translation>
+    </message>
+    <message>
+        <source>(empty)</source>
+        <translation>(leer)</translation>
+    </message>
+    <message>
+        <source>(off)</source>
+        <translation>(aus)</translation>
+    </message>
+    <message>
+        <source>(off) %1</source>
+        <translation>(aus) %1</translation>
+    </message>
+    <message>
+        <source>%1 (continued)</source>
+        <translation>%1 (Fortsetzung)</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;Document</source>
@@ -663,20 +801,12 @@
         <translation>Wiederholen</translation>
     </message>
     <message>
-        <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Die Tastatur ist unverändert.</translation>
-    </message>
-    <message>
-        <source>The keyboard already has these settings; nothing was written.</source>
-        <translation>Die Tastatur hat diese Einstellungen schon; nichts wurde geschrieben.</translation>
-    </message>
-    <message numerus="yes">
-        <source>Document to keyboard: wrote %n change(s), read back and found equal.</source>
-        <translation><numerusform>Dokument in Tastatur: eine Änderung geschrieben, zurückgelesen und gleich befunden.</numerusform><numerusform>Dokument in Tastatur: %n Änderungen geschrieben, zurückgelesen und gleich befunden.</numerusform></translation>
-    </message>
-    <message>
         <source>page</source>
         <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation>Sicherungen</translation>
     </message>
 </context>
 <context>
@@ -1194,10 +1324,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
 <context>
     <name>QuickFind</name>
     <message>
-        <source>Find a page, setting or key (Ctrl+K)</source>
-        <translation>Seite, Einstellung, Taste suchen (Strg+K)</translation>
-    </message>
-    <message>
         <source>Find</source>
         <translation>Suchen</translation>
     </message>
@@ -1209,17 +1335,13 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Nothing found</source>
         <translation>Nichts gefunden</translation>
     </message>
+    <message>
+        <source>Find (Ctrl+K)</source>
+        <translation>Suchen (Strg+K)</translation>
+    </message>
 </context>
 <context>
     <name>ReviewSheet</name>
-    <message>
-        <source>Write to keyboard</source>
-        <translation>In Tastatur schreiben</translation>
-    </message>
-    <message numerus="yes">
-        <source>Writing changes %n setting(s) of the keyboard %1.</source>
-        <translation><numerusform>Das Schreiben ändert eine Einstellung der Tastatur %1.</numerusform><numerusform>Das Schreiben ändert %n Einstellungen der Tastatur %1.</numerusform></translation>
-    </message>
     <message>
         <source>Changes</source>
         <translation>Änderungen</translation>
@@ -1249,12 +1371,26 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Diese Änderung auf ihrer Seite zeigen</translation>
     </message>
     <message>
-        <source>What is written is read back and compared.</source>
-        <translation>Was geschrieben wird, wird zurückgelesen und verglichen.</translation>
-    </message>
-    <message>
         <source>&amp;Write to keyboard</source>
         <translation>In Tastatur &amp;schreiben</translation>
+    </message>
+    <message numerus="yes">
+        <source>This changes %n setting(s) of the keyboard %1.</source>
+        <translation>
+            <numerusform>Das ändert eine Einstellung der Tastatur %1.</numerusform>
+            <numerusform>Das ändert %n Einstellungen der Tastatur %1.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This changes no setting of the keyboard %1, only bytes that no setting uses.</source>
+        <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die keine Einstellung benutzt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
+        <translation>
+            <numerusform>Ein Byte wird gesendet. Was die Tastatur jetzt enthält, wird zuerst gesichert; was geschrieben wird, wird zurückgelesen und verglichen.</numerusform>
+            <numerusform>%n Bytes werden gesendet. Was die Tastatur jetzt enthält, wird zuerst gesichert; was geschrieben wird, wird zurückgelesen und verglichen.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1280,7 +1416,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>free programmable</source>
-        <translation>frei programmierbar</translation>
+        <translation>freie</translation>
     </message>
     <message>
         <source>function keys 4610</source>
@@ -1296,7 +1432,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>layered function key</source>
-        <translation>Funktionstaste in Ebenen</translation>
+        <translation>Funktionstaste</translation>
     </message>
     <message>
         <source>output delay</source>
@@ -1413,6 +1549,33 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>(none)</source>
         <translation>(keine)</translation>
+    </message>
+</context>
+<context>
+    <name>SheetMenu</name>
+    <message>
+        <source>Export key sheet</source>
+        <translation>Tastenblatt ausgeben</translation>
+    </message>
+    <message>
+        <source>Key sheets (*.pdf *.svg)</source>
+        <translation>Tastenblätter (*.pdf *.svg)</translation>
+    </message>
+    <message>
+        <source>&amp;Print key sheet…</source>
+        <translation>Tastenblatt &amp;drucken …</translation>
+    </message>
+    <message>
+        <source>&amp;Export key sheet…</source>
+        <translation>Tastenblatt aus&amp;geben …</translation>
+    </message>
+    <message>
+        <source>Key sheet written to %1.</source>
+        <translation>Das Tastenblatt steht in %1.</translation>
+    </message>
+    <message>
+        <source>Key sheet sent to the printer.</source>
+        <translation>Das Tastenblatt ist an den Drucker gesandt.</translation>
     </message>
 </context>
 <context>
@@ -1563,6 +1726,87 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Output delay between codes: %1</source>
         <translation>Ausgabeverzögerung zwischen Codes: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Transfers</name>
+    <message>
+        <source>Interrupted write</source>
+        <translation>Unterbrochenes Schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Finish writing</source>
+        <translation>&amp;Zu Ende schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Roll back</source>
+        <translation>Zu&amp;rücknehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>Restore backup</source>
+        <translation>Sicherung zurückspielen</translation>
+    </message>
+    <message>
+        <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Die Tastatur ist unverändert.</translation>
+    </message>
+    <message>
+        <source>The keyboard already has these settings; nothing was written.</source>
+        <translation>Die Tastatur hat diese Einstellungen schon; es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Write to keyboard</source>
+        <translation>In Tastatur schreiben</translation>
+    </message>
+    <message numerus="yes">
+        <source>Document to keyboard: wrote %n change(s)</source>
+        <translation>
+            <numerusform>Dokument in Tastatur: eine Änderung</numerusform>
+            <numerusform>Dokument in Tastatur: %n Änderungen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source> (%n byte(s)), read back and found equal.</source>
+        <translation>
+            <numerusform> (ein Byte) geschrieben, zurückgelesen und gleich befunden.</numerusform>
+            <numerusform> (%n Bytes) geschrieben, zurückgelesen und gleich befunden.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This backup is of another keyboard. Write it into this one?</source>
+        <translation>Diese Sicherung ist von einer anderen Tastatur. In diese schreiben?</translation>
+    </message>
+    <message>
+        <source>The keyboard holds all of this backup; nothing was written.</source>
+        <translation>Die Tastatur enthält alles aus dieser Sicherung; es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Backup to keyboard and document: restored, read back and found equal.</source>
+        <translation>Sicherung in Tastatur und Dokument: zurückgespielt, zurückgelesen und gleich befunden.</translation>
+    </message>
+    <message>
+        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard may hold a part of it.
+
+Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>
+        <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2). Die Tastatur enthält vielleicht nur einen Teil davon.
+
+„Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
+    </message>
+    <message>
+        <source>An interrupted write of %1 is to be finished or rolled back before anything else is written.</source>
+        <translation>Ein unterbrochenes Schreiben von %1 ist erst zu Ende zu führen oder zurückzunehmen, bevor anderes geschrieben wird.</translation>
+    </message>
+    <message>
+        <source>The interrupted write of %1 is finished, read back and found equal.</source>
+        <translation>Das unterbrochene Schreiben von %1 ist zu Ende geführt, zurückgelesen und gleich befunden.</translation>
+    </message>
+    <message>
+        <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
+        <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt, zurückgelesen und gleich befunden.</translation>
     </message>
 </context>
 <context>

@@ -2,17 +2,37 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
-    <name>MainWindow</name>
+    <name>ReviewSheet</name>
     <message numerus="yes">
-        <source>Document to keyboard: wrote %n change(s), read back and found equal.</source>
-        <translation><numerusform>Document to keyboard: wrote one change, read back and found equal.</numerusform><numerusform>Document to keyboard: wrote %n changes, read back and found equal.</numerusform></translation>
+        <source>This changes %n setting(s) of the keyboard %1.</source>
+        <translation>
+            <numerusform>This changes one setting of the keyboard %1.</numerusform>
+            <numerusform>This changes %n settings of the keyboard %1.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
+        <translation>
+            <numerusform>One byte is sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
+            <numerusform>%n bytes are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
-    <name>ReviewSheet</name>
+    <name>Transfers</name>
     <message numerus="yes">
-        <source>Writing changes %n setting(s) of the keyboard %1.</source>
-        <translation><numerusform>Writing changes one setting of the keyboard %1.</numerusform><numerusform>Writing changes %n settings of the keyboard %1.</numerusform></translation>
+        <source>Document to keyboard: wrote %n change(s)</source>
+        <translation>
+            <numerusform>Document to keyboard: wrote one change</numerusform>
+            <numerusform>Document to keyboard: wrote %n changes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source> (%n byte(s)), read back and found equal.</source>
+        <translation>
+            <numerusform> (one byte), read back and found equal.</numerusform>
+            <numerusform> (%n bytes), read back and found equal.</numerusform>
+        </translation>
     </message>
 </context>
 </TS>
