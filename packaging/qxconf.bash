@@ -2,7 +2,7 @@
 
 _qxconf() {
     local commands='identify upload download show sheet diff validate defaults rom chipcard param convert
-        layer position codepage prefs test-drive recover backup receipts'
+        layer position codepage prefs test-drive recover backup receipts batch'
     local globals='--driver --keyboard --model --layouts --layout --settings --trace --json --help
         --version'
     local sections='commonKeyboard magnetCard barcode freeProgKeys funcKeys4610 funcKeys4620
@@ -14,7 +14,7 @@ _qxconf() {
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
         --driver | --keyboard | --model | --layouts | --layout | --settings | -o | --output | --date | \
-            --layer | --track? | --wrong-* | --symbology | --reader) ((i++)) ;;
+            --set | --layer | --track? | --wrong-* | --symbology | --reader) ((i++)) ;;
         -*) ;;
         *) if [ -z "$command" ]; then command=${COMP_WORDS[i]}; else sub=${sub:-${COMP_WORDS[i]}}; fi ;;
         esac
@@ -32,7 +32,9 @@ _qxconf() {
         case $command in
         upload | defaults) globals+=' --output' ;;
         sheet) globals+=' --output --date' ;;
-        download) globals+=' --dry-run --full --no-verify --skip-absent' ;;
+        download) globals+=' --dry-run --full --no-verify --skip-absent --set' ;;
+        validate | diff) globals+=' --set' ;;
+        batch) globals+=' --bench --dry-run --skip-absent' ;;
         recover) globals+=' --finish --rollback' ;;
         backup) case $sub in
             show) globals+=' --output' ;;

@@ -12,25 +12,6 @@ namespace {
 
 constexpr int kSchema = 1;
 
-struct KindInfo {
-    host::ErrorKind kind;
-    int exitStatus;
-    const char* code;
-};
-
-constexpr KindInfo kKinds[] = {
-    {host::ErrorKind::Usage, 2, "usage"},
-    {host::ErrorKind::KeyboardNotOpened, 3, "keyboard-not-opened"},
-    {host::ErrorKind::TransferFailed, 4, "transfer-failed"},
-    {host::ErrorKind::FileFailed, 4, "file-failed"},
-    {host::ErrorKind::ReadBackDiffers, 5, "read-back-differs"},
-    {host::ErrorKind::KeyboardChanged, 4, "keyboard-changed"},
-    {host::ErrorKind::WriteInterrupted, 4, "write-interrupted"},
-    {host::ErrorKind::DocumentInvalid, 6, "document-invalid"},
-    {host::ErrorKind::LayoutInvalid, 6, "layout-invalid"},
-    {host::ErrorKind::ModelInvalid, 6, "model-invalid"},
-};
-
 // Control characters as escapes: what files hold may stand in an error, and is not for the
 // terminal.
 std::string Visible(const std::string& text) {
@@ -46,14 +27,28 @@ std::string Visible(const std::string& text) {
     return visible;
 }
 
-const KindInfo& InfoOf(host::ErrorKind kind) {
-    for (const KindInfo& info : kKinds)
-        if (info.kind == kind)
-            return info;
-    return kKinds[0];
-}
-
 } // namespace
+
+int ExitStatusOf(host::ErrorKind kind) {
+    switch (kind) {
+    case host::ErrorKind::Usage:
+        return 2;
+    case host::ErrorKind::KeyboardNotOpened:
+        return 3;
+    case host::ErrorKind::TransferFailed:
+    case host::ErrorKind::FileFailed:
+    case host::ErrorKind::KeyboardChanged:
+    case host::ErrorKind::WriteInterrupted:
+        return 4;
+    case host::ErrorKind::ReadBackDiffers:
+        return 5;
+    case host::ErrorKind::DocumentInvalid:
+    case host::ErrorKind::LayoutInvalid:
+    case host::ErrorKind::ModelInvalid:
+        return 6;
+    }
+    return 2;
+}
 
 // Shows the controls' message boxes as lines on standard error.
 class Context::NotedMessageBoxes : public MessageBoxes {
@@ -75,10 +70,15 @@ Context::~Context() {
     m_session.reset(); // gives the keyboard back while its driver is there
 }
 
+setup::OpenedDriver Context::OpenDriver(const setup::KeyboardChoice& choice) {
+    setup::OpenedDriver driver = m_surroundings.openDriver(choice);
+    if (!driver.note.empty())
+        Note(driver.note);
+    return driver;
+}
+
 std::unique_ptr<host::Session> Context::NewSession() {
-    m_driver = m_surroundings.openDriver(options.keyboard);
-    if (!m_driver.note.empty())
-        Note(m_driver.note);
+    m_driver = OpenDriver(options.keyboard);
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
     sessionOptions.statusText = m_driver.statusText;
@@ -161,12 +161,15 @@ QXKeyboardLayoutData& Context::Layout() {
 }
 
 std::string Context::LayoutName() {
-    std::string name = options.layout;
-    if (name.empty() && m_isOpen && m_driver.layout)
-        name = m_driver.layout();
-    if (name.empty())
-        name = setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang());
-    return name;
+    return LayoutNameFor(m_isOpen && m_driver.layout ? m_driver.layout() : "");
+}
+
+std::string Context::LayoutNameFor(const std::string& ofKeyboard) {
+    if (!options.layout.empty())
+        return options.layout;
+    return ofKeyboard.empty()
+               ? setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang())
+               : ofKeyboard;
 }
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
@@ -216,25 +219,23 @@ void Context::Note(const std::string& text) {
 }
 
 int Context::Report(const host::Error& error) {
-    const KindInfo& info = InfoOf(error.Kind());
-    ReportError(info.code, error.what(), error.Faults(), error.Status());
-    return info.exitStatus;
+    ReportError(error.Kind(), error.what(), error.Faults(), error.Status());
+    return ExitStatusOf(error.Kind());
 }
 
 int Context::ReportUsage(const std::string& message) {
-    const KindInfo& info = InfoOf(host::ErrorKind::Usage);
-    ReportError(info.code, message, {}, std::nullopt);
-    return info.exitStatus;
+    ReportError(host::ErrorKind::Usage, message, {}, std::nullopt);
+    return ExitStatusOf(host::ErrorKind::Usage);
 }
 
-void Context::ReportError(const std::string& code, const std::string& message,
+void Context::ReportError(host::ErrorKind kind, const std::string& message,
                           const std::vector<host::Fault>& faults, std::optional<Long> status) {
     Note("qxconf: " + message);
     for (std::size_t i = 1; i < faults.size(); ++i)
         Note("        " + faults[i].place + ": " + faults[i].message);
     if (!options.json)
         return;
-    host::Json error = {{"code", code}, {"message", message}};
+    host::Json error = {{"code", host::CodeOf(kind)}, {"message", message}};
     error["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
     error["status"] = status ? host::Json(*status) : host::Json();
     if (!faults.empty()) {

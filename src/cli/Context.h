@@ -9,11 +9,13 @@
 #include "host/Writer.h"
 #include "setup/DriverSource.h"
 
+#include <chrono>
 #include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace qx {
@@ -34,6 +36,8 @@ struct Streams {
 struct Surroundings {
     std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver = setup::OpenDriver;
     bool noColor = true;
+    // Lets some time pass while something is waited for.
+    std::function<void()> pause = [] { std::this_thread::sleep_for(std::chrono::seconds(1)); };
     // Where backups, journal and receipts are; empty: in the user's data folder.
     std::filesystem::path dataFolder;
 };
@@ -46,6 +50,9 @@ struct GlobalOptions {
     bool trace = false;
     bool json = false;
 };
+
+// The program's exit status for an error.
+[[nodiscard]] int ExitStatusOf(host::ErrorKind kind);
 
 class Context {
 public:
@@ -76,12 +83,21 @@ public:
     // preferred one. Throws host::Error(LayoutInvalid).
     [[nodiscard]] QXKeyboardLayoutData& Layout();
 
-    // The name of that layout, as it is opened by.
+    // The name of that layout, as it is opened by; and of the one for a keyboard that names this
+    // one, or none (the empty text).
     [[nodiscard]] std::string LayoutName();
+    [[nodiscard]] std::string LayoutNameFor(const std::string& ofKeyboard);
 
     // A configuration with default values, of the opened keyboard or, where none is open, of any:
     // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
+
+    // For commands that work with other keyboards than the one of the options: drivers, the
+    // services of controls, the folder of all records, and the waiting.
+    [[nodiscard]] setup::OpenedDriver OpenDriver(const setup::KeyboardChoice& choice);
+    [[nodiscard]] const Platform& Services() const { return m_platform; }
+    [[nodiscard]] std::filesystem::path DataFolder() const;
+    void Pause() const { m_surroundings.pause(); }
 
     // Writes a command's result: the text, or the members of `json` with the schema number.
     void Result(const host::Json& json, const std::string& text);
@@ -90,6 +106,8 @@ public:
     void Flush();
     // Throws host::Error(Usage) when the file to be written is the simulated keyboard's own.
     void RefuseKeyboardFile(const std::string& file) const;
+    // Draws the bar of a transfer, where people watch.
+    void ShowProgress(int percent);
     // Says something to the user that is no result.
     void Note(const std::string& text);
     // Reports an error and returns the exit status that belongs to it.
@@ -98,10 +116,8 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
-    [[nodiscard]] std::filesystem::path DataFolder() const;
     void TellOfInterruptedWrites();
-    void ShowProgress(int percent);
-    void ReportError(const std::string& code, const std::string& message,
+    void ReportError(host::ErrorKind kind, const std::string& message,
                      const std::vector<host::Fault>& faults, std::optional<Long> status);
 
     class NotedMessageBoxes;

@@ -17,7 +17,7 @@ constexpr int kDifferencesFound = 1;
 constexpr void (*kCommands[])(CLI::App&, Context&) = {
     AddIdentify, AddUpload,    AddDownload,      AddShow,   AddSheet,    AddDiff,
     AddValidate, AddDefaults,  AddKeyboardFiles, AddLayer,  AddPosition, AddCodePage,
-    AddPrefs,    AddTestDrive, AddRecover,       AddBackup, AddReceipts,
+    AddPrefs,    AddTestDrive, AddRecover,       AddBackup, AddReceipts, AddBatch,
 };
 
 void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {
@@ -123,14 +123,13 @@ int Run(const std::vector<std::string>& arguments, const Streams& streams,
     app.set_version_flag("--version", kVersion);
     app.require_subcommand(1);
     app.fallthrough();
-    app.footer(
-        "Upload is keyboard to file, download is file to keyboard.\n\nExamples:\n"
-        "  qxconf identify\n"
-        "  qxconf upload -o till.json\n"
-        "  qxconf download till.json\n\n"
-        "Exit status: 0 done, 1 differences found, 2 wrong usage, 3 keyboard not opened,\n"
-        "4 transfer or file operation failed, 5 read-back differs, 6 invalid document, layout "
-        "or model.");
+    app.footer("Upload is keyboard to file, download is file to keyboard.\n\nExamples:\n"
+               "  qxconf identify\n"
+               "  qxconf upload -o till.json\n"
+               "  qxconf download till.json\n\n"
+               "Exit status: 0 done, 1 differences found or batch ended early, 2 wrong usage,\n"
+               "3 keyboard not opened, 4 transfer or file operation failed, 5 read-back differs,\n"
+               "6 invalid document, layout or model.");
     for (const auto add : kCommands)
         add(app, context);
     NameCommands(app);

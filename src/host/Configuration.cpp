@@ -11,7 +11,8 @@ namespace qx::host {
 namespace {
 
 std::string InvalidText(const std::string& name, const std::vector<Fault>& faults) {
-    std::string text = name + ": " + faults.front().place + ": " + faults.front().message;
+    const std::string& place = faults.front().place;
+    std::string text = name + ": " + place + (place.empty() ? "" : ": ") + faults.front().message;
     if (faults.size() > 1)
         text += " (and " + std::to_string(faults.size() - 1) +
                 (faults.size() == 2 ? " more fault)" : " more faults)");
@@ -39,15 +40,22 @@ Section* Configuration::Find(std::string_view key) const {
 }
 
 std::vector<Section*> Configuration::Read(const ConfigurationDocument& document) {
+    Variables none;
+    return Read(document, none);
+}
+
+std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
+                                          Variables& variables) {
     std::vector<Section*> all;
     for (const auto& section : m_sections)
         all.push_back(section.get());
     const ConfigurationDocument before = Write(all);
     std::vector<Fault> faults;
-    auto read = ReadSections(document, faults);
+    auto read = ReadSections(document, variables, faults);
     if (!faults.empty()) {
-        std::vector<Fault> none;
-        ReadSections(before, none);
+        Variables noVariables;
+        std::vector<Fault> noFaults;
+        ReadSections(before, noVariables, noFaults);
         throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
     }
     for (Section* section : read)
@@ -56,6 +64,7 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document)
 }
 
 std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& document,
+                                                  Variables& variables,
                                                   std::vector<Fault>& faults) {
     std::vector<Section*> read;
     for (const auto& [key, value] : document.AsJson().items()) {
@@ -71,7 +80,7 @@ std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& d
                 faults.push_back({"/" + key, ShortText(key) + " is not known here"});
             continue;
         }
-        JsonFieldReader(value, "/" + key, m_layout, faults).Read(visit);
+        JsonFieldReader(value, "/" + key, m_layout, variables, faults).Read(visit);
     }
     return read;
 }
@@ -103,6 +112,19 @@ std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) 
         section->Visit(lister);
     }
     return settings;
+}
+
+std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
+                                 const std::vector<Section*>& present) {
+    std::vector<Fault> absent;
+    std::erase_if(wanted, [&](const Section* section) {
+        const bool isAbsent = std::find(present.begin(), present.end(), section) == present.end();
+        if (isAbsent)
+            absent.push_back(
+                {"/" + std::string(section->Info().key), "this keyboard has no such module"});
+        return isAbsent;
+    });
+    return absent;
 }
 
 std::string ToText(const Difference& difference) {

@@ -9,6 +9,7 @@
 #include "host/FieldLister.h"
 #include "host/KeyboardInfo.h"
 #include "host/Section.h"
+#include "host/Variables.h"
 
 #include <map>
 #include <memory>
@@ -39,7 +40,9 @@ public:
     // Takes over the settings of all sections that the document has, and returns these sections.
     // Strict: with any fault, all of which are told, Error(DocumentInvalid) is thrown and all
     // settings are as they were.
+    // The variables stand in the place of the document's placeholders.
     std::vector<Section*> Read(const ConfigurationDocument& document);
+    std::vector<Section*> Read(const ConfigurationDocument& document, Variables& variables);
 
     // A document of these sections.
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections) const;
@@ -53,13 +56,18 @@ public:
     [[nodiscard]] const Words& WordsInUse() const { return m_words; }
 
 private:
-    std::vector<Section*> ReadSections(const ConfigurationDocument& document,
+    std::vector<Section*> ReadSections(const ConfigurationDocument& document, Variables& variables,
                                        std::vector<Fault>& faults);
 
     QXKeyboardLayoutData* m_layout;
     Words m_words;
     std::vector<std::unique_ptr<Section>> m_sections;
 };
+
+// Takes the sections out of `wanted` that are not among those that a keyboard has, and returns a
+// fault of their document for each.
+std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
+                                 const std::vector<Section*>& present);
 
 // A setting that two configurations have differently.
 struct Difference {

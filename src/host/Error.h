@@ -6,6 +6,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qx::host {
@@ -22,6 +23,9 @@ enum class ErrorKind {
     LayoutInvalid,     // a keyboard layout cannot be used
     ModelInvalid,      // the model of a simulated keyboard cannot be used
 };
+
+// Its name for programs, "transfer-failed".
+[[nodiscard]] std::string_view CodeOf(ErrorKind kind);
 
 // One fault of a document: where (a JSON pointer, or empty for the whole), and what.
 struct Fault {

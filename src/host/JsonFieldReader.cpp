@@ -3,7 +3,9 @@
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
+#include "qxcontrols/keys/TypedText.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace qx::host {
@@ -14,11 +16,26 @@ std::string RangeText(Integer nMin, Integer nMax) {
     return std::to_string(nMin) + " to " + std::to_string(nMax);
 }
 
+// As many blanks as the text has characters: in front of what stands behind it, they keep the
+// places that messages name.
+std::string BlanksFor(std::string_view text) {
+    std::string blanks;
+    for (; !text.empty(); SkipCharacters(text, 1))
+        blanks += ' ';
+    return blanks;
+}
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 } // namespace
 
 JsonFieldReader::JsonFieldReader(const Json& section, std::string place,
-                                 const QXKeyboardLayoutData* layout, std::vector<Fault>& faults)
-    : m_layout(layout), m_faults(faults), m_level{&section, std::move(place), {}} {}
+                                 const QXKeyboardLayoutData* layout, Variables& variables,
+                                 std::vector<Fault>& faults)
+    : m_layout(layout), m_variables(variables),
+      m_faults(faults), m_level{&section, std::move(place), {}} {}
 
 void JsonFieldReader::Read(const std::function<void(FieldVisitor&)>& walk) {
     const Level whole = m_level;
@@ -66,13 +83,33 @@ void JsonFieldReader::ReadObject(const Json& value, const std::string& place,
     });
 }
 
+Json JsonFieldReader::Filled(const Json& value, const std::string& place) {
+    if (!value.is_string())
+        return value;
+    Json filled(Json::value_t::discarded);
+    try {
+        const auto pieces = m_variables.Split(value.get<std::string>());
+        if (pieces.size() != 1 || !pieces.front().isValue)
+            return value;
+        filled = Json::parse(pieces.front().text, nullptr, false);
+        if (filled.is_discarded())
+            filled = pieces.front().text;
+    } catch (const std::invalid_argument& error) {
+        AddFault(place, error.what());
+    }
+    return filled;
+}
+
 bool JsonFieldReader::Flag(const Field& field, bool fValue) {
     const Json* value = Find(field);
     if (value == nullptr)
         return fValue;
-    if (value->is_boolean())
-        return value->get<bool>();
-    AddFault(PlaceOf(field.key), ShortText(*value) + " is neither true nor false");
+    const Json filled = Filled(*value, PlaceOf(field.key));
+    if (filled.is_boolean())
+        return filled.get<bool>();
+    if (filled.is_discarded())
+        return fValue;
+    AddFault(PlaceOf(field.key), ShortText(filled) + " is neither true nor false");
     return fValue;
 }
 
@@ -96,7 +133,11 @@ Integer JsonFieldReader::Number(const Field& field, Integer nValue, Integer nMin
     const Json* value = Find(field);
     if (value == nullptr)
         return nValue;
-    return WholeNumber(*value, PlaceOf(field.key), nMin, nMax, "whole number").value_or(nValue);
+    const std::string place = PlaceOf(field.key);
+    const Json filled = Filled(*value, place);
+    if (filled.is_discarded())
+        return nValue;
+    return WholeNumber(filled, place, nMin, nMax, "whole number").value_or(nValue);
 }
 
 std::vector<Integer> JsonFieldReader::Keys(const Field& field, const std::vector<Integer>& keys,
@@ -127,7 +168,13 @@ std::string JsonFieldReader::Text(const Field& field, const std::string& sValue,
         AddFault(PlaceOf(field.key), ShortText(*value) + " is not a text");
         return sValue;
     }
-    auto text = value->get<std::string>();
+    std::string text;
+    try {
+        text = m_variables.Fill(value->get<std::string>());
+    } catch (const std::invalid_argument& error) {
+        AddFault(PlaceOf(field.key), error.what());
+        return sValue;
+    }
     const std::size_t units = Utf16FromUtf8(text).size();
     if (units > maxUnits) {
         AddFault(PlaceOf(field.key), "the text has " + std::to_string(units) +
@@ -142,13 +189,35 @@ std::string JsonFieldReader::Text(const Field& field, const std::string& sValue,
     return text;
 }
 
+std::vector<Byte> JsonFieldReader::CodesOf(std::string_view text) const {
+    const auto pieces = m_variables.Split(text);
+    const auto isApart = [&](std::size_t i) {
+        return (i == 0 || pieces[i - 1].isValue || IsBlank(text[pieces[i].begin - 1])) &&
+               (i + 1 == pieces.size() || pieces[i + 1].isValue || IsBlank(text[pieces[i].end]));
+    };
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        if (pieces[i].isValue && !isApart(i))
+            throw std::invalid_argument(
+                std::string(text.substr(pieces[i].begin, pieces[i].end - pieces[i].begin)) +
+                " is an item of its own, with blanks around it");
+    std::vector<Byte> codes;
+    for (const Variables::Piece& piece : pieces) {
+        const auto more =
+            piece.isValue
+                ? CodesThatType(piece.text, *m_layout)
+                : ParseSequenceText(BlanksFor(text.substr(0, piece.begin)) + piece.text, *m_layout);
+        codes.insert(codes.end(), more.begin(), more.end());
+    }
+    return codes;
+}
+
 std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const Json& value,
                                                             const std::string& place) {
     std::vector<Byte> codes;
     if (value.is_string()) {
         try {
             if (m_layout != nullptr)
-                return ParseSequenceText(value.get<std::string>(), *m_layout);
+                return CodesOf(value.get<std::string>());
             AddFault(place, "a sequence as text needs a keyboard layout");
         } catch (const std::exception& error) {
             AddFault(place, error.what());

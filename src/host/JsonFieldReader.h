@@ -8,6 +8,7 @@
 #include "host/Error.h"
 #include "host/FieldVisitor.h"
 #include "host/Json.h"
+#include "host/Variables.h"
 
 #include <set>
 
@@ -20,9 +21,10 @@ namespace qx::host {
 class JsonFieldReader : public FieldVisitor {
 public:
     // Reads `section`, which stands at `place` (a JSON pointer) of its document. Sequences given as
-    // text are read with the captions of `layout`, which may be null.
+    // text are read with the captions of `layout`, which may be null. `variables` stand in the
+    // place of placeholders.
     JsonFieldReader(const Json& section, std::string place, const QXKeyboardLayoutData* layout,
-                    std::vector<Fault>& faults);
+                    Variables& variables, std::vector<Fault>& faults);
 
     // Walks the section, then names the members that the walk did not ask for.
     void Read(const std::function<void(FieldVisitor&)>& walk);
@@ -58,8 +60,13 @@ private:
                                        Integer nMax, std::string_view sKind);
     std::optional<FieldList::Id> ReadId(const FieldList& list, const std::string& place);
     std::optional<std::vector<Byte>> ReadCodes(const Json& value, const std::string& place);
+    [[nodiscard]] std::vector<Byte> CodesOf(std::string_view text) const;
+    // The number or switch that a text means which is a placeholder and nothing else; any other
+    // value as it is. Discarded, with a fault, where that cannot be told.
+    [[nodiscard]] Json Filled(const Json& value, const std::string& place);
 
     const QXKeyboardLayoutData* m_layout;
+    Variables& m_variables;
     std::vector<Fault>& m_faults;
     Level m_level;
 };

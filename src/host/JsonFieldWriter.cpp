@@ -1,5 +1,7 @@
 #include "host/JsonFieldWriter.h"
 
+#include "host/Variables.h"
+
 #include <utility>
 
 namespace qx::host {
@@ -41,7 +43,7 @@ std::vector<Integer> JsonFieldWriter::Keys(const Field& field, const std::vector
 std::string JsonFieldWriter::Text(const Field& field, const std::string& sValue,
                                   std::size_t /*maxUnits*/) {
     if (field.required || !sValue.empty())
-        Place(field) = sValue;
+        Place(field) = Variables::Escaped(sValue);
     return sValue;
 }
 

@@ -50,6 +50,43 @@ TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
     EXPECT_NE(unproved.find("not verified"), std::string::npos) << unproved;
 }
 
+TEST(Write, VariablesGetTheirValuesBySet) {
+    CommandLine keyboard;
+    const std::string file =
+        keyboard.Write("delay.json", R"({"format": "qx-configuration", "version": 1,
+                          "commonKeyboard": {"outputDelay": "${delay}"}})");
+    const std::string before = keyboard.Memory();
+    struct Row {
+        std::vector<std::string> arguments;
+        int status;
+        const char* message;
+    };
+    const Row rows[] = {
+        {{"download", file},
+         6,
+         "/commonKeyboard/outputDelay: needs a value for the variable delay; "
+         "values are given by --set delay=VALUE"},
+        {{"validate", file}, 6, "--set delay=VALUE"},
+        {{"download", file, "--set", "delay=300"}, 6, "300 is not a whole number from 0 to 255"},
+        {{"download", "--set", "delay=7", "--set", "dealy=7", file}, 2, "no placeholder ${dealy}"},
+        {{"download", "--set", "delay=7", "--set", "delay=8", file}, 2, "is given twice"},
+        {{"download", "--set", "delay", file}, 2, "is not NAME=VALUE"},
+        {{"download", "--set", "=7", file}, 2, "is not NAME=VALUE"},
+        {{"validate", "--set", "delay=7", file}, 0, ""},
+        {{"diff", "--set", "delay=7", file}, 1, "1 difference"},
+    };
+    for (const Row& row : rows) {
+        const Outcome outcome = keyboard.Run(row.arguments);
+        EXPECT_EQ(outcome.status, row.status) << row.message;
+        EXPECT_NE(outcome.err.find(row.message), std::string::npos) << outcome.err;
+    }
+    EXPECT_EQ(keyboard.Memory(), before);
+    keyboard.Done({"download", "--set", "delay=7", file});
+    EXPECT_EQ(keyboard.Run({"diff", "--set", "delay=7", file}).status, 0);
+    // A value may have any signs.
+    EXPECT_EQ(keyboard.Run({"validate", "--set", "delay=1=2", file}).status, 6);
+}
+
 TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     CommandLine keyboard;
     EXPECT_EQ(keyboard.Done({"receipts"}), "nothing has been written yet\n");

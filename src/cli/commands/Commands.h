@@ -24,6 +24,15 @@ namespace qx::cli {
             ""};
 }
 
+// The option --set, which gives values to a document's variables; reading a document with them; and
+// what throws host::Error(Usage) for values that no document had a placeholder for.
+void AddSet(CLI::App& command, std::vector<std::string>& set);
+[[nodiscard]] host::Variables VariablesOf(const std::vector<std::string>& set);
+[[nodiscard]] std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
+                                                       const host::ConfigurationDocument& document,
+                                                       host::Variables& variables);
+void RefuseUnused(const host::Variables& variables);
+
 void AddIdentify(CLI::App& app, Context& context);
 void AddUpload(CLI::App& app, Context& context);
 void AddDownload(CLI::App& app, Context& context);
@@ -41,5 +50,6 @@ void AddTestDrive(CLI::App& app, Context& context);
 void AddRecover(CLI::App& app, Context& context);
 void AddBackup(CLI::App& app, Context& context);
 void AddReceipts(CLI::App& app, Context& context);
+void AddBatch(CLI::App& app, Context& context);
 
 } // namespace qx::cli

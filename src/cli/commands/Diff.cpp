@@ -36,9 +36,10 @@ Side SideOf(const std::string& name, const host::Configuration& configuration,
     return side;
 }
 
-Side SideOf(Context& context, const host::ConfigurationDocument& document) {
+Side SideOf(Context& context, const host::ConfigurationDocument& document,
+            host::Variables& variables) {
     const auto configuration = context.NewConfiguration();
-    const auto sections = configuration->Read(document);
+    const auto sections = ReadDocument(*configuration, document, variables);
     return SideOf(document.Name(), *configuration, sections);
 }
 
@@ -55,11 +56,15 @@ Side SideOfKeyboard(Context& context, const host::ConfigurationDocument& documen
     return SideOf("keyboard", *configuration, sections);
 }
 
-void Diff(Context& context, const std::string& file, const std::string& file2) {
+void Diff(Context& context, const std::string& file, const std::string& file2,
+          const std::vector<std::string>& set) {
     const auto document = host::ConfigurationDocument::Load(file);
-    const Side from = file2.empty() ? SideOfKeyboard(context, document) : SideOf(context, document);
-    const Side to =
-        SideOf(context, file2.empty() ? document : host::ConfigurationDocument::Load(file2));
+    host::Variables variables = VariablesOf(set);
+    const Side from =
+        file2.empty() ? SideOfKeyboard(context, document) : SideOf(context, document, variables);
+    const Side to = SideOf(
+        context, file2.empty() ? document : host::ConfigurationDocument::Load(file2), variables);
+    RefuseUnused(variables);
 
     host::Json json = {{"from", from.name}, {"to", to.name}, {"differences", host::Json::array()}};
     std::string text;
@@ -96,11 +101,13 @@ void AddDiff(CLI::App& app, Context& context) {
     command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
     command->add_option("FILE2", *file2, "The document to compare with; without it, the keyboard")
         ->check(NotEmpty());
+    const auto set = std::make_shared<std::vector<std::string>>();
+    AddSet(*command, *set);
     command->footer("With one file, each line tells what a download of it would change in the "
                     "keyboard.\nExits with 1 when there are differences.\n\nExamples:\n"
                     "  qxconf diff till.json\n"
                     "  qxconf diff old.json new.json");
-    command->callback([&context, file, file2] { Diff(context, *file, *file2); });
+    command->callback([&context, file, file2, set] { Diff(context, *file, *file2, *set); });
 }
 
 } // namespace qx::cli

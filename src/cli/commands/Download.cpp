@@ -4,7 +4,6 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace qx::cli {
@@ -15,11 +14,7 @@ namespace {
 void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
                   std::vector<host::Section*>& wanted, const std::vector<host::Section*>& present,
                   bool fSkipAbsent) {
-    std::vector<host::Fault> absent;
-    for (const host::Section* section : wanted)
-        if (std::find(present.begin(), present.end(), section) == present.end())
-            absent.push_back(
-                {"/" + std::string(section->Info().key), "this keyboard has no such module"});
+    const std::vector<host::Fault> absent = host::TakeOutAbsent(wanted, present);
     if (!absent.empty() && !fSkipAbsent)
         throw host::Error(host::ErrorKind::DocumentInvalid,
                           document.Name() + ": " + absent.front().place + ": " +
@@ -28,9 +23,6 @@ void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
                           absent);
     for (const host::Fault& fault : absent)
         context.Note("left out " + fault.place + ": " + fault.message);
-    std::erase_if(wanted, [&](const host::Section* section) {
-        return std::find(present.begin(), present.end(), section) == present.end();
-    });
 }
 
 struct DownloadOptions {
@@ -39,6 +31,7 @@ struct DownloadOptions {
     bool dryRun = false;
     bool full = false;
     bool noVerify = false;
+    std::vector<std::string> set;
 };
 
 std::string TextOfFile(const std::string& file) {
@@ -98,7 +91,9 @@ void Download(Context& context, const DownloadOptions& options) {
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
     const auto present = session.SectionsIn(*configuration, options.skipAbsent);
-    auto sections = configuration->Read(document);
+    host::Variables variables = VariablesOf(options.set);
+    auto sections = ReadDocument(*configuration, document, variables);
+    RefuseUnused(variables);
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
     const host::WritePlan plan = context.Writer().Plan(sections);
     if (options.dryRun) {
@@ -129,12 +124,14 @@ void AddDownload(CLI::App& app, Context& context) {
     command->add_flag("--full", options->full, "Send all that the settings take, changed or not");
     command->add_flag("--no-verify", options->noVerify,
                       "Do not read back and compare what was written");
+    AddSet(*command, options->set);
     command->footer(
         "Sections that the document lacks stay as they are in the keyboard. What the keyboard "
         "holds is saved\n(qxconf backup), the bytes that change are sent, and then read back and "
         "compared.\n\nExamples:\n"
         "  qxconf download till.json\n"
         "  qxconf download --dry-run till.json\n"
+        "  qxconf download --set till=042 till.json\n"
         "  qxconf download --skip-absent full.json");
     command->callback([&context, options] { Download(context, *options); });
 }

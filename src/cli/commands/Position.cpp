@@ -1,33 +1,15 @@
 #include "cli/commands/Commands.h"
 
+#include "cli/InterruptWatch.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <chrono>
-#include <csignal>
 #include <memory>
 #include <thread>
 
 namespace qx::cli {
 
 namespace {
-
-volatile std::sig_atomic_t interrupted = 0;
-
-extern "C" void OnInterrupt(int) {
-    interrupted = 1;
-}
-
-// Ctrl+C ends the watching instead of the program, so that the keyboard leaves its mode.
-class InterruptWatch {
-public:
-    InterruptWatch() : m_previous(std::signal(SIGINT, OnInterrupt)) { interrupted = 0; }
-    ~InterruptWatch() { (void)std::signal(SIGINT, m_previous); }
-    InterruptWatch(const InterruptWatch&) = delete;
-    InterruptWatch& operator=(const InterruptWatch&) = delete;
-
-private:
-    void (*m_previous)(int);
-};
 
 // The keyboard in position-programming mode, for as long as this lives.
 class PositionMode {
@@ -60,13 +42,13 @@ struct Limits {
 
 void Watch(Context& context, const Limits& limits) {
     constexpr auto kInterval = std::chrono::milliseconds(100);
-    const InterruptWatch interrupt;
+    const InterruptWatch interrupt; // so that the keyboard leaves its mode
     host::Session& session = context.Keyboard();
     const QXKeyboardLayoutData& layout = context.Layout();
     PositionMode mode(session);
     context.Note("press keys on the keyboard; Ctrl+C ends");
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(limits.seconds);
-    for (int keys = 0; interrupted == 0 && (limits.count == 0 || keys < limits.count);) {
+    for (int keys = 0; !interrupt.IsInterrupted() && (limits.count == 0 || keys < limits.count);) {
         const Long code = session.Access().GetPositionCodeKey();
         if (code == 0 || code == -1 || code == -2) { // no key was pressed
             if (limits.seconds != 0 && std::chrono::steady_clock::now() >= end)

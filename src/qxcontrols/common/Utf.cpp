@@ -110,4 +110,13 @@ std::string Utf8FromUtf16(std::u16string_view units) {
     return text;
 }
 
+std::u16string LowerCase(std::u16string_view units) {
+    std::u16string small(units);
+    for (char16_t& letter : small)
+        if ((letter >= u'A' && letter <= u'Z') ||
+            (letter >= u'\u00C0' && letter <= u'\u00DE' && letter != u'\u00D7'))
+            letter = static_cast<char16_t>(letter + 0x20);
+    return small;
+}
+
 } // namespace qx

@@ -24,6 +24,9 @@ void SkipCharacters(std::string_view& sText, std::size_t nCount);
 // One replacement character for each surrogate that is not half of a pair.
 [[nodiscard]] std::string Utf8FromUtf16(std::u16string_view units);
 
+// In lower case, as far as the letters of Western European keyboards go.
+[[nodiscard]] std::u16string LowerCase(std::u16string_view units);
+
 [[nodiscard]] constexpr bool IsHighSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }

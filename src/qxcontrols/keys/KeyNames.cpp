@@ -17,16 +17,6 @@ bool IsBlank(char character) {
     return kBlanks.find(character) != std::string_view::npos;
 }
 
-// In lower case, as far as the letters of Western European keyboards go.
-std::u16string Folded(std::string_view text) {
-    std::u16string folded = Utf16FromUtf8(text);
-    for (char16_t& letter : folded)
-        if ((letter >= u'A' && letter <= u'Z') ||
-            (letter >= u'\u00C0' && letter <= u'\u00DE' && letter != u'\u00D7'))
-            letter = static_cast<char16_t>(letter + 0x20);
-    return folded;
-}
-
 // How many characters must be inserted, removed or replaced.
 std::size_t EditDistance(std::u16string_view from, std::u16string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
@@ -52,8 +42,9 @@ KeyNames::KeyNames(const QXKeyboardLayoutData& layout) {
         const std::string_view name = caption.empty() ? longCaption : caption;
         m_longest = std::max({m_longest, name.size(), longCaption.size()});
         if (!name.empty())
-            m_keys.push_back({id, std::string(name), std::string(longCaption), Folded(name),
-                              Folded(longCaption)});
+            m_keys.push_back({id, std::string(name), std::string(longCaption),
+                              LowerCase(Utf16FromUtf8(name)),
+                              LowerCase(Utf16FromUtf8(longCaption))});
     }
 }
 
@@ -81,9 +72,10 @@ std::vector<Long> KeyNames::Find(std::string_view sText) const {
         if (found.empty())
             found = KeysWhere(pressable, [&](const Key& key) { return key.longCaption == sText; });
         if (found.empty())
-            found = KeysWhere(pressable, [folded = Folded(sText)](const Key& key) {
-                return key.foldedName == folded || key.foldedLongCaption == folded;
-            });
+            found =
+                KeysWhere(pressable, [folded = LowerCase(Utf16FromUtf8(sText))](const Key& key) {
+                    return key.foldedName == folded || key.foldedLongCaption == folded;
+                });
         if (!found.empty())
             return found;
     }
@@ -112,7 +104,7 @@ bool KeyNames::BeginsWords(std::string_view sText) const {
 std::vector<Long> KeyNames::Nearest(std::string_view sText) const {
     constexpr std::size_t kMost = 3;
     constexpr std::size_t kLongestText = 64; // so that a huge text costs no time
-    const std::u16string folded = Folded(sText.substr(0, kLongestText));
+    const std::u16string folded = LowerCase(Utf16FromUtf8(sText.substr(0, kLongestText)));
     std::vector<std::pair<std::size_t, Long>> candidates;
     for (const Key& key : m_keys) {
         const std::size_t distance = EditDistance(folded, key.foldedName);

@@ -1,0 +1,102 @@
+#include "batch/Keyboard.h"
+
+#include "files/Sha256.h"
+#include "qxcontrols/platform/GuidCreator.h"
+
+namespace qx::batch {
+
+namespace {
+
+constexpr std::size_t kGuidSize = 16;
+
+// Little-endian numbers, then bytes, as the keyboard stores it.
+std::string IdentifierText(const std::string& bytes) {
+    if (bytes.size() != kGuidSize)
+        return {};
+    const auto number = [&](std::size_t at, std::size_t size) {
+        std::uint32_t value = 0;
+        for (std::size_t i = size; i > 0; --i)
+            value = value << 8U | static_cast<Byte>(bytes[at + i - 1]);
+        return value;
+    };
+    Guid guid;
+    guid.first = number(0, 4);
+    guid.second = static_cast<std::uint16_t>(number(4, 2));
+    guid.third = static_cast<std::uint16_t>(number(6, 2));
+    for (std::size_t i = 0; i < guid.rest.size(); ++i)
+        guid.rest[i] = static_cast<Byte>(bytes[8 + i]);
+    return ToText(guid);
+}
+
+host::Session::Options SessionOptions(const setup::OpenedDriver& driver, const Services& services) {
+    host::Session::Options options;
+    options.statusText = driver.statusText;
+    options.progress = services.progress;
+    return options;
+}
+
+} // namespace
+
+Keyboard::Keyboard(setup::OpenedDriver driver, const Services& services)
+    : m_services(services), m_driver(std::move(driver)),
+      m_session(*m_driver.driver, services.platform, SessionOptions(m_driver, services)) {
+    m_session.Open();
+    m_identifier = ReadIdentifier();
+}
+
+std::string Keyboard::ReadIdentifier() {
+    host::KeyboardContent content;
+    QXKeyboardAccess& access = m_session.Access();
+    if (access.HasItem(MODULE_GUID))
+        content.pieces.push_back({MODULE_GUID, "", access.GetBaseAddressForModule(MODULE_GUID),
+                                  std::string(kGuidSize, '\0')});
+    return content.pieces.empty() ? "" : IdentifierText(m_session.ReadAgain(content).identity.guid);
+}
+
+void Keyboard::RollBack(host::Writer& writer, const Unit& unit, UnitReport& report) {
+    while (const auto entry = writer.Interrupted()) {
+        (void)writer.Recover(*entry, host::Writer::Way::RollBack);
+        report.isRolledBack = true;
+        m_services.note(unit.name + ": rolled back the " + entry->action + " of " +
+                        entry->document + " of " + entry->time + ", which was interrupted");
+    }
+}
+
+void Keyboard::Program(const Unit& unit, UnitReport& report) {
+    report.keyboard = m_session.ReadIdentity().Name();
+    report.identifier = m_identifier;
+    if (!unit.identifier.empty() && unit.identifier != m_identifier)
+        throw host::Error(host::ErrorKind::KeyboardChanged,
+                          "this is another keyboard: its identifier is " +
+                              (m_identifier.empty() ? "none" : m_identifier) + ", not " +
+                              unit.identifier + "; nothing was written");
+    QXKeyboardLayoutData& layout = m_services.layout(m_driver.layout ? m_driver.layout() : "");
+    const auto newConfiguration = [&] {
+        return std::make_unique<host::Configuration>(m_services.platform, &layout, nullptr);
+    };
+    host::Writer writer(m_session, {m_services.records, newConfiguration, m_services.now});
+    RollBack(writer, unit, report);
+
+    const auto configuration = newConfiguration();
+    const auto present = m_session.SectionsIn(*configuration, m_services.skipAbsent);
+    host::Variables variables(unit.variables);
+    auto sections = configuration->Read(*unit.document, variables);
+    const auto absent = host::TakeOutAbsent(sections, present);
+    if (!absent.empty() && !m_services.skipAbsent)
+        throw host::Error(host::ErrorKind::DocumentInvalid,
+                          unit.document->Name() + ": " + absent.front().place + ": " +
+                              absent.front().message +
+                              "; nothing was written (--skip-absent leaves such sections out)",
+                          absent);
+    const host::WritePlan plan = writer.Plan(sections);
+    host::Writer::Request request;
+    request.document = unit.document->Name();
+    request.documentSha256 = files::Sha256(unit.document->ToText());
+    const host::Writer::Outcome outcome = writer.Write(plan, request);
+    report.bytesSent = outcome.bytesSent;
+    report.backup = outcome.backup;
+    report.identifier = m_identifier = IdentifierText(plan.after.identity.guid);
+    m_session.Close();
+}
+
+} // namespace qx::batch

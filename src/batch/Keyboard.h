@@ -1,0 +1,35 @@
+// Keyboard: one keyboard of a batch, from its start-up to its shut-down.
+#pragma once
+
+#include "batch/Job.h"
+#include "batch/Report.h"
+#include "batch/Services.h"
+#include "host/Writer.h"
+
+namespace qx::batch {
+
+class Keyboard {
+public:
+    // Starts it up. Throws host::Error. The services stay alive as long as this object.
+    Keyboard(setup::OpenedDriver driver, const Services& services);
+    Keyboard(const Keyboard&) = delete;
+    Keyboard& operator=(const Keyboard&) = delete;
+
+    // "{...}"; empty for a keyboard that stores none.
+    [[nodiscard]] const std::string& Identifier() const { return m_identifier; }
+
+    // Makes the keyboard hold what the unit wants, proves it and gives it back; a write to it that
+    // was interrupted is rolled back before. Fills in the report as it goes. Throws host::Error.
+    void Program(const Unit& unit, UnitReport& report);
+
+private:
+    [[nodiscard]] std::string ReadIdentifier();
+    void RollBack(host::Writer& writer, const Unit& unit, UnitReport& report);
+
+    const Services& m_services;
+    setup::OpenedDriver m_driver;
+    host::Session m_session;
+    std::string m_identifier;
+};
+
+} // namespace qx::batch

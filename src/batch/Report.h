@@ -1,0 +1,57 @@
+// Report: how far a job has come, in a file beside it.
+//
+// It is what people and programs read of a batch, and what the next run of the job begins from. It
+// is written anew, in one step, whenever something has happened to a keyboard.
+#pragma once
+
+#include "host/Json.h"
+#include "qxcontrols/common/Types.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace qx::batch {
+
+enum class Result { NotDone, Done, Failed };
+
+struct UnitReport {
+    std::string name;
+    Result result = Result::NotDone;
+    std::string wanted;        // of the unit, when it was programmed
+    std::string time;          // of the last attempt; empty before
+    std::string document;      // its name
+    std::string keyboard;      // its name
+    std::string identifier;    // of the keyboard, after the write; may be empty
+    Long bytesSent = 0;        // 0: it held all of it already
+    std::string backup;        // the id of the one made before
+    bool isRolledBack = false; // a write that had been interrupted was rolled back first
+    std::string code;          // of the failure, for programs
+    std::string message;
+};
+
+class Report {
+public:
+    // "tills.report.json" for the job "tills.json".
+    [[nodiscard]] static std::filesystem::path PathFor(const std::filesystem::path& job);
+    // An empty one where there is no file. Throws Error(FileFailed) for one that cannot be used.
+    [[nodiscard]] static Report Load(const std::filesystem::path& file, const std::string& job);
+    // Throws Error(FileFailed).
+    void Save() const;
+
+    [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
+    [[nodiscard]] const UnitReport* Find(const std::string& name) const;
+    [[nodiscard]] std::size_t Count(Result result) const;
+    [[nodiscard]] host::Json ToJson() const;
+
+    std::vector<UnitReport> units; // in the order of the job
+
+private:
+    std::filesystem::path m_file;
+    std::string m_job; // its file name
+};
+
+// "done", "failed", "not done".
+[[nodiscard]] std::string_view NameOf(Result result);
+
+} // namespace qx::batch

@@ -1,0 +1,55 @@
+// The option --set of the commands that read a document.
+
+#include "cli/commands/Commands.h"
+#include "qxcontrols/common/Utf.h"
+
+namespace qx::cli {
+
+host::Variables VariablesOf(const std::vector<std::string>& set) {
+    host::Variables::Values values;
+    for (const std::string& assignment : set) {
+        const std::size_t equals = assignment.find('=');
+        const std::string name = assignment.substr(0, equals);
+        if (equals == std::string::npos || !host::Variables::IsName(name))
+            throw host::Error(host::ErrorKind::Usage,
+                              "--set " + assignment + " is not NAME=VALUE, as --set till=042");
+        if (!IsWellFormedUtf8(assignment))
+            throw host::Error(host::ErrorKind::Usage, "--set " + name + ": the value is no UTF-8");
+        if (!values.emplace(name, assignment.substr(equals + 1)).second)
+            throw host::Error(host::ErrorKind::Usage, "--set " + name + " is given twice");
+    }
+    return host::Variables(std::move(values));
+}
+
+void AddSet(CLI::App& command, std::vector<std::string>& set) {
+    command.add_option("--set", set, "Give a variable of the document a value; may be repeated")
+        ->type_name("NAME=VALUE")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all();
+}
+
+std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
+                                         const host::ConfigurationDocument& document,
+                                         host::Variables& variables) {
+    try {
+        return configuration.Read(document, variables);
+    } catch (const host::Error& error) {
+        if (variables.Missing().empty())
+            throw;
+        throw host::Error(error.Kind(),
+                          std::string(error.what()) + "; values are given by --set " +
+                              *variables.Missing().begin() + "=VALUE",
+                          error.Faults());
+    }
+}
+
+void RefuseUnused(const host::Variables& variables) {
+    const auto unused = variables.Unused();
+    if (!unused.empty())
+        throw host::Error(host::ErrorKind::Usage, "--set " + unused.front() +
+                                                      ": there is no placeholder ${" +
+                                                      unused.front() + "} in the document");
+}
+
+} // namespace qx::cli
