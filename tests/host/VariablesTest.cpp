@@ -22,9 +22,8 @@ protected:
     [[nodiscard]] Json ReadWith(const std::string& place, const Json& value, Variables variables) {
         Section* section = configuration.Find("magnetCard");
         section->Control().DefaultValues();
-        ConfigurationDocument document =
-            configuration.Write({section, configuration.Find("layeredFuncKeys"),
-                                 configuration.Find("commonKeyboard")});
+        ConfigurationDocument document = configuration.Write(
+            {section, configuration.Find("layeredFuncKeys"), configuration.Find("commonKeyboard")});
         document.Place("layeredFuncKeys")["keys"] = {
             {{"layer", 0}, {"key", 1}, {"sequence", {30}}, {"description", ""}}};
         Json json = document.AsJson();
