@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QListWidget>
 #include <QStyleFactory>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -104,20 +105,37 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     camera.TakeDialog(
         QStringLiteral("20-review"), [&] { window.Transfers().Write(); },
         QStringLiteral("cmdWrite"));
+    window.Transfers().Read(); // with all sections
+    const setup::KeyboardChoice choice = workbench.Choice();
     auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
     for (int row = 0; row < pages->count(); ++row) {
         const QString id = pages->item(row)->data(Qt::UserRole).toString();
         if (id.startsWith(QLatin1String("funcKeys")))
             continue; // as the free keys
         ShowPage(window, id);
-        camera.Take(window, QStringLiteral("%1-%2").arg(row, 2, 10, QLatin1Char('0')).arg(id));
+        const QString name = QStringLiteral("%1-%2").arg(row, 2, 10, QLatin1Char('0')).arg(id);
+        camera.Take(window, name);
+        for (auto* tabs : window.findChildren<QTabWidget*>())
+            for (int tab = 1; tabs->isVisible() && tab < tabs->count(); ++tab) {
+                tabs->setCurrentIndex(tab);
+                camera.Take(window, QStringLiteral("%1-%2").arg(name).arg(tab));
+            }
     }
+    window.GoTo("/barcode/readers[0]/header");
+    camera.Take(window, QStringLiteral("14-barcode-reader"));
+    window.Connect({"no-such-driver.so", {}, {}});
+    camera.Take(window, QStringLiteral("15-no-keyboard"));
+    window.Connect(choice);
     camera.TakeDialog(QStringLiteral("21-sequence"), [&] {
         std::string sequence;
         window.Edits().Sequencer().ShowSequenceEditor(75, " 58 48176186", sequence, 32);
     });
     camera.TakeDialog(QStringLiteral("22-pos-programmer"), [&] {
         POSKeyboard blocks = workbench.ControlOf<QXPos>("pos").PosData();
+        QTimer::singleShot(50, [] { // a block is chosen
+            if (auto* editor = QApplication::activeModalWidget())
+                editor->findChild<views::KeyGrid*>()->Pick(1);
+        });
         window.Edits().POSProgrammer().ShowPosProgrammer(blocks);
     });
     camera.TakeDialog(QStringLiteral("23-start"), [&] {

@@ -140,6 +140,7 @@ void Workbench::Connect(setup::KeyboardChoice choice) {
 void Workbench::Connect() {
     Disconnect();
     std::fill(std::begin(m_stages), std::end(m_stages), StageState::Waiting);
+    SetStage(Stage::Driver, StageState::Running);
     try {
         m_driver = setup::OpenDriver(m_options.keyboard);
         m_driverNote = ToQt(m_driver.note);
@@ -155,6 +156,9 @@ void Workbench::Connect() {
         ReloadPreferences();
     } catch (...) {
         Disconnect();
+        if (StateOf(Stage::Driver) ==
+            StageState::Running) // there was none to run a stage of its own
+            SetStage(Stage::Driver, StageState::Failed);
         throw;
     }
     emit KeyboardChanged();
