@@ -229,6 +229,7 @@ auto Workbench::WithWriter(const Work& work) {
     const Attachment attached(*this);
     host::Writer::Options options;
     options.folder = Records().folder;
+    options.origin = m_driver.origin;
     options.newConfiguration = [this] {
         auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
         scratch->SetWords(SettingWord);

@@ -55,7 +55,7 @@ protected:
     Writer::Options Options() {
         return {records,
                 [this] { return std::make_unique<Configuration>(Platform(), &layout, nullptr); },
-                [this] { return now += std::chrono::seconds(1); }};
+                [this] { return now += std::chrono::seconds(1); }, origin};
     }
 
     // What a program does on the opened keyboard; the error that it ends with.
@@ -148,6 +148,7 @@ protected:
     std::filesystem::path records = folder / "data";
     Time now = Time(std::chrono::hours(24 * 365 * 56));
     QXKeyboardLayoutData layout;
+    std::string origin = "the first port";
     TroubledKeyboard keyboard{kSmall, "SMALL"};
     std::string before;
     std::string after;
@@ -322,8 +323,8 @@ TEST_F(WriterTest, WithoutItsRecordsNothingIsWritten) {
     EXPECT_EQ(Count("journal"), 0U);
 }
 
-// An interrupted write is its own keyboard's affair, which is known again by its GUID or by what it
-// holds.
+// An interrupted write is its own keyboard's affair, which is known again by its GUID or by how it
+// is reached.
 TEST_F(WriterTest, AnInterruptedWriteBelongsToItsKeyboard) {
     keyboard.cutAfter = 2;
     ASSERT_TRUE(Download(keyboard, kNew));
@@ -333,29 +334,187 @@ TEST_F(WriterTest, AnInterruptedWriteBelongsToItsKeyboard) {
     EXPECT_EQ(refused->Kind(), ErrorKind::WriteInterrupted);
     EXPECT_EQ(keyboard.bytesWritten, 0);
 
-    TroubledKeyboard sibling{kSmall, "SMALL"};
-    sibling.memory = before;
-    sibling.memory[0x1310] = '\x44'; // another one of the same kind
-    EXPECT_FALSE(Use(sibling, [&](Session&, Writer& writer) {
-        EXPECT_FALSE(writer.Interrupted());
-        const auto entries = writer.Records().journal.Entries();
-        ASSERT_EQ(entries.size(), 1U);
-        EXPECT_THROW(writer.Recover(entries[0], Writer::Way::Finish), Error);
-    }));
-    EXPECT_EQ(sibling.bytesWritten, 0);
-    EXPECT_FALSE(Download(sibling, kNew));
-
-    TroubledKeyboard named{kWithGuid, "SMALL"};
-    named.memory = before;
-    named.memory.replace(0x1500, 16, "0123456789ABCDEF");
-    ASSERT_FALSE(Download(named, kNew));
-    ASSERT_FALSE(Download(named, kOld));
-    named.cutAfter = 2;
-    ASSERT_TRUE(Download(named, kNew));
-    named.memory[0x1310] = '\x44'; // it stays the same keyboard whatever happens to it
-    EXPECT_FALSE(Use(named, [&](Session&, Writer& writer) { EXPECT_TRUE(writer.Interrupted()); }));
+    TroubledKeyboard twin{kSmall, "SMALL"}; // it holds just what the other one held
+    twin.memory = before;
+    origin = "the second port";
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack})
+        EXPECT_FALSE(Use(twin, [&](Session&, Writer& writer) {
+            EXPECT_FALSE(writer.Interrupted());
+            const auto entries = writer.Records().journal.Entries();
+            ASSERT_EQ(entries.size(), 1U);
+            EXPECT_THROW(writer.Recover(entries[0], way), Error);
+        }));
+    EXPECT_EQ(twin.bytesWritten, 0);
+    EXPECT_FALSE(Download(twin, kNew));
+    EXPECT_EQ(Count("journal"), 1U);
+    origin = "the first port";
     EXPECT_TRUE(Recover(Writer::Way::Finish));
     EXPECT_TRUE(keyboard.memory == after);
+}
+
+// What no interruption can have left is neither finished nor rolled back: not in another keyboard
+// to which the GUID was copied, and not where a byte beside the ranges, or in them, is a third one.
+TEST_F(WriterTest, WhatTheInterruptedWriteDoesNotExplainIsLeftToTheUser) {
+    const std::string guid = "0123456789ABCDEF";
+    for (const bool hasGuid : {true, false})
+        for (const std::size_t changed : {0x1310U, 0x1000U})
+            for (const bool restores : {true, false}) {
+                SCOPED_TRACE(std::to_string(hasGuid) + " " + std::to_string(changed));
+                Reset();
+                TroubledKeyboard driver{hasGuid ? kWithGuid : kSmall, "SMALL"};
+                driver.memory = before;
+                if (hasGuid)
+                    driver.memory.replace(0x1500, 16, guid);
+                const std::string held = driver.memory;
+                driver.cutAfter = 2;
+                ASSERT_TRUE(Download(driver, kNew));
+                driver.Replug();
+                driver.memory[changed] = '\x33';
+                const std::string found = driver.memory;
+                const auto refused = Download(driver, kNew);
+                ASSERT_TRUE(refused);
+                EXPECT_EQ(refused->Kind(), ErrorKind::WriteInterrupted);
+                const std::string said = refused->what();
+                std::string backup;
+                EXPECT_FALSE(Use(driver, [&](Session& session, Writer& writer) {
+                    const auto entry = writer.Interrupted();
+                    ASSERT_TRUE(entry);
+                    EXPECT_FALSE(entry->isRecoverable);
+                    backup = entry->backup;
+                    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack})
+                        EXPECT_THROW(writer.Recover(*entry, way), Error);
+                    EXPECT_TRUE(driver.memory == found);
+                    if (!restores)
+                        return writer.Forget(*entry);
+                    const BackupStore& backups = writer.Records().backups;
+                    Writer::Request request;
+                    request.action = "restore";
+                    writer.Write(writer.PlanRestore(backups.Load(backups.Find(backup))), request);
+                    (void)session;
+                }));
+                EXPECT_NE(said.find("qxconf backup restore " + backup), std::string::npos) << said;
+                EXPECT_TRUE(driver.memory == (restores ? held : found));
+                EXPECT_EQ(Count("journal"), 0U);
+            }
+}
+
+// A restore that has nothing to do settles what was interrupted, and one that is interrupted itself
+// leaves no more behind than a recovery ends.
+TEST_F(WriterTest, ARestoreSettlesWhatWasInterrupted) {
+    const auto restore = [&](const std::string& id) {
+        return Use(keyboard, [&](Session&, Writer& writer) {
+            const BackupStore& backups = writer.Records().backups;
+            Writer::Request request;
+            request.action = "restore";
+            outcome = writer.Write(writer.PlanRestore(backups.Load(backups.Find(id))), request);
+        });
+    };
+    const auto interrupt = [&] {
+        Reset();
+        keyboard.cutAfter = 2;
+        EXPECT_TRUE(Download(keyboard, kNew));
+        keyboard.Replug();
+        return WriteRecords(records).journal.Entries().at(0).backup;
+    };
+    const std::string saved = interrupt();
+    const std::string mixed = keyboard.memory;
+    keyboard.memory = before;
+    EXPECT_FALSE(restore(saved));
+    EXPECT_FALSE(outcome.isWritten);
+    EXPECT_EQ(Count("journal"), 0U);
+
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+        const std::string again = interrupt();
+        ASSERT_TRUE(keyboard.memory == mixed);
+        keyboard.cutAfter = 1;
+        EXPECT_TRUE(restore(again));
+        EXPECT_EQ(Count("journal"), 2U);
+        EXPECT_TRUE(Recover(way));
+        EXPECT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? before : mixed));
+        EXPECT_EQ(Recover(way), way == Writer::Way::RollBack) << "half of the download is there";
+        EXPECT_TRUE(keyboard.memory == before);
+        EXPECT_EQ(Count("journal"), 0U);
+    }
+}
+
+TEST_F(WriterTest, ARecoverySavesWhatItReplaces) {
+    keyboard.cutAfter = 2;
+    ASSERT_TRUE(Download(keyboard, kNew));
+    const std::string mixed = keyboard.memory;
+    ASSERT_TRUE(Recover(Writer::Way::RollBack));
+    const BackupStore& backups = WriteRecords(records).backups;
+    const auto saved = backups.List();
+    ASSERT_EQ(saved.size(), 2U);
+    for (const ContentPiece& piece : backups.Load(saved[1]).pieces)
+        EXPECT_EQ(piece.bytes,
+                  mixed.substr(static_cast<std::size_t>(piece.address), piece.bytes.size()));
+    EXPECT_EQ(AllReceipts().back().backup, saved[1].id);
+}
+
+// A reading that does nothing and reports success shows zeros: where zeros are wanted, too, it is
+// not believed that there is nothing to do.
+TEST_F(WriterTest, NothingToDoIsProved) {
+    KeyboardContent empty;
+    EXPECT_FALSE(Use(keyboard, [&](Session& session, Writer&) {
+        Configuration configuration(Platform(), &layout, nullptr);
+        empty = session.ReadContent(configuration);
+    }));
+    for (ContentPiece& piece : empty.pieces)
+        piece.bytes.assign(piece.bytes.size(), '\0');
+    keyboard.lie = Lie::CutsRead;
+    const auto error =
+        Use(keyboard, [&](Session&, Writer& writer) { (void)writer.PlanRestore(empty); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Kind(), ErrorKind::KeyboardChanged);
+}
+
+// Another keyboard at the same cable, while the program stays open between plan and write.
+TEST_F(WriterTest, AKeyboardThatIsSwappedUnderAnOpenSessionIsFoundOut) {
+    const auto error = Use(keyboard, [&](Session& session, Writer& writer) {
+        const WritePlan plan = Plan(session, writer, kNew);
+        keyboard.memory.replace(0x7FC0, 5, "OTHER"); // all settings are alike
+        writer.Write(plan, {});
+    });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Kind(), ErrorKind::KeyboardChanged);
+    EXPECT_EQ(keyboard.bytesWritten, 0);
+    EXPECT_EQ(Count("journal"), 0U);
+}
+
+// While one program writes, another one neither takes the write for interrupted nor writes itself.
+TEST_F(WriterTest, OneProgramAtATimeWritesToAKeyboard) {
+    class Watched : public TroubledKeyboard {
+    public:
+        using TroubledKeyboard::TroubledKeyboard;
+        std::function<void()> whileWriting;
+        std::int32_t QXCFG_ImageSave() override {
+            if (whileWriting)
+                whileWriting();
+            return TroubledKeyboard::QXCFG_ImageSave();
+        }
+    } driver{kSmall, "SMALL"};
+    driver.memory = before;
+    TroubledKeyboard same{kSmall, "SMALL"}; // as the other program sees it
+    same.memory = before;
+    int looks = 0;
+    driver.whileWriting = [&] {
+        ++looks;
+        EXPECT_FALSE(Use(same, [&](Session&, Writer& writer) {
+            EXPECT_FALSE(writer.Interrupted());
+            const auto entries = writer.Records().journal.Entries();
+            ASSERT_EQ(entries.size(), 1U);
+            EXPECT_THROW(writer.Recover(entries[0], Writer::Way::RollBack), Error);
+        }));
+        const auto error = Download(same, kNew);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->Kind(), ErrorKind::KeyboardBusy);
+        EXPECT_EQ(same.bytesWritten, 0);
+    };
+    EXPECT_FALSE(Download(driver, kNew));
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(driver.memory == after);
+    EXPECT_EQ(Count("journal"), 0U);
+    EXPECT_FALSE(Download(same, kNew)) << "the claim has ended with the write";
 }
 
 TEST_F(WriterTest, ABackupBringsEverythingBack) {
