@@ -91,7 +91,7 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
         if (isSaving)
             host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
         else
-            host::LoadKeyboardFile(m_workbench.Session(), kind, path, line);
+            m_workbench.LoadKeyboardFile(kind, path, line);
         return isSaving ? tr("Keyboard to file: %1 saved into %2.").arg(title, file)
                         : tr("File to keyboard: %1 loaded from %2.").arg(title, file);
     });

@@ -251,6 +251,13 @@ host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
     return WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
 }
 
+void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
+                                 const std::filesystem::path& file, const host::SerialLine& line) {
+    WithWriter([&](host::Writer& writer) {
+        return host::LoadKeyboardFile(*m_session, writer, kind, file, line);
+    });
+}
+
 std::optional<host::JournalEntry> Workbench::Interrupted() {
     return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
 }

@@ -71,8 +71,8 @@ bool JournalEntry::IsOf(const KeyboardContent& now, const std::string& sOrigin) 
 std::unique_ptr<files::FileLock> Journal::Claim(const KeyboardIdentity& keyboard) const {
     constexpr int kTries = 20; // who only looks whether it is claimed keeps it for a moment
     try {
-        files::MakeFolder(m_folder);
-        auto lock = std::make_unique<files::FileLock>(m_folder / keyboard.FileName());
+        files::MakeFolder(m_locks);
+        auto lock = std::make_unique<files::FileLock>(m_locks / keyboard.FileName());
         for (int i = 0; i < kTries; ++i) {
             if (lock->TryLock())
                 return lock;
@@ -86,7 +86,8 @@ std::unique_ptr<files::FileLock> Journal::Claim(const KeyboardIdentity& keyboard
 
 bool Journal::IsInProgress(const JournalEntry& entry) const {
     try {
-        return !files::FileLock(m_folder / entry.keyboard.FileName()).TryLock();
+        files::MakeFolder(m_locks);
+        return !files::FileLock(m_locks / entry.keyboard.FileName()).TryLock();
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed, error.what());
     }

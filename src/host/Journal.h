@@ -45,7 +45,9 @@ struct JournalEntry {
 
 class Journal {
 public:
-    explicit Journal(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+    // The folders of the entries, and of what is locked while a keyboard is claimed.
+    Journal(std::filesystem::path folder, std::filesystem::path locks)
+        : m_folder(std::move(folder)), m_locks(std::move(locks)) {}
 
     // The right to write to the keyboard, for as long as it is kept; null while another has it.
     // Throws Error(FileFailed).
@@ -67,6 +69,7 @@ public:
 
 private:
     std::filesystem::path m_folder;
+    std::filesystem::path m_locks;
 };
 
 } // namespace qx::host

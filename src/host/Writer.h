@@ -23,7 +23,7 @@ namespace qx::host {
 // Where all records of writes are kept.
 struct WriteRecords {
     explicit WriteRecords(const std::filesystem::path& where)
-        : folder(where), backups(where / "backups"), journal(where / "journal"),
+        : folder(where), backups(where / "backups"), journal(where / "journal", where / "locks"),
           receipts(where / "receipts") {}
     std::filesystem::path folder;
     BackupStore backups;

@@ -10,6 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <iostream>
 
 namespace qx::host {
@@ -541,6 +544,145 @@ TEST_F(WriterTest, ABackupBringsEverythingBack) {
     EXPECT_EQ(error->Kind(), ErrorKind::KeyboardChanged);
 }
 
+// A backup of before a new area was known is restored as far as it goes, and another keyboard keeps
+// its own GUID.
+TEST_F(WriterTest, ABackupOfOtherAreasOrAnotherKeyboardIsRestoredAsFarAsItGoes) {
+    TroubledKeyboard first{kWithGuid, "SMALL"};
+    first.memory = before;
+    first.memory.replace(0x1500, 16, "0123456789ABCDEF");
+    ASSERT_FALSE(Download(first, kNew));
+    BackupStore backups = WriteRecords(records).backups;
+    KeyboardContent backup = backups.Load(backups.Find(outcome.backup));
+    std::erase_if(backup.pieces,
+                  [](const ContentPiece& piece) { return piece.section == "commonKeyboard"; });
+    backup.pieces.push_back({MODULE_POS, "gone", 0x8000, "12345"});
+
+    TroubledKeyboard other{kWithGuid, "SMALL"};
+    other.memory = after;
+    other.memory.replace(0x1500, 16, "fedcba9876543210");
+    std::string expected = before;
+    expected.replace(0x1500, 16, "fedcba9876543210");
+    expected[0x1000] = after[0x1000]; // the output delay, which the backup lacks
+    std::vector<std::string> told;
+    EXPECT_FALSE(Use(other, [&](Session&, Writer& writer) {
+        EXPECT_THROW((void)writer.PlanRestore(backup), Error);
+        const WritePlan plan = writer.PlanRestore(backup, true);
+        told = plan.notRestored;
+        Writer::Request request;
+        request.action = "restore";
+        writer.Write(plan, request);
+    }));
+    EXPECT_TRUE(other.memory == expected);
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_NE(told[0].find("commonKeyboard"), std::string::npos);
+    EXPECT_NE(told[1].find("5 bytes"), std::string::npos);
+}
+
+// One reading that goes wrong after a good write, and a journal that cannot be ended, leave the
+// first failure to be seen.
+TEST_F(WriterTest, AFailureIsToldAsItIs) {
+    class ReadsOnceWrong : public TroubledKeyboard {
+    public:
+        using TroubledKeyboard::TroubledKeyboard;
+        std::function<void()> whileWriting = [] {};
+        bool isWrong = false;
+        std::int32_t QXCFG_ImageSave() override {
+            whileWriting();
+            isWrong = true;
+            return TroubledKeyboard::QXCFG_ImageSave();
+        }
+        std::int32_t QXCFG_ImageLoad() override {
+            lie = std::exchange(isWrong, false) ? Lie::CutsRead : Lie::None;
+            return TroubledKeyboard::QXCFG_ImageLoad();
+        }
+    } driver{kSmall, "SMALL"};
+    driver.memory = before;
+    const auto error = Download(driver, kNew);
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Kind(), ErrorKind::ReadBackDiffers);
+    EXPECT_NE(std::string(error->what()).find("it holds all that was to be written"),
+              std::string::npos)
+        << error->what();
+    EXPECT_EQ(Count("journal"), 0U);
+    EXPECT_EQ(AllReceipts().back().result, "written");
+
+    driver.memory = before;
+    driver.whileWriting = [&] { // a folder that is not empty in the place of the entry
+        const auto entry = WriteRecords(records).journal.Entries().at(0).file;
+        std::filesystem::remove(entry);
+        std::filesystem::create_directories(entry / "in the way");
+    };
+    const auto both = Download(driver, kNew);
+    ASSERT_TRUE(both);
+    EXPECT_EQ(both->Kind(), ErrorKind::ReadBackDiffers);
+    EXPECT_NE(std::string(both->what()).find("cannot be removed"), std::string::npos)
+        << both->what();
+}
+
+TEST_F(WriterTest, RecordsOfManyProgramsAtTheSameTimeAreAllKept) {
+    constexpr int kPrograms = 4;
+    constexpr std::size_t kEach = 100;
+    std::vector<pid_t> programs;
+    for (int i = 0; i < kPrograms; ++i) {
+        const pid_t program = fork();
+        if (program == 0) {
+            const Receipts receipts(records);
+            for (std::size_t n = 0; n < kEach; ++n)
+                receipts.Add({}, now);
+            _exit(0);
+        }
+        programs.push_back(program);
+    }
+    for (const pid_t program : programs)
+        waitpid(program, nullptr, 0);
+    EXPECT_EQ(Receipts(records).List().size(), kPrograms * kEach);
+    EXPECT_TRUE(files::WriteNewFile(records / "new", "first"));
+    EXPECT_FALSE(files::WriteNewFile(records / "new", "second"));
+    EXPECT_EQ(files::ReadFile(records / "new"), "first");
+}
+
+// A damaged entry keeps its own keyboard from being written to, and no other; a damaged receipt
+// keeps nothing from anything.
+TEST_F(WriterTest, ADamagedRecordIsNamedAndKeepsNoOtherKeyboardBack) {
+    keyboard.cutAfter = 2;
+    ASSERT_TRUE(Download(keyboard, kNew));
+    keyboard.Replug();
+    const auto entry = WriteRecords(records).journal.Entries().at(0).file;
+    const std::string text = files::ReadFile(entry);
+    const auto receipt = RecordsIn(records / "receipts", ".json").at(0);
+    files::WriteFileAtomically(receipt, files::ReadFile(receipt).substr(1));
+    const auto to = text.find(R"("to": ")") + 7;
+    const std::pair<std::size_t, std::string> damages[] = {
+        {to, text[to] == '0' ? "1" : "0"}, // it would be written, and proved
+        {text.find("4096"), "4099"},
+        {text.size() / 2, std::string(1, '\0')},
+        {text.find("capabilities") + 15, "8"},
+    };
+    for (const auto& [at, damage] : damages) {
+        SCOPED_TRACE(damage + " for " + text.substr(at, 20));
+        std::string damaged = text;
+        files::WriteFileAtomically(entry, damaged.replace(at, damage.size(), damage));
+        const auto refused = Download(keyboard, kNew);
+        ASSERT_TRUE(refused) << at;
+        EXPECT_EQ(refused->Kind(), ErrorKind::FileFailed);
+        EXPECT_NE(std::string(refused->what()).find(entry.string()), std::string::npos);
+        EXPECT_EQ(keyboard.bytesWritten, 0);
+
+        TroubledKeyboard other{kWithGuid, "SMALL"};
+        other.memory = before;
+        EXPECT_FALSE(Download(other, kNew));
+    }
+    std::vector<DamagedRecord> damaged;
+    const auto receipts = WriteRecords(records).receipts.List(&damaged);
+    EXPECT_EQ(receipts.size(), std::size(damages)) << "of the other keyboard";
+    ASSERT_EQ(damaged.size(), 1U);
+    EXPECT_EQ(damaged[0].file, receipt);
+
+    files::WriteFileAtomically(entry, text);
+    EXPECT_TRUE(Recover(Writer::Way::RollBack));
+    EXPECT_TRUE(keyboard.memory == before);
+}
+
 TEST_F(WriterTest, TheNewestBackupsAreKept) {
     KeyboardContent content;
     content.identity.identification = "SMALL";
@@ -559,11 +701,24 @@ TEST_F(WriterTest, TheNewestBackupsAreKept) {
     EXPECT_TRUE(store.Load(entries.back()).HoldsSame(content));
     EXPECT_EQ(RecordsIn(records / entries.back().keyboard, "").size(), 2 * entries.size());
 
+    // What killed programs have left is removed, but not what another one may be writing.
+    const auto place = records / entries.back().keyboard;
+    files::WriteFileAtomically(place / "20260101T000000.000Z-1-1.json", "of no backup");
+    for (const char* name : {"old.json.new-1-0", "young.json.new-2-0"})
+        files::WriteFileAtomically(place / name, "half");
+    std::filesystem::last_write_time(place / "old.json.new-1-0",
+                                     std::filesystem::file_time_type::clock::now() -
+                                         std::chrono::hours(25));
+    last = store.Save(content, {}, now + std::chrono::minutes(99), {needed});
+    EXPECT_EQ(RecordsIn(place, ".json").size(), 2 * entries.size());
+    EXPECT_FALSE(std::filesystem::exists(place / "old.json.new-1-0"));
+    EXPECT_TRUE(std::filesystem::exists(place / "young.json.new-2-0"));
+
     const auto areas = records / (last + ".areas.json");
     std::string text = files::ReadFile(areas);
     text.replace(text.find("6279746573"), 2, "00"); // "bytes"
     files::WriteFileAtomically(areas, text);
-    EXPECT_THROW((void)store.Load(entries.back()), Error);
+    EXPECT_THROW((void)store.Load(store.Find(last)), Error);
 }
 
 // The first version of the format, as it is on users' disks.
@@ -580,6 +735,34 @@ TEST_F(WriterTest, BackupsOfEveryVersionLoad) {
     const KeyboardContent content = store.Load(store.Find("SMALL-0123/20260131T090507.123Z"));
     EXPECT_EQ(content.Bytes(4096, 2), "\x06\xFF");
     EXPECT_EQ(content.identity.Name(), "SMALL");
+}
+
+TEST_F(WriterTest, JournalEntriesAndReceiptsOfEveryVersionLoad) {
+    const std::string keyboardJson =
+        R"("keyboard": { "name": "SMALL", "identification": "534d414c4c",
+        "capabilities": 128, "guid": "", "directory": [{"module": 1, "address": 4096}] })";
+    std::filesystem::create_directories(records / "journal");
+    std::filesystem::create_directories(records / "receipts");
+    files::WriteFileAtomically(
+        records / "journal/20260131T090507.123Z.journal.json",
+        R"({"format": "qx-journal", "version": 1, "time": "2026-01-31T09:05:07.123Z",
+            "action": "download", "document": "till.json", "backup": "SMALL-0123/1", )" +
+            keyboardJson + R"(, "rest": "0123", "ranges":
+            [{"module": 0, "section": "pos", "address": 4096, "from": "06", "to": "09"}]})");
+    files::WriteFileAtomically(
+        records / "receipts/20260131T090507.123Z.receipt.json",
+        R"({"format": "qx-receipt", "version": 1, "time": "2026-01-31T09:05:07.123Z",
+            "action": "download", "result": "verified", "message": "", "document": "till.json",
+            "documentSha256": "", "full": false, "bytesSent": 1, "beforeSha256": "",
+            "afterSha256": "", "backup": "SMALL-0123/1", )" +
+            keyboardJson + "}");
+    const auto entries = WriteRecords(records).journal.Entries();
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].ranges.at(0).to, "\x09");
+    EXPECT_FALSE(entries[0].origin);
+    const auto receipts = AllReceipts();
+    ASSERT_EQ(receipts.size(), 1U);
+    EXPECT_EQ(receipts[0].bytesSent, 1);
 }
 
 // A cable pulled after every byte of a write, and again after every byte of the recovery.
