@@ -1,6 +1,7 @@
 #include "app/BackupsPage.h"
 
 #include "app/Paths.h"
+#include "app/SettingWords.h"
 #include "views/Bindings.h"
 
 #include <QDateTime>
@@ -83,7 +84,7 @@ void BackupsPage::Reload() {
     try {
         m_backups = m_workbench.Backups();
     } catch (const std::exception& error) {
-        emit Failed(QString::fromUtf8(error.what()));
+        emit Failed(ErrorText(error));
     }
     std::stable_sort(m_backups.begin(), m_backups.end(),
                      [](const auto& a, const auto& b) { return a.time > b.time; });

@@ -1,6 +1,8 @@
 #include "app/DocumentMenu.h"
 
+#include "app/ControlTexts.h"
 #include "app/Paths.h"
+#include "app/SettingWords.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -42,10 +44,7 @@ DocumentMenu::DocumentMenu(Workbench& workbench, QWidget* window)
     };
     m_autoSave.setSingleShot(true);
     m_autoSave.setInterval(kAutoSaveDelay);
-    connect(&m_autoSave, &QTimer::timeout, this, [this] {
-        if (m_workbench.IsModified() && !m_workbench.File().empty())
-            Save();
-    });
+    connect(&m_autoSave, &QTimer::timeout, this, &DocumentMenu::SaveByItself);
     connect(&workbench, &Workbench::DocumentChanged, this, &DocumentMenu::DocumentChanged);
 }
 
@@ -102,15 +101,35 @@ void DocumentMenu::Open(const QString& file) {
     if (chosen.isEmpty())
         return;
     try {
-        const QString absent = m_workbench.OpenDocument(ToPath(chosen));
+        m_workbench.OpenDocument(ToPath(chosen), Workbench::OpenAs::File);
         NoteRecent(chosen);
-        emit Told(absent.isEmpty()
-                      ? tr("Opened %1.").arg(chosen)
-                      : tr("Opened %1. This keyboard has no module for: %2. The document keeps "
-                           "these settings; writing leaves them out.")
-                            .arg(chosen, absent));
+        QString text = tr("Opened %1.").arg(chosen);
+        const QString made = m_workbench.DocumentKeyboard();
+        const QString present = m_workbench.KeyboardName();
+        if (!made.isEmpty() && !present.isEmpty() && made != present)
+            text +=
+                u' ' + tr("It was made for a keyboard %1; this one is a %2.").arg(made, present);
+        QStringList absent;
+        for (const host::Section* section : m_workbench.AbsentSections())
+            absent.append(SectionTitle(section->Info().key));
+        if (!absent.isEmpty())
+            text += u' ' + tr("This keyboard has no module for: %1. The document keeps these "
+                              "settings; writing leaves them out.")
+                               .arg(absent.join(QStringLiteral(", ")));
+        emit Told(text);
     } catch (const std::exception& error) {
-        emit Failed(QString::fromUtf8(error.what()));
+        emit Failed(ErrorText(error));
+    }
+}
+
+void DocumentMenu::OpenCopy(const QString& file) {
+    if (!MayLeaveDocument())
+        return;
+    try {
+        m_workbench.OpenDocument(ToPath(file), Workbench::OpenAs::Copy);
+        emit Told(tr("Opened as an untitled document: %1.").arg(file));
+    } catch (const std::exception& error) {
+        emit Failed(ErrorText(error));
     }
 }
 
@@ -144,8 +163,19 @@ bool DocumentMenu::SaveInto(const QString& file) {
         emit Told(tr("Saved %1.").arg(file));
         return true;
     } catch (const std::exception& error) {
-        emit Failed(QString::fromUtf8(error.what()));
+        emit Failed(ErrorText(error));
         return false;
+    }
+}
+
+void DocumentMenu::SaveByItself() {
+    if (!m_workbench.IsModified() || m_workbench.File().empty())
+        return;
+    try {
+        m_workbench.SaveDocument(m_workbench.File());
+        emit SavedByItself(tr("Saved %1.").arg(DocumentName()));
+    } catch (const std::exception& error) {
+        emit Failed(ErrorText(error));
     }
 }
 

@@ -41,6 +41,8 @@ public:
     [[nodiscard]] bool MayLeaveDocument();
     void New();
     void Open(const QString& file); // asks first where something would be lost
+    // The settings of this document, as an untitled one.
+    void OpenCopy(const QString& file);
     // The last document, when there is one that can be opened.
     bool OpenLast();
     bool Save();
@@ -50,10 +52,12 @@ public:
 
 signals:
     void Told(const QString& text);
+    void SavedByItself(const QString& text);
     void Failed(const QString& text);
 
 private:
     bool SaveInto(const QString& file);
+    void SaveByItself();
     void FillRecent();
     void NoteRecent(const QString& file);
     void DocumentChanged();

@@ -1,6 +1,7 @@
 #include "app/EditRequests.h"
 
 #include "app/ControlTexts.h"
+#include "app/SettingWords.h"
 #include "app/Workbench.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
@@ -73,7 +74,15 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
                "keys."));
         return false;
     }
-    return m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
+    bool isEdited = false;
+    try {
+        m_workbench.Session().Run("the keyboard cannot be asked for its keys", [&] {
+            isEdited = m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
+        });
+    } catch (const host::Error& error) {
+        m_screen.tell(ErrorText(error));
+    }
+    return isEdited;
 }
 
 // A key pressed on a sequence's label opens the editor for those who prefer it.

@@ -1,11 +1,13 @@
 #include "app/FilesPage.h"
 
 #include "app/Paths.h"
+#include "app/SettingWords.h"
 
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -13,9 +15,12 @@ namespace qx::app {
 
 FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench) {
-    chooseFile = [this](const QString& title, bool isSaving) {
-        return isSaving ? QFileDialog::getSaveFileName(this, title)
-                        : QFileDialog::getOpenFileName(this, title);
+    chooseFile = [this](const QString& title, bool isSaving, const QString& suggestion) {
+        return isSaving ? QFileDialog::getSaveFileName(this, title, suggestion)
+                        : QFileDialog::getOpenFileName(this, title, suggestion);
+    };
+    confirm = [this](const QString& question) {
+        return QMessageBox::question(this, tr("File to keyboard"), question) == QMessageBox::Yes;
     };
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
@@ -74,15 +79,19 @@ void FilesPage::Attempt(const std::function<QString()>& operation) {
     try {
         emit Told(operation());
     } catch (const std::exception& error) {
-        emit Failed(QString::fromUtf8(error.what()));
+        emit Failed(ErrorText(error));
     }
+    emit m_workbench.Progressed(100);
 }
 
 void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& title,
                          Direction direction) {
     const bool isSaving = direction == Direction::KeyboardToFile;
-    const QString file = chooseFile(title, isSaving);
+    const QString file = chooseFile(title, isSaving, {});
     if (file.isEmpty())
+        return;
+    if (!isSaving &&
+        !confirm(tr("%1: replace what the keyboard holds by the file %2?").arg(title, file)))
         return;
     const QXProgSettings& preferences = m_workbench.Preferences();
     const host::SerialLine line{preferences.ChipcardBaudrate(), preferences.ChipcardPort()};
@@ -92,13 +101,16 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
             host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
         else
             m_workbench.LoadKeyboardFile(kind, path, line);
+        if (!isSaving)
+            m_workbench.Connect(); // its name and its modules may be others now
         return isSaving ? tr("Keyboard to file: %1 saved into %2.").arg(title, file)
                         : tr("File to keyboard: %1 loaded from %2.").arg(title, file);
     });
 }
 
 void FilesPage::CompareCodePage() {
-    const QString file = chooseFile(tr("Code page"), false);
+    const QString file =
+        chooseFile(tr("Code page"), false, ToQt(m_workbench.Preferences().PosCodePage()));
     if (file.isEmpty())
         return;
     Attempt([&] {

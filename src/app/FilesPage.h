@@ -19,7 +19,11 @@ public:
     explicit FilesPage(Workbench& workbench, QWidget* parent = nullptr);
 
     // How the page asks for a file, to save or to open; an empty name cancels.
-    std::function<QString(const QString& title, bool isSaving)> chooseFile;
+    std::function<QString(const QString& title, bool isSaving, const QString& suggestion)>
+        chooseFile;
+
+    // Whether the keyboard's content may be replaced.
+    std::function<bool(const QString& question)> confirm;
 
 signals:
     void Told(const QString& text);   // what was done

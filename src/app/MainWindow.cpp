@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
+#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -47,15 +48,31 @@ const QString kPreferences = QStringLiteral("preferences");
 
 // The preferences keep the window in twips, of which a pixel at 96 dots per inch has 15.
 constexpr int kTwipsPerPixel = 15;
+constexpr int kBriefly = 3000;  // milliseconds
+constexpr int kLeastSize = 240; // pixels of the window that a screen must show
+constexpr QSize kFirstSize(1100, 760);
+// Gives the focus to the first widget of the page that Tab reaches.
+void FocusFirst(QWidget& page) {
+    for (QWidget* next = page.nextInFocusChain(); next != &page; next = next->nextInFocusChain())
+        if (page.isAncestorOf(next) && next->isEnabled() && next->isVisibleTo(&page) &&
+            (next->focusPolicy() & Qt::TabFocus) != 0)
+            return next->setFocus(Qt::ShortcutFocusReason);
+}
+
 enum WindowState : Integer { kNormal = 0, kMinimized = 1, kMaximized = 2 };
 
 } // namespace
 
 MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language& language)
-    : m_workbench(workbench), m_language(language),
+    : m_workbench(workbench), m_language(language), m_startChoice(workbench.Choice()),
       m_edits(workbench, platform,
               {[this](const QString& question) { return screen.ask(question); },
-               [this](const QString& text) { Tell(text); },
+               [this](const QString& text) {
+                   if (QWidget* editor = QApplication::activeModalWidget())
+                       QMessageBox::information(editor, windowTitle(), text);
+                   else
+                       Tell(text);
+               },
                [this](const QString& text) {
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
                }}),
@@ -69,6 +86,8 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
     connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
+    connect(m_documents, &DocumentMenu::SavedByItself, this,
+            [this](const QString& text) { statusBar()->showMessage(text, kBriefly); });
     connect(m_documents, &DocumentMenu::Failed, this, &MainWindow::Warn);
     connect(m_sheets, &SheetMenu::Done, this, &MainWindow::TellDone);
     connect(m_sheets, &SheetMenu::Failed, this, &MainWindow::Warn);
@@ -145,14 +164,14 @@ void MainWindow::MakeActions() {
     keyboard->addSeparator();
     keyboard->addAction(tr("&Connect again"), this, [this] { Connect(m_workbench.Choice()); });
     keyboard->addAction(tr("Use a &driver library…"), this, &MainWindow::ChooseDriver);
-    keyboard->addAction(tr("Use the &simulated keyboard"), this, [this] { Connect({}); });
+    keyboard->addAction(tr("Use the &simulated keyboard"), this, [this] { ConnectSimulated(); });
 
     QMenu* go = menuBar()->addMenu(tr("&Go"));
     for (int row = 0; row < m_list->count(); ++row) {
         const QString id = m_list->item(row)->data(kPageIdRole).toString();
         QAction* action = go->addAction(m_list->item(row)->text(), this, [this, id] {
             ShowPage(id);
-            m_pages->currentWidget()->setFocus();
+            FocusFirst(*m_pages->currentWidget());
         });
         if (row < 10)
             action->setShortcut(
@@ -203,16 +222,21 @@ void MainWindow::AddPage(const QString& id, const QString& title, std::function<
     m_pageList.push_back({std::move(make), nullptr});
 }
 
-// A page is made when it is first shown: most starts need few of them.
-void MainWindow::ShowRow(int row) {
-    if (row < 0)
-        return;
+// A page is made when it is first asked for: most starts need few of them.
+QWidget* MainWindow::PageAt(int row) {
     Page& page = m_pageList[static_cast<std::size_t>(row)];
     if (page.widget == nullptr) {
         page.widget = page.make();
         m_pages->addWidget(page.widget);
     }
-    m_pages->setCurrentWidget(page.widget);
+    return page.widget;
+}
+
+int MainWindow::RowOf(const QString& id) const {
+    for (int row = 0; row < m_list->count(); ++row)
+        if (m_list->item(row)->data(kPageIdRole).toString() == id)
+            return row;
+    return -1;
 }
 
 void MainWindow::MakePages() {
@@ -241,7 +265,7 @@ void MainWindow::MakePages() {
     AddPage(kBackups, tr("Backups"), [this] {
         auto* backups = new BackupsPage(m_workbench);
         connect(backups, &BackupsPage::RestoreRequested, m_transfers, &Transfers::Restore);
-        connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::Open);
+        connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::OpenCopy);
         connect(backups, &BackupsPage::Failed, this, &MainWindow::Warn);
         return TitledPage(tr("Backups"), backups);
     });
@@ -254,7 +278,10 @@ void MainWindow::MakePages() {
         return TitledPage(tr("Preferences"), preferences);
     });
 
-    connect(m_list, &QListWidget::currentRowChanged, this, &MainWindow::ShowRow);
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row >= 0)
+            m_pages->setCurrentWidget(PageAt(row));
+    });
     auto* right = new QVBoxLayout;
     right->addWidget(m_notice);
     right->addWidget(m_pages, 1);
@@ -275,19 +302,20 @@ QWidget* MainWindow::MakeOverview() {
     connect(this, &MainWindow::ConnectionFailed, overview, &OverviewPage::ShowFailure);
     connect(overview, &OverviewPage::ConnectAgainRequested, this,
             [this] { Connect(m_workbench.Choice()); });
-    connect(overview, &OverviewPage::SimulatedKeyboardRequested, this, [this] { Connect({}); });
+    connect(overview, &OverviewPage::SimulatedKeyboardRequested, this,
+            &MainWindow::ConnectSimulated);
     return TitledPage(tr("Overview"), overview);
 }
 
 void MainWindow::ShowPage(const QString& id) {
-    for (int row = 0; row < m_list->count(); ++row)
-        if (m_list->item(row)->data(kPageIdRole).toString() == id)
-            m_list->setCurrentRow(row);
+    if (const int row = RowOf(id); row >= 0)
+        m_list->setCurrentRow(row);
 }
 
 void MainWindow::GoTo(const std::string& place) {
     ShowPage(ToQt(SectionOfPlace(place)));
     m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
+    FocusFirst(*m_pages->currentWidget());
 }
 
 QString MainWindow::Notice() const {
@@ -311,7 +339,7 @@ bool MainWindow::Connect(const setup::KeyboardChoice& choice) {
     try {
         m_workbench.Connect(choice);
     } catch (const std::exception& error) {
-        m_failure = QString::fromUtf8(error.what());
+        m_failure = ErrorText(error);
         emit ConnectionFailed(m_failure);
         ShowPage(kOverview);
         return false;
@@ -320,30 +348,43 @@ bool MainWindow::Connect(const setup::KeyboardChoice& choice) {
     m_edits.Reload();
     if (!m_workbench.DriverNote().isEmpty())
         statusBar()->setToolTip(m_workbench.DriverNote());
-    CheckFirmware();
     m_transfers->Recover();
     return true;
 }
 
+// The one that the program was started with, where it was.
+void MainWindow::ConnectSimulated() {
+    setup::KeyboardChoice choice = m_startChoice;
+    if (!choice.driver.empty())
+        choice = {};
+    Connect(choice);
+}
+
 void MainWindow::ChooseDriver() {
-    const QString file = m_documents->questions.fileToOpen();
+#ifdef _WIN32
+    const QString libraries = tr("Driver libraries (*.dll)");
+#else
+    const QString libraries = tr("Driver libraries (*.so)");
+#endif
+    const QString file =
+        QFileDialog::getOpenFileName(this, tr("Use a driver library"), {}, libraries);
     if (!file.isEmpty())
         Connect({ToPath(file), {}, {}});
 }
 
 // A keyboard tells its program's version in four characters, "P100" say; the preference has the
 // number that the last three spell in hexadecimal: 256 for version 1.00.
-void MainWindow::CheckFirmware() {
+QString MainWindow::FirmwareFault() const {
     const QXProgSettings& preferences = m_workbench.Preferences();
-    if (!preferences.VerifyFirmware())
-        return;
     const QString program = ToQt(m_workbench.Session().Access().Program());
     bool isNumber = false;
     const int version = program.right(3).toInt(&isNumber, 16);
-    if (isNumber && version < preferences.VersionFirmware())
-        Tell(tr("The keyboard's program %1 is older than the version %2 that the preferences ask "
-                "for. A newer program can be loaded on the page of the keyboard's files.")
-                 .arg(program, QString::number(preferences.VersionFirmware(), 16)));
+    const int wanted = preferences.VersionFirmware();
+    if (!preferences.VerifyFirmware() || !isNumber || version >= wanted)
+        return {};
+    return tr("The keyboard's program %1 is older than the version %2 that the preferences ask "
+              "for. A newer program can be loaded on the page of the keyboard's files.")
+        .arg(program, QString::number(wanted, 16));
 }
 
 void MainWindow::ShowKeyboard() {
@@ -357,7 +398,12 @@ void MainWindow::ShowKeyboard() {
                 .arg(ToQt(access.Keyboard()), ToQt(access.Program()), ToQt(access.Bootloader()));
         if (m_workbench.Simulated() != nullptr)
             text += QStringLiteral(" — ") + tr("simulated keyboard");
+        const QString fault = FirmwareFault();
+        if (!fault.isEmpty())
+            text += QStringLiteral(" — ⚠ ") + tr("program too old");
         m_keyboard->setText(text);
+        m_keyboard->setToolTip(fault);
+        m_keyboard->setAccessibleDescription(fault);
     } else {
         m_keyboard->setText(tr("No keyboard"));
     }
@@ -423,6 +469,12 @@ std::vector<Findable> MainWindow::Findables() {
          m_workbench.Configuration().List(m_workbench.History().AllSections()))
         all.push_back({ToQt(setting.name), ToQt(setting.value),
                        [this, place = setting.place] { GoTo(place); }});
+    auto* preferences = PageAt(RowOf(kPreferences))->findChild<PreferencesPage*>();
+    for (const auto& [preference, label] : preferences->Labels())
+        all.push_back({label, tr("Preferences"), [this, preferences, preference = preference] {
+                           ShowPage(kPreferences);
+                           preferences->Reveal(preference);
+                       }});
     for (const FindableKey& key : AllKeys(m_workbench))
         all.push_back({key.name, {}, [this, place = key.place] { GoTo(place); }});
     return all;
@@ -466,7 +518,12 @@ void MainWindow::RestorePosition() {
     const QXProgSettings& kept = m_workbench.Preferences();
     const QRect place(kept.WinLeft() / kTwipsPerPixel, kept.WinTop() / kTwipsPerPixel,
                       kept.WinWidth() / kTwipsPerPixel, kept.WinHeight() / kTwipsPerPixel);
-    setGeometry(place.intersected(QApplication::primaryScreen()->availableVirtualGeometry()));
+    const QRect visible =
+        place.intersected(QApplication::primaryScreen()->availableVirtualGeometry());
+    if (visible.width() < kLeastSize || visible.height() < kLeastSize)
+        resize(kFirstSize); // its screen is gone
+    else
+        setGeometry(visible);
     if (kept.WinState() == kMaximized)
         setWindowState(Qt::WindowMaximized);
 }

@@ -48,6 +48,8 @@ public:
     // Shows a setting where it can be edited.
     void GoTo(const std::string& place);
     void ShowPage(const QString& id);
+    // Stores the preferences and shows everything by them.
+    void ApplyPreferences();
     // What the notice above the page says.
     [[nodiscard]] QString Notice() const;
 
@@ -72,14 +74,15 @@ private:
     void MakeStatusBar();
     void MakePages();
     void AddPage(const QString& id, const QString& title, std::function<QWidget*()> make);
-    void ShowRow(int row);
+    [[nodiscard]] QWidget* PageAt(int row);
+    [[nodiscard]] int RowOf(const QString& id) const; // -1 for none
     [[nodiscard]] QWidget* MakeOverview();
     void ShowKeyboard();
     void ShowDocument();
     void ShowProgress(int percent);
-    void ApplyPreferences();
     void SwitchLanguage();
-    void CheckFirmware();
+    [[nodiscard]] QString FirmwareFault() const; // empty: none
+    void ConnectSimulated();
     void ChooseDriver();
     void Tell(const QString& text);
     void TellDone(const QString& text);
@@ -90,6 +93,7 @@ private:
 
     Workbench& m_workbench;
     Language& m_language;
+    setup::KeyboardChoice m_startChoice;
     EditRequests m_edits;
     DocumentMenu* m_documents;
     app::Transfers* m_transfers;

@@ -82,6 +82,7 @@ void OverviewPage::ShowStages() {
             static_cast<std::size_t>(m_workbench.StateOf(static_cast<Workbench::Stage>(i)));
         m_stages[i]->setText(
             QStringLiteral("%1  %2: %3").arg(marks[state], names[i], words[state]));
+        m_stages[i]->repaint(); // while the program is busy with the keyboard
     }
 }
 

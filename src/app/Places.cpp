@@ -130,6 +130,13 @@ std::vector<FindableKey> AllKeys(Workbench& workbench) {
                                     QString::number(key)),
                            "/layeredFuncKeys/keys[" + std::to_string(layer) + "][" +
                                std::to_string(key) + "]"});
+    auto& pos = workbench.ControlOf<QXPos>("pos");
+    for (Integer key = 1; key <= POSKeyboard::kSlots; ++key)
+        all.push_back({QCoreApplication::translate("Places", "%1: key %2, %3")
+                           .arg(SectionTitle("pos"), QString::number(key),
+                                QString::fromStdString(
+                                    layout.KeyCaption(pos.CodeMap().GetPositionCodeForKey(key)))),
+                       "/pos/blocks[" + std::to_string(key) + "]"});
     return all;
 }
 

@@ -83,6 +83,10 @@ struct Tab {
     }
 };
 
+QString PlainLabel(QString label) {
+    return label.remove(u'&').remove(u':');
+}
+
 views::KeyCap SampleKey(const QString& caption, Long lColor, views::KeyState state) {
     views::KeyCap cap;
     cap.caption = caption;
@@ -103,6 +107,7 @@ PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem
 
 void PreferencesPage::Build() {
     m_shows.clear();
+    m_labels.clear();
     m_tabs = new QTabWidget;
     m_tabs->addTab(MakeGeneralTab(), tr("General"));
     m_tabs->addTab(MakeLanguagesTab(), tr("Languages"));
@@ -111,7 +116,7 @@ void PreferencesPage::Build() {
     m_tabs->addTab(MakePosTab(), tr("POS keys"));
     layout()->addWidget(m_tabs);
 
-    auto* reset = new QPushButton(tr("Reset to &defaults …"));
+    auto* reset = new QPushButton(tr("Reset to defa&ults …"));
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
     layout()->addWidget(reset);
@@ -127,7 +132,8 @@ QWidget* PreferencesPage::MakeGeneralTab() {
               {{tr("What the keyboard holds"), static_cast<Integer>(StartChoice::ReadKeyboard)},
                {tr("The last document"), static_cast<Integer>(StartChoice::LastDocument)},
                {tr("The defaults"), static_cast<Integer>(StartChoice::Defaults)}});
-    AddCheck(*start, Preference::NewDocumentOnStartup, tr("Begin with a &new document"));
+    AddCheck(*start, Preference::NewDocumentOnStartup,
+             tr("Begin with a &new document, not with the last one"));
     AddLastDocument(*start);
 
     QFormLayout* work = tab.AddGroup(tr("While you work"));
@@ -180,9 +186,9 @@ QWidget* PreferencesPage::MakeKeyDisplayTab() {
     AddNumber(*text, Preference::KeyFontSize, tr("&Font size:"), 4, 24, tr(" pt"));
     QFormLayout* colours = tab.AddGroup(tr("Colours"));
     AddColour(*colours, Preference::ColorProg, tr("&Programmed keys:"));
-    AddColour(*colours, Preference::ColorEmpty, tr("&Empty keys:"));
+    AddColour(*colours, Preference::ColorEmpty, tr("E&mpty keys:"));
     AddColour(*colours, Preference::ColorCurr, tr("The &current key:"));
-    AddColour(*colours, Preference::ColorUnused, tr("Keys that are not &used:"));
+    AddColour(*colours, Preference::ColorUnused, tr("Keys that are &not used:"));
 
     auto* sample = new KeySample(4, [this] {
         using views::KeyState;
@@ -209,13 +215,13 @@ QWidget* PreferencesPage::MakePosTab() {
     auto* columns = new QHBoxLayout(colours);
     columns->setSpacing(32);
     const std::pair<Preference, QString> others[] = {
-        {Preference::POSColorCurrent, tr("The curr&ent block:")},
+        {Preference::POSColorCurrent, tr("The &current block:")},
         {Preference::POSColorUnused, tr("Keys of &no block:")}};
     int block = 0;
     for (const auto& [preference, label] : others) {
         QFormLayout* form = NewForm();
         for (const int end = block + kPosBlocks / 2; block < end; ++block)
-            AddColour(*form, PosBlock(block), tr("Block &%1:").arg(block));
+            AddColour(*form, PosBlock(block), tr("Block %1:").arg(block));
         AddColour(*form, preference, label);
         columns->addLayout(form);
     }
@@ -232,7 +238,6 @@ QWidget* PreferencesPage::MakePosTab() {
             SampleKey(tr("Current"), m_settings.POSColorCurrent(), KeyState::Programmed));
         look.caps.back().isCurrent = true;
         look.caps.push_back(SampleKey(tr("Unused"), m_settings.POSColorUnused(), KeyState::Unused));
-        look.pointSize = m_settings.KeyFontSize();
         return look;
     });
     m_shows.emplace_back([sample] { sample->update(); });
@@ -249,6 +254,7 @@ void PreferencesPage::AddCheck(QFormLayout& form, Preference preference, const Q
     connect(box, &QCheckBox::toggled, this,
             [this, preference](bool isOn) { Set(preference, isOn); });
     form.addRow(box);
+    NoteLabel(preference, text);
 }
 
 void PreferencesPage::AddChoice(QFormLayout& form, Preference preference, const QString& label,
@@ -268,6 +274,7 @@ void PreferencesPage::AddChoice(QFormLayout& form, Preference preference, const 
         Set(preference, static_cast<Long>(box->currentData().toInt()));
     });
     form.addRow(label, box);
+    NoteLabel(preference, label);
 }
 
 void PreferencesPage::AddNumber(QFormLayout& form, Preference preference, const QString& label,
@@ -285,16 +292,18 @@ void PreferencesPage::AddNumber(QFormLayout& form, Preference preference, const 
     connect(box, &QSpinBox::valueChanged, this,
             [this, preference](int value) { Set(preference, static_cast<Long>(value)); });
     form.addRow(label, box);
+    NoteLabel(preference, label);
 }
 
 void PreferencesPage::AddColour(QFormLayout& form, Preference preference, const QString& label) {
     auto* button = new ColourButton(InfoOf(preference).loadDefault);
     button->setObjectName(NameOf(preference));
-    button->setAccessibleName(QString(label).remove(u'&').remove(u':'));
+    button->setAccessibleName(PlainLabel(label));
     m_shows.emplace_back([this, button, preference] { button->SetColour(Number(preference)); });
     connect(button, &ColourButton::Picked, this,
             [this, preference](Long lColor) { Set(preference, lColor); });
     form.addRow(label, button);
+    NoteLabel(preference, label);
 }
 
 void PreferencesPage::AddCodePage(QFormLayout& form) {
@@ -325,11 +334,16 @@ void PreferencesPage::AddCodePage(QFormLayout& form) {
     form.setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     form.addRow(tr("F&ile:"), row);
     static_cast<QLabel*>(form.labelForField(row))->setBuddy(file);
+    NoteLabel(Preference::PosCodePage, tr("Code page of the POS keys"));
+}
+
+void PreferencesPage::NoteLabel(Preference preference, const QString& label) {
+    m_labels.emplace_back(preference, PlainLabel(label));
 }
 
 void PreferencesPage::AddLastDocument(QFormLayout& form) {
     auto* file = new QLabel;
-    auto* forget = new QPushButton(tr("For&get"));
+    auto* forget = new QPushButton(tr("&Forget"));
     file->setObjectName(NameOf(Preference::LastDownloadFile));
     file->setTextFormat(Qt::PlainText);
     forget->setObjectName(QStringLiteral("forgetLastDocument"));
@@ -400,6 +414,11 @@ void PreferencesPage::Reveal(Preference preference) {
         if (m_tabs->widget(i)->isAncestorOf(editor))
             m_tabs->setCurrentIndex(i);
     editor->setFocus();
+}
+
+void PreferencesPage::showEvent(QShowEvent* event) {
+    ShowAll(); // the program itself changes some
+    QWidget::showEvent(event);
 }
 
 void PreferencesPage::changeEvent(QEvent* event) {

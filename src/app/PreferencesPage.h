@@ -31,6 +31,10 @@ public:
     // Shows the preferences as they are now.
     void ShowAll();
 
+    // What each preference is called on the page.
+    [[nodiscard]] const std::vector<std::pair<Preference, QString>>& Labels() const {
+        return m_labels;
+    }
     // Opens the tab with the preference, and gives its editor the focus. Nothing happens for one
     // that the page does not have, that is the window's place.
     void Reveal(Preference preference);
@@ -39,6 +43,7 @@ signals:
     void Changed(); // by the user
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -61,6 +66,7 @@ private:
     void AddCodePage(QFormLayout& form);
     void AddLastDocument(QFormLayout& form);
 
+    void NoteLabel(Preference preference, const QString& label);
     void ResetToDefaults();
     void Set(Preference preference, const QXProgSettings::Value& value);
     [[nodiscard]] Long Number(Preference preference) const;
@@ -71,6 +77,7 @@ private:
     std::filesystem::path m_layouts;
     QTabWidget* m_tabs = nullptr;
     std::vector<std::function<void()>> m_shows;
+    std::vector<std::pair<Preference, QString>> m_labels;
     bool m_isShowing = false;
 };
 

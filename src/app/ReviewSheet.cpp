@@ -6,6 +6,7 @@
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -24,6 +25,8 @@ constexpr int kPlaceRole = Qt::UserRole;
 
 void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
     std::map<std::string, QTreeWidgetItem*> sections;
+    QFont underlined = tree.font();
+    underlined.setUnderline(true);
     for (const host::Difference& difference : differences) {
         const std::string key = SectionOfPlace(difference.place);
         QTreeWidgetItem*& section = sections[key];
@@ -38,7 +41,7 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
         auto* item = new QTreeWidgetItem(section, {ToQt(difference.name), ToQt(difference.from),
                                                    ToQt(difference.to), ReviewSheet::tr("Show")});
         item->setData(kSetting, kPlaceRole, ToQt(difference.place));
-        item->setForeground(kShow, tree.palette().link());
+        item->setFont(kShow, underlined);
         for (int column = 0; column < kShow; ++column)
             item->setToolTip(column, item->text(column));
         item->setToolTip(kShow, ReviewSheet::tr("Show this change on its page"));
@@ -86,7 +89,7 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     auto* write = buttons->addButton(tr("&Write to keyboard"), QDialogButtonBox::AcceptRole);
     write->setObjectName(QStringLiteral("cmdWrite"));
-    write->setAutoDefault(false); // Enter shows a change; a write is meant
+    write->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     const auto choose = [this](const QTreeWidgetItem* item) {
@@ -112,7 +115,14 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
     column->addWidget(hint);
     column->addWidget(buttons);
     resize(820, 520);
+    if (const QTreeWidgetItem* section = tree->topLevelItem(0))
+        tree->setCurrentItem(section->child(0));
     tree->setFocus();
+}
+
+void ReviewSheet::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
 }
 
 } // namespace qx::app

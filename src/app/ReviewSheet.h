@@ -21,6 +21,9 @@ public:
     // The place that the user wants to see instead of writing; empty otherwise.
     [[nodiscard]] const std::string& ChosenPlace() const { return m_place; }
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override; // Enter is for the list: a write is meant
+
 private:
     std::string m_place;
 };

@@ -1,6 +1,11 @@
 #include "app/SettingWords.h"
 
+#include "host/Error.h"
+
 #include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
 
 namespace qx::app {
 
@@ -47,10 +52,86 @@ namespace {
     QT_TRANSLATE_NOOP("SettingWords", "(none)"),
 };
 
+// The same for the test drive.
+[[maybe_unused]] constexpr const char* kTestDriveTexts[] = {
+    QT_TRANSLATE_NOOP("TestDrive", "ordinary key %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "free key %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "layer %2 key %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "POS block %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "header of track %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "track %1 data"),
+    QT_TRANSLATE_NOOP("TestDrive", "terminator of track %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "header of reader %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "reader %1 data"),
+    QT_TRANSLATE_NOOP("TestDrive", "terminator of reader %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "the LRC of track %1 is wrong, so the reader refuses it"),
+    QT_TRANSLATE_NOOP("TestDrive",
+                      "the LRC of track %1 is wrong, which the reader does not verify"),
+    QT_TRANSLATE_NOOP("TestDrive",
+                      "the last character of track %1 is wrong, so the reader refuses it"),
+    QT_TRANSLATE_NOOP("TestDrive",
+                      "the last character of track %1 is wrong, which the reader does not verify"),
+    QT_TRANSLATE_NOOP("TestDrive", "%1 accepts %2 to %3 characters; the code has %4"),
+    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no key %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "the POS keys' memory is damaged: %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no layered function keys"),
+    QT_TRANSLATE_NOOP("TestDrive", "layer %1 key %2 has no sequence"),
+    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no magnetic-stripe reader"),
+    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no reader head for track %1"),
+    QT_TRANSLATE_NOOP("TestDrive", "track %1 is switched off"),
+    QT_TRANSLATE_NOOP("TestDrive", "each track is sent as soon as it has been read"),
+    QT_TRANSLATE_NOOP("TestDrive", "the tracks are sent once all have been read"),
+    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no barcode reader"),
+    QT_TRANSLATE_NOOP("TestDrive", "there is no code without a character"),
+    QT_TRANSLATE_NOOP("TestDrive", "%1 is switched off: its option 0 is not set"),
+};
+
+struct KindOfFailure {
+    host::ErrorKind kind;
+    const char* text;
+};
+constexpr KindOfFailure kFailures[] = {
+    {host::ErrorKind::Usage, QT_TRANSLATE_NOOP("Failures", "That cannot be done.")},
+    {host::ErrorKind::KeyboardNotOpened,
+     QT_TRANSLATE_NOOP("Failures", "The keyboard could not be opened.")},
+    {host::ErrorKind::TransferFailed,
+     QT_TRANSLATE_NOOP("Failures", "The transfer from or to the keyboard failed.")},
+    {host::ErrorKind::FileFailed,
+     QT_TRANSLATE_NOOP("Failures", "A file could not be read or written.")},
+    {host::ErrorKind::ReadBackDiffers,
+     QT_TRANSLATE_NOOP("Failures", "The keyboard does not hold what was written.")},
+    {host::ErrorKind::KeyboardChanged,
+     QT_TRANSLATE_NOOP("Failures", "This is not the keyboard that was meant, or it has changed.")},
+    {host::ErrorKind::WriteInterrupted,
+     QT_TRANSLATE_NOOP("Failures", "An interrupted write is to be finished or rolled back first.")},
+    {host::ErrorKind::DocumentInvalid,
+     QT_TRANSLATE_NOOP("Failures", "The document cannot be used.")},
+    {host::ErrorKind::LayoutInvalid,
+     QT_TRANSLATE_NOOP("Failures", "The keyboard layout cannot be used.")},
+    {host::ErrorKind::ModelInvalid,
+     QT_TRANSLATE_NOOP("Failures", "The model of the simulated keyboard cannot be used.")},
+};
+
 } // namespace
 
 std::string SettingWord(std::string_view word) {
     return QCoreApplication::translate("SettingWords", std::string(word).c_str()).toStdString();
+}
+
+std::string TestDriveWord(std::string_view text) {
+    return QCoreApplication::translate("TestDrive", std::string(text).c_str()).toStdString();
+}
+
+QString ErrorText(const std::exception& error) {
+    const QString text = QString::fromUtf8(error.what());
+    const auto* known = dynamic_cast<const host::Error*>(&error);
+    if (known == nullptr)
+        return text;
+    const auto* kind =
+        std::find_if(std::begin(kFailures), std::end(kFailures),
+                     [&](const KindOfFailure& each) { return each.kind == known->Kind(); });
+    const QString said = QCoreApplication::translate("Failures", kind->text);
+    return said == QLatin1String(kind->text) ? text : said + QLatin1Char('\n') + text;
 }
 
 } // namespace qx::app

@@ -1,6 +1,7 @@
 #include "app/SheetMenu.h"
 
 #include "app/Paths.h"
+#include "app/SettingWords.h"
 #include "sheet/KeySheet.h"
 
 #include <QDate>
@@ -52,7 +53,7 @@ void SheetMenu::Export() {
         sheet::WriteKeySheet(Sheet(), ToPath(file));
         emit Done(tr("Key sheet written to %1.").arg(file));
     } catch (const std::exception& error) {
-        emit Failed(QString::fromUtf8(error.what()));
+        emit Failed(ErrorText(error));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/TestDrivePage.h"
 
 #include "app/ControlTexts.h"
+#include "app/SettingWords.h"
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -28,7 +29,7 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_hint(new QLabel), m_tabs(new QTabWidget),
       m_keys(new views::KeyGrid), m_tracks{}, m_received(new QPlainTextEdit) {
     m_hint->setWordWrap(true);
-    m_tabs->addTab(MakeKeysTab(), tr("&Keys"));
+    m_tabs->addTab(MakeKeysTab(), tr("Ke&ys"));
     m_tabs->addTab(MakeFunctionKeysTab(), tr("&Function keys"));
     m_tabs->addTab(MakeCardTab(), tr("C&ard"));
     m_tabs->addTab(MakeCodeTab(), tr("&Bar code"));
@@ -36,7 +37,7 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     m_received->setReadOnly(true);
     m_received->setTabChangesFocus(true);
     m_received->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    auto* caption = new QLabel(tr("What the PC &receives"));
+    auto* caption = new QLabel(tr("What the PC re&ceives"));
     caption->setBuddy(m_received);
 
     auto* column = new QVBoxLayout(this);
@@ -80,7 +81,7 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
     auto* tab = new QWidget;
     auto* form = new QFormLayout(tab);
     form->addRow(tr("&Layer"), layer);
-    form->addRow(tr("K&ey"), key);
+    form->addRow(tr("Key &number"), key);
     form->addRow(press);
     return tab;
 }
@@ -92,7 +93,7 @@ QWidget* TestDrivePage::MakeCardTab() {
         m_tracks[i] = new QLineEdit;
         m_tracks[i]->setObjectName(views::ChildName("track", static_cast<int>(i + 1)));
         m_tracks[i]->setPlaceholderText(tr("no data"));
-        form->addRow(tr("Track &%1").arg(i + 1), m_tracks[i]);
+        form->addRow(tr("Track %1").arg(i + 1), m_tracks[i]);
     }
     m_tracks[1]->setText(QStringLiteral("6725900123456789=2712"));
     auto* swipe = new QPushButton(tr("&Swipe the card"));
@@ -127,8 +128,8 @@ QWidget* TestDrivePage::MakeCodeTab() {
     });
     auto* tab = new QWidget;
     auto* form = new QFormLayout(tab);
-    form->addRow(tr("&Kind of code"), symbology);
-    form->addRow(tr("&Data"), data);
+    form->addRow(tr("K&ind of code"), symbology);
+    form->addRow(tr("Da&ta"), data);
     form->addRow(tr("&Reader"), reader);
     form->addRow(scan);
     return tab;
@@ -159,6 +160,7 @@ void TestDrivePage::ShowKeyboard() {
         cap.state = views::KeyState::Empty;
         caps.push_back(std::move(cap));
     }
+    m_keys->SetPointSize(m_workbench.Preferences().KeyFontSize());
     m_keys->SetKeys(std::move(caps));
 }
 
@@ -173,15 +175,15 @@ QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     QString text;
     for (const sim::Stretch& stretch : reception.stretches)
         text += QStringLiteral("  %1: %2\n")
-                    .arg(ToQt(sim::OriginText(stretch)),
+                    .arg(ToQt(sim::OriginText(stretch, TestDriveWord)),
                          ToQt(sim::ContentText(stretch, m_workbench.Layout())));
     if (reception.stretches.empty())
         text += QStringLiteral("  ") + tr("nothing") + QLatin1Char('\n');
     else if (reception.outputDelay)
         text +=
             tr("Output delay between codes: %1").arg(*reception.outputDelay) + QLatin1Char('\n');
-    for (const std::string& remark : reception.remarks)
-        text += ToQt(remark) + QLatin1Char('\n');
+    for (const sim::Remark& remark : reception.remarks)
+        text += ToQt(sim::RemarkText(remark, TestDriveWord)) + QLatin1Char('\n');
     return text;
 }
 

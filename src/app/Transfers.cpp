@@ -2,6 +2,7 @@
 
 #include "app/ControlTexts.h"
 #include "app/ReviewSheet.h"
+#include "app/SettingWords.h"
 #include "views/Bindings.h"
 
 #include <QMessageBox>
@@ -36,7 +37,7 @@ void Transfers::Attempt(const std::function<void()>& transfer) {
     try {
         transfer();
     } catch (const std::exception& error) {
-        emit Failed(QString::fromUtf8(error.what()));
+        emit Failed(ErrorText(error));
     }
     emit m_workbench.Progressed(100);
 }

@@ -7,6 +7,8 @@
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/readers/QXBarcode.h"
+#include "qxcontrols/readers/QXMagnetCard.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
 
@@ -49,7 +51,12 @@ Workbench::Workbench(const Platform& platform, Options options)
     : m_platform(platform), m_options(std::move(options)), m_store(m_options.settings),
       m_preferences(m_store, platform) {
     m_preferences.Load();
-    OpenLayout();
+    try {
+        OpenLayout();
+    } catch (
+        const host::Error&) { // told when the keyboard is connected; without one, nothing shows
+        setup::OpenLayout(m_layout, m_options.layouts, setup::PreferredLayout(0));
+    }
     m_configuration = std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
     m_history = std::make_unique<host::History>(*m_configuration);
     for (const auto& section : m_configuration->Sections())
@@ -69,7 +76,7 @@ void Workbench::SavePreferences() {
         m_preferences.SaveWinPos();
         m_store.Flush();
     } catch (const host::Error& error) {
-        emit Noticed(QString::fromUtf8(error.what()));
+        emit Noticed(ErrorText(error));
     }
 }
 
@@ -85,10 +92,11 @@ void Workbench::OpenLayout() {
 
 void Workbench::ReloadPreferences() {
     const Busy busy(*this);
+    ShowReleases();
     try {
         OpenLayout();
     } catch (const host::Error& error) {
-        emit Noticed(QString::fromUtf8(error.what()));
+        emit Noticed(ErrorText(error));
     }
     for (const auto& section : m_configuration->Sections()) {
         ModuleControl& control = section->Control();
@@ -96,6 +104,26 @@ void Workbench::ReloadPreferences() {
             keys->KeyFontSizeChanged(m_preferences.KeyFontSize());
         control.ReloadKeySettings();
         control.ReloadColor();
+    }
+}
+
+// The pages show released keys as the preference says, until the user wants it otherwise on a page.
+void Workbench::ShowReleases() {
+    const bool isWanted = m_preferences.ShowUpcodes();
+    if (std::exchange(m_showsReleases, isWanted) == isWanted)
+        return;
+    const auto show = [isWanted](auto* control) {
+        if (control == nullptr)
+            return;
+        control->chkShowDetails.Value = isWanted ? 1 : 0;
+        control->chkShowDetails_Click();
+    };
+    for (const auto& section : m_configuration->Sections()) {
+        ModuleControl* control = &section->Control();
+        show(dynamic_cast<QXMagnetCard*>(control));
+        show(dynamic_cast<QXBarcode*>(control));
+        show(dynamic_cast<QXFreeProgKeys*>(control));
+        show(dynamic_cast<QXLayeredFuncKeys*>(control));
     }
 }
 
@@ -168,7 +196,7 @@ void Workbench::Disconnect() {
     try {
         m_session->Close();
     } catch (const host::Error& error) {
-        emit Noticed(QString::fromUtf8(error.what()));
+        emit Noticed(ErrorText(error));
     }
     m_session.reset();
     m_driver = {};
@@ -198,6 +226,7 @@ void Workbench::ReadKeyboard() {
         throw;
     }
     m_file.clear();
+    m_keyboardNote.reset();
     m_history->Restart(sections, true);
     emit DocumentChanged();
 }
@@ -296,11 +325,12 @@ void Workbench::NewDocument() {
             sections.push_back(section.get());
     }
     m_file.clear();
+    m_keyboardNote.reset();
     m_history->Restart(sections, true);
     emit DocumentChanged();
 }
 
-QString Workbench::OpenDocument(const std::filesystem::path& file) {
+void Workbench::OpenDocument(const std::filesystem::path& file, OpenAs as) {
     const auto document = host::ConfigurationDocument::Load(file);
     const Busy busy(*this);
     const auto read = m_configuration->Read(document);
@@ -309,21 +339,31 @@ QString Workbench::OpenDocument(const std::filesystem::path& file) {
             section->Control().DefaultValues();
             section->Show();
         }
-    m_file = file;
-    m_history->Restart(read, true);
-    m_preferences.SetLastDownloadFile(file.string());
+    const host::Json* note = document.Find(host::ConfigurationDocument::kKeyboardKey);
+    m_keyboardNote = note == nullptr ? std::nullopt : std::optional(*note);
+    m_file.clear();
+    if (as == OpenAs::File) {
+        m_file = file;
+        m_preferences.SetLastDownloadFile(file.string());
+    }
+    m_history->Restart(read, as == OpenAs::File);
     emit DocumentChanged();
+}
 
-    QStringList absent;
-    for (const Section* section : AbsentSections())
-        absent.append(ToQt(std::string(section->Info().title)));
-    return absent.join(QStringLiteral(", "));
+QString Workbench::DocumentKeyboard() const {
+    return m_keyboardNote ? ToQt(m_keyboardNote->value("name", "")) : QString();
+}
+
+QString Workbench::KeyboardName() const {
+    return IsConnected() ? ToQt(m_session->Keyboard().name) : QString();
 }
 
 void Workbench::SaveDocument(const std::filesystem::path& file) {
     host::ConfigurationDocument document = m_history->Document();
     if (IsConnected())
         document = m_configuration->Write(m_history->Sections(), m_session->Keyboard());
+    else if (m_keyboardNote)
+        document.Place(host::ConfigurationDocument::kKeyboardKey) = *m_keyboardNote;
     try {
         files::WriteFileAtomically(file, document.ToText());
     } catch (const std::exception& error) {

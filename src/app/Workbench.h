@@ -97,8 +97,12 @@ public:
 
     // The document.
     void NewDocument();
-    // Names in the result what of the document this keyboard lacks.
-    QString OpenDocument(const std::filesystem::path& file);
+    enum class OpenAs { File, Copy }; // a copy has no file yet
+    void OpenDocument(const std::filesystem::path& file, OpenAs as);
+    // The names of the keyboard that the document was made for, and of the connected one; may be
+    // empty.
+    [[nodiscard]] QString DocumentKeyboard() const;
+    [[nodiscard]] QString KeyboardName() const;
     void SaveDocument(const std::filesystem::path& file);
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
     [[nodiscard]] bool IsModified() const { return !m_history->IsSaved(); }
@@ -121,6 +125,7 @@ private:
 
     void NoteEdit();
     void ShowLayerOnKeyboard();
+    void ShowReleases();
     void AttachKeyboard();
     void SubscribeToStages();
     void SetStage(Stage stage, StageState state);
@@ -145,7 +150,9 @@ private:
     StageState m_stages[3] = {};
     QString m_driverNote;
     std::filesystem::path m_file;
+    std::optional<host::Json> m_keyboardNote; // of the document: which keyboard it is for
     Integer m_shownLayer = 0;
+    bool m_showsReleases = false;
     bool m_isBusy = false; // not an edit: what the controls show changes by itself
 };
 

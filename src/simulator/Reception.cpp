@@ -13,21 +13,20 @@ namespace {
 
 struct OriginName {
     Origin origin;
-    std::string_view before; // the number
-    std::string_view after;
+    std::string_view text; // %1: the number, %2: the layer
 };
 
 constexpr OriginName kOriginNames[] = {
-    {Origin::OrdinaryKey, "ordinary key ", ""},
-    {Origin::FreeKey, "free key ", ""},
-    {Origin::FunctionKey, "key ", ""},
-    {Origin::PosBlock, "POS block ", ""},
-    {Origin::TrackHeader, "header of track ", ""},
-    {Origin::TrackData, "track ", " data"},
-    {Origin::TrackTerminator, "terminator of track ", ""},
-    {Origin::ReaderHeader, "header of reader ", ""},
-    {Origin::ReaderData, "reader ", " data"},
-    {Origin::ReaderTerminator, "terminator of reader ", ""},
+    {Origin::OrdinaryKey, "ordinary key %1"},
+    {Origin::FreeKey, "free key %1"},
+    {Origin::FunctionKey, "layer %2 key %1"},
+    {Origin::PosBlock, "POS block %1"},
+    {Origin::TrackHeader, "header of track %1"},
+    {Origin::TrackData, "track %1 data"},
+    {Origin::TrackTerminator, "terminator of track %1"},
+    {Origin::ReaderHeader, "header of reader %1"},
+    {Origin::ReaderData, "reader %1 data"},
+    {Origin::ReaderTerminator, "terminator of reader %1"},
 };
 
 } // namespace
@@ -48,20 +47,33 @@ void Reception::Append(const Reception& later) {
         else
             stretches.push_back(stretch);
     }
-    for (const std::string& remark : later.remarks)
+    for (const Remark& remark : later.remarks)
         if (std::find(remarks.begin(), remarks.end(), remark) == remarks.end())
             remarks.push_back(remark);
     outputDelay = later.outputDelay;
 }
 
-std::string OriginText(const Stretch& stretch) {
-    std::string text;
-    if (stretch.origin == Origin::FunctionKey)
-        text = "layer " + std::to_string(stretch.layer) + " ";
-    for (const OriginName& name : kOriginNames)
-        if (name.origin == stretch.origin)
-            text.append(name.before).append(std::to_string(stretch.number)).append(name.after);
-    return text;
+std::string RemarkText(const Remark& remark, const Words& words) {
+    const std::string text = words ? words(remark.text) : std::string(remark.text);
+    std::string filled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto value = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '1') : 0;
+        if (text[i] == '%' && value < remark.values.size()) {
+            filled += remark.values[value];
+            ++i;
+        } else {
+            filled += text[i];
+        }
+    }
+    return filled;
+}
+
+std::string OriginText(const Stretch& stretch, const Words& words) {
+    const auto* name =
+        std::find_if(std::begin(kOriginNames), std::end(kOriginNames),
+                     [&](const OriginName& each) { return each.origin == stretch.origin; });
+    return RemarkText({name->text, {std::to_string(stretch.number), std::to_string(stretch.layer)}},
+                      words);
 }
 
 std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {

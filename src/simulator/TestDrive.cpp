@@ -68,11 +68,20 @@ void AddFramed(Reception& reception, const Framing& framing, Integer number,
         reception.Add({framing.terminator, number, 0, StrokesOf(input.Terminator()), {}});
 }
 
+struct TrackFault {
+    std::string_view refused, ignored; // the remarks
+};
+constexpr TrackFault kWrongLRC = {"the LRC of track %1 is wrong, so the reader refuses it",
+                                  "the LRC of track %1 is wrong, which the reader does not verify"};
+constexpr TrackFault kWrongLastChar = {
+    "the last character of track %1 is wrong, so the reader refuses it",
+    "the last character of track %1 is wrong, which the reader does not verify"};
+
 // Whether a track of the card that has a fault is refused for it; either way is remarked.
-bool IsRefused(bool hasFault, bool isVerified, const std::string& fault, Reception& reception) {
+bool IsRefused(bool hasFault, bool isVerified, const TrackFault& fault, const std::string& track,
+               Reception& reception) {
     if (hasFault)
-        reception.remarks.push_back(fault + (isVerified ? ", so the reader refuses it"
-                                                        : ", which the reader does not verify"));
+        reception.remarks.push_back({isVerified ? fault.refused : fault.ignored, {track}});
     return hasFault && isVerified;
 }
 
@@ -83,9 +92,9 @@ bool HasAcceptedLength(const BarcodeOptionPage& page, const std::string& name,
     if (!page.SupportsSizing() || (length >= static_cast<std::size_t>(page.MinSize()) &&
                                    length <= static_cast<std::size_t>(page.MaxSize())))
         return true;
-    reception.remarks.push_back(name + " accepts " + std::to_string(page.MinSize()) + " to " +
-                                std::to_string(page.MaxSize()) + " characters; the code has " +
-                                std::to_string(length));
+    reception.remarks.push_back({"%1 accepts %2 to %3 characters; the code has %4",
+                                 {name, std::to_string(page.MinSize()),
+                                  std::to_string(page.MaxSize()), std::to_string(length)}});
     return false;
 }
 
@@ -135,7 +144,8 @@ Reception TestDrive::Stroke(Integer nPositionCode, Integer nKeyIndex, bool isRel
     Check("key", nPositionCode, KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID);
     Reception reception = NewReception();
     if (m_layout.KeySupport(nPositionCode) == KEYMODE_NONE) {
-        reception.remarks.push_back("this keyboard has no key " + std::to_string(nPositionCode));
+        reception.remarks.push_back(
+            {"this keyboard has no key %1", {std::to_string(nPositionCode)}});
         return reception;
     }
     Stretch stretch = PosSequence(nPositionCode, nKeyIndex, reception);
@@ -160,8 +170,7 @@ Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
     try {
         DecodePOSModuleBlock(*block, blocks);
     } catch (const std::out_of_range& error) { // the keys before it are there
-        reception.remarks.push_back(std::string("the POS keys' memory is damaged: ") +
-                                    error.what());
+        reception.remarks.push_back({"the POS keys' memory is damaged: %1", {error.what()}});
     }
     const POSCodeMapping mapping;
     for (Integer index = 1; index <= POSKeyboard::kSlots; ++index) {
@@ -197,7 +206,7 @@ Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {
     Reception reception = NewReception();
     const auto block = Block(MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize);
     if (!block) {
-        reception.remarks.emplace_back("this keyboard has no layered function keys");
+        reception.remarks.push_back({"this keyboard has no layered function keys", {}});
         return reception;
     }
     const auto layers = std::make_unique<FuncKeyLayers>();
@@ -205,7 +214,8 @@ Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {
     const KeySequence& sequence = (*layers)[static_cast<std::size_t>(nLayer)].GetKey(nKey);
     Stretch stretch{Origin::FunctionKey, nKey, nLayer, StrokesOf(sequence), {}};
     if (stretch.IsEmpty())
-        reception.remarks.push_back(OriginText(stretch) + " has no sequence");
+        reception.remarks.push_back(
+            {"layer %1 key %2 has no sequence", {std::to_string(nLayer), std::to_string(nKey)}});
     reception.Add(std::move(stretch));
     return reception;
 }
@@ -216,7 +226,7 @@ Reception TestDrive::SwipeCard(const Card& card) const {
     const auto switches =
         Block(MODULE_MAGNET_CONFIG, kMagneticSwitchesSize, kMagneticSwitchesOffset);
     if (!headers || !switches) {
-        reception.remarks.emplace_back("this keyboard has no magnetic-stripe reader");
+        reception.remarks.push_back({"this keyboard has no magnetic-stripe reader", {}});
         return reception;
     }
     MagneticSettings settings;
@@ -226,30 +236,30 @@ Reception TestDrive::SwipeCard(const Card& card) const {
     for (Integer track = 1; track <= kMagneticTracks; ++track) {
         const auto index = static_cast<std::size_t>(track - 1);
         const CardTrack& onCard = card[index];
-        const std::string name = "track " + std::to_string(track);
+        const std::string name = std::to_string(track);
         if (onCard.data.empty())
             continue;
         if (!m_model.HasMagneticTrack(track)) {
-            reception.remarks.push_back("this keyboard has no reader head for " + name);
+            reception.remarks.push_back({"this keyboard has no reader head for track %1", {name}});
             continue;
         }
         if (!settings.tracks[index].Enabled()) {
-            reception.remarks.push_back(name + " is switched off");
+            reception.remarks.push_back({"track %1 is switched off", {name}});
             continue;
         }
-        const bool isRefusedForLRC =
-            IsRefused(onCard.hasWrongLRC, settings.options.VerifyLRC().Value(),
-                      "the LRC of " + name + " is wrong", reception);
+        const bool isRefusedForLRC = IsRefused(
+            onCard.hasWrongLRC, settings.options.VerifyLRC().Value(), kWrongLRC, name, reception);
         const bool isRefusedForLastChar =
             IsRefused(onCard.hasWrongLastChar, settings.options.VerifyLastChar().Value(),
-                      "the last character of " + name + " is wrong", reception);
+                      kWrongLastChar, name, reception);
         if (!isRefusedForLRC && !isRefusedForLastChar)
             AddFramed(reception, kTrackFraming, track, settings.tracks[index], onCard.data);
     }
     if (!reception.stretches.empty())
-        reception.remarks.emplace_back(settings.options.SendImmediate().Value()
-                                           ? "each track is sent as soon as it has been read"
-                                           : "the tracks are sent once all have been read");
+        reception.remarks.push_back({settings.options.SendImmediate().Value()
+                                         ? "each track is sent as soon as it has been read"
+                                         : "the tracks are sent once all have been read",
+                                     {}});
     return reception;
 }
 
@@ -261,7 +271,7 @@ Reception TestDrive::ScanCode(Integer nReader, BarcodePage eSymbology,
     const auto headers = Block(MODULE_BARCODE_HEADERS, kBarcodeHeadersSize);
     const auto config = Block(MODULE_BARCODE_CONFIG, kBarcodeConfigSize);
     if (!headers || !config || !m_model.HasBarcodeReader()) {
-        reception.remarks.emplace_back("this keyboard has no barcode reader");
+        reception.remarks.push_back({"this keyboard has no barcode reader", {}});
         return reception;
     }
     BarcodeSettings settings;
@@ -272,9 +282,9 @@ Reception TestDrive::ScanCode(Integer nReader, BarcodePage eSymbology,
     const std::string name(kBarcodePageNames[static_cast<std::size_t>(eSymbology)]);
     const BarcodeOptionPage& page = settings.pages[static_cast<std::size_t>(eSymbology)];
     if (data.empty())
-        reception.remarks.emplace_back("there is no code without a character");
+        reception.remarks.push_back({"there is no code without a character", {}});
     else if (!page.Flag(kSymbologyOption).Value())
-        reception.remarks.push_back(name + " is switched off: its option 0 is not set");
+        reception.remarks.push_back({"%1 is switched off: its option 0 is not set", {name}});
     else if (HasAcceptedLength(page, name, data, reception))
         AddFramed(reception, kReaderFraming, nReader,
                   settings.readers[static_cast<std::size_t>(nReader - 1)], data);

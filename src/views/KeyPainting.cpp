@@ -290,7 +290,7 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
     font.setBold(cap.isBold);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QColor ink = Ink(cap.color);
-    const QColor faint = Mixed(cap.color, ink, 0.7);
+    const QColor color = cap.state == KeyState::Unused ? Mixed(cap.color, ink, 0.7) : ink;
 
     std::vector<KeyText> texts;
     QRectF below = top;
@@ -301,12 +301,11 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
         if (cap.state == KeyState::Programmed)
             area.setRight(area.right() - kMark * placing.KeyHeight());
         area.setHeight(kLegendScale * size * 1.3);
-        AppendFitting(texts, cap.legend, small, size * kLegendScale, area, Qt::AlignLeft, faint);
+        AppendFitting(texts, cap.legend, small, size * kLegendScale, area, Qt::AlignLeft, color);
         below.setTop(area.bottom());
     }
     if (!cap.caption.isEmpty())
-        AppendFitting(texts, cap.caption, font, size, below, Qt::AlignCenter,
-                      cap.state == KeyState::Unused ? faint : ink);
+        AppendFitting(texts, cap.caption, font, size, below, Qt::AlignCenter, color);
     return texts;
 }
 

@@ -1,6 +1,7 @@
 // The application, used as a technician uses it: clicks on its real widgets, and what then stands
 // in the keyboard's memory.
 #include "app/MainWindow.h"
+#include "app/FilesPage.h"
 #include "app/Language.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
@@ -15,15 +16,19 @@
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMap>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QSettings>
 #include <QSlider>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -162,6 +167,38 @@ public:
     std::unique_ptr<MainWindow> window;
 };
 
+// The letters that more than one visible thing of the window answers to.
+QStringList DoubleLetters(QMainWindow& window) {
+    QStringList texts;
+    for (const QAction* menu : window.menuBar()->actions())
+        texts.append(menu->text());
+    for (const auto* button : window.findChildren<QAbstractButton*>())
+        if (button->isVisible())
+            texts.append(button->text());
+    for (const auto* label : window.findChildren<QLabel*>())
+        if (label->isVisible() && label->buddy() != nullptr)
+            texts.append(label->text());
+    for (const auto* tabs : window.findChildren<QTabBar*>())
+        for (int i = 0; tabs->isVisible() && i < tabs->count(); ++i)
+            texts.append(tabs->tabText(i));
+    QMap<QString, QStringList> byLetter;
+    for (const QString& text : texts)
+        if (const QKeySequence letter = QKeySequence::mnemonic(text); !letter.isEmpty())
+            byLetter[letter.toString()].append(text);
+    QStringList doubles;
+    for (const QStringList& same : byLetter)
+        if (same.size() > 1)
+            doubles.append(same.join(QStringLiteral(" | ")));
+    return doubles;
+}
+
+QTabWidget* VisibleTabs(QMainWindow& window) {
+    for (auto* tabs : window.findChildren<QTabWidget*>())
+        if (tabs->isVisible())
+            return tabs;
+    return nullptr;
+}
+
 TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     Desk desk;
     const std::string start = desk.Document();
@@ -187,6 +224,13 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
         Desk::ClickIn(dialog, "cmdOK");
     });
     desk.Click("cmdEdit");
+
+    // Enter in the review leads to the change; it never writes.
+    desk.InDialog(
+        [](QWidget& dialog) { QTest::keyClick(dialog.findChild<QTreeWidget*>(), Qt::Key_Return); });
+    desk.window->Transfers().Write();
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("06"));
+    EXPECT_TRUE(desk.Find<QSlider>("slidOutputDelay")->isVisible());
 
     const QStringList changes = desk.Write();
     EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
@@ -261,9 +305,15 @@ TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSetti
     EXPECT_EQ(found.size(), 1);
     std::ofstream(desk.folder / "full.json")
         << R"({"format": "qx-configuration", "version": 1, "pos": {"blocks": []},
+               "keyboard": {"name": "OTHER", "bootloader": "", "program": "", "country": "",
+                            "config": "", "flags": {"freeProgrammableKeys": false,
+                            "connectionV24": false, "chipcardReader": false,
+                            "barcodeReader": false,
+                            "magneticTracks": [false, false, false, false]}},
                "commonKeyboard": {"outputDelay": 3}})";
     desk.window->Documents().Open(QString::fromStdString((desk.folder / "full.json").string()));
     EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("POS")));
+    EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("a keyboard OTHER")));
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
     EXPECT_NE(desk.Document().find("\"pos\""), std::string::npos);
@@ -358,8 +408,149 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     EXPECT_EQ(desk.Find<QListWidget>("lstPrefGroup")->currentRow(), int{BP_Code39});
     find("free keys key 80");
     EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
-    find("preferences");
-    EXPECT_TRUE(desk.Find<QWidget>("AutoSave")->isVisible());
+    find("pos keys: key 10");
+    EXPECT_TRUE(desk.Find<QWidget>("posDisplay")->isVisible());
+    find("font size");
+    EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
+}
+
+TEST(MainWindow, ABackupIsOpenedAsACopy) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Write();
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.Page("backups");
+    auto* list = desk.Find<QTreeWidget>("backups");
+    list->setCurrentItem(list->topLevelItem(0));
+    desk.Click("openBackup");
+    EXPECT_TRUE(desk.workbench.File().empty()) << "an edit must not change the backup";
+    EXPECT_TRUE(desk.workbench.IsModified());
+    desk.Page("commonKeyboard");
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
+}
+
+TEST(MainWindow, SavesByItselfOnlyWhereItMay) {
+    Desk desk;
+    const auto held = [&] {
+        return host::Json::parse(
+            files::ReadFile(desk.folder / "till.json"))["commonKeyboard"]["outputDelay"];
+    };
+    const auto edit = [&](int delay) {
+        desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
+        QTest::qWait(1700);
+    };
+    desk.Page("commonKeyboard");
+    desk.workbench.Preferences().SetAutoSave(true);
+    edit(11);
+    EXPECT_FALSE(std::filesystem::exists(desk.folder / "till.json")) << "it has no name yet";
+    EXPECT_TRUE(desk.window->Documents().Save());
+    edit(12);
+    EXPECT_EQ(held(), 12);
+    desk.workbench.Preferences().SetAutoSave(false);
+    edit(13);
+    EXPECT_EQ(held(), 12);
+}
+
+TEST(MainWindow, FilesOfTheKeyboardGoBothWays) {
+    Desk desk;
+    desk.Page("files");
+    auto* page = desk.window->findChild<app::FilesPage*>();
+    page->chooseFile = [&](const QString&, bool, const QString&) {
+        return QString::fromStdString((desk.folder / "memory.bin").string());
+    };
+    bool mayReplace = false;
+    page->confirm = [&](const QString&) { return mayReplace; };
+    desk.Click("param_save");
+    const std::string before = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
+    desk.workbench.Simulated()->Poke(4096, "\x55");
+    desk.Click("param_load");
+    EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before) << "the user did not agree";
+    mayReplace = true;
+    desk.Click("param_load");
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    std::ofstream(desk.folder / "memory.bin") << "no such file";
+    desk.Click("param_load");
+    EXPECT_EQ(desk.warnings.size(), 1);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+}
+
+TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
+    Desk desk;
+    EXPECT_FALSE(desk.window->Connect({desk.folder / "no.so", {}, {}}));
+    EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
+    EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in")));
+    desk.Page("commonKeyboard"); // the document can still be edited
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    EXPECT_TRUE(desk.workbench.IsModified());
+    EXPECT_TRUE(desk.window->Connect({{}, desk.folder / "keyboard.qxk", {}}));
+    desk.workbench.Preferences().SetVersionFirmware(0x200);
+    EXPECT_TRUE(desk.window->Connect(desk.workbench.Choice()));
+    EXPECT_TRUE(desk.Find<QLabel>("lblKeyboard")->toolTip().contains(QStringLiteral("P100")));
+}
+
+// Every page's letters under Alt belong to one thing each, beside those of the menus.
+TEST(MainWindow, HasNoLetterUnderAltTwice) {
+    Desk desk;
+    for (const Integer language : {Integer{1033}, Integer{1031}}) {
+        desk.workbench.Preferences().SetPreferedAppLang(language);
+        desk.window->ApplyPreferences();
+        QTest::qWait(20);
+        const auto* pages = desk.Find<QListWidget>("pages");
+        for (int row = 0; row < pages->count(); ++row) {
+            desk.window->ShowPage(pages->item(row)->data(Qt::UserRole).toString());
+            auto* tabs = VisibleTabs(*desk.window);
+            for (int tab = 0; tab < (tabs == nullptr ? 1 : tabs->count()); ++tab) {
+                if (tabs != nullptr)
+                    tabs->setCurrentIndex(tab);
+                QStringList doubles = DoubleLetters(*desk.window);
+                EXPECT_TRUE(doubles.isEmpty())
+                    << language << " " << pages->item(row)->text().toStdString() << " " << tab
+                    << ": " << doubles.join(QStringLiteral(", ")).toStdString();
+            }
+        }
+    }
+    desk.workbench.Preferences().SetPreferedAppLang(1033);
+    desk.window->ApplyPreferences();
+    QTest::qWait(20);
+}
+
+// From reading to writing without a pointer.
+TEST(MainWindow, IsWalkedByKeysAlone) {
+    Desk desk;
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    };
+    const auto activate = [&] {
+        desk.window->activateWindow();
+        return QTest::qWaitForWindowActive(desk.window.get());
+    };
+    ASSERT_TRUE(activate());
+    desk.Find<QListWidget>("pages")->setFocus();
+    press(Qt::Key_K, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("free keys key 75"));
+    press(Qt::Key_Return);
+    ASSERT_EQ(QApplication::focusWidget(), desk.Find<views::KeyGrid>("layoutDisplay"));
+    press(Qt::Key_Right);
+    press(Qt::Key_Space);
+    EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
+    for (int i = 0;
+         i < 5 && QApplication::focusWidget()->objectName() != QLatin1String("cmdEdit_0"); ++i)
+        press(Qt::Key_Tab);
+    desk.InDialog([&](QWidget& dialog) {
+        auto* typed = dialog.findChild<QLineEdit*>(QStringLiteral("txtTyped"));
+        typed->setFocus();
+        QTest::keyClicks(typed, QStringLiteral("Ctrl+C Enter"));
+        Desk::ClickIn(dialog, "cmdOK");
+    });
+    press(Qt::Key_Space);
+    ASSERT_TRUE(activate()); // as a window manager does when the editor closes
+    desk.InDialog([&](QWidget& dialog) {
+        QTest::keyClick(dialog.findChild<QTreeWidget*>(), Qt::Key_W, Qt::AltModifier);
+    });
+    press(Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_NE(desk.window->Notice().indexOf(QLatin1String("read back and found equal")), -1)
+        << desk.window->Notice().toStdString();
 }
 
 TEST(MainWindow, ExportsAndPrintsAKeySheet) {

@@ -42,8 +42,8 @@ std::string TextOf(const Reception& reception) {
         if (!stretch.data.empty())
             text += " " + stretch.data;
     }
-    for (const std::string& remark : reception.remarks)
-        text += " | " + remark;
+    for (const Remark& remark : reception.remarks)
+        text += " | " + RemarkText(remark);
     return text;
 }
 

@@ -429,10 +429,6 @@
         <translation>%1 wurde geöffnet.</translation>
     </message>
     <message>
-        <source>Opened %1. This keyboard has no module for: %2. The document keeps these settings; writing leaves them out.</source>
-        <translation>%1 wurde geöffnet. Diese Tastatur hat kein Modul für: %2. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
-    </message>
-    <message>
         <source>keyboard</source>
         <translation>Tastatur</translation>
     </message>
@@ -443,6 +439,18 @@
     <message>
         <source>No documents yet</source>
         <translation>Noch keine Dokumente</translation>
+    </message>
+    <message>
+        <source>It was made for a keyboard %1; this one is a %2.</source>
+        <translation>Es ist für eine Tastatur %1 gemacht; diese ist eine %2.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no module for: %1. The document keeps these settings; writing leaves them out.</source>
+        <translation>Diese Tastatur hat kein Modul für: %1. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
+    </message>
+    <message>
+        <source>Opened as an untitled document: %1.</source>
+        <translation>Als unbenanntes Dokument geöffnet: %1.</translation>
     </message>
 </context>
 <context>
@@ -486,6 +494,49 @@
     <message>
         <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf Tasten, die hinein oder hinaus sollen. Alle Tasten eines Blocks senden seine Folge. Eine Taste gehört zu höchstens einem Block.</translation>
+    </message>
+</context>
+<context>
+    <name>Failures</name>
+    <message>
+        <source>That cannot be done.</source>
+        <translation>Das geht nicht.</translation>
+    </message>
+    <message>
+        <source>The keyboard could not be opened.</source>
+        <translation>Die Tastatur ließ sich nicht öffnen.</translation>
+    </message>
+    <message>
+        <source>The transfer from or to the keyboard failed.</source>
+        <translation>Die Übertragung von oder zu der Tastatur ist gescheitert.</translation>
+    </message>
+    <message>
+        <source>A file could not be read or written.</source>
+        <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
+    </message>
+    <message>
+        <source>The keyboard does not hold what was written.</source>
+        <translation>Die Tastatur enthält nicht, was geschrieben wurde.</translation>
+    </message>
+    <message>
+        <source>This is not the keyboard that was meant, or it has changed.</source>
+        <translation>Das ist nicht die gemeinte Tastatur, oder sie hat sich verändert.</translation>
+    </message>
+    <message>
+        <source>An interrupted write is to be finished or rolled back first.</source>
+        <translation>Ein unterbrochenes Schreiben ist erst zu Ende zu führen oder zurückzunehmen.</translation>
+    </message>
+    <message>
+        <source>The document cannot be used.</source>
+        <translation>Das Dokument ist nicht zu gebrauchen.</translation>
+    </message>
+    <message>
+        <source>The keyboard layout cannot be used.</source>
+        <translation>Die Tastenbelegung ist nicht zu gebrauchen.</translation>
+    </message>
+    <message>
+        <source>The model of the simulated keyboard cannot be used.</source>
+        <translation>Das Modell der simulierten Tastatur ist nicht zu gebrauchen.</translation>
     </message>
 </context>
 <context>
@@ -549,6 +600,14 @@
     <message>
         <source>The keyboard&apos;s code page differs from %1.</source>
         <translation>Die Codepage der Tastatur weicht von %1 ab.</translation>
+    </message>
+    <message>
+        <source>File to keyboard</source>
+        <translation>Datei in Tastatur</translation>
+    </message>
+    <message>
+        <source>%1: replace what the keyboard holds by the file %2?</source>
+        <translation>%1: Den Inhalt der Tastatur durch die Datei %2 ersetzen?</translation>
     </message>
 </context>
 <context>
@@ -808,6 +867,22 @@
         <source>Backups</source>
         <translation>Sicherungen</translation>
     </message>
+    <message>
+        <source>Driver libraries (*.dll)</source>
+        <translation>Treiberbibliotheken (*.dll)</translation>
+    </message>
+    <message>
+        <source>Driver libraries (*.so)</source>
+        <translation>Treiberbibliotheken (*.so)</translation>
+    </message>
+    <message>
+        <source>Use a driver library</source>
+        <translation>Treiberbibliothek verwenden</translation>
+    </message>
+    <message>
+        <source>program too old</source>
+        <translation>Programm zu alt</translation>
+    </message>
 </context>
 <context>
     <name>ModulePage</name>
@@ -1004,10 +1079,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>POS-Tasten</translation>
     </message>
     <message>
-        <source>Reset to &amp;defaults …</source>
-        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
-    </message>
-    <message>
         <source>At the start</source>
         <translation>Beim Start</translation>
     </message>
@@ -1017,7 +1088,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Begin with:</source>
-        <translation>&amp;Beginnen mit:</translation>
+        <translation>Beg&amp;innen mit:</translation>
     </message>
     <message>
         <source>What the keyboard holds</source>
@@ -1030,10 +1101,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>The defaults</source>
         <translation>Den Vorgaben</translation>
-    </message>
-    <message>
-        <source>Begin with a &amp;new document</source>
-        <translation>Mit einem &amp;neuen Dokument beginnen</translation>
     </message>
     <message>
         <source>While you work</source>
@@ -1085,7 +1152,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Key la&amp;yout:</source>
-        <translation>Tastenbele&amp;gung:</translation>
+        <translation>Tast&amp;enbelegung:</translation>
     </message>
     <message>
         <source>Connection</source>
@@ -1093,7 +1160,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Command delta:</source>
-        <translation>&amp;Befehlsabstand:</translation>
+        <translation>Befehls&amp;abstand:</translation>
     </message>
     <message>
         <source>Chipcard programs</source>
@@ -1101,7 +1168,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Serial &amp;port:</source>
-        <translation>Serieller &amp;Anschluss:</translation>
+        <translation>Serieller Ans&amp;chluss:</translation>
     </message>
     <message>
         <source>&amp;Baud rate, as the driver counts:</source>
@@ -1140,16 +1207,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>&amp;Programmierte Tasten:</translation>
     </message>
     <message>
-        <source>&amp;Empty keys:</source>
-        <translation>&amp;Leere Tasten:</translation>
-    </message>
-    <message>
         <source>The &amp;current key:</source>
-        <translation>Die gewähl&amp;te Taste:</translation>
-    </message>
-    <message>
-        <source>Keys that are not &amp;used:</source>
-        <translation>Un&amp;benutzte Tasten:</translation>
+        <translation>Die ge&amp;wählte Taste:</translation>
     </message>
     <message>
         <source>Enter</source>
@@ -1176,16 +1235,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Codepage</translation>
     </message>
     <message>
-        <source>The curr&amp;ent block:</source>
-        <translation>Der g&amp;ewählte Block:</translation>
-    </message>
-    <message>
         <source>Keys of &amp;no block:</source>
         <translation>Taste&amp;n ohne Block:</translation>
-    </message>
-    <message>
-        <source>Block &amp;%1:</source>
-        <translation>Block &amp;%1:</translation>
     </message>
     <message>
         <source>Block %1</source>
@@ -1209,11 +1260,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>F&amp;ile:</source>
-        <translation>&amp;Datei:</translation>
-    </message>
-    <message>
-        <source>For&amp;get</source>
-        <translation>Ver&amp;gessen</translation>
+        <translation>Date&amp;i:</translation>
     </message>
     <message>
         <source>Forget the last document</source>
@@ -1230,6 +1277,34 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s place stay as they are.</source>
         <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, der Beginn und der Platz des Fensters bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>Reset to defa&amp;ults …</source>
+        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>Begin with a &amp;new document, not with the last one</source>
+        <translation>Mit einem &amp;neuen Dokument beginnen, nicht mit dem letzten</translation>
+    </message>
+    <message>
+        <source>E&amp;mpty keys:</source>
+        <translation>&amp;Leere Tasten:</translation>
+    </message>
+    <message>
+        <source>Keys that are &amp;not used:</source>
+        <translation>&amp;Unbenutzte Tasten:</translation>
+    </message>
+    <message>
+        <source>The &amp;current block:</source>
+        <translation>Der g&amp;ewählte Block:</translation>
+    </message>
+    <message>
+        <source>Block %1:</source>
+        <translation>Block %1:</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <translation>Ve&amp;rgessen</translation>
     </message>
 </context>
 <context>
@@ -1626,11 +1701,118 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
-    <name>TestDrivePage</name>
+    <name>TestDrive</name>
     <message>
-        <source>&amp;Keys</source>
-        <translation>&amp;Tasten</translation>
+        <source>ordinary key %1</source>
+        <translation>gewöhnliche Taste %1</translation>
     </message>
+    <message>
+        <source>free key %1</source>
+        <translation>freie Taste %1</translation>
+    </message>
+    <message>
+        <source>layer %2 key %1</source>
+        <translation>Ebene %2 Taste %1</translation>
+    </message>
+    <message>
+        <source>POS block %1</source>
+        <translation>POS-Block %1</translation>
+    </message>
+    <message>
+        <source>header of track %1</source>
+        <translation>Vorspann der Spur %1</translation>
+    </message>
+    <message>
+        <source>track %1 data</source>
+        <translation>Daten der Spur %1</translation>
+    </message>
+    <message>
+        <source>terminator of track %1</source>
+        <translation>Abschluss der Spur %1</translation>
+    </message>
+    <message>
+        <source>header of reader %1</source>
+        <translation>Vorspann des Lesers %1</translation>
+    </message>
+    <message>
+        <source>reader %1 data</source>
+        <translation>Daten des Lesers %1</translation>
+    </message>
+    <message>
+        <source>terminator of reader %1</source>
+        <translation>Abschluss des Lesers %1</translation>
+    </message>
+    <message>
+        <source>the LRC of track %1 is wrong, so the reader refuses it</source>
+        <translation>die LRC der Spur %1 ist falsch; der Leser weist sie ab</translation>
+    </message>
+    <message>
+        <source>the LRC of track %1 is wrong, which the reader does not verify</source>
+        <translation>die LRC der Spur %1 ist falsch; der Leser prüft sie nicht</translation>
+    </message>
+    <message>
+        <source>the last character of track %1 is wrong, so the reader refuses it</source>
+        <translation>das letzte Zeichen der Spur %1 ist falsch; der Leser weist sie ab</translation>
+    </message>
+    <message>
+        <source>the last character of track %1 is wrong, which the reader does not verify</source>
+        <translation>das letzte Zeichen der Spur %1 ist falsch; der Leser prüft es nicht</translation>
+    </message>
+    <message>
+        <source>%1 accepts %2 to %3 characters; the code has %4</source>
+        <translation>%1 nimmt %2 bis %3 Zeichen; der Code hat %4</translation>
+    </message>
+    <message>
+        <source>this keyboard has no key %1</source>
+        <translation>diese Tastatur hat keine Taste %1</translation>
+    </message>
+    <message>
+        <source>the POS keys&apos; memory is damaged: %1</source>
+        <translation>der Speicher der POS-Tasten ist beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>this keyboard has no layered function keys</source>
+        <translation>diese Tastatur hat keine Funktionstasten in Ebenen</translation>
+    </message>
+    <message>
+        <source>layer %1 key %2 has no sequence</source>
+        <translation>Ebene %1 Taste %2 hat keine Folge</translation>
+    </message>
+    <message>
+        <source>this keyboard has no magnetic-stripe reader</source>
+        <translation>diese Tastatur hat keinen Magnetkartenleser</translation>
+    </message>
+    <message>
+        <source>this keyboard has no reader head for track %1</source>
+        <translation>diese Tastatur hat keinen Lesekopf für Spur %1</translation>
+    </message>
+    <message>
+        <source>track %1 is switched off</source>
+        <translation>Spur %1 ist ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>each track is sent as soon as it has been read</source>
+        <translation>jede Spur wird gesendet, sobald sie gelesen ist</translation>
+    </message>
+    <message>
+        <source>the tracks are sent once all have been read</source>
+        <translation>die Spuren werden gesendet, wenn alle gelesen sind</translation>
+    </message>
+    <message>
+        <source>this keyboard has no barcode reader</source>
+        <translation>diese Tastatur hat keinen Barcodeleser</translation>
+    </message>
+    <message>
+        <source>there is no code without a character</source>
+        <translation>ein Code hat mindestens ein Zeichen</translation>
+    </message>
+    <message>
+        <source>%1 is switched off: its option 0 is not set</source>
+        <translation>%1 ist ausgeschaltet: Die Option 0 ist nicht gesetzt</translation>
+    </message>
+</context>
+<context>
+    <name>TestDrivePage</name>
     <message>
         <source>&amp;Function keys</source>
         <translation>&amp;Funktionstasten</translation>
@@ -1641,11 +1823,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Bar code</source>
-        <translation>&amp;Barcode</translation>
-    </message>
-    <message>
-        <source>What the PC &amp;receives</source>
-        <translation>Was der PC &amp;empfängt</translation>
+        <translation>Barc&amp;ode</translation>
     </message>
     <message>
         <source>Keys of the simulated keyboard</source>
@@ -1657,7 +1835,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Press</source>
-        <translation>&amp;Drücken</translation>
+        <translation>Drü&amp;cken</translation>
     </message>
     <message>
         <source>Pressed function key %1 in layer %2</source>
@@ -1665,19 +1843,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Layer</source>
-        <translation>&amp;Ebene</translation>
-    </message>
-    <message>
-        <source>K&amp;ey</source>
-        <translation>T&amp;aste</translation>
+        <translation>Ebe&amp;ne</translation>
     </message>
     <message>
         <source>no data</source>
         <translation>keine Daten</translation>
-    </message>
-    <message>
-        <source>Track &amp;%1</source>
-        <translation>Spur &amp;%1</translation>
     </message>
     <message>
         <source>&amp;Swipe the card</source>
@@ -1696,16 +1866,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Code gelesen</translation>
     </message>
     <message>
-        <source>&amp;Kind of code</source>
-        <translation>Code&amp;art</translation>
-    </message>
-    <message>
-        <source>&amp;Data</source>
-        <translation>&amp;Daten</translation>
-    </message>
-    <message>
         <source>&amp;Reader</source>
-        <translation>&amp;Leser</translation>
+        <translation>Lese&amp;r</translation>
     </message>
     <message>
         <source>The simulated keyboard answers by what is in its memory: write the document to it first to try new settings.</source>
@@ -1726,6 +1888,30 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Output delay between codes: %1</source>
         <translation>Ausgabeverzögerung zwischen Codes: %1</translation>
+    </message>
+    <message>
+        <source>Ke&amp;ys</source>
+        <translation>Ta&amp;sten</translation>
+    </message>
+    <message>
+        <source>What the PC re&amp;ceives</source>
+        <translation>Was der PC &amp;empfängt</translation>
+    </message>
+    <message>
+        <source>Key &amp;number</source>
+        <translation>Tastennu&amp;mmer</translation>
+    </message>
+    <message>
+        <source>Track %1</source>
+        <translation>Spur %1</translation>
+    </message>
+    <message>
+        <source>K&amp;ind of code</source>
+        <translation>Code&amp;art</translation>
+    </message>
+    <message>
+        <source>Da&amp;ta</source>
+        <translation>Date&amp;n</translation>
     </message>
 </context>
 <context>

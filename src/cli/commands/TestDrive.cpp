@@ -26,8 +26,8 @@ std::string TextOf(const Reception& reception, const QXKeyboardLayoutData& layou
     text += AlignedText(rows);
     if (!rows.empty() && reception.outputDelay)
         text += "output delay between codes: " + std::to_string(*reception.outputDelay) + "\n";
-    for (const std::string& remark : reception.remarks)
-        text += remark + "\n";
+    for (const sim::Remark& remark : reception.remarks)
+        text += RemarkText(remark) + "\n";
     return text;
 }
 
@@ -43,7 +43,9 @@ host::Json JsonOf(const Reception& reception, const QXKeyboardLayoutData& layout
                                     {"released", stroke.isReleased}});
         received.push_back(std::move(json));
     }
-    host::Json json = {{"received", received}, {"remarks", reception.remarks}};
+    host::Json json = {{"received", received}, {"remarks", host::Json::array()}};
+    for (const sim::Remark& remark : reception.remarks)
+        json["remarks"].push_back(RemarkText(remark));
     json["outputDelay"] = reception.outputDelay ? host::Json(*reception.outputDelay) : host::Json();
     return json;
 }
