@@ -35,7 +35,7 @@ _qxconf() {
         download) globals+=' --dry-run --full --no-verify --skip-absent --set' ;;
         validate | diff) globals+=' --set' ;;
         batch) globals+=' --bench --dry-run --skip-absent' ;;
-        recover) globals+=' --finish --rollback' ;;
+        recover) globals+=' --finish --rollback --forget' ;;
         backup) case $sub in
             show) globals+=' --output' ;;
             restore) globals+=' --other-keyboard' ;;

@@ -100,7 +100,7 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
         if (isSaving)
             host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
         else
-            host::LoadKeyboardFile(m_workbench.Session(), kind, path, line);
+            m_workbench.LoadKeyboardFile(kind, path, line);
         if (!isSaving)
             m_workbench.Connect(); // its name and its modules may be others now
         return isSaving ? tr("Keyboard to file: %1 saved into %2.").arg(title, file)

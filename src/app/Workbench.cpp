@@ -262,6 +262,7 @@ auto Workbench::WithWriter(const Work& work) {
     const Attachment attached(*this);
     host::Writer::Options options;
     options.folder = Records().folder;
+    options.origin = m_driver.origin;
     options.newConfiguration = [this] {
         auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
         scratch->SetWords(SettingWord);
@@ -281,6 +282,13 @@ host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
     request.document = m_file.empty() ? "an untitled document" : m_file.string();
     request.documentSha256 = files::Sha256(m_history->Document().ToText());
     return WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+}
+
+void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
+                                 const std::filesystem::path& file, const host::SerialLine& line) {
+    WithWriter([&](host::Writer& writer) {
+        return host::LoadKeyboardFile(*m_session, writer, kind, file, line);
+    });
 }
 
 std::optional<host::JournalEntry> Workbench::Interrupted() {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "host/History.h"
+#include "host/KeyboardFiles.h"
 #include "host/Session.h"
 #include "host/SettingsStore.h"
 #include "host/Writer.h"
@@ -79,6 +80,10 @@ public:
     // Document to keyboard: what was planned, read back and compared.
     host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
     [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
+
+    // File to keyboard: after a backup, with a receipt, not proved.
+    void LoadKeyboardFile(const host::KeyboardFileKind& kind, const std::filesystem::path& file,
+                          const host::SerialLine& line);
 
     // The write to this keyboard that was interrupted, if there is one; Recover ends it.
     [[nodiscard]] std::optional<host::JournalEntry> Interrupted();

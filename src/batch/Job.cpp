@@ -259,9 +259,10 @@ Job Job::Load(const fs::path& file) {
     return job;
 }
 
-void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout,
-                const std::string& sChosen) {
+void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout, const std::string& sChosen,
+                bool skipAbsent) {
     std::vector<Fault> faults;
+    std::map<std::string, std::string> given; // identifier, unit
     std::set<std::string> used;
     for (std::size_t i = 0; i < m_units.size(); ++i) {
         Unit& unit = m_units[i];
@@ -274,6 +275,12 @@ void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout,
             const std::string guid =
                 written.value(Json::json_pointer("/layeredFuncKeys/guid"), std::string());
             unit.setsIdentifier = !guid.empty();
+            const auto [first, isNew] = given.emplace(guid, unit.name);
+            if (unit.setsIdentifier && !isNew)
+                faults.push_back({place, unit.name +
+                                             ": the document gives the keyboard the "
+                                             "identifier that " +
+                                             first->second + " gets"});
             if (unit.setsIdentifier && !unit.identifier.empty() && guid != unit.identifier)
                 faults.push_back({place + "/identifier",
                                   unit.name + ": the document gives the keyboard another one"});
@@ -291,11 +298,14 @@ void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout,
         Json values = Json::object();
         for (const std::string& name : variables.Used())
             values[name] = unit.variables.at(name);
-        unit.wanted = files::Sha256(host::PrettyText({{"document", unit.document->AsJson()},
-                                                      {"variables", values},
-                                                      {"target", unit.targetText},
-                                                      {"identifier", unit.identifier},
-                                                      {"layout", sChosen}}));
+        Json wanted = {{"document", unit.document->AsJson()},
+                       {"variables", values},
+                       {"target", unit.targetText},
+                       {"identifier", unit.identifier},
+                       {"layout", sChosen}};
+        if (skipAbsent)
+            wanted["skipAbsent"] = true;
+        unit.wanted = files::Sha256(host::PrettyText(wanted));
     }
     for (const auto& [name, value] : m_common)
         if (!used.contains(name))

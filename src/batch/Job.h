@@ -37,8 +37,10 @@ public:
 
     // Reads every unit's settings with its variables, and throws Error(DocumentInvalid) with all
     // faults. The names of keys are the layout's; `sChosen` is its name where it is that of all
-    // keyboards, and empty where each keyboard has its own.
-    void Check(const Platform& platform, QXKeyboardLayoutData& layout, const std::string& sChosen);
+    // keyboards, and empty where each keyboard has its own. Whether what a keyboard lacks is left
+    // out decides on what is done, too.
+    void Check(const Platform& platform, QXKeyboardLayoutData& layout, const std::string& sChosen,
+               bool skipAbsent);
 
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
     [[nodiscard]] const std::string& Layout() const { return m_layout; } // may be empty

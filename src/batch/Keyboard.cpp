@@ -74,7 +74,8 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     const auto newConfiguration = [&] {
         return std::make_unique<host::Configuration>(m_services.platform, &layout, nullptr);
     };
-    host::Writer writer(m_session, {m_services.records, newConfiguration, m_services.now});
+    host::Writer writer(m_session,
+                        {m_services.records, newConfiguration, m_services.now, m_driver.origin});
     RollBack(writer, unit, report);
 
     const auto configuration = newConfiguration();

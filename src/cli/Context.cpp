@@ -38,6 +38,7 @@ int ExitStatusOf(host::ErrorKind kind) {
     case host::ErrorKind::TransferFailed:
     case host::ErrorKind::FileFailed:
     case host::ErrorKind::KeyboardChanged:
+    case host::ErrorKind::KeyboardBusy:
     case host::ErrorKind::WriteInterrupted:
         return 4;
     case host::ErrorKind::ReadBackDiffers:
@@ -110,10 +111,12 @@ host::WriteRecords Context::Records() const {
 
 host::Writer& Context::Writer() {
     if (!m_writer) {
+        host::Session& keyboard = Keyboard();
         host::Writer::Options writing;
         writing.folder = DataFolder();
+        writing.origin = m_driver.origin;
         writing.newConfiguration = [this] { return NewConfiguration(); };
-        m_writer = std::make_unique<host::Writer>(Keyboard(), std::move(writing));
+        m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
     return *m_writer;
 }
@@ -121,15 +124,25 @@ host::Writer& Context::Writer() {
 // A journal that cannot be read is no reason not to read from a keyboard.
 void Context::TellOfInterruptedWrites() {
     try {
-        const auto entries = Records().journal.Entries();
+        std::vector<host::DamagedRecord> damaged;
+        const host::Journal journal = Records().journal;
+        const auto entries = journal.Entries(&damaged);
+        for (const host::DamagedRecord& record : damaged)
+            Note(record.message);
         if (entries.empty())
             return;
         const host::KeyboardIdentity identity = m_session->ReadIdentity();
-        for (const host::JournalEntry& entry : entries)
-            if (entry.keyboard.IsLike(identity))
-                Note("a " + entry.action + " of " + entry.document + " to a " +
-                     entry.keyboard.Name() + " was interrupted (" + entry.time +
-                     "): see qxconf recover");
+        for (const host::JournalEntry& entry : entries) {
+            const bool isElsewhere = entry.keyboard.guid.empty() && entry.guidAfter.empty() &&
+                                     entry.origin && *entry.origin != m_driver.origin;
+            if (!entry.keyboard.IsLike(identity) || isElsewhere)
+                continue;
+            const std::string what =
+                "a " + entry.action + " of " + entry.document + " to a " + entry.keyboard.Name();
+            Note(journal.IsInProgress(entry)
+                     ? what + " is being written by another program"
+                     : what + " was interrupted (" + entry.time + "): see qxconf recover");
+        }
     } catch (const host::Error& error) {
         Note(error.what());
     }

@@ -1,6 +1,7 @@
 #include "files/Files.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -27,6 +28,8 @@ namespace qx::files {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kNew = ".new-"; // stands in the names of files that are being written
 
 [[noreturn]] void Fail(const fs::path& path, const std::string& what,
                        const std::error_code& reason) {
@@ -66,9 +69,18 @@ void Rename(const fs::path& from, const fs::path& to, std::error_code& reason) {
     if (!MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         reason = {static_cast<int>(GetLastError()), std::system_category()};
 }
-void FlushFolder(const fs::path& /*folder*/) {} // a renaming that is written through does it
-unsigned long ProcessId() {
-    return GetCurrentProcessId();
+bool FlushFolder(const fs::path& /*folder*/) { // a renaming that is written through does it
+    return true;
+}
+// Gives the file another name, unless that is in use.
+bool RenameToNew(const fs::path& from, const fs::path& to, std::error_code& reason) {
+    reason.clear();
+    if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH))
+        return true;
+    const DWORD number = GetLastError();
+    if (number != ERROR_ALREADY_EXISTS && number != ERROR_FILE_EXISTS)
+        reason = {static_cast<int>(number), std::system_category()};
+    return false;
 }
 fs::path FolderFrom(const wchar_t* variable) {
     const wchar_t* folder = _wgetenv(variable);
@@ -100,17 +112,35 @@ bool Close(int file) {
 void Rename(const fs::path& from, const fs::path& to, std::error_code& reason) {
     fs::rename(from, to, reason);
 }
-// The file is complete by now: a folder that cannot be flushed is no failure of the writing.
-void FlushFolder(const fs::path& folder) {
+// Whether the folder's names are on the disk, as far as the system can be asked: some folders may
+// not be read, and some file systems flush no folders.
+bool FlushFolder(const fs::path& folder) {
     const int file =
         open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (file < 0)
-        return;
-    fsync(file);
+        return errno == EACCES;
+    const bool isFlushed = fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
+    const int reason = errno;
     close(file);
+    errno = reason;
+    return isFlushed;
 }
-long ProcessId() {
-    return getpid();
+// Gives the file another name, unless that is in use.
+bool RenameToNew(const fs::path& from, const fs::path& to, std::error_code& reason) {
+    reason.clear();
+    if (link(from.c_str(), to.c_str()) == 0) {
+        unlink(from.c_str());
+        return true;
+    }
+    if (errno == EPERM || errno == ENOTSUP || errno == ENOSYS) { // no file has two names here
+        if (fs::exists(to, reason) || reason)
+            return false;
+        fs::rename(from, to, reason);
+        return !reason;
+    }
+    if (errno != EEXIST)
+        reason = LastReason();
+    return false;
 }
 // The folder that the variable names, else the one of that name in the user's home.
 fs::path FolderFrom(const char* variable, const char* inHome) {
@@ -150,7 +180,7 @@ public:
             m_target = path;
         for (int number = 0; m_file < 0; ++number) {
             m_temporary = m_target;
-            m_temporary += ".new-" + std::to_string(ProcessId()) + "-" + std::to_string(number);
+            m_temporary += kNew + std::to_string(ProcessId()) + "-" + std::to_string(number);
             m_file = CreateNew(m_temporary);
             if (m_file < 0 && errno != EEXIST)
                 Fail(path, "cannot be written", LastReason());
@@ -189,7 +219,19 @@ public:
         if (reason)
             Fail(m_path, "cannot be written", reason);
         m_temporary.clear();
-        FlushFolder(m_target.parent_path());
+        (void)FlushFolder(m_target.parent_path()); // the file is complete
+    }
+    // The same, unless there is a file of that name; it is for good when this returns true.
+    [[nodiscard]] bool CommitNew() {
+        std::error_code reason;
+        const bool isNew = RenameToNew(m_temporary, m_target, reason);
+        if (reason)
+            Fail(m_path, "cannot be written", reason);
+        if (!isNew)
+            return false;
+        m_temporary.clear();
+        Require(FlushFolder(m_target.parent_path()));
+        return true;
     }
 
 private:
@@ -232,6 +274,24 @@ void WriteFileAtomically(const fs::path& path, const std::function<void(const fs
     replacement.Commit();
 }
 
+bool WriteNewFile(const fs::path& path, std::string_view bytes) {
+    Replacement replacement(path);
+    replacement.Require(WriteAll(replacement.File(), bytes));
+    replacement.CloseFile();
+    return replacement.CommitNew();
+}
+
+void RemoveLeftovers(const fs::path& folder) {
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+        const bool isLeftover = entry.path().filename().string().find(kNew) != std::string::npos &&
+                                fs::file_time_type::clock::now() - entry.last_write_time(ignored) >
+                                    std::chrono::hours(24);
+        if (isLeftover && entry.is_regular_file(ignored))
+            fs::remove(entry.path(), ignored);
+    }
+}
+
 void MakeFolder(const fs::path& path) {
     std::error_code reason;
     if (path.empty() || fs::is_directory(path, reason))
@@ -240,7 +300,8 @@ void MakeFolder(const fs::path& path) {
     fs::create_directory(path, reason);
     if (reason)
         Fail(path, "cannot be made", reason);
-    FlushFolder(path.parent_path());
+    if (!FlushFolder(path.parent_path()))
+        Fail(path, "cannot be made", LastReason());
 }
 
 void RemoveFile(const fs::path& path) {
@@ -248,7 +309,8 @@ void RemoveFile(const fs::path& path) {
     fs::remove(path, reason);
     if (reason)
         Fail(path, "cannot be removed", reason);
-    FlushFolder(path.parent_path());
+    if (!FlushFolder(path.parent_path()))
+        Fail(path, "cannot be removed", LastReason());
 }
 
 FileLock::FileLock(const fs::path& path) {
@@ -299,6 +361,9 @@ bool ErrorIsTerminal() {
 }
 
 #ifdef _WIN32
+long ProcessId() {
+    return static_cast<long>(GetCurrentProcessId());
+}
 fs::path ExecutableFolder() {
     std::wstring name(MAX_PATH, L'\0');
     for (;;) {
@@ -313,6 +378,9 @@ fs::path UserDataFolder() {
     return FolderFrom(L"LOCALAPPDATA") / "qxcontrols";
 }
 #else
+long ProcessId() {
+    return getpid();
+}
 fs::path ExecutableFolder() {
     return fs::read_symlink("/proc/self/exe").parent_path();
 }

@@ -25,6 +25,18 @@ void WriteFileAtomically(const std::filesystem::path& path, std::string_view byt
 void WriteFileAtomically(const std::filesystem::path& path,
                          const std::function<void(const std::filesystem::path&)>& write);
 
+// Makes a file of these bytes, which is for good on the disk when it returns true and is never seen
+// half-written. False, and nothing done, where there is a file of this name already, however many
+// programs make one at the same time.
+[[nodiscard]] bool WriteNewFile(const std::filesystem::path& path, std::string_view bytes);
+
+// Removes what programs that were killed while they wrote have left in the folder, from the day
+// before and earlier; what cannot be removed stays.
+void RemoveLeftovers(const std::filesystem::path& folder);
+
+// The number of this program among those that run.
+[[nodiscard]] long ProcessId();
+
 // Makes the folder and those above it where they are missing, so that they survive a loss of power.
 void MakeFolder(const std::filesystem::path& path);
 

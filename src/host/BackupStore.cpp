@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr RecordFormat kFormat = {"qx-backup", 1};
+constexpr RecordFormat kFormat = {"qx-backup", 2, 2};
 constexpr std::string_view kAreasEnding = ".areas.json";
 constexpr std::string_view kDocumentEnding = ".json";
 
@@ -21,13 +21,8 @@ std::string BackupStore::Save(const KeyboardContent& content, const Configuratio
                               Time time, const std::set<std::string>& needed) {
     const std::string keyboard = content.identity.FileName();
     const fs::path folder = m_folder / keyboard;
-    const std::string name = NewRecordName(folder, time, kAreasEnding);
-    try {
-        files::WriteFileAtomically(folder / (name + std::string(kDocumentEnding)),
-                                   document.ToText());
-    } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed, error.what());
-    }
+    const std::string name =
+        WriteNewFile(folder, time, std::string(kDocumentEnding), document.ToText()).stem().string();
     Json members = {{"time", TimeText(time)}};
     members.update(ToJson(content));
     WriteRecord(folder / (name + std::string(kAreasEnding)), kFormat, members);
@@ -38,11 +33,17 @@ std::string BackupStore::Save(const KeyboardContent& content, const Configuratio
 }
 
 void BackupStore::Prune(const std::string& keyboard, const std::set<std::string>& needed) const {
+    std::error_code ignored; // what stays is tried again at the next backup
+    for (const fs::path& file : RecordsIn(m_folder / keyboard, kDocumentEnding)) {
+        const std::string name = file.stem().string();
+        const bool isDocument = !file.string().ends_with(kAreasEnding);
+        if (isDocument && !fs::exists(AreasOf({"", keyboard, name, {}}), ignored))
+            fs::remove(file, ignored); // of a backup that broke off
+    }
     const auto entries = ListOf(keyboard);
     for (std::size_t i = 0; i + kKept < entries.size(); ++i) {
         if (needed.contains(entries[i].id))
             continue;
-        std::error_code ignored; // it is tried again at the next backup
         fs::remove(AreasOf(entries[i]), ignored);
         fs::remove(entries[i].document, ignored);
     }

@@ -31,7 +31,8 @@ public:
     explicit BackupStore(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     // Saves a backup and returns its id; it is on the disk by then. Old ones go, except those of
-    // `needed`. Throws Error(FileFailed), and then none was saved.
+    // `needed`. The caller has claimed the keyboard. Throws Error(FileFailed), and then none was
+    // saved.
     std::string Save(const KeyboardContent& content, const ConfigurationDocument& document,
                      Time time, const std::set<std::string>& needed);
 

@@ -18,6 +18,7 @@ enum class ErrorKind {
     FileFailed,        // a file could not be read or written
     ReadBackDiffers,   // the keyboard does not hold what was written
     KeyboardChanged,   // the keyboard is not, or does not hold, what a write was planned for
+    KeyboardBusy,      // another program is writing to the keyboard
     WriteInterrupted,  // an earlier write to this keyboard is to be finished or rolled back first
     DocumentInvalid,   // a configuration document cannot be used
     LayoutInvalid,     // a keyboard layout cannot be used

@@ -2,6 +2,7 @@
 
 #include "files/Sha256.h"
 #include "host/HexText.h"
+#include "host/RecordFiles.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -21,6 +22,10 @@ std::string DirectoryText(const KeyboardIdentity& identity) {
     for (const auto& [module, address] : identity.directory)
         text += std::to_string(module) + "@" + std::to_string(address) + " ";
     return text;
+}
+
+KeyboardModuleIDs ModuleFromJson(const Json& json) {
+    return static_cast<KeyboardModuleIDs>(NumberFromJson<std::int16_t>(json.at("module")));
 }
 
 // Calls `part` with each piece that has some of the bytes, where they begin in the piece and in the
@@ -150,12 +155,11 @@ Json ToJson(const KeyboardIdentity& identity) {
 KeyboardIdentity IdentityFromJson(const Json& json) {
     KeyboardIdentity identity;
     identity.identification = FromHexText(json.at("identification").get<std::string>());
-    identity.capabilities = json.at("capabilities").get<Byte>();
+    identity.capabilities = NumberFromJson<Byte>(json.at("capabilities"));
     identity.guid = FromHexText(json.at("guid").get<std::string>());
     for (const Json& entry : json.at("directory"))
-        identity.directory.emplace_back(
-            static_cast<KeyboardModuleIDs>(entry.at("module").get<std::int16_t>()),
-            entry.at("address").get<Long>());
+        identity.directory.emplace_back(ModuleFromJson(entry),
+                                        NumberFromJson<Long>(entry.at("address")));
     return identity;
 }
 
@@ -173,10 +177,9 @@ KeyboardContent ContentFromJson(const Json& json) {
     KeyboardContent content;
     content.identity = IdentityFromJson(json.at("keyboard"));
     for (const Json& piece : json.at("areas"))
-        content.pieces.push_back(
-            {static_cast<KeyboardModuleIDs>(piece.at("module").get<std::int16_t>()),
-             piece.at("section").get<std::string>(), piece.at("address").get<Long>(),
-             FromHexText(piece.at("bytes").get<std::string>())});
+        content.pieces.push_back({ModuleFromJson(piece), piece.at("section").get<std::string>(),
+                                  NumberFromJson<Long>(piece.at("address")),
+                                  FromHexText(piece.at("bytes").get<std::string>())});
     if (content.Hash() != json.at("sha256").get<std::string>())
         throw std::runtime_error("the bytes are not those that were saved");
     return content;
@@ -191,8 +194,8 @@ Json ToJson(const ByteRange& range) {
 }
 
 ByteRange RangeFromJson(const Json& json) {
-    ByteRange range{static_cast<KeyboardModuleIDs>(json.at("module").get<std::int16_t>()),
-                    json.at("section").get<std::string>(), json.at("address").get<Long>(),
+    ByteRange range{ModuleFromJson(json), json.at("section").get<std::string>(),
+                    NumberFromJson<Long>(json.at("address")),
                     FromHexText(json.at("from").get<std::string>()),
                     FromHexText(json.at("to").get<std::string>())};
     if (range.from.size() != range.to.size())

@@ -49,10 +49,20 @@ void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
     });
 }
 
-void LoadKeyboardFile(Session& session, const KeyboardFileKind& kind,
-                      const std::filesystem::path& file, const SerialLine& line) {
-    Run(session, kind, "loading the " + std::string(kind.content) + " from " + file.string(),
-        file.string(), line, kind.load);
+Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const KeyboardFileKind& kind,
+                                 const std::filesystem::path& file, const SerialLine& line) {
+    const auto load = [&] {
+        Run(session, kind, "loading the " + std::string(kind.content) + " from " + file.string(),
+            file.string(), line, kind.load);
+    };
+    if (kind.hasSerialLine) { // the reader's own memory, of which no backup can be made
+        load();
+        return {true, false, 0, ""};
+    }
+    Writer::Request request;
+    request.action = std::string(kind.key) + " load";
+    request.document = file.string();
+    return writer.RunUnproved(request, load);
 }
 
 bool HasCodePage(Session& session, const std::filesystem::path& file) {

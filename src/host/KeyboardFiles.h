@@ -1,7 +1,7 @@
 // KeyboardFiles: the keyboard's own files, in the driver's formats, and its code page.
 #pragma once
 
-#include "host/Session.h"
+#include "host/Writer.h"
 
 #include <filesystem>
 #include <functional>
@@ -41,9 +41,10 @@ void WriteBeside(const std::filesystem::path& file,
 // Keyboard to file: an earlier file stays as it was unless all goes well. Throws Error.
 void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
                       const std::filesystem::path& file, const SerialLine& line);
-// File to keyboard. Throws Error.
-void LoadKeyboardFile(Session& session, const KeyboardFileKind& kind,
-                      const std::filesystem::path& file, const SerialLine& line);
+// File to keyboard. What replaces the keyboard's own memory leaves a backup and a receipt, as a
+// write does, and is refused while one is interrupted; it is not proved. Throws Error.
+Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const KeyboardFileKind& kind,
+                                 const std::filesystem::path& file, const SerialLine& line);
 
 // Whether the first 256 bytes of the file are the keyboard's code page. Throws Error.
 [[nodiscard]] bool HasCodePage(Session& session, const std::filesystem::path& file);

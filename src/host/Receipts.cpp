@@ -4,7 +4,7 @@ namespace qx::host {
 
 namespace {
 
-constexpr RecordFormat kFormat = {"qx-receipt", 1};
+constexpr RecordFormat kFormat = {"qx-receipt", 2, 2};
 constexpr std::string_view kEnding = ".receipt.json";
 
 } // namespace
@@ -26,31 +26,32 @@ Json ToJson(const Receipt& receipt) {
 
 void Receipts::Add(Receipt receipt, Time time) const {
     receipt.time = TimeText(time);
-    const std::string name = NewRecordName(m_folder, time, kEnding) + std::string(kEnding);
-    WriteRecord(m_folder / name, kFormat, ToJson(receipt));
+    WriteNewRecord(m_folder, time, std::string(kEnding), kFormat, ToJson(receipt));
 }
 
-std::vector<Receipt> Receipts::List() const {
+std::vector<Receipt> Receipts::List(std::vector<DamagedRecord>* damaged) const {
     std::vector<Receipt> receipts;
-    for (const auto& file : RecordsIn(m_folder, kEnding))
-        ReadRecord(file, kFormat, [&](const Json& record) {
-            Receipt receipt;
-            const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
-            receipt.time = text("time");
-            receipt.action = text("action");
-            receipt.result = text("result");
-            receipt.message = text("message");
-            receipt.document = text("document");
-            receipt.documentSha256 = text("documentSha256");
-            receipt.full = record.at("full").get<bool>();
-            if (!record.at("bytesSent").is_null())
-                receipt.bytesSent = record.at("bytesSent").get<Long>();
-            receipt.beforeSha256 = text("beforeSha256");
-            receipt.afterSha256 = text("afterSha256");
-            receipt.backup = text("backup");
-            receipt.keyboard = IdentityFromJson(record.at("keyboard"));
-            receipts.push_back(std::move(receipt));
-        });
+    const auto read = [&](const std::filesystem::path&, const Json& record) {
+        Receipt receipt;
+        const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
+        receipt.time = text("time");
+        receipt.action = text("action");
+        receipt.result = text("result");
+        receipt.message = text("message");
+        receipt.document = text("document");
+        receipt.documentSha256 = text("documentSha256");
+        receipt.full = record.at("full").get<bool>();
+        if (!record.at("bytesSent").is_null())
+            receipt.bytesSent = NumberFromJson<Long>(record.at("bytesSent"));
+        receipt.beforeSha256 = text("beforeSha256");
+        receipt.afterSha256 = text("afterSha256");
+        receipt.backup = text("backup");
+        receipt.keyboard = IdentityFromJson(record.at("keyboard"));
+        receipts.push_back(std::move(receipt));
+    };
+    const auto unusable = ReadRecords(m_folder, kEnding, kFormat, read);
+    if (damaged != nullptr)
+        damaged->insert(damaged->end(), unusable.begin(), unusable.end());
     return receipts;
 }
 

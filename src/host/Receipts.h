@@ -13,12 +13,12 @@ namespace qx::host {
 
 struct Receipt {
     std::string time;
-    std::string action;            // "download", "restore", "finish", "roll back"
-    std::string document;          // the name of what was written
-    std::string documentSha256;    // empty where no document was
-    KeyboardIdentity keyboard;     // before the write
-    std::string backup;            // the id of the backup made before
-    bool full = false;             // or changed bytes only
+    std::string action;         // "download", "restore", "finish", "roll back", "param load", ...
+    std::string document;       // the name of what was written
+    std::string documentSha256; // empty where no document was
+    KeyboardIdentity keyboard;  // before the write
+    std::string backup;         // the id of the backup made before
+    bool full = false;          // or changed bytes only
     std::optional<Long> bytesSent; // none where the transfer failed
     std::string beforeSha256;      // of all areas
     std::string afterSha256;       // of all areas as read back; empty where they were not
@@ -34,8 +34,8 @@ public:
 
     // Writes it under the time. Throws Error(FileFailed).
     void Add(Receipt receipt, Time time) const;
-    // All, oldest first. Throws Error(FileFailed) for one that cannot be read.
-    [[nodiscard]] std::vector<Receipt> List() const;
+    // All, oldest first. Those that cannot be used are added to `damaged`.
+    [[nodiscard]] std::vector<Receipt> List(std::vector<DamagedRecord>* damaged = nullptr) const;
 
 private:
     std::filesystem::path m_folder;

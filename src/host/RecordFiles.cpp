@@ -1,10 +1,12 @@
 #include "host/RecordFiles.h"
 
 #include "files/Files.h"
+#include "files/Sha256.h"
 #include "host/Error.h"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdio>
 
 namespace qx::host {
@@ -12,6 +14,8 @@ namespace qx::host {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kHash = "recordSha256"; // of the text without it
 
 void Guarded(const std::function<void()>& operation) {
     try {
@@ -33,6 +37,14 @@ std::string Formatted(Time time, const char* format) {
     return text.data();
 }
 
+std::string RecordText(const RecordFormat& format, const Json& members) {
+    Json record = {{"format", format.name}, {"version", format.version}};
+    record.update(members);
+    if (format.hashedFrom != 0)
+        record[kHash] = files::Sha256(PrettyText(record));
+    return PrettyText(record);
+}
+
 } // namespace
 
 std::string TimeText(Time time) {
@@ -43,23 +55,31 @@ std::string TimeFileName(Time time) {
     return Formatted(time, "%04d%02u%02uT%02d%02d%02d.%03dZ");
 }
 
-std::string NewRecordName(const fs::path& folder, Time time, std::string_view ending) {
-    Guarded([&] { files::MakeFolder(folder); });
-    const std::string start = TimeFileName(time);
-    std::error_code ignored;
-    std::string name = start;
-    for (int number = 2; fs::exists(folder / (name + std::string(ending)), ignored); ++number)
-        name = start + "-" + std::to_string(number);
-    return name;
-}
-
 void WriteRecord(const fs::path& file, const RecordFormat& format, const Json& members) {
-    Json record = {{"format", format.name}, {"version", format.version}};
-    record.update(members);
     Guarded([&] {
         files::MakeFolder(file.parent_path());
-        files::WriteFileAtomically(file, PrettyText(record));
+        files::WriteFileAtomically(file, RecordText(format, members));
     });
+}
+
+fs::path WriteNewRecord(const fs::path& folder, Time time, const std::string& ending,
+                        const RecordFormat& format, const Json& members) {
+    return WriteNewFile(folder, time, ending, RecordText(format, members));
+}
+
+fs::path WriteNewFile(const fs::path& folder, Time time, const std::string& ending,
+                      const std::string& text) {
+    static std::atomic<unsigned> count = 0; // in this program
+    const std::string start = TimeFileName(time) + "-" + std::to_string(files::ProcessId()) + "-";
+    fs::path file;
+    Guarded([&] {
+        files::MakeFolder(folder);
+        files::RemoveLeftovers(folder);
+        do
+            file = folder / (start + std::to_string(++count) + ending);
+        while (!files::WriteNewFile(file, text));
+    });
+    return file;
 }
 
 void ReadRecord(const fs::path& file, const RecordFormat& format,
@@ -67,19 +87,41 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
     std::string text;
     Guarded([&] { text = files::ReadFile(file); });
     try {
-        const Json record = ParseStrictly(text);
+        Json record = ParseStrictly(text);
         if (record.at("format").get<std::string>() != format.name)
             throw std::runtime_error("not a file of the format " + std::string(format.name));
-        const int version = record.at("version").get<int>();
+        const int version = NumberFromJson<int>(record.at("version"));
         if (version < 1 || version > format.version)
             throw std::runtime_error("version " + std::to_string(version) +
                                      " is not known; this program reads up to version " +
                                      std::to_string(format.version));
+        if (format.hashedFrom != 0 && version >= format.hashedFrom) {
+            const auto hash = record.at(kHash).get<std::string>();
+            record.erase(kHash);
+            if (files::Sha256(PrettyText(record)) != hash)
+                throw std::runtime_error("it is not as it was written");
+        }
         read(record);
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed,
                     file.string() + " cannot be used: " + std::string(error.what()));
     }
+}
+
+std::vector<DamagedRecord>
+ReadRecords(const fs::path& folder, std::string_view ending, const RecordFormat& format,
+            const std::function<void(const fs::path&, const Json&)>& read) {
+    std::vector<DamagedRecord> damaged;
+    for (const fs::path& file : RecordsIn(folder, ending)) {
+        try {
+            ReadRecord(file, format, [&](const Json& record) { read(file, record); });
+        } catch (const Error& error) {
+            std::error_code ignored;
+            if (fs::exists(file, ignored))
+                damaged.push_back({file, error.what()});
+        }
+    }
+    return damaged;
 }
 
 std::vector<fs::path> RecordsIn(const fs::path& folder, std::string_view ending) {

@@ -11,6 +11,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qx::host {
@@ -26,18 +27,48 @@ using Clock = std::function<Time()>;
 struct RecordFormat {
     std::string_view name; // "qx-receipt"
     int version;           // all from 1 on are read
+    int hashedFrom = 0;    // the version from which on a record has its own hash; 0: none has
 };
 
-// A name in the folder, made where it is missing, that begins with the time and is not in use.
-[[nodiscard]] std::string NewRecordName(const std::filesystem::path& folder, Time time,
-                                        std::string_view ending);
-
-// Writes the members after the format's own.
+// Writes the members after the format's own, and their hash.
 void WriteRecord(const std::filesystem::path& file, const RecordFormat& format,
                  const Json& members);
-// Reads a record and hands it to `read`, which may throw anything for a member that is wrong.
+// The same into a new file of the folder, both made by this, and on the disk for good when it
+// returns. Its name begins with the time and is no other record's, whatever other programs do.
+std::filesystem::path WriteNewRecord(const std::filesystem::path& folder, Time time,
+                                     const std::string& ending, const RecordFormat& format,
+                                     const Json& members);
+// The same with any text.
+std::filesystem::path WriteNewFile(const std::filesystem::path& folder, Time time,
+                                   const std::string& ending, const std::string& text);
+
+// Reads a record and hands it to `read`, which may throw anything for a member that is wrong. A
+// record with a hash must be as it was written.
 void ReadRecord(const std::filesystem::path& file, const RecordFormat& format,
                 const std::function<void(const Json&)>& read);
+
+// A record that cannot be used, and why; the message names the file.
+struct DamagedRecord {
+    std::filesystem::path file;
+    std::string message;
+};
+
+// Reads all records of the folder whose names end so, in the order of their names, and passes over
+// those that are gone meanwhile. Returns the ones that cannot be used.
+[[nodiscard]] std::vector<DamagedRecord>
+ReadRecords(const std::filesystem::path& folder, std::string_view ending,
+            const RecordFormat& format,
+            const std::function<void(const std::filesystem::path&, const Json&)>& read);
+
+// A whole number in its type's range. Throws std::runtime_error for anything else.
+template <typename Number>
+[[nodiscard]] Number NumberFromJson(const Json& json) {
+    if (!json.is_number_integer() ||
+        (json.is_number_unsigned() ? !std::in_range<Number>(json.get<std::uint64_t>())
+                                   : !std::in_range<Number>(json.get<std::int64_t>())))
+        throw std::runtime_error(ShortText(json) + " is not a number that can be here");
+    return json.get<Number>();
+}
 
 // The files of the folder whose names end so, in the order of their names; none without a folder.
 [[nodiscard]] std::vector<std::filesystem::path> RecordsIn(const std::filesystem::path& folder,

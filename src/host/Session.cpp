@@ -93,6 +93,16 @@ void Session::Open() {
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
 
+void Session::LookAgain() {
+    Run("reading from the keyboard failed", [&] {
+        if (m_driver.QXCFG_Init() != 0)
+            return;
+        if (m_access.HasItem(MODULE_LAYERED_FUNCKEYS))
+            m_access.DisableFunctionKeyLayerSelection();
+        m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
+    });
+}
+
 void Session::Close() {
     if (!std::exchange(m_isOpen, false))
         return;

@@ -39,6 +39,9 @@ public:
     // Gives the keyboard back. Throws Error(TransferFailed) when that fails. The destructor does
     // the same for a session that is still open, without a word.
     void Close();
+    // Has the driver look again which keyboard is there: another one may have been plugged in. Its
+    // image is lost. Throws Error(TransferFailed).
+    void LookAgain();
 
     [[nodiscard]] QXKeyboardAccess& Access() { return m_access; }
     [[nodiscard]] KeyboardInfo Keyboard() const { return KeyboardInfo::Of(m_access); }

@@ -53,17 +53,55 @@ WritePlan Planner::ForSettings(const std::vector<Section*>& sections) {
     Session session(copy);
     session.Open();
     session.Download(sections);
-    WritePlan plan{m_content, copy.Content(), {}, {}, copy.LastSaved()};
+    WritePlan plan{m_content, copy.Content(), {}, {}, copy.LastSaved(), {}};
     Finish(plan);
     return plan;
 }
 
 WritePlan Planner::ForContent(const KeyboardContent& wanted) {
-    WritePlan plan{m_content, wanted, {}, {}, {}};
+    WritePlan plan{m_content, wanted, {}, {}, {}, {}};
     for (const ContentPiece& piece : wanted.pieces)
         plan.requests.push_back(
             {piece.module, piece.address, static_cast<Long>(piece.bytes.size())});
     Finish(plan);
+    return plan;
+}
+
+WritePlan Planner::ForBackup(const KeyboardContent& backup, bool withGuid) {
+    KeyboardContent wanted = m_content;
+    std::set<std::string> unsaved;
+    Long restored = 0;
+    for (ContentPiece& piece : wanted.pieces) {
+        if (piece.module == MODULE_GUID && !withGuid)
+            continue;
+        std::size_t known = 0;
+        for (const ContentPiece& saved : backup.pieces) {
+            const Long start = std::max(piece.address, saved.address);
+            const Long end = std::min(piece.End(), saved.End());
+            if (start >= end)
+                continue;
+            const auto size = static_cast<std::size_t>(end - start);
+            piece.bytes.replace(static_cast<std::size_t>(start - piece.address), size, saved.bytes,
+                                static_cast<std::size_t>(start - saved.address), size);
+            known += size;
+        }
+        restored += static_cast<Long>(known);
+        if (known < piece.bytes.size())
+            unsaved.insert(piece.section.empty() ? std::string(NameOf(piece.module))
+                                                 : piece.section);
+    }
+    wanted.UpdateGuid();
+    WritePlan plan = ForContent(wanted);
+    for (const std::string& area : unsaved)
+        plan.notRestored.push_back(area +
+                                   " is not in the backup, or not all of it, and stays as it is");
+    Long saved = 0;
+    for (const ContentPiece& piece : backup.pieces)
+        if (piece.module != MODULE_GUID || withGuid)
+            saved += static_cast<Long>(piece.bytes.size());
+    if (restored < saved)
+        plan.notRestored.push_back(std::to_string(saved - restored) +
+                                   " bytes of the backup lie where this program knows no area");
     return plan;
 }
 

@@ -27,6 +27,7 @@ struct WritePlan {
     std::vector<PlannedRange> ranges;              // all that differs
     std::vector<Difference> settings;              // that differ
     std::vector<CopiedKeyboard::Request> requests; // of a full write
+    std::vector<std::string> notRestored;          // areas that a backup cannot bring back, and why
 
     [[nodiscard]] bool IsEmpty() const { return ranges.empty(); }
     [[nodiscard]] Long BytesToSend() const; // of the ranges
@@ -46,6 +47,8 @@ public:
     [[nodiscard]] WritePlan ForSettings(const std::vector<Section*>& sections);
     // What it takes to make the keyboard hold these bytes in the same areas.
     [[nodiscard]] WritePlan ForContent(const KeyboardContent& wanted);
+    // The same of a backup, in those areas that both have; with its GUID, or the keyboard's own.
+    [[nodiscard]] WritePlan ForBackup(const KeyboardContent& backup, bool withGuid);
 
     // The settings, in words, that one content has otherwise than the other, in a section.
     [[nodiscard]] std::vector<Difference>

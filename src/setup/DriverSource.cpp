@@ -22,6 +22,17 @@ std::string StatusText(const DriverLibrary& library, std::int32_t lStatus) {
     return text;
 }
 
+std::string Whole(const std::filesystem::path& path) {
+    std::error_code ignored;
+    const bool isForSystem = !path.has_parent_path() && !std::filesystem::exists(path, ignored);
+    const auto whole = isForSystem ? path : std::filesystem::weakly_canonical(path, ignored);
+    return (ignored ? path : whole).string();
+}
+
+std::string OriginOf(const std::filesystem::path& driver, const std::filesystem::path& file) {
+    return (driver.empty() ? "" : Whole(driver)) + "|" + (file.empty() ? "" : Whole(file));
+}
+
 // A driver library that is itself a simulated keyboard takes the file to keep it in.
 void ChooseSimulatedKeyboard(const DriverLibrary& library, const KeyboardChoice& choice) {
     using Setter = std::int32_t(QX_DRIVER_CALL*)(const char* file, const char* model);
@@ -54,6 +65,7 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
         };
         opened.driver = std::move(library);
         opened.file = choice.keyboard;
+        opened.origin = OriginOf(choice.driver, choice.keyboard);
         return opened;
     } catch (const host::Error&) {
         throw;
@@ -88,6 +100,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         opened.simulated = &driver;
         opened.driver = std::move(simulated);
         opened.file = file;
+        opened.origin = OriginOf({}, file);
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::ModelInvalid, error.what());
     }

@@ -28,6 +28,7 @@ struct OpenedDriver {
     sim::SimulatedDriver* simulated = nullptr; // the driver, where it is the simulated keyboard
     std::string note;           // what the user should know about the choice; may be empty
     std::filesystem::path file; // of a simulated keyboard, where it is known
+    std::string origin; // the library and the file, whole: the same for the same choice anywhere
 };
 
 // The driver for the choice: the library; else the simulated keyboard in its file; else the one in

@@ -321,6 +321,24 @@ TEST_F(Batch, AUnitMayMeanOneKeyboardOnly) {
     EXPECT_EQ(RunJob().status, 6);
 }
 
+// What was left out is done when it no longer is; and no two keyboards get one identifier.
+TEST_F(Batch, WhatWasSkippedIsNotDoneAndIdentifiersAreGivenOnce) {
+    Json document = Json::parse(kDocument);
+    Make("1.qxk", "magnet");
+    const Json layered = Json::parse(
+        Run({"--json", "--keyboard", File("2.qxk"), "upload"}).out)["document"]["layeredFuncKeys"];
+    document["layeredFuncKeys"] = layered;
+    Write("till.json", document.dump());
+    EXPECT_EQ(RunJob().status, 6) << "three keyboards would get one identifier";
+
+    job["units"].erase(2);
+    job["units"].erase(1);
+    EXPECT_EQ(RunJob({"--skip-absent"}).status, 0);
+    EXPECT_EQ(Results(), "done");
+    EXPECT_NE(RunJob().status, 0) << "the keyboard lacks a section of the document";
+    EXPECT_EQ(Results(), "failed");
+}
+
 // One keyboard after the other stands in the bench's file.
 class Bench : public Batch {
 protected:

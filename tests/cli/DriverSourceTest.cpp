@@ -100,4 +100,17 @@ TEST(DriverSource, WhatIsNoDriverIsRefused) {
     EXPECT_EQ(files::ReadFile(file), "no library");
 }
 
+// A keyboard without an identifier is known again by where it is, whatever folder one is in.
+TEST(DriverSource, TheOriginIsTheSameForTheSameKeyboard) {
+    TempFolder folder;
+    const auto origin = [&](const std::filesystem::path& file) {
+        return setup::OpenDriver({{}, file, "magnet"}).origin;
+    };
+    const std::string whole = origin(folder / "a.qxk");
+    EXPECT_EQ(origin(std::filesystem::relative(folder / "a.qxk")), whole);
+    EXPECT_EQ(origin(folder / "." / "a.qxk"), whole);
+    EXPECT_NE(origin(folder / "b.qxk"), whole);
+    EXPECT_NE(setup::OpenDriver({QX_SIMULATOR_LIBRARY, folder / "a.qxk", "magnet"}).origin, whole);
+}
+
 } // namespace qx::test

@@ -136,12 +136,71 @@ TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
                       file);
             cut.writtenBytes = 0;
             EXPECT_EQ(keyboard.Run({"recover", way}, cut).status, 4);
+            if (driver == Driver::InProcess) {
+                keyboard.Done({"param", "save", keyboard.File("p.bin")});
+                const std::string half = keyboard.Memory();
+                EXPECT_EQ(keyboard.Run({"param", "load", keyboard.File("p.bin")}).status, 4);
+                EXPECT_EQ(keyboard.Memory(), half);
+            }
             keyboard.Done({"recover", way});
             const bool isFinished = way == std::string("--finish");
             EXPECT_EQ(keyboard.Memory() == before, !isFinished);
             EXPECT_EQ(keyboard.Run({"diff", file}).status, isFinished ? 0 : 1);
             EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
         }
+}
+
+TEST(Write, WhatNoInterruptionCanHaveLeftIsForgottenOrReplaced) {
+    CommandLine keyboard;
+    const std::string file = Changed(keyboard);
+    const std::string before = keyboard.Memory();
+    for (const bool forgets : {true, false}) {
+        Fault cut;
+        cut.writtenBytes = 2;
+        EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
+        keyboard.Poke(4096, "\x33");
+        const std::string found = keyboard.Memory();
+        const Json told = Json::parse(keyboard.Done({"--json", "recover"}))["interrupted"];
+        EXPECT_EQ(told["recoverable"], false);
+        EXPECT_EQ(keyboard.Run({"recover", "--rollback"}).status, 4);
+        EXPECT_EQ(keyboard.Memory(), found);
+        if (forgets) {
+            keyboard.Done({"recover", "--forget"});
+            EXPECT_EQ(keyboard.Memory(), found);
+            keyboard.Done({"backup", "restore", told["backup"]});
+        } else
+            keyboard.Done({"backup", "restore", told["backup"]});
+        EXPECT_EQ(keyboard.Memory(), before);
+        EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
+    }
+}
+
+TEST(Write, ALoadedFileLeavesABackupAndAReceipt) {
+    CommandLine keyboard;
+    const std::string param = keyboard.File("param.bin");
+    keyboard.Done({"param", "save", param});
+    keyboard.Done({"download", keyboard.Write("delay.json", DelayDocument(77))});
+    const std::string before = keyboard.Memory();
+    const Json done = Json::parse(keyboard.Done({"--json", "param", "load", param}));
+    EXPECT_EQ(done["verified"], false);
+    EXPECT_NE(keyboard.Memory(), before);
+    const Json receipt = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
+    EXPECT_EQ(receipt["action"], "param load");
+    EXPECT_EQ(receipt["result"], "not verified");
+    EXPECT_EQ(receipt["backup"], done["backup"]);
+    keyboard.Done({"backup", "restore", done["backup"]});
+    EXPECT_EQ(keyboard.Memory(), before);
+}
+
+TEST(Write, ADryRunOfAFullDownloadTellsWhatItSends) {
+    CommandLine keyboard;
+    const std::string file = keyboard.Write("delay.json", DelayDocument(6)); // as it is
+    const Json plan =
+        Json::parse(keyboard.Done({"--json", "download", "--full", "--dry-run", file}));
+    const Json done = Json::parse(keyboard.Done({"--json", "download", "--full", file}));
+    EXPECT_EQ(plan["bytesToSend"], done["bytesSent"]);
+    EXPECT_EQ(keyboard.Done({"download", "--full", "--dry-run", file}).find("holds all"),
+              std::string::npos);
 }
 
 } // namespace qx::test

@@ -10,6 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <iostream>
 
 namespace qx::host {
@@ -55,7 +58,7 @@ protected:
     Writer::Options Options() {
         return {records,
                 [this] { return std::make_unique<Configuration>(Platform(), &layout, nullptr); },
-                [this] { return now += std::chrono::seconds(1); }};
+                [this] { return now += std::chrono::seconds(1); }, origin};
     }
 
     // What a program does on the opened keyboard; the error that it ends with.
@@ -148,6 +151,7 @@ protected:
     std::filesystem::path records = folder / "data";
     Time now = Time(std::chrono::hours(24 * 365 * 56));
     QXKeyboardLayoutData layout;
+    std::string origin = "the first port";
     TroubledKeyboard keyboard{kSmall, "SMALL"};
     std::string before;
     std::string after;
@@ -322,8 +326,8 @@ TEST_F(WriterTest, WithoutItsRecordsNothingIsWritten) {
     EXPECT_EQ(Count("journal"), 0U);
 }
 
-// An interrupted write is its own keyboard's affair, which is known again by its GUID or by what it
-// holds.
+// An interrupted write is its own keyboard's affair, which is known again by its GUID or by how it
+// is reached.
 TEST_F(WriterTest, AnInterruptedWriteBelongsToItsKeyboard) {
     keyboard.cutAfter = 2;
     ASSERT_TRUE(Download(keyboard, kNew));
@@ -333,29 +337,187 @@ TEST_F(WriterTest, AnInterruptedWriteBelongsToItsKeyboard) {
     EXPECT_EQ(refused->Kind(), ErrorKind::WriteInterrupted);
     EXPECT_EQ(keyboard.bytesWritten, 0);
 
-    TroubledKeyboard sibling{kSmall, "SMALL"};
-    sibling.memory = before;
-    sibling.memory[0x1310] = '\x44'; // another one of the same kind
-    EXPECT_FALSE(Use(sibling, [&](Session&, Writer& writer) {
-        EXPECT_FALSE(writer.Interrupted());
-        const auto entries = writer.Records().journal.Entries();
-        ASSERT_EQ(entries.size(), 1U);
-        EXPECT_THROW(writer.Recover(entries[0], Writer::Way::Finish), Error);
-    }));
-    EXPECT_EQ(sibling.bytesWritten, 0);
-    EXPECT_FALSE(Download(sibling, kNew));
-
-    TroubledKeyboard named{kWithGuid, "SMALL"};
-    named.memory = before;
-    named.memory.replace(0x1500, 16, "0123456789ABCDEF");
-    ASSERT_FALSE(Download(named, kNew));
-    ASSERT_FALSE(Download(named, kOld));
-    named.cutAfter = 2;
-    ASSERT_TRUE(Download(named, kNew));
-    named.memory[0x1310] = '\x44'; // it stays the same keyboard whatever happens to it
-    EXPECT_FALSE(Use(named, [&](Session&, Writer& writer) { EXPECT_TRUE(writer.Interrupted()); }));
+    TroubledKeyboard twin{kSmall, "SMALL"}; // it holds just what the other one held
+    twin.memory = before;
+    origin = "the second port";
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack})
+        EXPECT_FALSE(Use(twin, [&](Session&, Writer& writer) {
+            EXPECT_FALSE(writer.Interrupted());
+            const auto entries = writer.Records().journal.Entries();
+            ASSERT_EQ(entries.size(), 1U);
+            EXPECT_THROW(writer.Recover(entries[0], way), Error);
+        }));
+    EXPECT_EQ(twin.bytesWritten, 0);
+    EXPECT_FALSE(Download(twin, kNew));
+    EXPECT_EQ(Count("journal"), 1U);
+    origin = "the first port";
     EXPECT_TRUE(Recover(Writer::Way::Finish));
     EXPECT_TRUE(keyboard.memory == after);
+}
+
+// What no interruption can have left is neither finished nor rolled back: not in another keyboard
+// to which the GUID was copied, and not where a byte beside the ranges, or in them, is a third one.
+TEST_F(WriterTest, WhatTheInterruptedWriteDoesNotExplainIsLeftToTheUser) {
+    const std::string guid = "0123456789ABCDEF";
+    for (const bool hasGuid : {true, false})
+        for (const std::size_t changed : {0x1310U, 0x1000U})
+            for (const bool restores : {true, false}) {
+                SCOPED_TRACE(std::to_string(hasGuid) + " " + std::to_string(changed));
+                Reset();
+                TroubledKeyboard driver{hasGuid ? kWithGuid : kSmall, "SMALL"};
+                driver.memory = before;
+                if (hasGuid)
+                    driver.memory.replace(0x1500, 16, guid);
+                const std::string held = driver.memory;
+                driver.cutAfter = 2;
+                ASSERT_TRUE(Download(driver, kNew));
+                driver.Replug();
+                driver.memory[changed] = '\x33';
+                const std::string found = driver.memory;
+                const auto refused = Download(driver, kNew);
+                ASSERT_TRUE(refused);
+                EXPECT_EQ(refused->Kind(), ErrorKind::WriteInterrupted);
+                const std::string said = refused->what();
+                std::string backup;
+                EXPECT_FALSE(Use(driver, [&](Session& session, Writer& writer) {
+                    const auto entry = writer.Interrupted();
+                    ASSERT_TRUE(entry);
+                    EXPECT_FALSE(entry->isRecoverable);
+                    backup = entry->backup;
+                    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack})
+                        EXPECT_THROW(writer.Recover(*entry, way), Error);
+                    EXPECT_TRUE(driver.memory == found);
+                    if (!restores)
+                        return writer.Forget(*entry);
+                    const BackupStore& backups = writer.Records().backups;
+                    Writer::Request request;
+                    request.action = "restore";
+                    writer.Write(writer.PlanRestore(backups.Load(backups.Find(backup))), request);
+                    (void)session;
+                }));
+                EXPECT_NE(said.find("qxconf backup restore " + backup), std::string::npos) << said;
+                EXPECT_TRUE(driver.memory == (restores ? held : found));
+                EXPECT_EQ(Count("journal"), 0U);
+            }
+}
+
+// A restore that has nothing to do settles what was interrupted, and one that is interrupted itself
+// leaves no more behind than a recovery ends.
+TEST_F(WriterTest, ARestoreSettlesWhatWasInterrupted) {
+    const auto restore = [&](const std::string& id) {
+        return Use(keyboard, [&](Session&, Writer& writer) {
+            const BackupStore& backups = writer.Records().backups;
+            Writer::Request request;
+            request.action = "restore";
+            outcome = writer.Write(writer.PlanRestore(backups.Load(backups.Find(id))), request);
+        });
+    };
+    const auto interrupt = [&] {
+        Reset();
+        keyboard.cutAfter = 2;
+        EXPECT_TRUE(Download(keyboard, kNew));
+        keyboard.Replug();
+        return WriteRecords(records).journal.Entries().at(0).backup;
+    };
+    const std::string saved = interrupt();
+    const std::string mixed = keyboard.memory;
+    keyboard.memory = before;
+    EXPECT_FALSE(restore(saved));
+    EXPECT_FALSE(outcome.isWritten);
+    EXPECT_EQ(Count("journal"), 0U);
+
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+        const std::string again = interrupt();
+        ASSERT_TRUE(keyboard.memory == mixed);
+        keyboard.cutAfter = 1;
+        EXPECT_TRUE(restore(again));
+        EXPECT_EQ(Count("journal"), 2U);
+        EXPECT_TRUE(Recover(way));
+        EXPECT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? before : mixed));
+        EXPECT_EQ(Recover(way), way == Writer::Way::RollBack) << "half of the download is there";
+        EXPECT_TRUE(keyboard.memory == before);
+        EXPECT_EQ(Count("journal"), 0U);
+    }
+}
+
+TEST_F(WriterTest, ARecoverySavesWhatItReplaces) {
+    keyboard.cutAfter = 2;
+    ASSERT_TRUE(Download(keyboard, kNew));
+    const std::string mixed = keyboard.memory;
+    ASSERT_TRUE(Recover(Writer::Way::RollBack));
+    const BackupStore& backups = WriteRecords(records).backups;
+    const auto saved = backups.List();
+    ASSERT_EQ(saved.size(), 2U);
+    for (const ContentPiece& piece : backups.Load(saved[1]).pieces)
+        EXPECT_EQ(piece.bytes,
+                  mixed.substr(static_cast<std::size_t>(piece.address), piece.bytes.size()));
+    EXPECT_EQ(AllReceipts().back().backup, saved[1].id);
+}
+
+// A reading that does nothing and reports success shows zeros: where zeros are wanted, too, it is
+// not believed that there is nothing to do.
+TEST_F(WriterTest, NothingToDoIsProved) {
+    KeyboardContent empty;
+    EXPECT_FALSE(Use(keyboard, [&](Session& session, Writer&) {
+        Configuration configuration(Platform(), &layout, nullptr);
+        empty = session.ReadContent(configuration);
+    }));
+    for (ContentPiece& piece : empty.pieces)
+        piece.bytes.assign(piece.bytes.size(), '\0');
+    keyboard.lie = Lie::CutsRead;
+    const auto error =
+        Use(keyboard, [&](Session&, Writer& writer) { (void)writer.PlanRestore(empty); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Kind(), ErrorKind::KeyboardChanged);
+}
+
+// Another keyboard at the same cable, while the program stays open between plan and write.
+TEST_F(WriterTest, AKeyboardThatIsSwappedUnderAnOpenSessionIsFoundOut) {
+    const auto error = Use(keyboard, [&](Session& session, Writer& writer) {
+        const WritePlan plan = Plan(session, writer, kNew);
+        keyboard.memory.replace(0x7FC0, 5, "OTHER"); // all settings are alike
+        writer.Write(plan, {});
+    });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Kind(), ErrorKind::KeyboardChanged);
+    EXPECT_EQ(keyboard.bytesWritten, 0);
+    EXPECT_EQ(Count("journal"), 0U);
+}
+
+// While one program writes, another one neither takes the write for interrupted nor writes itself.
+TEST_F(WriterTest, OneProgramAtATimeWritesToAKeyboard) {
+    class Watched : public TroubledKeyboard {
+    public:
+        using TroubledKeyboard::TroubledKeyboard;
+        std::function<void()> whileWriting;
+        std::int32_t QXCFG_ImageSave() override {
+            if (whileWriting)
+                whileWriting();
+            return TroubledKeyboard::QXCFG_ImageSave();
+        }
+    } driver{kSmall, "SMALL"};
+    driver.memory = before;
+    TroubledKeyboard same{kSmall, "SMALL"}; // as the other program sees it
+    same.memory = before;
+    int looks = 0;
+    driver.whileWriting = [&] {
+        ++looks;
+        EXPECT_FALSE(Use(same, [&](Session&, Writer& writer) {
+            EXPECT_FALSE(writer.Interrupted());
+            const auto entries = writer.Records().journal.Entries();
+            ASSERT_EQ(entries.size(), 1U);
+            EXPECT_THROW(writer.Recover(entries[0], Writer::Way::RollBack), Error);
+        }));
+        const auto error = Download(same, kNew);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->Kind(), ErrorKind::KeyboardBusy);
+        EXPECT_EQ(same.bytesWritten, 0);
+    };
+    EXPECT_FALSE(Download(driver, kNew));
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(driver.memory == after);
+    EXPECT_EQ(Count("journal"), 0U);
+    EXPECT_FALSE(Download(same, kNew)) << "the claim has ended with the write";
 }
 
 TEST_F(WriterTest, ABackupBringsEverythingBack) {
@@ -382,6 +544,145 @@ TEST_F(WriterTest, ABackupBringsEverythingBack) {
     EXPECT_EQ(error->Kind(), ErrorKind::KeyboardChanged);
 }
 
+// A backup of before a new area was known is restored as far as it goes, and another keyboard keeps
+// its own GUID.
+TEST_F(WriterTest, ABackupOfOtherAreasOrAnotherKeyboardIsRestoredAsFarAsItGoes) {
+    TroubledKeyboard first{kWithGuid, "SMALL"};
+    first.memory = before;
+    first.memory.replace(0x1500, 16, "0123456789ABCDEF");
+    ASSERT_FALSE(Download(first, kNew));
+    BackupStore backups = WriteRecords(records).backups;
+    KeyboardContent backup = backups.Load(backups.Find(outcome.backup));
+    std::erase_if(backup.pieces,
+                  [](const ContentPiece& piece) { return piece.section == "commonKeyboard"; });
+    backup.pieces.push_back({MODULE_POS, "gone", 0x8000, "12345"});
+
+    TroubledKeyboard other{kWithGuid, "SMALL"};
+    other.memory = after;
+    other.memory.replace(0x1500, 16, "fedcba9876543210");
+    std::string expected = before;
+    expected.replace(0x1500, 16, "fedcba9876543210");
+    expected[0x1000] = after[0x1000]; // the output delay, which the backup lacks
+    std::vector<std::string> told;
+    EXPECT_FALSE(Use(other, [&](Session&, Writer& writer) {
+        EXPECT_THROW((void)writer.PlanRestore(backup), Error);
+        const WritePlan plan = writer.PlanRestore(backup, true);
+        told = plan.notRestored;
+        Writer::Request request;
+        request.action = "restore";
+        writer.Write(plan, request);
+    }));
+    EXPECT_TRUE(other.memory == expected);
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_NE(told[0].find("commonKeyboard"), std::string::npos);
+    EXPECT_NE(told[1].find("5 bytes"), std::string::npos);
+}
+
+// One reading that goes wrong after a good write, and a journal that cannot be ended, leave the
+// first failure to be seen.
+TEST_F(WriterTest, AFailureIsToldAsItIs) {
+    class ReadsOnceWrong : public TroubledKeyboard {
+    public:
+        using TroubledKeyboard::TroubledKeyboard;
+        std::function<void()> whileWriting = [] {};
+        bool isWrong = false;
+        std::int32_t QXCFG_ImageSave() override {
+            whileWriting();
+            isWrong = true;
+            return TroubledKeyboard::QXCFG_ImageSave();
+        }
+        std::int32_t QXCFG_ImageLoad() override {
+            lie = std::exchange(isWrong, false) ? Lie::CutsRead : Lie::None;
+            return TroubledKeyboard::QXCFG_ImageLoad();
+        }
+    } driver{kSmall, "SMALL"};
+    driver.memory = before;
+    const auto error = Download(driver, kNew);
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Kind(), ErrorKind::ReadBackDiffers);
+    EXPECT_NE(std::string(error->what()).find("it holds all that was to be written"),
+              std::string::npos)
+        << error->what();
+    EXPECT_EQ(Count("journal"), 0U);
+    EXPECT_EQ(AllReceipts().back().result, "written");
+
+    driver.memory = before;
+    driver.whileWriting = [&] { // a folder that is not empty in the place of the entry
+        const auto entry = WriteRecords(records).journal.Entries().at(0).file;
+        std::filesystem::remove(entry);
+        std::filesystem::create_directories(entry / "in the way");
+    };
+    const auto both = Download(driver, kNew);
+    ASSERT_TRUE(both);
+    EXPECT_EQ(both->Kind(), ErrorKind::ReadBackDiffers);
+    EXPECT_NE(std::string(both->what()).find("cannot be removed"), std::string::npos)
+        << both->what();
+}
+
+TEST_F(WriterTest, RecordsOfManyProgramsAtTheSameTimeAreAllKept) {
+    constexpr int kPrograms = 4;
+    constexpr std::size_t kEach = 100;
+    std::vector<pid_t> programs;
+    for (int i = 0; i < kPrograms; ++i) {
+        const pid_t program = fork();
+        if (program == 0) {
+            const Receipts receipts(records);
+            for (std::size_t n = 0; n < kEach; ++n)
+                receipts.Add({}, now);
+            _exit(0);
+        }
+        programs.push_back(program);
+    }
+    for (const pid_t program : programs)
+        waitpid(program, nullptr, 0);
+    EXPECT_EQ(Receipts(records).List().size(), kPrograms * kEach);
+    EXPECT_TRUE(files::WriteNewFile(records / "new", "first"));
+    EXPECT_FALSE(files::WriteNewFile(records / "new", "second"));
+    EXPECT_EQ(files::ReadFile(records / "new"), "first");
+}
+
+// A damaged entry keeps its own keyboard from being written to, and no other; a damaged receipt
+// keeps nothing from anything.
+TEST_F(WriterTest, ADamagedRecordIsNamedAndKeepsNoOtherKeyboardBack) {
+    keyboard.cutAfter = 2;
+    ASSERT_TRUE(Download(keyboard, kNew));
+    keyboard.Replug();
+    const auto entry = WriteRecords(records).journal.Entries().at(0).file;
+    const std::string text = files::ReadFile(entry);
+    const auto receipt = RecordsIn(records / "receipts", ".json").at(0);
+    files::WriteFileAtomically(receipt, files::ReadFile(receipt).substr(1));
+    const auto to = text.find(R"("to": ")") + 7;
+    const std::pair<std::size_t, std::string> damages[] = {
+        {to, text[to] == '0' ? "1" : "0"}, // it would be written, and proved
+        {text.find("4096"), "4099"},
+        {text.size() / 2, std::string(1, '\0')},
+        {text.find("capabilities") + 15, "8"},
+    };
+    for (const auto& [at, damage] : damages) {
+        SCOPED_TRACE(damage + " for " + text.substr(at, 20));
+        std::string damaged = text;
+        files::WriteFileAtomically(entry, damaged.replace(at, damage.size(), damage));
+        const auto refused = Download(keyboard, kNew);
+        ASSERT_TRUE(refused) << at;
+        EXPECT_EQ(refused->Kind(), ErrorKind::FileFailed);
+        EXPECT_NE(std::string(refused->what()).find(entry.string()), std::string::npos);
+        EXPECT_EQ(keyboard.bytesWritten, 0);
+
+        TroubledKeyboard other{kWithGuid, "SMALL"};
+        other.memory = before;
+        EXPECT_FALSE(Download(other, kNew));
+    }
+    std::vector<DamagedRecord> damaged;
+    const auto receipts = WriteRecords(records).receipts.List(&damaged);
+    EXPECT_EQ(receipts.size(), std::size(damages)) << "of the other keyboard";
+    ASSERT_EQ(damaged.size(), 1U);
+    EXPECT_EQ(damaged[0].file, receipt);
+
+    files::WriteFileAtomically(entry, text);
+    EXPECT_TRUE(Recover(Writer::Way::RollBack));
+    EXPECT_TRUE(keyboard.memory == before);
+}
+
 TEST_F(WriterTest, TheNewestBackupsAreKept) {
     KeyboardContent content;
     content.identity.identification = "SMALL";
@@ -400,11 +701,24 @@ TEST_F(WriterTest, TheNewestBackupsAreKept) {
     EXPECT_TRUE(store.Load(entries.back()).HoldsSame(content));
     EXPECT_EQ(RecordsIn(records / entries.back().keyboard, "").size(), 2 * entries.size());
 
+    // What killed programs have left is removed, but not what another one may be writing.
+    const auto place = records / entries.back().keyboard;
+    files::WriteFileAtomically(place / "20260101T000000.000Z-1-1.json", "of no backup");
+    for (const char* name : {"old.json.new-1-0", "young.json.new-2-0"})
+        files::WriteFileAtomically(place / name, "half");
+    std::filesystem::last_write_time(place / "old.json.new-1-0",
+                                     std::filesystem::file_time_type::clock::now() -
+                                         std::chrono::hours(25));
+    last = store.Save(content, {}, now + std::chrono::minutes(99), {needed});
+    EXPECT_EQ(RecordsIn(place, ".json").size(), 2 * entries.size());
+    EXPECT_FALSE(std::filesystem::exists(place / "old.json.new-1-0"));
+    EXPECT_TRUE(std::filesystem::exists(place / "young.json.new-2-0"));
+
     const auto areas = records / (last + ".areas.json");
     std::string text = files::ReadFile(areas);
     text.replace(text.find("6279746573"), 2, "00"); // "bytes"
     files::WriteFileAtomically(areas, text);
-    EXPECT_THROW((void)store.Load(entries.back()), Error);
+    EXPECT_THROW((void)store.Load(store.Find(last)), Error);
 }
 
 // The first version of the format, as it is on users' disks.
@@ -421,6 +735,34 @@ TEST_F(WriterTest, BackupsOfEveryVersionLoad) {
     const KeyboardContent content = store.Load(store.Find("SMALL-0123/20260131T090507.123Z"));
     EXPECT_EQ(content.Bytes(4096, 2), "\x06\xFF");
     EXPECT_EQ(content.identity.Name(), "SMALL");
+}
+
+TEST_F(WriterTest, JournalEntriesAndReceiptsOfEveryVersionLoad) {
+    const std::string keyboardJson =
+        R"("keyboard": { "name": "SMALL", "identification": "534d414c4c",
+        "capabilities": 128, "guid": "", "directory": [{"module": 1, "address": 4096}] })";
+    std::filesystem::create_directories(records / "journal");
+    std::filesystem::create_directories(records / "receipts");
+    files::WriteFileAtomically(
+        records / "journal/20260131T090507.123Z.journal.json",
+        R"({"format": "qx-journal", "version": 1, "time": "2026-01-31T09:05:07.123Z",
+            "action": "download", "document": "till.json", "backup": "SMALL-0123/1", )" +
+            keyboardJson + R"(, "rest": "0123", "ranges":
+            [{"module": 0, "section": "pos", "address": 4096, "from": "06", "to": "09"}]})");
+    files::WriteFileAtomically(
+        records / "receipts/20260131T090507.123Z.receipt.json",
+        R"({"format": "qx-receipt", "version": 1, "time": "2026-01-31T09:05:07.123Z",
+            "action": "download", "result": "verified", "message": "", "document": "till.json",
+            "documentSha256": "", "full": false, "bytesSent": 1, "beforeSha256": "",
+            "afterSha256": "", "backup": "SMALL-0123/1", )" +
+            keyboardJson + "}");
+    const auto entries = WriteRecords(records).journal.Entries();
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].ranges.at(0).to, "\x09");
+    EXPECT_FALSE(entries[0].origin);
+    const auto receipts = AllReceipts();
+    ASSERT_EQ(receipts.size(), 1U);
+    EXPECT_EQ(receipts[0].bytesSent, 1);
 }
 
 // A cable pulled after every byte of a write, and again after every byte of the recovery.

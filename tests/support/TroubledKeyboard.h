@@ -23,6 +23,12 @@ public:
     std::uint32_t seed = 0;        // where it lies
     std::int32_t bytesWritten = 0; // into the keyboard, since this was set to 0
 
+    // The driver reads the identification of what is plugged in.
+    std::int32_t QXCFG_Init() override {
+        image.replace(0x7FC0, 32, memory, 0x7FC0, 32);
+        return 0;
+    }
+
     std::int32_t QXCFG_ImageSave() override {
         const auto cut = std::exchange(cutAfter, std::nullopt);
         std::int32_t most = cut.value_or(std::numeric_limits<std::int32_t>::max());

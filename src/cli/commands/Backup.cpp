@@ -34,6 +34,8 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     const host::KeyboardContent content = backups.Load(backups.Find(id));
     host::Writer& writer = context.Writer();
     const host::WritePlan plan = writer.PlanRestore(content, fOtherKeyboard);
+    for (const std::string& area : plan.notRestored)
+        context.Note(area);
     host::Writer::Request request;
     request.action = "restore";
     request.document = id;
@@ -42,6 +44,7 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     host::Json json = {{"direction", "backup to keyboard"}, {"restored", id},
                        {"written", outcome.isWritten},      {"verified", outcome.isVerified},
                        {"bytesSent", outcome.bytesSent},    {"backup", outcome.backup}};
+    json["notRestored"] = plan.notRestored;
     json["settings"] = ToJson(plan)["settings"];
     context.Result(json, outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
                                                  Counted(outcome.bytesSent, "byte") +
@@ -74,8 +77,9 @@ void AddBackupRestore(CLI::App& app, Context& context) {
     const auto id = std::make_shared<std::string>();
     const auto other = std::make_shared<bool>(false);
     command->add_option("ID", *id, "The backup, as listed")->required()->check(NotEmpty());
-    command->add_flag("--other-keyboard", *other,
-                      "Also when it is of another keyboard of the same kind");
+    command->add_flag(
+        "--other-keyboard", *other,
+        "Also when it is of another keyboard of the same kind, which keeps its own GUID");
     command->footer(std::string("What the keyboard holds now is saved first.\n\nExample:\n"
                                 "  qxconf backup restore ") +
                     kExampleId);

@@ -84,7 +84,7 @@ void RunBatch(Context& context, const BatchOptions& options) {
     const std::string chosen =
         context.options.layout.empty() ? job.Layout() : context.options.layout;
     Layouts layouts(context, chosen);
-    job.Check(context.Services(), layouts.For(""), chosen);
+    job.Check(context.Services(), layouts.For(""), chosen, options.skipAbsent);
 
     const InterruptWatch interrupt;
     batch::Services services;

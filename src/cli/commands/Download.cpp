@@ -42,6 +42,11 @@ std::string TextOfFile(const std::string& file) {
     }
 }
 
+// With --full all is sent, changed or not.
+Long BytesToSend(const host::WritePlan& plan, bool full) {
+    return full ? plan.BytesInAll() : plan.BytesToSend();
+}
+
 std::string BytesOf(const host::WritePlan& plan) {
     return std::to_string(plan.BytesToSend()) + " of " + Counted(plan.BytesInAll(), "byte");
 }
@@ -52,13 +57,24 @@ std::string NothingToDo(const DownloadOptions& options) {
 }
 
 void TellPlan(Context& context, const host::WritePlan& plan, const DownloadOptions& options) {
-    host::Json json = {{"direction", "file to keyboard"}, {"file", options.file}, {"dryRun", true}};
+    host::Json json = {{"direction", "file to keyboard"},
+                       {"file", options.file},
+                       {"dryRun", true},
+                       {"full", options.full}};
     json.update(ToJson(plan));
-    const std::string text = "file to keyboard: " + options.file + " would change " +
-                             Counted(plan.settings.size(), "setting") + ", " + BytesOf(plan) +
-                             " in " + Counted(plan.ranges.size(), "range") +
-                             "; nothing was written\n" + ToText(plan);
-    context.Result(json, plan.IsEmpty() ? NothingToDo(options) : text);
+    json["bytesToSend"] = BytesToSend(plan, options.full);
+    const std::string sent =
+        options.full
+            ? "would send " + Counted(plan.BytesInAll(), "byte") + " in " +
+                  Counted(plan.requests.size(), "range") +
+                  ", changed or not; these change: " + Counted(plan.settings.size(), "setting") +
+                  ", " + Counted(plan.BytesToSend(), "byte")
+            : "would change " + Counted(plan.settings.size(), "setting") + ", " + BytesOf(plan) +
+                  " in " + Counted(plan.ranges.size(), "range");
+    const std::string text =
+        "file to keyboard: " + options.file + " " + sent + "; nothing was written\n" + ToText(plan);
+    const bool isNothing = plan.IsEmpty() && !options.full;
+    context.Result(json, isNothing ? NothingToDo(options) : text);
 }
 
 void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
@@ -123,7 +139,8 @@ void AddDownload(CLI::App& app, Context& context) {
                       "Tell what would be sent, and which settings change; write nothing");
     command->add_flag("--full", options->full, "Send all that the settings take, changed or not");
     command->add_flag("--no-verify", options->noVerify,
-                      "Do not read back and compare what was written");
+                      "Do not read back and compare what was written: the backup is then the only "
+                      "way back");
     AddSet(*command, options->set);
     command->footer(
         "Sections that the document lacks stay as they are in the keyboard. What the keyboard "

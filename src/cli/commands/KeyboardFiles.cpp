@@ -29,13 +29,25 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
     host::Session& session = context.Keyboard();
     if (save)
         context.RefuseKeyboardFile(file);
-    (save ? host::SaveKeyboardFile : host::LoadKeyboardFile)(session, kind, file, line);
+    host::Writer::Outcome outcome;
+    if (save)
+        host::SaveKeyboardFile(session, kind, file, line);
+    else
+        outcome = host::LoadKeyboardFile(session, context.Writer(), kind, file, line);
     context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
     const std::string content(kind.content);
-    context.Result({{"direction", direction}, {"content", content}, {"file", file}},
-                   direction + ": the " + content + (save ? " saved into " : " loaded from ") +
-                       file + "\n");
+    host::Json json = {{"direction", direction}, {"content", content}, {"file", file}};
+    if (!save) {
+        json["verified"] = false;
+        json["backup"] = outcome.backup;
+    }
+    const std::string saved =
+        outcome.backup.empty()
+            ? ""
+            : "what the keyboard held before is in the backup " + outcome.backup + "\n";
+    context.Result(json, direction + ": the " + content +
+                             (save ? " saved into " : " loaded from ") + file + "\n" + saved);
 }
 
 void AddTransfer(CLI::App& parent, Context& context, const host::KeyboardFileKind& kind,
@@ -58,7 +70,13 @@ void AddTransfer(CLI::App& parent, Context& context, const host::KeyboardFileKin
         command->add_option("--port", line->comPort, "Serial port, in place of the preferred one")
             ->type_name("NUMBER");
     }
-    command->footer("Example:\n  qxconf " + std::string(kind.key) + " " + name + " keyboard.bin");
+    const std::string kept = save || kind.hasSerialLine
+                                 ? ""
+                                 : "What the keyboard holds is saved before (qxconf backup). What "
+                                   "it holds afterwards is "
+                                   "not read back.\n\n";
+    command->footer(kept + "Example:\n  qxconf " + std::string(kind.key) + " " + name +
+                    " keyboard.bin");
     command->callback(
         [&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
 }

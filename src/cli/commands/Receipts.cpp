@@ -9,12 +9,15 @@ namespace {
 void List(Context& context) {
     host::Json json = host::Json::array();
     std::vector<std::vector<std::string>> rows;
-    for (const host::Receipt& receipt : context.Records().receipts.List()) {
+    std::vector<host::DamagedRecord> damaged;
+    for (const host::Receipt& receipt : context.Records().receipts.List(&damaged)) {
         json.push_back(ToJson(receipt));
         rows.push_back({receipt.time, receipt.action, receipt.result, receipt.keyboard.Name(),
                         receipt.bytesSent ? Counted(*receipt.bytesSent, "byte") : "",
                         receipt.document});
     }
+    for (const host::DamagedRecord& record : damaged)
+        context.Note(record.message);
     context.Result({{"receipts", json}},
                    rows.empty() ? "nothing has been written yet\n" : AlignedText(rows));
 }

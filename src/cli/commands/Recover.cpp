@@ -11,6 +11,7 @@ namespace {
 struct RecoverOptions {
     bool finish = false;
     bool rollBack = false;
+    bool forget = false;
 };
 
 host::Json ToJson(const host::JournalEntry& entry) {
@@ -21,23 +22,38 @@ host::Json ToJson(const host::JournalEntry& entry) {
             {"backup", entry.backup}, {"bytes", bytes},         {"ranges", entry.ranges.size()}};
 }
 
+std::string Ways(const host::PendingWrite& entry) {
+    const std::string forget = "  qxconf recover --forget    keeps what the keyboard holds now\n";
+    return entry.isRecoverable
+               ? "  qxconf recover --finish    writes the rest of it\n"
+                 "  qxconf recover --rollback  brings back what the keyboard held before\n" +
+                     forget
+               : "The keyboard holds other bytes than that write can have left.\n"
+                 "  qxconf backup restore " +
+                     entry.backup + "  brings back what it held before\n" + forget;
+}
+
 void Recover(Context& context, const RecoverOptions& options) {
     const auto entry = context.Writer().Interrupted();
     host::Json json = {{"interrupted", entry ? ToJson(*entry) : host::Json()},
                        {"recovered", nullptr}};
+    if (entry)
+        json["interrupted"]["recoverable"] = entry->isRecoverable;
     if (!entry) {
         context.CloseKeyboard();
         return context.Result(json, "no write to this keyboard was interrupted\n");
     }
     const std::string what =
         "the " + entry->action + " of " + entry->document + " of " + entry->time;
+    if (options.forget) {
+        context.Writer().Forget(*entry);
+        context.CloseKeyboard();
+        json["recovered"] = "forgotten";
+        return context.Result(json, what + " is forgotten; the keyboard is as it was\n");
+    }
     if (!options.finish && !options.rollBack) {
         context.CloseKeyboard();
-        return context.Result(
-            json, what +
-                      " was interrupted\n"
-                      "  qxconf recover --finish    writes the rest of it\n"
-                      "  qxconf recover --rollback  brings back what the keyboard held before\n");
+        return context.Result(json, what + " was interrupted\n" + Ways(*entry));
     }
     const auto way = options.finish ? host::Writer::Way::Finish : host::Writer::Way::RollBack;
     const host::Writer::Outcome outcome = context.Writer().Recover(*entry, way);
@@ -57,11 +73,19 @@ void AddRecover(CLI::App& app, Context& context) {
         app.add_subcommand("recover", "Finish or roll back a write that was interrupted");
     const auto options = std::make_shared<RecoverOptions>();
     auto* finish = command->add_flag("--finish", options->finish, "Write the rest of it");
+    auto* rollBack = command
+                         ->add_flag("--rollback", options->rollBack,
+                                    "Bring back what the keyboard held before it")
+                         ->excludes(finish);
     command
-        ->add_flag("--rollback", options->rollBack, "Bring back what the keyboard held before it")
-        ->excludes(finish);
+        ->add_flag("--forget", options->forget,
+                   "Leave the keyboard as it is, and take the write for ended")
+        ->excludes(finish)
+        ->excludes(rollBack);
     command->footer("Without an option it only tells what was interrupted. It can be repeated "
-                    "until it succeeds,\neither way.\n\nExamples:\n"
+                    "until it succeeds,\neither way. What the keyboard holds is saved before. A "
+                    "keyboard that holds what that write\ncannot have left is not touched: a "
+                    "backup can be restored to it.\n\nExamples:\n"
                     "  qxconf recover\n"
                     "  qxconf recover --rollback");
     command->callback([&context, options] { Recover(context, *options); });
