@@ -42,7 +42,7 @@ std::string TextOf(const Reception& reception) {
         if (!stretch.data.empty())
             text += " " + stretch.data;
     }
-    for (const Remark& remark : reception.remarks)
+    for (const sim::Remark& remark : reception.remarks)
         text += " | " + RemarkText(remark);
     return text;
 }
