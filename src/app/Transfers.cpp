@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <map>
+
 namespace qx::app {
 
 using host::Writer;
@@ -15,18 +17,19 @@ using views::ToQt;
 
 Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window)
     : QObject(window), m_workbench(workbench), m_documents(documents), m_window(window) {
-    questions.recover = [this](const QString& text) -> std::optional<Writer::Way> {
+    questions.recover = [this](const QString& text, bool isRecoverable) {
         QMessageBox box(QMessageBox::Warning, tr("Interrupted write"), text, QMessageBox::NoButton,
                         m_window);
-        const auto* finish = box.addButton(tr("&Finish writing"), QMessageBox::AcceptRole);
-        const auto* rollBack = box.addButton(tr("&Roll back"), QMessageBox::AcceptRole);
-        box.addButton(tr("&Later"), QMessageBox::RejectRole);
+        const std::pair<Ending, QString> recoverable[] = {{Ending::Finish, tr("&Finish writing")},
+                                                          {Ending::RollBack, tr("&Roll back")}};
+        const std::pair<Ending, QString> other[] = {{Ending::Restore, tr("&Restore the backup…")},
+                                                    {Ending::Forget, tr("&Keep what it holds")}};
+        std::map<QAbstractButton*, Ending> endings;
+        for (const auto& [ending, name] : isRecoverable ? recoverable : other)
+            endings[box.addButton(name, QMessageBox::AcceptRole)] = ending;
+        endings[box.addButton(tr("&Later"), QMessageBox::RejectRole)] = Ending::Later;
         box.exec();
-        if (box.clickedButton() == finish)
-            return Writer::Way::Finish;
-        if (box.clickedButton() == rollBack)
-            return Writer::Way::RollBack;
-        return std::nullopt;
+        return endings.contains(box.clickedButton()) ? endings[box.clickedButton()] : Ending::Later;
     };
     questions.otherKeyboard = [this](const QString& question) {
         return QMessageBox::question(m_window, tr("Restore backup"), question) == QMessageBox::Yes;
@@ -106,31 +109,48 @@ void Transfers::Restore(const host::BackupEntry& backup) {
 bool Transfers::Recover() {
     bool isSettled = false;
     Attempt([&] {
-        const auto entry = m_workbench.Interrupted();
-        isSettled = !entry;
-        if (!entry)
-            return;
-        const QString what = ToQt(entry->document);
-        const auto way = questions.recover(
-            tr("Writing %1 to this keyboard was interrupted (%2). The keyboard may hold a part of "
-               "it.\n\nFinish writing makes the keyboard hold all of it; roll back brings back "
-               "what the keyboard held before.")
-                .arg(what, ToQt(entry->time)));
-        if (!way)
-            return emit Told(tr("An interrupted write of %1 is to be finished or rolled back "
-                                "before anything else is written.")
-                                 .arg(what));
-        m_workbench.Recover(*entry, *way);
-        isSettled = true;
-        emit Done(*way == Writer::Way::Finish
-                      ? tr("The interrupted write of %1 is finished, read back and found equal.")
-                            .arg(what)
-                      : tr("The interrupted write of %1 is rolled back: the keyboard holds what "
-                           "it held before, read back and found equal.")
-                            .arg(what));
-        emit Written();
+        const auto write = m_workbench.Interrupted();
+        if (write) {
+            const QString about = tr("Writing %1 to this keyboard was interrupted (%2).")
+                                      .arg(ToQt(write->document), ToQt(write->time));
+            const QString ways =
+                write->isRecoverable
+                    ? tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard "
+                         "hold all of it; roll back brings back what the keyboard held before.")
+                    : tr("The keyboard now holds something else than that write can have left.\n\n"
+                         "The backup made before it can be restored, or what the keyboard holds "
+                         "can be kept.");
+            EndInterrupted(*write, questions.recover(about + u' ' + ways, write->isRecoverable));
+        }
+        isSettled = !write || !m_workbench.Interrupted();
     });
     return isSettled;
+}
+
+void Transfers::EndInterrupted(const host::PendingWrite& write, Ending ending) {
+    const QString what = ToQt(write.document);
+    switch (ending) {
+    case Ending::Finish:
+        m_workbench.Recover(write, Writer::Way::Finish);
+        emit Done(
+            tr("The interrupted write of %1 is finished, read back and found equal.").arg(what));
+        return emit Written();
+    case Ending::RollBack:
+        m_workbench.Recover(write, Writer::Way::RollBack);
+        emit Done(tr("The interrupted write of %1 is rolled back: the keyboard holds what it held "
+                     "before, read back and found equal.")
+                      .arg(what));
+        return emit Written();
+    case Ending::Restore:
+        return Restore(m_workbench.FindBackup(write.backup));
+    case Ending::Forget:
+        m_workbench.Forget(write);
+        return emit Told(tr("The keyboard is left as it is."));
+    case Ending::Later:
+        emit Told(tr("An interrupted write of %1 is to be finished or rolled back before anything "
+                     "else is written.")
+                      .arg(what));
+    }
 }
 
 } // namespace qx::app

@@ -291,12 +291,20 @@ void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
     });
 }
 
-std::optional<host::JournalEntry> Workbench::Interrupted() {
+std::optional<host::PendingWrite> Workbench::Interrupted() {
     return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
 }
 
 void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way) {
     WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way); });
+}
+
+void Workbench::Forget(const host::JournalEntry& entry) {
+    WithWriter([&](host::Writer& writer) { writer.Forget(entry); });
+}
+
+host::BackupEntry Workbench::FindBackup(const std::string& id) const {
+    return Records().backups.Find(id);
 }
 
 std::vector<host::BackupEntry> Workbench::Backups() const {

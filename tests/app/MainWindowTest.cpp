@@ -44,6 +44,7 @@ using app::MainWindow;
 
 class Desk {
 public:
+    using Ending = app::Transfers::Ending;
     // In a folder of its own, or in this one.
     explicit Desk(const char* model = "full", const std::filesystem::path& where = {})
         : folder(where.empty() ? m_own / "" : where),
@@ -62,9 +63,9 @@ public:
         window->Documents().questions.fileToSave = [this](const QString&) {
             return QString::fromStdString((folder / "till.json").string());
         };
-        window->Transfers().questions.recover = [this](const QString&) {
+        window->Transfers().questions.recover = [this](const QString&, bool isRecoverable) {
             ++timesAsked;
-            return recover;
+            return isRecoverable ? recover : Ending::Forget;
         };
         window->resize(1100, 760);
         window->show();
@@ -157,7 +158,7 @@ private:
 public:
     std::filesystem::path folder;
     bool answer = true;
-    std::optional<host::Writer::Way> recover = host::Writer::Way::RollBack;
+    Ending recover = Ending::RollBack;
     int timesAsked = 0; // to recover
     DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
     QStringList warnings;
@@ -348,7 +349,7 @@ TEST(MainWindow, AFailedWriteSaysSoAndIsNeverCalledDone) {
         const std::string wanted(1, static_cast<char>(delay));
         const bool isHeld = desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
         EXPECT_TRUE(isHeld || desk.warnings.size() == 1) << seed;
-        desk.recover = host::Writer::Way::Finish;
+        desk.recover = Desk::Ending::Finish;
         EXPECT_TRUE(desk.window->Transfers().Recover());
         mended += !isHeld && desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
     }

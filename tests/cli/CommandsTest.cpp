@@ -132,6 +132,31 @@ TEST(Commands, WhatTheDiskRefusesLosesNothing) {
     }
 }
 
+TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
+    CommandLine keyboard;
+    const std::string document = keyboard.Write(
+        "till.json", R"({"format": "qx-configuration", "version": 1, "layeredFuncKeys": {"keys": [
+            {"layer": 3, "key": 7, "sequence": "Ctrl+C", "description": "Kasse & <b>"}]}})");
+    const auto sheet = [&](const char* name, const std::vector<std::string>& more = {}) {
+        std::vector<std::string> arguments = {"sheet", "--date", "May", "-o", keyboard.File(name)};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        keyboard.Done(arguments);
+        return files::ReadFile(keyboard.File(name));
+    };
+    const std::string drawn = sheet("till.svg", {document});
+    for (const char* text : {"Layer 3", "Kasse &amp; &lt;b&gt;", ">Ctrl C<", ">May<", "till.json"})
+        EXPECT_NE(drawn.find(text), std::string::npos) << text;
+    EXPECT_TRUE(drawn == sheet("again.svg", {document}));
+    EXPECT_EQ(sheet("till.pdf", {document}).substr(0, 5), "%PDF-");
+
+    const std::string before = keyboard.Memory();
+    EXPECT_EQ(sheet("keyboard.svg").find("Kasse"), std::string::npos);
+    EXPECT_TRUE(keyboard.Memory() == before);
+    EXPECT_EQ(keyboard.Run({"sheet", "-o", keyboard.File("till.txt")}).status, 2);
+    EXPECT_EQ(keyboard.Run({"sheet", "-o", keyboard.File("vanished/till.pdf")}).status, 4);
+    EXPECT_TRUE(files::ReadFile(keyboard.File("till.svg")) == drawn);
+}
+
 TEST(Commands, AKeyboardThatLiesIsCaught) {
     CommandLine keyboard;
     const std::string file = keyboard.Write(

@@ -1975,14 +1975,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Sicherung in Tastatur und Dokument: zurückgespielt, zurückgelesen und gleich befunden.</translation>
     </message>
     <message>
-        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard may hold a part of it.
-
-Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>
-        <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2). Die Tastatur enthält vielleicht nur einen Teil davon.
-
-„Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
-    </message>
-    <message>
         <source>An interrupted write of %1 is to be finished or rolled back before anything else is written.</source>
         <translation>Ein unterbrochenes Schreiben von %1 ist erst zu Ende zu führen oder zurückzunehmen, bevor anderes geschrieben wird.</translation>
     </message>
@@ -1993,6 +1985,38 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
     <message>
         <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
         <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt, zurückgelesen und gleich befunden.</translation>
+    </message>
+    <message>
+        <source>&amp;Restore the backup…</source>
+        <translation>Sicherung zu&amp;rückspielen …</translation>
+    </message>
+    <message>
+        <source>&amp;Keep what it holds</source>
+        <translation>Inhalt be&amp;halten</translation>
+    </message>
+    <message>
+        <source>Writing %1 to this keyboard was interrupted (%2).</source>
+        <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
+    </message>
+    <message>
+        <source>The keyboard may hold a part of it.
+
+Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>
+        <translation>Die Tastatur enthält vielleicht nur einen Teil davon.
+
+„Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
+    </message>
+    <message>
+        <source>The keyboard now holds something else than that write can have left.
+
+The backup made before it can be restored, or what the keyboard holds can be kept.</source>
+        <translation>Die Tastatur enthält jetzt etwas anderes, als dieses Schreiben hinterlassen haben kann.
+
+Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</translation>
+    </message>
+    <message>
+        <source>The keyboard is left as it is.</source>
+        <translation>Die Tastatur bleibt, wie sie ist.</translation>
     </message>
 </context>
 <context>
