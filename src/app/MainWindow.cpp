@@ -11,6 +11,7 @@
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
 #include "app/TestDrivePage.h"
+#include "app/WindowPlace.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/Bindings.h"
 
@@ -26,7 +27,6 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
-#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
@@ -46,11 +46,8 @@ const QString kBackups = QStringLiteral("backups");
 const QString kTestDrive = QStringLiteral("testDrive");
 const QString kPreferences = QStringLiteral("preferences");
 
-// The preferences keep the window in twips, of which a pixel at 96 dots per inch has 15.
-constexpr int kTwipsPerPixel = 15;
-constexpr int kBriefly = 3000;  // milliseconds
-constexpr int kLeastSize = 240; // pixels of the window that a screen must show
-constexpr QSize kFirstSize(1100, 760);
+constexpr int kBriefly = 3000; // milliseconds
+
 // Gives the focus to the first widget of the page that Tab reaches.
 void FocusFirst(QWidget& page) {
     for (QWidget* next = page.nextInFocusChain(); next != &page; next = next->nextInFocusChain())
@@ -58,8 +55,6 @@ void FocusFirst(QWidget& page) {
             (next->focusPolicy() & Qt::TabFocus) != 0)
             return next->setFocus(Qt::ShortcutFocusReason);
 }
-
-enum WindowState : Integer { kNormal = 0, kMinimized = 1, kMaximized = 2 };
 
 } // namespace
 
@@ -104,7 +99,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     connect(&workbench, &Workbench::Progressed, this, &MainWindow::ShowProgress);
     connect(&workbench, &Workbench::Noticed, this, &MainWindow::Tell);
     SwitchLanguage();
-    RestorePosition();
+    RestorePlace(*this, workbench.Preferences());
     qApp->installEventFilter(this);
 }
 
@@ -508,32 +503,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    KeepPosition();
+    KeepPlace(*this, m_workbench.Preferences());
     m_workbench.SavePreferences();
     m_workbench.Disconnect();
     event->accept();
-}
-
-void MainWindow::RestorePosition() {
-    const QXProgSettings& kept = m_workbench.Preferences();
-    const QRect place(kept.WinLeft() / kTwipsPerPixel, kept.WinTop() / kTwipsPerPixel,
-                      kept.WinWidth() / kTwipsPerPixel, kept.WinHeight() / kTwipsPerPixel);
-    const QRect visible =
-        place.intersected(QApplication::primaryScreen()->availableVirtualGeometry());
-    if (visible.width() < kLeastSize || visible.height() < kLeastSize)
-        resize(kFirstSize); // its screen is gone
-    else
-        setGeometry(visible);
-    if (kept.WinState() == kMaximized)
-        setWindowState(Qt::WindowMaximized);
-}
-
-void MainWindow::KeepPosition() {
-    const QRect place = isMaximized() ? normalGeometry() : geometry();
-    const auto twips = [](int pixels) { return static_cast<Long>(pixels * kTwipsPerPixel); };
-    m_workbench.Preferences().SetWinParam(isMaximized() ? kMaximized : kNormal,
-                                          twips(place.width()), twips(place.height()),
-                                          twips(place.top()), twips(place.left()));
 }
 
 } // namespace qx::app

@@ -87,8 +87,6 @@ private:
     void Tell(const QString& text);
     void TellDone(const QString& text);
     void Warn(const QString& text);
-    void RestorePosition();
-    void KeepPosition();
     [[nodiscard]] std::vector<Findable> Findables();
 
     Workbench& m_workbench;

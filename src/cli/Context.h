@@ -26,7 +26,6 @@ class QXProgSettings;
 namespace qx::cli {
 
 struct Streams {
-    std::istream& in;
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false;

@@ -6,7 +6,7 @@
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
-    qx::cli::Streams streams{std::cin, std::cout, std::cerr};
+    qx::cli::Streams streams{std::cout, std::cerr};
     streams.errIsTerminal = qx::files::ErrorIsTerminal();
     qx::cli::Surroundings surroundings;
     const char* noColor = std::getenv("NO_COLOR");

@@ -38,7 +38,6 @@ protected:
     Outcome Run(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(),
                          {"--layouts", QX_LAYOUTS, "--settings", File("settings.ini")});
-        std::istringstream in;
         std::ostringstream out;
         std::ostringstream err;
         cli::Surroundings surroundings;
@@ -64,7 +63,7 @@ protected:
                 std::exchange(pauses, {pauses.begin() + 1, pauses.end()}).front()();
         };
         opened.clear();
-        const int status = cli::Run(arguments, {in, out, err}, surroundings);
+        const int status = cli::Run(arguments, {out, err}, surroundings);
         return {status, out.str(), err.str()};
     }
     Outcome RunJob(const std::vector<std::string>& options = {}) {

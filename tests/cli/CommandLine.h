@@ -69,7 +69,6 @@ public:
     Outcome Run(std::vector<std::string> arguments, const Fault& fault = {}) {
         arguments.insert(arguments.begin(),
                          {"--layouts", QX_LAYOUTS, "--settings", File("settings.ini")});
-        std::istringstream in;
         std::ostringstream out;
         std::ostringstream err;
         cli::Surroundings surroundings;
@@ -85,7 +84,7 @@ public:
                 std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites, cut);
             return opened;
         };
-        const int status = cli::Run(arguments, {in, out, err}, surroundings);
+        const int status = cli::Run(arguments, {out, err}, surroundings);
         return {status, out.str(), err.str()};
     }
 

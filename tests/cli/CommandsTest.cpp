@@ -357,12 +357,11 @@ TEST(Commands, AResultThatNobodyGetsIsAFailure) {
     } nowhere;
     CommandLine keyboard;
     for (const char* argument : {"identify", "--help"}) {
-        std::istringstream in;
         std::ostream out(&nowhere);
         std::ostringstream err;
         EXPECT_EQ(cli::Run({"--keyboard", keyboard.File("keyboard.qxk"), "--layouts", QX_LAYOUTS,
                             "--settings", keyboard.File("settings.ini"), argument},
-                           {in, out, err}),
+                           {out, err}),
                   4);
         EXPECT_NE(err.str().find("standard output could not be written"), std::string::npos);
     }

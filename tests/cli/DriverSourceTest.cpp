@@ -10,10 +10,9 @@ namespace {
 Outcome RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(),
                      {"--layouts", QX_LAYOUTS, "--settings", (folder / "settings.ini").string()});
-    std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;
-    const int status = cli::Run(arguments, {in, out, err});
+    const int status = cli::Run(arguments, {out, err});
     return {status, out.str(), err.str()};
 }
 

@@ -107,7 +107,8 @@ TEST_P(FaultSweep, WritingNeverLies) {
                 EXPECT_EQ(memory, before);
             }
         });
-    EXPECT_LE(successes, kHarmlessCalls);
+    // It looks at the keyboard again before it sends, and then asks anew for progress messages.
+    EXPECT_LE(successes, kHarmlessCalls + 1);
 }
 
 TEST_P(FaultSweep, ATransferThatBreaksOffIsReported) {
