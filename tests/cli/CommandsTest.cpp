@@ -144,7 +144,7 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
         return files::ReadFile(keyboard.File(name));
     };
     const std::string drawn = sheet("till.svg", {document});
-    for (const char* text : {"Layer 3", "Kasse &amp; &lt;b&gt;", ">Ctrl C<", ">May<", "till.json"})
+    for (const char* text : {"Layer 3", "Kasse &amp; &lt;b&gt;", "Ctrl C ^C", ">May<", "till.json"})
         EXPECT_NE(drawn.find(text), std::string::npos) << text;
     EXPECT_TRUE(drawn == sheet("again.svg", {document}));
     EXPECT_EQ(sheet("till.pdf", {document}).substr(0, 5), "%PDF-");
