@@ -13,6 +13,8 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
+#include <algorithm>
+
 namespace qx::app {
 
 namespace {
@@ -111,10 +113,14 @@ void EditRequests::Answer(QXBarcode& control) {
 }
 
 void EditRequests::Answer(QXFreeProgKeys& control) {
-    On(control.EditSequence,
-       [this](Integer nPosCode, const std::string& sCurrSeq, bool& fCancel, std::string& sNewSeq) {
-           fCancel = !Edit(nPosCode, sCurrSeq, sNewSeq, kFreeKeySequence);
-       });
+    On(control.EditSequence, [this, &control](Integer nPosCode, const std::string& sCurrSeq,
+                                              bool& fCancel, std::string& sNewSeq) {
+        const auto stored = StoredFreeProgKeys(control.Sequences(), control.ConfigID());
+        const bool hasPlace = std::find(stored.begin(), stored.end(), nPosCode) != stored.end();
+        if (!hasPlace)
+            m_screen.tell(tr("This module has no place for this key in the keyboard."));
+        fCancel = !hasPlace || !Edit(nPosCode, sCurrSeq, sNewSeq, kFreeKeySequence);
+    });
     On(control.KeyNoEditable, [this](Integer nPositionCode) {
         m_screen.tell(nPositionCode == kNoKey ? tr("Pick a key first.")
                                               : tr("This key cannot be programmed."));

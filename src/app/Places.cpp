@@ -2,6 +2,7 @@
 
 #include "app/ControlTexts.h"
 #include "app/Workbench.h"
+#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -116,12 +117,12 @@ std::vector<FindableKey> AllKeys(Workbench& workbench) {
     for (const char* key : {"freeProgKeys", "funcKeys4610", "funcKeys4620", "funcKeys4630"}) {
         if (!workbench.Has(*workbench.Configuration().Find(key)))
             continue;
-        for (Long id = layout.GetMinKeyID(); id <= layout.GetMaxKeyID(); ++id)
-            if (layout.KeySupport(id) == KEYMODE_PROG)
-                all.push_back({QCoreApplication::translate("Places", "%1: key %2, %3")
-                                   .arg(SectionTitle(key), QString::number(id),
-                                        QString::fromStdString(layout.KeyCaption(id))),
-                               std::string("/") + key + "/keys[" + std::to_string(id) + "]"});
+        auto& control = workbench.ControlOf<QXFreeProgKeys>(key);
+        for (const Integer id : StoredFreeProgKeys(control.Sequences(), control.ConfigID()))
+            all.push_back({QCoreApplication::translate("Places", "%1: key %2, %3")
+                               .arg(SectionTitle(key), QString::number(id),
+                                    QString::fromStdString(layout.KeyCaption(id))),
+                           std::string("/") + key + "/keys[" + std::to_string(id) + "]"});
     }
     for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
         for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)

@@ -6,6 +6,7 @@
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
 #include "files/Files.h"
+#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
@@ -256,6 +257,29 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), written);
     EXPECT_NE(desk.Document(), start);
+}
+
+TEST(MainWindow, FunctionKeysOfOtherModelsAreWrittenToo) {
+    Desk desk("x1-4620");
+    auto& control = desk.workbench.ControlOf<QXFreeProgKeys>("funcKeys4620");
+    const auto stored = StoredFreeProgKeys(control.Sequences(), MODULE_FUNCKEYS_X1_4620);
+    ASSERT_FALSE(stored.empty());
+    desk.Edit("funcKeys4620", stored.front());
+    EXPECT_EQ(desk.Write().size(), 1);
+    EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
+    EXPECT_EQ(desk.Memory(MODULE_FUNCKEYS_X1_4620, 0, 3), Bytes("1F 9F 00"));
+
+    // A key without a place in the module is not edited for nothing.
+    desk.Page("funcKeys4620");
+    const auto& caps = desk.Find<views::KeyGrid>("layoutDisplay")->Keys();
+    const auto other = std::find_if(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
+        return cap.state == views::KeyState::Empty &&
+               std::find(stored.begin(), stored.end(), cap.index) == stored.end();
+    });
+    ASSERT_NE(other, caps.end());
+    desk.ClickKey("layoutDisplay", other->index);
+    desk.Click("cmdEdit_0");
+    EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("no place")));
 }
 
 TEST(MainWindow, UndoToTheStartLeavesTheDocumentAsItWas) {

@@ -495,6 +495,10 @@
         <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf Tasten, die hinein oder hinaus sollen. Alle Tasten eines Blocks senden seine Folge. Eine Taste gehört zu höchstens einem Block.</translation>
     </message>
+    <message>
+        <source>This module has no place for this key in the keyboard.</source>
+        <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
+    </message>
 </context>
 <context>
     <name>Failures</name>
@@ -882,6 +886,10 @@
     <message>
         <source>program too old</source>
         <translation>Programm zu alt</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation type="unfinished">Hilfe</translation>
     </message>
 </context>
 <context>
@@ -2083,13 +2091,6 @@ Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</
     <message>
         <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
         <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
-    </message>
-</context>
-<context>
-    <name>qx::app</name>
-    <message>
-        <source>Help</source>
-        <translation>Hilfe</translation>
     </message>
 </context>
 </TS>
