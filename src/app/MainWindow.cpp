@@ -47,6 +47,7 @@ const QString kTestDrive = QStringLiteral("testDrive");
 const QString kPreferences = QStringLiteral("preferences");
 
 constexpr int kBriefly = 3000; // milliseconds
+constexpr QSize kLeastSize(960, 660);
 
 // Gives the focus to the first widget of the page that Tab reaches.
 void FocusFirst(QWidget& page) {
@@ -99,6 +100,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     connect(&workbench, &Workbench::Progressed, this, &MainWindow::ShowProgress);
     connect(&workbench, &Workbench::Noticed, this, &MainWindow::Tell);
     SwitchLanguage();
+    setMinimumSize(kLeastSize); // below it the pages are crowded
     RestorePlace(*this, workbench.Preferences());
     qApp->installEventFilter(this);
 }
