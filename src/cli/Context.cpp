@@ -185,6 +185,16 @@ std::string Context::LayoutNameFor(const std::string& ofKeyboard) {
                : ofKeyboard;
 }
 
+host::ConfigurationDocument Context::UploadedDocument() {
+    host::Session& session = Keyboard();
+    const auto configuration = NewConfiguration();
+    const auto sections = session.SectionsIn(*configuration);
+    session.Upload(sections);
+    auto document = configuration->Write(sections, session.Keyboard());
+    CloseKeyboard();
+    return document;
+}
+
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
     const auto use = m_isOpen ? host::LayoutUse::Keyboard : host::LayoutUse::Captions;
     return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);

@@ -87,6 +87,8 @@ public:
     [[nodiscard]] std::string LayoutName();
     [[nodiscard]] std::string LayoutNameFor(const std::string& ofKeyboard);
 
+    // All settings of the keyboard, which is closed then.
+    [[nodiscard]] host::ConfigurationDocument UploadedDocument();
     // A configuration with default values, of the opened keyboard or, where none is open, of any:
     // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();

@@ -40,16 +40,6 @@ sheet::WriteFunction LoadModule() {
     return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
 }
 
-host::ConfigurationDocument KeyboardsDocument(Context& context) {
-    host::Session& session = context.Keyboard();
-    const auto configuration = context.NewConfiguration();
-    const auto sections = session.SectionsIn(*configuration);
-    session.Upload(sections);
-    const auto document = configuration->Write(sections, session.Keyboard());
-    context.CloseKeyboard();
-    return document;
-}
-
 host::ConfigurationDocument CheckedDocument(Context& context, const std::string& file) {
     auto document = host::ConfigurationDocument::Load(file);
     context.NewConfiguration()->Read(document);
@@ -64,7 +54,7 @@ host::ErrorKind KindOf(sheet::SheetStatus status) {
 void Sheet(Context& context, const SheetOptions& options) {
     const bool isOfKeyboard = options.document.empty();
     const auto document =
-        isOfKeyboard ? KeyboardsDocument(context) : CheckedDocument(context, options.document);
+        isOfKeyboard ? context.UploadedDocument() : CheckedDocument(context, options.document);
     context.RefuseKeyboardFile(options.file);
 
     const std::string text = document.ToText();

@@ -9,13 +9,7 @@ namespace qx::cli {
 namespace {
 
 void Upload(Context& context, const std::string& file) {
-    host::Session& session = context.Keyboard();
-    const auto configuration = context.NewConfiguration();
-    const auto sections = session.SectionsIn(*configuration);
-    session.Upload(sections);
-    const auto document = configuration->Write(sections, session.Keyboard());
-    context.CloseKeyboard();
-    WriteDocument(context, document, file, "keyboard to file");
+    WriteDocument(context, context.UploadedDocument(), file, "keyboard to file");
 }
 
 } // namespace
