@@ -248,12 +248,7 @@ std::vector<Section*> Workbench::AbsentSections() const {
 }
 
 host::WriteRecords Workbench::Records() const {
-    try {
-        return host::WriteRecords(m_options.records.empty() ? files::UserDataFolder()
-                                                            : m_options.records);
-    } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
-    }
+    return host::WriteRecords(setup::RecordFolder(m_options.records));
 }
 
 template <typename Work>
@@ -261,7 +256,7 @@ auto Workbench::WithWriter(const Work& work) {
     const Busy busy(*this);
     const Attachment attached(*this);
     host::Writer::Options options;
-    options.folder = Records().folder;
+    options.folder = setup::RecordFolder(m_options.records);
     options.origin = m_driver.origin;
     options.newConfiguration = [this] {
         auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
@@ -321,7 +316,7 @@ host::WritePlan Workbench::PlanRestore(const host::KeyboardContent& backup) {
 
 void Workbench::Restore(const host::WritePlan& plan, const std::string& backup) {
     host::Writer::Request request;
-    request.action = "restore";
+    request.action = host::Writer::Request::kRestore;
     request.document = backup;
     WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
     ReadKeyboard();

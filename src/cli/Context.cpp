@@ -97,12 +97,7 @@ host::Session& Context::Keyboard() {
 }
 
 std::filesystem::path Context::DataFolder() const {
-    try {
-        return m_surroundings.dataFolder.empty() ? files::UserDataFolder()
-                                                 : m_surroundings.dataFolder;
-    } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
-    }
+    return setup::RecordFolder(m_surroundings.dataFolder);
 }
 
 host::WriteRecords Context::Records() const {

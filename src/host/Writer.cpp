@@ -16,8 +16,6 @@ Error WithAddition(const Error& error, const std::string& addition) {
                           : Error(error.Kind(), message, error.Faults());
 }
 
-constexpr const char* kRestore = "restore";
-
 std::string InWords(const JournalEntry& entry) {
     return "a " + entry.action + " of " + entry.document + " to this keyboard of " + entry.time;
 }
@@ -146,8 +144,7 @@ std::vector<PendingWrite> Writer::Own(const KeyboardContent& now) const {
     return own;
 }
 
-void Writer::RefuseInterrupted(const KeyboardContent& now) const {
-    const auto own = Own(now);
+void Writer::RefuseInterrupted(const std::vector<PendingWrite>& own) {
     if (own.empty())
         return;
     const bool isRecoverable = std::any_of(
@@ -174,13 +171,13 @@ std::string Writer::SaveBackup(const KeyboardContent& now) {
 
 Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     const std::vector<ByteRange> ranges = plan.ToSend(request.full);
-    const bool replacesAll = request.action == kRestore;
+    const bool replacesAll = request.action == Request::kRestore;
     if (ranges.empty() && !replacesAll)
         return {};
     const Claimed claimed = Claim(plan.before.identity);
     const auto own = Own(plan.before);
     if (!replacesAll)
-        RefuseInterrupted(plan.before);
+        RefuseInterrupted(own);
     if (ranges.empty()) {
         if (!own.empty())
             RequireStillAs(plan.before);
@@ -298,7 +295,7 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
                                     const std::function<void()>& operation) {
     const KeyboardContent before = Read();
     const Claimed claimed = Claim(before.identity);
-    RefuseInterrupted(before);
+    RefuseInterrupted(Own(before));
     Receipt receipt;
     receipt.action = request.action;
     receipt.document = request.document;

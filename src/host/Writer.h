@@ -22,10 +22,9 @@ namespace qx::host {
 
 // Where all records of writes are kept.
 struct WriteRecords {
-    explicit WriteRecords(const std::filesystem::path& where)
-        : folder(where), backups(where / "backups"), journal(where / "journal", where / "locks"),
-          receipts(where / "receipts") {}
-    std::filesystem::path folder;
+    explicit WriteRecords(const std::filesystem::path& folder)
+        : backups(folder / "backups"), journal(folder / "journal", folder / "locks"),
+          receipts(folder / "receipts") {}
     BackupStore backups;
     Journal journal;
     Receipts receipts;
@@ -50,6 +49,7 @@ public:
         std::string origin = {};
     };
     struct Request {
+        static constexpr const char* kRestore = "restore"; // settles what was interrupted
         std::string action = "download";
         std::string document;       // the name of what is written, for people
         std::string documentSha256; // may be empty
@@ -77,7 +77,7 @@ public:
     // Writes. Throws Error: KeyboardChanged when the keyboard is not as it was planned for,
     // WriteInterrupted when Recover is to come first, KeyboardBusy when another program writes to
     // it, FileFailed when there can be no record, TransferFailed, ReadBackDiffers. The message says
-    // what the keyboard holds then. The action "restore" settles what was interrupted, also when
+    // what the keyboard holds then. The action kRestore settles what was interrupted, also when
     // there is nothing to do.
     Outcome Write(const WritePlan& plan, const Request& request);
 
@@ -110,7 +110,7 @@ private:
     [[nodiscard]] Claimed Claim(const KeyboardIdentity& keyboard) const;
     // The keyboard's own entries, oldest first.
     [[nodiscard]] std::vector<PendingWrite> Own(const KeyboardContent& now) const;
-    void RefuseInterrupted(const KeyboardContent& now) const;
+    static void RefuseInterrupted(const std::vector<PendingWrite>& own);
     [[nodiscard]] std::string SaveBackup(const KeyboardContent& now);
     [[nodiscard]] Holds Look(const KeyboardContent& before, const KeyboardContent& after);
     void Send(const KeyboardContent& before, const KeyboardContent& after,

@@ -107,4 +107,12 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     return opened;
 }
 
+std::filesystem::path RecordFolder(const std::filesystem::path& chosen) {
+    try {
+        return chosen.empty() ? files::UserDataFolder() : chosen;
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
+}
+
 } // namespace qx::setup

@@ -35,4 +35,8 @@ struct OpenedDriver {
 // the user's data folder. Throws host::Error.
 [[nodiscard]] OpenedDriver OpenDriver(const KeyboardChoice& choice);
 
+// Where the records of writes are kept: the chosen folder, or the user's own when that is empty.
+// Throws host::Error(FileFailed) where the user has none.
+[[nodiscard]] std::filesystem::path RecordFolder(const std::filesystem::path& chosen);
+
 } // namespace qx::setup

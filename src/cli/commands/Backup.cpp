@@ -37,7 +37,7 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     for (const std::string& area : plan.notRestored)
         context.Note(area);
     host::Writer::Request request;
-    request.action = "restore";
+    request.action = host::Writer::Request::kRestore;
     request.document = id;
     const host::Writer::Outcome outcome = writer.Write(plan, request);
     context.CloseKeyboard();
