@@ -241,11 +241,6 @@ int Context::Report(const host::Error& error) {
     return ExitStatusOf(error.Kind());
 }
 
-int Context::ReportUsage(const std::string& message) {
-    ReportError(host::ErrorKind::Usage, message, {}, std::nullopt);
-    return ExitStatusOf(host::ErrorKind::Usage);
-}
-
 void Context::ReportError(host::ErrorKind kind, const std::string& message,
                           const std::vector<host::Fault>& faults, std::optional<Long> status) {
     Note("qxconf: " + message);

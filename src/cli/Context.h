@@ -113,7 +113,6 @@ public:
     void Note(const std::string& text);
     // Reports an error and returns the exit status that belongs to it.
     int Report(const host::Error& error);
-    int ReportUsage(const std::string& message);
 
 private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();

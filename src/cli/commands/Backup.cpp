@@ -10,6 +10,10 @@ namespace {
 
 constexpr const char* kExampleId = "QX-MAGNET-0123456789ab/20260131T090507.123Z";
 
+Option IdArgument(std::string& id) {
+    return {.name = "ID", .target = &id, .summary = "The backup, as listed", .isRequired = true};
+}
+
 void List(Context& context) {
     host::Json json = host::Json::array();
     std::string text;
@@ -53,55 +57,66 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
                                                  " already; nothing was written\n");
 }
 
-void AddBackupList(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("list", "List all backups, by keyboard and time");
-    command->footer("Example:\n  qxconf backup list");
-    command->callback([&context] { List(context); });
+Command ListCommand() {
+    return {
+        .name = "list",
+        .summary = "List all backups, by keyboard and time",
+        .footer = "Example:\n  qxconf backup list",
+        .run = List,
+    };
 }
 
-void AddBackupShow(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("show", "Write the document of a backup");
-    const auto id = std::make_shared<std::string>();
-    const auto file = std::make_shared<std::string>();
-    command->add_option("ID", *id, "The backup, as listed")->required()->check(NotEmpty());
-    command->add_option("-o,--output", *file, "Where to; without it, standard output")
-        ->type_name("FILE")
-        ->check(NotEmpty());
-    command->footer(std::string("Example:\n  qxconf backup show ") + kExampleId + " -o old.json");
-    command->callback([&context, id, file] { Show(context, *id, *file); });
+Command ShowBackupCommand() {
+    struct Options {
+        std::string id;
+        std::string file;
+    };
+    const auto options = std::make_shared<Options>();
+    return {
+        .name = "show",
+        .summary = "Write the document of a backup",
+        .options = {IdArgument(options->id), OutputOption(options->file)},
+        .footer = std::string("Example:\n  qxconf backup show ") + kExampleId + " -o old.json",
+        .run = [options](Context& context) { Show(context, options->id, options->file); },
+    };
 }
 
-void AddBackupRestore(CLI::App& app, Context& context) {
-    CLI::App* command =
-        app.add_subcommand("restore", "Make the keyboard hold every byte of a backup");
-    const auto id = std::make_shared<std::string>();
-    const auto other = std::make_shared<bool>(false);
-    command->add_option("ID", *id, "The backup, as listed")->required()->check(NotEmpty());
-    command->add_flag(
-        "--other-keyboard", *other,
-        "Also when it is of another keyboard of the same kind, which keeps its own GUID");
-    command->footer(std::string("What the keyboard holds now is saved first.\n\nExample:\n"
-                                "  qxconf backup restore ") +
-                    kExampleId);
-    command->callback([&context, id, other] { Restore(context, *id, *other); });
+Command RestoreCommand() {
+    struct Options {
+        std::string id;
+        bool otherKeyboard = false;
+    };
+    const auto options = std::make_shared<Options>();
+    return {
+        .name = "restore",
+        .summary = "Make the keyboard hold every byte of a backup",
+        .options = {IdArgument(options->id),
+                    {.name = "--other-keyboard",
+                     .target = &options->otherKeyboard,
+                     .summary = "Also when it is of another keyboard of the same kind, which keeps "
+                                "its own GUID"}},
+        .footer = std::string("The keyboard's present contents are saved first.\n\nExample:\n"
+                              "  qxconf backup restore ") +
+                  kExampleId,
+        .run =
+            [options](Context& context) { Restore(context, options->id, options->otherKeyboard); },
+    };
 }
 
 } // namespace
 
-void AddBackup(CLI::App& app, Context& context) {
-    CLI::App* command =
-        app.add_subcommand("backup", "What keyboards held before each write, to bring it back");
-    command->require_subcommand(1);
-    command->footer(
-        "Every write first saves what the keyboard holds; of each keyboard the newest " +
-        std::to_string(host::BackupStore::kKept) +
-        " are kept.\n\nExamples:\n"
-        "  qxconf backup list\n"
-        "  qxconf backup restore " +
-        kExampleId);
-    AddBackupList(*command, context);
-    AddBackupShow(*command, context);
-    AddBackupRestore(*command, context);
+Command BackupCommand() {
+    return {
+        .name = "backup",
+        .summary = "List, show and restore the backups made before each write",
+        .footer = "Every write first saves the keyboard's contents; of each keyboard the newest " +
+                  std::to_string(host::BackupStore::kKept) +
+                  " are kept.\n\nExamples:\n"
+                  "  qxconf backup list\n"
+                  "  qxconf backup restore " +
+                  kExampleId,
+        .commands = {ListCommand(), ShowBackupCommand(), RestoreCommand()},
+    };
 }
 
 } // namespace qx::cli

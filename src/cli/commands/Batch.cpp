@@ -118,40 +118,52 @@ void RunBatch(Context& context, const BatchOptions& options) {
 
 } // namespace
 
-void AddBatch(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("batch", "Program many keyboards by a job file");
+Command BatchCommand() {
     const auto options = std::make_shared<BatchOptions>();
-    command->add_option("JOB", options->job, "The job file")->required()->check(NotEmpty());
-    command->add_flag("--bench", options->bench,
-                      "Program one keyboard after the other as they are plugged in");
-    command->add_flag("--dry-run", options->dryRun,
-                      "Check the job and tell what is done; touch no keyboard");
-    command->add_flag("--skip-absent", options->skipAbsent,
-                      "Leave out what a keyboard has no module for");
-    command->footer(
-        "A job is a JSON file that lists the keyboards, with a document and the variables of "
-        "each:\n\n"
-        "  { \"format\": \"qx-batch\", \"version\": 1, \"document\": \"till.json\",\n"
-        "    \"units\": [\n"
-        "      { \"name\": \"till 1\", \"driver\": \"./line1.so\", \"variables\": { \"till\": "
-        "\"001\" } },\n"
-        "      { \"name\": \"till 2\", \"keyboard\": \"till2.qxk\", \"variables\": { \"till\": "
-        "\"002\" } } ] }\n\n"
-        "In the document, ${till} stands for the value. All documents are checked before the "
-        "first keyboard is\ntouched; a keyboard that fails does not stop the others. "
-        "JOB.report.json tells how far it has come:\nrun again, it does only what is not done, or "
-        "has changed. A write that was interrupted is rolled\nback first.\n\n"
-        "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without a "
-        "keyboard of their\nown: each keyboard that is plugged in becomes the next unit. Ctrl+C "
-        "ends it.\n\n"
-        "Exits with the status of the first keyboard that failed, and with 1 when it was ended "
-        "before all\nwere done.\n\n"
-        "Examples:\n"
-        "  qxconf batch --dry-run tills.json\n"
-        "  qxconf batch tills.json\n"
-        "  qxconf --json batch tills.json\n"
-        "  qxconf batch --bench tills.json");
-    command->callback([&context, options] { RunBatch(context, *options); });
+    return {
+        .name = "batch",
+        .summary = "Program many keyboards by a job file",
+        .options = {{.name = "JOB",
+                     .target = &options->job,
+                     .summary = "The job file",
+                     .isRequired = true},
+                    {.name = "--bench",
+                     .target = &options->bench,
+                     .summary = "Program one keyboard after the other as they are plugged in"},
+                    {.name = "--dry-run",
+                     .target = &options->dryRun,
+                     .summary = "Check the job and show its progress; touch no keyboard"},
+                    {.name = "--skip-absent",
+                     .target = &options->skipAbsent,
+                     .summary = "Leave out settings that a keyboard has no module for"}},
+        .footer =
+            "A job is a JSON file that lists the keyboards, with a document and the variables of "
+            "each:\n\n"
+            "  { \"format\": \"qx-batch\", \"version\": 1, \"document\": \"till.json\",\n"
+            "    \"units\": [\n"
+            "      { \"name\": \"till 1\", \"driver\": \"./line1.so\", \"variables\": { \"till\": "
+            "\"001\" } },\n"
+            "      { \"name\": \"till 2\", \"keyboard\": \"till2.qxk\", \"variables\": { \"till\": "
+            "\"002\" } } ] }\n\n"
+            "In the document, ${till} stands for the value. All documents are checked before the "
+            "first keyboard is\ntouched; a keyboard that fails does not stop the others. "
+            "JOB.report.json tells how far it has come:\nrun again, it does only what is not done, "
+            "or "
+            "has changed. A write that was interrupted is rolled\nback first.\n\n"
+            "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without "
+            "a "
+            "keyboard of their\nown: each keyboard that is plugged in becomes the next unit. "
+            "Ctrl+C "
+            "ends it.\n\n"
+            "Exits with the status of the first keyboard that failed, and with 1 when it was ended "
+            "before all\nwere done.\n\n"
+            "Examples:\n"
+            "  qxconf batch --dry-run tills.json\n"
+            "  qxconf batch tills.json\n"
+            "  qxconf --json batch tills.json\n"
+            "  qxconf batch --bench tills.json",
+        .run = [options](Context& context) { RunBatch(context, *options); },
+    };
 }
 
 } // namespace qx::cli

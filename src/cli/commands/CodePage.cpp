@@ -19,19 +19,24 @@ void Compare(Context& context, const std::string& file) {
 
 } // namespace
 
-void AddCodePage(CLI::App& app, Context& context) {
-    CLI::App* codepage = app.add_subcommand("codepage", "Work with the keyboard's code page");
-    codepage->require_subcommand(1);
-    codepage->footer("Example:\n  qxconf codepage compare cp850.bin");
-    CLI::App* command =
-        codepage->add_subcommand("compare", "Compare the keyboard's code page with a file");
+Command CodePageCommand() {
     const auto file = std::make_shared<std::string>();
-    command->add_option("FILE", *file, "The code page: its first 256 bytes count")
-        ->required()
-        ->check(NotEmpty());
-    command->footer(
-        "Exits with 1 when they differ.\n\nExample:\n  qxconf codepage compare cp850.bin");
-    command->callback([&context, file] { Compare(context, *file); });
+    const char* const example = "Example:\n  qxconf codepage compare cp850.bin";
+    return {
+        .name = "codepage",
+        .summary = "Work with the keyboard's code page",
+        .footer = example,
+        .commands = {{
+            .name = "compare",
+            .summary = "Compare the keyboard's code page with a file",
+            .options = {{.name = "FILE",
+                         .target = file.get(),
+                         .summary = "The code page: its first 256 bytes count",
+                         .isRequired = true}},
+            .footer = std::string("Exits with 1 when they differ.\n\n") + example,
+            .run = [file](Context& context) { Compare(context, *file); },
+        }},
+    };
 }
 
 } // namespace qx::cli

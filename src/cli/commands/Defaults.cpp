@@ -19,19 +19,17 @@ void Defaults(Context& context, const std::string& file) {
 
 } // namespace
 
-void AddDefaults(CLI::App& app, Context& context) {
-    CLI::App* command =
-        app.add_subcommand("defaults", "Write the document of this keyboard with default values");
+Command DefaultsCommand() {
     const auto file = std::make_shared<std::string>();
-    command
-        ->add_option("-o,--output", *file,
-                     "Write the document into this file, not to standard output")
-        ->type_name("FILE")
-        ->check(NotEmpty());
-    command->footer("Examples:\n"
-                    "  qxconf defaults -o fresh.json\n"
-                    "  qxconf defaults -o fresh.json && qxconf download fresh.json");
-    command->callback([&context, file] { Defaults(context, *file); });
+    return {
+        .name = "defaults",
+        .summary = "Write the document of this keyboard with default values",
+        .options = {OutputOption(*file)},
+        .footer = "Examples:\n"
+                  "  qxconf defaults -o fresh.json\n"
+                  "  qxconf defaults -o fresh.json && qxconf download fresh.json",
+        .run = [file](Context& context) { Defaults(context, *file); },
+    };
 }
 
 } // namespace qx::cli

@@ -93,21 +93,33 @@ void Diff(Context& context, const std::string& file, const std::string& file2,
 
 } // namespace
 
-void AddDiff(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand(
-        "diff", "Compare a document with the keyboard, or with another document");
-    const auto file = std::make_shared<std::string>();
-    const auto file2 = std::make_shared<std::string>();
-    command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
-    command->add_option("FILE2", *file2, "The document to compare with; without it, the keyboard")
-        ->check(NotEmpty());
-    const auto set = std::make_shared<std::vector<std::string>>();
-    AddSet(*command, *set);
-    command->footer("With one file, each line tells what a download of it would change in the "
-                    "keyboard.\nExits with 1 when there are differences.\n\nExamples:\n"
-                    "  qxconf diff till.json\n"
-                    "  qxconf diff old.json new.json");
-    command->callback([&context, file, file2, set] { Diff(context, *file, *file2, *set); });
+Command DiffCommand() {
+    struct Options {
+        std::string file;
+        std::string file2;
+        std::vector<std::string> set;
+    };
+    const auto options = std::make_shared<Options>();
+    return {
+        .name = "diff",
+        .summary = "Compare a document with the keyboard, or with another document",
+        .options = {{.name = "FILE",
+                     .target = &options->file,
+                     .summary = "The document",
+                     .isRequired = true},
+                    {.name = "FILE2",
+                     .target = &options->file2,
+                     .summary = "The document to compare with; without it, the keyboard"},
+                    SetOption(options->set)},
+        .footer = "With one file, each line shows what a download of it would change in the "
+                  "keyboard.\nExits with 1 when there are differences.\n\nExamples:\n"
+                  "  qxconf diff till.json\n"
+                  "  qxconf diff old.json new.json",
+        .run =
+            [options](Context& context) {
+                Diff(context, options->file, options->file2, options->set);
+            },
+    };
 }
 
 } // namespace qx::cli

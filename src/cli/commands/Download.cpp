@@ -128,29 +128,38 @@ void Download(Context& context, const DownloadOptions& options) {
 
 } // namespace
 
-void AddDownload(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand(
-        "download", "Write a document's settings into the keyboard (file to keyboard)");
+Command DownloadCommand() {
     const auto options = std::make_shared<DownloadOptions>();
-    command->add_option("FILE", options->file, "The document")->required()->check(NotEmpty());
-    command->add_flag("--skip-absent", options->skipAbsent,
-                      "Leave out what this keyboard has no module for");
-    command->add_flag("--dry-run", options->dryRun,
-                      "Tell what would be sent, and which settings change; write nothing");
-    command->add_flag("--full", options->full, "Send all that the settings take, changed or not");
-    command->add_flag("--no-verify", options->noVerify,
-                      "Do not read back and compare what was written: the backup is then the only "
-                      "way back");
-    AddSet(*command, options->set);
-    command->footer(
-        "Sections that the document lacks stay as they are in the keyboard. What the keyboard "
-        "holds is saved\n(qxconf backup), the bytes that change are sent, and then read back and "
-        "compared.\n\nExamples:\n"
-        "  qxconf download till.json\n"
-        "  qxconf download --dry-run till.json\n"
-        "  qxconf download --set till=042 till.json\n"
-        "  qxconf download --skip-absent full.json");
-    command->callback([&context, options] { Download(context, *options); });
+    return {
+        .name = "download",
+        .summary = "Write a document's settings into the keyboard (file to keyboard)",
+        .options = {{.name = "FILE",
+                     .target = &options->file,
+                     .summary = "The document",
+                     .isRequired = true},
+                    {.name = "--skip-absent",
+                     .target = &options->skipAbsent,
+                     .summary = "Leave out settings that this keyboard has no module for"},
+                    {.name = "--dry-run",
+                     .target = &options->dryRun,
+                     .summary = "Show the bytes and settings that would change; write nothing"},
+                    {.name = "--full",
+                     .target = &options->full,
+                     .summary = "Send every byte, changed or not"},
+                    {.name = "--no-verify",
+                     .target = &options->noVerify,
+                     .summary = "Do not read back and compare: the backup is then the only way "
+                                "back"},
+                    SetOption(options->set)},
+        .footer = "Sections that the document lacks stay as they are in the keyboard. The "
+                  "keyboard's contents are saved\n(qxconf backup), the bytes that change are "
+                  "sent, then read back and compared.\n\nExamples:\n"
+                  "  qxconf download till.json\n"
+                  "  qxconf download --dry-run till.json\n"
+                  "  qxconf download --set till=042 till.json\n"
+                  "  qxconf download --skip-absent full.json",
+        .run = [options](Context& context) { Download(context, *options); },
+    };
 }
 
 } // namespace qx::cli

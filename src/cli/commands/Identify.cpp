@@ -43,13 +43,15 @@ void Identify(Context& context) {
 
 } // namespace
 
-void AddIdentify(CLI::App& app, Context& context) {
-    CLI::App* command =
-        app.add_subcommand("identify", "Tell which keyboard this is and what it has");
-    command->footer("Examples:\n"
-                    "  qxconf identify\n"
-                    "  qxconf --keyboard till.qxk --json identify");
-    command->callback([&context] { Identify(context); });
+Command IdentifyCommand() {
+    return {
+        .name = "identify",
+        .summary = "Show which keyboard this is and which modules it has",
+        .footer = "Examples:\n"
+                  "  qxconf identify\n"
+                  "  qxconf --keyboard till.qxk --json identify",
+        .run = Identify,
+    };
 }
 
 } // namespace qx::cli

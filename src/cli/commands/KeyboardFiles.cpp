@@ -50,35 +50,45 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
                              (save ? " saved into " : " loaded from ") + file + "\n" + saved);
 }
 
-void AddTransfer(CLI::App& parent, Context& context, const host::KeyboardFileKind& kind,
-                 bool save) {
+struct TransferOptions {
+    std::string file;
+    ChosenLine line;
+};
+
+Command TransferCommand(const host::KeyboardFileKind& kind, bool save) {
+    const std::string content = "the " + std::string(kind.content);
+    const auto options = std::make_shared<TransferOptions>();
     const std::string name = save ? "save" : "load";
-    const std::string what = "the " + std::string(kind.content);
-    CLI::App* command =
-        parent.add_subcommand(name, save ? "Save " + what + " into a file (keyboard to file)"
-                                         : "Load " + what + " from a file (file to keyboard)");
-    const auto file = std::make_shared<std::string>();
-    const auto line = std::make_shared<ChosenLine>();
-    command->add_option("FILE", *file, "The file, in the driver's own format")
-        ->required()
-        ->check(NotEmpty());
+    const bool isBackedUp = !save && !kind.hasSerialLine;
+    Command command = {
+        .name = name,
+        .summary = save ? "Save " + content + " into a file (keyboard to file)"
+                        : "Load " + content + " from a file (file to keyboard)",
+        .options = {{.name = "FILE",
+                     .target = &options->file,
+                     .summary = "The file, in the driver's own format",
+                     .isRequired = true}},
+        .footer = std::string(isBackedUp ? "The keyboard's contents are saved before (qxconf "
+                                           "backup). They are not read back afterwards.\n\n"
+                                         : "") +
+                  "Example:\n  qxconf " + std::string(kind.key) + " " + name + " keyboard.bin",
+        .run =
+            [&kind, save, options](Context& context) {
+                Transfer(context, kind, save, options->file, options->line);
+            },
+    };
     if (kind.hasSerialLine) {
-        command
-            ->add_option("--baud", line->baudRateIndex,
-                         "Index of the baud rate, in place of the preferred one")
-            ->type_name("INDEX");
-        command->add_option("--port", line->comPort, "Serial port, in place of the preferred one")
-            ->type_name("NUMBER");
+        command.options.push_back(
+            {.name = "--baud",
+             .target = &options->line.baudRateIndex,
+             .summary = "Index of the baud rate, in place of the preferred one",
+             .value = "INDEX"});
+        command.options.push_back({.name = "--port",
+                                   .target = &options->line.comPort,
+                                   .summary = "Serial port, in place of the preferred one",
+                                   .value = "NUMBER"});
     }
-    const std::string kept = save || kind.hasSerialLine
-                                 ? ""
-                                 : "What the keyboard holds is saved before (qxconf backup). What "
-                                   "it holds afterwards is "
-                                   "not read back.\n\n";
-    command->footer(kept + "Example:\n  qxconf " + std::string(kind.key) + " " + name +
-                    " keyboard.bin");
-    command->callback(
-        [&context, &kind, save, file, line] { Transfer(context, kind, save, *file, *line); });
+    return command;
 }
 
 struct Conversion {
@@ -103,32 +113,44 @@ void Convert(Context& context, const Conversion& conversion) {
 
 } // namespace
 
-void AddKeyboardFiles(CLI::App& app, Context& context) {
+std::vector<Command> KeyboardFileCommands() {
+    std::vector<Command> commands;
     for (const host::KeyboardFileKind& kind : host::kKeyboardFiles) {
         const std::string key(kind.key);
-        CLI::App* command =
-            app.add_subcommand(key, "Save or load the keyboard's " + std::string(kind.content));
-        command->require_subcommand(1);
-        command->footer("Examples:\n  qxconf " + key + " save keyboard.bin\n  qxconf " + key +
-                        " load keyboard.bin");
-        AddTransfer(*command, context, kind, true);
-        AddTransfer(*command, context, kind, false);
+        commands.push_back({
+            .name = key,
+            .summary = "Save or load the keyboard's " + std::string(kind.content),
+            .footer = "Examples:\n  qxconf " + key + " save keyboard.bin\n  qxconf " + key +
+                      " load keyboard.bin",
+            .commands = {TransferCommand(kind, true), TransferCommand(kind, false)},
+        });
     }
-    CLI::App* convert = app.add_subcommand(
-        "convert", "Convert a raw binary file into a program file of the driver");
+    return commands;
+}
+
+Command ConvertCommand() {
     const auto conversion = std::make_shared<Conversion>();
-    convert->add_option("BIN", conversion->source, "The raw binary file")
-        ->required()
-        ->check(NotEmpty());
-    convert->add_option("ROM", conversion->destination, "The program file to write")
-        ->required()
-        ->check(NotEmpty());
+    Command command = {
+        .name = "convert",
+        .summary = "Convert a raw binary file into a program file of the driver",
+        .options = {{.name = "BIN",
+                     .target = &conversion->source,
+                     .summary = "The raw binary file",
+                     .isRequired = true},
+                    {.name = "ROM",
+                     .target = &conversion->destination,
+                     .summary = "The program file to write",
+                     .isRequired = true}},
+        .footer = "Example:\n  qxconf convert firmware.bin firmware.rom 0 0 0",
+        .run = [conversion](Context& context) { Convert(context, *conversion); },
+    };
     const char* const names[] = {"P1", "P2", "P3"};
     for (std::size_t i = 0; i < 3; ++i)
-        convert->add_option(names[i], conversion->parameters[i], "Parameter of the driver's own")
-            ->required();
-    convert->footer("Example:\n  qxconf convert firmware.bin firmware.rom 0 0 0");
-    convert->callback([&context, conversion] { Convert(context, *conversion); });
+        command.options.push_back({.name = names[i],
+                                   .target = &conversion->parameters[i],
+                                   .summary = "Parameter of the driver's own",
+                                   .isRequired = true});
+    return command;
 }
 
 } // namespace qx::cli

@@ -19,12 +19,19 @@ void SelectLayer(Context& context, Integer nLayer) {
 
 } // namespace
 
-void AddLayer(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("layer", "Select the layer of the function keys");
+Command LayerCommand() {
     const auto layer = std::make_shared<Integer>(Integer{0});
-    command->add_option("N", *layer, "The layer, 0 to 9")->required()->check(CLI::Range(0, 9));
-    command->footer("Example:\n  qxconf layer 3");
-    command->callback([&context, layer] { SelectLayer(context, *layer); });
+    return {
+        .name = "layer",
+        .summary = "Select the layer of the function keys",
+        .options = {{.name = "N",
+                     .target = layer.get(),
+                     .summary = "The layer, 0 to 9",
+                     .isRequired = true,
+                     .range = {{0, 9}}}},
+        .footer = "Example:\n  qxconf layer 3",
+        .run = [layer](Context& context) { SelectLayer(context, *layer); },
+    };
 }
 
 } // namespace qx::cli

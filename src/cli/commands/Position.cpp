@@ -36,8 +36,8 @@ private:
 };
 
 struct Limits {
-    int count = 0;   // keys; 0: no limit
-    int seconds = 0; // 0: no limit
+    Long count = 0;   // keys; 0: no limit
+    Long seconds = 0; // 0: no limit
 };
 
 void Watch(Context& context, const Limits& limits) {
@@ -48,7 +48,7 @@ void Watch(Context& context, const Limits& limits) {
     PositionMode mode(session);
     context.Note("press keys on the keyboard; Ctrl+C ends");
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(limits.seconds);
-    for (int keys = 0; !interrupt.IsInterrupted() && (limits.count == 0 || keys < limits.count);) {
+    for (Long keys = 0; !interrupt.IsInterrupted() && (limits.count == 0 || keys < limits.count);) {
         const Long code = session.Access().GetPositionCodeKey();
         if (code == 0 || code == -1 || code == -2) { // no key was pressed
             if (limits.seconds != 0 && std::chrono::steady_clock::now() >= end)
@@ -67,20 +67,32 @@ void Watch(Context& context, const Limits& limits) {
 
 } // namespace
 
-void AddPosition(CLI::App& app, Context& context) {
-    CLI::App* position = app.add_subcommand("position", "Work with the keyboard's position codes");
-    position->require_subcommand(1);
-    CLI::App* command = position->add_subcommand("watch", "Print each key as it is pressed");
+Command PositionCommand() {
     const auto limits = std::make_shared<Limits>();
-    command->add_option("--count", limits->count, "End after this many keys")->check(AboveZero());
-    command->add_option("--seconds", limits->seconds, "End after this many seconds")
-        ->check(AboveZero());
-    command->footer("While watching, the keyboard reports its keys here instead of typing.\n\n"
-                    "Examples:\n"
-                    "  qxconf position watch\n"
-                    "  qxconf position watch --count 1");
-    position->footer("Example:\n  qxconf position watch");
-    command->callback([&context, limits] { Watch(context, *limits); });
+    return {
+        .name = "position",
+        .summary = "Work with the keyboard's position codes",
+        .footer = "Example:\n  qxconf position watch",
+        .commands = {{
+            .name = "watch",
+            .summary = "Print each key as it is pressed",
+            .options = {{.name = "--count",
+                         .target = &limits->count,
+                         .summary = "End after this many keys",
+                         .value = "N",
+                         .range = kAboveZero},
+                        {.name = "--seconds",
+                         .target = &limits->seconds,
+                         .summary = "End after this many seconds",
+                         .value = "N",
+                         .range = kAboveZero}},
+            .footer = "While watching, the keyboard reports its keys here instead of typing.\n\n"
+                      "Examples:\n"
+                      "  qxconf position watch\n"
+                      "  qxconf position watch --count 1",
+            .run = [limits](Context& context) { Watch(context, *limits); },
+        }},
+    };
 }
 
 } // namespace qx::cli

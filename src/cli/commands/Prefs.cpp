@@ -128,34 +128,43 @@ void Set(Context& context, const std::string& name, const std::string& text) {
 
 } // namespace
 
-void AddPrefs(CLI::App& app, Context& context) {
-    CLI::App* prefs = app.add_subcommand("prefs", "Read and change preferences");
-    prefs->require_subcommand(1);
-    CLI::App* list = prefs->add_subcommand("list", "List all preferences with their types");
-    list->footer("Examples:\n"
-                 "  qxconf prefs list\n"
-                 "  qxconf --json prefs list");
-    list->callback([&context] { List(context); });
-
+Command PrefsCommand() {
     const auto name = std::make_shared<std::string>();
     const auto value = std::make_shared<std::string>();
-    CLI::App* get = prefs->add_subcommand("get", "Print one preference");
-    get->add_option("NAME", *name, "Its property name")->required();
-    get->footer("Example:\n  qxconf prefs get ColorProg");
-    get->callback([&context, name] { Get(context, *name); });
-
-    CLI::App* set = prefs->add_subcommand("set", "Change one preference");
-    set->add_option("NAME", *name, "Its property name")->required();
-    set->add_option("VALUE", *value, "True or False, a number, a colour (0x00BBGGRR), or a text")
-        ->required();
-    set->footer("Examples:\n"
-                "  qxconf prefs set AutoSave False\n"
-                "  qxconf prefs set ColorProg 0x000000FF");
-    set->callback([&context, name, value] { Set(context, *name, *value); });
-    prefs->footer("Examples:\n"
+    const Option preference = {
+        .name = "NAME", .target = name.get(), .summary = "Its property name", .isRequired = true};
+    return {
+        .name = "prefs",
+        .summary = "Read and change preferences",
+        .footer = "Examples:\n"
                   "  qxconf prefs list\n"
                   "  qxconf prefs get ColorProg\n"
-                  "  qxconf prefs set AutoSave False");
+                  "  qxconf prefs set AutoSave False",
+        .commands = {{.name = "list",
+                      .summary = "List all preferences with their types",
+                      .footer = "Examples:\n"
+                                "  qxconf prefs list\n"
+                                "  qxconf --json prefs list",
+                      .run = List},
+                     {.name = "get",
+                      .summary = "Print one preference",
+                      .options = {preference},
+                      .footer = "Example:\n  qxconf prefs get ColorProg",
+                      .run = [name](Context& context) { Get(context, *name); }},
+                     {.name = "set",
+                      .summary = "Change one preference",
+                      .options = {preference,
+                                  {.name = "VALUE",
+                                   .target = value.get(),
+                                   .summary =
+                                       "True or False, a number, a colour (0x00BBGGRR), or a text",
+                                   .isRequired = true,
+                                   .mayBeEmpty = true}},
+                      .footer = "Examples:\n"
+                                "  qxconf prefs set AutoSave False\n"
+                                "  qxconf prefs set ColorProg 0x000000FF",
+                      .run = [name, value](Context& context) { Set(context, *name, *value); }}},
+    };
 }
 
 } // namespace qx::cli

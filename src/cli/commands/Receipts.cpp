@@ -24,13 +24,16 @@ void List(Context& context) {
 
 } // namespace
 
-void AddReceipts(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("receipts", "List the records of all writes");
-    command->footer("With --json each one has the hashes of the document and of what the keyboard "
-                    "held before and\nafter.\n\nExamples:\n"
-                    "  qxconf receipts\n"
-                    "  qxconf --json receipts");
-    command->callback([&context] { List(context); });
+Command ReceiptsCommand() {
+    return {
+        .name = "receipts",
+        .summary = "List the records of all writes",
+        .footer = "With --json each one has the hashes of the document and of the keyboard's "
+                  "contents before and\nafter.\n\nExamples:\n"
+                  "  qxconf receipts\n"
+                  "  qxconf --json receipts",
+        .run = List,
+    };
 }
 
 } // namespace qx::cli

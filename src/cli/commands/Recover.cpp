@@ -68,27 +68,30 @@ void Recover(Context& context, const RecoverOptions& options) {
 
 } // namespace
 
-void AddRecover(CLI::App& app, Context& context) {
-    CLI::App* command =
-        app.add_subcommand("recover", "Finish or roll back a write that was interrupted");
+Command RecoverCommand() {
     const auto options = std::make_shared<RecoverOptions>();
-    auto* finish = command->add_flag("--finish", options->finish, "Write the rest of it");
-    auto* rollBack = command
-                         ->add_flag("--rollback", options->rollBack,
-                                    "Bring back what the keyboard held before it")
-                         ->excludes(finish);
-    command
-        ->add_flag("--forget", options->forget,
-                   "Leave the keyboard as it is, and take the write for ended")
-        ->excludes(finish)
-        ->excludes(rollBack);
-    command->footer("Without an option it only tells what was interrupted. It can be repeated "
-                    "until it succeeds,\neither way. What the keyboard holds is saved before. A "
-                    "keyboard that holds what that write\ncannot have left is not touched: a "
-                    "backup can be restored to it.\n\nExamples:\n"
-                    "  qxconf recover\n"
-                    "  qxconf recover --rollback");
-    command->callback([&context, options] { Recover(context, *options); });
+    return {
+        .name = "recover",
+        .summary = "Finish or roll back a write that was interrupted",
+        .options = {{.name = "--finish",
+                     .target = &options->finish,
+                     .summary = "Write the rest of it"},
+                    {.name = "--rollback",
+                     .target = &options->rollBack,
+                     .summary = "Restore the keyboard's contents from before it",
+                     .excludes = {"--finish"}},
+                    {.name = "--forget",
+                     .target = &options->forget,
+                     .summary = "Keep the keyboard as it is and discard the recovery record",
+                     .excludes = {"--finish", "--rollback"}}},
+        .footer = "Without an option it only reports the interrupted write. It can be repeated "
+                  "until it succeeds,\neither way. The keyboard's contents are saved before. A "
+                  "keyboard whose contents do not match the\ninterrupted write is not touched: a "
+                  "backup can be restored to it.\n\nExamples:\n"
+                  "  qxconf recover\n"
+                  "  qxconf recover --rollback",
+        .run = [options](Context& context) { Recover(context, *options); },
+    };
 }
 
 } // namespace qx::cli

@@ -78,38 +78,39 @@ void Sheet(Context& context, const SheetOptions& options) {
                    direction + ": wrote " + options.file + "\n");
 }
 
-CLI::Validator HasFormat() {
-    return {[](std::string& file) {
-                return sheet::FormatOf(file) ? std::string() : file + ": " + sheet::kFormatRule;
-            },
-            ""};
+std::string FormatComplaint(const std::string& file) {
+    return sheet::FormatOf(file) ? "" : file + ": " + sheet::kFormatRule;
 }
 
 } // namespace
 
-void AddSheet(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand(
-        "sheet", "Print a key sheet: the keys with their legends, and what they send");
+Command SheetCommand() {
     const auto options = std::make_shared<SheetOptions>();
-    command->add_option("-o,--output", options->file, "The sheet: a .pdf or .svg file")
-        ->required()
-        ->type_name("FILE")
-        ->check(HasFormat());
-    command
-        ->add_option("DOCUMENT", options->document,
-                     "The document to print; without it, the keyboard's settings")
-        ->check(NotEmpty());
-    command->add_option("--date", options->date, "Print this date, not today's")
-        ->type_name("TEXT")
-        ->check(NotEmpty());
-    command->footer("The sheet has the keyboard with its legends, the programmed keys, the layers "
-                    "and POS blocks\nthat are in use, and the readers' headers and terminators, "
-                    "on A4 pages; as .svg they stand\nbelow one another. Never changes the "
-                    "keyboard.\n\nExamples:\n"
-                    "  qxconf sheet -o till.pdf\n"
-                    "  qxconf sheet -o till.svg till.json\n"
-                    "  qxconf --layout german.qxl sheet -o till.pdf --date \"May 2031\" till.json");
-    command->callback([&context, options] { Sheet(context, *options); });
+    return {
+        .name = "sheet",
+        .summary = "Print a key sheet: the keys with their legends, and the sequences they send",
+        .options = {{.name = "-o,--output",
+                     .target = &options->file,
+                     .summary = "The sheet: a .pdf or .svg file",
+                     .value = "FILE",
+                     .isRequired = true,
+                     .complaint = FormatComplaint},
+                    {.name = "DOCUMENT",
+                     .target = &options->document,
+                     .summary = "The document to print; without it, the keyboard's settings"},
+                    {.name = "--date",
+                     .target = &options->date,
+                     .summary = "Print this date, not today's",
+                     .value = "TEXT"}},
+        .footer = "The sheet has the keyboard with its legends, the programmed keys, the layers "
+                  "and POS blocks\nthat are in use, and the readers' headers and terminators, "
+                  "on A4 pages; in an .svg file they\nare below one another. Never changes the "
+                  "keyboard.\n\nExamples:\n"
+                  "  qxconf sheet -o till.pdf\n"
+                  "  qxconf sheet -o till.svg till.json\n"
+                  "  qxconf --layout german.qxl sheet -o till.pdf --date \"May 2031\" till.json",
+        .run = [options](Context& context) { Sheet(context, *options); },
+    };
 }
 
 } // namespace qx::cli

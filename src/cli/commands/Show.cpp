@@ -72,14 +72,19 @@ void Show(Context& context, const std::string& key) {
 
 } // namespace
 
-void AddShow(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("show", "Tell the keyboard's settings in words");
+Command ShowCommand() {
     const auto key = std::make_shared<std::string>();
-    command->add_option("SECTION", *key, "Only this section, by its name in a document");
-    command->footer("Examples:\n"
-                    "  qxconf show\n"
-                    "  qxconf show magnetCard");
-    command->callback([&context, key] { Show(context, *key); });
+    return {
+        .name = "show",
+        .summary = "Show the keyboard's settings in words",
+        .options = {{.name = "SECTION",
+                     .target = key.get(),
+                     .summary = "Only this section, by its name in a document"}},
+        .footer = "Examples:\n"
+                  "  qxconf show\n"
+                  "  qxconf show magnetCard",
+        .run = [key](Context& context) { Show(context, *key); },
+    };
 }
 
 } // namespace qx::cli

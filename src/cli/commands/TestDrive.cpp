@@ -73,58 +73,84 @@ Reception PressedAndReleased(Reception pressed, const Reception& released) {
 }
 
 // Data that a card or a code can have.
-CLI::Validator Characters() {
-    return {[](const std::string& text) {
-                return IsWellFormedUtf8(text) ? std::string() : std::string("not UTF-8");
+std::string CharactersComplaint(const std::string& text) {
+    return IsWellFormedUtf8(text) ? "" : "not UTF-8";
+}
+
+Command KeyCommand() {
+    const auto key = std::make_shared<Integer>(Integer{0});
+    return {
+        .name = "key",
+        .summary = "Press and release a key",
+        .options = {{.name = "N",
+                     .target = key.get(),
+                     .summary = "Its position code, 0 to 140",
+                     .isRequired = true,
+                     .range = {{0, 140}}}},
+        .footer = "Example:\n  qxconf test-drive key 112",
+        .run =
+            [key](Context& context) {
+                Perform(context, [&](const sim::TestDrive& drive, Integer) {
+                    return PressedAndReleased(drive.PressKey(*key), drive.ReleaseKey(*key));
+                });
             },
-            ""};
+    };
 }
 
-void AddKey(CLI::App& parent, Context& context) {
-    CLI::App* command = parent.add_subcommand("key", "Press and release a key");
-    const auto key = std::make_shared<Integer>(Integer{0});
-    command->add_option("N", *key, "Its position code, 0 to 140")
-        ->required()
-        ->check(CLI::Range(0, 140));
-    command->footer("Example:\n  qxconf test-drive key 112");
-    command->callback([&context, key] {
-        Perform(context, [&](const sim::TestDrive& drive, Integer) {
-            return PressedAndReleased(drive.PressKey(*key), drive.ReleaseKey(*key));
-        });
-    });
+Command FunctionCommand() {
+    struct Options {
+        Integer key = 0;
+        std::optional<Integer> layer;
+    };
+    const auto options = std::make_shared<Options>();
+    return {
+        .name = "function",
+        .summary = "Press a layered function key",
+        .options = {{.name = "KEY",
+                     .target = &options->key,
+                     .summary = "The key, 0 to 23",
+                     .isRequired = true,
+                     .range = {{0, FuncKeyLayer::kKeys - 1}}},
+                    {.name = "--layer",
+                     .target = &options->layer,
+                     .summary = "The selected layer, 0 to 9; 0 unless given",
+                     .value = "L",
+                     .range = {{0, kFuncKeyLayers - 1}}}},
+        .footer = "Example:\n  qxconf test-drive function 5 --layer 3",
+        .run =
+            [options](Context& context) {
+                Perform(context, [&](const sim::TestDrive& drive, Integer selected) {
+                    return drive.PressFunctionKey(options->layer.value_or(selected), options->key);
+                });
+            },
+    };
 }
 
-void AddFunction(CLI::App& parent, Context& context) {
-    CLI::App* command = parent.add_subcommand("function", "Press a layered function key");
+Command PosCommand() {
     const auto key = std::make_shared<Integer>(Integer{0});
-    const auto layer = std::make_shared<std::optional<Integer>>();
-    command->add_option("KEY", *key, "The key, 0 to 23")
-        ->required()
-        ->check(CLI::Range(0, FuncKeyLayer::kKeys - 1));
-    command->add_option("--layer", *layer, "The selected layer, 0 to 9; 0 unless given")
-        ->type_name("L")
-        ->check(CLI::Range(0, kFuncKeyLayers - 1));
-    command->footer("Example:\n  qxconf test-drive function 5 --layer 3");
-    command->callback([&context, key, layer] {
-        Perform(context, [&](const sim::TestDrive& drive, Integer selected) {
-            return drive.PressFunctionKey(layer->value_or(selected), *key);
-        });
-    });
+    return {
+        .name = "pos",
+        .summary = "Press and release a POS key",
+        .options = {{.name = "N",
+                     .target = key.get(),
+                     .summary = "Its POS key index, 1 to 105",
+                     .isRequired = true,
+                     .range = {{1, POSKeyboard::kSlots}}}},
+        .footer = "Example:\n  qxconf test-drive pos 12",
+        .run =
+            [key](Context& context) {
+                Perform(context, [&](const sim::TestDrive& drive, Integer) {
+                    return PressedAndReleased(drive.PressPosKey(*key), drive.ReleasePosKey(*key));
+                });
+            },
+    };
 }
 
-void AddPos(CLI::App& parent, Context& context) {
-    CLI::App* command = parent.add_subcommand("pos", "Press and release a POS key");
-    const auto key = std::make_shared<Integer>(Integer{0});
-    command->add_option("N", *key, "Its POS key index, 1 to 105")
-        ->required()
-        ->check(CLI::Range(Integer{1}, POSKeyboard::kSlots));
-    command->footer("Example:\n  qxconf test-drive pos 12");
-    command->callback([&context, key] {
-        Perform(context, [&](const sim::TestDrive& drive, Integer) {
-            return PressedAndReleased(drive.PressPosKey(*key), drive.ReleasePosKey(*key));
-        });
-    });
-}
+struct SwipeOptions {
+    sim::Card card;
+    std::vector<Integer> wrongLRC;
+    std::vector<Integer> wrongLastChar;
+};
 
 // Notes the fault on the tracks that the user lists.
 void MarkTracks(sim::Card& card, const std::vector<Integer>& tracks, bool sim::CardTrack::*fault) {
@@ -138,98 +164,107 @@ void MarkTracks(sim::Card& card, const std::vector<Integer>& tracks, bool sim::C
     }
 }
 
-void AddSwipe(CLI::App& parent, Context& context) {
-    struct Options {
-        sim::Card card;
-        std::vector<Integer> wrongLRC;
-        std::vector<Integer> wrongLastChar;
-    };
-    CLI::App* command = parent.add_subcommand("swipe", "Swipe a card through the reader");
-    const auto options = std::make_shared<Options>();
+void Swipe(Context& context, const SwipeOptions& options) {
+    sim::Card card = options.card;
+    if (std::all_of(card.begin(), card.end(),
+                    [](const sim::CardTrack& track) { return track.data.empty(); }))
+        throw host::Error(host::ErrorKind::Usage, "the card is blank; give --track1 to --track4");
+    MarkTracks(card, options.wrongLRC, &sim::CardTrack::hasWrongLRC);
+    MarkTracks(card, options.wrongLastChar, &sim::CardTrack::hasWrongLastChar);
+    Perform(context, [&](const sim::TestDrive& drive, Integer) { return drive.SwipeCard(card); });
+}
+
+Command SwipeCommand() {
+    const auto options = std::make_shared<SwipeOptions>();
     const auto lastTrack = static_cast<Integer>(options->card.size());
-    for (Integer track = 1; track <= lastTrack; ++track) {
-        const std::string number = std::to_string(track);
-        command
-            ->add_option("--track" + number,
-                         options->card[static_cast<std::size_t>(track - 1)].data,
-                         "What the card has on track " + number)
-            ->check(Characters());
-    }
-    const auto addFault = [&](const std::string& name, std::vector<Integer>& tracks,
-                              const std::string& what) {
-        command->add_option(name, tracks, "This track has a wrong " + what + "; may be repeated")
-            ->type_name("TRACK")
-            ->allow_extra_args(false)
-            ->check(CLI::Range(Integer{1}, lastTrack));
+    Command command = {
+        .name = "swipe",
+        .summary = "Swipe a card through the reader",
+        .footer = "Examples:\n"
+                  "  qxconf test-drive swipe --track2 4711=2512\n"
+                  "  qxconf test-drive swipe --track1 SMITH --track2 4711 --wrong-lrc 2",
+        .run = [options](Context& context) { Swipe(context, *options); },
+    };
+    for (Integer track = 1; track <= lastTrack; ++track)
+        command.options.push_back(
+            {.name = "--track" + std::to_string(track),
+             .target = &options->card[static_cast<std::size_t>(track - 1)].data,
+             .summary = "The data on track " + std::to_string(track),
+             .value = "TEXT",
+             .mayBeEmpty = true,
+             .complaint = CharactersComplaint});
+    const auto addFault = [&](const char* name, std::vector<Integer>& tracks, const char* part) {
+        command.options.push_back(
+            {.name = name,
+             .target = &tracks,
+             .summary = std::string("This track has a wrong ") + part + "; may be repeated",
+             .value = "TRACK",
+             .range = {{1, lastTrack}}});
     };
     addFault("--wrong-lrc", options->wrongLRC, "check character");
     addFault("--wrong-last-char", options->wrongLastChar, "last character");
-    command->footer("Examples:\n"
-                    "  qxconf test-drive swipe --track2 4711=2512\n"
-                    "  qxconf test-drive swipe --track1 SMITH --track2 4711 --wrong-lrc 2");
-    command->callback([&context, options] {
-        sim::Card card = options->card;
-        if (std::all_of(card.begin(), card.end(),
-                        [](const sim::CardTrack& track) { return track.data.empty(); }))
-            throw host::Error(host::ErrorKind::Usage,
-                              "the card is blank; give --track1 to --track4");
-        MarkTracks(card, options->wrongLRC, &sim::CardTrack::hasWrongLRC);
-        MarkTracks(card, options->wrongLastChar, &sim::CardTrack::hasWrongLastChar);
-        Perform(context,
-                [&](const sim::TestDrive& drive, Integer) { return drive.SwipeCard(card); });
-    });
+    return command;
 }
 
-void AddScan(CLI::App& parent, Context& context) {
-    struct Options {
-        std::string data;
-        std::string symbology;
-        Integer reader = 1;
-    };
-    CLI::App* command = parent.add_subcommand("scan", "Scan a bar code");
-    const auto options = std::make_shared<Options>();
+struct ScanOptions {
+    std::string data;
+    std::string symbology;
+    Integer reader = 1;
+};
+
+Command ScanCommand() {
+    const auto options = std::make_shared<ScanOptions>();
     const std::vector<std::string> names(kBarcodePageNames.begin() + BP_EAN,
                                          kBarcodePageNames.end());
-    command->add_option("DATA", options->data, "What the code says")
-        ->required()
-        ->check(Characters());
-    command->add_option("--symbology", options->symbology, "The kind of the code, such as Code39")
-        ->required()
-        ->type_name("NAME")
-        ->transform(CLI::IsMember(names, CLI::ignore_case));
-    command->add_option("--reader", options->reader, "The reader's input, 1 or 2; 1 unless given")
-        ->type_name("N")
-        ->check(CLI::Range(Integer{1}, kBarcodeReaders));
-    command->footer("Examples:\n"
-                    "  qxconf test-drive scan 4006381333931 --symbology EAN\n"
-                    "  qxconf test-drive scan ABC-123 --symbology Code39 --reader 2");
-    command->callback([&context, options, names] {
-        const auto name = std::find(names.begin(), names.end(), options->symbology);
-        const auto symbology = static_cast<BarcodePage>(BP_EAN + (name - names.begin()));
-        Perform(context, [&](const sim::TestDrive& drive, Integer) {
-            return drive.ScanCode(options->reader, symbology, options->data);
-        });
-    });
+    return {
+        .name = "scan",
+        .summary = "Scan a bar code",
+        .options = {{.name = "DATA",
+                     .target = &options->data,
+                     .summary = "The data in the code",
+                     .isRequired = true,
+                     .mayBeEmpty = true,
+                     .complaint = CharactersComplaint},
+                    {.name = "--symbology",
+                     .target = &options->symbology,
+                     .summary = "The kind of the code, such as Code39",
+                     .value = "NAME",
+                     .isRequired = true,
+                     .choices = names},
+                    {.name = "--reader",
+                     .target = &options->reader,
+                     .summary = "The reader's input, 1 or 2; 1 unless given",
+                     .value = "N",
+                     .range = {{1, kBarcodeReaders}}}},
+        .footer = "Examples:\n"
+                  "  qxconf test-drive scan 4006381333931 --symbology EAN\n"
+                  "  qxconf test-drive scan ABC-123 --symbology Code39 --reader 2",
+        .run =
+            [options, names](Context& context) {
+                const auto name = std::find(names.begin(), names.end(), options->symbology);
+                const auto symbology = static_cast<BarcodePage>(BP_EAN + (name - names.begin()));
+                Perform(context, [&](const sim::TestDrive& drive, Integer) {
+                    return drive.ScanCode(options->reader, symbology, options->data);
+                });
+            },
+    };
 }
 
 } // namespace
 
-void AddTestDrive(CLI::App& app, Context& context) {
-    CLI::App* drive =
-        app.add_subcommand("test-drive", "Tell what the PC would receive from the keyboard");
-    drive->require_subcommand(1);
-    AddKey(*drive, context);
-    AddFunction(*drive, context);
-    AddPos(*drive, context);
-    AddSwipe(*drive, context);
-    AddScan(*drive, context);
-    drive->footer("Works on a simulated keyboard, from the settings in its memory, and changes "
+Command TestDriveCommand() {
+    return {
+        .name = "test-drive",
+        .summary = "Show what the PC would receive from the keyboard",
+        .footer = "Works on a simulated keyboard, from the settings in its memory, and changes "
                   "nothing.\n\nExamples:\n"
                   "  qxconf test-drive key 112\n"
                   "  qxconf test-drive function 5 --layer 3\n"
                   "  qxconf test-drive pos 12\n"
                   "  qxconf test-drive swipe --track2 4711=2512\n"
-                  "  qxconf test-drive scan ABC-123 --symbology Code39");
+                  "  qxconf test-drive scan ABC-123 --symbology Code39",
+        .commands = {KeyCommand(), FunctionCommand(), PosCommand(), SwipeCommand(), ScanCommand()},
+    };
 }
 
 } // namespace qx::cli

@@ -6,25 +6,41 @@
 
 namespace qx::cli {
 
-void AddValidate(CLI::App& app, Context& context) {
-    CLI::App* command = app.add_subcommand("validate", "Check a document and name every fault");
-    const auto file = std::make_shared<std::string>();
-    command->add_option("FILE", *file, "The document")->required()->check(NotEmpty());
-    const auto set = std::make_shared<std::vector<std::string>>();
-    AddSet(*command, *set);
-    command->footer("Needs no keyboard, and so does not know which keys its layout lets be "
-                    "programmed.\n\nExamples:\n"
-                    "  qxconf validate till.json\n"
-                    "  qxconf validate --set till=042 till.json\n"
-                    "  qxconf --json validate till.json");
-    command->callback([&context, file, set] {
-        const auto document = host::ConfigurationDocument::Load(*file);
-        host::Variables variables = VariablesOf(*set);
-        const auto sections = ReadDocument(*context.NewConfiguration(), document, variables);
-        RefuseUnused(variables);
-        context.Result({{"valid", true}, {"file", *file}},
-                       *file + " is valid: " + Counted(sections.size(), "section") + "\n");
-    });
+namespace {
+
+struct ValidateOptions {
+    std::string file;
+    std::vector<std::string> set;
+};
+
+void Validate(Context& context, const ValidateOptions& options) {
+    const auto document = host::ConfigurationDocument::Load(options.file);
+    host::Variables variables = VariablesOf(options.set);
+    const auto sections = ReadDocument(*context.NewConfiguration(), document, variables);
+    RefuseUnused(variables);
+    context.Result({{"valid", true}, {"file", options.file}},
+                   options.file + " is valid: " + Counted(sections.size(), "section") + "\n");
+}
+
+} // namespace
+
+Command ValidateCommand() {
+    const auto options = std::make_shared<ValidateOptions>();
+    return {
+        .name = "validate",
+        .summary = "Check a document and name every fault",
+        .options = {{.name = "FILE",
+                     .target = &options->file,
+                     .summary = "The document",
+                     .isRequired = true},
+                    SetOption(options->set)},
+        .footer = "Needs no keyboard, and so does not know which keys its layout allows to be "
+                  "programmed.\n\nExamples:\n"
+                  "  qxconf validate till.json\n"
+                  "  qxconf validate --set till=042 till.json\n"
+                  "  qxconf --json validate till.json",
+        .run = [options](Context& context) { Validate(context, *options); },
+    };
 }
 
 } // namespace qx::cli

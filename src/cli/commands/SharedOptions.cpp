@@ -1,4 +1,4 @@
-// The option --set of the commands that read a document.
+// Options that several commands have.
 
 #include "cli/commands/Commands.h"
 #include "qxcontrols/common/Utf.h"
@@ -21,12 +21,19 @@ host::Variables VariablesOf(const std::vector<std::string>& set) {
     return host::Variables(std::move(values));
 }
 
-void AddSet(CLI::App& command, std::vector<std::string>& set) {
-    command.add_option("--set", set, "Give a variable of the document a value; may be repeated")
-        ->type_name("NAME=VALUE")
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->take_all();
+Option OutputOption(std::string& file) {
+    return {.name = "-o,--output",
+            .target = &file,
+            .summary = "Write the document into this file, not to standard output",
+            .value = "FILE"};
+}
+
+Option SetOption(std::vector<std::string>& set) {
+    return {.name = "--set",
+            .target = &set,
+            .summary = "Give a variable of the document a value; may be repeated",
+            .value = "NAME=VALUE",
+            .mayBeEmpty = true};
 }
 
 std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
