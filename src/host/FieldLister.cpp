@@ -101,8 +101,8 @@ void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*
         return;
     std::string text;
     std::vector<Byte> codes;
-    for (Integer i = 1; i <= sequence.Length(); ++i) {
-        codes.push_back(static_cast<Byte>(sequence.GetPositionCode(i)));
+    for (const Integer code : sequence.Codes()) {
+        codes.push_back(static_cast<Byte>(code));
         text = Joined(text, InBraces(codes.back()));
     }
     if (m_layout != nullptr)

@@ -50,9 +50,7 @@ std::string JsonFieldWriter::Text(const Field& field, const std::string& sValue,
 void JsonFieldWriter::Sequence(const Field& field, KeySequence& sequence, Integer /*nSlot*/) {
     if (!field.required && sequence.Length() == 0)
         return;
-    Json& codes = Place(field) = Json::array();
-    for (Integer i = 1; i <= sequence.Length(); ++i)
-        codes.push_back(sequence.GetPositionCode(i));
+    Place(field) = sequence.Codes();
 }
 
 void JsonFieldWriter::Object(const Field& field, const std::function<void()>& members) {

@@ -85,8 +85,8 @@ private:
     // As it can be typed in again, with the releases of keys.
     [[nodiscard]] QString Sequence(const KeySequence& sequence) const {
         std::vector<Byte> codes;
-        for (Integer i = 1; i <= sequence.Length(); ++i)
-            codes.push_back(static_cast<Byte>(sequence.GetPositionCode(i)));
+        for (const Integer code : sequence.Codes())
+            codes.push_back(static_cast<Byte>(code));
         return Printable(SequenceToText(codes, m_layout));
     }
 

@@ -43,8 +43,7 @@ void Check(const char* what, Integer number, Integer first, Integer last) {
 std::vector<KeyStroke> StrokesOf(const KeySequence& sequence) {
     constexpr Integer kRelease = 128; // a code from here on releases the key of the code less this
     std::vector<KeyStroke> keys;
-    for (Integer i = 1; i <= sequence.Length(); ++i) {
-        const Integer code = sequence.GetPositionCode(i);
+    for (const Integer code : sequence.Codes()) {
         const bool isReleased = code >= kRelease;
         keys.push_back({static_cast<Integer>(isReleased ? code - kRelease : code), isReleased});
     }

@@ -49,6 +49,32 @@ TEST(KeySequence, RoundsTheLengthOfAnyText) {
     EXPECT_EQ(sequence.Length(), 0);
 }
 
+TEST(KeySequence, ConvertsWholeSlots) {
+    std::string bytes;
+    std::vector<Integer> codes;
+    for (Integer code = 0; code <= 255; ++code) {
+        bytes += static_cast<char>(code);
+        codes.push_back(code);
+    }
+    KeySequence sequence;
+    sequence.AddByte(7);
+    sequence.SetBytes(bytes);
+    EXPECT_EQ(sequence.Codes(), codes);
+    KeySequence singly;
+    for (const Integer code : codes)
+        singly.AddByte(code);
+    EXPECT_EQ(sequence.KeyString(), singly.KeyString());
+    EXPECT_EQ(sequence.Length(), 256);
+
+    // Fields that no keyboard gives: read as GetPositionCode reads each of them.
+    sequence.SetKeyString("1 2 5 256999-99a12 -1   007-1 12");
+    EXPECT_EQ(sequence.Codes(), (std::vector<Integer>{1, 5, 256, 999, -99, 0, -1, 0, 7, -1, 12}));
+    for (Integer i = 1; i <= sequence.Length(); ++i)
+        EXPECT_EQ(sequence.GetPositionCode(i), sequence.Codes()[static_cast<std::size_t>(i - 1)]);
+    EXPECT_THROW(sequence.SetBytes(std::string(32768, 'x')), std::overflow_error);
+    EXPECT_EQ(sequence.Length(), 11);
+}
+
 TEST(KeyboardSequences, ClearsCodesAndAssignmentsApart) {
     KeyboardSequences sequences;
     EXPECT_EQ(sequences.GetNumberOfProgamableKeys(), 141);

@@ -26,13 +26,33 @@ constexpr FieldText MakeField(Integer nValue) {
     return field;
 }
 
-// The fields of the codes that keyboards store: whole keyboards are decoded code by code.
+// The fields of the codes that keyboards store, so that whole slots are converted by look-up.
 constexpr auto kStoredFields = [] {
     std::array<FieldText, 256> fields{};
     for (std::size_t code = 0; code < fields.size(); ++code)
         fields[code] = MakeField(static_cast<Integer>(code));
     return fields;
 }();
+
+// What a character counts in a field of a stored code, or more than such a field can come to.
+constexpr auto kDigits = [] {
+    std::array<std::uint16_t, 256> digits{};
+    digits.fill(1000);
+    digits[' '] = 0;
+    for (unsigned digit = 0; digit < 10; ++digit)
+        digits['0' + digit] = static_cast<std::uint16_t>(digit);
+    return digits;
+}();
+
+// The number in the field of three characters at `field`.
+Integer CodeIn(const char* field) {
+    const auto digit = [field](std::size_t i) { return kDigits[static_cast<Byte>(field[i])]; };
+    const unsigned code = 100U * digit(0) + 10U * digit(1) + digit(2);
+    if (code < kStoredFields.size() &&
+        std::equal(field, field + kField, kStoredFields[code].data()))
+        return static_cast<Integer>(code);
+    return CodeAt(std::string(field, kField), 0); // as no keyboard stores it
+}
 
 FieldText Field(Integer nValue) {
     if (nValue >= 0 && nValue <= 255)
@@ -77,6 +97,26 @@ Integer KeySequence::GetPositionCode(Integer nIndex) const {
     if (nIndex < 1 || nIndex > m_length)
         return 0;
     return CodeAt(m_keyString, static_cast<std::size_t>(nIndex - 1) * kField);
+}
+
+std::vector<Integer> KeySequence::Codes() const {
+    std::vector<Integer> codes(static_cast<std::size_t>(m_length));
+    const std::size_t whole = std::min(codes.size(), m_keyString.size() / kField);
+    for (std::size_t i = 0; i < whole; ++i)
+        codes[i] = CodeIn(m_keyString.data() + i * kField);
+    for (std::size_t i = whole; i < codes.size(); ++i) // a field that lacks a character
+        codes[i] = CodeAt(m_keyString, i * kField);
+    return codes;
+}
+
+void KeySequence::SetBytes(std::string_view sBytes) {
+    m_length = CodesIn(sBytes.size() * kField);
+    m_keyString.resize(sBytes.size() * kField);
+    char* field = m_keyString.data();
+    for (const char byte : sBytes) {
+        std::copy_n(kStoredFields[static_cast<Byte>(byte)].data(), kField, field);
+        field += kField;
+    }
 }
 
 void KeySequence::SetKeyString(std::string sKeyString) {

@@ -9,6 +9,8 @@
 #include "qxcontrols/common/Types.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace qx {
 
@@ -28,6 +30,11 @@ public:
     [[nodiscard]] Integer Length() const { return m_length; }
     // The code (despite the name) at place nIndex, counted from 1; 0 outside the sequence.
     [[nodiscard]] Integer GetPositionCode(Integer nIndex) const;
+    // All codes in their order.
+    [[nodiscard]] std::vector<Integer> Codes() const;
+    // Replaces the codes by the bytes, each a code from 0 to 255. Throws std::overflow_error past
+    // 32767 of them.
+    void SetBytes(std::string_view sBytes);
 
     // The codes as text. Any text is taken as it is; its length in codes is a third of its
     // characters, rounded to the nearest whole number. Throws std::overflow_error past 32767.

@@ -33,8 +33,7 @@ std::string EditableText(const KeySequence& sequence, const QXKeyboardLayoutData
     if (layout == nullptr)
         return {};
     std::vector<Byte> codes;
-    for (Integer i = 1; i <= sequence.Length(); ++i) {
-        const Integer code = sequence.GetPositionCode(i);
+    for (const Integer code : sequence.Codes()) {
         if (code < 0 || code > 255)
             return {};
         codes.push_back(static_cast<Byte>(code));

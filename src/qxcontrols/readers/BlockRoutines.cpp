@@ -1,31 +1,31 @@
 #include "qxcontrols/readers/BlockRoutines.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <vector>
 
 namespace qx {
 
 void BytesToSequence(KeySequence& sequence, Long& position, Long length, std::string_view block) {
-    sequence.Clear();
     const auto start = std::min(static_cast<std::size_t>(position), block.size());
-    for (const char byte : block.substr(start, static_cast<std::size_t>(length))) {
-        if (byte == 0)
-            break;
-        sequence.AddByte(static_cast<Byte>(byte));
-    }
+    const std::string_view slot = block.substr(start, static_cast<std::size_t>(length));
+    sequence.SetBytes(slot.substr(0, slot.find('\0')));
     position += length;
 }
 
 std::string SequenceToBytes(const KeySequence& sequence, Long length) {
-    std::string slot;
-    slot.reserve(static_cast<std::size_t>(length));
-    const Long codes = std::min<Long>(sequence.Length(), length);
-    for (Long i = 1; i <= codes; ++i) {
-        const Integer code = sequence.GetPositionCode(static_cast<Integer>(i));
-        if (code == -1)
-            return {};
-        slot += static_cast<char>(static_cast<Byte>(code));
-    }
-    slot.resize(static_cast<std::size_t>(length), '\0');
+    const auto size = static_cast<std::size_t>(length);
+    std::vector<Integer> codes = sequence.Codes();
+    codes.resize(std::min(codes.size(), size));
+    if (std::find(codes.begin(), codes.end(), -1) != codes.end())
+        return {};
+    std::string slot(size, '\0');
+    std::transform(codes.begin(), codes.end(), slot.begin(), [](Integer code) {
+        if (code < 0 || code > 255)
+            throw std::overflow_error("the key code " + std::to_string(code) +
+                                      " is not one of 0 to 255");
+        return static_cast<char>(code);
+    });
     return slot;
 }
 

@@ -18,8 +18,9 @@ namespace qx {
 // number is negative.
 void BytesToSequence(KeySequence& sequence, Long& position, Long length, std::string_view block);
 
-// The slot of `length` bytes that holds the sequence, cut to its first `length` codes, of each the
-// low eight bits. A code -1 among these gives the empty text instead.
+// The slot of `length` bytes that holds the sequence, cut to its first `length` codes. A code -1
+// among these gives the empty text instead. Throws std::overflow_error at any other code that is
+// not one of 0 to 255.
 [[nodiscard]] std::string SequenceToBytes(const KeySequence& sequence, Long length);
 
 // A byte whose bit k is flag k.

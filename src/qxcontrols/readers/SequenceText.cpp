@@ -8,10 +8,10 @@ std::string SequenceText(const KeySequence& sequence, const QXKeyboardLayoutData
                          bool fUseUpcodes) {
     if (layout != nullptr)
         return layout->ConvertKeyStringIntoTextStringUseUpcodes(sequence.KeyString(), fUseUpcodes);
-    std::string codes;
-    for (Integer i = 1; i <= sequence.Length(); ++i)
-        codes += (i == 1 ? "" : " ") + std::to_string(sequence.GetPositionCode(i));
-    return codes;
+    std::string text;
+    for (const Integer code : sequence.Codes())
+        text += (text.empty() ? "" : " ") + std::to_string(code);
+    return text;
 }
 
 } // namespace qx
