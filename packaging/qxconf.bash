@@ -30,7 +30,8 @@ _qxconf() {
     esac
     if [[ $word == -* ]]; then
         case $command in
-        upload | defaults) globals+=' --output' ;;
+        upload) globals+=' --output --no-identifier' ;;
+        defaults) globals+=' --output' ;;
         sheet) globals+=' --output --date' ;;
         download) globals+=' --dry-run --full --no-verify --skip-absent --set' ;;
         validate | diff) globals+=' --set' ;;

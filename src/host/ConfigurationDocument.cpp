@@ -63,4 +63,16 @@ Json& ConfigurationDocument::Place(std::string_view key) {
     return m_json[std::string(key)];
 }
 
+std::string ConfigurationDocument::Identifier() const {
+    const Json::json_pointer place(kIdentifierPlace);
+    const bool isText = m_json.contains(place) && m_json[place].is_string();
+    return isText ? m_json[place].get<std::string>() : std::string();
+}
+
+void ConfigurationDocument::RemoveIdentifier() {
+    const Json::json_pointer place(kIdentifierPlace);
+    if (m_json.contains(place))
+        m_json[place.parent_pointer()].erase(place.back());
+}
+
 } // namespace qx::host

@@ -18,6 +18,12 @@ public:
     static constexpr std::string_view kFormat = "qx-configuration";
     static constexpr int kVersion = 1;
     static constexpr std::string_view kKeyboardKey = "keyboard";
+    // Where a document has the identifier of the keyboard that it was read from.
+    static constexpr const char* kIdentifierPlace = "/layeredFuncKeys/guid";
+    // What to do when a document has one, and is meant for other keyboards.
+    static constexpr std::string_view kIdentifierAdvice =
+        "a document for other keyboards leaves the identifier out (qxconf upload "
+        "--no-identifier), and each keyboard then keeps its own";
 
     // A document without sections.
     ConfigurationDocument();
@@ -37,6 +43,11 @@ public:
     [[nodiscard]] const Json* Find(std::string_view key) const;
     // The section, made when it is not there.
     [[nodiscard]] Json& Place(std::string_view key);
+
+    // The identifier, as it is written there; empty when there is none.
+    [[nodiscard]] std::string Identifier() const;
+    // Makes it a document that leaves every keyboard its own identifier.
+    void RemoveIdentifier();
 
 private:
     Json m_json;

@@ -30,6 +30,10 @@ struct WritePlan {
     std::vector<std::string> notRestored;          // areas that a backup cannot bring back, and why
 
     [[nodiscard]] bool IsEmpty() const { return ranges.empty(); }
+    // Whether the keyboard has an identifier and is given another one.
+    [[nodiscard]] bool ReplacesIdentifier() const {
+        return !before.identity.guid.empty() && before.identity.guid != after.identity.guid;
+    }
     [[nodiscard]] Long BytesToSend() const; // of the ranges
     [[nodiscard]] Long BytesInAll() const;  // of the requests
     // What is sent: the ranges, or, when full, all requests.

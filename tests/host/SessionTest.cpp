@@ -180,10 +180,12 @@ TEST_F(SessionTest, AnIdentifierThatTheDocumentLacksStays) {
     for (const bool isAbsent : {true, false}) {
         auto document = uploaded;
         Json& section = document.Place("layeredFuncKeys");
+        ASSERT_EQ(document.Identifier(), "{21212121-2121-2121-2121-212121212121}");
         if (isAbsent)
-            section.erase("guid");
+            document.RemoveIdentifier();
         else
             section["guid"] = "";
+        ASSERT_EQ(section.contains("guid"), !isAbsent);
         section["keys"] = Json::array();
         const auto read = configuration.Read(document);
         EXPECT_EQ(configuration.Write(read).Find("layeredFuncKeys")->count("guid"), 0U);

@@ -112,6 +112,9 @@ void Download(Context& context, const DownloadOptions& options) {
     RefuseUnused(variables);
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
     const host::WritePlan plan = context.Writer().Plan(sections);
+    if (plan.ReplacesIdentifier())
+        context.Note("the keyboard takes over the identifier of another one from " + options.file +
+                     "; " + std::string(host::ConfigurationDocument::kIdentifierAdvice));
     if (options.dryRun) {
         context.CloseKeyboard();
         return TellPlan(context, plan, options);
