@@ -4,7 +4,7 @@
 #include "files/Files.h"
 #include "setup/LayoutSource.h"
 
-#include <ostream>
+#include <algorithm>
 
 namespace qx::cli {
 
@@ -12,19 +12,20 @@ namespace {
 
 constexpr int kSchema = 1;
 
-// Control characters as escapes: what files hold may stand in an error, and is not for the
-// terminal.
-std::string Visible(const std::string& text) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    std::string visible;
-    for (const char c : text) {
-        const auto byte = static_cast<Byte>(c);
-        if ((byte < ' ' && c != '\n' && c != '\t') || byte == 0x7F)
-            visible.append("\\u00").append({kDigits[byte / 16], kDigits[byte % 16]});
-        else
-            visible += c;
-    }
-    return visible;
+// A document can have very many faults, of which nobody reads all.
+constexpr std::size_t kShownFaults = 20;
+constexpr std::size_t kFaultsInJson = 1000;
+
+host::Json ToJson(const host::Error& error) {
+    const auto& faults = error.Faults();
+    host::Json json = {{"code", host::CodeOf(error.Kind())}, {"message", error.what()}};
+    json["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
+    json["status"] = error.Status() ? host::Json(*error.Status()) : host::Json();
+    for (std::size_t i = 0; i < std::min(faults.size(), kFaultsInJson); ++i)
+        json["faults"].push_back({{"place", faults[i].place}, {"message", faults[i].message}});
+    if (faults.size() > kFaultsInJson)
+        json["faultsLeftOut"] = faults.size() - kFaultsInJson;
+    return json;
 }
 
 } // namespace
@@ -55,14 +56,14 @@ int ExitStatusOf(host::ErrorKind kind) {
 class Context::NotedMessageBoxes : public MessageBoxes {
 public:
     explicit NotedMessageBoxes(Context& context) : m_context(context) {}
-    void Show(std::string_view sText) override { m_context.Note(std::string(sText)); }
+    void Show(std::string_view sText) override { m_context.Note(sText); }
 
 private:
     Context& m_context;
 };
 
 Context::Context(Streams streams, Surroundings surroundings)
-    : m_streams(streams), m_surroundings(std::move(surroundings)),
+    : m_console(streams), m_surroundings(std::move(surroundings)),
       m_boxes(std::make_unique<NotedMessageBoxes>(*this)) {
     m_platform.messageBoxes = m_boxes.get();
 }
@@ -196,34 +197,21 @@ std::unique_ptr<host::Configuration> Context::NewConfiguration() {
 }
 
 void Context::ShowProgress(int percent) {
-    constexpr int kWidth = 40;
-    if (!m_streams.errIsTerminal || percent == m_shownProgress)
-        return;
-    m_shownProgress = percent;
-    const int done = percent * kWidth / 100;
-    const char* const on = m_surroundings.noColor ? "" : "\033[32m";
-    const char* const off = m_surroundings.noColor ? "" : "\033[0m";
-    m_streams.err << '\r' << '[' << on << std::string(static_cast<std::size_t>(done), '#') << off
-                  << std::string(static_cast<std::size_t>(kWidth - done), '.') << "] " << percent
-                  << " %";
-    if (percent == 100)
-        m_streams.err << '\n';
-    m_streams.err.flush();
+    m_console.ShowProgress("transfer", percent);
 }
 
-void Context::Result(const host::Json& json, const std::string& text) {
-    if (!options.json) {
-        m_streams.out << text;
-        return;
-    }
+void Context::Result(const host::Json& json, const Lines& lines) {
+    if (!options.json)
+        return m_console.Result(lines);
     host::Json result = {{"schema", kSchema}};
     result.update(json);
-    m_streams.out << host::PrettyText(result);
+    m_console.Result(result);
 }
 
-void Context::Flush() {
-    if (!m_streams.out.flush())
-        throw host::Error(host::ErrorKind::FileFailed, "standard output could not be written");
+void Context::DocumentResult(const host::Json& json, const host::Json& document) {
+    if (options.json)
+        return Result(json, {});
+    m_console.Result(document);
 }
 
 void Context::RefuseKeyboardFile(const std::string& file) const {
@@ -232,31 +220,16 @@ void Context::RefuseKeyboardFile(const std::string& file) const {
         throw host::Error(host::ErrorKind::Usage, file + " is the file of the keyboard itself");
 }
 
-void Context::Note(const std::string& text) {
-    m_streams.err << Visible(text) << '\n';
-}
-
 int Context::Report(const host::Error& error) {
-    ReportError(error.Kind(), error.what(), error.Faults(), error.Status());
+    const auto& faults = error.Faults();
+    m_console.Error("qxconf: " + std::string(error.what()));
+    for (std::size_t i = 1; i < std::min(faults.size(), kShownFaults); ++i)
+        m_console.Error("        " + faults[i].place + ": " + faults[i].message);
+    if (faults.size() > kShownFaults)
+        m_console.Error("        and " + std::to_string(faults.size() - kShownFaults) + " more");
+    if (options.json)
+        m_console.Result(host::Json{{"schema", kSchema}, {"error", ToJson(error)}});
     return ExitStatusOf(error.Kind());
-}
-
-void Context::ReportError(host::ErrorKind kind, const std::string& message,
-                          const std::vector<host::Fault>& faults, std::optional<Long> status) {
-    Note("qxconf: " + message);
-    for (std::size_t i = 1; i < faults.size(); ++i)
-        Note("        " + faults[i].place + ": " + faults[i].message);
-    if (!options.json)
-        return;
-    host::Json error = {{"code", host::CodeOf(kind)}, {"message", message}};
-    error["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
-    error["status"] = status ? host::Json(*status) : host::Json();
-    if (!faults.empty()) {
-        error["faults"] = host::Json::array();
-        for (const host::Fault& fault : faults)
-            error["faults"].push_back({{"place", fault.place}, {"message", fault.message}});
-    }
-    m_streams.out << host::PrettyText({{"schema", kSchema}, {"error", error}});
 }
 
 } // namespace qx::cli

@@ -1,17 +1,16 @@
 // Context: what every command of the command line works with.
 //
-// It holds the global options and the streams, makes the services that a command asks for on first
-// use, and writes results. Results go to standard output, everything else to standard error.
+// It holds the global options and the console, makes the services that a command asks for on first
+// use, and writes results.
 #pragma once
 
-#include "host/Json.h"
+#include "cli/Console.h"
 #include "host/Session.h"
 #include "host/Writer.h"
 #include "setup/DriverSource.h"
 
 #include <chrono>
 #include <functional>
-#include <iosfwd>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,16 +24,9 @@ class QXProgSettings;
 
 namespace qx::cli {
 
-struct Streams {
-    std::ostream& out;
-    std::ostream& err;
-    bool errIsTerminal = false;
-};
-
 // What the command line takes from its surroundings; tests put their own in.
 struct Surroundings {
     std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver = setup::OpenDriver;
-    bool noColor = true;
     // Lets some time pass while something is waited for.
     std::function<void()> pause = [] { std::this_thread::sleep_for(std::chrono::seconds(1)); };
     // Where backups, journal and receipts are; empty: in the user's data folder.
@@ -48,6 +40,7 @@ struct GlobalOptions {
     std::filesystem::path settings;
     bool trace = false;
     bool json = false;
+    bool quiet = false;
 };
 
 // The program's exit status for an error.
@@ -100,29 +93,28 @@ public:
     [[nodiscard]] std::filesystem::path DataFolder() const;
     void Pause() const { m_surroundings.pause(); }
 
-    // Writes a command's result: the text, or the members of `json` with the schema number.
-    void Result(const host::Json& json, const std::string& text);
-    // Sends what has been written on its way, as for results that come one by one. Throws
-    // host::Error(FileFailed) when any of it could not be written.
-    void Flush();
+    // Writes a command's result: the lines, or the members of `json` with the schema number.
+    void Result(const host::Json& json, const Lines& lines);
+    // The same with the document in place of lines.
+    void DocumentResult(const host::Json& json, const host::Json& document);
+    // The rest as in Console.
+    void Flush() { m_console.Flush(); }
+    void Text(const std::string& text) { m_console.Text(text); }
+    void Note(std::string_view text) { m_console.Note(text); }
+    void Trace(std::string_view text) { m_console.Error(text); }
     // Throws host::Error(Usage) when the file to be written is the simulated keyboard's own.
     void RefuseKeyboardFile(const std::string& file) const;
     // Draws the bar of a transfer, where people watch.
     void ShowProgress(int percent);
-    // Says something to the user that is no result.
-    void Note(const std::string& text);
     // Reports an error and returns the exit status that belongs to it.
     int Report(const host::Error& error);
 
 private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void TellOfInterruptedWrites();
-    void ReportError(host::ErrorKind kind, const std::string& message,
-                     const std::vector<host::Fault>& faults, std::optional<Long> status);
-
     class NotedMessageBoxes;
 
-    Streams m_streams;
+    Console m_console;
     Surroundings m_surroundings;
     std::unique_ptr<NotedMessageBoxes> m_boxes;
     Platform m_platform;
@@ -130,7 +122,6 @@ private:
     std::unique_ptr<host::Session> m_session;
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;
-    int m_shownProgress = -1;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;
 };
 

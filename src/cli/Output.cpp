@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 
 #include "files/Files.h"
+#include "host/VisibleText.h"
 #include "qxcontrols/common/Text.h"
 
 #include <algorithm>
@@ -9,36 +10,42 @@ namespace qx::cli {
 
 namespace {
 
-// How wide the text is on a screen, near enough: its UTF-8 characters.
+// How wide the text is on a screen, near enough: the UTF-8 characters that are shown.
 std::size_t Width(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<Byte>(c) & 0xC0U) != 0x80U; }));
+    const std::string shown = host::VisibleText(text);
+    return static_cast<std::size_t>(std::count_if(shown.begin(), shown.end(), [](char c) {
+        return (static_cast<Byte>(c) & 0xC0U) != 0x80U;
+    }));
 }
 
 } // namespace
 
-std::string AlignedText(const std::vector<std::vector<std::string>>& rows) {
+Lines AlignedLines(const std::vector<std::vector<std::string>>& rows) {
     std::vector<std::size_t> widths;
     for (const auto& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i)
             widths[i] = std::max(widths[i], Width(row[i]));
     }
-    std::string text;
+    Lines lines;
     for (const auto& row : rows) {
         std::string line = "  ";
         for (std::size_t i = 0; i < row.size(); ++i)
             line += row[i] + std::string(widths[i] - Width(row[i]) + 2, ' ');
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+        lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
     }
-    return text;
+    return lines;
+}
+
+void Append(Lines& lines, const Lines& more) {
+    lines.insert(lines.end(), more.begin(), more.end());
 }
 
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction) {
     if (file.empty()) {
-        context.Result({{"direction", direction}, {"document", document.AsJson()}},
-                       document.ToText());
+        context.DocumentResult({{"direction", direction}, {"document", document.AsJson()}},
+                               document.AsJson());
         return;
     }
     context.RefuseKeyboardFile(file);
@@ -47,8 +54,7 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
-    context.Result({{"direction", direction}, {"file", file}},
-                   direction + ": wrote " + file + "\n");
+    context.Result({{"direction", direction}, {"file", file}}, {direction + ": wrote " + file});
 }
 
 host::Json ToJson(const host::WritePlan& plan) {
@@ -71,7 +77,7 @@ host::Json ToJson(const host::WritePlan& plan) {
             {"ranges", ranges}};
 }
 
-std::string ToText(const host::WritePlan& plan) {
+Lines ToLines(const host::WritePlan& plan) {
     std::vector<std::vector<std::string>> rows;
     for (const host::PlannedRange& range : plan.ranges) {
         rows.push_back(
@@ -80,7 +86,7 @@ std::string ToText(const host::WritePlan& plan) {
         for (std::size_t i = 1; i < range.settings.size(); ++i)
             rows.push_back({"", "", "", range.settings[i]});
     }
-    return AlignedText(rows);
+    return AlignedLines(rows);
 }
 
 } // namespace qx::cli

@@ -13,10 +13,11 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
 
 // What a write would change, as a result.
 [[nodiscard]] host::Json ToJson(const host::WritePlan& plan);
-[[nodiscard]] std::string ToText(const host::WritePlan& plan);
+[[nodiscard]] Lines ToLines(const host::WritePlan& plan);
 
 // Rows of cells as lines, with the cells of each column below one another.
-[[nodiscard]] std::string AlignedText(const std::vector<std::vector<std::string>>& rows);
+[[nodiscard]] Lines AlignedLines(const std::vector<std::vector<std::string>>& rows);
+void Append(Lines& lines, const Lines& more);
 
 // "3 settings", "1 setting".
 template <typename Number>

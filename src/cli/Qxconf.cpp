@@ -5,7 +5,6 @@
 #include "qxcontrols/device/Trace.h"
 
 #include <algorithm>
-#include <ostream>
 
 namespace qx::cli {
 
@@ -77,10 +76,10 @@ Command Program(GlobalOptions& options) {
 // The trace goes to standard error while a command runs.
 class TraceToError {
 public:
-    TraceToError(const GlobalOptions& options, std::ostream& err) {
-        SetTraceSink([&options, &err](std::string_view text) {
-            if (options.trace)
-                err << text << '\n';
+    explicit TraceToError(Context& context) {
+        SetTraceSink([&context](std::string_view text) {
+            if (context.options.trace)
+                context.Trace(text);
         });
     }
     ~TraceToError() { SetTraceSink({}); }
@@ -88,12 +87,12 @@ public:
     TraceToError& operator=(const TraceToError&) = delete;
 };
 
-int RunCommand(Context& context, const Command& program, const std::vector<std::string>& arguments,
-               std::ostream& out) {
+int RunCommand(Context& context, const Command& program,
+               const std::vector<std::string>& arguments) {
     try {
         const Parsed parsed = Parse(program, kVersion, arguments);
         if (parsed.command == nullptr)
-            out << parsed.text;
+            context.Text(parsed.text);
         else
             parsed.command->run(context);
         return context.exitStatus;
@@ -114,8 +113,8 @@ int Run(const std::vector<std::string>& arguments, const Streams& streams,
         const Surroundings& surroundings) {
     Context context(streams, surroundings);
     const Command program = Program(context.options);
-    const TraceToError trace(context.options, streams.err);
-    const int status = RunCommand(context, program, arguments, streams.out);
+    const TraceToError trace(context);
+    const int status = RunCommand(context, program, arguments);
     try {
         context.Flush();
     } catch (const host::Error& error) {

@@ -1,6 +1,7 @@
 // Error: what went wrong, for people and for programs.
 #pragma once
 
+#include "host/VisibleText.h"
 #include "qxcontrols/common/Types.h"
 
 #include <optional>
@@ -34,17 +35,19 @@ struct Fault {
     std::string message;
 };
 
+// The message is a VisibleText, whatever it was made of.
 class Error : public std::runtime_error {
 public:
-    Error(ErrorKind kind, const std::string& message) : std::runtime_error(message), m_kind(kind) {}
+    Error(ErrorKind kind, const std::string& message)
+        : std::runtime_error(VisibleText(message)), m_kind(kind) {}
 
     // A failed driver call: the message ends with its name and status.
     Error(ErrorKind kind, const std::string& message, Long status)
-        : std::runtime_error(message), m_kind(kind), m_status(status) {}
+        : std::runtime_error(VisibleText(message)), m_kind(kind), m_status(status) {}
 
     // A file with faults; the message names the file and the first fault.
     Error(ErrorKind kind, const std::string& message, std::vector<Fault> faults)
-        : std::runtime_error(message), m_kind(kind), m_faults(std::move(faults)) {}
+        : std::runtime_error(VisibleText(message)), m_kind(kind), m_faults(std::move(faults)) {}
 
     [[nodiscard]] ErrorKind Kind() const { return m_kind; }
     [[nodiscard]] std::optional<Long> Status() const { return m_status; } // the driver's own

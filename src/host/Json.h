@@ -1,6 +1,8 @@
 // JSON as the host layer uses it: members keep the order in which they are written.
 #pragma once
 
+#include "host/VisibleText.h"
+
 #include <nlohmann/json.hpp>
 
 #include <stdexcept>
@@ -15,7 +17,7 @@ using Json = nlohmann::ordered_json;
 class JsonError : public std::runtime_error {
 public:
     JsonError(std::string place, const std::string& reason)
-        : std::runtime_error(reason), m_place(std::move(place)) {}
+        : std::runtime_error(VisibleText(reason)), m_place(std::move(place)) {}
     [[nodiscard]] const std::string& Place() const { return m_place; }
 
 private:

@@ -1,6 +1,7 @@
 #include "sheet/SheetContent.h"
 
 #include "host/Section.h"
+#include "host/VisibleText.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -32,9 +33,8 @@ constexpr QSizeF kLayerStep(720, 600); // from key to key; wide enough for a few
 constexpr double kLayerGap = 25;
 
 bool IsPrintable(char32_t c) {
-    const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
     const bool isHalf = c >= 0xD800 && c < 0xE000;
-    return !isControl && !isHalf && c != 0xFFFE && c != 0xFFFF;
+    return !host::IsHidden(c) && !isHalf && c != 0xFFFE && c != 0xFFFF;
 }
 
 // The text in one line, with a mark in place of what cannot be printed.

@@ -16,15 +16,15 @@ Option IdArgument(std::string& id) {
 
 void List(Context& context) {
     host::Json json = host::Json::array();
-    std::string text;
+    Lines lines;
     for (const host::BackupEntry& entry : context.Records().backups.List()) {
         json.push_back({{"id", entry.id},
                         {"keyboard", entry.keyboard},
                         {"time", entry.time},
                         {"document", entry.document.string()}});
-        text += entry.id + "\n";
+        lines.push_back(entry.id);
     }
-    context.Result({{"backups", json}}, text.empty() ? "there are no backups\n" : text);
+    context.Result({{"backups", json}}, lines.empty() ? Lines{"there are no backups"} : lines);
 }
 
 void Show(Context& context, const std::string& id, const std::string& file) {
@@ -50,11 +50,11 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
                        {"bytesSent", outcome.bytesSent},    {"backup", outcome.backup}};
     json["notRestored"] = plan.notRestored;
     json["settings"] = ToJson(plan)["settings"];
-    context.Result(json, outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
-                                                 Counted(outcome.bytesSent, "byte") +
-                                                 " changed), read back and found equal\n"
-                                           : "backup to keyboard: the keyboard holds all of " + id +
-                                                 " already; nothing was written\n");
+    context.Result(json, {outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
+                                                  Counted(outcome.bytesSent, "byte") +
+                                                  " changed), read back and found equal"
+                                            : "backup to keyboard: the keyboard holds all of " +
+                                                  id + " already; nothing was written"});
 }
 
 Command ListCommand() {

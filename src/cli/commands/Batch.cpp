@@ -44,7 +44,7 @@ private:
     std::map<std::string, std::unique_ptr<QXKeyboardLayoutData>> m_layouts;
 };
 
-std::string Table(const batch::Report& report) {
+Lines Table(const batch::Report& report) {
     std::vector<std::vector<std::string>> rows;
     for (const batch::UnitReport& unit : report.units) {
         std::string remark = unit.message;
@@ -55,9 +55,11 @@ std::string Table(const batch::Report& report) {
         rows.push_back(
             {unit.name, std::string(NameOf(unit.result)), unit.keyboard, unit.time, remark});
     }
-    return AlignedText(rows) + std::to_string(report.Count(batch::Result::Done)) + " done, " +
-           std::to_string(report.Count(batch::Result::Failed)) + " failed, " +
-           std::to_string(report.Count(batch::Result::NotDone)) + " not done\n";
+    Lines lines = AlignedLines(rows);
+    lines.push_back(std::to_string(report.Count(batch::Result::Done)) + " done, " +
+                    std::to_string(report.Count(batch::Result::Failed)) + " failed, " +
+                    std::to_string(report.Count(batch::Result::NotDone)) + " not done");
+    return lines;
 }
 
 void RefuseGlobals(const GlobalOptions& options) {

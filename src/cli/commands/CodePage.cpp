@@ -12,9 +12,9 @@ void Compare(Context& context, const std::string& file) {
     const bool equal = host::HasCodePage(context.Keyboard(), file);
     context.CloseKeyboard();
     context.exitStatus = equal ? 0 : 1;
-    context.Result({{"file", file}, {"equal", equal}}, std::string("the keyboard's code page ") +
-                                                           (equal ? "equals " : "differs from ") +
-                                                           file + "\n");
+    context.Result(
+        {{"file", file}, {"equal", equal}},
+        {std::string("the keyboard's code page ") + (equal ? "equals " : "differs from ") + file});
 }
 
 } // namespace

@@ -67,13 +67,13 @@ void Diff(Context& context, const std::string& file, const std::string& file2,
     RefuseUnused(variables);
 
     host::Json json = {{"from", from.name}, {"to", to.name}, {"differences", host::Json::array()}};
-    std::string text;
+    Lines lines;
     const auto add = [&](const host::Difference& difference, const std::string& line) {
         json["differences"].push_back({{"setting", difference.name},
                                        {"place", difference.place},
                                        {"from", difference.from},
                                        {"to", difference.to}});
-        text += line + "\n";
+        lines.push_back(line);
     };
     for (const auto* side : {&from, &to})
         for (const auto& [key, settings] : side->sections) {
@@ -88,7 +88,7 @@ void Diff(Context& context, const std::string& file, const std::string& file2,
     const std::size_t count = json["differences"].size();
     context.exitStatus = count == 0 ? 0 : 1;
     context.Note(from.name + " → " + to.name + ": " + Counted(count, "difference"));
-    context.Result(json, text);
+    context.Result(json, lines);
 }
 
 } // namespace

@@ -53,7 +53,7 @@ std::string BytesOf(const host::WritePlan& plan) {
 
 std::string NothingToDo(const DownloadOptions& options) {
     return "file to keyboard: the keyboard holds all of " + options.file +
-           " already; nothing was written\n";
+           " already; nothing was written";
 }
 
 void TellPlan(Context& context, const host::WritePlan& plan, const DownloadOptions& options) {
@@ -71,10 +71,10 @@ void TellPlan(Context& context, const host::WritePlan& plan, const DownloadOptio
                   ", " + Counted(plan.BytesToSend(), "byte")
             : "would change " + Counted(plan.settings.size(), "setting") + ", " + BytesOf(plan) +
                   " in " + Counted(plan.ranges.size(), "range");
-    const std::string text =
-        "file to keyboard: " + options.file + " " + sent + "; nothing was written\n" + ToText(plan);
+    Lines lines = {"file to keyboard: " + options.file + " " + sent + "; nothing was written"};
+    Append(lines, ToLines(plan));
     const bool isNothing = plan.IsEmpty() && !options.full;
-    context.Result(json, isNothing ? NothingToDo(options) : text);
+    context.Result(json, isNothing ? Lines{NothingToDo(options)} : lines);
 }
 
 void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
@@ -96,9 +96,8 @@ void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
     const std::string text =
         "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " + options.file +
         " (" + (options.full ? Counted(outcome.bytesSent, "byte") : BytesOf(plan) + " changed") +
-        "), " +
-        (outcome.isVerified ? "read back and found equal\n" : "NOT read back: not verified\n");
-    context.Result(json, outcome.isWritten ? text : NothingToDo(options));
+        "), " + (outcome.isVerified ? "read back and found equal" : "NOT read back: not verified");
+    context.Result(json, {outcome.isWritten ? text : NothingToDo(options)});
 }
 
 void Download(Context& context, const DownloadOptions& options) {

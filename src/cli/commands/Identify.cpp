@@ -38,7 +38,11 @@ void Identify(Context& context) {
                                " hexadecimal)"});
     }
     context.CloseKeyboard();
-    context.Result(json, "keyboard\n" + AlignedText(rows) + "\ndirectory\n" + AlignedText(modules));
+    Lines lines = {"keyboard"};
+    Append(lines, AlignedLines(rows));
+    Append(lines, {"", "directory"});
+    Append(lines, AlignedLines(modules));
+    context.Result(json, lines);
 }
 
 } // namespace

@@ -42,12 +42,11 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
         json["verified"] = false;
         json["backup"] = outcome.backup;
     }
-    const std::string saved =
-        outcome.backup.empty()
-            ? ""
-            : "what the keyboard held before is in the backup " + outcome.backup + "\n";
-    context.Result(json, direction + ": the " + content +
-                             (save ? " saved into " : " loaded from ") + file + "\n" + saved);
+    Lines lines = {direction + ": the " + content + (save ? " saved into " : " loaded from ") +
+                   file};
+    if (!outcome.backup.empty())
+        lines.push_back("the keyboard's contents from before are in the backup " + outcome.backup);
+    context.Result(json, lines);
 }
 
 struct TransferOptions {
@@ -108,7 +107,7 @@ void Convert(Context& context, const Conversion& conversion) {
         });
     });
     context.Result({{"source", conversion.source}, {"file", conversion.destination}},
-                   "converted " + conversion.source + " into " + conversion.destination + "\n");
+                   {"converted " + conversion.source + " into " + conversion.destination});
 }
 
 } // namespace

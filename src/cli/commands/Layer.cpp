@@ -14,7 +14,7 @@ void SelectLayer(Context& context, Integer nLayer) {
     session.Run("selecting the layer failed",
                 [&] { session.Access().SelectFunctionKeyLayer(nLayer); });
     context.CloseKeyboard();
-    context.Result({{"layer", nLayer}}, "layer " + std::to_string(nLayer) + " is selected\n");
+    context.Result({{"layer", nLayer}}, {"layer " + std::to_string(nLayer) + " is selected"});
 }
 
 } // namespace

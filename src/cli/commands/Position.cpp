@@ -58,7 +58,7 @@ void Watch(Context& context, const Limits& limits) {
         }
         ++keys;
         context.Result({{"key", code}, {"caption", layout.KeyLongCaption(code)}},
-                       "key " + std::to_string(code) + " " + layout.KeyLongCaption(code) + "\n");
+                       {"key " + std::to_string(code) + " " + layout.KeyLongCaption(code)});
         context.Flush();
     }
     mode.Leave();

@@ -94,22 +94,22 @@ QXProgSettings::Value Parse(const PreferenceInfo& info, const std::string& text)
 void List(Context& context) {
     PreferenceStore store(context);
     host::Json json = {{"preferences", host::Json::array()}};
-    std::string text;
+    Lines lines;
     for (const PreferenceInfo& info : Preferences()) {
         const auto value = store.Settings().Get(info.property);
         json["preferences"].push_back(
             {{"name", info.property}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}});
-        text += std::string(info.property) + " = " + Shown(info, value) + "  (" +
-                NameOf(info.type) + ")\n";
+        lines.push_back(std::string(info.property) + " = " + Shown(info, value) + "  (" +
+                        NameOf(info.type) + ")");
     }
-    context.Result(json, text);
+    context.Result(json, lines);
 }
 
 void Get(Context& context, const std::string& name) {
     const PreferenceInfo& info = Find(name);
     const auto value = PreferenceStore(context).Settings().Get(name);
     context.Result({{"name", name}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}},
-                   Shown(info, value) + "\n");
+                   {Shown(info, value)});
 }
 
 void Set(Context& context, const std::string& name, const std::string& text) {
@@ -123,7 +123,7 @@ void Set(Context& context, const std::string& name, const std::string& text) {
     }
     store.Save();
     context.Result({{"name", name}, {"type", NameOf(info.type)}, {"value", JsonOf(value)}},
-                   name + " = " + Shown(info, value) + "\n");
+                   {name + " = " + Shown(info, value)});
 }
 
 } // namespace

@@ -19,7 +19,7 @@ void List(Context& context) {
     for (const host::DamagedRecord& record : damaged)
         context.Note(record.message);
     context.Result({{"receipts", json}},
-                   rows.empty() ? "nothing has been written yet\n" : AlignedText(rows));
+                   rows.empty() ? Lines{"nothing has been written yet"} : AlignedLines(rows));
 }
 
 } // namespace

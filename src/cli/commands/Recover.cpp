@@ -22,15 +22,14 @@ host::Json ToJson(const host::JournalEntry& entry) {
             {"backup", entry.backup}, {"bytes", bytes},         {"ranges", entry.ranges.size()}};
 }
 
-std::string Ways(const host::PendingWrite& entry) {
-    const std::string forget = "  qxconf recover --forget    keeps what the keyboard holds now\n";
-    return entry.isRecoverable
-               ? "  qxconf recover --finish    writes the rest of it\n"
-                 "  qxconf recover --rollback  brings back what the keyboard held before\n" +
-                     forget
-               : "The keyboard holds other bytes than that write can have left.\n"
-                 "  qxconf backup restore " +
-                     entry.backup + "  brings back what it held before\n" + forget;
+Lines Ways(const host::PendingWrite& entry) {
+    const std::string forget = "  qxconf recover --forget    keeps what the keyboard holds now";
+    if (entry.isRecoverable)
+        return {"  qxconf recover --finish    writes the rest of it",
+                "  qxconf recover --rollback  brings back what the keyboard held before", forget};
+    return {"The keyboard's contents do not match the interrupted write.",
+            "  qxconf backup restore " + entry.backup + "  brings back what it held before",
+            forget};
 }
 
 void Recover(Context& context, const RecoverOptions& options) {
@@ -41,7 +40,7 @@ void Recover(Context& context, const RecoverOptions& options) {
         json["interrupted"]["recoverable"] = entry->isRecoverable;
     if (!entry) {
         context.CloseKeyboard();
-        return context.Result(json, "no write to this keyboard was interrupted\n");
+        return context.Result(json, {"no write to this keyboard was interrupted"});
     }
     const std::string what =
         "the " + entry->action + " of " + entry->document + " of " + entry->time;
@@ -49,11 +48,13 @@ void Recover(Context& context, const RecoverOptions& options) {
         context.Writer().Forget(*entry);
         context.CloseKeyboard();
         json["recovered"] = "forgotten";
-        return context.Result(json, what + " is forgotten; the keyboard is as it was\n");
+        return context.Result(json, {what + " is forgotten; the keyboard is as it was"});
     }
     if (!options.finish && !options.rollBack) {
         context.CloseKeyboard();
-        return context.Result(json, what + " was interrupted\n" + Ways(*entry));
+        Lines lines = {what + " was interrupted"};
+        Append(lines, Ways(*entry));
+        return context.Result(json, lines);
     }
     const auto way = options.finish ? host::Writer::Way::Finish : host::Writer::Way::RollBack;
     const host::Writer::Outcome outcome = context.Writer().Recover(*entry, way);
@@ -61,9 +62,9 @@ void Recover(Context& context, const RecoverOptions& options) {
     json["recovered"] = options.finish ? "finished" : "rolled back";
     json["bytesSent"] = outcome.bytesSent;
     json["verified"] = true;
-    context.Result(json, what + (options.finish ? " has been finished (" : " is rolled back (") +
-                             Counted(outcome.bytesSent, "byte") +
-                             " written), read back and found equal\n");
+    context.Result(json,
+                   {what + (options.finish ? " has been finished (" : " is rolled back (") +
+                    Counted(outcome.bytesSent, "byte") + " written), read back and found equal"});
 }
 
 } // namespace

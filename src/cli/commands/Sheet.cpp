@@ -75,7 +75,7 @@ void Sheet(Context& context, const SheetOptions& options) {
         throw host::Error(KindOf(status), error);
     const std::string direction = isOfKeyboard ? "keyboard to key sheet" : "document to key sheet";
     context.Result({{"direction", direction}, {"file", options.file}},
-                   direction + ": wrote " + options.file + "\n");
+                   {direction + ": wrote " + options.file});
 }
 
 std::string FormatComplaint(const std::string& file) {

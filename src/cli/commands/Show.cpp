@@ -10,7 +10,7 @@ namespace qx::cli {
 namespace {
 
 // The settings of one section: plain ones line by line, the elements of lists as a table.
-std::string SectionText(const std::vector<host::Setting>& settings) {
+Lines SectionLines(const std::vector<host::Setting>& settings) {
     std::vector<std::vector<std::string>> plain;
     std::vector<std::vector<std::string>> table = {{""}};
     for (const host::Setting& setting : settings) {
@@ -28,8 +28,11 @@ std::string SectionText(const std::vector<host::Setting>& settings) {
         table.back()[index] = setting.value;
     }
     if (settings.empty())
-        return "  (nothing is programmed)\n";
-    return AlignedText(plain) + (table.size() > 1 ? AlignedText(table) : "");
+        return {"  (nothing is programmed)"};
+    Lines lines = AlignedLines(plain);
+    if (table.size() > 1)
+        Append(lines, AlignedLines(table));
+    return lines;
 }
 
 std::vector<host::Section*> Chosen(Context& context, const host::Configuration& configuration,
@@ -58,16 +61,18 @@ void Show(Context& context, const std::string& key) {
     context.CloseKeyboard();
 
     host::Json json = {{"settings", host::Json::array()}};
-    std::string text;
+    Lines lines;
     for (host::Section* section : sections) {
         const auto settings = configuration->List({section});
         for (const host::Setting& setting : settings)
             json["settings"].push_back(
                 {{"place", setting.place}, {"setting", setting.name}, {"value", setting.value}});
-        text += std::string(text.empty() ? "" : "\n").append(section->Info().key) + "\n" +
-                SectionText(settings);
+        if (!lines.empty())
+            lines.emplace_back();
+        lines.emplace_back(section->Info().key);
+        Append(lines, SectionLines(settings));
     }
-    context.Result(json, text);
+    context.Result(json, lines);
 }
 
 } // namespace

@@ -18,17 +18,17 @@ namespace {
 using sim::KeyStroke;
 using sim::Reception;
 
-std::string TextOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
+Lines LinesOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
     std::vector<std::vector<std::string>> rows;
     for (const sim::Stretch& stretch : reception.stretches)
         rows.push_back({OriginText(stretch), ContentText(stretch, layout)});
-    std::string text = std::string("the PC receives") + (rows.empty() ? " nothing\n" : "\n");
-    text += AlignedText(rows);
+    Lines lines = {rows.empty() ? "the PC receives nothing" : "the PC receives"};
+    Append(lines, AlignedLines(rows));
     if (!rows.empty() && reception.outputDelay)
-        text += "output delay between codes: " + std::to_string(*reception.outputDelay) + "\n";
+        lines.push_back("output delay between codes: " + std::to_string(*reception.outputDelay));
     for (const sim::Remark& remark : reception.remarks)
-        text += RemarkText(remark) + "\n";
-    return text;
+        lines.push_back(RemarkText(remark));
+    return lines;
 }
 
 host::Json JsonOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
@@ -64,7 +64,7 @@ void Perform(Context& context,
     const sim::TestDrive drive(simulated->Memory(0, sim::kMemorySize), simulated->Model(), layout);
     const Reception reception = action(drive, simulated->Layer());
     context.CloseKeyboard();
-    context.Result(JsonOf(reception, layout), TextOf(reception, layout));
+    context.Result(JsonOf(reception, layout), LinesOf(reception, layout));
 }
 
 Reception PressedAndReleased(Reception pressed, const Reception& released) {

@@ -19,7 +19,7 @@ void Validate(Context& context, const ValidateOptions& options) {
     const auto sections = ReadDocument(*context.NewConfiguration(), document, variables);
     RefuseUnused(variables);
     context.Result({{"valid", true}, {"file", options.file}},
-                   options.file + " is valid: " + Counted(sections.size(), "section") + "\n");
+                   {options.file + " is valid: " + Counted(sections.size(), "section")});
 }
 
 } // namespace
