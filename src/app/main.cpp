@@ -4,6 +4,7 @@
 #include "app/Paths.h"
 #include "app/StartWizard.h"
 #include "app/Workbench.h"
+#include "files/Files.h"
 #include "simulator/SimulatedDriver.h"
 #include "views/QtPlatform.h"
 
@@ -46,6 +47,7 @@ void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoi
 } // namespace
 
 int main(int argc, char** argv) {
+    qx::files::GuardStandardStreams();
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("qxcontrols"));
     QApplication::setApplicationName(QStringLiteral("qx-configurator"));

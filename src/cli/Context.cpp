@@ -215,8 +215,7 @@ void Context::DocumentResult(const host::Json& json, const host::Json& document)
 }
 
 void Context::RefuseKeyboardFile(const std::string& file) const {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(file, m_driver.file, ignored))
+    if (files::IsSameFile(file, m_driver.file))
         throw host::Error(host::ErrorKind::Usage, file + " is the file of the keyboard itself");
 }
 

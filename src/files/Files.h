@@ -12,12 +12,21 @@
 
 namespace qx::files {
 
-// All bytes of the file.
-[[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
+// More than any file of these programs has.
+inline constexpr std::uintmax_t kMostBytes = 64U << 20U;
+
+// All bytes of the file, or of a pipe to its end. Folders, devices, silent pipes and what has more
+// than `most` bytes are refused.
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path,
+                                   std::uintmax_t most = kMostBytes);
+
+// Whether both name the same existing file, by whatever paths and links.
+[[nodiscard]] bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
 // Gives the file these bytes in one step: whatever happens, also a loss of power, the file holds
-// either its old bytes or the new ones. A link is followed; an existing file keeps its permissions;
-// what exists and is no ordinary file is refused.
+// either its old bytes or the new ones. Links are followed, also those to files that are not there
+// yet; an existing file keeps its permissions. Refused are a file that is write-protected or not an
+// ordinary one, and a path through a folder that does not exist.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
 
 // The same with bytes that `write` puts into the file whose name it is given: an empty one beside
@@ -25,9 +34,9 @@ void WriteFileAtomically(const std::filesystem::path& path, std::string_view byt
 void WriteFileAtomically(const std::filesystem::path& path,
                          const std::function<void(const std::filesystem::path&)>& write);
 
-// Makes a file of these bytes, which is for good on the disk when it returns true and is never seen
-// half-written. False, and nothing done, where there is a file of this name already, however many
-// programs make one at the same time.
+// Makes a file of the user's own of these bytes, which is for good on the disk when it returns true
+// and is never seen half-written. False, and nothing done, where there is a file of this name
+// already, however many programs make one at the same time.
 [[nodiscard]] bool WriteNewFile(const std::filesystem::path& path, std::string_view bytes);
 
 // Removes what programs that were killed while they wrote have left in the folder, from the day
@@ -37,15 +46,22 @@ void RemoveLeftovers(const std::filesystem::path& folder);
 // The number of this program among those that run.
 [[nodiscard]] long ProcessId();
 
-// Makes the folder and those above it where they are missing, so that they survive a loss of power.
+// Makes the folder and those above it where they are missing, as folders of the user's own that
+// survive a loss of power.
 void MakeFolder(const std::filesystem::path& path);
 
 // Removes the file, for good when it returns; one that is not there is no failure.
 void RemoveFile(const std::filesystem::path& path);
 
+// Whether the file exists and its permissions forbid writing to it.
+[[nodiscard]] bool IsWriteProtected(const std::filesystem::path& path);
+
+// Keeps files that are opened later from becoming a standard stream that is closed. Called once, at
+// the program's start.
+void GuardStandardStreams();
+
 // A claim to a file, kept against other programs and against other claims of this one. What is
-// locked is a file beside it, with ".lock" at the end of its name, which stays; so the file itself
-// can be replaced meanwhile.
+// locked is a file beside it, which stays; so the file itself can be replaced meanwhile.
 class FileLock {
 public:
     // Names the file, which need not exist. Throws when the lock file cannot be made.
@@ -56,6 +72,10 @@ public:
 
     // Whether the claim is this object's now; it is held until the object's end. Does not wait.
     [[nodiscard]] bool TryLock();
+
+    // What is locked: the file's name with ".lock" at its end, shortened where it would be too
+    // long.
+    [[nodiscard]] static std::filesystem::path LockName(const std::filesystem::path& path);
 
 private:
     std::intptr_t m_handle; // the system's, of the lock file

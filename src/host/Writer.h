@@ -11,6 +11,7 @@
 #include "host/Journal.h"
 #include "host/Receipts.h"
 #include "host/Session.h"
+#include "host/Till.h"
 #include "host/WritePlan.h"
 
 #include <functional>
@@ -47,6 +48,7 @@ public:
         // How the keyboard is reached, the same each time, as setup::OpenedDriver tells it: by this
         // one without a GUID is known again.
         std::string origin = {};
+        Till till = {}; // which one it is, where that is known
     };
     struct Request {
         static constexpr const char* kRestore = "restore"; // settles what was interrupted

@@ -23,8 +23,7 @@ std::vector<std::string> PartsOf(const std::filesystem::path& file, const Sealed
 std::filesystem::path SimulatedDriver::FileOf(const char* name) const {
     if (name == nullptr || *name == '\0')
         throw Failure(Status::NoArgument, "a file name is missing");
-    std::error_code ignored;
-    if (std::filesystem::equivalent(name, m_file, ignored))
+    if (files::IsSameFile(name, m_file))
         throw Failure(Status::FileInvalid,
                       std::string(name) + " is the file of the keyboard itself");
     return name;

@@ -10,6 +10,8 @@
 #include <functional>
 #include <stdexcept>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -72,7 +74,7 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
 
     EXPECT_NE(Refusal([&] {
                   files::WriteFileAtomically(folder / "absent/file", "x");
-              }).find("No such file or directory"),
+              }).find("there is no folder " + (folder / "absent").string()),
               std::string::npos);
     fs::create_directory(folder / "closed");
     files::WriteFileAtomically(folder / "closed/file", "old");
@@ -87,8 +89,122 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
     EXPECT_NE(Refusal([&] { files::WriteFileAtomically(file.parent_path(), "x"); }), "");
     EXPECT_NE(Refusal([&] { files::WriteFileAtomically("/dev/null", "x"); }), "");
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_NE(Refusal([&] { (void)files::ReadFile(folder / "absent"); }), "");
-    EXPECT_NE(Refusal([&] { (void)files::ReadFile(file.parent_path()); }), "");
+}
+
+// Paths that the system would not open are not made up into others, and what the user has locked
+// stays, whoever owns it.
+TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
+    const TempFolder folder;
+    const fs::path file = folder / "file";
+    files::WriteFileAtomically(file, "old");
+    const auto refusal = [](const fs::path& path) {
+        return Refusal([&] { files::WriteFileAtomically(path, "new"); });
+    };
+    EXPECT_NE(refusal(folder / "nosub/../file").find("there is no folder"), std::string::npos);
+    EXPECT_FALSE(files::IsSameFile(folder / "nosub/../file", file)) << "there is no such path";
+    fs::create_directory(folder / "sub");
+    fs::create_hard_link(file, folder / "other name");
+    EXPECT_TRUE(files::IsSameFile(folder / "sub/../file", folder / "other name"));
+    fs::remove(folder / "other name");
+
+    fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    EXPECT_EQ(refusal(file), file.string() + " cannot be written: it is write-protected");
+    fs::permissions(file, fs::perms::owner_write, fs::perm_options::add);
+    if (geteuid() == 0) {
+        fs::permissions(file.parent_path(), fs::perms::all);
+        ASSERT_EQ(seteuid(65534), 0);
+        EXPECT_NE(refusal(file).find("write-protected"), std::string::npos) << "of another user";
+        ASSERT_EQ(seteuid(0), 0);
+    }
+    EXPECT_EQ(files::ReadFile(file), "old");
+
+    fs::create_symlink("sub/new", folder / "dangling");
+    EXPECT_EQ(refusal(folder / "dangling"), "");
+    EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
+    EXPECT_EQ(files::ReadFile(folder / "sub/new"), "new");
+    fs::create_symlink("loop", folder / "loop");
+    EXPECT_NE(refusal(folder / "loop"), "");
+    EXPECT_TRUE(fs::is_symlink(folder / "loop"));
+}
+
+TEST(Files, MayHaveTheLongestNames) {
+    const TempFolder folder;
+    for (const char* last : {"a", "b"}) {
+        const fs::path file =
+            folder / (std::string(125, 'n') + "\u00e9" + std::string(127, 'n') + last);
+        ASSERT_EQ(file.filename().string().size(), 255U);
+        files::WriteFileAtomically(file, last);
+        EXPECT_EQ(files::ReadFile(file), last);
+        EXPECT_LE(files::FileLock::LockName(file).filename().string().size(), 255U);
+        files::FileLock first(file);
+        EXPECT_TRUE(first.TryLock()) << "another file's name is cut alike";
+        files::FileLock second(file);
+        EXPECT_FALSE(second.TryLock());
+    }
+}
+
+TEST(Files, AreReadToTheirEndOrNotAtAll) {
+    const TempFolder folder;
+    const fs::path file = folder / "file";
+    files::WriteFileAtomically(file, std::string(1000, 'x'));
+    EXPECT_EQ(files::ReadFile(file, 1000).size(), 1000U);
+    const fs::path pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const auto readPipe = [&](std::size_t size) {
+        const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+        const pid_t child = fork();
+        if (child == 0) {
+            const int end = open(pipe.c_str(), O_WRONLY);
+            close(reader);
+            for (std::size_t i = 0; i < size; ++i)
+                (void)!write(end, "y", 1);
+            _exit(0);
+        }
+        std::string bytes;
+        const std::string refusal = Refusal([&] { bytes = files::ReadFile(pipe, 1000); });
+        close(reader);
+        waitpid(child, nullptr, 0);
+        return std::make_pair(bytes.size(), refusal);
+    };
+    EXPECT_EQ(readPipe(1000), std::make_pair(std::size_t{1000}, std::string()));
+    EXPECT_NE(readPipe(20000).second.find("it has more than 1000 bytes"), std::string::npos);
+    const std::pair<fs::path, const char*> refused[] = {
+        {folder / "absent", "No such file or directory"},
+        {folder / "", "it is a folder"},
+        {"/dev/zero", "it is a device"},
+    };
+    for (const auto& [path, reason] : refused)
+        EXPECT_NE(Refusal([&, &path = path] { (void)files::ReadFile(path); }).find(reason),
+                  std::string::npos)
+            << path;
+    files::WriteFileAtomically(file, std::string(1001, 'x'));
+    EXPECT_NE(Refusal([&] { (void)files::ReadFile(file, 1000); }).find("more than 1000 bytes"),
+              std::string::npos);
+}
+
+// What a program prints never gets into a file that happens to be opened as its standard output.
+TEST(Files, AreNoStandardStreams) {
+    const TempFolder folder;
+    const auto inChild = [&](const std::function<void()>& open) {
+        const pid_t child = fork();
+        if (child == 0) {
+            close(STDOUT_FILENO);
+            open();
+            const bool isWritten = write(STDOUT_FILENO, "printed", 7) == 7;
+            _exit(isWritten ? 1 : 0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WEXITSTATUS(status) == 0;
+    };
+    std::unique_ptr<files::FileLock> lock;
+    EXPECT_TRUE(inChild([&] { lock = std::make_unique<files::FileLock>(folder / "file"); }));
+    EXPECT_EQ(files::ReadFile(folder / "file.lock"), "");
+    EXPECT_TRUE(inChild([] { files::GuardStandardStreams(); }));
+    EXPECT_TRUE(inChild([&] {
+        files::GuardStandardStreams();
+        (void)open((folder / "other").c_str(), O_WRONLY | O_CREAT, 0600);
+    }));
 }
 
 TEST(Files, WrittenByOthersAreReplacedWholeToo) {
@@ -119,7 +235,7 @@ TEST(Files, WrittenByOthersAreReplacedWholeToo) {
     for (const char* refused : {"/dev/null", "/", "/tmp/"})
         EXPECT_NE(Refusal([&] {
                       files::WriteFileAtomically(refused, [](const fs::path&) { FAIL(); });
-                  }).find("no ordinary file"),
+                  }).find("not an ordinary file"),
                   std::string::npos);
 }
 
@@ -151,6 +267,24 @@ TEST(Files, AreRemovedWithAllAboveMadeBefore) {
     files::RemoveFile(file);
     files::RemoveFile(file);
     EXPECT_FALSE(fs::exists(file));
+}
+
+TEST(Files, MadeForTheUserAreTheUsersOwn) {
+    const TempFolder folder;
+    for (const mode_t mask : {0000, 0777}) {
+        const mode_t before = umask(mask);
+        const fs::path made = folder / std::to_string(mask) / "below";
+        files::MakeFolder(made);
+        EXPECT_TRUE(files::WriteNewFile(made / "file", "bytes"));
+        (void)files::FileLock(made / "file");
+        umask(before);
+        EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all);
+        EXPECT_EQ(fs::status(made.parent_path()).permissions(), fs::perms::owner_all);
+        EXPECT_EQ(fs::status(made / "file").permissions(),
+                  fs::perms::owner_read | fs::perms::owner_write);
+        EXPECT_EQ(fs::status(made / "file.lock").permissions() & ~fs::perms::owner_all,
+                  fs::perms::none);
+    }
 }
 
 // The examples of the standard, and sizes at which the padding takes another block.

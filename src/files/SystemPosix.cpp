@@ -1,0 +1,233 @@
+// All that is particular to POSIX systems.
+
+#include "files/Files.h"
+#include "files/System.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace qx::files {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t kPrivateFile = 0600;
+constexpr mode_t kSharedFile = 0666; // less what the user's mask takes away
+constexpr mode_t kPrivateFolder = 0700;
+constexpr int kPatience = 10000; // ms that a pipe may be silent
+
+std::error_code Last() {
+    return {errno, std::generic_category()};
+}
+
+void Tell(bool isDone, std::error_code& reason) {
+    reason = isDone ? std::error_code() : Last();
+}
+
+// A standard stream that is closed must not become this file: what is printed would go into it.
+int AwayFromStandardStreams(int file) {
+    if (file < 0 || file > STDERR_FILENO)
+        return file;
+    const int other = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    const int reason = errno;
+    close(file);
+    errno = reason;
+    return other;
+}
+
+int Open(const fs::path& path, int flags, mode_t mode = 0) {
+    return AwayFromStandardStreams(open(path.c_str(), flags | O_CLOEXEC, mode));
+}
+
+// The folder that the variable names, else the one of that name in the user's home.
+fs::path FolderFrom(const char* variable, const char* inHome) {
+    const char* folder = std::getenv(variable);
+    if (folder != nullptr && fs::path(folder).is_absolute())
+        return folder;
+    const char* home = std::getenv("HOME");
+    if (home == nullptr || *home == '\0')
+        throw std::runtime_error(std::string("neither ") + variable +
+                                 " nor HOME names a folder of the user");
+    return fs::path(home) / inHome;
+}
+
+class OpenFile {
+public:
+    explicit OpenFile(int file) : m_file(file) {}
+    ~OpenFile() {
+        if (m_file >= 0)
+            close(m_file);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    [[nodiscard]] int Number() const { return m_file; }
+
+private:
+    int m_file;
+};
+
+} // namespace
+
+int System::Create(const Path& path, Access access, Reason& reason) {
+    const mode_t mode = access == Access::Private ? kPrivateFile : kSharedFile;
+    const int file = Open(path, O_WRONLY | O_CREAT | O_EXCL, mode);
+    Tell(file >= 0, reason);
+    if (file < 0 || access == Access::Shared || fchmod(file, mode) == 0)
+        return file;
+    reason = Last();
+    close(file);
+    unlink(path.c_str());
+    return -1;
+}
+
+int System::OpenForFlushing(const Path& path, Reason& reason) {
+    const int file = Open(path, O_RDONLY);
+    Tell(file >= 0, reason);
+    return file;
+}
+
+std::size_t System::Write(int file, const char* bytes, std::size_t size, Reason& reason) {
+    ssize_t written = -1;
+    do
+        written = write(file, bytes, size);
+    while (written < 0 && errno == EINTR);
+    Tell(written > 0, reason);
+    return written < 0 ? 0 : static_cast<std::size_t>(written);
+}
+
+void System::Flush(int file, Reason& reason) {
+    Tell(fsync(file) == 0, reason);
+}
+
+void System::Close(int file, Reason& reason) {
+    Tell(close(file) == 0 || errno == EINTR, reason);
+}
+
+void System::Rename(const Path& from, const Path& to, Reason& reason) {
+    Tell(rename(from.c_str(), to.c_str()) == 0, reason);
+}
+
+bool System::RenameToNew(const Path& from, const Path& to, Reason& reason) {
+    reason.clear();
+    if (link(from.c_str(), to.c_str()) == 0) {
+        unlink(from.c_str());
+        return true;
+    }
+    if (errno == EPERM || errno == ENOTSUP || errno == ENOSYS) { // no file has two names here
+        if (fs::exists(to, reason) || reason)
+            return false;
+        Rename(from, to, reason);
+        return !reason;
+    }
+    if (errno != EEXIST)
+        reason = Last();
+    return false;
+}
+
+void System::Remove(const Path& path, Reason& reason) {
+    fs::remove(path, reason);
+}
+
+void System::MakeFolder(const Path& path, Reason& reason) {
+    const bool isMade = mkdir(path.c_str(), kPrivateFolder) == 0;
+    Tell((isMade && chmod(path.c_str(), kPrivateFolder) == 0) || (!isMade && errno == EEXIST),
+         reason);
+}
+
+// Some folders may not be read, and some file systems flush no folders.
+void System::FlushFolder(const Path& path, Reason& reason) {
+    const OpenFile folder(Open(path.empty() ? "." : path, O_RDONLY | O_DIRECTORY));
+    if (folder.Number() < 0)
+        return Tell(errno == EACCES, reason);
+    Tell(fsync(folder.Number()) == 0 || errno == EINVAL || errno == ENOTSUP, reason);
+}
+
+std::string ReadFile(const fs::path& path, std::uintmax_t most) {
+    const auto fail = [&](const std::string& why) {
+        throw std::runtime_error(path.string() + " cannot be read: " + why);
+    };
+    // Opening a pipe that nobody writes to would wait for ever.
+    const OpenFile file(Open(path, O_RDONLY | O_NONBLOCK));
+    struct stat status {};
+    if (file.Number() < 0 || fstat(file.Number(), &status) != 0)
+        fail(Last().message());
+    if (S_ISDIR(status.st_mode))
+        fail("it is a folder");
+    if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode))
+        fail("it is a device, not a file");
+    std::string bytes;
+    char buffer[65536];
+    for (bool isExpecting = S_ISFIFO(status.st_mode);;) { // a pipe whose writer may be yet to come
+        const ssize_t count = read(file.Number(), buffer, sizeof buffer);
+        if (count < 0 && errno != EINTR && errno != EAGAIN)
+            fail(Last().message());
+        if (count == 0 && !isExpecting)
+            return bytes;
+        if (count > 0)
+            bytes.append(buffer, static_cast<std::size_t>(count));
+        if (bytes.size() > most)
+            fail("it has more than " + std::to_string(most) + " bytes");
+        pollfd waiting = {file.Number(), POLLIN, 0};
+        if (count <= 0 && poll(&waiting, 1, kPatience) == 0)
+            fail("nothing comes from it");
+        isExpecting = false;
+    }
+}
+
+bool IsWriteProtected(const fs::path& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0)
+        return false;
+    const bool isReadOnly = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+    return isReadOnly ||
+           faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0; // nothing stops the superuser
+}
+
+void GuardStandardStreams() {
+    // In the place of one that is closed comes one that cannot be used for what it is for.
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0)
+            (void)open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+FileLock::FileLock(const fs::path& path) {
+    const fs::path name = LockName(path);
+    m_handle = Open(name, O_RDWR | O_CREAT, kPrivateFile);
+    if (m_handle < 0)
+        throw std::runtime_error(name.string() + " cannot be made: " + Last().message());
+}
+
+FileLock::~FileLock() {
+    close(static_cast<int>(m_handle));
+}
+
+bool FileLock::TryLock() {
+    m_isHeld = m_isHeld || flock(static_cast<int>(m_handle), LOCK_EX | LOCK_NB) == 0;
+    return m_isHeld;
+}
+
+bool ErrorIsTerminal() {
+    return isatty(STDERR_FILENO) != 0;
+}
+
+long ProcessId() {
+    return getpid();
+}
+
+fs::path ExecutableFolder() {
+    return fs::read_symlink("/proc/self/exe").parent_path();
+}
+
+fs::path UserDataFolder() {
+    return FolderFrom("XDG_DATA_HOME", ".local/share") / "qxcontrols";
+}
+
+} // namespace qx::files
