@@ -2,6 +2,7 @@
 
 #include "files/Files.h"
 #include "host/Error.h"
+#include "qxcontrols/keys/LayoutCheck.h"
 #include "qxcontrols/keys/QxlTextSource.h"
 
 #include <algorithm>
@@ -14,6 +15,28 @@ namespace {
 
 constexpr Integer kDefaultLanguage = 1033;
 
+// The folder's, in the order of their names; none when it cannot be listed.
+std::vector<std::filesystem::path> LayoutFiles(const std::filesystem::path& folder) {
+    std::error_code ignored;
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
+        if (entry.path().extension() == ".qxl")
+            paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+// The layouts that the folder has, where it lacks the one asked for.
+std::string Offered(const std::filesystem::path& folder, const std::string& name) {
+    std::error_code ignored;
+    if (std::filesystem::exists(folder / name, ignored))
+        return {};
+    std::string names;
+    for (const std::filesystem::path& path : LayoutFiles(folder))
+        names += (names.empty() ? "; there are " : ", ") + path.filename().string();
+    return names;
+}
+
 } // namespace
 
 std::filesystem::path ShippedLayouts() {
@@ -21,16 +44,9 @@ std::filesystem::path ShippedLayouts() {
 }
 
 std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
-    std::error_code error;
-    std::vector<std::filesystem::path> paths;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(folder.empty() ? ShippedLayouts() : folder, error))
-        if (entry.path().extension() == ".qxl")
-            paths.push_back(entry.path());
-    std::sort(paths.begin(), paths.end());
-
     std::vector<LayoutEntry> layouts;
-    for (const std::filesystem::path& path : paths) {
+    for (const std::filesystem::path& path :
+         LayoutFiles(folder.empty() ? ShippedLayouts() : folder)) {
         QxlTextSource source;
         if (!source.Open(path.string()))
             continue;
@@ -49,16 +65,24 @@ std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
                 const std::string& name) {
     const auto from = folder.empty() ? ShippedLayouts() : folder;
-    layout.SetLayoutPath((from / "").string());
+    const auto refuse = [](const std::string& reason) {
+        throw host::Error(host::ErrorKind::LayoutInvalid,
+                          "the keyboard layout cannot be used: " + reason);
+    };
     Long language = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
     const bool isLanguage = error == std::errc() && end == name.data() + name.size();
-    const bool opened =
-        isLanguage ? layout.OpenLayoutByID(language) : layout.OpenLayoutByName(name);
-    if (!opened)
-        throw host::Error(host::ErrorKind::LayoutInvalid, "the keyboard layout " + name +
-                                                              " could not be opened in " +
-                                                              from.string());
+    QxlTextSource source;
+    const bool isRead = isLanguage ? source.OpenLanguage(language, (from / "").string())
+                                   : source.Open((from / name).string());
+    if (!isRead)
+        refuse(source.Error() + (isLanguage ? "" : Offered(from, name)));
+    if (const std::string fault = LayoutFault(source); !fault.empty())
+        refuse(fault);
+    const std::filesystem::path file(source.FileName());
+    layout.SetLayoutPath((file.parent_path() / "").string());
+    if (!layout.OpenLayoutByName(file.filename().string()))
+        refuse(layout.Error());
 }
 
 std::string PreferredLayout(Integer nPreferedKeyLang) {

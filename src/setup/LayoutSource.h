@@ -23,7 +23,9 @@ struct LayoutEntry {
 [[nodiscard]] std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder = {});
 
 // Opens a layout of the folder (of the shipped ones when that is empty). `name` is a file name or
-// the number of a language. Throws host::Error(LayoutInvalid) and leaves `layout` as it was.
+// the number of a language. A layout with a fault is refused (see LayoutCheck.h). Throws
+// host::Error(LayoutInvalid), which names the file, the line and the fault, and leaves `layout` as
+// it was.
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
                 const std::string& name);
 

@@ -83,6 +83,15 @@ TEST(Commands, ErrorsHaveTheirStatusAndAreJsonToo) {
     const Outcome opening = keyboard.Run({"identify"}, {2, 77});
     EXPECT_EQ(opening.status, 3);
     EXPECT_NE(opening.err.find("QXCFG_Init gave status 77"), std::string::npos) << opening.err;
+
+    const std::string faulty = keyboard.Write("faulty.qxl", "1=1033\n1030=(1,2,3,4)30  A\n");
+    const Outcome layout = keyboard.Run({"--layout", faulty, "show"});
+    EXPECT_EQ(layout.status, 6);
+    EXPECT_NE(layout.err.find(faulty + ", line 2: position code 30: the support is \"3\""),
+              std::string::npos)
+        << layout.err;
+    EXPECT_NE(keyboard.Run({"--layout", "us", "show"}).err.find("german.qxl, spanish.qxl, uk.qxl"),
+              std::string::npos);
 }
 
 // Each refusal is one error, and every file is as it was.

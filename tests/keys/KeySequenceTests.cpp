@@ -1,6 +1,10 @@
 #include "qxcontrols/keys/KeyboardSequences.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "support/TestKeyboard.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 #include <stdexcept>
 
@@ -94,6 +98,40 @@ TEST(KeyboardSequences, ClearsCodesAndAssignmentsApart) {
     sequences.CleanKey(141); // ignored
     EXPECT_THROW((void)sequences.Key(141), std::out_of_range);
     EXPECT_THROW((void)sequences.Key(-1), std::out_of_range);
+}
+
+TEST(Keys, EveryProcedureTracesItsName) {
+    KeySequence sequence;
+    KeyboardSequences sequences;
+    QXKeyboardLayoutData layout;
+    const std::pair<const char*, std::function<void()>> procedures[] = {
+        {"KeySequence.AddByte", [&] { sequence.AddByte(5); }},
+        {"KeySequence.GetPositionCode", [&] { (void)sequence.GetPositionCode(1); }},
+        {"KeySequence.CopyContent", [&] { sequence.CopyContent(nullptr); }},
+        {"KeySequence.ClearLast", [&] { sequence.ClearLast(); }},
+        {"KeySequence.Clear", [&] { sequence.Clear(); }},
+        {"KeyboardSequences.Key", [&] { (void)sequences.Key(140); }},
+        {"KeyboardSequences.CleanKey", [&] { sequences.CleanKey(141); }},
+        {"KeyboardSequences.CleanAll", [&] { sequences.CleanAll(); }},
+        {"KeyboardSequences.SetAllAsUnsused", [&] { sequences.SetAllAsUnsused(); }},
+        {"KeyboardSequences.GetNumberOfProgamableKeys",
+         [&] { (void)sequences.GetNumberOfProgamableKeys(); }},
+        {"QXKeyboardLayoutData.GetMinKeyID", [&] { (void)layout.GetMinKeyID(); }},
+        {"QXKeyboardLayoutData.GetMaxKeyID", [&] { (void)layout.GetMaxKeyID(); }},
+        {"QXKeyboardLayoutData.KeyCaption", [&] { (void)layout.KeyCaption(-1); }},
+        {"QXKeyboardLayoutData.KeyLongCaption", [&] { (void)layout.KeyLongCaption(1); }},
+        {"QXKeyboardLayoutData.KeySupport", [&] { (void)layout.KeySupport(1); }},
+        {"QXKeyboardLayoutData.KeyColor", [&] { (void)layout.KeyColor(1); }},
+        {"QXKeyboardLayoutData.KeyX", [&] { (void)layout.KeyX(1); }},
+        {"QXKeyboardLayoutData.KeyY", [&] { (void)layout.KeyY(1); }},
+        {"QXKeyboardLayoutData.KeyWidth", [&] { (void)layout.KeyWidth(1); }},
+        {"QXKeyboardLayoutData.KeyHeight", [&] { (void)layout.KeyHeight(141); }},
+    };
+    for (const auto& [name, call] : procedures) {
+        const TraceLog log;
+        call();
+        EXPECT_EQ(log.lines.empty() ? "" : log.lines.front(), name);
+    }
 }
 
 } // namespace

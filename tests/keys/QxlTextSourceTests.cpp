@@ -1,3 +1,4 @@
+#include "qxcontrols/keys/LayoutCheck.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QxlTextSource.h"
 
@@ -5,6 +6,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <utility>
+
+#include <sys/stat.h>
 
 namespace qx::test {
 namespace {
@@ -42,16 +46,98 @@ TEST_F(QxlTextSourceTest, ReadsWhatEditorsWrite) {
 }
 
 TEST_F(QxlTextSourceTest, NamesTheLineThatIsWrong) {
-    for (const std::string line : {"1001", "=A", "x=A", "-1=A", " 5=A", "5 =A", "99999999999=A",
-                                   "1000=twice", "1001=\xFF", " "}) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"1001", "not NUMBER=TEXT"},
+        {"=A", "not NUMBER=TEXT"},
+        {"x=A", "not NUMBER=TEXT"},
+        {"-1=A", "not NUMBER=TEXT"},
+        {" 5=A", "not NUMBER=TEXT"},
+        {"5 =A", "not NUMBER=TEXT"},
+        {"99999999999=A", "not NUMBER=TEXT"},
+        {" ", "not NUMBER=TEXT"},
+        {"1000=twice", "string 1000 is already in line 3"},
+        {"1141=A", "no string 1141; the last is 1140"},
+        {"1001=\xFF", "not UTF-8"},
+        {"1001=10  A\xC2\x9B", "a control character"},
+        {"1001=10  A\x1B[2J", "a control character"},
+        {std::string("1001=10  A\0B", 12), "a control character"},
+        {"1001=\x7F", "a control character"},
+    };
+    for (const auto& [line, reason] : rows) {
         SCOPED_TRACE(line);
-        Write("a.qxl", "1=1033\n\n1000=00  A\n" + line + "\n1002=00  C\n");
+        Write("a.qxl", "1=1033\n\n1000=00  A\n" + line + "\n1002=00  C\n1140=00\tC\n");
         EXPECT_FALSE(source.Open(Path("a.qxl")));
-        EXPECT_NE(source.Error().find("a.qxl, line 4"), std::string::npos) << source.Error();
+        EXPECT_TRUE(source.Error().ends_with("a.qxl, line 4: " + reason) ||
+                    source.Error().ends_with("a.qxl, line 4: a layout has " + reason))
+            << source.Error();
     }
-    for (const std::string name : {"absent.qxl", "", "a.qxl\\deeper.qxl"}) {
+}
+
+TEST_F(QxlTextSourceTest, RefusesWhatIsNoSmallFile) {
+    const std::string most = "1=1033\n#" + std::string((1U << 20U) - 8, '-');
+    Write("most.qxl", most);
+    Write("large.qxl", most + "-");
+    std::filesystem::create_symlink("/dev/zero", m_folder / "endless.qxl");
+    ASSERT_EQ(mkfifo((m_folder / "pipe.qxl").c_str(), 0600), 0);
+    EXPECT_TRUE(source.Open(Path("most.qxl"))) << source.Error();
+    const std::pair<std::string, std::string> rows[] = {
+        {"absent.qxl", "the file cannot be read"},
+        {"most.qxl\\deeper.qxl", "the file cannot be read"},
+        {"", "not a regular file"},
+        {"endless.qxl", "not a regular file"},
+        {"pipe.qxl", "not a regular file"},
+        {"large.qxl", "larger than 1 MiB"},
+    };
+    for (const auto& [name, reason] : rows) {
         EXPECT_FALSE(source.Open(Path(name)));
-        EXPECT_NE(source.Error().find("cannot be read"), std::string::npos) << source.Error();
+        EXPECT_TRUE(source.Error().ends_with(reason)) << source.Error();
+        EXPECT_TRUE(source.Error().starts_with(m_folder.string())) << source.Error();
+    }
+    EXPECT_EQ(source.String(1), "1033"); // an open that fails changes nothing
+    Long language = 1033;
+    EXPECT_TRUE(source.OpenLanguage(language, Path())) << source.Error();
+    EXPECT_EQ(source.FileName(), (m_folder / "most.qxl").string());
+}
+
+TEST_F(QxlTextSourceTest, ACheckFindsWhatAnOpenPassesOver) {
+    const std::string rectangle = "(0,0,600,600)";
+    const std::pair<std::string, std::string> rows[] = {
+        {"1030=" + rectangle, "support is missing"},
+        {"1030=" + rectangle + "3", "support is \"3\", not 0, 1 or 2"},
+        {"1030=" + rectangle + "\xC3\xA4", "support is \"\xC3\xA4\", not 0, 1 or 2"},
+        {"1030=" + rectangle + "2", "colour set is missing"},
+        {"1030=" + rectangle + "2x  A", "colour set is \"x\", not 0, 1 or 2"},
+        {"1030=" + rectangle + "21", "the key has no caption"},
+        {"1030=" + rectangle + "21   \\\\ ", "the key has no caption"},
+        {"1030=10  A", "the rectangle (top,left,width,height) is missing"},
+        {"1030=(0,0,600,25)10  A", "a key of 600 by 25 cannot be seen: more than 25 each way, or "
+                                   "0 by 0 for a key without a place"},
+        {"1030=(0,0,-600,600)10  A", "a key of -600 by 600 cannot be seen: more than 25 each way, "
+                                     "or 0 by 0 for a key without a place"},
+        {"1030=(0,0,600)10  A", "no \",\" in (top,left,width,height)"},
+        {"1030=(0,0,600,65536)10  A", "65536 does not fit 16 bits"},
+    };
+    for (const auto& [line, reason] : rows) {
+        SCOPED_TRACE(line);
+        Write("a.qxl", "1=1033\n3=Name\n" + line + "\n1031=x\n");
+        ASSERT_TRUE(source.Open(Path("a.qxl"))) << source.Error();
+        const std::string fault = LayoutFault(source);
+        EXPECT_TRUE(
+            fault.starts_with((m_folder / "a.qxl").string() + ", line 3: position code 30: "))
+            << fault;
+        EXPECT_TRUE(fault.ends_with(reason)) << fault;
+    }
+    const std::pair<std::string, std::string> files[] = {
+        {"1030=(0,0,26,26)11  A\n1031=00\n1032=(0,0,0,0)22  B\n1033=(5,5,90,90)10  \\\\C", ""},
+        {"3=Empty\n1030= \n", ": the layout has no keys"},
+        {"3=A\n1=en\n1030=x", ", line 2: \"en\" is not a language id from 1 to 32767"},
+        {"1=32768\n1030=x", ", line 1: \"32768\" is not a language id from 1 to 32767"},
+        {"1=0\n1030=x", ", line 1: \"0\" is not a language id from 1 to 32767"},
+    };
+    for (const auto& [content, fault] : files) {
+        Write("b.qxl", content);
+        ASSERT_TRUE(source.Open(Path("b.qxl"))) << source.Error();
+        EXPECT_EQ(LayoutFault(source), fault.empty() ? "" : (m_folder / "b.qxl").string() + fault);
     }
 }
 

@@ -35,6 +35,9 @@ TEST(SequenceText, ReadsKeysReleasesChordsAndCodes) {
         {"Ctrl+{48} \"Ctrl\"+\"Num+\"", {58, 48, 176, 186, 58, 106, 234, 186}},
         {"\"Left control key\" ^\"left control key\"", {58, 186}},
         {"{58}+\"Space bar\"", {58, 61, 189, 186}},
+        // What a key types with Shift names it, too.
+        {"Ctrl++ Ctrl+++A ! ^!", {58, 13, 141, 186, 58, 13, 31, 159, 141, 186, 2, 130}},
+        {"Ctrl+\\ |", {58, 29, 157, 186, 29}},
     };
     for (const auto& [text, codes] : rows)
         EXPECT_EQ(ParseSequenceText(text, us), codes) << text;
@@ -63,6 +66,14 @@ TEST(SequenceText, ReportsFaults) {
     };
     const std::vector<Row> rows = {
         {us, "A Ctl", 2, {"character 3", "\"Ctl\"", "\"Ctrl\""}},
+        {us,
+         "Ctl",
+         0,
+         {"; the nearest are {58} \"Ctrl\" (Left control key), {64} \"RCtrl\" (Right "
+          "control key)"}},
+        {us, "Foo", 0, {"no key is called \"Foo\""}},
+        {us, "\"", 0, {"closing"}},
+        {us, "{", 0, {"no key is called \"{\""}},
         {us, "A ^NumEntr A", 3, {"\"NumEntr\"", "{108} \"NumEnter\""}},
         {us, "é é", 0, {"character 1"}},
         {us, "A {256}", 2, {"{256}", "0 to 255"}},

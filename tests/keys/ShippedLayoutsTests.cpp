@@ -1,79 +1,122 @@
+#include "qxcontrols/keys/LayoutCheck.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/QxlTextSource.h"
 #include "qxcontrols/pos/POSCodeMapping.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
+#include <map>
 #include <set>
-#include <tuple>
+#include <vector>
 
 namespace qx::test {
 namespace {
 
-// What a key is apart from its captions.
-auto Physical(const QXKeyboardLayoutData& layout, Long key) {
-    return std::tuple(layout.KeySupport(key), layout.KeyColor(key), layout.KeyX(key),
-                      layout.KeyY(key), layout.KeyWidth(key), layout.KeyHeight(key));
-}
-
-bool Overlap(const QXKeyboardLayoutData& layout, Long one, Long other) {
-    return layout.KeyX(one) < layout.KeyX(other) + layout.KeyWidth(other) &&
-           layout.KeyX(other) < layout.KeyX(one) + layout.KeyWidth(one) &&
-           layout.KeyY(one) < layout.KeyY(other) + layout.KeyHeight(other) &&
-           layout.KeyY(other) < layout.KeyY(one) + layout.KeyHeight(one);
-}
-
-class ShippedLayout : public testing::TestWithParam<std::pair<const char*, Long>> {
-protected:
-    void SetUp() override {
-        layout.SetLayoutPath(QX_LAYOUTS);
-        ASSERT_TRUE(layout.OpenLayoutByName(GetParam().first)) << layout.Error();
-    }
-    QXKeyboardLayoutData layout;
+struct Shipped {
+    const char* file;
+    Long language;
+    bool isIso; // else the keyboard of the United States
 };
 
-TEST_P(ShippedLayout, CanBeUsed) {
-    std::set<std::string> captions;
+class ShippedLayout : public testing::TestWithParam<Shipped> {
+protected:
+    void SetUp() override {
+        for (QXKeyboardLayoutData* opened : {&layout, &us})
+            opened->SetLayoutPath(QX_LAYOUTS);
+        ASSERT_TRUE(us.OpenLayoutByName("us.qxl"));
+        ASSERT_TRUE(layout.OpenLayoutByName(GetParam().file)) << layout.Error();
+    }
+
+    using Place = std::array<int, 4>; // left, top, width, height
+    [[nodiscard]] static Place PlaceOf(const QXKeyboardLayoutData& of, Long key) {
+        return {static_cast<int>(of.KeyX(key)), static_cast<int>(of.KeyY(key)),
+                static_cast<int>(of.KeyWidth(key)), static_cast<int>(of.KeyHeight(key))};
+    }
+    [[nodiscard]] std::vector<Long> DrawnKeys() const {
+        std::vector<Long> keys;
+        for (Long key = 0; key <= 140; ++key)
+            if (layout.KeySupport(key) != KEYMODE_NONE && layout.KeyWidth(key) > 0)
+                keys.push_back(key);
+        return keys;
+    }
+
+    QXKeyboardLayoutData layout;
+    QXKeyboardLayoutData us;
+};
+
+TEST_P(ShippedLayout, NamesEveryKeyOfTheKeyboardOnce) {
+    QxlTextSource source;
+    ASSERT_TRUE(source.Open(QX_LAYOUTS + std::string("/") + GetParam().file));
+    EXPECT_EQ(LayoutFault(source), "");
+    std::set<std::string> names;
     for (Long key = 0; key <= 140; ++key) {
         SCOPED_TRACE(key);
-        const bool isShown = layout.KeySupport(key) != KEYMODE_NONE;
-        EXPECT_EQ(isShown, layout.KeyWidth(key) >= 600 && layout.KeyHeight(key) >= 600);
-        if (!isShown)
-            continue;
-        EXPECT_TRUE(captions.insert(layout.KeyCaption(key)).second) << layout.KeyCaption(key);
-        EXPECT_FALSE(layout.KeyCaption(key).empty());
-        EXPECT_GE(layout.KeyLongCaption(key).size(), layout.KeyCaption(key).size());
-        for (Long other = 0; other < key; ++other)
-            EXPECT_FALSE(layout.KeySupport(other) != KEYMODE_NONE && Overlap(layout, key, other))
-                << "key " << other;
+        const bool isOfOtherKind = key == 42 || key == 45; // keys that only ISO keyboards have
+        EXPECT_EQ(layout.KeySupport(key),
+                  isOfOtherKind && GetParam().isIso ? KEYMODE_EXIST : us.KeySupport(key));
+        EXPECT_TRUE(layout.KeySupport(key) == KEYMODE_NONE ||
+                    (names.insert(layout.KeyCaption(key)).second &&
+                     names.insert(layout.KeyLongCaption(key)).second));
     }
+    EXPECT_EQ(names.size(), GetParam().isIso ? 234U : 230U); // of 117 and of 115 keys
     for (Integer index = 1; index <= 105; ++index)
-        EXPECT_NE(layout.KeySupport(POSCodeMapping().GetPositionCodeForKey(index)), KEYMODE_NONE)
+        EXPECT_FALSE(layout.KeyCaption(POSCodeMapping().GetPositionCodeForKey(index)).empty())
             << "no key for POS key " << index;
-}
-
-TEST_P(ShippedLayout, IsTheSameKeyboardInAnotherLanguage) {
-    QXKeyboardLayoutData us;
-    us.SetLayoutPath(QX_LAYOUTS);
-    ASSERT_TRUE(us.OpenLayoutByName("us.qxl"));
-    for (Long key = 0; key <= 140; ++key)
-        EXPECT_EQ(Physical(layout, key), Physical(us, key)) << "key " << key;
 
     QXKeyboardLayoutData byLanguage;
     byLanguage.SetLayoutPath(QX_LAYOUTS);
-    ASSERT_TRUE(byLanguage.OpenLayoutByID(GetParam().second)) << byLanguage.Error();
+    ASSERT_TRUE(byLanguage.OpenLayoutByID(GetParam().language)) << byLanguage.Error();
     EXPECT_EQ(byLanguage.NativeName(), layout.NativeName());
     EXPECT_FALSE(layout.NativeName().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ShippedLayout,
-                         testing::Values(std::pair("us.qxl", 1033), std::pair("uk.qxl", 2057),
-                                         std::pair("german.qxl", 1031),
-                                         std::pair("french.qxl", 1036),
-                                         std::pair("spanish.qxl", 1034)),
-                         [](const auto& test) {
-                             return std::filesystem::path(test.param.first).stem().string();
-                         });
+TEST_P(ShippedLayout, ItsKeysFillTheirRows) {
+    // In squares of a quarter of a key.
+    constexpr int kGrid = 150;
+    std::map<std::pair<int, int>, Long> covered;
+    for (const Long key : DrawnKeys()) {
+        const auto [left, top, width, height] = PlaceOf(layout, key);
+        EXPECT_TRUE(width >= 600 && height >= 600) << key;
+        for (int x = left; x < left + width; x += kGrid)
+            for (int y = top; y < top + height; y += kGrid) {
+                const auto [place, isNew] = covered.try_emplace({x, y}, key);
+                EXPECT_TRUE(isNew) << key << " overlaps " << place->second;
+            }
+    }
+    for (int x = 0; x < 9000; x += kGrid) // the four rows of the main block
+        for (int y = 1500; y < 3900; y += kGrid)
+            EXPECT_TRUE(covered.contains({x, y})) << "a gap at " << x << ", " << y;
+}
+
+TEST_P(ShippedLayout, HasTheGeometryOfItsKind) {
+    const bool isIso = GetParam().isIso;
+    const std::map<Long, Place> iso = {
+        {28, {7500, 2100, 750, 600}},  {29, {0, 0, 0, 0}},        {42, {7650, 2700, 600, 600}},
+        {43, {8250, 2100, 750, 1200}}, {44, {0, 3300, 750, 600}}, {45, {750, 3300, 600, 600}},
+    };
+    const std::map<Long, Place> american = {
+        {28, {7500, 2100, 600, 600}},  {29, {8100, 2100, 900, 600}}, {42, {0, 0, 0, 0}},
+        {43, {7650, 2700, 1350, 600}}, {44, {0, 3300, 1350, 600}},   {45, {0, 0, 0, 0}},
+    };
+    for (const auto& [key, place] : isIso ? iso : american)
+        EXPECT_EQ(PlaceOf(layout, key), place) << "key " << key;
+    for (Long key = 0; key <= 140; ++key)
+        EXPECT_TRUE(iso.contains(key) || PlaceOf(layout, key) == PlaceOf(us, key)) << "key " << key;
+
+    ASSERT_TRUE(us.OpenLayoutByName(GetParam().file)); // nothing of the layout before is left
+    for (const Long key : DrawnKeys())
+        EXPECT_EQ(PlaceOf(us, key), PlaceOf(layout, key)) << "key " << key;
+    EXPECT_EQ(us.KeyWidth(29), layout.KeyWidth(29));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ShippedLayout,
+    testing::Values(Shipped{"us.qxl", 1033, false}, Shipped{"uk.qxl", 2057, true},
+                    Shipped{"german.qxl", 1031, true}, Shipped{"french.qxl", 1036, true},
+                    Shipped{"spanish.qxl", 1034, true}),
+    [](const auto& test) { return std::filesystem::path(test.param.file).stem().string(); });
 
 } // namespace
 } // namespace qx::test

@@ -2,6 +2,7 @@
 
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
+#include "qxcontrols/keys/KeyCharacters.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <algorithm>
@@ -43,8 +44,8 @@ KeyNames::KeyNames(const QXKeyboardLayoutData& layout) {
         m_longest = std::max({m_longest, name.size(), longCaption.size()});
         if (!name.empty())
             m_keys.push_back({id, std::string(name), std::string(longCaption),
-                              LowerCase(Utf16FromUtf8(name)),
-                              LowerCase(Utf16FromUtf8(longCaption))});
+                              LowerCase(Utf16FromUtf8(name)), LowerCase(Utf16FromUtf8(longCaption)),
+                              CharactersOf(name, longCaption).shifted});
     }
 }
 
@@ -82,6 +83,13 @@ std::vector<Long> KeyNames::Find(std::string_view sText) const {
     return {};
 }
 
+std::vector<Long> KeyNames::FindShifted(std::string_view sText) const {
+    if (sText.empty() || sText.size() > m_longest)
+        return {};
+    const std::u16string character = Utf16FromUtf8(sText);
+    return KeysWhere(true, [&](const Key& key) { return key.shifted == character; });
+}
+
 std::string_view KeyNames::FindWords(std::string_view sText) const {
     std::string_view found;
     for (const Key& key : m_keys) {
@@ -104,18 +112,26 @@ bool KeyNames::BeginsWords(std::string_view sText) const {
 std::vector<Long> KeyNames::Nearest(std::string_view sText) const {
     constexpr std::size_t kMost = 3;
     constexpr std::size_t kLongestText = 64; // so that a huge text costs no time
+    struct Candidate {
+        double difference; // in parts of the longer text
+        Long id;
+    };
     const std::u16string folded = LowerCase(Utf16FromUtf8(sText.substr(0, kLongestText)));
-    std::vector<std::pair<std::size_t, Long>> candidates;
+    std::vector<Candidate> candidates;
     for (const Key& key : m_keys) {
-        const std::size_t distance = EditDistance(folded, key.foldedName);
-        if (key.id < kFirstUnpressable && distance < std::max(folded.size(), key.foldedName.size()))
-            candidates.emplace_back(distance, key.id);
+        const double difference =
+            static_cast<double>(EditDistance(folded, key.foldedName)) /
+            static_cast<double>(std::max(folded.size(), key.foldedName.size()));
+        if (key.id < kFirstUnpressable && difference <= 0.5)
+            candidates.push_back({difference, key.id});
     }
-    std::sort(candidates.begin(), candidates.end());
+    std::stable_sort(
+        candidates.begin(), candidates.end(),
+        [](const Candidate& a, const Candidate& b) { return a.difference < b.difference; });
     std::vector<Long> nearest;
-    for (const auto& [distance, id] : candidates)
+    for (const Candidate& candidate : candidates)
         if (nearest.size() < kMost)
-            nearest.push_back(id);
+            nearest.push_back(candidate.id);
     return nearest;
 }
 

@@ -30,13 +30,16 @@ public:
     // is clear. Keys that cannot be pressed are found only where no other key is.
     [[nodiscard]] std::vector<Long> Find(std::string_view sText) const;
 
+    // The keys that type this character with Shift.
+    [[nodiscard]] std::vector<Long> FindShifted(std::string_view sText) const;
+
     // The longest name of several words with which the text begins, up to a blank or its end;
     // empty when there is none.
     [[nodiscard]] std::string_view FindWords(std::string_view sText) const;
     // Whether the text is the first words of the name of a key.
     [[nodiscard]] bool BeginsWords(std::string_view sText) const;
 
-    // The names that differ least from the text.
+    // The keys with the names that differ least from the text, if it resembles any.
     [[nodiscard]] std::vector<Long> Nearest(std::string_view sText) const;
 
 private:
@@ -46,6 +49,7 @@ private:
         std::string longCaption;
         std::u16string foldedName;
         std::u16string foldedLongCaption;
+        std::u16string shifted; // what the key types with Shift
     };
 
     template <typename Matches>

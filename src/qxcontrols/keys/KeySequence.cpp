@@ -1,5 +1,7 @@
 #include "qxcontrols/keys/KeySequence.h"
 
+#include "qxcontrols/device/Trace.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -74,6 +76,7 @@ Integer CodesIn(std::size_t characters) {
 } // namespace
 
 void KeySequence::AddByte(Integer nValue) {
+    Trace("KeySequence.AddByte");
     const FieldText field = Field(nValue);
     if (m_length == std::numeric_limits<Integer>::max())
         throw std::overflow_error("a sequence of more than 32767 key codes");
@@ -82,6 +85,7 @@ void KeySequence::AddByte(Integer nValue) {
 }
 
 void KeySequence::ClearLast() {
+    Trace("KeySequence.ClearLast");
     if (m_length == 0)
         return;
     m_keyString.resize(m_keyString.size() - std::min(kField, m_keyString.size()));
@@ -89,11 +93,13 @@ void KeySequence::ClearLast() {
 }
 
 void KeySequence::Clear() {
+    Trace("KeySequence.Clear");
     m_keyString.clear();
     m_length = 0;
 }
 
 Integer KeySequence::GetPositionCode(Integer nIndex) const {
+    Trace("KeySequence.GetPositionCode");
     if (nIndex < 1 || nIndex > m_length)
         return 0;
     return CodeAt(m_keyString, static_cast<std::size_t>(nIndex - 1) * kField);
@@ -125,6 +131,7 @@ void KeySequence::SetKeyString(std::string sKeyString) {
 }
 
 void KeySequence::CopyContent(const KeySequence* oSource) {
+    Trace("KeySequence.CopyContent");
     if (oSource != nullptr)
         *this = *oSource;
 }

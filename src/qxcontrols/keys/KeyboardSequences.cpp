@@ -1,5 +1,7 @@
 #include "qxcontrols/keys/KeyboardSequences.h"
 
+#include "qxcontrols/device/Trace.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -15,6 +17,7 @@ bool IsKeyID(Long lID) {
 } // namespace
 
 const KeySequence& KeyboardSequences::Key(Long lID) const {
+    Trace("KeyboardSequences.Key");
     if (!IsKeyID(lID))
         throw std::out_of_range("key id " + std::to_string(lID) + " is not one of 0 to 140");
     return m_keys[static_cast<std::size_t>(lID)];
@@ -25,21 +28,25 @@ KeySequence& KeyboardSequences::Key(Long lID) {
 }
 
 void KeyboardSequences::CleanKey(Long lID) {
+    Trace("KeyboardSequences.CleanKey");
     if (IsKeyID(lID))
         Key(lID).Clear();
 }
 
 void KeyboardSequences::CleanAll() {
+    Trace("KeyboardSequences.CleanAll");
     for (KeySequence& key : m_keys)
         key.Clear();
 }
 
 void KeyboardSequences::SetAllAsUnsused() {
+    Trace("KeyboardSequences.SetAllAsUnsused");
     for (KeySequence& key : m_keys)
         key.SetPositionCode(0);
 }
 
 Integer KeyboardSequences::GetNumberOfProgamableKeys() const {
+    Trace("KeyboardSequences.GetNumberOfProgamableKeys");
     return static_cast<Integer>(
         std::count_if(m_keys.begin(), m_keys.end(),
                       [](const KeySequence& key) { return key.PositionCode() == 0; }));

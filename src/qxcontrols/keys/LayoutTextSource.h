@@ -15,6 +15,7 @@ public:
     static constexpr Long kLanguageID = 1;
     static constexpr Long kNativeName = 3;
     static constexpr Long kFirstKey = 1000;
+    static constexpr Long kLastKey = 1140;
 
     virtual ~LayoutTextSource() = default;
 

@@ -1,14 +1,10 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include "qxcontrols/common/Text.h"
-#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QxlTextSource.h"
 
-#include <charconv>
-#include <cmath>
-#include <limits>
 #include <stdexcept>
 #include <string_view>
 
@@ -17,32 +13,7 @@ namespace qx {
 namespace {
 
 constexpr char kFolderEnd = '\\';
-constexpr std::string_view kLongCaptionFollows = "\\\\";
 constexpr Long kRelease = 128; // added to a key's id by the code of its release
-
-// A fraction is rounded to the nearest whole number, a half to the even one.
-Single WholeNumber(std::string_view text) {
-    std::string_view digits = Trim(text);
-    if (digits.starts_with('+'))
-        digits.remove_prefix(1);
-    double number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error == std::errc::invalid_argument || end != digits.data() + digits.size() ||
-        std::isnan(number))
-        throw std::invalid_argument("\"" + std::string(text) + "\" is no number");
-    number = std::nearbyint(number);
-    if (error != std::errc() || number < std::numeric_limits<Integer>::min() ||
-        number > std::numeric_limits<Integer>::max())
-        throw std::overflow_error(std::string(text) + " does not fit 16 bits");
-    return static_cast<Single>(number);
-}
-
-// The digit at the line's front if it is 0, 1 or 2, else 0; the line loses that character.
-int TakeModeDigit(std::string_view& line) {
-    const char digit = line.empty() ? '0' : line.front();
-    SkipCharacters(line, 1);
-    return digit >= '0' && digit <= '2' ? digit - '0' : 0;
-}
 
 } // namespace
 
@@ -96,7 +67,7 @@ bool QXKeyboardLayoutData::Failed(std::string sError) {
 
 // All or nothing: the keys change only after every line has been read.
 void QXKeyboardLayoutData::LoadAllKeys() {
-    KeyRecords keys = m_keys;
+    LayoutKeys keys = m_keys;
     for (Long id = kMinKeyID; id <= kMaxKeyID; ++id) {
         const Long number = LayoutTextSource::kFirstKey + id;
         try {
@@ -112,90 +83,63 @@ void QXKeyboardLayoutData::LoadAllKeys() {
     m_error.clear();
 }
 
-void QXKeyboardLayoutData::KeyRecord::Parse(Long lID, std::string_view line) {
-    constexpr std::size_t kSeparators = 2; // whatever characters these are
-    line = TrimLeft(line);
-    caption.clear();
-    longCaption.clear();
-    support = KEYMODE_NONE;
-    color = COLOR_SET_1;
-    if (line.starts_with('('))
-        line = ParseGeometry(line);
-    if (line.empty())
-        return;
-    support = static_cast<KEY_SUPPORT>(TakeModeDigit(line));
-    color = static_cast<COLOR_SET>(TakeModeDigit(line));
-
-    SkipCharacters(line, kSeparators);
-    const std::size_t captionEnd = line.find(kLongCaptionFollows);
-    caption = line.substr(0, captionEnd);
-    if (captionEnd != std::string_view::npos)
-        longCaption = line.substr(captionEnd + kLongCaptionFollows.size());
-    else
-        // The number is decimal, whatever the word says.
-        longCaption = caption.empty() ? "Hex(" + std::to_string(lID) + ")" : caption;
-}
-
-std::string_view QXKeyboardLayoutData::KeyRecord::ParseGeometry(std::string_view line) {
-    struct Number {
-        Single KeyRecord::*member;
-        char end;
-    };
-    constexpr std::array<Number, 4> kNumbers = {{{&KeyRecord::y, ','},
-                                                 {&KeyRecord::x, ','},
-                                                 {&KeyRecord::width, ','},
-                                                 {&KeyRecord::height, ')'}}};
-    line.remove_prefix(1);
-    for (const auto& [member, separator] : kNumbers) {
-        const std::size_t end = line.find(separator);
-        if (end == std::string_view::npos)
-            throw std::invalid_argument(std::string("no \"") + separator +
-                                        "\" in (top,left,width,height)");
-        this->*member = WholeNumber(line.substr(0, end));
-        line.remove_prefix(end + 1);
-    }
-    return line;
-}
-
-const QXKeyboardLayoutData::KeyRecord& QXKeyboardLayoutData::Key(Long lID) const {
-    static const KeyRecord none;
+const LayoutKey& QXKeyboardLayoutData::Key(Long lID) const {
+    static const LayoutKey none;
     return lID < kMinKeyID || lID > kMaxKeyID ? none : m_keys[static_cast<std::size_t>(lID)];
 }
 
+Long QXKeyboardLayoutData::GetMinKeyID() const {
+    Trace("QXKeyboardLayoutData.GetMinKeyID");
+    return kMinKeyID;
+}
+
+Long QXKeyboardLayoutData::GetMaxKeyID() const {
+    Trace("QXKeyboardLayoutData.GetMaxKeyID");
+    return kMaxKeyID;
+}
+
 const std::string& QXKeyboardLayoutData::KeyCaption(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyCaption");
     return Key(lID).caption;
 }
 
 const std::string& QXKeyboardLayoutData::KeyLongCaption(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyLongCaption");
     return Key(lID).longCaption;
 }
 
 KEY_SUPPORT QXKeyboardLayoutData::KeySupport(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeySupport");
     return Key(lID).support;
 }
 
 COLOR_SET QXKeyboardLayoutData::KeyColor(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyColor");
     return Key(lID).color;
 }
 
 Single QXKeyboardLayoutData::KeyX(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyX");
     return Key(lID).x;
 }
 
 Single QXKeyboardLayoutData::KeyY(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyY");
     return Key(lID).y;
 }
 
 Single QXKeyboardLayoutData::KeyWidth(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyWidth");
     return Key(lID).width;
 }
 
 Single QXKeyboardLayoutData::KeyHeight(Long lID) const {
+    Trace("QXKeyboardLayoutData.KeyHeight");
     return Key(lID).height;
 }
 
 const std::string& QXKeyboardLayoutData::CaptionForText(Long lID) const {
-    const KeyRecord& key = Key(lID);
+    const LayoutKey& key = Key(lID);
     return Trim(key.caption).empty() ? key.longCaption : key.caption;
 }
 

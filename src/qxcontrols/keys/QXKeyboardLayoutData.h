@@ -8,23 +8,15 @@
 #pragma once
 
 #include "qxcontrols/common/Types.h"
+#include "qxcontrols/keys/LayoutLine.h"
 
 #include <array>
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace qx {
 
 class LayoutTextSource;
-
-enum KEY_SUPPORT {
-    KEYMODE_NONE = 0,  // the keyboard has no such key
-    KEYMODE_EXIST = 1, // a key that cannot be programmed
-    KEYMODE_PROG = 2,  // a programmable key
-};
-
-enum COLOR_SET { COLOR_SET_1 = 0, COLOR_SET_2 = 1, COLOR_SET_3 = 2 };
 
 class QXKeyboardLayoutData {
 public:
@@ -50,8 +42,8 @@ public:
     // The name that the layout gives itself.
     [[nodiscard]] const std::string& NativeName() const { return m_nativeName; }
 
-    [[nodiscard]] Long GetMinKeyID() const { return kMinKeyID; }
-    [[nodiscard]] Long GetMaxKeyID() const { return kMaxKeyID; }
+    [[nodiscard]] Long GetMinKeyID() const;
+    [[nodiscard]] Long GetMaxKeyID() const;
     [[nodiscard]] const std::string& KeyCaption(Long lID) const;
     [[nodiscard]] const std::string& KeyLongCaption(Long lID) const;
     [[nodiscard]] KEY_SUPPORT KeySupport(Long lID) const;
@@ -79,29 +71,15 @@ private:
     static constexpr Long kMinKeyID = 0;
     static constexpr Long kMaxKeyID = 140;
 
-    struct KeyRecord {
-        std::string caption;
-        std::string longCaption;
-        KEY_SUPPORT support = KEYMODE_NONE;
-        COLOR_SET color = COLOR_SET_1;
-        Single x = 0;
-        Single y = 0;
-        Single width = 0;
-        Single height = 0;
-
-        void Parse(Long lID, std::string_view line);
-        // Returns what follows the geometry part.
-        std::string_view ParseGeometry(std::string_view line);
-    };
-    using KeyRecords = std::array<KeyRecord, kMaxKeyID + 1>;
+    using LayoutKeys = std::array<LayoutKey, kMaxKeyID + 1>;
 
     void LoadAllKeys();
     bool Failed(std::string sError);
-    [[nodiscard]] const KeyRecord& Key(Long lID) const;
+    [[nodiscard]] const LayoutKey& Key(Long lID) const;
     [[nodiscard]] const std::string& CaptionForText(Long lID) const;
 
     std::unique_ptr<LayoutTextSource> m_source;
-    KeyRecords m_keys;
+    LayoutKeys m_keys;
     std::string m_layoutPath;
     std::string m_nativeName;
     std::string m_upCodePrefix = "^";

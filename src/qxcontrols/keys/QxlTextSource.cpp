@@ -7,6 +7,8 @@
 #include <fstream>
 #include <optional>
 #include <string_view>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace qx {
@@ -15,6 +17,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr Long kPrimaryLanguage = 0x3FF; // the bits of a language id that leave out the country
+constexpr std::uintmax_t kMostBytes = 1U << 20U; // a layout has about 5000
 
 std::filesystem::path PathFrom(std::string sPath) {
     if constexpr (std::filesystem::path::preferred_separator == '/')
@@ -35,6 +38,14 @@ std::optional<Long> NumberFrom(std::string_view digits) {
     return number;
 }
 
+// A tab is a blank; any other control character would reach screens and terminals as it is.
+bool HasControlCharacter(std::string_view text) {
+    const std::u16string units = Utf16FromUtf8(text);
+    return std::any_of(units.begin(), units.end(), [](char16_t unit) {
+        return (unit < 0x20 && unit != u'\t') || (unit >= 0x7F && unit < 0xA0);
+    });
+}
+
 std::vector<std::filesystem::path> LayoutFilesIn(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -42,6 +53,59 @@ std::vector<std::filesystem::path> LayoutFilesIn(const std::filesystem::path& fo
             files.push_back(entry.path());
     std::sort(files.begin(), files.end());
     return files;
+}
+
+struct Content {
+    std::string text;
+    std::string error; // why it could not be read
+};
+
+Content ContentOf(const std::filesystem::path& path) {
+    std::error_code failure;
+    const auto status = std::filesystem::status(path, failure);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        return {{}, "the file cannot be read: it is not a regular file"}; // a pipe never ends
+    const auto size = std::filesystem::file_size(path, failure);
+    std::ifstream stream(path, std::ios::binary);
+    if (failure || !stream)
+        return {{}, "the file cannot be read"};
+    if (size > kMostBytes)
+        return {{}, "the file is larger than 1 MiB"};
+    std::string text(static_cast<std::size_t>(size), '\0');
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    return {std::move(text), stream.bad() ? "the file cannot be read" : ""};
+}
+
+// Calls visit(line number, line) for the lines that are neither empty nor comments, until it
+// answers false.
+template <typename Visit>
+void ForEachLine(std::string_view text, Visit visit) {
+    if (text.starts_with(kByteOrderMark))
+        text.remove_prefix(kByteOrderMark.size());
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        if (!line.empty() && !line.starts_with('#') && !visit(number, line))
+            return;
+    }
+}
+
+// String 1 as a number; 0 where there is none.
+Long LanguageIn(std::string_view text) {
+    Long language = 0;
+    ForEachLine(text, [&](std::size_t /*number*/, std::string_view line) {
+        const std::size_t equals = line.find('=');
+        if (equals == std::string_view::npos ||
+            NumberFrom(line.substr(0, equals)) != LayoutTextSource::kLanguageID)
+            return true;
+        language = NumberFrom(line.substr(equals + 1)).value_or(0);
+        return false;
+    });
+    return language;
 }
 
 } // namespace
@@ -52,14 +116,22 @@ void QxlTextSource::Reset() {
 }
 
 bool QxlTextSource::Open(const std::string& sFilename) {
-    File file;
-    file.Read(PathFrom(sFilename));
-    return Use(std::move(file));
+    const std::filesystem::path path = PathFrom(sFilename);
+    const Content content = ContentOf(path);
+    if (!content.error.empty()) {
+        m_error = NameOf(path) + ": " + content.error;
+        return false;
+    }
+    return Use(path, content.text);
 }
 
 bool QxlTextSource::OpenLanguage(Long& lLangID, const std::string& sFolder) {
+    struct Candidate {
+        std::filesystem::path path;
+        std::string text;
+        Long language;
+    };
     const std::filesystem::path folder = PathFrom(sFolder);
-    File sameLanguage;
     std::vector<std::filesystem::path> paths;
     try {
         paths = LayoutFilesIn(folder);
@@ -67,25 +139,26 @@ bool QxlTextSource::OpenLanguage(Long& lLangID, const std::string& sFolder) {
         m_error = NameOf(folder) + ": " + error.code().message();
         return false;
     }
+    std::optional<Candidate> chosen;
     for (const auto& path : paths) {
-        File file;
-        if (!file.Read(path) || file.LanguageID() == 0)
+        Content content = ContentOf(path);
+        const Long language = content.error.empty() ? LanguageIn(content.text) : 0;
+        const bool isSame = language == lLangID;
+        if (language == 0 || (language & kPrimaryLanguage) != (lLangID & kPrimaryLanguage) ||
+            (chosen && !isSame))
             continue;
-        const Long language = file.LanguageID();
-        if (language == lLangID)
-            return Use(std::move(file));
-        if (sameLanguage.lines.empty() &&
-            (language & kPrimaryLanguage) == (lLangID & kPrimaryLanguage))
-            sameLanguage = std::move(file);
+        chosen = {path, std::move(content.text), language};
+        if (isSame)
+            break;
     }
-    if (sameLanguage.lines.empty()) {
+    if (!chosen) {
         m_error = NameOf(folder) + ": no layout for language " + std::to_string(lLangID) +
                   " among " + std::to_string(paths.size()) + " layout files";
         return false;
     }
-    if (!Use(std::move(sameLanguage)))
+    if (!Use(chosen->path, chosen->text))
         return false;
-    lLangID = m_file.LanguageID();
+    lLangID = chosen->language;
     return true;
 }
 
@@ -101,55 +174,39 @@ std::string QxlTextSource::Place(Long lNumber) const {
                : m_file.name + ", line " + std::to_string(line->second.number);
 }
 
-bool QxlTextSource::Use(File file) {
-    m_error = file.error;
+bool QxlTextSource::Use(const std::filesystem::path& path, std::string_view text) {
+    File file;
+    file.name = NameOf(path);
+    m_error.clear();
+    ForEachLine(text, [&](std::size_t number, std::string_view line) {
+        const std::string fault = file.ReadLine(number, line);
+        if (!fault.empty())
+            m_error = file.name + ", line " + std::to_string(number) + ": " + fault;
+        return fault.empty();
+    });
     if (!m_error.empty())
         return false;
     m_file = std::move(file);
     return true;
 }
 
-Long QxlTextSource::File::LanguageID() const {
-    const auto line = lines.find(kLanguageID);
-    return line == lines.end() ? 0 : NumberFrom(line->second.text).value_or(0);
-}
-
-// False when the file cannot be read; a line that is wrong is noted only.
-bool QxlTextSource::File::Read(const std::filesystem::path& path) {
-    name = NameOf(path);
-    std::ifstream stream(path, std::ios::binary);
-    std::string text;
-    for (std::size_t number = 1; std::getline(stream, text); ++number) {
-        std::string_view line = text;
-        if (number == 1 && line.starts_with(kByteOrderMark))
-            line.remove_prefix(kByteOrderMark.size());
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
-        if (!line.empty() && !line.starts_with('#'))
-            ReadLine(number, line);
-    }
-    const bool isRead = stream.is_open() && !stream.bad();
-    if (!isRead)
-        error = name + ": the file cannot be read";
-    return isRead;
-}
-
-void QxlTextSource::File::ReadLine(std::size_t number, std::string_view line) {
-    const auto fault = [&](const std::string& what) {
-        if (error.empty())
-            error = name + ", line " + std::to_string(number) + ": " + what;
-    };
+std::string QxlTextSource::File::ReadLine(std::size_t number, std::string_view line) {
     const std::size_t equals = line.find('=');
     const auto id = NumberFrom(line.substr(0, equals));
     if (equals == std::string_view::npos || !id)
-        return fault("not NUMBER=TEXT");
+        return "not NUMBER=TEXT";
     if (!IsWellFormedUtf8(line))
-        return fault("not UTF-8");
+        return "not UTF-8";
+    if (HasControlCharacter(line))
+        return "a control character";
+    if (*id > kLastKey)
+        return "a layout has no string " + std::to_string(*id) + "; the last is " +
+               std::to_string(kLastKey);
     const auto [place, isNew] =
         lines.try_emplace(*id, Line{number, std::string(line.substr(equals + 1))});
-    if (!isNew)
-        fault("string " + std::to_string(*id) + " stands in line " +
-              std::to_string(place->second.number) + " already");
+    return isNew ? std::string()
+                 : "string " + std::to_string(*id) + " is already in line " +
+                       std::to_string(place->second.number);
 }
 
 } // namespace qx

@@ -1,9 +1,9 @@
 // QxlTextSource: the texts of a keyboard layout from a .qxl file.
 //
-// The file is UTF-8, one text a line: NUMBER=TEXT, the text being all that follows the first "=".
-// Empty lines and lines that begin with "#" are passed over; a byte order mark and CR LF line ends
-// are tolerated. Any other line, or a number that stands twice, makes the open fail. String 1 is
-// the layout's language id in decimal.
+// The file is UTF-8, at most 1 MiB, one text a line: NUMBER=TEXT, the text being all that follows
+// the first "=". Empty lines and lines that begin with "#" are passed over; a byte order mark and
+// CR LF line ends are tolerated. Any other line, a number above 1140 or one that stands twice, or
+// a control character makes the open fail. String 1 is the layout's language id in decimal.
 //
 // Paths are UTF-8; where the machine's paths use "/", a "\" in them is taken as a separator.
 #pragma once
@@ -12,6 +12,7 @@
 
 #include <filesystem>
 #include <map>
+#include <string_view>
 
 namespace qx {
 
@@ -28,6 +29,9 @@ public:
     [[nodiscard]] std::string Error() const override { return m_error; }
     [[nodiscard]] std::string Place(Long lNumber) const override;
 
+    // The path of the open layout; empty when none is.
+    [[nodiscard]] const std::string& FileName() const { return m_file.name; }
+
 private:
     struct Line {
         std::size_t number;
@@ -36,14 +40,12 @@ private:
     struct File {
         std::string name;
         std::map<Long, Line> lines;
-        std::string error; // of the first line that is wrong
 
-        [[nodiscard]] Long LanguageID() const; // 0: none
-        bool Read(const std::filesystem::path& path);
-        void ReadLine(std::size_t number, std::string_view line);
+        // Takes over a line; returns what is wrong with it, empty when nothing is.
+        std::string ReadLine(std::size_t number, std::string_view line);
     };
 
-    bool Use(File file);
+    bool Use(const std::filesystem::path& path, std::string_view text);
 
     File m_file;
     std::string m_error;

@@ -122,18 +122,26 @@ private:
         if (const auto [code, end] = NumberAt(place); code)
             return {Braced(*code), {*code}, end};
         const std::string_view word = m_text.substr(place, WordEnd(place) - place);
-        if (auto keys = m_names.Find(word); !keys.empty())
+        if (auto keys = KeysCalled(word); !keys.empty())
             return {std::string(word), std::move(keys), place + word.size()};
         if (auto quoted = QuotedAt(place))
             return *quoted;
         std::size_t nameEnd = word.size();
         for (std::size_t i = word.find(kChord, 1); inChord && i != std::string_view::npos;
              i = word.find(kChord, i + 1)) {
-            if (auto keys = m_names.Find(word.substr(0, i)); !keys.empty())
+            if (auto keys = KeysCalled(word.substr(0, i)); !keys.empty())
                 return {std::string(word.substr(0, i)), std::move(keys), place + i};
             nameEnd = std::min(nameEnd, i);
         }
         return {std::string(word.substr(0, nameEnd)), {}, place + nameEnd};
+    }
+
+    // By their name, or by the character that they type with Shift, unless that is a sign of the
+    // grammar which more likely stands there by mistake.
+    [[nodiscard]] std::vector<Long> KeysCalled(std::string_view word) const {
+        auto keys = m_names.Find(word);
+        const bool isSign = word == m_prefix || word == "\"" || word == "{" || word == "}";
+        return keys.empty() && !isSign ? m_names.FindShifted(word) : keys;
     }
 
     [[nodiscard]] std::optional<Operand> QuotedAt(std::size_t place) const {
@@ -170,11 +178,14 @@ private:
     // The one key that an operand means, if it can be pressed.
     [[nodiscard]] Long Press(const Operand& operand, std::size_t place) const {
         constexpr std::size_t kShown = 60; // bytes of a name in a message
-        if (operand.keys.empty())
-            Fail(place, operand.name.starts_with(kQuote)
-                            ? "the closing \" is missing"
-                            : "no key is called " + Quoted(operand.name.substr(0, kShown)) +
-                                  Listed("; the nearest are ", m_names.Nearest(operand.name)));
+        if (operand.keys.empty() && operand.name.starts_with(kQuote))
+            Fail(place, "the closing \" is missing");
+        if (operand.keys.empty()) {
+            const auto nearest = m_names.Nearest(operand.name);
+            Fail(place, "no key is called " + Quoted(operand.name.substr(0, kShown)) +
+                            Listed(nearest.size() == 1 ? "; the nearest is " : "; the nearest are ",
+                                   nearest));
+        }
         if (operand.keys.size() > 1)
             Fail(place, Quoted(operand.name) + Listed(" could be ", operand.keys));
         const Long key = operand.keys.front();

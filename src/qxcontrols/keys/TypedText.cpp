@@ -1,7 +1,7 @@
 #include "qxcontrols/keys/TypedText.h"
 
-#include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
+#include "qxcontrols/keys/KeyCharacters.h"
 #include "qxcontrols/keys/KeyNames.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
@@ -22,42 +22,37 @@ constexpr Byte kRelease = 128;
 struct Stroke {
     Byte key;
     bool isShifted;
+    bool isDead;
 };
 
-// How the key of these captions types the character, if it does.
-std::optional<bool> IsShifted(std::u16string_view character, std::string_view caption,
-                              std::string_view longCaption) {
-    const std::u16string plain = Utf16FromUtf8(caption);
-    const std::u16string small = LowerCase(plain);
-    if (character == small)
-        return false;
-    if (character == plain)
-        return true; // a letter, as its small one is another
-    const std::string ending =
-        std::string(caption) + " " + Utf8FromUtf16(character); // "1 !" of "Key 1 !"
-    const bool hasSecond = small == plain && longCaption.ends_with(" " + ending);
-    return hasSecond ? std::optional(true) : std::nullopt;
+// The key's strokes that type the character: at most one plain and one with Shift.
+std::vector<Stroke> StrokesOf(Byte key, std::u16string_view character,
+                              const KeyCharacters& characters) {
+    std::vector<Stroke> strokes;
+    if (character == characters.plain)
+        strokes.push_back({key, false, characters.isPlainDead});
+    if (character == characters.shifted)
+        strokes.push_back({key, true, characters.isShiftedDead});
+    return strokes;
 }
 
+// The easiest stroke of any key: one that is not dead, then one without Shift, then the lowest key.
 Stroke StrokeOf(std::string_view character, const QXKeyboardLayoutData& layout) {
     if (character == " ")
-        return {kSpaceBar, false};
+        return {kSpaceBar, false, false};
     const std::u16string units = Utf16FromUtf8(character);
-    std::optional<Stroke> shifted;
-    for (Long key = layout.GetMinKeyID(); key < KeyNames::kFirstUnpressable; ++key) {
-        const std::string_view caption = Trim(layout.KeyCaption(key));
-        if (caption.empty())
-            continue;
-        const auto found = IsShifted(units, caption, Trim(layout.KeyLongCaption(key)));
-        if (found && !*found)
-            return {static_cast<Byte>(key), false};
-        if (found && !shifted)
-            shifted = {static_cast<Byte>(key), true};
-    }
-    if (!shifted)
+    std::optional<Stroke> best;
+    for (Long key = layout.GetMinKeyID(); key < KeyNames::kFirstUnpressable; ++key)
+        for (const Stroke& stroke :
+             StrokesOf(static_cast<Byte>(key), units,
+                       CharactersOf(layout.KeyCaption(key), layout.KeyLongCaption(key))))
+            if (!best || std::pair(stroke.isDead, stroke.isShifted) <
+                             std::pair(best->isDead, best->isShifted))
+                best = stroke;
+    if (!best)
         throw std::invalid_argument("no key of the layout types \"" + std::string(character) +
                                     "\"");
-    return *shifted;
+    return *best;
 }
 
 } // namespace
@@ -69,13 +64,20 @@ std::vector<Byte> CodesThatType(std::string_view sText, const QXKeyboardLayoutDa
         if (std::exchange(isShifted, on) != on)
             codes.push_back(on ? kLeftShift : static_cast<Byte>(kLeftShift + kRelease));
     };
+    const auto press = [&](Byte key) {
+        codes.push_back(key);
+        codes.push_back(static_cast<Byte>(key + kRelease));
+    };
     while (!sText.empty()) {
         std::string_view rest = sText;
         SkipCharacters(rest, 1);
         const Stroke stroke = StrokeOf(sText.substr(0, sText.size() - rest.size()), layout);
         shift(stroke.isShifted);
-        codes.push_back(stroke.key);
-        codes.push_back(static_cast<Byte>(stroke.key + kRelease));
+        press(stroke.key);
+        if (stroke.isDead) {
+            shift(false);
+            press(kSpaceBar);
+        }
         sText = rest;
     }
     shift(false);

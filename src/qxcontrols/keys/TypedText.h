@@ -10,11 +10,9 @@ namespace qx {
 
 class QXKeyboardLayoutData;
 
-// The codes that press and release, one after the other, the keys that type the text's characters.
-// A key types its caption, a letter in lower case. With Shift it types the letter in upper case, or
-// the character behind the caption at the end of its long caption ("Key 1 !", "Touche & 1"). The
-// space bar types the blank. Throws std::invalid_argument that names a character which no key
-// types.
+// The codes that press and release, one after the other, the keys that type the text's characters
+// (see KeyCharacters.h); a dead key is followed by the space bar, which types the blank as well.
+// Throws std::invalid_argument that names a character which no key types.
 [[nodiscard]] std::vector<Byte> CodesThatType(std::string_view sText,
                                               const QXKeyboardLayoutData& layout);
 

@@ -1,0 +1,90 @@
+#include "qxcontrols/keys/LayoutLine.h"
+
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Utf.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+namespace qx {
+
+namespace {
+
+constexpr std::string_view kLongCaptionFollows = "\\\\";
+
+// A fraction is rounded to the nearest whole number, a half to the even one.
+Single WholeNumber(std::string_view text) {
+    std::string_view digits = Trim(text);
+    if (digits.starts_with('+'))
+        digits.remove_prefix(1);
+    double number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error == std::errc::invalid_argument || end != digits.data() + digits.size() ||
+        std::isnan(number))
+        throw std::invalid_argument("\"" + std::string(text) + "\" is not a number");
+    number = std::nearbyint(number);
+    if (error != std::errc() || number < std::numeric_limits<Integer>::min() ||
+        number > std::numeric_limits<Integer>::max())
+        throw std::overflow_error(std::string(text) + " does not fit 16 bits");
+    return static_cast<Single>(number);
+}
+
+// The digit at the line's front if it is 0, 1 or 2, else 0; the line loses that character.
+int TakeModeDigit(std::string_view& line) {
+    const char digit = line.empty() ? '0' : line.front();
+    SkipCharacters(line, 1);
+    return digit >= '0' && digit <= '2' ? digit - '0' : 0;
+}
+
+} // namespace
+
+void LayoutKey::Parse(Long lID, std::string_view line) {
+    constexpr std::size_t kSeparators = 2; // whatever characters these are
+    caption.clear();
+    longCaption.clear();
+    support = KEYMODE_NONE;
+    color = COLOR_SET_1;
+    line = ParseGeometry(line);
+    if (line.empty())
+        return;
+    support = static_cast<KEY_SUPPORT>(TakeModeDigit(line));
+    color = static_cast<COLOR_SET>(TakeModeDigit(line));
+
+    SkipCharacters(line, kSeparators);
+    const std::size_t captionEnd = line.find(kLongCaptionFollows);
+    caption = line.substr(0, captionEnd);
+    if (captionEnd != std::string_view::npos)
+        longCaption = line.substr(captionEnd + kLongCaptionFollows.size());
+    else
+        // The number is decimal, whatever the word says.
+        longCaption = caption.empty() ? "Hex(" + std::to_string(lID) + ")" : caption;
+}
+
+std::string_view LayoutKey::ParseGeometry(std::string_view line) {
+    struct Number {
+        Single LayoutKey::*member;
+        char end;
+    };
+    constexpr std::array<Number, 4> kNumbers = {{{&LayoutKey::y, ','},
+                                                 {&LayoutKey::x, ','},
+                                                 {&LayoutKey::width, ','},
+                                                 {&LayoutKey::height, ')'}}};
+    line = TrimLeft(line);
+    if (!line.starts_with('('))
+        return line;
+    line.remove_prefix(1);
+    for (const auto& [member, separator] : kNumbers) {
+        const std::size_t end = line.find(separator);
+        if (end == std::string_view::npos)
+            throw std::invalid_argument(std::string("no \"") + separator +
+                                        "\" in (top,left,width,height)");
+        this->*member = WholeNumber(line.substr(0, end));
+        line.remove_prefix(end + 1);
+    }
+    return line;
+}
+
+} // namespace qx
