@@ -31,6 +31,7 @@ std::string IdentifierText(const std::string& bytes) {
 host::Session::Options SessionOptions(const setup::OpenedDriver& driver, const Services& services) {
     host::Session::Options options;
     options.statusText = driver.statusText;
+    options.failure = driver.failure;
     options.progress = services.progress;
     return options;
 }

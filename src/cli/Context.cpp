@@ -84,6 +84,7 @@ std::unique_ptr<host::Session> Context::NewSession() {
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
     sessionOptions.statusText = m_driver.statusText;
+    sessionOptions.failure = m_driver.failure;
     return std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(sessionOptions));
 }
 

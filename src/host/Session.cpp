@@ -59,6 +59,8 @@ void Session::Attempt(ErrorKind kind, const std::string& what,
     const auto& failure = m_driver.Failure();
     if (!failure)
         return;
+    if (const std::string reason = m_options.failure ? m_options.failure() : ""; !reason.empty())
+        throw Error(kind, what + ": " + reason);
     std::string message =
         what + ": " + failure->function + " gave status " + std::to_string(failure->status);
     const std::string meaning = m_options.statusText ? m_options.statusText(failure->status) : "";

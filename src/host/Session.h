@@ -26,6 +26,8 @@ public:
         std::function<void(int)> progress;
         // The meaning of a driver's status, for messages; may be empty or give the empty text.
         std::function<std::string(Long)> statusText;
+        // Why the driver no longer answers; may be empty, or give the empty text while it does.
+        std::function<std::string()> failure;
     };
 
     // The driver and the services stay alive as long as the session.

@@ -1,5 +1,6 @@
 #include "setup/DriverSource.h"
 
+#include "driverhost/LibraryExtras.h"
 #include "files/Files.h"
 #include "host/Error.h"
 #include "qxcontrols/device/DriverLibrary.h"
@@ -10,17 +11,6 @@ namespace qx::setup {
 namespace {
 
 constexpr const char* kDefaultModel = "full";
-
-// The meaning of a status as the library tells it; the empty text when it tells none.
-std::string StatusText(const DriverLibrary& library, std::int32_t lStatus) {
-    using Text = std::int32_t(QX_DRIVER_CALL*)(std::int32_t status, char* text, std::int32_t size);
-    const auto tell = library.Find<Text>("QXSIM_StatusText");
-    if (tell == nullptr)
-        return {};
-    char text[1000] = "";
-    (void)tell(lStatus, text, sizeof text);
-    return text;
-}
 
 std::string Whole(const std::filesystem::path& path) {
     std::error_code ignored;
@@ -33,40 +23,74 @@ std::string OriginOf(const std::filesystem::path& driver, const std::filesystem:
     return (driver.empty() ? "" : Whole(driver)) + "|" + (file.empty() ? "" : Whole(file));
 }
 
+// The driver in the library, in this process or in its own, with what it may offer besides.
+struct Library {
+    OpenedDriver opened;
+    std::function<std::optional<std::int32_t>(const std::string& file, const std::string& model)>
+        setKeyboard;
+};
+
+Library LoadHere(const KeyboardChoice& choice) {
+    auto driver = std::make_unique<DriverLibrary>(choice.driver);
+    const DriverLibrary& library = *driver;
+    Library loaded;
+    loaded.opened.statusText = [&library](std::int32_t lStatus) {
+        return driverhost::StatusText(library, lStatus);
+    };
+    loaded.setKeyboard = [&library](const std::string& file, const std::string& model) {
+        return driverhost::SetKeyboard(library, file, model);
+    };
+    loaded.opened.driver = std::move(driver);
+    return loaded;
+}
+
+Library LoadApart(const KeyboardChoice& choice) {
+    auto driver = std::make_unique<driverhost::RemoteDriver>(choice.driver, *choice.isolation);
+    driverhost::RemoteDriver& library = *driver;
+    Library loaded;
+    loaded.opened.statusText = [&library](std::int32_t lStatus) {
+        return library.StatusText(lStatus);
+    };
+    loaded.opened.failure = [&library] { return library.Failure(); };
+    loaded.setKeyboard = [&library](const std::string& file, const std::string& model) {
+        return library.SetKeyboard(file, model);
+    };
+    loaded.opened.driver = std::move(driver);
+    return loaded;
+}
+
 // A driver library that is itself a simulated keyboard takes the file to keep it in.
-void ChooseSimulatedKeyboard(const DriverLibrary& library, const KeyboardChoice& choice) {
-    using Setter = std::int32_t(QX_DRIVER_CALL*)(const char* file, const char* model);
-    const auto set = library.Find<Setter>("QXSIM_SetKeyboard");
-    if (set == nullptr)
+void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choice) {
+    const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
+    const auto status = library.setKeyboard(choice.keyboard.string(), model);
+    if (!status)
         throw host::Error(
             host::ErrorKind::Usage,
             "--keyboard and --model choose a simulated keyboard; the driver library " +
                 choice.driver.string() + " takes none");
-    const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
-    const std::int32_t status = set(choice.keyboard.string().c_str(), model.c_str());
-    if (status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
-        throw host::Error(host::ErrorKind::ModelInvalid, StatusText(library, status), status);
-    if (status != 0)
-        throw host::Error(host::ErrorKind::KeyboardNotOpened,
-                          "the keyboard file " + choice.keyboard.string() +
-                              " could not be chosen: QXSIM_SetKeyboard gave status " +
-                              std::to_string(status) + " (" + StatusText(library, status) + ")",
-                          status);
+    if (*status == 0)
+        return;
+    const OpenedDriver& opened = library.opened;
+    if (opened.failure && !opened.failure().empty())
+        throw host::Error(host::ErrorKind::KeyboardNotOpened, opened.failure());
+    const std::string meaning = opened.statusText(*status);
+    if (*status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
+        throw host::Error(host::ErrorKind::ModelInvalid, meaning, *status);
+    throw host::Error(host::ErrorKind::KeyboardNotOpened,
+                      "the keyboard file " + choice.keyboard.string() +
+                          " could not be chosen: QXSIM_SetKeyboard gave status " +
+                          std::to_string(*status) + " (" + meaning + ")",
+                      *status);
 }
 
 OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     try {
-        auto library = std::make_unique<DriverLibrary>(choice.driver);
+        Library library = choice.isolation ? LoadApart(choice) : LoadHere(choice);
         if (!choice.keyboard.empty() || !choice.model.empty())
-            ChooseSimulatedKeyboard(*library, choice);
-        OpenedDriver opened;
-        opened.statusText = [loaded = library.get()](std::int32_t lStatus) {
-            return StatusText(*loaded, lStatus);
-        };
-        opened.driver = std::move(library);
-        opened.file = choice.keyboard;
-        opened.origin = OriginOf(choice.driver, choice.keyboard);
-        return opened;
+            ChooseSimulatedKeyboard(library, choice);
+        library.opened.file = choice.keyboard;
+        library.opened.origin = OriginOf(choice.driver, choice.keyboard);
+        return std::move(library.opened);
     } catch (const host::Error&) {
         throw;
     } catch (const std::exception& error) {

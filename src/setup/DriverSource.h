@@ -1,11 +1,13 @@
 // DriverSource: which keyboard a program works with.
 #pragma once
 
+#include "driverhost/RemoteDriver.h"
 #include "qxcontrols/device/ConfigDriver.h"
 
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace qx::sim {
@@ -19,12 +21,15 @@ struct KeyboardChoice {
     std::filesystem::path driver;   // a driver library
     std::filesystem::path keyboard; // the file of a simulated keyboard
     std::string model;              // the model of a new simulated keyboard
+    // Runs a driver library in a process of its own, as such a library may do anything.
+    std::optional<driverhost::Isolation> isolation;
 };
 
 struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // the meaning of its statuses, if known
-    std::function<std::string()> layout;                 // the keyboard's layout, once it is open
+    std::function<std::string()> failure; // why an isolated driver is gone; empty while it works
+    std::function<std::string()> layout;  // the keyboard's layout, once it is open
     sim::SimulatedDriver* simulated = nullptr; // the driver, where it is the simulated keyboard
     std::string note;           // what the user should know about the choice; may be empty
     std::filesystem::path file; // of a simulated keyboard, where it is known

@@ -1,10 +1,10 @@
 #include "simulator/KeyboardMemory.h"
 
+#include "qxcontrols/common/LittleEndian.h"
 #include "qxcontrols/platform/GuidCreator.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "qxcontrols/readers/MagneticBlocks.h"
-#include "simulator/LittleEndian.h"
 #include "simulator/SealedFile.h"
 #include "simulator/Status.h"
 

@@ -1,6 +1,6 @@
 #include "simulator/SealedFile.h"
 
-#include "simulator/LittleEndian.h"
+#include "qxcontrols/common/LittleEndian.h"
 
 #include <array>
 #include <stdexcept>

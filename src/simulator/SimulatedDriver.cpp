@@ -1,6 +1,6 @@
 #include "simulator/SimulatedDriver.h"
 
-#include "simulator/LittleEndian.h"
+#include "qxcontrols/common/LittleEndian.h"
 
 #include <algorithm>
 #include <cstdint>

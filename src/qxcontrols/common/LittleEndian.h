@@ -1,13 +1,14 @@
-// Numbers as bytes, lowest byte first, on every machine: so they lie in the keyboard's memory and
-// in the files of the simulated keyboard.
+// Numbers as bytes, lowest byte first, on every machine: the order of the keyboard's memory, of the
+// simulated keyboard's files and of what programs send each other.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
 
+#include <cstdint>
 #include <string>
 #include <type_traits>
 
-namespace qx::sim {
+namespace qx {
 
 template <typename Number>
 [[nodiscard]] std::string LittleEndian(Number number) {
@@ -28,4 +29,4 @@ template <typename Number>
     return static_cast<Number>(number);
 }
 
-} // namespace qx::sim
+} // namespace qx

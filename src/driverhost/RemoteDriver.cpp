@@ -1,0 +1,273 @@
+#include "driverhost/RemoteDriver.h"
+
+#include "driverhost/Wire.h"
+#include "files/Files.h"
+
+#include <cstring>
+#include <exception>
+#include <stdexcept>
+#include <tuple>
+
+namespace qx::driverhost {
+
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+constexpr const char* kProgram = "qxdriverhost";
+constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // of a driver that is let go
+
+// Why nothing more is to be expected of the process; How it ended says the rest, where it did.
+class Lost : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+class Ended : public std::exception {};
+
+// A text or a buffer, which the driver may write into; and one that it only reads.
+struct Buffer {
+    char* bytes;
+    std::size_t size;
+};
+struct Input {
+    const char* bytes;
+    std::size_t size;
+};
+
+// The arguments of a driver function as the wire has them.
+template <std::integral Number>
+Number Item(Number number) {
+    return number;
+}
+template <std::integral Number>
+Number* Item(Number* number) {
+    return number;
+}
+Buffer Item(char* text) {
+    return {text, std::strlen(text) + 1};
+}
+template <typename... Arguments>
+auto Items(Arguments... arguments) {
+    return std::tuple(Item(arguments)...);
+}
+std::size_t SizeOf(std::int32_t lSize) {
+    return lSize > 0 ? static_cast<std::size_t>(lSize) : 0;
+}
+auto Items(std::int32_t lAddress, char* buffer, std::int32_t lSize) {
+    return std::tuple(lAddress, Buffer{buffer, SizeOf(lSize)}, lSize);
+}
+auto Items(std::int32_t lAddress, const char* buffer, std::int32_t lSize) {
+    return std::tuple(lAddress, Input{buffer, SizeOf(lSize)}, lSize);
+}
+
+template <std::integral Number>
+void PutItem(Frame& frame, Number number) {
+    frame.Put(number);
+}
+template <std::integral Number>
+void PutItem(Frame& frame, Number* number) {
+    frame.Put(*number);
+}
+void PutItem(Frame& frame, const Buffer& buffer) {
+    frame.Put(std::string_view(buffer.bytes, buffer.size));
+}
+void PutItem(Frame& frame, const Input& input) {
+    frame.Put(std::string_view(input.bytes, input.size));
+}
+
+template <std::integral Number>
+void TakeItem(Values& /*answer*/, Number /*number*/) {}
+void TakeItem(Values& /*answer*/, const Input& /*input*/) {}
+template <std::integral Number>
+void TakeItem(Values& answer, Number* number) {
+    *number = answer.Take<Number>();
+}
+void TakeItem(Values& answer, const Buffer& buffer) {
+    const std::string_view bytes = answer.TakeBytes();
+    if (bytes.size() != buffer.size)
+        throw WireError();
+    std::memcpy(buffer.bytes, bytes.data(), bytes.size());
+}
+
+} // namespace
+
+// What the driver posts while a call is under way. A transfer that gets on has its time anew; one
+// that posts the same again and again has not.
+class RemoteDriver::Progress {
+public:
+    explicit Progress(std::chrono::milliseconds limit)
+        : m_limit(limit), m_until(steady_clock::now() + limit) {}
+
+    [[nodiscard]] process::Deadline Until() const { return m_until; }
+    void Deliver(Values& message, MessagePoster post) {
+        std::int32_t arguments[4];
+        for (std::int32_t& argument : arguments)
+            argument = message.Take<std::int32_t>();
+        message.End();
+        if (arguments[3] > m_percent) {
+            m_percent = arguments[3];
+            m_until = steady_clock::now() + m_limit;
+        }
+        try {
+            if (post != nullptr)
+                post(arguments[0], arguments[1], arguments[2], arguments[3]);
+        } catch (...) { // the call has to come to its end first
+            m_thrown = std::current_exception();
+        }
+    }
+    void Rethrow() const {
+        if (m_thrown)
+            std::rethrow_exception(m_thrown);
+    }
+
+private:
+    std::chrono::milliseconds m_limit;
+    process::Deadline m_until;
+    std::int32_t m_percent = 0;
+    std::exception_ptr m_thrown;
+};
+
+RemoteDriver::RemoteDriver(const std::filesystem::path& library, Isolation isolation)
+    : m_isolation(std::move(isolation)) {
+    if (m_isolation.program.empty())
+        m_isolation.program = files::ExecutableFolder() / kProgram;
+    m_child.emplace(m_isolation.program, std::vector<std::string>());
+    Frame request(Kind::Load);
+    request.Put(library.string());
+    std::string reason;
+    const bool isLoaded = Ask(request, "loading " + library.string(), [&](Values& answer) {
+        if (answer.FrameKind() == Kind::NotLoaded)
+            reason = answer.TakeBytes();
+        else if (answer.FrameKind() != Kind::Loaded)
+            throw WireError();
+        else if (answer.Take<std::uint32_t>() != kFingerprint)
+            reason = m_isolation.program.string() + " is not of the same version as this program";
+    });
+    if (!isLoaded)
+        reason = m_failure;
+    if (!reason.empty())
+        throw std::runtime_error(reason);
+}
+
+RemoteDriver::~RemoteDriver() {
+    if (!m_child)
+        return;
+    m_child->Connection().Close();
+    (void)m_child->End(steady_clock::now() + std::min(m_isolation.limit, kTimeToEnd));
+}
+
+template <typename... Items>
+std::int32_t RemoteDriver::Call(std::uint8_t function, const char* name, const Items&... items) {
+    Frame request(Kind::Call);
+    request.Put(function);
+    (PutItem(request, items), ...);
+    std::int32_t result = kGone;
+    const bool isAnswered = Ask(request, name, [&](Values& answer) {
+        if (answer.FrameKind() == Kind::Overrun)
+            throw Lost("wrote beyond the end of a buffer");
+        if (answer.FrameKind() != Kind::Answer)
+            throw WireError();
+        result = answer.Take<std::int32_t>();
+        (TakeItem(answer, items), ...);
+    });
+    return isAnswered ? result : kGone;
+}
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    std::int32_t RemoteDriver::name parameters {                                                   \
+        const auto call = [this](const auto&... items) {                                           \
+            return Call(static_cast<std::uint8_t>(Function::name), #name, items...);               \
+        };                                                                                         \
+        return std::apply(call, Items arguments);                                                  \
+    }
+#include "qxcontrols/device/DriverFunctions.def"
+
+void RemoteDriver::QXSIM_SetMessagePoster(MessagePoster post) {
+    m_post = post;
+    Frame request(Kind::SetPoster);
+    request.Put(static_cast<std::uint8_t>(post != nullptr ? 1 : 0));
+    (void)Ask(request, "QXSIM_SetMessagePoster", [](Values&) {});
+}
+
+std::string RemoteDriver::StatusText(std::int32_t lStatus) {
+    Frame request(Kind::StatusText);
+    request.Put(lStatus);
+    std::string text;
+    (void)Ask(request, "QXSIM_StatusText",
+              [&](Values& answer) { text = std::string(answer.TakeBytes()); });
+    return text;
+}
+
+std::optional<std::int32_t> RemoteDriver::SetKeyboard(const std::string& file,
+                                                      const std::string& model) {
+    Frame request(Kind::SetKeyboard);
+    request.Put(std::string_view(file));
+    request.Put(std::string_view(model));
+    std::optional<std::int32_t> status;
+    const bool isAnswered = Ask(request, "QXSIM_SetKeyboard", [&](Values& answer) {
+        if (answer.Take<std::uint8_t>() != 0)
+            status = answer.Take<std::int32_t>();
+    });
+    return isAnswered ? status : kGone;
+}
+
+template <typename Taker>
+bool RemoteDriver::Ask(const Frame& request, const std::string& what, const Taker& take) {
+    if (!m_child)
+        return false;
+    try {
+        if (!m_child->Connection().Send(request.Bytes(), steady_clock::now() + m_isolation.limit))
+            throw Ended();
+        Values answer = Await();
+        take(answer);
+        answer.End();
+        return true;
+    } catch (const Ended&) {
+        GiveUp(what, "");
+    } catch (const Lost& lost) {
+        GiveUp(what, lost.what());
+    } catch (const WireError&) {
+        GiveUp(what, "gave an answer that cannot be understood");
+    }
+    return false;
+}
+
+Values RemoteDriver::Await() {
+    Progress progress(m_isolation.limit);
+    for (;;) {
+        for (std::string frame = TakeFrame(m_arrived); !frame.empty();
+             frame = TakeFrame(m_arrived)) {
+            Values values(std::move(frame));
+            if (values.FrameKind() != Kind::Message) {
+                progress.Rethrow();
+                return values;
+            }
+            progress.Deliver(values, m_post);
+        }
+        if (steady_clock::now() >= progress.Until())
+            throw Lost("did not answer within " + LimitText());
+        if (m_child->Connection().Receive(m_arrived, progress.Until()) ==
+            process::Channel::Received::End)
+            throw Ended();
+    }
+}
+
+std::string RemoteDriver::LimitText() const {
+    const auto milliseconds = m_isolation.limit.count();
+    if (milliseconds % 1000 != 0)
+        return std::to_string(milliseconds) + " ms";
+    return std::to_string(milliseconds / 1000) + " s";
+}
+
+// Without a reason the process has ended by itself.
+void RemoteDriver::GiveUp(const std::string& what, const std::string& reason) {
+    const auto until = steady_clock::now() + (reason.empty() ? kTimeToEnd : 0s);
+    const process::Ending ending = m_child->End(until);
+    m_child.reset();
+    const std::string text = !reason.empty()   ? reason
+                             : ending.isKilled ? "closed its connection"
+                                               : ending.Text();
+    m_failure = "the driver " + text + " (" + what + ")";
+}
+
+} // namespace qx::driverhost

@@ -1,0 +1,73 @@
+// RemoteDriver: a driver library that runs in a process of its own.
+//
+// Whatever the driver does there (crash, hang, end its process, write beyond a buffer) costs that
+// process only. From then on every call here fails at once with kGone, and Failure explains why.
+#pragma once
+
+#include "process/ChildProcess.h"
+#include "qxcontrols/device/ConfigDriver.h"
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace qx::driverhost {
+
+class Frame;
+class Values;
+
+// How a driver library is kept apart.
+struct Isolation {
+    std::filesystem::path program; // that loads it; empty: qxdriverhost beside this program
+    // How long a driver may neither answer a call nor get on with a transfer.
+    std::chrono::milliseconds limit = std::chrono::seconds(120);
+};
+
+class RemoteDriver : public ConfigDriver {
+public:
+    static constexpr std::int32_t kGone = INT32_MIN; // its low 16 bits are 0: no directory
+
+    // Starts the process and loads the library in it. Throws std::runtime_error when that fails.
+    RemoteDriver(const std::filesystem::path& library, Isolation isolation);
+    // Ends the process; one that does not end by itself is killed.
+    ~RemoteDriver() override;
+    RemoteDriver(const RemoteDriver&) = delete;
+    RemoteDriver& operator=(const RemoteDriver&) = delete;
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    std::int32_t name parameters override;
+#include "qxcontrols/device/DriverFunctions.def"
+    void QXSIM_SetMessagePoster(MessagePoster post) override;
+
+    // As in LibraryExtras.h.
+    [[nodiscard]] std::string StatusText(std::int32_t lStatus);
+    [[nodiscard]] std::optional<std::int32_t> SetKeyboard(const std::string& file,
+                                                          const std::string& model);
+
+    // "the driver crashed in QXCFG_Init (signal 11, Segmentation fault)"; empty while it works.
+    [[nodiscard]] const std::string& Failure() const {
+        return m_failure;
+    }
+
+private:
+    class Progress;
+
+    template <typename... Items>
+    std::int32_t Call(std::uint8_t function, const char* name, const Items&... items);
+    // Sends the request and has `take` read its answer. False when the driver is gone, or is lost
+    // by this; `what` names the call in the reason.
+    template <typename Taker>
+    bool Ask(const Frame& request, const std::string& what, const Taker& take);
+    [[nodiscard]] Values Await();
+    [[nodiscard]] std::string LimitText() const;
+    void GiveUp(const std::string& what, const std::string& reason);
+
+    Isolation m_isolation;
+    std::optional<process::ChildProcess> m_child; // none: the driver is gone
+    std::string m_arrived;                        // bytes that are not yet a whole frame
+    MessagePoster m_post = nullptr;
+    std::string m_failure;
+};
+
+} // namespace qx::driverhost

@@ -1,0 +1,138 @@
+// Wire: the calls of a driver as bytes between two processes. This is the only place that knows
+// them; both ends are made from the table of driver functions.
+//
+// A frame is its size (4 bytes, of what follows), its kind (1 byte), and its values: numbers in
+// their own width, lowest byte first; texts and blocks of memory as their length (4 bytes) and
+// their bytes. The near end sends one request at a time and waits for its answer; the far end may
+// send Message frames before it.
+//
+//     request       values                          answer
+//     Load          library's path                  Loaded: fingerprint | NotLoaded: reason
+//     Call          function, arguments             Answer: result, output arguments | Overrun
+//     SetPoster     1: post messages, 0: do not     Answer
+//     SetKeyboard   file, model                     Answer: 1, status | Answer: 0 (takes none)
+//     StatusText    status                          Answer: text
+//
+// An output argument (a pointer to a number, a buffer, a text) travels both ways, so that what the
+// driver leaves alone stays as it was. Pointers are never null.
+#pragma once
+
+#include "qxcontrols/common/LittleEndian.h"
+#include "qxcontrols/device/ConfigDriver.h"
+
+#include <concepts>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace qx::driverhost {
+
+enum class Kind : std::uint8_t {
+    Load,
+    Call,
+    SetPoster,
+    SetKeyboard,
+    StatusText,
+    Loaded,
+    NotLoaded,
+    Answer,
+    Overrun, // the driver wrote beyond a buffer; its process is not to be used any more
+    Message, // hWindow, lMsg, wParam, lParam
+};
+
+enum class Function : std::uint8_t {
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result) name,
+#include "qxcontrols/device/DriverFunctions.def"
+};
+
+// The same at both ends if, and only if, both were made from the same functions.
+constexpr std::uint32_t kFingerprint = [] {
+    constexpr std::string_view kTable =
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result) #name #parameters
+#include "qxcontrols/device/DriverFunctions.def"
+        ;
+    std::uint32_t hash = 2166136261U; // FNV-1a
+    for (const char c : kTable)
+        hash = (hash ^ static_cast<Byte>(c)) * 16777619U;
+    return hash;
+}();
+
+constexpr std::uint32_t kLargestFrame = 1 << 20;
+
+// Bytes that are no frame of this format.
+class WireError : public std::runtime_error {
+public:
+    WireError() : std::runtime_error("bytes that cannot be understood") {}
+};
+
+class Frame {
+public:
+    explicit Frame(Kind kind) { Put(static_cast<std::uint8_t>(kind)); }
+
+    template <std::integral Number>
+    void Put(Number number) {
+        m_bytes += LittleEndian(number);
+    }
+    void Put(std::string_view bytes) {
+        Put(static_cast<std::uint32_t>(bytes.size()));
+        m_bytes += bytes;
+    }
+    // The whole frame. Throws WireError for one that is too large.
+    [[nodiscard]] std::string Bytes() const {
+        if (m_bytes.size() > kLargestFrame)
+            throw WireError();
+        return LittleEndian(static_cast<std::uint32_t>(m_bytes.size())) + m_bytes;
+    }
+
+private:
+    std::string m_bytes;
+};
+
+// The values of a frame, one after the other. Every member throws WireError where there is none.
+class Values {
+public:
+    explicit Values(std::string bytes) : m_bytes(std::move(bytes)) {
+        m_kind = Take<std::uint8_t>();
+    }
+
+    [[nodiscard]] Kind FrameKind() const { return static_cast<Kind>(m_kind); }
+    template <std::integral Number>
+    [[nodiscard]] Number Take() {
+        return FromLittleEndian<Number>(Next(sizeof(Number)).data());
+    }
+    [[nodiscard]] std::string_view TakeBytes() { return Next(Take<std::uint32_t>()); }
+    void End() const {
+        if (m_at != m_bytes.size())
+            throw WireError();
+    }
+
+private:
+    std::string_view Next(std::size_t size) {
+        if (size > m_bytes.size() - m_at)
+            throw WireError();
+        m_at += size;
+        return std::string_view(m_bytes).substr(m_at - size, size);
+    }
+
+    std::string m_bytes;
+    std::size_t m_at = 0;
+    std::uint8_t m_kind = 0;
+};
+
+// Takes the first whole frame, without its size, off the bytes that have arrived; the empty text
+// while it is not complete. Throws WireError for a size that no frame has.
+[[nodiscard]] inline std::string TakeFrame(std::string& arrived) {
+    constexpr std::size_t kSize = sizeof(std::uint32_t);
+    if (arrived.size() < kSize)
+        return {};
+    const auto size = FromLittleEndian<std::uint32_t>(arrived.data());
+    if (size == 0 || size > kLargestFrame)
+        throw WireError();
+    if (arrived.size() - kSize < size)
+        return {};
+    std::string frame = arrived.substr(kSize, size);
+    arrived.erase(0, kSize + size);
+    return frame;
+}
+
+} // namespace qx::driverhost

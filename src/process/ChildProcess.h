@@ -1,0 +1,83 @@
+// ChildProcess: a program that this one starts and talks to over a channel of bytes.
+//
+// The seam to the system: everything about starting, watching and ending processes is behind this
+// header. A child is started from its file (never by forking this program's memory), has its own
+// process group, so that Ctrl+C at the terminal reaches only the program that started it, and does
+// not outlive that program. Its standard input is empty; what it writes to standard output goes to
+// standard error.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::process {
+
+using Deadline = std::chrono::steady_clock::time_point;
+constexpr Deadline kNever = Deadline::max();
+
+// One end of the connection between a program and its child.
+class Channel {
+public:
+    // In a child: its end of the channel to the program that started it. Called once, before
+    // anything else; from then on the child ends when that program does. Throws
+    // std::runtime_error in a program that was not started as a child.
+    [[nodiscard]] static Channel ToParent();
+
+    explicit Channel(std::intptr_t handle) : m_handle(handle) {}
+    Channel(Channel&& other) noexcept;
+    Channel& operator=(Channel&& other) noexcept;
+    ~Channel();
+
+    // False when the other end is closed, or takes nothing more until the deadline.
+    [[nodiscard]] bool Send(std::string_view bytes, Deadline until = kNever);
+
+    enum class Received { Bytes, Nothing, End };
+    // Appends what has arrived; waits for some until the deadline. `Nothing` also when a signal
+    // interrupted the wait. `End`: the other end is closed.
+    Received Receive(std::string& bytes, Deadline until = kNever);
+
+    // Waits until one of the channels has something to receive. False when none has by the
+    // deadline, or when a signal interrupted the wait.
+    static bool WaitForAny(const std::vector<const Channel*>& channels, Deadline until = kNever);
+
+    void Close();
+
+private:
+    std::intptr_t m_handle; // the system's; -1: closed
+};
+
+// How a process ended.
+struct Ending {
+    int status = 0;        // its exit status
+    int signal = 0;        // the signal that ended it; 0: it exited
+    bool isKilled = false; // it was still running and was killed
+
+    // "crashed (signal 11, Segmentation fault)", "ended its process with status 3".
+    [[nodiscard]] std::string Text() const;
+};
+
+class ChildProcess {
+public:
+    // Throws std::runtime_error that names the program when it cannot be started.
+    ChildProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments);
+    // Kills it where it still runs, with all that it started in its group.
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    [[nodiscard]] Channel& Connection() { return m_channel; }
+
+    // Waits for its end; kills it when it still runs at the deadline.
+    Ending End(Deadline until);
+
+private:
+    Channel m_channel;
+    std::intptr_t m_process; // the system's; -1: it has ended
+    Ending m_ending;
+};
+
+} // namespace qx::process
