@@ -267,7 +267,7 @@ void RemoteDriver::GiveUp(const std::string& what, const std::string& reason) {
     const std::string text = !reason.empty()   ? reason
                              : ending.isKilled ? "closed its connection"
                                                : ending.Text();
-    m_failure = "the driver " + text + " (" + what + ")";
+    m_failure = what + ": the driver " + text;
 }
 
 } // namespace qx::driverhost

@@ -45,7 +45,7 @@ public:
     [[nodiscard]] std::optional<std::int32_t> SetKeyboard(const std::string& file,
                                                           const std::string& model);
 
-    // "the driver crashed in QXCFG_Init (signal 11, Segmentation fault)"; empty while it works.
+    // "QXCFG_Init: the driver crashed (signal 11, Segmentation fault)"; empty while it works.
     [[nodiscard]] const std::string& Failure() const {
         return m_failure;
     }

@@ -22,7 +22,7 @@ struct KeyboardChoice {
     std::filesystem::path keyboard; // the file of a simulated keyboard
     std::string model;              // the model of a new simulated keyboard
     // Runs a driver library in a process of its own, as such a library may do anything.
-    std::optional<driverhost::Isolation> isolation;
+    std::optional<driverhost::Isolation> isolation = {};
 };
 
 struct OpenedDriver {

@@ -1,0 +1,190 @@
+// A driver in a process of its own: every call crosses whole, and no misbehaviour comes back.
+#include "driverhost/RemoteDriver.h"
+
+#include "files/Files.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace qx::test {
+
+using driverhost::RemoteDriver;
+using namespace std::chrono_literals;
+
+namespace {
+
+class Remote : public testing::Test {
+protected:
+    // A driver of its own process, whose library behaves so: "FUNCTION ACTION".
+    std::unique_ptr<RemoteDriver> Start(const std::string& behaviour,
+                                        std::chrono::milliseconds limit = 60s) {
+        files::WriteFileAtomically(file + ".wild", behaviour);
+        auto driver =
+            std::make_unique<RemoteDriver>(QX_WILD_DRIVER, driverhost::Isolation{{}, limit});
+        EXPECT_EQ(driver->SetKeyboard(file, "full"), 0) << driver->Failure();
+        return driver;
+    }
+
+    TempFolder folder{TempFolder::InMemory()};
+    std::string file = (folder / "keyboard.qxk").string();
+};
+
+std::vector<std::string> posted;
+void QX_DRIVER_CALL Post(std::int32_t hWindow, std::int32_t lMsg, std::int32_t wParam,
+                         std::int32_t lParam) {
+    posted.push_back(std::to_string(hWindow) + " " + std::to_string(lMsg) + " " +
+                     std::to_string(wParam) + " " + std::to_string(lParam));
+}
+void QX_DRIVER_CALL PostAndThrow(std::int32_t, std::int32_t, std::int32_t, std::int32_t) {
+    throw std::logic_error("thrown by a handler");
+}
+
+} // namespace
+
+// Arguments of distinct values, each of which arrives where it belongs, and so do the answers.
+TEST_F(Remote, EveryCallArrivesAsItWasMade) {
+    const auto driver = Start("* echo");
+    std::uint8_t byte = 1;
+    std::int16_t integer = 2;
+    std::int32_t longer = -70'003;
+    std::int32_t other = 4;
+    char block[] = {'a', '\0', 'c'};
+    char name[] = "rom.bin";
+    char source[] = "source";
+    char target[] = "target";
+    EXPECT_EQ(driver->QXCFG_SetCommandDelta(-5), -21);
+    EXPECT_EQ(driver->QXCFG_Init(), -10);
+    driver->QXCFG_ConfigDirectorySize();
+    driver->QXCFG_ConfigDirectoryGetEntry(-6, &longer, &other);
+    driver->QXCFG_ImageRead(70'007, block, 3);
+    driver->QXCFG_ImageWrite(-8, "xyz", 2);
+    driver->QXCFG_ImageReadByte(9, &byte);
+    driver->QXCFG_ImageWriteByte(10, 211);
+    driver->QXCFG_ImageReadInt(11, &integer);
+    driver->QXCFG_ImageWriteInt(12, -212);
+    driver->QXCFG_ImageReadLong(13, &other);
+    driver->QXCFG_ImageWriteLong(14, INT32_MIN);
+    driver->QXCFG_MemRequestClean();
+    driver->QXCFG_MemRequestAdd(255, 15, 16);
+    driver->QXCFG_ImageLoad();
+    driver->QXCFG_ImageSave();
+    driver->QXCFG_TransferNotification(17, 18, -1);
+    driver->QXCFG_KeyboardRomSave(name);
+    driver->QXCFG_KeyboardParamLoad(name);
+    driver->QXCFG_ChipcardIOParam(19, -20);
+    EXPECT_EQ(driver->QXCFG_ConvertBinFileIntoRomFile(source, target, 21, 22, 23), -31);
+    driver->QXCFG_SelectLayer(24);
+    driver->QXCFG_IsPositionMode();
+    EXPECT_EQ(driver->QXCFG_GetPositionKey(), -20);
+    EXPECT_EQ(files::ReadFile(file + ".log"), "QXCFG_SetCommandDelta -5\n"
+                                              "QXCFG_Init\n"
+                                              "QXCFG_ConfigDirectorySize\n"
+                                              "QXCFG_ConfigDirectoryGetEntry -6 out out\n"
+                                              "QXCFG_ImageRead 70007 a" +
+                                                  std::string(1, '\0') +
+                                                  "c 3\n"
+                                                  "QXCFG_ImageWrite -8 xy 2\n"
+                                                  "QXCFG_ImageReadByte 9 out\n"
+                                                  "QXCFG_ImageWriteByte 10 211\n"
+                                                  "QXCFG_ImageReadInt 11 out\n"
+                                                  "QXCFG_ImageWriteInt 12 -212\n"
+                                                  "QXCFG_ImageReadLong 13 out\n"
+                                                  "QXCFG_ImageWriteLong 14 -2147483648\n"
+                                                  "QXCFG_MemRequestClean\n"
+                                                  "QXCFG_MemRequestAdd 255 15 16\n"
+                                                  "QXCFG_ImageLoad\n"
+                                                  "QXCFG_ImageSave\n"
+                                                  "QXCFG_TransferNotification 17 18 -1\n"
+                                                  "QXCFG_KeyboardRomSave rom.bin\n"
+                                                  "QXCFG_KeyboardParamLoad !om.bin\n"
+                                                  "QXCFG_ChipcardIOParam 19 -20\n"
+                                                  "QXCFG_ConvertBinFileIntoRomFile source target "
+                                                  "21 22 23\n"
+                                                  "QXCFG_SelectLayer 24\n"
+                                                  "QXCFG_IsPositionMode\n"
+                                                  "QXCFG_GetPositionKey\n");
+    EXPECT_EQ(longer, -140'005);
+    EXPECT_EQ(other, (4 * 2 + 1) * 2 + 1);
+    EXPECT_EQ(std::string(block, 3), std::string("a\0!", 3));
+    EXPECT_EQ(byte, 201);
+    EXPECT_EQ(integer, -20'002);
+    EXPECT_EQ(std::string(source) + target, "!ource!arget");
+    EXPECT_EQ(driver->StatusText(-77), "wild status -77");
+}
+
+TEST_F(Remote, ATransferReportsItsProgressWhileItRuns) {
+    const auto driver = Start("");
+    ASSERT_EQ(driver->QXCFG_Init(), 0);
+    driver->QXSIM_SetMessagePoster(&Post);
+    driver->QXCFG_TransferNotification(41, 42, 43);
+    driver->QXCFG_MemRequestAdd(2, 4096, 50);
+    posted.clear();
+    EXPECT_EQ(driver->QXCFG_ImageLoad(), 0);
+    ASSERT_FALSE(posted.empty());
+    EXPECT_EQ(posted.back(), "41 42 43 100");
+    // What a handler throws comes out of the call, which has run to its end.
+    driver->QXSIM_SetMessagePoster(&PostAndThrow);
+    EXPECT_THROW(driver->QXCFG_ImageLoad(), std::logic_error);
+    driver->QXSIM_SetMessagePoster(nullptr);
+    posted.clear();
+    EXPECT_EQ(driver->QXCFG_ImageLoad(), 0);
+    EXPECT_TRUE(posted.empty());
+    EXPECT_EQ(driver->Failure(), "");
+}
+
+// Whatever it does, the caller has a status at once, and one sentence.
+TEST_F(Remote, ADriverThatMisbehavesIsGone) {
+    struct Row {
+        const char* behaviour;
+        const char* failure;
+    };
+    const Row rows[] = {
+        {"QXCFG_ImageRead crash", "QXCFG_ImageRead: the driver crashed (signal 6, Aborted)"},
+        {"QXCFG_ImageRead exit", "QXCFG_ImageRead: the driver ended its process with status 0"},
+        {"QXCFG_ImageRead throw", "QXCFG_ImageRead: the driver crashed (signal 6, Aborted)"},
+        {"QXCFG_ImageRead hang", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
+        {"QXCFG_ImageRead flood", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
+        {"QXCFG_ImageRead forge",
+         "QXCFG_ImageRead: the driver gave an answer that cannot be understood"},
+        {"QXCFG_ImageRead overrun 8",
+         "QXCFG_ImageRead: the driver wrote beyond the end of a buffer"},
+    };
+    for (const Row& row : rows) {
+        const bool isLate = std::string(row.failure).find("120 ms") != std::string::npos;
+        const auto driver = Start(row.behaviour, isLate ? 120ms : 60'000ms);
+        driver->QXSIM_SetMessagePoster(&Post);
+        ASSERT_EQ(driver->QXCFG_Init(), 0) << row.behaviour << driver->Failure();
+        char buffer[] = "abcdefgh";
+        EXPECT_EQ(driver->QXCFG_ImageRead(0, buffer, 8), RemoteDriver::kGone);
+        EXPECT_EQ(driver->Failure(), row.failure);
+        EXPECT_STREQ(buffer, "abcdefgh");
+        // It stays gone, and says the same.
+        EXPECT_EQ(driver->QXCFG_Init(), RemoteDriver::kGone);
+        EXPECT_EQ(static_cast<std::int16_t>(driver->QXCFG_ConfigDirectorySize()), 0);
+        EXPECT_EQ(driver->StatusText(1), "");
+        EXPECT_EQ(driver->Failure(), row.failure);
+        // Its keyboard is free again.
+        EXPECT_EQ(Start("")->QXCFG_Init(), 0) << row.behaviour;
+    }
+}
+
+TEST_F(Remote, AProcessThatCannotServeIsNamed) {
+    const auto reason = [&](const std::filesystem::path& library,
+                            const std::filesystem::path& program) -> std::string {
+        try {
+            RemoteDriver(library, {program, 60s});
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+        return "loaded";
+    };
+    EXPECT_NE(reason(folder / "none.so", {})
+                  .find("cannot load the driver library " + (folder / "none.so").string()),
+              std::string::npos);
+    EXPECT_EQ(reason(QX_WILD_DRIVER, folder / "no-host"),
+              "cannot start " + (folder / "no-host").string() + ": No such file or directory");
+    EXPECT_EQ(reason("any.so", "/bin/true"),
+              "loading any.so: the driver ended its process with status 0");
+}
+
+} // namespace qx::test

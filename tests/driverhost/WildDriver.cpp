@@ -1,0 +1,156 @@
+// A driver library for tests: the simulated keyboard, until it misbehaves.
+//
+// Beside the keyboard's file, a file of its name and ".wild" says how: "FUNCTION ACTION", where
+// "*" means every function. "echo" is no misbehaviour: the call is written into the file's name and
+// ".log", and is answered with values of its own in place of the keyboard's.
+#include "files/Files.h"
+#include "simulator/SimulatedDriver.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <type_traits>
+
+#include <unistd.h>
+
+#define QX_EXPORT extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+std::unique_ptr<qx::sim::SimulatedDriver> theKeyboard;
+qx::MessagePoster thePoster = nullptr;
+std::string theFile;
+std::string theFunction;
+std::string theAction;
+
+std::string TextIn(const std::string& file) {
+    std::ostringstream text;
+    text << std::ifstream(file).rdbuf();
+    return text.str();
+}
+
+template <typename Argument>
+std::string Written(Argument argument) {
+    if constexpr (std::is_same_v<Argument, char*>)
+        return argument;
+    else if constexpr (std::is_pointer_v<Argument>)
+        return "out";
+    else
+        return std::to_string(argument);
+}
+
+void Answer(char* text) {
+    text[0] = '!';
+}
+void Answer(std::uint8_t* value) {
+    *value = 201;
+}
+void Answer(std::int16_t* value) {
+    *value = -20'002;
+}
+void Answer(std::int32_t* value) {
+    *value = *value * 2 + 1;
+}
+template <typename Other>
+void Answer(Other /*unchanged*/) {}
+
+void Log(const std::string& text) {
+    std::ofstream(theFile + ".log", std::ios::app) << text << '\n';
+}
+
+template <typename... Arguments>
+std::int32_t Echo(const std::string& name, Arguments... arguments) {
+    Log(name + (std::string() + ... + (" " + Written(arguments))));
+    (Answer(arguments), ...);
+    return -static_cast<std::int32_t>(name.size());
+}
+// A block has no end of its own.
+std::int32_t Echo(const std::string& name, std::int32_t address, const char* buffer,
+                  std::int32_t size) {
+    Log(name + " " + std::to_string(address) + " " +
+        std::string(buffer, static_cast<std::size_t>(size)) + " " + std::to_string(size));
+    return -static_cast<std::int32_t>(name.size());
+}
+std::int32_t Echo(const std::string& name, std::int32_t address, char* buffer, std::int32_t size) {
+    const std::int32_t status = Echo(name, address, static_cast<const char*>(buffer), size);
+    buffer[size - 1] = '!';
+    return status;
+}
+
+void Overrun(char* buffer, int at) {
+    buffer[at] = 'x';
+}
+template <typename Other>
+void Overrun(Other /*nothing to overrun*/, int /*at*/) {}
+
+template <typename... Arguments>
+void Misbehave(Arguments... arguments) {
+    std::istringstream action(theAction);
+    std::string word;
+    action >> word;
+    if (word == "crash")
+        std::abort();
+    if (word == "exit")
+        _exit(0);
+    if (word == "throw")
+        throw 7;
+    while (word == "hang")
+        pause();
+    while (word == "flood")
+        thePoster(1, 2, 3, 50);
+    if (word == "forge")
+        (void)!write(3, "\xff\xff\xff\xff", 4);
+    if (word == "leave")
+        close(3);
+    if (word == "overrun")
+        (Overrun(arguments, std::stoi(theAction.substr(word.size()))), ...);
+    if (word == "meet") { // another one, which has to be at work at the same time
+        std::ofstream(theFile + ".here") << "here";
+        action >> word;
+        while (access(word.c_str(), F_OK) != 0)
+            usleep(1000);
+    }
+}
+
+} // namespace
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    QX_EXPORT std::int32_t name parameters {                                                       \
+        if (theAction == "echo")                                                                   \
+            return [](auto... each) { return Echo(#name, each...); } arguments;                    \
+        if (theFunction == #name || theFunction == "*")                                            \
+            [](auto... each) { Misbehave(each...); } arguments;                                    \
+        return theKeyboard ? theKeyboard->name arguments : 99;                                     \
+    }
+#include "qxcontrols/device/DriverFunctions.def"
+
+QX_EXPORT void QXSIM_SetMessagePoster(qx::MessagePoster post) {
+    thePoster = post;
+    if (theKeyboard)
+        theKeyboard->QXSIM_SetMessagePoster(post);
+}
+
+QX_EXPORT std::int32_t QXSIM_SetKeyboard(const char* file, const char* model) {
+    theFile = file;
+    std::istringstream wild(TextIn(theFile + ".wild"));
+    wild >> theFunction;
+    std::getline(wild >> std::ws, theAction);
+    if (theFunction == "QXSIM_SetKeyboard")
+        Misbehave();
+    try {
+        theKeyboard = std::make_unique<qx::sim::SimulatedDriver>(theFile, model);
+        theKeyboard->QXSIM_SetMessagePoster(thePoster);
+    } catch (const std::exception&) {
+        return 31;
+    }
+    return 0;
+}
+
+QX_EXPORT std::int32_t QXSIM_StatusText(std::int32_t status, char* text, std::int32_t size) {
+    const std::string words = "wild status " + std::to_string(status);
+    std::strncpy(text, words.c_str(), static_cast<std::size_t>(size));
+    return static_cast<std::int32_t>(words.size());
+}
