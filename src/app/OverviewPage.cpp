@@ -134,8 +134,8 @@ void OverviewPage::ShowKeyboard() {
     add(tr("Kind"), m_workbench.Simulated() != nullptr ? tr("simulated keyboard")
                                                        : tr("keyboard behind a driver library"));
 
-    for (Integer i = 1; i <= access.DirectorySize(); ++i) {
-        const ConfigDirEntry* entry = access.DirectoryItem(i);
+    for (int i = 1; i <= access.DirectorySize(); ++i) {
+        const ConfigDirEntry* entry = access.DirectoryItem(static_cast<Integer>(i));
         const int row = m_directory->rowCount();
         m_directory->insertRow(row);
         const QString cells[] = {

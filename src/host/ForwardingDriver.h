@@ -17,7 +17,12 @@ public:
 
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
     std::int32_t name parameters override {                                                        \
-        return Noted(#name, DriverResult::result, m_inner.name arguments);                         \
+        try {                                                                                      \
+            return Noted(#name, DriverResult::result, m_inner.name arguments);                     \
+        } catch (...) {                                                                            \
+            Noted(#name, DriverResult::result, kThrew);                                            \
+            throw;                                                                                 \
+        }                                                                                          \
     }
 #include "qxcontrols/device/DriverFunctions.def"
     void QXSIM_SetMessagePoster(MessagePoster post) override {
@@ -25,6 +30,9 @@ public:
     }
 
 protected:
+    // Stands for the result of a call that threw, which no driver should.
+    static constexpr std::int32_t kThrew = -1;
+
     // Called after every call; returns the result to hand back.
     virtual std::int32_t Noted(std::string_view function, DriverResult kind,
                                std::int32_t result) = 0;

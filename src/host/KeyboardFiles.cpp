@@ -7,9 +7,8 @@ namespace qx::host {
 
 namespace {
 
-void Run(Session& session, const KeyboardFileKind& kind, const std::string& what,
-         const std::string& file, const SerialLine& line,
-         Long (QXKeyboardAccess::*operation)(const std::string&)) {
+void Run(Session& session, const KeyboardFileKind& kind, const std::string& what, std::string file,
+         const SerialLine& line, Long (QXKeyboardAccess::*operation)(std::string&)) {
     session.Run(what + " failed", [&] {
         if (kind.hasSerialLine)
             session.Access().SetChipcardRomParameters(line.baudRateIndex, line.comPort);

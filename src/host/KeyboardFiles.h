@@ -19,8 +19,8 @@ struct SerialLine {
 struct KeyboardFileKind {
     std::string_view key;     // for commands: "rom", "chipcard", "param"
     std::string_view content; // for people: "program"
-    Long (QXKeyboardAccess::*save)(const std::string&);
-    Long (QXKeyboardAccess::*load)(const std::string&);
+    Long (QXKeyboardAccess::*save)(std::string&);
+    Long (QXKeyboardAccess::*load)(std::string&);
     bool hasSerialLine;
 };
 

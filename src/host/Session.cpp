@@ -82,8 +82,8 @@ void Session::Open() {
     if (!ready || m_access.DirectorySize() == 0) // a negative size is none either
         throw Error(ErrorKind::KeyboardNotOpened,
                     "the keyboard could not be opened: it has no configuration directory");
-    for (Integer i = 1; i <= m_access.DirectorySize(); ++i) {
-        const ConfigDirEntry& entry = *m_access.DirectoryItem(i);
+    for (int i = 1; i <= m_access.DirectorySize(); ++i) {
+        const ConfigDirEntry& entry = *m_access.DirectoryItem(static_cast<Integer>(i));
         const Long address = entry.StartAddress();
         if (!NameOf(entry.ModuleType()).empty() && (address < -1 || address >= kAddressLimit))
             throw Error(ErrorKind::KeyboardNotOpened,
@@ -174,6 +174,7 @@ void Session::Upload(const std::vector<Section*>& sections) {
 
 void Session::Download(const std::vector<Section*>& sections) {
     const Assigned assigned(sections, m_access);
+    bool isEncoded = false; // a control that cannot encode a setting leaves part of its block out
     bool isSent = false;
     try {
         Run("writing to the keyboard failed", [&] {
@@ -185,13 +186,17 @@ void Session::Download(const std::vector<Section*>& sections) {
                 section->Control().PrepareDataDownload(true);
             }
             m_driver.EndLeavingOut();
+            isEncoded = m_driver.Requested().Without(m_driver.Written()).empty();
             RequestRest(sections);
-            if (!m_driver.Failure()) {
+            if (isEncoded && !m_driver.Failure()) {
                 isSent = true;
                 (void)m_access.Download(); // its status is watched
             }
             m_access.DataTransferFixUp();
         });
+        if (!isEncoded)
+            throw Error(ErrorKind::TransferFailed,
+                        "writing to the keyboard failed: a setting has no place in its block");
     } catch (const Error& error) {
         throw Error(error.Kind(),
                     std::string(error.what()) +

@@ -81,21 +81,91 @@ TEST_F(AccessTest, StartUpRaisesItsEventsInOrder) {
     }
 }
 
-TEST_F(AccessTest, AHandlerThatThrowsFailsItsStage) {
+// Whichever handler or driver call of the start-up throws: nothing reaches the host. The first two
+// stages then fail, the naming does not.
+TEST_F(AccessTest, WhatIsThrownAtStartUpEndsItsStage) {
+    PutIdentification("OLD", 0xFF);
+    ASSERT_TRUE(access.Init());
+    PutIdentification("NEW", 0xFF);
     Startup startup(access);
-    auto thrower = access.InitConfigurationTable.Subscribe([] { throw std::out_of_range("oops"); });
+    const struct {
+        Event<>& event;
+        bool result;
+        std::string lastEvents, error, keyboard;
+    } cases[] = {
+        {access.InitDriver, false, " InitFailed(0) ", "InitDriver 9 - oops", "OLD"},
+        {access.InitDriverOK, false, "OK InitFailed(0) ", "InitDriver 9 - oops", "OLD"},
+        {access.InitConfigurationTable, false, "Table InitFailed(0) ",
+         "InitConfigurationTable 9 - oops", "OLD"},
+        {access.InitConfigurationTableOK, false, "OK InitFailed(0) ",
+         "InitConfigurationTable 9 - oops", "OLD"},
+        {access.InitKeyboardNaming, true, "Naming ", "InitKeyboardNaming 9 - oops", "OLD"},
+        {access.InitKeyboardNamingOK, true, "NamingOK ", "InitKeyboardNaming 9 - oops", "NEW"},
+    };
+    for (const auto& each : cases) {
+        const TraceLog log;
+        const auto thrower = each.event.Subscribe([] { throw std::out_of_range("oops"); });
+        startup.events.clear();
+        EXPECT_EQ(access.Init(), each.result);
+        EXPECT_TRUE(startup.events.ends_with(each.lastEvents)) << startup.events;
+        EXPECT_TRUE(log.Has("Error in " + each.error)) << each.error;
+        EXPECT_EQ(access.Keyboard(), each.keyboard);
+        EXPECT_EQ(access.FlagBarcodeReader(), !each.result); // never those of an earlier keyboard
+    }
+    const auto last = access.InitFailed.Subscribe([](Long) { throw 4711; }); // no exception class
+    const auto first = access.InitDriver.Subscribe([] { throw 4711; });
+    EXPECT_FALSE(access.Init());
+}
+
+TEST(ThrowingDriver, IsADriverThatFails) {
+    struct Driver : FakeDriver {
+        std::string throwing;
+        bool throwsAll = false;
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    std::int32_t name parameters override {                                                        \
+        if (throwsAll || throwing == #name)                                                        \
+            throw std::runtime_error("not a status");                                              \
+        return FakeDriver::name arguments;                                                         \
+    }
+#include "qxcontrols/device/DriverFunctions.def"
+    } driver;
+    driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}};
+    QXKeyboardAccess access(driver);
+    for (const auto& [function, ready] :
+         std::map<std::string, bool>{{"QXCFG_SetCommandDelta", false},
+                                     {"QXCFG_Init", false},
+                                     {"QXCFG_ConfigDirectorySize", false},
+                                     {"QXCFG_ConfigDirectoryGetEntry", false},
+                                     {"QXCFG_ImageRead", true},
+                                     {"QXCFG_DisableLayerSelection", true}}) {
+        driver.throwing = function;
+        EXPECT_EQ(access.Init(), ready) << function;
+    }
+    driver.throwsAll = true;
     const TraceLog log;
-    EXPECT_FALSE(access.Init());
-    EXPECT_TRUE(startup.events.ends_with("InitConfigurationTable InitFailed(0) "));
-    EXPECT_TRUE(log.Has("Error in InitConfigurationTable 9 - oops"));
-    thrower = access.InitDriver.Subscribe([] { throw std::out_of_range("oops"); });
-    startup.events.clear();
-    EXPECT_FALSE(access.Init());
-    EXPECT_EQ(startup.events, "InitDriver InitFailed(0) ");
-    thrower = access.InitConfigurationTable.Subscribe([] { throw 4711; }); // no exception class
-    startup.events.clear();
-    EXPECT_FALSE(access.Init());
-    EXPECT_TRUE(startup.events.ends_with("InitConfigurationTable InitFailed(0) "));
+    std::string data = "kept", file = "name";
+    EXPECT_FALSE(access.ReadFromMemory(data, 0, 4) || access.WriteIntoMemory(data, 0, 4));
+    EXPECT_FALSE(access.WriteByteMemory(1, 0) || access.EnablePositionProgMode() ||
+                 access.DisablePositionProgMode() || access.IsPositionProgMode());
+    EXPECT_EQ(access.ReadByteFromMem(0) + access.ReadByteFromImage(0) + access.ReadIntFromImage(0) +
+                  access.ReadLongFromImage(0),
+              0);
+    access.WriteByteIntoImage(0, 1);
+    access.WriteIntIntoImage(0, 1);
+    access.WriteLongIntoImage(0, 1);
+    access.DataTransferPrepare();
+    access.MemRequestAdd(MODULE_POS, 0, 1);
+    access.SetNotificationValues(1, 2, 3);
+    access.SetChipcardRomParameters(1, 2);
+    access.SelectFunctionKeyLayer(1);
+    access.Done();
+    EXPECT_EQ(access.Upload(), -1);
+    EXPECT_EQ(access.Download(), -1);
+    EXPECT_EQ(access.GetPositionCodeKey(), -1); // no key
+    EXPECT_EQ(access.SaveRomIntoFile(file), -1);
+    EXPECT_EQ(access.ConvertBinFileToRomFile(file, data, 1, 2, 3), -1);
+    EXPECT_EQ(data + file, "keptname");
+    EXPECT_TRUE(log.Has("Error in QXKeyboardAccess.Upload 5 - not a status"));
 }
 
 TEST_F(AccessTest, IdentificationIsCleaned) {
@@ -159,6 +229,16 @@ TEST_F(AccessTest, TheDirectoryFindsTheFirstMatch) {
     EXPECT_TRUE(log.Has("Error in DirectoryItem(9)"));
 }
 
+TEST_F(AccessTest, TheLargestDirectoryIsReadToItsEnd) {
+    driver.directory.assign(32767, {MODULE_POS, 1});
+    driver.directory.back() = {MODULE_GUID, 2};
+    for (int start = 0; start < 2; ++start) { // the second appends more than can be counted
+        ASSERT_TRUE(access.Init());
+        EXPECT_EQ(access.DirectorySize(), 32767);
+        EXPECT_EQ(access.DirectoryItem(32767)->StartAddress(), 2);
+    }
+}
+
 TEST_F(AccessTest, BlocksAreFilledUpAndFailuresChangeNothing) {
     const TraceLog log;
     EXPECT_TRUE(access.WriteIntoMemory("ab", 0x100, 4));
@@ -169,6 +249,10 @@ TEST_F(AccessTest, BlocksAreFilledUpAndFailuresChangeNothing) {
         EXPECT_FALSE(access.ReadFromMemory(data, 0, size));
     EXPECT_FALSE(access.ReadFromMemory(data, FakeDriver::kSize - 1, 2));
     EXPECT_EQ(data, "kept");
+    driver.fillsAtMost = 2; // of a failed or an earlier read nothing comes to light
+    EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 4));
+    EXPECT_EQ(data, std::string("ab\0\0", 4));
+    driver.fillsAtMost = FakeDriver::kSize;
     EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 3));
     EXPECT_EQ(data, "ab ");
     EXPECT_FALSE(access.WriteIntoMemory(std::string(64001, 'x'), 0, 64001));
@@ -183,14 +267,14 @@ TEST_F(AccessTest, CallsAreHandedOn) {
     access.SetNotificationValues(7, 8);
     EXPECT_EQ(driver.lastArguments, "7 8 -1");
     driver.statuses["QXCFG_ConvertBinFileIntoRomFile"] = 17;
-    EXPECT_EQ(access.ConvertBinFileToRomFile("a", "b", 1, 2, 3), 17);
+    std::string source = "a", destination = "b";
+    EXPECT_EQ(access.ConvertBinFileToRomFile(source, destination, 1, 2, 3), 17);
     EXPECT_EQ(driver.lastArguments, "a b 1 2 3");
     const TraceLog log;
-    EXPECT_EQ(access.SaveParameterIntoFile("p.bin"), 0);
-    EXPECT_EQ(driver.lastArguments, "p.bin");
-    EXPECT_TRUE(log.Has("QXKeyboardAccess.SaveParameterIntoFile(p.bin)"));
-    EXPECT_THROW(access.MemRequestAdd(static_cast<KeyboardModuleIDs>(40000), 0, 1),
-                 std::overflow_error);
+    access.MemRequestAdd(static_cast<KeyboardModuleIDs>(40000), 0, 1);
+    EXPECT_TRUE(driver.requests.empty());
+    EXPECT_TRUE(
+        log.Has("Error in QXKeyboardAccess.MemRequestAdd 6 - module id 40000 exceeds 16 bits"));
     for (const std::int32_t status : {0, 1, -1}) {
         driver.statuses["QXCFG_EnablePositionMode"] = status;
         driver.statuses["QXCFG_IsPositionMode"] = status;
@@ -198,6 +282,47 @@ TEST_F(AccessTest, CallsAreHandedOn) {
         EXPECT_EQ(access.IsPositionProgMode(), status == 0);
     }
     EXPECT_TRUE(log.Has("EnablePositionProgMode FAILED"));
+}
+
+TEST(KeyboardFiles, NamesGoToTheDriverAndComeBack) {
+    struct Driver : FakeDriver {
+        std::int32_t QXCFG_KeyboardParamSave(char* name) override {
+            EXPECT_STREQ(name, "p\xC3\xA4.bin");
+            std::strcpy(name, "P.B");
+            return FakeDriver::QXCFG_KeyboardParamSave(name);
+        }
+    } driver;
+    QXKeyboardAccess access(driver);
+    const struct {
+        const char* function;
+        Long (QXKeyboardAccess::*operation)(std::string&);
+        const char* procedure;
+        const char* comesBack;
+    } operations[] = {
+        {"KeyboardRomSave", &QXKeyboardAccess::SaveRomIntoFile, "SaveRomIntoFile", nullptr},
+        {"KeyboardRomLoad", &QXKeyboardAccess::LoadRomFromFile, "LoadRomFromFile", nullptr},
+        {"KeyboardChipcardRomSave", &QXKeyboardAccess::SaveChipcardRomIntoFile,
+         "SaveChipcardRomIntoFile", nullptr},
+        {"KeyboardChipcardRomLoad", &QXKeyboardAccess::LoadChipcardRomFromFile,
+         "LoadChipcardRomFromFile", nullptr},
+        {"KeyboardParamSave", &QXKeyboardAccess::SaveParameterIntoFile, "SaveParameterIntoFile",
+         "P.B"},
+        {"KeyboardParamLoad", &QXKeyboardAccess::LoadParameterFromFile, "LoadParameterFromFile",
+         nullptr},
+    };
+    std::int32_t status = 20;
+    for (const auto& each : operations) {
+        const TraceLog log;
+        const std::string given = "p\xC3\xA4.bin";
+        std::string name = given;
+        driver.statuses[std::string("QXCFG_") + each.function] = ++status;
+        EXPECT_EQ((access.*each.operation)(name), status);
+        EXPECT_EQ(driver.calls.back(), std::string("QXCFG_") + each.function);
+        EXPECT_EQ(name, each.comesBack != nullptr ? each.comesBack : given);
+        EXPECT_EQ(driver.lastArguments, name);
+        EXPECT_EQ(log.lines, std::vector<std::string>{std::string("QXKeyboardAccess.") +
+                                                      each.procedure + "(" + given + ")"});
+    }
 }
 
 TEST_F(AccessTest, LayersNeedTheirModule) {

@@ -155,7 +155,11 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
         if (!answer.empty())
             sInSeq = answer;
     };
-    control.cmdEdit_Click(Edit); // nobody answers
+    control.cmdEdit_Click(Edit); // nobody answers: that is no refusal
+    EXPECT_EQ(Codes(12), " 30158");
+    EXPECT_TRUE(control.DataChanged());
+    control.SetDataChanged(false);
+    refreshed = 0;
     const Subscription edits = control.EditSequence.Subscribe(host);
     control.cmdEdit_Click(Edit); // the host declines
     cancel = false;

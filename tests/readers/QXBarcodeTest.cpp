@@ -141,8 +141,12 @@ TEST_F(QXBarcodeTest, SlidersStayInTheLimitsAndDragEachOther) {
     EXPECT_FALSE(control.DataChanged());
     EXPECT_EQ(refreshed, 5);
 
-    control.BitPage(BP_Code128).SetMinSize(200); // as a keyboard may have it
+    control.BitPage(BP_Code128).SetMinSize(200); // as a keyboard may have it: shown as it is
     Open(BP_Code128);
+    EXPECT_EQ(control.slidRange[0].Max, 200);
+    EXPECT_EQ(control.lblCurrSize[0].Caption, "200");
+    EXPECT_EQ(Slide(0, 199), "128-128 128=128 128=128"); // moved, it is back in the limits
+    EXPECT_EQ(control.slidRange[0].Max, 128);
     EXPECT_EQ(Slide(1, 30), "30-30 30=30 30=30");
     Open(BP_Reader_1);
     control.slidRange_Change(0);
@@ -193,15 +197,41 @@ TEST_F(QXBarcodeTest, EndsTheDownloadAtACodeLengthThatIsNoByte) {
     keyboard.driver.image.assign(FakeDriver::kSize, '\x55');
     SetCodes(control.Reader(1).Header(), {30});
     control.BitPage(BP_Code25_Overlapped).SetMaxSize(256);
-    EXPECT_THROW(control.DataDownload(true), std::overflow_error);
+    const TraceLog trace;
+    control.DataDownload(true);
+    EXPECT_TRUE(trace.Has("Error in QXBarcode.DataDownload 6 - the code length 256 is not one of 0 "
+                          "to 255"));
     EXPECT_EQ(keyboard.driver.image.substr(0x1000, 33), Bytes("1E 00*32"));
     EXPECT_EQ(keyboard.driver.image.substr(0x2000, 10), Bytes("01 3C 01 30 00*4 04 55"));
     control.DefaultValues();
-    keyboard.driver.end = 0x2031;
+    SetCodes(control.Reader(2).Terminator(), {256});
+    keyboard.driver.image.assign(FakeDriver::kSize, '\x55');
+    control.DataDownload(true);
+    EXPECT_TRUE(keyboard.driver.image == std::string(FakeDriver::kSize, '\x55'));
+    EXPECT_TRUE(trace.Has("Error in QXBarcode.DataDownload 6 - the key code 256 is not one of 0 to "
+                          "255"));
+}
+
+TEST_F(QXBarcodeTest, EndsATransferAtTheFirstRefusedAccess) {
+    keyboard.driver.image.assign(FakeDriver::kSize, '\x55');
+    keyboard.driver.end = 0x200A; // refuses the eleventh byte of the configuration
+    keyboard.driver.calls.clear();
     const TraceLog trace;
     control.DataDownload(true);
-    EXPECT_TRUE(trace.Has("QXBarcode.DataDownload failed at 2031"));
-    keyboard.driver.end = FakeDriver::kSize;
+    EXPECT_TRUE(trace.Has("QXBarcode.DataDownload failed at 200A"));
+    EXPECT_EQ(keyboard.driver.image.substr(0x2000, 11), Bytes("01 3C 01 30 00*4 04 50 55"));
+    EXPECT_EQ(keyboard.driver.calls.size(), 1U + 11U);
+    keyboard.driver.end = 0x107F; // refuses the headers
+    keyboard.driver.calls.clear();
+    control.DataDownload(true);
+    control.DataUpload(true);
+    EXPECT_TRUE(trace.Has("QXBarcode.DataDownload failed at 1000"));
+    EXPECT_TRUE(trace.Has("QXBarcode.DataUpload / HEADERS failed at 1000"));
+    EXPECT_EQ(keyboard.driver.calls,
+              (std::vector<std::string>{"QXCFG_ImageWrite", "QXCFG_ImageRead"}));
+}
+
+TEST_F(QXBarcodeTest, ASequenceWithoutASlotMovesTheOthersForward) {
     SetCodes(control.Reader(1).Header(), {30, -1}); // has no slot: all others move forward
     SetCodes(control.Reader(1).Terminator(), {28});
     keyboard.Download(control);

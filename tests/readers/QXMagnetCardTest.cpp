@@ -24,14 +24,14 @@ TEST_F(QXMagnetCardTest, ListsTheTracksThatTheKeyboardHas) {
     HasTracks(0x60);
     EXPECT_EQ(control.trackList.Items, (std::vector<std::string>{"#Track2#", "#Track3#"}));
     EXPECT_EQ(control.trackList.ListIndex, -1); // track 1 is current, but not there
-    EXPECT_FALSE(control.cmdCreate[0].Enabled);
+    EXPECT_FALSE(control.cmdCreate[0].Enabled || control.lblCurrTerminator.Enabled);
 
     SetCodes(control.Track3().Header(), {3});
     control.trackList.ListIndex = 1;
     refreshed = 0;
     control.trackList_Click();
     EXPECT_EQ(control.lblCurrHeader.Caption, "3");
-    EXPECT_TRUE(control.cmdCreate[0].Enabled);
+    EXPECT_TRUE(control.cmdCreate[0].Enabled && control.lblCurrTerminator.Enabled);
     EXPECT_EQ(refreshed, 1);
 
     HasTracks(0xF0); // the current track stays, at another place

@@ -57,6 +57,8 @@ public:
     // A keyboard with these modules, ready for transfers.
     explicit TestKeyboard(std::vector<FakeDriver::Entry> directory) {
         driver.directory = std::move(directory);
+        driver.ignoredStatus = 4711;
+        driver.checksRequests = true;
         EXPECT_TRUE(access.Init());
         driver.calls.clear();
     }
@@ -85,8 +87,10 @@ public:
         return testing::AssertionSuccess();
     }
 
-    // Whole transfers of one control, in the contract's order; the driver's status.
+    // Whole transfers of one control, in the contract's order; the driver's status. The image holds
+    // rubbish before, so that only what the control requests and writes is of use.
     Long Upload(ModuleControl& control) {
+        ScribbleImage();
         access.DataTransferPrepare();
         control.PrepareDataUpload(true);
         const Long status = access.Upload();
@@ -95,6 +99,7 @@ public:
         return status;
     }
     Long Download(ModuleControl& control) {
+        ScribbleImage();
         access.DataTransferPrepare();
         control.DataDownload(true);
         control.PrepareDataDownload(true);
@@ -110,6 +115,8 @@ public:
     std::vector<FakeDriver::Request> lastRequests; // of the last download
 
 private:
+    void ScribbleImage() { driver.image.assign(FakeDriver::kSize, '\xEE'); }
+
     [[nodiscard]] std::size_t Base(KeyboardModuleIDs module) const {
         if (module == MODULE_LAYER_FUNCKEY_DESC)
             return 70000; // not in the directory

@@ -27,8 +27,8 @@ void Identify(Context& context) {
         rows.push_back({setting.name, setting.value});
     std::vector<std::vector<std::string>> modules = {{"module", "", "address"}};
 
-    for (Integer i = 1; i <= access.DirectorySize(); ++i) {
-        const ConfigDirEntry& entry = *access.DirectoryItem(i);
+    for (int i = 1; i <= access.DirectorySize(); ++i) {
+        const ConfigDirEntry& entry = *access.DirectoryItem(static_cast<Integer>(i));
         const std::string name(NameOf(entry.ModuleType()));
         directory.push_back({{"module", static_cast<Long>(entry.ModuleType())},
                              {"name", name},

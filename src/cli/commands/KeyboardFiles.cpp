@@ -97,12 +97,14 @@ struct Conversion {
 };
 
 void Convert(Context& context, const Conversion& conversion) {
+    std::string source = conversion.source;
     host::Session& session = context.Driver();
     context.RefuseKeyboardFile(conversion.destination);
     host::WriteBeside(conversion.destination, [&](const std::string& beside) {
         session.Run("converting " + conversion.source + " failed", [&] {
+            std::string destination = beside;
             (void)session.Access().ConvertBinFileToRomFile(
-                conversion.source, beside, conversion.parameters[0], conversion.parameters[1],
+                source, destination, conversion.parameters[0], conversion.parameters[1],
                 conversion.parameters[2]);
         });
     });

@@ -15,6 +15,7 @@ namespace qx {
 struct Label {
     std::string Caption;
     bool Visible = true;
+    bool Enabled = true; // for labels that take keys
 };
 
 struct CheckBox {

@@ -58,9 +58,6 @@ public:
         });
     }
 
-    // Whether anybody would hear of it; an answer can only come from a subscriber.
-    [[nodiscard]] bool HasSubscribers() const { return !m_entries->empty(); }
-
     void Raise(Args... args) const {
         if (m_entries->empty())
             return;

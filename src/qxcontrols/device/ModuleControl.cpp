@@ -1,7 +1,6 @@
 #include "qxcontrols/device/ModuleControl.h"
 
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 
 namespace qx {
 

@@ -5,11 +5,13 @@
 // host runs the transfer, DataUpload decodes the image. Download (PC to keyboard): DataDownload
 // encodes into the image, PrepareDataDownload queues, the host runs the transfer. A control whose
 // module the keyboard lacks transfers nothing. No member reports failure to its caller: it shows a
-// message box where the control says so, and traces.
+// message box where the control says so, and traces. Only an index outside its range is an
+// exception where a member says so, and what a handler of the host throws comes back to the host.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
 #include "qxcontrols/device/KeyboardModuleIDs.h"
+#include "qxcontrols/device/Trace.h"
 #include "qxcontrols/platform/Platform.h"
 
 #include <string>
@@ -48,6 +50,9 @@ public:
     [[nodiscard]] bool DataChanged() const { return m_dataChanged; }
     void SetDataChanged(bool fChanged) { m_dataChanged = fChanged; }
 
+    // LoadInKeyboard: the transfer is one with the keyboard itself, not with a copy of its memory;
+    // most controls move the same either way.
+
     // Bytes that a transfer of this control moves.
     [[nodiscard]] virtual Long TransferSize(bool LoadInKeyboard) const = 0;
     // Resets all settings to the control's defaults and shows them.
@@ -78,6 +83,19 @@ protected:
 
     // Traces the instance name followed by the text, which begins with its own separator.
     void TraceNamed(std::string_view sText) const;
+
+    // Runs a part of a procedure (".DataDownload"). An error ends the part and is traced; the
+    // result is then false.
+    template <typename Part>
+    bool Guarded(std::string_view sProcedure, Part part) const {
+        try {
+            part();
+            return true;
+        } catch (...) {
+            TraceError(m_name + std::string(sProcedure));
+            return false;
+        }
+    }
 
     [[nodiscard]] QXKeyboardAccess* Keyboard() const { return m_keyboard; }
     [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }

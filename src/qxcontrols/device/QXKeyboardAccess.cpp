@@ -15,16 +15,18 @@ namespace {
 
 constexpr Long kStartupDelta = 0;
 
-// The numbers by which the trace names run-time errors.
-constexpr int kUnknownError = 5;
-int ErrorNumber(const std::exception& error) {
-    if (dynamic_cast<const std::overflow_error*>(&error) != nullptr)
-        return 6;
-    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
-        return 7;
-    if (dynamic_cast<const std::out_of_range*>(&error) != nullptr)
-        return 9;
-    return kUnknownError;
+// Stands for the status of a driver call that threw.
+constexpr Long kNoStatus = -1;
+
+// Makes one call of the driver. Drivers give statuses; one that throws all the same has failed.
+template <typename Call>
+Long StatusOf(std::string_view sProcedure, Call call) {
+    try {
+        return call();
+    } catch (...) {
+        TraceError("QXKeyboardAccess." + std::string(sProcedure));
+        return kNoStatus;
+    }
 }
 
 bool IsAllowedInIdentification(char c) {
@@ -83,19 +85,23 @@ QXKeyboardAccess::~QXKeyboardAccess() {
 
 bool QXKeyboardAccess::Init() {
     Trace("QXKeyboardAccess.Init");
-    if (!InitDriverStage() || !InitConfigurationTableStage()) {
-        InitFailed.Raise(0);
-        return false;
+    if (InitDriverStage() && InitConfigurationTableStage()) {
+        InitKeyboardNamingStage();
+        if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+            DisableFunctionKeyLayerSelection();
+        return true;
     }
-    InitKeyboardNamingStage();
-    if (HasItem(MODULE_LAYERED_FUNCKEYS))
-        DisableFunctionKeyLayerSelection();
-    return true;
+    try {
+        InitFailed.Raise(0);
+    } catch (...) { // a handler of the host may throw anything
+        TraceError("QXKeyboardAccess.Init");
+    }
+    return false;
 }
 
 void QXKeyboardAccess::Done() {
     Trace("The Keyboard.Done");
-    if (HasItem(MODULE_LAYERED_FUNCKEYS))
+    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
         EnableFunctionKeyLayerSelection();
 }
 
@@ -113,6 +119,7 @@ bool QXKeyboardAccess::InitDriverStage() {
         InitDriverOK.Raise();
         return true;
     } catch (...) { // the stage fails without a further event
+        TraceError("InitDriver");
         return false;
     }
 }
@@ -130,13 +137,8 @@ bool QXKeyboardAccess::InitConfigurationTableStage() {
         ReadDirectory(size);
         InitConfigurationTableOK.Raise();
         return true;
-    } catch (const std::exception& error) {
-        Trace("Error in InitConfigurationTable " + std::to_string(ErrorNumber(error)) + " - " +
-              error.what());
-        return false;
-    } catch (...) { // a handler of the host may throw anything
-        Trace("Error in InitConfigurationTable " + std::to_string(kUnknownError) +
-              " - unknown error");
+    } catch (...) {
+        TraceError("InitConfigurationTable");
         return false;
     }
 }
@@ -155,20 +157,35 @@ void QXKeyboardAccess::ReadDirectory(Integer nSize) {
     }
 }
 
+// A keyboard whose name or flags cannot be read can still be configured.
 void QXKeyboardAccess::InitKeyboardNamingStage() {
-    InitKeyboardNaming.Raise();
-    m_flags = {};
-    std::string block;
-    if (!ReadFromMemory(block, kIdentificationAddress, kIdentificationSize)) {
-        InitKeyboardNamingFailed.Raise(0);
-        return; // a keyboard without a name can still be configured
+    try {
+        InitKeyboardNaming.Raise();
+        m_flags = {};
+        if (!ReadIdentification()) {
+            InitKeyboardNamingFailed.Raise(0);
+            return;
+        }
+        InitKeyboardNamingOK.Raise();
+        ReadCapabilities();
+    } catch (...) {
+        m_flags = {}; // never those of an earlier keyboard
+        TraceError("InitKeyboardNaming");
     }
+}
+
+bool QXKeyboardAccess::ReadIdentification() {
+    std::string block;
+    if (!ReadFromMemory(block, kIdentificationAddress, kIdentificationSize))
+        return false;
     for (const IdentificationField& field : kIdentificationFields)
         this->*field.value = Identification(block, field);
     for (const IdentificationField& field : kIdentificationFields)
         Trace(std::string(field.traceLabel) + this->*field.value);
-    InitKeyboardNamingOK.Raise();
+    return true;
+}
 
+void QXKeyboardAccess::ReadCapabilities() {
     std::string capabilities;
     if (!ReadFromMemory(capabilities, kCapabilityAddress, 1))
         return;
@@ -198,10 +215,12 @@ std::string QXKeyboardAccess::Identification(std::string_view sBlock,
 }
 
 Integer QXKeyboardAccess::DirectorySize() const {
-    return static_cast<Integer>(m_directory.size());
+    constexpr std::size_t kMost = std::numeric_limits<Integer>::max();
+    return static_cast<Integer>(std::min(m_directory.size(), kMost));
 }
 
 const ConfigDirEntry* QXKeyboardAccess::DirectoryItem(Integer nIndex) const {
+    Trace("QXKeyboardAccess.DirectoryItem");
     if (nIndex < 1 || nIndex > DirectorySize()) {
         Trace("Error in DirectoryItem(" + std::to_string(nIndex) + ")");
         return nullptr;
@@ -213,11 +232,16 @@ ConfigDirEntry* QXKeyboardAccess::DirectoryItem(Integer nIndex) {
     return const_cast<ConfigDirEntry*>(std::as_const(*this).DirectoryItem(nIndex));
 }
 
-const ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModule) const {
+const ConfigDirEntry* QXKeyboardAccess::Find(KeyboardModuleIDs eModule) const {
     const auto found =
         std::find_if(m_directory.begin(), m_directory.end(),
                      [&](const ConfigDirEntry& entry) { return entry.ModuleType() == eModule; });
     return found == m_directory.end() ? nullptr : &*found;
+}
+
+const ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModule) const {
+    Trace("QXKeyboardAccess.DirectoryItemByModule");
+    return Find(eModule);
 }
 
 ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModule) {
@@ -225,26 +249,32 @@ ConfigDirEntry* QXKeyboardAccess::DirectoryItemByModule(KeyboardModuleIDs eModul
 }
 
 Long QXKeyboardAccess::GetBaseAddressForModule(KeyboardModuleIDs eModule) const {
-    const ConfigDirEntry* entry = DirectoryItemByModule(eModule);
+    Trace("QXKeyboardAccess.GetBaseAddressForModule");
+    const ConfigDirEntry* entry = Find(eModule);
     return entry != nullptr ? entry->StartAddress() : -1;
 }
 
 bool QXKeyboardAccess::HasItem(KeyboardModuleIDs eID) const {
-    return DirectoryItemByModule(eID) != nullptr;
+    Trace("QXKeyboardAccess.HasItem");
+    return Find(eID) != nullptr;
 }
 
 bool QXKeyboardAccess::ReadFromMemory(std::string& sData, Long lAddress, Long lSize) {
+    Trace("QXKeyboardAccess.ReadFromMemory");
     if (lSize < 0 || lSize > kMaxBlockSize)
         return false;
     m_readBuffer.resize(kMaxBlockSize);
-    if (m_driver.QXCFG_ImageRead(lAddress, m_readBuffer.data(), lSize) != 0)
+    std::fill_n(m_readBuffer.begin(), lSize, '\0'); // nothing of an earlier block shines through
+    if (StatusOf("ReadFromMemory", [&] {
+            return m_driver.QXCFG_ImageRead(lAddress, m_readBuffer.data(), lSize);
+        }) != 0)
         return false;
     sData.assign(m_readBuffer, 0, static_cast<std::size_t>(lSize));
     return true;
 }
 
 bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Long lSize) {
-    Long status = -1;
+    Long status = kNoStatus;
     if (lSize >= 0 && lSize <= kMaxBlockSize) {
         std::string filledUp;
         if (sData.size() < static_cast<std::size_t>(lSize)) {
@@ -252,7 +282,8 @@ bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Lo
             filledUp.resize(static_cast<std::size_t>(lSize), ' ');
         }
         const char* data = filledUp.empty() ? sData.data() : filledUp.data();
-        status = m_driver.QXCFG_ImageWrite(lAddress, data, lSize);
+        status = StatusOf("WriteIntoMemory",
+                          [&] { return m_driver.QXCFG_ImageWrite(lAddress, data, lSize); });
     }
     Trace("WriteIntoMemory : Address = " + Hex(lAddress) +
           "  Size = " + std::to_string(sData.size()) + " Err = " + std::to_string(status));
@@ -261,42 +292,50 @@ bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Lo
 
 Byte QXKeyboardAccess::ReadByteFromMem(Long lAddress) {
     char buffer[2] = {};
-    const bool ok = m_driver.QXCFG_ImageRead(lAddress, buffer, 1) == 0;
-    return ok ? static_cast<Byte>(buffer[0]) : Byte{0};
+    const Long status =
+        StatusOf("ReadByteFromMem", [&] { return m_driver.QXCFG_ImageRead(lAddress, buffer, 1); });
+    return status == 0 ? static_cast<Byte>(buffer[0]) : Byte{0};
 }
 
 bool QXKeyboardAccess::WriteByteMemory(Byte bValue, Long lAddress) {
     const char buffer = static_cast<char>(bValue);
-    const Long status = m_driver.QXCFG_ImageWrite(lAddress, &buffer, 1);
+    const Long status = StatusOf("WriteByteMemory",
+                                 [&] { return m_driver.QXCFG_ImageWrite(lAddress, &buffer, 1); });
     Trace("WriteByteMemory (" + Hex(lAddress) + ") = " + Hex(bValue));
     return status == 0;
 }
 
 Byte QXKeyboardAccess::ReadByteFromImage(Long lAddress) {
     Byte value = 0;
-    return m_driver.QXCFG_ImageReadByte(lAddress, &value) == 0 ? value : Byte{0};
+    const Long status = StatusOf("ReadByteFromImage",
+                                 [&] { return m_driver.QXCFG_ImageReadByte(lAddress, &value); });
+    return status == 0 ? value : Byte{0};
 }
 
 void QXKeyboardAccess::WriteByteIntoImage(Long lAddress, const Byte& bByte) {
-    m_driver.QXCFG_ImageWriteByte(lAddress, bByte);
+    StatusOf("WriteByteIntoImage", [&] { return m_driver.QXCFG_ImageWriteByte(lAddress, bByte); });
 }
 
 Integer QXKeyboardAccess::ReadIntFromImage(Long lAddress) {
     Integer value = 0;
-    return m_driver.QXCFG_ImageReadInt(lAddress, &value) == 0 ? value : Integer{0};
+    const Long status =
+        StatusOf("ReadIntFromImage", [&] { return m_driver.QXCFG_ImageReadInt(lAddress, &value); });
+    return status == 0 ? value : Integer{0};
 }
 
 void QXKeyboardAccess::WriteIntIntoImage(Long lAddress, const Integer& nInt) {
-    m_driver.QXCFG_ImageWriteInt(lAddress, nInt);
+    StatusOf("WriteIntIntoImage", [&] { return m_driver.QXCFG_ImageWriteInt(lAddress, nInt); });
 }
 
 Long QXKeyboardAccess::ReadLongFromImage(Long lAddress) {
     Long value = 0;
-    return m_driver.QXCFG_ImageReadLong(lAddress, &value) == 0 ? value : 0;
+    const Long status = StatusOf("ReadLongFromImage",
+                                 [&] { return m_driver.QXCFG_ImageReadLong(lAddress, &value); });
+    return status == 0 ? value : 0;
 }
 
 void QXKeyboardAccess::WriteLongIntoImage(Long lAddress, const Long& lLong) {
-    m_driver.QXCFG_ImageWriteLong(lAddress, lLong);
+    StatusOf("WriteLongIntoImage", [&] { return m_driver.QXCFG_ImageWriteLong(lAddress, lLong); });
 }
 
 void QXKeyboardAccess::DataTransferPrepare() {
@@ -306,24 +345,27 @@ void QXKeyboardAccess::DataTransferPrepare() {
 
 void QXKeyboardAccess::MemRequestClean() {
     Trace("QXKeyboardAccess.MemRequestClean()");
-    m_driver.QXCFG_MemRequestClean();
+    StatusOf("MemRequestClean", [&] { return m_driver.QXCFG_MemRequestClean(); });
 }
 
 void QXKeyboardAccess::MemRequestAdd(KeyboardModuleIDs eModule, Long lAddress, Long lSize) {
-    using Limits = std::numeric_limits<Integer>;
-    if (eModule < Limits::min() || eModule > Limits::max())
-        throw std::overflow_error("module id " + std::to_string(eModule) + " exceeds 16 bits");
-    m_driver.QXCFG_MemRequestAdd(static_cast<Integer>(eModule), lAddress, lSize);
+    Trace("QXKeyboardAccess.MemRequestAdd");
+    StatusOf("MemRequestAdd", [&] {
+        using Limits = std::numeric_limits<Integer>;
+        if (eModule < Limits::min() || eModule > Limits::max())
+            throw std::overflow_error("module id " + std::to_string(eModule) + " exceeds 16 bits");
+        return m_driver.QXCFG_MemRequestAdd(static_cast<Integer>(eModule), lAddress, lSize);
+    });
 }
 
 Long QXKeyboardAccess::Upload() {
     Trace("QXKeyboardAccess.Upload");
-    return m_driver.QXCFG_ImageLoad();
+    return StatusOf("Upload", [&] { return m_driver.QXCFG_ImageLoad(); });
 }
 
 Long QXKeyboardAccess::Download() {
     Trace("QXKeyboardAccess.Download");
-    return m_driver.QXCFG_ImageSave();
+    return StatusOf("Download", [&] { return m_driver.QXCFG_ImageSave(); });
 }
 
 void QXKeyboardAccess::DataTransferFixUp() {
@@ -333,97 +375,107 @@ void QXKeyboardAccess::DataTransferFixUp() {
 
 void QXKeyboardAccess::SetNotificationValues(Long theWindow, Long lMsg, Long lWhat) {
     Trace("QXKeyboardAccess.SetNotificationValues");
-    m_driver.QXCFG_TransferNotification(theWindow, lMsg, lWhat);
+    StatusOf("SetNotificationValues",
+             [&] { return m_driver.QXCFG_TransferNotification(theWindow, lMsg, lWhat); });
 }
 
 Long QXKeyboardAccess::FileOperation(std::string_view sProcedure,
                                      Long (ConfigDriver::*operation)(char*),
-                                     const std::string& sFilename) {
+                                     std::string& sFilename) {
     Trace("QXKeyboardAccess." + std::string(sProcedure) + "(" + sFilename + ")");
-    std::string name = AnsiText(sFilename); // the driver may write into its argument
-    return (m_driver.*operation)(name.data());
+    AnsiArgument name(sFilename);
+    return StatusOf(sProcedure, [&] { return (m_driver.*operation)(name.Buffer()); });
 }
 
-Long QXKeyboardAccess::SaveRomIntoFile(const std::string& sFilename) {
+Long QXKeyboardAccess::SaveRomIntoFile(std::string& sFilename) {
     return FileOperation("SaveRomIntoFile", &ConfigDriver::QXCFG_KeyboardRomSave, sFilename);
 }
 
-Long QXKeyboardAccess::LoadRomFromFile(const std::string& sFilename) {
+Long QXKeyboardAccess::LoadRomFromFile(std::string& sFilename) {
     return FileOperation("LoadRomFromFile", &ConfigDriver::QXCFG_KeyboardRomLoad, sFilename);
 }
 
-Long QXKeyboardAccess::SaveChipcardRomIntoFile(const std::string& sFilename) {
+Long QXKeyboardAccess::SaveChipcardRomIntoFile(std::string& sFilename) {
     return FileOperation("SaveChipcardRomIntoFile", &ConfigDriver::QXCFG_KeyboardChipcardRomSave,
                          sFilename);
 }
 
-Long QXKeyboardAccess::LoadChipcardRomFromFile(const std::string& sFilename) {
+Long QXKeyboardAccess::LoadChipcardRomFromFile(std::string& sFilename) {
     return FileOperation("LoadChipcardRomFromFile", &ConfigDriver::QXCFG_KeyboardChipcardRomLoad,
                          sFilename);
 }
 
-Long QXKeyboardAccess::SaveParameterIntoFile(const std::string& sFilename) {
+Long QXKeyboardAccess::SaveParameterIntoFile(std::string& sFilename) {
     return FileOperation("SaveParameterIntoFile", &ConfigDriver::QXCFG_KeyboardParamSave,
                          sFilename);
 }
 
-Long QXKeyboardAccess::LoadParameterFromFile(const std::string& sFilename) {
+Long QXKeyboardAccess::LoadParameterFromFile(std::string& sFilename) {
     return FileOperation("LoadParameterFromFile", &ConfigDriver::QXCFG_KeyboardParamLoad,
                          sFilename);
 }
 
 void QXKeyboardAccess::SetChipcardRomParameters(Integer nBaudRateIndex, Integer nComPort) {
     Trace("QXKeyboardAccess.SetChipcardRomParameters");
-    m_driver.QXCFG_ChipcardIOParam(nBaudRateIndex, nComPort);
+    StatusOf("SetChipcardRomParameters",
+             [&] { return m_driver.QXCFG_ChipcardIOParam(nBaudRateIndex, nComPort); });
 }
 
-Long QXKeyboardAccess::ConvertBinFileToRomFile(const std::string& sBinFilename,
-                                               const std::string& sDestFilename, Long lParam1,
+Long QXKeyboardAccess::ConvertBinFileToRomFile(std::string& sBinFilename,
+                                               std::string& sDestFilename, Long lParam1,
                                                Long lParam2, Long lParam3) {
     Trace("QXKeyboardAccess.ConvertBinFileToRomFile");
-    std::string source = AnsiText(sBinFilename);
-    std::string destination = AnsiText(sDestFilename);
-    return m_driver.QXCFG_ConvertBinFileIntoRomFile(source.data(), destination.data(), lParam1,
-                                                    lParam2, lParam3);
+    AnsiArgument source(sBinFilename);
+    AnsiArgument destination(sDestFilename);
+    return StatusOf("ConvertBinFileToRomFile", [&] {
+        return m_driver.QXCFG_ConvertBinFileIntoRomFile(source.Buffer(), destination.Buffer(),
+                                                        lParam1, lParam2, lParam3);
+    });
 }
 
-bool QXKeyboardAccess::PositionModeSwitched(std::string_view sProcedure, Long lStatus) {
-    Trace(std::string(sProcedure) + (lStatus == 0 ? " OK" : " FAILED"));
-    return lStatus == 0;
+bool QXKeyboardAccess::SwitchPositionMode(std::string_view sProcedure,
+                                          Long (ConfigDriver::*operation)()) {
+    const Long status = StatusOf(sProcedure, [&] { return (m_driver.*operation)(); });
+    Trace(std::string(sProcedure) + (status == 0 ? " OK" : " FAILED"));
+    return status == 0;
 }
 
 bool QXKeyboardAccess::EnablePositionProgMode() {
-    return PositionModeSwitched("EnablePositionProgMode", m_driver.QXCFG_EnablePositionMode());
+    return SwitchPositionMode("EnablePositionProgMode", &ConfigDriver::QXCFG_EnablePositionMode);
 }
 
 bool QXKeyboardAccess::DisablePositionProgMode() {
-    return PositionModeSwitched("DisablePositionProgMode", m_driver.QXCFG_DisablePositionMode());
+    return SwitchPositionMode("DisablePositionProgMode", &ConfigDriver::QXCFG_DisablePositionMode);
 }
 
 bool QXKeyboardAccess::IsPositionProgMode() {
-    return m_driver.QXCFG_IsPositionMode() == 0;
+    Trace("QXKeyboardAccess.IsPositionProgMode");
+    return StatusOf("IsPositionProgMode", [&] { return m_driver.QXCFG_IsPositionMode(); }) == 0;
 }
 
 Long QXKeyboardAccess::GetPositionCodeKey() {
-    return m_driver.QXCFG_GetPositionKey();
+    Trace("QXKeyboardAccess.GetPositionCodeKey");
+    return StatusOf("GetPositionCodeKey", [&] { return m_driver.QXCFG_GetPositionKey(); });
 }
 
 void QXKeyboardAccess::SelectFunctionKeyLayer(Integer nLayer) {
     Trace("QXKeyboardAccess.SelectFunctionKeyLayer");
-    if (HasItem(MODULE_LAYERED_FUNCKEYS))
-        m_driver.QXCFG_SelectLayer(nLayer);
+    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+        StatusOf("SelectFunctionKeyLayer", [&] { return m_driver.QXCFG_SelectLayer(nLayer); });
 }
 
 void QXKeyboardAccess::EnableFunctionKeyLayerSelection() {
     Trace("QXKeyboardAccess.EnableFunctionKeyLayerSelection");
-    if (HasItem(MODULE_LAYERED_FUNCKEYS))
-        m_driver.QXCFG_EnableLayerSelection();
+    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+        StatusOf("EnableFunctionKeyLayerSelection",
+                 [&] { return m_driver.QXCFG_EnableLayerSelection(); });
 }
 
 void QXKeyboardAccess::DisableFunctionKeyLayerSelection() {
     Trace("QXKeyboardAccess.DisableFunctionKeyLayerSelection");
-    if (HasItem(MODULE_LAYERED_FUNCKEYS))
-        m_driver.QXCFG_DisableLayerSelection();
+    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+        StatusOf("DisableFunctionKeyLayerSelection",
+                 [&] { return m_driver.QXCFG_DisableLayerSelection(); });
 }
 
 void QXKeyboardAccess::WaitSeconds(Long lSeconds) {

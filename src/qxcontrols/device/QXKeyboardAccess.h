@@ -3,7 +3,8 @@
 // The host creates one for a driver, calls Init, and hands it to every module control. It alone
 // calls the driver, on the thread of its caller. Transfers are allowed after a successful Init;
 // Done is called before the host closes. Members report failure by their result and a trace line,
-// never by an exception, except where they say so.
+// never by an exception, except where they say so: a driver that throws has failed, with status -1,
+// and a handler that throws during Init ends the stage that raised its event.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -107,7 +108,7 @@ public:
     // from the image into the keyboard; both return the driver's status (0: success).
     void DataTransferPrepare();
     void MemRequestClean();
-    // Throws std::overflow_error when the id does not fit 16 bits.
+    // An id that does not fit 16 bits adds nothing.
     void MemRequestAdd(KeyboardModuleIDs eModule, Long lAddress, Long lSize);
     [[nodiscard]] Long Upload();
     [[nodiscard]] Long Download();
@@ -116,16 +117,16 @@ public:
     void SetNotificationValues(Long theWindow, Long lMsg, Long lWhat = -1);
 
     // Files of the driver's own formats; all return the driver's status (0: success). Names reach
-    // the driver as 8-bit text; what it writes back into them is not handed on.
-    [[nodiscard]] Long SaveRomIntoFile(const std::string& sFilename);
-    [[nodiscard]] Long LoadRomFromFile(const std::string& sFilename);
-    [[nodiscard]] Long SaveChipcardRomIntoFile(const std::string& sFilename);
-    [[nodiscard]] Long LoadChipcardRomFromFile(const std::string& sFilename);
-    [[nodiscard]] Long SaveParameterIntoFile(const std::string& sFilename);
-    [[nodiscard]] Long LoadParameterFromFile(const std::string& sFilename);
+    // the driver as 8-bit text, and come back as the driver leaves them, up to the first 0.
+    [[nodiscard]] Long SaveRomIntoFile(std::string& sFilename);
+    [[nodiscard]] Long LoadRomFromFile(std::string& sFilename);
+    [[nodiscard]] Long SaveChipcardRomIntoFile(std::string& sFilename);
+    [[nodiscard]] Long LoadChipcardRomFromFile(std::string& sFilename);
+    [[nodiscard]] Long SaveParameterIntoFile(std::string& sFilename);
+    [[nodiscard]] Long LoadParameterFromFile(std::string& sFilename);
     void SetChipcardRomParameters(Integer nBaudRateIndex, Integer nComPort);
-    [[nodiscard]] Long ConvertBinFileToRomFile(const std::string& sBinFilename,
-                                               const std::string& sDestFilename, Long lParam1,
+    [[nodiscard]] Long ConvertBinFileToRomFile(std::string& sBinFilename,
+                                               std::string& sDestFilename, Long lParam1,
                                                Long lParam2, Long lParam3);
 
     // Position-programming mode: the keyboard reports which key was pressed instead of typing.
@@ -160,11 +161,14 @@ private:
     bool InitConfigurationTableStage();
     void InitKeyboardNamingStage();
     void ReadDirectory(Integer nSize);
+    bool ReadIdentification();
+    void ReadCapabilities();
+    [[nodiscard]] const ConfigDirEntry* Find(KeyboardModuleIDs eModule) const;
     [[nodiscard]] std::string Identification(std::string_view sBlock,
                                              const IdentificationField& field) const;
     Long FileOperation(std::string_view sProcedure, Long (ConfigDriver::*operation)(char*),
-                       const std::string& sFilename);
-    bool PositionModeSwitched(std::string_view sProcedure, Long lStatus);
+                       std::string& sFilename);
+    bool SwitchPositionMode(std::string_view sProcedure, Long (ConfigDriver::*operation)());
 
     ConfigDriver& m_driver;
     Platform m_platform;

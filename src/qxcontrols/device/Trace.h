@@ -14,4 +14,8 @@ using TraceSink = std::function<void(std::string_view)>;
 // Sends all later texts to `sink`; an empty one discards them again. What a sink throws is dropped.
 void SetTraceSink(TraceSink sink);
 
+// Traces the exception that is being handled, as "Error in " and the procedure, the number of its
+// kind, " - " and its text. For a handler that catches everything.
+void TraceError(std::string_view sProcedure);
+
 } // namespace qx

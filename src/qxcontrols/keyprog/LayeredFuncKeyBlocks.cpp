@@ -117,8 +117,6 @@ void WriteFuncKeyDescriptions(QXKeyboardAccess& keyboard, const FuncKeyLayers& l
     Long address = kFuncKeyDescAddress;
     VisitKeys(layers, [&](const FuncKeyLayer& layer, Integer key) {
         std::u16string units = Utf16FromUtf8(layer.GetKeyDesc(key));
-        if (units.size() > kFuncKeyDescLength && IsHighSurrogate(units[kFuncKeyDescLength - 1]))
-            units[kFuncKeyDescLength - 1] = u'\0';
         units.resize(kFuncKeyDescLength, u'\0');
         for (const char16_t unit : units) {
             keyboard.WriteIntIntoImage(address, static_cast<Integer>(unit));

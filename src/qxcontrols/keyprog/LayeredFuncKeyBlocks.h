@@ -44,8 +44,8 @@ void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers);
 void WriteFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress, const Guid& guid);
 
 // The descriptions at kFuncKeyDescAddress. A description is written cut to kFuncKeyDescLength
-// units, one less where a character beyond the BMP would be cut in two; it is read up to the first
-// 0, a lone surrogate as U+FFFD.
+// units, also where that cuts a character beyond the BMP in two; it is read up to the first 0, a
+// lone surrogate as U+FFFD.
 void ReadFuncKeyDescriptions(QXKeyboardAccess& keyboard, FuncKeyLayers& layers);
 void WriteFuncKeyDescriptions(QXKeyboardAccess& keyboard, const FuncKeyLayers& layers);
 

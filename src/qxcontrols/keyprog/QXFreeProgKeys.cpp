@@ -6,8 +6,6 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/readers/SequenceText.h"
 
-#include <stdexcept>
-
 namespace qx {
 
 QXFreeProgKeys::QXFreeProgKeys(const Platform& platform)
@@ -101,9 +99,11 @@ void QXFreeProgKeys::DataDownload(bool /*LoadInKeyboard*/) {
     if (common)
         for (const Integer key : StoredFreeProgKeys(m_sequences, ConfigID()))
             TraceIn(kProcedure, Hex(key));
-    const std::string data = EncodeFreeProgKeys(m_sequences, ConfigID());
-    if (!Keyboard()->WriteIntoMemory(data, base, BlockSize()))
-        TraceIn(kProcedure, "Download failed at address " + Hex(base));
+    Guarded(kProcedure, [&] {
+        const std::string data = EncodeFreeProgKeys(m_sequences, ConfigID());
+        if (!Keyboard()->WriteIntoMemory(data, base, BlockSize()))
+            TraceIn(kProcedure, "Download failed at address " + Hex(base));
+    });
 }
 
 void QXFreeProgKeys::LayoutSourceAssigned() {
@@ -148,17 +148,13 @@ void QXFreeProgKeys::Edit() {
     }
     const Integer key = m_key; // the host may pick another
     const std::string sOutSeq = m_sequences.Key(key).KeyString();
-    bool fCancelEdit = !EditSequence.HasSubscribers();
+    bool fCancelEdit = false;
     std::string sInSeq = sOutSeq;
     EditSequence.Raise(key, sOutSeq, fCancelEdit, sInSeq);
     if (fCancelEdit)
         return;
-    try {
-        m_sequences.Key(key).SetKeyString(std::move(sInSeq));
-    } catch (const std::overflow_error& error) {
-        TraceIn(".Edit", std::string("failed: ") + error.what());
+    if (!Guarded(".Edit", [&] { m_sequences.Key(key).SetKeyString(std::move(sInSeq)); }))
         return;
-    }
     layoutDisplay.ReloadSettingsForKey(key, m_sequences);
     SetDataChanged(true);
     ShowCurrentSequence();

@@ -28,7 +28,7 @@ public:
     Event<bool&> RemoveAllSequences; // fRemoveIt
     Event<bool&> RemoveSequence;     // fRemoveIt
     // nPosCode, sOutSeq, fCancelEdit, sInSeq. Preset to False and to the current sequence: unless
-    // the host cancels, the sequence counts as edited. Without a subscriber nothing happens.
+    // the host cancels, the sequence counts as edited, also when nobody answers.
     Event<Integer, const std::string&, bool&, std::string&> EditSequence;
     Event<Integer> KeyNoEditable; // nPositionCode; kNoKey when no key is picked
     Event<bool&> AdvanceEdit;     // fEdit, preset to False

@@ -34,9 +34,10 @@ Long ColorOf(const FuncKeyButton& button, const QXProgSettings* preferences) {
 } // namespace
 
 QXLayeredFuncKeys::QXLayeredFuncKeys(const Platform& platform)
-    : ModuleControl("QXLayeredFuncKeys", MODULE_LAYERED_FUNCKEYS, platform),
-      m_identifier(Services().guidCreator->CreateSafeGuid()) {
-    Trace("GUID CREATED FOR CONTROL...");
+    : ModuleControl("QXLayeredFuncKeys", MODULE_LAYERED_FUNCKEYS, platform) {
+    if (Guarded(".UserControl_Initialize",
+                [&] { m_identifier = Services().guidCreator->CreateSafeGuid(); }))
+        Trace("GUID CREATED FOR CONTROL...");
     spinLayer.Max = kFuncKeyLayers - 1;
     for (std::size_t key = 0; key < cmdFuncKey.size(); ++key)
         cmdFuncKey[key].Caption = "F" + std::to_string(key + 1);
@@ -132,14 +133,20 @@ void QXLayeredFuncKeys::DataDownload(bool LoadInKeyboard) {
     const Long base = BaseAddress(ConfigID());
     if (base == -1)
         return;
-    const bool written =
-        Keyboard()->WriteIntoMemory(EncodeFuncKeySequences(m_layers), base, kFuncKeySequencesSize);
-    TraceNamed((written ? ".DataDownload ok     at " : ".DataDownload failed at ") + Hex(base));
-    const Long guidAddress = BaseAddress(MODULE_GUID);
-    Trace("GUID-ADDRESS IS " + std::to_string(guidAddress));
-    WriteFuncKeyGuid(*Keyboard(), guidAddress, m_identifier);
+    Guarded(".DataDownload", [&] {
+        const std::string data = EncodeFuncKeySequences(m_layers);
+        const bool written = Keyboard()->WriteIntoMemory(data, base, kFuncKeySequencesSize);
+        TraceNamed((written ? ".DataDownload ok     at " : ".DataDownload failed at ") + Hex(base));
+        DownloadIdentifier();
+        DownloadFuncKeyDescription(LoadInKeyboard);
+    });
+}
+
+void QXLayeredFuncKeys::DownloadIdentifier() {
+    const Long address = BaseAddress(MODULE_GUID);
+    Trace("GUID-ADDRESS IS " + std::to_string(address));
+    WriteFuncKeyGuid(*Keyboard(), address, m_identifier);
     Trace("STORED GUID");
-    DownloadFuncKeyDescription(LoadInKeyboard);
 }
 
 void QXLayeredFuncKeys::UploadFuncKeyDescription() {
@@ -233,12 +240,8 @@ void QXLayeredFuncKeys::KeyEdit() {
     Trace("------------------>next after RaiseEvent");
     if (fCancelEdit)
         return;
-    try {
-        sequence.SetKeyString(std::move(sNewSeq));
-    } catch (const std::overflow_error& error) {
-        TraceNamed(std::string(".KeyEdit failed: ") + error.what());
+    if (!Guarded(".KeyEdit", [&] { sequence.SetKeyString(std::move(sNewSeq)); }))
         return;
-    }
     SetDataChanged(true);
     ShowLayerInfo();
 }

@@ -5,8 +5,10 @@
 // with the control, written by a download, replaced by an upload.
 //
 // A download with LoadInKeyboard requests only what the keys with a sequence use of their slots,
-// and neither kind requests the descriptions: these are put into the image only. Where a keyboard
-// lacks MODULE_GUID, the requests and accesses of the identifier go to the address -1.
+// and neither kind requests the descriptions: these are put into the image only.
+//
+// Where a keyboard lacks MODULE_GUID, the requests and accesses of the identifier go to the address
+// -1. A host whose driver does not refuse that address keeps these accesses from it.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -117,6 +119,7 @@ private:
         std::string sequence, description, details, layerDesc;
     };
 
+    void DownloadIdentifier();
     void UploadFuncKeyDescription();
     void DownloadFuncKeyDescription(bool LoadInKeyboard);
     void KeyEdit();

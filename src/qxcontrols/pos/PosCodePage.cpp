@@ -32,6 +32,7 @@ Byte PosCodePage::GetByte(Integer nIndex) const {
 }
 
 bool PosCodePage::IsEqualPage(const PosCodePage* oPage) const {
+    Trace("PosCodePage.IsEqualPage");
     return oPage != nullptr && m_bytes == oPage->m_bytes;
 }
 

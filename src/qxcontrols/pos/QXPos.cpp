@@ -5,8 +5,6 @@
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 
-#include <stdexcept>
-
 namespace qx {
 
 namespace {
@@ -69,12 +67,8 @@ void QXPos::DataUpload(bool /*LoadInKeyboard*/) {
         TraceNamed(".DataUpload failed at " + Hex(base));
         return;
     }
-    try {
-        DecodePOSModuleBlock(data, m_posData);
-    } catch (const std::out_of_range& error) {
-        TraceNamed(std::string(".DataUpload ended: ") + error.what());
+    if (!Guarded(".DataUpload", [&] { DecodePOSModuleBlock(data, m_posData); }))
         return;
-    }
     m_posData.CalcDefinedBlockNum();
     ShowBlocks();
 }
@@ -84,13 +78,11 @@ void QXPos::DataDownload(bool /*LoadInKeyboard*/) {
     const Long base = BaseAddress(MODULE_POS);
     if (base == -1)
         return;
-    try {
+    Guarded(".DataDownload", [&] {
         const std::string data = EncodePOSModuleBlock(m_posData);
         if (!Keyboard()->WriteIntoMemory(data, base, kPOSModuleBlockSize))
             TraceNamed(".DataDownload failed at " + Hex(base));
-    } catch (const std::out_of_range& error) {
-        TraceNamed(std::string(".DataDownload not done: ") + error.what());
-    }
+    });
 }
 
 void QXPos::Translate() {

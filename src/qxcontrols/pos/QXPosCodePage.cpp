@@ -13,4 +13,9 @@ QXPosCodePage::~QXPosCodePage() {
     Trace("QXPosCodePage.UserControl_Terminate");
 }
 
+bool QXPosCodePage::PagesAreEqual() const {
+    Trace("QXPosCodePage.PagesAreEqual");
+    return m_keyboardPage.IsEqualPage(&m_filePage);
+}
+
 } // namespace qx

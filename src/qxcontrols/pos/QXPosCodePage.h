@@ -20,7 +20,7 @@ public:
     [[nodiscard]] PosCodePage& FilePage() { return m_filePage; }
     void SetFilePage(const PosCodePage& page) { m_filePage = page; }
 
-    [[nodiscard]] bool PagesAreEqual() const { return m_keyboardPage.IsEqualPage(&m_filePage); }
+    [[nodiscard]] bool PagesAreEqual() const;
 
 private:
     PosCodePage m_keyboardPage;

@@ -2,6 +2,7 @@
 
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/Trace.h"
+#include "qxcontrols/pos/POSKeyboard.h"
 
 #include <utility>
 
@@ -28,6 +29,8 @@ void SetTexts(PosButton& button, Integer nFontSize, bool fBold, std::string sCap
 
 QXPosDisplay::QXPosDisplay() {
     Trace("QXPosDisplay.UserControl_Initialize");
+    for (Integer key = POSKeyboard::kSlots + 1; key <= kMaxKey; ++key)
+        cmdPOS[static_cast<std::size_t>(key)].Visible = false;
 }
 
 QXPosDisplay::~QXPosDisplay() {
@@ -38,18 +41,22 @@ template <typename Change>
 void QXPosDisplay::ChangeKey(Integer nIndex, Change change) {
     if (!IsKey(nIndex))
         return;
-    change(cmdPOS[static_cast<std::size_t>(nIndex)]);
+    PosButton& button = cmdPOS[static_cast<std::size_t>(nIndex)];
+    button.Visible = true;
+    change(button);
     if (!m_painting)
         Refreshed.Raise();
 }
 
 void QXPosDisplay::SetKeyCaption(Integer nIndex, std::string sCaption, std::string sToolTip) {
+    Trace("QXPosDisplay.SetKeyCaption");
     ChangeKey(nIndex, [&](PosButton& button) {
         SetTexts(button, kOrdinaryFontSize, false, std::move(sCaption), std::move(sToolTip));
     });
 }
 
 void QXPosDisplay::SetAsUnused(Integer nIndex, Long lColor) {
+    Trace("QXPosDisplay.SetAsUnused");
     ChangeKey(nIndex, [&](PosButton& button) {
         SetTexts(button, kOrdinaryFontSize, false, {}, {});
         button.BackColor = lColor;
@@ -57,6 +64,7 @@ void QXPosDisplay::SetAsUnused(Integer nIndex, Long lColor) {
 }
 
 void QXPosDisplay::SetAsCurrentCaption(Integer nIndex, std::string sCaption, std::string sToolTip) {
+    Trace("QXPosDisplay.SetAsCurrentCaption");
     ChangeKey(nIndex, [&](PosButton& button) {
         SetTexts(button, kCurrentFontSize, true, std::move(sCaption), std::move(sToolTip));
         m_focus = nIndex;
@@ -64,14 +72,17 @@ void QXPosDisplay::SetAsCurrentCaption(Integer nIndex, std::string sCaption, std
 }
 
 void QXPosDisplay::SetKeyColor(Integer nIndex, Long lColor) {
+    Trace("QXPosDisplay.SetKeyColor");
     ChangeKey(nIndex, [&](PosButton& button) { button.BackColor = lColor; });
 }
 
 void QXPosDisplay::SetCursor(Integer nIndex) {
+    Trace("QXPosDisplay.SetCursor");
     ChangeKey(nIndex, [&](PosButton&) { m_focus = nIndex; });
 }
 
 bool QXPosDisplay::IsUsedKey(Integer nIndex) const {
+    Trace("QXPosDisplay.IsUsedKey");
     return IsKey(nIndex) && !Trim(cmdPOS[static_cast<std::size_t>(nIndex)].Caption).empty();
 }
 

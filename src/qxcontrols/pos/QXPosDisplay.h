@@ -1,8 +1,8 @@
 // QXPosDisplay: the grid of the POS keys.
 //
 // The grid keeps no model: its owner paints it key by key, and a key's caption is the only record
-// of whether the key is in use. Keys are numbered 1 to 150; the POS module has 1 to 105 of them.
-// Any other key index is passed over.
+// of whether the key is in use. Keys are numbered 1 to 150; the POS module has 1 to 105 of them,
+// and the others are visible once a call has named them. Any other key index is passed over.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"

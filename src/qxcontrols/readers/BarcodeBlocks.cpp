@@ -118,7 +118,7 @@ Byte Checked(Integer nNumber) {
 
 } // namespace
 
-void EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<void(Byte)>& put) {
+bool EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<bool(Byte)>& put) {
     std::string block(static_cast<std::size_t>(kBarcodeConfigSize), '\0');
     EncodeFixedBits(kFixed, block);
     EncodeBits(kFlags, block, [&](const PageFlag& flag) {
@@ -136,13 +136,16 @@ void EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<vo
         numbers[offset] = page.MinSize();
         numbers[offset + 1] = page.MaxSize();
     }
-    for (const Integer number : numbers)
-        put(Checked(number));
+    return std::all_of(numbers.begin(), numbers.end(),
+                       [&](Integer number) { return put(Checked(number)); });
 }
 
 std::string EncodeBarcodeConfig(const BarcodeSettings& settings) {
     std::string block;
-    EncodeBarcodeConfig(settings, [&](Byte byte) { block += static_cast<char>(byte); });
+    EncodeBarcodeConfig(settings, [&](Byte byte) {
+        block += static_cast<char>(byte);
+        return true;
+    });
     return block;
 }
 

@@ -18,8 +18,8 @@ inline constexpr Long kBarcodeConfigSize = 50;
 
 // The configuration block; the headers block is that of EncodeTrackSlots. Throws
 // std::overflow_error at a code length that is not one of 0 to 255; `put` has then been handed the
-// bytes before it.
-void EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<void(Byte)>& put);
+// bytes before it. The result is false when `put` has ended the block by giving false.
+bool EncodeBarcodeConfig(const BarcodeSettings& settings, const std::function<bool(Byte)>& put);
 [[nodiscard]] std::string EncodeBarcodeConfig(const BarcodeSettings& settings);
 
 // Whether the block has a bit for the page's flag.

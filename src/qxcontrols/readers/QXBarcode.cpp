@@ -19,6 +19,15 @@ constexpr std::string_view kInvalidAddresses = "INVALID ADDRESSES FOR BARCODE-CO
 constexpr Integer kFirstMovingKey = 33;
 constexpr Integer kLastMovingKey = 40;
 
+// The configuration block, and the stretches of it that are not looked at.
+void TraceConfig(std::string_view block) {
+    Trace("AnalyseBarcodeOptions, Len = " + std::to_string(block.size()));
+    Trace("HEX = " + HexBytes(block));
+    Trace("DUMMY = " + HexBytes(std::string(block.substr(4, 4)).append(block.substr(20, 4))));
+    Trace("VOTING " + HexBytes(block.substr(30, 6)));
+    Trace("LASER " + HexBytes(block.substr(36, 5)));
+}
+
 bool IsOneOfTwo(Integer Index) {
     return Index == 0 || Index == 1;
 }
@@ -137,15 +146,14 @@ void QXBarcode::DataUpload(bool /*LoadInKeyboard*/) {
         return;
 
     std::string block;
-    if (Keyboard()->ReadFromMemory(block, headersBase, kBarcodeHeadersSize)) {
-        TraceNamed(".DataUpload / HEADERS ok     at " + Hex(headersBase));
-        DecodeTrackSlots(block, m_settings.readers);
-    } else {
+    if (!Keyboard()->ReadFromMemory(block, headersBase, kBarcodeHeadersSize)) {
         TraceNamed(".DataUpload / HEADERS failed at " + Hex(headersBase));
+        return;
     }
+    TraceNamed(".DataUpload / HEADERS ok     at " + Hex(headersBase));
+    DecodeTrackSlots(block, m_settings.readers);
     if (Keyboard()->ReadFromMemory(block, configBase, kBarcodeConfigSize)) {
-        Trace("AnalyseBarcodeOptions, Len = " + std::to_string(block.size()));
-        Trace("HEX = " + HexBytes(block));
+        TraceConfig(block);
         DecodeBarcodeConfig(block, m_settings);
     } else {
         TraceNamed(".DataUpload failed at " + Hex(configBase));
@@ -163,21 +171,37 @@ void QXBarcode::DataDownload(bool /*LoadInKeyboard*/) {
         return;
     }
 
-    const std::string headers = EncodeTrackSlots(m_settings.readers);
-    const bool isWritten = Keyboard()->WriteIntoMemory(headers, headersBase, kBarcodeHeadersSize);
-    Trace("BLOCK SIZE = " + std::to_string(headers.size()));
-    TraceNamed((isWritten ? ".DataDownload ok     at " : ".DataDownload failed at ") +
-               Hex(headersBase));
+    Guarded(".DataDownload", [&] {
+        if (WriteHeaders(headersBase))
+            WriteConfig(configBase);
+    });
+}
 
+bool QXBarcode::WriteHeaders(Long lAddress) {
+    const std::string headers = EncodeTrackSlots(m_settings.readers);
+    const bool isWritten = Keyboard()->WriteIntoMemory(headers, lAddress, kBarcodeHeadersSize);
+    Trace("BLOCK SIZE = " + std::to_string(headers.size()));
+    Trace("BYTES  = " + HexBytes(headers));
+    TraceNamed((isWritten ? ".DataDownload ok     at " : ".DataDownload failed at ") +
+               Hex(lAddress));
+    return isWritten;
+}
+
+void QXBarcode::WriteConfig(Long lAddress) {
     std::string config;
-    EncodeBarcodeConfig(m_settings, [&](Byte byte) {
-        const Long address = configBase + static_cast<Long>(config.size());
-        if (!Keyboard()->WriteByteMemory(byte, address))
+    const bool isWritten = EncodeBarcodeConfig(m_settings, [&](Byte byte) {
+        const Long address = lAddress + static_cast<Long>(config.size());
+        if (!Keyboard()->WriteByteMemory(byte, address)) {
             TraceNamed(".DataDownload failed at " + Hex(address));
+            return false;
+        }
         config += static_cast<char>(byte);
+        return true;
     });
     Trace("OUTHEX = " + HexBytes(config));
     Trace("OUTLEN = " + std::to_string(config.size()));
+    if (isWritten)
+        TraceNamed(".DataDownload ok     at " + Hex(lAddress));
 }
 
 void QXBarcode::Translate() {
@@ -231,6 +255,8 @@ void QXBarcode::MoveSlider(Integer Index) {
     Slider& slider = slidRange[static_cast<std::size_t>(Index)];
     slider.Value = std::max(slider.Value, page.LimitMinSize());
     slider.Value = std::min(slider.Value, page.LimitMaxSize());
+    slider.Min = page.LimitMinSize();
+    slider.Max = page.LimitMaxSize();
 
     const bool isMaximum = Index == 1;
     const auto other = static_cast<Integer>(1 - Index);
@@ -266,12 +292,8 @@ void QXBarcode::cmdEdit_Click(Integer Index) {
     EditHeader.Raise(sCurrSeq, fCancelEdit, sNewSeq);
     if (fCancelEdit)
         return;
-    try {
-        sequence.SetKeyString(std::move(sNewSeq));
-    } catch (const std::overflow_error& error) {
-        TraceNamed(std::string(".cmdEdit_Click failed: ") + error.what());
+    if (!Guarded(".cmdEdit_Click", [&] { sequence.SetKeyString(std::move(sNewSeq)); }))
         return;
-    }
     SetDataChanged(true);
     ShowSequences();
     Refreshed.Raise();
@@ -338,7 +360,9 @@ void QXBarcode::ShowOptions() {
     }
     const std::array<Integer, 2> sizes{page.MinSize(), page.MaxSize()};
     for (std::size_t i = 0; i < sizes.size(); ++i) {
-        slidRange[i] = {page.LimitMinSize(), page.LimitMaxSize(), sizes[i], page.SupportsSizing()};
+        // Wide enough for a size outside the limits, so that moving the slider changes it.
+        slidRange[i] = {std::min(page.LimitMinSize(), sizes[i]),
+                        std::max(page.LimitMaxSize(), sizes[i]), sizes[i], page.SupportsSizing()};
         lblCurrSize[i] = {std::to_string(sizes[i]), page.SupportsSizing()};
         lblRange[i].Visible = page.SupportsSizing();
     }

@@ -72,8 +72,8 @@ public:
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
     void DataUpload(bool LoadInKeyboard) override;
-    // Throws std::overflow_error at a code length that is not one of 0 to 255; what comes before it
-    // in the blocks has then been written.
+    // Both end at the first access that the keyboard refuses; DataDownload also at a code length or
+    // a code that is not one of 0 to 255. What has been read or written by then stays.
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
     void AdjustControls() override;
@@ -84,7 +84,7 @@ public:
     // An option page.
     // Those in use are visible; what the keyboard does not store is disabled.
     std::array<CheckBox, BarcodeOptionPage::kFlags> chkBarOption;
-    std::array<Slider, 2> slidRange; // the least and the greatest length
+    std::array<Slider, 2> slidRange; // the least and the greatest length; once moved, in the limits
     std::array<Label, 2> lblRange;
     std::array<Label, 2> lblCurrSize;
     // A reader's page.
@@ -128,6 +128,8 @@ private:
     void ShowSequences();
     void MoveSlider(Integer Index);
     void QueueBlocks();
+    bool WriteHeaders(Long lAddress);
+    void WriteConfig(Long lAddress);
 
     BarcodeSettings m_settings;
     Integer m_page = BP_CommonSettings;

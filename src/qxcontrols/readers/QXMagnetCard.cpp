@@ -195,16 +195,20 @@ void QXMagnetCard::DataDownload(bool /*LoadInKeyboard*/) {
         return;
     }
 
+    Guarded(".DataDownload",
+            [&] { WriteBlocks(headersBase, configBase + kMagneticSwitchesOffset); });
+}
+
+void QXMagnetCard::WriteBlocks(Long lHeadersAddress, Long lSwitchesAddress) {
     const std::string headers = EncodeTrackSlots(m_settings.tracks);
-    if (Keyboard()->WriteIntoMemory(headers, headersBase, kMagneticHeadersSize))
+    if (Keyboard()->WriteIntoMemory(headers, lHeadersAddress, kMagneticHeadersSize))
         Trace("Length of block = " + std::to_string(headers.size()));
     else
-        Trace("QXMagnetcard / Written headers failed at " + Hex(headersBase));
+        Trace("QXMagnetcard / Written headers failed at " + Hex(lHeadersAddress));
 
     const std::string switches = EncodeMagneticSwitches(m_settings);
     Trace("Mag-Options " + HexBytes(switches));
-    if (!Keyboard()->WriteIntoMemory(switches, configBase + kMagneticSwitchesOffset,
-                                     kMagneticSwitchesSize))
+    if (!Keyboard()->WriteIntoMemory(switches, lSwitchesAddress, kMagneticSwitchesSize))
         Trace("QXMagnetCard / Config Write error");
 }
 
@@ -276,12 +280,8 @@ void QXMagnetCard::cmdCreate_Click(Integer Index) {
     event.Raise(static_cast<Integer>(nTrack + 1), sInSequence, fCancelAction, sOutSequence);
     if (fCancelAction)
         return;
-    try {
-        sequence.SetKeyString(std::move(sOutSequence));
-    } catch (const std::overflow_error& error) {
-        TraceNamed(std::string(".cmdCreate_Click failed: ") + error.what());
+    if (!Guarded(".cmdCreate_Click", [&] { sequence.SetKeyString(std::move(sOutSequence)); }))
         return;
-    }
     SetDataChanged(true);
     AdjustControlsForCurrentTrack();
     Refreshed.Raise();
@@ -358,6 +358,8 @@ void QXMagnetCard::AdjustControlsForGivenTrack(Integer nTrack) {
     for (auto* buttons : {&cmdCreate, &cmdRemove})
         for (Button& button : *buttons)
             button.Enabled = isListed;
+    for (Label* label : {&lblCurrHeader, &lblCurrTerminator})
+        label->Enabled = isListed;
     ShowSequences();
 }
 

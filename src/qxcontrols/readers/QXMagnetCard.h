@@ -5,6 +5,10 @@
 // track; its list shows those that the keyboard has. The list is filled by RescanTracks, which runs
 // when a keyboard is assigned and is to be called when that is identified anew. It opens no editor:
 // to change a sequence it asks its host.
+//
+// DataUpload does not check that the keyboard has both modules: without one it reads at the address
+// -1, or a few bytes above it. A host whose driver does not refuse these addresses uploads this
+// control only when GetBaseAddressForModule finds both.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -72,7 +76,6 @@ public:
     void DefaultValues() override;
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
-    // Reads at the base address of each module, also at that of one that the keyboard lacks (-1).
     void DataUpload(bool LoadInKeyboard) override;
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
@@ -103,7 +106,7 @@ public:
     void chkUseThisTerminator_Click();
     void cmdCreate_Click(Integer Index);
     void cmdRemove_Click(Integer Index);
-    void lblCurrHeader_KeyPress(); // any key
+    void lblCurrHeader_KeyPress(); // any key; a view takes none on a disabled label
     void lblCurrTerminator_KeyPress();
     void chkShowDetails_Click();
 
@@ -127,6 +130,7 @@ private:
     void Store(bool isOn, bool wasOn, void (MagneticTrack::*set)(bool));
     void AskAndEdit(Integer Index);
     void QueueBlocks();
+    void WriteBlocks(Long lHeadersAddress, Long lSwitchesAddress);
     [[nodiscard]] std::optional<std::string> ReadBlock(Long lAddress, Long lSize);
 
     MagneticSettings m_settings;
