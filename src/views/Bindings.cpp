@@ -29,6 +29,7 @@ void Bindings::Bind(QLabel* widget, const QString& name, const Label& child) {
     OnShow([widget, &child] {
         widget->setText(ToQt(child.Caption));
         widget->setVisible(child.Visible);
+        widget->setEnabled(child.Enabled);
     });
 }
 

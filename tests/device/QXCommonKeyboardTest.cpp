@@ -24,6 +24,11 @@ BlockRow CommonKeyboardRow() {
     row.describe = [](const ModuleControl& control) {
         return std::to_string(dynamic_cast<const QXCommonKeyboard&>(control).OutputDelay());
     };
+    row.show = [](const ModuleControl& control) {
+        const auto& shown = dynamic_cast<const QXCommonKeyboard&>(control);
+        return std::to_string(shown.slidOutputDelay.Value) + "=" + shown.lblCurrOutputDelay.Caption;
+    };
+    row.shown = "200=200";
     return row;
 }
 

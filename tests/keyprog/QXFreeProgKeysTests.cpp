@@ -36,7 +36,7 @@ std::shared_ptr<QXKeyboardLayoutData> LayoutWith(std::set<Long> programmable) {
 }
 
 BlockRow FreeProgKeysRow(std::string name, KeyboardModuleIDs module, std::vector<Integer> order,
-                         std::string golden) {
+                         std::string golden, std::string shown) {
     BlockRow row;
     row.name = std::move(name);
     row.directory = {{module, 4096}};
@@ -67,6 +67,16 @@ BlockRow FreeProgKeysRow(std::string name, KeyboardModuleIDs module, std::vector
                 static_cast<const QXFreeProgKeys&>(control).Sequences().Key(key).KeyString() + ";";
         return text;
     };
+    row.show = [](const ModuleControl& control) {
+        std::string text;
+        for (Integer key = 0; key <= 140; ++key)
+            if (static_cast<const QXFreeProgKeys&>(control)
+                    .layoutDisplay.cmdKey[static_cast<std::size_t>(key)]
+                    .Programmed)
+                text += std::to_string(key) + " ";
+        return text;
+    };
+    row.shown = std::move(shown);
     return row;
 }
 
@@ -75,10 +85,12 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(FreeProgKeysRow("CommonOrder", MODULE_FREEPROGRAMMABLE_KEYS,
                                     {1, 65, 66, 74, 75, 126, 127, 140},
                                     "01 00*31  41 00*31  00*32  4A 00*31"
-                                    "  4B 00*31  7E 00*31  7F 00*31  8C 00*31"),
+                                    "  4B 00*31  7E 00*31  7F 00*31  8C 00*31",
+                                    "1 65 74 75 126 127 140 "),
                     FreeProgKeysRow("OrderOfThe4620", MODULE_FUNCKEYS_X1_4620, {66, 74, 75, 126},
                                     "4B 00*31  7E 00*31  00*32  4A 00*31"
-                                    "  20*128")), // keys 1, 65, 127, 140 count, but have no place
+                                    "  20*128", // keys 1, 65, 127, 140 count, but have no place
+                                    "74 75 126 ")),
     RowName);
 
 class FreeProgKeysTest : public testing::Test {

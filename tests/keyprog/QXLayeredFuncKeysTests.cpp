@@ -63,6 +63,15 @@ BlockRow LayeredRow() {
         });
         return text;
     };
+    row.show = [](const ModuleControl& control) {
+        const auto& keys = static_cast<const QXLayeredFuncKeys&>(control);
+        std::string text = keys.lblLayerID.Caption + ":";
+        for (std::size_t key = 0; key < keys.cmdFuncKey.size(); ++key)
+            if (keys.cmdFuncKey[key].Programmed)
+                text += " " + std::to_string(key);
+        return text;
+    };
+    row.shown = "0: 0 23";
     return row;
 }
 

@@ -77,6 +77,17 @@ BlockRow PosRow() {
     row.describe = [](const ModuleControl& control) {
         return Describe(static_cast<const QXPos&>(control).PosData());
     };
+    row.show = [](const ModuleControl& control) {
+        const auto& pos = static_cast<const QXPos&>(control);
+        std::string text;
+        for (Integer key = 1; key <= QXPosDisplay::kMaxKey; ++key)
+            if (pos.posDisplay.IsUsedKey(key))
+                text += std::to_string(key) + "=" +
+                        pos.posDisplay.cmdPOS[static_cast<std::size_t>(key)].Caption + " ";
+        return text + "of " + pos.lblBlockNum.Caption;
+    };
+    // Single keys are numbered behind the groups: 1, then 3, of which each raises the next.
+    row.shown = "3=1 5=1 7=4 10=1 20=3 21=3 of 3";
     return row;
 }
 
@@ -228,6 +239,8 @@ TEST(QXPosDisplay, PaintsTheKeysThatItHas) {
     }
     EXPECT_EQ(clicked, std::vector<Integer>{150});
     EXPECT_EQ(display.Focus(), 150);
+    EXPECT_TRUE(display.cmdPOS[105].Visible && last.Visible); // named, unlike the others
+    EXPECT_FALSE(display.cmdPOS[106].Visible || display.cmdPOS[149].Visible);
     EXPECT_EQ(last.FontSize, 10);
     display.SetKeyCaption(150, "  ", "");
     EXPECT_EQ(last.FontSize, 8);

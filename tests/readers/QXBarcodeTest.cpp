@@ -63,6 +63,40 @@ TEST_F(QXBarcodeTest, ShowsEitherOptionsOrAReader) {
     EXPECT_THROW(control.SetListEntry(21, ""), std::out_of_range);
 }
 
+TEST_F(QXBarcodeTest, EveryTextHasItsPlace) {
+    control.SetListCaption("list");
+    control.SetShowDetails("details");
+    control.SetMinSizeCaption("least");
+    control.SetMaxSizeCaption("most");
+    control.SetReader1Msg("first");
+    control.SetReader2Msg("second");
+    control.SetButtonEdit({"edit", "tip 1"});
+    control.SetButtonRemove({"remove", "tip 2"});
+    OptionBool header, terminator;
+    header.SetCaption("header");
+    terminator.SetCaption("terminator");
+    control.SetOptionHeader(header);
+    control.SetOptionTerminator(terminator);
+    for (Integer entry = 0; entry <= 20; ++entry)
+        control.SetListEntry(entry, "page " + std::to_string(entry));
+    ASSERT_EQ(control.lstPrefGroup.Items.size(), 16U);
+    for (std::size_t page = 0; page < 16; ++page)
+        EXPECT_EQ(control.lstPrefGroup.Items[page], "page " + std::to_string(page));
+    EXPECT_EQ(control.lblList.Caption + ", " + control.chkShowDetails.Caption + ", " +
+                  control.lblRange[0].Caption + ", " + control.lblRange[1].Caption,
+              "list, details, least, most");
+    for (const auto& [page, hint] : {std::pair{BP_Reader_2, "second"}, {BP_Reader_1, "first"}}) {
+        Open(page);
+        EXPECT_EQ(control.lblHint.Caption, hint);
+    }
+    for (std::size_t i : {0U, 1U}) {
+        EXPECT_EQ(control.cmdEdit[i].Caption + control.cmdEdit[i].ToolTip, "edittip 1");
+        EXPECT_EQ(control.cmdRemove[i].Caption + control.cmdRemove[i].ToolTip, "removetip 2");
+    }
+    EXPECT_EQ(control.chkReader[0].Caption + ", " + control.chkReader[1].Caption,
+              "header, terminator");
+}
+
 TEST_F(QXBarcodeTest, EditsHeaderAndTerminatorThroughTheSameEvent) {
     SetCodes(control.Reader(1).Header(), {30});
     SetCodes(control.Reader(1).Terminator(), {28});

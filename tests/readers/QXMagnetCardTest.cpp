@@ -118,6 +118,53 @@ TEST_F(QXMagnetCardTest, AKeyOnASequenceEditsItWhenTheHostAgrees) {
     EXPECT_EQ(edited, "header terminator ");
 }
 
+TEST_F(QXMagnetCardTest, EveryTextAndOptionHasItsPlace) {
+    control.Captions().SetTracks("tracks");
+    control.Captions().SetCommonPrefs("common");
+    control.Captions().SetTrackPreferences("track");
+    control.Captions().SetHeaderAndTerminator("sequences");
+    control.Captions().SetUseThisTrack("use");
+    control.Captions().SetUseThisHeader("use header");
+    control.Captions().SetUseThisTerminator("use terminator");
+    control.Captions().SetCreateHeader({"create header", "tip 1"});
+    control.Captions().SetCreateTerminator({"create terminator", "tip 2"});
+    control.Captions().SetRemoveHeader({"remove header", "tip 3"});
+    control.Captions().SetRemoveTerminator({"remove terminator", "tip 4"});
+    control.ReaderOptions().VerifyLRC().SetCaption("LRC");
+    control.ReaderOptions().VerifyLastChar().SetCaption("last");
+    control.ReaderOptions().SendImmediate().SetCaption("immediate");
+    control.Translate();
+    EXPECT_EQ(control.lblTracks.Caption + ", " + control.lblCommonPrefs.Caption + ", " +
+                  control.lblTrackPreferences.Caption + ", " +
+                  control.lblHeaderAndTerminator.Caption,
+              "tracks, common, track, sequences");
+    EXPECT_EQ(control.chkEnableCurrentTrack.Caption + ", " + control.chkUseThisHeader.Caption +
+                  ", " + control.chkUseThisTerminator.Caption,
+              "use, use header, use terminator");
+    EXPECT_EQ(control.cmdCreate[0].Caption + control.cmdCreate[0].ToolTip +
+                  control.cmdCreate[1].Caption + control.cmdCreate[1].ToolTip,
+              "create headertip 1create terminatortip 2");
+    EXPECT_EQ(control.cmdRemove[0].Caption + control.cmdRemove[0].ToolTip +
+                  control.cmdRemove[1].Caption + control.cmdRemove[1].ToolTip,
+              "remove headertip 3remove terminatortip 4");
+
+    const auto options = [&] {
+        const MagneticOptions& all = control.ReaderOptions();
+        return std::array{all.VerifyLRC().Value(), all.VerifyLastChar().Value(),
+                          all.SendImmediate().Value()};
+    };
+    const std::string names[] = {"LRC", "last", "immediate"};
+    for (Integer index = 0; index < 3; ++index) {
+        const auto at = static_cast<std::size_t>(index);
+        control.DefaultValues();
+        control.chkMagneticOptions[at].Value = 0;
+        control.chkMagneticOptions_Click(index);
+        EXPECT_EQ(control.chkMagneticOptions[at].Caption, names[at]);
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_EQ(options()[i], i != at) << index;
+    }
+}
+
 TEST_F(QXMagnetCardTest, StoresSwitchesOnlyWhenTheyChange) {
     control.chkEnableCurrentTrack_Click();
     control.chkMagneticOptions_Click(2);

@@ -91,6 +91,17 @@ BlockRow MagneticRow() {
             {control.Track1(), control.Track2(), control.Track3(), control.Track4()}};
         return EncodeTrackSlots(settings.tracks) + EncodeMagneticSwitches(settings);
     };
+    row.show = [](const ModuleControl& described) {
+        const auto& control = dynamic_cast<const QXMagnetCard&>(described);
+        std::string text;
+        for (const CheckBox& option : control.chkMagneticOptions)
+            text += std::to_string(option.Value);
+        for (const CheckBox* box : {&control.chkEnableCurrentTrack, &control.chkUseThisHeader,
+                                    &control.chkUseThisTerminator})
+            text += " " + std::to_string(box->Value);
+        return text + " " + control.lblCurrHeader.Caption + "/" + control.lblCurrTerminator.Caption;
+    };
+    row.shown = "100 0 1 0 30 158/"; // LRC; track 1
     return row;
 }
 
@@ -195,6 +206,13 @@ BlockRow BarcodeRow() {
         settings.readers = {control.Reader(1), control.Reader(2)};
         return EncodeTrackSlots(settings.readers) + EncodeBarcodeConfig(settings);
     };
+    row.show = [](const ModuleControl& described) {
+        std::string text;
+        for (const CheckBox& box : dynamic_cast<const QXBarcode&>(described).chkBarOption)
+            text += std::to_string(box.Value);
+        return text;
+    };
+    row.shown = "1111100000"; // the common settings
     return row;
 }
 

@@ -13,6 +13,8 @@ TEST_P(BlockRoundTrip, GoldenBytesAreWrittenAndReadBack) {
     const auto read = Make();
     ASSERT_EQ(keyboard.Upload(*read), 0);
     EXPECT_EQ(Describe(*read), Describe(*written));
+    EXPECT_EQ(GetParam().show(*read), GetParam().shown);
+    EXPECT_FALSE(read->DataChanged());
 }
 
 TEST_P(BlockRoundTrip, RandomSettingsComeBack) {

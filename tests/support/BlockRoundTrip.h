@@ -32,6 +32,9 @@ struct BlockRow {
     std::function<void(ModuleControl&, std::mt19937&)> randomise;
     // The settings that the block stores, as text, for comparison.
     std::function<std::string(const ModuleControl&)> describe;
+    // What the control's child controls show, and what that is once `golden` has been uploaded.
+    std::function<std::string(const ModuleControl&)> show;
+    std::string shown;
 };
 
 class BlockRoundTrip : public testing::TestWithParam<BlockRow> {
