@@ -3,6 +3,7 @@
 #include "app/ControlTexts.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
+#include "host/KeptCodes.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
@@ -13,7 +14,10 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
+#include <QStringList>
+
 #include <algorithm>
+#include <utility>
 
 namespace qx::app {
 
@@ -84,7 +88,24 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
     } catch (const host::Error& error) {
         m_screen.tell(ErrorText(error));
     }
+    if (isEdited)
+        KeepCodes(sNewSeq);
     return isEdited;
+}
+
+void EditRequests::KeepCodes(std::string& sSequence) {
+    constexpr std::size_t kMostNamed = 5;
+    host::KeptCodes kept = host::KeepCodes(sSequence);
+    sSequence = std::move(kept.keyString);
+    if (kept.leftOut.empty())
+        return;
+    QStringList codes;
+    for (const Integer code : kept.leftOut)
+        codes.append(QString::number(code));
+    if (kept.leftOut.size() > kMostNamed)
+        codes = codes.first(kMostNamed) << QStringLiteral("…");
+    m_screen.tell(tr("Left out, because no keyboard can store them: the codes %1")
+                      .arg(codes.join(QLatin1String(", "))));
 }
 
 // A key pressed on a sequence's label opens the editor for those who prefer it.

@@ -52,6 +52,8 @@ private:
     // The new sequence in sNewSeq unless the user cancels.
     [[nodiscard]] bool Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                             Integer nMaxLength);
+    // Takes codes that no keyboard can store out of a recorded sequence, with a notice.
+    void KeepCodes(std::string& sSequence);
     void AnswerAdvanceEdit(Event<bool&>& event);
     void Answer(QXMagnetCard& control);
     void Answer(QXBarcode& control);

@@ -38,7 +38,8 @@ bool SamePlace(const KeyCap& a, const KeyCap& b) {
 // Whether the same texts are drawn on both caps, which are at the same place.
 bool SameTexts(const KeyCap& a, const KeyCap& b) {
     return a.caption == b.caption && a.legend == b.legend && a.color == b.color &&
-           a.state == b.state && a.isCurrent == b.isCurrent && a.isBold == b.isBold;
+           a.state == b.state && a.isCurrent == b.isCurrent && a.isBold == b.isBold &&
+           a.textScale == b.textScale;
 }
 
 } // namespace
@@ -52,6 +53,7 @@ KeyGrid::KeyGrid(QWidget* parent) : QWidget(parent) {
 }
 
 void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
+    std::erase_if(caps, [](const KeyCap& cap) { return cap.place.isEmpty(); });
     const std::vector<KeyCap> old = std::exchange(m_caps, std::move(caps));
     if (Row(m_focusKey) < 0)
         m_focusKey = -1;
@@ -132,18 +134,26 @@ int KeyGrid::RowToward(Qt::Key arrow) const {
     return best;
 }
 
-void KeyGrid::FocusRow(int row) {
-    if (row >= 0 && row < static_cast<int>(m_caps.size()))
-        SetFocusKey(m_caps[static_cast<std::size_t>(row)].index);
+void KeyGrid::Reach(int index) {
+    SetFocusKey(index);
+    if (m_focusKey >= 0)
+        emit KeyReached(m_focusKey);
 }
 
-void KeyGrid::Pick(int index) {
+void KeyGrid::ReachRow(int row) {
+    if (row >= 0 && row < static_cast<int>(m_caps.size()))
+        Reach(m_caps[static_cast<std::size_t>(row)].index);
+}
+
+void KeyGrid::Pick(int index, bool withControl) {
     const int row = Row(index);
     if (row < 0 || !isEnabled())
         return;
     SetFocusKey(index);
     if (m_caps[static_cast<std::size_t>(row)].isEnabled)
-        emit KeyPicked(index);
+        emit KeyPicked(index, withControl);
+    else // why not
+        ShowToolTip(KeyRect(index).center(), mapToGlobal(KeyRect(index).center()));
 }
 
 // Sizes and places.
@@ -272,17 +282,21 @@ bool KeyGrid::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    const int row = Row(KeyAt(help->pos()));
+    if (!ShowToolTip(help->pos(), help->globalPos()))
+        event->ignore();
+    return true;
+}
+
+bool KeyGrid::ShowToolTip(const QPoint& at, const QPoint& globalAt) {
+    const int row = Row(KeyAt(at));
     QString text = row < 0 ? QString() : m_caps[static_cast<std::size_t>(row)].toolTip;
     if (text.isEmpty()) {
         QToolTip::hideText();
-        event->ignore();
-        return true;
+        return false;
     }
-    if (Qt::mightBeRichText(text)) // keys have names such as "<>"
+    if (Qt::mightBeRichText(text)) // keys have names such as "<"
         text = Qt::convertFromPlainText(text);
-    QToolTip::showText(help->globalPos(), text, this,
-                       KeyRect(m_caps[static_cast<std::size_t>(row)].index));
+    QToolTip::showText(globalAt, text, this, KeyRect(m_caps[static_cast<std::size_t>(row)].index));
     return true;
 }
 
@@ -290,7 +304,11 @@ void KeyGrid::focusInEvent(QFocusEvent* event) {
     if (m_focusKey < 0) {
         const auto current = std::find_if(m_caps.begin(), m_caps.end(),
                                           [](const KeyCap& cap) { return cap.isCurrent; });
-        FocusRow(current == m_caps.end() ? 0 : static_cast<int>(current - m_caps.begin()));
+        const Qt::FocusReason reason = event->reason();
+        if (current != m_caps.end())
+            SetFocusKey(current->index);
+        else if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+            ReachRow(0);
     }
     TellFocusKey(this);
     UpdateKey(m_focusKey);
@@ -316,7 +334,6 @@ void KeyGrid::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || index < 0)
         return QWidget::mousePressEvent(event);
     m_pressedKey = index;
-    SetFocusKey(index);
     UpdateKey(index);
 }
 
@@ -326,36 +343,47 @@ void KeyGrid::mouseReleaseEvent(QMouseEvent* event) {
         return QWidget::mouseReleaseEvent(event);
     UpdateKey(pressed);
     if (KeyAt(event->pos()) == pressed)
-        Pick(pressed);
+        Pick(pressed, event->modifiers().testFlag(Qt::ControlModifier));
+}
+
+void KeyGrid::MoveToward(Qt::Key arrow, bool reaches) {
+    const int row = RowToward(arrow);
+    if (row < 0)
+        return;
+    const QPointF goal = m_goal;
+    const bool hadFocus = m_focusKey >= 0;
+    const KeyCap& cap = m_caps[static_cast<std::size_t>(row)];
+    const QRectF place = cap.place;
+    if (reaches)
+        Reach(cap.index);
+    else
+        SetFocusKey(cap.index);
+    if (!hadFocus)
+        return;
+    if (arrow == Qt::Key_Left || arrow == Qt::Key_Right) // keep to the row or the column
+        m_goal.setY(std::clamp(goal.y(), place.top(), place.bottom()));
+    else
+        m_goal.setX(std::clamp(goal.x(), place.left(), place.right()));
 }
 
 void KeyGrid::keyPressEvent(QKeyEvent* event) {
     const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
-    if (modifiers != Qt::NoModifier)
-        return QWidget::keyPressEvent(event);
     const int key = event->key();
-    if (IsArrow(key)) {
-        const int row = RowToward(static_cast<Qt::Key>(key));
-        const QPointF goal = m_goal;
-        const bool hadFocus = m_focusKey >= 0;
-        FocusRow(row);
-        const int reached = Row(m_focusKey);
-        if (row >= 0 && hadFocus && reached >= 0) { // keep to the row or the column
-            const QRectF place = m_caps[static_cast<std::size_t>(reached)].place;
-            if (key == Qt::Key_Left || key == Qt::Key_Right)
-                m_goal.setY(std::clamp(goal.y(), place.top(), place.bottom()));
-            else
-                m_goal.setX(std::clamp(goal.x(), place.left(), place.right()));
-        }
-    } else if (key == Qt::Key_Home) {
-        FocusRow(0);
-    } else if (key == Qt::Key_End) {
-        FocusRow(static_cast<int>(m_caps.size()) - 1);
-    } else if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
-        Pick(m_focusKey);
-    } else {
+    const bool withControl = modifiers == Qt::ControlModifier && m_controlMoves;
+    if (IsArrow(key) && (modifiers == Qt::NoModifier || withControl))
+        MoveToward(static_cast<Qt::Key>(key), !withControl);
+    else if (key == Qt::Key_Space && withControl)
+        Pick(m_focusKey, true);
+    else if (modifiers != Qt::NoModifier)
         QWidget::keyPressEvent(event);
-    }
+    else if (key == Qt::Key_Home)
+        ReachRow(0);
+    else if (key == Qt::Key_End)
+        ReachRow(static_cast<int>(m_caps.size()) - 1);
+    else if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
+        Pick(m_focusKey);
+    else
+        QWidget::keyPressEvent(event);
 }
 
 } // namespace qx::views

@@ -1,7 +1,8 @@
 // KeyGrid: a keyboard on the screen, drawn as one widget.
 //
 // Its owner hands in the key caps; the grid scales them to fit, draws them crisply at every scale,
-// and tells which key the user picks, by the pointer or by the keyboard. Programmed, empty, current
+// and tells which key the user reaches with the arrow keys and which the user picks, by the pointer
+// or by the keyboard. Programmed, empty, current
 // and unused keys differ by colour and by a mark, for those who see no colours. Every shown key is
 // an accessible object with a name.
 #pragma once
@@ -23,11 +24,15 @@ class KeyGrid : public QWidget {
 public:
     explicit KeyGrid(QWidget* parent = nullptr);
 
-    // The keys, in reading order. The focus stays on its key where that is still there.
+    // The keys, in reading order; those without a place on the screen are left out. The focus stays
+    // on its key where that is still there.
     void SetKeys(std::vector<KeyCap> caps);
     [[nodiscard]] const std::vector<KeyCap>& Keys() const { return m_caps; }
     [[nodiscard]] bool HasKey(int index) const { return Row(index) >= 0; }
     void SetPointSize(int points);
+    // Whether the arrow keys with Control move the focus without reaching a key, and the space bar
+    // with Control picks one. Else these keys are left to others.
+    void SetControlMoves(bool moves) { m_controlMoves = moves; }
 
     // What the keys are called in the owner's program: with "cmdKey", key 30 is "cmdKey_30".
     void SetKeyName(const char* name) { m_keyName = name; }
@@ -42,13 +47,17 @@ public:
     [[nodiscard]] int KeyAt(const QPoint& point) const; // -1 for none
     // As if the user had picked the key, which thereby has the focus; disabled keys cannot be
     // picked.
-    void Pick(int index);
+    void Pick(int index, bool withControl = false);
+    // As if the user had moved to the key, which thereby has the focus.
+    void Reach(int index);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 signals:
-    void KeyPicked(int index);
+    void KeyPicked(int index, bool withControl);
+    // The user has moved to the key without picking it.
+    void KeyReached(int index);
     // The user or SetFocusKey has moved the focus to another key.
     void FocusKeyChanged(int index);
 
@@ -80,7 +89,9 @@ private:
     const QPixmap& BodyImage(const KeyCap& cap, const QSizeF& size);
     [[nodiscard]] int Row(int index) const; // in m_caps; -1 for none
     [[nodiscard]] int RowToward(Qt::Key arrow) const;
-    void FocusRow(int row);
+    void ReachRow(int row);
+    void MoveToward(Qt::Key arrow, bool reaches);
+    bool ShowToolTip(const QPoint& at, const QPoint& globalAt);
     void UpdateKey(int index);
     void Hover(int index);
 
@@ -94,6 +105,7 @@ private:
     int m_focusKey = -1;
     int m_pressedKey = -1;
     int m_hoveredKey = -1;
+    bool m_controlMoves = false;
     QPointF m_goal; // the column and the row that arrow keys keep to, in the owner's unit
 };
 

@@ -95,7 +95,7 @@ public:
             m_grid->Pick(m_index);
         } else if (name == setFocusAction()) {
             m_grid->setFocus();
-            m_grid->SetFocusKey(m_index);
+            m_grid->Reach(m_index);
         }
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override {

@@ -25,12 +25,11 @@ constexpr double kRing = 0.075;
 constexpr double kMark = 0.22;
 constexpr double kTextMargin = 0.025;
 
-constexpr double kLeastTextScale =
-    0.6; // a caption that does not fit is shrunk down to this, then cut
+constexpr double kLeastTextScale = 0.6; // smaller than that only where a text would be cut else
 constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
-constexpr double kLineHeight = 1.2;     // in parts of the font's size
 constexpr double kLegendScale = 0.7;
-constexpr double kLeastTextSize = 6.5; // pixels
+constexpr double kLeastTextSize = 6.5; // pixels, at natural size
+constexpr int kLeastPixels = 6;        // of any text
 
 QPalette::ColorRole SystemColorRole(std::uint32_t index) {
     using P = QPalette;
@@ -144,10 +143,6 @@ double Advance(const QFont& font, const QString& text) {
     return QFontMetricsF(font).horizontalAdvance(text);
 }
 
-void SetSize(QFont& font, double pixels) {
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
-}
-
 bool IsBreak(const QString& text, qsizetype at) {
     const bool isNewWord = text[at - 1].isLower() && !text[at].isLower(); // as in "NumLock"
     return text[at] == u' ' || isNewWord;
@@ -170,33 +165,76 @@ QStringList InTwoLines(const QString& text, const QFont& font) {
     return best;
 }
 
-// The largest size, at most `size`, in which the lines fit into the area; the font has that size.
-double FittingSize(const QStringList& lines, const QFont& font, double size, const QSizeF& area) {
-    double widest = 1;
-    for (const QString& line : lines)
-        widest = std::max(widest, Advance(font, line));
-    const double high = area.height() / (kLineHeight * static_cast<double>(lines.size()));
-    const double fitting = std::min(size * area.width() / widest, high);
-    return fitting < size ? std::floor(fitting) : size; // fonts have whole pixels
+// Whether the lines fit into the area in a font of that size. Fonts without subpixel positions do
+// not scale evenly, so each size is measured.
+bool Fits(const QStringList& lines, QFont font, int pixels, const QSizeF& area) {
+    font.setPixelSize(pixels);
+    const QFontMetricsF metrics(font);
+    return metrics.height() * static_cast<double>(lines.size()) <= area.height() &&
+           std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
+               return metrics.horizontalAdvance(line) <= area.width();
+           });
 }
 
-// Appends the text to `texts`, in the font's size or smaller and in two lines if it must be, cut if
-// that does not help.
-void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
-                   const QRectF& area, Qt::Alignment align, const QColor& color) {
-    SetSize(font, size);
-    const double least = std::max(size * kLeastTextScale, kLeastTextSize);
+// The largest size from `least` to `most` in which the lines fit into the area; 0: none.
+int FittingPixels(const QStringList& lines, const QFont& font, int least, int most,
+                  const QSizeF& area) {
+    for (int pixels = most; pixels >= least; --pixels)
+        if (Fits(lines, font, pixels, area))
+            return pixels;
+    return 0;
+}
+
+// The text in as many lines as the area is high, broken at blanks where the lines are full; the
+// last line has all the rest.
+QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) {
+    const QFontMetricsF metrics(font);
+    const auto most = std::max(1, static_cast<int>(area.height() / metrics.height()));
+    QStringList lines;
+    QString rest = text;
+    while (static_cast<int>(lines.size()) + 1 < most) {
+        qsizetype end = 0;
+        for (qsizetype at = 1; at < rest.size(); ++at)
+            if (rest[at] == u' ' && metrics.horizontalAdvance(rest.left(at)) <= area.width())
+                end = at;
+        if (end == 0 || metrics.horizontalAdvance(rest) <= area.width())
+            break;
+        lines.append(rest.left(end).trimmed());
+        rest = rest.mid(end).trimmed();
+    }
+    lines.append(rest);
+    return lines;
+}
+
+// The text's lines in the font's size or smaller; the font gets that size. What does not fit even
+// so is cut by the caller.
+QStringList FittingLines(const QString& text, QFont& font, double size, const QSizeF& area) {
+    const int most = std::max(kLeastPixels, static_cast<int>(std::lround(size)));
+    const int least = std::max(kLeastPixels, static_cast<int>(std::lround(most * kLeastTextScale)));
     QStringList lines{text};
-    double fitting = FittingSize(lines, font, size, area.size());
-    if (fitting < size * kLeastLineScale || fitting < least) {
+    int pixels = FittingPixels(lines, font, least, most, area);
+    if (pixels < most * kLeastLineScale) {
+        font.setPixelSize(most);
         const QStringList two = InTwoLines(text, font);
-        const double inTwo = FittingSize(two, font, size, area.size());
-        if (inTwo > fitting && area.height() >= 2 * kLineHeight * std::max(inTwo, least)) {
+        int inTwo = FittingPixels(two, font, least, most, area);
+        if (pixels == 0 && inTwo == 0) {
+            pixels = FittingPixels(lines, font, kLeastPixels, least, area);
+            inTwo = FittingPixels(two, font, kLeastPixels, least, area);
+        }
+        if (inTwo > pixels) {
             lines = two;
-            fitting = inTwo;
+            pixels = inTwo;
         }
     }
-    SetSize(font, std::max(least, fitting));
+    font.setPixelSize(pixels == 0 ? least : pixels);
+    return pixels == 0 ? Wrapped(text, font, area) : lines;
+}
+
+// Appends the text to `texts`, in the font's size or smaller and in several lines if it must be,
+// cut at its end if that does not help.
+void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
+                   const QRectF& area, Qt::Alignment align, const QColor& color) {
+    const QStringList lines = FittingLines(text, font, size, area.size());
     const QFontMetricsF metrics(font);
     const double height = metrics.height() * static_cast<double>(lines.size());
     double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
@@ -305,7 +343,8 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
         below.setTop(area.bottom());
     }
     if (!cap.caption.isEmpty())
-        AppendFitting(texts, cap.caption, font, size, below, Qt::AlignCenter, color);
+        AppendFitting(texts, cap.caption, font, size * cap.textScale, below, Qt::AlignCenter,
+                      color);
     return texts;
 }
 

@@ -32,6 +32,7 @@ struct KeyCap {
     bool isCurrent = false;
     bool isEnabled = true; // can be picked
     bool isBold = false;
+    double textScale = 1; // of the caption, beside those of the other caps
 };
 
 // A colour of the preferences, 0x00BBGGRR or, with the top bit set, a system colour's index.

@@ -22,12 +22,9 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
     m_bindings.Bind(sequence, QStringLiteral("lblCurrSeq"), control.lblCurrSeq);
     m_bindings.Bind(details, QStringLiteral("chkShowDetails"), control.chkShowDetails,
                     [&control] { control.chkShowDetails_Click(); });
-    m_bindings.OnShow([caption, sequence] {
-        sequence->setAccessibleName(caption->text() + u' ' + sequence->text());
-    });
+    m_bindings.OnShow([caption, sequence] { sequence->ShowAccessibleName(caption->text()); });
     connect(sequence, &SequenceLabel::KeyPress, this,
             [&control] { control.lblCurrSeq_KeyPress(); });
-    connect(sequence, &SequenceLabel::Clicked, this, [&control] { control.lblCurrSeq_KeyPress(); });
 
     auto* sequenceRow = new QHBoxLayout;
     sequenceRow->addWidget(caption);

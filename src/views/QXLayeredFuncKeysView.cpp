@@ -26,6 +26,10 @@ QXLayeredFuncKeysView::QXLayeredFuncKeysView(QXLayeredFuncKeys& control, QWidget
     m_grid->SetKeyName("cmdFuncKey");
     connect(m_grid, &KeyGrid::KeyPicked, this,
             [this](int index) { m_control.cmdFuncKey_Click(static_cast<Integer>(index)); });
+    connect(m_grid, &KeyGrid::KeyReached, this, [this](int index) { // the focus is on the current
+        if (index != m_control.CurrentKey())
+            m_control.cmdFuncKey_Click(static_cast<Integer>(index));
+    });
     m_bindings.OnShow([this] { ShowKeys(); });
 
     auto* column = new QVBoxLayout(this);
@@ -82,11 +86,10 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
     m_bindings.Bind(description, QStringLiteral("txtSymbolDesc"), m_control.txtSymbolDesc,
                     [this] { m_control.txtSymbolDesc_Change(); });
     m_bindings.OnShow([sequenceCaption, sequence, descriptionCaption, description] {
-        sequence->setAccessibleName(sequenceCaption->text() + u' ' + sequence->text());
+        sequence->ShowAccessibleName(sequenceCaption->text());
         description->setAccessibleName(descriptionCaption->text());
     });
     connect(sequence, &SequenceLabel::KeyPress, this, [this] { m_control.lblCurrSeq_KeyPress(); });
-    connect(sequence, &SequenceLabel::Clicked, this, [this] { m_control.lblCurrSeq_KeyPress(); });
 
     auto* rows = new QGridLayout;
     rows->addWidget(sequenceCaption, 0, 0);

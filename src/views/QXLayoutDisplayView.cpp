@@ -1,5 +1,6 @@
 #include "views/QXLayoutDisplayView.h"
 
+#include "qxcontrols/keys/KeyCharacters.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <QEvent>
@@ -21,12 +22,25 @@ QXLayoutDisplayView::QXLayoutDisplayView(QXLayoutDisplay& display, QWidget* pare
 
     connect(m_grid, &KeyGrid::KeyPicked, this,
             [this](int index) { m_display.cmdKey_Click(static_cast<Integer>(index)); });
+    connect(m_grid, &KeyGrid::KeyReached, this, [this](int index) {
+        if (IsSetting() && index != m_display.CurrProgKey())
+            m_display.cmdKey_Click(static_cast<Integer>(index));
+    });
     connect(m_grid, &KeyGrid::FocusKeyChanged, this, [this](int index) {
-        if (index != m_display.SelectedKey())
+        if (m_grid->hasFocus() && index != m_display.SelectedKey())
             m_display.SelectKey(static_cast<Integer>(index));
     });
     m_refreshed = m_display.Refreshed.Subscribe([this] { ShowKeys(); });
+    m_keySelected = m_display.KeySelected.Subscribe([this] { FollowSelection(); });
     ShowKeys();
+    m_grid->SetFocusKey(m_display.SelectedKey());
+}
+
+void QXLayoutDisplayView::FollowSelection() {
+    if (!m_grid->HasKey(m_display.SelectedKey()))
+        return;
+    m_grid->SetFocusKey(m_display.SelectedKey());
+    m_grid->setFocus();
 }
 
 void QXLayoutDisplayView::SetSequenceText(std::function<std::string(Integer)> textOfKey) {
@@ -45,11 +59,13 @@ void QXLayoutDisplayView::ShowKeys() {
     m_grid->setAccessibleName(tr("Keyboard"));
     m_grid->SetPointSize(m_display.UserFontSize());
     m_grid->SetKeys(std::move(caps));
-    const Integer selected = m_display.SelectedKey();
-    if (selected != m_grid->FocusKey() && m_grid->HasKey(selected)) {
-        m_grid->SetFocusKey(selected);
-        m_grid->setFocus();
-    }
+    const Integer current = m_display.CurrProgKey();
+    if (IsSetting() && std::exchange(m_shownKey, current) != current)
+        m_grid->SetFocusKey(current);
+}
+
+bool QXLayoutDisplayView::IsSetting() const {
+    return m_display.DisplayKeyType() == DISPLAY_SETTING;
 }
 
 bool QXLayoutDisplayView::IsProgrammable(Integer nPositionCode) const {
@@ -59,11 +75,14 @@ bool QXLayoutDisplayView::IsProgrammable(Integer nPositionCode) const {
 
 KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
     const KeyButton& key = m_display.cmdKey[static_cast<std::size_t>(nPositionCode)];
-    const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
+    const bool isSetting = IsSetting();
+    const KeyCharacters types = CharactersOf(key.Caption, key.ToolTip);
     KeyCap cap;
     cap.index = nPositionCode;
     cap.place = {key.Left, key.Top, key.Width, key.Height};
-    cap.caption = ToQt(key.Caption);
+    cap.caption = ToQt(key.Caption).trimmed();
+    if (types.isPlainDead || types.isShiftedDead)
+        cap.legend = QStringLiteral("\u25CC");
     cap.color = ToQColor(key.BackColor);
     cap.isEnabled = key.Enabled;
     cap.isCurrent = nPositionCode == m_display.CurrProgKey();
@@ -75,15 +94,22 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
     cap.toolTip = ToQt(key.ToolTip);
     if (!sequence.isEmpty())
         cap.toolTip += u'\n' + sequence;
+    if (!isSetting && !key.Enabled)
+        cap.toolTip += u'\n' + tr("Cannot be recorded: a sequence has no codes that press and "
+                                  "release key %1, only those of the keys up to 127.")
+                                   .arg(nPositionCode);
     cap.name = NameOf(cap, sequence);
     return cap;
 }
 
 QString QXLayoutDisplayView::NameOf(const KeyCap& cap, const QString& sequence) const {
-    const bool isSetting = m_display.DisplayKeyType() == DISPLAY_SETTING;
+    const bool isSetting = IsSetting();
     QString name = tr("Key %1, %2").arg(cap.index).arg(cap.caption);
+    if (!cap.legend.isEmpty())
+        name = tr("%1, dead key").arg(name);
     if (cap.state == KeyState::Unused)
-        name = (isSetting ? tr("%1, cannot be programmed") : tr("%1, cannot be used")).arg(name);
+        name =
+            (isSetting ? tr("%1, cannot be programmed") : tr("%1, cannot be recorded")).arg(name);
     else if (cap.state == KeyState::Programmed && !sequence.isEmpty())
         name = tr("%1, programmed: %2").arg(name, sequence);
     else if (cap.state == KeyState::Programmed)

@@ -1,5 +1,9 @@
 // QXLayoutDisplayView: the face of QXLayoutDisplay: the keyboard as a KeyGrid named
 // "layoutDisplay", whose keys are numbered by position code and called "cmdKey_30".
+//
+// In a setting, the key that has the focus is the current one: arrows click the keys they reach,
+// and the focus follows the current key. In the sequence editor a click records a key, and arrows
+// only move.
 #pragma once
 
 #include "qxcontrols/keys/QXLayoutDisplay.h"
@@ -28,6 +32,8 @@ protected:
     void changeEvent(QEvent* event) override; // other colours, other language
 
 private:
+    void FollowSelection();
+    [[nodiscard]] bool IsSetting() const;
     [[nodiscard]] bool IsProgrammable(Integer nPositionCode) const;
     [[nodiscard]] KeyCap CapOf(Integer nPositionCode) const;
     [[nodiscard]] QString NameOf(const KeyCap& cap, const QString& sequence) const;
@@ -35,7 +41,8 @@ private:
     QXLayoutDisplay& m_display;
     KeyGrid* m_grid;
     std::function<std::string(Integer)> m_textOfKey;
-    Subscription m_refreshed;
+    Integer m_shownKey = -1; // as current
+    Subscription m_refreshed, m_keySelected;
 };
 
 } // namespace qx::views

@@ -19,6 +19,7 @@ QXMagnetCardView::QXMagnetCardView(QXMagnetCard& control, QWidget* parent)
     m_bindings.Bind(caption, QStringLiteral("lblTracks"), control.lblTracks);
     m_bindings.Bind(list, QStringLiteral("trackList"), control.trackList,
                     [&control] { control.trackList_Click(); });
+    m_bindings.OnShow([caption, list] { list->setAccessibleName(caption->text()); });
     auto* tracks = new QVBoxLayout;
     tracks->setSpacing(5);
     tracks->addWidget(caption);

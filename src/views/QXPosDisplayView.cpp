@@ -14,6 +14,7 @@ namespace {
 constexpr int kKeysInRow = 15; // the key indexes run along the rows of the keyboard's matrix
 constexpr QSizeF kStep(700, 600);
 constexpr double kGap = 25;
+constexpr double kOrdinaryFontSize = 8;
 
 } // namespace
 
@@ -26,14 +27,37 @@ QXPosDisplayView::QXPosDisplayView(QXPosDisplay& display, QWidget* parent)
     column->setContentsMargins({});
     column->addWidget(m_grid);
 
-    connect(m_grid, &KeyGrid::KeyPicked, this,
-            [this](int index) { m_display.cmdPOS_Click(static_cast<Integer>(index)); });
+    connect(m_grid, &KeyGrid::KeyPicked, this, [this](int index, bool withControl) {
+        if (withControl && m_take)
+            m_take(static_cast<Integer>(index));
+        else
+            m_display.cmdPOS_Click(static_cast<Integer>(index));
+    });
+    connect(m_grid, &KeyGrid::KeyReached, this, [this](int index) {
+        if (m_reach)
+            m_reach(static_cast<Integer>(index));
+    });
     connect(m_grid, &KeyGrid::FocusKeyChanged, this, [this](int index) {
-        if (index != m_display.Focus())
+        if (m_grid->hasFocus() && index != m_display.Focus())
             m_display.SetCursor(static_cast<Integer>(index));
     });
     m_refreshed = m_display.Refreshed.Subscribe([this] { ShowKeys(); });
+    m_focusMoved = m_display.FocusMoved.Subscribe([this] { FollowFocus(); });
     ShowKeys();
+    m_grid->SetFocusKey(m_display.Focus());
+}
+
+void QXPosDisplayView::SetActions(KeyAction reach, KeyAction take) {
+    m_reach = std::move(reach);
+    m_take = std::move(take);
+    m_grid->SetControlMoves(static_cast<bool>(m_take));
+}
+
+void QXPosDisplayView::FollowFocus() {
+    if (!m_grid->HasKey(m_display.Focus()))
+        return;
+    m_grid->SetFocusKey(m_display.Focus());
+    m_grid->setFocus();
 }
 
 void QXPosDisplayView::SetTexts(TextOfKey legend, TextOfKey sequence) {
@@ -44,21 +68,19 @@ void QXPosDisplayView::SetTexts(TextOfKey legend, TextOfKey sequence) {
 
 void QXPosDisplayView::ShowKeys() {
     std::vector<KeyCap> caps;
-    for (Integer key = QXPosDisplay::kMinKey; key <= POSKeyboard::kSlots; ++key)
-        caps.push_back(CapOf(key));
+    for (Integer key = QXPosDisplay::kMinKey; key <= QXPosDisplay::kMaxKey; ++key)
+        if (m_display.cmdPOS[static_cast<std::size_t>(key)].Visible)
+            caps.push_back(CapOf(key));
     m_grid->setAccessibleName(tr("POS keys"));
     m_grid->SetKeys(std::move(caps));
-    if (m_display.Focus() != m_grid->FocusKey() && m_grid->HasKey(m_display.Focus())) {
-        m_grid->SetFocusKey(m_display.Focus());
-        m_grid->setFocus();
-    }
 }
 
 KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
     const PosButton& key = m_display.cmdPOS[static_cast<std::size_t>(nKeyIndex)];
     const int place = nKeyIndex - QXPosDisplay::kMinKey;
-    const QString legend = m_legend ? m_legend(nKeyIndex) : QString();
-    const QString sequence = m_sequence ? m_sequence(nKeyIndex) : QString();
+    const bool isOfModule = nKeyIndex <= POSKeyboard::kSlots;
+    const QString legend = isOfModule && m_legend ? m_legend(nKeyIndex) : QString();
+    const QString sequence = isOfModule && m_sequence ? m_sequence(nKeyIndex) : QString();
     const bool isUsed = m_display.IsUsedKey(nKeyIndex);
     KeyCap cap;
     cap.index = nKeyIndex;
@@ -70,6 +92,7 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
     cap.color = ToQColor(key.BackColor);
     cap.state = isUsed ? KeyState::Programmed : KeyState::Unused;
     cap.isCurrent = cap.isBold = key.FontBold;
+    cap.textScale = key.FontSize / kOrdinaryFontSize;
     cap.isEnabled = key.Enabled;
 
     QString name = legend.isEmpty() ? tr("POS key %1").arg(nKeyIndex)

@@ -1,5 +1,6 @@
-// QXPosDisplayView: the face of QXPosDisplay: the keys of the POS module, 7 rows of 15, as a
-// KeyGrid named "posDisplay", whose keys are called "cmdPOS_20".
+// QXPosDisplayView: the face of QXPosDisplay: the keys of the POS module, 7 rows of 15, and below
+// them those of the others that the host has named, as a KeyGrid named "posDisplay", whose keys
+// are called "cmdPOS_20".
 #pragma once
 
 #include "qxcontrols/pos/QXPosDisplay.h"
@@ -20,6 +21,11 @@ public:
     using TextOfKey = std::function<QString(Integer nKeyIndex)>;
     void SetTexts(TextOfKey legend, TextOfKey sequence);
 
+    // What arrows and Control do in a programmer: reaching a key, and picking one with Control
+    // (which then also lets the arrows move without reaching). Without these, only clicks act.
+    using KeyAction = std::function<void(Integer nKeyIndex)>;
+    void SetActions(KeyAction reach, KeyAction take);
+
     [[nodiscard]] KeyGrid* Grid() const { return m_grid; }
     void ShowKeys();
 
@@ -27,13 +33,15 @@ protected:
     void changeEvent(QEvent* event) override; // other colours, other language
 
 private:
+    void FollowFocus();
     [[nodiscard]] KeyCap CapOf(Integer nKeyIndex) const;
 
     QXPosDisplay& m_display;
     KeyGrid* m_grid;
     TextOfKey m_legend;
     TextOfKey m_sequence;
-    Subscription m_refreshed;
+    KeyAction m_reach, m_take;
+    Subscription m_refreshed, m_focusMoved;
 };
 
 } // namespace qx::views

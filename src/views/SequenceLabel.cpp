@@ -20,10 +20,10 @@ SequenceLabel::SequenceLabel(QWidget* parent) : QLabel(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 }
 
-void SequenceLabel::mouseReleaseEvent(QMouseEvent* event) {
-    QLabel::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton && rect().contains(event->pos()))
-        emit Clicked();
+void SequenceLabel::ShowAccessibleName(const QString& caption) {
+    const QString keys = text().trimmed();
+    setAccessibleName(caption + u' ' + (keys.isEmpty() ? tr("No keys") : keys));
+    update(); // the text of an empty one may be in another language now
 }
 
 void SequenceLabel::keyPressEvent(QKeyEvent* event) {

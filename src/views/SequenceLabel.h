@@ -1,5 +1,5 @@
 // SequenceLabel: a key sequence as text, which can have the keyboard focus and tells which keys are
-// pressed on it.
+// pressed on it. A click gives it the focus, no more.
 //
 // Keys that move the focus, and those that are part of a shortcut, keep their meaning.
 #pragma once
@@ -15,13 +15,14 @@ class SequenceLabel : public QLabel {
 public:
     explicit SequenceLabel(QWidget* parent = nullptr);
 
+    // For those who hear the screen: the caption beside the label, and the keys.
+    void ShowAccessibleName(const QString& caption);
+
 signals:
     void KeyDown(qx::Integer KeyCode); // any key; a Windows virtual key code
     void KeyPress();                   // a key that types something, after KeyDown
-    void Clicked();
 
 protected:
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

@@ -29,10 +29,7 @@ SequenceRow::SequenceRow(QGridLayout& grid, int row)
 
 void SequenceRow::ShowAccessibleNames() const {
     const QString which = Plain(use->text());
-    keys->update(); // the text of an empty one may be in another language now
-    const QString held = keys->text().trimmed();
-    keys->setAccessibleName(which + QLatin1String(": ") +
-                            (held.isEmpty() ? SequenceLabel::tr("No keys") : held));
+    keys->ShowAccessibleName(which + u':');
     for (QPushButton* button : {edit, remove})
         button->setAccessibleName(which + QLatin1String(": ") + Plain(button->text()));
 }

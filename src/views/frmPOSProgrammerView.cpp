@@ -1,6 +1,7 @@
 #include "views/frmPOSProgrammerView.h"
 
 #include "views/ColorSwatch.h"
+#include "views/Discard.h"
 #include "views/QXPosDisplayView.h"
 
 #include <QEvent>
@@ -53,6 +54,8 @@ frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* pare
 
     auto* confirm = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
     connect(confirm, &QShortcut::activated, this, [&form] { form.cmdOK_Click(); });
+    auto* undo = new QShortcut(QKeySequence::Undo, this);
+    connect(undo, &QShortcut::activated, this, [&form] { form.cmdUndo_Click(); });
     m_refreshed = form.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
     m_closed = form.Closed.Subscribe([this] { done(m_form.OK() ? QDialog::Accepted : Rejected); });
     m_bindings.ShowAll();
@@ -77,6 +80,7 @@ QLabel* frmPOSProgrammerView::MakeLabel(const char* name, const Label& child) {
 
 QLayout* frmPOSProgrammerView::MakeHead() {
     auto* hint = new QLabel;
+    hint->setWordWrap(true);
     auto* help = new QPushButton;
     help->setAutoDefault(false);
     help->setObjectName(QStringLiteral("imgHelp"));
@@ -85,8 +89,10 @@ QLayout* frmPOSProgrammerView::MakeHead() {
         hint->setText(m_form.CurrBlock() == 0
                           ? tr("Click a free key to begin a block, or a key of a block to "
                                "change that block.")
-                          : tr("Click keys to put them into the block or to take them out. The "
-                               "first of them, row by row, is the major key."));
+                          : tr("Click keys to put them into the block or to take them out; "
+                               "Ctrl+click takes a key from another block. Ctrl and the arrows "
+                               "move without leaving the block. The first key, row by row, is "
+                               "the major key."));
         help->setText(tr("Help"));
     });
     auto* row = new QHBoxLayout;
@@ -99,6 +105,8 @@ QWidget* frmPOSProgrammerView::MakeKeys() {
     auto* keys = new QXPosDisplayView(m_form.posDisplay);
     keys->SetTexts([this](Integer key) { return ToQt(m_form.KeyName(key)); },
                    [this](Integer key) { return ToQt(m_form.SentBy(key)).trimmed(); });
+    keys->SetActions([this](Integer key) { m_form.ReachKey(key); },
+                     [this](Integer key) { m_form.TakeKey(key); });
     return keys;
 }
 
@@ -129,6 +137,13 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
             ChildName("cmdClean", index), m_form.cmdClean[static_cast<std::size_t>(index)],
             [this, index] { m_form.cmdClean_Click(static_cast<Integer>(index)); }));
     row->addStretch(1);
+    auto* undo =
+        MakeButton(QStringLiteral("cmdUndo"), m_form.cmdUndo, [this] { m_form.cmdUndo_Click(); });
+    m_bindings.OnShow([undo] {
+        undo->setText(tr("&Undo"));
+        undo->setToolTip(QKeySequence(QKeySequence::Undo).toString(QKeySequence::NativeText));
+    });
+    row->addWidget(undo);
     auto* column = new QVBoxLayout;
     column->addLayout(head);
     column->addWidget(list, 1);
@@ -216,7 +231,8 @@ QLayout* frmPOSProgrammerView::MakeButtons() {
 }
 
 void frmPOSProgrammerView::reject() {
-    m_form.LeaveWithCancel();
+    if (Discard::IsAgreed(this, m_form.IsChanged()))
+        m_form.LeaveWithCancel();
 }
 
 void frmPOSProgrammerView::changeEvent(QEvent* event) {

@@ -14,7 +14,7 @@ public:
     // The form outlives the view; it has been prepared by the QXPOSProgrammer that opens it.
     explicit frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* parent = nullptr);
 
-    void reject() override;
+    void reject() override; // Esc, and closing the window: asks before anything is lost
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -1,5 +1,6 @@
 #include "views/frmSequencerView.h"
 
+#include "views/Discard.h"
 #include "views/FaultLabel.h"
 #include "views/QXLayoutDisplayView.h"
 
@@ -135,6 +136,14 @@ QLayout* frmSequencerView::MakeTyped() {
                     [this] { m_form.txtTyped_Change(); });
     m_bindings.Bind(fault, QStringLiteral("lblTypedFault"), m_form.lblTypedFault);
     m_bindings.Bind(full, QStringLiteral("lblSizeMsg"), m_form.lblSizeMsg);
+    m_bindings.OnShow([this, fault, full] {
+        if (m_form.TypedTooMany() != 0)
+            fault->setText(tr("The text has %1 codes, only %2 fit.")
+                               .arg(m_form.TypedTooMany())
+                               .arg(m_form.MaxSeqSize()));
+        if (m_form.lblRemaining.Caption != "0") // there is room again
+            full->hide();
+    });
     connect(m_typed, &QLineEdit::returnPressed, this, [this] { m_form.ApplyTyped(); });
     connect(apply, &QPushButton::clicked, this, [this] { m_form.ApplyTyped(); });
     m_bindings.OnShow([this, caption, apply] {
@@ -186,7 +195,8 @@ void frmSequencerView::Leave() {
 }
 
 void frmSequencerView::reject() {
-    m_form.LeaveWithCancel();
+    if (Discard::IsAgreed(this, m_form.IsChanged()))
+        m_form.LeaveWithCancel();
 }
 
 bool frmSequencerView::event(QEvent* event) {

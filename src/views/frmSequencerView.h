@@ -16,7 +16,7 @@ public:
     // The form outlives the view; it has been prepared by the QXSequencer that opens it.
     explicit frmSequencerView(frmSequencer& form, QWidget* parent = nullptr);
 
-    void reject() override;
+    void reject() override; // Esc, and closing the window: asks before anything is lost
 
 protected:
     bool event(QEvent* event) override; // the form's activation

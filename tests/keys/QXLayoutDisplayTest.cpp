@@ -99,9 +99,12 @@ TEST_F(LayoutDisplayTest, OnlyKeysThatCanBeUsedAreEnabled) {
     const auto subscription = display.OnKeyClicked.Subscribe([&](Long key) { clicked = key; });
     display.cmdKey_Click(31);
     EXPECT_EQ(clicked, 31);
-    display.SelectKey(31);
-    display.SelectKey(141);
-    EXPECT_EQ(display.SelectedKey(), 31);
+    std::vector<Integer> selected;
+    const auto noted =
+        display.KeySelected.Subscribe([&] { selected.push_back(display.SelectedKey()); });
+    for (const Integer key : std::initializer_list<Integer>{31, 31, 141, -1, 0, 140})
+        display.SelectKey(key);
+    EXPECT_EQ(selected, (std::vector<Integer>{31, 31, 0, 140}));
 }
 
 } // namespace qx::test

@@ -1,6 +1,7 @@
 #include "qxcontrols/keys/QXSequencer.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/settings/QXProgSettings.h"
 #include "support/TestKeyboard.h"
 
 #include <stdexcept>
@@ -24,6 +25,7 @@ protected:
         EXPECT_TRUE(timer->Enabled());
         if (activates)
             form.Form_Activate();
+        shown = &form;
         user(form);
         form.Form_Unload();
     }
@@ -54,7 +56,8 @@ protected:
     TestKeyboard keyboard{{{MODULE_KEYBOARD, 0x1000}}};
     QXKeyboardLayoutData layout;
     FormTimer* timer = nullptr;
-    bool activates = true; // the host tells the form when it gets the focus
+    frmSequencer* shown = nullptr; // the last time
+    bool activates = true;         // the host tells the form when it gets the focus
     std::function<void(frmSequencer&)> user;
     QXSequencer sequencer{Services()};
 };
@@ -141,7 +144,11 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
     };
     EXPECT_EQ(Edit([&](frmSequencer& form) {
                   EXPECT_EQ(form.txtTyped.Text, "4");
+                  EXPECT_FALSE(form.IsChanged());
+                  form.txtTyped.Text = "ctrl";
+                  EXPECT_TRUE(form.IsChanged()); // typed, though not taken over yet
                   EXPECT_TRUE(type(form, "ctrl+c {158}"));
+                  EXPECT_TRUE(form.IsChanged());
                   EXPECT_EQ(form.KeyString(), " 58 48176186158");
                   EXPECT_EQ(form.txtTyped.Text, "Ctrl C ^C ^Ctrl ^CapsLock");
               }),
@@ -169,7 +176,11 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
                       form.RemoveAllCodes();
                       EXPECT_EQ(form.txtTyped.Text, "");
                       EXPECT_FALSE(type(form, "A B C D"));
-                      EXPECT_TRUE(form.lblSizeMsg.Visible);
+                      EXPECT_EQ(form.lblTypedFault.Caption, "the text has 4 codes, only 3 fit");
+                      EXPECT_EQ(form.TypedTooMany(), 4);
+                      EXPECT_FALSE(form.lblSizeMsg.Visible);
+                      EXPECT_FALSE(type(form, "nonsense"));
+                      EXPECT_EQ(form.TypedTooMany(), 0);
                       form.txtTyped.Text = "A B C";
                       form.cmdOK_Click();
                   },
@@ -210,6 +221,10 @@ TEST_F(SequencerTest, OtherwiseNothingChanges) {
     const TraceLog log;
     EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
     EXPECT_TRUE(log.Has("UNABLE TO ENABLE POSITION PROG MODE"));
+    EXPECT_EQ(shown->layoutDisplay.LayoutSource(), nullptr);
+    keyboard.driver.calls.clear();
+    shown->AppActivate(); // no keyboard is left to it
+    EXPECT_TRUE(keyboard.driver.calls.empty());
 
     keyboard.driver.statuses.clear();
     std::string edited = "unchanged";
@@ -233,6 +248,31 @@ TEST_F(SequencerTest, AFormThatWasDeactivatedAsItClosedScansAgain) {
     };
     activates = false;
     EXPECT_EQ(Edit(user), "  5 31159");
+}
+
+TEST_F(SequencerTest, TextsAndColoursReachTheFormOpenOrNot) {
+    MemoryRegistry registry;
+    QXProgSettings preferences(registry);
+    sequencer.SetPrefSource(&preferences);
+    const TraceLog log;
+    const auto change = [&](const char* caption, Long color) {
+        sequencer.SetEditorCaption(caption);
+        preferences.SetColorCurr(color);
+        sequencer.Translate();
+        sequencer.ReloadKeySettings();
+        sequencer.SetKeyFontSize(9);
+    };
+    change("before", 5);
+    for (const std::string& line : log.lines)
+        EXPECT_EQ(line.find("CRITICAL"), std::string::npos) << line;
+    Edit([&](frmSequencer& form) {
+        EXPECT_EQ(form.lblCaption.Caption, "before");
+        EXPECT_EQ(form.layoutDisplay.cmdKey[30].BackColor, 5);
+        change("within", 7);
+        EXPECT_EQ(form.lblCaption.Caption, "within");
+        EXPECT_EQ(form.layoutDisplay.cmdKey[30].BackColor, 7);
+        EXPECT_EQ(form.layoutDisplay.UserFontSize(), 9);
+    });
 }
 
 TEST_F(SequencerTest, InTheBackgroundTheKeyboardTypes) {

@@ -106,10 +106,17 @@ TEST_F(POSProgrammerTest, ClicksPutKeysTogetherInTheLowestKeysSlot) {
         Click(form, {10}); // the major key leaves: the block moves
         EXPECT_EQ(form.CurrBlock(), 20);
         form.cmdNewBlock_Click();
-        Click(form, {5, 20}); // a key of another block moves here, as do all further ones
+        Click(form, {5, 20}); // a key of another block shows that block
+        EXPECT_EQ(form.CurrBlock(), 20);
+        EXPECT_EQ(Describe(form.PosData()), "5: 5; 20: 20 30");
+        Click(form, {5});
+        EXPECT_EQ(form.CurrBlock(), 5);
+        form.cmdNewBlock_Click();
+        Click(form, {5});
+        form.TakeKey(20); // moves here
         EXPECT_EQ(Describe(form.PosData()), "5: 5 20; 30: 30");
         EXPECT_EQ(form.lblFreeKeys.Caption, "102");
-        Click(form, {30});
+        form.TakeKey(30);
         EXPECT_EQ(Describe(form.PosData()), "5: 5 20 30");
         Click(form, {5, 20, 30}); // the last key leaves: the block is gone
         EXPECT_EQ(form.CurrBlock(), 0);
@@ -119,6 +126,68 @@ TEST_F(POSProgrammerTest, ClicksPutKeysTogetherInTheLowestKeysSlot) {
         Click(form, {105});
     };
     EXPECT_EQ(Edit(steps), "105: 105");
+}
+
+TEST_F(POSProgrammerTest, ChangesAreUndoneOneByOne) {
+    const auto steps = [&](frmPOSProgrammer& form) {
+        const auto renumber = [&](std::initializer_list<const char*> texts) {
+            for (const char* text : texts) {
+                form.txtBlockID.Text = text;
+                form.txtBlockID_Change();
+            }
+        };
+        const std::vector<std::function<void()>> changes = {
+            [&] { Click(form, {7}); },
+            [&] { Click(form, {9}); },
+            [&] {
+                renumber({"4", "40", "400"});
+            }, // is one change
+            [&] { form.cmdColor_Click(5); },
+            [&] { renumber({"8"}); },
+            [&] { Send(form, " 30"); },
+            [&] { Click(form, {9}); },
+            [&] { form.cmdNewBlock_Click(), Click(form, {3}); },
+            [&] { form.TakeKey(9), form.ReachKey(3); },
+            [&] { form.cmdClean_Click(0); },
+        };
+        const auto state = [&] {
+            const POSBlock& block = form.PosData().Block(7);
+            return Describe(form.PosData()) + " / " + std::to_string(block.BlockID()) + " " +
+                   std::to_string(block.ColorID());
+        };
+        std::vector<std::string> states;
+        for (const auto& change : changes) {
+            states.push_back(state());
+            change();
+            EXPECT_TRUE(form.IsChanged() && form.cmdUndo.Enabled);
+        }
+        for (; !states.empty(); states.pop_back()) {
+            EXPECT_TRUE(form.IsChanged());
+            form.cmdUndo_Click();
+            EXPECT_EQ(state(), states.back());
+            EXPECT_TRUE(form.CurrBlock() == 0 ||
+                        form.PosData().Block(form.CurrBlock()).BlockSize() > 0);
+        }
+        EXPECT_FALSE(form.IsChanged() || form.cmdUndo.Enabled);
+        form.cmdUndo_Click();
+        for (int click = 0; click < 101; ++click)
+            form.cmdNewBlock_Click(), Click(form, {static_cast<Integer>(click + 1)});
+        for (int click = 0; click < 200; ++click)
+            form.cmdUndo_Click();
+        EXPECT_EQ(Describe(form.PosData()), "1: 1"); // a hundred are kept
+        EXPECT_TRUE(form.IsChanged());
+    };
+    EXPECT_EQ(Edit(steps), "1: 1");
+    Edit([](frmPOSProgrammer& form) {
+        EXPECT_FALSE(form.IsChanged());
+        form.ReachKey(1); // what the focus is on is what is removed
+        EXPECT_EQ(form.CurrBlock(), 1);
+        form.ReachKey(2);
+        EXPECT_EQ(form.CurrBlock(), 0);
+        form.cmdClean_Click(0);
+        form.ReachKey(106);
+        EXPECT_FALSE(form.IsChanged());
+    });
 }
 
 TEST_F(POSProgrammerTest, AnyClicksLeaveAModelThatTheKeyboardGivesBackTheSame) {
@@ -140,6 +209,10 @@ TEST_F(POSProgrammerTest, AnyClicksLeaveAModelThatTheKeyboardGivesBackTheSame) {
                 form.cmdClean_Click(0);
             else if (choice == 2)
                 Send(form, "  " + std::to_string(any % 9 + 1));
+            else if (choice == 4)
+                form.TakeKey(any);
+            else if (choice == 5)
+                form.cmdUndo_Click();
             else if (choice == 3) {
                 form.lstBlocks.ListIndex = any;
                 form.lstBlocks_Click();
@@ -169,7 +242,8 @@ TEST_F(POSProgrammerTest, ASequenceIsNotLostUnasked) {
                   Click(form, {7});         // declined
                   form.cmdClean_Click(0);   // declined
                   form.cmdNewBlock_Click(); // another block wants the key
-                  Click(form, {9, 7});      // declined
+                  Click(form, {9});
+                  form.TakeKey(7); // declined
                   EXPECT_EQ(Describe(form.PosData()), "7: 7 sends 30158; 9: 9");
                   EXPECT_EQ(form.CurrBlock(), 9);
                   Click(form, {9}); // no sequence: nothing is asked

@@ -15,11 +15,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 #include <exception>
 #include <functional>
+#include <memory>
 
 namespace qx::test {
 namespace {
@@ -47,16 +50,34 @@ public:
         // A check box is clicked on its box, which is where it begins.
         QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
     }
-    void ClickKeys(const char* grid, std::initializer_list<int> keys) const {
+    void ClickKeys(const char* grid, std::initializer_list<int> keys,
+                   Qt::KeyboardModifiers modifiers = {}) const {
         for (const int key : keys) {
             auto* widget = Find<KeyGrid>(grid);
-            QTest::mouseClick(widget, Qt::LeftButton, {}, widget->KeyRect(key).center());
+            QTest::mouseClick(widget, Qt::LeftButton, modifiers, widget->KeyRect(key).center());
         }
     }
     void Type(const char* name, const QString& text) const {
         Find<QLineEdit>(name)->setFocus();
         Find<QLineEdit>(name)->selectAll();
         QTest::keyClicks(Find(name), text);
+    }
+    // Leaves in passing; where a question comes up, it is answered by this button. Whether one did.
+    [[nodiscard]] bool Leave(const QString& answer) const {
+        const auto isAsked = std::make_shared<bool>(false);
+        QTimer::singleShot(0, m_dialog, [answer, isAsked] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            *isAsked = box != nullptr;
+            if (box == nullptr)
+                return;
+            EXPECT_EQ(box->defaultButton()->text(), QStringLiteral("&Keep editing"));
+            for (QAbstractButton* button : box->buttons())
+                if (button->text() == answer)
+                    return button->click();
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        QTest::keyClick(m_dialog, Qt::Key_Escape);
+        return *isAsked;
     }
     [[nodiscard]] QWidget* Dialog() const { return m_dialog; }
 
@@ -86,7 +107,7 @@ protected:
                 ADD_FAILURE() << error.what();
             }
             if (user.Dialog() == QApplication::activeModalWidget())
-                user.Dialog()->close();
+                (void)user.Leave(QStringLiteral("&Discard"));
         });
     }
 
@@ -158,8 +179,48 @@ TEST_F(EditorViewsTest, WrongTextIsExplainedInPlace) {
                   user.Type("txtTyped", QStringLiteral("A B C D E F A B C D E F"));
                   EXPECT_FALSE(user.Find("lblTypedFault")->isVisible());
                   user.Click("cmdApply");
+                  EXPECT_EQ(user.Find<QLabel>("lblTypedFault")->text().toStdString(),
+                            "The text has 12 codes, only 10 fit.");
+                  EXPECT_TRUE(user.Find("lblTypedFault")->isVisible());
+                  EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
+
+                  // Full is taken back when there is room again.
+                  user.Type("txtTyped", QStringLiteral("A B C D E F A B C D"));
+                  user.Click("cmdApply");
+                  EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
+                  user.ClickKeys("layoutDisplay", {31});
                   EXPECT_TRUE(user.Find("lblSizeMsg")->isVisible());
-                  QTest::keyClick(user.Dialog(), Qt::Key_Escape);
+                  user.Click("cmdClean_0");
+                  EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
+              }),
+              "unchanged");
+}
+
+TEST_F(EditorViewsTest, LeavingInPassingLosesNothingUnasked) {
+    const auto leave = [](const User& user, const QString& answer, bool asks, bool leaves) {
+        EXPECT_EQ(user.Leave(answer), asks);
+        EXPECT_NE(user.Dialog()->isVisible(), leaves);
+    };
+    EXPECT_EQ(EditSequence([&](const User& user) { leave(user, {}, false, true); }), "unchanged");
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.ClickKeys("layoutDisplay", {31});
+                  leave(user, {}, true, false); // Esc answers no
+                  leave(user, QStringLiteral("&Keep editing"), true, false);
+                  user.Click("cmdClean_1");
+                  user.Type("txtTyped", QStringLiteral("{5}"));
+                  user.Click("cmdApply");
+                  leave(user, {}, false, true); // as it was
+              }),
+              "unchanged");
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.Type("txtTyped", QStringLiteral("Ctr"));
+                  leave(user, QStringLiteral("&Discard"), true, true);
+              }),
+              "unchanged");
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.ClickKeys("layoutDisplay", {31});
+                  user.Click("cmdCancel"); // that is what it says
+                  EXPECT_FALSE(user.Dialog()->isVisible());
               }),
               "unchanged");
 }
@@ -196,15 +257,38 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
     WhenOpen([&](const User& user) {
         EXPECT_FALSE(user.Find("cmdEdit")->isEnabled());
         user.ClickKeys("posDisplay", {7, 5, 20});
-        QTest::keyClick(user.Find("posDisplay"), Qt::Key_Left);
+        QTest::keyClick(user.Find("posDisplay"), Qt::Key_Left, Qt::ControlModifier);
         QTest::keyClick(user.Find("posDisplay"), Qt::Key_Space);
-        user.Click("cmdEdit"); // its dialog lies over this one
+        user.Click("cmdEdit");           // its dialog lies over this one
+        user.Dialog()->activateWindow(); // as a window manager does when that closes
+        EXPECT_TRUE(QTest::qWaitForWindowActive(user.Dialog()));
         user.Type("txtBlockID", QStringLiteral("42"));
+        EXPECT_TRUE(user.Find("txtBlockID")->hasFocus());
         user.Click("cmdColor_7");
         EXPECT_TRUE(user.Find<QAbstractButton>("cmdColor_7")->isChecked());
         user.Click("cmdNewBlock");
-        user.ClickKeys("posDisplay", {3, 20}); // the other block loses key 20
+        user.ClickKeys("posDisplay", {3, 20}); // shows the other block, which keeps its key
+        EXPECT_EQ(user.Find<QLineEdit>("txtBlockID")->text(), QStringLiteral("42"));
+        user.ClickKeys("posDisplay", {3});
+        user.ClickKeys("posDisplay", {20}, Qt::ControlModifier); // the other block loses it
         EXPECT_EQ(user.Find<QListWidget>("lstBlocks")->count(), 2);
+        user.ClickKeys("posDisplay", {7}, Qt::ControlModifier);
+        QTest::keyClick(user.Dialog(), Qt::Key_Z, Qt::ControlModifier); // takes that back
+        EXPECT_TRUE(user.Find("cmdUndo")->isEnabled());
+
+        // What the ring is on is what would be removed.
+        auto* grid = user.Find<KeyGrid>("posDisplay");
+        const auto current = [&] { return user.Find<QLineEdit>("txtBlockID")->text(); };
+        grid->setFocus();
+        grid->SetFocusKey(4);
+        QTest::keyClick(grid, Qt::Key_Right);
+        EXPECT_EQ(current(), QStringLiteral("42"));
+        QTest::keyClick(grid, Qt::Key_Left, Qt::ControlModifier);
+        EXPECT_EQ(current(), QStringLiteral("42"));
+        QTest::keyClick(grid, Qt::Key_Up);
+        QTest::keyClick(grid, Qt::Key_Home);
+        EXPECT_EQ(current(), QString());
+        EXPECT_FALSE(user.Find("cmdClean_0")->isEnabled());
         user.Find<QListWidget>("lstBlocks")->setCurrentRow(1);
         EXPECT_EQ(user.Find<QLineEdit>("txtBlockID")->text(), QStringLiteral("42"));
         user.Click("cmdOK");
@@ -222,8 +306,13 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
     EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("02 00*31  01 00*31  FF"), 18 * 32));
 
     WhenOpen([](const User& user) {
+        EXPECT_FALSE(user.Find("cmdUndo")->isEnabled());
         user.ClickKeys("posDisplay", {50});
-        user.Dialog()->close();
+        EXPECT_TRUE(user.Leave({}));
+        EXPECT_TRUE(user.Dialog()->isVisible());
+        user.Click("cmdUndo");
+        EXPECT_FALSE(user.Leave({})); // nothing is lost any more
+        EXPECT_FALSE(user.Dialog()->isVisible());
     });
     pos.SetDataChanged(false);
     pos.cmdEdit_Click();

@@ -70,6 +70,8 @@ std::set<int> Reached(const Steps& steps, int from) {
 class KeyGridTest : public testing::Test {
 protected:
     KeyGridTest() {
+        QObject::connect(&grid, &KeyGrid::KeyReached, &grid,
+                         [this](int index) { reached.push_back(index); });
         grid.SetKeys(TwoRows());
         grid.resize(300, 200);
         grid.show();
@@ -86,6 +88,7 @@ protected:
 
     KeyGrid grid;
     QSignalSpy picked{&grid, &KeyGrid::KeyPicked};
+    std::vector<int> reached;
 };
 
 TEST_F(KeyGridTest, ArrowsGoToTheNearestKeyAndKeepToTheirColumn) {
@@ -104,6 +107,20 @@ TEST_F(KeyGridTest, ArrowsGoToTheNearestKeyAndKeepToTheirColumn) {
     EXPECT_EQ(walk({Qt::Key_Left, Qt::Key_Left, Qt::Key_Up}), 1); // from the middle of 4
     EXPECT_EQ(walk({Qt::Key_End}), 5);
     EXPECT_TRUE(picked.isEmpty());
+    reached.clear();
+    EXPECT_EQ(walk({Qt::Key_Home, Qt::Key_Right}), 2);
+    QTest::keyClick(&grid, Qt::Key_Right, Qt::ControlModifier); // left to others,
+    QTest::keyClick(&grid, Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(grid.FocusKey(), 2);
+    grid.SetControlMoves(true); // unless the owner wants it
+    QTest::keyClick(&grid, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(grid.FocusKey(), 4);
+    EXPECT_EQ(reached, (std::vector<int>{1, 2}));
+    EXPECT_TRUE(picked.isEmpty());
+    QTest::keyClick(&grid, Qt::Key_Space, Qt::ControlModifier);
+    ASSERT_EQ(picked.size(), 1);
+    EXPECT_EQ(picked.takeFirst(), (QVariantList{4, true}));
+    EXPECT_EQ(walk({Qt::Key_End}), 5);
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter})
         QTest::keyClick(&grid, key);
     QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier); // somebody else's shortcut
@@ -118,13 +135,18 @@ TEST_F(KeyGridTest, APressIsAPickWhenItEndsOnTheSameKey) {
     QTest::mouseRelease(&grid, Qt::LeftButton, {}, middle(3));
     QTest::mouseClick(&grid, Qt::LeftButton, {}, QPoint(1, 1)); // beside the keys
     EXPECT_EQ(Picked(), std::vector<int>{4});
-    EXPECT_EQ(grid.FocusKey(), 2);
+    EXPECT_EQ(grid.FocusKey(), 4); // the focus stays on the key that was picked
+    QTest::mouseClick(&grid, Qt::LeftButton, Qt::ControlModifier, middle(2));
+    EXPECT_EQ(picked.takeLast(), (QVariantList{2, true}));
+    EXPECT_FALSE(picked.last()[1].toBool());
 
     std::vector<KeyCap> caps = TwoRows();
     caps[3].isEnabled = false;
     grid.SetKeys(caps);
     QTest::mouseClick(&grid, Qt::LeftButton, {}, middle(4)); // can be looked at, not picked
     EXPECT_EQ(grid.FocusKey(), 4);
+    EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Tip 4"))); // which says why
+    QToolTip::hideText();
     grid.Pick(4);
     grid.Pick(99);
     EXPECT_EQ(Picked(), std::vector<int>{4});
@@ -134,6 +156,33 @@ TEST_F(KeyGridTest, APressIsAPickWhenItEndsOnTheSameKey) {
     EXPECT_EQ(grid.FocusKey(), -1);
     EXPECT_TRUE(grid.KeyRect(4).isEmpty());
     EXPECT_EQ(grid.KeyAt(middle(5)), 5);
+
+    // A key without a place is not there: it is neither drawn nor reached.
+    const QSize size = grid.sizeHint();
+    for (const QRectF& none : {QRectF(-500, 0, -25, -25), QRectF(900, 0, 90, 0)}) {
+        caps.push_back(Cap(9, none));
+        grid.SetKeys(caps);
+        EXPECT_FALSE(grid.HasKey(9));
+        EXPECT_EQ(grid.sizeHint(), size);
+    }
+}
+
+TEST_F(KeyGridTest, TabReachesAKeyOnlyWhereNoneIsCurrent) {
+    const auto enterBy = [&](Qt::FocusReason reason) {
+        grid.clearFocus();
+        grid.setFocus(reason);
+        return grid.FocusKey();
+    };
+    EXPECT_EQ(enterBy(Qt::OtherFocusReason),
+              -1); // a window that comes to the front chooses nothing
+    EXPECT_EQ(enterBy(Qt::TabFocusReason), 1);
+    EXPECT_EQ(reached, std::vector<int>{1});
+    grid.SetKeys({});
+    std::vector<KeyCap> caps = TwoRows();
+    caps[2].isCurrent = true;
+    grid.SetKeys(caps);
+    EXPECT_EQ(enterBy(Qt::BacktabFocusReason), 3);
+    EXPECT_EQ(reached, std::vector<int>{1});
 }
 
 TEST_F(KeyGridTest, ScreenReadersFindEveryKey) {
@@ -229,6 +278,58 @@ TEST(KeyPaintingTest, LongTextsStayInsideTheirCaps) {
             EXPECT_TRUE(rect.contains(QRectF(shown.at, shown.text.size())))
                 << shown.text.text().toStdString();
     }
+}
+
+QString Shown(const std::vector<KeyText>& texts) {
+    QString shown;
+    for (const KeyText& text : texts)
+        shown += text.text.text();
+    return shown.remove(u' ');
+}
+
+// Every caption of the shipped layouts fits its key, at each size that people choose.
+TEST(KeyPaintingTest, CaptionsThatFitAreShownWhole) {
+    for (const char* name : {"us.qxl", "uk.qxl", "german.qxl", "french.qxl", "spanish.qxl"}) {
+        QXKeyboardLayoutData layout;
+        layout.SetLayoutPath(QX_LAYOUTS);
+        ASSERT_TRUE(layout.OpenLayoutByName(name));
+        QXLayoutDisplay display;
+        display.SetLayoutSource(&layout);
+        display.ReloadKeysSettings(KeyboardSequences());
+        const QXLayoutDisplayView view(display);
+        const std::vector<KeyCap>& caps = view.Grid()->Keys();
+        for (const int width : {960, 1100, 1900}) {
+            const KeyPlacing placing(caps, QRectF(0, 0, width, width / 2), 1);
+            for (const int points : {6, 8, 10, 14})
+                for (KeyCap cap : caps) {
+                    cap.legend.clear();
+                    const auto texts = KeyTexts(placing.Map(cap.place), cap, placing, points);
+                    EXPECT_EQ(Shown(texts), QString(cap.caption).remove(u' '))
+                        << name << " at " << points << " points, " << width << " pixels";
+                }
+        }
+    }
+}
+
+TEST(KeyPaintingTest, ALongTextIsCutAtItsEndOnly) {
+    KeyCap cap = Cap(1, {0, 0, 700, 600});
+    cap.caption = QStringLiteral("Milk 1 l, low-fat, from the farm next door, in bottles of glass");
+    const KeyPlacing placing({cap}, QRectF(0, 0, 70, 60), 1);
+    const std::vector<KeyText> texts = KeyTexts(placing.Map(cap.place), cap, placing, 8);
+    ASSERT_GE(texts.size(), 2U);
+    QString whole;
+    for (std::size_t line = 0; line + 1 < texts.size(); ++line)
+        whole += texts[line].text.text() + u' ';
+    EXPECT_TRUE(cap.caption.startsWith(whole)) << whole.toStdString();
+    EXPECT_TRUE(texts.back().text.text().endsWith(u'\u2026'));
+
+    // Two sizes of captions stay apart.
+    cap.caption = QStringLiteral("7");
+    const auto pixels = [&](double scale) {
+        cap.textScale = scale;
+        return KeyTexts(placing.Map(cap.place), cap, placing, 12).front().font.pixelSize();
+    };
+    EXPECT_EQ(pixels(1.25) * 4, pixels(1) * 5);
 }
 
 TEST(KeyPaintingTest, SystemColoursFollowThePalette) {

@@ -10,7 +10,10 @@
 #include "views/SequenceLabel.h"
 
 #include <QAccessible>
+#include <QPushButton>
 #include <QTest>
+
+#include <functional>
 
 namespace qx::views {
 namespace {
@@ -104,19 +107,55 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).name.toStdString(),
               "Key 30, CapsLock, cannot be programmed");
 
-    // The label takes clicks and letters, not the keys that move on.
+    // The label takes letters, not clicks or the keys that move on.
     screen.Click("cmdEdit_1");
     EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
+    control.SetSequenceForCurrKey("Sends:");
+    control.Translate();
+    EXPECT_EQ(screen.Child("lblCurrSeq")->accessibleName().toStdString(), "Sends: No keys");
+    screen.Click("lblCurrSeq");
     QTest::keyClick(screen.Child("lblCurrSeq"), Qt::Key_Tab);
     QTest::keyClick(screen.Child("lblCurrSeq"), Qt::Key_K, Qt::ControlModifier);
     EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
     QTest::keyClick(screen.Child("lblCurrSeq"), Qt::Key_A);
     EXPECT_EQ(control.Sequences().Key(75).Length(), 2);
+    EXPECT_EQ(screen.Child("lblCurrSeq")->accessibleName().toStdString(), "Sends: A ^A");
     screen.Click("cmdEdit_2");
-    screen.ClickKey("layoutDisplay", 76);
-    screen.Click("lblCurrSeq");
     EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
-    EXPECT_EQ(control.Sequences().Key(76).Length(), 2);
+}
+
+// What the ring shows is what the buttons act on.
+TEST_F(KeyViewsTest, TheKeyWithTheFocusIsTheOneThatIsCleared) {
+    QXFreeProgKeys control(keyboard.Services());
+    Connect(control);
+    for (const Long key : {112, 113, 114})
+        SetCodes(control.Sequences().Key(key), {static_cast<Byte>(key)});
+    QXFreeProgKeysView view(control);
+    const Screen screen(view);
+    view.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
+    auto* grid = screen.Child<KeyGrid>("layoutDisplay");
+    screen.ClickKey("layoutDisplay", 112);
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Right);
+    EXPECT_EQ(grid->FocusKey(), 113);
+    EXPECT_TRUE(screen.Cap("layoutDisplay", 113).isCurrent);
+    screen.Click("cmdEdit_1");
+    EXPECT_EQ(control.Sequences().Key(112).Length(), 1);
+    EXPECT_EQ(control.Sequences().Key(113).Length(), 0);
+
+    // A press that ends elsewhere changes neither; another way to a key takes the ring along, but
+    // not the keyboard focus.
+    QTest::mousePress(grid, Qt::LeftButton, {}, grid->KeyRect(114).center());
+    QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->KeyRect(115).center());
+    EXPECT_EQ(grid->FocusKey(), 113);
+    screen.Child("cmdEdit_0")->setFocus();
+    control.layoutDisplay.cmdKey_Click(114);
+    EXPECT_EQ(grid->FocusKey(), 114);
+    EXPECT_FALSE(grid->hasFocus());
+    screen.Click("cmdEdit_1");
+    EXPECT_EQ(control.Sequences().Key(114).Length(), 0);
+    EXPECT_EQ(control.Sequences().Key(112).Length(), 1);
 }
 
 TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
@@ -136,12 +175,16 @@ TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
     EXPECT_EQ(view.Grid()->FocusKey(), 16);
     QTest::keyClick(view.Grid(), Qt::Key_Right);
     EXPECT_EQ(display.SelectedKey(), 17);
-    display.SelectKey(16);
-    EXPECT_EQ(view.Grid()->FocusKey(), 16);
-    EXPECT_TRUE(view.Grid()->hasFocus());
+    for (int time = 0; time < 2; ++time) { // every time, also when the key has the ring already
+        other.setFocus();
+        display.SelectKey(16);
+        EXPECT_EQ(view.Grid()->FocusKey(), 16);
+        EXPECT_TRUE(view.Grid()->hasFocus());
+    }
 
-    // A key that the keyboard lacks takes the focus from nobody.
+    // Redrawing, and a key that the keyboard lacks, take the focus from nobody.
     other.setFocus();
+    display.ReloadKeysSettings(KeyboardSequences());
     display.SelectKey(0);
     display.ReloadKeysSettings(KeyboardSequences());
     EXPECT_TRUE(other.hasFocus());
@@ -156,6 +199,18 @@ TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
     EXPECT_TRUE(screen.Cap("layoutDisplay", 30).isCurrent);
     EXPECT_EQ(screen.Cap("layoutDisplay", 16).state, KeyState::Empty);
     EXPECT_EQ(screen.Cap("layoutDisplay", 128).state, KeyState::Unused);
+    EXPECT_EQ(screen.Cap("layoutDisplay", 128).name.toStdString(),
+              "Key 128, X2, cannot be recorded");
+    EXPECT_TRUE(screen.Cap("layoutDisplay", 128).toolTip.contains(QStringLiteral("key 128,")));
+    EXPECT_FALSE(screen.Cap("layoutDisplay", 127).toolTip.contains(QStringLiteral("recorded")));
+
+    ASSERT_TRUE(layout.OpenLayoutByName("german.qxl"));
+    display.ReloadKeysSettings(KeyboardSequences());
+    EXPECT_EQ(screen.Cap("layoutDisplay", 1).legend, QStringLiteral("\u25CC"));
+    EXPECT_EQ(screen.Cap("layoutDisplay", 1).name.toStdString(), "Key 1, ^, dead key");
+    EXPECT_TRUE(screen.Cap("layoutDisplay", 2).legend.isEmpty());
+    EXPECT_FALSE(view.Grid()->HasKey(29)); // has no place of its own there
+    EXPECT_TRUE(view.Grid()->HasKey(42));
 }
 
 TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
@@ -189,6 +244,13 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
     EXPECT_EQ(cap.caption.toStdString(), "Tea");
     EXPECT_EQ(cap.legend.toStdString(), "F24");
     EXPECT_EQ(cap.name.toStdString(), "Function key F24, Tea, programmed: A, current key");
+
+    auto* grid = screen.Child<KeyGrid>("funcKeys");
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Up); // arrows take the current key along
+    EXPECT_EQ(control.CurrentKey(), 11);
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(control.CurrentKey(), 23);
 
     // Writing in the middle of a description does not move the cursor to its end.
     auto* description = screen.Child<QLineEdit>("txtSymbolDesc");
@@ -235,6 +297,36 @@ TEST_F(KeyViewsTest, PosKeysShowTheirBlocks) {
     QTest::keyClick(screen.Child("posDisplay"), Qt::Key_Return);
     EXPECT_EQ(clicked, (std::vector<Integer>{105, 90}));
     EXPECT_EQ(control.posDisplay.Focus(), 90);
+
+    // The host moves the focus every time that it asks for it; painting leaves it.
+    view.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
+    auto* grid = screen.Child<KeyGrid>("posDisplay");
+    auto* button = screen.Child("cmdEdit");
+    for (const auto& move : std::initializer_list<std::function<void()>>{
+             [&] { control.posDisplay.SetCursor(90); },
+             [&] { control.posDisplay.SetAsCurrentCaption(90, "12", ""); },
+             [&] { control.posDisplay.SetAsCurrentCaption(90, "12", ""); }}) {
+        button->setFocus();
+        move();
+        EXPECT_TRUE(grid->hasFocus());
+        EXPECT_EQ(grid->FocusKey(), 90);
+    }
+    button->setFocus();
+    control.posDisplay.PaintTogether([&] { control.posDisplay.SetAsCurrentCaption(91, "13", ""); });
+    control.posDisplay.SetKeyCaption(92, "14", "");
+    EXPECT_TRUE(button->hasFocus());
+    EXPECT_EQ(control.posDisplay.Focus(), 90);
+    EXPECT_EQ(screen.Cap("posDisplay", 91).textScale / screen.Cap("posDisplay", 92).textScale,
+              10.0 / 8);
+
+    // Keys that the module lacks are there once the host has painted them.
+    control.posDisplay.SetKeyCaption(106, "106", "");
+    control.posDisplay.SetKeyColor(150, 0x00112233);
+    EXPECT_EQ(grid->Keys().size(), 107U);
+    EXPECT_EQ(screen.Cap("posDisplay", 106).name.toStdString(), "POS key 106, block 106");
+    screen.ClickKey("posDisplay", 150);
+    EXPECT_EQ(clicked.back(), 150);
 
     const Subscription removes =
         control.RemoveAllBlocks.Subscribe([](bool& fCancel) { fCancel = false; });

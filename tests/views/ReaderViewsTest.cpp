@@ -148,6 +148,7 @@ TEST_F(QXMagnetCardViewTest, TheCurrentTrackIsEditedAndWritten) {
     control.DefaultValues();
     auto* tracks = Find<QListWidget>(view, "trackList");
     ASSERT_EQ(tracks->count(), 2);
+    EXPECT_EQ(tracks->accessibleName(), "#Tracks");
     EXPECT_EQ(tracks->currentRow(), -1); // track 1 is current, but not there
     EXPECT_FALSE(Find<QWidget>(view, "cmdCreate_0")->isEnabled());
     Click(view, "chkUseThisHeader");

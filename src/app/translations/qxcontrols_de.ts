@@ -379,6 +379,21 @@
     </message>
 </context>
 <context>
+    <name>Discard</name>
+    <message>
+        <source>Discard the changes?</source>
+        <translation>Änderungen verwerfen?</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Keep editing</source>
+        <translation>&amp;Weiter bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>DocumentMenu</name>
     <message>
         <source>Keyboard documents (*.json);;All files (*)</source>
@@ -498,6 +513,10 @@
     <message>
         <source>This module has no place for this key in the keyboard.</source>
         <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
+    </message>
+    <message>
+        <source>Left out, because no keyboard can store them: the codes %1</source>
+        <translation>Weggelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
     </message>
 </context>
 <context>
@@ -1353,8 +1372,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>%1, nicht programmierbar</translation>
     </message>
     <message>
-        <source>%1, cannot be used</source>
-        <translation>%1, nicht verwendbar</translation>
+        <source>%1, cannot be recorded</source>
+        <translation>%1, nicht aufzeichenbar</translation>
     </message>
     <message>
         <source>%1, programmed: %2</source>
@@ -1371,6 +1390,14 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>%1, current key</source>
         <translation>%1, gewählte Taste</translation>
+    </message>
+    <message>
+        <source>%1, dead key</source>
+        <translation>%1, Tottaste</translation>
+    </message>
+    <message>
+        <source>Cannot be recorded: a sequence has no codes that press and release key %1, only those of the keys up to 127.</source>
+        <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
     </message>
 </context>
 <context>
@@ -2034,8 +2061,8 @@ Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, oder auf eine Taste eines Blocks, um ihn zu ändern.</translation>
     </message>
     <message>
-        <source>Click keys to put them into the block or to take them out. The first of them, row by row, is the major key.</source>
-        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen. Die erste, Reihe für Reihe, ist die Haupttaste.</translation>
+        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
+        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
     </message>
     <message>
         <source>Help</source>
@@ -2056,6 +2083,10 @@ Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</
     <message>
         <source>none yet: the block sends nothing</source>
         <translation>noch keine: der Block sendet nichts</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
     </message>
 </context>
 <context>
@@ -2091,6 +2122,10 @@ Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</
     <message>
         <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
         <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
+    </message>
+    <message>
+        <source>The text has %1 codes, only %2 fit.</source>
+        <translation>Der Text hat %1 Codes, nur %2 passen hinein.</translation>
     </message>
 </context>
 </TS>

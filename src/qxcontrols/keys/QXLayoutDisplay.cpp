@@ -96,7 +96,7 @@ void QXLayoutDisplay::SelectKey(Integer nPositionCode) {
     if (!IsPositionCode(nPositionCode))
         return;
     m_selectedKey = nPositionCode;
-    Refreshed.Raise();
+    KeySelected.Raise();
 }
 
 void QXLayoutDisplay::SetUserFontSize(Integer nNewSize) {

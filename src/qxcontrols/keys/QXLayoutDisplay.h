@@ -38,6 +38,8 @@ public:
     Event<Long> OnKeyClicked; // lPositionCode
     // Raised once after any change of what the display shows.
     Event<> Refreshed;
+    // Raised by each SelectKey: the view gives that key the keyboard focus, wherever it is.
+    Event<> KeySelected;
 
     // What to show; shown by the next redraw.
     [[nodiscard]] DisplayType DisplayKeyType() const { return m_type; }

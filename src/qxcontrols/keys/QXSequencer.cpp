@@ -15,25 +15,41 @@ void TraceError() {
 
 } // namespace
 
-// The form while it is edited in: ends by stopping the scan, letting go of the shared objects and
-// leaving position-programming mode.
+// The form with the shared objects: ends by stopping the scan, letting go of the objects and
+// leaving position-programming mode if it has been entered.
 class QXSequencer::Editing {
 public:
-    Editing(frmSequencer& form, QXKeyboardAccess& keyboard) : m_form(form), m_keyboard(keyboard) {}
+    explicit Editing(QXSequencer& sequencer) : m_sequencer(sequencer), m_form(sequencer.m_form) {
+        m_form.SetLayoutSource(sequencer.m_layout);
+        m_form.SetPrefSource(sequencer.m_preferences);
+        m_form.SetKeyboard(sequencer.m_keyboard);
+        m_form.SetParentSequencer(&sequencer);
+        sequencer.m_isOpen = true;
+    }
     ~Editing() {
+        m_sequencer.m_isOpen = false;
         m_form.editor_StopKeyScan();
         m_form.SetLayoutSource(nullptr);
         m_form.SetPrefSource(nullptr);
         m_form.SetKeyboard(nullptr);
         m_form.SetParentSequencer(nullptr);
-        m_keyboard.DisablePositionProgMode();
+        if (m_keyboard != nullptr)
+            m_keyboard->DisablePositionProgMode();
     }
     Editing(const Editing&) = delete;
     Editing& operator=(const Editing&) = delete;
 
+    bool EnterPositionMode(QXKeyboardAccess& keyboard) {
+        if (!keyboard.EnablePositionProgMode())
+            return false;
+        m_keyboard = &keyboard;
+        return true;
+    }
+
 private:
+    QXSequencer& m_sequencer;
     frmSequencer& m_form;
-    QXKeyboardAccess& m_keyboard;
+    QXKeyboardAccess* m_keyboard = nullptr; // in position-programming mode
 };
 
 QXSequencer::QXSequencer(const Platform& platform) : m_platform(platform), m_form(platform) {
@@ -51,15 +67,11 @@ bool QXSequencer::ShowSequenceEditor(Integer nPosCode, const std::string& sCurrS
         TraceError();
         return false;
     }
-    m_form.SetLayoutSource(m_layout);
-    m_form.SetPrefSource(m_preferences);
-    m_form.SetKeyboard(m_keyboard);
-    m_form.SetParentSequencer(this);
-    if (!m_keyboard->EnablePositionProgMode()) {
+    Editing editing(*this);
+    if (!editing.EnterPositionMode(*m_keyboard)) {
         Trace("UNABLE TO ENABLE POSITION PROG MODE");
         return false;
     }
-    const Editing editing(m_form, *m_keyboard);
     if (!Prepare(nPosCode, sCurrSeq, nMaxLength))
         return false;
     m_form.editor_StartKeyScan();
@@ -91,12 +103,13 @@ void QXSequencer::RaiseHelp() {
 
 void QXSequencer::Translate() {
     Trace("QXSequencer.Translate");
-    m_form.SetParentSequencer(this);
-    m_form.PrepareDisplay();
+    m_form.Translate(*this);
 }
 
 void QXSequencer::ReloadKeySettings() {
     Trace("QXSequencer.ReloadKeySettings");
+    if (!m_isOpen) // it takes the colours when it opens
+        return;
     m_form.SetPrefSource(m_preferences);
     m_form.layoutDisplay.ReloadKeysSettings(KeyboardSequences());
 }

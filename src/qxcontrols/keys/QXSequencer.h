@@ -76,6 +76,7 @@ private:
     ButtonCaption m_buttonOK, m_buttonCancel, m_buttonCleanLast, m_buttonCleanAll;
     std::string m_sequenceCaption, m_editorCaption, m_sizeMessage, m_showDetails;
     bool m_doShowDetails = false;
+    bool m_isOpen = false; // the form has the shared services
     frmSequencer m_form;
 };
 

@@ -70,29 +70,39 @@ void frmSequencer::SetPrefSource(const QXProgSettings* preferences) {
 
 void frmSequencer::SetKeyString(const std::string& sKeyString) {
     m_sequence.SetKeyString(sKeyString);
+    m_openedWith = sKeyString;
     ForgetTyped();
     m_ok = false;
 }
 
+bool frmSequencer::IsChanged() const {
+    return m_sequence.KeyString() != m_openedWith || txtTyped.Text != m_typedAsIs;
+}
+
 void frmSequencer::PrepareDisplay() {
     TraceForm("PrepareDisplay");
-    ShowTexts();
+    if (m_parent != nullptr)
+        ShowTexts(*m_parent);
     lblSizeMsg.Visible = false;
     layoutDisplay.ReloadKeysSettings(KeyboardSequences());
     DisplayCurrentSeq();
 }
 
-void frmSequencer::ShowTexts() {
-    if (m_parent == nullptr)
-        return;
-    m_parent->ButtonOK().ShowOn(cmdOK);
-    m_parent->ButtonCancel().ShowOn(cmdCancel);
-    m_parent->ButtonCleanLast().ShowOn(cmdClean[0]);
-    m_parent->ButtonCleanAll().ShowOn(cmdClean[1]);
-    lblCaption.Caption = m_parent->EditorCaption();
-    lblSequence.Caption = m_parent->SequenceCaption();
-    lblSizeMsg.Caption = m_parent->SequenceSizeMessage();
-    chkShowDetails.Caption = m_parent->ShowDetails();
+void frmSequencer::Translate(QXSequencer& parent) {
+    TraceForm("Translate");
+    ShowTexts(parent);
+    Refreshed.Raise();
+}
+
+void frmSequencer::ShowTexts(QXSequencer& parent) {
+    parent.ButtonOK().ShowOn(cmdOK);
+    parent.ButtonCancel().ShowOn(cmdCancel);
+    parent.ButtonCleanLast().ShowOn(cmdClean[0]);
+    parent.ButtonCleanAll().ShowOn(cmdClean[1]);
+    lblCaption.Caption = parent.EditorCaption();
+    lblSequence.Caption = parent.SequenceCaption();
+    lblSizeMsg.Caption = parent.SequenceSizeMessage();
+    chkShowDetails.Caption = parent.ShowDetails();
 }
 
 void frmSequencer::DisplayCurrentSeq() {
@@ -119,6 +129,7 @@ void frmSequencer::ForgetTyped() {
 }
 
 void frmSequencer::ShowTypedFault(const std::string& sFault) {
+    m_typedTooMany = 0;
     lblTypedFault.Caption = sFault;
     lblTypedFault.Visible = !sFault.empty();
 }
@@ -138,10 +149,14 @@ bool frmSequencer::TakeTyped() {
         lblSizeMsg.Visible = false;
         return false;
     }
-    ShowTypedFault({});
-    lblSizeMsg.Visible = typed.Length() > m_maxSeqSize;
-    if (lblSizeMsg.Visible)
+    lblSizeMsg.Visible = false;
+    if (typed.Length() > m_maxSeqSize) {
+        ShowTypedFault("the text has " + std::to_string(typed.Length()) + " codes, only " +
+                       std::to_string(m_maxSeqSize) + " fit");
+        m_typedTooMany = typed.Length();
         return false;
+    }
+    ShowTypedFault({});
     m_sequence.SetKeyString(typed.KeyString());
     ForgetTyped();
     ShowSequence();

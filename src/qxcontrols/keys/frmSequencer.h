@@ -48,6 +48,8 @@ public:
     void SetCurrProgKey(Integer nPositionCode) { layoutDisplay.SetCurrProgKey(nPositionCode); }
     // Whether the user left with OK.
     [[nodiscard]] bool OK() const { return m_ok; }
+    // Whether leaving without OK loses anything: recorded codes, or text that has been typed.
+    [[nodiscard]] bool IsChanged() const;
     // Where the keyboard is a simulated one: presses and releases a key of it, by position code and
     // by that plus 128. While PressesTwin holds, a click on the screen goes there, and what is
     // recorded comes back from the keyboard as from a real one.
@@ -57,6 +59,8 @@ public:
 
     // Shows the parent's texts, the keys and the sequence.
     void PrepareDisplay();
+    // Shows the texts of a sequencer that may not have opened the form.
+    void Translate(QXSequencer& parent);
     void DisplayCurrentSeq();
     // Appends a code, or shows the size message when the sequence is full.
     void AddCode(Long lCode);
@@ -66,6 +70,8 @@ public:
     // sequence or is too long. Recording and leaving with OK do this first, and do nothing else
     // when it fails, so that nothing typed is lost.
     bool ApplyTyped();
+    // How many codes the typed text has that was refused for having too many; 0: none was.
+    [[nodiscard]] Integer TypedTooMany() const { return m_typedTooMany; }
     void ShowSizeMsg();
     void HideSizeMsg();
     void LeaveWithOK();
@@ -109,7 +115,7 @@ public:
 
 private:
     void tmrSequencer_Timer();
-    void ShowTexts();
+    void ShowTexts(QXSequencer& parent);
     void ShowSequence();
     [[nodiscard]] bool TakeTyped();
     void ForgetTyped();
@@ -122,7 +128,9 @@ private:
     QXKeyboardAccess* m_keyboard = nullptr;
     QXSequencer* m_parent = nullptr;
     KeySequence m_sequence;
+    std::string m_openedWith; // its KeyString
     Integer m_maxSeqSize = 0;
+    Integer m_typedTooMany = 0;
     bool m_ok = false;
     bool m_active = false;
     bool m_scanning = false;

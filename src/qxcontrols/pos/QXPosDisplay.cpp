@@ -67,8 +67,8 @@ void QXPosDisplay::SetAsCurrentCaption(Integer nIndex, std::string sCaption, std
     Trace("QXPosDisplay.SetAsCurrentCaption");
     ChangeKey(nIndex, [&](PosButton& button) {
         SetTexts(button, kCurrentFontSize, true, std::move(sCaption), std::move(sToolTip));
-        m_focus = nIndex;
     });
+    MoveFocus(nIndex);
 }
 
 void QXPosDisplay::SetKeyColor(Integer nIndex, Long lColor) {
@@ -78,7 +78,15 @@ void QXPosDisplay::SetKeyColor(Integer nIndex, Long lColor) {
 
 void QXPosDisplay::SetCursor(Integer nIndex) {
     Trace("QXPosDisplay.SetCursor");
-    ChangeKey(nIndex, [&](PosButton&) { m_focus = nIndex; });
+    ChangeKey(nIndex, [](PosButton&) {});
+    MoveFocus(nIndex);
+}
+
+void QXPosDisplay::MoveFocus(Integer nIndex) {
+    if (!IsKey(nIndex) || m_painting)
+        return;
+    m_focus = nIndex;
+    FocusMoved.Raise();
 }
 
 bool QXPosDisplay::IsUsedKey(Integer nIndex) const {

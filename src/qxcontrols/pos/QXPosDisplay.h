@@ -32,6 +32,9 @@ public:
     Event<Integer> KeyClicked; // nKeyIndex
     // Raised after each of the calls that change the grid, or once after PaintTogether.
     Event<> Refreshed;
+    // Raised by each call that moves the input focus: the view gives it to that key, wherever it
+    // is.
+    Event<> FocusMoved;
 
     // An ordinary key in its present colour.
     void SetKeyCaption(Integer nIndex, std::string sCaption, std::string sToolTip);
@@ -45,7 +48,8 @@ public:
     // Whether the key's caption is more than blanks.
     [[nodiscard]] bool IsUsedKey(Integer nIndex) const;
 
-    // Runs `paint`, whose calls of the above count as one change.
+    // Runs `paint`, whose calls of the above count as one change; the input focus stays where it
+    // is.
     void PaintTogether(const std::function<void()>& paint);
 
     // The buttons by key index; entry 0 is not shown.
@@ -59,6 +63,8 @@ public:
 private:
     template <typename Change>
     void ChangeKey(Integer nIndex, Change change);
+
+    void MoveFocus(Integer nIndex);
 
     Integer m_focus = 0;
     bool m_painting = false;

@@ -56,6 +56,9 @@ frmPOSProgrammer::frmPOSProgrammer() {
 
 void frmPOSProgrammer::SetPosData(const POSKeyboard& data) {
     m_posData = InTheirSlots(data);
+    m_undo.clear();
+    m_isUndoCut = false;
+    m_numberedBlock = 0;
     m_currBlock = 0;
     m_ok = false;
 }
@@ -100,19 +103,35 @@ void frmPOSProgrammer::posDisplay_KeyClicked(Integer nKey) {
         return;
     Trace("[frmPOSProgrammer].posDisplay_KeyClicked(" + std::to_string(nKey) + ")");
     const Integer slot = m_posData.FindBlockForKey(nKey);
-    if (m_currBlock == 0 && slot == 0) {
+    if (slot == 0 && m_currBlock == 0) {
         StartBlock(nKey);
-    } else if (m_currBlock == 0) {
-        m_currBlock = slot;
-    } else if (slot != m_currBlock) {
+    } else if (slot == 0) {
         MoveKeyHere(nKey, slot);
+    } else if (slot != m_currBlock) {
+        m_currBlock = slot;
     } else if (MayLose(nKey, slot)) {
+        Remember();
         m_currBlock = TakeOut(nKey, slot);
     }
     Show();
 }
 
+void frmPOSProgrammer::ReachKey(Integer nKey) {
+    if (const Integer slot = m_posData.FindBlockForKey(nKey); IsKey(nKey) && slot != m_currBlock)
+        SetCurrBlock(slot);
+}
+
+void frmPOSProgrammer::TakeKey(Integer nKey) {
+    const Integer slot = m_posData.FindBlockForKey(nKey);
+    if (m_currBlock == 0 || slot == 0 || slot == m_currBlock)
+        return posDisplay_KeyClicked(nKey);
+    Trace("[frmPOSProgrammer].TakeKey(" + std::to_string(nKey) + ")");
+    MoveKeyHere(nKey, slot);
+    Show();
+}
+
 void frmPOSProgrammer::StartBlock(Integer nKey) {
+    Remember();
     POSBlock block;
     block.SetBlockID(FirstUnused(m_posData, 1, [](const POSBlock& b) { return b.BlockID(); }));
     const Integer color = FirstUnused(m_posData, 0, [](const POSBlock& b) { return b.ColorID(); });
@@ -123,11 +142,11 @@ void frmPOSProgrammer::StartBlock(Integer nKey) {
 }
 
 void frmPOSProgrammer::MoveKeyHere(Integer nKey, Integer nFromSlot) {
-    if (nFromSlot != 0) {
-        if (!MayLose(nKey, nFromSlot))
-            return;
+    if (nFromSlot != 0 && !MayLose(nKey, nFromSlot))
+        return;
+    Remember();
+    if (nFromSlot != 0)
         TakeOut(nKey, nFromSlot);
-    }
     const POSBlock block = m_posData.Block(m_currBlock);
     std::vector<Integer> keys = KeysOf(block);
     keys.push_back(nKey);
@@ -177,8 +196,11 @@ void frmPOSProgrammer::cmdNewBlock_Click() {
 
 void frmPOSProgrammer::txtBlockID_Change() {
     const std::optional<Integer> id = BlockIDFrom(txtBlockID.Text);
-    if (m_currBlock == 0 || !id)
+    if (m_currBlock == 0 || !id || *id == Current()->BlockID())
         return;
+    if (m_numberedBlock != m_currBlock)
+        Remember();
+    m_numberedBlock = m_currBlock;
     Current()->SetBlockID(*id);
     Show();
 }
@@ -186,6 +208,7 @@ void frmPOSProgrammer::txtBlockID_Change() {
 void frmPOSProgrammer::cmdColor_Click(Integer Index) {
     if (m_currBlock == 0 || Index < 0 || Index >= kColors)
         return;
+    Remember();
     Current()->SetColorID(Index);
     Show();
 }
@@ -202,6 +225,7 @@ void frmPOSProgrammer::cmdEdit_Click() {
     if (fCancelEdit || m_currBlock == 0)
         return;
     constexpr std::size_t kMost = std::size_t{kPOSSequenceSize} * KeySequence::kFieldWidth;
+    Remember();
     Current()->Sequence().SetKeyString(edited.substr(0, kMost));
     Show();
 }
@@ -211,6 +235,7 @@ void frmPOSProgrammer::cmdClean_Click(Integer Index) {
     if (Index == 0) {
         if (m_currBlock == 0 || !MayRemove(m_currBlock))
             return;
+        Remember();
         FreeSlot(m_posData, m_currBlock);
     } else {
         bool fCancelRemoving = true;
@@ -218,9 +243,32 @@ void frmPOSProgrammer::cmdClean_Click(Integer Index) {
             m_parent->RemoveAllBlocks.Raise(fCancelRemoving);
         if (fCancelRemoving)
             return;
+        Remember();
         m_posData = {};
     }
     SetCurrBlock(0);
+}
+
+// Called before each change.
+void frmPOSProgrammer::Remember() {
+    constexpr std::size_t kMostKept = 100;
+    if (m_undo.size() == kMostKept) {
+        m_undo.erase(m_undo.begin());
+        m_isUndoCut = true;
+    }
+    m_undo.push_back({m_posData, m_currBlock});
+    m_numberedBlock = 0;
+}
+
+void frmPOSProgrammer::cmdUndo_Click() {
+    Trace("[frmPOSProgrammer].cmdUndo_Click");
+    if (m_undo.empty())
+        return;
+    m_posData = std::move(m_undo.back().posData);
+    m_currBlock = m_undo.back().currBlock;
+    m_undo.pop_back();
+    m_numberedBlock = 0;
+    Show();
 }
 
 void frmPOSProgrammer::imgHelp_Click() {
@@ -287,6 +335,7 @@ void frmPOSProgrammer::ShowBlockList() {
     lblBlockNum.Caption = std::to_string(m_posData.BlockNum());
     lblFreeKeys.Caption = std::to_string(freeKeys);
     cmdClean[1].Enabled = !lstBlocks.Items.empty();
+    cmdUndo.Enabled = !m_undo.empty();
 }
 
 void frmPOSProgrammer::ShowCurrentBlock() {
@@ -314,8 +363,6 @@ void frmPOSProgrammer::PaintKeys() {
     const Long colorCurrent = m_preferences != nullptr
                                   ? m_preferences->POSColorCurrent()
                                   : InfoOf(Preference::POSColorCurrent).loadDefault;
-    // The focus stays on the key that the user clicked.
-    const Integer focus = posDisplay.Focus() == 0 ? kFirstKey : posDisplay.Focus();
     for (Integer key = kFirstKey; key <= kLastKey; ++key) {
         const Integer slot = m_posData.FindBlockForKey(key);
         if (slot == 0) {
@@ -330,7 +377,6 @@ void frmPOSProgrammer::PaintKeys() {
         else
             posDisplay.SetKeyCaption(key, std::to_string(block.BlockID()), {});
     }
-    posDisplay.SetCursor(focus);
 }
 
 Long frmPOSProgrammer::ColorOfBlock(Integer nColorID) const {

@@ -2,11 +2,11 @@
 //
 // The form edits a copy of the model. One block at most is the current one. What a click on a key
 // does:
-// - without a current block ("new block"): a free key becomes the major key of a new block, a key
-// of
-//   a block makes that block the current one;
-// - with one: a key of the block leaves it, a free key joins it, a key of another block moves here.
-// So a key is always in one block at most. The major key of a block is its lowest key, whichever
+// - a key of another block makes that block the current one;
+// - a free key becomes the major key of a new block, or joins the current one;
+// - a key of the current block leaves it.
+// A key of another block moves into the current one only by TakeKey. So a key is always in one
+// block at most. The major key of a block is its lowest key, whichever
 // was picked first, and the block stands in that key's slot (see POSBlockPlaces.h): when a lower
 // key joins, or the major key leaves, the block moves. A block that loses its only key is gone.
 // The host is asked before a sequence is lost with it. What it shows, and its events to the host,
@@ -21,6 +21,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qx {
 
@@ -66,6 +67,15 @@ public:
     // What the key sends, as text; nothing for a key in no block.
     [[nodiscard]] std::string SentBy(Integer nKey) const;
 
+    // The user has moved to a key without a click: the key's block becomes the current one, none
+    // when the key is free. So what is cleared is what the focus is on.
+    void ReachKey(Integer nKey);
+    // Takes the key into the current block, also out of another; without a current block, or for a
+    // key that is in it, the same as a click.
+    void TakeKey(Integer nKey);
+    // Whether anything has been changed and not been undone.
+    [[nodiscard]] bool IsChanged() const { return !m_undo.empty() || m_isUndoCut; }
+
     // Shows the parent's texts and the blocks.
     void PrepareDisplay();
     void LeaveWithOK();
@@ -86,6 +96,7 @@ public:
     Label lblRemaining;             // how many codes still fit
     Button cmdEdit;                 // its sequence
     std::array<Button, 2> cmdClean; // 0 remove the current block, 1 all blocks
+    Button cmdUndo;                 // the last change
     Button cmdOK, cmdCancel;
 
     void lstBlocks_Click();
@@ -96,9 +107,17 @@ public:
     void cmdClean_Click(Integer Index);
     void cmdOK_Click() { LeaveWithOK(); }
     void cmdCancel_Click() { LeaveWithCancel(); }
+    void cmdUndo_Click();
     void imgHelp_Click();
 
 private:
+    // What a change can be undone to.
+    struct State {
+        POSKeyboard posData;
+        Integer currBlock;
+    };
+
+    void Remember();
     void posDisplay_KeyClicked(Integer nKey);
     void StartBlock(Integer nKey);
     void MoveKeyHere(Integer nKey, Integer nFromSlot);
@@ -122,7 +141,10 @@ private:
     POSKeyboard m_posData;
     POSCodeMapping m_codeMap;
     Integer m_currBlock = 0;
+    Integer m_numberedBlock = 0; // whose id the last change was; further ones belong to it
     bool m_ok = false;
+    std::vector<State> m_undo; // the latest last
+    bool m_isUndoCut = false;  // there were more changes than are kept
     Subscription m_keyClicked; // ends before the display
 };
 
