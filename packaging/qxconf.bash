@@ -35,7 +35,7 @@ _qxconf() {
         sheet) globals+=' --output --date' ;;
         download) globals+=' --dry-run --full --no-verify --skip-absent --set' ;;
         validate | diff) globals+=' --set' ;;
-        batch) globals+=' --bench --dry-run --skip-absent' ;;
+        batch) globals+=' --bench --dry-run --jobs --only --skip-absent --timeout' ;;
         recover) globals+=' --finish --rollback --forget' ;;
         backup) case $sub in
             show) globals+=' --output' ;;

@@ -1,10 +1,12 @@
 #include "batch/Job.h"
 
+#include "batch/Members.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "qxcontrols/platform/GuidCreator.h"
 
 #include <map>
+#include <set>
 
 namespace qx::batch {
 
@@ -26,75 +28,6 @@ constexpr int kVersion = 1;
                           first.message + hint + "; no keyboard was touched",
                       faults);
 }
-
-// The members of an object, each of which is asked for once.
-class Members {
-public:
-    Members(const Json& value, std::string place, std::vector<Fault>& faults)
-        : m_value(value), m_place(std::move(place)), m_faults(faults) {
-        if (!value.is_object())
-            AddFault("", ShortText(value) + " is not an object");
-    }
-
-    [[nodiscard]] const Json* Find(const std::string& key) {
-        m_asked.insert(key);
-        if (!m_value.is_object())
-            return nullptr;
-        const auto found = m_value.find(key);
-        return found == m_value.end() ? nullptr : &*found;
-    }
-    // A text that is not empty; the empty text where there is none.
-    [[nodiscard]] std::string Text(const std::string& key, bool fRequired = false) {
-        const Json* value = Find(key);
-        if (value == nullptr && fRequired && m_value.is_object())
-            AddFault("", "\"" + key + "\" is missing");
-        if (value == nullptr)
-            return {};
-        if (!value->is_string() || value->get<std::string>().empty() ||
-            value->get<std::string>().find('\0') != std::string::npos) {
-            AddFault(key, ShortText(*value) + " is not a text, or is empty");
-            return {};
-        }
-        return value->get<std::string>();
-    }
-    [[nodiscard]] host::Variables::Values Variables() {
-        host::Variables::Values values;
-        const Json* object = Find("variables");
-        if (object == nullptr)
-            return values;
-        Members members(*object, Place("variables"), m_faults);
-        if (!object->is_object())
-            return values;
-        for (const auto& [name, value] : object->items()) {
-            if (!host::Variables::IsName(name))
-                members.AddFault(name, "a variable's name is a letter, and then letters, digits, "
-                                       "hyphens and underscores");
-            else if (!value.is_string() || value.get<std::string>().find('\0') != std::string::npos)
-                members.AddFault(name, ShortText(value) + " is not a text: write \"42\"");
-            else
-                values[name] = value.get<std::string>();
-        }
-        return values;
-    }
-    void RefuseOthers() {
-        if (m_value.is_object())
-            for (const auto& [key, value] : m_value.items())
-                if (!m_asked.contains(key))
-                    AddFault(key, ShortText(key) + " is not known here");
-    }
-    [[nodiscard]] std::string Place(const std::string& key) const {
-        return key.empty() ? m_place : host::JsonPointer(m_place, key);
-    }
-    void AddFault(const std::string& key, const std::string& message) {
-        m_faults.push_back({Place(key), message});
-    }
-
-private:
-    const Json& m_value;
-    std::string m_place;
-    std::vector<Fault>& m_faults;
-    std::set<std::string> m_asked;
-};
 
 } // namespace
 
@@ -130,6 +63,7 @@ public:
             return members.AddFault("units", "the job has no list of units");
         for (std::size_t i = 0; i < units->size(); ++i)
             ReadUnit((*units)[i], host::JsonPointer("/units", std::to_string(i)));
+        LeaveOutSharedIdentifiers();
     }
 
 private:
@@ -192,6 +126,37 @@ private:
         m_job.m_units.push_back(std::move(unit));
     }
 
+    // A document that was read from one keyboard has that keyboard's identifier, which no other may
+    // get: it is left out where more than one unit would.
+    void LeaveOutSharedIdentifiers() {
+        std::map<std::string, std::vector<Unit*>> units; // by the identifier that they would get
+        for (Unit& unit : m_job.m_units)
+            if (unit.document)
+                if (const auto guid = GuidFromText(unit.document->Identifier()))
+                    units[ToText(*guid)].push_back(&unit);
+        std::map<const host::ConfigurationDocument*,
+                 std::shared_ptr<const host::ConfigurationDocument>>
+            without;
+        for (const auto& [identifier, sharing] : units) {
+            if (sharing.size() < 2)
+                continue;
+            for (Unit* unit : sharing) {
+                auto& replacement = without[unit->document.get()];
+                if (!replacement) {
+                    host::ConfigurationDocument document = *unit->document;
+                    document.RemoveIdentifier();
+                    replacement =
+                        std::make_shared<const host::ConfigurationDocument>(std::move(document));
+                    m_job.m_notes.push_back(
+                        unit->document->Name() + " has the identifier " + identifier +
+                        ", which only one keyboard can have: it is left out, and each keyboard "
+                        "keeps its own");
+                }
+                unit->document = replacement;
+            }
+        }
+    }
+
     [[nodiscard]] static std::string TargetText(const setup::KeyboardChoice& choice) {
         std::error_code ignored;
         const fs::path driver = fs::weakly_canonical(choice.driver, ignored);
@@ -209,10 +174,10 @@ private:
     }
 
     // Several units may be reached in the same way only when it is told which is which.
-    void ClaimTarget(Members& members, const Unit& unit) {
+    void ClaimTarget(Members& members, Unit& unit) {
         const bool isNamed = !unit.identifier.empty();
-        const auto [claimed, isNew] =
-            m_targets.emplace(TargetText(*unit.target), std::pair(unit.name, isNamed));
+        unit.port = TargetText(*unit.target);
+        const auto [claimed, isNew] = m_targets.emplace(unit.port, std::pair(unit.name, isNamed));
         if (!isNew && !(isNamed && claimed->second.second))
             members.AddFault(unit.target->keyboard.empty() ? "driver" : "keyboard",
                              "is also that of " + claimed->second.first +
@@ -259,58 +224,93 @@ Job Job::Load(const fs::path& file) {
     return job;
 }
 
-void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout, const std::string& sChosen,
-                bool skipAbsent) {
-    std::vector<Fault> faults;
-    std::map<std::string, std::string> given; // identifier, unit
-    std::set<std::string> used;
-    for (std::size_t i = 0; i < m_units.size(); ++i) {
-        Unit& unit = m_units[i];
-        const std::string place = host::JsonPointer("/units", std::to_string(i));
-        host::Configuration configuration(platform, &layout, nullptr, host::LayoutUse::Captions);
+// Reads every unit's settings and notes what is wrong.
+class Job::Checker {
+public:
+    Checker(Job& job, const Platform& platform, QXKeyboardLayoutData& layout,
+            const std::string& sChosen, bool skipAbsent)
+        : m_job(job), m_platform(platform), m_layout(layout), m_chosen(sChosen),
+          m_skipsAbsent(skipAbsent) {}
+
+    std::vector<Fault> Run() {
+        for (std::size_t i = 0; i < m_job.m_units.size(); ++i)
+            Check(m_job.m_units[i], m_job.m_own[i], host::JsonPointer("/units", std::to_string(i)));
+        for (const auto& [name, value] : m_job.m_common)
+            if (!m_used.contains(name))
+                m_faults.push_back({host::JsonPointer("/variables", name),
+                                    "no document has a placeholder ${" + name + "}"});
+        return m_faults;
+    }
+
+private:
+    void Check(Unit& unit, const host::Variables::Values& own, const std::string& place) {
         host::Variables variables(unit.variables);
         try {
-            const auto sections = configuration.Read(*unit.document, variables);
-            const Json written = configuration.Write(sections).AsJson();
-            const std::string guid =
-                written.value(Json::json_pointer("/layeredFuncKeys/guid"), std::string());
-            unit.setsIdentifier = !guid.empty();
-            const auto [first, isNew] = given.emplace(guid, unit.name);
-            if (unit.setsIdentifier && !isNew)
-                faults.push_back({place, unit.name +
-                                             ": the document gives the keyboard the "
-                                             "identifier that " +
-                                             first->second + " gets"});
-            if (unit.setsIdentifier && !unit.identifier.empty() && guid != unit.identifier)
-                faults.push_back({place + "/identifier",
-                                  unit.name + ": the document gives the keyboard another one"});
+            NoteIdentifier(unit, IdentifierGiven(unit, variables), place);
         } catch (const host::Error& error) {
             for (const Fault& fault : error.Faults())
-                faults.push_back({place, unit.name + ": " + unit.document->Name() + ": " +
-                                             fault.place + ": " + fault.message});
+                m_faults.push_back({place, unit.name + ": " + unit.document->Name() + ": " +
+                                               fault.place + ": " + fault.message});
         }
-        for (const auto& [name, value] : m_own[i])
+        for (const auto& [name, value] : own)
             if (!variables.Used().contains(name))
-                faults.push_back({host::JsonPointer(place + "/variables", name),
-                                  unit.name + ": " + unit.document->Name() +
-                                      " has no placeholder ${" + name + "}"});
-        used.insert(variables.Used().begin(), variables.Used().end());
+                m_faults.push_back({host::JsonPointer(place + "/variables", name),
+                                    unit.name + ": " + unit.document->Name() +
+                                        " has no placeholder ${" + name + "}"});
+        m_used.insert(variables.Used().begin(), variables.Used().end());
+        unit.wanted = WantedBy(unit, variables.Used());
+    }
+
+    // The identifier that the document gives the keyboard; the empty text where it gives none.
+    [[nodiscard]] std::string IdentifierGiven(const Unit& unit, host::Variables& variables) const {
+        host::Configuration configuration(m_platform, &m_layout, nullptr,
+                                          host::LayoutUse::Captions);
+        const auto sections = configuration.Read(*unit.document, variables);
+        return configuration.Write(sections).Identifier();
+    }
+
+    void NoteIdentifier(Unit& unit, const std::string& guid, const std::string& place) {
+        unit.setsIdentifier = !guid.empty();
+        if (!unit.setsIdentifier)
+            return;
+        const auto [first, isNew] = m_given.emplace(guid, unit.name);
+        if (!isNew)
+            m_faults.push_back({place, unit.name +
+                                           ": the document gives the keyboard the "
+                                           "identifier that " +
+                                           first->second + " gets"});
+        if (!unit.identifier.empty() && guid != unit.identifier)
+            m_faults.push_back({place + "/identifier",
+                                unit.name + ": the document gives the keyboard another one"});
+    }
+
+    [[nodiscard]] std::string WantedBy(const Unit& unit, const std::set<std::string>& used) const {
         Json values = Json::object();
-        for (const std::string& name : variables.Used())
+        for (const std::string& name : used)
             values[name] = unit.variables.at(name);
         Json wanted = {{"document", unit.document->AsJson()},
                        {"variables", values},
                        {"target", unit.targetText},
                        {"identifier", unit.identifier},
-                       {"layout", sChosen}};
-        if (skipAbsent)
+                       {"layout", m_chosen}};
+        if (m_skipsAbsent)
             wanted["skipAbsent"] = true;
-        unit.wanted = files::Sha256(host::PrettyText(wanted));
+        return files::Sha256(host::PrettyText(wanted));
     }
-    for (const auto& [name, value] : m_common)
-        if (!used.contains(name))
-            faults.push_back({host::JsonPointer("/variables", name),
-                              "no document has a placeholder ${" + name + "}"});
+
+    Job& m_job;
+    const Platform& m_platform;
+    QXKeyboardLayoutData& m_layout;
+    std::string m_chosen;
+    bool m_skipsAbsent;
+    std::vector<Fault> m_faults;
+    std::map<std::string, std::string> m_given; // identifier, unit
+    std::set<std::string> m_used;               // variables
+};
+
+void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout, const std::string& sChosen,
+                bool skipAbsent) {
+    const auto faults = Checker(*this, platform, layout, sChosen, skipAbsent).Run();
     if (!faults.empty())
         Refuse(m_file, faults);
 }

@@ -20,7 +20,9 @@ struct Unit {
     std::string name;
     std::optional<setup::KeyboardChoice> target; // none: it is programmed at the bench
     std::string targetText;                      // the same as the job writes it
+    std::string port;                            // the same, whole: units of one port take turns
     std::string identifier;                      // "{...}" of the one keyboard meant; may be empty
+    // Without an identifier that other units would get as well.
     std::shared_ptr<const host::ConfigurationDocument> document;
     host::Variables::Values variables; // its own, and the job's where it has none of that name
 
@@ -46,14 +48,18 @@ public:
     [[nodiscard]] const std::string& Layout() const { return m_layout; } // may be empty
     [[nodiscard]] const std::optional<setup::KeyboardChoice>& Bench() const { return m_bench; }
     [[nodiscard]] const std::vector<Unit>& Units() const { return m_units; }
+    // What people should know about the job, as that identifiers are left out.
+    [[nodiscard]] const std::vector<std::string>& Notes() const { return m_notes; }
 
 private:
     class Reader;
+    class Checker;
 
     std::filesystem::path m_file;
     std::string m_layout;
     std::optional<setup::KeyboardChoice> m_bench;
     std::vector<Unit> m_units;
+    std::vector<std::string> m_notes;
     // To tell variables that no document has a placeholder for.
     host::Variables::Values m_common;
     std::vector<host::Variables::Values> m_own; // of each unit

@@ -3,6 +3,8 @@
 #include "files/Sha256.h"
 #include "qxcontrols/platform/GuidCreator.h"
 
+#include <algorithm>
+
 namespace qx::batch {
 
 namespace {
@@ -26,6 +28,13 @@ std::string IdentifierText(const std::string& bytes) {
     for (std::size_t i = 0; i < guid.rest.size(); ++i)
         guid.rest[i] = static_cast<Byte>(bytes[8 + i]);
     return ToText(guid);
+}
+
+// How the job reaches the unit, on one line.
+std::string PlaceOf(const Unit& unit) {
+    std::string place = unit.targetText;
+    std::replace(place.begin(), place.end(), '\n', ' ');
+    return place;
 }
 
 host::Session::Options SessionOptions(const setup::OpenedDriver& driver, const Services& services) {
@@ -75,8 +84,11 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     const auto newConfiguration = [&] {
         return std::make_unique<host::Configuration>(m_services.platform, &layout, nullptr);
     };
-    host::Writer writer(m_session,
-                        {m_services.records, newConfiguration, m_services.now, m_driver.origin});
+    host::Writer writer(m_session, {m_services.records,
+                                    newConfiguration,
+                                    m_services.now,
+                                    m_driver.origin,
+                                    {unit.name, PlaceOf(unit)}});
     RollBack(writer, unit, report);
 
     const auto configuration = newConfiguration();

@@ -15,47 +15,55 @@ constexpr host::RecordFormat kFormat = {"qx-batch-report", 1};
 
 constexpr Result kResults[] = {Result::NotDone, Result::Done, Result::Failed};
 
-Json UnitToJson(const UnitReport& unit) {
-    Json json = {{"name", unit.name},
-                 {"result", NameOf(unit.result)},
-                 {"time", unit.time},
-                 {"document", unit.document},
-                 {"keyboard", unit.keyboard},
-                 {"identifier", unit.identifier},
-                 {"bytesSent", unit.bytesSent},
-                 {"backup", unit.backup},
-                 {"rolledBack", unit.isRolledBack},
-                 {"wanted", unit.wanted},
-                 {"error", nullptr}};
-    if (unit.result == Result::Failed)
-        json["error"] = {{"code", unit.code}, {"message", unit.message}};
+// Throws std::runtime_error for another type.
+template <typename Value>
+Value Member(const Json& json, const std::string& place, const char* key) {
+    const std::string where = host::JsonPointer(place, key) + ": ";
+    if (!json.is_object() || !json.contains(key))
+        throw std::runtime_error(where + "is missing");
+    const Json& value = json[key];
+    if constexpr (std::is_same_v<Value, std::string>) {
+        if (!value.is_string())
+            throw std::runtime_error(where + host::ShortText(value) + " is not a text");
+        return value.get<std::string>();
+    } else if constexpr (std::is_same_v<Value, bool>) {
+        if (!value.is_boolean())
+            throw std::runtime_error(where + host::ShortText(value) + " is neither true nor false");
+        return value.get<bool>();
+    } else {
+        try {
+            return host::NumberFromJson<Value>(value);
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(where + error.what());
+        }
+    }
+}
+
+Result ResultNamed(const std::string& name, const std::string& place) {
+    const auto* const found = std::find_if(std::begin(kResults), std::end(kResults),
+                                           [&](Result each) { return NameOf(each) == name; });
+    if (found == std::end(kResults))
+        throw std::runtime_error(host::JsonPointer(place, "result") + ": " + host::ShortText(name) +
+                                 " is not a result");
+    return *found;
+}
+
+Json UnitsToJson(const std::vector<UnitReport>& units) {
+    Json json = Json::array();
+    for (const UnitReport& unit : units)
+        json.push_back(ToJson(unit));
     return json;
 }
 
-// Throws std::exception when something is missing or wrong.
-UnitReport UnitFromJson(const Json& json) {
-    UnitReport unit;
-    const auto text = [&](const char* key) { return json.at(key).get<std::string>(); };
-    unit.name = text("name");
-    const std::string result = text("result");
-    const auto* const found = std::find_if(std::begin(kResults), std::end(kResults),
-                                           [&](Result each) { return NameOf(each) == result; });
-    if (found == std::end(kResults))
-        throw std::runtime_error(host::ShortText(result) + " is no result");
-    unit.result = *found;
-    unit.time = text("time");
-    unit.document = text("document");
-    unit.keyboard = text("keyboard");
-    unit.identifier = text("identifier");
-    unit.bytesSent = json.at("bytesSent").get<Long>();
-    unit.backup = text("backup");
-    unit.isRolledBack = json.at("rolledBack").get<bool>();
-    unit.wanted = text("wanted");
-    if (unit.result == Result::Failed) {
-        unit.code = json.at("error").at("code").get<std::string>();
-        unit.message = json.at("error").at("message").get<std::string>();
-    }
-    return unit;
+std::vector<UnitReport> UnitsFromJson(const Json& record, const std::string& key) {
+    if (!record.contains(key) || !record[key].is_array())
+        throw std::runtime_error("/" + key + ": is not a list of units");
+    std::vector<UnitReport> units;
+    const std::string place = host::JsonPointer("", key);
+    for (const Json& unit : record[key])
+        units.push_back(
+            UnitReportFromJson(unit, host::JsonPointer(place, std::to_string(units.size()))));
+    return units;
 }
 
 } // namespace
@@ -72,9 +80,48 @@ std::string_view NameOf(Result result) {
     return "";
 }
 
+Json ToJson(const UnitReport& unit) {
+    Json json = {{"name", unit.name},
+                 {"result", NameOf(unit.result)},
+                 {"time", unit.time},
+                 {"document", unit.document},
+                 {"keyboard", unit.keyboard},
+                 {"identifier", unit.identifier},
+                 {"bytesSent", unit.bytesSent},
+                 {"backup", unit.backup},
+                 {"rolledBack", unit.isRolledBack},
+                 {"wanted", unit.wanted},
+                 {"error", nullptr}};
+    if (unit.result == Result::Failed)
+        json["error"] = {{"code", unit.code}, {"message", unit.message}};
+    return json;
+}
+
+UnitReport UnitReportFromJson(const Json& json, const std::string& place) {
+    const auto text = [&](const char* key) { return Member<std::string>(json, place, key); };
+    UnitReport unit;
+    unit.name = text("name");
+    unit.result = ResultNamed(text("result"), place);
+    unit.time = text("time");
+    unit.document = text("document");
+    unit.keyboard = text("keyboard");
+    unit.identifier = text("identifier");
+    unit.bytesSent = Member<Long>(json, place, "bytesSent");
+    unit.backup = text("backup");
+    unit.isRolledBack = Member<bool>(json, place, "rolledBack");
+    unit.wanted = text("wanted");
+    if (unit.result == Result::Failed) {
+        const Json error = json.value("error", Json());
+        const std::string inError = host::JsonPointer(place, "error");
+        unit.code = Member<std::string>(error, inError, "code");
+        unit.message = Member<std::string>(error, inError, "message");
+    }
+    return unit;
+}
+
 std::filesystem::path Report::PathFor(const std::filesystem::path& job) {
     std::filesystem::path report = job;
-    return report.replace_extension(".report.json");
+    return report += ".report.json";
 }
 
 Report Report::Load(const std::filesystem::path& file, const std::string& job) {
@@ -86,13 +133,13 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
         return report;
     try {
         host::ReadRecord(file, kFormat, [&](const Json& record) {
-            for (const Json& unit : record.at("units"))
-                report.units.push_back(UnitFromJson(unit));
+            report.units = UnitsFromJson(record, "units");
+            report.formerUnits = UnitsFromJson(record, "formerUnits");
         });
     } catch (const host::Error& error) {
         throw host::Error(error.Kind(), std::string(error.what()) +
-                                            "; it tells which keyboards are done: move it away, "
-                                            "and all of them are programmed again");
+                                            "; it records which keyboards are done: move it "
+                                            "away, and all of them are programmed again");
     }
     return report;
 }
@@ -101,10 +148,22 @@ void Report::Save() const {
     host::WriteRecord(m_file, kFormat, ToJson());
 }
 
-const UnitReport* Report::Find(const std::string& name) const {
-    const auto found = std::find_if(units.begin(), units.end(),
-                                    [&](const UnitReport& unit) { return unit.name == name; });
-    return found == units.end() ? nullptr : &*found;
+void Report::SetUnits(const std::vector<std::string>& names) {
+    std::vector<UnitReport> known = std::move(units);
+    known.insert(known.end(), formerUnits.begin(), formerUnits.end());
+    units.clear();
+    for (const std::string& name : names) {
+        const auto found = std::find_if(known.begin(), known.end(),
+                                        [&](const UnitReport& unit) { return unit.name == name; });
+        units.emplace_back();
+        if (found != known.end()) {
+            units.back() = *found;
+            known.erase(found);
+        }
+        units.back().name = name;
+    }
+    std::erase_if(known, [](const UnitReport& unit) { return unit.time.empty(); });
+    formerUnits = std::move(known);
 }
 
 std::size_t Report::Count(Result result) const {
@@ -113,14 +172,12 @@ std::size_t Report::Count(Result result) const {
 }
 
 Json Report::ToJson() const {
-    Json json = {{"job", m_job},
-                 {"done", Count(Result::Done)},
-                 {"failed", Count(Result::Failed)},
-                 {"notDone", Count(Result::NotDone)},
-                 {"units", Json::array()}};
-    for (const UnitReport& unit : units)
-        json["units"].push_back(UnitToJson(unit));
-    return json;
+    return {{"job", m_job},
+            {"done", Count(Result::Done)},
+            {"failed", Count(Result::Failed)},
+            {"notDone", Count(Result::NotDone)},
+            {"units", UnitsToJson(units)},
+            {"formerUnits", UnitsToJson(formerUnits)}};
 }
 
 } // namespace qx::batch

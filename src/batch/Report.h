@@ -32,7 +32,7 @@ struct UnitReport {
 
 class Report {
 public:
-    // "tills.report.json" for the job "tills.json".
+    // "tills.json.report.json" for the job "tills.json".
     [[nodiscard]] static std::filesystem::path PathFor(const std::filesystem::path& job);
     // An empty one where there is no file. Throws Error(FileFailed) for one that cannot be used.
     [[nodiscard]] static Report Load(const std::filesystem::path& file, const std::string& job);
@@ -40,16 +40,24 @@ public:
     void Save() const;
 
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
-    [[nodiscard]] const UnitReport* Find(const std::string& name) const;
+    // Makes `units` those of these names, in this order: known ones with their record, new ones not
+    // done. The records of the others are kept as former ones.
+    void SetUnits(const std::vector<std::string>& names);
     [[nodiscard]] std::size_t Count(Result result) const;
     [[nodiscard]] host::Json ToJson() const;
 
-    std::vector<UnitReport> units; // in the order of the job
+    std::vector<UnitReport> units;       // in the order of the job
+    std::vector<UnitReport> formerUnits; // that are no longer in the job
 
 private:
     std::filesystem::path m_file;
     std::string m_job; // its file name
 };
+
+// A unit's record as the report has it. Reading throws std::runtime_error that says where in
+// `json`, which stands at `place`, something is missing or wrong.
+[[nodiscard]] host::Json ToJson(const UnitReport& unit);
+[[nodiscard]] UnitReport UnitReportFromJson(const host::Json& json, const std::string& place);
 
 // "done", "failed", "not done".
 [[nodiscard]] std::string_view NameOf(Result result);

@@ -1,7 +1,5 @@
 #include "cli/InterruptWatch.h"
 
-#include <csignal>
-
 namespace qx::cli {
 
 namespace {
@@ -14,12 +12,15 @@ extern "C" void OnInterrupt(int) {
 
 } // namespace
 
-InterruptWatch::InterruptWatch() : m_previous(std::signal(SIGINT, OnInterrupt)) {
+InterruptWatch::InterruptWatch() : m_previous() {
     interrupted = 0;
+    for (std::size_t i = 0; i < kSignals.size(); ++i)
+        m_previous[i] = std::signal(kSignals[i], OnInterrupt);
 }
 
 InterruptWatch::~InterruptWatch() {
-    (void)std::signal(SIGINT, m_previous);
+    for (std::size_t i = 0; i < kSignals.size(); ++i)
+        (void)std::signal(kSignals[i], m_previous[i]);
 }
 
 bool InterruptWatch::IsInterrupted() const {

@@ -1,5 +1,9 @@
-// InterruptWatch: while one lives, Ctrl+C does not end the program, but is told to who asks.
+// InterruptWatch: while one lives, a signal that asks the program to end (Ctrl+C, SIGTERM, SIGHUP)
+// does not end it, but is reported to who asks.
 #pragma once
+
+#include <array>
+#include <csignal>
 
 namespace qx::cli {
 
@@ -10,11 +14,16 @@ public:
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 
-    // Whether it was pressed since the watch began.
+    // Whether one has come since the watch began.
     [[nodiscard]] bool IsInterrupted() const;
 
 private:
-    void (*m_previous)(int);
+#ifdef SIGHUP
+    static constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
+#else
+    static constexpr std::array kSignals = {SIGINT, SIGTERM};
+#endif
+    std::array<void (*)(int), kSignals.size()> m_previous;
 };
 
 } // namespace qx::cli

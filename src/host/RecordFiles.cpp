@@ -102,6 +102,9 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
                 throw std::runtime_error("it is not as it was written");
         }
         read(record);
+    } catch (const Json::exception&) {
+        throw Error(ErrorKind::FileFailed,
+                    file.string() + " cannot be used: a member is missing, or is of another type");
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed,
                     file.string() + " cannot be used: " + std::string(error.what()));

@@ -70,6 +70,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     [[nodiscard]] Channel& Connection() { return m_channel; }
+    [[nodiscard]] const Channel& Connection() const { return m_channel; }
 
     // Waits for its end; kills it when it still runs at the deadline.
     Ending End(Deadline until);

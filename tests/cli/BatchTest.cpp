@@ -1,122 +1,9 @@
 // Batches as the user of the command line sees them.
-#include "CommandLine.h"
-
-#include "host/Json.h"
-
-#include <csignal>
-#include <map>
+#include "BatchJob.h"
 
 namespace qx::test {
 
-using host::Json;
-
-namespace {
-
-constexpr const char* kDocument = R"({"format": "qx-configuration", "version": 1,
-    "commonKeyboard": {"outputDelay": 9},
-    "magnetCard": {"sendImmediate": true, "verifyLRC": true, "verifyLastChar": true, "tracks": [
-        {"enabled": true, "headerEnabled": true, "header": "T ^T ${till}",
-         "terminatorEnabled": true, "terminator": []},
-        {"enabled": true, "headerEnabled": true, "header": [],
-         "terminatorEnabled": true, "terminator": []},
-        {"enabled": true, "headerEnabled": true, "header": [],
-         "terminatorEnabled": true, "terminator": []},
-        {"enabled": true, "headerEnabled": true, "header": [],
-         "terminatorEnabled": true, "terminator": []}]}})";
-
-// Simulated keyboards in the files of one folder, and a job for three of them.
-class Batch : public testing::Test {
-protected:
-    Batch() {
-        Write("till.json", kDocument);
-        for (const char* name : {"1", "2", "3"})
-            job["units"].push_back({{"name", std::string("till ") + name},
-                                    {"keyboard", std::string(name) + ".qxk"},
-                                    {"variables", {{"till", std::string("00") + name}}}});
-    }
-
-    Outcome Run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(),
-                         {"--layouts", QX_LAYOUTS, "--settings", File("settings.ini")});
-        std::ostringstream out;
-        std::ostringstream err;
-        cli::Surroundings surroundings;
-        surroundings.dataFolder = folder / "data";
-        surroundings.openDriver = [this](const setup::KeyboardChoice& choice) {
-            opened += choice.keyboard.stem().string();
-            setup::OpenedDriver driver = setup::OpenDriver(choice);
-            if (const auto fault = faults.find(choice.keyboard.stem().string());
-                fault != faults.end())
-                driver.simulated->FailCall(fault->second, 77, true);
-            if (cut == choice.keyboard.stem()) {
-                sim::SimulatedDriver* simulated = driver.simulated;
-                driver.driver =
-                    std::make_unique<LyingDriver>(std::move(driver.driver), false,
-                                                  [simulated] { simulated->StopTransferAfter(4); });
-            }
-            return driver;
-        };
-        surroundings.pause = [this] {
-            if (pauses.empty())
-                std::raise(SIGINT);
-            else
-                std::exchange(pauses, {pauses.begin() + 1, pauses.end()}).front()();
-        };
-        opened.clear();
-        const int status = cli::Run(arguments, {out, err}, surroundings);
-        return {status, out.str(), err.str()};
-    }
-    Outcome RunJob(const std::vector<std::string>& options = {}) {
-        Write("job.json", job.dump());
-        std::vector<std::string> arguments = {"--json", "batch", File("job.json")};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return Run(arguments);
-    }
-    [[nodiscard]] Json Report() const {
-        return Json::parse(files::ReadFile(folder / "job.report.json"));
-    }
-    // "done failed done"
-    [[nodiscard]] std::string Results() const {
-        std::string results;
-        const Json report = Report();
-        for (const Json& unit : report["units"])
-            results += (results.empty() ? "" : " ") + unit["result"].get<std::string>();
-        return results;
-    }
-    // The till's number that the keyboard in this file holds all of the document with; "?" for
-    // another configuration.
-    std::string TillIn(const std::string& keyboard) {
-        for (const char* till : {"001", "002", "003"})
-            if (Run({"--keyboard", File(keyboard), "diff", "--set", std::string("till=") + till,
-                     File("till.json")})
-                    .status == 0)
-                return till;
-        return "?";
-    }
-
-    [[nodiscard]] std::string File(const std::string& name) const {
-        return (folder / name).string();
-    }
-    void Write(const std::string& name, const std::string& text) {
-        files::WriteFileAtomically(folder / name, text);
-    }
-    // Makes a keyboard; moves one to another file.
-    void Make(const std::string& name, const std::string& model = "full") {
-        EXPECT_EQ(Run({"--keyboard", File(name), "--model", model, "identify"}).status, 0);
-    }
-    void Move(const std::string& from, const std::string& to) {
-        std::filesystem::rename(folder / from, folder / to);
-    }
-
-    TempFolder folder{TempFolder::InMemory()};
-    Json job = {{"format", "qx-batch"}, {"version", 1}, {"document", "till.json"}};
-    std::map<std::string, int> faults; // of a keyboard, from its driver call of this number on
-    std::string cut;                   // the keyboard whose writes are cut after 4 bytes
-    std::string opened;                // the keyboards that the last run opened
-    std::vector<std::function<void()>> pauses; // what happens while a bench waits; then Ctrl+C
-};
-
-} // namespace
+using Batch = BatchJob;
 
 TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     cut = "2";
@@ -129,6 +16,10 @@ TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     const Json printed = Json::parse(first.out);
     EXPECT_EQ(printed["units"], Report()["units"]);
     EXPECT_EQ(printed["failed"], 1);
+    EXPECT_EQ(printed["thisRun"]["done"], Json({"till 1", "till 3"}));
+    EXPECT_EQ(printed["thisRun"]["failed"], Json({"till 2"}));
+    EXPECT_EQ(printed["thisRun"]["bytesSent"], printed["units"][0]["bytesSent"].get<int>() +
+                                                   printed["units"][2]["bytesSent"].get<int>());
 
     // The half-written keyboard is rolled back, and then written.
     cut.clear();
@@ -144,7 +35,43 @@ TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     const Outcome third = Run({"batch", File("job.json")});
     EXPECT_EQ(third.status, 0);
     EXPECT_EQ(opened, "");
-    EXPECT_NE(third.out.find("3 done, 0 failed, 0 not done"), std::string::npos) << third.out;
+    EXPECT_NE(third.out.find("3 done, 0 failed, 0 not done\nthis run: 0 done (0 bytes written)"),
+              std::string::npos)
+        << third.out;
+    EXPECT_EQ(Run({"batch", "--dry-run", File("job.json")}).status, 0);
+}
+
+// Each has its own numbers, however it comes by them.
+TEST_F(Batch, AUnitsVariablesGoBeforeTheJobs) {
+    job["variables"]["till"] = "003";
+    job["units"][1].erase("variables");
+    ASSERT_EQ(RunJob().status, 0);
+    EXPECT_EQ(TillIn("1.qxk") + TillIn("2.qxk") + TillIn("3.qxk"), "001003003");
+}
+
+TEST_F(Batch, OnlyChosenUnitsAreProgrammed) {
+    EXPECT_EQ(RunJob({"--only", "till 3", "--only", "till 1"}).status, 0);
+    EXPECT_EQ(opened, "13");
+    EXPECT_EQ(Results(), "done not done done");
+    const Outcome unknown = RunJob({"--only", "till"});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_NE(unknown.err.find("job.json has no unit \"till\""), std::string::npos) << unknown.err;
+    EXPECT_EQ(RunJob({"--dry-run"}).status, 1);
+    EXPECT_EQ(RunJob({"--dry-run", "--only", "till 1"}).status, 0);
+}
+
+// The unit that has begun is ended, and no other begins.
+TEST_F(Batch, EndsOrderlyWhenItIsAskedTo) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        whileOpening = [&](const std::string& keyboard) {
+            if (keyboard == "2")
+                std::raise(signal);
+        };
+        EXPECT_EQ(RunJob().status, 1);
+        EXPECT_EQ(opened, "12");
+        EXPECT_EQ(Results(), "done done not done");
+        std::filesystem::remove(folder / "job.json.report.json");
+    }
 }
 
 // Wherever the driver fails, the batch ends with a report, and the next one makes up for it.
@@ -153,7 +80,7 @@ TEST_F(Batch, EveryDriverCallOfAUnitMayFail) {
     for (Json& unit : job["units"])
         unit["model"] = "magnet";
     bool isFailing = true;
-    for (int call = 1; isFailing; ++call) {
+    for (int call = 1; isFailing; call += 1 + call / 6) {
         faults = {{"1", call}};
         const Outcome broken = RunJob();
         isFailing = broken.status != 0;
@@ -161,7 +88,7 @@ TEST_F(Batch, EveryDriverCallOfAUnitMayFail) {
         faults.clear();
         ASSERT_EQ(RunJob().status, 0) << call;
         ASSERT_EQ(TillIn("1.qxk"), "001") << call;
-        for (const char* name : {"1.qxk", "2.qxk", "job.report.json"})
+        for (const char* name : {"1.qxk", "2.qxk", "job.json.report.json"})
             std::filesystem::remove(folder / name);
         ASSERT_LT(call, 1000);
     }
@@ -180,9 +107,10 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
     EXPECT_EQ(opened, "");
     document["commonKeyboard"]["outputDelay"] = 10;
     Write("till.json", document.dump());
-    const Json planned = Json::parse(RunJob({"--dry-run"}).out);
+    const Outcome planned = RunJob({"--dry-run"});
     EXPECT_EQ(opened, "");
-    EXPECT_EQ(planned["notDone"], 3);
+    EXPECT_EQ(planned.status, 1);
+    EXPECT_EQ(Json::parse(planned.out)["notDone"], 3);
     faults = {{"3", 1}};
     EXPECT_EQ(RunJob().status, 3);
     EXPECT_EQ(opened, "123");
@@ -190,106 +118,15 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
 
     // A crash may come between a keyboard and the report: the keyboard holds all of it then.
     faults.clear();
-    std::filesystem::remove(folder / "job.report.json");
+    std::filesystem::remove(folder / "job.json.report.json");
     EXPECT_EQ(RunJob().status, 0);
     EXPECT_EQ(opened, "123");
     EXPECT_EQ(Report()["units"][0]["bytesSent"], 0);
     EXPECT_EQ(Report()["units"][2]["bytesSent"], 1);
 }
 
-TEST_F(Batch, FaultsOfAJobAreNamedBeforeAKeyboardIsTouched) {
-    struct Row {
-        const char* patch; // merged into the job
-        const char* place;
-        const char* message;
-    };
-    const Json first = {{"name", "till 1"}, {"keyboard", "1.qxk"}, {"variables", {{"till", "1"}}}};
-    const Row rows[] = {
-        {R"({"format": "x"})", "/format", "not a batch job"},
-        {R"({"version": 2})", "/version", "the version is not 1"},
-        {R"({"unit": []})", "/unit", "\"unit\" is not known here"},
-        {R"({"units": []})", "/units", "no list of units"},
-        {R"({"units": [7]})", "/units/0", "7 is not an object"},
-        {R"({"document": "none.json"})", "/units/0/document", "none.json"},
-        {R"({"document": null})", "/document", "null is not a text"},
-        {R"({"variables": {"store": "7"}})", "/variables/store", "no document has a placeholder"},
-        {R"({"variables": {"till": 7}})", "/variables/till", "write \"42\""},
-        {R"({"variables": {"1": "7"}})", "/variables/1", "a variable's name is"},
-        {R"({"bench": {"model": "full"}})", "/bench/model", "is for a \"keyboard\""},
-        {R"({"bench": {"keyboard": "port.qxk"}})", "/units/0", "this is a job for the bench"},
-    };
-    const auto check = [&](const Row& row) {
-        const Outcome outcome = RunJob();
-        EXPECT_EQ(outcome.status, 6) << row.message << outcome.err;
-        const Json error = Json::parse(outcome.out)["error"];
-        EXPECT_EQ(error["place"], row.place) << outcome.err;
-        EXPECT_NE(error["message"].get<std::string>().find(row.message), std::string::npos)
-            << outcome.err;
-        EXPECT_EQ(opened, "");
-    };
-    const Json whole = job;
-    for (const Row& row : rows) {
-        job = whole;
-        const Json patch = Json::parse(row.patch);
-        for (const auto& [key, value] : patch.items())
-            job[key] = value;
-        check(row);
-    }
-    const Row ofUnits[] = {
-        {R"({"name": "till 1"})", "/units/1/name", "is the name of another unit"},
-        {R"({"keyboard": "./x/../1.qxk"})", "/units/1/keyboard", "is also that of till 1"},
-        {R"({"keyboard": ""})", "/units/1/keyboard", "is empty"},
-        {R"({"driver": 4})", "/units/1/driver", "4 is not a text"},
-        {R"({"till": "001"})", "/units/1/till", "is not known here"},
-        {R"({"identifier": "7"})", "/units/1/identifier", "is not like {01234567-"},
-        {R"({"variables": {}})", "/units/1",
-         "/magnetCard/tracks/0/header: needs a value for the variable till"},
-        {R"({"variables": {"till": "€"}})", "/units/1", "no key of the layout types"},
-        {R"({"variables": {"till": "1", "tlil": "1"}})", "/units/1/variables/tlil",
-         "has no placeholder ${tlil}"},
-    };
-    for (const Row& row : ofUnits) {
-        job = whole;
-        const Json patch = Json::parse(row.patch);
-        for (const auto& [key, value] : patch.items())
-            job["units"][1][key] = value;
-        check(row);
-    }
-    // All of them are told.
-    job["units"][0]["variables"]["a"] = "1";
-    job["units"][2]["variables"]["a"] = "1";
-    const Json error = Json::parse(RunJob().out)["error"];
-    EXPECT_EQ(error["faults"].size(), 3U) << error;
-    EXPECT_FALSE(std::filesystem::exists(folder / "job.report.json"));
-    job = whole;
-    EXPECT_EQ(RunJob({"--bench"}).status, 2);
-    EXPECT_EQ(RunJob({"--keyboard", File("1.qxk")}).status, 2);
-    EXPECT_EQ(Run({"batch", File("none.json")}).status, 4);
-    EXPECT_EQ(opened, "");
-}
-
-TEST_F(Batch, ADamagedReportIsKeptAndNothingIsTouched) {
-    ASSERT_EQ(RunJob().status, 0);
-    const std::string text = files::ReadFile(folder / "job.report.json");
-    std::vector<std::string> damaged = {text + "x", R"({"format": "qx-batch-report"})"};
-    for (std::size_t length = 0; length + 2 < text.size(); length += 61)
-        damaged.push_back(text.substr(0, length));
-    for (const char* change : {R"("version": 1)", R"("result": "done")", R"("wanted": ")"}) {
-        damaged.push_back(text);
-        damaged.back().replace(damaged.back().find(change) + 3, 3, "xxx");
-    }
-    for (const std::string& each : damaged) {
-        Write("job.report.json", each);
-        const Outcome outcome = RunJob();
-        ASSERT_EQ(outcome.status, 4) << each;
-        EXPECT_NE(outcome.err.find("move it away"), std::string::npos) << outcome.err;
-        EXPECT_EQ(opened, "");
-        EXPECT_EQ(files::ReadFile(folder / "job.report.json"), each);
-    }
-}
-
 TEST_F(Batch, OnlyOneWorksOnAJob) {
-    files::FileLock other(folder / "job.report.json");
+    files::FileLock other(folder / "job.json.report.json");
     ASSERT_TRUE(other.TryLock());
     const Outcome outcome = RunJob();
     EXPECT_EQ(outcome.status, 4);
@@ -318,24 +155,6 @@ TEST_F(Batch, AUnitMayMeanOneKeyboardOnly) {
     EXPECT_EQ(RunJob().status, 4);
     job["units"][1].erase("identifier");
     EXPECT_EQ(RunJob().status, 6);
-}
-
-// What was left out is done when it no longer is; and no two keyboards get one identifier.
-TEST_F(Batch, WhatWasSkippedIsNotDoneAndIdentifiersAreGivenOnce) {
-    Json document = Json::parse(kDocument);
-    Make("1.qxk", "magnet");
-    const Json layered = Json::parse(
-        Run({"--json", "--keyboard", File("2.qxk"), "upload"}).out)["document"]["layeredFuncKeys"];
-    document["layeredFuncKeys"] = layered;
-    Write("till.json", document.dump());
-    EXPECT_EQ(RunJob().status, 6) << "three keyboards would get one identifier";
-
-    job["units"].erase(2);
-    job["units"].erase(1);
-    EXPECT_EQ(RunJob({"--skip-absent"}).status, 0);
-    EXPECT_EQ(Results(), "done");
-    EXPECT_NE(RunJob().status, 0) << "the keyboard lacks a section of the document";
-    EXPECT_EQ(Results(), "failed");
 }
 
 // One keyboard after the other stands in the bench's file.

@@ -6,6 +6,7 @@
 #include "files/Files.h"
 #include "simulator/SimulatedDriver.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -107,6 +108,22 @@ void Misbehave(Arguments... arguments) {
         close(3);
     if (word == "overrun")
         (Overrun(arguments, std::stoi(theAction.substr(word.size()))), ...);
+    if (word == "kill-parent") {
+        kill(getppid(), SIGKILL);
+        pause();
+    }
+    if (word == "half") { // of a transfer, and the program is killed
+        theKeyboard->StopTransferAfter(4);
+        (void)theKeyboard->QXCFG_ImageSave();
+        kill(getppid(), SIGKILL);
+        pause();
+    }
+    if (word == "terminate") {
+        int process = 0;
+        action >> process;
+        kill(process, SIGTERM);
+        std::ofstream(theFile + ".here") << "here";
+    }
     if (word == "meet") { // another one, which has to be at work at the same time
         std::ofstream(theFile + ".here") << "here";
         action >> word;

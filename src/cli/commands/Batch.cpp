@@ -1,11 +1,11 @@
 #include "batch/Batch.h"
 
+#include "batch/Layouts.h"
 #include "cli/InterruptWatch.h"
 #include "cli/Output.h"
 #include "cli/commands/Commands.h"
-#include "setup/LayoutSource.h"
+#include "files/Files.h"
 
-#include <map>
 #include <memory>
 
 namespace qx::cli {
@@ -14,34 +14,18 @@ namespace {
 
 constexpr int kNotAllDone = 1;
 
+constexpr Long kMostJobs = 64;
+constexpr Long kLongestTimeout = 86'400;
+constexpr const char* kWorkerProgram = "qxbatchworker";
+
 struct BatchOptions {
     std::string job;
     bool bench = false;
     bool dryRun = false;
     bool skipAbsent = false;
-};
-
-// The layouts that keyboards name, each opened once. One that is chosen is that of all keyboards.
-class Layouts {
-public:
-    Layouts(Context& context, std::string chosen)
-        : m_context(context), m_chosen(std::move(chosen)) {}
-
-    QXKeyboardLayoutData& For(const std::string& ofKeyboard) {
-        const std::string name = m_chosen.empty() ? m_context.LayoutNameFor(ofKeyboard) : m_chosen;
-        auto& layout = m_layouts[name];
-        if (!layout) {
-            auto opened = std::make_unique<QXKeyboardLayoutData>();
-            setup::OpenLayout(*opened, m_context.options.layouts, name);
-            layout = std::move(opened);
-        }
-        return *layout;
-    }
-
-private:
-    Context& m_context;
-    std::string m_chosen;
-    std::map<std::string, std::unique_ptr<QXKeyboardLayoutData>> m_layouts;
+    Integer jobs = 1;
+    Long timeout = 120;
+    std::vector<std::string> only;
 };
 
 Lines Table(const batch::Report& report) {
@@ -66,31 +50,24 @@ void RefuseGlobals(const GlobalOptions& options) {
     const setup::KeyboardChoice& choice = options.keyboard;
     if (!choice.driver.empty() || !choice.keyboard.empty() || !choice.model.empty())
         throw host::Error(host::ErrorKind::Usage,
-                          "a batch takes its keyboards from the job, and so no --driver, "
-                          "--keyboard or --model");
+                          "--driver, --keyboard and --model cannot be used with batch");
 }
 
 void RefuseOtherPlace(const batch::Job& job, const BatchOptions& options) {
     if (options.bench && !job.Bench())
         throw host::Error(host::ErrorKind::Usage,
-                          options.job + " names no \"bench\", at which --bench could program");
+                          options.job + " has no \"bench\", which --bench needs");
     if (!options.bench && !options.dryRun && job.Bench())
         throw host::Error(host::ErrorKind::Usage,
-                          options.job + " is a job for the bench, which --bench begins");
+                          options.job + " is a job for the bench: use --bench");
 }
 
-void RunBatch(Context& context, const BatchOptions& options) {
-    RefuseGlobals(context.options);
-    batch::Job job = batch::Job::Load(options.job);
-    RefuseOtherPlace(job, options);
-    const std::string chosen =
-        context.options.layout.empty() ? job.Layout() : context.options.layout;
-    Layouts layouts(context, chosen);
-    job.Check(context.Services(), layouts.For(""), chosen, options.skipAbsent);
-
-    const InterruptWatch interrupt;
+batch::Services ServicesOf(Context& context, const BatchOptions& options,
+                           const driverhost::Isolation& isolation, batch::Layouts& layouts,
+                           const InterruptWatch& interrupt) {
     batch::Services services;
-    services.openDriver = [&](const setup::KeyboardChoice& choice) {
+    services.openDriver = [&context, isolation](setup::KeyboardChoice choice) {
+        choice.isolation = isolation;
         return context.OpenDriver(choice);
     };
     services.layout = [&](const std::string& name) -> QXKeyboardLayoutData& {
@@ -103,19 +80,55 @@ void RunBatch(Context& context, const BatchOptions& options) {
     services.isInterrupted = [&] { return interrupt.IsInterrupted(); };
     services.note = [&](const std::string& text) { context.Note(text); };
     services.progress = [&](int percent) { context.ShowProgress(percent); };
-    batch::Batch batch(std::move(job), std::move(services));
-    if (options.dryRun)
+    return services;
+}
+
+// The report, with what this run has changed.
+void ShowResult(Context& context, const batch::Batch& batch) {
+    const batch::ThisRun run = batch.ThisRunSoFar();
+    host::Json json = batch.Progress().ToJson();
+    json["thisRun"] = {{"done", run.done}, {"failed", run.failed}, {"bytesSent", run.bytesSent}};
+    Lines lines = Table(batch.Progress());
+    lines.push_back("this run: " + std::to_string(run.done.size()) + " done (" +
+                    Counted(run.bytesSent, "byte") + " written), " +
+                    std::to_string(run.failed.size()) + " failed");
+    context.Result(json, lines);
+}
+
+void RunBatch(Context& context, const BatchOptions& options) {
+    RefuseGlobals(context.options);
+    batch::Job job = batch::Job::Load(options.job);
+    RefuseOtherPlace(job, options);
+    const std::string chosen =
+        context.options.layout.empty() ? job.Layout() : context.options.layout;
+    batch::Layouts layouts({context.options.layouts, chosen, context.LayoutNameFor("")});
+    job.Check(context.Services(), layouts.For(""), chosen, options.skipAbsent);
+    for (const std::string& note : job.Notes())
+        context.Note(note);
+
+    const driverhost::Isolation isolation = {{}, std::chrono::seconds(options.timeout)};
+    const InterruptWatch interrupt;
+    batch::Batch batch(std::move(job), ServicesOf(context, options, isolation, layouts, interrupt));
+    if (!options.only.empty())
+        batch.Choose(options.only);
+    if (options.dryRun) {
+        context.exitStatus = batch.IsAllDone() ? 0 : kNotAllDone;
         return context.Result(batch.Progress().ToJson(), Table(batch.Progress()));
+    }
     if (options.bench)
         batch.RunAtBench();
-    else
+    else if (options.jobs == 1)
         batch.Run();
+    else
+        batch.RunByCrew(static_cast<std::size_t>(options.jobs),
+                        files::ExecutableFolder() / kWorkerProgram,
+                        {layouts.Choice(), context.DataFolder(), options.skipAbsent, isolation,
+                         context.options.trace});
     context.Note("the report is in " + batch.Progress().File().string());
-    context.Result(batch.Progress().ToJson(), Table(batch.Progress()));
-    context.exitStatus = batch.FirstFailure() && !batch.IsAllDone()
-                             ? ExitStatusOf(*batch.FirstFailure())
-                         : batch.IsAllDone() ? 0
-                                             : kNotAllDone;
+    ShowResult(context, batch);
+    if (!batch.IsAllDone())
+        context.exitStatus =
+            batch.FirstFailure() ? ExitStatusOf(*batch.FirstFailure()) : kNotAllDone;
 }
 
 } // namespace
@@ -137,7 +150,23 @@ Command BatchCommand() {
                      .summary = "Check the job and show its progress; touch no keyboard"},
                     {.name = "--skip-absent",
                      .target = &options->skipAbsent,
-                     .summary = "Leave out settings that a keyboard has no module for"}},
+                     .summary = "Leave out settings that a keyboard has no module for"},
+                    {.name = "--only",
+                     .target = &options->only,
+                     .summary = "Program only the unit of this name; may be repeated",
+                     .value = "NAME"},
+                    {.name = "--jobs",
+                     .target = &options->jobs,
+                     .summary = "Program this many units at once (default 1)",
+                     .value = "N",
+                     .range = std::pair<Long, Long>(1, kMostJobs),
+                     .excludes = {"--bench"}},
+                    {.name = "--timeout",
+                     .target = &options->timeout,
+                     .summary = "Give up on a driver that neither answers nor makes progress for "
+                                "so many seconds (default 120)",
+                     .value = "SECONDS",
+                     .range = std::pair<Long, Long>(1, kLongestTimeout)}},
         .footer =
             "A job is a JSON file that lists the keyboards, with a document and the variables of "
             "each:\n\n"
@@ -149,19 +178,22 @@ Command BatchCommand() {
             "\"002\" } } ] }\n\n"
             "In the document, ${till} stands for the value. All documents are checked before the "
             "first keyboard is\ntouched; a keyboard that fails does not stop the others. "
-            "JOB.report.json tells how far it has come:\nrun again, it does only what is not done, "
-            "or "
-            "has changed. A write that was interrupted is rolled\nback first.\n\n"
+            "JOB.report.json records the progress: run\nagain, batch does only what is not done or "
+            "has changed. A write that was interrupted is rolled back\nfirst. An identifier that "
+            "several units would get is left out, so that each keeps its own.\n\n"
+            "Each driver library runs in a process of its own: one that crashes, hangs or exits "
+            "costs its unit only.\nUnits of the same driver and keyboard are never programmed at "
+            "the same time.\n\n"
             "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without "
-            "a "
-            "keyboard of their\nown: each keyboard that is plugged in becomes the next unit. "
-            "Ctrl+C "
-            "ends it.\n\n"
-            "Exits with the status of the first keyboard that failed, and with 1 when it was ended "
-            "before all\nwere done.\n\n"
+            "a keyboard of their\nown: each keyboard that is plugged in becomes the next unit. "
+            "Ctrl+C ends it.\n\n"
+            "Exits with 0 when all units are done, with the status of the first unit that failed, "
+            "and with 1 when\nunits are left that did not fail, also after --dry-run.\n\n"
             "Examples:\n"
             "  qxconf batch --dry-run tills.json\n"
             "  qxconf batch tills.json\n"
+            "  qxconf batch --jobs 4 --timeout 60 tills.json\n"
+            "  qxconf batch --only \"till 2\" tills.json\n"
             "  qxconf --json batch tills.json\n"
             "  qxconf batch --bench tills.json",
         .run = [options](Context& context) { RunBatch(context, *options); },

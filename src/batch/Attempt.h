@@ -1,0 +1,33 @@
+// Attempt: one unit's turn, and what came of it.
+#pragma once
+
+#include "batch/Job.h"
+#include "batch/Report.h"
+#include "host/Error.h"
+#include "host/RecordFiles.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx::batch {
+
+struct Attempt {
+    UnitReport report;
+    std::optional<host::ErrorKind> failure; // none: it is done
+    std::vector<std::string> notes;         // for the user, besides
+
+    // "done: wrote 9 bytes, read back and found equal", "failed: ...".
+    [[nodiscard]] std::string Outcome() const;
+    void Fail(host::ErrorKind kind, const std::string& message);
+};
+
+// An attempt that has not begun.
+[[nodiscard]] Attempt NewAttempt(const Unit& unit, host::Time now);
+
+// Makes one: `program` fills in the report, and throws what made it fail.
+[[nodiscard]] Attempt MakeAttempt(const Unit& unit, host::Time now,
+                                  const std::function<void(UnitReport&)>& program);
+
+} // namespace qx::batch

@@ -1,0 +1,19 @@
+#include "batch/Layouts.h"
+
+#include "setup/LayoutSource.h"
+
+namespace qx::batch {
+
+QXKeyboardLayoutData& Layouts::For(const std::string& ofKeyboard) {
+    const std::string& own = ofKeyboard.empty() ? m_choice.preferred : ofKeyboard;
+    const std::string& name = m_choice.chosen.empty() ? own : m_choice.chosen;
+    auto& layout = m_layouts[name];
+    if (!layout) {
+        auto opened = std::make_unique<QXKeyboardLayoutData>();
+        setup::OpenLayout(*opened, m_choice.folder, name);
+        layout = std::move(opened);
+    }
+    return *layout;
+}
+
+} // namespace qx::batch

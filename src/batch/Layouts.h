@@ -1,0 +1,34 @@
+// Layouts: the keyboard layouts of a batch, each opened once.
+#pragma once
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace qx::batch {
+
+// Which layouts a batch uses, by their names.
+struct LayoutChoice {
+    std::filesystem::path folder; // empty: the usual ones
+    std::string chosen;           // for all keyboards; empty: each keyboard's own
+    std::string preferred;        // for a keyboard that names none
+};
+
+class Layouts {
+public:
+    explicit Layouts(LayoutChoice choice) : m_choice(std::move(choice)) {}
+
+    [[nodiscard]] const LayoutChoice& Choice() const { return m_choice; }
+    // The layout for a keyboard that names this one, or none (the empty text). It stays alive as
+    // long as this object. Throws host::Error.
+    [[nodiscard]] QXKeyboardLayoutData& For(const std::string& ofKeyboard);
+
+private:
+    LayoutChoice m_choice;
+    std::map<std::string, std::unique_ptr<QXKeyboardLayoutData>> m_layouts;
+};
+
+} // namespace qx::batch

@@ -1,0 +1,128 @@
+// BatchJob: a batch of simulated keyboards, as the user of the command line sees it.
+#pragma once
+
+#include "CommandLine.h"
+
+#include "host/Json.h"
+
+#include <csignal>
+#include <map>
+
+namespace qx::test {
+
+using host::Json;
+
+// Needs the variable "till".
+inline constexpr const char* kDocument = R"({"format": "qx-configuration", "version": 1,
+    "commonKeyboard": {"outputDelay": 9},
+    "magnetCard": {"sendImmediate": true, "verifyLRC": true, "verifyLastChar": true, "tracks": [
+        {"enabled": true, "headerEnabled": true, "header": "T ^T ${till}",
+         "terminatorEnabled": true, "terminator": []},
+        {"enabled": true, "headerEnabled": true, "header": [],
+         "terminatorEnabled": true, "terminator": []},
+        {"enabled": true, "headerEnabled": true, "header": [],
+         "terminatorEnabled": true, "terminator": []},
+        {"enabled": true, "headerEnabled": true, "header": [],
+         "terminatorEnabled": true, "terminator": []}]}})";
+
+// Simulated keyboards in the files of one folder, and a job for three of them.
+class BatchJob : public testing::Test {
+protected:
+    BatchJob() {
+        Write("till.json", kDocument);
+        for (const char* name : {"1", "2", "3"})
+            job["units"].push_back({{"name", std::string("till ") + name},
+                                    {"keyboard", std::string(name) + ".qxk"},
+                                    {"variables", {{"till", std::string("00") + name}}}});
+    }
+
+    Outcome Run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {"--layouts", QX_LAYOUTS, "--settings", File("settings.ini")});
+        std::ostringstream out;
+        std::ostringstream err;
+        cli::Surroundings surroundings;
+        surroundings.dataFolder = folder / "data";
+        surroundings.openDriver = [this](const setup::KeyboardChoice& choice) {
+            opened += choice.keyboard.stem().string();
+            if (whileOpening)
+                whileOpening(choice.keyboard.stem().string());
+            setup::OpenedDriver driver = setup::OpenDriver(choice);
+            if (const auto fault = faults.find(choice.keyboard.stem().string());
+                fault != faults.end())
+                driver.simulated->FailCall(fault->second, 77, true);
+            if (cut == choice.keyboard.stem()) {
+                sim::SimulatedDriver* simulated = driver.simulated;
+                driver.driver =
+                    std::make_unique<LyingDriver>(std::move(driver.driver), false,
+                                                  [simulated] { simulated->StopTransferAfter(4); });
+            }
+            return driver;
+        };
+        surroundings.pause = [this] {
+            if (pauses.empty())
+                std::raise(SIGINT);
+            else
+                std::exchange(pauses, {pauses.begin() + 1, pauses.end()}).front()();
+        };
+        opened.clear();
+        const int status = cli::Run(arguments, {out, err}, surroundings);
+        return {status, out.str(), err.str()};
+    }
+    Outcome RunJob(const std::vector<std::string>& options = {}) {
+        Write("job.json", job.dump());
+        std::vector<std::string> arguments = {"--json", "batch", File("job.json")};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return Run(arguments);
+    }
+    [[nodiscard]] Json Report() const {
+        return Json::parse(files::ReadFile(folder / "job.json.report.json"));
+    }
+    // "done failed done"
+    [[nodiscard]] std::string Results() const {
+        std::string results;
+        const Json report = Report();
+        for (const Json& unit : report["units"])
+            results += (results.empty() ? "" : " ") + unit["result"].get<std::string>();
+        return results;
+    }
+    // The identifier that the keyboard in this file has.
+    std::string IdentifierIn(const std::string& keyboard) {
+        return Json::parse(Run({"--json", "--keyboard", File(keyboard), "upload"})
+                               .out)["document"]["layeredFuncKeys"]["guid"];
+    }
+    // The till's number that the keyboard in this file holds all of the document with; "?" for
+    // another configuration.
+    std::string TillIn(const std::string& keyboard) {
+        for (const char* till : {"001", "002", "003"})
+            if (Run({"--keyboard", File(keyboard), "diff", "--set", std::string("till=") + till,
+                     File("till.json")})
+                    .status == 0)
+                return till;
+        return "?";
+    }
+
+    [[nodiscard]] std::string File(const std::string& name) const {
+        return (folder / name).string();
+    }
+    void Write(const std::string& name, const std::string& text) {
+        files::WriteFileAtomically(folder / name, text);
+    }
+    // Makes a keyboard; moves one to another file.
+    void Make(const std::string& name, const std::string& model = "full") {
+        EXPECT_EQ(Run({"--keyboard", File(name), "--model", model, "identify"}).status, 0);
+    }
+    void Move(const std::string& from, const std::string& to) {
+        std::filesystem::rename(folder / from, folder / to);
+    }
+
+    TempFolder folder{TempFolder::InMemory()};
+    Json job = {{"format", "qx-batch"}, {"version", 1}, {"document", "till.json"}};
+    std::map<std::string, int> faults; // of a keyboard, from its driver call of this number on
+    std::string cut;                   // the keyboard whose writes are cut after 4 bytes
+    std::string opened;                // the keyboards that the last run opened
+    std::function<void(const std::string&)> whileOpening; // a keyboard; may be empty
+    std::vector<std::function<void()>> pauses; // what happens while a bench waits; then Ctrl+C
+};
+
+} // namespace qx::test

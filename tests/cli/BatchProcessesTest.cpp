@@ -1,0 +1,154 @@
+// Batches whose drivers and workers are processes: what goes wrong there costs one unit.
+#include "BatchJob.h"
+
+#include "process/ChildProcess.h"
+
+namespace qx::test {
+
+namespace {
+
+// Units of the driver library that misbehaves as a file beside its keyboard says.
+class BatchProcesses : public BatchJob {
+protected:
+    BatchProcesses() {
+        job["units"] = Json::array();
+        for (const char* name : {"1", "2", "3", "4", "5"})
+            AddUnit(name, std::string(name) + ".qxk");
+    }
+    void AddUnit(const std::string& name, const std::string& keyboard) {
+        job["units"].push_back({{"name", "till " + name},
+                                {"driver", QX_WILD_DRIVER},
+                                {"keyboard", keyboard},
+                                {"variables", {{"till", "00" + name}}}});
+    }
+    void Behave(const std::string& keyboard, const std::string& behaviour) {
+        Write(keyboard + ".qxk.wild", behaviour);
+    }
+    void BehaveWell() {
+        for (const char* name : {"1", "2", "3", "4", "5"})
+            std::filesystem::remove(folder / (std::string(name) + ".qxk.wild"));
+    }
+    [[nodiscard]] std::string MessageOf(int unit) const {
+        const Json error = Report()["units"][unit]["error"];
+        return error.is_null() ? "" : error["message"].get<std::string>();
+    }
+    // qxconf in a process of its own.
+    process::Ending RunProgram(const std::vector<std::string>& options) {
+        Write("job.json", job.dump());
+        std::vector<std::string> arguments = {"--layouts",          QX_LAYOUTS, "--settings",
+                                              File("settings.ini"), "batch",    File("job.json")};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return process::ChildProcess(QX_QXCONF, arguments)
+            .End(std::chrono::steady_clock::now() + std::chrono::minutes(5));
+    }
+};
+
+} // namespace
+
+TEST_F(BatchProcesses, ADriverThatMisbehavesCostsItsUnit) {
+    for (const char* jobs : {"1", "3"}) {
+        Behave("1", "QXCFG_ImageSave crash");
+        Behave("2", "QXCFG_Init exit");
+        Behave("3", "QXCFG_ImageLoad hang");
+        Behave("4", "QXSIM_SetKeyboard exit");
+        const Outcome outcome = RunJob({"--jobs", jobs, "--timeout", "2"});
+        EXPECT_EQ(outcome.status, 4) << outcome.err;
+        EXPECT_EQ(Results(), "failed failed failed failed done");
+        EXPECT_NE(MessageOf(0).find("QXCFG_ImageSave: the driver crashed (signal 6, Aborted); the "
+                                    "keyboard may be partly written"),
+                  std::string::npos)
+            << MessageOf(0);
+        EXPECT_EQ(MessageOf(1), "the keyboard could not be opened: QXCFG_Init: the driver ended "
+                                "its process with status 0");
+        EXPECT_NE(MessageOf(2).find("QXCFG_ImageLoad: the driver did not answer within 2 s"),
+                  std::string::npos)
+            << MessageOf(2);
+        EXPECT_EQ(MessageOf(3), "QXSIM_SetKeyboard: the driver ended its process with status 0");
+
+        BehaveWell();
+        const Outcome again = RunJob({"--jobs", jobs});
+        EXPECT_EQ(again.status, 0) << again.err;
+        EXPECT_EQ(Results(), "done done done done done");
+        EXPECT_EQ(TillIn("1.qxk") + TillIn("3.qxk"), "001003");
+        for (const char* file : {"1.qxk", "2.qxk", "3.qxk", "4.qxk", "job.json.report.json"})
+            std::filesystem::remove(folder / file);
+    }
+}
+
+// The driver of the first unit waits in the middle of its work for that of another keyboard, and
+// the other way round: one after the other they would wait for ever, and a second unit at the same
+// keyboard in between would find it in use.
+TEST_F(BatchProcesses, UnitsWorkAtOnceButThoseOfOnePortTakeTurns) {
+    job["units"] = Json::array();
+    for (const auto& [name, keyboard] : {std::pair("1", "a.qxk"), {"2", "a.qxk"}, {"3", "b.qxk"}})
+        AddUnit(name, keyboard);
+    job["units"][0]["identifier"] = IdentifierIn("a.qxk");
+    job["units"][1]["identifier"] = "{01234567-89AB-CDEF-0123-456789ABCDEF}";
+    Behave("a", "QXCFG_ImageLoad meet " + File("b.qxk.here"));
+    Behave("b", "QXCFG_Init meet " + File("a.qxk.here"));
+    const Outcome outcome = RunJob({"--jobs", "2"});
+    EXPECT_EQ(Results(), "done failed done") << outcome.err;
+    EXPECT_EQ(Report()["units"][1]["error"]["code"], "keyboard-changed") << outcome.err;
+    EXPECT_EQ(Json::parse(outcome.out)["thisRun"]["failed"], Json({"till 2"}));
+}
+
+// Keyboards that cannot be told apart by themselves: without an identifier, or with the same one.
+TEST_F(BatchProcesses, KeyboardsThatAreAlikeDoNotGetInEachOthersWay) {
+    Make("1.qxk");
+    for (const char* copy : {"2.qxk", "3.qxk"})
+        std::filesystem::copy_file(folder / "1.qxk", folder / copy);
+    for (const int unit : {3, 4})
+        job["units"][unit]["model"] = "magnet";
+    Json document = Json::parse(kDocument);
+    document.erase("commonKeyboard");
+    Write("till.json", document.dump());
+    const Outcome outcome = RunJob({"--jobs", "5"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    for (const char* name : {"1", "2", "3"})
+        EXPECT_EQ(TillIn(std::string(name) + ".qxk"), std::string("00") + name);
+    std::set<std::string> backups;
+    const Json report = Report();
+    for (const Json& unit : report["units"])
+        backups.insert(unit["backup"].get<std::string>());
+    EXPECT_EQ(backups.size(), 5U);
+}
+
+TEST_F(BatchProcesses, AWorkerThatDiesCostsItsUnit) {
+    Behave("2", "QXCFG_ImageLoad kill-parent");
+    const Outcome outcome = RunJob({"--jobs", "2"});
+    EXPECT_EQ(outcome.status, 4) << outcome.err;
+    EXPECT_EQ(Results(), "done failed done done done");
+    EXPECT_NE(MessageOf(1).find("crashed (signal 9, Killed)"), std::string::npos) << MessageOf(1);
+    BehaveWell();
+    EXPECT_EQ(RunJob({"--jobs", "2"}).status, 0);
+}
+
+// The second unit ends after the signal has come.
+TEST_F(BatchProcesses, NoUnitBeginsAfterASignalAndThoseThatHaveBegunEnd) {
+    Behave("1", "QXCFG_ImageLoad terminate " + std::to_string(files::ProcessId()));
+    Behave("2", "QXCFG_ImageLoad meet " + File("1.qxk.here"));
+    EXPECT_EQ(RunJob({"--jobs", "2"}).status, 1);
+    EXPECT_EQ(Results(), "done done not done not done not done");
+    EXPECT_EQ(TillIn("1.qxk") + TillIn("2.qxk"), "001002");
+}
+
+// Killed in the middle of a write, a batch leaves its records, and no driver at work.
+TEST_F(BatchProcesses, AKilledBatchIsResumed) {
+    Make("2.qxk");
+    setenv("XDG_DATA_HOME", (folder / "").c_str(), 1); // of both programs
+    std::filesystem::create_directories(folder / "data");
+    std::filesystem::create_directory_symlink(folder / "data", folder / "qxcontrols");
+    Behave("2", "QXCFG_ImageSave half");
+    const process::Ending killed = RunProgram({});
+    unsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(killed.signal, SIGKILL) << killed.Text();
+    EXPECT_EQ(Results(), "done not done not done not done not done");
+    EXPECT_EQ(TillIn("2.qxk"), "?");
+    BehaveWell();
+    const Outcome resumed = RunJob();
+    EXPECT_EQ(resumed.status, 0) << resumed.err;
+    EXPECT_TRUE(Report()["units"][1]["rolledBack"]) << resumed.err;
+    EXPECT_EQ(TillIn("2.qxk"), "002");
+}
+
+} // namespace qx::test
