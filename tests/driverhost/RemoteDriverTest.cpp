@@ -168,6 +168,13 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
     }
 }
 
+TEST_F(Remote, WhatADriverPrintsIsNoResult) {
+    testing::internal::CaptureStdout();
+    const std::int32_t status = Start("QXCFG_Init print")->QXCFG_Init();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(status, 0);
+}
+
 TEST_F(Remote, AProcessThatCannotServeIsNamed) {
     const auto reason = [&](const std::filesystem::path& library,
                             const std::filesystem::path& program) -> std::string {

@@ -94,6 +94,8 @@ void Misbehave(Arguments... arguments) {
     action >> word;
     if (word == "crash")
         std::abort();
+    if (word == "print")
+        (void)!write(STDOUT_FILENO, "printed by a driver\n", 20);
     if (word == "exit")
         _exit(0);
     if (word == "throw")
