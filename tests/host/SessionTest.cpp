@@ -1,6 +1,7 @@
 #include "host/Session.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/readers/QXBarcode.h"
 #include "support/FakeDriver.h"
 
 #include <gtest/gtest.h>
@@ -70,6 +71,36 @@ TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
     Session session(driver);
     session.Open();
     EXPECT_THROW(session.Close(), Error);
+}
+
+TEST_F(SessionTest, ASettingWithoutAPlaceInItsBlockIsNotSent) {
+    driver.directory = {{MODULE_BARCODE_CONFIG, 0x1000}, {MODULE_BARCODE_HEADERS, 0x1100}};
+    Session session(driver);
+    session.Open();
+    const auto sections = session.SectionsIn(configuration);
+    ASSERT_EQ(sections.size(), 1U);
+    auto& barcode = dynamic_cast<QXBarcode&>(sections[0]->Control());
+    barcode.BitPage(BP_Code39).SetMaxSize(300);
+    driver.memory.assign(test::FakeDriver::kSize, '\x33');
+    driver.calls.clear();
+    EXPECT_THROW(session.Download(sections), Error);
+    EXPECT_EQ(std::count(driver.calls.begin(), driver.calls.end(), "QXCFG_ImageSave"), 0);
+    barcode.BitPage(BP_Code39).SetMaxSize(30);
+    session.Download(sections);
+    EXPECT_EQ(driver.memory[0x1003], 30);
+}
+
+TEST_F(SessionTest, ATransferThatThrowsHasFailed) {
+    struct : test::FakeDriver {
+        std::int32_t QXCFG_ImageLoad() override { throw std::runtime_error("no status"); }
+        std::int32_t QXCFG_ImageSave() override { throw std::runtime_error("no status"); }
+    } throwing;
+    throwing.directory = {{MODULE_MAGNET_CONFIG, 0x1000}};
+    Session session(throwing);
+    session.Open();
+    const auto sections = session.SectionsIn(configuration);
+    EXPECT_THROW(session.Upload(sections), Error);
+    EXPECT_THROW(session.Download(sections), Error);
 }
 
 TEST_F(SessionTest, ADirectoryThatIsNotAsLargeAsItSaysIsRefused) {

@@ -256,7 +256,10 @@ private:
             std::memset(to, kScribble, length);
             return status != 0 ? status : 1;
         }
-        std::memcpy(to, image.data() + address, std::min(length, fillsAtMost));
+        if (length <= fillsAtMost)
+            std::memcpy(to, image.data() + address, length);
+        else
+            std::memcpy(to, image.data() + address, fillsAtMost);
         return 0;
     }
 

@@ -1,5 +1,7 @@
 #include "qxcontrols/device/Trace.h"
 
+#include "qxcontrols/common/Text.h"
+
 #include <exception>
 #include <new>
 #include <stdexcept>
@@ -37,6 +39,11 @@ void Trace(std::string_view sText) {
         Sink()(sText);
     } catch (...) { // a trace must not change what the traced code does
     }
+}
+
+void TraceBytes(std::string_view sLabel, std::string_view sBytes) {
+    if (Sink())
+        Trace(std::string(sLabel).append(HexBytes(sBytes)));
 }
 
 void TraceError(std::string_view sProcedure) {

@@ -1,7 +1,8 @@
 // The block of the free programmable keys in the keyboard's memory: one sequence slot for each key
 // that takes part, without gaps.
 //
-// A key takes part when its sequence has a position code above 0. Most modules store the keys in
+// A key takes part when its sequence has a position code above 0, as QXFreeProgKeys gives it to the
+// keys that the layout has as programmable. Most modules store the keys in
 // ascending order; MODULE_FUNCKEYS_X1_4620 has an order of its own, and no place for other keys.
 #pragma once
 
@@ -20,7 +21,9 @@ inline constexpr Long kFreeProgKeySlotSize = 32;
 [[nodiscard]] std::vector<Integer> StoredFreeProgKeys(const KeyboardSequences& sequences,
                                                       KeyboardModuleIDs eModule);
 
-// A sequence with a code -1 has no slot, and the keys behind it move up.
+// The block. A sequence with a code -1 has no slot: all later slots move forward, and the keyboard
+// then gives each of those keys the sequence of the key behind it. Throws std::overflow_error at
+// any other code that is not one of 0 to 255.
 [[nodiscard]] std::string EncodeFreeProgKeys(const KeyboardSequences& sequences,
                                              KeyboardModuleIDs eModule);
 

@@ -1,6 +1,5 @@
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 
-#include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
@@ -63,7 +62,7 @@ std::string EncodeFuncKeySequences(const FuncKeyLayers& layers) {
     VisitKeys(layers, [&](const FuncKeyLayer& layer, Integer key) {
         const std::string slot = SequenceToBytes(layer.GetKey(key), kFuncKeySlotSize);
         block += slot;
-        Trace("Key " + std::to_string(key) + " : " + HexBytes(slot));
+        TraceBytes("Key " + std::to_string(key) + " : ", slot);
     });
     return block;
 }

@@ -2,10 +2,11 @@
 //
 // The control owns the model and shows it on a key grid; the blocks themselves are edited in the
 // POS programmer, which the host opens when the control asks for it. The transfer is the same
-// whatever LoadInKeyboard says. An upload replaces the whole model; when it meets a group that no
-// keyboard writes, it ends there: the keys before it stay uploaded, the others are free, and
+// whatever LoadInKeyboard says. An upload replaces the whole model; at a group number above 105,
+// which no download writes, it ends: the keys before it stay uploaded, the others are free, and
 // neither the number of blocks nor the grid is brought up to date. A model with a key that the
-// module lacks is not downloaded. A model or code map that is set is copied.
+// module lacks, or with a code that is not one of 0 to 255, is not downloaded. A model or code map
+// that is set is copied.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -22,8 +23,8 @@ public:
     explicit QXPos(const Platform& platform = {});
 
     // The user asks for the POS programmer, or to clean all blocks. The flags are preset to True:
-    // without an answer nothing changes. A host that changes the model sets fCancelEdit to False
-    // once the programmer is closed.
+    // without an answer nothing changes. The host opens the programmer itself and sets fCancelEdit
+    // to False when that has changed PosData.
     Event<bool&> POSEditorRequested; // fCancelEdit
     Event<bool&> RemoveAllBlocks;    // fCancelRemoving
 

@@ -22,10 +22,10 @@ constexpr Integer kLastMovingKey = 40;
 // The configuration block, and the stretches of it that are not looked at.
 void TraceConfig(std::string_view block) {
     Trace("AnalyseBarcodeOptions, Len = " + std::to_string(block.size()));
-    Trace("HEX = " + HexBytes(block));
-    Trace("DUMMY = " + HexBytes(std::string(block.substr(4, 4)).append(block.substr(20, 4))));
-    Trace("VOTING " + HexBytes(block.substr(30, 6)));
-    Trace("LASER " + HexBytes(block.substr(36, 5)));
+    TraceBytes("HEX = ", block);
+    TraceBytes("DUMMY = ", std::string(block.substr(4, 4)).append(block.substr(20, 4)));
+    TraceBytes("VOTING ", block.substr(30, 6));
+    TraceBytes("LASER ", block.substr(36, 5));
 }
 
 bool IsOneOfTwo(Integer Index) {
@@ -181,7 +181,7 @@ bool QXBarcode::WriteHeaders(Long lAddress) {
     const std::string headers = EncodeTrackSlots(m_settings.readers);
     const bool isWritten = Keyboard()->WriteIntoMemory(headers, lAddress, kBarcodeHeadersSize);
     Trace("BLOCK SIZE = " + std::to_string(headers.size()));
-    Trace("BYTES  = " + HexBytes(headers));
+    TraceBytes("BYTES  = ", headers);
     TraceNamed((isWritten ? ".DataDownload ok     at " : ".DataDownload failed at ") +
                Hex(lAddress));
     return isWritten;
@@ -198,7 +198,7 @@ void QXBarcode::WriteConfig(Long lAddress) {
         config += static_cast<char>(byte);
         return true;
     });
-    Trace("OUTHEX = " + HexBytes(config));
+    TraceBytes("OUTHEX = ", config);
     Trace("OUTLEN = " + std::to_string(config.size()));
     if (isWritten)
         TraceNamed(".DataDownload ok     at " + Hex(lAddress));
@@ -327,14 +327,10 @@ void QXBarcode::chkShowDetails_Click() {
 
 void QXBarcode::ShowTexts() {
     lstPrefGroup.Items.assign(m_listEntries.begin(), m_listEntries.begin() + kBarcodePages);
-    for (Button& button : cmdEdit) {
-        button.Caption = m_buttonEdit.Caption();
-        button.ToolTip = m_buttonEdit.ToolTip();
-    }
-    for (Button& button : cmdRemove) {
-        button.Caption = m_buttonRemove.Caption();
-        button.ToolTip = m_buttonRemove.ToolTip();
-    }
+    for (Button& button : cmdEdit)
+        m_buttonEdit.ShowOn(button);
+    for (Button& button : cmdRemove)
+        m_buttonRemove.ShowOn(button);
     chkReader[0].Caption = m_optionHeader.Caption();
     chkReader[1].Caption = m_optionTerminator.Caption();
 }

@@ -25,11 +25,6 @@ constexpr Integer Checked(bool isOn) {
     return isOn ? Integer{1} : Integer{0};
 }
 
-void Show(Button& button, const ButtonCaption& texts) {
-    button.Caption = texts.Caption();
-    button.ToolTip = texts.ToolTip();
-}
-
 } // namespace
 
 QXMagnetCard::QXMagnetCard(const Platform& platform)
@@ -207,7 +202,7 @@ void QXMagnetCard::WriteBlocks(Long lHeadersAddress, Long lSwitchesAddress) {
         Trace("QXMagnetcard / Written headers failed at " + Hex(lHeadersAddress));
 
     const std::string switches = EncodeMagneticSwitches(m_settings);
-    Trace("Mag-Options " + HexBytes(switches));
+    TraceBytes("Mag-Options ", switches);
     if (!Keyboard()->WriteIntoMemory(switches, lSwitchesAddress, kMagneticSwitchesSize))
         Trace("QXMagnetCard / Config Write error");
 }
@@ -375,10 +370,10 @@ void QXMagnetCard::ShowTexts() {
     chkEnableCurrentTrack.Caption = m_captions.UseThisTrack();
     chkUseThisHeader.Caption = m_captions.UseThisHeader();
     chkUseThisTerminator.Caption = m_captions.UseThisTerminator();
-    Show(cmdCreate[0], m_captions.CreateHeader());
-    Show(cmdCreate[1], m_captions.CreateTerminator());
-    Show(cmdRemove[0], m_captions.RemoveHeader());
-    Show(cmdRemove[1], m_captions.RemoveTerminator());
+    m_captions.CreateHeader().ShowOn(cmdCreate[0]);
+    m_captions.CreateTerminator().ShowOn(cmdCreate[1]);
+    m_captions.RemoveHeader().ShowOn(cmdRemove[0]);
+    m_captions.RemoveTerminator().ShowOn(cmdRemove[1]);
     trackList.Items.clear();
     for (const Integer nTrack : m_dispatch)
         trackList.Items.push_back(GetTrack(nTrack).Caption());
