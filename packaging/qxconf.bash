@@ -36,7 +36,7 @@ _qxconf() {
         download) globals+=' --dry-run --full --no-verify --skip-absent --set' ;;
         validate | diff) globals+=' --set' ;;
         batch) globals+=' --bench --dry-run --jobs --only --skip-absent --timeout' ;;
-        recover) globals+=' --finish --rollback --forget' ;;
+        recover) globals+=' --finish --rollback --forget --list' ;;
         backup) case $sub in
             show) globals+=' --output' ;;
             restore) globals+=' --other-keyboard' ;;
@@ -63,7 +63,7 @@ _qxconf() {
     recover | receipts) ;;
     backup) case $sub in
         '') COMPREPLY=($(compgen -W 'list show restore' -- "$word")) ;;
-        show | restore) COMPREPLY=($(compgen -W "$(qxconf backup list 2>/dev/null)" -- "$word")) ;;
+        show | restore) COMPREPLY=($(compgen -W "$(qxconf backup list 2>/dev/null | awk '$1 ~ "/" { print $1 }')" -- "$word")) ;;
         esac ;;
     codepage) [ -n "$sub" ] && COMPREPLY=($(compgen -f -- "$word")) ||
         COMPREPLY=($(compgen -W 'compare' -- "$word")) ;;

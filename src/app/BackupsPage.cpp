@@ -37,9 +37,9 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
       m_restore(new QPushButton(tr("&Restore to keyboard…"))),
       m_open(new QPushButton(tr("Open as do&cument"))) {
     auto* text = new QLabel(
-        tr("Before each write, everything that the keyboard holds is saved here. Of each "
-           "keyboard the newest %1 are kept.")
-            .arg(host::BackupStore::kKept));
+        tr("Before each write, everything that the keyboard holds is saved here. At least "
+           "%1 days long every backup is kept.")
+            .arg(host::BackupStore::kDays));
     text->setWordWrap(true);
     m_list->setObjectName(QStringLiteral("backups"));
     m_list->setAccessibleName(tr("Backups"));

@@ -17,16 +17,12 @@ using views::ToQt;
 
 Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window)
     : QObject(window), m_workbench(workbench), m_documents(documents), m_window(window) {
-    questions.recover = [this](const QString& text, bool isRecoverable) {
+    questions.recover = [this](const QString& text) {
         QMessageBox box(QMessageBox::Warning, tr("Interrupted write"), text, QMessageBox::NoButton,
                         m_window);
-        const std::pair<Ending, QString> recoverable[] = {{Ending::Finish, tr("&Finish writing")},
-                                                          {Ending::RollBack, tr("&Roll back")}};
-        const std::pair<Ending, QString> other[] = {{Ending::Restore, tr("&Restore the backup…")},
-                                                    {Ending::Forget, tr("&Keep what it holds")}};
         std::map<QAbstractButton*, Ending> endings;
-        for (const auto& [ending, name] : isRecoverable ? recoverable : other)
-            endings[box.addButton(name, QMessageBox::AcceptRole)] = ending;
+        endings[box.addButton(tr("&Finish writing"), QMessageBox::AcceptRole)] = Ending::Finish;
+        endings[box.addButton(tr("&Roll back"), QMessageBox::AcceptRole)] = Ending::RollBack;
         endings[box.addButton(tr("&Later"), QMessageBox::RejectRole)] = Ending::Later;
         box.exec();
         return endings.contains(box.clickedButton()) ? endings[box.clickedButton()] : Ending::Later;
@@ -90,9 +86,8 @@ void Transfers::Restore(const host::BackupEntry& backup) {
     if (!m_documents.MayLeaveDocument())
         return;
     Attempt([&] {
-        const host::KeyboardContent content = m_workbench.LoadBackup(backup);
-        const host::WritePlan plan = m_workbench.PlanRestore(content);
-        if (plan.before.identity.guid != content.identity.guid &&
+        const host::WritePlan plan = m_workbench.PlanRestore(m_workbench.LoadBackup(backup));
+        if (plan.isOfOtherKeyboard &&
             !questions.otherKeyboard(
                 tr("This backup is of another keyboard. Write it into this one?")))
             return;
@@ -114,20 +109,16 @@ bool Transfers::Recover() {
             const QString about = tr("Writing %1 to this keyboard was interrupted (%2).")
                                       .arg(ToQt(write->document), ToQt(write->time));
             const QString ways =
-                write->isRecoverable
-                    ? tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard "
-                         "hold all of it; roll back brings back what the keyboard held before.")
-                    : tr("The keyboard now holds something else than that write can have left.\n\n"
-                         "The backup made before it can be restored, or what the keyboard holds "
-                         "can be kept.");
-            EndInterrupted(*write, questions.recover(about + u' ' + ways, write->isRecoverable));
+                tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard "
+                   "hold all of it; roll back brings back what the keyboard held before.");
+            EndInterrupted(*write, questions.recover(about + u' ' + ways));
         }
         isSettled = !write || !m_workbench.Interrupted();
     });
     return isSettled;
 }
 
-void Transfers::EndInterrupted(const host::PendingWrite& write, Ending ending) {
+void Transfers::EndInterrupted(const host::JournalEntry& write, Ending ending) {
     const QString what = ToQt(write.document);
     switch (ending) {
     case Ending::Finish:
@@ -141,11 +132,6 @@ void Transfers::EndInterrupted(const host::PendingWrite& write, Ending ending) {
                      "before, read back and found equal.")
                       .arg(what));
         return emit Written();
-    case Ending::Restore:
-        return Restore(m_workbench.FindBackup(write.backup));
-    case Ending::Forget:
-        m_workbench.Forget(write);
-        return emit Told(tr("The keyboard is left as it is."));
     case Ending::Later:
         emit Told(tr("An interrupted write of %1 is to be finished or rolled back before anything "
                      "else is written.")

@@ -17,13 +17,12 @@ namespace qx::app {
 class Transfers : public QObject {
     Q_OBJECT
 public:
-    // What is to be done about an interrupted write. Finish and RollBack are offered for what the
-    // keyboard can have of it, Restore (the backup) and Forget when it holds something else.
-    enum class Ending { Finish, RollBack, Restore, Forget, Later };
+    // What is to be done about an interrupted write.
+    enum class Ending { Finish, RollBack, Later };
 
     // How it asks; its own boxes unless something else is put in.
     struct Questions {
-        std::function<Ending(const QString& text, bool isRecoverable)> recover;
+        std::function<Ending(const QString& text)> recover;
         std::function<bool(const QString& question)> otherKeyboard;
     };
 
@@ -50,7 +49,7 @@ signals:
 private:
     // Runs it, and tells of its failure.
     void Attempt(const std::function<void()>& transfer);
-    void EndInterrupted(const host::PendingWrite& write, Ending ending);
+    void EndInterrupted(const host::JournalEntry& write, Ending ending);
     // Whether the user wants the plan to be carried out.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title);
 

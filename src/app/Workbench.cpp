@@ -258,6 +258,8 @@ auto Workbench::WithWriter(const Work& work) {
     host::Writer::Options options;
     options.folder = setup::RecordFolder(m_options.records);
     options.origin = m_driver.origin;
+    options.howToRecover =
+        "; " + tr("Write to keyboard finishes it or rolls it back").toStdString();
     options.newConfiguration = [this] {
         auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
         scratch->SetWords(SettingWord);
@@ -286,7 +288,7 @@ void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
     });
 }
 
-std::optional<host::PendingWrite> Workbench::Interrupted() {
+std::optional<host::JournalEntry> Workbench::Interrupted() {
     return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
 }
 
@@ -294,23 +296,15 @@ void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way) 
     WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way); });
 }
 
-void Workbench::Forget(const host::JournalEntry& entry) {
-    WithWriter([&](host::Writer& writer) { writer.Forget(entry); });
-}
-
-host::BackupEntry Workbench::FindBackup(const std::string& id) const {
-    return Records().backups.Find(id);
-}
-
 std::vector<host::BackupEntry> Workbench::Backups() const {
     return Records().backups.List();
 }
 
-host::KeyboardContent Workbench::LoadBackup(const host::BackupEntry& entry) const {
+host::Backup Workbench::LoadBackup(const host::BackupEntry& entry) const {
     return Records().backups.Load(entry);
 }
 
-host::WritePlan Workbench::PlanRestore(const host::KeyboardContent& backup) {
+host::WritePlan Workbench::PlanRestore(const host::Backup& backup) {
     return WithWriter([&](host::Writer& writer) { return writer.PlanRestore(backup, true); });
 }
 

@@ -85,16 +85,14 @@ public:
     void LoadKeyboardFile(const host::KeyboardFileKind& kind, const std::filesystem::path& file,
                           const host::SerialLine& line);
 
-    // The write to this keyboard that was interrupted, if there is one; Recover or Forget ends it.
-    [[nodiscard]] std::optional<host::PendingWrite> Interrupted();
+    // The write to this keyboard that was interrupted, if there is one; Recover ends it.
+    [[nodiscard]] std::optional<host::JournalEntry> Interrupted();
     void Recover(const host::JournalEntry& entry, host::Writer::Way way);
-    void Forget(const host::JournalEntry& entry); // the keyboard stays as it is
     // What keyboards held before writes; a restored one becomes the document as well.
     [[nodiscard]] std::vector<host::BackupEntry> Backups() const;
-    [[nodiscard]] host::BackupEntry FindBackup(const std::string& id) const;
-    [[nodiscard]] host::KeyboardContent LoadBackup(const host::BackupEntry& entry) const;
+    [[nodiscard]] host::Backup LoadBackup(const host::BackupEntry& entry) const;
     // Also of another keyboard of the same kind: that is for the user to know.
-    [[nodiscard]] host::WritePlan PlanRestore(const host::KeyboardContent& backup);
+    [[nodiscard]] host::WritePlan PlanRestore(const host::Backup& backup);
     void Restore(const host::WritePlan& plan, const std::string& backup);
 
     // The document.

@@ -2,6 +2,7 @@
 
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
+#include "host/Traces.h"
 #include "setup/LayoutSource.h"
 
 #include <algorithm>
@@ -40,6 +41,7 @@ int ExitStatusOf(host::ErrorKind kind) {
     case host::ErrorKind::FileFailed:
     case host::ErrorKind::KeyboardChanged:
     case host::ErrorKind::KeyboardBusy:
+    case host::ErrorKind::Stopped:
     case host::ErrorKind::WriteInterrupted:
         return 4;
     case host::ErrorKind::ReadBackDiffers:
@@ -112,6 +114,7 @@ host::Writer& Context::Writer() {
         host::Writer::Options writing;
         writing.folder = DataFolder();
         writing.origin = m_driver.origin;
+        writing.howToRecover = "; see qxconf recover";
         writing.newConfiguration = [this] { return NewConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
@@ -126,20 +129,16 @@ void Context::TellOfInterruptedWrites() {
         const auto entries = journal.Entries(&damaged);
         for (const host::DamagedRecord& record : damaged)
             Note(record.message);
-        if (entries.empty())
-            return;
-        const host::KeyboardIdentity identity = m_session->ReadIdentity();
-        for (const host::JournalEntry& entry : entries) {
-            const bool isElsewhere = entry.keyboard.guid.empty() && entry.guidAfter.empty() &&
-                                     entry.origin && *entry.origin != m_driver.origin;
-            if (!entry.keyboard.IsLike(identity) || isElsewhere)
-                continue;
-            const std::string what =
-                "a " + entry.action + " of " + entry.document + " to a " + entry.keyboard.Name();
-            Note(journal.IsInProgress(entry)
-                     ? what + " is being written by another program"
-                     : what + " was interrupted (" + entry.time + "): see qxconf recover");
-        }
+        const auto isBusy = [&](const host::JournalEntry& entry) {
+            return entry.origin == m_driver.origin && journal.IsInProgress(entry);
+        };
+        for (const host::JournalEntry& entry : entries)
+            if (isBusy(entry))
+                Note("another program is busy with a " + entry.InWords());
+        for (const host::JournalEntry& entry : host::Suspects(*m_session, entries))
+            if (!isBusy(entry))
+                Note("this keyboard holds a part of an interrupted " + entry.InWords() +
+                     ": see qxconf recover");
     } catch (const host::Error& error) {
         Note(error.what());
     }

@@ -18,6 +18,8 @@ std::string_view CodeOf(ErrorKind kind) {
         return "keyboard-changed";
     case ErrorKind::KeyboardBusy:
         return "keyboard-busy";
+    case ErrorKind::Stopped:
+        return "stopped";
     case ErrorKind::WriteInterrupted:
         return "write-interrupted";
     case ErrorKind::DocumentInvalid:
@@ -28,6 +30,11 @@ std::string_view CodeOf(ErrorKind kind) {
         return "model-invalid";
     }
     return "";
+}
+
+Error Error::With(const std::string& addition) const {
+    const std::string message = what() + addition;
+    return m_status ? Error(m_kind, message, *m_status) : Error(m_kind, message, m_faults);
 }
 
 } // namespace qx::host

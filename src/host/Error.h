@@ -20,6 +20,7 @@ enum class ErrorKind {
     ReadBackDiffers,   // the keyboard does not hold what was written
     KeyboardChanged,   // the keyboard is not, or does not hold, what a write was planned for
     KeyboardBusy,      // another program is writing to the keyboard
+    Stopped,           // the user stopped it before anything was written
     WriteInterrupted,  // an earlier write to this keyboard is to be finished or rolled back first
     DocumentInvalid,   // a configuration document cannot be used
     LayoutInvalid,     // a keyboard layout cannot be used
@@ -48,6 +49,9 @@ public:
     // A file with faults; the message names the file and the first fault.
     Error(ErrorKind kind, const std::string& message, std::vector<Fault> faults)
         : std::runtime_error(VisibleText(message)), m_kind(kind), m_faults(std::move(faults)) {}
+
+    // The same with more behind its message.
+    [[nodiscard]] Error With(const std::string& addition) const;
 
     [[nodiscard]] ErrorKind Kind() const { return m_kind; }
     [[nodiscard]] std::optional<Long> Status() const { return m_status; } // the driver's own

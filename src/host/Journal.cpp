@@ -1,7 +1,7 @@
 #include "host/Journal.h"
 
+#include "files/Sha256.h"
 #include "host/Error.h"
-#include "host/HexText.h"
 
 #include <algorithm>
 #include <chrono>
@@ -12,7 +12,7 @@ namespace qx::host {
 
 namespace {
 
-constexpr RecordFormat kFormat = {"qx-journal", 2, 2};
+constexpr RecordFormat kFormat = {"qx-journal", 1, true};
 constexpr std::string_view kEnding = ".journal.json";
 
 // The name for all keyboards of this kind, whatever their GUIDs.
@@ -21,7 +21,35 @@ std::string KindName(KeyboardIdentity keyboard) {
     return keyboard.FileName();
 }
 
+JournalEntry EntryFromJson(const Json& record) {
+    JournalEntry entry;
+    const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
+    entry.time = text("time");
+    entry.action = text("action");
+    entry.document = text("document");
+    entry.backup = text("backup");
+    entry.origin = text("origin");
+    entry.till = {text("unit"), text("place")};
+    entry.keyboard = IdentityFromJson(record.at("keyboard"));
+    entry.restHash = text("rest");
+    entry.replaced = record.at("replaced").get<std::vector<std::string>>();
+    for (const Json& range : record.at("ranges"))
+        entry.ranges.push_back(RangeFromJson(range));
+    return entry;
+}
+
 } // namespace
+
+std::string JournalEntry::Id() const {
+    std::string name = file.filename().string();
+    name.resize(name.size() - kEnding.size());
+    return name.substr(0, name.rfind('.')); // without the keyboard's name
+}
+
+std::string JournalEntry::InWords() const {
+    return action + " of " + document + (till.unit.empty() ? "" : " for " + till.unit) + " of " +
+           time;
+}
 
 KeyboardContent JournalEntry::RolledBack(KeyboardContent content) const {
     for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
@@ -41,38 +69,45 @@ std::string JournalEntry::RestHashOf(KeyboardContent content) const {
     return content.Hash();
 }
 
-bool JournalEntry::Explains(const KeyboardContent& now) const {
-    try {
-        for (const ByteRange& range : ranges) {
-            const std::string held = now.Bytes(range.address, range.Size());
-            for (std::size_t i = 0; i < held.size(); ++i)
-                if (held[i] != range.from[i] && held[i] != range.to[i])
-                    return false;
+Trace JournalEntry::TraceInRanges(const KeyboardContent& now) const {
+    bool hasOld = false;
+    bool hasNew = false;
+    for (const ByteRange& range : ranges) {
+        const std::string held = now.Bytes(range.address, range.Size());
+        for (std::size_t i = 0; i < held.size(); ++i) {
+            if (held[i] != range.from[i] && held[i] != range.to[i])
+                return Trace::None;
+            hasOld |= held[i] != range.to[i];
+            hasNew |= held[i] != range.from[i];
         }
-        return RestHashOf(now) == restHash;
+    }
+    if (hasOld && hasNew)
+        return Trace::Partial;
+    return hasNew ? Trace::After : Trace::Before;
+}
+
+Trace JournalEntry::TraceIn(const KeyboardContent& now) const {
+    if (!keyboard.IsLike(now.identity))
+        return Trace::None;
+    try {
+        const Trace trace = TraceInRanges(now);
+        return trace == Trace::None || RestHashOf(now) != restHash ? Trace::None : trace;
     } catch (const std::out_of_range&) { // it has other areas
-        return false;
+        return Trace::None;
     }
 }
 
-bool JournalEntry::IsOf(const KeyboardContent& now, const std::string& sOrigin) const {
-    if (!keyboard.IsLike(now.identity))
-        return false;
-    const std::string& guid = now.identity.guid;
-    if (!guid.empty() && (guid == keyboard.guid || guid == guidAfter))
-        return true;
-    if (guidAfter == keyboard.guid && guid != keyboard.guid)
-        return false;
-    const bool isSameOrigin = origin ? *origin == sOrigin : Explains(now);
-    // A write that gives another GUID may have left a part of it.
-    return isSameOrigin && (guid == keyboard.guid || Explains(now));
+std::string Journal::ClaimOf(const KeyboardIdentity& keyboard, const std::string& sOrigin) {
+    constexpr std::size_t kHashDigits = 8;
+    return keyboard.FileName() +
+           (keyboard.guid.empty() ? "-" + files::Sha256(sOrigin).substr(0, kHashDigits) : "");
 }
 
-std::unique_ptr<files::FileLock> Journal::Claim(const KeyboardIdentity& keyboard) const {
+std::unique_ptr<files::FileLock> Journal::Claim(const std::string& keyboard) const {
     constexpr int kTries = 20; // who only looks whether it is claimed keeps it for a moment
     try {
         files::MakeFolder(m_locks);
-        auto lock = std::make_unique<files::FileLock>(m_locks / keyboard.FileName());
+        auto lock = std::make_unique<files::FileLock>(m_locks / keyboard);
         for (int i = 0; i < kTries; ++i) {
             if (lock->TryLock())
                 return lock;
@@ -87,7 +122,7 @@ std::unique_ptr<files::FileLock> Journal::Claim(const KeyboardIdentity& keyboard
 bool Journal::IsInProgress(const JournalEntry& entry) const {
     try {
         files::MakeFolder(m_locks);
-        return !files::FileLock(m_locks / entry.keyboard.FileName()).TryLock();
+        return !files::FileLock(m_locks / ClaimOf(entry.keyboard, entry.origin)).TryLock();
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed, error.what());
     }
@@ -96,55 +131,58 @@ bool Journal::IsInProgress(const JournalEntry& entry) const {
 void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time time) const {
     entry.time = TimeText(time);
     entry.keyboard = before.identity;
-    entry.guidAfter = entry.Finished(before).identity.guid;
     entry.restHash = entry.RestHashOf(before);
     Json ranges = Json::array();
     for (const ByteRange& range : entry.ranges)
         ranges.push_back(ToJson(range));
-    const std::string keyboard = entry.guidAfter == entry.keyboard.guid ? entry.keyboard.FileName()
-                                                                        : KindName(entry.keyboard);
+    // Named so that a damaged one can be told to be of other keyboards.
+    const bool keepsGuid = entry.Finished(before).identity.guid == entry.keyboard.guid;
+    const std::string keyboard = keepsGuid ? entry.keyboard.FileName() : KindName(entry.keyboard);
     entry.file = WriteNewRecord(m_folder, time, "." + keyboard + std::string(kEnding), kFormat,
                                 {{"time", entry.time},
                                  {"action", entry.action},
                                  {"document", entry.document},
                                  {"backup", entry.backup},
-                                 {"origin", entry.origin.value_or("")},
+                                 {"origin", entry.origin},
+                                 {"unit", entry.till.unit},
+                                 {"place", entry.till.place},
                                  {"keyboard", ToJson(entry.keyboard)},
-                                 {"guidAfter", ToHexText(entry.guidAfter)},
                                  {"rest", entry.restHash},
+                                 {"replaced", entry.replaced},
                                  {"ranges", ranges}});
+}
+
+void Journal::Forget(const JournalEntry& entry) const {
+    const auto claimed = Claim(ClaimOf(entry.keyboard, entry.origin));
+    if (!claimed)
+        throw Error(ErrorKind::KeyboardBusy,
+                    "the " + entry.InWords() + " is being written by another program");
+    End(entry);
 }
 
 std::vector<JournalEntry> Journal::Entries(std::vector<DamagedRecord>* damaged) const {
     std::vector<JournalEntry> entries;
-    const auto read = [&](const std::filesystem::path& file, const Json& record) {
-        JournalEntry entry;
-        entry.file = file;
-        entry.time = record.at("time").get<std::string>();
-        entry.action = record.at("action").get<std::string>();
-        entry.document = record.at("document").get<std::string>();
-        entry.backup = record.at("backup").get<std::string>();
-        entry.keyboard = IdentityFromJson(record.at("keyboard"));
-        entry.restHash = record.at("rest").get<std::string>();
-        for (const Json& range : record.at("ranges"))
-            entry.ranges.push_back(RangeFromJson(range));
-        entry.guidAfter = entry.keyboard.guid;
-        if (record.at("version") > 1) { // the first one does not tell these
-            entry.origin = record.at("origin").get<std::string>();
-            entry.guidAfter = FromHexText(record.at("guidAfter").get<std::string>());
-        }
-        entries.push_back(std::move(entry));
-    };
-    const auto unusable = ReadRecords(m_folder, kEnding, kFormat, read);
+    const auto unusable = ReadRecords(m_folder, kEnding, kFormat,
+                                      [&](const std::filesystem::path& file, const Json& record) {
+                                          entries.push_back(EntryFromJson(record));
+                                          entries.back().file = file;
+                                      });
     if (damaged != nullptr)
         damaged->insert(damaged->end(), unusable.begin(), unusable.end());
     return entries;
 }
 
+JournalEntry Journal::Find(const std::string& id) const {
+    for (JournalEntry& entry : Entries())
+        if (entry.Id() == id)
+            return std::move(entry);
+    throw Error(ErrorKind::Usage, "there is no interrupted write " + id + " on record");
+}
+
 bool Journal::MayBeOf(const DamagedRecord& damaged, const KeyboardIdentity& keyboard) {
     std::string name = damaged.file.filename().string();
     name.resize(name.size() - kEnding.size());
-    const bool isNamed = std::count(name.begin(), name.end(), '.') > 1; // older ones are not
+    const bool isNamed = std::count(name.begin(), name.end(), '.') > 1; // as this program does
     return !isNamed || name.ends_with("." + keyboard.FileName()) ||
            name.ends_with("." + KindName(keyboard));
 }

@@ -1,45 +1,60 @@
 // Journal: the writes that have begun and are not known to have ended.
 //
-// An entry is on the disk before the first byte is sent and goes when the write has been verified,
-// so that after a crash or a pulled cable it is known what the keyboard may hold: in each range the
-// old bytes, the new ones, or some of each.
+// An entry is on the disk before the first byte is sent. It goes when the write has been proved, or
+// nothing was sent, or the user says so; until then it is known which bytes a crash or a pulled
+// cable may have left: in each range the old ones, the new ones, or some of each. Only some of each
+// show which keyboard it was: one that holds just the old or just the new ones may be another.
 #pragma once
 
 #include "files/Files.h"
 #include "host/KeyboardContent.h"
 #include "host/RecordFiles.h"
+#include "host/Till.h"
 
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace qx::host {
 
+// What a keyboard shows of a write that has not ended.
+enum class Trace {
+    None,    // it is of another kind, or holds what that write cannot have left
+    Before,  // exactly what the written keyboard held before; many may
+    After,   // exactly what the write leads to; many may
+    Partial, // some old and some new bytes, which only that write leaves
+};
+
 struct JournalEntry {
-    std::string time;
-    std::string action;                // "download"
-    std::string document;              // the name of what is written
-    std::string backup;                // the id of the backup made before
-    std::optional<std::string> origin; // how the keyboard was reached; older entries do not tell
-    KeyboardIdentity keyboard;         // before the write
-    std::string guidAfter;             // the one that the write gives it, or the same
+    std::string time;     // of the beginning
+    std::string action;   // "download"
+    std::string document; // the name of what is written
+    std::string backup;   // the id of the backup made before
+    std::string origin;   // how the keyboard was reached
+    Till till;
+    KeyboardIdentity keyboard; // before the write
     std::vector<ByteRange> ranges;
     std::string restHash; // of all bytes outside the ranges
+    // The ids of interrupted writes whose traces this one replaces: it settles them when it is
+    // proved.
+    std::vector<std::string> replaced;
 
     std::filesystem::path file; // where it is kept
 
-    // Whether the write was to the keyboard that holds this and is reached so: the same GUID, or,
-    // where it has none, the same origin. What it holds need not come from the write.
-    [[nodiscard]] bool IsOf(const KeyboardContent& now, const std::string& sOrigin) const;
-    // Whether the keyboard holds nothing but old and new bytes, and outside the ranges what it
-    // held: only then is it known what finishing and rolling back lead to.
-    [[nodiscard]] bool Explains(const KeyboardContent& now) const;
+    // Its name, by which it can be forgotten.
+    [[nodiscard]] std::string Id() const;
+    // "download of till.json for till 42 of 2026-01-31T09:05:07.123Z"
+    [[nodiscard]] std::string InWords() const;
+
+    // What a keyboard that holds this shows of the write.
+    [[nodiscard]] Trace TraceIn(const KeyboardContent& now) const;
+    // The same by the bytes of the ranges alone.
+    [[nodiscard]] Trace TraceInRanges(const KeyboardContent& now) const;
     // The content with the old, or the new, bytes in the ranges.
     [[nodiscard]] KeyboardContent RolledBack(KeyboardContent content) const;
     [[nodiscard]] KeyboardContent Finished(KeyboardContent content) const;
-    // Takes the hash of what the ranges leave out.
+    // The hash of all bytes of the content outside the ranges.
     [[nodiscard]] std::string RestHashOf(KeyboardContent content) const;
 };
 
@@ -49,20 +64,29 @@ public:
     Journal(std::filesystem::path folder, std::filesystem::path locks)
         : m_folder(std::move(folder)), m_locks(std::move(locks)) {}
 
+    // Which claim a keyboard takes: its own by its identifier, else by its kind and how it is
+    // reached.
+    [[nodiscard]] static std::string ClaimOf(const KeyboardIdentity& keyboard,
+                                             const std::string& sOrigin);
     // The right to write to the keyboard, for as long as it is kept; null while another has it.
     // Throws Error(FileFailed).
-    [[nodiscard]] std::unique_ptr<files::FileLock> Claim(const KeyboardIdentity& keyboard) const;
+    [[nodiscard]] std::unique_ptr<files::FileLock> Claim(const std::string& keyboard) const;
     // Whether the write is still going on.
     [[nodiscard]] bool IsInProgress(const JournalEntry& entry) const;
 
-    // Records the write, whose ranges are to be set. The entry is on the disk when this returns.
+    // Records the write; keyboard, rest and time are set by this. The entry is on the disk when
+    // this returns.
     void Begin(JournalEntry& entry, const KeyboardContent& before, Time time) const;
     void End(const JournalEntry& entry) const { RemoveRecord(entry.file); }
+    // Ends the entry on the user's word. Throws Error(KeyboardBusy) while the write is going on.
+    void Forget(const JournalEntry& entry) const;
 
     // The writes that have not ended, oldest first. Entries that cannot be used are added to
     // `damaged`.
     [[nodiscard]] std::vector<JournalEntry>
     Entries(std::vector<DamagedRecord>* damaged = nullptr) const;
+    // The one of this id. Throws Error(Usage) when there is none.
+    [[nodiscard]] JournalEntry Find(const std::string& id) const;
     // Whether a damaged entry may be of this keyboard.
     [[nodiscard]] static bool MayBeOf(const DamagedRecord& damaged,
                                       const KeyboardIdentity& keyboard);

@@ -72,6 +72,13 @@ bool KeyboardIdentity::IsLike(const KeyboardIdentity& other) const {
            directory == other.directory;
 }
 
+Long SizeOf(const std::vector<ByteRange>& ranges) {
+    Long size = 0;
+    for (const ByteRange& range : ranges)
+        size += range.Size();
+    return size;
+}
+
 std::string KeyboardContent::Bytes(Long address, Long size) const {
     std::string bytes(static_cast<std::size_t>(size), '\0');
     ForEachPart(pieces, address, size,

@@ -49,6 +49,9 @@ struct ByteRange {
     [[nodiscard]] Long Size() const { return static_cast<Long>(to.size()); }
 };
 
+// How many bytes the ranges have.
+[[nodiscard]] Long SizeOf(const std::vector<ByteRange>& ranges);
+
 struct KeyboardContent {
     KeyboardIdentity identity;
     std::vector<ContentPiece> pieces; // apart from each other

@@ -4,7 +4,7 @@ namespace qx::host {
 
 namespace {
 
-constexpr RecordFormat kFormat = {"qx-receipt", 2, 2};
+constexpr RecordFormat kFormat = {"qx-receipt", 1, true};
 constexpr std::string_view kEnding = ".receipt.json";
 
 } // namespace
@@ -21,6 +21,8 @@ Json ToJson(const Receipt& receipt) {
             {"beforeSha256", receipt.beforeSha256},
             {"afterSha256", receipt.afterSha256},
             {"backup", receipt.backup},
+            {"unit", receipt.till.unit},
+            {"place", receipt.till.place},
             {"keyboard", ToJson(receipt.keyboard)}};
 }
 
@@ -46,6 +48,7 @@ std::vector<Receipt> Receipts::List(std::vector<DamagedRecord>* damaged) const {
         receipt.beforeSha256 = text("beforeSha256");
         receipt.afterSha256 = text("afterSha256");
         receipt.backup = text("backup");
+        receipt.till = {text("unit"), text("place")};
         receipt.keyboard = IdentityFromJson(record.at("keyboard"));
         receipts.push_back(std::move(receipt));
     };

@@ -3,6 +3,7 @@
 
 #include "host/KeyboardContent.h"
 #include "host/RecordFiles.h"
+#include "host/Till.h"
 
 #include <filesystem>
 #include <optional>
@@ -16,9 +17,10 @@ struct Receipt {
     std::string action;         // "download", "restore", "finish", "roll back", "param load", ...
     std::string document;       // the name of what was written
     std::string documentSha256; // empty where no document was
-    KeyboardIdentity keyboard;  // before the write
-    std::string backup;         // the id of the backup made before
-    bool full = false;          // or changed bytes only
+    Till till;
+    KeyboardIdentity keyboard;     // before the write
+    std::string backup;            // the id of the backup made before
+    bool full = false;             // or changed bytes only
     std::optional<Long> bytesSent; // none where the transfer failed
     std::string beforeSha256;      // of all areas
     std::string afterSha256;       // of all areas as read back; empty where they were not

@@ -40,7 +40,7 @@ std::string Formatted(Time time, const char* format) {
 std::string RecordText(const RecordFormat& format, const Json& members) {
     Json record = {{"format", format.name}, {"version", format.version}};
     record.update(members);
-    if (format.hashedFrom != 0)
+    if (format.isHashed)
         record[kHash] = files::Sha256(PrettyText(record));
     return PrettyText(record);
 }
@@ -56,9 +56,13 @@ std::string TimeFileName(Time time) {
 }
 
 void WriteRecord(const fs::path& file, const RecordFormat& format, const Json& members) {
+    Guarded([&] { files::WriteFileAtomically(file, RecordText(format, members)); });
+}
+
+void WriteNewRecord(const fs::path& file, const RecordFormat& format, const Json& members) {
     Guarded([&] {
-        files::MakeFolder(file.parent_path());
-        files::WriteFileAtomically(file, RecordText(format, members));
+        if (!files::WriteNewFile(file, RecordText(format, members)))
+            throw std::runtime_error(file.string() + " cannot be written: it exists");
     });
 }
 
@@ -91,11 +95,11 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
         if (record.at("format").get<std::string>() != format.name)
             throw std::runtime_error("not a file of the format " + std::string(format.name));
         const int version = NumberFromJson<int>(record.at("version"));
-        if (version < 1 || version > format.version)
+        if (version != format.version)
             throw std::runtime_error("version " + std::to_string(version) +
-                                     " is not known; this program reads up to version " +
+                                     " is not known; this program reads version " +
                                      std::to_string(format.version));
-        if (format.hashedFrom != 0 && version >= format.hashedFrom) {
+        if (format.isHashed) {
             const auto hash = record.at(kHash).get<std::string>();
             record.erase(kHash);
             if (files::Sha256(PrettyText(record)) != hash)

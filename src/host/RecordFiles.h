@@ -23,18 +23,21 @@ using Clock = std::function<Time()>;
 [[nodiscard]] std::string TimeText(Time time);
 [[nodiscard]] std::string TimeFileName(Time time);
 
-// What a kind of record is called in its file, and which version is written.
+// What a kind of record is called in its file, and its version.
 struct RecordFormat {
     std::string_view name; // "qx-receipt"
-    int version;           // all from 1 on are read
-    int hashedFrom = 0;    // the version from which on a record has its own hash; 0: none has
+    int version;
+    bool isHashed = false; // a record has the hash of itself, and is refused without it
 };
 
-// Writes the members after the format's own, and their hash.
+// Writes the members after the format's own into the file, in one step.
 void WriteRecord(const std::filesystem::path& file, const RecordFormat& format,
                  const Json& members);
-// The same into a new file of the folder, both made by this, and on the disk for good when it
-// returns. Its name begins with the time and is no other record's, whatever other programs do.
+// The same into a new file, of the user's own and on the disk for good when it returns.
+void WriteNewRecord(const std::filesystem::path& file, const RecordFormat& format,
+                    const Json& members);
+// The same in this folder, which is made. The name begins with the time and is no other record's,
+// whatever other programs do.
 std::filesystem::path WriteNewRecord(const std::filesystem::path& folder, Time time,
                                      const std::string& ending, const RecordFormat& format,
                                      const Json& members);
@@ -42,8 +45,8 @@ std::filesystem::path WriteNewRecord(const std::filesystem::path& folder, Time t
 std::filesystem::path WriteNewFile(const std::filesystem::path& folder, Time time,
                                    const std::string& ending, const std::string& text);
 
-// Reads a record and hands it to `read`, which may throw anything for a member that is wrong. A
-// record with a hash must be as it was written.
+// Reads a record, which must be as it was written where it has a hash, and hands it to `read`,
+// which may throw anything for a member that is wrong.
 void ReadRecord(const std::filesystem::path& file, const RecordFormat& format,
                 const std::function<void(const Json&)>& read);
 

@@ -28,6 +28,7 @@ struct WritePlan {
     std::vector<Difference> settings;              // that differ
     std::vector<CopiedKeyboard::Request> requests; // of a full write
     std::vector<std::string> notRestored;          // areas that a backup cannot bring back, and why
+    bool isOfOtherKeyboard = false;                // a backup of what seems to be another keyboard
 
     [[nodiscard]] bool IsEmpty() const { return ranges.empty(); }
     // Whether the keyboard has an identifier and is given another one.

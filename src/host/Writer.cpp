@@ -1,6 +1,6 @@
 #include "host/Writer.h"
 
-#include "qxcontrols/common/Text.h"
+#include "host/Traces.h"
 
 #include <algorithm>
 
@@ -10,43 +10,39 @@ namespace {
 
 constexpr const char* kNothingWritten = "; nothing was written";
 
-Error WithAddition(const Error& error, const std::string& addition) {
-    const std::string message = error.what() + addition;
-    return error.Status() ? Error(error.Kind(), message, *error.Status())
-                          : Error(error.Kind(), message, error.Faults());
+// Runs the step before anything is sent.
+template <typename Step>
+auto BeforeWriting(const Step& step) {
+    try {
+        return step();
+    } catch (const Error& error) {
+        throw error.With(kNothingWritten);
+    }
 }
 
-std::string InWords(const JournalEntry& entry) {
-    return "a " + entry.action + " of " + entry.document + " to this keyboard of " + entry.time;
+std::string WhyNotRecovered(const TracedWrite& write) {
+    switch (write.trace) {
+    case Trace::Before:
+        return "the keyboard holds exactly what was there before the " + write.InWords() +
+               ", so it may be another one; the record of that write is kept";
+    case Trace::After:
+        return "the keyboard holds all of the " + write.InWords() +
+               ", so it may be another one; the record of that write is kept";
+    case Trace::None:
+    case Trace::Partial:
+        break;
+    }
+    return "the keyboard's contents do not match the interrupted " + write.InWords() +
+           "; the backup " + write.backup + " has what the keyboard held before that";
 }
 
-std::string HowToSettle(const JournalEntry& entry) {
-    return "the keyboard holds other bytes than the interrupted write can have left; `qxconf "
-           "backup "
-           "restore " +
-           entry.backup +
-           "` brings back what it held before, `qxconf recover --forget` keeps what it holds now";
-}
-
-Long Size(const std::vector<ByteRange>& ranges) {
-    Long size = 0;
-    for (const ByteRange& range : ranges)
-        size += range.Size();
-    return size;
+void FillIn(Receipt& receipt, const Sent& sent) {
+    receipt.bytesSent = sent.bytes;
+    receipt.afterSha256 = sent.afterSha256;
+    receipt.result = sent.result;
 }
 
 } // namespace
-
-// What went wrong, with what the keyboard holds then.
-class Writer::Failure : public Error {
-public:
-    Failure(const Error& error, Holds holds, const std::string& addition)
-        : Error(WithAddition(error, addition)), m_holds(holds) {}
-    [[nodiscard]] Holds State() const { return m_holds; }
-
-private:
-    Holds m_holds;
-};
 
 Writer::Writer(Session& session, Options options)
     : m_session(session), m_options(std::move(options)), m_records(m_options.folder),
@@ -69,34 +65,44 @@ void Writer::ProveNothingToDo(const WritePlan& plan) {
         RequireStillAs(plan.before);
 }
 
-WritePlan Writer::PlanRestore(const KeyboardContent& backup, bool otherKeyboard) {
+WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
     const KeyboardContent now = Read();
-    if (!backup.identity.IsLike(now.identity))
-        throw Error(ErrorKind::KeyboardChanged, "the backup is of a " + backup.identity.Name() +
+    const KeyboardIdentity& saved = backup.content.identity;
+    if (!saved.IsLike(now.identity))
+        throw Error(ErrorKind::KeyboardChanged, "the backup is of a " + saved.Name() +
                                                     " with other modules than this " +
                                                     now.identity.Name() + kNothingWritten);
-    const auto own = Own(now); // one that gives it another GUID may have left a part of it
-    const bool isSame = backup.identity.guid == now.identity.guid ||
-                        std::any_of(own.begin(), own.end(), [&](const PendingWrite& entry) {
-                            return entry.keyboard.guid == backup.identity.guid;
-                        });
-    if (!isSame && !otherKeyboard)
+    const bool isOfThis = IsOfThisKeyboard(backup, now);
+    if (!isOfThis && !otherKeyboard)
         throw Error(ErrorKind::KeyboardChanged,
-                    std::string("the backup is of another keyboard of this kind") +
-                        kNothingWritten);
-    WritePlan plan = Planner(now, *m_scratch).ForBackup(backup, isSame);
+                    "the backup is of another keyboard of this kind" +
+                        (backup.till.unit.empty() ? "" : " (" + backup.till.unit + ")") +
+                        ", or of one that was reached in another way" + kNothingWritten);
+    WritePlan plan = Planner(now, *m_scratch).ForBackup(backup.content, isOfThis);
+    plan.isOfOtherKeyboard = !isOfThis;
     ProveNothingToDo(plan);
     return plan;
 }
 
+// By all that can be told. A keyboard that holds a part of an interrupted write is the one of the
+// backup that was made before that write.
+bool Writer::IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now) const {
+    const auto isReachedSo = [&](const KeyboardIdentity& keyboard, const std::string& origin) {
+        return backup.content.identity.guid == keyboard.guid && backup.origin == origin;
+    };
+    for (const JournalEntry& entry : PartlyIn(now))
+        if (isReachedSo(entry.keyboard, entry.origin))
+            return true;
+    const std::string& unit = m_options.till.unit;
+    const bool isOtherUnit = !unit.empty() && !backup.till.unit.empty() && backup.till.unit != unit;
+    return isReachedSo(now.identity, m_options.origin) && !isOtherUnit;
+}
+
 void Writer::RequireStillAs(const KeyboardContent& planned) {
-    KeyboardContent now;
-    try {
+    const KeyboardContent now = BeforeWriting([&] {
         m_session.LookAgain();
-        now = m_session.ReadAgain(planned);
-    } catch (const Error& error) {
-        throw WithAddition(error, kNothingWritten);
-    }
+        return m_session.ReadAgain(planned);
+    });
     if (now.identity != planned.identity)
         throw Error(ErrorKind::KeyboardChanged,
                     std::string("this is not the keyboard that the write was planned for") +
@@ -108,209 +114,262 @@ void Writer::RequireStillAs(const KeyboardContent& planned) {
                         kNothingWritten);
 }
 
-Writer::Claimed Writer::Claim(const KeyboardIdentity& keyboard) const {
-    try {
-        if (Claimed claimed = m_records.journal.Claim(keyboard))
-            return claimed;
-    } catch (const Error& error) {
-        throw WithAddition(error, kNothingWritten);
-    }
+void Writer::RequireNotStopped() const {
+    if (m_options.isStopped())
+        throw Error(ErrorKind::Stopped, std::string("stopped") + kNothingWritten);
+}
+
+Writer::Claimed Writer::Claim(const std::string& keyboard) const {
+    if (Claimed claimed = BeforeWriting([&] { return m_records.journal.Claim(keyboard); }))
+        return claimed;
     throw Error(ErrorKind::KeyboardBusy,
                 std::string("another program is writing to this keyboard, or to one of its kind "
                             "that cannot be told from it") +
                     kNothingWritten);
 }
 
-std::vector<PendingWrite> Writer::Own(const KeyboardContent& now) const {
+std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now) const {
     std::vector<DamagedRecord> damaged;
-    std::vector<PendingWrite> own;
-    try {
+    std::vector<TracedWrite> traced;
+    BeforeWriting([&] {
         for (JournalEntry& entry : m_records.journal.Entries(&damaged))
-            if (entry.IsOf(now, m_options.origin)) {
-                const bool isRecoverable = entry.Explains(now);
-                own.push_back({std::move(entry), isRecoverable});
+            if (entry.keyboard.IsLike(now.identity)) {
+                const Trace trace = entry.TraceIn(now);
+                traced.push_back({std::move(entry), trace});
             }
-    } catch (const Error& error) {
-        throw WithAddition(error, kNothingWritten);
-    }
+    });
     for (const DamagedRecord& record : damaged)
         if (Journal::MayBeOf(record, now.identity))
             throw Error(ErrorKind::FileFailed,
                         record.message +
-                            "; it may tell that a write to this keyboard was interrupted: look at "
-                            "what the keyboard holds, move that file to another folder, and try "
-                            "again" +
+                            "; it may be of an interrupted write to this keyboard: look at what "
+                            "the keyboard holds, move that file to another folder, and try again" +
                             kNothingWritten);
-    return own;
+    return traced;
 }
 
-void Writer::RefuseInterrupted(const std::vector<PendingWrite>& own) {
-    if (own.empty())
-        return;
-    const bool isRecoverable = std::any_of(
-        own.begin(), own.end(), [](const PendingWrite& entry) { return entry.isRecoverable; });
-    const std::string what = InWords(own.back()) + " was interrupted";
-    throw Error(ErrorKind::WriteInterrupted,
-                what +
-                    (isRecoverable ? " and is to be finished or rolled back first"
-                                   : "; " + HowToSettle(own.back())) +
-                    kNothingWritten);
+std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now) const {
+    std::vector<JournalEntry> entries;
+    for (TracedWrite& write : Traced(now))
+        if (write.trace == Trace::Partial)
+            entries.push_back(std::move(write));
+    return entries;
 }
 
-std::string Writer::SaveBackup(const KeyboardContent& now) {
-    try {
-        std::set<std::string> needed;
-        for (const JournalEntry& open : m_records.journal.Entries())
-            needed.insert(open.backup);
-        return m_records.backups.Save(now, Planner(now, *m_scratch).Document(now), m_options.now(),
-                                      needed);
-    } catch (const Error& error) {
-        throw WithAddition(error, kNothingWritten);
-    }
+void Writer::RefuseInterrupted(const std::vector<JournalEntry>& entries) const {
+    if (!entries.empty())
+        throw Error(ErrorKind::WriteInterrupted,
+                    "the keyboard holds a part of an interrupted " + entries.back().InWords() +
+                        ", which is to be finished or rolled back first" + kNothingWritten +
+                        m_options.howToRecover);
 }
 
-Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
-    const std::vector<ByteRange> ranges = plan.ToSend(request.full);
-    const bool replacesAll = request.action == Request::kRestore;
-    if (ranges.empty() && !replacesAll)
-        return {};
-    const Claimed claimed = Claim(plan.before.identity);
-    const auto own = Own(plan.before);
-    if (!replacesAll)
-        RefuseInterrupted(own);
-    if (ranges.empty()) {
-        if (!own.empty())
-            RequireStillAs(plan.before);
-        EndAll(own);
-        return {};
-    }
+std::string Writer::SaveBackup(const KeyboardContent& now, const std::string& document) {
+    return BeforeWriting([&] {
+        return m_records.backups.Save({now, document, m_options.origin, m_options.till},
+                                      Planner(now, *m_scratch).Document(now), m_options.now(),
+                                      [this] { return NeededBackups(); });
+    });
+}
+
+std::set<std::string> Writer::NeededBackups() const {
+    const std::string oldest =
+        TimeText(m_options.now() - std::chrono::hours(24 * BackupStore::kDays));
+    std::set<std::string> needed;
+    for (const JournalEntry& entry : m_records.journal.Entries())
+        needed.insert(entry.backup);
+    for (const Receipt& receipt : m_records.receipts.List())
+        if (receipt.time >= oldest)
+            needed.insert(receipt.backup);
+    return needed;
+}
+
+JournalEntry Writer::Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,
+                           const Request& request, const std::vector<JournalEntry>& replaced) {
     JournalEntry entry;
-    entry.backup = SaveBackup(plan.before);
+    entry.backup = SaveBackup(plan.before, request.document);
     entry.action = request.action;
     entry.document = request.document;
     entry.origin = m_options.origin;
+    entry.till = m_options.till;
     entry.ranges = ranges;
-    try {
-        m_records.journal.Begin(entry, plan.before, m_options.now());
-    } catch (const Error& error) {
-        throw WithAddition(error, kNothingWritten);
+    if (!replaced.empty()) { // the newest, and what that one replaced
+        entry.replaced = replaced.back().replaced;
+        entry.replaced.push_back(replaced.back().Id());
     }
-    try {
-        RequireStillAs(plan.before); // right before the first byte
-    } catch (const Error& error) {
-        throw AfterEnding(entry, error);
-    }
+    BeforeWriting([&] { m_records.journal.Begin(entry, plan.before, m_options.now()); });
+    return entry;
+}
 
+Receipt Writer::NewReceipt(const Request& request, const KeyboardContent& before) const {
     Receipt receipt;
     receipt.action = request.action;
     receipt.document = request.document;
     receipt.documentSha256 = request.documentSha256;
+    receipt.till = m_options.till;
     receipt.full = request.full;
-    receipt.backup = entry.backup;
-    try {
-        Execute(plan, ranges, request.verify, receipt);
-    } catch (const Failure& failure) {
-        if (failure.State() == Holds::Before || failure.State() == Holds::After)
-            throw AfterEnding(entry, failure);
-        throw Error(failure); // by value: what it adds is for this class
-    }
-    EndJournal(entry);
-    if (request.verify)
-        EndAll(own);
-    return {true, request.verify, Size(ranges), entry.backup};
+    receipt.keyboard = before.identity;
+    receipt.beforeSha256 = before.Hash();
+    return receipt;
 }
 
-std::optional<PendingWrite> Writer::Interrupted() {
+Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
+    const std::vector<ByteRange> ranges = plan.ToSend(request.full);
+    const bool settles = request.action == Request::kRestore;
+    if (ranges.empty() && !settles)
+        return {false, true, 0, ""}; // as the plan has proved
+    const Claimed claimed = Claim(Journal::ClaimOf(plan.before.identity, m_options.origin));
+    const std::vector<JournalEntry> interrupted = PartlyIn(plan.before);
+    if (!settles)
+        RefuseInterrupted(interrupted);
+    if (ranges.empty()) {
+        if (!interrupted.empty()) { // the user wants it to stay so
+            RequireStillAs(plan.before);
+            m_records.journal.End(interrupted.back());
+        }
+        return {false, true, 0, ""};
+    }
+    const JournalEntry entry = Begin(plan, ranges, request, interrupted);
+    Receipt receipt = NewReceipt(request, plan.before);
+    receipt.backup = entry.backup;
+    Sent sent;
+    try {
+        RequireStillAs(plan.before); // right before the first byte
+        RequireNotStopped();
+        sent = Sending(m_session, *m_scratch).Run(plan, ranges, request.verify);
+    } catch (const Error& error) {
+        sent.failure = error;
+    }
+    if (sent.failure)
+        throw Failed(sent, entry, receipt);
+    FillIn(receipt, sent);
+    Close(entry, request.verify, receipt);
+    return {true, request.verify, SizeOf(ranges), entry.backup};
+}
+
+// What has not begun has ended. Whatever was begun stays on record, also where a reading then found
+// the keyboard whole: that may have been another one already.
+Error Writer::Failed(const Sent& sent, const JournalEntry& entry, Receipt receipt) {
+    Error failure = *sent.failure;
+    if (sent.holds == Sent::Holds::Unknown ||
+        (sent.holds == Sent::Holds::Neither && entry.TraceIn(*sent.found) == Trace::Partial))
+        failure = failure.With(m_options.howToRecover);
+    else if (sent.holds == Sent::Holds::Neither)
+        failure = failure.With("; the backup " + receipt.backup + " has what it held before");
+    FillIn(receipt, sent);
+    receipt.message = failure.what();
+    const auto add = [&](const char* what, const auto& step) {
+        try {
+            step();
+        } catch (const Error& error) {
+            failure = failure.With(what + std::string(error.what()));
+        }
+    };
+    if (!sent.isBegun)
+        add("; ", [&] { m_records.journal.End(entry); });
+    else
+        add("; no receipt: ", [&] { m_records.receipts.Add(receipt, m_options.now()); });
+    return failure;
+}
+
+void Writer::Close(const JournalEntry& entry, bool isProved, const Receipt& receipt) {
+    std::string left;
+    const auto attempt = [&](const char* what, const auto& step) {
+        try {
+            step();
+        } catch (const Error& error) {
+            left += what + std::string(error.what());
+        }
+    };
+    const char* noEnd = "; the record of it as interrupted is left: ";
+    attempt(noEnd, [&] { m_records.journal.End(entry); });
+    if (isProved && !entry.replaced.empty())
+        attempt(noEnd, [&] {
+            for (const JournalEntry& other : m_records.journal.Entries())
+                if (std::count(entry.replaced.begin(), entry.replaced.end(), other.Id()) != 0)
+                    m_records.journal.End(other);
+        });
+    attempt("; there is no receipt: ", [&] { m_records.receipts.Add(receipt, m_options.now()); });
+    if (!left.empty())
+        throw Error(ErrorKind::FileFailed,
+                    (isProved ? "the keyboard was written, read back and found equal"
+                              : "the keyboard was written and not read back") +
+                        left);
+}
+
+std::vector<TracedWrite> Writer::OnRecord() {
+    std::vector<TracedWrite> traced = Traced(Read());
+    std::erase_if(traced,
+                  [&](const TracedWrite& entry) { return m_records.journal.IsInProgress(entry); });
+    return traced;
+}
+
+std::optional<JournalEntry> Writer::Interrupted() {
     std::vector<DamagedRecord> damaged;
     const auto entries = m_records.journal.Entries(&damaged);
-    const KeyboardIdentity identity = m_session.ReadIdentity();
-    const bool mayBe = !damaged.empty() ||
-                       std::any_of(entries.begin(), entries.end(), [&](const JournalEntry& entry) {
-                           return entry.keyboard.IsLike(identity);
-                       });
-    if (!mayBe) // a reading takes its time
+    if (damaged.empty() && Suspects(m_session, entries).empty())
         return std::nullopt;
-    auto own = Own(Read());
-    std::erase_if(own,
-                  [&](const PendingWrite& entry) { return m_records.journal.IsInProgress(entry); });
-    if (own.empty())
-        return std::nullopt;
-    const auto newest = std::find_if(own.rbegin(), own.rend(),
-                                     [](const PendingWrite& entry) { return entry.isRecoverable; });
-    return newest == own.rend() ? own.back() : *newest;
-}
-
-// With the keyboard claimed, what is known of the write may have changed.
-KeyboardContent Writer::ReadFor(const JournalEntry& entry) {
-    std::error_code ignored;
-    if (!std::filesystem::exists(entry.file, ignored))
-        throw Error(ErrorKind::KeyboardChanged,
-                    std::string("the interrupted write has been settled meanwhile") +
-                        kNothingWritten);
-    KeyboardContent now = Read();
-    if (!entry.IsOf(now, m_options.origin))
-        throw Error(ErrorKind::KeyboardChanged,
-                    std::string("the interrupted write was to another keyboard") + kNothingWritten);
-    return now;
+    const auto traced = OnRecord();
+    const auto newest = std::find_if(traced.rbegin(), traced.rend(), [](const TracedWrite& write) {
+        return write.trace == Trace::Partial;
+    });
+    return newest == traced.rend() ? std::nullopt : std::optional<JournalEntry>(*newest);
 }
 
 Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
-    const Claimed claimed = Claim(entry.keyboard);
-    const KeyboardContent now = ReadFor(entry);
-    if (!entry.Explains(now))
-        throw Error(ErrorKind::WriteInterrupted, HowToSettle(entry) + kNothingWritten);
+    const std::string claim = Journal::ClaimOf(entry.keyboard, entry.origin);
+    const Claimed claimed = Claim(claim);
+    std::error_code ignored;
+    if (!std::filesystem::exists(entry.file, ignored)) // before it was claimed
+        throw Error(ErrorKind::KeyboardChanged,
+                    std::string("the interrupted write has been settled meanwhile") +
+                        kNothingWritten);
+    const KeyboardContent now = Read();
+    const std::string claimNow = Journal::ClaimOf(now.identity, m_options.origin);
+    const Claimed claimedNow = claimNow == claim ? nullptr : Claim(claimNow);
+    const Trace trace = entry.TraceIn(now);
+    if (trace != Trace::Partial)
+        throw Error(ErrorKind::KeyboardChanged, WhyNotRecovered({entry, trace}) + kNothingWritten);
+    const bool finishes = way == Way::Finish;
     const WritePlan plan =
-        Planner(now, *m_scratch)
-            .ForContent(way == Way::Finish ? entry.Finished(now) : entry.RolledBack(now));
-    auto settled = Own(now);
-    // What was begun before a write that is undone is as open as it was then.
-    if (way == Way::RollBack)
-        std::erase_if(settled, [&](const PendingWrite& own) { return own.file < entry.file; });
-    if (plan.IsEmpty()) {
-        RequireStillAs(plan.before); // it holds all of it already: no more is to be proved
-        EndAll(settled);
-        return {false, true, 0, ""};
-    }
-    Receipt receipt;
-    receipt.action = way == Way::Finish ? "finish" : "roll back";
-    receipt.document = entry.document;
-    receipt.backup = SaveBackup(now);
+        Planner(now, *m_scratch).ForContent(finishes ? entry.Finished(now) : entry.RolledBack(now));
+    JournalEntry ended = entry;
+    if (!finishes) // what it was to replace is then as open as it was before
+        ended.replaced.clear();
+    Request request;
+    request.action = finishes ? "finish" : "roll back";
+    request.document = entry.document;
+    Receipt receipt = NewReceipt(request, now);
+    receipt.backup = SaveBackup(now, request.document);
     RequireStillAs(plan.before);
-    try {
-        Execute(plan, plan.ToSend(false), true, receipt);
-    } catch (const Failure& failure) {
-        throw Error(failure); // by value, and the entry stays
+    RequireNotStopped();
+    const Sent sent = Sending(m_session, *m_scratch).Run(plan, plan.ToSend(false), true);
+    if (sent.failure) {
+        Sent begun = sent; // the entry stays in any case
+        begun.isBegun = true;
+        throw Failed(begun, entry, receipt);
     }
-    EndAll(settled);
+    FillIn(receipt, sent);
+    Close(ended, true, receipt);
     return {true, true, plan.BytesToSend(), receipt.backup};
-}
-
-void Writer::Forget(const JournalEntry& entry) {
-    const Claimed claimed = Claim(entry.keyboard);
-    (void)ReadFor(entry);
-    m_records.journal.End(entry);
 }
 
 Writer::Outcome Writer::RunUnproved(const Request& request,
                                     const std::function<void()>& operation) {
     const KeyboardContent before = Read();
-    const Claimed claimed = Claim(before.identity);
-    RefuseInterrupted(Own(before));
-    Receipt receipt;
-    receipt.action = request.action;
-    receipt.document = request.document;
+    const Claimed claimed = Claim(Journal::ClaimOf(before.identity, m_options.origin));
+    RefuseInterrupted(PartlyIn(before));
+    Receipt receipt = NewReceipt(request, before);
     receipt.full = true;
-    receipt.keyboard = before.identity;
-    receipt.beforeSha256 = before.Hash();
-    receipt.backup = SaveBackup(before);
+    receipt.backup = SaveBackup(before, request.document);
     RequireStillAs(before);
+    RequireNotStopped();
     std::optional<Error> failure;
     try {
         operation();
         receipt.result = "not verified";
     } catch (const Error& error) {
-        failure = WithAddition(error, "; what the keyboard held before is in the backup " +
-                                          receipt.backup);
+        failure = error.With("; what the keyboard held before is in the backup " + receipt.backup);
         receipt.result = "unknown";
         receipt.message = failure->what();
     }
@@ -318,162 +377,14 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
         m_records.receipts.Add(receipt, m_options.now());
     } catch (const Error& error) {
         if (failure)
-            throw WithAddition(*failure, std::string("; no receipt: ") + error.what());
-        throw WithAddition(error, "; the file was loaded into the keyboard and has no receipt");
+            throw failure->With(std::string("; no receipt: ") + error.what());
+        throw Error(error.Kind(), std::string("the file was loaded into the keyboard; there is no "
+                                              "receipt: ") +
+                                      error.what());
     }
     if (failure)
         throw Error(*failure);
     return {true, false, 0, receipt.backup};
-}
-
-void Writer::EndAll(const std::vector<PendingWrite>& entries) {
-    for (const PendingWrite& entry : entries)
-        EndJournal(entry);
-}
-
-// The failure of a write that has left the keyboard whole.
-Error Writer::AfterEnding(const JournalEntry& entry, const Error& failure) {
-    try {
-        EndJournal(entry);
-    } catch (const Error& error) {
-        return WithAddition(failure, std::string("; ") + error.what());
-    }
-    return Error(failure);
-}
-
-void Writer::EndJournal(const JournalEntry& entry) {
-    try {
-        m_records.journal.End(entry);
-    } catch (const Error& error) {
-        throw WithAddition(error, "; the write itself has ended, and the record of it says "
-                                  "otherwise until recovering removes it");
-    }
-}
-
-void Writer::Execute(const WritePlan& plan, const std::vector<ByteRange>& ranges, bool verify,
-                     Receipt receipt) {
-    receipt.keyboard = plan.before.identity;
-    receipt.beforeSha256 = plan.before.Hash();
-    std::optional<Failure> failure;
-    try {
-        Send(plan.before, plan.after, ranges);
-        receipt.bytesSent = Size(ranges);
-        receipt.result = "not verified";
-        if (verify)
-            Verify(plan.before, plan.after, receipt);
-    } catch (const Failure& error) {
-        failure = error;
-        receipt.message = error.what();
-        receipt.result = error.State() == Holds::After                ? "written"
-                         : error.Kind() == ErrorKind::ReadBackDiffers ? "differs"
-                         : error.State() == Holds::Before             ? "nothing changed"
-                         : error.State() == Holds::Mixed              ? "partly written"
-                                                                      : "unknown";
-    }
-    try {
-        m_records.receipts.Add(receipt, m_options.now());
-    } catch (const Error& error) {
-        if (!failure)
-            throw Failure(error, verify ? Holds::After : Holds::Unknown,
-                          verify ? "; the keyboard was written and verified, and has no receipt"
-                                 : "; the keyboard was written and has no receipt");
-        failure = Failure(*failure, failure->State(), std::string("; no receipt: ") + error.what());
-    }
-    if (failure)
-        throw Failure(*failure);
-}
-
-Writer::Holds Writer::Look(const KeyboardContent& before, const KeyboardContent& after) {
-    try {
-        // Each is read on its own: what was not read then differs from just that one for sure.
-        if (m_session.ReadAgain(after).HoldsSame(after))
-            return Holds::After;
-        return m_session.ReadAgain(before).HoldsSame(before) ? Holds::Before : Holds::Mixed;
-    } catch (const Error&) {
-        return Holds::Unknown;
-    }
-}
-
-void Writer::Send(const KeyboardContent& before, const KeyboardContent& after,
-                  const std::vector<ByteRange>& ranges) {
-    try {
-        m_session.PrepareSending(ranges);
-    } catch (const Error& error) {
-        throw Failure(error, Holds::Before, kNothingWritten);
-    }
-    try {
-        m_session.Send();
-    } catch (const Error& error) {
-        switch (Look(before, after)) {
-        case Holds::Before:
-            throw Failure(error, Holds::Before,
-                          "; nothing changed: the keyboard holds what it held before");
-        case Holds::After:
-            throw Failure(error, Holds::After,
-                          "; read back, the keyboard holds all that was to be written");
-        case Holds::Mixed:
-            throw Failure(error, Holds::Mixed, "; the keyboard is partly written: recover it");
-        case Holds::Unknown:
-            break;
-        }
-        throw Failure(error, Holds::Unknown,
-                      "; the keyboard may be partly written and could not be read: recover it");
-    }
-}
-
-void Writer::Verify(const KeyboardContent& before, const KeyboardContent& after, Receipt& receipt) {
-    KeyboardContent now;
-    try {
-        now = m_session.ReadAgain(after);
-    } catch (const Error& error) {
-        throw Failure(error, Holds::Unknown,
-                      "; the keyboard was written, and could not be read back: recover it");
-    }
-    receipt.afterSha256 = now.Hash();
-    if (now.HoldsSame(after)) {
-        receipt.result = "verified";
-        return;
-    }
-    switch (Look(before, after)) {
-    case Holds::Before:
-        throw Failure(Differing(after, now), Holds::Before,
-                      "; nothing changed: the keyboard holds what it held before");
-    case Holds::After:
-        throw Failure(Differing(after, now), Holds::After,
-                      "; read once more, it holds all that was to be written: one of its readings "
-                      "went wrong without a word");
-    case Holds::Mixed:
-    case Holds::Unknown:
-        break;
-    }
-    throw Failure(Differing(after, now), Holds::Mixed, "; recover the keyboard");
-}
-
-Error Writer::Differing(const KeyboardContent& expected, const KeyboardContent& found) {
-    const auto ranges = Differences(expected, found, 1);
-    const ByteRange& first = ranges.front();
-    std::string setting = "bytes that no setting uses";
-    std::string place;
-    try {
-        KeyboardContent partly = expected;
-        partly.Overwrite(first.address, first.to);
-        const auto settings =
-            Planner(expected, *m_scratch).Compare(expected, partly, first.section);
-        if (!settings.empty()) {
-            setting = settings.front().name;
-            place = settings.front().place;
-        }
-    } catch (const std::exception&) {
-        setting = first.section; // what was found cannot be read as settings
-        place = "/" + first.section;
-    }
-    const Long bytes = Size(ranges);
-    const std::string message =
-        "the keyboard does not hold what was written: " + setting + ": address " +
-        Hex(first.address) + " holds " + Hex(static_cast<Byte>(first.to[0])) + " in place of " +
-        Hex(static_cast<Byte>(first.from[0])) + " (hexadecimal); " + std::to_string(bytes) +
-        (bytes == 1 ? " byte differs" : " bytes differ");
-    return {ErrorKind::ReadBackDiffers, message, {Fault{place, message}}};
 }
 
 } // namespace qx::host

@@ -5,11 +5,16 @@
 // reading back and comparing, end of the journal, receipt. Whatever breaks off between, the journal
 // knows what the keyboard may hold, and Recover makes it exactly the old or exactly the new. Of all
 // programs one at a time writes to a keyboard.
+//
+// The keyboard that is plugged in now need not be the one of a minute ago, nor can it always be
+// told from another one. So a write on record concerns a keyboard only when that shows a part of
+// it.
 #pragma once
 
 #include "host/BackupStore.h"
 #include "host/Journal.h"
 #include "host/Receipts.h"
+#include "host/Sending.h"
 #include "host/Session.h"
 #include "host/Till.h"
 #include "host/WritePlan.h"
@@ -31,11 +36,9 @@ struct WriteRecords {
     Receipts receipts;
 };
 
-// A write to the opened keyboard that was interrupted.
-struct PendingWrite : JournalEntry {
-    // Whether what the keyboard holds comes from that write, so that it can be finished and rolled
-    // back; else a backup can be restored, or the write forgotten.
-    bool isRecoverable = false;
+// A write on record, and what the opened keyboard shows of it.
+struct TracedWrite : JournalEntry {
+    Trace trace = Trace::None;
 };
 
 class Writer {
@@ -45,10 +48,15 @@ public:
         // A configuration for the opened keyboard, with its layout.
         std::function<std::unique_ptr<Configuration>()> newConfiguration;
         Clock now = [] { return std::chrono::system_clock::now(); };
-        // How the keyboard is reached, the same each time, as setup::OpenedDriver tells it: by this
-        // one without a GUID is known again.
+        // How the keyboard is reached, the same each time, as setup::OpenedDriver tells it.
         std::string origin = {};
         Till till = {}; // which one it is, where that is known
+        // How the user recovers a keyboard, "; see qxconf recover": the end of messages about one
+        // that is partly written.
+        std::string howToRecover = {};
+        // Whether the user wants to stop. Asked before the first byte is sent; what has begun to
+        // be sent is sent, proved and recorded.
+        std::function<bool()> isStopped = [] { return false; };
     };
     struct Request {
         static constexpr const char* kRestore = "restore"; // settles what was interrupted
@@ -59,8 +67,8 @@ public:
         bool verify = true;
     };
     struct Outcome {
-        bool isWritten = false; // false: there was nothing to do
-        bool isVerified = false;
+        bool isWritten = false;  // false: there was nothing to do
+        bool isVerified = false; // the keyboard has been read and holds all of it
         Long bytesSent = 0;
         std::string backup; // the id of the one made before
     };
@@ -72,27 +80,30 @@ public:
     // proved by a second reading; throws Error(KeyboardChanged) when that reads otherwise.
     [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections);
     // What it takes to bring a backup back. Throws Error(KeyboardChanged) when the backup is of
-    // another kind of keyboard, or, unless that is allowed, of another one of the same kind, which
-    // keeps its own GUID. Areas that are not in the backup stay as they are, and the plan says so.
-    [[nodiscard]] WritePlan PlanRestore(const KeyboardContent& backup, bool otherKeyboard = false);
+    // another kind of keyboard, or, unless that is allowed, of what seems to be another one of the
+    // same kind: it has another GUID, another name in a job, or was reached in another way. Such a
+    // keyboard keeps its own GUID. Areas that are not in the backup stay as they are, and the plan
+    // says so.
+    [[nodiscard]] WritePlan PlanRestore(const Backup& backup, bool otherKeyboard = false);
 
     // Writes. Throws Error: KeyboardChanged when the keyboard is not as it was planned for,
     // WriteInterrupted when Recover is to come first, KeyboardBusy when another program writes to
     // it, FileFailed when there can be no record, TransferFailed, ReadBackDiffers. The message says
-    // what the keyboard holds then. The action kRestore settles what was interrupted, also when
-    // there is nothing to do.
+    // what the keyboard holds then; it begins with that when the write is proved and only its
+    // records failed. The action kRestore settles what was interrupted.
     Outcome Write(const WritePlan& plan, const Request& request);
 
-    // The write to this keyboard that was interrupted, if there is one: of several the newest that
-    // can be recovered. One that is still going on is none.
-    [[nodiscard]] std::optional<PendingWrite> Interrupted();
+    // The writes on record to keyboards of this kind, oldest first, without those that are still
+    // going on.
+    [[nodiscard]] std::vector<TracedWrite> OnRecord();
+    // The newest of which this keyboard holds a part, if there is one.
+    [[nodiscard]] std::optional<JournalEntry> Interrupted();
     enum class Way { Finish, RollBack };
     // Makes the keyboard hold all new, or all old, bytes of that write, and proves it. Throws as
     // Write does; until it succeeds it can be tried again, either way. Throws
-    // Error(WriteInterrupted) when the keyboard holds what cannot come from that write.
+    // Error(KeyboardChanged), and does nothing, when the keyboard does not hold a part of the
+    // write: it may be another one.
     Outcome Recover(const JournalEntry& entry, Way way);
-    // Leaves the keyboard as it is and no longer takes the write for interrupted.
-    void Forget(const JournalEntry& entry);
 
     // Runs an operation that writes to the keyboard by itself, such as the driver's loading of a
     // file: after a backup, with a receipt, and unproved. Throws as Write does.
@@ -101,31 +112,29 @@ public:
     [[nodiscard]] const WriteRecords& Records() const { return m_records; }
 
 private:
-    enum class Holds { Before, After, Mixed, Unknown };
-    class Failure;
-
     using Claimed = std::unique_ptr<files::FileLock>;
 
     [[nodiscard]] KeyboardContent Read();
     void RequireStillAs(const KeyboardContent& planned);
+    void RequireNotStopped() const;
     void ProveNothingToDo(const WritePlan& plan);
-    [[nodiscard]] Claimed Claim(const KeyboardIdentity& keyboard) const;
-    // The keyboard's own entries, oldest first.
-    [[nodiscard]] std::vector<PendingWrite> Own(const KeyboardContent& now) const;
-    static void RefuseInterrupted(const std::vector<PendingWrite>& own);
-    [[nodiscard]] std::string SaveBackup(const KeyboardContent& now);
-    [[nodiscard]] Holds Look(const KeyboardContent& before, const KeyboardContent& after);
-    void Send(const KeyboardContent& before, const KeyboardContent& after,
-              const std::vector<ByteRange>& ranges);
-    void Verify(const KeyboardContent& before, const KeyboardContent& after, Receipt& receipt);
-    [[nodiscard]] Error Differing(const KeyboardContent& expected, const KeyboardContent& found);
-    // Sends and proves, and leaves a receipt of what came of it.
-    void Execute(const WritePlan& plan, const std::vector<ByteRange>& ranges, bool verify,
-                 Receipt receipt);
-    void EndJournal(const JournalEntry& entry);
-    void EndAll(const std::vector<PendingWrite>& entries);
-    [[nodiscard]] Error AfterEnding(const JournalEntry& entry, const Error& failure);
-    [[nodiscard]] KeyboardContent ReadFor(const JournalEntry& entry);
+    [[nodiscard]] Claimed Claim(const std::string& keyboard) const;
+    [[nodiscard]] std::vector<TracedWrite> Traced(const KeyboardContent& now) const;
+    // Those of which the keyboard holds a part.
+    [[nodiscard]] std::vector<JournalEntry> PartlyIn(const KeyboardContent& now) const;
+    void RefuseInterrupted(const std::vector<JournalEntry>& entries) const;
+    [[nodiscard]] bool IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now) const;
+    [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document);
+    [[nodiscard]] std::set<std::string> NeededBackups() const;
+    [[nodiscard]] JournalEntry Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,
+                                     const Request& request,
+                                     const std::vector<JournalEntry>& replaced);
+    [[nodiscard]] Receipt NewReceipt(const Request& request, const KeyboardContent& before) const;
+    // The failure of a sending, after its receipt.
+    [[nodiscard]] Error Failed(const Sent& sent, const JournalEntry& entry, Receipt receipt);
+    // Ends the entry and those that it replaces, and leaves the receipt, as far as that can be
+    // done; throws Error(FileFailed) for the rest.
+    void Close(const JournalEntry& entry, bool isProved, const Receipt& receipt);
 
     Session& m_session;
     Options m_options;

@@ -55,7 +55,7 @@ protected:
 
 // Every seed's lie is told by one of the first two writes, or by one of the first two readings.
 TEST_F(LyingKeyboard, IsFoundOutWhateverTheSeed) {
-    constexpr int kSeeds = 1200;
+    constexpr int kSeeds = 300;
     sim::SimulatedDriver driver(folder / "keyboard.qxk", "magnet");
     Session session(driver);
     session.Open();

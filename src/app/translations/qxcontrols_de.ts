@@ -12,8 +12,8 @@
         <translation>Als Dokument ö&amp;ffnen</translation>
     </message>
     <message>
-        <source>Before each write, everything that the keyboard holds is saved here. Of each keyboard the newest %1 are kept.</source>
-        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Von jeder Tastatur bleiben die neuesten %1.</translation>
+        <source>Before each write, everything that the keyboard holds is saved here. At least %1 days long every backup is kept.</source>
+        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage lang erhalten.</translation>
     </message>
     <message>
         <source>Backups</source>
@@ -2022,14 +2022,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt, zurückgelesen und gleich befunden.</translation>
     </message>
     <message>
-        <source>&amp;Restore the backup…</source>
-        <translation>Sicherung zu&amp;rückspielen …</translation>
-    </message>
-    <message>
-        <source>&amp;Keep what it holds</source>
-        <translation>Inhalt be&amp;halten</translation>
-    </message>
-    <message>
         <source>Writing %1 to this keyboard was interrupted (%2).</source>
         <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
     </message>
@@ -2040,18 +2032,6 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
         <translation>Die Tastatur enthält vielleicht nur einen Teil davon.
 
 „Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
-    </message>
-    <message>
-        <source>The keyboard now holds something else than that write can have left.
-
-The backup made before it can be restored, or what the keyboard holds can be kept.</source>
-        <translation>Die Tastatur enthält jetzt etwas anderes, als dieses Schreiben hinterlassen haben kann.
-
-Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</translation>
-    </message>
-    <message>
-        <source>The keyboard is left as it is.</source>
-        <translation>Die Tastatur bleibt, wie sie ist.</translation>
     </message>
 </context>
 <context>
@@ -2126,6 +2106,13 @@ Die Sicherung von vorher kann zurückgespielt oder der Inhalt behalten werden.</
     <message>
         <source>The text has %1 codes, only %2 fit.</source>
         <translation>Der Text hat %1 Codes, nur %2 passen hinein.</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench</name>
+    <message>
+        <source>Write to keyboard finishes it or rolls it back</source>
+        <translation>„In Tastatur schreiben“ schreibt es zu Ende oder nimmt es zurück</translation>
     </message>
 </context>
 </TS>

@@ -8,23 +8,35 @@ namespace qx::cli {
 
 namespace {
 
-constexpr const char* kExampleId = "QX-MAGNET-0123456789ab/20260131T090507.123Z";
+constexpr const char* kExampleId = "QX-MAGNET-0123456789ab/20260131T090507.123Z-4711-1";
 
 Option IdArgument(std::string& id) {
     return {.name = "ID", .target = &id, .summary = "The backup, as listed", .isRequired = true};
 }
 
+// A damaged one is listed without what it says of itself.
 void List(Context& context) {
+    const host::BackupStore backups = context.Records().backups;
     host::Json json = host::Json::array();
-    Lines lines;
-    for (const host::BackupEntry& entry : context.Records().backups.List()) {
+    std::vector<std::vector<std::string>> rows;
+    for (const host::BackupEntry& entry : backups.List()) {
+        host::Backup backup;
+        try {
+            backup = backups.Load(entry);
+        } catch (const host::Error& error) {
+            context.Note(error.what());
+        }
         json.push_back({{"id", entry.id},
                         {"keyboard", entry.keyboard},
                         {"time", entry.time},
+                        {"unit", backup.till.unit},
+                        {"place", backup.till.place},
+                        {"writtenAfter", backup.document},
                         {"document", entry.document.string()}});
-        lines.push_back(entry.id);
+        rows.push_back({entry.id, backup.till.unit, backup.till.place, backup.document});
     }
-    context.Result({{"backups", json}}, lines.empty() ? Lines{"there are no backups"} : lines);
+    context.Result({{"backups", json}},
+                   rows.empty() ? Lines{"there are no backups"} : AlignedLines(rows));
 }
 
 void Show(Context& context, const std::string& id, const std::string& file) {
@@ -35,9 +47,9 @@ void Show(Context& context, const std::string& id, const std::string& file) {
 
 void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     const host::BackupStore backups = context.Records().backups;
-    const host::KeyboardContent content = backups.Load(backups.Find(id));
+    const host::Backup backup = backups.Load(backups.Find(id));
     host::Writer& writer = context.Writer();
-    const host::WritePlan plan = writer.PlanRestore(content, fOtherKeyboard);
+    const host::WritePlan plan = writer.PlanRestore(backup, fOtherKeyboard);
     for (const std::string& area : plan.notRestored)
         context.Note(area);
     host::Writer::Request request;
@@ -93,8 +105,8 @@ Command RestoreCommand() {
         .options = {IdArgument(options->id),
                     {.name = "--other-keyboard",
                      .target = &options->otherKeyboard,
-                     .summary = "Also when it is of another keyboard of the same kind, which keeps "
-                                "its own GUID"}},
+                     .summary = "Also when it seems to be of another keyboard of the same kind, "
+                                "which keeps its own GUID"}},
         .footer = std::string("The keyboard's present contents are saved first.\n\nExample:\n"
                               "  qxconf backup restore ") +
                   kExampleId,
@@ -109,12 +121,15 @@ Command BackupCommand() {
     return {
         .name = "backup",
         .summary = "List, show and restore the backups made before each write",
-        .footer = "Every write first saves the keyboard's contents; of each keyboard the newest " +
-                  std::to_string(host::BackupStore::kKept) +
-                  " are kept.\n\nExamples:\n"
-                  "  qxconf backup list\n"
-                  "  qxconf backup restore " +
-                  kExampleId,
+        .footer =
+            "Every write first saves the keyboard's contents. A backup is kept for at least " +
+            std::to_string(host::BackupStore::kDays) +
+            " days,\nand until its keyboard has backups of " +
+            std::to_string(host::BackupStore::kLaterDays) +
+            " later days; one that an interrupted write needs stays.\n\nExamples:\n"
+            "  qxconf backup list\n"
+            "  qxconf backup restore " +
+            kExampleId,
         .commands = {ListCommand(), ShowBackupCommand(), RestoreCommand()},
     };
 }

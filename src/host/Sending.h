@@ -1,0 +1,48 @@
+// Sending: the bytes of a plan on their way into the keyboard, and the proof that they are there.
+#pragma once
+
+#include "host/Error.h"
+#include "host/Session.h"
+#include "host/WritePlan.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx::host {
+
+// How a sending ended. Without a failure the bytes are sent and, where that was wanted, proved.
+struct Sent {
+    // What the keyboard was last seen to hold.
+    enum class Holds { Before, After, Neither, Unknown };
+
+    std::optional<Error> failure;
+    bool isBegun = false; // bytes may have left for the keyboard, whichever that was
+    Holds holds = Holds::Before;
+    std::optional<KeyboardContent> found;   // where it is neither
+    std::optional<Long> bytes;              // sent; none where the transfer failed
+    std::string afterSha256;                // of all areas as read back; empty where they were not
+    std::string result = "nothing changed"; // for people: "verified", "partly written", ...
+};
+
+class Sending {
+public:
+    // `scratch` is a configuration for this keyboard whose settings are not needed otherwise.
+    Sending(Session& session, Configuration& scratch) : m_session(session), m_scratch(scratch) {}
+
+    // Sends the ranges and proves, unless that is not wanted, that the keyboard then holds all that
+    // the plan says. The failure's message says what the keyboard holds; nothing is thrown.
+    [[nodiscard]] Sent Run(const WritePlan& plan, const std::vector<ByteRange>& ranges,
+                           bool verify);
+
+private:
+    void Transfer(const WritePlan& plan, const std::vector<ByteRange>& ranges, Sent& sent);
+    void Prove(const WritePlan& plan, Sent& sent);
+    void Look(const WritePlan& plan, Sent& sent);
+    [[nodiscard]] Error Differing(const KeyboardContent& expected, const KeyboardContent& found);
+
+    Session& m_session;
+    Configuration& m_scratch;
+};
+
+} // namespace qx::host

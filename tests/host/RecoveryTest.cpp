@@ -1,0 +1,333 @@
+// Which keyboard was it? A write that was interrupted is recovered in its own keyboard and in no
+// other, and is forgotten only when that has been proved or the user says so.
+#include "WriterFixture.h"
+
+#include "files/Files.h"
+
+namespace qx::host {
+
+namespace {
+
+class Recovery : public WriterFixture {
+protected:
+    // Keyboards of one kind behind one driver: without an identifier, or with a copied one.
+    TroubledKeyboard NewKeyboard(bool hasGuid, const std::string& memory) {
+        TroubledKeyboard driver{hasGuid ? kWithGuid : kSmall, "SMALL"};
+        driver.memory = memory;
+        if (hasGuid)
+            driver.memory.replace(0x1500, 16, "0123456789ABCDEF");
+        return driver;
+    }
+    void Interrupt(TroubledKeyboard& driver, Long bytes) {
+        driver.cutAfter = bytes;
+        EXPECT_TRUE(Download(driver, kNew));
+        driver.Replug();
+    }
+    std::optional<JournalEntry> InterruptedIn(TroubledKeyboard& driver) {
+        std::optional<JournalEntry> found;
+        EXPECT_FALSE(Use(driver, [&](Session&, Writer& writer) { found = writer.Interrupted(); }));
+        return found;
+    }
+    // That the keyboard shows this of the only write on record, and is not touched by recovering
+    // it.
+    void ExpectLeftAlone(TroubledKeyboard& driver, Trace trace) {
+        const std::string memory = driver.memory;
+        driver.bytesWritten = 0;
+        EXPECT_FALSE(Use(driver, [&](Session&, Writer& writer) {
+            EXPECT_FALSE(writer.Interrupted());
+            const auto writes = writer.OnRecord();
+            ASSERT_EQ(writes.size(), 1U);
+            EXPECT_EQ(writes[0].trace, trace);
+            for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+                try {
+                    writer.Recover(writes[0], way);
+                    ADD_FAILURE() << "recovered";
+                } catch (const Error& error) {
+                    EXPECT_EQ(error.Kind(), ErrorKind::KeyboardChanged);
+                    EXPECT_NE(std::string(error.what()).find("nothing was written"),
+                              std::string::npos);
+                }
+            }
+        }));
+        EXPECT_EQ(driver.bytesWritten, 0);
+        EXPECT_TRUE(driver.memory == memory);
+    }
+};
+
+} // namespace
+
+// A is cut; B, which cannot be told from it, is plugged in and worked with; A comes back.
+TEST_F(Recovery, ATwinIsNeitherRecoveredNorRefused) {
+    ASSERT_FALSE(Download(keyboard, kNew));
+    const Long all = outcome.bytesSent;
+    TroubledKeyboard third{kSmall, "SMALL"};
+    third.memory = before;
+    ASSERT_FALSE(Download(third, kThird));
+    const std::pair<std::string, Trace> twins[] = {
+        {before, Trace::Before}, {after, Trace::After}, {third.memory, Trace::None}};
+    for (const bool hasGuid : {false, true})
+        for (const Long cut : {Long{0}, Long{3}, all})
+            for (const auto& [held, trace] : twins)
+                for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+                    SCOPED_TRACE(std::to_string(hasGuid) + " cut after " + std::to_string(cut) +
+                                 ", twin " + std::to_string(static_cast<int>(trace)));
+                    Reset();
+                    TroubledKeyboard a = NewKeyboard(hasGuid, before);
+                    const std::string old = a.memory;
+                    Interrupt(a, cut);
+                    const std::string interrupted = a.memory;
+                    TroubledKeyboard b = NewKeyboard(hasGuid, held);
+                    ExpectLeftAlone(b, trace);
+                    const auto id = Entries().at(0).Id();
+                    for (const Settings& settings : {kThird, kNew, kOld}) {
+                        EXPECT_FALSE(Download(b, settings));
+                        ASSERT_EQ(Entries().size(), 1U);
+                        EXPECT_EQ(Entries()[0].Id(), id) << "the record of A";
+                    }
+                    ASSERT_TRUE(a.memory == interrupted);
+                    if (cut == 3) {
+                        const auto refused = Download(a, kThird);
+                        ASSERT_TRUE(refused);
+                        EXPECT_EQ(refused->Kind(), ErrorKind::WriteInterrupted);
+                        EXPECT_EQ(a.bytesWritten, 0);
+                        EXPECT_TRUE(Recover(a, way));
+                        EXPECT_EQ(a.memory == old, way == Writer::Way::RollBack);
+                        EXPECT_TRUE(
+                            a.memory.substr(0, 0x1500) ==
+                            (way == Writer::Way::Finish ? after : before).substr(0, 0x1500));
+                        EXPECT_EQ(Entries().size(), 0U);
+                    } else { // whole, and like a twin itself
+                        ExpectLeftAlone(a, cut == 0 ? Trace::Before : Trace::After);
+                        EXPECT_FALSE(Download(a, kThird));
+                        ASSERT_EQ(Entries().size(), 1U);
+                        const Journal& journal = WriteRecords(records).journal;
+                        EXPECT_THROW((void)journal.Find("another"), Error);
+                        journal.Forget(journal.Find(id));
+                        EXPECT_EQ(Entries().size(), 0U);
+                    }
+                }
+}
+
+// A keyboard that shows a part of the write is its own, whichever way it is reached by then.
+TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
+    till = {"till 1", "line1.so"};
+    Interrupt(keyboard, 2);
+    origin = "the second port";
+    till = {};
+    ASSERT_TRUE(InterruptedIn(keyboard));
+    EXPECT_EQ(InterruptedIn(keyboard)->till.unit, "till 1");
+    TroubledKeyboard otherKind{kSmall, "LARGE"};
+    otherKind.memory.replace(0, 0x7FC0, keyboard.memory, 0, 0x7FC0);
+    EXPECT_FALSE(InterruptedIn(otherKind));
+    EXPECT_TRUE(Recover(keyboard, Writer::Way::Finish));
+    EXPECT_TRUE(keyboard.memory == after);
+    EXPECT_EQ(Entries().size(), 0U);
+}
+
+// Two keyboards are cut in the same write, each at its place: recovering one leaves the other's
+// record.
+TEST_F(Recovery, EveryInterruptedKeyboardHasItsRecord) {
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+        Reset();
+        TroubledKeyboard a = NewKeyboard(false, before);
+        TroubledKeyboard b = NewKeyboard(false, before);
+        Interrupt(a, 3);
+        Interrupt(b, 5);
+        ASSERT_EQ(Entries().size(), 2U);
+        EXPECT_TRUE(Recover(b, way));
+        ASSERT_EQ(Entries().size(), 1U);
+        EXPECT_FALSE(InterruptedIn(b));
+        EXPECT_TRUE(Recover(a, way));
+        EXPECT_TRUE(a.memory == b.memory);
+        EXPECT_EQ(Entries().size(), 0U);
+    }
+}
+
+// The cable is pulled, and another keyboard plugged in before the failure is looked into.
+TEST_F(Recovery, AKeyboardThatIsSwappedWhileItIsWrittenStaysOnRecord) {
+    class Swapped : public TroubledKeyboard {
+    public:
+        using TroubledKeyboard::TroubledKeyboard;
+        std::string next;
+        std::string pulled;
+        std::int32_t QXCFG_ImageSave() override {
+            const std::int32_t status = TroubledKeyboard::QXCFG_ImageSave();
+            pulled = std::exchange(memory, next);
+            return status;
+        }
+    };
+    for (const std::string& next : {before, after}) {
+        Reset();
+        Swapped driver{kSmall, "SMALL"};
+        driver.memory = before;
+        driver.next = next;
+        driver.cutAfter = 2;
+        EXPECT_TRUE(Download(driver, kNew));
+        ASSERT_EQ(Entries().size(), 1U);
+        keyboard.memory = driver.pulled;
+        ASSERT_TRUE(keyboard.memory != before);
+        EXPECT_TRUE(Recover(keyboard, Writer::Way::RollBack));
+        EXPECT_TRUE(keyboard.memory == before);
+        EXPECT_EQ(Entries().size(), 0U);
+    }
+}
+
+// What no interruption can have left, beside the ranges or in them, is neither finished nor rolled
+// back; the backup is there, and the write stays on record.
+TEST_F(Recovery, WhatTheWriteCannotHaveLeftIsLeftAlone) {
+    for (const bool hasGuid : {true, false})
+        for (const std::size_t changed : {0x1310U, 0x1000U}) {
+            SCOPED_TRACE(std::to_string(hasGuid) + " " + std::to_string(changed));
+            Reset();
+            TroubledKeyboard driver = NewKeyboard(hasGuid, before);
+            const std::string held = driver.memory;
+            Interrupt(driver, 2);
+            driver.memory[changed] = '\x33';
+            ExpectLeftAlone(driver, Trace::None);
+            EXPECT_FALSE(Restore(driver, Entries().at(0).backup));
+            EXPECT_TRUE(driver.memory == held);
+            EXPECT_EQ(Entries().size(), 1U);
+        }
+}
+
+TEST_F(Recovery, ARecoverySavesWhatItReplaces) {
+    till.unit = "till 1";
+    Interrupt(keyboard, 2);
+    const std::string mixed = keyboard.memory;
+    ASSERT_TRUE(Recover(keyboard, Writer::Way::RollBack));
+    const BackupStore& backups = WriteRecords(records).backups;
+    const auto saved = backups.List();
+    ASSERT_EQ(saved.size(), 2U);
+    for (const ContentPiece& piece : backups.Load(saved[1]).content.pieces)
+        EXPECT_EQ(piece.bytes,
+                  mixed.substr(static_cast<std::size_t>(piece.address), piece.bytes.size()));
+    EXPECT_EQ(AllReceipts().back().backup, saved[1].id);
+    EXPECT_EQ(AllReceipts().back().action, "roll back");
+    EXPECT_EQ(AllReceipts().back().result, "verified");
+}
+
+// A restored backup settles the write of which the keyboard holds a part, and one that is
+// interrupted itself leaves no more behind than a recovery ends.
+TEST_F(Recovery, ARestoreSettlesWhatWasInterrupted) {
+    Interrupt(keyboard, 2);
+    const std::string mixed = keyboard.memory;
+    EXPECT_FALSE(Restore(keyboard, Entries().at(0).backup));
+    EXPECT_TRUE(keyboard.memory == before);
+    EXPECT_EQ(Entries().size(), 0U);
+
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+        Reset();
+        Interrupt(keyboard, 2);
+        ASSERT_TRUE(keyboard.memory == mixed);
+        keyboard.cutAfter = 1;
+        EXPECT_TRUE(Restore(keyboard, Entries().at(0).backup));
+        EXPECT_EQ(Entries().size(), 2U);
+        EXPECT_TRUE(Recover(keyboard, way));
+        EXPECT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? before : mixed));
+        EXPECT_EQ(Recover(keyboard, way), way == Writer::Way::RollBack)
+            << "half of the download is there";
+        EXPECT_TRUE(keyboard.memory == before);
+        EXPECT_EQ(Entries().size(), 0U);
+    }
+
+    // One that finds nothing to do proves nothing of a keyboard that may be another, and settles
+    // what it does hold a part of, as the user wants it to stay so.
+    Reset();
+    Interrupt(keyboard, 2);
+    const std::string backup = Entries().at(0).backup;
+    TroubledKeyboard twin = NewKeyboard(false, before);
+    EXPECT_FALSE(Restore(twin, backup));
+    EXPECT_FALSE(outcome.isWritten);
+    EXPECT_EQ(Entries().size(), 1U);
+    ASSERT_EQ(Entries().size(), 1U);
+    EXPECT_TRUE(Recover(keyboard, Writer::Way::RollBack));
+    const std::string ofMixed = WriteRecords(records).backups.List().back().id;
+    Interrupt(keyboard, 2);
+    ASSERT_TRUE(keyboard.memory == mixed);
+    EXPECT_FALSE(Restore(keyboard, ofMixed));
+    EXPECT_FALSE(outcome.isWritten);
+    EXPECT_EQ(Entries().size(), 0U);
+}
+
+// A backup of another keyboard, as far as that can be told, is restored only when that is said.
+TEST_F(Recovery, ABackupIsRestoredToItsOwnKeyboard) {
+    struct Story {
+        const char* told;
+        bool hasGuid;
+        std::function<void(TroubledKeyboard&)> change;
+        bool isOther;
+    };
+    const Story stories[] = {
+        {"nothing", false, [](TroubledKeyboard&) {}, false},
+        {"nothing, with a GUID", true, [](TroubledKeyboard&) {}, false},
+        {"another GUID", true,
+         [](TroubledKeyboard& driver) { driver.memory.replace(0x1500, 16, "fedcba9876543210"); },
+         true},
+        {"another place", false, [&](TroubledKeyboard&) { origin = "the second port"; }, true},
+        {"another place, with a copied GUID", true,
+         [&](TroubledKeyboard&) { origin = "the second port"; }, true},
+        {"another unit", false, [&](TroubledKeyboard&) { till.unit = "till 2"; }, true},
+        {"a unit that is not known", false, [&](TroubledKeyboard&) { till = {}; }, false},
+    };
+    for (const Story& story : stories) {
+        SCOPED_TRACE(story.told);
+        Reset();
+        till.unit = "till 1";
+        origin = "the first port";
+        TroubledKeyboard driver = NewKeyboard(story.hasGuid, before);
+        ASSERT_FALSE(Download(driver, kNew));
+        const std::string backup = outcome.backup;
+        story.change(driver);
+        const std::string guid = driver.memory.substr(0x1500, 16);
+        const std::string held = driver.memory;
+        const auto refused = Restore(driver, backup);
+        EXPECT_EQ(refused.has_value(), story.isOther);
+        if (refused) {
+            EXPECT_EQ(refused->Kind(), ErrorKind::KeyboardChanged);
+            EXPECT_NE(std::string(refused->what()).find("till 1"), std::string::npos);
+            EXPECT_TRUE(driver.memory == held);
+            EXPECT_FALSE(Restore(driver, backup, true));
+        }
+        EXPECT_TRUE(driver.memory.substr(0, 0x1500) == before.substr(0, 0x1500));
+        EXPECT_EQ(driver.memory.substr(0x1500, 16), guid);
+    }
+    till = {};
+    origin = "the first port";
+    TroubledKeyboard otherKind{kWithGuid, "SMALL"};
+    EXPECT_TRUE(Restore(otherKind, WriteRecords(records).backups.List().at(0).id, true));
+}
+
+// A backup of before a new area was known is restored as far as it goes, and another keyboard keeps
+// its own GUID.
+TEST_F(Recovery, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
+    TroubledKeyboard first = NewKeyboard(true, before);
+    ASSERT_FALSE(Download(first, kNew));
+    BackupStore backups = WriteRecords(records).backups;
+    Backup backup = backups.Load(backups.Find(outcome.backup));
+    auto& pieces = backup.content.pieces;
+    std::erase_if(pieces,
+                  [](const ContentPiece& piece) { return piece.section == "commonKeyboard"; });
+    pieces.push_back({MODULE_POS, "gone", 0x8000, "12345"});
+
+    TroubledKeyboard other = NewKeyboard(true, after);
+    other.memory.replace(0x1500, 16, "fedcba9876543210");
+    std::string expected = before;
+    expected.replace(0x1500, 16, "fedcba9876543210");
+    expected[0x1000] = after[0x1000]; // the output delay, which the backup lacks
+    std::vector<std::string> told;
+    EXPECT_FALSE(Use(other, [&](Session&, Writer& writer) {
+        EXPECT_THROW((void)writer.PlanRestore(backup), Error);
+        const WritePlan plan = writer.PlanRestore(backup, true);
+        EXPECT_TRUE(plan.isOfOtherKeyboard);
+        told = plan.notRestored;
+        Writer::Request request;
+        request.action = Writer::Request::kRestore;
+        writer.Write(plan, request);
+    }));
+    EXPECT_TRUE(other.memory == expected);
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_NE(told[0].find("commonKeyboard"), std::string::npos);
+    EXPECT_NE(told[1].find("5 bytes"), std::string::npos);
+}
+
+} // namespace qx::host

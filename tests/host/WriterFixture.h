@@ -1,0 +1,180 @@
+// WriterFixture: a keyboard in memory, an old and a new configuration of it, and what programs do
+// with them through a Writer.
+#pragma once
+
+#include "host/Writer.h"
+#include "qxcontrols/device/QXCommonKeyboard.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "support/TempFolder.h"
+#include "support/TroubledKeyboard.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace qx::host {
+
+inline const std::vector<test::FakeDriver::Entry> kSmall = {{MODULE_MAGNET_CONFIG, 0x1000},
+                                                            {MODULE_MAGNET_HEADERS, 0x1300}};
+inline const std::vector<test::FakeDriver::Entry> kWithGuid = {
+    {MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1300}, {MODULE_GUID, 0x1500}};
+
+// What the old and the new configuration have in the tests; the rest is alike.
+struct Settings {
+    Byte outputDelay;
+    std::string header;
+};
+inline const Settings kOld = {6, R"("A")"};
+inline const Settings kNew = {9, R"("1 2 3 4 5 6 7 8 9")"};
+inline const Settings kThird = {12, R"("Q W E")"};
+
+class WriterFixture : public testing::Test {
+protected:
+    using TroubledKeyboard = test::TroubledKeyboard;
+
+    WriterFixture() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+        Download(keyboard, kOld);
+        before = keyboard.memory;
+        Download(keyboard, kNew);
+        after = keyboard.memory;
+        EXPECT_NE(before, after);
+        Reset();
+    }
+
+    void Reset() {
+        keyboard.memory = before;
+        keyboard.Replug();
+        std::error_code ignored;
+        std::filesystem::remove_all(records, ignored);
+    }
+
+    Writer::Options Options() {
+        return {records,
+                [this] { return std::make_unique<Configuration>(Platform(), &layout, nullptr); },
+                [this] { return now += std::chrono::seconds(1); },
+                origin,
+                till,
+                "; see how to recover",
+                [this] { return isStopped; }};
+    }
+
+    // What a program does on the opened keyboard; the error that it ends with.
+    std::optional<Error> Use(TroubledKeyboard& driver,
+                             const std::function<void(Session&, Writer&)>& work) {
+        try {
+            Session session(driver);
+            session.Open();
+            Writer writer(session, Options());
+            work(session, writer);
+            session.Close();
+        } catch (const Error& error) {
+            return error;
+        }
+        return std::nullopt;
+    }
+
+    // The plan of these settings, on the opened keyboard.
+    WritePlan Plan(Session& session, Writer& writer, const Settings& settings) {
+        Configuration configuration(Platform(), &layout, nullptr);
+        (void)session.SectionsIn(configuration);
+        return writer.Plan(configuration.Read(ConfigurationDocument::Parse(
+            R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": )" +
+                std::to_string(settings.outputDelay) + R"(}, "magnetCard": )" +
+                Magnet(settings.header) + "}",
+            "till.json")));
+    }
+    static std::string Magnet(const std::string& header) {
+        std::string tracks;
+        for (int track = 1; track <= 4; ++track)
+            tracks += std::string(track == 1 ? "" : ", ") +
+                      R"({"enabled": true, "headerEnabled": true, "header": )" +
+                      (track == 2 ? header : "[]") +
+                      R"(, "terminatorEnabled": true, "terminator": []})";
+        return R"({"sendImmediate": true, "verifyLRC": true, "verifyLastChar": true, "tracks": [)" +
+               tracks + "]}";
+    }
+
+    std::optional<Error> Download(TroubledKeyboard& driver, const Settings& settings,
+                                  const Writer::Request& request = {}) {
+        return Use(driver, [&](Session& session, Writer& writer) {
+            outcome = {};
+            outcome = writer.Write(Plan(session, writer, settings), request);
+        });
+    }
+    std::optional<Error> Restore(TroubledKeyboard& driver, const std::string& id,
+                                 bool otherKeyboard = false) {
+        return Use(driver, [&](Session&, Writer& writer) {
+            const BackupStore& backups = writer.Records().backups;
+            Writer::Request request;
+            request.action = Writer::Request::kRestore;
+            outcome = {};
+            outcome = writer.Write(
+                writer.PlanRestore(backups.Load(backups.Find(id)), otherKeyboard), request);
+        });
+    }
+
+    // Recovers, after a restart, the write of which the keyboard holds a part; whether there was
+    // one.
+    bool Recover(TroubledKeyboard& driver, Writer::Way way) {
+        driver.Replug();
+        bool wasInterrupted = false;
+        const auto error = Use(driver, [&](Session&, Writer& writer) {
+            const auto entry = writer.Interrupted();
+            wasInterrupted = entry.has_value();
+            if (entry)
+                writer.Recover(*entry, way);
+        });
+        EXPECT_FALSE(error) << error->what();
+        return wasInterrupted;
+    }
+
+    [[nodiscard]] std::size_t Count(const std::string& folder) const {
+        return RecordsIn(records / folder, ".json").size();
+    }
+    [[nodiscard]] std::vector<Receipt> AllReceipts() const {
+        return WriteRecords(records).receipts.List();
+    }
+    [[nodiscard]] std::vector<JournalEntry> Entries() const {
+        return WriteRecords(records).journal.Entries();
+    }
+
+    // After a run that failed or not, and that `started` from this memory: nothing but old and new
+    // bytes, never a wrong word about it, and recovering leads to one whole configuration.
+    void CheckAfter(const std::optional<Error>& error, Writer::Way way,
+                    const std::string& started) {
+        if (!error) {
+            ASSERT_TRUE(keyboard.memory == after) << "called done";
+        }
+        const std::string said = error ? error->what() : "";
+        if (said.find("nothing was written") != std::string::npos ||
+            said.find("nothing changed") != std::string::npos) {
+            ASSERT_TRUE(keyboard.memory == started) << said;
+        }
+        if (said.find("nothing was written") != std::string::npos && started == before) {
+            ASSERT_EQ(Count("journal"), 0U) << said;
+        }
+        const bool isWhole = keyboard.memory == before || keyboard.memory == after;
+        ASSERT_EQ(Recover(keyboard, way), !isWhole) << said;
+        if (!isWhole) {
+            ASSERT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? after : before)) << said;
+        }
+        ASSERT_FALSE(Recover(keyboard, way)) << "nothing is left";
+    }
+
+    test::TempFolder folder{test::TempFolder::InMemory()};
+    std::filesystem::path records = folder / "data";
+    Time now = Time(std::chrono::hours(24 * 365 * 56));
+    QXKeyboardLayoutData layout;
+    std::string origin = "the first port";
+    Till till;
+    bool isStopped = false;
+    TroubledKeyboard keyboard{kSmall, "SMALL"};
+    std::string before;
+    std::string after;
+    Writer::Outcome outcome;
+};
+
+} // namespace qx::host
