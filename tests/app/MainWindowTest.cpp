@@ -65,9 +65,9 @@ public:
         window->Documents().questions.fileToSave = [this](const QString&) {
             return QString::fromStdString((folder / "till.json").string());
         };
-        window->Transfers().questions.recover = [this](const QString&, bool isRecoverable) {
+        window->Transfers().questions.recover = [this](const QString&) {
             ++timesAsked;
-            return isRecoverable ? recover : Ending::Forget;
+            return recover;
         };
         window->resize(1100, 760);
         window->show();
@@ -394,9 +394,13 @@ TEST(MainWindow, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored)
         before = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
         desk.Page("commonKeyboard");
         desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+        desk.Page("magnetCard");
+        desk.Click("chkMagneticOptions_1");
         // The keyboard is unplugged at one call after the other, until that leaves it in doubt.
-        for (int call = 1; desk.warnings.isEmpty() || !desk.warnings.back().contains("recover it");
-             ++call) {
+        const auto isInDoubt = [&] {
+            return !desk.warnings.isEmpty() && desk.warnings.back().contains("could not be read");
+        };
+        for (int call = 1; !isInDoubt(); ++call) {
             ASSERT_LT(call, 500);
             desk.InDialog([&](QWidget& dialog) {
                 desk.workbench.Simulated()->FailCall(call, 77, true);
@@ -405,6 +409,10 @@ TEST(MainWindow, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored)
             desk.window->Transfers().Write();
             desk.workbench.Simulated()->FailCall(0, 0, false);
         }
+        EXPECT_TRUE(desk.warnings.back().contains("finishes it or rolls it back"));
+        const auto access =
+            desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
+        desk.workbench.Simulated()->Poke(access, "\x09"); // the one byte has arrived
         EXPECT_EQ(desk.timesAsked, 0);
     }
     Desk desk("full", shop / "");

@@ -81,6 +81,17 @@ TEST(DriverSource, TheKeyboardsOwnFileIsNeverOverwritten) {
     EXPECT_EQ(RunOn(folder, {"--keyboard", file, "param", "save", file}).status, 2);
     EXPECT_EQ(RunOn(folder, {"--keyboard", file, "convert", binary, file, "0", "0", "0"}).status,
               2);
+    // A path that leads nowhere, and would lead there if it were only tidied up.
+    const std::string nowhere = (folder / "nosub/../till.qxk").string();
+    for (std::vector<std::string> arguments : {std::vector<std::string>{"upload", "-o", nowhere},
+                                               {"param", "save", nowhere},
+                                               {"defaults", "-o", nowhere},
+                                               {"convert", binary, nowhere, "0", "0", "0"}}) {
+        arguments.insert(arguments.begin(), {"--keyboard", file});
+        const Outcome run = RunOn(folder, arguments);
+        EXPECT_EQ(run.status, 4) << arguments[2];
+        EXPECT_NE(run.err.find("there is no folder"), std::string::npos) << run.err;
+    }
     EXPECT_TRUE(files::ReadFile(file) == before);
 }
 

@@ -44,6 +44,7 @@ TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
     EXPECT_EQ(done["settings"], plan["settings"]);
     const std::string again = keyboard.Done({"download", file});
     EXPECT_NE(again.find("nothing was written"), std::string::npos) << again;
+    EXPECT_EQ(Json::parse(keyboard.Done({"--json", "download", file}))["verified"], true);
 
     const std::string unproved = keyboard.Done(
         {"download", "--no-verify", "--full", keyboard.Write("delay.json", DelayDocument(8))});
@@ -126,7 +127,9 @@ TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
             cut.writtenBytes = 2;
             const Outcome broken = keyboard.Run({"download", file}, cut);
             EXPECT_EQ(broken.status, 4);
-            EXPECT_NE(broken.err.find("partly written"), std::string::npos) << broken.err;
+            EXPECT_NE(broken.err.find("the keyboard is partly written; see qxconf recover"),
+                      std::string::npos)
+                << broken.err;
             EXPECT_NE(keyboard.Memory(), before);
 
             EXPECT_NE(keyboard.Run({"identify"}).err.find("see qxconf recover"), std::string::npos);
@@ -150,29 +153,64 @@ TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
         }
 }
 
-TEST(Write, WhatNoInterruptionCanHaveLeftIsForgottenOrReplaced) {
+TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
     CommandLine keyboard;
     const std::string file = Changed(keyboard);
     const std::string before = keyboard.Memory();
-    for (const bool forgets : {true, false}) {
-        Fault cut;
-        cut.writtenBytes = 2;
-        EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
-        keyboard.Poke(4096, "\x33");
-        const std::string found = keyboard.Memory();
-        const Json told = Json::parse(keyboard.Done({"--json", "recover"}))["interrupted"];
-        EXPECT_EQ(told["recoverable"], false);
-        EXPECT_EQ(keyboard.Run({"recover", "--rollback"}).status, 4);
-        EXPECT_EQ(keyboard.Memory(), found);
-        if (forgets) {
-            keyboard.Done({"recover", "--forget"});
-            EXPECT_EQ(keyboard.Memory(), found);
-            keyboard.Done({"backup", "restore", told["backup"]});
-        } else
-            keyboard.Done({"backup", "restore", told["backup"]});
-        EXPECT_EQ(keyboard.Memory(), before);
-        EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
-    }
+    Fault cut;
+    cut.writtenBytes = 2;
+    EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
+    keyboard.Poke(4096, "\x33");
+    const std::string found = keyboard.Memory();
+    const Json told = Json::parse(keyboard.Done({"--json", "recover"}));
+    EXPECT_EQ(told["interrupted"], Json());
+    EXPECT_EQ(told["onRecord"][0]["trace"], "none");
+    EXPECT_EQ(keyboard.Run({"recover", "--rollback"}).status, 4);
+    EXPECT_EQ(keyboard.Run({"recover", "--forget"}).status, 2) << "which one?";
+    EXPECT_EQ(keyboard.Memory(), found);
+    keyboard.Done({"backup", "restore", told["onRecord"][0]["backup"]});
+    EXPECT_EQ(keyboard.Memory(), before);
+    EXPECT_EQ(keyboard.Run({"recover", told["onRecord"][0]["id"]}).status, 2);
+    keyboard.Done({"recover", "--forget", told["onRecord"][0]["id"]});
+    EXPECT_EQ(keyboard.Memory(), before);
+    EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
+}
+
+// One driver, two keyboards of a kind: A is cut, B is worked with meanwhile, A comes back.
+TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
+    CommandLine keyboard;
+    const std::string file = Changed(keyboard);
+    const std::string before = keyboard.Memory();
+    const auto plugIn = [&](const char* unplugged, const char* next) {
+        std::filesystem::rename(keyboard.folder / "keyboard.qxk", keyboard.folder / unplugged);
+        std::filesystem::rename(keyboard.folder / next, keyboard.folder / "keyboard.qxk");
+    };
+    std::filesystem::copy_file(keyboard.folder / "keyboard.qxk", keyboard.folder / "B");
+    Fault cut;
+    cut.writtenBytes = 3;
+    EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
+    const std::string half = keyboard.Memory();
+
+    plugIn("A", "B");
+    EXPECT_EQ(keyboard.Run({"identify"}).err, "") << "nothing that concerns this keyboard";
+    const std::string said = keyboard.Done({"recover", "--rollback"});
+    EXPECT_NE(said.find("nothing was written"), std::string::npos) << said;
+    EXPECT_NE(said.find("may be another one"), std::string::npos) << said;
+    EXPECT_EQ(keyboard.Run({"recover", "--finish"}).status, 4);
+    EXPECT_EQ(keyboard.Memory(), before);
+    keyboard.Done({"download", keyboard.Write("delay.json", DelayDocument(99))});
+    const Json listed = Json::parse(keyboard.Done({"--json", "recover", "--list"}))["onRecord"];
+    ASSERT_EQ(listed.size(), 1U);
+    EXPECT_EQ(listed[0]["document"], file);
+    EXPECT_NE(keyboard.Done({"recover", "--list"}).find(listed[0]["id"].get<std::string>()),
+              std::string::npos);
+
+    plugIn("B", "A");
+    EXPECT_EQ(keyboard.Memory(), half);
+    EXPECT_NE(keyboard.Run({"identify"}).err.find("see qxconf recover"), std::string::npos);
+    keyboard.Done({"recover", "--rollback"});
+    EXPECT_EQ(keyboard.Memory(), before);
+    EXPECT_EQ(keyboard.Done({"recover", "--list"}), "no interrupted writes are on record\n");
 }
 
 TEST(Write, ALoadedFileLeavesABackupAndAReceipt) {
