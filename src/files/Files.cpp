@@ -49,7 +49,10 @@ fs::path TargetOf(fs::path path) {
         const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
         const fs::path whole = fs::canonical(folder, reason);
         if (reason)
-            Fail(asked, "cannot be written", "there is no folder " + folder.string());
+            Fail(asked, "cannot be written",
+                 reason == std::errc::no_such_file_or_directory
+                     ? "there is no folder " + folder.string()
+                     : folder.string() + ": " + reason.message());
         path = whole / path.filename();
         if (!fs::is_symlink(fs::symlink_status(path, reason)))
             return path;

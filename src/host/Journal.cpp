@@ -21,6 +21,26 @@ std::string KindName(KeyboardIdentity keyboard) {
     return keyboard.FileName();
 }
 
+Json AreasToJson(const std::vector<ContentPiece>& areas) {
+    Json json = Json::array();
+    for (const ContentPiece& area : areas)
+        json.push_back({{"module", static_cast<Long>(area.module)},
+                        {"section", area.section},
+                        {"address", area.address},
+                        {"size", area.bytes.size()}});
+    return json;
+}
+
+std::vector<ContentPiece> AreasFromJson(const Json& json) {
+    std::vector<ContentPiece> areas;
+    for (const Json& area : json)
+        areas.push_back(
+            {static_cast<KeyboardModuleIDs>(NumberFromJson<std::int16_t>(area.at("module"))),
+             area.at("section").get<std::string>(), NumberFromJson<Long>(area.at("address")),
+             std::string(NumberFromJson<std::uint16_t>(area.at("size")), '\0')});
+    return areas;
+}
+
 JournalEntry EntryFromJson(const Json& record) {
     JournalEntry entry;
     const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
@@ -31,6 +51,7 @@ JournalEntry EntryFromJson(const Json& record) {
     entry.origin = text("origin");
     entry.till = {text("unit"), text("place")};
     entry.keyboard = IdentityFromJson(record.at("keyboard"));
+    entry.areas = AreasFromJson(record.at("areas"));
     entry.restHash = text("rest");
     entry.replaced = record.at("replaced").get<std::vector<std::string>>();
     for (const Json& range : record.at("ranges"))
@@ -67,6 +88,18 @@ std::string JournalEntry::RestHashOf(KeyboardContent content) const {
     for (const ByteRange& range : ranges)
         content.Overwrite(range.address, std::string(range.to.size(), '\0'));
     return content.Hash();
+}
+
+bool JournalEntry::HasAreasOf(const KeyboardContent& now) const {
+    return std::equal(areas.begin(), areas.end(), now.pieces.begin(), now.pieces.end(),
+                      [](const ContentPiece& area, const ContentPiece& piece) {
+                          return area.address == piece.address &&
+                                 area.bytes.size() == piece.bytes.size();
+                      });
+}
+
+KeyboardContent JournalEntry::Areas() const {
+    return {keyboard, areas};
 }
 
 Trace JournalEntry::TraceInRanges(const KeyboardContent& now) const {
@@ -131,6 +164,7 @@ bool Journal::IsInProgress(const JournalEntry& entry) const {
 void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time time) const {
     entry.time = TimeText(time);
     entry.keyboard = before.identity;
+    entry.areas = before.pieces;
     entry.restHash = entry.RestHashOf(before);
     Json ranges = Json::array();
     for (const ByteRange& range : entry.ranges)
@@ -147,6 +181,7 @@ void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time tim
                                  {"unit", entry.till.unit},
                                  {"place", entry.till.place},
                                  {"keyboard", ToJson(entry.keyboard)},
+                                 {"areas", AreasToJson(entry.areas)},
                                  {"rest", entry.restHash},
                                  {"replaced", entry.replaced},
                                  {"ranges", ranges}});

@@ -35,7 +35,8 @@ struct JournalEntry {
     Till till;
     KeyboardIdentity keyboard; // before the write
     std::vector<ByteRange> ranges;
-    std::string restHash; // of all bytes outside the ranges
+    std::vector<ContentPiece> areas; // all that were read before the write; without their bytes
+    std::string restHash;            // of all bytes outside the ranges
     // The ids of interrupted writes whose traces this one replaces: it settles them when it is
     // proved.
     std::vector<std::string> replaced;
@@ -49,7 +50,10 @@ struct JournalEntry {
 
     // What a keyboard that holds this shows of the write.
     [[nodiscard]] Trace TraceIn(const KeyboardContent& now) const;
-    // The same by the bytes of the ranges alone.
+    // The areas, to be read again: another layout may have others.
+    [[nodiscard]] bool HasAreasOf(const KeyboardContent& now) const;
+    [[nodiscard]] KeyboardContent Areas() const;
+    // The trace by the bytes of the ranges alone.
     [[nodiscard]] Trace TraceInRanges(const KeyboardContent& now) const;
     // The content with the old, or the new, bytes in the ranges.
     [[nodiscard]] KeyboardContent RolledBack(KeyboardContent content) const;

@@ -86,7 +86,7 @@ WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
 
 // By all that can be told. A keyboard that holds a part of an interrupted write is the one of the
 // backup that was made before that write.
-bool Writer::IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now) const {
+bool Writer::IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now) {
     const auto isReachedSo = [&](const KeyboardIdentity& keyboard, const std::string& origin) {
         return backup.content.identity.guid == keyboard.guid && backup.origin == origin;
     };
@@ -128,13 +128,17 @@ Writer::Claimed Writer::Claim(const std::string& keyboard) const {
                     kNothingWritten);
 }
 
-std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now) const {
+KeyboardContent Writer::AsReadFor(const JournalEntry& entry, const KeyboardContent& now) {
+    return entry.HasAreasOf(now) ? now : m_session.ReadAgain(entry.Areas());
+}
+
+std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now) {
     std::vector<DamagedRecord> damaged;
     std::vector<TracedWrite> traced;
     BeforeWriting([&] {
         for (JournalEntry& entry : m_records.journal.Entries(&damaged))
             if (entry.keyboard.IsLike(now.identity)) {
-                const Trace trace = entry.TraceIn(now);
+                const Trace trace = entry.TraceIn(AsReadFor(entry, now));
                 traced.push_back({std::move(entry), trace});
             }
     });
@@ -148,7 +152,7 @@ std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now) const {
     return traced;
 }
 
-std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now) const {
+std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now) {
     std::vector<JournalEntry> entries;
     for (TracedWrite& write : Traced(now))
         if (write.trace == Trace::Partial)
@@ -327,12 +331,14 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     const KeyboardContent now = Read();
     const std::string claimNow = Journal::ClaimOf(now.identity, m_options.origin);
     const Claimed claimedNow = claimNow == claim ? nullptr : Claim(claimNow);
-    const Trace trace = entry.TraceIn(now);
+    WritePlan plan;
+    plan.before = AsReadFor(entry, now);
+    const Trace trace = entry.TraceIn(plan.before);
     if (trace != Trace::Partial)
         throw Error(ErrorKind::KeyboardChanged, WhyNotRecovered({entry, trace}) + kNothingWritten);
     const bool finishes = way == Way::Finish;
-    const WritePlan plan =
-        Planner(now, *m_scratch).ForContent(finishes ? entry.Finished(now) : entry.RolledBack(now));
+    plan.after = finishes ? entry.Finished(plan.before) : entry.RolledBack(plan.before);
+    const auto ranges = Differences(plan.before, plan.after, kRequestCost);
     JournalEntry ended = entry;
     if (!finishes) // what it was to replace is then as open as it was before
         ended.replaced.clear();
@@ -343,7 +349,7 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     receipt.backup = SaveBackup(now, request.document);
     RequireStillAs(plan.before);
     RequireNotStopped();
-    const Sent sent = Sending(m_session, *m_scratch).Run(plan, plan.ToSend(false), true);
+    const Sent sent = Sending(m_session, *m_scratch).Run(plan, ranges, true);
     if (sent.failure) {
         Sent begun = sent; // the entry stays in any case
         begun.isBegun = true;
@@ -351,7 +357,7 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     }
     FillIn(receipt, sent);
     Close(ended, true, receipt);
-    return {true, true, plan.BytesToSend(), receipt.backup};
+    return {true, true, SizeOf(ranges), receipt.backup};
 }
 
 Writer::Outcome Writer::RunUnproved(const Request& request,

@@ -119,11 +119,13 @@ private:
     void RequireNotStopped() const;
     void ProveNothingToDo(const WritePlan& plan);
     [[nodiscard]] Claimed Claim(const std::string& keyboard) const;
-    [[nodiscard]] std::vector<TracedWrite> Traced(const KeyboardContent& now) const;
+    // What the keyboard holds in the areas of the entry.
+    [[nodiscard]] KeyboardContent AsReadFor(const JournalEntry& entry, const KeyboardContent& now);
+    [[nodiscard]] std::vector<TracedWrite> Traced(const KeyboardContent& now);
     // Those of which the keyboard holds a part.
-    [[nodiscard]] std::vector<JournalEntry> PartlyIn(const KeyboardContent& now) const;
+    [[nodiscard]] std::vector<JournalEntry> PartlyIn(const KeyboardContent& now);
     void RefuseInterrupted(const std::vector<JournalEntry>& entries) const;
-    [[nodiscard]] bool IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now) const;
+    [[nodiscard]] bool IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now);
     [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document);
     [[nodiscard]] std::set<std::string> NeededBackups() const;
     [[nodiscard]] JournalEntry Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,

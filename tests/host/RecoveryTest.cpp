@@ -124,6 +124,32 @@ TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
     EXPECT_EQ(Entries().size(), 0U);
 }
 
+// The areas of a keyboard depend on the layout that it is written with; it is known again, and
+// recovered, with any.
+TEST_F(Recovery, AKeyboardIsKnownAgainWithOtherAreas) {
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+        Reset();
+        EXPECT_FALSE(Use(keyboard, [&](Session& session, Writer& writer) {
+            const WritePlan plan = Plan(session, writer, kNew);
+            KeyboardContent content = plan.before;
+            content.pieces.push_back(
+                {MODULE_POS, "pos", 0x5000, keyboard.memory.substr(0x5000, 64)});
+            JournalEntry entry;
+            entry.ranges = plan.ToSend(false);
+            entry.ranges.push_back(
+                {MODULE_POS, "pos", 0x5010, std::string(1, keyboard.memory[0x5010]), "\x77"});
+            writer.Records().journal.Begin(entry, content, now);
+        }));
+        keyboard.memory[0x1000] = after[0x1000];
+        EXPECT_TRUE(Recover(keyboard, way));
+        std::string expected = before;
+        if (way == Writer::Way::Finish)
+            expected = after.replace(0x5010, 1, "\x77");
+        EXPECT_TRUE(keyboard.memory == expected);
+        EXPECT_EQ(Entries().size(), 0U);
+    }
+}
+
 // Two keyboards are cut in the same write, each at its place: recovering one leaves the other's
 // record.
 TEST_F(Recovery, EveryInterruptedKeyboardHasItsRecord) {
