@@ -184,9 +184,13 @@ TEST_F(AccessTest, IdentificationIsCleaned) {
     access.SetReplacmentChar("ab"); // two characters strip nothing
     ASSERT_TRUE(access.Init());
     EXPECT_EQ(access.Keyboard().size(), 6U + 20U);
-    driver.end = 0x7FC0 + 31; // unreadable now: the names stay
+    PutIdentification("", 0xFF);
+    ASSERT_TRUE(access.Init());
+    EXPECT_TRUE(access.FlagBarcodeReader());
+    driver.end = 0x7FC0 + 31; // unreadable now: the names stay, the flags do not
     ASSERT_TRUE(access.Init());
     EXPECT_EQ(access.Country(), "US01");
+    EXPECT_FALSE(access.FlagBarcodeReader());
 }
 
 TEST_F(AccessTest, EveryCapabilityHasItsBit) {

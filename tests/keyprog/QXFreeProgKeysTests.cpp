@@ -224,7 +224,10 @@ TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostSaysNo) {
             EXPECT_EQ(Codes(12), " 99");
             EXPECT_FALSE(control.DataChanged());
         }
-        control.cmdEdit_Click(action); // nobody answers
+        // The key of the question is meant, whichever is picked by the time of the answer.
+        const Subscription picks = event.Subscribe([&](bool&) { Pick(30); });
+        control.cmdEdit_Click(action);
+        Pick(12);
         EXPECT_EQ(Codes(12), "");
         EXPECT_EQ(Codes(30), action == Clean ? " 99" : "");
         EXPECT_EQ(control.lblCurrSeq.Caption, "");

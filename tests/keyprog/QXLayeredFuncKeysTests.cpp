@@ -247,6 +247,23 @@ TEST_F(LayeredFuncKeysTest, EditAndCleanAskTheHost) {
     EXPECT_FALSE(control.DataChanged());
 
     answer = false;
+    control.cmdLayer_Click(0); // on another layer, and the user turns to a third meanwhile
+    control.cmdFuncKey_Click(7);
+    {
+        const Subscription turns = control.EditLayeredFuncKey.Subscribe(
+            [&](const std::string&, bool&, std::string&) { control.cmdLayer_Click(0); });
+        SetCodes(control.Layer(0).GetKey(5), {30});
+        SetCodes(control.Layer(1).GetKey(7), {30});
+        control.cmdEdit_Click(Edit);
+    }
+    EXPECT_EQ(control.Layer(1).GetKey(7).KeyString(), newSeq);
+    EXPECT_EQ(control.Layer(0).GetKey(7).KeyString() + control.Layer(2).GetKey(7).KeyString(),
+              " 30 30");
+    SetCodes(control.Layer(1).GetKey(7), {30});
+    control.SetDataChanged(false);
+    control.cmdLayer_Click(1);
+    control.cmdLayer_Click(1);
+    control.cmdFuncKey_Click(5);
     const Subscription advance = control.AdvanceEdit.Subscribe([](bool& fEdit) { fEdit = !fEdit; });
     control.lblCurrSeq_KeyPress();
     EXPECT_EQ(control.Layer(0).GetKey(5).KeyString(), newSeq);

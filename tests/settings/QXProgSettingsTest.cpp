@@ -96,6 +96,10 @@ TEST_F(QXProgSettingsTest, LoadsAndSavesEveryValueAtItsPlace) {
         EXPECT_EQ(registry.ReadNumber(stored.valueName, 4711), isSaved ? stored.value : 4711)
             << stored.property;
     }
+    settings.SetAutoSave(true);
+    settings.Save();
+    registry.SetPath(kRoot + "Common");
+    EXPECT_EQ(registry.ReadNumber("AutoSave", 4711), -1);
     TraceLog trace;
     settings.SetWinParam(0, 640, 480, 10, 20);
     settings.SaveWinPos();
