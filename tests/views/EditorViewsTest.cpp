@@ -70,7 +70,8 @@ public:
             *isAsked = box != nullptr;
             if (box == nullptr)
                 return;
-            EXPECT_EQ(box->defaultButton()->text(), QStringLiteral("&Keep editing"));
+            const QPushButton* preset = box->defaultButton();
+            EXPECT_TRUE(preset != nullptr && preset->text() == QStringLiteral("&Keep editing"));
             for (QAbstractButton* button : box->buttons())
                 if (button->text() == answer)
                     return button->click();
