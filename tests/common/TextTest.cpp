@@ -28,8 +28,11 @@ TEST(Guid, TextGoesBothWays) {
         EXPECT_FALSE(GuidFromText(std::string(text).replace(i, 1, "g"))) << i;
     }
     std::set<std::string> created;
-    for (int i = 0; i < 100; ++i)
-        created.insert(ToText(GuidCreator().CreateSafeGuid()));
+    for (int i = 0; i < 100; ++i) {
+        const auto [made, isNew] = created.insert(ToText(GuidCreator().CreateSafeGuid()));
+        EXPECT_EQ((*made)[15], '4') << *made; // the version of random identifiers
+        EXPECT_NE(std::string("89AB").find((*made)[20]), std::string::npos) << *made;
+    }
     EXPECT_EQ(created.size(), 100U);
 }
 
