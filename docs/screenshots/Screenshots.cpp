@@ -2,11 +2,9 @@
 //
 // They show a simulated keyboard of its own with a few settings; `make` beside this file runs it
 // for all combinations.
-#include "app/EditRequests.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/StartWizard.h"
-#include "qxcontrols/pos/QXPos.h"
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
@@ -101,6 +99,13 @@ void ShowPage(app::MainWindow& window, const QString& id) {
     }
 }
 
+// Presses the button of this name on the page that is shown.
+void Press(app::MainWindow& window, const char* name) {
+    for (auto* button : window.findChildren<QAbstractButton*>(QString::fromLatin1(name)))
+        if (button->isVisible())
+            return button->click();
+}
+
 void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
     camera.TakeDialog(
         QStringLiteral("20-review"), [&] { window.Transfers().Write(); },
@@ -123,23 +128,21 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     }
     window.GoTo("/barcode/readers[0]/header");
     camera.Take(window, QStringLiteral("14-barcode-reader"));
-    window.Connect({"no-such-driver.so", {}, {}});
+    window.Keyboards().Connect({"no-such-driver.so", {}, {}});
     camera.Take(window, QStringLiteral("15-no-keyboard"));
-    window.Connect(choice);
-    camera.TakeDialog(QStringLiteral("21-sequence"), [&] {
-        std::string sequence;
-        window.Edits().Sequencer().ShowSequenceEditor(75, " 58 48176186", sequence, 32);
-    });
+    window.Keyboards().Connect(choice);
+    window.GoTo("/freeProgKeys/keys[75]/sequence");
+    camera.TakeDialog(QStringLiteral("21-sequence"), [&] { Press(window, "cmdEdit_0"); });
+    window.ShowPage(QStringLiteral("pos"));
     camera.TakeDialog(QStringLiteral("22-pos-programmer"), [&] {
-        POSKeyboard blocks = workbench.ControlOf<QXPos>("pos").PosData();
         QTimer::singleShot(50, [] { // a block is chosen
             if (auto* editor = QApplication::activeModalWidget())
                 editor->findChild<views::KeyGrid*>()->Pick(1);
         });
-        window.Edits().POSProgrammer().ShowPosProgrammer(blocks);
+        Press(window, "cmdEdit");
     });
     camera.TakeDialog(QStringLiteral("23-start"), [&] {
-        app::StartWizard wizard(workbench.Preferences());
+        app::StartWizard wizard(workbench.Preferences(), true);
         wizard.exec();
     });
 }
@@ -173,7 +176,7 @@ int main(int argc, char** argv) {
         window.setWindowState(Qt::WindowNoState);
         window.resize(1180, 760);
         window.show();
-        window.Connect(workbench.Choice());
+        window.Keyboards().Connect(workbench.Choice());
         window.Documents().Open(QString::fromStdString((work / "till.json").string()));
         Camera camera(arguments[1]);
         TakeAll(camera, window, workbench);

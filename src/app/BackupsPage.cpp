@@ -1,14 +1,12 @@
 #include "app/BackupsPage.h"
 
+#include "app/LocalTime.h"
 #include "app/Paths.h"
-#include "app/SettingWords.h"
 #include "views/Bindings.h"
 
-#include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLocale>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -18,19 +16,6 @@
 namespace qx::app {
 
 using views::ToQt;
-
-namespace {
-
-// "20260131T090507.123Z" as the user's own clock shows it.
-QString LocalTime(const std::string& time) {
-    auto moment = QDateTime::fromString(ToQt(time).left(15), QStringLiteral("yyyyMMdd'T'HHmmss"));
-    if (!moment.isValid())
-        return ToQt(time);
-    moment.setTimeSpec(Qt::UTC);
-    return QLocale().toString(moment.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-}
-
-} // namespace
 
 BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_list(new QTreeWidget),
@@ -84,7 +69,7 @@ void BackupsPage::Reload() {
     try {
         m_backups = m_workbench.Backups();
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        emit Failed(FailureOf(tr("The backups could not be listed."), error));
     }
     std::stable_sort(m_backups.begin(), m_backups.end(),
                      [](const auto& a, const auto& b) { return a.time > b.time; });

@@ -1,6 +1,7 @@
 // BackupsPage: what keyboards held before each write, newest first, to look at and to bring back.
 #pragma once
 
+#include "app/Failure.h"
 #include "app/Workbench.h"
 
 #include <QWidget>
@@ -23,7 +24,7 @@ public:
 signals:
     void RestoreRequested(const host::BackupEntry& backup); // backup to keyboard
     void OpenRequested(const QString& file);                // the backup's document
-    void Failed(const QString& text);
+    void Failed(const Failure& failure);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -99,9 +99,9 @@ void Translate(QXMagnetCard& control) {
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Remove"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove the terminator")));
     control.ReaderOptions().VerifyLRC().SetCaption(
-        Text(QT_TRANSLATE_NOOP("ControlTexts", "Check the check character (LRC)")));
+        Text(QT_TRANSLATE_NOOP("ControlTexts", "Verify checksum (LRC)")));
     control.ReaderOptions().VerifyLastChar().SetCaption(
-        Text(QT_TRANSLATE_NOOP("ControlTexts", "Check the last character")));
+        Text(QT_TRANSLATE_NOOP("ControlTexts", "Verify last character")));
     control.ReaderOptions().SendImmediate().SetCaption(
         Text(QT_TRANSLATE_NOOP("ControlTexts", "Send each track as soon as it is read")));
     for (Integer track = 1; track <= 4; ++track)
@@ -155,7 +155,7 @@ void Translate(QXBarcode& control) {
 void Translate(QXFreeProgKeys& control) {
     control.SetButtonEdit(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit…"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "Edit what the current key sends")));
+                   QT_TRANSLATE_NOOP("ControlTexts", "Edit the current key's sequence")));
     control.SetButtonClean(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Clear key"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove the current key's sequence")));
@@ -169,7 +169,7 @@ void Translate(QXFreeProgKeys& control) {
 void Translate(QXLayeredFuncKeys& control) {
     control.SetButtonEdit(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit…"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "Edit what the current key sends")));
+                   QT_TRANSLATE_NOOP("ControlTexts", "Edit the current key's sequence")));
     control.SetButtonCleanKey(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Clear key"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove the current key's sequence")));
@@ -193,9 +193,9 @@ void Translate(QXLayeredFuncKeys& control) {
 
 void Translate(QXPos& control) {
     control.SetNumBlocksCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Blocks:")));
-    control.SetButtonEdit(
-        ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit blocks…"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "Group keys and say what they send")));
+    control.SetButtonEdit(ButtonText(
+        QT_TRANSLATE_NOOP("ControlTexts", "Edit blocks…"),
+        QT_TRANSLATE_NOOP("ControlTexts", "Group keys into blocks that send one sequence")));
     control.SetButtonCleanAll(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Clear all blocks…"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove all blocks and their sequences")));
@@ -247,7 +247,7 @@ void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
         QT_TRANSLATE_NOOP("ControlTexts", "The next free key that you click begins it")));
     posProgrammer.SetButtonEdit(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Edit…"),
-                   QT_TRANSLATE_NOOP("ControlTexts", "Edit what the keys of this block send")));
+                   QT_TRANSLATE_NOOP("ControlTexts", "Edit the sequence of this block")));
     posProgrammer.SetButtonClean(
         ButtonText(QT_TRANSLATE_NOOP("ControlTexts", "Remove block"),
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove this block and its sequence")));
@@ -256,7 +256,7 @@ void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
                    QT_TRANSLATE_NOOP("ControlTexts", "Remove all blocks and their sequences")));
     posProgrammer.SetProgrammerCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "POS blocks")));
     posProgrammer.SetNumBlocksCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Blocks:")));
-    posProgrammer.SetBlockIDCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Label")));
+    posProgrammer.SetBlockIDCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Number")));
     posProgrammer.SetKeysCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Keys")));
     posProgrammer.SetColorCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Colour")));
     posProgrammer.SetSequenceCaption(Text(QT_TRANSLATE_NOOP("ControlTexts", "Each key sends")));

@@ -2,11 +2,12 @@
 
 #include "app/ControlTexts.h"
 #include "app/Paths.h"
-#include "app/SettingWords.h"
 
 #include <QAction>
+#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
@@ -16,25 +17,87 @@ namespace qx::app {
 namespace {
 
 constexpr int kMostRecent = 8;
-constexpr int kAutoSaveDelay = 1500; // milliseconds without an edit
+constexpr int kAutoSaveDelay = 1500;    // milliseconds without an edit
+constexpr int kKeepUnsavedDelay = 1000; // milliseconds after an edit
+constexpr std::uintmax_t kMostBytes = 16 << 20;
 const char* const kRecentKey = "recentDocuments";
 
 QString Filter() {
     return DocumentMenu::tr("Keyboard documents (*.json);;All files (*)");
 }
 
+// Where copies of unsaved work are kept; nowhere for a user without a folder.
+std::filesystem::path UnsavedFolder(const Workbench& workbench) {
+    try {
+        return workbench.UnsavedFolder();
+    } catch (const host::Error&) {
+        return {};
+    }
+}
+
+DocumentMenu::Answer AskUnsaved(QWidget* window, const QString& document) {
+    const auto answer = QMessageBox::question(
+        window, DocumentMenu::tr("Unsaved changes"),
+        DocumentMenu::tr("Save the changes to %1?").arg(document),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    return answer == QMessageBox::Save      ? DocumentMenu::Answer::Save
+           : answer == QMessageBox::Discard ? DocumentMenu::Answer::Discard
+                                            : DocumentMenu::Answer::Cancel;
+}
+
+DocumentMenu::Answer AskNotSaved(QWidget* window, const Failure& failure, bool isClosing) {
+    QMessageBox box(QMessageBox::Warning, DocumentMenu::tr("Not saved"), failure.text,
+                    QMessageBox::Cancel, window);
+    box.setTextFormat(Qt::PlainText);
+    box.setDetailedText(failure.details);
+    const auto* saveAs = box.addButton(DocumentMenu::tr("Save &as…"), QMessageBox::AcceptRole);
+    const auto* discard = isClosing ? box.addButton(QMessageBox::Discard) : nullptr;
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() == saveAs)
+        return DocumentMenu::Answer::SaveAs;
+    return discard != nullptr && box.clickedButton() == discard ? DocumentMenu::Answer::Discard
+                                                                : DocumentMenu::Answer::Cancel;
+}
+
+DocumentMenu::LeftAnswer AskLeft(QWidget* window, const QString& text) {
+    QMessageBox box(QMessageBox::Question, DocumentMenu::tr("Unsaved work"), text,
+                    QMessageBox::NoButton, window);
+    box.setTextFormat(Qt::PlainText);
+    auto* open = box.addButton(DocumentMenu::tr("&Open it"), QMessageBox::AcceptRole);
+    const auto* discard =
+        box.addButton(DocumentMenu::tr("&Discard it"), QMessageBox::DestructiveRole);
+    auto* later = box.addButton(DocumentMenu::tr("&Later"), QMessageBox::RejectRole);
+    box.setDefaultButton(open);
+    box.setEscapeButton(later);
+    box.exec();
+    if (box.clickedButton() == open)
+        return DocumentMenu::LeftAnswer::Open;
+    return box.clickedButton() == discard ? DocumentMenu::LeftAnswer::Discard
+                                          : DocumentMenu::LeftAnswer::Later;
+}
+
+// Documents are small; what is much larger would only freeze the window.
+void RequireDocumentSize(const std::filesystem::path& file) {
+    std::error_code unknown; // then opening reports it
+    const auto size = std::filesystem::file_size(file, unknown);
+    if (!unknown && size > kMostBytes)
+        throw host::Error(host::ErrorKind::FileFailed,
+                          file.string() +
+                              " is too large for a document: " + std::to_string(size >> 20) +
+                              " MiB, at most " + std::to_string(kMostBytes >> 20));
+}
+
 } // namespace
 
 DocumentMenu::DocumentMenu(Workbench& workbench, QWidget* window)
-    : QObject(window), m_workbench(workbench), m_window(window) {
-    questions.unsaved = [this](const QString& document) {
-        const auto answer = QMessageBox::question(
-            m_window, tr("Unsaved changes"), tr("Save the changes to %1?").arg(document),
-            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-        return answer == QMessageBox::Save      ? Answer::Save
-               : answer == QMessageBox::Discard ? Answer::Discard
-                                                : Answer::Cancel;
+    : QObject(window), m_workbench(workbench), m_window(window),
+      m_unsaved(UnsavedFolder(workbench)) {
+    questions.unsaved = [this](const QString& document) { return AskUnsaved(m_window, document); };
+    questions.notSaved = [this](const Failure& failure, bool isClosing) {
+        return AskNotSaved(m_window, failure, isClosing);
     };
+    questions.leftCopy = [this](const QString& text) { return AskLeft(m_window, text); };
     questions.fileToOpen = [this] {
         return QFileDialog::getOpenFileName(m_window, tr("Open document"),
                                             ToQt(m_workbench.File().parent_path()), Filter());
@@ -44,7 +107,10 @@ DocumentMenu::DocumentMenu(Workbench& workbench, QWidget* window)
     };
     m_autoSave.setSingleShot(true);
     m_autoSave.setInterval(kAutoSaveDelay);
+    m_keepUnsaved.setSingleShot(true);
+    m_keepUnsaved.setInterval(kKeepUnsavedDelay);
     connect(&m_autoSave, &QTimer::timeout, this, &DocumentMenu::SaveByItself);
+    connect(&m_keepUnsaved, &QTimer::timeout, this, &DocumentMenu::KeepUnsaved);
     connect(&workbench, &Workbench::DocumentChanged, this, &DocumentMenu::DocumentChanged);
 }
 
@@ -66,22 +132,42 @@ QString DocumentMenu::DocumentName() const {
 }
 
 void DocumentMenu::DocumentChanged() {
-    if (m_workbench.IsModified() && !m_workbench.File().empty() &&
-        m_workbench.Preferences().AutoSave())
-        m_autoSave.start();
-    else
+    if (!m_workbench.IsModified()) {
         m_autoSave.stop();
+        KeepUnsaved();
+        return;
+    }
+    if (!m_workbench.File().empty() && m_workbench.Preferences().AutoSave())
+        m_autoSave.start();
+    if (!m_keepUnsaved.isActive())
+        m_keepUnsaved.start();
+}
+
+void DocumentMenu::KeepUnsaved() {
+    if (!m_workbench.IsModified()) {
+        m_keepUnsaved.stop();
+        return m_unsaved.Drop();
+    }
+    if (m_workbench.IsBusy()) // the controls may hold half of something
+        return m_keepUnsaved.start();
+    try {
+        m_unsaved.Keep(m_workbench.Document(), m_workbench.File());
+    } catch (const std::exception&) { // the document itself is not touched by it
+        emit Warned(tr("No copy of the unsaved changes can be kept: a crash would lose them."));
+    }
 }
 
 bool DocumentMenu::MayLeaveDocument() {
     if (!m_workbench.IsModified())
         return true;
-    if (!m_workbench.File().empty() && m_workbench.Preferences().AutoSave())
-        return Save();
-    switch (questions.unsaved(DocumentName())) {
+    const bool savesByItself = !m_workbench.File().empty() && m_workbench.Preferences().AutoSave();
+    switch (savesByItself ? Answer::Save : questions.unsaved(DocumentName())) {
     case Answer::Save:
-        return Save();
+        return SaveInto(ToQt(m_workbench.File()), true);
+    case Answer::SaveAs:
+        return SaveInto({}, true);
     case Answer::Discard:
+        m_autoSave.stop(); // of the changes that are given up
         return true;
     case Answer::Cancel:
         break;
@@ -101,25 +187,29 @@ void DocumentMenu::Open(const QString& file) {
     if (chosen.isEmpty())
         return;
     try {
+        RequireDocumentSize(ToPath(chosen));
         m_workbench.OpenDocument(ToPath(chosen), Workbench::OpenAs::File);
         NoteRecent(chosen);
-        QString text = tr("Opened %1.").arg(chosen);
-        const QString made = m_workbench.DocumentKeyboard();
-        const QString present = m_workbench.KeyboardName();
-        if (!made.isEmpty() && !present.isEmpty() && made != present)
-            text +=
-                u' ' + tr("It was made for a keyboard %1; this one is a %2.").arg(made, present);
-        QStringList absent;
-        for (const host::Section* section : m_workbench.AbsentSections())
-            absent.append(SectionTitle(section->Info().key));
-        if (!absent.isEmpty())
-            text += u' ' + tr("This keyboard has no module for: %1. The document keeps these "
-                              "settings; writing leaves them out.")
-                               .arg(absent.join(QStringLiteral(", ")));
-        emit Told(text);
+        emit Told(OpenedText(chosen));
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        emit Failed(FailureOf(tr("%1 could not be opened.").arg(chosen), error));
     }
+}
+
+QString DocumentMenu::OpenedText(const QString& file) const {
+    QString text = tr("Opened %1.").arg(file);
+    const QString made = m_workbench.DocumentKeyboard();
+    const QString present = m_workbench.KeyboardName();
+    if (!made.isEmpty() && !present.isEmpty() && made != present)
+        text += u' ' + tr("It was made for a keyboard %1; this one is a %2.").arg(made, present);
+    QStringList absent;
+    for (const host::Section* section : m_workbench.AbsentSections())
+        absent.append(SectionTitle(section->Info().key));
+    if (!absent.isEmpty())
+        text += u' ' + tr("This keyboard has no module for: %1. The document keeps these "
+                          "settings; writing leaves them out.")
+                           .arg(absent.join(QStringLiteral(", ")));
+    return text;
 }
 
 void DocumentMenu::OpenCopy(const QString& file) {
@@ -129,8 +219,38 @@ void DocumentMenu::OpenCopy(const QString& file) {
         m_workbench.OpenDocument(ToPath(file), Workbench::OpenAs::Copy);
         emit Told(tr("Opened as an untitled document: %1.").arg(file));
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        emit Failed(FailureOf(tr("%1 could not be opened.").arg(file), error));
     }
+}
+
+bool DocumentMenu::OpenLeft() {
+    auto copy = m_unsaved.Left();
+    if (!copy)
+        return false;
+    try {
+        const QString time =
+            QLocale().toString(QFileInfo(ToQt(copy->File())).lastModified(), QLocale::ShortFormat);
+        const auto own = copy->OwnFile();
+        const QString name = own.empty() ? tr("an untitled document") : ToQt(own);
+        switch (questions.leftCopy(tr("The program ended before the changes to %1 were saved "
+                                      "(%2). Open them as an untitled document?")
+                                       .arg(name, time))) {
+        case LeftAnswer::Open:
+            m_workbench.OpenUnsaved(copy->Document());
+            KeepUnsaved(); // before the old copy goes
+            copy->Remove();
+            emit Told(tr("Opened the unsaved changes to %1; they are not saved yet.").arg(name));
+            return true;
+        case LeftAnswer::Discard:
+            copy->Remove();
+            break;
+        case LeftAnswer::Later:
+            break;
+        }
+    } catch (const std::exception& error) {
+        emit Failed(FailureOf(tr("Unsaved work could not be opened."), error));
+    }
+    return false;
 }
 
 bool DocumentMenu::OpenLast() {
@@ -142,40 +262,61 @@ bool DocumentMenu::OpenLast() {
 }
 
 bool DocumentMenu::Save() {
-    return m_workbench.File().empty() ? SaveAs() : SaveInto(ToQt(m_workbench.File()));
+    return SaveInto(ToQt(m_workbench.File()), false);
 }
 
 bool DocumentMenu::SaveAs() {
-    QString file =
-        questions.fileToSave(m_workbench.File().empty() ? tr("keyboard") + QStringLiteral(".json")
-                                                        : ToQt(m_workbench.File()));
-    if (file.isEmpty())
-        return false;
-    if (QFileInfo(file).suffix().isEmpty())
-        file += QStringLiteral(".json");
-    return SaveInto(file);
+    return SaveInto({}, false);
 }
 
-bool DocumentMenu::SaveInto(const QString& file) {
-    try {
-        m_workbench.SaveDocument(ToPath(file));
-        NoteRecent(file);
-        emit Told(tr("Saved %1.").arg(file));
-        return true;
-    } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
-        return false;
+QString DocumentMenu::AskForFile() const {
+    const auto& present = m_workbench.File();
+    QString file = questions.fileToSave(present.empty() ? tr("keyboard") + QStringLiteral(".json")
+                                                        : ToQt(present));
+    if (!file.isEmpty() && QFileInfo(file).suffix().isEmpty())
+        file += QStringLiteral(".json");
+    return file;
+}
+
+// Saves into the file, or one that is asked for when it is empty. True when the document is saved
+// or, where it is about to be closed, given up.
+bool DocumentMenu::SaveInto(QString file, bool isClosing) {
+    for (;;) {
+        if (file.isEmpty())
+            file = AskForFile();
+        if (file.isEmpty())
+            return false;
+        try {
+            m_workbench.SaveDocument(ToPath(file));
+            NoteRecent(file);
+            emit Told(tr("Saved %1.").arg(file));
+            return true;
+        } catch (const std::exception& error) {
+            const Failure failure = FailureOf(tr("%1 could not be saved.").arg(file), error);
+            const Answer answer = questions.notSaved(failure, isClosing);
+            if (answer == Answer::Discard && isClosing) {
+                m_autoSave.stop();
+                return true;
+            }
+            if (answer != Answer::SaveAs)
+                return false;
+            file.clear();
+        }
     }
 }
 
 void DocumentMenu::SaveByItself() {
     if (!m_workbench.IsModified() || m_workbench.File().empty())
         return;
+    if (m_workbench.IsBusy())
+        return m_autoSave.start();
     try {
         m_workbench.SaveDocument(m_workbench.File());
         emit SavedByItself(tr("Saved %1.").arg(DocumentName()));
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        const QString what = tr("%1 could not be saved automatically. Save it under another name.")
+                                 .arg(ToQt(m_workbench.File()));
+        emit Warned(FailureOf(what, error).text);
     }
 }
 

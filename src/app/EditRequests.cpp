@@ -1,7 +1,7 @@
 #include "app/EditRequests.h"
 
 #include "app/ControlTexts.h"
-#include "app/SettingWords.h"
+#include "app/Failure.h"
 #include "app/Workbench.h"
 #include "host/KeptCodes.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
@@ -86,7 +86,7 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
             isEdited = m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
         });
     } catch (const host::Error& error) {
-        m_screen.tell(ErrorText(error));
+        m_screen.tell(FailureOf(tr("The editor cannot be used."), error).text);
     }
     if (isEdited)
         KeepCodes(sNewSeq);
@@ -108,18 +108,30 @@ void EditRequests::KeepCodes(std::string& sSequence) {
                       .arg(codes.join(QLatin1String(", "))));
 }
 
+bool EditRequests::HasTrack(const QXMagnetCard& control, Integer nTrackId) {
+    const bool isThere = control.Track(nTrackId).Available();
+    if (!isThere)
+        m_screen.tell(tr("This keyboard cannot read track %1.").arg(nTrackId));
+    return isThere;
+}
+
 // A key pressed on a sequence's label opens the editor for those who prefer it.
 void EditRequests::AnswerAdvanceEdit(Event<bool&>& event) {
     On(event, [this](bool& fEdit) { fEdit = m_workbench.Preferences().AdvancedEditor() != 0; });
 }
 
 void EditRequests::Answer(QXMagnetCard& control) {
-    const auto edit = [this](Integer, const std::string& sCurrSeq, bool& fCancel,
-                             std::string& sNewSeq) {
-        fCancel = !Edit(kNoKey, sCurrSeq, sNewSeq, kTrackSequence);
+    const auto edit = [this, &control](Integer nTrackId, const std::string& sCurrSeq, bool& fCancel,
+                                       std::string& sNewSeq) {
+        fCancel = !HasTrack(control, nTrackId) || !Edit(kNoKey, sCurrSeq, sNewSeq, kTrackSequence);
+    };
+    const auto clear = [this, &control](Integer nTrackId, bool& fCanRemoveIt) {
+        fCanRemoveIt = HasTrack(control, nTrackId);
     };
     On(control.EditCurrentHeader, edit);
     On(control.EditCurrentTerminator, edit);
+    On(control.ClearCurrentHeader, clear);
+    On(control.ClearCurrentTerminator, clear);
     AnswerAdvanceEdit(control.AdvanceEdit);
 }
 

@@ -1,8 +1,8 @@
 // EditRequests: answers the controls when they ask for an edit or a removal.
 //
 // A control opens no editor: it raises an event. Here every such event is answered by the sequence
-// editor, the POS programmer or a question to the user. What empties many keys is asked about; what
-// empties one is not, for it can be undone.
+// editor, the POS programmer or a question to the user. Emptying many keys is asked about; emptying
+// one is not, since it can be undone.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -43,8 +43,6 @@ public:
 
     // Hands the keyboard and the preferences on to the editors, as they are now.
     void Reload();
-    [[nodiscard]] QXSequencer& Sequencer() { return m_sequencer; }
-    [[nodiscard]] QXPOSProgrammer& POSProgrammer() { return m_posProgrammer; }
 
 private:
     static constexpr Integer kNoKey = -1;
@@ -54,6 +52,8 @@ private:
                             Integer nMaxLength);
     // Takes codes that no keyboard can store out of a recorded sequence, with a notice.
     void KeepCodes(std::string& sSequence);
+    // Whether the keyboard has the track; the user is told when it does not.
+    [[nodiscard]] bool HasTrack(const QXMagnetCard& control, Integer nTrackId);
     void AnswerAdvanceEdit(Event<bool&>& event);
     void Answer(QXMagnetCard& control);
     void Answer(QXBarcode& control);

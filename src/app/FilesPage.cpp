@@ -1,7 +1,7 @@
 #include "app/FilesPage.h"
 
 #include "app/Paths.h"
-#include "app/SettingWords.h"
+#include "app/Working.h"
 
 #include <QFileDialog>
 #include <QGroupBox>
@@ -20,7 +20,9 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
                         : QFileDialog::getOpenFileName(this, title, suggestion);
     };
     confirm = [this](const QString& question) {
-        return QMessageBox::question(this, tr("File to keyboard"), question) == QMessageBox::Yes;
+        return QMessageBox::question(this, tr("File to keyboard"), question,
+                                     QMessageBox::Yes | QMessageBox::No,
+                                     QMessageBox::No) == QMessageBox::Yes;
     };
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
@@ -64,7 +66,7 @@ void FilesPage::AddFile(QVBoxLayout& column, const host::KeyboardFileKind& kind,
 
 void FilesPage::AddCodePage(QVBoxLayout& column) {
     auto* group = new QGroupBox(tr("Code page"));
-    auto* text = new QLabel(tr("Tells whether the keyboard carries the code page of a file."));
+    auto* text = new QLabel(tr("Compares the keyboard's code page with a file."));
     text->setWordWrap(true);
     auto* compare = new QPushButton(tr("Compare with file…"));
     compare->setObjectName(QStringLiteral("codepage_compare"));
@@ -75,13 +77,17 @@ void FilesPage::AddCodePage(QVBoxLayout& column) {
     column.addWidget(group);
 }
 
-void FilesPage::Attempt(const std::function<QString()>& operation) {
+void FilesPage::Attempt(const QString& doing, const QString& failed,
+                        const std::function<QString()>& operation) {
     try {
-        emit Told(operation());
+        const QString done = [&] {
+            const Working working(m_workbench, doing);
+            return operation();
+        }();
+        emit Told(done);
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        emit Failed(FailureOf(failed, error));
     }
-    emit m_workbench.Progressed(100);
 }
 
 void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& title,
@@ -91,21 +97,22 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
     if (file.isEmpty())
         return;
     if (!isSaving &&
-        !confirm(tr("%1: replace what the keyboard holds by the file %2?").arg(title, file)))
+        !confirm(tr("%1: replace what the keyboard holds with the file %2?").arg(title, file)))
         return;
     const QXProgSettings& preferences = m_workbench.Preferences();
     const host::SerialLine line{preferences.ChipcardBaudrate(), preferences.ChipcardPort()};
-    Attempt([&] {
-        const auto path = ToPath(file);
-        if (isSaving)
+    const auto path = ToPath(file);
+    if (isSaving)
+        return Attempt(tr("Reading from the keyboard…"), tr("%1 was not saved.").arg(title), [&] {
             host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
-        else
-            m_workbench.LoadKeyboardFile(kind, path, line);
-        if (!isSaving)
-            m_workbench.Connect(); // its name and its modules may be others now
-        return isSaving ? tr("Keyboard to file: %1 saved into %2.").arg(title, file)
-                        : tr("File to keyboard: %1 loaded from %2.").arg(title, file);
-    });
+            return tr("Keyboard to file: %1 saved to %2.").arg(title, file);
+        });
+    Attempt(tr("Writing to the keyboard. Do not unplug it."), tr("%1 was not loaded.").arg(title),
+            [&] {
+                m_workbench.LoadKeyboardFile(kind, path, line);
+                m_workbench.Connect(); // its name and its modules may be others now
+                return tr("File to keyboard: %1 loaded from %2.").arg(title, file);
+            });
 }
 
 void FilesPage::CompareCodePage() {
@@ -113,7 +120,7 @@ void FilesPage::CompareCodePage() {
         chooseFile(tr("Code page"), false, ToQt(m_workbench.Preferences().PosCodePage()));
     if (file.isEmpty())
         return;
-    Attempt([&] {
+    Attempt(tr("Reading from the keyboard…"), tr("The code page was not compared."), [&] {
         return host::HasCodePage(m_workbench.Session(), ToPath(file))
                    ? tr("The keyboard's code page equals %1.").arg(file)
                    : tr("The keyboard's code page differs from %1.").arg(file);

@@ -2,6 +2,7 @@
 // memory, and the comparison of its code page with a file.
 #pragma once
 
+#include "app/Failure.h"
 #include "app/Workbench.h"
 #include "host/KeyboardFiles.h"
 
@@ -26,8 +27,8 @@ public:
     std::function<bool(const QString& question)> confirm;
 
 signals:
-    void Told(const QString& text);   // what was done
-    void Failed(const QString& text); // why it was not
+    void Told(const QString& text);
+    void Failed(const Failure& failure);
 
 private:
     enum class Direction { KeyboardToFile, FileToKeyboard };
@@ -37,7 +38,10 @@ private:
     void AddCodePage(QVBoxLayout& column);
     void Transfer(const host::KeyboardFileKind& kind, const QString& title, Direction direction);
     void CompareCodePage();
-    void Attempt(const std::function<QString()>& operation); // tells what it returns
+    // Shows `doing` meanwhile and reports the text that the operation returns, or its failure,
+    // which `failed` names.
+    void Attempt(const QString& doing, const QString& failed,
+                 const std::function<QString()>& operation);
 
     Workbench& m_workbench;
 };

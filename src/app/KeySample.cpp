@@ -40,4 +40,12 @@ void KeySample::paintEvent(QPaintEvent* /*event*/) {
     views::PaintKeyCaps(painter, rect(), look.caps, look.pointSize);
 }
 
+views::KeyCap SampleKey(const QString& caption, Long lColor, views::KeyState state) {
+    views::KeyCap cap;
+    cap.caption = caption;
+    cap.color = views::ToQColor(lColor);
+    cap.state = state;
+    return cap;
+}
+
 } // namespace qx::app

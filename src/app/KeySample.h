@@ -1,6 +1,7 @@
 // KeySample: a few keys, drawn as the preferences say.
 #pragma once
 
+#include "qxcontrols/common/Types.h"
 #include "views/KeyPainting.h"
 
 #include <QWidget>
@@ -32,5 +33,8 @@ private:
     int m_columns;
     std::function<Look()> m_look;
 };
+
+// A key for a sample.
+[[nodiscard]] views::KeyCap SampleKey(const QString& caption, Long lColor, views::KeyState state);
 
 } // namespace qx::app

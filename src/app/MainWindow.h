@@ -1,9 +1,10 @@
-// MainWindow: the application's window: the modules on the left, the chosen module's page on the
-// right, and the two directions, from the keyboard and to it, in the tool bar.
+// MainWindow: the application's window: the list of pages, the chosen page, and the two directions,
+// from the keyboard and to it, in the tool bar.
 #pragma once
 
 #include "app/DocumentMenu.h"
 #include "app/EditRequests.h"
+#include "app/KeyboardMenu.h"
 #include "app/Language.h"
 #include "app/QuickFind.h"
 #include "app/SheetMenu.h"
@@ -16,22 +17,21 @@
 #include <vector>
 
 class QAction;
-class QLabel;
-class QListWidget;
-class QProgressBar;
-class QStackedWidget;
+class QMenu;
 
 namespace qx::app {
 
 class NoticeBar;
+class PageBook;
+class StatusLine;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
     // How the window asks and warns; its own boxes unless something else is put in.
     struct Screen {
-        std::function<bool(const QString& question)> ask;
-        std::function<void(const QString& text)> warn;
+        std::function<bool(const QString& question)> ask; // before something is destroyed
+        std::function<void(const Failure& failure)> warn;
     };
 
     MainWindow(Workbench& workbench, const Platform& platform, Language& language);
@@ -39,75 +39,60 @@ public:
 
     Screen screen;
     [[nodiscard]] DocumentMenu& Documents() { return *m_documents; }
-    [[nodiscard]] SheetMenu& Sheets() { return *m_sheets; }
-    [[nodiscard]] EditRequests& Edits() { return m_edits; }
     [[nodiscard]] app::Transfers& Transfers() { return *m_transfers; }
+    [[nodiscard]] KeyboardMenu& Keyboards() { return *m_keyboards; }
 
-    // Connects the keyboard; a failure is shown on the overview page.
-    bool Connect(const setup::KeyboardChoice& choice);
     // Shows a setting where it can be edited.
     void GoTo(const std::string& place);
     void ShowPage(const QString& id);
     // Stores the preferences and shows everything by them.
     void ApplyPreferences();
-    // What the notice above the page says.
-    [[nodiscard]] QString Notice() const;
 
 signals:
     void Appeared(); // on the screen, for the first time
-    void ConnectionFailed(const QString& why);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Page {
-        std::function<QWidget*()> make;
-        QWidget* widget; // null before the page is first shown
-    };
-
+    void ConnectSignals();
     void MakeActions();
-    void MakeStatusBar();
+    void FillGoMenu();
+    void MakeToolBar();
     void MakePages();
-    void AddPage(const QString& id, const QString& title, std::function<QWidget*()> make);
-    [[nodiscard]] QWidget* PageAt(int row);
-    [[nodiscard]] int RowOf(const QString& id) const; // -1 for none
     [[nodiscard]] QWidget* MakeOverview();
+    [[nodiscard]] QWidget* MakePreferences();
     void ShowKeyboard();
     void ShowDocument();
-    void ShowProgress(int percent);
+    void ShowWork(const QString& text);
+    void EndWork();
     void SwitchLanguage();
-    [[nodiscard]] QString FirmwareFault() const; // empty: none
-    void ConnectSimulated();
-    void ChooseDriver();
+    void OpenDropped(const QStringList& files);
+    // Takes a step back or forth, and shows what it changed.
+    void Step(void (Workbench::*step)());
     void Tell(const QString& text);
     void TellDone(const QString& text);
-    void Warn(const QString& text);
+    void TellWarning(const QString& text);
+    void Warn(const Failure& failure);
     [[nodiscard]] std::vector<Findable> Findables();
 
     Workbench& m_workbench;
     Language& m_language;
-    setup::KeyboardChoice m_startChoice;
     EditRequests m_edits;
     DocumentMenu* m_documents;
     app::Transfers* m_transfers;
+    KeyboardMenu* m_keyboards;
     SheetMenu* m_sheets;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
-    QAction* m_read = nullptr;
-    QAction* m_write = nullptr;
+    QMenu* m_go = nullptr;
     QuickFind* m_find = nullptr;
-    QListWidget* m_list = nullptr;
-    QStackedWidget* m_pages = nullptr;
+    PageBook* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;
-    std::vector<Page> m_pageList; // by the rows of the list
-    QString m_failure;            // to connect
-    QLabel* m_keyboard = nullptr;
-    QProgressBar* m_progress = nullptr;
+    NoticeBar* m_work = nullptr; // while something is being done with the keyboard
+    StatusLine* m_status = nullptr;
     Integer m_shownLanguage = -1;
     bool m_isPainted = false;
 };

@@ -6,55 +6,66 @@
 #include <QStyle>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace qx::app {
 
 namespace {
 
 QStyle::StandardPixmap IconOf(NoticeBar::Kind kind) {
     switch (kind) {
+    case NoticeBar::Kind::Information:
+        return QStyle::SP_MessageBoxInformation;
     case NoticeBar::Kind::Success:
         return QStyle::SP_DialogApplyButton;
     case NoticeBar::Kind::Warning:
         return QStyle::SP_MessageBoxWarning;
-    case NoticeBar::Kind::Information:
-        break;
     }
     return QStyle::SP_MessageBoxInformation;
 }
 
 } // namespace
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), m_icon(new QLabel), m_text(new QLabel) {
-    setObjectName(QStringLiteral("noticeBar"));
+NoticeBar::NoticeBar(const QString& textName, QWidget* parent)
+    : QFrame(parent), m_icon(new QLabel), m_text(new QLabel), m_close(new QToolButton) {
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::AlternateBase);
     setAutoFillBackground(true);
+    m_text->setObjectName(textName);
+    m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    auto* close = new QToolButton;
-    close->setAutoRaise(true);
-    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-    close->setToolTip(tr("Close this message"));
-    close->setAccessibleName(close->toolTip());
-    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+    m_close->setAutoRaise(true);
+    m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    m_close->setToolTip(tr("Close this message"));
+    m_close->setAccessibleName(m_close->toolTip());
+    connect(m_close, &QToolButton::clicked, this, &QWidget::hide);
     auto* row = new QHBoxLayout(this);
     row->addWidget(m_icon);
     row->addWidget(m_text, 1);
-    row->addWidget(close);
+    row->addWidget(m_close);
     hide();
 }
 
 void NoticeBar::Tell(Kind kind, const QString& text) {
+    const bool isAdded = isVisibleTo(parentWidget()) && !m_isOld && !m_text->text().contains(text);
+    m_kind = isAdded ? std::max(m_kind, kind) : kind;
+    m_isOld = false;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    m_icon->setPixmap(style()->standardIcon(IconOf(kind)).pixmap(size, size));
-    m_text->setText(text);
+    m_icon->setPixmap(style()->standardIcon(IconOf(m_kind)).pixmap(size, size));
+    m_text->setText(isAdded ? m_text->text() + QLatin1Char('\n') + text : text);
     setVisible(!text.isEmpty());
     QAccessibleEvent alert(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
 
-QString NoticeBar::Text() const {
-    return isHidden() ? QString() : m_text->text();
+void NoticeBar::ClearOld() {
+    if (m_isOld)
+        hide();
+}
+
+void NoticeBar::HideButton() {
+    m_close->hide();
 }
 
 } // namespace qx::app

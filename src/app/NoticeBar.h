@@ -1,25 +1,38 @@
-// NoticeBar: a line above the page that says what has happened, until it is read.
+// NoticeBar: a line above the page that reports what has happened.
+//
+// A message stays until the user has begun something else and that has had an effect. What is
+// reported before that stands below it.
 #pragma once
 
 #include <QFrame>
 
 class QLabel;
+class QToolButton;
 
 namespace qx::app {
 
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
-    enum class Kind { Information, Success, Warning };
+    enum class Kind { Information, Success, Warning }; // the graver the later
 
-    explicit NoticeBar(QWidget* parent = nullptr);
+    // With the object name of its text.
+    explicit NoticeBar(const QString& textName, QWidget* parent = nullptr);
 
     void Tell(Kind kind, const QString& text);
-    [[nodiscard]] QString Text() const;
+    // The user has begun something else.
+    void Age() { m_isOld = true; }
+    // Hides what was reported before that.
+    void ClearOld();
+    // For a bar that only the program closes.
+    void HideButton();
 
 private:
     QLabel* m_icon;
     QLabel* m_text;
+    QToolButton* m_close;
+    Kind m_kind = Kind::Information;
+    bool m_isOld = true;
 };
 
 } // namespace qx::app

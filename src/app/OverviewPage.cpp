@@ -15,6 +15,40 @@ namespace qx::app {
 
 using views::ToQt;
 
+namespace {
+
+using State = Workbench::StageState;
+
+QString MarkOf(State state) {
+    switch (state) {
+    case State::Waiting:
+        return QStringLiteral("○");
+    case State::Running:
+        return QStringLiteral("…");
+    case State::Done:
+        return QStringLiteral("✓");
+    case State::Failed:
+        return QStringLiteral("✗");
+    }
+    return {};
+}
+
+QString WordOf(State state) {
+    switch (state) {
+    case State::Waiting:
+        return OverviewPage::tr("not yet");
+    case State::Running:
+        return OverviewPage::tr("running");
+    case State::Done:
+        return OverviewPage::tr("done");
+    case State::Failed:
+        return OverviewPage::tr("failed");
+    }
+    return {};
+}
+
+} // namespace
+
 OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_failure(new QLabel), m_remedies(new QWidget),
       m_directory(new QTableWidget) {
@@ -72,16 +106,15 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
 }
 
 void OverviewPage::ShowStages() {
-    const QString names[] = {tr("Open the driver"), tr("Read what modules the keyboard has"),
-                             tr("Read its name and versions")};
-    const QString marks[] = {QStringLiteral("○"), QStringLiteral("…"), QStringLiteral("✓"),
-                             QStringLiteral("✗")};
-    const QString words[] = {tr("not yet"), tr("running"), tr("done"), tr("failed")};
+    using Stage = Workbench::Stage;
+    const std::pair<Stage, QString> stages[] = {
+        {Stage::Driver, tr("Open the driver")},
+        {Stage::Directory, tr("Read which modules the keyboard has")},
+        {Stage::Naming, tr("Read its name and versions")}};
     for (std::size_t i = 0; i < std::size(m_stages); ++i) {
-        const auto state =
-            static_cast<std::size_t>(m_workbench.StateOf(static_cast<Workbench::Stage>(i)));
-        m_stages[i]->setText(
-            QStringLiteral("%1  %2: %3").arg(marks[state], names[i], words[state]));
+        const auto& [stage, name] = stages[i];
+        const State state = m_workbench.StateOf(stage);
+        m_stages[i]->setText(QStringLiteral("%1  %2: %3").arg(MarkOf(state), name, WordOf(state)));
         m_stages[i]->repaint(); // while the program is busy with the keyboard
     }
 }

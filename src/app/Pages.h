@@ -21,8 +21,6 @@ public:
     // Of the section with this key.
     ModulePage(Workbench& workbench, std::string sectionKey, QWidget* parent = nullptr);
 
-    [[nodiscard]] const std::string& SectionKey() const { return m_sectionKey; }
-
 private:
     void ShowState();
 

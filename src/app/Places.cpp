@@ -1,6 +1,7 @@
 #include "app/Places.h"
 
 #include "app/ControlTexts.h"
+#include "app/KeyNames.h"
 #include "app/Workbench.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
@@ -126,9 +127,9 @@ std::vector<FindableKey> AllKeys(Workbench& workbench) {
     }
     for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
         for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
-            all.push_back({QCoreApplication::translate("Places", "%1: layer %2, key %3")
+            all.push_back({QCoreApplication::translate("Places", "%1: layer %2, %3")
                                .arg(SectionTitle("layeredFuncKeys"), QString::number(layer),
-                                    QString::number(key)),
+                                    FunctionKeyName(key)),
                            "/layeredFuncKeys/keys[" + std::to_string(layer) + "][" +
                                std::to_string(key) + "]"});
     auto& pos = workbench.ControlOf<QXPos>("pos");

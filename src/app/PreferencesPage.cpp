@@ -2,7 +2,9 @@
 
 #include "app/ColourButton.h"
 #include "app/KeySample.h"
+#include "app/PreferenceTab.h"
 #include "app/StartWizard.h"
+#include "app/VersionBox.h"
 #include "setup/LayoutSource.h"
 
 #include <QApplication>
@@ -41,58 +43,8 @@ Preference PosBlock(int block) {
     return static_cast<Preference>(static_cast<int>(Preference::POSColorBlock0) + block);
 }
 
-QFormLayout* NewForm(QWidget* parent = nullptr) {
-    auto* form = new QFormLayout(parent);
-    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    form->setHorizontalSpacing(16);
-    form->setVerticalSpacing(10);
-    return form;
-}
-
-// A tab of groups, one below the other.
-struct Tab {
-    QWidget* page = new QWidget;
-    QVBoxLayout* column = new QVBoxLayout(page);
-    std::vector<QFormLayout*> forms;
-
-    Tab() {
-        column->setContentsMargins(16, 16, 16, 16);
-        column->setSpacing(16);
-    }
-    [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
-        auto* group = new QGroupBox(title);
-        column->addWidget(group);
-        forms.push_back(NewForm(group));
-        return forms.back();
-    }
-    // With the fields of all groups below each other.
-    [[nodiscard]] QWidget* Done() const {
-        column->addStretch(1);
-        int width = 0;
-        std::vector<QWidget*> labels;
-        for (const QFormLayout* form : forms)
-            for (int row = 0; row < form->rowCount(); ++row)
-                if (const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole)) {
-                    labels.push_back(item->widget());
-                    width = std::max(width, item->sizeHint().width());
-                }
-        for (QWidget* label : labels)
-            label->setMinimumWidth(width);
-        return page;
-    }
-};
-
 QString PlainLabel(QString label) {
     return label.remove(u'&').remove(u':');
-}
-
-views::KeyCap SampleKey(const QString& caption, Long lColor, views::KeyState state) {
-    views::KeyCap cap;
-    cap.caption = caption;
-    cap.color = views::ToQColor(lColor);
-    cap.state = state;
-    return cap;
 }
 
 } // namespace
@@ -125,20 +77,20 @@ void PreferencesPage::Build() {
 }
 
 QWidget* PreferencesPage::MakeGeneralTab() {
-    Tab tab;
+    PreferenceTab tab;
     QFormLayout* start = tab.AddGroup(tr("At the start"));
-    AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask what to begin with"));
+    AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask how to begin"));
     AddChoice(*start, Preference::ShowStartupAction, tr("&Begin with:"),
               {{tr("What the keyboard holds"), static_cast<Integer>(StartChoice::ReadKeyboard)},
                {tr("The last document"), static_cast<Integer>(StartChoice::LastDocument)},
                {tr("The defaults"), static_cast<Integer>(StartChoice::Defaults)}});
     AddCheck(*start, Preference::NewDocumentOnStartup,
-             tr("Begin with a &new document, not with the last one"));
+             tr("Begin with a &new document rather than the last one"));
     AddLastDocument(*start);
 
     QFormLayout* work = tab.AddGroup(tr("While you work"));
     AddCheck(*work, Preference::AutoSave, tr("&Save documents automatically"));
-    AddCheck(*work, Preference::AutoTestdrive, tr("Open the &test drive after writing"));
+    AddCheck(*work, Preference::AutoTestdrive, tr("Open the &test page after writing"));
     AddCheck(*work, Preference::ShowUpcodes, tr("Show &released keys in sequences"));
     AddChoice(*work, Preference::AdvancedEditor, tr("&Open the sequence editor:"),
               {{tr("With its button"), Integer{0}},
@@ -147,7 +99,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
 }
 
 QWidget* PreferencesPage::MakeLanguagesTab() {
-    Tab tab;
+    PreferenceTab tab;
     QFormLayout* program = tab.AddGroup(tr("The program"));
     AddChoice(*program, Preference::PreferedAppLang, tr("&Language:"),
               {{tr("As the system"), Integer{0}},
@@ -163,25 +115,26 @@ QWidget* PreferencesPage::MakeLanguagesTab() {
 }
 
 QWidget* PreferencesPage::MakeKeyboardTab() {
-    Tab tab;
+    PreferenceTab tab;
     QFormLayout* link = tab.AddGroup(tr("Connection"));
-    AddNumber(*link, Preference::CommandDelta, tr("&Command delta:"), 0,
+    AddNumber(*link, Preference::CommandDelta,
+              tr("&Command delta (0 unless the driver requires another):"), 0,
               std::numeric_limits<Long>::max());
 
     QFormLayout* chipcard = tab.AddGroup(tr("Chipcard programs"));
     AddNumber(*chipcard, Preference::ChipcardPort, tr("Serial &port:"), 0, kMaxInteger);
-    AddNumber(*chipcard, Preference::ChipcardBaudrate, tr("&Baud rate, as the driver counts:"), 0,
+    AddNumber(*chipcard, Preference::ChipcardBaudrate, tr("&Baud rate (the driver's index):"), 0,
               kMaxInteger);
 
     QFormLayout* firmware = tab.AddGroup(tr("Firmware"));
     AddCheck(*firmware, Preference::VerifyFirmware, tr("Check the firmware at the &start"));
     AddNumber(*firmware, Preference::VersionFirmware, tr("&Oldest suitable version:"), 0,
-              kMaxInteger);
+              kMaxInteger, {}, new VersionBox);
     return tab.Done();
 }
 
 QWidget* PreferencesPage::MakeKeyDisplayTab() {
-    Tab tab;
+    PreferenceTab tab;
     QFormLayout* text = tab.AddGroup(tr("Captions"));
     AddNumber(*text, Preference::KeyFontSize, tr("&Font size:"), 4, 24, tr(" pt"));
     QFormLayout* colours = tab.AddGroup(tr("Colours"));
@@ -208,7 +161,7 @@ QWidget* PreferencesPage::MakeKeyDisplayTab() {
 }
 
 QWidget* PreferencesPage::MakePosTab() {
-    Tab tab;
+    PreferenceTab tab;
     AddCodePage(*tab.AddGroup(tr("Code page")));
 
     auto* colours = new QGroupBox(tr("Colours"));
@@ -219,7 +172,7 @@ QWidget* PreferencesPage::MakePosTab() {
         {Preference::POSColorUnused, tr("Keys of &no block:")}};
     int block = 0;
     for (const auto& [preference, label] : others) {
-        QFormLayout* form = NewForm();
+        QFormLayout* form = NewPreferenceForm();
         for (const int end = block + kPosBlocks / 2; block < end; ++block)
             AddColour(*form, PosBlock(block), tr("Block %1:").arg(block));
         AddColour(*form, preference, label);
@@ -278,8 +231,9 @@ void PreferencesPage::AddChoice(QFormLayout& form, Preference preference, const 
 }
 
 void PreferencesPage::AddNumber(QFormLayout& form, Preference preference, const QString& label,
-                                int least, int greatest, const QString& unit) {
-    auto* box = new QSpinBox;
+                                int least, int greatest, const QString& unit, QSpinBox* box) {
+    if (box == nullptr)
+        box = new QSpinBox;
     box->setObjectName(NameOf(preference));
     box->setSuffix(unit);
     box->setRange(least, std::min(greatest, 99999)); // for its width
@@ -414,6 +368,14 @@ void PreferencesPage::Reveal(Preference preference) {
         if (m_tabs->widget(i)->isAncestorOf(editor))
             m_tabs->setCurrentIndex(i);
     editor->setFocus();
+}
+
+int PreferencesPage::CurrentTab() const {
+    return m_tabs->currentIndex();
+}
+
+void PreferencesPage::ShowTab(int tab) {
+    m_tabs->setCurrentIndex(tab);
 }
 
 void PreferencesPage::showEvent(QShowEvent* event) {

@@ -1,6 +1,6 @@
 // PreferencesPage: every preference of the user, on a few tabs.
 //
-// A change is a preference at once, and Changed tells it, so that the host shows its effect; the
+// A change is a preference at once, and Changed reports it, so that the host shows its effect; the
 // host saves the preferences when it likes. The editors have the preferences' property names as
 // object names. The page follows the program's language.
 #pragma once
@@ -15,6 +15,7 @@
 #include <vector>
 
 class QFormLayout;
+class QSpinBox;
 class QTabWidget;
 class QVBoxLayout;
 
@@ -38,6 +39,8 @@ public:
     // Opens the tab with the preference, and gives its editor the focus. Nothing happens for one
     // that the page does not have, that is the window's place.
     void Reveal(Preference preference);
+    [[nodiscard]] int CurrentTab() const; // the one in front
+    void ShowTab(int tab);
 
 signals:
     void Changed(); // by the user
@@ -61,7 +64,7 @@ private:
     void AddChoice(QFormLayout& form, Preference preference, const QString& label,
                    const Choices& choices);
     void AddNumber(QFormLayout& form, Preference preference, const QString& label, int least,
-                   int greatest, const QString& unit = {});
+                   int greatest, const QString& unit = {}, QSpinBox* box = nullptr);
     void AddColour(QFormLayout& form, Preference preference, const QString& label);
     void AddCodePage(QFormLayout& form);
     void AddLastDocument(QFormLayout& form);

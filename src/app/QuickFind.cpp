@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -12,7 +13,7 @@ namespace {
 
 constexpr int kMostRows = 12;
 
-// How well the searched words fit: 0 not at all; the more the earlier they stand.
+// How well the words fit: 0 for not at all, and more the earlier they occur.
 int Fit(const Findable& findable, const QStringList& words) {
     int fit = 1;
     for (const QString& word : words) {
@@ -37,6 +38,8 @@ QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* paren
     setPlaceholderText(tr("Find (Ctrl+K)"));
     setAccessibleName(tr("Find"));
     setClearButtonEnabled(true);
+    for (auto* button : findChildren<QToolButton*>())
+        button->setAccessibleName(tr("Clear the search"));
     m_popup->setWindowFlags(Qt::ToolTip);
     m_popup->setFocusProxy(this);
     m_popup->setObjectName(QStringLiteral("quickFindResults"));

@@ -1,6 +1,7 @@
 #include "app/ReviewSheet.h"
 
 #include "app/ControlTexts.h"
+#include "app/KeyNames.h"
 #include "app/Places.h"
 #include "views/Bindings.h"
 
@@ -38,8 +39,9 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
             bold.setBold(true);
             section->setFont(kSetting, bold);
         }
-        auto* item = new QTreeWidgetItem(section, {ToQt(difference.name), ToQt(difference.from),
-                                                   ToQt(difference.to), ReviewSheet::tr("Show")});
+        auto* item = new QTreeWidgetItem(section, {WithFunctionKeyNames(ToQt(difference.name)),
+                                                   ToQt(difference.from), ToQt(difference.to),
+                                                   ReviewSheet::tr("Show")});
         item->setData(kSetting, kPlaceRole, ToQt(difference.place));
         item->setFont(kShow, underlined);
         for (int column = 0; column < kShow; ++column)
@@ -87,6 +89,7 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
                      "", bytes));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    buttons->button(QDialogButtonBox::Cancel)->setDefault(true);
     auto* write = buttons->addButton(tr("&Write to keyboard"), QDialogButtonBox::AcceptRole);
     write->setObjectName(QStringLiteral("cmdWrite"));
     write->setAutoDefault(false);

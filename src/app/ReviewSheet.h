@@ -1,6 +1,6 @@
 // ReviewSheet: what a write would change in the keyboard, before it is done.
 //
-// Each change is told as it is now and as it will be. One click leads to the page of a change, and
+// Each change is shown as it is now and as it will be. One click leads to the page of a change, and
 // leaves the keyboard as it is.
 #pragma once
 

@@ -1,11 +1,6 @@
 #include "app/SettingWords.h"
 
-#include "host/Error.h"
-
 #include <QCoreApplication>
-
-#include <algorithm>
-#include <iterator>
 
 namespace qx::app {
 
@@ -86,32 +81,6 @@ namespace {
     QT_TRANSLATE_NOOP("TestDrive", "%1 is switched off: its option 0 is not set"),
 };
 
-struct KindOfFailure {
-    host::ErrorKind kind;
-    const char* text;
-};
-constexpr KindOfFailure kFailures[] = {
-    {host::ErrorKind::Usage, QT_TRANSLATE_NOOP("Failures", "That cannot be done.")},
-    {host::ErrorKind::KeyboardNotOpened,
-     QT_TRANSLATE_NOOP("Failures", "The keyboard could not be opened.")},
-    {host::ErrorKind::TransferFailed,
-     QT_TRANSLATE_NOOP("Failures", "The transfer from or to the keyboard failed.")},
-    {host::ErrorKind::FileFailed,
-     QT_TRANSLATE_NOOP("Failures", "A file could not be read or written.")},
-    {host::ErrorKind::ReadBackDiffers,
-     QT_TRANSLATE_NOOP("Failures", "The keyboard does not hold what was written.")},
-    {host::ErrorKind::KeyboardChanged,
-     QT_TRANSLATE_NOOP("Failures", "This is not the keyboard that was meant, or it has changed.")},
-    {host::ErrorKind::WriteInterrupted,
-     QT_TRANSLATE_NOOP("Failures", "An interrupted write is to be finished or rolled back first.")},
-    {host::ErrorKind::DocumentInvalid,
-     QT_TRANSLATE_NOOP("Failures", "The document cannot be used.")},
-    {host::ErrorKind::LayoutInvalid,
-     QT_TRANSLATE_NOOP("Failures", "The keyboard layout cannot be used.")},
-    {host::ErrorKind::ModelInvalid,
-     QT_TRANSLATE_NOOP("Failures", "The model of the simulated keyboard cannot be used.")},
-};
-
 } // namespace
 
 std::string SettingWord(std::string_view word) {
@@ -120,18 +89,6 @@ std::string SettingWord(std::string_view word) {
 
 std::string TestDriveWord(std::string_view text) {
     return QCoreApplication::translate("TestDrive", std::string(text).c_str()).toStdString();
-}
-
-QString ErrorText(const std::exception& error) {
-    const QString text = QString::fromUtf8(error.what());
-    const auto* known = dynamic_cast<const host::Error*>(&error);
-    if (known == nullptr)
-        return text;
-    const auto* kind =
-        std::find_if(std::begin(kFailures), std::end(kFailures),
-                     [&](const KindOfFailure& each) { return each.kind == known->Kind(); });
-    const QString said = QCoreApplication::translate("Failures", kind->text);
-    return said == QLatin1String(kind->text) ? text : said + QLatin1Char('\n') + text;
 }
 
 } // namespace qx::app

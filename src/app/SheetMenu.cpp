@@ -1,7 +1,6 @@
 #include "app/SheetMenu.h"
 
 #include "app/Paths.h"
-#include "app/SettingWords.h"
 #include "sheet/KeySheet.h"
 
 #include <QDate>
@@ -53,7 +52,7 @@ void SheetMenu::Export() {
         sheet::WriteKeySheet(Sheet(), ToPath(file));
         emit Done(tr("Key sheet written to %1.").arg(file));
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        emit Failed(FailureOf(tr("The key sheet was not written."), error));
     }
 }
 

@@ -1,6 +1,7 @@
 // SheetMenu: the key sheet of the document: printed, or exported as PDF or SVG.
 #pragma once
 
+#include "app/Failure.h"
 #include "app/Workbench.h"
 
 #include <QObject>
@@ -37,7 +38,7 @@ public:
 
 signals:
     void Done(const QString& text);
-    void Failed(const QString& text);
+    void Failed(const Failure& failure);
 
 private:
     [[nodiscard]] sheet::KeySheet Sheet() const;

@@ -42,7 +42,7 @@ public:
 
 } // namespace
 
-StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
+StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* parent)
     : QDialog(parent), m_settings(settings) {
     setWindowTitle(tr("Start"));
     auto* column = new QVBoxLayout(this);
@@ -57,7 +57,9 @@ StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
     column->addSpacing(6);
 
     auto* read = AddChoice(StartChoice::ReadKeyboard, "readKeyboard", tr("&Read the keyboard"),
-                           tr("Show and change what the keyboard holds now."));
+                           isConnected ? tr("Show and change what the keyboard holds now.")
+                                       : tr("No keyboard is connected."));
+    read->setEnabled(isConnected);
 
     const QFileInfo file(QString::fromStdString(settings.GetLastDownloadFile()));
     QString description = tr("Go on with %1.").arg(file.fileName());
@@ -81,14 +83,16 @@ StartWizard::StartWizard(QXProgSettings& settings, QWidget* parent)
     column->addWidget(again);
     column->addStretch(1);
 
-    const Integer nAction = settings.GetShowStartupAction();
-    QPushButton* first = read;
-    if (nAction == static_cast<Integer>(StartChoice::LastDocument) && open->isEnabled()) {
-        first = open;
-        m_choice = StartChoice::LastDocument;
-    } else if (nAction == static_cast<Integer>(StartChoice::Defaults)) {
-        first = defaults;
-        m_choice = StartChoice::Defaults;
+    const std::pair<StartChoice, QPushButton*> choices[] = {{StartChoice::ReadKeyboard, read},
+                                                            {StartChoice::LastDocument, open},
+                                                            {StartChoice::Defaults, defaults}};
+    QPushButton* first = nullptr;
+    for (const auto& [choice, button] : choices) {
+        const bool isPreferred = static_cast<Integer>(choice) == settings.GetShowStartupAction();
+        if (button->isEnabled() && (first == nullptr || isPreferred)) {
+            first = button;
+            m_choice = choice;
+        }
     }
     first->setDefault(true);
     first->setFocus();

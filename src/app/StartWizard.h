@@ -15,9 +15,10 @@ enum class StartChoice : Integer { ReadKeyboard = 0, LastDocument = 1, Defaults 
 class StartWizard : public QDialog {
     Q_OBJECT
 public:
-    // Offers first what was chosen the last time. What the user chooses, and whether the wizard is
-    // to be shown again, becomes a preference at once.
-    explicit StartWizard(QXProgSettings& settings, QWidget* parent = nullptr);
+    // Offers first what was chosen the last time, where that is possible: a keyboard that is not
+    // connected cannot be read. What the user chooses, and whether the wizard is to be shown again,
+    // becomes a preference at once.
+    StartWizard(QXProgSettings& settings, bool isConnected, QWidget* parent = nullptr);
 
     // What the user has chosen, once the dialog is accepted; until then what is offered first.
     [[nodiscard]] StartChoice Choice() const { return m_choice; }

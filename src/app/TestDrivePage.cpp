@@ -1,6 +1,6 @@
 #include "app/TestDrivePage.h"
 
-#include "app/ControlTexts.h"
+#include "app/KeyNames.h"
 #include "app/SettingWords.h"
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
@@ -37,7 +37,7 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     m_received->setReadOnly(true);
     m_received->setTabChangesFocus(true);
     m_received->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    auto* caption = new QLabel(tr("What the PC re&ceives"));
+    auto* caption = new QLabel(tr("The PC re&ceives"));
     caption->setBuddy(m_received);
 
     auto* column = new QVBoxLayout(this);
@@ -69,19 +69,20 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
     auto* layer = new QSpinBox;
     layer->setRange(0, kFuncKeyLayers - 1);
     auto* key = new QSpinBox;
-    key->setRange(0, FuncKeyLayer::kKeys - 1);
+    key->setPrefix(QStringLiteral("F"));
+    key->setRange(1, FuncKeyLayer::kKeys);
     auto* press = new QPushButton(tr("&Press"));
     press->setObjectName(QStringLiteral("cmdPressFunctionKey"));
     connect(press, &QPushButton::clicked, this, [=, this] {
         const auto nLayer = static_cast<Integer>(layer->value());
-        const auto nKey = static_cast<Integer>(key->value());
-        Try(tr("Pressed function key %1 in layer %2").arg(nKey).arg(nLayer),
+        const auto nKey = static_cast<Integer>(key->value() - 1);
+        Try(tr("Pressed %1 in layer %2").arg(FunctionKeyName(nKey)).arg(nLayer),
             [=](const sim::TestDrive& drive) { return drive.PressFunctionKey(nLayer, nKey); });
     });
     auto* tab = new QWidget;
     auto* form = new QFormLayout(tab);
     form->addRow(tr("&Layer"), layer);
-    form->addRow(tr("Key &number"), key);
+    form->addRow(tr("F&unction key"), key);
     form->addRow(press);
     return tab;
 }
@@ -139,9 +140,9 @@ void TestDrivePage::ShowKeyboard() {
     const bool isSimulated = m_workbench.Simulated() != nullptr;
     m_hint->setText(
         isSimulated
-            ? tr("The simulated keyboard answers by what is in its memory: write the document to "
-                 "it first to try new settings.")
-            : tr("A test drive needs the simulated keyboard; choose it in the menu Keyboard."));
+            ? tr("The simulated keyboard answers as its memory says: write the document to it "
+                 "first to try new settings.")
+            : tr("Testing needs the simulated keyboard; choose it in the menu Keyboard."));
     m_tabs->setEnabled(isSimulated);
     const QXKeyboardLayoutData& layout = m_workbench.Layout();
     std::vector<views::KeyCap> caps;
@@ -175,7 +176,7 @@ QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     QString text;
     for (const sim::Stretch& stretch : reception.stretches)
         text += QStringLiteral("  %1: %2\n")
-                    .arg(ToQt(sim::OriginText(stretch, TestDriveWord)),
+                    .arg(WithFunctionKeyNames(ToQt(sim::OriginText(stretch, TestDriveWord))),
                          ToQt(sim::ContentText(stretch, m_workbench.Layout())));
     if (reception.stretches.empty())
         text += QStringLiteral("  ") + tr("nothing") + QLatin1Char('\n');
@@ -183,7 +184,8 @@ QString TestDrivePage::TextOf(const sim::Reception& reception) const {
         text +=
             tr("Output delay between codes: %1").arg(*reception.outputDelay) + QLatin1Char('\n');
     for (const sim::Remark& remark : reception.remarks)
-        text += ToQt(sim::RemarkText(remark, TestDriveWord)) + QLatin1Char('\n');
+        text +=
+            WithFunctionKeyNames(ToQt(sim::RemarkText(remark, TestDriveWord))) + QLatin1Char('\n');
     return text;
 }
 

@@ -1,14 +1,17 @@
 #include "app/Transfers.h"
 
 #include "app/ControlTexts.h"
+#include "app/LocalTime.h"
 #include "app/ReviewSheet.h"
-#include "app/SettingWords.h"
+#include "app/Working.h"
 #include "views/Bindings.h"
 
 #include <QMessageBox>
 #include <QPushButton>
 
 #include <map>
+#include <optional>
+#include <utility>
 
 namespace qx::app {
 
@@ -17,41 +20,52 @@ using views::ToQt;
 
 Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window)
     : QObject(window), m_workbench(workbench), m_documents(documents), m_window(window) {
-    questions.recover = [this](const QString& text) {
+    questions.recover = [this](const QString& text, const QString& details) {
         QMessageBox box(QMessageBox::Warning, tr("Interrupted write"), text, QMessageBox::NoButton,
                         m_window);
+        box.setTextFormat(Qt::PlainText);
+        box.setDetailedText(details);
         std::map<QAbstractButton*, Ending> endings;
         endings[box.addButton(tr("&Finish writing"), QMessageBox::AcceptRole)] = Ending::Finish;
         endings[box.addButton(tr("&Roll back"), QMessageBox::AcceptRole)] = Ending::RollBack;
-        endings[box.addButton(tr("&Later"), QMessageBox::RejectRole)] = Ending::Later;
+        auto* later = box.addButton(tr("&Later"), QMessageBox::RejectRole);
+        box.setDefaultButton(later);
+        box.setEscapeButton(later);
         box.exec();
         return endings.contains(box.clickedButton()) ? endings[box.clickedButton()] : Ending::Later;
     };
-    questions.otherKeyboard = [this](const QString& question) {
-        return QMessageBox::question(m_window, tr("Restore backup"), question) == QMessageBox::Yes;
+    questions.mayWrite = [this](const QString& title, const QString& question) {
+        return QMessageBox::question(m_window, title, question, QMessageBox::Yes | QMessageBox::No,
+                                     QMessageBox::No) == QMessageBox::Yes;
     };
 }
 
-void Transfers::Attempt(const std::function<void()>& transfer) {
+void Transfers::Attempt(const QString& what, const std::function<void()>& transfer) {
     try {
         transfer();
     } catch (const std::exception& error) {
-        emit Failed(ErrorText(error));
+        emit Failed(FailureOf(what, error));
     }
-    emit m_workbench.Progressed(100);
 }
 
 void Transfers::Read() {
     if (!m_documents.MayLeaveDocument())
         return;
-    Attempt([this] {
-        m_workbench.ReadKeyboard();
-        emit Done(tr("Keyboard to document: read all settings. The keyboard is unchanged."));
+    Attempt(tr("The keyboard could not be read."), [this] {
+        {
+            const Working working(m_workbench, tr("Reading the keyboard…"));
+            m_workbench.ReadKeyboard();
+        }
+        if (m_workbench.IsMixture())
+            emit Warned(tr("Keyboard to document: read all settings, but a write to this keyboard "
+                           "was interrupted: they may be a mixture of old and new ones. Choose "
+                           "Keyboard > Settle interrupted write first, then read again."));
+        else
+            emit Done(tr("Keyboard to document: read all settings. The keyboard is unchanged."));
     });
 }
 
 bool Transfers::Review(const host::WritePlan& plan, const QString& title) {
-    emit m_workbench.Progressed(100);
     QStringList absent;
     for (const host::Section* section : m_workbench.AbsentSections())
         absent.append(SectionTitle(section->Info().key));
@@ -65,15 +79,26 @@ bool Transfers::Review(const host::WritePlan& plan, const QString& title) {
 }
 
 void Transfers::Write() {
-    if (!Recover())
+    if (Recover())
         return;
-    Attempt([this] {
-        const host::WritePlan plan = m_workbench.PlanWrite();
+    if (m_workbench.IsMixture() &&
+        !questions.mayWrite(
+            tr("Write to keyboard"),
+            tr("This document was read while a write to the keyboard was interrupted. It may be a "
+               "mixture of old and new settings. Write it anyway?")))
+        return;
+    Attempt(tr("Nothing was written."), [this] {
+        const auto plan = [this] {
+            const Working working(m_workbench, tr("Comparing the document with the keyboard…"));
+            return m_workbench.PlanWrite();
+        }();
         if (plan.IsEmpty())
             return emit Done(tr("The keyboard already has these settings; nothing was written."));
         if (!Review(plan, tr("Write to keyboard")))
             return;
-        const Writer::Outcome outcome = m_workbench.WriteKeyboard(plan);
+        Writer::Outcome outcome;
+        if (!Send([&] { outcome = m_workbench.WriteKeyboard(plan); }))
+            return;
         emit Done(tr("Document to keyboard: wrote %n change(s)", "",
                      static_cast<int>(plan.settings.size())) +
                   tr(" (%n byte(s)), read back and found equal.", "",
@@ -85,57 +110,103 @@ void Transfers::Write() {
 void Transfers::Restore(const host::BackupEntry& backup) {
     if (!m_documents.MayLeaveDocument())
         return;
-    Attempt([&] {
-        const host::WritePlan plan = m_workbench.PlanRestore(m_workbench.LoadBackup(backup));
+    Attempt(tr("The backup was not restored."), [&] {
+        const auto plan = [&] {
+            const Working working(m_workbench, tr("Comparing the backup with the keyboard…"));
+            return m_workbench.PlanRestore(m_workbench.LoadBackup(backup));
+        }();
         if (plan.isOfOtherKeyboard &&
-            !questions.otherKeyboard(
-                tr("This backup is of another keyboard. Write it into this one?")))
+            !questions.mayWrite(tr("Restore backup"),
+                                tr("This backup is of another keyboard. Write it into this one?")))
             return;
         if (plan.IsEmpty())
             return emit Done(tr("The keyboard holds all of this backup; nothing was written."));
         if (!Review(plan, tr("Restore backup")))
             return;
-        m_workbench.Restore(plan, backup.id);
+        if (!Send([&] { m_workbench.Restore(plan, backup.id); }))
+            return;
         emit Done(tr("Backup to keyboard and document: restored, read back and found equal."));
         emit Written();
     });
 }
 
+bool Transfers::Send(const std::function<void()>& write) {
+    const std::size_t recorded = m_workbench.RecordedWrites();
+    try {
+        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
+        write();
+        return true;
+    } catch (const std::exception& error) {
+        Attempt(tr("The interrupted write could not be settled."), [&] {
+            ReportBrokenOff(FailureOf(tr("Writing to the keyboard failed."), error),
+                            m_workbench.RecordedWrites() > recorded);
+        });
+        return false;
+    }
+}
+
+void Transfers::ReportBrokenOff(const Failure& failure, bool isRecorded) {
+    std::optional<host::JournalEntry> write;
+    try {
+        if (isRecorded)
+            write = m_workbench.Interrupted();
+    } catch (const std::exception&) {
+        return emit Failed(
+            {failure.text + QStringLiteral("\n\n") +
+                 tr("The keyboard does not answer and may be partly written. Once it is connected "
+                    "again, the write can be finished or rolled back."),
+             failure.details});
+    }
+    if (!write)
+        return emit Failed(failure);
+    Settle(*write, failure.text, failure.details);
+}
+
 bool Transfers::Recover() {
-    bool isSettled = false;
-    Attempt([&] {
+    bool isFound = false;
+    Attempt(tr("The interrupted write could not be settled."), [&] {
         const auto write = m_workbench.Interrupted();
-        if (write) {
-            const QString about = tr("Writing %1 to this keyboard was interrupted (%2).")
-                                      .arg(ToQt(write->document), ToQt(write->time));
-            const QString ways =
-                tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard "
-                   "hold all of it; roll back brings back what the keyboard held before.");
-            EndInterrupted(*write, questions.recover(about + u' ' + ways));
-        }
-        isSettled = !write || !m_workbench.Interrupted();
+        if (!write)
+            return;
+        isFound = true;
+        Settle(*write,
+               tr("Writing %1 to this keyboard was interrupted (%2).")
+                   .arg(ToQt(write->document), LocalTime(write->time)),
+               {});
     });
-    return isSettled;
+    return isFound;
+}
+
+void Transfers::Settle(const host::JournalEntry& write, const QString& why,
+                       const QString& details) {
+    const QString ways =
+        tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard hold all of "
+           "it; roll back brings back what the keyboard held before.");
+    EndInterrupted(write, questions.recover(why + QStringLiteral("\n\n") + ways, details));
 }
 
 void Transfers::EndInterrupted(const host::JournalEntry& write, Ending ending) {
     const QString what = ToQt(write.document);
+    const auto recover = [&](Writer::Way way) {
+        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
+        m_workbench.Recover(write, way);
+    };
     switch (ending) {
     case Ending::Finish:
-        m_workbench.Recover(write, Writer::Way::Finish);
+        recover(Writer::Way::Finish);
         emit Done(
             tr("The interrupted write of %1 is finished, read back and found equal.").arg(what));
         return emit Written();
     case Ending::RollBack:
-        m_workbench.Recover(write, Writer::Way::RollBack);
+        recover(Writer::Way::RollBack);
         emit Done(tr("The interrupted write of %1 is rolled back: the keyboard holds what it held "
                      "before, read back and found equal.")
                       .arg(what));
         return emit Written();
     case Ending::Later:
-        emit Told(tr("An interrupted write of %1 is to be finished or rolled back before anything "
-                     "else is written.")
-                      .arg(what));
+        emit Warned(tr("The interrupted write of %1 must be finished or rolled back before "
+                       "anything else is written: choose Keyboard > Settle interrupted write.")
+                        .arg(what));
     }
 }
 

@@ -1,7 +1,7 @@
 // Transfers: what moves whole configurations between the keyboard and the document: reading,
 // writing after a review, recovering what was interrupted, bringing a backup back.
 //
-// Each asks before anything is lost, and says at its end what the keyboard holds.
+// Each asks before anything is lost, and reports at its end what the keyboard holds.
 #pragma once
 
 #include "app/DocumentMenu.h"
@@ -17,13 +17,13 @@ namespace qx::app {
 class Transfers : public QObject {
     Q_OBJECT
 public:
-    // What is to be done about an interrupted write.
+    // The ways to settle an interrupted write.
     enum class Ending { Finish, RollBack, Later };
 
     // How it asks; its own boxes unless something else is put in.
     struct Questions {
-        std::function<Ending(const QString& text)> recover;
-        std::function<bool(const QString& question)> otherKeyboard;
+        std::function<Ending(const QString& text, const QString& details)> recover;
+        std::function<bool(const QString& title, const QString& question)> mayWrite;
     };
 
     Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window);
@@ -32,23 +32,30 @@ public:
 
     // Keyboard to document; asks first where unsaved changes would be lost.
     void Read();
-    // Document to keyboard, after the review.
+    // Document to keyboard, after the review. An interrupted write is settled first, and then the
+    // document is written when the user asks again.
     void Write();
     // Backup to keyboard and document, after a review of the same kind.
     void Restore(const host::BackupEntry& backup);
-    // Lets the user end an interrupted write to this keyboard. Whether none is left.
+    // Lets the user settle an interrupted write to this keyboard. Whether there was one.
     bool Recover();
 
 signals:
     void Done(const QString& text);
     void Told(const QString& text);
-    void Failed(const QString& text);
+    void Warned(const QString& text);
+    void Failed(const Failure& failure);
     void Written(); // something was, and proved
     void PlaceChosen(const std::string& place);
 
 private:
-    // Runs it, and tells of its failure.
-    void Attempt(const std::function<void()>& transfer);
+    // Runs it, and reports its failure, which `what` names.
+    void Attempt(const QString& what, const std::function<void()>& transfer);
+    // Writes the plan; a write that breaks off can be settled at once. Whether it was proved.
+    bool Send(const std::function<void()>& write);
+    void ReportBrokenOff(const Failure& failure, bool isRecorded);
+    // Asks about the write, after a text that says why, and does as the user answers.
+    void Settle(const host::JournalEntry& write, const QString& why, const QString& details);
     void EndInterrupted(const host::JournalEntry& write, Ending ending);
     // Whether the user wants the plan to be carried out.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title);

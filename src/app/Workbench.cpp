@@ -1,6 +1,7 @@
 #include "app/Workbench.h"
 
 #include "app/ControlTexts.h"
+#include "app/Failure.h"
 #include "app/SettingWords.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
@@ -53,17 +54,19 @@ Workbench::Workbench(const Platform& platform, Options options)
     m_preferences.Load();
     try {
         OpenLayout();
-    } catch (
-        const host::Error&) { // told when the keyboard is connected; without one, nothing shows
+    } catch (const host::Error&) { // reported when a keyboard is connected
         setup::OpenLayout(m_layout, m_options.layouts, setup::PreferredLayout(0));
     }
     m_configuration = std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
     m_history = std::make_unique<host::History>(*m_configuration);
-    for (const auto& section : m_configuration->Sections())
-        m_edits.push_back(section->Control().Refreshed.Subscribe([this] { NoteEdit(); }));
+    for (const auto& section : m_configuration->Sections()) {
+        ModuleControl& control = section->Control();
+        m_edits.push_back(control.Refreshed.Subscribe([this, &control] { NoteEdit(control); }));
+    }
     m_edits.push_back(ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Refreshed.Subscribe([this] {
         ShowLayerOnKeyboard();
     }));
+    OfferAllTracks();
 }
 
 Workbench::~Workbench() {
@@ -76,7 +79,7 @@ void Workbench::SavePreferences() {
         m_preferences.SaveWinPos();
         m_store.Flush();
     } catch (const host::Error& error) {
-        emit Noticed(ErrorText(error));
+        emit Noticed(FailureOf({}, error).text);
     }
 }
 
@@ -96,7 +99,7 @@ void Workbench::ReloadPreferences() {
     try {
         OpenLayout();
     } catch (const host::Error& error) {
-        emit Noticed(ErrorText(error));
+        emit Noticed(FailureOf({}, error).text);
     }
     for (const auto& section : m_configuration->Sections()) {
         ModuleControl& control = section->Control();
@@ -200,11 +203,31 @@ void Workbench::Disconnect() {
     try {
         m_session->Close();
     } catch (const host::Error& error) {
-        emit Noticed(ErrorText(error));
+        emit Noticed(FailureOf({}, error).text);
     }
     m_session.reset();
     m_driver = {};
+    OfferAllTracks();
     emit KeyboardChanged();
+}
+
+// No keyboard limits the tracks that a document can be given.
+void Workbench::OfferAllTracks() {
+    const Busy busy(*this);
+    auto& control = ControlOf<QXMagnetCard>("magnetCard");
+    for (Integer track = 1; track <= kMagneticTracks; ++track)
+        control.Track(track).SetAvailable(true);
+    control.RescanTracks();
+    ShowPresentTrack();
+}
+
+// The track that is shown is one of the list.
+void Workbench::ShowPresentTrack() {
+    auto& control = ControlOf<QXMagnetCard>("magnetCard");
+    if (control.trackList.ListIndex != -1 || control.trackList.Items.empty())
+        return;
+    control.trackList.ListIndex = 0;
+    control.trackList_Click();
 }
 
 void Workbench::AttachKeyboard() {
@@ -212,6 +235,8 @@ void Workbench::AttachKeyboard() {
     const auto present = m_session->SectionsIn(*m_configuration, true);
     for (Section* section : present)
         section->Control().SetKeyboard(&m_session->Access());
+    ControlOf<QXMagnetCard>("magnetCard").RescanTracks();
+    ShowPresentTrack();
 }
 
 bool Workbench::Has(const Section& section) const {
@@ -219,6 +244,7 @@ bool Workbench::Has(const Section& section) const {
 }
 
 void Workbench::ReadKeyboard() {
+    const bool isMixture = Interrupted().has_value();
     const Busy busy(*this);
     const auto before = m_configuration->Write(m_history->AllSections());
     const auto sections = m_session->SectionsIn(*m_configuration, true);
@@ -231,6 +257,7 @@ void Workbench::ReadKeyboard() {
     }
     m_file.clear();
     m_keyboardNote.reset();
+    m_isMixture = isMixture;
     m_history->Restart(sections, true);
     emit DocumentChanged();
 }
@@ -258,8 +285,6 @@ auto Workbench::WithWriter(const Work& work) {
     host::Writer::Options options;
     options.folder = setup::RecordFolder(m_options.records);
     options.origin = m_driver.origin;
-    options.howToRecover =
-        "; " + tr("Write to keyboard finishes it or rolls it back").toStdString();
     options.newConfiguration = [this] {
         auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
         scratch->SetWords(SettingWord);
@@ -290,6 +315,10 @@ void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
 
 std::optional<host::JournalEntry> Workbench::Interrupted() {
     return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
+}
+
+std::size_t Workbench::RecordedWrites() const {
+    return Records().journal.Entries().size();
 }
 
 void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way) {
@@ -327,12 +356,29 @@ void Workbench::NewDocument() {
     }
     m_file.clear();
     m_keyboardNote.reset();
+    m_isMixture = false;
     m_history->Restart(sections, true);
     emit DocumentChanged();
 }
 
 void Workbench::OpenDocument(const std::filesystem::path& file, OpenAs as) {
-    const auto document = host::ConfigurationDocument::Load(file);
+    TakeDocument(host::ConfigurationDocument::Load(file),
+                 as == OpenAs::File ? file : std::filesystem::path());
+    if (as == OpenAs::File)
+        StoreLastDocument();
+}
+
+void Workbench::OpenUnsaved(const host::ConfigurationDocument& document) {
+    TakeDocument(document, {});
+}
+
+std::filesystem::path Workbench::UnsavedFolder() const {
+    return setup::RecordFolder(m_options.records) / "unsaved";
+}
+
+// A document without a file of its own counts as changed.
+void Workbench::TakeDocument(const host::ConfigurationDocument& document,
+                             const std::filesystem::path& file) {
     const Busy busy(*this);
     const auto read = m_configuration->Read(document);
     for (const auto& section : m_configuration->Sections())
@@ -342,13 +388,19 @@ void Workbench::OpenDocument(const std::filesystem::path& file, OpenAs as) {
         }
     const host::Json* note = document.Find(host::ConfigurationDocument::kKeyboardKey);
     m_keyboardNote = note == nullptr ? std::nullopt : std::optional(*note);
-    m_file.clear();
-    if (as == OpenAs::File) {
-        m_file = file;
-        m_preferences.SetLastDownloadFile(file.string());
-    }
-    m_history->Restart(read, as == OpenAs::File);
+    m_file = file;
+    m_isMixture = false;
+    m_history->Restart(read, !file.empty());
     emit DocumentChanged();
+}
+
+void Workbench::StoreLastDocument() {
+    m_preferences.SetLastDownloadFile(m_file.string());
+    try {
+        m_store.Flush();
+    } catch (const host::Error& error) {
+        emit Noticed(FailureOf({}, error).text);
+    }
 }
 
 QString Workbench::DocumentKeyboard() const {
@@ -359,20 +411,26 @@ QString Workbench::KeyboardName() const {
     return IsConnected() ? ToQt(m_session->Keyboard().name) : QString();
 }
 
-void Workbench::SaveDocument(const std::filesystem::path& file) {
-    host::ConfigurationDocument document = m_history->Document();
+host::ConfigurationDocument Workbench::Document() const {
     if (IsConnected())
-        document = m_configuration->Write(m_history->Sections(), m_session->Keyboard());
-    else if (m_keyboardNote)
+        return m_configuration->Write(m_history->Sections(), m_session->Keyboard());
+    host::ConfigurationDocument document = m_history->Document();
+    if (m_keyboardNote)
         document.Place(host::ConfigurationDocument::kKeyboardKey) = *m_keyboardNote;
+    return document;
+}
+
+void Workbench::SaveDocument(const std::filesystem::path& file) {
     try {
-        files::WriteFileAtomically(file, document.ToText());
+        files::WriteFileAtomically(file, Document().ToText());
+    } catch (const host::Error&) {
+        throw;
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
     m_file = file;
     m_history->MarkSaved();
-    m_preferences.SetLastDownloadFile(file.string());
+    StoreLastDocument();
     emit DocumentChanged();
 }
 
@@ -383,12 +441,18 @@ void Workbench::ShowLayerOnKeyboard() {
         control.ShowCurrentSelectedLayerOnKeyboard();
 }
 
-void Workbench::NoteEdit() {
+// A control shows itself again after each selection too, which is not an edit. The barcode control
+// marks some of its edits only.
+void Workbench::NoteEdit(ModuleControl& control) {
     if (m_isBusy)
         return;
     const Busy busy(*this); // writing a document has some controls show themselves
-    if (m_history->Note())
+    const bool mayBeEdit =
+        control.DataChanged() || dynamic_cast<const QXBarcode*>(&control) != nullptr;
+    if (mayBeEdit && m_history->Note())
         emit DocumentChanged();
+    control.SetDataChanged(false);
+    emit Touched();
 }
 
 void Workbench::Undo() {

@@ -1,7 +1,7 @@
 // Workbench: what the application works on: one keyboard, one document, the user's preferences.
 //
 // It knows no window. It opens the keyboard, moves whole configurations, reads and writes documents
-// and keeps the history of edits; its signals tell the windows what to show anew. Operations throw
+// and keeps the history of edits; its signals report what windows must show again. Operations throw
 // host::Error and have then changed neither the document nor, where they say so, the keyboard.
 #pragma once
 
@@ -44,7 +44,7 @@ public:
     ~Workbench() override;
 
     [[nodiscard]] QXProgSettings& Preferences() { return m_preferences; }
-    // Stores the preferences; what keeps them from being stored is told by Noticed.
+    // Stores the preferences; Noticed reports why they cannot be stored.
     void SavePreferences();
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
@@ -87,6 +87,8 @@ public:
 
     // The write to this keyboard that was interrupted, if there is one; Recover ends it.
     [[nodiscard]] std::optional<host::JournalEntry> Interrupted();
+    // How many writes are on record as interrupted, to whatever keyboard.
+    [[nodiscard]] std::size_t RecordedWrites() const;
     void Recover(const host::JournalEntry& entry, host::Writer::Way way);
     // What keyboards held before writes; a restored one becomes the document as well.
     [[nodiscard]] std::vector<host::BackupEntry> Backups() const;
@@ -99,31 +101,49 @@ public:
     void NewDocument();
     enum class OpenAs { File, Copy }; // a copy has no file yet
     void OpenDocument(const std::filesystem::path& file, OpenAs as);
+    // Unsaved work as an untitled document.
+    void OpenUnsaved(const host::ConfigurationDocument& document);
+    // Where copies of unsaved work are kept.
+    [[nodiscard]] std::filesystem::path UnsavedFolder() const;
     // The names of the keyboard that the document was made for, and of the connected one; may be
     // empty.
     [[nodiscard]] QString DocumentKeyboard() const;
     [[nodiscard]] QString KeyboardName() const;
     void SaveDocument(const std::filesystem::path& file);
+    // The document as it would be saved.
+    [[nodiscard]] host::ConfigurationDocument Document() const;
+    // Whether it was read from a keyboard while a write to that was interrupted.
+    [[nodiscard]] bool IsMixture() const { return m_isMixture; }
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
     [[nodiscard]] bool IsModified() const { return !m_history->IsSaved(); }
 
-    // Runs a change of what the controls show that is no edit of the document.
+    // Runs a change of what the controls show that is not an edit of the document.
     void Quietly(const std::function<void()>& change);
+    // True during such a change and during transfers, when the controls may hold half of something.
+    [[nodiscard]] bool IsBusy() const { return m_isBusy; }
     void Undo();
     void Redo();
 
 signals:
     void StageChanged();
-    void KeyboardChanged(); // another one, or none
-    void DocumentChanged(); // its settings, its file, or whether it is saved
+    void KeyboardChanged();          // another one, or none
+    void DocumentChanged();          // its settings, its file, or whether it is saved
+    void Began(const QString& text); // work with the keyboard that takes a while; see Working
     void Progressed(int percent);
+    void Ended();
     void Noticed(const QString& text);
+    void Touched(); // the user has changed something on a page, if only what is selected
 
 private:
     class Busy;
     class Attachment;
 
-    void NoteEdit();
+    void NoteEdit(ModuleControl& control);
+    void TakeDocument(const host::ConfigurationDocument& document,
+                      const std::filesystem::path& file);
+    void StoreLastDocument();
+    void OfferAllTracks();
+    void ShowPresentTrack();
     void ShowLayerOnKeyboard();
     void ShowReleases();
     void AttachKeyboard();
@@ -153,7 +173,8 @@ private:
     std::optional<host::Json> m_keyboardNote; // of the document: which keyboard it is for
     Integer m_shownLayer = 0;
     bool m_showsReleases = false;
-    bool m_isBusy = false; // not an edit: what the controls show changes by itself
+    bool m_isMixture = false;
+    bool m_isBusy = false;
 };
 
 } // namespace qx::app

@@ -1,4 +1,5 @@
 // The configuration application.
+#include "app/Application.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/Paths.h"
@@ -8,7 +9,6 @@
 #include "simulator/SimulatedDriver.h"
 #include "views/QtPlatform.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QMessageBox>
 
@@ -16,9 +16,10 @@ namespace {
 
 using qx::app::StartChoice;
 
-// What the user wants at the start; the wizard asks unless the command line says it, or the user
-// does not want to be asked.
-StartChoice ChoiceOf(const QString& option, qx::QXProgSettings& preferences) {
+// How to begin: as the command line or, where the user does not want to be asked, the preferences
+// say; else as the user answers the wizard.
+StartChoice ChoiceOf(const QString& option, qx::app::Workbench& workbench) {
+    qx::QXProgSettings& preferences = workbench.Preferences();
     if (option == QLatin1String("read"))
         return StartChoice::ReadKeyboard;
     if (option == QLatin1String("last"))
@@ -26,8 +27,9 @@ StartChoice ChoiceOf(const QString& option, qx::QXProgSettings& preferences) {
     if (option == QLatin1String("defaults"))
         return StartChoice::Defaults;
     if (preferences.GetShowStartupWizard()) {
-        qx::app::StartWizard wizard(preferences);
+        qx::app::StartWizard wizard(preferences, workbench.IsConnected());
         wizard.exec();
+        workbench.SavePreferences();
         return wizard.Choice();
     }
     if (!preferences.NewDocumentOnStartup() && !preferences.GetLastDownloadFile().empty())
@@ -48,7 +50,7 @@ void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoi
 
 int main(int argc, char** argv) {
     qx::files::GuardStandardStreams();
-    QApplication application(argc, argv);
+    qx::app::Application application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("qxcontrols"));
     QApplication::setApplicationName(QStringLiteral("qx-configurator"));
     QApplication::setApplicationVersion(QStringLiteral(QX_VERSION));
@@ -68,8 +70,7 @@ int main(int argc, char** argv) {
                                     "NAME");
     const QCommandLineOption settings("settings", "Keep the preferences in FILE.", "FILE");
     const QCommandLineOption start(
-        "start", "What to begin with, unasked: read (the keyboard), last (document) or defaults.",
-        "WHAT");
+        "start", "Begin without asking: read (the keyboard), last (document) or defaults.", "HOW");
     parser.addOptions({driver, keyboard, model, layouts, layout, settings, start});
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("A document to open."),
                                  QStringLiteral("[FILE]"));
@@ -97,12 +98,14 @@ int main(int argc, char** argv) {
                       };
         });
         const QStringList files = parser.positionalArguments();
+        QObject::connect(&application, &qx::app::Application::Failed, &window,
+                         [&] { window.Documents().KeepUnsaved(); });
         QObject::connect(&window, &qx::app::MainWindow::Appeared, &window, [&] {
-            window.Connect(workbench.Choice());
-            if (files.isEmpty())
-                Begin(window, workbench, ChoiceOf(parser.value(start), workbench.Preferences()));
-            else
+            window.Keyboards().ConnectAgain();
+            if (!files.isEmpty())
                 window.Documents().Open(files.front());
+            else if (!window.Documents().OpenLeft())
+                Begin(window, workbench, ChoiceOf(parser.value(start), workbench));
         });
         window.show();
         return QApplication::exec();

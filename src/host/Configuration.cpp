@@ -56,6 +56,8 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
         Variables noVariables;
         std::vector<Fault> noFaults;
         ReadSections(before, noVariables, noFaults);
+        for (Section* section : all)
+            section->Show();
         throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
     }
     for (Section* section : read)

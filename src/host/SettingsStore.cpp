@@ -20,9 +20,12 @@ namespace qx::host {
 
 namespace {
 
-// How long a program waits for another one that is writing: five seconds.
-constexpr int kLockTries = 500;
+// How long a program waits for another one that is storing its values, which takes that one a few
+// milliseconds: at most one second.
+constexpr int kLockTries = 100;
 constexpr auto kLockPause = std::chrono::milliseconds(10);
+
+using Value = std::variant<Long, std::string>;
 
 QString Text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -48,16 +51,16 @@ std::optional<Long> NumberIn(const QVariant& value) {
     return static_cast<Long>(static_cast<std::uint32_t>(number));
 }
 
-// The text of the file, empty when there is none. What is no ordinary file, or cannot be read, is
-// somebody else's and stays as it is.
+// The text of the file, empty when there is none. A file that is not ordinary, or cannot be read,
+// belongs to somebody else and stays as it is.
 std::string TextOf(const std::filesystem::path& file) {
     std::error_code ignored;
     const auto status = std::filesystem::status(file, ignored);
     if (!std::filesystem::exists(status))
         return {};
     if (!std::filesystem::is_regular_file(status))
-        throw Error(ErrorKind::FileFailed,
-                    "preferences cannot be kept in " + file.string() + ": it is no ordinary file");
+        throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + file.string() +
+                                               ": it is not an ordinary file");
     try {
         return files::ReadFile(file);
     } catch (const std::exception& error) {
@@ -73,46 +76,67 @@ bool IsIniText(std::string_view text) {
     });
 }
 
+QVariant StoredFormOf(const Value& value) {
+    if (const auto* number = std::get_if<Long>(&value))
+        return *number;
+    return Text(std::get<std::string>(value));
+}
+
 } // namespace
 
 struct SettingsStore::Store {
-    explicit Store(const std::filesystem::path& file)
-        : settings(PathText(file), QSettings::IniFormat) {
-        settings.setFallbacksEnabled(false);
-    }
-    Store()
+    explicit Store(std::filesystem::path path) : file(std::move(path)) { Open(); }
+
+    // Qt's object never forgets a failure; a new one begins without.
+    void Open() {
+        if (!file.empty())
+            settings = std::make_unique<QSettings>(PathText(file), QSettings::IniFormat);
+        else
 #ifdef _WIN32
-        : settings("HKEY_CURRENT_USER", QSettings::NativeFormat)
+            settings = std::make_unique<QSettings>("HKEY_CURRENT_USER", QSettings::NativeFormat);
 #else
-        : settings(QSettings::IniFormat, QSettings::UserScope, "qxcontrols", "preferences")
+            settings = std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope,
+                                                   "qxcontrols", "preferences");
 #endif
-    {
-        settings.setFallbacksEnabled(false);
+        settings->setFallbacksEnabled(false);
     }
 
-    // Reads a value, or the default, and remembers it as what this program knows.
-    template <typename Value, typename Convert>
-    Value Read(const QString& key, const Value& fallback, Convert convert) {
-        const QVariant stored = settings.value(key);
-        const std::optional<Value> value = stored.isValid() ? convert(stored) : std::nullopt;
-        known[key] = value.value_or(fallback);
+    // Reads a value, or the default, and remembers it as the one that this program knows.
+    template <typename Kind, typename Convert>
+    Kind Read(const QString& key, const Kind& fallback, Convert convert) {
+        const auto written = waiting.find(key);
+        const QVariant stored =
+            written == waiting.end() ? settings->value(key) : StoredFormOf(written->second);
+        const std::optional<Kind> value = stored.isValid() ? convert(stored) : std::nullopt;
+        if (written == waiting.end())
+            known[key] = value.value_or(fallback);
         return value.value_or(fallback);
     }
 
-    QSettings settings;
-    std::map<QString, std::variant<Long, std::string>> known;
-    std::unique_ptr<files::FileLock> writing; // while values are written and not yet flushed
+    void Write(const QString& key, Value value) {
+        const auto read = known.find(key);
+        const bool isAsRead = read != known.end() && read->second == value;
+        if (isAsRead && settings->contains(key))
+            waiting.erase(key); // another program may have given it a new value
+        else
+            waiting[key] = std::move(value);
+    }
+
+    std::filesystem::path file; // empty: the user's own
+    std::unique_ptr<QSettings> settings;
+    std::map<QString, Value> known;   // as this program last read or stored it
+    std::map<QString, Value> waiting; // to be stored
 };
 
 SettingsStore::SettingsStore(const std::filesystem::path& file) {
     bool isDamaged = !file.empty() && !IsIniText(TextOf(file));
     Open(file);
-    if (file.empty() && m_store->settings.format() == QSettings::IniFormat)
+    if (file.empty() && m_store->settings->format() == QSettings::IniFormat)
         isDamaged = !IsIniText(TextOf(Location()));
-    (void)m_store->settings.allKeys(); // reads all of the file, which is else read piece by piece
-    if (m_store->settings.status() == QSettings::AccessError)
+    (void)m_store->settings->allKeys(); // reads all of the file, which is else read piece by piece
+    if (m_store->settings->status() == QSettings::AccessError)
         throw Error(ErrorKind::FileFailed, "the preferences in " + Location() + " cannot be read");
-    if (!isDamaged && m_store->settings.status() == QSettings::NoError)
+    if (!isDamaged && m_store->settings->status() == QSettings::NoError)
         return;
     SetAside(Location());
     Open(file);
@@ -121,8 +145,8 @@ SettingsStore::SettingsStore(const std::filesystem::path& file) {
 SettingsStore::~SettingsStore() = default;
 
 void SettingsStore::Open(const std::filesystem::path& file) {
-    m_store = file.empty() ? std::make_unique<Store>() : std::make_unique<Store>(file);
-    m_store->settings.sync();
+    m_store = std::make_unique<Store>(file);
+    m_store->settings->sync();
 }
 
 void SettingsStore::SetAside(const std::filesystem::path& damaged) {
@@ -138,31 +162,40 @@ void SettingsStore::SetAside(const std::filesystem::path& damaged) {
 }
 
 std::string SettingsStore::Location() const {
-    return m_store->settings.fileName().toStdString();
+    return m_store->settings->fileName().toStdString();
 }
 
-void SettingsStore::BeginWriting() {
-    if (m_store->writing)
-        return;
-    std::error_code ignored; // the lock file tells when there is no folder to write in
+// Qt locks the file itself while it reads or writes it, under the name of the file and ".lock".
+std::unique_ptr<files::FileLock> SettingsStore::Lock() const {
+    std::error_code ignored; // the lock file cannot be made either
     std::filesystem::create_directories(std::filesystem::path(Location()).parent_path(), ignored);
-    // Qt locks the file itself while it reads or writes it, under the name of the file and ".lock".
+    auto lock = std::make_unique<files::FileLock>(Location() + ".writing");
+    for (int i = 0; i < kLockTries && !lock->TryLock(); ++i)
+        std::this_thread::sleep_for(kLockPause);
+    return lock;
+}
+
+void SettingsStore::Flush() {
+    if (m_store->waiting.empty())
+        return;
     try {
-        m_store->writing = std::make_unique<files::FileLock>(Location() + ".writing");
+        const auto lock = Lock();
+        QSettings& settings = *m_store->settings;
+        settings.sync(); // reads what others have stored meanwhile
+        for (const auto& [key, value] : m_store->waiting)
+            settings.setValue(key, StoredFormOf(value));
+        settings.sync();
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed,
                     std::string("the preferences could not be stored: ") + error.what());
     }
-    for (int i = 0; i < kLockTries && !m_store->writing->TryLock(); ++i)
-        std::this_thread::sleep_for(kLockPause);
-    m_store->settings.sync(); // what others have written meanwhile
-}
-
-void SettingsStore::Flush() {
-    m_store->settings.sync();
-    m_store->writing.reset();
-    if (m_store->settings.status() != QSettings::NoError)
+    if (m_store->settings->status() != QSettings::NoError) {
+        m_store->Open();
         throw Error(ErrorKind::FileFailed, "the preferences could not be stored in " + Location());
+    }
+    for (auto& [key, value] : m_store->waiting)
+        m_store->known[key] = std::move(value);
+    m_store->waiting.clear();
 }
 
 void SettingsStore::SetPath(std::string_view sPath) {
@@ -184,25 +217,12 @@ std::string SettingsStore::ReadString(std::string_view sName, std::string_view s
         });
 }
 
-template <typename Value, typename Stored>
-void SettingsStore::Write(std::string_view sName, const Value& value, const Stored& stored) {
-    BeginWriting();
-    const QString key = Text(m_path + std::string(sName));
-    const auto known = m_store->known.find(key);
-    const bool isAsRead =
-        known != m_store->known.end() && known->second == std::variant<Long, std::string>(value);
-    if (isAsRead && m_store->settings.contains(key))
-        return; // another program may have given it a new value
-    m_store->settings.setValue(key, stored);
-    m_store->known[key] = value;
-}
-
 void SettingsStore::WriteNumber(std::string_view sName, Long lValue) {
-    Write(sName, lValue, lValue);
+    m_store->Write(Text(m_path + std::string(sName)), lValue);
 }
 
 void SettingsStore::WriteString(std::string_view sName, std::string_view sValue) {
-    Write(sName, std::string(sValue), Text(sValue));
+    m_store->Write(Text(m_path + std::string(sName)), std::string(sValue));
 }
 
 } // namespace qx::host

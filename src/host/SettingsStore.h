@@ -2,9 +2,9 @@
 //
 // On Windows it is the native registry, elsewhere an INI file. Every value is stored as a whole
 // number or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as
-// generously as it can be understood. Programs that write at the same time keep each other's other
-// values: a value that is written as it was read changes nothing, and a program that writes waits
-// for another one.
+// generously as it can be understood. Written values wait in memory until Flush stores them all;
+// only then is the store locked, read again, and written. So programs that run at the same time
+// keep each other's other values, and a value that is written as it was read changes nothing.
 #pragma once
 
 #include "qxcontrols/platform/RegistryAccess.h"
@@ -13,24 +13,28 @@
 #include <memory>
 #include <string>
 
+namespace qx::files {
+class FileLock;
+}
+
 namespace qx::host {
 
 class SettingsStore : public RegistryAccess {
 public:
     // The store of the current user, or the one in `file` (an INI file on every machine), which
     // need not exist, nor its folder. A damaged file is kept beside it with ".damaged" at its end,
-    // and the store starts empty. Throws Error(FileFailed) for what is no ordinary file or cannot
-    // be read.
+    // and the store starts empty. Throws Error(FileFailed) when it is not an ordinary file or
+    // cannot be read.
     explicit SettingsStore(const std::filesystem::path& file = {});
-    ~SettingsStore() override;
+    ~SettingsStore() override; // what was not flushed is lost
 
     // The file or registry key that holds the values, for messages.
     [[nodiscard]] std::string Location() const;
     // Where a damaged file was kept; empty when there was none.
     [[nodiscard]] const std::filesystem::path& DamagedFile() const { return m_damagedFile; }
 
-    // Makes sure that all that was written is stored. Throws Error(FileFailed) that names the
-    // place.
+    // Stores what was written since the last call. Throws Error(FileFailed) that names the place;
+    // the values then wait for the next call.
     void Flush();
 
     void SetPath(std::string_view sPath) override;
@@ -45,9 +49,7 @@ private:
 
     void Open(const std::filesystem::path& file);
     void SetAside(const std::filesystem::path& damaged);
-    void BeginWriting();
-    template <typename Value, typename Stored>
-    void Write(std::string_view sName, const Value& value, const Stored& stored);
+    [[nodiscard]] std::unique_ptr<files::FileLock> Lock() const;
 
     std::unique_ptr<Store> m_store;
     std::string m_path; // with "/" between its parts, and at its end

@@ -28,6 +28,11 @@ constexpr QColor kProgrammed(0xFF, 0xE4, 0xA0);
 constexpr QColor kEmpty(0xFF, 0xFF, 0xFF);
 constexpr QColor kUnused(0xEC, 0xEC, 0xEC);
 
+// As the caps of the keyboard say.
+QString FunctionKeyName(Integer nKey) {
+    return QStringLiteral("F%1").arg(nKey + 1);
+}
+
 constexpr int kLayerKeysInRow = 12;
 constexpr QSizeF kLayerStep(720, 600); // from key to key; wide enough for a few words
 constexpr double kLayerGap = 25;
@@ -183,13 +188,13 @@ private:
             const int column = key % kLayerKeysInRow;
             cap.place = {QPointF(column * kLayerStep.width(), row * kLayerStep.height()),
                          kLayerStep - QSizeF(kLayerGap, kLayerGap)};
-            cap.legend = QString::number(key);
+            cap.legend = FunctionKeyName(key);
             cap.caption = description.isEmpty() ? Pressed(sequence) : description;
             cap.state = sequence.Length() > 0 ? KeyState::Programmed : KeyState::Empty;
             cap.color = ColorOf(cap.state);
             part.caps.push_back(cap);
             if (sequence.Length() > 0 || !description.isEmpty())
-                part.table.rows.push_back({QString::number(key), description, Sequence(sequence)});
+                part.table.rows.push_back({FunctionKeyName(key), description, Sequence(sequence)});
         }
         if (!part.table.rows.empty())
             m_content.parts.push_back(std::move(part));

@@ -80,6 +80,7 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
     auto* description = new QLineEdit;
     sequenceCaption->setBuddy(sequence);
     descriptionCaption->setBuddy(description);
+    description->setMaxLength(kFuncKeyDescLength); // both count UTF-16 units
     m_bindings.Bind(sequenceCaption, QStringLiteral("lblSequence"), m_control.lblSequence);
     m_bindings.Bind(sequence, QStringLiteral("lblCurrSeq"), m_control.lblCurrSeq);
     m_bindings.Bind(descriptionCaption, QStringLiteral("lblSymbolDesc"), m_control.lblSymbolDesc);

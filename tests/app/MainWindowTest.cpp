@@ -1,179 +1,34 @@
-// The application, used as a technician uses it: clicks on its real widgets, and what then stands
-// in the keyboard's memory.
-#include "app/MainWindow.h"
-#include "app/FilesPage.h"
-#include "app/Language.h"
+// The pages of the window, from the first click to the bytes in the keyboard's memory.
+#include "Desk.h"
+#include "app/Failure.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
+#include "app/SheetMenu.h"
 #include "files/Files.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
-#include "simulator/SimulatedDriver.h"
-#include "support/TempFolder.h"
-#include "support/TestKeyboard.h"
-#include "support/Widgets.h"
-#include "views/KeyGrid.h"
-#include "views/QtPlatform.h"
+#include "qxcontrols/readers/QXMagnetCard.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
-#include <QLabel>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMap>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPrinter>
-#include <QSettings>
 #include <QSlider>
 #include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
 
 #include <fstream>
 #include <set>
 
 namespace qx::test {
 namespace {
-
-using app::DocumentMenu;
-using app::MainWindow;
-
-class Desk {
-public:
-    using Ending = app::Transfers::Ending;
-    // In a folder of its own, or in this one.
-    explicit Desk(const char* model = "full", const std::filesystem::path& where = {})
-        : folder(where.empty() ? m_own / "" : where),
-          workbench(platform.Services(), {{{}, folder / "keyboard.qxk", model},
-                                          QX_LAYOUTS,
-                                          {},
-                                          folder / "settings.ini",
-                                          folder / "records"}) {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                           QString::fromStdString((folder / "qt").string()));
-        workbench.Preferences().SetPreferedAppLang(1033);
-        window = std::make_unique<MainWindow>(workbench, platform.Services(), language);
-        window->screen.ask = [this](const QString&) { return answer; };
-        window->screen.warn = [this](const QString& text) { warnings.append(text); };
-        window->Documents().questions.unsaved = [this](const QString&) { return unsaved; };
-        window->Documents().questions.fileToSave = [this](const QString&) {
-            return QString::fromStdString((folder / "till.json").string());
-        };
-        window->Transfers().questions.recover = [this](const QString&) {
-            ++timesAsked;
-            return recover;
-        };
-        window->resize(1100, 760);
-        window->show();
-        EXPECT_TRUE(window->Connect(workbench.Choice()));
-        window->Transfers().Read();
-    }
-
-    // The widget of this name that is on the screen.
-    template <typename Widget>
-    Widget* Find(const char* name) {
-        const QString wanted = QString::fromLatin1(name);
-        for (Widget* widget : window->findChildren<Widget*>(wanted))
-            if (widget->isVisible())
-                return widget;
-        throw std::runtime_error(std::string("no widget ") + name);
-    }
-    void Page(const char* id) { window->ShowPage(QString::fromLatin1(id)); }
-    void Click(const char* name) {
-        auto* widget = Find<QWidget>(name);
-        EXPECT_TRUE(widget->isEnabled()) << name;
-        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
-    }
-    void ClickKey(const char* grid, int key) {
-        auto* keys = Find<views::KeyGrid>(grid);
-        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(key).center());
-    }
-    // Does this in the dialog that comes up next.
-    void InDialog(const std::function<void(QWidget& dialog)>& act) {
-        auto* watch = new QTimer(window.get());
-        QObject::connect(watch, &QTimer::timeout, window.get(), [watch, act] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (dialog == nullptr || !dialog->isVisible())
-                return;
-            watch->deleteLater();
-            watch->stop();
-            const QPointer<QWidget> guard(dialog);
-            act(*dialog);
-            if (guard != nullptr && guard->isVisible()) {
-                ADD_FAILURE() << "the dialog stays open";
-                guard->close();
-            }
-        });
-        watch->start(5);
-    }
-    static void ClickIn(QWidget& dialog, const char* name) {
-        auto* widget = dialog.findChild<QWidget*>(QString::fromLatin1(name));
-        ASSERT_NE(widget, nullptr) << name;
-        QTest::mouseClick(widget, Qt::LeftButton);
-    }
-    // Lets a key of the page send A, by clicks in the sequence editor.
-    void Edit(const char* page, int key) {
-        Page(page);
-        ClickKey("layoutDisplay", key);
-        InDialog([](QWidget& dialog) {
-            auto* keys = dialog.findChild<views::KeyGrid*>();
-            QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
-            ClickIn(dialog, "cmdOK");
-        });
-        Click("cmdEdit_0");
-    }
-    bool IsShownProgrammed(const char* grid, int key) {
-        const auto& caps = Find<views::KeyGrid>(grid)->Keys();
-        return std::any_of(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
-            return cap.index == key && cap.state == views::KeyState::Programmed;
-        });
-    }
-    // Reviews and writes; returns the texts of the review's changes.
-    QStringList Write() {
-        QStringList changes;
-        InDialog([&](QWidget& dialog) {
-            auto* tree = dialog.findChild<QTreeWidget*>();
-            for (int i = 0; i < tree->topLevelItemCount(); ++i)
-                for (int j = 0; j < tree->topLevelItem(i)->childCount(); ++j) {
-                    const auto* item = tree->topLevelItem(i)->child(j);
-                    changes.append(item->text(0) + ": " + item->text(1) + " -> " + item->text(2));
-                }
-            ClickIn(dialog, "cmdWrite");
-        });
-        window->Transfers().Write();
-        return changes;
-    }
-    [[nodiscard]] std::string Memory(KeyboardModuleIDs eModule, Long offset, Long size) {
-        const Long base = workbench.Session().Access().GetBaseAddressForModule(eModule);
-        return workbench.Simulated()->Memory(base + offset, size);
-    }
-    void UndoAll() {
-        while (workbench.History().CanUndo())
-            workbench.Undo();
-    }
-    [[nodiscard]] std::string Document() { return workbench.History().Document().ToText(); }
-
-private:
-    TempFolder m_own;
-
-public:
-    std::filesystem::path folder;
-    bool answer = true;
-    Ending recover = Ending::RollBack;
-    int timesAsked = 0; // to recover
-    DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
-    QStringList warnings;
-    views::QtPlatform platform;
-    app::Language language;
-    app::Workbench workbench;
-    std::unique_ptr<MainWindow> window;
-};
 
 // The letters that more than one visible thing of the window answers to.
 QStringList DoubleLetters(QMainWindow& window) {
@@ -252,7 +107,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
 
     // Nothing is left to write, and reading gives the same document.
     desk.window->Transfers().Write();
-    EXPECT_NE(desk.window->Notice().indexOf(QLatin1String("nothing was written")), -1);
+    EXPECT_NE(desk.Notice().indexOf(QLatin1String("nothing was written")), -1);
     desk.unsaved = DocumentMenu::Answer::Discard;
     desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), written);
@@ -279,7 +134,7 @@ TEST(MainWindow, FunctionKeysOfOtherModelsAreWrittenToo) {
     ASSERT_NE(other, caps.end());
     desk.ClickKey("layoutDisplay", other->index);
     desk.Click("cmdEdit_0");
-    EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("no place")));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("no place")));
 }
 
 TEST(MainWindow, UndoToTheStartLeavesTheDocumentAsItWas) {
@@ -301,39 +156,16 @@ TEST(MainWindow, UndoToTheStartLeavesTheDocumentAsItWas) {
     EXPECT_EQ(desk.Document(), edited);
 }
 
-TEST(MainWindow, DocumentsAreSavedOpenedAndNeverLost) {
-    Desk desk;
-    const std::string file = (desk.folder / "till.json").string();
-    desk.Page("commonKeyboard");
-    desk.Find<QSlider>("slidOutputDelay")->setValue(12);
-    desk.unsaved = DocumentMenu::Answer::Cancel;
-    desk.window->Documents().New();
-    EXPECT_TRUE(desk.workbench.IsModified()) << "the user did not want to lose the edit";
-    desk.Edit("freeProgKeys", 80);
-    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
-    EXPECT_TRUE(desk.window->Documents().Save());
-    const std::string saved = desk.Document();
-    desk.window->Documents().New();
-    EXPECT_NE(desk.Document(), saved);
-    EXPECT_FALSE(desk.IsShownProgrammed("layoutDisplay", 80));
-    desk.window->Documents().Open(QString::fromStdString(file));
-    EXPECT_EQ(desk.Document(), saved);
-    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
-
-    // A file that is no document changes nothing and says where it is wrong.
-    std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
-    desk.window->Documents().Open(QString::fromStdString(file));
-    EXPECT_EQ(desk.Document(), saved);
-    ASSERT_FALSE(desk.warnings.isEmpty());
-    EXPECT_TRUE(desk.warnings.back().contains(QStringLiteral("/pos")));
-}
-
 TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSettings) {
     Desk desk("magnet");
     auto* pages = desk.Find<QListWidget>("pages");
     const auto found =
         pages->findItems(QStringLiteral("Barcode reader (absent)"), Qt::MatchExactly);
     EXPECT_EQ(found.size(), 1);
+    for (const auto* action : desk.window->findChildren<QAction*>())
+        if (action->text().contains(QStringLiteral("(absent)"))) {
+            EXPECT_TRUE(action->shortcut().isEmpty()) << action->text().toStdString();
+        }
     std::ofstream(desk.folder / "full.json")
         << R"({"format": "qx-configuration", "version": 1, "pos": {"blocks": []},
                "keyboard": {"name": "OTHER", "bootloader": "", "program": "", "country": "",
@@ -343,96 +175,11 @@ TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSetti
                             "magneticTracks": [false, false, false, false]}},
                "commonKeyboard": {"outputDelay": 3}})";
     desk.window->Documents().Open(QString::fromStdString((desk.folder / "full.json").string()));
-    EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("POS")));
-    EXPECT_TRUE(desk.window->Notice().contains(QStringLiteral("a keyboard OTHER")));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("POS")));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("a keyboard OTHER")));
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
     EXPECT_NE(desk.Document().find("\"pos\""), std::string::npos);
-}
-
-TEST(MainWindow, AFailedWriteSaysSoAndIsNeverCalledDone) {
-    Desk desk;
-    desk.Page("commonKeyboard");
-    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
-    desk.InDialog([&](QWidget& dialog) {
-        desk.workbench.Simulated()->StopTransferAfter(0);
-        Desk::ClickIn(dialog, "cmdWrite");
-    });
-    desk.window->Transfers().Write();
-    ASSERT_EQ(desk.warnings.size(), 1);
-    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("nothing was written")));
-    EXPECT_EQ(desk.window->Notice(), desk.warnings.front());
-
-    // Transfers that fail and report success are noticed, and what they left can be settled.
-    int noticed = 0;
-    for (std::uint32_t seed = 0; seed < 12; ++seed) {
-        const int delay = 20 + static_cast<int>(seed);
-        desk.Page("commonKeyboard");
-        desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
-        desk.warnings.clear();
-        desk.InDialog([&](QWidget& dialog) {
-            desk.workbench.Simulated()->LieFrom(seed);
-            Desk::ClickIn(dialog, "cmdWrite");
-        });
-        desk.window->Transfers().Write();
-        desk.workbench.Simulated()->EndLies();
-        const std::string wanted(1, static_cast<char>(delay));
-        const bool isHeld = desk.Memory(MODULE_MAGNET_CONFIG, 0, 1) == wanted;
-        EXPECT_TRUE(isHeld || desk.warnings.size() == 1) << seed;
-        desk.recover = Desk::Ending::Finish;
-        EXPECT_TRUE(desk.window->Transfers().Recover());
-        noticed += isHeld ? 0 : 1;
-    }
-    EXPECT_GT(noticed, 0);
-}
-
-TEST(MainWindow, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) {
-    const TempFolder shop;
-    std::string before;
-    {
-        Desk desk("full", shop / "");
-        before = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
-        desk.Page("commonKeyboard");
-        desk.Find<QSlider>("slidOutputDelay")->setValue(9);
-        desk.Page("magnetCard");
-        desk.Click("chkMagneticOptions_1");
-        // The keyboard is unplugged at one call after the other, until that leaves it in doubt.
-        const auto isInDoubt = [&] {
-            return !desk.warnings.isEmpty() && desk.warnings.back().contains("could not be read");
-        };
-        for (int call = 1; !isInDoubt(); ++call) {
-            ASSERT_LT(call, 500);
-            desk.InDialog([&](QWidget& dialog) {
-                desk.workbench.Simulated()->FailCall(call, 77, true);
-                Desk::ClickIn(dialog, "cmdWrite");
-            });
-            desk.window->Transfers().Write();
-            desk.workbench.Simulated()->FailCall(0, 0, false);
-        }
-        EXPECT_TRUE(desk.warnings.back().contains("finishes it or rolls it back"));
-        const auto access =
-            desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
-        desk.workbench.Simulated()->Poke(access, "\x09"); // the one byte has arrived
-        EXPECT_EQ(desk.timesAsked, 0);
-    }
-    Desk desk("full", shop / "");
-    EXPECT_EQ(desk.timesAsked, 1);
-    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-    desk.Page("commonKeyboard");
-    desk.Find<QSlider>("slidOutputDelay")->setValue(10);
-    desk.Write();
-    EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-
-    desk.Page("backups");
-    auto* list = desk.Find<QTreeWidget>("backups");
-    ASSERT_GE(list->topLevelItemCount(), 2);
-    list->setCurrentItem(list->topLevelItem(0));
-    desk.unsaved = DocumentMenu::Answer::Discard;
-    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
-    desk.Click("restoreBackup");
-    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-    desk.Page("commonKeyboard");
-    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 
 TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
@@ -449,82 +196,23 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
     find("pos keys: key 10");
     EXPECT_TRUE(desk.Find<QWidget>("posDisplay")->isVisible());
+    find("f24");
+    EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
     find("font size");
     EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
 }
 
-TEST(MainWindow, ABackupIsOpenedAsACopy) {
-    Desk desk;
-    desk.Page("commonKeyboard");
-    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
-    desk.Write();
-    desk.unsaved = DocumentMenu::Answer::Discard;
-    desk.Page("backups");
-    auto* list = desk.Find<QTreeWidget>("backups");
-    list->setCurrentItem(list->topLevelItem(0));
-    desk.Click("openBackup");
-    EXPECT_TRUE(desk.workbench.File().empty()) << "an edit must not change the backup";
-    EXPECT_TRUE(desk.workbench.IsModified());
-    desk.Page("commonKeyboard");
-    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
-}
-
-TEST(MainWindow, SavesByItselfOnlyWhereItMay) {
-    Desk desk;
-    const auto held = [&] {
-        return host::Json::parse(
-            files::ReadFile(desk.folder / "till.json"))["commonKeyboard"]["outputDelay"];
-    };
-    const auto edit = [&](int delay) {
-        desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
-        QTest::qWait(1700);
-    };
-    desk.Page("commonKeyboard");
-    desk.workbench.Preferences().SetAutoSave(true);
-    edit(11);
-    EXPECT_FALSE(std::filesystem::exists(desk.folder / "till.json")) << "it has no name yet";
-    EXPECT_TRUE(desk.window->Documents().Save());
-    edit(12);
-    EXPECT_EQ(held(), 12);
-    desk.workbench.Preferences().SetAutoSave(false);
-    edit(13);
-    EXPECT_EQ(held(), 12);
-}
-
-TEST(MainWindow, FilesOfTheKeyboardGoBothWays) {
-    Desk desk;
-    desk.Page("files");
-    auto* page = desk.window->findChild<app::FilesPage*>();
-    page->chooseFile = [&](const QString&, bool, const QString&) {
-        return QString::fromStdString((desk.folder / "memory.bin").string());
-    };
-    bool mayReplace = false;
-    page->confirm = [&](const QString&) { return mayReplace; };
-    desk.Click("param_save");
-    const std::string before = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
-    desk.workbench.Simulated()->Poke(4096, "\x55");
-    desk.Click("param_load");
-    EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before) << "the user did not agree";
-    mayReplace = true;
-    desk.Click("param_load");
-    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-    std::ofstream(desk.folder / "memory.bin") << "no such file";
-    desk.Click("param_load");
-    EXPECT_EQ(desk.warnings.size(), 1);
-    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-}
-
 TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     Desk desk;
-    EXPECT_FALSE(desk.window->Connect({desk.folder / "no.so", {}, {}}));
+    EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in")));
     desk.Page("commonKeyboard"); // the document can still be edited
     desk.Find<QSlider>("slidOutputDelay")->setValue(9);
     EXPECT_TRUE(desk.workbench.IsModified());
-    EXPECT_TRUE(desk.window->Connect({{}, desk.folder / "keyboard.qxk", {}}));
+    EXPECT_TRUE(desk.window->Keyboards().Connect({{}, desk.folder / "keyboard.qxk", {}}));
     desk.workbench.Preferences().SetVersionFirmware(0x200);
-    EXPECT_TRUE(desk.window->Connect(desk.workbench.Choice()));
+    EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
     EXPECT_TRUE(desk.Find<QLabel>("lblKeyboard")->toolTip().contains(QStringLiteral("P100")));
 }
 
@@ -588,25 +276,26 @@ TEST(MainWindow, IsWalkedByKeysAlone) {
         QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("cmdWrite")), Qt::Key_Space);
     });
     press(Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_NE(desk.window->Notice().indexOf(QLatin1String("read back and found equal")), -1)
-        << desk.window->Notice().toStdString();
+    EXPECT_NE(desk.Notice().indexOf(QLatin1String("read back and found equal")), -1)
+        << desk.Notice().toStdString();
 }
 
 TEST(MainWindow, ExportsAndPrintsAKeySheet) {
     Desk desk;
     desk.Edit("freeProgKeys", 75);
+    auto& sheets = *desk.window->findChild<app::SheetMenu*>();
     QString file = QString::fromStdString((desk.folder / "till.svg").string());
-    desk.window->Sheets().questions.file = [&](const QString&) { return file; };
-    desk.window->Sheets().Export();
+    sheets.questions.file = [&](const QString&) { return file; };
+    sheets.Export();
     EXPECT_NE(files::ReadFile(desk.folder / "till.svg").find(">A ^A<"), std::string::npos);
     file = QString::fromStdString((desk.folder / "vanished" / "till.pdf").string());
-    desk.window->Sheets().Export();
+    sheets.Export();
     EXPECT_EQ(desk.warnings.size(), 1);
-    desk.window->Sheets().questions.printer = [&](QPrinter& printer) {
+    sheets.questions.printer = [&](QPrinter& printer) {
         printer.setOutputFileName(QString::fromStdString((desk.folder / "paper.pdf").string()));
         return true;
     };
-    desk.window->Sheets().Print();
+    sheets.Print();
     EXPECT_EQ(files::ReadFile(desk.folder / "paper.pdf").substr(0, 5), "%PDF-");
 }
 
@@ -621,9 +310,18 @@ TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
 TEST(MainWindow, SpeaksGermanAtOnce) {
     Desk desk;
     desk.Page("preferences");
-    desk.workbench.Preferences().SetPreferedAppLang(1031);
-    emit desk.window->findChild<app::PreferencesPage*>()->Changed();
+    desk.window->findChild<app::PreferencesPage*>()->Reveal(Preference::PreferedAppLang);
+    auto* languages = desk.Find<QComboBox>("PreferedAppLang");
+    languages->setCurrentIndex(languages->findData(1031));
     QTest::qWait(20);
+    EXPECT_TRUE(desk.Find<QComboBox>("PreferedAppLang")->isVisible()) << "the tab stays in front";
+    QStringList kinds;
+    for (int kind = 0; kind <= static_cast<int>(host::ErrorKind::ModelInvalid); ++kind)
+        kinds.append(app::KindText(static_cast<host::ErrorKind>(kind)));
+    EXPECT_EQ(kinds.removeDuplicates(), 0);
+    EXPECT_FALSE(kinds.contains(QString()));
+    const host::Error busy(host::ErrorKind::KeyboardBusy, "another program is writing to it");
+    EXPECT_TRUE(app::FailureOf({}, busy).text.startsWith(QStringLiteral("Ein anderes Programm")));
     EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
               QStringLiteral("Magnetkartenleser"));
     desk.Page("barcode");
@@ -641,6 +339,95 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
     });
     EXPECT_GT(configuration.List(desk.workbench.History().AllSections()).size(), 100U);
     desk.workbench.Preferences().SetPreferedAppLang(1033);
+}
+
+TEST(MainWindow, FitsASmallScreenAndScrolls) {
+    Desk desk;
+    desk.window->resize(1024, 560); // what a screen of 1024 x 600 leaves below a title
+    for (const char* id :
+         {"overview", "commonKeyboard", "magnetCard", "barcode", "freeProgKeys", "layeredFuncKeys",
+          "pos", "files", "backups", "testDrive", "preferences"}) {
+        desk.Page(id);
+        QTest::qWait(1);
+        EXPECT_EQ(desk.window->size(), QSize(1024, 560)) << id << " makes the window grow";
+    }
+    desk.window->resize(700, 420);
+    desk.Page("layeredFuncKeys");
+    QTest::qWait(1);
+    auto* last = desk.Find<QWidget>("cmdEdit_3");
+    last->setFocus(Qt::TabFocusReason);
+    EXPECT_FALSE(last->visibleRegion().isEmpty()) << "Tab scrolls to it";
+}
+
+TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
+    Desk desk;
+    desk.Page("layeredFuncKeys");
+    desk.ClickKey("funcKeys", 23);
+    QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Cash"));
+    desk.ClickKey("funcKeys", 2);
+    desk.Page("barcode");
+    QAction* undo = nullptr;
+    for (auto* action : desk.window->findChildren<QAction*>())
+        if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z))
+            undo = action;
+    ASSERT_NE(undo, nullptr);
+    EXPECT_TRUE(undo->text().startsWith(QStringLiteral("&Undo"))) << undo->text().toStdString();
+    EXPECT_TRUE(undo->text().contains(QStringLiteral("layer 0 F24"))) << undo->text().toStdString();
+    undo->trigger();
+    EXPECT_EQ(desk.Find<QLineEdit>("txtSymbolDesc")->text(), QString());
+    EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
+}
+
+// Picking keys, pages and layers is not an edit, and notices go when the user goes on.
+TEST(MainWindow, SelectingIsNoEditAndClearsOldNotices) {
+    Desk desk;
+    desk.Page("freeProgKeys");
+    desk.Click("cmdEdit_0");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Pick a key first")));
+    desk.ClickKey("layoutDisplay", 75);
+    EXPECT_EQ(desk.Notice(), QString());
+    desk.Page("barcode");
+    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
+    desk.Page("layeredFuncKeys");
+    desk.Click("cmdLayer_0");
+    desk.ClickKey("funcKeys", 7);
+    EXPECT_FALSE(desk.workbench.IsModified());
+    EXPECT_FALSE(desk.workbench.History().CanUndo());
+}
+
+TEST(MainWindow, RecordsOnlyCodesThatAKeyboardStores) {
+    Desk desk;
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    desk.InDialog([&](QWidget& dialog) {
+        for (const Long code : {31, 300, 159}) {
+            desk.workbench.Simulated()->QueuePositionKey(code);
+            QTest::qWait(250);
+        }
+        Desk::ClickIn(dialog, "cmdOK");
+    });
+    desk.Click("cmdEdit_0");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("no keyboard can store")))
+        << desk.Notice().toStdString();
+    EXPECT_EQ(desk.Write().size(), 1);
+    EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
+}
+
+TEST(MainWindow, OffersTheTracksThatThereAre) {
+    Desk desk;
+    auto& card = desk.workbench.ControlOf<QXMagnetCard>("magnetCard");
+    desk.Page("magnetCard");
+    desk.Find<QListWidget>("trackList")->setCurrentRow(1);
+    card.Track(2).SetAvailable(false); // as on a keyboard without it
+    card.lblCurrHeader_KeyPress();
+    card.cmdCreate_Click(0);
+    card.cmdRemove_Click(1);
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("cannot read track 2")));
+    EXPECT_FALSE(desk.workbench.IsModified());
+    EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
+    desk.Page("magnetCard");
+    EXPECT_EQ(desk.Find<QListWidget>("trackList")->count(), 4) << "no keyboard limits a document";
+    EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 1);
 }
 
 } // namespace

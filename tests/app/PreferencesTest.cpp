@@ -201,7 +201,7 @@ struct StartWizardTest : testing::Test {
 
 TEST_F(StartWizardTest, OffersTheLastDocumentOnlyWhenItIsThere) {
     const auto offers = [&] {
-        const app::StartWizard wizard(settings);
+        const app::StartWizard wizard(settings, true);
         return Find<QWidget>(wizard, "lastDocument")->isEnabled();
     };
     settings.SetShowStartupAction(static_cast<Integer>(StartChoice::LastDocument));
@@ -209,26 +209,36 @@ TEST_F(StartWizardTest, OffersTheLastDocumentOnlyWhenItIsThere) {
     const auto file = folder / "till.qxc";
     settings.SetLastDownloadFile(file.string());
     EXPECT_FALSE(offers());
-    app::StartWizard gone(settings);
+    app::StartWizard gone(settings, true);
     EXPECT_EQ(gone.Choice(), StartChoice::ReadKeyboard);
     EXPECT_TRUE(Find<QWidget>(gone, "lastDocument")->accessibleDescription().contains("till.qxc"));
     std::ofstream(file) << "x";
     EXPECT_TRUE(offers());
-    app::StartWizard there(settings);
+    app::StartWizard there(settings, true);
     EXPECT_EQ(there.Choice(), StartChoice::LastDocument);
+}
+
+TEST_F(StartWizardTest, OffersNoReadingWithoutAKeyboard) {
+    const app::StartWizard none(settings, false);
+    EXPECT_FALSE(Find<QWidget>(none, "readKeyboard")->isEnabled());
+    EXPECT_EQ(none.Choice(), StartChoice::Defaults);
+    std::ofstream(folder / "till.qxc") << "x";
+    settings.SetLastDownloadFile((folder / "till.qxc").string());
+    const app::StartWizard last(settings, false);
+    EXPECT_EQ(last.Choice(), StartChoice::LastDocument);
 }
 
 TEST_F(StartWizardTest, RemembersTheChoiceAndWhetherToAsk) {
     for (const auto& [name, choice] : {std::pair("defaults", StartChoice::Defaults),
                                        std::pair("readKeyboard", StartChoice::ReadKeyboard)}) {
-        app::StartWizard wizard(settings);
+        app::StartWizard wizard(settings, true);
         wizard.show();
         Click(wizard, name);
         EXPECT_EQ(wizard.result(), QDialog::Accepted);
         EXPECT_EQ(wizard.Choice(), choice);
         EXPECT_EQ(settings.GetShowStartupAction(), static_cast<Integer>(choice));
     }
-    app::StartWizard wizard(settings);
+    app::StartWizard wizard(settings, true);
     wizard.show();
     Click(wizard, "ShowStartupWizard");
     QTest::keyClick(&wizard, Qt::Key_Escape);

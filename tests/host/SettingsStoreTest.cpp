@@ -46,6 +46,32 @@ TEST_F(SettingsStoreTest, ProgramsThatWriteAtTheSameTimeKeepEachOthersValues) {
     EXPECT_EQ(third.ReadNumber("Current", 0), 33);
 }
 
+// A program that runs for hours holds nothing up.
+TEST_F(SettingsStoreTest, IsLockedWhileItStoresAndNoLonger) {
+    SettingsStore store(file);
+    store.SetPath("Colours");
+    const auto isFree = [&] { return files::FileLock(file.string() + ".writing").TryLock(); };
+    store.WriteNumber("Programmed", 5);
+    EXPECT_EQ(store.ReadNumber("Programmed", 0), 5) << "it is this program's value already";
+    EXPECT_TRUE(isFree());
+    EXPECT_FALSE(std::filesystem::exists(file));
+    store.Flush();
+    EXPECT_TRUE(isFree());
+    EXPECT_EQ(SettingsStore(file).Location(), file.string());
+    EXPECT_NE(files::ReadFile(file).find("Programmed=5"), std::string::npos);
+
+    // What could not be stored waits for the next time.
+    const auto folderOf = folder / "share";
+    SettingsStore away(folderOf / "preferences.ini");
+    away.SetPath("Colours");
+    away.WriteNumber("Empty", 7);
+    files::WriteFileAtomically(folderOf, "a file in place of the folder");
+    EXPECT_THROW(away.Flush(), Error);
+    std::filesystem::remove(folderOf);
+    away.Flush();
+    EXPECT_NE(files::ReadFile(folderOf / "preferences.ini").find("Empty=7"), std::string::npos);
+}
+
 TEST_F(SettingsStoreTest, ADamagedFileIsKeptAndTheDefaultsHold) {
     const std::string valid = "[Colours]\nProgrammed=1\n";
     const std::string damages[] = {

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="de_DE">
 <context>
+    <name>Application</name>
+    <message>
+        <source>Something unexpected went wrong, and the last action was not completed. The document is still open; save it under another name before you go on.</source>
+        <translation>Ein unerwarteter Fehler ist aufgetreten; die letzte Aktion wurde nicht abgeschlossen. Das Dokument ist noch geöffnet; speichern Sie es unter einem anderen Namen, bevor Sie weiterarbeiten.</translation>
+    </message>
+</context>
+<context>
     <name>BackupsPage</name>
     <message>
         <source>&amp;Restore to keyboard…</source>
@@ -10,10 +17,6 @@
     <message>
         <source>Open as do&amp;cument</source>
         <translation>Als Dokument ö&amp;ffnen</translation>
-    </message>
-    <message>
-        <source>Before each write, everything that the keyboard holds is saved here. At least %1 days long every backup is kept.</source>
-        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage lang erhalten.</translation>
     </message>
     <message>
         <source>Backups</source>
@@ -26,6 +29,14 @@
     <message>
         <source>Keyboard</source>
         <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>The backups could not be listed.</source>
+        <translation>Die Sicherungen konnten nicht aufgelistet werden.</translation>
+    </message>
+    <message>
+        <source>Before each write, everything that the keyboard holds is saved here. At least %1 days long every backup is kept.</source>
+        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage lang erhalten.</translation>
     </message>
 </context>
 <context>
@@ -127,11 +138,11 @@
     </message>
     <message>
         <source>Send header</source>
-        <translation>Vorspann senden</translation>
+        <translation>Präfix senden</translation>
     </message>
     <message>
         <source>Send terminator</source>
-        <translation>Abschluss senden</translation>
+        <translation>Suffix senden</translation>
     </message>
     <message>
         <source>Edit…</source>
@@ -139,7 +150,7 @@
     </message>
     <message>
         <source>Edit the header</source>
-        <translation>Den Vorspann bearbeiten</translation>
+        <translation>Das Präfix bearbeiten</translation>
     </message>
     <message>
         <source>Remove</source>
@@ -147,23 +158,15 @@
     </message>
     <message>
         <source>Remove the header</source>
-        <translation>Den Vorspann entfernen</translation>
+        <translation>Das Präfix entfernen</translation>
     </message>
     <message>
         <source>Edit the terminator</source>
-        <translation>Den Abschluss bearbeiten</translation>
+        <translation>Das Suffix bearbeiten</translation>
     </message>
     <message>
         <source>Remove the terminator</source>
-        <translation>Den Abschluss entfernen</translation>
-    </message>
-    <message>
-        <source>Check the check character (LRC)</source>
-        <translation>Prüfzeichen (LRC) prüfen</translation>
-    </message>
-    <message>
-        <source>Check the last character</source>
-        <translation>Letztes Zeichen prüfen</translation>
+        <translation>Das Suffix entfernen</translation>
     </message>
     <message>
         <source>Send each track as soon as it is read</source>
@@ -212,10 +215,6 @@
     <message>
         <source>Remove this sequence of keys</source>
         <translation>Diese Tastenfolge entfernen</translation>
-    </message>
-    <message>
-        <source>Edit what the current key sends</source>
-        <translation>Bearbeiten, was die gewählte Taste sendet</translation>
     </message>
     <message>
         <source>Clear key</source>
@@ -286,10 +285,6 @@
         <translation>Blöcke bearbeiten …</translation>
     </message>
     <message>
-        <source>Group keys and say what they send</source>
-        <translation>Tasten gruppieren und bestimmen, was sie senden</translation>
-    </message>
-    <message>
         <source>Clear all blocks…</source>
         <translation>Alle Blöcke leeren …</translation>
     </message>
@@ -342,10 +337,6 @@
         <translation>Die nächste freie Taste, die Sie anklicken, beginnt ihn</translation>
     </message>
     <message>
-        <source>Edit what the keys of this block send</source>
-        <translation>Bearbeiten, was die Tasten dieses Blocks senden</translation>
-    </message>
-    <message>
         <source>Remove block</source>
         <translation>Block entfernen</translation>
     </message>
@@ -362,10 +353,6 @@
         <translation>POS-Blöcke</translation>
     </message>
     <message>
-        <source>Label</source>
-        <translation>Nummer</translation>
-    </message>
-    <message>
         <source>Keys</source>
         <translation>Tasten</translation>
     </message>
@@ -376,6 +363,30 @@
     <message>
         <source>Each key sends</source>
         <translation>Jede Taste sendet</translation>
+    </message>
+    <message>
+        <source>Verify checksum (LRC)</source>
+        <translation>Prüfsumme (LRC) prüfen</translation>
+    </message>
+    <message>
+        <source>Verify last character</source>
+        <translation>Letztes Zeichen prüfen</translation>
+    </message>
+    <message>
+        <source>Edit the current key&apos;s sequence</source>
+        <translation>Die Folge der gewählten Taste bearbeiten</translation>
+    </message>
+    <message>
+        <source>Group keys into blocks that send one sequence</source>
+        <translation>Tasten zu Blöcken zusammenfassen, die eine Folge senden</translation>
+    </message>
+    <message>
+        <source>Edit the sequence of this block</source>
+        <translation>Die Folge dieses Blocks bearbeiten</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
     </message>
 </context>
 <context>
@@ -467,6 +478,58 @@
         <source>Opened as an untitled document: %1.</source>
         <translation>Als unbenanntes Dokument geöffnet: %1.</translation>
     </message>
+    <message>
+        <source>Not saved</source>
+        <translation>Nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>Unsaved work</source>
+        <translation>Nicht gespeicherte Arbeit</translation>
+    </message>
+    <message>
+        <source>&amp;Open it</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Discard it</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>No copy of the unsaved changes can be kept: a crash would lose them.</source>
+        <translation>Von den ungespeicherten Änderungen kann keine Kopie abgelegt werden: Bei einem Absturz gingen sie verloren.</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened.</source>
+        <translation>%1 konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>an untitled document</source>
+        <translation>einem unbenannten Dokument</translation>
+    </message>
+    <message>
+        <source>The program ended before the changes to %1 were saved (%2). Open them as an untitled document?</source>
+        <translation>Das Programm wurde beendet, bevor die Änderungen an %1 gespeichert waren (%2). Als unbenanntes Dokument öffnen?</translation>
+    </message>
+    <message>
+        <source>Opened the unsaved changes to %1; they are not saved yet.</source>
+        <translation>Die ungespeicherten Änderungen an %1 sind geöffnet; sie sind noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Unsaved work could not be opened.</source>
+        <translation>Die nicht gespeicherte Arbeit konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be saved.</source>
+        <translation>%1 konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be saved automatically. Save it under another name.</source>
+        <translation>%1 konnte nicht automatisch gespeichert werden. Speichern Sie es unter einem anderen Namen.</translation>
+    </message>
 </context>
 <context>
     <name>EditRequests</name>
@@ -515,16 +578,20 @@
         <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
     </message>
     <message>
+        <source>The editor cannot be used.</source>
+        <translation>Der Editor kann nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>This keyboard cannot read track %1.</source>
+        <translation>Diese Tastatur kann Spur %1 nicht lesen.</translation>
+    </message>
+    <message>
         <source>Left out, because no keyboard can store them: the codes %1</source>
         <translation>Weggelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
     </message>
 </context>
 <context>
     <name>Failures</name>
-    <message>
-        <source>That cannot be done.</source>
-        <translation>Das geht nicht.</translation>
-    </message>
     <message>
         <source>The keyboard could not be opened.</source>
         <translation>Die Tastatur ließ sich nicht öffnen.</translation>
@@ -538,28 +605,40 @@
         <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
     </message>
     <message>
-        <source>The keyboard does not hold what was written.</source>
-        <translation>Die Tastatur enthält nicht, was geschrieben wurde.</translation>
+        <source>This cannot be done.</source>
+        <translation>Das ist nicht möglich.</translation>
     </message>
     <message>
-        <source>This is not the keyboard that was meant, or it has changed.</source>
-        <translation>Das ist nicht die gemeinte Tastatur, oder sie hat sich verändert.</translation>
+        <source>The keyboard does not hold the settings written.</source>
+        <translation>Die Tastatur enthält nicht die geschriebenen Einstellungen.</translation>
     </message>
     <message>
-        <source>An interrupted write is to be finished or rolled back first.</source>
-        <translation>Ein unterbrochenes Schreiben ist erst zu Ende zu führen oder zurückzunehmen.</translation>
+        <source>This is a different keyboard, or its contents have changed.</source>
+        <translation>Das ist eine andere Tastatur, oder ihr Inhalt hat sich geändert.</translation>
     </message>
     <message>
-        <source>The document cannot be used.</source>
-        <translation>Das Dokument ist nicht zu gebrauchen.</translation>
+        <source>Another program is writing to this keyboard.</source>
+        <translation>Ein anderes Programm schreibt gerade in diese Tastatur.</translation>
     </message>
     <message>
-        <source>The keyboard layout cannot be used.</source>
-        <translation>Die Tastenbelegung ist nicht zu gebrauchen.</translation>
+        <source>An interrupted write must be finished or rolled back first.</source>
+        <translation>Ein unterbrochener Schreibvorgang muss zuerst abgeschlossen oder zurückgenommen werden.</translation>
     </message>
     <message>
-        <source>The model of the simulated keyboard cannot be used.</source>
-        <translation>Das Modell der simulierten Tastatur ist nicht zu gebrauchen.</translation>
+        <source>The document has faults.</source>
+        <translation>Das Dokument ist fehlerhaft.</translation>
+    </message>
+    <message>
+        <source>The keyboard layout has faults.</source>
+        <translation>Die Tastenbelegung ist fehlerhaft.</translation>
+    </message>
+    <message>
+        <source>The model of the simulated keyboard has faults.</source>
+        <translation>Das Modell der simulierten Tastatur ist fehlerhaft.</translation>
+    </message>
+    <message>
+        <source>It was stopped before anything was written.</source>
+        <translation>Der Vorgang wurde angehalten, bevor etwas geschrieben war.</translation>
     </message>
 </context>
 <context>
@@ -601,16 +680,8 @@
         <translation>Codepage</translation>
     </message>
     <message>
-        <source>Tells whether the keyboard carries the code page of a file.</source>
-        <translation>Sagt, ob die Tastatur die Codepage einer Datei trägt.</translation>
-    </message>
-    <message>
         <source>Compare with file…</source>
         <translation>Mit Datei vergleichen …</translation>
-    </message>
-    <message>
-        <source>Keyboard to file: %1 saved into %2.</source>
-        <translation>Tastatur in Datei: %1 in %2 gespeichert.</translation>
     </message>
     <message>
         <source>File to keyboard: %1 loaded from %2.</source>
@@ -629,8 +700,36 @@
         <translation>Datei in Tastatur</translation>
     </message>
     <message>
-        <source>%1: replace what the keyboard holds by the file %2?</source>
+        <source>Compares the keyboard&apos;s code page with a file.</source>
+        <translation>Vergleicht die Codepage der Tastatur mit einer Datei.</translation>
+    </message>
+    <message>
+        <source>%1: replace what the keyboard holds with the file %2?</source>
         <translation>%1: Den Inhalt der Tastatur durch die Datei %2 ersetzen?</translation>
+    </message>
+    <message>
+        <source>Reading from the keyboard…</source>
+        <translation>Aus der Tastatur wird gelesen …</translation>
+    </message>
+    <message>
+        <source>%1 was not saved.</source>
+        <translation>%1 wurde nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Keyboard to file: %1 saved to %2.</source>
+        <translation>Tastatur in Datei: %1 in %2 gespeichert.</translation>
+    </message>
+    <message>
+        <source>Writing to the keyboard. Do not unplug it.</source>
+        <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
+    </message>
+    <message>
+        <source>%1 was not loaded.</source>
+        <translation>%1 wurde nicht geladen.</translation>
+    </message>
+    <message>
+        <source>The code page was not compared.</source>
+        <translation>Die Codepage wurde nicht verglichen.</translation>
     </message>
 </context>
 <context>
@@ -709,11 +808,11 @@
     </message>
     <message>
         <source>Header</source>
-        <translation>Vorspann</translation>
+        <translation>Präfix</translation>
     </message>
     <message>
         <source>Terminator</source>
-        <translation>Abschluss</translation>
+        <translation>Suffix</translation>
     </message>
     <message>
         <source>Magnetic track %1</source>
@@ -745,6 +844,57 @@
     </message>
 </context>
 <context>
+    <name>KeyboardMenu</name>
+    <message>
+        <source>&amp;Read from keyboard</source>
+        <translation>Aus Tastatur &amp;lesen</translation>
+    </message>
+    <message>
+        <source>Keyboard to document: read all settings (Ctrl+R)</source>
+        <translation>Tastatur in Dokument: alle Einstellungen lesen (Strg+R)</translation>
+    </message>
+    <message>
+        <source>&amp;Write to keyboard</source>
+        <translation>In Tastatur &amp;schreiben</translation>
+    </message>
+    <message>
+        <source>Document to keyboard: review, write, read back (Ctrl+Shift+W)</source>
+        <translation>Dokument in Tastatur: durchsehen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
+    </message>
+    <message>
+        <source>Settle &amp;interrupted write…</source>
+        <translation>&amp;Unterbrochenes Schreiben abschließen …</translation>
+    </message>
+    <message>
+        <source>&amp;Connect again</source>
+        <translation>&amp;Neu verbinden</translation>
+    </message>
+    <message>
+        <source>Use a &amp;driver library…</source>
+        <translation>&amp;Treiberbibliothek verwenden …</translation>
+    </message>
+    <message>
+        <source>Use the &amp;simulated keyboard</source>
+        <translation>&amp;Simulierte Tastatur verwenden</translation>
+    </message>
+    <message>
+        <source>Driver libraries (*.dll)</source>
+        <translation>Treiberbibliotheken (*.dll)</translation>
+    </message>
+    <message>
+        <source>Driver libraries (*.so)</source>
+        <translation>Treiberbibliotheken (*.so)</translation>
+    </message>
+    <message>
+        <source>Use a driver library</source>
+        <translation>Treiberbibliothek verwenden</translation>
+    </message>
+    <message>
+        <source>No write to this keyboard was interrupted.</source>
+        <translation>Kein Schreiben in diese Tastatur wurde unterbrochen.</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;Document</source>
@@ -769,34 +919,6 @@
     <message>
         <source>&amp;Keyboard</source>
         <translation>&amp;Tastatur</translation>
-    </message>
-    <message>
-        <source>&amp;Read from keyboard</source>
-        <translation>Aus Tastatur &amp;lesen</translation>
-    </message>
-    <message>
-        <source>Keyboard to document: read all settings (Ctrl+R)</source>
-        <translation>Tastatur in Dokument: alle Einstellungen lesen (Strg+R)</translation>
-    </message>
-    <message>
-        <source>&amp;Write to keyboard</source>
-        <translation>In Tastatur &amp;schreiben</translation>
-    </message>
-    <message>
-        <source>Document to keyboard: review, write, read back (Ctrl+Shift+W)</source>
-        <translation>Dokument in Tastatur: durchsehen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
-    </message>
-    <message>
-        <source>&amp;Connect again</source>
-        <translation>&amp;Neu verbinden</translation>
-    </message>
-    <message>
-        <source>Use a &amp;driver library…</source>
-        <translation>&amp;Treiberbibliothek verwenden …</translation>
-    </message>
-    <message>
-        <source>Use the &amp;simulated keyboard</source>
-        <translation>&amp;Simulierte Tastatur verwenden</translation>
     </message>
     <message>
         <source>&amp;Go</source>
@@ -827,10 +949,6 @@
         <translation>&amp;Suchen</translation>
     </message>
     <message>
-        <source>Pages</source>
-        <translation>Seiten</translation>
-    </message>
-    <message>
         <source>Overview</source>
         <translation>Überblick</translation>
     </message>
@@ -839,48 +957,12 @@
         <translation>Tastaturdateien</translation>
     </message>
     <message>
-        <source>Test drive</source>
-        <translation>Probefahrt</translation>
-    </message>
-    <message>
         <source>Preferences</source>
         <translation>Voreinstellungen</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s program %1 is older than the version %2 that the preferences ask for. A newer program can be loaded on the page of the keyboard&apos;s files.</source>
-        <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die die Voreinstellungen verlangen. Auf der Seite der Tastaturdateien lässt sich ein neueres laden.</translation>
-    </message>
-    <message>
-        <source>%1 — program %2, bootloader %3</source>
-        <translation>%1 — Programm %2, Bootloader %3</translation>
-    </message>
-    <message>
-        <source>simulated keyboard</source>
-        <translation>simulierte Tastatur</translation>
-    </message>
-    <message>
-        <source>No keyboard</source>
-        <translation>Keine Tastatur</translation>
-    </message>
-    <message>
         <source>%1 (absent)</source>
         <translation>%1 (fehlt)</translation>
-    </message>
-    <message>
-        <source>Undo: set %1</source>
-        <translation>Rückgängig: %1 setzen</translation>
-    </message>
-    <message>
-        <source>Undo</source>
-        <translation>Rückgängig</translation>
-    </message>
-    <message>
-        <source>Redo: set %1</source>
-        <translation>Wiederholen: %1 setzen</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
     </message>
     <message>
         <source>page</source>
@@ -891,24 +973,16 @@
         <translation>Sicherungen</translation>
     </message>
     <message>
-        <source>Driver libraries (*.dll)</source>
-        <translation>Treiberbibliotheken (*.dll)</translation>
-    </message>
-    <message>
-        <source>Driver libraries (*.so)</source>
-        <translation>Treiberbibliotheken (*.so)</translation>
-    </message>
-    <message>
-        <source>Use a driver library</source>
-        <translation>Treiberbibliothek verwenden</translation>
-    </message>
-    <message>
-        <source>program too old</source>
-        <translation>Programm zu alt</translation>
-    </message>
-    <message>
         <source>Help</source>
         <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Ausprobieren</translation>
+    </message>
+    <message>
+        <source>One document is open at a time; not opened: %1.</source>
+        <translation>Es ist immer nur ein Dokument geöffnet; nicht geöffnet: %1.</translation>
     </message>
 </context>
 <context>
@@ -970,10 +1044,6 @@
     <message>
         <source>Open the driver</source>
         <translation>Treiber öffnen</translation>
-    </message>
-    <message>
-        <source>Read what modules the keyboard has</source>
-        <translation>Lesen, welche Module die Tastatur hat</translation>
     </message>
     <message>
         <source>Read its name and versions</source>
@@ -1071,6 +1141,17 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>keyboard behind a driver library</source>
         <translation>Tastatur hinter einer Treiberbibliothek</translation>
     </message>
+    <message>
+        <source>Read which modules the keyboard has</source>
+        <translation>Lesen, welche Module die Tastatur hat</translation>
+    </message>
+</context>
+<context>
+    <name>PageBook</name>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
 </context>
 <context>
     <name>Places</name>
@@ -1079,8 +1160,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>%1: Taste %2, %3</translation>
     </message>
     <message>
-        <source>%1: layer %2, key %3</source>
-        <translation>%1: Ebene %2, Taste %3</translation>
+        <source>%1: layer %2, %3</source>
+        <translation>%1: Ebene %2, %3</translation>
     </message>
 </context>
 <context>
@@ -1110,10 +1191,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Beim Start</translation>
     </message>
     <message>
-        <source>&amp;Ask what to begin with</source>
-        <translation>&amp;Fragen, womit begonnen wird</translation>
-    </message>
-    <message>
         <source>&amp;Begin with:</source>
         <translation>Beg&amp;innen mit:</translation>
     </message>
@@ -1135,11 +1212,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Save documents automatically</source>
-        <translation>Dokumente &amp;selbsttätig speichern</translation>
-    </message>
-    <message>
-        <source>Open the &amp;test drive after writing</source>
-        <translation>Nach dem Schreiben die &amp;Probefahrt öffnen</translation>
+        <translation>Dokumente &amp;automatisch speichern</translation>
     </message>
     <message>
         <source>Show &amp;released keys in sequences</source>
@@ -1186,20 +1259,12 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Verbindung</translation>
     </message>
     <message>
-        <source>&amp;Command delta:</source>
-        <translation>Befehls&amp;abstand:</translation>
-    </message>
-    <message>
         <source>Chipcard programs</source>
         <translation>Chipkartenprogramme</translation>
     </message>
     <message>
         <source>Serial &amp;port:</source>
         <translation>Serieller Ans&amp;chluss:</translation>
-    </message>
-    <message>
-        <source>&amp;Baud rate, as the driver counts:</source>
-        <translation>Ba&amp;udrate, wie der Treiber zählt:</translation>
     </message>
     <message>
         <source>Firmware</source>
@@ -1310,10 +1375,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
     </message>
     <message>
-        <source>Begin with a &amp;new document, not with the last one</source>
-        <translation>Mit einem &amp;neuen Dokument beginnen, nicht mit dem letzten</translation>
-    </message>
-    <message>
         <source>E&amp;mpty keys:</source>
         <translation>&amp;Leere Tasten:</translation>
     </message>
@@ -1332,6 +1393,26 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>&amp;Forget</source>
         <translation>Ve&amp;rgessen</translation>
+    </message>
+    <message>
+        <source>&amp;Ask how to begin</source>
+        <translation>&amp;Fragen, wie begonnen wird</translation>
+    </message>
+    <message>
+        <source>Begin with a &amp;new document rather than the last one</source>
+        <translation>Mit einem &amp;neuen Dokument statt mit dem letzten beginnen</translation>
+    </message>
+    <message>
+        <source>Open the &amp;test page after writing</source>
+        <translation>Nach dem Schreiben die Seite „A&amp;usprobieren“ öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Command delta (0 unless the driver requires another):</source>
+        <translation>C&amp;ommand-Delta (0, wenn der Treiber nichts anderes verlangt):</translation>
+    </message>
+    <message>
+        <source>&amp;Baud rate (the driver&apos;s index):</source>
+        <translation>Ba&amp;udrate (Index des Treibers):</translation>
     </message>
 </context>
 <context>
@@ -1372,10 +1453,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>%1, nicht programmierbar</translation>
     </message>
     <message>
-        <source>%1, cannot be recorded</source>
-        <translation>%1, nicht aufzeichenbar</translation>
-    </message>
-    <message>
         <source>%1, programmed: %2</source>
         <translation>%1, programmiert: %2</translation>
     </message>
@@ -1392,12 +1469,16 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>%1, gewählte Taste</translation>
     </message>
     <message>
+        <source>Cannot be recorded: a sequence has no codes that press and release key %1, only those of the keys up to 127.</source>
+        <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
+    </message>
+    <message>
         <source>%1, dead key</source>
         <translation>%1, Tottaste</translation>
     </message>
     <message>
-        <source>Cannot be recorded: a sequence has no codes that press and release key %1, only those of the keys up to 127.</source>
-        <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
+        <source>%1, cannot be recorded</source>
+        <translation>%1, nicht aufzeichenbar</translation>
     </message>
 </context>
 <context>
@@ -1448,6 +1529,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Find (Ctrl+K)</source>
         <translation>Suchen (Strg+K)</translation>
+    </message>
+    <message>
+        <source>Clear the search</source>
+        <translation>Suche leeren</translation>
     </message>
 </context>
 <context>
@@ -1574,19 +1659,19 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>header enabled</source>
-        <translation>Vorspann gesendet</translation>
+        <translation>Präfix gesendet</translation>
     </message>
     <message>
         <source>header</source>
-        <translation>Vorspann</translation>
+        <translation>Präfix</translation>
     </message>
     <message>
         <source>terminator enabled</source>
-        <translation>Abschluss gesendet</translation>
+        <translation>Suffix gesendet</translation>
     </message>
     <message>
         <source>terminator</source>
-        <translation>Abschluss</translation>
+        <translation>Suffix</translation>
     </message>
     <message>
         <source>common settings</source>
@@ -1687,6 +1772,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Key sheet sent to the printer.</source>
         <translation>Das Tastenblatt ist an den Drucker gesandt.</translation>
     </message>
+    <message>
+        <source>The key sheet was not written.</source>
+        <translation>Das Tastenblatt wurde nicht geschrieben.</translation>
+    </message>
 </context>
 <context>
     <name>StartWizard</name>
@@ -1734,6 +1823,37 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>&amp;Show this at the start</source>
         <translation>Beim &amp;Start zeigen</translation>
     </message>
+    <message>
+        <source>No keyboard is connected.</source>
+        <translation>Es ist keine Tastatur verbunden.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>No keyboard</source>
+        <translation>Keine Tastatur</translation>
+    </message>
+    <message>
+        <source>%1 — program %2, bootloader %3</source>
+        <translation>%1 — Programm %2, Bootloader %3</translation>
+    </message>
+    <message>
+        <source>simulated keyboard</source>
+        <translation>simulierte Tastatur</translation>
+    </message>
+    <message>
+        <source>program too old</source>
+        <translation>Programm zu alt</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s program %1 is older than version %2, which the preferences ask for. A newer program can be loaded on the page Keyboard files.</source>
+        <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die die Voreinstellungen verlangen. Auf der Seite „Tastaturdateien“ lässt sich ein neueres laden.</translation>
+    </message>
 </context>
 <context>
     <name>TestDrive</name>
@@ -1755,7 +1875,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>header of track %1</source>
-        <translation>Vorspann der Spur %1</translation>
+        <translation>Präfix der Spur %1</translation>
     </message>
     <message>
         <source>track %1 data</source>
@@ -1763,11 +1883,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>terminator of track %1</source>
-        <translation>Abschluss der Spur %1</translation>
+        <translation>Suffix der Spur %1</translation>
     </message>
     <message>
         <source>header of reader %1</source>
-        <translation>Vorspann des Lesers %1</translation>
+        <translation>Präfix des Lesers %1</translation>
     </message>
     <message>
         <source>reader %1 data</source>
@@ -1775,7 +1895,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>terminator of reader %1</source>
-        <translation>Abschluss des Lesers %1</translation>
+        <translation>Suffix des Lesers %1</translation>
     </message>
     <message>
         <source>the LRC of track %1 is wrong, so the reader refuses it</source>
@@ -1873,10 +1993,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Drü&amp;cken</translation>
     </message>
     <message>
-        <source>Pressed function key %1 in layer %2</source>
-        <translation>Funktionstaste %1 in Ebene %2 gedrückt</translation>
-    </message>
-    <message>
         <source>&amp;Layer</source>
         <translation>Ebe&amp;ne</translation>
     </message>
@@ -1905,14 +2021,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Lese&amp;r</translation>
     </message>
     <message>
-        <source>The simulated keyboard answers by what is in its memory: write the document to it first to try new settings.</source>
-        <translation>Die simulierte Tastatur antwortet nach dem, was in ihrem Speicher steht: Um neue Einstellungen zu erproben, schreiben Sie zuerst das Dokument in sie.</translation>
-    </message>
-    <message>
-        <source>A test drive needs the simulated keyboard; choose it in the menu Keyboard.</source>
-        <translation>Eine Probefahrt braucht die simulierte Tastatur; wählen Sie sie im Menü Tastatur.</translation>
-    </message>
-    <message>
         <source>Key %1, %2</source>
         <translation>Taste %1, %2</translation>
     </message>
@@ -1929,14 +2037,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Ta&amp;sten</translation>
     </message>
     <message>
-        <source>What the PC re&amp;ceives</source>
-        <translation>Was der PC &amp;empfängt</translation>
-    </message>
-    <message>
-        <source>Key &amp;number</source>
-        <translation>Tastennu&amp;mmer</translation>
-    </message>
-    <message>
         <source>Track %1</source>
         <translation>Spur %1</translation>
     </message>
@@ -1947,6 +2047,26 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Da&amp;ta</source>
         <translation>Date&amp;n</translation>
+    </message>
+    <message>
+        <source>The PC re&amp;ceives</source>
+        <translation>Der PC &amp;empfängt</translation>
+    </message>
+    <message>
+        <source>Pressed %1 in layer %2</source>
+        <translation>%1 in Ebene %2 gedrückt</translation>
+    </message>
+    <message>
+        <source>F&amp;unction key</source>
+        <translation>F&amp;unktionstaste</translation>
+    </message>
+    <message>
+        <source>The simulated keyboard answers as its memory says: write the document to it first to try new settings.</source>
+        <translation>Die simulierte Tastatur antwortet nach ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
+    </message>
+    <message>
+        <source>Testing needs the simulated keyboard; choose it in the menu Keyboard.</source>
+        <translation>Zum Ausprobieren braucht es die simulierte Tastatur; wählen Sie sie im Menü „Tastatur“.</translation>
     </message>
 </context>
 <context>
@@ -2010,10 +2130,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Sicherung in Tastatur und Dokument: zurückgespielt, zurückgelesen und gleich befunden.</translation>
     </message>
     <message>
-        <source>An interrupted write of %1 is to be finished or rolled back before anything else is written.</source>
-        <translation>Ein unterbrochenes Schreiben von %1 ist erst zu Ende zu führen oder zurückzunehmen, bevor anderes geschrieben wird.</translation>
-    </message>
-    <message>
         <source>The interrupted write of %1 is finished, read back and found equal.</source>
         <translation>Das unterbrochene Schreiben von %1 ist zu Ende geführt, zurückgelesen und gleich befunden.</translation>
     </message>
@@ -2033,16 +2149,64 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
 
 „Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
     </message>
+    <message>
+        <source>The keyboard could not be read.</source>
+        <translation>Die Tastatur konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Reading the keyboard…</source>
+        <translation>Die Tastatur wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted: they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreiben in diese Tastatur wurde aber unterbrochen: Es können alte und neue gemischt sein. Wählen Sie zuerst Tastatur &gt; Unterbrochenes Schreiben abschließen, und lesen Sie dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>This document was read while a write to the keyboard was interrupted. It may be a mixture of old and new settings. Write it anyway?</source>
+        <translation>Dieses Dokument wurde gelesen, während ein Schreiben in die Tastatur unterbrochen war. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
+    </message>
+    <message>
+        <source>Nothing was written.</source>
+        <translation>Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Comparing the document with the keyboard…</source>
+        <translation>Das Dokument wird mit der Tastatur verglichen …</translation>
+    </message>
+    <message>
+        <source>The backup was not restored.</source>
+        <translation>Die Sicherung wurde nicht zurückgespielt.</translation>
+    </message>
+    <message>
+        <source>Comparing the backup with the keyboard…</source>
+        <translation>Die Sicherung wird mit der Tastatur verglichen …</translation>
+    </message>
+    <message>
+        <source>Writing to the keyboard. Do not unplug it.</source>
+        <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
+    </message>
+    <message>
+        <source>The interrupted write could not be settled.</source>
+        <translation>Das unterbrochene Schreiben konnte nicht abgeschlossen werden.</translation>
+    </message>
+    <message>
+        <source>Writing to the keyboard failed.</source>
+        <translation>Das Schreiben in die Tastatur ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>The keyboard does not answer and may be partly written. Once it is connected again, the write can be finished or rolled back.</source>
+        <translation>Die Tastatur antwortet nicht und ist vielleicht nur teilweise beschrieben. Sobald sie wieder verbunden ist, lässt sich das Schreiben abschließen oder zurücknehmen.</translation>
+    </message>
+    <message>
+        <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Settle interrupted write.</source>
+        <translation>Das unterbrochene Schreiben von %1 muss abgeschlossen oder zurückgenommen werden, bevor etwas anderes geschrieben wird: Wählen Sie Tastatur &gt; Unterbrochenes Schreiben abschließen.</translation>
+    </message>
 </context>
 <context>
     <name>frmPOSProgrammerView</name>
     <message>
         <source>Click a free key to begin a block, or a key of a block to change that block.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, oder auf eine Taste eines Blocks, um ihn zu ändern.</translation>
-    </message>
-    <message>
-        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
-        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
     </message>
     <message>
         <source>Help</source>
@@ -2063,6 +2227,10 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
     <message>
         <source>none yet: the block sends nothing</source>
         <translation>noch keine: der Block sendet nichts</translation>
+    </message>
+    <message>
+        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
+        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
@@ -2106,13 +2274,6 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
     <message>
         <source>The text has %1 codes, only %2 fit.</source>
         <translation>Der Text hat %1 Codes, nur %2 passen hinein.</translation>
-    </message>
-</context>
-<context>
-    <name>Workbench</name>
-    <message>
-        <source>Write to keyboard finishes it or rolls it back</source>
-        <translation>„In Tastatur schreiben“ schreibt es zu Ende oder nimmt es zurück</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,99 @@
+#include "app/Failure.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QLocale>
+#include <QMessageBox>
+#include <QRegularExpression>
+
+namespace qx::app {
+
+namespace {
+
+QString Text(const char* text) {
+    return QCoreApplication::translate("Failures", text);
+}
+
+// The layers below speak English. Where the program does too, their message is what the user reads,
+// as a sentence and without the names of the driver's functions.
+QString Sentence(QString message) {
+    static const QRegularExpression driver(
+        QStringLiteral("(: )?QXCFG_\\w+ gave status -?\\d+( \\([^;]*\\))?"));
+    message.remove(driver);
+    message = message.trimmed();
+    if (message.isEmpty())
+        return message;
+    if (!message.section(QLatin1Char(' '), 0, 0).contains(QLatin1Char('/'))) // else it is a file
+        message[0] = message[0].toUpper();
+    if (!message.endsWith(QLatin1Char('.')))
+        message += QLatin1Char('.');
+    return message;
+}
+
+QString FaultLines(const std::vector<host::Fault>& faults) {
+    QString lines;
+    for (const host::Fault& fault : faults)
+        lines += QString::fromStdString(fault.place.empty() ? "" : fault.place + ": ") +
+                 QString::fromStdString(fault.message) + QLatin1Char('\n');
+    return lines;
+}
+
+} // namespace
+
+QString KindText(host::ErrorKind kind) {
+    switch (kind) {
+    case host::ErrorKind::Usage:
+        return Text(QT_TRANSLATE_NOOP("Failures", "This cannot be done."));
+    case host::ErrorKind::KeyboardNotOpened:
+        return Text(QT_TRANSLATE_NOOP("Failures", "The keyboard could not be opened."));
+    case host::ErrorKind::TransferFailed:
+        return Text(QT_TRANSLATE_NOOP("Failures", "The transfer from or to the keyboard failed."));
+    case host::ErrorKind::FileFailed:
+        return Text(QT_TRANSLATE_NOOP("Failures", "A file could not be read or written."));
+    case host::ErrorKind::ReadBackDiffers:
+        return Text(
+            QT_TRANSLATE_NOOP("Failures", "The keyboard does not hold the settings written."));
+    case host::ErrorKind::KeyboardChanged:
+        return Text(QT_TRANSLATE_NOOP(
+            "Failures", "This is a different keyboard, or its contents have changed."));
+    case host::ErrorKind::KeyboardBusy:
+        return Text(QT_TRANSLATE_NOOP("Failures", "Another program is writing to this keyboard."));
+    case host::ErrorKind::Stopped:
+        return Text(QT_TRANSLATE_NOOP("Failures", "It was stopped before anything was written."));
+    case host::ErrorKind::WriteInterrupted:
+        return Text(QT_TRANSLATE_NOOP(
+            "Failures", "An interrupted write must be finished or rolled back first."));
+    case host::ErrorKind::DocumentInvalid:
+        return Text(QT_TRANSLATE_NOOP("Failures", "The document has faults."));
+    case host::ErrorKind::LayoutInvalid:
+        return Text(QT_TRANSLATE_NOOP("Failures", "The keyboard layout has faults."));
+    case host::ErrorKind::ModelInvalid:
+        return Text(
+            QT_TRANSLATE_NOOP("Failures", "The model of the simulated keyboard has faults."));
+    }
+    return {};
+}
+
+Failure FailureOf(const QString& what, const std::exception& error) {
+    const QString message = QString::fromUtf8(error.what());
+    const auto* known = dynamic_cast<const host::Error*>(&error);
+    const bool isEnglish = QLocale().language() == QLocale::English;
+    Failure failure;
+    failure.text = isEnglish || known == nullptr ? Sentence(message) : KindText(known->Kind());
+    if (!what.isEmpty())
+        failure.text.prepend(what + QLatin1Char('\n'));
+    failure.details = message;
+    if (known != nullptr && known->Faults().size() > 1)
+        failure.details = FaultLines(known->Faults());
+    return failure;
+}
+
+void ShowFailure(QWidget* parent, const Failure& failure) {
+    QMessageBox box(QMessageBox::Warning, QApplication::applicationDisplayName(), failure.text,
+                    QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setDetailedText(failure.details.trimmed());
+    box.exec();
+}
+
+} // namespace qx::app

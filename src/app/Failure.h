@@ -1,0 +1,28 @@
+// Failure: what went wrong, as the user reads it.
+#pragma once
+
+#include "host/Error.h"
+
+#include <QString>
+
+#include <exception>
+
+class QWidget;
+
+namespace qx::app {
+
+struct Failure {
+    QString text;    // in the program's language
+    QString details; // what the failing layer itself reports, and every fault of a document
+};
+
+// `what` names the thing that the user wanted and did not get, as a sentence; may be empty.
+[[nodiscard]] Failure FailureOf(const QString& what, const std::exception& error);
+
+// The kind of failure as a sentence.
+[[nodiscard]] QString KindText(host::ErrorKind kind);
+
+// Shows a failure in a box, with the details on request.
+void ShowFailure(QWidget* parent, const Failure& failure);
+
+} // namespace qx::app

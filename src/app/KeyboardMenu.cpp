@@ -1,0 +1,81 @@
+#include "app/KeyboardMenu.h"
+
+#include "app/Failure.h"
+#include "app/Paths.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QMenu>
+#include <QStyle>
+#include <QWidget>
+
+namespace qx::app {
+
+KeyboardMenu::KeyboardMenu(Workbench& workbench, Transfers& transfers, QWidget* window)
+    : QObject(window), m_workbench(workbench), m_transfers(transfers), m_window(window),
+      m_startChoice(workbench.Choice()) {
+    connect(&workbench, &Workbench::KeyboardChanged, this, &KeyboardMenu::Enable);
+}
+
+void KeyboardMenu::Fill(QMenu& menu) {
+    const QStyle& style = *m_window->style();
+    m_read = menu.addAction(style.standardIcon(QStyle::SP_ArrowUp), tr("&Read from keyboard"),
+                            QKeySequence(Qt::CTRL | Qt::Key_R), &m_transfers, &Transfers::Read);
+    m_read->setToolTip(tr("Keyboard to document: read all settings (Ctrl+R)"));
+    m_write = menu.addAction(style.standardIcon(QStyle::SP_ArrowDown), tr("&Write to keyboard"),
+                             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), &m_transfers,
+                             &Transfers::Write);
+    m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));
+    m_settle = menu.addAction(tr("Settle &interrupted write…"), this, &KeyboardMenu::Settle);
+    menu.addSeparator();
+    menu.addAction(tr("&Connect again"), this, &KeyboardMenu::ConnectAgain);
+    menu.addAction(tr("Use a &driver library…"), this, &KeyboardMenu::ChooseDriver);
+    menu.addAction(tr("Use the &simulated keyboard"), this, &KeyboardMenu::ConnectSimulated);
+    Enable();
+}
+
+void KeyboardMenu::Enable() {
+    for (QAction* action : {m_read, m_write, m_settle})
+        if (action != nullptr)
+            action->setEnabled(m_workbench.IsConnected());
+}
+
+bool KeyboardMenu::Connect(const setup::KeyboardChoice& choice) {
+    try {
+        m_workbench.Connect(choice);
+    } catch (const std::exception& error) {
+        m_failure = FailureOf({}, error).text;
+        emit ConnectionFailed(m_failure);
+        return false;
+    }
+    m_failure.clear();
+    emit Connected();
+    m_transfers.Recover();
+    return true;
+}
+
+void KeyboardMenu::ConnectSimulated() {
+    setup::KeyboardChoice choice = m_startChoice;
+    if (!choice.driver.empty())
+        choice = {};
+    Connect(choice);
+}
+
+void KeyboardMenu::ChooseDriver() {
+#ifdef _WIN32
+    const QString libraries = tr("Driver libraries (*.dll)");
+#else
+    const QString libraries = tr("Driver libraries (*.so)");
+#endif
+    const QString file =
+        QFileDialog::getOpenFileName(m_window, tr("Use a driver library"), {}, libraries);
+    if (!file.isEmpty())
+        Connect({ToPath(file), {}, {}});
+}
+
+void KeyboardMenu::Settle() {
+    if (!m_transfers.Recover())
+        emit Told(tr("No write to this keyboard was interrupted."));
+}
+
+} // namespace qx::app

@@ -1,0 +1,55 @@
+// PreferenceTab: a tab of the preferences: groups of rows, one below the other.
+#pragma once
+
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <vector>
+
+namespace qx::app {
+
+inline QFormLayout* NewPreferenceForm(QWidget* parent = nullptr) {
+    auto* form = new QFormLayout(parent);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    form->setHorizontalSpacing(16);
+    form->setVerticalSpacing(10);
+    return form;
+}
+
+struct PreferenceTab {
+    QWidget* page = new QWidget;
+    QVBoxLayout* column = new QVBoxLayout(page);
+    std::vector<QFormLayout*> forms;
+
+    PreferenceTab() {
+        column->setContentsMargins(16, 16, 16, 16);
+        column->setSpacing(16);
+    }
+    [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
+        auto* group = new QGroupBox(title);
+        column->addWidget(group);
+        forms.push_back(NewPreferenceForm(group));
+        return forms.back();
+    }
+    // With the fields of all groups below each other.
+    [[nodiscard]] QWidget* Done() const {
+        column->addStretch(1);
+        int width = 0;
+        std::vector<QWidget*> labels;
+        for (const QFormLayout* form : forms)
+            for (int row = 0; row < form->rowCount(); ++row)
+                if (const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole)) {
+                    labels.push_back(item->widget());
+                    width = std::max(width, item->sizeHint().width());
+                }
+        for (QWidget* label : labels)
+            label->setMinimumWidth(width);
+        return page;
+    }
+};
+
+} // namespace qx::app

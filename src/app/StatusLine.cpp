@@ -1,0 +1,81 @@
+#include "app/StatusLine.h"
+
+#include "app/FirmwareVersion.h"
+#include "views/Bindings.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QTimer>
+
+namespace qx::app {
+
+using views::ToQt;
+
+namespace {
+
+constexpr int kBriefly = 3000; // milliseconds
+
+} // namespace
+
+StatusLine::StatusLine(Workbench& workbench, QWidget* parent)
+    : QStatusBar(parent), m_workbench(workbench), m_keyboard(new QLabel), m_brief(new QLabel),
+      m_progress(new QProgressBar) {
+    m_keyboard->setObjectName(QStringLiteral("lblKeyboard"));
+    m_keyboard->setMinimumWidth(1); // a narrow window cuts it
+    m_brief->setObjectName(QStringLiteral("lblSaved"));
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setAccessibleName(tr("Progress"));
+    m_progress->setMaximumWidth(220);
+    m_progress->hide();
+    addWidget(m_keyboard, 1);
+    addPermanentWidget(m_brief);
+    addPermanentWidget(m_progress);
+    connect(&workbench, &Workbench::KeyboardChanged, this, &StatusLine::ShowKeyboard);
+    connect(&workbench, &Workbench::Progressed, this, &StatusLine::ShowProgress);
+    ShowKeyboard();
+}
+
+void StatusLine::ShowBriefly(const QString& text) {
+    m_brief->setText(text);
+    QTimer::singleShot(kBriefly, m_brief, &QLabel::clear);
+}
+
+void StatusLine::ShowKeyboard() {
+    setToolTip(m_workbench.DriverNote());
+    if (!m_workbench.IsConnected())
+        return m_keyboard->setText(tr("No keyboard"));
+    const QXKeyboardAccess& access = m_workbench.Session().Access();
+    QString text =
+        tr("%1 — program %2, bootloader %3")
+            .arg(ToQt(access.Keyboard()), ToQt(access.Program()), ToQt(access.Bootloader()));
+    if (m_workbench.Simulated() != nullptr)
+        text += QStringLiteral(" — ") + tr("simulated keyboard");
+    const QString fault = FirmwareFault();
+    if (!fault.isEmpty())
+        text += QStringLiteral(" — ⚠ ") + tr("program too old");
+    m_keyboard->setText(text);
+    m_keyboard->setToolTip(fault);
+    m_keyboard->setAccessibleDescription(fault);
+}
+
+QString StatusLine::FirmwareFault() const {
+    const QXProgSettings& preferences = m_workbench.Preferences();
+    const QString program = ToQt(m_workbench.Session().Access().Program());
+    const int version = FirmwareVersionOf(program.right(3));
+    const int wanted = preferences.VersionFirmware();
+    if (!preferences.VerifyFirmware() || version < 0 || version >= wanted)
+        return {};
+    return tr("The keyboard's program %1 is older than version %2, which the preferences ask for. "
+              "A newer program can be loaded on the page Keyboard files.")
+        .arg(program, FirmwareVersionText(wanted));
+}
+
+// Painted at once, since the program is busy with the keyboard; what the user does is kept back.
+void StatusLine::ShowProgress(int percent) {
+    m_progress->setVisible(percent < 100);
+    m_progress->setValue(percent);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+} // namespace qx::app

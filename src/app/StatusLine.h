@@ -1,0 +1,32 @@
+// StatusLine: the connected keyboard, the progress of a transfer, and when a document was saved
+// automatically.
+#pragma once
+
+#include "app/Workbench.h"
+
+#include <QStatusBar>
+
+class QLabel;
+class QProgressBar;
+
+namespace qx::app {
+
+class StatusLine : public QStatusBar {
+    Q_OBJECT
+public:
+    explicit StatusLine(Workbench& workbench, QWidget* parent = nullptr);
+
+    void ShowBriefly(const QString& text);
+
+private:
+    void ShowKeyboard();
+    void ShowProgress(int percent);
+    [[nodiscard]] QString FirmwareFault() const; // empty: none
+
+    Workbench& m_workbench;
+    QLabel* m_keyboard;
+    QLabel* m_brief;
+    QProgressBar* m_progress;
+};
+
+} // namespace qx::app

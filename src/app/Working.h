@@ -1,0 +1,25 @@
+// Working: while it lives, the windows show that something is being done with the keyboard.
+#pragma once
+
+#include "app/Workbench.h"
+
+namespace qx::app {
+
+class Working {
+public:
+    // The text is a sentence: "Reading the keyboard…".
+    Working(Workbench& workbench, const QString& text) : m_workbench(workbench) {
+        emit m_workbench.Began(text);
+    }
+    ~Working() {
+        emit m_workbench.Progressed(100);
+        emit m_workbench.Ended();
+    }
+    Working(const Working&) = delete;
+    Working& operator=(const Working&) = delete;
+
+private:
+    Workbench& m_workbench;
+};
+
+} // namespace qx::app

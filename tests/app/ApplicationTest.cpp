@@ -1,0 +1,108 @@
+// No exception leaves an event handler: the program goes on, and the document is whole.
+#include "app/Application.h"
+#include "Desk.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QSlider>
+
+namespace qx::test {
+namespace {
+
+// A widget whose handlers throw.
+class Thrower : public QWidget {
+public:
+    using QWidget::QWidget;
+    void mousePressEvent(QMouseEvent*) override { throw std::runtime_error("a press"); }
+    void keyPressEvent(QKeyEvent*) override { throw 42; }
+    void paintEvent(QPaintEvent*) override {
+        if (std::exchange(throwsWhenPainted, false))
+            throw std::runtime_error("a picture");
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::User)
+            throw std::runtime_error("a filter");
+        return false;
+    }
+    bool throwsWhenPainted = false;
+};
+
+TEST(Application, KeepsTheDocumentWhateverAHandlerThrows) {
+    auto& application = static_cast<app::Application&>(*qApp);
+    const auto usual = application.show;
+    QStringList shown;
+    application.show = [&](const QString&, const QString& details) { shown.append(details); };
+
+    Desk desk;
+    QObject::connect(&application, &app::Application::Failed, desk.window.get(),
+                     [&] { desk.window->Documents().KeepUnsaved(); });
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    const std::string edited = desk.Document();
+    Thrower thrower;
+    thrower.resize(80, 80);
+    thrower.show();
+    desk.window->installEventFilter(&thrower);
+
+    const auto after = [&](const char* what, const std::function<void()>& act) {
+        shown.clear();
+        act();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !shown.isEmpty(); }, 5000)) << what;
+        QTest::qWait(20); // and no second one
+        EXPECT_EQ(shown, QStringList(QString::fromLatin1(what)));
+        EXPECT_EQ(desk.Document(), edited) << what;
+    };
+    after("a press", [&] { QTest::mouseClick(&thrower, Qt::LeftButton); });
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1) << "kept at once";
+    after("", [&] { QTest::keyClick(&thrower, Qt::Key_A); });
+    after("a timer",
+          [&] { QTimer::singleShot(0, &thrower, [] { throw std::runtime_error("a timer"); }); });
+    after("a call", [&] {
+        QMetaObject::invokeMethod(
+            &thrower, [] { throw std::runtime_error("a call"); }, Qt::QueuedConnection);
+    });
+    after("a filter",
+          [&] { QApplication::postEvent(desk.window.get(), new QEvent(QEvent::User)); });
+    after("a picture", [&] {
+        thrower.throwsWhenPainted = true;
+        thrower.repaint();
+    });
+    after("many", [&] { // are one message
+        for (int i = 0; i < 5; ++i)
+            QTimer::singleShot(0, &thrower, [] { throw std::runtime_error("many"); });
+    });
+    after("in a dialog", [&] {
+        desk.InDialog([](QWidget& dialog) {
+            QTimer::singleShot(0, &dialog, [&dialog] {
+                dialog.close();
+                throw std::runtime_error("in a dialog");
+            });
+            QTest::qWait(20);
+        });
+        desk.Page("freeProgKeys");
+        desk.ClickKey("layoutDisplay", 75);
+        desk.Click("cmdEdit_0");
+    });
+    desk.window->removeEventFilter(&thrower);
+
+    desk.Page("commonKeyboard"); // and it is used as before
+    desk.Find<QSlider>("slidOutputDelay")->setValue(11);
+    EXPECT_EQ(desk.Write().size(), 1);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("0B"));
+    application.show = usual;
+}
+
+TEST(Application, ALongDescriptionIsCutAtTheBoxAndNeverEndsTheProgram) {
+    Desk desk;
+    desk.Page("layeredFuncKeys");
+    desk.ClickKey("funcKeys", 3);
+    auto* box = desk.Find<QLineEdit>("txtSymbolDesc");
+    QTest::keyClicks(box, QString(70, QLatin1Char('x')));
+    EXPECT_EQ(box->text().size(), 64);
+    auto& keys = desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
+    EXPECT_EQ(keys.Layer(0).GetKeyDesc(3), std::string(64, 'x'));
+}
+
+} // namespace
+} // namespace qx::test

@@ -1,0 +1,197 @@
+// Desk: the application as a technician uses it: its real widgets, clicked, on a simulated keyboard
+// whose memory can be looked at.
+#pragma once
+
+#include "app/Language.h"
+#include "app/MainWindow.h"
+#include "simulator/MemoryMap.h"
+#include "simulator/SimulatedDriver.h"
+#include "support/TempFolder.h"
+#include "support/TestKeyboard.h"
+#include "support/Widgets.h"
+#include "views/KeyGrid.h"
+#include "views/QtPlatform.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QSettings>
+#include <QTimer>
+#include <QTreeWidget>
+
+namespace qx::test {
+
+using app::DocumentMenu;
+using app::MainWindow;
+
+class Desk {
+public:
+    using Ending = app::Transfers::Ending;
+    // In a folder of its own, or in this one; with records of its own, or these.
+    explicit Desk(const char* model = "full", const std::filesystem::path& where = {},
+                  const std::filesystem::path& records = {})
+        : folder(where.empty() ? m_own / "" : where),
+          workbench(platform.Services(), {{{}, folder / "keyboard.qxk", model},
+                                          QX_LAYOUTS,
+                                          {},
+                                          folder / "settings.ini",
+                                          records.empty() ? folder / "records" : records}) {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QString::fromStdString((folder / "qt").string()));
+        workbench.Preferences().SetPreferedAppLang(1033);
+        window = std::make_unique<MainWindow>(workbench, platform.Services(), language);
+        window->screen.ask = [this](const QString&) { return answer; };
+        window->screen.warn = [this](const app::Failure& failure) {
+            warnings.append(failure.text);
+            details.append(failure.details);
+        };
+        window->Documents().questions.unsaved = [this](const QString&) { return unsaved; };
+        window->Documents().questions.fileToSave = [this](const QString&) {
+            return QString::fromStdString((folder / saveAs).string());
+        };
+        window->Documents().questions.notSaved = [this](const app::Failure& failure, bool closing) {
+            warnings.append(failure.text);
+            wasClosing = closing;
+            return notSaved;
+        };
+        window->Documents().questions.leftCopy = [this](const QString& text) {
+            leftCopies.append(text);
+            return leftCopy;
+        };
+        window->Transfers().questions.recover = [this](const QString&, const QString&) {
+            ++timesAsked;
+            return recover;
+        };
+        window->Transfers().questions.mayWrite = [this](const QString&, const QString& text) {
+            askedToWrite.append(text);
+            return answer;
+        };
+        window->resize(1100, 760);
+        window->show();
+        EXPECT_TRUE(window->Keyboards().Connect(workbench.Choice()));
+        window->Transfers().Read();
+    }
+
+    // The widget of this name that is on the screen.
+    template <typename Widget>
+    Widget* Find(const char* name) {
+        const QString wanted = QString::fromLatin1(name);
+        for (Widget* widget : window->findChildren<Widget*>(wanted))
+            if (widget->isVisible())
+                return widget;
+        throw std::runtime_error(std::string("no widget ") + name);
+    }
+    void Page(const char* id) { window->ShowPage(QString::fromLatin1(id)); }
+    void Click(const char* name) {
+        auto* widget = Find<QWidget>(name);
+        EXPECT_TRUE(widget->isEnabled()) << name;
+        QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+    }
+    void ClickKey(const char* grid, int key) {
+        auto* keys = Find<views::KeyGrid>(grid);
+        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(key).center());
+    }
+    // Does this in the dialog that comes up next.
+    void InDialog(const std::function<void(QWidget& dialog)>& act) {
+        auto* watch = new QTimer(window.get());
+        QObject::connect(watch, &QTimer::timeout, window.get(), [watch, act] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            watch->deleteLater();
+            watch->stop();
+            const QPointer<QWidget> guard(dialog);
+            act(*dialog);
+            if (guard != nullptr && guard->isVisible()) {
+                ADD_FAILURE() << "the dialog stays open";
+                guard->close();
+            }
+        });
+        watch->start(5);
+    }
+    static void ClickIn(QWidget& dialog, const char* name) {
+        auto* widget = dialog.findChild<QWidget*>(QString::fromLatin1(name));
+        ASSERT_NE(widget, nullptr) << name;
+        QTest::mouseClick(widget, Qt::LeftButton);
+    }
+    // Lets a key of the page send A, by clicks in the sequence editor.
+    void Edit(const char* page, int key) {
+        Page(page);
+        ClickKey("layoutDisplay", key);
+        InDialog([](QWidget& dialog) {
+            auto* keys = dialog.findChild<views::KeyGrid*>();
+            QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(31).center());
+            ClickIn(dialog, "cmdOK");
+        });
+        Click("cmdEdit_0");
+    }
+    bool IsShownProgrammed(const char* grid, int key) {
+        const auto& caps = Find<views::KeyGrid>(grid)->Keys();
+        return std::any_of(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
+            return cap.index == key && cap.state == views::KeyState::Programmed;
+        });
+    }
+    // Reviews and writes; returns the texts of the review's changes.
+    QStringList Write() {
+        QStringList changes;
+        InDialog([&](QWidget& dialog) {
+            auto* tree = dialog.findChild<QTreeWidget*>();
+            for (int i = 0; i < tree->topLevelItemCount(); ++i)
+                for (int j = 0; j < tree->topLevelItem(i)->childCount(); ++j) {
+                    const auto* item = tree->topLevelItem(i)->child(j);
+                    changes.append(item->text(0) + ": " + item->text(1) + " -> " + item->text(2));
+                }
+            ClickIn(dialog, "cmdWrite");
+        });
+        window->Transfers().Write();
+        return changes;
+    }
+    [[nodiscard]] std::string Memory(KeyboardModuleIDs eModule, Long offset, Long size) {
+        const Long base = workbench.Session().Access().GetBaseAddressForModule(eModule);
+        return workbench.Simulated()->Memory(base + offset, size);
+    }
+    // The notice above the page.
+    [[nodiscard]] QString Notice() const {
+        const auto* text = window->findChild<QLabel*>(QStringLiteral("lblNotice"));
+        return text->isVisible() ? text->text() : QString();
+    }
+    [[nodiscard]] QStringList FilesIn(const char* name) const {
+        QStringList files;
+        std::error_code none;
+        for (const auto& entry : std::filesystem::directory_iterator(folder / name, none))
+            if (entry.path().extension() != ".lock")
+                files.append(QString::fromStdString(entry.path().filename().string()));
+        return files;
+    }
+    // All that the keyboard holds.
+    [[nodiscard]] std::string Held() { return workbench.Simulated()->Memory(0, sim::kMemorySize); }
+    void UndoAll() {
+        while (workbench.History().CanUndo())
+            workbench.Undo();
+    }
+    [[nodiscard]] std::string Document() { return workbench.History().Document().ToText(); }
+
+private:
+    TempFolder m_own;
+
+public:
+    std::filesystem::path folder;
+    bool answer = true;
+    const char* saveAs = "till.json";
+    Ending recover = Ending::RollBack;
+    int timesAsked = 0; // to recover
+    QStringList askedToWrite;
+    DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
+    DocumentMenu::Answer notSaved = DocumentMenu::Answer::Cancel;
+    bool wasClosing = false; // when it could not be saved
+    DocumentMenu::LeftAnswer leftCopy = DocumentMenu::LeftAnswer::Later;
+    QStringList leftCopies;
+    QStringList warnings;
+    QStringList details;
+    views::QtPlatform platform;
+    app::Language language;
+    app::Workbench workbench;
+    std::unique_ptr<MainWindow> window;
+};
+
+} // namespace qx::test

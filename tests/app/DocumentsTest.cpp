@@ -1,0 +1,247 @@
+// Documents: opened, saved, and never lost.
+#include "Desk.h"
+#include "files/Files.h"
+#include "host/Json.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSlider>
+#include <QUrl>
+
+#include <fstream>
+
+namespace qx::test {
+namespace {
+
+TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
+    Desk desk;
+    const std::string file = (desk.folder / "till.json").string();
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(12);
+    desk.unsaved = DocumentMenu::Answer::Cancel;
+    desk.window->Documents().New();
+    EXPECT_TRUE(desk.workbench.IsModified()) << "the user did not want to lose the edit";
+    desk.Edit("freeProgKeys", 80);
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
+    EXPECT_TRUE(desk.window->Documents().Save());
+    const std::string saved = desk.Document();
+    desk.window->Documents().New();
+    EXPECT_NE(desk.Document(), saved);
+    EXPECT_FALSE(desk.IsShownProgrammed("layoutDisplay", 80));
+    desk.window->Documents().Open(QString::fromStdString(file));
+    EXPECT_EQ(desk.Document(), saved);
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
+
+    // A file that is no document changes nothing and says where it is wrong.
+    std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
+    desk.window->Documents().Open(QString::fromStdString(file));
+    EXPECT_EQ(desk.Document(), saved);
+    ASSERT_FALSE(desk.warnings.isEmpty());
+    EXPECT_TRUE(desk.warnings.back().contains(QStringLiteral("/pos")));
+}
+
+TEST(Documents, ABackupIsOpenedAsACopy) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Write();
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.Page("backups");
+    auto* list = desk.Find<QTreeWidget>("backups");
+    list->setCurrentItem(list->topLevelItem(0));
+    desk.Click("openBackup");
+    EXPECT_TRUE(desk.workbench.File().empty()) << "an edit must not change the backup";
+    EXPECT_TRUE(desk.workbench.IsModified());
+    desk.Page("commonKeyboard");
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
+}
+
+TEST(Documents, SavesByItselfOnlyWhereItMay) {
+    Desk desk;
+    const auto held = [&] {
+        return host::Json::parse(
+            files::ReadFile(desk.folder / "till.json"))["commonKeyboard"]["outputDelay"];
+    };
+    const auto edit = [&](int delay) {
+        desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
+        QTest::qWait(1700);
+    };
+    desk.Page("commonKeyboard");
+    desk.workbench.Preferences().SetAutoSave(true);
+    edit(11);
+    EXPECT_FALSE(std::filesystem::exists(desk.folder / "till.json")) << "it has no name yet";
+    EXPECT_TRUE(desk.window->Documents().Save());
+    edit(12);
+    EXPECT_EQ(held(), 12);
+    desk.workbench.Preferences().SetAutoSave(false);
+    edit(13);
+    EXPECT_EQ(held(), 12);
+}
+
+constexpr const char* kFrame = R"("format": "qx-configuration", "version": 1)";
+
+void WriteText(const std::filesystem::path& file, const std::string& text) {
+    std::ofstream(file) << text;
+}
+
+QString Name(const std::filesystem::path& file) {
+    return QString::fromStdString(file.string());
+}
+
+TEST(Documents, AFolderThatVanishesStopsNobody) {
+    Desk desk;
+    const auto stick = desk.folder / "stick";
+    std::filesystem::create_directory(stick);
+    desk.saveAs = "stick/till.json";
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(11);
+    ASSERT_TRUE(desk.window->Documents().Save());
+    desk.workbench.Preferences().SetAutoSave(true);
+    std::filesystem::remove_all(stick);
+    desk.Find<QSlider>("slidOutputDelay")->setValue(12);
+    QTest::qWait(1700);
+    EXPECT_TRUE(desk.warnings.isEmpty()) << "no box while the user works";
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("could not be saved automatically")));
+
+    const auto close = [&](DocumentMenu::Answer answer) {
+        desk.notSaved = answer;
+        desk.wasClosing = false;
+        return desk.window->close();
+    };
+    EXPECT_FALSE(close(DocumentMenu::Answer::Cancel));
+    EXPECT_TRUE(desk.wasClosing);
+    EXPECT_TRUE(desk.workbench.IsModified());
+    desk.window->Documents().New();
+    EXPECT_TRUE(desk.workbench.IsModified()) << "cancelled too";
+    desk.saveAs = "elsewhere.json";
+    desk.notSaved = DocumentMenu::Answer::SaveAs;
+    desk.window->Documents().New();
+    EXPECT_FALSE(desk.workbench.IsModified());
+    EXPECT_EQ(host::Json::parse(
+                  files::ReadFile(desk.folder / "elsewhere.json"))["commonKeyboard"]["outputDelay"],
+              12);
+
+    std::filesystem::create_directory(stick);
+    desk.saveAs = "stick/till.json";
+    desk.Find<QSlider>("slidOutputDelay")->setValue(13);
+    ASSERT_TRUE(desk.window->Documents().SaveAs());
+    std::filesystem::remove_all(stick);
+    desk.Find<QSlider>("slidOutputDelay")->setValue(14);
+    EXPECT_TRUE(close(DocumentMenu::Answer::Discard));
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 0) << "given up is given up";
+}
+
+TEST(Documents, AWriteProtectedDocumentStaysAsItIs) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(11);
+    ASSERT_TRUE(desk.window->Documents().Save());
+    const auto file = desk.folder / "till.json";
+    const std::string text = files::ReadFile(file);
+    std::filesystem::permissions(file, std::filesystem::perms::owner_read);
+    desk.Find<QSlider>("slidOutputDelay")->setValue(12);
+    desk.workbench.Preferences().SetAutoSave(true);
+    desk.saveAs = "copy.json";
+    desk.notSaved = DocumentMenu::Answer::SaveAs;
+    EXPECT_TRUE(desk.window->Documents().Save());
+    EXPECT_EQ(desk.warnings.size(), 1);
+    EXPECT_EQ(files::ReadFile(file), text);
+    EXPECT_NE(files::ReadFile(desk.folder / "copy.json"), text);
+}
+
+TEST(Documents, UnsavedWorkSurvivesTheProgram) {
+    const TempFolder shop;
+    std::string edited;
+    {
+        Desk desk("full", shop / "");
+        desk.Edit("freeProgKeys", 80);
+        QTest::qWait(1200);
+        edited = desk.Document();
+        ASSERT_EQ(desk.FilesIn("records/unsaved").size(), 1);
+        const auto folder = desk.folder / "records" / "unsaved";
+        EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
+        Desk second("full", {}, desk.folder / "records");
+        second.leftCopy = DocumentMenu::LeftAnswer::Open;
+        EXPECT_FALSE(second.window->Documents().OpenLeft()) << "its window is still open";
+        EXPECT_TRUE(second.window->close());
+        EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1);
+    } // ends without closing its window, as a program that is killed
+    Desk desk("full", shop / "");
+    desk.leftCopy = DocumentMenu::LeftAnswer::Later;
+    EXPECT_FALSE(desk.window->Documents().OpenLeft());
+    desk.leftCopy = DocumentMenu::LeftAnswer::Open;
+    EXPECT_TRUE(desk.window->Documents().OpenLeft());
+    EXPECT_EQ(desk.Document(), edited);
+    desk.Page("freeProgKeys");
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
+    EXPECT_TRUE(desk.workbench.IsModified());
+    EXPECT_TRUE(desk.workbench.File().empty());
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1) << "now this window's own";
+    EXPECT_TRUE(desk.window->Documents().Save());
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 0);
+
+    WriteText(desk.folder / "records" / "unsaved" / "1-0.json", "{\"document\": 7}");
+    EXPECT_FALSE(desk.window->Documents().OpenLeft());
+    EXPECT_EQ(desk.warnings.size(), 1) << "a damaged copy is reported";
+    EXPECT_EQ(desk.Document(), edited);
+}
+
+TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
+    Desk desk;
+    desk.Edit("freeProgKeys", 80);
+    desk.Page("pos");
+    desk.InDialog([](QWidget& dialog) {
+        auto* keys = dialog.findChild<views::KeyGrid*>();
+        QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(3).center());
+        Desk::ClickIn(dialog, "cmdOK");
+    });
+    desk.Click("cmdEdit");
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    const auto file = desk.folder / "faulty.json";
+    WriteText(file, "{" + std::string(kFrame) + R"(, "commonKeyboard": {"outputDelay": 999},
+        "freeProgKeys": {"keys": [{"positionCode": 75, "sequence": [300]}]},
+        "pos": {"blocks": 3}})");
+    desk.window->Documents().Open(Name(file));
+    ASSERT_EQ(desk.details.size(), 1);
+    for (const char* place : {"/commonKeyboard/outputDelay", "/freeProgKeys/keys/0", "/pos/blocks"})
+        EXPECT_TRUE(desk.details.front().contains(QLatin1String(place))) << place;
+
+    // What the pages show is still what the document holds.
+    desk.Page("freeProgKeys");
+    EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
+    desk.Page("pos");
+    EXPECT_TRUE(desk.IsShownProgrammed("posDisplay", 3));
+
+    std::filesystem::resize_file(file, 300 << 20);
+    desk.window->Documents().Open(Name(file));
+    ASSERT_EQ(desk.details.size(), 2);
+    EXPECT_TRUE(desk.details.back().contains(QStringLiteral("too large")));
+}
+
+TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    const auto first = desk.folder / "first.json";
+    WriteText(first, "{" + std::string(kFrame) + R"(, "commonKeyboard": {"outputDelay": 17}})");
+    QMimeData data;
+    data.setUrls(
+        {QUrl::fromLocalFile(Name(first)), QUrl::fromLocalFile(Name(desk.folder / "second.json"))});
+    const auto actions = Qt::CopyAction | Qt::MoveAction;
+    const auto send = [&](auto& event) {
+        event.setDropAction(Qt::MoveAction); // as the source proposes
+        QApplication::sendEvent(desk.window.get(), &event);
+        EXPECT_TRUE(event.isAccepted());
+        EXPECT_EQ(event.dropAction(), Qt::CopyAction);
+    };
+    QDragEnterEvent enter({20, 20}, actions, &data, Qt::LeftButton, {});
+    send(enter);
+    EXPECT_TRUE(desk.Find<QWidget>("dropMark")->isVisible());
+    QDropEvent drop({20, 20}, actions, &data, Qt::LeftButton, {});
+    send(drop);
+    EXPECT_FALSE(desk.window->findChild<QWidget*>("dropMark")->isVisible());
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 17);
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("second.json")));
+}
+
+} // namespace
+} // namespace qx::test
