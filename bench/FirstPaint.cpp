@@ -78,9 +78,11 @@ int main(int argc, char** argv) {
     const std::filesystem::path work = folder.path().toStdString();
     views::QtPlatform platform;
     app::Language language;
-    app::Workbench workbench(
-        platform.Services(),
-        {{{}, work / "keyboard.qxk", {}}, argv[3], {}, work / "settings.ini", work / "records"});
+    app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", "full"},
+                                                   argv[3],
+                                                   {},
+                                                   work / "settings.ini",
+                                                   work / "records"});
     app::MainWindow window(workbench, platform.Services(), language);
     const FirstPaint painted(window, argv[1], [&] {
         window.Connect(workbench.Choice());

@@ -38,7 +38,7 @@ void StartOf(benchmark::State& state, const std::vector<std::string>& arguments)
 
 void StartQxconfIdentify(benchmark::State& state) {
     const auto file = std::filesystem::temp_directory_path() / "qxbench-keyboard.qxk";
-    StartOf(state, {QX_BIN "/qxconf", "--keyboard", file.string(), "identify"});
+    StartOf(state, {QX_BIN "/qxconf", "--keyboard", file.string(), "--model", "full", "identify"});
     std::filesystem::remove(file);
     std::filesystem::remove(file.string() + ".lock");
 }

@@ -165,7 +165,7 @@ int main(int argc, char** argv) {
     {
         views::QtPlatform platform;
         app::Language language;
-        app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", {}},
+        app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", "full"},
                                                        arguments[2].toStdString(),
                                                        {},
                                                        work / "settings.ini",

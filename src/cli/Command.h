@@ -25,6 +25,12 @@ using Target =
     std::variant<bool*, std::string*, std::filesystem::path*, Long*, Integer*,
                  std::optional<Integer>*, std::vector<std::string>*, std::vector<Integer>*>;
 
+// The values that a shell can offer; without this, those of a small range, or of a text the files.
+using Offers = std::function<std::vector<std::string>(Context&)>;
+[[nodiscard]] inline std::vector<std::string> OfferNothing(Context&) {
+    return {};
+}
+
 // An option, or an argument that is known by its position.
 struct Option {
     std::string name; // "-o,--output"; of an argument "FILE"
@@ -37,6 +43,7 @@ struct Option {
     std::vector<std::string> choices = {};           // of a text: one of these, in any case
     std::function<std::string(const std::string&)> complaint = {}; // about a value; empty: none
     std::vector<std::string> excludes = {}; // options that cannot be given as well
+    Offers offers = {};
 
     [[nodiscard]] bool IsPositional() const { return name.front() != '-'; }
 };

@@ -2,20 +2,28 @@
 
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
+#include "host/ForwardingDriver.h"
 #include "host/Traces.h"
 #include "setup/LayoutSource.h"
 
 #include <algorithm>
+#include <istream>
 
 namespace qx::cli {
 
 namespace {
 
 constexpr int kSchema = 1;
+constexpr int kEndedBySignal = 128; // and the signal's number, as shells have it
 
 // A document can have very many faults, of which nobody reads all.
 constexpr std::size_t kShownFaults = 20;
 constexpr std::size_t kFaultsInJson = 1000;
+
+void EndIfInterrupted() {
+    if (const int signal = InterruptWatch::Signal(); signal != 0)
+        throw Interrupted{signal};
+}
 
 host::Json ToJson(const host::Error& error) {
     const auto& faults = error.Faults();
@@ -64,6 +72,31 @@ private:
     Context& m_context;
 };
 
+// Knows which step of the work a transfer is.
+class Context::NamedTransfers : public host::ForwardingDriver {
+public:
+    NamedTransfers(ConfigDriver& driver, std::string_view& step)
+        : ForwardingDriver(driver), m_step(step) {}
+    std::int32_t QXCFG_ImageLoad() override {
+        m_step = m_hasWritten ? "checking" : "reading";
+        return ForwardingDriver::QXCFG_ImageLoad();
+    }
+    std::int32_t QXCFG_ImageSave() override {
+        m_step = "writing";
+        m_hasWritten = true;
+        return ForwardingDriver::QXCFG_ImageSave();
+    }
+
+protected:
+    std::int32_t Noted(std::string_view, host::DriverResult, std::int32_t result) override {
+        return result;
+    }
+
+private:
+    std::string_view& m_step;
+    bool m_hasWritten = false;
+};
+
 Context::Context(Streams streams, Surroundings surroundings)
     : m_console(streams), m_surroundings(std::move(surroundings)),
       m_boxes(std::make_unique<NotedMessageBoxes>(*this)) {
@@ -81,13 +114,24 @@ setup::OpenedDriver Context::OpenDriver(const setup::KeyboardChoice& choice) {
     return driver;
 }
 
+setup::OpenedDriver Context::OpenChosenDriver() {
+    setup::KeyboardChoice choice = options.keyboard;
+    if (choice.driver.empty() && choice.keyboard.empty() && !m_surroundings.driver.empty()) {
+        choice.driver = m_surroundings.driver;
+        Note("no --driver and no --keyboard: using the driver " + choice.driver.string());
+    }
+    return OpenDriver(choice);
+}
+
 std::unique_ptr<host::Session> Context::NewSession() {
-    m_driver = OpenDriver(options.keyboard);
+    m_interrupts.emplace();
+    m_driver = OpenChosenDriver();
+    m_transfers = std::make_unique<NamedTransfers>(*m_driver.driver, m_step);
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
     sessionOptions.statusText = m_driver.statusText;
     sessionOptions.failure = m_driver.failure;
-    return std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(sessionOptions));
+    return std::make_unique<host::Session>(*m_transfers, m_platform, std::move(sessionOptions));
 }
 
 host::Session& Context::Keyboard() {
@@ -97,6 +141,7 @@ host::Session& Context::Keyboard() {
         m_session->Open();
         TellOfInterruptedWrites();
     }
+    EndIfInterrupted();
     return *m_session;
 }
 
@@ -118,6 +163,7 @@ host::Writer& Context::Writer() {
         writing.newConfiguration = [this] { return NewConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
+    EndIfInterrupted();
     return *m_writer;
 }
 
@@ -158,6 +204,20 @@ sim::SimulatedDriver* Context::Simulated() {
 void Context::CloseKeyboard() {
     if (m_session)
         m_session->Close();
+    if (m_session && !m_writer)
+        EndIfInterrupted();
+}
+
+void Context::CloseAfterWrite(host::Json& result) {
+    try {
+        CloseKeyboard();
+    } catch (const host::Error& error) {
+        exitStatus = ExitStatusOf(error.Kind());
+        result["closing"] = ToJson(error);
+        m_console.Error("qxconf: the keyboard was written to as reported, but could not be given "
+                        "back: " +
+                        std::string(error.what()));
+    }
 }
 
 QXKeyboardLayoutData& Context::Layout() {
@@ -196,10 +256,6 @@ std::unique_ptr<host::Configuration> Context::NewConfiguration() {
     return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
 }
 
-void Context::ShowProgress(int percent) {
-    m_console.ShowProgress("transfer", percent);
-}
-
 void Context::Result(const host::Json& json, const Lines& lines) {
     if (!options.json)
         return m_console.Result(lines);
@@ -214,9 +270,18 @@ void Context::DocumentResult(const host::Json& json, const host::Json& document)
     m_console.Result(document);
 }
 
-void Context::RefuseKeyboardFile(const std::string& file) const {
-    if (files::IsSameFile(file, m_driver.file))
-        throw host::Error(host::ErrorKind::Usage, file + " is the file of the keyboard itself");
+std::string Context::StandardInput() {
+    std::string text;
+    char part[1 << 16];
+    std::istream& in = *m_surroundings.in;
+    while (in.read(part, sizeof part) || in.gcount() > 0) {
+        text.append(part, static_cast<std::size_t>(in.gcount()));
+        if (text.size() > files::kMostBytes)
+            throw host::Error(host::ErrorKind::FileFailed, "standard input does not end after " +
+                                                               std::to_string(files::kMostBytes) +
+                                                               " bytes");
+    }
+    return text;
 }
 
 int Context::Report(const host::Error& error) {
@@ -229,6 +294,16 @@ int Context::Report(const host::Error& error) {
     if (options.json)
         m_console.Result(host::Json{{"schema", kSchema}, {"error", ToJson(error)}});
     return ExitStatusOf(error.Kind());
+}
+
+int Context::Report(const Interrupted& interrupted) {
+    const std::string message = "ended by signal " + std::to_string(interrupted.signal) +
+                                "; nothing was written to the keyboard";
+    m_console.Error("qxconf: " + message);
+    if (options.json)
+        m_console.Result(host::Json{{"schema", kSchema},
+                                    {"error", {{"code", "interrupted"}, {"message", message}}}});
+    return kEndedBySignal + interrupted.signal;
 }
 
 } // namespace qx::cli

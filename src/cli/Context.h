@@ -5,12 +5,14 @@
 #pragma once
 
 #include "cli/Console.h"
+#include "cli/InterruptWatch.h"
 #include "host/Session.h"
 #include "host/Writer.h"
 #include "setup/DriverSource.h"
 
 #include <chrono>
 #include <functional>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,6 +29,9 @@ namespace qx::cli {
 // What the command line takes from its surroundings; tests put their own in.
 struct Surroundings {
     std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver = setup::OpenDriver;
+    std::istream* in = &std::cin;
+    // The driver library of the command that chooses no keyboard; empty: the simulated one.
+    std::filesystem::path driver;
     // Lets some time pass while something is waited for.
     std::function<void()> pause = [] { std::this_thread::sleep_for(std::chrono::seconds(1)); };
     // Where backups, journal and receipts are; empty: in the user's data folder.
@@ -58,7 +63,11 @@ public:
     // The exit status of a command that ran to its end; 0 unless set.
     int exitStatus = 0;
 
-    // The keyboard, started up at the first call. Throws host::Error.
+    // Called when the options have their values.
+    void Begin() { m_console.isQuiet = options.quiet; }
+
+    // The keyboard, started up at the first call. Throws host::Error; and, as Writer and
+    // CloseKeyboard do before and after the keyboard is written to, Interrupted.
     [[nodiscard]] host::Session& Keyboard();
     // The same without start-up, for what the driver does without a keyboard.
     [[nodiscard]] host::Session& Driver();
@@ -70,6 +79,8 @@ public:
     [[nodiscard]] sim::SimulatedDriver* Simulated();
     // Gives the keyboard back, where one was opened. Throws host::Error.
     void CloseKeyboard();
+    // The same after a write that is proved: a failure becomes part of its result, "closing".
+    void CloseAfterWrite(host::Json& result);
 
     // The keyboard layout: as chosen, else the one that the opened keyboard names, else the
     // preferred one. Throws host::Error(LayoutInvalid).
@@ -102,23 +113,29 @@ public:
     void Text(const std::string& text) { m_console.Text(text); }
     void Note(std::string_view text) { m_console.Note(text); }
     void Trace(std::string_view text) { m_console.Error(text); }
-    // Throws host::Error(Usage) when the file to be written is the simulated keyboard's own.
-    void RefuseKeyboardFile(const std::string& file) const;
+    // All of standard input. Throws host::Error(FileFailed) when it is larger than any file.
+    [[nodiscard]] std::string StandardInput();
     // Draws the bar of a transfer, where people watch.
-    void ShowProgress(int percent);
+    void ShowProgress(int percent) { m_console.ShowProgress(m_step, percent); }
     // Reports an error and returns the exit status that belongs to it.
     int Report(const host::Error& error);
+    int Report(const Interrupted& interrupted);
 
 private:
+    [[nodiscard]] setup::OpenedDriver OpenChosenDriver();
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void TellOfInterruptedWrites();
     class NotedMessageBoxes;
+    class NamedTransfers;
 
     Console m_console;
     Surroundings m_surroundings;
     std::unique_ptr<NotedMessageBoxes> m_boxes;
     Platform m_platform;
     setup::OpenedDriver m_driver;
+    std::unique_ptr<NamedTransfers> m_transfers;
+    std::optional<InterruptWatch> m_interrupts; // while a keyboard is open
+    std::string_view m_step = "transfer";       // of the work, that the bar shows
     std::unique_ptr<host::Session> m_session;
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;

@@ -1,30 +1,123 @@
 #include "cli/InterruptWatch.h"
 
+#include <atomic>
+#include <csignal>
+#include <ctime>
+
+#ifndef _WIN32
+#include <unistd.h>
+#endif
+
 namespace qx::cli {
 
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+constexpr std::time_t kPatience = 2; // seconds
 
-extern "C" void OnInterrupt(int) {
-    interrupted = 1;
+std::atomic<int> firstSignal = 0;
+std::atomic<std::time_t> firstTime = 0;
+static_assert(std::atomic<int>::is_always_lock_free &&
+              std::atomic<std::time_t>::is_always_lock_free);
+
+#ifdef _WIN32
+
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGBREAK};
+
+void Tell() {}
+void EndBySystem() {}
+
+#else
+
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+void Tell() {
+    constexpr char kText[] = "\nqxconf: ending when the keyboard is in order; again in two "
+                             "seconds: at once\n";
+    if (isatty(STDERR_FILENO) != 0)
+        static_cast<void>(!write(STDERR_FILENO, kText, sizeof kText - 1));
 }
+
+// Whoever sends one signal alone is not left with a program that hangs.
+void EndBySystem() {
+    constexpr unsigned kSeconds = 600;
+    alarm(kSeconds);
+}
+
+#endif
 
 } // namespace
 
-InterruptWatch::InterruptWatch() : m_previous() {
-    interrupted = 0;
-    for (std::size_t i = 0; i < kSignals.size(); ++i)
-        m_previous[i] = std::signal(kSignals[i], OnInterrupt);
+// Only functions that a signal handler may call.
+extern "C" void QxconfOnSignal(int signal) {
+    const std::time_t now = std::time(nullptr);
+    if (firstSignal == 0) {
+        firstSignal = signal;
+        firstTime = now;
+        Tell();
+        EndBySystem();
+    } else if (now - firstTime >= kPatience) {
+        (void)std::signal(signal, SIG_DFL);
+        (void)std::raise(signal);
+        return;
+    }
+#ifdef _WIN32
+    (void)std::signal(signal, QxconfOnSignal); // it is the default's again
+#endif
+}
+
+#ifdef _WIN32
+
+struct InterruptWatch::Kept {
+    int signal;
+    void (*handler)(int);
+};
+
+InterruptWatch::InterruptWatch() {
+    firstSignal = 0;
+    for (const int signal : kSignals)
+        m_kept.push_back({signal, std::signal(signal, QxconfOnSignal)});
 }
 
 InterruptWatch::~InterruptWatch() {
-    for (std::size_t i = 0; i < kSignals.size(); ++i)
-        (void)std::signal(kSignals[i], m_previous[i]);
+    for (const Kept& kept : m_kept)
+        (void)std::signal(kept.signal, kept.handler);
 }
 
-bool InterruptWatch::IsInterrupted() const {
-    return interrupted != 0;
+#else
+
+struct InterruptWatch::Kept {
+    int signal;
+    struct sigaction action;
+};
+
+InterruptWatch::InterruptWatch() {
+    const auto handle = [&](int signal, void (*handler)(int)) {
+        struct sigaction action = {};
+        action.sa_handler = handler;
+        action.sa_flags = SA_RESTART;
+        Kept kept{signal, {}};
+        (void)sigaction(signal, nullptr, &kept.action);
+        if (kept.action.sa_handler == SIG_IGN)
+            return;
+        (void)sigaction(signal, &action, nullptr);
+        m_kept.push_back(kept);
+    };
+    firstSignal = 0;
+    for (const int signal : kSignals)
+        handle(signal, QxconfOnSignal);
+    handle(SIGPIPE, SIG_IGN);
+}
+
+InterruptWatch::~InterruptWatch() {
+    alarm(0);
+    for (const Kept& kept : m_kept)
+        (void)sigaction(kept.signal, &kept.action, nullptr);
+}
+
+#endif
+
+int InterruptWatch::Signal() {
+    return firstSignal;
 }
 
 } // namespace qx::cli

@@ -1,9 +1,12 @@
-// InterruptWatch: while one lives, a signal that asks the program to end (Ctrl+C, SIGTERM, SIGHUP)
-// does not end it, but is reported to who asks.
+// InterruptWatch: while one lives, Ctrl+C, a request to end and the end of the terminal do not end
+// the program; whoever works with a keyboard asks for them, and ends when the keyboard is in order.
+//
+// The same signal two seconds later ends the program at once, and so do ten minutes, for a driver
+// that never returns. A signal that the program was started without stays ignored. Nor does writing
+// to a pipe that nobody reads end the program: it fails.
 #pragma once
 
-#include <array>
-#include <csignal>
+#include <vector>
 
 namespace qx::cli {
 
@@ -14,16 +17,18 @@ public:
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 
-    // Whether one has come since the watch began.
-    [[nodiscard]] bool IsInterrupted() const;
+    // The signal that has come since the first watch that lives began; 0: none.
+    [[nodiscard]] static int Signal();
+    [[nodiscard]] bool IsInterrupted() const { return Signal() != 0; }
 
 private:
-#ifdef SIGHUP
-    static constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
-#else
-    static constexpr std::array kSignals = {SIGINT, SIGTERM};
-#endif
-    std::array<void (*)(int), kSignals.size()> m_previous;
+    struct Kept;
+    std::vector<Kept> m_kept; // how the signals were handled before
+};
+
+// Thrown where work ends for a signal.
+struct Interrupted {
+    int signal;
 };
 
 } // namespace qx::cli

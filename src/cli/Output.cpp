@@ -1,10 +1,14 @@
 #include "cli/Output.h"
 
+#include "cli/commands/Commands.h"
+
 #include "files/Files.h"
 #include "host/VisibleText.h"
 #include "qxcontrols/common/Text.h"
+#include "simulator/KeyboardMemory.h"
 
 #include <algorithm>
+#include <fstream>
 
 namespace qx::cli {
 
@@ -16,6 +20,17 @@ std::size_t Width(const std::string& text) {
     return static_cast<std::size_t>(std::count_if(shown.begin(), shown.end(), [](char c) {
         return (static_cast<Byte>(c) & 0xC0U) != 0x80U;
     }));
+}
+
+// Devices and pipes take the text as it comes; a file has either its old text or the new one.
+void WriteFile(const std::filesystem::path& file, const std::string& text) {
+    std::error_code ignored;
+    const auto status = std::filesystem::status(file, ignored);
+    if (!std::filesystem::is_character_file(status) && !std::filesystem::is_fifo(status))
+        return files::WriteFileAtomically(file, text);
+    std::ofstream out(file, std::ios::binary);
+    if (!(out << text).flush())
+        throw std::runtime_error(file.string() + " could not be written");
 }
 
 } // namespace
@@ -41,16 +56,20 @@ void Append(Lines& lines, const Lines& more) {
     lines.insert(lines.end(), more.begin(), more.end());
 }
 
+void RefuseKeyboardFile(const std::string& file) {
+    if (sim::KeyboardMemory::IsIn(file))
+        throw host::Error(host::ErrorKind::Usage,
+                          file + " is the file of a simulated keyboard, and stays as it is");
+}
+
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction) {
-    if (file.empty()) {
-        context.DocumentResult({{"direction", direction}, {"document", document.AsJson()}},
-                               document.AsJson());
-        return;
-    }
-    context.RefuseKeyboardFile(file);
+    if (file.empty() || file == kStandardStream || file == "/dev/stdout")
+        return context.DocumentResult({{"direction", direction}, {"document", document.AsJson()}},
+                                      document.AsJson());
+    RefuseKeyboardFile(file);
     try {
-        files::WriteFileAtomically(file, document.ToText());
+        WriteFile(file, document.ToText());
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }

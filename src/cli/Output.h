@@ -6,8 +6,11 @@
 
 namespace qx::cli {
 
-// Writes the document into the file, or as the result when `file` is empty. `direction` says what
-// was moved where, for the message.
+// Throws host::Error(Usage) for the file of a simulated keyboard, which no result replaces.
+void RefuseKeyboardFile(const std::string& file);
+
+// Writes the document into the file, or as the result when `file` is empty or standard output.
+// `direction` says what was moved where, for the message.
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction);
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <numeric>
 
 namespace qx::cli {
 
@@ -73,7 +74,7 @@ struct Adder {
     void operator()(T* target) const {
         using Value = typename ValueOf<T>::Type;
         CLI::Option* added = app.add_option(option.name, *target, option.summary);
-        if (ValueOf<T>::isList)
+        if (ValueOf<T>::isList && !option.IsPositional())
             added->expected(1)->allow_extra_args(false)->take_all();
         std::function<std::string(const std::string&)> complaint;
         if constexpr (std::is_integral_v<Value>)
@@ -104,14 +105,22 @@ void AddOptions(CLI::App& app, const Command& command) {
     }
 }
 
-void Add(CLI::App& app, const Command& command) {
+// The program's own options, which every command takes.
+std::string GlobalOptionsText(const Command& program) {
+    std::string names;
+    for (const Option& option : program.options)
+        names += " " + option.name.substr(option.name.rfind(',') + 1);
+    return "\n\nOptions of every command (see " + program.name + " --help):\n " + names;
+}
+
+void Add(CLI::App& app, const Command& command, const std::string& globals) {
     app.set_help_flag("-h,--help", "Show this help");
-    app.footer(command.footer);
+    app.footer(command.footer + (app.get_parent() == nullptr ? "" : globals));
     AddOptions(app, command);
     for (const Command& inner : command.commands) {
         CLI::App* added = app.add_subcommand(inner.name, inner.summary);
         added->group("Commands");
-        Add(*added, inner);
+        Add(*added, inner, globals);
     }
     if (!command.commands.empty())
         app.require_subcommand(1);
@@ -125,28 +134,76 @@ struct Found {
     std::string name;
 };
 
+const Command* Inner(const Command& command, const std::string& name) {
+    const auto found = std::find_if(command.commands.begin(), command.commands.end(),
+                                    [&](const Command& each) { return each.name == name; });
+    return found == command.commands.end() ? nullptr : &*found;
+}
+
 Found Innermost(const CLI::App& app, const Command& command, const std::string& name) {
     const auto found = app.get_subcommands();
     if (found.empty())
         return {&app, &command, name};
     const std::string& inner = found.front()->get_name();
-    const auto chosen = std::find_if(command.commands.begin(), command.commands.end(),
-                                     [&](const Command& each) { return each.name == inner; });
-    return Innermost(*found.front(), *chosen, name + " " + inner);
+    return Innermost(*found.front(), *Inner(command, inner), name + " " + inner);
+}
+
+// How many letters have to be changed, added or left out to make one word the other.
+std::size_t Distance(const std::string& one, const std::string& other) {
+    std::vector<std::size_t> distances(other.size() + 1);
+    std::iota(distances.begin(), distances.end(), std::size_t{0});
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        std::size_t diagonal = std::exchange(distances[0], i + 1);
+        for (std::size_t k = 0; k < other.size(); ++k) {
+            const std::size_t changed = diagonal + (one[i] == other[k] ? 0 : 1);
+            diagonal = distances[k + 1];
+            distances[k + 1] = std::min({changed, diagonal + 1, distances[k] + 1});
+        }
+    }
+    return distances.back();
+}
+
+// "; did you mean upload?" where one of the names is like the word.
+std::string Suggestion(const std::string& word, const std::vector<std::string>& names) {
+    const auto nearest = std::min_element(names.begin(), names.end(),
+                                          [&](const std::string& one, const std::string& other) {
+                                              return Distance(word, one) < Distance(word, other);
+                                          });
+    const bool isLike = nearest != names.end() && Distance(word, *nearest) <= 1 + word.size() / 5;
+    return isLike ? "; did you mean " + *nearest + "?" : "";
+}
+
+std::string NoOption(const Command& program, const Command& command, const std::string& word) {
+    std::vector<std::string> names;
+    for (const Command* each : {&command, &program})
+        for (const Option& option : each->options)
+            if (!option.IsPositional())
+                names.push_back(option.name.substr(option.name.rfind(',') + 1));
+    return "there is no option " + word + Suggestion(word.substr(0, word.find('=')), names);
+}
+
+std::string NoCommand(const Command& command, const std::string& name, const std::string& word) {
+    std::vector<std::string> names;
+    for (const Command& each : command.commands)
+        names.push_back(each.name);
+    return "there is no command \"" + name + " " + word + "\"" + Suggestion(word, names);
 }
 
 // What was wrong with the arguments, and where more is to be learnt.
-std::string UsageText(const CLI::App& app, const Found& found, const CLI::ParseError& error) {
-    std::string text = error.what();
-    const bool lacksCommand = found.app->get_require_subcommand_min() > 0 &&
-                              dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+std::string UsageText(const CLI::App& app, const Command& program, const CLI::ParseError& error) {
+    const Found found = Innermost(app, program, program.name);
     const auto unknown = app.remaining(true);
-    if (lacksCommand && unknown.empty())
-        text = found.name + " needs a command";
-    else if (lacksCommand && unknown.front().starts_with('-'))
-        text = "there is no option " + unknown.front();
+    const bool lacksCommand = !found.command->commands.empty() &&
+                              dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+    const bool isTooMuch = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+    std::string text = error.what();
+    if (!unknown.empty() && (lacksCommand || isTooMuch) && unknown.front().starts_with('-'))
+        text = NoOption(program, *found.command, unknown.front());
     else if (lacksCommand)
-        text = "there is no command \"" + found.name + " " + unknown.front() + "\"";
+        text = unknown.empty() ? found.name + " needs a command"
+                               : NoCommand(*found.command, found.name, unknown.front());
+    else if (isTooMuch && !unknown.empty())
+        text = found.name + " takes no further argument \"" + unknown.front() + "\"";
     return text + " (see " + found.name +
            (found.app == &app && !lacksCommand ? " COMMAND --help)" : " --help)");
 }
@@ -157,9 +214,9 @@ Parsed Parse(const Command& program, const std::string& version,
              const std::vector<std::string>& arguments) {
     CLI::App app(program.summary, program.name);
     app.formatter(std::make_shared<HelpFormatter>());
-    app.set_version_flag("--version", version, "Show the version");
+    app.set_version_flag("-V,--version", version, "Show the version");
     app.fallthrough();
-    Add(app, program);
+    Add(app, program, GlobalOptionsText(program));
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return {Innermost(app, program, program.name).command, ""};
@@ -168,9 +225,24 @@ Parsed Parse(const Command& program, const std::string& version,
     } catch (const CLI::Success&) { // help is asked for in this way
         return {nullptr, app.help()};
     } catch (const CLI::ParseError& error) {
-        throw host::Error(host::ErrorKind::Usage,
-                          UsageText(app, Innermost(app, program, program.name), error));
+        throw host::Error(host::ErrorKind::Usage, UsageText(app, program, error));
     }
+}
+
+std::string HelpFor(const Command& program, const std::vector<std::string>& words) {
+    const Command* command = &program;
+    std::string name = program.name;
+    for (const std::string& word : words) {
+        const Command* const inner = Inner(*command, word);
+        if (inner == nullptr)
+            throw host::Error(host::ErrorKind::Usage,
+                              NoCommand(*command, name, word) + " (see " + name + " --help)");
+        command = inner;
+        name += " " + word;
+    }
+    std::vector<std::string> arguments = words;
+    arguments.emplace_back("--help");
+    return Parse(program, "", arguments).text;
 }
 
 } // namespace qx::cli

@@ -16,4 +16,8 @@ struct Parsed {
 [[nodiscard]] Parsed Parse(const Command& program, const std::string& version,
                            const std::vector<std::string>& arguments);
 
+// The help of the command that these words name, of the program when there are none. Throws
+// host::Error(Usage) when there is no such command.
+[[nodiscard]] std::string HelpFor(const Command& program, const std::vector<std::string>& words);
+
 } // namespace qx::cli

@@ -3,8 +3,11 @@
 #include "cli/Parser.h"
 #include "cli/commands/Commands.h"
 #include "qxcontrols/device/Trace.h"
+#include "setup/LayoutSource.h"
+#include "simulator/KeyboardModel.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace qx::cli {
 
@@ -21,12 +24,14 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
          .value = "PATH"},
         {.name = "--keyboard",
          .target = &options.keyboard.keyboard,
-         .summary = "Use the simulated keyboard kept in this file, made when new",
+         .summary = "Use the simulated keyboard kept in this file",
          .value = "FILE"},
         {.name = "--model",
          .target = &options.keyboard.model,
-         .summary = "Model of a new simulated keyboard: full, magnet, x1-4620, or a file",
-         .value = "NAME"},
+         .summary = "Make the simulated keyboard when there is none, of this model: full, magnet, "
+                    "x1-4620, or a file",
+         .value = "NAME",
+         .offers = [](Context&) { return sim::KeyboardModel::Names(); }},
         {.name = "--layouts",
          .target = &options.layouts,
          .summary = "The folder of the keyboard layouts",
@@ -34,7 +39,8 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
         {.name = "--layout",
          .target = &options.layout,
          .summary = "Keyboard layout: a file name or a language id",
-         .value = "NAME"},
+         .value = "NAME",
+         .offers = [&options](Context&) { return setup::LayoutNames(options.layouts); }},
         {.name = "--settings",
          .target = &options.settings,
          .summary = "Keep preferences in this file in place of the user's own",
@@ -45,12 +51,36 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
         {.name = "--json",
          .target = &options.json,
          .summary = "Write each result as one JSON object"},
+        {.name = "-q,--quiet",
+         .target = &options.quiet,
+         .summary = "Show results and errors only, neither notes nor progress"},
     };
 }
 
-// The whole command line; the values of the global options go into `options`.
-Command Program(GlobalOptions& options) {
-    Command program = {
+Command HelpCommand(const Command& program) {
+    const auto words = std::make_shared<std::vector<std::string>>();
+    return {
+        .name = "help",
+        .summary = "Show the help of a command",
+        .options = {{.name = "COMMAND",
+                     .target = words.get(),
+                     .summary = "The command; without it, all commands",
+                     .offers =
+                         [&program](Context&) {
+                             std::vector<std::string> names;
+                             for (const Command& command : program.commands)
+                                 names.push_back(command.name);
+                             return names;
+                         }}},
+        .footer = "Examples:\n  qxconf help download\n  qxconf help backup restore",
+        .run = [&program, words](Context& context) { context.Text(HelpFor(program, *words)); },
+    };
+}
+
+// The whole command line; the values of the global options go into `options`. It is made in its
+// place, since some of its commands look at all of it.
+void MakeProgram(Command& program, GlobalOptions& options) {
+    program = {
         .name = "qxconf",
         .summary = "Program modular point-of-sale keyboards.",
         .options = GlobalOptionsInto(options),
@@ -70,7 +100,8 @@ Command Program(GlobalOptions& options) {
          {ConvertCommand, LayerCommand, PositionCommand, CodePageCommand, PrefsCommand,
           TestDriveCommand, RecoverCommand, BackupCommand, ReceiptsCommand, BatchCommand})
         program.commands.push_back(make());
-    return program;
+    program.commands.push_back(HelpCommand(program));
+    program.commands.push_back(CompletionCommand(program));
 }
 
 // The trace goes to standard error while a command runs.
@@ -87,10 +118,28 @@ public:
     TraceToError& operator=(const TraceToError&) = delete;
 };
 
+int ShowFirstSteps(Context& context) {
+    constexpr const char* kSteps[] = {
+        "Programs modular point-of-sale keyboards. First steps:",
+        "  qxconf identify                which keyboard is this?",
+        "  qxconf upload -o till.json     keyboard to file",
+        "  qxconf diff till.json          which settings would a download change?",
+        "  qxconf download till.json      file to keyboard, read back and compared",
+        "  qxconf help                    all commands and options",
+        "  qxconf help COMMAND            one command, with examples",
+    };
+    for (const char* step : kSteps)
+        context.Note(step);
+    return ExitStatusOf(host::ErrorKind::Usage);
+}
+
 int RunCommand(Context& context, const Command& program,
                const std::vector<std::string>& arguments) {
     try {
+        if (arguments.empty())
+            return ShowFirstSteps(context);
         const Parsed parsed = Parse(program, kVersion, arguments);
+        context.Begin();
         if (parsed.command == nullptr)
             context.Text(parsed.text);
         else
@@ -102,6 +151,8 @@ int RunCommand(Context& context, const Command& program,
             std::find(arguments.begin(), arguments.end(), "--json") != arguments.end())
             context.options.json = true;
         return context.Report(error);
+    } catch (const Interrupted& interrupted) {
+        return context.Report(interrupted);
     } catch (const std::exception& error) {
         return context.Report(host::Error(host::ErrorKind::TransferFailed, error.what()));
     }
@@ -112,7 +163,8 @@ int RunCommand(Context& context, const Command& program,
 int Run(const std::vector<std::string>& arguments, const Streams& streams,
         const Surroundings& surroundings) {
     Context context(streams, surroundings);
-    const Command program = Program(context.options);
+    Command program;
+    MakeProgram(program, context.options);
     const TraceToError trace(context);
     const int status = RunCommand(context, program, arguments);
     try {

@@ -89,7 +89,9 @@ private:
 // user has no folder of his own.
 [[nodiscard]] std::filesystem::path UserDataFolder();
 
-// Whether standard error is a terminal, where people watch.
-[[nodiscard]] bool ErrorIsTerminal();
+// How many columns the terminal has that standard error is; 0 where it is none.
+[[nodiscard]] int ErrorColumns();
+
+inline constexpr int kUsualColumns = 80; // of a terminal that does not tell
 
 } // namespace qx::files

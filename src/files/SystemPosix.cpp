@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -214,8 +215,12 @@ bool FileLock::TryLock() {
     return m_isHeld;
 }
 
-bool ErrorIsTerminal() {
-    return isatty(STDERR_FILENO) != 0;
+int ErrorColumns() {
+    winsize size{};
+    if (isatty(STDERR_FILENO) == 0)
+        return 0;
+    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : kUsualColumns;
 }
 
 long ProcessId() {

@@ -152,8 +152,14 @@ bool FileLock::TryLock() {
     return m_isHeld;
 }
 
-bool ErrorIsTerminal() {
-    return _isatty(2) != 0;
+int ErrorColumns() {
+    const HANDLE error = GetStdHandle(STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (GetConsoleMode(error, &mode) == 0)
+        return 0;
+    const bool isKnown = GetConsoleScreenBufferInfo(error, &info) != 0;
+    return isKnown ? info.srWindow.Right - info.srWindow.Left + 1 : kUsualColumns;
 }
 
 long ProcessId() {

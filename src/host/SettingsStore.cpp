@@ -2,6 +2,7 @@
 
 #include "files/Files.h"
 #include "host/Error.h"
+#include "qxcontrols/common/Utf.h"
 
 #include <QSettings>
 #include <QString>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <limits>
 #include <map>
 #include <optional>
@@ -31,9 +33,35 @@ QString Text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+#ifdef _WIN32
+
 QString PathText(const std::filesystem::path& path) {
     return QString::fromStdWString(path.wstring());
 }
+
+void RequireFolder() {}
+
+#else
+
+// Qt takes names of files as UTF-8, whatever the locale.
+QString PathText(const std::filesystem::path& path) {
+    if (!IsWellFormedUtf8(path.native()))
+        throw Error(ErrorKind::FileFailed,
+                    "preferences cannot be kept in " + path.string() + ": its name is not UTF-8");
+    return QString::fromStdString(path.native());
+}
+
+void RequireFolder() {
+    const auto isSet = [](const char* name) {
+        const char* const value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    };
+    if (!isSet("HOME") && !isSet("XDG_CONFIG_HOME"))
+        throw Error(ErrorKind::FileFailed, "there is no folder for the preferences: neither HOME "
+                                           "nor XDG_CONFIG_HOME is set");
+}
+
+#endif
 
 // The number that a hand-written value means: decimal or hexadecimal, signed or not, or a truth
 // value in words.
@@ -129,6 +157,8 @@ struct SettingsStore::Store {
 };
 
 SettingsStore::SettingsStore(const std::filesystem::path& file) {
+    if (file.empty())
+        RequireFolder();
     bool isDamaged = !file.empty() && !IsIniText(TextOf(file));
     Open(file);
     if (file.empty() && m_store->settings->format() == QSettings::IniFormat)

@@ -4,6 +4,8 @@
 #include "files/Files.h"
 #include "host/Error.h"
 #include "qxcontrols/device/DriverLibrary.h"
+#include "simulator/KeyboardMemory.h"
+#include "simulator/KeyboardModel.h"
 #include "simulator/SimulatedDriver.h"
 
 namespace qx::setup {
@@ -83,12 +85,38 @@ void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choic
                       *status);
 }
 
+// A mistyped name of a file is not taken for the wish for another keyboard, nor is a model passed
+// over that the keyboard is not of. What else is wrong with the file is found when it is opened.
+void RequireMeant(const std::filesystem::path& file, const std::string& model) {
+    std::error_code error;
+    const bool exists = std::filesystem::exists(file, error);
+    if (error)
+        return;
+    if (!exists && model.empty())
+        throw host::Error(host::ErrorKind::KeyboardNotOpened,
+                          "there is no keyboard in " + file.string() +
+                              "; with --model NAME one is made there");
+    if (!exists || model.empty())
+        return;
+    std::string is;
+    std::string wanted;
+    try {
+        wanted = sim::KeyboardModel::ByName(model).name;
+        is = sim::KeyboardMemory::ModelIn(file).name;
+    } catch (const std::exception&) {
+        return;
+    }
+    if (is != wanted)
+        throw host::Error(host::ErrorKind::Usage, file.string() + " keeps a " + is +
+                                                      ", which --model " + model +
+                                                      " cannot make a " + wanted);
+}
+
 OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     try {
         Library library = choice.isolation ? LoadApart(choice) : LoadHere(choice);
         if (!choice.keyboard.empty() || !choice.model.empty())
             ChooseSimulatedKeyboard(library, choice);
-        library.opened.file = choice.keyboard;
         library.opened.origin = OriginOf(choice.driver, choice.keyboard);
         return std::move(library.opened);
     } catch (const host::Error&) {
@@ -101,6 +129,8 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
 } // namespace
 
 OpenedDriver OpenDriver(const KeyboardChoice& choice) {
+    if (!choice.keyboard.empty())
+        RequireMeant(choice.keyboard, choice.model);
     if (!choice.driver.empty())
         return OpenLibrary(choice);
     OpenedDriver opened;
@@ -111,6 +141,8 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
             "no --driver and no --keyboard: using the simulated keyboard in " + file.string();
         std::error_code ignored; // the driver tells when it cannot write there
         std::filesystem::create_directories(file.parent_path(), ignored);
+        if (!choice.model.empty())
+            RequireMeant(file, choice.model);
     }
     try {
         auto simulated = std::make_unique<sim::SimulatedDriver>(
@@ -123,7 +155,6 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         opened.layout = [&driver] { return driver.Layout(); };
         opened.simulated = &driver;
         opened.driver = std::move(simulated);
-        opened.file = file;
         opened.origin = OriginOf({}, file);
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::ModelInvalid, error.what());

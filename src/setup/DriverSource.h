@@ -20,7 +20,7 @@ namespace qx::setup {
 struct KeyboardChoice {
     std::filesystem::path driver;   // a driver library
     std::filesystem::path keyboard; // the file of a simulated keyboard
-    std::string model;              // the model of a new simulated keyboard
+    std::string model;              // its model, which one that does not exist is made from
     // Runs a driver library in a process of its own, as such a library may do anything.
     std::optional<driverhost::Isolation> isolation = {};
 };
@@ -31,13 +31,13 @@ struct OpenedDriver {
     std::function<std::string()> failure; // why an isolated driver is gone; empty while it works
     std::function<std::string()> layout;  // the keyboard's layout, once it is open
     sim::SimulatedDriver* simulated = nullptr; // the driver, where it is the simulated keyboard
-    std::string note;           // what the user should know about the choice; may be empty
-    std::filesystem::path file; // of a simulated keyboard, where it is known
+    std::string note;   // what the user should know about the choice; may be empty
     std::string origin; // the library and the file, whole: the same for the same choice anywhere
 };
 
 // The driver for the choice: the library; else the simulated keyboard in its file; else the one in
-// the user's data folder. Throws host::Error.
+// the user's data folder. Throws host::Error, also for a file that does not exist unless a model is
+// chosen, and for a model that the keyboard in the file is not of.
 [[nodiscard]] OpenedDriver OpenDriver(const KeyboardChoice& choice);
 
 // Where the records of writes are kept: the chosen folder, or the user's own when that is empty.

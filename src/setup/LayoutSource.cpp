@@ -62,6 +62,13 @@ std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
     return layouts;
 }
 
+std::vector<std::string> LayoutNames(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& path : LayoutFiles(folder.empty() ? ShippedLayouts() : folder))
+        names.push_back(path.filename().string());
+    return names;
+}
+
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
                 const std::string& name) {
     const auto from = folder.empty() ? ShippedLayouts() : folder;

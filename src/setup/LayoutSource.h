@@ -22,6 +22,9 @@ struct LayoutEntry {
 // the order of their file names. Files that cannot be read are passed over.
 [[nodiscard]] std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder = {});
 
+// The file names of the folder's layouts (of the shipped ones when that is empty), in their order.
+[[nodiscard]] std::vector<std::string> LayoutNames(const std::filesystem::path& folder = {});
+
 // Opens a layout of the folder (of the shipped ones when that is empty). `name` is a file name or
 // the number of a language. A layout with a fault is refused (see LayoutCheck.h). Throws
 // host::Error(LayoutInvalid), which names the file, the line and the fault, and leaves `layout` as

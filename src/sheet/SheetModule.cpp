@@ -18,8 +18,11 @@ namespace {
 class Application {
 public:
     Application() {
-        if (QCoreApplication::instance() == nullptr)
-            m_application.emplace(m_count, m_arguments);
+        if (QCoreApplication::instance() != nullptr)
+            return;
+        // Remarks on the machine, such as a missing folder for sockets, do not concern a sheet.
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+        m_application.emplace(m_count, m_arguments);
     }
 
 private:

@@ -8,6 +8,7 @@
 #include "simulator/SealedFile.h"
 #include "simulator/Status.h"
 
+#include <fstream>
 #include <utility>
 
 namespace qx::sim {
@@ -68,28 +69,50 @@ KeyboardMemory::Content FactoryContent(const KeyboardModel& model) {
 
 } // namespace
 
+struct KeyboardMemory::Parts {
+    KeyboardModel model;
+    Content content;
+};
+
 KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model)
     : m_file(file), m_lock(file), m_model(model) {
     if (!m_lock.TryLock())
         throw Failure(Status::KeyboardInUse, file.string() + " is being used by another program");
-    if (std::filesystem::exists(file))
-        Load();
-    else
+    if (!std::filesystem::exists(file)) {
         Store(FactoryContent(model));
+        return;
+    }
+    Parts parts = PartsOf(file);
+    m_model = std::move(parts.model);
+    m_content = std::move(parts.content);
 }
 
-void KeyboardMemory::Load() {
-    const std::string bytes = files::ReadFile(m_file);
+bool KeyboardMemory::IsIn(const std::filesystem::path& file) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored))
+        return false;
+    std::string letters(kKeyboardFile.letters.size(), '\0');
+    std::ifstream(file, std::ios::binary)
+        .read(letters.data(), static_cast<std::streamsize>(letters.size()));
+    return letters == kKeyboardFile.letters;
+}
+
+KeyboardModel KeyboardMemory::ModelIn(const std::filesystem::path& file) {
+    return PartsOf(file).model;
+}
+
+KeyboardMemory::Parts KeyboardMemory::PartsOf(const std::filesystem::path& file) {
+    const std::string bytes = files::ReadFile(file);
     try {
         auto parts = Unseal(kKeyboardFile, bytes);
-        m_model = KeyboardModel::FromJson(std::move(parts[0]));
-        m_content = {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])};
-        if (m_content.memory.size() != static_cast<std::size_t>(kSize))
-            throw std::runtime_error("its memory has " + std::to_string(m_content.memory.size()) +
-                                     " bytes");
+        const std::size_t size = parts[1].size();
+        if (size != static_cast<std::size_t>(kSize))
+            throw std::runtime_error("its memory has " + std::to_string(size) + " bytes");
+        return {KeyboardModel::FromJson(std::move(parts[0])),
+                {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])}};
     } catch (const std::exception& error) {
         throw Failure(Status::KeyboardInvalid,
-                      m_file.string() + " is not usable as a simulated keyboard: " + error.what());
+                      file.string() + " is not usable as a simulated keyboard: " + error.what());
     }
 }
 

@@ -29,6 +29,11 @@ public:
     // then leaves it as it is; std::runtime_error for what the system refuses.
     KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model);
 
+    // Whether the file is that of a keyboard, by its beginning.
+    [[nodiscard]] static bool IsIn(const std::filesystem::path& file);
+    // The model of the keyboard in the file, which may be in use. Throws as the constructor does.
+    [[nodiscard]] static KeyboardModel ModelIn(const std::filesystem::path& file);
+
     [[nodiscard]] const KeyboardModel& Model() const { return m_model; } // that of the file
     [[nodiscard]] const Content& Stored() const { return m_content; }
 
@@ -37,7 +42,8 @@ public:
     void Store(Content content);
 
 private:
-    void Load();
+    struct Parts;
+    [[nodiscard]] static Parts PartsOf(const std::filesystem::path& file);
 
     std::filesystem::path m_file;
     files::FileLock m_lock;

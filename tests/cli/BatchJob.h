@@ -33,6 +33,7 @@ protected:
         for (const char* name : {"1", "2", "3"})
             job["units"].push_back({{"name", std::string("till ") + name},
                                     {"keyboard", std::string(name) + ".qxk"},
+                                    {"model", "full"},
                                     {"variables", {{"till", std::string("00") + name}}}});
     }
 
@@ -88,8 +89,9 @@ protected:
     }
     // The identifier that the keyboard in this file has.
     std::string IdentifierIn(const std::string& keyboard) {
-        return Json::parse(Run({"--json", "--keyboard", File(keyboard), "upload"})
-                               .out)["document"]["layeredFuncKeys"]["guid"];
+        return Json::parse(
+            Run({"--json", "--keyboard", File(keyboard), "--model", "full", "upload"})
+                .out)["document"]["layeredFuncKeys"]["guid"];
     }
     // The till's number that the keyboard in this file holds all of the document with; "?" for
     // another configuration.

@@ -136,8 +136,8 @@ TEST_F(JobFile, AnUploadedDocumentLeavesEachKeyboardItsIdentifier) {
 }
 
 TEST_F(JobFile, OneIdentifierIsNotGivenTwice) {
-    PutIntoDocument("layeredFuncKeys",
-                    {{"guid", "{01234567-89AB-CDEF-0123-456789ABCD${till}}"}, {"keys", Json::array()}});
+    PutIntoDocument("layeredFuncKeys", {{"guid", "{01234567-89AB-CDEF-0123-456789ABCD${till}}"},
+                                        {"keys", Json::array()}});
     for (const int unit : {0, 1, 2})
         job["units"][unit]["variables"]["till"] = unit == 0 ? "11" : "22";
     const Outcome refused = RunJob();
@@ -160,6 +160,7 @@ TEST_F(JobFile, WhatWasSkippedIsDoneWhenItNoLongerIs) {
     Make("1.qxk", "magnet");
     job["units"].erase(2);
     job["units"].erase(1);
+    job["units"][0]["model"] = "magnet";
     EXPECT_EQ(RunJob({"--skip-absent"}).status, 0);
     EXPECT_EQ(Results(), "done");
     const Outcome refused = RunJob();

@@ -19,6 +19,7 @@ protected:
         job["units"].push_back({{"name", "till " + name},
                                 {"driver", QX_WILD_DRIVER},
                                 {"keyboard", keyboard},
+                                {"model", "full"},
                                 {"variables", {{"till", "00" + name}}}});
     }
     void Behave(const std::string& keyboard, const std::string& behaviour) {

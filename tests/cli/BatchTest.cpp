@@ -163,7 +163,7 @@ protected:
     Bench() {
         job["bench"] = {{"keyboard", "port.qxk"}};
         for (Json& unit : job["units"])
-            unit.erase("keyboard");
+            unit.erase("keyboard"), unit.erase("model");
     }
     void Plug(const std::string& name) { Move(name, "port.qxk"); }
     void Unplug(const std::string& name) { Move("port.qxk", name); }

@@ -33,13 +33,45 @@ struct Fault {
     bool dropsWrites = false;        // transfers to the keyboard report success and do nothing
 };
 
-// A driver that can lie about its writes.
+// A driver that can lie about its writes, and notes the calls that leave no trace in a memory.
 class LyingDriver : public host::ForwardingDriver {
 public:
     LyingDriver(std::unique_ptr<ConfigDriver> inner, bool dropsWrites,
-                std::function<void()> beforeWrite)
+                std::function<void()> beforeWrite, std::function<void()> beforeRead = {},
+                std::vector<std::string>* noted = nullptr,
+                std::vector<host::DriverResult>* kinds = nullptr)
         : ForwardingDriver(*inner), m_inner(std::move(inner)), m_dropsWrites(dropsWrites),
-          m_beforeWrite(std::move(beforeWrite)) {}
+          m_beforeWrite(std::move(beforeWrite)), m_beforeRead(std::move(beforeRead)),
+          m_noted(noted), m_kinds(kinds) {}
+    std::int32_t QXCFG_ImageLoad() override {
+        if (m_beforeRead)
+            m_beforeRead();
+        return ForwardingDriver::QXCFG_ImageLoad();
+    }
+    std::int32_t QXCFG_ChipcardIOParam(std::int16_t nBaudRateIndex,
+                                       std::int16_t nComPort) override {
+        Note("ChipcardIOParam", nBaudRateIndex, nComPort);
+        return ForwardingDriver::QXCFG_ChipcardIOParam(nBaudRateIndex, nComPort);
+    }
+    std::int32_t QXCFG_SelectLayer(std::int16_t nLayer) override {
+        Note("SelectLayer", nLayer);
+        return ForwardingDriver::QXCFG_SelectLayer(nLayer);
+    }
+    std::int32_t QXCFG_EnablePositionMode() override {
+        Note("EnablePositionMode");
+        return ForwardingDriver::QXCFG_EnablePositionMode();
+    }
+    std::int32_t QXCFG_DisablePositionMode() override {
+        Note("DisablePositionMode");
+        return ForwardingDriver::QXCFG_DisablePositionMode();
+    }
+    std::int32_t QXCFG_ConvertBinFileIntoRomFile(char* source, char* destination,
+                                                 std::int32_t lParam1, std::int32_t lParam2,
+                                                 std::int32_t lParam3) override {
+        Note("Convert", lParam1, lParam2, lParam3);
+        return ForwardingDriver::QXCFG_ConvertBinFileIntoRomFile(source, destination, lParam1,
+                                                                 lParam2, lParam3);
+    }
     std::int32_t QXCFG_ImageSave() override {
         if (m_beforeWrite)
             m_beforeWrite();
@@ -47,14 +79,26 @@ public:
     }
 
 protected:
-    std::int32_t Noted(std::string_view, host::DriverResult, std::int32_t result) override {
+    std::int32_t Noted(std::string_view, host::DriverResult kind, std::int32_t result) override {
+        if (m_kinds != nullptr)
+            m_kinds->push_back(kind);
         return result;
     }
 
 private:
+    template <typename... Arguments>
+    void Note(const std::string& function, Arguments... arguments) {
+        if (m_noted != nullptr)
+            m_noted->push_back(function +
+                               (std::string() + ... + (" " + std::to_string(arguments))));
+    }
+
     std::unique_ptr<ConfigDriver> m_inner;
     bool m_dropsWrites;
     std::function<void()> m_beforeWrite;
+    std::function<void()> m_beforeRead;
+    std::vector<std::string>* m_noted;
+    std::vector<host::DriverResult>* m_kinds;
 };
 
 // The simulated keyboard in process, or through its driver library.
@@ -68,23 +112,26 @@ public:
     // Runs a command on the keyboard; `fault` holds from its first driver call on.
     Outcome Run(std::vector<std::string> arguments, const Fault& fault = {}) {
         arguments.insert(arguments.begin(),
-                         {"--layouts", QX_LAYOUTS, "--settings", File("settings.ini")});
+                         {"--layouts", layouts, "--settings", File("settings.ini")});
         std::ostringstream out;
         std::ostringstream err;
         cli::Surroundings surroundings;
+        std::istringstream in(input);
+        surroundings.in = &in;
         surroundings.dataFolder = folder / "data";
         surroundings.openDriver = [&](const setup::KeyboardChoice&) {
             auto driver = m_driver == Driver::InProcess ? OpenInProcess(fault) : OpenLibrary(fault);
             setup::OpenedDriver opened;
             opened.simulated = dynamic_cast<sim::SimulatedDriver*>(driver.get());
-            std::function<void()> cut;
+            std::function<void()> cut = beforeWrite;
             if (fault.writtenBytes >= 0)
                 cut = [stop = Stopper(*driver), bytes = fault.writtenBytes] { stop(bytes); };
-            opened.driver =
-                std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites, cut);
+            opened.driver = std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites, cut,
+                                                          beforeRead, &noted, &kinds);
+            kinds.clear();
             return opened;
         };
-        const int status = cli::Run(arguments, {out, err}, surroundings);
+        const int status = cli::Run(arguments, {out, err, columns, hasColor}, surroundings);
         return {status, out.str(), err.str()};
     }
 
@@ -110,8 +157,18 @@ public:
 
     // How many driver calls the last run made (in process only).
     int calls = 0;
+    // What the result of each of them was.
+    std::vector<host::DriverResult> kinds;
+    // Those that leave no trace in the memory, of all runs, with their arguments.
+    std::vector<std::string> noted;
 
-    TempFolder folder;
+    TempFolder folder{TempFolder::InMemory()};
+    std::string layouts = QX_LAYOUTS;
+    int columns = 0; // of the terminal that standard error is; 0: none
+    bool hasColor = false;
+    std::string input;                 // of the next run, at standard input
+    std::function<void()> beforeWrite; // what happens while the keyboard is written to, or read
+    std::function<void()> beforeRead;
 
 private:
     class Opened {

@@ -29,10 +29,32 @@ TEST(DriverSource, TheLibraryAndTheProgramKeepTheSameKeyboard) {
         RunOn(folder, {"--driver", QX_SIMULATOR_LIBRARY, "--keyboard", file, "--json", "identify"});
     ASSERT_EQ(loaded.status, 0) << loaded.err;
     EXPECT_EQ(loaded.out, made.out);
-    EXPECT_NE(RunOn(folder, {"--keyboard", file, "--model", "full", "--json", "identify"})
-                  .out.find("QX-MAGNET"),
-              std::string::npos)
-        << "an existing keyboard keeps its model";
+    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "--model", "magnet", "identify"}).status, 0);
+}
+
+// A slip in a file's name or in a model neither makes a keyboard nor is passed over.
+TEST(DriverSource, AKeyboardIsMadeOnlyWhenItsModelIsNamed) {
+    const TempFolder folder;
+    const std::string file = (folder / "till.qxk").string();
+    const std::string typo = (folder / "tlil.qxk").string();
+    ASSERT_EQ(RunOn(folder, {"--keyboard", file, "--model", "magnet", "identify"}).status, 0);
+    const std::string before = files::ReadFile(file);
+    for (const bool isLoaded : {false, true}) {
+        const auto run = [&](std::vector<std::string> arguments) {
+            if (isLoaded)
+                arguments.insert(arguments.begin(), {"--driver", QX_SIMULATOR_LIBRARY});
+            return RunOn(folder, arguments);
+        };
+        const Outcome absent = run({"--keyboard", typo, "identify"});
+        EXPECT_EQ(absent.status, 3);
+        EXPECT_EQ(absent.err, "qxconf: there is no keyboard in " + typo +
+                                  "; with --model NAME one is made there\n");
+        EXPECT_FALSE(std::filesystem::exists(typo));
+        const Outcome other = run({"--keyboard", file, "--model", "full", "identify"});
+        EXPECT_EQ(other.status, 2);
+        EXPECT_NE(other.err.find(file + " keeps a QX-MAGNET"), std::string::npos) << other.err;
+        EXPECT_TRUE(files::ReadFile(file) == before);
+    }
 }
 
 // What goes wrong is told alike, whether the simulated keyboard is part of the program or loaded.
@@ -52,12 +74,16 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
         {{"--keyboard", file, "--model", "nosuch", "identify"}, 6, "full, magnet, x1-4620"},
         {{"--keyboard", file, "--model", model, "identify"}, 6, "/keyboard: missing"},
         {{"--keyboard", damaged, "identify"}, 3, "not a file of a simulated keyboard"},
-        {{"--keyboard", (folder / "absent/till.qxk").string(), "identify"}, 3, "No such file"},
-        {{"--keyboard", file, "convert", (folder / "nosuch.bin").string(),
+        {{"--keyboard", (folder / "absent/till.qxk").string(), "--model", "full", "identify"},
+         3,
+         "No such file"},
+        {{"--keyboard", file, "--model", "full", "convert", (folder / "nosuch.bin").string(),
           (folder / "new.rom").string(), "0", "0", "0"},
          4,
          "nosuch.bin cannot be read: No such file"},
-        {{"--keyboard", file, "rom", "load", damaged}, 4, "offset 0: not a file of"},
+        {{"--keyboard", file, "--model", "full", "rom", "load", damaged},
+         4,
+         "offset 0: not a file of"},
     };
     for (const bool isLoaded : {false, true})
         for (Case each : cases) {
@@ -70,29 +96,35 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
     EXPECT_FALSE(std::filesystem::exists(folder / "new.rom"));
 }
 
-TEST(DriverSource, TheKeyboardsOwnFileIsNeverOverwritten) {
+TEST(DriverSource, NoCommandReplacesAKeyboardsFile) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
-    ASSERT_EQ(RunOn(folder, {"--keyboard", file, "identify"}).status, 0);
-    const std::string before = files::ReadFile(file);
+    const std::string other = (folder / "other.qxk").string();
+    for (const std::string& each : {file, other})
+        ASSERT_EQ(RunOn(folder, {"--keyboard", each, "--model", "full", "identify"}).status, 0);
+    const std::string link = (folder / "link").string();
+    std::filesystem::create_hard_link(file, link);
     const std::string binary = (folder / "firmware.bin").string();
     files::WriteFileAtomically(binary, "firmware");
-    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "upload", "-o", file}).status, 2);
-    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "param", "save", file}).status, 2);
-    EXPECT_EQ(RunOn(folder, {"--keyboard", file, "convert", binary, file, "0", "0", "0"}).status,
-              2);
-    // A path that leads nowhere, and would lead there if it were only tidied up.
-    const std::string nowhere = (folder / "nosub/../till.qxk").string();
-    for (std::vector<std::string> arguments : {std::vector<std::string>{"upload", "-o", nowhere},
-                                               {"param", "save", nowhere},
-                                               {"defaults", "-o", nowhere},
-                                               {"convert", binary, nowhere, "0", "0", "0"}}) {
-        arguments.insert(arguments.begin(), {"--keyboard", file});
-        const Outcome run = RunOn(folder, arguments);
-        EXPECT_EQ(run.status, 4) << arguments[2];
-        EXPECT_NE(run.err.find("there is no folder"), std::string::npos) << run.err;
+    const auto content = [&] { return files::ReadFile(file) + files::ReadFile(other); };
+    const std::string before = content();
+    const std::string through = (folder / "nosub/../till.qxk").string();
+    for (const std::string& target : {file, other, link, through}) {
+        const std::vector<std::string> writers[] = {
+            {"upload", "-o", target},     {"defaults", "-o", target},
+            {"param", "save", target},    {"rom", "save", target},
+            {"chipcard", "save", target}, {"convert", binary, target, "0", "0", "0"},
+        };
+        for (const auto& writer : writers) {
+            std::vector<std::string> arguments = {"--keyboard", file};
+            arguments.insert(arguments.end(), writer.begin(), writer.end());
+            const Outcome outcome = RunOn(folder, arguments);
+            EXPECT_EQ(outcome.status, target == through ? 4 : 2) << writer[0] << outcome.err;
+            EXPECT_NE(outcome.err.find(target), std::string::npos) << outcome.err;
+            EXPECT_EQ(outcome.out, "");
+            EXPECT_TRUE(content() == before) << writer[0] << " " << target;
+        }
     }
-    EXPECT_TRUE(files::ReadFile(file) == before);
 }
 
 TEST(DriverSource, WhatIsNoDriverIsRefused) {

@@ -2,7 +2,8 @@
 //
 // Beside the keyboard's file, a file of its name and ".wild" says how: "FUNCTION ACTION", where
 // "*" means every function. "echo" is no misbehaviour: the call is written into the file's name and
-// ".log", and is answered with values of its own in place of the keyboard's.
+// ".log", and is answered with values of its own in place of the keyboard's. Nor is "log": the
+// names of all calls are written there.
 #include "files/Files.h"
 #include "simulator/SimulatedDriver.h"
 
@@ -140,6 +141,8 @@ void Misbehave(Arguments... arguments) {
     QX_EXPORT std::int32_t name parameters {                                                       \
         if (theAction == "echo")                                                                   \
             return [](auto... each) { return Echo(#name, each...); } arguments;                    \
+        if (theAction == "log")                                                                    \
+            Log(#name);                                                                            \
         if (theFunction == #name || theFunction == "*")                                            \
             [](auto... each) { Misbehave(each...); } arguments;                                    \
         return theKeyboard ? theKeyboard->name arguments : 99;                                     \

@@ -11,7 +11,16 @@ namespace {
 constexpr const char* kExampleId = "QX-MAGNET-0123456789ab/20260131T090507.123Z-4711-1";
 
 Option IdArgument(std::string& id) {
-    return {.name = "ID", .target = &id, .summary = "The backup, as listed", .isRequired = true};
+    return {.name = "ID",
+            .target = &id,
+            .summary = "The backup, as listed",
+            .isRequired = true,
+            .offers = [](Context& context) {
+                std::vector<std::string> ids;
+                for (const host::BackupEntry& entry : context.Records().backups.List())
+                    ids.push_back(entry.id);
+                return ids;
+            }};
 }
 
 // A damaged one is listed without what it says of itself.
@@ -56,12 +65,12 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     request.action = host::Writer::Request::kRestore;
     request.document = id;
     const host::Writer::Outcome outcome = writer.Write(plan, request);
-    context.CloseKeyboard();
     host::Json json = {{"direction", "backup to keyboard"}, {"restored", id},
                        {"written", outcome.isWritten},      {"verified", outcome.isVerified},
                        {"bytesSent", outcome.bytesSent},    {"backup", outcome.backup}};
     json["notRestored"] = plan.notRestored;
     json["settings"] = ToJson(plan)["settings"];
+    context.CloseAfterWrite(json);
     context.Result(json, {outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
                                                   Counted(outcome.bytesSent, "byte") +
                                                   " changed), read back and found equal"

@@ -9,6 +9,7 @@ namespace qx::cli {
 namespace {
 
 void Compare(Context& context, const std::string& file) {
+    static_cast<void>(TextOf(context, file)); // a file that ends, before the keyboard is opened
     const bool equal = host::HasCodePage(context.Keyboard(), file);
     context.CloseKeyboard();
     context.exitStatus = equal ? 0 : 1;

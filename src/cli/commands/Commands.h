@@ -6,6 +6,14 @@
 
 namespace qx::cli {
 
+// In place of a file's name: standard input or standard output.
+inline constexpr const char* kStandardStream = "-";
+
+// Reads a document from a file or standard input, which has a name for people. Throws host::Error.
+[[nodiscard]] std::string NameOf(const std::string& file);
+[[nodiscard]] std::string TextOf(Context& context, const std::string& file);
+[[nodiscard]] host::ConfigurationDocument LoadDocument(Context& context, const std::string& file);
+
 // Where a document is written to: -o FILE.
 [[nodiscard]] Option OutputOption(std::string& file);
 
@@ -37,5 +45,7 @@ void RefuseUnused(const host::Variables& variables);
 [[nodiscard]] Command BackupCommand();
 [[nodiscard]] Command ReceiptsCommand();
 [[nodiscard]] Command BatchCommand();
+// The program's own, which it outlives.
+[[nodiscard]] Command CompletionCommand(const Command& program);
 
 } // namespace qx::cli

@@ -58,12 +58,12 @@ Side SideOfKeyboard(Context& context, const host::ConfigurationDocument& documen
 
 void Diff(Context& context, const std::string& file, const std::string& file2,
           const std::vector<std::string>& set) {
-    const auto document = host::ConfigurationDocument::Load(file);
+    const auto document = LoadDocument(context, file);
     host::Variables variables = VariablesOf(set);
     const Side from =
         file2.empty() ? SideOfKeyboard(context, document) : SideOf(context, document, variables);
-    const Side to = SideOf(
-        context, file2.empty() ? document : host::ConfigurationDocument::Load(file2), variables);
+    const Side to =
+        SideOf(context, file2.empty() ? document : LoadDocument(context, file2), variables);
     RefuseUnused(variables);
 
     host::Json json = {{"from", from.name}, {"to", to.name}, {"differences", host::Json::array()}};

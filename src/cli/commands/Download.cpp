@@ -1,7 +1,6 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
-#include "files/Files.h"
 #include "files/Sha256.h"
 
 #include <memory>
@@ -33,14 +32,6 @@ struct DownloadOptions {
     bool noVerify = false;
     std::vector<std::string> set;
 };
-
-std::string TextOfFile(const std::string& file) {
-    try {
-        return files::ReadFile(file);
-    } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
-    }
-}
 
 // With --full all is sent, changed or not.
 Long BytesToSend(const host::WritePlan& plan, bool full) {
@@ -93,6 +84,7 @@ void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
                        {"bytesInAll", plan.BytesInAll()},
                        {"backup", outcome.backup}};
     json["settings"] = ToJson(plan)["settings"];
+    context.CloseAfterWrite(json);
     const std::string text =
         "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " + options.file +
         " (" + (options.full ? Counted(outcome.bytesSent, "byte") : BytesOf(plan) + " changed") +
@@ -101,8 +93,8 @@ void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
 }
 
 void Download(Context& context, const DownloadOptions& options) {
-    const std::string text = TextOfFile(options.file);
-    const auto document = host::ConfigurationDocument::Parse(text, options.file);
+    const std::string text = TextOf(context, options.file);
+    const auto document = host::ConfigurationDocument::Parse(text, NameOf(options.file));
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
     const auto present = session.SectionsIn(*configuration, options.skipAbsent);
@@ -124,7 +116,6 @@ void Download(Context& context, const DownloadOptions& options) {
     request.full = options.full;
     request.verify = !options.noVerify;
     const host::Writer::Outcome outcome = context.Writer().Write(plan, request);
-    context.CloseKeyboard();
     TellOutcome(context, outcome, plan, sections, options);
 }
 

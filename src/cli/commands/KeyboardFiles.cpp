@@ -1,5 +1,7 @@
 #include "cli/commands/Commands.h"
 
+#include "cli/Output.h"
+
 #include "cli/PreferenceStore.h"
 #include "host/KeyboardFiles.h"
 
@@ -28,19 +30,21 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
     const host::SerialLine line = kind.hasSerialLine ? LineOf(context, chosen) : host::SerialLine{};
     host::Session& session = context.Keyboard();
     if (save)
-        context.RefuseKeyboardFile(file);
+        RefuseKeyboardFile(file);
     host::Writer::Outcome outcome;
     if (save)
         host::SaveKeyboardFile(session, kind, file, line);
     else
         outcome = host::LoadKeyboardFile(session, context.Writer(), kind, file, line);
-    context.CloseKeyboard();
+    if (save)
+        context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
     const std::string content(kind.content);
     host::Json json = {{"direction", direction}, {"content", content}, {"file", file}};
     if (!save) {
         json["verified"] = false;
         json["backup"] = outcome.backup;
+        context.CloseAfterWrite(json);
     }
     Lines lines = {direction + ": the " + content + (save ? " saved into " : " loaded from ") +
                    file};
@@ -99,7 +103,7 @@ struct Conversion {
 void Convert(Context& context, const Conversion& conversion) {
     std::string source = conversion.source;
     host::Session& session = context.Driver();
-    context.RefuseKeyboardFile(conversion.destination);
+    RefuseKeyboardFile(conversion.destination);
     host::WriteBeside(conversion.destination, [&](const std::string& beside) {
         session.Run("converting " + conversion.source + " failed", [&] {
             std::string destination = beside;

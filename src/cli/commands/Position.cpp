@@ -1,6 +1,5 @@
 #include "cli/commands/Commands.h"
 
-#include "cli/InterruptWatch.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <chrono>
@@ -42,13 +41,15 @@ struct Limits {
 
 void Watch(Context& context, const Limits& limits) {
     constexpr auto kInterval = std::chrono::milliseconds(100);
-    const InterruptWatch interrupt; // so that the keyboard leaves its mode
     host::Session& session = context.Keyboard();
     const QXKeyboardLayoutData& layout = context.Layout();
     PositionMode mode(session);
-    context.Note("press keys on the keyboard; Ctrl+C ends");
+    context.Note(context.Simulated() != nullptr
+                     ? "this keyboard is simulated: nobody can press its keys; Ctrl+C ends"
+                     : "press keys on the keyboard; Ctrl+C ends");
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(limits.seconds);
-    for (Long keys = 0; !interrupt.IsInterrupted() && (limits.count == 0 || keys < limits.count);) {
+    for (Long keys = 0;
+         InterruptWatch::Signal() == 0 && (limits.count == 0 || keys < limits.count);) {
         const Long code = session.Access().GetPositionCodeKey();
         if (code == 0 || code == -1 || code == -2) { // no key was pressed
             if (limits.seconds != 0 && std::chrono::steady_clock::now() >= end)

@@ -30,9 +30,9 @@ const char* NameOf(PreferenceType type) {
 
 [[noreturn]] void RefuseValue(const PreferenceInfo& info, const std::string& text,
                               const std::string& expected) {
-    throw host::Error(host::ErrorKind::Usage, "\"" + text + "\" is no value for " +
-                                                  std::string(info.property) + ": " + expected +
-                                                  " is expected");
+    throw host::Error(host::ErrorKind::Usage, "\"" + text + "\" is not a valid " +
+                                                  std::string(info.property) + ": expected " +
+                                                  expected);
 }
 
 const PreferenceInfo& Find(const std::string& name) {
@@ -41,6 +41,13 @@ const PreferenceInfo& Find(const std::string& name) {
             return info;
     throw host::Error(host::ErrorKind::Usage,
                       "there is no preference \"" + name + "\" (see qxconf prefs list)");
+}
+
+std::vector<std::string> Names(Context&) {
+    std::vector<std::string> names;
+    for (const PreferenceInfo& info : Preferences())
+        names.emplace_back(info.property);
+    return names;
 }
 
 std::string Shown(const PreferenceInfo& info, const QXProgSettings::Value& value) {
@@ -131,8 +138,11 @@ void Set(Context& context, const std::string& name, const std::string& text) {
 Command PrefsCommand() {
     const auto name = std::make_shared<std::string>();
     const auto value = std::make_shared<std::string>();
-    const Option preference = {
-        .name = "NAME", .target = name.get(), .summary = "Its property name", .isRequired = true};
+    const Option preference = {.name = "NAME",
+                               .target = name.get(),
+                               .summary = "Its property name",
+                               .isRequired = true,
+                               .offers = Names};
     return {
         .name = "prefs",
         .summary = "Read and change preferences",
@@ -159,7 +169,8 @@ Command PrefsCommand() {
                                    .summary =
                                        "True or False, a number, a colour (0x00BBGGRR), or a text",
                                    .isRequired = true,
-                                   .mayBeEmpty = true}},
+                                   .mayBeEmpty = true,
+                                   .offers = OfferNothing}},
                       .footer = "Examples:\n"
                                 "  qxconf prefs set AutoSave False\n"
                                 "  qxconf prefs set ColorProg 0x000000FF",

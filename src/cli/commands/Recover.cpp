@@ -151,10 +151,10 @@ void Recover(Context& context, const RecoverOptions& options) {
     }
     const auto way = options.finish ? host::Writer::Way::Finish : host::Writer::Way::RollBack;
     const host::Writer::Outcome outcome = context.Writer().Recover(*entry, way);
-    context.CloseKeyboard();
     json["recovered"] = options.finish ? "finished" : "rolled back";
     json["bytesSent"] = outcome.bytesSent;
     json["verified"] = true;
+    context.CloseAfterWrite(json);
     context.Result(json,
                    {what + (options.finish ? " has been finished (" : " is rolled back (") +
                     Counted(outcome.bytesSent, "byte") + " written), read back and found equal"});

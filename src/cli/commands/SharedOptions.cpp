@@ -1,6 +1,7 @@
 // Options that several commands have.
 
 #include "cli/commands/Commands.h"
+#include "files/Files.h"
 #include "qxcontrols/common/Utf.h"
 
 namespace qx::cli {
@@ -33,7 +34,26 @@ Option SetOption(std::vector<std::string>& set) {
             .target = &set,
             .summary = "Give a variable of the document a value; may be repeated",
             .value = "NAME=VALUE",
-            .mayBeEmpty = true};
+            .mayBeEmpty = true,
+            .offers = OfferNothing};
+}
+
+host::ConfigurationDocument LoadDocument(Context& context, const std::string& file) {
+    return host::ConfigurationDocument::Parse(TextOf(context, file), NameOf(file));
+}
+
+std::string NameOf(const std::string& file) {
+    return file == kStandardStream ? "standard input" : file;
+}
+
+std::string TextOf(Context& context, const std::string& file) {
+    if (file == kStandardStream)
+        return context.StandardInput();
+    try {
+        return files::ReadFile(file);
+    } catch (const std::exception& error) {
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
+    }
 }
 
 std::vector<host::Section*> ReadDocument(host::Configuration& configuration,

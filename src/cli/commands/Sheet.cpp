@@ -1,5 +1,7 @@
 #include "cli/commands/Commands.h"
 
+#include "cli/Output.h"
+
 #include "files/Files.h"
 #include "qxcontrols/platform/SharedLibrary.h"
 #include "sheet/SheetFormat.h"
@@ -22,6 +24,7 @@ struct SheetOptions {
     std::string file;
     std::string document; // empty: the keyboard's settings
     std::string date;
+    std::vector<std::string> set;
 };
 
 std::string Today() {
@@ -40,10 +43,18 @@ sheet::WriteFunction LoadModule() {
     return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
 }
 
-host::ConfigurationDocument CheckedDocument(Context& context, const std::string& file) {
-    auto document = host::ConfigurationDocument::Load(file);
-    context.NewConfiguration()->Read(document);
-    return document;
+// The document, checked, with the values of its variables in their places.
+host::ConfigurationDocument FilledDocument(Context& context, const SheetOptions& options) {
+    constexpr std::string_view kKeyboard = host::ConfigurationDocument::kKeyboardKey;
+    const auto document = LoadDocument(context, options.document);
+    host::Variables variables = VariablesOf(options.set);
+    const auto configuration = context.NewConfiguration();
+    const auto sections = ReadDocument(*configuration, document, variables);
+    RefuseUnused(variables);
+    auto filled = configuration->Write(sections);
+    if (const host::Json* keyboard = document.Find(kKeyboard))
+        filled.Place(kKeyboard) = *keyboard;
+    return filled;
 }
 
 host::ErrorKind KindOf(sheet::SheetStatus status) {
@@ -53,9 +64,11 @@ host::ErrorKind KindOf(sheet::SheetStatus status) {
 
 void Sheet(Context& context, const SheetOptions& options) {
     const bool isOfKeyboard = options.document.empty();
+    if (isOfKeyboard)
+        RefuseUnused(VariablesOf(options.set));
     const auto document =
-        isOfKeyboard ? context.UploadedDocument() : CheckedDocument(context, options.document);
-    context.RefuseKeyboardFile(options.file);
+        isOfKeyboard ? context.UploadedDocument() : FilledDocument(context, options);
+    RefuseKeyboardFile(options.file);
 
     const std::string text = document.ToText();
     const std::string folder = context.options.layouts.string();
@@ -101,7 +114,9 @@ Command SheetCommand() {
                     {.name = "--date",
                      .target = &options->date,
                      .summary = "Print this date, not today's",
-                     .value = "TEXT"}},
+                     .value = "TEXT",
+                     .offers = OfferNothing},
+                    SetOption(options->set)},
         .footer = "The sheet has the keyboard with its legends, the programmed keys, the layers "
                   "and POS blocks\nthat are in use, and the readers' headers and terminators, "
                   "on A4 pages; in an .svg file they\nare below one another. Never changes the "

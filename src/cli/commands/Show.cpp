@@ -35,6 +35,13 @@ Lines SectionLines(const std::vector<host::Setting>& settings) {
     return lines;
 }
 
+std::vector<std::string> KeysOf(const host::Configuration& configuration) {
+    std::vector<std::string> keys;
+    for (const auto& section : configuration.Sections())
+        keys.emplace_back(section->Info().key);
+    return keys;
+}
+
 std::vector<host::Section*> Chosen(Context& context, const host::Configuration& configuration,
                                    const std::string& key) {
     auto present = context.Keyboard().SectionsIn(configuration);
@@ -43,8 +50,8 @@ std::vector<host::Section*> Chosen(Context& context, const host::Configuration& 
     host::Section* section = configuration.Find(key);
     if (section == nullptr) {
         std::string known;
-        for (const auto& each : configuration.Sections())
-            known.append(known.empty() ? "" : ", ").append(each->Info().key);
+        for (const std::string& each : KeysOf(configuration))
+            known += (known.empty() ? "" : ", ") + each;
         throw host::Error(host::ErrorKind::Usage,
                           "there is no section \"" + key + "\"; the sections are " + known);
     }
@@ -84,7 +91,9 @@ Command ShowCommand() {
         .summary = "Show the keyboard's settings in words",
         .options = {{.name = "SECTION",
                      .target = key.get(),
-                     .summary = "Only this section, by its name in a document"}},
+                     .summary = "Only this section, by its name in a document",
+                     .offers =
+                         [](Context& context) { return KeysOf(*context.NewConfiguration()); }}},
         .footer = "Examples:\n"
                   "  qxconf show\n"
                   "  qxconf show magnetCard",

@@ -192,7 +192,8 @@ Command SwipeCommand() {
              .summary = "The data on track " + std::to_string(track),
              .value = "TEXT",
              .mayBeEmpty = true,
-             .complaint = CharactersComplaint});
+             .complaint = CharactersComplaint,
+             .offers = OfferNothing});
     const auto addFault = [&](const char* name, std::vector<Integer>& tracks, const char* part) {
         command.options.push_back(
             {.name = name,
@@ -224,7 +225,8 @@ Command ScanCommand() {
                      .summary = "The data in the code",
                      .isRequired = true,
                      .mayBeEmpty = true,
-                     .complaint = CharactersComplaint},
+                     .complaint = CharactersComplaint,
+                     .offers = OfferNothing},
                     {.name = "--symbology",
                      .target = &options->symbology,
                      .summary = "The kind of the code, such as Code39",

@@ -14,7 +14,7 @@ struct ValidateOptions {
 };
 
 void Validate(Context& context, const ValidateOptions& options) {
-    const auto document = host::ConfigurationDocument::Load(options.file);
+    const auto document = LoadDocument(context, options.file);
     host::Variables variables = VariablesOf(options.set);
     const auto sections = ReadDocument(*context.NewConfiguration(), document, variables);
     RefuseUnused(variables);

@@ -1,0 +1,85 @@
+// Signals that end the program: a transfer ends in order, and position mode is taken back.
+#include "CommandLine.h"
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace qx::test {
+
+TEST(Signals, ATransferIsEndedInOrder) {
+    CommandLine keyboard;
+    const std::string file = keyboard.Write(
+        "delay.json",
+        R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": 77}})");
+    keyboard.Done({"identify"});
+    const std::string before = keyboard.Memory();
+
+    // While it is read, nothing comes of the command.
+    keyboard.beforeRead = [] { std::raise(SIGTERM); };
+    for (const auto& arguments :
+         {std::vector<std::string>{"upload", "-o", keyboard.File("x.json")}, {"download", file}}) {
+        const Outcome outcome = keyboard.Run(arguments);
+        EXPECT_EQ(outcome.status, 128 + SIGTERM);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "qxconf: ended by signal 15; nothing was written to the keyboard\n");
+        EXPECT_TRUE(keyboard.Memory() == before);
+        EXPECT_FALSE(std::filesystem::exists(keyboard.File("x.json")));
+    }
+    // While it is written to, the write is finished and proved.
+    keyboard.beforeRead = {};
+    keyboard.beforeWrite = [] { std::raise(SIGINT); };
+    const Outcome written = keyboard.Run({"download", file});
+    EXPECT_EQ(written.status, 0) << written.err;
+    EXPECT_NE(written.out.find("read back and found equal"), std::string::npos);
+    keyboard.beforeWrite = {};
+    EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
+    EXPECT_EQ(keyboard.Done({"diff", file}), "");
+}
+
+// The real program, with real signals.
+TEST(Signals, PositionModeIsTakenBack) {
+    const TempFolder folder;
+    const std::string file = (folder / "till.qxk").string();
+    const std::string settings = (folder / "settings.ini").string();
+    const std::string data = "XDG_DATA_HOME=" + (folder / "data").string();
+    files::WriteFileAtomically(file + ".wild", "* log");
+    const char* const arguments[] = {QX_QXCONF,    "--driver",   QX_WILD_DRIVER,   "--keyboard",
+                                     file.c_str(), "--model",    "full",           "--layouts",
+                                     QX_LAYOUTS,   "--settings", settings.c_str(), "position",
+                                     "watch",      nullptr};
+    const char* const environment[] = {data.c_str(), nullptr};
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        int error[2];
+        ASSERT_EQ(pipe2(error, O_CLOEXEC), 0);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, error[1], STDERR_FILENO);
+        pid_t program = 0;
+        ASSERT_EQ(posix_spawn(&program, QX_QXCONF, &actions, nullptr, const_cast<char**>(arguments),
+                              const_cast<char**>(environment)),
+                  0);
+        posix_spawn_file_actions_destroy(&actions);
+        close(error[1]);
+        std::string said;
+        char letter = 0;
+        while (said.find("Ctrl+C ends") == std::string::npos && read(error[0], &letter, 1) == 1)
+            said += letter;
+        EXPECT_NE(said.find("press keys"), std::string::npos) << said;
+        kill(program, signal);
+        int status = 0;
+        waitpid(program, &status, 0);
+        close(error[0]);
+        EXPECT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 128 + signal);
+        const std::string log = files::ReadFile(file + ".log");
+        const std::size_t on = log.rfind("QXCFG_EnablePositionMode");
+        ASSERT_NE(on, std::string::npos);
+        EXPECT_NE(log.find("QXCFG_DisablePositionMode", on), std::string::npos);
+    }
+}
+
+} // namespace qx::test
