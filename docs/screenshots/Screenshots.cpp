@@ -132,15 +132,20 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     camera.Take(window, QStringLiteral("15-no-keyboard"));
     window.Keyboards().Connect(choice);
     window.GoTo("/freeProgKeys/keys[75]/sequence");
-    camera.TakeDialog(QStringLiteral("21-sequence"), [&] { Press(window, "cmdEdit_0"); });
+    const QString leave = QStringLiteral("cmdOK"); // giving up asks where something would be lost
+    camera.TakeDialog(
+        QStringLiteral("21-sequence"), [&] { Press(window, "cmdEdit_0"); }, leave);
     window.ShowPage(QStringLiteral("pos"));
-    camera.TakeDialog(QStringLiteral("22-pos-programmer"), [&] {
-        QTimer::singleShot(50, [] { // a block is chosen
-            if (auto* editor = QApplication::activeModalWidget())
-                editor->findChild<views::KeyGrid*>()->Pick(1);
-        });
-        Press(window, "cmdEdit");
-    });
+    camera.TakeDialog(
+        QStringLiteral("22-pos-programmer"),
+        [&] {
+            QTimer::singleShot(50, [] { // a block is chosen
+                if (auto* editor = QApplication::activeModalWidget())
+                    editor->findChild<views::KeyGrid*>()->Pick(1);
+            });
+            Press(window, "cmdEdit");
+        },
+        leave);
     camera.TakeDialog(QStringLiteral("23-start"), [&] {
         app::StartWizard wizard(workbench.Preferences(), true);
         wizard.exec();

@@ -1,5 +1,6 @@
 // The configuration application.
 #include "app/Application.h"
+#include "app/Failure.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/Paths.h"
@@ -10,7 +11,6 @@
 #include "views/QtPlatform.h"
 
 #include <QCommandLineParser>
-#include <QMessageBox>
 
 namespace {
 
@@ -110,8 +110,7 @@ int main(int argc, char** argv) {
         window.show();
         return QApplication::exec();
     } catch (const std::exception& error) {
-        QMessageBox::critical(nullptr, QStringLiteral("QXControls"),
-                              QString::fromUtf8(error.what()));
+        qx::app::ShowFailure(nullptr, qx::app::FailureOf({}, error));
         return 1;
     }
 }
