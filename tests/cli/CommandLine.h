@@ -33,16 +33,20 @@ struct Fault {
     bool dropsWrites = false;        // transfers to the keyboard report success and do nothing
 };
 
+struct DriverCall {
+    std::string_view function;
+    host::DriverResult result; // what its result means
+};
+
 // A driver that can lie about its writes, and notes the calls that leave no trace in a memory.
 class LyingDriver : public host::ForwardingDriver {
 public:
     LyingDriver(std::unique_ptr<ConfigDriver> inner, bool dropsWrites,
                 std::function<void()> beforeWrite, std::function<void()> beforeRead = {},
-                std::vector<std::string>* noted = nullptr,
-                std::vector<host::DriverResult>* kinds = nullptr)
+                std::vector<std::string>* noted = nullptr, std::vector<DriverCall>* made = nullptr)
         : ForwardingDriver(*inner), m_inner(std::move(inner)), m_dropsWrites(dropsWrites),
           m_beforeWrite(std::move(beforeWrite)), m_beforeRead(std::move(beforeRead)),
-          m_noted(noted), m_kinds(kinds) {}
+          m_noted(noted), m_made(made) {}
     std::int32_t QXCFG_ImageLoad() override {
         if (m_beforeRead)
             m_beforeRead();
@@ -79,9 +83,10 @@ public:
     }
 
 protected:
-    std::int32_t Noted(std::string_view, host::DriverResult kind, std::int32_t result) override {
-        if (m_kinds != nullptr)
-            m_kinds->push_back(kind);
+    std::int32_t Noted(std::string_view function, host::DriverResult kind,
+                       std::int32_t result) override {
+        if (m_made != nullptr)
+            m_made->push_back({function, kind});
         return result;
     }
 
@@ -98,7 +103,7 @@ private:
     std::function<void()> m_beforeWrite;
     std::function<void()> m_beforeRead;
     std::vector<std::string>* m_noted;
-    std::vector<host::DriverResult>* m_kinds;
+    std::vector<DriverCall>* m_made;
 };
 
 // The simulated keyboard in process, or through its driver library.
@@ -127,8 +132,8 @@ public:
             if (fault.writtenBytes >= 0)
                 cut = [stop = Stopper(*driver), bytes = fault.writtenBytes] { stop(bytes); };
             opened.driver = std::make_unique<LyingDriver>(std::move(driver), fault.dropsWrites, cut,
-                                                          beforeRead, &noted, &kinds);
-            kinds.clear();
+                                                          beforeRead, &noted, &made);
+            made.clear();
             return opened;
         };
         const int status = cli::Run(arguments, {out, err, columns, hasColor}, surroundings);
@@ -157,8 +162,7 @@ public:
 
     // How many driver calls the last run made (in process only).
     int calls = 0;
-    // What the result of each of them was.
-    std::vector<host::DriverResult> kinds;
+    std::vector<DriverCall> made; // the same calls, one by one
     // Those that leave no trace in the memory, of all runs, with their arguments.
     std::vector<std::string> noted;
 

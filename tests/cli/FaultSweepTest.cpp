@@ -16,10 +16,6 @@ struct Part {
     bool forEver; // all calls from one on fail
     int part = 0;
     int parts = 1;
-
-    // In process a single fault is tried at every call. Through the library, and for faults that
-    // stay, it is a sample.
-    [[nodiscard]] bool IsWhole() const { return driver == Driver::InProcess && !forEver; }
 };
 
 class FaultSweep : public testing::TestWithParam<Part> {
@@ -50,16 +46,15 @@ protected:
         return memory;
     }
 
-    // The calls to fail: all of them, or the first and the last 300, and every 97th of the
-    // thousands between them, nearly all of which read or write one number of a key description.
-    [[nodiscard]] static std::vector<int> CallsToFail(int count) {
-        constexpr int kCallsAtTheEnds = 300;
+    // The numbers of the calls to fail: every call, but of the thousands that read or write one
+    // unit of a key's description, 64 a key, every 61st: each key has its turn, and each of its
+    // units.
+    [[nodiscard]] static std::vector<int> CallsToFail(const std::vector<DriverCall>& made) {
         std::vector<int> calls;
-        for (int call = 1; call <= count;) {
-            calls.push_back(call);
-            const bool isAtAnEnd = call < kCallsAtTheEnds || call + kCallsAtTheEnds > count;
-            call += GetParam().IsWhole() || isAtAnEnd ? 1 : 97;
-        }
+        int units = 0;
+        for (std::size_t i = 0; i < made.size(); ++i)
+            if (!made[i].function.ends_with("Int") || units++ % 61 == 0)
+                calls.push_back(static_cast<int>(i) + 1);
         return calls;
     }
 
@@ -71,16 +66,16 @@ protected:
         counter.Write("keyboard.qxk", keyboardFile);
         EXPECT_EQ(counter.Run(arguments).status, 0);
         EXPECT_GT(counter.calls, 10);
-        const std::vector<host::DriverResult> kinds = counter.kinds;
-        ASSERT_EQ(kinds.size(), static_cast<std::size_t>(counter.calls));
-        const std::vector<int> calls = CallsToFail(counter.calls);
+        ASSERT_EQ(counter.made.size(), static_cast<std::size_t>(counter.calls));
+        const std::vector<DriverCall> made = counter.made;
+        const std::vector<int> calls = CallsToFail(made);
         const auto step = static_cast<std::size_t>(GetParam().parts);
         for (auto i = static_cast<std::size_t>(GetParam().part);
              i < calls.size() && !testing::Test::HasFailure(); i += step) {
             const int call = calls[i];
             SCOPED_TRACE("driver call " + std::to_string(call));
             const Outcome outcome = keyboard.Run(arguments, {call, 77, GetParam().forEver});
-            if (kinds[static_cast<std::size_t>(call - 1)] == host::DriverResult::Status) {
+            if (made[static_cast<std::size_t>(call - 1)].result == host::DriverResult::Status) {
                 EXPECT_NE(outcome.err.find(" gave status 77"), std::string::npos) << outcome.err;
             }
             if (outcome.status != 0) {
@@ -96,22 +91,27 @@ protected:
     std::string before;
 };
 
-std::vector<Part> Split(const std::vector<Part>& sweeps, int parts) {
+std::vector<Part> Split(const std::vector<Part>& sweeps) {
+    constexpr int kParts = 2;
     std::vector<Part> split;
     for (Part each : sweeps) {
-        each.parts = each.IsWhole() ? parts : 1;
-        for (each.part = 0; each.part < each.parts; ++each.part)
+        each.parts = kParts;
+        for (each.part = 0; each.part < kParts; ++each.part)
             split.push_back(each);
     }
     return split;
 }
 
-std::string NameOf(const testing::TestParamInfo<Part>& info) {
-    std::string name = info.param.command;
+void PrintTo(const Part& part, std::ostream* out) {
+    std::string name = part.command;
     name[0] = static_cast<char>(std::toupper(name[0]));
-    name += info.param.driver == Driver::InProcess ? "InProcess" : "Library";
-    name += info.param.forEver ? "ForEver" : "";
-    return name + (info.param.parts > 1 ? std::to_string(info.param.part + 1) : "");
+    *out << name << (part.driver == Driver::InProcess ? "InProcess" : "Library")
+         << (part.forEver ? "ForEver" : "")
+         << (part.parts > 1 ? std::to_string(part.part + 1) : "");
+}
+
+std::string NameOf(const testing::TestParamInfo<Part>& info) {
+    return testing::PrintToString(info.param);
 }
 
 } // namespace
@@ -136,8 +136,7 @@ INSTANTIATE_TEST_SUITE_P(Drivers, FaultSweepOfReading,
                                                   {Driver::InProcess, "upload", false},
                                                   {Driver::InProcess, "upload", true},
                                                   {Driver::Library, "upload", false},
-                                                  {Driver::Library, "upload", true}},
-                                                 8)),
+                                                  {Driver::Library, "upload", true}})),
                          NameOf);
 
 class FaultSweepOfWriting : public FaultSweep {};
@@ -160,8 +159,7 @@ TEST_P(FaultSweepOfWriting, NeverLies) {
 
 INSTANTIATE_TEST_SUITE_P(Drivers, FaultSweepOfWriting,
                          testing::ValuesIn(Split({{Driver::InProcess, "download", false},
-                                                  {Driver::Library, "download", false}},
-                                                 8)),
+                                                  {Driver::Library, "download", false}})),
                          NameOf);
 
 class FaultSweepOfBreaks : public FaultSweep {};
