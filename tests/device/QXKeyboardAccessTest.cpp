@@ -64,6 +64,7 @@ TEST_F(AccessTest, StartUpRaisesItsEventsInOrder) {
         bool result;
     } cases[] = {
         {{{"QXCFG_Init", 42}}, {{6, 1}}, opening + "InitDriverFailed(42) InitFailed(0) ", false},
+        {{{"QXCFG_Init", -1}}, {{6, 1}}, opening + "InitDriverFailed(-1) InitFailed(0) ", false},
         {{}, {}, table + "InitConfigurationTableFailed(0) InitFailed(0) ", false},
         {{{"QXCFG_ImageRead", 1}}, {{6, 1}}, naming + "InitKeyboardNamingFailed(0) ", true},
         {{}, {{6, 1}}, naming + "InitKeyboardNamingOK ", true},
@@ -253,12 +254,12 @@ TEST_F(AccessTest, BlocksAreFilledUpAndFailuresChangeNothing) {
         EXPECT_FALSE(access.ReadFromMemory(data, 0, size));
     EXPECT_FALSE(access.ReadFromMemory(data, FakeDriver::kSize - 1, 2));
     EXPECT_EQ(data, "kept");
+    EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 3));
+    EXPECT_EQ(data, "ab ");
     driver.fillsAtMost = 2; // of a failed or an earlier read nothing comes to light
     EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 4));
     EXPECT_EQ(data, std::string("ab\0\0", 4));
     driver.fillsAtMost = FakeDriver::kSize;
-    EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 3));
-    EXPECT_EQ(data, "ab ");
     EXPECT_FALSE(access.WriteIntoMemory(std::string(64001, 'x'), 0, 64001));
     EXPECT_TRUE(access.WriteByteMemory(0xAB, 0x200));
     EXPECT_TRUE(log.Has("WriteByteMemory (200) = AB"));

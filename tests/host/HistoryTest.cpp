@@ -81,6 +81,12 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     EXPECT_FALSE(edited.history->IsSaved());
     edited.history->Undo();
     EXPECT_TRUE(edited.history->IsSaved()) << "what was saved is a step of its own";
+
+    edited.Delay(10);
+    edited.history->MarkSaved();
+    edited.history->Undo();
+    edited.Delay(11);
+    EXPECT_FALSE(edited.history->IsSaved()) << "no step leads back to what was saved";
 }
 
 TEST(History, SectionsThatAreEditedJoinTheDocumentAndLeaveItByUndo) {
