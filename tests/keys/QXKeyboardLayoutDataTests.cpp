@@ -90,7 +90,7 @@ TEST(QXKeyboardLayoutData, AnOpenThatFailsLeavesAllKeys) {
 }
 
 TEST(QXKeyboardLayoutData, WritesSequencesAsText) {
-    TableLayout table({{30, "00  A"}, {31, "00    \\\\Long"}, {130, "00  Extra"}});
+    TableLayout table({{30, "00  A"}, {31, "00    \\\\Long"}, {128, "00  Far"}, {130, "00  Extra"}});
     QXKeyboardLayoutData& layout = table.layout;
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 30158"), "A ^A ");
     EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 30158", false), "A ");
@@ -98,8 +98,10 @@ TEST(QXKeyboardLayoutData, WritesSequencesAsText) {
     EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 31159", true), "Long up:Long ");
     layout.SetShowUpcodes(false);
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 30158 30"), "A A ");
-    // 32 has no name; 258 would release key 130; one character left over is no code, two are one.
-    EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 32258999", true), " up:Extra up: ");
+    // 32 and 0 have no name; 128 releases key 0, and 258 would release key 130; one character left
+    // over is no code, two are one.
+    EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 32128258999", true),
+              " up: up:Extra up: ");
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 303"), "A ");
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 3030"), "A A ");
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(""), "");

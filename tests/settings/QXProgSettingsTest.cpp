@@ -170,6 +170,8 @@ TEST_F(QXProgSettingsTest, ReportsAPosBlockThatThereIsNot) {
                                                      "INVALID POSColorBlock INDEX -1",
                                                      "INVALID DefPOSColorBlock INDEX 10"}));
     EXPECT_FALSE(settings.DataChanged());
+    settings.DefPOSColorBlock(9, 5);
+    EXPECT_EQ(settings.POSColorBlock(9), 5);
 }
 
 TEST_F(QXProgSettingsTest, KnowsWhetherThereIsSomethingToSave) {
