@@ -7,7 +7,8 @@
 
 The faults are in the .txt files beside this script; each begins as follows:
 
-    tests: test_simulator test_host      the test programs to ask, in this order
+    tests: test_driverhost test_cli:Batch*   the test programs to ask, in this order, each with a
+                                         filter for its tests if not all are asked
 
     [name] src/folder/File.cpp           a fault: the file that it is put into,
     means the effect on the user         the harm that it would do,
@@ -84,6 +85,17 @@ def faults_without_place(faults):
                               if (PROJECT / fault.file).exists() else "") is None]
 
 
+def asked(fault, quick):
+    return fault.tests[:1] if quick else fault.tests
+
+
+def fast_tests(entry):
+    """The program and the filter that "program:filter" means, without the slow tests."""
+    program, _, chosen = entry.partition(":")
+    chosen = chosen or "*"
+    return program, chosen + (":" if "-" in chosen else "-") + SLOW
+
+
 class Copy:
     """A copy of the tree with a build of its own."""
 
@@ -140,10 +152,11 @@ class Copy:
                   if line.startswith("[  FAILED  ] ")]
         return CAUGHT, failed[0][13:].split(" ")[0].strip(",") if failed else f"{program} crashed"
 
-    def baseline(self, programs):
-        for program in programs:
+    def baseline(self, tests):
+        for entry in tests:
+            program, chosen = fast_tests(entry)
             built, words = self.make(program)
-            result, test = self.ask(program, f"*-{SLOW}") if built else (BROKEN, words)
+            result, test = self.ask(program, chosen) if built else (BROKEN, words)
             if result != SURVIVED:
                 sys.exit(f"Without a fault, {program} {result}: {test}")
 
@@ -152,14 +165,15 @@ class Copy:
         text = file.read_text()
         file.write_text(fault.put_into(text))
         try:
-            for tests in (f"*-{SLOW}",) if quick else (f"*-{SLOW}", SLOW):
-                for program in fault.tests[:1] if quick else fault.tests:
-                    built, words = self.make(program)
-                    if not built:
-                        return BROKEN, words
-                    result, test = self.ask(program, tests)
-                    if result != SURVIVED:
-                        return result, test
+            programs = dict.fromkeys(entry.partition(":")[0] for entry in fault.tests)
+            slow = [] if quick else [(program, SLOW) for program in programs]
+            for program, chosen in [fast_tests(entry) for entry in asked(fault, quick)] + slow:
+                built, words = self.make(program)
+                if not built:
+                    return BROKEN, words
+                result, test = self.ask(program, chosen)
+                if result != SURVIVED:
+                    return result, test
             return SURVIVED, ""
         finally:
             file.write_text(text)
@@ -183,8 +197,7 @@ def run(faults, jobs, quick):
 
     for copy in copies:
         copy.prepare()
-        copy.baseline(dict.fromkeys(name for fault in faults
-                                    for name in (fault.tests[:1] if quick else fault.tests)))
+        copy.baseline(dict.fromkeys(entry for fault in faults for entry in asked(fault, quick)))
     threads = [threading.Thread(target=work, args=[copy]) for copy in copies]
     for thread in threads:
         thread.start()

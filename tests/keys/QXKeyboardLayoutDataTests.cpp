@@ -90,7 +90,8 @@ TEST(QXKeyboardLayoutData, AnOpenThatFailsLeavesAllKeys) {
 }
 
 TEST(QXKeyboardLayoutData, WritesSequencesAsText) {
-    TableLayout table({{30, "00  A"}, {31, "00    \\\\Long"}, {128, "00  Far"}, {130, "00  Extra"}});
+    TableLayout table(
+        {{30, "00  A"}, {31, "00    \\\\Long"}, {128, "00  Far"}, {130, "00  Extra"}});
     QXKeyboardLayoutData& layout = table.layout;
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 30158"), "A ^A ");
     EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 30158", false), "A ");
