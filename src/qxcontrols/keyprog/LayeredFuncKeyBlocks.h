@@ -35,7 +35,10 @@ inline constexpr Long kFuncKeyDescSize =
 // The bytes of its slot that a sequence uses, with the 0 that ends it; 0 for an empty sequence.
 [[nodiscard]] Long UsedSlotSize(const KeySequence& sequence);
 
-// The sequences' area, of kFuncKeySequencesSize bytes.
+// The sequences' area, of kFuncKeySequencesSize bytes. A sequence with a code -1 among its first
+// kFuncKeySlotSize has no slot: the area is shorter, all later slots move forward, and the keyboard
+// then gives each of those keys the sequence of the key behind it. Throws std::overflow_error at
+// any other of these codes that is not one of 0 to 255.
 [[nodiscard]] std::string EncodeFuncKeySequences(const FuncKeyLayers& layers);
 void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers);
 

@@ -7,8 +7,8 @@
 // A download with LoadInKeyboard requests only what the keys with a sequence use of their slots,
 // and neither kind requests the descriptions: these are put into the image only.
 //
-// Where a keyboard lacks MODULE_GUID, the requests and accesses of the identifier go to the address
-// -1. A host whose driver does not refuse that address keeps these accesses from it.
+// Where a keyboard lacks MODULE_GUID, the requests of the identifier go to the address -1 and the
+// accesses to the addresses from -1 to 14; a host keeps them all from the driver.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"

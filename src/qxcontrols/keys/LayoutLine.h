@@ -33,7 +33,7 @@ struct LayoutKey {
 
     // Takes over the line of position code lID. A digit that is none of 0 to 2 counts as 0, and a
     // line without a rectangle leaves the one that the key has. Throws std::invalid_argument or
-    // std::overflow_error for a rectangle that is not four whole numbers of 16 bits.
+    // std::overflow_error for a rectangle that is not four numbers that fit 16 bits when rounded.
     void Parse(Long lID, std::string_view line);
     // Takes over the rectangle at the line's front, if there is one; returns what follows it.
     std::string_view ParseGeometry(std::string_view line);

@@ -2,7 +2,7 @@
 //
 // Keys have the names that the layout gives them. The grammar stands in docs/sequences.md. What
 // QXKeyboardLayoutData writes with released keys shown reads back as the same codes, unless the
-// layout names two keys alike or a key by the words of others.
+// layout names two keys alike or a key by the words of others, or leaves one without a name.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

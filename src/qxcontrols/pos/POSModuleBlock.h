@@ -16,13 +16,15 @@ inline constexpr Long kPOSModuleBlockSize = 3360;
 inline constexpr Integer kPOSSequenceSize = 31; // of a key or a group
 
 // The block that holds the model. A key that stands in two blocks goes to the later one's group. A
-// sequence with a code -1 leaves its place out, and the block is then shorter. Throws
-// std::out_of_range when a block holds a key that is not one of 1 to 105.
+// sequence with a code -1 among its first kPOSSequenceSize leaves its place out, and the block is
+// then shorter. Throws std::overflow_error at any other of these codes that is not one of 0 to 255,
+// and std::out_of_range when a block holds a key that is not one of 1 to 105.
 [[nodiscard]] std::string EncodePOSModuleBlock(const POSKeyboard& keyboard);
 
 // Replaces the model with that of the block, of kPOSModuleBlockSize bytes. Groups keep their number
-// as BlockID; single keys get numbers behind those. Throws std::out_of_range at the first key of a
-// group above 105, with the keys before it in the model. CalcDefinedBlockNum is for the caller.
+// as BlockID; single keys get numbers of their own, the first of which may be that of a group.
+// Throws std::out_of_range at the first key of a group above 105, with the keys before it in the
+// model. CalcDefinedBlockNum is for the caller.
 void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard);
 
 } // namespace qx

@@ -5,8 +5,8 @@
 // whatever LoadInKeyboard says. An upload replaces the whole model; at a group number above 105,
 // which no download writes, it ends: the keys before it stay uploaded, the others are free, and
 // neither the number of blocks nor the grid is brought up to date. A model with a key that the
-// module lacks, or with a code that is not one of 0 to 255, is not downloaded. A model or code map
-// that is set is copied.
+// module lacks, or with a code other than -1 and 0 to 255 among the first 31 of a block's sequence,
+// is not downloaded. A model or code map that is set is copied.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"

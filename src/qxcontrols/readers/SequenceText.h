@@ -1,4 +1,4 @@
-// A key sequence as the reader controls show it.
+// A key sequence as the controls show it.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"
