@@ -136,13 +136,11 @@ QLayout* frmSequencerView::MakeTyped() {
                     [this] { m_form.txtTyped_Change(); });
     m_bindings.Bind(fault, QStringLiteral("lblTypedFault"), m_form.lblTypedFault);
     m_bindings.Bind(full, QStringLiteral("lblSizeMsg"), m_form.lblSizeMsg);
-    m_bindings.OnShow([this, fault, full] {
+    m_bindings.OnShow([this, fault] {
         if (m_form.TypedTooMany() != 0)
             fault->setText(tr("The text has %1 codes, only %2 fit.")
                                .arg(m_form.TypedTooMany())
                                .arg(m_form.MaxSeqSize()));
-        if (m_form.lblRemaining.Caption != "0") // there is room again
-            full->hide();
     });
     connect(m_typed, &QLineEdit::returnPressed, this, [this] { m_form.ApplyTyped(); });
     connect(apply, &QPushButton::clicked, this, [this] { m_form.ApplyTyped(); });

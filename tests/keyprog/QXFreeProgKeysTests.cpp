@@ -147,7 +147,10 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
     control.cmdEdit_Click(Edit);
     EXPECT_EQ(notEditable, (std::vector<Integer>{-1, 13}));
 
+    int redrawn = 0;
+    const Subscription drawn = control.layoutDisplay.Refreshed.Subscribe([&] { ++redrawn; });
     Pick(12);
+    EXPECT_EQ(redrawn, 1);
     EXPECT_EQ(control.lblCurrSeq.Caption, "k30 ");
     control.chkShowDetails.Value = 1;
     control.chkShowDetails_Click();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+#include <stdexcept>
 #include <tuple>
 #include <vector>
 
@@ -85,8 +87,20 @@ TEST(QXKeyboardLayoutData, AnOpenThatFailsLeavesAllKeys) {
         table.texts[1140] = line;
         failsWith("string 1140: position code 140");
     }
-    table.fails = true;
+    table.onOpen = [] { throw std::runtime_error("the table is gone"); };
     failsWith("the table is gone");
+    table.onOpen = [] { throw 4711; };
+    failsWith("the layout could not be opened");
+}
+
+TEST(QXKeyboardLayoutData, FetchesTheNameAndThenTheKeysInOrder) {
+    std::vector<Long> numbers(142);
+    std::iota(numbers.begin(), numbers.end(), 999);
+    numbers.front() = 3;
+    TableLayout table;
+    EXPECT_EQ(table.fetched, numbers);
+    ASSERT_TRUE(table.layout.OpenLayoutByID(1033));
+    EXPECT_EQ(table.fetched, numbers);
 }
 
 TEST(QXKeyboardLayoutData, WritesSequencesAsText) {

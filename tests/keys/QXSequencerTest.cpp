@@ -117,13 +117,31 @@ TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
                       form.layoutDisplay.cmdKey_Click(31); // the release does not fit
                       EXPECT_TRUE(form.lblSizeMsg.Visible);
                       EXPECT_EQ(form.lblRemaining.Caption, "0");
+                      form.cmdClean_Click(1);
+                      EXPECT_FALSE(form.lblSizeMsg.Visible);
+                      form.layoutDisplay.cmdKey_Click(31);
+                      form.AddCode(5);
+                      EXPECT_TRUE(form.lblSizeMsg.Visible);
                       form.cmdClean_Click(0);
+                      EXPECT_FALSE(form.lblSizeMsg.Visible);
+                      form.ShowSizeMsg();
+                      TraceLog log;
+                      int refreshed = 0;
+                      const auto noted = form.Refreshed.Subscribe([&] { ++refreshed; });
                       form.AddCode(32);
+                      std::erase_if(log.lines, [](const std::string& line) {
+                          return !line.starts_with("[frmSequencer]");
+                      });
+                      EXPECT_EQ(log.lines,
+                                (std::vector<std::string>{"[frmSequencer].AddCode",
+                                                          "[frmSequencer].DisplayCurrentSeq",
+                                                          "[frmSequencer].HideSizeMsg"}));
+                      EXPECT_EQ(refreshed, 1);
                       EXPECT_FALSE(form.lblSizeMsg.Visible);
                       form.LeaveWithOK();
                   },
                   2),
-              "  5 32");
+              " 31 32");
     EXPECT_EQ(Edit(
                   [](frmSequencer& form) {
                       form.cmdClean_Click(1);
@@ -181,6 +199,11 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
                       EXPECT_FALSE(form.lblSizeMsg.Visible);
                       EXPECT_FALSE(type(form, "nonsense"));
                       EXPECT_EQ(form.TypedTooMany(), 0);
+                      std::string codes; // more than any sequence can have
+                      for (int code = 0; code < 32768; ++code)
+                          codes += "{30} ";
+                      EXPECT_FALSE(type(form, codes.c_str()));
+                      EXPECT_TRUE(form.lblTypedFault.Visible);
                       form.txtTyped.Text = "A B C";
                       form.cmdOK_Click();
                   },

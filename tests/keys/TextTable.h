@@ -4,41 +4,47 @@
 #include "qxcontrols/keys/LayoutTextSource.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
+#include <functional>
 #include <map>
 #include <memory>
-#include <stdexcept>
+#include <vector>
 
 namespace qx::test {
 
-// A text source over a table that the test changes between two opens.
+// A text source over a table that the test changes between two opens, and whose opens it disturbs.
 class TextTable final : public LayoutTextSource {
 public:
     using Texts = std::map<Long, std::string>;
-    explicit TextTable(const Texts& texts, const bool& fails) : m_texts(texts), m_fails(fails) {}
+    TextTable(const Texts& texts, const std::function<void()>& onOpen, std::vector<Long>& fetched)
+        : m_texts(texts), m_onOpen(onOpen), m_fetched(fetched) {}
 
     void Reset() override {}
     bool Open(const std::string& /*sFilename*/) override {
-        if (m_fails)
-            throw std::runtime_error("the table is gone");
+        if (m_onOpen)
+            m_onOpen();
+        m_fetched.clear();
         return true;
     }
     bool OpenLanguage(Long& /*lLangID*/, const std::string& sFolder) override {
         return Open(sFolder);
     }
     [[nodiscard]] std::string String(Long lNumber) const override {
+        m_fetched.push_back(lNumber);
         const auto text = m_texts.find(lNumber);
         return text == m_texts.end() ? std::string() : text->second;
     }
 
 private:
     const Texts& m_texts;
-    const bool& m_fails;
+    const std::function<void()>& m_onOpen;
+    std::vector<Long>& m_fetched;
 };
 
 struct TableLayout {
     TextTable::Texts texts;
-    bool fails = false;
-    QXKeyboardLayoutData layout{std::make_unique<TextTable>(texts, fails)};
+    std::function<void()> onOpen;
+    std::vector<Long> fetched; // the numbers of the texts, since the last open
+    QXKeyboardLayoutData layout{std::make_unique<TextTable>(texts, onOpen, fetched)};
 
     // The lines by position code.
     explicit TableLayout(const std::map<Long, std::string>& lines = {}) {

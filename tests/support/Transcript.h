@@ -6,7 +6,8 @@
 //     # upload                            a heading of the test's own
 //
 // Equal bytes and words that follow one another are written once with their number ("00*30"), equal
-// lines too ("(105 times)"), and lines that differ by a rising number alone as "4 to 10 by 2".
+// lines too ("(105 times)"), two lines that alternate ten times or more as "one, other (105
+// times)", and lines that differ by a rising number alone as "4 to 10 by 2".
 #pragma once
 
 #include "support/TestKeyboard.h"
@@ -116,6 +117,9 @@ private:
                 ++next;
             if (next - i > 1) {
                 shortened.push_back(m_lines[i] + " (" + std::to_string(next - i) + " times)");
+            } else if (next = EndOfPairs(i); next - i >= 20) {
+                shortened.push_back(m_lines[i] + ", " + m_lines[i + 1] + " (" +
+                                    std::to_string((next - i) / 2) + " times)");
             } else if (next = EndOfRise(i); next - i > 2) {
                 const Numbered first = Parse(m_lines[i]);
                 const long step = Parse(m_lines[i + 1]).number - first.number;
@@ -129,6 +133,15 @@ private:
             i = next;
         }
         return shortened;
+    }
+
+    // The line behind line i, the next one, and the repetitions of these two.
+    [[nodiscard]] std::size_t EndOfPairs(std::size_t i) const {
+        std::size_t next = i;
+        while (next + 1 < m_lines.size() && m_lines[next] == m_lines[i] &&
+               m_lines[next + 1] == m_lines[i + 1])
+            next += 2;
+        return next;
     }
 
     // The line behind those from line i on that differ by a number rising in equal steps.

@@ -1,5 +1,7 @@
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 
+#include "qxcontrols/device/Trace.h"
+
 #include <stdexcept>
 #include <utility>
 
@@ -33,6 +35,7 @@ const KeySequence& FuncKeyLayer::GetKey(Integer nKeyID) const {
 }
 
 void FuncKeyLayer::CleanLayer() {
+    Trace("FuncKeyLayer.CleanLayer");
     for (FuncKey& key : m_keys)
         key.sequence.Clear();
 }

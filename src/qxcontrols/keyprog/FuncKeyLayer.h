@@ -1,4 +1,6 @@
 // FuncKeyLayer: one layer of the layered function keys, a sequence and a description for each key.
+//
+// Only CleanLayer is traced: the other members are called for every key in turn.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"

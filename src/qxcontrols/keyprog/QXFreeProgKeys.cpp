@@ -119,13 +119,9 @@ void QXFreeProgKeys::PrefSourceAssigned() {
 // The user's actions.
 
 void QXFreeProgKeys::PickKey(Long lPositionCode) {
-    const Integer previous = m_key;
     m_key = static_cast<Integer>(lPositionCode);
     layoutDisplay.SetCurrProgKey(m_key);
-    if (previous != kNoKey)
-        layoutDisplay.ReloadSettingsForKey(previous, m_sequences);
-    layoutDisplay.ReloadSettingsForKey(m_key, m_sequences);
-    ShowCurrentSequence();
+    ShowKeys(); // the key before it loses its mark
 }
 
 void QXFreeProgKeys::cmdEdit_Click(Integer Index) {

@@ -7,6 +7,7 @@
 
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace qx {
 
@@ -36,26 +37,28 @@ void QXKeyboardLayoutData::SetLayoutPath(std::string sPath) {
 
 bool QXKeyboardLayoutData::OpenLayoutByName(const std::string& sFilename) {
     Trace("QXKeyboardLayoutData.OpenLayoutByName");
-    try {
+    return Opened([&] {
         m_source->Reset();
-        if (!m_source->Open(m_layoutPath + sFilename))
-            return Failed(m_source->Error());
-        LoadAllKeys();
-        return true;
-    } catch (const std::exception& error) {
-        return Failed(error.what());
-    }
+        return m_source->Open(m_layoutPath + sFilename);
+    });
 }
 
 bool QXKeyboardLayoutData::OpenLayoutByID(Long lLangID) {
     Trace("QXKeyboardLayoutData.OpenLayoutByID");
+    return Opened([&] { return m_source->OpenLanguage(lLangID, m_layoutPath); });
+}
+
+template <typename Open>
+bool QXKeyboardLayoutData::Opened(Open open) {
     try {
-        if (!m_source->OpenLanguage(lLangID, m_layoutPath))
+        if (!open())
             return Failed(m_source->Error());
         LoadAllKeys();
         return true;
     } catch (const std::exception& error) {
         return Failed(error.what());
+    } catch (...) { // a source may throw anything
+        return Failed({});
     }
 }
 
@@ -67,6 +70,7 @@ bool QXKeyboardLayoutData::Failed(std::string sError) {
 
 // All or nothing: the keys change only after every line has been read.
 void QXKeyboardLayoutData::LoadAllKeys() {
+    std::string nativeName(Trim(m_source->String(LayoutTextSource::kNativeName)));
     LayoutKeys keys = m_keys;
     for (Long id = kMinKeyID; id <= kMaxKeyID; ++id) {
         const Long number = LayoutTextSource::kFirstKey + id;
@@ -77,7 +81,7 @@ void QXKeyboardLayoutData::LoadAllKeys() {
                                      std::to_string(id) + ": " + error.what());
         }
     }
-    m_nativeName = Trim(m_source->String(LayoutTextSource::kNativeName));
+    m_nativeName = std::move(nativeName);
     m_keys = std::move(keys);
     m_loaded = true;
     m_error.clear();

@@ -73,6 +73,9 @@ private:
 
     using LayoutKeys = std::array<LayoutKey, kMaxKeyID + 1>;
 
+    // Loads the keys if open() opens the source; no error leaves it.
+    template <typename Open>
+    bool Opened(Open open);
     void LoadAllKeys();
     bool Failed(std::string sError);
     [[nodiscard]] const LayoutKey& Key(Long lID) const;

@@ -106,12 +106,12 @@ void frmSequencer::ShowTexts(QXSequencer& parent) {
 }
 
 void frmSequencer::DisplayCurrentSeq() {
-    TraceForm("DisplayCurrentSeq");
     ShowSequence();
     Refreshed.Raise();
 }
 
 void frmSequencer::ShowSequence() {
+    TraceForm("DisplayCurrentSeq");
     txtSequence.Text = m_layout == nullptr ? m_sequence.KeyString()
                                            : m_layout->ConvertKeyStringIntoTextStringUseUpcodes(
                                                  m_sequence.KeyString(), chkShowDetails.Value == 1);
@@ -144,7 +144,7 @@ bool frmSequencer::TakeTyped() {
                 throw std::invalid_argument("code 0 would end the sequence in the keyboard");
             typed.AddByte(code);
         }
-    } catch (const std::logic_error& error) {
+    } catch (const std::exception& error) {
         ShowTypedFault(error.what());
         lblSizeMsg.Visible = false;
         return false;
@@ -218,8 +218,8 @@ void frmSequencer::AddCode(Long lCode) {
     } catch (const std::invalid_argument& error) {
         TraceForm(std::string("AddCode: ") + error.what());
     }
-    lblSizeMsg.Visible = false;
-    DisplayCurrentSeq();
+    ShowSequence();
+    HideSizeMsg(); // refreshes for both
 }
 
 void frmSequencer::RemoveLastCode() {
@@ -231,6 +231,7 @@ void frmSequencer::RemoveLastCode() {
     std::string codes = m_sequence.KeyString();
     codes.resize(codes.size() - std::min<std::size_t>(codes.size(), KeySequence::kFieldWidth));
     m_sequence.SetKeyString(std::move(codes));
+    lblSizeMsg.Visible = false;
     DisplayCurrentSeq();
 }
 
@@ -238,6 +239,7 @@ void frmSequencer::RemoveAllCodes() {
     TraceForm("RemoveAllCodes");
     m_sequence.SetKeyString("");
     ForgetTyped();
+    lblSizeMsg.Visible = false;
     DisplayCurrentSeq();
 }
 

@@ -64,6 +64,7 @@ public:
     void DisplayCurrentSeq();
     // Appends a code, or shows the size message when the sequence is full.
     void AddCode(Long lCode);
+    // Both hide the size message.
     void RemoveLastCode();
     void RemoveAllCodes();
     // Takes over what has been typed, if anything has. False, with the fault shown, when that is no
@@ -99,8 +100,9 @@ public:
     TextBox txtTyped; // the sequence as text to be edited; needs a layout
     Label lblTypedFault;
     Label lblSizeMsg;
-    Label lblRemaining;      // how many codes still fit
-    CheckBox chkShowDetails; // whether released keys are shown too
+    Label lblRemaining; // how many codes still fit
+    // Whether released keys are shown too; keys go by their names whenever there is a layout.
+    CheckBox chkShowDetails;
     Button cmdOK, cmdCancel;
     std::array<Button, 2> cmdClean; // last code, all codes
 

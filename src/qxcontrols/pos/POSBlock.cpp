@@ -1,5 +1,7 @@
 #include "qxcontrols/pos/POSBlock.h"
 
+#include "qxcontrols/device/Trace.h"
+
 #include <algorithm>
 
 namespace qx {
@@ -29,6 +31,7 @@ void POSBlock::Clean() {
 }
 
 void POSBlock::CopyContent(const POSBlock* oSource) {
+    Trace("POSBlock.CopyContent");
     if (oSource != nullptr)
         *this = *oSource;
 }

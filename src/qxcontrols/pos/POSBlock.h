@@ -2,7 +2,8 @@
 //
 // A block owns its sequence: one that is set is copied. The first key added is the block's major
 // key, the others are its members. A key should stand in one block only; the editors of the model
-// see to that, a block does not.
+// see to that, a block does not. Only CopyContent is traced: the other members are called for every
+// key in turn.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"

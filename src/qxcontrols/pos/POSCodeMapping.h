@@ -1,4 +1,6 @@
 // POSCodeMapping: which position code of the keyboard a POS key index (1 to 105) stands for.
+//
+// Neither member leaves a trace: they are called for every key in turn.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

@@ -1,5 +1,7 @@
 #include "qxcontrols/pos/POSKeyboard.h"
 
+#include "qxcontrols/device/Trace.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <string>
@@ -25,12 +27,14 @@ Integer POSKeyboard::FindBlockForKey(Integer nKey) const {
 }
 
 void POSKeyboard::CalcDefinedBlockNum() {
+    Trace("POSKeyboard.CalcDefinedBlockNum");
     m_blockNum = static_cast<Integer>(
         std::count_if(m_blocks.begin(), m_blocks.end(),
                       [](const POSBlock& block) { return block.BlockSize() > 0; }));
 }
 
 void POSKeyboard::CleanAllBlocks() {
+    Trace("POSKeyboard.CleanAllBlocks");
     for (POSBlock& block : m_blocks) {
         block.Clean();
         block.Sequence().Clear();
@@ -39,6 +43,7 @@ void POSKeyboard::CleanAllBlocks() {
 }
 
 void POSKeyboard::CopyContent(const POSKeyboard* oSource) {
+    Trace("POSKeyboard.CopyContent");
     if (oSource == nullptr)
         return;
     m_blocks = oSource->m_blocks;

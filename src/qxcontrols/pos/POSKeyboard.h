@@ -1,7 +1,8 @@
 // POSKeyboard: the blocks of the POS module, one slot for each key index from 1 to 105.
 //
 // The keyboard owns its blocks. A block belongs in the slot whose number is its major key's index;
-// a slot whose block has no keys is free.
+// a slot whose block has no keys is free. Block and FindBlockForKey leave no trace: they are called
+// for every key in turn.
 #pragma once
 
 #include "qxcontrols/pos/POSBlock.h"
@@ -30,7 +31,7 @@ public:
     // Takes over all blocks of oSource; nothing when there is none.
     void CopyContent(const POSKeyboard* oSource);
 
-    // A hook for diagnosis; without effect.
+    // A hook for diagnosis; without effect, not even a trace.
     void VBObjectDump() const {}
 
 private:

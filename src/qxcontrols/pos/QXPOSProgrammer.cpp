@@ -45,11 +45,13 @@ bool QXPOSProgrammer::ShowPosProgrammer(POSKeyboard& oPosData) {
 }
 
 void QXPOSProgrammer::Translate() {
+    Trace("QXPOSProgrammer.Translate");
     m_form.SetParentProgrammer(this);
     m_form.PrepareDisplay();
 }
 
 void QXPOSProgrammer::ReloadColor() {
+    Trace("QXPOSProgrammer.ReloadColor");
     m_form.SetPrefSource(m_preferences);
     m_form.PrepareDisplay();
 }

@@ -139,8 +139,10 @@ void QXPos::ShowBlocks() {
 
 void QXPos::PaintKeys() {
     const Long colorUnused = ColorUnused(PrefSource());
-    for (Integer key = 1; key <= POSKeyboard::kSlots; ++key)
+    for (Integer key = 1; key <= POSKeyboard::kSlots; ++key) {
         posDisplay.SetAsUnused(key, colorUnused);
+        posDisplay.SetKeyCaption(key, {}, {});
+    }
     for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
         const POSBlock& block = m_posData.Block(slot);
         if (block.BlockSize() > 0)

@@ -72,10 +72,6 @@ POSBlock* frmPOSProgrammer::Current() {
     return m_currBlock == 0 ? nullptr : &m_posData.Block(m_currBlock);
 }
 
-bool frmPOSProgrammer::IsInCurrBlock(Integer nKey) const {
-    return m_currBlock != 0 && m_posData.Block(m_currBlock).HasKey(nKey);
-}
-
 std::string frmPOSProgrammer::KeyName(Integer nKey) const {
     if (IsKey(nKey) && m_layout != nullptr) {
         const Long code = m_codeMap.GetPositionCodeForKey(nKey);

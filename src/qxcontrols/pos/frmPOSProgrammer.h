@@ -61,7 +61,6 @@ public:
     // at all, stands for none.
     [[nodiscard]] Integer CurrBlock() const { return m_currBlock; }
     void SetCurrBlock(Integer nSlot);
-    [[nodiscard]] bool IsInCurrBlock(Integer nKey) const;
     // What the key is called in the layout; the key's index where the layout has no name for it.
     [[nodiscard]] std::string KeyName(Integer nKey) const;
     // What the key sends, as text; nothing for a key in no block.
