@@ -104,6 +104,21 @@ bool IsIniText(std::string_view text) {
     });
 }
 
+// The order of names that differ in more than the case of ASCII letters.
+struct CaseBlind {
+    static char16_t Folded(QChar c) {
+        return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c.unicode() - u'A' + u'a')
+                                      : c.unicode();
+    }
+    bool operator()(const QString& a, const QString& b) const {
+        return std::lexicographical_compare(
+            a.begin(), a.end(), b.begin(), b.end(),
+            [](QChar left, QChar right) { return Folded(left) < Folded(right); });
+    }
+};
+
+using Values = std::map<QString, Value, CaseBlind>;
+
 QVariant StoredFormOf(const Value& value) {
     if (const auto* number = std::get_if<Long>(&value))
         return *number;
@@ -129,22 +144,37 @@ struct SettingsStore::Store {
         settings->setFallbacksEnabled(false);
     }
 
-    // Reads a value, or the default, and remembers it as the one that this program knows.
+    // The name under which the store has the value, if it has it. The native registry finds names
+    // whatever their case; in an INI file the case counts.
+    [[nodiscard]] QString NameOf(const QString& key) const {
+        if (settings->format() != QSettings::IniFormat || settings->contains(key))
+            return key;
+        const QStringList names = settings->allKeys();
+        const CaseBlind less;
+        const auto found = std::find_if(names.begin(), names.end(), [&](const QString& name) {
+            return !less(name, key) && !less(key, name);
+        });
+        return found == names.end() ? key : *found;
+    }
+
+    // Reads a value, or the default, and remembers the value as the one that this program knows.
     template <typename Kind, typename Convert>
     Kind Read(const QString& key, const Kind& fallback, Convert convert) {
         const auto written = waiting.find(key);
         const QVariant stored =
-            written == waiting.end() ? settings->value(key) : StoredFormOf(written->second);
+            written == waiting.end() ? settings->value(NameOf(key)) : StoredFormOf(written->second);
         const std::optional<Kind> value = stored.isValid() ? convert(stored) : std::nullopt;
-        if (written == waiting.end())
-            known[key] = value.value_or(fallback);
+        if (!value)
+            known.erase(key); // what cannot be read is written, even as the default
+        else if (written == waiting.end())
+            known.insert_or_assign(key, *value);
         return value.value_or(fallback);
     }
 
     void Write(const QString& key, Value value) {
         const auto read = known.find(key);
         const bool isAsRead = read != known.end() && read->second == value;
-        if (isAsRead && settings->contains(key))
+        if (isAsRead && settings->contains(NameOf(key)))
             waiting.erase(key); // another program may have given it a new value
         else
             waiting[key] = std::move(value);
@@ -152,8 +182,8 @@ struct SettingsStore::Store {
 
     std::filesystem::path file; // empty: the user's own
     std::unique_ptr<QSettings> settings;
-    std::map<QString, Value> known;   // as this program last read or stored it
-    std::map<QString, Value> waiting; // to be stored
+    Values known;   // as this program last read or stored them
+    Values waiting; // to be stored
 };
 
 SettingsStore::SettingsStore(const std::filesystem::path& file) {
@@ -213,7 +243,7 @@ void SettingsStore::Flush() {
         QSettings& settings = *m_store->settings;
         settings.sync(); // reads what others have stored meanwhile
         for (const auto& [key, value] : m_store->waiting)
-            settings.setValue(key, StoredFormOf(value));
+            settings.setValue(m_store->NameOf(key), StoredFormOf(value));
         settings.sync();
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed,
@@ -243,7 +273,9 @@ std::string SettingsStore::ReadString(std::string_view sName, std::string_view s
     return m_store->Read<std::string>(
         Text(m_path + std::string(sName)), std::string(sDefault), [](const QVariant& value) {
             // A hand-written text with commas reads as a list.
-            return std::optional(value.toStringList().join(", ").toStdString());
+            const bool isList = value.typeId() == QMetaType::QStringList;
+            const QString text = isList ? value.toStringList().join(", ") : value.toString();
+            return std::optional(text.toStdString());
         });
 }
 

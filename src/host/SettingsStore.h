@@ -2,9 +2,10 @@
 //
 // On Windows it is the native registry, elsewhere an INI file. Every value is stored as a whole
 // number or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as
-// generously as it can be understood. Written values wait in memory until Flush stores them all;
-// only then is the store locked, read again, and written. So programs that run at the same time
-// keep each other's other values, and a value that is written as it was read changes nothing.
+// generously as it can be understood, and every number as a text too. Written values wait in memory
+// until Flush stores them all; only then is the store locked, read again, and written. So programs
+// that run at the same time keep each other's other values, and a value that is written as it was
+// read changes nothing.
 #pragma once
 
 #include "qxcontrols/platform/RegistryAccess.h"

@@ -139,8 +139,49 @@ TEST_F(SettingsStoreTest, WhatPeopleWriteIsUnderstood) {
     for (const auto& [name, number] : numbers)
         EXPECT_EQ(store.ReadNumber(name, 77), number) << name;
     EXPECT_EQ(store.ReadString("List", ""), "a, b.json");
+    EXPECT_EQ(store.ReadString("Signed", ""), "-5");
+    store.WriteNumber("New", 5);
+    EXPECT_EQ(store.ReadString("New", ""), "5") << "before it is stored as after it";
     EXPECT_EQ(store.ReadString("Empty", "default"), "");
     EXPECT_EQ(store.ReadString("Umlaut", ""), "Größe");
+}
+
+// A program that stores all of its values repairs those that it could not read.
+TEST_F(SettingsStoreTest, DefaultsReplaceWhatCannotBeRead) {
+    Write("[Options]\nWord=many\nHexadecimal=0x6\n");
+    SettingsStore store(file);
+    store.SetPath("Options");
+    for (const char* name : {"Word", "Hexadecimal"}) {
+        EXPECT_EQ(store.ReadNumber(name, 6), 6);
+        store.WriteNumber(name, 6);
+    }
+    store.Flush();
+    const std::string text = files::ReadFile(file);
+    EXPECT_NE(text.find("Word=6"), std::string::npos) << text;
+    EXPECT_NE(text.find("Hexadecimal=0x6"), std::string::npos) << text;
+}
+
+TEST_F(SettingsStoreTest, NamesAreFoundWhateverTheirCase) {
+    Write("[options]\nPROGRAMMED=1\nEmpty=2\n");
+    SettingsStore store(file);
+    store.SetPath("OPTIONS");
+    EXPECT_EQ(store.ReadNumber("Programmed", 0), 1);
+    EXPECT_EQ(store.ReadNumber("empty", 0), 2);
+    store.WriteNumber("Programmed", 5);
+    store.WriteNumber("EMPTY", 2);
+    store.WriteNumber("New", 7);
+    EXPECT_EQ(store.ReadNumber("programmed", 0), 5);
+    // Another program has stored the new value meanwhile, in its own spelling.
+    Write("[options]\nPROGRAMMED=1\nEmpty=3\nNEW=6\n");
+    store.Flush();
+    SettingsStore again(file);
+    again.SetPath("options");
+    EXPECT_EQ(again.ReadNumber("new", 0), 7);
+    EXPECT_EQ(again.ReadNumber("Empty", 0), 3) << "it was written as it had been read";
+    const std::string text = files::ReadFile(file);
+    EXPECT_NE(text.find("PROGRAMMED=5"), std::string::npos) << text;
+    EXPECT_EQ(text.find("Programmed"), std::string::npos) << text;
+    EXPECT_EQ(text.find("New"), std::string::npos) << text;
 }
 
 TEST_F(SettingsStoreTest, ANewUserHasNoFolderYet) {

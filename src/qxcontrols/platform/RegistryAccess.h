@@ -12,7 +12,8 @@
 namespace qx {
 
 // Set the path, then read and write values below it. Names and paths compare without regard to the
-// case of ASCII letters. A read of a value that is missing, or of another type, gives the default.
+// case of ASCII letters. A read of a value that is missing, or cannot be read as the type asked
+// for, gives the default.
 class RegistryAccess {
 public:
     virtual ~RegistryAccess() = default;
@@ -31,7 +32,8 @@ public:
     void WriteBoolean(std::string_view sName, bool fValue);
 };
 
-// A registry in memory: the default of hosts that keep no settings, and of tests.
+// A registry in memory: the default of hosts that keep no settings, and of tests. A number cannot
+// be read as a text, nor a text as a number.
 class MemoryRegistry : public RegistryAccess {
 public:
     void SetPath(std::string_view sPath) override;
