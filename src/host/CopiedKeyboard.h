@@ -1,7 +1,7 @@
 // CopiedKeyboard: a driver whose keyboard is a copy of what another one held.
 //
 // On it a write is tried out before the keyboard itself sees any of it, and saved bytes are read as
-// settings. It answers what transfers need; files, layers and modes it refuses.
+// settings. It answers what transfers need, refuses files and modes, and ignores layers.
 #pragma once
 
 #include "host/KeyboardContent.h"

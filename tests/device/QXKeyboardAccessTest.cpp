@@ -254,13 +254,15 @@ TEST_F(AccessTest, BlocksAreFilledUpAndFailuresChangeNothing) {
         EXPECT_FALSE(access.ReadFromMemory(data, 0, size));
     EXPECT_FALSE(access.ReadFromMemory(data, FakeDriver::kSize - 1, 2));
     EXPECT_EQ(data, "kept");
+    EXPECT_TRUE(log.Has("QXKeyboardAccess.ReadFromMemory failed at 1FFFF"));
     EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 3));
     EXPECT_EQ(data, "ab ");
     driver.fillsAtMost = 2; // of a failed or an earlier read nothing comes to light
     EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 4));
     EXPECT_EQ(data, std::string("ab\0\0", 4));
     driver.fillsAtMost = FakeDriver::kSize;
-    EXPECT_FALSE(access.WriteIntoMemory(std::string(64001, 'x'), 0, 64001));
+    EXPECT_FALSE(access.WriteIntoMemory(std::string(64001, 'x'), 0x1F, 64001));
+    EXPECT_TRUE(log.Has("QXKeyboardAccess.WriteIntoMemory failed at 1F"));
     EXPECT_TRUE(access.WriteByteMemory(0xAB, 0x200));
     EXPECT_TRUE(log.Has("WriteByteMemory (200) = AB"));
     EXPECT_EQ(access.ReadByteFromMem(0x200), 0xAB);
@@ -286,6 +288,7 @@ TEST_F(AccessTest, CallsAreHandedOn) {
         EXPECT_EQ(access.EnablePositionProgMode(), status == 0);
         EXPECT_EQ(access.IsPositionProgMode(), status == 0);
     }
+    EXPECT_TRUE(log.Has("QXKeyboardAccess.EnablePositionProgMode"));
     EXPECT_TRUE(log.Has("EnablePositionProgMode FAILED"));
 }
 

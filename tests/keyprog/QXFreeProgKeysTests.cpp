@@ -211,6 +211,16 @@ TEST_F(FreeProgKeysTest, CleanAsksWithoutACurrentKeyToo) {
     EXPECT_TRUE(control.DataChanged());
 }
 
+// One keyboard may have two such modules, with a control each.
+TEST_F(FreeProgKeysTest, TraceLinesBeginWithTheInstanceName) {
+    control.SetName("Upper");
+    const TraceLog trace;
+    control.SetPrefSource(nullptr);
+    control.DataDownload(true);
+    EXPECT_TRUE(trace.Has("Upper.Set PrefSource As QXProgSettings: ==>  0"));
+    EXPECT_TRUE(trace.Has("Upper.DataDownload"));
+}
+
 TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostSaysNo) {
     for (const Integer action : {Clean, CleanAll}) {
         for (const Long key : {12, 30})

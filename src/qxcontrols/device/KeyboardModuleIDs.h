@@ -7,7 +7,7 @@
 
 namespace qx {
 
-// The ids are the device's own: the order below is that of its memory map, and 12 is unused.
+// The ids are the device's own, and 12 is unused.
 enum KeyboardModuleIDs : Long {
     MODULE_NONE = 0,
     MODULE_KEYBOARD = 0, // the keyboard itself; cannot be told apart from no module
@@ -23,7 +23,7 @@ enum KeyboardModuleIDs : Long {
     MODULE_GUID = 10,
     MODULE_FUNCKEYS_X1_4630 = 11,
     MODULE_CONFIG_SECTION = 13,
-    MODULE_LAYER_FUNCKEY_DESC = 255, // at a fixed address, not in the directory
+    MODULE_LAYER_FUNCKEY_DESC = 255, // its block has a fixed address, listed or not
 };
 
 // The id's name, as above ("MODULE_KEYBOARD" for 0); the empty text for an id that has none.

@@ -32,10 +32,6 @@ public:
     // Raised once after any change of what the control shows.
     Event<> Refreshed;
 
-    // The control's instance name, with which its trace lines begin; the class name at first.
-    [[nodiscard]] const std::string& Name() const { return m_name; }
-    void SetName(std::string sName) { m_name = std::move(sName); }
-
     // The shared services. Null clears. The keyboard is required before any transfer, the layout
     // for the names of keys; without preferences their defaults hold.
     void SetKeyboard(QXKeyboardAccess* keyboard);
@@ -72,6 +68,11 @@ public:
 protected:
     ModuleControl(std::string_view sName, KeyboardModuleIDs eModule, const Platform& platform);
 
+    // The name with which the trace lines begin: that of the class, unless a control is given
+    // another.
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    void SetName(std::string sName) { m_name = std::move(sName); }
+
     // Called after the shared service has been assigned.
     virtual void KeyboardAssigned() {}
     virtual void LayoutSourceAssigned() {}
@@ -81,7 +82,7 @@ protected:
     [[nodiscard]] virtual std::string AssignmentText(std::string_view sProperty,
                                                      std::string_view sType) const;
 
-    // Traces the instance name followed by the text, which begins with its own separator.
+    // Traces the name followed by the text, which begins with its own separator.
     void TraceNamed(std::string_view sText) const;
 
     // Runs a part of a procedure (".DataDownload"). An error ends the part and is traced; the

@@ -87,7 +87,7 @@ bool QXKeyboardAccess::Init() {
     Trace("QXKeyboardAccess.Init");
     if (InitDriverStage() && InitConfigurationTableStage()) {
         InitKeyboardNamingStage();
-        if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+        if (HasItem(MODULE_LAYERED_FUNCKEYS))
             DisableFunctionKeyLayerSelection();
         return true;
     }
@@ -101,7 +101,7 @@ bool QXKeyboardAccess::Init() {
 
 void QXKeyboardAccess::Done() {
     Trace("The Keyboard.Done");
-    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
         EnableFunctionKeyLayerSelection();
 }
 
@@ -261,19 +261,25 @@ bool QXKeyboardAccess::HasItem(KeyboardModuleIDs eID) const {
 
 bool QXKeyboardAccess::ReadFromMemory(std::string& sData, Long lAddress, Long lSize) {
     Trace("QXKeyboardAccess.ReadFromMemory");
-    if (lSize < 0 || lSize > kMaxBlockSize)
-        return false;
-    m_readBuffer.resize(kMaxBlockSize);
-    std::fill_n(m_readBuffer.begin(), lSize, '\0'); // nothing of an earlier block shines through
-    if (StatusOf("ReadFromMemory", [&] {
+    Long status = kNoStatus;
+    if (lSize >= 0 && lSize <= kMaxBlockSize) {
+        m_readBuffer.resize(kMaxBlockSize);
+        // Nothing of an earlier block shines through.
+        std::fill_n(m_readBuffer.begin(), lSize, '\0');
+        status = StatusOf("ReadFromMemory", [&] {
             return m_driver.QXCFG_ImageRead(lAddress, m_readBuffer.data(), lSize);
-        }) != 0)
+        });
+    }
+    if (status != 0) {
+        Trace("QXKeyboardAccess.ReadFromMemory failed at " + Hex(lAddress));
         return false;
+    }
     sData.assign(m_readBuffer, 0, static_cast<std::size_t>(lSize));
     return true;
 }
 
 bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Long lSize) {
+    Trace("QXKeyboardAccess.WriteIntoMemory");
     Long status = kNoStatus;
     if (lSize >= 0 && lSize <= kMaxBlockSize) {
         std::string filledUp;
@@ -287,6 +293,8 @@ bool QXKeyboardAccess::WriteIntoMemory(std::string_view sData, Long lAddress, Lo
     }
     Trace("WriteIntoMemory : Address = " + Hex(lAddress) +
           "  Size = " + std::to_string(sData.size()) + " Err = " + std::to_string(status));
+    if (status != 0)
+        Trace("QXKeyboardAccess.WriteIntoMemory failed at " + Hex(lAddress));
     return status == 0;
 }
 
@@ -435,6 +443,7 @@ Long QXKeyboardAccess::ConvertBinFileToRomFile(std::string& sBinFilename,
 
 bool QXKeyboardAccess::SwitchPositionMode(std::string_view sProcedure,
                                           Long (ConfigDriver::*operation)()) {
+    Trace("QXKeyboardAccess." + std::string(sProcedure));
     const Long status = StatusOf(sProcedure, [&] { return (m_driver.*operation)(); });
     Trace(std::string(sProcedure) + (status == 0 ? " OK" : " FAILED"));
     return status == 0;
@@ -460,20 +469,20 @@ Long QXKeyboardAccess::GetPositionCodeKey() {
 
 void QXKeyboardAccess::SelectFunctionKeyLayer(Integer nLayer) {
     Trace("QXKeyboardAccess.SelectFunctionKeyLayer");
-    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
         StatusOf("SelectFunctionKeyLayer", [&] { return m_driver.QXCFG_SelectLayer(nLayer); });
 }
 
 void QXKeyboardAccess::EnableFunctionKeyLayerSelection() {
     Trace("QXKeyboardAccess.EnableFunctionKeyLayerSelection");
-    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
         StatusOf("EnableFunctionKeyLayerSelection",
                  [&] { return m_driver.QXCFG_EnableLayerSelection(); });
 }
 
 void QXKeyboardAccess::DisableFunctionKeyLayerSelection() {
     Trace("QXKeyboardAccess.DisableFunctionKeyLayerSelection");
-    if (Find(MODULE_LAYERED_FUNCKEYS) != nullptr)
+    if (HasItem(MODULE_LAYERED_FUNCKEYS))
         StatusOf("DisableFunctionKeyLayerSelection",
                  [&] { return m_driver.QXCFG_DisableLayerSelection(); });
 }

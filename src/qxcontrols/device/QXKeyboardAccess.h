@@ -2,9 +2,10 @@
 //
 // The host creates one for a driver, calls Init, and hands it to every module control. It alone
 // calls the driver, on the thread of its caller. Transfers are allowed after a successful Init;
-// Done is called before the host closes. Members report failure by their result and a trace line,
-// never by an exception, except where they say so: a driver that throws has failed, with status -1,
-// and a handler that throws during Init ends the stage that raised its event.
+// Done is called before the host closes. Members report failure by their result, and by a trace
+// line where one is named, never by an exception, except where they say so: a driver that throws
+// has failed, with status -1 and a trace line, and a handler that throws during Init ends the stage
+// that raised its event.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -90,13 +91,15 @@ public:
 
     // Blocks of the configuration image, one character per byte, 0 to kMaxBlockSize bytes; another
     // size fails. A failed read leaves sData as it is. A write of less data than lSize is filled up
-    // with blanks.
+    // with blanks. A failure of either is traced with the address.
     bool ReadFromMemory(std::string& sData, Long lAddress, Long lSize);
     bool WriteIntoMemory(std::string_view sData, Long lAddress, Long lSize);
     [[nodiscard]] Byte ReadByteFromMem(Long lAddress); // 0 when the driver refuses
     bool WriteByteMemory(Byte bValue, Long lAddress);
 
     // Single numbers of the image, in the driver's byte order; 0 when the driver refuses to read.
+    // They trace no names: controls call them, and ReadByteFromMem, once for every byte or number
+    // of a block.
     [[nodiscard]] Byte ReadByteFromImage(Long lAddress);
     void WriteByteIntoImage(Long lAddress, const Byte& bByte);
     [[nodiscard]] Integer ReadIntFromImage(Long lAddress);

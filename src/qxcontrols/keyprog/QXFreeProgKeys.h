@@ -33,6 +33,10 @@ public:
     Event<Integer> KeyNoEditable; // nPositionCode; kNoKey when no key is picked
     Event<bool&> AdvanceEdit;     // fEdit, preset to False
 
+    // The instance name, with which the trace lines begin; the class name at first.
+    using ModuleControl::Name;
+    using ModuleControl::SetName;
+
     using ModuleControl::LayoutSource;
 
     // The sequences by key id. The position code of each is the control's: the key's id when it is

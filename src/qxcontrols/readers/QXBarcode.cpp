@@ -70,32 +70,32 @@ void QXBarcode::Show(std::string& sShown, std::string& sText) {
 
 void QXBarcode::SetButtonEdit(const ButtonCaption& texts) {
     m_buttonEdit = texts;
-    Translate();
+    TextsChanged();
 }
 
 void QXBarcode::SetButtonRemove(const ButtonCaption& texts) {
     m_buttonRemove = texts;
-    Translate();
+    TextsChanged();
 }
 
 void QXBarcode::SetOptionHeader(const OptionBool& option) {
     m_optionHeader = option;
-    Translate();
+    TextsChanged();
 }
 
 void QXBarcode::SetOptionTerminator(const OptionBool& option) {
     m_optionTerminator = option;
-    Translate();
+    TextsChanged();
 }
 
 void QXBarcode::SetReader1Msg(std::string sText) {
     m_readerMsg[0] = std::move(sText);
-    Translate();
+    TextsChanged();
 }
 
 void QXBarcode::SetReader2Msg(std::string sText) {
     m_readerMsg[1] = std::move(sText);
-    Translate();
+    TextsChanged();
 }
 
 void QXBarcode::SetListEntry(Integer ePage, std::string sCaption) {
@@ -103,7 +103,7 @@ void QXBarcode::SetListEntry(Integer ePage, std::string sCaption) {
     if (ePage < 0 || ePage >= static_cast<Integer>(m_listEntries.size()))
         throw std::out_of_range("list entry " + std::to_string(ePage) + " is not one of 0 to 20");
     m_listEntries[static_cast<std::size_t>(ePage)] = std::move(sCaption);
-    Translate();
+    TextsChanged();
 }
 
 Long QXBarcode::TransferSize(bool /*LoadInKeyboard*/) const {
@@ -206,9 +206,7 @@ void QXBarcode::WriteConfig(Long lAddress) {
 
 void QXBarcode::Translate() {
     TraceNamed(".Translate");
-    ShowTexts();
-    ShowPage(m_page);
-    Refreshed.Raise();
+    TextsChanged();
 }
 
 void QXBarcode::AdjustControls() {
@@ -219,8 +217,7 @@ void QXBarcode::AdjustControls() {
 
 void QXBarcode::ReloadKeySettings() {
     TraceNamed(".ReloadKeySettings");
-    ShowSequences();
-    Refreshed.Raise();
+    SequencesChanged();
 }
 
 void QXBarcode::lstPrefGroup_Click() {
@@ -295,8 +292,7 @@ void QXBarcode::cmdEdit_Click(Integer Index) {
     if (!Guarded(".cmdEdit_Click", [&] { sequence.SetKeyString(std::move(sNewSeq)); }))
         return;
     SetDataChanged(true);
-    ShowSequences();
-    Refreshed.Raise();
+    SequencesChanged();
 }
 
 void QXBarcode::cmdRemove_Click(Integer Index) {
@@ -321,6 +317,16 @@ void QXBarcode::lblReader_KeyDown(Integer Index, Integer KeyCode) {
 }
 
 void QXBarcode::chkShowDetails_Click() {
+    SequencesChanged();
+}
+
+void QXBarcode::TextsChanged() {
+    ShowTexts();
+    ShowPage(m_page);
+    Refreshed.Raise();
+}
+
+void QXBarcode::SequencesChanged() {
     ShowSequences();
     Refreshed.Raise();
 }

@@ -109,7 +109,7 @@ public:
     void chkShowDetails_Click();
 
 protected:
-    void LayoutSourceAssigned() override { ReloadKeySettings(); }
+    void LayoutSourceAssigned() override { SequencesChanged(); }
 
 private:
     [[nodiscard]] bool IsReaderPage() const { return m_page >= BP_Reader_1; }
@@ -121,6 +121,8 @@ private:
     [[nodiscard]] MagneticTrack& CurrentReader() { return Reader(m_page == BP_Reader_1 ? 1 : 2); }
 
     void Show(std::string& sShown, std::string& sText);
+    void TextsChanged();
+    void SequencesChanged();
     void ShowTexts();
     void ShowPage(Integer nPage);
     void ShowOptions();

@@ -40,7 +40,7 @@ QXMagnetCard::QXMagnetCard(const Platform& platform)
 
 void QXMagnetCard::SetReaderOptions(const MagneticOptions& options) {
     m_settings.options = options;
-    AdjustControls();
+    ValuesChanged();
 }
 
 MagneticTrack& QXMagnetCard::Track(Integer nTrackId) {
@@ -56,12 +56,12 @@ const MagneticTrack& QXMagnetCard::Track(Integer nTrackId) const {
 void QXMagnetCard::SetTrack(Integer nTrackId, const MagneticTrack& track) {
     Track(nTrackId) = track;
     ShowTexts();
-    AdjustControls();
+    ValuesChanged();
 }
 
 void QXMagnetCard::SetCaptions(const MagneticCaptions& captions) {
     m_captions = captions;
-    Translate();
+    TextsChanged();
 }
 
 void QXMagnetCard::SetShowDetails(std::string sCaption) {
@@ -71,6 +71,10 @@ void QXMagnetCard::SetShowDetails(std::string sCaption) {
 
 void QXMagnetCard::RescanTracks() {
     TraceNamed(".RescanTracks");
+    ScanTracks();
+}
+
+void QXMagnetCard::ScanTracks() {
     m_dispatch.clear();
     for (Integer nTrack = 0; nTrack < kMagneticTracks; ++nTrack) {
         MagneticTrack& track = GetTrack(nTrack);
@@ -86,8 +90,7 @@ void QXMagnetCard::RescanTracks() {
 
 void QXMagnetCard::ReloadKeysSettings() {
     TraceNamed(".ReloadKeysSettings");
-    ShowSequences();
-    Refreshed.Raise();
+    SequencesChanged();
 }
 
 void QXMagnetCard::DumpContext() const {
@@ -209,16 +212,12 @@ void QXMagnetCard::WriteBlocks(Long lHeadersAddress, Long lSwitchesAddress) {
 
 void QXMagnetCard::Translate() {
     TraceNamed(".Translate");
-    ShowTexts();
-    ShowOptions();
-    Refreshed.Raise();
+    TextsChanged();
 }
 
 void QXMagnetCard::AdjustControls() {
     TraceNamed(".AdjustControls");
-    ShowOptions();
-    AdjustControlsForCurrentTrack();
-    Refreshed.Raise();
+    ValuesChanged();
 }
 
 void QXMagnetCard::chkMagneticOptions_Click(Integer Index) {
@@ -313,8 +312,7 @@ void QXMagnetCard::AskAndEdit(Integer Index) {
 }
 
 void QXMagnetCard::chkShowDetails_Click() {
-    ShowSequences();
-    Refreshed.Raise();
+    SequencesChanged();
 }
 
 void QXMagnetCard::AddTrackDispatch(Integer nTrack) {
@@ -360,6 +358,23 @@ void QXMagnetCard::AdjustControlsForGivenTrack(Integer nTrack) {
 
 MagneticTrack& QXMagnetCard::GetTrack(Integer nTrack) {
     return m_settings.tracks[static_cast<std::size_t>(nTrack)];
+}
+
+void QXMagnetCard::TextsChanged() {
+    ShowTexts();
+    ShowOptions();
+    Refreshed.Raise();
+}
+
+void QXMagnetCard::ValuesChanged() {
+    ShowOptions();
+    AdjustControlsForCurrentTrack();
+    Refreshed.Raise();
+}
+
+void QXMagnetCard::SequencesChanged() {
+    ShowSequences();
+    Refreshed.Raise();
 }
 
 void QXMagnetCard::ShowTexts() {

@@ -2,9 +2,9 @@
 // four tracks the switches and the sequences that frame the track's data.
 //
 // It owns the settings of all four tracks and transfers them, whether or not the keyboard has the
-// track; its list shows those that the keyboard has. The list is filled by RescanTracks, which runs
-// when a keyboard is assigned and is to be called when that is identified anew. It opens no editor:
-// to change a sequence it asks its host.
+// track; its list shows those that the keyboard has. The list is filled when a keyboard is
+// assigned, and by RescanTracks, which is to be called when the keyboard is identified anew. It
+// opens no editor: to change a sequence it asks its host.
 //
 // DataUpload does not check that the keyboard has both modules: without one it reads at the address
 // -1, or a few bytes above it. A host whose driver does not refuse these addresses uploads this
@@ -111,8 +111,8 @@ public:
     void chkShowDetails_Click();
 
 protected:
-    void KeyboardAssigned() override { RescanTracks(); }
-    void LayoutSourceAssigned() override { ReloadKeysSettings(); }
+    void KeyboardAssigned() override { ScanTracks(); }
+    void LayoutSourceAssigned() override { SequencesChanged(); }
 
 private:
     void AddTrackDispatch(Integer nTrack);
@@ -124,6 +124,10 @@ private:
     [[nodiscard]] MagneticTrack& GetTrack(Integer nTrack); // 0 to 3
     [[nodiscard]] MagneticTrack& GetCurrTrack() { return GetTrack(m_currTrack); }
 
+    void ScanTracks();
+    void TextsChanged();
+    void ValuesChanged();
+    void SequencesChanged();
     void ShowTexts();
     void ShowOptions();
     void ShowSequences();
