@@ -98,7 +98,7 @@ QXKeyboardLayoutData& Layout() {
     return layout;
 }
 
-void RoundTrip(host::Session& session, const std::vector<host::Section*>& sections) {
+void RoundTrip(host::Session& session, std::vector<host::Section*> sections) {
     session.Upload(sections);
     session.Download(sections);
 }

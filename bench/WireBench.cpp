@@ -73,7 +73,7 @@ public:
     // Downloads the keyboard's own document after `change`.
     void Download(const char* name, bool isFull, const std::function<void(Json&)>& change) {
         Run(name, isFull, [&](host::Session& session, host::Configuration& configuration) {
-            const auto sections = session.SectionsIn(configuration);
+            auto sections = session.SectionsIn(configuration);
             session.Upload(sections);
             Json json = configuration.Write(sections).AsJson();
             change(json);

@@ -206,7 +206,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         host::Session session(driver);
         session.Open();
         host::Configuration configuration{fuzz::Services(), &fuzz::UsLayout(), nullptr};
-        const auto sections = session.SectionsIn(configuration);
+        auto sections = session.SectionsIn(configuration);
         session.Upload(sections);
         const std::string text = configuration.Write(sections, session.Keyboard()).ToText();
 

@@ -56,6 +56,9 @@ QString KindText(host::ErrorKind kind) {
     case host::ErrorKind::KeyboardChanged:
         return Text(QT_TRANSLATE_NOOP(
             "Failures", "This is a different keyboard, or its contents have changed."));
+    case host::ErrorKind::KeyboardDamaged:
+        return Text(QT_TRANSLATE_NOOP(
+            "Failures", "A part of the keyboard's memory is damaged and was left as it is."));
     case host::ErrorKind::KeyboardBusy:
         return Text(QT_TRANSLATE_NOOP("Failures", "Another program is writing to this keyboard."));
     case host::ErrorKind::Stopped:

@@ -155,6 +155,8 @@ void Workbench::Connect() {
         SubscribeToStages();
         m_session->Access().SetCommandDelta(m_preferences.CommandDelta());
         m_session->Open();
+        for (const std::string& warning : m_session->Warnings())
+            emit Noticed(QString::fromStdString(warning));
         AttachKeyboard();
         ReloadPreferences();
     } catch (...) {
@@ -232,7 +234,7 @@ void Workbench::ShowPresentTrack() {
 
 void Workbench::AttachKeyboard() {
     const Busy busy(*this);
-    const auto present = m_session->SectionsIn(*m_configuration, true);
+    const auto present = m_session->Present(*m_configuration, true);
     for (Section* section : present)
         section->Control().SetKeyboard(&m_session->Access());
     ControlOf<QXMagnetCard>("magnetCard").RescanTracks();
@@ -246,13 +248,14 @@ bool Workbench::Has(const Section& section) const {
 void Workbench::ReadKeyboard() {
     const bool isMixture = Interrupted().has_value();
     const Busy busy(*this);
-    const auto before = m_configuration->Write(m_history->AllSections());
-    const auto sections = m_session->SectionsIn(*m_configuration, true);
+    const auto before = m_configuration->TakeAll();
+    auto sections = m_session->SectionsIn(*m_configuration, true);
     try {
         const Attachment attached(*this);
-        m_session->Upload(sections);
+        for (const host::Fault& fault : m_session->Upload(sections))
+            emit Noticed(QString::fromStdString(fault.place + ": " + fault.message));
     } catch (...) {
-        m_configuration->Read(before);
+        m_configuration->RestoreAll(before);
         throw;
     }
     m_file.clear();
@@ -421,8 +424,9 @@ host::ConfigurationDocument Workbench::Document() const {
 }
 
 void Workbench::SaveDocument(const std::filesystem::path& file) {
+    const host::ConfigurationDocument document = Document();
     try {
-        files::WriteFileAtomically(file, Document().ToText());
+        files::WriteFileAtomically(file, document.ToText());
     } catch (const host::Error&) {
         throw;
     } catch (const std::exception& error) {
@@ -432,6 +436,8 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
     m_history->MarkSaved();
     StoreLastDocument();
     emit DocumentChanged();
+    for (const host::Fault& loss : document.Losses())
+        emit Noticed(QString::fromStdString(loss.place + ": " + loss.message));
 }
 
 // The keyboard's own keys follow the layer that is shown.
@@ -447,11 +453,10 @@ void Workbench::NoteEdit(ModuleControl& control) {
     if (m_isBusy)
         return;
     const Busy busy(*this); // writing a document has some controls show themselves
-    const bool mayBeEdit =
-        control.DataChanged() || dynamic_cast<const QXBarcode*>(&control) != nullptr;
-    if (mayBeEdit && m_history->Note())
+    if (dynamic_cast<const QXBarcode*>(&control) != nullptr)
+        control.SetDataChanged(true);
+    if (m_history->Note())
         emit DocumentChanged();
-    control.SetDataChanged(false);
     emit Touched();
 }
 

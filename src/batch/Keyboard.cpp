@@ -60,7 +60,8 @@ std::string Keyboard::ReadIdentifier() {
     if (access.HasItem(MODULE_GUID))
         content.pieces.push_back({MODULE_GUID, "", access.GetBaseAddressForModule(MODULE_GUID),
                                   std::string(kGuidSize, '\0')});
-    return content.pieces.empty() ? "" : IdentifierText(m_session.ReadAgain(content).identity.guid);
+    return content.pieces.empty() ? ""
+                                  : IdentifierText(m_session.ReadPlaces(content).identity.guid);
 }
 
 void Keyboard::RollBack(host::Writer& writer, const Unit& unit, UnitReport& report) {
@@ -92,7 +93,8 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     RollBack(writer, unit, report);
 
     const auto configuration = newConfiguration();
-    const auto present = m_session.SectionsIn(*configuration, m_services.skipAbsent);
+    const auto present =
+        m_session.SectionsIn(*configuration, m_services.skipAbsent, unit.document.get());
     host::Variables variables(unit.variables);
     auto sections = configuration->Read(*unit.document, variables);
     const auto absent = host::TakeOutAbsent(sections, present);

@@ -48,6 +48,7 @@ int ExitStatusOf(host::ErrorKind kind) {
     case host::ErrorKind::TransferFailed:
     case host::ErrorKind::FileFailed:
     case host::ErrorKind::KeyboardChanged:
+    case host::ErrorKind::KeyboardDamaged:
     case host::ErrorKind::KeyboardBusy:
     case host::ErrorKind::Stopped:
     case host::ErrorKind::WriteInterrupted:
@@ -139,6 +140,8 @@ host::Session& Context::Keyboard() {
         m_session = NewSession();
     if (!std::exchange(m_isOpen, true)) {
         m_session->Open();
+        for (const std::string& warning : m_session->Warnings())
+            Note(warning);
         TellOfInterruptedWrites();
     }
     EndIfInterrupted();
@@ -244,11 +247,18 @@ std::string Context::LayoutNameFor(const std::string& ofKeyboard) {
 host::ConfigurationDocument Context::UploadedDocument() {
     host::Session& session = Keyboard();
     const auto configuration = NewConfiguration();
-    const auto sections = session.SectionsIn(*configuration);
-    session.Upload(sections);
+    auto sections = session.SectionsIn(*configuration);
+    NoteDamage(session.Upload(sections));
     auto document = configuration->Write(sections, session.Keyboard());
     CloseKeyboard();
     return document;
+}
+
+void Context::NoteDamage(const std::vector<host::Fault>& damaged) {
+    for (const host::Fault& fault : damaged) {
+        Note("left out " + fault.place + ": " + fault.message);
+        m_damaged.push_back({{"place", fault.place}, {"message", fault.message}});
+    }
 }
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
@@ -261,6 +271,8 @@ void Context::Result(const host::Json& json, const Lines& lines) {
         return m_console.Result(lines);
     host::Json result = {{"schema", kSchema}};
     result.update(json);
+    if (!m_damaged.empty())
+        result["damaged"] = m_damaged;
     m_console.Result(result);
 }
 

@@ -93,6 +93,8 @@ public:
 
     // All settings of the keyboard, which is closed then.
     [[nodiscard]] host::ConfigurationDocument UploadedDocument();
+    // Reports sections of the keyboard that no document can express, and that are left out.
+    void NoteDamage(const std::vector<host::Fault>& damaged);
     // A configuration with default values, of the opened keyboard or, where none is open, of any:
     // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
@@ -140,6 +142,7 @@ private:
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;
+    host::Json m_damaged = host::Json::array();
 };
 
 } // namespace qx::cli

@@ -46,23 +46,34 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document)
 
 std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
                                           Variables& variables) {
-    std::vector<Section*> all;
-    for (const auto& section : m_sections)
-        all.push_back(section.get());
-    const ConfigurationDocument before = Write(all);
-    std::vector<Fault> faults;
-    auto read = ReadSections(document, variables, faults);
-    if (!faults.empty()) {
-        Variables noVariables;
-        std::vector<Fault> noFaults;
-        ReadSections(before, noVariables, noFaults);
-        for (Section* section : all)
-            section->Show();
-        throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
+    const std::vector<Snapshot> before = TakeAll();
+    std::vector<Section*> read;
+    try {
+        std::vector<Fault> faults;
+        read = ReadSections(document, variables, faults);
+        if (!faults.empty())
+            throw Error(ErrorKind::DocumentInvalid, InvalidText(document.Name(), faults), faults);
+    } catch (...) {
+        RestoreAll(before);
+        throw;
     }
     for (Section* section : read)
         section->Show();
     return read;
+}
+
+std::vector<Snapshot> Configuration::TakeAll() const {
+    std::vector<Snapshot> all;
+    for (const auto& section : m_sections)
+        all.push_back(Snapshot::Of(*section));
+    return all;
+}
+
+void Configuration::RestoreAll(const std::vector<Snapshot>& all) {
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        all[i].Restore(*m_sections[i]);
+        m_sections[i]->Show(); // also brings back which keys are programmable
+    }
 }
 
 std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& document,
@@ -90,7 +101,8 @@ std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& d
 ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections) const {
     ConfigurationDocument document;
     for (Section* section : sections) {
-        JsonFieldWriter writer(document.Place(section->Info().key));
+        const std::string key(section->Info().key);
+        JsonFieldWriter writer(document.Place(key), "/" + key, document.Losses());
         section->Visit(writer);
     }
     return document;
@@ -98,12 +110,16 @@ ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections
 
 ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections,
                                            KeyboardInfo keyboard) const {
+    const std::string key(ConfigurationDocument::kKeyboardKey);
     ConfigurationDocument document;
-    JsonFieldWriter writer(document.Place(ConfigurationDocument::kKeyboardKey));
+    Json& note = document.Place(key); // in front of the sections
+    JsonFieldWriter writer(note, "/" + key, document.Losses());
     keyboard.Visit(writer);
-    const ConfigurationDocument settings = Write(sections);
-    for (Section* section : sections)
-        document.Place(section->Info().key) = *settings.Find(section->Info().key);
+    ConfigurationDocument settings = Write(sections);
+    for (const Section* section : sections)
+        document.Place(section->Info().key) = std::move(settings.Place(section->Info().key));
+    document.Losses().insert(document.Losses().end(), settings.Losses().begin(),
+                             settings.Losses().end());
     return document;
 }
 
@@ -113,6 +129,16 @@ std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) 
         FieldLister lister(section->Info().key, section->Info().title, m_layout, settings, m_words);
         section->Visit(lister);
     }
+    return settings;
+}
+
+std::vector<Setting> Configuration::List(const Section& section,
+                                         const std::set<std::string>& places, Listed listed) const {
+    std::vector<Setting> settings;
+    Section* own = Find(section.Info().key);
+    FieldLister lister(own->Info().key, own->Info().title, m_layout, settings, m_words);
+    lister.Only(places, listed);
+    own->Visit(lister);
     return settings;
 }
 

@@ -9,6 +9,7 @@
 #include "host/FieldLister.h"
 #include "host/KeyboardInfo.h"
 #include "host/Section.h"
+#include "host/Snapshot.h"
 #include "host/Variables.h"
 
 #include <map>
@@ -38,19 +39,25 @@ public:
     [[nodiscard]] Section* Find(std::string_view key) const; // null for an unknown key
 
     // Takes over the settings of all sections that the document has, and returns these sections.
-    // Strict: with any fault, all of which are told, Error(DocumentInvalid) is thrown and all
-    // settings are as they were.
-    // The variables stand in the place of the document's placeholders.
+    // Strict: with any fault, Error(DocumentInvalid) is thrown with all of them, and all settings
+    // are as they were. The variables replace the document's placeholders.
     std::vector<Section*> Read(const ConfigurationDocument& document);
     std::vector<Section*> Read(const ConfigurationDocument& document, Variables& variables);
 
-    // A document of these sections.
+    // All settings just as they are, and back to them.
+    [[nodiscard]] std::vector<Snapshot> TakeAll() const;
+    void RestoreAll(const std::vector<Snapshot>& all);
+
+    // A document of these sections, which Read accepts.
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections) const;
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections,
                                               KeyboardInfo keyboard) const;
 
     // The settings of these sections, for people.
     [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections) const;
+    // The same of the settings at these places alone.
+    [[nodiscard]] std::vector<Setting>
+    List(const Section& section, const std::set<std::string>& places, Listed listed) const;
     // The language of their names; English at first.
     void SetWords(Words words) { m_words = std::move(words); }
     [[nodiscard]] const Words& WordsInUse() const { return m_words; }

@@ -5,6 +5,7 @@
 // the section's own affair (Section::Visit, Configuration).
 #pragma once
 
+#include "host/Error.h"
 #include "host/Json.h"
 
 #include <filesystem>
@@ -39,6 +40,10 @@ public:
     [[nodiscard]] const Json& AsJson() const { return m_json; }
     [[nodiscard]] const std::string& Name() const { return m_name; }
 
+    // The settings that could not be written into it as they are, each with what became of it.
+    [[nodiscard]] const std::vector<Fault>& Losses() const { return m_losses; }
+    [[nodiscard]] std::vector<Fault>& Losses() { return m_losses; }
+
     // A section by its key (`keyboard` is one here); null when the document lacks it.
     [[nodiscard]] const Json* Find(std::string_view key) const;
     // The section, made when it is not there.
@@ -52,6 +57,7 @@ public:
 private:
     Json m_json;
     std::string m_name;
+    std::vector<Fault> m_losses;
 };
 
 } // namespace qx::host

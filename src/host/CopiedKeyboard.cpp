@@ -29,11 +29,6 @@ CopiedKeyboard::CopiedKeyboard(KeyboardContent content) : m_content(std::move(co
     FillImage();
 }
 
-void CopiedKeyboard::SetContent(KeyboardContent content) {
-    m_content = std::move(content);
-    FillImage();
-}
-
 void CopiedKeyboard::FillImage() {
     for (const ContentPiece& piece : m_content.pieces)
         PutIntoImage(piece.address, piece.bytes);

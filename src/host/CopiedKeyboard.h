@@ -24,8 +24,6 @@ public:
 
     // What the copy holds, and has been made to hold.
     [[nodiscard]] const KeyboardContent& Content() const { return m_content; }
-    // Another content of the same areas.
-    void SetContent(KeyboardContent content);
     // What the last transfer to the copy has moved, in the order of its requests.
     [[nodiscard]] const std::vector<Request>& LastSaved() const { return m_saved; }
 

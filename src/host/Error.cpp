@@ -16,6 +16,8 @@ std::string_view CodeOf(ErrorKind kind) {
         return "read-back-differs";
     case ErrorKind::KeyboardChanged:
         return "keyboard-changed";
+    case ErrorKind::KeyboardDamaged:
+        return "keyboard-damaged";
     case ErrorKind::KeyboardBusy:
         return "keyboard-busy";
     case ErrorKind::Stopped:

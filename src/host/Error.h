@@ -19,6 +19,7 @@ enum class ErrorKind {
     FileFailed,        // a file could not be read or written
     ReadBackDiffers,   // the keyboard does not hold what was written
     KeyboardChanged,   // the keyboard is not, or does not hold, what a write was planned for
+    KeyboardDamaged,   // a block of the keyboard cannot be understood, and is not to be replaced
     KeyboardBusy,      // another program is writing to the keyboard
     Stopped,           // the user stopped it before anything was written
     WriteInterrupted,  // an earlier write to this keyboard is to be finished or rolled back first

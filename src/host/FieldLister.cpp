@@ -1,5 +1,6 @@
 #include "host/FieldLister.h"
 
+#include "host/Snapshot.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
 
@@ -38,6 +39,12 @@ std::string FieldLister::Word(std::string_view label) const {
     return m_words && !label.empty() && label != m_element ? m_words(label) : std::string(label);
 }
 
+// Whether to list a setting that is listed usually, or is not.
+bool FieldLister::IsWanted(const Field& field, bool isUsual) const {
+    return (isUsual || m_listed == Listed::All) &&
+           (m_only == nullptr || m_only->contains(m_place + "/" + std::string(field.key)));
+}
+
 void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
     Setting& setting = m_settings.emplace_back();
     setting.place = m_place + "/" + std::string(field.key);
@@ -62,21 +69,25 @@ void FieldLister::Within(std::string_view key, std::string_view label,
 }
 
 bool FieldLister::Flag(const Field& field, bool fValue) {
-    if (field.stored) // a switch that nothing stores tells people nothing
+    if (IsWanted(field, field.stored)) // a switch that nothing stores means nothing to people
         Add(field, Word(fValue ? "on" : "off"));
     return fValue;
 }
 
 Integer FieldLister::Number(const Field& field, Integer nValue, Integer /*nMin*/,
                             Integer /*nMax*/) {
-    Add(field, std::to_string(nValue));
-    m_settings.back().isGradual = true;
+    if (IsWanted(field, true)) {
+        Add(field, std::to_string(nValue));
+        m_settings.back().isGradual = true;
+    }
     return nValue;
 }
 
 std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Integer>& keys,
                                        Integer /*nMin*/, Integer /*nMax*/,
                                        const PositionCodeOf& positionCodeOf) {
+    if (!IsWanted(field, true))
+        return keys;
     std::string text;
     for (const Integer key : keys) {
         const std::string caption =
@@ -89,7 +100,7 @@ std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Int
 
 std::string FieldLister::Text(const Field& field, const std::string& sValue,
                               std::size_t /*maxUnits*/) {
-    if (field.required || !sValue.empty()) {
+    if (IsWanted(field, field.required || !sValue.empty())) {
         Add(field, "\"" + sValue + "\"");
         m_settings.back().isGradual = true;
     }
@@ -97,7 +108,7 @@ std::string FieldLister::Text(const Field& field, const std::string& sValue,
 }
 
 void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*nSlot*/) {
-    if (!field.required && sequence.Length() == 0)
+    if (!IsWanted(field, field.required || sequence.Length() > 0))
         return;
     std::string text;
     std::vector<Byte> codes;
@@ -127,7 +138,15 @@ void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
 }
 
 void FieldLister::List(const FieldList& list) {
-    for (const FieldList::Id& id : list.present) {
+    std::vector<FieldList::Id> ids = list.present;
+    if (m_only != nullptr) {
+        const auto wanted = IdsIn(*m_only, m_place + "/" + std::string(list.field.key));
+        if (m_listed == Listed::All)
+            ids.assign(wanted.begin(), wanted.end());
+        else
+            std::erase_if(ids, [&](const FieldList::Id& id) { return !wanted.contains(id); });
+    }
+    for (const FieldList::Id& id : ids) {
         std::string key(list.field.key);
         for (const Integer number : id)
             key += "[" + std::to_string(number) + "]";

@@ -3,6 +3,8 @@
 
 #include "host/FieldVisitor.h"
 
+#include <set>
+
 namespace qx {
 class QXKeyboardLayoutData;
 }
@@ -23,12 +25,21 @@ struct Setting {
     bool isKept = false;    // when others do not have it
 };
 
+// Whether empty settings, and those that no keyboard stores, are listed as well.
+enum class Listed { Usual, All };
+
 class FieldLister : public FieldVisitor {
 public:
     // Lists the section that has this key and this name for people. Sequences are told with the
     // captions of `layout`, or by their codes where it is null.
     FieldLister(std::string_view key, std::string_view title, const QXKeyboardLayoutData* layout,
                 std::vector<Setting>& settings, Words words = {});
+    // From now on, lists the settings at these places alone. The places stay alive as long as the
+    // lister.
+    void Only(const std::set<std::string>& places, Listed listed) {
+        m_only = &places;
+        m_listed = listed;
+    }
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
@@ -42,12 +53,15 @@ public:
     void List(const FieldList& list) override;
 
 private:
+    [[nodiscard]] bool IsWanted(const Field& field, bool isUsual) const;
     void Add(const Field& field, std::string value, bool isSequence = false);
     void Within(std::string_view key, std::string_view label, const std::function<void()>& walk);
 
     [[nodiscard]] std::string Word(std::string_view label) const;
 
     const QXKeyboardLayoutData* m_layout;
+    const std::set<std::string>* m_only = nullptr;
+    Listed m_listed = Listed::Usual;
     Words m_words;
     std::vector<Setting>& m_settings;
     std::string m_place;

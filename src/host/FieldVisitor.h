@@ -77,7 +77,11 @@ public:
 
     // Whether the walk changes the settings.
     [[nodiscard]] virtual bool IsReading() const { return false; }
-    // Says that the value just read for the field cannot be used; without effect when not reading.
+    // Whether the walk handles settings just as the controls hold them, also those that neither
+    // documents nor keyboards keep.
+    [[nodiscard]] virtual bool IsExact() const { return false; }
+    // Reports that the value just read for the field cannot be used; for a walk that reads and is
+    // not exact.
     virtual void Refuse(const Field& /*field*/, const std::string& /*sReason*/) {}
 };
 

@@ -5,23 +5,6 @@
 
 namespace qx::host {
 
-namespace {
-
-// What a step is called. Settings that only documents hold are no differences of keyboards.
-std::string NameOf(const std::vector<Difference>& differences, const std::string& fallback) {
-    if (differences.empty())
-        return fallback;
-    if (differences.size() == 1)
-        return differences.front().name;
-    return differences.front().name + " (+" + std::to_string(differences.size() - 1) + ")";
-}
-
-bool IsRun(const std::vector<Difference>& differences) {
-    return differences.size() == 1 && differences.front().isGradual;
-}
-
-} // namespace
-
 History::History(Configuration& configuration) : m_configuration(configuration) {
     Restart(AllSections(), true);
 }
@@ -40,7 +23,9 @@ std::vector<Section*> History::Sections() const {
 }
 
 bool History::TakesPart(const Section& section) const {
-    return m_states[m_present].keys.contains(section.Info().key);
+    const auto& all = m_configuration.Sections();
+    return std::any_of(m_takePart.begin(), m_takePart.end(),
+                       [&](std::size_t index) { return all[index].get() == &section; });
 }
 
 ConfigurationDocument History::Document() const {
@@ -48,67 +33,120 @@ ConfigurationDocument History::Document() const {
 }
 
 void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
-    State start{m_configuration.Write(AllSections()), {}, {}, {}};
-    for (const Section* section : sections)
-        start.keys.emplace(section->Info().key);
-    m_settings = m_configuration.List(AllSections());
-    m_states = {std::move(start)};
+    m_takePart.clear();
+    const auto all = AllSections();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        all[i]->Control().SetDataChanged(false);
+        if (std::find(sections.begin(), sections.end(), all[i]) != sections.end())
+            m_takePart.insert(i);
+    }
+    m_now = m_configuration.TakeAll();
+    m_steps.clear();
     m_present = 0;
     m_saved = isSaved ? 0 : kNowhere;
     m_isSealed = true;
 }
 
 bool History::Note() {
-    const State& before = m_states[m_present];
-    State after{m_configuration.Write(AllSections()), before.keys, {}, {}};
-    if (after.all.AsJson() == before.all.AsJson())
+    Step step{TakeEdits(), {}, {}};
+    if (step.edits.empty())
         return false;
-    for (const Section* section : AllSections()) {
-        const auto key = section->Info().key;
-        if (*after.all.Find(key) != *before.all.Find(key))
-            after.keys.emplace(key);
-    }
-    std::vector<Setting> settings = m_configuration.List(AllSections());
-    const auto differences = Compare(m_settings, settings);
-    m_settings = std::move(settings);
-    after.name = NameOf(differences, "POS");
-    if (IsRun(differences))
-        after.place = differences.front().place;
-    const bool goesOn = !std::exchange(m_isSealed, false) && m_present != m_saved && !CanRedo() &&
-                        !after.place.empty() && after.place == before.place;
-    if (goesOn)
-        m_states[m_present].all = std::move(after.all);
-    else
-        Push(std::move(after));
+    NameStep(step);
+    if (!GoesOn(step))
+        Push(std::move(step));
+    m_isSealed = false;
     return true;
 }
 
-void History::Push(State state) {
-    m_states.resize(m_present + 1);
+std::vector<History::Edit> History::TakeEdits() {
+    std::vector<Edit> edits;
+    for (std::size_t i = 0; i < m_now.size(); ++i) {
+        Section& section = *m_configuration.Sections()[i];
+        if (!section.Control().DataChanged())
+            continue;
+        section.Control().SetDataChanged(false);
+        Snapshot now = Snapshot::Of(section);
+        Snapshot::Change change = m_now[i].To(now);
+        if (change.empty())
+            continue;
+        m_now[i] = std::move(now);
+        edits.push_back({i, std::move(change), m_takePart.insert(i).second});
+    }
+    return edits;
+}
+
+// A step is named after a setting that keyboards store, if it changed one.
+void History::NameStep(Step& step) const {
+    std::vector<Setting> stored;
+    std::vector<Setting> others;
+    for (const Edit& edit : step.edits) {
+        std::set<std::string> places;
+        for (const auto& [place, values] : edit.change)
+            places.insert(place);
+        for (Setting& setting :
+             m_configuration.List(*m_configuration.Sections()[edit.section], places, Listed::All))
+            (setting.isStored ? stored : others).push_back(std::move(setting));
+    }
+    const auto& named = stored.empty() ? others : stored;
+    if (named.empty())
+        return;
+    step.name = named.front().name;
+    if (named.size() > 1)
+        step.name += " (+" + std::to_string(named.size() - 1) + ")";
+    else if (named.front().isGradual && named.front().isStored)
+        step.place = named.front().place;
+}
+
+bool History::GoesOn(const Step& step) {
+    if (m_isSealed || m_present == m_saved || m_present == 0 || CanRedo() || step.place.empty() ||
+        step.place != m_steps.back().place)
+        return false;
+    for (const auto& [place, values] : step.edits.front().change) {
+        const auto [known, isNew] = m_steps.back().edits.front().change.emplace(place, values);
+        if (!isNew)
+            known->second.after = values.after;
+    }
+    return true;
+}
+
+void History::Push(Step step) {
+    m_steps.resize(m_present);
     if (m_saved != kNowhere && m_saved > m_present)
         m_saved = kNowhere;
-    m_states.push_back(std::move(state));
-    if (m_states.size() > kMaxSteps + 1) {
-        m_states.erase(m_states.begin());
+    m_steps.push_back(std::move(step));
+    if (m_steps.size() > kMaxSteps) {
+        m_steps.erase(m_steps.begin());
         m_saved = m_saved == 0 || m_saved == kNowhere ? kNowhere : m_saved - 1;
     }
-    m_present = m_states.size() - 1;
+    m_present = m_steps.size();
 }
 
 void History::Undo() {
-    if (CanUndo())
-        Go(m_present - 1);
+    if (!CanUndo())
+        return;
+    Go(m_steps[--m_present], false);
 }
 
 void History::Redo() {
-    if (CanRedo())
-        Go(m_present + 1);
+    if (!CanRedo())
+        return;
+    Go(m_steps[m_present++], true);
 }
 
-void History::Go(std::size_t to) {
-    m_present = to;
-    m_configuration.Read(m_states[to].all);
-    m_settings = m_configuration.List(AllSections());
+void History::Go(const Step& step, bool isForwards) {
+    for (const Edit& edit : step.edits) {
+        Section& section = *m_configuration.Sections()[edit.section];
+        Snapshot::Values values;
+        for (const auto& [place, two] : edit.change)
+            values.emplace(place, isForwards ? two.after : two.before);
+        Snapshot::Put(section, values);
+        section.Control().SetDataChanged(false);
+        m_now[edit.section] = Snapshot::Of(section);
+        if (edit.isFirst && isForwards)
+            m_takePart.insert(edit.section);
+        else if (edit.isFirst)
+            m_takePart.erase(edit.section);
+    }
     m_isSealed = true;
 }
 

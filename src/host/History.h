@@ -1,12 +1,15 @@
 // History: undo and redo of the edits of a configuration.
 //
-// Whoever edits calls Note afterwards; each note that finds a change becomes a step with a name.
-// Notes of the same number or text are one step, so that dragging a slider or typing is undone at
-// once; Seal ends such a run. The sections that take part in the document are those that were given
-// to Restart and those that have been edited since.
+// Whoever edits calls Note afterwards; it asks the controls whether their data changed, and makes a
+// step with a name of what did. Notes of the same number or text are one step, so that dragging a
+// slider or typing is undone at once; Seal ends such a run. A step holds what it changed and no
+// more, just as the controls held it: going back and forth checks nothing and cannot fail.
+// The sections that take part in the document are those that were given to Restart and those that
+// have been edited since.
 #pragma once
 
 #include "host/Configuration.h"
+#include "host/Snapshot.h"
 
 #include <cstddef>
 #include <set>
@@ -23,15 +26,16 @@ public:
     // Forgets all steps: the present settings of these sections are the start, saved or not.
     void Restart(const std::vector<Section*>& sections, bool isSaved);
 
-    // Makes a step of what has changed since the last one. False when nothing has.
+    // Makes a step of what has changed since the last one, in the sections whose controls have set
+    // DataChanged, which is reset. False when nothing has.
     bool Note();
     void Seal() { m_isSealed = true; }
 
     [[nodiscard]] bool CanUndo() const { return m_present > 0; }
-    [[nodiscard]] bool CanRedo() const { return m_present + 1 < m_states.size(); }
-    // What the step changed: a setting's name, or how many settings of which section.
-    [[nodiscard]] const std::string& UndoName() const { return m_states[m_present].name; }
-    [[nodiscard]] const std::string& RedoName() const { return m_states[m_present + 1].name; }
+    [[nodiscard]] bool CanRedo() const { return m_present < m_steps.size(); }
+    // What the step changed: a setting's name, and how many others.
+    [[nodiscard]] const std::string& UndoName() const { return m_steps[m_present - 1].name; }
+    [[nodiscard]] const std::string& RedoName() const { return m_steps[m_present].name; }
     void Undo();
     void Redo();
 
@@ -48,20 +52,29 @@ private:
     static constexpr std::size_t kMaxSteps = 500;
     static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
-    struct State {
-        ConfigurationDocument all;               // the settings of all sections
-        std::set<std::string, std::less<>> keys; // of the sections that take part
-        std::string name;                        // of the step that led here
+    struct Edit {
+        std::size_t section; // its place in the configuration
+        Snapshot::Change change;
+        bool isFirst = false; // of the section, which then takes part
+    };
+    struct Step {
+        std::vector<Edit> edits;
+        std::string name;
         std::string place; // of the one number or text that it changed; else empty
     };
 
-    void Push(State state);
-    void Go(std::size_t to);
+    [[nodiscard]] std::vector<Edit> TakeEdits();
+    void NameStep(Step& step) const;
+    // Makes the step a part of the last one, when both are of one run.
+    [[nodiscard]] bool GoesOn(const Step& step);
+    void Push(Step step);
+    void Go(const Step& step, bool isForwards);
 
     Configuration& m_configuration;
-    std::vector<State> m_states;
-    std::vector<Setting> m_settings; // of the present state, all sections
-    std::size_t m_present = 0;
+    std::vector<Snapshot> m_now; // of all sections
+    std::set<std::size_t> m_takePart;
+    std::vector<Step> m_steps;
+    std::size_t m_present = 0; // how many of them are done
     std::size_t m_saved = 0;
     bool m_isSealed = true;
 };

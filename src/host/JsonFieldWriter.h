@@ -1,6 +1,11 @@
 // JsonFieldWriter: the walk that writes a section into a document.
+//
+// It writes nothing that a JsonFieldReader refuses: what is too long is cut as it is on its way
+// into the keyboard, and what no keyboard can hold is left out. Each such loss is noted with its
+// place.
 #pragma once
 
+#include "host/Error.h"
 #include "host/FieldVisitor.h"
 #include "host/Json.h"
 
@@ -8,8 +13,9 @@ namespace qx::host {
 
 class JsonFieldWriter : public FieldVisitor {
 public:
-    // Writes into `section`, which becomes an object.
-    explicit JsonFieldWriter(Json& section);
+    // Writes into `section`, which becomes an object and is at `place` (a JSON pointer) of its
+    // document.
+    JsonFieldWriter(Json& section, std::string place, std::vector<Fault>& losses);
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
@@ -25,9 +31,14 @@ public:
 private:
     // Where the field's value goes: a member of the object, or the next element of the array.
     Json& Place(const Field& field);
-    void Within(Json& value, const std::function<void()>& walk);
+    // The place of the field that was written last.
+    [[nodiscard]] std::string LastPlace(const Field& field) const;
+    void NoteLoss(const Field& field, std::string message);
+    void Within(Json& value, std::string place, const std::function<void()>& walk);
 
     Json* m_value;
+    std::string m_place;
+    std::vector<Fault>& m_losses;
 };
 
 } // namespace qx::host

@@ -68,8 +68,10 @@ std::string KeyboardIdentity::FileName() const {
 }
 
 bool KeyboardIdentity::IsLike(const KeyboardIdentity& other) const {
-    return identification == other.identification && capabilities == other.capabilities &&
-           directory == other.directory;
+    const bool isUnknown = identification.empty() || other.identification.empty();
+    return directory == other.directory &&
+           (isUnknown || (identification == other.identification &&
+                          capabilities == other.capabilities));
 }
 
 Long SizeOf(const std::vector<ByteRange>& ranges) {

@@ -13,7 +13,7 @@
 namespace qx::host {
 
 struct KeyboardIdentity {
-    std::string identification; // the bytes of the identification block
+    std::string identification; // the bytes of the identification block; empty: not readable
     Byte capabilities = 0;
     std::vector<std::pair<KeyboardModuleIDs, Long>> directory; // module and address
     std::string guid; // its 16 bytes; empty where the keyboard stores none
@@ -22,7 +22,8 @@ struct KeyboardIdentity {
     [[nodiscard]] std::string Name() const;
     // A name for files about this keyboard: letters, digits and hyphens, different for others.
     [[nodiscard]] std::string FileName() const;
-    // Whether both are of one kind: the same identification, abilities and directory.
+    // Whether both are of one kind: the same identification, abilities and directory. One whose
+    // identification could not be read may be of any kind with this directory.
     [[nodiscard]] bool IsLike(const KeyboardIdentity& other) const;
     bool operator==(const KeyboardIdentity&) const = default;
 };
@@ -34,7 +35,8 @@ struct ContentPiece {
     Long address;
     std::string bytes;
 
-    [[nodiscard]] Long End() const { return address + static_cast<Long>(bytes.size()); }
+    [[nodiscard]] Long Size() const { return static_cast<Long>(bytes.size()); }
+    [[nodiscard]] Long End() const { return address + Size(); }
     bool operator==(const ContentPiece&) const = default;
 };
 

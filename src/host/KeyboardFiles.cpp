@@ -16,9 +16,15 @@ void Run(Session& session, const KeyboardFileKind& kind, const std::string& what
     });
 }
 
+// As the control library takes the names of files.
+std::string Utf8Of(const std::filesystem::path& file) {
+    const std::u8string name = file.u8string();
+    return {name.begin(), name.end()};
+}
+
 std::string WhyNoCodePage(const std::filesystem::path& file) {
     try {
-        return file.string() + " is no code page: it has " +
+        return file.string() + " is not a code page: it has " +
                std::to_string(files::ReadFile(file).size()) + " bytes, and " +
                std::to_string(PosCodePage::kSize) + " are needed";
     } catch (const std::exception& error) {
@@ -31,8 +37,13 @@ std::string WhyNoCodePage(const std::filesystem::path& file) {
 void WriteBeside(const std::filesystem::path& file,
                  const std::function<void(const std::string& beside)>& write) {
     try {
-        files::WriteFileAtomically(
-            file, [&](const std::filesystem::path& beside) { write(beside.string()); });
+        files::WriteFileAtomically(file, [&](const std::filesystem::path& beside) {
+            write(Utf8Of(beside));
+            if (std::filesystem::file_size(beside) == 0)
+                throw Error(ErrorKind::TransferFailed,
+                            "the driver reported success and wrote nothing into the file; " +
+                                file.string() + " is as it was");
+        });
     } catch (const Error&) {
         throw; // the driver's
     } catch (const std::exception& error) {
@@ -52,7 +63,7 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
                                  const std::filesystem::path& file, const SerialLine& line) {
     const auto load = [&] {
         Run(session, kind, "loading the " + std::string(kind.content) + " from " + file.string(),
-            file.string(), line, kind.load);
+            Utf8Of(file), line, kind.load);
     };
     if (kind.hasSerialLine) { // the reader's own memory, of which no backup can be made
         load();
@@ -66,7 +77,7 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
 
 bool HasCodePage(Session& session, const std::filesystem::path& file) {
     QXPosCodePage pages;
-    if (!pages.FilePage().LoadPageFromFile(file.string()))
+    if (!pages.FilePage().LoadPageFromFile(Utf8Of(file)))
         throw Error(ErrorKind::FileFailed, WhyNoCodePage(file));
     session.Run("reading the code page from the keyboard failed",
                 [&] { pages.KeyboardPage().LoadPageFromKeyboard(&session.Access()); });

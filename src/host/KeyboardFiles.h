@@ -34,7 +34,7 @@ inline constexpr KeyboardFileKind kKeyboardFiles[] = {
 };
 
 // Has `write` fill a file beside the wanted one, which is replaced when all went well. Throws what
-// `write` throws, and Error(FileFailed).
+// `write` throws, Error(TransferFailed) when that left the file empty, and Error(FileFailed).
 void WriteBeside(const std::filesystem::path& file,
                  const std::function<void(const std::string& beside)>& write);
 

@@ -8,17 +8,24 @@
 #include "qxcontrols/device/ModuleControl.h"
 
 #include <memory>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace qx::host {
 
 // A stretch of the keyboard's memory in which a section keeps settings.
+//
+// The area consists of slots, each of which is encoded on its own and may end in bytes that no
+// setting uses, such as those behind the 0 that ends a sequence. A slot whose settings do not
+// change keeps all its bytes. An area with slots of size 0 has fixed values in all such bytes.
 struct Area {
     KeyboardModuleIDs module;
     Long size; // bytes that the control uses, from its base; 0: the control's TransferSize
+    Long slotSize;
     bool required = true;                   // without it the keyboard does not have the section
-    Long fixedAddress = -1;                 // where the area lies, when the directory does not tell
+    Long fixedAddress = -1;                 // where the area lies, when the directory does not show
     KeyboardModuleIDs requestedAs = module; // the id with which the device expects its address
 };
 
@@ -36,13 +43,22 @@ public:
     [[nodiscard]] virtual ModuleControl& Control() = 0;
     // Walks the settings. A visitor that reads changes them; the caller then shows the control.
     virtual void Visit(FieldVisitor& fields) = 0;
-    // Tells the section that the keyboard lacks an area that is not required: its settings are not
-    // written into documents, and refused in those that are read, or passed over with fSkip.
-    virtual void LacksArea(KeyboardModuleIDs /*eModule*/, bool /*fSkip*/) {}
-    // Whether a download is to leave this area as it is, because the document does not speak of it.
+    // Whether the keyboard has an area that is not required. The settings of one that is missing
+    // are omitted when writing a document, and on reading are an error, or ignored if fSkip.
+    virtual void NoteArea(KeyboardModuleIDs /*eModule*/, bool /*fPresent*/, bool /*fSkip*/) {}
+    // Whether a download leaves this area as it is, because the document does not give it.
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
-    // Tells the section that its settings have been read from a keyboard.
+    // Called when the section's settings have been read from a keyboard.
     virtual void Uploaded() {}
+    // The first byte of an area that no document can express, and why; nothing for a sound area.
+    struct Damage {
+        Long offset;
+        std::string reason;
+    };
+    [[nodiscard]] virtual std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
+                                                         std::string_view /*bytes*/) const {
+        return std::nullopt;
+    }
 
     // Has the control show the settings that it holds.
     void Show() {

@@ -15,6 +15,13 @@ constexpr Long kProgressMessage = 0x8000;
 // No keyboard's memory reaches as far; the controls reckon with addresses up to here.
 constexpr Long kAddressLimit = 1 << 30;
 
+bool IsAddress(Long address) {
+    return address >= 0 && address < kAddressLimit;
+}
+
+constexpr const char* kOpening = "the keyboard could not be opened";
+constexpr const char* kImageRead = "QXCFG_ImageRead";
+
 } // namespace
 
 // The controls know the keyboard only while the session works with them, so that a configuration
@@ -34,11 +41,11 @@ public:
     Assigned& operator=(const Assigned&) = delete;
 
 private:
-    const std::vector<Section*>& m_sections;
+    const std::vector<Section*> m_sections;
 };
 
 Session::Session(ConfigDriver& driver, const Platform& platform, Options options)
-    : m_driver(driver), m_options(std::move(options)),
+    : m_driver(driver), m_platform(platform), m_options(std::move(options)),
       m_window([this](std::int32_t lMsg, std::int32_t, std::int32_t lParam) {
           if (lMsg == kProgressMessage && m_options.progress)
               m_options.progress(std::clamp(lParam, 0, 100));
@@ -48,73 +55,113 @@ Session::Session(ConfigDriver& driver, const Platform& platform, Options options
 Session::~Session() {
     try {
         Close();
-    } catch (const std::exception&) { // nobody is left to be told
+    } catch (const std::exception&) { // nobody is left to catch it
     }
 }
 
-void Session::Attempt(ErrorKind kind, const std::string& what,
-                      const std::function<void()>& operation) {
-    m_driver.BeginOperation();
-    operation();
-    const auto& failure = m_driver.Failure();
-    if (!failure)
-        return;
+Error Session::Failed(ErrorKind kind, const std::string& what, const FailedCall& call) const {
     if (const std::string reason = m_options.failure ? m_options.failure() : ""; !reason.empty())
-        throw Error(kind, what + ": " + reason);
+        return {kind, what + ": " + reason};
     std::string message =
-        what + ": " + failure->function + " gave status " + std::to_string(failure->status);
-    const std::string meaning = m_options.statusText ? m_options.statusText(failure->status) : "";
+        what + ": " + call.function + " gave status " + std::to_string(call.status);
+    const std::string meaning = m_options.statusText ? m_options.statusText(call.status) : "";
     if (!meaning.empty())
         message += " (" + meaning + ")";
-    throw Error(kind, message, failure->status);
+    return {kind, message, call.status};
 }
 
 void Session::Run(const std::string& what, const std::function<void()>& operation) {
-    Attempt(ErrorKind::TransferFailed, what, operation);
+    m_driver.BeginOperation();
+    operation();
+    if (const auto& failure = m_driver.Failure())
+        throw Failed(ErrorKind::TransferFailed, what, *failure);
 }
 
 void Session::Open() {
-    bool ready = false;
-    Attempt(ErrorKind::KeyboardNotOpened, "the keyboard could not be opened", [&] {
-        ready = m_access.Init();
-        m_isOpen = ready;
-    });
-    if (!ready || m_access.DirectorySize() == 0) // a negative size is none either
+    bool hasNames = false;
+    const Subscription naming =
+        m_access.InitKeyboardNamingOK.Subscribe([&hasNames] { hasNames = true; });
+    m_driver.BeginOperation();
+    m_isOpen = m_access.Init();
+    const auto& failure = m_driver.Failure();
+    const std::string reason = m_options.failure ? m_options.failure() : "";
+    if (!reason.empty())
+        throw Error(ErrorKind::KeyboardNotOpened, std::string(kOpening) + ": " + reason);
+    if (!m_isOpen && failure)
+        throw Failed(ErrorKind::KeyboardNotOpened, kOpening, *failure);
+    FindHoles();
+    if (!m_isOpen || (m_access.DirectorySize() == 0 && m_holes.empty()))
         throw Error(ErrorKind::KeyboardNotOpened,
-                    "the keyboard could not be opened: it has no configuration directory");
-    for (int i = 1; i <= m_access.DirectorySize(); ++i) {
-        const ConfigDirEntry& entry = *m_access.DirectoryItem(static_cast<Integer>(i));
-        const Long address = entry.StartAddress();
-        if (!NameOf(entry.ModuleType()).empty() && (address < -1 || address >= kAddressLimit))
-            throw Error(ErrorKind::KeyboardNotOpened,
-                        "the keyboard could not be opened: its directory says that " +
-                            std::string(NameOf(entry.ModuleType())) + " begins at " +
-                            std::to_string(address) + ", which no memory has");
-    }
+                    std::string(kOpening) + ": it has no configuration directory");
+    m_warnings = m_holes;
+    m_isNamed = !failure;
+    if (failure && failure->function == kImageRead)
+        m_warnings.emplace_back(
+            Failed(ErrorKind::TransferFailed,
+                   hasNames ? "the keyboard's abilities could not be read, and count as absent"
+                            : "the keyboard's names could not be read",
+                   *failure)
+                .what());
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
 
+// What keeps the directory from showing where a module is.
+void Session::FindHoles() {
+    m_holes.clear();
+    m_hidesEntries = m_driver.Unreadable().count > 0;
+    if (const auto& entries = m_driver.Unreadable(); entries.count > 0)
+        m_holes.push_back("of the configuration directory, entries could not be read: " +
+                          std::to_string(entries.count) + ", the first of them entry " +
+                          std::to_string(entries.first) + " (status " +
+                          std::to_string(entries.status) + ")");
+    for (int i = 1; i <= m_access.DirectorySize(); ++i) {
+        const ConfigDirEntry& entry = *m_access.DirectoryItem(static_cast<Integer>(i));
+        const Long address = entry.StartAddress();
+        if (!NameOf(entry.ModuleType()).empty() && address != -1 && !IsAddress(address))
+            m_holes.push_back("the configuration directory has " +
+                              std::string(NameOf(entry.ModuleType())) + " at " +
+                              std::to_string(address) + ", which is not an address");
+    }
+}
+
 void Session::LookAgain() {
-    Run("reading from the keyboard failed", [&] {
-        if (m_driver.QXCFG_Init() != 0)
-            return;
-        if (m_access.HasItem(MODULE_LAYERED_FUNCKEYS))
-            m_access.DisableFunctionKeyLayerSelection();
-        m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
-    });
+    auto again = std::make_unique<QXKeyboardAccess>(m_driver, m_platform);
+    m_driver.BeginOperation();
+    if (!again->Init()) {
+        const auto& failure = m_driver.Failure();
+        throw failure ? Failed(ErrorKind::TransferFailed, kReading, *failure)
+                      : Error(ErrorKind::TransferFailed,
+                              std::string(kReading) + ": it has no configuration directory");
+    }
+    m_again = std::move(again);
+    m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
 
 void Session::Close() {
     if (!std::exchange(m_isOpen, false))
         return;
     m_driver.QXSIM_SetMessagePoster(nullptr);
-    Run("the keyboard's own layer keys may still be blocked", [&] { m_access.Done(); });
+    m_access.Done();
 }
 
 Long Session::AreaAddress(const Area& area) const {
-    return area.fixedAddress != -1 ? area.fixedAddress
-                                   : m_access.GetBaseAddressForModule(area.module);
+    const Long address =
+        area.fixedAddress != -1 ? area.fixedAddress : m_access.GetBaseAddressForModule(area.module);
+    return IsAddress(address) ? address : -1;
+}
+
+std::vector<PlacedArea> Session::Areas(Section& section) const {
+    std::vector<PlacedArea> areas;
+    for (const Area& area : section.Info().areas) {
+        const Long address = AreaAddress(area);
+        if (address == -1)
+            continue;
+        areas.push_back({area, address});
+        if (area.size == 0)
+            areas.back().size = section.Control().TransferSize(true);
+    }
+    return areas;
 }
 
 bool Session::Has(const Section& section) const {
@@ -123,25 +170,38 @@ bool Session::Has(const Section& section) const {
                        [&](const Area& area) { return !area.required || AreaAddress(area) != -1; });
 }
 
-std::vector<Section*> Session::SectionsIn(const Configuration& configuration,
-                                          bool fSkipAbsent) const {
+std::vector<Section*> Session::Present(const Configuration& configuration, bool fSkipAbsent) const {
     std::vector<Section*> present;
     for (const auto& section : configuration.Sections()) {
         if (!Has(*section))
             continue;
         present.push_back(section.get());
         for (const Area& area : section->Info().areas)
-            if (AreaAddress(area) == -1)
-                section->LacksArea(area.module, fSkipAbsent);
+            if (!area.required)
+                section->NoteArea(area.module, AreaAddress(area) != -1, fSkipAbsent);
     }
     return present;
+}
+
+std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bool fSkipAbsent,
+                                          const ConfigurationDocument* document) const {
+    for (const auto& section : configuration.Sections()) {
+        const auto [key, title, areas] = section->Info();
+        const bool isWhole = std::all_of(areas.begin(), areas.end(),
+                                         [&](const Area& area) { return AreaAddress(area) != -1; });
+        if (!m_holes.empty() && !isWhole && (document == nullptr || document->Find(key) != nullptr))
+            throw Error(ErrorKind::TransferFailed,
+                        "it is not known where the keyboard has its " + std::string(title) +
+                            " settings, if it has any: " + m_holes.front());
+    }
+    return Present(configuration, fSkipAbsent);
 }
 
 void Session::LeaveOutMissingAreas(const Section& section) {
     m_driver.EndLeavingOut();
     for (const Area& area : section.Info().areas)
         if (AreaAddress(area) == -1)
-            m_driver.LeaveOut(-1, area.size);
+            m_driver.LeaveOut(m_access.GetBaseAddressForModule(area.module), area.size);
 }
 
 void Session::LeaveOutKeptAreas(const Section& section) {
@@ -150,26 +210,52 @@ void Session::LeaveOutKeptAreas(const Section& section) {
             m_driver.LeaveOut(AreaAddress(area), area.size);
 }
 
-void Session::Upload(const std::vector<Section*>& sections) {
+// Where the section's bytes in the image are such that no document can express them.
+std::optional<Fault> Session::DamageOf(Section& section) {
+    for (const PlacedArea& area : Areas(section)) {
+        std::string bytes;
+        if (!m_access.ReadFromMemory(bytes, area.address, area.size))
+            continue; // which fails the upload
+        if (const auto damage = section.DamageIn(area.module, bytes))
+            return Fault{"/" + std::string(section.Info().key),
+                         "the keyboard is damaged at address " +
+                             Hex(area.address + damage->offset) +
+                             " (hexadecimal): " + damage->reason};
+    }
+    return std::nullopt;
+}
+
+std::vector<Fault> Session::Upload(std::vector<Section*>& sections) {
+    std::vector<Fault> damaged;
     const Assigned assigned(sections, m_access);
-    Run("reading from the keyboard failed", [&] {
+    std::vector<Section*> sound;
+    Run(kReading, [&] {
+        const TransferEnd end{m_access};
         m_access.DataTransferPrepare();
         for (Section* section : sections) {
             LeaveOutMissingAreas(*section);
             section->Control().PrepareDataUpload(true);
         }
         m_driver.EndLeavingOut();
-        if (m_driver.Failure() || m_access.Upload() != 0)
-            return m_access.DataTransferFixUp();
+        Load();
+        if (m_driver.Failure())
+            return;
         for (Section* section : sections) {
+            if (auto damage = DamageOf(*section)) {
+                damaged.push_back(std::move(*damage));
+                section->Control().DefaultValues();
+                continue;
+            }
+            sound.push_back(section);
             LeaveOutMissingAreas(*section);
             section->Control().DataUpload(true);
         }
         m_driver.EndLeavingOut();
-        m_access.DataTransferFixUp();
     });
-    for (Section* section : sections)
+    for (Section* section : sound)
         section->Uploaded();
+    sections = std::move(sound);
+    return damaged;
 }
 
 void Session::Download(const std::vector<Section*>& sections) {
@@ -177,7 +263,8 @@ void Session::Download(const std::vector<Section*>& sections) {
     bool isEncoded = false; // a control that cannot encode a setting leaves part of its block out
     bool isSent = false;
     try {
-        Run("writing to the keyboard failed", [&] {
+        Run(kWriting, [&] {
+            const TransferEnd end{m_access};
             m_access.DataTransferPrepare();
             for (Section* section : sections) {
                 LeaveOutMissingAreas(*section);
@@ -192,11 +279,10 @@ void Session::Download(const std::vector<Section*>& sections) {
                 isSent = true;
                 (void)m_access.Download(); // its status is watched
             }
-            m_access.DataTransferFixUp();
         });
         if (!isEncoded)
             throw Error(ErrorKind::TransferFailed,
-                        "writing to the keyboard failed: a setting has no place in its block");
+                        std::string(kWriting) + ": a setting has no place in its block");
     } catch (const Error& error) {
         throw Error(error.Kind(),
                     std::string(error.what()) +
@@ -212,12 +298,9 @@ void Session::RequestRest(const std::vector<Section*>& sections) {
 
 KeyboardModuleIDs Session::ModuleAt(const std::vector<Section*>& sections, Long address) const {
     for (Section* section : sections)
-        for (const Area& area : section->Info().areas) {
-            const Long base = AreaAddress(area);
-            const Long size = area.size != 0 ? area.size : section->Control().TransferSize(true);
-            if (base != -1 && address >= base && address - base < size)
+        for (const PlacedArea& area : Areas(*section))
+            if (address >= area.address && address - area.address < area.size)
                 return area.requestedAs;
-        }
     return MODULE_KEYBOARD;
 }
 

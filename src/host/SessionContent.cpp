@@ -3,13 +3,15 @@
 #include "host/Session.h"
 
 #include "host/Stretches.h"
+#include "qxcontrols/common/Text.h"
+
+#include <cstdint>
+#include <optional>
 
 namespace qx::host {
 
 namespace {
 
-constexpr const char* kReading = "reading from the keyboard failed";
-constexpr const char* kWriting = "writing to the keyboard failed";
 constexpr Long kGuidSize = 16;
 
 // The parts of an area that no other has, as pieces without bytes yet.
@@ -28,74 +30,166 @@ void Complement(std::string& bytes) {
         byte = static_cast<char>(~static_cast<Byte>(byte));
 }
 
-} // namespace
-
-KeyboardIdentity Session::ReadIdentity() {
-    KeyboardIdentity identity;
-    Run(kReading, [&] {
-        identity.identification.resize(QXKeyboardAccess::kIdentificationSize);
-        m_driver.QXCFG_ImageRead(QXKeyboardAccess::kIdentificationAddress,
-                                 identity.identification.data(),
-                                 QXKeyboardAccess::kIdentificationSize);
-        char capabilities = 0;
-        m_driver.QXCFG_ImageRead(QXKeyboardAccess::kCapabilityAddress, &capabilities, 1);
-        identity.capabilities = static_cast<Byte>(capabilities);
-        const auto count = static_cast<Integer>(m_driver.QXCFG_ConfigDirectorySize());
-        for (Integer i = 0; i < count && !m_driver.Failure(); ++i) {
-            std::int32_t module = 0;
-            std::int32_t address = 0;
-            m_driver.QXCFG_ConfigDirectoryGetEntry(i, &module, &address);
-            identity.directory.emplace_back(
-                static_cast<KeyboardModuleIDs>(static_cast<Integer>(module)), address);
-        }
-    });
-    return identity;
+// What stands in the image before a reading, so that bytes which the reading leaves out are seen:
+// mixed up, and without the bytes that unused memory mostly holds.
+std::string Pattern(Long address, Long size) {
+    std::string pattern;
+    for (Long i = 0; i < size; ++i) {
+        const std::uint32_t mixed = static_cast<std::uint32_t>(address + i) * 2654435761U;
+        pattern += static_cast<char>(0x40U + (mixed >> 25U));
+    }
+    return pattern;
 }
 
-void Session::LoadPieces(KeyboardContent& content) {
-    Run(kReading, [&] {
-        m_access.DataTransferPrepare();
-        for (const ContentPiece& piece : content.pieces) {
-            const auto size = static_cast<Long>(piece.bytes.size());
-            m_driver.QXCFG_ImageWrite(piece.address, piece.bytes.data(), size);
-            m_access.MemRequestAdd(piece.module, piece.address, size);
+// The first of the bytes that a transfer may have left untouched; `isUntouched` shows which look
+// so. A transfer that breaks off leaves the end of a request, and so many in a row are no chance.
+std::optional<std::size_t> UntouchedFrom(std::size_t size,
+                                         const std::function<bool(std::size_t)>& isUntouched) {
+    constexpr std::size_t kNoChance = 4;
+    std::size_t run = 0;
+    std::size_t i = 0;
+    for (; i < size && run < kNoChance; ++i)
+        run = isUntouched(i) ? run + 1 : 0;
+    return run > 0 ? std::optional(i - run) : std::nullopt;
+}
+
+} // namespace
+
+// Moves what has been requested into the image. Nothing is taken for read that the transfer has
+// only left as it was: what looks so is read once more, over the complement.
+void Session::Load() {
+    const auto fill = [this](const std::vector<TransferRequest>& requests, bool isComplement) {
+        for (const TransferRequest& request : requests) {
+            std::string pattern = Pattern(request.address, request.size);
+            if (isComplement)
+                Complement(pattern);
+            if (!pattern.empty())
+                m_access.WriteIntoMemory(pattern, request.address, request.size);
         }
-        if (m_driver.Failure() || m_access.Upload() != 0)
-            return m_access.DataTransferFixUp();
-        for (ContentPiece& piece : content.pieces)
-            m_driver.QXCFG_ImageRead(piece.address, piece.bytes.data(),
-                                     static_cast<Long>(piece.bytes.size()));
-        m_access.DataTransferFixUp();
-    });
-    content.UpdateGuid();
+        return !m_driver.Failure() && m_access.Upload() == 0;
+    };
+    const std::vector<TransferRequest> requests = m_driver.Requests();
+    if (!fill(requests, false))
+        return;
+    std::vector<TransferRequest> suspects;
+    std::vector<std::string> before;
+    for (const TransferRequest& request : requests) {
+        std::string bytes;
+        if (!m_access.ReadFromMemory(bytes, request.address, request.size))
+            return;
+        const std::string pattern = Pattern(request.address, request.size);
+        if (UntouchedFrom(bytes.size(), [&](auto k) { return bytes[k] == pattern[k]; })) {
+            suspects.push_back(request);
+            before.push_back(std::move(bytes));
+        }
+    }
+    if (suspects.empty())
+        return;
+    m_access.DataTransferPrepare();
+    for (const TransferRequest& request : suspects)
+        m_access.MemRequestAdd(request.module, request.address, request.size);
+    if (!fill(suspects, true))
+        return;
+    for (std::size_t i = 0; i < suspects.size(); ++i) {
+        const auto& [module, address, size] = suspects[i];
+        const std::string pattern = Pattern(address, size);
+        std::string complement = pattern;
+        Complement(complement);
+        std::string bytes;
+        if (!m_access.ReadFromMemory(bytes, address, size))
+            return;
+        const auto untouched = UntouchedFrom(bytes.size(), [&](std::size_t k) {
+            return before[i][k] == pattern[k] && bytes[k] == complement[k];
+        });
+        if (untouched)
+            throw Error(ErrorKind::TransferFailed,
+                        std::string(kReading) +
+                            ": the driver reported success and moved nothing to address " +
+                            Hex(address + static_cast<Long>(*untouched)) + " (hexadecimal)");
+    }
+}
+
+KeyboardIdentity Session::ReadIdentity() {
+    if (m_hidesEntries)
+        throw Error(ErrorKind::TransferFailed,
+                    "which keyboard this is cannot be told: " + m_holes.front());
+    return IdentityAsFound();
+}
+
+// What the start-up could not read stays empty when it still cannot be read.
+KeyboardIdentity Session::IdentityAsFound() {
+    QXKeyboardAccess& access = m_again ? *m_again : m_access;
+    m_driver.BeginOperation();
+    KeyboardIdentity identity;
+    access.ReadFromMemory(identity.identification, QXKeyboardAccess::kIdentificationAddress,
+                          QXKeyboardAccess::kIdentificationSize);
+    identity.capabilities = access.ReadByteFromMem(QXKeyboardAccess::kCapabilityAddress);
+    if (m_driver.Failure() && m_isNamed)
+        throw Failed(ErrorKind::TransferFailed, kReading, *m_driver.Failure());
+    if (m_driver.Failure())
+        identity.identification.clear();
+    for (int i = 1; i <= access.DirectorySize(); ++i) {
+        const ConfigDirEntry& entry = *access.DirectoryItem(static_cast<Integer>(i));
+        identity.directory.emplace_back(entry.ModuleType(), entry.StartAddress());
+    }
+    return identity;
 }
 
 KeyboardContent Session::ReadContent(const Configuration& configuration) {
     KeyboardContent content;
-    content.identity = ReadIdentity();
+    content.identity = IdentityAsFound();
     Stretches known;
     for (const auto& section : configuration.Sections()) {
         if (!Has(*section))
             continue;
-        for (const Area& area : section->Info().areas)
-            if (AreaAddress(area) != -1)
-                AddPieces(content, known, area.requestedAs, section->Info().key, AreaAddress(area),
-                          area.size != 0 ? area.size : section->Control().TransferSize(true));
+        for (const PlacedArea& area : Areas(*section))
+            AddPieces(content, known, area.requestedAs, section->Info().key, area.address,
+                      area.size);
     }
-    if (m_access.HasItem(MODULE_GUID))
-        AddPieces(content, known, MODULE_GUID, "", m_access.GetBaseAddressForModule(MODULE_GUID),
-                  kGuidSize);
-    LoadPieces(content);
+    constexpr Area kGuid{MODULE_GUID, kGuidSize, 0};
+    if (AreaAddress(kGuid) != -1)
+        AddPieces(content, known, kGuid.module, "", AreaAddress(kGuid), kGuid.size);
+    ReadPieces(content);
     return content;
+}
+
+KeyboardContent Session::ReadPlaces(KeyboardContent places) {
+    places.identity = ReadIdentity();
+    ReadPieces(places);
+    return places;
+}
+
+void Session::ReadPieces(KeyboardContent& content) {
+    Run(kReading, [&] {
+        const TransferEnd end{m_access};
+        m_access.DataTransferPrepare();
+        for (const ContentPiece& piece : content.pieces)
+            m_access.MemRequestAdd(piece.module, piece.address, piece.Size());
+        Load();
+        for (ContentPiece& piece : content.pieces)
+            m_access.ReadFromMemory(piece.bytes, piece.address, piece.Size());
+    });
+    content.UpdateGuid();
 }
 
 KeyboardContent Session::ReadAgain(const KeyboardContent& expected) {
     KeyboardContent content = expected;
     content.identity = ReadIdentity();
-    // The image may still hold what is expected: a transfer that does nothing must not pass.
-    for (ContentPiece& piece : content.pieces)
-        Complement(piece.bytes);
-    LoadPieces(content);
+    Run(kReading, [&] {
+        const TransferEnd end{m_access};
+        m_access.DataTransferPrepare();
+        // The image may still hold what is expected: a transfer that does nothing must not pass.
+        for (ContentPiece& piece : content.pieces) {
+            Complement(piece.bytes);
+            m_access.WriteIntoMemory(piece.bytes, piece.address, piece.Size());
+            m_access.MemRequestAdd(piece.module, piece.address, piece.Size());
+        }
+        if (m_driver.Failure() || m_access.Upload() != 0)
+            return;
+        for (ContentPiece& piece : content.pieces)
+            m_access.ReadFromMemory(piece.bytes, piece.address, piece.Size());
+    });
+    content.UpdateGuid();
     return content;
 }
 
@@ -103,7 +197,7 @@ void Session::PrepareSending(const std::vector<ByteRange>& ranges) {
     Run(kWriting, [&] {
         m_access.DataTransferPrepare();
         for (const ByteRange& range : ranges) {
-            m_driver.QXCFG_ImageWrite(range.address, range.to.data(), range.Size());
+            m_access.WriteIntoMemory(range.to, range.address, range.Size());
             m_access.MemRequestAdd(range.module, range.address, range.Size());
         }
     });
@@ -111,8 +205,8 @@ void Session::PrepareSending(const std::vector<ByteRange>& ranges) {
 
 void Session::Send() {
     Run(kWriting, [&] {
+        const TransferEnd end{m_access};
         (void)m_access.Download(); // its status is watched
-        m_access.DataTransferFixUp();
     });
 }
 

@@ -27,7 +27,7 @@ std::vector<JournalEntry> Suspects(Session& session, const std::vector<JournalEn
     }
     if (suspects.empty())
         return {};
-    const KeyboardContent now = session.ReadAgain(places);
+    const KeyboardContent now = session.ReadPlaces(places);
     std::erase_if(suspects, [&](const JournalEntry& entry) {
         return entry.TraceInRanges(now) != Trace::Partial;
     });

@@ -37,7 +37,6 @@ public:
     // The text with the values.
     [[nodiscard]] std::string Fill(std::string_view text);
 
-    [[nodiscard]] const Values& Given() const { return m_values; }
     // The variables that a text had a placeholder for, with a value and without.
     [[nodiscard]] const std::set<std::string>& Used() const { return m_used; }
     [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }

@@ -9,6 +9,8 @@ void WatchedDriver::BeginOperation() {
     m_written.Clear();
     m_lastWritten = {0, 0};
     m_requested.Clear();
+    m_requests.clear();
+    m_unreadable = {};
 }
 
 void WatchedDriver::NoteWritten(Long address, Long size) {
@@ -29,6 +31,17 @@ std::int32_t WatchedDriver::Noted(std::string_view function, DriverResult kind,
     if (kind == DriverResult::Status && result != 0 && !m_failure)
         m_failure = FailedCall{std::string(function), result};
     return result;
+}
+
+std::int32_t WatchedDriver::QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
+                                                          std::int32_t* address) {
+    const auto failure = m_failure;
+    const std::int32_t status =
+        ForwardingDriver::QXCFG_ConfigDirectoryGetEntry(nIndex, module, address);
+    m_failure = failure;
+    if (status != 0 && m_unreadable.count++ == 0)
+        m_unreadable = {1, nIndex, status};
+    return status;
 }
 
 std::int32_t WatchedDriver::QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
@@ -91,6 +104,7 @@ std::int32_t WatchedDriver::QXCFG_ImageWriteLong(std::int32_t lAddress, std::int
 
 std::int32_t WatchedDriver::QXCFG_MemRequestClean() {
     m_requested.Clear();
+    m_requests.clear();
     return ForwardingDriver::QXCFG_MemRequestClean();
 }
 
@@ -99,6 +113,7 @@ std::int32_t WatchedDriver::QXCFG_MemRequestAdd(std::int16_t nModule, std::int32
     if (IsLeftOut(lAddress, lSize))
         return 0;
     m_requested.Add(lAddress, lSize);
+    m_requests.push_back({static_cast<KeyboardModuleIDs>(nModule), lAddress, lSize});
     return ForwardingDriver::QXCFG_MemRequestAdd(nModule, lAddress, lSize);
 }
 

@@ -1,21 +1,62 @@
 #include "host/WritePlan.h"
 
 #include "host/Session.h"
+#include "qxcontrols/common/Text.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 
 namespace qx::host {
 
 namespace {
 
-std::vector<std::string> SectionsOf(const std::vector<PlannedRange>& ranges) {
-    std::vector<std::string> sections;
-    for (const PlannedRange& range : ranges)
-        if (!range.section.empty() &&
-            std::find(sections.begin(), sections.end(), range.section) == sections.end())
-            sections.push_back(range.section);
-    return sections;
+std::set<std::string, std::less<>> KeysOf(const std::vector<Section*>& sections) {
+    std::set<std::string, std::less<>> keys;
+    for (const Section* section : sections)
+        keys.emplace(section->Info().key);
+    return keys;
+}
+
+// Gives the slots that `wanted` has as `usual` has them the bytes of `held`, which mean the same.
+void KeepUnused(const std::vector<PlacedArea>& areas, const KeyboardContent& held,
+                const KeyboardContent& usual, KeyboardContent& wanted) {
+    for (const PlacedArea& area : areas)
+        for (Long done = 0; area.slotSize > 0 && done < area.size; done += area.slotSize) {
+            const Long size = std::min(area.slotSize, area.size - done);
+            const Long address = area.address + done;
+            if (wanted.Bytes(address, size) == usual.Bytes(address, size))
+                wanted.Overwrite(address, held.Bytes(address, size));
+        }
+}
+
+std::string Spaced(const std::string& bytes) {
+    std::string text;
+    for (const char byte : bytes)
+        text += (text.empty() ? "" : " ") + HexBytes({&byte, 1});
+    return text;
+}
+
+// Bytes that have fixed values, and have others in the keyboard.
+std::vector<Difference> FixedBytes(const Section& section, const std::vector<PlacedArea>& areas,
+                                   const KeyboardContent& held, const KeyboardContent& usual) {
+    std::string from;
+    std::string to;
+    for (const PlacedArea& area : areas) {
+        if (area.slotSize > 0)
+            continue;
+        const std::string before = held.Bytes(area.address, area.size);
+        const std::string after = usual.Bytes(area.address, area.size);
+        for (std::size_t i = 0; i < before.size(); ++i)
+            if (before[i] != after[i]) {
+                from += before[i];
+                to += after[i];
+            }
+    }
+    if (from.empty())
+        return {};
+    return {{"/" + std::string(section.Info().key),
+             std::string(section.Info().title) + " fixed bytes", Spaced(from), Spaced(to), false,
+             false}};
 }
 
 } // namespace
@@ -48,14 +89,55 @@ std::vector<ByteRange> WritePlan::ToSend(bool full) const {
 Planner::Planner(KeyboardContent content, Configuration& scratch)
     : m_content(std::move(content)), m_scratch(scratch) {}
 
-WritePlan Planner::ForSettings(const std::vector<Section*>& sections) {
+Planner::Encoded Planner::Encode(const std::vector<Section*>& sections) const {
     CopiedKeyboard copy(m_content);
     Session session(copy);
     session.Open();
     session.Download(sections);
-    WritePlan plan{m_content, copy.Content(), {}, {}, copy.LastSaved(), {}};
+    return {copy.Content(), copy.LastSaved()};
+}
+
+Planner::Decoded Planner::Decode(const KeyboardContent& content, const Keys& keys) {
+    CopiedKeyboard copy(content);
+    Session session(copy);
+    session.Open();
+    Decoded decoded;
+    decoded.sections = session.Present(m_scratch);
+    std::erase_if(decoded.sections,
+                  [&](const Section* each) { return !keys.contains(each->Info().key); });
+    decoded.damaged = session.Upload(decoded.sections);
+    for (Section* section : decoded.sections)
+        decoded.settings.push_back(Snapshot::Of(*section));
+    return decoded;
+}
+
+WritePlan Planner::ForSettings(const std::vector<Section*>& sections, const PlanOptions& options) {
+    const Decoded held = Decode(m_content, KeysOf(sections));
+    if (!held.damaged.empty() && !options.repair)
+        throw Error(ErrorKind::KeyboardDamaged,
+                    held.damaged.front().place + ": " + held.damaged.front().message +
+                        "; nothing was written (--repair replaces what is damaged)",
+                    held.damaged);
+    const KeyboardContent usual = Encode(held.sections).content;
+    auto [after, requests] = Encode(sections);
+    WritePlan plan{m_content, {}, {}, {}, std::move(requests), {}};
+    CopiedKeyboard copy(m_content);
+    Session session(copy);
+    session.Open();
+    for (Section* section : held.sections) {
+        const auto areas = session.Areas(*section);
+        if (!options.full)
+            KeepUnused(areas, m_content, usual, after);
+        const auto fixed = FixedBytes(*section, areas, m_content, usual);
+        plan.settings.insert(plan.settings.end(), fixed.begin(), fixed.end());
+    }
+    plan.after = std::move(after);
     Finish(plan);
     return plan;
+}
+
+std::vector<Fault> Planner::Damaged(const std::vector<Section*>& sections) {
+    return Decode(m_content, KeysOf(sections)).damaged;
 }
 
 WritePlan Planner::ForContent(const KeyboardContent& wanted) {
@@ -105,52 +187,106 @@ WritePlan Planner::ForBackup(const KeyboardContent& backup, bool withGuid) {
     return plan;
 }
 
-// A setting belongs to a range when it would not become what it is to be without that range.
 void Planner::Finish(WritePlan& plan) {
-    for (ByteRange& range : Differences(plan.before, plan.after, kRequestCost))
+    Keys changed;
+    for (ByteRange& range : Differences(plan.before, plan.after, kRequestCost)) {
+        changed.insert(range.section);
         plan.ranges.push_back({std::move(range), {}});
-    for (const std::string& section : SectionsOf(plan.ranges)) {
-        const std::vector<Setting> after = Settings(plan.after, section);
-        const auto changed =
-            host::Compare(Settings(plan.before, section), after, m_scratch.WordsInUse());
-        plan.settings.insert(plan.settings.end(), changed.begin(), changed.end());
-        for (PlannedRange& range : plan.ranges) {
-            if (range.section != section || changed.empty())
-                continue;
+    }
+    const auto settings = Compare(Decode(plan.before, changed), plan.after, changed);
+    plan.settings.insert(plan.settings.end(), settings.begin(), settings.end());
+}
+
+// All settings are read a few times: each time without half of the ranges, by a bit of the range's
+// number. The readings that miss a setting spell the number of its range. Only where a setting may
+// need several ranges, since its slot is all of the section's memory, each is left out in turn.
+void Planner::NameSettings(WritePlan& plan) {
+    std::set<std::string, std::less<>> known;
+    for (PlannedRange& first : plan.ranges) {
+        if (first.section.empty() || !known.insert(first.section).second)
+            continue;
+        const Keys keys{first.section};
+        std::vector<PlannedRange*> ranges;
+        for (PlannedRange& range : plan.ranges)
+            if (range.section == first.section)
+                ranges.push_back(&range);
+        const Decoded before = Decode(plan.before, keys);
+        std::map<std::string, std::string> texts;
+        for (const Difference& difference : Compare(before, plan.after, keys))
+            texts.emplace(difference.place, ToText(difference));
+        const auto missedWithout = [&](const auto& isLeftOut) {
             KeyboardContent without = plan.after;
-            without.Overwrite(range.address, range.from);
+            for (std::size_t i = 0; i < ranges.size(); ++i)
+                if (isLeftOut(i + 1))
+                    without.Overwrite(ranges[i]->address, ranges[i]->from);
             std::set<std::string> missed;
-            for (const Difference& difference :
-                 host::Compare(Settings(without, section), after, m_scratch.WordsInUse()))
+            for (const Difference& difference : Compare(Decode(without, keys), plan.after, keys))
                 missed.insert(difference.place);
-            for (const Difference& difference : changed)
-                if (missed.contains(difference.place))
-                    range.settings.push_back(ToText(difference));
-        }
+            return missed;
+        };
+        std::map<std::string, std::size_t> rangeOf; // from 1
+        const bool isOneSlot = m_scratch.Find(first.section)->Info().areas.front().slotSize ==
+                               m_scratch.Find(first.section)->Info().areas.front().size;
+        for (std::size_t i = 1; isOneSlot && i <= ranges.size(); ++i)
+            for (const std::string& place :
+                 missedWithout([&](std::size_t each) { return each == i; }))
+                if (texts.contains(place))
+                    ranges[i - 1]->settings.push_back(texts.at(place));
+        for (std::size_t bit = 1; !isOneSlot && bit <= ranges.size(); bit *= 2)
+            for (const std::string& place :
+                 missedWithout([&](std::size_t each) { return (each & bit) != 0; }))
+                rangeOf[place] |= bit;
+        for (const auto& [place, number] : rangeOf)
+            if (number <= ranges.size() && texts.contains(place))
+                ranges[number - 1]->settings.push_back(texts.at(place));
     }
 }
 
 std::vector<Difference> Planner::Compare(const KeyboardContent& from, const KeyboardContent& to,
                                          const std::string& section) {
-    return host::Compare(Settings(from, section), Settings(to, section), m_scratch.WordsInUse());
+    return Compare(Decode(from, {section}), to, {section});
 }
 
-std::vector<Setting> Planner::Settings(const KeyboardContent& content, const std::string& section) {
-    CopiedKeyboard copy(content);
-    Session session(copy);
-    session.Open();
-    auto sections = session.SectionsIn(m_scratch);
-    std::erase_if(sections, [&](const Section* each) { return each->Info().key != section; });
-    session.Upload(sections);
-    return m_scratch.List(sections);
+std::vector<Difference> Planner::Compare(const Decoded& from, const KeyboardContent& to,
+                                         const Keys& keys) {
+    const Decoded now = Decode(to, keys);
+    std::vector<Difference> differences;
+    for (std::size_t i = 0; i < now.sections.size(); ++i) {
+        Section* section = now.sections[i];
+        const auto known = std::find(from.sections.begin(), from.sections.end(), section);
+        if (known == from.sections.end())
+            continue;
+        const Snapshot& before =
+            from.settings[static_cast<std::size_t>(known - from.sections.begin())];
+        std::set<std::string> places;
+        for (const auto& [place, values] : before.To(now.settings[i]))
+            places.insert(place);
+        if (places.empty())
+            continue;
+        const auto after = m_scratch.List(*section, places, Listed::Usual);
+        before.Restore(*section);
+        const auto changed = host::Compare(m_scratch.List(*section, places, Listed::Usual), after,
+                                           m_scratch.WordsInUse());
+        differences.insert(differences.end(), changed.begin(), changed.end());
+    }
+    const auto addDamaged = [&](const std::vector<Fault>& damaged, const char* then,
+                                const char* after) {
+        for (const Fault& fault : damaged)
+            differences.push_back(
+                {fault.place, "section " + fault.place.substr(1), then, after, false, false});
+    };
+    addDamaged(from.damaged, "(damaged)", now.damaged.empty() ? "(sound)" : "(damaged)");
+    if (from.damaged.empty())
+        addDamaged(now.damaged, "(sound)", "(damaged)");
+    return differences;
 }
 
 ConfigurationDocument Planner::Document(const KeyboardContent& content) {
     CopiedKeyboard copy(content);
     Session session(copy);
     session.Open();
-    const auto sections = session.SectionsIn(m_scratch);
-    session.Upload(sections);
+    auto sections = session.Present(m_scratch);
+    (void)session.Upload(sections);
     return m_scratch.Write(sections, session.Keyboard());
 }
 

@@ -8,6 +8,7 @@
 #include "host/CopiedKeyboard.h"
 #include "host/KeyboardContent.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,15 @@ namespace qx::host {
 inline constexpr Long kRequestCost = 16;
 
 struct PlannedRange : ByteRange {
-    std::vector<std::string> settings; // what is changed by it, in words; empty for unused bytes
+    std::vector<std::string> settings; // that it changes, in words; see Planner::NameSettings
+};
+
+struct PlanOptions {
+    // Write what the controls request, with bytes that no setting uses as the controls encode them;
+    // else only slots with changed settings are written.
+    bool full = false;
+    // Replace blocks of the keyboard that no document can express.
+    bool repair = false;
 };
 
 struct WritePlan {
@@ -48,8 +57,15 @@ public:
     Planner(KeyboardContent content, Configuration& scratch);
 
     // What a write of these sections' settings would do. Throws Error(TransferFailed) when they
-    // cannot be encoded.
-    [[nodiscard]] WritePlan ForSettings(const std::vector<Section*>& sections);
+    // cannot be encoded, and Error(KeyboardDamaged) when one of them would replace a block that no
+    // document can express and is not to repair it.
+    [[nodiscard]] WritePlan ForSettings(const std::vector<Section*>& sections,
+                                        const PlanOptions& options = {});
+    // Of these sections, those that are damaged in the keyboard: their places, and how.
+    [[nodiscard]] std::vector<Fault> Damaged(const std::vector<Section*>& sections);
+    // Gives each range of a plan the settings that it changes. For people who ask: this takes its
+    // time when many change.
+    void NameSettings(WritePlan& plan);
     // What it takes to make the keyboard hold these bytes in the same areas.
     [[nodiscard]] WritePlan ForContent(const KeyboardContent& wanted);
     // The same of a backup, in those areas that both have; with its GUID, or the keyboard's own.
@@ -58,13 +74,27 @@ public:
     // The settings, in words, that one content has otherwise than the other, in a section.
     [[nodiscard]] std::vector<Difference>
     Compare(const KeyboardContent& from, const KeyboardContent& to, const std::string& section);
-    // The document of such a content, with a note of the keyboard.
+    // The document of such a content, with a note of the keyboard, without damaged sections.
     [[nodiscard]] ConfigurationDocument Document(const KeyboardContent& content);
 
 private:
+    using Keys = std::set<std::string, std::less<>>; // of sections
+    struct Encoded {
+        KeyboardContent content;
+        std::vector<CopiedKeyboard::Request> requests;
+    };
+    // Sections of the scratch configuration with the settings that a content has.
+    struct Decoded {
+        std::vector<Section*> sections; // those that are sound
+        std::vector<Snapshot> settings; // theirs
+        std::vector<Fault> damaged;
+    };
+
+    [[nodiscard]] Encoded Encode(const std::vector<Section*>& sections) const;
+    [[nodiscard]] Decoded Decode(const KeyboardContent& content, const Keys& keys);
+    [[nodiscard]] std::vector<Difference> Compare(const Decoded& from, const KeyboardContent& to,
+                                                  const Keys& keys);
     void Finish(WritePlan& plan);
-    [[nodiscard]] std::vector<Setting> Settings(const KeyboardContent& content,
-                                                const std::string& section);
 
     KeyboardContent m_content;
     Configuration& m_scratch;

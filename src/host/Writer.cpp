@@ -52,8 +52,8 @@ KeyboardContent Writer::Read() {
     return m_session.ReadContent(*m_scratch);
 }
 
-WritePlan Writer::Plan(const std::vector<Section*>& sections) {
-    WritePlan plan = Planner(Read(), *m_scratch).ForSettings(sections);
+WritePlan Writer::Plan(const std::vector<Section*>& sections, const PlanOptions& options) {
+    WritePlan plan = Planner(Read(), *m_scratch).ForSettings(sections, options);
     ProveNothingToDo(plan);
     return plan;
 }

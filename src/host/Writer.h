@@ -78,7 +78,8 @@ public:
 
     // What a write of the settings in these sections would do now. That there is nothing to do is
     // proved by a second reading; throws Error(KeyboardChanged) when that reads otherwise.
-    [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections);
+    [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections,
+                                 const PlanOptions& options = {});
     // What it takes to bring a backup back. Throws Error(KeyboardChanged) when the backup is of
     // another kind of keyboard, or, unless that is allowed, of what seems to be another one of the
     // same kind: it has another GUID, another name in a job, or was reached in another way. Such a

@@ -46,7 +46,15 @@ constexpr Module kModules[] = {
     {MODULE_FUNCKEYS_X1_4630, kFreeKeysSize},
     {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize},
     {MODULE_GUID, kFuncKeyGuidSize},
+    // These may be listed, and have no area that any setting lies in.
+    {MODULE_KEYBOARD, 0},
+    {MODULE_CONFIG_SECTION, 0},
+    {MODULE_LAYER_FUNCKEY_DESC, 0},
 };
+
+// More than any model needs, and so many entries as a driver can count.
+constexpr std::size_t kMostOfModel = 1U << 20U;
+constexpr std::size_t kMostEntries = 0x7FFF;
 
 struct CapabilityFlag {
     const char* key;
@@ -164,19 +172,21 @@ KeyboardModel::Entry ReadEntry(const Json& json, const std::string& place,
         std::find_if(std::begin(kModules), std::end(kModules),
                      [&](const Module& known) { return name == NameOf(known.id); });
     if (module == std::end(kModules))
-        Refuse(members.Place("module"), name.dump() + " is no module for a directory");
+        Refuse(members.Place("module"), name.dump(-1, ' ', false, Json::error_handler_t::replace) +
+                                            " is not a module of a directory");
     const Json& address = members.Get("address");
     const Long highest = kMemorySize - module->size;
     if (!address.is_number_unsigned() || address.get<std::uint64_t>() > std::uint64_t(highest))
         Refuse(members.Place("address"), "not an address from 0 to " + std::to_string(highest));
     const Area area{NameOf(module->id), address.get<Long>(), module->size};
     for (const Area& other : taken)
-        if (area.Meets(other))
+        if (module->size > 0 && area.Meets(other))
             Refuse(members.Place("address"), "the area, up to " + std::to_string(area.End() - 1) +
                                                  ", meets that of " + std::string(other.name) +
                                                  ", from " + std::to_string(other.address) +
                                                  " to " + std::to_string(other.End() - 1));
-    taken.push_back(area);
+    if (module->size > 0)
+        taken.push_back(area);
     return {module->id, area.address};
 }
 
@@ -194,6 +204,8 @@ void ReadKeyboard(const Json& json, KeyboardModel& model) {
 } // namespace
 
 KeyboardModel KeyboardModel::FromJson(std::string json) {
+    if (json.size() > kMostOfModel)
+        Refuse("", "more than " + std::to_string(kMostOfModel) + " bytes");
     const Json document = ParseStrictly(json);
     const Members members(document, "", {"keyboard", "layout", "directory"});
     KeyboardModel model;
@@ -203,8 +215,8 @@ KeyboardModel KeyboardModel::FromJson(std::string json) {
     if (model.layout.empty() || model.layout.find_first_of("/\\:") != std::string::npos)
         Refuse("/layout", "not the name of a file");
     const Json& directory = members.Get("directory");
-    if (!directory.is_array() || directory.empty())
-        Refuse("/directory", "not a list of modules");
+    if (!directory.is_array() || directory.empty() || directory.size() > kMostEntries)
+        Refuse("/directory", "not a list of 1 to " + std::to_string(kMostEntries) + " modules");
     std::vector<Area> taken(kFixedAreas.begin(), kFixedAreas.end());
     for (std::size_t i = 0; i < directory.size(); ++i)
         model.directory.push_back(
@@ -223,7 +235,7 @@ KeyboardModel KeyboardModel::ByName(const std::string& nameOrPath) {
     }
     try {
         if (text.empty())
-            text = files::ReadFile(nameOrPath);
+            text = files::ReadFile(nameOrPath, kMostOfModel);
     } catch (const std::exception& error) {
         throw std::runtime_error("there is no model \"" + nameOrPath +
                                  "\": the built-in ones are " + names + ", and as a file, " +

@@ -97,10 +97,12 @@ Long SimulatedDriver::Value(Long lRefused, const std::function<Long()>& function
         m_lastError = "a fault that was asked for";
         return m_fault->status;
     }
-    m_isBusy = true;
-    const Long result = function();
-    m_isBusy = false;
-    return result;
+    struct Busy {
+        bool& flag;
+        explicit Busy(bool& isBusy) : flag(isBusy) { flag = true; }
+        ~Busy() { flag = false; }
+    } const busy(m_isBusy);
+    return function();
 }
 
 Long SimulatedDriver::Call(const std::function<Status()>& function) {
@@ -113,6 +115,8 @@ Long SimulatedDriver::Call(const std::function<Status()>& function) {
             m_lastError = failure.what();
         } catch (const std::exception& error) {
             m_lastError = error.what();
+        } catch (...) { // a handler of progress messages may throw anything
+            m_lastError = "an error of the host";
         }
         if (status != Status::Ok && m_lastError.empty())
             m_lastError = StatusText(static_cast<Long>(status));

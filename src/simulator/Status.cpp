@@ -13,7 +13,7 @@ constexpr Text kTexts[] = {
     {Status::Ok, "success"},
     {Status::NotOpen, "the keyboard is not open"},
     {Status::KeyboardInUse, "the keyboard is being used by another program"},
-    {Status::KeyboardInvalid, "the keyboard's file is none, or damaged"},
+    {Status::KeyboardInvalid, "not a keyboard file, or damaged"},
     {Status::FileFailed, "a file could not be read or written"},
     {Status::FileInvalid, "the file is not of the expected kind, or damaged"},
     {Status::OutsideMemory, "the address or the size reaches out of the keyboard's memory"},

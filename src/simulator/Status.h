@@ -14,7 +14,7 @@ enum class Status : Long {
     Ok = 0,
     NotOpen = 1,          // QXCFG_Init has not succeeded
     KeyboardInUse = 2,    // another program uses the keyboard
-    KeyboardInvalid = 3,  // the keyboard's file is none, or damaged
+    KeyboardInvalid = 3,  // not a keyboard file, or damaged
     FileFailed = 4,       // a file could not be read or written
     FileInvalid = 5,      // a file is not of the expected kind, or damaged
     OutsideMemory = 6,    // an address or a size reaches out of the memory

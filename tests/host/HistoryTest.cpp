@@ -2,7 +2,9 @@
 #include "host/History.h"
 
 #include "qxcontrols/device/QXCommonKeyboard.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
 
 #include <gtest/gtest.h>
@@ -26,12 +28,18 @@ struct Edited {
         return dynamic_cast<C&>(configuration->Find(key)->Control());
     }
     void Delay(Integer nDelay) {
-        Control<QXCommonKeyboard>("commonKeyboard").SetOutputDelay(static_cast<Byte>(nDelay));
-        history->Note();
+        auto& control = Control<QXCommonKeyboard>("commonKeyboard");
+        control.SetOutputDelay(static_cast<Byte>(nDelay));
+        Note(control);
     }
     void MinLength(Integer nLength) {
-        Control<QXBarcode>("barcode").BitPage(BP_Code39).SetMinSize(nLength);
-        history->Note();
+        auto& control = Control<QXBarcode>("barcode");
+        control.BitPage(BP_Code39).SetMinSize(nLength);
+        Note(control);
+    }
+    bool Note(ModuleControl& control) {
+        control.SetDataChanged(true);
+        return history->Note();
     }
     [[nodiscard]] std::string Now() const { return history->Document().ToText(); }
 
@@ -74,19 +82,78 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     EXPECT_EQ(edited.history->RedoName(), "barcode Code39 minimum length");
     edited.Delay(9);
     EXPECT_FALSE(edited.history->CanRedo()) << "an edit after undo starts a new way";
-    EXPECT_FALSE(edited.history->Note()) << "nothing has changed";
+    EXPECT_FALSE(edited.Note(edited.Control<QXCommonKeyboard>("commonKeyboard")))
+        << "nothing has changed";
 
     edited.history->MarkSaved();
     edited.Delay(10);
     EXPECT_FALSE(edited.history->IsSaved());
     edited.history->Undo();
     EXPECT_TRUE(edited.history->IsSaved()) << "what was saved is a step of its own";
-
-    edited.Delay(10);
-    edited.history->MarkSaved();
     edited.history->Undo();
-    edited.Delay(11);
-    EXPECT_FALSE(edited.history->IsSaved()) << "no step leads back to what was saved";
+    EXPECT_FALSE(edited.history->IsSaved()) << "undone since it was saved";
+    edited.Delay(11); // where the saved state was
+    edited.history->Undo();
+    edited.history->Redo();
+    EXPECT_FALSE(edited.history->IsSaved()) << "what was saved cannot be reached any more";
+}
+
+// A control is asked only whether it was edited: selecting and showing are no edits.
+TEST(History, NotesEditsOnly) {
+    Edited edited;
+    auto& control = edited.Control<QXCommonKeyboard>("commonKeyboard");
+    control.SetOutputDelay(99);
+    EXPECT_FALSE(edited.history->Note());
+    EXPECT_TRUE(edited.Note(control));
+    EXPECT_FALSE(control.DataChanged()) << "taken notice of";
+    edited.history->Undo();
+    EXPECT_EQ(control.OutputDelay(), 6);
+    EXPECT_FALSE(control.DataChanged()) << "undoing is no edit";
+}
+
+// What no document accepts is undone and done again all the same, just as it was.
+TEST(History, CarriesWhatControlsHoldNotWhatDocumentsAccept) {
+    Edited edited;
+    auto& layered = edited.Control<QXLayeredFuncKeys>("layeredFuncKeys");
+    auto& pos = edited.Control<QXPos>("pos");
+    auto& barcode = edited.Control<QXBarcode>("barcode");
+    const std::string description(70, 'x');
+    const std::string keyString = " -1300  0 30" + std::string(600, '9');
+    layered.Layer(2).SetKeyDesc(3, description);
+    layered.Layer(2).GetKey(3).SetKeyString(keyString);
+    const Guid guid = layered.Identifier();
+    layered.SetIdentifier({1, 2, 3, {}});
+    edited.Note(layered);
+    EXPECT_EQ(edited.history->UndoName().find("layered function key identifier (+2)"), 0U)
+        << edited.history->UndoName();
+    POSBlock& block = pos.PosData().Block(5); // in a slot that is not its lowest key
+    block.AddKey(5);
+    block.AddKey(2);
+    block.SetBlockID(-7);
+    pos.PosData().CalcDefinedBlockNum();
+    edited.Note(pos);
+    barcode.BitPage(BP_CommonSettings).Flag(3).SetValue(false); // which no bit keeps
+    barcode.BitPage(BP_MSI).SetMaxSize(300);
+    edited.Note(barcode);
+
+    for (int i = 0; i < 3; ++i)
+        edited.history->Undo();
+    EXPECT_EQ(layered.Layer(2).GetKeyDesc(3), "");
+    EXPECT_EQ(layered.Layer(2).GetKey(3).Length(), 0);
+    EXPECT_EQ(ToText(layered.Identifier()), ToText(guid));
+    EXPECT_EQ(pos.PosData().Block(5).BlockSize(), 0);
+    EXPECT_EQ(pos.lblBlockNum.Caption, "0") << "and it is shown";
+    EXPECT_TRUE(barcode.BitPage(BP_CommonSettings).Flag(3).Value());
+    for (int i = 0; i < 3; ++i)
+        edited.history->Redo();
+    EXPECT_EQ(layered.Layer(2).GetKeyDesc(3), description);
+    EXPECT_EQ(layered.Layer(2).GetKey(3).KeyString(), keyString);
+    EXPECT_EQ(ToText(layered.Identifier()), ToText(Guid{1, 2, 3, {}}));
+    EXPECT_EQ(pos.PosData().Block(5).GetKey(2), 2);
+    EXPECT_EQ(pos.PosData().Block(5).BlockID(), -7);
+    EXPECT_EQ(pos.lblBlockNum.Caption, "1");
+    EXPECT_FALSE(barcode.BitPage(BP_CommonSettings).Flag(3).Value());
+    EXPECT_EQ(barcode.BitPage(BP_MSI).MaxSize(), 300);
 }
 
 TEST(History, SectionsThatAreEditedJoinTheDocumentAndLeaveItByUndo) {

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace qx::host {
 
 namespace {
@@ -30,9 +32,18 @@ protected:
     WritePlan Plan(const std::function<void(ConfigurationDocument&)>& change) {
         ConfigurationDocument document = configuration.Write(present);
         change(document);
-        const auto sections = configuration.Read(document);
-        return Planner(session.ReadContent(scratch), scratch).ForSettings(sections);
+        Planner planner(session.ReadContent(scratch), scratch);
+        WritePlan plan = planner.ForSettings(configuration.Read(document));
+        planner.NameSettings(plan);
+        return plan;
     }
+
+    // Gives every area of the keyboard other bytes.
+    void Fill(const std::function<std::string(const ContentPiece&)>& bytesFor) {
+        for (const ContentPiece& piece : session.ReadContent(scratch).pieces)
+            driver.Poke(piece.address, bytesFor(piece));
+    }
+    Planner NewPlanner() { return {session.ReadContent(scratch), scratch}; }
 
     test::TempFolder folder;
     sim::SimulatedDriver driver{folder / "keyboard.qxk", "full"};
@@ -89,6 +100,129 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     EXPECT_EQ(told, changed);
     EXPECT_EQ(plan.ranges[0].settings, std::vector<std::string>{"keyboard output delay 6 → 9"});
     EXPECT_EQ(plan.ranges[0].module, MODULE_KEYBOARD);
+}
+
+// Every key of a section at once, each with its own range.
+TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
+    const WritePlan plan = Plan([](ConfigurationDocument& document) {
+        Json keys = Json::array();
+        for (int key = 0; key < 240; ++key)
+            keys.push_back(
+                {{"layer", key / 24}, {"key", key % 24}, {"sequence", {1 + key % 120, 200}}});
+        document.Place("layeredFuncKeys")["keys"] = keys;
+    });
+    ASSERT_EQ(plan.ranges.size(), 240U);
+    for (int key = 0; key < 240; ++key) {
+        const auto& settings = plan.ranges[static_cast<std::size_t>(key)].settings;
+        ASSERT_EQ(settings.size(), 1U);
+        EXPECT_EQ(settings[0].find("layered function key layer " + std::to_string(key / 24) +
+                                   " key " + std::to_string(key % 24) + ": (none) → "),
+                  0U)
+            << settings[0];
+    }
+}
+
+// A document of any keyboard is accepted and, written back, changes no more than bytes that always
+// have the same values.
+TEST_F(WritePlanTest, ADocumentExpressesWhateverTheKeyboardHolds) {
+    std::mt19937 random(7); // NOLINT: the same bytes every time
+    int sound = 0;
+    for (int round = 0; round < 60; ++round) {
+        Fill([&](const ContentPiece& piece) {
+            std::string bytes = piece.bytes;
+            for (std::size_t i = 0; i < bytes.size(); ++i) {
+                const auto value = static_cast<int>(random() % 256);
+                const int other = random() % 2 == 0 ? 0 : 255;
+                int byte = round % 4 < 2 || random() % 4 == 0 ? value : other;
+                if (round % 2 == 0 && piece.module == MODULE_POS && i % 32 == 0)
+                    byte = random() % 3 == 0 ? other : 1 + value % 105;
+                if (round % 2 == 0 && piece.module == MODULE_LAYER_FUNCKEY_DESC && i % 2 == 1)
+                    byte = value % 0xD8;
+                bytes[i] = static_cast<char>(byte);
+            }
+            return bytes;
+        });
+        auto sections = session.SectionsIn(configuration);
+        const auto damaged = session.Upload(sections);
+        sound += damaged.empty();
+        ASSERT_TRUE(round % 2 == 1 || damaged.empty()) << damaged[0].place << damaged[0].message;
+        const auto document = configuration.Write(sections, session.Keyboard());
+        EXPECT_TRUE(document.Losses().empty());
+        Configuration fresh(Platform(), &layout, nullptr);
+        const auto read = fresh.Read(ConfigurationDocument::Parse(document.ToText(), "the upload"));
+
+        const WritePlan plan = NewPlanner().ForSettings(read);
+        for (const Difference& difference : plan.settings)
+            EXPECT_TRUE(difference.name.ends_with(" fixed bytes")) << difference.name;
+        EXPECT_EQ(plan.IsEmpty(), plan.settings.empty());
+        for (const ByteRange& range : plan.ranges)
+            EXPECT_TRUE(range.section == "barcode" || range.section == "magnetCard");
+        EXPECT_EQ(Planner(plan.after, scratch).Document(plan.after).ToText(), document.ToText());
+        EXPECT_TRUE(Planner(plan.after, scratch).ForSettings(read).IsEmpty());
+
+        const WritePlan full = NewPlanner().ForSettings(read, {.full = true});
+        for (const Section* section : read)
+            EXPECT_TRUE(NewPlanner()
+                            .Compare(full.before, full.after, std::string(section->Info().key))
+                            .empty());
+    }
+    EXPECT_GE(sound, 30);
+}
+
+// Bytes behind the end of a sequence, as in memory that was never written.
+TEST_F(WritePlanTest, UnusedBytesAreNoDifference) {
+    Fill([](const ContentPiece& piece) {
+        std::string bytes = piece.bytes;
+        if (piece.section == "commonKeyboard" || piece.module == MODULE_MAGNET_CONFIG ||
+            piece.module == MODULE_BARCODE_CONFIG)
+            return bytes;
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = static_cast<char>(
+                piece.module == MODULE_LAYERED_FUNCKEYS && i % 128 == 0    ? 0
+                : piece.module == MODULE_LAYER_FUNCKEY_DESC && i % 128 < 2 ? 0
+                : piece.section != "layeredFuncKeys" && i % 32 == 0 && piece.section != "pos"
+                    ? 0
+                    : 255);
+        return bytes;
+    });
+    present = session.SectionsIn(configuration);
+    ASSERT_TRUE(session.Upload(present).empty());
+    EXPECT_TRUE(Plan([](ConfigurationDocument&) {}).IsEmpty());
+
+    const WritePlan plan = Plan([](ConfigurationDocument& document) {
+        document.Place("layeredFuncKeys")["keys"] = {
+            {{"layer", 3}, {"key", 5}, {"sequence", {30, 158}}}};
+    });
+    const Long slot = 36864 + 128 * (3 * 24 + 5);
+    EXPECT_EQ(plan.BytesToSend(), 128) << "its slot is as the controls write it";
+    EXPECT_EQ(plan.after.Bytes(slot, 128), "\x1E\x9E" + std::string(126, '\0'));
+    EXPECT_EQ(plan.after.Bytes(slot + 128, 2), std::string("\0\xFF", 2)) << "its neighbour stays";
+    EXPECT_EQ(plan.settings.size(), 1U);
+}
+
+TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
+    ConfigurationDocument document = configuration.Write(present);
+    document.Place("commonKeyboard")["outputDelay"] = 9;
+    const Long pos = *driver.Model().AddressOf(MODULE_POS);
+    const std::string damage("\xC8\x1E\x1F");
+    driver.Poke(pos + 6 * 32, damage);
+    const auto read = configuration.Read(document);
+    try {
+        (void)NewPlanner().ForSettings(read);
+        ADD_FAILURE() << "planned over damage";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.Kind(), ErrorKind::KeyboardDamaged);
+        ASSERT_EQ(error.Faults().size(), 1U);
+        EXPECT_EQ(error.Faults()[0].place, "/pos");
+    }
+    const WritePlan others = NewPlanner().ForSettings({configuration.Find("commonKeyboard")});
+    EXPECT_EQ(others.after.Bytes(pos + 6 * 32, 3), damage);
+    EXPECT_EQ(others.BytesToSend(), 1);
+    const WritePlan repair = NewPlanner().ForSettings(read, {.repair = true});
+    EXPECT_EQ(repair.after.Bytes(pos + 6 * 32, 3), std::string("\xFF\0\0", 3));
+    EXPECT_EQ(NewPlanner().Document(repair.before).Find("pos"), nullptr);
+    ASSERT_EQ(repair.settings.size(), 2U);
+    EXPECT_EQ(ToText(repair.settings[1]), "section pos (damaged) → (sound)");
 }
 
 TEST(DifferencesTest, ChangesNearEachOtherAreOneRange) {

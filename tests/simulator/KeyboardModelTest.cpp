@@ -68,7 +68,7 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         {"[true, false, false, false]", "[true, false, 1, false]",
          "/keyboard/flags/magneticTracks/2"},
         {"MODULE_POS", "MODULE_NOTHING", "/directory/0/module"},
-        {"MODULE_POS", "MODULE_LAYER_FUNCKEY_DESC", "/directory/0/module"},
+        {"MODULE_POS", "MODULE_12", "/directory/0/module"},
         {"\"MODULE_POS\"", "6", "/directory/0/module"},
         {"\"MODULE_POS\",", "\"MODULE_POS\", \"size\": 1,", "/directory/0/size"},
         {"131056", "131057", "/directory/1/address"}, // one byte too many
@@ -100,6 +100,20 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         json.replace(json.find("131056"), 6, free);
         EXPECT_EQ(Refusal(json), "") << free;
     }
+}
+
+// Every module that a directory can list; some have no area of their own.
+TEST(KeyboardModel, MayListModulesWithoutAnArea) {
+    std::string json = kGood;
+    json.replace(json.find("{ \"module\": \"MODULE_POS\""), 0,
+                 R"({ "module": "MODULE_KEYBOARD", "address": 0 },
+                    { "module": "MODULE_CONFIG_SECTION", "address": 2047 },
+                    { "module": "MODULE_LAYER_FUNCKEY_DESC", "address": 70000 }, )");
+    const KeyboardModel model = KeyboardModel::FromJson(json);
+    EXPECT_EQ(model.AddressOf(MODULE_LAYER_FUNCKEY_DESC), 70000);
+    EXPECT_EQ(model.AddressOf(MODULE_KEYBOARD), 0);
+    EXPECT_NE(Refusal(std::string((1U << 20U) + 1, ' ')).find("more than 1048576 bytes"),
+              std::string::npos);
 }
 
 TEST(KeyboardModel, ComesByItsName) {

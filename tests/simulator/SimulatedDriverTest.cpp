@@ -209,6 +209,20 @@ TEST_P(SimulatedKeyboard, BreaksATransferOffWhereItIsToldTo) {
     EXPECT_EQ(driver.QXCFG_ImageLoad(), 0);
 }
 
+TEST(SimulatedDriverInProcess, AnswersAgainAfterAHandlerThatThrew) {
+    const TempFolder folder;
+    sim::SimulatedDriver driver(folder / "keyboard.qxk", "magnet");
+    ASSERT_EQ(driver.QXCFG_Init(), 0);
+    driver.QXCFG_MemRequestAdd(5, kPlace, 1024);
+    driver.QXCFG_TransferNotification(17, 1025, -1);
+    driver.QXSIM_SetMessagePoster([](std::int32_t, std::int32_t, std::int32_t, std::int32_t) {
+        throw 42; // NOLINT: anything
+    });
+    EXPECT_EQ(driver.QXCFG_ImageLoad(), Number(Status::FileFailed));
+    driver.QXSIM_SetMessagePoster(nullptr);
+    EXPECT_EQ(driver.QXCFG_ImageLoad(), 0);
+}
+
 TEST_P(SimulatedKeyboard, PostsItsProgress) {
     ConfigDriver& driver = keyboard.Open();
     theMessages.clear();

@@ -617,6 +617,10 @@
         <translation>Das ist eine andere Tastatur, oder ihr Inhalt hat sich geändert.</translation>
     </message>
     <message>
+        <source>A part of the keyboard&apos;s memory is damaged and was left as it is.</source>
+        <translation>Ein Teil des Tastaturspeichers ist beschädigt und wurde nicht verändert.</translation>
+    </message>
+    <message>
         <source>Another program is writing to this keyboard.</source>
         <translation>Ein anderes Programm schreibt gerade in diese Tastatur.</translation>
     </message>

@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
+#include "host/WritePlan.h"
 
 #include <algorithm>
 #include <memory>
@@ -43,52 +44,85 @@ Side SideOf(Context& context, const host::ConfigurationDocument& document,
     return SideOf(document.Name(), *configuration, sections);
 }
 
-// The keyboard's settings of the sections that the document has.
-Side SideOfKeyboard(Context& context, const host::ConfigurationDocument& document) {
+// Differences as they are reported, each with its line for people.
+class Report {
+public:
+    void Add(const host::Difference& difference, const std::string& line) {
+        m_json.push_back({{"setting", difference.name},
+                          {"place", difference.place},
+                          {"from", difference.from},
+                          {"to", difference.to}});
+        m_lines.push_back(line);
+    }
+    void AddAll(const std::vector<host::Difference>& differences) {
+        for (const host::Difference& difference : differences)
+            Add(difference, ToText(difference));
+    }
+    void AddSection(const std::string& key, const std::string& from, const std::string& to,
+                    const std::string& what) {
+        Add({"/" + key, "section " + key, from, to, false, false}, "section " + key + " " + what);
+    }
+
+    void Show(Context& context, const std::string& from, const std::string& to) const {
+        context.exitStatus = m_json.empty() ? 0 : 1;
+        context.Note(from + " → " + to + ": " + Counted(m_json.size(), "difference"));
+        context.Result({{"from", from}, {"to", to}, {"differences", m_json}}, m_lines);
+    }
+
+private:
+    host::Json m_json = host::Json::array();
+    Lines m_lines;
+};
+
+// What a download of the document would change in the keyboard.
+void DiffWithKeyboard(Context& context, const host::ConfigurationDocument& document,
+                      host::Variables& variables, Report& report) {
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
-    auto sections = session.SectionsIn(*configuration);
-    std::erase_if(sections, [&](const host::Section* section) {
-        return document.Find(section->Info().key) == nullptr;
-    });
-    session.Upload(sections);
+    const auto present = session.SectionsIn(*configuration, true, &document);
+    auto sections = ReadDocument(*configuration, document, variables);
+    for (const host::Fault& fault : host::TakeOutAbsent(sections, present))
+        report.AddSection(fault.place.substr(1), "(none)", "(present)",
+                          "only in " + document.Name());
+    const auto scratch = context.NewConfiguration();
+    host::Planner planner(session.ReadContent(*scratch), *scratch);
     context.CloseKeyboard();
-    return SideOf("keyboard", *configuration, sections);
+    for (const host::Fault& fault : planner.Damaged(sections)) {
+        const std::string key = fault.place.substr(1);
+        report.AddSection(key, "(damaged)", "(present)", "cannot be compared: " + fault.message);
+        std::erase_if(sections, [&](const auto* section) { return section->Info().key == key; });
+    }
+    report.AddAll(planner.ForSettings(sections).settings);
+}
+
+void DiffDocuments(Context& context, const host::ConfigurationDocument& one,
+                   const host::ConfigurationDocument& other, host::Variables& variables,
+                   Report& report) {
+    const Side from = SideOf(context, one, variables);
+    const Side to = SideOf(context, other, variables);
+    for (const auto& [key, settings] : from.sections)
+        if (!to.Has(key))
+            report.AddSection(key, "(present)", "(none)", "only in " + from.name);
+    for (const auto& [key, settings] : to.sections)
+        if (!from.Has(key))
+            report.AddSection(key, "(none)", "(present)", "only in " + to.name);
+    report.AddAll(Compare(from.SettingsIn(to), to.SettingsIn(from)));
 }
 
 void Diff(Context& context, const std::string& file, const std::string& file2,
           const std::vector<std::string>& set) {
     const auto document = LoadDocument(context, file);
     host::Variables variables = VariablesOf(set);
-    const Side from =
-        file2.empty() ? SideOfKeyboard(context, document) : SideOf(context, document, variables);
-    const Side to =
-        SideOf(context, file2.empty() ? document : LoadDocument(context, file2), variables);
+    Report report;
+    if (file2.empty()) {
+        DiffWithKeyboard(context, document, variables, report);
+        RefuseUnused(variables);
+        return report.Show(context, "keyboard", document.Name());
+    }
+    const auto other = LoadDocument(context, file2);
+    DiffDocuments(context, document, other, variables, report);
     RefuseUnused(variables);
-
-    host::Json json = {{"from", from.name}, {"to", to.name}, {"differences", host::Json::array()}};
-    Lines lines;
-    const auto add = [&](const host::Difference& difference, const std::string& line) {
-        json["differences"].push_back({{"setting", difference.name},
-                                       {"place", difference.place},
-                                       {"from", difference.from},
-                                       {"to", difference.to}});
-        lines.push_back(line);
-    };
-    for (const auto* side : {&from, &to})
-        for (const auto& [key, settings] : side->sections) {
-            const bool isOld = side == &from;
-            if (!(isOld ? to : from).Has(key))
-                add({"/" + key, "section " + key, isOld ? "(present)" : "(none)",
-                     isOld ? "(none)" : "(present)", false, false},
-                    "section " + key + " only in " + side->name);
-        }
-    for (const auto& difference : Compare(from.SettingsIn(to), to.SettingsIn(from)))
-        add(difference, ToText(difference));
-    const std::size_t count = json["differences"].size();
-    context.exitStatus = count == 0 ? 0 : 1;
-    context.Note(from.name + " → " + to.name + ": " + Counted(count, "difference"));
-    context.Result(json, lines);
+    report.Show(context, document.Name(), other.Name());
 }
 
 } // namespace

@@ -29,6 +29,7 @@ struct DownloadOptions {
     bool skipAbsent = false;
     bool dryRun = false;
     bool full = false;
+    bool repair = false;
     bool noVerify = false;
     std::vector<std::string> set;
 };
@@ -97,17 +98,18 @@ void Download(Context& context, const DownloadOptions& options) {
     const auto document = host::ConfigurationDocument::Parse(text, NameOf(options.file));
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
-    const auto present = session.SectionsIn(*configuration, options.skipAbsent);
+    const auto present = session.SectionsIn(*configuration, options.skipAbsent, &document);
     host::Variables variables = VariablesOf(options.set);
     auto sections = ReadDocument(*configuration, document, variables);
     RefuseUnused(variables);
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
-    const host::WritePlan plan = context.Writer().Plan(sections);
+    host::WritePlan plan = context.Writer().Plan(sections, {options.full, options.repair});
     if (plan.ReplacesIdentifier())
         context.Note("the keyboard takes over the identifier of another one from " + options.file +
                      "; " + std::string(host::ConfigurationDocument::kIdentifierAdvice));
     if (options.dryRun) {
         context.CloseKeyboard();
+        host::Planner(plan.before, *context.NewConfiguration()).NameSettings(plan);
         return TellPlan(context, plan, options);
     }
     host::Writer::Request request;
@@ -136,6 +138,10 @@ Command DownloadCommand() {
                     {.name = "--dry-run",
                      .target = &options->dryRun,
                      .summary = "Show the bytes and settings that would change; write nothing"},
+                    {.name = "--repair",
+                     .target = &options->repair,
+                     .summary = "Replace blocks of the keyboard that are damaged, which are left "
+                                "alone otherwise"},
                     {.name = "--full",
                      .target = &options->full,
                      .summary = "Send every byte, changed or not"},

@@ -44,9 +44,9 @@ std::vector<std::string> KeysOf(const host::Configuration& configuration) {
 
 std::vector<host::Section*> Chosen(Context& context, const host::Configuration& configuration,
                                    const std::string& key) {
-    auto present = context.Keyboard().SectionsIn(configuration);
     if (key.empty())
-        return present;
+        return context.Keyboard().SectionsIn(configuration);
+    const std::vector<host::Section*> present = context.Keyboard().Present(configuration);
     host::Section* section = configuration.Find(key);
     if (section == nullptr) {
         std::string known;
@@ -63,8 +63,8 @@ std::vector<host::Section*> Chosen(Context& context, const host::Configuration& 
 void Show(Context& context, const std::string& key) {
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
-    const auto sections = Chosen(context, *configuration, key);
-    session.Upload(sections);
+    auto sections = Chosen(context, *configuration, key);
+    context.NoteDamage(session.Upload(sections));
     context.CloseKeyboard();
 
     host::Json json = {{"settings", host::Json::array()}};

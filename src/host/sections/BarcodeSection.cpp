@@ -9,8 +9,8 @@ namespace qx::host {
 namespace {
 
 constexpr Area kAreas[] = {
-    {MODULE_BARCODE_CONFIG, kBarcodeConfigSize},
-    {MODULE_BARCODE_HEADERS, kBarcodeHeadersSize},
+    {MODULE_BARCODE_CONFIG, kBarcodeConfigSize, 0},
+    {MODULE_BARCODE_HEADERS, kBarcodeHeadersSize, kTrackSlotSize},
 };
 constexpr SectionInfo kInfo = {"barcode", "barcode", kAreas};
 
@@ -68,17 +68,28 @@ private:
                      });
     }
 
-    // A flag that the keyboard does not store can only have the value that an upload gives it.
+    // In a document, a flag that the keyboard does not store can only have its default.
     void VisitFlag(FieldVisitor& fields, Field field, BarcodePage ePage, Integer nFlag) {
         OptionBool& flag = Control().BitPage(ePage).Flag(nFlag);
         field.stored = HasBarcodeConfigBit(ePage, nFlag);
-        const bool value = fields.Flag(field, flag.Value());
-        if (field.stored)
+        const bool isFree = field.stored || fields.IsExact();
+        const bool present = isFree ? flag.Value() : DefaultOf(ePage, nFlag);
+        const bool value = fields.Flag(field, present);
+        if (isFree || value == present)
             flag.SetValue(value);
-        else if (value != flag.Value())
+        else
             fields.Refuse(field,
                           std::string("the keyboard does not store this flag; it can only be ") +
-                              (flag.Value() ? "true" : "false"));
+                              (present ? "true" : "false"));
+    }
+
+    static bool DefaultOf(BarcodePage ePage, Integer nFlag) {
+        static const BarcodeSettings defaults = [] {
+            BarcodeSettings settings;
+            SetBarcodeDefaults(settings);
+            return settings;
+        }();
+        return defaults.pages[static_cast<std::size_t>(ePage)].Flag(nFlag).Value();
     }
 };
 

@@ -6,7 +6,7 @@ namespace qx::host {
 
 namespace {
 
-constexpr Area kAreas[] = {{MODULE_MAGNET_CONFIG, 1, true, -1, MODULE_KEYBOARD}};
+constexpr Area kAreas[] = {{MODULE_MAGNET_CONFIG, 1, 0, true, -1, MODULE_KEYBOARD}};
 constexpr SectionInfo kInfo = {"commonKeyboard", "keyboard", kAreas};
 
 class CommonKeyboardSection : public SectionOf<QXCommonKeyboard> {

@@ -11,10 +11,10 @@ namespace {
 
 // The modules that hold free programmable keys, each a section of its own.
 constexpr Area kAreas[][1] = {
-    {{MODULE_FREEPROGRAMMABLE_KEYS, 0}},
-    {{MODULE_FUNCKEYS_X1_4610, 0}},
-    {{MODULE_FUNCKEYS_X1_4620, 0}},
-    {{MODULE_FUNCKEYS_X1_4630, 0}},
+    {{MODULE_FREEPROGRAMMABLE_KEYS, 0, kFreeProgKeySlotSize}},
+    {{MODULE_FUNCKEYS_X1_4610, 0, kFreeProgKeySlotSize}},
+    {{MODULE_FUNCKEYS_X1_4620, 0, kFreeProgKeySlotSize}},
+    {{MODULE_FUNCKEYS_X1_4630, 0, kFreeProgKeySlotSize}},
 };
 constexpr SectionInfo kInfos[] = {
     {"freeProgKeys", "free programmable", kAreas[0]},

@@ -1,15 +1,18 @@
 #include "host/sections/Sections.h"
 
+#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 
 namespace qx::host {
 
 namespace {
 
+constexpr Long kDescSlotSize = kFuncKeyDescLength * 2;
+
 constexpr Area kAreas[] = {
-    {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize},
-    {MODULE_GUID, kFuncKeyGuidSize, false},
-    {MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescSize, false, kFuncKeyDescAddress},
+    {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize, kFuncKeySlotSize},
+    {MODULE_GUID, kFuncKeyGuidSize, 0, false},
+    {MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescSize, kDescSlotSize, false, kFuncKeyDescAddress},
 };
 constexpr SectionInfo kInfo = {"layeredFuncKeys", "layered function key", kAreas};
 
@@ -20,9 +23,34 @@ class LayeredFuncKeysSection : public SectionOf<QXLayeredFuncKeys> {
 public:
     using SectionOf::SectionOf;
 
-    void LacksArea(KeyboardModuleIDs eModule, bool fSkip) override {
-        m_lacksGuid = m_lacksGuid || eModule == MODULE_GUID;
+    void NoteArea(KeyboardModuleIDs eModule, bool fPresent, bool fSkip) override {
+        if (eModule == MODULE_GUID)
+            m_lacksGuid = !fPresent;
         m_skipsGuid = fSkip;
+    }
+
+    // A description with half of a surrogate pair is not text.
+    [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs eModule,
+                                                 std::string_view bytes) const override {
+        if (eModule != MODULE_LAYER_FUNCKEY_DESC)
+            return std::nullopt;
+        for (std::size_t slot = 0; slot < bytes.size(); slot += kDescSlotSize) {
+            const auto unit = [&](std::size_t index) { // 0 behind the slot
+                return index < kFuncKeyDescLength
+                           ? static_cast<char16_t>(static_cast<Byte>(bytes[slot + 2 * index]) |
+                                                   static_cast<Byte>(bytes[slot + 2 * index + 1])
+                                                       << 8U)
+                           : u'\0';
+            };
+            for (std::size_t i = 0; unit(i) != u'\0'; ++i)
+                if (IsHighSurrogate(unit(i)) && IsLowSurrogate(unit(i + 1)))
+                    ++i;
+                else if (IsHighSurrogate(unit(i)) || IsLowSurrogate(unit(i)))
+                    return Damage{
+                        static_cast<Long>(slot + 2 * i),
+                        "a description holds half of a surrogate pair, which is not text"};
+        }
+        return std::nullopt;
     }
 
     [[nodiscard]] bool Keeps(KeyboardModuleIDs eModule) const override {
@@ -46,7 +74,8 @@ private:
     void VisitGuid(FieldVisitor& fields) {
         constexpr Field kField = {"guid", "identifier", false, true, true};
         constexpr std::size_t kTextUnits = 38;
-        const bool hasNone = fields.IsReading() || m_lacksGuid || m_keepsGuid;
+        const bool hasNone =
+            m_keepsGuid || (!fields.IsExact() && (fields.IsReading() || m_lacksGuid));
         const std::string present = hasNone ? std::string() : ToText(Control().Identifier());
         const std::string text = fields.Text(kField, present, kTextUnits);
         if (!fields.IsReading())
@@ -54,7 +83,7 @@ private:
         m_keepsGuid = text.empty();
         if (m_keepsGuid)
             return;
-        if (m_lacksGuid) {
+        if (m_lacksGuid && !fields.IsExact()) {
             if (!m_skipsGuid)
                 fields.Refuse(kField, "this keyboard stores no identifier");
         } else if (const auto guid = GuidFromText(text)) {

@@ -2,14 +2,15 @@
 #include "host/sections/Sections.h"
 
 #include "qxcontrols/readers/QXMagnetCard.h"
+#include "qxcontrols/readers/TrackSlots.h"
 
 namespace qx::host {
 
 namespace {
 
 constexpr Area kAreas[] = {
-    {MODULE_MAGNET_HEADERS, kMagneticHeadersSize},
-    {MODULE_MAGNET_CONFIG, kMagneticSwitchesOffset + kMagneticSwitchesSize},
+    {MODULE_MAGNET_HEADERS, kMagneticHeadersSize, kTrackSlotSize},
+    {MODULE_MAGNET_CONFIG, kMagneticSwitchesOffset + kMagneticSwitchesSize, 0},
 };
 constexpr SectionInfo kInfo = {"magnetCard", "magnetic card", kAreas};
 

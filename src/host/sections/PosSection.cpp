@@ -11,7 +11,7 @@ namespace qx::host {
 
 namespace {
 
-constexpr Area kAreas[] = {{MODULE_POS, kPOSModuleBlockSize}};
+constexpr Area kAreas[] = {{MODULE_POS, kPOSModuleBlockSize, kPOSModuleBlockSize}};
 constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
 
 constexpr Integer kFirstKey = 1;
@@ -27,18 +27,39 @@ public:
         FieldList list;
         list.field = {"blocks", ""};
         list.keyMembers = {{"slot", "key", kFirstKey, kLastKey}};
+        // As the keyboard would hold them, unless it is to be exact.
+        m_placed = fields.IsExact() ? Control().PosData() : InTheirSlots(Control().PosData());
         list.present = Slots();
-        list.clear = [this] { Control().DefaultValues(); };
+        list.clear = [this] {
+            Control().DefaultValues();
+            m_placed = {};
+        };
         list.visit = [&](const FieldList::Id& id) { VisitBlock(fields, id[0]); };
         fields.List(list);
         Control().PosData().CalcDefinedBlockNum();
+    }
+
+    // A group above the last key cannot be read by the control, which stops there.
+    [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
+                                                 std::string_view bytes) const override {
+        constexpr Long kRecordSize = kPOSModuleBlockSize / kLastKey;
+        constexpr Byte kUnassigned = 255;
+        for (Integer key = kFirstKey; key <= kLastKey; ++key) {
+            const Long offset = (key - kFirstKey) * kRecordSize;
+            const auto group = static_cast<Byte>(bytes[static_cast<std::size_t>(offset)]);
+            if (group > kLastKey && group != kUnassigned)
+                return Damage{offset, "POS key " + std::to_string(key) + " is in group " +
+                                          std::to_string(group) + ", and groups are 1 to " +
+                                          std::to_string(kLastKey)};
+        }
+        return std::nullopt;
     }
 
 private:
     void VisitBlock(FieldVisitor& fields, Integer nSlot) {
         constexpr Field kKeys = {"keys", "keys"};
         constexpr Integer kMax = std::numeric_limits<Integer>::max();
-        POSBlock block = fields.IsReading() ? POSBlock() : Control().PosData().Block(nSlot);
+        POSBlock block = m_placed.Block(nSlot);
         block.SetBlockID(
             fields.Number({"blockId", "label", false, false}, block.BlockID(), 0, kMax));
         block.SetColorID(fields.Number({"colorId", "colour", false, false}, block.ColorID(), 0, 9));
@@ -49,10 +70,19 @@ private:
         fields.Sequence({"sequence", ""}, block.Sequence(), kPOSSequenceSize);
         if (!fields.IsReading())
             return;
+        if (fields.IsExact())
+            return PutBlock(nSlot, std::move(block), keys);
         if (const std::string fault = FaultOf(keys, nSlot); !fault.empty())
             fields.Refuse(kKeys, fault);
         else
             PlaceBlock(Control().PosData(), block, std::move(keys));
+    }
+
+    void PutBlock(Integer nSlot, POSBlock block, const std::vector<Integer>& keys) {
+        block.Clean();
+        for (const Integer key : keys)
+            block.AddKey(key);
+        Control().PosData().Block(nSlot) = std::move(block);
     }
 
     // What keeps a block of these keys from being placed; the empty text for nothing.
@@ -70,10 +100,12 @@ private:
     [[nodiscard]] std::vector<FieldList::Id> Slots() {
         std::vector<FieldList::Id> slots;
         for (Integer slot = kFirstKey; slot <= kLastKey; ++slot)
-            if (Control().PosData().Block(slot).BlockSize() > 0)
+            if (m_placed.Block(slot).BlockSize() > 0)
                 slots.push_back({slot});
         return slots;
     }
+
+    POSKeyboard m_placed; // of the walk
 };
 
 } // namespace
