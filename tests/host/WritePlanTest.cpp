@@ -257,6 +257,10 @@ TEST(DifferencesTest, ChangesNearEachOtherAreOneRange) {
     }
     EXPECT_THROW((void)from.Bytes(99, 2), std::out_of_range);
     EXPECT_THROW(from.Overwrite(155, "xy"), std::out_of_range);
+    from.UpdateGuid();
+    EXPECT_EQ(from.identity.guid, "") << "the same byte throughout has never been given";
+    from.Overwrite(155, "x");
+    EXPECT_EQ(from.identity.guid, std::string(15, 'b') + "x");
 }
 
 } // namespace qx::host

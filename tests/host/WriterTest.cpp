@@ -70,6 +70,7 @@ TEST_F(WriterTest, SendsWhatChangesAndProvesIt) {
 
     request.full = true;
     request.verify = false;
+    keyboard.memory = before;
     EXPECT_FALSE(Download(keyboard, kNew, request));
     EXPECT_TRUE(keyboard.memory == after);
     EXPECT_GT(keyboard.bytesWritten, 200);
