@@ -172,6 +172,8 @@ TEST_P(SimulatedKeyboard, HasItsNumbersLowestByteFirst) {
     std::int16_t integer = 0;
     driver.QXCFG_ImageReadInt(kPlace + 2, &integer);
     EXPECT_EQ(integer, -32366); // 0x8192
+    EXPECT_EQ(driver.QXCFG_Init(), 0);
+    EXPECT_EQ(keyboard.Image(kPlace, 6), std::string(6, '\0')) << "every start has its own image";
 }
 
 TEST_P(SimulatedKeyboard, BreaksATransferOffWhereItIsToldTo) {
