@@ -82,7 +82,8 @@ void History::NameStep(Step& step) const {
     for (const Edit& edit : step.edits) {
         std::set<std::string> places;
         for (const auto& [place, values] : edit.change)
-            places.insert(place);
+            if (values.before != values.after) // else an element is new and this is empty
+                places.insert(place);
         for (Setting& setting :
              m_configuration.List(*m_configuration.Sections()[edit.section], places, Listed::All))
             (setting.isStored ? stored : others).push_back(std::move(setting));

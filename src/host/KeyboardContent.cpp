@@ -69,9 +69,8 @@ std::string KeyboardIdentity::FileName() const {
 
 bool KeyboardIdentity::IsLike(const KeyboardIdentity& other) const {
     const bool isUnknown = identification.empty() || other.identification.empty();
-    return directory == other.directory &&
-           (isUnknown || (identification == other.identification &&
-                          capabilities == other.capabilities));
+    return directory == other.directory && (isUnknown || (identification == other.identification &&
+                                                          capabilities == other.capabilities));
 }
 
 Long SizeOf(const std::vector<ByteRange>& ranges) {

@@ -111,10 +111,11 @@ void Session::FindHoles() {
     m_holes.clear();
     m_hidesEntries = m_driver.Unreadable().count > 0;
     if (const auto& entries = m_driver.Unreadable(); entries.count > 0)
-        m_holes.push_back("of the configuration directory, entries could not be read: " +
+        m_holes.push_back("entries of the configuration directory could not be read: " +
                           std::to_string(entries.count) + ", the first of them entry " +
-                          std::to_string(entries.first) + " (status " +
-                          std::to_string(entries.status) + ")");
+                          std::to_string(entries.first) +
+                          ": QXCFG_ConfigDirectoryGetEntry gave status " +
+                          std::to_string(entries.status));
     for (int i = 1; i <= m_access.DirectorySize(); ++i) {
         const ConfigDirEntry& entry = *m_access.DirectoryItem(static_cast<Integer>(i));
         const Long address = entry.StartAddress();
@@ -134,6 +135,11 @@ void Session::LookAgain() {
                       : Error(ErrorKind::TransferFailed,
                               std::string(kReading) + ": it has no configuration directory");
     }
+    if (const auto& entries = m_driver.Unreadable(); entries.count > 0)
+        throw Failed(ErrorKind::TransferFailed, kReading,
+                     {"QXCFG_ConfigDirectoryGetEntry", entries.status});
+    if (m_driver.Failure() && m_isNamed)
+        throw Failed(ErrorKind::TransferFailed, kReading, *m_driver.Failure());
     m_again = std::move(again);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }

@@ -160,7 +160,7 @@ Snapshot::Change Snapshot::To(const Snapshot& later) const {
     Change change;
     for (const auto& [place, value] : m_values) {
         const auto match = later.m_values.find(place);
-        const std::string& after = match == later.m_values.end() ? std::string() : match->second;
+        const std::string after = match == later.m_values.end() ? std::string() : match->second;
         if (match == later.m_values.end() || value != after)
             change.emplace(place, TwoValues{value, after});
     }

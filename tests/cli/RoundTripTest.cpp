@@ -3,6 +3,7 @@
 #include "host/Json.h"
 
 #include <random>
+#include <sstream>
 
 namespace qx::test {
 
@@ -34,7 +35,9 @@ TEST_P(AnyModel, UploadsOfAnyBytesAreValidAndComeBack) {
         const std::string file = keyboard.File("random.json");
         keyboard.Done({"upload", "-o", file});
         keyboard.Done({"validate", file});
-        EXPECT_EQ(keyboard.Done({"diff", file}), "");
+        std::istringstream differences(keyboard.Run({"diff", file}).out);
+        for (std::string line; std::getline(differences, line);)
+            EXPECT_NE(line.find(" fixed bytes "), std::string::npos) << line;
         keyboard.Done({"download", file});
         EXPECT_EQ(keyboard.Done({"diff", file}), "");
         const std::string second = keyboard.File("second.json");
@@ -48,7 +51,7 @@ TEST_P(AnyModel, DefaultsReplaceWhateverTheKeyboardHeld) {
     const std::string defaults = keyboard.File("defaults.json");
     keyboard.Done({"defaults", "-o", defaults});
     keyboard.Poke(0x800, RandomBytes(sim::KeyboardMemory::kSize - 0x800, 7));
-    keyboard.Done({"download", defaults});
+    keyboard.Done({"download", "--repair", defaults});
     EXPECT_EQ(keyboard.Done({"diff", defaults}), "");
 }
 
