@@ -67,7 +67,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
                    desk.warnings.back().contains("may be partly written. Once");
         };
         for (int call = 1; !isInDoubt(); ++call) {
-            ASSERT_LT(call, 500);
+            ASSERT_LT(call, 5000);
             desk.InDialog([&](QWidget& dialog) {
                 desk.workbench.Simulated()->FailCall(call, 77, true);
                 Desk::ClickIn(dialog, "cmdWrite");
