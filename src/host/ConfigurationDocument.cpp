@@ -22,6 +22,8 @@ ConfigurationDocument::ConfigurationDocument()
 ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const std::string& name) {
     ConfigurationDocument document;
     document.m_name = name;
+    if (text.size() > kMostBytes)
+        Refuse(name, "", "more than " + std::to_string(kMostBytes) + " bytes");
     try {
         document.m_json = ParseStrictly(text);
     } catch (const JsonError& error) {
@@ -47,7 +49,7 @@ ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const 
 ConfigurationDocument ConfigurationDocument::Load(const std::filesystem::path& path) {
     std::string text;
     try {
-        text = files::ReadFile(path);
+        text = files::ReadFile(path, kMostBytes);
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed, error.what());
     }

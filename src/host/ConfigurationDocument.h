@@ -26,6 +26,9 @@ public:
         "a document for other keyboards leaves the identifier out (qxconf upload "
         "--no-identifier), and each keyboard then keeps its own";
 
+    // More than any document has.
+    static constexpr std::size_t kMostBytes = 4U << 20U;
+
     // A document without sections.
     ConfigurationDocument();
 

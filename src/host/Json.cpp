@@ -9,6 +9,7 @@ namespace qx::host {
 namespace {
 
 constexpr std::size_t kMostDepth = 64;
+constexpr std::size_t kMostMembers = 10000;
 
 std::string TextOf(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -35,6 +36,9 @@ public:
             m_open.back().key = parsed.get<std::string>();
             if (!m_open.back().keys.insert(m_open.back().key).second)
                 throw JsonError(Place(), "the member " + ShortText(parsed) + " is given twice");
+            if (m_open.back().keys.size() > kMostMembers)
+                throw JsonError(Place(), "an object has more than " + std::to_string(kMostMembers) +
+                                             " members");
             break;
         case Json::parse_event_t::value:
             NoteValue();

@@ -25,7 +25,8 @@ private:
 };
 
 // Reads JSON that names no member twice (of two values nobody could tell which was meant), and in
-// which objects and lists stand in one another at most 64 deep. Throws JsonError.
+// which objects and lists stand in one another at most 64 deep, with at most 10000 members in an
+// object. Throws JsonError.
 [[nodiscard]] Json ParseStrictly(std::string_view text);
 
 // The JSON pointer to a member of what stands at `place`.

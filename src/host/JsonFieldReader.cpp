@@ -43,6 +43,14 @@ void JsonFieldReader::Read(const std::function<void(FieldVisitor&)>& walk) {
 }
 
 void JsonFieldReader::AddFault(std::string place, std::string message) {
+    constexpr std::size_t kMostFaults = 1000;
+    constexpr std::size_t kLongestPlace = 200;
+    if (m_faults.size() == kMostFaults)
+        m_faults.push_back({"", "there are more faults than are reported"});
+    if (m_faults.size() > kMostFaults)
+        return;
+    if (place.size() > kLongestPlace)
+        place = place.substr(0, kLongestPlace) + "...";
     m_faults.push_back({std::move(place), std::move(message)});
 }
 

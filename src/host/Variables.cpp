@@ -51,8 +51,10 @@ std::string Variables::Escaped(std::string_view text) {
 }
 
 std::vector<Variables::Piece> Variables::Split(std::string_view text) {
+    constexpr std::size_t kMostBytes = 1U << 16U; // far more than fits anywhere
     std::vector<Piece> pieces;
     std::set<std::string> missing;
+    std::size_t bytes = 0;
     const auto add = [&](std::string_view own, std::size_t begin, std::size_t end) {
         if (pieces.empty() || pieces.back().isValue)
             pieces.push_back({"", false, begin, begin});
@@ -76,6 +78,10 @@ std::vector<Variables::Piece> Variables::Split(std::string_view text) {
                                             "for ${ itself");
             const auto value = m_values.find(name);
             (value == m_values.end() ? missing : m_used).insert(name);
+            bytes += value == m_values.end() ? 0 : value->second.size();
+            if (bytes > kMostBytes)
+                throw std::invalid_argument("its variables give it more than " +
+                                            std::to_string(kMostBytes) + " bytes");
             pieces.push_back({value == m_values.end() ? "" : value->second, true, i, i + end + 1});
             i += end + 1;
         }

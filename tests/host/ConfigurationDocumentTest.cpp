@@ -286,6 +286,33 @@ TEST_F(DocumentTest, NestingIsLimited) {
     EXPECT_NE(messageOf(300000).find("more than 64 deep"), std::string::npos);
 }
 
+// However much there is to complain of, the complaint stays short.
+TEST_F(DocumentTest, FaultsWithoutEndAreBounded) {
+    Json json = configuration.Write(AllSections()).AsJson();
+    json["magnetCard"]["tracks"][1]["header"] = std::vector<int>(200000, 999);
+    auto faults = FaultsOf(json.dump());
+    ASSERT_EQ(faults.size(), 1001U);
+    EXPECT_EQ(faults[999].place, "/magnetCard/tracks/1/header/999");
+    EXPECT_EQ(faults[1000].message, "there are more faults than are reported");
+    faults = FaultsWith("/magnetCard/" + std::string(1000000, 'k'), 1);
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_LT(faults[0].place.size() + faults[0].message.size(), 400U);
+
+    std::string members = "{";
+    for (int i = 0; i < 10001; ++i)
+        members += "\"" + std::to_string(i) + "\": 1, ";
+    EXPECT_NE(FaultsOf(members).at(0).message.find("more than 10000 members"), std::string::npos);
+    EXPECT_NE(FaultsOf(std::string((4U << 20U) + 1, ' ')).at(0).message.find("more than 4194304"),
+              std::string::npos);
+
+    Variables variables({{"long", std::string(60000, 'x')}});
+    std::string bomb;
+    for (int i = 0; i < 50000; ++i)
+        bomb += "${long}";
+    EXPECT_THROW((void)variables.Fill(bomb), std::invalid_argument);
+    EXPECT_EQ(variables.Fill("${long}").size(), 60000U);
+}
+
 // What an invalid document holds may be any bytes; the messages about it are UTF-8 all the same.
 TEST_F(DocumentTest, MessagesAreText) {
     std::string wide; // "€" has three bytes: no count of bytes fits all of these texts
