@@ -4,7 +4,7 @@
 #include <QApplication>
 
 // An exception that passes through the toolkit leaves its own small allocations behind.
-extern "C" const char* __lsan_default_suppressions() {
+extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions() {
     return "leak:libQt6Core\nleak:libQt6Gui\n";
 }
 
