@@ -132,19 +132,25 @@ std::vector<ByteRange> Differences(const KeyboardContent& from, const KeyboardCo
     for (std::size_t p = 0; p < from.pieces.size(); ++p) {
         const ContentPiece& before = from.pieces[p];
         const ContentPiece& after = to.pieces[p];
-        bool isOpen = false; // whether the last range is of this piece
+        std::size_t start = 0; // of the range that is being found, up to `end`
+        std::size_t end = 0;
+        const auto add = [&] {
+            if (end > start)
+                ranges.push_back({before.module, before.section,
+                                  before.address + static_cast<Long>(start),
+                                  before.bytes.substr(start, end - start),
+                                  after.bytes.substr(start, end - start)});
+        };
         for (std::size_t i = 0; i < before.bytes.size(); ++i) {
             if (before.bytes[i] == after.bytes[i])
                 continue;
-            const Long address = before.address + static_cast<Long>(i);
-            if (!isOpen || address - ranges.back().address - ranges.back().Size() >= gap)
-                ranges.push_back({before.module, before.section, address, "", ""});
-            isOpen = true;
-            ByteRange& range = ranges.back();
-            const auto start = static_cast<std::size_t>(range.address - before.address);
-            range.from = before.bytes.substr(start, i + 1 - start);
-            range.to = after.bytes.substr(start, i + 1 - start);
+            if (end == 0 || i - end >= static_cast<std::size_t>(gap)) {
+                add();
+                start = i;
+            }
+            end = i + 1;
         }
+        add();
     }
     return ranges;
 }
