@@ -1,0 +1,16 @@
+// Calls of members and events by their tables.
+#pragma once
+
+#include "com/Object.h"
+
+#include <span>
+
+namespace qx::com {
+
+// The arguments in the members' order, Missing where one was left out; by-reference ones are
+// answered in place. Throws Error for a wrong call and for what the library reports by exceptions:
+// range errors as SubscriptOutOfRange, invalid arguments as InvalidProcedureCall, overflows as
+// Overflow.
+Value Call(Object& object, const Member& member, std::span<Value> arguments);
+
+} // namespace qx::com

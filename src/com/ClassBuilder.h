@@ -1,0 +1,325 @@
+// ClassBuilder: fills the table of a class from pointers to its members. The compiler deduces the
+// types of arguments and results; names and identifiers are given.
+#pragma once
+
+#include "com/Class.h"
+#include "com/Object.h"
+#include "qxcontrols/common/Utf.h"
+
+#include <array>
+#include <initializer_list>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+namespace qx::com {
+
+// A parameter's name, and what its C++ type does not show.
+struct Name {
+    Name(const char* text) : text(text) {}
+    std::string_view text;
+    bool isBlock = false; // a text that holds memory
+    std::optional<Value> ifMissing;
+};
+[[nodiscard]] inline Name Block(const char* text) {
+    Name name(text);
+    name.isBlock = true;
+    return name;
+}
+[[nodiscard]] inline Name Optional(const char* text, Value ifMissing) {
+    Name name(text);
+    name.ifMissing = std::move(ifMissing);
+    return name;
+}
+using Names = std::initializer_list<Name>;
+
+template <typename P>
+using Plain = std::remove_cv_t<std::remove_pointer_t<std::remove_cvref_t<P>>>;
+
+template <typename T>
+inline constexpr bool kIsText = std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>;
+
+template <typename P>
+inline constexpr bool kIsObject = std::is_class_v<Plain<P>> && !kIsText<Plain<P>>;
+
+// Answered by the called side, or declared so by the interface.
+template <typename P>
+inline constexpr bool kIsByReference =
+    std::is_lvalue_reference_v<P> && !kIsObject<P> &&
+    (!std::is_const_v<std::remove_reference_t<P>> || std::is_arithmetic_v<std::remove_cvref_t<P>>);
+
+template <typename P>
+[[nodiscard]] Type TypeOf(bool isBlock = false) {
+    using T = Plain<P>;
+    if constexpr (std::is_void_v<T>)
+        return {};
+    else if constexpr (kIsObject<P>)
+        return {Kind::Object, nullptr, &TableOf<T>};
+    else if constexpr (kIsText<T>)
+        return {isBlock ? Kind::Block : Kind::Text};
+    else if constexpr (std::is_enum_v<T>)
+        return {Kind::Enumeration, &EnumerationOf<T>()};
+    else if constexpr (std::is_same_v<T, bool>)
+        return {Kind::Boolean};
+    else if constexpr (std::is_same_v<T, qx::Byte>)
+        return {Kind::Byte};
+    else if constexpr (std::is_same_v<T, qx::Integer>)
+        return {Kind::Integer};
+    else if constexpr (std::is_same_v<T, qx::Long>)
+        return {Kind::Long};
+    else {
+        static_assert(std::is_same_v<T, qx::Single>, "a type that hosts do not know");
+        return {Kind::Single};
+    }
+}
+
+template <typename P>
+[[nodiscard]] Value ValueOf(const P& native, bool isBlock = false) {
+    using T = Plain<P>;
+    if constexpr (kIsText<T>)
+        return isBlock ? TextOfBytes(native) : Utf16FromUtf8(native);
+    else if constexpr (std::is_enum_v<T>)
+        return static_cast<qx::Long>(native);
+    else
+        return native;
+}
+
+// One argument of a call: taken from its value, held, and answered.
+template <typename P>
+class Argument {
+public:
+    Argument(const Value& value, const Parameter& parameter)
+        : m_isBlock(parameter.type.kind == Kind::Block), m_held(Taken(value, parameter)) {}
+
+    [[nodiscard]] decltype(auto) Native() {
+        if constexpr (kIsObject<P> && !std::is_pointer_v<std::remove_cvref_t<P>>)
+            return *m_held;
+        else
+            return (m_held);
+    }
+    void Answer(Value& value) const {
+        if constexpr (kIsByReference<P>)
+            value = ValueOf(m_held, m_isBlock);
+    }
+
+private:
+    using T = Plain<P>;
+    using Held = std::conditional_t<kIsObject<P>, T*, std::conditional_t<kIsText<T>, std::string, T>>;
+
+    Held Taken(const Value& value, const Parameter& parameter) const {
+        if constexpr (kIsObject<P>) {
+            const auto& object = std::get<ObjectRef>(value);
+            if (!std::is_pointer_v<std::remove_cvref_t<P>> && object == nullptr)
+                throw Error(ErrorNumber::ObjectRequired,
+                            std::string(parameter.name) + ": takes an object, not Nothing");
+            return object == nullptr ? nullptr : static_cast<T*>(object->Native());
+        } else if constexpr (kIsText<T>) {
+            const auto& text = std::get<std::u16string>(value);
+            return m_isBlock ? BytesOf(text, parameter.name) : Utf8FromUtf16(text);
+        } else if constexpr (std::is_enum_v<T>) {
+            return static_cast<T>(std::get<qx::Long>(value));
+        } else {
+            return std::get<T>(value);
+        }
+    }
+
+    bool m_isBlock;
+    Held m_held;
+};
+
+template <typename T>
+class ClassBuilder {
+public:
+    ClassBuilder(std::string_view name, Look look, std::string_view clsid, std::string_view iid,
+                 std::string_view eventsIid = {}) {
+        m_class.name = name;
+        m_class.look = look;
+        m_class.clsid = clsid;
+        m_class.iid = iid;
+        m_class.eventsIid = eventsIid;
+        if constexpr (std::is_default_constructible_v<T>)
+            m_class.create = [](const Environment&) { return std::make_shared<T>(); };
+    }
+
+    ClassBuilder& CreatedBy(std::function<std::shared_ptr<T>(const Environment&)> create) {
+        m_class.create = std::move(create);
+        return *this;
+    }
+
+    template <typename Function>
+    ClassBuilder& Method(std::string_view name, Long id, Function function, Names names = {}) {
+        return Add(name, id, MemberKind::Method, function, names);
+    }
+
+    // A value that is read, or read and set.
+    template <typename Getter>
+    ClassBuilder& Property(std::string_view name, Long id, Getter get, Names names = {}) {
+        return Add(name, id, MemberKind::Get, get, names);
+    }
+    template <typename Getter, typename B, typename V>
+    ClassBuilder& Property(std::string_view name, Long id, Getter get, void (B::*set)(V)) {
+        Add(name, id, MemberKind::Get, get, {});
+        return SetOnly(name, id, set);
+    }
+    // A value that is only set; the last name is the new value's.
+    template <typename Setter>
+    ClassBuilder& SetOnly(std::string_view name, Long id, Setter set, Names names = {"vNewValue"}) {
+        return Add(name, id, MemberKind::Put, set, names);
+    }
+
+    // An object that belongs to this one; a set one is copied into it.
+    template <typename B, typename P, typename... A>
+    ClassBuilder& Part(std::string_view name, Long id, P& (B::*get)(A...), Names names = {}) {
+        return Add(name, id, MemberKind::Get, get, names);
+    }
+    template <typename B, typename P>
+    ClassBuilder& Part(std::string_view name, Long id, P& (B::*get)(), void (B::*set)(const P&)) {
+        Add(name, id, MemberKind::Get, get, {});
+        return Add(name, id, MemberKind::PutObject, set, {"oNewValue"});
+    }
+
+    // A shared service that is set, and kept alive from then on.
+    template <typename B, typename S>
+    ClassBuilder& Service(std::string_view name, Long id, void (B::*set)(S*)) {
+        Member member{name, id, MemberKind::PutObject, {{"oNewValue", TypeOf<S*>(), false, {}}}, {}, {}};
+        member.call = [id, set](Object& self, std::span<Value> arguments) -> Value {
+            const auto& service = std::get<ObjectRef>(arguments[0]);
+            (NativeOf(self).*set)(service == nullptr ? nullptr
+                                                     : static_cast<S*>(service->Native()));
+            self.Keep(id, service);
+            return {};
+        };
+        m_class.members.push_back(std::move(member));
+        return *this;
+    }
+    // The same, to be read too.
+    template <typename B, typename S>
+    ClassBuilder& ReadableService(std::string_view name, Long id, void (B::*set)(S*)) {
+        m_class.members.push_back(
+            {name, id, MemberKind::Get, {}, TypeOf<S*>(),
+             [id](Object& self, std::span<Value>) -> Value { return self.Kept(id); }});
+        return this->Service(name, id, set);
+    }
+
+    template <typename B, typename... A>
+    ClassBuilder& Event(std::string_view name, Long id, qx::Event<A...> B::*event,
+                        Names names = {}) {
+        EventMember member{name, id, Parameters<A...>(names), {}};
+        member.subscribe = [event, parameters = member.parameters](Object& source, EventSink sink) {
+            return (NativeOf(source).*event)
+                .Subscribe([sink = std::move(sink), parameters](A... arguments) {
+                    RaiseTo<A...>(sink, parameters, std::index_sequence_for<A...>(), arguments...);
+                });
+        };
+        m_class.events.push_back(std::move(member));
+        return *this;
+    }
+
+    [[nodiscard]] Class Built() { return std::move(m_class); }
+
+private:
+    static T& NativeOf(Object& object) { return *static_cast<T*>(object.Native()); }
+
+    template <typename... A>
+    static std::vector<Parameter> Parameters(Names names) {
+        if (names.size() != sizeof...(A))
+            throw std::logic_error("a member with other names than arguments");
+        std::vector<Parameter> parameters;
+        [[maybe_unused]] auto name = names.begin();
+        (parameters.push_back(
+             {name->text, TypeOf<A>(name->isBlock), kIsByReference<A>, (name++)->ifMissing}),
+         ...);
+        return parameters;
+    }
+
+    template <typename R, typename B, typename... A>
+    ClassBuilder& Add(std::string_view name, Long id, MemberKind kind, R (B::*function)(A...),
+                      Names names) {
+        return AddCall<R, A...>(name, id, kind, names, [function](T& self, A... arguments) -> R {
+            return (self.*function)(std::forward<A>(arguments)...);
+        });
+    }
+    template <typename R, typename B, typename... A>
+    ClassBuilder& Add(std::string_view name, Long id, MemberKind kind,
+                      R (B::*function)(A...) const, Names names) {
+        return AddCall<R, A...>(name, id, kind, names, [function](T& self, A... arguments) -> R {
+            return (self.*function)(std::forward<A>(arguments)...);
+        });
+    }
+    template <typename R, typename... A>
+    ClassBuilder& Add(std::string_view name, Long id, MemberKind kind, R (*function)(T&, A...),
+                      Names names) {
+        return AddCall<R, A...>(name, id, kind, names, function);
+    }
+
+    template <typename R, typename... A, typename Function>
+    ClassBuilder& AddCall(std::string_view name, Long id, MemberKind kind, Names names,
+                          Function function) {
+        Member member{name, id, kind, Parameters<A...>(names), TypeOf<R>(), {}};
+        member.call = [function, parameters = member.parameters](Object& self,
+                                                                 std::span<Value> arguments) {
+            return Called<R, A...>(self, function, parameters, arguments,
+                                   std::index_sequence_for<A...>());
+        };
+        m_class.members.push_back(std::move(member));
+        return *this;
+    }
+
+    template <typename R, typename... A, typename Function, std::size_t... I>
+    static Value Called(Object& self, const Function& function,
+                        [[maybe_unused]] const std::vector<Parameter>& parameters,
+                        [[maybe_unused]] std::span<Value> arguments, std::index_sequence<I...>) {
+        [[maybe_unused]] std::tuple<Argument<A>...> held{
+            Argument<A>(arguments[I], parameters[I])...};
+        Value result;
+        if constexpr (std::is_void_v<R>)
+            function(NativeOf(self), std::get<I>(held).Native()...);
+        else
+            result = ResultOf<R>(self, function(NativeOf(self), std::get<I>(held).Native()...));
+        (std::get<I>(held).Answer(arguments[I]), ...);
+        return result;
+    }
+
+    template <typename R>
+    static Value ResultOf(Object& self, R result) {
+        if constexpr (kIsObject<R>) {
+            const Plain<R>* part;
+            if constexpr (std::is_pointer_v<R>)
+                part = result;
+            else
+                part = &result;
+            return part == nullptr ? ObjectRef()
+                                   : self.Part(TableOf<Plain<R>>(), const_cast<Plain<R>*>(part));
+        } else {
+            return ValueOf(result);
+        }
+    }
+
+    template <typename... A, std::size_t... I>
+    static void RaiseTo(const EventSink& sink,
+                        [[maybe_unused]] const std::vector<Parameter>& parameters,
+                        std::index_sequence<I...>,
+                        std::conditional_t<std::is_reference_v<A>, A, A&>... arguments) {
+        std::array<Value, sizeof...(A)> values{ValueOf(arguments)...};
+        sink(values);
+        (TakeAnswer<A>(arguments, values[I], parameters[I]), ...);
+    }
+
+    // An answer of another type than the event's, which hosts are free to give, leaves the preset.
+    template <typename P, typename Native>
+    static void TakeAnswer([[maybe_unused]] Native& native, [[maybe_unused]] const Value& value,
+                           [[maybe_unused]] const Parameter& parameter) {
+        if constexpr (kIsByReference<P>) {
+            try {
+                Argument<P> answer(Coerced(value, parameter.type, parameter.name), parameter);
+                native = answer.Native();
+            } catch (const Error&) {
+            }
+        }
+    }
+
+    Class m_class;
+};
+
+} // namespace qx::com

@@ -1,0 +1,71 @@
+// Automation values: what hosts hand to members and get back from them, and the types that members
+// declare. A value of another type is brought to the declared one as classic hosts expect it, or
+// refused: out of range is an overflow, never a wrapped number.
+#pragma once
+
+#include "qxcontrols/common/Types.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace qx::com {
+
+struct Class;
+struct Enumeration;
+class Object;
+
+// Null is the host's "Nothing".
+using ObjectRef = std::shared_ptr<Object>;
+
+// An optional argument that the host left out.
+struct Missing {};
+
+// Texts are UTF-16; those that hold memory have one unit for each byte.
+using Value = std::variant<std::monostate, Missing, bool, Byte, Integer, Long, Single, double,
+                           std::u16string, ObjectRef>;
+
+enum class Kind { None, Boolean, Byte, Integer, Long, Single, Text, Block, Enumeration, Object };
+
+struct Type {
+    Kind kind = Kind::None;
+    const Enumeration* enumeration = nullptr; // of Kind::Enumeration, which is carried as a Long
+    const Class& (*object)() = nullptr;       // of Kind::Object
+};
+
+// The errors by the numbers that classic hosts know.
+enum class ErrorNumber {
+    InvalidProcedureCall = 5,
+    Overflow = 6,
+    SubscriptOutOfRange = 9,
+    TypeMismatch = 13,
+    InternalError = 51,
+    ObjectRequired = 424,
+    NoSuchMember = 438,
+    NamedArgumentNotFound = 448,
+    ArgumentNotOptional = 449,
+    WrongNumberOfArguments = 450,
+};
+
+class Error : public std::runtime_error {
+public:
+    Error(ErrorNumber number, const std::string& text) : std::runtime_error(text), m_number(number) {}
+    [[nodiscard]] ErrorNumber Number() const { return m_number; }
+
+private:
+    ErrorNumber m_number;
+};
+
+// The value as the type's own alternative: bool, Byte, Integer, Long (enumerations too), Single,
+// std::u16string or ObjectRef. Halves are rounded to even. Throws Error with TypeMismatch, Overflow
+// or ObjectRequired; `what` names the value in the message.
+[[nodiscard]] Value Coerced(const Value& value, const Type& type, std::string_view what);
+
+// The bytes of a text that holds memory; Throws Error with InvalidProcedureCall for a unit above
+// 255.
+[[nodiscard]] std::string BytesOf(std::u16string_view text, std::string_view what);
+[[nodiscard]] std::u16string TextOfBytes(std::string_view bytes);
+
+} // namespace qx::com
