@@ -27,9 +27,11 @@ std::optional<Long> IdOf(const Class& type, std::u16string_view name) {
     return member->id;
 }
 
-const Member* Find(const Class& type, Long id, MemberKind kind) {
-    const auto member = std::ranges::find_if(
-        type.members, [&](const Member& m) { return m.id == id && m.kind == kind; });
+const Member* Find(const Class& type, Long id, Use use) {
+    const auto member = std::ranges::find_if(type.members, [&](const Member& m) {
+        const bool isSet = m.kind == MemberKind::Put || m.kind == MemberKind::PutObject;
+        return m.id == id && isSet == (use == Use::Set);
+    });
     return member == type.members.end() ? nullptr : &*member;
 }
 

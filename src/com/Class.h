@@ -77,7 +77,10 @@ struct Class {
 // The identifier of the member of that name; none when there is none.
 [[nodiscard]] std::optional<Long> IdOf(const Class& type, std::u16string_view name);
 
-[[nodiscard]] const Member* Find(const Class& type, Long id, MemberKind kind);
+// The member that a host means: one that is called or read, which scripts cannot tell apart, or one
+// that is set, to a value or to an object; null when there is none.
+enum class Use { Call, Set };
+[[nodiscard]] const Member* Find(const Class& type, Long id, Use use);
 
 // The table of the class of the library that is named; defined beside its table.
 template <typename T>

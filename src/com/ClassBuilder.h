@@ -3,6 +3,7 @@
 #pragma once
 
 #include "com/Class.h"
+#include "com/Environment.h"
 #include "com/Object.h"
 #include "qxcontrols/common/Utf.h"
 
@@ -19,12 +20,19 @@ namespace qx::com {
 struct Name {
     Name(const char* text) : text(text) {}
     std::string_view text;
-    bool isBlock = false; // a text that holds memory
+    std::optional<Kind> kind; // in place of the deduced one
     std::optional<Value> ifMissing;
 };
+// A text that holds memory.
 [[nodiscard]] inline Name Block(const char* text) {
     Name name(text);
-    name.isBlock = true;
+    name.kind = Kind::Block;
+    return name;
+}
+// A value that the interface declares as a variant.
+[[nodiscard]] inline Name Variant(const char* text) {
+    Name name(text);
+    name.kind = Kind::Variant;
     return name;
 }
 [[nodiscard]] inline Name Optional(const char* text, Value ifMissing) {
@@ -34,14 +42,22 @@ struct Name {
 }
 using Names = std::initializer_list<Name>;
 
+// Of a pair of overloads, the one that may change the object.
+template <typename R, typename B, typename... A>
+[[nodiscard]] constexpr auto Changing(R (B::*function)(A...)) {
+    return function;
+}
+
 template <typename P>
 using Plain = std::remove_cv_t<std::remove_pointer_t<std::remove_cvref_t<P>>>;
 
 template <typename T>
-inline constexpr bool kIsText = std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>;
+inline constexpr bool kIsText =
+    std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>;
 
 template <typename P>
-inline constexpr bool kIsObject = std::is_class_v<Plain<P>> && !kIsText<Plain<P>>;
+inline constexpr bool kIsObject =
+    std::is_class_v<Plain<P>> && !kIsText<Plain<P>> && !std::is_same_v<Plain<P>, Value>;
 
 // Answered by the called side, or declared so by the interface.
 template <typename P>
@@ -50,14 +66,16 @@ inline constexpr bool kIsByReference =
     (!std::is_const_v<std::remove_reference_t<P>> || std::is_arithmetic_v<std::remove_cvref_t<P>>);
 
 template <typename P>
-[[nodiscard]] Type TypeOf(bool isBlock = false) {
+[[nodiscard]] Type TypeOf() {
     using T = Plain<P>;
     if constexpr (std::is_void_v<T>)
         return {};
+    else if constexpr (std::is_same_v<T, Value>)
+        return {Kind::Variant};
     else if constexpr (kIsObject<P>)
         return {Kind::Object, nullptr, &TableOf<T>};
     else if constexpr (kIsText<T>)
-        return {isBlock ? Kind::Block : Kind::Text};
+        return {Kind::Text};
     else if constexpr (std::is_enum_v<T>)
         return {Kind::Enumeration, &EnumerationOf<T>()};
     else if constexpr (std::is_same_v<T, bool>)
@@ -105,7 +123,8 @@ public:
 
 private:
     using T = Plain<P>;
-    using Held = std::conditional_t<kIsObject<P>, T*, std::conditional_t<kIsText<T>, std::string, T>>;
+    using Held =
+        std::conditional_t<kIsObject<P>, T*, std::conditional_t<kIsText<T>, std::string, T>>;
 
     Held Taken(const Value& value, const Parameter& parameter) const {
         if constexpr (kIsObject<P>) {
@@ -118,7 +137,12 @@ private:
             const auto& text = std::get<std::u16string>(value);
             return m_isBlock ? BytesOf(text, parameter.name) : Utf8FromUtf16(text);
         } else if constexpr (std::is_enum_v<T>) {
-            return static_cast<T>(std::get<qx::Long>(value));
+            // whose underlying type may be smaller than the one that hosts see
+            const auto number = std::get<qx::Long>(value);
+            if (!std::in_range<std::underlying_type_t<T>>(number))
+                throw Error(ErrorNumber::Overflow, std::string(parameter.name) + ": " +
+                                                       std::to_string(number) + " is out of range");
+            return static_cast<T>(number);
         } else {
             return std::get<T>(value);
         }
@@ -138,8 +162,12 @@ public:
         m_class.clsid = clsid;
         m_class.iid = iid;
         m_class.eventsIid = eventsIid;
-        if constexpr (std::is_default_constructible_v<T>)
-            m_class.create = [](const Environment&) { return std::make_shared<T>(); };
+        if constexpr (std::is_constructible_v<T, const Platform&>)
+            CreatedBy([](const Environment& environment) {
+                return std::make_shared<T>(environment.platform);
+            });
+        else if constexpr (std::is_default_constructible_v<T>)
+            CreatedBy([](const Environment&) { return std::make_shared<T>(); });
     }
 
     ClassBuilder& CreatedBy(std::function<std::shared_ptr<T>(const Environment&)> create) {
@@ -169,10 +197,6 @@ public:
     }
 
     // An object that belongs to this one; a set one is copied into it.
-    template <typename B, typename P, typename... A>
-    ClassBuilder& Part(std::string_view name, Long id, P& (B::*get)(A...), Names names = {}) {
-        return Add(name, id, MemberKind::Get, get, names);
-    }
     template <typename B, typename P>
     ClassBuilder& Part(std::string_view name, Long id, P& (B::*get)(), void (B::*set)(const P&)) {
         Add(name, id, MemberKind::Get, get, {});
@@ -182,7 +206,8 @@ public:
     // A shared service that is set, and kept alive from then on.
     template <typename B, typename S>
     ClassBuilder& Service(std::string_view name, Long id, void (B::*set)(S*)) {
-        Member member{name, id, MemberKind::PutObject, {{"oNewValue", TypeOf<S*>(), false, {}}}, {}, {}};
+        Member member{name, id, MemberKind::PutObject, {{"oNewValue", TypeOf<S*>(), false, {}}},
+                      {},   {}};
         member.call = [id, set](Object& self, std::span<Value> arguments) -> Value {
             const auto& service = std::get<ObjectRef>(arguments[0]);
             (NativeOf(self).*set)(service == nullptr ? nullptr
@@ -197,7 +222,11 @@ public:
     template <typename B, typename S>
     ClassBuilder& ReadableService(std::string_view name, Long id, void (B::*set)(S*)) {
         m_class.members.push_back(
-            {name, id, MemberKind::Get, {}, TypeOf<S*>(),
+            {name,
+             id,
+             MemberKind::Get,
+             {},
+             TypeOf<S*>(),
              [id](Object& self, std::span<Value>) -> Value { return self.Kept(id); }});
         return this->Service(name, id, set);
     }
@@ -227,10 +256,15 @@ private:
             throw std::logic_error("a member with other names than arguments");
         std::vector<Parameter> parameters;
         [[maybe_unused]] auto name = names.begin();
-        (parameters.push_back(
-             {name->text, TypeOf<A>(name->isBlock), kIsByReference<A>, (name++)->ifMissing}),
-         ...);
+        (parameters.push_back(ParameterOf<A>(*name++)), ...);
         return parameters;
+    }
+    template <typename P>
+    static Parameter ParameterOf(const Name& name) {
+        Type type = TypeOf<P>();
+        if (name.kind)
+            type.kind = *name.kind;
+        return {name.text, type, kIsByReference<P>, name.ifMissing};
     }
 
     template <typename R, typename B, typename... A>
@@ -241,8 +275,8 @@ private:
         });
     }
     template <typename R, typename B, typename... A>
-    ClassBuilder& Add(std::string_view name, Long id, MemberKind kind,
-                      R (B::*function)(A...) const, Names names) {
+    ClassBuilder& Add(std::string_view name, Long id, MemberKind kind, R (B::*function)(A...) const,
+                      Names names) {
         return AddCall<R, A...>(name, id, kind, names, [function](T& self, A... arguments) -> R {
             return (self.*function)(std::forward<A>(arguments)...);
         });
@@ -302,7 +336,11 @@ private:
                         std::index_sequence<I...>,
                         std::conditional_t<std::is_reference_v<A>, A, A&>... arguments) {
         std::array<Value, sizeof...(A)> values{ValueOf(arguments)...};
-        sink(values);
+        try {
+            sink(values);
+        } catch (...) { // one that fails has not answered
+            return;
+        }
         (TakeAnswer<A>(arguments, values[I], parameters[I]), ...);
     }
 

@@ -10,7 +10,9 @@ namespace qx::com {
 namespace {
 
 // "{...}" as the interface compiler wants it, without braces.
-std::string_view Uuid(std::string_view guid) { return guid.substr(1, guid.size() - 2); }
+std::string_view Uuid(std::string_view guid) {
+    return guid.substr(1, guid.size() - 2);
+}
 
 std::string TypeName(const Type& type) {
     switch (type.kind) {
@@ -29,6 +31,8 @@ std::string TypeName(const Type& type) {
     case Kind::Text:
     case Kind::Block:
         return "BSTR";
+    case Kind::Variant:
+        return "VARIANT";
     case Kind::Enumeration:
         return "enum " + std::string(type.enumeration->name);
     case Kind::Object:
@@ -40,7 +44,8 @@ std::string TypeName(const Type& type) {
 std::string Attributes(const Parameter& parameter) {
     std::string attributes = parameter.byReference ? "in, out" : "in";
     if (parameter.ifMissing)
-        attributes += ", defaultvalue(" + std::to_string(std::get<Long>(*parameter.ifMissing)) + ")";
+        attributes +=
+            ", defaultvalue(" + std::to_string(std::get<Long>(*parameter.ifMissing)) + ")";
     return attributes;
 }
 

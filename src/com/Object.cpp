@@ -8,7 +8,7 @@ ObjectRef Object::Create(const Class& type, const Environment& environment) {
 
 ObjectRef Object::Part(const Class& type, void* native) {
     std::erase_if(m_parts, [](const auto& part) { return part.second.expired(); });
-    auto& known = m_parts[native];
+    auto& known = m_parts[{&type, native}];
     auto part = known.lock();
     if (part == nullptr) {
         part = std::make_shared<Object>(type, std::shared_ptr<void>(shared_from_this(), native));

@@ -16,7 +16,8 @@ public:
     // A new object of the class.
     [[nodiscard]] static ObjectRef Create(const Class& type, const Environment& environment);
 
-    Object(const Class& type, std::shared_ptr<void> native) : m_class(type), m_native(std::move(native)) {}
+    Object(const Class& type, std::shared_ptr<void> native)
+        : m_class(type), m_native(std::move(native)) {}
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
@@ -35,7 +36,7 @@ private:
     const Class& m_class;
     std::map<Long, ObjectRef> m_kept; // released after the object that uses them
     std::shared_ptr<void> m_native;
-    std::map<void*, std::weak_ptr<Object>> m_parts;
+    std::map<std::pair<const Class*, void*>, std::weak_ptr<Object>> m_parts;
 };
 
 } // namespace qx::com

@@ -43,9 +43,9 @@ double NumberOf(const Value& value, std::string_view what) {
             [](std::monostate) { return 0.0; },
             [](bool flag) { return flag ? -1.0 : 0.0; },
             [&](const std::u16string& text) {
-                if (text == u"True")
+                if (IsNamed("True", text))
                     return -1.0;
-                if (text == u"False")
+                if (IsNamed("False", text))
                     return 0.0;
                 const auto number = NumberIn(text);
                 if (!number)
@@ -71,7 +71,8 @@ Number WholeNumber(const Value& value, std::string_view what) {
     return static_cast<Number>(rounded);
 }
 
-std::u16string TextOfNumber(double number) {
+template <typename Number>
+std::u16string TextOfNumber(Number number) {
     char digits[32];
     const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), number);
     return Utf16FromUtf8(std::string_view(digits, static_cast<std::size_t>(end - digits)));
@@ -87,7 +88,7 @@ std::u16string TextOf(const Value& value, std::string_view what) {
                 Refuse(ErrorNumber::TypeMismatch, what, "an object in place of a text");
             },
             [&](Missing) -> std::u16string { Refuse(ErrorNumber::TypeMismatch, what, "missing"); },
-            [](auto number) { return TextOfNumber(static_cast<double>(number)); },
+            [](auto number) { return TextOfNumber(number); },
         },
         value);
 }
@@ -131,6 +132,8 @@ Value Coerced(const Value& value, const Type& type, std::string_view what) {
     case Kind::Text:
     case Kind::Block:
         return TextOf(value, what);
+    case Kind::Variant:
+        return value;
     case Kind::Object:
         return ObjectOf(value, type.object(), what);
     }

@@ -27,7 +27,19 @@ struct Missing {};
 using Value = std::variant<std::monostate, Missing, bool, Byte, Integer, Long, Single, double,
                            std::u16string, ObjectRef>;
 
-enum class Kind { None, Boolean, Byte, Integer, Long, Single, Text, Block, Enumeration, Object };
+enum class Kind {
+    None,
+    Boolean,
+    Byte,
+    Integer,
+    Long,
+    Single,
+    Text,
+    Block, // a text that holds memory
+    Variant,
+    Enumeration,
+    Object,
+};
 
 struct Type {
     Kind kind = Kind::None;
@@ -51,7 +63,8 @@ enum class ErrorNumber {
 
 class Error : public std::runtime_error {
 public:
-    Error(ErrorNumber number, const std::string& text) : std::runtime_error(text), m_number(number) {}
+    Error(ErrorNumber number, const std::string& text)
+        : std::runtime_error(text), m_number(number) {}
     [[nodiscard]] ErrorNumber Number() const { return m_number; }
 
 private:
@@ -59,8 +72,8 @@ private:
 };
 
 // The value as the type's own alternative: bool, Byte, Integer, Long (enumerations too), Single,
-// std::u16string or ObjectRef. Halves are rounded to even. Throws Error with TypeMismatch, Overflow
-// or ObjectRequired; `what` names the value in the message.
+// std::u16string or ObjectRef; a Variant stays as it is. Halves are rounded to even. Throws Error
+// with TypeMismatch, Overflow or ObjectRequired; `what` names the value in the message.
 [[nodiscard]] Value Coerced(const Value& value, const Type& type, std::string_view what);
 
 // The bytes of a text that holds memory; Throws Error with InvalidProcedureCall for a unit above

@@ -7,26 +7,26 @@ namespace qx::com {
 
 template <>
 const Enumeration& EnumerationOf<KeyboardModuleIDs>() {
-    static const Enumeration table{"KeyboardModuleIDs",
-                                   "{DEB68F40-08F8-4F03-AFE8-4C6451348672}",
-                                   {
-                                       {"MODULE_NONE", MODULE_NONE},
-                                       {"MODULE_KEYBOARD", MODULE_KEYBOARD},
-                                       {"MODULE_BARCODE_CONFIG", MODULE_BARCODE_CONFIG},
-                                       {"MODULE_BARCODE_HEADERS", MODULE_BARCODE_HEADERS},
-                                       {"MODULE_MAGNET_CONFIG", MODULE_MAGNET_CONFIG},
-                                       {"MODULE_MAGNET_HEADERS", MODULE_MAGNET_HEADERS},
-                                       {"MODULE_FREEPROGRAMMABLE_KEYS",
-                                        MODULE_FREEPROGRAMMABLE_KEYS},
-                                       {"MODULE_POS", MODULE_POS},
-                                       {"MODULE_FUNCKEYS_X1_4610", MODULE_FUNCKEYS_X1_4610},
-                                       {"MODULE_FUNCKEYS_X1_4620", MODULE_FUNCKEYS_X1_4620},
-                                       {"MODULE_LAYERED_FUNCKEYS", MODULE_LAYERED_FUNCKEYS},
-                                       {"MODULE_GUID", MODULE_GUID},
-                                       {"MODULE_FUNCKEYS_X1_4630", MODULE_FUNCKEYS_X1_4630},
-                                       {"MODULE_CONFIG_SECTION", MODULE_CONFIG_SECTION},
-                                       {"MODULE_LAYER_FUNCKEY_DESC", MODULE_LAYER_FUNCKEY_DESC},
-                                   }};
+    static const Enumeration table{
+        "KeyboardModuleIDs",
+        "{DEB68F40-08F8-4F03-AFE8-4C6451348672}",
+        {
+            {"MODULE_NONE", MODULE_NONE},
+            {"MODULE_KEYBOARD", MODULE_KEYBOARD},
+            {"MODULE_BARCODE_CONFIG", MODULE_BARCODE_CONFIG},
+            {"MODULE_BARCODE_HEADERS", MODULE_BARCODE_HEADERS},
+            {"MODULE_MAGNET_CONFIG", MODULE_MAGNET_CONFIG},
+            {"MODULE_MAGNET_HEADERS", MODULE_MAGNET_HEADERS},
+            {"MODULE_FREEPROGRAMMABLE_KEYS", MODULE_FREEPROGRAMMABLE_KEYS},
+            {"MODULE_POS", MODULE_POS},
+            {"MODULE_FUNCKEYS_X1_4610", MODULE_FUNCKEYS_X1_4610},
+            {"MODULE_FUNCKEYS_X1_4620", MODULE_FUNCKEYS_X1_4620},
+            {"MODULE_LAYERED_FUNCKEYS", MODULE_LAYERED_FUNCKEYS},
+            {"MODULE_GUID", MODULE_GUID},
+            {"MODULE_FUNCKEYS_X1_4630", MODULE_FUNCKEYS_X1_4630},
+            {"MODULE_CONFIG_SECTION", MODULE_CONFIG_SECTION},
+            {"MODULE_LAYER_FUNCKEY_DESC", MODULE_LAYER_FUNCKEY_DESC},
+        }};
     return table;
 }
 
@@ -48,10 +48,9 @@ template <>
 const Class& TableOf<QXKeyboardAccess>() {
     using C = QXKeyboardAccess;
     static const Class table =
-        ClassBuilder<C>("QXKeyboardAccess", Look::Invisible,
-                        "{1E8D274B-F7C4-4979-ABFE-3AD5C202F455}",
-                        "{ACF81C3C-A3FE-4A0F-85B6-BC9861E7CCCE}",
-                        "{26A576C0-5A39-4D89-9095-405885E72471}")
+        ClassBuilder<C>(
+            "QXKeyboardAccess", Look::Invisible, "{1E8D274B-F7C4-4979-ABFE-3AD5C202F455}",
+            "{ACF81C3C-A3FE-4A0F-85B6-BC9861E7CCCE}", "{26A576C0-5A39-4D89-9095-405885E72471}")
             .CreatedBy([](const Environment& environment) {
                 return std::make_shared<C>(environment.driver, environment.platform);
             })
@@ -72,17 +71,12 @@ const Class& TableOf<QXKeyboardAccess>() {
             .Property("FlagMagneticTrack4", 15, &C::FlagMagneticTrack4)
             .Property("ReplacmentChar", 16, &C::ReplacmentChar, &C::SetReplacmentChar)
             .SetOnly("CommandDelta", 17, &C::SetCommandDelta)
-            .Property("DirectorySize", 18, &C::DirectorySize)
-            .Method("DirectoryItem", 19,
-                    static_cast<ConfigDirEntry* (C::*)(Integer)>(&C::DirectoryItem), {"nIndex"})
-            .Method("DirectoryItemByModule", 20,
-                    static_cast<ConfigDirEntry* (C::*)(KeyboardModuleIDs)>(
-                        &C::DirectoryItemByModule),
-                    {"eModule"})
+            .Method("DirectorySize", 18, &C::DirectorySize)
+            .Method("DirectoryItem", 19, Changing(&C::DirectoryItem), {"nIndex"})
+            .Method("DirectoryItemByModule", 20, Changing(&C::DirectoryItemByModule), {"eModule"})
             .Method("GetBaseAddressForModule", 21, &C::GetBaseAddressForModule, {"eModule"})
             .Method("HasItem", 22, &C::HasItem, {"eID"})
-            .Method("ReadFromMemory", 23, &C::ReadFromMemory,
-                    {Block("sData"), "lAddress", "lSize"})
+            .Method("ReadFromMemory", 23, &C::ReadFromMemory, {Block("sData"), "lAddress", "lSize"})
             .Method("WriteIntoMemory", 24, &C::WriteIntoMemory,
                     {Block("sData"), "lAddress", "lSize"})
             .Method("ReadByteFromMem", 25, &C::ReadByteFromMem, {"lAddress"})

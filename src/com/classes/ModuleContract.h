@@ -2,18 +2,13 @@
 #pragma once
 
 #include "com/ClassBuilder.h"
-#include "com/Environment.h"
 #include "qxcontrols/device/ModuleControl.h"
 
 namespace qx::com {
 
-// The members' names and identifiers; LayoutSource is left to the control, which may offer it to
-// be read.
+// LayoutSource, 2, is left to the control, which may offer it to be read too.
 template <typename Control>
 void AddModuleContract(ClassBuilder<Control>& builder) {
-    builder.CreatedBy([](const Environment& environment) {
-        return std::make_shared<Control>(environment.platform);
-    });
     builder.Service("Keyboard", 1, &Control::SetKeyboard)
         .Service("PrefSource", 3, &Control::SetPrefSource)
         .Property("ConfigID", 4, &Control::ConfigID, &Control::SetConfigID)

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] const POSKeyboard& PosData() const { return m_posData; }
     void SetPosData(const POSKeyboard& data);
     // From the grid's key indexes to the layout's position codes.
+    [[nodiscard]] POSCodeMapping& CodeMap() { return m_codeMap; }
     [[nodiscard]] const POSCodeMapping& CodeMap() const { return m_codeMap; }
     void SetCodeMap(const POSCodeMapping& map) { m_codeMap = map; }
 
