@@ -9,6 +9,15 @@
 namespace qx::com {
 namespace {
 
+// What the interface compiler must know beforehand; it maps these names to the automation types,
+// and puts none of them into the library.
+constexpr std::string_view kPrelude =
+    "typedef short VARIANT_BOOL;\n"
+    "typedef wchar_t* BSTR;\n"
+    "typedef struct tagVARIANT { long unused; } VARIANT;\n"
+    "[object, uuid(00000000-0000-0000-C000-000000000046)] interface IUnknown {}\n"
+    "[object, uuid(00020400-0000-0000-C000-000000000046)] interface IDispatch : IUnknown {}\n";
+
 // "{...}" as the interface compiler wants it, without braces.
 std::string_view Uuid(std::string_view guid) {
     return guid.substr(1, guid.size() - 2);
@@ -34,7 +43,7 @@ std::string TypeName(const Type& type) {
     case Kind::Variant:
         return "VARIANT";
     case Kind::Enumeration:
-        return "enum " + std::string(type.enumeration->name);
+        return std::string(type.enumeration->name);
     case Kind::Object:
         return "_" + std::string(type.object().name) + "*";
     }
@@ -105,8 +114,8 @@ void WriteEnumeration(std::ostream& out, const Enumeration& enumeration) {
 
 std::string IdlText() {
     std::ostringstream out;
-    out << "[uuid(" << Uuid(kLibraryId) << "), version(" << kLibraryVersion << "), helpstring(\""
-        << kLibraryTitle << "\")]\nlibrary " << kLibraryName
+    out << kPrelude << "[uuid(" << Uuid(kLibraryId) << "), version(" << kLibraryVersion
+        << "), helpstring(\"" << kLibraryTitle << "\")]\nlibrary " << kLibraryName
         << " {\n  importlib(\"stdole2.tlb\");\n";
     for (const Class* type : Classes())
         out << "  dispinterface _" << type->name << ";\n";
