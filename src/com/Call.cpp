@@ -23,12 +23,16 @@ std::vector<Value> Complete(const Object& object, const Member& member,
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const Parameter& parameter = parameters[i];
         const std::string what = name + ", " + std::string(parameter.name);
-        if (i < given.size() && !std::holds_alternative<Missing>(given[i]))
-            arguments.push_back(Coerced(given[i], parameter.type, what));
-        else if (parameter.ifMissing)
-            arguments.push_back(*parameter.ifMissing);
-        else
-            throw Error(ErrorNumber::ArgumentNotOptional, what + ": missing");
+        try {
+            if (i < given.size() && !std::holds_alternative<Missing>(given[i]))
+                arguments.push_back(Coerced(given[i], parameter.type, what));
+            else if (parameter.ifMissing)
+                arguments.push_back(*parameter.ifMissing);
+            else
+                throw Error(ErrorNumber::ArgumentNotOptional, what + ": missing");
+        } catch (const Error& error) {
+            throw ArgumentError(error, i);
+        }
     }
     return arguments;
 }

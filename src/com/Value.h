@@ -71,6 +71,16 @@ private:
     ErrorNumber m_number;
 };
 
+// An error that one argument of a call makes, which counts from 0.
+class ArgumentError : public Error {
+public:
+    ArgumentError(const Error& error, std::size_t argument) : Error(error), m_argument(argument) {}
+    [[nodiscard]] std::size_t Argument() const { return m_argument; }
+
+private:
+    std::size_t m_argument;
+};
+
 // The value as the type's own alternative: bool, Byte, Integer, Long (enumerations too), Single,
 // std::u16string or ObjectRef; a Variant stays as it is. Halves are rounded to even. Throws Error
 // with TypeMismatch, Overflow or ObjectRequired; `what` names the value in the message.

@@ -18,7 +18,9 @@ namespace {
 
 #ifdef _WIN32
 void* Open(const std::filesystem::path& path) {
-    return LoadLibraryW(path.c_str());
+    // What the library needs itself is looked for beside it, not beside the program.
+    return LoadLibraryExW(std::filesystem::absolute(path).c_str(), nullptr,
+                          LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 std::string Reason() {
     return "system error " + std::to_string(GetLastError());

@@ -1,0 +1,61 @@
+// ConnectionPoint: where a host's sinks hear the events of one object.
+//
+// Sinks are called in the order in which they connected. By-reference arguments reach them as
+// references of the event's own types; what a sink has answered is what the next one finds. A sink
+// that fails has not answered.
+#pragma once
+
+#include "com/Class.h"
+#include "com/windows/Com.h"
+
+#include <vector>
+
+namespace qx::com {
+
+class ComObject;
+struct ServedClass;
+
+class ConnectionPoint : public IConnectionPoint {
+public:
+    ConnectionPoint(ComObject& owner, const ServedClass& served)
+        : m_owner(owner), m_served(served) {}
+    ConnectionPoint(const ConnectionPoint&) = delete;
+    ConnectionPoint& operator=(const ConnectionPoint&) = delete;
+    virtual ~ConnectionPoint() = default;
+
+    // Ends all connections.
+    void Close();
+
+    // Containers freeze the events of controls while they load or lay out a form.
+    void Freeze(bool fFreeze) { m_frozen += fFreeze ? 1 : -1; }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
+    ULONG STDMETHODCALLTYPE AddRef() override; // of the object, which it belongs to
+    ULONG STDMETHODCALLTYPE Release() override;
+
+    HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override;
+    HRESULT STDMETHODCALLTYPE
+    GetConnectionPointContainer(IConnectionPointContainer** container) override;
+    HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override;
+    HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
+    HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
+
+private:
+    struct Connection {
+        DWORD cookie;
+        ComPtr<IDispatch> sink;
+    };
+
+    void Subscribe();
+    void Raise(const EventMember& event, std::span<Value> arguments);
+    [[nodiscard]] bool IsConnected(DWORD cookie) const;
+
+    ComObject& m_owner;
+    const ServedClass& m_served;
+    std::vector<Connection> m_connections;
+    std::vector<Subscription> m_subscriptions; // while there are connections
+    DWORD m_lastCookie = 0;
+    int m_frozen = 0;
+};
+
+} // namespace qx::com

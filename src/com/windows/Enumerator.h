@@ -1,0 +1,97 @@
+// Enumerators over a list that was taken when they were made, whose items count interfaces.
+#pragma once
+
+#include "com/windows/Server.h"
+
+#include <algorithm>
+#include <atomic>
+#include <vector>
+
+namespace qx::com {
+
+[[nodiscard]] inline IUnknown* UnknownIn(const CONNECTDATA& item) {
+    return item.pUnk;
+}
+[[nodiscard]] inline IUnknown* UnknownIn(IConnectionPoint* item) {
+    return item;
+}
+
+template <typename Interface, typename Item>
+class Enumerator : public Interface {
+public:
+    explicit Enumerator(std::vector<Item> items, std::size_t next = 0)
+        : m_items(std::move(items)), m_next(next) {
+        for (const Item& item : m_items)
+            UnknownIn(item)->AddRef();
+    }
+    virtual ~Enumerator() {
+        for (const Item& item : m_items)
+            UnknownIn(item)->Release();
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (out == nullptr)
+            return E_POINTER;
+        *out = nullptr;
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(Interface)))
+            return HandOut(this, out);
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --m_references;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, Item* items, ULONG* fetched) override {
+        if (fetched != nullptr)
+            *fetched = 0;
+        if (items == nullptr || (fetched == nullptr && count != 1))
+            return E_POINTER;
+        ULONG given = 0;
+        for (; given < count && m_next < m_items.size(); ++given) {
+            items[given] = m_items[m_next++];
+            UnknownIn(items[given])->AddRef();
+        }
+        if (fetched != nullptr)
+            *fetched = given;
+        return given == count ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
+        const std::size_t left = m_items.size() - m_next;
+        m_next += std::min<std::size_t>(count, left);
+        return count <= left ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Reset() override {
+        m_next = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Clone(Interface** out) override {
+        if (out == nullptr)
+            return E_POINTER;
+        *out = nullptr;
+        return Guarded([&] {
+            *out = new Enumerator(m_items, m_next);
+            return S_OK;
+        });
+    }
+
+private:
+    InUse m_inUse;
+    std::vector<Item> m_items;
+    std::size_t m_next;
+    std::atomic<ULONG> m_references = 1;
+};
+
+template <typename Interface, typename Item>
+HRESULT HandOutEnumerator(std::vector<Item> items, Interface** out) {
+    if (out == nullptr)
+        return E_POINTER;
+    *out = nullptr;
+    *out = new Enumerator<Interface, Item>(std::move(items));
+    return S_OK;
+}
+
+} // namespace qx::com

@@ -1,0 +1,157 @@
+#include "com/windows/Registration.h"
+
+#include "com/Library.h"
+#include "com/windows/Resources.h"
+#include "com/windows/Server.h"
+
+#include <set>
+#include <vector>
+
+namespace qx::com {
+namespace {
+
+constexpr wchar_t kClasses[] = L"Software\\Classes\\";
+constexpr wchar_t kDispatchProxy[] = L"{00020420-0000-0000-C000-000000000046}";
+constexpr wchar_t kControlCategory[] = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
+#ifdef _WIN64
+constexpr wchar_t kPlatform[] = L"win64";
+#else
+constexpr wchar_t kPlatform[] = L"win32";
+#endif
+
+// One value below the classes' key; without a name the key's own.
+struct Row {
+    std::wstring tree; // which goes as a whole when the server is unregistered
+    std::wstring key;  // below the tree
+    std::wstring name;
+    std::wstring data;
+};
+
+std::wstring Version() {
+    return Wide(kLibraryVersion);
+}
+
+void AddTypeLibrary(std::vector<Row>& rows, const std::wstring& file) {
+    const std::wstring tree = L"TypeLib\\" + Wide(kLibraryId);
+    const std::wstring folder = file.substr(0, file.find_last_of(L'\\'));
+    rows.push_back({tree, L"\\" + Version(), L"", Wide(kLibraryTitle)});
+    rows.push_back({tree, L"\\" + Version() + L"\\0\\" + kPlatform, L"", file});
+    rows.push_back({tree, L"\\" + Version() + L"\\FLAGS", L"", L"0"});
+    rows.push_back({tree, L"\\" + Version() + L"\\HELPDIR", L"", folder});
+}
+
+void AddInterface(std::vector<Row>& rows, std::string_view iid, const std::wstring& name) {
+    const std::wstring tree = L"Interface\\" + Wide(iid);
+    rows.push_back({tree, L"", L"", name});
+    rows.push_back({tree, L"\\ProxyStubClsid32", L"", kDispatchProxy});
+    rows.push_back({tree, L"\\TypeLib", L"", Wide(kLibraryId)});
+    rows.push_back({tree, L"\\TypeLib", L"Version", Version()});
+}
+
+void AddControl(std::vector<Row>& rows, const std::wstring& tree, const Class& type,
+                const std::wstring& file) {
+    rows.push_back({tree, L"\\Control", L"", L""});
+    rows.push_back(
+        {tree, std::wstring(L"\\Implemented Categories\\") + kControlCategory, L"", L""});
+    rows.push_back({tree, L"\\MiscStatus", L"", L"0"});
+    rows.push_back({tree, L"\\MiscStatus\\1", L"", std::to_wstring(MiscStatusOf(type))});
+    rows.push_back(
+        {tree, L"\\ToolboxBitmap32", L"", file + L", " + std::to_wstring(QX_TOOLBOX_BITMAP)});
+}
+
+void AddClass(std::vector<Row>& rows, const Class& type, const std::wstring& file) {
+    const std::wstring progId = ProgIdOf(type);
+    rows.push_back({progId, L"", L"", progId});
+    rows.push_back({progId, L"\\CLSID", L"", Wide(type.clsid)});
+
+    const std::wstring tree = L"CLSID\\" + Wide(type.clsid);
+    rows.push_back({tree, L"", L"", progId});
+    rows.push_back({tree, L"\\InprocServer32", L"", file});
+    rows.push_back({tree, L"\\InprocServer32", L"ThreadingModel", L"Apartment"});
+    rows.push_back({tree, L"\\ProgID", L"", progId});
+    rows.push_back({tree, L"\\VersionIndependentProgID", L"", progId});
+    rows.push_back({tree, L"\\Programmable", L"", L""});
+    rows.push_back({tree, L"\\TypeLib", L"", Wide(kLibraryId)});
+    rows.push_back({tree, L"\\Version", L"", Version()});
+    if (type.look != Look::None)
+        AddControl(rows, tree, type, file);
+
+    AddInterface(rows, type.iid, L"_" + Wide(type.name));
+    if (!type.events.empty())
+        AddInterface(rows, type.eventsIid, L"__" + Wide(type.name));
+}
+
+std::vector<Row> Rows() {
+    const std::wstring file = FileOfModule(Module());
+    std::vector<Row> rows;
+    AddTypeLibrary(rows, file);
+    for (const Class* type : Classes())
+        AddClass(rows, *type, file);
+    return rows;
+}
+
+LSTATUS Write(HKEY hive, const Row& row) {
+    HKEY key = nullptr;
+    const LSTATUS status = RegCreateKeyExW(hive, (kClasses + row.tree + row.key).c_str(), 0,
+                                           nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
+    if (status != ERROR_SUCCESS)
+        return status;
+    LSTATUS written = ERROR_SUCCESS;
+    if (!row.name.empty() || !row.data.empty()) {
+        const auto* const data = reinterpret_cast<const BYTE*>(row.data.c_str());
+        const auto size = static_cast<DWORD>((row.data.size() + 1) * sizeof(wchar_t));
+        written = RegSetValueExW(key, row.name.c_str(), 0, REG_SZ, data, size);
+    }
+    RegCloseKey(key);
+    return written;
+}
+
+LSTATUS DeleteFrom(HKEY hive) {
+    std::set<std::wstring> trees;
+    for (const Row& row : Rows())
+        trees.insert(row.tree);
+    LSTATUS result = ERROR_SUCCESS;
+    for (const std::wstring& tree : trees) {
+        const LSTATUS status = RegDeleteTreeW(hive, (kClasses + tree).c_str());
+        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
+            result = status;
+    }
+    return result;
+}
+
+LSTATUS WriteTo(HKEY hive) {
+    for (const Row& row : Rows())
+        if (const LSTATUS status = Write(hive, row); status != ERROR_SUCCESS) {
+            (void)DeleteFrom(hive);
+            return status;
+        }
+    return ERROR_SUCCESS;
+}
+
+} // namespace
+
+HRESULT RegisterServer(Scope scope) {
+    return Guarded([&] {
+        LSTATUS status = ERROR_ACCESS_DENIED;
+        if (scope != Scope::User)
+            status = WriteTo(HKEY_LOCAL_MACHINE);
+        if (scope == Scope::User ||
+            (scope == Scope::MachineOrUser && status == ERROR_ACCESS_DENIED))
+            status = WriteTo(HKEY_CURRENT_USER);
+        return HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+    });
+}
+
+HRESULT UnregisterServer(Scope scope) {
+    return Guarded([&] {
+        LSTATUS status = ERROR_SUCCESS;
+        if (scope != Scope::Machine)
+            status = DeleteFrom(HKEY_CURRENT_USER);
+        if (scope != Scope::User)
+            if (const LSTATUS machine = DeleteFrom(HKEY_LOCAL_MACHINE); machine != ERROR_SUCCESS)
+                status = machine;
+        return HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+    });
+}
+
+} // namespace qx::com
