@@ -1,6 +1,7 @@
 #include "com/windows/ClassFactory.h"
 
 #include "com/windows/ComObject.h"
+#include "com/windows/Control.h"
 
 namespace qx::com {
 namespace {
@@ -45,7 +46,9 @@ public:
 private:
     [[nodiscard]] ComPtr<ComObject> New() const {
         ObjectRef object = Object::Create(m_served.type, ServerEnvironment());
-        return ComPtr<ComObject>::Attach(new ComObject(std::move(object)));
+        const bool isPlain = m_served.type.look == Look::None;
+        return ComPtr<ComObject>::Attach(isPlain ? new ComObject(std::move(object))
+                                                 : new Control(std::move(object)));
     }
 
     InUse m_inUse;

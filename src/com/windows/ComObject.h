@@ -54,7 +54,6 @@ protected:
     virtual HRESULT Query(REFIID /*iid*/, void** /*out*/) { return E_NOINTERFACE; }
 
     [[nodiscard]] const ServedClass& Served() const { return m_served; }
-    // Whether the events of the host are not to be raised; for controls that a container froze.
     [[nodiscard]] ConnectionPoint& Events() { return m_events; }
 
 private:

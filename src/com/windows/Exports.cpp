@@ -1,5 +1,6 @@
 // The functions by which COM and regsvr32 reach the server.
 #include "com/windows/ClassFactory.h"
+#include "com/windows/Control.h"
 #include "com/windows/Registration.h"
 #include "com/windows/Server.h"
 
@@ -10,6 +11,8 @@
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH)
         qx::com::SetModule(module);
+    else if (reason == DLL_PROCESS_DETACH)
+        qx::com::UnregisterControlWindows();
     return TRUE;
 }
 

@@ -1,0 +1,210 @@
+#include "com/windows/Control.h"
+
+#include "com/windows/Units.h"
+
+namespace qx::com {
+namespace {
+
+constexpr SIZE kFirstSize{240, 160};       // pixels
+constexpr SIZE kFirstServiceSize{120, 32}; // of the service objects, which show only their names
+
+} // namespace
+
+Control::Control(ObjectRef object)
+    : ComObject(std::move(object)), m_face(MakeFace(Library())),
+      m_extent(HundredthsFromPixels(Served().type.look == Look::Invisible ? kFirstServiceSize
+                                                                          : kFirstSize)) {}
+
+Control::~Control() {
+    if (m_window != nullptr)
+        DestroyWindow(m_window);
+}
+
+HRESULT Control::Query(REFIID iid, void** out) {
+    if (IsEqualIID(iid, IID_IOleObject))
+        return HandOut(static_cast<IOleObject*>(this), out);
+    if (IsEqualIID(iid, IID_IOleControl))
+        return HandOut(static_cast<IOleControl*>(this), out);
+    if (IsEqualIID(iid, IID_IPersist) || IsEqualIID(iid, IID_IPersistStreamInit))
+        return HandOut(static_cast<IPersistStreamInit*>(this), out);
+    if (IsEqualIID(iid, IID_IPersistPropertyBag))
+        return HandOut(static_cast<IPersistPropertyBag*>(this), out);
+    if (IsEqualIID(iid, IID_IViewObject) || IsEqualIID(iid, IID_IViewObject2) ||
+        IsEqualIID(iid, IID_IViewObjectEx))
+        return HandOut(static_cast<IViewObjectEx*>(this), out);
+    if (IsEqualIID(iid, IID_IQuickActivate))
+        return HandOut(static_cast<IQuickActivate*>(this), out);
+    if (IsEqualIID(iid, IID_IOleWindow) || IsEqualIID(iid, IID_IOleInPlaceObject))
+        return HandOut(static_cast<IOleInPlaceObject*>(this), out);
+    if (IsEqualIID(iid, IID_IOleInPlaceActiveObject))
+        return HandOut(static_cast<IOleInPlaceActiveObject*>(this), out);
+    return E_NOINTERFACE;
+}
+
+HRESULT Control::SetClientSite(IOleClientSite* site) {
+    return Guarded([&] {
+        m_site = site;
+        m_ambient = AmbientOf(site);
+        return S_OK;
+    });
+}
+
+HRESULT Control::GetClientSite(IOleClientSite** site) {
+    if (site == nullptr)
+        return E_POINTER;
+    *site = ComPtr<IOleClientSite>(m_site).Detach();
+    return S_OK;
+}
+
+HRESULT Control::Close(DWORD saveOption) {
+    const ComPtr<ComObject> alive(this);
+    if (m_site && m_isDirty && saveOption != OLECLOSE_NOSAVE)
+        m_site->SaveObject();
+    InPlaceDeactivate();
+    if (m_advises)
+        m_advises->SendOnClose();
+    return S_OK;
+}
+
+HRESULT Control::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) {
+    const ComPtr<ComObject> alive(this);
+    switch (verb) {
+    case OLEIVERB_HIDE:
+        UIDeactivate();
+        if (m_window != nullptr)
+            ShowWindow(m_window, SW_HIDE);
+        return S_OK;
+    case OLEIVERB_DISCARDUNDOSTATE:
+        return S_OK;
+    case OLEIVERB_INPLACEACTIVATE:
+        return Guarded([&] { return ActivateInPlace(); });
+    case OLEIVERB_PRIMARY:
+    case OLEIVERB_SHOW:
+    case OLEIVERB_UIACTIVATE:
+        return Guarded([&] { return ActivateUI(); });
+    default:
+        return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
+    }
+}
+
+HRESULT Control::EnumVerbs(IEnumOLEVERB** verbs) {
+    return OleRegEnumVerbs(Served().clsid, verbs);
+}
+
+HRESULT Control::GetUserType(DWORD, LPOLESTR* type) {
+    if (type == nullptr)
+        return E_POINTER;
+    const std::wstring name = Wide(Served().type.name);
+    const std::size_t size = (name.size() + 1) * sizeof(wchar_t);
+    *type = static_cast<LPOLESTR>(CoTaskMemAlloc(size));
+    if (*type == nullptr)
+        return E_OUTOFMEMORY;
+    std::copy(name.c_str(), name.c_str() + name.size() + 1, *type);
+    return S_OK;
+}
+
+HRESULT Control::SetExtent(DWORD aspect, SIZEL* extent) {
+    if (extent == nullptr)
+        return E_POINTER;
+    if (aspect != DVASPECT_CONTENT)
+        return DV_E_DVASPECT;
+    if (extent->cx < 0 || extent->cy < 0)
+        return E_INVALIDARG;
+    if (m_extent.cx == extent->cx && m_extent.cy == extent->cy)
+        return S_OK;
+    m_extent = *extent;
+    m_isDirty = true;
+    ViewChanged();
+    return S_OK;
+}
+
+HRESULT Control::GetExtent(DWORD aspect, SIZEL* extent) {
+    if (extent == nullptr)
+        return E_POINTER;
+    if (aspect != DVASPECT_CONTENT)
+        return DV_E_DVASPECT;
+    *extent = m_extent;
+    return S_OK;
+}
+
+HRESULT Control::Advise(IAdviseSink* sink, DWORD* cookie) {
+    if (cookie == nullptr)
+        return E_POINTER;
+    if (!m_advises) {
+        const HRESULT result = CreateOleAdviseHolder(m_advises.Out());
+        if (FAILED(result))
+            return result;
+    }
+    return m_advises->Advise(sink, cookie);
+}
+
+HRESULT Control::Unadvise(DWORD cookie) {
+    return m_advises ? m_advises->Unadvise(cookie) : OLE_E_NOCONNECTION;
+}
+
+HRESULT Control::EnumAdvise(IEnumSTATDATA** advises) {
+    if (advises == nullptr)
+        return E_POINTER;
+    *advises = nullptr;
+    return m_advises ? m_advises->EnumAdvise(advises) : S_OK;
+}
+
+HRESULT Control::GetMiscStatus(DWORD aspect, DWORD* status) {
+    if (status == nullptr)
+        return E_POINTER;
+    *status = aspect == DVASPECT_CONTENT ? MiscStatusOf(Served().type) : 0;
+    return S_OK;
+}
+
+HRESULT Control::GetControlInfo(CONTROLINFO* info) {
+    if (info == nullptr)
+        return E_POINTER;
+    info->hAccel = nullptr;
+    info->cAccel = 0;
+    info->dwFlags = 0;
+    return S_OK;
+}
+
+HRESULT Control::OnAmbientPropertyChange(DISPID) {
+    return Guarded([&] {
+        m_ambient = AmbientOf(m_site.Get());
+        m_face->Arrange(m_ambient);
+        ViewChanged();
+        return S_OK;
+    });
+}
+
+HRESULT Control::FreezeEvents(BOOL fFreeze) {
+    Events().Freeze(fFreeze != FALSE);
+    return S_OK;
+}
+
+HRESULT Control::QuickActivate(QACONTAINER* container, QACONTROL* control) {
+    if (container == nullptr || control == nullptr)
+        return E_POINTER;
+    const ULONG size = control->cbSize;
+    *control = {};
+    control->cbSize = size;
+    const HRESULT result = SetClientSite(container->pClientSite);
+    if (FAILED(result))
+        return result;
+    if (container->pAdviseSink != nullptr)
+        SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
+    const ComPtr<IUnknown> sink(container->pUnkEventSink);
+    ComPtr<IConnectionPoint> events;
+    if (sink && SUCCEEDED(FindConnectionPoint(Served().eventsIid, events.Out())))
+        events->Advise(sink.Get(), &control->dwEventCookie);
+    control->dwMiscStatus = MiscStatusOf(Served().type);
+    control->dwViewStatus = VIEWSTATUS_OPAQUE;
+    return S_OK;
+}
+
+HRESULT Control::SetContentExtent(SIZEL* extent) {
+    return SetExtent(DVASPECT_CONTENT, extent);
+}
+
+HRESULT Control::GetContentExtent(SIZEL* extent) {
+    return GetExtent(DVASPECT_CONTENT, extent);
+}
+
+} // namespace qx::com

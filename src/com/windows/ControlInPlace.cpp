@@ -1,0 +1,215 @@
+// The control's window, and how a container activates it in place.
+#include "com/windows/Control.h"
+
+#include "com/windows/Units.h"
+
+#include <mutex>
+
+namespace qx::com {
+namespace {
+
+constexpr wchar_t kWindowClass[] = L"QXControls.Control";
+
+} // namespace
+
+void UnregisterControlWindows() {
+    UnregisterClassW(kWindowClass, Module());
+}
+
+bool Control::IsShown() const {
+    return Served().type.look == Look::Visible || !m_ambient.isUserMode;
+}
+
+HRESULT Control::ActivateInPlace() {
+    if (m_window != nullptr) {
+        ShowWindow(m_window, SW_SHOWNA);
+        return S_OK;
+    }
+    if (!IsShown())
+        return OLEOBJ_S_CANNOT_DOVERB_NOW;
+    const auto site = m_site.As<IOleInPlaceSite>(IID_IOleInPlaceSite);
+    if (!site)
+        return E_FAIL;
+    if (site->CanInPlaceActivate() != S_OK)
+        return OLEOBJ_S_CANNOT_DOVERB_NOW;
+    HWND parent = nullptr;
+    RECT place{};
+    RECT clip{};
+    ComPtr<IOleInPlaceFrame> frame;
+    ComPtr<IOleInPlaceUIWindow> document;
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof(info);
+    HRESULT result = site->GetWindow(&parent);
+    if (SUCCEEDED(result))
+        result = site->GetWindowContext(frame.Out(), document.Out(), &place, &clip, &info);
+    if (SUCCEEDED(result))
+        result = site->OnInPlaceActivate();
+    if (FAILED(result))
+        return result;
+    m_inPlaceSite = site;
+    m_frame = frame;
+    if (!OpenWindow(parent, place)) {
+        InPlaceDeactivate();
+        return E_FAIL;
+    }
+    if (m_site)
+        m_site->ShowObject();
+    return S_OK;
+}
+
+HRESULT Control::ActivateUI() {
+    const HRESULT result = ActivateInPlace();
+    if (result != S_OK || m_isUIActive)
+        return result;
+    m_isUIActive = true;
+    m_inPlaceSite->OnUIActivate();
+    if (m_frame)
+        m_frame->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this),
+                                 Wide(Served().type.name).c_str());
+    if (m_window != nullptr && !IsChild(m_window, GetFocus()))
+        SetFocus(m_window);
+    return S_OK;
+}
+
+HRESULT Control::InPlaceDeactivate() {
+    const ComPtr<ComObject> alive(this);
+    UIDeactivate();
+    if (m_window != nullptr)
+        DestroyWindow(m_window);
+    if (const auto site = std::exchange(m_inPlaceSite, nullptr))
+        site->OnInPlaceDeactivate();
+    m_frame = nullptr;
+    return S_OK;
+}
+
+HRESULT Control::UIDeactivate() {
+    const ComPtr<ComObject> alive(this);
+    if (!std::exchange(m_isUIActive, false))
+        return S_OK;
+    if (m_frame)
+        m_frame->SetActiveObject(nullptr, nullptr);
+    if (m_inPlaceSite)
+        m_inPlaceSite->OnUIDeactivate(FALSE);
+    return S_OK;
+}
+
+HRESULT Control::GetWindow(HWND* window) {
+    if (window == nullptr)
+        return E_POINTER;
+    *window = m_window;
+    return m_window == nullptr ? E_FAIL : S_OK;
+}
+
+HRESULT Control::SetObjectRects(LPCRECT place, LPCRECT clip) {
+    if (place == nullptr)
+        return E_POINTER;
+    if (m_window == nullptr)
+        return S_OK;
+    RECT seen = *place;
+    const bool fWhole = clip == nullptr || (IntersectRect(&seen, place, clip) != FALSE &&
+                                            EqualRect(&seen, place) != FALSE);
+    HRGN region = nullptr;
+    if (!fWhole) {
+        OffsetRect(&seen, -place->left, -place->top);
+        region = CreateRectRgnIndirect(&seen); // belongs to the window from here on
+    }
+    SetWindowRgn(m_window, region, TRUE);
+    MoveWindow(m_window, place->left, place->top, place->right - place->left,
+               place->bottom - place->top, TRUE);
+    return S_OK;
+}
+
+HRESULT Control::TranslateAccelerator(LPMSG message) {
+    if (message == nullptr)
+        return E_POINTER;
+    return Guarded([&] {
+        if (m_face->TakesKey(*message))
+            return S_OK;
+        const auto site = m_site.As<IOleControlSite>(IID_IOleControlSite);
+        return site ? site->TranslateAccelerator(message, 0) : S_FALSE;
+    });
+}
+
+bool Control::OpenWindow(HWND parent, const RECT& place) {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        WNDCLASSEXW windows{};
+        windows.cbSize = sizeof(windows);
+        windows.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
+        windows.lpfnWndProc = OnMessage;
+        windows.hInstance = Module();
+        windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+        windows.lpszClassName = kWindowClass;
+        RegisterClassExW(&windows);
+    });
+    const std::wstring name = Wide(Served().type.name); // which screen readers say
+    CreateWindowExW(WS_EX_CONTROLPARENT, kWindowClass, name.c_str(),
+                    WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_VISIBLE | WS_TABSTOP,
+                    place.left, place.top, place.right - place.left, place.bottom - place.top,
+                    parent, nullptr, Module(), this);
+    if (m_window == nullptr)
+        return false;
+    m_face->Open(m_window, m_ambient);
+    return true;
+}
+
+LRESULT CALLBACK Control::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* const created = reinterpret_cast<CREATESTRUCTW*>(lParam);
+        auto* const control = static_cast<Control*>(created->lpCreateParams);
+        control->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(control));
+    }
+    auto* const control = reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (control == nullptr)
+        return DefWindowProcW(window, message, wParam, lParam);
+    const ComPtr<ComObject> alive(control); // an event may release it
+    LRESULT result = 0;
+    if (FAILED(Guarded([&] {
+            result = control->Handle(window, message, wParam, lParam);
+            return S_OK;
+        })))
+        return DefWindowProcW(window, message, wParam, lParam);
+    return result;
+}
+
+LRESULT Control::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_PAINT:
+        Paint(window);
+        return 0;
+    case WM_ERASEBKGND:
+        return 1; // the face draws it all
+    case WM_SIZE:
+        m_face->Arrange(m_ambient);
+        break;
+    case WM_NCDESTROY:
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        m_face->Close();
+        m_window = nullptr;
+        return DefWindowProcW(window, message, wParam, lParam);
+    case WM_MOUSEACTIVATE:
+    case WM_SETFOCUS:
+        if (m_ambient.isUserMode && !m_ambient.isDead)
+            ActivateUI();
+        break;
+    default:
+        break;
+    }
+    LRESULT result = 0;
+    if (m_ambient.isUserMode && !m_ambient.isDead &&
+        m_face->Handle(message, wParam, lParam, result))
+        return result;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void Control::Paint(HWND window) {
+    PAINTSTRUCT paint{};
+    const HDC context = BeginPaint(window, &paint);
+    RECT bounds{};
+    GetClientRect(window, &bounds);
+    m_face->Draw(context, bounds, m_ambient);
+    EndPaint(window, &paint);
+}
+
+} // namespace qx::com

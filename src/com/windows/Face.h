@@ -1,0 +1,38 @@
+// Face: what a control shows on a form, and how it takes the user's input.
+//
+// The control owns its face and calls it on its own thread. A face draws into any device context,
+// so that containers can also print it and show it while the form is designed, where there is no
+// window; it takes input only through the window that it is given.
+#pragma once
+
+#include "com/Object.h"
+#include "com/windows/Ambient.h"
+
+#include <memory>
+
+namespace qx::com {
+
+class Face {
+public:
+    virtual ~Face() = default;
+
+    virtual void Draw(HDC context, const RECT& bounds, const Ambient& ambient) = 0;
+
+    // The control got its window, in which the face may put its children, or loses it.
+    virtual void Open(HWND /*window*/, const Ambient& /*ambient*/) {}
+    virtual void Close() {}
+    // The window's size or the ambient properties have changed.
+    virtual void Arrange(const Ambient& /*ambient*/) {}
+    // A message of the window that the control itself leaves alone; whether it was for the face.
+    virtual bool Handle(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/,
+                        LRESULT& /*result*/) {
+        return false;
+    }
+    // A key pressed while the control is active; whether the face takes it from the container.
+    virtual bool TakesKey(MSG& /*message*/) { return false; }
+};
+
+// Shows the name of the class alone: all that a service object shows while a form is designed.
+[[nodiscard]] std::unique_ptr<Face> MakeFace(Object& object);
+
+} // namespace qx::com

@@ -1,0 +1,29 @@
+// Pixels of the screen and hundredths of a millimetre, in which containers give sizes.
+#pragma once
+
+#include "com/windows/Com.h"
+
+namespace qx::com {
+
+inline constexpr int kHundredthsPerInch = 2540;
+
+[[nodiscard]] inline SIZE PixelsPerInch() {
+    const HDC screen = GetDC(nullptr);
+    const SIZE dots{GetDeviceCaps(screen, LOGPIXELSX), GetDeviceCaps(screen, LOGPIXELSY)};
+    ReleaseDC(nullptr, screen);
+    return dots;
+}
+
+[[nodiscard]] inline SIZEL HundredthsFromPixels(SIZE pixels) {
+    const SIZE dots = PixelsPerInch();
+    return {MulDiv(pixels.cx, kHundredthsPerInch, dots.cx),
+            MulDiv(pixels.cy, kHundredthsPerInch, dots.cy)};
+}
+
+[[nodiscard]] inline SIZE PixelsFromHundredths(SIZEL hundredths) {
+    const SIZE dots = PixelsPerInch();
+    return {MulDiv(hundredths.cx, dots.cx, kHundredthsPerInch),
+            MulDiv(hundredths.cy, dots.cy, kHundredthsPerInch)};
+}
+
+} // namespace qx::com
