@@ -21,7 +21,9 @@ class Object;
 using ObjectRef = std::shared_ptr<Object>;
 
 // An optional argument that the host left out.
-struct Missing {};
+struct Missing {
+    bool operator==(const Missing&) const = default;
+};
 
 // Texts are UTF-16; those that hold memory have one unit for each byte.
 using Value = std::variant<std::monostate, Missing, bool, Byte, Integer, Long, Single, double,
