@@ -113,6 +113,26 @@ TEST_F(ComCall, ErrorsOfThePlainClassesHaveTheirNumbers) {
     EXPECT_EQ(Do(sequence, "KeyString"), Value(u""));
 }
 
+TEST_F(ComCall, ErrorsNameTheMemberAndTheArgument) {
+    const auto message = [](const auto& action) -> std::string {
+        try {
+            action();
+        } catch (const Error& error) {
+            return error.what();
+        }
+        return "";
+    };
+    EXPECT_EQ(message([&] { Do(keyboard, "SelectFunctionKeyLayer", 40000); }),
+              "QXKeyboardAccess.SelectFunctionKeyLayer: nLayer: outside -32768 to 32767");
+    EXPECT_EQ(message([&] { Do(keyboard, "MemRequestAdd", 0, 1); }),
+              "QXKeyboardAccess.MemRequestAdd: lSize: missing");
+    EXPECT_EQ(message([&] { Do(keyboard, "Upload", 1); }),
+              "QXKeyboardAccess.Upload: takes 0 arguments, not 1");
+    EXPECT_EQ(message([&] { Let(host.New("MagneticTrack"), "Header", host.New("POSBlock")); }),
+              "MagneticTrack.Header: oNewValue: takes an object of class KeySequence, not of "
+              "POSBlock");
+}
+
 TEST_F(ComCall, ObjectsAreTakenOfTheirClassOnly) {
     const ObjectRef track = host.New("MagneticTrack");
     const ObjectRef page = host.New("PosCodePage");

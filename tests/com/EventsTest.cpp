@@ -4,6 +4,7 @@
 
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "qxcontrols/keys/LayoutLine.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
@@ -48,13 +49,27 @@ protected:
 
 using Lines = std::vector<std::string>;
 
-TEST_F(ComEvents, StartUpReportsInOrderWithTheDriversStatus) {
+TEST_F(ComEvents, StartUpReportsItsStagesInOrder) {
     const ObjectRef keyboard = host.New("QXKeyboardAccess");
     NoteAll(keyboard);
     driver.statuses["QXCFG_Init"] = 7;
     EXPECT_EQ(Do(keyboard, "Init"), Value(false));
     EXPECT_EQ(Noted(),
               (Lines{"InitDriver", "InitDriverWithDelta 0", "InitDriverFailed 7", "InitFailed 0"}));
+    driver.statuses.clear();
+    EXPECT_EQ(Do(keyboard, "Init"), Value(false)); // an empty directory
+    EXPECT_EQ(Noted(),
+              (Lines{"InitDriver", "InitDriverWithDelta 0", "InitDriverOK",
+                     "InitConfigurationTable", "InitConfigurationTableFailed 0", "InitFailed 0"}));
+    driver.directory = {{MODULE_POS, 0x4000}};
+    driver.statuses["QXCFG_ImageRead"] = 7;
+    EXPECT_EQ(Do(keyboard, "Init"), Value(true));
+    EXPECT_EQ(Noted(), (Lines{"InitDriver", "InitDriverWithDelta 0", "InitDriverOK",
+                              "InitConfigurationTable", "InitConfigurationTableOK",
+                              "InitKeyboardNaming", "InitKeyboardNamingFailed 0"}));
+    driver.statuses.clear();
+    EXPECT_EQ(Do(keyboard, "Init"), Value(true));
+    EXPECT_EQ(Noted().back(), "InitKeyboardNamingOK");
 }
 
 TEST_F(ComEvents, EachRequestHasItsPresets) {
@@ -86,9 +101,24 @@ TEST_F(ComEvents, EachRequestHasItsPresets) {
 
     const ObjectRef free = host.New("QXFreeProgKeys");
     NoteAll(free);
-    Native<QXFreeProgKeys>(free).cmdEdit_Click(0);
-    Native<QXFreeProgKeys>(free).cmdEdit_Click(2);
-    EXPECT_EQ(Noted(), (Lines{"KeyNoEditable -1", "RemoveAllSequences True"}));
+    auto& keys = Native<QXFreeProgKeys>(free);
+    keys.cmdEdit_Click(0);
+    keys.cmdEdit_Click(2);
+    const ObjectRef layout = host.New("QXKeyboardLayoutData");
+    Let(layout, "LayoutPath", QX_LAYOUTS);
+    ASSERT_EQ(Do(layout, "OpenLayoutByName", "us.qxl"), Value(true));
+    EXPECT_NE(Do(layout, "NativeName"), Value(u""));
+    Let(free, "LayoutSource", layout);
+    Integer key = 0;
+    while (Do(layout, "KeySupport", int{key}) != Value(Long{KEYMODE_PROG}))
+        ++key;
+    keys.layoutDisplay.cmdKey_Click(key);
+    keys.cmdEdit_Click(0);
+    keys.cmdEdit_Click(1);
+    keys.lblCurrSeq_KeyPress();
+    EXPECT_EQ(Noted(), (Lines{"KeyNoEditable -1", "RemoveAllSequences True",
+                              "EditSequence " + std::to_string(key) + "  False ",
+                              "RemoveSequence True", "AdvanceEdit False"}));
 
     const ObjectRef layered = host.New("QXLayeredFuncKeys");
     NoteAll(layered);

@@ -231,6 +231,13 @@ TEST_F(ComMembers, PlainClassesWorkByTheirNames) {
     EXPECT_EQ(Do(sequence, "Length"), Value(Integer{2}));
     EXPECT_EQ(Do(sequence, "GetPositionCode", 2), Value(Integer{200}));
 
+    const ObjectRef keys = host.New("KeyboardSequences");
+    EXPECT_EQ(Do(keys, "MinKeyID"), Value(Integer{0}));
+    EXPECT_EQ(Do(keys, "MaxKeyID"), Value(Integer{140}));
+    Do(ObjectOf(keys, "Key", 140), "CopyContent", sequence);
+    Do(ObjectOf(keys, "Key", 140), "CopyContent", ObjectOf(keys, "Key", 140)); // of itself
+    EXPECT_EQ(Do(ObjectOf(keys, "Key", 140), "KeyString"), Value(u"  5200"));
+
     const ObjectRef layer = host.New("FuncKeyLayer");
     Do(layer, "SetKeyDesc", 23, "last");
     EXPECT_EQ(Do(layer, "GetKeyDesc", 23), Value(u"last"));
