@@ -1,37 +1,41 @@
 #include "com/Call.h"
 
-#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace qx::com {
 namespace {
 
-std::string NameOf(const Object& object, const Member& member) {
-    return std::string(object.ClassOf().name) + "." + std::string(member.name);
+[[noreturn]] void Fail(const Object& object, const Member& member, ErrorNumber number,
+                       std::string_view text, std::optional<std::size_t> argument = {}) {
+    throw Error(number,
+                std::string(object.ClassOf().name) + "." + std::string(member.name) + ": " +
+                    std::string(text),
+                argument);
 }
 
 // The arguments completed and of their types.
-std::vector<Value> Complete(const Object& object, const Member& member,
+std::vector<Value> Complete(const std::vector<Parameter>& parameters,
                             std::span<const Value> given) {
-    const std::string name = NameOf(object, member);
-    const auto& parameters = member.parameters;
     if (given.size() > parameters.size())
         throw Error(ErrorNumber::WrongNumberOfArguments,
-                    name + " takes " + std::to_string(parameters.size()) + " arguments, not " +
+                    "takes " + std::to_string(parameters.size()) + " arguments, not " +
                         std::to_string(given.size()));
     std::vector<Value> arguments;
     arguments.reserve(parameters.size());
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const Parameter& parameter = parameters[i];
-        const std::string what = name + ", " + std::string(parameter.name);
         try {
             if (i < given.size() && !std::holds_alternative<Missing>(given[i]))
-                arguments.push_back(Coerced(given[i], parameter.type, what));
+                arguments.push_back(Coerced(given[i], parameter.type, parameter.name));
             else if (parameter.ifMissing)
                 arguments.push_back(*parameter.ifMissing);
             else
-                throw Error(ErrorNumber::ArgumentNotOptional, what + ": missing");
+                throw Error(ErrorNumber::ArgumentNotOptional,
+                            std::string(parameter.name) + ": missing");
         } catch (const Error& error) {
-            throw ArgumentError(error, i);
+            throw Error(error.Number(), error.what(), i);
         }
     }
     return arguments;
@@ -40,27 +44,25 @@ std::vector<Value> Complete(const Object& object, const Member& member,
 } // namespace
 
 Value Call(Object& object, const Member& member, std::span<Value> given) {
-    auto arguments = Complete(object, member, given);
     const auto kept = object.shared_from_this(); // an event may release the object meanwhile
-    Value result;
     try {
-        result = member.call(object, arguments);
-    } catch (const Error&) {
-        throw;
+        auto arguments = Complete(member.parameters, given);
+        Value result = member.call(object, arguments);
+        for (std::size_t i = 0; i < given.size(); ++i)
+            if (member.parameters[i].byReference)
+                given[i] = std::move(arguments[i]);
+        return result;
+    } catch (const Error& error) {
+        Fail(object, member, error.Number(), error.what(), error.Argument());
     } catch (const std::out_of_range& error) {
-        throw Error(ErrorNumber::SubscriptOutOfRange, NameOf(object, member) + ": " + error.what());
+        Fail(object, member, ErrorNumber::SubscriptOutOfRange, error.what());
     } catch (const std::invalid_argument& error) {
-        throw Error(ErrorNumber::InvalidProcedureCall,
-                    NameOf(object, member) + ": " + error.what());
+        Fail(object, member, ErrorNumber::InvalidProcedureCall, error.what());
     } catch (const std::overflow_error& error) {
-        throw Error(ErrorNumber::Overflow, NameOf(object, member) + ": " + error.what());
+        Fail(object, member, ErrorNumber::Overflow, error.what());
     } catch (const std::exception& error) {
-        throw Error(ErrorNumber::InternalError, NameOf(object, member) + ": " + error.what());
+        Fail(object, member, ErrorNumber::InternalError, error.what());
     }
-    for (std::size_t i = 0; i < given.size(); ++i)
-        if (member.parameters[i].byReference)
-            given[i] = std::move(arguments[i]);
-    return result;
 }
 
 } // namespace qx::com

@@ -1,7 +1,8 @@
 // Object: one object of the control library as a host holds it.
 //
 // It keeps what it needs alive: an object that belongs to another (a track to its control) keeps
-// that one, and one that was handed a shared service keeps the service.
+// that one, and one that was handed a shared service keeps the service. Whoever runs a user's
+// action on Native holds the object meanwhile: a sink may release it.
 #pragma once
 
 #include "com/Class.h"

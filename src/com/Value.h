@@ -6,6 +6,7 @@
 #include "qxcontrols/common/Types.h"
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -21,7 +22,9 @@ class Object;
 using ObjectRef = std::shared_ptr<Object>;
 
 // An optional argument that the host left out.
-struct Missing {};
+struct Missing {
+    bool operator==(const Missing&) const = default;
+};
 
 // Texts are UTF-16; those that hold memory have one unit for each byte.
 using Value = std::variant<std::monostate, Missing, bool, Byte, Integer, Long, Single, double,
@@ -63,22 +66,15 @@ enum class ErrorNumber {
 
 class Error : public std::runtime_error {
 public:
-    Error(ErrorNumber number, const std::string& text)
-        : std::runtime_error(text), m_number(number) {}
+    Error(ErrorNumber number, const std::string& text, std::optional<std::size_t> argument = {})
+        : std::runtime_error(text), m_number(number), m_argument(argument) {}
     [[nodiscard]] ErrorNumber Number() const { return m_number; }
+    // The argument of a call that makes it, which counts from 0; none for the call itself.
+    [[nodiscard]] std::optional<std::size_t> Argument() const { return m_argument; }
 
 private:
     ErrorNumber m_number;
-};
-
-// An error that one argument of a call makes, which counts from 0.
-class ArgumentError : public Error {
-public:
-    ArgumentError(const Error& error, std::size_t argument) : Error(error), m_argument(argument) {}
-    [[nodiscard]] std::size_t Argument() const { return m_argument; }
-
-private:
-    std::size_t m_argument;
+    std::optional<std::size_t> m_argument;
 };
 
 // The value as the type's own alternative: bool, Byte, Integer, Long (enumerations too), Single,

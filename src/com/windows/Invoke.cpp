@@ -84,9 +84,8 @@ std::vector<std::size_t> PlacesOf(const Member& member, const DISPPARAMS& given)
     std::vector<std::size_t> places(count, kNotGiven);
     const auto place = [&](std::size_t argument, std::size_t variant) {
         if (argument >= count || places[argument] != kNotGiven)
-            throw ArgumentError(Error(ErrorNumber::NamedArgumentNotFound,
-                                      std::string(member.name) + ": no such named argument"),
-                                argument);
+            throw Error(ErrorNumber::NamedArgumentNotFound,
+                        std::string(member.name) + ": no such named argument");
         places[argument] = variant;
     };
     // The first variants are those with names; the others are in order, the last one first. The new
@@ -117,10 +116,10 @@ std::vector<Value> ValuesAt(const std::vector<std::size_t>& places, const Member
             values[i] = ValueFrom(invocation.arguments->rgvarg[places[i]], parameter.type,
                                   invocation.locale);
         } catch (const Error& error) {
-            throw ArgumentError(Error(error.Number(), std::string(member.name) + ", " +
-                                                          std::string(parameter.name) + ": " +
-                                                          error.what()),
-                                i);
+            throw Error(error.Number(),
+                        std::string(member.name) + ": " + std::string(parameter.name) + ": " +
+                            error.what(),
+                        i);
         }
     }
     return values;
@@ -157,12 +156,10 @@ HRESULT InvokeMember(Object& object, const Invocation& invocation) {
         std::vector<std::size_t> places;
         try {
             return Invoked(object, invocation, places);
-        } catch (const ArgumentError& error) {
-            if (invocation.wrongArgument != nullptr && error.Argument() < places.size() &&
-                places[error.Argument()] != kNotGiven)
-                *invocation.wrongArgument = static_cast<UINT>(places[error.Argument()]);
-            return Report(object, error, invocation.exception);
         } catch (const Error& error) {
+            const auto argument = error.Argument();
+            if (invocation.wrongArgument != nullptr && argument && places[*argument] != kNotGiven)
+                *invocation.wrongArgument = static_cast<UINT>(places[*argument]);
             return Report(object, error, invocation.exception);
         }
     });
