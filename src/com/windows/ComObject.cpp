@@ -58,7 +58,6 @@ ComObject::ComObject(ObjectRef object)
 
 ComObject::~ComObject() {
     m_events.Close();
-    Living().Remove(*m_object, *this);
 }
 
 ObjectRef ComObject::Held() {
@@ -89,7 +88,8 @@ ULONG ComObject::AddRef() {
 ULONG ComObject::Release() {
     const ULONG left = --m_references;
     if (left == 0) {
-        m_references = 1; // what ends with it may count it once more
+        Living().Remove(*m_object, *this); // nobody gets it any more
+        m_references = 1;                  // but what ends with it may count it once more
         delete this;
     }
     return left;
@@ -143,7 +143,7 @@ HRESULT ComObject::GetGUID(DWORD kind, GUID* guid) {
     if (guid == nullptr)
         return E_POINTER;
     *guid = GUID_NULL;
-    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID)
+    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || m_served.type.events.empty())
         return E_INVALIDARG;
     *guid = m_served.eventsIid;
     return S_OK;

@@ -4,6 +4,8 @@
 #include "com/windows/Resources.h"
 #include "com/windows/Server.h"
 
+#include <shlwapi.h>
+
 #include <set>
 #include <vector>
 
@@ -116,6 +118,9 @@ LSTATUS DeleteFrom(HKEY hive) {
         if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
             result = status;
     }
+    if (hive == HKEY_CURRENT_USER) // which may have had none of these folders before
+        for (const wchar_t* const folder : {L"CLSID", L"Interface", L"TypeLib"})
+            SHDeleteEmptyKeyW(hive, (std::wstring(kClasses) + folder).c_str());
     return result;
 }
 

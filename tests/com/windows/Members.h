@@ -1,0 +1,51 @@
+// The members that the registered type library has.
+#pragma once
+
+#include "com/windows/Com.h"
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace qx::test {
+
+using namespace com;
+
+struct LibraryMember {
+    std::string name;
+    DISPID id = 0;
+    INVOKEKIND kind = INVOKE_FUNC;
+    struct Parameter {
+        std::string name;
+        std::string type;
+        VARTYPE variant = VT_EMPTY; // without VT_BYREF; enumerations are VT_I4
+        bool byReference = false;
+        std::string ifMissing; // empty when it is required
+    };
+    std::vector<Parameter> parameters;
+    std::string result;
+};
+
+struct LibraryClass {
+    std::string name;
+    CLSID clsid{};
+    GUID iid{}, eventsIid{};
+    std::vector<LibraryMember> members;
+    std::vector<LibraryMember> events;
+};
+
+struct Library {
+    GUID id{};
+    std::vector<LibraryClass> classes;
+    std::map<std::string, std::map<std::string, LONG>> enumerations;
+};
+
+// Throws std::runtime_error when it is not registered.
+[[nodiscard]] Library RegisteredLibrary();
+
+[[nodiscard]] std::string Narrow(const wchar_t* text);
+[[nodiscard]] std::string GuidText(REFGUID guid);
+
+} // namespace qx::test

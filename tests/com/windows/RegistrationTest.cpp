@@ -1,0 +1,140 @@
+// What is registered against the lists of the interface and its identifiers that are kept by hand.
+
+#include "com/windows/Client.h"
+#include "com/windows/Members.h"
+
+#include <fstream>
+
+namespace qx::test {
+namespace {
+
+using Sections = std::map<std::string, std::set<std::string>>;
+
+// The file is found through the environment, since the program runs away from its sources.
+Sections Listed(const std::string& file) {
+    const char* const folder = std::getenv("QX_INTERFACE");
+    std::ifstream stream((folder == nullptr ? "" : folder) + file);
+    EXPECT_TRUE(stream) << file;
+    Sections sections;
+    std::set<std::string>* section = nullptr;
+    for (std::string line; std::getline(stream, line);) {
+        if (line.starts_with('#'))
+            continue;
+        if (line.empty()) {
+            section = nullptr;
+        } else if (section == nullptr) {
+            section = &sections[line];
+        } else {
+            // in a type library, memory is a string like any other
+            for (std::size_t at = 0; (at = line.find("As Block", at)) != std::string::npos;)
+                line.replace(at, 8, "As String");
+            section->insert(line);
+        }
+    }
+    return sections;
+}
+
+std::string ParametersText(const std::vector<LibraryMember::Parameter>& parameters) {
+    std::string text;
+    for (const auto& parameter : parameters) {
+        text += text.empty() ? "" : ", ";
+        text += parameter.ifMissing.empty() ? "" : "Optional ";
+        text += parameter.byReference ? "ByRef " : "";
+        text += parameter.name + " As " + parameter.type;
+        text += parameter.ifMissing.empty() ? "" : " = " + parameter.ifMissing;
+    }
+    return "(" + text + ")";
+}
+
+std::set<std::string> LinesOf(const LibraryClass& type) {
+    std::set<std::string> lines;
+    std::map<DISPID, std::pair<std::string, std::string>> properties; // directions, the rest
+    const auto asText = [](const std::string& type) { return type.empty() ? "" : " As " + type; };
+    for (const LibraryMember& member : type.members) {
+        if (member.kind == INVOKE_FUNC) {
+            lines.insert("method " + member.name + ParametersText(member.parameters) +
+                         asText(member.result));
+            continue;
+        }
+        auto& [directions, rest] = properties[member.id];
+        directions += directions.empty() ? "" : ", ";
+        if (member.kind == INVOKE_PROPERTYGET) {
+            directions += "get";
+            rest = member.name +
+                   (member.parameters.empty() ? "" : ParametersText(member.parameters)) +
+                   asText(member.result);
+        } else {
+            directions += member.kind == INVOKE_PROPERTYPUT ? "let" : "set";
+            const std::string own = member.name + asText(member.parameters.back().type);
+            EXPECT_TRUE(rest.empty() || rest == own) << own;
+            rest = own;
+        }
+    }
+    for (const auto& [id, property] : properties)
+        lines.insert(property.first + " " + property.second);
+    for (const LibraryMember& event : type.events)
+        lines.insert("event " + std::to_string(event.id) + " " + event.name +
+                     ParametersText(event.parameters));
+    return lines;
+}
+
+// A control says by its registration whether it is seen at run time.
+std::string LookOf(const LibraryClass& type) {
+    DWORD status = 0;
+    HKEY control = nullptr;
+    const std::string key = "CLSID\\" + GuidText(type.clsid) + "\\Control";
+    if (RegOpenKeyExA(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &control) != ERROR_SUCCESS)
+        return "plain ";
+    RegCloseKey(control);
+    EXPECT_EQ(OleRegGetMiscStatus(type.clsid, DVASPECT_CONTENT, &status), S_OK) << type.name;
+    return (status & OLEMISC_INVISIBLEATRUNTIME) != 0 ? "invisible " : "visible ";
+}
+
+class ComRegistration : public ComClient {
+protected:
+    static void ExpectSame(const Sections& found, const Sections& expected) {
+        EXPECT_GT(expected.size(), 20U);
+        for (const auto& [heading, lines] : found)
+            EXPECT_TRUE(expected.contains(heading)) << heading << " is not listed";
+        for (const auto& [heading, lines] : expected) {
+            ASSERT_TRUE(found.contains(heading)) << heading << " is missing";
+            for (const std::string& line : found.at(heading))
+                EXPECT_TRUE(lines.contains(line)) << heading << ": not listed: " << line;
+            for (const std::string& line : lines)
+                EXPECT_TRUE(found.at(heading).contains(line)) << heading << ": missing: " << line;
+        }
+    }
+};
+
+TEST_F(ComRegistration, TypeLibraryHasAllThatIsListedAndNothingElse) {
+    const Library library = RegisteredLibrary();
+    Sections found;
+    for (const auto& [name, values] : library.enumerations)
+        for (const auto& [value, number] : values)
+            found["enum " + name].insert(value + " = " + std::to_string(number));
+    for (const LibraryClass& type : library.classes)
+        found[LookOf(type) + type.name] = LinesOf(type);
+    ExpectSame(found, Listed("interface.txt"));
+}
+
+TEST_F(ComRegistration, IdentifiersAreThoseOfTheList) {
+    const Library library = RegisteredLibrary();
+    Sections expected = Listed("identifiers.txt");
+    EXPECT_EQ(expected["QXControls"], std::set<std::string>{GuidText(library.id) + " 1.0"});
+    for (const LibraryClass& type : library.classes) {
+        std::set<std::string> lines = {"class " + GuidText(type.clsid),
+                                       "_" + type.name + " " + GuidText(type.iid)};
+        if (!type.events.empty())
+            lines.insert("__" + type.name + " " + GuidText(type.eventsIid));
+        for (const LibraryMember& member : type.members)
+            lines.insert(std::to_string(member.id) + " " + member.name);
+        EXPECT_EQ(expected[type.name], lines) << type.name;
+
+        CLSID registered{};
+        EXPECT_EQ(CLSIDFromProgID(Wide("QXControls." + type.name).c_str(), &registered), S_OK);
+        EXPECT_TRUE(IsEqualGUID(registered, type.clsid)) << type.name;
+    }
+}
+
+} // namespace
+} // namespace qx::test
