@@ -312,7 +312,11 @@ TEST_F(ComCalls, ErrorsHaveTheNumbersThatHostsKnow) {
 
     const auto sequence = NewObject(L"QXControls.KeySequence");
     const DISPID copy = IdOf(sequence.Get(), L"CopyContent");
-    EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Dispatch(nullptr)}).error, HRESULT(0x800A01A8));
+    const auto barcode = NewObject(L"QXControls.QXBarcode");
+    EXPECT_EQ(Call(barcode.Get(), IdOf(barcode.Get(), L"ButtonEdit"), DISPATCH_PROPERTYPUTREF,
+                   {Dispatch(nullptr)}, {DISPID_PROPERTYPUT})
+                  .error,
+              HRESULT(0x800A01A8));
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Int(3)}).error, HRESULT(0x800A01A8));
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Dispatch(layer.Get())}).status,
               DISP_E_TYPEMISMATCH);

@@ -3,6 +3,7 @@
 #include "com/windows/Client.h"
 #include "com/windows/Members.h"
 
+#include <cstdint>
 #include <set>
 
 namespace qx::test {
@@ -17,12 +18,48 @@ Function FunctionOf(const char* name) {
         reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl100.dll"), name)));
 }
 
+// A drawing of which the bits can be read.
+class Picture {
+public:
+    Picture(LONG width, LONG height) : m_count(static_cast<std::size_t>(width * height)) {
+        BITMAPINFO info{};
+        info.bmiHeader.biSize = sizeof(info.bmiHeader);
+        info.bmiHeader.biWidth = width;
+        info.bmiHeader.biHeight = height;
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 32;
+        m_bitmap = CreateDIBSection(m_context, &info, DIB_RGB_COLORS, &m_bits, nullptr, 0);
+        SelectObject(m_context, m_bitmap);
+    }
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+    ~Picture() {
+        DeleteDC(m_context);
+        DeleteObject(m_bitmap);
+    }
+    [[nodiscard]] HDC Context() const { return m_context; }
+    [[nodiscard]] std::set<std::uint32_t> Colours() const {
+        GdiFlush();
+        const auto* const pixels = static_cast<const std::uint32_t*>(m_bits);
+        return {pixels, pixels + m_count};
+    }
+
+private:
+    HDC m_context = CreateCompatibleDC(nullptr);
+    HBITMAP m_bitmap = nullptr;
+    void* m_bits = nullptr;
+    std::size_t m_count;
+};
+
 class ComContainer : public ComClient {
 protected:
-    void SetUp() override {
+    static void SetUpTestSuite() {
+        ComClient::SetUpTestSuite();
         const auto init = FunctionOf<WinInit>("AtlAxWinInit");
         ASSERT_NE(init, nullptr);
         ASSERT_TRUE(init());
+    }
+    void SetUp() override {
         form = CreateWindowExW(0, L"STATIC", L"form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 300,
                                200, nullptr, nullptr, nullptr, nullptr);
         ASSERT_NE(form, nullptr);
@@ -51,17 +88,15 @@ protected:
         return FindWindowExW(form, nullptr, L"QXControls.Control", nullptr);
     }
 
-    static std::set<COLORREF> ColoursOf(HWND window) {
+    static std::set<std::uint32_t> ColoursOf(HWND window) {
         RECT bounds{};
         GetClientRect(window, &bounds);
         UpdateWindow(window);
+        const Picture picture(bounds.right, bounds.bottom);
         const HDC context = GetDC(window);
-        std::set<COLORREF> colours;
-        for (LONG x = 0; x < bounds.right; x += 2)
-            for (LONG y = 0; y < bounds.bottom; y += 2)
-                colours.insert(GetPixel(context, x, y));
+        BitBlt(picture.Context(), 0, 0, bounds.right, bounds.bottom, context, 0, 0, SRCCOPY);
         ReleaseDC(window, context);
-        return colours;
+        return picture.Colours();
     }
 
     HWND form = nullptr;
@@ -129,22 +164,12 @@ TEST_F(ComContainer, ControlsKeepTheirSizeAndDrawWithoutAWindow) {
     EXPECT_EQ(loaded.cx, 5000);
     EXPECT_EQ(loaded.cy, 3000);
 
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 200, 120);
-    SelectObject(memory, bitmap);
+    const Picture picture(200, 120);
     RECTL bounds{0, 0, 200, 120};
-    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory, &bounds, nullptr,
-                         nullptr, 0),
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, picture.Context(),
+                         &bounds, nullptr, nullptr, 0),
               S_OK);
-    std::set<COLORREF> colours;
-    for (int x = 0; x < 200; ++x)
-        for (int y = 0; y < 120; ++y)
-            colours.insert(GetPixel(memory, x, y));
-    EXPECT_GT(colours.size(), 2U);
-    DeleteDC(memory);
-    DeleteObject(bitmap);
-    ReleaseDC(nullptr, screen);
+    EXPECT_GT(picture.Colours().size(), 2U);
 }
 
 } // namespace
