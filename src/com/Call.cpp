@@ -44,7 +44,7 @@ std::vector<Value> Complete(const std::vector<Parameter>& parameters,
 } // namespace
 
 Value Call(Object& object, const Member& member, std::span<Value> given) {
-    const auto kept = object.shared_from_this(); // an event may release the object meanwhile
+    const Object::InUse inUse(object); // an event may release the object meanwhile
     try {
         auto arguments = Complete(member.parameters, given);
         Value result = member.call(object, arguments);

@@ -12,6 +12,6 @@ namespace qx::com {
 // wrong call and for what the library reports by exceptions: range errors as SubscriptOutOfRange,
 // invalid arguments as InvalidProcedureCall, overflows as Overflow; by-reference arguments then
 // stay.
-Value Call(Object& object, const Member& member, std::span<Value> arguments);
+Value Call(Object& object, const Member& member, std::span<Value> given);
 
 } // namespace qx::com

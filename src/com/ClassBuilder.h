@@ -126,7 +126,7 @@ private:
     using Held =
         std::conditional_t<kIsObject<P>, T*, std::conditional_t<kIsText<T>, std::string, T>>;
 
-    Held Taken(const Value& value, const Parameter& parameter) const {
+    [[nodiscard]] Held Taken(const Value& value, const Parameter& parameter) const {
         if constexpr (kIsObject<P>) {
             const auto& object = std::get<ObjectRef>(value);
             if (!std::is_pointer_v<std::remove_cvref_t<P>> && object == nullptr)

@@ -2,6 +2,15 @@
 
 namespace qx::com {
 
+Object::InUse::InUse(Object& object) : m_object(object.shared_from_this()) {
+    ++m_object->m_uses;
+}
+
+Object::InUse::~InUse() {
+    if (--m_object->m_uses == 0)
+        std::vector<ObjectRef>().swap(m_object->m_replaced);
+}
+
 ObjectRef Object::Create(const Class& type, const Environment& environment) {
     return std::make_shared<Object>(type, type.create(environment));
 }
@@ -15,6 +24,12 @@ ObjectRef Object::Part(const Class& type, void* native) {
         known = part;
     }
     return part;
+}
+
+void Object::Keep(Long id, ObjectRef service) {
+    std::swap(m_kept[id], service);
+    if (m_uses > 0)
+        m_replaced.push_back(std::move(service));
 }
 
 ObjectRef Object::Kept(Long id) const {

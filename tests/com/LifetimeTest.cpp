@@ -90,6 +90,27 @@ TEST_F(ComLifetime, AServiceIsKeptUntilAnotherIsSetOrItsUserGoes) {
     EXPECT_TRUE(kept.expired());
 }
 
+// A host may take a service away while an editor, which works with it, is open.
+TEST_F(ComLifetime, AServiceThatIsTakenAwayStaysWhileItIsInUse) {
+    driver.directory = {{MODULE_POS, 0x4000}};
+    ObjectRef keyboard = host.New("QXKeyboardAccess");
+    ASSERT_EQ(Do(keyboard, "Init"), Value(true));
+    const std::weak_ptr<Object> watched = keyboard;
+    const ObjectRef sequencer = host.New("QXSequencer");
+    Let(sequencer, "Keyboard", keyboard);
+    host.inSequencer = [&](frmSequencer& form) {
+        keyboard.reset();
+        Let(sequencer, "Keyboard", Value(ObjectRef()));
+        EXPECT_FALSE(watched.expired());
+        form.AppDeactivate();
+        form.LeaveWithOK();
+    };
+    std::vector<Value> arguments{Script(12), Script(" 30"), Value(), Script(4)};
+    EXPECT_EQ(CallWith(sequencer, "ShowSequenceEditor", arguments), Value(true));
+    EXPECT_FALSE(driver.positionMode);
+    EXPECT_TRUE(watched.expired());
+}
+
 TEST_F(ComLifetime, AServiceThatCanBeReadIsTheOneThatWasSet) {
     for (const char* const name : {"QXFreeProgKeys", "QXLayoutDisplay", "QXSequencer"}) {
         const ObjectRef control = host.New(name);

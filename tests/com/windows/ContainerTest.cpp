@@ -60,8 +60,7 @@ protected:
         ASSERT_TRUE(init());
     }
     void SetUp() override {
-        form = CreateWindowExW(0, L"STATIC", L"form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 300,
-                               200, nullptr, nullptr, nullptr, nullptr);
+        form = NewForm();
         ASSERT_NE(form, nullptr);
     }
     void TearDown() override {
@@ -70,6 +69,11 @@ protected:
         PumpMessages();
     }
 
+    // Without a frame, for which wine would wait for a window manager.
+    static HWND NewForm() {
+        return CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 10, 10, 300, 200,
+                               nullptr, nullptr, nullptr, nullptr);
+    }
     void Place(const std::string& name) {
         const auto create = FunctionOf<CreateControl>("AtlAxCreateControl");
         ASSERT_EQ(create(Wide("QXControls." + name).c_str(), form, nullptr, container.Out()), S_OK)
@@ -126,8 +130,7 @@ TEST_F(ComContainer, VisibleControlsShowAndResizeOnAForm) {
         DestroyWindow(form);
         PumpMessages();
         EXPECT_FALSE(IsWindow(window)) << name;
-        form = CreateWindowExW(0, L"STATIC", L"form", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 300,
-                               200, nullptr, nullptr, nullptr, nullptr);
+        form = NewForm();
     }
 }
 
