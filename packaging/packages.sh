@@ -4,6 +4,7 @@ build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-d
 test_packages=(libgtest-dev libbenchmark-dev)
 format_packages=(clang-format)
 lint_packages=(clang-tidy)
-cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine)
-com_packages=(wine64 xvfb googletest)
+cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
+                googletest)
+com_packages=(wine64 xvfb)
 fuzz_packages=(clang libclang-rt-14-dev)

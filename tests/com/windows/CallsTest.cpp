@@ -399,6 +399,7 @@ TEST_F(ComCalls, ManyRoundsOfEachClassKeepMemoryFlat) {
         for (int i = 0; i < kRounds / 10; ++i)
             round();
         const SIZE_T before = MemoryInUse();
+        ASSERT_GT(before, 0U);
         for (int i = 0; i < kRounds; ++i)
             round();
         // less than 16 bytes a round
