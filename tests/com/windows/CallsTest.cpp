@@ -297,6 +297,33 @@ TEST_F(ComCalls, AnswersComeInTheHostsOwnVariables) {
     VariantClear(&block);
 }
 
+TEST_F(ComCalls, ProgressComesToTheHostsWindow) {
+    const auto keyboard = NewObject(L"QXControls.QXKeyboardAccess");
+    const auto call = [&](const wchar_t* name, std::vector<VARIANT> arguments = {}) {
+        return Call(keyboard.Get(), IdOf(keyboard.Get(), name), kCall, std::move(arguments));
+    };
+    ASSERT_TRUE(call(L"Init").Flag());
+    const HWND window = CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                        nullptr, nullptr);
+    const auto handle = static_cast<LONG>(reinterpret_cast<LONG_PTR>(window));
+    EXPECT_EQ(
+        call(L"SetNotificationValues", {LongInt(handle), LongInt(WM_APP + 3), LongInt(7)}).status,
+        S_OK);
+    call(L"DataTransferPrepare");
+    call(L"MemRequestAdd", {LongInt(2), LongInt(4352), LongInt(50)});
+    EXPECT_EQ(call(L"Upload").Long(), 0);
+    MSG message{};
+    LPARAM percent = -1;
+    while (PeekMessageW(&message, window, WM_APP + 3, WM_APP + 3, PM_REMOVE)) {
+        EXPECT_EQ(message.wParam, 7U);
+        EXPECT_GE(message.lParam, percent);
+        percent = message.lParam;
+    }
+    EXPECT_EQ(percent, 100);
+    call(L"SetNotificationValues", {LongInt(0), LongInt(0)});
+    DestroyWindow(window);
+}
+
 TEST_F(ComCalls, ErrorsHaveTheNumbersThatHostsKnow) {
     const auto layer = NewObject(L"QXControls.FuncKeyLayer");
     ClientCall call = Call(layer.Get(), IdOf(layer.Get(), L"GetKeyDesc"), kCall, {Int(24)});

@@ -107,6 +107,19 @@ Dim memory : memory = "earlier"
 Expect "read", keyboard.ReadFromMemory(memory, keyboard.GetBaseAddressForModule(1), 8), True
 Expect "bytes", Len(memory), 8
 
+' Preferences are kept for the next host.
+settings.AutoSave = False
+settings.ColorProg = &H8000000F
+settings.PosCodePage = "C:\pages\1.bin"
+settings.Save
+Dim other
+Set other = CreateObject("QXControls.QXProgSettings")
+other.Load
+Expect "AutoSave", other.AutoSave, False
+Expect "AutoTestdrive", other.AutoTestdrive, True
+Expect "ColorProg", other.ColorProg, &H8000000F
+Expect "PosCodePage", other.PosCodePage, "C:\pages\1.bin"
+
 ' Faults of the host come with the numbers that it knows.
 Sub ExpectError(number)
     Expect "error", Err.Number, number

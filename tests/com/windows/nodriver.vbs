@@ -1,0 +1,16 @@
+' A host without a driver: the start-up fails, and nothing else does harm.
+Option Explicit
+
+Dim failed
+Sub keyboard_InitDriverFailed(lErrID) : failed = lErrID : End Sub
+
+Dim keyboard
+Set keyboard = CreateObject("QXControls.QXKeyboardAccess")
+Host.Connect keyboard, "keyboard_"
+If keyboard.Init() Then
+    Host.Echo "a driver was found"
+ElseIf failed <> -1 Then
+    Host.Echo "the start-up failed with " & failed
+ElseIf keyboard.Upload() = -1 And keyboard.ReadByteFromImage(0) = 0 And Not keyboard.HasItem(2) Then
+    Host.Quit 0
+End If
