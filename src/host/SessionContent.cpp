@@ -194,13 +194,18 @@ KeyboardContent Session::ReadAgain(const KeyboardContent& expected) {
 }
 
 void Session::PrepareSending(const std::vector<ByteRange>& ranges) {
-    Run(kWriting, [&] {
-        m_access.DataTransferPrepare();
-        for (const ByteRange& range : ranges) {
-            m_access.WriteIntoMemory(range.to, range.address, range.Size());
-            m_access.MemRequestAdd(range.module, range.address, range.Size());
-        }
-    });
+    try {
+        Run(kWriting, [&] {
+            m_access.DataTransferPrepare();
+            for (const ByteRange& range : ranges) {
+                m_access.WriteIntoMemory(range.to, range.address, range.Size());
+                m_access.MemRequestAdd(range.module, range.address, range.Size());
+            }
+        });
+    } catch (...) {
+        m_access.DataTransferFixUp();
+        throw;
+    }
 }
 
 void Session::Send() {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace qx::host {
@@ -52,6 +53,62 @@ TEST_F(SessionTest, TransfersFollowTheContractsOrder) {
     EXPECT_EQ(Calls(), (Names{"QXCFG_MemRequestClean", "QXCFG_ImageWrite", "QXCFG_MemRequestAdd",
                               "QXCFG_ImageWrite", "QXCFG_MemRequestAdd", "QXCFG_ImageSave",
                               "QXCFG_MemRequestClean"}));
+}
+
+// The output delay lies at the base of the module and the magnetic reader's switches at 5 to 7; the
+// bytes in between are neither read nor written.
+TEST_F(SessionTest, OfTheMagneticReadersModuleOnlyItsOwnBytesAreTouched) {
+    struct Touched : test::FakeDriver {
+        Stretches bytes;
+        std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
+                                     std::int32_t lSize) override {
+            bytes.Add(lAddress, lSize);
+            return FakeDriver::QXCFG_ImageRead(lAddress, buffer, lSize);
+        }
+        std::int32_t QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                      std::int32_t lSize) override {
+            bytes.Add(lAddress, lSize);
+            return FakeDriver::QXCFG_ImageWrite(lAddress, buffer, lSize);
+        }
+        std::int32_t QXCFG_MemRequestAdd(std::int16_t nModule, std::int32_t lAddress,
+                                         std::int32_t lSize) override {
+            bytes.Add(lAddress, lSize);
+            return FakeDriver::QXCFG_MemRequestAdd(nModule, lAddress, lSize);
+        }
+    } touched;
+    touched.checksRequests = true;
+    touched.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    touched.memory.replace(0x1000, 9, "\x06\x11\x22\x33\x44\x01\x02\x1E\x55");
+    Session session(touched);
+    session.Open();
+    touched.bytes.Clear();
+    auto sections = session.SectionsIn(configuration);
+    session.Upload(sections);
+    KeyboardContent content = session.ReadContent(configuration);
+    std::vector<std::tuple<int, Long, Long>> pieces;
+    for (const ContentPiece& piece : content.pieces)
+        pieces.emplace_back(piece.module, piece.address, piece.Size());
+    EXPECT_EQ(pieces, (decltype(pieces){{MODULE_KEYBOARD, 0x1000, 1},
+                                        {MODULE_MAGNET_HEADERS, 0x1100, 256},
+                                        {MODULE_MAGNET_CONFIG, 0x1005, 3}}));
+    EXPECT_EQ(content.Bytes(0x1005, 3), "\x01\x02\x1E");
+    EXPECT_TRUE(session.ReadAgain(content).HoldsSame(content));
+    session.PrepareSending({{MODULE_KEYBOARD, "commonKeyboard", 0x1000, "\x06", "\x07"},
+                            {MODULE_MAGNET_CONFIG, "magnetCard", 0x1006, "\x02", "\x04"}});
+    session.Send();
+    EXPECT_EQ(touched.memory.substr(0x1000, 9), "\x07\x11\x22\x33\x44\x01\x04\x1E\x55");
+    session.Download(sections);
+    EXPECT_EQ(touched.memory.substr(0x1000, 9), "\x06\x11\x22\x33\x44\x01\x02\x1E\x55");
+    Stretches own;
+    own.Add(0x1000, 1);
+    own.Add(0x1005, 3);
+    own.Add(0x1100, 256);
+    own.Add(QXKeyboardAccess::kIdentificationAddress, QXKeyboardAccess::kIdentificationSize);
+    own.Add(QXKeyboardAccess::kCapabilityAddress, 1);
+    EXPECT_TRUE(touched.bytes.Without(own).empty());
+    touched.statuses["QXCFG_ImageWrite"] = 5;
+    EXPECT_THROW(session.PrepareSending({{MODULE_KEYBOARD, "", 0x1000, "\x06", "\x07"}}), Error);
+    EXPECT_TRUE(touched.requests.empty()) << "the transfer has ended";
 }
 
 TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
