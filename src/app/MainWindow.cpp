@@ -40,6 +40,20 @@ const QString kPreferences = QStringLiteral("preferences");
 
 constexpr int kNumberedPages = 10;
 
+QString StepText(host::Step step) {
+    switch (step) {
+    case host::Step::SavingBackup:
+        return MainWindow::tr("Saving a backup of what the keyboard holds…");
+    case host::Step::Checking:
+        return MainWindow::tr("Checking that it is still the same keyboard…");
+    case host::Step::Writing:
+        return MainWindow::tr("Sending the settings…");
+    case host::Step::ReadingBack:
+        return MainWindow::tr("Reading the keyboard back to compare…");
+    }
+    return {};
+}
+
 } // namespace
 
 MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language& language)
@@ -97,6 +111,7 @@ void MainWindow::ConnectSignals() {
     connect(&m_workbench, &Workbench::KeyboardChanged, this, &MainWindow::ShowKeyboard);
     connect(&m_workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
     connect(&m_workbench, &Workbench::Began, this, &MainWindow::ShowWork);
+    connect(&m_workbench, &Workbench::Stepped, this, &MainWindow::ShowStep);
     connect(&m_workbench, &Workbench::Ended, this, &MainWindow::EndWork);
     connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::TellWarning);
     connect(&m_workbench, &Workbench::Touched, this, [this] { m_notice->ClearOld(); });
@@ -146,11 +161,10 @@ void MainWindow::MakeActions() {
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     m_undo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowBack), tr("&Undo"),
-                             QKeySequence(Qt::CTRL | Qt::Key_Z), this,
-                             [this] { Step(&Workbench::Undo); });
-    m_redo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowForward), tr("&Redo"),
-                             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this,
-                             [this] { Step(&Workbench::Redo); });
+                             QKeySequence(Qt::CTRL | Qt::Key_Z), this, &MainWindow::Undo);
+    m_redo =
+        edit->addAction(style()->standardIcon(QStyle::SP_ArrowForward), tr("&Redo"),
+                        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this, &MainWindow::Redo);
     edit->addSeparator();
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), m_find, [this] {
         m_find->setFocus(Qt::ShortcutFocusReason);
@@ -260,21 +274,23 @@ void MainWindow::ShowPage(const QString& id) {
 }
 
 void MainWindow::GoTo(const std::string& place) {
-    ShowPage(ToQt(SectionOfPlace(place)));
-    m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
+    ShowChange(place);
     m_pages->FocusPage();
 }
 
-void MainWindow::Step(void (Workbench::*step)()) {
-    const auto settings = [this] {
-        return m_workbench.Configuration().List(m_workbench.History().AllSections());
-    };
-    const auto before = settings();
-    (m_workbench.*step)();
-    const auto changes = host::Compare(before, settings());
-    if (changes.empty())
-        return;
-    const std::string& place = changes.front().place;
+void MainWindow::Undo() {
+    const std::string place = m_workbench.History().UndoPlace();
+    m_workbench.Undo();
+    ShowChange(place);
+}
+
+void MainWindow::Redo() {
+    const std::string place = m_workbench.History().RedoPlace();
+    m_workbench.Redo();
+    ShowChange(place);
+}
+
+void MainWindow::ShowChange(const std::string& place) {
     ShowPage(ToQt(SectionOfPlace(place)));
     m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
 }
@@ -325,8 +341,15 @@ void MainWindow::ShowDocument() {
 
 void MainWindow::ShowWork(const QString& text) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
+    m_workText = text;
     m_work->Tell(NoticeBar::Kind::Warning, text);
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // paints it
+}
+
+void MainWindow::ShowStep(host::Step step) {
+    m_work->Age(); // the step before
+    m_work->Tell(NoticeBar::Kind::Warning, m_workText + QLatin1Char('\n') + StepText(step));
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void MainWindow::EndWork() {

@@ -67,11 +67,14 @@ private:
     void ShowKeyboard();
     void ShowDocument();
     void ShowWork(const QString& text);
+    void ShowStep(host::Step step);
     void EndWork();
     void SwitchLanguage();
     void OpenDropped(const QStringList& files);
-    // Takes a step back or forth, and shows what it changed.
-    void Step(void (Workbench::*step)());
+    // Take a step back or forth, and show what it changed.
+    void Undo();
+    void Redo();
+    void ShowChange(const std::string& place);
     void Tell(const QString& text);
     void TellDone(const QString& text);
     void TellWarning(const QString& text);
@@ -92,6 +95,7 @@ private:
     PageBook* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;
     NoticeBar* m_work = nullptr; // while something is being done with the keyboard
+    QString m_workText;
     StatusLine* m_status = nullptr;
     Integer m_shownLanguage = -1;
     bool m_isPainted = false;

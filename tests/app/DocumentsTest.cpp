@@ -155,11 +155,14 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
     {
         Desk desk("full", shop / "");
         desk.Edit("freeProgKeys", 80);
-        QTest::qWait(1200);
+        const auto copies = [&] { return desk.FilesIn("records/unsaved"); };
+        ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1; }));
         edited = desk.Document();
-        ASSERT_EQ(desk.FilesIn("records/unsaved").size(), 1);
+        using std::filesystem::perms;
         const auto folder = desk.folder / "records" / "unsaved";
-        EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
+        EXPECT_EQ(std::filesystem::status(folder).permissions(), perms::owner_all);
+        EXPECT_EQ(std::filesystem::status(folder / copies().front().toStdString()).permissions(),
+                  perms::owner_read | perms::owner_write);
         Desk second("full", {}, desk.folder / "records");
         second.leftCopy = DocumentMenu::LeftAnswer::Open;
         EXPECT_FALSE(second.window->Documents().OpenLeft()) << "its window is still open";

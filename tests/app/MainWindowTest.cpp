@@ -207,6 +207,11 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in")));
+    desk.window->Transfers().Read();
+    desk.window->Transfers().Write();
+    ASSERT_EQ(desk.warnings.size(), 2) << desk.warnings.join(' ').toStdString();
+    for (const QString& warning : desk.warnings)
+        EXPECT_TRUE(warning.contains(QStringLiteral("No keyboard is connected")));
     desk.Page("commonKeyboard"); // the document can still be edited
     desk.Find<QSlider>("slidOutputDelay")->setValue(9);
     EXPECT_TRUE(desk.workbench.IsModified());
@@ -220,9 +225,7 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
 TEST(MainWindow, HasNoLetterUnderAltTwice) {
     Desk desk;
     for (const Integer language : {Integer{1033}, Integer{1031}}) {
-        desk.workbench.Preferences().SetPreferedAppLang(language);
-        desk.window->ApplyPreferences();
-        QTest::qWait(20);
+        desk.Speak(language);
         const auto* pages = desk.Find<QListWidget>("pages");
         for (int row = 0; row < pages->count(); ++row) {
             desk.window->ShowPage(pages->item(row)->data(Qt::UserRole).toString());
@@ -237,9 +240,7 @@ TEST(MainWindow, HasNoLetterUnderAltTwice) {
             }
         }
     }
-    desk.workbench.Preferences().SetPreferedAppLang(1033);
-    desk.window->ApplyPreferences();
-    QTest::qWait(20);
+    desk.Speak(1033);
 }
 
 // From reading to writing without a pointer.
@@ -313,8 +314,8 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
     desk.window->findChild<app::PreferencesPage*>()->Reveal(Preference::PreferedAppLang);
     auto* languages = desk.Find<QComboBox>("PreferedAppLang");
     languages->setCurrentIndex(languages->findData(1031));
-    QTest::qWait(20);
-    EXPECT_TRUE(desk.Find<QComboBox>("PreferedAppLang")->isVisible()) << "the tab stays in front";
+    desk.AwaitTitle(QStringLiteral("Überblick"));
+    EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the tab stays in front";
     QStringList kinds;
     for (int kind = 0; kind <= static_cast<int>(host::ErrorKind::ModelInvalid); ++kind)
         kinds.append(app::KindText(static_cast<host::ErrorKind>(kind)));
@@ -338,7 +339,6 @@ TEST(MainWindow, SpeaksGermanAtOnce) {
         return std::string(word);
     });
     EXPECT_GT(configuration.List(desk.workbench.History().AllSections()).size(), 100U);
-    desk.workbench.Preferences().SetPreferedAppLang(1033);
 }
 
 TEST(MainWindow, FitsASmallScreenAndScrolls) {

@@ -105,10 +105,13 @@ TEST(History, NotesEditsOnly) {
     control.SetOutputDelay(99);
     EXPECT_FALSE(edited.history->Note());
     EXPECT_TRUE(edited.Note(control));
-    EXPECT_FALSE(control.DataChanged()) << "taken notice of";
+    EXPECT_FALSE(edited.history->Note()) << "it is noted";
+    EXPECT_TRUE(control.DataChanged()) << "until it is saved or transferred";
+    edited.history->MarkSaved();
+    EXPECT_FALSE(control.DataChanged());
     edited.history->Undo();
     EXPECT_EQ(control.OutputDelay(), 6);
-    EXPECT_FALSE(control.DataChanged()) << "undoing is no edit";
+    EXPECT_TRUE(control.DataChanged()) << "it is no longer as it was saved";
 }
 
 // What no document accepts is undone and done again all the same, just as it was.

@@ -158,6 +158,32 @@ TEST_F(SessionTest, ATransferThatThrowsHasFailed) {
     EXPECT_THROW(session.Download(sections), Error);
 }
 
+TEST_F(SessionTest, AHandlerOfMessagesThatThrowsBreaksNothingOff) {
+    struct : test::FakeDriver {
+        void QXSIM_SetMessagePoster(MessagePoster poster) override { post = poster; }
+        std::int32_t QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg,
+                                                std::int32_t lWhat) override {
+            tell = [=, this] { post(hWindow, lMsg, lWhat, 50); };
+            return 0;
+        }
+        std::int32_t QXCFG_ImageLoad() override {
+            tell(); // C code, through which no exception may pass
+            return FakeDriver::QXCFG_ImageLoad();
+        }
+        MessagePoster post = nullptr;
+        std::function<void()> tell;
+    } posting;
+    posting.directory = {{MODULE_MAGNET_CONFIG, 0x1000}};
+    int told = 0;
+    Session::Options options;
+    options.progress = [&](int) { throw ++told; };
+    Session session(posting, {}, options);
+    session.Open();
+    auto sections = session.SectionsIn(configuration);
+    EXPECT_NO_THROW(session.Upload(sections));
+    EXPECT_GT(told, 0);
+}
+
 // A driver need not return a meaningful status where the system does not look at it.
 TEST_F(SessionTest, StatusesWithoutMeaningFailNothing) {
     struct Rambling : ForwardingDriver {
