@@ -211,18 +211,6 @@ void Context::CloseKeyboard() {
         EndIfInterrupted();
 }
 
-void Context::CloseAfterWrite(host::Json& result) {
-    try {
-        CloseKeyboard();
-    } catch (const host::Error& error) {
-        exitStatus = ExitStatusOf(error.Kind());
-        result["closing"] = ToJson(error);
-        m_console.Error("qxconf: the keyboard was written to as reported, but could not be given "
-                        "back: " +
-                        std::string(error.what()));
-    }
-}
-
 QXKeyboardLayoutData& Context::Layout() {
     if (m_layout)
         return *m_layout;

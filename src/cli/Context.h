@@ -77,10 +77,8 @@ public:
     [[nodiscard]] host::WriteRecords Records() const;
     // The simulated keyboard, not started up by this; null when the driver is another.
     [[nodiscard]] sim::SimulatedDriver* Simulated();
-    // Gives the keyboard back, where one was opened. Throws host::Error.
+    // Gives the keyboard back, where one was opened. No driver can refuse that.
     void CloseKeyboard();
-    // The same after a write that is proved: a failure becomes part of its result, "closing".
-    void CloseAfterWrite(host::Json& result);
 
     // The keyboard layout: as chosen, else the one that the opened keyboard names, else the
     // preferred one. Throws host::Error(LayoutInvalid).

@@ -301,6 +301,14 @@ TEST(Commands, KeyboardFilesGoBothWays) {
         if (keyboard.Run({"param", "save", param}, {call, 9}).status != 0) {
             EXPECT_EQ(files::ReadFile(param), earlier) << "call " << call;
         }
+    Fault idle;
+    idle.dropsWrites = true;
+    const Outcome nothing = keyboard.Run({"param", "save", param}, idle);
+    EXPECT_EQ(nothing.status, 4);
+    EXPECT_NE(nothing.err.find("reported success and wrote nothing into the file"),
+              std::string::npos)
+        << nothing.err;
+    EXPECT_EQ(files::ReadFile(param), earlier);
 }
 
 TEST(Commands, PositionWatchPrintsKeysAsTheyArePressed) {

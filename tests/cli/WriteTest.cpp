@@ -176,6 +176,30 @@ TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
     EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
 }
 
+// A document of one keyboard gives another its identifier, and says how not to.
+TEST(Write, ADocumentWithoutAnIdentifierSuitsOtherKeyboards) {
+    CommandLine first;
+    CommandLine second;
+    const Json whole = Json::parse(first.Done({"upload"}));
+    const Json own = Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"];
+    ASSERT_NE(whole["layeredFuncKeys"]["guid"], own);
+    const std::string every = first.File("every.json");
+    first.Done({"upload", "--no-identifier", "-o", every});
+    Json expected = whole;
+    expected["layeredFuncKeys"].erase("guid");
+    EXPECT_EQ(Json::parse(files::ReadFile(every)), expected);
+    EXPECT_EQ(second.Run({"download", every}).err, "");
+    EXPECT_EQ(Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"], own);
+
+    const Outcome taken = second.Run({"download", second.Write("whole.json", whole.dump())});
+    EXPECT_EQ(taken.status, 0);
+    EXPECT_NE(taken.err.find("takes over the identifier of another one from"), std::string::npos)
+        << taken.err;
+    EXPECT_NE(taken.err.find("qxconf upload --no-identifier"), std::string::npos) << taken.err;
+    EXPECT_EQ(Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"],
+              whole["layeredFuncKeys"]["guid"]);
+}
+
 // One driver, two keyboards of a kind: A is cut, B is worked with meanwhile, A comes back.
 TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
     CommandLine keyboard;
