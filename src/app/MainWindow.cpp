@@ -15,6 +15,7 @@
 #include "app/StatusLine.h"
 #include "app/TestDrivePage.h"
 #include "app/WindowPlace.h"
+#include "app/WorkBar.h"
 #include "views/Bindings.h"
 
 #include <QAction>
@@ -39,20 +40,6 @@ const QString kTestDrive = QStringLiteral("testDrive");
 const QString kPreferences = QStringLiteral("preferences");
 
 constexpr int kNumberedPages = 10;
-
-QString StepText(host::Step step) {
-    switch (step) {
-    case host::Step::SavingBackup:
-        return MainWindow::tr("Saving a backup of what the keyboard holds…");
-    case host::Step::Checking:
-        return MainWindow::tr("Checking that it is still the same keyboard…");
-    case host::Step::Writing:
-        return MainWindow::tr("Sending the settings…");
-    case host::Step::ReadingBack:
-        return MainWindow::tr("Reading the keyboard back to compare…");
-    }
-    return {};
-}
 
 } // namespace
 
@@ -110,9 +97,6 @@ void MainWindow::ConnectSignals() {
     connect(m_keyboards, &KeyboardMenu::Connected, this, [this] { m_edits.Reload(); });
     connect(&m_workbench, &Workbench::KeyboardChanged, this, &MainWindow::ShowKeyboard);
     connect(&m_workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
-    connect(&m_workbench, &Workbench::Began, this, &MainWindow::ShowWork);
-    connect(&m_workbench, &Workbench::Stepped, this, &MainWindow::ShowStep);
-    connect(&m_workbench, &Workbench::Ended, this, &MainWindow::EndWork);
     connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::TellWarning);
     connect(&m_workbench, &Workbench::Touched, this, [this] { m_notice->ClearOld(); });
     auto* drops = new FileDrops(this);
@@ -215,12 +199,10 @@ void MainWindow::MakeToolBar() {
 void MainWindow::MakePages() {
     m_find = new QuickFind([this] { return Findables(); });
     m_notice = new NoticeBar(QStringLiteral("lblNotice"));
-    m_work = new NoticeBar(QStringLiteral("lblWork"));
-    m_work->HideButton();
     auto* notices = new QWidget;
     auto* column = new QVBoxLayout(notices);
     column->setContentsMargins({});
-    column->addWidget(m_work);
+    column->addWidget(new WorkBar(m_workbench));
     column->addWidget(m_notice);
     m_pages = new PageBook(m_find, notices);
     connect(m_pages, &PageBook::Shown, this, [this] { m_notice->ClearOld(); });
@@ -337,25 +319,6 @@ void MainWindow::ShowDocument() {
     setWindowTitle(QStringLiteral("%1[*] — QXControls").arg(m_documents->DocumentName()));
     setWindowModified(m_workbench.IsModified());
     m_notice->ClearOld();
-}
-
-void MainWindow::ShowWork(const QString& text) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    m_workText = text;
-    m_work->Tell(NoticeBar::Kind::Warning, text);
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // paints it
-}
-
-void MainWindow::ShowStep(host::Step step) {
-    m_work->Age(); // the step before
-    m_work->Tell(NoticeBar::Kind::Warning, m_workText + QLatin1Char('\n') + StepText(step));
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
-void MainWindow::EndWork() {
-    m_work->hide();
-    m_work->Age();
-    QApplication::restoreOverrideCursor();
 }
 
 void MainWindow::ApplyPreferences() {

@@ -66,9 +66,6 @@ private:
     [[nodiscard]] QWidget* MakePreferences();
     void ShowKeyboard();
     void ShowDocument();
-    void ShowWork(const QString& text);
-    void ShowStep(host::Step step);
-    void EndWork();
     void SwitchLanguage();
     void OpenDropped(const QStringList& files);
     // Take a step back or forth, and show what it changed.
@@ -94,8 +91,6 @@ private:
     QuickFind* m_find = nullptr;
     PageBook* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;
-    NoticeBar* m_work = nullptr; // while something is being done with the keyboard
-    QString m_workText;
     StatusLine* m_status = nullptr;
     Integer m_shownLanguage = -1;
     bool m_isPainted = false;

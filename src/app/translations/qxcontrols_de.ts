@@ -35,8 +35,8 @@
         <translation>Die Sicherungen konnten nicht aufgelistet werden.</translation>
     </message>
     <message>
-        <source>Before each write, everything that the keyboard holds is saved here. At least %1 days long every backup is kept.</source>
-        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage lang erhalten.</translation>
+        <source>Before each write, everything that the keyboard holds is saved here. Each backup is kept for at least %1 days.</source>
+        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
     </message>
 </context>
 <context>
@@ -1003,22 +1003,6 @@
     <message>
         <source>One document is open at a time; not opened: %1.</source>
         <translation>Es ist immer nur ein Dokument geöffnet; nicht geöffnet: %1.</translation>
-    </message>
-    <message>
-        <source>Saving a backup of what the keyboard holds…</source>
-        <translation>Der Inhalt der Tastatur wird gesichert …</translation>
-    </message>
-    <message>
-        <source>Checking that it is still the same keyboard…</source>
-        <translation>Es wird geprüft, ob noch dieselbe Tastatur angeschlossen ist …</translation>
-    </message>
-    <message>
-        <source>Sending the settings…</source>
-        <translation>Die Einstellungen werden gesendet …</translation>
-    </message>
-    <message>
-        <source>Reading the keyboard back to compare…</source>
-        <translation>Die Tastatur wird zum Vergleich zurückgelesen …</translation>
     </message>
 </context>
 <context>
@@ -2260,6 +2244,25 @@ Repairing replaces all of that with the document&apos;s settings. Otherwise noth
         <translation>Der Speicher der Tastatur ist hier beschädigt: %1.
 
 Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
+    </message>
+</context>
+<context>
+    <name>WorkBar</name>
+    <message>
+        <source>Saving a backup of what the keyboard holds…</source>
+        <translation>Der Inhalt der Tastatur wird gesichert …</translation>
+    </message>
+    <message>
+        <source>Checking that it is still the same keyboard…</source>
+        <translation>Es wird geprüft, ob noch dieselbe Tastatur angeschlossen ist …</translation>
+    </message>
+    <message>
+        <source>Sending the settings…</source>
+        <translation>Die Einstellungen werden gesendet …</translation>
+    </message>
+    <message>
+        <source>Reading the keyboard back to compare…</source>
+        <translation>Die Tastatur wird zum Vergleich zurückgelesen …</translation>
     </message>
 </context>
 <context>
