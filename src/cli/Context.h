@@ -126,14 +126,12 @@ private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void TellOfInterruptedWrites();
     class NotedMessageBoxes;
-    class NamedTransfers;
 
     Console m_console;
     Surroundings m_surroundings;
     std::unique_ptr<NotedMessageBoxes> m_boxes;
     Platform m_platform;
     setup::OpenedDriver m_driver;
-    std::unique_ptr<NamedTransfers> m_transfers;
     std::optional<InterruptWatch> m_interrupts; // while a keyboard is open
     std::string_view m_step = "transfer";       // of the work, that the bar shows
     std::unique_ptr<host::Session> m_session;
