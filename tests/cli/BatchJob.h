@@ -100,8 +100,8 @@ protected:
     // another configuration.
     std::string TillIn(const std::string& keyboard) {
         for (const char* till : {"001", "002", "003"})
-            if (Run({"--keyboard", File(keyboard), "diff", "--set", std::string("till=") + till,
-                     File("till.json")})
+            if (Run({"--layout", job.value("layout", "us.qxl"), "--keyboard", File(keyboard),
+                     "diff", "--set", std::string("till=") + till, File("till.json")})
                     .status == 0)
                 return till;
         return "?";

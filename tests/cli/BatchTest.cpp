@@ -1,7 +1,9 @@
 // Batches as the user of the command line sees them.
 #include "BatchJob.h"
 
+#include <algorithm>
 #include <iterator>
+#include <set>
 
 namespace qx::test {
 
@@ -22,6 +24,13 @@ TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     EXPECT_EQ(printed["thisRun"]["failed"], Json({"till 2"}));
     EXPECT_EQ(printed["thisRun"]["bytesSent"], printed["units"][0]["bytesSent"].get<int>() +
                                                    printed["units"][2]["bytesSent"].get<int>());
+
+    // Each keyboard's backup bears the name of its unit, and how the unit is reached.
+    const Json backups = Json::parse(Run({"--json", "backup", "list"}).out)["backups"];
+    std::set<std::string> places;
+    for (const Json& backup : backups)
+        places.insert(backup["unit"].get<std::string>() + backup["place"].get<std::string>());
+    EXPECT_EQ(places, (std::set<std::string>{"till 1 1.qxk", "till 2 2.qxk", "till 3 3.qxk"}));
 
     // The half-written keyboard is rolled back, and then written.
     cut.clear();
@@ -151,6 +160,22 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
     EXPECT_EQ(opened, "123");
     EXPECT_EQ(Report()["units"][0]["bytesSent"], 0);
     EXPECT_EQ(Report()["units"][2]["bytesSent"], 1);
+
+    // Another keyboard, and another layout, are changes too.
+    const std::tuple<const char*, const char*, int> changes[] = {
+        {"/units/1/keyboard", "4.qxk", 1},
+        {"/units/1/identifier", "{01234567-89AB-CDEF-0123-456789ABCDEF}", 1},
+        {"/layout", "uk.qxl", 3},
+    };
+    const Json whole = job;
+    for (const auto& [place, value, notDone] : changes) {
+        job = whole;
+        job[Json::json_pointer(place)] = value;
+        EXPECT_EQ(Json::parse(RunJob({"--dry-run"}).out)["notDone"], notDone) << place;
+    }
+    job = whole;
+    EXPECT_EQ(RunJob({"--dry-run"}).status, 0);
+    EXPECT_EQ(RunJob({"--dry-run", "--layout", "uk.qxl"}).status, 1);
 }
 
 TEST_F(Batch, OnlyOneWorksOnAJob) {
@@ -172,7 +197,10 @@ TEST_F(Batch, AUnitMayMeanOneKeyboardOnly) {
     }();
     files::WriteFileAtomically(folder / "2.qxk", before);
     job["units"].erase(2);
-    job["units"][0]["identifier"] = identifier;
+    std::string small = identifier; // means the same
+    std::transform(small.begin(), small.end(), small.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    job["units"][0]["identifier"] = small;
     job["units"][1]["identifier"] = "{01234567-89ab-cdef-0123-456789abcdef}";
     EXPECT_EQ(RunJob().status, 4);
     EXPECT_EQ(Results(), "done failed");

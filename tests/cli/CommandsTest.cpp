@@ -13,14 +13,29 @@ namespace qx::test {
 using host::Json;
 
 TEST(Commands, IdentifyTellsKeyboardAndDirectory) {
-    CommandLine keyboard;
+    const char* const model = R"({
+        "keyboard": {
+            "name": "SHOP", "bootloader": "B001", "program": "P002", "country": "C003",
+            "config": "D004",
+            "flags": {"freeProgrammableKeys": false, "connectionV24": true,
+                      "chipcardReader": false, "barcodeReader": true,
+                      "magneticTracks": [true, false, false, false]}},
+        "layout": "us.qxl",
+        "directory": [{"module": "MODULE_MAGNET_CONFIG", "address": 4096},
+                      {"module": "MODULE_POS", "address": 16384}]})";
+    const TempFolder folder;
+    files::WriteFileAtomically(folder / "shop.json", model);
+    CommandLine keyboard(Driver::InProcess, (folder / "shop.json").string());
     const Json result = Json::parse(keyboard.Done({"--json", "identify"}));
     EXPECT_EQ(result["schema"], 1);
-    EXPECT_FALSE(result["keyboard"]["name"].get<std::string>().empty());
-    bool hasPos = false;
-    for (const Json& entry : result["directory"])
-        hasPos = hasPos || (entry["module"] == 6 && entry["name"] == "MODULE_POS");
-    EXPECT_TRUE(hasPos);
+    EXPECT_EQ(result["keyboard"], Json::parse(model)["keyboard"]);
+    ASSERT_EQ(result["directory"].size(), 2U);
+    EXPECT_EQ(result["directory"][1],
+              Json({{"module", 6}, {"name", "MODULE_POS"}, {"address", 16384}}));
+    const std::string text = keyboard.Done({"identify"});
+    EXPECT_NE(text.find("\n  6       MODULE_POS            16384 (4000 hexadecimal)\n"),
+              std::string::npos)
+        << text;
 }
 
 TEST(Commands, DiffSpeaksOfSettings) {
@@ -318,6 +333,8 @@ TEST(Commands, PositionWatchPrintsKeysAsTheyArePressed) {
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_NE(outcome.out.find("key 30 "), std::string::npos);
     EXPECT_LT(outcome.out.find("key 30 "), outcome.out.find("key 110 "));
+    keyboard.positionKeys = {};
+    EXPECT_EQ(keyboard.Done({"position", "watch", "--seconds", "1"}), "");
 }
 
 TEST(Commands, TestDriveTellsWhatThePcReceives) {
@@ -338,6 +355,9 @@ TEST(Commands, TestDriveTellsWhatThePcReceives) {
               "each track is sent as soon as it has been read\n");
     EXPECT_EQ(keyboard.Done({"test-drive", "scan", "ABC", "--symbology", "code25_matrix"}),
               "the PC receives\n  reader 1 data  \"ABC\"\noutput delay between codes: 6\n");
+    EXPECT_NE(keyboard.Done({"test-drive", "scan", "4711", "--symbology", "EAN", "--reader", "2"})
+                  .find("  reader 2 data  \"4711\"\n"),
+              std::string::npos);
     EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128  X2 ^X2\n"),
               std::string::npos);
     EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("ordinary key 110  Esc ^Esc\n"),
@@ -394,6 +414,38 @@ TEST(Commands, DiffTellsOnceOfASectionThatOneSideLacks) {
     EXPECT_EQ(keyboard.Run({"diff", without, file}).out, "section barcode only in " + file + "\n");
     EXPECT_EQ(keyboard.Done({"diff", without, without}), "");
     EXPECT_EQ(keyboard.Done({"diff", without}), "");
+    less["commonKeyboard"]["outputDelay"] = 77;
+    const std::string slower = keyboard.Write("slower.json", less.dump());
+    const Outcome changed = keyboard.Run({"diff", without, slower});
+    EXPECT_EQ(changed.status, 1);
+    EXPECT_EQ(changed.out, "keyboard output delay 6 → 77\n");
+    EXPECT_EQ(changed.err, without + " → " + slower + ": 1 difference\n");
+}
+
+TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
+    CommandLine keyboard;
+    const std::string whole = keyboard.Write("whole.json", keyboard.Done({"upload"}));
+    keyboard.Poke(0x4000 + 4 * 32, "\xC8"); // the group of POS key 5
+    const std::string before = keyboard.Memory();
+    const char* const reason =
+        "the keyboard is damaged at address 4080 (hexadecimal): POS key 5 is in group 200";
+    const Outcome uploaded = keyboard.Run({"--json", "upload"});
+    EXPECT_TRUE(uploaded.err.starts_with(std::string("left out /pos: ") + reason)) << uploaded.err;
+    const Json result = Json::parse(uploaded.out);
+    EXPECT_FALSE(result["document"].contains("pos"));
+    ASSERT_EQ(result["damaged"].size(), 1U);
+    EXPECT_EQ(result["damaged"][0]["place"], "/pos");
+    EXPECT_TRUE(keyboard.Run({"show"}).err == uploaded.err);
+    const Outcome compared = keyboard.Run({"diff", whole});
+    EXPECT_EQ(compared.status, 1);
+    EXPECT_TRUE(compared.out.starts_with(std::string("section pos cannot be compared: ") + reason))
+        << compared.out;
+    const Json refused = Json::parse(keyboard.Run({"--json", "download", whole}).out);
+    EXPECT_EQ(refused["error"]["code"], "keyboard-damaged");
+    EXPECT_EQ(refused["error"]["place"], "/pos");
+    EXPECT_TRUE(keyboard.Memory() == before);
+    keyboard.Done({"download", "--repair", whole});
+    EXPECT_EQ(keyboard.Done({"diff", whole}), "");
 }
 
 TEST(Commands, UsageErrorsSayWhatIsWrongAndWhereToLearnMore) {

@@ -101,6 +101,9 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     ASSERT_EQ(receipts.size(), 1U);
     EXPECT_EQ(receipts[0]["result"], "verified");
     EXPECT_EQ(receipts[0]["document"], file);
+    const std::string told = keyboard.Done({"receipts"});
+    EXPECT_NE(told.find("  download  verified  QX-POS-FULL  "), std::string::npos) << told;
+    EXPECT_TRUE(told.ends_with(" bytes  " + file + "\n")) << told;
     const Json backups = Json::parse(keyboard.Done({"--json", "backup", "list"}))["backups"];
     ASSERT_EQ(backups.size(), 1U);
     const std::string id = backups[0]["id"];
@@ -115,6 +118,17 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     EXPECT_EQ(undone[1]["afterSha256"], receipts[0]["beforeSha256"]);
     EXPECT_NE(after, before);
     EXPECT_EQ(keyboard.Run({"backup", "restore", "nonsense"}).status, 2);
+
+    // Another keyboard takes it only when that is asked for, and keeps its identifier.
+    Json own = saved;
+    std::filesystem::rename(keyboard.folder / "keyboard.qxk", keyboard.folder / "first.qxk");
+    own["layeredFuncKeys"]["guid"] =
+        Json::parse(keyboard.Done({"upload"}))["layeredFuncKeys"]["guid"];
+    keyboard.Done({"download", keyboard.Write("delay.json", DelayDocument(99))});
+    const Json refused = Json::parse(keyboard.Run({"--json", "backup", "restore", id}).out);
+    EXPECT_EQ(refused["error"]["code"], "keyboard-changed") << refused;
+    keyboard.Done({"backup", "restore", "--other-keyboard", id});
+    EXPECT_EQ(Json::parse(keyboard.Done({"upload"}))["layeredFuncKeys"], own["layeredFuncKeys"]);
 }
 
 TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
