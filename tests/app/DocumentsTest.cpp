@@ -32,6 +32,26 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     EXPECT_EQ(desk.Document(), saved);
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
 
+    // Neither another document nor a keyboard takes the place of an edit unasked.
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(13);
+    const std::string edited = desk.Document();
+    desk.window->Documents().Open(QString::fromStdString(file));
+    desk.window->Documents().OpenCopy(QString::fromStdString(file));
+    desk.window->Transfers().Read();
+    EXPECT_EQ(desk.Document(), edited);
+    // Nor does a keyboard that cannot be read.
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.workbench.Simulated()->StopTransferAfter(3000);
+    desk.window->Transfers().Read();
+    EXPECT_EQ(desk.warnings.size(), 1);
+    EXPECT_EQ(desk.Document(), edited);
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 13);
+    desk.workbench.Simulated()->StopTransferAfter(-1);
+    desk.UndoAll();
+    EXPECT_EQ(desk.Document(), saved);
+    desk.warnings.clear();
+
     // A file that is no document changes nothing and says where it is wrong.
     std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
     desk.window->Documents().Open(QString::fromStdString(file));
@@ -223,6 +243,8 @@ TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
 
 TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
     Desk desk;
+    desk.Edit("freeProgKeys", 80); // which the file lacks
+    desk.unsaved = DocumentMenu::Answer::Discard;
     desk.Page("commonKeyboard");
     const auto first = desk.folder / "first.json";
     WriteText(first, "{" + std::string(kFrame) + R"(, "commonKeyboard": {"outputDelay": 17}})");
@@ -244,6 +266,8 @@ TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
     EXPECT_FALSE(desk.window->findChild<QWidget*>("dropMark")->isVisible());
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 17);
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("second.json")));
+    desk.Page("freeProgKeys");
+    EXPECT_FALSE(desk.IsShownProgrammed("layoutDisplay", 80));
 }
 
 } // namespace

@@ -62,7 +62,10 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
     EXPECT_NE(desk.Memory(MODULE_POS, 0, 3360), std::string(3360, '\0'));
     EXPECT_EQ(desk.workbench.Simulated()->Memory(70000 + (24 + 3) * 128, 4), Bytes("43 00 61 00"));
+    EXPECT_TRUE(changes.contains(QStringLiteral("keyboard output delay: 6 -> 9")))
+        << changes.join('\n').toStdString();
     const std::string written = desk.Document();
+    EXPECT_TRUE(desk.window->Documents().Save());
 
     // Nothing is left to write, and reading gives the same document.
     desk.window->Transfers().Write();
@@ -71,6 +74,25 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), written);
     EXPECT_NE(desk.Document(), start);
+    EXPECT_TRUE(desk.workbench.File().empty()) << "saving must not replace the open document";
+
+    // All is removed when the user agrees.
+    desk.Page("pos");
+    for (const bool agrees : {false, true}) {
+        desk.answer = agrees;
+        desk.Click("cmdCleanAll");
+        EXPECT_NE(desk.IsShownProgrammed("posDisplay", 3), agrees);
+    }
+    for (const char* page : {"freeProgKeys", "layeredFuncKeys"}) {
+        const bool isFree = std::string(page) == "freeProgKeys";
+        desk.Page(page);
+        for (const bool agrees : {false, true}) {
+            desk.answer = agrees;
+            desk.Click(isFree ? "cmdEdit_2" : "cmdEdit_3");
+            const char* const set = isFree ? "\"positionCode\"" : "\"Cash\"";
+            EXPECT_EQ(desk.Document().find(set) == std::string::npos, agrees) << page;
+        }
+    }
 }
 
 TEST(MainWindow, FunctionKeysOfOtherModelsAreWrittenToo) {
@@ -178,6 +200,9 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     desk.workbench.Preferences().SetVersionFirmware(0x200);
     EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
     EXPECT_TRUE(desk.Find<QLabel>("lblKeyboard")->toolTip().contains(QStringLiteral("P100")));
+    desk.workbench.Preferences().SetVersionFirmware(0x100);
+    EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
+    EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "it is new enough";
 }
 
 // From reading to writing without a pointer.
@@ -280,6 +305,15 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
     undo->trigger();
     EXPECT_EQ(desk.Find<QLineEdit>("txtSymbolDesc")->text(), QString());
     EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
+
+    desk.Page("magnetCard");
+    auto* tracks = desk.Find<QListWidget>("trackList");
+    tracks->setCurrentRow(2);
+    desk.Click("chkUseThisHeader");
+    tracks->setCurrentRow(0);
+    desk.Page("barcode");
+    undo->trigger();
+    EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 2);
 }
 
 // Picking keys, pages and layers is not an edit, and notices go when the user goes on.
@@ -315,6 +349,30 @@ TEST(MainWindow, RecordsOnlyCodesThatAKeyboardStores) {
         << desk.Notice().toStdString();
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
+
+    // Nor more of them.
+    struct Editor {
+        const char* page;
+        const char* keys;
+        const char* button;
+        int room;
+    };
+    for (const Editor& editor : {Editor{"freeProgKeys", "layoutDisplay", "cmdEdit_0", 32},
+                                 Editor{"layeredFuncKeys", "funcKeys", "cmdEdit_0", 128},
+                                 Editor{"magnetCard", nullptr, "cmdCreate_0", 32}}) {
+        desk.Page(editor.page);
+        if (editor.keys != nullptr)
+            desk.ClickKey(editor.keys, editor.room == 128 ? 3 : 75);
+        desk.InDialog([&](QWidget& dialog) {
+            auto* typed = dialog.findChild<QLineEdit*>(QStringLiteral("txtTyped"));
+            typed->setText(QStringLiteral("{1} ").repeated(200));
+            QTest::keyClick(typed, Qt::Key_Return);
+            EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("lblTypedFault"))->text(),
+                      QStringLiteral("The text has 200 codes, only %1 fit.").arg(editor.room));
+            Desk::ClickIn(dialog, "cmdCancel");
+        });
+        desk.Click(editor.button);
+    }
 }
 
 TEST(MainWindow, OffersTheTracksThatThereAre) {

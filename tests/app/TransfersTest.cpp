@@ -80,16 +80,25 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     desk.Find<QSlider>("slidOutputDelay")->setValue(10);
     desk.Write();
     EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    const std::string ten = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
+    desk.Find<QSlider>("slidOutputDelay")->setValue(11);
+    desk.Write();
 
-    desk.Page("backups");
-    auto* list = desk.Find<QTreeWidget>("backups");
-    ASSERT_GE(list->topLevelItemCount(), 2);
-    list->setCurrentItem(list->topLevelItem(0));
     desk.unsaved = DocumentMenu::Answer::Discard;
-    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
-    desk.Click("restoreBackup");
+    const auto restore = [&](int row) { // the newest is the first
+        desk.Page("backups");
+        auto* list = desk.Find<QTreeWidget>("backups");
+        ASSERT_GT(list->topLevelItemCount(), row + 1);
+        list->setCurrentItem(list->topLevelItem(row));
+        desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+        desk.Click("restoreBackup");
+        desk.Page("commonKeyboard");
+    };
+    restore(0);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), ten);
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 10);
+    restore(2); // behind that of the restoring
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-    desk.Page("commonKeyboard");
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 

@@ -288,15 +288,18 @@ TEST_F(Bench, KnowsAKeyboardByItsIdentifier) {
     const Json uploaded =
         Json::parse(Run({"--json", "--keyboard", File("b.qxk"), "upload"}).out)["document"];
     job["units"][1]["identifier"] = uploaded["layeredFuncKeys"]["guid"];
-    job["units"].erase(2);
-    Plug("b.qxk");
-    pauses = {[&] {
-        Unplug("b.qxk");
-        Plug("a.qxk");
-    }};
+    Make("c.qxk");
+    Plug("a.qxk");
+    const auto next = [&](const char* before, const char* name) {
+        return [this, before, name] {
+            Unplug(before);
+            Plug(name);
+        };
+    };
+    pauses = {next("a.qxk", "c.qxk"), next("c.qxk", "b.qxk")};
     const Outcome outcome = RunJob({"--bench"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(TillIn("b.qxk") + TillIn("port.qxk"), "002001");
+    EXPECT_EQ(TillIn("a.qxk") + TillIn("c.qxk") + TillIn("port.qxk"), "001003002");
 }
 
 // The page about batches: its jobs and its commands, as they stand there.

@@ -257,11 +257,38 @@ TEST(Commands, WhatTheDiskRefusesLosesNothing) {
     }
 }
 
+namespace {
+
+// The texts of a drawing, one after the other.
+std::string TextsOf(const std::string& svg) {
+    std::string texts;
+    for (std::size_t at = svg.find("<text"); at != std::string::npos; at = svg.find("<text", at)) {
+        at = svg.find('>', at) + 1;
+        texts += svg.substr(at, svg.find('<', at) - at) + "|";
+    }
+    return texts;
+}
+
+} // namespace
+
 TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
     CommandLine keyboard;
-    const std::string document = keyboard.Write(
-        "till.json", R"({"format": "qx-configuration", "version": 1, "layeredFuncKeys": {"keys": [
-            {"layer": 3, "key": 7, "sequence": "Ctrl+C", "description": "Kasse & <b>"}]}})");
+    const std::string document =
+        keyboard.Write("till.json", R"({"format": "qx-configuration", "version": 1,
+        "magnetCard": {"sendImmediate": true, "verifyLRC": true, "verifyLastChar": true, "tracks": [
+            {"enabled": true, "headerEnabled": true, "header": "A ^A",
+             "terminatorEnabled": false, "terminator": "B ^B"},
+            {"enabled": false, "headerEnabled": false, "header": [],
+             "terminatorEnabled": true, "terminator": []},
+            {"enabled": true, "headerEnabled": true, "header": [],
+             "terminatorEnabled": true, "terminator": "C ^C"},
+            {"enabled": true, "headerEnabled": true, "header": [],
+             "terminatorEnabled": true, "terminator": []}]},
+        "freeProgKeys": {"keys": [{"positionCode": 112, "sequence": "D ^D"}]},
+        "layeredFuncKeys": {"keys": [
+            {"layer": 3, "key": 7, "sequence": "Ctrl+C", "description": "Kasse & <b>"},
+            {"layer": 9, "key": 23, "sequence": "E ^E", "description": ""}]},
+        "pos": {"blocks": [{"slot": 12, "keys": [12, 13], "sequence": "F ^F"}]}})");
     const auto sheet = [&](const char* name, const std::vector<std::string>& more = {}) {
         std::vector<std::string> arguments = {"sheet", "--date", "May", "-o", keyboard.File(name)};
         arguments.insert(arguments.end(), more.begin(), more.end());
@@ -269,10 +296,21 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
         return files::ReadFile(keyboard.File(name));
     };
     const std::string drawn = sheet("till.svg", {document});
-    for (const char* text : {"Layer 3", "Kasse &amp; &lt;b&gt;", "Ctrl C ^C", ">May<", "till.json"})
-        EXPECT_NE(drawn.find(text), std::string::npos) << text;
+    const std::string texts = TextsOf(drawn);
+    const std::string head = "May|Keyboard|till.json   Layout: English (United States)|";
+    for (const std::string& part :
+         {head + "Free programmable keys|Key|Caption|Sequence|112|F1|D ^D|1/3|",
+          head + "Layer 3|Key|Description|Sequence|F8|Kasse &amp; &lt;b&gt;|Ctrl C ^C ^Ctrl|2/3|",
+          head + "Layer 9|Key|Description|Sequence|F24|E ^E|"
+                 "POS blocks|Slot|Block|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
+                 "Readers|Input|Header|Terminator|Magnetic track 1|A ^A|(off) B ^B|"
+                 "Magnetic track 2 (not read)|(off)|(empty)|Magnetic track 3|(empty)|C ^C|"
+                 "Magnetic track 4|(empty)|(empty)|3/3|"})
+        EXPECT_NE(texts.find(part), std::string::npos) << part << "\n" << texts;
     EXPECT_TRUE(drawn == sheet("again.svg", {document}));
-    EXPECT_EQ(sheet("till.pdf", {document}).substr(0, 5), "%PDF-");
+    const std::string printed = sheet("till.pdf", {document});
+    EXPECT_EQ(printed.substr(0, 5), "%PDF-");
+    EXPECT_NE(printed.find("/Count 3\n"), std::string::npos) << "three pages";
 
     const std::string before = keyboard.Memory();
     EXPECT_EQ(sheet("keyboard.svg").find("Kasse"), std::string::npos);

@@ -98,8 +98,9 @@ def fast_tests(entry):
 
 
 def hear_signals():
-    """A run that goes on without its terminal ignores SIGHUP, which the tests are about, too."""
-    signal.signal(signal.SIGHUP, signal.SIG_DFL)
+    """A run in the background ignores signals that the tests raise."""
+    for each in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(each, signal.SIG_DFL)
 
 
 class Copy:
