@@ -297,7 +297,7 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
     };
     const std::string drawn = sheet("till.svg", {document});
     const std::string texts = TextsOf(drawn);
-    const std::string head = "May|Keyboard|till.json   Layout: English (United States)|";
+    const std::string head = "May|Keyboard|" + document + "   Layout: English (United States)|";
     for (const std::string& part :
          {head + "Free programmable keys|Key|Caption|Sequence|112|F1|D ^D|1/3|",
           head + "Layer 3|Key|Description|Sequence|F8|Kasse &amp; &lt;b&gt;|Ctrl C ^C ^Ctrl|2/3|",
