@@ -4,6 +4,7 @@
 #include "host/Json.h"
 
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QSlider>
 #include <QUrl>
@@ -58,6 +59,18 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     EXPECT_EQ(desk.Document(), saved);
     ASSERT_FALSE(desk.warnings.isEmpty());
     EXPECT_TRUE(desk.warnings.back().contains(QStringLiteral("/pos")));
+
+    desk.saveAs = "second.json";
+    EXPECT_TRUE(desk.window->Documents().SaveAs());
+    for (auto* menu : desk.window->findChildren<QMenu*>())
+        if (menu->title().contains(QStringLiteral("recent"))) {
+            emit menu->aboutToShow();
+            ASSERT_EQ(menu->actions().size(), 2);
+            EXPECT_TRUE(menu->actions()[0]->text().endsWith(QStringLiteral("second.json")));
+            EXPECT_EQ(menu->actions()[1]->text().toStdString(), file);
+            return;
+        }
+    ADD_FAILURE() << "no menu of recent documents";
 }
 
 TEST(Documents, ABackupIsOpenedAsACopy) {
@@ -86,6 +99,7 @@ TEST(Documents, SavesByItselfOnlyWhereItMay) {
         desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
         QTest::qWait(1700);
     };
+    desk.saveAs = "till"; // without its suffix
     desk.Page("commonKeyboard");
     desk.workbench.Preferences().SetAutoSave(true);
     edit(11);

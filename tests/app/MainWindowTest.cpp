@@ -10,11 +10,13 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 
 #include <QAction>
+#include <QFormLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QSlider>
+#include <QTableWidget>
 
 #include <fstream>
 
@@ -66,6 +68,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
         << changes.join('\n').toStdString();
     const std::string written = desk.Document();
     EXPECT_TRUE(desk.window->Documents().Save());
+    EXPECT_FALSE(desk.window->findChild<QWidget*>(QStringLiteral("progress"))->isVisible());
 
     // Nothing is left to write, and reading gives the same document.
     desk.window->Transfers().Write();
@@ -188,6 +191,10 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in")));
+    QStringList stages;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        stages.append(label->text());
+    EXPECT_TRUE(stages.contains(QStringLiteral("✗  Open the driver: failed")));
     desk.window->Transfers().Read();
     desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 2) << desk.warnings.join(' ').toStdString();
@@ -203,6 +210,22 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     desk.workbench.Preferences().SetVersionFirmware(0x100);
     EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
     EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "it is new enough";
+
+    desk.Page("overview");
+    QStringList rows;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        if (const auto* form = qobject_cast<QFormLayout*>(label->parentWidget()->layout()))
+            if (const auto* name =
+                    qobject_cast<QLabel*>(form->labelForField(const_cast<QLabel*>(label))))
+                rows.append(name->text() + label->text());
+    for (const char* row : {"Name:QX-POS-FULL", "Program:P100", "Bootloader:B100", "Country:US01",
+                            "Configuration:C001", "Kind:simulated keyboard"})
+        EXPECT_TRUE(rows.contains(QLatin1String(row))) << row;
+    const auto* directory = desk.Find<QTableWidget>("directory");
+    ASSERT_EQ(directory->rowCount(), 8);
+    EXPECT_EQ(directory->item(6, 0)->text(), QStringLiteral("6"));
+    EXPECT_EQ(directory->item(6, 1)->text(), QStringLiteral("MODULE_POS"));
+    EXPECT_EQ(directory->item(6, 2)->text(), QStringLiteral("0x4000"));
 }
 
 // From reading to writing without a pointer.

@@ -228,6 +228,40 @@ TEST(Transfers, FilesOfTheKeyboardGoBothWays) {
     desk.Click("param_load");
     EXPECT_EQ(desk.warnings.size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+
+    const std::string codes(256, '\x42');
+    std::ofstream(desk.folder / "memory.bin") << codes;
+    desk.workbench.Simulated()->Poke(27776, codes);
+    desk.Click("codepage_compare");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("code page equals")));
+    desk.workbench.Simulated()->Poke(27776, "x");
+    desk.Click("codepage_compare");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("code page differs")));
+}
+
+TEST(Transfers, ABackupOfAnotherKeyboardIsRestoredOnlyWhenTheUserAgrees) {
+    Desk first;
+    first.Page("commonKeyboard");
+    first.Find<QSlider>("slidOutputDelay")->setValue(9);
+    first.Write();
+    Desk desk("full", {}, first.folder / "records");
+    desk.Page("commonKeyboard");
+    desk.workbench.Simulated()->Poke(4096, "\x55");
+    const std::string held = desk.Held();
+    for (const bool agrees : {false, true}) {
+        desk.answer = agrees;
+        desk.askedToWrite.clear();
+        desk.Page("backups");
+        auto* list = desk.Find<QTreeWidget>("backups");
+        list->setCurrentItem(list->topLevelItem(0));
+        if (agrees)
+            desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+        desk.Click("restoreBackup");
+        ASSERT_EQ(desk.askedToWrite.size(), 1);
+        EXPECT_TRUE(desk.askedToWrite[0].contains(QStringLiteral("another keyboard")));
+        EXPECT_EQ(desk.Held() == held, !agrees);
+    }
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x06");
 }
 
 } // namespace
