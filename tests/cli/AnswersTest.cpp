@@ -178,6 +178,7 @@ TEST_F(Answers, OfModesAndPreferences) {
     Expect({"prefs", "set", "ColorProg", "0x8000000F"},
            {{"name", "ColorProg"}, {"type", "colour"}, {"value", -2147483633}},
            "ColorProg = 0x8000000F\n");
+    EXPECT_EQ(keyboard.Done({"prefs", "set", "ColorEmpty", "0x12"}), "ColorEmpty = 0x00000012\n");
     Expect({"prefs", "get", "AutoSave"},
            {{"name", "AutoSave"}, {"type", "Boolean"}, {"value", true}}, "True\n");
     keyboard.Done({"prefs", "set", "AutoSave", "False"});
