@@ -78,6 +78,13 @@ TEST(DriverSource, KeysHaveTheNamesOfTheNearestLayout) {
     EXPECT_EQ(run({"show", "layeredFuncKeys"}).out.find("Ä ^Ä"), std::string::npos);
     EXPECT_NE(run({"--layout", "german.qxl", "show", "layeredFuncKeys"}).out.find("Ä ^Ä"),
               std::string::npos);
+    const std::string faulty = (folder / "faulty.qxl").string();
+    files::WriteFileAtomically(faulty, "1=1033\n1001=(1500,0,600,600)50  A\\\\Key A\n");
+    const Outcome refused = run({"--layout", faulty, "validate", document});
+    EXPECT_EQ(refused.status, 6);
+    EXPECT_NE(refused.err.find("position code 1: the support is \"5\", not 0, 1 or 2"),
+              std::string::npos)
+        << refused.err;
 }
 
 // What goes wrong is told alike, whether the simulated keyboard is part of the program or loaded.
