@@ -263,9 +263,15 @@ TEST(Write, ALoadedFileLeavesABackupAndAReceipt) {
     const Json receipt = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
     EXPECT_EQ(receipt["action"], "param load");
     EXPECT_EQ(receipt["result"], "not verified");
+    EXPECT_EQ(receipt["full"], true);
     EXPECT_EQ(receipt["backup"], done["backup"]);
     keyboard.Done({"backup", "restore", done["backup"]});
     EXPECT_EQ(keyboard.Memory(), before);
+    const std::string bad = keyboard.Write("bad.bin", "no parameters");
+    EXPECT_EQ(keyboard.Run({"param", "load", bad}).status, 4);
+    const Json failed = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
+    EXPECT_EQ(failed["document"], bad);
+    EXPECT_EQ(failed["result"], "unknown");
 }
 
 TEST(Write, ADryRunOfAFullDownloadTellsWhatItSends) {
