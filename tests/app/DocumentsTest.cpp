@@ -34,6 +34,7 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
 
     // Neither another document nor a keyboard takes the place of an edit unasked.
+    desk.workbench.Preferences().SetAutoSave(false);
     desk.Page("commonKeyboard");
     desk.Find<QSlider>("slidOutputDelay")->setValue(13);
     const std::string edited = desk.Document();

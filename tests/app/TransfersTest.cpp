@@ -81,6 +81,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     desk.Write();
     EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
     const std::string ten = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
+    desk.Page("commonKeyboard");
     desk.Find<QSlider>("slidOutputDelay")->setValue(11);
     desk.Write();
 
