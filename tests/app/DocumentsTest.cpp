@@ -208,12 +208,17 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
         EXPECT_TRUE(second.window->close());
         EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1);
     } // ends without closing its window, as a program that is killed
+    const auto older = shop / "records" / "unsaved" / "1-9.json";
+    WriteText(older, R"({"document": "", "configuration": {)" + std::string(kFrame) + "}}");
+    std::filesystem::last_write_time(older, std::filesystem::file_time_type::clock::now() -
+                                                std::chrono::hours(1));
     Desk desk("full", shop / "");
     desk.leftCopy = DocumentMenu::LeftAnswer::Later;
     EXPECT_FALSE(desk.window->Documents().OpenLeft());
     desk.leftCopy = DocumentMenu::LeftAnswer::Open;
     EXPECT_TRUE(desk.window->Documents().OpenLeft());
-    EXPECT_EQ(desk.Document(), edited);
+    EXPECT_EQ(desk.Document(), edited) << "the newest comes first";
+    std::filesystem::remove(older);
     desk.Page("freeProgKeys");
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     EXPECT_TRUE(desk.workbench.IsModified());

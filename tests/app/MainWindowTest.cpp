@@ -180,6 +180,20 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
     find("font size");
     EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
+
+    // All words have to fit; what begins with them comes first.
+    auto* field = desk.Find<QLineEdit>("quickFind");
+    const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
+    field->setFocus();
+    field->clear();
+    QTest::keyClicks(field, QStringLiteral("code39 nowhere"));
+    ASSERT_EQ(found->count(), 1);
+    EXPECT_EQ(found->item(0)->text(), QStringLiteral("Nothing found"));
+    field->clear();
+    QTest::keyClicks(field, QStringLiteral("key"));
+    ASSERT_GT(found->count(), 1);
+    EXPECT_TRUE(found->item(0)->text().startsWith(QStringLiteral("key"), Qt::CaseInsensitive))
+        << found->item(0)->text().toStdString();
 }
 
 TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
