@@ -129,9 +129,10 @@ void Workbench::Connect() {
         ReloadPreferences();
     } catch (...) {
         Disconnect();
-        if (StateOf(Stage::Driver) ==
-            StageState::Running) // there was none to run a stage of its own
-            SetStage(Stage::Driver, StageState::Failed);
+        // A stage that was broken off, or that had no driver to run, reports no end of its own.
+        for (const Stage stage : {Stage::Driver, Stage::Directory, Stage::Naming})
+            if (StateOf(stage) == StageState::Running)
+                SetStage(stage, StageState::Failed);
         throw;
     }
     emit KeyboardChanged();

@@ -1,13 +1,16 @@
 #include "host/Session.h"
 
+#include "host/KeyboardFiles.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "support/FakeDriver.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <fstream>
 #include <limits>
 #include <tuple>
 #include <utility>
@@ -242,12 +245,16 @@ TEST_F(SessionTest, AReadingThatMovesTooLittleIsRefused) {
     lazy.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
     Session session(lazy);
     session.Open();
+    const test::TempFolder folder;
+    const auto codePage = folder / "page.cp";
+    std::ofstream(codePage) << std::string(256, 'x');
     for (const std::int32_t moved : {0, 1, 2, 255}) {
         lazy.moved = moved;
         auto sections = session.SectionsIn(configuration);
         for (const std::function<void()>& read :
              {std::function<void()>([&] { session.Upload(sections); }),
-              std::function<void()>([&] { (void)session.ReadContent(configuration); })})
+              std::function<void()>([&] { (void)session.ReadContent(configuration); }),
+              std::function<void()>([&] { (void)HasCodePage(session, codePage); })})
             try {
                 read();
                 ADD_FAILURE() << "believed with " << moved << " bytes moved";

@@ -578,8 +578,8 @@
         <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
     </message>
     <message>
-        <source>The editor cannot be used.</source>
-        <translation>Der Editor kann nicht verwendet werden.</translation>
+        <source>The keyboard reported a failure to the editor.</source>
+        <translation>Die Tastatur hat dem Editor einen Fehler gemeldet.</translation>
     </message>
     <message>
         <source>This keyboard cannot read track %1.</source>
