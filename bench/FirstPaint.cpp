@@ -85,7 +85,7 @@ int main(int argc, char** argv) {
                                                    work / "records"});
     app::MainWindow window(workbench, platform.Services(), language);
     const FirstPaint painted(window, argv[1], [&] {
-        window.Connect(workbench.Choice());
+        workbench.Connect();
         window.Transfers().Read();
         window.ShowPage(QStringLiteral("freeProgKeys"));
     });

@@ -1,5 +1,6 @@
 // What planning a write costs beside an upload, and what undo costs for each edit.
 
+#include "FilledConfiguration.h"
 #include "host/History.h"
 #include "host/Session.h"
 #include "host/WritePlan.h"
@@ -17,7 +18,7 @@ namespace {
 
 using namespace qx;
 
-// A keyboard with every module, with settings in every slot when it is full.
+// A keyboard with every module.
 struct BenchSession {
     BenchSession() {
         layout.SetLayoutPath(QX_LAYOUTS);
@@ -26,18 +27,11 @@ struct BenchSession {
         session.Open();
     }
 
-    // Writes a sequence as long as they go, of this code, into every slot of the configuration.
+    // Fills every slot of every module.
     void FillAll(host::Configuration& configuration, Byte code) {
         auto sections = session.SectionsIn(configuration);
         session.Upload(sections);
-        auto& layered =
-            dynamic_cast<QXLayeredFuncKeys&>(configuration.Find("layeredFuncKeys")->Control());
-        for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
-            for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key) {
-                layered.Layer(layer).GetKey(key).SetBytes(
-                    std::string(kFuncKeySlotSize, static_cast<char>(code)));
-                layered.Layer(layer).SetKeyDesc(key, std::string(kFuncKeyDescLength, 'x'));
-            }
+        bench::Fill(configuration, 100, code);
     }
 
     test::TempFolder folder{test::TempFolder::InMemory()};
@@ -46,7 +40,7 @@ struct BenchSession {
     host::Session session{driver};
 };
 
-// The keyboard is empty, or has as much as function keys can hold.
+// The keyboard is empty, or has as much as it can hold.
 void Upload(benchmark::State& state) {
     BenchSession keyboard;
     host::Configuration configuration(Platform(), &keyboard.layout, nullptr);
@@ -62,7 +56,7 @@ void Upload(benchmark::State& state) {
 }
 BENCHMARK(Upload)->ArgName("full")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
-// Every function key changes, its sequence and its description.
+// Every key of every module changes.
 void PlanOfAFullChange(benchmark::State& state) {
     BenchSession keyboard;
     host::Configuration configuration(Platform(), &keyboard.layout, nullptr);

@@ -1,5 +1,6 @@
 // What moving whole configurations costs beyond copying the same bytes with the same driver calls.
 
+#include "FilledConfiguration.h"
 #include "host/Session.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "support/FakeDriver.h"
@@ -13,20 +14,33 @@ namespace {
 
 using namespace qx;
 
+QXKeyboardLayoutData& Layout() {
+    static QXKeyboardLayoutData layout;
+    if (!layout.Loaded()) {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        if (!layout.OpenLayoutByName("us.qxl"))
+            std::abort();
+    }
+    return layout;
+}
+
 // All modules, in memory, without notes.
 class BenchKeyboard : public test::FakeDriver {
 public:
-    // `programmed`: how many of 100 slots hold a sequence or a description, each a full one.
-    explicit BenchKeyboard(std::size_t programmed) {
+    // nPercent of its slots are full.
+    explicit BenchKeyboard(int nPercent) {
         notesCalls = false;
         directory = {{MODULE_MAGNET_CONFIG, 0x1000},         {MODULE_BARCODE_CONFIG, 0x1100},
                      {MODULE_BARCODE_HEADERS, 0x1200},       {MODULE_MAGNET_HEADERS, 0x1300},
                      {MODULE_FREEPROGRAMMABLE_KEYS, 0x2000}, {MODULE_POS, 0x4000},
                      {MODULE_LAYERED_FUNCKEYS, 0x8000},      {MODULE_GUID, 0x10000}};
-        constexpr std::size_t kLongestSlot = 128;
-        for (std::size_t i = 0; i < memory.size(); ++i)
-            if (i / kLongestSlot % 100 < programmed)
-                memory[i] = static_cast<char>(1 + i * 7 % 251);
+        host::Session session(*this);
+        session.Open();
+        host::Configuration configuration(Platform(), &Layout(), nullptr);
+        auto sections = session.SectionsIn(configuration);
+        session.Upload(sections);
+        bench::Fill(configuration, nPercent, 30);
+        session.Download(sections);
     }
 };
 
@@ -88,23 +102,13 @@ private:
     std::int16_t m_int = 0;
 };
 
-QXKeyboardLayoutData& Layout() {
-    static QXKeyboardLayoutData layout;
-    if (!layout.Loaded()) {
-        layout.SetLayoutPath(QX_LAYOUTS);
-        if (!layout.OpenLayoutByName("us.qxl"))
-            std::abort();
-    }
-    return layout;
-}
-
 void RoundTrip(host::Session& session, std::vector<host::Section*> sections) {
     session.Upload(sections);
     session.Download(sections);
 }
 
 void UploadDecodeEncodeDownload(benchmark::State& state) {
-    BenchKeyboard keyboard(static_cast<std::size_t>(state.range(0)));
+    BenchKeyboard keyboard(static_cast<int>(state.range(0)));
     host::Session session(keyboard);
     session.Open();
     host::Configuration configuration(Platform(), &Layout(), nullptr);
@@ -115,7 +119,7 @@ void UploadDecodeEncodeDownload(benchmark::State& state) {
 BENCHMARK(UploadDecodeEncodeDownload)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
 
 void SameDriverCallsOnly(benchmark::State& state) {
-    BenchKeyboard keyboard(static_cast<std::size_t>(state.range(0)));
+    BenchKeyboard keyboard(static_cast<int>(state.range(0)));
     Recorder recorder(keyboard);
     host::Session session(recorder);
     session.Open();

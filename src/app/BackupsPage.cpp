@@ -22,8 +22,8 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
       m_restore(new QPushButton(tr("&Restore to keyboard…"))),
       m_open(new QPushButton(tr("Open as do&cument"))) {
     auto* text = new QLabel(
-        tr("Before each write, everything that the keyboard holds is saved here. At least "
-           "%1 days long every backup is kept.")
+        tr("Before each write, everything that the keyboard holds is saved here. Each backup "
+           "is kept for at least %1 days.")
             .arg(host::BackupStore::kDays));
     text->setWordWrap(true);
     m_list->setObjectName(QStringLiteral("backups"));

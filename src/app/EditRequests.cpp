@@ -86,7 +86,7 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
             isEdited = m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
         });
     } catch (const host::Error& error) {
-        m_screen.tell(FailureOf(tr("The editor cannot be used."), error).text);
+        m_screen.tell(FailureOf(tr("The keyboard reported a failure to the editor."), error).text);
     }
     if (isEdited)
         KeepCodes(sNewSeq);

@@ -1,5 +1,8 @@
 #include "app/Failure.h"
 
+#include "app/ControlTexts.h"
+#include "app/Places.h"
+
 #include <QApplication>
 #include <QCoreApplication>
 #include <QLocale>
@@ -75,6 +78,28 @@ QString KindText(host::ErrorKind kind) {
             QT_TRANSLATE_NOOP("Failures", "The model of the simulated keyboard has faults."));
     }
     return {};
+}
+
+QString LossText(const host::Loss& loss) {
+    const auto lost = [&] {
+        switch (loss.kind) {
+        case host::Loss::Kind::NumberLimited:
+            return Text(QT_TRANSLATE_NOOP(
+                "Failures", "%1: a number was limited to those that a document can hold (%2)."));
+        case host::Loss::Kind::TextCut:
+            return Text(QT_TRANSLATE_NOOP("Failures",
+                                          "%1: a text was cut to what a keyboard can hold (%2)."));
+        case host::Loss::Kind::CodesLeftOut:
+            return Text(QT_TRANSLATE_NOOP(
+                "Failures",
+                "%1: codes that no keyboard can hold were left out of a sequence (%2)."));
+        case host::Loss::Kind::SequenceCut:
+            return Text(QT_TRANSLATE_NOOP(
+                "Failures", "%1: a sequence was cut to what a keyboard can hold (%2)."));
+        }
+        return QString();
+    };
+    return lost().arg(SectionTitle(SectionOfPlace(loss.place)), QString::fromStdString(loss.place));
 }
 
 Failure FailureOf(const QString& what, const std::exception& error) {

@@ -1,7 +1,7 @@
 // Failure: what went wrong, as the user reads it.
 #pragma once
 
-#include "host/Error.h"
+#include "host/ConfigurationDocument.h"
 
 #include <QString>
 
@@ -21,6 +21,9 @@ struct Failure {
 
 // The kind of failure as a sentence.
 [[nodiscard]] QString KindText(host::ErrorKind kind);
+
+// What a saved document has lost, and where.
+[[nodiscard]] QString LossText(const host::Loss& loss);
 
 // Shows a failure in a box, with the details on request.
 void ShowFailure(QWidget* parent, const Failure& failure);

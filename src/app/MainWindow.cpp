@@ -15,6 +15,7 @@
 #include "app/StatusLine.h"
 #include "app/TestDrivePage.h"
 #include "app/WindowPlace.h"
+#include "app/WorkBar.h"
 #include "views/Bindings.h"
 
 #include <QAction>
@@ -96,8 +97,6 @@ void MainWindow::ConnectSignals() {
     connect(m_keyboards, &KeyboardMenu::Connected, this, [this] { m_edits.Reload(); });
     connect(&m_workbench, &Workbench::KeyboardChanged, this, &MainWindow::ShowKeyboard);
     connect(&m_workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
-    connect(&m_workbench, &Workbench::Began, this, &MainWindow::ShowWork);
-    connect(&m_workbench, &Workbench::Ended, this, &MainWindow::EndWork);
     connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::TellWarning);
     connect(&m_workbench, &Workbench::Touched, this, [this] { m_notice->ClearOld(); });
     auto* drops = new FileDrops(this);
@@ -146,11 +145,10 @@ void MainWindow::MakeActions() {
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     m_undo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowBack), tr("&Undo"),
-                             QKeySequence(Qt::CTRL | Qt::Key_Z), this,
-                             [this] { Step(&Workbench::Undo); });
-    m_redo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowForward), tr("&Redo"),
-                             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this,
-                             [this] { Step(&Workbench::Redo); });
+                             QKeySequence(Qt::CTRL | Qt::Key_Z), this, &MainWindow::Undo);
+    m_redo =
+        edit->addAction(style()->standardIcon(QStyle::SP_ArrowForward), tr("&Redo"),
+                        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this, &MainWindow::Redo);
     edit->addSeparator();
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), m_find, [this] {
         m_find->setFocus(Qt::ShortcutFocusReason);
@@ -201,12 +199,10 @@ void MainWindow::MakeToolBar() {
 void MainWindow::MakePages() {
     m_find = new QuickFind([this] { return Findables(); });
     m_notice = new NoticeBar(QStringLiteral("lblNotice"));
-    m_work = new NoticeBar(QStringLiteral("lblWork"));
-    m_work->HideButton();
     auto* notices = new QWidget;
     auto* column = new QVBoxLayout(notices);
     column->setContentsMargins({});
-    column->addWidget(m_work);
+    column->addWidget(new WorkBar(m_workbench));
     column->addWidget(m_notice);
     m_pages = new PageBook(m_find, notices);
     connect(m_pages, &PageBook::Shown, this, [this] { m_notice->ClearOld(); });
@@ -260,21 +256,23 @@ void MainWindow::ShowPage(const QString& id) {
 }
 
 void MainWindow::GoTo(const std::string& place) {
-    ShowPage(ToQt(SectionOfPlace(place)));
-    m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
+    ShowChange(place);
     m_pages->FocusPage();
 }
 
-void MainWindow::Step(void (Workbench::*step)()) {
-    const auto settings = [this] {
-        return m_workbench.Configuration().List(m_workbench.History().AllSections());
-    };
-    const auto before = settings();
-    (m_workbench.*step)();
-    const auto changes = host::Compare(before, settings());
-    if (changes.empty())
-        return;
-    const std::string& place = changes.front().place;
+void MainWindow::Undo() {
+    const std::string place = m_workbench.History().UndoPlace();
+    m_workbench.Undo();
+    ShowChange(place);
+}
+
+void MainWindow::Redo() {
+    const std::string place = m_workbench.History().RedoPlace();
+    m_workbench.Redo();
+    ShowChange(place);
+}
+
+void MainWindow::ShowChange(const std::string& place) {
     ShowPage(ToQt(SectionOfPlace(place)));
     m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
 }
@@ -321,18 +319,6 @@ void MainWindow::ShowDocument() {
     setWindowTitle(QStringLiteral("%1[*] — QXControls").arg(m_documents->DocumentName()));
     setWindowModified(m_workbench.IsModified());
     m_notice->ClearOld();
-}
-
-void MainWindow::ShowWork(const QString& text) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    m_work->Tell(NoticeBar::Kind::Warning, text);
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // paints it
-}
-
-void MainWindow::EndWork() {
-    m_work->hide();
-    m_work->Age();
-    QApplication::restoreOverrideCursor();
 }
 
 void MainWindow::ApplyPreferences() {

@@ -66,12 +66,12 @@ private:
     [[nodiscard]] QWidget* MakePreferences();
     void ShowKeyboard();
     void ShowDocument();
-    void ShowWork(const QString& text);
-    void EndWork();
     void SwitchLanguage();
     void OpenDropped(const QStringList& files);
-    // Takes a step back or forth, and shows what it changed.
-    void Step(void (Workbench::*step)());
+    // Take a step back or forth, and show what it changed.
+    void Undo();
+    void Redo();
+    void ShowChange(const std::string& place);
     void Tell(const QString& text);
     void TellDone(const QString& text);
     void TellWarning(const QString& text);
@@ -91,7 +91,6 @@ private:
     QuickFind* m_find = nullptr;
     PageBook* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;
-    NoticeBar* m_work = nullptr; // while something is being done with the keyboard
     StatusLine* m_status = nullptr;
     Integer m_shownLanguage = -1;
     bool m_isPainted = false;

@@ -69,8 +69,8 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
     remedies->addStretch(1);
     stages->addWidget(m_remedies);
 
-    auto* identity = new QGroupBox(tr("Keyboard"));
-    m_identity = new QFormLayout(identity);
+    m_keyboard = new QGroupBox(tr("Keyboard"));
+    m_identity = new QFormLayout(m_keyboard);
 
     auto* modules = new QGroupBox(tr("Modules"));
     auto* modulesColumn = new QVBoxLayout(modules);
@@ -90,7 +90,7 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
 
     auto* left = new QVBoxLayout;
     left->addWidget(startUp);
-    left->addWidget(identity);
+    left->addWidget(m_keyboard);
     left->addStretch(1);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins({});
@@ -135,6 +135,7 @@ void OverviewPage::ShowKeyboard() {
     while (m_identity->rowCount() > 0)
         m_identity->removeRow(0);
     m_directory->setRowCount(0);
+    m_keyboard->setVisible(m_workbench.IsConnected());
     if (!m_workbench.IsConnected())
         return;
     ShowFailure({});

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QFormLayout;
+class QGroupBox;
 class QLabel;
 class QPushButton;
 class QTableWidget;
@@ -32,6 +33,7 @@ private:
     QLabel* m_stages[3];
     QLabel* m_failure;
     QWidget* m_remedies;
+    QGroupBox* m_keyboard; // while one is connected
     QFormLayout* m_identity;
     QTableWidget* m_directory;
 };

@@ -7,11 +7,9 @@
 #include "app/VersionBox.h"
 #include "setup/LayoutSource.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QEvent>
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -20,6 +18,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -52,27 +51,20 @@ QString PlainLabel(QString label) {
 PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem::path& layouts,
                                  QWidget* parent)
     : QWidget(parent), m_settings(settings), m_layouts(layouts) {
-    auto* column = new QVBoxLayout(this);
-    column->setSpacing(12);
-    Build();
-}
-
-void PreferencesPage::Build() {
-    m_shows.clear();
-    m_labels.clear();
     m_tabs = new QTabWidget;
     m_tabs->addTab(MakeGeneralTab(), tr("General"));
     m_tabs->addTab(MakeLanguagesTab(), tr("Languages"));
     m_tabs->addTab(MakeKeyboardTab(), tr("Keyboard"));
     m_tabs->addTab(MakeKeyDisplayTab(), tr("Key display"));
     m_tabs->addTab(MakePosTab(), tr("POS keys"));
-    layout()->addWidget(m_tabs);
 
     auto* reset = new QPushButton(tr("Reset to defa&ults …"));
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
-    layout()->addWidget(reset);
-    layout()->setAlignment(reset, Qt::AlignLeft);
+    auto* column = new QVBoxLayout(this);
+    column->setSpacing(12);
+    column->addWidget(m_tabs);
+    column->addWidget(reset, 0, Qt::AlignLeft);
     ShowAll();
 }
 
@@ -332,11 +324,11 @@ void PreferencesPage::ResetToDefaults() {
 }
 
 void PreferencesPage::ShowAll() {
-    if (std::exchange(m_isShowing, true))
+    if (m_isShowing)
         return;
+    const QScopedValueRollback showing(m_isShowing, true);
     for (const auto& show : m_shows)
         show();
-    m_isShowing = false;
 }
 
 void PreferencesPage::Set(Preference preference, const QXProgSettings::Value& value) {
@@ -381,25 +373,6 @@ void PreferencesPage::ShowTab(int tab) {
 void PreferencesPage::showEvent(QShowEvent* event) {
     ShowAll(); // the program itself changes some
     QWidget::showEvent(event);
-}
-
-void PreferencesPage::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() != QEvent::LanguageChange)
-        return;
-    // All anew; where the user was stays. What was there may be in the middle of telling a change.
-    const int tab = m_tabs->currentIndex();
-    const QWidget* focus = QApplication::focusWidget();
-    const QString name = isAncestorOf(focus) ? focus->objectName() : QString();
-    while (QLayoutItem* item = layout()->takeAt(0)) {
-        item->widget()->setParent(nullptr);
-        item->widget()->deleteLater();
-        delete item;
-    }
-    Build();
-    m_tabs->setCurrentIndex(tab);
-    if (auto* editor = name.isEmpty() ? nullptr : m_tabs->findChild<QWidget*>(name))
-        editor->setFocus();
 }
 
 } // namespace qx::app

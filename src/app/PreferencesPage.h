@@ -2,7 +2,7 @@
 //
 // A change is a preference at once, and Changed reports it, so that the host shows its effect; the
 // host saves the preferences when it likes. The editors have the preferences' property names as
-// object names. The page follows the program's language.
+// object names.
 #pragma once
 
 #include "qxcontrols/settings/QXProgSettings.h"
@@ -47,12 +47,10 @@ signals:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     using Choices = std::vector<std::pair<QString, Integer>>;
 
-    void Build();
     [[nodiscard]] QWidget* MakeGeneralTab();
     [[nodiscard]] QWidget* MakeLanguagesTab();
     [[nodiscard]] QWidget* MakeKeyboardTab();

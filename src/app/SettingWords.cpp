@@ -45,6 +45,9 @@ namespace {
     QT_TRANSLATE_NOOP("SettingWords", "off"),
     QT_TRANSLATE_NOOP("SettingWords", "(empty)"),
     QT_TRANSLATE_NOOP("SettingWords", "(none)"),
+    QT_TRANSLATE_NOOP("SettingWords", "section"),
+    QT_TRANSLATE_NOOP("SettingWords", "(damaged)"),
+    QT_TRANSLATE_NOOP("SettingWords", "(sound)"),
 };
 
 // The same for the test drive.

@@ -2,6 +2,7 @@
 
 #include "app/ControlTexts.h"
 #include "app/LocalTime.h"
+#include "app/Places.h"
 #include "app/ReviewSheet.h"
 #include "app/Working.h"
 #include "views/Bindings.h"
@@ -10,7 +11,6 @@
 #include <QPushButton>
 
 #include <map>
-#include <optional>
 #include <utility>
 
 namespace qx::app {
@@ -33,6 +33,16 @@ Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* win
         box.setEscapeButton(later);
         box.exec();
         return endings.contains(box.clickedButton()) ? endings[box.clickedButton()] : Ending::Later;
+    };
+    questions.mayRepair = [this](const QString& text, const QString& details) {
+        QMessageBox box(QMessageBox::Warning, tr("Write to keyboard"), text, QMessageBox::Cancel,
+                        m_window);
+        box.setTextFormat(Qt::PlainText);
+        box.setDetailedText(details);
+        const auto* repair = box.addButton(tr("&Repair"), QMessageBox::DestructiveRole);
+        box.setDefaultButton(QMessageBox::Cancel);
+        box.exec();
+        return box.clickedButton() == repair;
     };
     questions.mayWrite = [this](const QString& title, const QString& question) {
         return QMessageBox::question(m_window, title, question, QMessageBox::Yes | QMessageBox::No,
@@ -78,29 +88,51 @@ bool Transfers::Review(const host::WritePlan& plan, const QString& title) {
     return false;
 }
 
+std::optional<host::WritePlan> Transfers::Plan() {
+    const auto plan = [this](bool repairs) {
+        const Working working(m_workbench, tr("Comparing the document with the keyboard…"));
+        return m_workbench.PlanWrite(repairs);
+    };
+    try {
+        return plan(false);
+    } catch (const host::Error& error) {
+        if (error.Kind() != host::ErrorKind::KeyboardDamaged)
+            throw;
+        QStringList damaged;
+        for (const host::Fault& fault : error.Faults())
+            damaged.append(SectionTitle(SectionOfPlace(fault.place)));
+        const QString text =
+            tr("The keyboard's memory is damaged here: %1.\n\nRepairing replaces all of that with "
+               "the document's settings. Otherwise nothing is written.")
+                .arg(damaged.join(QStringLiteral(", ")));
+        if (!questions.mayRepair(text, FailureOf({}, error).details))
+            return std::nullopt;
+    }
+    return plan(true);
+}
+
 void Transfers::Write() {
-    if (Recover())
-        return;
-    if (m_workbench.IsMixture() &&
-        !questions.mayWrite(
-            tr("Write to keyboard"),
-            tr("This document was read while a write to the keyboard was interrupted. It may be a "
-               "mixture of old and new settings. Write it anyway?")))
-        return;
     Attempt(tr("Nothing was written."), [this] {
-        const auto plan = [this] {
-            const Working working(m_workbench, tr("Comparing the document with the keyboard…"));
-            return m_workbench.PlanWrite();
-        }();
-        if (plan.IsEmpty())
+        if (const auto interrupted = m_workbench.Interrupted())
+            return SettleFound(*interrupted);
+        if (m_workbench.IsMixture() &&
+            !questions.mayWrite(
+                tr("Write to keyboard"),
+                tr("This document was read while a write to the keyboard was interrupted. It may "
+                   "be a mixture of old and new settings. Write it anyway?")))
+            return;
+        const auto plan = Plan();
+        if (!plan)
+            return;
+        if (plan->IsEmpty())
             return emit Done(tr("The keyboard already has these settings; nothing was written."));
-        if (!Review(plan, tr("Write to keyboard")))
+        if (!Review(*plan, tr("Write to keyboard")))
             return;
         Writer::Outcome outcome;
-        if (!Send([&] { outcome = m_workbench.WriteKeyboard(plan); }))
+        if (!Send([&] { outcome = m_workbench.WriteKeyboard(*plan); }))
             return;
         emit Done(tr("Document to keyboard: wrote %n change(s)", "",
-                     static_cast<int>(plan.settings.size())) +
+                     static_cast<int>(plan->settings.size())) +
                   tr(" (%n byte(s)), read back and found equal.", "",
                      static_cast<int>(outcome.bytesSent)));
         emit Written();
@@ -169,12 +201,18 @@ bool Transfers::Recover() {
         if (!write)
             return;
         isFound = true;
-        Settle(*write,
-               tr("Writing %1 to this keyboard was interrupted (%2).")
-                   .arg(ToQt(write->document), LocalTime(write->time)),
-               {});
+        SettleFound(*write);
     });
     return isFound;
+}
+
+void Transfers::SettleFound(const host::JournalEntry& write) {
+    Attempt(tr("The interrupted write could not be settled."), [&] {
+        Settle(write,
+               tr("Writing %1 to this keyboard was interrupted (%2).")
+                   .arg(ToQt(write.document), LocalTime(write.time)),
+               {});
+    });
 }
 
 void Transfers::Settle(const host::JournalEntry& write, const QString& why,

@@ -10,6 +10,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace qx::app {
@@ -24,6 +25,8 @@ public:
     struct Questions {
         std::function<Ending(const QString& text, const QString& details)> recover;
         std::function<bool(const QString& title, const QString& question)> mayWrite;
+        // Before damaged parts of the keyboard are replaced.
+        std::function<bool(const QString& text, const QString& details)> mayRepair;
     };
 
     Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window);
@@ -54,6 +57,10 @@ private:
     // Writes the plan; a write that breaks off can be settled at once. Whether it was proved.
     bool Send(const std::function<void()>& write);
     void ReportBrokenOff(const Failure& failure, bool isRecorded);
+    // What writing the document would change. Where that takes a repair that the user does not
+    // want, nothing.
+    [[nodiscard]] std::optional<host::WritePlan> Plan();
+    void SettleFound(const host::JournalEntry& write);
     // Asks about the write, after a text that says why, and does as the user answers.
     void Settle(const host::JournalEntry& write, const QString& why, const QString& details);
     void EndInterrupted(const host::JournalEntry& write, Ending ending);

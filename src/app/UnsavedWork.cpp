@@ -61,7 +61,9 @@ void UnsavedWork::Keep(const host::ConfigurationDocument& document, const fs::pa
     host::Json content;
     content[kDocument] = std::string(name.begin(), name.end());
     content[kConfiguration] = document.AsJson();
-    files::WriteFileAtomically(m_own->File(), host::PrettyText(content));
+    const std::string text = host::PrettyText(content);
+    if (!files::WriteNewFile(m_own->File(), text)) // else it is private from the start
+        files::WriteFileAtomically(m_own->File(), text);
 }
 
 void UnsavedWork::Drop() {

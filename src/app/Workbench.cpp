@@ -2,14 +2,12 @@
 
 #include "app/ControlTexts.h"
 #include "app/Failure.h"
+#include "app/Places.h"
 #include "app/SettingWords.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
-#include "qxcontrols/keyprog/QXFreeProgKeys.h"
-#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/readers/QXBarcode.h"
-#include "qxcontrols/readers/QXMagnetCard.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
 
@@ -58,15 +56,12 @@ Workbench::Workbench(const Platform& platform, Options options)
         setup::OpenLayout(m_layout, m_options.layouts, setup::PreferredLayout(0));
     }
     m_configuration = std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
+    m_display = std::make_unique<ControlDisplay>(*m_configuration, m_preferences);
     m_history = std::make_unique<host::History>(*m_configuration);
     for (const auto& section : m_configuration->Sections()) {
         ModuleControl& control = section->Control();
         m_edits.push_back(control.Refreshed.Subscribe([this, &control] { NoteEdit(control); }));
     }
-    m_edits.push_back(ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Refreshed.Subscribe([this] {
-        ShowLayerOnKeyboard();
-    }));
-    OfferAllTracks();
 }
 
 Workbench::~Workbench() {
@@ -95,39 +90,12 @@ void Workbench::OpenLayout() {
 
 void Workbench::ReloadPreferences() {
     const Busy busy(*this);
-    ShowReleases();
     try {
         OpenLayout();
     } catch (const host::Error& error) {
         emit Noticed(FailureOf({}, error).text);
     }
-    for (const auto& section : m_configuration->Sections()) {
-        ModuleControl& control = section->Control();
-        if (auto* keys = dynamic_cast<QXFreeProgKeys*>(&control))
-            keys->KeyFontSizeChanged(m_preferences.KeyFontSize());
-        control.ReloadKeySettings();
-        control.ReloadColor();
-    }
-}
-
-// The pages show released keys as the preference says, until the user wants it otherwise on a page.
-void Workbench::ShowReleases() {
-    const bool isWanted = m_preferences.ShowUpcodes();
-    if (std::exchange(m_showsReleases, isWanted) == isWanted)
-        return;
-    const auto show = [isWanted](auto* control) {
-        if (control == nullptr)
-            return;
-        control->chkShowDetails.Value = isWanted ? 1 : 0;
-        control->chkShowDetails_Click();
-    };
-    for (const auto& section : m_configuration->Sections()) {
-        ModuleControl* control = &section->Control();
-        show(dynamic_cast<QXMagnetCard*>(control));
-        show(dynamic_cast<QXBarcode*>(control));
-        show(dynamic_cast<QXFreeProgKeys*>(control));
-        show(dynamic_cast<QXLayeredFuncKeys*>(control));
-    }
+    m_display->ApplyPreferences();
 }
 
 void Workbench::Quietly(const std::function<void()>& change) {
@@ -161,9 +129,10 @@ void Workbench::Connect() {
         ReloadPreferences();
     } catch (...) {
         Disconnect();
-        if (StateOf(Stage::Driver) ==
-            StageState::Running) // there was none to run a stage of its own
-            SetStage(Stage::Driver, StageState::Failed);
+        // A stage that was broken off, or that had no driver to run, reports no end of its own.
+        for (const Stage stage : {Stage::Driver, Stage::Directory, Stage::Naming})
+            if (StateOf(stage) == StageState::Running)
+                SetStage(stage, StageState::Failed);
         throw;
     }
     emit KeyboardChanged();
@@ -199,8 +168,7 @@ void Workbench::Disconnect() {
     if (!m_session)
         return;
     const Busy busy(*this);
-    for (const auto& section : m_configuration->Sections())
-        section->Control().SetKeyboard(nullptr);
+    m_display->FollowNone();
     m_subscriptions.clear();
     try {
         m_session->Close();
@@ -209,36 +177,18 @@ void Workbench::Disconnect() {
     }
     m_session.reset();
     m_driver = {};
-    OfferAllTracks();
     emit KeyboardChanged();
-}
-
-// No keyboard limits the tracks that a document can be given.
-void Workbench::OfferAllTracks() {
-    const Busy busy(*this);
-    auto& control = ControlOf<QXMagnetCard>("magnetCard");
-    for (Integer track = 1; track <= kMagneticTracks; ++track)
-        control.Track(track).SetAvailable(true);
-    control.RescanTracks();
-    ShowPresentTrack();
-}
-
-// The track that is shown is one of the list.
-void Workbench::ShowPresentTrack() {
-    auto& control = ControlOf<QXMagnetCard>("magnetCard");
-    if (control.trackList.ListIndex != -1 || control.trackList.Items.empty())
-        return;
-    control.trackList.ListIndex = 0;
-    control.trackList_Click();
 }
 
 void Workbench::AttachKeyboard() {
     const Busy busy(*this);
-    const auto present = m_session->Present(*m_configuration, true);
-    for (Section* section : present)
-        section->Control().SetKeyboard(&m_session->Access());
-    ControlOf<QXMagnetCard>("magnetCard").RescanTracks();
-    ShowPresentTrack();
+    m_display->Follow(*m_session);
+}
+
+host::Session& Workbench::Session() {
+    if (!IsConnected())
+        throw host::Error(host::ErrorKind::KeyboardNotOpened, "no keyboard is connected");
+    return *m_session;
 }
 
 bool Workbench::Has(const Section& section) const {
@@ -253,7 +203,8 @@ void Workbench::ReadKeyboard() {
     try {
         const Attachment attached(*this);
         for (const host::Fault& fault : m_session->Upload(sections))
-            emit Noticed(QString::fromStdString(fault.place + ": " + fault.message));
+            emit Noticed(tr("%1: damaged in the keyboard, and left out of the document.")
+                             .arg(SectionTitle(SectionOfPlace(fault.place))));
     } catch (...) {
         m_configuration->RestoreAll(before);
         throw;
@@ -283,6 +234,7 @@ host::WriteRecords Workbench::Records() const {
 
 template <typename Work>
 auto Workbench::WithWriter(const Work& work) {
+    host::Session& session = Session();
     const Busy busy(*this);
     const Attachment attached(*this);
     host::Writer::Options options;
@@ -294,19 +246,25 @@ auto Workbench::WithWriter(const Work& work) {
         TranslateControls(*scratch);
         return scratch;
     };
-    host::Writer writer(*m_session, std::move(options));
+    options.onStep = [this](host::Step step) { emit Stepped(step); };
+    host::Writer writer(session, std::move(options));
     return work(writer);
 }
 
-host::WritePlan Workbench::PlanWrite() {
-    return WithWriter([&](host::Writer& writer) { return writer.Plan(WantedSections()); });
+host::WritePlan Workbench::PlanWrite(bool repairs) {
+    return WithWriter([&](host::Writer& writer) {
+        return writer.Plan(WantedSections(), {.full = false, .repair = repairs});
+    });
 }
 
 host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
     host::Writer::Request request;
     request.document = m_file.empty() ? "an untitled document" : m_file.string();
     request.documentSha256 = files::Sha256(m_history->Document().ToText());
-    return WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+    const auto outcome =
+        WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+    m_history->ResetDataChanged();
+    return outcome;
 }
 
 void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
@@ -436,19 +394,12 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
     m_history->MarkSaved();
     StoreLastDocument();
     emit DocumentChanged();
-    for (const host::Fault& loss : document.Losses())
-        emit Noticed(QString::fromStdString(loss.place + ": " + loss.message));
-}
-
-// The keyboard's own keys follow the layer that is shown.
-void Workbench::ShowLayerOnKeyboard() {
-    auto& control = ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
-    if (std::exchange(m_shownLayer, control.CurrentLayer()) != control.CurrentLayer())
-        control.ShowCurrentSelectedLayerOnKeyboard();
+    for (const host::Loss& loss : document.Losses())
+        emit Noticed(LossText(loss));
 }
 
 // A control shows itself again after each selection too, which is not an edit. The barcode control
-// marks some of its edits only.
+// marks only some of its edits as such.
 void Workbench::NoteEdit(ModuleControl& control) {
     if (m_isBusy)
         return;

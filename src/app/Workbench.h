@@ -5,6 +5,7 @@
 // host::Error and have then changed neither the document nor, where they say so, the keyboard.
 #pragma once
 
+#include "app/ControlDisplay.h"
 #include "host/History.h"
 #include "host/KeyboardFiles.h"
 #include "host/Session.h"
@@ -64,7 +65,9 @@ public:
     void Connect(setup::KeyboardChoice choice);
     void Disconnect();
     [[nodiscard]] bool IsConnected() const { return m_session != nullptr; }
-    [[nodiscard]] host::Session& Session() { return *m_session; } // while connected
+    // Throws host::Error(KeyboardNotOpened), as all operations with the keyboard do, while none is
+    // connected.
+    [[nodiscard]] host::Session& Session();
     [[nodiscard]] sim::SimulatedDriver* Simulated() const { return m_driver.simulated; }
     [[nodiscard]] const setup::KeyboardChoice& Choice() const { return m_options.keyboard; }
     [[nodiscard]] const QString& DriverNote() const { return m_driverNote; }
@@ -75,8 +78,8 @@ public:
     // Keyboard to document: the settings of all modules that the keyboard has.
     void ReadKeyboard();
     // What writing the document would change in the keyboard, which stays as it is. Sections that
-    // the keyboard lacks are passed over.
-    [[nodiscard]] host::WritePlan PlanWrite();
+    // the keyboard lacks are passed over; damaged ones are replaced only where it repairs them.
+    [[nodiscard]] host::WritePlan PlanWrite(bool repairs = false);
     // Document to keyboard: what was planned, read back and compared.
     host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
     [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
@@ -129,6 +132,7 @@ signals:
     void KeyboardChanged();          // another one, or none
     void DocumentChanged();          // its settings, its file, or whether it is saved
     void Began(const QString& text); // work with the keyboard that takes a while; see Working
+    void Stepped(host::Step step);   // of a write
     void Progressed(int percent);
     void Ended();
     void Noticed(const QString& text);
@@ -142,10 +146,6 @@ private:
     void TakeDocument(const host::ConfigurationDocument& document,
                       const std::filesystem::path& file);
     void StoreLastDocument();
-    void OfferAllTracks();
-    void ShowPresentTrack();
-    void ShowLayerOnKeyboard();
-    void ShowReleases();
     void AttachKeyboard();
     void SubscribeToStages();
     void SetStage(Stage stage, StageState state);
@@ -162,6 +162,7 @@ private:
     QXProgSettings m_preferences;
     QXKeyboardLayoutData m_layout;
     std::unique_ptr<host::Configuration> m_configuration;
+    std::unique_ptr<ControlDisplay> m_display;
     std::unique_ptr<host::History> m_history;
     setup::OpenedDriver m_driver;
     std::unique_ptr<host::Session> m_session;
@@ -171,8 +172,6 @@ private:
     QString m_driverNote;
     std::filesystem::path m_file;
     std::optional<host::Json> m_keyboardNote; // of the document: which keyboard it is for
-    Integer m_shownLayer = 0;
-    bool m_showsReleases = false;
     bool m_isMixture = false;
     bool m_isBusy = false;
 };

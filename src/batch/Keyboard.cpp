@@ -104,7 +104,7 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
                               absent.front().message +
                               "; nothing was written (--skip-absent leaves such sections out)",
                           absent);
-    const host::WritePlan plan = writer.Plan(sections);
+    const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});
     host::Writer::Request request;
     request.document = unit.document->Name();
     request.documentSha256 = files::Sha256(unit.document->ToText());

@@ -24,6 +24,7 @@ struct Services {
     Platform platform;
     std::filesystem::path records; // of writes
     bool skipAbsent = false;       // leave out what a keyboard has no module for
+    bool repair = false;           // replace what is damaged in a keyboard
     host::Clock now = [] { return std::chrono::system_clock::now(); };
     // Lets some time pass before the bench is looked at again.
     std::function<void()> pause;

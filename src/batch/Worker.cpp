@@ -31,6 +31,7 @@ WorkerSettings SettingsFrom(const Json& json) {
                         json.at("preferredLayout").get<std::string>()};
     settings.records = PathFrom(json.at("records"));
     settings.skipAbsent = json.at("skipAbsent").get<bool>();
+    settings.repair = json.at("repair").get<bool>();
     settings.isolation.program = PathFrom(json.at("driverHost"));
     settings.isolation.limit = std::chrono::milliseconds(json.at("limit").get<std::int64_t>());
     settings.trace = json.at("trace").get<bool>();
@@ -88,6 +89,7 @@ std::string LineOf(const WorkerSettings& settings) {
                        {"preferredLayout", settings.layouts.preferred},
                        {"records", ToJson(settings.records)},
                        {"skipAbsent", settings.skipAbsent},
+                       {"repair", settings.repair},
                        {"driverHost", ToJson(settings.isolation.program)},
                        {"limit", settings.isolation.limit.count()},
                        {"trace", settings.trace}});
@@ -133,6 +135,7 @@ void Work(process::Channel& channel) {
     services.platform.messageBoxes = &boxes;
     services.records = settings.records;
     services.skipAbsent = settings.skipAbsent;
+    services.repair = settings.repair;
     services.note = [&](const std::string& text) { notes.push_back(text); };
     if (settings.trace)
         SetTraceSink([](std::string_view text) { std::cerr << std::string(text) + "\n"; });

@@ -19,6 +19,7 @@ struct WorkerSettings {
     LayoutChoice layouts;
     std::filesystem::path records; // of writes
     bool skipAbsent = false;
+    bool repair = false;
     driverhost::Isolation isolation; // of driver libraries
     bool trace = false;              // to standard error
 };

@@ -2,7 +2,6 @@
 
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
-#include "host/ForwardingDriver.h"
 #include "host/Traces.h"
 #include "setup/LayoutSource.h"
 
@@ -19,6 +18,20 @@ constexpr int kEndedBySignal = 128; // and the signal's number, as shells have i
 // A document can have very many faults, of which nobody reads all.
 constexpr std::size_t kShownFaults = 20;
 constexpr std::size_t kFaultsInJson = 1000;
+
+// What a transfer does in this step; the one before the writing reads too.
+std::string_view WordOf(host::Step step) {
+    switch (step) {
+    case host::Step::SavingBackup:
+    case host::Step::Checking:
+        return "reading";
+    case host::Step::Writing:
+        return "writing";
+    case host::Step::ReadingBack:
+        return "checking";
+    }
+    return {};
+}
 
 void EndIfInterrupted() {
     if (const int signal = InterruptWatch::Signal(); signal != 0)
@@ -73,31 +86,6 @@ private:
     Context& m_context;
 };
 
-// Knows which step of the work a transfer is.
-class Context::NamedTransfers : public host::ForwardingDriver {
-public:
-    NamedTransfers(ConfigDriver& driver, std::string_view& step)
-        : ForwardingDriver(driver), m_step(step) {}
-    std::int32_t QXCFG_ImageLoad() override {
-        m_step = m_hasWritten ? "checking" : "reading";
-        return ForwardingDriver::QXCFG_ImageLoad();
-    }
-    std::int32_t QXCFG_ImageSave() override {
-        m_step = "writing";
-        m_hasWritten = true;
-        return ForwardingDriver::QXCFG_ImageSave();
-    }
-
-protected:
-    std::int32_t Noted(std::string_view, host::DriverResult, std::int32_t result) override {
-        return result;
-    }
-
-private:
-    std::string_view& m_step;
-    bool m_hasWritten = false;
-};
-
 Context::Context(Streams streams, Surroundings surroundings)
     : m_console(streams), m_surroundings(std::move(surroundings)),
       m_boxes(std::make_unique<NotedMessageBoxes>(*this)) {
@@ -127,18 +115,18 @@ setup::OpenedDriver Context::OpenChosenDriver() {
 std::unique_ptr<host::Session> Context::NewSession() {
     m_interrupts.emplace();
     m_driver = OpenChosenDriver();
-    m_transfers = std::make_unique<NamedTransfers>(*m_driver.driver, m_step);
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
     sessionOptions.statusText = m_driver.statusText;
     sessionOptions.failure = m_driver.failure;
-    return std::make_unique<host::Session>(*m_transfers, m_platform, std::move(sessionOptions));
+    return std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(sessionOptions));
 }
 
 host::Session& Context::Keyboard() {
     if (!m_session)
         m_session = NewSession();
     if (!std::exchange(m_isOpen, true)) {
+        m_step = "reading";
         m_session->Open();
         for (const std::string& warning : m_session->Warnings())
             Note(warning);
@@ -163,6 +151,7 @@ host::Writer& Context::Writer() {
         writing.folder = DataFolder();
         writing.origin = m_driver.origin;
         writing.howToRecover = "; see qxconf recover";
+        writing.onStep = [this](host::Step step) { m_step = WordOf(step); };
         writing.newConfiguration = [this] { return NewConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
@@ -209,18 +198,6 @@ void Context::CloseKeyboard() {
         m_session->Close();
     if (m_session && !m_writer)
         EndIfInterrupted();
-}
-
-void Context::CloseAfterWrite(host::Json& result) {
-    try {
-        CloseKeyboard();
-    } catch (const host::Error& error) {
-        exitStatus = ExitStatusOf(error.Kind());
-        result["closing"] = ToJson(error);
-        m_console.Error("qxconf: the keyboard was written to as reported, but could not be given "
-                        "back: " +
-                        std::string(error.what()));
-    }
 }
 
 QXKeyboardLayoutData& Context::Layout() {

@@ -77,10 +77,8 @@ public:
     [[nodiscard]] host::WriteRecords Records() const;
     // The simulated keyboard, not started up by this; null when the driver is another.
     [[nodiscard]] sim::SimulatedDriver* Simulated();
-    // Gives the keyboard back, where one was opened. Throws host::Error.
+    // Gives the keyboard back, where one was opened. No driver can refuse that.
     void CloseKeyboard();
-    // The same after a write that is proved: a failure becomes part of its result, "closing".
-    void CloseAfterWrite(host::Json& result);
 
     // The keyboard layout: as chosen, else the one that the opened keyboard names, else the
     // preferred one. Throws host::Error(LayoutInvalid).
@@ -128,14 +126,12 @@ private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void TellOfInterruptedWrites();
     class NotedMessageBoxes;
-    class NamedTransfers;
 
     Console m_console;
     Surroundings m_surroundings;
     std::unique_ptr<NotedMessageBoxes> m_boxes;
     Platform m_platform;
     setup::OpenedDriver m_driver;
-    std::unique_ptr<NamedTransfers> m_transfers;
     std::optional<InterruptWatch> m_interrupts; // while a keyboard is open
     std::string_view m_step = "transfer";       // of the work, that the bar shows
     std::unique_ptr<host::Session> m_session;

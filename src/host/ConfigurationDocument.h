@@ -14,6 +14,13 @@
 
 namespace qx::host {
 
+// A setting that a document holds otherwise than it is, so that it can be read again.
+struct Loss {
+    enum class Kind { NumberLimited, TextCut, CodesLeftOut, SequenceCut };
+    Kind kind;
+    std::string place; // a JSON pointer
+};
+
 class ConfigurationDocument {
 public:
     static constexpr std::string_view kFormat = "qx-configuration";
@@ -43,9 +50,9 @@ public:
     [[nodiscard]] const Json& AsJson() const { return m_json; }
     [[nodiscard]] const std::string& Name() const { return m_name; }
 
-    // The settings that could not be written into it as they are, each with what became of it.
-    [[nodiscard]] const std::vector<Fault>& Losses() const { return m_losses; }
-    [[nodiscard]] std::vector<Fault>& Losses() { return m_losses; }
+    // The settings that could not be written into it as they are.
+    [[nodiscard]] const std::vector<Loss>& Losses() const { return m_losses; }
+    [[nodiscard]] std::vector<Loss>& Losses() { return m_losses; }
 
     // A section by its key (`keyboard` is one here); null when the document lacks it.
     [[nodiscard]] const Json* Find(std::string_view key) const;
@@ -60,7 +67,7 @@ public:
 private:
     Json m_json;
     std::string m_name;
-    std::vector<Fault> m_losses;
+    std::vector<Loss> m_losses;
 };
 
 } // namespace qx::host

@@ -2,7 +2,6 @@
 
 #include "host/Snapshot.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/keys/SequenceText.h"
 
 namespace qx::host {
 
@@ -110,14 +109,15 @@ std::string FieldLister::Text(const Field& field, const std::string& sValue,
 void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*nSlot*/) {
     if (!IsWanted(field, field.required || sequence.Length() > 0))
         return;
-    std::string text;
     std::vector<Byte> codes;
-    for (const Integer code : sequence.Codes()) {
+    for (const Integer code : sequence.Codes())
         codes.push_back(static_cast<Byte>(code));
-        text = Joined(text, InBraces(codes.back()));
-    }
-    if (m_layout != nullptr)
-        text = SequenceToText(codes, *m_layout);
+    std::string text;
+    if (m_layout == nullptr)
+        for (const Byte code : codes)
+            text = Joined(text, InBraces(code));
+    else
+        text = (m_writer ? *m_writer : m_writer.emplace(*m_layout)).Text(codes);
     Add(field, codes.empty() ? Word("(empty)") : text, true);
 }
 

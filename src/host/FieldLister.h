@@ -2,12 +2,10 @@
 #pragma once
 
 #include "host/FieldVisitor.h"
+#include "qxcontrols/keys/SequenceText.h"
 
+#include <optional>
 #include <set>
-
-namespace qx {
-class QXKeyboardLayoutData;
-}
 
 namespace qx::host {
 
@@ -60,6 +58,7 @@ private:
     [[nodiscard]] std::string Word(std::string_view label) const;
 
     const QXKeyboardLayoutData* m_layout;
+    std::optional<SequenceWriter> m_writer; // made for the first sequence
     const std::set<std::string>* m_only = nullptr;
     Listed m_listed = Listed::Usual;
     Words m_words;

@@ -36,10 +36,10 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
     m_takePart.clear();
     const auto all = AllSections();
     for (std::size_t i = 0; i < all.size(); ++i) {
-        all[i]->Control().SetDataChanged(false);
         if (std::find(sections.begin(), sections.end(), all[i]) != sections.end())
             m_takePart.insert(i);
     }
+    ResetDataChanged();
     m_now = m_configuration.TakeAll();
     m_steps.clear();
     m_present = 0;
@@ -48,7 +48,7 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
 }
 
 bool History::Note() {
-    Step step{TakeEdits(), {}, {}};
+    Step step{TakeEdits(), {}, {}, false};
     if (step.edits.empty())
         return false;
     NameStep(step);
@@ -64,7 +64,6 @@ std::vector<History::Edit> History::TakeEdits() {
         Section& section = *m_configuration.Sections()[i];
         if (!section.Control().DataChanged())
             continue;
-        section.Control().SetDataChanged(false);
         Snapshot now = Snapshot::Of(section);
         Snapshot::Change change = m_now[i].To(now);
         if (change.empty())
@@ -91,16 +90,17 @@ void History::NameStep(Step& step) const {
     const auto& named = stored.empty() ? others : stored;
     if (named.empty())
         return;
-    step.name = named.front().name;
+    const Setting& first = named.front();
+    step.name = first.name;
+    step.place = first.place;
+    step.isGradual = named.size() == 1 && first.isGradual && first.isStored;
     if (named.size() > 1)
         step.name += " (+" + std::to_string(named.size() - 1) + ")";
-    else if (named.front().isGradual && named.front().isStored)
-        step.place = named.front().place;
 }
 
 bool History::GoesOn(const Step& step) {
-    if (m_isSealed || m_present == m_saved || m_present == 0 || CanRedo() || step.place.empty() ||
-        step.place != m_steps.back().place)
+    if (m_isSealed || m_present == m_saved || m_present == 0 || CanRedo() || !step.isGradual ||
+        !m_steps.back().isGradual || step.place != m_steps.back().place)
         return false;
     for (const auto& [place, values] : step.edits.front().change) {
         const auto [known, isNew] = m_steps.back().edits.front().change.emplace(place, values);
@@ -141,7 +141,7 @@ void History::Go(const Step& step, bool isForwards) {
         for (const auto& [place, two] : edit.change)
             values.emplace(place, isForwards ? two.after : two.before);
         Snapshot::Put(section, values);
-        section.Control().SetDataChanged(false);
+        section.Control().SetDataChanged(true);
         m_now[edit.section] = Snapshot::Of(section);
         if (edit.isFirst && isForwards)
             m_takePart.insert(edit.section);
@@ -154,6 +154,12 @@ void History::Go(const Step& step, bool isForwards) {
 void History::MarkSaved() {
     m_saved = m_present;
     m_isSealed = true;
+    ResetDataChanged();
+}
+
+void History::ResetDataChanged() {
+    for (const auto& section : m_configuration.Sections())
+        section->Control().SetDataChanged(false);
 }
 
 } // namespace qx::host

@@ -26,8 +26,8 @@ public:
     // Forgets all steps: the present settings of these sections are the start, saved or not.
     void Restart(const std::vector<Section*>& sections, bool isSaved);
 
-    // Makes a step of what has changed since the last one, in the sections whose controls have set
-    // DataChanged, which is reset. False when nothing has.
+    // Makes a step of what has changed since the last one, in the sections whose controls have
+    // DataChanged set. False when nothing has.
     bool Note();
     void Seal() { m_isSealed = true; }
 
@@ -36,6 +36,9 @@ public:
     // What the step changed: a setting's name, and how many others.
     [[nodiscard]] const std::string& UndoName() const { return m_steps[m_present - 1].name; }
     [[nodiscard]] const std::string& RedoName() const { return m_steps[m_present].name; }
+    // The place of that setting.
+    [[nodiscard]] const std::string& UndoPlace() const { return m_steps[m_present - 1].place; }
+    [[nodiscard]] const std::string& RedoPlace() const { return m_steps[m_present].place; }
     void Undo();
     void Redo();
 
@@ -47,6 +50,9 @@ public:
 
     [[nodiscard]] bool IsSaved() const { return m_present == m_saved; }
     void MarkSaved();
+    // For all controls, after the settings have been saved or transferred: those that change from
+    // now on set it, and so do undo and redo.
+    void ResetDataChanged();
 
 private:
     static constexpr std::size_t kMaxSteps = 500;
@@ -59,8 +65,9 @@ private:
     };
     struct Step {
         std::vector<Edit> edits;
-        std::string name;
-        std::string place; // of the one number or text that it changed; else empty
+        std::string name;       // of a setting that it changed, and how many others
+        std::string place;      // of that setting
+        bool isGradual = false; // it is the only one, and a number or a text
     };
 
     [[nodiscard]] std::vector<Edit> TakeEdits();

@@ -22,7 +22,7 @@ std::string Cut(const std::string& sText, std::size_t maxUnits) {
 
 } // namespace
 
-JsonFieldWriter::JsonFieldWriter(Json& section, std::string place, std::vector<Fault>& losses)
+JsonFieldWriter::JsonFieldWriter(Json& section, std::string place, std::vector<Loss>& losses)
     : m_value(&section), m_place(std::move(place)), m_losses(losses) {
     section = Json::object();
 }
@@ -38,8 +38,8 @@ std::string JsonFieldWriter::LastPlace(const Field& field) const {
                                                      : std::to_string(m_value->size() - 1));
 }
 
-void JsonFieldWriter::NoteLoss(const Field& field, std::string message) {
-    m_losses.push_back({LastPlace(field), std::move(message)});
+void JsonFieldWriter::NoteLoss(const Field& field, Loss::Kind kind) {
+    m_losses.push_back({kind, LastPlace(field)});
 }
 
 void JsonFieldWriter::Within(Json& value, std::string place, const std::function<void()>& walk) {
@@ -59,7 +59,7 @@ Integer JsonFieldWriter::Number(const Field& field, Integer nValue, Integer nMin
     const Integer written = std::clamp(nValue, nMin, nMax);
     Place(field) = written;
     if (written != nValue)
-        NoteLoss(field, std::to_string(nValue) + " became " + std::to_string(written));
+        NoteLoss(field, Loss::Kind::NumberLimited);
     return nValue;
 }
 
@@ -77,8 +77,7 @@ std::string JsonFieldWriter::Text(const Field& field, const std::string& sValue,
     const std::string written = Cut(sValue, maxUnits);
     Place(field) = Variables::Escaped(written);
     if (written != sValue)
-        NoteLoss(field, "the text was cut to the " + std::to_string(maxUnits) +
-                            " UTF-16 units that fit, or to those that are text");
+        NoteLoss(field, Loss::Kind::TextCut);
     return sValue;
 }
 
@@ -87,12 +86,11 @@ void JsonFieldWriter::Sequence(const Field& field, KeySequence& sequence, Intege
         return;
     std::vector<Integer> codes = sequence.Codes();
     std::erase_if(codes, [](Integer code) { return code < 1 || code > 255; });
-    if (codes.size() < static_cast<std::size_t>(sequence.Length())) {
-        NoteLoss(field, "codes that are not 1 to 255 were left out");
-    }
+    if (codes.size() < static_cast<std::size_t>(sequence.Length()))
+        NoteLoss(field, Loss::Kind::CodesLeftOut);
     if (codes.size() > static_cast<std::size_t>(nSlot)) {
         codes.resize(static_cast<std::size_t>(nSlot));
-        NoteLoss(field, "the sequence was cut to the " + std::to_string(nSlot) + " codes that fit");
+        NoteLoss(field, Loss::Kind::SequenceCut);
     }
     Place(field) = Json(codes);
 }

@@ -5,9 +5,8 @@
 // place.
 #pragma once
 
-#include "host/Error.h"
+#include "host/ConfigurationDocument.h"
 #include "host/FieldVisitor.h"
-#include "host/Json.h"
 
 namespace qx::host {
 
@@ -15,7 +14,7 @@ class JsonFieldWriter : public FieldVisitor {
 public:
     // Writes into `section`, which becomes an object and is at `place` (a JSON pointer) of its
     // document.
-    JsonFieldWriter(Json& section, std::string place, std::vector<Fault>& losses);
+    JsonFieldWriter(Json& section, std::string place, std::vector<Loss>& losses);
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
@@ -33,12 +32,12 @@ private:
     Json& Place(const Field& field);
     // The place of the field that was written last.
     [[nodiscard]] std::string LastPlace(const Field& field) const;
-    void NoteLoss(const Field& field, std::string message);
+    void NoteLoss(const Field& field, Loss::Kind kind);
     void Within(Json& value, std::string place, const std::function<void()>& walk);
 
     Json* m_value;
     std::string m_place;
-    std::vector<Fault>& m_losses;
+    std::vector<Loss>& m_losses;
 };
 
 } // namespace qx::host

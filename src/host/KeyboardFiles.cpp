@@ -1,11 +1,14 @@
 #include "host/KeyboardFiles.h"
 
 #include "files/Files.h"
+#include "qxcontrols/common/Text.h"
 #include "qxcontrols/pos/QXPosCodePage.h"
 
 namespace qx::host {
 
 namespace {
+
+constexpr const char* kReadingCodePage = "reading the code page from the keyboard failed";
 
 void Run(Session& session, const KeyboardFileKind& kind, const std::string& what, std::string file,
          const SerialLine& line, Long (QXKeyboardAccess::*operation)(std::string&)) {
@@ -79,8 +82,27 @@ bool HasCodePage(Session& session, const std::filesystem::path& file) {
     QXPosCodePage pages;
     if (!pages.FilePage().LoadPageFromFile(Utf8Of(file)))
         throw Error(ErrorKind::FileFailed, WhyNoCodePage(file));
-    session.Run("reading the code page from the keyboard failed",
-                [&] { pages.KeyboardPage().LoadPageFromKeyboard(&session.Access()); });
+    // The page is read over one filling and over its complement: a byte that shows both was left
+    // out.
+    constexpr Byte kFilling = 0x5A;
+    PosCodePage first;
+    for (PosCodePage* page : {&first, &pages.KeyboardPage()}) {
+        const Byte filling = page == &first ? kFilling : static_cast<Byte>(~kFilling);
+        session.Run(kReadingCodePage, [&] {
+            session.Access().WriteIntoMemory(
+                std::string(PosCodePage::kSize, static_cast<char>(filling)),
+                PosCodePage::kAddressInKeyboard, PosCodePage::kSize);
+            page->LoadPageFromKeyboard(&session.Access());
+            session.Access().DataTransferFixUp();
+        });
+    }
+    for (Integer i = 1; i <= PosCodePage::kSize; ++i)
+        if (first.GetByte(i) == kFilling &&
+            pages.KeyboardPage().GetByte(i) == static_cast<Byte>(~kFilling))
+            throw Error(ErrorKind::TransferFailed,
+                        std::string(kReadingCodePage) +
+                            ": the driver reported success and moved nothing to address " +
+                            Hex(PosCodePage::kAddressInKeyboard + i - 1) + " (hexadecimal)");
     return pages.PagesAreEqual();
 }
 

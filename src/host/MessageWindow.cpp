@@ -32,8 +32,12 @@ MessageWindow::~MessageWindow() {
 void QX_DRIVER_CALL MessageWindow::Post(std::int32_t hWindow, std::int32_t lMsg,
                                         std::int32_t wParam, std::int32_t lParam) {
     const auto found = Windows().find(hWindow);
-    if (found != Windows().end())
+    if (found == Windows().end())
+        return;
+    try {
         (*found->second)(lMsg, wParam, lParam);
+    } catch (...) { // a message is a note in passing: the transfer that it is about goes on
+    }
 }
 
 } // namespace qx::host

@@ -2,7 +2,8 @@
 //
 // A window has a handle to give to QXKeyboardAccess::SetNotificationValues. Post is the function
 // for drivers: it delivers to the window of that handle, at once and on the caller's thread; a
-// message to a window that does not exist is dropped.
+// message to a window that does not exist is dropped, and so is whatever a handler throws, since a
+// driver is C.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"

@@ -15,18 +15,20 @@
 
 namespace qx::host {
 
-// A stretch of the keyboard's memory in which a section keeps settings.
+// A stretch of the keyboard's memory in which a section keeps settings. Nothing outside the areas
+// is read or written.
 //
 // The area consists of slots, each of which is encoded on its own and may end in bytes that no
 // setting uses, such as those behind the 0 that ends a sequence. A slot whose settings do not
 // change keeps all its bytes. An area with slots of size 0 has fixed values in all such bytes.
 struct Area {
     KeyboardModuleIDs module;
-    Long size; // bytes that the control uses, from its base; 0: the control's TransferSize
+    Long size; // in bytes; 0: the control's TransferSize
     Long slotSize;
     bool required = true;                   // without it the keyboard does not have the section
     Long fixedAddress = -1;                 // where the area lies, when the directory does not show
     KeyboardModuleIDs requestedAs = module; // the id with which the device expects its address
+    Long offset = 0;                        // from the module's base
 };
 
 struct SectionInfo {

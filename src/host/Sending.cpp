@@ -61,6 +61,7 @@ Sent Sending::Run(const WritePlan& plan, const std::vector<ByteRange>& ranges, b
 }
 
 void Sending::Transfer(const WritePlan& plan, const std::vector<ByteRange>& ranges, Sent& sent) {
+    m_onStep(Step::Writing);
     sent.isBegun = true;
     sent.holds = Sent::Holds::Unknown;
     try {
@@ -68,12 +69,14 @@ void Sending::Transfer(const WritePlan& plan, const std::vector<ByteRange>& rang
         sent.bytes = SizeOf(ranges);
         sent.result = "not verified";
     } catch (const Error& error) {
+        m_onStep(Step::ReadingBack);
         Look(plan, sent);
         sent.failure = error.With(AfterFailedTransfer(sent));
     }
 }
 
 void Sending::Prove(const WritePlan& plan, Sent& sent) {
+    m_onStep(Step::ReadingBack);
     try {
         const KeyboardContent now = m_session.ReadAgain(plan.after);
         sent.afterSha256 = now.Hash();

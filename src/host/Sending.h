@@ -5,11 +5,16 @@
 #include "host/Session.h"
 #include "host/WritePlan.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace qx::host {
+
+// The steps of a write, in their order.
+enum class Step { SavingBackup, Checking, Writing, ReadingBack };
+using OnStep = std::function<void(Step)>; // called when one begins
 
 // How a sending ended. Without a failure the bytes are sent and, where that was wanted, proved.
 struct Sent {
@@ -28,7 +33,8 @@ struct Sent {
 class Sending {
 public:
     // `scratch` is a configuration for this keyboard whose settings are not needed otherwise.
-    Sending(Session& session, Configuration& scratch) : m_session(session), m_scratch(scratch) {}
+    Sending(Session& session, Configuration& scratch, const OnStep& onStep)
+        : m_session(session), m_scratch(scratch), m_onStep(onStep) {}
 
     // Sends the ranges and proves, unless that is not wanted, that the keyboard then holds all that
     // the plan says. The failure's message says what the keyboard holds; nothing is thrown.
@@ -43,6 +49,7 @@ private:
 
     Session& m_session;
     Configuration& m_scratch;
+    const OnStep& m_onStep;
 };
 
 } // namespace qx::host

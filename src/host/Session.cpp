@@ -152,9 +152,9 @@ void Session::Close() {
 }
 
 Long Session::AreaAddress(const Area& area) const {
-    const Long address =
+    const Long base =
         area.fixedAddress != -1 ? area.fixedAddress : m_access.GetBaseAddressForModule(area.module);
-    return IsAddress(address) ? address : -1;
+    return IsAddress(base) ? base + area.offset : -1;
 }
 
 std::vector<PlacedArea> Session::Areas(Section& section) const {

@@ -98,7 +98,7 @@ public:
     [[nodiscard]] KeyboardContent ReadAgain(const KeyboardContent& expected);
 
     // Puts the new bytes of the ranges into the image and requests them. Throws
-    // Error(TransferFailed); the keyboard is not touched.
+    // Error(TransferFailed), which ends the transfer; the keyboard is not touched.
     void PrepareSending(const std::vector<ByteRange>& ranges);
     // Sends what has been prepared. Throws Error(TransferFailed); what the keyboard then holds is
     // not known.

@@ -5,6 +5,7 @@
 #include "host/Stretches.h"
 #include "qxcontrols/common/Text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -31,26 +32,49 @@ void Complement(std::string& bytes) {
 }
 
 // What stands in the image before a reading, so that bytes which the reading leaves out are seen:
-// mixed up, and without the bytes that unused memory mostly holds.
-std::string Pattern(Long address, Long size) {
-    std::string pattern;
-    for (Long i = 0; i < size; ++i) {
-        const std::uint32_t mixed = static_cast<std::uint32_t>(address + i) * 2654435761U;
-        pattern += static_cast<char>(0x40U + (mixed >> 25U));
-    }
+// mixed up, and without the bytes that unused memory mostly holds. At most as long as a block.
+std::string_view Pattern(Long address, Long size) {
+    constexpr std::uint32_t kPeriod = 1U << 16U;
+    static const std::string bytes = [] {
+        std::string mixed;
+        for (std::uint32_t i = 0; i < kPeriod + QXKeyboardAccess::kMaxBlockSize; ++i)
+            mixed += static_cast<char>(0x40U + (i * 2654435761U >> 25U));
+        return mixed;
+    }();
+    const Long length = std::clamp(size, 0, QXKeyboardAccess::kMaxBlockSize);
+    return std::string_view(bytes).substr(static_cast<std::uint32_t>(address) % kPeriod,
+                                          static_cast<std::size_t>(length));
+}
+
+std::string PatternComplement(Long address, Long size) {
+    std::string pattern(Pattern(address, size));
+    Complement(pattern);
     return pattern;
 }
 
 // The first of the bytes that a transfer may have left untouched; `isUntouched` shows which look
 // so. A transfer that breaks off leaves the end of a request, and so many in a row are no chance.
-std::optional<std::size_t> UntouchedFrom(std::size_t size,
-                                         const std::function<bool(std::size_t)>& isUntouched) {
+template <typename IsUntouched>
+std::optional<std::size_t> UntouchedFrom(std::size_t size, IsUntouched isUntouched) {
     constexpr std::size_t kNoChance = 4;
-    std::size_t run = 0;
-    std::size_t i = 0;
-    for (; i < size && run < kNoChance; ++i)
-        run = isUntouched(i) ? run + 1 : 0;
-    return run > 0 ? std::optional(i - run) : std::nullopt;
+    const auto startOfRun = [&](std::size_t i) {
+        while (i > 0 && isUntouched(i - 1))
+            --i;
+        return i;
+    };
+    // A run of that many has one of these places in it.
+    for (std::size_t i = kNoChance - 1; i < size; i += kNoChance) {
+        if (!isUntouched(i))
+            continue;
+        const std::size_t start = startOfRun(i);
+        std::size_t end = i + 1;
+        while (end < size && end - start < kNoChance && isUntouched(end))
+            ++end;
+        if (end - start >= kNoChance)
+            return start;
+    }
+    const std::size_t start = startOfRun(size);
+    return start < size ? std::optional(start) : std::nullopt;
 }
 
 } // namespace
@@ -60,11 +84,11 @@ std::optional<std::size_t> UntouchedFrom(std::size_t size,
 void Session::Load() {
     const auto fill = [this](const std::vector<TransferRequest>& requests, bool isComplement) {
         for (const TransferRequest& request : requests) {
-            std::string pattern = Pattern(request.address, request.size);
-            if (isComplement)
-                Complement(pattern);
-            if (!pattern.empty())
-                m_access.WriteIntoMemory(pattern, request.address, request.size);
+            const auto& [module, address, size] = request;
+            if (size > 0 && isComplement)
+                m_access.WriteIntoMemory(PatternComplement(address, size), address, size);
+            else if (size > 0)
+                m_access.WriteIntoMemory(Pattern(address, size), address, size);
         }
         return !m_driver.Failure() && m_access.Upload() == 0;
     };
@@ -77,7 +101,7 @@ void Session::Load() {
         std::string bytes;
         if (!m_access.ReadFromMemory(bytes, request.address, request.size))
             return;
-        const std::string pattern = Pattern(request.address, request.size);
+        const std::string_view pattern = Pattern(request.address, request.size);
         if (UntouchedFrom(bytes.size(), [&](auto k) { return bytes[k] == pattern[k]; })) {
             suspects.push_back(request);
             before.push_back(std::move(bytes));
@@ -92,9 +116,8 @@ void Session::Load() {
         return;
     for (std::size_t i = 0; i < suspects.size(); ++i) {
         const auto& [module, address, size] = suspects[i];
-        const std::string pattern = Pattern(address, size);
-        std::string complement = pattern;
-        Complement(complement);
+        const std::string_view pattern = Pattern(address, size);
+        const std::string complement = PatternComplement(address, size);
         std::string bytes;
         if (!m_access.ReadFromMemory(bytes, address, size))
             return;
@@ -194,13 +217,18 @@ KeyboardContent Session::ReadAgain(const KeyboardContent& expected) {
 }
 
 void Session::PrepareSending(const std::vector<ByteRange>& ranges) {
-    Run(kWriting, [&] {
-        m_access.DataTransferPrepare();
-        for (const ByteRange& range : ranges) {
-            m_access.WriteIntoMemory(range.to, range.address, range.Size());
-            m_access.MemRequestAdd(range.module, range.address, range.Size());
-        }
-    });
+    try {
+        Run(kWriting, [&] {
+            m_access.DataTransferPrepare();
+            for (const ByteRange& range : ranges) {
+                m_access.WriteIntoMemory(range.to, range.address, range.Size());
+                m_access.MemRequestAdd(range.module, range.address, range.Size());
+            }
+        });
+    } catch (...) {
+        m_access.DataTransferFixUp();
+        throw;
+    }
 }
 
 void Session::Send() {

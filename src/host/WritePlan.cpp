@@ -269,11 +269,14 @@ std::vector<Difference> Planner::Compare(const Decoded& from, const KeyboardCont
                                            m_scratch.WordsInUse());
         differences.insert(differences.end(), changed.begin(), changed.end());
     }
+    const auto word = [&](const char* text) {
+        return m_scratch.WordsInUse() ? m_scratch.WordsInUse()(text) : text;
+    };
     const auto addDamaged = [&](const std::vector<Fault>& damaged, const char* then,
                                 const char* after) {
         for (const Fault& fault : damaged)
-            differences.push_back(
-                {fault.place, "section " + fault.place.substr(1), then, after, false, false});
+            differences.push_back({fault.place, word("section") + " " + fault.place.substr(1),
+                                   word(then), word(after), false, false});
     };
     addDamaged(from.damaged, "(damaged)", now.damaged.empty() ? "(sound)" : "(damaged)");
     if (from.damaged.empty())

@@ -114,7 +114,9 @@ void Writer::RequireStillAs(const KeyboardContent& planned) {
                         kNothingWritten);
 }
 
-void Writer::RequireNotStopped() const {
+void Writer::CheckBeforeWriting(const KeyboardContent& planned) {
+    m_options.onStep(Step::Checking);
+    RequireStillAs(planned);
     if (m_options.isStopped())
         throw Error(ErrorKind::Stopped, std::string("stopped") + kNothingWritten);
 }
@@ -169,6 +171,7 @@ void Writer::RefuseInterrupted(const std::vector<JournalEntry>& entries) const {
 }
 
 std::string Writer::SaveBackup(const KeyboardContent& now, const std::string& document) {
+    m_options.onStep(Step::SavingBackup);
     return BeforeWriting([&] {
         return m_records.backups.Save({now, document, m_options.origin, m_options.till},
                                       Planner(now, *m_scratch).Document(now), m_options.now(),
@@ -238,9 +241,8 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     receipt.backup = entry.backup;
     Sent sent;
     try {
-        RequireStillAs(plan.before); // right before the first byte
-        RequireNotStopped();
-        sent = Sending(m_session, *m_scratch).Run(plan, ranges, request.verify);
+        CheckBeforeWriting(plan.before);
+        sent = Sending(m_session, *m_scratch, m_options.onStep).Run(plan, ranges, request.verify);
     } catch (const Error& error) {
         sent.failure = error;
     }
@@ -347,9 +349,8 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     request.document = entry.document;
     Receipt receipt = NewReceipt(request, now);
     receipt.backup = SaveBackup(now, request.document);
-    RequireStillAs(plan.before);
-    RequireNotStopped();
-    const Sent sent = Sending(m_session, *m_scratch).Run(plan, ranges, true);
+    CheckBeforeWriting(plan.before);
+    const Sent sent = Sending(m_session, *m_scratch, m_options.onStep).Run(plan, ranges, true);
     if (sent.failure) {
         Sent begun = sent; // the entry stays in any case
         begun.isBegun = true;
@@ -368,8 +369,8 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
     Receipt receipt = NewReceipt(request, before);
     receipt.full = true;
     receipt.backup = SaveBackup(before, request.document);
-    RequireStillAs(before);
-    RequireNotStopped();
+    CheckBeforeWriting(before);
+    m_options.onStep(Step::Writing);
     std::optional<Error> failure;
     try {
         operation();

@@ -57,6 +57,7 @@ public:
         // Whether the user wants to stop. Asked before the first byte is sent; what has begun to
         // be sent is sent, proved and recorded.
         std::function<bool()> isStopped = [] { return false; };
+        OnStep onStep = [](Step) {}; // must not throw
     };
     struct Request {
         static constexpr const char* kRestore = "restore"; // settles what was interrupted
@@ -117,7 +118,8 @@ private:
 
     [[nodiscard]] KeyboardContent Read();
     void RequireStillAs(const KeyboardContent& planned);
-    void RequireNotStopped() const;
+    // The same as a step of its own, right before the first byte.
+    void CheckBeforeWriting(const KeyboardContent& planned);
     void ProveNothingToDo(const WritePlan& plan);
     [[nodiscard]] Claimed Claim(const std::string& keyboard) const;
     // What the keyboard holds in the areas of the entry.

@@ -116,6 +116,8 @@ Channel Channel::ToParent() {
     if (getsockopt(kChannelOfChild, SOL_SOCKET, SO_TYPE, &type, &size) != 0)
         throw std::runtime_error("this program is started by other programs, not by people");
     (void)fcntl(kChannelOfChild, F_SETFD, FD_CLOEXEC);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        (void)std::signal(signal, SIG_IGN);
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);
     pollfd file = {kChannelOfChild, 0, 0};
     if (poll(&file, 1, 0) > 0 && (file.revents & POLLHUP) != 0)

@@ -23,8 +23,9 @@ constexpr Deadline kNever = Deadline::max();
 class Channel {
 public:
     // In a child: its end of the channel to the program that started it. Called once, before
-    // anything else; from then on the child ends when that program does. Throws
-    // std::runtime_error in a program that was not started as a child.
+    // anything else; from then on the child ends when that program does, and not by a signal that
+    // asks all of them to end: that program ends its work in order. Throws std::runtime_error in a
+    // program that was not started as a child.
     [[nodiscard]] static Channel ToParent();
 
     explicit Channel(std::intptr_t handle) : m_handle(handle) {}

@@ -1,6 +1,6 @@
 #include "views/Bindings.h"
 
-#include <utility>
+#include <QScopedValueRollback>
 
 namespace qx::views {
 
@@ -17,11 +17,11 @@ void Bindings::Act(Store store, const Action& action) {
 }
 
 void Bindings::ShowAll() {
-    if (std::exchange(m_isShowing, true))
+    if (m_isShowing)
         return;
+    const QScopedValueRollback showing(m_isShowing, true);
     for (const Action& show : m_shows)
         show();
-    m_isShowing = false;
 }
 
 void Bindings::Bind(QLabel* widget, const QString& name, const Label& child) {

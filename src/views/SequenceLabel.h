@@ -1,7 +1,8 @@
 // SequenceLabel: a key sequence as text, which can have the keyboard focus and tells which keys are
 // pressed on it. A click gives it the focus, no more.
 //
-// Keys that move the focus, and those that are part of a shortcut, keep their meaning.
+// Keys that move the focus, Shift and its like alone, and keys that are part of a shortcut keep
+// their meaning.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -19,7 +20,7 @@ public:
     void ShowAccessibleName(const QString& caption);
 
 signals:
-    void KeyDown(qx::Integer KeyCode); // any key; a Windows virtual key code
+    void KeyDown(qx::Integer KeyCode); // any other key; a Windows virtual key code
     void KeyPress();                   // a key that types something, after KeyDown
 
 protected:

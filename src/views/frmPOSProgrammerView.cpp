@@ -205,7 +205,7 @@ QLayout* frmPOSProgrammerView::MakeSequence() {
     m_bindings.OnShow([this, left, sequence] {
         left->setText(tr("Codes left:"));
         if (m_form.CurrBlock() != 0 && m_form.lblCurrSeq.Caption.empty())
-            sequence->setText(tr("none yet: the block sends nothing"));
+            sequence->setText(tr("Sends nothing yet"));
     });
     auto* row = new QHBoxLayout;
     row->addWidget(

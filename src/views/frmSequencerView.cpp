@@ -77,7 +77,7 @@ QWidget* frmSequencerView::MakeTwin() {
     twin->setObjectName(QStringLiteral("chkTwin"));
     connect(twin, &QCheckBox::toggled, this, [this](bool isOn) { m_form.SetPressesTwin(isOn); });
     m_bindings.OnShow([this, twin] {
-        twin->setText(tr("Clicks press the keys of the simulated keyboard"));
+        twin->setText(tr("Record clicks as the keyboard reports them (press only)"));
         twin->setChecked(m_form.PressesTwin());
         twin->setVisible(static_cast<bool>(m_form.pressTwinKey));
     });

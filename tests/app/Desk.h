@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QListWidget>
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
@@ -62,6 +63,10 @@ public:
             ++timesAsked;
             return recover;
         };
+        window->Transfers().questions.mayRepair = [this](const QString& text, const QString&) {
+            askedToRepair.append(text);
+            return answer;
+        };
         window->Transfers().questions.mayWrite = [this](const QString&, const QString& text) {
             askedToWrite.append(text);
             return answer;
@@ -90,6 +95,27 @@ public:
     void ClickKey(const char* grid, int key) {
         auto* keys = Find<views::KeyGrid>(grid);
         QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(key).center());
+    }
+    // Waits until the window speaks this language, which it does in the event loop.
+    void Speak(Integer nLanguage) {
+        workbench.Preferences().SetPreferedAppLang(nLanguage);
+        window->ApplyPreferences();
+        AwaitTitle(nLanguage == 1031 ? QStringLiteral("Überblick") : QStringLiteral("Overview"));
+    }
+    void AwaitTitle(const QString& firstPage) {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return Find<QListWidget>("pages")->item(0)->text() == firstPage; }));
+    }
+    // Does this when a write begins this step.
+    void AtStep(host::Step wanted, const std::function<void()>& act) {
+        auto* once = new QObject(window.get());
+        QObject::connect(&workbench, &app::Workbench::Stepped, once, [=, this](host::Step step) {
+            if (step != wanted)
+                return;
+            QObject::disconnect(&workbench, nullptr, once, nullptr);
+            once->deleteLater();
+            act();
+        });
     }
     // Does this in the dialog that comes up next.
     void InDialog(const std::function<void(QWidget& dialog)>& act) {
@@ -181,6 +207,7 @@ public:
     Ending recover = Ending::RollBack;
     int timesAsked = 0; // to recover
     QStringList askedToWrite;
+    QStringList askedToRepair;
     DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
     DocumentMenu::Answer notSaved = DocumentMenu::Answer::Cancel;
     bool wasClosing = false; // when it could not be saved

@@ -4,6 +4,7 @@
 #include "host/Json.h"
 
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QSlider>
 #include <QUrl>
@@ -32,12 +33,49 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     EXPECT_EQ(desk.Document(), saved);
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
 
+    // Neither another document nor a keyboard takes the place of an edit unasked.
+    desk.workbench.Preferences().SetAutoSave(false);
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(13);
+    const std::string edited = desk.Document();
+    desk.window->Documents().Open(QString::fromStdString(file));
+    desk.window->Documents().OpenCopy(QString::fromStdString(file));
+    desk.window->Transfers().Read();
+    EXPECT_EQ(desk.Document(), edited);
+    // Nor does a keyboard that cannot be read, at whichever call of its driver.
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    bool isRead = false;
+    for (int call = 1; !isRead; call += 1 + call / 10) {
+        ASSERT_LT(call, 100'000);
+        desk.warnings.clear();
+        desk.workbench.Simulated()->FailCall(call, 77, true);
+        desk.window->Transfers().Read();
+        desk.workbench.Simulated()->FailCall(0, 0, false);
+        isRead = desk.warnings.isEmpty();
+        ASSERT_TRUE(isRead || desk.Document() == edited) << call;
+    }
+    EXPECT_NE(desk.Document(), edited);
+    desk.window->Documents().Open(QString::fromStdString(file));
+    EXPECT_EQ(desk.Document(), saved);
+
     // A file that is no document changes nothing and says where it is wrong.
     std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
     desk.window->Documents().Open(QString::fromStdString(file));
     EXPECT_EQ(desk.Document(), saved);
     ASSERT_FALSE(desk.warnings.isEmpty());
     EXPECT_TRUE(desk.warnings.back().contains(QStringLiteral("/pos")));
+
+    desk.saveAs = "second.json";
+    EXPECT_TRUE(desk.window->Documents().SaveAs());
+    for (auto* menu : desk.window->findChildren<QMenu*>())
+        if (menu->title().contains(QStringLiteral("recent"))) {
+            emit menu->aboutToShow();
+            ASSERT_EQ(menu->actions().size(), 2);
+            EXPECT_TRUE(menu->actions()[0]->text().endsWith(QStringLiteral("second.json")));
+            EXPECT_EQ(menu->actions()[1]->text().toStdString(), file);
+            return;
+        }
+    ADD_FAILURE() << "no menu of recent documents";
 }
 
 TEST(Documents, ABackupIsOpenedAsACopy) {
@@ -66,6 +104,7 @@ TEST(Documents, SavesByItselfOnlyWhereItMay) {
         desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
         QTest::qWait(1700);
     };
+    desk.saveAs = "till"; // without its suffix
     desk.Page("commonKeyboard");
     desk.workbench.Preferences().SetAutoSave(true);
     edit(11);
@@ -155,23 +194,31 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
     {
         Desk desk("full", shop / "");
         desk.Edit("freeProgKeys", 80);
-        QTest::qWait(1200);
+        const auto copies = [&] { return desk.FilesIn("records/unsaved"); };
+        ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1; }));
         edited = desk.Document();
-        ASSERT_EQ(desk.FilesIn("records/unsaved").size(), 1);
+        using std::filesystem::perms;
         const auto folder = desk.folder / "records" / "unsaved";
-        EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
+        EXPECT_EQ(std::filesystem::status(folder).permissions(), perms::owner_all);
+        EXPECT_EQ(std::filesystem::status(folder / copies().front().toStdString()).permissions(),
+                  perms::owner_read | perms::owner_write);
         Desk second("full", {}, desk.folder / "records");
         second.leftCopy = DocumentMenu::LeftAnswer::Open;
         EXPECT_FALSE(second.window->Documents().OpenLeft()) << "its window is still open";
         EXPECT_TRUE(second.window->close());
         EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1);
     } // ends without closing its window, as a program that is killed
+    const auto older = shop / "records" / "unsaved" / "1-9.json";
+    WriteText(older, R"({"document": "", "configuration": {)" + std::string(kFrame) + "}}");
+    std::filesystem::last_write_time(older, std::filesystem::file_time_type::clock::now() -
+                                                std::chrono::hours(1));
     Desk desk("full", shop / "");
     desk.leftCopy = DocumentMenu::LeftAnswer::Later;
     EXPECT_FALSE(desk.window->Documents().OpenLeft());
     desk.leftCopy = DocumentMenu::LeftAnswer::Open;
     EXPECT_TRUE(desk.window->Documents().OpenLeft());
-    EXPECT_EQ(desk.Document(), edited);
+    EXPECT_EQ(desk.Document(), edited) << "the newest comes first";
+    std::filesystem::remove(older);
     desk.Page("freeProgKeys");
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     EXPECT_TRUE(desk.workbench.IsModified());
@@ -220,6 +267,8 @@ TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
 
 TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
     Desk desk;
+    desk.Edit("freeProgKeys", 80); // which the file lacks
+    desk.unsaved = DocumentMenu::Answer::Discard;
     desk.Page("commonKeyboard");
     const auto first = desk.folder / "first.json";
     WriteText(first, "{" + std::string(kFrame) + R"(, "commonKeyboard": {"outputDelay": 17}})");
@@ -241,6 +290,8 @@ TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
     EXPECT_FALSE(desk.window->findChild<QWidget*>("dropMark")->isVisible());
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 17);
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("second.json")));
+    desk.Page("freeProgKeys");
+    EXPECT_FALSE(desk.IsShownProgrammed("layoutDisplay", 80));
 }
 
 } // namespace

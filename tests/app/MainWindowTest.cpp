@@ -1,8 +1,5 @@
 // The pages of the window, from the first click to the bytes in the keyboard's memory.
 #include "Desk.h"
-#include "app/Failure.h"
-#include "app/PreferencesPage.h"
-#include "app/SettingWords.h"
 #include "app/SheetMenu.h"
 #include "files/Files.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
@@ -12,55 +9,19 @@
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
 
-#include <QAbstractButton>
 #include <QAction>
-#include <QComboBox>
+#include <QFormLayout>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMap>
-#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QSlider>
-#include <QTabWidget>
+#include <QTableWidget>
 
 #include <fstream>
-#include <set>
 
 namespace qx::test {
 namespace {
-
-// The letters that more than one visible thing of the window answers to.
-QStringList DoubleLetters(QMainWindow& window) {
-    QStringList texts;
-    for (const QAction* menu : window.menuBar()->actions())
-        texts.append(menu->text());
-    for (const auto* button : window.findChildren<QAbstractButton*>())
-        if (button->isVisible())
-            texts.append(button->text());
-    for (const auto* label : window.findChildren<QLabel*>())
-        if (label->isVisible() && label->buddy() != nullptr)
-            texts.append(label->text());
-    for (const auto* tabs : window.findChildren<QTabBar*>())
-        for (int i = 0; tabs->isVisible() && i < tabs->count(); ++i)
-            texts.append(tabs->tabText(i));
-    QMap<QString, QStringList> byLetter;
-    for (const QString& text : texts)
-        if (const QKeySequence letter = QKeySequence::mnemonic(text); !letter.isEmpty())
-            byLetter[letter.toString()].append(text);
-    QStringList doubles;
-    for (const QStringList& same : byLetter)
-        if (same.size() > 1)
-            doubles.append(same.join(QStringLiteral(" | ")));
-    return doubles;
-}
-
-QTabWidget* VisibleTabs(QMainWindow& window) {
-    for (auto* tabs : window.findChildren<QTabWidget*>())
-        if (tabs->isVisible())
-            return tabs;
-    return nullptr;
-}
 
 TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     Desk desk;
@@ -103,7 +64,11 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
     EXPECT_NE(desk.Memory(MODULE_POS, 0, 3360), std::string(3360, '\0'));
     EXPECT_EQ(desk.workbench.Simulated()->Memory(70000 + (24 + 3) * 128, 4), Bytes("43 00 61 00"));
+    EXPECT_TRUE(changes.contains(QStringLiteral("keyboard output delay: 6 -> 9")))
+        << changes.join('\n').toStdString();
     const std::string written = desk.Document();
+    EXPECT_TRUE(desk.window->Documents().Save());
+    EXPECT_FALSE(desk.window->findChild<QWidget*>(QStringLiteral("progress"))->isVisible());
 
     // Nothing is left to write, and reading gives the same document.
     desk.window->Transfers().Write();
@@ -112,6 +77,21 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), written);
     EXPECT_NE(desk.Document(), start);
+    EXPECT_TRUE(desk.workbench.File().empty()) << "saving must not replace the open document";
+
+    // All is removed when the user agrees.
+    desk.Page("pos");
+    for (const bool agrees : {false, true}) {
+        desk.answer = agrees;
+        desk.Click("cmdCleanAll");
+        EXPECT_NE(desk.IsShownProgrammed("posDisplay", 3), agrees);
+    }
+    desk.Page("freeProgKeys");
+    for (const bool agrees : {false, true}) {
+        desk.answer = agrees;
+        desk.Click("cmdEdit_2");
+        EXPECT_NE(desk.IsShownProgrammed("layoutDisplay", 75), agrees);
+    }
 }
 
 TEST(MainWindow, FunctionKeysOfOtherModelsAreWrittenToo) {
@@ -200,6 +180,20 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
     find("font size");
     EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
+
+    // All words have to fit; what begins with them comes first.
+    auto* field = desk.Find<QLineEdit>("quickFind");
+    const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
+    field->setFocus();
+    field->clear();
+    QTest::keyClicks(field, QStringLiteral("code39 nowhere"));
+    ASSERT_EQ(found->count(), 1);
+    EXPECT_EQ(found->item(0)->text(), QStringLiteral("Nothing found"));
+    field->clear();
+    QTest::keyClicks(field, QStringLiteral("key"));
+    ASSERT_GT(found->count(), 1);
+    EXPECT_TRUE(found->item(0)->text().startsWith(QStringLiteral("key"), Qt::CaseInsensitive))
+        << found->item(0)->text().toStdString();
 }
 
 TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
@@ -207,6 +201,15 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in")));
+    QStringList stages;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        stages.append(label->text());
+    EXPECT_TRUE(stages.contains(QStringLiteral("✗  Open the driver: failed")));
+    desk.window->Transfers().Read();
+    desk.window->Transfers().Write();
+    ASSERT_EQ(desk.warnings.size(), 2) << desk.warnings.join(' ').toStdString();
+    for (const QString& warning : desk.warnings)
+        EXPECT_TRUE(warning.contains(QStringLiteral("No keyboard is connected")));
     desk.Page("commonKeyboard"); // the document can still be edited
     desk.Find<QSlider>("slidOutputDelay")->setValue(9);
     EXPECT_TRUE(desk.workbench.IsModified());
@@ -214,32 +217,25 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     desk.workbench.Preferences().SetVersionFirmware(0x200);
     EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
     EXPECT_TRUE(desk.Find<QLabel>("lblKeyboard")->toolTip().contains(QStringLiteral("P100")));
-}
+    desk.workbench.Preferences().SetVersionFirmware(0x100);
+    EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
+    EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "it is new enough";
 
-// Every page's letters under Alt belong to one thing each, beside those of the menus.
-TEST(MainWindow, HasNoLetterUnderAltTwice) {
-    Desk desk;
-    for (const Integer language : {Integer{1033}, Integer{1031}}) {
-        desk.workbench.Preferences().SetPreferedAppLang(language);
-        desk.window->ApplyPreferences();
-        QTest::qWait(20);
-        const auto* pages = desk.Find<QListWidget>("pages");
-        for (int row = 0; row < pages->count(); ++row) {
-            desk.window->ShowPage(pages->item(row)->data(Qt::UserRole).toString());
-            auto* tabs = VisibleTabs(*desk.window);
-            for (int tab = 0; tab < (tabs == nullptr ? 1 : tabs->count()); ++tab) {
-                if (tabs != nullptr)
-                    tabs->setCurrentIndex(tab);
-                QStringList doubles = DoubleLetters(*desk.window);
-                EXPECT_TRUE(doubles.isEmpty())
-                    << language << " " << pages->item(row)->text().toStdString() << " " << tab
-                    << ": " << doubles.join(QStringLiteral(", ")).toStdString();
-            }
-        }
-    }
-    desk.workbench.Preferences().SetPreferedAppLang(1033);
-    desk.window->ApplyPreferences();
-    QTest::qWait(20);
+    desk.Page("overview");
+    QStringList rows;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        if (const auto* form = qobject_cast<QFormLayout*>(label->parentWidget()->layout()))
+            if (const auto* name =
+                    qobject_cast<QLabel*>(form->labelForField(const_cast<QLabel*>(label))))
+                rows.append(name->text() + label->text());
+    for (const char* row : {"Name:QX-POS-FULL", "Program:P100", "Bootloader:B100", "Country:US01",
+                            "Configuration:C001", "Kind:simulated keyboard"})
+        EXPECT_TRUE(rows.contains(QLatin1String(row))) << row;
+    const auto* directory = desk.Find<QTableWidget>("directory");
+    ASSERT_EQ(directory->rowCount(), 8);
+    EXPECT_EQ(directory->item(6, 0)->text(), QStringLiteral("6"));
+    EXPECT_EQ(directory->item(6, 1)->text(), QStringLiteral("MODULE_POS"));
+    EXPECT_EQ(directory->item(6, 2)->text(), QStringLiteral("0x4000"));
 }
 
 // From reading to writing without a pointer.
@@ -307,40 +303,6 @@ TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
         desk.Find<QPlainTextEdit>("received")->toPlainText().contains(QStringLiteral("A ^A")));
 }
 
-TEST(MainWindow, SpeaksGermanAtOnce) {
-    Desk desk;
-    desk.Page("preferences");
-    desk.window->findChild<app::PreferencesPage*>()->Reveal(Preference::PreferedAppLang);
-    auto* languages = desk.Find<QComboBox>("PreferedAppLang");
-    languages->setCurrentIndex(languages->findData(1031));
-    QTest::qWait(20);
-    EXPECT_TRUE(desk.Find<QComboBox>("PreferedAppLang")->isVisible()) << "the tab stays in front";
-    QStringList kinds;
-    for (int kind = 0; kind <= static_cast<int>(host::ErrorKind::ModelInvalid); ++kind)
-        kinds.append(app::KindText(static_cast<host::ErrorKind>(kind)));
-    EXPECT_EQ(kinds.removeDuplicates(), 0);
-    EXPECT_FALSE(kinds.contains(QString()));
-    const host::Error busy(host::ErrorKind::KeyboardBusy, "another program is writing to it");
-    EXPECT_TRUE(app::FailureOf({}, busy).text.startsWith(QStringLiteral("Ein anderes Programm")));
-    EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
-              QStringLiteral("Magnetkartenleser"));
-    desk.Page("barcode");
-    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
-    EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));
-    EXPECT_FALSE(desk.workbench.IsModified()) << "a language is no edit";
-    // Every word of the settings' names has a translation, except the names of codes.
-    const std::set<std::string> names = {"EAN",     "UPC",     "Code39", "Code128",
-                                         "CodaBar", "Code93",  "Code11", "Code16K",
-                                         "MSI",     "Plessey", "POS"};
-    auto& configuration = desk.workbench.Configuration();
-    configuration.SetWords([&](std::string_view word) {
-        EXPECT_TRUE(names.contains(std::string(word)) || app::SettingWord(word) != word) << word;
-        return std::string(word);
-    });
-    EXPECT_GT(configuration.List(desk.workbench.History().AllSections()).size(), 100U);
-    desk.workbench.Preferences().SetPreferedAppLang(1033);
-}
-
 TEST(MainWindow, FitsASmallScreenAndScrolls) {
     Desk desk;
     desk.window->resize(1024, 560); // what a screen of 1024 x 600 leaves below a title
@@ -376,6 +338,15 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
     undo->trigger();
     EXPECT_EQ(desk.Find<QLineEdit>("txtSymbolDesc")->text(), QString());
     EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
+
+    desk.Page("magnetCard");
+    auto* tracks = desk.Find<QListWidget>("trackList");
+    tracks->setCurrentRow(2);
+    desk.Click("chkUseThisHeader");
+    tracks->setCurrentRow(0);
+    desk.Page("barcode");
+    undo->trigger();
+    EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 2);
 }
 
 // Picking keys, pages and layers is not an edit, and notices go when the user goes on.
@@ -411,6 +382,30 @@ TEST(MainWindow, RecordsOnlyCodesThatAKeyboardStores) {
         << desk.Notice().toStdString();
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
+
+    // Nor more of them.
+    struct Editor {
+        const char* page;
+        const char* keys;
+        const char* button;
+        int room;
+    };
+    for (const Editor& editor : {Editor{"freeProgKeys", "layoutDisplay", "cmdEdit_0", 32},
+                                 Editor{"layeredFuncKeys", "funcKeys", "cmdEdit_0", 128},
+                                 Editor{"magnetCard", nullptr, "cmdCreate_0", 32}}) {
+        desk.Page(editor.page);
+        if (editor.keys != nullptr)
+            desk.ClickKey(editor.keys, editor.room == 128 ? 3 : 75);
+        desk.InDialog([&](QWidget& dialog) {
+            auto* typed = dialog.findChild<QLineEdit*>(QStringLiteral("txtTyped"));
+            typed->setText(QStringLiteral("{1} ").repeated(200));
+            QTest::keyClick(typed, Qt::Key_Return);
+            EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("lblTypedFault"))->text(),
+                      QStringLiteral("The text has 200 codes, only %1 fit.").arg(editor.room));
+            Desk::ClickIn(dialog, "cmdCancel");
+        });
+        desk.Click(editor.button);
+    }
 }
 
 TEST(MainWindow, OffersTheTracksThatThereAre) {

@@ -13,9 +13,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTimer>
-#include <QTranslator>
 
 #include <fstream>
 #include <set>
@@ -162,35 +160,6 @@ TEST_F(PreferencesTest, ResetsAfterAskingAndForgetsTheLastDocument) {
     Click(page, "forgetLastDocument");
     EXPECT_EQ(settings.GetLastDownloadFile(), "");
     EXPECT_FALSE(Find<QWidget>(page, "forgetLastDocument")->isEnabled());
-}
-
-// A language in which every text is in capitals.
-class Capitals : public QTranslator {
-public:
-    QString translate(const char*, const char* text, const char*, int) const override {
-        return QString::fromUtf8(text).toUpper();
-    }
-    bool isEmpty() const override { return false; }
-};
-
-TEST_F(PreferencesTest, TheLanguageChangesWhileThePageIsOpen) {
-    Capitals capitals;
-    const auto host = QObject::connect(&page, &app::PreferencesPage::Changed, &page,
-                                       [&] { QApplication::installTranslator(&capitals); });
-    page.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
-    page.Reveal(Preference::PreferedAppLang);
-    QTest::keyClick(Find<QWidget>(page, "PreferedAppLang"), Qt::Key_Down);
-    QApplication::sendPostedEvents();
-    auto* tabs = page.findChild<QTabWidget*>();
-    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "LANGUAGES");
-    auto* language = Find<QComboBox>(page, "PreferedAppLang");
-    EXPECT_TRUE(language->hasFocus());
-    EXPECT_EQ(language->currentData().toInt(), 1031);
-    QObject::disconnect(host);
-    QTest::keyClick(language, Qt::Key_Down); // the new editors work
-    EXPECT_EQ(settings.PreferedAppLang(), 1033);
-    QApplication::removeTranslator(&capitals);
 }
 
 struct StartWizardTest : testing::Test {

@@ -61,20 +61,13 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         desk.Find<QSlider>("slidOutputDelay")->setValue(9);
         desk.Page("magnetCard");
         desk.Click("chkMagneticOptions_1");
-        // The keyboard is unplugged at one call after the other, until that leaves it in doubt.
-        const auto isInDoubt = [&] {
-            return !desk.warnings.isEmpty() &&
-                   desk.warnings.back().contains("may be partly written. Once");
-        };
-        for (int call = 1; !isInDoubt(); ++call) {
-            ASSERT_LT(call, 5000);
-            desk.InDialog([&](QWidget& dialog) {
-                desk.workbench.Simulated()->FailCall(call, 77, true);
-                Desk::ClickIn(dialog, "cmdWrite");
-            });
-            desk.window->Transfers().Write();
-            desk.workbench.Simulated()->FailCall(0, 0, false);
-        }
+        desk.AtStep(host::Step::Writing, [&] { // it is unplugged
+            desk.workbench.Simulated()->FailCall(1, 77, true);
+        });
+        desk.Write();
+        desk.workbench.Simulated()->FailCall(0, 0, false);
+        ASSERT_EQ(desk.warnings.size(), 1);
+        EXPECT_TRUE(desk.warnings.back().contains("may be partly written. Once"));
         const auto access =
             desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
         desk.workbench.Simulated()->Poke(access, "\x09"); // the one byte has arrived
@@ -87,42 +80,39 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     desk.Find<QSlider>("slidOutputDelay")->setValue(10);
     desk.Write();
     EXPECT_NE(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
-
-    desk.Page("backups");
-    auto* list = desk.Find<QTreeWidget>("backups");
-    ASSERT_GE(list->topLevelItemCount(), 2);
-    list->setCurrentItem(list->topLevelItem(0));
-    desk.unsaved = DocumentMenu::Answer::Discard;
-    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
-    desk.Click("restoreBackup");
-    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+    const std::string ten = desk.Memory(MODULE_MAGNET_CONFIG, 0, 8);
     desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(11);
+    desk.Write();
+
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    const auto restore = [&](int row) { // the newest is the first
+        desk.Page("backups");
+        auto* list = desk.Find<QTreeWidget>("backups");
+        ASSERT_GT(list->topLevelItemCount(), row + 1);
+        list->setCurrentItem(list->topLevelItem(row));
+        desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+        desk.Click("restoreBackup");
+        desk.Page("commonKeyboard");
+    };
+    restore(0);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), ten);
+    EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 10);
+    restore(2); // behind that of the restoring
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 
-// Has a write of a description break off after its first bytes: in the first, second, … of its
-// transfers, until that leaves a part of it in the keyboard. Returns the text.
+// Has a write of a description break off after its first bytes. Returns the text.
 QString BreakOffAWrite(Desk& desk) {
     const QString text = QStringLiteral("Description");
     desk.Page("layeredFuncKeys");
     desk.ClickKey("funcKeys", 3);
     desk.Find<QLineEdit>("txtSymbolDesc")->setText(text);
-    for (int transfers = 1; desk.timesAsked == 0; ++transfers) {
-        if (transfers == 10)
-            throw std::runtime_error("no write leaves a part of itself");
-        int ended = 0;
-        QObject counter;
-        desk.InDialog([&](QWidget& dialog) {
-            QObject::connect(&desk.workbench, &app::Workbench::Progressed, &counter,
-                             [&](int percent) {
-                                 if (percent == 100 && ++ended == transfers)
-                                     desk.workbench.Simulated()->StopTransferAfter(5);
-                             });
-            Desk::ClickIn(dialog, "cmdWrite");
-        });
-        desk.window->Transfers().Write();
-        desk.workbench.Simulated()->StopTransferAfter(-1);
-    }
+    desk.AtStep(host::Step::Writing, [&] { desk.workbench.Simulated()->StopTransferAfter(5); });
+    desk.Write();
+    desk.workbench.Simulated()->StopTransferAfter(-1);
+    EXPECT_EQ(desk.timesAsked, 1);
     return text;
 }
 
@@ -170,6 +160,54 @@ TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
     }
 }
 
+TEST(Transfers, AWriteShowsItsSteps) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    const auto* work = desk.window->findChild<QLabel*>(QStringLiteral("lblWork"));
+    QStringList shown;
+    std::string held;
+    QObject::connect(&desk.workbench, &app::Workbench::Stepped, work, [&](host::Step step) {
+        EXPECT_TRUE(work->isVisible());
+        EXPECT_TRUE(work->text().contains(QStringLiteral("Do not unplug")));
+        EXPECT_EQ(desk.workbench.Backups().size(), step == host::Step::SavingBackup ? 0U : 1U);
+        shown.append(work->text().section('\n', 1).section(' ', 0, 0));
+        held += desk.Memory(MODULE_MAGNET_CONFIG, 0, 1);
+    });
+    desk.Write();
+    EXPECT_EQ(shown, QStringList({"Saving", "Checking", "Sending", "Reading"}));
+    EXPECT_EQ(held, Bytes("06 06 06 09"));
+    EXPECT_FALSE(work->isVisible());
+}
+
+TEST(Transfers, DamageIsRepairedOnlyWhenTheUserWantsIt) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    const Long pos = desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_POS);
+    desk.workbench.Simulated()->Poke(pos + 6 * 32, "\xC8\x1E\x1F");
+    const std::string damaged = desk.Held();
+
+    desk.answer = false;
+    desk.window->Transfers().Write();
+    ASSERT_EQ(desk.askedToRepair.size(), 1);
+    EXPECT_TRUE(desk.askedToRepair.front().contains(QStringLiteral("POS keys")));
+    EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
+    EXPECT_EQ(desk.Held(), damaged);
+
+    desk.answer = true;
+    EXPECT_EQ(desk.Write().size(), 2);
+    EXPECT_EQ(desk.Memory(MODULE_POS, 6 * 32, 3), Bytes("FF 00 00"));
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("09"));
+
+    desk.workbench.Simulated()->Poke(pos + 6 * 32, "\xC8");
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.window->Transfers().Read();
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("POS keys: damaged")));
+    desk.window->Transfers().Write();
+    EXPECT_EQ(desk.askedToRepair.size(), 2) << "a document without the section leaves it alone";
+}
+
 TEST(Transfers, FilesOfTheKeyboardGoBothWays) {
     Desk desk;
     desk.Page("files");
@@ -191,6 +229,40 @@ TEST(Transfers, FilesOfTheKeyboardGoBothWays) {
     desk.Click("param_load");
     EXPECT_EQ(desk.warnings.size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
+
+    const std::string codes(256, '\x42');
+    std::ofstream(desk.folder / "memory.bin") << codes;
+    desk.workbench.Simulated()->Poke(27776, codes);
+    desk.Click("codepage_compare");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("code page equals")));
+    desk.workbench.Simulated()->Poke(27776, "x");
+    desk.Click("codepage_compare");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("code page differs")));
+}
+
+TEST(Transfers, ABackupOfAnotherKeyboardIsRestoredOnlyWhenTheUserAgrees) {
+    Desk first;
+    first.Page("commonKeyboard");
+    first.Find<QSlider>("slidOutputDelay")->setValue(9);
+    first.Write();
+    Desk desk("full", {}, first.folder / "records");
+    desk.Page("commonKeyboard");
+    desk.workbench.Simulated()->Poke(4096, "\x55");
+    const std::string held = desk.Held();
+    for (const bool agrees : {false, true}) {
+        desk.answer = agrees;
+        desk.askedToWrite.clear();
+        desk.Page("backups");
+        auto* list = desk.Find<QTreeWidget>("backups");
+        list->setCurrentItem(list->topLevelItem(0));
+        if (agrees)
+            desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+        desk.Click("restoreBackup");
+        ASSERT_EQ(desk.askedToWrite.size(), 1);
+        EXPECT_TRUE(desk.askedToWrite[0].contains(QStringLiteral("another keyboard")));
+        EXPECT_EQ(desk.Held() == held, !agrees);
+    }
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x06");
 }
 
 } // namespace

@@ -3,11 +3,6 @@
 
 #include <gtest/gtest.h>
 
-// An exception that passes through the toolkit leaves its own small allocations behind.
-extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions() {
-    return "leak:libQt6Core\nleak:libQt6Gui\n";
-}
-
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

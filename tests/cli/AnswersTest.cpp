@@ -49,6 +49,10 @@ TEST_F(Answers, OfDocuments) {
     Expect({"upload", "-o", till}, {{"direction", "keyboard to file"}, {"file", till}},
            "keyboard to file: wrote " + till + "\n");
     EXPECT_EQ(Json::parse(files::ReadFile(till)), Json::parse(keyboard.Done({"upload"})));
+    Json common = Json::parse(files::ReadFile(till));
+    EXPECT_EQ(common["layeredFuncKeys"].erase("guid"), 1U);
+    keyboard.Done({"upload", "--no-identifier", "-o", till});
+    EXPECT_EQ(Json::parse(files::ReadFile(till)), common);
     const std::string fresh = keyboard.File("fresh.json");
     Expect({"defaults", "-o", fresh}, {{"direction", "default values to file"}, {"file", fresh}},
            "default values to file: wrote " + fresh + "\n");
@@ -145,6 +149,12 @@ TEST_F(Answers, OfKeyboardFiles) {
 }
 
 TEST_F(Answers, OfModesAndPreferences) {
+    Expect({"show", "commonKeyboard"},
+           {{"settings",
+             {{{"place", "/commonKeyboard/outputDelay"},
+               {"setting", "keyboard output delay"},
+               {"value", "6"}}}}},
+           "commonKeyboard\n  keyboard output delay  6\n");
     Expect({"layer", "3"}, {{"layer", 3}}, "layer 3 is selected\n");
     EXPECT_EQ(Last(), "SelectLayer 3");
     keyboard.positionKeys = {30};
@@ -168,6 +178,7 @@ TEST_F(Answers, OfModesAndPreferences) {
     Expect({"prefs", "set", "ColorProg", "0x8000000F"},
            {{"name", "ColorProg"}, {"type", "colour"}, {"value", -2147483633}},
            "ColorProg = 0x8000000F\n");
+    EXPECT_EQ(keyboard.Done({"prefs", "set", "ColorEmpty", "0x12"}), "ColorEmpty = 0x00000012\n");
     Expect({"prefs", "get", "AutoSave"},
            {{"name", "AutoSave"}, {"type", "Boolean"}, {"value", true}}, "True\n");
     keyboard.Done({"prefs", "set", "AutoSave", "False"});

@@ -48,6 +48,9 @@ protected:
             opened += choice.keyboard.stem().string();
             if (whileOpening)
                 whileOpening(choice.keyboard.stem().string());
+            if (const auto port = ports.find(choice.driver.filename().string());
+                port != ports.end())
+                return setup::OpenDriver({{}, folder / port->second, "full"});
             setup::OpenedDriver driver = setup::OpenDriver(choice);
             if (const auto fault = faults.find(choice.keyboard.stem().string());
                 fault != faults.end())
@@ -97,8 +100,8 @@ protected:
     // another configuration.
     std::string TillIn(const std::string& keyboard) {
         for (const char* till : {"001", "002", "003"})
-            if (Run({"--keyboard", File(keyboard), "diff", "--set", std::string("till=") + till,
-                     File("till.json")})
+            if (Run({"--layout", job.value("layout", "us.qxl"), "--keyboard", File(keyboard),
+                     "diff", "--set", std::string("till=") + till, File("till.json")})
                     .status == 0)
                 return till;
         return "?";
@@ -120,6 +123,7 @@ protected:
 
     TempFolder folder{TempFolder::InMemory()};
     Json job = {{"format", "qx-batch"}, {"version", 1}, {"document", "till.json"}};
+    std::map<std::string, std::string> ports; // of a driver's name, the keyboard that is behind it
     std::map<std::string, int> faults; // of a keyboard, from its driver call of this number on
     std::string cut;                   // the keyboard whose writes are cut after 4 bytes
     std::string opened;                // the keyboards that the last run opened

@@ -100,10 +100,13 @@ TEST_F(BatchProcesses, KeyboardsThatAreAlikeDoNotGetInEachOthersWay) {
         std::filesystem::copy_file(folder / "1.qxk", folder / copy);
     for (const int unit : {3, 4})
         job["units"][unit]["model"] = "magnet";
+    // The workers have the layout and the options of the batch.
     Json document = Json::parse(kDocument);
-    document.erase("commonKeyboard");
+    document["magnetCard"]["tracks"][0]["header"] = "Ä ^Ä ${till}";
+    document["layeredFuncKeys"] = {{"keys", Json::array()}};
     Write("till.json", document.dump());
-    const Outcome outcome = RunJob({"--jobs", "5"});
+    job["layout"] = "german.qxl";
+    const Outcome outcome = RunJob({"--jobs", "5", "--skip-absent"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     for (const char* name : {"1", "2", "3"})
         EXPECT_EQ(TillIn(std::string(name) + ".qxk"), std::string("00") + name);
@@ -112,6 +115,8 @@ TEST_F(BatchProcesses, KeyboardsThatAreAlikeDoNotGetInEachOthersWay) {
     for (const Json& unit : report["units"])
         backups.insert(unit["backup"].get<std::string>());
     EXPECT_EQ(backups.size(), 5U);
+    EXPECT_EQ(RunJob({"--jobs", "5"}).status, 6);
+    EXPECT_EQ(Results(), "done done done failed failed");
 }
 
 TEST_F(BatchProcesses, AWorkerThatDiesCostsItsUnit) {

@@ -1,6 +1,10 @@
 // Batches as the user of the command line sees them.
 #include "BatchJob.h"
 
+#include <algorithm>
+#include <iterator>
+#include <set>
+
 namespace qx::test {
 
 using Batch = BatchJob;
@@ -20,6 +24,13 @@ TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     EXPECT_EQ(printed["thisRun"]["failed"], Json({"till 2"}));
     EXPECT_EQ(printed["thisRun"]["bytesSent"], printed["units"][0]["bytesSent"].get<int>() +
                                                    printed["units"][2]["bytesSent"].get<int>());
+
+    // Each keyboard's backup bears the name of its unit, and how the unit is reached.
+    const Json backups = Json::parse(Run({"--json", "backup", "list"}).out)["backups"];
+    std::set<std::string> places;
+    for (const Json& backup : backups)
+        places.insert(backup["unit"].get<std::string>() + backup["place"].get<std::string>());
+    EXPECT_EQ(places, (std::set<std::string>{"till 1 1.qxk", "till 2 2.qxk", "till 3 3.qxk"}));
 
     // The half-written keyboard is rolled back, and then written.
     cut.clear();
@@ -47,6 +58,32 @@ TEST_F(Batch, AUnitsVariablesGoBeforeTheJobs) {
     job["units"][1].erase("variables");
     ASSERT_EQ(RunJob().status, 0);
     EXPECT_EQ(TillIn("1.qxk") + TillIn("2.qxk") + TillIn("3.qxk"), "001003003");
+}
+
+// A block that no document can express costs its unit, unless it is to be replaced.
+TEST_F(Batch, DamageIsLeftAloneUnlessItIsToBeRepaired) {
+    Json document = Json::parse(kDocument);
+    document["pos"]["blocks"] = {{{"slot", 7}, {"keys", {7}}, {"sequence", {30}}}};
+    Write("till.json", document.dump());
+    const std::string damage("\xC8\x1E\x1F");
+    for (const char* jobs : {"1", "2"}) {
+        Make("2.qxk");
+        {
+            sim::SimulatedDriver keyboard(folder / "2.qxk", "full");
+            ASSERT_EQ(keyboard.QXCFG_Init(), 0);
+            keyboard.Poke(*keyboard.Model().AddressOf(MODULE_POS) + 40 * 32, damage);
+        }
+        EXPECT_EQ(RunJob({"--jobs", jobs}).status, 4);
+        EXPECT_EQ(Results(), "done failed done");
+        const std::string said = Report()["units"][1]["error"]["message"];
+        EXPECT_NE(said.find("POS key 41 is in group 200"), std::string::npos) << said;
+        EXPECT_NE(said.find("nothing was written (--repair"), std::string::npos) << said;
+        EXPECT_EQ(RunJob({"--jobs", jobs, "--repair"}).status, 0);
+        EXPECT_EQ(Results(), "done done done");
+        EXPECT_EQ(TillIn("2.qxk"), "002");
+        for (const char* file : {"1.qxk", "2.qxk", "3.qxk", "job.json.report.json"})
+            std::filesystem::remove(folder / file);
+    }
 }
 
 TEST_F(Batch, OnlyChosenUnitsAreProgrammed) {
@@ -123,6 +160,22 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
     EXPECT_EQ(opened, "123");
     EXPECT_EQ(Report()["units"][0]["bytesSent"], 0);
     EXPECT_EQ(Report()["units"][2]["bytesSent"], 1);
+
+    // Another keyboard, and another layout, are changes too.
+    const std::tuple<const char*, const char*, int> changes[] = {
+        {"/units/1/keyboard", "4.qxk", 1},
+        {"/units/1/identifier", "{01234567-89AB-CDEF-0123-456789ABCDEF}", 1},
+        {"/layout", "uk.qxl", 3},
+    };
+    const Json whole = job;
+    for (const auto& [place, value, notDone] : changes) {
+        job = whole;
+        job[Json::json_pointer(place)] = value;
+        EXPECT_EQ(Json::parse(RunJob({"--dry-run"}).out)["notDone"], notDone) << place;
+    }
+    job = whole;
+    EXPECT_EQ(RunJob({"--dry-run"}).status, 0);
+    EXPECT_EQ(RunJob({"--dry-run", "--layout", "uk.qxl"}).status, 1);
 }
 
 TEST_F(Batch, OnlyOneWorksOnAJob) {
@@ -144,7 +197,10 @@ TEST_F(Batch, AUnitMayMeanOneKeyboardOnly) {
     }();
     files::WriteFileAtomically(folder / "2.qxk", before);
     job["units"].erase(2);
-    job["units"][0]["identifier"] = identifier;
+    std::string small = identifier; // means the same
+    std::transform(small.begin(), small.end(), small.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    job["units"][0]["identifier"] = small;
     job["units"][1]["identifier"] = "{01234567-89ab-cdef-0123-456789abcdef}";
     EXPECT_EQ(RunJob().status, 4);
     EXPECT_EQ(Results(), "done failed");
@@ -232,15 +288,77 @@ TEST_F(Bench, KnowsAKeyboardByItsIdentifier) {
     const Json uploaded =
         Json::parse(Run({"--json", "--keyboard", File("b.qxk"), "upload"}).out)["document"];
     job["units"][1]["identifier"] = uploaded["layeredFuncKeys"]["guid"];
-    job["units"].erase(2);
-    Plug("b.qxk");
-    pauses = {[&] {
-        Unplug("b.qxk");
-        Plug("a.qxk");
-    }};
+    Make("c.qxk");
+    Plug("a.qxk");
+    const auto next = [&](const char* before, const char* name) {
+        return [this, before, name] {
+            Unplug(before);
+            Plug(name);
+        };
+    };
+    pauses = {next("a.qxk", "c.qxk"), next("c.qxk", "b.qxk")};
     const Outcome outcome = RunJob({"--bench"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(TillIn("b.qxk") + TillIn("port.qxk"), "002001");
+    EXPECT_EQ(TillIn("a.qxk") + TillIn("c.qxk") + TillIn("port.qxk"), "001003002");
+}
+
+// The page about batches: its jobs and its commands, as they stand there.
+TEST_F(Batch, TheExamplesOfThePageAreRun) {
+    const std::string page = files::ReadFile(QX_LAYOUTS "../docs/batch.md");
+    std::vector<std::string> jobs;
+    std::vector<std::vector<std::string>> commands;
+    std::istringstream lines(page);
+    std::string fence;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("```")) {
+            fence = fence.empty() ? line : "";
+            if (fence == "```json")
+                jobs.emplace_back();
+        } else if (fence == "```json") {
+            jobs.back() += line + "\n";
+        } else if (!fence.empty() && line.find("qxconf ") < 3) {
+            std::istringstream words(line.substr(line.find("qxconf ") + 7));
+            commands.emplace_back(std::istream_iterator<std::string>(words),
+                                  std::istream_iterator<std::string>());
+            for (std::string& word : commands.back())
+                word = word.ends_with(".json") ? File(word) : word;
+        }
+    }
+    ASSERT_EQ(jobs.size(), 2U);
+    ASSERT_EQ(commands.size(), 3U);
+    ports = {{"line1.so", "line1.qxk"}, {"line2.so", "line2.qxk"}};
+
+    Json kiosk = Json::parse(kDocument);
+    kiosk.erase("magnetCard");
+    kiosk["layeredFuncKeys"] = {{"guid", Json::parse(jobs[0])["units"][2]["identifier"]},
+                                {"keys", Json::array()}};
+    Write("kiosk.json", kiosk.dump());
+    EXPECT_EQ(Run({"--driver", File("line2.so"), "download", File("kiosk.json")}).status, 0);
+    std::string till = kDocument;
+    till.replace(till.find("${till}"), 7, "${store}${till}");
+    Write("till.json", till);
+    Write("tills.json", jobs[0]);
+    EXPECT_EQ(commands[0], (std::vector<std::string>{"batch", File("tills.json")}));
+    const Outcome programmed = Run(commands[0]);
+    EXPECT_EQ(programmed.status, 0) << programmed.err;
+    for (const char* said : {"[1 of 3] till 1: done: wrote ", " bytes, read back and found equal\n",
+                             "the report is in ", "tills.json.report.json\n"})
+        EXPECT_NE(programmed.err.find(said), std::string::npos) << programmed.err;
+    EXPECT_NE(programmed.out.find("3 done, 0 failed, 0 not done\nthis run: 3 done ("),
+              std::string::npos)
+        << programmed.out;
+
+    Write("till.json", kDocument);
+    for (std::size_t i = 1; i < commands.size(); ++i) {
+        commands[i].insert(commands[i].begin(), {"--keyboard", File("2.qxk"), "--model", "full"});
+        EXPECT_EQ(Run(commands[i]).status, 0) << commands[i][4];
+    }
+    Write("tills.json", jobs[1]);
+    std::filesystem::remove(folder / "tills.json.report.json");
+    pauses = {[this] { Move("line1.qxk", "first.qxk"); }};
+    const Outcome bench = Run({"batch", "--bench", File("tills.json")});
+    EXPECT_EQ(bench.status, 0) << bench.err;
+    EXPECT_EQ(TillIn("first.qxk") + TillIn("line1.qxk"), "001002");
 }
 
 } // namespace qx::test

@@ -30,7 +30,8 @@ struct Fault {
     bool forEver = false;
     std::int32_t transferBytes = -1; // a transfer stops after these; -1: it does not
     std::int32_t writtenBytes = -1;  // the same of transfers to the keyboard only
-    bool dropsWrites = false;        // transfers to the keyboard report success and do nothing
+    bool dropsWrites = false;        // transfers to the keyboard, or to a file, report success and
+                                     // do nothing
 };
 
 struct DriverCall {
@@ -80,6 +81,9 @@ public:
         if (m_beforeWrite)
             m_beforeWrite();
         return m_dropsWrites ? 0 : ForwardingDriver::QXCFG_ImageSave();
+    }
+    std::int32_t QXCFG_KeyboardParamSave(char* name) override {
+        return m_dropsWrites ? 0 : ForwardingDriver::QXCFG_KeyboardParamSave(name);
     }
 
 protected:

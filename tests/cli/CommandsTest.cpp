@@ -13,14 +13,29 @@ namespace qx::test {
 using host::Json;
 
 TEST(Commands, IdentifyTellsKeyboardAndDirectory) {
-    CommandLine keyboard;
+    const char* const model = R"({
+        "keyboard": {
+            "name": "SHOP", "bootloader": "B001", "program": "P002", "country": "C003",
+            "config": "D004",
+            "flags": {"freeProgrammableKeys": false, "connectionV24": true,
+                      "chipcardReader": false, "barcodeReader": true,
+                      "magneticTracks": [true, false, false, false]}},
+        "layout": "us.qxl",
+        "directory": [{"module": "MODULE_MAGNET_CONFIG", "address": 4096},
+                      {"module": "MODULE_POS", "address": 16384}]})";
+    const TempFolder folder;
+    files::WriteFileAtomically(folder / "shop.json", model);
+    CommandLine keyboard(Driver::InProcess, (folder / "shop.json").string());
     const Json result = Json::parse(keyboard.Done({"--json", "identify"}));
     EXPECT_EQ(result["schema"], 1);
-    EXPECT_FALSE(result["keyboard"]["name"].get<std::string>().empty());
-    bool hasPos = false;
-    for (const Json& entry : result["directory"])
-        hasPos = hasPos || (entry["module"] == 6 && entry["name"] == "MODULE_POS");
-    EXPECT_TRUE(hasPos);
+    EXPECT_EQ(result["keyboard"], Json::parse(model)["keyboard"]);
+    ASSERT_EQ(result["directory"].size(), 2U);
+    EXPECT_EQ(result["directory"][1],
+              Json({{"module", 6}, {"name", "MODULE_POS"}, {"address", 16384}}));
+    const std::string text = keyboard.Done({"identify"});
+    EXPECT_NE(text.find("\n  6       MODULE_POS            16384 (4000 hexadecimal)\n"),
+              std::string::npos)
+        << text;
 }
 
 TEST(Commands, DiffSpeaksOfSettings) {
@@ -242,11 +257,38 @@ TEST(Commands, WhatTheDiskRefusesLosesNothing) {
     }
 }
 
+namespace {
+
+// The texts of a drawing, one after the other.
+std::string TextsOf(const std::string& svg) {
+    std::string texts;
+    for (std::size_t at = svg.find("<text"); at != std::string::npos; at = svg.find("<text", at)) {
+        at = svg.find('>', at) + 1;
+        texts += svg.substr(at, svg.find('<', at) - at) + "|";
+    }
+    return texts;
+}
+
+} // namespace
+
 TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
     CommandLine keyboard;
-    const std::string document = keyboard.Write(
-        "till.json", R"({"format": "qx-configuration", "version": 1, "layeredFuncKeys": {"keys": [
-            {"layer": 3, "key": 7, "sequence": "Ctrl+C", "description": "Kasse & <b>"}]}})");
+    const std::string document =
+        keyboard.Write("till.json", R"({"format": "qx-configuration", "version": 1,
+        "magnetCard": {"sendImmediate": true, "verifyLRC": true, "verifyLastChar": true, "tracks": [
+            {"enabled": true, "headerEnabled": true, "header": "A ^A",
+             "terminatorEnabled": false, "terminator": "B ^B"},
+            {"enabled": false, "headerEnabled": false, "header": [],
+             "terminatorEnabled": true, "terminator": []},
+            {"enabled": true, "headerEnabled": true, "header": [],
+             "terminatorEnabled": true, "terminator": "C ^C"},
+            {"enabled": true, "headerEnabled": true, "header": [],
+             "terminatorEnabled": true, "terminator": []}]},
+        "freeProgKeys": {"keys": [{"positionCode": 112, "sequence": "D ^D"}]},
+        "layeredFuncKeys": {"keys": [
+            {"layer": 3, "key": 7, "sequence": "Ctrl+C", "description": "Kasse & <b>"},
+            {"layer": 9, "key": 23, "sequence": "E ^E", "description": ""}]},
+        "pos": {"blocks": [{"slot": 12, "keys": [12, 13], "sequence": "F ^F"}]}})");
     const auto sheet = [&](const char* name, const std::vector<std::string>& more = {}) {
         std::vector<std::string> arguments = {"sheet", "--date", "May", "-o", keyboard.File(name)};
         arguments.insert(arguments.end(), more.begin(), more.end());
@@ -254,10 +296,21 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
         return files::ReadFile(keyboard.File(name));
     };
     const std::string drawn = sheet("till.svg", {document});
-    for (const char* text : {"Layer 3", "Kasse &amp; &lt;b&gt;", "Ctrl C ^C", ">May<", "till.json"})
-        EXPECT_NE(drawn.find(text), std::string::npos) << text;
+    const std::string texts = TextsOf(drawn);
+    const std::string head = "May|Keyboard|" + document + "   Layout: English (United States)|";
+    for (const std::string& part :
+         {head + "Free programmable keys|Key|Caption|Sequence|112|F1|D ^D|1/3|",
+          head + "Layer 3|Key|Description|Sequence|F8|Kasse &amp; &lt;b&gt;|Ctrl C ^C ^Ctrl|2/3|",
+          head + "Layer 9|Key|Description|Sequence|F24|E ^E|"
+                 "POS blocks|Slot|Block|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
+                 "Readers|Input|Header|Terminator|Magnetic track 1|A ^A|(off) B ^B|"
+                 "Magnetic track 2 (not read)|(off)|(empty)|Magnetic track 3|(empty)|C ^C|"
+                 "Magnetic track 4|(empty)|(empty)|3/3|"})
+        EXPECT_NE(texts.find(part), std::string::npos) << part << "\n" << texts;
     EXPECT_TRUE(drawn == sheet("again.svg", {document}));
-    EXPECT_EQ(sheet("till.pdf", {document}).substr(0, 5), "%PDF-");
+    const std::string printed = sheet("till.pdf", {document});
+    EXPECT_EQ(printed.substr(0, 5), "%PDF-");
+    EXPECT_NE(printed.find("/Count 3\n"), std::string::npos) << "three pages";
 
     const std::string before = keyboard.Memory();
     EXPECT_EQ(sheet("keyboard.svg").find("Kasse"), std::string::npos);
@@ -301,6 +354,14 @@ TEST(Commands, KeyboardFilesGoBothWays) {
         if (keyboard.Run({"param", "save", param}, {call, 9}).status != 0) {
             EXPECT_EQ(files::ReadFile(param), earlier) << "call " << call;
         }
+    Fault idle;
+    idle.dropsWrites = true;
+    const Outcome nothing = keyboard.Run({"param", "save", param}, idle);
+    EXPECT_EQ(nothing.status, 4);
+    EXPECT_NE(nothing.err.find("reported success and wrote nothing into the file"),
+              std::string::npos)
+        << nothing.err;
+    EXPECT_EQ(files::ReadFile(param), earlier);
 }
 
 TEST(Commands, PositionWatchPrintsKeysAsTheyArePressed) {
@@ -310,6 +371,8 @@ TEST(Commands, PositionWatchPrintsKeysAsTheyArePressed) {
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_NE(outcome.out.find("key 30 "), std::string::npos);
     EXPECT_LT(outcome.out.find("key 30 "), outcome.out.find("key 110 "));
+    keyboard.positionKeys = {};
+    EXPECT_EQ(keyboard.Done({"position", "watch", "--seconds", "1"}), "");
 }
 
 TEST(Commands, TestDriveTellsWhatThePcReceives) {
@@ -330,6 +393,9 @@ TEST(Commands, TestDriveTellsWhatThePcReceives) {
               "each track is sent as soon as it has been read\n");
     EXPECT_EQ(keyboard.Done({"test-drive", "scan", "ABC", "--symbology", "code25_matrix"}),
               "the PC receives\n  reader 1 data  \"ABC\"\noutput delay between codes: 6\n");
+    EXPECT_NE(keyboard.Done({"test-drive", "scan", "4711", "--symbology", "EAN", "--reader", "2"})
+                  .find("  reader 2 data  \"4711\"\n"),
+              std::string::npos);
     EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128  X2 ^X2\n"),
               std::string::npos);
     EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("ordinary key 110  Esc ^Esc\n"),
@@ -386,6 +452,38 @@ TEST(Commands, DiffTellsOnceOfASectionThatOneSideLacks) {
     EXPECT_EQ(keyboard.Run({"diff", without, file}).out, "section barcode only in " + file + "\n");
     EXPECT_EQ(keyboard.Done({"diff", without, without}), "");
     EXPECT_EQ(keyboard.Done({"diff", without}), "");
+    less["commonKeyboard"]["outputDelay"] = 77;
+    const std::string slower = keyboard.Write("slower.json", less.dump());
+    const Outcome changed = keyboard.Run({"diff", without, slower});
+    EXPECT_EQ(changed.status, 1);
+    EXPECT_EQ(changed.out, "keyboard output delay 6 → 77\n");
+    EXPECT_EQ(changed.err, without + " → " + slower + ": 1 difference\n");
+}
+
+TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
+    CommandLine keyboard;
+    const std::string whole = keyboard.Write("whole.json", keyboard.Done({"upload"}));
+    keyboard.Poke(0x4000 + 4 * 32, "\xC8"); // the group of POS key 5
+    const std::string before = keyboard.Memory();
+    const char* const reason =
+        "the keyboard is damaged at address 4080 (hexadecimal): POS key 5 is in group 200";
+    const Outcome uploaded = keyboard.Run({"--json", "upload"});
+    EXPECT_TRUE(uploaded.err.starts_with(std::string("left out /pos: ") + reason)) << uploaded.err;
+    const Json result = Json::parse(uploaded.out);
+    EXPECT_FALSE(result["document"].contains("pos"));
+    ASSERT_EQ(result["damaged"].size(), 1U);
+    EXPECT_EQ(result["damaged"][0]["place"], "/pos");
+    EXPECT_TRUE(keyboard.Run({"show"}).err == uploaded.err);
+    const Outcome compared = keyboard.Run({"diff", whole});
+    EXPECT_EQ(compared.status, 1);
+    EXPECT_TRUE(compared.out.starts_with(std::string("section pos cannot be compared: ") + reason))
+        << compared.out;
+    const Json refused = Json::parse(keyboard.Run({"--json", "download", whole}).out);
+    EXPECT_EQ(refused["error"]["code"], "keyboard-damaged");
+    EXPECT_EQ(refused["error"]["place"], "/pos");
+    EXPECT_TRUE(keyboard.Memory() == before);
+    keyboard.Done({"download", "--repair", whole});
+    EXPECT_EQ(keyboard.Done({"diff", whole}), "");
 }
 
 TEST(Commands, UsageErrorsSayWhatIsWrongAndWhereToLearnMore) {

@@ -17,6 +17,7 @@ TEST(Completion, OffersWhatCanComeNext) {
     const std::pair<std::vector<std::string>, std::string> rows[] = {
         {{"up"}, "upload\n"},
         {{"--js"}, "--json\n"},
+        {{"--model", "full", "up"}, "upload\n"},
         {{"--json", "backup", ""}, "list\nshow\nrestore\n"},
         {{"backup", "restore", ""}, backup + "\n"},
         {{"backup", "restore", "--oth"}, "--other-keyboard\n"},

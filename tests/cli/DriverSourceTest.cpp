@@ -57,6 +57,36 @@ TEST(DriverSource, AKeyboardIsMadeOnlyWhenItsModelIsNamed) {
     }
 }
 
+// The layout is the chosen one, else the keyboard's own, else the preferred one.
+TEST(DriverSource, KeysHaveTheNamesOfTheNearestLayout) {
+    const TempFolder folder;
+    const std::string document = (folder / "till.json").string();
+    files::WriteFileAtomically(document, R"({"format": "qx-configuration", "version": 1,
+        "layeredFuncKeys": {"keys": [{"layer": 0, "key": 3, "sequence": "Ä ^Ä"}]}})");
+    const auto run = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {"--keyboard", (folder / "till.qxk").string(), "--model", "full"});
+        return RunOn(folder, arguments);
+    };
+    EXPECT_EQ(run({"validate", document}).status, 6);
+    EXPECT_EQ(run({"--layout", "german.qxl", "validate", document}).status, 0);
+    EXPECT_EQ(run({"prefs", "set", "PreferedKeyLang", "1031"}).status, 0);
+    EXPECT_EQ(run({"validate", document}).status, 0);
+    EXPECT_EQ(run({"--layout", "us.qxl", "validate", document}).status, 6);
+    EXPECT_EQ(run({"download", document}).status, 6);
+    EXPECT_EQ(run({"--layout", "german.qxl", "download", document}).status, 0);
+    EXPECT_EQ(run({"show", "layeredFuncKeys"}).out.find("Ä ^Ä"), std::string::npos);
+    EXPECT_NE(run({"--layout", "german.qxl", "show", "layeredFuncKeys"}).out.find("Ä ^Ä"),
+              std::string::npos);
+    const std::string faulty = (folder / "faulty.qxl").string();
+    files::WriteFileAtomically(faulty, "1=1033\n1001=(1500,0,600,600)50  A\\\\Key A\n");
+    const Outcome refused = run({"--layout", faulty, "validate", document});
+    EXPECT_EQ(refused.status, 6);
+    EXPECT_NE(refused.err.find("position code 1: the support is \"5\", not 0, 1 or 2"),
+              std::string::npos)
+        << refused.err;
+}
+
 // What goes wrong is told alike, whether the simulated keyboard is part of the program or loaded.
 TEST(DriverSource, FaultsAreExplainedAlike) {
     const TempFolder folder;

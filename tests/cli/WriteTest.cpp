@@ -101,6 +101,9 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     ASSERT_EQ(receipts.size(), 1U);
     EXPECT_EQ(receipts[0]["result"], "verified");
     EXPECT_EQ(receipts[0]["document"], file);
+    const std::string told = keyboard.Done({"receipts"});
+    EXPECT_NE(told.find("  download  verified  QX-POS-FULL  "), std::string::npos) << told;
+    EXPECT_TRUE(told.ends_with(" bytes  " + file + "\n")) << told;
     const Json backups = Json::parse(keyboard.Done({"--json", "backup", "list"}))["backups"];
     ASSERT_EQ(backups.size(), 1U);
     const std::string id = backups[0]["id"];
@@ -115,6 +118,17 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     EXPECT_EQ(undone[1]["afterSha256"], receipts[0]["beforeSha256"]);
     EXPECT_NE(after, before);
     EXPECT_EQ(keyboard.Run({"backup", "restore", "nonsense"}).status, 2);
+
+    // Another keyboard takes it only when that is asked for, and keeps its identifier.
+    Json own = saved;
+    std::filesystem::rename(keyboard.folder / "keyboard.qxk", keyboard.folder / "first.qxk");
+    own["layeredFuncKeys"]["guid"] =
+        Json::parse(keyboard.Done({"upload"}))["layeredFuncKeys"]["guid"];
+    keyboard.Done({"download", keyboard.Write("delay.json", DelayDocument(99))});
+    const Json refused = Json::parse(keyboard.Run({"--json", "backup", "restore", id}).out);
+    EXPECT_EQ(refused["error"]["code"], "keyboard-changed") << refused;
+    keyboard.Done({"backup", "restore", "--other-keyboard", id});
+    EXPECT_EQ(Json::parse(keyboard.Done({"upload"}))["layeredFuncKeys"], own["layeredFuncKeys"]);
 }
 
 TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
@@ -176,6 +190,30 @@ TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
     EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
 }
 
+// A document of one keyboard gives another its identifier, and says how not to.
+TEST(Write, ADocumentWithoutAnIdentifierSuitsOtherKeyboards) {
+    CommandLine first;
+    CommandLine second;
+    const Json whole = Json::parse(first.Done({"upload"}));
+    const Json own = Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"];
+    ASSERT_NE(whole["layeredFuncKeys"]["guid"], own);
+    const std::string every = first.File("every.json");
+    first.Done({"upload", "--no-identifier", "-o", every});
+    Json expected = whole;
+    expected["layeredFuncKeys"].erase("guid");
+    EXPECT_EQ(Json::parse(files::ReadFile(every)), expected);
+    EXPECT_EQ(second.Run({"download", every}).err, "");
+    EXPECT_EQ(Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"], own);
+
+    const Outcome taken = second.Run({"download", second.Write("whole.json", whole.dump())});
+    EXPECT_EQ(taken.status, 0);
+    EXPECT_NE(taken.err.find("takes over the identifier of another one from"), std::string::npos)
+        << taken.err;
+    EXPECT_NE(taken.err.find("qxconf upload --no-identifier"), std::string::npos) << taken.err;
+    EXPECT_EQ(Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"],
+              whole["layeredFuncKeys"]["guid"]);
+}
+
 // One driver, two keyboards of a kind: A is cut, B is worked with meanwhile, A comes back.
 TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
     CommandLine keyboard;
@@ -225,9 +263,15 @@ TEST(Write, ALoadedFileLeavesABackupAndAReceipt) {
     const Json receipt = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
     EXPECT_EQ(receipt["action"], "param load");
     EXPECT_EQ(receipt["result"], "not verified");
+    EXPECT_EQ(receipt["full"], true);
     EXPECT_EQ(receipt["backup"], done["backup"]);
     keyboard.Done({"backup", "restore", done["backup"]});
     EXPECT_EQ(keyboard.Memory(), before);
+    const std::string bad = keyboard.Write("bad.bin", "no parameters");
+    EXPECT_EQ(keyboard.Run({"param", "load", bad}).status, 4);
+    const Json failed = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
+    EXPECT_EQ(failed["document"], bad);
+    EXPECT_EQ(failed["result"], "unknown");
 }
 
 TEST(Write, ADryRunOfAFullDownloadTellsWhatItSends) {

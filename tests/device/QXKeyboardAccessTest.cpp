@@ -360,8 +360,12 @@ TEST(WaitSeconds, CountsAcrossTheWrapAndLetsMessagesThrough) {
     Platform platform;
     platform.tickCounter = &clock;
     platform.pendingMessages = &clock;
+    struct Waiting : QXKeyboardAccess {
+        using QXKeyboardAccess::QXKeyboardAccess;
+        using QXKeyboardAccess::WaitSeconds;
+    };
     FakeDriver driver;
-    QXKeyboardAccess access(driver, platform);
+    Waiting access(driver, platform);
     access.WaitSeconds(0);
     access.WaitSeconds(-5);
     EXPECT_EQ(clock.processed, 0);

@@ -121,10 +121,11 @@ void Misbehave(Arguments... arguments) {
         kill(getppid(), SIGKILL);
         pause();
     }
-    if (word == "terminate") {
+    if (word == "terminate") { // a process, and all between it and this one
         int process = 0;
         action >> process;
-        kill(process, SIGTERM);
+        for (const pid_t each : {process, getppid(), getpid()})
+            kill(each, SIGTERM);
         std::ofstream(theFile + ".here") << "here";
     }
     if (word == "meet") { // another one, which has to be at work at the same time

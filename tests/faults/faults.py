@@ -30,6 +30,7 @@ import pathlib
 import queue
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import threading
@@ -96,6 +97,12 @@ def fast_tests(entry):
     return program, chosen + (":" if "-" in chosen else "-") + SLOW
 
 
+def hear_signals():
+    """A run in the background ignores signals that the tests raise."""
+    for each in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(each, signal.SIG_DFL)
+
+
 class Copy:
     """A copy of the tree with a build of its own."""
 
@@ -142,7 +149,8 @@ class Copy:
             done = subprocess.run(
                 [self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
                  f"--gtest_filter={tests}"], cwd=self.build, env=self.env, timeout=limit,
-                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                preexec_fn=hear_signals)
         except subprocess.TimeoutExpired:
             return HUNG, program
         if done.returncode == 0:

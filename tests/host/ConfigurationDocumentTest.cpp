@@ -217,16 +217,20 @@ TEST_F(DocumentTest, ADocumentHoldsNothingThatIsRefused) {
     barcode.BitPage(BP_MSI).SetMaxSize(300);
 
     const ConfigurationDocument written = configuration.Write(AllSections());
-    std::vector<std::string> places;
-    for (const Fault& loss : written.Losses())
-        places.push_back(loss.place);
-    EXPECT_EQ(
-        places,
-        (std::vector<std::string>{
-            "/barcode/pages/MSI/maxSize", "/layeredFuncKeys/keys/1/description",
-            "/layeredFuncKeys/keys/2/description", "/layeredFuncKeys/keys/3/description",
-            "/layeredFuncKeys/keys/4/description", "/layeredFuncKeys/keys/5/sequence",
-            "/layeredFuncKeys/keys/6/sequence", "/pos/blocks/0/blockId", "/pos/blocks/0/colorId"}));
+    using Lost = std::pair<std::string, Loss::Kind>;
+    std::vector<Lost> losses;
+    for (const Loss& loss : written.Losses())
+        losses.emplace_back(loss.place, loss.kind);
+    const std::string keys = "/layeredFuncKeys/keys/";
+    EXPECT_EQ(losses, (std::vector<Lost>{{"/barcode/pages/MSI/maxSize", Loss::Kind::NumberLimited},
+                                         {keys + "1/description", Loss::Kind::TextCut},
+                                         {keys + "2/description", Loss::Kind::TextCut},
+                                         {keys + "3/description", Loss::Kind::TextCut},
+                                         {keys + "4/description", Loss::Kind::TextCut},
+                                         {keys + "5/sequence", Loss::Kind::CodesLeftOut},
+                                         {keys + "6/sequence", Loss::Kind::SequenceCut},
+                                         {"/pos/blocks/0/blockId", Loss::Kind::NumberLimited},
+                                         {"/pos/blocks/0/colorId", Loss::Kind::NumberLimited}}));
     Configuration other(Platform(), &layout, nullptr);
     ASSERT_NO_THROW(other.Read(ConfigurationDocument::Parse(written.ToText(), "written")));
     auto& read = dynamic_cast<QXLayeredFuncKeys&>(other.Find("layeredFuncKeys")->Control());

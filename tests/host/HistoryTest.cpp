@@ -98,6 +98,30 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     EXPECT_FALSE(edited.history->IsSaved()) << "what was saved cannot be reached any more";
 }
 
+// The oldest of very many steps are forgotten, and with them, in the end, the saved state.
+TEST(History, KnowsTheSavedStateAmongVeryManySteps) {
+    Edited edited;
+    int made = 0;
+    const auto steps = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            edited.history->Seal();
+            edited.Delay(static_cast<Integer>(20 + ++made % 2));
+        }
+    };
+    steps(3);
+    edited.history->MarkSaved();
+    const std::string saved = edited.Now();
+    steps(498); // one is forgotten
+    while (!edited.history->IsSaved() && edited.history->CanUndo())
+        edited.history->Undo();
+    EXPECT_TRUE(edited.history->IsSaved());
+    EXPECT_EQ(edited.Now(), saved);
+    steps(501);
+    while (edited.history->CanUndo())
+        edited.history->Undo();
+    EXPECT_FALSE(edited.history->IsSaved());
+}
+
 // A control is asked only whether it was edited: selecting and showing are no edits.
 TEST(History, NotesEditsOnly) {
     Edited edited;
@@ -105,10 +129,13 @@ TEST(History, NotesEditsOnly) {
     control.SetOutputDelay(99);
     EXPECT_FALSE(edited.history->Note());
     EXPECT_TRUE(edited.Note(control));
-    EXPECT_FALSE(control.DataChanged()) << "taken notice of";
+    EXPECT_FALSE(edited.history->Note()) << "it is noted";
+    EXPECT_TRUE(control.DataChanged()) << "until it is saved or transferred";
+    edited.history->MarkSaved();
+    EXPECT_FALSE(control.DataChanged());
     edited.history->Undo();
     EXPECT_EQ(control.OutputDelay(), 6);
-    EXPECT_FALSE(control.DataChanged()) << "undoing is no edit";
+    EXPECT_TRUE(control.DataChanged()) << "it is no longer as it was saved";
 }
 
 // What no document accepts is undone and done again all the same, just as it was.

@@ -36,7 +36,8 @@ protected:
             EXPECT_LE(entries.size(), most);
             for (const JournalEntry& entry : entries) {
                 const Backup backup = left.backups.Load(left.backups.Find(entry.backup));
-                EXPECT_EQ(backup.content.Bytes(0x1000, 8), before.substr(0x1000, 8));
+                EXPECT_EQ(backup.content.Bytes(0x1000, 1), before.substr(0x1000, 1));
+                EXPECT_EQ(backup.content.Bytes(0x1300, 256), before.substr(0x1300, 256));
                 EXPECT_EQ(entry.TraceIn(backup.content), Trace::Before);
             }
         });

@@ -95,6 +95,10 @@ TEST_F(Backups, TellOfWhichTillTheyAre) {
         EXPECT_EQ(loaded.origin, backup.origin);
     }
     EXPECT_EQ(folders.size(), std::size(units));
+    const Time time =
+        std::chrono::sys_days(std::chrono::January / 31 / 2026) + hours(9) + minutes(5);
+    EXPECT_EQ(store.Find(Save(time)).time.substr(0, 21), "20260131T090500.000Z-");
+    EXPECT_EQ(TimeText(time), "2026-01-31T09:05:00.000Z");
     EXPECT_THROW((void)store.Find("another"), Error);
 }
 

@@ -1,14 +1,18 @@
 #include "host/Session.h"
 
+#include "host/KeyboardFiles.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "support/FakeDriver.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <fstream>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace qx::host {
@@ -52,6 +56,62 @@ TEST_F(SessionTest, TransfersFollowTheContractsOrder) {
     EXPECT_EQ(Calls(), (Names{"QXCFG_MemRequestClean", "QXCFG_ImageWrite", "QXCFG_MemRequestAdd",
                               "QXCFG_ImageWrite", "QXCFG_MemRequestAdd", "QXCFG_ImageSave",
                               "QXCFG_MemRequestClean"}));
+}
+
+// The output delay lies at the base of the module and the magnetic reader's switches at 5 to 7; the
+// bytes in between are neither read nor written.
+TEST_F(SessionTest, OfTheMagneticReadersModuleOnlyItsOwnBytesAreTouched) {
+    struct Touched : test::FakeDriver {
+        Stretches bytes;
+        std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
+                                     std::int32_t lSize) override {
+            bytes.Add(lAddress, lSize);
+            return FakeDriver::QXCFG_ImageRead(lAddress, buffer, lSize);
+        }
+        std::int32_t QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                      std::int32_t lSize) override {
+            bytes.Add(lAddress, lSize);
+            return FakeDriver::QXCFG_ImageWrite(lAddress, buffer, lSize);
+        }
+        std::int32_t QXCFG_MemRequestAdd(std::int16_t nModule, std::int32_t lAddress,
+                                         std::int32_t lSize) override {
+            bytes.Add(lAddress, lSize);
+            return FakeDriver::QXCFG_MemRequestAdd(nModule, lAddress, lSize);
+        }
+    } touched;
+    touched.checksRequests = true;
+    touched.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
+    touched.memory.replace(0x1000, 9, "\x06\x11\x22\x33\x44\x01\x02\x1E\x55");
+    Session session(touched);
+    session.Open();
+    touched.bytes.Clear();
+    auto sections = session.SectionsIn(configuration);
+    session.Upload(sections);
+    KeyboardContent content = session.ReadContent(configuration);
+    std::vector<std::tuple<int, Long, Long>> pieces;
+    for (const ContentPiece& piece : content.pieces)
+        pieces.emplace_back(piece.module, piece.address, piece.Size());
+    EXPECT_EQ(pieces, (decltype(pieces){{MODULE_KEYBOARD, 0x1000, 1},
+                                        {MODULE_MAGNET_HEADERS, 0x1100, 256},
+                                        {MODULE_MAGNET_CONFIG, 0x1005, 3}}));
+    EXPECT_EQ(content.Bytes(0x1005, 3), "\x01\x02\x1E");
+    EXPECT_TRUE(session.ReadAgain(content).HoldsSame(content));
+    session.PrepareSending({{MODULE_KEYBOARD, "commonKeyboard", 0x1000, "\x06", "\x07"},
+                            {MODULE_MAGNET_CONFIG, "magnetCard", 0x1006, "\x02", "\x04"}});
+    session.Send();
+    EXPECT_EQ(touched.memory.substr(0x1000, 9), "\x07\x11\x22\x33\x44\x01\x04\x1E\x55");
+    session.Download(sections);
+    EXPECT_EQ(touched.memory.substr(0x1000, 9), "\x06\x11\x22\x33\x44\x01\x02\x1E\x55");
+    Stretches own;
+    own.Add(0x1000, 1);
+    own.Add(0x1005, 3);
+    own.Add(0x1100, 256);
+    own.Add(QXKeyboardAccess::kIdentificationAddress, QXKeyboardAccess::kIdentificationSize);
+    own.Add(QXKeyboardAccess::kCapabilityAddress, 1);
+    EXPECT_TRUE(touched.bytes.Without(own).empty());
+    touched.statuses["QXCFG_ImageWrite"] = 5;
+    EXPECT_THROW(session.PrepareSending({{MODULE_KEYBOARD, "", 0x1000, "\x06", "\x07"}}), Error);
+    EXPECT_TRUE(touched.requests.empty()) << "the transfer has ended";
 }
 
 TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
@@ -99,6 +159,32 @@ TEST_F(SessionTest, ATransferThatThrowsHasFailed) {
     auto sections = session.SectionsIn(configuration);
     EXPECT_THROW(session.Upload(sections), Error);
     EXPECT_THROW(session.Download(sections), Error);
+}
+
+TEST_F(SessionTest, AHandlerOfMessagesThatThrowsBreaksNothingOff) {
+    struct : test::FakeDriver {
+        void QXSIM_SetMessagePoster(MessagePoster poster) override { post = poster; }
+        std::int32_t QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg,
+                                                std::int32_t lWhat) override {
+            tell = [=, this] { post(hWindow, lMsg, lWhat, 50); };
+            return 0;
+        }
+        std::int32_t QXCFG_ImageLoad() override {
+            tell(); // C code, through which no exception may pass
+            return FakeDriver::QXCFG_ImageLoad();
+        }
+        MessagePoster post = nullptr;
+        std::function<void()> tell;
+    } posting;
+    posting.directory = {{MODULE_MAGNET_CONFIG, 0x1000}};
+    int told = 0;
+    Session::Options options;
+    options.progress = [&](int) { throw ++told; };
+    Session session(posting, {}, options);
+    session.Open();
+    auto sections = session.SectionsIn(configuration);
+    EXPECT_NO_THROW(session.Upload(sections));
+    EXPECT_GT(told, 0);
 }
 
 // A driver need not return a meaningful status where the system does not look at it.
@@ -159,12 +245,16 @@ TEST_F(SessionTest, AReadingThatMovesTooLittleIsRefused) {
     lazy.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
     Session session(lazy);
     session.Open();
+    const test::TempFolder folder;
+    const auto codePage = folder / "page.cp";
+    std::ofstream(codePage) << std::string(256, 'x');
     for (const std::int32_t moved : {0, 1, 2, 255}) {
         lazy.moved = moved;
         auto sections = session.SectionsIn(configuration);
         for (const std::function<void()>& read :
              {std::function<void()>([&] { session.Upload(sections); }),
-              std::function<void()>([&] { (void)session.ReadContent(configuration); })})
+              std::function<void()>([&] { (void)session.ReadContent(configuration); }),
+              std::function<void()>([&] { (void)HasCodePage(session, codePage); })})
             try {
                 read();
                 ADD_FAILURE() << "believed with " << moved << " bytes moved";

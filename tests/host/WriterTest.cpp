@@ -169,6 +169,7 @@ TEST_F(WriterTest, AFailureSaysWhatTheKeyboardHolds) {
         ASSERT_EQ(AllReceipts().size(), 1U);
         EXPECT_EQ(AllReceipts()[0].result, story.result);
         EXPECT_TRUE(said.starts_with(AllReceipts()[0].message)) << AllReceipts()[0].message;
+        EXPECT_NE(AllReceipts()[0].message, "");
         EXPECT_EQ(Count("journal"), 1U);
     }
 }

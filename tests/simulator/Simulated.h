@@ -53,6 +53,16 @@ public:
         else
             Own<void, Long, Long, Long>("QXSIM_FailCall", n, lStatus, forEver ? 1 : 0);
     }
+    // What the library writes into a buffer of this size, behind which all stays as it is.
+    std::string StatusText(Long lStatus, std::size_t size) {
+        std::string buffer(size + 8, '~');
+        const auto length = Own<Long, Long, char*, Long>("QXSIM_StatusText", lStatus, buffer.data(),
+                                                         static_cast<Long>(size));
+        EXPECT_EQ(buffer.substr(size), "~~~~~~~~");
+        const std::string text = buffer.substr(0, buffer.find('\0'));
+        EXPECT_EQ(text.size(), static_cast<std::size_t>(length));
+        return text;
+    }
     void StopTransferAfter(Long lBytes) {
         if (m_kind == Kind::InProcess)
             m_inProcess->StopTransferAfter(lBytes);

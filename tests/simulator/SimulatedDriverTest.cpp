@@ -382,6 +382,12 @@ TEST_P(SimulatedKeyboard, HasLayersOnlyWithTheirModule) {
         EXPECT_EQ(full.QXCFG_SelectLayer(layer), 0);
     for (const Integer layer : {Integer{-1}, Integer{10}})
         EXPECT_EQ(full.QXCFG_SelectLayer(layer), Number(Status::NoSuchLayer));
+    const std::string words = "the keyboard has no such layer";
+    for (const std::size_t size : {words.size() + 1, words.size(), std::size_t{1}})
+        if (GetParam() == Kind::Library) {
+            EXPECT_EQ(keyboard.StatusText(Number(Status::NoSuchLayer), size),
+                      words.substr(0, size - 1));
+        }
     ConfigDriver& magnet = keyboard.Open("magnet", "magnet.qxk");
     EXPECT_EQ(magnet.QXCFG_SelectLayer(0), Number(Status::NoSuchLayer));
     EXPECT_EQ(magnet.QXCFG_DisableLayerSelection(), Number(Status::NoSuchLayer));

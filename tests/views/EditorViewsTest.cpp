@@ -319,6 +319,18 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
     pos.cmdEdit_Click();
     EXPECT_FALSE(pos.DataChanged());
     EXPECT_EQ(pos.PosData().FindBlockForKey(50), 0);
+
+    const Subscription removes =
+        programmer.RemoveBlock.Subscribe([](Integer, bool& fCancel) { fCancel = false; });
+    WhenOpen([](const User& user) {
+        auto* blocks = user.Find<QListWidget>("lstBlocks");
+        const int count = blocks->count();
+        blocks->setCurrentRow(1);
+        user.Click("cmdClean_0");
+        EXPECT_EQ(blocks->count(), count - 1) << "the chosen block alone";
+        user.Click("cmdCancel");
+    });
+    pos.cmdEdit_Click();
 }
 
 } // namespace

@@ -229,7 +229,10 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
     EXPECT_EQ(control.CurrentLayer(), 9);
     screen.Click("cmdLayer_0");
     EXPECT_EQ(control.CurrentLayer(), 0);
-    screen.Child<QSpinBox>("spinLayer")->setValue(2);
+    auto* layer = screen.Child<QSpinBox>("spinLayer");
+    EXPECT_EQ(layer->minimum(), 0);
+    EXPECT_EQ(layer->maximum(), 9);
+    layer->setValue(2);
     EXPECT_EQ(control.CurrentLayer(), 2);
     EXPECT_EQ(screen.Child<QLabel>("lblLayerID")->text().toStdString(), "2");
 

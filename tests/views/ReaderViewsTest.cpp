@@ -9,6 +9,27 @@
 namespace qx::test {
 namespace {
 
+TEST(Bindings, ActAfterAFailureToShow) {
+    CheckBox child;
+    QCheckBox box;
+    views::Bindings bindings;
+    int clicked = 0;
+    bindings.Bind(&box, QStringLiteral("box"), child, [&] { ++clicked; });
+    bool fails = true;
+    bindings.OnShow([&] {
+        if (std::exchange(fails, false))
+            throw std::runtime_error("not shown");
+    });
+    EXPECT_THROW(bindings.ShowAll(), std::runtime_error);
+    box.toggle();
+    EXPECT_EQ(clicked, 1);
+    EXPECT_EQ(child.Value, 1);
+    child.Value = 0;
+    bindings.ShowAll();
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_EQ(clicked, 1) << "showing is no action";
+}
+
 struct QXBarcodeViewTest : testing::Test {
     QXBarcodeViewTest() {
         control.SetKeyboard(&keyboard.access);

@@ -35,8 +35,8 @@
         <translation>Die Sicherungen konnten nicht aufgelistet werden.</translation>
     </message>
     <message>
-        <source>Before each write, everything that the keyboard holds is saved here. At least %1 days long every backup is kept.</source>
-        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage lang erhalten.</translation>
+        <source>Before each write, everything that the keyboard holds is saved here. Each backup is kept for at least %1 days.</source>
+        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
     </message>
 </context>
 <context>
@@ -578,8 +578,8 @@
         <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
     </message>
     <message>
-        <source>The editor cannot be used.</source>
-        <translation>Der Editor kann nicht verwendet werden.</translation>
+        <source>The keyboard reported a failure to the editor.</source>
+        <translation>Die Tastatur hat dem Editor einen Fehler gemeldet.</translation>
     </message>
     <message>
         <source>This keyboard cannot read track %1.</source>
@@ -643,6 +643,22 @@
     <message>
         <source>It was stopped before anything was written.</source>
         <translation>Der Vorgang wurde angehalten, bevor etwas geschrieben war.</translation>
+    </message>
+    <message>
+        <source>%1: a number was limited to those that a document can hold (%2).</source>
+        <translation>%1: Eine Zahl wurde auf den Bereich begrenzt, den ein Dokument fassen kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1: a text was cut to what a keyboard can hold (%2).</source>
+        <translation>%1: Ein Text wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1: codes that no keyboard can hold were left out of a sequence (%2).</source>
+        <translation>%1: Aus einer Folge wurden Codes weggelassen, die keine Tastatur speichern kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1: a sequence was cut to what a keyboard can hold (%2).</source>
+        <translation>%1: Eine Folge wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
     </message>
 </context>
 <context>
@@ -1749,6 +1765,18 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>(none)</source>
         <translation>(keine)</translation>
     </message>
+    <message>
+        <source>section</source>
+        <translation>Abschnitt</translation>
+    </message>
+    <message>
+        <source>(damaged)</source>
+        <translation>(beschädigt)</translation>
+    </message>
+    <message>
+        <source>(sound)</source>
+        <translation>(unbeschädigt)</translation>
+    </message>
 </context>
 <context>
     <name>SheetMenu</name>
@@ -2205,6 +2233,44 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
         <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Settle interrupted write.</source>
         <translation>Das unterbrochene Schreiben von %1 muss abgeschlossen oder zurückgenommen werden, bevor etwas anderes geschrieben wird: Wählen Sie Tastatur &gt; Unterbrochenes Schreiben abschließen.</translation>
     </message>
+    <message>
+        <source>&amp;Repair</source>
+        <translation>&amp;Reparieren</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s memory is damaged here: %1.
+
+Repairing replaces all of that with the document&apos;s settings. Otherwise nothing is written.</source>
+        <translation>Der Speicher der Tastatur ist hier beschädigt: %1.
+
+Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
+    </message>
+</context>
+<context>
+    <name>WorkBar</name>
+    <message>
+        <source>Saving a backup of what the keyboard holds…</source>
+        <translation>Der Inhalt der Tastatur wird gesichert …</translation>
+    </message>
+    <message>
+        <source>Checking that it is still the same keyboard…</source>
+        <translation>Es wird geprüft, ob noch dieselbe Tastatur angeschlossen ist …</translation>
+    </message>
+    <message>
+        <source>Sending the settings…</source>
+        <translation>Die Einstellungen werden gesendet …</translation>
+    </message>
+    <message>
+        <source>Reading the keyboard back to compare…</source>
+        <translation>Die Tastatur wird zum Vergleich zurückgelesen …</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench</name>
+    <message>
+        <source>%1: damaged in the keyboard, and left out of the document.</source>
+        <translation>%1: in der Tastatur beschädigt und im Dokument weggelassen.</translation>
+    </message>
 </context>
 <context>
     <name>frmPOSProgrammerView</name>
@@ -2229,16 +2295,16 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
         <translation>Noch frei:</translation>
     </message>
     <message>
-        <source>none yet: the block sends nothing</source>
-        <translation>noch keine: der Block sendet nichts</translation>
-    </message>
-    <message>
         <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
         <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
         <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Sends nothing yet</source>
+        <translation>Sendet noch nichts</translation>
     </message>
 </context>
 <context>
@@ -2250,10 +2316,6 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
     <message>
         <source>Help</source>
         <translation>Hilfe</translation>
-    </message>
-    <message>
-        <source>Clicks press the keys of the simulated keyboard</source>
-        <translation>Klicks drücken die Tasten der simulierten Tastatur</translation>
     </message>
     <message>
         <source>Codes left:</source>
@@ -2278,6 +2340,10 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
     <message>
         <source>The text has %1 codes, only %2 fit.</source>
         <translation>Der Text hat %1 Codes, nur %2 passen hinein.</translation>
+    </message>
+    <message>
+        <source>Record clicks as the keyboard reports them (press only)</source>
+        <translation>Klicks so aufzeichnen, wie die Tastatur sie meldet (nur Drücken)</translation>
     </message>
 </context>
 </TS>

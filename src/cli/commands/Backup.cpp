@@ -70,7 +70,7 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
                        {"bytesSent", outcome.bytesSent},    {"backup", outcome.backup}};
     json["notRestored"] = plan.notRestored;
     json["settings"] = ToJson(plan)["settings"];
-    context.CloseAfterWrite(json);
+    context.CloseKeyboard();
     context.Result(json, {outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
                                                   Counted(outcome.bytesSent, "byte") +
                                                   " changed), read back and found equal"

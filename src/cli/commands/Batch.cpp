@@ -23,6 +23,7 @@ struct BatchOptions {
     bool bench = false;
     bool dryRun = false;
     bool skipAbsent = false;
+    bool repair = false;
     Integer jobs = 1;
     Long timeout = 120;
     std::vector<std::string> only;
@@ -76,6 +77,7 @@ batch::Services ServicesOf(Context& context, const BatchOptions& options,
     services.platform = context.Services();
     services.records = context.DataFolder();
     services.skipAbsent = options.skipAbsent;
+    services.repair = options.repair;
     services.pause = [&] { context.Pause(); };
     services.isInterrupted = [&] { return interrupt.IsInterrupted(); };
     services.note = [&](const std::string& text) { context.Note(text); };
@@ -122,8 +124,8 @@ void RunBatch(Context& context, const BatchOptions& options) {
     else
         batch.RunByCrew(static_cast<std::size_t>(options.jobs),
                         files::ExecutableFolder() / kWorkerProgram,
-                        {layouts.Choice(), context.DataFolder(), options.skipAbsent, isolation,
-                         context.options.trace});
+                        {layouts.Choice(), context.DataFolder(), options.skipAbsent, options.repair,
+                         isolation, context.options.trace});
     context.Note("the report is in " + batch.Progress().File().string());
     ShowResult(context, batch);
     if (!batch.IsAllDone())
@@ -151,6 +153,10 @@ Command BatchCommand() {
                     {.name = "--skip-absent",
                      .target = &options->skipAbsent,
                      .summary = "Leave out settings that a keyboard has no module for"},
+                    {.name = "--repair",
+                     .target = &options->repair,
+                     .summary = "Replace blocks of a keyboard that are damaged, which are left "
+                                "alone otherwise"},
                     {.name = "--only",
                      .target = &options->only,
                      .summary = "Program only the unit of this name; may be repeated",

@@ -85,7 +85,7 @@ void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
                        {"bytesInAll", plan.BytesInAll()},
                        {"backup", outcome.backup}};
     json["settings"] = ToJson(plan)["settings"];
-    context.CloseAfterWrite(json);
+    context.CloseKeyboard();
     const std::string text =
         "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " + options.file +
         " (" + (options.full ? Counted(outcome.bytesSent, "byte") : BytesOf(plan) + " changed") +

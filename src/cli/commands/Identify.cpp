@@ -14,7 +14,7 @@ void Identify(Context& context) {
     host::KeyboardInfo info = context.Keyboard().Keyboard();
 
     host::Json json;
-    std::vector<host::Fault> losses; // none: what a keyboard says always fits
+    std::vector<host::Loss> losses; // none: what a keyboard says always fits
     host::JsonFieldWriter writer(json["keyboard"], "/keyboard", losses);
     info.Visit(writer);
     host::Json& directory = json["directory"] = host::Json::array();

@@ -44,7 +44,7 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
     if (!save) {
         json["verified"] = false;
         json["backup"] = outcome.backup;
-        context.CloseAfterWrite(json);
+        context.CloseKeyboard();
     }
     Lines lines = {direction + ": the " + content + (save ? " saved into " : " loaded from ") +
                    file};

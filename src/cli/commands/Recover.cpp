@@ -154,7 +154,7 @@ void Recover(Context& context, const RecoverOptions& options) {
     json["recovered"] = options.finish ? "finished" : "rolled back";
     json["bytesSent"] = outcome.bytesSent;
     json["verified"] = true;
-    context.CloseAfterWrite(json);
+    context.CloseKeyboard();
     context.Result(json,
                    {what + (options.finish ? " has been finished (" : " is rolled back (") +
                     Counted(outcome.bytesSent, "byte") + " written), read back and found equal"});

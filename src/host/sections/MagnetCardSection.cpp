@@ -10,7 +10,10 @@ namespace {
 
 constexpr Area kAreas[] = {
     {MODULE_MAGNET_HEADERS, kMagneticHeadersSize, kTrackSlotSize},
-    {MODULE_MAGNET_CONFIG, kMagneticSwitchesOffset + kMagneticSwitchesSize, 0},
+    {.module = MODULE_MAGNET_CONFIG,
+     .size = kMagneticSwitchesSize,
+     .slotSize = 0,
+     .offset = kMagneticSwitchesOffset},
 };
 constexpr SectionInfo kInfo = {"magnetCard", "magnetic card", kAreas};
 

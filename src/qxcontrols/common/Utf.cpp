@@ -1,11 +1,12 @@
 #include "qxcontrols/common/Utf.h"
 
-#include <optional>
+#include <bit>
 
 namespace qx {
 
 namespace {
 
+constexpr char32_t kNone = 0xFFFFFFFF;
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kFirstBeyondBmp = 0x10000;
 constexpr char32_t kLast = 0x10FFFF;
@@ -13,100 +14,104 @@ constexpr char32_t kFirstHighSurrogate = 0xD800;
 constexpr char32_t kFirstLowSurrogate = 0xDC00;
 constexpr char32_t kLastLowSurrogate = 0xDFFF;
 
-// How UTF-8 writes the characters from `first` on: the lead byte's fixed bits, and how many bytes
-// with six bits each follow it.
-struct Form {
-    char32_t first;
-    unsigned leadMask;
-    unsigned leadBits;
-    std::size_t following;
-};
-constexpr Form kForms[] = {
-    {0x00, 0x80, 0x00, 0},
-    {0x80, 0xE0, 0xC0, 1},
-    {0x800, 0xF0, 0xE0, 2},
-    {kFirstBeyondBmp, 0xF8, 0xF0, 3},
-};
+// A byte of a longer character's UTF-8: six bits of it behind these.
 constexpr unsigned kFollowMask = 0xC0;
 constexpr unsigned kFollowBits = 0x80;
+constexpr std::ptrdiff_t kMostBytes = 4;
+// The first character that takes as many bytes, by their number; the lead byte then begins with
+// that many ones, but with none for a single byte.
+constexpr char32_t kFirstOfLength[kMostBytes + 1] = {0, 0, 0x80, 0x800, kFirstBeyondBmp};
 
 constexpr bool IsSurrogate(char32_t character) {
     return character >= kFirstHighSurrogate && character <= kLastLowSurrogate;
 }
 
-// Takes the character at the text's front off it; if none begins there, takes one byte and gives
-// nothing.
-std::optional<char32_t> TakeCharacter(std::string_view& text) {
-    const auto byteAt = [&](std::size_t i) -> unsigned {
-        return static_cast<unsigned char>(text[i]);
-    };
-    for (const Form& form : kForms) {
-        if ((byteAt(0) & form.leadMask) != form.leadBits)
-            continue;
-        char32_t character = byteAt(0) & ~form.leadMask;
-        std::size_t i = 1;
-        while (i <= form.following && i < text.size() && (byteAt(i) & kFollowMask) == kFollowBits)
-            character = character << 6U | (byteAt(i++) & ~kFollowMask);
-        if (i <= form.following || character < form.first || character > kLast ||
-            IsSurrogate(character))
-            break;
-        text.remove_prefix(i);
-        return character;
+// The character at `at`, which moves behind it; if none begins there, kNone and one byte further.
+inline char32_t Take(const char*& at, const char* end) {
+    const auto lead = static_cast<unsigned char>(*at++);
+    if (lead < kFirstOfLength[2])
+        return lead;
+    const auto length = static_cast<std::ptrdiff_t>(std::countl_one(lead));
+    if (length < 2 || length > kMostBytes || end - at < length - 1)
+        return kNone;
+    char32_t character = lead & 0x7FU >> length;
+    for (std::ptrdiff_t i = 0; i < length - 1; ++i) {
+        const auto byte = static_cast<unsigned char>(at[i]);
+        if ((byte & kFollowMask) != kFollowBits)
+            return kNone;
+        character = character << 6U | (byte & ~kFollowMask);
     }
-    text.remove_prefix(1);
-    return std::nullopt;
+    if (character < kFirstOfLength[length] || character > kLast || IsSurrogate(character))
+        return kNone;
+    at += length - 1;
+    return character;
 }
 
-void AppendUtf8(std::string& text, char32_t character) {
-    const Form* form = kForms;
-    for (const Form& candidate : kForms)
-        if (character >= candidate.first)
-            form = &candidate;
-    text += static_cast<char>(form->leadBits | character >> (6 * form->following));
-    for (std::size_t i = form->following; i-- > 0;)
-        text += static_cast<char>(kFollowBits | (character >> (6 * i) & ~kFollowMask & 0xFFU));
+// Writes the character to `to`, which has room for kMostBytes; the number of bytes.
+std::ptrdiff_t PutUtf8(char* to, char32_t character) {
+    if (character < kFirstOfLength[2]) {
+        *to = static_cast<char>(character);
+        return 1;
+    }
+    std::ptrdiff_t length = 2;
+    while (length < kMostBytes && character >= kFirstOfLength[length + 1])
+        ++length;
+    for (std::ptrdiff_t i = length - 1; i > 0; --i) {
+        to[i] = static_cast<char>(kFollowBits | (character & ~kFollowMask & 0xFFU));
+        character >>= 6U;
+    }
+    to[0] = static_cast<char>(0xF00U >> length | character);
+    return length;
 }
 
 } // namespace
 
 bool IsWellFormedUtf8(std::string_view sText) {
-    while (!sText.empty())
-        if (!TakeCharacter(sText))
+    const char* at = sText.data();
+    for (const char* const end = at + sText.size(); at != end;)
+        if (Take(at, end) == kNone)
             return false;
     return true;
 }
 
 void SkipCharacters(std::string_view& sText, std::size_t nCount) {
-    for (; nCount > 0 && !sText.empty(); --nCount)
-        (void)TakeCharacter(sText);
+    const char* at = sText.data();
+    for (const char* const end = at + sText.size(); nCount > 0 && at != end; --nCount)
+        (void)Take(at, end);
+    sText.remove_prefix(static_cast<std::size_t>(at - sText.data()));
 }
 
 std::u16string Utf16FromUtf8(std::string_view sText) {
-    std::u16string units;
-    units.reserve(sText.size());
-    while (!sText.empty()) {
-        const char32_t character = TakeCharacter(sText).value_or(kReplacement);
+    std::u16string units(sText.size(), u'\0'); // no character has more units than bytes
+    char16_t* to = units.data();
+    const char* at = sText.data();
+    for (const char* const end = at + sText.size(); at != end;) {
+        const char32_t character = Take(at, end);
         if (character < kFirstBeyondBmp) {
-            units += static_cast<char16_t>(character);
+            *to++ = static_cast<char16_t>(character);
+        } else if (character == kNone) {
+            *to++ = static_cast<char16_t>(kReplacement);
         } else {
             const char32_t rest = character - kFirstBeyondBmp;
-            units += static_cast<char16_t>(kFirstHighSurrogate | rest >> 10U);
-            units += static_cast<char16_t>(kFirstLowSurrogate | (rest & 0x3FFU));
+            *to++ = static_cast<char16_t>(kFirstHighSurrogate | rest >> 10U);
+            *to++ = static_cast<char16_t>(kFirstLowSurrogate | (rest & 0x3FFU));
         }
     }
+    units.resize(static_cast<std::size_t>(to - units.data()));
     return units;
 }
 
 std::string Utf8FromUtf16(std::u16string_view units) {
-    std::string text;
-    text.reserve(units.size());
+    std::string text(units.size() * static_cast<std::size_t>(kMostBytes), '\0');
+    char* to = text.data();
     for (std::size_t i = 0; i < units.size(); ++i) {
         char32_t character = units[i];
         if (IsHighSurrogate(units[i]) && i + 1 < units.size() && IsLowSurrogate(units[i + 1]))
             character = kFirstBeyondBmp + ((character - kFirstHighSurrogate) << 10U) +
                         (units[++i] - kFirstLowSurrogate);
-        AppendUtf8(text, IsSurrogate(character) ? kReplacement : character);
+        to += PutUtf8(to, IsSurrogate(character) ? kReplacement : character);
     }
+    text.resize(static_cast<std::size_t>(to - text.data()));
     return text;
 }
 

@@ -310,6 +310,8 @@ bool QXKeyboardAccess::WriteByteMemory(Byte bValue, Long lAddress) {
     const Long status = StatusOf("WriteByteMemory",
                                  [&] { return m_driver.QXCFG_ImageWrite(lAddress, &buffer, 1); });
     Trace("WriteByteMemory (" + Hex(lAddress) + ") = " + Hex(bValue));
+    if (status != 0)
+        Trace("QXKeyboardAccess.WriteByteMemory failed at " + Hex(lAddress));
     return status == 0;
 }
 

@@ -143,6 +143,7 @@ public:
     void EnableFunctionKeyLayerSelection();
     void DisableFunctionKeyLayerSelection();
 
+protected:
     // Waits the given seconds while the host handles its pending messages; returns at once below 1.
     // Throws std::overflow_error when the milliseconds do not fit 32 bits.
     void WaitSeconds(Long lSeconds);

@@ -2,8 +2,8 @@
 // that takes part, without gaps.
 //
 // A key takes part when its sequence has a position code above 0, as QXFreeProgKeys gives it to the
-// keys that the layout has as programmable. Most modules store the keys in
-// ascending order; MODULE_FUNCKEYS_X1_4620 has an order of its own, and no place for other keys.
+// keys that the layout has as programmable. Most modules store the keys in ascending order;
+// MODULE_FUNCKEYS_X1_4620 has an order of its own, and no place for other keys.
 #pragma once
 
 #include "qxcontrols/device/KeyboardModuleIDs.h"
@@ -21,9 +21,10 @@ inline constexpr Long kFreeProgKeySlotSize = 32;
 [[nodiscard]] std::vector<Integer> StoredFreeProgKeys(const KeyboardSequences& sequences,
                                                       KeyboardModuleIDs eModule);
 
-// The block. A sequence with a code -1 has no slot: all later slots move forward, and the keyboard
-// then gives each of those keys the sequence of the key behind it. Throws std::overflow_error at
-// any other code that is not one of 0 to 255.
+// The block. A sequence with a code -1 among its first kFreeProgKeySlotSize has no slot, and all
+// later slots move forward: its key and each one after it get the sequence of the next key, and the
+// last key gets the blanks (code 32) with which WriteIntoMemory fills up a block that is too short.
+// Throws std::overflow_error at any other of these codes that is not one of 0 to 255.
 [[nodiscard]] std::string EncodeFreeProgKeys(const KeyboardSequences& sequences,
                                              KeyboardModuleIDs eModule);
 

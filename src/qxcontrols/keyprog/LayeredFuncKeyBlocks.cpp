@@ -70,6 +70,8 @@ std::string EncodeFuncKeySequences(const FuncKeyLayers& layers) {
 void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers) {
     Long position = 0;
     VisitKeys(layers, [&](FuncKeyLayer& layer, Integer key) {
+        if (key == 0)
+            layer.CleanLayer();
         BytesToSequence(layer.GetKey(key), position, kFuncKeySlotSize, sBlock);
     });
 }

@@ -36,9 +36,10 @@ inline constexpr Long kFuncKeyDescSize =
 [[nodiscard]] Long UsedSlotSize(const KeySequence& sequence);
 
 // The sequences' area, of kFuncKeySequencesSize bytes. A sequence with a code -1 among its first
-// kFuncKeySlotSize has no slot: the area is shorter, all later slots move forward, and the keyboard
-// then gives each of those keys the sequence of the key behind it. Throws std::overflow_error at
-// any other of these codes that is not one of 0 to 255.
+// kFuncKeySlotSize has no slot, and all later slots move forward: its key and each one after it get
+// the sequence of the next key, and the last key of the last layer gets the blanks (code 32) with
+// which WriteIntoMemory fills up an area that is too short. Throws std::overflow_error at any other
+// of these codes that is not one of 0 to 255.
 [[nodiscard]] std::string EncodeFuncKeySequences(const FuncKeyLayers& layers);
 void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers);
 

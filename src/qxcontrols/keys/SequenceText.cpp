@@ -267,13 +267,23 @@ std::vector<Byte> ParseSequenceText(std::string_view sText, const QXKeyboardLayo
 }
 
 std::string SequenceToText(std::span<const Byte> codes, const QXKeyboardLayoutData& layout) {
-    const KeyNames names(layout);
-    std::array<std::string, kMaxCode + 1> tokens; // each made once
+    return SequenceWriter(layout).Text(codes);
+}
+
+SequenceWriter::SequenceWriter(const QXKeyboardLayoutData& layout)
+    : m_layout(layout), m_names(std::make_unique<KeyNames>(layout)) {}
+
+SequenceWriter::~SequenceWriter() = default;
+
+std::string SequenceWriter::Text(std::span<const Byte> codes) {
     std::string text;
     for (const Byte code : codes) {
-        if (tokens[code].empty())
-            tokens[code] = TokenFor(code, layout, names);
-        text += (text.empty() ? "" : " ") + tokens[code];
+        std::string& token = m_tokens[code];
+        if (token.empty())
+            token = TokenFor(code, m_layout, *m_names);
+        if (!text.empty())
+            text += ' ';
+        text += token;
     }
     return text;
 }

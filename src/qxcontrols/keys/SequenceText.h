@@ -7,7 +7,9 @@
 
 #include "qxcontrols/common/Types.h"
 
+#include <array>
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -16,6 +18,7 @@
 
 namespace qx {
 
+class KeyNames;
 class QXKeyboardLayoutData;
 
 class SequenceTextError : public std::invalid_argument {
@@ -38,5 +41,22 @@ private:
 // belongs to another key too, is written as its code, {30}.
 [[nodiscard]] std::string SequenceToText(std::span<const Byte> codes,
                                          const QXKeyboardLayoutData& layout);
+
+// Writes many sequences as SequenceToText does, and looks the names up once.
+class SequenceWriter {
+public:
+    // The layout stays alive, and as it is, as long as the writer.
+    explicit SequenceWriter(const QXKeyboardLayoutData& layout);
+    ~SequenceWriter();
+    SequenceWriter(const SequenceWriter&) = delete;
+    SequenceWriter& operator=(const SequenceWriter&) = delete;
+
+    [[nodiscard]] std::string Text(std::span<const Byte> codes);
+
+private:
+    const QXKeyboardLayoutData& m_layout;
+    std::unique_ptr<const KeyNames> m_names;
+    std::array<std::string, 256> m_tokens; // by code, once it has been written
+};
 
 } // namespace qx

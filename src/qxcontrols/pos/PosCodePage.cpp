@@ -11,7 +11,6 @@ namespace qx {
 
 namespace {
 
-constexpr Long kAddressInKeyboard = 0x6C80;
 
 // Shows the wait pointer while it lives.
 class Waiting {

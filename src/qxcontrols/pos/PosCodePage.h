@@ -15,6 +15,7 @@ class QXKeyboardAccess;
 class PosCodePage {
 public:
     static constexpr Integer kSize = 256;
+    static constexpr Long kAddressInKeyboard = 0x6C80;
 
     // The services of the platform stay alive as long as this object.
     explicit PosCodePage(const Platform& platform = {}) : m_platform(platform) {}
