@@ -11,7 +11,6 @@ namespace qx {
 
 namespace {
 
-
 // Shows the wait pointer while it lives.
 class Waiting {
 public:
