@@ -76,7 +76,7 @@ const UnitReport& Batch::ReportOf(const Unit& unit) const {
 
 void Batch::Note(const Unit& unit, const Attempt& attempt) {
     for (const std::string& note : attempt.notes)
-        m_services.note(note);
+        m_services.warn(note);
     m_services.note("[" + std::to_string(NumberOf(unit) + 1) + " of " +
                     std::to_string(m_job.Units().size()) + "] " + unit.name + ": " +
                     attempt.Outcome());

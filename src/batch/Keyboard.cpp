@@ -68,7 +68,7 @@ void Keyboard::RollBack(host::Writer& writer, const Unit& unit, UnitReport& repo
     while (const auto entry = writer.Interrupted()) {
         (void)writer.Recover(*entry, host::Writer::Way::RollBack);
         report.isRolledBack = true;
-        m_services.note(unit.name + ": rolled back the " + entry->action + " of " +
+        m_services.warn(unit.name + ": rolled back the " + entry->action + " of " +
                         entry->document + " of " + entry->time + ", which was interrupted");
     }
 }

@@ -30,6 +30,7 @@ struct Services {
     std::function<void()> pause;
     std::function<bool()> isInterrupted = [] { return false; };
     std::function<void(const std::string&)> note = [](const std::string&) {}; // to the user
+    std::function<void(const std::string&)> warn = [](const std::string&) {}; // also when quiet
     std::function<void(int)> progress;                                        // in percent
 };
 

@@ -136,7 +136,7 @@ void Work(process::Channel& channel) {
     services.records = settings.records;
     services.skipAbsent = settings.skipAbsent;
     services.repair = settings.repair;
-    services.note = [&](const std::string& text) { notes.push_back(text); };
+    services.warn = [&](const std::string& text) { notes.push_back(text); };
     if (settings.trace)
         SetTraceSink([](std::string_view text) { std::cerr << std::string(text) + "\n"; });
     for (std::string line = NextLine(channel, arrived); !line.empty();

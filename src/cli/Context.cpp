@@ -1,5 +1,6 @@
 #include "cli/Context.h"
 
+#include "cli/Output.h"
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
 #include "host/Traces.h"
@@ -77,10 +78,10 @@ int ExitStatusOf(host::ErrorKind kind) {
 }
 
 // Shows the controls' message boxes as lines on standard error.
-class Context::NotedMessageBoxes : public MessageBoxes {
+class Context::MessageBoxLines : public MessageBoxes {
 public:
-    explicit NotedMessageBoxes(Context& context) : m_context(context) {}
-    void Show(std::string_view sText) override { m_context.Note(sText); }
+    explicit MessageBoxLines(Context& context) : m_context(context) {}
+    void Show(std::string_view sText) override { m_context.Warn(sText); }
 
 private:
     Context& m_context;
@@ -88,7 +89,7 @@ private:
 
 Context::Context(Streams streams, Surroundings surroundings)
     : m_console(streams), m_surroundings(std::move(surroundings)),
-      m_boxes(std::make_unique<NotedMessageBoxes>(*this)) {
+      m_boxes(std::make_unique<MessageBoxLines>(*this)) {
     m_platform.messageBoxes = m_boxes.get();
 }
 
@@ -129,8 +130,8 @@ host::Session& Context::Keyboard() {
         m_step = "reading";
         m_session->Open();
         for (const std::string& warning : m_session->Warnings())
-            Note(warning);
-        TellOfInterruptedWrites();
+            Warn(warning);
+        WarnOfInterruptedWrites();
     }
     EndIfInterrupted();
     return *m_session;
@@ -160,25 +161,27 @@ host::Writer& Context::Writer() {
 }
 
 // A journal that cannot be read is no reason not to read from a keyboard.
-void Context::TellOfInterruptedWrites() {
+void Context::WarnOfInterruptedWrites() {
     try {
         std::vector<host::DamagedRecord> damaged;
         const host::Journal journal = Records().journal;
         const auto entries = journal.Entries(&damaged);
         for (const host::DamagedRecord& record : damaged)
-            Note(record.message);
+            Warn(record.message);
         const auto isBusy = [&](const host::JournalEntry& entry) {
             return entry.origin == m_driver.origin && journal.IsInProgress(entry);
         };
         for (const host::JournalEntry& entry : entries)
             if (isBusy(entry))
-                Note("another program is busy with a " + entry.InWords());
+                Warn("another program is busy with a " + entry.InWords());
         for (const host::JournalEntry& entry : host::Suspects(*m_session, entries))
-            if (!isBusy(entry))
-                Note("this keyboard holds a part of an interrupted " + entry.InWords() +
+            if (!isBusy(entry)) {
+                Warn("this keyboard holds a part of an interrupted " + entry.InWords() +
                      ": see qxconf recover");
+                m_interrupted = ToJson(entry);
+            }
     } catch (const host::Error& error) {
-        Note(error.what());
+        Warn(error.what());
     }
 }
 
@@ -225,15 +228,15 @@ host::ConfigurationDocument Context::UploadedDocument() {
     host::Session& session = Keyboard();
     const auto configuration = NewConfiguration();
     auto sections = session.SectionsIn(*configuration);
-    NoteDamage(session.Upload(sections));
+    WarnOfDamage(session.Upload(sections));
     auto document = configuration->Write(sections, session.Keyboard());
     CloseKeyboard();
     return document;
 }
 
-void Context::NoteDamage(const std::vector<host::Fault>& damaged) {
+void Context::WarnOfDamage(const std::vector<host::Fault>& damaged) {
     for (const host::Fault& fault : damaged) {
-        Note("left out " + fault.place + ": " + fault.message);
+        Warn("left out " + fault.place + ": " + fault.message);
         m_damaged.push_back({{"place", fault.place}, {"message", fault.message}});
     }
 }
@@ -250,6 +253,8 @@ void Context::Result(const host::Json& json, const Lines& lines) {
     result.update(json);
     if (!m_damaged.empty())
         result["damaged"] = m_damaged;
+    if (!m_interrupted.is_null() && !json.contains("interrupted"))
+        result["interrupted"] = m_interrupted;
     m_console.Result(result);
 }
 

@@ -91,8 +91,8 @@ public:
 
     // All settings of the keyboard, which is closed then.
     [[nodiscard]] host::ConfigurationDocument UploadedDocument();
-    // Reports sections of the keyboard that no document can express, and that are left out.
-    void NoteDamage(const std::vector<host::Fault>& damaged);
+    // Warns of sections of the keyboard that no document can express, and that are left out.
+    void WarnOfDamage(const std::vector<host::Fault>& damaged);
     // A configuration with default values, of the opened keyboard or, where none is open, of any:
     // then which keys can be programmed is not known.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
@@ -112,6 +112,8 @@ public:
     void Flush() { m_console.Flush(); }
     void Text(const std::string& text) { m_console.Text(text); }
     void Note(std::string_view text) { m_console.Note(text); }
+    // The same for loss, damage, an interrupted write or a changed identity: --quiet shows it too.
+    void Warn(std::string_view text) { m_console.Error(text); }
     void Trace(std::string_view text) { m_console.Error(text); }
     // All of standard input. Throws host::Error(FileFailed) when it is larger than any file.
     [[nodiscard]] std::string StandardInput();
@@ -124,12 +126,12 @@ public:
 private:
     [[nodiscard]] setup::OpenedDriver OpenChosenDriver();
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
-    void TellOfInterruptedWrites();
-    class NotedMessageBoxes;
+    void WarnOfInterruptedWrites();
+    class MessageBoxLines;
 
     Console m_console;
     Surroundings m_surroundings;
-    std::unique_ptr<NotedMessageBoxes> m_boxes;
+    std::unique_ptr<MessageBoxLines> m_boxes;
     Platform m_platform;
     setup::OpenedDriver m_driver;
     std::optional<InterruptWatch> m_interrupts; // while a keyboard is open
@@ -139,6 +141,7 @@ private:
     bool m_isOpen = false;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;
     host::Json m_damaged = host::Json::array();
+    host::Json m_interrupted; // the write that the keyboard held a part of when it was opened
 };
 
 } // namespace qx::cli

@@ -33,6 +33,28 @@ void WriteFile(const std::filesystem::path& file, const std::string& text) {
         throw std::runtime_error(file.string() + " could not be written");
 }
 
+// The simulated keyboard that the file is the lock of; empty where there is none.
+std::string KeyboardLockedBy(const std::filesystem::path& lock) {
+    std::error_code ignored;
+    if (lock.extension() != ".lock")
+        return {};
+    for (const auto& entry : std::filesystem::directory_iterator(lock.parent_path(), ignored))
+        if (files::FileLock::LockName(entry.path()) == lock &&
+            sim::KeyboardMemory::IsIn(entry.path()))
+            return entry.path().string();
+    return {};
+}
+
+// All folders in the data folder are those of records, and of their locks.
+bool IsRecord(const Context& context, const std::filesystem::path& file) try {
+    std::error_code ignored;
+    const auto folder = std::filesystem::weakly_canonical(context.DataFolder(), ignored);
+    const auto inFolder = file.lexically_relative(folder);
+    return inFolder.has_parent_path() && *inFolder.begin() != "..";
+} catch (const host::Error&) {
+    return false;
+}
+
 } // namespace
 
 Lines AlignedLines(const std::vector<std::vector<std::string>>& rows) {
@@ -62,18 +84,51 @@ void RefuseKeyboardFile(const std::string& file) {
                           file + " is the file of a simulated keyboard, and stays as it is");
 }
 
+void RefuseTarget(const Context& context, const std::string& file) {
+    RefuseKeyboardFile(file);
+    std::error_code ignored;
+    const auto target = std::filesystem::weakly_canonical(file, ignored);
+    const std::string keyboard = KeyboardLockedBy(target);
+    if (!keyboard.empty())
+        throw host::Error(host::ErrorKind::Usage, file +
+                                                      " is the lock of the simulated keyboard in " +
+                                                      keyboard + ", and stays as it is");
+    if (IsRecord(context, target))
+        throw host::Error(host::ErrorKind::Usage,
+                          file + " is in a folder of records, where nothing else is written");
+}
+
+void RefuseOwnSource(const std::string& source, const std::string& file) {
+    if (files::IsSameFile(source, file))
+        throw host::Error(host::ErrorKind::Usage,
+                          file + " is the file to read from, and stays as it is");
+}
+
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction) {
     if (file.empty() || file == kStandardStream || file == "/dev/stdout")
         return context.DocumentResult({{"direction", direction}, {"document", document.AsJson()}},
                                       document.AsJson());
-    RefuseKeyboardFile(file);
+    RefuseTarget(context, file);
     try {
         WriteFile(file, document.ToText());
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
     context.Result({{"direction", direction}, {"file", file}}, {direction + ": wrote " + file});
+}
+
+host::Json ToJson(const host::JournalEntry& entry) {
+    return {{"id", entry.Id()},
+            {"time", entry.time},
+            {"action", entry.action},
+            {"document", entry.document},
+            {"keyboard", entry.keyboard.Name()},
+            {"unit", entry.till.unit},
+            {"place", entry.till.place},
+            {"backup", entry.backup},
+            {"bytes", host::SizeOf(entry.ranges)},
+            {"ranges", entry.ranges.size()}};
 }
 
 host::Json ToJson(const host::WritePlan& plan) {

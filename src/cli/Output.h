@@ -6,13 +6,21 @@
 
 namespace qx::cli {
 
-// Throws host::Error(Usage) for the file of a simulated keyboard, which no result replaces.
+// Throws host::Error(Usage) for the file of a simulated keyboard.
 void RefuseKeyboardFile(const std::string& file);
+// The same for each file that no result may replace: one of a keyboard, the lock of one, and all
+// in the folders of records.
+void RefuseTarget(const Context& context, const std::string& file);
+// Throws host::Error(Usage) where the result would replace the file that it is made from.
+void RefuseOwnSource(const std::string& source, const std::string& file);
 
 // Writes the document into the file, or as the result when `file` is empty or standard output.
 // `direction` says what was moved where, for the message.
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction);
+
+// A write that has begun and is not known to have ended, as a result.
+[[nodiscard]] host::Json ToJson(const host::JournalEntry& entry);
 
 // What a write would change, as a result.
 [[nodiscard]] host::Json ToJson(const host::WritePlan& plan);

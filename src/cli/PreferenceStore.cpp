@@ -1,12 +1,23 @@
 #include "cli/PreferenceStore.h"
 
+#include "cli/Output.h"
+
 namespace qx::cli {
 
+namespace {
+
+const std::filesystem::path& FileOf(const Context& context) {
+    RefuseKeyboardFile(context.options.settings.string());
+    return context.options.settings;
+}
+
+} // namespace
+
 PreferenceStore::PreferenceStore(Context& context)
-    : m_store(context.options.settings), m_settings(m_store) {
-    if (!m_store.DamagedFile().empty())
-        context.Note("the preferences were damaged; the file is kept as " +
-                     m_store.DamagedFile().string() + ", and the defaults hold");
+    : m_context(context), m_store(FileOf(context)), m_settings(m_store) {
+    if (m_store.IsDamaged())
+        context.Warn("the preferences in " + m_store.Location() +
+                     " are damaged: the defaults are used");
     m_settings.Load();
 }
 
@@ -14,6 +25,8 @@ void PreferenceStore::Save() {
     m_settings.Save();
     m_settings.SaveWinPos();
     m_store.Flush();
+    if (!m_store.DamagedFile().empty())
+        m_context.Warn("the damaged preferences are kept in " + m_store.DamagedFile().string());
 }
 
 } // namespace qx::cli

@@ -9,15 +9,17 @@ namespace qx::cli {
 
 class PreferenceStore {
 public:
-    // Loads the preferences from where the options say. A damaged store is set aside, with a note.
+    // Loads the preferences from where the options say, and warns of a damaged store. Throws
+    // host::Error, also where that is the file of a keyboard.
     explicit PreferenceStore(Context& context);
 
     [[nodiscard]] QXProgSettings& Settings() { return m_settings; }
 
-    // Stores all preferences. Throws host::Error.
+    // Stores all preferences, and warns where a damaged store was set aside. Throws host::Error.
     void Save();
 
 private:
+    Context& m_context;
     host::SettingsStore m_store;
     QXProgSettings m_settings;
 };

@@ -53,7 +53,7 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
          .summary = "Write each result as one JSON object"},
         {.name = "-q,--quiet",
          .target = &options.quiet,
-         .summary = "Show results and errors only, neither notes nor progress"},
+         .summary = "Show results, errors and warnings of loss only, neither notes nor progress"},
     };
 }
 

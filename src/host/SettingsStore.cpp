@@ -4,6 +4,7 @@
 #include "host/Error.h"
 #include "qxcontrols/common/Utf.h"
 
+#include <QLockFile>
 #include <QSettings>
 #include <QString>
 #include <QStringList>
@@ -16,6 +17,7 @@
 #include <map>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <variant>
 
 namespace qx::host {
@@ -96,11 +98,29 @@ std::string TextOf(const std::filesystem::path& file) {
     }
 }
 
-// Whether these may be the bytes of an INI file: Qt takes nearly any line for a setting, but writes
-// no control characters.
+// Whether these are the bytes of an INI file: Qt writes no control characters into it, and tells of
+// a line that it cannot read only at the first reading of a file.
 bool IsIniText(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) {
-        return static_cast<unsigned char>(c) >= ' ' || c == '\t' || c == '\n' || c == '\r';
+    const bool hasControls = std::any_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
+    });
+    if (hasControls)
+        return false;
+    const QStringList lines = Text(text).split(u'\n');
+    bool isContinued = false;
+    return std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
+        const QString content = line.trimmed();
+        const bool isWhole = content.isEmpty() || content.startsWith(u';') ||
+                             content.contains(content.startsWith(u'[') ? u']' : u'=');
+        return std::exchange(isContinued, content.endsWith(u'\\')) || isWhole;
+    });
+}
+
+// Whether an INI file has a group of this name, in ASCII letters of any case.
+bool HasGroup(std::string_view text, const QString& group) {
+    const QStringList lines = Text(text).split(u'\n');
+    return std::any_of(lines.begin(), lines.end(), [&](const QString& line) {
+        return line.trimmed().compare(u'[' + group + u']', Qt::CaseInsensitive) == 0;
     });
 }
 
@@ -128,9 +148,9 @@ QVariant StoredFormOf(const Value& value) {
 } // namespace
 
 struct SettingsStore::Store {
-    explicit Store(std::filesystem::path path) : file(std::move(path)) { Open(); }
+    explicit Store(std::filesystem::path path) : file(std::move(path)) {}
 
-    // Qt's object never forgets a failure; a new one begins without.
+    // Reads the file as it is now. Qt's object never forgets a failure; a new one begins without.
     void Open() {
         if (!file.empty())
             settings = std::make_unique<QSettings>(PathText(file), QSettings::IniFormat);
@@ -142,6 +162,11 @@ struct SettingsStore::Store {
                                                    "qxcontrols", "preferences");
 #endif
         settings->setFallbacksEnabled(false);
+        settings->sync();
+        (void)settings->allKeys(); // reads all of the file, which is else read piece by piece
+        isDamaged = settings->format() == QSettings::IniFormat &&
+                    (settings->status() == QSettings::FormatError ||
+                     !IsIniText(TextOf(settings->fileName().toStdString())));
     }
 
     // The name under which the store has the value, if it has it. The native registry finds names
@@ -161,8 +186,11 @@ struct SettingsStore::Store {
     template <typename Kind, typename Convert>
     Kind Read(const QString& key, const Kind& fallback, Convert convert) {
         const auto written = waiting.find(key);
-        const QVariant stored =
-            written == waiting.end() ? settings->value(NameOf(key)) : StoredFormOf(written->second);
+        QVariant stored;
+        if (written != waiting.end())
+            stored = StoredFormOf(written->second);
+        else if (!isDamaged)
+            stored = settings->value(NameOf(key));
         const std::optional<Kind> value = stored.isValid() ? convert(stored) : std::nullopt;
         if (!value)
             known.erase(key); // what cannot be read is written, even as the default
@@ -182,6 +210,7 @@ struct SettingsStore::Store {
 
     std::filesystem::path file; // empty: the user's own
     std::unique_ptr<QSettings> settings;
+    bool isDamaged = false;
     Values known;   // as this program last read or stored them
     Values waiting; // to be stored
 };
@@ -189,49 +218,71 @@ struct SettingsStore::Store {
 SettingsStore::SettingsStore(const std::filesystem::path& file) {
     if (file.empty())
         RequireFolder();
-    bool isDamaged = !file.empty() && !IsIniText(TextOf(file));
-    Open(file);
-    if (file.empty() && m_store->settings->format() == QSettings::IniFormat)
-        isDamaged = !IsIniText(TextOf(Location()));
-    (void)m_store->settings->allKeys(); // reads all of the file, which is else read piece by piece
+    else
+        (void)TextOf(file);
+    m_store = std::make_unique<Store>(file);
+    m_store->Open();
     if (m_store->settings->status() == QSettings::AccessError)
         throw Error(ErrorKind::FileFailed, "the preferences in " + Location() + " cannot be read");
-    if (!isDamaged && m_store->settings->status() == QSettings::NoError)
-        return;
-    SetAside(Location());
-    Open(file);
 }
 
 SettingsStore::~SettingsStore() = default;
 
-void SettingsStore::Open(const std::filesystem::path& file) {
-    m_store = std::make_unique<Store>(file);
-    m_store->settings->sync();
+bool SettingsStore::IsDamaged() const {
+    return m_store->isDamaged;
 }
 
-void SettingsStore::SetAside(const std::filesystem::path& damaged) {
-    m_store.reset(); // lets go of the file
+// Storing values into a file of somebody else's would lose its comments, if not all of it.
+void SettingsStore::RefuseForeignFile() const {
+    if (m_store->file.empty())
+        return;
+    const std::string text = TextOf(m_store->file);
+    const bool isOurs =
+        std::any_of(m_store->waiting.begin(), m_store->waiting.end(), [&](const auto& waiting) {
+            return HasGroup(text, waiting.first.section(u'/', 0, 0));
+        });
+    if (!isOurs && !Text(text).trimmed().isEmpty())
+        throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + Location() +
+                                               ": it holds something else, and stays as it is");
+}
+
+void SettingsStore::SetAside() {
+    const std::string damaged = Location();
+    m_store->settings.reset(); // lets go of the file
+    m_damagedFile.clear();
     for (int number = 1; m_damagedFile.empty() || std::filesystem::exists(m_damagedFile); ++number)
-        m_damagedFile = damaged.string() + ".damaged" + (number == 1 ? "" : std::to_string(number));
+        m_damagedFile = damaged + ".damaged" + (number == 1 ? "" : std::to_string(number));
     std::error_code error;
     std::filesystem::rename(damaged, m_damagedFile, error);
-    if (error)
+    m_store->Open();
+    if (error) {
+        m_damagedFile.clear();
         throw Error(ErrorKind::FileFailed,
-                    "the preferences in " + damaged.string() +
+                    "the preferences in " + damaged +
                         " are damaged and cannot be set aside: " + error.message());
+    }
 }
 
 std::string SettingsStore::Location() const {
     return m_store->settings->fileName().toStdString();
 }
 
-// Qt locks the file itself while it reads or writes it, under the name of the file and ".lock".
+// Qt locks the file itself while it writes it, under the name of the file and ".lock", and would
+// wait for ever where that is a file that no program lets go of.
 std::unique_ptr<files::FileLock> SettingsStore::Lock() const {
     std::error_code ignored; // the lock file cannot be made either
     std::filesystem::create_directories(std::filesystem::path(Location()).parent_path(), ignored);
     auto lock = std::make_unique<files::FileLock>(Location() + ".writing");
     for (int i = 0; i < kLockTries && !lock->TryLock(); ++i)
         std::this_thread::sleep_for(kLockPause);
+    const std::string name = Location() + ".lock";
+    QLockFile ofQt(PathText(name));
+    ofQt.setStaleLockTime(0);
+    if (m_store->settings->format() == QSettings::IniFormat &&
+        !ofQt.tryLock(kLockTries * static_cast<int>(kLockPause.count())) &&
+        std::filesystem::exists(name, ignored))
+        throw Error(ErrorKind::FileFailed,
+                    "the preferences could not be stored: " + name + " is held by another program");
     return lock;
 }
 
@@ -239,12 +290,17 @@ void SettingsStore::Flush() {
     if (m_store->waiting.empty())
         return;
     try {
+        RefuseForeignFile();
         const auto lock = Lock();
+        m_store->Open(); // reads what others have stored meanwhile
+        if (m_store->isDamaged)
+            SetAside();
         QSettings& settings = *m_store->settings;
-        settings.sync(); // reads what others have stored meanwhile
         for (const auto& [key, value] : m_store->waiting)
             settings.setValue(m_store->NameOf(key), StoredFormOf(value));
         settings.sync();
+    } catch (const Error&) {
+        throw;
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed,
                     std::string("the preferences could not be stored: ") + error.what());

@@ -23,19 +23,23 @@ namespace qx::host {
 class SettingsStore : public RegistryAccess {
 public:
     // The store of the current user, or the one in `file` (an INI file on every machine), which
-    // need not exist, nor its folder. A damaged file is kept beside it with ".damaged" at its end,
-    // and the store starts empty. Throws Error(FileFailed) when it is not an ordinary file or
+    // need not exist, nor its folder. Throws Error(FileFailed) when it is not an ordinary file or
     // cannot be read.
     explicit SettingsStore(const std::filesystem::path& file = {});
     ~SettingsStore() override; // what was not flushed is lost
 
     // The file or registry key that holds the values, for messages.
     [[nodiscard]] std::string Location() const;
-    // Where a damaged file was kept; empty when there was none.
+    // Whether the file is no INI file. It stays as it is while values are read, and all of them are
+    // the defaults.
+    [[nodiscard]] bool IsDamaged() const;
+    // Where Flush has kept a damaged file; empty when there was none.
     [[nodiscard]] const std::filesystem::path& DamagedFile() const { return m_damagedFile; }
 
-    // Stores what was written since the last call. Throws Error(FileFailed) that names the place;
-    // the values then wait for the next call.
+    // Stores what was written since the last call. A damaged file is kept beside the new one with
+    // ".damaged" at its end. Throws Error(FileFailed) that names the place; the values then wait
+    // for the next call. That is so too for a `file` that has text, but no group of these values:
+    // it belongs to somebody else and stays as it is.
     void Flush();
 
     void SetPath(std::string_view sPath) override;
@@ -48,8 +52,8 @@ public:
 private:
     struct Store; // Qt's side, which no header shows
 
-    void Open(const std::filesystem::path& file);
-    void SetAside(const std::filesystem::path& damaged);
+    void RefuseForeignFile() const;
+    void SetAside();
     [[nodiscard]] std::unique_ptr<files::FileLock> Lock() const;
 
     std::unique_ptr<Store> m_store;

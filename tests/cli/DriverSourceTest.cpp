@@ -12,7 +12,9 @@ Outcome RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
                      {"--layouts", QX_LAYOUTS, "--settings", (folder / "settings.ini").string()});
     std::ostringstream out;
     std::ostringstream err;
-    const int status = cli::Run(arguments, {out, err});
+    cli::Surroundings surroundings;
+    surroundings.dataFolder = folder / "data";
+    const int status = cli::Run(arguments, {out, err}, surroundings);
     return {status, out.str(), err.str()};
 }
 
@@ -126,7 +128,7 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
     EXPECT_FALSE(std::filesystem::exists(folder / "new.rom"));
 }
 
-TEST(DriverSource, NoCommandReplacesAKeyboardsFile) {
+TEST(DriverSource, NoCommandReplacesAFileThatIsNotItsOwn) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
     const std::string other = (folder / "other.qxk").string();
@@ -136,10 +138,21 @@ TEST(DriverSource, NoCommandReplacesAKeyboardsFile) {
     std::filesystem::create_hard_link(file, link);
     const std::string binary = (folder / "firmware.bin").string();
     files::WriteFileAtomically(binary, "firmware");
-    const auto content = [&] { return files::ReadFile(file) + files::ReadFile(other); };
+    const std::string lock = file + ".lock";
+    const std::string lockLink = (folder / "lock-link").string();
+    std::filesystem::create_symlink(lock, lockLink);
+    const std::string record = (folder / "data/locks/record").string();
+    files::MakeFolder(folder / "data/locks");
+    files::WriteFileAtomically(record, "record");
+    const auto content = [&] {
+        std::string all;
+        for (const std::string& each : {file, other, binary, lock, record})
+            all += files::ReadFile(each);
+        return all;
+    };
     const std::string before = content();
     const std::string through = (folder / "nosub/../till.qxk").string();
-    for (const std::string& target : {file, other, link, through}) {
+    for (const std::string& target : {file, other, link, lock, lockLink, record, through}) {
         const std::vector<std::string> writers[] = {
             {"upload", "-o", target},     {"defaults", "-o", target},
             {"param", "save", target},    {"rom", "save", target},
@@ -155,6 +168,21 @@ TEST(DriverSource, NoCommandReplacesAKeyboardsFile) {
             EXPECT_TRUE(content() == before) << writer[0] << " " << target;
         }
     }
+    const Outcome converted =
+        RunOn(folder, {"--keyboard", file, "convert", binary, binary, "0", "0", "0"});
+    EXPECT_EQ(converted.status, 2);
+    EXPECT_EQ(converted.err,
+              "qxconf: " + binary + " is the file to read from, and stays as it is\n");
+    const std::string settings = (folder / "settings.ini").string();
+    std::filesystem::copy_file(file, settings);
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"prefs", "list"}, {"prefs", "set", "AutoSave", "False"}}) {
+        const Outcome outcome = RunOn(folder, command);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_NE(outcome.err.find(settings), std::string::npos) << outcome.err;
+        EXPECT_TRUE(files::ReadFile(settings) == files::ReadFile(file));
+    }
+    EXPECT_TRUE(content() == before);
 }
 
 TEST(DriverSource, WhatIsNoDriverIsRefused) {

@@ -72,26 +72,35 @@ TEST_F(SettingsStoreTest, IsLockedWhileItStoresAndNoLonger) {
     EXPECT_NE(files::ReadFile(folderOf / "preferences.ini").find("Empty=7"), std::string::npos);
 }
 
-TEST_F(SettingsStoreTest, ADamagedFileIsKeptAndTheDefaultsHold) {
+TEST_F(SettingsStoreTest, ADamagedFileIsKeptWhenValuesAreStored) {
     const std::string valid = "[Colours]\nProgrammed=1\n";
     const std::string damages[] = {
         valid + "no setting at all\n",
-        "[Colours\nProgrammed=1\n",
-        std::string("\x01\x7F=\xFE\xA5\0\n=\x02", 9),
+        "[colours]\nProgrammed\n",
+        valid + std::string("\x01\x7F=\xFE\xA5\0\n=\x02", 9),
     };
     int number = 0;
     for (const std::string& text : damages) {
         Write(text);
         SettingsStore store(file);
-        const std::string expected =
-            "preferences.ini.damaged" + (++number == 1 ? "" : std::to_string(number));
-        ASSERT_EQ(store.DamagedFile().filename(), expected) << text;
-        EXPECT_EQ(files::ReadFile(store.DamagedFile()), text);
-        store.SetPath("Colours");
-        EXPECT_EQ(store.ReadNumber("Programmed", 7), 7);
+        SettingsStore other(file);
+        EXPECT_TRUE(store.IsDamaged()) << text;
+        for (SettingsStore* each : {&store, &other}) {
+            each->SetPath("Colours");
+            EXPECT_EQ(each->ReadNumber("Programmed", 7), 7);
+        }
+        EXPECT_EQ(files::ReadFile(file), text) << "nothing is stored yet";
         store.WriteNumber("Programmed", 8);
         store.Flush();
-        EXPECT_TRUE(SettingsStore(file).DamagedFile().empty());
+        const std::string expected =
+            "preferences.ini.damaged" + (++number == 1 ? "" : std::to_string(number));
+        EXPECT_EQ(store.DamagedFile().filename(), expected);
+        EXPECT_EQ(files::ReadFile(folder / expected), text);
+        EXPECT_EQ(store.ReadNumber("Programmed", 7), 8);
+        other.WriteNumber("Empty", 9);
+        other.Flush();
+        EXPECT_EQ(other.DamagedFile(), "") << "the file is whole again";
+        EXPECT_EQ(other.ReadNumber("Programmed", 7), 8);
     }
 }
 
@@ -122,6 +131,30 @@ TEST_F(SettingsStoreTest, WhatIsNoFileOfPreferencesStaysAsItIs) {
         EXPECT_EQ(kindOf(), ErrorKind::FileFailed);
     }
     EXPECT_TRUE(std::filesystem::exists(file));
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+
+    // Somebody else's file can be read, and shows the defaults.
+    const std::string foreign[] = {std::string("QXKEYB01\0\x01[Colours]", 19), "{\"Colours\": 1}\n",
+                                   "# of a shell\nProgrammed=1\n", "[Other]\n[Coloursx]\n"};
+    for (const std::string& text : foreign) {
+        Write(text);
+        SettingsStore store(file);
+        store.SetPath("Colours");
+        EXPECT_EQ(store.ReadNumber("Programmed", 7), 7);
+        store.WriteNumber("Programmed", 8);
+        EXPECT_THROW(store.Flush(), Error) << text;
+        EXPECT_EQ(files::ReadFile(file), text);
+    }
+    const auto count = std::distance(std::filesystem::directory_iterator(folder / "."), {});
+    EXPECT_EQ(count, 1) << "there is nothing but the file";
+
+    // Nor is another program waited for without end.
+    std::filesystem::remove(file);
+    files::WriteFileAtomically(file.string() + ".lock", "");
+    SettingsStore store(file);
+    store.SetPath("Colours");
+    store.WriteNumber("Programmed", 8);
+    EXPECT_THROW(store.Flush(), Error);
 }
 
 TEST_F(SettingsStoreTest, WhatPeopleWriteIsUnderstood) {
@@ -130,7 +163,7 @@ TEST_F(SettingsStoreTest, WhatPeopleWriteIsUnderstood) {
           "Umlaut=Gr\xC3\xB6\xC3\x9F"
           "e\n");
     SettingsStore store(file);
-    ASSERT_TRUE(store.DamagedFile().empty());
+    ASSERT_FALSE(store.IsDamaged());
     store.SetPath("Options");
     const std::pair<const char*, Long> numbers[] = {
         {"Yes", -1},    {"No", 0},        {"Hexadecimal", static_cast<Long>(0x8000000FU)},

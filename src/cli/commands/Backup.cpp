@@ -33,7 +33,7 @@ void List(Context& context) {
         try {
             backup = backups.Load(entry);
         } catch (const host::Error& error) {
-            context.Note(error.what());
+            context.Warn(error.what());
         }
         json.push_back({{"id", entry.id},
                         {"keyboard", entry.keyboard},
@@ -60,7 +60,7 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     host::Writer& writer = context.Writer();
     const host::WritePlan plan = writer.PlanRestore(backup, fOtherKeyboard);
     for (const std::string& area : plan.notRestored)
-        context.Note(area);
+        context.Warn(area);
     host::Writer::Request request;
     request.action = host::Writer::Request::kRestore;
     request.document = id;

@@ -81,6 +81,7 @@ batch::Services ServicesOf(Context& context, const BatchOptions& options,
     services.pause = [&] { context.Pause(); };
     services.isInterrupted = [&] { return interrupt.IsInterrupted(); };
     services.note = [&](const std::string& text) { context.Note(text); };
+    services.warn = [&](const std::string& text) { context.Warn(text); };
     services.progress = [&](int percent) { context.ShowProgress(percent); };
     return services;
 }
@@ -106,7 +107,7 @@ void RunBatch(Context& context, const BatchOptions& options) {
     batch::Layouts layouts({context.options.layouts, chosen, context.LayoutNameFor("")});
     job.Check(context.Services(), layouts.For(""), chosen, options.skipAbsent);
     for (const std::string& note : job.Notes())
-        context.Note(note);
+        context.Warn(note);
 
     const driverhost::Isolation isolation = {{}, std::chrono::seconds(options.timeout)};
     const InterruptWatch interrupt;

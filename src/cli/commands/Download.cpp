@@ -105,7 +105,7 @@ void Download(Context& context, const DownloadOptions& options) {
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
     host::WritePlan plan = context.Writer().Plan(sections, {options.full, options.repair});
     if (plan.ReplacesIdentifier())
-        context.Note("the keyboard takes over the identifier of another one from " + options.file +
+        context.Warn("the keyboard takes over the identifier of another one from " + options.file +
                      "; " + std::string(host::ConfigurationDocument::kIdentifierAdvice));
     if (options.dryRun) {
         context.CloseKeyboard();

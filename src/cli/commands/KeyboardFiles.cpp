@@ -30,7 +30,7 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
     const host::SerialLine line = kind.hasSerialLine ? LineOf(context, chosen) : host::SerialLine{};
     host::Session& session = context.Keyboard();
     if (save)
-        RefuseKeyboardFile(file);
+        RefuseTarget(context, file);
     host::Writer::Outcome outcome;
     if (save)
         host::SaveKeyboardFile(session, kind, file, line);
@@ -103,7 +103,8 @@ struct Conversion {
 void Convert(Context& context, const Conversion& conversion) {
     std::string source = conversion.source;
     host::Session& session = context.Driver();
-    RefuseKeyboardFile(conversion.destination);
+    RefuseTarget(context, conversion.destination);
+    RefuseOwnSource(conversion.source, conversion.destination);
     host::WriteBeside(conversion.destination, [&](const std::string& beside) {
         session.Run("converting " + conversion.source + " failed", [&] {
             std::string destination = beside;

@@ -3,6 +3,7 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <chrono>
+#include <csignal>
 #include <memory>
 #include <thread>
 
@@ -63,7 +64,12 @@ void Watch(Context& context, const Limits& limits) {
         context.Flush();
     }
     mode.Leave();
-    context.CloseKeyboard();
+    try {
+        context.CloseKeyboard();
+    } catch (const Interrupted& interrupted) {
+        if (interrupted.signal != SIGINT) // Ctrl+C is how people end the watch
+            throw;
+    }
 }
 
 } // namespace

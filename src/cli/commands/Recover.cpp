@@ -19,19 +19,6 @@ struct RecoverOptions {
     std::string id;
 };
 
-host::Json ToJson(const host::JournalEntry& entry) {
-    return {{"id", entry.Id()},
-            {"time", entry.time},
-            {"action", entry.action},
-            {"document", entry.document},
-            {"keyboard", entry.keyboard.Name()},
-            {"unit", entry.till.unit},
-            {"place", entry.till.place},
-            {"backup", entry.backup},
-            {"bytes", host::SizeOf(entry.ranges)},
-            {"ranges", entry.ranges.size()}};
-}
-
 struct TraceText {
     Trace trace;
     const char* name;
@@ -52,7 +39,7 @@ const TraceText& TextOf(Trace trace) {
     return found == std::end(kTraces) ? kTraces[0] : *found;
 }
 
-host::Json ToJson(const std::vector<host::TracedWrite>& writes) {
+host::Json TracedToJson(const std::vector<host::TracedWrite>& writes) {
     host::Json json = host::Json::array();
     for (const host::TracedWrite& write : writes) {
         json.push_back(ToJson(static_cast<const host::JournalEntry&>(write)));
@@ -79,7 +66,7 @@ void List(Context& context) {
         lines.push_back(entry.Id() + "  " + entry.InWords() + " to a " + entry.keyboard.Name());
     }
     for (const host::DamagedRecord& record : damaged)
-        context.Note(record.message);
+        context.Warn(record.message);
     context.Result({{"onRecord", json}},
                    lines.empty() ? Lines{"no interrupted writes are on record"} : lines);
 }
@@ -114,8 +101,9 @@ void LeaveAlone(Context& context, const std::vector<host::TracedWrite>& writes,
             "  qxconf recover --forget ID"};
         Append(lines, OnRecord(writes));
     }
-    context.Result({{"interrupted", nullptr}, {"recovered", nullptr}, {"onRecord", ToJson(writes)}},
-                   lines);
+    context.Result(
+        {{"interrupted", nullptr}, {"recovered", nullptr}, {"onRecord", TracedToJson(writes)}},
+        lines);
 }
 
 void Recover(Context& context, const RecoverOptions& options) {
@@ -139,7 +127,7 @@ void Recover(Context& context, const RecoverOptions& options) {
     }
     host::Json json = {{"interrupted", ToJson(static_cast<const host::JournalEntry&>(*entry))},
                        {"recovered", nullptr},
-                       {"onRecord", ToJson(writes)}};
+                       {"onRecord", TracedToJson(writes)}};
     const std::string what = "the " + entry->InWords();
     if (!options.finish && !options.rollBack) {
         context.CloseKeyboard();

@@ -68,7 +68,8 @@ void Sheet(Context& context, const SheetOptions& options) {
         RefuseUnused(VariablesOf(options.set));
     const auto document =
         isOfKeyboard ? context.UploadedDocument() : FilledDocument(context, options);
-    RefuseKeyboardFile(options.file);
+    RefuseTarget(context, options.file);
+    RefuseOwnSource(options.document, options.file);
 
     const std::string text = document.ToText();
     const std::string folder = context.options.layouts.string();

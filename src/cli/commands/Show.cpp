@@ -64,7 +64,7 @@ void Show(Context& context, const std::string& key) {
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
     auto sections = Chosen(context, *configuration, key);
-    context.NoteDamage(session.Upload(sections));
+    context.WarnOfDamage(session.Upload(sections));
     context.CloseKeyboard();
 
     host::Json json = {{"settings", host::Json::array()}};
