@@ -30,7 +30,7 @@ std::string FileNameOf(const std::string& unit) {
 } // namespace
 
 std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument& document,
-                              Time time, const std::function<std::set<std::string>()>& needed) {
+                              Time time, const Needed& needed) {
     const std::string& unit = backup.till.unit;
     const std::string keyboard =
         backup.content.identity.FileName() + (unit.empty() ? "" : "." + FileNameOf(unit));
@@ -48,8 +48,7 @@ std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument&
     return keyboard + "/" + name;
 }
 
-void BackupStore::Prune(const std::string& keyboard, Time time,
-                        const std::function<std::set<std::string>()>& needed) const {
+void BackupStore::Prune(const std::string& keyboard, Time time, const Needed& needed) const {
     const std::string oldest = TimeFileName(time - std::chrono::hours(24 * kDays));
     std::vector<BackupEntry> old;
     std::set<std::string> days; // of those that are not older than any in `old`
@@ -62,10 +61,12 @@ void BackupStore::Prune(const std::string& keyboard, Time time,
     }
     if (old.empty())
         return;
-    const std::set<std::string> kept = needed();
+    const auto kept = needed();
+    if (!kept)
+        return;
     std::error_code ignored; // what stays is tried again at the next backup
     for (const BackupEntry& entry : old)
-        if (!kept.contains(entry.id)) {
+        if (!kept->contains(entry.id)) {
             fs::remove(AreasOf(entry), ignored);
             fs::remove(entry.document, ignored);
         }

@@ -13,6 +13,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -42,11 +43,14 @@ public:
 
     explicit BackupStore(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
+    // The ids that records name; nothing when that cannot be known, and then none goes.
+    using Needed = std::function<std::optional<std::set<std::string>>()>;
+
     // Saves a backup and returns its id; it is on the disk by then. Old ones go, except those that
     // `needed` names, which is asked only where some would go. Throws Error(FileFailed), and then
     // none was saved.
     std::string Save(const Backup& backup, const ConfigurationDocument& document, Time time,
-                     const std::function<std::set<std::string>()>& needed);
+                     const Needed& needed);
 
     // All backups, by keyboard and time.
     [[nodiscard]] std::vector<BackupEntry> List() const;
@@ -58,8 +62,7 @@ public:
 private:
     [[nodiscard]] std::vector<BackupEntry> ListOf(const std::string& keyboard) const;
     [[nodiscard]] std::filesystem::path AreasOf(const BackupEntry& entry) const;
-    void Prune(const std::string& keyboard, Time time,
-               const std::function<std::set<std::string>()>& needed) const;
+    void Prune(const std::string& keyboard, Time time, const Needed& needed) const;
 
     std::filesystem::path m_folder;
 };

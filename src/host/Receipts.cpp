@@ -58,4 +58,19 @@ std::vector<Receipt> Receipts::List(std::vector<DamagedRecord>* damaged) const {
     return receipts;
 }
 
+std::set<std::string> Receipts::UnitsOf(const KeyboardContent& content) const {
+    std::set<std::string> hashes = {content.Hash()};
+    std::set<std::string> units;
+    const std::vector<Receipt> receipts = List();
+    for (auto receipt = receipts.rbegin(); receipt != receipts.rend(); ++receipt) {
+        if (!receipt->keyboard.IsLike(content.identity) || !hashes.contains(receipt->afterSha256))
+            continue;
+        if (receipt->till.unit.empty())
+            hashes.insert(receipt->beforeSha256);
+        else
+            units.insert(receipt->till.unit);
+    }
+    return units;
+}
+
 } // namespace qx::host

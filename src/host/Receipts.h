@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,9 @@ public:
     void Add(Receipt receipt, Time time) const;
     // All, oldest first. Those that cannot be used are added to `damaged`.
     [[nodiscard]] std::vector<Receipt> List(std::vector<DamagedRecord>* damaged = nullptr) const;
+    // The units whose writes have left a keyboard of this kind with just these contents. A write
+    // that names no unit counts for the one that the keyboard was before.
+    [[nodiscard]] std::set<std::string> UnitsOf(const KeyboardContent& content) const;
 
 private:
     std::filesystem::path m_folder;

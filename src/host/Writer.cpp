@@ -36,6 +36,14 @@ std::string WhyNotRecovered(const TracedWrite& write) {
            "; the backup " + write.backup + " has what the keyboard held before that";
 }
 
+// "till 1 or till 2"
+std::string Alternatives(const std::set<std::string>& units) {
+    std::string text;
+    for (const std::string& unit : units)
+        text += (text.empty() ? "" : " or ") + unit;
+    return text;
+}
+
 void FillIn(Receipt& receipt, const Sent& sent) {
     receipt.bytesSent = sent.bytes;
     receipt.afterSha256 = sent.afterSha256;
@@ -72,30 +80,50 @@ WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
         throw Error(ErrorKind::KeyboardChanged, "the backup is of a " + saved.Name() +
                                                     " with other modules than this " +
                                                     now.identity.Name() + kNothingWritten);
-    const bool isOfThis = IsOfThisKeyboard(backup, now);
-    if (!isOfThis && !otherKeyboard)
-        throw Error(ErrorKind::KeyboardChanged,
-                    "the backup is of another keyboard of this kind" +
-                        (backup.till.unit.empty() ? "" : " (" + backup.till.unit + ")") +
-                        ", or of one that was reached in another way" + kNothingWritten);
+    const std::string whyOther = WhyOfOtherKeyboard(backup, now);
+    if (!whyOther.empty() && !otherKeyboard)
+        throw Error(ErrorKind::KeyboardChanged, whyOther + kNothingWritten);
+    const bool isOfThis = whyOther.empty();
     WritePlan plan = Planner(now, *m_scratch).ForBackup(backup.content, isOfThis);
     plan.isOfOtherKeyboard = !isOfThis;
     ProveNothingToDo(plan);
     return plan;
 }
 
-// By all that can be told. A keyboard that holds a part of an interrupted write is the one of the
-// backup that was made before that write.
-bool Writer::IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now) {
+// Why the backup seems to be of another keyboard; empty when it is of this one. A keyboard that
+// holds a part of an interrupted write is the one of the backup that was made before that write.
+std::string Writer::WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now) {
     const auto isReachedSo = [&](const KeyboardIdentity& keyboard, const std::string& origin) {
         return backup.content.identity.guid == keyboard.guid && backup.origin == origin;
     };
-    for (const JournalEntry& entry : PartlyIn(now))
-        if (isReachedSo(entry.keyboard, entry.origin))
-            return true;
-    const std::string& unit = m_options.till.unit;
-    const bool isOtherUnit = !unit.empty() && !backup.till.unit.empty() && backup.till.unit != unit;
-    return isReachedSo(now.identity, m_options.origin) && !isOtherUnit;
+    const std::vector<JournalEntry> partly = PartlyIn(now);
+    if (!isReachedSo(now.identity, m_options.origin) &&
+        std::none_of(partly.begin(), partly.end(), [&](const JournalEntry& entry) {
+            return isReachedSo(entry.keyboard, entry.origin);
+        }))
+        return "the backup is of another keyboard of this kind" +
+               (backup.till.unit.empty() ? "" : " (" + backup.till.unit + ")") +
+               ", or of one that was reached in another way";
+    const std::set<std::string> saved = backup.till.unit.empty()
+                                            ? m_records.receipts.UnitsOf(backup.content)
+                                            : std::set<std::string>{backup.till.unit};
+    if (saved.empty() || now.HoldsSame(backup.content))
+        return {};
+    std::set<std::string> units;
+    for (const JournalEntry& entry : partly)
+        units.merge(entry.till.unit.empty()
+                        ? m_records.receipts.UnitsOf(entry.RolledBack(AsReadFor(entry, now)))
+                        : std::set<std::string>{entry.till.unit});
+    if (partly.empty())
+        units = m_records.receipts.UnitsOf(now);
+    if (units.empty())
+        return now.identity.guid.empty() ? "the backup is of " + Alternatives(saved) +
+                                               ", and no record shows which unit this keyboard is"
+                                         : "";
+    return units == saved && units.size() == 1
+               ? ""
+               : "the backup is of " + Alternatives(saved) +
+                     ", and by the records this keyboard is " + Alternatives(units);
 }
 
 void Writer::RequireStillAs(const KeyboardContent& planned) {
@@ -170,31 +198,35 @@ void Writer::RefuseInterrupted(const std::vector<JournalEntry>& entries) const {
                         m_options.howToRecover);
 }
 
-std::string Writer::SaveBackup(const KeyboardContent& now, const std::string& document) {
+std::string Writer::SaveBackup(const KeyboardContent& now, const std::string& document,
+                               const Till& till) {
     m_options.onStep(Step::SavingBackup);
     return BeforeWriting([&] {
-        return m_records.backups.Save({now, document, m_options.origin, m_options.till},
+        return m_records.backups.Save({now, document, m_options.origin, till},
                                       Planner(now, *m_scratch).Document(now), m_options.now(),
                                       [this] { return NeededBackups(); });
     });
 }
 
-std::set<std::string> Writer::NeededBackups() const {
+std::optional<std::set<std::string>> Writer::NeededBackups() const {
     const std::string oldest =
         TimeText(m_options.now() - std::chrono::hours(24 * BackupStore::kDays));
+    std::vector<DamagedRecord> damaged;
     std::set<std::string> needed;
-    for (const JournalEntry& entry : m_records.journal.Entries())
+    for (const JournalEntry& entry : m_records.journal.Entries(&damaged))
         needed.insert(entry.backup);
-    for (const Receipt& receipt : m_records.receipts.List())
+    for (const Receipt& receipt : m_records.receipts.List(&damaged))
         if (receipt.time >= oldest)
             needed.insert(receipt.backup);
+    if (!damaged.empty()) // any may be named there
+        return std::nullopt;
     return needed;
 }
 
 JournalEntry Writer::Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                            const Request& request, const std::vector<JournalEntry>& replaced) {
     JournalEntry entry;
-    entry.backup = SaveBackup(plan.before, request.document);
+    entry.backup = SaveBackup(plan.before, request.document, m_options.till);
     entry.action = request.action;
     entry.document = request.document;
     entry.origin = m_options.origin;
@@ -347,8 +379,11 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     Request request;
     request.action = finishes ? "finish" : "roll back";
     request.document = entry.document;
+    // The keyboard shows a part of that unit's write.
+    const Till& till = m_options.till.unit.empty() ? entry.till : m_options.till;
     Receipt receipt = NewReceipt(request, now);
-    receipt.backup = SaveBackup(now, request.document);
+    receipt.till = till;
+    receipt.backup = SaveBackup(now, request.document, till);
     CheckBeforeWriting(plan.before);
     const Sent sent = Sending(m_session, *m_scratch, m_options.onStep).Run(plan, ranges, true);
     if (sent.failure) {
@@ -368,7 +403,7 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
     RefuseInterrupted(PartlyIn(before));
     Receipt receipt = NewReceipt(request, before);
     receipt.full = true;
-    receipt.backup = SaveBackup(before, request.document);
+    receipt.backup = SaveBackup(before, request.document, m_options.till);
     CheckBeforeWriting(before);
     m_options.onStep(Step::Writing);
     std::optional<Error> failure;

@@ -83,9 +83,9 @@ public:
                                  const PlanOptions& options = {});
     // What it takes to bring a backup back. Throws Error(KeyboardChanged) when the backup is of
     // another kind of keyboard, or, unless that is allowed, of what seems to be another one of the
-    // same kind: it has another GUID, another name in a job, or was reached in another way. Such a
-    // keyboard keeps its own GUID. Areas that are not in the backup stay as they are, and the plan
-    // says so.
+    // same kind: it has another GUID, was reached in another way, or is of a unit that the records
+    // do not show this keyboard to be. Such a keyboard keeps its own GUID. Areas that are not in
+    // the backup stay as they are, and the plan says so.
     [[nodiscard]] WritePlan PlanRestore(const Backup& backup, bool otherKeyboard = false);
 
     // Writes. Throws Error: KeyboardChanged when the keyboard is not as it was planned for,
@@ -128,9 +128,10 @@ private:
     // Those of which the keyboard holds a part.
     [[nodiscard]] std::vector<JournalEntry> PartlyIn(const KeyboardContent& now);
     void RefuseInterrupted(const std::vector<JournalEntry>& entries) const;
-    [[nodiscard]] bool IsOfThisKeyboard(const Backup& backup, const KeyboardContent& now);
-    [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document);
-    [[nodiscard]] std::set<std::string> NeededBackups() const;
+    [[nodiscard]] std::string WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now);
+    [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document,
+                                         const Till& till);
+    [[nodiscard]] std::optional<std::set<std::string>> NeededBackups() const;
     [[nodiscard]] JournalEntry Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                                      const Request& request,
                                      const std::vector<JournalEntry>& replaced);

@@ -5,6 +5,7 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 
+#include <fstream>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,7 +37,7 @@ protected:
 
     Backup backup;
     BackupStore store{records};
-    std::function<std::set<std::string>()> needed = NothingNeeded;
+    BackupStore::Needed needed = NothingNeeded;
 };
 
 } // namespace
@@ -141,11 +142,21 @@ TEST_F(RecordsTest, ABackupThatARecordNamesStays) {
     receipt.backup = ofReceipt;
     WriteRecords(records).receipts.Add(receipt, now);
     TroubledKeyboard other{kSmall, "SMALL"};
-    other.memory = before;
-    ASSERT_FALSE(Download(other, kNew));
-    std::set<std::string> kept;
-    for (const BackupEntry& entry : store.List())
-        kept.insert(entry.id);
+    const auto keptByDownload = [&] {
+        other.memory = before;
+        EXPECT_FALSE(Download(other, kNew));
+        std::set<std::string> kept;
+        for (const BackupEntry& entry : store.List())
+            kept.insert(entry.id);
+        return kept;
+    };
+    // One that cannot be read may name any.
+    for (const char* damaged : {"receipts/x.receipt.json", "journal/x.y.ANOTHER.journal.json"}) {
+        std::ofstream(records / damaged) << "{";
+        EXPECT_TRUE(keptByDownload().contains(unneeded)) << damaged;
+        std::filesystem::remove(records / damaged);
+    }
+    const std::set<std::string> kept = keptByDownload();
     EXPECT_TRUE(kept.contains(ofJournal));
     EXPECT_TRUE(kept.contains(ofReceipt));
     EXPECT_FALSE(kept.contains(unneeded));

@@ -283,6 +283,10 @@ TEST_F(Recovery, ABackupIsRestoredToItsOwnKeyboard) {
         std::function<void(TroubledKeyboard&)> change;
         bool isOther;
     };
+    const auto asTill2 = [&](TroubledKeyboard& driver) {
+        till.unit = "till 2";
+        ASSERT_FALSE(Download(driver, kThird));
+    };
     const Story stories[] = {
         {"nothing", false, [](TroubledKeyboard&) {}, false},
         {"nothing, with a GUID", true, [](TroubledKeyboard&) {}, false},
@@ -292,8 +296,51 @@ TEST_F(Recovery, ABackupIsRestoredToItsOwnKeyboard) {
         {"another place", false, [&](TroubledKeyboard&) { origin = "the second port"; }, true},
         {"another place, with a copied GUID", true,
          [&](TroubledKeyboard&) { origin = "the second port"; }, true},
-        {"another unit", false, [&](TroubledKeyboard&) { till.unit = "till 2"; }, true},
-        {"a unit that is not known", false, [&](TroubledKeyboard&) { till = {}; }, false},
+        {"other contents by hand", false,
+         [&](TroubledKeyboard& driver) {
+             till = {};
+             ASSERT_FALSE(Download(driver, kThird));
+         },
+         false},
+        {"another unit", false, asTill2, true},
+        {"another unit, with a copied GUID", true, asTill2, true},
+        {"another unit, then other contents by hand", false,
+         [&](TroubledKeyboard& driver) {
+             asTill2(driver);
+             till = {};
+             ASSERT_FALSE(Download(driver, kNew));
+             ASSERT_FALSE(Download(driver, {20, "[]"}));
+         },
+         true},
+        {"another unit with the same contents", false,
+         [&](TroubledKeyboard& driver) {
+             driver.memory = before;
+             till.unit = "till 2";
+             ASSERT_FALSE(Download(driver, kNew));
+         },
+         true},
+        {"contents of which there is no record", false,
+         [](TroubledKeyboard& driver) { driver.memory[0x1000] ^= 0x40; }, true},
+        {"the same, with a GUID", true,
+         [](TroubledKeyboard& driver) { driver.memory[0x1000] ^= 0x40; }, false},
+        {"contents of the backup", false, [&](TroubledKeyboard& driver) { driver.memory = before; },
+         false},
+        {"a recovered write of the unit", false,
+         [&](TroubledKeyboard& driver) {
+             driver.cutAfter = 2;
+             ASSERT_TRUE(Download(driver, kThird));
+             till = {};
+             ASSERT_TRUE(Recover(driver, Writer::Way::Finish));
+         },
+         false},
+        {"an interrupted write of another unit", false,
+         [&](TroubledKeyboard& driver) {
+             till.unit = "till 2";
+             driver.cutAfter = 2;
+             ASSERT_TRUE(Download(driver, kThird));
+             driver.Replug();
+         },
+         true},
     };
     for (const Story& story : stories) {
         SCOPED_TRACE(story.told);
@@ -304,6 +351,7 @@ TEST_F(Recovery, ABackupIsRestoredToItsOwnKeyboard) {
         ASSERT_FALSE(Download(driver, kNew));
         const std::string backup = outcome.backup;
         story.change(driver);
+        till = {}; // as whoever restores
         const std::string guid = driver.memory.substr(0x1500, 16);
         const std::string held = driver.memory;
         const auto refused = Restore(driver, backup);

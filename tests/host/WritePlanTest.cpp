@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 
 namespace qx::host {
 
@@ -130,12 +131,18 @@ TEST_F(WritePlanTest, ADocumentExpressesWhateverTheKeyboardHolds) {
     for (int round = 0; round < 60; ++round) {
         Fill([&](const ContentPiece& piece) {
             std::string bytes = piece.bytes;
+            std::set<int> sending; // groups of POS keys
             for (std::size_t i = 0; i < bytes.size(); ++i) {
                 const auto value = static_cast<int>(random() % 256);
                 const int other = random() % 2 == 0 ? 0 : 255;
                 int byte = round % 4 < 2 || random() % 4 == 0 ? value : other;
                 if (round % 2 == 0 && piece.module == MODULE_POS && i % 32 == 0)
                     byte = random() % 3 == 0 ? other : 1 + value % 105;
+                if (round % 2 == 0 && piece.module == MODULE_POS && i % 32 == 1 && byte != 0) {
+                    const int group = static_cast<Byte>(bytes[i - 1]);
+                    if (group != 0 && group != 255 && !sending.insert(group).second)
+                        byte = 0;
+                }
                 if (round % 2 == 0 && piece.module == MODULE_LAYER_FUNCKEY_DESC && i % 2 == 1)
                     byte = value % 0xD8;
                 bytes[i] = static_cast<char>(byte);
@@ -204,6 +211,21 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     ConfigurationDocument document = configuration.Write(present);
     document.Place("commonKeyboard")["outputDelay"] = 9;
     const Long pos = *driver.Model().AddressOf(MODULE_POS);
+    // Of two sequences of a group, the control reads one.
+    driver.Poke(pos + 2 * 32, "\x01\x1E\x9E");
+    driver.Poke(pos + 9 * 32, std::string("\x01\0\x9F", 3));
+    EXPECT_TRUE(NewPlanner().Damaged(present).empty());
+    driver.Poke(pos + 9 * 32, "\x01\x1F\x9F");
+    const auto damaged = NewPlanner().Damaged(present);
+    ASSERT_EQ(damaged.size(), 1U);
+    EXPECT_NE(damaged[0].message.find("POS keys 3 and 10 of group 1 both have a sequence"),
+              std::string::npos)
+        << damaged[0].message;
+    driver.Poke(pos + 2 * 32, std::string("\x01\0\0", 3)); // a block in a higher key's slot
+    EXPECT_TRUE(NewPlanner().Damaged(present).empty());
+    driver.Poke(pos + 2 * 32, "\xFF");
+    driver.Poke(pos + 9 * 32, std::string("\xFF\0\0", 3));
+
     const std::string damage("\xC8\x1E\x1F");
     driver.Poke(pos + 6 * 32, damage);
     const auto read = configuration.Read(document);

@@ -5,6 +5,7 @@
 #include "qxcontrols/pos/QXPos.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 namespace qx::host {
@@ -39,11 +40,14 @@ public:
         Control().PosData().CalcDefinedBlockNum();
     }
 
-    // A group above the last key cannot be read by the control, which stops there.
+    // A group above the last key cannot be read by the control, which stops there. Of several
+    // sequences of a group the control reads one, and the others would be lost.
     [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                  std::string_view bytes) const override {
         constexpr Long kRecordSize = kPOSModuleBlockSize / kLastKey;
+        constexpr Byte kSingleKey = 0;
         constexpr Byte kUnassigned = 255;
+        std::array<Integer, kLastKey + 1> sendersOf = {}; // by group: the key with its sequence
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
             const Long offset = (key - kFirstKey) * kRecordSize;
             const auto group = static_cast<Byte>(bytes[static_cast<std::size_t>(offset)]);
@@ -51,6 +55,16 @@ public:
                 return Damage{offset, "POS key " + std::to_string(key) + " is in group " +
                                           std::to_string(group) + ", and groups are 1 to " +
                                           std::to_string(kLastKey)};
+            if (group == kSingleKey || group == kUnassigned ||
+                bytes[static_cast<std::size_t>(offset) + 1] == 0)
+                continue;
+            Integer& sender = sendersOf.at(group);
+            if (sender != 0)
+                return Damage{offset + 1, "POS keys " + std::to_string(sender) + " and " +
+                                              std::to_string(key) + " of group " +
+                                              std::to_string(group) +
+                                              " both have a sequence, and a group has one"};
+            sender = key;
         }
         return std::nullopt;
     }
