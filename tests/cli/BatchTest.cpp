@@ -281,6 +281,38 @@ TEST_F(Bench, EndsByCtrlCAndGoesOnNextTime) {
     EXPECT_FALSE(std::filesystem::exists(folder / "port.qxk"));
 }
 
+// By the records: nothing else tells such keyboards apart behind one port.
+TEST_F(Bench, ABackupOfOneUnitIsNotRestoredIntoAnother) {
+    Make("a.qxk", "magnet");
+    Make("b.qxk", "magnet");
+    pauses = {[&] { Plug("a.qxk"); }, [&] { Unplug("a.qxk"); }, [&] { Plug("b.qxk"); },
+              [&] { Unplug("b.qxk"); }};
+    EXPECT_EQ(RunJob({"--bench"}).status, 1);
+    ASSERT_EQ(Results(), "done done not done");
+    const std::string id = Report()["units"][0]["backup"];
+    const auto restore = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {"--keyboard", File("port.qxk"), "backup", "restore",
+                                              id};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return Run(arguments);
+    };
+    Plug("b.qxk");
+    const Outcome refused = restore({});
+    EXPECT_EQ(refused.status, 4) << refused.out;
+    EXPECT_NE(refused.err.find("the backup is of till 1, and by the records this keyboard is "
+                               "till 2; nothing was written"),
+              std::string::npos)
+        << refused.err;
+    EXPECT_EQ(TillIn("port.qxk"), "002");
+    EXPECT_EQ(restore({"--other-keyboard"}).status, 0);
+    EXPECT_EQ(TillIn("port.qxk"), "?");
+    Unplug("b.qxk");
+    Plug("a.qxk");
+    const Outcome restored = restore({});
+    EXPECT_EQ(restored.status, 0) << restored.err;
+    EXPECT_EQ(TillIn("port.qxk"), "?");
+}
+
 // A keyboard that a unit names is that unit whenever it comes; no other is.
 TEST_F(Bench, KnowsAKeyboardByItsIdentifier) {
     Make("a.qxk");
