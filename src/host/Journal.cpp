@@ -2,11 +2,13 @@
 
 #include "files/Sha256.h"
 #include "host/Error.h"
+#include "host/RecordMembers.h"
 
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace qx::host {
 
@@ -21,42 +23,20 @@ std::string KindName(KeyboardIdentity keyboard) {
     return keyboard.FileName();
 }
 
-Json AreasToJson(const std::vector<ContentPiece>& areas) {
-    Json json = Json::array();
-    for (const ContentPiece& area : areas)
-        json.push_back({{"module", static_cast<Long>(area.module)},
-                        {"section", area.section},
-                        {"address", area.address},
-                        {"size", area.bytes.size()}});
-    return json;
-}
-
-std::vector<ContentPiece> AreasFromJson(const Json& json) {
-    std::vector<ContentPiece> areas;
-    for (const Json& area : json)
-        areas.push_back(
-            {static_cast<KeyboardModuleIDs>(NumberFromJson<std::int16_t>(area.at("module"))),
-             area.at("section").get<std::string>(), NumberFromJson<Long>(area.at("address")),
-             std::string(NumberFromJson<std::uint16_t>(area.at("size")), '\0')});
-    return areas;
-}
-
-JournalEntry EntryFromJson(const Json& record) {
-    JournalEntry entry;
-    const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
-    entry.time = text("time");
-    entry.action = text("action");
-    entry.document = text("document");
-    entry.backup = text("backup");
-    entry.origin = text("origin");
-    entry.till = {text("unit"), text("place")};
-    entry.keyboard = IdentityFromJson(record.at("keyboard"));
-    entry.areas = AreasFromJson(record.at("areas"));
-    entry.restHash = text("rest");
-    entry.replaced = record.at("replaced").get<std::vector<std::string>>();
-    for (const Json& range : record.at("ranges"))
-        entry.ranges.push_back(RangeFromJson(range));
-    return entry;
+template <typename AnyEntry, typename Visit>
+void VisitMembers(AnyEntry& entry, Visit visit) {
+    visit("time", entry.time);
+    visit("action", entry.action);
+    visit("document", entry.document);
+    visit("backup", entry.backup);
+    visit("origin", entry.origin);
+    visit("unit", entry.till.unit);
+    visit("place", entry.till.place);
+    visit("keyboard", entry.keyboard);
+    visit("areas", entry.areas);
+    visit("rest", entry.restHash);
+    visit("replaced", entry.replaced);
+    visit("ranges", entry.ranges);
 }
 
 } // namespace
@@ -166,25 +146,12 @@ void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time tim
     entry.keyboard = before.identity;
     entry.areas = before.pieces;
     entry.restHash = entry.RestHashOf(before);
-    Json ranges = Json::array();
-    for (const ByteRange& range : entry.ranges)
-        ranges.push_back(ToJson(range));
     // Named so that a damaged one can be told to be of other keyboards.
     const bool keepsGuid = entry.Finished(before).identity.guid == entry.keyboard.guid;
     const std::string keyboard = keepsGuid ? entry.keyboard.FileName() : KindName(entry.keyboard);
-    entry.file = WriteNewRecord(m_folder, time, "." + keyboard + std::string(kEnding), kFormat,
-                                {{"time", entry.time},
-                                 {"action", entry.action},
-                                 {"document", entry.document},
-                                 {"backup", entry.backup},
-                                 {"origin", entry.origin},
-                                 {"unit", entry.till.unit},
-                                 {"place", entry.till.place},
-                                 {"keyboard", ToJson(entry.keyboard)},
-                                 {"areas", AreasToJson(entry.areas)},
-                                 {"rest", entry.restHash},
-                                 {"replaced", entry.replaced},
-                                 {"ranges", ranges}});
+    entry.file = WriteNewRecord(
+        m_folder, time, "." + keyboard + std::string(kEnding), kFormat,
+        MembersToJson([&](auto visit) { VisitMembers(std::as_const(entry), visit); }));
 }
 
 void Journal::Forget(const JournalEntry& entry) const {
@@ -197,11 +164,13 @@ void Journal::Forget(const JournalEntry& entry) const {
 
 std::vector<JournalEntry> Journal::Entries(std::vector<DamagedRecord>* damaged) const {
     std::vector<JournalEntry> entries;
-    const auto unusable = ReadRecords(m_folder, kEnding, kFormat,
-                                      [&](const std::filesystem::path& file, const Json& record) {
-                                          entries.push_back(EntryFromJson(record));
-                                          entries.back().file = file;
-                                      });
+    const auto unusable = ReadRecords(
+        m_folder, kEnding, kFormat, [&](const std::filesystem::path& file, const Json& record) {
+            JournalEntry entry;
+            MembersFromJson(record, [&](auto visit) { VisitMembers(entry, visit); });
+            entry.file = file;
+            entries.push_back(std::move(entry));
+        });
     if (damaged != nullptr)
         damaged->insert(damaged->end(), unusable.begin(), unusable.end());
     return entries;

@@ -43,11 +43,10 @@ void JsonFieldReader::Read(const std::function<void(FieldVisitor&)>& walk) {
 }
 
 void JsonFieldReader::AddFault(std::string place, std::string message) {
-    constexpr std::size_t kMostFaults = 1000;
     constexpr std::size_t kLongestPlace = 200;
     if (m_faults.size() == kMostFaults)
         m_faults.push_back({"", "there are more faults than are reported"});
-    if (m_faults.size() > kMostFaults)
+    if (HasEnoughFaults())
         return;
     if (place.size() > kLongestPlace)
         place = place.substr(0, kLongestPlace) + "...";
@@ -315,7 +314,7 @@ void JsonFieldReader::List(const FieldList& list) {
     }
     list.clear();
     std::set<FieldList::Id> seen;
-    for (std::size_t i = 0; i < value->size(); ++i) {
+    for (std::size_t i = 0; i < value->size() && !HasEnoughFaults(); ++i) {
         const std::string elementPlace = JsonPointer(place, std::to_string(i));
         ReadObject((*value)[i], elementPlace, [&] {
             const auto id = ReadId(list, elementPlace);

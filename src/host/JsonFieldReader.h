@@ -49,10 +49,14 @@ private:
         std::set<std::string, std::less<>> asked; // the members that the walk has asked for
     };
 
+    static constexpr std::size_t kMostFaults = 1000;
+
     // The field's value; null, with a fault where it is required, when there is none.
     const Json* Find(const Field& field);
     [[nodiscard]] std::string PlaceOf(std::string_view key) const;
     void AddFault(std::string place, std::string message);
+    // No more are reported; the rest of a list is not read then.
+    [[nodiscard]] bool HasEnoughFaults() const { return m_faults.size() > kMostFaults; }
     void Within(const Json& value, const std::string& place, const std::function<void()>& walk);
     void ReadObject(const Json& value, const std::string& place,
                     const std::function<void()>& members);

@@ -1,5 +1,7 @@
 #include "host/Receipts.h"
 
+#include "host/RecordMembers.h"
+
 namespace qx::host {
 
 namespace {
@@ -7,23 +9,28 @@ namespace {
 constexpr RecordFormat kFormat = {"qx-receipt", 1, true};
 constexpr std::string_view kEnding = ".receipt.json";
 
+template <typename AnyReceipt, typename Visit>
+void VisitMembers(AnyReceipt& receipt, Visit visit) {
+    visit("time", receipt.time);
+    visit("action", receipt.action);
+    visit("result", receipt.result);
+    visit("message", receipt.message);
+    visit("document", receipt.document);
+    visit("documentSha256", receipt.documentSha256);
+    visit("full", receipt.full);
+    visit("bytesSent", receipt.bytesSent);
+    visit("beforeSha256", receipt.beforeSha256);
+    visit("afterSha256", receipt.afterSha256);
+    visit("backup", receipt.backup);
+    visit("unit", receipt.till.unit);
+    visit("place", receipt.till.place);
+    visit("keyboard", receipt.keyboard);
+}
+
 } // namespace
 
 Json ToJson(const Receipt& receipt) {
-    return {{"time", receipt.time},
-            {"action", receipt.action},
-            {"result", receipt.result},
-            {"message", receipt.message},
-            {"document", receipt.document},
-            {"documentSha256", receipt.documentSha256},
-            {"full", receipt.full},
-            {"bytesSent", receipt.bytesSent ? Json(*receipt.bytesSent) : Json()},
-            {"beforeSha256", receipt.beforeSha256},
-            {"afterSha256", receipt.afterSha256},
-            {"backup", receipt.backup},
-            {"unit", receipt.till.unit},
-            {"place", receipt.till.place},
-            {"keyboard", ToJson(receipt.keyboard)}};
+    return MembersToJson([&](auto visit) { VisitMembers(receipt, visit); });
 }
 
 void Receipts::Add(Receipt receipt, Time time) const {
@@ -35,21 +42,7 @@ std::vector<Receipt> Receipts::List(std::vector<DamagedRecord>* damaged) const {
     std::vector<Receipt> receipts;
     const auto read = [&](const std::filesystem::path&, const Json& record) {
         Receipt receipt;
-        const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
-        receipt.time = text("time");
-        receipt.action = text("action");
-        receipt.result = text("result");
-        receipt.message = text("message");
-        receipt.document = text("document");
-        receipt.documentSha256 = text("documentSha256");
-        receipt.full = record.at("full").get<bool>();
-        if (!record.at("bytesSent").is_null())
-            receipt.bytesSent = NumberFromJson<Long>(record.at("bytesSent"));
-        receipt.beforeSha256 = text("beforeSha256");
-        receipt.afterSha256 = text("afterSha256");
-        receipt.backup = text("backup");
-        receipt.till = {text("unit"), text("place")};
-        receipt.keyboard = IdentityFromJson(record.at("keyboard"));
+        MembersFromJson(record, [&](auto visit) { VisitMembers(receipt, visit); });
         receipts.push_back(std::move(receipt));
     };
     const auto unusable = ReadRecords(m_folder, kEnding, kFormat, read);

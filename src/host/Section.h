@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -60,6 +61,12 @@ public:
     [[nodiscard]] virtual std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                          std::string_view /*bytes*/) const {
         return std::nullopt;
+    }
+    // The places of the settings on which a stretch of an area decides that is one slot: a setting
+    // may then need bytes from all over it. `bytes` are the whole area's.
+    [[nodiscard]] virtual std::set<std::string> PlacesIn(Long /*offset*/, Long /*size*/,
+                                                         std::string_view /*bytes*/) const {
+        return {};
     }
 
     // Has the control show the settings that it holds.

@@ -198,8 +198,8 @@ void Planner::Finish(WritePlan& plan) {
 }
 
 // All settings are read a few times: each time without half of the ranges, by a bit of the range's
-// number. The readings that miss a setting spell the number of its range. Only where a setting may
-// need several ranges, since its slot is all of the section's memory, each is left out in turn.
+// number. The readings that miss a setting spell the number of its range. Where a setting may need
+// several ranges, since its slot is all of the section's memory, the section itself knows them.
 void Planner::NameSettings(WritePlan& plan) {
     std::set<std::string, std::less<>> known;
     for (PlannedRange& first : plan.ranges) {
@@ -211,7 +211,7 @@ void Planner::NameSettings(WritePlan& plan) {
             if (range.section == first.section)
                 ranges.push_back(&range);
         const Decoded before = Decode(plan.before, keys);
-        std::map<std::string, std::string> texts;
+        Texts texts;
         for (const Difference& difference : Compare(before, plan.after, keys))
             texts.emplace(difference.place, ToText(difference));
         const auto missedWithout = [&](const auto& isLeftOut) {
@@ -224,21 +224,37 @@ void Planner::NameSettings(WritePlan& plan) {
                 missed.insert(difference.place);
             return missed;
         };
+        const Section& section = *m_scratch.Find(first.section);
+        if (const Area& area = section.Info().areas.front(); area.slotSize == area.size) {
+            NameSettingsOfSlot(section, plan, ranges, texts);
+            continue;
+        }
         std::map<std::string, std::size_t> rangeOf; // from 1
-        const bool isOneSlot = m_scratch.Find(first.section)->Info().areas.front().slotSize ==
-                               m_scratch.Find(first.section)->Info().areas.front().size;
-        for (std::size_t i = 1; isOneSlot && i <= ranges.size(); ++i)
-            for (const std::string& place :
-                 missedWithout([&](std::size_t each) { return each == i; }))
-                if (texts.contains(place))
-                    ranges[i - 1]->settings.push_back(texts.at(place));
-        for (std::size_t bit = 1; !isOneSlot && bit <= ranges.size(); bit *= 2)
+        for (std::size_t bit = 1; bit <= ranges.size(); bit *= 2)
             for (const std::string& place :
                  missedWithout([&](std::size_t each) { return (each & bit) != 0; }))
                 rangeOf[place] |= bit;
         for (const auto& [place, number] : rangeOf)
             if (number <= ranges.size() && texts.contains(place))
                 ranges[number - 1]->settings.push_back(texts.at(place));
+    }
+}
+
+void Planner::NameSettingsOfSlot(const Section& section, const WritePlan& plan,
+                                 const std::vector<PlannedRange*>& ranges, const Texts& texts) {
+    CopiedKeyboard copy(plan.before);
+    Session session(copy);
+    session.Open();
+    const PlacedArea area = session.Areas(*m_scratch.Find(section.Info().key)).front();
+    for (const KeyboardContent* content : {&plan.before, &plan.after}) {
+        const std::string bytes = content->Bytes(area.address, area.size);
+        for (PlannedRange* range : ranges)
+            for (const std::string& place :
+                 section.PlacesIn(range->address - area.address, range->Size(), bytes))
+                if (const auto text = texts.find(place);
+                    text != texts.end() &&
+                    std::count(range->settings.begin(), range->settings.end(), text->second) == 0)
+                    range->settings.push_back(text->second);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "host/CopiedKeyboard.h"
 #include "host/KeyboardContent.h"
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -95,6 +96,9 @@ private:
     [[nodiscard]] std::vector<Difference> Compare(const Decoded& from, const KeyboardContent& to,
                                                   const Keys& keys);
     void Finish(WritePlan& plan);
+    using Texts = std::map<std::string, std::string>; // of settings, by their places
+    void NameSettingsOfSlot(const Section& section, const WritePlan& plan,
+                            const std::vector<PlannedRange*>& ranges, const Texts& texts);
 
     KeyboardContent m_content;
     Configuration& m_scratch;

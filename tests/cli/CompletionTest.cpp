@@ -11,6 +11,15 @@ TEST(Completion, OffersWhatCanComeNext) {
         "delay.json",
         R"({"format": "qx-configuration", "version": 1, "commonKeyboard": {"outputDelay": 77}})");
     EXPECT_EQ(keyboard.Done({"completion", "words", "--", "backup", "restore", ""}), "");
+    Fault cut;
+    cut.writtenBytes = 0;
+    EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
+    const std::string interrupted =
+        host::Json::parse(keyboard.Done({"--json", "recover", "--list"}))["onRecord"][0]["id"];
+    EXPECT_EQ(keyboard.Done({"completion", "words", "--", "recover", "--forget", ""}),
+              interrupted + "\n");
+    keyboard.Done({"recover", "--forget", interrupted});
+    std::filesystem::remove_all(keyboard.folder / "data" / "backups");
     keyboard.Done({"download", file});
     const std::string backup =
         host::Json::parse(keyboard.Done({"--json", "backup", "list"}))["backups"][0]["id"];

@@ -273,6 +273,15 @@ TEST_F(Recovery, ARestoreSettlesWhatWasInterrupted) {
     EXPECT_FALSE(Restore(keyboard, ofMixed));
     EXPECT_FALSE(outcome.isWritten);
     EXPECT_EQ(Entries().size(), 0U);
+
+    // One that is not read back is no evidence.
+    Reset();
+    Interrupt(keyboard, 2);
+    const JournalEntry interrupted = Entries().at(0);
+    EXPECT_FALSE(Restore(keyboard, interrupted.backup, false, false));
+    EXPECT_TRUE(outcome.isWritten);
+    ASSERT_EQ(Entries().size(), 1U);
+    EXPECT_EQ(Entries().at(0).Id(), interrupted.Id());
 }
 
 // A backup of another keyboard, as far as that can be told, is restored only when that is said.

@@ -103,6 +103,37 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     EXPECT_EQ(plan.ranges[0].module, MODULE_KEYBOARD);
 }
 
+// A block's keys and its sequence lie in the records of all its keys; a new block before it gives
+// it another number there, which is no change of its settings.
+TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
+    const auto keep = [&](const Json& blocks) {
+        ConfigurationDocument document = configuration.Write(present);
+        document.Place("pos")["blocks"] = blocks;
+        session.Download(configuration.Read(document));
+    };
+    const auto block = [](int slot, const Json& keys, const Json& sequence) {
+        return Json{{"slot", slot}, {"keys", keys}, {"sequence", sequence}};
+    };
+    keep({block(3, {3, 40}, {30}), block(60, {60, 61}, {31}), block(90, {90}, {32})});
+    const WritePlan plan = Plan([&](ConfigurationDocument& document) {
+        document.Place("pos")["blocks"] = {block(1, {1, 20}, {33}), block(3, {3, 70}, {30}),
+                                           block(60, {60, 61}, {31}), block(90, {90}, {34})};
+    });
+    const Long pos = *driver.Model().AddressOf(MODULE_POS);
+    std::map<int, std::string> told; // of each key, the places' names
+    for (const PlannedRange& range : plan.ranges)
+        for (const std::string& setting : range.settings)
+            told[1 + (range.address - pos) / 32] += setting.substr(0, setting.find(':')) + "; ";
+    EXPECT_EQ(told, (std::map<int, std::string>{
+                        {1, "POS key 1 keys (none) → Esc Home; POS key 1; "},
+                        {3, "POS key 3 keys F2 0 → F2 L; "},
+                        {20, "POS key 1 keys (none) → Esc Home; "},
+                        {40, "POS key 3 keys F2 0 → F2 L; "},
+                        {70, "POS key 3 keys F2 0 → F2 L; "},
+                        {90, "POS key 90; "},
+                    }));
+}
+
 // Every key of a section at once, each with its own range.
 TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
     const WritePlan plan = Plan([](ConfigurationDocument& document) {

@@ -105,11 +105,12 @@ protected:
         });
     }
     std::optional<Error> Restore(TroubledKeyboard& driver, const std::string& id,
-                                 bool otherKeyboard = false) {
+                                 bool otherKeyboard = false, bool verify = true) {
         return Use(driver, [&](Session&, Writer& writer) {
             const BackupStore& backups = writer.Records().backups;
             Writer::Request request;
             request.action = Writer::Request::kRestore;
+            request.verify = verify;
             outcome = {};
             outcome = writer.Write(
                 writer.PlanRestore(backups.Load(backups.Find(id)), otherKeyboard), request);

@@ -157,7 +157,14 @@ Command RecoverCommand() {
         .summary = "Finish or roll back a write that was interrupted",
         .options = {{.name = "ID",
                      .target = &options->id,
-                     .summary = "The one to be forgotten, as listed; the keyboard is not needed"},
+                     .summary = "The one to be forgotten, as listed; the keyboard is not needed",
+                     .offers =
+                         [](Context& context) {
+                             std::vector<std::string> ids;
+                             for (const auto& entry : context.Records().journal.Entries())
+                                 ids.push_back(entry.Id());
+                             return ids;
+                         }},
                     {.name = "--finish",
                      .target = &options->finish,
                      .summary = "Write the rest of it"},

@@ -44,32 +44,71 @@ public:
     // sequences of a group the control reads one, and the others would be lost.
     [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                  std::string_view bytes) const override {
-        constexpr Long kRecordSize = kPOSModuleBlockSize / kLastKey;
-        constexpr Byte kSingleKey = 0;
-        constexpr Byte kUnassigned = 255;
         std::array<Integer, kLastKey + 1> sendersOf = {}; // by group: the key with its sequence
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
-            const Long offset = (key - kFirstKey) * kRecordSize;
-            const auto group = static_cast<Byte>(bytes[static_cast<std::size_t>(offset)]);
+            const Byte group = GroupOf(key, bytes);
             if (group > kLastKey && group != kUnassigned)
-                return Damage{offset, "POS key " + std::to_string(key) + " is in group " +
-                                          std::to_string(group) + ", and groups are 1 to " +
-                                          std::to_string(kLastKey)};
-            if (group == kSingleKey || group == kUnassigned ||
-                bytes[static_cast<std::size_t>(offset) + 1] == 0)
+                return Damage{RecordOf(key), "POS key " + std::to_string(key) + " is in group " +
+                                                 std::to_string(group) + ", and groups are 1 to " +
+                                                 std::to_string(kLastKey)};
+            if (group == kSingleKey || group == kUnassigned || !HasSequence(key, bytes))
                 continue;
             Integer& sender = sendersOf.at(group);
             if (sender != 0)
-                return Damage{offset + 1, "POS keys " + std::to_string(sender) + " and " +
-                                              std::to_string(key) + " of group " +
-                                              std::to_string(group) +
-                                              " both have a sequence, and a group has one"};
+                return Damage{RecordOf(key) + 1, "POS keys " + std::to_string(sender) + " and " +
+                                                     std::to_string(key) + " of group " +
+                                                     std::to_string(group) +
+                                                     " both have a sequence, and a group has one"};
             sender = key;
         }
         return std::nullopt;
     }
 
+    // A key's record says which block has the key, and what that block sends.
+    [[nodiscard]] std::set<std::string> PlacesIn(Long offset, Long size,
+                                                 std::string_view bytes) const override {
+        std::set<std::string> places;
+        for (Integer key = kFirstKey; key <= kLastKey; ++key) {
+            const Long record = RecordOf(key);
+            if (record >= offset + size || record + kRecordSize <= offset)
+                continue;
+            const Integer slot = SlotOf(key, bytes);
+            if (slot == 0)
+                continue;
+            const std::string block = "/pos/blocks[" + std::to_string(slot) + "]";
+            if (offset <= record)
+                places.insert(block + "/keys");
+            if (offset + size > record + 1 || HasSequence(key, bytes))
+                places.insert(block + "/sequence");
+        }
+        return places;
+    }
+
 private:
+    static constexpr Long kRecordSize = kPOSModuleBlockSize / kLastKey;
+    static constexpr Byte kSingleKey = 0;
+    static constexpr Byte kUnassigned = 255;
+
+    [[nodiscard]] static constexpr Long RecordOf(Integer nKey) {
+        return (nKey - kFirstKey) * kRecordSize;
+    }
+    [[nodiscard]] static Byte GroupOf(Integer nKey, std::string_view bytes) {
+        return static_cast<Byte>(bytes[static_cast<std::size_t>(RecordOf(nKey))]);
+    }
+    [[nodiscard]] static bool HasSequence(Integer nKey, std::string_view bytes) {
+        return bytes[static_cast<std::size_t>(RecordOf(nKey)) + 1] != 0;
+    }
+    // The first key of the block that has the key; 0: none has.
+    [[nodiscard]] static Integer SlotOf(Integer nKey, std::string_view bytes) {
+        const Byte group = GroupOf(nKey, bytes);
+        if (group == kSingleKey)
+            return nKey;
+        Integer slot = group == kUnassigned ? Integer{0} : kFirstKey;
+        while (slot != 0 && GroupOf(slot, bytes) != group)
+            ++slot;
+        return slot;
+    }
+
     void VisitBlock(FieldVisitor& fields, Integer nSlot) {
         constexpr Field kKeys = {"keys", "keys"};
         constexpr Integer kMax = std::numeric_limits<Integer>::max();
