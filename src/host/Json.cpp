@@ -15,53 +15,85 @@ std::string TextOf(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-// Follows the parser, and knows where it is.
-class StrictWatch {
+// Builds the value that the parser reads, and knows where it is. The parser's own way to watch it
+// looks at all elements of a list whenever one of them ends.
+class StrictReader : public Json::json_sax_t {
 public:
-    void Note(Json::parse_event_t event, const Json& parsed) {
-        switch (event) {
-        case Json::parse_event_t::object_start:
-        case Json::parse_event_t::array_start:
-            if (m_open.size() == kMostDepth)
-                throw JsonError("", "objects and lists stand in one another more than " +
-                                        std::to_string(kMostDepth) + " deep");
-            m_open.push_back({event == Json::parse_event_t::object_start, {}, {}, 0});
-            break;
-        case Json::parse_event_t::object_end:
-        case Json::parse_event_t::array_end:
-            m_open.pop_back();
-            NoteValue();
-            break;
-        case Json::parse_event_t::key:
-            m_open.back().key = parsed.get<std::string>();
-            if (!m_open.back().keys.insert(m_open.back().key).second)
-                throw JsonError(Place(), "the member " + ShortText(parsed) + " is given twice");
-            if (m_open.back().keys.size() > kMostMembers)
-                throw JsonError(Place(), "an object has more than " + std::to_string(kMostMembers) +
-                                             " members");
-            break;
-        case Json::parse_event_t::value:
-            NoteValue();
-            break;
-        }
+    Json value;
+
+    bool null() override { return Put(nullptr); }
+    bool boolean(bool flag) override { return Put(flag); }
+    bool number_integer(Json::number_integer_t number) override { return Put(number); }
+    bool number_unsigned(Json::number_unsigned_t number) override { return Put(number); }
+    bool number_float(Json::number_float_t number, const std::string& /*text*/) override {
+        return Put(number);
+    }
+    bool string(std::string& text) override { return Put(std::move(text)); }
+    bool binary(Json::binary_t& bytes) override { return Put(std::move(bytes)); }
+    bool start_object(std::size_t /*elements*/) override { return Open(Json::object()); }
+    bool start_array(std::size_t /*elements*/) override { return Open(Json::array()); }
+    bool end_object() override { return Close(); }
+    bool end_array() override { return Close(); }
+
+    bool key(std::string& name) override {
+        Level& level = m_open.back();
+        level.key = name;
+        if (!level.keys.insert(name).second)
+            throw JsonError(Place(), "the member " + ShortText(name) + " is given twice");
+        if (level.keys.size() > kMostMembers)
+            throw JsonError(Place(),
+                            "an object has more than " + std::to_string(kMostMembers) + " members");
+        return true;
+    }
+
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                     const Json::exception& error) override {
+        const std::string reason = error.what();
+        throw JsonError("", "not valid JSON: " +
+                                reason.substr(reason.find("] ") + 2)); // without its own number
     }
 
 private:
     struct Level {
-        bool isObject;
+        Json* container;
         std::set<std::string> keys;
-        std::string key;   // of the member that is being read
-        std::size_t index; // of the element that is being read
+        std::string key; // of the member that is being read
     };
 
-    void NoteValue() {
-        if (!m_open.empty())
-            ++m_open.back().index;
+    // Where it stands until its container ends.
+    Json& Placed(Json&& read) {
+        if (m_open.empty())
+            return value = std::move(read);
+        Level& level = m_open.back();
+        if (level.container->is_array())
+            return level.container->emplace_back(std::move(read));
+        // The name is no other member's, which the container itself would look through.
+        auto& members = level.container->get_ref<Json::object_t&>();
+        return static_cast<Json::object_t::Container&>(members)
+            .emplace_back(level.key, std::move(read))
+            .second;
+    }
+    bool Put(Json&& read) {
+        Placed(std::move(read));
+        return true;
+    }
+    bool Open(Json&& container) {
+        if (m_open.size() == kMostDepth)
+            throw JsonError("", "objects and lists stand in one another more than " +
+                                    std::to_string(kMostDepth) + " deep");
+        m_open.push_back({&Placed(std::move(container)), {}, {}});
+        return true;
+    }
+    bool Close() {
+        m_open.pop_back();
+        return true;
     }
     [[nodiscard]] std::string Place() const {
         std::string place;
-        for (const Level& level : m_open)
-            place = JsonPointer(place, level.isObject ? level.key : std::to_string(level.index));
+        for (const Level& level : m_open) // a container that is open is the last element
+            place = JsonPointer(place, level.container->is_object()
+                                           ? level.key
+                                           : std::to_string(level.container->size() - 1));
         return place;
     }
 
@@ -98,18 +130,9 @@ void Append(std::string& text, const Json& value, std::size_t level) {
 } // namespace
 
 Json ParseStrictly(std::string_view text) {
-    StrictWatch strict;
-    const auto watch = [&](int, Json::parse_event_t event, const Json& parsed) {
-        strict.Note(event, parsed);
-        return true;
-    };
-    try {
-        return Json::parse(text, watch);
-    } catch (const Json::exception& error) { // no JSON, or a number too large for any
-        const std::string reason = error.what();
-        throw JsonError("", "not valid JSON: " +
-                                reason.substr(reason.find("] ") + 2)); // without its own number
-    }
+    StrictReader reader;
+    (void)Json::sax_parse(text, &reader); // throws what is wrong
+    return std::move(reader.value);
 }
 
 std::string JsonPointer(const std::string& place, std::string_view key) {
