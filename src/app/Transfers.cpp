@@ -7,9 +7,11 @@
 #include "app/Working.h"
 #include "views/Bindings.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -33,6 +35,12 @@ Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* win
         box.setEscapeButton(later);
         box.exec();
         return endings.contains(box.clickedButton()) ? endings[box.clickedButton()] : Ending::Later;
+    };
+    questions.whichWrite = [this](const QString& question, const QStringList& writes) {
+        bool isChosen = false;
+        const QString chosen = QInputDialog::getItem(m_window, tr("Interrupted write"), question,
+                                                     writes, 0, false, &isChosen);
+        return isChosen ? static_cast<int>(writes.indexOf(chosen)) : -1;
     };
     questions.mayRepair = [this](const QString& text, const QString& details) {
         QMessageBox box(QMessageBox::Warning, tr("Write to keyboard"), text, QMessageBox::Cancel,
@@ -113,8 +121,8 @@ std::optional<host::WritePlan> Transfers::Plan() {
 
 void Transfers::Write() {
     Attempt(tr("Nothing was written."), [this] {
-        if (const auto interrupted = m_workbench.Interrupted())
-            return SettleFound(*interrupted);
+        if (const auto interrupted = m_workbench.Interrupted(); !interrupted.empty())
+            return SettleFound(interrupted);
         if (m_workbench.IsMixture() &&
             !questions.mayWrite(
                 tr("Write to keyboard"),
@@ -163,25 +171,27 @@ void Transfers::Restore(const host::BackupEntry& backup) {
 }
 
 bool Transfers::Send(const std::function<void()>& write) {
-    const std::size_t recorded = m_workbench.RecordedWrites();
+    const std::set<std::string> recorded = m_workbench.RecordedWrites();
     try {
         const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
         write();
         return true;
     } catch (const std::exception& error) {
         Attempt(tr("The interrupted write could not be settled."), [&] {
-            ReportBrokenOff(FailureOf(tr("Writing to the keyboard failed."), error),
-                            m_workbench.RecordedWrites() > recorded);
+            const std::set<std::string> now = m_workbench.RecordedWrites();
+            ReportBrokenOff(
+                FailureOf(tr("Writing to the keyboard failed."), error),
+                !std::includes(recorded.begin(), recorded.end(), now.begin(), now.end()));
         });
         return false;
     }
 }
 
 void Transfers::ReportBrokenOff(const Failure& failure, bool isRecorded) {
-    std::optional<host::JournalEntry> write;
+    std::vector<host::JournalEntry> writes;
     try {
         if (isRecorded)
-            write = m_workbench.Interrupted();
+            writes = m_workbench.Interrupted();
     } catch (const std::exception&) {
         return emit Failed(
             {failure.text + QStringLiteral("\n\n") +
@@ -189,45 +199,59 @@ void Transfers::ReportBrokenOff(const Failure& failure, bool isRecorded) {
                     "again, the write can be finished or rolled back."),
              failure.details});
     }
-    if (!write)
+    if (writes.empty())
         return emit Failed(failure);
-    Settle(*write, failure.text, failure.details);
+    Settle(writes, failure.text, failure.details);
 }
 
 bool Transfers::Recover() {
     bool isFound = false;
     Attempt(tr("The interrupted write could not be settled."), [&] {
-        const auto write = m_workbench.Interrupted();
-        if (!write)
-            return;
-        isFound = true;
-        SettleFound(*write);
+        const auto writes = m_workbench.Interrupted();
+        isFound = !writes.empty();
+        if (isFound)
+            SettleFound(writes);
     });
     return isFound;
 }
 
-void Transfers::SettleFound(const host::JournalEntry& write) {
+void Transfers::SettleFound(const std::vector<host::JournalEntry>& writes) {
     Attempt(tr("The interrupted write could not be settled."), [&] {
-        Settle(write,
+        Settle(writes,
                tr("Writing %1 to this keyboard was interrupted (%2).")
-                   .arg(ToQt(write.document), LocalTime(write.time)),
+                   .arg(ToQt(writes.front().document), LocalTime(writes.front().time)),
                {});
     });
 }
 
-void Transfers::Settle(const host::JournalEntry& write, const QString& why,
+void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
                        const QString& details) {
     const QString ways =
         tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard hold all of "
            "it; roll back brings back what the keyboard held before.");
-    EndInterrupted(write, questions.recover(why + QStringLiteral("\n\n") + ways, details));
+    const Ending ending = questions.recover(why + QStringLiteral("\n\n") + ways, details);
+    if (ending == Ending::Later || writes.size() == 1)
+        return EndInterrupted(writes.front(), false, ending);
+    QStringList names;
+    for (const host::JournalEntry& write : writes)
+        names.append(tr("%1 for %2, %3 (%4)")
+                         .arg(ToQt(write.document),
+                              write.till.unit.empty() ? tr("no unit") : ToQt(write.till.unit),
+                              LocalTime(write.time), ToQt(write.Id())));
+    const int chosen = questions.whichWrite(
+        tr("The keyboard holds a part of several interrupted writes, which were to keyboards that "
+           "cannot be told apart. Which one was it cut in?"),
+        names);
+    if (chosen < 0)
+        return EndInterrupted(writes.front(), false, Ending::Later);
+    EndInterrupted(writes[static_cast<std::size_t>(chosen)], true, ending);
 }
 
-void Transfers::EndInterrupted(const host::JournalEntry& write, Ending ending) {
+void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending) {
     const QString what = ToQt(write.document);
     const auto recover = [&](Writer::Way way) {
         const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
-        m_workbench.Recover(write, way);
+        m_workbench.Recover(write, way, isNamed);
     };
     switch (ending) {
     case Ending::Finish:

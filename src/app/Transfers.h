@@ -24,6 +24,8 @@ public:
     // How it asks; its own boxes unless something else is put in.
     struct Questions {
         std::function<Ending(const QString& text, const QString& details)> recover;
+        // Which of several interrupted writes the keyboard was cut in; -1: the user cannot say.
+        std::function<int(const QString& question, const QStringList& writes)> whichWrite;
         std::function<bool(const QString& title, const QString& question)> mayWrite;
         // Before damaged parts of the keyboard are replaced.
         std::function<bool(const QString& text, const QString& details)> mayRepair;
@@ -60,10 +62,11 @@ private:
     // What writing the document would change. Where that takes a repair that the user does not
     // want, nothing.
     [[nodiscard]] std::optional<host::WritePlan> Plan();
-    void SettleFound(const host::JournalEntry& write);
-    // Asks about the write, after a text that says why, and does as the user answers.
-    void Settle(const host::JournalEntry& write, const QString& why, const QString& details);
-    void EndInterrupted(const host::JournalEntry& write, Ending ending);
+    void SettleFound(const std::vector<host::JournalEntry>& writes);
+    // Asks about the writes, after a text that says why, and does as the user answers.
+    void Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
+                const QString& details);
+    void EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending);
     // Whether the user wants the plan to be carried out.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title);
 

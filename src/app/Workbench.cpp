@@ -196,7 +196,7 @@ bool Workbench::Has(const Section& section) const {
 }
 
 void Workbench::ReadKeyboard() {
-    const bool isMixture = Interrupted().has_value();
+    const bool isMixture = !Interrupted().empty();
     const Busy busy(*this);
     const auto before = m_configuration->TakeAll();
     auto sections = m_session->SectionsIn(*m_configuration, true);
@@ -274,16 +274,19 @@ void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
     });
 }
 
-std::optional<host::JournalEntry> Workbench::Interrupted() {
+std::vector<host::JournalEntry> Workbench::Interrupted() {
     return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
 }
 
-std::size_t Workbench::RecordedWrites() const {
-    return Records().journal.Entries().size();
+std::set<std::string> Workbench::RecordedWrites() const {
+    std::set<std::string> ids;
+    for (const host::JournalEntry& entry : Records().journal.Entries())
+        ids.insert(entry.Id());
+    return ids;
 }
 
-void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way) {
-    WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way); });
+void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way, bool isNamed) {
+    WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way, isNamed); });
 }
 
 std::vector<host::BackupEntry> Workbench::Backups() const {

@@ -88,11 +88,11 @@ public:
     void LoadKeyboardFile(const host::KeyboardFileKind& kind, const std::filesystem::path& file,
                           const host::SerialLine& line);
 
-    // The write to this keyboard that was interrupted, if there is one; Recover ends it.
-    [[nodiscard]] std::optional<host::JournalEntry> Interrupted();
-    // How many writes are on record as interrupted, to whatever keyboard.
-    [[nodiscard]] std::size_t RecordedWrites() const;
-    void Recover(const host::JournalEntry& entry, host::Writer::Way way);
+    // The interrupted writes that this keyboard may have been cut in; Recover ends one.
+    [[nodiscard]] std::vector<host::JournalEntry> Interrupted();
+    // The ids of the writes on record as interrupted, to whatever keyboard.
+    [[nodiscard]] std::set<std::string> RecordedWrites() const;
+    void Recover(const host::JournalEntry& entry, host::Writer::Way way, bool isNamed);
     // What keyboards held before writes; a restored one becomes the document as well.
     [[nodiscard]] std::vector<host::BackupEntry> Backups() const;
     [[nodiscard]] host::Backup LoadBackup(const host::BackupEntry& entry) const;

@@ -65,11 +65,12 @@ std::string Keyboard::ReadIdentifier() {
 }
 
 void Keyboard::RollBack(host::Writer& writer, const Unit& unit, UnitReport& report) {
-    while (const auto entry = writer.Interrupted()) {
-        (void)writer.Recover(*entry, host::Writer::Way::RollBack);
+    for (auto writes = writer.Interrupted(); !writes.empty(); writes = writer.Interrupted()) {
+        const host::JournalEntry& write = writes.front();
+        (void)writer.Recover(write, host::Writer::Way::RollBack);
         report.isRolledBack = true;
-        m_services.warn(unit.name + ": rolled back the " + entry->action + " of " +
-                        entry->document + " of " + entry->time + ", which was interrupted");
+        m_services.warn(unit.name + ": rolled back the " + write.action + " of " + write.document +
+                        " of " + write.time + ", which was interrupted");
     }
 }
 

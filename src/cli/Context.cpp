@@ -152,6 +152,7 @@ host::Writer& Context::Writer() {
         writing.folder = DataFolder();
         writing.origin = m_driver.origin;
         writing.howToRecover = "; see qxconf recover";
+        writing.isStopped = [] { return InterruptWatch::Signal() != 0; };
         writing.onStep = [this](host::Step step) { m_step = WordOf(step); };
         writing.newConfiguration = [this] { return NewConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
@@ -166,15 +167,19 @@ void Context::WarnOfInterruptedWrites() {
         std::vector<host::DamagedRecord> damaged;
         const host::Journal journal = Records().journal;
         const auto entries = journal.Entries(&damaged);
+        if (entries.empty() && damaged.empty()) // the keyboard is asked only where it matters
+            return;
+        const host::KeyboardIdentity identity = m_session->ReadIdentity();
         for (const host::DamagedRecord& record : damaged)
-            Warn(record.message);
+            if (host::Journal::MayBeOf(record, identity))
+                Warn(record.message);
         const auto isBusy = [&](const host::JournalEntry& entry) {
             return entry.origin == m_driver.origin && journal.IsInProgress(entry);
         };
         for (const host::JournalEntry& entry : entries)
             if (isBusy(entry))
                 Warn("another program is busy with a " + entry.InWords());
-        for (const host::JournalEntry& entry : host::Suspects(*m_session, entries))
+        for (const host::JournalEntry& entry : host::PartlyHeld(*m_session, entries))
             if (!isBusy(entry)) {
                 Warn("this keyboard holds a part of an interrupted " + entry.InWords() +
                      ": see qxconf recover");
@@ -279,6 +284,8 @@ std::string Context::StandardInput() {
 }
 
 int Context::Report(const host::Error& error) {
+    if (error.Kind() == host::ErrorKind::Stopped && InterruptWatch::Signal() != 0)
+        return Report(Interrupted{InterruptWatch::Signal()});
     const auto& faults = error.Faults();
     m_console.Error("qxconf: " + std::string(error.what()));
     for (std::size_t i = 1; i < std::min(faults.size(), kShownFaults); ++i)

@@ -70,6 +70,10 @@ std::string JournalEntry::RestHashOf(KeyboardContent content) const {
     return content.Hash();
 }
 
+bool JournalEntry::IsAlike(const JournalEntry& other) const {
+    return ranges == other.ranges && restHash == other.restHash;
+}
+
 bool JournalEntry::HasAreasOf(const KeyboardContent& now) const {
     return std::equal(areas.begin(), areas.end(), now.pieces.begin(), now.pieces.end(),
                       [](const ContentPiece& area, const ContentPiece& piece) {

@@ -48,6 +48,8 @@ struct JournalEntry {
     // "download of till.json for till 42 of 2026-01-31T09:05:07.123Z"
     [[nodiscard]] std::string InWords() const;
 
+    // Whether the other one led from the same contents to the same contents.
+    [[nodiscard]] bool IsAlike(const JournalEntry& other) const;
     // What a keyboard that holds this shows of the write.
     [[nodiscard]] Trace TraceIn(const KeyboardContent& now) const;
     // The areas, to be read again: another layout may have others.

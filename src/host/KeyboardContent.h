@@ -49,6 +49,7 @@ struct ByteRange {
     std::string to;
 
     [[nodiscard]] Long Size() const { return static_cast<Long>(to.size()); }
+    bool operator==(const ByteRange&) const = default;
 };
 
 // How many bytes the ranges have.

@@ -2,9 +2,21 @@
 
 #include "host/Stretches.h"
 
+#include <algorithm>
+
 namespace qx::host {
 
-std::vector<JournalEntry> Suspects(Session& session, const std::vector<JournalEntry>& entries) {
+namespace {
+
+bool IsReplaced(const JournalEntry& entry, const std::vector<JournalEntry>& held) {
+    return std::any_of(held.begin(), held.end(), [&](const JournalEntry& later) {
+        return std::count(later.replaced.begin(), later.replaced.end(), entry.Id()) != 0;
+    });
+}
+
+} // namespace
+
+std::vector<JournalEntry> PartlyHeld(Session& session, const std::vector<JournalEntry>& entries) {
     if (entries.empty()) // a reading takes its time
         return {};
     const KeyboardIdentity identity = session.ReadIdentity();
@@ -29,9 +41,27 @@ std::vector<JournalEntry> Suspects(Session& session, const std::vector<JournalEn
         return {};
     const KeyboardContent now = session.ReadPlaces(places);
     std::erase_if(suspects, [&](const JournalEntry& entry) {
-        return entry.TraceInRanges(now) != Trace::Partial;
+        return entry.TraceInRanges(now) != Trace::Partial ||
+               entry.TraceIn(session.ReadAgain(entry.Areas())) != Trace::Partial;
     });
     return suspects;
+}
+
+std::vector<JournalEntry> Candidates(const std::vector<JournalEntry>& held,
+                                     const std::string& sOrigin) {
+    std::vector<JournalEntry> candidates;
+    for (auto entry = held.rbegin(); entry != held.rend(); ++entry) {
+        if (IsReplaced(*entry, held))
+            continue;
+        const auto alike =
+            std::find_if(candidates.begin(), candidates.end(),
+                         [&](const JournalEntry& other) { return other.IsAlike(*entry); });
+        if (alike == candidates.end())
+            candidates.push_back(*entry);
+        else if (alike->origin != sOrigin && entry->origin == sOrigin)
+            *alike = *entry;
+    }
+    return candidates;
 }
 
 } // namespace qx::host

@@ -1,4 +1,7 @@
 // Traces: which writes on record have left a part of themselves in a keyboard.
+//
+// Keyboards that cannot be told from each other may each have been cut in a write of its own, so
+// one may show a part of several.
 #pragma once
 
 #include "host/Journal.h"
@@ -8,9 +11,15 @@
 
 namespace qx::host {
 
-// Those of the entries that the opened keyboard seems to hold a part of, by a quick reading of
-// their bytes alone. Throws Error(TransferFailed).
-[[nodiscard]] std::vector<JournalEntry> Suspects(Session& session,
-                                                 const std::vector<JournalEntry>& entries);
+// Those of the entries that the opened keyboard holds a part of. Reads only their bytes first,
+// which is quick and excludes most. Throws Error(TransferFailed).
+[[nodiscard]] std::vector<JournalEntry> PartlyHeld(Session& session,
+                                                   const std::vector<JournalEntry>& entries);
+
+// Those of `held`, of each of which a keyboard holds a part, that may be the one it was cut in. One
+// that a later one replaces is left out, and of several that are alike only one stays: that of this
+// origin, else the newest. The newest comes first.
+[[nodiscard]] std::vector<JournalEntry> Candidates(const std::vector<JournalEntry>& held,
+                                                   const std::string& sOrigin);
 
 } // namespace qx::host

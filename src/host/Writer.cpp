@@ -44,6 +44,10 @@ std::string Alternatives(const std::set<std::string>& units) {
     return text;
 }
 
+KeyboardContent Ended(const JournalEntry& entry, Writer::Way way, const KeyboardContent& now) {
+    return way == Writer::Way::Finish ? entry.Finished(now) : entry.RolledBack(now);
+}
+
 void FillIn(Receipt& receipt, const Sent& sent) {
     receipt.bytesSent = sent.bytes;
     receipt.afterSha256 = sent.afterSha256;
@@ -162,15 +166,18 @@ KeyboardContent Writer::AsReadFor(const JournalEntry& entry, const KeyboardConte
     return entry.HasAreasOf(now) ? now : m_session.ReadAgain(entry.Areas());
 }
 
-std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now) {
+std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now, const Claims& own) {
     std::vector<DamagedRecord> damaged;
     std::vector<TracedWrite> traced;
     BeforeWriting([&] {
-        for (JournalEntry& entry : m_records.journal.Entries(&damaged))
-            if (entry.keyboard.IsLike(now.identity)) {
-                const Trace trace = entry.TraceIn(AsReadFor(entry, now));
-                traced.push_back({std::move(entry), trace});
-            }
+        for (JournalEntry& entry : m_records.journal.Entries(&damaged)) {
+            if (!entry.keyboard.IsLike(now.identity) ||
+                (!own.contains(Journal::ClaimOf(entry.keyboard, entry.origin)) &&
+                 m_records.journal.IsInProgress(entry)))
+                continue;
+            const Trace trace = entry.TraceIn(AsReadFor(entry, now));
+            traced.push_back({std::move(entry), trace});
+        }
     });
     for (const DamagedRecord& record : damaged)
         if (Journal::MayBeOf(record, now.identity))
@@ -182,9 +189,9 @@ std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now) {
     return traced;
 }
 
-std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now) {
+std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now, const Claims& own) {
     std::vector<JournalEntry> entries;
-    for (TracedWrite& write : Traced(now))
+    for (TracedWrite& write : Traced(now, own))
         if (write.trace == Trace::Partial)
             entries.push_back(std::move(write));
     return entries;
@@ -193,7 +200,7 @@ std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now) {
 void Writer::RefuseInterrupted(const std::vector<JournalEntry>& entries) const {
     if (!entries.empty())
         throw Error(ErrorKind::WriteInterrupted,
-                    "the keyboard holds a part of an interrupted " + entries.back().InWords() +
+                    "the keyboard holds a part of an interrupted " + entries.front().InWords() +
                         ", which is to be finished or rolled back first" + kNothingWritten +
                         m_options.howToRecover);
 }
@@ -232,9 +239,9 @@ JournalEntry Writer::Begin(const WritePlan& plan, const std::vector<ByteRange>& 
     entry.origin = m_options.origin;
     entry.till = m_options.till;
     entry.ranges = ranges;
-    if (!replaced.empty()) { // the newest, and what that one replaced
-        entry.replaced = replaced.back().replaced;
-        entry.replaced.push_back(replaced.back().Id());
+    if (replaced.size() == 1) { // and what that one replaced
+        entry.replaced = replaced.front().replaced;
+        entry.replaced.push_back(replaced.front().Id());
     }
     BeforeWriting([&] { m_records.journal.Begin(entry, plan.before, m_options.now()); });
     return entry;
@@ -257,14 +264,15 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     const bool settles = request.action == Request::kRestore;
     if (ranges.empty() && !settles)
         return {false, true, 0, ""}; // as the plan has proved
-    const Claimed claimed = Claim(Journal::ClaimOf(plan.before.identity, m_options.origin));
-    const std::vector<JournalEntry> interrupted = PartlyIn(plan.before);
+    const std::string claim = Journal::ClaimOf(plan.before.identity, m_options.origin);
+    const Claimed claimed = Claim(claim);
+    const auto interrupted = Candidates(PartlyIn(plan.before, {claim}), m_options.origin);
     if (!settles)
         RefuseInterrupted(interrupted);
     if (ranges.empty()) {
-        if (!interrupted.empty()) { // the user wants it to stay so
+        if (interrupted.size() == 1) { // the user wants it to stay so
             RequireStillAs(plan.before);
-            m_records.journal.End(interrupted.back());
+            m_records.journal.End(interrupted.front());
         }
         return {false, true, 0, ""};
     }
@@ -281,7 +289,7 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     if (sent.failure)
         throw Failed(sent, entry, receipt);
     FillIn(receipt, sent);
-    Close(entry, request.verify, receipt);
+    Close(&entry, request.verify, receipt);
     return {true, request.verify, SizeOf(ranges), entry.backup};
 }
 
@@ -310,7 +318,7 @@ Error Writer::Failed(const Sent& sent, const JournalEntry& entry, Receipt receip
     return failure;
 }
 
-void Writer::Close(const JournalEntry& entry, bool isProved, const Receipt& receipt) {
+void Writer::Close(const JournalEntry* entry, bool isProved, const Receipt& receipt) {
     std::string left;
     const auto attempt = [&](const char* what, const auto& step) {
         try {
@@ -320,11 +328,12 @@ void Writer::Close(const JournalEntry& entry, bool isProved, const Receipt& rece
         }
     };
     const char* noEnd = "; the record of it as interrupted is left: ";
-    attempt(noEnd, [&] { m_records.journal.End(entry); });
-    if (isProved && !entry.replaced.empty())
+    if (entry != nullptr)
+        attempt(noEnd, [&] { m_records.journal.End(*entry); });
+    if (entry != nullptr && isProved && !entry->replaced.empty())
         attempt(noEnd, [&] {
             for (const JournalEntry& other : m_records.journal.Entries())
-                if (std::count(entry.replaced.begin(), entry.replaced.end(), other.Id()) != 0)
+                if (std::count(entry->replaced.begin(), entry->replaced.end(), other.Id()) != 0)
                     m_records.journal.End(other);
         });
     attempt("; there is no receipt: ", [&] { m_records.receipts.Add(receipt, m_options.now()); });
@@ -336,25 +345,35 @@ void Writer::Close(const JournalEntry& entry, bool isProved, const Receipt& rece
 }
 
 std::vector<TracedWrite> Writer::OnRecord() {
-    std::vector<TracedWrite> traced = Traced(Read());
-    std::erase_if(traced,
-                  [&](const TracedWrite& entry) { return m_records.journal.IsInProgress(entry); });
-    return traced;
+    return Traced(Read());
 }
 
-std::optional<JournalEntry> Writer::Interrupted() {
+std::vector<JournalEntry> Writer::Interrupted() {
     std::vector<DamagedRecord> damaged;
     const auto entries = m_records.journal.Entries(&damaged);
-    if (damaged.empty() && Suspects(m_session, entries).empty())
-        return std::nullopt;
-    const auto traced = OnRecord();
-    const auto newest = std::find_if(traced.rbegin(), traced.rend(), [](const TracedWrite& write) {
-        return write.trace == Trace::Partial;
-    });
-    return newest == traced.rend() ? std::nullopt : std::optional<JournalEntry>(*newest);
+    if (damaged.empty() && PartlyHeld(m_session, entries).empty())
+        return {};
+    return Candidates(PartlyIn(Read()), m_options.origin);
 }
 
-Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
+void Writer::RequireOneEnd(const std::vector<JournalEntry>& candidates, Way way,
+                           const KeyboardContent& now) const {
+    std::string names;
+    bool isSame = true;
+    for (const JournalEntry& entry : candidates) {
+        names += "; " + entry.Id() + ", " + entry.InWords();
+        isSame = isSame && entry.HasAreasOf(now) &&
+                 Ended(entry, way, now).HoldsSame(Ended(candidates.front(), way, now));
+    }
+    if (candidates.size() > 1 && !isSame)
+        throw Error(ErrorKind::WriteInterrupted,
+                    std::string("the keyboard holds a part of several interrupted writes, which "
+                                "lead to different contents: the one that it was cut in is to be "
+                                "named") +
+                        names + kNothingWritten + m_options.howToRecover);
+}
+
+Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way, bool isNamed) {
     const std::string claim = Journal::ClaimOf(entry.keyboard, entry.origin);
     const Claimed claimed = Claim(claim);
     std::error_code ignored;
@@ -370,8 +389,12 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     const Trace trace = entry.TraceIn(plan.before);
     if (trace != Trace::Partial)
         throw Error(ErrorKind::KeyboardChanged, WhyNotRecovered({entry, trace}) + kNothingWritten);
+    const auto candidates = Candidates(PartlyIn(now, {claim, claimNow}), m_options.origin);
+    if (!isNamed)
+        RequireOneEnd(candidates, way, plan.before);
+    const bool isRecordKept = !isNamed && candidates.size() > 1;
     const bool finishes = way == Way::Finish;
-    plan.after = finishes ? entry.Finished(plan.before) : entry.RolledBack(plan.before);
+    plan.after = Ended(entry, way, plan.before);
     const auto ranges = Differences(plan.before, plan.after, kRequestCost);
     JournalEntry ended = entry;
     if (!finishes) // what it was to replace is then as open as it was before
@@ -379,8 +402,8 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
     Request request;
     request.action = finishes ? "finish" : "roll back";
     request.document = entry.document;
-    // The keyboard shows a part of that unit's write.
-    const Till& till = m_options.till.unit.empty() ? entry.till : m_options.till;
+    // The keyboard shows a part of that unit's write, and perhaps of another's.
+    const Till till = m_options.till.unit.empty() && !isRecordKept ? entry.till : m_options.till;
     Receipt receipt = NewReceipt(request, now);
     receipt.till = till;
     receipt.backup = SaveBackup(now, request.document, till);
@@ -392,15 +415,16 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way) {
         throw Failed(begun, entry, receipt);
     }
     FillIn(receipt, sent);
-    Close(ended, true, receipt);
-    return {true, true, SizeOf(ranges), receipt.backup};
+    Close(isRecordKept ? nullptr : &ended, true, receipt);
+    return {true, true, SizeOf(ranges), receipt.backup, isRecordKept};
 }
 
 Writer::Outcome Writer::RunUnproved(const Request& request,
                                     const std::function<void()>& operation) {
     const KeyboardContent before = Read();
-    const Claimed claimed = Claim(Journal::ClaimOf(before.identity, m_options.origin));
-    RefuseInterrupted(PartlyIn(before));
+    const std::string claim = Journal::ClaimOf(before.identity, m_options.origin);
+    const Claimed claimed = Claim(claim);
+    RefuseInterrupted(Candidates(PartlyIn(before, {claim}), m_options.origin));
     Receipt receipt = NewReceipt(request, before);
     receipt.full = true;
     receipt.backup = SaveBackup(before, request.document, m_options.till);

@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace qx::host {
@@ -72,6 +73,9 @@ public:
         bool isVerified = false; // the keyboard has been read and holds all of it
         Long bytesSent = 0;
         std::string backup; // the id of the one made before
+        // Of Recover: the record of the write is kept, since the keyboard showed a part of others
+        // too.
+        bool isRecordKept = false;
     };
 
     // The session is open and outlives the writer.
@@ -98,14 +102,17 @@ public:
     // The writes on record to keyboards of this kind, oldest first, without those that are still
     // going on.
     [[nodiscard]] std::vector<TracedWrite> OnRecord();
-    // The newest of which this keyboard holds a part, if there is one.
-    [[nodiscard]] std::optional<JournalEntry> Interrupted();
+    // Those that this keyboard may have been cut in, the newest first: it holds a part of each.
+    // There are several where other keyboards that cannot be told from it were cut in other writes.
+    [[nodiscard]] std::vector<JournalEntry> Interrupted();
     enum class Way { Finish, RollBack };
     // Makes the keyboard hold all new, or all old, bytes of that write, and proves it. Throws as
     // Write does; until it succeeds it can be tried again, either way. Throws
     // Error(KeyboardChanged), and does nothing, when the keyboard does not hold a part of the
-    // write: it may be another one.
-    Outcome Recover(const JournalEntry& entry, Way way);
+    // write: it may be another one. Where it may have been cut in others too: when the user has not
+    // named this one, throws Error(WriteInterrupted) unless all of them lead to the same contents,
+    // and keeps the record, which may be of another keyboard.
+    Outcome Recover(const JournalEntry& entry, Way way, bool isNamed = false);
 
     // Runs an operation that writes to the keyboard by itself, such as the driver's loading of a
     // file: after a backup, with a receipt, and unproved. Throws as Write does.
@@ -115,6 +122,7 @@ public:
 
 private:
     using Claimed = std::unique_ptr<files::FileLock>;
+    using Claims = std::set<std::string>; // those that this writer has itself
 
     [[nodiscard]] KeyboardContent Read();
     void RequireStillAs(const KeyboardContent& planned);
@@ -124,10 +132,17 @@ private:
     [[nodiscard]] Claimed Claim(const std::string& keyboard) const;
     // What the keyboard holds in the areas of the entry.
     [[nodiscard]] KeyboardContent AsReadFor(const JournalEntry& entry, const KeyboardContent& now);
-    [[nodiscard]] std::vector<TracedWrite> Traced(const KeyboardContent& now);
+    // The writes on record to keyboards of its kind, but for those that are going on under a claim
+    // of another program.
+    [[nodiscard]] std::vector<TracedWrite> Traced(const KeyboardContent& now,
+                                                  const Claims& own = {});
     // Those of which the keyboard holds a part.
-    [[nodiscard]] std::vector<JournalEntry> PartlyIn(const KeyboardContent& now);
+    [[nodiscard]] std::vector<JournalEntry> PartlyIn(const KeyboardContent& now,
+                                                     const Claims& own = {});
     void RefuseInterrupted(const std::vector<JournalEntry>& entries) const;
+    // Throws where the others of which the keyboard holds a part lead to other contents.
+    void RequireOneEnd(const std::vector<JournalEntry>& candidates, Way way,
+                       const KeyboardContent& now) const;
     [[nodiscard]] std::string WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now);
     [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document,
                                          const Till& till);
@@ -138,9 +153,9 @@ private:
     [[nodiscard]] Receipt NewReceipt(const Request& request, const KeyboardContent& before) const;
     // The failure of a sending, after its receipt.
     [[nodiscard]] Error Failed(const Sent& sent, const JournalEntry& entry, Receipt receipt);
-    // Ends the entry and those that it replaces, and leaves the receipt, as far as that can be
-    // done; throws Error(FileFailed) for the rest.
-    void Close(const JournalEntry& entry, bool isProved, const Receipt& receipt);
+    // Ends the entry, if there is one, and those that it replaces, and leaves the receipt, as far
+    // as that can be done; throws Error(FileFailed) for the rest.
+    void Close(const JournalEntry* entry, bool isProved, const Receipt& receipt);
 
     Session& m_session;
     Options m_options;

@@ -103,16 +103,16 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 
+constexpr Long kDescription = 70000 + 3 * 128;
+
 // Has a write of a description break off after its first bytes. Returns the text.
-QString BreakOffAWrite(Desk& desk) {
-    const QString text = QStringLiteral("Description");
+QString BreakOffAWrite(Desk& desk, const QString& text = QStringLiteral("Description")) {
     desk.Page("layeredFuncKeys");
     desk.ClickKey("funcKeys", 3);
     desk.Find<QLineEdit>("txtSymbolDesc")->setText(text);
     desk.AtStep(host::Step::Writing, [&] { desk.workbench.Simulated()->StopTransferAfter(5); });
     desk.Write();
     desk.workbench.Simulated()->StopTransferAfter(-1);
-    EXPECT_EQ(desk.timesAsked, 1);
     return text;
 }
 
@@ -122,11 +122,11 @@ std::string DescriptionBytes(const QString& text) {
 
 TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
     using Ending = Desk::Ending;
-    constexpr Long kDescription = 70000 + 3 * 128;
     for (const Ending ending : {Ending::Finish, Ending::RollBack, Ending::Later}) {
         Desk desk;
         desk.recover = ending;
         const QString wanted = BreakOffAWrite(desk);
+        EXPECT_EQ(desk.timesAsked, 1);
         const auto holds = [&] {
             const std::string bytes = DescriptionBytes(wanted);
             return desk.workbench.Simulated()->Memory(kDescription,
@@ -158,6 +158,29 @@ TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
         desk.window->Transfers().Read();
         EXPECT_FALSE(desk.workbench.IsMixture());
     }
+}
+
+// Another keyboard that cannot be told from this one was cut in a write that begins alike.
+TEST(Transfers, OneOfSeveralInterruptedWritesIsChosen) {
+    Desk desk;
+    desk.recover = Desk::Ending::Later;
+    constexpr Long kSize = 22;
+    const std::string before = desk.workbench.Simulated()->Memory(kDescription, kSize);
+    const QString wanted = BreakOffAWrite(desk);
+    const std::string half = desk.workbench.Simulated()->Memory(kDescription, kSize);
+    desk.workbench.Simulated()->Poke(kDescription, before);
+    BreakOffAWrite(desk, QStringLiteral("Desktop"));
+    desk.recover = Desk::Ending::Finish;
+    int chosen = -1;
+    desk.window->Transfers().questions.whichWrite = [&](const QString&, const QStringList& writes) {
+        EXPECT_EQ(writes.size(), 2);
+        return chosen;
+    };
+    EXPECT_TRUE(desk.window->Transfers().Recover());
+    EXPECT_EQ(desk.workbench.Simulated()->Memory(kDescription, kSize), half);
+    chosen = 1; // the older
+    EXPECT_TRUE(desk.window->Transfers().Recover());
+    EXPECT_EQ(desk.workbench.Simulated()->Memory(kDescription, kSize), DescriptionBytes(wanted));
 }
 
 TEST(Transfers, AWriteShowsItsSteps) {

@@ -174,11 +174,22 @@ TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
     Fault cut;
     cut.writtenBytes = 2;
     EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
+    // Outside the ranges, then in them.
+    const char beside = keyboard.Memory()[4103];
+    keyboard.Poke(4103, std::string(1, static_cast<char>(beside ^ 1)));
+    EXPECT_EQ(keyboard.Run({"identify"}).err, "");
+    keyboard.Poke(4103, std::string(1, beside));
+    EXPECT_NE(keyboard.Run({"identify"}).err, "");
     keyboard.Poke(4096, "\x33");
     const std::string found = keyboard.Memory();
     const Json told = Json::parse(keyboard.Done({"--json", "recover"}));
     EXPECT_EQ(told["interrupted"], Json());
     EXPECT_EQ(told["onRecord"][0]["trace"], "none");
+    // Damaged records of other keyboards do not concern it either.
+    keyboard.Write("data/journal/20260131T090507.123Z-1-1.OTHER-0123456789ab.journal.json", "{");
+    const Outcome identified = keyboard.Run({"--json", "identify"});
+    EXPECT_EQ(identified.err, "");
+    EXPECT_FALSE(Json::parse(identified.out).contains("interrupted"));
     EXPECT_EQ(keyboard.Run({"recover", "--rollback"}).status, 4);
     EXPECT_EQ(keyboard.Run({"recover", "--forget"}).status, 2) << "which one?";
     EXPECT_EQ(keyboard.Memory(), found);
@@ -249,6 +260,40 @@ TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
     keyboard.Done({"recover", "--rollback"});
     EXPECT_EQ(keyboard.Memory(), before);
     EXPECT_EQ(keyboard.Done({"recover", "--list"}), "no interrupted writes are on record\n");
+}
+
+// Two tills that are alike are cut in writes that begin alike.
+TEST(Write, OneOfSeveralInterruptedWritesIsNamed) {
+    CommandLine keyboard;
+    Json document = Json::parse(keyboard.Done({"upload"}));
+    const auto file = keyboard.folder / "keyboard.qxk";
+    std::filesystem::copy_file(file, keyboard.folder / "B");
+    document["commonKeyboard"]["outputDelay"] = 77;
+    Fault cut;
+    cut.writtenBytes = 1;
+    std::string half;
+    for (const char* sequence : {"A", "B"}) {
+        std::filesystem::copy_file(keyboard.folder / "B", file,
+                                   std::filesystem::copy_options::overwrite_existing);
+        document["magnetCard"]["tracks"][1]["header"] = sequence;
+        const std::string name = sequence + std::string(".json");
+        EXPECT_EQ(keyboard.Run({"download", keyboard.Write(name, document.dump())}, cut).status, 4);
+        half = keyboard.Memory();
+    }
+    const std::string asked = keyboard.Done({"recover"});
+    const Json listed = Json::parse(keyboard.Done({"--json", "recover"}))["onRecord"];
+    ASSERT_EQ(listed.size(), 2U);
+    for (const Json& write : listed)
+        EXPECT_NE(asked.find(write["id"].get<std::string>()), std::string::npos) << asked;
+    EXPECT_NE(asked.find("qxconf recover --finish ID"), std::string::npos) << asked;
+    EXPECT_EQ(keyboard.Run({"recover", "--finish"}).status, 4);
+    EXPECT_EQ(keyboard.Run({"recover", "--forget"}).status, 2);
+    EXPECT_TRUE(keyboard.Memory() == half);
+    keyboard.Done({"recover", "--finish", listed[0]["id"]});
+    EXPECT_EQ(keyboard.Done({"diff", keyboard.File("A.json")}), "");
+    const Json left = Json::parse(keyboard.Done({"--json", "recover", "--list"}))["onRecord"];
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(left[0]["id"], listed[1]["id"]);
 }
 
 TEST(Write, ALoadedFileLeavesABackupAndAReceipt) {

@@ -3,6 +3,7 @@
 #include "WriterFixture.h"
 
 #include "files/Files.h"
+#include "host/Traces.h"
 
 namespace qx::host {
 
@@ -18,13 +19,13 @@ protected:
             driver.memory.replace(0x1500, 16, "0123456789ABCDEF");
         return driver;
     }
-    void Interrupt(TroubledKeyboard& driver, Long bytes) {
+    void Interrupt(TroubledKeyboard& driver, Long bytes, const Settings& settings = kNew) {
         driver.cutAfter = bytes;
-        EXPECT_TRUE(Download(driver, kNew));
+        EXPECT_TRUE(Download(driver, settings));
         driver.Replug();
     }
-    std::optional<JournalEntry> InterruptedIn(TroubledKeyboard& driver) {
-        std::optional<JournalEntry> found;
+    std::vector<JournalEntry> InterruptedIn(TroubledKeyboard& driver) {
+        std::vector<JournalEntry> found;
         EXPECT_FALSE(Use(driver, [&](Session&, Writer& writer) { found = writer.Interrupted(); }));
         return found;
     }
@@ -33,8 +34,9 @@ protected:
     void ExpectLeftAlone(TroubledKeyboard& driver, Trace trace) {
         const std::string memory = driver.memory;
         driver.bytesWritten = 0;
-        EXPECT_FALSE(Use(driver, [&](Session&, Writer& writer) {
-            EXPECT_FALSE(writer.Interrupted());
+        EXPECT_FALSE(Use(driver, [&](Session& session, Writer& writer) {
+            EXPECT_TRUE(writer.Interrupted().empty());
+            EXPECT_TRUE(PartlyHeld(session, Entries()).empty());
             const auto writes = writer.OnRecord();
             ASSERT_EQ(writes.size(), 1U);
             EXPECT_EQ(writes[0].trace, trace);
@@ -114,11 +116,27 @@ TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
     Interrupt(keyboard, 2);
     origin = "the second port";
     till = {};
-    ASSERT_TRUE(InterruptedIn(keyboard));
-    EXPECT_EQ(InterruptedIn(keyboard)->till.unit, "till 1");
-    TroubledKeyboard otherKind{kSmall, "LARGE"};
-    otherKind.memory.replace(0, 0x7FC0, keyboard.memory, 0, 0x7FC0);
-    EXPECT_FALSE(InterruptedIn(otherKind));
+    ASSERT_EQ(InterruptedIn(keyboard).size(), 1U);
+    EXPECT_EQ(InterruptedIn(keyboard)[0].till.unit, "till 1");
+    // Of another kind is one with another name, with other capabilities, and with its modules at
+    // other places.
+    std::vector<TroubledKeyboard> others(
+        3, {std::vector<test::FakeDriver::Entry>{kSmall[0], {kSmall[1].module, 0x1308}}, "SMALL"});
+    others[0] = {kSmall, "LARGE"};
+    others[1] = {kSmall, "SMALL"};
+    others[1].image[QXKeyboardAccess::kCapabilityAddress] ^= 1;
+    for (TroubledKeyboard& other : others) {
+        other.memory.replace(0, 0x7FC0, keyboard.memory, 0, 0x7FC0);
+        SCOPED_TRACE(&other - others.data());
+        EXPECT_TRUE(InterruptedIn(other).empty());
+        const std::string held = other.memory;
+        const auto refused = Use(other, [&](Session&, Writer& writer) {
+            writer.Recover(Entries().at(0), Writer::Way::RollBack, true);
+        });
+        ASSERT_TRUE(refused);
+        EXPECT_EQ(refused->Kind(), ErrorKind::KeyboardChanged);
+        EXPECT_TRUE(other.memory == held);
+    }
     EXPECT_TRUE(Recover(keyboard, Writer::Way::Finish));
     EXPECT_TRUE(keyboard.memory == after);
     EXPECT_EQ(Entries().size(), 0U);
@@ -157,15 +175,89 @@ TEST_F(Recovery, EveryInterruptedKeyboardHasItsRecord) {
         Reset();
         TroubledKeyboard a = NewKeyboard(false, before);
         TroubledKeyboard b = NewKeyboard(false, before);
+        const auto at = [&](const char* place, const char* unit) {
+            origin = place;
+            till.unit = unit;
+        };
+        at("the first port", "till 1");
         Interrupt(a, 3);
+        at("the second port", "till 2");
         Interrupt(b, 5);
         ASSERT_EQ(Entries().size(), 2U);
-        EXPECT_TRUE(Recover(b, way));
-        ASSERT_EQ(Entries().size(), 1U);
-        EXPECT_FALSE(InterruptedIn(b));
+        at("the first port", "");
         EXPECT_TRUE(Recover(a, way));
+        EXPECT_EQ(AllReceipts().back().till.unit, "till 1");
+        ASSERT_EQ(Entries().size(), 1U);
+        EXPECT_EQ(Entries()[0].till.unit, "till 2");
+        EXPECT_TRUE(InterruptedIn(a).empty());
+        at("the third port", "");
+        EXPECT_TRUE(Recover(b, way));
         EXPECT_TRUE(a.memory == b.memory);
         EXPECT_EQ(Entries().size(), 0U);
+    }
+}
+
+// Two tills that cannot be told apart are cut in writes of different settings, and one shows a part
+// of both.
+TEST_F(Recovery, WhichOfSeveralWritesItWasIsNeverGuessed) {
+    const Settings kNew2 = {kNew.outputDelay, R"("1 Q W E")"};
+    TroubledKeyboard b = NewKeyboard(false, before);
+    EXPECT_FALSE(Download(b, kNew2));
+    const std::string after2 = b.memory;
+    for (const bool isMoved : {false, true}) {
+        SCOPED_TRACE(isMoved);
+        Reset();
+        origin = "the first port";
+        TroubledKeyboard a = NewKeyboard(false, before);
+        b.memory = before;
+        till.unit = "till 1";
+        Interrupt(a, 1);
+        const std::string cutA = a.memory;
+        if (isMoved)
+            origin = "the second port";
+        till.unit = "till 2";
+        Interrupt(b, 3, kNew2);
+        till = {};
+        const std::string cutB = b.memory;
+        ASSERT_EQ(Entries().size(), 2U);
+        ASSERT_EQ(InterruptedIn(a).size(), 2U);
+        ASSERT_EQ(InterruptedIn(b).size(), 1U);
+
+        // It is not finished without a name.
+        const auto finish = [&](const JournalEntry& entry, bool isNamed) {
+            return Use(a, [&](Session&, Writer& writer) {
+                writer.Recover(entry, Writer::Way::Finish, isNamed);
+            });
+        };
+        const auto refused = finish(InterruptedIn(a)[0], false);
+        ASSERT_TRUE(refused);
+        EXPECT_EQ(refused->Kind(), ErrorKind::WriteInterrupted);
+        for (const JournalEntry& entry : Entries())
+            EXPECT_NE(std::string(refused->what()).find(entry.Id()), std::string::npos);
+        EXPECT_TRUE(a.memory == cutA);
+
+        // Both roll back to the same, which shows nothing of which one it was.
+        EXPECT_TRUE(Recover(a, Writer::Way::RollBack));
+        EXPECT_TRUE(a.memory == before);
+        EXPECT_EQ(AllReceipts().back().till.unit, "");
+        EXPECT_EQ(Entries().size(), 2U);
+        EXPECT_TRUE(InterruptedIn(a).empty());
+        EXPECT_TRUE(Recover(b, Writer::Way::Finish));
+        EXPECT_TRUE(b.memory == after2);
+        ASSERT_EQ(Entries().size(), 1U);
+        EXPECT_EQ(Entries()[0].till.unit, "till 1");
+
+        // Its user knows.
+        a.memory = cutA;
+        b.memory = before;
+        Interrupt(b, 3, kNew2);
+        ASSERT_EQ(InterruptedIn(a).size(), 2U);
+        EXPECT_FALSE(finish(Entries()[0], true));
+        EXPECT_TRUE(a.memory == after);
+        ASSERT_EQ(Entries().size(), 1U);
+        EXPECT_TRUE(Recover(b, Writer::Way::RollBack));
+        EXPECT_EQ(Entries().size(), 0U);
+        ASSERT_TRUE(cutB != before);
     }
 }
 

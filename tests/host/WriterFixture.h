@@ -123,10 +123,10 @@ protected:
         driver.Replug();
         bool wasInterrupted = false;
         const auto error = Use(driver, [&](Session&, Writer& writer) {
-            const auto entry = writer.Interrupted();
-            wasInterrupted = entry.has_value();
-            if (entry)
-                writer.Recover(*entry, way);
+            const auto entries = writer.Interrupted();
+            wasInterrupted = !entries.empty();
+            if (wasInterrupted)
+                writer.Recover(entries.front(), way);
         });
         EXPECT_FALSE(error) << error->what();
         return wasInterrupted;

@@ -43,8 +43,8 @@ protected:
     }
     std::optional<Error> TryToRecover(Writer::Way way) {
         return Use(keyboard, [&](Session&, Writer& writer) {
-            if (const auto entry = writer.Interrupted())
-                writer.Recover(*entry, way);
+            if (const auto entries = writer.Interrupted(); !entries.empty())
+                writer.Recover(entries.front(), way);
         });
     }
 };

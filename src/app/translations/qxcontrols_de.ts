@@ -2174,6 +2174,18 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
     </message>
     <message>
+        <source>%1 for %2, %3 (%4)</source>
+        <translation>%1 für %2, %3 (%4)</translation>
+    </message>
+    <message>
+        <source>no unit</source>
+        <translation>keine Einheit</translation>
+    </message>
+    <message>
+        <source>The keyboard holds a part of several interrupted writes, which were to keyboards that cannot be told apart. Which one was it cut in?</source>
+        <translation>Die Tastatur enthält einen Teil mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Bei welchem wurde sie unterbrochen?</translation>
+    </message>
+    <message>
         <source>The keyboard may hold a part of it.
 
 Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>

@@ -106,46 +106,93 @@ void LeaveAlone(Context& context, const std::vector<host::TracedWrite>& writes,
         lines);
 }
 
-void Recover(Context& context, const RecoverOptions& options) {
-    if (options.list)
-        return List(context);
-    if (!options.id.empty() && !options.forget)
-        throw host::Error(host::ErrorKind::Usage, "an ID is given with --forget only");
-    if (!options.id.empty())
-        return Forget(context, context.Records().journal.Find(options.id));
-    const auto writes = context.Writer().OnRecord();
-    const auto entry =
-        std::find_if(writes.rbegin(), writes.rend(),
-                     [](const host::TracedWrite& write) { return write.trace == Trace::Partial; });
-    if (entry == writes.rend()) {
-        context.CloseKeyboard();
-        return LeaveAlone(context, writes, options);
+void RequireOneName(const std::vector<host::JournalEntry>& candidates) {
+    std::string names;
+    for (const host::JournalEntry& entry : candidates)
+        names += "; " + entry.Id() + ", " + entry.InWords();
+    if (candidates.size() > 1)
+        throw host::Error(host::ErrorKind::Usage,
+                          "this keyboard holds a part of several interrupted writes: name the one "
+                          "to be forgotten" +
+                              names);
+}
+
+void Report(Context& context, const host::Json& json,
+            const std::vector<host::JournalEntry>& candidates) {
+    Lines lines;
+    std::string id;
+    if (candidates.size() == 1) {
+        lines.push_back("the " + candidates.front().InWords() +
+                        " was interrupted: this keyboard holds a part of it");
+    } else {
+        lines.emplace_back("this keyboard holds a part of several interrupted writes, of which it "
+                           "was cut in one:");
+        for (const host::JournalEntry& entry : candidates)
+            lines.push_back("  " + entry.Id() + "  " + entry.InWords());
+        lines.emplace_back("name that one:");
+        id = " ID";
     }
-    if (options.forget) {
-        context.CloseKeyboard();
-        return Forget(context, *entry);
-    }
-    host::Json json = {{"interrupted", ToJson(static_cast<const host::JournalEntry&>(*entry))},
-                       {"recovered", nullptr},
-                       {"onRecord", TracedToJson(writes)}};
-    const std::string what = "the " + entry->InWords();
-    if (!options.finish && !options.rollBack) {
-        context.CloseKeyboard();
-        return context.Result(
-            json, {what + " was interrupted: this keyboard holds a part of it",
-                   "  qxconf recover --finish    writes the rest of it",
-                   "  qxconf recover --rollback  brings back what the keyboard held before",
-                   "  qxconf recover --forget    keeps what the keyboard holds now"});
-    }
+    const std::size_t width = id.size() + 10;
+    const auto add = [&](std::string option, const char* what) {
+        option += id;
+        option.resize(width, ' ');
+        lines.push_back("  qxconf recover " + option + "  " + what);
+    };
+    add("--finish", "writes the rest of it");
+    add("--rollback", "brings back what the keyboard held before");
+    add("--forget", "keeps what the keyboard holds now");
+    context.Result(json, lines);
+}
+
+void Settle(Context& context, host::Json json, const host::JournalEntry& entry,
+            const RecoverOptions& options) {
     const auto way = options.finish ? host::Writer::Way::Finish : host::Writer::Way::RollBack;
-    const host::Writer::Outcome outcome = context.Writer().Recover(*entry, way);
+    const host::Writer::Outcome outcome = context.Writer().Recover(entry, way, !options.id.empty());
+    json["interrupted"] = ToJson(entry);
     json["recovered"] = options.finish ? "finished" : "rolled back";
     json["bytesSent"] = outcome.bytesSent;
     json["verified"] = true;
+    json["recordKept"] = outcome.isRecordKept;
     context.CloseKeyboard();
-    context.Result(json,
-                   {what + (options.finish ? " has been finished (" : " is rolled back (") +
-                    Counted(outcome.bytesSent, "byte") + " written), read back and found equal"});
+    Lines lines = {"the " + entry.InWords() +
+                   (options.finish ? " has been finished (" : " is rolled back (") +
+                   Counted(outcome.bytesSent, "byte") + " written), read back and found equal"};
+    if (outcome.isRecordKept)
+        lines.emplace_back("its record is kept: this keyboard held a part of other interrupted "
+                           "writes too, see qxconf recover --list");
+    context.Result(json, lines);
+}
+
+void Recover(Context& context, const RecoverOptions& options) {
+    const bool isAsked = options.finish || options.rollBack;
+    if (options.list)
+        return List(context);
+    if (!options.id.empty()) {
+        if (!isAsked && !options.forget)
+            throw host::Error(host::ErrorKind::Usage,
+                              "an ID is given with --finish, --rollback or --forget");
+        const host::JournalEntry entry = context.Records().journal.Find(options.id);
+        return options.forget ? Forget(context, entry)
+                              : Settle(context, host::Json::object(), entry, options);
+    }
+    const auto writes = context.Writer().OnRecord();
+    const auto candidates = context.Writer().Interrupted();
+    if (candidates.empty()) {
+        context.CloseKeyboard();
+        return LeaveAlone(context, writes, options);
+    }
+    const host::JournalEntry& entry = candidates.front();
+    if (options.forget) {
+        context.CloseKeyboard();
+        RequireOneName(candidates);
+        return Forget(context, entry);
+    }
+    const host::Json json = {
+        {"interrupted", ToJson(entry)}, {"recovered", nullptr}, {"onRecord", TracedToJson(writes)}};
+    if (isAsked)
+        return Settle(context, json, entry, options);
+    context.CloseKeyboard();
+    Report(context, json, candidates);
 }
 
 } // namespace
@@ -157,7 +204,8 @@ Command RecoverCommand() {
         .summary = "Finish or roll back a write that was interrupted",
         .options = {{.name = "ID",
                      .target = &options->id,
-                     .summary = "The one to be forgotten, as listed; the keyboard is not needed",
+                     .summary = "The write that is meant, as listed; needed where the keyboard "
+                                "holds a part of several",
                      .offers =
                          [](Context& context) {
                              std::vector<std::string> ids;
@@ -180,15 +228,17 @@ Command RecoverCommand() {
                      .target = &options->list,
                      .summary = "List the interrupted writes to all keyboards",
                      .excludes = {"--finish", "--rollback", "--forget"}}},
-        .footer = "Without an option it only reports the interrupted write. It can be repeated "
-                  "until it succeeds,\neither way. The keyboard's contents are saved before. A "
-                  "keyboard that holds no part of an\ninterrupted write may be another one of its "
-                  "kind: it is not touched, and the write stays on record\nuntil its keyboard is "
-                  "plugged in again, or until it is forgotten by its ID.\n\nExamples:\n"
-                  "  qxconf recover\n"
-                  "  qxconf recover --rollback\n"
-                  "  qxconf recover --list\n"
-                  "  qxconf recover --forget 20260131T090507.123Z-4711-1",
+        .footer =
+            "Without an option it only reports the interrupted write. It can be repeated "
+            "until it succeeds,\neither way. The keyboard's contents are saved before. A "
+            "keyboard that holds no part of an\ninterrupted write may be another one of its "
+            "kind: it is not touched, and the write stays on record\nuntil its keyboard is "
+            "plugged in again, or until it is forgotten by its ID, for which the keyboard is\n"
+            "not needed.\n\nExamples:\n"
+            "  qxconf recover\n"
+            "  qxconf recover --rollback\n"
+            "  qxconf recover --list\n"
+            "  qxconf recover --forget 20260131T090507.123Z-4711-1",
         .run = [options](Context& context) { Recover(context, *options); },
     };
 }
