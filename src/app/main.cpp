@@ -1,5 +1,6 @@
 // The configuration application.
 #include "app/Application.h"
+#include "app/EndSignals.h"
 #include "app/Failure.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
@@ -97,6 +98,7 @@ int main(int argc, char** argv) {
                           simulated->QueuePositionKey(lPositionCode);
                       };
         });
+        const qx::app::EndSignals endSignals([&] { window.Documents().KeepUnsaved(); });
         const QStringList files = parser.positionalArguments();
         QObject::connect(&application, &qx::app::Application::Failed, &window,
                          [&] { window.Documents().KeepUnsaved(); });

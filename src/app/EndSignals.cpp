@@ -1,0 +1,70 @@
+#include "app/EndSignals.h"
+
+#ifdef _WIN32
+
+namespace qx::app {
+
+EndSignals::EndSignals(std::function<void()> keepUnsaved) : m_keepUnsaved(std::move(keepUnsaved)) {}
+EndSignals::~EndSignals() = default;
+void EndSignals::End() {}
+
+} // namespace qx::app
+
+#else
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+// A signal handler may do little more than write into a pipe, which the event loop reads.
+int thePipe[2] = {-1, -1};
+
+} // namespace
+
+extern "C" void QxConfiguratorOnSignal(int signal) {
+    const auto number = static_cast<unsigned char>(signal);
+    static_cast<void>(!write(thePipe[1], &number, 1));
+    (void)std::signal(signal, SIG_DFL);
+}
+
+namespace qx::app {
+
+EndSignals::EndSignals(std::function<void()> keepUnsaved) : m_keepUnsaved(std::move(keepUnsaved)) {
+    if (pipe2(thePipe, O_CLOEXEC | O_NONBLOCK) != 0)
+        return; // signals end the application as they did
+    m_notifier = new QSocketNotifier(thePipe[0], QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::End);
+    for (const int signal : kSignals)
+        if (std::signal(signal, QxConfiguratorOnSignal) == SIG_IGN)
+            (void)std::signal(signal, SIG_IGN); // as the application was started
+}
+
+EndSignals::~EndSignals() {
+    if (m_notifier == nullptr)
+        return;
+    for (const int signal : kSignals)
+        (void)std::signal(signal, SIG_DFL);
+    for (int& end : thePipe)
+        close(std::exchange(end, -1));
+}
+
+void EndSignals::End() {
+    unsigned char signal = 0;
+    if (read(thePipe[0], &signal, 1) != 1)
+        return;
+    constexpr int kEndedBySignal = 128;
+    m_keepUnsaved();
+    QCoreApplication::exit(kEndedBySignal + signal); // of all event loops, those of dialogs too
+}
+
+} // namespace qx::app
+
+#endif
