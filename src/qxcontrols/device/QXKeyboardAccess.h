@@ -98,8 +98,8 @@ public:
     bool WriteByteMemory(Byte bValue, Long lAddress);
 
     // Single numbers of the image, in the driver's byte order; 0 when the driver refuses to read.
-    // They trace no names: controls call them, and ReadByteFromMem, once for every byte or number
-    // of a block.
+    // They trace no names, nor does ReadByteFromMem, and WriteByteMemory traces its value alone:
+    // controls call them in their inner loops, once for every byte or number of a block.
     [[nodiscard]] Byte ReadByteFromImage(Long lAddress);
     void WriteByteIntoImage(Long lAddress, const Byte& bByte);
     [[nodiscard]] Integer ReadIntFromImage(Long lAddress);

@@ -1,0 +1,184 @@
+// The start-up of QXKeyboardAccess: the driver, the directory, names and flags.
+#include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/QXKeyboardAccess.h"
+#include "qxcontrols/device/Trace.h"
+
+#include <algorithm>
+
+namespace qx {
+
+namespace {
+
+constexpr Long kStartupDelta = 0;
+
+bool IsAllowedInIdentification(char c) {
+    return c == '-' || c == '_' || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+// Whether the text is one character long, in UTF-8.
+bool IsOneCharacter(std::string_view sText) {
+    return std::count_if(sText.begin(), sText.end(),
+                         [](char c) { return (static_cast<Byte>(c) & 0xC0U) != 0x80U; }) == 1;
+}
+
+} // namespace
+
+struct QXKeyboardAccess::CapabilityBit {
+    Byte mask;
+    std::string_view traceLabel;
+    bool& (*flag)(Flags&);
+};
+
+const QXKeyboardAccess::CapabilityBit QXKeyboardAccess::kCapabilityBits[] = {
+    {0x01, "m_fFlagFreeProgKeys     = ", [](Flags& f) -> bool& { return f.freeProgKeys; }},
+    {0x02, "m_fFlagHasV24Connection = ", [](Flags& f) -> bool& { return f.connectionV24; }},
+    {0x04, "m_fFlagChipcardReader   = ", [](Flags& f) -> bool& { return f.chipcardReader; }},
+    {0x08, "m_fFlagBarcodeReader    = ", [](Flags& f) -> bool& { return f.barcodeReader; }},
+    {0x80, "m_fFlagHasMagTrack1     = ", [](Flags& f) -> bool& { return f.magneticTracks[0]; }},
+    {0x40, "m_fFlagHasMagTrack2     = ", [](Flags& f) -> bool& { return f.magneticTracks[1]; }},
+    {0x20, "m_fFlagHasMagTrack3     = ", [](Flags& f) -> bool& { return f.magneticTracks[2]; }},
+    {0x10, "m_fFlagHasMagTrack4     = ", [](Flags& f) -> bool& { return f.magneticTracks[3]; }},
+};
+
+struct QXKeyboardAccess::IdentificationField {
+    std::size_t start; // 1-based
+    std::size_t length;
+    bool stripTrailing;
+    std::string_view traceLabel;
+    std::string QXKeyboardAccess::*value;
+};
+
+const QXKeyboardAccess::IdentificationField QXKeyboardAccess::kIdentificationFields[] = {
+    {1, 16, true, "Keyboard   = ", &QXKeyboardAccess::m_keyboard},
+    {17, 4, false, "Bootloader = ", &QXKeyboardAccess::m_bootloader},
+    {21, 4, false, "Program    = ", &QXKeyboardAccess::m_program},
+    {25, 4, false, "Country    = ", &QXKeyboardAccess::m_country},
+    {29, 4, false, "Config     = ", &QXKeyboardAccess::m_config},
+};
+
+bool QXKeyboardAccess::Init() {
+    Trace("QXKeyboardAccess.Init");
+    if (InitDriverStage() && InitConfigurationTableStage()) {
+        InitKeyboardNamingStage();
+        if (HasItem(MODULE_LAYERED_FUNCKEYS))
+            DisableFunctionKeyLayerSelection();
+        return true;
+    }
+    try {
+        InitFailed.Raise(0);
+    } catch (...) { // a handler of the host may throw anything
+        TraceError("QXKeyboardAccess.Init");
+    }
+    return false;
+}
+
+bool QXKeyboardAccess::InitDriverStage() {
+    try {
+        InitDriver.Raise();
+        Trace("QXKeyboardAccess.InitDriverWithCommandDelta(" + std::to_string(kStartupDelta) + ")");
+        m_driver.QXCFG_SetCommandDelta(kStartupDelta);
+        InitDriverWithDelta.Raise(kStartupDelta);
+        const Long status = m_driver.QXCFG_Init();
+        if (status != 0) {
+            InitDriverFailed.Raise(status);
+            return false;
+        }
+        InitDriverOK.Raise();
+        return true;
+    } catch (...) { // the stage fails without a further event
+        TraceError("InitDriver");
+        return false;
+    }
+}
+
+bool QXKeyboardAccess::InitConfigurationTableStage() {
+    try {
+        InitConfigurationTable.Raise();
+        Trace("InitConfigurationTable");
+        const auto size = static_cast<Integer>(m_driver.QXCFG_ConfigDirectorySize());
+        Trace("Number of entries = " + std::to_string(size));
+        if (size == 0) {
+            InitConfigurationTableFailed.Raise(0);
+            return false;
+        }
+        ReadDirectory(size);
+        InitConfigurationTableOK.Raise();
+        return true;
+    } catch (...) {
+        TraceError("InitConfigurationTable");
+        return false;
+    }
+}
+
+void QXKeyboardAccess::ReadDirectory(Integer nSize) {
+    for (Integer index = 0; index < nSize; ++index) {
+        Long id = 0;
+        Long address = 0;
+        if (m_driver.QXCFG_ConfigDirectoryGetEntry(index, &id, &address) != 0)
+            continue; // an unreadable entry must not hide the others
+        ConfigDirEntry& entry = m_directory.emplace_back();
+        entry.SetModuleType(static_cast<KeyboardModuleIDs>(static_cast<Integer>(id)));
+        entry.SetStartAddress(address);
+        Trace(std::to_string(index) + " ID = " + std::to_string(entry.ModuleType()) +
+              " : Addr.= " + Hex(address));
+    }
+}
+
+// A keyboard whose name or flags cannot be read can still be configured.
+void QXKeyboardAccess::InitKeyboardNamingStage() {
+    try {
+        InitKeyboardNaming.Raise();
+        m_flags = {};
+        if (!ReadIdentification()) {
+            InitKeyboardNamingFailed.Raise(0);
+            return;
+        }
+        InitKeyboardNamingOK.Raise();
+        ReadCapabilities();
+    } catch (...) {
+        m_flags = {}; // never those of an earlier keyboard
+        TraceError("InitKeyboardNaming");
+    }
+}
+
+bool QXKeyboardAccess::ReadIdentification() {
+    std::string block;
+    if (!ReadFromMemory(block, kIdentificationAddress, kIdentificationSize))
+        return false;
+    for (const IdentificationField& field : kIdentificationFields)
+        this->*field.value = Identification(block, field);
+    for (const IdentificationField& field : kIdentificationFields)
+        Trace(std::string(field.traceLabel) + this->*field.value);
+    return true;
+}
+
+void QXKeyboardAccess::ReadCapabilities() {
+    std::string capabilities;
+    if (!ReadFromMemory(capabilities, kCapabilityAddress, 1))
+        return;
+    for (const CapabilityBit& bit : kCapabilityBits)
+        bit.flag(m_flags) = (static_cast<Byte>(capabilities[0]) & bit.mask) != 0;
+    Trace("FLAG-DUMP--------------------------------------");
+    for (const CapabilityBit& bit : kCapabilityBits)
+        Trace(std::string(bit.traceLabel).append(TrueFalse(bit.flag(m_flags))));
+    Trace("-----------------------------------------------");
+}
+
+std::string QXKeyboardAccess::Identification(std::string_view sBlock,
+                                             const IdentificationField& field) const {
+    std::string text;
+    for (char c : sBlock.substr(field.start - 1, field.length)) {
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+        if (IsAllowedInIdentification(c))
+            text += c;
+        else
+            text += m_replacement;
+    }
+    if (field.stripTrailing && IsOneCharacter(m_replacement))
+        while (text.ends_with(m_replacement))
+            text.resize(text.size() - m_replacement.size());
+    return text;
+}
+
+} // namespace qx
