@@ -1,5 +1,6 @@
 #include "driverhost/RemoteDriver.h"
 
+#include "driverhost/Advance.h"
 #include "driverhost/Wire.h"
 #include "files/Files.h"
 
@@ -91,12 +92,11 @@ void TakeItem(Values& answer, const Buffer& buffer) {
 
 } // namespace
 
-// What the driver posts while a call is under way. A transfer that gets on has its time anew; one
-// that posts the same again and again has not.
+// What the driver posts while a call is under way. A transfer that advances has its time anew.
 class RemoteDriver::Progress {
 public:
-    explicit Progress(std::chrono::milliseconds limit)
-        : m_limit(limit), m_until(steady_clock::now() + limit) {}
+    Progress(std::chrono::milliseconds limit, int stretches)
+        : m_limit(limit), m_until(steady_clock::now() + limit), m_advance(stretches) {}
 
     [[nodiscard]] process::Deadline Until() const { return m_until; }
     void Deliver(Values& message, MessagePoster post) {
@@ -104,10 +104,8 @@ public:
         for (std::int32_t& argument : arguments)
             argument = message.Take<std::int32_t>();
         message.End();
-        if (arguments[3] > m_percent) {
-            m_percent = arguments[3];
+        if (m_advance.IsMadeBy(arguments[3]))
             m_until = steady_clock::now() + m_limit;
-        }
         try {
             if (post != nullptr)
                 post(arguments[0], arguments[1], arguments[2], arguments[3]);
@@ -123,7 +121,7 @@ public:
 private:
     std::chrono::milliseconds m_limit;
     process::Deadline m_until;
-    std::int32_t m_percent = 0;
+    Advance m_advance;
     std::exception_ptr m_thrown;
 };
 
@@ -158,6 +156,10 @@ RemoteDriver::~RemoteDriver() {
 
 template <typename... Items>
 std::int32_t RemoteDriver::Call(std::uint8_t function, const char* name, const Items&... items) {
+    if (function == static_cast<std::uint8_t>(Function::QXCFG_MemRequestClean))
+        m_stretches = 0;
+    else if (function == static_cast<std::uint8_t>(Function::QXCFG_MemRequestAdd))
+        ++m_stretches;
     Frame request(Kind::Call);
     request.Put(function);
     (PutItem(request, items), ...);
@@ -233,7 +235,7 @@ bool RemoteDriver::Ask(const Frame& request, const std::string& what, const Take
 }
 
 Values RemoteDriver::Await() {
-    Progress progress(m_isolation.limit);
+    Progress progress(m_isolation.limit, m_stretches);
     for (;;) {
         for (std::string frame = TakeFrame(m_arrived); !frame.empty();
              frame = TakeFrame(m_arrived)) {

@@ -67,6 +67,7 @@ private:
     std::optional<process::ChildProcess> m_child; // none: the driver is gone
     std::string m_arrived;                        // bytes that are not yet a whole frame
     MessagePoster m_post = nullptr;
+    int m_stretches = 0; // that the next transfer moves
     std::string m_failure;
 };
 

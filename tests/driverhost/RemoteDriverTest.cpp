@@ -1,5 +1,6 @@
 // A driver in a process of its own: every call crosses whole, and no misbehaviour comes back.
 #include "driverhost/RemoteDriver.h"
+#include "driverhost/Advance.h"
 
 #include "files/Files.h"
 #include "support/TempFolder.h"
@@ -144,6 +145,8 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
         {"QXCFG_ImageRead throw", "QXCFG_ImageRead: the driver crashed (signal 6, Aborted)"},
         {"QXCFG_ImageRead hang", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
         {"QXCFG_ImageRead flood", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
+        {"QXCFG_ImageRead count", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
+        {"QXCFG_ImageRead rounds", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
         {"QXCFG_ImageRead forge",
          "QXCFG_ImageRead: the driver gave an answer that cannot be understood"},
         {"QXCFG_ImageRead overrun 8",
@@ -166,6 +169,20 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
         // Its keyboard is free again.
         EXPECT_EQ(Start("")->QXCFG_Init(), 0) << row.behaviour;
     }
+}
+
+// A transfer that counts for each of its stretches has as much time as one that counts once, and
+// none has its time anew for ever.
+TEST(Advance, EndsWhateverIsPosted) {
+    const auto advances = [](int stretches, std::initializer_list<std::int32_t> posts) {
+        driverhost::Advance advance(stretches);
+        std::string made;
+        for (const std::int32_t percent : posts)
+            made += advance.IsMadeBy(percent) ? '+' : '-';
+        return made;
+    };
+    EXPECT_EQ(advances(0, {0, 1, 1, 50, 49, 100, 100, 101, 102, -1, 0}), "-+-+-+-----");
+    EXPECT_EQ(advances(2, {40, 100, 0, 40, 100, 0, 100, 0, 40, 100, -1}), "+++++++----");
 }
 
 TEST_F(Remote, WhatADriverPrintsIsNoResult) {

@@ -105,6 +105,10 @@ void Misbehave(Arguments... arguments) {
         pause();
     while (word == "flood")
         thePoster(1, 2, 3, 50);
+    for (int percent = 1; word == "count"; ++percent) // beyond 100
+        thePoster(1, 2, 3, percent);
+    for (int percent = 0; word == "rounds"; percent = (percent + 1) % 101)
+        thePoster(1, 2, 3, percent);
     if (word == "forge")
         (void)!write(3, "\xff\xff\xff\xff", 4);
     if (word == "leave")
