@@ -24,7 +24,6 @@ static_assert(std::atomic<int>::is_always_lock_free &&
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGBREAK};
 
 void Tell() {}
-void EndBySystem() {}
 
 #else
 
@@ -35,12 +34,6 @@ void Tell() {
                              "seconds: at once\n";
     if (isatty(STDERR_FILENO) != 0)
         static_cast<void>(!write(STDERR_FILENO, kText, sizeof kText - 1));
-}
-
-// Whoever sends one signal alone is not left with a program that hangs.
-void EndBySystem() {
-    constexpr unsigned kSeconds = 600;
-    alarm(kSeconds);
 }
 
 #endif
@@ -54,7 +47,6 @@ extern "C" void QxconfOnSignal(int signal) {
         firstSignal = signal;
         firstTime = now;
         Tell();
-        EndBySystem();
     } else if (now - firstTime >= kPatience) {
         (void)std::signal(signal, SIG_DFL);
         (void)std::raise(signal);
@@ -109,7 +101,6 @@ InterruptWatch::InterruptWatch() {
 }
 
 InterruptWatch::~InterruptWatch() {
-    alarm(0);
     for (const Kept& kept : m_kept)
         (void)sigaction(kept.signal, &kept.action, nullptr);
 }

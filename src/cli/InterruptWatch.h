@@ -1,9 +1,9 @@
 // InterruptWatch: while one lives, Ctrl+C, a request to end and the end of the terminal do not end
 // the program; whoever works with a keyboard asks for them, and ends when the keyboard is in order.
 //
-// The same signal two seconds later ends the program at once, and so do ten minutes, for a driver
-// that never returns. A signal that the program was started without stays ignored. Nor does writing
-// to a pipe that nobody reads end the program: it fails.
+// A second signal two seconds later ends the program at once; nothing else does, however long the
+// keyboard takes. A signal that the program was started without stays ignored. Nor does writing to
+// a pipe that nobody reads end the program: it fails.
 #pragma once
 
 #include <vector>

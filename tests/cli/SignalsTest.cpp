@@ -42,7 +42,10 @@ TEST(Signals, ATransferIsEndedInOrder) {
     EXPECT_EQ(keyboard.Done({"recover", "--list"}), "no interrupted writes are on record\n");
     // While it is written to, the write is finished and proved.
     keyboard.beforeRead = {};
-    keyboard.beforeWrite = [] { std::raise(SIGINT); };
+    keyboard.beforeWrite = [] {
+        std::raise(SIGINT);
+        EXPECT_EQ(alarm(0), 0U) << "seconds until the program ends, however far the write is";
+    };
     const Outcome written = keyboard.Run({"download", file});
     EXPECT_EQ(written.status, 0) << written.err;
     EXPECT_NE(written.out.find("read back and found equal"), std::string::npos);
