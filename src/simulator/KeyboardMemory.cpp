@@ -67,6 +67,17 @@ KeyboardMemory::Content FactoryContent(const KeyboardModel& model) {
     return content;
 }
 
+// The file, when it is missing or an ordinary one: nothing is made beside any other.
+const std::filesystem::path& Ordinary(const std::filesystem::path& file) {
+    std::error_code ignored;
+    const auto status = std::filesystem::status(file, ignored);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(Status::KeyboardInvalid, file.string() +
+                                                   " is not usable as a simulated "
+                                                   "keyboard: it is not an ordinary file");
+    return file;
+}
+
 } // namespace
 
 struct KeyboardMemory::Parts {
@@ -75,7 +86,7 @@ struct KeyboardMemory::Parts {
 };
 
 KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model)
-    : m_file(file), m_lock(file), m_model(model) {
+    : m_file(Ordinary(file)), m_lock(file), m_model(model) {
     if (!m_lock.TryLock())
         throw Failure(Status::KeyboardInUse, file.string() + " is being used by another program");
     if (!std::filesystem::exists(file)) {

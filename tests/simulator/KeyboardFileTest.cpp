@@ -8,6 +8,8 @@
 
 #include <stdexcept>
 
+#include <sys/stat.h>
+
 namespace qx::test {
 
 namespace {
@@ -77,6 +79,16 @@ TEST_F(KeyboardFile, IsRefusedWhenItIsDamaged) {
     std::string newer = good;
     newer[7] = '2';
     ExpectRefused(newer, "offset 6: the version");
+}
+
+TEST_F(KeyboardFile, IsRefusedWhenItIsAPipe) {
+    const std::filesystem::path pipe = folder / "pipe.qxk";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    SimulatedDriver driver(pipe, "magnet");
+    EXPECT_EQ(driver.QXCFG_Init(), static_cast<Long>(Status::KeyboardInvalid));
+    EXPECT_NE(driver.LastError().find("pipe.qxk"), std::string::npos);
+    EXPECT_NE(driver.LastError().find("not an ordinary file"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder / "pipe.qxk.lock"));
 }
 
 TEST_F(KeyboardFile, IsRefusedWhenItsContentMakesNoKeyboard) {
