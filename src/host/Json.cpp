@@ -127,9 +127,17 @@ void Append(std::string& text, const Json& value, std::size_t level) {
     text.append("\n").append(2 * level, ' ').append(value.is_object() ? "}" : "]");
 }
 
+// Of JSON, one of the first two characters at least is ASCII, and none is the character 0.
+bool IsUtf16(std::string_view text) {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
+           (text.size() > 1 && (text[0] == '\0') != (text[1] == '\0'));
+}
+
 } // namespace
 
 Json ParseStrictly(std::string_view text) {
+    if (IsUtf16(text))
+        throw JsonError("", "the text is UTF-16, not UTF-8");
     StrictReader reader;
     (void)Json::sax_parse(text, &reader); // throws what is wrong
     return std::move(reader.value);
@@ -144,13 +152,7 @@ std::string JsonPointer(const std::string& place, std::string_view key) {
 
 std::string ShortText(const Json& value) {
     constexpr std::size_t kMost = 40;
-    std::string text = TextOf(value);
-    if (text.size() <= kMost)
-        return text;
-    std::size_t end = kMost;
-    while ((static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end; // never within a character
-    return text.substr(0, end) + "...";
+    return Shortened(TextOf(value), kMost);
 }
 
 std::string PrettyText(const Json& value) {

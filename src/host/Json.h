@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/VisibleText.h"
+#include "qxcontrols/common/Utf.h"
 
 #include <nlohmann/json.hpp>
 
@@ -13,11 +14,12 @@ namespace qx::host {
 
 using Json = nlohmann::ordered_json;
 
-// A text that cannot be used as JSON: where (a JSON pointer, or empty for the whole), and why.
+// A text that cannot be used as JSON: where (a JSON pointer, or empty for the whole), and why. Both
+// are short, whatever the text is.
 class JsonError : public std::runtime_error {
 public:
-    JsonError(std::string place, const std::string& reason)
-        : std::runtime_error(VisibleText(reason)), m_place(std::move(place)) {}
+    JsonError(std::string_view place, std::string_view reason)
+        : std::runtime_error(Shortened(VisibleText(reason))), m_place(Shortened(place)) {}
     [[nodiscard]] const std::string& Place() const { return m_place; }
 
 private:

@@ -5,6 +5,7 @@
 #include "qxcontrols/keys/SequenceText.h"
 #include "qxcontrols/keys/TypedText.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -42,15 +43,12 @@ void JsonFieldReader::Read(const std::function<void(FieldVisitor&)>& walk) {
     ReadObject(*whole.value, whole.place, [&] { walk(*this); });
 }
 
-void JsonFieldReader::AddFault(std::string place, std::string message) {
-    constexpr std::size_t kLongestPlace = 200;
+void JsonFieldReader::AddFault(const std::string& place, const std::string& message) {
     if (m_faults.size() == kMostFaults)
         m_faults.push_back({"", "there are more faults than are reported"});
     if (HasEnoughFaults())
         return;
-    if (place.size() > kLongestPlace)
-        place = place.substr(0, kLongestPlace) + "...";
-    m_faults.push_back({std::move(place), std::move(message)});
+    m_faults.emplace_back(place, message);
 }
 
 std::string JsonFieldReader::PlaceOf(std::string_view key) const {
@@ -215,6 +213,8 @@ std::vector<Byte> JsonFieldReader::CodesOf(std::string_view text) const {
                 : ParseSequenceText(BlanksFor(text.substr(0, piece.begin)) + piece.text, *m_layout);
         codes.insert(codes.end(), more.begin(), more.end());
     }
+    if (std::find(codes.begin(), codes.end(), Byte{0}) != codes.end())
+        throw std::invalid_argument("{0} would end the sequence in the keyboard");
     return codes;
 }
 
@@ -238,7 +238,7 @@ std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const Json& value,
     const std::size_t faultsBefore = m_faults.size();
     for (std::size_t i = 0; i < value.size(); ++i)
         codes.push_back(static_cast<Byte>(
-            WholeNumber(value[i], JsonPointer(place, std::to_string(i)), 0, 255, "code")
+            WholeNumber(value[i], JsonPointer(place, std::to_string(i)), 1, 255, "code")
                 .value_or(0)));
     return m_faults.size() == faultsBefore ? std::optional(codes) : std::nullopt;
 }
@@ -256,10 +256,6 @@ void JsonFieldReader::Sequence(const Field& field, KeySequence& sequence, Intege
                             " codes, more than the " + std::to_string(nSlot) + " that fit");
         return;
     }
-    for (std::size_t i = 0; i < codes->size(); ++i)
-        if ((*codes)[i] == 0)
-            return AddFault(JsonPointer(place, std::to_string(i)),
-                            "code 0 would end the sequence in the keyboard");
     sequence.Clear();
     for (const Byte code : *codes)
         sequence.AddByte(code);

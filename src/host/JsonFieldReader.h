@@ -54,7 +54,7 @@ private:
     // The field's value; null, with a fault where it is required, when there is none.
     const Json* Find(const Field& field);
     [[nodiscard]] std::string PlaceOf(std::string_view key) const;
-    void AddFault(std::string place, std::string message);
+    void AddFault(const std::string& place, const std::string& message);
     // No more are reported; the rest of a list is not read then.
     [[nodiscard]] bool HasEnoughFaults() const { return m_faults.size() > kMostFaults; }
     void Within(const Json& value, const std::string& place, const std::function<void()>& walk);

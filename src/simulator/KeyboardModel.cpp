@@ -1,6 +1,7 @@
 #include "simulator/KeyboardModel.h"
 
 #include "files/Files.h"
+#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
@@ -56,6 +57,8 @@ constexpr Module kModules[] = {
 constexpr std::size_t kMostOfModel = 1U << 20U;
 constexpr std::size_t kMostEntries = 0x7FFF;
 
+constexpr std::size_t kMostShown = 40; // bytes of a value, in messages
+
 struct CapabilityFlag {
     const char* key;
     Byte mask;
@@ -70,7 +73,7 @@ constexpr CapabilityFlag kCapabilityFlags[] = {
 constexpr Byte kTrackMasks[] = {0x80, 0x40, 0x20, 0x10};
 
 [[noreturn]] void Refuse(const std::string& place, const std::string& message) {
-    throw std::runtime_error(place.empty() ? message : place + ": " + message);
+    throw std::runtime_error((place.empty() ? "" : Shortened(place) + ": ") + Shortened(message));
 }
 
 // Reads JSON that names no member twice: of two values nobody could tell which was meant. How deep
@@ -87,7 +90,8 @@ Json ParseStrictly(const std::string& text) {
             open.pop_back();
         else if (event == Json::parse_event_t::key &&
                  !open.back().insert(parsed.get<std::string>()).second)
-            Refuse("", "the member \"" + parsed.get<std::string>() + "\" is given twice");
+            Refuse("", "the member \"" + Shortened(parsed.get<std::string>(), kMostShown) +
+                           "\" is given twice");
         return true;
     };
     try {
@@ -95,7 +99,8 @@ Json ParseStrictly(const std::string& text) {
     } catch (const Json::parse_error& error) {
         Refuse("offset " + std::to_string(error.byte), "not valid JSON");
     } catch (const Json::out_of_range& error) { // a number too large
-        Refuse("", "not valid JSON: " + std::string(error.what()));
+        const std::string reason = error.what();
+        Refuse("", "not valid JSON: " + reason.substr(reason.find("] ") + 2)); // without its number
     }
 }
 
@@ -172,8 +177,9 @@ KeyboardModel::Entry ReadEntry(const Json& json, const std::string& place,
         std::find_if(std::begin(kModules), std::end(kModules),
                      [&](const Module& known) { return name == NameOf(known.id); });
     if (module == std::end(kModules))
-        Refuse(members.Place("module"), name.dump(-1, ' ', false, Json::error_handler_t::replace) +
-                                            " is not a module of a directory");
+        Refuse(members.Place("module"),
+               Shortened(name.dump(-1, ' ', false, Json::error_handler_t::replace), kMostShown) +
+                   " is not a module of a directory");
     const Json& address = members.Get("address");
     const Long highest = kMemorySize - module->size;
     if (!address.is_number_unsigned() || address.get<std::uint64_t>() > std::uint64_t(highest))

@@ -41,6 +41,7 @@ protected:
             configuration.Read(ConfigurationDocument::Parse(text, "test.json"));
         } catch (const Error& error) {
             EXPECT_EQ(error.Kind(), ErrorKind::DocumentInvalid);
+            EXPECT_LT(std::string(error.what()).size(), 700U);
             return error.Faults();
         }
         return {};
@@ -80,23 +81,25 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
         {"/magnetCard/tracks/0/header",
          {30, 31, 32, 300},
          "/magnetCard/tracks/0/header/3",
-         "300 is not a code from 0 to 255"},
+         "300 is not a code from 1 to 255"},
         {"/magnetCard/tracks/1/header",
          {-1},
          "/magnetCard/tracks/1/header/0",
-         "-1 is not a code from 0 to 255"},
+         "-1 is not a code from 1 to 255"},
         {"/magnetCard/tracks/1/header",
          {18446744073709551615ULL},
          "/magnetCard/tracks/1/header/0",
-         "18446744073709551615 is not a code from 0 to 255"},
+         "18446744073709551615 is not a code from 1 to 255"},
         {"/magnetCard/tracks/1/header",
          {1.5},
          "/magnetCard/tracks/1/header/0",
-         "1.5 is not a code from 0 to 255"},
+         "1.5 is not a code from 1 to 255"},
         {"/magnetCard/tracks/2/terminator",
          {30, 0, 31},
          "/magnetCard/tracks/2/terminator/1",
-         "code 0 would end the sequence in the keyboard"},
+         "0 is not a code from 1 to 255"},
+        {"/magnetCard/tracks/2/terminator", "{30} {0}", "/magnetCard/tracks/2/terminator",
+         "{0} would end the sequence in the keyboard"},
         {"/magnetCard/tracks/3/header", Json(std::vector<int>(33, 7)),
          "/magnetCard/tracks/3/header", "the sequence has 33 codes, more than the 32 that fit"},
         {"/magnetCard/tracks/3/terminator", Json(std::vector<int>(33, 7)),
@@ -164,6 +167,7 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
         EXPECT_EQ(faults[0].place, each.faultPlace);
         EXPECT_EQ(faults[0].message.find(each.message), 0U) << faults[0].message;
     }
+    EXPECT_EQ(FaultsWith("/magnetCard/tracks/0/header", {300, 0, -1, 1.5}).size(), 4U);
 }
 
 TEST_F(DocumentTest, AllFaultsAreToldAndNothingIsTakenOver) {
@@ -302,6 +306,17 @@ TEST_F(DocumentTest, FaultsWithoutEndAreBounded) {
     ASSERT_EQ(faults.size(), 1U);
     EXPECT_LT(faults[0].place.size() + faults[0].message.size(), 400U);
 
+    const std::string much(1000000, '9');
+    const std::string document = R"({"format": "qx-configuration", "version": 1, )";
+    for (const std::string& text :
+         {document + R"("commonKeyboard": {"outputDelay": )" + much + "}}",
+          document + '"' + much + "\x01", document + '"' + much + R"(": 1})",
+          '{' + ('"' + much + R"(": 1, ")") + much + R"(": 2})"}) {
+        faults = FaultsOf(text);
+        ASSERT_EQ(faults.size(), 1U);
+        EXPECT_LT(faults[0].place.size() + faults[0].message.size(), 700U);
+    }
+
     std::string members = "{";
     for (int i = 0; i < 10001; ++i)
         members += "\"" + std::to_string(i) + "\": 1, ";
@@ -331,6 +346,10 @@ TEST_F(DocumentTest, MessagesAreText) {
     const auto faults = FaultsWith("/commonKeyboard/a\tb", 1);
     ASSERT_EQ(faults.size(), 1U);
     EXPECT_EQ(faults[0].message, R"("a\tb" is not known here)");
+    for (const std::string_view wide16 :
+         {std::string_view("\xFF\xFE{\0}\0", 6), std::string_view("\xFE\xFF\0{\0}", 6),
+          std::string_view("{\0}\0", 4), std::string_view("\0{\0}", 4)})
+        EXPECT_EQ(FaultsOf(std::string(wide16)).at(0).message, "the text is UTF-16, not UTF-8");
     for (const Fault& fault : FaultsOf("{\"format\": \"\xFF\"}"))
         EXPECT_EQ(PrettyText(fault.message).find('\xFF'), std::string::npos);
 }

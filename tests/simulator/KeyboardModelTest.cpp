@@ -95,6 +95,15 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
     }
     EXPECT_NE(Refusal(std::string(300000, '[')).find("nested more than 64 deep"),
               std::string::npos);
+    const std::string much(100000, '9'); // messages stay short, and in the program's own words
+    std::string module = kGood;
+    module.replace(module.find("MODULE_POS"), 10, much);
+    for (const std::string& json : {module, '[' + much + ']', "{\"" + much + "\": 1}",
+                                    "{\"" + much + "\": 1, \"" + much + "\": 2}"}) {
+        EXPECT_NE(Refusal(json), "");
+        EXPECT_LT(Refusal(json).size(), 300U);
+        EXPECT_EQ(Refusal(json).find("exception"), std::string::npos) << Refusal(json);
+    }
     for (const char* free : {"36096", "2048", "28032", "27760", "69984", "100720"}) { // just beside
         std::string json = kGood;
         json.replace(json.find("131056"), 6, free);

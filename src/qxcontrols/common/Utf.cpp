@@ -81,6 +81,15 @@ void SkipCharacters(std::string_view& sText, std::size_t nCount) {
     sText.remove_prefix(static_cast<std::size_t>(at - sText.data()));
 }
 
+std::string Shortened(std::string_view sText, std::size_t nMost) {
+    if (sText.size() <= nMost)
+        return std::string(sText);
+    std::size_t end = nMost;
+    while (end > 0 && (static_cast<unsigned char>(sText[end]) & 0xC0U) == 0x80U)
+        --end;
+    return std::string(sText.substr(0, end)) + "...";
+}
+
 std::u16string Utf16FromUtf8(std::string_view sText) {
     std::u16string units(sText.size(), u'\0'); // no character has more units than bytes
     char16_t* to = units.data();

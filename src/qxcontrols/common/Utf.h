@@ -18,6 +18,10 @@ namespace qx {
 // counts as one.
 void SkipCharacters(std::string_view& sText, std::size_t nCount);
 
+// The text's beginning, of at most that many bytes and never ending within a character, with "..."
+// behind it; the text itself when it is no longer. So that messages about foreign text stay short.
+[[nodiscard]] std::string Shortened(std::string_view sText, std::size_t nMost = 200);
+
 // One replacement character for each byte that begins no character.
 [[nodiscard]] std::u16string Utf16FromUtf8(std::string_view sText);
 
