@@ -69,6 +69,12 @@ public:
         return {};
     }
 
+    // For an area that is one slot: `held` are its bytes in the keyboard, `usual` the same settings
+    // as the control writes them. Gives `wanted` the bytes of `held` in those of its parts that are
+    // as in `usual` and mean the same in `held`, so that bytes that no setting uses stay there.
+    virtual void KeepUnused(std::string_view /*held*/, std::string_view /*usual*/,
+                            std::string& /*wanted*/) const {}
+
     // Has the control show the settings that it holds.
     void Show() {
         Control().AdjustControls();

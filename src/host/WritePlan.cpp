@@ -18,14 +18,19 @@ std::set<std::string, std::less<>> KeysOf(const std::vector<Section*>& sections)
 }
 
 // Gives the slots that `wanted` has as `usual` has them the bytes of `held`, which mean the same.
-void KeepUnused(const std::vector<PlacedArea>& areas, const KeyboardContent& held,
-                const KeyboardContent& usual, KeyboardContent& wanted) {
+void KeepUnused(const Section& section, const std::vector<PlacedArea>& areas,
+                const KeyboardContent& held, const KeyboardContent& usual,
+                KeyboardContent& wanted) {
     for (const PlacedArea& area : areas)
         for (Long done = 0; area.slotSize > 0 && done < area.size; done += area.slotSize) {
             const Long size = std::min(area.slotSize, area.size - done);
             const Long address = area.address + done;
-            if (wanted.Bytes(address, size) == usual.Bytes(address, size))
-                wanted.Overwrite(address, held.Bytes(address, size));
+            std::string bytes = wanted.Bytes(address, size);
+            if (bytes == usual.Bytes(address, size))
+                bytes = held.Bytes(address, size);
+            else if (size == area.size)
+                section.KeepUnused(held.Bytes(address, size), usual.Bytes(address, size), bytes);
+            wanted.Overwrite(address, bytes);
         }
 }
 
@@ -127,7 +132,7 @@ WritePlan Planner::ForSettings(const std::vector<Section*>& sections, const Plan
     for (Section* section : held.sections) {
         const auto areas = session.Areas(*section);
         if (!options.full)
-            KeepUnused(areas, m_content, usual, after);
+            KeepUnused(*section, areas, m_content, usual, after);
         const auto fixed = FixedBytes(*section, areas, m_content, usual);
         plan.settings.insert(plan.settings.end(), fixed.begin(), fixed.end());
     }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <random>
 #include <set>
 
@@ -236,6 +237,39 @@ TEST_F(WritePlanTest, UnusedBytesAreNoDifference) {
     EXPECT_EQ(plan.after.Bytes(slot, 128), "\x1E\x9E" + std::string(126, '\0'));
     EXPECT_EQ(plan.after.Bytes(slot + 128, 2), std::string("\0\xFF", 2)) << "its neighbour stays";
     EXPECT_EQ(plan.settings.size(), 1U);
+
+    // All POS keys are one slot: a new block gives the groups behind it other numbers, and groups
+    // that had other numbers than the control gives get these. No other record changes.
+    const Long pos = *driver.Model().AddressOf(MODULE_POS);
+    const auto hold = [&](int key, const std::string& bytes) {
+        driver.Poke(pos + (key - 1) * 32, bytes);
+    };
+    hold(10, std::string("\x02\x20\0\xFF", 4));
+    hold(11, std::string("\x02\0\xFF", 3));
+    hold(60, std::string("\x01\x1E\0\xFF", 4));
+    hold(61, std::string("\x01\0\xFF", 3));
+    hold(62, std::string("\0\x1F\0\xFF", 4));
+    ASSERT_TRUE(session.Upload(present).empty());
+    const WritePlan blocks = Plan([](ConfigurationDocument& document) {
+        document.Place("pos")["blocks"].push_back(
+            {{"slot", 50}, {"keys", {50}}, {"sequence", {33}}});
+    });
+    const auto record = [&](int key) { return blocks.after.Bytes(pos + (key - 1) * 32, 32); };
+    const std::map<int, std::string> written = {{10, "\x01\x20"},
+                                                {11, "\x01"},
+                                                {50, std::string("\0\x21", 2)},
+                                                {60, "\x03\x1E"},
+                                                {61, "\x03"}};
+    for (int key = 1; key <= 105; ++key) {
+        const auto changed = written.find(key);
+        const std::string kept = blocks.before.Bytes(pos + (key - 1) * 32, 32);
+        EXPECT_EQ(record(key),
+                  changed == written.end()
+                      ? kept
+                      : changed->second + std::string(32 - changed->second.size(), '\0'))
+            << key;
+    }
+    EXPECT_EQ(blocks.settings.size(), 2U) << "the keys and the sequence of the new block";
 }
 
 TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {

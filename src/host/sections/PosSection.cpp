@@ -64,6 +64,17 @@ public:
         return std::nullopt;
     }
 
+    void KeepUnused(std::string_view held, std::string_view usual,
+                    std::string& wanted) const override {
+        for (Integer key = kFirstKey; key <= kLastKey; ++key) {
+            const auto record = [key](std::string_view bytes) {
+                return bytes.substr(static_cast<std::size_t>(RecordOf(key)), kRecordSize);
+            };
+            if (record(wanted) == record(usual) && Used(record(held)) == Used(record(usual)))
+                wanted.replace(static_cast<std::size_t>(RecordOf(key)), kRecordSize, record(held));
+        }
+    }
+
     // A key's record says which block has the key, and what that block sends.
     [[nodiscard]] std::set<std::string> PlacesIn(Long offset, Long size,
                                                  std::string_view bytes) const override {
@@ -97,6 +108,11 @@ private:
     }
     [[nodiscard]] static bool HasSequence(Integer nKey, std::string_view bytes) {
         return bytes[static_cast<std::size_t>(RecordOf(nKey)) + 1] != 0;
+    }
+    // A record without the bytes behind its sequence.
+    [[nodiscard]] static std::string_view Used(std::string_view record) {
+        return static_cast<Byte>(record[0]) == kUnassigned ? record.substr(0, 1)
+                                                           : record.substr(0, record.find('\0', 1));
     }
     // The first key of the block that has the key; 0: none has.
     [[nodiscard]] static Integer SlotOf(Integer nKey, std::string_view bytes) {
