@@ -280,6 +280,15 @@ TEST_F(WriterTest, NothingToDoIsProved) {
         Use(keyboard, [&](Session&, Writer& writer) { (void)writer.PlanRestore(empty); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Kind(), ErrorKind::TransferFailed) << error->what();
+
+    // A reading that shows all that is wanted, and a second one that shows something else.
+    Watched driver{kSmall, "SMALL"};
+    bool isFirst = true;
+    driver.beforeReading = [&] { driver.memory = std::exchange(isFirst, false) ? after : before; };
+    const auto unproved =
+        Use(driver, [&](Session& session, Writer& writer) { (void)Plan(session, writer, kNew); });
+    ASSERT_TRUE(unproved);
+    EXPECT_EQ(unproved->Kind(), ErrorKind::KeyboardChanged) << unproved->what();
 }
 
 // While one program writes, another one neither takes the write for interrupted nor writes itself;
