@@ -4,7 +4,6 @@
 #include "host/Writer.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "simulator/SimulatedDriver.h"
-#include "support/FakeDriver.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -97,22 +96,6 @@ TEST_F(LyingKeyboard, IsFoundOutWhateverTheSeed) {
               << " wrong readings, all found; " << kSeeds - wrongWrites - wrongReadings
               << " lies about bytes that were the same anyway, or that were read once more\n";
     EXPECT_GT(wrongWrites + wrongReadings, kSeeds * 8 / 10);
-}
-
-// The image holds what is expected, so that a driver could do nothing and seem honest.
-TEST_F(LyingKeyboard, ThatMovesNothingIsFoundOut) {
-    class Idle : public test::FakeDriver {
-    public:
-        std::int32_t QXCFG_ImageLoad() override { return 0; }
-        std::int32_t QXCFG_ImageSave() override { return 0; }
-    } idle;
-    idle.directory = {{MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}};
-    Session session(idle);
-    session.Open();
-    const auto configuration = NewConfiguration();
-    Writer writer(session, {folder / "records", [this] { return NewConfiguration(); }});
-    std::mt19937 random(1);
-    EXPECT_THROW(writer.Write(writer.Plan(configuration->Read(RandomDocument(random))), {}), Error);
 }
 
 } // namespace qx::host

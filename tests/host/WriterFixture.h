@@ -117,6 +117,21 @@ protected:
         });
     }
 
+    // Keyboards of one kind behind one driver: without an identifier, or with a copied one.
+    TroubledKeyboard NewKeyboard(bool hasGuid, const std::string& memory) {
+        TroubledKeyboard driver{hasGuid ? kWithGuid : kSmall, "SMALL"};
+        driver.memory = memory;
+        if (hasGuid)
+            driver.memory.replace(0x1500, 16, "0123456789ABCDEF");
+        return driver;
+    }
+    // A download that is cut after so many bytes.
+    void Interrupt(TroubledKeyboard& driver, Long bytes, const Settings& settings = kNew) {
+        driver.cutAfter = bytes;
+        EXPECT_TRUE(Download(driver, settings));
+        driver.Replug();
+    }
+
     // Recovers, after a restart, the write of which the keyboard holds a part; whether there was
     // one.
     bool Recover(TroubledKeyboard& driver, Writer::Way way) {

@@ -1,0 +1,196 @@
+// Backups go back into the keyboard that they came from, as far as that can be told.
+#include "WriterFixture.h"
+
+namespace qx::host {
+
+namespace {
+
+using RestoreTest = WriterFixture;
+
+} // namespace
+
+// A restored backup settles the write of which the keyboard holds a part, and one that is
+// interrupted itself leaves no more behind than a recovery ends.
+TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
+    Interrupt(keyboard, 2);
+    const std::string mixed = keyboard.memory;
+    EXPECT_FALSE(Restore(keyboard, Entries().at(0).backup));
+    EXPECT_TRUE(keyboard.memory == before);
+    EXPECT_EQ(Entries().size(), 0U);
+
+    for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
+        Reset();
+        Interrupt(keyboard, 2);
+        ASSERT_TRUE(keyboard.memory == mixed);
+        keyboard.cutAfter = 1;
+        EXPECT_TRUE(Restore(keyboard, Entries().at(0).backup));
+        EXPECT_EQ(Entries().size(), 2U);
+        EXPECT_TRUE(Recover(keyboard, way));
+        EXPECT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? before : mixed));
+        EXPECT_EQ(Recover(keyboard, way), way == Writer::Way::RollBack)
+            << "half of the download is there";
+        EXPECT_TRUE(keyboard.memory == before);
+        EXPECT_EQ(Entries().size(), 0U);
+    }
+
+    // One that finds nothing to do proves nothing of a keyboard that may be another, and settles
+    // what it does hold a part of, as the user wants it to stay so.
+    Reset();
+    Interrupt(keyboard, 2);
+    const std::string backup = Entries().at(0).backup;
+    TroubledKeyboard twin = NewKeyboard(false, before);
+    EXPECT_FALSE(Restore(twin, backup));
+    EXPECT_FALSE(outcome.isWritten);
+    ASSERT_EQ(Entries().size(), 1U);
+    EXPECT_TRUE(Recover(keyboard, Writer::Way::RollBack));
+    const std::string ofMixed = WriteRecords(records).backups.List().back().id;
+    Interrupt(keyboard, 2);
+    ASSERT_TRUE(keyboard.memory == mixed);
+    EXPECT_FALSE(Restore(keyboard, ofMixed));
+    EXPECT_FALSE(outcome.isWritten);
+    EXPECT_EQ(Entries().size(), 0U);
+
+    // One that is not read back is no evidence.
+    Reset();
+    Interrupt(keyboard, 2);
+    const JournalEntry interrupted = Entries().at(0);
+    EXPECT_FALSE(Restore(keyboard, interrupted.backup, false, false));
+    EXPECT_TRUE(outcome.isWritten);
+    ASSERT_EQ(Entries().size(), 1U);
+    EXPECT_EQ(Entries().at(0).Id(), interrupted.Id());
+}
+
+// A backup of another keyboard, as far as that can be told, is restored only when that is said.
+TEST_F(RestoreTest, ABackupIsRestoredToItsOwnKeyboard) {
+    struct Story {
+        const char* told;
+        bool hasGuid;
+        std::function<void(TroubledKeyboard&)> change;
+        bool isOther;
+    };
+    const auto asTill2 = [&](TroubledKeyboard& driver) {
+        till.unit = "till 2";
+        ASSERT_FALSE(Download(driver, kThird));
+    };
+    const Story stories[] = {
+        {"nothing", false, [](TroubledKeyboard&) {}, false},
+        {"nothing, with a GUID", true, [](TroubledKeyboard&) {}, false},
+        {"another GUID", true,
+         [](TroubledKeyboard& driver) { driver.memory.replace(0x1500, 16, "fedcba9876543210"); },
+         true},
+        {"another place", false, [&](TroubledKeyboard&) { origin = "the second port"; }, true},
+        {"another place, with a copied GUID", true,
+         [&](TroubledKeyboard&) { origin = "the second port"; }, true},
+        {"other contents by hand", false,
+         [&](TroubledKeyboard& driver) {
+             till = {};
+             ASSERT_FALSE(Download(driver, kThird));
+         },
+         false},
+        {"another unit", false, asTill2, true},
+        {"another unit, with a copied GUID", true, asTill2, true},
+        {"another unit, then other contents by hand", false,
+         [&](TroubledKeyboard& driver) {
+             asTill2(driver);
+             till = {};
+             ASSERT_FALSE(Download(driver, kNew));
+             ASSERT_FALSE(Download(driver, {20, "[]"}));
+         },
+         true},
+        {"another unit with the same contents", false,
+         [&](TroubledKeyboard& driver) {
+             driver.memory = before;
+             till.unit = "till 2";
+             ASSERT_FALSE(Download(driver, kNew));
+         },
+         true},
+        {"contents of which there is no record", false,
+         [](TroubledKeyboard& driver) { driver.memory[0x1000] ^= 0x40; }, true},
+        {"the same, with a GUID", true,
+         [](TroubledKeyboard& driver) { driver.memory[0x1000] ^= 0x40; }, false},
+        {"contents of the backup", false, [&](TroubledKeyboard& driver) { driver.memory = before; },
+         false},
+        {"a recovered write of the unit", false,
+         [&](TroubledKeyboard& driver) {
+             driver.cutAfter = 2;
+             ASSERT_TRUE(Download(driver, kThird));
+             till = {};
+             ASSERT_TRUE(Recover(driver, Writer::Way::Finish));
+         },
+         false},
+        {"an interrupted write of another unit", false,
+         [&](TroubledKeyboard& driver) {
+             till.unit = "till 2";
+             driver.cutAfter = 2;
+             ASSERT_TRUE(Download(driver, kThird));
+             driver.Replug();
+         },
+         true},
+    };
+    for (const Story& story : stories) {
+        SCOPED_TRACE(story.told);
+        Reset();
+        till.unit = "till 1";
+        origin = "the first port";
+        TroubledKeyboard driver = NewKeyboard(story.hasGuid, before);
+        ASSERT_FALSE(Download(driver, kNew));
+        const std::string backup = outcome.backup;
+        story.change(driver);
+        till = {}; // as whoever restores
+        const std::string guid = driver.memory.substr(0x1500, 16);
+        const std::string held = driver.memory;
+        const auto refused = Restore(driver, backup);
+        EXPECT_EQ(refused.has_value(), story.isOther);
+        if (refused) {
+            EXPECT_EQ(refused->Kind(), ErrorKind::KeyboardChanged);
+            EXPECT_NE(std::string(refused->what()).find("till 1"), std::string::npos);
+            EXPECT_TRUE(driver.memory == held);
+            EXPECT_FALSE(Restore(driver, backup, true));
+        }
+        EXPECT_TRUE(driver.memory.substr(0, 0x1500) == before.substr(0, 0x1500));
+        EXPECT_EQ(driver.memory.substr(0x1500, 16), guid);
+    }
+    till = {};
+    origin = "the first port";
+    TroubledKeyboard otherKind{kWithGuid, "SMALL"};
+    EXPECT_TRUE(Restore(otherKind, WriteRecords(records).backups.List().at(0).id, true));
+}
+
+// A backup of before a new area was known is restored as far as it goes, and another keyboard keeps
+// its own GUID.
+TEST_F(RestoreTest, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
+    TroubledKeyboard first = NewKeyboard(true, before);
+    ASSERT_FALSE(Download(first, kNew));
+    BackupStore backups = WriteRecords(records).backups;
+    Backup backup = backups.Load(backups.Find(outcome.backup));
+    auto& pieces = backup.content.pieces;
+    std::erase_if(pieces,
+                  [](const ContentPiece& piece) { return piece.section == "commonKeyboard"; });
+    for (ContentPiece& piece : pieces)
+        if (piece.module == MODULE_MAGNET_HEADERS)
+            piece.bytes.pop_back(); // nothing has been programmed there
+    pieces.push_back({MODULE_POS, "gone", 0x8000, "12345"});
+
+    TroubledKeyboard other = NewKeyboard(true, after);
+    other.memory.replace(0x1500, 16, "fedcba9876543210");
+    std::string expected = before;
+    expected.replace(0x1500, 16, "fedcba9876543210");
+    expected[0x1000] = after[0x1000]; // the output delay, which the backup lacks
+    std::vector<std::string> told;
+    EXPECT_FALSE(Use(other, [&](Session&, Writer& writer) {
+        EXPECT_THROW((void)writer.PlanRestore(backup), Error);
+        const WritePlan plan = writer.PlanRestore(backup, true);
+        EXPECT_TRUE(plan.isOfOtherKeyboard);
+        told = plan.notRestored;
+        Writer::Request request;
+        request.action = Writer::Request::kRestore;
+        writer.Write(plan, request);
+    }));
+    EXPECT_TRUE(other.memory == expected);
+    ASSERT_EQ(told.size(), 3U);
+    EXPECT_NE(told[0].find("commonKeyboard"), std::string::npos);
+    EXPECT_NE(told[1].find("magnetCard"), std::string::npos);
+    EXPECT_NE(told[2].find("5 bytes"), std::string::npos);
+}
+
+} // namespace qx::host
