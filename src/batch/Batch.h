@@ -37,7 +37,8 @@ public:
 
     // What the report says of each unit, and "not done" of what has changed since.
     [[nodiscard]] const Report& Progress() const { return m_report; }
-    // Whether the chosen units are.
+    // The chosen units that are not done.
+    [[nodiscard]] std::vector<const Unit*> Left() const;
     [[nodiscard]] bool IsAllDone() const { return Left().empty(); }
     [[nodiscard]] ThisRun ThisRunSoFar() const;
     // Why the first of the units that failed in this run, in the job's order, has failed.
@@ -63,8 +64,6 @@ private:
     [[nodiscard]] std::size_t NumberOf(const Unit& unit) const; // from 0
     [[nodiscard]] UnitReport& ReportOf(const Unit& unit);
     [[nodiscard]] const UnitReport& ReportOf(const Unit& unit) const;
-    // The chosen units that are not done.
-    [[nodiscard]] std::vector<const Unit*> Left() const;
     // Programs by `program`, and notes the result.
     void Program(const Unit& unit, const std::function<void(UnitReport&)>& program);
     // Tells the user of the attempt, and saves it in the report.

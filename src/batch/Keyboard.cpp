@@ -106,6 +106,8 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
                               "; nothing was written (--skip-absent leaves such sections out)",
                           absent);
     const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});
+    if (plan.ReplacesIdentifier())
+        m_services.warn(unit.name + ": " + unit.document->IdentifierWarning());
     host::Writer::Request request;
     request.document = unit.document->Name();
     request.documentSha256 = files::Sha256(unit.document->ToText());

@@ -71,6 +71,12 @@ std::string ConfigurationDocument::Identifier() const {
     return isText ? m_json[place].get<std::string>() : std::string();
 }
 
+std::string ConfigurationDocument::IdentifierWarning() const {
+    return "the keyboard takes over the identifier of another one from " + m_name +
+           "; a document for other keyboards leaves the identifier out (qxconf upload "
+           "--no-identifier), and each keyboard then keeps its own";
+}
+
 void ConfigurationDocument::RemoveIdentifier() {
     const Json::json_pointer place(kIdentifierPlace);
     if (m_json.contains(place))

@@ -28,10 +28,6 @@ public:
     static constexpr std::string_view kKeyboardKey = "keyboard";
     // Where a document has the identifier of the keyboard that it was read from.
     static constexpr const char* kIdentifierPlace = "/layeredFuncKeys/guid";
-    // What to do when a document has one, and is meant for other keyboards.
-    static constexpr std::string_view kIdentifierAdvice =
-        "a document for other keyboards leaves the identifier out (qxconf upload "
-        "--no-identifier), and each keyboard then keeps its own";
 
     // More than any document has.
     static constexpr std::size_t kMostBytes = 4U << 20U;
@@ -61,6 +57,8 @@ public:
 
     // The identifier, as it is written there; empty when there is none.
     [[nodiscard]] std::string Identifier() const;
+    // For a user whose keyboard gets this identifier in place of its own.
+    [[nodiscard]] std::string IdentifierWarning() const;
     // Makes it a document that leaves every keyboard its own identifier.
     void RemoveIdentifier();
 

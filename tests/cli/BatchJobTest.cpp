@@ -131,8 +131,20 @@ TEST_F(JobFile, AnUploadedDocumentLeavesEachKeyboardItsIdentifier) {
     // A document for one keyboard gives it its identifier.
     job["units"].erase(2);
     job["units"].erase(0);
-    EXPECT_EQ(RunJob().status, 0);
+    const std::string warning = "the keyboard takes over the identifier of another one from " +
+                                File("till.json") + "; a document for other keyboards leaves";
+    EXPECT_NE(RunJob({"--dry-run"}).err.find("till 2: unless it has it already, " + warning),
+              std::string::npos);
+    const Outcome taken = RunJob({"--quiet"});
+    EXPECT_EQ(taken.status, 0);
+    EXPECT_NE(taken.err.find("till 2: " + warning), std::string::npos) << taken.err;
     EXPECT_EQ(IdentifierIn("2.qxk"), own["1"]);
+    EXPECT_EQ(RunJob({"--dry-run"}).err, "") << "it is done";
+    std::filesystem::remove(folder / "job.json.report.json");
+    EXPECT_EQ(RunJob({"--quiet"}).err, "") << "it has that identifier";
+    std::filesystem::remove(folder / "job.json.report.json");
+    job["units"][0]["identifier"] = own["1"];
+    EXPECT_EQ(RunJob({"--dry-run"}).err, "") << "the unit is the keyboard of that identifier";
 }
 
 TEST_F(JobFile, OneIdentifierIsNotGivenTwice) {

@@ -86,6 +86,15 @@ batch::Services ServicesOf(Context& context, const BatchOptions& options,
     return services;
 }
 
+// A dry run looks at no keyboard, so it cannot tell which identifier each has.
+void ShowPlanned(Context& context, const batch::Batch& batch) {
+    for (const batch::Unit* unit : batch.Left())
+        if (unit->setsIdentifier && unit->identifier.empty())
+            context.Warn(unit->name + ": unless it has it already, " +
+                         unit->document->IdentifierWarning());
+    context.Result(batch.Progress().ToJson(), Table(batch.Progress()));
+}
+
 // The report, with what this run has changed.
 void ShowResult(Context& context, const batch::Batch& batch) {
     const batch::ThisRun run = batch.ThisRunSoFar();
@@ -116,7 +125,7 @@ void RunBatch(Context& context, const BatchOptions& options) {
         batch.Choose(options.only);
     if (options.dryRun) {
         context.exitStatus = batch.IsAllDone() ? 0 : kNotAllDone;
-        return context.Result(batch.Progress().ToJson(), Table(batch.Progress()));
+        return ShowPlanned(context, batch);
     }
     if (options.bench)
         batch.RunAtBench();

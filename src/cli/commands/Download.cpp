@@ -105,8 +105,7 @@ void Download(Context& context, const DownloadOptions& options) {
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
     host::WritePlan plan = context.Writer().Plan(sections, {options.full, options.repair});
     if (plan.ReplacesIdentifier())
-        context.Warn("the keyboard takes over the identifier of another one from " + options.file +
-                     "; " + std::string(host::ConfigurationDocument::kIdentifierAdvice));
+        context.Warn(document.IdentifierWarning());
     if (options.dryRun) {
         context.CloseKeyboard();
         host::Planner(plan.before, *context.NewConfiguration()).NameSettings(plan);
