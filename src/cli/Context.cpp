@@ -217,8 +217,10 @@ QXKeyboardLayoutData& Context::Layout() {
     return *m_layout;
 }
 
-std::string Context::LayoutName() {
-    return LayoutNameFor(m_isOpen && m_driver.layout ? m_driver.layout() : "");
+const std::string& Context::LayoutName() {
+    if (m_layoutName.empty())
+        m_layoutName = LayoutNameFor(m_isOpen && m_driver.layout ? m_driver.layout() : "");
+    return m_layoutName;
 }
 
 std::string Context::LayoutNameFor(const std::string& ofKeyboard) {
@@ -252,8 +254,13 @@ std::unique_ptr<host::Configuration> Context::NewConfiguration() {
 }
 
 void Context::Result(const host::Json& json, const Lines& lines) {
-    if (!options.json)
-        return m_console.Result(lines);
+    if (options.json)
+        JsonResult(json);
+    else
+        m_console.Result(lines);
+}
+
+void Context::JsonResult(const host::Json& json) {
     host::Json result = {{"schema", kSchema}};
     result.update(json);
     if (!m_damaged.empty())
@@ -293,7 +300,7 @@ int Context::Report(const host::Error& error) {
     if (faults.size() > kShownFaults)
         m_console.Error("        and " + std::to_string(faults.size() - kShownFaults) + " more");
     if (options.json)
-        m_console.Result(host::Json{{"schema", kSchema}, {"error", ToJson(error)}});
+        JsonResult({{"error", ToJson(error)}});
     return ExitStatusOf(error.Kind());
 }
 
@@ -302,8 +309,7 @@ int Context::Report(const Interrupted& interrupted) {
                                 "; nothing was written to the keyboard";
     m_console.Error("qxconf: " + message);
     if (options.json)
-        m_console.Result(host::Json{{"schema", kSchema},
-                                    {"error", {{"code", "interrupted"}, {"message", message}}}});
+        JsonResult({{"error", {{"code", "interrupted"}, {"message", message}}}});
     return kEndedBySignal + interrupted.signal;
 }
 

@@ -86,7 +86,7 @@ public:
 
     // The name of that layout, as it is opened by; and of the one for a keyboard that names this
     // one, or none (the empty text).
-    [[nodiscard]] std::string LayoutName();
+    [[nodiscard]] const std::string& LayoutName();
     [[nodiscard]] std::string LayoutNameFor(const std::string& ofKeyboard);
 
     // All settings of the keyboard, which is closed then.
@@ -127,6 +127,8 @@ private:
     [[nodiscard]] setup::OpenedDriver OpenChosenDriver();
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void WarnOfInterruptedWrites();
+    // Writes these members, with the schema number and what is known of the opened keyboard.
+    void JsonResult(const host::Json& json);
     class MessageBoxLines;
 
     Console m_console;
@@ -140,6 +142,7 @@ private:
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;
+    std::string m_layoutName; // empty until it is asked for
     host::Json m_damaged = host::Json::array();
     host::Json m_interrupted; // the write that the keyboard held a part of when it was opened
 };

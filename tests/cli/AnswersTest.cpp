@@ -49,10 +49,6 @@ TEST_F(Answers, OfDocuments) {
     Expect({"upload", "-o", till}, {{"direction", "keyboard to file"}, {"file", till}},
            "keyboard to file: wrote " + till + "\n");
     EXPECT_EQ(Json::parse(files::ReadFile(till)), Json::parse(keyboard.Done({"upload"})));
-    Json common = Json::parse(files::ReadFile(till));
-    EXPECT_EQ(common["layeredFuncKeys"].erase("guid"), 1U);
-    keyboard.Done({"upload", "--no-identifier", "-o", till});
-    EXPECT_EQ(Json::parse(files::ReadFile(till)), common);
     const std::string fresh = keyboard.File("fresh.json");
     Expect({"defaults", "-o", fresh}, {{"direction", "default values to file"}, {"file", fresh}},
            "default values to file: wrote " + fresh + "\n");
@@ -64,41 +60,6 @@ TEST_F(Answers, OfDocuments) {
            "document to key sheet: wrote " + sheet + "\n");
     Expect({"sheet", "-o", sheet}, {{"direction", "keyboard to key sheet"}, {"file", sheet}},
            "keyboard to key sheet: wrote " + sheet + "\n");
-}
-
-TEST_F(Answers, OfWrites) {
-    const std::string delay = keyboard.Write("delay.json", kDelay);
-    const Json settings = {{{"setting", "keyboard output delay"},
-                            {"place", "/commonKeyboard/outputDelay"},
-                            {"from", "6"},
-                            {"to", "77"}}};
-    const Outcome download = keyboard.Run({"--json", "download", delay});
-    const Json done = Json::parse(download.out);
-    EXPECT_EQ(download.err, "");
-    EXPECT_EQ(done["direction"], "file to keyboard");
-    EXPECT_EQ(done["sections"], Json({"commonKeyboard"}));
-    EXPECT_EQ(done["written"], true);
-    EXPECT_EQ(done["verified"], true);
-    EXPECT_EQ(done["full"], false);
-    EXPECT_EQ(done["bytesSent"], 1);
-    EXPECT_EQ(done["settings"], settings);
-    EXPECT_EQ(keyboard.Memory().substr(0x1000, 1), "\x4D");
-    Expect({"recover"},
-           {{"interrupted", nullptr}, {"recovered", nullptr}, {"onRecord", Json::array()}},
-           "no write to this keyboard was interrupted\n");
-    // The backup of that write brings the delay back.
-    const std::string backup = done["backup"];
-    EXPECT_EQ(Json::parse(keyboard.Done({"--json", "backup", "list"}))["backups"][0]["id"], backup);
-    EXPECT_EQ(Json::parse(keyboard.Done({"backup", "show", backup}))["commonKeyboard"],
-              Json({{"outputDelay", 6}}));
-    const Json restored = Json::parse(keyboard.Done({"--json", "backup", "restore", backup}));
-    EXPECT_EQ(restored["direction"], "backup to keyboard");
-    EXPECT_EQ(restored["restored"], backup);
-    EXPECT_EQ(restored["bytesSent"], 1);
-    EXPECT_NE(restored["backup"], backup);
-    EXPECT_EQ(keyboard.Memory().substr(0x1000, 1), "\x06");
-    const Json receipts = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"];
-    ASSERT_EQ(receipts.size(), 2U);
 }
 
 TEST_F(Answers, OfKeyboardFiles) {
@@ -149,6 +110,9 @@ TEST_F(Answers, OfKeyboardFiles) {
 }
 
 TEST_F(Answers, OfModesAndPreferences) {
+    Expect({"recover"},
+           {{"interrupted", nullptr}, {"recovered", nullptr}, {"onRecord", Json::array()}},
+           "no write to this keyboard was interrupted\n");
     Expect({"show", "commonKeyboard"},
            {{"settings",
              {{{"place", "/commonKeyboard/outputDelay"},

@@ -33,12 +33,19 @@ TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
     EXPECT_EQ(plan["bytesToSend"], 1);
     EXPECT_EQ(plan["ranges"][0]["address"], 4096);
     EXPECT_EQ(plan["ranges"][0]["section"], "commonKeyboard");
-    EXPECT_EQ(plan["settings"][0]["place"], "/commonKeyboard/outputDelay");
+    EXPECT_EQ(plan["settings"], Json({{{"setting", "keyboard output delay"},
+                                       {"place", "/commonKeyboard/outputDelay"},
+                                       {"from", "6"},
+                                       {"to", "77"}}}));
     EXPECT_NE(keyboard.Done({"download", "--dry-run", file})
                   .find("MODULE_KEYBOARD  1000  1 byte  keyboard output delay 6 → 77\n"),
               std::string::npos);
 
     const Json done = Json::parse(keyboard.Done({"--json", "download", file}));
+    EXPECT_EQ(done["direction"], "file to keyboard");
+    EXPECT_EQ(done["sections"], Json({"commonKeyboard"}));
+    EXPECT_EQ(done["written"], true);
+    EXPECT_EQ(done["full"], false);
     EXPECT_EQ(done["bytesSent"], 1);
     EXPECT_EQ(done["verified"], true);
     EXPECT_EQ(done["settings"], plan["settings"]);
@@ -46,9 +53,26 @@ TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
     EXPECT_NE(again.find("nothing was written"), std::string::npos) << again;
     EXPECT_EQ(Json::parse(keyboard.Done({"--json", "download", file}))["verified"], true);
 
-    const std::string unproved = keyboard.Done(
-        {"download", "--no-verify", "--full", keyboard.Write("delay.json", DelayDocument(8))});
+    // As it is already, whole.
+    const Json whole =
+        Json::parse(keyboard.Done({"--json", "download", "--full", "--dry-run", file}));
+    const Json sent = Json::parse(keyboard.Done({"--json", "download", "--full", file}));
+    EXPECT_EQ(whole["bytesToSend"], sent["bytesSent"]);
+    EXPECT_EQ(keyboard.Done({"download", "--full", "--dry-run", file}).find("holds all"),
+              std::string::npos);
+    const std::string unproved = keyboard.Done({"download", "--no-verify", "--full", file});
     EXPECT_NE(unproved.find("not verified"), std::string::npos) << unproved;
+}
+
+TEST(Write, AKeyboardThatLiesIsCaught) {
+    CommandLine keyboard;
+    const std::string file = keyboard.Write("delay.json", DelayDocument(77));
+    Fault lie;
+    lie.dropsWrites = true;
+    const Outcome outcome = keyboard.Run({"download", file}, lie);
+    EXPECT_EQ(outcome.status, 5);
+    EXPECT_NE(outcome.err.find("holds 6 in place of 4D"), std::string::npos) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
 }
 
 TEST(Write, VariablesGetTheirValuesBySet) {
@@ -67,7 +91,7 @@ TEST(Write, VariablesGetTheirValuesBySet) {
          6,
          "/commonKeyboard/outputDelay: needs a value for the variable delay; "
          "values are given by --set delay=VALUE"},
-        {{"validate", file}, 6, "--set delay=VALUE"},
+        {{"validate", "--set", "delay=7", "--set", "dealy=7", file}, 2, "no placeholder ${dealy}"},
         {{"download", file, "--set", "delay=300"}, 6, "300 is not a whole number from 0 to 255"},
         {{"download", "--set", "delay=7", "--set", "dealy=7", file}, 2, "no placeholder ${dealy}"},
         {{"download", "--set", "delay=7", "--set", "delay=8", file}, 2, "is given twice"},
@@ -111,7 +135,11 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     const Json saved = Json::parse(keyboard.Done({"backup", "show", id}));
     EXPECT_EQ(saved["commonKeyboard"]["outputDelay"], 6);
 
-    keyboard.Done({"backup", "restore", id});
+    const Json restored = Json::parse(keyboard.Done({"--json", "backup", "restore", id}));
+    EXPECT_EQ(restored["direction"], "backup to keyboard");
+    EXPECT_EQ(restored["restored"], id);
+    EXPECT_EQ(restored["bytesSent"], receipts[0]["bytesSent"]);
+    EXPECT_NE(restored["backup"], id);
     EXPECT_EQ(keyboard.Memory(), before);
     const Json undone = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"];
     EXPECT_EQ(undone[1]["action"], "restore");
@@ -317,17 +345,6 @@ TEST(Write, ALoadedFileLeavesABackupAndAReceipt) {
     const Json failed = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
     EXPECT_EQ(failed["document"], bad);
     EXPECT_EQ(failed["result"], "unknown");
-}
-
-TEST(Write, ADryRunOfAFullDownloadTellsWhatItSends) {
-    CommandLine keyboard;
-    const std::string file = keyboard.Write("delay.json", DelayDocument(6)); // as it is
-    const Json plan =
-        Json::parse(keyboard.Done({"--json", "download", "--full", "--dry-run", file}));
-    const Json done = Json::parse(keyboard.Done({"--json", "download", "--full", file}));
-    EXPECT_EQ(plan["bytesToSend"], done["bytesSent"]);
-    EXPECT_EQ(keyboard.Done({"download", "--full", "--dry-run", file}).find("holds all"),
-              std::string::npos);
 }
 
 } // namespace qx::test
