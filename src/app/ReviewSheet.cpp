@@ -51,6 +51,20 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
     tree.expandAll();
 }
 
+// What a user should know who writes one document into several keyboards; empty where the keyboard
+// keeps its identifier.
+QString IdentifierWarning(const host::WritePlan& plan) {
+    if (plan.ReplacesIdentifier())
+        return ReviewSheet::tr("The keyboard's identifier is replaced by another one. A document "
+                               "for several keyboards leaves the identifier out (qxconf upload "
+                               "--no-identifier); each keyboard then keeps its own.");
+    if (plan.GivesIdentifier())
+        return ReviewSheet::tr("The keyboard has no identifier and is given one. A document for "
+                               "several keyboards leaves the identifier out (qxconf upload "
+                               "--no-identifier); else they can no longer be told apart.");
+    return {};
+}
+
 } // namespace
 
 ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
@@ -108,12 +122,18 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(heading);
-    if (!absentSections.isEmpty()) {
-        auto* absent = new QLabel(
+    const auto note = [&](const char* name, const QString& text) {
+        auto* label = new QLabel(text);
+        label->setObjectName(QLatin1String(name));
+        label->setWordWrap(true);
+        column->addWidget(label);
+    };
+    if (const QString warning = IdentifierWarning(plan); !warning.isEmpty())
+        note("identifierWarning", warning);
+    if (!absentSections.isEmpty())
+        note(
+            "absentSections",
             tr("The keyboard has no module for these, which are left out: %1").arg(absentSections));
-        absent->setWordWrap(true);
-        column->addWidget(absent);
-    }
     column->addWidget(tree, 1);
     column->addWidget(hint);
     column->addWidget(buttons);

@@ -144,6 +144,7 @@ host::Json ToJson(const host::WritePlan& plan) {
                           {"section", range.section},
                           {"address", range.address},
                           {"size", range.Size()},
+                          {"damaged", range.isDamaged},
                           {"settings", range.settings}});
     return {{"bytesToSend", plan.BytesToSend()},
             {"bytesInAll", plan.BytesInAll()},
@@ -154,9 +155,11 @@ host::Json ToJson(const host::WritePlan& plan) {
 Lines ToLines(const host::WritePlan& plan) {
     std::vector<std::vector<std::string>> rows;
     for (const host::PlannedRange& range : plan.ranges) {
-        rows.push_back(
-            {std::string(NameOf(range.module)), Hex(range.address), Counted(range.Size(), "byte"),
-             range.settings.empty() ? "(bytes that no setting uses)" : range.settings.front()});
+        const char* const unnamed =
+            range.isDamaged ? "(of the damaged section)" : "(bytes that no setting uses)";
+        rows.push_back({std::string(NameOf(range.module)), Hex(range.address),
+                        Counted(range.Size(), "byte"),
+                        range.settings.empty() ? unnamed : range.settings.front()});
         for (std::size_t i = 1; i < range.settings.size(); ++i)
             rows.push_back({"", "", "", range.settings[i]});
     }

@@ -90,7 +90,7 @@ std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& d
             read.push_back(section);
         } else {
             if (key != "format" && key != "version")
-                faults.push_back({"/" + key, ShortText(key) + " is not known here"});
+                faults.push_back({"/" + key, "unknown member " + ShortText(key)});
             continue;
         }
         JsonFieldReader(value, "/" + key, m_layout, variables, faults).Read(visit);
@@ -161,7 +161,7 @@ std::string ToText(const Difference& difference) {
 }
 
 std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to,
-                                const Words& words) {
+                                const Words& words, Sides sides) {
     const std::string none = words ? words("(none)") : "(none)";
     std::map<std::string, const Setting*> unmatched;
     for (const Setting& setting : to)
@@ -169,7 +169,8 @@ std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vec
     std::vector<Difference> differences;
     const auto add = [&](const Setting& setting, const std::string& before,
                          const std::string& after) {
-        const bool isLackedAndKept = setting.isKept && (before == none || after == none);
+        const bool isLackedAndKept =
+            sides == Sides::Documents && setting.isKept && (before == none || after == none);
         if (setting.isStored && !isLackedAndKept && before != after)
             differences.push_back({setting.place, setting.name, before, after, setting.isSequence,
                                    setting.isGradual});

@@ -89,9 +89,12 @@ struct Difference {
 // "barcode Code39 minimum length 1 → 4", "POS key 12: Ctrl C → Esc".
 [[nodiscard]] std::string ToText(const Difference& difference);
 
-// The differences between settings that keyboards store; one that only one side has is none where
-// the keyboard would keep it.
-[[nodiscard]] std::vector<Difference>
-Compare(const std::vector<Setting>& from, const std::vector<Setting>& to, const Words& words = {});
+// The differences between settings that keyboards store. Where one side is a document, one that it
+// lacks and the keyboard would keep is none.
+enum class Sides { Documents, Keyboards };
+[[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
+                                              const std::vector<Setting>& to,
+                                              const Words& words = {},
+                                              Sides sides = Sides::Documents);
 
 } // namespace qx::host

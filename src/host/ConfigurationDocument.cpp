@@ -2,6 +2,7 @@
 
 #include "files/Files.h"
 #include "host/Error.h"
+#include "host/KeyboardContent.h"
 
 namespace qx::host {
 
@@ -67,12 +68,17 @@ Json& ConfigurationDocument::Place(std::string_view key) {
 
 std::string ConfigurationDocument::Identifier() const {
     const Json::json_pointer place(kIdentifierPlace);
-    const bool isText = m_json.contains(place) && m_json[place].is_string();
-    return isText ? m_json[place].get<std::string>() : std::string();
+    if (!m_json.contains(place) || !m_json[place].is_string())
+        return {};
+    const auto text = m_json[place].get<std::string>();
+    const auto guid = GuidFromText(text);
+    return guid && !IsIdentifier(*guid) ? std::string() : text;
 }
 
-std::string ConfigurationDocument::IdentifierWarning() const {
-    return "the keyboard takes over the identifier of another one from " + m_name +
+std::string ConfigurationDocument::IdentifierWarning(bool replaces) const {
+    return (replaces ? "the keyboard takes over the identifier of another one from "
+                     : "the keyboard has no identifier and is given the one in ") +
+           m_name +
            "; a document for other keyboards leaves the identifier out (qxconf upload "
            "--no-identifier), and each keyboard then keeps its own";
 }

@@ -55,10 +55,10 @@ public:
     // The section, made when it is not there.
     [[nodiscard]] Json& Place(std::string_view key);
 
-    // The identifier, as it is written there; empty when there is none.
+    // The identifier, as it is written there; empty when there is none (see IsIdentifier).
     [[nodiscard]] std::string Identifier() const;
-    // For a user whose keyboard gets this identifier in place of its own.
-    [[nodiscard]] std::string IdentifierWarning() const;
+    // For a user whose keyboard gets this identifier, in place of its own if it has one.
+    [[nodiscard]] std::string IdentifierWarning(bool replaces = true) const;
     // Makes it a document that leaves every keyboard its own identifier.
     void RemoveIdentifier();
 

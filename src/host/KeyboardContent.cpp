@@ -5,6 +5,8 @@
 #include "host/RecordFiles.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <stdexcept>
 
 namespace qx::host {
@@ -47,6 +49,15 @@ void ForEachPart(Pieces& pieces, Long address, Long size, const Part& part) {
 }
 
 } // namespace
+
+bool IsIdentifier(std::string_view bytes) {
+    return !bytes.empty() && bytes.find_first_not_of(bytes[0]) != std::string_view::npos;
+}
+
+bool IsIdentifier(const Guid& guid) {
+    const auto bytes = std::bit_cast<std::array<char, sizeof guid>>(guid); // in any order
+    return IsIdentifier(std::string_view(bytes.data(), bytes.size()));
+}
 
 std::string KeyboardIdentity::Name() const {
     std::string name = identification.substr(0, kNameSize);
@@ -100,9 +111,8 @@ void KeyboardContent::Overwrite(Long address, std::string_view bytes) {
 void KeyboardContent::UpdateGuid() {
     identity.guid.clear();
     for (const ContentPiece& piece : pieces)
-        if (piece.module == MODULE_GUID &&
-            piece.bytes.find_first_not_of(piece.bytes[0]) != std::string::npos)
-            identity.guid = piece.bytes; // one that has never been given is all the same byte
+        if (piece.module == MODULE_GUID && IsIdentifier(piece.bytes))
+            identity.guid = piece.bytes;
 }
 
 Long KeyboardContent::Size() const {

@@ -4,6 +4,7 @@
 
 #include "host/Json.h"
 #include "qxcontrols/device/KeyboardModuleIDs.h"
+#include "qxcontrols/platform/GuidCreator.h"
 
 #include <string>
 #include <string_view>
@@ -11,6 +12,11 @@
 #include <vector>
 
 namespace qx::host {
+
+// Whether these bytes, or this number, are an identifier: where none has ever been given, all bytes
+// are the same.
+[[nodiscard]] bool IsIdentifier(std::string_view bytes);
+[[nodiscard]] bool IsIdentifier(const Guid& guid);
 
 struct KeyboardIdentity {
     std::string identification; // the bytes of the identification block; empty: not readable

@@ -91,6 +91,7 @@ public:
 
     [[nodiscard]] const SectionInfo& Info() const override { return m_info; }
     [[nodiscard]] C& Control() override { return m_control; }
+    [[nodiscard]] const C& Control() const { return m_control; }
 
 private:
     const SectionInfo& m_info;

@@ -196,9 +196,13 @@ void Planner::Finish(WritePlan& plan) {
     Keys changed;
     for (ByteRange& range : Differences(plan.before, plan.after, kRequestCost)) {
         changed.insert(range.section);
-        plan.ranges.push_back({std::move(range), {}});
+        plan.ranges.push_back({std::move(range), {}, false});
     }
-    const auto settings = Compare(Decode(plan.before, changed), plan.after, changed);
+    const Decoded before = Decode(plan.before, changed);
+    for (const Fault& fault : before.damaged)
+        for (PlannedRange& range : plan.ranges)
+            range.isDamaged = range.isDamaged || fault.place == "/" + range.section;
+    const auto settings = Compare(before, plan.after, changed);
     plan.settings.insert(plan.settings.end(), settings.begin(), settings.end());
 }
 
@@ -287,7 +291,7 @@ std::vector<Difference> Planner::Compare(const Decoded& from, const KeyboardCont
         const auto after = m_scratch.List(*section, places, Listed::Usual);
         before.Restore(*section);
         const auto changed = host::Compare(m_scratch.List(*section, places, Listed::Usual), after,
-                                           m_scratch.WordsInUse());
+                                           m_scratch.WordsInUse(), Sides::Keyboards);
         differences.insert(differences.end(), changed.begin(), changed.end());
     }
     const auto word = [&](const char* text) {

@@ -21,6 +21,7 @@ inline constexpr Long kRequestCost = 16;
 
 struct PlannedRange : ByteRange {
     std::vector<std::string> settings; // that it changes, in words; see Planner::NameSettings
+    bool isDamaged = false;            // of a damaged section, whose settings are not known
 };
 
 struct PlanOptions {
@@ -41,9 +42,12 @@ struct WritePlan {
     bool isOfOtherKeyboard = false;                // a backup of what seems to be another keyboard
 
     [[nodiscard]] bool IsEmpty() const { return ranges.empty(); }
-    // Whether the keyboard has an identifier and is given another one.
+    // Whether the keyboard is given an identifier that it does not have; and in place of its own.
+    [[nodiscard]] bool GivesIdentifier() const {
+        return !after.identity.guid.empty() && before.identity.guid != after.identity.guid;
+    }
     [[nodiscard]] bool ReplacesIdentifier() const {
-        return !before.identity.guid.empty() && before.identity.guid != after.identity.guid;
+        return GivesIdentifier() && !before.identity.guid.empty();
     }
     [[nodiscard]] Long BytesToSend() const; // of the ranges
     [[nodiscard]] Long BytesInAll() const;  // of the requests

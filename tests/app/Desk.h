@@ -161,6 +161,8 @@ public:
     QStringList Write() {
         QStringList changes;
         InDialog([&](QWidget& dialog) {
+            const auto* warning = dialog.findChild<QLabel*>(QStringLiteral("identifierWarning"));
+            identifierWarning = warning == nullptr ? QString() : warning->text();
             auto* tree = dialog.findChild<QTreeWidget*>();
             for (int i = 0; i < tree->topLevelItemCount(); ++i)
                 for (int j = 0; j < tree->topLevelItem(i)->childCount(); ++j) {
@@ -210,7 +212,8 @@ public:
     QStringList askedToRepair;
     DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;
     DocumentMenu::Answer notSaved = DocumentMenu::Answer::Cancel;
-    bool wasClosing = false; // when it could not be saved
+    bool wasClosing = false;   // when it could not be saved
+    QString identifierWarning; // of the last review
     DocumentMenu::LeftAnswer leftCopy = DocumentMenu::LeftAnswer::Later;
     QStringList leftCopies;
     QStringList warnings;

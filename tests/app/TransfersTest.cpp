@@ -51,6 +51,25 @@ TEST(Transfers, AFailedWriteSaysSoAndIsNeverCalledDone) {
     EXPECT_GT(noticed, 0);
 }
 
+TEST(Transfers, TheReviewWarnsOfAnIdentifierThatTheKeyboardDoesNotHave) {
+    Desk desk;
+    const Long place = desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_GUID);
+    const std::pair<std::string, const char*> held[] = {
+        {"0123456789ABCDEF", "is replaced by another one"},
+        {std::string(16, '\xFF'), "has no identifier and is given one"}};
+    for (const auto& [guid, warning] : held) {
+        desk.workbench.Simulated()->Poke(place, guid);
+        desk.Write();
+        EXPECT_TRUE(desk.identifierWarning.contains(QLatin1String(warning)))
+            << desk.identifierWarning.toStdString();
+        EXPECT_NE(desk.Memory(MODULE_GUID, 0, 16), guid);
+    }
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Write();
+    EXPECT_EQ(desk.identifierWarning, QString());
+}
+
 TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) {
     const TempFolder shop;
     std::string before;

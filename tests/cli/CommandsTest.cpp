@@ -292,8 +292,54 @@ TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
     EXPECT_EQ(refused["error"]["code"], "keyboard-damaged");
     EXPECT_EQ(refused["error"]["place"], "/pos");
     EXPECT_TRUE(keyboard.Memory() == before);
-    keyboard.Done({"download", "--repair", whole});
+
+    // The sound key 50, which the repair clears, is not called unused.
+    keyboard.Poke(0x4000 + 49 * 32, std::string("\0\x1E\x9E\0", 4));
+    const std::string planned = keyboard.Done({"download", "--repair", "--dry-run", whole});
+    EXPECT_NE(planned.find("MODULE_POS  4620  3 bytes  (of the damaged section)"),
+              std::string::npos)
+        << planned;
+    EXPECT_EQ(planned.find("no setting uses"), std::string::npos) << planned;
+    const Json done = Json::parse(keyboard.Done({"--json", "download", "--repair", whole}));
     EXPECT_EQ(keyboard.Done({"diff", whole}), "");
+    const std::string saved = done["backup"];
+    const Outcome shown = keyboard.Run({"--json", "backup", "show", saved});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.err.find("left out /pos: was damaged in the keyboard"), 0U) << shown.err;
+    EXPECT_EQ(Json::parse(shown.out)["damaged"][0]["place"], "/pos");
+    EXPECT_FALSE(Json::parse(shown.out)["document"].contains("pos"));
+}
+
+// A keyboard whose 16 bytes are equal has no identifier: it gives none away, and a document that
+// has such a one leaves the keyboard its own.
+TEST(Commands, AnIdentifierIsGivenWithAWarningAndNeverTakenAway) {
+    constexpr Long kGuid = 5376;
+    const char* const place = "/layeredFuncKeys/guid";
+    CommandLine keyboard;
+    const std::string own = keyboard.Write("own.json", keyboard.Done({"upload"}));
+    keyboard.Poke(kGuid, std::string(16, '\xFF'));
+    Json without = Json::parse(keyboard.Done({"upload"}));
+    EXPECT_EQ(without["layeredFuncKeys"].count("guid"), 0U);
+
+    const std::string planned = keyboard.Done({"download", "--dry-run", own});
+    EXPECT_NE(planned.find("identifier (none) → \"{"), std::string::npos) << planned;
+    const Outcome first = keyboard.Run({"download", own});
+    EXPECT_EQ(first.status, 0);
+    EXPECT_EQ(first.err.find("the keyboard has no identifier and is given the one in " + own), 0U)
+        << first.err;
+    EXPECT_NE(first.err.find("--no-identifier"), std::string::npos);
+    EXPECT_EQ(keyboard.Run({"download", own}).err, "") << "it is its own now";
+
+    const std::string before = keyboard.Memory();
+    for (const char* none :
+         {"{FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF}", "{00000000-0000-0000-0000-000000000000}"}) {
+        without[Json::json_pointer(place)] = none;
+        const std::string file = keyboard.Write("without.json", without.dump());
+        for (const char* how : {"--dry-run", "--full"})
+            EXPECT_EQ(keyboard.Run({"download", how, file}).err, "");
+        EXPECT_TRUE(keyboard.Memory() == before);
+        EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
+    }
 }
 
 TEST(Commands, QuietLeavesOutNotesAndNoWarning) {

@@ -243,6 +243,8 @@ TEST_F(OddKeyboards, WhatTheRequestsLeaveOutIsSentToo) {
 TEST_F(OddKeyboards, AnIdentifierThatTheDocumentLacksStays) {
     driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
     driver.memory.assign(test::FakeDriver::kSize, '\x21');
+    const std::string guid = "0123456789ABCDEF";
+    driver.memory.replace(0x3000, 16, guid);
     Session session(driver);
     session.Open();
     auto sections = session.SectionsIn(configuration);
@@ -250,11 +252,11 @@ TEST_F(OddKeyboards, AnIdentifierThatTheDocumentLacksStays) {
     const auto uploaded = configuration.Write(sections);
     const auto held = configuration.List(sections);
     ASSERT_EQ(uploaded.Find("layeredFuncKeys")->at("guid"),
-              "{21212121-2121-2121-2121-212121212121}");
+              "{33323130-3534-3736-3839-414243444546}");
     for (const bool isAbsent : {true, false}) {
         auto document = uploaded;
         Json& section = document.Place("layeredFuncKeys");
-        ASSERT_EQ(document.Identifier(), "{21212121-2121-2121-2121-212121212121}");
+        ASSERT_EQ(document.Identifier(), "{33323130-3534-3736-3839-414243444546}");
         if (isAbsent)
             document.RemoveIdentifier();
         else
@@ -266,7 +268,7 @@ TEST_F(OddKeyboards, AnIdentifierThatTheDocumentLacksStays) {
         for (const auto& difference : Compare(held, configuration.List(read)))
             EXPECT_EQ(difference.name.find("identifier"), std::string::npos) << difference.name;
         session.Download(read);
-        EXPECT_EQ(driver.memory.substr(0x3000, 16), std::string(16, '\x21'));
+        EXPECT_EQ(driver.memory.substr(0x3000, 16), guid);
         EXPECT_EQ(driver.memory.substr(0x4000, 30720), std::string(30720, '\0'));
         session.Upload(sections);
         EXPECT_EQ(configuration.Write(sections).Find("layeredFuncKeys")->count("guid"), 1U);

@@ -187,6 +187,7 @@ TEST_F(SessionTest, StatusesWithoutMeaningFailNothing) {
         }
     } rambling(driver);
     driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
+    driver.memory.replace(0x3000, 16, "0123456789ABCDEF");
     Session session(rambling);
     session.Open();
     EXPECT_TRUE(session.Warnings().empty());

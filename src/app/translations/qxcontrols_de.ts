@@ -1600,6 +1600,14 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>This changes no setting of the keyboard %1, only bytes that no setting uses.</source>
         <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die keine Einstellung benutzt.</translation>
     </message>
+    <message>
+        <source>The keyboard&apos;s identifier is replaced by another one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); each keyboard then keeps its own.</source>
+        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); jede Tastatur behält dann ihre eigene.</translation>
+    </message>
+    <message>
+        <source>The keyboard has no identifier and is given one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); else they can no longer be told apart.</source>
+        <translation>Die Tastatur hat keine Kennung und erhält eine. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); sonst lassen sie sich nicht mehr unterscheiden.</translation>
+    </message>
     <message numerus="yes">
         <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
         <translation>
@@ -1990,8 +1998,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>diese Tastatur hat keinen Barcodeleser</translation>
     </message>
     <message>
-        <source>there is no code without a character</source>
-        <translation>ein Code hat mindestens ein Zeichen</translation>
+        <source>a barcode needs at least one character</source>
+        <translation>ein Barcode braucht mindestens ein Zeichen</translation>
     </message>
     <message>
         <source>%1 is switched off: its option 0 is not set</source>

@@ -104,8 +104,8 @@ void Download(Context& context, const DownloadOptions& options) {
     RefuseUnused(variables);
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
     host::WritePlan plan = context.Writer().Plan(sections, {options.full, options.repair});
-    if (plan.ReplacesIdentifier())
-        context.Warn(document.IdentifierWarning());
+    if (plan.GivesIdentifier())
+        context.Warn(document.IdentifierWarning(plan.ReplacesIdentifier()));
     if (options.dryRun) {
         context.CloseKeyboard();
         host::Planner(plan.before, *context.NewConfiguration()).NameSettings(plan);

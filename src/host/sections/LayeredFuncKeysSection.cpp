@@ -1,5 +1,6 @@
 #include "host/sections/Sections.h"
 
+#include "host/KeyboardContent.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 
@@ -54,7 +55,7 @@ public:
     }
 
     [[nodiscard]] bool Keeps(KeyboardModuleIDs eModule) const override {
-        return eModule == MODULE_GUID && m_keepsGuid;
+        return eModule == MODULE_GUID && KeepsGuid();
     }
 
     void Uploaded() override { m_keepsGuid = false; }
@@ -71,22 +72,29 @@ public:
     }
 
 private:
+    // Without an identifier here, the keyboard's own stays.
+    [[nodiscard]] bool KeepsGuid() const {
+        return m_keepsGuid || !IsIdentifier(Control().Identifier());
+    }
+
     void VisitGuid(FieldVisitor& fields) {
         constexpr Field kField = {"guid", "identifier", false, true, true};
         constexpr std::size_t kTextUnits = 38;
         const bool hasNone =
-            m_keepsGuid || (!fields.IsExact() && (fields.IsReading() || m_lacksGuid));
+            fields.IsExact() ? m_keepsGuid : KeepsGuid() || fields.IsReading() || m_lacksGuid;
         const std::string present = hasNone ? std::string() : ToText(Control().Identifier());
         const std::string text = fields.Text(kField, present, kTextUnits);
         if (!fields.IsReading())
             return;
-        m_keepsGuid = text.empty();
+        const auto guid = GuidFromText(text);
+        const bool isNone = guid && !fields.IsExact() && !IsIdentifier(*guid);
+        m_keepsGuid = text.empty() || isNone;
         if (m_keepsGuid)
             return;
         if (m_lacksGuid && !fields.IsExact()) {
             if (!m_skipsGuid)
                 fields.Refuse(kField, "this keyboard stores no identifier");
-        } else if (const auto guid = GuidFromText(text)) {
+        } else if (guid) {
             Control().SetIdentifier(*guid);
         } else {
             fields.Refuse(kField, "\"" + text + "\" is not an identifier like " +
@@ -112,7 +120,7 @@ private:
         return keys;
     }
 
-    bool m_keepsGuid = false; // what was read has no identifier: the keyboard's own stays
+    bool m_keepsGuid = false; // the document that was read has no identifier
     bool m_lacksGuid = false;
     bool m_skipsGuid = false;
 };
