@@ -3,7 +3,11 @@
 #include "files/Sha256.h"
 #include "host/Error.h"
 
+#include <algorithm>
+#include <charconv>
 #include <chrono>
+#include <iterator>
+#include <set>
 
 namespace qx::host {
 
@@ -14,7 +18,22 @@ namespace fs = std::filesystem;
 constexpr RecordFormat kFormat = {"qx-backup", 1, true};
 constexpr std::string_view kAreasEnding = ".areas.json";
 constexpr std::string_view kDocumentEnding = ".json";
-constexpr std::size_t kDayDigits = 8; // at the beginning of a name
+
+using Day = std::chrono::sys_days;
+constexpr auto kAge = std::chrono::days(BackupStore::kDays);
+
+// Of "20260131T…" or "2026-01-31T…"; any other text is of a day that never passes.
+Day DayOf(std::string time) {
+    constexpr std::size_t kDigits = 8;
+    std::erase(time, '-');
+    unsigned number = 0;
+    const char* const end = time.data() + std::min(time.size(), kDigits);
+    const auto [read, error] = std::from_chars(time.data(), end, number);
+    if (error != std::errc() || read != time.data() + kDigits)
+        return Day::max();
+    const auto year = std::chrono::year(static_cast<int>(number / 10000));
+    return year / std::chrono::month(number / 100 % 100) / std::chrono::day(number % 100);
+}
 
 // A name for files that is another for each name of a unit.
 std::string FileNameOf(const std::string& unit) {
@@ -30,7 +49,7 @@ std::string FileNameOf(const std::string& unit) {
 } // namespace
 
 std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument& document,
-                              Time time, const Needed& needed) {
+                              Time time, const AskNamed& named) {
     const std::string& unit = backup.till.unit;
     const std::string keyboard =
         backup.content.identity.FileName() + (unit.empty() ? "" : "." + FileNameOf(unit));
@@ -44,32 +63,38 @@ std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument&
                     {"place", backup.till.place}};
     members.update(ToJson(backup.content));
     WriteNewRecord(folder / (name + std::string(kAreasEnding)), kFormat, members);
-    Prune(keyboard, time, needed);
+    Prune(keyboard, time, named);
     return keyboard + "/" + name;
 }
 
-void BackupStore::Prune(const std::string& keyboard, Time time, const Needed& needed) const {
-    const std::string oldest = TimeFileName(time - std::chrono::hours(24 * kDays));
+void BackupStore::Prune(const std::string& keyboard, Time time, const AskNamed& askNamed) const {
+    const std::vector<BackupEntry> entries = ListOf(keyboard);
+    std::set<Day> days;
+    for (const BackupEntry& entry : entries)
+        days.insert(DayOf(entry.time));
+    const Day today = DayOf(TimeFileName(time));
+    const auto isOld = [&](Day day) {
+        if (today - day <= kAge) // as the day of what is needed at any age always is
+            return false;
+        const auto later = days.upper_bound(day + kAge);
+        return static_cast<std::size_t>(std::distance(later, days.end())) >= kLaterDays;
+    };
     std::vector<BackupEntry> old;
-    std::set<std::string> days; // of those that are not older than any in `old`
-    const auto entries = ListOf(keyboard);
-    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-        const std::string day = entry->time.substr(0, kDayDigits);
-        if (entry->time < oldest && days.size() - days.count(day) >= kLaterDays)
-            old.push_back(*entry);
-        days.insert(day);
-    }
+    std::copy_if(entries.begin(), entries.end(), std::back_inserter(old),
+                 [&](const BackupEntry& entry) { return isOld(DayOf(entry.time)); });
     if (old.empty())
         return;
-    const auto kept = needed();
-    if (!kept)
+    const std::optional<Named> named = askNamed();
+    if (!named)
         return;
     std::error_code ignored; // what stays is tried again at the next backup
-    for (const BackupEntry& entry : old)
-        if (!kept->contains(entry.id)) {
-            fs::remove(AreasOf(entry), ignored);
-            fs::remove(entry.document, ignored);
-        }
+    for (const BackupEntry& entry : old) {
+        const auto record = named->find(entry.id);
+        if (record != named->end() && !isOld(DayOf(record->second)))
+            continue;
+        fs::remove(AreasOf(entry), ignored);
+        fs::remove(entry.document, ignored);
+    }
 }
 
 std::vector<BackupEntry> BackupStore::ListOf(const std::string& keyboard) const {

@@ -13,8 +13,8 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -36,21 +36,24 @@ struct BackupEntry {
 
 class BackupStore {
 public:
-    // A backup goes when it is this old, and backups of its keyboard were made on so many later
-    // days, which no clock that was set wrong for once can feign, and nothing names it.
+    // A backup goes when it is older than this, and backups of its keyboard were made on so many
+    // days that are as much later than it, which no clock that is wrong for once can feign. One
+    // that a receipt names is as old as that receipt.
     static constexpr int kDays = 90;
-    static constexpr std::size_t kLaterDays = 50;
+    static constexpr std::size_t kLaterDays = 30;
 
     explicit BackupStore(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    // The ids that records name; nothing when that cannot be known, and then none goes.
-    using Needed = std::function<std::optional<std::set<std::string>>()>;
+    // The ids that records name, with the time of the newest that does, or an empty text where the
+    // backup is needed at any age.
+    using Named = std::map<std::string, std::string>;
+    // Nothing when that cannot be known, and then none goes.
+    using AskNamed = std::function<std::optional<Named>()>;
 
-    // Saves a backup and returns its id; it is on the disk by then. Old ones go, except those that
-    // `needed` names, which is asked only where some would go. Throws Error(FileFailed), and then
-    // none was saved.
+    // Saves a backup and returns its id; it is on the disk by then. Old ones go; `named` is asked
+    // only where some would. Throws Error(FileFailed), and then none was saved.
     std::string Save(const Backup& backup, const ConfigurationDocument& document, Time time,
-                     const Needed& needed);
+                     const AskNamed& named);
 
     // All backups, by keyboard and time.
     [[nodiscard]] std::vector<BackupEntry> List() const;
@@ -62,7 +65,7 @@ public:
 private:
     [[nodiscard]] std::vector<BackupEntry> ListOf(const std::string& keyboard) const;
     [[nodiscard]] std::filesystem::path AreasOf(const BackupEntry& entry) const;
-    void Prune(const std::string& keyboard, Time time, const Needed& needed) const;
+    void Prune(const std::string& keyboard, Time time, const AskNamed& askNamed) const;
 
     std::filesystem::path m_folder;
 };

@@ -68,13 +68,10 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
         Run(session, kind, "loading the " + std::string(kind.content) + " from " + file.string(),
             Utf8Of(file), line, kind.load);
     };
-    if (kind.hasSerialLine) { // the reader's own memory, of which no backup can be made
-        load();
-        return {true, false, 0, ""};
-    }
     Writer::Request request;
     request.action = std::string(kind.key) + " load";
     request.document = file.string();
+    request.isOfKeyboard = !kind.hasSerialLine; // else the reader's own memory
     return writer.RunUnproved(request, load);
 }
 

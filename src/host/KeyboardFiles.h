@@ -41,8 +41,8 @@ void WriteBeside(const std::filesystem::path& file,
 // Keyboard to file: an earlier file stays as it was unless all goes well. Throws Error.
 void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
                       const std::filesystem::path& file, const SerialLine& line);
-// File to keyboard. What replaces the keyboard's own memory leaves a backup and a receipt, as a
-// write does, and is refused while one is interrupted; it is not proved. Throws Error.
+// File to keyboard, with a receipt and unproved. What replaces the keyboard's own memory leaves a
+// backup, as a write does, and is refused while one is interrupted. Throws Error.
 Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const KeyboardFileKind& kind,
                                  const std::filesystem::path& file, const SerialLine& line);
 

@@ -150,23 +150,22 @@ std::string Writer::SaveBackup(const KeyboardContent& now, const std::string& do
     return BeforeWriting([&] {
         return m_records.backups.Save({now, document, m_options.origin, till},
                                       Planner(now, *m_scratch).Document(now), m_options.now(),
-                                      [this] { return NeededBackups(); });
+                                      [this] { return NamedBackups(); });
     });
 }
 
-std::optional<std::set<std::string>> Writer::NeededBackups() const {
-    const std::string oldest =
-        TimeText(m_options.now() - std::chrono::hours(24 * BackupStore::kDays));
+std::optional<BackupStore::Named> Writer::NamedBackups() const {
     std::vector<DamagedRecord> damaged;
-    std::set<std::string> needed;
+    BackupStore::Named named;
+    for (const Receipt& receipt : m_records.receipts.List(&damaged)) {
+        std::string& newest = named[receipt.backup];
+        newest = std::max(newest, receipt.time);
+    }
     for (const JournalEntry& entry : m_records.journal.Entries(&damaged))
-        needed.insert(entry.backup);
-    for (const Receipt& receipt : m_records.receipts.List(&damaged))
-        if (receipt.time >= oldest)
-            needed.insert(receipt.backup);
+        named[entry.backup].clear();
     if (!damaged.empty()) // any may be named there
         return std::nullopt;
-    return needed;
+    return named;
 }
 
 JournalEntry Writer::Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,
@@ -363,10 +362,14 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
     const KeyboardContent before = Read();
     const std::string claim = Journal::ClaimOf(before.identity, m_options.origin);
     const Claimed claimed = Claim(claim);
-    RefuseInterrupted(Candidates(PartlyIn(before, {claim}), m_options.origin));
     Receipt receipt = NewReceipt(request, before);
     receipt.full = true;
-    receipt.backup = SaveBackup(before, request.document, m_options.till);
+    std::string wayBack;
+    if (request.isOfKeyboard) {
+        RefuseInterrupted(Candidates(PartlyIn(before, {claim}), m_options.origin));
+        receipt.backup = SaveBackup(before, request.document, m_options.till);
+        wayBack = "; what the keyboard held before is in the backup " + receipt.backup;
+    }
     CheckBeforeWriting(before);
     m_options.onStep(Step::Writing);
     std::optional<Error> failure;
@@ -374,7 +377,7 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
         operation();
         receipt.result = "not verified";
     } catch (const Error& error) {
-        failure = error.With("; what the keyboard held before is in the backup " + receipt.backup);
+        failure = error.With(wayBack);
         receipt.result = "unknown";
         receipt.message = failure->what();
     }

@@ -67,6 +67,7 @@ public:
         std::string documentSha256; // may be empty
         bool full = false;          // send what the control contract requests, changed or not
         bool verify = true;
+        bool isOfKeyboard = true; // of RunUnproved: it changes what backups save
     };
     struct Outcome {
         bool isWritten = false;  // false: there was nothing to do
@@ -81,8 +82,8 @@ public:
     // The session is open and outlives the writer.
     Writer(Session& session, Options options);
 
-    // What a write of the settings in these sections would do now. That there is nothing to do is
-    // proved by a second reading; throws Error(KeyboardChanged) when that reads otherwise.
+    // What a write of the settings in these sections would do now. An empty plan is returned only
+    // after a second reading confirms it; throws Error(KeyboardChanged) when that one differs.
     [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections,
                                  const PlanOptions& options = {});
     // What it takes to bring a backup back. Throws Error(KeyboardChanged) when the backup is of
@@ -115,7 +116,8 @@ public:
     Outcome Recover(const JournalEntry& entry, Way way, bool isNamed = false);
 
     // Runs an operation that writes to the keyboard by itself, such as the driver's loading of a
-    // file: after a backup, with a receipt, and unproved. Throws as Write does.
+    // file: after a backup, unless it is of another memory than the keyboard's, with a receipt, and
+    // unproved. Throws as Write does.
     Outcome RunUnproved(const Request& request, const std::function<void()>& operation);
 
     [[nodiscard]] const WriteRecords& Records() const { return m_records; }
@@ -146,7 +148,7 @@ private:
     [[nodiscard]] std::string WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now);
     [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document,
                                          const Till& till);
-    [[nodiscard]] std::optional<std::set<std::string>> NeededBackups() const;
+    [[nodiscard]] std::optional<BackupStore::Named> NamedBackups() const;
     [[nodiscard]] JournalEntry Begin(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                                      const Request& request,
                                      const std::vector<JournalEntry>& replaced);

@@ -102,6 +102,10 @@ TEST_F(Answers, OfKeyboardFiles) {
             EXPECT_EQ(keyboard.Done(arguments("load")), text);
             EXPECT_EQ(Last(), "ChipcardIOParam 3 7");
         }
+        const Json receipt = Json::parse(keyboard.Done({"--json", "receipts"}))["receipts"].back();
+        EXPECT_EQ(receipt["action"], kind.command + std::string(" load"));
+        EXPECT_EQ(receipt["result"], "not verified");
+        EXPECT_EQ(receipt["backup"] != "", kind.isBackedUp);
     }
     keyboard.Done({"prefs", "set", "ChipcardPort", "4"});
     keyboard.Done({"prefs", "set", "ChipcardBaudrate", "5"});

@@ -18,7 +18,7 @@ using RecordsTest = WriterFixture;
 using std::chrono::hours;
 using std::chrono::minutes;
 
-std::set<std::string> NothingNeeded() {
+BackupStore::Named NothingNamed() {
     return {};
 }
 
@@ -28,7 +28,7 @@ protected:
         backup.content.identity.identification = "SMALL";
         backup.content.pieces = {{MODULE_POS, "pos", 0x1000, "bytes"}};
     }
-    std::string Save(Time time) { return store.Save(backup, {}, time, needed); }
+    std::string Save(Time time) { return store.Save(backup, {}, time, named); }
     [[nodiscard]] bool IsKept(const std::string& id) const {
         const auto all = store.List();
         return std::any_of(all.begin(), all.end(),
@@ -37,17 +37,25 @@ protected:
 
     Backup backup;
     BackupStore store{records};
-    BackupStore::Needed needed = NothingNeeded;
+    BackupStore::AskNamed named = NothingNamed;
 };
 
 } // namespace
 
-// Many tills in a day, and a clock that is set back and forth: no backup goes for that.
+// Many tills in a day, and a clock that is far ahead, though on fewer days than it takes: no backup
+// of the last 90 true days goes for that.
 TEST_F(Backups, StayForTheirNumberAndForWrongClocks) {
     std::vector<std::string> all;
-    for (const Time start : {now, now - hours(24 * 365 * 6), now, now + hours(24 * 365 * 14), now})
-        for (int till = 0; till < 60; ++till)
-            all.push_back(Save(start + minutes(till)));
+    const auto save = [&](Time start, std::size_t days, int inADay) {
+        for (std::size_t day = 0; day < days; ++day)
+            for (int till = 0; till < inADay; ++till)
+                all.push_back(Save(start + hours(24 * day) + minutes(till)));
+    };
+    save(now, BackupStore::kDays, 1);
+    const Time last = now + hours(24 * BackupStore::kDays);
+    save(last, 1, 60);
+    save(last + hours(24 * 365 * 14), BackupStore::kLaterDays - 1, 1);
+    save(last + minutes(60), 1, 60);
     const std::set<std::string> different(all.begin(), all.end());
     EXPECT_EQ(different.size(), all.size());
     EXPECT_EQ(store.List().size(), all.size());
@@ -56,24 +64,25 @@ TEST_F(Backups, StayForTheirNumberAndForWrongClocks) {
 }
 
 TEST_F(Backups, GoWhenTheyAreOldAndNobodyNamesThem) {
+    constexpr std::size_t kGone = 5;
+    const std::size_t days = BackupStore::kDays + BackupStore::kLaterDays + kGone;
     std::vector<std::string> daily;
-    const int days = BackupStore::kDays + static_cast<int>(BackupStore::kLaterDays);
     int asked = 0;
-    needed = [&] {
+    named = [&]() -> BackupStore::Named {
         ++asked;
-        return std::set<std::string>{daily[1]};
+        return {{daily[1], ""}, // at any age
+                {daily[2], TimeText(now + hours(24 * kGone))},
+                {daily[3], TimeText(now + hours(24 * 3))}};
     };
-    for (int day = 0; day < days; ++day)
+    for (std::size_t day = 0; day < days; ++day)
         daily.push_back(Save(now + hours(24 * day)));
     EXPECT_GT(asked, 0);
-    for (int day = 0; day < days; ++day)
-        EXPECT_EQ(IsKept(daily[static_cast<std::size_t>(day)]),
-                  day == 1 || day >= days - 1 - BackupStore::kDays)
-            << day;
+    for (std::size_t day = 0; day < days; ++day)
+        EXPECT_EQ(IsKept(daily[day]), day == 1 || day == 2 || day >= kGone) << day;
     asked = 0;
     for (int day = 0; day < 3; ++day) // rarely used: as old as the others, but none is later
         (void)store.Save({backup.content, "", "", {"till 3", ""}}, {},
-                         now + hours(24 * 365 * (day + 1)), needed);
+                         now + hours(24 * 365 * (day + 1)), named);
     EXPECT_EQ(asked, 0);
 }
 
@@ -132,10 +141,12 @@ TEST_F(RecordsTest, ABackupThatARecordNamesStays) {
     const std::string ofJournal = Entries().at(0).backup;
     BackupStore store = WriteRecords(records).backups;
     const Backup backup = store.Load(store.Find(ofJournal));
-    const std::string unneeded = store.Save(backup, {}, now, NothingNeeded);
-    const std::string ofReceipt = store.Save(backup, {}, now, NothingNeeded);
+    const std::string unneeded = store.Save(backup, {}, now, NothingNamed);
+    const std::string ofReceipt = store.Save(backup, {}, now, NothingNamed);
     now += hours(24 * 365);
-    const auto all = [&] { return std::set<std::string>{ofJournal, ofReceipt, unneeded}; };
+    const auto all = [&] {
+        return BackupStore::Named{{ofJournal, ""}, {ofReceipt, ""}, {unneeded, ""}};
+    };
     for (std::size_t day = 0; day < BackupStore::kLaterDays; ++day)
         (void)store.Save(backup, {}, now += hours(24), all);
     Receipt receipt;

@@ -3,6 +3,7 @@
 #include "cli/Output.h"
 
 #include <memory>
+#include <set>
 
 namespace qx::cli {
 
@@ -48,10 +49,30 @@ void List(Context& context) {
                    rows.empty() ? Lines{"there are no backups"} : AlignedLines(rows));
 }
 
+// The sections that the keyboard had, and that no document could express.
+std::vector<host::Fault> LeftOut(const host::KeyboardContent& content,
+                                 const host::ConfigurationDocument& document) {
+    std::set<std::string> sections;
+    for (const host::ContentPiece& piece : content.pieces)
+        if (!piece.section.empty() && document.Find(piece.section) == nullptr)
+            sections.insert(piece.section);
+    std::vector<host::Fault> leftOut;
+    for (const std::string& section : sections)
+        leftOut.push_back({"/" + section, "was damaged in the keyboard; qxconf backup restore "
+                                          "brings its bytes back"});
+    return leftOut;
+}
+
 void Show(Context& context, const std::string& id, const std::string& file) {
-    const host::BackupEntry entry = context.Records().backups.Find(id);
-    WriteDocument(context, host::ConfigurationDocument::Load(entry.document), file,
-                  "backup to file");
+    const host::BackupStore backups = context.Records().backups;
+    const host::BackupEntry entry = backups.Find(id);
+    const auto document = host::ConfigurationDocument::Load(entry.document);
+    try {
+        context.WarnOfDamage(LeftOut(backups.Load(entry).content, document));
+    } catch (const host::Error& error) {
+        context.Warn(error.what());
+    }
+    WriteDocument(context, document, file, "backup to file");
 }
 
 void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
@@ -135,7 +156,7 @@ Command BackupCommand() {
             std::to_string(host::BackupStore::kDays) +
             " days,\nand until its keyboard has backups of " +
             std::to_string(host::BackupStore::kLaterDays) +
-            " later days; one that an interrupted write needs stays.\n\nExamples:\n"
+            " days after those; one that an interrupted write needs stays.\n\nExamples:\n"
             "  qxconf backup list\n"
             "  qxconf backup restore " +
             kExampleId,
