@@ -14,6 +14,8 @@ namespace qx::cli {
 namespace {
 
 constexpr int kSchema = 1;
+// How long a driver may do nothing. People watch and can end the command before.
+constexpr std::chrono::minutes kDriverSilence{10};
 constexpr int kEndedBySignal = 128; // and the signal's number, as shells have it
 
 // A document can have very many faults, of which nobody reads all.
@@ -110,6 +112,8 @@ setup::OpenedDriver Context::OpenChosenDriver() {
         choice.driver = m_surroundings.driver;
         Note("no --driver and no --keyboard: using the driver " + choice.driver.string());
     }
+    if (!choice.driver.empty()) // such a library may do anything, and end its process
+        choice.isolation = driverhost::Isolation{{}, kDriverSilence};
     return OpenDriver(choice);
 }
 

@@ -26,15 +26,12 @@ std::vector<std::filesystem::path> LayoutFiles(const std::filesystem::path& fold
     return paths;
 }
 
-// The layouts that the folder has, where it lacks the one asked for.
-std::string Offered(const std::filesystem::path& folder, const std::string& name) {
-    std::error_code ignored;
-    if (std::filesystem::exists(folder / name, ignored))
-        return {};
+std::string NoSuchLayout(const std::filesystem::path& folder, const std::string& name) {
     std::string names;
     for (const std::filesystem::path& path : LayoutFiles(folder))
-        names += (names.empty() ? "; there are " : ", ") + path.filename().string();
-    return names;
+        names += (names.empty() ? "" : ", ") + path.filename().string();
+    return "there is no keyboard layout " + name + "; the layouts in " + folder.string() +
+           " are: " + (names.empty() ? "none" : names);
 }
 
 } // namespace
@@ -79,11 +76,14 @@ void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folde
     Long language = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
     const bool isLanguage = error == std::errc() && end == name.data() + name.size();
+    std::error_code ignored;
+    if (!isLanguage && !std::filesystem::exists(from / name, ignored))
+        throw host::Error(host::ErrorKind::LayoutInvalid, NoSuchLayout(from, name));
     QxlTextSource source;
     const bool isRead = isLanguage ? source.OpenLanguage(language, (from / "").string())
                                    : source.Open((from / name).string());
     if (!isRead)
-        refuse(source.Error() + (isLanguage ? "" : Offered(from, name)));
+        refuse(source.Error());
     if (const std::string fault = LayoutFault(source); !fault.empty())
         refuse(fault);
     const std::filesystem::path file(source.FileName());

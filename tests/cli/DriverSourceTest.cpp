@@ -72,6 +72,10 @@ TEST(DriverSource, KeysHaveTheNamesOfTheNearestLayout) {
     };
     EXPECT_EQ(run({"validate", document}).status, 6);
     EXPECT_EQ(run({"--layout", "german.qxl", "validate", document}).status, 0);
+    const Outcome absent = run({"--layout", "german", "validate", document});
+    EXPECT_EQ(absent.status, 6);
+    EXPECT_EQ(absent.err.find("qxconf: there is no keyboard layout german; the layouts in "), 0U);
+    EXPECT_NE(absent.err.find("german.qxl, "), std::string::npos) << absent.err;
     EXPECT_EQ(run({"prefs", "set", "PreferedKeyLang", "1031"}).status, 0);
     EXPECT_EQ(run({"validate", document}).status, 0);
     EXPECT_EQ(run({"--layout", "us.qxl", "validate", document}).status, 6);
@@ -183,6 +187,37 @@ TEST(DriverSource, NoCommandReplacesAFileThatIsNotItsOwn) {
         EXPECT_TRUE(files::ReadFile(settings) == files::ReadFile(file));
     }
     EXPECT_TRUE(content() == before);
+}
+
+// A driver that ends its process, or crashes, is one error that names the call: no command ends
+// with it, in silence or as if all had gone well.
+TEST(DriverSource, ADriverThatEndsItsProcessEndsNoCommand) {
+    const TempFolder folder;
+    const std::string file = (folder / "till.qxk").string();
+    ASSERT_EQ(RunOn(folder, {"--keyboard", file, "--model", "full", "identify"}).status, 0);
+    const std::string document = (folder / "till.json").string();
+    files::WriteFileAtomically(document, R"({"format": "qx-configuration", "version": 1,
+        "commonKeyboard": {"outputDelay": 77}})");
+    struct Case {
+        const char* behaviour;
+        int status;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"QXCFG_Init exit", 3, "QXCFG_Init: the driver ended its process with status 0"},
+        {"QXCFG_ImageLoad exit", 4, "QXCFG_ImageLoad: the driver ended its process with status 0"},
+        {"QXCFG_ImageSave exit", 4, "QXCFG_ImageSave: the driver ended its process with status 0"},
+        {"QXCFG_ImageSave crash", 4, "QXCFG_ImageSave: the driver crashed (signal 6"},
+        {"QXCFG_ImageSave log", 0, ""},
+    };
+    for (const Case& each : cases) {
+        files::WriteFileAtomically(file + ".wild", each.behaviour);
+        const Outcome run =
+            RunOn(folder, {"--driver", QX_WILD_DRIVER, "--keyboard", file, "download", document});
+        EXPECT_EQ(run.status, each.status) << each.behaviour;
+        EXPECT_NE(run.err.find(each.message), std::string::npos) << run.err;
+        EXPECT_EQ(run.out.empty(), each.status != 0) << run.out;
+    }
 }
 
 TEST(DriverSource, WhatIsNoDriverIsRefused) {
