@@ -224,33 +224,41 @@ void DocumentMenu::OpenCopy(const QString& file) {
 }
 
 bool DocumentMenu::OpenLeft() {
-    auto copy = m_unsaved.Left();
-    if (!copy)
-        return false;
-    try {
-        const QString time =
-            QLocale().toString(QFileInfo(ToQt(copy->File())).lastModified(), QLocale::ShortFormat);
-        const auto own = copy->OwnFile();
-        const QString name = own.empty() ? tr("an untitled document") : ToQt(own);
-        switch (questions.leftCopy(tr("The program ended before the changes to %1 were saved "
-                                      "(%2). Open them as an untitled document?")
-                                       .arg(name, time))) {
-        case LeftAnswer::Open:
-            m_workbench.OpenUnsaved(copy->Document());
-            KeepUnsaved(); // before the old copy goes
-            copy->Remove();
-            emit Told(tr("Opened the unsaved changes to %1; they are not saved yet.").arg(name));
+    std::vector<UnsavedWork::LeftCopy> passed; // claimed until all have been offered
+    while (auto copy = m_unsaved.Left()) {
+        const LeftAnswer answer = AskAboutLeft(*copy);
+        if (answer == LeftAnswer::Open)
             return true;
-        case LeftAnswer::Discard:
+        if (answer == LeftAnswer::Discard)
             copy->Remove();
-            break;
-        case LeftAnswer::Later:
-            break;
-        }
-    } catch (const std::exception& error) {
-        emit Failed(FailureOf(tr("Unsaved work could not be opened."), error));
+        else
+            passed.push_back(std::move(*copy));
     }
     return false;
+}
+
+// The answer once it is followed: a copy that cannot be opened stays for later.
+DocumentMenu::LeftAnswer DocumentMenu::AskAboutLeft(UnsavedWork::LeftCopy& copy) {
+    try {
+        const QString time =
+            QLocale().toString(QFileInfo(ToQt(copy.File())).lastModified(), QLocale::ShortFormat);
+        const auto own = copy.OwnFile();
+        const QString name = own.empty() ? tr("an untitled document") : ToQt(own);
+        const LeftAnswer answer =
+            questions.leftCopy(tr("The program ended before the changes to %1 were saved "
+                                  "(%2). Open them as an untitled document?")
+                                   .arg(name, time));
+        if (answer != LeftAnswer::Open)
+            return answer;
+        m_workbench.OpenUnsaved(copy.Document());
+        KeepUnsaved(); // before the old copy goes
+        copy.Remove();
+        emit Told(tr("Opened the unsaved changes to %1; they are not saved yet.").arg(name));
+        return answer;
+    } catch (const std::exception& error) {
+        emit Failed(FailureOf(tr("Unsaved work could not be opened."), error));
+        return LeftAnswer::Later;
+    }
 }
 
 bool DocumentMenu::OpenLast() {

@@ -53,7 +53,8 @@ public:
     void OpenCopy(const QString& file);
     // The last document, when there is one that can be opened.
     bool OpenLast();
-    // Offers work that a program left unsaved when it crashed. Whether it was opened.
+    // Offers what programs left unsaved when they crashed, the newest first, until one is opened.
+    // Whether one was.
     bool OpenLeft();
     bool Save();
     bool SaveAs();
@@ -71,6 +72,7 @@ signals:
 
 private:
     [[nodiscard]] bool SaveInto(QString file, bool isClosing);
+    LeftAnswer AskAboutLeft(UnsavedWork::LeftCopy& copy);
     [[nodiscard]] QString AskForFile() const;
     void SaveByItself();
     void FillRecent();

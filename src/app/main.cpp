@@ -106,7 +106,7 @@ int main(int argc, char** argv) {
             window.Keyboards().ConnectAgain();
             if (!files.isEmpty())
                 window.Documents().Open(files.front());
-            else if (!window.Documents().OpenLeft())
+            if (!window.Documents().OpenLeft() && files.isEmpty())
                 Begin(window, workbench, ChoiceOf(parser.value(start), workbench));
         });
         window.show();

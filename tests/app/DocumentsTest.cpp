@@ -215,6 +215,7 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
     Desk desk("full", shop / "");
     desk.leftCopy = DocumentMenu::LeftAnswer::Later;
     EXPECT_FALSE(desk.window->Documents().OpenLeft());
+    EXPECT_EQ(desk.leftCopies.size(), 2) << "each is offered, and none is lost";
     desk.leftCopy = DocumentMenu::LeftAnswer::Open;
     EXPECT_TRUE(desk.window->Documents().OpenLeft());
     EXPECT_EQ(desk.Document(), edited) << "the newest comes first";
