@@ -80,7 +80,7 @@ namespace {
     QT_TRANSLATE_NOOP("TestDrive", "each track is sent as soon as it has been read"),
     QT_TRANSLATE_NOOP("TestDrive", "the tracks are sent once all have been read"),
     QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no barcode reader"),
-    QT_TRANSLATE_NOOP("TestDrive", "there is no code without a character"),
+    QT_TRANSLATE_NOOP("TestDrive", "a barcode needs at least one character"),
     QT_TRANSLATE_NOOP("TestDrive", "%1 is switched off: its option 0 is not set"),
 };
 

@@ -84,7 +84,7 @@ void JsonFieldReader::ReadObject(const Json& value, const std::string& place,
         members();
         for (const auto& [key, member] : value.items())
             if (!m_level.asked.contains(key))
-                AddFault(PlaceOf(key), ShortText(key) + " is not known here");
+                AddFault(PlaceOf(key), "unknown member " + ShortText(key));
     });
 }
 

@@ -113,7 +113,7 @@ public:
             Refuse(m_place, "not an object");
         for (const auto& [key, value] : object.items())
             if (std::find(known.begin(), known.end(), key) == known.end())
-                Refuse(Place(key), "not known here");
+                Refuse(Place(key), "unknown member");
     }
 
     [[nodiscard]] std::string Place(const std::string& key) const { return m_place + "/" + key; }

@@ -62,7 +62,7 @@ public:
     void EndLies() {
         m_lie = {};
     }
-    // A key that will have been pressed in position-programming mode.
+    // Presses a key in position-programming mode: the next question for a key reports it.
     void QueuePositionKey(Long lPositionCode) {
         m_positionKeys.push_back(lPositionCode);
     }

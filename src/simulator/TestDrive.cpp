@@ -281,7 +281,7 @@ Reception TestDrive::ScanCode(Integer nReader, BarcodePage eSymbology,
     const std::string name(kBarcodePageNames[static_cast<std::size_t>(eSymbology)]);
     const BarcodeOptionPage& page = settings.pages[static_cast<std::size_t>(eSymbology)];
     if (data.empty())
-        reception.remarks.push_back({"there is no code without a character", {}});
+        reception.remarks.push_back({"a barcode needs at least one character", {}});
     else if (!page.Flag(kSymbologyOption).Value())
         reception.remarks.push_back({"%1 is switched off: its option 0 is not set", {name}});
     else if (HasAcceptedLength(page, name, data, reception))

@@ -111,7 +111,7 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
         {"/barcode/pages/EAN/flags/9", true, "/barcode/pages/EAN/flags/9",
          "the keyboard does not store this flag; it can only be false"},
         {"/barcode/pages/EAN/minSize", 3, "/barcode/pages/EAN/minSize",
-         "\"minSize\" is not known here"},
+         "unknown member \"minSize\""},
         {"/barcode/pages/Code39/maxSize", -1, "/barcode/pages/Code39/maxSize",
          "-1 is not a whole number from 0 to 255"},
         {"/freeProgKeys/keys", Keys({{"positionCode", 110}, {"sequence", std::vector<int>(33, 7)}}),
@@ -150,8 +150,8 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
          "1 is neither true nor false"},
         {"/magnetCard/tracks", Json::array(), "/magnetCard/tracks",
          "[] is not a list of 4 elements"},
-        {"/magnetCard/track", true, "/magnetCard/track", "\"track\" is not known here"},
-        {"/magnetcard", Json::object(), "/magnetcard", "\"magnetcard\" is not known here"},
+        {"/magnetCard/track", true, "/magnetCard/track", "unknown member \"track\""},
+        {"/magnetcard", Json::object(), "/magnetcard", "unknown member \"magnetcard\""},
         {"/commonKeyboard", Json::array(), "/commonKeyboard", "[] is not an object"},
         {"/commonKeyboard", Json::object(), "/commonKeyboard", "\"outputDelay\" is missing"},
         {"/commonKeyboard/outputDelay", 256, "/commonKeyboard/outputDelay",
@@ -345,7 +345,7 @@ TEST_F(DocumentTest, MessagesAreText) {
     }
     const auto faults = FaultsWith("/commonKeyboard/a\tb", 1);
     ASSERT_EQ(faults.size(), 1U);
-    EXPECT_EQ(faults[0].message, R"("a\tb" is not known here)");
+    EXPECT_EQ(faults[0].message, R"(unknown member "a\tb")");
     for (const std::string_view wide16 :
          {std::string_view("\xFF\xFE{\0}\0", 6), std::string_view("\xFE\xFF\0{\0}", 6),
           std::string_view("{\0}\0", 4), std::string_view("\0{\0}", 4)})

@@ -283,7 +283,7 @@ const Case kCodeCases[] = {
              "reader 2 data: ÄÖÜßäö; terminator of reader 2: +44"),
     CodeCase("AnyLength", 2, BP_EAN, "1", "reader 2 data: 1; terminator of reader 2: +44"),
     CodeCase("SwitchedOff", 1, BP_UPC, "12345", " | UPC is switched off: its option 0 is not set"),
-    CodeCase("Empty", 1, BP_Code128, "", " | there is no code without a character"),
+    CodeCase("Empty", 1, BP_Code128, "", " | a barcode needs at least one character"),
     {"NoReader", "magnet", [](Keyboard&) {},
      [](const sim::TestDrive& drive) { return drive.ScanCode(1, BP_EAN, "1"); },
      " | this keyboard has no barcode reader"},
