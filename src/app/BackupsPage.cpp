@@ -67,7 +67,7 @@ void BackupsPage::Reload() {
     m_list->clear();
     m_backups.clear();
     try {
-        m_backups = m_workbench.Backups();
+        m_backups = m_workbench.Records().backups.List();
     } catch (const std::exception& error) {
         emit Failed(FailureOf(tr("The backups could not be listed."), error));
     }

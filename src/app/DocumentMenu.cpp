@@ -19,7 +19,6 @@ namespace {
 constexpr int kMostRecent = 8;
 constexpr int kAutoSaveDelay = 1500;    // milliseconds without an edit
 constexpr int kKeepUnsavedDelay = 1000; // milliseconds after an edit
-constexpr std::uintmax_t kMostBytes = 16 << 20;
 const char* const kRecentKey = "recentDocuments";
 
 QString Filter() {
@@ -75,17 +74,6 @@ DocumentMenu::LeftAnswer AskLeft(QWidget* window, const QString& text) {
         return DocumentMenu::LeftAnswer::Open;
     return box.clickedButton() == discard ? DocumentMenu::LeftAnswer::Discard
                                           : DocumentMenu::LeftAnswer::Later;
-}
-
-// Documents are small; what is much larger would only freeze the window.
-void RequireDocumentSize(const std::filesystem::path& file) {
-    std::error_code unknown; // then opening reports it
-    const auto size = std::filesystem::file_size(file, unknown);
-    if (!unknown && size > kMostBytes)
-        throw host::Error(host::ErrorKind::FileFailed,
-                          file.string() +
-                              " is too large for a document: " + std::to_string(size >> 20) +
-                              " MiB, at most " + std::to_string(kMostBytes >> 20));
 }
 
 } // namespace
@@ -187,7 +175,6 @@ void DocumentMenu::Open(const QString& file) {
     if (chosen.isEmpty())
         return;
     try {
-        RequireDocumentSize(ToPath(chosen));
         m_workbench.OpenDocument(ToPath(chosen), Workbench::OpenAs::File);
         NoteRecent(chosen);
         emit Told(OpenedText(chosen));

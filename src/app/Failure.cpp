@@ -2,6 +2,8 @@
 
 #include "app/ControlTexts.h"
 #include "app/Places.h"
+#include "host/Session.h"
+#include "host/WritePlan.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -100,6 +102,77 @@ QString LossText(const host::Loss& loss) {
         return QString();
     };
     return lost().arg(SectionTitle(SectionOfPlace(loss.place)), QString::fromStdString(loss.place));
+}
+
+QString WarningText(const host::StartWarning& warning) {
+    const auto pattern = [&] {
+        using Kind = host::StartWarning::Kind;
+        switch (warning.kind) {
+        case Kind::EntriesUnreadable:
+            return Text(QT_TRANSLATE_NOOP(
+                "Failures", "Entries of the keyboard's configuration directory could not be read: "
+                            "%1, the first of them entry %2 (the driver's status: %3)."));
+        case Kind::AddressImpossible:
+            return Text(QT_TRANSLATE_NOOP(
+                "Failures",
+                "The keyboard's configuration directory has %1 at %2, which is not an address."));
+        case Kind::NamesUnreadable:
+            return Text(QT_TRANSLATE_NOOP(
+                "Failures", "The keyboard's names could not be read (the driver's status: %1)."));
+        case Kind::AbilitiesUnreadable:
+            return Text(QT_TRANSLATE_NOOP("Failures",
+                                          "The keyboard's abilities could not be read and count as "
+                                          "absent (the driver's status: %1)."));
+        }
+        return QString();
+    };
+    QString text = pattern();
+    for (const std::string& value : warning.values)
+        text = text.arg(QString::fromStdString(value));
+    return text;
+}
+
+QString OtherKeyboardText(const host::OtherKeyboard& other) {
+    const auto names = [](const std::set<std::string>& units) {
+        QStringList list;
+        for (const std::string& unit : units)
+            list.append(QString::fromStdString(unit));
+        return list.join(Text(QT_TRANSLATE_NOOP("Failures", " or ")));
+    };
+    using Reason = host::OtherKeyboard::Reason;
+    switch (other.reason) {
+    case Reason::ReachedOtherwise:
+        return other.saved.empty()
+                   ? Text(QT_TRANSLATE_NOOP("Failures",
+                                            "This backup is of another keyboard of this kind, or "
+                                            "of one that was reached in another way."))
+                   : Text(QT_TRANSLATE_NOOP("Failures",
+                                            "This backup is of another keyboard of this kind (%1), "
+                                            "or of one that was reached in another way."))
+                         .arg(names(other.saved));
+    case Reason::UnitUnknown:
+        return Text(QT_TRANSLATE_NOOP("Failures", "This backup is of %1, and no record shows which "
+                                                  "unit this keyboard is."))
+            .arg(names(other.saved));
+    case Reason::OtherUnit:
+        return Text(
+                   QT_TRANSLATE_NOOP(
+                       "Failures", "This backup is of %1, and by the records this keyboard is %2."))
+            .arg(names(other.saved), names(other.here));
+    }
+    return {};
+}
+
+QString NotRestoredText(const host::NotRestored& part) {
+    if (part.section.empty())
+        return Text(
+                   QT_TRANSLATE_NOOP(
+                       "Failures", "Bytes of the backup for which this keyboard has no place: %1."))
+            .arg(part.bytes);
+    const QString title = SectionTitle(part.section);
+    return Text(QT_TRANSLATE_NOOP("Failures", "%1: not all of this is in the backup; the rest "
+                                              "stays as it is."))
+        .arg(title.isEmpty() ? QString::fromStdString(part.section) : title);
 }
 
 Failure FailureOf(const QString& what, const std::exception& error) {

@@ -9,6 +9,12 @@
 
 class QWidget;
 
+namespace qx::host {
+struct NotRestored;
+struct OtherKeyboard;
+struct StartWarning;
+} // namespace qx::host
+
 namespace qx::app {
 
 struct Failure {
@@ -24,6 +30,15 @@ struct Failure {
 
 // What a saved document has lost, and where.
 [[nodiscard]] QString LossText(const host::Loss& loss);
+
+// What the start-up of a keyboard did without.
+[[nodiscard]] QString WarningText(const host::StartWarning& warning);
+
+// Why a backup seems to be of another keyboard.
+[[nodiscard]] QString OtherKeyboardText(const host::OtherKeyboard& other);
+
+// What a restored backup has not brought back.
+[[nodiscard]] QString NotRestoredText(const host::NotRestored& part);
 
 // Shows a failure in a box, with the details on request.
 void ShowFailure(QWidget* parent, const Failure& failure);

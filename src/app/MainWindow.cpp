@@ -70,6 +70,8 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     ConnectSignals();
     SwitchLanguage();
     RestorePlace(*this, workbench.Preferences());
+    if (const QString warning = workbench.PreferencesWarning(); !warning.isEmpty())
+        TellWarning(warning);
     qApp->installEventFilter(this);
 }
 
@@ -352,7 +354,9 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     // What the user does after letting a widget go is a step of its own.
     if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::FocusOut)
         m_workbench.History().Seal();
-    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
+    const bool isInput =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress;
+    if (isInput && QApplication::activeModalWidget() == nullptr) // an answer begins nothing
         m_notice->Age();
     return QMainWindow::eventFilter(watched, event);
 }

@@ -17,7 +17,7 @@ using views::ToQt;
 
 namespace {
 
-using State = Workbench::StageState;
+using State = StartStages::State;
 
 QString MarkOf(State state) {
     switch (state) {
@@ -99,21 +99,21 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
 
     connect(again, &QPushButton::clicked, this, &OverviewPage::ConnectAgainRequested);
     connect(simulated, &QPushButton::clicked, this, &OverviewPage::SimulatedKeyboardRequested);
-    connect(&workbench, &Workbench::StageChanged, this, &OverviewPage::ShowStages);
+    connect(&workbench.Stages(), &StartStages::Changed, this, &OverviewPage::ShowStages);
     connect(&workbench, &Workbench::KeyboardChanged, this, &OverviewPage::ShowKeyboard);
     ShowFailure({});
     ShowKeyboard();
 }
 
 void OverviewPage::ShowStages() {
-    using Stage = Workbench::Stage;
+    using Stage = StartStages::Stage;
     const std::pair<Stage, QString> stages[] = {
         {Stage::Driver, tr("Open the driver")},
         {Stage::Directory, tr("Read which modules the keyboard has")},
         {Stage::Naming, tr("Read its name and versions")}};
     for (std::size_t i = 0; i < std::size(m_stages); ++i) {
         const auto& [stage, name] = stages[i];
-        const State state = m_workbench.StateOf(stage);
+        const State state = m_workbench.Stages().Of(stage);
         m_stages[i]->setText(QStringLiteral("%1  %2: %3").arg(MarkOf(state), name, WordOf(state)));
         m_stages[i]->repaint(); // while the program is busy with the keyboard
     }

@@ -1,8 +1,9 @@
 #include "app/PageBook.h"
 
+#include "views/ScrollArea.h"
+
 #include <QHBoxLayout>
 #include <QListWidget>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -15,17 +16,6 @@ namespace {
 constexpr int kIdRole = Qt::UserRole;
 constexpr int kPresentRole = Qt::UserRole + 1;
 constexpr int kListMargin = 24; // pixels beside the titles
-
-QScrollArea* Scrolling(QWidget* page) {
-    auto* area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // the page's widgets have it
-    area->setWidget(page);
-    page->setAutoFillBackground(false);
-    area->viewport()->setAutoFillBackground(false);
-    return area;
-}
 
 } // namespace
 
@@ -99,7 +89,7 @@ QListWidgetItem* PageBook::ItemOf(const QString& id) const {
 QWidget* PageBook::LeafAt(int row) {
     Leaf& leaf = m_leaves[static_cast<std::size_t>(row)];
     if (leaf.widget == nullptr) {
-        leaf.widget = Scrolling(leaf.make());
+        leaf.widget = new views::ScrollArea(leaf.make());
         m_stack->addWidget(leaf.widget);
     }
     return leaf.widget;

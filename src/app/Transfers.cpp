@@ -13,12 +13,25 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace qx::app {
 
 using host::Writer;
 using views::ToQt;
+
+namespace {
+
+// The ids of the writes on record as interrupted, to whatever keyboard.
+std::set<std::string> RecordedWrites(const Workbench& workbench) {
+    std::set<std::string> ids;
+    for (const host::JournalEntry& entry : workbench.Records().journal.Entries())
+        ids.insert(entry.Id());
+    return ids;
+}
+
+} // namespace
 
 Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window)
     : QObject(window), m_workbench(workbench), m_documents(documents), m_window(window) {
@@ -153,11 +166,12 @@ void Transfers::Restore(const host::BackupEntry& backup) {
     Attempt(tr("The backup was not restored."), [&] {
         const auto plan = [&] {
             const Working working(m_workbench, tr("Comparing the backup with the keyboard…"));
-            return m_workbench.PlanRestore(m_workbench.LoadBackup(backup));
+            return m_workbench.PlanRestore(m_workbench.Records().backups.Load(backup));
         }();
-        if (plan.isOfOtherKeyboard &&
-            !questions.mayWrite(tr("Restore backup"),
-                                tr("This backup is of another keyboard. Write it into this one?")))
+        if (plan.otherKeyboard &&
+            !questions.mayWrite(tr("Restore backup"), OtherKeyboardText(*plan.otherKeyboard) +
+                                                          QStringLiteral("\n\n") +
+                                                          tr("Write it into this keyboard?")))
             return;
         if (plan.IsEmpty())
             return emit Done(tr("The keyboard holds all of this backup; nothing was written."));
@@ -166,19 +180,21 @@ void Transfers::Restore(const host::BackupEntry& backup) {
         if (!Send([&] { m_workbench.Restore(plan, backup.id); }))
             return;
         emit Done(tr("Backup to keyboard and document: restored, read back and found equal."));
+        for (const host::NotRestored& part : plan.notRestored)
+            emit Warned(NotRestoredText(part));
         emit Written();
     });
 }
 
 bool Transfers::Send(const std::function<void()>& write) {
-    const std::set<std::string> recorded = m_workbench.RecordedWrites();
+    const std::set<std::string> recorded = RecordedWrites(m_workbench);
     try {
         const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
         write();
         return true;
     } catch (const std::exception& error) {
         Attempt(tr("The interrupted write could not be settled."), [&] {
-            const std::set<std::string> now = m_workbench.RecordedWrites();
+            const std::set<std::string> now = RecordedWrites(m_workbench);
             ReportBrokenOff(
                 FailureOf(tr("Writing to the keyboard failed."), error),
                 !std::includes(recorded.begin(), recorded.end(), now.begin(), now.end()));

@@ -68,14 +68,28 @@ Workbench::~Workbench() {
     Disconnect();
 }
 
+QString Workbench::PreferencesWarning() const {
+    return m_store.IsDamaged() ? tr("The preferences in %1 are damaged: the defaults are used.")
+                                     .arg(ToQt(m_store.Location()))
+                               : QString();
+}
+
 void Workbench::SavePreferences() {
+    m_preferences.Save();
+    m_preferences.SaveWinPos();
+    StorePreferences();
+}
+
+void Workbench::StorePreferences() {
+    const std::filesystem::path keptBefore = m_store.DamagedFile();
     try {
-        m_preferences.Save();
-        m_preferences.SaveWinPos();
         m_store.Flush();
     } catch (const host::Error& error) {
         emit Noticed(FailureOf({}, error).text);
     }
+    if (m_store.DamagedFile() != keptBefore)
+        emit Noticed(
+            tr("The damaged preferences are kept in %1.").arg(ToQt(m_store.DamagedFile())));
 }
 
 void Workbench::OpenLayout() {
@@ -110,8 +124,7 @@ void Workbench::Connect(setup::KeyboardChoice choice) {
 
 void Workbench::Connect() {
     Disconnect();
-    std::fill(std::begin(m_stages), std::end(m_stages), StageState::Waiting);
-    SetStage(Stage::Driver, StageState::Running);
+    m_stages.Begin();
     try {
         m_driver = setup::OpenDriver(m_options.keyboard);
         m_driverNote = ToQt(m_driver.note);
@@ -120,48 +133,19 @@ void Workbench::Connect() {
         options.statusText = m_driver.statusText;
         m_session =
             std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(options));
-        SubscribeToStages();
+        m_stages.Follow(m_session->Access());
         m_session->Access().SetCommandDelta(m_preferences.CommandDelta());
         m_session->Open();
-        for (const std::string& warning : m_session->Warnings())
-            emit Noticed(QString::fromStdString(warning));
+        for (const host::StartWarning& warning : m_session->Warnings())
+            emit Noticed(WarningText(warning));
         AttachKeyboard();
         ReloadPreferences();
     } catch (...) {
         Disconnect();
-        // A stage that was broken off, or that had no driver to run, reports no end of its own.
-        for (const Stage stage : {Stage::Driver, Stage::Directory, Stage::Naming})
-            if (StateOf(stage) == StageState::Running)
-                SetStage(stage, StageState::Failed);
+        m_stages.BreakOff();
         throw;
     }
     emit KeyboardChanged();
-}
-
-void Workbench::SubscribeToStages() {
-    QXKeyboardAccess& access = m_session->Access();
-    const auto on = [this](auto& event, Stage stage, StageState state) {
-        m_subscriptions.push_back(
-            event.Subscribe([this, stage, state](auto&&...) { SetStage(stage, state); }));
-    };
-    on(access.InitDriver, Stage::Driver, StageState::Running);
-    on(access.InitDriverOK, Stage::Driver, StageState::Done);
-    on(access.InitDriverFailed, Stage::Driver, StageState::Failed);
-    on(access.InitConfigurationTable, Stage::Directory, StageState::Running);
-    on(access.InitConfigurationTableOK, Stage::Directory, StageState::Done);
-    on(access.InitConfigurationTableFailed, Stage::Directory, StageState::Failed);
-    on(access.InitKeyboardNaming, Stage::Naming, StageState::Running);
-    on(access.InitKeyboardNamingOK, Stage::Naming, StageState::Done);
-    on(access.InitKeyboardNamingFailed, Stage::Naming, StageState::Failed);
-}
-
-void Workbench::SetStage(Stage stage, StageState state) {
-    m_stages[static_cast<std::size_t>(stage)] = state;
-    emit StageChanged();
-}
-
-Workbench::StageState Workbench::StateOf(Stage stage) const {
-    return m_stages[static_cast<std::size_t>(stage)];
 }
 
 void Workbench::Disconnect() {
@@ -169,7 +153,7 @@ void Workbench::Disconnect() {
         return;
     const Busy busy(*this);
     m_display->FollowNone();
-    m_subscriptions.clear();
+    m_stages.Leave();
     try {
         m_session->Close();
     } catch (const host::Error& error) {
@@ -278,23 +262,8 @@ std::vector<host::JournalEntry> Workbench::Interrupted() {
     return WithWriter([](host::Writer& writer) { return writer.Interrupted(); });
 }
 
-std::set<std::string> Workbench::RecordedWrites() const {
-    std::set<std::string> ids;
-    for (const host::JournalEntry& entry : Records().journal.Entries())
-        ids.insert(entry.Id());
-    return ids;
-}
-
 void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way, bool isNamed) {
     WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way, isNamed); });
-}
-
-std::vector<host::BackupEntry> Workbench::Backups() const {
-    return Records().backups.List();
-}
-
-host::Backup Workbench::LoadBackup(const host::BackupEntry& entry) const {
-    return Records().backups.Load(entry);
 }
 
 host::WritePlan Workbench::PlanRestore(const host::Backup& backup) {
@@ -360,11 +329,7 @@ void Workbench::TakeDocument(const host::ConfigurationDocument& document,
 
 void Workbench::StoreLastDocument() {
     m_preferences.SetLastDownloadFile(m_file.string());
-    try {
-        m_store.Flush();
-    } catch (const host::Error& error) {
-        emit Noticed(FailureOf({}, error).text);
-    }
+    StorePreferences();
 }
 
 QString Workbench::DocumentKeyboard() const {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "app/ControlDisplay.h"
+#include "app/StartStages.h"
 #include "host/History.h"
 #include "host/KeyboardFiles.h"
 #include "host/Session.h"
@@ -37,16 +38,14 @@ public:
         std::filesystem::path records;  // of writes; empty: the user's own
     };
 
-    // A stage of the keyboard's start-up.
-    enum class Stage { Driver, Directory, Naming };
-    enum class StageState { Waiting, Running, Done, Failed };
-
     Workbench(const Platform& platform, Options options);
     ~Workbench() override;
 
     [[nodiscard]] QXProgSettings& Preferences() { return m_preferences; }
     // Stores the preferences; Noticed reports why they cannot be stored.
     void SavePreferences();
+    // That the stored preferences could not be understood; empty when they could.
+    [[nodiscard]] QString PreferencesWarning() const;
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
     // Shows everything by the preferences as they are now.
@@ -59,8 +58,8 @@ public:
         return dynamic_cast<Control&>(m_configuration->Find(sectionKey)->Control());
     }
 
-    // The keyboard. Connect closes one that is open; a failure leaves none open, tells by
-    // StageChanged where it failed, and throws.
+    // The keyboard. Connect closes one that is open; a failure leaves none open, is shown
+    // by the stages, and throws.
     void Connect();
     void Connect(setup::KeyboardChoice choice);
     void Disconnect();
@@ -71,7 +70,7 @@ public:
     [[nodiscard]] sim::SimulatedDriver* Simulated() const { return m_driver.simulated; }
     [[nodiscard]] const setup::KeyboardChoice& Choice() const { return m_options.keyboard; }
     [[nodiscard]] const QString& DriverNote() const { return m_driverNote; }
-    [[nodiscard]] StageState StateOf(Stage stage) const;
+    [[nodiscard]] const StartStages& Stages() const { return m_stages; }
     // Whether the keyboard has the section's modules; true for all while none is connected.
     [[nodiscard]] bool Has(const host::Section& section) const;
 
@@ -90,13 +89,11 @@ public:
 
     // The interrupted writes that this keyboard may have been cut in; Recover ends one.
     [[nodiscard]] std::vector<host::JournalEntry> Interrupted();
-    // The ids of the writes on record as interrupted, to whatever keyboard.
-    [[nodiscard]] std::set<std::string> RecordedWrites() const;
     void Recover(const host::JournalEntry& entry, host::Writer::Way way, bool isNamed);
-    // What keyboards held before writes; a restored one becomes the document as well.
-    [[nodiscard]] std::vector<host::BackupEntry> Backups() const;
-    [[nodiscard]] host::Backup LoadBackup(const host::BackupEntry& entry) const;
-    // Also of another keyboard of the same kind: that is for the user to know.
+    // Of writes to whatever keyboard: those interrupted, and what the keyboards held before.
+    [[nodiscard]] host::WriteRecords Records() const;
+    // A backup that is restored becomes the document as well. Also one of another keyboard of the
+    // same kind: that is for the user to know.
     [[nodiscard]] host::WritePlan PlanRestore(const host::Backup& backup);
     void Restore(const host::WritePlan& plan, const std::string& backup);
 
@@ -128,7 +125,6 @@ public:
     void Redo();
 
 signals:
-    void StageChanged();
     void KeyboardChanged();          // another one, or none
     void DocumentChanged();          // its settings, its file, or whether it is saved
     void Began(const QString& text); // work with the keyboard that takes a while; see Working
@@ -145,13 +141,11 @@ private:
     void NoteEdit(ModuleControl& control);
     void TakeDocument(const host::ConfigurationDocument& document,
                       const std::filesystem::path& file);
+    void StorePreferences();
     void StoreLastDocument();
     void AttachKeyboard();
-    void SubscribeToStages();
-    void SetStage(Stage stage, StageState state);
     [[nodiscard]] std::vector<host::Section*> WantedSections() const;
     void OpenLayout();
-    [[nodiscard]] host::WriteRecords Records() const;
     // Runs work that proves what it writes; the controls then follow the keyboard again.
     template <typename Work>
     auto WithWriter(const Work& work);
@@ -166,9 +160,8 @@ private:
     std::unique_ptr<host::History> m_history;
     setup::OpenedDriver m_driver;
     std::unique_ptr<host::Session> m_session;
-    std::vector<Subscription> m_subscriptions; // end before the session
     std::vector<Subscription> m_edits;
-    StageState m_stages[3] = {};
+    StartStages m_stages;
     QString m_driverNote;
     std::filesystem::path m_file;
     std::optional<host::Json> m_keyboardNote; // of the document: which keyboard it is for

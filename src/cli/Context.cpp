@@ -133,8 +133,8 @@ host::Session& Context::Keyboard() {
     if (!std::exchange(m_isOpen, true)) {
         m_step = "reading";
         m_session->Open();
-        for (const std::string& warning : m_session->Warnings())
-            Warn(warning);
+        for (const host::StartWarning& warning : m_session->Warnings())
+            Warn(warning.text);
         WarnOfInterruptedWrites();
     }
     EndIfInterrupted();

@@ -96,12 +96,15 @@ void Session::Open() {
     m_warnings = m_holes;
     m_isNamed = !failure;
     if (failure && failure->function == kImageRead)
-        m_warnings.emplace_back(
-            Failed(ErrorKind::TransferFailed,
-                   hasNames ? "the keyboard's abilities could not be read, and count as absent"
-                            : "the keyboard's names could not be read",
-                   *failure)
-                .what());
+        m_warnings.push_back(
+            {hasNames ? StartWarning::Kind::AbilitiesUnreadable
+                      : StartWarning::Kind::NamesUnreadable,
+             {std::to_string(failure->status)},
+             Failed(ErrorKind::TransferFailed,
+                    hasNames ? "the keyboard's abilities could not be read, and count as absent"
+                             : "the keyboard's names could not be read",
+                    *failure)
+                 .what()});
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
@@ -111,18 +114,23 @@ void Session::FindHoles() {
     m_holes.clear();
     m_hidesEntries = m_driver.Unreadable().count > 0;
     if (const auto& entries = m_driver.Unreadable(); entries.count > 0)
-        m_holes.push_back("entries of the configuration directory could not be read: " +
-                          std::to_string(entries.count) + ", the first of them entry " +
-                          std::to_string(entries.first) +
-                          ": QXCFG_ConfigDirectoryGetEntry gave status " +
-                          std::to_string(entries.status));
+        m_holes.push_back({StartWarning::Kind::EntriesUnreadable,
+                           {std::to_string(entries.count), std::to_string(entries.first),
+                            std::to_string(entries.status)},
+                           "entries of the configuration directory could not be read: " +
+                               std::to_string(entries.count) + ", the first of them entry " +
+                               std::to_string(entries.first) +
+                               ": QXCFG_ConfigDirectoryGetEntry gave status " +
+                               std::to_string(entries.status)});
     for (int i = 1; i <= m_access.DirectorySize(); ++i) {
         const ConfigDirEntry& entry = *m_access.DirectoryItem(static_cast<Integer>(i));
         const Long address = entry.StartAddress();
         if (!NameOf(entry.ModuleType()).empty() && address != -1 && !IsAddress(address))
-            m_holes.push_back("the configuration directory has " +
-                              std::string(NameOf(entry.ModuleType())) + " at " +
-                              std::to_string(address) + ", which is not an address");
+            m_holes.push_back({StartWarning::Kind::AddressImpossible,
+                               {std::string(NameOf(entry.ModuleType())), std::to_string(address)},
+                               "the configuration directory has " +
+                                   std::string(NameOf(entry.ModuleType())) + " at " +
+                                   std::to_string(address) + ", which is not an address"});
     }
 }
 
@@ -198,7 +206,7 @@ std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bo
         if (!m_holes.empty() && !isWhole && (document == nullptr || document->Find(key) != nullptr))
             throw Error(ErrorKind::TransferFailed,
                         "it is not known where the keyboard has its " + std::string(title) +
-                            " settings, if it has any: " + m_holes.front());
+                            " settings, if it has any: " + m_holes.front().text);
     }
     return Present(configuration, fSkipAbsent);
 }

@@ -27,6 +27,18 @@ struct PlacedArea : Area {
     Long address;
 };
 
+struct StartWarning {
+    enum class Kind {
+        EntriesUnreadable,   // of the directory: how many, the first of them, the driver's status
+        AddressImpossible,   // in the directory: the module, the address
+        NamesUnreadable,     // the driver's status
+        AbilitiesUnreadable, // the driver's status
+    };
+    Kind kind;
+    std::vector<std::string> values; // as listed with the kind
+    std::string text;                // all of it, in English
+};
+
 class Session {
 public:
     struct Options {
@@ -47,8 +59,8 @@ public:
     // Starts the keyboard up. Throws Error(KeyboardNotOpened) when QXKeyboardAccess::Init fails, or
     // finds a directory without entries.
     void Open();
-    // What the start-up could not read and did without, in words.
-    [[nodiscard]] const std::vector<std::string>& Warnings() const { return m_warnings; }
+    // What the start-up could not read and did without.
+    [[nodiscard]] const std::vector<StartWarning>& Warnings() const { return m_warnings; }
     // Gives the keyboard back; so does the destructor.
     void Close();
     // Has the driver look again which keyboard is there: another one may have been plugged in. Its
@@ -139,10 +151,10 @@ private:
     MessageWindow m_window;
     QXKeyboardAccess m_access;
     std::unique_ptr<QXKeyboardAccess> m_again; // of the last look, if there was one
-    std::vector<std::string> m_warnings;
-    std::vector<std::string> m_holes; // of the directory, in words
-    bool m_hidesEntries = false;      // the first hole is of entries that could not be read
-    bool m_isNamed = false;           // the start-up has read names and abilities
+    std::vector<StartWarning> m_warnings;
+    std::vector<StartWarning> m_holes; // of the directory
+    bool m_hidesEntries = false;       // the first hole is of entries that could not be read
+    bool m_isNamed = false;            // the start-up has read names and abilities
     bool m_isOpen = false;
 };
 

@@ -135,7 +135,7 @@ void Session::Load() {
 KeyboardIdentity Session::ReadIdentity() {
     if (m_hidesEntries)
         throw Error(ErrorKind::TransferFailed,
-                    "which keyboard this is cannot be told: " + m_holes.front());
+                    "which keyboard this is cannot be told: " + m_holes.front().text);
     return IdentityAsFound();
 }
 

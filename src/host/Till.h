@@ -2,6 +2,7 @@
 // without an identifier is found again.
 #pragma once
 
+#include <set>
 #include <string>
 
 namespace qx::host {
@@ -9,6 +10,11 @@ namespace qx::host {
 struct Till {
     std::string unit;  // its name in a job; empty where not known
     std::string place; // how the job reaches it; empty where not known
+
+    // The unit, if it is known.
+    [[nodiscard]] std::set<std::string> Units() const {
+        return unit.empty() ? std::set<std::string>() : std::set<std::string>{unit};
+    }
 };
 
 } // namespace qx::host

@@ -34,6 +34,14 @@ void KeepUnused(const Section& section, const std::vector<PlacedArea>& areas,
         }
 }
 
+// "till 1 or till 2"
+std::string Alternatives(const std::set<std::string>& units) {
+    std::string text;
+    for (const std::string& unit : units)
+        text += (text.empty() ? "" : " or ") + unit;
+    return text;
+}
+
 std::string Spaced(const std::string& bytes) {
     std::string text;
     for (const char byte : bytes)
@@ -65,6 +73,28 @@ std::vector<Difference> FixedBytes(const Section& section, const std::vector<Pla
 }
 
 } // namespace
+
+std::string NotRestored::Text() const {
+    return section.empty()
+               ? std::to_string(bytes) + " bytes of the backup lie where this program knows no area"
+               : section + " is not in the backup, or not all of it, and stays as it is";
+}
+
+std::string OtherKeyboard::Text() const {
+    switch (reason) {
+    case Reason::ReachedOtherwise:
+        return "the backup is of another keyboard of this kind" +
+               (saved.empty() ? "" : " (" + Alternatives(saved) + ")") +
+               ", or of one that was reached in another way";
+    case Reason::UnitUnknown:
+        return "the backup is of " + Alternatives(saved) +
+               ", and no record shows which unit this keyboard is";
+    case Reason::OtherUnit:
+        return "the backup is of " + Alternatives(saved) +
+               ", and by the records this keyboard is " + Alternatives(here);
+    }
+    return {};
+}
 
 Long WritePlan::BytesToSend() const {
     Long bytes = 0;
@@ -125,7 +155,7 @@ WritePlan Planner::ForSettings(const std::vector<Section*>& sections, const Plan
                     held.damaged);
     const KeyboardContent usual = Encode(held.sections).content;
     auto [after, requests] = Encode(sections);
-    WritePlan plan{m_content, {}, {}, {}, std::move(requests), {}};
+    WritePlan plan{m_content, {}, {}, {}, std::move(requests), {}, {}};
     CopiedKeyboard copy(m_content);
     Session session(copy);
     session.Open();
@@ -146,7 +176,7 @@ std::vector<Fault> Planner::Damaged(const std::vector<Section*>& sections) {
 }
 
 WritePlan Planner::ForContent(const KeyboardContent& wanted) {
-    WritePlan plan{m_content, wanted, {}, {}, {}, {}};
+    WritePlan plan{m_content, wanted, {}, {}, {}, {}, {}};
     for (const ContentPiece& piece : wanted.pieces)
         plan.requests.push_back(
             {piece.module, piece.address, static_cast<Long>(piece.bytes.size())});
@@ -179,16 +209,14 @@ WritePlan Planner::ForBackup(const KeyboardContent& backup, bool withGuid) {
     }
     wanted.UpdateGuid();
     WritePlan plan = ForContent(wanted);
-    for (const std::string& area : unsaved)
-        plan.notRestored.push_back(area +
-                                   " is not in the backup, or not all of it, and stays as it is");
+    for (const std::string& section : unsaved)
+        plan.notRestored.push_back({section, 0});
     Long saved = 0;
     for (const ContentPiece& piece : backup.pieces)
         if (piece.module != MODULE_GUID || withGuid)
             saved += static_cast<Long>(piece.bytes.size());
     if (restored < saved)
-        plan.notRestored.push_back(std::to_string(saved - restored) +
-                                   " bytes of the backup lie where this program knows no area");
+        plan.notRestored.push_back({{}, saved - restored});
     return plan;
 }
 

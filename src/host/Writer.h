@@ -145,7 +145,8 @@ private:
     // Throws where the others of which the keyboard holds a part lead to other contents.
     void RequireOneEnd(const std::vector<JournalEntry>& candidates, Way way,
                        const KeyboardContent& now) const;
-    [[nodiscard]] std::string WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now);
+    [[nodiscard]] std::optional<OtherKeyboard> WhyOfOtherKeyboard(const Backup& backup,
+                                                                  const KeyboardContent& now);
     [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document,
                                          const Till& till);
     [[nodiscard]] std::optional<BackupStore::Named> NamedBackups() const;

@@ -2,6 +2,7 @@
 
 #include "views/Bindings.h"
 #include "views/KeyGridAccessible.h"
+#include "views/ScrollArea.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -136,8 +137,10 @@ int KeyGrid::RowToward(Qt::Key arrow) const {
 
 void KeyGrid::Reach(int index) {
     SetFocusKey(index);
-    if (m_focusKey >= 0)
-        emit KeyReached(m_focusKey);
+    if (m_focusKey < 0)
+        return;
+    ScrollArea::Reveal(*this, KeyRect(m_focusKey));
+    emit KeyReached(m_focusKey);
 }
 
 void KeyGrid::ReachRow(int row) {

@@ -29,7 +29,7 @@ constexpr double kLeastTextScale = 0.6; // smaller than that only where a text w
 constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
 constexpr double kLegendScale = 0.7;
 constexpr double kLeastTextSize = 6.5; // pixels, at natural size
-constexpr int kLeastPixels = 6;        // of any text
+constexpr int kLeastPixels = 6;        // of any text, and what letters need on a screen
 
 QPalette::ColorRole SystemColorRole(std::uint32_t index) {
     using P = QPalette;
@@ -207,8 +207,9 @@ QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) 
 }
 
 // The text's lines in the font's size or smaller; the font gets that size. What does not fit even
-// so is cut by the caller.
-QStringList FittingLines(const QString& text, QFont& font, double size, const QSizeF& area) {
+// so is cut by the caller. `pixel` is that of the screen: a finer one can show a word smaller.
+QStringList FittingLines(const QString& text, QFont& font, double size, const QSizeF& area,
+                         double pixel) {
     const int most = std::max(kLeastPixels, static_cast<int>(std::lround(size)));
     const int least = std::max(kLeastPixels, static_cast<int>(std::lround(most * kLeastTextScale)));
     QStringList lines{text};
@@ -226,15 +227,22 @@ QStringList FittingLines(const QString& text, QFont& font, double size, const QS
             pixels = inTwo;
         }
     }
+    if (pixels == 0) {
+        font.setPixelSize(least);
+        lines = Wrapped(text, font, area);
+        if (lines.size() == 1)
+            pixels = FittingPixels(lines, font, static_cast<int>(std::ceil(kLeastPixels * pixel)),
+                                   kLeastPixels, area);
+    }
     font.setPixelSize(pixels == 0 ? least : pixels);
-    return pixels == 0 ? Wrapped(text, font, area) : lines;
+    return lines;
 }
 
 // Appends the text to `texts`, in the font's size or smaller and in several lines if it must be,
 // cut at its end if that does not help.
 void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
-                   const QRectF& area, Qt::Alignment align, const QColor& color) {
-    const QStringList lines = FittingLines(text, font, size, area.size());
+                   const QRectF& area, Qt::Alignment align, const QColor& color, double pixel) {
+    const QStringList lines = FittingLines(text, font, size, area.size(), pixel);
     const QFontMetricsF metrics(font);
     const double height = metrics.height() * static_cast<double>(lines.size());
     double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
@@ -339,12 +347,13 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
         if (cap.state == KeyState::Programmed)
             area.setRight(area.right() - kMark * placing.KeyHeight());
         area.setHeight(kLegendScale * size * 1.3);
-        AppendFitting(texts, cap.legend, small, size * kLegendScale, area, Qt::AlignLeft, color);
+        AppendFitting(texts, cap.legend, small, size * kLegendScale, area, Qt::AlignLeft, color,
+                      placing.Pixel());
         below.setTop(area.bottom());
     }
     if (!cap.caption.isEmpty())
-        AppendFitting(texts, cap.caption, font, size * cap.textScale, below, Qt::AlignCenter,
-                      color);
+        AppendFitting(texts, cap.caption, font, size * cap.textScale, below, Qt::AlignCenter, color,
+                      placing.Pixel());
     return texts;
 }
 

@@ -3,12 +3,12 @@
 #include "views/ColorSwatch.h"
 #include "views/Discard.h"
 #include "views/QXPosDisplayView.h"
+#include "views/ScrollArea.h"
 
 #include <QEvent>
 #include <QGridLayout>
 #include <QIntValidator>
 #include <QScreen>
-#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -22,14 +22,10 @@ namespace {
 QWidget* TwoLinesOf(QLabel* label) {
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    auto* area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
+    auto* area = new ScrollArea(label);
+    area->setFocusPolicy(Qt::StrongFocus); // the label has none
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidgetResizable(true);
-    area->setWidget(label);
     area->setFixedHeight(2 * label->fontMetrics().lineSpacing());
-    area->viewport()->setAutoFillBackground(false);
-    label->setAutoFillBackground(false);
     return area;
 }
 
@@ -43,11 +39,15 @@ frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* pare
     details->addSpacing(16);
     details->addLayout(MakeCurrentBlock(), 3);
     auto* keys = MakeKeys();
+    auto* content = new QWidget;
+    auto* parts = new QVBoxLayout(content);
+    parts->setContentsMargins({});
+    parts->addWidget(keys, 1);
+    parts->addSpacing(8);
+    parts->addLayout(details);
     auto* column = new QVBoxLayout(this);
     column->addLayout(MakeHead());
-    column->addWidget(keys, 1);
-    column->addSpacing(8);
-    column->addLayout(details);
+    column->addWidget(new ScrollArea(content), 1); // small screens lack the room
     column->addSpacing(8);
     column->addLayout(MakeButtons());
     m_bindings.OnShow([this] { setWindowTitle(ToQt(m_form.lblCaption.Caption)); });

@@ -234,6 +234,25 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
     EXPECT_EQ(desk.Document(), edited);
 }
 
+TEST(Documents, DamagedPreferencesAreReportedAndKept) {
+    const TempFolder shop;
+    WriteText(shop / "settings.ini", "[Software]\nno value\n");
+    Desk desk("full", shop / "");
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("settings.ini are damaged")))
+        << desk.Notice().toStdString();
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.InDialog([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    desk.window->Transfers().Write();
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.window->Documents().New();
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("are damaged")))
+        << "an answer clears nothing";
+    desk.window->ApplyPreferences();
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("kept in"))) << desk.Notice().toStdString();
+    EXPECT_EQ(files::ReadFile(shop / "settings.ini.damaged"), "[Software]\nno value\n");
+}
+
 TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
     Desk desk;
     desk.Edit("freeProgKeys", 80);
@@ -263,7 +282,7 @@ TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
     std::filesystem::resize_file(file, 300 << 20);
     desk.window->Documents().Open(Name(file));
     ASSERT_EQ(desk.details.size(), 2);
-    EXPECT_TRUE(desk.details.back().contains(QStringLiteral("too large")));
+    EXPECT_TRUE(desk.details.back().contains(QStringLiteral("has more than")));
 }
 
 TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {

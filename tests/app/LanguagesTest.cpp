@@ -3,15 +3,19 @@
 #include "app/Failure.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
+#include "host/Session.h"
+#include "host/WritePlan.h"
 #include "qxcontrols/readers/QXBarcode.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
 #include <QMap>
 #include <QMenuBar>
 #include <QTabWidget>
 
+#include <fstream>
 #include <set>
 
 namespace qx::test {
@@ -49,8 +53,31 @@ QTabWidget* VisibleTabs(QMainWindow& window) {
     return nullptr;
 }
 
-// Every page's letters under Alt belong to one thing each, beside those of the menus.
-TEST(Languages, HasNoLetterUnderAltTwice) {
+// What the user can reach on the screen and does not say what it is.
+QStringList Nameless(const QMainWindow& window) {
+    QStringList nameless;
+    const auto check = [&](QAccessibleInterface* accessible, const QWidget& widget) {
+        if (accessible == nullptr || accessible->text(QAccessible::Name).trimmed().isEmpty())
+            nameless.append(QString::fromLatin1(widget.metaObject()->className()) + u' ' +
+                            widget.objectName());
+    };
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || (widget->focusPolicy() & Qt::TabFocus) == 0 ||
+            widget->focusProxy() != nullptr ||
+            widget->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        check(accessible, *widget);
+        for (int row = 0; qobject_cast<views::KeyGrid*>(widget) && row < accessible->childCount();
+             ++row)
+            check(accessible->child(row), *widget);
+    }
+    return nameless;
+}
+
+// Every page's letters under Alt belong to one thing each, beside those of the menus, and all that
+// takes the focus has a name.
+TEST(Languages, ThingsHaveNamesAndLettersOfTheirOwn) {
     Desk desk;
     for (const Integer language : {Integer{1033}, Integer{1031}}) {
         desk.Speak(language);
@@ -65,6 +92,7 @@ TEST(Languages, HasNoLetterUnderAltTwice) {
                 EXPECT_TRUE(doubles.isEmpty())
                     << language << " " << pages->item(row)->text().toStdString() << " " << tab
                     << ": " << doubles.join(QStringLiteral(", ")).toStdString();
+                EXPECT_EQ(Nameless(*desk.window).join(QStringLiteral(", ")).toStdString(), "");
             }
         }
     }
@@ -102,6 +130,39 @@ TEST(Languages, SpeaksGermanAtOnce) {
         return std::string(word);
     });
     EXPECT_GT(configuration.List(desk.workbench.History().AllSections()).size(), 100U);
+}
+
+TEST(Languages, WarningsAreGermanToo) {
+    Desk desk;
+    desk.Speak(1031);
+    std::ofstream(desk.folder / "other.qxk.wild") << "QXCFG_ImageRead refuse";
+    EXPECT_TRUE(
+        desk.window->Keyboards().Connect({QX_WILD_DRIVER, desk.folder / "other.qxk", "full"}));
+    EXPECT_TRUE(desk.Notice().contains(
+        QStringLiteral("Die Namen der Tastatur waren nicht lesbar (Status des Treibers: 12)")))
+        << desk.Notice().toStdString();
+
+    QStringList texts;
+    using Kind = host::StartWarning::Kind;
+    for (const auto& [kind, values] :
+         {std::pair(Kind::EntriesUnreadable, 3), std::pair(Kind::AddressImpossible, 2),
+          std::pair(Kind::NamesUnreadable, 1), std::pair(Kind::AbilitiesUnreadable, 1)})
+        texts.append(app::WarningText(
+            {kind, std::vector<std::string>(static_cast<std::size_t>(values), "7"), "English"}));
+    using Reason = host::OtherKeyboard::Reason;
+    for (const Reason reason : {Reason::ReachedOtherwise, Reason::UnitUnknown, Reason::OtherUnit})
+        texts.append(app::OtherKeyboardText({reason, {"Kasse 1", "Kasse 2"}, {"Kasse 3"}}));
+    EXPECT_TRUE(texts.back().contains(QStringLiteral("Kasse 1 oder Kasse 2")));
+    EXPECT_TRUE(texts.back().endsWith(QStringLiteral("Kasse 3.")));
+    for (const char* section : {"pos", "MODULE_GUID", ""})
+        texts.append(app::NotRestoredText({section, 5}));
+    EXPECT_TRUE(texts[7].startsWith(QStringLiteral("POS-Tasten"))) << texts[7].toStdString();
+    EXPECT_TRUE(texts[8].startsWith(QStringLiteral("MODULE_GUID")));
+    EXPECT_EQ(texts.removeDuplicates(), 0);
+    for (const QString& text : texts)
+        EXPECT_FALSE(text.contains(u'%') || text.contains(QStringLiteral(" is ")))
+            << text.toStdString();
+    desk.Speak(1033);
 }
 
 } // namespace

@@ -212,7 +212,8 @@ TEST(Transfers, AWriteShowsItsSteps) {
     QObject::connect(&desk.workbench, &app::Workbench::Stepped, work, [&](host::Step step) {
         EXPECT_TRUE(work->isVisible());
         EXPECT_TRUE(work->text().contains(QStringLiteral("Do not unplug")));
-        EXPECT_EQ(desk.workbench.Backups().size(), step == host::Step::SavingBackup ? 0U : 1U);
+        EXPECT_EQ(desk.workbench.Records().backups.List().size(),
+                  step == host::Step::SavingBackup ? 0U : 1U);
         shown.append(work->text().section('\n', 1).section(' ', 0, 0));
         held += desk.Memory(MODULE_MAGNET_CONFIG, 0, 1);
     });
@@ -301,7 +302,7 @@ TEST(Transfers, ABackupOfAnotherKeyboardIsRestoredOnlyWhenTheUserAgrees) {
             desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
         desk.Click("restoreBackup");
         ASSERT_EQ(desk.askedToWrite.size(), 1);
-        EXPECT_TRUE(desk.askedToWrite[0].contains(QStringLiteral("another keyboard")));
+        EXPECT_TRUE(desk.askedToWrite[0].contains(QStringLiteral("reached in another way")));
         EXPECT_EQ(desk.Held() == held, !agrees);
     }
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x06");

@@ -148,6 +148,8 @@ void Misbehave(Arguments... arguments) {
             return [](auto... each) { return Echo(#name, each...); } arguments;                    \
         if (theAction == "log")                                                                    \
             Log(#name);                                                                            \
+        if (theAction == "refuse" && theFunction == #name)                                         \
+            return 12;                                                                             \
         if (theFunction == #name || theFunction == "*")                                            \
             [](auto... each) { Misbehave(each...); } arguments;                                    \
         return theKeyboard ? theKeyboard->name arguments : 99;                                     \

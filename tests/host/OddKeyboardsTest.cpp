@@ -48,12 +48,12 @@ TEST_F(OddKeyboards, ADirectoryThatIsNotAsLargeAsItSaysStopsOnlyWhatItMayHide) {
         Session session(lying);
         session.Open();
         ASSERT_EQ(session.Warnings().size(), 1U);
-        EXPECT_NE(session.Warnings()[0].find(
+        EXPECT_NE(session.Warnings()[0].text.find(
                       std::string(unreadable) +
                       " the first of them entry 2: QXCFG_ConfigDirectoryGetEntry gave "
                       "status 7"),
                   std::string::npos)
-            << session.Warnings()[0];
+            << session.Warnings()[0].text;
         EXPECT_EQ(session.Present(configuration).size(), 2U);
         auto sections = session.SectionsIn(configuration, false, &magnetOnly);
         session.Upload(sections);
@@ -93,9 +93,10 @@ TEST_F(OddKeyboards, AnAddressThatNoMemoryHasIsNotUsed) {
         Session session(driver);
         session.Open();
         ASSERT_EQ(session.Warnings().size(), 1U);
-        EXPECT_NE(session.Warnings()[0].find("MODULE_BARCODE_CONFIG at " + std::to_string(address)),
-                  std::string::npos)
-            << session.Warnings()[0];
+        EXPECT_NE(
+            session.Warnings()[0].text.find("MODULE_BARCODE_CONFIG at " + std::to_string(address)),
+            std::string::npos)
+            << session.Warnings()[0].text;
         EXPECT_THROW((void)session.SectionsIn(configuration), Error);
         EXPECT_EQ(session.SectionsIn(configuration, false, &pos).size(), 1U);
         (void)session.ReadContent(configuration);
@@ -129,8 +130,9 @@ TEST_F(OddKeyboards, AnUnreadableNameIsAWarning) {
         Session session(forgetful);
         session.Open();
         ASSERT_EQ(session.Warnings().size(), 1U);
-        EXPECT_NE(session.Warnings()[0].find(missing), std::string::npos) << session.Warnings()[0];
-        EXPECT_NE(session.Warnings()[0].find("status 12"), std::string::npos);
+        EXPECT_NE(session.Warnings()[0].text.find(missing), std::string::npos)
+            << session.Warnings()[0].text;
+        EXPECT_NE(session.Warnings()[0].text.find("status 12"), std::string::npos);
         auto sections = session.SectionsIn(configuration);
         session.Upload(sections);
         session.LookAgain();

@@ -180,8 +180,9 @@ TEST_F(RestoreTest, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
     EXPECT_FALSE(Use(other, [&](Session&, Writer& writer) {
         EXPECT_THROW((void)writer.PlanRestore(backup), Error);
         const WritePlan plan = writer.PlanRestore(backup, true);
-        EXPECT_TRUE(plan.isOfOtherKeyboard);
-        told = plan.notRestored;
+        EXPECT_TRUE(plan.otherKeyboard.has_value());
+        for (const NotRestored& part : plan.notRestored)
+            told.push_back(part.Text());
         Writer::Request request;
         request.action = Writer::Request::kRestore;
         writer.Write(plan, request);

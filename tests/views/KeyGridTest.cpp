@@ -309,6 +309,15 @@ TEST(KeyPaintingTest, CaptionsThatFitAreShownWhole) {
                 }
         }
     }
+    // A finer screen can show a word smaller.
+    KeyCap cap = Cap(1, {0, 0, 700, 600});
+    cap.legend = QStringLiteral("Backspace");
+    cap.caption.clear();
+    for (const int dots : {1, 2}) {
+        const KeyPlacing placing({cap}, QRectF(0, 0, 40, 34), dots);
+        const auto texts = KeyTexts(placing.Map(cap.place), cap, placing, 8);
+        EXPECT_EQ(Shown(texts) == cap.legend, dots == 2) << Shown(texts).toStdString();
+    }
 }
 
 TEST(KeyPaintingTest, ALongTextIsCutAtItsEndOnly) {

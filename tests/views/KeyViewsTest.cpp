@@ -9,7 +9,6 @@
 #include "views/QXPosView.h"
 #include "views/SequenceLabel.h"
 
-#include <QAccessible>
 #include <QPushButton>
 #include <QTest>
 
@@ -354,46 +353,6 @@ TEST_F(KeyViewsTest, ColoursFollowThePreferencesAndThePalette) {
     QApplication::processEvents();
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).color, QColor(40, 41, 42)); // the face of buttons
     QApplication::setPalette(before);
-}
-
-// Every widget that the user can reach says what it is.
-TEST_F(KeyViewsTest, EverythingThatTakesTheFocusHasAName) {
-    QXFreeProgKeys freeKeys;
-    QXLayeredFuncKeys layered;
-    QXPos pos;
-    for (ButtonCaption* button :
-         {&freeKeys.ButtonEdit(), &freeKeys.ButtonClean(), &freeKeys.ButtonCleanAll(),
-          &layered.ButtonEdit(), &layered.ButtonCleanKey(), &layered.ButtonCleanLayer(),
-          &layered.ButtonCleanAllLayer(), &layered.ButtonLayerInc(), &layered.ButtonLayerDec(),
-          &pos.ButtonEdit(), &pos.ButtonCleanAll()})
-        button->SetCaption("caption");
-    freeKeys.SetSequenceForCurrKey("Sequence");
-    freeKeys.SetShowDetails("Details");
-    layered.SetCaptionSequence("Sequence");
-    layered.SetFunctionKeyDescription("Description");
-    layered.SetShowDetails("Details");
-    layered.SetLayerDesc("Layer");
-    for (ModuleControl* control :
-         std::initializer_list<ModuleControl*>{&freeKeys, &layered, &pos}) {
-        Connect(*control);
-        control->Translate();
-    }
-    QXFreeProgKeysView freeView(freeKeys);
-    QXLayeredFuncKeysView layeredView(layered);
-    QXPosView posView(pos);
-    for (QWidget* view : {static_cast<QWidget*>(&freeView), static_cast<QWidget*>(&layeredView),
-                          static_cast<QWidget*>(&posView)})
-        for (QWidget* child : view->findChildren<QWidget*>()) {
-            if (child->focusPolicy() == Qt::NoFocus || child->objectName().startsWith("qt_"))
-                continue;
-            QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(child);
-            ASSERT_NE(accessible, nullptr);
-            EXPECT_FALSE(accessible->text(QAccessible::Name).trimmed().isEmpty())
-                << child->metaObject()->className() << " " << child->objectName().toStdString();
-            for (int row = 0; qobject_cast<KeyGrid*>(child) && row < accessible->childCount();
-                 ++row)
-                EXPECT_FALSE(accessible->child(row)->text(QAccessible::Name).isEmpty()) << row;
-        }
 }
 
 } // namespace

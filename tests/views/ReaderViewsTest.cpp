@@ -202,10 +202,7 @@ TEST_F(QXMagnetCardViewTest, TheCurrentTrackIsEditedAndWritten) {
 
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_MAGNET_HEADERS, Bytes("00*128 1E 00*31 1C 00*31 00*64")));
-}
 
-TEST_F(QXMagnetCardViewTest, SwitchesReachTheKeyboard) {
-    control.DefaultValues();
     ClickRow(view, "trackList", 1);
     Click(view, "chkEnableCurrentTrack");
     Click(view, "chkUseThisTerminator");

@@ -660,6 +660,50 @@
         <source>%1: a sequence was cut to what a keyboard can hold (%2).</source>
         <translation>%1: Eine Folge wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
     </message>
+    <message>
+        <source>Entries of the keyboard&apos;s configuration directory could not be read: %1, the first of them entry %2 (the driver&apos;s status: %3).</source>
+        <translation>Einträge im Konfigurationsverzeichnis der Tastatur waren nicht lesbar: %1, als erster der Eintrag %2 (Status des Treibers: %3).</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s configuration directory has %1 at %2, which is not an address.</source>
+        <translation>Im Konfigurationsverzeichnis der Tastatur steht %1 bei %2; das ist keine Adresse.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s names could not be read (the driver&apos;s status: %1).</source>
+        <translation>Die Namen der Tastatur waren nicht lesbar (Status des Treibers: %1).</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s abilities could not be read and count as absent (the driver&apos;s status: %1).</source>
+        <translation>Die Fähigkeiten der Tastatur waren nicht lesbar und gelten als nicht vorhanden (Status des Treibers: %1).</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+    <message>
+        <source>This backup is of another keyboard of this kind, or of one that was reached in another way.</source>
+        <translation>Diese Sicherung stammt von einer anderen Tastatur dieser Art oder von einer, die anders angeschlossen war.</translation>
+    </message>
+    <message>
+        <source>This backup is of another keyboard of this kind (%1), or of one that was reached in another way.</source>
+        <translation>Diese Sicherung stammt von einer anderen Tastatur dieser Art (%1) oder von einer, die anders angeschlossen war.</translation>
+    </message>
+    <message>
+        <source>This backup is of %1, and no record shows which unit this keyboard is.</source>
+        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, welche Kasse diese Tastatur ist.</translation>
+    </message>
+    <message>
+        <source>This backup is of %1, and by the records this keyboard is %2.</source>
+        <translation>Diese Sicherung stammt von %1, und nach den Aufzeichnungen ist diese Tastatur %2.</translation>
+    </message>
+    <message>
+        <source>Bytes of the backup for which this keyboard has no place: %1.</source>
+        <translation>Bytes der Sicherung, für die diese Tastatur keinen Platz hat: %1.</translation>
+    </message>
+    <message>
+        <source>%1: not all of this is in the backup; the rest stays as it is.</source>
+        <translation>%1: nicht vollständig in der Sicherung enthalten; der Rest bleibt, wie er ist.</translation>
+    </message>
 </context>
 <context>
     <name>FilesPage</name>
@@ -2158,10 +2202,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         </translation>
     </message>
     <message>
-        <source>This backup is of another keyboard. Write it into this one?</source>
-        <translation>Diese Sicherung ist von einer anderen Tastatur. In diese schreiben?</translation>
-    </message>
-    <message>
         <source>The keyboard holds all of this backup; nothing was written.</source>
         <translation>Die Tastatur enthält alles aus dieser Sicherung; es wurde nichts geschrieben.</translation>
     </message>
@@ -2265,6 +2305,10 @@ Repairing replaces all of that with the document&apos;s settings. Otherwise noth
 
 Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
     </message>
+    <message>
+        <source>Write it into this keyboard?</source>
+        <translation>Trotzdem in diese Tastatur schreiben?</translation>
+    </message>
 </context>
 <context>
     <name>WorkBar</name>
@@ -2290,6 +2334,14 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
     <message>
         <source>%1: damaged in the keyboard, and left out of the document.</source>
         <translation>%1: in der Tastatur beschädigt und im Dokument weggelassen.</translation>
+    </message>
+    <message>
+        <source>The preferences in %1 are damaged: the defaults are used.</source>
+        <translation>Die Einstellungen in %1 sind beschädigt; es gelten die Vorgaben.</translation>
+    </message>
+    <message>
+        <source>The damaged preferences are kept in %1.</source>
+        <translation>Die beschädigten Einstellungen liegen nun in %1.</translation>
     </message>
 </context>
 <context>

@@ -80,8 +80,11 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     const host::Backup backup = backups.Load(backups.Find(id));
     host::Writer& writer = context.Writer();
     const host::WritePlan plan = writer.PlanRestore(backup, fOtherKeyboard);
-    for (const std::string& area : plan.notRestored)
-        context.Warn(area);
+    host::Json notRestored = host::Json::array();
+    for (const host::NotRestored& part : plan.notRestored) {
+        notRestored.push_back(part.Text());
+        context.Warn(part.Text());
+    }
     host::Writer::Request request;
     request.action = host::Writer::Request::kRestore;
     request.document = id;
@@ -89,7 +92,7 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     host::Json json = {{"direction", "backup to keyboard"}, {"restored", id},
                        {"written", outcome.isWritten},      {"verified", outcome.isVerified},
                        {"bytesSent", outcome.bytesSent},    {"backup", outcome.backup}};
-    json["notRestored"] = plan.notRestored;
+    json["notRestored"] = std::move(notRestored);
     json["settings"] = ToJson(plan)["settings"];
     context.CloseKeyboard();
     context.Result(json, {outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
