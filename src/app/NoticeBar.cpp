@@ -48,12 +48,16 @@ NoticeBar::NoticeBar(const QString& textName, QWidget* parent)
 }
 
 void NoticeBar::Tell(Kind kind, const QString& text) {
-    const bool isAdded = isVisibleTo(parentWidget()) && !m_isOld && !m_text->text().contains(text);
+    const bool isAdded = isVisibleTo(parentWidget()) && !m_isOld;
+    const QString before = m_text->text();
     m_kind = isAdded ? std::max(m_kind, kind) : kind;
     m_isOld = false;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_icon->setPixmap(style()->standardIcon(IconOf(m_kind)).pixmap(size, size));
-    m_text->setText(isAdded ? m_text->text() + QLatin1Char('\n') + text : text);
+    if (!isAdded)
+        m_text->setText(text);
+    else if (!before.contains(text))
+        m_text->setText(before + QLatin1Char('\n') + text);
     setVisible(!text.isEmpty());
     QAccessibleEvent alert(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);

@@ -19,6 +19,7 @@ QXBarcodeView::QXBarcodeView(QXBarcode& control, QWidget* parent)
     m_bindings.Bind(caption, QStringLiteral("lblList"), control.lblList);
     m_bindings.Bind(list, QStringLiteral("lstPrefGroup"), control.lstPrefGroup,
                     [&control] { control.lstPrefGroup_Click(); });
+    m_bindings.OnShow([caption, list] { list->setAccessibleName(caption->text()); });
 
     auto* pages = new QStackedWidget;
     QWidget* options = MakeOptionPage();
