@@ -35,7 +35,6 @@ protected:
 TEST_F(ComMembers, MethodsRunTheProceduresOfTheirNames) {
     const std::set<std::string> silent = {
         "KeySequence.Length",
-        "QXKeyboardAccess.DirectorySize",
         "QXKeyboardAccess.ReadByteFromMem",
         "QXKeyboardAccess.ReadByteFromImage",
         "QXKeyboardAccess.WriteByteIntoImage",

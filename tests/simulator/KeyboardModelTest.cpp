@@ -53,7 +53,7 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         {"{\n", "", "offset"},
         {"{\n", "[{\n", "offset"},
         {"\"layout\": \"us.qxl\",", "", "/layout: missing"},
-        {"\"layout\"", "\"x\": 1, \"layout\"", "/x: not known"},
+        {"\"layout\"", "\"x\": 1, \"layout\"", "/x: unknown member"},
         {"\"layout\"", "\"layout\": \"a.qxl\", \"layout\"", "\"layout\" is given twice"},
         {"us.qxl", "../us.qxl", "/layout"},
         {"\"us.qxl\"", "\"\"", "/layout"},
