@@ -1,7 +1,7 @@
 // EndSignals: while one lives, Ctrl+C, a request to end and the end of the session end the
-// application in order: dialogs are left as by Cancel, a write goes on to its proof, the keyboard is
-// given back as it was, and unsaved work is kept for the next start. The same signal again ends it
-// at once. On Windows it does nothing.
+// application in order: dialogs are left as by Cancel, a write goes on to its proof, the keyboard
+// is given back as it was, and unsaved work is kept for the next start. The same signal again ends
+// it at once. On Windows it does nothing.
 #pragma once
 
 #include <QObject>
