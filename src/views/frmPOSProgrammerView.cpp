@@ -47,10 +47,16 @@ frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* pare
     parts->addLayout(details);
     auto* column = new QVBoxLayout(this);
     column->addLayout(MakeHead());
-    column->addWidget(new ScrollArea(content), 1); // small screens lack the room
+    auto* area = new ScrollArea(content); // small screens lack the room
+    column->addWidget(area, 1);
     column->addSpacing(8);
     column->addLayout(MakeButtons());
-    m_bindings.OnShow([this] { setWindowTitle(ToQt(m_form.lblCaption.Caption)); });
+    m_bindings.OnShow([this, area, content] {
+        setWindowTitle(ToQt(m_form.lblCaption.Caption));
+        const QSize room = screen()->availableSize();
+        area->setMinimumSize(
+            content->minimumSizeHint().boundedTo({room.width() * 9 / 10, room.height() * 7 / 10}));
+    });
 
     auto* confirm = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
     connect(confirm, &QShortcut::activated, this, [&form] { form.cmdOK_Click(); });
