@@ -194,7 +194,7 @@ Json ToJson(const KeyboardContent& content) {
                           {"section", piece.section},
                           {"address", piece.address},
                           {"bytes", ToHexText(piece.bytes)}});
-    return {{"keyboard", ToJson(content.identity)}, {"sha256", content.Hash()}, {"areas", pieces}};
+    return {{"keyboard", ToJson(content.identity)}, {"areas", pieces}};
 }
 
 KeyboardContent ContentFromJson(const Json& json) {
@@ -204,8 +204,6 @@ KeyboardContent ContentFromJson(const Json& json) {
         content.pieces.push_back({ModuleFromJson(piece), piece.at("section").get<std::string>(),
                                   NumberFromJson<Long>(piece.at("address")),
                                   FromHexText(piece.at("bytes").get<std::string>())});
-    if (content.Hash() != json.at("sha256").get<std::string>())
-        throw std::runtime_error("the bytes are not those that were saved");
     return content;
 }
 

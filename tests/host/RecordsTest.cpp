@@ -247,6 +247,9 @@ TEST_F(RecordsTest, ThatAreNotAsTheyWereWrittenAreNamedAndKeepNoOtherKeyboardBac
         {"a text for a list", byHand([](Json& record) { record["ranges"] = "none"; }, true)},
         {"a number for a text", byHand([](Json& record) { record["document"] = 5; }, true)},
         {"a member that is missing", byHand([](Json& record) { record.erase("rest"); }, true)},
+        {"a digit that is none",
+         byHand([](Json& record) { record["ranges"][0]["to"].get_ref<std::string&>()[0] = 'g'; },
+                true)},
         {"an unknown version", byHand([](Json& record) { record["version"] = 7; }, true)},
         {"no record", "[1]"},
     };
@@ -266,6 +269,12 @@ TEST_F(RecordsTest, ThatAreNotAsTheyWereWrittenAreNamedAndKeepNoOtherKeyboardBac
         other.memory = before;
         EXPECT_FALSE(Download(other, kNew));
     }
+    // One whose name does not say whose it is may be of any keyboard.
+    const auto unnamed = entry.parent_path() / "found.journal.json";
+    files::WriteFileAtomically(unnamed, "{");
+    TroubledKeyboard any{kWithGuid, "SMALL"};
+    EXPECT_TRUE(Download(any, kNew));
+    std::filesystem::remove(unnamed);
     std::vector<DamagedRecord> damaged;
     const auto receipts = WriteRecords(records).receipts.List(&damaged);
     EXPECT_EQ(receipts.size(), std::size(damages)) << "of the other keyboard";

@@ -33,6 +33,17 @@ TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
         EXPECT_EQ(Entries().size(), 0U);
     }
 
+    // What another keyboard was cut in stays.
+    Reset();
+    Interrupt(keyboard, 2);
+    TroubledKeyboard other = NewKeyboard(false, before);
+    Interrupt(other, 2, kThird);
+    ASSERT_EQ(Entries().size(), 2U);
+    const std::string left = Entries()[1].Id();
+    EXPECT_FALSE(Restore(keyboard, Entries()[0].backup));
+    ASSERT_EQ(Entries().size(), 1U);
+    EXPECT_EQ(Entries()[0].Id(), left);
+
     // One that finds nothing to do proves nothing of a keyboard that may be another, and settles
     // what it does hold a part of, as the user wants it to stay so.
     Reset();

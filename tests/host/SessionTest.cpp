@@ -149,12 +149,35 @@ TEST_F(SessionTest, ATransferThatThrowsHasFailed) {
     EXPECT_THROW(session.Download(sections), Error);
 }
 
+// The first failure is the cause of the others.
+TEST_F(SessionTest, TheFirstOfSeveralFailedCallsIsReported) {
+    struct : test::FakeDriver {
+        std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
+                                     std::int32_t lSize) override {
+            const std::int32_t done = FakeDriver::QXCFG_ImageRead(lAddress, buffer, lSize);
+            return status == 0 ? done : ++status;
+        }
+        std::int32_t status = 0;
+    } failing;
+    failing.directory = {{MODULE_MAGNET_CONFIG, 0x1000}};
+    Session session(failing);
+    session.Open();
+    auto sections = session.SectionsIn(configuration);
+    failing.status = 30;
+    try {
+        session.Upload(sections);
+        ADD_FAILURE() << "uploaded";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.Status(), 31);
+    }
+}
+
 TEST_F(SessionTest, AHandlerOfMessagesThatThrowsBreaksNothingOff) {
     struct : test::FakeDriver {
         void QXSIM_SetMessagePoster(MessagePoster poster) override { post = poster; }
         std::int32_t QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg,
                                                 std::int32_t lWhat) override {
-            tell = [=, this] { post(hWindow, lMsg, lWhat, 50); };
+            tell = [=, this] { post(hWindow, lMsg, lWhat, 150); };
             return 0;
         }
         std::int32_t QXCFG_ImageLoad() override {
@@ -167,7 +190,10 @@ TEST_F(SessionTest, AHandlerOfMessagesThatThrowsBreaksNothingOff) {
     posting.directory = {{MODULE_MAGNET_CONFIG, 0x1000}};
     int told = 0;
     Session::Options options;
-    options.progress = [&](int) { throw ++told; };
+    options.progress = [&](int percent) {
+        EXPECT_EQ(percent, 100);
+        throw ++told;
+    };
     Session session(posting, {}, options);
     session.Open();
     auto sections = session.SectionsIn(configuration);

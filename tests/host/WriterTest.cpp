@@ -53,6 +53,9 @@ TEST_F(WriterTest, SendsWhatChangesAndProvesIt) {
     const BackupStore& backups = WriteRecords(records).backups;
     const Backup backup = backups.Load(backups.Find(outcome.backup));
     EXPECT_EQ(receipts[0].beforeSha256, backup.content.Hash());
+    const Json receipt =
+        Json::parse(files::ReadFile(RecordsIn(records / "receipts", ".json").at(0)));
+    EXPECT_EQ(receipt["beforeSha256"], receipts[0].beforeSha256);
     EXPECT_FALSE(Use(keyboard, [&](Session& session, Writer& writer) {
         EXPECT_EQ(receipts[0].afterSha256, Plan(session, writer, kNew).before.Hash());
     }));
