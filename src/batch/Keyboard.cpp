@@ -106,8 +106,9 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
                               "; nothing was written (--skip-absent leaves such sections out)",
                           absent);
     const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});
-    if (plan.ReplacesIdentifier())
-        m_services.warn(unit.name + ": " + unit.document->IdentifierWarning());
+    if (plan.GivesIdentifier())
+        m_services.warn(unit.name + ": " +
+                        unit.document->IdentifierWarning(plan.ReplacesIdentifier()));
     host::Writer::Request request;
     request.document = unit.document->Name();
     request.documentSha256 = files::Sha256(unit.document->ToText());
