@@ -2,6 +2,7 @@
 
 #include "app/ControlTexts.h"
 #include "app/Paths.h"
+#include "views/PlainText.h"
 
 #include <QAction>
 #include <QDateTime>
@@ -38,7 +39,7 @@ std::filesystem::path UnsavedFolder(const Workbench& workbench) {
 DocumentMenu::Answer AskUnsaved(QWidget* window, const QString& document) {
     const auto answer = QMessageBox::question(
         window, DocumentMenu::tr("Unsaved changes"),
-        DocumentMenu::tr("Save the changes to %1?").arg(document),
+        views::Plain(DocumentMenu::tr("Save the changes to %1?").arg(document)),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     return answer == QMessageBox::Save      ? DocumentMenu::Answer::Save
            : answer == QMessageBox::Discard ? DocumentMenu::Answer::Discard

@@ -2,6 +2,7 @@
 
 #include "app/Paths.h"
 #include "app/Working.h"
+#include "views/PlainText.h"
 
 #include <QFileDialog>
 #include <QGroupBox>
@@ -20,7 +21,7 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
                         : QFileDialog::getOpenFileName(this, title, suggestion);
     };
     confirm = [this](const QString& question) {
-        return QMessageBox::question(this, tr("File to keyboard"), question,
+        return QMessageBox::question(this, tr("File to keyboard"), views::Plain(question),
                                      QMessageBox::Yes | QMessageBox::No,
                                      QMessageBox::No) == QMessageBox::Yes;
     };

@@ -17,6 +17,7 @@
 #include "app/WindowPlace.h"
 #include "app/WorkBar.h"
 #include "views/Bindings.h"
+#include "views/PlainText.h"
 
 #include <QAction>
 #include <QApplication>
@@ -49,7 +50,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
               {[this](const QString& question) { return screen.ask(question); },
                [this](const QString& text) {
                    if (QWidget* editor = QApplication::activeModalWidget())
-                       QMessageBox::information(editor, windowTitle(), text);
+                       QMessageBox::information(editor, windowTitle(), views::Plain(text));
                    else
                        Tell(text);
                },
@@ -61,7 +62,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
       m_keyboards(new KeyboardMenu(workbench, *m_transfers, this)),
       m_sheets(new SheetMenu(workbench, this)) {
     screen.ask = [this](const QString& question) {
-        return QMessageBox::question(this, windowTitle(), question,
+        return QMessageBox::question(this, windowTitle(), views::Plain(question),
                                      QMessageBox::Yes | QMessageBox::No,
                                      QMessageBox::No) == QMessageBox::Yes;
     };

@@ -58,6 +58,7 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
         stages->addWidget(stage = new QLabel);
     m_failure->setObjectName(QStringLiteral("lblFailure"));
     m_failure->setWordWrap(true);
+    m_failure->setTextFormat(Qt::PlainText);
     m_failure->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     stages->addWidget(m_failure);
     auto* again = new QPushButton(tr("&Try again"));
@@ -142,6 +143,7 @@ void OverviewPage::ShowKeyboard() {
     QXKeyboardAccess& access = m_workbench.Session().Access();
     const auto add = [this](const QString& name, const QString& value) {
         auto* label = new QLabel(value);
+        label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         m_identity->addRow(name + QLatin1Char(':'), label);
     };

@@ -6,6 +6,7 @@
 #include "app/StartWizard.h"
 #include "app/VersionBox.h"
 #include "setup/LayoutSource.h"
+#include "views/PlainText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -298,7 +299,7 @@ void PreferencesPage::AddLastDocument(QFormLayout& form) {
         const QString path = Text(Preference::LastDownloadFile);
         const QString shown = path.isEmpty() ? tr("None") : QDir::toNativeSeparators(path);
         file->setText(file->fontMetrics().elidedText(shown, Qt::ElideMiddle, 360));
-        file->setToolTip(path.isEmpty() ? QString() : shown.toHtmlEscaped());
+        file->setToolTip(path.isEmpty() ? QString() : views::Plain(shown));
         forget->setEnabled(!path.isEmpty());
     });
     connect(forget, &QPushButton::clicked, this,

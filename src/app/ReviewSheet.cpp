@@ -4,6 +4,7 @@
 #include "app/KeyNames.h"
 #include "app/Places.h"
 #include "views/Bindings.h"
+#include "views/PlainText.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -45,7 +46,7 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
         item->setData(kSetting, kPlaceRole, ToQt(difference.place));
         item->setFont(kShow, underlined);
         for (int column = 0; column < kShow; ++column)
-            item->setToolTip(column, item->text(column));
+            item->setToolTip(column, views::Plain(item->text(column)));
         item->setToolTip(kShow, ReviewSheet::tr("Show this change on its page"));
     }
     tree.expandAll();
@@ -75,12 +76,12 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
     setWindowTitle(title);
     const int count = static_cast<int>(plan.settings.size());
     const int bytes = static_cast<int>(plan.BytesToSend());
-    const QString keyboard = keyboardName.toHtmlEscaped();
-    auto* heading = new QLabel(
-        count > 0 ? tr("This changes %n setting(s) of the keyboard %1.", "", count).arg(keyboard)
-                  : tr("This changes no setting of the keyboard %1, only bytes that no setting "
-                       "uses.")
-                        .arg(keyboard));
+    const QString change =
+        count > 0 ? tr("This changes %n setting(s) of the keyboard %1.", "", count)
+                  : tr("This changes no setting of the keyboard %1, only bytes that no "
+                       "setting uses.");
+    auto* heading = new QLabel(change.arg(keyboardName));
+    heading->setTextFormat(Qt::PlainText);
     heading->setWordWrap(true);
     auto* tree = new QTreeWidget;
     tree->setObjectName(QStringLiteral("changes"));

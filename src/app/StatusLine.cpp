@@ -2,6 +2,7 @@
 
 #include "app/FirmwareVersion.h"
 #include "views/Bindings.h"
+#include "views/PlainText.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -22,6 +23,8 @@ StatusLine::StatusLine(Workbench& workbench, QWidget* parent)
     : QStatusBar(parent), m_workbench(workbench), m_keyboard(new QLabel), m_brief(new QLabel),
       m_progress(new QProgressBar) {
     m_keyboard->setObjectName(QStringLiteral("lblKeyboard"));
+    for (QLabel* label : {m_keyboard, m_brief})
+        label->setTextFormat(Qt::PlainText);
     m_keyboard->setMinimumWidth(1); // a narrow window cuts it
     m_brief->setObjectName(QStringLiteral("lblSaved"));
     m_progress->setObjectName(QStringLiteral("progress"));
@@ -42,7 +45,7 @@ void StatusLine::ShowBriefly(const QString& text) {
 }
 
 void StatusLine::ShowKeyboard() {
-    setToolTip(m_workbench.DriverNote());
+    setToolTip(views::Plain(m_workbench.DriverNote()));
     if (!m_workbench.IsConnected())
         return m_keyboard->setText(tr("No keyboard"));
     const QXKeyboardAccess& access = m_workbench.Session().Access();
@@ -55,7 +58,7 @@ void StatusLine::ShowKeyboard() {
     if (!fault.isEmpty())
         text += QStringLiteral(" — ⚠ ") + tr("program too old");
     m_keyboard->setText(text);
-    m_keyboard->setToolTip(fault);
+    m_keyboard->setToolTip(views::Plain(fault));
     m_keyboard->setAccessibleDescription(fault);
 }
 

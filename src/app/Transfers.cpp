@@ -6,6 +6,7 @@
 #include "app/ReviewSheet.h"
 #include "app/Working.h"
 #include "views/Bindings.h"
+#include "views/PlainText.h"
 
 #include <QInputDialog>
 #include <QMessageBox>
@@ -66,7 +67,8 @@ Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* win
         return box.clickedButton() == repair;
     };
     questions.mayWrite = [this](const QString& title, const QString& question) {
-        return QMessageBox::question(m_window, title, question, QMessageBox::Yes | QMessageBox::No,
+        return QMessageBox::question(m_window, title, views::Plain(question),
+                                     QMessageBox::Yes | QMessageBox::No,
                                      QMessageBox::No) == QMessageBox::Yes;
     };
 }

@@ -202,6 +202,25 @@ TEST(Transfers, OneOfSeveralInterruptedWritesIsChosen) {
     EXPECT_EQ(desk.workbench.Simulated()->Memory(kDescription, kSize), DescriptionBytes(wanted));
 }
 
+// Names in documents and keyboards are shown as they are written, never as markup.
+TEST(Transfers, ANameIsNoMarkupInTheReview) {
+    Desk desk;
+    const QString name = QStringLiteral("<h1>Cash");
+    desk.Page("layeredFuncKeys");
+    desk.ClickKey("funcKeys", 3);
+    desk.Find<QLineEdit>("txtSymbolDesc")->setText(name);
+    QTextDocument shown;
+    desk.InDialog([&](QWidget& dialog) {
+        auto* changes = dialog.findChild<QTreeWidget*>(QStringLiteral("changes"));
+        for (QTreeWidgetItemIterator item(changes); *item; ++item)
+            if ((*item)->text(2).contains(name))
+                shown.setHtml((*item)->toolTip(2));
+        dialog.close();
+    });
+    desk.window->Transfers().Write();
+    EXPECT_TRUE(shown.toPlainText().contains(name)) << shown.toPlainText().toStdString();
+}
+
 TEST(Transfers, AWriteShowsItsSteps) {
     Desk desk;
     desk.Page("commonKeyboard");
