@@ -76,7 +76,7 @@ protected:
                                          EventSink sink) {
         const auto& events = source->ClassOf().events;
         return std::ranges::find(events, name, &EventMember::name)
-            ->subscribe(*source, std::move(sink));
+            ->Subscribe(*source, std::move(sink));
     }
 
     TempFolder folder;
@@ -170,8 +170,11 @@ TEST_F(ComHostWork, PreferencesAreSavedForTheNextHost) {
     EXPECT_EQ(Do(next, "ColorProg"), Value(static_cast<Long>(0x8000000F)));
     EXPECT_EQ(Do(next, "PosCodePage"), Value(u"C:\\pages\\\u00e4.bin"));
     EXPECT_EQ(Do(next, "GetLastDownloadFile"), Value(u"last.qxc"));
-    EXPECT_EQ(Do(next, "POSColorBlock", 10), Value(Long{0}));
-    EXPECT_EQ(host.boxes.texts, std::vector<std::string>{"INVALID POSColorBlock INDEX 10"});
+    EXPECT_EQ(Do(next, "POSColorBlock", 9), Value(Long{0x00FF0000}));
+    EXPECT_EQ(Do(next, "POSColorBlock", 10), Value());
+    EXPECT_EQ(Do(next, "POSColorBlock", -1), Value());
+    EXPECT_EQ(host.boxes.texts, (std::vector<std::string>{"INVALID POSColorBlock INDEX 10",
+                                                          "INVALID POSColorBlock INDEX -1"}));
 }
 
 TEST_F(ComHostWork, EditorsAnswerByReference) {

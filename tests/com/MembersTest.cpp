@@ -81,7 +81,9 @@ TEST_F(ComMembers, MethodsRunTheProceduresOfTheirNames) {
             const TraceLog trace;
             Value result;
             ASSERT_NO_THROW(result = Call(*object, member, arguments)) << name;
-            EXPECT_EQ(result.index(), Any(member.result).index()) << name;
+            EXPECT_TRUE(member.result.kind == Kind::Variant ||
+                        result.index() == Any(member.result).index())
+                << name;
             for (std::size_t i = 0; i < given.size(); ++i)
                 EXPECT_TRUE(member.parameters[i].byReference || arguments[i] == given[i]) << name;
             const std::string expected = others.contains(name) ? others.at(name) : name;

@@ -2,6 +2,15 @@
 #include "qxcontrols/settings/QXProgSettings.h"
 
 namespace qx::com {
+namespace {
+
+// Empty where there is no such block.
+Value PosColorBlock(QXProgSettings& self, Integer nBlockID) {
+    const Long color = self.POSColorBlock(nBlockID);
+    return nBlockID >= 0 && nBlockID < QXProgSettings::kPosBlocks ? Value(color) : Value();
+}
+
+} // namespace
 
 template <>
 const Class& TableOf<QXProgSettings>() {
@@ -34,7 +43,7 @@ const Class& TableOf<QXProgSettings>() {
             .Property("PosCodePage", 19, &C::PosCodePage, &C::SetPosCodePage)
             .Property("AdvancedEditor", 20, &C::AdvancedEditor, &C::SetAdvancedEditor)
             .Property("DataChanged", 21, &C::DataChanged)
-            .Method("POSColorBlock", 22, &C::POSColorBlock, {"nBlockID"})
+            .Method("POSColorBlock", 22, PosColorBlock, {"nBlockID"})
             .Method("DefPOSColorBlock", 23, &C::DefPOSColorBlock, {"nBlockID", "lColor"})
             .Method("SetDefaults", 24, &C::SetDefaults)
             .Method("Load", 25, &C::Load)

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view kRootPath = R"(Software\Tandor\ConfigurationApp\)";
 constexpr char kSeparator = '\\';
-constexpr Integer kPosBlocks = 10;
 
 bool Fits(PreferenceType type, Long lValue) {
     using Limits = std::numeric_limits<Integer>;

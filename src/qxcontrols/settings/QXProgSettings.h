@@ -18,6 +18,8 @@ namespace qx {
 
 class QXProgSettings {
 public:
+    static constexpr Integer kPosBlocks = 10; // that have a colour
+
     // The registry and the services of the platform stay alive as long as this object.
     explicit QXProgSettings(RegistryAccess& registry, const Platform& platform = {});
 
