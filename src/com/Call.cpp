@@ -1,5 +1,6 @@
 #include "com/Call.h"
 
+#include <array>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -16,21 +17,19 @@ namespace {
 }
 
 // The arguments completed and of their types.
-std::vector<Value> Complete(const std::vector<Parameter>& parameters,
-                            std::span<const Value> given) {
+void Complete(const std::vector<Parameter>& parameters, std::span<const Value> given,
+              std::span<Value> arguments) {
     if (given.size() > parameters.size())
         throw Error(ErrorNumber::WrongNumberOfArguments,
                     "takes " + std::to_string(parameters.size()) + " arguments, not " +
                         std::to_string(given.size()));
-    std::vector<Value> arguments;
-    arguments.reserve(parameters.size());
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const Parameter& parameter = parameters[i];
         try {
             if (i < given.size() && !std::holds_alternative<Missing>(given[i]))
-                arguments.push_back(Coerced(given[i], parameter.type, parameter.name));
+                arguments[i] = Coerced(given[i], parameter.type, parameter.name);
             else if (parameter.ifMissing)
-                arguments.push_back(*parameter.ifMissing);
+                arguments[i] = *parameter.ifMissing;
             else
                 throw Error(ErrorNumber::ArgumentNotOptional,
                             std::string(parameter.name) + ": missing");
@@ -38,7 +37,6 @@ std::vector<Value> Complete(const std::vector<Parameter>& parameters,
             throw Error(error.Number(), error.what(), i);
         }
     }
-    return arguments;
 }
 
 } // namespace
@@ -46,8 +44,10 @@ std::vector<Value> Complete(const std::vector<Parameter>& parameters,
 Value Call(Object& object, const Member& member, std::span<Value> given) {
     const Object::InUse inUse(object); // an event may release the object meanwhile
     try {
-        auto arguments = Complete(member.parameters, given);
-        Value result = member.call(object, arguments);
+        std::array<Value, kMostParameters> room;
+        const std::span<Value> arguments(room.data(), member.parameters.size());
+        Complete(member.parameters, given, arguments);
+        Value result = member.call(member, object, arguments);
         for (std::size_t i = 0; i < given.size(); ++i)
             if (member.parameters[i].byReference)
                 given[i] = std::move(arguments[i]);

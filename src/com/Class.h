@@ -31,10 +31,17 @@ struct Parameter {
     std::string_view name;
     Type type;
     bool byReference = false;
-    std::optional<Value> ifMissing; // optional when it has one
+    std::optional<Long> ifMissing; // optional when it has one
 };
 
+constexpr std::size_t kMostParameters = 5; // of any member
+
 enum class MemberKind { Method, Get, Put, PutObject };
+
+struct Member;
+// The arguments are complete and of their types; by-reference ones are answered in place.
+using MemberCall =
+    std::function<Value(const Member& member, Object& self, std::span<Value> arguments)>;
 
 // A property has a member for each of its directions, under one identifier; the last parameter of
 // one that sets is the new value.
@@ -44,18 +51,25 @@ struct Member {
     MemberKind kind;
     std::vector<Parameter> parameters;
     Type result;
-    // The arguments are complete and of their types; by-reference ones are answered in place.
-    std::function<Value(Object& self, std::span<Value> arguments)> call;
+    MemberCall call;
 };
 
 // By-reference arguments are answered in place.
 using EventSink = std::function<void(std::span<Value> arguments)>;
 
+struct EventMember;
+using EventConnect =
+    std::function<Subscription(const EventMember& event, Object& source, EventSink sink)>;
+
 struct EventMember {
     std::string_view name;
     Long id;
     std::vector<Parameter> parameters;
-    std::function<Subscription(Object& source, EventSink sink)> subscribe;
+    EventConnect connect;
+
+    [[nodiscard]] Subscription Subscribe(Object& source, EventSink sink) const {
+        return connect(*this, source, std::move(sink));
+    }
 };
 
 enum class Look { None, Invisible, Visible }; // a plain class, a service object, a control

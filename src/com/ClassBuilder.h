@@ -1,5 +1,8 @@
 // ClassBuilder: fills the table of a class from pointers to its members. The compiler deduces the
 // types of arguments and results; names and identifiers are given.
+//
+// There are hundreds of members: what does not depend on their types is left to TableBuilder, and
+// what is made for each type is kept small.
 #pragma once
 
 #include "com/Class.h"
@@ -18,26 +21,26 @@ namespace qx::com {
 
 // A parameter's name, and what its C++ type does not show.
 struct Name {
-    Name(const char* text) : text(text) {}
+    constexpr Name(const char* text) : text(text) {}
     std::string_view text;
     std::optional<Kind> kind; // in place of the deduced one
-    std::optional<Value> ifMissing;
+    std::optional<Long> ifMissing;
 };
 // A text that holds memory.
-[[nodiscard]] inline Name Block(const char* text) {
+[[nodiscard]] constexpr Name Block(const char* text) {
     Name name(text);
     name.kind = Kind::Block;
     return name;
 }
 // A value that the interface declares as a variant.
-[[nodiscard]] inline Name Variant(const char* text) {
+[[nodiscard]] constexpr Name Variant(const char* text) {
     Name name(text);
     name.kind = Kind::Variant;
     return name;
 }
-[[nodiscard]] inline Name Optional(const char* text, Value ifMissing) {
+[[nodiscard]] constexpr Name Optional(const char* text, Long ifMissing) {
     Name name(text);
-    name.ifMissing = std::move(ifMissing);
+    name.ifMissing = ifMissing;
     return name;
 }
 using Names = std::initializer_list<Name>;
@@ -152,16 +155,37 @@ private:
     Held m_held;
 };
 
+// What the C++ type of a parameter shows.
+struct ParameterShape {
+    Type type;
+    bool byReference;
+};
+
+class TableBuilder {
+public:
+    [[nodiscard]] Class Built() { return std::move(m_class); }
+
+protected:
+    using Shapes = std::initializer_list<ParameterShape>;
+
+    TableBuilder(std::string_view name, Look look, std::string_view clsid, std::string_view iid,
+                 std::string_view eventsIid);
+
+    void AddMember(std::string_view name, Long id, MemberKind kind, Shapes shapes, Names names,
+                   const Type& result, MemberCall call);
+    void AddEvent(std::string_view name, Long id, Shapes shapes, Names names, EventConnect connect);
+    void AddService(std::string_view name, Long id, const Type& type, MemberCall call);
+    void AddServiceGetter(std::string_view name, Long id, const Type& type);
+
+    Class m_class;
+};
+
 template <typename T>
-class ClassBuilder {
+class ClassBuilder : public TableBuilder {
 public:
     ClassBuilder(std::string_view name, Look look, std::string_view clsid, std::string_view iid,
-                 std::string_view eventsIid = {}) {
-        m_class.name = name;
-        m_class.look = look;
-        m_class.clsid = clsid;
-        m_class.iid = iid;
-        m_class.eventsIid = eventsIid;
+                 std::string_view eventsIid = {})
+        : TableBuilder(name, look, clsid, iid, eventsIid) {
         if constexpr (std::is_constructible_v<T, const Platform&>)
             CreatedBy([](const Environment& environment) {
                 return std::make_shared<T>(environment.platform);
@@ -206,66 +230,39 @@ public:
     // A shared service that is set, and kept alive from then on.
     template <typename B, typename S>
     ClassBuilder& Service(std::string_view name, Long id, void (B::*set)(S*)) {
-        Member member{name, id, MemberKind::PutObject, {{"oNewValue", TypeOf<S*>(), false, {}}},
-                      {},   {}};
-        member.call = [id, set](Object& self, std::span<Value> arguments) -> Value {
-            const auto& service = std::get<ObjectRef>(arguments[0]);
-            (NativeOf(self).*set)(service == nullptr ? nullptr
-                                                     : static_cast<S*>(service->Native()));
-            self.Keep(id, service);
-            return {};
-        };
-        m_class.members.push_back(std::move(member));
+        AddService(name, id, TypeOf<S*>(),
+                   [set](const Member& member, Object& self, std::span<Value> arguments) -> Value {
+                       const auto& service = std::get<ObjectRef>(arguments[0]);
+                       (NativeOf(self).*
+                        set)(service == nullptr ? nullptr : static_cast<S*>(service->Native()));
+                       self.Keep(member.id, service);
+                       return {};
+                   });
         return *this;
     }
     // The same, to be read too.
     template <typename B, typename S>
     ClassBuilder& ReadableService(std::string_view name, Long id, void (B::*set)(S*)) {
-        m_class.members.push_back(
-            {name,
-             id,
-             MemberKind::Get,
-             {},
-             TypeOf<S*>(),
-             [id](Object& self, std::span<Value>) -> Value { return self.Kept(id); }});
+        AddServiceGetter(name, id, TypeOf<S*>());
         return this->Service(name, id, set);
     }
 
     template <typename B, typename... A>
     ClassBuilder& Event(std::string_view name, Long id, qx::Event<A...> B::*event,
                         Names names = {}) {
-        EventMember member{name, id, Parameters<A...>(names), {}};
-        member.subscribe = [event, parameters = member.parameters](Object& source, EventSink sink) {
-            return (NativeOf(source).*event)
-                .Subscribe([sink = std::move(sink), parameters](A... arguments) {
-                    RaiseTo<A...>(sink, parameters, std::index_sequence_for<A...>(), arguments...);
-                });
-        };
-        m_class.events.push_back(std::move(member));
+        AddEvent(name, id, {ParameterShape{TypeOf<A>(), kIsByReference<A>}...}, names,
+                 [event](const EventMember& member, Object& source, EventSink sink) {
+                     return (NativeOf(source).*event)
+                         .Subscribe([sink = std::move(sink), &member](A... arguments) {
+                             RaiseTo<A...>(sink, member.parameters, std::index_sequence_for<A...>(),
+                                           arguments...);
+                         });
+                 });
         return *this;
     }
 
-    [[nodiscard]] Class Built() { return std::move(m_class); }
-
 private:
     static T& NativeOf(Object& object) { return *static_cast<T*>(object.Native()); }
-
-    template <typename... A>
-    static std::vector<Parameter> Parameters(Names names) {
-        if (names.size() != sizeof...(A))
-            throw std::logic_error("a member with other names than arguments");
-        std::vector<Parameter> parameters;
-        [[maybe_unused]] auto name = names.begin();
-        (parameters.push_back(ParameterOf<A>(*name++)), ...);
-        return parameters;
-    }
-    template <typename P>
-    static Parameter ParameterOf(const Name& name) {
-        Type type = TypeOf<P>();
-        if (name.kind)
-            type.kind = *name.kind;
-        return {name.text, type, kIsByReference<P>, name.ifMissing};
-    }
 
     template <typename R, typename B, typename... A>
     ClassBuilder& Add(std::string_view name, Long id, MemberKind kind, R (B::*function)(A...),
@@ -290,13 +287,12 @@ private:
     template <typename R, typename... A, typename Function>
     ClassBuilder& AddCall(std::string_view name, Long id, MemberKind kind, Names names,
                           Function function) {
-        Member member{name, id, kind, Parameters<A...>(names), TypeOf<R>(), {}};
-        member.call = [function, parameters = member.parameters](Object& self,
-                                                                 std::span<Value> arguments) {
-            return Called<R, A...>(self, function, parameters, arguments,
-                                   std::index_sequence_for<A...>());
-        };
-        m_class.members.push_back(std::move(member));
+        AddMember(name, id, kind, {ParameterShape{TypeOf<A>(), kIsByReference<A>}...}, names,
+                  TypeOf<R>(),
+                  [function](const Member& member, Object& self, std::span<Value> arguments) {
+                      return Called<R, A...>(self, function, member.parameters, arguments,
+                                             std::index_sequence_for<A...>());
+                  });
         return *this;
     }
 
@@ -356,8 +352,6 @@ private:
             }
         }
     }
-
-    Class m_class;
 };
 
 } // namespace qx::com

@@ -53,8 +53,7 @@ std::string TypeName(const Type& type) {
 std::string Attributes(const Parameter& parameter) {
     std::string attributes = parameter.byReference ? "in, out" : "in";
     if (parameter.ifMissing)
-        attributes +=
-            ", defaultvalue(" + std::to_string(std::get<Long>(*parameter.ifMissing)) + ")";
+        attributes += ", defaultvalue(" + std::to_string(*parameter.ifMissing) + ")";
     return attributes;
 }
 

@@ -26,13 +26,13 @@ protected:
         const auto event = std::ranges::find(events, name, &EventMember::name);
         if (event == events.end())
             throw std::invalid_argument("no event " + std::string(name));
-        return event->subscribe(*source, std::move(sink));
+        return event->Subscribe(*source, std::move(sink));
     }
     // Notes all events of the object, with their arguments as they come.
     void NoteAll(const ObjectRef& source) {
         for (const EventMember& event : source->ClassOf().events)
             subscriptions.push_back(
-                event.subscribe(*source, [this, &event](std::span<Value> arguments) {
+                event.Subscribe(*source, [this, &event](std::span<Value> arguments) {
                     std::string line(event.name);
                     for (const Value& argument : arguments)
                         line += " " + TextIn(Coerced(argument, {Kind::Text}, "argument"));

@@ -58,7 +58,7 @@ std::string ParametersText(const std::vector<Parameter>& parameters) {
         text += parameter.byReference ? "ByRef " : "";
         text += std::string(parameter.name) + " As " + TypeText(parameter.type);
         if (parameter.ifMissing)
-            text += " = " + std::to_string(std::get<Long>(*parameter.ifMissing));
+            text += " = " + std::to_string(*parameter.ifMissing);
     }
     return "(" + text + ")";
 }

@@ -135,7 +135,7 @@ TEST_F(ComLifetime, NothingIsLeftOfObjectsThatAreReleased) {
                 member.parameters.empty())
                 parts.push_back(ObjectOf(object, member.name));
         for (const EventMember& event : type->events)
-            (void)event.subscribe(*object, [](std::span<Value>) {});
+            (void)event.Subscribe(*object, [](std::span<Value>) {});
         parts.clear();
         EXPECT_EQ(object.use_count(), 1) << type->name;
         object.reset();

@@ -94,7 +94,7 @@ const Class& TableOf<QXKeyboardAccess>() {
             .Method("Download", 37, &C::Download)
             .Method("DataTransferFixUp", 38, &C::DataTransferFixUp)
             .Method("SetNotificationValues", 39, &C::SetNotificationValues,
-                    {"theWindow", "lMsg", Optional("lWhat", Long{-1})})
+                    {"theWindow", "lMsg", Optional("lWhat", -1)})
             .Method("SaveRomIntoFile", 40, &C::SaveRomIntoFile, {"sFilename"})
             .Method("LoadRomFromFile", 41, &C::LoadRomFromFile, {"sFilename"})
             .Method("SaveChipcardRomIntoFile", 42, &C::SaveChipcardRomIntoFile, {"sFilename"})

@@ -5,7 +5,7 @@
 #include "com/windows/Variants.h"
 
 #include <algorithm>
-#include <deque>
+#include <array>
 
 namespace qx::com {
 namespace {
@@ -15,22 +15,22 @@ class SinkArguments {
 public:
     SinkArguments(const std::vector<Parameter>& parameters, std::span<const Value> values)
         : m_parameters(parameters) {
-        m_arguments.reserve(values.size());
-        for (std::size_t i = values.size(); i-- > 0;) {
-            VARIANT& place = m_places.emplace_back(VariantFrom(values[i])).Get();
-            m_arguments.push_back(m_parameters[i].byReference ? ReferenceTo(place, i) : place);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            VARIANT& place = m_places[i].Get();
+            place = VariantFrom(values[i]);
+            m_arguments[values.size() - 1 - i] =
+                m_parameters[i].byReference ? ReferenceTo(place, i) : place;
         }
     }
 
     [[nodiscard]] DISPPARAMS Get() {
-        return {m_arguments.data(), nullptr, static_cast<UINT>(m_arguments.size()), 0};
+        return {m_arguments.data(), nullptr, static_cast<UINT>(m_parameters.size()), 0};
     }
 
-    void TakeAnswers(std::span<Value> values) {
+    void TakeAnswers(std::span<Value> values, LCID locale) {
         for (std::size_t i = 0; i < values.size(); ++i)
             if (m_parameters[i].byReference)
-                values[i] = ValueFrom(m_places[values.size() - 1 - i].Get(), m_parameters[i].type,
-                                      LOCALE_USER_DEFAULT);
+                values[i] = ValueFrom(m_places[i].Get(), m_parameters[i].type, locale);
     }
 
 private:
@@ -48,15 +48,15 @@ private:
     }
 
     const std::vector<Parameter>& m_parameters;
-    std::deque<OwnedVariant> m_places; // which stay where they are
-    std::vector<VARIANT> m_arguments;
+    std::array<OwnedVariant, kMostParameters> m_places; // in order
+    std::array<VARIANT, kMostParameters> m_arguments{}; // last first
 };
 
-bool CallSink(IDispatch& sink, DISPID id, DISPPARAMS arguments) {
+bool CallSink(IDispatch& sink, DISPID id, LCID locale, DISPPARAMS arguments) {
     OwnedVariant result;
     EXCEPINFO exception{};
-    const HRESULT status = sink.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                       &arguments, &result.Get(), &exception, nullptr);
+    const HRESULT status = sink.Invoke(id, IID_NULL, locale, DISPATCH_METHOD, &arguments,
+                                       &result.Get(), &exception, nullptr);
     SysFreeString(exception.bstrSource);
     SysFreeString(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
@@ -145,7 +145,7 @@ void ConnectionPoint::Subscribe() {
     std::vector<Subscription> subscriptions;
     for (const EventMember& event : m_served.type.events)
         subscriptions.push_back(
-            event.subscribe(m_owner.Library(), [this, &event](std::span<Value> arguments) {
+            event.Subscribe(m_owner.Library(), [this, &event](std::span<Value> arguments) {
                 Raise(event, arguments);
             }));
     m_subscriptions = std::move(subscriptions);
@@ -160,8 +160,8 @@ void ConnectionPoint::Raise(const EventMember& event, std::span<Value> arguments
         if (!IsConnected(connection.cookie))
             continue;
         SinkArguments given(event.parameters, arguments);
-        if (CallSink(*connection.sink.Get(), event.id, given.Get()))
-            given.TakeAnswers(arguments);
+        if (CallSink(*connection.sink.Get(), event.id, m_locale, given.Get()))
+            given.TakeAnswers(arguments, m_locale);
     }
 }
 

@@ -26,6 +26,9 @@ public:
     // Ends all connections.
     void Close();
 
+    // By which sinks write the numbers and dates of their answers.
+    void SetLocale(LCID locale) { m_locale = locale; }
+
     // Containers freeze the events of controls while they load or lay out a form.
     void Freeze(bool fFreeze) { m_frozen += fFreeze ? 1 : -1; }
 
@@ -56,6 +59,7 @@ private:
     std::vector<Subscription> m_subscriptions; // while there are connections
     DWORD m_lastCookie = 0;
     int m_frozen = 0;
+    LCID m_locale = LOCALE_USER_DEFAULT;
 };
 
 } // namespace qx::com

@@ -44,9 +44,14 @@ HRESULT Control::Query(REFIID iid, void** out) {
 HRESULT Control::SetClientSite(IOleClientSite* site) {
     return Guarded([&] {
         m_site = site;
-        m_ambient = AmbientOf(site);
+        TakeAmbient();
         return S_OK;
     });
+}
+
+void Control::TakeAmbient() {
+    m_ambient = AmbientOf(m_site.Get());
+    Events().SetLocale(m_ambient.locale);
 }
 
 HRESULT Control::GetClientSite(IOleClientSite** site) {
@@ -167,7 +172,7 @@ HRESULT Control::GetControlInfo(CONTROLINFO* info) {
 
 HRESULT Control::OnAmbientPropertyChange(DISPID) {
     return Guarded([&] {
-        m_ambient = AmbientOf(m_site.Get());
+        TakeAmbient();
         m_face->Arrange(m_ambient);
         ViewChanged();
         return S_OK;

@@ -128,6 +128,7 @@ private:
     LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void Paint(HWND window);
     void ViewChanged();
+    void TakeAmbient();
     [[nodiscard]] bool IsShown() const; // here and now
 
     std::unique_ptr<Face> m_face;

@@ -6,8 +6,8 @@
 #include "qxcontrols/common/Utf.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
-#include <vector>
 
 namespace qx::com {
 namespace {
@@ -74,14 +74,17 @@ const Member& MemberMeant(const Class& type, const Invocation& invocation) {
 
 constexpr std::size_t kNotGiven = static_cast<std::size_t>(-1);
 
-// For each argument of the member, where the host's variants have it.
-std::vector<std::size_t> PlacesOf(const Member& member, const DISPPARAMS& given) {
+// For each argument of a member, where the host's variants have it.
+using Places = std::array<std::size_t, kMostParameters>;
+
+Places PlacesOf(const Member& member, const DISPPARAMS& given) {
     const std::size_t count = member.parameters.size();
     if (given.cArgs > count)
         throw Error(ErrorNumber::WrongNumberOfArguments,
                     std::string(member.name) + " takes " + std::to_string(count) +
                         " arguments, not " + std::to_string(given.cArgs));
-    std::vector<std::size_t> places(count, kNotGiven);
+    Places places;
+    places.fill(kNotGiven);
     const auto place = [&](std::size_t argument, std::size_t variant) {
         if (argument >= count || places[argument] != kNotGiven)
             throw Error(ErrorNumber::NamedArgumentNotFound,
@@ -105,10 +108,10 @@ std::vector<std::size_t> PlacesOf(const Member& member, const DISPPARAMS& given)
     return places;
 }
 
-std::vector<Value> ValuesAt(const std::vector<std::size_t>& places, const Member& member,
-                            const Invocation& invocation) {
-    std::vector<Value> values(places.size(), Missing());
-    for (std::size_t i = 0; i < places.size(); ++i) {
+void TakeValues(const Places& places, const Member& member, const Invocation& invocation,
+                std::span<Value> values) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = Missing();
         if (places[i] == kNotGiven)
             continue;
         const Parameter& parameter = member.parameters[i];
@@ -122,7 +125,6 @@ std::vector<Value> ValuesAt(const std::vector<std::size_t>& places, const Member
                         i);
         }
     }
-    return values;
 }
 
 bool AreWellFormed(const Invocation& invocation) {
@@ -132,10 +134,12 @@ bool AreWellFormed(const Invocation& invocation) {
            given->cNamedArgs <= given->cArgs;
 }
 
-HRESULT Invoked(Object& object, const Invocation& invocation, std::vector<std::size_t>& places) {
+HRESULT Invoked(Object& object, const Invocation& invocation, Places& places) {
     const Member& member = MemberMeant(object.ClassOf(), invocation);
     places = PlacesOf(member, *invocation.arguments);
-    auto values = ValuesAt(places, member, invocation);
+    std::array<Value, kMostParameters> room;
+    const std::span<Value> values(room.data(), member.parameters.size());
+    TakeValues(places, member, invocation, values);
     const Value result = Call(object, member, values);
     for (std::size_t i = 0; i < values.size(); ++i)
         if (member.parameters[i].byReference && places[i] != kNotGiven)
@@ -153,7 +157,8 @@ HRESULT InvokeMember(Object& object, const Invocation& invocation) {
             return E_INVALIDARG;
         if (invocation.result != nullptr)
             VariantInit(invocation.result);
-        std::vector<std::size_t> places;
+        Places places;
+        places.fill(kNotGiven);
         try {
             return Invoked(object, invocation, places);
         } catch (const Error& error) {
