@@ -6,6 +6,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <optional>
 
@@ -71,11 +72,17 @@ Number WholeNumber(const Value& value, std::string_view what) {
     return static_cast<Number>(rounded);
 }
 
+// Fractions with as many digits as classic hosts show.
 template <typename Number>
 std::u16string TextOfNumber(Number number) {
-    char digits[32];
-    const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), number);
-    return Utf16FromUtf8(std::string_view(digits, static_cast<std::size_t>(end - digits)));
+    if constexpr (std::is_floating_point_v<Number>) {
+        char text[32];
+        std::snprintf(text, sizeof(text), "%.*g", std::is_same_v<Number, Single> ? 7 : 15,
+                      static_cast<double>(number));
+        return Utf16FromUtf8(text);
+    } else {
+        return Utf16FromUtf8(std::to_string(number));
+    }
 }
 
 std::u16string TextOf(const Value& value, std::string_view what) {

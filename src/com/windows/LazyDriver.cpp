@@ -1,9 +1,10 @@
 #include "com/windows/LazyDriver.h"
 
 #include "com/windows/Server.h"
+#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/Trace.h"
 
-#include <filesystem>
+#include <string>
 #include <vector>
 
 namespace qx::com {
@@ -12,11 +13,14 @@ namespace {
 // The first call of each start-up.
 constexpr std::string_view kFirstFunction = "QXCFG_SetCommandDelta";
 
-std::vector<std::filesystem::path> Folders() {
+std::wstring FolderOf(const std::wstring& file) {
+    return file.substr(0, file.find_last_of(L'\\'));
+}
+
+std::vector<std::wstring> Folders() {
     std::wstring system(MAX_PATH, L'\0');
     system.resize(GetSystemDirectoryW(system.data(), static_cast<UINT>(system.size())));
-    return {std::filesystem::path(FileOfModule(nullptr)).parent_path(),
-            std::filesystem::path(FileOfModule(Module())).parent_path(), system};
+    return {FolderOf(FileOfModule(nullptr)), FolderOf(FileOfModule(Module())), system};
 }
 
 // For drivers that do not post to windows by themselves.
@@ -37,13 +41,12 @@ void LazyDriver::LetGo() {
 
 void LazyDriver::Load() {
     m_isMissing = true;
-    for (const auto& folder : Folders()) {
-        const auto path = folder / DriverLibrary::kWindowsFileName;
-        std::error_code ignored;
-        if (!std::filesystem::exists(path, ignored))
+    for (const std::wstring& folder : Folders()) {
+        const std::wstring file = folder + L"\\" + Wide(DriverLibrary::kWindowsFileName);
+        if (GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES)
             continue;
         try {
-            m_library.emplace(path);
+            m_library.emplace(Utf8FromUtf16(std::u16string(file.begin(), file.end())));
             m_library->QXSIM_SetMessagePoster(PostToWindow);
             m_isMissing = false;
             return;

@@ -10,8 +10,22 @@ struct DriverLibrary::Functions {
 #include "qxcontrols/device/DriverFunctions.def"
 };
 
-DriverLibrary::DriverLibrary(const std::filesystem::path& path)
-    : m_library(path, "driver library"), m_functions(std::make_unique<Functions>()) {
+namespace {
+
+// Drivers take each argument in one slot of the stack or one register.
+template <typename... Arguments>
+constexpr bool TakesOneSlotEach(std::int32_t(QX_DRIVER_CALL* /*function*/)(Arguments...)) {
+    return ((sizeof(Arguments) <= sizeof(void*)) && ...);
+}
+
+#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
+    static_assert(TakesOneSlotEach(static_cast<std::int32_t(QX_DRIVER_CALL*) parameters>(nullptr)));
+#include "qxcontrols/device/DriverFunctions.def"
+
+} // namespace
+
+DriverLibrary::DriverLibrary(const std::string& sFilename)
+    : m_library(sFilename, "driver library"), m_functions(std::make_unique<Functions>()) {
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
     m_functions->name = m_library.Required<decltype(Functions::name)>(#name);
 #include "qxcontrols/device/DriverFunctions.def"

@@ -4,8 +4,8 @@
 #include "qxcontrols/device/ConfigDriver.h"
 #include "qxcontrols/platform/SharedLibrary.h"
 
-#include <filesystem>
 #include <memory>
+#include <string>
 
 namespace qx {
 
@@ -17,7 +17,7 @@ public:
     // Loads the library and looks up every function that the system calls. Throws
     // std::runtime_error that names the file, and the function that it lacks or the system's
     // reason.
-    explicit DriverLibrary(const std::filesystem::path& path);
+    explicit DriverLibrary(const std::string& sFilename);
     ~DriverLibrary() override;
     DriverLibrary(const DriverLibrary&) = delete;
     DriverLibrary& operator=(const DriverLibrary&) = delete;

@@ -1,10 +1,10 @@
 #include "qxcontrols/keys/QxlTextSource.h"
 
 #include "qxcontrols/common/Utf.h"
+#include "qxcontrols/platform/FileAccess.h"
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -17,18 +17,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr Long kPrimaryLanguage = 0x3FF; // the bits of a language id that leave out the country
-constexpr std::uintmax_t kMostBytes = 1U << 20U; // a layout has about 5000
-
-std::filesystem::path PathFrom(std::string sPath) {
-    if constexpr (std::filesystem::path::preferred_separator == '/')
-        std::replace(sPath.begin(), sPath.end(), '\\', '/');
-    return {std::u8string(sPath.begin(), sPath.end())};
-}
-
-std::string NameOf(const std::filesystem::path& path) {
-    const std::u8string name = path.u8string();
-    return {name.begin(), name.end()};
-}
+constexpr std::size_t kMostBytes = 1U << 20U; // a layout has about 5000
 
 std::optional<Long> NumberFrom(std::string_view digits) {
     Long number = 0;
@@ -46,35 +35,20 @@ bool HasControlCharacter(std::string_view text) {
     });
 }
 
-std::vector<std::filesystem::path> LayoutFilesIn(const std::filesystem::path& folder) {
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        if (entry.path().extension() == ".qxl")
-            files.push_back(entry.path());
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
 struct Content {
     std::string text;
     std::string error; // why it could not be read
 };
 
-Content ContentOf(const std::filesystem::path& path) {
-    std::error_code failure;
-    const auto status = std::filesystem::status(path, failure);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        return {{}, "the file cannot be read: it is not a regular file"}; // a pipe never ends
-    const auto size = std::filesystem::file_size(path, failure);
-    std::ifstream stream(path, std::ios::binary);
-    if (failure || !stream)
+Content ContentOf(const std::string& sFilename) {
+    if (IsSpecialFile(sFilename)) // a pipe never ends
+        return {{}, "the file cannot be read: it is not a regular file"};
+    auto text = ReadFile(sFilename, kMostBytes + 1);
+    if (!text)
         return {{}, "the file cannot be read"};
-    if (size > kMostBytes)
+    if (text->size() > kMostBytes)
         return {{}, "the file is larger than 1 MiB"};
-    std::string text(static_cast<std::size_t>(size), '\0');
-    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(stream.gcount()));
-    return {std::move(text), stream.bad() ? "the file cannot be read" : ""};
+    return {*std::move(text), ""};
 }
 
 // Calls visit(line number, line) for the lines that are neither empty nor comments, until it
@@ -116,47 +90,46 @@ void QxlTextSource::Reset() {
 }
 
 bool QxlTextSource::Open(const std::string& sFilename) {
-    const std::filesystem::path path = PathFrom(sFilename);
-    const Content content = ContentOf(path);
+    const std::string name = OwnFileName(sFilename);
+    const Content content = ContentOf(name);
     if (!content.error.empty()) {
-        m_error = NameOf(path) + ": " + content.error;
+        m_error = name + ": " + content.error;
         return false;
     }
-    return Use(path, content.text);
+    return Use(name, content.text);
 }
 
 bool QxlTextSource::OpenLanguage(Long& lLangID, const std::string& sFolder) {
     struct Candidate {
-        std::filesystem::path path;
+        std::string name;
         std::string text;
         Long language;
     };
-    const std::filesystem::path folder = PathFrom(sFolder);
-    std::vector<std::filesystem::path> paths;
-    try {
-        paths = LayoutFilesIn(folder);
-    } catch (const std::filesystem::filesystem_error& error) {
-        m_error = NameOf(folder) + ": " + error.code().message();
+    const std::string folder = OwnFileName(sFolder);
+    std::string failure;
+    const std::vector<std::string> names = FilesIn(folder, ".qxl", failure);
+    if (!failure.empty()) {
+        m_error = folder + ": " + failure;
         return false;
     }
     std::optional<Candidate> chosen;
-    for (const auto& path : paths) {
-        Content content = ContentOf(path);
+    for (const std::string& name : names) {
+        Content content = ContentOf(name);
         const Long language = content.error.empty() ? LanguageIn(content.text) : 0;
         const bool isSame = language == lLangID;
         if (language == 0 || (language & kPrimaryLanguage) != (lLangID & kPrimaryLanguage) ||
             (chosen && !isSame))
             continue;
-        chosen = {path, std::move(content.text), language};
+        chosen = {name, std::move(content.text), language};
         if (isSame)
             break;
     }
     if (!chosen) {
-        m_error = NameOf(folder) + ": no layout for language " + std::to_string(lLangID) +
-                  " among " + std::to_string(paths.size()) + " layout files";
+        m_error = folder + ": no layout for language " + std::to_string(lLangID) + " among " +
+                  std::to_string(names.size()) + " layout files";
         return false;
     }
-    if (!Use(chosen->path, chosen->text))
+    if (!Use(chosen->name, chosen->text))
         return false;
     lLangID = chosen->language;
     return true;
@@ -174,9 +147,9 @@ std::string QxlTextSource::Place(Long lNumber) const {
                : m_file.name + ", line " + std::to_string(line->second.number);
 }
 
-bool QxlTextSource::Use(const std::filesystem::path& path, std::string_view text) {
+bool QxlTextSource::Use(const std::string& sFilename, std::string_view text) {
     File file;
-    file.name = NameOf(path);
+    file.name = sFilename;
     m_error.clear();
     ForEachLine(text, [&](std::size_t number, std::string_view line) {
         const std::string fault = file.ReadLine(number, line);

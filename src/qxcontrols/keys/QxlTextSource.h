@@ -10,7 +10,6 @@
 
 #include "qxcontrols/keys/LayoutTextSource.h"
 
-#include <filesystem>
 #include <map>
 #include <string_view>
 
@@ -45,7 +44,7 @@ private:
         std::string ReadLine(std::size_t number, std::string_view line);
     };
 
-    bool Use(const std::filesystem::path& path, std::string_view text);
+    bool Use(const std::string& sFilename, std::string_view text);
 
     File m_file;
     std::string m_error;

@@ -7,9 +7,13 @@
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif
+#include "qxcontrols/platform/FileAccess.h"
+
 #include <windows.h>
 #else
 #include <dlfcn.h>
+
+#include <filesystem>
 #endif
 
 namespace qx {
@@ -17,18 +21,21 @@ namespace qx {
 namespace {
 
 #ifdef _WIN32
-void* Open(const std::filesystem::path& path) {
+void* Open(const std::string& sFilename) {
+    const std::wstring name = WideFileName(sFilename);
+    std::wstring whole(GetFullPathNameW(name.c_str(), 0, nullptr, nullptr), L'\0');
+    whole.resize(
+        GetFullPathNameW(name.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
     // What the library needs itself is looked for beside it, not beside the program.
-    return LoadLibraryExW(std::filesystem::absolute(path).c_str(), nullptr,
-                          LOAD_WITH_ALTERED_SEARCH_PATH);
+    return LoadLibraryExW(whole.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 std::string Reason() {
     return "system error " + std::to_string(GetLastError());
 }
 #else
-void* Open(const std::filesystem::path& path) {
+void* Open(const std::string& sFilename) {
     // A name without a folder would be looked for in the system's library folders only.
-    return dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    return dlopen(std::filesystem::absolute(sFilename).c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 std::string Reason() {
     const char* reason = dlerror();
@@ -46,11 +53,10 @@ void SharedLibrary::Closer::operator()(void* library) const {
 #endif
 }
 
-SharedLibrary::SharedLibrary(std::filesystem::path path, std::string what)
-    : m_path(std::move(path)), m_what(std::move(what)), m_library(Open(m_path)) {
+SharedLibrary::SharedLibrary(std::string sFilename, std::string what)
+    : m_filename(std::move(sFilename)), m_what(std::move(what)), m_library(Open(m_filename)) {
     if (m_library == nullptr)
-        throw std::runtime_error("cannot load the " + m_what + " " + m_path.string() + ": " +
-                                 Reason());
+        throw std::runtime_error("cannot load the " + m_what + " " + m_filename + ": " + Reason());
 }
 
 SharedLibrary::Address SharedLibrary::FindAddress(const char* name) const {
@@ -64,7 +70,7 @@ SharedLibrary::Address SharedLibrary::FindAddress(const char* name) const {
 SharedLibrary::Address SharedLibrary::RequiredAddress(const char* name) const {
     const Address address = FindAddress(name);
     if (address == nullptr)
-        throw std::runtime_error("the " + m_what + " " + m_path.string() + " lacks the function " +
+        throw std::runtime_error("the " + m_what + " " + m_filename + " lacks the function " +
                                  name);
     return address;
 }

@@ -1,7 +1,6 @@
 // SharedLibrary: a library that is loaded while the program runs.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -11,7 +10,7 @@ class SharedLibrary {
 public:
     // Loads the library, which stays loaded as long as the object. `what` says in errors what it
     // is: "driver library". Throws std::runtime_error with the file and the system's reason.
-    SharedLibrary(std::filesystem::path path, std::string what);
+    SharedLibrary(std::string sFilename, std::string what);
 
     // A function of the library by name, or null. The type must be the function's own.
     template <typename Function>
@@ -33,7 +32,7 @@ private:
         void operator()(void* library) const;
     };
 
-    std::filesystem::path m_path;
+    std::string m_filename;
     std::string m_what;
     std::unique_ptr<void, Closer> m_library;
 };

@@ -2,10 +2,9 @@
 
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
+#include "qxcontrols/platform/FileAccess.h"
 
-#include <exception>
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
 
 namespace qx {
 
@@ -36,20 +35,12 @@ bool PosCodePage::IsEqualPage(const PosCodePage* oPage) const {
 
 bool PosCodePage::LoadPageFromFile(const std::string& sPath) {
     Trace("PosCodePage.LoadPageFromFile");
-    try {
-        std::ifstream file(std::filesystem::path(std::u8string(sPath.begin(), sPath.end())),
-                           std::ios::binary);
-        for (Byte& byte : m_bytes) {
-            char read = 0;
-            if (!file.get(read))
-                return false;
-            byte = static_cast<Byte>(read);
-        }
-        return true;
-    } catch (const std::exception& error) { // a path that the system cannot have
-        Trace(std::string("PosCodePage.LoadPageFromFile failed: ") + error.what());
+    const auto bytes = ReadFile(sPath, m_bytes.size());
+    if (!bytes)
         return false;
-    }
+    std::transform(bytes->begin(), bytes->end(), m_bytes.begin(),
+                   [](char byte) { return static_cast<Byte>(byte); });
+    return bytes->size() == m_bytes.size();
 }
 
 bool PosCodePage::LoadPageFromKeyboard(QXKeyboardAccess* oKeyboard) {

@@ -1,0 +1,33 @@
+// Files by their names, which are UTF-8 as all texts are.
+//
+// On Windows the system's own functions do the work: the standard library's paths and streams would
+// add all its locales, 800 KB, to every program.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx {
+
+// The name with the machine's own separators: where they are "/", a "\" is taken as one.
+[[nodiscard]] std::string OwnFileName(std::string sName);
+
+// Whether there is something of the name that is no file of bytes: a folder, or a pipe.
+[[nodiscard]] bool IsSpecialFile(const std::string& sName);
+
+// The file's bytes, but not more than `most`; none when it cannot be read.
+[[nodiscard]] std::optional<std::string> ReadFile(const std::string& sName, std::size_t most);
+
+// Those of the folder's files that have the extension (".qxl"), with the folder, in the order of
+// their names. When the folder cannot be read, there are none, and `error` says why.
+[[nodiscard]] std::vector<std::string> FilesIn(const std::string& sFolder,
+                                               std::string_view sExtension, std::string& error);
+
+#ifdef _WIN32
+[[nodiscard]] std::wstring WideFileName(std::string_view sName);
+#endif
+
+} // namespace qx

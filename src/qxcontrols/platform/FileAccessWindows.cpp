@@ -1,0 +1,99 @@
+#include "qxcontrols/platform/FileAccess.h"
+
+#include "qxcontrols/common/Utf.h"
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace qx {
+
+namespace {
+
+struct Closer {
+    using pointer = HANDLE;
+    void operator()(HANDLE file) const {
+        if (file != INVALID_HANDLE_VALUE)
+            CloseHandle(file);
+    }
+};
+
+struct SearchCloser {
+    using pointer = HANDLE;
+    void operator()(HANDLE search) const {
+        if (search != INVALID_HANDLE_VALUE)
+            FindClose(search);
+    }
+};
+
+std::string LastError() {
+    return "system error " + std::to_string(GetLastError());
+}
+
+} // namespace
+
+std::wstring WideFileName(std::string_view sName) {
+    const std::u16string units = Utf16FromUtf8(sName);
+    return {units.begin(), units.end()};
+}
+
+std::string OwnFileName(std::string sName) {
+    return sName;
+}
+
+bool IsSpecialFile(const std::string& sName) {
+    const DWORD attributes = GetFileAttributesW(WideFileName(sName).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
+}
+
+std::optional<std::string> ReadFile(const std::string& sName, std::size_t most) {
+    const std::unique_ptr<HANDLE, Closer> file(
+        CreateFileW(WideFileName(sName).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_EXISTING, 0, nullptr));
+    LARGE_INTEGER size{};
+    if (file.get() == INVALID_HANDLE_VALUE || GetFileSizeEx(file.get(), &size) == FALSE)
+        return std::nullopt;
+    std::string bytes(std::min(most, static_cast<std::size_t>(size.QuadPart)), '\0');
+    DWORD read = 0;
+    if (::ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) ==
+        FALSE)
+        return std::nullopt;
+    bytes.resize(read);
+    return bytes;
+}
+
+std::vector<std::string> FilesIn(const std::string& sFolder, std::string_view sExtension,
+                                 std::string& error) {
+    const bool isOpen = !sFolder.empty() && (sFolder.back() == '\\' || sFolder.back() == '/');
+    const std::string prefix = isOpen ? sFolder : sFolder + "\\";
+    WIN32_FIND_DATAW found{};
+    const std::unique_ptr<HANDLE, SearchCloser> search(
+        FindFirstFileW(WideFileName(prefix + "*").c_str(), &found));
+    if (search.get() == INVALID_HANDLE_VALUE) {
+        error = LastError();
+        return {};
+    }
+    std::vector<std::string> files;
+    do {
+        const std::wstring_view name = found.cFileName;
+        const std::string utf8 = Utf8FromUtf16(std::u16string(name.begin(), name.end()));
+        if (utf8.size() > sExtension.size() && utf8.ends_with(sExtension))
+            files.push_back(prefix + utf8);
+    } while (FindNextFileW(search.get(), &found) != FALSE);
+    if (GetLastError() != ERROR_NO_MORE_FILES) {
+        error = LastError();
+        return {};
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+} // namespace qx
