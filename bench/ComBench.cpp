@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -120,7 +121,7 @@ VARIANT Int(SHORT number) {
 
 using Calls = std::vector<std::function<void()>>;
 
-constexpr int kRounds = 15;
+constexpr int kRounds = 100;
 
 double SecondsFor(long count, const std::function<void()>& call) {
     LARGE_INTEGER frequency, begin, end;
@@ -133,27 +134,22 @@ double SecondsFor(long count, const std::function<void()>& call) {
            static_cast<double>(frequency.QuadPart);
 }
 
-// Nanoseconds for one of each: medians of rounds in which they take turns, each for a few
-// milliseconds.
+// Nanoseconds for one of each: the best of rounds in which they take turns, each for a millisecond
+// or two. The best is what is left when nothing else runs on the machine meanwhile.
 std::vector<double> Nanoseconds(const Calls& calls) {
     std::vector<long> counts;
     for (const auto& call : calls) {
         long count = 100;
-        while (SecondsFor(count, call) < 0.005)
+        while (SecondsFor(count, call) < 0.001)
             count *= 2;
         counts.push_back(count);
     }
-    std::vector<std::vector<double>> rounds(calls.size());
+    std::vector<double> best(calls.size(), std::numeric_limits<double>::max());
     for (int round = 0; round < kRounds; ++round)
         for (std::size_t i = 0; i < calls.size(); ++i)
-            rounds[i].push_back(SecondsFor(counts[i], calls[i]) / static_cast<double>(counts[i]) *
-                                1e9);
-    std::vector<double> medians;
-    for (auto& times : rounds) {
-        std::ranges::sort(times);
-        medians.push_back(times[kRounds / 2]);
-    }
-    return medians;
+            best[i] = std::min(best[i], SecondsFor(counts[i], calls[i]) /
+                                            static_cast<double>(counts[i]) * 1e9);
+    return best;
 }
 
 void Report(const char* what, double com, double native, double dictionary) {
