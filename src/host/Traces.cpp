@@ -42,7 +42,7 @@ std::vector<JournalEntry> PartlyHeld(Session& session, const std::vector<Journal
     const KeyboardContent now = session.ReadPlaces(places);
     std::erase_if(suspects, [&](const JournalEntry& entry) {
         return entry.TraceInRanges(now) != Trace::Partial ||
-               entry.TraceIn(session.ReadAgain(entry.Areas())) != Trace::Partial;
+               entry.TraceIn(session.ReadPlaces(entry.Areas())) != Trace::Partial;
     });
     return suspects;
 }

@@ -102,7 +102,7 @@ Writer::Claimed Writer::Claim(const std::string& keyboard) const {
 }
 
 KeyboardContent Writer::AsReadFor(const JournalEntry& entry, const KeyboardContent& now) {
-    return entry.HasAreasOf(now) ? now : m_session.ReadAgain(entry.Areas());
+    return entry.HasAreasOf(now) ? now : m_session.ReadPlaces(entry.Areas());
 }
 
 std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now, const Claims& own) {

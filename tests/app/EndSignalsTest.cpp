@@ -37,7 +37,7 @@ TEST(EndSignals, TheKeyboardIsGivenBackAsItWas) {
         ::kill(static_cast<pid_t>(program.processId()), signal);
         ASSERT_TRUE(program.waitForFinished(60000));
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-        EXPECT_EQ(program.exitCode(), 128 + signal);
+        EXPECT_EQ(program.exitCode(), 128 + signal) << program.readAllStandardError().toStdString();
         const std::string calls = log();
         EXPECT_GT(calls.rfind("QXCFG_EnableLayerSelection") + 1,
                   calls.rfind("QXCFG_DisableLayerSelection"));
