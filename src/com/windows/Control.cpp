@@ -2,6 +2,8 @@
 
 #include "com/windows/Units.h"
 
+#include <vector>
+
 namespace qx::com {
 namespace {
 
@@ -11,13 +13,15 @@ constexpr SIZE kFirstServiceSize{120, 32}; // of the service objects, which show
 } // namespace
 
 Control::Control(ObjectRef object)
-    : ComObject(std::move(object)), m_face(MakeFace(Library())),
+    : ComObject(std::move(object)), m_face(MakeFace(Library(), [this] { ViewChanged(); })),
       m_extent(HundredthsFromPixels(Served().type.look == Look::Invisible ? kFirstServiceSize
                                                                           : kFirstSize)) {}
 
 Control::~Control() {
     if (m_window != nullptr)
         DestroyWindow(m_window);
+    if (m_accelerators != nullptr)
+        DestroyAcceleratorTable(m_accelerators);
 }
 
 HRESULT Control::Query(REFIID iid, void** out) {
@@ -164,10 +168,30 @@ HRESULT Control::GetMiscStatus(DWORD aspect, DWORD* status) {
 HRESULT Control::GetControlInfo(CONTROLINFO* info) {
     if (info == nullptr)
         return E_POINTER;
-    info->hAccel = nullptr;
-    info->cAccel = 0;
-    info->dwFlags = 0;
-    return S_OK;
+    return Guarded([&] {
+        std::vector<ACCEL> keys;
+        for (const wchar_t letter : m_face->Mnemonics())
+            keys.push_back({FALT | FVIRTKEY, static_cast<WORD>(letter), 0});
+        if (m_accelerators != nullptr)
+            DestroyAcceleratorTable(std::exchange(m_accelerators, nullptr));
+        if (!keys.empty())
+            m_accelerators = CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
+        info->hAccel = m_accelerators;
+        info->cAccel = static_cast<USHORT>(m_accelerators == nullptr ? 0 : keys.size());
+        info->dwFlags = 0;
+        return S_OK;
+    });
+}
+
+HRESULT Control::OnMnemonic(MSG* message) {
+    if (message == nullptr)
+        return E_POINTER;
+    const ComPtr<ComObject> alive(this);
+    return Guarded([&] {
+        if (m_ambient.isUserMode && !m_ambient.isDead && SUCCEEDED(ActivateUI()))
+            m_face->TakesMnemonic(static_cast<wchar_t>(message->wParam));
+        return S_OK;
+    });
 }
 
 HRESULT Control::OnAmbientPropertyChange(DISPID) {

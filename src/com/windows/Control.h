@@ -58,7 +58,7 @@ public:
 
     // IOleControl
     HRESULT STDMETHODCALLTYPE GetControlInfo(CONTROLINFO* info) override;
-    HRESULT STDMETHODCALLTYPE OnMnemonic(MSG*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnMnemonic(MSG* message) override;
     HRESULT STDMETHODCALLTYPE OnAmbientPropertyChange(DISPID id) override;
     HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL fFreeze) override;
 
@@ -132,6 +132,7 @@ private:
     [[nodiscard]] bool IsShown() const; // here and now
 
     std::unique_ptr<Face> m_face;
+    HACCEL m_accelerators = nullptr; // as the container knows them
     Ambient m_ambient;
     SIZEL m_extent; // in hundredths of a millimetre
     bool m_isDirty = false;

@@ -1,6 +1,7 @@
 // The control's window, and how a container activates it in place.
 #include "com/windows/Control.h"
 
+#include "com/windows/KeysWindow.h"
 #include "com/windows/Units.h"
 
 #include <mutex>
@@ -14,6 +15,7 @@ constexpr wchar_t kWindowClass[] = L"QXControls.Control";
 
 void UnregisterControlWindows() {
     UnregisterClassW(kWindowClass, Module());
+    KeysWindow::Unregister();
 }
 
 bool Control::IsShown() const {
@@ -122,6 +124,7 @@ HRESULT Control::SetObjectRects(LPCRECT place, LPCRECT clip) {
 HRESULT Control::TranslateAccelerator(LPMSG message) {
     if (message == nullptr)
         return E_POINTER;
+    const ComPtr<ComObject> alive(this);
     return Guarded([&] {
         if (m_face->TakesKey(*message))
             return S_OK;

@@ -1,5 +1,7 @@
 #include "com/windows/Face.h"
 
+#include "com/windows/PartsFace.h"
+
 namespace qx::com {
 namespace {
 
@@ -9,16 +11,13 @@ public:
 
     void Draw(HDC context, const RECT& bounds, const Ambient& ambient) override {
         RECT area = bounds;
-        const HBRUSH brush = CreateSolidBrush(ambient.background);
-        FillRect(context, &area, brush);
-        DeleteObject(brush);
+        const FaceFont font(ambient);
+        const FaceColours colours(ambient);
+        FillArea(context, area, colours.background);
         DrawEdge(context, &area, EDGE_ETCHED, BF_RECT);
-        HFONT font = nullptr;
-        if (!ambient.font || FAILED(ambient.font->get_hFont(&font)))
-            font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
-        const HGDIOBJ earlier = SelectObject(context, font);
+        const HGDIOBJ earlier = SelectObject(context, font.Get());
         SetBkMode(context, TRANSPARENT);
-        SetTextColor(context, ambient.foreground);
+        SetTextColor(context, colours.text);
         DrawTextW(context, m_name.c_str(), -1, &area,
                   DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
         SelectObject(context, earlier);
@@ -30,7 +29,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Face> MakeFace(Object& object) {
+std::unique_ptr<Face> MakeFace(Object& object, std::function<void()> changed) {
+    if (auto table = FaceOf(object))
+        return std::make_unique<PartsFace>(object, std::move(*table), std::move(changed));
     return std::make_unique<NameFace>(object.ClassOf().name);
 }
 

@@ -8,7 +8,9 @@
 #include "com/Object.h"
 #include "com/windows/Ambient.h"
 
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace qx::com {
 
@@ -30,9 +32,13 @@ public:
     }
     // A key pressed while the control is active; whether the face takes it from the container.
     virtual bool TakesKey(MSG& /*message*/) { return false; }
+    // The letters that lead to a child together with Alt, and going there.
+    [[nodiscard]] virtual std::wstring Mnemonics() const { return {}; }
+    virtual bool TakesMnemonic(wchar_t /*letter*/) { return false; }
 };
 
-// Shows the name of the class alone: all that a service object shows while a form is designed.
-[[nodiscard]] std::unique_ptr<Face> MakeFace(Object& object);
+// A visible control's face is made of its parts; that of a service object shows the name of its
+// class alone. `changed` is called whenever the face looks different; the object outlives the face.
+[[nodiscard]] std::unique_ptr<Face> MakeFace(Object& object, std::function<void()> changed);
 
 } // namespace qx::com

@@ -1,0 +1,332 @@
+#include "com/windows/PartsFace.h"
+
+#include "com/windows/KeysWindow.h"
+#include "com/windows/NativeParts.h"
+#include "com/windows/Server.h"
+#include "qxcontrols/common/Utf.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cwctype>
+
+namespace qx::com {
+namespace {
+
+constexpr int kFirstId = 100;
+
+// Around everything, half of the usual distance between parts.
+Place Inside(const RECT& bounds, const FontMeasures& measures) {
+    const int edge = measures.Gap();
+    return {bounds.left + edge, bounds.top + edge,
+            std::max<int>(bounds.right - bounds.left - 2 * edge, 0),
+            std::max<int>(bounds.bottom - bounds.top - 2 * edge, 0)};
+}
+
+// The letter after the mark in a caption, in capitals; 0 for none.
+wchar_t MnemonicIn(const Part& part) {
+    if (part.kind != PartKind::Label && part.kind != PartKind::Frame &&
+        part.kind != PartKind::CheckBox && part.kind != PartKind::Button)
+        return 0;
+    const std::wstring text = WideFromUtf8(part.state.text);
+    for (std::size_t i = 0; i + 1 < text.size(); ++i)
+        if (text[i] == L'&' && text[++i] != L'&')
+            return static_cast<wchar_t>(std::towupper(text[i]));
+    return 0;
+}
+
+bool CanHaveFocus(HWND window) {
+    return IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE &&
+           (GetWindowLongPtrW(window, GWL_STYLE) & WS_TABSTOP) != 0;
+}
+
+} // namespace
+
+PartsFace::PartsFace(Object& object, FaceTable table, std::function<void()> changed)
+    : m_object(object), m_table(std::move(table)), m_changed(std::move(changed)),
+      m_subscriptions(m_table.subscribe(
+          {[this] { Refreshed(); }, [this](std::string_view id) { TakeFocus(id); }})) {}
+
+PartsFace::~PartsFace() {
+    PartsFace::Close();
+}
+
+void PartsFace::Draw(HDC context, const RECT& bounds, const Ambient& ambient) {
+    const FaceFont font(ambient);
+    const FaceColours colours(ambient);
+    const FontMeasures measures(font.Get());
+    FillArea(context, bounds, colours.background);
+    const HGDIOBJ earlier = SelectObject(context, font.Get());
+    for (const PlacedPart& placed : Arranged(m_table.root, Inside(bounds, measures), measures)) {
+        if (m_window == nullptr)
+            DrawPart(context, placed, measures, colours, font.Get());
+        else if (placed.part->kind == PartKind::Frame)
+            DrawFrame(context, RectOf(placed.place), measures);
+    }
+    SelectObject(context, earlier);
+}
+
+void PartsFace::Open(HWND window, const Ambient& ambient) {
+    if (!ambient.isUserMode)
+        return;
+    INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_BAR_CLASSES};
+    InitCommonControlsEx(&controls);
+    m_window = window;
+    MakeChildren(m_table.root);
+    MakeToolTips();
+    Arrange(ambient);
+    if (m_table.shown)
+        RunAction(m_table.shown);
+}
+
+void PartsFace::MakeChildren(Part& part) {
+    if (part.now) {
+        const int id = kFirstId + static_cast<int>(m_children.size());
+        const HWND child = NewWindow(part, m_window, id);
+        if (child != nullptr)
+            m_children.push_back({&part, child});
+    }
+    for (Part& inner : part.parts)
+        MakeChildren(inner);
+}
+
+void PartsFace::MakeToolTips() {
+    m_toolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                 WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, m_window,
+                                 nullptr, Module(), nullptr);
+    for (const Child& child : m_children) {
+        TTTOOLINFOW tool{};
+        tool.cbSize = sizeof(tool);
+        tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+        tool.hwnd = m_window;
+        tool.uId = reinterpret_cast<UINT_PTR>(child.window);
+        wchar_t none[] = L"";
+        tool.lpszText = none;
+        if (child.part->kind == PartKind::Button)
+            SendMessageW(m_toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    }
+}
+
+void PartsFace::Close() {
+    if (m_toolTips != nullptr)
+        DestroyWindow(m_toolTips);
+    m_toolTips = nullptr;
+    m_window = nullptr;
+    m_children.clear(); // which go with the control's window
+    m_font.reset();
+    m_colours.reset();
+    if (m_brush != nullptr)
+        DeleteObject(m_brush);
+    m_brush = nullptr;
+}
+
+void PartsFace::Arrange(const Ambient& ambient) {
+    if (m_window == nullptr)
+        return;
+    m_reacts = !ambient.isDead;
+    m_colours.emplace(ambient);
+    if (m_brush != nullptr)
+        DeleteObject(m_brush);
+    m_brush = CreateSolidBrush(m_colours->background);
+    const auto earlier = std::exchange(m_font, std::make_unique<FaceFont>(ambient)); // still in use
+    for (const Child& child : m_children)
+        SendMessageW(child.window, WM_SETFONT, reinterpret_cast<WPARAM>(m_font->Get()), TRUE);
+    ShowAll();
+}
+
+void PartsFace::Refreshed() {
+    Refresh(m_table.root);
+    ShowAll();
+    m_changed();
+}
+
+void PartsFace::ShowAll() {
+    if (m_window == nullptr || m_isShowing || !m_font)
+        return;
+    m_isShowing = true;
+    for (const Child& child : m_children) {
+        ShowState(child.window, *child.part, m_reacts);
+        ShowToolTip(child);
+        if (auto* const keys = KeysWindow::Of(child.window))
+            keys->Show(child.part->state, m_font->Get(), *m_colours);
+    }
+    PlaceChildren();
+    m_isShowing = false;
+}
+
+void PartsFace::ShowToolTip(const Child& child) {
+    if (child.part->kind != PartKind::Button)
+        return;
+    std::wstring text = WideFromUtf8(child.part->state.toolTip);
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.hwnd = m_window;
+    tool.uId = reinterpret_cast<UINT_PTR>(child.window);
+    tool.lpszText = text.data();
+    SendMessageW(m_toolTips, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void PartsFace::PlaceChildren() {
+    const FontMeasures measures(m_font->Get());
+    RECT bounds{};
+    GetClientRect(m_window, &bounds);
+    const auto placed = Arranged(m_table.root, Inside(bounds, measures), measures);
+    for (const Child& child : m_children) {
+        const auto found = std::ranges::find(placed, child.part, &PlacedPart::part);
+        if (found == placed.end()) {
+            ShowWindow(child.window, SW_HIDE);
+            continue;
+        }
+        const RECT area =
+            child.part->kind == PartKind::Frame ? TitleOf(*found, measures) : RectOf(found->place);
+        MoveWindow(child.window, area.left, area.top, area.right - area.left,
+                   area.bottom - area.top, TRUE);
+        ShowWindow(child.window, SW_SHOWNA);
+    }
+}
+
+PartsFace::Child* PartsFace::ChildOf(WPARAM id) {
+    const std::size_t row = static_cast<std::size_t>(id) - kFirstId;
+    return row < m_children.size() ? &m_children[row] : nullptr;
+}
+
+// A host's sink may release the control meanwhile, and the face with its children.
+void PartsFace::RunAction(const std::function<void()>& action) {
+    const Object::InUse inUse(m_object);
+    action();
+}
+
+void PartsFace::Act(Part& part, const PartInput& input) {
+    if (!part.act)
+        return;
+    RunAction([&] { part.act(input); });
+    Refresh(m_table.root); // also where the control has changed nothing
+    ShowAll();
+}
+
+bool PartsFace::Notify(WPARAM id, UINT notification) {
+    const Child* const child = ChildOf(id);
+    PartInput input;
+    if (child == nullptr || m_isShowing ||
+        !ReadInput(child->window, *child->part, notification, input))
+        return false;
+    Act(*child->part, input);
+    return true;
+}
+
+bool PartsFace::ColourOf(HDC context, HWND child, LRESULT& result) {
+    const auto found = std::ranges::find(m_children, child, &Child::window);
+    if (found == m_children.end() || !m_colours || found->part->kind == PartKind::Edit)
+        return false;
+    const bool isField = found->part->kind == PartKind::Sequence;
+    SetTextColor(context, isField ? GetSysColor(COLOR_WINDOWTEXT) : m_colours->text);
+    SetBkColor(context, isField ? GetSysColor(COLOR_WINDOW) : m_colours->background);
+    result = reinterpret_cast<LRESULT>(isField ? GetSysColorBrush(COLOR_WINDOW) : m_brush);
+    return true;
+}
+
+bool PartsFace::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    if (m_window == nullptr)
+        return false;
+    switch (message) {
+    case WM_COMMAND:
+        return Notify(LOWORD(wParam), HIWORD(wParam));
+    case WM_HSCROLL:
+        return lParam != 0 &&
+               Notify(static_cast<WPARAM>(GetDlgCtrlID(reinterpret_cast<HWND>(lParam))), 0);
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+        return ColourOf(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam), result);
+    case kKeyPicked:
+    case kSequenceKey:
+        if (Child* const child = ChildOf(wParam))
+            Act(*child->part, {static_cast<Integer>(lParam), {}});
+        return true;
+    case kKeyReached:
+        if (Child* const child = ChildOf(wParam); child != nullptr && child->part->reach)
+            RunAction([part = child->part, lParam] { part->reach(static_cast<Integer>(lParam)); });
+        return true;
+    case kSequenceType:
+        if (Child* const child = ChildOf(wParam); child != nullptr && child->part->type)
+            RunAction(child->part->type);
+        return true;
+    case WM_SETFOCUS:
+        for (const Child& child : m_children)
+            if (CanHaveFocus(child.window)) {
+                SetFocus(child.window);
+                return true;
+            }
+        return false;
+    case WM_SYSCOLORCHANGE:
+        Refreshed();
+        return false;
+    default:
+        return false;
+    }
+}
+
+// Tab within the control; out of it, the container moves the focus.
+bool PartsFace::TakesTab() {
+    const bool isBack = GetKeyState(VK_SHIFT) < 0;
+    std::vector<HWND> stops;
+    for (const Child& child : m_children)
+        if (CanHaveFocus(child.window))
+            stops.push_back(child.window);
+    if (isBack)
+        std::ranges::reverse(stops);
+    const auto at = std::ranges::find(stops, GetFocus());
+    if (at == stops.end() || at + 1 == stops.end())
+        return false;
+    SetFocus(*(at + 1));
+    return true;
+}
+
+bool PartsFace::TakesKey(MSG& message) {
+    if (m_window == nullptr || !m_reacts || IsChild(m_window, message.hwnd) == FALSE)
+        return false;
+    if (message.message == WM_SYSCHAR)
+        return TakesMnemonic(static_cast<wchar_t>(message.wParam));
+    if (message.message != WM_KEYDOWN)
+        return false;
+    if (message.wParam == VK_TAB)
+        return TakesTab();
+    if (message.wParam < VK_PRIOR || message.wParam > VK_DOWN)
+        return false;
+    TranslateMessage(&message); // arrows and their like, which containers would take
+    DispatchMessageW(&message);
+    return true;
+}
+
+std::wstring PartsFace::Mnemonics() const {
+    std::wstring letters;
+    for (const Child& child : m_children)
+        if (const wchar_t letter = MnemonicIn(*child.part);
+            letter != 0 && child.part->state.isVisible)
+            letters += letter;
+    return letters;
+}
+
+bool PartsFace::TakesMnemonic(wchar_t letter) {
+    const auto wanted = static_cast<wchar_t>(std::towupper(letter));
+    const auto marked = std::ranges::find_if(m_children, [&](const Child& child) {
+        return IsWindowVisible(child.window) != FALSE && MnemonicIn(*child.part) == wanted;
+    });
+    const auto next = std::find_if(marked, m_children.end(),
+                                   [](const Child& child) { return CanHaveFocus(child.window); });
+    if (next == m_children.end())
+        return false;
+    SetFocus(next->window);
+    if (next == marked)
+        SendMessageW(next->window, BM_CLICK, 0, 0); // which may end the children
+    return true;
+}
+
+void PartsFace::TakeFocus(std::string_view id) {
+    for (const Child& child : m_children)
+        if (child.part->id == id && CanHaveFocus(child.window) && GetFocus() != child.window) {
+            SetFocus(child.window);
+            return;
+        }
+}
+
+} // namespace qx::com
