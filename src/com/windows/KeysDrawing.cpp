@@ -131,6 +131,17 @@ std::vector<RECT> PlacesOf(const std::vector<KeyCap>& keys, const RECT& area) {
 
 void DrawKeys(HDC context, const RECT& area, const PartState& state, const KeysLook& look) {
     const std::vector<RECT> places = PlacesOf(state.keys, area);
+    if (places.empty()) { // no layout yet
+        RECT whole = area;
+        const HGDIOBJ earlier = SelectObject(context, look.font);
+        SetBkMode(context, TRANSPARENT);
+        SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+        DrawEdge(context, &whole, EDGE_ETCHED, BF_RECT);
+        DrawTextW(context, WideFromUtf8(state.name).c_str(), -1, &whole,
+                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+        SelectObject(context, earlier);
+        return;
+    }
     const HFONT font = KeyFont(look.font, PlainHeight(places));
     const HGDIOBJ earlier = SelectObject(context, font);
     for (std::size_t i = 0; i < places.size(); ++i)

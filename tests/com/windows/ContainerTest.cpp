@@ -1,22 +1,15 @@
 // The controls in a container that is not ours.
 
-#include "com/windows/Client.h"
-#include "com/windows/Members.h"
+#include "com/windows/Form.h"
+
+#include <commctrl.h>
+#include <oleacc.h>
 
 #include <cstdint>
 #include <set>
 
 namespace qx::test {
 namespace {
-
-using WinInit = BOOL(WINAPI*)();
-using CreateControl = HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**);
-
-template <typename Function>
-Function FunctionOf(const char* name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"atl100.dll"), name)));
-}
 
 // A drawing of which the bits can be read.
 class Picture {
@@ -55,41 +48,7 @@ class ComContainer : public ComClient {
 protected:
     static void SetUpTestSuite() {
         ComClient::SetUpTestSuite();
-        const auto init = FunctionOf<WinInit>("AtlAxWinInit");
-        ASSERT_NE(init, nullptr);
-        ASSERT_TRUE(init());
-    }
-    void SetUp() override {
-        form = NewForm();
-        ASSERT_NE(form, nullptr);
-    }
-    void TearDown() override {
-        container = nullptr;
-        DestroyWindow(form);
-        PumpMessages();
-    }
-
-    // Without a frame, for which wine would wait for a window manager.
-    static HWND NewForm() {
-        return CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 10, 10, 300, 200,
-                               nullptr, nullptr, nullptr, nullptr);
-    }
-    void Place(const std::string& name) {
-        const auto create = FunctionOf<CreateControl>("AtlAxCreateControl");
-        ASSERT_EQ(create(Wide("QXControls." + name).c_str(), form, nullptr, container.Out()), S_OK)
-            << name;
-        PumpMessages();
-    }
-    static void PumpMessages() {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
-    // The control's own window on the form.
-    [[nodiscard]] HWND Window() const {
-        return FindWindowExW(form, nullptr, L"QXControls.Control", nullptr);
+        ASSERT_TRUE(AtlStarts());
     }
 
     static std::set<std::uint32_t> ColoursOf(HWND window) {
@@ -102,41 +61,173 @@ protected:
         ReleaseDC(window, context);
         return picture.Colours();
     }
-
-    HWND form = nullptr;
-    ComPtr<IUnknown> container;
 };
 
 TEST_F(ComContainer, VisibleControlsShowAndResizeOnAForm) {
     for (const char* const name :
          {"QXBarcode", "QXMagnetCard", "QXFreeProgKeys", "QXLayeredFuncKeys", "QXPos",
           "QXPosDisplay", "QXCommonKeyboard", "QXLayoutDisplay"}) {
-        Place(name);
-        const HWND window = Window();
+        Form form;
+        ASSERT_TRUE(form.Place(name)) << name;
+        const HWND window = form.ControlWindow();
         ASSERT_NE(window, nullptr) << name;
         wchar_t text[64] = {};
         GetWindowTextW(window, text, 64);
         EXPECT_EQ(Narrow(text), name); // which screen readers say
         RECT onForm{};
         RECT onControl{};
-        GetClientRect(form, &onForm);
+        GetClientRect(form.Window(), &onForm);
         GetClientRect(window, &onControl);
         EXPECT_TRUE(EqualRect(&onForm, &onControl)) << name;
-        EXPECT_GT(ColoursOf(window).size(), 2U) << name;
+        EXPECT_GT(ColoursOf(window).size(), 1U) << name;
         SendMessageW(window, WM_LBUTTONDOWN, 0, MAKELPARAM(5, 5));
         SendMessageW(window, WM_KEYDOWN, VK_TAB, 0);
-
-        container = nullptr;
-        DestroyWindow(form);
-        PumpMessages();
+        form.Clear();
         EXPECT_FALSE(IsWindow(window)) << name;
-        form = NewForm();
     }
 }
 
 TEST_F(ComContainer, ServiceObjectsHaveNoWindowAtRunTime) {
-    Place("QXProgSettings");
-    EXPECT_EQ(Window(), nullptr);
+    Form form;
+    form.Place("QXProgSettings");
+    EXPECT_EQ(form.ControlWindow(), nullptr);
+}
+
+TEST_F(ComContainer, AClickReachesTheControlAndTheControlsChangesReachTheWindow) {
+    Form form(600, 500);
+    const auto control = form.Place("QXMagnetCard");
+    ASSERT_TRUE(control);
+    const auto options = PartOf(control.Get(), L"ReaderOptions");
+    const auto lrc = PartOf(options.Get(), L"VerifyLRC");
+    const auto lastChar = PartOf(options.Get(), L"VerifyLastChar");
+    Put(lrc.Get(), L"Caption", Text(L"Verify &LRC"));
+    Put(lastChar.Get(), L"Caption", Text(L"Verify last character"));
+    Get(control.Get(), L"Translate");
+    const HWND box = form.Child(L"BUTTON", L"Verify &LRC");
+    const HWND other = form.Child(L"BUTTON", L"Verify last character");
+    ASSERT_TRUE(box != nullptr && other != nullptr);
+    const bool wasOn = Get(lrc.Get(), L"Value").Flag();
+    const LRESULT otherWas = SendMessageW(other, BM_GETCHECK, 0, 0);
+    EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), wasOn ? BST_CHECKED : BST_UNCHECKED);
+    EXPECT_FALSE(Get(control.Get(), L"DataChanged").Flag());
+
+    SendMessageW(box, BM_CLICK, 0, 0);
+    PumpMessages();
+    EXPECT_EQ(Get(lrc.Get(), L"Value").Flag(), !wasOn);
+    EXPECT_TRUE(Get(control.Get(), L"DataChanged").Flag());
+    EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), wasOn ? BST_UNCHECKED : BST_CHECKED);
+    EXPECT_EQ(SendMessageW(other, BM_GETCHECK, 0, 0), otherWas);
+
+    // The host changes it back.
+    VARIANT before;
+    V_VT(&before) = VT_BOOL;
+    V_BOOL(&before) = wasOn ? VARIANT_TRUE : VARIANT_FALSE;
+    Put(lrc.Get(), L"Value", before);
+    Get(control.Get(), L"AdjustControls");
+    EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), wasOn ? BST_CHECKED : BST_UNCHECKED);
+
+    // Its letter, which the container finds in the control's table.
+    const auto ole = control.As<IOleControl>(IID_IOleControl);
+    CONTROLINFO info{sizeof(CONTROLINFO), nullptr, 0, 0};
+    ASSERT_EQ(ole->GetControlInfo(&info), S_OK);
+    EXPECT_EQ(info.cAccel, 1);
+    MSG letter{};
+    letter.message = WM_SYSKEYDOWN;
+    letter.wParam = 'L';
+    EXPECT_EQ(ole->OnMnemonic(&letter), S_OK);
+    EXPECT_EQ(GetFocus(), box);
+    EXPECT_EQ(Get(lrc.Get(), L"Value").Flag(), !wasOn);
+}
+
+TEST_F(ComContainer, KeysMoveTheSlider) {
+    Form form;
+    const auto control = form.Place("QXCommonKeyboard");
+    ASSERT_TRUE(control);
+    const HWND slider = form.Child(L"msctls_trackbar32");
+    ASSERT_NE(slider, nullptr);
+    const auto shown = [&](int delay) {
+        return SendMessageW(slider, TBM_GETPOS, 0, 0) == delay &&
+               form.Child(L"STATIC", std::to_wstring(delay).c_str()) != nullptr;
+    };
+    const auto first = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
+    EXPECT_TRUE(shown(first));
+    SendMessageW(slider, WM_KEYDOWN, VK_RIGHT, 0);
+    SendMessageW(slider, WM_KEYUP, VK_RIGHT, 0);
+    EXPECT_TRUE(shown(first + 1));
+    EXPECT_TRUE(Get(control.Get(), L"DataChanged").Flag());
+    SendMessageW(slider, WM_KEYDOWN, VK_END, 0);
+    EXPECT_TRUE(shown(255));
+    Get(control.Get(), L"DefaultValues");
+    EXPECT_FALSE(shown(255));
+}
+
+TEST_F(ComContainer, TheListChoosesThePageAndHiddenPartsAreHidden) {
+    Form form(600, 500);
+    const auto control = form.Place("QXBarcode");
+    ASSERT_TRUE(control);
+    Put(control.Get(), L"Reader1Msg", Text(L"The first reader"));
+    const HWND list = form.Child(L"LISTBOX");
+    ASSERT_NE(list, nullptr);
+    const LRESULT pages = SendMessageW(list, LB_GETCOUNT, 0, 0);
+    ASSERT_EQ(pages, 16);
+    EXPECT_EQ(form.Child(L"STATIC", L"The first reader"), nullptr);
+    SendMessageW(list, LB_SETCURSEL, 14, 0);
+    SendMessageW(GetParent(list), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list), LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+    EXPECT_NE(form.Child(L"STATIC", L"The first reader"), nullptr);
+}
+
+// A key of the grid is picked with the mouse, moved from with an arrow key, given a description by
+// typing, and found by a screen reader.
+TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
+    Form form(900, 500);
+    const auto control = form.Place("QXLayeredFuncKeys");
+    ASSERT_TRUE(control);
+    const Services services;
+    services.HandTo(control.Get());
+    Get(control.Get(), L"ReloadKeySettings");
+    const HWND keys = form.Child(L"QXControls.Keys");
+    const HWND field = FindWindowExW(form.ControlWindow(), form.Child(L"EDIT"), L"EDIT", nullptr);
+    ASSERT_TRUE(keys != nullptr && field != nullptr);
+
+    ComPtr<IAccessible> heard;
+    ASSERT_EQ(AccessibleObjectFromWindow(keys, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                         reinterpret_cast<void**>(heard.Out())),
+              S_OK);
+    long count = 0;
+    ASSERT_EQ(heard->get_accChildCount(&count), S_OK);
+    ASSERT_EQ(count, 24);
+    long left = 0, top = 0, width = 0, height = 0;
+    ASSERT_EQ(heard->accLocation(&left, &top, &width, &height, LongInt(3)), S_OK);
+    EXPECT_GT(width, 20);
+    POINT middle{left + width / 2, top + height / 2};
+    VARIANT hit;
+    ASSERT_EQ(heard->accHitTest(middle.x, middle.y, &hit), S_OK);
+    EXPECT_EQ(V_I4(&hit), 3);
+    ScreenToClient(keys, &middle);
+    SendMessageW(keys, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(middle.x, middle.y));
+    SendMessageW(keys, WM_LBUTTONUP, 0, MAKELPARAM(middle.x, middle.y));
+
+    for (const wchar_t letter : {L'C', L'a', L's', L'h'})
+        SendMessageW(field, WM_CHAR, static_cast<WPARAM>(letter), 0);
+    const auto nameOf = [&](LONG key) {
+        BSTR name = nullptr;
+        EXPECT_EQ(heard->get_accName(LongInt(key), &name), S_OK);
+        const std::string narrow = Narrow(name);
+        SysFreeString(name);
+        return narrow;
+    };
+    EXPECT_EQ(nameOf(3), "Function key F3, Cash, not programmed, current key");
+    SendMessageW(keys, WM_KEYDOWN, VK_RIGHT, 0);
+    SendMessageW(field, WM_CHAR, L'X', 0);
+    EXPECT_EQ(nameOf(4), "Function key F4, X, not programmed, current key");
+    EXPECT_EQ(nameOf(3), "Function key F3, Cash, not programmed");
+    EXPECT_EQ(heard->accDoDefaultAction(LongInt(24)), S_OK);
+    SendMessageW(field, WM_CHAR, L'Z', 0);
+    EXPECT_EQ(nameOf(24), "Function key F24, Z, not programmed, current key");
+    EXPECT_NE(heard->accDoDefaultAction(LongInt(25)), S_OK);
+    form.Clear();
+    EXPECT_NE(heard->get_accChildCount(&count), S_OK); // the window has gone
 }
 
 // As a container that only draws them, while a form is designed or printed.
