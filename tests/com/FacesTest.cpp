@@ -1,0 +1,128 @@
+// The tables of the faces, with a toolkit that only notes where it is told to put things.
+#include "com/faces/Faces.h"
+#include "com/faces/Arrangement.h"
+
+#include "Host.h"
+#include "qxcontrols/readers/QXBarcode.h"
+#include "qxcontrols/readers/QXMagnetCard.h"
+
+#include <set>
+
+namespace qx::test {
+namespace {
+
+using com::Part;
+using com::PartKind;
+
+// A letter is 7 pixels wide; nothing has the size of another kind.
+class FakeMeasures : public com::Measures {
+public:
+    int WidthOf(const Part& part) const override {
+        return 30 + static_cast<int>(part.kind) + 7 * static_cast<int>(part.state.text.size());
+    }
+    int HeightOf(const Part& part, int) const override {
+        return part.kind == PartKind::List ? 60 : 20 + static_cast<int>(part.kind);
+    }
+    int Gap() const override { return 8; }
+    int TitleHeight() const override { return 16; }
+};
+
+Part* Find(Part& part, std::string_view id) {
+    if (part.id == id)
+        return &part;
+    for (Part& inner : part.parts)
+        if (Part* const found = Find(inner, id))
+            return found;
+    return nullptr;
+}
+
+class Faces : public testing::Test {
+protected:
+    com::FaceTable Face(std::string_view name) {
+        object = host.New(name);
+        return com::FaceOf(*object).value();
+    }
+    FakeDriver driver;
+    Host host{driver};
+    ObjectRef object;
+};
+
+TEST_F(Faces, EveryVisibleControlHasOneWhosePartsHavePlacesOfTheirOwn) {
+    for (const com::Class* const type : com::Classes()) {
+        const ObjectRef control = host.New(type->name);
+        auto face = com::FaceOf(*control);
+        ASSERT_EQ(face.has_value(), type->look == com::Look::Visible) << type->name;
+        if (!face)
+            continue;
+        std::set<std::string> ids;
+        std::vector<com::Place> taken;
+        for (const auto& [part, place] : Arranged(face->root, {5, 5, 1400, 900}, FakeMeasures())) {
+            EXPECT_TRUE(ids.insert(part->id).second) << type->name << ' ' << part->id;
+            EXPECT_GT(place.width, 0) << type->name << ' ' << part->id;
+            EXPECT_GE(place.left, 5) << type->name << ' ' << part->id;
+            EXPECT_LE(place.left + place.width, 1405) << type->name << ' ' << part->id;
+            EXPECT_LE(place.top + place.height, 905) << type->name << ' ' << part->id;
+            if (part->kind == PartKind::Frame)
+                continue;
+            for (const com::Place& other : taken)
+                EXPECT_TRUE(other.left + other.width <= place.left ||
+                            place.left + place.width <= other.left ||
+                            other.top + other.height <= place.top ||
+                            place.top + place.height <= other.top)
+                    << type->name << ' ' << part->id << " lies over another";
+            taken.push_back(place);
+        }
+        EXPECT_FALSE(taken.empty()) << type->name;
+    }
+}
+
+TEST_F(Faces, AnActionReachesItsChildAndTheChangeIsReported) {
+    com::FaceTable face = Face("QXMagnetCard");
+    auto& card = Native<QXMagnetCard>(object);
+    int refreshed = 0;
+    const auto subscriptions = face.subscribe({[&] {
+                                                   ++refreshed;
+                                                   Refresh(face.root);
+                                               },
+                                               [](std::string_view) {}});
+    for (Integer nIndex = 0; nIndex < 3; ++nIndex) {
+        const auto i = static_cast<std::size_t>(nIndex);
+        Part* const part = Find(face.root, com::ElementOf("chkMagneticOptions", nIndex));
+        ASSERT_NE(part, nullptr);
+        const Integer wanted = card.chkMagneticOptions[i].Value == 1 ? 0 : 1;
+        const auto before = card.chkMagneticOptions;
+        part->act({wanted, {}});
+        for (std::size_t other = 0; other < 3; ++other)
+            EXPECT_EQ(card.chkMagneticOptions[other].Value,
+                      other == i ? wanted : before[other].Value);
+    }
+    EXPECT_TRUE(card.DataChanged());
+    card.DefaultValues();
+    EXPECT_GT(refreshed, 0);
+    EXPECT_EQ(Find(face.root, "chkMagneticOptions_0")->state.value,
+              card.chkMagneticOptions[0].Value);
+}
+
+TEST_F(Faces, OnlyThePageThatIsChosenIsThere) {
+    com::FaceTable face = Face("QXBarcode");
+    const auto isThere = [&](std::string_view id) {
+        Refresh(face.root);
+        for (const auto& [part, place] : Arranged(face.root, {0, 0, 900, 700}, FakeMeasures()))
+            if (part->id == id)
+                return true;
+        return false;
+    };
+    EXPECT_FALSE(isThere("lblReader_0"));
+    Find(face.root, "lstPrefGroup")->act({BP_Reader_1, {}});
+    EXPECT_TRUE(isThere("lblReader_0"));
+    EXPECT_TRUE(isThere("cmdRemove_1"));
+    EXPECT_FALSE(isThere("slidRange_0"));
+    EXPECT_FALSE(isThere("chkBarOption_0"));
+}
+
+TEST_F(Faces, CaptionsLoseTheMarksOfTheirShortcuts) {
+    EXPECT_EQ(com::PlainCaption("&Save && close&"), "Save & close");
+}
+
+} // namespace
+} // namespace qx::test
