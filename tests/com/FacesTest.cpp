@@ -1,8 +1,10 @@
 // The tables of the faces, with a toolkit that only notes where it is told to put things.
 #include "com/faces/Faces.h"
 #include "com/faces/Arrangement.h"
+#include "com/faces/Forms.h"
 
 #include "Host.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
 
@@ -36,6 +38,27 @@ Part* Find(Part& part, std::string_view id) {
     return nullptr;
 }
 
+void ExpectPlacesOfTheirOwn(std::string_view name, const Part& root) {
+    std::set<std::string> ids;
+    std::vector<com::Place> taken;
+    for (const auto& [part, place] : Arranged(root, {5, 5, 1400, 900}, FakeMeasures())) {
+        EXPECT_TRUE(ids.insert(part->id).second) << name << ' ' << part->id;
+        EXPECT_GT(place.width, 0) << name << ' ' << part->id;
+        EXPECT_GE(place.left, 5) << name << ' ' << part->id;
+        EXPECT_LE(place.left + place.width, 1405) << name << ' ' << part->id;
+        EXPECT_LE(place.top + place.height, 905) << name << ' ' << part->id;
+        if (part->kind == PartKind::Frame)
+            continue;
+        for (const com::Place& other : taken)
+            EXPECT_TRUE(
+                other.left + other.width <= place.left || place.left + place.width <= other.left ||
+                other.top + other.height <= place.top || place.top + place.height <= other.top)
+                << name << ' ' << part->id << " lies over another";
+        taken.push_back(place);
+    }
+    EXPECT_FALSE(taken.empty()) << name;
+}
+
 class Faces : public testing::Test {
 protected:
     com::FaceTable Face(std::string_view name) {
@@ -54,25 +77,7 @@ TEST_F(Faces, EveryVisibleControlHasOneWhosePartsHavePlacesOfTheirOwn) {
         ASSERT_EQ(face.has_value(), type->look == com::Look::Visible) << type->name;
         if (!face)
             continue;
-        std::set<std::string> ids;
-        std::vector<com::Place> taken;
-        for (const auto& [part, place] : Arranged(face->root, {5, 5, 1400, 900}, FakeMeasures())) {
-            EXPECT_TRUE(ids.insert(part->id).second) << type->name << ' ' << part->id;
-            EXPECT_GT(place.width, 0) << type->name << ' ' << part->id;
-            EXPECT_GE(place.left, 5) << type->name << ' ' << part->id;
-            EXPECT_LE(place.left + place.width, 1405) << type->name << ' ' << part->id;
-            EXPECT_LE(place.top + place.height, 905) << type->name << ' ' << part->id;
-            if (part->kind == PartKind::Frame)
-                continue;
-            for (const com::Place& other : taken)
-                EXPECT_TRUE(other.left + other.width <= place.left ||
-                            place.left + place.width <= other.left ||
-                            other.top + other.height <= place.top ||
-                            place.top + place.height <= other.top)
-                    << type->name << ' ' << part->id << " lies over another";
-            taken.push_back(place);
-        }
-        EXPECT_FALSE(taken.empty()) << type->name;
+        ExpectPlacesOfTheirOwn(type->name, face->root);
     }
 }
 
@@ -118,6 +123,85 @@ TEST_F(Faces, OnlyThePageThatIsChosenIsThere) {
     EXPECT_TRUE(isThere("cmdRemove_1"));
     EXPECT_FALSE(isThere("slidRange_0"));
     EXPECT_FALSE(isThere("chkBarOption_0"));
+}
+
+TEST_F(Faces, ButtonsGoOnBelowWhereThereIsNoRoomBeside) {
+    Button child;
+    const auto button = [&](const char* id) { return com::PartOf(id, child, [] {}); };
+    Part flow = com::Flow({button("first"), button("second"), button("third")});
+    const int width = FakeMeasures().WidthOf(flow.parts[0]);
+    const int height = FakeMeasures().HeightOf(flow.parts[0], width);
+    const auto placed = Arranged(flow, {10, 20, 2 * width + 8, 500}, FakeMeasures());
+    ASSERT_EQ(placed.size(), 3U);
+    EXPECT_EQ(placed[1].place.left, 10 + width + 8);
+    EXPECT_EQ(placed[1].place.top, 20);
+    EXPECT_EQ(placed[2].place.left, 10);
+    EXPECT_EQ(placed[2].place.top, 20 + height + 8);
+    EXPECT_EQ(Arranged(flow, {10, 20, 3 * width + 16, 500}, FakeMeasures())[2].place.top, 20);
+}
+
+TEST_F(Faces, TheSequenceEditorsWindowRecordsTypesAndLeaves) {
+    frmSequencer form;
+    QXKeyboardLayoutData layout;
+    layout.SetLayoutPath(QX_LAYOUTS);
+    ASSERT_TRUE(layout.OpenLayoutByName("us.qxl"));
+    form.SetLayoutSource(&layout);
+    form.SetMaxSeqSize(30);
+    form.lblCaption.Caption = "Edit";
+    com::FormTable table = com::FormTableOf(form);
+    form.PrepareDisplay();
+    Refresh(table.face.root);
+    ExpectPlacesOfTheirOwn("frmSequencer", table.face.root);
+    EXPECT_EQ(table.title(), "Edit");
+    int closed = 0;
+    const Subscription subscription = table.onClosed([&] { ++closed; });
+
+    EXPECT_FALSE(table.isChanged());
+    Find(table.face.root, "layoutDisplay")->act({30, {}});
+    EXPECT_TRUE(table.isChanged());
+    EXPECT_EQ(form.KeyString(), " 30158");
+    Part* const typed = Find(table.face.root, "txtTyped");
+    typed->focus(true);
+    typed->act({0, "no key has this name"});
+    typed->enter();
+    Refresh(table.face.root);
+    EXPECT_TRUE(Find(table.face.root, "lblTypedFault")->IsVisible());
+    table.accept();
+    EXPECT_EQ(closed, 0); // the fault keeps it open
+    typed->act({0, ""});
+    Find(table.face.root, "cmdApply")->act({});
+    EXPECT_EQ(form.KeyString(), "");
+    table.accept();
+    EXPECT_EQ(closed, 1);
+    EXPECT_TRUE(form.OK());
+    table.cancel();
+    EXPECT_EQ(closed, 2);
+    EXPECT_FALSE(form.OK());
+}
+
+TEST_F(Faces, ThePosEditorsWindowTakesKeysAndShowsTheColours) {
+    frmPOSProgrammer form;
+    com::FormTable table = com::FormTableOf(form);
+    form.PrepareDisplay();
+    Refresh(table.face.root);
+    ExpectPlacesOfTheirOwn("frmPOSProgrammer", table.face.root);
+    Part* const keys = Find(table.face.root, "posDisplay");
+    Part* const colours = Find(table.face.root, "cmdColor");
+    EXPECT_FALSE(colours->state.keys[4].isEnabled); // there is no block yet
+    keys->act({17, {}});
+    keys->act({18, {}});
+    keys->reach(40); // a free key: no block is current any longer
+    keys->act({40, {}});
+    keys->take(18);
+    colours->act({4, {}});
+    Refresh(table.face.root);
+    EXPECT_TRUE(colours->state.keys[4].isCurrent);
+    EXPECT_EQ(form.PosData().FindBlockForKey(17), 17);
+    EXPECT_EQ(form.PosData().FindBlockForKey(40), 18); // the lower key is the major one
+    EXPECT_EQ(form.PosData().Block(18).ColorID(), 4);
+    EXPECT_EQ(keys->state.keys[17].name.substr(0, 10), "POS key 18");
+    table.undo();
+    EXPECT_NE(form.PosData().Block(18).ColorID(), 4);
 }
 
 TEST_F(Faces, CaptionsLoseTheMarksOfTheirShortcuts) {

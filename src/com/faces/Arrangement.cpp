@@ -30,7 +30,10 @@ public:
     void Put(const Part& part, const Place& place) {
         switch (part.kind) {
         case PartKind::Row:
-            PutRow(part, WidthsOf(part, place.width), place);
+            PutRow(VisibleOf(part), place);
+            break;
+        case PartKind::Flow:
+            PutFlow(part, place);
             break;
         case PartKind::Column:
             PutColumn(part, place);
@@ -65,6 +68,7 @@ private:
         int width = 0;
         switch (part.kind) {
         case PartKind::Row:
+        case PartKind::Flow:
             for (const Part* inner : parts)
                 width += NaturalWidth(*inner);
             return width + Gaps(parts.size());
@@ -86,12 +90,18 @@ private:
         int height = 0;
         switch (part.kind) {
         case PartKind::Row:
-            return HeightOfRow(part, WidthsOf(part, width));
+            return HeightOfRow(VisibleOf(part), width);
+        case PartKind::Flow: {
+            const std::vector<Parts> lines = LinesOf(part, width);
+            for (const Parts& line : lines)
+                height += HeightOfRow(line, width);
+            return height + Gaps(lines.size());
+        }
         case PartKind::Grid: {
             const Parts rows = VisibleOf(part);
             const Sizes columns = GridWidths(part, width);
             for (const Part* row : rows)
-                height += HeightOfRow(*row, columns);
+                height += HeightOfRow(VisibleOf(*row), columns);
             return height + Gaps(rows.size());
         }
         case PartKind::Column:
@@ -116,10 +126,13 @@ private:
         return heights;
     }
 
-    [[nodiscard]] int HeightOfRow(const Part& row, const Sizes& widths) const {
+    [[nodiscard]] int HeightOfRow(const Parts& row, int width) const {
+        return HeightOfRow(row, WidthsOf(row, width));
+    }
+    [[nodiscard]] int HeightOfRow(const Parts& row, const Sizes& widths) const {
         int height = 0;
         std::size_t column = 0;
-        for (const Part* part : VisibleOf(row))
+        for (const Part* part : row)
             height = std::max(height, HeightFor(*part, widths[column++]));
         return height;
     }
@@ -146,12 +159,27 @@ private:
         return sizes;
     }
 
-    [[nodiscard]] Sizes WidthsOf(const Part& row, int width) const {
-        const Parts parts = VisibleOf(row);
+    [[nodiscard]] Sizes WidthsOf(const Parts& row, int width) const {
         Sizes widths;
-        for (const Part* part : parts)
+        for (const Part* part : row)
             widths.push_back(NaturalWidth(*part));
-        return Fitted(std::move(widths), parts, width);
+        return Fitted(std::move(widths), row, width);
+    }
+
+    // As many parts in each line as there is room for.
+    [[nodiscard]] std::vector<Parts> LinesOf(const Part& flow, int width) const {
+        std::vector<Parts> lines;
+        int room = 0;
+        for (const Part* part : VisibleOf(flow)) {
+            const int needed = NaturalWidth(*part) + m_measures.Gap();
+            if (lines.empty() || needed > room) {
+                lines.emplace_back();
+                room = width + m_measures.Gap();
+            }
+            lines.back().push_back(part);
+            room -= needed;
+        }
+        return lines;
     }
 
     [[nodiscard]] Sizes ColumnsOf(const Part& grid) const {
@@ -174,16 +202,28 @@ private:
         return Fitted(ColumnsOf(grid), VisibleOf(**longest), width);
     }
 
-    void PutRow(const Part& row, const Sizes& widths, const Place& place) {
+    void PutRow(const Parts& row, const Place& place) {
+        PutRow(row, WidthsOf(row, place.width), place);
+    }
+    void PutRow(const Parts& row, const Sizes& widths, const Place& place) {
         int left = place.left;
         std::size_t column = 0;
-        for (const Part* part : VisibleOf(row)) {
+        for (const Part* part : row) {
             const int width = widths[column++];
             int height = place.height;
             if (!FillsRow(*part))
                 height = std::min(height, HeightFor(*part, width));
             Put(*part, {left, place.top + (place.height - height) / 2, width, height});
             left += width + m_measures.Gap();
+        }
+    }
+
+    void PutFlow(const Part& flow, const Place& place) {
+        int top = place.top;
+        for (const Parts& line : LinesOf(flow, place.width)) {
+            const int height = HeightOfRow(line, place.width);
+            PutRow(line, {place.left, top, place.width, height});
+            top += height + m_measures.Gap();
         }
     }
 
@@ -201,8 +241,8 @@ private:
         const Sizes columns = GridWidths(grid, place.width);
         int top = place.top;
         for (const Part* row : VisibleOf(grid)) {
-            const int height = HeightOfRow(*row, columns);
-            PutRow(*row, columns, {place.left, top, place.width, height});
+            const int height = HeightOfRow(VisibleOf(*row), columns);
+            PutRow(VisibleOf(*row), columns, {place.left, top, place.width, height});
             top += height + m_measures.Gap();
         }
     }

@@ -48,6 +48,10 @@ Part Row(std::vector<Part> parts) {
     return Box(PartKind::Row, std::move(parts));
 }
 
+Part Flow(std::vector<Part> parts) {
+    return Box(PartKind::Flow, std::move(parts));
+}
+
 Part Column(std::vector<Part> parts) {
     return Box(PartKind::Column, std::move(parts));
 }
@@ -64,6 +68,14 @@ Part Frame(std::string id, const Label& title, std::vector<Part> parts) {
 
 Part PartOf(std::string id, const Label& child) {
     return Child(PartKind::Label, std::move(id), [&child] { return StateOf(child); });
+}
+
+Part TextPart(std::string id, const std::string& text) {
+    return Child(PartKind::Label, std::move(id), [text] {
+        PartState state;
+        state.text = text;
+        return state;
+    });
 }
 
 Part PartOf(std::string id, CheckBox& child, PartAction clicked) {
@@ -166,6 +178,15 @@ Part KeysPart(std::string id, std::function<PartState()> now, std::function<void
 Part Stretching(Part part) {
     part.stretches = true;
     return part;
+}
+
+Part About(const std::string& caption, Part button) {
+    button.now = [&caption, now = std::move(button.now)] {
+        PartState state = now();
+        state.name = PlainCaption(state.text) + ", " + PlainCaption(caption);
+        return state;
+    };
+    return button;
 }
 
 std::string ElementOf(std::string_view name, Integer index) {

@@ -15,6 +15,7 @@ namespace qx::com {
 
 enum class PartKind {
     Row,
+    Flow, // a row that goes on below itself where there is no room beside
     Column,
     Grid,     // of rows, whose columns are aligned
     Frame,    // a column with a title around it
@@ -68,7 +69,10 @@ struct Part {
     std::function<PartState()> now;
     std::function<void(const PartInput&)> act;
     std::function<void(Integer)> reach; // of keys: the user has moved to one without picking it
+    std::function<void(Integer)> take;  // of keys: picked with Ctrl; else that is like any other
     std::function<void()> type;         // of a sequence: a key that types something
+    std::function<void()> enter;        // of an edit: the Enter key
+    std::function<void(bool)> focus;    // of an edit: the user has come (true), or gone elsewhere
 
     // Whether there is anything to see.
     [[nodiscard]] bool IsVisible() const;
@@ -80,12 +84,14 @@ void Refresh(Part& part);
 using PartAction = std::function<void()>;
 
 [[nodiscard]] Part Row(std::vector<Part> parts);
+[[nodiscard]] Part Flow(std::vector<Part> parts);
 [[nodiscard]] Part Column(std::vector<Part> parts);
 [[nodiscard]] Part Grid(std::vector<Part> rows);
 [[nodiscard]] Part Frame(std::string id, const Label& title, std::vector<Part> parts);
 
 // The parts of the child controls. A name of one is the text of the child beside it.
 [[nodiscard]] Part PartOf(std::string id, const Label& child);
+[[nodiscard]] Part TextPart(std::string id, const std::string& text); // which never changes
 [[nodiscard]] Part PartOf(std::string id, CheckBox& child, PartAction clicked);
 [[nodiscard]] Part PartOf(std::string id, const Button& child, PartAction clicked);
 [[nodiscard]] Part PartOf(std::string id, Slider& child, const Label& name, PartAction changed);
@@ -98,6 +104,9 @@ using PartAction = std::function<void()>;
                             std::function<void(Integer)> reached);
 
 [[nodiscard]] Part Stretching(Part part);
+
+// Tells a button from others of the same text: its name adds the caption of what it is about.
+[[nodiscard]] Part About(const std::string& caption, Part button);
 
 // "cmdEdit_1": an element of an array of child controls.
 [[nodiscard]] std::string ElementOf(std::string_view name, Integer index);

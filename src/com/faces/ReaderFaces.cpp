@@ -46,10 +46,12 @@ Part ReaderPage(QXBarcode& control) {
                 ElementOf("lblReader", nIndex), control.lblReader[i], control.chkReader[i].Caption,
                 [&control, nIndex](Integer KeyCode) { control.lblReader_KeyDown(nIndex, KeyCode); },
                 {}),
-            PartOf(ElementOf("cmdEdit", nIndex), control.cmdEdit[i],
-                   [&control, nIndex] { control.cmdEdit_Click(nIndex); }),
-            PartOf(ElementOf("cmdRemove", nIndex), control.cmdRemove[i],
-                   [&control, nIndex] { control.cmdRemove_Click(nIndex); })));
+            About(control.chkReader[i].Caption,
+                  PartOf(ElementOf("cmdEdit", nIndex), control.cmdEdit[i],
+                         [&control, nIndex] { control.cmdEdit_Click(nIndex); })),
+            About(control.chkReader[i].Caption,
+                  PartOf(ElementOf("cmdRemove", nIndex), control.cmdRemove[i],
+                         [&control, nIndex] { control.cmdRemove_Click(nIndex); }))));
     }
     parts.push_back(PartOf("chkShowDetails", control.chkShowDetails,
                            [&control] { control.chkShowDetails_Click(); }));
@@ -59,8 +61,10 @@ Part ReaderPage(QXBarcode& control) {
 Part MagneticSequences(QXMagnetCard& control) {
     const auto button = [&control](std::string_view name, std::array<Button, 2>& buttons,
                                    Integer nIndex, void (QXMagnetCard::*click)(Integer)) {
-        return PartOf(ElementOf(name, nIndex), buttons[static_cast<std::size_t>(nIndex)],
-                      [&control, nIndex, click] { (control.*click)(nIndex); });
+        const CheckBox& use = nIndex == 0 ? control.chkUseThisHeader : control.chkUseThisTerminator;
+        return About(use.Caption,
+                     PartOf(ElementOf(name, nIndex), buttons[static_cast<std::size_t>(nIndex)],
+                            [&control, nIndex, click] { (control.*click)(nIndex); }));
     };
     return Column(
         {SequenceRows(PartOf("chkUseThisHeader", control.chkUseThisHeader,

@@ -1,6 +1,7 @@
 // The control's window, and how a container activates it in place.
 #include "com/windows/Control.h"
 
+#include "com/windows/FormWindow.h"
 #include "com/windows/KeysWindow.h"
 #include "com/windows/Units.h"
 
@@ -16,6 +17,7 @@ constexpr wchar_t kWindowClass[] = L"QXControls.Control";
 void UnregisterControlWindows() {
     UnregisterClassW(kWindowClass, Module());
     KeysWindow::Unregister();
+    FormWindow::Unregister();
 }
 
 bool Control::IsShown() const {

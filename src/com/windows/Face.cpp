@@ -31,7 +31,7 @@ private:
 
 std::unique_ptr<Face> MakeFace(Object& object, std::function<void()> changed) {
     if (auto table = FaceOf(object))
-        return std::make_unique<PartsFace>(object, std::move(*table), std::move(changed));
+        return std::make_unique<PartsFace>(&object, std::move(*table), std::move(changed));
     return std::make_unique<NameFace>(object.ClassOf().name);
 }
 

@@ -150,7 +150,7 @@ int FontMeasures::HeightOf(const Part& part, int width) const {
     case PartKind::List:
         return 4 * m_line + m_line / 2;
     case PartKind::Keys:
-        return 8 * m_line;
+        return std::clamp(HeightOfKeys(part.state.keys, width), 2 * m_line, 8 * m_line);
     default:
         return m_line + m_line / 2;
     }

@@ -1,57 +1,17 @@
 #include "com/windows/KeysAccessible.h"
 
 #include "com/windows/KeysWindow.h"
-
-#include <oleacc.h>
-
-#include <atomic>
+#include "com/windows/StandardAccessible.h"
 
 namespace qx::com {
 namespace {
 
 // Answers for as long as a client holds it, but knows nothing once the window has gone. The
 // standard object of the window answers what is not special to keys.
-class KeysObject : public IAccessible {
+class KeysObject : public StandardAccessible {
 public:
-    KeysObject(HWND window, ComPtr<IAccessible> standard)
-        : m_window(window), m_standard(std::move(standard)) {}
-    virtual ~KeysObject() = default;
+    explicit KeysObject(HWND window) : StandardAccessible(window) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (out == nullptr)
-            return E_POINTER;
-        *out = nullptr;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
-            IsEqualIID(iid, IID_IAccessible))
-            return HandOut(static_cast<IAccessible*>(this), out);
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        return m_standard->GetTypeInfoCount(count);
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override {
-        return m_standard->GetTypeInfo(index, locale, info);
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
-                                            DISPID* ids) override {
-        return m_standard->GetIDsOfNames(iid, names, count, locale, ids);
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                     UINT*) override {
-        return E_NOTIMPL; // clients call the interface itself
-    }
-
-    HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** parent) override {
-        return m_standard->get_accParent(parent);
-    }
     HRESULT STDMETHODCALLTYPE get_accChildCount(long* count) override {
         const KeysWindow* const keys = Keys();
         if (count == nullptr || keys == nullptr)
@@ -69,7 +29,6 @@ public:
             return key == nullptr ? all.name : key->name;
         });
     }
-    HRESULT STDMETHODCALLTYPE get_accValue(VARIANT, BSTR* value) override { return None(value); }
     HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT self, BSTR* description) override {
         return WithText(self, description, [](const PartState&, const KeyCap* key) {
             return key == nullptr ? std::string() : key->toolTip;
@@ -87,24 +46,17 @@ public:
             const KeyCap& key = keys.Shown().keys[static_cast<std::size_t>(row)];
             if (!key.isEnabled)
                 return STATE_SYSTEM_UNAVAILABLE;
-            const bool hasFocus = GetFocus() == m_window && keys.FocusRow() == row;
+            const bool hasFocus = GetFocus() == Window() && keys.FocusRow() == row;
             return STATE_SYSTEM_FOCUSABLE | (hasFocus ? STATE_SYSTEM_FOCUSED : 0) |
                    (key.isCurrent ? STATE_SYSTEM_PRESSED : 0);
         });
-    }
-    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT, BSTR* help) override { return None(help); }
-    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT, long*) override {
-        return None(file);
-    }
-    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT, BSTR* shortcut) override {
-        return None(shortcut);
     }
     HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override {
         const KeysWindow* const keys = Keys();
         if (child == nullptr || keys == nullptr)
             return E_FAIL;
         VariantInit(child);
-        if (GetFocus() != m_window)
+        if (GetFocus() != Window())
             return S_FALSE;
         return Answer(child, keys->FocusRow() + 1);
     }
@@ -128,11 +80,11 @@ public:
             return E_INVALIDARG;
         RECT place{};
         if (row < 0)
-            GetClientRect(m_window, &place);
+            GetClientRect(Window(), &place);
         else
             place = keys->Places()[static_cast<std::size_t>(row)];
         POINT corner{place.left, place.top};
-        ClientToScreen(m_window, &corner);
+        ClientToScreen(Window(), &corner);
         *left = corner.x;
         *top = corner.y;
         *width = place.right - place.left;
@@ -149,7 +101,7 @@ public:
         if (child == nullptr || keys == nullptr)
             return E_FAIL;
         POINT point{left, top};
-        ScreenToClient(m_window, &point);
+        ScreenToClient(Window(), &point);
         return Answer(child, keys->RowAt(point) + 1);
     }
     HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT self) override {
@@ -162,11 +114,9 @@ public:
             return S_OK;
         });
     }
-    HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
 
 private:
-    [[nodiscard]] KeysWindow* Keys() const { return KeysWindow::Of(m_window); }
+    [[nodiscard]] KeysWindow* Keys() const { return KeysWindow::Of(Window()); }
 
     // The keyboard when `self` is itself (a row of -1) or one of its keys.
     [[nodiscard]] KeysWindow* KeysWith(const VARIANT& self, int& row) const {
@@ -176,12 +126,6 @@ private:
             return nullptr;
         row = static_cast<int>(V_I4(&self)) - 1;
         return keys;
-    }
-
-    static HRESULT None(BSTR* text) {
-        if (text != nullptr)
-            *text = nullptr;
-        return S_FALSE;
     }
 
     static HRESULT Answer(VARIANT* answer, int number) {
@@ -216,21 +160,12 @@ private:
             return E_INVALIDARG;
         return Answer(out, number(*keys, row));
     }
-
-    const HWND m_window;
-    const ComPtr<IAccessible> m_standard;
-    std::atomic<ULONG> m_references = 1;
 };
 
 } // namespace
 
 LRESULT AccessibleKeys(HWND window, WPARAM wParam) {
-    ComPtr<IAccessible> standard;
-    if (FAILED(CreateStdAccessibleObject(window, OBJID_CLIENT, IID_IAccessible,
-                                         reinterpret_cast<void**>(standard.Out()))))
-        return 0;
-    const auto object = ComPtr<IAccessible>::Attach(new KeysObject(window, std::move(standard)));
-    return LresultFromObject(IID_IAccessible, wParam, object.Get());
+    return AnswerWith(new KeysObject(window), wParam);
 }
 
 } // namespace qx::com

@@ -8,6 +8,8 @@
 namespace qx::com {
 namespace {
 
+constexpr int kLeastFont = 6; // pixels
+
 COLORREF ColourOf(const KeyCap& key, const KeysLook& look) {
     COLORREF colour = GetSysColor(COLOR_BTNFACE);
     if (!look.isHighContrast)
@@ -19,6 +21,23 @@ COLORREF ColourOf(const KeyCap& key, const KeysLook& look) {
 COLORREF TextOn(COLORREF colour) {
     const int light = GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114;
     return light >= 128'000 ? RGB(0, 0, 0) : RGB(255, 255, 255);
+}
+
+struct Extent {
+    Single left = 0, top = 0, right = 0, bottom = 0;
+};
+
+Extent ExtentOf(const std::vector<KeyCap>& keys) {
+    if (keys.empty())
+        return {};
+    Extent whole{keys[0].left, keys[0].top, 0, 0};
+    for (const KeyCap& key : keys) {
+        whole.left = std::min(whole.left, key.left);
+        whole.top = std::min(whole.top, key.top);
+        whole.right = std::max(whole.right, key.left + key.width);
+        whole.bottom = std::max(whole.bottom, key.top + key.height);
+    }
+    return whole;
 }
 
 // The heights of the keys differ; most have that of a plain key.
@@ -33,26 +52,56 @@ int PlainHeight(const std::vector<RECT>& places) {
     return *middle;
 }
 
-HFONT KeyFont(HFONT face, int keyHeight) {
+HFONT FontOfHeight(HFONT like, int height) {
     LOGFONTW wanted{};
-    GetObjectW(face, sizeof(wanted), &wanted);
-    const int own = std::abs(static_cast<int>(wanted.lfHeight));
-    wanted.lfHeight = -std::clamp(keyHeight * 3 / 10, 6, std::max(own, 6));
+    GetObjectW(like, sizeof(wanted), &wanted);
+    wanted.lfHeight = -height;
     wanted.lfWidth = 0;
     return CreateFontIndirectW(&wanted);
 }
 
-void DrawCaption(HDC context, RECT area, const std::string& caption) {
-    const std::wstring text = WideFromUtf8(caption);
-    constexpr UINT kFormat = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX | DT_END_ELLIPSIS;
-    RECT needed = area;
-    DrawTextW(context, text.c_str(), -1, &needed, kFormat | DT_CALCRECT);
-    const int spare = (area.bottom - area.top) - (needed.bottom - needed.top);
-    area.top += std::max(spare / 2, 0);
-    DrawTextW(context, text.c_str(), -1, &area, kFormat);
+int HeightOf(HFONT font) {
+    LOGFONTW of{};
+    GetObjectW(font, sizeof(of), &of);
+    return std::abs(static_cast<int>(of.lfHeight));
 }
 
-void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look) {
+HFONT KeyFont(HFONT face, int keyHeight) {
+    return FontOfHeight(
+        face, std::clamp(keyHeight * 3 / 10, kLeastFont, std::max(HeightOf(face), kLeastFont)));
+}
+
+// How large the text is in the width, of which a long word may need more.
+SIZE SizeOf(HDC context, const std::wstring& text, LONG width) {
+    RECT needed{0, 0, width, 0};
+    DrawTextW(context, text.c_str(), -1, &needed, DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
+    return {needed.right, needed.bottom};
+}
+
+// A caption that does not fit is drawn smaller, down to the least size that reads.
+void DrawCaption(HDC context, RECT area, const std::string& caption) {
+    const std::wstring text = WideFromUtf8(caption);
+    const LONG width = area.right - area.left;
+    const LONG height = area.bottom - area.top;
+    const auto font = static_cast<HFONT>(GetCurrentObject(context, OBJ_FONT));
+    SIZE size = SizeOf(context, text, width);
+    for (int smaller = HeightOf(font);
+         (size.cx > width || size.cy > height) && --smaller >= kLeastFont;
+         size = SizeOf(context, text, width)) {
+        const HGDIOBJ earlier = SelectObject(context, FontOfHeight(font, smaller));
+        if (earlier != font)
+            DeleteObject(earlier);
+    }
+    area.top += std::max((height - size.cy) / 2, 0L);
+    DrawTextW(context, text.c_str(), -1, &area,
+              DT_CENTER | DT_WORDBREAK | DT_NOPREFIX | DT_END_ELLIPSIS);
+    const HGDIOBJ last = SelectObject(context, font);
+    if (last != font)
+        DeleteObject(last);
+}
+
+// Lines and marks are those of a key of the plain height, whatever its own.
+void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look, int height) {
     const bool marksCurrent = look.isHighContrast && key.isCurrent;
     const COLORREF colour = marksCurrent ? GetSysColor(COLOR_HIGHLIGHT) : ColourOf(key, look);
     COLORREF text = TextOn(colour);
@@ -60,22 +109,21 @@ void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look) {
         text = GetSysColor(key.isCurrent   ? COLOR_HIGHLIGHTTEXT
                            : key.isEnabled ? COLOR_BTNTEXT
                                            : COLOR_GRAYTEXT);
-    const int height = place.bottom - place.top;
     const int line = std::max(height / 24, 1);
     const HBRUSH brush = CreateSolidBrush(colour);
     const HPEN pen =
-        CreatePen(PS_INSIDEFRAME, key.isCurrent ? 3 * line : line,
+        CreatePen(PS_INSIDEFRAME, key.isCurrent ? 2 * line : line,
                   key.isCurrent ? GetSysColor(COLOR_HIGHLIGHT) : GetSysColor(COLOR_BTNSHADOW));
     const HGDIOBJ earlierBrush = SelectObject(context, brush);
     const HGDIOBJ earlierPen = SelectObject(context, pen);
     const int round = std::max(height / 8, 2);
     RoundRect(context, place.left, place.top, place.right, place.bottom, round, round);
-    if (key.isProgrammed) { // a mark in the lower right corner
+    if (key.isProgrammed) { // a mark in the upper right corner
         const int size = std::max(height / 5, 3);
         const int inset = 4 * line;
-        const POINT corner[] = {{place.right - inset, place.bottom - inset},
-                                {place.right - inset - size, place.bottom - inset},
-                                {place.right - inset, place.bottom - inset - size}};
+        const POINT corner[] = {{place.right - inset, place.top + inset},
+                                {place.right - inset - size, place.top + inset},
+                                {place.right - inset, place.top + inset + size}};
         const HBRUSH mark = CreateSolidBrush(text);
         SelectObject(context, mark);
         SelectObject(context, GetStockObject(NULL_PEN));
@@ -104,16 +152,14 @@ void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look) {
 
 } // namespace
 
+int HeightOfKeys(const std::vector<KeyCap>& keys, int width) {
+    const Extent whole = ExtentOf(keys);
+    return static_cast<int>(std::lround(static_cast<Single>(width) * (whole.bottom - whole.top) /
+                                        std::max(whole.right - whole.left, 1.0F)));
+}
+
 std::vector<RECT> PlacesOf(const std::vector<KeyCap>& keys, const RECT& area) {
-    if (keys.empty())
-        return {};
-    Single left = keys[0].left, top = keys[0].top, right = 0, bottom = 0;
-    for (const KeyCap& key : keys) {
-        left = std::min(left, key.left);
-        top = std::min(top, key.top);
-        right = std::max(right, key.left + key.width);
-        bottom = std::max(bottom, key.top + key.height);
-    }
+    const auto [left, top, right, bottom] = ExtentOf(keys);
     const auto width = static_cast<Single>(area.right - area.left);
     const auto height = static_cast<Single>(area.bottom - area.top);
     const Single scale =
@@ -142,10 +188,11 @@ void DrawKeys(HDC context, const RECT& area, const PartState& state, const KeysL
         SelectObject(context, earlier);
         return;
     }
-    const HFONT font = KeyFont(look.font, PlainHeight(places));
+    const int height = PlainHeight(places);
+    const HFONT font = KeyFont(look.font, height);
     const HGDIOBJ earlier = SelectObject(context, font);
     for (std::size_t i = 0; i < places.size(); ++i)
-        DrawKey(context, places[i], state.keys[i], look);
+        DrawKey(context, places[i], state.keys[i], look, height);
     SelectObject(context, earlier);
     DeleteObject(font);
 }

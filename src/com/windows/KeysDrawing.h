@@ -14,6 +14,9 @@ struct KeysLook {
     int pressed = -1;
 };
 
+// How high they are where they are as wide as this.
+[[nodiscard]] int HeightOfKeys(const std::vector<KeyCap>& keys, int width);
+
 // Where the keys are drawn, in their order.
 [[nodiscard]] std::vector<RECT> PlacesOf(const std::vector<KeyCap>& keys, const RECT& area);
 

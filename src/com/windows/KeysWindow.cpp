@@ -25,8 +25,9 @@ HWND KeysWindow::Create(HWND parent, int id) {
     windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
     windows.lpszClassName = kWindowClass;
     RegisterClassExW(&windows); // fails from the second time on
-    return CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_TABSTOP, 0, 0, 0, 0, parent,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Module(), nullptr);
+    return CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0,
+                           0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Module(),
+                           nullptr);
 }
 
 KeysWindow* KeysWindow::Of(HWND window) {

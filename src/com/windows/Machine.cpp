@@ -1,6 +1,7 @@
 #include "com/windows/Machine.h"
 
 #include "com/windows/Com.h"
+#include "com/windows/FormWindow.h"
 #include "qxcontrols/common/Utf.h"
 
 #include <algorithm>
@@ -114,6 +115,14 @@ void WindowsPendingMessages::Process() {
     MsgWaitForMultipleObjects(0, nullptr, FALSE, kMillisecondsToWait, QS_ALLINPUT);
 }
 
+void WindowsModalForms::ShowModal(frmSequencer& form) {
+    FormWindow(FormTableOf(form)).Run();
+}
+
+void WindowsModalForms::ShowModal(frmPOSProgrammer& form) {
+    FormWindow(FormTableOf(form)).Run();
+}
+
 std::unique_ptr<FormTimer> WindowsFormTimers::Create() {
     return std::make_unique<WindowsFormTimer>();
 }
@@ -126,6 +135,7 @@ Machine::Machine() : m_environment{m_driver, m_registry, {}} {
     platform.waitPointer = &m_waitPointer;
     platform.pendingMessages = &m_pendingMessages;
     platform.formTimers = &m_formTimers;
+    platform.modalForms = &m_modalForms;
 }
 
 } // namespace qx::com

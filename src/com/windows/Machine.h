@@ -35,6 +35,13 @@ public:
     void Process() override;
 };
 
+// The forms belong to the host's active window.
+class WindowsModalForms : public ModalForms {
+public:
+    void ShowModal(frmSequencer& form) override;
+    void ShowModal(frmPOSProgrammer& form) override;
+};
+
 // The host's message loop drives the timers.
 class WindowsFormTimers : public FormTimers {
 public:
@@ -59,6 +66,7 @@ private:
     WindowsWaitPointer m_waitPointer;
     WindowsPendingMessages m_pendingMessages;
     WindowsFormTimers m_formTimers;
+    WindowsModalForms m_modalForms;
     Environment m_environment;
 };
 

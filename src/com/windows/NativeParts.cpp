@@ -2,6 +2,7 @@
 
 #include "com/windows/KeysWindow.h"
 #include "com/windows/Server.h"
+#include "com/windows/StandardAccessible.h"
 #include "qxcontrols/common/Utf.h"
 
 #include <commctrl.h>
@@ -91,6 +92,22 @@ bool IsForSequence(WPARAM key) {
            key != VK_MENU && key != VK_LWIN && key != VK_RWIN && key != VK_CAPITAL;
 }
 
+// A button that is named otherwise than its text says. The part outlives its window.
+LRESULT CALLBACK OnNamedMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                UINT_PTR id, DWORD_PTR data) {
+    const auto* const part = reinterpret_cast<const Part*>(data);
+    if (message == WM_NCDESTROY)
+        RemoveWindowSubclass(window, OnNamedMessage, id);
+    LRESULT answer = 0;
+    if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT &&
+        SUCCEEDED(Guarded([&] {
+            answer = AccessibleByName(window, wParam, WideFromUtf8(part->state.name));
+            return S_OK;
+        })))
+        return answer;
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
 LRESULT CALLBACK OnSequenceMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                    UINT_PTR id, DWORD_PTR) {
     switch (message) {
@@ -125,10 +142,13 @@ HWND NewWindow(const Part& part, HWND parent, int id) {
     const NativeKind kind = NativeKindOf(part.kind);
     const HWND window =
         CreateWindowExW(kind.extendedStyle, kind.windowClass, WideFromUtf8(part.state.name).c_str(),
-                        WS_CHILD | kind.style, 0, 0, 0, 0, parent,
+                        WS_CHILD | WS_CLIPSIBLINGS | kind.style, 0, 0, 0, 0, parent,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Module(), nullptr);
     if (window != nullptr && part.kind == PartKind::Sequence)
         SetWindowSubclass(window, OnSequenceMessage, static_cast<UINT_PTR>(id), 0);
+    if (window != nullptr && part.kind == PartKind::Button && !part.state.name.empty())
+        SetWindowSubclass(window, OnNamedMessage, static_cast<UINT_PTR>(id),
+                          reinterpret_cast<DWORD_PTR>(&part));
     return window;
 }
 

@@ -11,7 +11,7 @@ namespace qx::com {
 inline constexpr UINT kSequenceKey = WM_APP + 3;  // lParam is the virtual key code
 inline constexpr UINT kSequenceType = WM_APP + 4; // a key that types something
 
-// A frame's window is its title.
+// A frame's window is its title. The part outlives the window.
 [[nodiscard]] HWND NewWindow(const Part& part, HWND parent, int id);
 
 // The place is left as it is. A control that reacts to nothing has no part enabled.

@@ -42,7 +42,7 @@ bool CanHaveFocus(HWND window) {
 
 } // namespace
 
-PartsFace::PartsFace(Object& object, FaceTable table, std::function<void()> changed)
+PartsFace::PartsFace(Object* object, FaceTable table, std::function<void()> changed)
     : m_object(object), m_table(std::move(table)), m_changed(std::move(changed)),
       m_subscriptions(m_table.subscribe(
           {[this] { Refreshed(); }, [this](std::string_view id) { TakeFocus(id); }})) {}
@@ -135,22 +135,30 @@ void PartsFace::Arrange(const Ambient& ambient) {
 }
 
 void PartsFace::Refreshed() {
-    Refresh(m_table.root);
     ShowAll();
     m_changed();
 }
 
+// The control raises the event that ends here in the middle of its work, which a text that cannot
+// be shown must not break off.
 void PartsFace::ShowAll() {
-    if (m_window == nullptr || m_isShowing || !m_font)
+    const HRESULT refreshed = Guarded([&] {
+        Refresh(m_table.root);
+        return S_OK;
+    });
+    if (FAILED(refreshed) || m_window == nullptr || m_isShowing || !m_font)
         return;
     m_isShowing = true;
-    for (const Child& child : m_children) {
-        ShowState(child.window, *child.part, m_reacts);
-        ShowToolTip(child);
-        if (auto* const keys = KeysWindow::Of(child.window))
-            keys->Show(child.part->state, m_font->Get(), *m_colours);
-    }
-    PlaceChildren();
+    static_cast<void>(Guarded([&] {
+        for (const Child& child : m_children) {
+            ShowState(child.window, *child.part, m_reacts);
+            ShowToolTip(child);
+            if (auto* const keys = KeysWindow::Of(child.window))
+                keys->Show(child.part->state, m_font->Get(), *m_colours);
+        }
+        PlaceChildren();
+        return S_OK;
+    }));
     m_isShowing = false;
 }
 
@@ -166,23 +174,36 @@ void PartsFace::ShowToolTip(const Child& child) {
     SendMessageW(m_toolTips, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
+// Nothing that is drawn moves with a child: its neighbours may have covered a part of it.
 void PartsFace::PlaceChildren() {
     const FontMeasures measures(m_font->Get());
     RECT bounds{};
     GetClientRect(m_window, &bounds);
     const auto placed = Arranged(m_table.root, Inside(bounds, measures), measures);
+    bool hasMoved = false;
     for (const Child& child : m_children) {
         const auto found = std::ranges::find(placed, child.part, &PlacedPart::part);
+        const bool isVisible = (GetWindowLongPtrW(child.window, GWL_STYLE) & WS_VISIBLE) != 0;
         if (found == placed.end()) {
-            ShowWindow(child.window, SW_HIDE);
+            if (isVisible)
+                ShowWindow(child.window, SW_HIDE);
             continue;
         }
         const RECT area =
             child.part->kind == PartKind::Frame ? TitleOf(*found, measures) : RectOf(found->place);
-        MoveWindow(child.window, area.left, area.top, area.right - area.left,
-                   area.bottom - area.top, TRUE);
-        ShowWindow(child.window, SW_SHOWNA);
+        RECT earlier{};
+        GetWindowRect(child.window, &earlier);
+        MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&earlier), 2);
+        if (isVisible && EqualRect(&area, &earlier) != FALSE)
+            continue;
+        SetWindowPos(child.window, nullptr, area.left, area.top, area.right - area.left,
+                     area.bottom - area.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | SWP_SHOWWINDOW);
+        hasMoved = true;
     }
+    if (hasMoved)
+        RedrawWindow(m_window, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 PartsFace::Child* PartsFace::ChildOf(WPARAM id) {
@@ -192,21 +213,36 @@ PartsFace::Child* PartsFace::ChildOf(WPARAM id) {
 
 // A host's sink may release the control meanwhile, and the face with its children.
 void PartsFace::RunAction(const std::function<void()>& action) {
-    const Object::InUse inUse(m_object);
+    std::optional<Object::InUse> inUse;
+    if (m_object != nullptr)
+        inUse.emplace(*m_object);
     action();
 }
 
 void PartsFace::Act(Part& part, const PartInput& input) {
     if (!part.act)
         return;
-    RunAction([&] { part.act(input); });
-    Refresh(m_table.root); // also where the control has changed nothing
-    ShowAll();
+    RunAction([&] {
+        if (part.take && GetKeyState(VK_CONTROL) < 0)
+            part.take(input.value);
+        else
+            part.act(input);
+    });
+    ShowAll(); // also where the control has changed nothing
+}
+
+// A window that only goes to the background keeps its focus for its return.
+void PartsFace::NoteFocus(const Part& part, bool hasCome) {
+    if (part.focus && (hasCome || IsChild(m_window, GetFocus()) != FALSE))
+        RunAction([&] { part.focus(hasCome); });
 }
 
 bool PartsFace::Notify(WPARAM id, UINT notification) {
     const Child* const child = ChildOf(id);
     PartInput input;
+    if (child != nullptr && child->part->kind == PartKind::Edit &&
+        (notification == EN_SETFOCUS || notification == EN_KILLFOCUS))
+        NoteFocus(*child->part, notification == EN_SETFOCUS);
     if (child == nullptr || m_isShowing ||
         !ReadInput(child->window, *child->part, notification, input))
         return false;
@@ -251,12 +287,7 @@ bool PartsFace::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& resu
             RunAction(child->part->type);
         return true;
     case WM_SETFOCUS:
-        for (const Child& child : m_children)
-            if (CanHaveFocus(child.window)) {
-                SetFocus(child.window);
-                return true;
-            }
-        return false;
+        return FocusOn(false);
     case WM_SYSCOLORCHANGE:
         Refreshed();
         return false;
@@ -265,19 +296,53 @@ bool PartsFace::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& resu
     }
 }
 
-// Tab within the control; out of it, the container moves the focus.
-bool PartsFace::TakesTab() {
-    const bool isBack = GetKeyState(VK_SHIFT) < 0;
+std::vector<HWND> PartsFace::TabStops() const {
     std::vector<HWND> stops;
     for (const Child& child : m_children)
         if (CanHaveFocus(child.window))
             stops.push_back(child.window);
+    return stops;
+}
+
+bool PartsFace::FocusOn(bool isLast) {
+    const std::vector<HWND> stops = TabStops();
+    if (stops.empty())
+        return false;
+    SetFocus(isLast ? stops.back() : stops.front());
+    return true;
+}
+
+// Tab within the control; out of it, the container moves the focus.
+bool PartsFace::TakesTab() {
+    const bool isBack = GetKeyState(VK_SHIFT) < 0;
+    std::vector<HWND> stops = TabStops();
     if (isBack)
         std::ranges::reverse(stops);
     const auto at = std::ranges::find(stops, GetFocus());
     if (at == stops.end() || at + 1 == stops.end())
         return false;
     SetFocus(*(at + 1));
+    return true;
+}
+
+// Elsewhere, Enter is the container's.
+bool PartsFace::TakesEnter(MSG& message) {
+    const auto child = std::ranges::find(m_children, message.hwnd, &Child::window);
+    if (child == m_children.end())
+        return false;
+    const Part& part = *child->part;
+    if (part.enter) {
+        RunAction(part.enter);
+        return true;
+    }
+    if (part.kind == PartKind::Button) {
+        SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+        return true;
+    }
+    if (part.kind != PartKind::Keys && part.kind != PartKind::Sequence)
+        return false;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
     return true;
 }
 
@@ -290,6 +355,8 @@ bool PartsFace::TakesKey(MSG& message) {
         return false;
     if (message.wParam == VK_TAB)
         return TakesTab();
+    if (message.wParam == VK_RETURN)
+        return TakesEnter(message);
     if (message.wParam < VK_PRIOR || message.wParam > VK_DOWN)
         return false;
     TranslateMessage(&message); // arrows and their like, which containers would take

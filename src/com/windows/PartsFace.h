@@ -16,8 +16,9 @@ namespace qx::com {
 
 class PartsFace : public Face {
 public:
-    // `changed` is called whenever the face looks different.
-    PartsFace(Object& object, FaceTable table, std::function<void()> changed);
+    // `changed` is called whenever the face looks different. The object is kept alive while it
+    // acts; null when the caller sees to that.
+    PartsFace(Object* object, FaceTable table, std::function<void()> changed);
     ~PartsFace() override;
 
     void Draw(HDC context, const RECT& bounds, const Ambient& ambient) override;
@@ -28,6 +29,8 @@ public:
     bool TakesKey(MSG& message) override;
     [[nodiscard]] std::wstring Mnemonics() const override;
     bool TakesMnemonic(wchar_t letter) override;
+    // The focus to the first child that can have it, or the last one; whether there is one.
+    bool FocusOn(bool isLast);
 
 private:
     struct Child {
@@ -43,13 +46,16 @@ private:
     void PlaceChildren();
     [[nodiscard]] Child* ChildOf(WPARAM id);
     void Act(Part& part, const PartInput& input);
+    void NoteFocus(const Part& part, bool hasCome);
     void RunAction(const std::function<void()>& action);
     bool Notify(WPARAM id, UINT notification);
     bool ColourOf(HDC context, HWND child, LRESULT& result);
     bool TakesTab();
+    bool TakesEnter(MSG& message);
+    [[nodiscard]] std::vector<HWND> TabStops() const; // in the order in which Tab leads to them
     void TakeFocus(std::string_view id);
 
-    Object& m_object;
+    Object* m_object;
     FaceTable m_table;
     std::function<void()> m_changed;
     std::vector<Subscription> m_subscriptions;

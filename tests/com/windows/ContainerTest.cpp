@@ -3,7 +3,6 @@
 #include "com/windows/Form.h"
 
 #include <commctrl.h>
-#include <oleacc.h>
 
 #include <cstdint>
 #include <set>
@@ -190,10 +189,8 @@ TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
     const HWND field = FindWindowExW(form.ControlWindow(), form.Child(L"EDIT"), L"EDIT", nullptr);
     ASSERT_TRUE(keys != nullptr && field != nullptr);
 
-    ComPtr<IAccessible> heard;
-    ASSERT_EQ(AccessibleObjectFromWindow(keys, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
-                                         reinterpret_cast<void**>(heard.Out())),
-              S_OK);
+    const auto heard = AccessibleOf(keys);
+    ASSERT_TRUE(heard);
     long count = 0;
     ASSERT_EQ(heard->get_accChildCount(&count), S_OK);
     ASSERT_EQ(count, 24);
@@ -208,8 +205,7 @@ TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
     SendMessageW(keys, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(middle.x, middle.y));
     SendMessageW(keys, WM_LBUTTONUP, 0, MAKELPARAM(middle.x, middle.y));
 
-    for (const wchar_t letter : {L'C', L'a', L's', L'h'})
-        SendMessageW(field, WM_CHAR, static_cast<WPARAM>(letter), 0);
+    Type(field, L"Cash");
     const auto nameOf = [&](LONG key) {
         BSTR name = nullptr;
         EXPECT_EQ(heard->get_accName(LongInt(key), &name), S_OK);
@@ -219,11 +215,11 @@ TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
     };
     EXPECT_EQ(nameOf(3), "Function key F3, Cash, not programmed, current key");
     SendMessageW(keys, WM_KEYDOWN, VK_RIGHT, 0);
-    SendMessageW(field, WM_CHAR, L'X', 0);
+    Type(field, L"X");
     EXPECT_EQ(nameOf(4), "Function key F4, X, not programmed, current key");
     EXPECT_EQ(nameOf(3), "Function key F3, Cash, not programmed");
     EXPECT_EQ(heard->accDoDefaultAction(LongInt(24)), S_OK);
-    SendMessageW(field, WM_CHAR, L'Z', 0);
+    Type(field, L"Z");
     EXPECT_EQ(nameOf(24), "Function key F24, Z, not programmed, current key");
     EXPECT_NE(heard->accDoDefaultAction(LongInt(25)), S_OK);
     form.Clear();

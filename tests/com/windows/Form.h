@@ -5,6 +5,8 @@
 #include "com/windows/Client.h"
 #include "com/windows/Members.h"
 
+#include <oleacc.h>
+
 #include <string>
 
 namespace qx::test {
@@ -16,8 +18,11 @@ Function AtlFunction(const char* name) {
 }
 
 inline bool AtlStarts() {
-    const auto init = AtlFunction<BOOL(WINAPI*)()>("AtlAxWinInit");
-    return init != nullptr && init() != FALSE;
+    static const bool starts = [] { // the second time, wine's fails
+        const auto init = AtlFunction<BOOL(WINAPI*)()>("AtlAxWinInit");
+        return init != nullptr && init() != FALSE;
+    }();
+    return starts;
 }
 
 inline void PumpMessages() {
@@ -26,6 +31,20 @@ inline void PumpMessages() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+inline void Type(HWND field, const wchar_t* text) {
+    for (; *text != 0; ++text)
+        SendMessageW(field, WM_CHAR, static_cast<WPARAM>(*text), 0);
+}
+
+// Null when it has none.
+inline ComPtr<IAccessible> AccessibleOf(HWND window) {
+    ComPtr<IAccessible> heard;
+    EXPECT_EQ(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                         reinterpret_cast<void**>(heard.Out())),
+              S_OK);
+    return heard;
 }
 
 class Form {
@@ -106,6 +125,10 @@ inline void Put(IDispatch* object, const wchar_t* name, VARIANT value) {
 inline ComPtr<IDispatch> PartOf(IDispatch* object, const wchar_t* name,
                                 std::vector<VARIANT> arguments = {}) {
     return Get(object, name, std::move(arguments)).Object();
+}
+
+inline void PutCaption(IDispatch* object, const wchar_t* part, const wchar_t* caption) {
+    Put(PartOf(object, part).Get(), L"Caption", Text(caption));
 }
 
 // The services that a host hands to its controls, with the simulated keyboard and a layout.

@@ -1,110 +1,51 @@
 // Makes a picture of each visible control on the form of a foreign container, in two sizes, in the
 // folder QX_PICTURES. packaging/com-pictures runs it at different resolutions of the screen.
 
-#include "com/windows/Form.h"
+#include "com/windows/Editors.h"
 
-#include <cstdint>
+#include <algorithm>
 #include <cstdlib>
+
+namespace Gdiplus { // whose headers expect them
+using std::max;
+using std::min;
+} // namespace Gdiplus
+#include <gdiplus.h>
 
 namespace qx::test {
 namespace {
 
-void AppendBigEndian(std::string& bytes, std::uint32_t number) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes += static_cast<char>(number >> shift);
-}
-
-void AppendChunk(std::string& png, const std::string& kindAndData) {
-    AppendBigEndian(png, static_cast<std::uint32_t>(kindAndData.size() - 4));
-    std::uint32_t crc = 0xFFFFFFFF;
-    for (const char byte : kindAndData) {
-        crc ^= static_cast<std::uint8_t>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc >> 1 ^ ((crc & 1) != 0 ? 0xEDB88320 : 0);
-    }
-    png += kindAndData;
-    AppendBigEndian(png, ~crc);
-}
-
-// The bytes in blocks that are not compressed.
-std::string Stored(const std::string& bytes) {
-    constexpr std::size_t kMost = 65535;
-    std::string stored = "\x78\x01";
-    std::uint32_t a = 1;
-    std::uint32_t b = 0;
-    for (std::size_t at = 0; at < bytes.size(); at += kMost) {
-        const std::string block = bytes.substr(at, kMost);
-        const auto size = static_cast<std::uint16_t>(block.size());
-        stored += at + kMost < bytes.size() ? '\0' : '\1';
-        for (const std::uint16_t word : {size, static_cast<std::uint16_t>(~size)}) {
-            stored += static_cast<char>(word);
-            stored += static_cast<char>(word >> 8);
-        }
-        stored += block;
-        for (const char byte : block) {
-            a = (a + static_cast<std::uint8_t>(byte)) % 65521;
-            b = (b + a) % 65521;
-        }
-    }
-    AppendBigEndian(stored, b << 16 | a);
-    return stored;
-}
-
-// Three bytes for each pixel, the rows from above.
-std::string Png(int width, int height, const std::string& pixels) {
-    std::string header = "IHDR";
-    AppendBigEndian(header, static_cast<std::uint32_t>(width));
-    AppendBigEndian(header, static_cast<std::uint32_t>(height));
-    header += std::string("\x08\x02\0\0\0", 5);
-    std::string rows;
-    const std::size_t rowSize = static_cast<std::size_t>(width) * 3;
-    for (std::size_t at = 0; at < pixels.size(); at += rowSize)
-        rows += '\0' + pixels.substr(at, rowSize);
-    std::string png = "\x89PNG\r\n\x1A\n";
-    AppendChunk(png, header);
-    AppendChunk(png, "IDAT" + Stored(rows));
-    AppendChunk(png, "IEND");
-    return png;
-}
+constexpr LONG kCode39Page = 3;
+constexpr LONG kReaderPage = 14;
+constexpr CLSID kPngEncoder = {
+    0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
 void SavePicture(HWND window, const std::wstring& file) {
     RECT bounds{};
     GetClientRect(window, &bounds);
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = bounds.right;
-    info.bmiHeader.biHeight = -bounds.bottom; // the rows from above
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
     const HDC source = GetDC(window);
     const HDC target = CreateCompatibleDC(source);
-    const HBITMAP bitmap = CreateDIBSection(target, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HBITMAP bitmap = CreateCompatibleBitmap(source, bounds.right, bounds.bottom);
     const HGDIOBJ earlier = SelectObject(target, bitmap);
     BitBlt(target, 0, 0, bounds.right, bounds.bottom, source, 0, 0, SRCCOPY);
-    GdiFlush();
-    std::string pixels;
-    const auto* const colours = static_cast<const std::uint32_t*>(bits);
-    for (LONG i = 0; i < bounds.right * bounds.bottom; ++i)
-        for (const int shift : {16, 8, 0})
-            pixels += static_cast<char>(colours[i] >> shift);
     SelectObject(target, earlier);
+    EXPECT_EQ(Gdiplus::Bitmap(bitmap, nullptr).Save(file.c_str(), &kPngEncoder, nullptr),
+              Gdiplus::Ok)
+        << Narrow(file.c_str());
     DeleteObject(bitmap);
     DeleteDC(target);
     ReleaseDC(window, source);
-
-    const std::string png = Png(bounds.right, bounds.bottom, pixels);
-    const HANDLE out =
-        CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    WriteFile(out, png.data(), static_cast<DWORD>(png.size()), &written, nullptr);
-    CloseHandle(out);
-    EXPECT_EQ(written, png.size()) << Narrow(file.c_str());
 }
 
-void Caption(IDispatch* object, const wchar_t* part, const wchar_t* caption) {
-    Put(PartOf(object, part).Get(), L"Caption", Text(caption));
-}
+// The blocks of the POS keys in colours of their own.
+struct ColouredServices : Services {
+    ColouredServices() {
+        SHORT number = 0;
+        for (const LONG colour : {0x9FD08A, 0xE0B98A, 0x8AC4F2, 0xC79AD6, 0x9ADCDC, 0xB0B0F0,
+                                  0xD9D9A0, 0xA0C8A0, 0xE6C8E6, 0xC0C0C0})
+            Get(settings.Get(), L"DefPOSColorBlock", {Int(number++), LongInt(colour)});
+    }
+};
 
 // Texts as a host gives them, and a little to see.
 void Fill(const std::string& name, IDispatch* control) {
@@ -112,9 +53,9 @@ void Fill(const std::string& name, IDispatch* control) {
         Put(control, L"CaptionOutputDelay", Text(L"&Output delay"));
     } else if (name == "QXMagnetCard") {
         const auto options = PartOf(control, L"ReaderOptions");
-        Caption(options.Get(), L"VerifyLRC", L"Verify &LRC");
-        Caption(options.Get(), L"VerifyLastChar", L"Verify the last character");
-        Caption(options.Get(), L"SendImmediate", L"Send immediately");
+        PutCaption(options.Get(), L"VerifyLRC", L"Verify &LRC");
+        PutCaption(options.Get(), L"VerifyLastChar", L"Verify the last character");
+        PutCaption(options.Get(), L"SendImmediate", L"Send immediately");
         const auto captions = PartOf(control, L"Captions");
         Put(captions.Get(), L"Tracks", Text(L"&Tracks"));
         Put(captions.Get(), L"CommonPrefs", Text(L"Reader"));
@@ -124,43 +65,61 @@ void Fill(const std::string& name, IDispatch* control) {
         Put(captions.Get(), L"UseThisHeader", Text(L"Send a &header"));
         Put(captions.Get(), L"UseThisTerminator", Text(L"Send a t&erminator"));
         for (const wchar_t* const part : {L"CreateHeader", L"CreateTerminator"})
-            Caption(captions.Get(), part, L"Edit...");
+            PutCaption(captions.Get(), part, L"Edit...");
         for (const wchar_t* const part : {L"RemoveHeader", L"RemoveTerminator"})
-            Caption(captions.Get(), part, L"Remove");
+            PutCaption(captions.Get(), part, L"Remove");
         Put(control, L"ShowDetails", Text(L"Show released keys"));
+        for (const int number : {1, 2, 3, 4}) {
+            const std::wstring name = L"Track " + std::to_wstring(number);
+            const std::wstring member = L"Track" + std::to_wstring(number);
+            Put(PartOf(control, member.c_str()).Get(), L"Caption", Text(name.c_str()));
+        }
         const auto header = PartOf(PartOf(control, L"Track1").Get(), L"Header");
         for (const SHORT code : {SHORT{30}, SHORT{158}})
             Get(header.Get(), L"AddByte", {Int(code)});
     } else if (name == "QXBarcode") {
+        LONG page = 0;
+        for (const wchar_t* const entry :
+             {L"Common settings", L"EAN", L"UPC", L"Code 39", L"Code 128", L"Codabar",
+              L"Interleaved 2 of 5", L"Industrial 2 of 5", L"Matrix 2 of 5", L"Code 93", L"Code 11",
+              L"Code 16K", L"MSI", L"Plessey", L"Reader 1", L"Reader 2"})
+            Get(control, L"SetListEntry", {LongInt(page++), Text(entry)});
+        const auto code39 = PartOf(control, L"BitPage", {LongInt(kCode39Page)});
+        Put(code39.Get(), L"OptionNum", Int(6));
+        SHORT flag = 0;
+        for (const wchar_t* const option :
+             {L"&Read this code", L"Full ASCII", L"Send the start and stop characters",
+              L"Verify the check character", L"Send the check character", L"Join short codes"})
+            Put(PartOf(code39.Get(), L"Flag", {Int(flag++)}).Get(), L"Caption", Text(option));
         Put(control, L"ListCaption", Text(L"&Page"));
         Put(control, L"MinSizeCaption", Text(L"Least length"));
         Put(control, L"MaxSizeCaption", Text(L"Greatest length"));
         Put(control, L"ShowDetails", Text(L"Show released keys"));
         Put(control, L"Reader1Msg", Text(L"What the first reader sends before and after a code."));
-        Caption(control, L"OptionHeader", L"Send a header");
-        Caption(control, L"OptionTerminator", L"Send a terminator");
-        Caption(control, L"ButtonEdit", L"Edit...");
-        Caption(control, L"ButtonRemove", L"Remove");
+        PutCaption(control, L"OptionHeader", L"Send a header");
+        PutCaption(control, L"OptionTerminator", L"Send a terminator");
+        PutCaption(control, L"ButtonEdit", L"Edit...");
+        PutCaption(control, L"ButtonRemove", L"Remove");
     } else if (name == "QXFreeProgKeys") {
-        Caption(control, L"ButtonEdit", L"&Edit...");
-        Caption(control, L"ButtonClean", L"&Clear");
-        Caption(control, L"ButtonCleanAll", L"Clear all");
+        PutCaption(control, L"ButtonEdit", L"&Edit...");
+        PutCaption(control, L"ButtonClean", L"&Clear");
+        PutCaption(control, L"ButtonCleanAll", L"Clear all");
         Put(control, L"SequenceForCurrKey", Text(L"Sequence"));
         Put(control, L"ShowDetails", Text(L"Show released keys"));
     } else if (name == "QXLayeredFuncKeys") {
-        Caption(control, L"ButtonEdit", L"&Edit...");
-        Caption(control, L"ButtonCleanKey", L"Clear key");
-        Caption(control, L"ButtonCleanLayer", L"Clear layer");
-        Caption(control, L"ButtonCleanAllLayer", L"Clear all");
-        Caption(control, L"ButtonLayerInc", L"Up");
-        Caption(control, L"ButtonLayerDec", L"Down");
+        PutCaption(control, L"ButtonEdit", L"&Edit...");
+        PutCaption(control, L"ButtonCleanKey", L"Clear key");
+        PutCaption(control, L"ButtonCleanLayer", L"Clear layer");
+        PutCaption(control, L"ButtonCleanAllLayer", L"Clear all");
+        PutCaption(control, L"ButtonLayerInc", L"Up");
+        PutCaption(control, L"ButtonLayerDec", L"Down");
         Put(control, L"LayerDesc", Text(L"Layer"));
         Put(control, L"CaptionSequence", Text(L"Sequence"));
         Put(control, L"FunctionKeyDescription", Text(L"Description"));
         Put(control, L"ShowDetails", Text(L"Show released keys"));
     } else if (name == "QXPos") {
-        Caption(control, L"ButtonEdit", L"&Edit...");
-        Caption(control, L"ButtonCleanAll", L"Clear all");
+        PutCaption(control, L"ButtonEdit", L"&Edit...");
+        PutCaption(control, L"ButtonCleanAll", L"Clear all");
         Put(control, L"NumBlocksCaption", Text(L"Blocks:"));
     } else if (name == "QXPosDisplay") {
         Get(control, L"SetKeyCaption", {Int(2), Text(L"7"), Text(L"Block 7")});
@@ -168,14 +127,65 @@ void Fill(const std::string& name, IDispatch* control) {
     }
 }
 
-void Take(const std::string& name, int width, int height, const wchar_t* size) {
+void PutBlocks(IDispatch* data) {
+    SHORT number = 1;
+    for (const SHORT first : {SHORT{1}, SHORT{20}, SHORT{38}}) {
+        const auto block = PartOf(data, L"Block", {Int(first)});
+        Put(block.Get(), L"BlockID", Int(number));
+        Put(block.Get(), L"ColorID", Int(number++));
+        for (const int key : {0, 1, 15, 16})
+            Get(block.Get(), L"AddKey", {Int(static_cast<SHORT>(first + key))});
+        Put(PartOf(block.Get(), L"Sequence").Get(), L"KeyString", Text(L" 30158"));
+    }
+}
+
+// Texts that stand for what the user has typed and recorded.
+void Use(const std::string& name, IDispatch* control, const Form& form) {
+    if (name == "QXLayeredFuncKeys") {
+        const auto heard = AccessibleOf(form.Child(L"QXControls.Keys"));
+        const HWND field =
+            FindWindowExW(form.ControlWindow(), form.Child(L"EDIT"), L"EDIT", nullptr);
+        LONG key = 1;
+        for (const wchar_t* const text : {L"Cash", L"Card", L"Voucher", L"Print again"}) {
+            EXPECT_EQ(heard->accDoDefaultAction(LongInt(key++)), S_OK);
+            Type(field, text);
+        }
+    } else if (name == "QXPos") {
+        const auto data = NewObject(L"QXControls.POSKeyboard");
+        PutBlocks(data.Get());
+        Get(data.Get(), L"CalcDefinedBlockNum");
+        Put(control, L"PosData", Dispatch(data.Get()));
+        Get(control, L"AdjustControls");
+    }
+}
+
+void ShowPage(HWND list, LONG page) {
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(page), 0);
+    SendMessageW(GetParent(list), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list), LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+    PumpMessages();
+}
+
+std::wstring FileOf(const std::string& name, const wchar_t* what, const wchar_t* size) {
     const HDC screen = GetDC(nullptr);
     const int dots = GetDeviceCaps(screen, LOGPIXELSX);
     ReleaseDC(nullptr, screen);
-    Form form(MulDiv(width, dots, 96), MulDiv(height, dots, 96));
+    return std::wstring(_wgetenv(L"QX_PICTURES")) + L"\\" + Wide(name) + what + L"-" + size + L"-" +
+           std::to_wstring(dots) + L".png";
+}
+
+int Scaled(int length) {
+    const HDC screen = GetDC(nullptr);
+    const int scaled = MulDiv(length, GetDeviceCaps(screen, LOGPIXELSX), 96);
+    ReleaseDC(nullptr, screen);
+    return scaled;
+}
+
+void Take(const std::string& name, int width, int height, const wchar_t* size) {
+    Form form(Scaled(width), Scaled(height));
     const auto control = form.Place(name);
     ASSERT_TRUE(control) << name;
-    const Services services;
+    const ColouredServices services;
     if (name == "QXLayoutDisplay") {
         Put(control.Get(), L"LayoutSource", Dispatch(services.layout.Get()));
         const auto keys = NewObject(L"QXControls.KeyboardSequences");
@@ -187,32 +197,63 @@ void Take(const std::string& name, int width, int height, const wchar_t* size) {
     if (name != "QXLayoutDisplay" && name != "QXPosDisplay")
         for (const wchar_t* const member : {L"Translate", L"ReloadKeySettings", L"AdjustControls"})
             Get(control.Get(), member);
+    Use(name, control.Get(), form);
     PumpMessages();
     const HWND list = name == "QXBarcode" ? form.Child(L"LISTBOX") : nullptr;
-    const std::wstring folder = _wgetenv(L"QX_PICTURES");
-    const auto file = [&](const wchar_t* what) {
-        return folder + L"\\" + Wide(name) + what + L"-" + size + L"-" + std::to_wstring(dots) +
-               L".png";
+    if (list != nullptr)
+        ShowPage(list, kCode39Page);
+    SavePicture(form.Window(), FileOf(name, L"", size));
+    if (list != nullptr) {
+        ShowPage(list, kReaderPage);
+        SavePicture(form.Window(), FileOf(name, L"-reader", size));
+    }
+}
+
+// The windows of the editors, which are as large as the screen's resolution makes them.
+void TakeEditors() {
+    const ColouredServices services;
+    const auto save = [](const char* name) {
+        return [name] {
+            PumpMessages();
+            SavePicture(TheEditor(), FileOf(name, L"", L"window"));
+            PostMessageW(TheEditor(), WM_CLOSE, 0, 0);
+            return true;
+        };
     };
-    SavePicture(form.Window(), file(L""));
-    if (list == nullptr)
-        return;
-    SendMessageW(list, LB_SETCURSEL, 14, 0);
-    SendMessageW(GetParent(list), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list), LBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(list));
-    PumpMessages();
-    SavePicture(form.Window(), file(L"-reader"));
+    const auto sequencer = NewSequencer(services);
+    {
+        const User user({[] { return TheEditor() != nullptr; }, save("QXSequencer")});
+        BSTR answer = nullptr;
+        Get(sequencer.Get(), L"ShowSequenceEditor",
+            {Int(75), Text(L" 30158 31159"), Reference(VT_BSTR, &answer), Int(30)});
+    }
+    const auto programmer = NewPosProgrammer(services);
+    const auto data = NewObject(L"QXControls.POSKeyboard");
+    PutBlocks(data.Get());
+    const User user(
+        {[] { return TheEditor() != nullptr; },
+         [] {
+             return AccessibleOf(FindWindowExW(TheEditor(), nullptr, L"QXControls.Keys", nullptr))
+                        ->accDoDefaultAction(LongInt(20)) == S_OK;
+         },
+         save("QXPOSProgrammer")});
+    Get(programmer.Get(), L"ShowPosProgrammer", {Dispatch(data.Get())});
 }
 
 TEST_F(ComClient, Pictures) {
     SetProcessDPIAware();
     ASSERT_TRUE(AtlStarts());
+    const Gdiplus::GdiplusStartupInput input;
+    ULONG_PTR drawing = 0;
+    ASSERT_EQ(Gdiplus::GdiplusStartup(&drawing, &input, nullptr), Gdiplus::Ok);
     for (const char* const name :
          {"QXBarcode", "QXMagnetCard", "QXFreeProgKeys", "QXLayeredFuncKeys", "QXPos",
           "QXPosDisplay", "QXCommonKeyboard", "QXLayoutDisplay"}) {
         Take(name, 420, 340, L"small");
         Take(name, 780, 480, L"large");
     }
+    TakeEditors();
+    Gdiplus::GdiplusShutdown(drawing);
 }
 
 } // namespace

@@ -1,0 +1,134 @@
+#include "com/faces/KeyParts.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace qx::com {
+namespace {
+
+constexpr KeyGridPlaces kPosPlaces{15, 700, 600}; // along the rows of the keyboard's matrix
+
+bool IsSetting(const QXLayoutDisplay& display) {
+    return display.DisplayKeyType() == DISPLAY_SETTING;
+}
+
+PartState LayoutKeys(const QXLayoutDisplay& display) {
+    PartState state;
+    state.name = "Keyboard";
+    state.value = IsSetting(display) ? display.CurrProgKey() : display.SelectedKey();
+    for (std::size_t i = 0; i < display.cmdKey.size(); ++i) {
+        const KeyButton& key = display.cmdKey[i];
+        if (!key.Visible || key.Width <= 0 || key.Height <= 0)
+            continue;
+        const auto index = static_cast<Integer>(i);
+        KeyCap cap = CapOf(key, index, key.BackColor);
+        std::tie(cap.left, cap.top, cap.width, cap.height) =
+            std::tie(key.Left, key.Top, key.Width, key.Height);
+        cap.isProgrammed = key.Programmed;
+        cap.isCurrent = index == display.CurrProgKey();
+        cap.name = "Key " + std::to_string(i) + ", " + key.Caption +
+                   (key.Programmed ? ", programmed" : "") + (cap.isCurrent ? ", current key" : "");
+        state.keys.push_back(std::move(cap));
+    }
+    std::ranges::stable_sort(state.keys, {},
+                             [](const KeyCap& cap) { return std::pair(cap.top, cap.left); });
+    return state;
+}
+
+KeyCap PosCap(const QXPosDisplay& display, Integer nKey, const PosUse& use) {
+    const PosButton& key = display.cmdPOS[static_cast<std::size_t>(nKey)];
+    KeyCap cap = CapOf(key, nKey, key.BackColor);
+    kPosPlaces.Put(cap, nKey - QXPosDisplay::kMinKey);
+    cap.isProgrammed = display.IsUsedKey(nKey);
+    cap.isCurrent = key.FontBold;
+    cap.name = "POS key " + std::to_string(nKey);
+    if (use.nameOf) {
+        const std::string name = use.nameOf(nKey);
+        cap.name += ", " + name;
+        cap.caption = key.Caption.empty() ? name : key.Caption + "\n" + name;
+    }
+    cap.name += cap.isProgrammed ? ", block " + key.Caption : ", in no block";
+    if (cap.isCurrent)
+        cap.name += ", current key";
+    if (use.sentBy)
+        cap.toolTip = use.sentBy(nKey);
+    return cap;
+}
+
+PartState PosKeys(const QXPosDisplay& display, const PosUse& use) {
+    PartState state;
+    state.name = "POS keys";
+    state.value = display.Focus();
+    for (Integer nKey = QXPosDisplay::kMinKey; nKey <= QXPosDisplay::kMaxKey; ++nKey)
+        if (display.cmdPOS[static_cast<std::size_t>(nKey)].Visible)
+            state.keys.push_back(PosCap(display, nKey, use));
+    return state;
+}
+
+} // namespace
+
+void KeyGridPlaces::Put(KeyCap& cap, int place) const {
+    constexpr Single kGap = 25;
+    cap.left = static_cast<Single>(place % keysInRow) * stepX;
+    cap.top = static_cast<Single>(place / keysInRow) * stepY;
+    cap.width = stepX - kGap;
+    cap.height = stepY - kGap;
+}
+
+KeyCap CapOf(const Button& key, Integer index, Long color) {
+    KeyCap cap;
+    cap.index = index;
+    cap.caption = key.Caption;
+    cap.toolTip = key.ToolTip;
+    cap.color = color;
+    cap.isEnabled = key.Enabled;
+    return cap;
+}
+
+Part LayoutPart(QXLayoutDisplay& display) {
+    return KeysPart(
+        "layoutDisplay", [&display] { return LayoutKeys(display); },
+        [&display](Integer nKey) { display.cmdKey_Click(nKey); },
+        [&display](Integer nKey) {
+            if (!IsSetting(display))
+                display.SelectKey(nKey);
+            else if (nKey != display.CurrProgKey())
+                display.cmdKey_Click(nKey);
+        });
+}
+
+Part PosPart(QXPosDisplay& display, const PosUse& use) {
+    Part part = KeysPart(
+        "posDisplay", [&display, use] { return PosKeys(display, use); },
+        [&display](Integer nKey) { display.cmdPOS_Click(nKey); },
+        [&display, use](Integer nKey) {
+            display.SetCursor(nKey);
+            if (use.reach)
+                use.reach(nKey);
+        });
+    part.take = use.take;
+    return part;
+}
+
+std::vector<Subscription> SubscribedTo(QXLayoutDisplay& display, const FaceEvents& events) {
+    std::vector<Subscription> subscriptions;
+    subscriptions.push_back(display.Refreshed.Subscribe(events.refreshed));
+    subscriptions.push_back(display.KeySelected.Subscribe([events] {
+        events.refreshed();
+        events.takeFocus("layoutDisplay");
+    }));
+    return subscriptions;
+}
+
+std::vector<Subscription> SubscribedTo(QXPosDisplay& display, const FaceEvents& events) {
+    std::vector<Subscription> subscriptions;
+    subscriptions.push_back(display.Refreshed.Subscribe(events.refreshed));
+    subscriptions.push_back(display.FocusMoved.Subscribe([events] {
+        events.refreshed();
+        events.takeFocus("posDisplay");
+    }));
+    return subscriptions;
+}
+
+} // namespace qx::com

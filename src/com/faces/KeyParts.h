@@ -1,0 +1,51 @@
+// The parts that show keyboards, for the faces of all that have one.
+#pragma once
+
+#include "com/faces/Faces.h"
+#include "qxcontrols/keys/QXLayoutDisplay.h"
+#include "qxcontrols/pos/QXPosDisplay.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace qx::com {
+
+// A grid of equal keys, in the unit of the layouts.
+struct KeyGridPlaces {
+    int keysInRow;
+    Single stepX, stepY;
+
+    void Put(KeyCap& cap, int place) const;
+};
+
+[[nodiscard]] KeyCap CapOf(const Button& key, Integer index, Long color);
+
+[[nodiscard]] Part LayoutPart(QXLayoutDisplay& display);
+
+// What a POS display leaves to those who have one; each may be empty.
+struct PosUse {
+    std::function<std::string(Integer)> nameOf; // what a key is called in the layout
+    std::function<std::string(Integer)> sentBy; // what it sends, as text
+    std::function<void(Integer)> reach;
+    std::function<void(Integer)> take;
+};
+[[nodiscard]] Part PosPart(QXPosDisplay& display, const PosUse& use = {});
+
+[[nodiscard]] std::vector<Subscription> SubscribedTo(QXLayoutDisplay& display,
+                                                     const FaceEvents& events);
+[[nodiscard]] std::vector<Subscription> SubscribedTo(QXPosDisplay& display,
+                                                     const FaceEvents& events);
+
+// Of a control that has a display among its children.
+template <typename C, typename Display>
+std::function<std::vector<Subscription>(const FaceEvents&)> WithDisplay(C& control,
+                                                                        Display& display) {
+    return [&control, &display](const FaceEvents& events) {
+        std::vector<Subscription> subscriptions = SubscribedTo(display, events);
+        subscriptions.push_back(control.Refreshed.Subscribe(events.refreshed));
+        return subscriptions;
+    };
+}
+
+} // namespace qx::com

@@ -1,0 +1,231 @@
+#include "com/windows/FormWindow.h"
+
+#include "com/windows/Server.h"
+
+#include <algorithm>
+
+namespace qx::com {
+namespace {
+
+constexpr wchar_t kWindowClass[] = L"QXControls.Form";
+constexpr DWORD kStyle =
+    WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX | WS_CLIPCHILDREN;
+constexpr SIZE kLines{60, 38}; // the size of the window, in lines of its font
+
+void RegisterWindows(WNDPROC onMessage) {
+    WNDCLASSEXW windows{};
+    windows.cbSize = sizeof(windows);
+    windows.style = CS_HREDRAW | CS_VREDRAW;
+    windows.lpfnWndProc = onMessage;
+    windows.hInstance = Module();
+    windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+    windows.lpszClassName = kWindowClass;
+    RegisterClassExW(&windows); // fails from the second time on
+}
+
+// In the middle of the owner's screen, and no larger than that.
+RECT PlaceBefore(HWND owner, const Ambient& ambient) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof(monitor);
+    GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    const RECT& room = monitor.rcWork;
+    const FaceFont font(ambient);
+    const int line = FontMeasures(font.Get()).Line();
+    const LONG width = std::min<LONG>(kLines.cx * line, (room.right - room.left) * 9 / 10);
+    const LONG height = std::min<LONG>(kLines.cy * line, (room.bottom - room.top) * 9 / 10);
+    const LONG left = (room.left + room.right - width) / 2;
+    const LONG top = (room.top + room.bottom - height) / 2;
+    return {left, top, left + width, top + height};
+}
+
+BOOL CALLBACK CollectActive(HWND window, LPARAM windows) {
+    if (IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE)
+        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    return TRUE;
+}
+
+} // namespace
+
+FormWindow::FormWindow(FormTable table)
+    : m_table(std::move(table)), m_face(nullptr, std::move(m_table.face), [this] { ShowTitle(); }),
+      m_closed(m_table.onClosed([this] { m_isLeft = true; })) {}
+
+FormWindow::~FormWindow() {
+    if (m_window != nullptr)
+        DestroyWindow(m_window);
+}
+
+void FormWindow::Unregister() {
+    UnregisterClassW(kWindowClass, Module());
+}
+
+void FormWindow::Run() {
+    const HWND owner = GetActiveWindow();
+    if (Open(owner)) {
+        const OtherWindowsDisabled modal(m_window);
+        ShowWindow(m_window, SW_SHOW);
+        HandleMessages();
+    }
+    if (!m_isLeft)
+        m_table.cancel();
+    if (m_window != nullptr)
+        DestroyWindow(m_window);
+    if (m_table.unload)
+        m_table.unload();
+    if (IsWindow(owner) != FALSE)
+        SetActiveWindow(owner);
+}
+
+bool FormWindow::Open(HWND owner) {
+    RegisterWindows(OnMessage);
+    m_title = WideFromUtf8(m_table.title());
+    const RECT place = PlaceBefore(owner, m_ambient);
+    CreateWindowExW(WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME, kWindowClass, m_title.c_str(),
+                    kStyle, place.left, place.top, place.right - place.left,
+                    place.bottom - place.top, owner, nullptr, Module(), this);
+    if (m_window == nullptr)
+        return false;
+    m_face.Open(m_window, m_ambient);
+    return true;
+}
+
+void FormWindow::HandleMessages() {
+    MSG message;
+    while (!m_isLeft && m_window != nullptr) {
+        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+        if (got <= 0) { // the host's loop is to end too
+            if (got == 0)
+                PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (TakesKey(message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+bool FormWindow::TakesKey(MSG& message) {
+    if (message.hwnd != m_window && IsChild(m_window, message.hwnd) == FALSE)
+        return false;
+    bool isTaken = true;
+    const HRESULT status = Guarded([&] {
+        const bool isControl = GetKeyState(VK_CONTROL) < 0;
+        const bool isKey = message.message == WM_KEYDOWN;
+        if (isKey && message.wParam == VK_ESCAPE)
+            Leave();
+        else if (isKey && message.wParam == VK_RETURN && isControl)
+            m_table.accept();
+        else if (isKey && message.wParam == 'Z' && isControl && m_table.undo)
+            m_table.undo();
+        else if (!m_face.TakesKey(message)) {
+            isTaken = isKey && message.wParam == VK_TAB;
+            if (isTaken)
+                m_face.FocusOn(GetKeyState(VK_SHIFT) < 0);
+        }
+        return S_OK;
+    });
+    return SUCCEEDED(status) && isTaken;
+}
+
+// In passing, not by a button.
+void FormWindow::Leave() {
+    if (m_table.isChanged() && MessageBoxW(m_window, L"Discard the changes?", m_title.c_str(),
+                                           MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES)
+        return;
+    m_table.cancel();
+}
+
+void FormWindow::ShowTitle() {
+    static_cast<void>(Guarded([&] {
+        const std::wstring title = WideFromUtf8(m_table.title());
+        if (title != std::exchange(m_title, title) && m_window != nullptr)
+            SetWindowTextW(m_window, title.c_str());
+        return S_OK;
+    }));
+}
+
+LRESULT CALLBACK FormWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* const created = reinterpret_cast<CREATESTRUCTW*>(lParam);
+        auto* const form = static_cast<FormWindow*>(created->lpCreateParams);
+        form->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(form));
+    }
+    auto* const form = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    LRESULT result = 0;
+    if (form == nullptr || FAILED(Guarded([&] {
+            result = form->Handle(window, message, wParam, lParam);
+            return S_OK;
+        })))
+        return DefWindowProcW(window, message, wParam, lParam);
+    return result;
+}
+
+LRESULT FormWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_PAINT:
+        Paint(window);
+        return 0;
+    case WM_ERASEBKGND:
+        return 1; // the face draws it all
+    case WM_SIZE:
+        m_face.Arrange(m_ambient);
+        break;
+    case WM_ACTIVATE:
+        Activate(LOWORD(wParam) != WA_INACTIVE);
+        return 0;
+    case WM_ACTIVATEAPP:
+        if (m_table.activateApplication)
+            m_table.activateApplication(wParam != FALSE);
+        break;
+    case WM_CLOSE:
+        Leave();
+        return 0;
+    case WM_NCDESTROY:
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        m_face.Close();
+        m_window = nullptr;
+        return DefWindowProcW(window, message, wParam, lParam);
+    default:
+        break;
+    }
+    LRESULT result = 0;
+    if (m_face.Handle(message, wParam, lParam, result))
+        return result;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void FormWindow::Activate(bool isActive) {
+    if (!isActive)
+        m_focus = GetFocus();
+    else if (IsChild(m_window, m_focus) != FALSE)
+        SetFocus(m_focus);
+    else
+        m_face.FocusOn(false);
+    if (m_table.activate)
+        m_table.activate(isActive);
+}
+
+void FormWindow::Paint(HWND window) {
+    PAINTSTRUCT paint{};
+    const HDC context = BeginPaint(window, &paint);
+    RECT bounds{};
+    GetClientRect(window, &bounds);
+    m_face.Draw(context, bounds, m_ambient);
+    EndPaint(window, &paint);
+}
+
+OtherWindowsDisabled::OtherWindowsDisabled(HWND exception) {
+    EnumThreadWindows(GetCurrentThreadId(), CollectActive, reinterpret_cast<LPARAM>(&m_windows));
+    std::erase(m_windows, exception);
+    for (const HWND window : m_windows)
+        EnableWindow(window, FALSE);
+}
+
+OtherWindowsDisabled::~OtherWindowsDisabled() {
+    for (const HWND window : m_windows)
+        EnableWindow(window, TRUE); // does nothing to one that has gone
+}
+
+} // namespace qx::com

@@ -1,0 +1,72 @@
+// StandardAccessible: an accessible object that answers as the standard one of its window does,
+// except where a class derived from it knows better.
+#pragma once
+
+#include "com/windows/Com.h"
+
+#include <oleacc.h>
+
+#include <atomic>
+#include <string>
+
+namespace qx::com {
+
+class StandardAccessible : public IAccessible {
+public:
+    // Of the window's client area; throws when the system has none.
+    explicit StandardAccessible(HWND window);
+    virtual ~StandardAccessible() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE Release() override;
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                                            DISPID* ids) override;
+    // Clients call the interface itself.
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** parent) override;
+    HRESULT STDMETHODCALLTYPE get_accChildCount(long* count) override;
+    HRESULT STDMETHODCALLTYPE get_accChild(VARIANT self, IDispatch** child) override;
+    HRESULT STDMETHODCALLTYPE get_accName(VARIANT self, BSTR* name) override;
+    HRESULT STDMETHODCALLTYPE get_accValue(VARIANT self, BSTR* value) override;
+    HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT self, BSTR* description) override;
+    HRESULT STDMETHODCALLTYPE get_accRole(VARIANT self, VARIANT* role) override;
+    HRESULT STDMETHODCALLTYPE get_accState(VARIANT self, VARIANT* state) override;
+    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT self, BSTR* help) override;
+    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT self, long* topic) override;
+    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT self, BSTR* shortcut) override;
+    HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override;
+    HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* children) override;
+    HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT self, BSTR* action) override;
+    HRESULT STDMETHODCALLTYPE accSelect(long flags, VARIANT self) override;
+    HRESULT STDMETHODCALLTYPE accLocation(long* left, long* top, long* width, long* height,
+                                          VARIANT self) override;
+    HRESULT STDMETHODCALLTYPE accNavigate(long direction, VARIANT start, VARIANT* end) override;
+    HRESULT STDMETHODCALLTYPE accHitTest(long left, long top, VARIANT* child) override;
+    HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT self) override;
+    HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
+
+protected:
+    [[nodiscard]] HWND Window() const { return m_window; }
+
+private:
+    const HWND m_window;
+    ComPtr<IAccessible> m_standard;
+    std::atomic<ULONG> m_references = 1;
+};
+
+// Takes over the object as the answer to WM_GETOBJECT.
+[[nodiscard]] LRESULT AnswerWith(IAccessible* created, WPARAM wParam);
+
+// The answer of a window whose name is not its text.
+[[nodiscard]] LRESULT AccessibleByName(HWND window, WPARAM wParam, std::wstring name);
+
+} // namespace qx::com

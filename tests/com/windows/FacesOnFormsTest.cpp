@@ -1,0 +1,234 @@
+// How the faces of the controls behave on a form: designed, dead, with the keyboard, heard, and
+// when the host lets go of them in the middle of a click.
+
+#include "com/windows/Form.h"
+#include "com/windows/Sink.h"
+#include "com/windows/Site.h"
+
+#include <set>
+#include <vector>
+
+namespace qx::test {
+namespace {
+
+std::set<COLORREF> ColoursOf(HWND window) {
+    PumpMessages();
+    RECT bounds{};
+    GetClientRect(window, &bounds);
+    const HDC context = GetDC(window);
+    std::set<COLORREF> colours;
+    for (int y = 0; y < bounds.bottom; y += 3)
+        for (int x = 0; x < bounds.right; x += 3)
+            colours.insert(GetPixel(context, x, y));
+    ReleaseDC(window, context);
+    return colours;
+}
+
+class ComFaces : public ComClient {
+protected:
+    // On a form of the test's own container.
+    ComPtr<IDispatch> Place(const wchar_t* progId) {
+        auto control = NewObject(progId);
+        const auto object = control.As<IOleObject>(IID_IOleObject);
+        EXPECT_EQ(object->SetClientSite(&site), S_OK);
+        const RECT bounds{0, 0, 600, 400};
+        EXPECT_EQ(
+            object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, form.Window(), &bounds),
+            S_OK);
+        PumpMessages();
+        return control;
+    }
+    static void TakeAway(const ComPtr<IDispatch>& control) {
+        const auto object = control.As<IOleObject>(IID_IOleObject);
+        EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
+        EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
+    }
+
+    Form form{600, 400};
+    Site site{form.Window()};
+};
+
+TEST_F(ComFaces, AtDesignTimeAControlIsDrawnAndReactsToNothing) {
+    site.isUserMode = false;
+    for (const wchar_t* const progId : {L"QXControls.QXMagnetCard", L"QXControls.QXProgSettings"}) {
+        const auto control = Place(progId);
+        const HWND window = form.ControlWindow();
+        ASSERT_NE(window, nullptr);
+        EXPECT_EQ(FindWindowExW(window, nullptr, nullptr, nullptr), nullptr); // all is drawn
+        EXPECT_GT(ColoursOf(window).size(), 3U);
+        for (LONG y = 5; y < 400; y += 12)
+            for (LONG x = 5; x < 600; x += 100) {
+                SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+                SendMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+            }
+        SendMessageW(window, WM_KEYDOWN, VK_SPACE, 0);
+        if (std::wstring_view(progId) == L"QXControls.QXMagnetCard") {
+            EXPECT_FALSE(Get(control.Get(), L"DataChanged").Flag());
+        }
+        TakeAway(control);
+        EXPECT_EQ(form.ControlWindow(), nullptr);
+    }
+    EXPECT_EQ(site.References(), 1U);
+}
+
+TEST_F(ComFaces, TheContainersColourAndFontAreTaken) {
+    const auto heightOfAButton = [&] {
+        const auto control = Place(L"QXControls.QXPos");
+        EXPECT_TRUE(ColoursOf(form.ControlWindow()).contains(site.background));
+        RECT place{};
+        GetClientRect(form.Child(L"BUTTON"), &place);
+        TakeAway(control);
+        return place.bottom;
+    };
+    const LONG usual = heightOfAButton();
+    wchar_t name[] = L"Tahoma";
+    FONTDESC wanted{sizeof(FONTDESC), name, {}, FW_NORMAL, DEFAULT_CHARSET, FALSE, FALSE, FALSE};
+    wanted.cySize.int64 = 240'000; // 24 points
+    ASSERT_EQ(
+        OleCreateFontIndirect(&wanted, IID_IFontDisp, reinterpret_cast<void**>(site.font.Out())),
+        S_OK);
+    site.background = RGB(70, 10, 20);
+    EXPECT_GT(heightOfAButton(), usual * 3 / 2);
+}
+
+TEST_F(ComFaces, ADeadControlReactsToNothingUntilItLivesAgain) {
+    const auto control = Place(L"QXControls.QXMagnetCard");
+    const auto ole = control.As<IOleControl>(IID_IOleControl);
+    PutCaption(PartOf(control.Get(), L"ReaderOptions").Get(), L"VerifyLRC", L"Verify &LRC");
+    Get(control.Get(), L"Translate");
+    const HWND box = form.Child(L"BUTTON", L"Verify &LRC");
+    ASSERT_NE(box, nullptr);
+    site.isDead = true;
+    EXPECT_EQ(ole->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD), S_OK);
+    EXPECT_FALSE(IsWindowEnabled(box));
+    SendMessageW(box, BM_CLICK, 0, 0);
+    SendMessageW(GetParent(box), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(box), BN_CLICKED),
+                 reinterpret_cast<LPARAM>(box));
+    MSG letter{};
+    letter.message = WM_SYSKEYDOWN;
+    letter.wParam = 'L';
+    EXPECT_EQ(ole->OnMnemonic(&letter), S_OK);
+    EXPECT_FALSE(Get(control.Get(), L"DataChanged").Flag());
+    site.isDead = false;
+    EXPECT_EQ(ole->OnAmbientPropertyChange(DISPID_AMBIENT_UIDEAD), S_OK);
+    SendMessageW(box, BM_CLICK, 0, 0);
+    EXPECT_TRUE(Get(control.Get(), L"DataChanged").Flag());
+    TakeAway(control);
+}
+
+TEST_F(ComFaces, TabPassesTheChildrenInTheirOrderAndLeavesAtTheEnds) {
+    const auto control = Place(L"QXControls.QXMagnetCard");
+    const auto active = control.As<IOleInPlaceActiveObject>(IID_IOleInPlaceActiveObject);
+    const auto object = control.As<IOleObject>(IID_IOleObject);
+    ASSERT_EQ(object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, form.Window(), nullptr), S_OK);
+    const auto pass = [&] {
+        std::vector<HWND> passed{GetFocus()};
+        for (;;) {
+            MSG tab{};
+            tab.hwnd = GetFocus();
+            tab.message = WM_KEYDOWN;
+            tab.wParam = VK_TAB;
+            if (active->TranslateAccelerator(&tab) != S_OK || passed.size() > 99)
+                return passed;
+            passed.push_back(GetFocus());
+        }
+    };
+    std::vector<HWND> onward = pass();
+    ASSERT_GE(onward.size(), 5U);
+    EXPECT_EQ(std::set(onward.begin(), onward.end()).size(), onward.size());
+    for (std::size_t i = 0; i + 1 < onward.size(); ++i) {
+        RECT one{};
+        RECT next{};
+        GetWindowRect(onward[i], &one);
+        GetWindowRect(onward[i + 1], &next);
+        EXPECT_TRUE(next.top >= one.bottom || next.left >= one.right) << "as it is read: " << i;
+    }
+    BYTE keys[256] = {};
+    keys[VK_SHIFT] = 0x80;
+    SetKeyboardState(keys);
+    std::ranges::reverse(onward);
+    EXPECT_EQ(pass(), onward);
+    keys[VK_SHIFT] = 0;
+    SetKeyboardState(keys);
+    TakeAway(control);
+}
+
+TEST_F(ComFaces, ButtonsOfTheSameTextAreHeardApart) {
+    const auto control = Place(L"QXControls.QXMagnetCard");
+    const auto captions = PartOf(control.Get(), L"Captions");
+    Put(captions.Get(), L"UseThisHeader", Text(L"Send a &header"));
+    Put(captions.Get(), L"UseThisTerminator", Text(L"Send a terminator"));
+    for (const wchar_t* const part : {L"CreateHeader", L"CreateTerminator"})
+        PutCaption(captions.Get(), part, L"Edit...");
+    Get(control.Get(), L"Translate");
+    const HWND first = form.Child(L"BUTTON", L"Edit...");
+    const HWND second = FindWindowExW(form.ControlWindow(), first, L"BUTTON", L"Edit...");
+    ASSERT_TRUE(first != nullptr && second != nullptr);
+    const auto nameOf = [](HWND button) {
+        const auto heard = AccessibleOf(button);
+        BSTR name = nullptr;
+        EXPECT_EQ(heard->get_accName(LongInt(CHILDID_SELF), &name), S_OK);
+        VARIANT role;
+        EXPECT_EQ(heard->get_accRole(LongInt(CHILDID_SELF), &role), S_OK); // the system's
+        const std::string narrow = Narrow(name);
+        SysFreeString(name);
+        return narrow;
+    };
+    EXPECT_EQ(nameOf(first), "Edit..., Send a header");
+    EXPECT_EQ(nameOf(second), "Edit..., Send a terminator");
+    TakeAway(control);
+}
+
+// A host that answers a click by letting go of the control.
+class ComReleases : public ComFaces {
+protected:
+    void Listen(IDispatch* control, Handler handler) {
+        const auto points =
+            ComPtr<IUnknown>(control).As<IConnectionPointContainer>(IID_IConnectionPointContainer);
+        ComPtr<IEnumConnectionPoints> all;
+        ASSERT_EQ(points->EnumConnectionPoints(all.Out()), S_OK);
+        ComPtr<IConnectionPoint> point;
+        ASSERT_EQ(all->Next(1, point.Out(), nullptr), S_OK);
+        DWORD cookie = 0;
+        const auto sink = ComPtr<Sink>::Attach(new Sink(std::move(handler)));
+        ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+    }
+};
+
+TEST_F(ComReleases, TypingIntoASequenceAsksTheHostAndClicksSurviveItsRelease) {
+    auto control = Place(L"QXControls.QXMagnetCard");
+    const Services services;
+    services.HandTo(control.Get());
+    const auto captions = PartOf(control.Get(), L"Captions");
+    PutCaption(captions.Get(), L"CreateHeader", L"Edit...");
+    Get(control.Get(), L"Translate");
+    constexpr DISPID kEditCurrentHeader = 3;
+    constexpr DISPID kAdvanceEdit = 5;
+    std::vector<DISPID> heard;
+    Listen(control.Get(), [&](Heard event) {
+        heard.push_back(event.id);
+        if (event.id == kAdvanceEdit)
+            *V_BOOLREF(&event.arguments[0]) = heard.size() == 2 ? VARIANT_TRUE : VARIANT_FALSE;
+        if (event.id == kEditCurrentHeader && heard.size() > 3) {
+            TakeAway(control); // and its windows
+            control = nullptr;
+        }
+        return S_OK;
+    });
+    const HWND header = form.Child(L"EDIT");
+    const HWND edit = form.Child(L"BUTTON", L"Edit...");
+    ASSERT_TRUE(header != nullptr && edit != nullptr);
+    Type(header, L"a");
+    EXPECT_EQ(heard, (std::vector<DISPID>{kAdvanceEdit}));
+    Type(header, L"b");
+    EXPECT_EQ(heard, (std::vector<DISPID>{kAdvanceEdit, kAdvanceEdit, kEditCurrentHeader}));
+    SendMessageW(edit, BM_CLICK, 0, 0);
+    EXPECT_EQ(heard.back(), kEditCurrentHeader);
+    EXPECT_EQ(heard.size(), 4U);
+    EXPECT_FALSE(control);
+    EXPECT_FALSE(IsWindow(edit));
+    EXPECT_EQ(site.References(), 1U);
+}
+
+} // namespace
+} // namespace qx::test

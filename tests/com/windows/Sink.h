@@ -1,0 +1,59 @@
+// A host's sink, which hands each event to a function of the test.
+#pragma once
+
+#include "com/windows/Com.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace qx::test {
+
+using namespace com;
+
+struct Heard {
+    DISPID id;
+    std::vector<VARIANT>& arguments; // in order
+};
+using Handler = std::function<HRESULT(Heard)>;
+
+class Sink : public IDispatch {
+public:
+    explicit Sink(Handler handler) : m_handler(std::move(handler)) {}
+    virtual ~Sink() = default;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        *out = nullptr;
+        if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IDispatch))
+            return E_NOINTERFACE;
+        return HandOut(this, out);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --m_references;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT*,
+                                     EXCEPINFO* exception, UINT*) override {
+        std::vector<VARIANT> arguments(given->rgvarg, given->rgvarg + given->cArgs);
+        std::reverse(arguments.begin(), arguments.end());
+        const HRESULT result = m_handler({id, arguments});
+        if (result == DISP_E_EXCEPTION) {
+            exception->scode = HRESULT(0x800A0005);
+            exception->bstrDescription = SysAllocString(L"the host's own fault");
+        }
+        return result;
+    }
+
+private:
+    Handler m_handler;
+    ULONG m_references = 1;
+};
+
+} // namespace qx::test
