@@ -12,11 +12,11 @@
 namespace qx::test {
 namespace {
 
-// Takes away the message boxes that calls bring up, as a user would.
-class BoxCloser {
+// Closes the message boxes and the editors that calls bring up, as a user would.
+class WindowCloser {
 public:
-    BoxCloser() : m_thread([this] { Run(); }) {}
-    ~BoxCloser() {
+    WindowCloser() : m_thread([this] { Run(); }) {}
+    ~WindowCloser() {
         m_isDone = true;
         m_thread.join();
     }
@@ -27,6 +27,9 @@ private:
             const HWND box = FindWindowW(L"#32770", L"QXControls");
             if (box != nullptr)
                 PostMessageW(box, WM_COMMAND, IDOK, 0);
+            const HWND editor = FindWindowW(L"QXControls.Form", nullptr);
+            if (editor != nullptr)
+                PostMessageW(editor, WM_CLOSE, 0, 0);
             Sleep(5);
         }
     }
@@ -112,7 +115,7 @@ protected:
 };
 
 TEST_F(ComCalls, EveryMemberCanBeCalled) {
-    const BoxCloser closer;
+    const WindowCloser closer;
     int called = 0;
     ForEachMember([&](const LibraryClass& type, const LibraryMember& member, IDispatch* object) {
         ClientCall call = CallFitting(object, member);
