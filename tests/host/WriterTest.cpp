@@ -317,6 +317,7 @@ TEST_F(WriterTest, OneProgramAtATimeWritesToAKeyboard) {
         const auto error = Download(same, kNew);
         ASSERT_TRUE(error);
         EXPECT_EQ(error->Kind(), ErrorKind::KeyboardBusy);
+        EXPECT_EQ(std::string(CodeOf(error->Kind())), "keyboard-busy");
         EXPECT_EQ(same.bytesWritten, 0);
         origin = "the second port";
         EXPECT_FALSE(Download(elsewhere, kNew));
