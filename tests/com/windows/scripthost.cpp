@@ -3,20 +3,30 @@
 // The script has an object Host:
 //   Host.Connect object, prefix   from now on an event calls the procedure prefix + its name
 //   Host.Disconnect object        ends that
+//   Host.Show control             places a control on a form of its own
+//   Host.Hide control             takes it away again
+//   Host.Press control, text      what the user does there: a button or check box,
+//   Host.Choose control, text     a line of a list,
+//   Host.Pick control, name       a key, by the beginning of its spoken name,
+//   Host.Slide control, position  a slider,
+//   Host.Type control, text       a text into the field that takes one
 //   Host.Echo text                writes a line
 //   Host.Argument(index)          an argument of the command line, from 0
 //   Host.Quit status              sets the exit status, which is 1 until then
 // An error of the script is written to standard error and ends with status 1.
-#include "com/windows/Com.h"
+#include "com/windows/UserForm.h"
 
 #include <activscp.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -143,34 +153,40 @@ public:
     [[nodiscard]] int Status() const { return m_status; }
     void DisconnectAll() {
         m_script = nullptr;
+        m_forms.clear();
         while (!m_connections.empty())
             Disconnect(m_connections.begin()->first);
     }
 
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
                                             DISPID* ids) override {
-        const wchar_t* const known[] = {L"Connect", L"Disconnect", L"Echo", L"Argument", L"Quit"};
-        for (int i = 0; i < 5; ++i)
-            if (_wcsicmp(names[0], known[i]) == 0) {
-                ids[0] = i + 1;
-                return S_OK;
-            }
-        return DISP_E_UNKNOWNNAME;
+        const auto& known = Methods();
+        const auto found = std::ranges::find_if(
+            known, [&](const Method& method) { return _wcsicmp(names[0], method.name) == 0; });
+        if (found == known.end())
+            return DISP_E_UNKNOWNNAME;
+        ids[0] = static_cast<DISPID>(found - known.begin()) + 1;
+        return S_OK;
     }
 
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given,
-                                     VARIANT* result, EXCEPINFO*, UINT*) override {
-        if (given->cArgs != (id == 1 ? 2U : 1U))
+                                     VARIANT* result, EXCEPINFO* exception, UINT*) override {
+        const Method& method = Methods().at(static_cast<std::size_t>(id - 1));
+        if (given->cArgs != method.arguments)
             return DISP_E_BADPARAMCOUNT;
         std::vector<VARIANT> arguments(given->cArgs); // in order
         for (UINT i = 0; i < given->cArgs; ++i)
             VariantCopyInd(&arguments[i], &given->rgvarg[given->cArgs - 1 - i]);
         HRESULT status = S_OK;
         try {
-            Do(id, arguments, result);
+            const VARIANT answer = method.run(*this, arguments);
+            if (result != nullptr)
+                *result = answer;
         } catch (const std::exception& error) {
-            std::fprintf(stderr, "scripthost: %s\n", error.what());
-            status = E_FAIL;
+            status = DISP_E_EXCEPTION;
+            const std::string text = error.what();
+            exception->scode = E_FAIL;
+            exception->bstrDescription = SysAllocString(Wide(text).c_str());
         }
         for (VARIANT& argument : arguments)
             VariantClear(&argument);
@@ -183,23 +199,72 @@ private:
         DWORD cookie;
     };
 
-    void Do(DISPID id, std::vector<VARIANT>& arguments, VARIANT* result) {
-        if (id == 1) {
-            Connect(V_DISPATCH(&arguments[0]), V_BSTR(&arguments[1]));
-        } else if (id == 2) {
-            Disconnect(V_DISPATCH(&arguments[0]));
-        } else if (id == 3) {
-            Check(VariantChangeType(&arguments[0], &arguments[0], VARIANT_ALPHABOOL, VT_BSTR),
-                  "Echo");
-            std::printf("%ls\n", V_BSTR(&arguments[0]));
-            std::fflush(stdout);
-        } else if (id == 4) {
-            V_VT(result) = VT_BSTR;
-            V_BSTR(result) =
-                SysAllocString(m_arguments.at(static_cast<size_t>(V_I2(&arguments[0]))).c_str());
-        } else {
-            m_status = V_I2(&arguments[0]);
-        }
+    using Arguments = std::vector<VARIANT>;
+    struct Method {
+        const wchar_t* name;
+        UINT arguments;
+        std::function<VARIANT(ScriptHost&, Arguments&)> run;
+    };
+    static const std::array<Method, 12>& Methods() {
+        using Form = qx::test::UserForm;
+        // What a user does on a form, with a text.
+        const auto act = [](void (Form::*action)(const std::wstring&)) {
+            return [action](ScriptHost& self, Arguments& given) {
+                (self.FormOf(V_DISPATCH(&given[0])).*action)(V_BSTR(&given[1]));
+                return VARIANT{};
+            };
+        };
+        const auto simple = [](auto action) {
+            return [action](ScriptHost& self, Arguments& given) {
+                action(self, given);
+                return VARIANT{};
+            };
+        };
+        static const std::array<Method, 12> methods{{
+            {L"Connect", 2, simple([](ScriptHost& self, Arguments& given) {
+                 self.Connect(V_DISPATCH(&given[0]), V_BSTR(&given[1]));
+             })},
+            {L"Disconnect", 1, simple([](ScriptHost& self, Arguments& given) {
+                 self.Disconnect(V_DISPATCH(&given[0]));
+             })},
+            {L"Show", 1, simple([](ScriptHost& self, Arguments& given) {
+                 IDispatch* const control = V_DISPATCH(&given[0]);
+                 self.m_forms[control] = std::make_unique<Form>(control);
+             })},
+            {L"Hide", 1, simple([](ScriptHost& self, Arguments& given) {
+                 self.m_forms.erase(V_DISPATCH(&given[0]));
+             })},
+            {L"Press", 2, act(&Form::Press)},
+            {L"Choose", 2, act(&Form::Choose)},
+            {L"Pick", 2, act(&Form::Pick)},
+            {L"Type", 2, act(&Form::Type)},
+            {L"Slide", 2, simple([](ScriptHost& self, Arguments& given) {
+                 self.FormOf(V_DISPATCH(&given[0])).Slide(V_I2(&given[1]));
+             })},
+            {L"Echo", 1, simple([](ScriptHost&, Arguments& given) {
+                 Check(VariantChangeType(&given[0], &given[0], VARIANT_ALPHABOOL, VT_BSTR), "Echo");
+                 std::printf("%ls\n", V_BSTR(&given[0]));
+                 std::fflush(stdout);
+             })},
+            {L"Argument", 1,
+             [](ScriptHost& self, Arguments& given) {
+                 VARIANT text;
+                 V_VT(&text) = VT_BSTR;
+                 V_BSTR(&text) = SysAllocString(
+                     self.m_arguments.at(static_cast<size_t>(V_I2(&given[0]))).c_str());
+                 return text;
+             }},
+            {L"Quit", 1,
+             simple([](ScriptHost& self, Arguments& given) { self.m_status = V_I2(&given[0]); })},
+        }};
+        return methods;
+    }
+
+    qx::test::UserForm& FormOf(IDispatch* control) {
+        const auto found = m_forms.find(control);
+        if (found == m_forms.end())
+            throw std::runtime_error("the control is on no form");
+        return *found->second;
     }
 
     void Connect(IDispatch* object, const wchar_t* prefix) {
@@ -235,6 +300,7 @@ private:
     std::vector<std::wstring> m_arguments;
     ComPtr<IDispatch> m_script;
     std::map<IDispatch*, Connection> m_connections;
+    std::map<IDispatch*, std::unique_ptr<qx::test::UserForm>> m_forms;
     int m_status = 1;
 };
 

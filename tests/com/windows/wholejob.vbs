@@ -1,4 +1,5 @@
-' A host's whole job: identify the keyboard, upload, edit, download, and upload again to check.
+' A host's whole job: identify the keyboard, upload, edit every module, download, and upload again
+' to check. The user works on forms, and the host answers what the controls ask it by their events.
 ' wholejob.json is the same work as a document of qxconf.
 Option Explicit
 
@@ -74,33 +75,121 @@ Sub Download(controls)
         control.DataDownload True
         control.PrepareDataDownload True
     Next
+    keyboard.MemRequestAdd 255, 70000, 30720 ' the descriptions, which no control queues
     Expect "download", keyboard.Download(), 0
     keyboard.DataTransferFixUp
 End Sub
 
-Dim barcode, magnet, pos
+Dim common, barcode, magnet, free, layered, pos, controls, control
+Set common = NewControl("QXCommonKeyboard", 0)
 Set barcode = NewControl("QXBarcode", 2)
 Set magnet = NewControl("QXMagnetCard", 1)
+Set free = NewControl("QXFreeProgKeys", 5)
+Set layered = NewControl("QXLayeredFuncKeys", 9)
 Set pos = NewControl("QXPos", 6)
-Upload Array(barcode, magnet, pos)
+controls = Array(common, barcode, magnet, free, layered, pos)
 
-barcode.BitPage(1).Flag(3).Value = True
+' What the controls have asked, and the host's answers.
+Dim asked
+Sub barcode_EditHeader(sCurrSeq, fCancelEdit, sNewSeq)
+    asked = asked & "barcode " & fCancelEdit & ";"
+    sNewSeq = " 30158"
+    fCancelEdit = False
+End Sub
+Sub barcode_RemoveHeader(fRemoveIt) : asked = asked & "remove " & fRemoveIt & ";" : End Sub
+Sub magnet_EditCurrentHeader(nTrackId, sInSequence, fCancelAction, sOutSequence)
+    asked = asked & "track " & nTrackId & " " & fCancelAction & ";"
+    sOutSequence = " 31159"
+End Sub
+Sub magnet_ClearCurrentHeader(nTrackId, fCanRemoveIt)
+    asked = asked & "clear " & nTrackId & " " & fCanRemoveIt & ";"
+    fCanRemoveIt = False
+End Sub
+Sub free_EditSequence(nPosCode, sOutSeq, fCancelEdit, sInSeq)
+    asked = asked & "key " & nPosCode & " " & fCancelEdit & ";"
+    sInSeq = " 32160"
+End Sub
+Sub layered_EditLayeredFuncKey(sCurrSeq, fCancelEdit, sNewSeq)
+    asked = asked & "function key " & fCancelEdit & ";"
+    If layered.DataChanged Then sNewSeq = " 34162" Else sNewSeq = " 33161"
+    fCancelEdit = False
+End Sub
+Sub pos_POSEditorRequested(fCancelEdit)
+    Dim block
+    asked = asked & "blocks " & fCancelEdit & ";"
+    Set block = pos.PosData.Block(3)
+    block.AddKey 3
+    block.AddKey 10
+    block.Sequence.AddByte 31
+    block.Sequence.AddByte 159
+    fCancelEdit = False
+End Sub
+Sub pos_RemoveAllBlocks(fCancelRemoving) : asked = asked & "no blocks " & fCancelRemoving & ";" : End Sub
+
+barcode.SetListEntry 1, "EAN"
+barcode.SetListEntry 14, "First reader"
+barcode.BitPage(1).OptionNum = 6
+barcode.BitPage(1).Flag(3).Caption = "Two digits"
+barcode.ButtonEdit.Caption = "Edit"
+barcode.ButtonRemove.Caption = "Remove"
+barcode.OptionTerminator.Caption = "Send terminator"
+magnet.Track2.Caption = "Second track"
+magnet.Captions.CreateHeader.Caption = "Edit header"
+magnet.Captions.RemoveHeader.Caption = "Clear header"
+magnet.Captions.UseThisTerminator = "Send terminator"
+magnet.ReaderOptions.VerifyLRC.Caption = "Verify LRC"
+free.ButtonEdit.Caption = "Edit"
+layered.ButtonEdit.Caption = "Edit"
+layered.ButtonLayerInc.Caption = "Next layer"
+pos.ButtonEdit.Caption = "Edit blocks"
+pos.ButtonCleanAll.Caption = "Remove all"
+Upload controls
+For Each control In controls
+    control.Translate
+    Host.Show control
+Next
+magnet.RescanTracks
+Host.Connect barcode, "barcode_"
+Host.Connect magnet, "magnet_"
+Host.Connect free, "free_"
+Host.Connect layered, "layered_"
+Host.Connect pos, "pos_"
+
+Host.Slide common, 11
+Host.Choose barcode, "EAN"
+Host.Press barcode, "Two digits"
+Host.Choose barcode, "First reader"
+Host.Press barcode, "Edit"
+Host.Press barcode, "Remove" ' is asked, and refused
+Host.Press barcode, "Send terminator"
 barcode.BitPage(12).MinSize = 17
-magnet.ReaderOptions.VerifyLRC.Value = False
-magnet.Track2.Header.KeyString = " 30158"
-magnet.Track2.TerminatorEnabled = False
-Dim block
-Set block = pos.PosData.Block(3)
-block.AddKey 3
-block.AddKey 10
-block.Sequence.AddByte 31
-block.Sequence.AddByte 159
-Download Array(barcode, magnet, pos)
+Host.Press magnet, "Verify LRC"
+Host.Choose magnet, "Second track"
+Host.Press magnet, "Edit header"
+Host.Press magnet, "Clear header"
+Host.Press magnet, "Send terminator"
+Host.Pick free, "Key 75"
+Host.Press free, "Edit"
+Host.Pick layered, "Function key F3"
+Host.Press layered, "Edit"
+Host.Type layered, "Cash"
+Host.Press layered, "Next layer"
+Host.Pick layered, "Function key F1"
+Host.Press layered, "Edit"
+Host.Press pos, "Edit blocks"
+Host.Press pos, "Remove all"
+Expect "asked", asked, "barcode True;remove False;track 2 False;clear 2 True;key 75 False;" & _
+    "function key True;function key True;blocks True;no blocks True;"
+Download controls
+For Each control In controls
+    Host.Disconnect control
+    Host.Hide control
+Next
 
 Dim again
 Set again = NewControl("QXMagnetCard", 1)
 Upload Array(again)
-Expect "header", again.Track2.Header.KeyString, " 30158"
+Expect "header", again.Track2.Header.KeyString, " 31159"
 Expect "terminator", again.Track2.TerminatorEnabled, False
 
 Dim memory : memory = "earlier"
