@@ -152,23 +152,22 @@ TEST_F(SessionTest, ATransferThatThrowsHasFailed) {
 // The first failure is the cause of the others.
 TEST_F(SessionTest, TheFirstOfSeveralFailedCallsIsReported) {
     struct : test::FakeDriver {
-        std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
-                                     std::int32_t lSize) override {
-            const std::int32_t done = FakeDriver::QXCFG_ImageRead(lAddress, buffer, lSize);
-            return status == 0 ? done : ++status;
+        std::int32_t QXCFG_ImageWrite(std::int32_t, const char*, std::int32_t) override {
+            return ++status;
         }
-        std::int32_t status = 0;
+        std::int32_t status = 30;
     } failing;
-    failing.directory = {{MODULE_MAGNET_CONFIG, 0x1000}};
+    failing.directory = {
+        {MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1100}, {MODULE_POS, 0x2000}};
     Session session(failing);
     session.Open();
     auto sections = session.SectionsIn(configuration);
-    failing.status = 30;
     try {
-        session.Upload(sections);
-        ADD_FAILURE() << "uploaded";
+        session.Download(sections);
+        ADD_FAILURE() << "downloaded";
     } catch (const Error& error) {
         EXPECT_EQ(error.Status(), 31);
+        EXPECT_GT(failing.status, 31);
     }
 }
 
