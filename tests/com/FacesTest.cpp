@@ -5,6 +5,8 @@
 
 #include "Host.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/QXLayoutDisplay.h"
+#include "qxcontrols/pos/QXPosDisplay.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
 
@@ -202,6 +204,29 @@ TEST_F(Faces, ThePosEditorsWindowTakesKeysAndShowsTheColours) {
     EXPECT_EQ(keys->state.keys[17].name.substr(0, 10), "POS key 18");
     table.undo();
     EXPECT_NE(form.PosData().Block(18).ColorID(), 4);
+}
+
+TEST_F(Faces, TheCaptionsOfKeysHaveTheSizesThatWereChosen) {
+    com::FaceTable face = Face("QXLayoutDisplay");
+    auto& layout = Native<QXLayoutDisplay>(object);
+    layout.cmdKey[30].Visible = true;
+    layout.cmdKey[30].Width = layout.cmdKey[30].Height = 500;
+    const auto scaleOf = [&](std::string_view id, std::size_t row) {
+        Refresh(face.root);
+        return Find(face.root, id)->state.keys.at(row).textScale;
+    };
+    EXPECT_EQ(scaleOf("layoutDisplay", 0), 1);
+    layout.SetUserFontSize(15);
+    EXPECT_EQ(scaleOf("layoutDisplay", 0), 2.5F);
+    layout.SetUserFontSize(-4);
+    EXPECT_GT(scaleOf("layoutDisplay", 0), 0);
+
+    const ObjectRef pos = host.New("QXPosDisplay");
+    face = com::FaceOf(*pos).value();
+    Native<QXPosDisplay>(pos).SetAsCurrentCaption(5, "9", "");
+    EXPECT_EQ(scaleOf("posDisplay", 3), 1);
+    EXPECT_EQ(scaleOf("posDisplay", 4), 1.25F);
+    EXPECT_TRUE(Find(face.root, "posDisplay")->state.keys[4].isBold);
 }
 
 TEST_F(Faces, CaptionsLoseTheMarksOfTheirShortcuts) {

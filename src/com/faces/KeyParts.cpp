@@ -1,5 +1,7 @@
 #include "com/faces/KeyParts.h"
 
+#include "qxcontrols/settings/Preferences.h"
+
 #include <algorithm>
 #include <tuple>
 #include <utility>
@@ -11,6 +13,12 @@ constexpr KeyGridPlaces kPosPlaces{15, 700, 600}; // along the rows of the keybo
 
 bool IsSetting(const QXLayoutDisplay& display) {
     return display.DisplayKeyType() == DISPLAY_SETTING;
+}
+
+// How large the captions are, as a multiple of the size that they have when nobody has chosen one.
+Single TextScaleOf(const QXLayoutDisplay& display) {
+    return static_cast<Single>(std::max<Integer>(display.UserFontSize(), 1)) /
+           static_cast<Single>(InfoOf(Preference::KeyFontSize).loadDefault);
 }
 
 PartState LayoutKeys(const QXLayoutDisplay& display) {
@@ -25,6 +33,7 @@ PartState LayoutKeys(const QXLayoutDisplay& display) {
         KeyCap cap = CapOf(key, index, key.BackColor);
         std::tie(cap.left, cap.top, cap.width, cap.height) =
             std::tie(key.Left, key.Top, key.Width, key.Height);
+        cap.textScale = TextScaleOf(display);
         cap.isProgrammed = key.Programmed;
         cap.isCurrent = index == display.CurrProgKey();
         cap.name = "Key " + std::to_string(i) + ", " + key.Caption +
@@ -41,7 +50,8 @@ KeyCap PosCap(const QXPosDisplay& display, Integer nKey, const PosUse& use) {
     KeyCap cap = CapOf(key, nKey, key.BackColor);
     kPosPlaces.Put(cap, nKey - QXPosDisplay::kMinKey);
     cap.isProgrammed = display.IsUsedKey(nKey);
-    cap.isCurrent = key.FontBold;
+    cap.isCurrent = cap.isBold = key.FontBold;
+    cap.textScale = static_cast<Single>(key.FontSize) / static_cast<Single>(PosButton().FontSize);
     cap.name = "POS key " + std::to_string(nKey);
     if (use.nameOf) {
         const std::string name = use.nameOf(nKey);

@@ -34,8 +34,10 @@ struct KeyCap {
     Single left = 0, top = 0, width = 0, height = 0; // in the control's unit
     std::string caption;
     std::string toolTip;
-    std::string name; // for those who hear the screen
-    Long color = 0;   // a Windows colour value
+    std::string name;     // for those who hear the screen
+    Long color = 0;       // a Windows colour value
+    Single textScale = 1; // of the caption; 1 is its usual size
+    bool isBold = false;
     bool isProgrammed = false;
     bool isCurrent = false;
     bool isEnabled = true;

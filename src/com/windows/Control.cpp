@@ -7,15 +7,14 @@
 namespace qx::com {
 namespace {
 
-constexpr SIZE kFirstSize{240, 160};       // pixels
-constexpr SIZE kFirstServiceSize{120, 32}; // of the service objects, which show only their names
+constexpr SIZEL kFirstSize{6350, 4233};       // hundredths of a millimetre
+constexpr SIZEL kFirstServiceSize{4233, 847}; // of the service objects, which show only their names
 
 } // namespace
 
 Control::Control(ObjectRef object)
     : ComObject(std::move(object)), m_face(MakeFace(Library(), [this] { ViewChanged(); })),
-      m_extent(HundredthsFromPixels(Served().type.look == Look::Invisible ? kFirstServiceSize
-                                                                          : kFirstSize)) {}
+      m_extent(Served().type.look == Look::Invisible ? kFirstServiceSize : kFirstSize) {}
 
 Control::~Control() {
     if (m_window != nullptr)

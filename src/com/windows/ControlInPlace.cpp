@@ -2,6 +2,7 @@
 #include "com/windows/Control.h"
 
 #include "com/windows/FormWindow.h"
+#include "com/windows/HostWindow.h"
 #include "com/windows/KeysWindow.h"
 #include "com/windows/Units.h"
 
@@ -24,6 +25,7 @@ bool Control::IsShown() const {
     return Served().type.look == Look::Visible || !m_ambient.isUserMode;
 }
 
+// Whatever the container is told, it may answer by taking the control off the form.
 HRESULT Control::ActivateInPlace() {
     if (m_window != nullptr) {
         ShowWindow(m_window, SW_SHOWNA);
@@ -46,19 +48,26 @@ HRESULT Control::ActivateInPlace() {
     HRESULT result = site->GetWindow(&parent);
     if (SUCCEEDED(result))
         result = site->GetWindowContext(frame.Out(), document.Out(), &place, &clip, &info);
-    if (SUCCEEDED(result))
-        result = site->OnInPlaceActivate();
     if (FAILED(result))
         return result;
     m_inPlaceSite = site;
     m_frame = frame;
+    result = site->OnInPlaceActivate();
+    if (FAILED(result)) {
+        m_inPlaceSite = nullptr;
+        m_frame = nullptr;
+        return result;
+    }
+    if (!m_inPlaceSite)
+        return E_FAIL;
     if (!OpenWindow(parent, place)) {
         InPlaceDeactivate();
         return E_FAIL;
     }
-    if (m_site)
-        m_site->ShowObject();
-    return S_OK;
+    NoteControlInUse(m_window);
+    if (const ComPtr<IOleClientSite> client = m_site)
+        client->ShowObject();
+    return m_window == nullptr ? E_FAIL : S_OK;
 }
 
 HRESULT Control::ActivateUI() {
@@ -66,13 +75,16 @@ HRESULT Control::ActivateUI() {
     if (result != S_OK || m_isUIActive)
         return result;
     m_isUIActive = true;
-    m_inPlaceSite->OnUIActivate();
-    if (m_frame)
-        m_frame->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this),
-                                 Wide(Served().type.name).c_str());
-    if (m_window != nullptr && !IsChild(m_window, GetFocus()))
+    NoteControlInUse(m_window);
+    const ComPtr<IOleInPlaceFrame> frame = m_frame;
+    if (const ComPtr<IOleInPlaceSite> site = m_inPlaceSite)
+        site->OnUIActivate();
+    if (frame && m_isUIActive)
+        frame->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this),
+                               Wide(Served().type.name).c_str());
+    if (m_window != nullptr && m_isUIActive && !IsChild(m_window, GetFocus()))
         SetFocus(m_window);
-    return S_OK;
+    return m_window == nullptr ? E_FAIL : S_OK;
 }
 
 HRESULT Control::InPlaceDeactivate() {
@@ -90,10 +102,10 @@ HRESULT Control::UIDeactivate() {
     const ComPtr<ComObject> alive(this);
     if (!std::exchange(m_isUIActive, false))
         return S_OK;
-    if (m_frame)
-        m_frame->SetActiveObject(nullptr, nullptr);
-    if (m_inPlaceSite)
-        m_inPlaceSite->OnUIDeactivate(FALSE);
+    if (const ComPtr<IOleInPlaceFrame> frame = m_frame)
+        frame->SetActiveObject(nullptr, nullptr);
+    if (const ComPtr<IOleInPlaceSite> site = m_inPlaceSite)
+        site->OnUIDeactivate(FALSE);
     return S_OK;
 }
 
@@ -155,7 +167,7 @@ bool Control::OpenWindow(HWND parent, const RECT& place) {
     if (m_window == nullptr)
         return false;
     m_face->Open(m_window, m_ambient);
-    return true;
+    return m_window != nullptr;
 }
 
 LRESULT CALLBACK Control::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -187,6 +199,11 @@ LRESULT Control::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
         return 1; // the face draws it all
     case WM_SIZE:
         m_face->Arrange(m_ambient);
+        break;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE:
+        OnAmbientPropertyChange(DISPID_UNKNOWN);
         break;
     case WM_NCDESTROY:
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);

@@ -1,5 +1,6 @@
 #include "com/windows/FormWindow.h"
 
+#include "com/windows/HostWindow.h"
 #include "com/windows/Server.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ void FormWindow::Unregister() {
 }
 
 void FormWindow::Run() {
-    const HWND owner = GetActiveWindow();
+    const HWND owner = HostWindow();
     if (Open(owner)) {
         const OtherWindowsDisabled modal(m_window);
         ShowWindow(m_window, SW_SHOW);
@@ -171,6 +172,13 @@ LRESULT FormWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         return 1; // the face draws it all
     case WM_SIZE:
         m_face.Arrange(m_ambient);
+        break;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE:
+        m_ambient = {};
+        m_face.Arrange(m_ambient);
+        InvalidateRect(window, nullptr, FALSE);
         break;
     case WM_ACTIVATE:
         Activate(LOWORD(wParam) != WA_INACTIVE);

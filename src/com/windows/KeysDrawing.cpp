@@ -52,11 +52,13 @@ int PlainHeight(const std::vector<RECT>& places) {
     return *middle;
 }
 
-HFONT FontOfHeight(HFONT like, int height) {
+HFONT FontOfHeight(HFONT like, int height, bool isBold = false) {
     LOGFONTW wanted{};
     GetObjectW(like, sizeof(wanted), &wanted);
     wanted.lfHeight = -height;
     wanted.lfWidth = 0;
+    if (isBold)
+        wanted.lfWeight = FW_BOLD;
     return CreateFontIndirectW(&wanted);
 }
 
@@ -66,9 +68,12 @@ int HeightOf(HFONT font) {
     return std::abs(static_cast<int>(of.lfHeight));
 }
 
-HFONT KeyFont(HFONT face, int keyHeight) {
-    return FontOfHeight(
-        face, std::clamp(keyHeight * 3 / 10, kLeastFont, std::max(HeightOf(face), kLeastFont)));
+// In proportion to the keys and no larger than the face's own; a key scales that.
+HFONT KeyFont(HFONT face, int keyHeight, const KeyCap& key) {
+    const auto usual = static_cast<Single>(std::min(keyHeight * 3 / 10, HeightOf(face)));
+    const auto most = static_cast<Single>(std::max(keyHeight, kLeastFont));
+    const Single height = std::clamp(usual * key.textScale, static_cast<Single>(kLeastFont), most);
+    return FontOfHeight(face, static_cast<int>(std::lround(height)), key.isBold);
 }
 
 // How large the text is in the width, of which a long word may need more.
@@ -141,7 +146,11 @@ void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look, i
         OffsetRect(&place, line, line);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, text);
+    const HFONT font = KeyFont(look.font, height, key);
+    const HGDIOBJ earlierFont = SelectObject(context, font);
     DrawCaption(context, place, key.caption);
+    SelectObject(context, earlierFont);
+    DeleteObject(font);
     if (key.index == look.focus) {
         SetTextColor(context, RGB(0, 0, 0)); // the colours that the rectangle inverts with
         SetBkColor(context, RGB(255, 255, 255));
@@ -189,12 +198,8 @@ void DrawKeys(HDC context, const RECT& area, const PartState& state, const KeysL
         return;
     }
     const int height = PlainHeight(places);
-    const HFONT font = KeyFont(look.font, height);
-    const HGDIOBJ earlier = SelectObject(context, font);
     for (std::size_t i = 0; i < places.size(); ++i)
         DrawKey(context, places[i], state.keys[i], look, height);
-    SelectObject(context, earlier);
-    DeleteObject(font);
 }
 
 } // namespace qx::com

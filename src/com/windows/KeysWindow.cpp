@@ -3,6 +3,7 @@
 #include "com/windows/KeysAccessible.h"
 #include "com/windows/Server.h"
 
+#include <commctrl.h>
 #include <windowsx.h>
 
 #include <cstdlib>
@@ -13,6 +14,7 @@ namespace qx::com {
 namespace {
 
 constexpr wchar_t kWindowClass[] = L"QXControls.Keys";
+constexpr UINT_PTR kToolTip = 1;
 
 } // namespace
 
@@ -50,6 +52,7 @@ void KeysWindow::Show(const PartState& state, HFONT font, const FaceColours& col
     m_isHighContrast = colours.isHighContrast;
     if (isMoved || RowOf(m_focus) < 0)
         FocusOn(RowOf(state.value));
+    ShowToolTip(RowOf(m_pointed));
     InvalidateRect(m_window, nullptr, FALSE);
 }
 
@@ -159,6 +162,42 @@ void KeysWindow::Release(POINT point) {
         Pick(row);
 }
 
+// The tip is that of the key under the pointer.
+void KeysWindow::Point(const MSG& mouse) {
+    if (mouse.message == WM_MOUSEMOVE)
+        ShowToolTip(RowAt({GET_X_LPARAM(mouse.lParam), GET_Y_LPARAM(mouse.lParam)}));
+    if (m_toolTip != nullptr)
+        SendMessageW(m_toolTip, TTM_RELAYEVENT, 0,
+                     reinterpret_cast<LPARAM>(const_cast<MSG*>(&mouse)));
+}
+
+// Each key's tip is a tool of its own, so that its delay begins when the pointer reaches the key.
+void KeysWindow::ShowToolTip(int row) {
+    const KeyCap none;
+    const KeyCap& key = row < 0 ? none : m_state.keys[static_cast<std::size_t>(row)];
+    const int pointed = row < 0 ? -1 : key.index;
+    if (pointed == m_pointed && key.toolTip == m_toolTipText)
+        return;
+    if (m_toolTip == nullptr)
+        m_toolTip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                    WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, m_window,
+                                    nullptr, Module(), nullptr);
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.hwnd = m_window;
+    tool.uId = kToolTip;
+    if (!m_toolTipText.empty())
+        SendMessageW(m_toolTip, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    m_pointed = pointed;
+    m_toolTipText = key.toolTip;
+    if (m_toolTipText.empty())
+        return;
+    std::wstring text = WideFromUtf8(m_toolTipText);
+    tool.rect = Places()[static_cast<std::size_t>(row)];
+    tool.lpszText = text.data();
+    SendMessageW(m_toolTip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
 void KeysWindow::Draw(HDC context, const RECT& area) const {
     FillArea(context, area, m_background);
     DrawKeys(context, area, m_state,
@@ -185,6 +224,8 @@ void KeysWindow::Paint() {
 LRESULT KeysWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = m_window;
     const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
+        Point({window, message, wParam, lParam, 0, point});
     switch (message) {
     case WM_PAINT:
         Paint();
@@ -199,6 +240,14 @@ LRESULT KeysWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 1;
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case WM_SIZE:
+        ShowToolTip(-1);
+        break;
+    case WM_DESTROY:
+        if (m_toolTip != nullptr)
+            DestroyWindow(m_toolTip);
+        m_toolTip = nullptr;
+        break;
     case WM_SETFOCUS:
         FocusOn(FocusRow() < 0 && !m_state.keys.empty() ? 0 : FocusRow());
         return 0;

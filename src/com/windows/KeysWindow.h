@@ -9,6 +9,9 @@
 #include "com/windows/FaceDrawing.h"
 #include "com/windows/KeysDrawing.h"
 
+#include <string>
+#include <vector>
+
 namespace qx::com {
 
 inline constexpr UINT kKeyPicked = WM_APP + 1;  // by a click, the space bar or a screen reader
@@ -38,6 +41,8 @@ private:
     bool HandleKey(WPARAM key);
     void FocusOn(int row);
     void Release(POINT point);
+    void Point(const MSG& mouse);
+    void ShowToolTip(int row);
     [[nodiscard]] int RowOf(int index) const;
     [[nodiscard]] int RowToward(int dx, int dy) const;
 
@@ -48,6 +53,9 @@ private:
     bool m_isHighContrast = false;
     int m_focus = -1; // the number of the key
     int m_pressed = -1;
+    HWND m_toolTip = nullptr;
+    std::string m_toolTipText; // of the key under the pointer; empty for none
+    int m_pointed = -1;        // the number of that key
 };
 
 } // namespace qx::com

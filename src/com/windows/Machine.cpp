@@ -2,6 +2,7 @@
 
 #include "com/windows/Com.h"
 #include "com/windows/FormWindow.h"
+#include "com/windows/HostWindow.h"
 #include "qxcontrols/common/Utf.h"
 
 #include <algorithm>
@@ -23,7 +24,10 @@ TimersByNumber& TimersOfThread() {
 void CALLBACK OnTimer(HWND, UINT, UINT_PTR number, DWORD) {
     const auto timer = TimersOfThread().find(number);
     if (timer != TimersOfThread().end())
-        timer->second->Tick();
+        static_cast<void>(Guarded([&] {
+            timer->second->Tick();
+            return S_OK;
+        }));
 }
 
 class WindowsFormTimer : public FormTimer {
@@ -85,7 +89,7 @@ Guid WindowsGuidCreator::CreateSafeGuid() {
 }
 
 void WindowsMessageBoxes::Show(std::string_view sText) {
-    const HWND owner = GetActiveWindow();
+    const HWND owner = HostWindow();
     const UINT modality = owner == nullptr ? MB_TASKMODAL : MB_APPLMODAL;
     MessageBoxW(owner, Wide(Utf16FromUtf8(sText)).c_str(), L"QXControls", MB_OK | modality);
 }

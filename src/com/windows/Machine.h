@@ -18,7 +18,7 @@ public:
     Guid CreateSafeGuid() override;
 };
 
-// Message boxes belong to the host's active window.
+// Message boxes belong to the host's window.
 class WindowsMessageBoxes : public MessageBoxes {
 public:
     void Show(std::string_view sText) override;
@@ -35,7 +35,7 @@ public:
     void Process() override;
 };
 
-// The forms belong to the host's active window.
+// So do the forms.
 class WindowsModalForms : public ModalForms {
 public:
     void ShowModal(frmSequencer& form) override;

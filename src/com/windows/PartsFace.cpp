@@ -288,9 +288,6 @@ bool PartsFace::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& resu
         return true;
     case WM_SETFOCUS:
         return FocusOn(false);
-    case WM_SYSCOLORCHANGE:
-        Refreshed();
-        return false;
     default:
         return false;
     }

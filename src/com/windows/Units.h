@@ -14,12 +14,6 @@ inline constexpr int kHundredthsPerInch = 2540;
     return dots;
 }
 
-[[nodiscard]] inline SIZEL HundredthsFromPixels(SIZE pixels) {
-    const SIZE dots = PixelsPerInch();
-    return {MulDiv(pixels.cx, kHundredthsPerInch, dots.cx),
-            MulDiv(pixels.cy, kHundredthsPerInch, dots.cy)};
-}
-
 [[nodiscard]] inline SIZE PixelsFromHundredths(SIZEL hundredths) {
     const SIZE dots = PixelsPerInch();
     return {MulDiv(hundredths.cx, dots.cx, kHundredthsPerInch),

@@ -1,11 +1,14 @@
 // The controls in a container that is not ours.
 
 #include "com/windows/Form.h"
+#include "com/windows/Sink.h"
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <set>
+#include <vector>
 
 namespace qx::test {
 namespace {
@@ -30,10 +33,14 @@ public:
         DeleteObject(m_bitmap);
     }
     [[nodiscard]] HDC Context() const { return m_context; }
-    [[nodiscard]] std::set<std::uint32_t> Colours() const {
+    [[nodiscard]] std::vector<std::uint32_t> Pixels() const {
         GdiFlush();
         const auto* const pixels = static_cast<const std::uint32_t*>(m_bits);
         return {pixels, pixels + m_count};
+    }
+    [[nodiscard]] std::set<std::uint32_t> Colours() const {
+        const std::vector<std::uint32_t> pixels = Pixels();
+        return {pixels.begin(), pixels.end()};
     }
 
 private:
@@ -43,6 +50,16 @@ private:
     std::size_t m_count;
 };
 
+// The middle of a key, in the window.
+POINT MiddleOf(HWND keys, LONG number) {
+    const auto heard = AccessibleOf(keys);
+    long left = 0, top = 0, width = 0, height = 0;
+    EXPECT_EQ(heard->accLocation(&left, &top, &width, &height, LongInt(number)), S_OK);
+    POINT middle{left + width / 2, top + height / 2};
+    ScreenToClient(keys, &middle);
+    return middle;
+}
+
 class ComContainer : public ComClient {
 protected:
     static void SetUpTestSuite() {
@@ -50,7 +67,7 @@ protected:
         ASSERT_TRUE(AtlStarts());
     }
 
-    static std::set<std::uint32_t> ColoursOf(HWND window) {
+    static std::vector<std::uint32_t> PixelsOf(HWND window) {
         RECT bounds{};
         GetClientRect(window, &bounds);
         UpdateWindow(window);
@@ -58,7 +75,7 @@ protected:
         const HDC context = GetDC(window);
         BitBlt(picture.Context(), 0, 0, bounds.right, bounds.bottom, context, 0, 0, SRCCOPY);
         ReleaseDC(window, context);
-        return picture.Colours();
+        return picture.Pixels();
     }
 };
 
@@ -78,7 +95,8 @@ TEST_F(ComContainer, VisibleControlsShowAndResizeOnAForm) {
         GetClientRect(form.Window(), &onForm);
         GetClientRect(window, &onControl);
         EXPECT_TRUE(EqualRect(&onForm, &onControl)) << name;
-        EXPECT_GT(ColoursOf(window).size(), 1U) << name;
+        const std::vector<std::uint32_t> pixels = PixelsOf(window);
+        EXPECT_GT(std::set(pixels.begin(), pixels.end()).size(), 1U) << name;
         SendMessageW(window, WM_LBUTTONDOWN, 0, MAKELPARAM(5, 5));
         SendMessageW(window, WM_KEYDOWN, VK_TAB, 0);
         form.Clear();
@@ -194,14 +212,12 @@ TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
     long count = 0;
     ASSERT_EQ(heard->get_accChildCount(&count), S_OK);
     ASSERT_EQ(count, 24);
-    long left = 0, top = 0, width = 0, height = 0;
-    ASSERT_EQ(heard->accLocation(&left, &top, &width, &height, LongInt(3)), S_OK);
-    EXPECT_GT(width, 20);
-    POINT middle{left + width / 2, top + height / 2};
+    const POINT middle = MiddleOf(keys, 3);
+    POINT onScreen = middle;
+    ClientToScreen(keys, &onScreen);
     VARIANT hit;
-    ASSERT_EQ(heard->accHitTest(middle.x, middle.y, &hit), S_OK);
+    ASSERT_EQ(heard->accHitTest(onScreen.x, onScreen.y, &hit), S_OK);
     EXPECT_EQ(V_I4(&hit), 3);
-    ScreenToClient(keys, &middle);
     SendMessageW(keys, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(middle.x, middle.y));
     SendMessageW(keys, WM_LBUTTONUP, 0, MAKELPARAM(middle.x, middle.y));
 
@@ -224,6 +240,111 @@ TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
     EXPECT_NE(heard->accDoDefaultAction(LongInt(25)), S_OK);
     form.Clear();
     EXPECT_NE(heard->get_accChildCount(&count), S_OK); // the window has gone
+}
+
+TEST_F(ComContainer, ClicksOnTheKeysOfDisplaysReachTheHost) {
+    const Services services;
+    for (const char* const name : {"QXLayoutDisplay", "QXPosDisplay"}) {
+        Form form(900, 500);
+        const auto control = form.Place(name);
+        ASSERT_TRUE(control) << name;
+        if (std::string_view(name) == "QXLayoutDisplay") {
+            Put(control.Get(), L"LayoutSource", Dispatch(services.layout.Get()));
+            const auto none = NewObject(L"QXControls.KeyboardSequences");
+            Get(control.Get(), L"ReloadKeysSettings", {Dispatch(none.Get())});
+        }
+        std::vector<LONG> clicked;
+        Listen(control.Get(), [&](Heard event) {
+            EXPECT_EQ(event.id, 1);
+            const VARIANT& key = event.arguments.at(0);
+            clicked.push_back(V_VT(&key) == VT_I2 ? V_I2(&key) : V_I4(&key));
+            return S_OK;
+        });
+        const HWND keys = form.Child(L"QXControls.Keys");
+        ASSERT_NE(keys, nullptr) << name;
+        for (const LONG number : {5, 17}) {
+            const POINT middle = MiddleOf(keys, number);
+            SendMessageW(keys, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(middle.x, middle.y));
+            SendMessageW(keys, WM_LBUTTONUP, 0, MAKELPARAM(middle.x, middle.y));
+            ASSERT_FALSE(clicked.empty()) << name;
+            BSTR heard = nullptr;
+            EXPECT_EQ(AccessibleOf(keys)->get_accName(LongInt(number), &heard), S_OK);
+            const std::string named = "ey " + std::to_string(clicked.back()) + ", ";
+            EXPECT_NE(Narrow(heard).find(named), std::string::npos) << Narrow(heard);
+            SysFreeString(heard);
+        }
+        EXPECT_EQ(clicked.size(), 2U) << name;
+        EXPECT_NE(clicked[0], clicked[1]) << name;
+    }
+}
+
+TEST_F(ComContainer, TheCaptionsOfKeysHaveTheSizeThatTheUserHasChosen) {
+    Form form(900, 500);
+    const auto control = form.Place("QXFreeProgKeys");
+    ASSERT_TRUE(control);
+    const Services services;
+    services.HandTo(control.Get());
+    Get(control.Get(), L"ReloadKeySettings");
+    const HWND keys = form.Child(L"QXControls.Keys");
+    ASSERT_NE(keys, nullptr);
+    const auto drawn = [&](SHORT size) {
+        Get(control.Get(), L"KeyFontSizeChanged", {Int(size)});
+        PumpMessages();
+        return PixelsOf(keys);
+    };
+    const auto usual = drawn(6);
+    const auto large = drawn(9);
+    EXPECT_GT(std::ranges::count(large, 0U), std::ranges::count(usual, 0U)); // black
+    EXPECT_EQ(drawn(6), usual);
+    EXPECT_EQ(drawn(-1), drawn(1)); // as small as can be read
+}
+
+// As the pointer moves over the keys.
+TEST_F(ComContainer, EachKeyHasAToolTipOfItsOwn) {
+    Form form(900, 500);
+    const auto control = form.Place("QXPosDisplay");
+    ASSERT_TRUE(control);
+    Get(control.Get(), L"SetKeyCaption", {Int(2), Text(L"7"), Text(L"Block 7")});
+    Get(control.Get(), L"SetKeyCaption", {Int(3), Text(L"8"), Text(L"Block 8")});
+    const HWND keys = form.Child(L"QXControls.Keys");
+    ASSERT_NE(keys, nullptr);
+    const auto tipAt = [&](LONG number) {
+        const POINT middle = MiddleOf(keys, number);
+        SendMessageW(keys, WM_MOUSEMOVE, 0, MAKELPARAM(middle.x, middle.y));
+        struct Search {
+            HWND keys;
+            POINT point;
+            std::string text;
+        } search{keys, middle, "none"};
+        EnumThreadWindows(
+            GetCurrentThreadId(),
+            [](HWND window, LPARAM data) {
+                auto& wanted = *reinterpret_cast<Search*>(data);
+                wchar_t name[32] = {};
+                GetClassNameW(window, name, 32);
+                wchar_t text[128] = {};
+                TTHITTESTINFOW hit{};
+                hit.hwnd = wanted.keys;
+                hit.pt = wanted.point;
+                hit.ti.cbSize = sizeof(hit.ti);
+                if (std::wstring_view(name) == TOOLTIPS_CLASSW &&
+                    SendMessageW(window, TTM_HITTESTW, 0, reinterpret_cast<LPARAM>(&hit)) != 0) {
+                    hit.ti.hwnd = wanted.keys;
+                    hit.ti.lpszText = text;
+                    SendMessageW(window, TTM_GETTEXTW, 128, reinterpret_cast<LPARAM>(&hit.ti));
+                    wanted.text = Narrow(text);
+                }
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.text;
+    };
+    EXPECT_EQ(tipAt(2), "Block 7");
+    EXPECT_EQ(tipAt(3), "Block 8");
+    EXPECT_EQ(tipAt(4), "none");
+    EXPECT_EQ(tipAt(3), "Block 8");
+    Get(control.Get(), L"SetKeyCaption", {Int(3), Text(L"9"), Text(L"Block 9")});
+    EXPECT_EQ(tipAt(3), "Block 9");
 }
 
 // As a container that only draws them, while a form is designed or printed.

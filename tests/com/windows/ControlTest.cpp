@@ -9,6 +9,7 @@
 #include "qxcontrols/readers/QXBarcode.h"
 
 #include <map>
+#include <stdexcept>
 
 namespace qx::test {
 namespace {
@@ -332,7 +333,10 @@ TEST_F(ComControl, FormTimersTickWithTheHostsMessages) {
         if (++ticks == 2)
             one->SetEnabled(false); // within its own tick
     });
-    other->SetHandler([&] { ++otherTicks; });
+    other->SetHandler([&] {
+        ++otherTicks;
+        throw std::runtime_error("a fault that must not reach the host's message loop");
+    });
     one->SetInterval(10);
     other->SetInterval(10);
     other->SetEnabled(true);

@@ -118,6 +118,20 @@ TEST_F(ComEditors, AnEditorThatTheHostEndsIsCancelled) {
     EXPECT_EQ(Edit(L" 30158", 30), std::pair(false, std::wstring(L"as it was")));
 }
 
+TEST_F(ComEditors, AnEditorOpensBeforeAHostWithoutAnActiveWindow) {
+    SetActiveWindow(nullptr);
+    ASSERT_EQ(GetActiveWindow(), nullptr);
+    const User user({[this] {
+        if (TheEditor() == nullptr)
+            return false;
+        EXPECT_EQ(GetWindow(TheEditor(), GW_OWNER), host.Window());
+        EXPECT_FALSE(IsWindowEnabled(host.Window()));
+        PostMessageW(TheEditor(), WM_CLOSE, 0, 0);
+        return true;
+    }});
+    EXPECT_EQ(Edit(L" 30158", 30), std::pair(false, std::wstring(L"as it was")));
+}
+
 TEST_F(ComEditors, AnEditorEndsWithTheThreadsMessages) {
     const User user({[] {
         if (TheEditor() != nullptr)

@@ -5,6 +5,7 @@
 #include "com/windows/Sink.h"
 #include "com/windows/Site.h"
 
+#include <algorithm>
 #include <set>
 #include <vector>
 
@@ -179,23 +180,55 @@ TEST_F(ComFaces, ButtonsOfTheSameTextAreHeardApart) {
     TakeAway(control);
 }
 
-// A host that answers a click by letting go of the control.
-class ComReleases : public ComFaces {
-protected:
-    void Listen(IDispatch* control, Handler handler) {
-        const auto points =
-            ComPtr<IUnknown>(control).As<IConnectionPointContainer>(IID_IConnectionPointContainer);
-        ComPtr<IEnumConnectionPoints> all;
-        ASSERT_EQ(points->EnumConnectionPoints(all.Out()), S_OK);
-        ComPtr<IConnectionPoint> point;
-        ASSERT_EQ(all->Next(1, point.Out(), nullptr), S_OK);
-        DWORD cookie = 0;
-        const auto sink = ComPtr<Sink>::Attach(new Sink(std::move(handler)));
-        ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+// A container may take the control off the form whatever it is told, and put it there again.
+TEST_F(ComFaces, AContainerThatClosesTheControlWhileItIsActivatedDoesNoHarm) {
+    for (std::function<void()> Site::*const callback :
+         {&Site::onInPlaceActivate, &Site::onShowObject, &Site::onUIActivate}) {
+        const auto control = NewObject(L"QXControls.QXMagnetCard");
+        const auto object = control.As<IOleObject>(IID_IOleObject);
+        ASSERT_EQ(object->SetClientSite(&site), S_OK);
+        const auto activate = [&] {
+            return object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, form.Window(), nullptr);
+        };
+        int called = 0;
+        site.*callback = [&] {
+            ++called;
+            TakeAway(control);
+        };
+        EXPECT_EQ(activate(), E_FAIL);
+        EXPECT_EQ(called, 1);
+        EXPECT_EQ(form.ControlWindow(), nullptr);
+        site.*callback = nullptr;
+        ASSERT_EQ(object->SetClientSite(&site), S_OK);
+        EXPECT_EQ(activate(), S_OK);
+        EXPECT_NE(form.ControlWindow(), nullptr);
+        TakeAway(control);
     }
-};
+    EXPECT_EQ(site.References(), 1U);
+}
 
-TEST_F(ComReleases, TypingIntoASequenceAsksTheHostAndClicksSurviveItsRelease) {
+TEST_F(ComFaces, ColoursThatTheUserChangesAreTakenAtOnce) {
+    const int element = COLOR_BTNFACE;
+    const COLORREF usual = GetSysColor(element);
+    const auto choose = [&](COLORREF colour) { SetSysColors(1, &element, &colour); };
+    constexpr COLORREF kBefore = RGB(40, 90, 10);
+    constexpr COLORREF kAfter = RGB(10, 50, 110);
+    choose(kBefore);
+    site.background = 0x80000000U | COLOR_BTNFACE;
+    const auto control = Place(L"QXControls.QXMagnetCard");
+    const HWND window = form.ControlWindow();
+    EXPECT_TRUE(ColoursOf(window).contains(kBefore));
+    choose(kAfter);
+    SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+    const std::set<COLORREF> shown = ColoursOf(window);
+    EXPECT_TRUE(shown.contains(kAfter));
+    EXPECT_FALSE(shown.contains(kBefore));
+    choose(usual);
+    TakeAway(control);
+}
+
+// A host that answers a click by letting go of the control.
+TEST_F(ComFaces, TypingIntoASequenceAsksTheHostAndClicksSurviveItsRelease) {
     auto control = Place(L"QXControls.QXMagnetCard");
     const Services services;
     services.HandTo(control.Get());

@@ -92,8 +92,8 @@ void Fill(const std::string& name, IDispatch* control) {
               L"Verify the check character", L"Send the check character", L"Join short codes"})
             Put(PartOf(code39.Get(), L"Flag", {Int(flag++)}).Get(), L"Caption", Text(option));
         Put(control, L"ListCaption", Text(L"&Page"));
-        Put(control, L"MinSizeCaption", Text(L"Least length"));
-        Put(control, L"MaxSizeCaption", Text(L"Greatest length"));
+        Put(control, L"MinSizeCaption", Text(L"Minimum length"));
+        Put(control, L"MaxSizeCaption", Text(L"Maximum length"));
         Put(control, L"ShowDetails", Text(L"Show released keys"));
         Put(control, L"Reader1Msg", Text(L"What the first reader sends before and after a code."));
         PutCaption(control, L"OptionHeader", L"Send a header");

@@ -1,7 +1,7 @@
 // A host's sink, which hands each event to a function of the test.
 #pragma once
 
-#include "com/windows/Com.h"
+#include "com/windows/Client.h"
 
 #include <algorithm>
 #include <functional>
@@ -55,5 +55,18 @@ private:
     Handler m_handler;
     ULONG m_references = 1;
 };
+
+// Has the handler called for the events of the control.
+inline void Listen(IDispatch* control, Handler handler) {
+    const auto points =
+        ComPtr<IUnknown>(control).As<IConnectionPointContainer>(IID_IConnectionPointContainer);
+    ComPtr<IEnumConnectionPoints> all;
+    ASSERT_EQ(points->EnumConnectionPoints(all.Out()), S_OK);
+    ComPtr<IConnectionPoint> point;
+    ASSERT_EQ(all->Next(1, point.Out(), nullptr), S_OK);
+    DWORD cookie = 0;
+    const auto sink = ComPtr<Sink>::Attach(new Sink(std::move(handler)));
+    ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+}
 
 } // namespace qx::test

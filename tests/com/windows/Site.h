@@ -4,6 +4,8 @@
 
 #include "com/windows/Client.h"
 
+#include <functional>
+
 namespace qx::test {
 
 class Site : public IOleClientSite, public IOleInPlaceSite, public IDispatch {
@@ -13,8 +15,9 @@ public:
 
     bool isUserMode = true;
     bool isDead = false;
-    COLORREF background = RGB(210, 220, 190);
-    ComPtr<IFontDisp> font; // none unless it is set
+    OLE_COLOR background = RGB(210, 220, 190);
+    ComPtr<IFontDisp> font;                                              // none unless it is set
+    std::function<void()> onInPlaceActivate, onShowObject, onUIActivate; // empty: does nothing
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         *out = nullptr;
@@ -33,7 +36,11 @@ public:
     HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
-    HRESULT STDMETHODCALLTYPE ShowObject() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE ShowObject() override {
+        if (onShowObject)
+            onShowObject();
+        return S_OK;
+    }
     HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 
@@ -43,8 +50,16 @@ public:
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnUIActivate() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override {
+        if (onInPlaceActivate)
+            onInPlaceActivate();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE OnUIActivate() override {
+        if (onUIActivate)
+            onUIActivate();
+        return S_OK;
+    }
     HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame,
                                                IOleInPlaceUIWindow** document, LPRECT place,
                                                LPRECT clip, LPOLEINPLACEFRAMEINFO) override {
