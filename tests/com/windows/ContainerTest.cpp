@@ -299,6 +299,31 @@ TEST_F(ComContainer, TheCaptionsOfKeysHaveTheSizeThatTheUserHasChosen) {
     EXPECT_EQ(drawn(-1), drawn(1)); // as small as can be read
 }
 
+struct TipSearch {
+    HWND keys;
+    POINT point;
+    std::string text;
+};
+
+BOOL CALLBACK FindTip(HWND window, LPARAM data) {
+    auto& wanted = *reinterpret_cast<TipSearch*>(data);
+    wchar_t name[32] = {};
+    GetClassNameW(window, name, 32);
+    wchar_t text[128] = {};
+    TTHITTESTINFOW hit{};
+    hit.hwnd = wanted.keys;
+    hit.pt = wanted.point;
+    hit.ti.cbSize = sizeof(hit.ti);
+    if (std::wstring_view(name) == TOOLTIPS_CLASSW &&
+        SendMessageW(window, TTM_HITTESTW, 0, reinterpret_cast<LPARAM>(&hit)) != 0) {
+        hit.ti.hwnd = wanted.keys;
+        hit.ti.lpszText = text;
+        SendMessageW(window, TTM_GETTEXTW, 128, reinterpret_cast<LPARAM>(&hit.ti));
+        wanted.text = Narrow(text);
+    }
+    return TRUE;
+}
+
 // As the pointer moves over the keys.
 TEST_F(ComContainer, EachKeyHasAToolTipOfItsOwn) {
     Form form(900, 500);
@@ -311,32 +336,8 @@ TEST_F(ComContainer, EachKeyHasAToolTipOfItsOwn) {
     const auto tipAt = [&](LONG number) {
         const POINT middle = MiddleOf(keys, number);
         SendMessageW(keys, WM_MOUSEMOVE, 0, MAKELPARAM(middle.x, middle.y));
-        struct Search {
-            HWND keys;
-            POINT point;
-            std::string text;
-        } search{keys, middle, "none"};
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND window, LPARAM data) {
-                auto& wanted = *reinterpret_cast<Search*>(data);
-                wchar_t name[32] = {};
-                GetClassNameW(window, name, 32);
-                wchar_t text[128] = {};
-                TTHITTESTINFOW hit{};
-                hit.hwnd = wanted.keys;
-                hit.pt = wanted.point;
-                hit.ti.cbSize = sizeof(hit.ti);
-                if (std::wstring_view(name) == TOOLTIPS_CLASSW &&
-                    SendMessageW(window, TTM_HITTESTW, 0, reinterpret_cast<LPARAM>(&hit)) != 0) {
-                    hit.ti.hwnd = wanted.keys;
-                    hit.ti.lpszText = text;
-                    SendMessageW(window, TTM_GETTEXTW, 128, reinterpret_cast<LPARAM>(&hit.ti));
-                    wanted.text = Narrow(text);
-                }
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&search));
+        TipSearch search{keys, middle, "none"};
+        EnumThreadWindows(GetCurrentThreadId(), FindTip, reinterpret_cast<LPARAM>(&search));
         return search.text;
     };
     EXPECT_EQ(tipAt(2), "Block 7");
