@@ -106,20 +106,21 @@ setup::OpenedDriver Context::OpenDriver(const setup::KeyboardChoice& choice) {
     return driver;
 }
 
-setup::OpenedDriver Context::OpenChosenDriver() {
+setup::KeyboardChoice Context::Chosen() const {
     setup::KeyboardChoice choice = options.keyboard;
-    if (choice.driver.empty() && choice.keyboard.empty() && !m_surroundings.driver.empty()) {
+    if (choice.driver.empty() && choice.keyboard.empty())
         choice.driver = m_surroundings.driver;
-        Note("no --driver and no --keyboard: using the driver " + choice.driver.string());
-    }
     if (!choice.driver.empty()) // such a library may do anything, and end its process
         choice.isolation = driverhost::Isolation{{}, kDriverSilence};
-    return OpenDriver(choice);
+    return choice;
 }
 
 std::unique_ptr<host::Session> Context::NewSession() {
     m_interrupts.emplace();
-    m_driver = OpenChosenDriver();
+    const setup::KeyboardChoice choice = Chosen();
+    if (choice.driver != options.keyboard.driver)
+        Note("no --driver and no --keyboard: using the driver " + choice.driver.string());
+    m_driver = OpenDriver(choice);
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
     sessionOptions.statusText = m_driver.statusText;

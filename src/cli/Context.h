@@ -99,6 +99,7 @@ public:
 
     // For commands that work with other keyboards than the one of the options: drivers, the
     // services of controls, the folder of all records, and the waiting.
+    [[nodiscard]] setup::KeyboardChoice Chosen() const; // as the options say
     [[nodiscard]] setup::OpenedDriver OpenDriver(const setup::KeyboardChoice& choice);
     [[nodiscard]] const Platform& Services() const { return m_platform; }
     [[nodiscard]] std::filesystem::path DataFolder() const;
@@ -124,7 +125,6 @@ public:
     int Report(const Interrupted& interrupted);
 
 private:
-    [[nodiscard]] setup::OpenedDriver OpenChosenDriver();
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void WarnOfInterruptedWrites();
     // Writes these members, with the schema number and what is known of the opened keyboard.

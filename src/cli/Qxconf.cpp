@@ -96,9 +96,9 @@ void MakeProgram(Command& program, GlobalOptions& options) {
     };
     for (Command& command : KeyboardFileCommands())
         program.commands.push_back(std::move(command));
-    for (const auto make :
-         {ConvertCommand, LayerCommand, PositionCommand, CodePageCommand, PrefsCommand,
-          TestDriveCommand, RecoverCommand, BackupCommand, ReceiptsCommand, BatchCommand})
+    for (const auto make : {ConvertCommand, LayerCommand, PositionCommand, CodePageCommand,
+                            PrefsCommand, TestDriveCommand, RecoverCommand, BackupCommand,
+                            ReceiptsCommand, BatchCommand, DoctorCommand})
         program.commands.push_back(make());
     program.commands.push_back(HelpCommand(program));
     program.commands.push_back(CompletionCommand(program));

@@ -82,6 +82,9 @@ private:
     bool m_isHeld = false;
 };
 
+// The operating system and its version, "Linux 6.1.0 x86_64".
+[[nodiscard]] std::string SystemName();
+
 // The folder of the program that runs.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 

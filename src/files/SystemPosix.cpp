@@ -12,6 +12,7 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 namespace qx::files {
@@ -225,6 +226,12 @@ int ErrorColumns() {
 
 long ProcessId() {
     return getpid();
+}
+
+std::string SystemName() {
+    utsname system{};
+    (void)uname(&system);
+    return std::string(system.sysname) + " " + system.release + " " + system.machine;
 }
 
 fs::path ExecutableFolder() {

@@ -166,6 +166,19 @@ long ProcessId() {
     return static_cast<long>(GetCurrentProcessId());
 }
 
+std::string SystemName() {
+    RTL_OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    using Function = LONG(WINAPI*)(RTL_OSVERSIONINFOW*);
+    // Programs that ask GetVersionEx are shown an older system than there is.
+    const auto get = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(
+        GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetVersion")));
+    if (get == nullptr || get(&version) != 0)
+        return "Windows";
+    return "Windows " + std::to_string(version.dwMajorVersion) + "." +
+           std::to_string(version.dwMinorVersion) + "." + std::to_string(version.dwBuildNumber);
+}
+
 fs::path ExecutableFolder() {
     std::wstring name(MAX_PATH, L'\0');
     for (;;) {

@@ -250,4 +250,16 @@ private:
     std::string m_model;
 };
 
+// Runs a command with the options that choose the keyboard, and nothing put in their place.
+inline Outcome RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(),
+                     {"--layouts", QX_LAYOUTS, "--settings", (folder / "settings.ini").string()});
+    std::ostringstream out;
+    std::ostringstream err;
+    cli::Surroundings surroundings;
+    surroundings.dataFolder = folder / "data";
+    const int status = cli::Run(arguments, {out, err}, surroundings);
+    return {status, out.str(), err.str()};
+}
+
 } // namespace qx::test

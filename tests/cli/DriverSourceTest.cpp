@@ -4,22 +4,6 @@
 
 namespace qx::test {
 
-namespace {
-
-// With the options that choose the keyboard, and nothing put in their place.
-Outcome RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(),
-                     {"--layouts", QX_LAYOUTS, "--settings", (folder / "settings.ini").string()});
-    std::ostringstream out;
-    std::ostringstream err;
-    cli::Surroundings surroundings;
-    surroundings.dataFolder = folder / "data";
-    const int status = cli::Run(arguments, {out, err}, surroundings);
-    return {status, out.str(), err.str()};
-}
-
-} // namespace
-
 TEST(DriverSource, TheLibraryAndTheProgramKeepTheSameKeyboard) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();

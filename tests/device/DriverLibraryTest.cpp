@@ -16,7 +16,7 @@ TEST(DriverLibrary, ErrorsNameTheFileAndWhatIsWrong) {
     } cases[] = {
         {(folder / "missing.so").string(), "No such file"},
         {(folder / "text.so").string(), "cannot load the driver library"},
-        {QX_INCOMPLETE_DRIVER, "lacks the function QXCFG_ImageSave"},
+        {QX_INCOMPLETE_DRIVER, "lacks the functions QXCFG_ImageSave, QXCFG_GetPositionKey"},
     };
     for (const auto& each : cases) {
         std::string message;

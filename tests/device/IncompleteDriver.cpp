@@ -1,8 +1,9 @@
-// All functions of a driver but QXCFG_ImageSave.
+// All functions of a driver but two.
 
 #include "qxcontrols/device/ConfigDriver.h"
 
 #define QXCFG_ImageSave NotImageSave
+#define QXCFG_GetPositionKey NotGetPositionKey
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
     extern "C" __attribute__((visibility("default"))) std::int32_t name parameters;                \
     std::int32_t name parameters {                                                                 \

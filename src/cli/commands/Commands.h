@@ -26,6 +26,13 @@ inline constexpr const char* kStandardStream = "-";
                                                        host::Variables& variables);
 void RefuseUnused(const host::Variables& variables);
 
+// What an opened keyboard says of itself, with its directory.
+struct Described {
+    host::Json json;
+    Lines lines;
+};
+[[nodiscard]] Described DescriptionOf(host::Session& keyboard);
+
 [[nodiscard]] Command IdentifyCommand();
 [[nodiscard]] Command UploadCommand();
 [[nodiscard]] Command DownloadCommand();
@@ -44,6 +51,7 @@ void RefuseUnused(const host::Variables& variables);
 [[nodiscard]] Command RecoverCommand();
 [[nodiscard]] Command BackupCommand();
 [[nodiscard]] Command ReceiptsCommand();
+[[nodiscard]] Command DoctorCommand();
 [[nodiscard]] Command BatchCommand();
 // The program's own, which it outlives.
 [[nodiscard]] Command CompletionCommand(const Command& program);

@@ -7,11 +7,9 @@
 
 namespace qx::cli {
 
-namespace {
-
-void Identify(Context& context) {
-    const QXKeyboardAccess& access = context.Keyboard().Access();
-    host::KeyboardInfo info = context.Keyboard().Keyboard();
+Described DescriptionOf(host::Session& keyboard) {
+    const QXKeyboardAccess& access = keyboard.Access();
+    host::KeyboardInfo info = keyboard.Keyboard();
 
     host::Json json;
     std::vector<host::Loss> losses; // none: what a keyboard says always fits
@@ -38,12 +36,19 @@ void Identify(Context& context) {
                            std::to_string(entry.StartAddress()) + " (" + Hex(entry.StartAddress()) +
                                " hexadecimal)"});
     }
-    context.CloseKeyboard();
     Lines lines = {"keyboard"};
     Append(lines, AlignedLines(rows));
     Append(lines, {"", "directory"});
     Append(lines, AlignedLines(modules));
-    context.Result(json, lines);
+    return {json, lines};
+}
+
+namespace {
+
+void Identify(Context& context) {
+    const Described described = DescriptionOf(context.Keyboard());
+    context.CloseKeyboard();
+    context.Result(described.json, described.lines);
 }
 
 } // namespace

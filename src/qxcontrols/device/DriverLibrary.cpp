@@ -1,6 +1,7 @@
 #include "qxcontrols/device/DriverLibrary.h"
 
 #include <memory>
+#include <stdexcept>
 
 namespace qx {
 
@@ -26,9 +27,15 @@ constexpr bool TakesOneSlotEach(std::int32_t(QX_DRIVER_CALL* /*function*/)(Argum
 
 DriverLibrary::DriverLibrary(const std::string& sFilename)
     : m_library(sFilename, "driver library"), m_functions(std::make_unique<Functions>()) {
+    std::string lacking;
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
-    m_functions->name = m_library.Required<decltype(Functions::name)>(#name);
+    m_functions->name = m_library.Find<decltype(Functions::name)>(#name);                          \
+    if (m_functions->name == nullptr)                                                              \
+        lacking += (lacking.empty() ? "" : ", ") + std::string(#name);
 #include "qxcontrols/device/DriverFunctions.def"
+    if (!lacking.empty())
+        throw std::runtime_error("the driver library " + sFilename + " lacks the functions " +
+                                 lacking);
 }
 
 DriverLibrary::~DriverLibrary() = default;

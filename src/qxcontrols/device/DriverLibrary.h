@@ -15,7 +15,7 @@ public:
     static constexpr const char* kWindowsFileName = "TANDORQX.DLL";
 
     // Loads the library and looks up every function that the system calls. Throws
-    // std::runtime_error that names the file, and the function that it lacks or the system's
+    // std::runtime_error that names the file, and all functions that it lacks or the system's
     // reason.
     explicit DriverLibrary(const std::string& sFilename);
     ~DriverLibrary() override;
