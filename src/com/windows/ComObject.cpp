@@ -82,17 +82,14 @@ HRESULT ComObject::QueryInterface(REFIID iid, void** out) {
 }
 
 ULONG ComObject::AddRef() {
-    return ++m_references;
+    return m_apartment.AddRef();
 }
 
 ULONG ComObject::Release() {
-    const ULONG left = --m_references;
-    if (left == 0) {
+    return m_apartment.Release([this] {
         Living().Remove(*m_object, *this); // nobody gets it any more
-        m_references = 1;                  // but what ends with it may count it once more
         delete this;
-    }
-    return left;
+    });
 }
 
 HRESULT ComObject::GetTypeInfoCount(UINT* count) {
@@ -121,11 +118,10 @@ HRESULT ComObject::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPA
                           VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) {
     if (!IsEqualIID(iid, IID_NULL))
         return DISP_E_UNKNOWNINTERFACE;
-    if (GetCurrentThreadId() != m_thread)
-        return RPC_E_WRONG_THREAD;
-    const ComPtr<ComObject> alive(this); // a sink may release it meanwhile
-    return InvokeMember(*m_object,
-                        {id, locale, flags, arguments, result, exception, wrongArgument});
+    return m_apartment.Enter([&] {
+        return InvokeMember(*m_object,
+                            {id, locale, flags, arguments, result, exception, wrongArgument});
+    });
 }
 
 HRESULT ComObject::InterfaceSupportsErrorInfo(REFIID iid) {
@@ -150,27 +146,30 @@ HRESULT ComObject::GetGUID(DWORD kind, GUID* guid) {
 }
 
 HRESULT ComObject::EnumConnectionPoints(IEnumConnectionPoints** points) {
-    return Guarded([&] {
+    return m_apartment.Enter(points, [&] {
         return HandOutEnumerator<IEnumConnectionPoints>(std::vector<IConnectionPoint*>{&m_events},
                                                         points);
     });
 }
 
 HRESULT ComObject::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
-    if (point == nullptr)
-        return E_POINTER;
-    *point = nullptr;
-    if (!IsEqualIID(iid, m_served.eventsIid))
-        return CONNECT_E_NOCONNECTION;
-    m_events.AddRef();
-    *point = &m_events;
-    return S_OK;
+    return m_apartment.Enter(point, [&] {
+        if (!IsEqualIID(iid, m_served.eventsIid))
+            return CONNECT_E_NOCONNECTION;
+        m_events.AddRef();
+        *point = &m_events;
+        return S_OK;
+    });
 }
 
 ObjectRef ObjectBehind(IUnknown* given) {
     const auto answer = ComPtr<IUnknown>(given).As<IUnknown>(kOwnObject);
     const auto own = Living().At(answer.Get());
-    return own ? own->Held() : nullptr;
+    if (!own)
+        return nullptr;
+    if (!own->Home().IsHere())
+        throw Error(ErrorNumber::TypeMismatch, "an object of another thread");
+    return own->Held();
 }
 
 ComPtr<IDispatch> DispatchOf(const ObjectRef& object) {

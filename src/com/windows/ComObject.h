@@ -1,16 +1,14 @@
 // ComObject: one object of the library as COM sees it. Late and early bound hosts both call through
 // IDispatch.
 //
-// It belongs to the thread that made it; calls from another one that come without COM's marshalling
-// are refused. While a host holds it, or the library has been handed it, every way to the same
-// object of the library leads to this one.
+// It belongs to the thread that made it (com/windows/Apartment.h). While a host holds it, or the
+// library has been handed it, every way to the same object of the library leads to this one.
 #pragma once
 
 #include "com/Object.h"
+#include "com/windows/Apartment.h"
 #include "com/windows/ConnectionPoint.h"
 #include "com/windows/Server.h"
-
-#include <atomic>
 
 namespace qx::com {
 
@@ -26,6 +24,7 @@ public:
     virtual ~ComObject();
 
     [[nodiscard]] Object& Library() { return *m_object; }
+    [[nodiscard]] Apartment& Home() { return m_apartment; }
     // The library's object, which keeps this one as long as it is held itself.
     [[nodiscard]] ObjectRef Held();
 
@@ -61,11 +60,11 @@ private:
     const ServedClass& m_served;
     ObjectRef m_object;
     ConnectionPoint m_events;
-    const DWORD m_thread = GetCurrentThreadId();
-    std::atomic<ULONG> m_references = 1;
+    Apartment m_apartment{*static_cast<IDispatch*>(this)};
 };
 
-// The object of the library that the host's object is; null when it is not one of ours.
+// The object of the library that the host's object is; null when it is not one of ours. Throws
+// Error when it is one of another thread.
 [[nodiscard]] ObjectRef ObjectBehind(IUnknown* given);
 
 // The COM object of the library's object, made when there is none.

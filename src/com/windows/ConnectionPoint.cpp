@@ -103,11 +103,10 @@ HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer**
 }
 
 HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
-    if (sink == nullptr || cookie == nullptr)
-        return E_POINTER;
-    *cookie = 0;
-    return Guarded([&] {
+    return m_owner.Home().Enter(cookie, [&] {
         const ComPtr<IUnknown> given(sink);
+        if (!given)
+            return E_POINTER;
         auto dispatch = given.As<IDispatch>(m_served.eventsIid);
         if (!dispatch)
             dispatch = given.As<IDispatch>(IID_IDispatch);
@@ -122,18 +121,20 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
-    const auto found = std::ranges::find(m_connections, cookie, &Connection::cookie);
-    if (found == m_connections.end())
-        return CONNECT_E_NOCONNECTION;
-    const auto ended = std::move(*found); // whose end may call back
-    m_connections.erase(found);
-    if (m_connections.empty())
-        m_subscriptions.clear();
-    return S_OK;
+    return m_owner.Home().Enter([&] {
+        const auto found = std::ranges::find(m_connections, cookie, &Connection::cookie);
+        if (found == m_connections.end())
+            return CONNECT_E_NOCONNECTION;
+        const auto ended = std::move(*found); // whose end may call back
+        m_connections.erase(found);
+        if (m_connections.empty())
+            m_subscriptions.clear();
+        return S_OK;
+    });
 }
 
 HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
-    return Guarded([&] {
+    return m_owner.Home().Enter(connections, [&] {
         std::vector<CONNECTDATA> items;
         for (const Connection& connection : m_connections)
             items.push_back({connection.sink.Get(), connection.cookie});

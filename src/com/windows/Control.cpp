@@ -45,7 +45,7 @@ HRESULT Control::Query(REFIID iid, void** out) {
 }
 
 HRESULT Control::SetClientSite(IOleClientSite* site) {
-    return Guarded([&] {
+    return Home().Enter([&] {
         m_site = site;
         TakeAmbient();
         return S_OK;
@@ -58,41 +58,43 @@ void Control::TakeAmbient() {
 }
 
 HRESULT Control::GetClientSite(IOleClientSite** site) {
-    if (site == nullptr)
-        return E_POINTER;
-    *site = ComPtr<IOleClientSite>(m_site).Detach();
-    return S_OK;
+    return Home().Enter(site, [&] {
+        *site = ComPtr<IOleClientSite>(m_site).Detach();
+        return S_OK;
+    });
 }
 
 HRESULT Control::Close(DWORD saveOption) {
-    const ComPtr<ComObject> alive(this);
-    if (m_site && m_isDirty && saveOption != OLECLOSE_NOSAVE)
-        m_site->SaveObject();
-    InPlaceDeactivate();
-    if (m_advises)
-        m_advises->SendOnClose();
-    return S_OK;
+    return Home().Enter([&] {
+        if (m_site && m_isDirty && saveOption != OLECLOSE_NOSAVE)
+            m_site->SaveObject();
+        InPlaceDeactivate();
+        if (m_advises)
+            m_advises->SendOnClose();
+        return S_OK;
+    });
 }
 
 HRESULT Control::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) {
-    const ComPtr<ComObject> alive(this);
-    switch (verb) {
-    case OLEIVERB_HIDE:
-        UIDeactivate();
-        if (m_window != nullptr)
-            ShowWindow(m_window, SW_HIDE);
-        return S_OK;
-    case OLEIVERB_DISCARDUNDOSTATE:
-        return S_OK;
-    case OLEIVERB_INPLACEACTIVATE:
-        return Guarded([&] { return ActivateInPlace(); });
-    case OLEIVERB_PRIMARY:
-    case OLEIVERB_SHOW:
-    case OLEIVERB_UIACTIVATE:
-        return Guarded([&] { return ActivateUI(); });
-    default:
-        return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
-    }
+    return Home().Enter([&] {
+        switch (verb) {
+        case OLEIVERB_HIDE:
+            UIDeactivate();
+            if (m_window != nullptr)
+                ShowWindow(m_window, SW_HIDE);
+            return S_OK;
+        case OLEIVERB_DISCARDUNDOSTATE:
+            return S_OK;
+        case OLEIVERB_INPLACEACTIVATE:
+            return ActivateInPlace();
+        case OLEIVERB_PRIMARY:
+        case OLEIVERB_SHOW:
+        case OLEIVERB_UIACTIVATE:
+            return ActivateUI();
+        default:
+            return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
+        }
+    });
 }
 
 HRESULT Control::EnumVerbs(IEnumOLEVERB** verbs) {
@@ -118,43 +120,43 @@ HRESULT Control::SetExtent(DWORD aspect, SIZEL* extent) {
         return DV_E_DVASPECT;
     if (extent->cx < 0 || extent->cy < 0)
         return E_INVALIDARG;
-    if (m_extent.cx == extent->cx && m_extent.cy == extent->cy)
+    return Home().Enter([&] {
+        if (m_extent.cx == extent->cx && m_extent.cy == extent->cy)
+            return S_OK;
+        m_extent = *extent;
+        m_isDirty = true;
+        ViewChanged();
         return S_OK;
-    m_extent = *extent;
-    m_isDirty = true;
-    ViewChanged();
-    return S_OK;
+    });
 }
 
 HRESULT Control::GetExtent(DWORD aspect, SIZEL* extent) {
-    if (extent == nullptr)
-        return E_POINTER;
-    if (aspect != DVASPECT_CONTENT)
-        return DV_E_DVASPECT;
-    *extent = m_extent;
-    return S_OK;
+    return Home().Enter(extent, [&] {
+        if (aspect != DVASPECT_CONTENT)
+            return DV_E_DVASPECT;
+        *extent = m_extent;
+        return S_OK;
+    });
 }
 
 HRESULT Control::Advise(IAdviseSink* sink, DWORD* cookie) {
-    if (cookie == nullptr)
-        return E_POINTER;
-    if (!m_advises) {
-        const HRESULT result = CreateOleAdviseHolder(m_advises.Out());
-        if (FAILED(result))
-            return result;
-    }
-    return m_advises->Advise(sink, cookie);
+    return Home().Enter(cookie, [&] {
+        if (!m_advises) {
+            const HRESULT result = CreateOleAdviseHolder(m_advises.Out());
+            if (FAILED(result))
+                return result;
+        }
+        return m_advises->Advise(sink, cookie);
+    });
 }
 
 HRESULT Control::Unadvise(DWORD cookie) {
-    return m_advises ? m_advises->Unadvise(cookie) : OLE_E_NOCONNECTION;
+    return Home().Enter(
+        [&] { return m_advises ? m_advises->Unadvise(cookie) : OLE_E_NOCONNECTION; });
 }
 
 HRESULT Control::EnumAdvise(IEnumSTATDATA** advises) {
-    if (advises == nullptr)
-        return E_POINTER;
-    *advises = nullptr;
-    return m_advises ? m_advises->EnumAdvise(advises) : S_OK;
+    return Home().Enter(advises, [&] { return m_advises ? m_advises->EnumAdvise(advises) : S_OK; });
 }
 
 HRESULT Control::GetMiscStatus(DWORD aspect, DWORD* status) {
@@ -167,7 +169,7 @@ HRESULT Control::GetMiscStatus(DWORD aspect, DWORD* status) {
 HRESULT Control::GetControlInfo(CONTROLINFO* info) {
     if (info == nullptr)
         return E_POINTER;
-    return Guarded([&] {
+    return Home().Enter([&] {
         std::vector<ACCEL> keys;
         for (const wchar_t letter : m_face->Mnemonics())
             keys.push_back({FALT | FVIRTKEY, static_cast<WORD>(letter), 0});
@@ -185,8 +187,7 @@ HRESULT Control::GetControlInfo(CONTROLINFO* info) {
 HRESULT Control::OnMnemonic(MSG* message) {
     if (message == nullptr)
         return E_POINTER;
-    const ComPtr<ComObject> alive(this);
-    return Guarded([&] {
+    return Home().Enter([&] {
         if (m_ambient.isUserMode && !m_ambient.isDead && SUCCEEDED(ActivateUI()))
             m_face->TakesMnemonic(static_cast<wchar_t>(message->wParam));
         return S_OK;
@@ -194,7 +195,7 @@ HRESULT Control::OnMnemonic(MSG* message) {
 }
 
 HRESULT Control::OnAmbientPropertyChange(DISPID) {
-    return Guarded([&] {
+    return Home().Enter([&] {
         TakeAmbient();
         m_face->Arrange(m_ambient);
         ViewChanged();
@@ -203,28 +204,30 @@ HRESULT Control::OnAmbientPropertyChange(DISPID) {
 }
 
 HRESULT Control::FreezeEvents(BOOL fFreeze) {
-    Events().Freeze(fFreeze != FALSE);
-    return S_OK;
+    return Home().Enter([&] {
+        Events().Freeze(fFreeze != FALSE);
+        return S_OK;
+    });
 }
 
 HRESULT Control::QuickActivate(QACONTAINER* container, QACONTROL* control) {
     if (container == nullptr || control == nullptr)
         return E_POINTER;
-    const ULONG size = control->cbSize;
-    *control = {};
-    control->cbSize = size;
-    const HRESULT result = SetClientSite(container->pClientSite);
-    if (FAILED(result))
-        return result;
-    if (container->pAdviseSink != nullptr)
-        SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
-    const ComPtr<IUnknown> sink(container->pUnkEventSink);
-    ComPtr<IConnectionPoint> events;
-    if (sink && SUCCEEDED(FindConnectionPoint(Served().eventsIid, events.Out())))
-        events->Advise(sink.Get(), &control->dwEventCookie);
-    control->dwMiscStatus = MiscStatusOf(Served().type);
-    control->dwViewStatus = VIEWSTATUS_OPAQUE;
-    return S_OK;
+    return Home().Enter([&] {
+        const ULONG size = control->cbSize;
+        *control = {};
+        control->cbSize = size;
+        const HRESULT result = SetClientSite(container->pClientSite);
+        if (FAILED(result))
+            return result;
+        if (container->pAdviseSink != nullptr)
+            SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
+        if (container->pUnkEventSink != nullptr)
+            Events().Advise(container->pUnkEventSink, &control->dwEventCookie);
+        control->dwMiscStatus = MiscStatusOf(Served().type);
+        control->dwViewStatus = VIEWSTATUS_OPAQUE;
+        return S_OK;
+    });
 }
 
 HRESULT Control::SetContentExtent(SIZEL* extent) {

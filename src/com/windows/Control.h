@@ -2,7 +2,8 @@
 //
 // It is a windowed control that is activated in place. The service objects are controls too, since
 // classic hosts place them on forms, but have no window at run time. Its face (com/windows/Face.h)
-// shows it; here is only what containers ask of every control.
+// shows it; here is only what containers ask of every control. Each call that reads or changes the
+// control's state enters its apartment; the others answer the same on any thread.
 #pragma once
 
 #include "com/windows/Ambient.h"
@@ -64,7 +65,7 @@ public:
 
     // IPersistStreamInit and IPersistPropertyBag: what is kept is the size
     HRESULT STDMETHODCALLTYPE GetClassID(CLSID* clsid) override;
-    HRESULT STDMETHODCALLTYPE IsDirty() override { return m_isDirty ? S_OK : S_FALSE; }
+    HRESULT STDMETHODCALLTYPE IsDirty() override;
     HRESULT STDMETHODCALLTYPE Load(IStream* stream) override;
     HRESULT STDMETHODCALLTYPE Save(IStream* stream, BOOL fClearDirty) override;
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override;

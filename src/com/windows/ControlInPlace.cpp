@@ -88,58 +88,61 @@ HRESULT Control::ActivateUI() {
 }
 
 HRESULT Control::InPlaceDeactivate() {
-    const ComPtr<ComObject> alive(this);
-    UIDeactivate();
-    if (m_window != nullptr)
-        DestroyWindow(m_window);
-    if (const auto site = std::exchange(m_inPlaceSite, nullptr))
-        site->OnInPlaceDeactivate();
-    m_frame = nullptr;
-    return S_OK;
+    return Home().Enter([&] {
+        UIDeactivate();
+        if (m_window != nullptr)
+            DestroyWindow(m_window);
+        if (const auto site = std::exchange(m_inPlaceSite, nullptr))
+            site->OnInPlaceDeactivate();
+        m_frame = nullptr;
+        return S_OK;
+    });
 }
 
 HRESULT Control::UIDeactivate() {
-    const ComPtr<ComObject> alive(this);
-    if (!std::exchange(m_isUIActive, false))
+    return Home().Enter([&] {
+        if (!std::exchange(m_isUIActive, false))
+            return S_OK;
+        if (const ComPtr<IOleInPlaceFrame> frame = m_frame)
+            frame->SetActiveObject(nullptr, nullptr);
+        if (const ComPtr<IOleInPlaceSite> site = m_inPlaceSite)
+            site->OnUIDeactivate(FALSE);
         return S_OK;
-    if (const ComPtr<IOleInPlaceFrame> frame = m_frame)
-        frame->SetActiveObject(nullptr, nullptr);
-    if (const ComPtr<IOleInPlaceSite> site = m_inPlaceSite)
-        site->OnUIDeactivate(FALSE);
-    return S_OK;
+    });
 }
 
 HRESULT Control::GetWindow(HWND* window) {
-    if (window == nullptr)
-        return E_POINTER;
-    *window = m_window;
-    return m_window == nullptr ? E_FAIL : S_OK;
+    return Home().Enter(window, [&] {
+        *window = m_window;
+        return m_window == nullptr ? E_FAIL : S_OK;
+    });
 }
 
 HRESULT Control::SetObjectRects(LPCRECT place, LPCRECT clip) {
     if (place == nullptr)
         return E_POINTER;
-    if (m_window == nullptr)
+    return Home().Enter([&] {
+        if (m_window == nullptr)
+            return S_OK;
+        RECT seen = *place;
+        const bool fWhole = clip == nullptr || (IntersectRect(&seen, place, clip) != FALSE &&
+                                                EqualRect(&seen, place) != FALSE);
+        HRGN region = nullptr;
+        if (!fWhole) {
+            OffsetRect(&seen, -place->left, -place->top);
+            region = CreateRectRgnIndirect(&seen); // belongs to the window from here on
+        }
+        SetWindowRgn(m_window, region, TRUE);
+        MoveWindow(m_window, place->left, place->top, place->right - place->left,
+                   place->bottom - place->top, TRUE);
         return S_OK;
-    RECT seen = *place;
-    const bool fWhole = clip == nullptr || (IntersectRect(&seen, place, clip) != FALSE &&
-                                            EqualRect(&seen, place) != FALSE);
-    HRGN region = nullptr;
-    if (!fWhole) {
-        OffsetRect(&seen, -place->left, -place->top);
-        region = CreateRectRgnIndirect(&seen); // belongs to the window from here on
-    }
-    SetWindowRgn(m_window, region, TRUE);
-    MoveWindow(m_window, place->left, place->top, place->right - place->left,
-               place->bottom - place->top, TRUE);
-    return S_OK;
+    });
 }
 
 HRESULT Control::TranslateAccelerator(LPMSG message) {
     if (message == nullptr)
         return E_POINTER;
-    const ComPtr<ComObject> alive(this);
-    return Guarded([&] {
+    return Home().Enter([&] {
         if (m_face->TakesKey(*message))
             return S_OK;
         const auto site = m_site.As<IOleControlSite>(IID_IOleControlSite);
@@ -180,9 +183,8 @@ LRESULT CALLBACK Control::OnMessage(HWND window, UINT message, WPARAM wParam, LP
     auto* const control = reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (control == nullptr)
         return DefWindowProcW(window, message, wParam, lParam);
-    const ComPtr<ComObject> alive(control); // an event may release it
     LRESULT result = 0;
-    if (FAILED(Guarded([&] {
+    if (FAILED(control->Home().Enter([&] { // an event may release it
             result = control->Handle(window, message, wParam, lParam);
             return S_OK;
         })))

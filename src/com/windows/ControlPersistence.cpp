@@ -39,28 +39,35 @@ HRESULT Control::GetClassID(CLSID* clsid) {
     return S_OK;
 }
 
+HRESULT Control::IsDirty() {
+    return Home().Enter([&] { return m_isDirty ? S_OK : S_FALSE; });
+}
+
 HRESULT Control::Load(IStream* stream) {
     if (stream == nullptr)
         return E_POINTER;
-    std::array<char, kStoredSize> stored{};
-    ULONG read = 0;
-    const HRESULT result = stream->Read(stored.data(), kStoredSize, &read);
-    if (FAILED(result))
-        return result;
-    const SIZEL extent{FromLittleEndian<std::int32_t>(&stored[kMark.size()]),
-                       FromLittleEndian<std::int32_t>(&stored[kMark.size() + 4])};
-    if (read != kStoredSize || !std::string_view(stored.data(), kStoredSize).starts_with(kMark) ||
-        extent.cx < 0 || extent.cy < 0)
-        return E_FAIL;
-    m_extent = extent;
-    m_isDirty = false;
-    return S_OK;
+    return Home().Enter([&] {
+        std::array<char, kStoredSize> stored{};
+        ULONG read = 0;
+        const HRESULT result = stream->Read(stored.data(), kStoredSize, &read);
+        if (FAILED(result))
+            return result;
+        const SIZEL extent{FromLittleEndian<std::int32_t>(&stored[kMark.size()]),
+                           FromLittleEndian<std::int32_t>(&stored[kMark.size() + 4])};
+        if (read != kStoredSize ||
+            !std::string_view(stored.data(), kStoredSize).starts_with(kMark) || extent.cx < 0 ||
+            extent.cy < 0)
+            return E_FAIL;
+        m_extent = extent;
+        m_isDirty = false;
+        return S_OK;
+    });
 }
 
 HRESULT Control::Save(IStream* stream, BOOL fClearDirty) {
     if (stream == nullptr)
         return E_POINTER;
-    return Guarded([&] {
+    return Home().Enter([&] {
         const std::string stored = std::string(kMark) + LittleEndian<std::int32_t>(m_extent.cx) +
                                    LittleEndian<std::int32_t>(m_extent.cy);
         const HRESULT result = stream->Write(stored.data(), kStoredSize, nullptr);
@@ -80,21 +87,25 @@ HRESULT Control::GetSizeMax(ULARGE_INTEGER* size) {
 HRESULT Control::Load(IPropertyBag* bag, IErrorLog* log) {
     if (bag == nullptr)
         return E_POINTER;
-    ReadLength(*bag, log, kWidth, m_extent.cx);
-    ReadLength(*bag, log, kHeight, m_extent.cy);
-    m_isDirty = false;
-    return S_OK;
+    return Home().Enter([&] {
+        ReadLength(*bag, log, kWidth, m_extent.cx);
+        ReadLength(*bag, log, kHeight, m_extent.cy);
+        m_isDirty = false;
+        return S_OK;
+    });
 }
 
 HRESULT Control::Save(IPropertyBag* bag, BOOL fClearDirty, BOOL) {
     if (bag == nullptr)
         return E_POINTER;
-    HRESULT result = WriteLength(*bag, kWidth, m_extent.cx);
-    if (SUCCEEDED(result))
-        result = WriteLength(*bag, kHeight, m_extent.cy);
-    if (SUCCEEDED(result) && fClearDirty != FALSE)
-        m_isDirty = false;
-    return result;
+    return Home().Enter([&] {
+        HRESULT result = WriteLength(*bag, kWidth, m_extent.cx);
+        if (SUCCEEDED(result))
+            result = WriteLength(*bag, kHeight, m_extent.cy);
+        if (SUCCEEDED(result) && fClearDirty != FALSE)
+            m_isDirty = false;
+        return result;
+    });
 }
 
 } // namespace qx::com

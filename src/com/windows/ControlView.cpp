@@ -9,9 +9,9 @@ HRESULT Control::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC conte
         return DV_E_DVASPECT;
     if (context == nullptr || bounds == nullptr)
         return E_INVALIDARG;
-    if (!IsShown())
-        return S_OK;
-    return Guarded([&] {
+    return Home().Enter([&] {
+        if (!IsShown())
+            return S_OK;
         const int saved = SaveDC(context);
         m_face->Draw(context, {bounds->left, bounds->top, bounds->right, bounds->bottom},
                      m_ambient);
@@ -32,22 +32,26 @@ void Control::ViewChanged() {
 }
 
 HRESULT Control::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
-    m_viewAspects = aspects;
-    m_viewFlags = flags;
-    m_viewSink = sink;
-    if (sink != nullptr && (flags & ADVF_PRIMEFIRST) != 0)
-        ViewChanged();
-    return S_OK;
+    return Home().Enter([&] {
+        m_viewAspects = aspects;
+        m_viewFlags = flags;
+        m_viewSink = sink;
+        if (sink != nullptr && (flags & ADVF_PRIMEFIRST) != 0)
+            ViewChanged();
+        return S_OK;
+    });
 }
 
 HRESULT Control::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
-    if (aspects != nullptr)
-        *aspects = m_viewAspects;
-    if (flags != nullptr)
-        *flags = m_viewFlags;
-    if (sink != nullptr)
-        *sink = ComPtr<IAdviseSink>(m_viewSink).Detach();
-    return S_OK;
+    return Home().Enter([&] {
+        if (aspects != nullptr)
+            *aspects = m_viewAspects;
+        if (flags != nullptr)
+            *flags = m_viewFlags;
+        if (sink != nullptr)
+            *sink = ComPtr<IAdviseSink>(m_viewSink).Detach();
+        return S_OK;
+    });
 }
 
 HRESULT Control::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, SIZEL* extent) {
@@ -55,12 +59,12 @@ HRESULT Control::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, SIZEL* extent) {
 }
 
 HRESULT Control::GetRect(DWORD aspect, RECTL* bounds) {
-    if (bounds == nullptr)
-        return E_POINTER;
-    if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE)
-        return DV_E_DVASPECT;
-    *bounds = {0, 0, m_extent.cx, m_extent.cy};
-    return S_OK;
+    return Home().Enter(bounds, [&] {
+        if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE)
+            return DV_E_DVASPECT;
+        *bounds = {0, 0, m_extent.cx, m_extent.cy};
+        return S_OK;
+    });
 }
 
 HRESULT Control::GetViewStatus(DWORD* status) {

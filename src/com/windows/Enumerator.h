@@ -1,10 +1,10 @@
 // Enumerators over a list that was taken when they were made, whose items count interfaces.
 #pragma once
 
+#include "com/windows/Apartment.h"
 #include "com/windows/Server.h"
 
 #include <algorithm>
-#include <atomic>
 #include <vector>
 
 namespace qx::com {
@@ -37,12 +37,9 @@ public:
             return HandOut(this, out);
         return E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return m_apartment.AddRef(); }
     ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0)
-            delete this;
-        return left;
+        return m_apartment.Release([this] { delete this; });
     }
 
     HRESULT STDMETHODCALLTYPE Next(ULONG count, Item* items, ULONG* fetched) override {
@@ -50,29 +47,32 @@ public:
             *fetched = 0;
         if (items == nullptr || (fetched == nullptr && count != 1))
             return E_POINTER;
-        ULONG given = 0;
-        for (; given < count && m_next < m_items.size(); ++given) {
-            items[given] = m_items[m_next++];
-            UnknownIn(items[given])->AddRef();
-        }
-        if (fetched != nullptr)
-            *fetched = given;
-        return given == count ? S_OK : S_FALSE;
+        return m_apartment.Enter([&] {
+            ULONG given = 0;
+            for (; given < count && m_next < m_items.size(); ++given) {
+                items[given] = m_items[m_next++];
+                UnknownIn(items[given])->AddRef();
+            }
+            if (fetched != nullptr)
+                *fetched = given;
+            return given == count ? S_OK : S_FALSE;
+        });
     }
     HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
-        const std::size_t left = m_items.size() - m_next;
-        m_next += std::min<std::size_t>(count, left);
-        return count <= left ? S_OK : S_FALSE;
+        return m_apartment.Enter([&] {
+            const std::size_t left = m_items.size() - m_next;
+            m_next += std::min<std::size_t>(count, left);
+            return count <= left ? S_OK : S_FALSE;
+        });
     }
     HRESULT STDMETHODCALLTYPE Reset() override {
-        m_next = 0;
-        return S_OK;
+        return m_apartment.Enter([&] {
+            m_next = 0;
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE Clone(Interface** out) override {
-        if (out == nullptr)
-            return E_POINTER;
-        *out = nullptr;
-        return Guarded([&] {
+        return m_apartment.Enter(out, [&] {
             *out = new Enumerator(m_items, m_next);
             return S_OK;
         });
@@ -82,14 +82,11 @@ private:
     InUse m_inUse;
     std::vector<Item> m_items;
     std::size_t m_next;
-    std::atomic<ULONG> m_references = 1;
+    Apartment m_apartment{*this};
 };
 
 template <typename Interface, typename Item>
 HRESULT HandOutEnumerator(std::vector<Item> items, Interface** out) {
-    if (out == nullptr)
-        return E_POINTER;
-    *out = nullptr;
     *out = new Enumerator<Interface, Item>(std::move(items));
     return S_OK;
 }

@@ -35,7 +35,8 @@ HWND KeysWindow::Create(HWND parent, int id) {
 KeysWindow* KeysWindow::Of(HWND window) {
     wchar_t name[32] = {};
     GetClassNameW(window, name, 32);
-    if (std::wstring_view(name) != kWindowClass)
+    if (std::wstring_view(name) != kWindowClass ||
+        GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId())
         return nullptr;
     return reinterpret_cast<KeysWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }

@@ -36,6 +36,14 @@ inline ComPtr<IDispatch> NewObject(const std::wstring& progId) {
     return object;
 }
 
+// Whether it may not be unloaded.
+inline bool ServerIsInUse() {
+    using CanUnload = HRESULT(STDAPICALLTYPE*)();
+    const auto canUnload = reinterpret_cast<CanUnload>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"QXControls.ocx"), "DllCanUnloadNow")));
+    return canUnload() != S_OK;
+}
+
 // A call with all that a host may hand over, and what came back.
 struct ClientCall {
     HRESULT status = S_OK;

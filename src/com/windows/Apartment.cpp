@@ -1,0 +1,91 @@
+#include "com/windows/Apartment.h"
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+namespace qx::com {
+namespace {
+
+// The system gives the number of a thread that has ended to a later one; this one is never used
+// twice.
+std::uint64_t ThisThread() {
+    static std::atomic<std::uint64_t> last = 0;
+    static constinit thread_local std::uint64_t number = 0;
+    if (number == 0)
+        number = ++last;
+    return number;
+}
+
+// A reference on its way to the thread, on which the hook is called.
+struct HandedOver {
+    IUnknown* object;
+    std::uint64_t home;
+    DWORD thread;
+    HHOOK hook;
+};
+
+class Transfers {
+public:
+    // `hook` is called on the thread when it takes a message. False when the thread has ended.
+    bool Add(IUnknown& object, std::uint64_t home, DWORD thread, HOOKPROC hook) {
+        const std::lock_guard lock(m_mutex);
+        m_all.push_back({&object, home, thread, nullptr});
+        m_all.back().hook = SetWindowsHookExW(WH_GETMESSAGE, hook, nullptr, thread);
+        if (m_all.back().hook != nullptr)
+            return true;
+        m_all.pop_back();
+        return false;
+    }
+    // Those of the thread with this number.
+    std::vector<HandedOver> Take(DWORD thread) {
+        const std::lock_guard lock(m_mutex);
+        const auto taken = std::ranges::stable_partition(
+            m_all, [&](const HandedOver& transfer) { return transfer.thread != thread; });
+        const std::vector<HandedOver> mine(taken.begin(), taken.end());
+        m_all.erase(taken.begin(), taken.end());
+        return mine;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::vector<HandedOver> m_all;
+};
+
+Transfers& TheTransfers() {
+    static auto* const transfers = new Transfers; // as long as the server's machine
+    return *transfers;
+}
+
+LRESULT CALLBACK OnMessageTaken(int code, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = CallNextHookEx(nullptr, code, wParam, lParam);
+    static_cast<void>(Guarded([] {
+        for (const HandedOver& transfer : TheTransfers().Take(GetCurrentThreadId())) {
+            UnhookWindowsHookEx(transfer.hook);
+            if (transfer.home == ThisThread())
+                transfer.object->Release();
+        }
+        return S_OK;
+    }));
+    return result;
+}
+
+} // namespace
+
+Apartment::Apartment(IUnknown& object) : m_object(object), m_home(ThisThread()) {}
+
+bool Apartment::IsHere() const {
+    return m_home == ThisThread();
+}
+
+// A hook, and not a message alone: the loops of message boxes and menus drop messages that are for
+// no window, and a window for each thread would be made for objects that never leave theirs.
+void Apartment::HandOver() {
+    static_cast<void>(Guarded([&] {
+        if (TheTransfers().Add(m_object, m_home, m_thread, OnMessageTaken))
+            PostThreadMessageW(m_thread, WM_NULL, 0, 0);
+        return S_OK;
+    }));
+}
+
+} // namespace qx::com
