@@ -1,9 +1,61 @@
 #include "com/windows/Face.h"
 
 #include "com/windows/PartsFace.h"
+#include "com/windows/Resources.h"
+#include "com/windows/Server.h"
+
+#include <algorithm>
+#include <array>
 
 namespace qx::com {
 namespace {
+
+RGBQUAD QuadOf(COLORREF colour) {
+    return {GetBValue(colour), GetGValue(colour), GetRValue(colour), 0};
+}
+
+// The picture that tool boxes show, in the colours of the form: its black lines in that of texts,
+// its grey ground in that of the background.
+class Icon {
+public:
+    explicit Icon(const FaceColours& colours)
+        : m_bitmap(static_cast<HBITMAP>(LoadImageW(Module(), MAKEINTRESOURCEW(QX_TOOLBOX_BITMAP),
+                                                   IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))),
+          m_context(CreateCompatibleDC(nullptr)), m_earlier(SelectObject(m_context, m_bitmap)) {
+        std::array<RGBQUAD, 16> table{};
+        const UINT count = GetDIBColorTable(m_context, 0, table.size(), table.data());
+        for (RGBQUAD& entry : table) {
+            const COLORREF colour = RGB(entry.rgbRed, entry.rgbGreen, entry.rgbBlue);
+            if (colour == kGround)
+                entry = QuadOf(colours.background);
+            else if (colour == kLines)
+                entry = QuadOf(colours.text);
+        }
+        SetDIBColorTable(m_context, 0, count, table.data());
+    }
+    Icon(const Icon&) = delete;
+    Icon& operator=(const Icon&) = delete;
+    ~Icon() {
+        SelectObject(m_context, m_earlier);
+        DeleteDC(m_context);
+        DeleteObject(m_bitmap);
+    }
+
+    void Draw(HDC context, LONG left, LONG top, int side) const {
+        SetStretchBltMode(context, COLORONCOLOR);
+        StretchBlt(context, left, top, side, side, m_context, 0, 0, kSide, kSide, SRCCOPY);
+    }
+
+    static constexpr int kSide = 16; // pixels of the picture
+
+private:
+    static constexpr COLORREF kGround = RGB(0xC0, 0xC0, 0xC0);
+    static constexpr COLORREF kLines = RGB(0, 0, 0);
+
+    HBITMAP m_bitmap;
+    HDC m_context;
+    HGDIOBJ m_earlier;
+};
 
 class NameFace : public Face {
 public:
@@ -13,17 +65,25 @@ public:
         RECT area = bounds;
         const FaceFont font(ambient);
         const FaceColours colours(ambient);
+        const FontMeasures measures(font.Get());
         FillArea(context, area, colours.background);
-        DrawEdge(context, &area, EDGE_ETCHED, BF_RECT);
+        DrawEdge(context, &area, EDGE_ETCHED, BF_RECT | BF_ADJUST);
+        IntersectClipRect(context, area.left, area.top, area.right, area.bottom);
+        area.left += measures.Gap();
+        const int side = Icon::kSide * std::max(1, measures.Line() / kLineOfIcon);
+        Icon(colours).Draw(context, area.left, (area.top + area.bottom - side) / 2, side);
+        area.left += side + measures.Gap();
         const HGDIOBJ earlier = SelectObject(context, font.Get());
         SetBkMode(context, TRANSPARENT);
         SetTextColor(context, colours.text);
         DrawTextW(context, m_name.c_str(), -1, &area,
-                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
+                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
         SelectObject(context, earlier);
     }
 
 private:
+    static constexpr int kLineOfIcon = 13; // pixels; the picture doubles with the line of the font
+
     std::wstring m_name;
 };
 

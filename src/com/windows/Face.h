@@ -37,8 +37,9 @@ public:
     virtual bool TakesMnemonic(wchar_t /*letter*/) { return false; }
 };
 
-// A visible control's face is made of its parts; that of a service object shows the name of its
-// class alone. `changed` is called whenever the face looks different; the object outlives the face.
+// A visible control's face is made of its parts; that of a service object shows an icon and
+// the name of its class. `changed` is called whenever the face looks different; the object outlives
+// the face.
 [[nodiscard]] std::unique_ptr<Face> MakeFace(Object& object, std::function<void()> changed);
 
 } // namespace qx::com

@@ -72,6 +72,89 @@ TEST_F(ComFaces, AtDesignTimeAControlIsDrawnAndReactsToNothing) {
     EXPECT_EQ(site.References(), 1U);
 }
 
+// As the server's file has it: black lines on a ground of light grey.
+std::set<std::pair<LONG, LONG>> LinesOfToolboxPicture() {
+    constexpr WORD kToolboxBitmap = 101;
+    const HBITMAP bitmap =
+        LoadBitmapW(GetModuleHandleW(L"QXControls.ocx"), MAKEINTRESOURCEW(kToolboxBitmap));
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HGDIOBJ earlier = SelectObject(context, bitmap);
+    std::set<std::pair<LONG, LONG>> lines;
+    for (LONG y = 0; y < 16; ++y)
+        for (LONG x = 0; x < 16; ++x)
+            if (GetPixel(context, x, y) == RGB(0, 0, 0))
+                lines.emplace(x, y);
+    SelectObject(context, earlier);
+    DeleteDC(context);
+    DeleteObject(bitmap);
+    return lines;
+}
+
+TEST_F(ComFaces, ServicesShowTheirIconAndNameAtDesignTimeAlone) {
+    constexpr COLORREF kText = RGB(150, 20, 30);
+    constexpr LONG kWidth = 220;
+    constexpr LONG kHeight = 40;
+    const auto lines = LinesOfToolboxPicture();
+    ASSERT_EQ(lines.size(), 63U);
+    site.foreground = kText;
+    const auto picture = [&](const wchar_t* progId) {
+        const auto service = NewObject(progId);
+        const auto object = service.As<IOleObject>(IID_IOleObject);
+        EXPECT_EQ(object->SetClientSite(&site), S_OK);
+        const HDC screen = GetDC(nullptr);
+        const HDC context = CreateCompatibleDC(screen);
+        const HBITMAP bitmap = CreateCompatibleBitmap(screen, kWidth, kHeight);
+        const HGDIOBJ earlier = SelectObject(context, bitmap);
+        const RECTL bounds{0, 0, kWidth, kHeight};
+        EXPECT_EQ(service.As<IViewObject>(IID_IViewObject)
+                      ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &bounds,
+                             nullptr, nullptr, 0),
+                  S_OK);
+        std::vector<std::vector<COLORREF>> pixels(kHeight, std::vector<COLORREF>(kWidth));
+        for (LONG y = 0; y < kHeight; ++y)
+            for (LONG x = 0; x < kWidth; ++x)
+                pixels[y][x] = GetPixel(context, x, y);
+        SelectObject(context, earlier);
+        DeleteObject(bitmap);
+        DeleteDC(context);
+        ReleaseDC(nullptr, screen);
+        EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
+        return pixels;
+    };
+    // where the icon stands; nowhere is 0
+    const auto leftOfIcon = [&](const std::vector<std::vector<COLORREF>>& pixels) {
+        const auto standsAt = [&](LONG left, LONG top) {
+            for (LONG y = 0; y < 16; ++y)
+                for (LONG x = 0; x < 16; ++x)
+                    if (pixels[top + y][left + x] !=
+                        (lines.contains({x, y}) ? kText : site.background))
+                        return false;
+            return true;
+        };
+        for (LONG top = 0; top + 16 <= kHeight; ++top)
+            for (LONG left = 0; left + 16 <= kWidth; ++left)
+                if (standsAt(left, top))
+                    return left;
+        return LONG{0};
+    };
+    for (const wchar_t* const progId :
+         {L"QXControls.QXKeyboardAccess", L"QXControls.QXKeyboardLayoutData",
+          L"QXControls.QXProgSettings", L"QXControls.QXSequencer"}) {
+        site.isUserMode = false;
+        const auto designed = picture(progId);
+        const LONG left = leftOfIcon(designed);
+        EXPECT_GT(left, 0) << Narrow(progId);
+        bool isNamed = false;
+        for (LONG x = left + 18; x < kWidth - 3; ++x)
+            isNamed = isNamed || designed[kHeight / 2][x] != site.background;
+        EXPECT_TRUE(isNamed) << Narrow(progId);
+        site.isUserMode = true;
+        for (const auto& row : picture(progId))
+            for (const COLORREF colour : row)
+                ASSERT_EQ(colour, RGB(0, 0, 0)) << Narrow(progId); // as the bitmap was made
+    }
+}
+
 TEST_F(ComFaces, TheContainersColourAndFontAreTaken) {
     const auto heightOfAButton = [&] {
         const auto control = Place(L"QXControls.QXPos");

@@ -16,6 +16,7 @@ public:
     bool isUserMode = true;
     bool isDead = false;
     OLE_COLOR background = RGB(210, 220, 190);
+    OLE_COLOR foreground = RGB(10, 5, 0);
     ComPtr<IFontDisp> font;                                              // none unless it is set
     std::function<void()> onInPlaceActivate, onShowObject, onUIActivate; // empty: does nothing
 
@@ -91,8 +92,10 @@ public:
                 (id == DISPID_AMBIENT_UIDEAD ? isDead : isUserMode) ? VARIANT_TRUE : VARIANT_FALSE;
             return S_OK;
         case DISPID_AMBIENT_BACKCOLOR:
+        case DISPID_AMBIENT_FORECOLOR:
             V_VT(value) = VT_I4;
-            V_I4(value) = static_cast<LONG>(background);
+            V_I4(value) =
+                static_cast<LONG>(id == DISPID_AMBIENT_BACKCOLOR ? background : foreground);
             return S_OK;
         case DISPID_AMBIENT_FONT:
             if (!font)
