@@ -26,8 +26,10 @@ void* Open(const std::string& sFilename) {
     std::wstring whole(GetFullPathNameW(name.c_str(), 0, nullptr, nullptr), L'\0');
     whole.resize(
         GetFullPathNameW(name.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-    // What the library needs itself is looked for beside it, not beside the program.
-    return LoadLibraryExW(whole.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    // What the library needs itself is looked for beside it, beside the program and in the system's
+    // folder; never in the current folder or along the path, where anybody may have put it.
+    return LoadLibraryExW(whole.c_str(), nullptr,
+                          LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 std::string Reason() {
     return "system error " + std::to_string(GetLastError());

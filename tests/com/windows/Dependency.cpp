@@ -1,0 +1,13 @@
+// Two libraries for the tests of the search: the one that is built with QX_NEEDY needs the other.
+extern "C" {
+#ifdef QX_NEEDY
+__declspec(dllimport) int QxNumber();
+__declspec(dllexport) int QxTwice() {
+    return 2 * QxNumber();
+}
+#else
+__declspec(dllexport) int QxNumber() {
+    return 21;
+}
+#endif
+}
