@@ -1,28 +1,29 @@
 // EndSignals: while one lives, Ctrl+C, a request to end and the end of the session end the
-// application in order: dialogs are left as by Cancel, a write goes on to its proof, the keyboard
-// is given back as it was, and unsaved work is kept for the next start. The same signal again ends
-// it at once. On Windows it does nothing.
+// application in order: the keyboard is given back as it was, and unsaved work is kept for the next
+// start.
+//
+// By a signal, dialogs are left as by Cancel, a write goes on to its proof, and the application
+// ends with 128 and the signal's number; the same signal again ends it at once. On Windows it is
+// the end of the user's session that counts; a transfer that is under way asks the system to wait.
 #pragma once
 
-#include <QObject>
-
-#include <functional>
-
-class QSocketNotifier;
+#include <memory>
 
 namespace qx::app {
 
-class EndSignals : public QObject {
+class DocumentMenu;
+class Workbench;
+
+class EndSignals {
 public:
-    // `keepUnsaved` keeps unsaved work; the application then ends with 128 and the signal's number.
-    explicit EndSignals(std::function<void()> keepUnsaved);
-    ~EndSignals() override;
+    EndSignals(Workbench& workbench, DocumentMenu& documents);
+    ~EndSignals();
+    EndSignals(const EndSignals&) = delete;
+    EndSignals& operator=(const EndSignals&) = delete;
 
 private:
-    void End();
-
-    std::function<void()> m_keepUnsaved;
-    QSocketNotifier* m_notifier = nullptr;
+    class Watch;
+    std::unique_ptr<Watch> m_watch;
 };
 
 } // namespace qx::app

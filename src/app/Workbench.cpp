@@ -88,8 +88,8 @@ void Workbench::StorePreferences() {
         emit Noticed(FailureOf({}, error).text);
     }
     if (m_store.DamagedFile() != keptBefore)
-        emit Noticed(
-            tr("The damaged preferences are kept in %1.").arg(ToQt(m_store.DamagedFile())));
+        emit Noticed(tr("The damaged preferences are kept in %1.")
+                         .arg(ToQt(m_store.DamagedFile().string())));
 }
 
 void Workbench::OpenLayout() {

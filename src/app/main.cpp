@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
                           simulated->QueuePositionKey(lPositionCode);
                       };
         });
-        const qx::app::EndSignals endSignals([&] { window.Documents().KeepUnsaved(); });
+        const qx::app::EndSignals endSignals(workbench, window.Documents());
         const QStringList files = parser.positionalArguments();
         QObject::connect(&application, &qx::app::Application::Failed, &window,
                          [&] { window.Documents().KeepUnsaved(); });

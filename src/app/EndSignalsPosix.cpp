@@ -1,16 +1,6 @@
 #include "app/EndSignals.h"
 
-#ifdef _WIN32
-
-namespace qx::app {
-
-EndSignals::EndSignals(std::function<void()> keepUnsaved) : m_keepUnsaved(std::move(keepUnsaved)) {}
-EndSignals::~EndSignals() = default;
-void EndSignals::End() {}
-
-} // namespace qx::app
-
-#else
+#include "app/DocumentMenu.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -37,17 +27,29 @@ extern "C" void QxConfiguratorOnSignal(int signal) {
 
 namespace qx::app {
 
-EndSignals::EndSignals(std::function<void()> keepUnsaved) : m_keepUnsaved(std::move(keepUnsaved)) {
+class EndSignals::Watch : public QObject {
+public:
+    explicit Watch(DocumentMenu& documents);
+    ~Watch() override;
+
+private:
+    void End();
+
+    DocumentMenu& m_documents;
+    QSocketNotifier* m_notifier = nullptr;
+};
+
+EndSignals::Watch::Watch(DocumentMenu& documents) : m_documents(documents) {
     if (pipe2(thePipe, O_CLOEXEC | O_NONBLOCK) != 0)
         return; // signals end the application as they did
     m_notifier = new QSocketNotifier(thePipe[0], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::End);
+    connect(m_notifier, &QSocketNotifier::activated, this, &Watch::End);
     for (const int signal : kSignals)
         if (std::signal(signal, QxConfiguratorOnSignal) == SIG_IGN)
             (void)std::signal(signal, SIG_IGN); // as the application was started
 }
 
-EndSignals::~EndSignals() {
+EndSignals::Watch::~Watch() {
     if (m_notifier == nullptr)
         return;
     for (const int signal : kSignals)
@@ -56,15 +58,18 @@ EndSignals::~EndSignals() {
         close(std::exchange(end, -1));
 }
 
-void EndSignals::End() {
+void EndSignals::Watch::End() {
     unsigned char signal = 0;
     if (read(thePipe[0], &signal, 1) != 1)
         return;
     constexpr int kEndedBySignal = 128;
-    m_keepUnsaved();
+    m_documents.KeepUnsaved();
     QCoreApplication::exit(kEndedBySignal + signal); // of all event loops, those of dialogs too
 }
 
-} // namespace qx::app
+EndSignals::EndSignals(Workbench& /*workbench*/, DocumentMenu& documents)
+    : m_watch(std::make_unique<Watch>(documents)) {}
 
-#endif
+EndSignals::~EndSignals() = default;
+
+} // namespace qx::app
