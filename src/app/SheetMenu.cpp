@@ -2,6 +2,7 @@
 
 #include "app/Paths.h"
 #include "sheet/KeySheet.h"
+#include "sheet/SheetFormat.h"
 
 #include <QDate>
 #include <QFileDialog>
@@ -17,7 +18,7 @@ SheetMenu::SheetMenu(Workbench& workbench, QWidget* window)
     : QObject(window), m_workbench(workbench) {
     questions.file = [window](const QString& suggestion) {
         return QFileDialog::getSaveFileName(window, tr("Export key sheet"), suggestion,
-                                            tr("Key sheets (*.pdf *.svg)"));
+                                            tr("Key sheets (%1)").arg(sheet::kFilePatterns));
     };
     questions.printer = [window](QPrinter& printer) {
         QPrintDialog dialog(&printer, window);

@@ -4,20 +4,17 @@
 #include "host/Error.h"
 #include "sheet/SheetFormat.h"
 #include "sheet/SheetPages.h"
+#include "sheet/SvgSheet.h"
 
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSvgGenerator>
-
-#include <cmath>
 
 namespace qx::sheet {
 
 namespace {
 
-constexpr int kPdfPixels = 4;  // in 1/96 inch
-constexpr double kSvgGap = 16; // between the pages
+constexpr int kPdfPixels = 4; // in 1/96 inch
 
 void PaintPages(const SheetPages& pages, QPagedPaintDevice& device) {
     const double scale = device.logicalDpiX() / 96.0;
@@ -44,29 +41,11 @@ QByteArray Pdf(const SheetPages& pages, const QString& title) {
     return bytes;
 }
 
-QByteArray Svg(const SheetPages& pages, const QString& title) {
-    const double step = SheetPages::kSize.height() + kSvgGap;
-    const QRectF drawing(0, 0, SheetPages::kSize.width(), pages.Count() * step - kSvgGap);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QSvgGenerator generator;
-    generator.setOutputDevice(&buffer);
-    generator.setResolution(96);
-    generator.setSize({static_cast<int>(std::ceil(drawing.width())),
-                       static_cast<int>(std::ceil(drawing.height()))});
-    generator.setViewBox(drawing);
-    generator.setTitle(title);
-    QPainter painter(&generator);
-    for (int page = 0; page < pages.Count(); ++page) {
-        painter.save();
-        painter.translate(0, page * step);
-        painter.fillRect(QRectF({}, SheetPages::kSize), Qt::white);
-        pages.Paint(painter, page, 1);
-        painter.restore();
-    }
-    painter.end();
-    return bytes;
+QByteArray BytesOf(const SheetPages& pages, const QString& title, SheetFormat format) {
+    if constexpr (kHasSvg)
+        if (format == SheetFormat::Svg)
+            return SvgSheet(pages, title);
+    return Pdf(pages, title);
 }
 
 } // namespace
@@ -87,8 +66,7 @@ void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
         throw host::Error(host::ErrorKind::Usage, file.string() + ": " + kFormatRule);
     const SheetContent content = ContentOf(sheet);
     const SheetPages pages(content);
-    const QByteArray bytes =
-        *format == SheetFormat::Pdf ? Pdf(pages, content.title) : Svg(pages, content.title);
+    const QByteArray bytes = BytesOf(pages, content.title, *format);
     try {
         files::WriteFileAtomically(
             file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));

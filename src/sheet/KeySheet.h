@@ -30,8 +30,8 @@ struct KeySheet {
 };
 
 // Writes the sheet into the file in one step: as a PDF, or as one tall SVG with the pages below one
-// another, by the suffix. Throws host::Error: Usage for another suffix, FileFailed when the file
-// cannot be written; the file is then as it was.
+// another, by the suffix; as a PDF alone on Windows. Throws host::Error: Usage for another suffix,
+// FileFailed when the file cannot be written; the file is then as it was.
 void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file);
 
 // Prepares the device for the sheet's pages, and paints them on it: a printer, say.

@@ -10,7 +10,16 @@ namespace qx::sheet {
 
 enum class SheetFormat { Pdf, Svg };
 
+// Windows has no SVG: Debian has no source of that part of Qt to build it from.
+#ifdef _WIN32
+inline constexpr bool kHasSvg = false;
+inline constexpr const char* kFilePatterns = "*.pdf";
+inline constexpr const char* kFormatRule = "the file's name must end with .pdf";
+#else
+inline constexpr bool kHasSvg = true;
+inline constexpr const char* kFilePatterns = "*.pdf *.svg";
 inline constexpr const char* kFormatRule = "the file's name must end with .pdf or .svg";
+#endif
 
 // The format that the file's name asks for, in either case of letters; none for any other suffix.
 [[nodiscard]] inline std::optional<SheetFormat> FormatOf(const std::filesystem::path& file) {
@@ -19,7 +28,7 @@ inline constexpr const char* kFormatRule = "the file's name must end with .pdf o
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     if (suffix == ".pdf")
         return SheetFormat::Pdf;
-    if (suffix == ".svg")
+    if (kHasSvg && suffix == ".svg")
         return SheetFormat::Svg;
     return std::nullopt;
 }

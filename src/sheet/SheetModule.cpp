@@ -9,12 +9,20 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <string>
 
 namespace qx::sheet {
 
 namespace {
 
-// Painting needs an application, but no screen.
+// Painting needs an application, but no screen. On Windows only the platform of the screen has
+// fonts, and there is always a screen.
+#ifdef _WIN32
+constexpr const char* kPlatform = "windows";
+#else
+constexpr const char* kPlatform = "offscreen";
+#endif
+
 class Application {
 public:
     Application() {
@@ -26,10 +34,10 @@ public:
     }
 
 private:
-    char m_name[8] = "qxsheet";
-    char m_option[10] = "-platform";
-    char m_platform[10] = "offscreen";
-    char* m_arguments[4] = {m_name, m_option, m_platform, nullptr};
+    std::string m_name = "qxsheet";
+    std::string m_option = "-platform";
+    std::string m_platform = kPlatform;
+    char* m_arguments[4] = {m_name.data(), m_option.data(), m_platform.data(), nullptr};
     int m_count = 3;
     std::optional<QGuiApplication> m_application;
 };

@@ -1837,8 +1837,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Tastenblatt ausgeben</translation>
     </message>
     <message>
-        <source>Key sheets (*.pdf *.svg)</source>
-        <translation>Tastenblätter (*.pdf *.svg)</translation>
+        <source>Key sheets (%1)</source>
+        <translation>Tastenblätter (%1)</translation>
     </message>
     <message>
         <source>&amp;Print key sheet…</source>

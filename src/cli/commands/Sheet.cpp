@@ -20,6 +20,11 @@ constexpr const char* kModule = "qxsheetmodule.dll";
 constexpr const char* kModule = "libqxsheetmodule.so";
 #endif
 
+constexpr const char* kSummary =
+    sheet::kHasSvg ? "The sheet: a .pdf or .svg file" : "The sheet: a .pdf file";
+constexpr const char* kSvgNote =
+    sheet::kHasSvg ? "; in an .svg file they\nare below one another" : "";
+
 struct SheetOptions {
     std::string file;
     std::string document; // empty: the keyboard's settings
@@ -105,7 +110,7 @@ Command SheetCommand() {
         .summary = "Print a key sheet: the keys with their legends, and the sequences they send",
         .options = {{.name = "-o,--output",
                      .target = &options->file,
-                     .summary = "The sheet: a .pdf or .svg file",
+                     .summary = kSummary,
                      .value = "FILE",
                      .isRequired = true,
                      .complaint = FormatComplaint},
@@ -118,13 +123,15 @@ Command SheetCommand() {
                      .value = "TEXT",
                      .offers = OfferNothing},
                     SetOption(options->set)},
-        .footer = "The sheet has the keyboard with its legends, the programmed keys, the layers "
-                  "and POS blocks\nthat are in use, and the readers' headers and terminators, "
-                  "on A4 pages; in an .svg file they\nare below one another. Never changes the "
-                  "keyboard.\n\nExamples:\n"
-                  "  qxconf sheet -o till.pdf\n"
-                  "  qxconf sheet -o till.svg till.json\n"
-                  "  qxconf --layout german.qxl sheet -o till.pdf --date \"May 2031\" till.json",
+        .footer =
+            std::string("The sheet has the keyboard with its legends, the programmed keys, "
+                        "the layers and POS blocks\nthat are in use, and the readers' headers "
+                        "and terminators, on A4 pages") +
+            kSvgNote +
+            ". Never changes the keyboard.\n\nExamples:\n"
+            "  qxconf sheet -o till.pdf\n"
+            "  qxconf sheet -o till.pdf till.json\n"
+            "  qxconf --layout german.qxl sheet -o till.pdf --date \"May 2031\" till.json",
         .run = [options](Context& context) { Sheet(context, *options); },
     };
 }
