@@ -1,9 +1,7 @@
-// Calls as hosts make them, good and hostile, and how long objects live.
+// Calls as hosts make them, good and hostile.
 
 #include "com/windows/Client.h"
 #include "com/windows/Members.h"
-
-#include <psapi.h>
 
 #include <atomic>
 #include <memory>
@@ -81,12 +79,6 @@ std::vector<DISPID> NamesOf(INVOKEKIND kind) {
     return (kind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0
                ? std::vector<DISPID>{DISPID_PROPERTYPUT}
                : std::vector<DISPID>();
-}
-
-SIZE_T MemoryInUse() {
-    PROCESS_MEMORY_COUNTERS counters{};
-    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
-    return counters.PagefileUsage;
 }
 
 class ComCalls : public ComClient {
@@ -350,70 +342,6 @@ TEST_F(ComCalls, ErrorsHaveTheNumbersThatHostsKnow) {
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Int(3)}).error, HRESULT(0x800A01A8));
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Dispatch(layer.Get())}).status,
               DISP_E_TYPEMISMATCH);
-}
-
-TEST_F(ComCalls, PartsAreTheSameObjectsWhileTheyAreHeld) {
-    auto barcode = NewObject(L"QXControls.QXBarcode");
-    const DISPID button = IdOf(barcode.Get(), L"ButtonEdit");
-    const auto one = Call(barcode.Get(), button, kCall, {}).Object();
-    const auto two = Call(barcode.Get(), button, kCall, {}).Object();
-    EXPECT_EQ(one.Get(), two.Get());
-    EXPECT_EQ(one.As<IUnknown>(IID_IUnknown).Get(), two.As<IUnknown>(IID_IUnknown).Get());
-    barcode = nullptr; // the part keeps it
-    VARIANT text;
-    V_VT(&text) = VT_BSTR;
-    V_BSTR(&text) = SysAllocString(L"Change");
-    const DISPID caption = IdOf(one.Get(), L"Caption");
-    EXPECT_EQ(Call(one.Get(), caption, DISPATCH_PROPERTYPUT, {text}, {DISPID_PROPERTYPUT}).status,
-              S_OK);
-    VariantClear(&text);
-    ClientCall read = Call(two.Get(), caption, kCall, {});
-    EXPECT_EQ(std::wstring(V_BSTR(&read.result)), L"Change");
-    VariantClear(&read.result);
-}
-
-TEST_F(ComCalls, ManyRoundsOfEachClassKeepMemoryFlat) {
-    constexpr int kRounds = 10000;
-    for (const LibraryClass& type : RegisteredLibrary().classes) {
-        const std::wstring progId = Wide("QXControls." + type.name);
-        const auto reads = [](const LibraryMember& member) {
-            return member.kind == INVOKE_PROPERTYGET && member.parameters.empty();
-        };
-        std::vector<DISPID> read;
-        for (const LibraryMember& member : type.members)
-            if (reads(member) && read.size() < 3)
-                read.push_back(member.id);
-        ComPtr<IClassFactory> factory;
-        ASSERT_EQ(CoGetClassObject(type.clsid, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
-                                   reinterpret_cast<void**>(factory.Out())),
-                  S_OK);
-        const auto round = [&] {
-            ComPtr<IDispatch> object;
-            factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(object.Out()));
-            for (const DISPID id : read) {
-                ClientCall call = Call(object.Get(), id, kCall, {});
-                VariantClear(&call.result);
-            }
-        };
-        for (int i = 0; i < kRounds / 10; ++i)
-            round();
-        const SIZE_T before = MemoryInUse();
-        ASSERT_GT(before, 0U);
-        for (int i = 0; i < kRounds; ++i)
-            round();
-        // less than 16 bytes a round
-        EXPECT_LT(MemoryInUse(), before + 16 * kRounds) << type.name;
-    }
-}
-
-// Runs last in its suite: nothing of the tests above is left.
-TEST_F(ComCalls, NothingIsLeftInUse) {
-    EXPECT_FALSE(ServerIsInUse());
-    {
-        const auto object = NewObject(L"QXControls.OptionBool");
-        EXPECT_TRUE(ServerIsInUse());
-    }
-    EXPECT_FALSE(ServerIsInUse());
 }
 
 } // namespace

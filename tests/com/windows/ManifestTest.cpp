@@ -1,39 +1,77 @@
 // The server used without registration.
 
-#include "com/windows/Client.h"
+#include "com/windows/Form.h"
+#include "com/windows/Sink.h"
 
 namespace qx::test {
 namespace {
 
-class ComManifest : public ComClient {};
+// While it lives, a program that names the assembly in its manifest.
+class NamedInManifest {
+public:
+    NamedInManifest() {
+        ACTCTXW context{};
+        context.cbSize = sizeof(context);
+        context.lpSource = L"QXControls.manifest";
+        m_handle = CreateActCtxW(&context);
+        EXPECT_NE(m_handle, INVALID_HANDLE_VALUE) << GetLastError();
+        EXPECT_TRUE(ActivateActCtx(m_handle, &m_cookie));
+    }
+    NamedInManifest(const NamedInManifest&) = delete;
+    NamedInManifest& operator=(const NamedInManifest&) = delete;
+    ~NamedInManifest() {
+        DeactivateActCtx(0, m_cookie);
+        ReleaseActCtx(m_handle);
+    }
+
+private:
+    HANDLE m_handle;
+    ULONG_PTR m_cookie = 0;
+};
+
+class ComManifest : public ComClient {
+protected:
+    void SetUp() override {
+        CLSID clsid{};
+        ASSERT_NE(CLSIDFromProgID(L"QXControls.QXMagnetCard", &clsid), S_OK) << "is registered";
+    }
+};
 
 TEST_F(ComManifest, ObjectsAreMadeWithoutRegistration) {
-    constexpr CLSID kSequence = {
-        0xA73BB686, 0x1FEE, 0x4EE5, {0xA3, 0xCD, 0xE2, 0xB3, 0xD2, 0xE8, 0xB9, 0x34}};
-    const auto create = [&](IDispatch** out) {
-        return CoCreateInstance(kSequence, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                reinterpret_cast<void**>(out));
-    };
-    ComPtr<IDispatch> sequence;
-    ASSERT_EQ(create(sequence.Out()), REGDB_E_CLASSNOTREG);
+    const NamedInManifest named;
+    const auto sequence = NewObject(L"QXControls.KeySequence");
+    ASSERT_TRUE(sequence);
+    Get(sequence.Get(), L"AddByte", {Int(30)});
+    ComPtr<ITypeInfo> info;
+    EXPECT_EQ(sequence->GetTypeInfo(0, 0, info.Out()), S_OK);
+}
 
-    ACTCTXW context{};
-    context.cbSize = sizeof(context);
-    context.lpSource = L"QXControls.manifest";
-    const HANDLE handle = CreateActCtxW(&context);
-    ASSERT_NE(handle, INVALID_HANDLE_VALUE) << GetLastError();
-    ULONG_PTR cookie = 0;
-    ASSERT_TRUE(ActivateActCtx(handle, &cookie));
-    EXPECT_EQ(create(sequence.Out()), S_OK);
-    if (sequence) {
-        EXPECT_EQ(Call(sequence.Get(), IdOf(sequence.Get(), L"AddByte"), kCall, {Int(30)}).status,
-                  S_OK);
-        ComPtr<ITypeInfo> info;
-        EXPECT_EQ(sequence->GetTypeInfo(0, 0, info.Out()), S_OK);
-    }
-    sequence = nullptr;
-    DeactivateActCtx(0, cookie);
-    ReleaseActCtx(handle);
+TEST_F(ComManifest, AVisibleControlIsPlacedClickedAndHeard) {
+    const NamedInManifest named;
+    ASSERT_TRUE(AtlStarts());
+    Form form(600, 500);
+    const auto control = form.Place("QXMagnetCard");
+    ASSERT_TRUE(control);
+    PutCaption(PartOf(control.Get(), L"Captions").Get(), L"CreateHeader", L"Edit...");
+    Get(control.Get(), L"Translate");
+    int edits = 0;
+    Listen(control.Get(), [&](Heard event) {
+        constexpr DISPID kEditCurrentHeader =
+            3; // nTrackId, sInSequence, fCancelAction, sOutSequence
+        if (event.id != kEditCurrentHeader)
+            return E_FAIL;
+        ++edits;
+        SysReAllocString(V_BSTRREF(&event.arguments.at(3)), L" 30158");
+        return S_OK;
+    });
+    const HWND edit = form.Child(L"BUTTON", L"Edit...");
+    ASSERT_NE(edit, nullptr);
+    SendMessageW(edit, BM_CLICK, 0, 0);
+    EXPECT_EQ(edits, 1);
+    const auto header = PartOf(PartOf(control.Get(), L"Track1").Get(), L"Header");
+    ClientCall text = Get(header.Get(), L"KeyString");
+    EXPECT_EQ(std::wstring(V_BSTR(&text.result)), L" 30158");
+    VariantClear(&text.result);
 }
 
 } // namespace

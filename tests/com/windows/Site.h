@@ -1,47 +1,100 @@
 // A container of the test's own, for what a foreign one cannot be brought to do: it designs a form,
-// and has its controls react to nothing.
+// has its controls react to nothing, and changes its ambient properties.
 #pragma once
 
 #include "com/windows/Client.h"
 
 #include <functional>
+#include <map>
 
 namespace qx::test {
 
-class Site : public IOleClientSite, public IOleInPlaceSite, public IDispatch {
+// Is on the stack, and must have been let go of in the end.
+template <typename... Interfaces>
+class OnStack : public Interfaces... {
 public:
-    explicit Site(HWND form) : m_form(form) {}
-    virtual ~Site() = default;
-
-    bool isUserMode = true;
-    bool isDead = false;
-    OLE_COLOR background = RGB(210, 220, 190);
-    OLE_COLOR foreground = RGB(10, 5, 0);
-    ComPtr<IFontDisp> font;                                              // none unless it is set
-    std::function<void()> onInPlaceActivate, onShowObject, onUIActivate; // empty: does nothing
-
+    virtual ~OnStack() { EXPECT_EQ(m_references, 0); }
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         *out = nullptr;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IOleClientSite))
-            return HandOut(static_cast<IOleClientSite*>(this), out);
-        if (IsEqualIID(iid, IID_IOleWindow) || IsEqualIID(iid, IID_IOleInPlaceSite))
-            return HandOut(static_cast<IOleInPlaceSite*>(this), out);
-        if (IsEqualIID(iid, IID_IDispatch))
-            return HandOut(static_cast<IDispatch*>(this), out);
-        return E_NOINTERFACE;
+        const bool isFound = IsEqualIID(iid, IID_IUnknown) ? HandFirst<Interfaces...>(out)
+                                                           : (Hand<Interfaces>(iid, out) || ...);
+        return isFound ? S_OK : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override { return --m_references; } // owned by the test
-    [[nodiscard]] ULONG References() const { return m_references; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++m_references); }
+    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--m_references); }
+    [[nodiscard]] int References() const { return m_references; }
+
+private:
+    template <typename Interface>
+    bool Hand(REFIID iid, void** out) {
+        if (!IsEqualIID(iid, __uuidof(Interface)))
+            return false;
+        return HandOut(static_cast<Interface*>(this), out) == S_OK;
+    }
+    template <typename First, typename...>
+    bool HandFirst(void** out) {
+        return HandOut(static_cast<First*>(this), out) == S_OK;
+    }
+
+    int m_references = 0;
+};
+
+inline VARIANT Bool(bool flag) {
+    VARIANT variant;
+    V_VT(&variant) = VT_BOOL;
+    V_BOOL(&variant) = flag ? VARIANT_TRUE : VARIANT_FALSE;
+    return variant;
+}
+
+class Site : public OnStack<IOleClientSite, IOleInPlaceSite, IDispatch> {
+public:
+    explicit Site(HWND form = nullptr) : m_form(form) {}
+    ~Site() override {
+        for (auto& [id, value] : m_ambient)
+            VariantClear(&value);
+    }
+
+    void SetAmbient(DISPID id, VARIANT value) { // takes it over
+        VariantClear(&m_ambient[id]);
+        m_ambient[id] = value;
+    }
+    void SetFont(const wchar_t* name, LONGLONG points) {
+        FONTDESC wanted{sizeof(FONTDESC),
+                        const_cast<wchar_t*>(name),
+                        {},
+                        FW_NORMAL,
+                        DEFAULT_CHARSET,
+                        FALSE,
+                        FALSE,
+                        FALSE};
+        wanted.cySize.int64 = points * 10'000;
+        ComPtr<IDispatch> font;
+        ASSERT_EQ(
+            OleCreateFontIndirect(&wanted, IID_IDispatch, reinterpret_cast<void**>(font.Out())),
+            S_OK);
+        SetAmbient(DISPID_AMBIENT_FONT, Dispatch(font.Detach()));
+    }
+
+    // The control fills the form, where there is one.
+    HRESULT Place(const ComPtr<IDispatch>& control, LONG verb = OLEIVERB_INPLACEACTIVATE) {
+        const auto object = control.As<IOleObject>(IID_IOleObject);
+        EXPECT_EQ(object->SetClientSite(this), S_OK);
+        RECT bounds{};
+        GetClientRect(m_form, &bounds);
+        return object->DoVerb(verb, nullptr, this, 0, m_form, &bounds);
+    }
+    static void TakeAway(const ComPtr<IDispatch>& control) {
+        const auto object = control.As<IOleObject>(IID_IOleObject);
+        EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
+        EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
+    }
+
+    std::function<void()> onInPlaceActivate, onShowObject, onUIActivate; // empty: does nothing
 
     HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
-    HRESULT STDMETHODCALLTYPE ShowObject() override {
-        if (onShowObject)
-            onShowObject();
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE ShowObject() override { return Run(onShowObject); }
     HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 
@@ -51,16 +104,8 @@ public:
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override {
-        if (onInPlaceActivate)
-            onInPlaceActivate();
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE OnUIActivate() override {
-        if (onUIActivate)
-            onUIActivate();
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return Run(onInPlaceActivate); }
+    HRESULT STDMETHODCALLTYPE OnUIActivate() override { return Run(onUIActivate); }
     HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame,
                                                IOleInPlaceUIWindow** document, LPRECT place,
                                                LPRECT clip, LPOLEINPLACEFRAMEINFO) override {
@@ -82,35 +127,24 @@ public:
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* value,
-                                     EXCEPINFO*, UINT*) override {
-        switch (id) {
-        case DISPID_AMBIENT_USERMODE:
-        case DISPID_AMBIENT_UIDEAD:
-            V_VT(value) = VT_BOOL;
-            V_BOOL(value) =
-                (id == DISPID_AMBIENT_UIDEAD ? isDead : isUserMode) ? VARIANT_TRUE : VARIANT_FALSE;
-            return S_OK;
-        case DISPID_AMBIENT_BACKCOLOR:
-        case DISPID_AMBIENT_FORECOLOR:
-            V_VT(value) = VT_I4;
-            V_I4(value) =
-                static_cast<LONG>(id == DISPID_AMBIENT_BACKCOLOR ? background : foreground);
-            return S_OK;
-        case DISPID_AMBIENT_FONT:
-            if (!font)
-                return DISP_E_MEMBERNOTFOUND;
-            V_VT(value) = VT_DISPATCH;
-            V_DISPATCH(value) = ComPtr<IFontDisp>(font).Detach();
-            return S_OK;
-        default:
-            return DISP_E_MEMBERNOTFOUND;
-        }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given,
+                                     VARIANT* value, EXCEPINFO*, UINT*) override {
+        EXPECT_EQ(flags, DISPATCH_PROPERTYGET);
+        EXPECT_EQ(given->cArgs, 0U);
+        const auto found = m_ambient.find(id);
+        return found == m_ambient.end() ? DISP_E_MEMBERNOTFOUND
+                                        : VariantCopy(value, &found->second);
     }
 
 private:
+    static HRESULT Run(const std::function<void()>& action) {
+        if (action)
+            action();
+        return S_OK;
+    }
+
     HWND m_form;
-    ULONG m_references = 1;
+    std::map<DISPID, VARIANT> m_ambient;
 };
 
 } // namespace qx::test

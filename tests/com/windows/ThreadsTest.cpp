@@ -240,7 +240,7 @@ TEST_F(ComThreads, LastReferencesAreReleasedOnTheOwnThread) {
     PumpMessages();
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(released, own);
-    EXPECT_EQ(site.References(), 1U);
+    EXPECT_EQ(site.References(), 0);
     EXPECT_FALSE(ServerIsInUse());
 }
 
