@@ -17,13 +17,15 @@ constexpr wchar_t kDispatchProxy[] = L"{00020420-0000-0000-C000-000000000046}";
 constexpr wchar_t kControlCategory[] = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
 #ifdef _WIN64
 constexpr wchar_t kPlatform[] = L"win64";
+constexpr wchar_t kOtherPlatform[] = L"win32";
 #else
 constexpr wchar_t kPlatform[] = L"win32";
+constexpr wchar_t kOtherPlatform[] = L"win64";
 #endif
 
 // One value below the classes' key; without a name the key's own.
 struct Row {
-    std::wstring tree; // which goes as a whole when the server is unregistered
+    std::wstring tree; // which goes as a whole when the server is unregistered, unless it is shared
     std::wstring key;  // below the tree
     std::wstring name;
     std::wstring data;
@@ -33,11 +35,20 @@ std::wstring Version() {
     return Wide(kLibraryVersion);
 }
 
+std::wstring LibraryTree() {
+    return L"TypeLib\\" + Wide(kLibraryId);
+}
+
+// Below the library's tree.
+std::wstring FileKey(const wchar_t* platform) {
+    return L"\\" + Version() + L"\\0\\" + platform;
+}
+
 void AddTypeLibrary(std::vector<Row>& rows, const std::wstring& file) {
-    const std::wstring tree = L"TypeLib\\" + Wide(kLibraryId);
+    const std::wstring tree = LibraryTree();
     const std::wstring folder = file.substr(0, file.find_last_of(L'\\'));
     rows.push_back({tree, L"\\" + Version(), L"", Wide(kLibraryTitle)});
-    rows.push_back({tree, L"\\" + Version() + L"\\0\\" + kPlatform, L"", file});
+    rows.push_back({tree, FileKey(kPlatform), L"", file});
     rows.push_back({tree, L"\\" + Version() + L"\\FLAGS", L"", L"0"});
     rows.push_back({tree, L"\\" + Version() + L"\\HELPDIR", L"", folder});
 }
@@ -79,7 +90,7 @@ void AddClass(std::vector<Row>& rows, const Class& type, const std::wstring& fil
         AddControl(rows, tree, type, file);
 
     AddInterface(rows, type.iid, L"_" + Wide(type.name));
-    if (!type.events.empty())
+    if (!type.eventsIid.empty())
         AddInterface(rows, type.eventsIid, L"__" + Wide(type.name));
 }
 
@@ -108,10 +119,29 @@ LSTATUS Write(HKEY hive, const Row& row) {
     return written;
 }
 
+// Each word size has its own classes and interfaces; their names and the type library are shared.
+bool IsShared(const std::wstring& tree) {
+    return !tree.starts_with(L"CLSID\\") && !tree.starts_with(L"Interface\\");
+}
+
+// Whether the server of the other word size is registered too.
+bool HasOtherWordSize(HKEY hive) {
+    HKEY key = nullptr;
+    const std::wstring name = kClasses + LibraryTree() + FileKey(kOtherPlatform);
+    if (RegOpenKeyExW(hive, name.c_str(), 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
+}
+
 LSTATUS DeleteFrom(HKEY hive) {
+    const bool isAlone = !HasOtherWordSize(hive);
     std::set<std::wstring> trees;
     for (const Row& row : Rows())
-        trees.insert(row.tree);
+        if (isAlone || !IsShared(row.tree))
+            trees.insert(row.tree);
+    if (!isAlone)
+        trees.insert(LibraryTree() + FileKey(kPlatform));
     LSTATUS result = ERROR_SUCCESS;
     for (const std::wstring& tree : trees) {
         const LSTATUS status = RegDeleteTreeW(hive, (kClasses + tree).c_str());

@@ -14,7 +14,8 @@ enum class Scope {
 // Leaves nothing behind when it fails.
 [[nodiscard]] HRESULT RegisterServer(Scope scope);
 
-// Deletes every key that registering made; keys that are not there are no error.
+// Deletes every key that registering made, except those that the server of the other word size
+// needs as well; keys that are not there are no error.
 [[nodiscard]] HRESULT UnregisterServer(Scope scope);
 
 } // namespace qx::com
