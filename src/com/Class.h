@@ -78,7 +78,7 @@ struct Class {
     std::string_view name;
     Look look;
     // Of the class, of its interface (an underscore before the name) and of its event interface
-    // (two); a class without events has an empty last one.
+    // (two), which every control has, with events or without; a plain class has an empty last one.
     std::string_view clsid, iid, eventsIid;
     std::vector<Member> members;
     std::vector<EventMember> events;

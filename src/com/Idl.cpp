@@ -90,7 +90,7 @@ void WriteInterface(std::ostream& out, const Class& type) {
         out << ");\n";
     }
     out << "  };\n";
-    if (type.events.empty())
+    if (type.eventsIid.empty())
         return;
     out << "  [uuid(" << Uuid(type.eventsIid) << "), hidden]\n  dispinterface __" << type.name
         << " {\n  properties:\n  methods:\n";
@@ -126,7 +126,7 @@ std::string IdlText() {
         out << "  [uuid(" << Uuid(type->clsid) << ")"
             << (type->look == Look::None ? "" : ", control") << "]\n  coclass " << type->name
             << " {\n    [default] dispinterface _" << type->name << ";\n";
-        if (!type->events.empty())
+        if (!type->eventsIid.empty())
             out << "    [default, source] dispinterface __" << type->name << ";\n";
         out << "  };\n";
     }

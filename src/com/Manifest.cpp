@@ -55,7 +55,7 @@ std::string ManifestText() {
     out << "  </file>\n";
     for (const Class* type : Classes()) {
         WriteInterface(out, type->iid, "_", type->name);
-        if (!type->events.empty())
+        if (!type->eventsIid.empty())
             WriteInterface(out, type->eventsIid, "__", type->name);
     }
     out << "</assembly>\n";

@@ -57,6 +57,7 @@ enum class ErrorNumber {
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
     InternalError = 51,
+    InvalidUseOfNull = 94,
     ObjectRequired = 424,
     NoSuchMember = 438,
     NamedArgumentNotFound = 448,

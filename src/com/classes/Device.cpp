@@ -132,9 +132,9 @@ template <>
 const Class& TableOf<QXCommonKeyboard>() {
     using C = QXCommonKeyboard;
     static const Class table = [] {
-        ClassBuilder<C> builder("QXCommonKeyboard", Look::Visible,
-                                "{6B19962F-80F2-4A9B-9021-0BA85F1204EB}",
-                                "{769CF3B1-67FC-453B-BB01-953AB829E9BD}");
+        ClassBuilder<C> builder(
+            "QXCommonKeyboard", Look::Visible, "{6B19962F-80F2-4A9B-9021-0BA85F1204EB}",
+            "{769CF3B1-67FC-453B-BB01-953AB829E9BD}", "{4CF0556D-EDBA-4CAF-BCA0-F7836E38791C}");
         AddModuleContract(builder);
         return builder.Service("LayoutSource", 2, &C::SetLayoutSource)
             .Property("CaptionOutputDelay", 16, &C::CaptionOutputDelay, &C::SetCaptionOutputDelay)

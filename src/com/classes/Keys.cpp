@@ -76,9 +76,9 @@ template <>
 const Class& TableOf<QXKeyboardLayoutData>() {
     using C = QXKeyboardLayoutData;
     static const Class table =
-        ClassBuilder<C>("QXKeyboardLayoutData", Look::Invisible,
-                        "{D05CBE02-99A0-46F4-BD29-E529F58147D7}",
-                        "{7F78084A-02EA-41D9-BB29-9655DDFD9177}")
+        ClassBuilder<C>(
+            "QXKeyboardLayoutData", Look::Invisible, "{D05CBE02-99A0-46F4-BD29-E529F58147D7}",
+            "{7F78084A-02EA-41D9-BB29-9655DDFD9177}", "{62914465-D734-4FAC-BB85-95FB010C5F8C}")
             .Method("GetMinKeyID", 1, &C::GetMinKeyID)
             .Method("GetMaxKeyID", 2, &C::GetMaxKeyID)
             .Method("ConvertKeyStringIntoTextString", 3, &C::ConvertKeyStringIntoTextString,

@@ -79,7 +79,8 @@ const Class& TableOf<QXPosCodePage>() {
     using C = QXPosCodePage;
     static const Class table =
         ClassBuilder<C>("QXPosCodePage", Look::Invisible, "{4DE60B23-0979-47E2-B1C8-0A56DC4031FE}",
-                        "{6B261B18-8B64-421A-B89C-D51409D292E3}")
+                        "{6B261B18-8B64-421A-B89C-D51409D292E3}",
+                        "{56857FA6-2EC5-45CB-9618-468390EC0623}")
             .Part("KeyboardPage", 1, &C::KeyboardPage, &C::SetKeyboardPage)
             .Part("FilePage", 2, &C::FilePage, &C::SetFilePage)
             .Method("PagesAreEqual", 3, &C::PagesAreEqual)

@@ -17,7 +17,8 @@ const Class& TableOf<QXProgSettings>() {
     using C = QXProgSettings;
     static const Class table =
         ClassBuilder<C>("QXProgSettings", Look::Invisible, "{783A0367-5EF6-44FE-81EF-4AF6F3506A46}",
-                        "{57FEE733-FF0E-45B1-A7EF-7B553DF17D79}")
+                        "{57FEE733-FF0E-45B1-A7EF-7B553DF17D79}",
+                        "{FFDC1D39-E295-4B32-A400-C409829737FA}")
             .CreatedBy([](const Environment& environment) {
                 return std::make_shared<C>(environment.registry, environment.platform);
             })

@@ -76,7 +76,7 @@ HRESULT ComObject::QueryInterface(REFIID iid, void** out) {
         return HandOut(static_cast<ISupportErrorInfo*>(this), out);
     if (IsEqualIID(iid, IID_IProvideClassInfo) || IsEqualIID(iid, IID_IProvideClassInfo2))
         return HandOut(static_cast<IProvideClassInfo2*>(this), out);
-    if (IsEqualIID(iid, IID_IConnectionPointContainer) && !m_served.type.events.empty())
+    if (IsEqualIID(iid, IID_IConnectionPointContainer) && !m_served.type.eventsIid.empty())
         return HandOut(static_cast<IConnectionPointContainer*>(this), out);
     return Query(iid, out);
 }
@@ -139,7 +139,7 @@ HRESULT ComObject::GetGUID(DWORD kind, GUID* guid) {
     if (guid == nullptr)
         return E_POINTER;
     *guid = GUID_NULL;
-    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || m_served.type.events.empty())
+    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || m_served.type.eventsIid.empty())
         return E_INVALIDARG;
     *guid = m_served.eventsIid;
     return S_OK;

@@ -158,6 +158,10 @@ Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale) {
     switch (V_VT(&plain)) {
     case VT_EMPTY:
         return {};
+    case VT_NULL:
+        throw Error(wanted.kind == Kind::Object ? ErrorNumber::ObjectRequired
+                                                : ErrorNumber::InvalidUseOfNull,
+                    "invalid use of Null");
     case VT_ERROR:
         if (V_ERROR(&plain) == DISP_E_PARAMNOTFOUND)
             return Missing();

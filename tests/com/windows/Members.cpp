@@ -115,7 +115,7 @@ LibraryClass ClassOf(ITypeInfo* info, const TYPEATTR& attributes) {
         Check(info->GetRefTypeInfo(reference, interfaceInfo.Out()), "interface");
         Check(interfaceInfo->GetTypeAttr(&interfaceAttributes), "interface");
         const bool isSource = (flags & IMPLTYPEFLAG_FSOURCE) != 0;
-        (isSource ? type.eventsIid : type.iid) = interfaceAttributes->guid;
+        type.interfaces[NameOf(interfaceInfo.Get())] = interfaceAttributes->guid;
         (isSource ? type.events : type.members) = MembersOf(interfaceInfo.Get());
         interfaceInfo->ReleaseTypeAttr(interfaceAttributes);
     }
@@ -168,7 +168,8 @@ Library RegisteredLibrary() {
         if (attributes->typekind == TKIND_COCLASS)
             found.classes.push_back(ClassOf(info.Get(), *attributes));
         else if (attributes->typekind == TKIND_ENUM)
-            found.enumerations[NameOf(info.Get())] = ValuesOf(info.Get(), *attributes);
+            found.enumerations[NameOf(info.Get())] = {attributes->guid,
+                                                      ValuesOf(info.Get(), *attributes)};
         info->ReleaseTypeAttr(attributes);
     }
     return found;

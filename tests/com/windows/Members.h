@@ -31,15 +31,20 @@ struct LibraryMember {
 struct LibraryClass {
     std::string name;
     CLSID clsid{};
-    GUID iid{}, eventsIid{};
+    std::map<std::string, IID> interfaces; // by their names: the default one and that of events
     std::vector<LibraryMember> members;
     std::vector<LibraryMember> events;
+};
+
+struct LibraryEnumeration {
+    IID iid{};
+    std::map<std::string, LONG> values;
 };
 
 struct Library {
     GUID id{};
     std::vector<LibraryClass> classes;
-    std::map<std::string, std::map<std::string, LONG>> enumerations;
+    std::map<std::string, LibraryEnumeration> enumerations;
 };
 
 // Throws std::runtime_error when it is not registered.

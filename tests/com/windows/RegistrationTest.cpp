@@ -3,6 +3,9 @@
 #include "com/windows/Client.h"
 #include "com/windows/Members.h"
 
+#include <objsafe.h>
+#include <winver.h>
+
 #include <fstream>
 
 namespace qx::test {
@@ -109,8 +112,8 @@ protected:
 TEST_F(ComRegistration, TypeLibraryHasAllThatIsListedAndNothingElse) {
     const Library library = RegisteredLibrary();
     Sections found;
-    for (const auto& [name, values] : library.enumerations)
-        for (const auto& [value, number] : values)
+    for (const auto& [name, enumeration] : library.enumerations)
+        for (const auto& [value, number] : enumeration.values)
             found["enum " + name].insert(value + " = " + std::to_string(number));
     for (const LibraryClass& type : library.classes)
         found[LookOf(type) + type.name] = LinesOf(type);
@@ -121,11 +124,12 @@ TEST_F(ComRegistration, IdentifiersAreThoseOfTheList) {
     const Library library = RegisteredLibrary();
     Sections expected = Listed("identifiers.txt");
     EXPECT_EQ(expected["QXControls"], std::set<std::string>{GuidText(library.id) + " 1.0"});
+    for (const auto& [name, enumeration] : library.enumerations)
+        EXPECT_EQ(expected[name], std::set<std::string>{GuidText(enumeration.iid)}) << name;
     for (const LibraryClass& type : library.classes) {
-        std::set<std::string> lines = {"class " + GuidText(type.clsid),
-                                       "_" + type.name + " " + GuidText(type.iid)};
-        if (!type.events.empty())
-            lines.insert("__" + type.name + " " + GuidText(type.eventsIid));
+        std::set<std::string> lines = {"class " + GuidText(type.clsid)};
+        for (const auto& [name, iid] : type.interfaces)
+            lines.insert(name + " " + GuidText(iid));
         for (const LibraryMember& member : type.members)
             lines.insert(std::to_string(member.id) + " " + member.name);
         EXPECT_EQ(expected[type.name], lines) << type.name;
@@ -134,6 +138,48 @@ TEST_F(ComRegistration, IdentifiersAreThoseOfTheList) {
         EXPECT_EQ(CLSIDFromProgID(Wide("QXControls." + type.name).c_str(), &registered), S_OK);
         EXPECT_TRUE(IsEqualGUID(registered, type.clsid)) << type.name;
     }
+}
+
+// No page may create what writes a keyboard's memory and its program.
+TEST_F(ComRegistration, NoClassIsSafeForWebPages) {
+    for (const LibraryClass& type : RegisteredLibrary().classes) {
+        const auto object = NewObject(Wide("QXControls." + type.name));
+        EXPECT_FALSE(object.As<IUnknown>(IID_IObjectSafety)) << type.name;
+        for (const char* const category :
+             {"{7DD95801-9882-11CF-9FA9-00AA006C42C4}", "{7DD95802-9882-11CF-9FA9-00AA006C42C4}"}) {
+            const std::string key =
+                "CLSID\\" + GuidText(type.clsid) + "\\Implemented Categories\\" + category;
+            HKEY found = nullptr;
+            EXPECT_EQ(RegOpenKeyExA(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &found),
+                      ERROR_FILE_NOT_FOUND)
+                << key;
+        }
+    }
+}
+
+TEST_F(ComRegistration, TheFileShowsItsVersion) {
+    const auto object = NewObject(L"QXControls.OptionBool"); // loads it
+    wchar_t file[MAX_PATH] = {};
+    GetModuleFileNameW(GetModuleHandleW(L"QXControls.ocx"), file, MAX_PATH);
+    std::vector<char> block(GetFileVersionInfoSizeW(file, nullptr));
+    ASSERT_TRUE(GetFileVersionInfoW(file, 0, static_cast<DWORD>(block.size()), block.data()));
+    UINT size = 0;
+    VS_FIXEDFILEINFO* numbers = nullptr;
+    ASSERT_TRUE(VerQueryValueW(block.data(), L"\\", reinterpret_cast<void**>(&numbers), &size));
+    EXPECT_EQ(std::to_string(HIWORD(numbers->dwFileVersionMS)) + "." +
+                  std::to_string(LOWORD(numbers->dwFileVersionMS)) + "." +
+                  std::to_string(HIWORD(numbers->dwFileVersionLS)),
+              QX_VERSION);
+    const auto text = [&](const std::wstring& name) {
+        wchar_t* value = nullptr;
+        const std::wstring place = L"\\StringFileInfo\\040904B0\\" + name;
+        return VerQueryValueW(block.data(), place.c_str(), reinterpret_cast<void**>(&value), &size)
+                   ? Narrow(value)
+                   : "missing";
+    };
+    EXPECT_EQ(text(L"FileVersion"), QX_VERSION);
+    EXPECT_EQ(text(L"OriginalFilename"), "QXControls.ocx");
+    EXPECT_EQ(text(L"OLESelfRegister"), ""); // installers look for it
 }
 
 } // namespace
