@@ -20,7 +20,7 @@ Parts VisibleOf(const Part& box) {
 // Whether the part is as high as the row that it is in.
 bool FillsRow(const Part& part) {
     return part.kind <= PartKind::Frame || part.kind == PartKind::List ||
-           part.kind == PartKind::Sequence || part.kind == PartKind::Keys;
+           part.kind == PartKind::Keys;
 }
 
 class Arranger {

@@ -144,7 +144,7 @@ int FontMeasures::HeightOf(const Part& part, int width) const {
     case PartKind::Button:
         return m_line + m_line * 3 / 4;
     case PartKind::Sequence: // up to four lines; the rest scrolls
-        return std::clamp(textHeight(width - 2 * m_letter), m_line, 4 * m_line) + m_line * 3 / 4;
+        return std::clamp(textHeight(width - 2 * m_letter), m_line, 4 * m_line) + AroundText();
     case PartKind::Slider:
         return 2 * m_line;
     case PartKind::List:
@@ -152,8 +152,13 @@ int FontMeasures::HeightOf(const Part& part, int width) const {
     case PartKind::Keys:
         return std::clamp(HeightOfKeys(part.state.keys, width), 2 * m_line, 8 * m_line);
     default:
-        return m_line + m_line / 2;
+        return m_line + AroundText();
     }
+}
+
+// A field's text begins at its upper edge: more room would stand below it alone.
+int FontMeasures::AroundText() const {
+    return 2 * GetSystemMetrics(SM_CYEDGE) + m_line / 5;
 }
 
 RECT RectOf(const Place& place) {

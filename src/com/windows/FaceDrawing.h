@@ -45,6 +45,7 @@ public:
     [[nodiscard]] int Line() const { return m_line; }
 
 private:
+    [[nodiscard]] int AroundText() const; // above and below the lines of a field
     [[nodiscard]] SIZE SizeOf(const std::string& text, int width, UINT format) const;
 
     HDC m_screen;

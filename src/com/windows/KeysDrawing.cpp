@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cwctype>
 
 namespace qx::com {
 namespace {
@@ -70,7 +71,7 @@ int HeightOf(HFONT font) {
 
 // In proportion to the keys and no larger than the face's own; a key scales that.
 HFONT KeyFont(HFONT face, int keyHeight, const KeyCap& key) {
-    const auto usual = static_cast<Single>(std::min(keyHeight * 3 / 10, HeightOf(face)));
+    const auto usual = static_cast<Single>(std::min(keyHeight * 2 / 5, HeightOf(face)));
     const auto most = static_cast<Single>(std::max(keyHeight, kLeastFont));
     const Single height = std::clamp(usual * key.textScale, static_cast<Single>(kLeastFont), most);
     return FontOfHeight(face, static_cast<int>(std::lround(height)), key.isBold);
@@ -83,13 +84,30 @@ SIZE SizeOf(HDC context, const std::wstring& text, LONG width) {
     return {needed.right, needed.bottom};
 }
 
-// A caption that does not fit is drawn smaller, down to the least size that reads.
+// "NumLock" and "Num7" in two lines.
+std::wstring InLines(const std::wstring& text) {
+    std::wstring lines;
+    for (const wchar_t letter : text) {
+        if (!lines.empty() && std::iswlower(lines.back()) != 0 && std::iswlower(letter) == 0 &&
+            std::iswspace(letter) == 0)
+            lines += L'\n';
+        lines += letter;
+    }
+    return lines;
+}
+
+// A caption that does not fit goes on in another line, and then is drawn smaller, down to the least
+// size that reads.
 void DrawCaption(HDC context, RECT area, const std::string& caption) {
-    const std::wstring text = WideFromUtf8(caption);
+    std::wstring text = WideFromUtf8(caption);
     const LONG width = area.right - area.left;
     const LONG height = area.bottom - area.top;
     const auto font = static_cast<HFONT>(GetCurrentObject(context, OBJ_FONT));
     SIZE size = SizeOf(context, text, width);
+    if (size.cx > width) {
+        text = InLines(text);
+        size = SizeOf(context, text, width);
+    }
     for (int smaller = HeightOf(font);
          (size.cx > width || size.cy > height) && --smaller >= kLeastFont;
          size = SizeOf(context, text, width)) {

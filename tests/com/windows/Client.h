@@ -106,6 +106,12 @@ inline VARIANT LongInt(LONG number) {
     V_I4(&variant) = number;
     return variant;
 }
+inline VARIANT Bool(bool flag) {
+    VARIANT variant;
+    V_VT(&variant) = VT_BOOL;
+    V_BOOL(&variant) = flag ? VARIANT_TRUE : VARIANT_FALSE;
+    return variant;
+}
 inline VARIANT Dispatch(IDispatch* object) { // not counted
     VARIANT variant;
     V_VT(&variant) = VT_DISPATCH;

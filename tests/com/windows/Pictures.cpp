@@ -2,6 +2,7 @@
 // folder QX_PICTURES. packaging/com-pictures runs it at different resolutions of the screen.
 
 #include "com/windows/Editors.h"
+#include "com/windows/Sink.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -21,6 +22,7 @@ constexpr CLSID kPngEncoder = {
     0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
 void SavePicture(HWND window, const std::wstring& file) {
+    PumpMessages(); // it is drawn
     RECT bounds{};
     GetClientRect(window, &bounds);
     const HDC source = GetDC(window);
@@ -74,9 +76,9 @@ void Fill(const std::string& name, IDispatch* control) {
             const std::wstring member = L"Track" + std::to_wstring(number);
             Put(PartOf(control, member.c_str()).Get(), L"Caption", Text(name.c_str()));
         }
-        const auto header = PartOf(PartOf(control, L"Track1").Get(), L"Header");
-        for (const SHORT code : {SHORT{30}, SHORT{158}})
-            Get(header.Get(), L"AddByte", {Int(code)});
+        const auto track = PartOf(control, L"Track1");
+        Put(track.Get(), L"HeaderEnabled", Bool(true));
+        Put(PartOf(track.Get(), L"Header").Get(), L"KeyString", Text(L" 44172"));
     } else if (name == "QXBarcode") {
         LONG page = 0;
         for (const wchar_t* const entry :
@@ -139,15 +141,37 @@ void PutBlocks(IDispatch* data) {
     }
 }
 
-// Texts that stand for what the user has typed and recorded.
+// From now on, the host answers the control's requests to edit a sequence.
+void AnswerEdits(IDispatch* control, DISPID edit, std::size_t cancel, std::size_t sequence) {
+    Listen(control, [=](Heard event) {
+        if (event.id == edit) {
+            *V_BOOLREF(&event.arguments.at(cancel)) = VARIANT_FALSE;
+            SysReAllocString(V_BSTRREF(&event.arguments.at(sequence)), L" 32160 18146");
+        }
+        return S_OK;
+    });
+}
+
+// Keys with sequences and descriptions, as the user would make them.
 void Use(const std::string& name, IDispatch* control, const Form& form) {
-    if (name == "QXLayeredFuncKeys") {
+    const auto program = [&](LONG key) {
         const auto heard = AccessibleOf(form.Child(L"QXControls.Keys"));
+        EXPECT_EQ(heard->accDoDefaultAction(LongInt(key)), S_OK);
+        SendMessageW(form.Child(L"BUTTON", L"&Edit..."), BM_CLICK, 0, 0);
+    };
+    if (name == "QXBarcode") {
+        AnswerEdits(control, 1, 1, 2);
+    } else if (name == "QXFreeProgKeys") {
+        AnswerEdits(control, 3, 2, 3);
+        for (const LONG key : {3, 4, 9})
+            program(key);
+    } else if (name == "QXLayeredFuncKeys") {
+        AnswerEdits(control, 5, 1, 2);
         const HWND field =
             FindWindowExW(form.ControlWindow(), form.Child(L"EDIT"), L"EDIT", nullptr);
         LONG key = 1;
         for (const wchar_t* const text : {L"Cash", L"Card", L"Voucher", L"Print again"}) {
-            EXPECT_EQ(heard->accDoDefaultAction(LongInt(key++)), S_OK);
+            program(key++);
             Type(field, text);
         }
     } else if (name == "QXPos") {
@@ -198,13 +222,13 @@ void Take(const std::string& name, int width, int height, const wchar_t* size) {
         for (const wchar_t* const member : {L"Translate", L"ReloadKeySettings", L"AdjustControls"})
             Get(control.Get(), member);
     Use(name, control.Get(), form);
-    PumpMessages();
     const HWND list = name == "QXBarcode" ? form.Child(L"LISTBOX") : nullptr;
     if (list != nullptr)
         ShowPage(list, kCode39Page);
     SavePicture(form.Window(), FileOf(name, L"", size));
     if (list != nullptr) {
         ShowPage(list, kReaderPage);
+        SendMessageW(form.Child(L"BUTTON", L"Edit..."), BM_CLICK, 0, 0);
         SavePicture(form.Window(), FileOf(name, L"-reader", size));
     }
 }
@@ -214,7 +238,6 @@ void TakeEditors() {
     const ColouredServices services;
     const auto save = [](const char* name) {
         return [name] {
-            PumpMessages();
             SavePicture(TheEditor(), FileOf(name, L"", L"window"));
             PostMessageW(TheEditor(), WM_CLOSE, 0, 0);
             return true;
@@ -246,12 +269,16 @@ TEST_F(ComClient, Pictures) {
     const Gdiplus::GdiplusStartupInput input;
     ULONG_PTR drawing = 0;
     ASSERT_EQ(Gdiplus::GdiplusStartup(&drawing, &input, nullptr), Gdiplus::Ok);
-    for (const char* const name :
-         {"QXBarcode", "QXMagnetCard", "QXFreeProgKeys", "QXLayeredFuncKeys", "QXPos",
-          "QXPosDisplay", "QXCommonKeyboard", "QXLayoutDisplay"}) {
-        Take(name, 420, 340, L"small");
+    for (const char* const name : {"QXBarcode", "QXMagnetCard", "QXLayeredFuncKeys"}) {
+        Take(name, 420, 300, L"small");
         Take(name, 780, 480, L"large");
     }
+    for (const char* const name : {"QXFreeProgKeys", "QXPos", "QXPosDisplay", "QXLayoutDisplay"}) {
+        Take(name, 560, 300, L"small");
+        Take(name, 900, 400, L"large");
+    }
+    Take("QXCommonKeyboard", 240, 60, L"small");
+    Take("QXCommonKeyboard", 560, 90, L"large");
     TakeEditors();
     Gdiplus::GdiplusShutdown(drawing);
 }

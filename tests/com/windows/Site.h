@@ -39,13 +39,6 @@ private:
     int m_references = 0;
 };
 
-inline VARIANT Bool(bool flag) {
-    VARIANT variant;
-    V_VT(&variant) = VT_BOOL;
-    V_BOOL(&variant) = flag ? VARIANT_TRUE : VARIANT_FALSE;
-    return variant;
-}
-
 class Site : public OnStack<IOleClientSite, IOleInPlaceSite, IDispatch> {
 public:
     explicit Site(HWND form = nullptr) : m_form(form) {}
