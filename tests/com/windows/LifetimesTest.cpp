@@ -94,7 +94,7 @@ TEST_F(ComLifetimes, ManyRoundsOfEachClassKeepMemoryFlat) {
         ExpectNothingLeft(10'000, 160'000, type.name, [&] {
             ComPtr<IDispatch> object;
             factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(object.Out()));
-            if (!type.events.empty()) {
+            if (!IsEqualIID(type.eventsIid, IID_NULL)) {
                 ComPtr<IConnectionPoint> point;
                 DWORD cookie = 0;
                 const auto points =

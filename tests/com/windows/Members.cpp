@@ -116,6 +116,8 @@ LibraryClass ClassOf(ITypeInfo* info, const TYPEATTR& attributes) {
         Check(interfaceInfo->GetTypeAttr(&interfaceAttributes), "interface");
         const bool isSource = (flags & IMPLTYPEFLAG_FSOURCE) != 0;
         type.interfaces[NameOf(interfaceInfo.Get())] = interfaceAttributes->guid;
+        if (isSource)
+            type.eventsIid = interfaceAttributes->guid;
         (isSource ? type.events : type.members) = MembersOf(interfaceInfo.Get());
         interfaceInfo->ReleaseTypeAttr(interfaceAttributes);
     }

@@ -32,6 +32,7 @@ struct LibraryClass {
     std::string name;
     CLSID clsid{};
     std::map<std::string, IID> interfaces; // by their names: the default one and that of events
+    IID eventsIid{};                       // null when there is none
     std::vector<LibraryMember> members;
     std::vector<LibraryMember> events;
 };
