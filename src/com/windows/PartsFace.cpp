@@ -129,9 +129,12 @@ void PartsFace::Arrange(const Ambient& ambient) {
         DeleteObject(m_brush);
     m_brush = CreateSolidBrush(m_colours->background);
     const auto earlier = std::exchange(m_font, std::make_unique<FaceFont>(ambient)); // still in use
-    for (const Child& child : m_children)
+    for (const Child& child : m_children) {
         SendMessageW(child.window, WM_SETFONT, reinterpret_cast<WPARAM>(m_font->Get()), TRUE);
+        SendMessageW(child.window, WM_SYSCOLORCHANGE, 0, 0); // sliders keep a background
+    }
     ShowAll();
+    RedrawAll();
 }
 
 void PartsFace::Refreshed() {
@@ -202,8 +205,12 @@ void PartsFace::PlaceChildren() {
         hasMoved = true;
     }
     if (hasMoved)
-        RedrawWindow(m_window, nullptr, nullptr,
-                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+        RedrawAll();
+}
+
+void PartsFace::RedrawAll() {
+    RedrawWindow(m_window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 PartsFace::Child* PartsFace::ChildOf(WPARAM id) {

@@ -44,6 +44,7 @@ private:
     void ShowAll();
     void ShowToolTip(const Child& child);
     void PlaceChildren();
+    void RedrawAll();
     [[nodiscard]] Child* ChildOf(WPARAM id);
     void Act(Part& part, const PartInput& input);
     void NoteFocus(const Part& part, bool hasCome);

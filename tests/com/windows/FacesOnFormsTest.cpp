@@ -12,19 +12,6 @@
 namespace qx::test {
 namespace {
 
-std::set<COLORREF> ColoursOf(HWND window) {
-    PumpMessages();
-    RECT bounds{};
-    GetClientRect(window, &bounds);
-    const HDC context = GetDC(window);
-    std::set<COLORREF> colours;
-    for (int y = 0; y < bounds.bottom; y += 3)
-        for (int x = 0; x < bounds.right; x += 3)
-            colours.insert(GetPixel(context, x, y));
-    ReleaseDC(window, context);
-    return colours;
-}
-
 class ComFaces : public ComClient {
 protected:
     // On a form of the test's own container.

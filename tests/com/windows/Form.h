@@ -7,6 +7,7 @@
 
 #include <oleacc.h>
 
+#include <set>
 #include <string>
 
 namespace qx::test {
@@ -31,6 +32,20 @@ inline void PumpMessages() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+// Of points all over the window, once it is drawn.
+inline std::set<COLORREF> ColoursOf(HWND window) {
+    PumpMessages();
+    RECT bounds{};
+    GetClientRect(window, &bounds);
+    const HDC context = GetDC(window);
+    std::set<COLORREF> colours;
+    for (int y = 0; y < bounds.bottom; y += 3)
+        for (int x = 0; x < bounds.right; x += 3)
+            colours.insert(GetPixel(context, x, y));
+    ReleaseDC(window, context);
+    return colours;
 }
 
 inline void Type(HWND field, const wchar_t* text) {
