@@ -76,6 +76,17 @@ PartState PosKeys(const QXPosDisplay& display, const PosUse& use) {
     return state;
 }
 
+std::vector<Subscription> SubscribedTo(Event<>& refreshed, Event<>& moved, std::string_view part,
+                                       const FaceEvents& events) {
+    std::vector<Subscription> subscriptions;
+    subscriptions.push_back(refreshed.Subscribe(events.refreshed));
+    subscriptions.push_back(moved.Subscribe([events, part] {
+        events.refreshed();
+        events.takeFocus(part);
+    }));
+    return subscriptions;
+}
+
 } // namespace
 
 void KeyGridPlaces::Put(KeyCap& cap, int place) const {
@@ -122,23 +133,11 @@ Part PosPart(QXPosDisplay& display, const PosUse& use) {
 }
 
 std::vector<Subscription> SubscribedTo(QXLayoutDisplay& display, const FaceEvents& events) {
-    std::vector<Subscription> subscriptions;
-    subscriptions.push_back(display.Refreshed.Subscribe(events.refreshed));
-    subscriptions.push_back(display.KeySelected.Subscribe([events] {
-        events.refreshed();
-        events.takeFocus("layoutDisplay");
-    }));
-    return subscriptions;
+    return SubscribedTo(display.Refreshed, display.KeySelected, "layoutDisplay", events);
 }
 
 std::vector<Subscription> SubscribedTo(QXPosDisplay& display, const FaceEvents& events) {
-    std::vector<Subscription> subscriptions;
-    subscriptions.push_back(display.Refreshed.Subscribe(events.refreshed));
-    subscriptions.push_back(display.FocusMoved.Subscribe([events] {
-        events.refreshed();
-        events.takeFocus("posDisplay");
-    }));
-    return subscriptions;
+    return SubscribedTo(display.Refreshed, display.FocusMoved, "posDisplay", events);
 }
 
 } // namespace qx::com

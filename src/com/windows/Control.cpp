@@ -17,8 +17,7 @@ Control::Control(ObjectRef object)
       m_extent(Served().type.look == Look::Invisible ? kFirstServiceSize : kFirstSize) {}
 
 Control::~Control() {
-    if (m_window != nullptr)
-        DestroyWindow(m_window);
+    CloseWindow();
     if (m_accelerators != nullptr)
         DestroyAcceleratorTable(m_accelerators);
 }

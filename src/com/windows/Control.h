@@ -8,7 +8,7 @@
 
 #include "com/windows/Ambient.h"
 #include "com/windows/ComObject.h"
-#include "com/windows/Face.h"
+#include "com/windows/FaceWindow.h"
 
 #include <memory>
 
@@ -22,7 +22,8 @@ class Control : public ComObject,
                 public IViewObjectEx,
                 public IQuickActivate,
                 public IOleInPlaceObject,
-                public IOleInPlaceActiveObject {
+                public IOleInPlaceActiveObject,
+                private FaceWindow {
 public:
     explicit Control(ObjectRef object);
     ~Control() override;
@@ -124,18 +125,17 @@ protected:
 private:
     HRESULT ActivateInPlace();
     HRESULT ActivateUI();
-    bool OpenWindow(HWND parent, const RECT& place);
-    static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void Paint(HWND window);
+    [[nodiscard]] Face& Shown() override { return *m_face; }
+    [[nodiscard]] ComPtr<IUnknown> Kept() override { return static_cast<IDispatch*>(this); }
+    void FollowSystem() override { OnAmbientPropertyChange(DISPID_UNKNOWN); }
+    LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
     void ViewChanged();
     void TakeAmbient();
     [[nodiscard]] bool IsShown() const; // here and now
 
     std::unique_ptr<Face> m_face;
     HACCEL m_accelerators = nullptr; // as the container knows them
-    Ambient m_ambient;
-    SIZEL m_extent; // in hundredths of a millimetre
+    SIZEL m_extent;                  // in hundredths of a millimetre
     bool m_isDirty = false;
 
     ComPtr<IOleClientSite> m_site;
@@ -146,7 +146,6 @@ private:
 
     ComPtr<IOleInPlaceSite> m_inPlaceSite; // while active in place
     ComPtr<IOleInPlaceFrame> m_frame;
-    HWND m_window = nullptr;
     bool m_isUIActive = false;
 };
 

@@ -4,14 +4,12 @@
 #include "com/windows/FormWindow.h"
 #include "com/windows/HostWindow.h"
 #include "com/windows/KeysWindow.h"
-#include "com/windows/Units.h"
-
-#include <mutex>
 
 namespace qx::com {
 namespace {
 
 constexpr wchar_t kWindowClass[] = L"QXControls.Control";
+constexpr DWORD kStyle = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_VISIBLE | WS_TABSTOP;
 
 } // namespace
 
@@ -60,7 +58,8 @@ HRESULT Control::ActivateInPlace() {
     }
     if (!m_inPlaceSite)
         return E_FAIL;
-    if (!OpenWindow(parent, place)) {
+    const std::wstring name = Wide(Served().type.name); // which screen readers say
+    if (!OpenWindow({kWindowClass, WS_EX_CONTROLPARENT, kStyle}, name, parent, place)) {
         InPlaceDeactivate();
         return E_FAIL;
     }
@@ -90,8 +89,7 @@ HRESULT Control::ActivateUI() {
 HRESULT Control::InPlaceDeactivate() {
     return Home().Enter([&] {
         UIDeactivate();
-        if (m_window != nullptr)
-            DestroyWindow(m_window);
+        CloseWindow();
         if (const auto site = std::exchange(m_inPlaceSite, nullptr))
             site->OnInPlaceDeactivate();
         m_frame = nullptr;
@@ -150,90 +148,11 @@ HRESULT Control::TranslateAccelerator(LPMSG message) {
     });
 }
 
-bool Control::OpenWindow(HWND parent, const RECT& place) {
-    static std::once_flag once;
-    std::call_once(once, [] {
-        WNDCLASSEXW windows{};
-        windows.cbSize = sizeof(windows);
-        windows.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
-        windows.lpfnWndProc = OnMessage;
-        windows.hInstance = Module();
-        windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-        windows.lpszClassName = kWindowClass;
-        RegisterClassExW(&windows);
-    });
-    const std::wstring name = Wide(Served().type.name); // which screen readers say
-    CreateWindowExW(WS_EX_CONTROLPARENT, kWindowClass, name.c_str(),
-                    WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_VISIBLE | WS_TABSTOP,
-                    place.left, place.top, place.right - place.left, place.bottom - place.top,
-                    parent, nullptr, Module(), this);
-    if (m_window == nullptr)
-        return false;
-    m_face->Open(m_window, m_ambient);
-    return m_window != nullptr;
-}
-
-LRESULT CALLBACK Control::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* const created = reinterpret_cast<CREATESTRUCTW*>(lParam);
-        auto* const control = static_cast<Control*>(created->lpCreateParams);
-        control->m_window = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(control));
-    }
-    auto* const control = reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (control == nullptr)
-        return DefWindowProcW(window, message, wParam, lParam);
-    LRESULT result = 0;
-    if (FAILED(control->Home().Enter([&] { // an event may release it
-            result = control->Handle(window, message, wParam, lParam);
-            return S_OK;
-        })))
-        return DefWindowProcW(window, message, wParam, lParam);
-    return result;
-}
-
 LRESULT Control::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_PAINT:
-        Paint(window);
-        return 0;
-    case WM_ERASEBKGND:
-        return 1; // the face draws it all
-    case WM_SIZE:
-        m_face->Arrange(m_ambient);
-        break;
-    case WM_SYSCOLORCHANGE:
-    case WM_THEMECHANGED:
-    case WM_SETTINGCHANGE:
-        OnAmbientPropertyChange(DISPID_UNKNOWN);
-        break;
-    case WM_NCDESTROY:
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        m_face->Close();
-        m_window = nullptr;
-        return DefWindowProcW(window, message, wParam, lParam);
-    case WM_MOUSEACTIVATE:
-    case WM_SETFOCUS:
-        if (m_ambient.isUserMode && !m_ambient.isDead)
-            ActivateUI();
-        break;
-    default:
-        break;
-    }
-    LRESULT result = 0;
-    if (m_ambient.isUserMode && !m_ambient.isDead &&
-        m_face->Handle(message, wParam, lParam, result))
-        return result;
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-void Control::Paint(HWND window) {
-    PAINTSTRUCT paint{};
-    const HDC context = BeginPaint(window, &paint);
-    RECT bounds{};
-    GetClientRect(window, &bounds);
-    m_face->Draw(context, bounds, m_ambient);
-    EndPaint(window, &paint);
+    const bool isActivating = message == WM_MOUSEACTIVATE || message == WM_SETFOCUS;
+    if (isActivating && m_ambient.isUserMode && !m_ambient.isDead)
+        ActivateUI();
+    return FaceWindow::Handle(window, message, wParam, lParam);
 }
 
 } // namespace qx::com

@@ -13,17 +13,6 @@ constexpr DWORD kStyle =
     WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX | WS_CLIPCHILDREN;
 constexpr SIZE kLines{60, 38}; // the size of the window, in lines of its font
 
-void RegisterWindows(WNDPROC onMessage) {
-    WNDCLASSEXW windows{};
-    windows.cbSize = sizeof(windows);
-    windows.style = CS_HREDRAW | CS_VREDRAW;
-    windows.lpfnWndProc = onMessage;
-    windows.hInstance = Module();
-    windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-    windows.lpszClassName = kWindowClass;
-    RegisterClassExW(&windows); // fails from the second time on
-}
-
 // In the middle of the owner's screen, and no larger than that.
 RECT PlaceBefore(HWND owner, const Ambient& ambient) {
     MONITORINFO monitor{};
@@ -52,8 +41,7 @@ FormWindow::FormWindow(FormTable table)
       m_closed(m_table.onClosed([this] { m_isLeft = true; })) {}
 
 FormWindow::~FormWindow() {
-    if (m_window != nullptr)
-        DestroyWindow(m_window);
+    CloseWindow();
 }
 
 void FormWindow::Unregister() {
@@ -69,8 +57,7 @@ void FormWindow::Run() {
     }
     if (!m_isLeft)
         m_table.cancel();
-    if (m_window != nullptr)
-        DestroyWindow(m_window);
+    CloseWindow();
     if (m_table.unload)
         m_table.unload();
     if (IsWindow(owner) != FALSE)
@@ -78,16 +65,9 @@ void FormWindow::Run() {
 }
 
 bool FormWindow::Open(HWND owner) {
-    RegisterWindows(OnMessage);
     m_title = WideFromUtf8(m_table.title());
-    const RECT place = PlaceBefore(owner, m_ambient);
-    CreateWindowExW(WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME, kWindowClass, m_title.c_str(),
-                    kStyle, place.left, place.top, place.right - place.left,
-                    place.bottom - place.top, owner, nullptr, Module(), this);
-    if (m_window == nullptr)
-        return false;
-    m_face.Open(m_window, m_ambient);
-    return true;
+    return OpenWindow({kWindowClass, WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME, kStyle}, m_title,
+                      owner, PlaceBefore(owner, m_ambient));
 }
 
 void FormWindow::HandleMessages() {
@@ -146,40 +126,14 @@ void FormWindow::ShowTitle() {
     }));
 }
 
-LRESULT CALLBACK FormWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* const created = reinterpret_cast<CREATESTRUCTW*>(lParam);
-        auto* const form = static_cast<FormWindow*>(created->lpCreateParams);
-        form->m_window = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(form));
-    }
-    auto* const form = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    LRESULT result = 0;
-    if (form == nullptr || FAILED(Guarded([&] {
-            result = form->Handle(window, message, wParam, lParam);
-            return S_OK;
-        })))
-        return DefWindowProcW(window, message, wParam, lParam);
-    return result;
+void FormWindow::FollowSystem() {
+    m_ambient = {};
+    m_face.Arrange(m_ambient);
+    InvalidateRect(m_window, nullptr, FALSE);
 }
 
 LRESULT FormWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_PAINT:
-        Paint(window);
-        return 0;
-    case WM_ERASEBKGND:
-        return 1; // the face draws it all
-    case WM_SIZE:
-        m_face.Arrange(m_ambient);
-        break;
-    case WM_SYSCOLORCHANGE:
-    case WM_THEMECHANGED:
-    case WM_SETTINGCHANGE:
-        m_ambient = {};
-        m_face.Arrange(m_ambient);
-        InvalidateRect(window, nullptr, FALSE);
-        break;
     case WM_ACTIVATE:
         Activate(LOWORD(wParam) != WA_INACTIVE);
         return 0;
@@ -190,18 +144,10 @@ LRESULT FormWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     case WM_CLOSE:
         Leave();
         return 0;
-    case WM_NCDESTROY:
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        m_face.Close();
-        m_window = nullptr;
-        return DefWindowProcW(window, message, wParam, lParam);
     default:
         break;
     }
-    LRESULT result = 0;
-    if (m_face.Handle(message, wParam, lParam, result))
-        return result;
-    return DefWindowProcW(window, message, wParam, lParam);
+    return FaceWindow::Handle(window, message, wParam, lParam);
 }
 
 void FormWindow::Activate(bool isActive) {
@@ -213,15 +159,6 @@ void FormWindow::Activate(bool isActive) {
         m_face.FocusOn(false);
     if (m_table.activate)
         m_table.activate(isActive);
-}
-
-void FormWindow::Paint(HWND window) {
-    PAINTSTRUCT paint{};
-    const HDC context = BeginPaint(window, &paint);
-    RECT bounds{};
-    GetClientRect(window, &bounds);
-    m_face.Draw(context, bounds, m_ambient);
-    EndPaint(window, &paint);
 }
 
 OtherWindowsDisabled::OtherWindowsDisabled(HWND exception) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "com/faces/Forms.h"
+#include "com/windows/FaceWindow.h"
 #include "com/windows/PartsFace.h"
 
 #include <string>
@@ -10,12 +11,10 @@
 
 namespace qx::com {
 
-class FormWindow {
+class FormWindow : private FaceWindow {
 public:
     explicit FormWindow(FormTable table);
-    FormWindow(const FormWindow&) = delete;
-    FormWindow& operator=(const FormWindow&) = delete;
-    ~FormWindow();
+    ~FormWindow() override;
 
     // Returns when the user has left the form. It is cancelled when the host ends its window, or
     // the thread, or when there can be no window.
@@ -29,16 +28,14 @@ private:
     bool TakesKey(MSG& message);
     void Leave();
     void ShowTitle();
-    static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] Face& Shown() override { return m_face; }
+    void FollowSystem() override;
+    LRESULT Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
     void Activate(bool isActive);
-    void Paint(HWND window);
 
     FormTable m_table;
-    Ambient m_ambient; // the system's own
     PartsFace m_face;
     Subscription m_closed;
-    HWND m_window = nullptr;
     HWND m_focus = nullptr; // where the user was when the window was left
     std::wstring m_title;
     bool m_isLeft = false;

@@ -20,8 +20,7 @@ inline constexpr UINT kKeyReached = WM_APP + 2; // by an arrow key
 class KeysWindow {
 public:
     [[nodiscard]] static HWND Create(HWND parent, int id);
-    // Lives as long as its window; null when the window is none, or one of another
-    // thread.
+    // Lives as long as its window; null when the window is none, or one of another thread.
     [[nodiscard]] static KeysWindow* Of(HWND window);
     static void Unregister();
 

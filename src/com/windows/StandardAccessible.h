@@ -2,7 +2,7 @@
 // except where a class derived from it knows better.
 #pragma once
 
-#include "com/windows/Com.h"
+#include "com/windows/Server.h"
 
 #include <oleacc.h>
 
@@ -58,6 +58,7 @@ protected:
     [[nodiscard]] HWND Window() const { return m_window; }
 
 private:
+    InUse m_inUse;
     const HWND m_window;
     ComPtr<IAccessible> m_standard;
     std::atomic<ULONG> m_references = 1;
