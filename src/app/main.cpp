@@ -50,7 +50,7 @@ void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoi
 } // namespace
 
 int main(int argc, char** argv) {
-    qx::files::GuardStandardStreams();
+    qx::files::PrepareStandardStreams();
     qx::app::Application application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("qxcontrols"));
     QApplication::setApplicationName(QStringLiteral("qx-configurator"));

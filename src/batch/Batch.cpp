@@ -2,6 +2,7 @@
 
 #include "batch/Crew.h"
 #include "batch/Keyboard.h"
+#include "files/SystemTexts.h"
 
 #include <algorithm>
 
@@ -19,7 +20,7 @@ std::unique_ptr<files::FileLock> Locked(const std::filesystem::path& report,
     }
     if (!lock->TryLock())
         throw host::Error(host::ErrorKind::FileFailed,
-                          "another batch is at work on " + job.string());
+                          "another batch is at work on " + files::TextOf(job));
     return lock;
 }
 
@@ -28,7 +29,8 @@ std::unique_ptr<files::FileLock> Locked(const std::filesystem::path& report,
 Batch::Batch(Job job, Services services)
     : m_job(std::move(job)), m_services(std::move(services)),
       m_lock(Locked(Report::PathFor(m_job.File()), m_job.File())),
-      m_report(Report::Load(Report::PathFor(m_job.File()), m_job.File().filename().string())) {
+      m_report(
+          Report::Load(Report::PathFor(m_job.File()), files::TextOf(m_job.File().filename()))) {
     std::vector<std::string> names;
     for (const Unit& unit : m_job.Units())
         names.push_back(unit.name);
@@ -49,7 +51,7 @@ void Batch::Choose(const std::vector<std::string>& names) {
                                        [&](const Unit& each) { return each.name == name; });
         if (unit == units.end())
             throw host::Error(host::ErrorKind::Usage,
-                              m_job.File().string() + " has no unit \"" + name + "\"");
+                              files::TextOf(m_job.File()) + " has no unit \"" + name + "\"");
         m_chosen.insert(&*unit);
     }
 }

@@ -1,5 +1,6 @@
 #include "batch/Batch.h"
 #include "batch/Keyboard.h"
+#include "files/SystemTexts.h"
 
 #include <optional>
 #include <utility>
@@ -31,7 +32,7 @@ private:
         const setup::KeyboardChoice& choice = *m_batch.m_job.Bench();
         std::error_code ignored;
         if (!choice.keyboard.empty() && !std::filesystem::exists(choice.keyboard, ignored))
-            return Unplugged("there is no " + choice.keyboard.string());
+            return Unplugged("there is no " + files::TextOf(choice.keyboard));
         setup::OpenedDriver driver = m_services.openDriver(choice);
         try {
             return std::make_unique<Keyboard>(std::move(driver), m_services);

@@ -3,6 +3,7 @@
 #include "batch/Members.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/platform/GuidCreator.h"
 
 #include <map>
@@ -24,7 +25,7 @@ constexpr int kVersion = 1;
                          const std::string& hint = "") {
     const Fault& first = faults.front();
     throw host::Error(host::ErrorKind::DocumentInvalid,
-                      file.string() + ": " + first.place + (first.place.empty() ? "" : ": ") +
+                      files::TextOf(file) + ": " + first.place + (first.place.empty() ? "" : ": ") +
                           first.message + hint + "; no keyboard was touched",
                       faults);
 }
@@ -68,14 +69,14 @@ public:
 
 private:
     [[nodiscard]] fs::path Path(const std::string& text) const {
-        return text.empty() ? fs::path() : m_job.m_file.parent_path() / fs::path(text);
+        return text.empty() ? fs::path() : m_job.m_file.parent_path() / files::PathOf(text);
     }
     // A library without a folder that is not beside the job is for the system to find.
     [[nodiscard]] fs::path LibraryPath(const std::string& text) const {
         std::error_code ignored;
         const bool isForSystem =
-            !fs::path(text).has_parent_path() && !fs::exists(Path(text), ignored);
-        return isForSystem ? fs::path(text) : Path(text);
+            !files::PathOf(text).has_parent_path() && !fs::exists(Path(text), ignored);
+        return isForSystem ? files::PathOf(text) : Path(text);
     }
     // `written` is what tells it apart wherever the program is started.
     [[nodiscard]] std::optional<setup::KeyboardChoice> Target(Members& members,
@@ -160,7 +161,8 @@ private:
     [[nodiscard]] static std::string TargetText(const setup::KeyboardChoice& choice) {
         std::error_code ignored;
         const fs::path driver = fs::weakly_canonical(choice.driver, ignored);
-        return driver.string() + '\n' + fs::weakly_canonical(choice.keyboard, ignored).string();
+        return files::TextOf(driver) + '\n' +
+               files::TextOf(fs::weakly_canonical(choice.keyboard, ignored));
     }
 
     // What only one unit may have.

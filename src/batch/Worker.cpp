@@ -1,6 +1,7 @@
 #include "batch/Worker.h"
 
 #include "batch/Keyboard.h"
+#include "files/SystemTexts.h"
 #include "host/HexText.h"
 #include "qxcontrols/device/Trace.h"
 
@@ -19,10 +20,10 @@ std::string LineOf(const Json& json) {
 
 // The names of files have any bytes.
 Json ToJson(const std::filesystem::path& path) {
-    return host::ToHexText(path.string());
+    return host::ToHexText(files::TextOf(path));
 }
 std::filesystem::path PathFrom(const Json& json) {
-    return host::FromHexText(json.get<std::string>());
+    return files::PathOf(host::FromHexText(json.get<std::string>()));
 }
 
 WorkerSettings SettingsFrom(const Json& json) {

@@ -1,9 +1,11 @@
 // qxbatchworker: programs units for "qxconf batch --jobs", which starts it.
 #include "batch/Worker.h"
+#include "files/Files.h"
 
 #include <iostream>
 
 int main() {
+    qx::files::PrepareStandardStreams();
     try {
         auto channel = qx::process::Channel::ToParent();
         qx::batch::Work(channel);

@@ -3,6 +3,7 @@
 #include "cli/Output.h"
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "host/Traces.h"
 #include "setup/LayoutSource.h"
 
@@ -119,7 +120,7 @@ std::unique_ptr<host::Session> Context::NewSession() {
     m_interrupts.emplace();
     const setup::KeyboardChoice choice = Chosen();
     if (choice.driver != options.keyboard.driver)
-        Note("no --driver and no --keyboard: using the driver " + choice.driver.string());
+        Note("no --driver and no --keyboard: using the driver " + files::TextOf(choice.driver));
     m_driver = OpenDriver(choice);
     host::Session::Options sessionOptions;
     sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
@@ -310,7 +311,7 @@ int Context::Report(const host::Error& error) {
 }
 
 int Context::Report(const Interrupted& interrupted) {
-    const std::string message = "ended by signal " + std::to_string(interrupted.signal) +
+    const std::string message = "ended by " + InterruptWatch::NameOf(interrupted.signal) +
                                 "; nothing was written to the keyboard";
     m_console.Error("qxconf: " + message);
     if (options.json)

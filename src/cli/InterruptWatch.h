@@ -3,9 +3,11 @@
 //
 // A second signal two seconds later ends the program at once; nothing else does, however long the
 // keyboard takes. A signal that the program was started without stays ignored. Nor does writing to
-// a pipe that nobody reads end the program: it fails.
+// a pipe that nobody reads end the program: it fails. On Windows the system itself ends programs
+// some seconds after their console is closed (five), or the user logs off.
 #pragma once
 
+#include <string>
 #include <vector>
 
 namespace qx::cli {
@@ -20,6 +22,8 @@ public:
     // The signal that has come since the first watch that lives began; 0: none.
     [[nodiscard]] static int Signal();
     [[nodiscard]] bool IsInterrupted() const { return Signal() != 0; }
+    // "signal 2"; on Windows, where there are none, "Ctrl+C".
+    [[nodiscard]] static std::string NameOf(int signal);
 
 private:
     struct Kept;

@@ -3,6 +3,7 @@
 #include "cli/commands/Commands.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "host/VisibleText.h"
 #include "qxcontrols/common/Text.h"
 #include "simulator/KeyboardMemory.h"
@@ -30,7 +31,7 @@ void WriteFile(const std::filesystem::path& file, const std::string& text) {
         return files::WriteFileAtomically(file, text);
     std::ofstream out(file, std::ios::binary);
     if (!(out << text).flush())
-        throw std::runtime_error(file.string() + " could not be written");
+        throw std::runtime_error(files::TextOf(file) + " could not be written");
 }
 
 // The simulated keyboard that the file is the lock of; empty where there is none.
@@ -41,7 +42,7 @@ std::string KeyboardLockedBy(const std::filesystem::path& lock) {
     for (const auto& entry : std::filesystem::directory_iterator(lock.parent_path(), ignored))
         if (files::FileLock::LockName(entry.path()) == lock &&
             sim::KeyboardMemory::IsIn(entry.path()))
-            return entry.path().string();
+            return files::TextOf(entry.path());
     return {};
 }
 
@@ -79,7 +80,7 @@ void Append(Lines& lines, const Lines& more) {
 }
 
 void RefuseKeyboardFile(const std::string& file) {
-    if (sim::KeyboardMemory::IsIn(file))
+    if (sim::KeyboardMemory::IsIn(files::PathOf(file)))
         throw host::Error(host::ErrorKind::Usage,
                           file + " is the file of a simulated keyboard, and stays as it is");
 }
@@ -87,7 +88,7 @@ void RefuseKeyboardFile(const std::string& file) {
 void RefuseTarget(const Context& context, const std::string& file) {
     RefuseKeyboardFile(file);
     std::error_code ignored;
-    const auto target = std::filesystem::weakly_canonical(file, ignored);
+    const auto target = std::filesystem::weakly_canonical(files::PathOf(file), ignored);
     const std::string keyboard = KeyboardLockedBy(target);
     if (!keyboard.empty())
         throw host::Error(host::ErrorKind::Usage, file +
@@ -99,7 +100,7 @@ void RefuseTarget(const Context& context, const std::string& file) {
 }
 
 void RefuseOwnSource(const std::string& source, const std::string& file) {
-    if (files::IsSameFile(source, file))
+    if (files::IsSameFile(files::PathOf(source), files::PathOf(file)))
         throw host::Error(host::ErrorKind::Usage,
                           file + " is the file to read from, and stays as it is");
 }
@@ -111,7 +112,7 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
                                       document.AsJson());
     RefuseTarget(context, file);
     try {
-        WriteFile(file, document.ToText());
+        WriteFile(files::PathOf(file), document.ToText());
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }

@@ -1,4 +1,5 @@
 #include "cli/Parser.h"
+#include "files/SystemTexts.h"
 
 #include "host/Error.h"
 
@@ -73,7 +74,13 @@ struct Adder {
     template <typename T>
     void operator()(T* target) const {
         using Value = typename ValueOf<T>::Type;
-        CLI::Option* added = app.add_option(option.name, *target, option.summary);
+        CLI::Option* added = nullptr;
+        if constexpr (std::is_same_v<T, std::filesystem::path>)
+            added = app.add_option_function<std::string>(
+                option.name, [target](const std::string& text) { *target = files::PathOf(text); },
+                option.summary);
+        else
+            added = app.add_option(option.name, *target, option.summary);
         if (ValueOf<T>::isList && !option.IsPositional())
             added->expected(1)->allow_extra_args(false)->take_all();
         std::function<std::string(const std::string&)> complaint;

@@ -1,13 +1,14 @@
 #include "cli/PreferenceStore.h"
 
 #include "cli/Output.h"
+#include "files/SystemTexts.h"
 
 namespace qx::cli {
 
 namespace {
 
 const std::filesystem::path& FileOf(const Context& context) {
-    RefuseKeyboardFile(context.options.settings.string());
+    RefuseKeyboardFile(files::TextOf(context.options.settings));
     return context.options.settings;
 }
 
@@ -26,7 +27,8 @@ void PreferenceStore::Save() {
     m_settings.SaveWinPos();
     m_store.Flush();
     if (!m_store.DamagedFile().empty())
-        m_context.Warn("the damaged preferences are kept in " + m_store.DamagedFile().string());
+        m_context.Warn("the damaged preferences are kept in " +
+                       files::TextOf(m_store.DamagedFile()));
 }
 
 } // namespace qx::cli

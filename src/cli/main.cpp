@@ -1,25 +1,15 @@
 #include "cli/Qxconf.h"
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 
-#include <cstdlib>
 #include <iostream>
-#include <string_view>
-
-namespace {
-
-std::string_view Variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
-    qx::files::GuardStandardStreams();
+    qx::files::PrepareStandardStreams();
     std::ios::sync_with_stdio(false);
-    const bool hasColor = Variable("NO_COLOR").empty() && Variable("TERM") != "dumb";
+    const bool hasColor = qx::files::Variable("NO_COLOR").empty() && qx::files::ErrorShowsColors();
     const qx::cli::Streams streams{std::cout, std::cerr, qx::files::ErrorColumns(), hasColor};
     qx::cli::Surroundings surroundings;
-    surroundings.driver = Variable("QXCONF_DRIVER");
-    return qx::cli::Run({argv + 1, argv + argc}, streams, surroundings);
+    surroundings.driver = qx::files::PathOf(qx::files::Variable("QXCONF_DRIVER"));
+    return qx::cli::Run(qx::files::Arguments(argc, argv), streams, surroundings);
 }

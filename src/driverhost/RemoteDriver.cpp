@@ -2,7 +2,9 @@
 
 #include "driverhost/Advance.h"
 #include "driverhost/Wire.h"
+#include "driverhost/WordSize.h"
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 
 #include <cstring>
 #include <exception>
@@ -16,8 +18,33 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
-constexpr const char* kProgram = "qxdriverhost";
 constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // of a driver that is let go
+
+#ifdef _WIN32
+
+// Libraries of both word sizes are in use.
+std::filesystem::path ProgramFor(const std::filesystem::path& library) {
+    constexpr int kOwnSize = 8 * sizeof(void*);
+    std::error_code ignored;
+    const auto size = WordSizeOf(library);
+    if (!size && std::filesystem::exists(library, ignored))
+        throw std::runtime_error("cannot load the driver library " + files::TextOf(library) +
+                                 ": it is neither a 32-bit nor a 64-bit library for Windows");
+    const std::string bits = std::to_string(size.value_or(kOwnSize));
+    auto program = files::ProgramBeside("qxdriverhost" + bits);
+    if (!std::filesystem::exists(program, ignored))
+        throw std::runtime_error("the " + bits + "-bit driver library " + files::TextOf(library) +
+                                 " needs " + files::TextOf(program) + ", which is missing");
+    return program;
+}
+
+#else
+
+std::filesystem::path ProgramFor(const std::filesystem::path& /*library*/) {
+    return files::ProgramBeside("qxdriverhost");
+}
+
+#endif
 
 // Why nothing more is to be expected of the process; How it ended says the rest, where it did.
 class Lost : public std::runtime_error {
@@ -128,18 +155,19 @@ private:
 RemoteDriver::RemoteDriver(const std::filesystem::path& library, Isolation isolation)
     : m_isolation(std::move(isolation)) {
     if (m_isolation.program.empty())
-        m_isolation.program = files::ExecutableFolder() / kProgram;
+        m_isolation.program = ProgramFor(library);
     m_child.emplace(m_isolation.program, std::vector<std::string>());
     Frame request(Kind::Load);
-    request.Put(library.string());
+    request.Put(files::TextOf(library));
     std::string reason;
-    const bool isLoaded = Ask(request, "loading " + library.string(), [&](Values& answer) {
+    const bool isLoaded = Ask(request, "loading " + files::TextOf(library), [&](Values& answer) {
         if (answer.FrameKind() == Kind::NotLoaded)
             reason = answer.TakeBytes();
         else if (answer.FrameKind() != Kind::Loaded)
             throw WireError();
         else if (answer.Take<std::uint32_t>() != kFingerprint)
-            reason = m_isolation.program.string() + " is not of the same version as this program";
+            reason =
+                files::TextOf(m_isolation.program) + " is not of the same version as this program";
     });
     if (!isLoaded)
         reason = m_failure;

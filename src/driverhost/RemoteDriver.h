@@ -19,7 +19,7 @@ class Values;
 
 // How a driver library is kept apart.
 struct Isolation {
-    std::filesystem::path program; // that loads it; empty: qxdriverhost beside this program
+    std::filesystem::path program; // that loads it; empty: the one for it beside this program
     // How long a driver may neither answer a call nor get on with a transfer.
     std::chrono::milliseconds limit = std::chrono::seconds(120);
 };

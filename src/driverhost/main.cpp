@@ -5,6 +5,7 @@
 
 #include "driverhost/LibraryExtras.h"
 #include "driverhost/Wire.h"
+#include "files/Files.h"
 #include "process/ChildProcess.h"
 
 #include <algorithm>
@@ -192,6 +193,7 @@ private:
 } // namespace qx::driverhost
 
 int main() {
+    qx::files::PrepareStandardStreams();
     try {
         auto channel = qx::process::Channel::ToParent();
         qx::driverhost::Host(channel).Run();

@@ -2,6 +2,7 @@
 
 #include "files/Sha256.h"
 #include "files/System.h"
+#include "files/SystemTexts.h"
 
 #include <chrono>
 #include <stdexcept>
@@ -18,18 +19,18 @@ constexpr const char* kNew = ".new-";     // is in the names of files that are b
 constexpr std::size_t kLongestName = 255; // bytes, of any system
 
 [[noreturn]] void Fail(const fs::path& path, const std::string& what, const std::string& reason) {
-    throw std::runtime_error(path.string() + " " + what + ": " + reason);
+    throw std::runtime_error(TextOf(path) + " " + what + ": " + reason);
 }
 
 void Require(const fs::path& path, const std::error_code& reason) {
     if (reason)
-        Fail(path, "cannot be written", reason.message());
+        Fail(path, "cannot be written", ReasonOf(reason));
 }
 
 // The name with the ending, both short enough for the system, and still one name for each.
 fs::path WithEnding(const fs::path& path, const std::string& ending) {
     constexpr std::size_t kHashDigits = 16;
-    std::string name = path.filename().string();
+    std::string name = TextOf(path.filename());
     if (name.size() + ending.size() > kLongestName) {
         const std::string hash = "-" + Sha256(name).substr(0, kHashDigits);
         std::size_t size = kLongestName - ending.size() - hash.size();
@@ -37,30 +38,7 @@ fs::path WithEnding(const fs::path& path, const std::string& ending) {
             --size; // within a character
         name = name.substr(0, size) + hash;
     }
-    return path.parent_path() / (name + ending);
-}
-
-// The file itself that a path means, which need not exist: behind links, in a folder that exists.
-fs::path TargetOf(fs::path path) {
-    constexpr int kMostLinks = 40;
-    const fs::path asked = path;
-    std::error_code reason;
-    for (int links = 0;; ++links) {
-        const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-        const fs::path whole = fs::canonical(folder, reason);
-        if (reason)
-            Fail(asked, "cannot be written",
-                 reason == std::errc::no_such_file_or_directory
-                     ? "there is no folder " + folder.string()
-                     : folder.string() + ": " + reason.message());
-        path = whole / path.filename();
-        if (!fs::is_symlink(fs::symlink_status(path, reason)))
-            return path;
-        const fs::path next = fs::read_symlink(path, reason);
-        if (reason || links == kMostLinks)
-            Fail(asked, "cannot be written", "its links lead nowhere");
-        path = next.is_absolute() ? next : whole / next;
-    }
+    return path.parent_path() / PathOf(name + ending);
 }
 
 // A new file beside the one that it is to replace, gone with this object unless it has done so.
@@ -79,7 +57,7 @@ public:
                                                    std::to_string(number));
             m_file = m_system.Create(m_temporary, access, reason);
             if (m_file < 0 && reason != std::errc::file_exists)
-                Fail(path, "cannot be written", reason.message());
+                Fail(path, "cannot be written", ReasonOf(reason));
         }
     }
     ~Replacement() {
@@ -183,7 +161,7 @@ bool WriteNewFile(const fs::path& path, std::string_view bytes) {
 void RemoveLeftovers(const fs::path& folder) {
     std::error_code ignored;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
-        const bool isLeftover = entry.path().filename().string().find(kNew) != std::string::npos &&
+        const bool isLeftover = TextOf(entry.path().filename()).find(kNew) != std::string::npos &&
                                 fs::file_time_type::clock::now() - entry.last_write_time(ignored) >
                                     std::chrono::hours(24);
         if (isLeftover && entry.is_regular_file(ignored))
@@ -200,7 +178,7 @@ void MakeFolder(const fs::path& path) {
     if (!reason)
         System::Current().FlushFolder(path.parent_path(), reason);
     if (reason)
-        Fail(path, "cannot be made", reason.message());
+        Fail(path, "cannot be made", ReasonOf(reason));
 }
 
 void RemoveFile(const fs::path& path) {
@@ -209,7 +187,7 @@ void RemoveFile(const fs::path& path) {
     if (!reason)
         System::Current().FlushFolder(path.parent_path(), reason);
     if (reason)
-        Fail(path, "cannot be removed", reason.message());
+        Fail(path, "cannot be removed", ReasonOf(reason));
 }
 
 fs::path FileLock::LockName(const fs::path& path) {

@@ -56,9 +56,10 @@ void RemoveFile(const std::filesystem::path& path);
 // Whether the file exists and its permissions forbid writing to it.
 [[nodiscard]] bool IsWriteProtected(const std::filesystem::path& path);
 
-// Keeps files that are opened later from becoming a standard stream that is closed. Called once, at
-// the program's start.
-void GuardStandardStreams();
+// Makes the standard streams safe to use: files that are opened later do not become one that is
+// closed; on Windows a console is sent its own characters, and a file the bytes as they are. Called
+// once, at the program's start.
+void PrepareStandardStreams();
 
 // A claim to a file, kept against other programs and against other claims of this one. What is
 // locked is a file beside it, which stays; so the file itself can be replaced meanwhile.
@@ -88,12 +89,24 @@ private:
 // The folder of the program that runs.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 
+// The file of a program that lies beside the one that runs.
+[[nodiscard]] std::filesystem::path ProgramBeside(const std::string& name);
+
 // Where these programs keep the user's data. It need not exist. Throws std::runtime_error where the
 // user has no folder of his own.
 [[nodiscard]] std::filesystem::path UserDataFolder();
 
+#ifndef _WIN32
+// The file of the user's preferences, which the registry keeps on Windows. It need not exist.
+// Throws as UserDataFolder does.
+[[nodiscard]] std::filesystem::path UserPreferencesFile();
+#endif
+
 // How many columns the terminal has that standard error is; 0 where it is none.
 [[nodiscard]] int ErrorColumns();
+
+// Whether that terminal shows colours for the usual sequences of characters.
+[[nodiscard]] bool ErrorShowsColors();
 
 inline constexpr int kUsualColumns = 80; // of a terminal that does not tell
 

@@ -58,4 +58,8 @@ public:
     };
 };
 
+// The file itself that a path means, which need not exist: behind links, in a folder that exists.
+// Throws std::runtime_error where the links or the folder lead nowhere.
+[[nodiscard]] std::filesystem::path TargetOf(const std::filesystem::path& path);
+
 } // namespace qx::files

@@ -56,8 +56,7 @@ fs::path FolderFrom(const char* variable, const char* inHome) {
         return folder;
     const char* home = std::getenv("HOME");
     if (home == nullptr || *home == '\0')
-        throw std::runtime_error(std::string("neither ") + variable +
-                                 " nor HOME names a folder of the user");
+        throw std::runtime_error(std::string("neither HOME nor ") + variable + " is set");
     return fs::path(home) / inHome;
 }
 
@@ -152,6 +151,30 @@ void System::FlushFolder(const Path& path, Reason& reason) {
     Tell(fsync(folder.Number()) == 0 || errno == EINVAL || errno == ENOTSUP, reason);
 }
 
+fs::path TargetOf(const fs::path& asked) {
+    constexpr int kMostLinks = 40;
+    const auto fail = [&](const std::string& why) {
+        throw std::runtime_error(asked.string() + " cannot be written: " + why);
+    };
+    fs::path path = asked;
+    std::error_code reason;
+    for (int links = 0;; ++links) {
+        const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+        const fs::path whole = fs::canonical(folder, reason);
+        if (reason)
+            fail(reason == std::errc::no_such_file_or_directory
+                     ? "there is no folder " + folder.string()
+                     : folder.string() + ": " + reason.message());
+        path = whole / path.filename();
+        if (!fs::is_symlink(fs::symlink_status(path, reason)))
+            return path;
+        const fs::path next = fs::read_symlink(path, reason);
+        if (reason || links == kMostLinks)
+            fail("its links lead nowhere");
+        path = next.is_absolute() ? next : whole / next;
+    }
+}
+
 std::string ReadFile(const fs::path& path, std::uintmax_t most) {
     const auto fail = [&](const std::string& why) {
         throw std::runtime_error(path.string() + " cannot be read: " + why);
@@ -193,7 +216,7 @@ bool IsWriteProtected(const fs::path& path) {
            faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0; // nothing stops the superuser
 }
 
-void GuardStandardStreams() {
+void PrepareStandardStreams() {
     // In the place of one that is closed comes one that cannot be used for what it is for.
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(stream, F_GETFD) < 0)
@@ -224,6 +247,11 @@ int ErrorColumns() {
     return isKnown ? size.ws_col : kUsualColumns;
 }
 
+bool ErrorShowsColors() {
+    const char* const terminal = std::getenv("TERM");
+    return terminal == nullptr || std::string_view(terminal) != "dumb";
+}
+
 long ProcessId() {
     return getpid();
 }
@@ -238,8 +266,16 @@ fs::path ExecutableFolder() {
     return fs::read_symlink("/proc/self/exe").parent_path();
 }
 
+fs::path ProgramBeside(const std::string& name) {
+    return ExecutableFolder() / name;
+}
+
 fs::path UserDataFolder() {
     return FolderFrom("XDG_DATA_HOME", ".local/share") / "qxcontrols";
+}
+
+fs::path UserPreferencesFile() {
+    return FolderFrom("XDG_CONFIG_HOME", ".config") / "qxcontrols" / "preferences.ini";
 }
 
 } // namespace qx::files

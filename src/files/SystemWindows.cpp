@@ -2,11 +2,11 @@
 
 #include "files/Files.h"
 #include "files/System.h"
+#include "files/SystemTexts.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
@@ -21,6 +21,7 @@ namespace qx::files {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 std::error_code Last() {
     return {errno, std::generic_category()};
@@ -34,11 +35,56 @@ void Tell(bool isDone, std::error_code& reason) {
     reason = isDone ? std::error_code() : Last();
 }
 
-fs::path FolderFrom(const wchar_t* variable) {
-    const wchar_t* folder = _wgetenv(variable);
-    if (folder == nullptr || *folder == L'\0')
-        throw std::runtime_error(fs::path(variable).string() + " names no folder of the user");
-    return folder;
+// Does what another program may be in the way of for a moment: one that reads the file, or that
+// searches new files for viruses.
+template <typename Action>
+void DoPatiently(std::error_code& reason, const Action& action) {
+    const auto until = std::chrono::steady_clock::now() + 2s;
+    for (auto pause = 1ms;; pause = std::min(2 * pause, 100ms)) {
+        reason = action();
+        const bool isInTheWay =
+            reason.category() == std::system_category() &&
+            (reason.value() == ERROR_SHARING_VIOLATION || reason.value() == ERROR_ACCESS_DENIED ||
+             reason.value() == ERROR_USER_MAPPED_FILE);
+        if (!isInTheWay || std::chrono::steady_clock::now() >= until)
+            return;
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+std::error_code Move(const fs::path& from, const fs::path& to, DWORD flags) {
+    const bool isDone = MoveFileExW(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH) != 0;
+    return isDone ? std::error_code() : LastOfWindows();
+}
+
+class OpenFile {
+public:
+    OpenFile(const fs::path& path, DWORD access, DWORD flags = FILE_ATTRIBUTE_NORMAL)
+        : m_file(CreateFileW(path.c_str(), access,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                             OPEN_EXISTING, flags, nullptr)) {}
+    ~OpenFile() {
+        if (IsOpen())
+            CloseHandle(m_file);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    [[nodiscard]] bool IsOpen() const { return m_file != INVALID_HANDLE_VALUE; }
+    [[nodiscard]] HANDLE Get() const { return m_file; }
+
+private:
+    HANDLE m_file;
+};
+
+// Whether the name itself is a link, which may lead nowhere.
+bool IsLink(const fs::path& path) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(path.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(search);
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           found.dwReserved0 == IO_REPARSE_TAG_SYMLINK;
 }
 
 } // namespace
@@ -73,23 +119,23 @@ void System::Close(int file, Reason& reason) {
 }
 
 void System::Rename(const Path& from, const Path& to, Reason& reason) {
-    reason.clear();
-    if (!MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        reason = LastOfWindows();
+    DoPatiently(reason, [&] { return Move(from, to, MOVEFILE_REPLACE_EXISTING); });
 }
 
 bool System::RenameToNew(const Path& from, const Path& to, Reason& reason) {
-    reason.clear();
-    if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH))
-        return true;
-    const DWORD number = GetLastError();
-    if (number != ERROR_ALREADY_EXISTS && number != ERROR_FILE_EXISTS)
-        reason = LastOfWindows();
-    return false;
+    DoPatiently(reason, [&] { return Move(from, to, 0); });
+    const bool isNew = !reason;
+    if (reason.value() == ERROR_ALREADY_EXISTS || reason.value() == ERROR_FILE_EXISTS)
+        reason.clear();
+    return isNew;
 }
 
 void System::Remove(const Path& path, Reason& reason) {
-    fs::remove(path, reason);
+    DoPatiently(reason, [&] {
+        std::error_code failed;
+        fs::remove(path, failed);
+        return failed;
+    });
 }
 
 void System::MakeFolder(const Path& path, Reason& reason) {
@@ -100,26 +146,46 @@ void System::FlushFolder(const Path& /*path*/, Reason& reason) {
     reason.clear(); // a renaming that is written through does it
 }
 
+fs::path TargetOf(const fs::path& path) {
+    const auto fail = [&](const std::string& why) {
+        throw std::runtime_error(TextOf(path) + " cannot be written: " + why);
+    };
+    std::error_code reason;
+    const fs::path whole = fs::absolute(path, reason);
+    if (reason || !fs::is_directory(whole.parent_path(), reason))
+        fail("there is no folder " + TextOf(whole.parent_path()));
+    if (!IsLink(whole))
+        return whole;
+    const OpenFile file(whole, 0);
+    std::wstring name(1U << 15U, L'\0');
+    const DWORD size = file.IsOpen() ? GetFinalPathNameByHandleW(file.Get(), name.data(),
+                                                                 static_cast<DWORD>(name.size()), 0)
+                                     : 0;
+    if (size == 0 || size >= name.size())
+        fail("it is a link to something that cannot be opened");
+    return name.substr(0, size);
+}
+
 std::string ReadFile(const fs::path& path, std::uintmax_t most) {
     const auto fail = [&](const std::string& why) {
-        throw std::runtime_error(path.string() + " cannot be read: " + why);
+        throw std::runtime_error(TextOf(path) + " cannot be read: " + why);
     };
     std::error_code reason;
     if (fs::is_directory(path, reason))
         fail("it is a folder");
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(_wfopen(path.c_str(), L"rbN"),
-                                                               &std::fclose);
-    if (!file)
-        fail(Last().message());
+    const OpenFile file(path, GENERIC_READ);
+    if (!file.IsOpen())
+        fail(ReasonOf(LastOfWindows()));
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK)
+        fail("it is a device, not a file");
     std::string bytes;
     char buffer[65536];
-    while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get())) {
-        bytes.append(buffer, count);
-        if (bytes.size() > most)
+    for (DWORD count = 1; count != 0; bytes.append(buffer, count)) {
+        if (!::ReadFile(file.Get(), buffer, sizeof buffer, &count, nullptr))
+            fail(ReasonOf(LastOfWindows()));
+        if (bytes.size() + count > most)
             fail("it has more than " + std::to_string(most) + " bytes");
     }
-    if (std::ferror(file.get()) != 0)
-        fail(Last().message());
     return bytes;
 }
 
@@ -128,15 +194,13 @@ bool IsWriteProtected(const fs::path& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
-void GuardStandardStreams() {} // no file becomes a standard stream here
-
 FileLock::FileLock(const fs::path& path) {
     const fs::path name = LockName(path);
     const HANDLE handle =
         CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        throw std::runtime_error(name.string() + " cannot be made: " + LastOfWindows().message());
+        throw std::runtime_error(TextOf(name) + " cannot be made: " + ReasonOf(LastOfWindows()));
     m_handle = reinterpret_cast<std::intptr_t>(handle);
 }
 
@@ -150,16 +214,6 @@ bool FileLock::TryLock() {
                                       LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
                                       &place) != 0;
     return m_isHeld;
-}
-
-int ErrorColumns() {
-    const HANDLE error = GetStdHandle(STD_ERROR_HANDLE);
-    DWORD mode = 0;
-    CONSOLE_SCREEN_BUFFER_INFO info{};
-    if (GetConsoleMode(error, &mode) == 0)
-        return 0;
-    const bool isKnown = GetConsoleScreenBufferInfo(error, &info) != 0;
-    return isKnown ? info.srWindow.Right - info.srWindow.Left + 1 : kUsualColumns;
 }
 
 long ProcessId() {
@@ -190,8 +244,15 @@ fs::path ExecutableFolder() {
     }
 }
 
+fs::path ProgramBeside(const std::string& name) {
+    return ExecutableFolder() / PathOf(name + ".exe");
+}
+
 fs::path UserDataFolder() {
-    return FolderFrom(L"LOCALAPPDATA") / "qxcontrols";
+    const std::string folder = Variable("LOCALAPPDATA");
+    if (folder.empty())
+        throw std::runtime_error("LOCALAPPDATA names no folder of the user");
+    return PathOf(folder) / "qxcontrols";
 }
 
 } // namespace qx::files

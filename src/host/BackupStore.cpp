@@ -1,6 +1,7 @@
 #include "host/BackupStore.h"
 
 #include "files/Sha256.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 
 #include <algorithm>
@@ -53,16 +54,16 @@ std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument&
     const std::string& unit = backup.till.unit;
     const std::string keyboard =
         backup.content.identity.FileName() + (unit.empty() ? "" : "." + FileNameOf(unit));
-    const fs::path folder = m_folder / keyboard;
-    const std::string name =
-        WriteNewFile(folder, time, std::string(kDocumentEnding), document.ToText()).stem().string();
+    const fs::path folder = m_folder / files::PathOf(keyboard);
+    const std::string name = files::TextOf(
+        WriteNewFile(folder, time, std::string(kDocumentEnding), document.ToText()).stem());
     Json members = {{"time", TimeText(time)},
                     {"document", backup.document},
                     {"origin", backup.origin},
                     {"unit", unit},
                     {"place", backup.till.place}};
     members.update(ToJson(backup.content));
-    WriteNewRecord(folder / (name + std::string(kAreasEnding)), kFormat, members);
+    WriteNewRecord(folder / files::PathOf(name + std::string(kAreasEnding)), kFormat, members);
     Prune(keyboard, time, named);
     return keyboard + "/" + name;
 }
@@ -99,11 +100,12 @@ void BackupStore::Prune(const std::string& keyboard, Time time, const AskNamed& 
 
 std::vector<BackupEntry> BackupStore::ListOf(const std::string& keyboard) const {
     std::vector<BackupEntry> entries;
-    for (const fs::path& file : RecordsIn(m_folder / keyboard, kAreasEnding)) {
-        std::string name = file.filename().string();
+    for (const fs::path& file : RecordsIn(m_folder / files::PathOf(keyboard), kAreasEnding)) {
+        std::string name = files::TextOf(file.filename());
         name.resize(name.size() - kAreasEnding.size());
-        entries.push_back({keyboard + "/" + name, keyboard, name,
-                           m_folder / keyboard / (name + std::string(kDocumentEnding))});
+        entries.push_back(
+            {keyboard + "/" + name, keyboard, name,
+             m_folder / files::PathOf(keyboard + "/" + name + std::string(kDocumentEnding))});
     }
     return entries;
 }
@@ -113,7 +115,7 @@ std::vector<BackupEntry> BackupStore::List() const {
     for (const fs::path& folder : RecordsIn(m_folder, "")) {
         if (!fs::is_directory(folder))
             continue;
-        const auto entries = ListOf(folder.filename().string());
+        const auto entries = ListOf(files::TextOf(folder.filename()));
         all.insert(all.end(), entries.begin(), entries.end());
     }
     return all;
@@ -127,7 +129,7 @@ BackupEntry BackupStore::Find(const std::string& id) const {
 }
 
 fs::path BackupStore::AreasOf(const BackupEntry& entry) const {
-    return m_folder / entry.keyboard / (entry.time + std::string(kAreasEnding));
+    return m_folder / files::PathOf(entry.keyboard + "/" + entry.time + std::string(kAreasEnding));
 }
 
 Backup BackupStore::Load(const BackupEntry& entry) const {

@@ -1,6 +1,7 @@
 #include "host/ConfigurationDocument.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "host/KeyboardContent.h"
 
@@ -54,7 +55,7 @@ ConfigurationDocument ConfigurationDocument::Load(const std::filesystem::path& p
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed, error.what());
     }
-    return Parse(text, path.string());
+    return Parse(text, files::TextOf(path));
 }
 
 const Json* ConfigurationDocument::Find(std::string_view key) const {

@@ -1,6 +1,7 @@
 #include "host/Journal.h"
 
 #include "files/Sha256.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "host/RecordMembers.h"
 
@@ -42,7 +43,7 @@ void VisitMembers(AnyEntry& entry, Visit visit) {
 } // namespace
 
 std::string JournalEntry::Id() const {
-    std::string name = file.filename().string();
+    std::string name = files::TextOf(file.filename());
     name.resize(name.size() - kEnding.size());
     return name.substr(0, name.rfind('.')); // without the keyboard's name
 }
@@ -124,7 +125,7 @@ std::unique_ptr<files::FileLock> Journal::Claim(const std::string& keyboard) con
     constexpr int kTries = 20; // who only looks whether it is claimed keeps it for a moment
     try {
         files::MakeFolder(m_locks);
-        auto lock = std::make_unique<files::FileLock>(m_locks / keyboard);
+        auto lock = std::make_unique<files::FileLock>(m_locks / files::PathOf(keyboard));
         for (int i = 0; i < kTries; ++i) {
             if (lock->TryLock())
                 return lock;
@@ -139,7 +140,8 @@ std::unique_ptr<files::FileLock> Journal::Claim(const std::string& keyboard) con
 bool Journal::IsInProgress(const JournalEntry& entry) const {
     try {
         files::MakeFolder(m_locks);
-        return !files::FileLock(m_locks / ClaimOf(entry.keyboard, entry.origin)).TryLock();
+        const std::string name = ClaimOf(entry.keyboard, entry.origin);
+        return !files::FileLock(m_locks / files::PathOf(name)).TryLock();
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed, error.what());
     }
@@ -188,7 +190,7 @@ JournalEntry Journal::Find(const std::string& id) const {
 }
 
 bool Journal::MayBeOf(const DamagedRecord& damaged, const KeyboardIdentity& keyboard) {
-    std::string name = damaged.file.filename().string();
+    std::string name = files::TextOf(damaged.file.filename());
     name.resize(name.size() - kEnding.size());
     const bool isNamed = std::count(name.begin(), name.end(), '.') > 1; // as this program does
     return !isNamed || name.ends_with("." + keyboard.FileName()) ||

@@ -1,6 +1,7 @@
 #include "host/KeyboardFiles.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/pos/QXPosCodePage.h"
 
@@ -19,15 +20,9 @@ void Run(Session& session, const KeyboardFileKind& kind, const std::string& what
     });
 }
 
-// As the control library takes the names of files.
-std::string Utf8Of(const std::filesystem::path& file) {
-    const std::u8string name = file.u8string();
-    return {name.begin(), name.end()};
-}
-
 std::string WhyNoCodePage(const std::filesystem::path& file) {
     try {
-        return file.string() + " is not a code page: it has " +
+        return files::TextOf(file) + " is not a code page: it has " +
                std::to_string(files::ReadFile(file).size()) + " bytes, and " +
                std::to_string(PosCodePage::kSize) + " are needed";
     } catch (const std::exception& error) {
@@ -41,11 +36,11 @@ void WriteBeside(const std::filesystem::path& file,
                  const std::function<void(const std::string& beside)>& write) {
     try {
         files::WriteFileAtomically(file, [&](const std::filesystem::path& beside) {
-            write(Utf8Of(beside));
+            write(files::TextOf(beside));
             if (std::filesystem::file_size(beside) == 0)
                 throw Error(ErrorKind::TransferFailed,
                             "the driver reported success and wrote nothing into the file; " +
-                                file.string() + " is as it was");
+                                files::TextOf(file) + " is as it was");
         });
     } catch (const Error&) {
         throw; // the driver's
@@ -56,7 +51,8 @@ void WriteBeside(const std::filesystem::path& file,
 
 void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
                       const std::filesystem::path& file, const SerialLine& line) {
-    const std::string what = "saving the " + std::string(kind.content) + " into " + file.string();
+    const std::string what =
+        "saving the " + std::string(kind.content) + " into " + files::TextOf(file);
     WriteBeside(file, [&](const std::string& beside) {
         Run(session, kind, what, beside, line, kind.save);
     });
@@ -65,19 +61,20 @@ void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
 Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const KeyboardFileKind& kind,
                                  const std::filesystem::path& file, const SerialLine& line) {
     const auto load = [&] {
-        Run(session, kind, "loading the " + std::string(kind.content) + " from " + file.string(),
-            Utf8Of(file), line, kind.load);
+        Run(session, kind,
+            "loading the " + std::string(kind.content) + " from " + files::TextOf(file),
+            files::TextOf(file), line, kind.load);
     };
     Writer::Request request;
     request.action = std::string(kind.key) + " load";
-    request.document = file.string();
+    request.document = files::TextOf(file);
     request.isOfKeyboard = !kind.hasSerialLine; // else the reader's own memory
     return writer.RunUnproved(request, load);
 }
 
 bool HasCodePage(Session& session, const std::filesystem::path& file) {
     QXPosCodePage pages;
-    if (!pages.FilePage().LoadPageFromFile(Utf8Of(file)))
+    if (!pages.FilePage().LoadPageFromFile(files::TextOf(file)))
         throw Error(ErrorKind::FileFailed, WhyNoCodePage(file));
     // The page is read over one filling and over its complement: a byte that shows both was left
     // out.

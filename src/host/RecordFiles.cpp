@@ -2,6 +2,7 @@
 
 #include "files/Files.h"
 #include "files/Sha256.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 
 #include <algorithm>
@@ -62,7 +63,7 @@ void WriteRecord(const fs::path& file, const RecordFormat& format, const Json& m
 void WriteNewRecord(const fs::path& file, const RecordFormat& format, const Json& members) {
     Guarded([&] {
         if (!files::WriteNewFile(file, RecordText(format, members)))
-            throw std::runtime_error(file.string() + " cannot be written: it exists");
+            throw std::runtime_error(files::TextOf(file) + " cannot be written: it exists");
     });
 }
 
@@ -80,7 +81,7 @@ fs::path WriteNewFile(const fs::path& folder, Time time, const std::string& endi
         files::MakeFolder(folder);
         files::RemoveLeftovers(folder);
         do
-            file = folder / (start + std::to_string(++count) + ending);
+            file = folder / files::PathOf(start + std::to_string(++count) + ending);
         while (!files::WriteNewFile(file, text));
     });
     return file;
@@ -108,10 +109,11 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
         read(record);
     } catch (const Json::exception&) {
         throw Error(ErrorKind::FileFailed,
-                    file.string() + " cannot be used: a member is missing, or is of another type");
+                    files::TextOf(file) +
+                        " cannot be used: a member is missing, or is of another type");
     } catch (const std::exception& error) {
         throw Error(ErrorKind::FileFailed,
-                    file.string() + " cannot be used: " + std::string(error.what()));
+                    files::TextOf(file) + " cannot be used: " + std::string(error.what()));
     }
 }
 
@@ -139,9 +141,9 @@ std::vector<fs::path> RecordsIn(const fs::path& folder, std::string_view ending)
     fs::directory_iterator entries(folder, reason);
     if (reason)
         throw Error(ErrorKind::FileFailed,
-                    folder.string() + " cannot be read: " + reason.message());
+                    files::TextOf(folder) + " cannot be read: " + files::ReasonOf(reason));
     for (const fs::directory_entry& entry : entries)
-        if (entry.path().filename().string().ends_with(ending))
+        if (files::TextOf(entry.path().filename()).ends_with(ending))
             records.push_back(entry.path());
     std::sort(records.begin(), records.end());
     return records;

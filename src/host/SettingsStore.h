@@ -1,6 +1,6 @@
-// SettingsStore: the registry of the current user, kept by Qt's settings.
+// SettingsStore: the registry of the current user as a program sees it.
 //
-// On Windows it is the native registry, elsewhere an INI file. Every value is stored as a whole
+// On Windows it is the registry itself, elsewhere an INI file. Every value is stored as a whole
 // number or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as
 // generously as it can be understood, and every number as a text too. Written values wait in memory
 // until Flush stores them all; only then is the store locked, read again, and written. So programs
@@ -8,15 +8,13 @@
 // read changes nothing.
 #pragma once
 
+#include "host/SettingsPlace.h"
 #include "qxcontrols/platform/RegistryAccess.h"
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
-
-namespace qx::files {
-class FileLock;
-}
 
 namespace qx::host {
 
@@ -50,13 +48,18 @@ public:
     void WriteString(std::string_view sName, std::string_view sValue) override;
 
 private:
-    struct Store; // Qt's side, which no header shows
+    struct CaseBlind {
+        bool operator()(const std::string& one, const std::string& other) const;
+    };
+    using Values = std::map<std::string, SettingsValue, CaseBlind>;
 
-    void RefuseForeignFile() const;
-    void SetAside();
-    [[nodiscard]] std::unique_ptr<files::FileLock> Lock() const;
+    template <typename Kind, typename Convert>
+    Kind Read(const std::string& key, const Kind& fallback, Convert convert);
+    void Write(const std::string& key, SettingsValue value);
 
-    std::unique_ptr<Store> m_store;
+    std::unique_ptr<SettingsPlace> m_place;
+    Values m_known;     // as this program last read or stored them
+    Values m_waiting;   // to be stored
     std::string m_path; // with "/" between its parts, and at its end
     std::filesystem::path m_damagedFile;
 };

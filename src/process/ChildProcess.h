@@ -4,12 +4,13 @@
 // header. A child is started from its file (never by forking this program's memory), has its own
 // process group, so that Ctrl+C at the terminal reaches only the program that started it, and does
 // not outlive that program. Its standard input is empty; what it writes to standard output goes to
-// standard error.
+// standard error. On Windows it shares the console of the program that started it; without one it
+// gets none that anybody sees.
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,7 +29,8 @@ public:
     // program that was not started as a child.
     [[nodiscard]] static Channel ToParent();
 
-    explicit Channel(std::intptr_t handle) : m_handle(handle) {}
+    class End; // the system's
+    explicit Channel(std::unique_ptr<End> end);
     Channel(Channel&& other) noexcept;
     Channel& operator=(Channel&& other) noexcept;
     ~Channel();
@@ -48,16 +50,22 @@ public:
     void Close();
 
 private:
-    std::intptr_t m_handle; // the system's; -1: closed
+    std::unique_ptr<End> m_end; // null: closed
 };
+
+#ifdef _WIN32
+// Ends a wait for a channel of this program early, as a signal does elsewhere. From any thread.
+void InterruptWait();
+#endif
 
 // How a process ended.
 struct Ending {
     int status = 0;        // its exit status
-    int signal = 0;        // the signal that ended it; 0: it exited
+    int signal = 0;        // the signal that ended it; 0: it exited, as all do on Windows
     bool isKilled = false; // it was still running and was killed
 
-    // "crashed (signal 11, Segmentation fault)", "ended its process with status 3".
+    // "crashed (signal 11, Segmentation fault)", "crashed (access violation)", "ended its process
+    // with status 3".
     [[nodiscard]] std::string Text() const;
 };
 
@@ -77,8 +85,10 @@ public:
     Ending End(Deadline until);
 
 private:
+    struct Process; // the system's
+
     Channel m_channel;
-    std::intptr_t m_process; // the system's; -1: it has ended
+    std::unique_ptr<Process> m_process; // null: it has ended
     Ending m_ending;
 };
 

@@ -1,7 +1,9 @@
 #include "setup/DriverSource.h"
 
 #include "driverhost/LibraryExtras.h"
+#include "driverhost/WordSize.h"
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "qxcontrols/device/DriverLibrary.h"
 #include "simulator/KeyboardMemory.h"
@@ -18,7 +20,7 @@ std::string Whole(const std::filesystem::path& path) {
     std::error_code ignored;
     const bool isForSystem = !path.has_parent_path() && !std::filesystem::exists(path, ignored);
     const auto whole = isForSystem ? path : std::filesystem::weakly_canonical(path, ignored);
-    return (ignored ? path : whole).string();
+    return files::TextOf(ignored ? path : whole);
 }
 
 std::string OriginOf(const std::filesystem::path& driver, const std::filesystem::path& file) {
@@ -33,7 +35,7 @@ struct Library {
 };
 
 Library LoadHere(const KeyboardChoice& choice) {
-    auto driver = std::make_unique<DriverLibrary>(choice.driver);
+    auto driver = std::make_unique<DriverLibrary>(files::TextOf(choice.driver));
     const DriverLibrary& library = *driver;
     Library loaded;
     loaded.opened.statusText = [&library](std::int32_t lStatus) {
@@ -47,7 +49,8 @@ Library LoadHere(const KeyboardChoice& choice) {
 }
 
 Library LoadApart(const KeyboardChoice& choice) {
-    auto driver = std::make_unique<driverhost::RemoteDriver>(choice.driver, *choice.isolation);
+    auto driver = std::make_unique<driverhost::RemoteDriver>(
+        choice.driver, choice.isolation.value_or(driverhost::Isolation()));
     driverhost::RemoteDriver& library = *driver;
     Library loaded;
     loaded.opened.statusText = [&library](std::int32_t lStatus) {
@@ -64,12 +67,12 @@ Library LoadApart(const KeyboardChoice& choice) {
 // A driver library that is itself a simulated keyboard takes the file to keep it in.
 void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choice) {
     const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
-    const auto status = library.setKeyboard(choice.keyboard.string(), model);
+    const auto status = library.setKeyboard(files::TextOf(choice.keyboard), model);
     if (!status)
         throw host::Error(
             host::ErrorKind::Usage,
             "--keyboard and --model choose a simulated keyboard; the driver library " +
-                choice.driver.string() + " takes none");
+                files::TextOf(choice.driver) + " takes none");
     if (*status == 0)
         return;
     const OpenedDriver& opened = library.opened;
@@ -79,7 +82,7 @@ void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choic
     if (*status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
         throw host::Error(host::ErrorKind::ModelInvalid, meaning, *status);
     throw host::Error(host::ErrorKind::KeyboardNotOpened,
-                      "the keyboard file " + choice.keyboard.string() +
+                      "the keyboard file " + files::TextOf(choice.keyboard) +
                           " could not be chosen: QXSIM_SetKeyboard gave status " +
                           std::to_string(*status) + " (" + meaning + ")",
                       *status);
@@ -94,7 +97,7 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
         return;
     if (!exists && model.empty())
         throw host::Error(host::ErrorKind::KeyboardNotOpened,
-                          "there is no keyboard in " + file.string() +
+                          "there is no keyboard in " + files::TextOf(file) +
                               "; with --model NAME one is made there");
     if (!exists || model.empty())
         return;
@@ -107,14 +110,20 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
         return;
     }
     if (is != wanted)
-        throw host::Error(host::ErrorKind::Usage, file.string() + " keeps a " + is +
+        throw host::Error(host::ErrorKind::Usage, files::TextOf(file) + " keeps a " + is +
                                                       ", which --model " + model +
                                                       " cannot make a " + wanted);
 }
 
+// A library of the other word size cannot be loaded here in any case.
+bool NeedsProcess(const KeyboardChoice& choice) {
+    constexpr int kOwnSize = 8 * sizeof(void*);
+    return choice.isolation || driverhost::WordSizeOf(choice.driver).value_or(kOwnSize) != kOwnSize;
+}
+
 OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     try {
-        Library library = choice.isolation ? LoadApart(choice) : LoadHere(choice);
+        Library library = NeedsProcess(choice) ? LoadApart(choice) : LoadHere(choice);
         if (!choice.keyboard.empty() || !choice.model.empty())
             ChooseSimulatedKeyboard(library, choice);
         library.opened.origin = OriginOf(choice.driver, choice.keyboard);
@@ -138,7 +147,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     if (file.empty()) {
         file = files::UserDataFolder() / "keyboard.qxk";
         opened.note =
-            "no --driver and no --keyboard: using the simulated keyboard in " + file.string();
+            "no --driver and no --keyboard: using the simulated keyboard in " + files::TextOf(file);
         std::error_code ignored; // the driver tells when it cannot write there
         std::filesystem::create_directories(file.parent_path(), ignored);
         if (!choice.model.empty())

@@ -21,7 +21,8 @@ struct KeyboardChoice {
     std::filesystem::path driver;   // a driver library
     std::filesystem::path keyboard; // the file of a simulated keyboard
     std::string model;              // its model, which one that does not exist is made from
-    // Runs a driver library in a process of its own, as such a library may do anything.
+    // Runs a driver library in a process of its own, as such a library may do anything. One of the
+    // other word size runs in one in any case.
     std::optional<driverhost::Isolation> isolation = {};
 };
 

@@ -1,6 +1,7 @@
 #include "setup/LayoutSource.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "qxcontrols/keys/LayoutCheck.h"
 #include "qxcontrols/keys/QxlTextSource.h"
@@ -29,15 +30,19 @@ std::vector<std::filesystem::path> LayoutFiles(const std::filesystem::path& fold
 std::string NoSuchLayout(const std::filesystem::path& folder, const std::string& name) {
     std::string names;
     for (const std::filesystem::path& path : LayoutFiles(folder))
-        names += (names.empty() ? "" : ", ") + path.filename().string();
-    return "there is no keyboard layout " + name + "; the layouts in " + folder.string() +
+        names += (names.empty() ? "" : ", ") + files::TextOf(path.filename());
+    return "there is no keyboard layout " + name + "; the layouts in " + files::TextOf(folder) +
            " are: " + (names.empty() ? "none" : names);
 }
 
 } // namespace
 
 std::filesystem::path ShippedLayouts() {
+#ifdef _WIN32
+    return files::ExecutableFolder() / "layouts";
+#else
     return files::ExecutableFolder().parent_path() / "share" / "qxcontrols" / "layouts";
+#endif
 }
 
 std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
@@ -45,7 +50,7 @@ std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
     for (const std::filesystem::path& path :
          LayoutFiles(folder.empty() ? ShippedLayouts() : folder)) {
         QxlTextSource source;
-        if (!source.Open(path.string()))
+        if (!source.Open(files::TextOf(path)))
             continue;
         const std::string id = source.String(LayoutTextSource::kLanguageID);
         Integer language = 0;
@@ -62,7 +67,7 @@ std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {
 std::vector<std::string> LayoutNames(const std::filesystem::path& folder) {
     std::vector<std::string> names;
     for (const auto& path : LayoutFiles(folder.empty() ? ShippedLayouts() : folder))
-        names.push_back(path.filename().string());
+        names.push_back(files::TextOf(path.filename()));
     return names;
 }
 
@@ -77,18 +82,18 @@ void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folde
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
     const bool isLanguage = error == std::errc() && end == name.data() + name.size();
     std::error_code ignored;
-    if (!isLanguage && !std::filesystem::exists(from / name, ignored))
+    if (!isLanguage && !std::filesystem::exists(from / files::PathOf(name), ignored))
         throw host::Error(host::ErrorKind::LayoutInvalid, NoSuchLayout(from, name));
     QxlTextSource source;
-    const bool isRead = isLanguage ? source.OpenLanguage(language, (from / "").string())
-                                   : source.Open((from / name).string());
+    const bool isRead = isLanguage ? source.OpenLanguage(language, files::TextOf(from / ""))
+                                   : source.Open(files::TextOf(from / files::PathOf(name)));
     if (!isRead)
         refuse(source.Error());
     if (const std::string fault = LayoutFault(source); !fault.empty())
         refuse(fault);
-    const std::filesystem::path file(source.FileName());
-    layout.SetLayoutPath((file.parent_path() / "").string());
-    if (!layout.OpenLayoutByName(file.filename().string()))
+    const auto file = files::PathOf(source.FileName());
+    layout.SetLayoutPath(files::TextOf(file.parent_path() / ""));
+    if (!layout.OpenLayoutByName(files::TextOf(file.filename())))
         refuse(layout.Error());
 }
 

@@ -1,6 +1,7 @@
 #include "sheet/KeySheet.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "sheet/SheetFormat.h"
 #include "sheet/SheetPages.h"
@@ -63,7 +64,7 @@ void PaintKeySheet(const KeySheet& sheet, QPagedPaintDevice& device) {
 void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
     const auto format = FormatOf(file);
     if (!format)
-        throw host::Error(host::ErrorKind::Usage, file.string() + ": " + kFormatRule);
+        throw host::Error(host::ErrorKind::Usage, files::TextOf(file) + ": " + kFormatRule);
     const SheetContent content = ContentOf(sheet);
     const SheetPages pages(content);
     const QByteArray bytes = BytesOf(pages, content.title, *format);

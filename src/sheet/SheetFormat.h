@@ -1,6 +1,8 @@
 // The formats of a key sheet, each with the suffix that asks for it.
 #pragma once
 
+#include "files/SystemTexts.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <optional>
@@ -23,7 +25,7 @@ inline constexpr const char* kFormatRule = "the file's name must end with .pdf o
 
 // The format that the file's name asks for, in either case of letters; none for any other suffix.
 [[nodiscard]] inline std::optional<SheetFormat> FormatOf(const std::filesystem::path& file) {
-    std::string suffix = file.extension().string();
+    std::string suffix = files::TextOf(file.extension());
     std::transform(suffix.begin(), suffix.end(), suffix.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     if (suffix == ".pdf")

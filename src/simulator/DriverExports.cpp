@@ -3,7 +3,8 @@
 // It exports the functions of a driver, and some of its own with which a host chooses the
 // keyboard's file and asks for faults. No exception leaves a function.
 
-#include "simulator/SimulatedDriver.h"
+#include "files/SystemTexts.h"
+#include "simulator//SimulatedDriver.h"
 
 #include <algorithm>
 #include <exception>
@@ -78,7 +79,7 @@ QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_SetKeyboard(const char* file, const 
     if (file == nullptr || model == nullptr)
         return static_cast<std::int32_t>(Status::NoArgument);
     try {
-        Open(file, model);
+        Open(qx::files::PathOf(file), model);
         return 0;
     } catch (const std::exception& error) {
         return Failed(Status::ModelInvalid, error);

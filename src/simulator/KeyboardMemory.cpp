@@ -1,5 +1,6 @@
 #include "simulator/KeyboardMemory.h"
 
+#include "files/SystemTexts.h"
 #include "qxcontrols/common/LittleEndian.h"
 #include "qxcontrols/platform/GuidCreator.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
@@ -72,7 +73,7 @@ const std::filesystem::path& Ordinary(const std::filesystem::path& file) {
     std::error_code ignored;
     const auto status = std::filesystem::status(file, ignored);
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw Failure(Status::KeyboardInvalid, file.string() +
+        throw Failure(Status::KeyboardInvalid, files::TextOf(file) +
                                                    " is not usable as a simulated "
                                                    "keyboard: it is not an ordinary file");
     return file;
@@ -88,7 +89,8 @@ struct KeyboardMemory::Parts {
 KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model)
     : m_file(Ordinary(file)), m_lock(file), m_model(model) {
     if (!m_lock.TryLock())
-        throw Failure(Status::KeyboardInUse, file.string() + " is being used by another program");
+        throw Failure(Status::KeyboardInUse,
+                      files::TextOf(file) + " is being used by another program");
     if (!std::filesystem::exists(file)) {
         Store(FactoryContent(model));
         return;
@@ -123,7 +125,8 @@ KeyboardMemory::Parts KeyboardMemory::PartsOf(const std::filesystem::path& file)
                 {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])}};
     } catch (const std::exception& error) {
         throw Failure(Status::KeyboardInvalid,
-                      file.string() + " is not usable as a simulated keyboard: " + error.what());
+                      files::TextOf(file) +
+                          " is not usable as a simulated keyboard: " + error.what());
     }
 }
 

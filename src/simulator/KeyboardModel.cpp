@@ -1,4 +1,5 @@
 #include "simulator/KeyboardModel.h"
+#include "files/SystemTexts.h"
 
 #include "files/Files.h"
 #include "qxcontrols/common/Utf.h"
@@ -241,7 +242,7 @@ KeyboardModel KeyboardModel::ByName(const std::string& nameOrPath) {
     }
     try {
         if (text.empty())
-            text = files::ReadFile(nameOrPath, kMostOfModel);
+            text = files::ReadFile(files::PathOf(nameOrPath), kMostOfModel);
     } catch (const std::exception& error) {
         throw std::runtime_error("there is no model \"" + nameOrPath +
                                  "\": the built-in ones are " + names + ", and as a file, " +

@@ -1,6 +1,8 @@
 // The functions of SimulatedDriver that read and write files of the keyboard's programs and
 // parameters.
 
+#include "files/SystemTexts.h"
+#include "qxcontrols/platform/AnsiText.h"
 #include "simulator/SimulatedDriver.h"
 
 namespace qx::sim {
@@ -14,7 +16,7 @@ std::vector<std::string> PartsOf(const std::filesystem::path& file, const Sealed
     try {
         return Unseal(kind, bytes);
     } catch (const std::exception& error) {
-        throw Failure(Status::FileInvalid, file.string() + ": " + error.what());
+        throw Failure(Status::FileInvalid, files::TextOf(file) + ": " + error.what());
     }
 }
 
@@ -23,10 +25,11 @@ std::vector<std::string> PartsOf(const std::filesystem::path& file, const Sealed
 std::filesystem::path SimulatedDriver::FileOf(const char* name) const {
     if (name == nullptr || *name == '\0')
         throw Failure(Status::NoArgument, "a file name is missing");
-    if (files::IsSameFile(name, m_file))
-        throw Failure(Status::FileInvalid,
-                      std::string(name) + " is the file of the keyboard itself");
-    return name;
+    const std::string text = TextFromAnsi(name);
+    auto file = files::PathOf(text);
+    if (files::IsSameFile(file, m_file))
+        throw Failure(Status::FileInvalid, text + " is the file of the keyboard itself");
+    return file;
 }
 
 Status SimulatedDriver::SaveFile(const char* name, const SealedKind& kind,

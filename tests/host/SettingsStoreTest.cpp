@@ -147,14 +147,51 @@ TEST_F(SettingsStoreTest, WhatIsNoFileOfPreferencesStaysAsItIs) {
     }
     const auto count = std::distance(std::filesystem::directory_iterator(folder / "."), {});
     EXPECT_EQ(count, 1) << "there is nothing but the file";
+}
 
-    // Nor is another program waited for without end.
-    std::filesystem::remove(file);
-    files::WriteFileAtomically(file.string() + ".lock", "");
+// Remarks, blank lines and other programs' groups stay, as do the ends of lines.
+TEST_F(SettingsStoreTest, OnlyTheLinesOfChangedValuesChange) {
+    Write("; of the till\r\n[Colours]\r\nProgrammed = 1\r\n\r\n[Other]\r\nText=\"a;b\"\r\n");
     SettingsStore store(file);
     store.SetPath("Colours");
-    store.WriteNumber("Programmed", 8);
-    EXPECT_THROW(store.Flush(), Error);
+    store.WriteNumber("Programmed", 5);
+    store.WriteNumber("Deep\\Blue", 6);
+    store.Flush();
+    EXPECT_EQ(files::ReadFile(file), "; of the till\r\n[Colours]\r\nProgrammed =5\r\n"
+                                     "Deep%5CBlue=6\r\n\r\n[Other]\r\nText=\"a;b\"\r\n");
+}
+
+// Every byte comes back, whatever it means in an INI file, and as earlier versions wrote it.
+TEST_F(SettingsStoreTest, TextsComeBackAsTheyWereWritten) {
+    const std::string texts[] = {"",
+                                 " blanks ",
+                                 "a, b;c=d",
+                                 "@Invalid()",
+                                 "C:\\tills\\7\\",
+                                 "\"\"",
+                                 std::string("\0\x01\x02"
+                                             "1\n\r\t",
+                                             7),
+                                 "Gr\xC3\xB6\xC3\x9F"
+                                 "e"};
+    for (const std::string& text : texts) {
+        std::filesystem::remove(file);
+        SettingsStore store(file);
+        store.SetPath("Texts\\Deep");
+        store.WriteString("One", text);
+        store.Flush();
+        SettingsStore again(file);
+        again.SetPath("Texts\\Deep");
+        EXPECT_EQ(again.ReadString("One", "-"), text) << files::ReadFile(file);
+        EXPECT_FALSE(again.IsDamaged()) << files::ReadFile(file);
+    }
+    Write("[Texts]\nDeep\\One=\"a;b, \\\"c\\\" \\x41\\n\"\nDeep\\Name%20of%20it=@@home\n"
+          "Deep\\Long=one\\\n two\n");
+    SettingsStore store(file);
+    store.SetPath("Texts\\Deep");
+    EXPECT_EQ(store.ReadString("One", ""), "a;b, \"c\" A\n");
+    EXPECT_EQ(store.ReadString("Name of it", ""), "@home");
+    EXPECT_EQ(store.ReadString("Long", ""), "one two");
 }
 
 TEST_F(SettingsStoreTest, WhatPeopleWriteIsUnderstood) {

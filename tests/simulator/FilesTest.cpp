@@ -200,9 +200,9 @@ TEST(Files, AreNoStandardStreams) {
     std::unique_ptr<files::FileLock> lock;
     EXPECT_TRUE(inChild([&] { lock = std::make_unique<files::FileLock>(folder / "file"); }));
     EXPECT_EQ(files::ReadFile(folder / "file.lock"), "");
-    EXPECT_TRUE(inChild([] { files::GuardStandardStreams(); }));
+    EXPECT_TRUE(inChild([] { files::PrepareStandardStreams(); }));
     EXPECT_TRUE(inChild([&] {
-        files::GuardStandardStreams();
+        files::PrepareStandardStreams();
         (void)open((folder / "other").c_str(), O_WRONLY | O_CREAT, 0600);
     }));
 }

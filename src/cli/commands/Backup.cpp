@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
+#include "files/SystemTexts.h"
 
 #include <memory>
 #include <set>
@@ -42,7 +43,7 @@ void List(Context& context) {
                         {"unit", backup.till.unit},
                         {"place", backup.till.place},
                         {"writtenAfter", backup.document},
-                        {"document", entry.document.string()}});
+                        {"document", files::TextOf(entry.document)}});
         rows.push_back({entry.id, backup.till.unit, backup.till.place, backup.document});
     }
     context.Result({{"backups", json}},

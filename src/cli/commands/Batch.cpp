@@ -5,6 +5,7 @@
 #include "cli/Output.h"
 #include "cli/commands/Commands.h"
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 
 #include <memory>
 
@@ -109,7 +110,7 @@ void ShowResult(Context& context, const batch::Batch& batch) {
 
 void RunBatch(Context& context, const BatchOptions& options) {
     RefuseGlobals(context.options);
-    batch::Job job = batch::Job::Load(options.job);
+    batch::Job job = batch::Job::Load(files::PathOf(options.job));
     RefuseOtherPlace(job, options);
     const std::string chosen =
         context.options.layout.empty() ? job.Layout() : context.options.layout;
@@ -133,10 +134,10 @@ void RunBatch(Context& context, const BatchOptions& options) {
         batch.Run();
     else
         batch.RunByCrew(static_cast<std::size_t>(options.jobs),
-                        files::ExecutableFolder() / kWorkerProgram,
+                        files::ProgramBeside(kWorkerProgram),
                         {layouts.Choice(), context.DataFolder(), options.skipAbsent, options.repair,
                          isolation, context.options.trace});
-    context.Note("the report is in " + batch.Progress().File().string());
+    context.Note("the report is in " + files::TextOf(batch.Progress().File()));
     ShowResult(context, batch);
     if (!batch.IsAllDone())
         context.exitStatus =

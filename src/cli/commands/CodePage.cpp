@@ -1,4 +1,5 @@
 #include "cli/commands/Commands.h"
+#include "files/SystemTexts.h"
 
 #include "host/KeyboardFiles.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 void Compare(Context& context, const std::string& file) {
     static_cast<void>(TextOf(context, file)); // a file that ends, before the keyboard is opened
-    const bool equal = host::HasCodePage(context.Keyboard(), file);
+    const bool equal = host::HasCodePage(context.Keyboard(), files::PathOf(file));
     context.CloseKeyboard();
     context.exitStatus = equal ? 0 : 1;
     context.Result(

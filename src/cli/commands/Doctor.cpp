@@ -5,6 +5,7 @@
 #include "driverhost/WordSize.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
+#include "files/SystemTexts.h"
 #include "host/ForwardingDriver.h"
 #include "host/SettingsStore.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -106,8 +107,9 @@ private:
         const setup::KeyboardChoice choice = m_context.Chosen();
         if (choice.driver.empty()) {
             m_json["driver"] = nullptr;
-            Add("driver", {{"simulated keyboard",
-                            choice.keyboard.empty() ? "of the user" : choice.keyboard.string()}});
+            Add("driver",
+                {{"simulated keyboard",
+                  choice.keyboard.empty() ? "of the user" : files::TextOf(choice.keyboard)}});
         } else {
             Library(choice.driver);
         }
@@ -119,7 +121,7 @@ private:
 
     // Whether it can be loaded is seen later.
     void Library(const std::filesystem::path& library) {
-        const std::string place = std::filesystem::absolute(library).string();
+        const std::string place = files::TextOf(std::filesystem::absolute(library));
         host::Json& json = m_json["driver"] = {{"library", place}};
         Rows rows = {{"library", place}};
         try {
@@ -193,8 +195,9 @@ private:
             m_context.options.layouts.empty() ? setup::ShippedLayouts() : m_context.options.layouts;
         const std::vector<std::string> names = setup::LayoutNames(folder);
         const std::string chosen = m_context.LayoutNameFor(m_layoutOfKeyboard);
-        m_json["layouts"] = {{"folder", folder.string()}, {"files", names}, {"chosen", chosen}};
-        Add("layouts", {{"folder", folder.string()},
+        m_json["layouts"] = {
+            {"folder", files::TextOf(folder)}, {"files", names}, {"chosen", chosen}};
+        Add("layouts", {{"folder", files::TextOf(folder)},
                         {"files", std::to_string(names.size())},
                         {"chosen", chosen}});
         for (const std::string& name : names)
@@ -219,10 +222,10 @@ private:
         std::vector<host::DamagedRecord> damaged;
         const auto writes = records.journal.Entries(&damaged);
         const auto backups = records.backups.List();
-        m_json["records"] = {{"folder", folder.string()},
+        m_json["records"] = {{"folder", files::TextOf(folder)},
                              {"backups", backups.size()},
                              {"interruptedWrites", writes.size()}};
-        Add("records of writes", {{"folder", folder.string()},
+        Add("records of writes", {{"folder", files::TextOf(folder)},
                                   {"backups", std::to_string(backups.size())},
                                   {"interrupted writes", std::to_string(writes.size())}});
         for (const host::JournalEntry& write : writes)

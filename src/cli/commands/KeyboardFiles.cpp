@@ -1,4 +1,5 @@
 #include "cli/commands/Commands.h"
+#include "files/SystemTexts.h"
 
 #include "cli/Output.h"
 
@@ -33,9 +34,10 @@ void Transfer(Context& context, const host::KeyboardFileKind& kind, bool save,
         RefuseTarget(context, file);
     host::Writer::Outcome outcome;
     if (save)
-        host::SaveKeyboardFile(session, kind, file, line);
+        host::SaveKeyboardFile(session, kind, files::PathOf(file), line);
     else
-        outcome = host::LoadKeyboardFile(session, context.Writer(), kind, file, line);
+        outcome =
+            host::LoadKeyboardFile(session, context.Writer(), kind, files::PathOf(file), line);
     if (save)
         context.CloseKeyboard();
     const std::string direction = save ? "keyboard to file" : "file to keyboard";
@@ -105,7 +107,7 @@ void Convert(Context& context, const Conversion& conversion) {
     host::Session& session = context.Driver();
     RefuseTarget(context, conversion.destination);
     RefuseOwnSource(conversion.source, conversion.destination);
-    host::WriteBeside(conversion.destination, [&](const std::string& beside) {
+    host::WriteBeside(files::PathOf(conversion.destination), [&](const std::string& beside) {
         session.Run("converting " + conversion.source + " failed", [&] {
             std::string destination = beside;
             (void)session.Access().ConvertBinFileToRomFile(

@@ -2,6 +2,7 @@
 
 #include "cli/commands/Commands.h"
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/common/Utf.h"
 
 namespace qx::cli {
@@ -50,7 +51,7 @@ std::string TextOf(Context& context, const std::string& file) {
     if (file == kStandardStream)
         return context.StandardInput();
     try {
-        return files::ReadFile(file);
+        return files::ReadFile(files::PathOf(file));
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }

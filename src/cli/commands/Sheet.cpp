@@ -3,6 +3,7 @@
 #include "cli/Output.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/platform/SharedLibrary.h"
 #include "sheet/SheetFormat.h"
 #include "sheet/SheetModule.h"
@@ -43,8 +44,13 @@ std::string Today() {
 // The module's function. It stays loaded to the program's end: the libraries that it brings along
 // are not made for less.
 sheet::WriteFunction LoadModule() {
+    const auto file = files::ExecutableFolder() / kModule;
+    std::error_code ignored;
+    if (!std::filesystem::exists(file, ignored))
+        throw std::runtime_error("key sheets need the module " + files::TextOf(file) +
+                                 ", which is missing");
     static const SharedLibrary* const module =
-        new SharedLibrary(files::ExecutableFolder() / kModule, "key sheet module");
+        new SharedLibrary(files::TextOf(file), "key sheet module");
     return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
 }
 
@@ -77,7 +83,7 @@ void Sheet(Context& context, const SheetOptions& options) {
     RefuseOwnSource(options.document, options.file);
 
     const std::string text = document.ToText();
-    const std::string folder = context.options.layouts.string();
+    const std::string folder = files::TextOf(context.options.layouts);
     const std::string layout = context.LayoutName();
     const std::string date = options.date.empty() ? Today() : options.date;
     const sheet::SheetRequest request = {text.c_str(),   options.document.c_str(),
@@ -98,7 +104,7 @@ void Sheet(Context& context, const SheetOptions& options) {
 }
 
 std::string FormatComplaint(const std::string& file) {
-    return sheet::FormatOf(file) ? "" : file + ": " + sheet::kFormatRule;
+    return sheet::FormatOf(files::PathOf(file)) ? "" : file + ": " + sheet::kFormatRule;
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 
 #include "com/Environment.h"
 #include "com/windows/LazyDriver.h"
-#include "com/windows/WindowsRegistry.h"
+#include "qxcontrols/platform/WindowsRegistry.h"
 
 namespace qx::com {
 

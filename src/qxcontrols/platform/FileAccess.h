@@ -27,7 +27,8 @@ namespace qx {
                                                std::string_view sExtension, std::string& error);
 
 #ifdef _WIN32
-[[nodiscard]] std::wstring WideFileName(std::string_view sName);
+// A name, or any other text, as the system takes it.
+[[nodiscard]] std::wstring WideText(std::string_view sText);
 #endif
 
 } // namespace qx

@@ -39,8 +39,8 @@ std::string LastError() {
 
 } // namespace
 
-std::wstring WideFileName(std::string_view sName) {
-    const std::u16string units = Utf16FromUtf8(sName);
+std::wstring WideText(std::string_view sText) {
+    const std::u16string units = Utf16FromUtf8(sText);
     return {units.begin(), units.end()};
 }
 
@@ -49,15 +49,15 @@ std::string OwnFileName(std::string sName) {
 }
 
 bool IsSpecialFile(const std::string& sName) {
-    const DWORD attributes = GetFileAttributesW(WideFileName(sName).c_str());
+    const DWORD attributes = GetFileAttributesW(WideText(sName).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
            (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
 }
 
 std::optional<std::string> ReadFile(const std::string& sName, std::size_t most) {
-    const std::unique_ptr<HANDLE, Closer> file(
-        CreateFileW(WideFileName(sName).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                    nullptr, OPEN_EXISTING, 0, nullptr));
+    const std::unique_ptr<HANDLE, Closer> file(CreateFileW(WideText(sName).c_str(), GENERIC_READ,
+                                                           FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                                           nullptr, OPEN_EXISTING, 0, nullptr));
     LARGE_INTEGER size{};
     if (file.get() == INVALID_HANDLE_VALUE || GetFileSizeEx(file.get(), &size) == FALSE)
         return std::nullopt;
@@ -76,7 +76,7 @@ std::vector<std::string> FilesIn(const std::string& sFolder, std::string_view sE
     const std::string prefix = isOpen ? sFolder : sFolder + "\\";
     WIN32_FIND_DATAW found{};
     const std::unique_ptr<HANDLE, SearchCloser> search(
-        FindFirstFileW(WideFileName(prefix + "*").c_str(), &found));
+        FindFirstFileW(WideText(prefix + "*").c_str(), &found));
     if (search.get() == INVALID_HANDLE_VALUE) {
         error = LastError();
         return {};

@@ -22,7 +22,7 @@ namespace {
 
 #ifdef _WIN32
 void* Open(const std::string& sFilename) {
-    const std::wstring name = WideFileName(sFilename);
+    const std::wstring name = WideText(sFilename);
     std::wstring whole(GetFullPathNameW(name.c_str(), 0, nullptr, nullptr), L'\0');
     whole.resize(
         GetFullPathNameW(name.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));

@@ -41,10 +41,6 @@ int Left(Deadline until) {
     return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1'000'000'000));
 }
 
-int File(std::intptr_t handle) {
-    return static_cast<int>(handle);
-}
-
 // Waits for one of the events; false by the deadline, or after a signal.
 bool WaitFor(std::vector<pollfd>& files, Deadline until) {
     return poll(files.data(), files.size(), Left(until)) > 0;
@@ -110,6 +106,22 @@ std::pair<int, int> NewChannel() {
 
 } // namespace
 
+class Channel::End {
+public:
+    explicit End(int file) : m_file(file) {}
+    ~End() { close(m_file); }
+    End(const End&) = delete;
+    End& operator=(const End&) = delete;
+    [[nodiscard]] int File() const { return m_file; }
+
+private:
+    int m_file;
+};
+
+struct ChildProcess::Process {
+    pid_t number;
+};
+
 Channel Channel::ToParent() {
     int type = 0;
     socklen_t size = sizeof type;
@@ -122,29 +134,22 @@ Channel Channel::ToParent() {
     pollfd file = {kChannelOfChild, 0, 0};
     if (poll(&file, 1, 0) > 0 && (file.revents & POLLHUP) != 0)
         _exit(1); // it ended before this one asked to end with it
-    return Channel(kChannelOfChild);
+    return Channel(std::make_unique<End>(kChannelOfChild));
 }
 
-Channel::Channel(Channel&& other) noexcept : m_handle(std::exchange(other.m_handle, -1)) {}
-
-Channel& Channel::operator=(Channel&& other) noexcept {
-    std::swap(m_handle, other.m_handle);
-    return *this;
-}
-
-Channel::~Channel() {
-    Close();
-}
+Channel::Channel(std::unique_ptr<End> end) : m_end(std::move(end)) {}
+Channel::Channel(Channel&& other) noexcept = default;
+Channel& Channel::operator=(Channel&& other) noexcept = default;
+Channel::~Channel() = default;
 
 void Channel::Close() {
-    if (m_handle != -1)
-        close(File(std::exchange(m_handle, -1)));
+    m_end.reset();
 }
 
 bool Channel::Send(std::string_view bytes, Deadline until) {
     while (!bytes.empty()) {
         const ssize_t sent =
-            send(File(m_handle), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+            send(m_end->File(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(sent));
             continue;
@@ -153,7 +158,7 @@ bool Channel::Send(std::string_view bytes, Deadline until) {
             continue;
         if (errno != EAGAIN && errno != EWOULDBLOCK)
             return false;
-        std::vector<pollfd> file = {{File(m_handle), POLLOUT, 0}};
+        std::vector<pollfd> file = {{m_end->File(), POLLOUT, 0}};
         if (!WaitFor(file, until) && std::chrono::steady_clock::now() >= until)
             return false;
     }
@@ -161,11 +166,11 @@ bool Channel::Send(std::string_view bytes, Deadline until) {
 }
 
 Channel::Received Channel::Receive(std::string& bytes, Deadline until) {
-    std::vector<pollfd> file = {{File(m_handle), POLLIN, 0}};
+    std::vector<pollfd> file = {{m_end->File(), POLLIN, 0}};
     if (!WaitFor(file, until))
         return Received::Nothing;
     char buffer[65536];
-    const ssize_t count = recv(File(m_handle), buffer, sizeof buffer, MSG_DONTWAIT);
+    const ssize_t count = recv(m_end->File(), buffer, sizeof buffer, MSG_DONTWAIT);
     if (count > 0) {
         bytes.append(buffer, static_cast<std::size_t>(count));
         return Received::Bytes;
@@ -177,7 +182,7 @@ Channel::Received Channel::Receive(std::string& bytes, Deadline until) {
 bool Channel::WaitForAny(const std::vector<const Channel*>& channels, Deadline until) {
     std::vector<pollfd> files;
     for (const Channel* channel : channels)
-        files.push_back({File(channel->m_handle), POLLIN, 0});
+        files.push_back({channel->m_end->File(), POLLIN, 0});
     return WaitFor(files, until);
 }
 
@@ -191,11 +196,11 @@ std::string Ending::Text() const {
 
 ChildProcess::ChildProcess(const std::filesystem::path& program,
                            const std::vector<std::string>& arguments)
-    : m_channel(-1), m_process(-1) {
+    : m_channel(nullptr) {
     const auto [own, ofChild] = NewChannel();
-    m_channel = Channel(own);
-    const Channel closedHere(ofChild);
-    m_process = Start(ofChild).Run(program, arguments);
+    m_channel = Channel(std::make_unique<Channel::End>(own));
+    const Channel::End closedHere(ofChild);
+    m_process = std::make_unique<Process>(Process{Start(ofChild).Run(program, arguments)});
 }
 
 ChildProcess::~ChildProcess() {
@@ -204,9 +209,9 @@ ChildProcess::~ChildProcess() {
 
 Ending ChildProcess::End(Deadline until) {
     auto pause = 1ms;
-    while (m_process != -1) {
+    while (m_process) {
         int status = 0;
-        const auto process = static_cast<pid_t>(m_process);
+        const pid_t process = m_process->number;
         const pid_t ended = waitpid(process, &status, WNOHANG);
         const bool isGone = ended == process || (ended < 0 && errno == ECHILD);
         const bool isLate = std::chrono::steady_clock::now() >= until;
@@ -215,13 +220,13 @@ Ending ChildProcess::End(Deadline until) {
         if (isGone && WIFEXITED(status))
             m_ending.status = WEXITSTATUS(status);
         if (isGone || (isLate && m_ending.isKilled)) { // the system may keep one that it waits for
-            m_process = -1;
+            m_process.reset();
         } else if (isLate) {
             kill(-process, SIGKILL);
             m_ending.isKilled = true;
             until = std::chrono::steady_clock::now() + kGrace;
         }
-        if (m_process != -1) {
+        if (m_process) {
             std::this_thread::sleep_for(pause);
             pause = std::min(2 * pause, 20ms);
         }

@@ -4,9 +4,7 @@
 #include <csignal>
 #include <ctime>
 
-#ifndef _WIN32
 #include <unistd.h>
-#endif
 
 namespace qx::cli {
 
@@ -19,14 +17,6 @@ std::atomic<std::time_t> firstTime = 0;
 static_assert(std::atomic<int>::is_always_lock_free &&
               std::atomic<std::time_t>::is_always_lock_free);
 
-#ifdef _WIN32
-
-constexpr int kSignals[] = {SIGINT, SIGTERM, SIGBREAK};
-
-void Tell() {}
-
-#else
-
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 void Tell() {
@@ -35,8 +25,6 @@ void Tell() {
     if (isatty(STDERR_FILENO) != 0)
         static_cast<void>(!write(STDERR_FILENO, kText, sizeof kText - 1));
 }
-
-#endif
 
 } // namespace
 
@@ -50,32 +38,8 @@ extern "C" void QxconfOnSignal(int signal) {
     } else if (now - firstTime >= kPatience) {
         (void)std::signal(signal, SIG_DFL);
         (void)std::raise(signal);
-        return;
     }
-#ifdef _WIN32
-    (void)std::signal(signal, QxconfOnSignal); // it is the default's again
-#endif
 }
-
-#ifdef _WIN32
-
-struct InterruptWatch::Kept {
-    int signal;
-    void (*handler)(int);
-};
-
-InterruptWatch::InterruptWatch() {
-    firstSignal = 0;
-    for (const int signal : kSignals)
-        m_kept.push_back({signal, std::signal(signal, QxconfOnSignal)});
-}
-
-InterruptWatch::~InterruptWatch() {
-    for (const Kept& kept : m_kept)
-        (void)std::signal(kept.signal, kept.handler);
-}
-
-#else
 
 struct InterruptWatch::Kept {
     int signal;
@@ -105,10 +69,12 @@ InterruptWatch::~InterruptWatch() {
         (void)sigaction(kept.signal, &kept.action, nullptr);
 }
 
-#endif
-
 int InterruptWatch::Signal() {
     return firstSignal;
+}
+
+std::string InterruptWatch::NameOf(int signal) {
+    return "signal " + std::to_string(signal);
 }
 
 } // namespace qx::cli

@@ -3,7 +3,7 @@
 
 #include "qxcontrols/platform/RegistryAccess.h"
 
-namespace qx::com {
+namespace qx {
 
 // Shared by the objects of all apartments: the path is each thread's own. A value that cannot be
 // written is traced.
@@ -16,4 +16,4 @@ public:
     void WriteString(std::string_view sName, std::string_view sValue) override;
 };
 
-} // namespace qx::com
+} // namespace qx

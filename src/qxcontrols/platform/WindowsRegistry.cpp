@@ -1,13 +1,18 @@
-#include "com/windows/WindowsRegistry.h"
+#include "qxcontrols/platform/WindowsRegistry.h"
 
-#include "com/windows/Com.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/Trace.h"
+#include "qxcontrols/platform/FileAccess.h"
 
 #include <bit>
 #include <vector>
 
-namespace qx::com {
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
+namespace qx {
 namespace {
 
 std::wstring& PathOfThread() {
@@ -15,13 +20,9 @@ std::wstring& PathOfThread() {
     return path;
 }
 
-std::wstring WideFromUtf8(std::string_view text) {
-    return Wide(Utf16FromUtf8(text));
-}
-
 void Write(std::string_view sName, DWORD type, const void* data, std::size_t size) {
     const LSTATUS status =
-        RegSetKeyValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideFromUtf8(sName).c_str(),
+        RegSetKeyValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideText(sName).c_str(),
                         type, data, static_cast<DWORD>(size));
     if (status != ERROR_SUCCESS)
         Trace("registry value \"" + std::string(sName) + "\" cannot be written: system error " +
@@ -33,21 +34,21 @@ void Write(std::string_view sName, DWORD type, const void* data, std::size_t siz
 void WindowsRegistry::SetPath(std::string_view sPath) {
     while (sPath.ends_with('\\'))
         sPath.remove_suffix(1);
-    PathOfThread() = WideFromUtf8(sPath);
+    PathOfThread() = WideText(sPath);
 }
 
 Long WindowsRegistry::ReadNumber(std::string_view sName, Long lDefault) {
     DWORD number = 0;
     DWORD size = sizeof(number);
     const LSTATUS status =
-        RegGetValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideFromUtf8(sName).c_str(),
+        RegGetValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideText(sName).c_str(),
                      RRF_RT_REG_DWORD, nullptr, &number, &size);
     return status == ERROR_SUCCESS ? std::bit_cast<Long>(static_cast<std::uint32_t>(number))
                                    : lDefault;
 }
 
 std::string WindowsRegistry::ReadString(std::string_view sName, std::string_view sDefault) {
-    const std::wstring name = WideFromUtf8(sName);
+    const std::wstring name = WideText(sName);
     std::vector<wchar_t> text(256);
     for (;;) {
         auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
@@ -70,8 +71,8 @@ void WindowsRegistry::WriteNumber(std::string_view sName, Long lValue) {
 }
 
 void WindowsRegistry::WriteString(std::string_view sName, std::string_view sValue) {
-    const std::wstring text = WideFromUtf8(sValue);
+    const std::wstring text = WideText(sValue);
     Write(sName, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
 }
 
-} // namespace qx::com
+} // namespace qx
