@@ -1,62 +1,91 @@
-' Reads the keyboard, gives the magnetic reader's second track a header, and writes it back.
+' Prepares a keyboard's magnetic reader for a till: identifies the keyboard, uploads the settings,
+' gives the second track a header, downloads them, and reads them back.
 '
-' Runs with cscript: cscript //nologo till.vbs
-' Its events need a script host that connects them (WScript.ConnectObject); without one the script
-' does the same work in silence.
+'   cscript //nologo till.vbs
+'
+' The exit status is 0 when the keyboard holds the settings.
 Option Explicit
 
+Const MODULE_KEYBOARD = 0
+Const MODULE_MAGNET_CONFIG = 1
+
+' The events of the start-up, in their order.
 Sub keyboard_InitDriver() : WScript.Echo "opening the driver" : End Sub
 Sub keyboard_InitConfigurationTable() : WScript.Echo "reading the directory" : End Sub
+Sub keyboard_InitKeyboardNamingOK()
+    WScript.Echo "keyboard " & keyboard.Keyboard & ", program " & keyboard.Program
+End Sub
 Sub keyboard_InitFailed(lErrID) : WScript.Echo "start-up failed: " & lErrID : End Sub
 
-' The magnetic reader asks before it clears a header: answer by reference.
-Sub magnet_ClearCurrentHeader(nTrackId, fCanRemoveIt)
-    WScript.Echo "keeping the header of track " & nTrackId
-    fCanRemoveIt = False
-End Sub
-
-Sub ConnectIfPossible(source, prefix)
-    On Error Resume Next
-    WScript.ConnectObject source, prefix
-End Sub
-
-Dim keyboard, layout, settings, magnet
+Dim keyboard, layout, settings
 Set keyboard = CreateObject("QXControls.QXKeyboardAccess")
 Set layout = CreateObject("QXControls.QXKeyboardLayoutData")
 Set settings = CreateObject("QXControls.QXProgSettings")
-ConnectIfPossible keyboard, "keyboard_"
 
-settings.Load
-If Not keyboard.Init() Then
-    WScript.Echo "The keyboard cannot be opened."
+' Some script hosts that are like cscript connect no events; the work is the same.
+Sub HearKeyboard()
+    On Error Resume Next
+    WScript.ConnectObject keyboard, "keyboard_"
+    If Err.Number <> 0 Then WScript.Echo "this script host connects no events"
+End Sub
+
+Function NewControl(name, id)
+    Set NewControl = CreateObject("QXControls." & name)
+    Set NewControl.Keyboard = keyboard
+    Set NewControl.LayoutSource = layout
+    Set NewControl.PrefSource = settings
+    NewControl.ConfigID = id
+End Function
+
+Function Uploaded(controls)
+    Dim control
+    keyboard.DataTransferPrepare
+    For Each control In controls : control.PrepareDataUpload True : Next
+    Uploaded = keyboard.Upload() = 0
+    If Uploaded Then
+        For Each control In controls : control.DataUpload True : Next
+    End If
+    keyboard.DataTransferFixUp
+End Function
+
+Function Downloaded(controls)
+    Dim control
+    keyboard.DataTransferPrepare
+    For Each control In controls
+        control.DataDownload True
+        control.PrepareDataDownload True
+    Next
+    Downloaded = keyboard.Download() = 0
+    keyboard.DataTransferFixUp
+End Function
+
+' Whether the keyboard holds the settings.
+Function Prepared()
+    Dim magnet, again
+    Prepared = False
+    settings.Load
+    If Not keyboard.Init() Then Exit Function
+    Set magnet = NewControl("QXMagnetCard", MODULE_MAGNET_CONFIG)
+    Dim controls
+    controls = Array(NewControl("QXCommonKeyboard", MODULE_KEYBOARD), magnet)
+    If Not Uploaded(controls) Then Exit Function
+    WScript.Echo "track 2 had the header """ & magnet.Track2.Header.KeyString & """"
+
+    magnet.Track2.Header.KeyString = " 30158" ' press key 30, release it (30 + 128)
+    magnet.Track2.HeaderEnabled = True
+    If Not Downloaded(controls) Then Exit Function
+
+    Set again = NewControl("QXMagnetCard", MODULE_MAGNET_CONFIG)
+    If Not Uploaded(Array(again)) Then Exit Function
+    WScript.Echo "track 2 has the header """ & again.Track2.Header.KeyString & """"
+    Prepared = again.Track2.HeaderEnabled And again.Track2.Header.KeyString = " 30158"
+End Function
+
+HearKeyboard
+If Prepared() Then
+    WScript.Echo "done"
+    WScript.Quit 0
+Else
+    WScript.Echo "The keyboard was not prepared."
     WScript.Quit 1
 End If
-WScript.Echo "keyboard " & keyboard.Keyboard & ", program " & keyboard.Program
-
-Set magnet = CreateObject("QXControls.QXMagnetCard")
-ConnectIfPossible magnet, "magnet_"
-Set magnet.Keyboard = keyboard
-Set magnet.LayoutSource = layout
-Set magnet.PrefSource = settings
-magnet.ConfigID = 1 ' MODULE_MAGNET_CONFIG
-
-Dim status
-keyboard.DataTransferPrepare
-magnet.PrepareDataUpload True
-status = keyboard.Upload()
-If status = 0 Then magnet.DataUpload True
-keyboard.DataTransferFixUp
-WScript.Echo "upload: status " & status
-
-WScript.Echo "track 2 had the header """ & magnet.Track2.Header.KeyString & """"
-magnet.Track2.Header.KeyString = " 30158" ' press key 30, release it (30 + 128)
-magnet.Track2.HeaderEnabled = True
-
-keyboard.DataTransferPrepare
-magnet.DataDownload True
-magnet.PrepareDataDownload True
-status = keyboard.Download()
-keyboard.DataTransferFixUp
-WScript.Echo "download: status " & status
-keyboard.Done
-WScript.Echo "done"

@@ -6,7 +6,7 @@ Sub keyboard_InitDriverFailed(lErrID) : failed = lErrID : End Sub
 
 Dim keyboard
 Set keyboard = CreateObject("QXControls.QXKeyboardAccess")
-Host.Connect keyboard, "keyboard_"
+Host.ConnectObject keyboard, "keyboard_"
 If keyboard.Init() Then
     Host.Echo "a driver was found"
 ElseIf failed <> -1 Then

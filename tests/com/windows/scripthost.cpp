@@ -1,18 +1,18 @@
 // scripthost SCRIPT [ARGUMENT...]: runs a VBScript whose procedures hear the events of objects.
 //
-// The script has an object Host:
-//   Host.Connect object, prefix   from now on an event calls the procedure prefix + its name
-//   Host.Disconnect object        ends that
-//   Host.Show control             places a control on a form of its own
-//   Host.Hide control             takes it away again
-//   Host.Press control, text      what the user does there: a button or check box,
-//   Host.Choose control, text     a line of a list,
-//   Host.Pick control, name       a key, by the beginning of its spoken name,
-//   Host.Slide control, position  a slider,
-//   Host.Type control, text       a text into the field that takes one
-//   Host.Echo text                writes a line
-//   Host.Argument(index)          an argument of the command line, from 0
-//   Host.Quit status              sets the exit status, which is 1 until then
+// The script has an object Host; one that the system's script hosts also run calls it WScript:
+//   ConnectObject object, prefix  from now on an event calls the procedure prefix + its name
+//   DisconnectObject object       ends that
+//   Show control                  places a control on a form of its own
+//   Hide control                  takes it away again
+//   Press control, text           what the user does there: a button or check box,
+//   Choose control, text          a line of a list,
+//   Pick control, name            a key, by the beginning of its spoken name,
+//   Slide control, position       a slider,
+//   Type control, text            a text into the field that takes one
+//   Echo text                     writes a line
+//   Argument(index)               an argument of the command line, from 0
+//   Quit status                   sets the exit status, which is 1 until then; the script goes on
 // An error of the script is written to standard error and ends with status 1.
 #include "com/windows/UserForm.h"
 
@@ -221,10 +221,10 @@ private:
             };
         };
         static const std::array<Method, 12> methods{{
-            {L"Connect", 2, simple([](ScriptHost& self, Arguments& given) {
+            {L"ConnectObject", 2, simple([](ScriptHost& self, Arguments& given) {
                  self.Connect(V_DISPATCH(&given[0]), V_BSTR(&given[1]));
              })},
-            {L"Disconnect", 1, simple([](ScriptHost& self, Arguments& given) {
+            {L"DisconnectObject", 1, simple([](ScriptHost& self, Arguments& given) {
                  self.Disconnect(V_DISPATCH(&given[0]));
              })},
             {L"Show", 1, simple([](ScriptHost& self, Arguments& given) {
@@ -364,7 +364,8 @@ int Run(int argc, wchar_t** argv) {
     const auto site = ComPtr<ScriptSite>::Attach(new ScriptSite(host.Get()));
     Check(engine->SetScriptSite(site.Get()), "SetScriptSite");
     Check(parser->InitNew(), "InitNew");
-    Check(engine->AddNamedItem(L"Host", SCRIPTITEM_ISVISIBLE), "AddNamedItem");
+    for (const wchar_t* const name : {L"Host", L"WScript"})
+        Check(engine->AddNamedItem(name, SCRIPTITEM_ISVISIBLE), "AddNamedItem");
     Check(engine->SetScriptState(SCRIPTSTATE_STARTED), "SetScriptState");
     ComPtr<IDispatch> script;
     Check(engine->GetScriptDispatch(nullptr, script.Out()), "GetScriptDispatch");

@@ -33,18 +33,18 @@ settings.Load
 layout.LayoutPath = "layouts\"
 Expect "layout", layout.OpenLayoutByName("us.qxl"), True
 
-Host.Connect keyboard, "keyboard_"
+Host.ConnectObject keyboard, "keyboard_"
 Expect "Init", keyboard.Init(), True
 Expect "stages", stages, "1 2:0 3 5 6 8 9 "
 Expect "keyboard", keyboard.Keyboard, "QX-POS-FULL"
 Expect "barcode reader", keyboard.FlagBarcodeReader, True
 Expect "first module", keyboard.DirectoryItem(1).StartAddress, 4096
 Expect "no such module", keyboard.DirectoryItem(99) Is Nothing, True
-Host.Disconnect keyboard
+Host.DisconnectObject keyboard
 
-Host.Connect sequencer, "sequencer_"
+Host.ConnectObject sequencer, "sequencer_"
 sequencer.RaiseHelp
-Host.Disconnect sequencer
+Host.DisconnectObject sequencer
 sequencer.RaiseHelp
 Expect "help", helped, 1
 
@@ -145,15 +145,16 @@ pos.ButtonEdit.Caption = "Edit blocks"
 pos.ButtonCleanAll.Caption = "Remove all"
 Upload controls
 For Each control In controls
+    control.DefaultValues ' whatever the keyboard held: the user presses check boxes
     control.Translate
     Host.Show control
 Next
 magnet.RescanTracks
-Host.Connect barcode, "barcode_"
-Host.Connect magnet, "magnet_"
-Host.Connect free, "free_"
-Host.Connect layered, "layered_"
-Host.Connect pos, "pos_"
+Host.ConnectObject barcode, "barcode_"
+Host.ConnectObject magnet, "magnet_"
+Host.ConnectObject free, "free_"
+Host.ConnectObject layered, "layered_"
+Host.ConnectObject pos, "pos_"
 
 Host.Slide common, 11
 Host.Choose barcode, "EAN"
@@ -182,7 +183,7 @@ Expect "asked", asked, "barcode True;remove False;track 2 False;clear 2 True;key
     "function key True;function key True;blocks True;no blocks True;"
 Download controls
 For Each control In controls
-    Host.Disconnect control
+    Host.DisconnectObject control
     Host.Hide control
 Next
 
