@@ -1,8 +1,9 @@
 // Face: what a control shows on a form, and how it takes the user's input.
 //
 // The control owns its face and calls it on its own thread. A face draws into any device context,
-// so that containers can also print it and show it while the form is designed, where there is no
-// window; it takes input only through the window that it is given.
+// so that containers can show it where there is no window, as while the form is designed. It is
+// arranged anew in the area that it is given, with fonts and distances in the screen's pixels: it
+// is not scaled to a printer's resolution. It takes input only through the window that it is given.
 #pragma once
 
 #include "com/Object.h"
