@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwctype>
 
 namespace qx::com {
 namespace {
@@ -84,14 +83,15 @@ SIZE SizeOf(HDC context, const std::wstring& text, LONG width) {
     return {needed.right, needed.bottom};
 }
 
-// "NumLock" and "Num7" in two lines.
+// "NumLock", "Num7" and "Num+" in two lines each.
 std::wstring InLines(const std::wstring& text) {
     std::wstring lines;
-    for (const wchar_t letter : text) {
-        if (!lines.empty() && std::iswlower(lines.back()) != 0 && std::iswlower(letter) == 0 &&
-            std::iswspace(letter) == 0)
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool mayBegin = IsCharAlphaNumericW(text[i]) != FALSE || i + 1 == text.size();
+        if (i > 0 && mayBegin && IsCharLowerW(text[i - 1]) != FALSE &&
+            IsCharLowerW(text[i]) == FALSE && text[i] != L'\n')
             lines += L'\n';
-        lines += letter;
+        lines += text[i];
     }
     return lines;
 }
