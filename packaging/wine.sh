@@ -16,7 +16,8 @@ end_wine() {
 }
 trap end_wine EXIT
 export WINEPREFIX=$folder/prefix WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree=;mshtml=" # no questions about downloads
+# No questions about downloads, and nothing in the menus of the machine.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 exec {number}<> <(:)
 Xvfb -displayfd "$number" -screen 0 1920x1200x24 2>/dev/null &
 display=$!
