@@ -114,7 +114,7 @@ private:
         host::Writer::Request request;
         request.document = name;
         request.full = isFull;
-        (void)writer.Write(writer.Plan(sections), request);
+        (void)writer.Write(writer.Plan(sections, {.full = isFull, .repair = true}), request);
         session.Close();
         std::printf("| %s | %d | %ld | %d | %d | %ld |\n", name, counter.sent.requests,
                     counter.sent.bytes, counter.read.transfers, counter.read.requests,
