@@ -73,6 +73,8 @@ TEST(SequenceText, ReportsFaults) {
           "control key)"}},
         {us, "Foo", 0, {"no key is called \"Foo\""}},
         {us, "\"", 0, {"closing"}},
+        {us, "A+\"\"\"\"", 2, {"no key is called \"\"\"\""}},
+        {us, "A+\"\"\"", 2, {"closing"}},
         {us, "{", 0, {"no key is called \"{\""}},
         {us, "A ^NumEntr A", 3, {"\"NumEntr\"", "{108} \"NumEnter\""}},
         {us, "é é", 0, {"character 1"}},

@@ -178,7 +178,7 @@ private:
     // The one key that an operand means, if it can be pressed.
     [[nodiscard]] Long Press(const Operand& operand, std::size_t place) const {
         constexpr std::size_t kShown = 60; // bytes of a name in a message
-        if (operand.keys.empty() && operand.name.starts_with(kQuote))
+        if (operand.keys.empty() && m_text[place] == kQuote && !QuotedAt(place))
             Fail(place, "the closing \" is missing");
         if (operand.keys.empty()) {
             const auto nearest = m_names.Nearest(operand.name);
