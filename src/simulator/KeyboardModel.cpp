@@ -3,6 +3,7 @@
 
 #include "files/Files.h"
 #include "qxcontrols/common/Utf.h"
+#include "qxcontrols/device/Identification.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
@@ -25,9 +26,18 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr std::size_t kNameSize = 16;
-constexpr std::size_t kVersionSize = 4;
-static_assert(kNameSize + 4 * kVersionSize == static_cast<std::size_t>(kIdentification.size));
+struct ModelText {
+    const char* key;
+    IdentificationText place;
+    std::string KeyboardModel::*text;
+};
+constexpr ModelText kModelTexts[] = {
+    {"name", kKeyboardText, &KeyboardModel::name},
+    {"bootloader", kBootloaderText, &KeyboardModel::bootloader},
+    {"program", kProgramText, &KeyboardModel::program},
+    {"country", kCountryText, &KeyboardModel::country},
+    {"config", kConfigText, &KeyboardModel::config},
+};
 
 // The modules that a keyboard can have in its directory, and what their areas need at most. Which
 // keys are free is for the layout to say: their areas have room for every position code.
@@ -64,14 +74,12 @@ struct CapabilityFlag {
     const char* key;
     Byte mask;
 };
-constexpr Byte kBarcodeReaderMask = 0x08;
 constexpr CapabilityFlag kCapabilityFlags[] = {
-    {"freeProgrammableKeys", 0x01},
-    {"connectionV24", 0x02},
-    {"chipcardReader", 0x04},
-    {"barcodeReader", kBarcodeReaderMask},
+    {"freeProgrammableKeys", kFreeProgKeysBit},
+    {"connectionV24", kConnectionV24Bit},
+    {"chipcardReader", kChipcardReaderBit},
+    {"barcodeReader", kBarcodeReaderBit},
 };
-constexpr Byte kTrackMasks[] = {0x80, 0x40, 0x20, 0x10};
 
 [[noreturn]] void Refuse(const std::string& place, const std::string& message) {
     throw std::runtime_error((place.empty() ? "" : Shortened(place) + ": ") + Shortened(message));
@@ -161,11 +169,11 @@ Byte ReadCapabilities(const Json& json, const std::string& place) {
             capabilities |= flag.mask;
     const std::string tracksPlace = members.Place("magneticTracks");
     const Json& tracks = members.Get("magneticTracks");
-    if (!tracks.is_array() || tracks.size() != std::size(kTrackMasks))
+    if (!tracks.is_array() || tracks.size() != std::size(kTrackBits))
         Refuse(tracksPlace, "not a list of four flags");
-    for (std::size_t i = 0; i < std::size(kTrackMasks); ++i)
+    for (std::size_t i = 0; i < std::size(kTrackBits); ++i)
         if (ReadFlag(tracks[i], tracksPlace + "/" + std::to_string(i)))
-            capabilities |= kTrackMasks[i];
+            capabilities |= kTrackBits[i];
     return capabilities;
 }
 
@@ -200,11 +208,8 @@ KeyboardModel::Entry ReadEntry(const Json& json, const std::string& place,
 void ReadKeyboard(const Json& json, KeyboardModel& model) {
     const Members members(json, "/keyboard",
                           {"name", "bootloader", "program", "country", "config", "flags"});
-    model.name = members.Text("name", kNameSize);
-    model.bootloader = members.Text("bootloader", kVersionSize);
-    model.program = members.Text("program", kVersionSize);
-    model.country = members.Text("country", kVersionSize);
-    model.config = members.Text("config", kVersionSize);
+    for (const ModelText& text : kModelTexts)
+        model.*text.text = members.Text(text.key, text.place.length);
     model.capabilities = ReadCapabilities(members.Get("flags"), members.Place("flags"));
 }
 
@@ -270,20 +275,17 @@ std::optional<Long> KeyboardModel::AddressOf(KeyboardModuleIDs eModule) const {
 }
 
 bool KeyboardModel::HasBarcodeReader() const {
-    return (capabilities & kBarcodeReaderMask) != 0;
+    return (capabilities & kBarcodeReaderBit) != 0;
 }
 
 bool KeyboardModel::HasMagneticTrack(Integer nTrack) const {
-    return (capabilities & kTrackMasks[nTrack - 1]) != 0;
+    return (capabilities & kTrackBits[nTrack - 1]) != 0;
 }
 
 std::string KeyboardModel::IdentificationBlock() const {
-    std::string block = name;
-    block.resize(kNameSize, ' ');
-    for (const std::string* version : {&bootloader, &program, &country, &config}) {
-        block += *version;
-        block.append(kVersionSize - version->size(), ' ');
-    }
+    std::string block(static_cast<std::size_t>(kIdentification.size), ' ');
+    for (const ModelText& part : kModelTexts)
+        block.replace(part.place.start, (this->*part.text).size(), this->*part.text);
     return block;
 }
 

@@ -1,7 +1,9 @@
 // The size of the keyboard's memory, and what has a fixed place in it.
 #pragma once
 
+#include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/pos/PosCodePage.h"
 
 #include <array>
 #include <string_view>
@@ -21,9 +23,12 @@ struct Area {
 
 inline constexpr Long kMemorySize = 128 * 1024;
 
-inline constexpr Area kCapabilities{"the capability byte", 0x7FF, 1};
-inline constexpr Area kIdentification{"the identification", 0x7FC0, 32};
-inline constexpr Area kCodePage{"the code page", 27776, 256};
+inline constexpr Area kCapabilities{"the capability byte", QXKeyboardAccess::kCapabilityAddress, 1};
+inline constexpr Area kIdentification{"the identification",
+                                      QXKeyboardAccess::kIdentificationAddress,
+                                      QXKeyboardAccess::kIdentificationSize};
+inline constexpr Area kCodePage{"the code page", PosCodePage::kAddressInKeyboard,
+                                PosCodePage::kSize};
 inline constexpr Area kDescriptions{"the function keys' descriptions", kFuncKeyDescAddress,
                                     kFuncKeyDescSize};
 

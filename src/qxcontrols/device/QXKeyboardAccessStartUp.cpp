@@ -1,5 +1,6 @@
 // The start-up of QXKeyboardAccess: the driver, the directory, names and flags.
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/Identification.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
 
@@ -25,35 +26,34 @@ bool IsOneCharacter(std::string_view sText) {
 
 struct QXKeyboardAccess::CapabilityBit {
     Byte mask;
-    std::string_view traceLabel;
+    std::string_view traceName;
     bool& (*flag)(Flags&);
 };
 
 const QXKeyboardAccess::CapabilityBit QXKeyboardAccess::kCapabilityBits[] = {
-    {0x01, "m_fFlagFreeProgKeys     = ", [](Flags& f) -> bool& { return f.freeProgKeys; }},
-    {0x02, "m_fFlagHasV24Connection = ", [](Flags& f) -> bool& { return f.connectionV24; }},
-    {0x04, "m_fFlagChipcardReader   = ", [](Flags& f) -> bool& { return f.chipcardReader; }},
-    {0x08, "m_fFlagBarcodeReader    = ", [](Flags& f) -> bool& { return f.barcodeReader; }},
-    {0x80, "m_fFlagHasMagTrack1     = ", [](Flags& f) -> bool& { return f.magneticTracks[0]; }},
-    {0x40, "m_fFlagHasMagTrack2     = ", [](Flags& f) -> bool& { return f.magneticTracks[1]; }},
-    {0x20, "m_fFlagHasMagTrack3     = ", [](Flags& f) -> bool& { return f.magneticTracks[2]; }},
-    {0x10, "m_fFlagHasMagTrack4     = ", [](Flags& f) -> bool& { return f.magneticTracks[3]; }},
+    {kFreeProgKeysBit, "FreeProgKeys    ", [](Flags& f) -> bool& { return f.freeProgKeys; }},
+    {kConnectionV24Bit, "HasV24Connection", [](Flags& f) -> bool& { return f.connectionV24; }},
+    {kChipcardReaderBit, "ChipcardReader  ", [](Flags& f) -> bool& { return f.chipcardReader; }},
+    {kBarcodeReaderBit, "BarcodeReader   ", [](Flags& f) -> bool& { return f.barcodeReader; }},
+    {kTrackBits[0], "HasMagTrack1    ", [](Flags& f) -> bool& { return f.magneticTracks[0]; }},
+    {kTrackBits[1], "HasMagTrack2    ", [](Flags& f) -> bool& { return f.magneticTracks[1]; }},
+    {kTrackBits[2], "HasMagTrack3    ", [](Flags& f) -> bool& { return f.magneticTracks[2]; }},
+    {kTrackBits[3], "HasMagTrack4    ", [](Flags& f) -> bool& { return f.magneticTracks[3]; }},
 };
 
 struct QXKeyboardAccess::IdentificationField {
-    std::size_t start; // 1-based
-    std::size_t length;
+    IdentificationText place;
     bool stripTrailing;
     std::string_view traceLabel;
     std::string QXKeyboardAccess::*value;
 };
 
 const QXKeyboardAccess::IdentificationField QXKeyboardAccess::kIdentificationFields[] = {
-    {1, 16, true, "Keyboard   = ", &QXKeyboardAccess::m_keyboard},
-    {17, 4, false, "Bootloader = ", &QXKeyboardAccess::m_bootloader},
-    {21, 4, false, "Program    = ", &QXKeyboardAccess::m_program},
-    {25, 4, false, "Country    = ", &QXKeyboardAccess::m_country},
-    {29, 4, false, "Config     = ", &QXKeyboardAccess::m_config},
+    {kKeyboardText, true, "Keyboard   = ", &QXKeyboardAccess::m_keyboard},
+    {kBootloaderText, false, "Bootloader = ", &QXKeyboardAccess::m_bootloader},
+    {kProgramText, false, "Program    = ", &QXKeyboardAccess::m_program},
+    {kCountryText, false, "Country    = ", &QXKeyboardAccess::m_country},
+    {kConfigText, false, "Config     = ", &QXKeyboardAccess::m_config},
 };
 
 bool QXKeyboardAccess::Init() {
@@ -160,14 +160,15 @@ void QXKeyboardAccess::ReadCapabilities() {
         bit.flag(m_flags) = (static_cast<Byte>(capabilities[0]) & bit.mask) != 0;
     Trace("FLAG-DUMP--------------------------------------");
     for (const CapabilityBit& bit : kCapabilityBits)
-        Trace(std::string(bit.traceLabel).append(TrueFalse(bit.flag(m_flags))));
+        Trace("m_fFlag" + std::string(bit.traceName) + " = " +
+              std::string(TrueFalse(bit.flag(m_flags))));
     Trace("-----------------------------------------------");
 }
 
 std::string QXKeyboardAccess::Identification(std::string_view sBlock,
                                              const IdentificationField& field) const {
     std::string text;
-    for (char c : sBlock.substr(field.start - 1, field.length)) {
+    for (char c : sBlock.substr(field.place.start, field.place.length)) {
         if (c >= 'a' && c <= 'z')
             c = static_cast<char>(c - 'a' + 'A');
         if (IsAllowedInIdentification(c))
