@@ -23,6 +23,10 @@ struct Area {
 
 inline constexpr Long kMemorySize = 128 * 1024;
 
+[[nodiscard]] constexpr bool IsInMemory(Long lAddress, Long lSize) {
+    return lAddress >= 0 && lSize >= 0 && lAddress <= kMemorySize - lSize;
+}
+
 inline constexpr Area kCapabilities{"the capability byte", QXKeyboardAccess::kCapabilityAddress, 1};
 inline constexpr Area kIdentification{"the identification",
                                       QXKeyboardAccess::kIdentificationAddress,

@@ -116,4 +116,20 @@ private:
     DriverLibrary* m_library = nullptr;          // the same
 };
 
+// For tests of both kinds.
+class SimulatedKeyboard : public testing::TestWithParam<Kind> {
+protected:
+    Simulated keyboard{GetParam()};
+};
+inline const auto kKinds = testing::Values(Kind::InProcess, Kind::Library);
+inline std::string NameOfKind(const testing::TestParamInfo<Kind>& info) {
+    return info.param == Kind::InProcess ? "InProcess" : "Library";
+}
+
+inline constexpr Long kPlace = 0x3000; // of the free keys in the model "full"
+
+inline Long Number(sim::Status status) {
+    return static_cast<Long>(status);
+}
+
 } // namespace qx::test
