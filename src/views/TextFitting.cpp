@@ -1,0 +1,115 @@
+#include "views/TextFitting.h"
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+#include <cmath>
+
+namespace qx::views {
+
+namespace {
+
+constexpr double kLeastTextScale = 0.6; // smaller than that only where a text would be cut else
+constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
+constexpr int kLeastPixels = 6;         // of any text, and what letters need on a screen
+
+double Advance(const QFont& font, const QString& text) {
+    return QFontMetricsF(font).horizontalAdvance(text);
+}
+
+bool IsBreak(const QString& text, qsizetype at) {
+    const bool isNewWord = text[at - 1].isLower() && !text[at].isLower(); // as in "NumLock"
+    return text[at] == u' ' || isNewWord;
+}
+
+// The text as two lines, broken between words where the lines are shortest; else as one.
+QStringList InTwoLines(const QString& text, const QFont& font) {
+    QStringList best{text};
+    double least = Advance(font, text);
+    for (qsizetype at = 1; at < text.size(); ++at) {
+        if (!IsBreak(text, at))
+            continue;
+        const QStringList lines{text.left(at).trimmed(), text.mid(at).trimmed()};
+        const double width = std::max(Advance(font, lines[0]), Advance(font, lines[1]));
+        if (width < least) {
+            least = width;
+            best = lines;
+        }
+    }
+    return best;
+}
+
+// Whether the lines fit into the area in a font of that size. Fonts without subpixel positions do
+// not scale evenly, so each size is measured.
+bool Fits(const QStringList& lines, QFont font, int pixels, const QSizeF& area) {
+    font.setPixelSize(pixels);
+    const QFontMetricsF metrics(font);
+    return metrics.height() * static_cast<double>(lines.size()) <= area.height() &&
+           std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
+               return metrics.horizontalAdvance(line) <= area.width();
+           });
+}
+
+// The largest size from `least` to `most` in which the lines fit into the area; 0: none.
+int FittingPixels(const QStringList& lines, const QFont& font, int least, int most,
+                  const QSizeF& area) {
+    for (int pixels = most; pixels >= least; --pixels)
+        if (Fits(lines, font, pixels, area))
+            return pixels;
+    return 0;
+}
+
+// The text in as many lines as the area is high, broken at blanks where the lines are full; the
+// last line has all the rest.
+QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) {
+    const QFontMetricsF metrics(font);
+    const auto most = std::max(1, static_cast<int>(area.height() / metrics.height()));
+    QStringList lines;
+    QString rest = text;
+    while (static_cast<int>(lines.size()) + 1 < most) {
+        qsizetype end = 0;
+        for (qsizetype at = 1; at < rest.size(); ++at)
+            if (rest[at] == u' ' && metrics.horizontalAdvance(rest.left(at)) <= area.width())
+                end = at;
+        if (end == 0 || metrics.horizontalAdvance(rest) <= area.width())
+            break;
+        lines.append(rest.left(end).trimmed());
+        rest = rest.mid(end).trimmed();
+    }
+    lines.append(rest);
+    return lines;
+}
+
+} // namespace
+
+QStringList FittingLines(const QString& text, QFont& font, double size, const QSizeF& area,
+                         double pixel) {
+    const int most = std::max(kLeastPixels, static_cast<int>(std::lround(size)));
+    const int least = std::max(kLeastPixels, static_cast<int>(std::lround(most * kLeastTextScale)));
+    QStringList lines{text};
+    int pixels = FittingPixels(lines, font, least, most, area);
+    if (pixels < most * kLeastLineScale) {
+        font.setPixelSize(most);
+        const QStringList two = InTwoLines(text, font);
+        int inTwo = FittingPixels(two, font, least, most, area);
+        if (pixels == 0 && inTwo == 0) {
+            pixels = FittingPixels(lines, font, kLeastPixels, least, area);
+            inTwo = FittingPixels(two, font, kLeastPixels, least, area);
+        }
+        if (inTwo > pixels) {
+            lines = two;
+            pixels = inTwo;
+        }
+    }
+    if (pixels == 0) {
+        font.setPixelSize(least);
+        lines = Wrapped(text, font, area);
+        if (lines.size() == 1)
+            pixels = FittingPixels(lines, font, static_cast<int>(std::ceil(kLeastPixels * pixel)),
+                                   kLeastPixels, area);
+    }
+    font.setPixelSize(pixels == 0 ? least : pixels);
+    return lines;
+}
+
+} // namespace qx::views
