@@ -261,6 +261,22 @@ TEST_F(SequencerTest, OtherwiseNothingChanges) {
     EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
 }
 
+TEST_F(SequencerTest, AnOpenEditorIsNotOpenedAgain) {
+    int times = 0;
+    const TraceLog log;
+    EXPECT_EQ(Edit([&](frmSequencer& form) {
+                  ASSERT_EQ(++times, 1) << "the form is shown again";
+                  form.AddCode(31);
+                  std::string other = "unchanged";
+                  EXPECT_FALSE(sequencer.ShowSequenceEditor(32, " 33", other, 5));
+                  EXPECT_EQ(other, "unchanged");
+                  EXPECT_TRUE(keyboard.driver.positionMode && timer->Enabled());
+                  form.LeaveWithOK();
+              }),
+              "  5 31");
+    EXPECT_TRUE(log.Has("ERROR: in QXSequencer.ShowSequenceEditor !!!!!!!!"));
+}
+
 TEST_F(SequencerTest, AFormThatWasDeactivatedAsItClosedScansAgain) {
     Edit([](frmSequencer& form) { form.Form_Deactivate(); });
     keyboard.driver.positionKeys = {31, 159};

@@ -352,5 +352,18 @@ TEST_F(POSProgrammerTest, WorksOnACopyWithEveryBlockInItsSlot) {
     EXPECT_EQ(Edit([](frmPOSProgrammer&) {}), "8: 8 40 sends  9; 60: 60");
 }
 
+TEST_F(POSProgrammerTest, AnOpenProgrammerIsNotOpenedAgain) {
+    POSKeyboard other;
+    int times = 0;
+    EXPECT_EQ(Edit([&](frmPOSProgrammer& form) {
+                  ASSERT_EQ(++times, 1) << "the form is shown again";
+                  Click(form, {7});
+                  EXPECT_FALSE(programmer.ShowPosProgrammer(other));
+                  Click(form, {9});
+              }),
+              "7: 7 9");
+    EXPECT_EQ(Describe(other), "");
+}
+
 } // namespace
 } // namespace qx::test

@@ -63,7 +63,7 @@ QXSequencer::~QXSequencer() {
 bool QXSequencer::ShowSequenceEditor(Integer nPosCode, const std::string& sCurrSeq,
                                      std::string& sNewSeq, Integer nMaxLength) {
     Trace("QXSequencer.ShowSequenceEditor");
-    if (m_keyboard == nullptr) {
+    if (m_isOpen || m_keyboard == nullptr) {
         TraceError();
         return false;
     }

@@ -33,9 +33,9 @@ public:
 
     // Lets the user edit the sequence of key nPosCode, at most nMaxLength codes. True when the user
     // left with OK; sNewSeq is then the new sequence, else it stays as it is. Nothing is shown
-    // without a keyboard, when it refuses position-programming mode, or for a sequence of more than
-    // 32767 codes. However the editor ends, the keyboard leaves that mode; what the host throws
-    // while it shows the form is passed on.
+    // while the editor is already open, without a keyboard, when it refuses position-programming
+    // mode, or for a sequence of more than 32767 codes. However the editor ends, the keyboard
+    // leaves that mode; what the host throws while it shows the form is passed on.
     bool ShowSequenceEditor(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                             Integer nMaxLength);
 

@@ -7,12 +7,15 @@ namespace qx {
 // The form while it is edited in: ends by letting go of the shared objects.
 class QXPOSProgrammer::Editing {
 public:
-    explicit Editing(QXPOSProgrammer& programmer) : m_form(programmer.m_form) {
+    explicit Editing(QXPOSProgrammer& programmer)
+        : m_programmer(programmer), m_form(programmer.m_form) {
         m_form.SetLayoutSource(programmer.m_layout);
         m_form.SetPrefSource(programmer.m_preferences);
         m_form.SetParentProgrammer(&programmer);
+        programmer.m_isOpen = true;
     }
     ~Editing() {
+        m_programmer.m_isOpen = false;
         m_form.SetLayoutSource(nullptr);
         m_form.SetPrefSource(nullptr);
         m_form.SetParentProgrammer(nullptr);
@@ -21,6 +24,7 @@ public:
     Editing& operator=(const Editing&) = delete;
 
 private:
+    QXPOSProgrammer& m_programmer;
     frmPOSProgrammer& m_form;
 };
 
@@ -34,6 +38,10 @@ QXPOSProgrammer::~QXPOSProgrammer() {
 
 bool QXPOSProgrammer::ShowPosProgrammer(POSKeyboard& oPosData) {
     Trace("QXPOSProgrammer.ShowPosProgrammer");
+    if (m_isOpen) {
+        Trace("ERROR: in QXPOSProgrammer.ShowPosProgrammer !!!!!!!!");
+        return false;
+    }
     const Editing editing(*this);
     m_form.SetPosData(oPosData);
     m_form.PrepareDisplay();

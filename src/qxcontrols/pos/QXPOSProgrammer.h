@@ -37,7 +37,7 @@ public:
     void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
 
     // Lets the user edit the blocks. True when the user left with OK; oPosData then has the blocks
-    // as edited, else it stays as it is.
+    // as edited, else it stays as it is. Nothing is shown while the window is already open.
     bool ShowPosProgrammer(POSKeyboard& oPosData);
 
     // Pass texts and colours on to the form.
@@ -80,6 +80,7 @@ private:
     ButtonCaption m_buttonClean, m_buttonCleanAll;
     std::string m_programmerCaption, m_numBlocksCaption, m_blockIdCaption;
     std::string m_keysCaption, m_colorCaption, m_sequenceCaption;
+    bool m_isOpen = false; // the form has the shared objects
     frmPOSProgrammer m_form;
 };
 
