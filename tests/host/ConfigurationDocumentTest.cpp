@@ -22,7 +22,7 @@ protected:
         EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
     }
 
-    [[nodiscard]] std::vector<Section*> AllSections() const {
+    static std::vector<Section*> SectionsOf(const Configuration& configuration) {
         std::vector<Section*> sections;
         for (const auto& section : configuration.Sections())
             sections.push_back(section.get());
@@ -31,7 +31,7 @@ protected:
 
     // The faults of the default document after the value at the place has been replaced.
     [[nodiscard]] std::vector<Fault> FaultsWith(const std::string& place, const Json& value) {
-        Json json = configuration.Write(AllSections(), KeyboardInfo()).AsJson();
+        Json json = configuration.Write(SectionsOf(configuration), KeyboardInfo()).AsJson();
         json[Json::json_pointer(place)] = value;
         return FaultsOf(json.dump());
     }
@@ -171,20 +171,20 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
 }
 
 TEST_F(DocumentTest, AllFaultsAreToldAndNothingIsTakenOver) {
-    const std::string before = configuration.Write(AllSections()).ToText();
-    Json json = configuration.Write(AllSections()).AsJson();
+    const std::string before = configuration.Write(SectionsOf(configuration)).ToText();
+    Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["magnetCard"]["verifyLRC"] = false;
     json["magnetCard"]["tracks"][0]["header"] = {1000};
     json["commonKeyboard"]["outputDelay"] = "six";
     json["commonKeyboard"]["delay"] = 6;
     EXPECT_EQ(FaultsOf(json.dump()).size(), 3U);
-    EXPECT_EQ(configuration.Write(AllSections()).ToText(), before);
+    EXPECT_EQ(configuration.Write(SectionsOf(configuration)).ToText(), before);
 }
 
 // A document with faults leaves what the controls hold and show.
 TEST_F(DocumentTest, WhatIsRefusedLeavesWhatIsShown) {
     auto& pos = dynamic_cast<QXPos&>(configuration.Find("pos")->Control());
-    Json json = configuration.Write(AllSections()).AsJson();
+    Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["pos"]["blocks"] = Keys(Block(3, {3, 10}));
     ASSERT_TRUE(FaultsOf(json.dump()).empty());
     ASSERT_EQ(pos.lblBlockNum.Caption, "1");
@@ -220,7 +220,7 @@ TEST_F(DocumentTest, ADocumentHoldsNothingThatIsRefused) {
     barcode.BitPage(BP_CommonSettings).Flag(3).SetValue(false);
     barcode.BitPage(BP_MSI).SetMaxSize(300);
 
-    const ConfigurationDocument written = configuration.Write(AllSections());
+    const ConfigurationDocument written = configuration.Write(SectionsOf(configuration));
     using Lost = std::pair<std::string, Loss::Kind>;
     std::vector<Lost> losses;
     for (const Loss& loss : written.Losses())
@@ -296,7 +296,7 @@ TEST_F(DocumentTest, NestingIsLimited) {
 
 // However much there is to complain of, the complaint stays short.
 TEST_F(DocumentTest, FaultsWithoutEndAreBounded) {
-    Json json = configuration.Write(AllSections()).AsJson();
+    Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["magnetCard"]["tracks"][1]["header"] = std::vector<int>(200000, 999);
     auto faults = FaultsOf(json.dump());
     ASSERT_EQ(faults.size(), 1001U);
@@ -379,18 +379,16 @@ TEST_F(DocumentTest, WithoutTheKeyboardAnyKeyIsProgrammable) {
 }
 
 TEST_F(DocumentTest, WritingAndReadingGivesTheSameSettings) {
-    Json json = configuration.Write(AllSections()).AsJson();
+    Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["magnetCard"]["tracks"][2]["header"] = {30, 158};
     json["magnetCard"]["sendImmediate"] = false;
     json["commonKeyboard"]["outputDelay"] = 255;
     ASSERT_TRUE(FaultsOf(json.dump()).empty());
-    EXPECT_EQ(configuration.Write(AllSections()).AsJson(), json);
+    EXPECT_EQ(configuration.Write(SectionsOf(configuration)).AsJson(), json);
 
     Configuration other{Platform(), &layout, nullptr};
-    std::vector<Section*> sections;
-    for (const auto& section : other.Sections())
-        sections.push_back(section.get());
-    const auto differences = Compare(other.List(sections), configuration.List(AllSections()));
+    const auto differences =
+        Compare(other.List(SectionsOf(other)), configuration.List(SectionsOf(configuration)));
     ASSERT_EQ(differences.size(), 4U); // the last is the identifier, made anew with each control
     EXPECT_EQ(differences[0].name, "keyboard output delay");
     EXPECT_EQ(differences[0].from, "6");
