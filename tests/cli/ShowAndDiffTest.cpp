@@ -1,0 +1,78 @@
+// The settings as show prints them, and their differences as diff does.
+#include "CommandLine.h"
+
+#include "host/Json.h"
+
+namespace qx::test {
+
+using host::Json;
+
+TEST(ShowAndDiff, DiffSpeaksOfSettings) {
+    CommandLine keyboard;
+    const std::string text = keyboard.Done({"upload"});
+    Json changed = Json::parse(text);
+    changed["barcode"]["pages"]["Code39"]["minSize"] = 4;
+    changed["pos"]["blocks"].push_back({{"slot", 12}, {"keys", {12}}, {"sequence", "Esc ^Esc"}});
+    changed["layeredFuncKeys"]["keys"].push_back(
+        {{"layer", 9}, {"key", 23}, {"sequence", {30, 158}}, {"description", "Größe"}});
+    const std::string file = keyboard.Write("changed.json", changed.dump());
+    const Outcome outcome = keyboard.Run({"diff", file});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.out.find("barcode Code39 minimum length 1 → 4\n"), std::string::npos)
+        << outcome.out;
+    EXPECT_NE(outcome.out.find("POS key 12: (none) → Esc ^Esc\n"), std::string::npos)
+        << outcome.out;
+    EXPECT_NE(
+        outcome.out.find("layered function key layer 9 key 23 description (none) → \"Größe\"\n"),
+        std::string::npos)
+        << outcome.out;
+    keyboard.Done({"download", file});
+    EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
+}
+
+TEST(ShowAndDiff, ShowTellsKeysByTheirCaptions) {
+    CommandLine keyboard;
+    const std::string empty = keyboard.Done({"show", "freeProgKeys"});
+    EXPECT_EQ(empty, "freeProgKeys\n  (nothing is programmed)\n");
+    Json document = Json::parse(keyboard.Done({"upload"}));
+    document["freeProgKeys"]["keys"] = {{{"positionCode", 112}, {"sequence", "Esc ^Esc"}}};
+    document["layeredFuncKeys"]["keys"] = {
+        {{"layer", 0}, {"key", 3}, {"sequence", "Ctrl+C"}, {"description", "Größe"}},
+        {{"layer", 9}, {"key", 23}, {"description", "Copy"}}};
+    keyboard.Done({"download", keyboard.Write("keys.json", document.dump())});
+    EXPECT_EQ(keyboard.Done({"show", "freeProgKeys"}), "freeProgKeys\n"
+                                                       "                sequence\n"
+                                                       "  key 112 (F1)  Esc ^Esc\n");
+    const std::string layers = keyboard.Done({"show", "layeredFuncKeys"});
+    EXPECT_NE(layers.find("                  sequence         description\n"
+                          "  layer 0 key 3   Ctrl C ^C ^Ctrl  \"Größe\"\n"
+                          "  layer 9 key 23                   \"Copy\"\n"),
+              std::string::npos)
+        << layers;
+    EXPECT_NE(keyboard.Done({"show", "magnetCard"}).find("\n  magnetic card verify LRC "),
+              std::string::npos);
+}
+
+TEST(ShowAndDiff, DiffTellsOnceOfASectionThatOneSideLacks) {
+    CommandLine keyboard;
+    const Json full = Json::parse(keyboard.Done({"upload"}));
+    Json less = full;
+    less.erase("barcode");
+    less["layeredFuncKeys"].erase("guid");
+    const std::string file = keyboard.Write("full.json", full.dump());
+    const std::string without = keyboard.Write("less.json", less.dump());
+    const Outcome outcome = keyboard.Run({"diff", file, without});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "section barcode only in " + file + "\n");
+    EXPECT_EQ(keyboard.Run({"diff", without, file}).out, "section barcode only in " + file + "\n");
+    EXPECT_EQ(keyboard.Done({"diff", without, without}), "");
+    EXPECT_EQ(keyboard.Done({"diff", without}), "");
+    less["commonKeyboard"]["outputDelay"] = 77;
+    const std::string slower = keyboard.Write("slower.json", less.dump());
+    const Outcome changed = keyboard.Run({"diff", without, slower});
+    EXPECT_EQ(changed.status, 1);
+    EXPECT_EQ(changed.out, "keyboard output delay 6 → 77\n");
+    EXPECT_EQ(changed.err, without + " → " + slower + ": 1 difference\n");
+}
+
+} // namespace qx::test
