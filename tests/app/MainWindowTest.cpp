@@ -1,13 +1,11 @@
-// The pages of the window, from the first click to the bytes in the keyboard's memory.
+// The window as a whole, from the first click to the bytes in the keyboard's memory.
 #include "Desk.h"
 #include "app/SheetMenu.h"
 #include "files/Files.h"
-#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
-#include "qxcontrols/readers/QXMagnetCard.h"
 
 #include <QAction>
 #include <QFormLayout>
@@ -101,29 +99,6 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
         desk.Click("cmdEdit_2");
         EXPECT_NE(desk.IsShownProgrammed("layoutDisplay", 75), agrees);
     }
-}
-
-TEST(MainWindow, FunctionKeysOfOtherModelsAreWrittenToo) {
-    Desk desk("x1-4620");
-    auto& control = desk.workbench.ControlOf<QXFreeProgKeys>("funcKeys4620");
-    const auto stored = StoredFreeProgKeys(control.Sequences(), MODULE_FUNCKEYS_X1_4620);
-    ASSERT_FALSE(stored.empty());
-    desk.Edit("funcKeys4620", stored.front());
-    EXPECT_EQ(desk.Write().size(), 1);
-    EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
-    EXPECT_EQ(desk.Memory(MODULE_FUNCKEYS_X1_4620, 0, 3), Bytes("1F 9F 00"));
-
-    // A key without a place in the module is not edited for nothing.
-    desk.Page("funcKeys4620");
-    const auto& caps = desk.Find<views::KeyGrid>("layoutDisplay")->Keys();
-    const auto other = std::find_if(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
-        return cap.state == views::KeyState::Empty &&
-               std::find(stored.begin(), stored.end(), cap.index) == stored.end();
-    });
-    ASSERT_NE(other, caps.end());
-    desk.ClickKey("layoutDisplay", other->index);
-    desk.Click("cmdEdit_0");
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("no place")));
 }
 
 TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSettings) {
@@ -337,88 +312,6 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
     desk.Page("barcode");
     undo->trigger();
     EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 2);
-}
-
-// Picking keys, pages and layers is not an edit, and notices go when the user goes on.
-TEST(MainWindow, SelectingIsNoEditAndClearsOldNotices) {
-    Desk desk;
-    desk.Page("freeProgKeys");
-    desk.Click("cmdEdit_0");
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Pick a key first")));
-    desk.ClickKey("layoutDisplay", 75);
-    EXPECT_EQ(desk.Notice(), QString());
-    desk.Page("barcode");
-    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
-    desk.Page("layeredFuncKeys");
-    desk.Click("cmdLayer_0");
-    desk.ClickKey("funcKeys", 7);
-    EXPECT_FALSE(desk.workbench.IsModified());
-    EXPECT_FALSE(desk.workbench.History().CanUndo());
-}
-
-TEST(MainWindow, RecordsOnlyCodesThatAKeyboardStores) {
-    Desk desk;
-    desk.Page("freeProgKeys");
-    desk.ClickKey("layoutDisplay", 75);
-    desk.InDialog([&](QWidget& dialog) {
-        for (const Long code : {31, 300, 159}) {
-            desk.workbench.Simulated()->QueuePositionKey(code);
-            QTest::qWait(250);
-        }
-        Desk::ClickIn(dialog, "cmdOK");
-    });
-    desk.Click("cmdEdit_0");
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("no keyboard can store")))
-        << desk.Notice().toStdString();
-    EXPECT_EQ(desk.Write().size(), 1);
-    EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
-
-    // Nor more of them.
-    struct Editor {
-        const char* page;
-        const char* keys;
-        const char* button;
-        int room;
-    };
-    for (const Editor& editor : {Editor{"freeProgKeys", "layoutDisplay", "cmdEdit_0", 32},
-                                 Editor{"layeredFuncKeys", "funcKeys", "cmdEdit_0", 128},
-                                 Editor{"magnetCard", nullptr, "cmdCreate_0", 32}}) {
-        desk.Page(editor.page);
-        if (editor.keys != nullptr)
-            desk.ClickKey(editor.keys, editor.room == 128 ? 3 : 75);
-        desk.InDialog([&](QWidget& dialog) {
-            auto* typed = dialog.findChild<QLineEdit*>(QStringLiteral("txtTyped"));
-            typed->setText(QStringLiteral("{1} ").repeated(200));
-            QTest::keyClick(typed, Qt::Key_Return);
-            EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("lblTypedFault"))->text(),
-                      QStringLiteral("The text has 200 codes, only %1 fit.").arg(editor.room));
-            Desk::ClickIn(dialog, "cmdCancel");
-        });
-        desk.Click(editor.button);
-    }
-}
-
-TEST(MainWindow, OffersTheTracksThatThereAre) {
-    Desk desk;
-    auto& card = desk.workbench.ControlOf<QXMagnetCard>("magnetCard");
-    desk.Page("magnetCard");
-    desk.Find<QListWidget>("trackList")->setCurrentRow(1);
-    card.Track(2).SetAvailable(false); // as on a keyboard without it
-    card.lblCurrHeader_KeyPress();
-    card.cmdCreate_Click(0);
-    card.cmdRemove_Click(1);
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("cannot read track 2")));
-    EXPECT_FALSE(desk.workbench.IsModified());
-    EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
-    desk.Page("magnetCard");
-    EXPECT_EQ(desk.Find<QListWidget>("trackList")->count(), 4) << "no keyboard limits a document";
-    EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 1);
-
-    Desk without("magnet"); // track 1
-    without.Page("magnetCard");
-    EXPECT_EQ(without.Find<QListWidget>("trackList")->count(), 2);
-    EXPECT_EQ(without.Find<QListWidget>("trackList")->currentRow(), 0);
-    EXPECT_TRUE(without.Find<QWidget>("cmdCreate_0")->isEnabled());
 }
 
 } // namespace
