@@ -24,6 +24,11 @@ public class BarcodeForm : Form
         Controls.Add(barcode);
         ((System.ComponentModel.ISupportInitialize)barcode).EndInit();
         barcode.EditHeader += OnEditHeader;
+        barcode.RemoveHeader += (sender, e) => e.fRemoveIt = IsSure("Remove the header?");
+        barcode.RemoveTerminator += (sender, e) => e.fRemoveIt = IsSure("Remove the terminator?");
+        var write = new Button { Text = "Write to the keyboard", Dock = DockStyle.Bottom };
+        write.Click += (sender, e) => Download();
+        Controls.Add(write);
     }
 
     protected override void OnLoad(EventArgs e)
@@ -45,12 +50,47 @@ public class BarcodeForm : Form
         barcode.LayoutSource = layout;
         barcode.PrefSource = settings;
         barcode.ConfigID = KeyboardModuleIDs.MODULE_BARCODE_CONFIG;
+        // The other pages are labelled in the same way.
+        barcode.SetListEntry(BarcodePage.BP_Reader_1, "First reader");
+        barcode.SetListEntry(BarcodePage.BP_Reader_2, "Second reader");
+        barcode.OptionHeader.Caption = "Send a header";
+        barcode.OptionTerminator.Caption = "Send a terminator";
+        barcode.ButtonEdit.Caption = "Edit...";
+        barcode.ButtonRemove.Caption = "Remove";
+        barcode.Translate();
+        Upload();
+    }
 
+    protected override void OnFormClosed(FormClosedEventArgs e)
+    {
+        keyboard.Done(); // gives the user the layer keys back
+        base.OnFormClosed(e);
+    }
+
+    private void Upload()
+    {
         keyboard.DataTransferPrepare();
         barcode.PrepareDataUpload(true);
         if (keyboard.Upload() == 0)
             barcode.DataUpload(true);
         keyboard.DataTransferFixUp();
+    }
+
+    private void Download()
+    {
+        keyboard.DataTransferPrepare();
+        barcode.DataDownload(true);
+        barcode.PrepareDataDownload(true);
+        if (keyboard.Download() == 0)
+            barcode.DataChanged = false;
+        else
+            MessageBox.Show(this, "The keyboard could not be written.");
+        keyboard.DataTransferFixUp();
+    }
+
+    private bool IsSure(string question)
+    {
+        return MessageBox.Show(this, question, Text, MessageBoxButtons.YesNo) == DialogResult.Yes;
     }
 
     // The answers are fields of the event's argument, which the control reads afterwards.

@@ -7,7 +7,7 @@ unit BarcodeUnit;
 interface
 
 uses
-  Classes, Controls, Dialogs, Forms, SysUtils, QXControls_TLB;
+  Classes, Controls, Dialogs, Forms, StdCtrls, SysUtils, QXControls_TLB;
 
 type
   TBarcodeForm = class(TForm)
@@ -19,15 +19,19 @@ type
     FBarcode: TQXBarcode;
     procedure EditHeader(ASender: TObject; const sCurrSeq: WideString;
       var fCancelEdit: WordBool; var sNewSeq: WideString);
+    procedure RemoveHeader(ASender: TObject; var fRemoveIt: WordBool);
+    procedure Upload;
+    procedure Download(Sender: TObject);
   public
     constructor Create(AOwner: TComponent); override;
-    procedure Upload;
-    procedure Download;
+    destructor Destroy; override;
   end;
 
 implementation
 
 constructor TBarcodeForm.Create(AOwner: TComponent);
+var
+  WriteButton: TButton;
 begin
   inherited CreateNew(AOwner);
   Caption := 'Barcode reader';
@@ -49,11 +53,33 @@ begin
   FBarcode.Parent := Self;
   FBarcode.Align := alClient;
   FBarcode.OnEditHeader := EditHeader;
+  FBarcode.OnRemoveHeader := RemoveHeader;
+  FBarcode.OnRemoveTerminator := RemoveHeader;
   FBarcode.Keyboard := FKeyboard.DefaultInterface;
   FBarcode.LayoutSource := FLayout.DefaultInterface;
   FBarcode.PrefSource := FSettings.DefaultInterface;
   FBarcode.ConfigID := MODULE_BARCODE_CONFIG;
+  // The other pages are labelled in the same way.
+  FBarcode.SetListEntry(BP_Reader_1, 'First reader');
+  FBarcode.SetListEntry(BP_Reader_2, 'Second reader');
+  FBarcode.OptionHeader.Caption := 'Send a header';
+  FBarcode.OptionTerminator.Caption := 'Send a terminator';
+  FBarcode.ButtonEdit.Caption := 'Edit...';
+  FBarcode.ButtonRemove.Caption := 'Remove';
+  FBarcode.Translate;
+  WriteButton := TButton.Create(Self);
+  WriteButton.Parent := Self;
+  WriteButton.Align := alBottom;
+  WriteButton.Caption := 'Write to the keyboard';
+  WriteButton.OnClick := Download;
   Upload;
+end;
+
+destructor TBarcodeForm.Destroy;
+begin
+  if FKeyboard <> nil then
+    FKeyboard.Done; // gives the user the layer keys back
+  inherited;
 end;
 
 // The answers are given by reference.
@@ -61,6 +87,11 @@ procedure TBarcodeForm.EditHeader(ASender: TObject; const sCurrSeq: WideString;
   var fCancelEdit: WordBool; var sNewSeq: WideString);
 begin
   fCancelEdit := not FSequencer.ShowSequenceEditor(0, sCurrSeq, sNewSeq, 32);
+end;
+
+procedure TBarcodeForm.RemoveHeader(ASender: TObject; var fRemoveIt: WordBool);
+begin
+  fRemoveIt := MessageDlg('Remove it?', mtConfirmation, [mbYes, mbNo], 0) = mrYes;
 end;
 
 procedure TBarcodeForm.Upload;
@@ -72,12 +103,14 @@ begin
   FKeyboard.DataTransferFixUp;
 end;
 
-procedure TBarcodeForm.Download;
+procedure TBarcodeForm.Download(Sender: TObject);
 begin
   FKeyboard.DataTransferPrepare;
   FBarcode.DataDownload(True);
   FBarcode.PrepareDataDownload(True);
-  if FKeyboard.Download <> 0 then
+  if FKeyboard.Download = 0 then
+    FBarcode.DataChanged := False
+  else
     ShowMessage('The keyboard could not be written.');
   FKeyboard.DataTransferFixUp;
 end;

@@ -64,6 +64,14 @@ Private Sub Form_Load()
     Set Barcode.LayoutSource = Layout
     Set Barcode.PrefSource = Settings
     Barcode.ConfigID = MODULE_BARCODE_CONFIG
+    ' The other pages are labelled in the same way.
+    Barcode.SetListEntry BP_Reader_1, "First reader"
+    Barcode.SetListEntry BP_Reader_2, "Second reader"
+    Barcode.OptionHeader.Caption = "Send a header"
+    Barcode.OptionTerminator.Caption = "Send a terminator"
+    Barcode.ButtonEdit.Caption = "Edit..."
+    Barcode.ButtonRemove.Caption = "Remove"
+    Barcode.Translate
     Set Sequencer.Keyboard = Keyboard
     Set Sequencer.LayoutSource = Layout
     Set Sequencer.PrefSource = Settings
@@ -74,7 +82,11 @@ Private Sub Form_Load()
     Keyboard.DataTransferFixUp
 End Sub
 
-' The user wants to edit the reader's header: the answers are given by reference.
+Private Sub Form_Unload(Cancel As Integer)
+    Keyboard.Done ' gives the user the layer keys back
+End Sub
+
+' The user wants to edit a header or a terminator: the answers are given by reference.
 Private Sub Barcode_EditHeader(ByVal sCurrSeq As String, fCancelEdit As Boolean, sNewSeq As String)
     fCancelEdit = Not Sequencer.ShowSequenceEditor(0, sCurrSeq, sNewSeq, 32)
 End Sub
@@ -83,8 +95,12 @@ Private Sub Barcode_RemoveHeader(fRemoveIt As Boolean)
     fRemoveIt = (MsgBox("Remove the header?", vbYesNo) = vbYes)
 End Sub
 
-Private Sub Keyboard_InitFailed(ByVal lErrID As Long)
-    MsgBox "The keyboard cannot be opened: error " & lErrID
+Private Sub Barcode_RemoveTerminator(fRemoveIt As Boolean)
+    fRemoveIt = (MsgBox("Remove the terminator?", vbYesNo) = vbYes)
+End Sub
+
+Private Sub Keyboard_InitDriverFailed(ByVal lErrID As Long)
+    MsgBox "The keyboard cannot be opened: the driver reports error " & lErrID
 End Sub
 
 Private Sub cmdDownload_Click()

@@ -66,8 +66,8 @@ public:
                                      EXCEPINFO*, UINT*) override {
         if (id == 1)
             std::printf("opening the driver\n");
-        else if (id == 12)
-            std::printf("start-up failed: %ld\n", V_I4(&given->rgvarg[0]));
+        else if (id == 4)
+            std::printf("the driver reports error %ld\n", V_I4(&given->rgvarg[0]));
         return S_OK;
     }
 
@@ -120,6 +120,7 @@ void Run() {
         VariantClear(&entry);
     }
 
+    Get(keyboard, L"Done"); // gives the user the layer keys back
     point->Unadvise(cookie);
     point->Release();
     sink->Release();

@@ -8,6 +8,7 @@ Option Explicit
 
 Const MODULE_KEYBOARD = 0
 Const MODULE_MAGNET_CONFIG = 1
+Const MODULE_MAGNET_HEADERS = 4
 
 ' The events of the start-up, in their order.
 Sub keyboard_InitDriver() : WScript.Echo "opening the driver" : End Sub
@@ -15,7 +16,7 @@ Sub keyboard_InitConfigurationTable() : WScript.Echo "reading the directory" : E
 Sub keyboard_InitKeyboardNamingOK()
     WScript.Echo "keyboard " & keyboard.Keyboard & ", program " & keyboard.Program
 End Sub
-Sub keyboard_InitFailed(lErrID) : WScript.Echo "start-up failed: " & lErrID : End Sub
+Sub keyboard_InitDriverFailed(lErrID) : WScript.Echo "the driver reports error " & lErrID : End Sub
 
 Dim keyboard, layout, settings
 Set keyboard = CreateObject("QXControls.QXKeyboardAccess")
@@ -59,14 +60,15 @@ Function Downloaded(controls)
     keyboard.DataTransferFixUp
 End Function
 
-' Whether the keyboard holds the settings.
-Function Prepared()
-    Dim magnet, again
-    Prepared = False
-    settings.Load
-    If Not keyboard.Init() Then Exit Function
+' Whether the open keyboard now has the header.
+Function HeaderWritten()
+    Dim magnet, again, controls
+    HeaderWritten = False
+    If Not keyboard.HasItem(MODULE_MAGNET_HEADERS) Then
+        WScript.Echo "the keyboard has no magnetic reader"
+        Exit Function
+    End If
     Set magnet = NewControl("QXMagnetCard", MODULE_MAGNET_CONFIG)
-    Dim controls
     controls = Array(NewControl("QXCommonKeyboard", MODULE_KEYBOARD), magnet)
     If Not Uploaded(controls) Then Exit Function
     WScript.Echo "track 2 had the header """ & magnet.Track2.Header.KeyString & """"
@@ -78,7 +80,16 @@ Function Prepared()
     Set again = NewControl("QXMagnetCard", MODULE_MAGNET_CONFIG)
     If Not Uploaded(Array(again)) Then Exit Function
     WScript.Echo "track 2 has the header """ & again.Track2.Header.KeyString & """"
-    Prepared = again.Track2.HeaderEnabled And again.Track2.Header.KeyString = " 30158"
+    HeaderWritten = again.Track2.HeaderEnabled And again.Track2.Header.KeyString = " 30158"
+End Function
+
+' Whether the keyboard holds the settings.
+Function Prepared()
+    Prepared = False
+    settings.Load
+    If Not keyboard.Init() Then Exit Function
+    Prepared = HeaderWritten()
+    keyboard.Done ' gives the user the layer keys back
 End Function
 
 HearKeyboard

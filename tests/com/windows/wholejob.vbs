@@ -226,6 +226,7 @@ magnet.NoSuchMember : ExpectError 438
 keyboard.MemRequestAdd 1 : ExpectError 449
 keyboard.MemRequestAdd 1, 2, 3, 4 : ExpectError 450
 On Error Goto 0
+keyboard.Done
 If failures = 0 Then
     Host.Echo "the whole job is done"
     Host.Quit 0
