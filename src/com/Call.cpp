@@ -16,6 +16,20 @@ namespace {
                 argument);
 }
 
+// What an output has held before does not matter, unless it may stay.
+Value Taken(const Parameter& parameter, const Value& given) {
+    try {
+        Value value = Coerced(given, parameter.type, parameter.name);
+        if (parameter.isOutput && parameter.type.kind == Kind::Block)
+            static_cast<void>(BytesOf(std::get<std::u16string>(value), parameter.name));
+        return value;
+    } catch (const Error&) {
+        if (parameter.isOutput)
+            return std::u16string();
+        throw;
+    }
+}
+
 // The arguments completed and of their types.
 void Complete(const std::vector<Parameter>& parameters, std::span<const Value> given,
               std::span<Value> arguments) {
@@ -27,7 +41,7 @@ void Complete(const std::vector<Parameter>& parameters, std::span<const Value> g
         const Parameter& parameter = parameters[i];
         try {
             if (i < given.size() && !std::holds_alternative<Missing>(given[i]))
-                arguments[i] = Coerced(given[i], parameter.type, parameter.name);
+                arguments[i] = Taken(parameter, given[i]);
             else if (parameter.ifMissing)
                 arguments[i] = *parameter.ifMissing;
             else

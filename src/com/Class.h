@@ -32,6 +32,7 @@ struct Parameter {
     Type type;
     bool byReference = false;
     std::optional<Long> ifMissing; // optional when it has one
+    bool isOutput = false; // a text that is only answered: whatever the host hands over fits
 };
 
 constexpr std::size_t kMostParameters = 5; // of any member

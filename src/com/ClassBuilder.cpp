@@ -12,7 +12,8 @@ std::vector<Parameter> Parameters(std::initializer_list<ParameterShape> shapes, 
     parameters.reserve(shapes.size());
     const Name* name = names.begin();
     for (const ParameterShape& shape : shapes) {
-        parameters.push_back({name->text, shape.type, shape.byReference, name->ifMissing});
+        parameters.push_back(
+            {name->text, shape.type, shape.byReference, name->ifMissing, name->isOutput});
         if (name->kind)
             parameters.back().type.kind = *name->kind;
         ++name;

@@ -25,6 +25,7 @@ struct Name {
     std::string_view text;
     std::optional<Kind> kind; // in place of the deduced one
     std::optional<Long> ifMissing;
+    bool isOutput = false;
 };
 // A text that holds memory.
 [[nodiscard]] constexpr Name Block(const char* text) {
@@ -41,6 +42,11 @@ struct Name {
 [[nodiscard]] constexpr Name Optional(const char* text, Long ifMissing) {
     Name name(text);
     name.ifMissing = ifMissing;
+    return name;
+}
+// A text by reference that the member answers and does not read.
+[[nodiscard]] constexpr Name Out(Name name) {
+    name.isOutput = true;
     return name;
 }
 using Names = std::initializer_list<Name>;

@@ -63,6 +63,12 @@ TEST_F(ComCall, MemoryBlocksTravelWithAllTheirBytes) {
     arguments = {Value(u"before"), Script(0x4000), Script(4)};
     EXPECT_EQ(CallWith(keyboard, "ReadFromMemory", arguments), Value(false));
     EXPECT_EQ(arguments[0], Value(u"before"));
+    driver.statuses.clear();
+    for (const Value& before : {Value(u"\u2026"), Value(keyboard), Value(ObjectRef())}) {
+        arguments = {before, Script(0x4000), Script(4)};
+        EXPECT_EQ(CallWith(keyboard, "ReadFromMemory", arguments), Value(true));
+        EXPECT_EQ(arguments[0], Value(block));
+    }
 
     EXPECT_EQ(ErrorOf([&] { Do(keyboard, "WriteIntoMemory", "\u20ac", 0x4000, 1); }), 5);
     EXPECT_EQ(driver.image[0x4000], 'A');

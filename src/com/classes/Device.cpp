@@ -76,7 +76,8 @@ const Class& TableOf<QXKeyboardAccess>() {
             .Method("DirectoryItemByModule", 20, Changing(&C::DirectoryItemByModule), {"eModule"})
             .Method("GetBaseAddressForModule", 21, &C::GetBaseAddressForModule, {"eModule"})
             .Method("HasItem", 22, &C::HasItem, {"eID"})
-            .Method("ReadFromMemory", 23, &C::ReadFromMemory, {Block("sData"), "lAddress", "lSize"})
+            .Method("ReadFromMemory", 23, &C::ReadFromMemory,
+                    {Out(Block("sData")), "lAddress", "lSize"})
             .Method("WriteIntoMemory", 24, &C::WriteIntoMemory,
                     {Block("sData"), "lAddress", "lSize"})
             .Method("ReadByteFromMem", 25, &C::ReadByteFromMem, {"lAddress"})

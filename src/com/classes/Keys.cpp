@@ -131,7 +131,7 @@ const Class& TableOf<QXSequencer>() {
                         "{3A924ED6-E63C-4B35-A91A-957621A76758}",
                         "{68ED5E3B-EC43-4A86-9962-324A76EDED5B}")
             .Method("ShowSequenceEditor", 1, &C::ShowSequenceEditor,
-                    {"nPosCode", "sCurrSeq", "sNewSeq", "nMaxLength"})
+                    {"nPosCode", "sCurrSeq", Out("sNewSeq"), "nMaxLength"})
             .Method("Translate", 2, &C::Translate)
             .Method("ReloadKeySettings", 3, &C::ReloadKeySettings)
             .Method("SetKeyFontSize", 4, &C::SetKeyFontSize, {"nNewSize"})

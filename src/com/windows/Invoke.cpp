@@ -57,6 +57,10 @@ HRESULT Report(const Object& object, const Error& error, EXCEPINFO* exception) {
     return status;
 }
 
+std::string FullName(const Object& object, const Member& member) {
+    return std::string(object.ClassOf().name) + "." + std::string(member.name);
+}
+
 bool IsSet(const Member& member) {
     return member.kind == MemberKind::Put || member.kind == MemberKind::PutObject;
 }
@@ -77,18 +81,18 @@ constexpr std::size_t kNotGiven = static_cast<std::size_t>(-1);
 // For each argument of a member, where the host's variants have it.
 using Places = std::array<std::size_t, kMostParameters>;
 
-Places PlacesOf(const Member& member, const DISPPARAMS& given) {
+Places PlacesOf(const Object& object, const Member& member, const DISPPARAMS& given) {
     const std::size_t count = member.parameters.size();
     if (given.cArgs > count)
         throw Error(ErrorNumber::WrongNumberOfArguments,
-                    std::string(member.name) + " takes " + std::to_string(count) +
+                    FullName(object, member) + ": takes " + std::to_string(count) +
                         " arguments, not " + std::to_string(given.cArgs));
     Places places;
     places.fill(kNotGiven);
     const auto place = [&](std::size_t argument, std::size_t variant) {
         if (argument >= count || places[argument] != kNotGiven)
             throw Error(ErrorNumber::NamedArgumentNotFound,
-                        std::string(member.name) + ": no such named argument");
+                        FullName(object, member) + ": no such named argument");
         places[argument] = variant;
     };
     // The first variants are those with names; the others are in order, the last one first. The new
@@ -108,19 +112,20 @@ Places PlacesOf(const Member& member, const DISPPARAMS& given) {
     return places;
 }
 
-void TakeValues(const Places& places, const Member& member, const Invocation& invocation,
-                std::span<Value> values) {
+void TakeValues(const Object& object, const Member& member, const Places& places,
+                const Invocation& invocation, std::span<Value> values) {
     for (std::size_t i = 0; i < values.size(); ++i) {
         values[i] = Missing();
         if (places[i] == kNotGiven)
             continue;
         const Parameter& parameter = member.parameters[i];
         try {
-            values[i] = ValueFrom(invocation.arguments->rgvarg[places[i]], parameter.type,
-                                  invocation.locale);
+            const auto taken = parameter.isOutput ? OutputFrom : ValueFrom;
+            values[i] =
+                taken(invocation.arguments->rgvarg[places[i]], parameter.type, invocation.locale);
         } catch (const Error& error) {
             throw Error(error.Number(),
-                        std::string(member.name) + ": " + std::string(parameter.name) + ": " +
+                        FullName(object, member) + ": " + std::string(parameter.name) + ": " +
                             error.what(),
                         i);
         }
@@ -136,10 +141,10 @@ bool AreWellFormed(const Invocation& invocation) {
 
 HRESULT Invoked(Object& object, const Invocation& invocation, Places& places) {
     const Member& member = MemberMeant(object.ClassOf(), invocation);
-    places = PlacesOf(member, *invocation.arguments);
+    places = PlacesOf(object, member, *invocation.arguments);
     std::array<Value, kMostParameters> room;
     const std::span<Value> values(room.data(), member.parameters.size());
-    TakeValues(places, member, invocation, values);
+    TakeValues(object, member, places, invocation, values);
     const Value result = Call(object, member, values);
     for (std::size_t i = 0; i < values.size(); ++i)
         if (member.parameters[i].byReference && places[i] != kNotGiven)

@@ -157,11 +157,11 @@ Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale) {
     const VARIANT plain = Followed(given);
     switch (V_VT(&plain)) {
     case VT_EMPTY:
-        return {};
-    case VT_NULL:
-        throw Error(wanted.kind == Kind::Object ? ErrorNumber::ObjectRequired
-                                                : ErrorNumber::InvalidUseOfNull,
-                    "invalid use of Null");
+        return wanted.kind == Kind::Object ? Value(ObjectRef()) : Value();
+    case VT_NULL: // by which some hosts mean Nothing
+        if (wanted.kind == Kind::Object)
+            return ObjectRef();
+        throw Error(ErrorNumber::InvalidUseOfNull, "invalid use of Null");
     case VT_ERROR:
         if (V_ERROR(&plain) == DISP_E_PARAMNOTFOUND)
             return Missing();
@@ -198,6 +198,16 @@ Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale) {
         break;
     }
     Refuse("a value of a kind that no member takes");
+}
+
+Value OutputFrom(const VARIANT& given, const Type& wanted, LCID locale) {
+    try {
+        return ValueFrom(given, wanted, locale);
+    } catch (const Error&) {
+        if (V_ISBYREF(&Innermost(given)))
+            throw;
+        return {};
+    }
 }
 
 VARIANT VariantFrom(const Value& value) {

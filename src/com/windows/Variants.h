@@ -16,6 +16,10 @@ namespace qx::com {
 // library's among them.
 [[nodiscard]] Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale);
 
+// The same for an argument that is only answered: a variant that takes any answer may hold anything
+// before, which is an empty value if it is no text.
+[[nodiscard]] Value OutputFrom(const VARIANT& given, const Type& wanted, LCID locale);
+
 // A variant that the host is to clear.
 [[nodiscard]] VARIANT VariantFrom(const Value& value);
 

@@ -71,11 +71,14 @@ LibraryMember MemberOf(ITypeInfo* info, const FUNCDESC& function) {
     for (int i = 0; i < function.cParams; ++i) {
         const ELEMDESC& element = function.lprgelemdescParam[i];
         const auto [text, variant] = TypeOf(info, element.tdesc);
-        LibraryMember::Parameter parameter{"", text, variant, false, ""};
+        LibraryMember::Parameter parameter{"", text, variant, false, false, ""};
         if (static_cast<UINT>(i) + 1 < count) // the new value of a property may have no name
             parameter.name = Narrow(names[static_cast<std::size_t>(i) + 1]);
         const USHORT flags = element.paramdesc.wParamFlags;
+        if ((flags & PARAMFLAG_FIN) == 0)
+            throw std::runtime_error(member.name + ": an argument that hosts cannot hand over");
         parameter.byReference = (flags & PARAMFLAG_FOUT) != 0;
+        parameter.isOptional = (flags & PARAMFLAG_FOPT) != 0;
         if ((flags & PARAMFLAG_FHASDEFAULT) != 0)
             parameter.ifMissing =
                 std::to_string(V_I4(&element.paramdesc.pparamdescex->varDefaultValue));

@@ -22,6 +22,7 @@ struct LibraryMember {
         std::string type;
         VARTYPE variant = VT_EMPTY; // without VT_BYREF; enumerations are VT_I4
         bool byReference = false;
+        bool isOptional = false;
         std::string ifMissing; // empty when it is required
     };
     std::vector<Parameter> parameters;
