@@ -8,6 +8,7 @@
 #include "com/Class.h"
 #include "com/windows/Com.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace qx::com {
@@ -30,7 +31,7 @@ public:
     void SetLocale(LCID locale) { m_locale = locale; }
 
     // Containers freeze the events of controls while they load or lay out a form.
-    void Freeze(bool fFreeze) { m_frozen += fFreeze ? 1 : -1; }
+    void Freeze(bool fFreeze) { m_frozen = std::max(m_frozen + (fFreeze ? 1 : -1), 0); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
     ULONG STDMETHODCALLTYPE AddRef() override; // of the object, which it belongs to

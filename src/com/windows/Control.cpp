@@ -97,6 +97,9 @@ HRESULT Control::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) 
 }
 
 HRESULT Control::EnumVerbs(IEnumOLEVERB** verbs) {
+    if (verbs == nullptr)
+        return E_POINTER;
+    *verbs = nullptr;
     return OleRegEnumVerbs(Served().clsid, verbs);
 }
 
@@ -169,6 +172,8 @@ HRESULT Control::GetControlInfo(CONTROLINFO* info) {
     if (info == nullptr)
         return E_POINTER;
     return Home().Enter([&] {
+        if (info->cb < sizeof(*info))
+            return E_INVALIDARG;
         std::vector<ACCEL> keys;
         for (const wchar_t letter : m_face->Mnemonics())
             keys.push_back({FALT | FVIRTKEY, static_cast<WORD>(letter), 0});
@@ -214,6 +219,8 @@ HRESULT Control::QuickActivate(QACONTAINER* container, QACONTROL* control) {
         return E_POINTER;
     return Home().Enter([&] {
         const ULONG size = control->cbSize;
+        if (container->cbSize < sizeof(*container) || size < sizeof(*control))
+            return E_INVALIDARG;
         *control = {};
         control->cbSize = size;
         const HRESULT result = SetClientSite(container->pClientSite);

@@ -111,8 +111,9 @@ void KeysWindow::FocusOn(int row) {
 }
 
 void KeysWindow::Pick(int row) {
-    if (row < 0 || !m_state.keys[static_cast<std::size_t>(row)].isEnabled)
-        return;
+    if (row < 0 || !m_state.keys[static_cast<std::size_t>(row)].isEnabled ||
+        IsWindowEnabled(GetAncestor(m_window, GA_ROOT)) == FALSE)
+        return; // screen readers reach it beneath a modal window too
     FocusOn(row);
     SendMessageW(GetParent(m_window), kKeyPicked, static_cast<WPARAM>(GetDlgCtrlID(m_window)),
                  m_focus); // which may end this object

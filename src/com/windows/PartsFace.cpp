@@ -227,10 +227,12 @@ void PartsFace::NoteFocus(const Part& part, bool hasCome) {
 
 bool PartsFace::Notify(WPARAM id, UINT notification) {
     const Child* const child = ChildOf(id);
-    PartInput input;
     if (child != nullptr && child->part->kind == PartKind::Edit &&
-        (notification == EN_SETFOCUS || notification == EN_KILLFOCUS))
-        NoteFocus(*child->part, notification == EN_SETFOCUS);
+        (notification == EN_SETFOCUS || notification == EN_KILLFOCUS)) {
+        NoteFocus(*child->part, notification == EN_SETFOCUS); // which may end the children
+        return true;
+    }
+    PartInput input;
     if (child == nullptr || m_isShowing ||
         !ReadInput(child->window, *child->part, notification, input))
         return false;

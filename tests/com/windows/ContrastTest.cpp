@@ -1,6 +1,7 @@
 // The faces in the colours of a user who wants high contrast.
 
 #include "com/windows/Form.h"
+#include "com/windows/Import.h"
 #include "com/windows/Site.h"
 
 #include <map>
@@ -13,35 +14,11 @@ constexpr COLORREF kText = RGB(255, 240, 0);
 constexpr COLORREF kChosen = RGB(90, 0, 130);
 constexpr COLORREF kField = RGB(0, 20, 40);
 
-// Where the server's module keeps the address of a function of the system.
-void** ImportOf(HMODULE module, const char* name) {
-    auto* const base = reinterpret_cast<BYTE*>(module);
-    const auto at = [base](auto offset) { return base + offset; };
-    const auto* const dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
-    const auto* const headers = reinterpret_cast<IMAGE_NT_HEADERS*>(at(dos->e_lfanew));
-    const auto& table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    const auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(at(table.VirtualAddress));
-    for (; library->Name != 0; ++library) {
-        const auto* import = reinterpret_cast<IMAGE_THUNK_DATA*>(at(library->OriginalFirstThunk));
-        auto* place = reinterpret_cast<IMAGE_THUNK_DATA*>(at(library->FirstThunk));
-        for (; import->u1.AddressOfData != 0; ++import, ++place)
-            if (!IMAGE_SNAP_BY_ORDINAL(import->u1.Ordinal) &&
-                std::string_view(reinterpret_cast<char*>(
-                    reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(at(import->u1.AddressOfData))->Name)) ==
-                    name)
-                return reinterpret_cast<void**>(&place->u1.Function);
-    }
-    return nullptr;
-}
-
 // While it lives, the server hears from the system that the user wants high contrast, of which wine
 // knows nothing, and the system has the colours for it.
 class HighContrast {
 public:
-    HighContrast()
-        : m_place(ImportOf(GetModuleHandleW(L"QXControls.ocx"), "SystemParametersInfoW")) {
-        EXPECT_NE(m_place, nullptr);
-        m_earlier = Replace(reinterpret_cast<void*>(Answer));
+    HighContrast() {
         for (const auto& [element, colour] : std::map<int, COLORREF>{{COLOR_BTNFACE, kFace},
                                                                      {COLOR_BTNTEXT, kText},
                                                                      {COLOR_HIGHLIGHT, kChosen},
@@ -55,7 +32,6 @@ public:
     HighContrast(const HighContrast&) = delete;
     HighContrast& operator=(const HighContrast&) = delete;
     ~HighContrast() {
-        Replace(m_earlier);
         for (const auto& [element, colour] : m_usual)
             SetSysColors(1, &element, &colour);
     }
@@ -67,16 +43,8 @@ private:
             static_cast<HIGHCONTRASTW*>(data)->dwFlags |= HCF_HIGHCONTRASTON;
         return isDone;
     }
-    void* Replace(void* function) const {
-        DWORD usual = 0;
-        VirtualProtect(m_place, sizeof(void*), PAGE_READWRITE, &usual);
-        void* const earlier = std::exchange(*m_place, function);
-        VirtualProtect(m_place, sizeof(void*), usual, &usual);
-        return earlier;
-    }
 
-    void** m_place;
-    void* m_earlier = nullptr;
+    const ReplacedImport m_system{"SystemParametersInfoW", reinterpret_cast<void*>(Answer)};
     std::map<int, COLORREF> m_usual;
 };
 

@@ -124,6 +124,18 @@ TEST_F(ComControl, QuickActivationBringsSiteSinkAndStatus) {
     answer.dwMiscStatus = 0xDEAD;
     EXPECT_EQ(quick->QuickActivate(nullptr, &answer), E_POINTER);
     EXPECT_EQ(quick->QuickActivate(&container, nullptr), E_POINTER);
+    // from a host that has other structures, which nothing must be written to
+    --answer.cbSize;
+    EXPECT_EQ(quick->QuickActivate(&container, &answer), E_INVALIDARG);
+    ++answer.cbSize;
+    container.cbSize = 4;
+    EXPECT_EQ(quick->QuickActivate(&container, &answer), E_INVALIDARG);
+    EXPECT_EQ(answer.dwMiscStatus, 0xDEADU);
+    container.cbSize = sizeof(container);
+    const auto ole = control.As<IOleControl>(IID_IOleControl);
+    CONTROLINFO info{sizeof(info) - 1, nullptr, 77, 0};
+    EXPECT_EQ(ole->GetControlInfo(&info), E_INVALIDARG);
+    EXPECT_EQ(info.cAccel, 77);
     ASSERT_EQ(quick->QuickActivate(&container, &answer), S_OK);
     EXPECT_EQ(answer.dwMiscStatus, MiscStatusOf(TableOf<QXBarcode>()));
     EXPECT_EQ(answer.dwViewStatus, static_cast<DWORD>(VIEWSTATUS_OPAQUE));
@@ -133,6 +145,7 @@ TEST_F(ComControl, QuickActivationBringsSiteSinkAndStatus) {
     EXPECT_EQ(object->GetClientSite(known.Out()), S_OK);
     EXPECT_EQ(known.Get(), &site);
     known = nullptr;
+    EXPECT_EQ(object->EnumVerbs(nullptr), E_POINTER);
     PressEdit();
     EXPECT_EQ(sink.heard.size(), 1U);
 
@@ -232,6 +245,7 @@ TEST_F(ComControl, AmbientPropertiesAreTakenAndFollowed) {
     const auto ole = control.As<IOleControl>(IID_IOleControl);
     EXPECT_EQ(ole->OnAmbientPropertyChange(DISPID_AMBIENT_LOCALEID), S_OK);
     PressEdit();
+    EXPECT_EQ(ole->FreezeEvents(FALSE), S_OK); // more often than they were frozen
     EXPECT_EQ(ole->FreezeEvents(TRUE), S_OK);
     PressEdit();
     EXPECT_EQ(ole->FreezeEvents(FALSE), S_OK);

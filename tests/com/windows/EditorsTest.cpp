@@ -22,7 +22,6 @@ protected:
 
     // The answer of the sequence editor, and the sequence that it hands back.
     std::pair<bool, std::wstring> Edit(const wchar_t* sequence, SHORT most) const {
-        const auto sequencer = NewSequencer(services);
         BSTR answer = SysAllocString(L"as it was");
         const bool isAccepted =
             Get(sequencer.Get(), L"ShowSequenceEditor",
@@ -35,14 +34,28 @@ protected:
 
     Form host;
     Services services;
+    ComPtr<IDispatch> sequencer = NewSequencer(services);
 };
 
 TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
+    ASSERT_TRUE(AtlStarts());
+    const auto control = host.Place("QXFreeProgKeys");
+    services.HandTo(control.Get());
+    Get(control.Get(), L"ReloadKeySettings");
+    const auto keysOfHost = AccessibleOf(host.Child(L"QXControls.Keys"));
+    const auto picksInHost = [&] { // as a screen reader does, and whether the key is then current
+        VARIANT state;
+        EXPECT_EQ(keysOfHost->accDoDefaultAction(LongInt(9)), S_OK);
+        EXPECT_EQ(keysOfHost->get_accState(LongInt(9), &state), S_OK);
+        return (V_I4(&state) & STATE_SYSTEM_PRESSED) != 0;
+    };
     const User user({
-        [this] {
+        [&] {
             if (TheEditor() == nullptr)
                 return false;
             EXPECT_FALSE(IsWindowEnabled(host.Window()));
+            EXPECT_FALSE(picksInHost());
+            EXPECT_EQ(Edit(L" 33", 5), std::pair(false, std::wstring(L"as it was"))); // is open
             EXPECT_EQ(GetWindow(TheEditor(), GW_OWNER), host.Window());
             EXPECT_EQ(TextOf(TheEditor()), L"Edit a sequence");
             EXPECT_EQ(GetFocus(), EditorChild(L"QXControls.Keys"));
@@ -71,6 +84,7 @@ TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
         },
     });
     EXPECT_EQ(Edit(L"", 30), std::pair(true, std::wstring(L" 30158")));
+    EXPECT_TRUE(picksInHost());
 }
 
 TEST_F(ComEditors, LeavingInPassingAsksBeforeWhatWasDoneIsLost) {

@@ -1,6 +1,7 @@
 // What is registered against the lists of the interface and its identifiers that are kept by hand.
 
 #include "com/windows/Client.h"
+#include "com/windows/Import.h"
 #include "com/windows/Members.h"
 
 #include <objsafe.h>
@@ -41,7 +42,7 @@ std::string ParametersText(const std::vector<LibraryMember::Parameter>& paramete
     std::string text;
     for (const auto& parameter : parameters) {
         text += text.empty() ? "" : ", ";
-        text += parameter.ifMissing.empty() ? "" : "Optional ";
+        text += parameter.isOptional ? "Optional " : "";
         text += parameter.byReference ? "ByRef " : "";
         text += parameter.name + " As " + parameter.type;
         text += parameter.ifMissing.empty() ? "" : " = " + parameter.ifMissing;
@@ -180,6 +181,49 @@ TEST_F(ComRegistration, TheFileShowsItsVersion) {
     EXPECT_EQ(text(L"FileVersion"), QX_VERSION);
     EXPECT_EQ(text(L"OriginalFilename"), "QXControls.ocx");
     EXPECT_EQ(text(L"OLESelfRegister"), ""); // installers look for it
+}
+
+// Of a server that nobody has registered, by a process that may not write the machine's keys.
+class ComRegistrationWithoutRights : public testing::Test {
+protected:
+    static LSTATUS WINAPI Refuse(HKEY hive, LPCWSTR name, DWORD reserved, LPWSTR type,
+                                 DWORD options, REGSAM rights, const LPSECURITY_ATTRIBUTES security,
+                                 PHKEY key, LPDWORD disposition) {
+        if (hive == HKEY_LOCAL_MACHINE)
+            return s_refusal;
+        return RegCreateKeyExW(hive, name, reserved, type, options, rights, security, key,
+                               disposition);
+    }
+    static HRESULT Call(const char* function) {
+        using Function = HRESULT(STDAPICALLTYPE*)();
+        return reinterpret_cast<Function>(
+            reinterpret_cast<void*>(GetProcAddress(s_server, function)))();
+    }
+    static bool IsRegistered(HKEY hive) {
+        HKEY key = nullptr;
+        if (RegOpenKeyExW(hive, L"Software\\Classes\\QXControls.QXPos\\CLSID", 0, KEY_READ, &key) !=
+            ERROR_SUCCESS)
+            return false;
+        RegCloseKey(key);
+        return true;
+    }
+
+    inline static LSTATUS s_refusal = ERROR_SUCCESS;
+    inline static const HMODULE s_server = LoadLibraryW(L"QXControls.ocx");
+};
+
+TEST_F(ComRegistrationWithoutRights, IsForTheUser) {
+    ASSERT_NE(s_server, nullptr);
+    const ReplacedImport create("RegCreateKeyExW", reinterpret_cast<void*>(Refuse));
+    s_refusal = ERROR_DISK_FULL; // which would hit the user's keys too
+    EXPECT_EQ(Call("DllRegisterServer"), HRESULT_FROM_WIN32(ERROR_DISK_FULL));
+    EXPECT_FALSE(IsRegistered(HKEY_CURRENT_USER));
+    s_refusal = ERROR_ACCESS_DENIED;
+    EXPECT_EQ(Call("DllRegisterServer"), S_OK);
+    EXPECT_TRUE(IsRegistered(HKEY_CURRENT_USER));
+    EXPECT_FALSE(IsRegistered(HKEY_LOCAL_MACHINE));
+    EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
+    EXPECT_FALSE(IsRegistered(HKEY_CURRENT_USER));
 }
 
 } // namespace
