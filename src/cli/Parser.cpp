@@ -223,6 +223,7 @@ Parsed Parse(const Command& program, const std::string& version,
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("-V,--version", version, "Show the version");
     app.fallthrough();
+    app.allow_windows_style_options(false); // "/" begins names of files
     Add(app, program, GlobalOptionsText(program));
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -97,6 +97,7 @@ TEST_F(Batch, OnlyChosenUnitsAreProgrammed) {
     EXPECT_EQ(RunJob({"--dry-run", "--only", "till 1"}).status, 0);
 }
 
+#ifndef _WIN32
 // The unit that has begun is ended, and no other begins.
 TEST_F(Batch, EndsOrderlyWhenItIsAskedTo) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
@@ -110,6 +111,7 @@ TEST_F(Batch, EndsOrderlyWhenItIsAskedTo) {
         std::filesystem::remove(folder / "job.json.report.json");
     }
 }
+#endif
 
 // Wherever the driver fails, the batch ends with a report, and the next one makes up for it.
 TEST_F(Batch, EveryDriverCallOfAUnitMayFail) {

@@ -3,6 +3,7 @@
 #include "driverhost/Advance.h"
 
 #include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,14 @@ protected:
     TempFolder folder{TempFolder::InMemory()};
     std::string file = (folder / "keyboard.qxk").string();
 };
+
+#ifdef _WIN32
+constexpr const char* kCrashed = "QXCFG_ImageRead: the driver crashed (access violation)";
+constexpr const char* kAborted = "QXCFG_ImageRead: the driver ended its process with status 3";
+#else
+constexpr const char* kCrashed = "QXCFG_ImageRead: the driver crashed (signal 6, Aborted)";
+constexpr const char* kAborted = kCrashed;
+#endif
 
 std::vector<std::string> posted;
 void QX_DRIVER_CALL Post(std::int32_t hWindow, std::int32_t lMsg, std::int32_t wParam,
@@ -140,9 +149,9 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
         const char* failure;
     };
     const Row rows[] = {
-        {"QXCFG_ImageRead crash", "QXCFG_ImageRead: the driver crashed (signal 6, Aborted)"},
+        {"QXCFG_ImageRead crash", kCrashed},
         {"QXCFG_ImageRead exit", "QXCFG_ImageRead: the driver ended its process with status 0"},
-        {"QXCFG_ImageRead throw", "QXCFG_ImageRead: the driver crashed (signal 6, Aborted)"},
+        {"QXCFG_ImageRead throw", kAborted},
         {"QXCFG_ImageRead hang", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
         {"QXCFG_ImageRead flood", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
         {"QXCFG_ImageRead count", "QXCFG_ImageRead: the driver did not answer within 120 ms"},
@@ -205,10 +214,31 @@ TEST_F(Remote, AProcessThatCannotServeIsNamed) {
     EXPECT_NE(reason(folder / "none.so", {})
                   .find("cannot load the driver library " + (folder / "none.so").string()),
               std::string::npos);
-    EXPECT_EQ(reason(QX_WILD_DRIVER, folder / "no-host"),
-              "cannot start " + (folder / "no-host").string() + ": No such file or directory");
+    EXPECT_EQ(reason(QX_WILD_DRIVER, folder / "no-host")
+                  .find("cannot start " + (folder / "no-host").string() + ": "),
+              0U);
+#ifdef _WIN32
+    EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"),
+              "loading any.dll: the driver ended its process with status 0");
+    // The helper of a library's own word size is started, where there is one.
+    EXPECT_EQ(reason(folder / "none.so", {}).find("system error 126") == std::string::npos, false);
+    const std::string text = (folder / "text.dll").string();
+    files::WriteFileAtomically(text, "no library");
+    EXPECT_EQ(reason(text, {}), "cannot load the driver library " + text +
+                                    ": it is neither a 32-bit nor a 64-bit library for Windows");
+    std::string header(0x80, '\0');
+    header.replace(0, 2, "MZ").replace(0x3C, 1, "\x40").replace(0x40, 2, "PE");
+    header.replace(0x44, 2, "\x4C\x01");
+    files::WriteFileAtomically(text, header);
+    const std::string helper = files::TextOf(files::ProgramBeside("qxdriverhost32"));
+    if (!std::filesystem::exists(helper)) {
+        EXPECT_EQ(reason(text, {}),
+                  "the 32-bit driver library " + text + " needs " + helper + ", which is missing");
+    }
+#else
     EXPECT_EQ(reason("any.so", "/bin/true"),
               "loading any.so: the driver ended its process with status 0");
+#endif
 }
 
 } // namespace qx::test

@@ -4,23 +4,23 @@
 // "*" means every function. "echo" is no misbehaviour: the call is written into the file's name and
 // ".log", and is answered with values of its own in place of the keyboard's. Nor is "log": the
 // names of all calls are written there.
+#include "WildSystem.h"
+
 #include "files/Files.h"
 #include "simulator/SimulatedDriver.h"
 
-#include <csignal>
-#include <cstdlib>
+#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <type_traits>
 
-#include <unistd.h>
-
-#define QX_EXPORT extern "C" __attribute__((visibility("default")))
-
 namespace {
+
+using namespace qx::test;
 
 std::unique_ptr<qx::sim::SimulatedDriver> theKeyboard;
 qx::MessagePoster thePoster = nullptr;
@@ -94,15 +94,15 @@ void Misbehave(Arguments... arguments) {
     std::string word;
     action >> word;
     if (word == "crash")
-        std::abort();
+        Crash();
     if (word == "print")
-        (void)!write(STDOUT_FILENO, "printed by a driver\n", 20);
+        Print("printed by a driver\n", 20);
     if (word == "exit")
         _exit(0);
     if (word == "throw")
         throw 7;
-    while (word == "hang")
-        pause();
+    if (word == "hang")
+        Wait();
     while (word == "flood")
         thePoster(1, 2, 3, 50);
     for (int percent = 1; word == "count"; ++percent) // beyond 100
@@ -110,20 +110,21 @@ void Misbehave(Arguments... arguments) {
     for (int percent = 0; word == "rounds"; percent = (percent + 1) % 101)
         thePoster(1, 2, 3, percent);
     if (word == "forge")
-        (void)!write(3, "\xff\xff\xff\xff", 4);
+        Forge();
     if (word == "leave")
-        close(3);
+        Leave();
     if (word == "overrun")
         (Overrun(arguments, std::stoi(theAction.substr(word.size()))), ...);
+#ifndef _WIN32
     if (word == "kill-parent") {
         kill(getppid(), SIGKILL);
-        pause();
+        Wait();
     }
     if (word == "half") { // of a transfer, and the program is killed
         theKeyboard->StopTransferAfter(4);
         (void)theKeyboard->QXCFG_ImageSave();
         kill(getppid(), SIGKILL);
-        pause();
+        Wait();
     }
     if (word == "terminate") { // a process, and all between it and this one
         int process = 0;
@@ -132,11 +133,12 @@ void Misbehave(Arguments... arguments) {
             kill(each, SIGTERM);
         std::ofstream(theFile + ".here") << "here";
     }
+#endif
     if (word == "meet") { // another one, which has to be at work at the same time
         std::ofstream(theFile + ".here") << "here";
         action >> word;
-        while (access(word.c_str(), F_OK) != 0)
-            usleep(1000);
+        while (!std::ifstream(word))
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 

@@ -6,9 +6,11 @@
 #include "files/Sha256.h"
 
 #include <fstream>
+#ifndef _WIN32
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
 namespace qx::host {
 
@@ -173,6 +175,8 @@ TEST_F(RecordsTest, ABackupThatARecordNamesStays) {
     EXPECT_FALSE(kept.contains(unneeded));
 }
 
+#ifndef _WIN32
+
 TEST_F(RecordsTest, AreTheUsersOwnWhateverTheMask) {
     const mode_t mask = umask(0);
     keyboard.cutAfter = 2;
@@ -212,6 +216,8 @@ TEST_F(RecordsTest, OfManyProgramsAtTheSameTimeAreAllKept) {
     EXPECT_FALSE(files::WriteNewFile(records / "new", "second"));
     EXPECT_EQ(files::ReadFile(records / "new"), "first");
 }
+
+#endif
 
 // A damaged entry keeps its own keyboard from being written to, and no other; a damaged receipt
 // keeps nothing from anything. One that was made by hand has no hash, or wrong members.

@@ -73,6 +73,7 @@ TEST_F(QxlTextSourceTest, NamesTheLineThatIsWrong) {
     }
 }
 
+#ifndef _WIN32
 TEST_F(QxlTextSourceTest, RefusesWhatIsNoSmallFile) {
     const std::string most = "1=1033\n#" + std::string((1U << 20U) - 8, '-');
     Write("most.qxl", most);
@@ -98,6 +99,7 @@ TEST_F(QxlTextSourceTest, RefusesWhatIsNoSmallFile) {
     EXPECT_TRUE(source.OpenLanguage(language, Path())) << source.Error();
     EXPECT_EQ(source.FileName(), (m_folder / "most.qxl").string());
 }
+#endif
 
 TEST_F(QxlTextSourceTest, ACheckFindsWhatAnOpenPassesOver) {
     const std::string rectangle = "(0,0,600,600)";

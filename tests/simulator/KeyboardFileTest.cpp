@@ -81,6 +81,7 @@ TEST_F(KeyboardFile, IsRefusedWhenItIsDamaged) {
     ExpectRefused(newer, "offset 6: the version");
 }
 
+#ifndef _WIN32
 TEST_F(KeyboardFile, IsRefusedWhenItIsAPipe) {
     const std::filesystem::path pipe = folder / "pipe.qxk";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -90,6 +91,7 @@ TEST_F(KeyboardFile, IsRefusedWhenItIsAPipe) {
     EXPECT_NE(driver.LastError().find("not an ordinary file"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(folder / "pipe.qxk.lock"));
 }
+#endif
 
 TEST_F(KeyboardFile, IsRefusedWhenItsContentMakesNoKeyboard) {
     const std::vector<std::string> parts = Unseal(kKeyboardFile, good);
