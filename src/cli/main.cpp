@@ -5,8 +5,8 @@
 #include <iostream>
 
 int main(int argc, char** argv) {
-    qx::files::PrepareStandardStreams();
     std::ios::sync_with_stdio(false);
+    qx::files::PrepareStandardStreams();
     const bool hasColor = qx::files::Variable("NO_COLOR").empty() && qx::files::ErrorShowsColors();
     const qx::cli::Streams streams{std::cout, std::cerr, qx::files::ErrorColumns(), hasColor};
     qx::cli::Surroundings surroundings;

@@ -103,9 +103,9 @@ std::vector<BackupEntry> BackupStore::ListOf(const std::string& keyboard) const 
     for (const fs::path& file : RecordsIn(m_folder / files::PathOf(keyboard), kAreasEnding)) {
         std::string name = files::TextOf(file.filename());
         name.resize(name.size() - kAreasEnding.size());
-        entries.push_back(
-            {keyboard + "/" + name, keyboard, name,
-             m_folder / files::PathOf(keyboard + "/" + name + std::string(kDocumentEnding))});
+        entries.push_back({keyboard + "/" + name, keyboard, name,
+                           m_folder / files::PathOf(keyboard) /
+                               files::PathOf(name + std::string(kDocumentEnding))});
     }
     return entries;
 }
@@ -129,7 +129,8 @@ BackupEntry BackupStore::Find(const std::string& id) const {
 }
 
 fs::path BackupStore::AreasOf(const BackupEntry& entry) const {
-    return m_folder / files::PathOf(entry.keyboard + "/" + entry.time + std::string(kAreasEnding));
+    return m_folder / files::PathOf(entry.keyboard) /
+           files::PathOf(entry.time + std::string(kAreasEnding));
 }
 
 Backup BackupStore::Load(const BackupEntry& entry) const {

@@ -1,9 +1,12 @@
-// What a console sends qxconf.exe ends its work in order, and the driver's helper with it.
+// What a console sends qxconf.exe ends its work in order, also with the helper of a driver.
 #include "files/Files.h"
 #include "files/SystemTexts.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <cstdint>
+#include <tuple>
 
 #include <windows.h>
 
@@ -13,7 +16,8 @@ namespace {
 
 constexpr DWORD kPatience = 60'000; // ms
 
-// qxconf.exe in a group of processes of its own, to which an event can be sent.
+// qxconf.exe, without a console. An event comes to it as the system brings it: on a new thread in
+// the system's own function.
 class Program {
 public:
     Program(const std::string& arguments, const std::filesystem::path& errors) {
@@ -27,8 +31,8 @@ public:
         start.hStdError = error;
         std::wstring line =
             L"\"" + files::PathOf(QX_QXCONF).native() + L"\" " + files::PathOf(arguments).native();
-        EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                                   CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &start, &m_process));
+        EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                   nullptr, &start, &m_process));
         CloseHandle(error);
     }
     ~Program() {
@@ -40,7 +44,14 @@ public:
     Program& operator=(const Program&) = delete;
 
     void Send(DWORD event) const {
-        EXPECT_TRUE(GenerateConsoleCtrlEvent(event, m_process.dwProcessId)) << GetLastError();
+        const auto routine = reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void (*)()>(
+            GetProcAddress(GetModuleHandleW(L"kernelbase.dll"), "CtrlRoutine")));
+        ASSERT_NE(routine, nullptr);
+        const HANDLE thread = CreateRemoteThread(
+            m_process.hProcess, nullptr, 0, routine,
+            reinterpret_cast<void*>(static_cast<std::uintptr_t>(event)), 0, nullptr);
+        ASSERT_NE(thread, nullptr);
+        CloseHandle(thread);
     }
     [[nodiscard]] bool IsRunning() const {
         return WaitForSingleObject(m_process.hProcess, 20) == WAIT_TIMEOUT;
@@ -58,27 +69,31 @@ private:
 
 } // namespace
 
-TEST(ConsoleEvents, PositionModeIsTakenBackThroughTheHelper) {
-    AllocConsole(); // where there is none
-    const TempFolder folder;
-    const std::string file = (folder / "till.qxk").string();
-    const auto errors = folder / "errors";
-    files::WriteFileAtomically(file + ".wild", "* log");
-    const Program program("--driver \"" QX_WILD_DRIVER "\" --keyboard \"" + file +
-                              "\" --model full --layouts \"" QX_LAYOUTS "\" position watch",
-                          errors);
-    const auto has = [](const std::filesystem::path& log, const char* text) {
-        std::error_code ignored;
-        return std::filesystem::exists(log, ignored) &&
-               files::ReadFile(log).find(text) != std::string::npos;
-    };
-    while (program.IsRunning() && !has(file + ".log", "QXCFG_GetPositionKey"))
-        ;
-    ASSERT_TRUE(program.IsRunning()) << files::ReadFile(errors);
-    program.Send(CTRL_BREAK_EVENT);
-    EXPECT_EQ(program.Status(), 128U + 21U);
-    EXPECT_TRUE(has(errors, "ended by Ctrl+Break")) << files::ReadFile(errors);
-    EXPECT_TRUE(has(file + ".log", "QXCFG_DisablePositionMode")) << files::ReadFile(file + ".log");
+// Ctrl+Break, or the end of the console or of the session, which gives a program a few seconds.
+TEST(ConsoleEvents, PositionModeIsTakenBack) {
+    for (const auto& [event, status, words] :
+         {std::tuple(CTRL_BREAK_EVENT, 128U + 21U, "ended by Ctrl+Break"),
+          {CTRL_CLOSE_EVENT, 128U + 15U, "ended by the end of the console or of the session"}}) {
+        const TempFolder folder;
+        const std::string file = (folder / "till.qxk").string();
+        const auto errors = folder / "errors";
+        files::WriteFileAtomically(file + ".wild", "* log");
+        const Program program("--driver \"" QX_WILD_DRIVER "\" --keyboard \"" + file +
+                                  "\" --model full --layouts \"" QX_LAYOUTS "\" position watch",
+                              errors);
+        const auto has = [](const std::filesystem::path& log, const char* text) {
+            std::error_code ignored;
+            return std::filesystem::exists(log, ignored) &&
+                   files::ReadFile(log).find(text) != std::string::npos;
+        };
+        while (program.IsRunning() && !has(file + ".log", "QXCFG_GetPositionKey"))
+            ;
+        ASSERT_TRUE(program.IsRunning()) << files::ReadFile(errors);
+        program.Send(event);
+        EXPECT_EQ(program.Status(), status);
+        EXPECT_TRUE(has(errors, words)) << files::ReadFile(errors);
+        EXPECT_TRUE(has(file + ".log", "QXCFG_DisablePositionMode"));
+    }
 }
 
 } // namespace qx::test

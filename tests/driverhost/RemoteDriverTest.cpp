@@ -218,10 +218,9 @@ TEST_F(Remote, AProcessThatCannotServeIsNamed) {
                   .find("cannot start " + (folder / "no-host").string() + ": "),
               0U);
 #ifdef _WIN32
-    EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"),
-              "loading any.dll: the driver ended its process with status 0");
+    EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"), // which takes no arguments
+              "loading any.dll: the driver ended its process with status 1");
     // The helper of a library's own word size is started, where there is one.
-    EXPECT_EQ(reason(folder / "none.so", {}).find("system error 126") == std::string::npos, false);
     const std::string text = (folder / "text.dll").string();
     files::WriteFileAtomically(text, "no library");
     EXPECT_EQ(reason(text, {}), "cannot load the driver library " + text +

@@ -60,7 +60,7 @@ template <typename Other>
 void Answer(Other /*unchanged*/) {}
 
 void Log(const std::string& text) {
-    std::ofstream(theFile + ".log", std::ios::app) << text << '\n';
+    std::ofstream(theFile + ".log", std::ios::app | std::ios::binary) << text << '\n';
 }
 
 template <typename... Arguments>
