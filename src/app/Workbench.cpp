@@ -127,10 +127,14 @@ void Workbench::Connect() {
     m_stages.Begin();
     try {
         m_driver = setup::OpenDriver(m_options.keyboard);
-        m_driverNote = ToQt(m_driver.note);
+        const bool isApart = m_driver.failure != nullptr;
+        m_driverNote = isApart ? tr("The driver library is of another word size than this program "
+                                    "and runs in a program of its own.")
+                               : ToQt(m_driver.note);
         host::Session::Options options;
         options.progress = [this](int percent) { emit Progressed(percent); };
         options.statusText = m_driver.statusText;
+        options.failure = m_driver.failure;
         m_session =
             std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(options));
         m_stages.Follow(m_session->Access());
@@ -138,6 +142,8 @@ void Workbench::Connect() {
         m_session->Open();
         for (const host::StartWarning& warning : m_session->Warnings())
             emit Noticed(WarningText(warning));
+        if (isApart)
+            emit Noticed(m_driverNote);
         AttachKeyboard();
         ReloadPreferences();
     } catch (...) {

@@ -1,6 +1,7 @@
 // Transfers: what they leave in the keyboard, and what the user is told when they break off.
 #include "Desk.h"
 #include "app/FilesPage.h"
+#include "files/Files.h"
 
 #include <QLineEdit>
 #include <QSlider>
@@ -49,6 +50,30 @@ TEST(Transfers, AFailedWriteSaysSoAndIsNeverCalledDone) {
         noticed += isHeld ? 0 : 1;
     }
     EXPECT_GT(noticed, 0);
+}
+
+TEST(Transfers, ADriverInAProcessOfItsOwnMayDieInAWrite) {
+    Desk desk;
+    files::WriteFileAtomically(desk.folder / "other.qxk.wild", "QXCFG_ImageSave crash");
+    setup::KeyboardChoice choice{QX_WILD_DRIVER, desk.folder / "other.qxk", "full"};
+    choice.isolation.emplace();
+    ASSERT_TRUE(desk.window->Keyboards().Connect(choice));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("runs in a program of its own")))
+        << desk.Notice().toStdString();
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Write();
+    ASSERT_EQ(desk.warnings.size(), 1) << desk.warnings.join(u'\n').toStdString();
+    EXPECT_TRUE(
+        desk.details.front().contains(QStringLiteral("QXCFG_ImageSave: the driver crashed")))
+        << desk.details.front().toStdString();
+    EXPECT_EQ(desk.workbench.Records().journal.Entries().size(), 1U);
+
+    files::RemoveFile(desk.folder / "other.qxk.wild");
+    ASSERT_TRUE(desk.window->Keyboards().Connect(choice));
+    desk.Write();
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and found equal")))
+        << desk.Notice().toStdString();
 }
 
 TEST(Transfers, TheReviewWarnsOfAnIdentifierThatTheKeyboardDoesNotHave) {

@@ -591,6 +591,13 @@
     </message>
 </context>
 <context>
+    <name>EndSignals</name>
+    <message>
+        <source>Settings are being transferred.</source>
+        <translation>Einstellungen werden gerade übertragen.</translation>
+    </message>
+</context>
+<context>
     <name>Failures</name>
     <message>
         <source>The keyboard could not be opened.</source>
@@ -2342,6 +2349,10 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
     <message>
         <source>The damaged preferences are kept in %1.</source>
         <translation>Die beschädigten Einstellungen liegen nun in %1.</translation>
+    </message>
+    <message>
+        <source>The driver library is of another word size than this program and runs in a program of its own.</source>
+        <translation>Die Treiberbibliothek hat eine andere Wortbreite als dieses Programm und läuft in einem eigenen Programm.</translation>
     </message>
 </context>
 <context>
