@@ -1,9 +1,11 @@
-// Makes pictures of all pages of the application: Screenshots FOLDER LAYOUTS LANGUAGE light|dark
+// Makes pictures of all pages of the application: Screenshots FOLDER LAYOUTS LANGUAGE LOOK
 //
-// They show a simulated keyboard of its own with a few settings; `make` beside this file runs it
-// for all combinations.
+// The look is "light" or "dark", which are the same on every system, or "system", the system's own.
+// They show a simulated keyboard of its own with a few settings; `make` beside this file and
+// packaging/windows/pictures run it for all combinations.
 #include "app/Language.h"
 #include "app/MainWindow.h"
+#include "app/Paths.h"
 #include "app/StartWizard.h"
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
@@ -159,11 +161,12 @@ int main(int argc, char** argv) {
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() != 5)
         return 2;
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (arguments[4] != QLatin1String("system"))
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (arguments[4] == QLatin1String("dark"))
         QApplication::setPalette(DarkPalette());
 
-    const auto folder = std::filesystem::path(arguments[1].toStdString());
+    const auto folder = app::ToPath(arguments[1]);
     const auto work = folder / "work";
     std::filesystem::create_directories(work);
     std::ofstream(work / "till.json") << kSettings;
@@ -171,7 +174,7 @@ int main(int argc, char** argv) {
         views::QtPlatform platform;
         app::Language language;
         app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", "full"},
-                                                       arguments[2].toStdString(),
+                                                       app::ToPath(arguments[2]),
                                                        {},
                                                        work / "settings.ini",
                                                        work / "records"});
@@ -182,7 +185,7 @@ int main(int argc, char** argv) {
         window.resize(1180, 760);
         window.show();
         window.Keyboards().Connect(workbench.Choice());
-        window.Documents().Open(QString::fromStdString((work / "till.json").string()));
+        window.Documents().Open(app::ToQt(work / "till.json"));
         Camera camera(arguments[1]);
         TakeAll(camera, window, workbench);
     }
