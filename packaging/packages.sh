@@ -6,7 +6,7 @@ format_packages=(clang-format)
 lint_packages=(clang-tidy)
 cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
                 googletest)
-wine_packages=(wine64 xvfb)
+wine_packages=(wine64 fonts-wine xvfb)
 package_packages=(nsis cmark-gfm mandoc zip unzip)
 qt_source_packages=(dpkg-dev debian-archive-keyring)
 fuzz_packages=(clang libclang-rt-14-dev)
