@@ -22,8 +22,8 @@ std::wstring& PathOfThread() {
 
 void Write(std::string_view sName, DWORD type, const void* data, std::size_t size) {
     const LSTATUS status =
-        RegSetKeyValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideText(sName).c_str(),
-                        type, data, static_cast<DWORD>(size));
+        RegSetKeyValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideText(sName).c_str(), type,
+                        data, static_cast<DWORD>(size));
     if (status != ERROR_SUCCESS)
         Trace("registry value \"" + std::string(sName) + "\" cannot be written: system error " +
               std::to_string(status));
