@@ -14,6 +14,10 @@
 #include <mutex>
 #include <tuple>
 
+#ifdef _WIN32
+#include "driverhost/PostingLibrary.h"
+#endif
+
 namespace qx::driverhost {
 
 namespace {
@@ -146,7 +150,7 @@ private:
     }
     [[nodiscard]] Frame Load(Values& request) {
         try {
-            m_library = std::make_unique<DriverLibrary>(std::string(request.TakeBytes()));
+            m_library = Opened(std::string(request.TakeBytes()));
         } catch (const std::runtime_error& error) {
             Frame answer(Kind::NotLoaded);
             answer.Put(std::string_view(error.what()));
@@ -163,6 +167,7 @@ private:
         try {
             Frame answer(Kind::Answer);
             kCallers[function](*m_library, request, answer);
+            FlushMessages(*m_library);
             return answer;
         } catch (const Overrun&) {
             return Frame(Kind::Overrun);
@@ -181,11 +186,27 @@ private:
         theHost->Send(message);
     }
 
+#ifdef _WIN32
+    using Library = PostingLibrary;
+    static std::unique_ptr<Library> Opened(const std::string& file) {
+        return std::make_unique<Library>(file, &Post);
+    }
+    static void FlushMessages(Library& library) {
+        library.Flush();
+    }
+#else
+    using Library = DriverLibrary;
+    static std::unique_ptr<Library> Opened(const std::string& file) {
+        return std::make_unique<Library>(file);
+    }
+    static void FlushMessages(Library& /*library*/) {} // drivers post by a function
+#endif
+
     static inline Host* theHost = nullptr; // a driver's callback carries no other way back
 
     process::Channel& m_channel;
     std::mutex m_sending;
-    std::unique_ptr<DriverLibrary> m_library;
+    std::unique_ptr<Library> m_library;
 };
 
 } // namespace

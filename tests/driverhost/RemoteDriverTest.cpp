@@ -144,6 +144,26 @@ TEST_F(Remote, ATransferReportsItsProgressWhileItRuns) {
     EXPECT_EQ(driver->Failure(), "");
 }
 
+#ifdef _WIN32
+TEST_F(Remote, ADriverThatPostsToAWindowIsHeard) {
+    RemoteDriver driver(QX_POSTING_DRIVER, {});
+    driver.QXSIM_SetMessagePoster(&Post);
+    for (const int round : {1, 2}) {
+        driver.QXCFG_TransferNotification(40 + round, 0x8000, round);
+        posted.clear();
+        EXPECT_EQ(driver.QXCFG_ImageLoad(), 0);
+        const std::string prefix = std::to_string(40 + round) + " 32768 " + std::to_string(round);
+        EXPECT_EQ(posted,
+                  (std::vector<std::string>{prefix + " 0", prefix + " 50", prefix + " 100"}));
+    }
+    driver.QXCFG_TransferNotification(0, 0, 0);
+    posted.clear();
+    EXPECT_EQ(driver.QXCFG_ImageLoad(), 17);
+    EXPECT_TRUE(posted.empty());
+    EXPECT_EQ(driver.Failure(), "");
+}
+#endif
+
 // Whatever it does, the caller has a status at once, and one sentence.
 TEST_F(Remote, ADriverThatMisbehavesIsGone) {
     struct Row {
