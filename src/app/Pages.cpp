@@ -57,6 +57,8 @@ QLabel* Heading(const QString& title) {
     font.setPointSizeF(font.pointSizeF() * 1.4);
     font.setBold(true);
     heading->setFont(font);
+    // Some fonts draw accents above their line, where the label ends.
+    heading->setContentsMargins(0, heading->fontMetrics().height() / 6, 0, 0);
     return heading;
 }
 
