@@ -192,6 +192,7 @@ Section Uninstall
     SetShellVarContext current
     DeleteRegKey HKCU "Software\Tandor\ConfigurationApp"
     DeleteRegKey /ifempty HKCU "Software\Tandor"
+    DeleteRegKey HKCU "Software\qxcontrols" ; the documents that the application opened last
     RMDir /r "$LOCALAPPDATA\qxcontrols"
 keep:
 SectionEnd
