@@ -5,7 +5,10 @@
 #endif
 #include <windows.h>
 
-#include <shellapi.h>
+// Of the C runtime, which cuts the command line as CommandLineToArgvW does. That one is part of
+// shell32, and a console program that loads it is not told when the user logs off.
+extern "C" int __cdecl __wgetmainargs(int* count, wchar_t*** arguments, wchar_t*** environment,
+                                      int expandWildcards, int* mode);
 
 namespace qx::files {
 
@@ -68,11 +71,13 @@ std::string Variable(const char* name) {
 
 std::vector<std::string> Arguments(int /*count*/, char** /*arguments*/) {
     int count = 0;
-    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    wchar_t** arguments = nullptr;
+    wchar_t** environment = nullptr;
+    int mode = 0; // of `new` in that runtime: as it is
+    __wgetmainargs(&count, &arguments, &environment, FALSE, &mode);
     std::vector<std::string> texts;
     for (int i = 1; i < count; ++i)
         texts.push_back(Utf8(arguments[i]));
-    LocalFree(arguments);
     return texts;
 }
 

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <cwchar>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -19,8 +18,6 @@
 #endif
 #include <windows.h>
 
-#include <shellapi.h>
-
 namespace qx::process {
 
 namespace {
@@ -29,7 +26,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kGrace = 2s;              // in which a killed process is expected to be gone
 constexpr DWORD kPipeBuffer = 1U << 16U; // bytes that wait in a channel
-constexpr const wchar_t* kChannelOption = L"--channel="; // a child's last argument: its handle
+constexpr std::string_view kChannelOption = "--channel="; // a child's last argument: its handle
 
 [[noreturn]] void Fail(const std::string& what, DWORD reason) {
     throw std::runtime_error(what + ": " +
@@ -250,15 +247,11 @@ void InterruptWait() {
 }
 
 Channel Channel::ToParent() {
-    int count = 0;
-    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    const std::wstring last = arguments == nullptr || count == 0 ? L"" : arguments[count - 1];
-    LocalFree(arguments);
-    const std::wstring option = kChannelOption;
+    const std::vector<std::string> arguments = files::Arguments(__argc, __argv);
     HANDLE handle = nullptr;
-    if (last.starts_with(option))
-        handle = reinterpret_cast<HANDLE>(
-            static_cast<std::uintptr_t>(std::wcstoull(last.c_str() + option.size(), nullptr, 10)));
+    if (!arguments.empty() && arguments.back().starts_with(kChannelOption))
+        handle = reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(
+            std::strtoull(arguments.back().c_str() + kChannelOption.size(), nullptr, 10)));
     if (handle == nullptr || GetFileType(handle) != FILE_TYPE_PIPE)
         throw std::runtime_error("this program is started by other programs, not by people");
     SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0);
@@ -357,8 +350,8 @@ ChildProcess::ChildProcess(const std::filesystem::path& program,
     std::wstring line = Quoted(program.native());
     for (const std::string& argument : arguments)
         line += L" " + Quoted(files::PathOf(argument).native());
-    line +=
-        L" " + (kChannelOption + std::to_wstring(reinterpret_cast<std::uintptr_t>(ofChild.Get())));
+    const auto number = reinterpret_cast<std::uintptr_t>(ofChild.Get());
+    line += L" " + files::PathOf(kChannelOption).native() + std::to_wstring(number);
     DWORD flags = EXTENDED_STARTUPINFO_PRESENT | CREATE_NEW_PROCESS_GROUP | CREATE_SUSPENDED;
     if (GetConsoleCP() == 0)
         flags |= CREATE_NO_WINDOW;
