@@ -152,6 +152,8 @@ fs::path TargetOf(const fs::path& path) {
     };
     std::error_code reason;
     const fs::path whole = fs::absolute(path, reason);
+    if (whole.native().starts_with(L"\\\\.\\"))
+        fail("it is a device, not a file");
     if (reason || !fs::is_directory(whole.parent_path(), reason))
         fail("there is no folder " + TextOf(whole.parent_path()));
     if (!IsLink(whole))

@@ -127,6 +127,9 @@ TEST(WindowsFiles, WhatCannotBeReadOrWrittenIsNamed) {
               TextOf(folder / ".") + " cannot be read: it is a folder");
     EXPECT_EQ(Refusal([&] { (void)ReadFile("NUL"); }),
               "NUL cannot be read: it is a device, not a file");
+    for (const char* const device : {"NUL", "CON", "\\\\.\\COM1"})
+        EXPECT_EQ(Refusal([&] { WriteFileAtomically(device, "new"); }),
+                  std::string(device) + " cannot be written: it is a device, not a file");
     EXPECT_EQ(Refusal([&] { (void)ReadFile(file, 3); }),
               TextOf(file) + " cannot be read: it has more than 3 bytes");
     RemoveFile(folder / "absent");
