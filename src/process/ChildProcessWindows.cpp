@@ -155,8 +155,10 @@ Handle NewJob() {
 Handle ErrorForChild() {
     HANDLE copy = nullptr;
     const HANDLE self = GetCurrentProcess();
-    if (DuplicateHandle(self, GetStdHandle(STD_ERROR_HANDLE), self, &copy, 0, TRUE,
-                        DUPLICATE_SAME_ACCESS))
+    const HANDLE error = GetStdHandle(STD_ERROR_HANDLE);
+    // The invalid handle has the value of the one that stands for this process.
+    if (error != nullptr && error != INVALID_HANDLE_VALUE &&
+        DuplicateHandle(self, error, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS))
         return Handle(copy);
     auto inheritable = Inheritable();
     return Handle(CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
