@@ -2,6 +2,10 @@
 
 #include "CommandLine.h"
 
+#include "files/SystemTexts.h"
+
+#include <cerrno>
+
 namespace qx::test {
 
 TEST(DriverSource, TheLibraryAndTheProgramKeepTheSameKeyboard) {
@@ -79,6 +83,15 @@ TEST(DriverSource, KeysHaveTheNamesOfTheNearestLayout) {
 
 // What goes wrong is told alike, whether the simulated keyboard is part of the program or loaded.
 TEST(DriverSource, FaultsAreExplainedAlike) {
+#ifdef _WIN32
+    const int noFile = 2;
+    const int noFolder = 3;
+#else
+    const int noFile = ENOENT;
+    const int noFolder = ENOENT;
+#endif
+    const std::string fileIsMissing = files::ReasonOf({noFile, std::system_category()});
+    const std::string folderIsMissing = files::ReasonOf({noFolder, std::system_category()});
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
     const std::string damaged = (folder / "damaged.qxk").string();
@@ -88,7 +101,7 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
     struct Case {
         std::vector<std::string> arguments;
         int status;
-        const char* message;
+        std::string message;
     };
     const Case cases[] = {
         {{"--keyboard", file, "--model", "nosuch", "identify"}, 6, "full, magnet, x1-4620"},
@@ -96,11 +109,11 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
         {{"--keyboard", damaged, "identify"}, 3, "not a file of a simulated keyboard"},
         {{"--keyboard", (folder / "absent/till.qxk").string(), "--model", "full", "identify"},
          3,
-         "No such file"},
+         folderIsMissing},
         {{"--keyboard", file, "--model", "full", "convert", (folder / "nosuch.bin").string(),
           (folder / "new.rom").string(), "0", "0", "0"},
          4,
-         "nosuch.bin cannot be read: No such file"},
+         "nosuch.bin cannot be read: " + fileIsMissing},
         {{"--keyboard", file, "--model", "full", "rom", "load", damaged},
          4,
          "offset 0: not a file of"},

@@ -8,14 +8,21 @@
 namespace qx {
 
 TEST(DriverLibrary, ErrorsNameTheFileAndWhatIsWrong) {
+#ifdef _WIN32
+    const char* const missing = "error 126: the file, or a library that it needs, is missing";
+    const char* const text = "error 193: the file is not a library";
+#else
+    const char* const missing = "No such file";
+    const char* const text = "cannot load the driver library";
+#endif
     const test::TempFolder folder;
     std::ofstream(folder / "text.so") << "this is no library";
     const struct {
         std::string path;
         std::string reason;
     } cases[] = {
-        {(folder / "missing.so").string(), "No such file"},
-        {(folder / "text.so").string(), "cannot load the driver library"},
+        {(folder / "missing.so").string(), missing},
+        {(folder / "text.so").string(), text},
         {QX_INCOMPLETE_DRIVER, "lacks the functions QXCFG_ImageSave, QXCFG_GetPositionKey"},
     };
     for (const auto& each : cases) {

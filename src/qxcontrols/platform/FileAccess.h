@@ -29,6 +29,9 @@ namespace qx {
 #ifdef _WIN32
 // A name, or any other text, as the system takes it.
 [[nodiscard]] std::wstring WideText(std::string_view sText);
+
+// The number of an error of the system, and the system's words for it where it has some.
+[[nodiscard]] std::string SystemError(unsigned long lNumber);
 #endif
 
 } // namespace qx

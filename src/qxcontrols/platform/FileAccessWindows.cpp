@@ -11,6 +11,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace qx {
@@ -33,15 +34,22 @@ struct SearchCloser {
     }
 };
 
-std::string LastError() {
-    return "system error " + std::to_string(GetLastError());
-}
-
 } // namespace
 
 std::wstring WideText(std::string_view sText) {
     const std::u16string units = Utf16FromUtf8(sText);
     return {units.begin(), units.end()};
+}
+
+std::string SystemError(unsigned long lNumber) {
+    const std::string number = "system error " + std::to_string(lNumber);
+    std::array<wchar_t, 1024> text{};
+    const DWORD size =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, lNumber,
+                       0, text.data(), static_cast<DWORD>(text.size()), nullptr);
+    std::u16string words(text.begin(), text.begin() + size);
+    words.resize(words.find_last_not_of(u" .\r\n") + 1);
+    return words.empty() ? number : number + ": " + Utf8FromUtf16(words);
 }
 
 std::string OwnFileName(std::string sName) {
@@ -78,7 +86,7 @@ std::vector<std::string> FilesIn(const std::string& sFolder, std::string_view sE
     const std::unique_ptr<HANDLE, SearchCloser> search(
         FindFirstFileW(WideText(prefix + "*").c_str(), &found));
     if (search.get() == INVALID_HANDLE_VALUE) {
-        error = LastError();
+        error = SystemError(GetLastError());
         return {};
     }
     std::vector<std::string> files;
@@ -89,7 +97,7 @@ std::vector<std::string> FilesIn(const std::string& sFolder, std::string_view sE
             files.push_back(prefix + utf8);
     } while (FindNextFileW(search.get(), &found) != FALSE);
     if (GetLastError() != ERROR_NO_MORE_FILES) {
-        error = LastError();
+        error = SystemError(GetLastError());
         return {};
     }
     std::sort(files.begin(), files.end());

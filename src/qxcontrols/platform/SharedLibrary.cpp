@@ -31,8 +31,18 @@ void* Open(const std::string& sFilename) {
     return LoadLibraryExW(whole.c_str(), nullptr,
                           LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
+// For two of them the system's own words mislead: a module is not found, and "%1" is not valid.
 std::string Reason() {
-    return "system error " + std::to_string(GetLastError());
+    const DWORD number = GetLastError();
+    const std::string text = "system error " + std::to_string(number) + ": ";
+    switch (number) {
+    case ERROR_MOD_NOT_FOUND:
+        return text + "the file, or a library that it needs, is missing";
+    case ERROR_BAD_EXE_FORMAT:
+        return text + "the file is not a library that this program can load";
+    default:
+        return SystemError(number);
+    }
 }
 #else
 void* Open(const std::string& sFilename) {

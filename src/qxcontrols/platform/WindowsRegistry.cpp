@@ -25,8 +25,8 @@ void Write(std::string_view sName, DWORD type, const void* data, std::size_t siz
         RegSetKeyValueW(HKEY_CURRENT_USER, PathOfThread().c_str(), WideText(sName).c_str(), type,
                         data, static_cast<DWORD>(size));
     if (status != ERROR_SUCCESS)
-        Trace("registry value \"" + std::string(sName) + "\" cannot be written: system error " +
-              std::to_string(status));
+        Trace("registry value \"" + std::string(sName) +
+              "\" cannot be written: " + SystemError(static_cast<unsigned long>(status)));
 }
 
 } // namespace
