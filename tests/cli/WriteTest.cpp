@@ -295,14 +295,13 @@ TEST(Write, OneOfSeveralInterruptedWritesIsNamed) {
     CommandLine keyboard;
     Json document = Json::parse(keyboard.Done({"upload"}));
     const auto file = keyboard.folder / "keyboard.qxk";
-    std::filesystem::copy_file(file, keyboard.folder / "B");
+    const std::string before = files::ReadFile(file);
     document["commonKeyboard"]["outputDelay"] = 77;
     Fault cut;
     cut.writtenBytes = 1;
     std::string half;
     for (const char* sequence : {"A", "B"}) {
-        std::filesystem::copy_file(keyboard.folder / "B", file,
-                                   std::filesystem::copy_options::overwrite_existing);
+        files::WriteFileAtomically(file, before);
         document["magnetCard"]["tracks"][1]["header"] = sequence;
         const std::string name = sequence + std::string(".json");
         EXPECT_EQ(keyboard.Run({"download", keyboard.Write(name, document.dump())}, cut).status, 4);
