@@ -1,6 +1,6 @@
 ; The installer for Windows, made by packaging/windows/package, which defines
 ;   VERSION  the version
-;   FILES    a file of macros: PutFiles, RemoveFiles, and EachProgram
+;   FILES    a file of macros: PutFiles, RemoveFiles, RemoveFolders and EachProgram
 ;   SIZE     of all files, in kilobytes
 ;   OUT      the installer
 ;   APPLICATION  where the application is among the files
@@ -12,7 +12,9 @@
 ;   3  everything is in place, but Windows did not register the COM library
 ;   4  nothing was changed: a program of QXControls is running, or a host uses the COM library
 ;   5  nothing was changed: this Windows is not a 64-bit one
-; The uninstaller: /S, and /PURGE to remove the user's preferences and records too; 0, 1, 4.
+;   6  nothing was changed: /AllUsers needs the rights of an administrator
+; The uninstaller: /S, and /PURGE to remove the user's preferences and records too; 0, 1, 4, 6, and
+; 2 where a file could not be removed.
 
 Unicode true
 Target amd64-unicode
@@ -22,6 +24,7 @@ OutFile "${OUT}"
 ManifestDPIAware true
 XPStyle on
 ShowInstDetails nevershow
+AllowSkipFiles off ; a file that cannot be written ends the installation
 BrandingText " "
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey ProductName "QXControls"
@@ -57,6 +60,8 @@ LangString InUse ${LANG_ENGLISH} "Close this program, which is in use, and try a
 LangString InUse ${LANG_GERMAN} "Dieses Programm wird gerade benutzt. Bitte schließen und noch einmal versuchen:"
 LangString NotRegistered ${LANG_ENGLISH} "The programs are installed, but Windows did not register the COM library. Hosts that create its objects will not find them."
 LangString NotRegistered ${LANG_GERMAN} "Die Programme sind installiert, aber Windows hat die COM-Bibliothek nicht registriert. Anwendungen, die ihre Objekte erzeugen, finden sie nicht."
+LangString NoRights ${LANG_ENGLISH} "An installation for all users needs the rights of an administrator."
+LangString NoRights ${LANG_GERMAN} "Eine Installation für alle Benutzer braucht die Rechte eines Administrators."
 LangString Not64 ${LANG_ENGLISH} "QXControls needs a 64-bit Windows."
 LangString Not64 ${LANG_GERMAN} "QXControls braucht ein 64-Bit-Windows."
 LangString Purge ${LANG_ENGLISH} "Also delete your preferences, and the backups and records of what was written to keyboards?"
@@ -96,12 +101,29 @@ LangString DocumentName ${LANG_GERMAN} "Tastatur-Dokument"
     ${EndIf}
 !macroend
 
+; Without this a silent installation would show a message, and wait.
+!macro RequireRights
+    ${GetParameters} $1
+    ClearErrors
+    ${GetOptions} $1 "/AllUsers" $2
+    ${IfNot} ${Errors}
+        UserInfo::GetAccountType
+        Pop $2
+        ${If} $2 != "Admin"
+            MessageBox MB_OK|MB_ICONSTOP "$(NoRights)" /SD IDOK
+            SetErrorLevel 6
+            Quit
+        ${EndIf}
+    ${EndIf}
+!macroend
+
 Function .onInit
     ${IfNot} ${RunningX64}
         MessageBox MB_OK|MB_ICONSTOP "$(Not64)" /SD IDOK
         SetErrorLevel 5
         Quit
     ${EndIf}
+    !insertmacro RequireRights
     SetRegView 64
     StrCpy $9 $INSTDIR ; what /D names
     !insertmacro MULTIUSER_INIT
@@ -114,6 +136,7 @@ Function .onInit
 FunctionEnd
 
 Function un.onInit
+    !insertmacro RequireRights
     SetRegView 64
     !insertmacro MULTIUSER_UNINIT
 FunctionEnd
@@ -122,7 +145,8 @@ Section
     !insertmacro EachProgram RequireFree
     ; An earlier version goes, with the files that this one no longer has.
     ReadRegStr $8 SHCTX "${UNINSTALL}" InstallLocation
-    ${If} ${FileExists} "$8\uninstall.exe"
+    ${If} $8 != ""
+    ${AndIf} ${FileExists} "$8\uninstall.exe"
         ExecWait '"$8\uninstall.exe" /S /$MultiUser.InstallMode _?=$8' $0
         ${If} $0 != 0
             SetErrorLevel $0
@@ -159,6 +183,7 @@ Section
     WriteRegStr SHCTX "Software\Classes\${DOCUMENT}\DefaultIcon" "" "$INSTDIR\bin\qx-configurator.exe,0"
     WriteRegStr SHCTX "Software\Classes\${DOCUMENT}\shell\open\command" "" '"$INSTDIR\bin\qx-configurator.exe" "%1"'
     WriteRegStr SHCTX "Software\Classes\.json\OpenWithProgids" "${DOCUMENT}" ""
+    System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)' ; file types have changed
 !endif
 
     !insertmacro Register "" $0
@@ -171,7 +196,12 @@ SectionEnd
 Section Uninstall
     !insertmacro EachProgram RequireFree
     !insertmacro Register "/u" $0
+    ClearErrors
     !insertmacro RemoveFiles
+    ${If} ${Errors}
+        SetErrorLevel 2
+    ${EndIf}
+    !insertmacro RemoveFolders
     Delete "$INSTDIR\uninstall.exe"
     SetOutPath "$TEMP"
     RMDir "$INSTDIR"

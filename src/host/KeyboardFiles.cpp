@@ -3,6 +3,7 @@
 #include "files/Files.h"
 #include "files/SystemTexts.h"
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/platform/AnsiText.h"
 #include "qxcontrols/pos/QXPosCodePage.h"
 
 namespace qx::host {
@@ -32,11 +33,22 @@ std::string WhyNoCodePage(const std::filesystem::path& file) {
 
 } // namespace
 
+std::string NameForDriver(const std::filesystem::path& file) {
+    std::error_code ignored;
+    const std::string whole = files::TextOf(std::filesystem::absolute(file, ignored));
+    if (TextFromAnsi(AnsiText(whole)) != whole)
+        throw Error(ErrorKind::FileFailed,
+                    whole + " has letters that are not in the system's character set: the driver "
+                            "would open another file");
+    return files::TextOf(file);
+}
+
 void WriteBeside(const std::filesystem::path& file,
                  const std::function<void(const std::string& beside)>& write) {
+    (void)NameForDriver(file); // before anything is made
     try {
         files::WriteFileAtomically(file, [&](const std::filesystem::path& beside) {
-            write(files::TextOf(beside));
+            write(NameForDriver(beside));
             if (std::filesystem::file_size(beside) == 0)
                 throw Error(ErrorKind::TransferFailed,
                             "the driver reported success and wrote nothing into the file; " +
@@ -60,10 +72,10 @@ void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
 
 Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const KeyboardFileKind& kind,
                                  const std::filesystem::path& file, const SerialLine& line) {
+    const std::string name = NameForDriver(file);
     const auto load = [&] {
-        Run(session, kind,
-            "loading the " + std::string(kind.content) + " from " + files::TextOf(file),
-            files::TextOf(file), line, kind.load);
+        Run(session, kind, "loading the " + std::string(kind.content) + " from " + name, name, line,
+            kind.load);
     };
     Writer::Request request;
     request.action = std::string(kind.key) + " load";

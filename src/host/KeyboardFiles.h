@@ -33,6 +33,10 @@ inline constexpr KeyboardFileKind kKeyboardFiles[] = {
      &QXKeyboardAccess::LoadParameterFromFile, false},
 };
 
+// The file's name, as drivers are given it. Throws Error(FileFailed) for one that the driver's
+// 8-bit character set does not have whole: it would name another file.
+[[nodiscard]] std::string NameForDriver(const std::filesystem::path& file);
+
 // Has `write` fill a file beside the wanted one, which is replaced when all went well. Throws what
 // `write` throws, Error(TransferFailed) when that left the file empty, and Error(FileFailed).
 void WriteBeside(const std::filesystem::path& file,

@@ -103,7 +103,7 @@ struct Conversion {
 };
 
 void Convert(Context& context, const Conversion& conversion) {
-    std::string source = conversion.source;
+    std::string source = host::NameForDriver(files::PathOf(conversion.source));
     host::Session& session = context.Driver();
     RefuseTarget(context, conversion.destination);
     RefuseOwnSource(conversion.source, conversion.destination);
