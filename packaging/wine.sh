@@ -15,7 +15,8 @@ end_wine() {
     rm -rf "$folder"
 }
 trap end_wine EXIT
-export WINEPREFIX=$folder/prefix WINEDEBUG=-all LC_ALL=C.UTF-8
+export WINEPREFIX=$folder/prefix WINEDEBUG=-all
+export LC_ALL=C.UTF-8 # names of files have all letters
 # No questions about downloads, and nothing in the menus of the machine.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 exec {number}<> <(:)

@@ -24,13 +24,12 @@ constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // of a driver that i
 
 // Libraries of both word sizes are in use.
 std::filesystem::path ProgramFor(const std::filesystem::path& library) {
-    constexpr int kOwnSize = 8 * sizeof(void*);
     std::error_code ignored;
     const auto size = WordSizeOf(library);
     if (!size && std::filesystem::exists(library, ignored))
         throw std::runtime_error("cannot load the driver library " + files::TextOf(library) +
                                  ": it is neither a 32-bit nor a 64-bit library for Windows");
-    const std::string bits = std::to_string(size.value_or(kOwnSize));
+    const std::string bits = std::to_string(size.value_or(kOwnWordSize));
     auto program = files::ProgramBeside("qxdriverhost" + bits);
     if (!std::filesystem::exists(program, ignored))
         throw std::runtime_error("the " + bits + "-bit driver library " + files::TextOf(library) +

@@ -117,8 +117,9 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
 
 // A library of the other word size cannot be loaded here in any case.
 bool NeedsProcess(const KeyboardChoice& choice) {
-    constexpr int kOwnSize = 8 * sizeof(void*);
-    return choice.isolation || driverhost::WordSizeOf(choice.driver).value_or(kOwnSize) != kOwnSize;
+    using driverhost::kOwnWordSize;
+    return choice.isolation ||
+           driverhost::WordSizeOf(choice.driver).value_or(kOwnWordSize) != kOwnWordSize;
 }
 
 OpenedDriver OpenLibrary(const KeyboardChoice& choice) {

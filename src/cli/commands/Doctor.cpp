@@ -18,7 +18,7 @@ namespace qx::cli {
 
 namespace {
 
-constexpr int kOwnWordSize = 8 * sizeof(void*);
+using driverhost::kOwnWordSize;
 
 using Rows = std::vector<std::vector<std::string>>;
 
@@ -97,10 +97,10 @@ private:
     }
 
     void Program() {
+        const std::string system = files::SystemName();
         m_json["program"] = {
-            {"version", QX_VERSION}, {"wordSize", kOwnWordSize}, {"system", files::SystemName()}};
-        Add("program",
-            {{"qxconf", QX_VERSION ", " + Bits(kOwnWordSize)}, {"system", files::SystemName()}});
+            {"version", QX_VERSION}, {"wordSize", kOwnWordSize}, {"system", system}};
+        Add("program", {{"qxconf", QX_VERSION ", " + Bits(kOwnWordSize)}, {"system", system}});
     }
 
     void Driver() {
@@ -126,12 +126,13 @@ private:
         Rows rows = {{"library", place}};
         try {
             const std::string bytes = files::ReadFile(library);
+            const std::string hash = files::Sha256(bytes);
             const std::optional<int> wordSize = driverhost::WordSizeOf(library);
             json["size"] = bytes.size();
-            json["sha256"] = files::Sha256(bytes);
+            json["sha256"] = hash;
             json["wordSize"] = wordSize ? host::Json(*wordSize) : host::Json();
             rows.push_back({"size", Counted(bytes.size(), "byte")});
-            rows.push_back({"SHA-256", files::Sha256(bytes)});
+            rows.push_back({"SHA-256", hash});
             rows.push_back({"word size", wordSize ? Bits(*wordSize) : "none: this is no library"});
         } catch (const std::runtime_error& error) {
             rows.push_back({"file", error.what()});
