@@ -3,8 +3,8 @@
 
 #include "com/windows/ClassFactory.h"
 #include "com/windows/ComObject.h"
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/pos/POSBlock.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 #include "qxcontrols/readers/OptionBool.h"
 #include "qxcontrols/readers/QXBarcode.h"
 

@@ -3,12 +3,12 @@
 
 #include "../tests/support/FakeDriver.h"
 #include "Fuzz.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
-#include "qxcontrols/readers/BlockRoutines.h"
 #include "qxcontrols/readers/MagneticBlocks.h"
 
 #include <stdexcept>

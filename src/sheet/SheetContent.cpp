@@ -5,12 +5,12 @@
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/keys/SequenceText.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
-#include "qxcontrols/readers/SequenceText.h"
 
 #include <QCoreApplication>
 
@@ -97,7 +97,7 @@ private:
 
     // The keys that are pressed, for the little room of a key cap.
     [[nodiscard]] QString Pressed(const KeySequence& sequence) const {
-        return Printable(SequenceText(sequence, &m_layout, false)).trimmed();
+        return Printable(SequenceCaption(sequence, &m_layout, false)).trimmed();
     }
 
     [[nodiscard]] QString KeyName(Long lPositionCode) const {

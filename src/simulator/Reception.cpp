@@ -1,5 +1,6 @@
 #include "simulator/Reception.h"
 
+#include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
 
@@ -77,7 +78,6 @@ std::string OriginText(const Stretch& stretch, const Words& words) {
 }
 
 std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {
-    constexpr Integer kRelease = 128;
     if (stretch.keys.empty())
         return "\"" + stretch.data + "\"";
     // The keys beyond 127, of which no code speaks, send nothing but their own make and break, and

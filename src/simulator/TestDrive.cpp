@@ -3,6 +3,7 @@
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/pos/POSCodeMapping.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
@@ -41,7 +42,6 @@ void Check(const char* what, Integer number, Integer first, Integer last) {
 }
 
 std::vector<KeyStroke> StrokesOf(const KeySequence& sequence) {
-    constexpr Integer kRelease = 128; // a code from here on releases the key of the code less this
     std::vector<KeyStroke> keys;
     for (const Integer code : sequence.Codes()) {
         const bool isReleased = code >= kRelease;

@@ -1,6 +1,6 @@
 #include "views/QXFreeProgKeysView.h"
 
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 #include "views/QXLayoutDisplayView.h"
 #include "views/SequenceLabel.h"
 
@@ -12,7 +12,8 @@ namespace qx::views {
 QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent) : QWidget(parent) {
     auto* keys = new QXLayoutDisplayView(control.layoutDisplay);
     keys->SetSequenceText([&control](Integer nPositionCode) {
-        return SequenceText(control.Sequences().Key(nPositionCode), control.LayoutSource(), false);
+        return SequenceCaption(control.Sequences().Key(nPositionCode), control.LayoutSource(),
+                               false);
     });
     auto* caption = new QLabel;
     auto* sequence = new SequenceLabel;

@@ -1,6 +1,6 @@
 #include "views/QXLayeredFuncKeysView.h"
 
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 #include "views/SequenceLabel.h"
 
 #include <QEvent>
@@ -145,8 +145,8 @@ KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey) const {
     cap.isCurrent = key.Current;
     cap.isEnabled = key.Enabled;
     const QString sequence =
-        ToQt(SequenceText(m_control.Layer(m_control.CurrentLayer()).GetKey(nKey),
-                          m_control.LayoutSource(), false))
+        ToQt(SequenceCaption(m_control.Layer(m_control.CurrentLayer()).GetKey(nKey),
+                             m_control.LayoutSource(), false))
             .trimmed();
     cap.toolTip = ToQt(key.ToolTip);
     if (!sequence.isEmpty())

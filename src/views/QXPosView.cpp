@@ -1,7 +1,7 @@
 #include "views/QXPosView.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 #include "views/QXPosDisplayView.h"
 
 #include <QHBoxLayout>
@@ -21,7 +21,7 @@ QString SequenceOf(const QXPos& control, const QXKeyboardLayoutData* layout, Int
     const Integer slot = control.PosData().FindBlockForKey(nKeyIndex);
     if (slot == 0)
         return {};
-    return ToQt(SequenceText(control.PosData().Block(slot).Sequence(), layout, false)).trimmed();
+    return ToQt(SequenceCaption(control.PosData().Block(slot).Sequence(), layout, false)).trimmed();
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 
-#include "qxcontrols/readers/BlockRoutines.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 
 #include <span>
 

@@ -4,7 +4,7 @@
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 
 namespace qx {
 
@@ -220,7 +220,7 @@ void QXFreeProgKeys::ShowCurrentSequence() {
     lblCurrSeq.Caption.clear();
     if (m_key != kNoKey)
         lblCurrSeq.Caption =
-            SequenceText(m_sequences.Key(m_key), LayoutSource(), chkShowDetails.Value == 1);
+            SequenceCaption(m_sequences.Key(m_key), LayoutSource(), chkShowDetails.Value == 1);
     Refreshed.Raise();
 }
 

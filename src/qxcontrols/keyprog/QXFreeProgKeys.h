@@ -8,11 +8,11 @@
 // keys that the 4620 lacks) leave its end to be filled with blanks.
 #pragma once
 
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/common/ChildControls.h"
 #include "qxcontrols/device/ModuleControl.h"
 #include "qxcontrols/keys/KeyboardSequences.h"
 #include "qxcontrols/keys/QXLayoutDisplay.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 
 #include <array>
 

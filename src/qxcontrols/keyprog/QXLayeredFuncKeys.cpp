@@ -3,7 +3,7 @@
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 
 #include <algorithm>
@@ -337,8 +337,8 @@ void QXLayeredFuncKeys::ShowLayerInfo() {
     ShowKeys();
     lblCurrSeq.Caption.clear();
     if (m_key != kNoKey)
-        lblCurrSeq.Caption =
-            SequenceText(Layer(m_layer).GetKey(m_key), LayoutSource(), chkShowDetails.Value == 1);
+        lblCurrSeq.Caption = SequenceCaption(Layer(m_layer).GetKey(m_key), LayoutSource(),
+                                             chkShowDetails.Value == 1);
     DisplaySymbolDesc();
     Refreshed.Raise();
 }

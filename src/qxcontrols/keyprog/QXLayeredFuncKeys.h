@@ -11,10 +11,10 @@
 // accesses to the addresses from -1 to 14; a host keeps them all from the driver.
 #pragma once
 
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/common/ChildControls.h"
 #include "qxcontrols/device/ModuleControl.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 
 namespace qx {
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "qxcontrols/common/Types.h"
+#include "qxcontrols/keys/KeySequence.h"
 
 #include <cstddef>
 #include <string>
@@ -18,7 +19,7 @@ class QXKeyboardLayoutData;
 class KeyNames {
 public:
     // Keys from here on cannot be pressed through a sequence: their codes are those of releases.
-    static constexpr Long kFirstUnpressable = 128;
+    static constexpr Long kFirstUnpressable = kRelease;
 
     explicit KeyNames(const QXKeyboardLayoutData& layout);
 

@@ -14,6 +14,9 @@
 
 namespace qx {
 
+// Added to a key's id by the code that releases the key.
+inline constexpr Integer kRelease = 128;
+
 class KeySequence {
 public:
     // Characters that one code takes in KeyString.

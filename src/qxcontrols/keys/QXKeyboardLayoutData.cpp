@@ -14,7 +14,6 @@ namespace qx {
 namespace {
 
 constexpr char kFolderEnd = '\\';
-constexpr Long kRelease = 128; // added to a key's id by the code of its release
 
 } // namespace
 

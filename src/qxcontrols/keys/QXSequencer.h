@@ -4,10 +4,10 @@
 // when a control asks for an edit. The host shows the form itself, through Platform::modalForms.
 #pragma once
 
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/common/Event.h"
 #include "qxcontrols/keys/frmSequencer.h"
 #include "qxcontrols/platform/Platform.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 
 #include <string>
 #include <utility>

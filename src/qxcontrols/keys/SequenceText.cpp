@@ -2,6 +2,7 @@
 
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/KeyNames.h"
+#include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <algorithm>
@@ -16,7 +17,6 @@ namespace {
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr char kQuote = '"'; // two of them inside quotes are one
 constexpr char kChord = '+';
-constexpr Long kRelease = 128; // added to a key's id by the code of its release
 constexpr Long kMaxCode = 255;
 
 std::string Quoted(std::string_view text) {

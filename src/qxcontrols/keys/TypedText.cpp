@@ -3,6 +3,7 @@
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/KeyCharacters.h"
 #include "qxcontrols/keys/KeyNames.h"
+#include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <optional>
@@ -17,7 +18,6 @@ namespace {
 // The customary key numbers, which are the same in every layout.
 constexpr Byte kLeftShift = 44;
 constexpr Byte kSpaceBar = 61;
-constexpr Byte kRelease = 128;
 
 struct Stroke {
     Byte key;

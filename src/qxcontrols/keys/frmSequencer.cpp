@@ -3,6 +3,7 @@
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
+#include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXSequencer.h"
 #include "qxcontrols/keys/SequenceText.h"
@@ -16,7 +17,6 @@ namespace qx {
 namespace {
 
 constexpr int kScanInterval = 100; // milliseconds
-constexpr Long kRelease = 128;     // added to a key's code when it goes up
 
 bool IsKeyPressed(Long lCode) {
     return lCode != 0 && lCode != -1 && lCode != -2;

@@ -1,6 +1,6 @@
 #include "qxcontrols/pos/POSModuleBlock.h"
 
-#include "qxcontrols/readers/BlockRoutines.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 
 #include <array>
 #include <stdexcept>

@@ -4,10 +4,10 @@
 // the programmer. The host shows the form itself, through Platform::modalForms.
 #pragma once
 
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/common/Event.h"
 #include "qxcontrols/platform/Platform.h"
 #include "qxcontrols/pos/frmPOSProgrammer.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 
 #include <string>
 #include <utility>

@@ -9,12 +9,12 @@
 // is not downloaded. A model or code map that is set is copied.
 #pragma once
 
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/common/ChildControls.h"
 #include "qxcontrols/device/ModuleControl.h"
 #include "qxcontrols/pos/POSCodeMapping.h"
 #include "qxcontrols/pos/POSKeyboard.h"
 #include "qxcontrols/pos/QXPosDisplay.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 
 namespace qx {
 

@@ -3,10 +3,10 @@
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/pos/QXPOSProgrammer.h"
-#include "qxcontrols/readers/SequenceText.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 
 #include <algorithm>
@@ -88,8 +88,8 @@ std::string frmPOSProgrammer::SentBy(Integer nKey) const {
 }
 
 std::string frmPOSProgrammer::TextOf(const KeySequence& sequence) const {
-    return SequenceText(sequence, m_layout,
-                        m_preferences != nullptr && m_preferences->ShowUpcodes());
+    return SequenceCaption(sequence, m_layout,
+                           m_preferences != nullptr && m_preferences->ShowUpcodes());
 }
 
 // What the clicks do.

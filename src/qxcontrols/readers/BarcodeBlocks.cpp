@@ -1,6 +1,6 @@
 #include "qxcontrols/readers/BarcodeBlocks.h"
 
-#include "qxcontrols/readers/BlockRoutines.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 
 #include <algorithm>
 #include <array>

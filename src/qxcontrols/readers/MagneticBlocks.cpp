@@ -1,6 +1,6 @@
 #include "qxcontrols/readers/MagneticBlocks.h"
 
-#include "qxcontrols/readers/BlockRoutines.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 
 namespace qx {
 

@@ -3,7 +3,7 @@
 // The host replaces the texts on creation with translations. "&&" stands for one ampersand.
 #pragma once
 
-#include "qxcontrols/readers/ButtonCaption.h"
+#include "qxcontrols/common/ButtonCaption.h"
 
 #include <string>
 #include <utility>

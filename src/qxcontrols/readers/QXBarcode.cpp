@@ -1,6 +1,6 @@
 #include "qxcontrols/readers/QXBarcode.h"
 
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -288,8 +288,8 @@ void QXBarcode::ShowSequences() {
         return;
     const bool fUseUpcodes = chkShowDetails.Value == 1;
     const MagneticTrack& reader = CurrentReader();
-    lblReader[0].Caption = SequenceText(reader.Header(), LayoutSource(), fUseUpcodes);
-    lblReader[1].Caption = SequenceText(reader.Terminator(), LayoutSource(), fUseUpcodes);
+    lblReader[0].Caption = SequenceCaption(reader.Header(), LayoutSource(), fUseUpcodes);
+    lblReader[1].Caption = SequenceCaption(reader.Terminator(), LayoutSource(), fUseUpcodes);
 }
 
 } // namespace qx

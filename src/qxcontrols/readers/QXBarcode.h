@@ -6,10 +6,10 @@
 // number 1.
 #pragma once
 
+#include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/common/ChildControls.h"
 #include "qxcontrols/device/ModuleControl.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
-#include "qxcontrols/readers/ButtonCaption.h"
 
 #include <array>
 #include <string>

@@ -3,7 +3,7 @@
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -325,8 +325,8 @@ void QXMagnetCard::ShowOptions() {
 void QXMagnetCard::ShowSequences() {
     const bool fUseUpcodes = chkShowDetails.Value == 1;
     const MagneticTrack& track = GetCurrTrack();
-    lblCurrHeader.Caption = SequenceText(track.Header(), LayoutSource(), fUseUpcodes);
-    lblCurrTerminator.Caption = SequenceText(track.Terminator(), LayoutSource(), fUseUpcodes);
+    lblCurrHeader.Caption = SequenceCaption(track.Header(), LayoutSource(), fUseUpcodes);
+    lblCurrTerminator.Caption = SequenceCaption(track.Terminator(), LayoutSource(), fUseUpcodes);
 }
 
 } // namespace qx

@@ -1,6 +1,6 @@
 #include "qxcontrols/readers/TrackSlots.h"
 
-#include "qxcontrols/readers/BlockRoutines.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 
 namespace qx {
 

@@ -1,4 +1,4 @@
-#include "qxcontrols/readers/BlockRoutines.h"
+#include "qxcontrols/blocks/BlockRoutines.h"
 
 #include "support/BlockRoundTrip.h"
 

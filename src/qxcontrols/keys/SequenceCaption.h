@@ -11,7 +11,7 @@ class QXKeyboardLayoutData;
 
 // The names of the sequence's keys in the layout, with those of the released keys if asked for.
 // Without a layout the codes, separated by blanks.
-[[nodiscard]] std::string SequenceText(const KeySequence& sequence,
-                                       const QXKeyboardLayoutData* layout, bool fUseUpcodes);
+[[nodiscard]] std::string SequenceCaption(const KeySequence& sequence,
+                                          const QXKeyboardLayoutData* layout, bool fUseUpcodes);
 
 } // namespace qx

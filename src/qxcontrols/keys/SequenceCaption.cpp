@@ -1,11 +1,11 @@
-#include "qxcontrols/readers/SequenceText.h"
+#include "qxcontrols/keys/SequenceCaption.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 namespace qx {
 
-std::string SequenceText(const KeySequence& sequence, const QXKeyboardLayoutData* layout,
-                         bool fUseUpcodes) {
+std::string SequenceCaption(const KeySequence& sequence, const QXKeyboardLayoutData* layout,
+                            bool fUseUpcodes) {
     if (layout != nullptr)
         return layout->ConvertKeyStringIntoTextStringUseUpcodes(sequence.KeyString(), fUseUpcodes);
     std::string text;
