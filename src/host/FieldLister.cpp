@@ -1,5 +1,6 @@
 #include "host/FieldLister.h"
 
+#include "host/PlacedVisitor.h"
 #include "host/Snapshot.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
@@ -147,9 +148,7 @@ void FieldLister::List(const FieldList& list) {
             std::erase_if(ids, [&](const FieldList::Id& id) { return !wanted.contains(id); });
     }
     for (const FieldList::Id& id : ids) {
-        std::string key(list.field.key);
-        for (const Integer number : id)
-            key += "[" + std::to_string(number) + "]";
+        const std::string key = ElementPlace(std::string(list.field.key), id);
         m_row = ElementLabel(list, id, m_words);
         if (list.isOfKeys && m_layout != nullptr && !m_layout->KeyCaption(id[0]).empty())
             m_row += " (" + m_layout->KeyCaption(id[0]) + ")";

@@ -1,56 +1,17 @@
 #include "host/Snapshot.h"
 
+#include "host/PlacedVisitor.h"
+
 #include <charconv>
 
 namespace qx::host {
 
 namespace {
 
-std::string ElementPlace(const std::string& listPlace, const FieldList::Id& id) {
-    std::string place = listPlace;
-    for (const Integer number : id)
-        place += "[" + std::to_string(number) + "]";
-    return place;
-}
-
-// The part of both walks that keeps to where it is.
-class PlacedVisitor : public FieldVisitor {
-public:
-    explicit PlacedVisitor(const Section& section)
-        : m_place("/" + std::string(section.Info().key)) {}
-
-    void Object(const Field& field, const std::function<void()>& members) override {
-        Within(PlaceOf(field), members);
-    }
-    void Array(const Field& field, std::size_t count, Integer /*nFirst*/,
-               const std::function<void(const Field&, std::size_t)>& element) override {
-        Within(PlaceOf(field), [&] {
-            for (std::size_t i = 0; i < count; ++i) {
-                const std::string index = std::to_string(i);
-                element({index, ""}, i);
-            }
-        });
-    }
-    [[nodiscard]] bool IsExact() const override { return true; }
-
-protected:
-    [[nodiscard]] std::string PlaceOf(const Field& field) const {
-        return m_place + "/" + std::string(field.key);
-    }
-    void Within(std::string place, const std::function<void()>& walk) {
-        std::swap(m_place, place);
-        walk();
-        std::swap(m_place, place);
-    }
-
-private:
-    std::string m_place;
-};
-
 class Taker : public PlacedVisitor {
 public:
     Taker(const Section& section, Snapshot::Values& values)
-        : PlacedVisitor(section), m_values(values) {}
+        : PlacedVisitor(section.Info().key), m_values(values) {}
 
     bool Flag(const Field& field, bool fValue) override {
         Add(field, fValue ? "1" : "0");
@@ -80,6 +41,7 @@ public:
         for (const FieldList::Id& id : list.present)
             Within(ElementPlace(place, id), [&] { list.visit(id); });
     }
+    [[nodiscard]] bool IsExact() const override { return true; }
 
 private:
     void Add(const Field& field, std::string value) {
@@ -91,7 +53,7 @@ private:
 class Putter : public PlacedVisitor {
 public:
     Putter(const Section& section, const Snapshot::Values& values)
-        : PlacedVisitor(section), m_values(values) {
+        : PlacedVisitor(section.Info().key), m_values(values) {
         for (const auto& [place, value] : values)
             m_places.insert(place);
     }
@@ -126,6 +88,7 @@ public:
             Within(ElementPlace(place, id), [&] { list.visit(id); });
     }
     [[nodiscard]] bool IsReading() const override { return true; }
+    [[nodiscard]] bool IsExact() const override { return true; }
 
 private:
     [[nodiscard]] const std::string* Find(const Field& field) const {

@@ -55,6 +55,25 @@ TEST_F(Answers, OfDocuments) {
     const std::string delay = keyboard.Write("delay.json", kDelay);
     Expect({"validate", delay}, {{"valid", true}, {"file", delay}},
            delay + " is valid: 1 section\n");
+    const std::string shift = keyboard.Write("shift.json", R"({"format": "qx-configuration",
+        "version": 1, "freeProgKeys": {"keys": [{"positionCode": 12, "sequence": [2, 130, 44]}]}})");
+    Expect({"validate", "--lint", shift},
+           {{"valid", true},
+            {"file", shift},
+            {"warnings", Json::array({{{"place", "/freeProgKeys/keys[12]/sequence"},
+                                       {"setting", "free programmable key 12 (-)"},
+                                       {"code", "never-released"},
+                                       {"key", 44},
+                                       {"index", 2},
+                                       {"message", "key {44} \"Shift\" is pressed and never "
+                                                   "released"}}})}},
+           shift +
+               " is valid: 1 section\n"
+               "free programmable key 12 (-): key {44} \"Shift\" is pressed and never released\n"
+               "1 warning\n",
+           1);
+    EXPECT_EQ(keyboard.Done({"validate", "--lint", delay}),
+              delay + " is valid: 1 section\nno warnings\n");
     const std::string sheet = keyboard.File("till.svg");
     Expect({"sheet", "-o", sheet, delay}, {{"direction", "document to key sheet"}, {"file", sheet}},
            "document to key sheet: wrote " + sheet + "\n");

@@ -1,6 +1,9 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
+#include "host/SequenceLint.h"
+#include "qxcontrols/keys/KeySequence.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <memory>
 
@@ -11,13 +14,63 @@ namespace {
 struct ValidateOptions {
     std::string file;
     std::vector<std::string> set;
+    bool lint = false;
 };
+
+std::string TextOf(const host::SequenceWarning& warning, const QXKeyboardLayoutData& layout) {
+    const auto name = [&](Long key) {
+        const std::string& caption = layout.KeyCaption(key);
+        return "{" + std::to_string(key) + "}" + (caption.empty() ? "" : " \"" + caption + "\"");
+    };
+    const std::string key = name(warning.key);
+    switch (warning.kind) {
+    case host::SequenceWarningKind::NeverReleased:
+        return "key " + key + " is pressed and never released";
+    case host::SequenceWarningKind::NeverPressed:
+        return "key " + key + " is released and was not pressed";
+    case host::SequenceWarningKind::KeyAbove127:
+        return "code " + std::to_string(warning.key + kRelease) + " releases key " + key +
+               ", which was not pressed; key " + name(warning.key + kRelease) +
+               " cannot be pressed through a sequence";
+    case host::SequenceWarningKind::NotInLayout:
+        return "the layout has no key " + key;
+    }
+    return {};
+}
+
+// The result of --lint: the warnings about the document's sequences.
+void ShowWarnings(Context& context, const ValidateOptions& options,
+                  const host::Configuration& configuration,
+                  const std::vector<host::Section*>& sections) {
+    const QXKeyboardLayoutData& layout = context.Layout();
+    host::Json json = host::Json::array();
+    std::vector<std::string> lines = {options.file +
+                                      " is valid: " + Counted(sections.size(), "section")};
+    const auto warnings = host::Lint(configuration, sections, &layout);
+    for (const host::SettingWarning& each : warnings) {
+        const std::string text = TextOf(each.warning, layout);
+        json.push_back({{"place", each.place},
+                        {"setting", each.name},
+                        {"code", host::CodeOf(each.warning.kind)},
+                        {"key", each.warning.key},
+                        {"index", each.warning.at},
+                        {"message", text}});
+        lines.push_back(each.name + ": " + text);
+    }
+    lines.push_back(warnings.empty() ? "no warnings" : Counted(warnings.size(), "warning"));
+    context.Result({{"valid", true}, {"file", options.file}, {"warnings", std::move(json)}}, lines);
+    if (!warnings.empty())
+        context.exitStatus = 1;
+}
 
 void Validate(Context& context, const ValidateOptions& options) {
     const auto document = LoadDocument(context, options.file);
     host::Variables variables = VariablesOf(options.set);
-    const auto sections = ReadDocument(*context.NewConfiguration(), document, variables);
+    const auto configuration = context.NewConfiguration();
+    const auto sections = ReadDocument(*configuration, document, variables);
     RefuseUnused(variables);
+    if (options.lint)
+        return ShowWarnings(context, options, *configuration, sections);
     context.Result({{"valid", true}, {"file", options.file}},
                    {options.file + " is valid: " + Counted(sections.size(), "section")});
 }
@@ -33,11 +86,17 @@ Command ValidateCommand() {
                      .target = &options->file,
                      .summary = "The document",
                      .isRequired = true},
-                    SetOption(options->set)},
+                    SetOption(options->set),
+                    {.name = "--lint",
+                     .target = &options->lint,
+                     .summary = "Also list sequences that leave a key pressed, release one that is "
+                                "not, or use a key that the layout lacks; exits with 1 if there "
+                                "are any"}},
         .footer = "Needs no keyboard, and so does not know which keys its layout allows to be "
                   "programmed.\n\nExamples:\n"
                   "  qxconf validate till.json\n"
                   "  qxconf validate --set till=042 till.json\n"
+                  "  qxconf validate --lint till.json\n"
                   "  qxconf --json validate till.json",
         .run = [options](Context& context) { Validate(context, *options); },
     };

@@ -1,0 +1,52 @@
+// PlacedVisitor: a walk that knows the place of each setting, as Setting has it.
+#pragma once
+
+#include "host/FieldVisitor.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace qx::host {
+
+// "/freeProgKeys/keys" and the id 12 give "/freeProgKeys/keys[12]".
+[[nodiscard]] inline std::string ElementPlace(const std::string& listPlace,
+                                              const FieldList::Id& id) {
+    std::string place = listPlace;
+    for (const Integer number : id)
+        place += "[" + std::to_string(number) + "]";
+    return place;
+}
+
+class PlacedVisitor : public FieldVisitor {
+public:
+    explicit PlacedVisitor(std::string_view section) : m_place("/" + std::string(section)) {}
+
+    void Object(const Field& field, const std::function<void()>& members) override {
+        Within(PlaceOf(field), members);
+    }
+    void Array(const Field& field, std::size_t count, Integer /*nFirst*/,
+               const std::function<void(const Field&, std::size_t)>& element) override {
+        Within(PlaceOf(field), [&] {
+            for (std::size_t i = 0; i < count; ++i) {
+                const std::string index = std::to_string(i);
+                element({index, ""}, i);
+            }
+        });
+    }
+
+protected:
+    [[nodiscard]] std::string PlaceOf(const Field& field) const {
+        return m_place + "/" + std::string(field.key);
+    }
+    void Within(std::string place, const std::function<void()>& walk) {
+        std::swap(m_place, place);
+        walk();
+        std::swap(m_place, place);
+    }
+
+private:
+    std::string m_place;
+};
+
+} // namespace qx::host

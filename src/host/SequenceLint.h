@@ -1,0 +1,53 @@
+// Warnings about key sequences that a keyboard accepts and that a user hardly meant.
+#pragma once
+
+#include "host/Configuration.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx {
+class QXKeyboardLayoutData;
+}
+
+namespace qx::host {
+
+enum class SequenceWarningKind {
+    NeverReleased, // the key is still down at the end of the sequence
+    NeverPressed,  // the key is released and was not down
+    KeyAbove127,   // the same, and the layout has a key whose number is the code: keys above 127
+                   // cannot be pressed through a sequence
+    NotInLayout,   // the layout has no such key
+};
+
+// Its name for programs, "never-released".
+[[nodiscard]] std::string_view CodeOf(SequenceWarningKind kind);
+
+struct SequenceWarning {
+    SequenceWarningKind kind;
+    Integer key;    // 1 to 127
+    std::size_t at; // the index of the code that causes it, from 0
+
+    bool operator==(const SequenceWarning&) const = default;
+};
+
+// The warnings about one sequence, in the order of the codes that cause them. Without a layout,
+// those that need one are left out.
+[[nodiscard]] std::vector<SequenceWarning> LintSequence(std::span<const Integer> codes,
+                                                        const QXKeyboardLayoutData* layout);
+
+// A warning about a sequence of a configuration.
+struct SettingWarning {
+    std::string place; // of the setting, as in Setting
+    std::string name;  // of the setting, for people
+    SequenceWarning warning;
+};
+
+// The warnings about all sequences of these sections.
+[[nodiscard]] std::vector<SettingWarning> Lint(const Configuration& configuration,
+                                               const std::vector<Section*>& sections,
+                                               const QXKeyboardLayoutData* layout);
+
+} // namespace qx::host
