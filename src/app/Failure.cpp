@@ -38,8 +38,7 @@ QString Sentence(QString message) {
 QString FaultLines(const std::vector<host::Fault>& faults) {
     QString lines;
     for (const host::Fault& fault : faults)
-        lines += QString::fromStdString(fault.place.empty() ? "" : fault.place + ": ") +
-                 QString::fromStdString(fault.message) + QLatin1Char('\n');
+        lines += QString::fromStdString(ToText(fault)) + QLatin1Char('\n');
     return lines;
 }
 

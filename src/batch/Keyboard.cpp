@@ -101,8 +101,7 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     const auto absent = host::TakeOutAbsent(sections, present);
     if (!absent.empty() && !m_services.skipAbsent)
         throw host::Error(host::ErrorKind::DocumentInvalid,
-                          unit.document->Name() + ": " + absent.front().place + ": " +
-                              absent.front().message +
+                          unit.document->Name() + ": " + ToText(absent.front()) +
                               "; nothing was written (--skip-absent leaves such sections out)",
                           absent);
     const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});

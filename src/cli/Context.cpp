@@ -48,7 +48,7 @@ host::Json ToJson(const host::Error& error) {
     json["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
     json["status"] = error.Status() ? host::Json(*error.Status()) : host::Json();
     for (std::size_t i = 0; i < std::min(faults.size(), kFaultsInJson); ++i)
-        json["faults"].push_back({{"place", faults[i].place}, {"message", faults[i].message}});
+        json["faults"].push_back(ToJson(faults[i]));
     if (faults.size() > kFaultsInJson)
         json["faultsLeftOut"] = faults.size() - kFaultsInJson;
     return json;
@@ -249,8 +249,8 @@ host::ConfigurationDocument Context::UploadedDocument() {
 
 void Context::WarnOfDamage(const std::vector<host::Fault>& damaged) {
     for (const host::Fault& fault : damaged) {
-        Warn("left out " + fault.place + ": " + fault.message);
-        m_damaged.push_back({{"place", fault.place}, {"message", fault.message}});
+        Warn("left out " + ToText(fault));
+        m_damaged.push_back(ToJson(fault));
     }
 }
 
@@ -288,10 +288,10 @@ std::string Context::StandardInput() {
     std::istream& in = *m_surroundings.in;
     while (in.read(part, sizeof part) || in.gcount() > 0) {
         text.append(part, static_cast<std::size_t>(in.gcount()));
-        if (text.size() > files::kMostBytes)
-            throw host::Error(host::ErrorKind::FileFailed, "standard input does not end after " +
-                                                               std::to_string(files::kMostBytes) +
-                                                               " bytes");
+        if (text.size() > files::kMostOfDocument)
+            throw host::Error(host::ErrorKind::FileFailed,
+                              "standard input does not end after " +
+                                  std::to_string(files::kMostOfDocument) + " bytes");
     }
     return text;
 }
@@ -302,7 +302,7 @@ int Context::Report(const host::Error& error) {
     const auto& faults = error.Faults();
     m_console.Error("qxconf: " + std::string(error.what()));
     for (std::size_t i = 1; i < std::min(faults.size(), kShownFaults); ++i)
-        m_console.Error("        " + faults[i].place + ": " + faults[i].message);
+        m_console.Error("        " + ToText(faults[i]));
     if (faults.size() > kShownFaults)
         m_console.Error("        and " + std::to_string(faults.size() - kShownFaults) + " more");
     if (options.json)

@@ -64,7 +64,7 @@ public:
 
 private:
     std::vector<Section*> ReadSections(const ConfigurationDocument& document, Variables& variables,
-                                       std::vector<Fault>& faults);
+                                       json::Faults& faults);
 
     QXKeyboardLayoutData* m_layout;
     Words m_words;

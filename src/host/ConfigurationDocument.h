@@ -29,9 +29,6 @@ public:
     // Where a document has the identifier of the keyboard that it was read from.
     static constexpr const char* kIdentifierPlace = "/layeredFuncKeys/guid";
 
-    // More than any document has.
-    static constexpr std::size_t kMostBytes = 4U << 20U;
-
     // A document without sections.
     ConfigurationDocument();
 

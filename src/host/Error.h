@@ -3,7 +3,7 @@
 
 #include "host/VisibleText.h"
 #include "qxcontrols/common/Types.h"
-#include "qxcontrols/common/Utf.h"
+#include "json/Fault.h"
 
 #include <optional>
 #include <stdexcept>
@@ -12,6 +12,9 @@
 #include <vector>
 
 namespace qx::host {
+
+using json::Fault;
+using json::FaultKind;
 
 enum class ErrorKind {
     Usage,             // an argument names something that does not exist
@@ -31,18 +34,6 @@ enum class ErrorKind {
 
 // Its name for programs, "transfer-failed".
 [[nodiscard]] std::string_view CodeOf(ErrorKind kind);
-
-// One fault of a document: where (a JSON pointer, or empty for the whole), and what. Both are
-// short, however long what the document holds is.
-struct Fault {
-    static constexpr std::size_t kLongestMessage = 400; // that of a job names two files
-
-    Fault(std::string_view sPlace, std::string_view sMessage)
-        : place(Shortened(sPlace)), message(Shortened(sMessage, kLongestMessage)) {}
-
-    std::string place;
-    std::string message;
-};
 
 // The message is a VisibleText, whatever it was made of.
 class Error : public std::runtime_error {

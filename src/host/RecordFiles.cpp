@@ -90,9 +90,9 @@ fs::path WriteNewFile(const fs::path& folder, Time time, const std::string& endi
 void ReadRecord(const fs::path& file, const RecordFormat& format,
                 const std::function<void(const Json&)>& read) {
     std::string text;
-    Guarded([&] { text = files::ReadFile(file); });
+    Guarded([&] { text = files::ReadFile(file, files::kMostOfRecord); });
     try {
-        Json record = ParseStrictly(text);
+        Json record = ParseStrictly(text, files::kMostOfRecord);
         if (record.at("format").get<std::string>() != format.name)
             throw std::runtime_error("not a file of the format " + std::string(format.name));
         const int version = NumberFromJson<int>(record.at("version"));

@@ -111,7 +111,7 @@ void Sending::Look(const WritePlan& plan, Sent& sent) {
 Error Sending::Differing(const KeyboardContent& expected, const KeyboardContent& found) {
     const auto ranges = Differences(expected, found, 1);
     const ByteRange& first = ranges.front();
-    std::string setting = "bytes that no setting uses";
+    std::string setting; // none: no setting uses these bytes
     std::string place;
     try {
         KeyboardContent partly = expected;
@@ -126,12 +126,16 @@ Error Sending::Differing(const KeyboardContent& expected, const KeyboardContent&
         place = "/" + first.section;
     }
     const Long bytes = SizeOf(ranges);
-    const std::string message =
-        "the keyboard does not hold what was written: " + setting + ": address " +
-        Hex(first.address) + " holds " + Hex(static_cast<Byte>(first.to[0])) + " in place of " +
-        Hex(static_cast<Byte>(first.from[0])) + " (hexadecimal); " + std::to_string(bytes) +
-        (bytes == 1 ? " byte differs" : " bytes differ");
-    return {ErrorKind::ReadBackDiffers, message, {Fault{place, message}}};
+    const std::string address = Hex(first.address);
+    const std::string held = Hex(static_cast<Byte>(first.to[0]));
+    const std::string written = Hex(static_cast<Byte>(first.from[0]));
+    const Fault fault =
+        setting.empty()
+            ? Fault(place, FaultKind::HoldsOtherUnusedBytes, address, held, written, bytes)
+            : Fault(place, FaultKind::HoldsOtherBytes, setting, address, held, written, bytes);
+    return {ErrorKind::ReadBackDiffers,
+            "the keyboard does not hold what was written: " + WordsOf(fault),
+            {fault}};
 }
 
 } // namespace qx::host

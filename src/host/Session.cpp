@@ -230,11 +230,13 @@ std::optional<Fault> Session::DamageOf(Section& section) {
         std::string bytes;
         if (!m_access.ReadFromMemory(bytes, area.address, area.size))
             continue; // which fails the upload
-        if (const auto damage = section.DamageIn(area.module, bytes))
-            return Fault{"/" + std::string(section.Info().key),
-                         "the keyboard is damaged at address " +
-                             Hex(area.address + damage->offset) +
-                             " (hexadecimal): " + damage->reason};
+        if (const auto damage = section.DamageIn(area.module, bytes)) {
+            Fault fault("/" + std::string(section.Info().key), damage->kind,
+                        Hex(area.address + damage->offset));
+            for (const Long argument : damage->arguments)
+                fault.arguments.push_back(std::to_string(argument));
+            return fault;
+        }
     }
     return std::nullopt;
 }

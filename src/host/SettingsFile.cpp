@@ -69,7 +69,8 @@ private:
             throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + Location() +
                                                    ": it is not an ordinary file");
         try {
-            m_values = IniFile(fs::exists(status) ? files::ReadFile(m_file) : "");
+            m_values = IniFile(
+                fs::exists(status) ? files::ReadFile(m_file, files::kMostOfPreferences) : "");
         } catch (const std::exception& error) {
             throw Error(ErrorKind::FileFailed, error.what());
         }

@@ -150,7 +150,7 @@ WritePlan Planner::ForSettings(const std::vector<Section*>& sections, const Plan
     const Decoded held = Decode(m_content, KeysOf(sections));
     if (!held.damaged.empty() && !options.repair)
         throw Error(ErrorKind::KeyboardDamaged,
-                    held.damaged.front().place + ": " + held.damaged.front().message +
+                    ToText(held.damaged.front()) +
                         "; nothing was written (--repair replaces what is damaged)",
                     held.damaged);
     const KeyboardContent usual = Encode(held.sections).content;

@@ -168,10 +168,11 @@ TEST_F(OddKeyboards, DamageIsNamedAndLeftOut) {
         if (damaged.empty())
             continue;
         EXPECT_EQ(damaged[0].place, "/pos");
-        EXPECT_NE(damaged[0].message.find("address 2080 (hexadecimal): POS key 5 is in group " +
-                                          std::to_string(group)),
-                  std::string::npos)
-            << damaged[0].message;
+        EXPECT_NE(
+            WordsOf(damaged[0])
+                .find("address 2080 (hexadecimal): POS key 5 is in group " + std::to_string(group)),
+            std::string::npos)
+            << WordsOf(damaged[0]);
         EXPECT_TRUE(
             configuration.Write({configuration.Find("pos")}).Find("pos")->at("blocks").empty());
     }
@@ -194,8 +195,8 @@ TEST_F(OddKeyboards, DamageIsNamedAndLeftOut) {
         const auto damaged = upload();
         ASSERT_EQ(damaged.empty(), each.address.empty());
         if (!damaged.empty()) {
-            EXPECT_NE(damaged[0].message.find("address " + each.address + " "), std::string::npos)
-                << damaged[0].message;
+            EXPECT_NE(WordsOf(damaged[0]).find("address " + each.address + " "), std::string::npos)
+                << WordsOf(damaged[0]);
         }
     }
     driver.memory.replace(kDescription, 128, 128, 'x');

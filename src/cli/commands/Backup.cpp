@@ -59,8 +59,7 @@ std::vector<host::Fault> LeftOut(const host::KeyboardContent& content,
             sections.insert(piece.section);
     std::vector<host::Fault> leftOut;
     for (const std::string& section : sections)
-        leftOut.push_back({"/" + section, "was damaged in the keyboard; qxconf backup restore "
-                                          "brings its bytes back"});
+        leftOut.emplace_back("/" + section, host::FaultKind::DamagedWhenSaved);
     return leftOut;
 }
 

@@ -16,12 +16,11 @@ void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
     const std::vector<host::Fault> absent = host::TakeOutAbsent(wanted, present);
     if (!absent.empty() && !fSkipAbsent)
         throw host::Error(host::ErrorKind::DocumentInvalid,
-                          document.Name() + ": " + absent.front().place + ": " +
-                              absent.front().message +
+                          document.Name() + ": " + ToText(absent.front()) +
                               "; nothing was written (--skip-absent leaves such sections out)",
                           absent);
     for (const host::Fault& fault : absent)
-        context.Note("left out " + fault.place + ": " + fault.message);
+        context.Note("left out " + ToText(fault));
 }
 
 struct DownloadOptions {

@@ -51,7 +51,7 @@ std::string TextOf(Context& context, const std::string& file) {
     if (file == kStandardStream)
         return context.StandardInput();
     try {
-        return files::ReadFile(files::PathOf(file));
+        return files::ReadFile(files::PathOf(file), files::kMostOfDocument);
     } catch (const std::exception& error) {
         throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
