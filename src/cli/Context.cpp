@@ -21,7 +21,6 @@ constexpr int kEndedBySignal = 128; // and the signal's number, as shells have i
 
 // A document can have very many faults, of which nobody reads all.
 constexpr std::size_t kShownFaults = 20;
-constexpr std::size_t kFaultsInJson = 1000;
 
 // What a transfer does in this step; the one before the writing reads too.
 std::string_view WordOf(host::Step step) {
@@ -47,10 +46,8 @@ host::Json ToJson(const host::Error& error) {
     host::Json json = {{"code", host::CodeOf(error.Kind())}, {"message", error.what()}};
     json["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
     json["status"] = error.Status() ? host::Json(*error.Status()) : host::Json();
-    for (std::size_t i = 0; i < std::min(faults.size(), kFaultsInJson); ++i)
-        json["faults"].push_back(ToJson(faults[i]));
-    if (faults.size() > kFaultsInJson)
-        json["faultsLeftOut"] = faults.size() - kFaultsInJson;
+    for (const host::Fault& fault : faults)
+        json["faults"].push_back(ToJson(fault));
     return json;
 }
 

@@ -42,7 +42,7 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
         faults.ThrowAny();
     } catch (const json::FaultError& error) {
         RestoreAll(before);
-        throw Error(ErrorKind::DocumentInvalid, document.Name() + ": " + error.what(),
+        throw Error(ErrorKind::DocumentInvalid, document.Name() + ": " + ToText(error.Faults()),
                     error.Faults());
     } catch (...) {
         RestoreAll(before);

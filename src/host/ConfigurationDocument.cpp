@@ -22,7 +22,8 @@ ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const 
         (void)json::HasFormat(whole, kFormat, kVersion);
         faults.ThrowAny();
     } catch (const json::FaultError& error) {
-        throw Error(ErrorKind::DocumentInvalid, name + ": " + error.what(), error.Faults());
+        throw Error(ErrorKind::DocumentInvalid, name + ": " + json::ToText(error.Faults()),
+                    error.Faults());
     }
     return document;
 }
