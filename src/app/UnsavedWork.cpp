@@ -23,15 +23,13 @@ fs::path LockOf(fs::path file) {
 
 host::Json ContentOf(const fs::path& copy) {
     try {
-        constexpr std::size_t kMost = files::kMostOfDocument;
-        host::Json content = host::ParseStrictly(files::ReadFile(copy, kMost), kMost);
+        host::Json content = host::ParseStrictly(files::ReadFile(copy));
         if (content.is_object() && content.contains(kConfiguration) &&
             content.value(kDocument, host::Json()).is_string())
             return content;
-    } catch (const json::FaultError&) { // damaged too
+    } catch (const host::JsonError&) { // damaged too
     }
-    throw host::Error(host::ErrorKind::FileFailed,
-                      copy.string() + " is not a copy of unsaved work, or is damaged");
+    throw host::Error(host::Cause::UnsavedWorkDamaged, {.place = {.file = copy.string()}});
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "host/JsonFieldReader.h"
 #include "host/JsonFieldWriter.h"
 #include "host/sections/Sections.h"
-#include "json/Reader.h"
 
 #include <algorithm>
 
@@ -37,13 +36,12 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
     const std::vector<Snapshot> before = TakeAll();
     std::vector<Section*> read;
     try {
-        json::Faults faults;
+        std::vector<Fault> faults;
         read = ReadSections(document, variables, faults);
-        faults.ThrowAny();
-    } catch (const json::FaultError& error) {
-        RestoreAll(before);
-        throw Error(ErrorKind::DocumentInvalid, document.Name() + ": " + ToText(error.Faults()),
-                    error.Faults());
+        if (!faults.empty())
+            throw Error(Cause::DocumentFaults,
+                        {.place = {.file = document.Name(), .pointer = faults.front().place},
+                         .faults = faults});
     } catch (...) {
         RestoreAll(before);
         throw;
@@ -68,22 +66,24 @@ void Configuration::RestoreAll(const std::vector<Snapshot>& all) {
 }
 
 std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& document,
-                                                  Variables& variables, json::Faults& faults) {
+                                                  Variables& variables,
+                                                  std::vector<Fault>& faults) {
     std::vector<Section*> read;
-    JsonFieldReader reader(m_layout, variables);
-    KeyboardInfo informative;
-    json::Object whole(json::Value(document.AsJson(), "", faults));
-    (void)json::HasFormat(whole, document.kFormat, document.kVersion);
     for (const auto& [key, value] : document.AsJson().items()) {
-        Section* const section = Find(key);
-        if (section != nullptr)
+        KeyboardInfo informative;
+        std::function<void(FieldVisitor&)> visit;
+        if (key == ConfigurationDocument::kKeyboardKey) {
+            visit = [&](FieldVisitor& fields) { informative.Visit(fields); };
+        } else if (Section* section = Find(key)) {
+            visit = [section](FieldVisitor& fields) { section->Visit(fields); };
             read.push_back(section);
-        if (section != nullptr || key == ConfigurationDocument::kKeyboardKey)
-            reader.Read(whole.Find(key), [&](FieldVisitor& fields) {
-                section != nullptr ? section->Visit(fields) : informative.Visit(fields);
-            });
+        } else {
+            if (key != "format" && key != "version")
+                faults.push_back({"/" + key, "unknown member " + ShortText(key)});
+            continue;
+        }
+        JsonFieldReader(value, "/" + key, m_layout, variables, faults).Read(visit);
     }
-    whole.RefuseOthers();
     return read;
 }
 
@@ -137,10 +137,16 @@ std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
     std::erase_if(wanted, [&](const Section* section) {
         const bool isAbsent = std::find(present.begin(), present.end(), section) == present.end();
         if (isAbsent)
-            absent.emplace_back("/" + std::string(section->Info().key), FaultKind::NoSuchModule);
+            absent.push_back(
+                {"/" + std::string(section->Info().key), "this keyboard has no such module"});
         return isAbsent;
     });
     return absent;
+}
+
+Error AbsentError(const std::string& document, const std::vector<Fault>& absent) {
+    return Error(Cause::SectionsAbsent,
+                 {.place = {.file = document}, .holds = Holds::NotTouched, .faults = absent});
 }
 
 std::string ToText(const Difference& difference) {

@@ -29,6 +29,9 @@ public:
     // Where a document has the identifier of the keyboard that it was read from.
     static constexpr const char* kIdentifierPlace = "/layeredFuncKeys/guid";
 
+    // More than any document has.
+    static constexpr std::size_t kMostBytes = 4U << 20U;
+
     // A document without sections.
     ConfigurationDocument();
 
@@ -55,7 +58,10 @@ public:
     // The identifier, as it is written there; empty when there is none (see IsIdentifier).
     [[nodiscard]] std::string Identifier() const;
     // For a user whose keyboard gets this identifier, in place of its own if it has one.
-    [[nodiscard]] std::string IdentifierWarning(bool replaces = true) const;
+    [[nodiscard]] Error IdentifierWarning(bool replaces = true) const {
+        return Error(replaces ? Cause::IdentifierReplaced : Cause::IdentifierGiven,
+                     {.place = {.file = m_name}});
+    }
     // Makes it a document that leaves every keyboard its own identifier.
     void RemoveIdentifier();
 

@@ -53,12 +53,10 @@ public:
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
     // Called when the section's settings have been read from a keyboard.
     virtual void Uploaded() {}
-    // The first byte of an area that no document can express, and why: a kind of fault, whose
-    // arguments these are behind the address.
+    // The first byte of an area that no document can express, and why; nothing for a sound area.
     struct Damage {
         Long offset;
-        json::FaultKind kind;
-        std::vector<Long> arguments;
+        std::string reason;
     };
     [[nodiscard]] virtual std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                          std::string_view /*bytes*/) const {

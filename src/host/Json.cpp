@@ -1,19 +1,15 @@
-#include "json/Json.h"
+#include "host/Json.h"
 
 #include <algorithm>
 #include <set>
 #include <vector>
 
-namespace qx::json {
+namespace qx::host {
 
 namespace {
 
 constexpr std::size_t kMostDepth = 64;
 constexpr std::size_t kMostMembers = 10000;
-
-[[noreturn]] void Refuse(const Fault& fault) {
-    throw FaultError({fault});
-}
 
 std::string TextOf(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -23,8 +19,6 @@ std::string TextOf(const Json& value) {
 // looks at all elements of a list whenever one of them ends.
 class StrictReader : public Json::json_sax_t {
 public:
-    explicit StrictReader(std::string_view text) : m_text(text) {}
-
     Json value;
 
     bool null() override { return Put(nullptr); }
@@ -45,24 +39,18 @@ public:
         Level& level = m_open.back();
         level.key = name;
         if (!level.keys.insert(name).second)
-            Refuse({Place(), FaultKind::GivenTwice, ShortText(name)});
+            throw JsonError(Place(), "the member " + ShortText(name) + " is given twice");
         if (level.keys.size() > kMostMembers)
-            Refuse({Place(), FaultKind::TooManyMembers, kMostMembers});
+            throw JsonError(Place(),
+                            "an object has more than " + std::to_string(kMostMembers) + " members");
         return true;
     }
 
-    bool parse_error(std::size_t position, const std::string& token,
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                      const Json::exception& error) override {
-        constexpr std::size_t kMostShown = 40;
-        if (dynamic_cast<const Json::out_of_range*>(&error) != nullptr)
-            Refuse({Place(), FaultKind::NumberTooLarge, Shortened(token, kMostShown)});
-        if (position > m_text.size())
-            Refuse({"", FaultKind::EndsEarly});
-        const std::string_view read = m_text.substr(0, position);
-        const std::string_view line = read.substr(read.substr(0, position - 1).rfind('\n') + 1);
-        const std::string end(line.substr(line.size() - std::min(line.size(), kMostShown / 2)));
-        Refuse({"", FaultKind::NotJson, std::count(read.begin(), read.end(), '\n') + 1,
-                ShortText(end)});
+        const std::string reason = error.what();
+        throw JsonError("", "not valid JSON: " +
+                                reason.substr(reason.find("] ") + 2)); // without its own number
     }
 
 private:
@@ -91,7 +79,8 @@ private:
     }
     bool Open(Json&& container) {
         if (m_open.size() == kMostDepth)
-            Refuse({"", FaultKind::TooDeep, kMostDepth});
+            throw JsonError("", "objects and lists stand in one another more than " +
+                                    std::to_string(kMostDepth) + " deep");
         m_open.push_back({&Placed(std::move(container)), {}, {}});
         return true;
     }
@@ -108,7 +97,6 @@ private:
         return place;
     }
 
-    std::string_view m_text;
     std::vector<Level> m_open;
 };
 
@@ -147,12 +135,10 @@ bool IsUtf16(std::string_view text) {
 
 } // namespace
 
-Json ParseStrictly(std::string_view text, std::size_t most) {
-    if (text.size() > most)
-        Refuse({"", FaultKind::TooManyBytes, most});
+Json ParseStrictly(std::string_view text) {
     if (IsUtf16(text))
-        Refuse({"", FaultKind::IsUtf16});
-    StrictReader reader(text);
+        throw JsonError("", "the text is UTF-16, not UTF-8");
+    StrictReader reader;
     (void)Json::sax_parse(text, &reader); // throws what is wrong
     return std::move(reader.value);
 }
@@ -169,10 +155,6 @@ std::string ShortText(const Json& value) {
     return Shortened(TextOf(value), kMost);
 }
 
-Json ToJson(const Fault& fault) {
-    return {{"place", fault.place}, {"code", CodeOf(fault.kind)}, {"message", WordsOf(fault)}};
-}
-
 std::string PrettyText(const Json& value) {
     std::string text;
     Append(text, value, 0);
@@ -180,4 +162,4 @@ std::string PrettyText(const Json& value) {
     return text;
 }
 
-} // namespace qx::json
+} // namespace qx::host
