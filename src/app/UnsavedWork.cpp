@@ -23,13 +23,15 @@ fs::path LockOf(fs::path file) {
 
 host::Json ContentOf(const fs::path& copy) {
     try {
-        host::Json content = host::ParseStrictly(files::ReadFile(copy));
+        constexpr std::size_t kMost = files::kMostOfDocument;
+        host::Json content = host::ParseStrictly(files::ReadFile(copy, kMost), kMost);
         if (content.is_object() && content.contains(kConfiguration) &&
             content.value(kDocument, host::Json()).is_string())
             return content;
-    } catch (const host::JsonError&) { // damaged too
+    } catch (const json::FaultError&) { // damaged too
     }
-    throw host::Error(host::Cause::UnsavedWorkDamaged, {.place = {.file = copy.string()}});
+    throw host::Error(host::ErrorKind::FileFailed,
+                      copy.string() + " is not a copy of unsaved work, or is damaged");
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "batch/Attempt.h"
 
-#include "host/ErrorText.h"
-
 namespace qx::batch {
 
 std::string Attempt::Outcome() const {
@@ -13,12 +11,11 @@ std::string Attempt::Outcome() const {
            (report.bytesSent == 1 ? " byte" : " bytes") + ", read back and found equal";
 }
 
-void Attempt::Fail(const host::Error& error) {
-    failure = error.Kind();
+void Attempt::Fail(host::ErrorKind kind, const std::string& message) {
+    failure = kind;
     report.result = Result::Failed;
-    report.code = host::CodeOf(error.Kind());
-    report.message = host::TextOf(error);
-    report.suggestion = error.suggestion;
+    report.code = host::CodeOf(kind);
+    report.message = message;
 }
 
 Attempt NewAttempt(const Unit& unit, host::Time now) {
@@ -37,9 +34,9 @@ Attempt MakeAttempt(const Unit& unit, host::Time now,
         program(attempt.report);
         attempt.report.result = Result::Done;
     } catch (const host::Error& error) {
-        attempt.Fail(error);
+        attempt.Fail(error.Kind(), error.what());
     } catch (const std::exception& error) {
-        attempt.Fail(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+        attempt.Fail(host::ErrorKind::TransferFailed, error.what());
     }
     return attempt;
 }

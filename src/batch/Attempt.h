@@ -20,7 +20,7 @@ struct Attempt {
 
     // "done: wrote 9 bytes, read back and found equal", "failed: ...".
     [[nodiscard]] std::string Outcome() const;
-    void Fail(const host::Error& error);
+    void Fail(host::ErrorKind kind, const std::string& message);
 };
 
 // An attempt that has not begun.

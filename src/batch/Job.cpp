@@ -1,11 +1,11 @@
 #include "batch/Job.h"
 
-#include "batch/Members.h"
 #include "files/Files.h"
+#include "files/Limits.h"
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
-#include "host/ErrorText.h"
 #include "qxcontrols/platform/GuidCreator.h"
+#include "json/Reader.h"
 
 #include <map>
 #include <set>
@@ -14,17 +14,45 @@ namespace qx::batch {
 
 namespace {
 
-using host::Fault;
-using host::Json;
-using host::ShortText;
+using json::Fault;
+using json::FaultKind;
+using json::Json;
+using json::Object;
+using json::Value;
 namespace fs = std::filesystem;
 
 constexpr std::string_view kFormat = "qx-batch";
 constexpr int kVersion = 1;
 
 [[noreturn]] void Refuse(const fs::path& file, const std::vector<Fault>& faults) {
-    throw host::Error(host::Cause::JobFaults,
-                      {.place = {.file = files::TextOf(file)}, .faults = faults});
+    throw host::Error(host::ErrorKind::DocumentInvalid,
+                      files::TextOf(file) + ": " + ToText(faults) + "; no keyboard was touched",
+                      faults);
+}
+
+// A text that is not empty; the empty text where there is none.
+std::string TextOf(const Value& value) {
+    const std::string text = value.Text().value_or("");
+    if (value.Exists() && value.AsJson().is_string() && text.empty())
+        value.Refuse(FaultKind::EmptyText);
+    if (text.find('\0') == std::string::npos)
+        return text;
+    value.Refuse(FaultKind::TextWithNul);
+    return {};
+}
+
+host::Variables::Values VariablesOf(const Value& value) {
+    host::Variables::Values values;
+    for (const auto& [name, variable] : Object(value).All()) {
+        const auto text = variable.Text();
+        if (!host::Variables::IsName(name))
+            variable.Refuse(FaultKind::NotAVariable, json::ShortText(name));
+        else if (text && text->find('\0') != std::string::npos)
+            variable.Refuse(FaultKind::TextWithNul);
+        else if (text)
+            values[name] = *text;
+    }
+    return values;
 }
 
 } // namespace
@@ -32,35 +60,29 @@ constexpr int kVersion = 1;
 // Reads the job, and goes on behind faults.
 class Job::Reader {
 public:
-    Reader(Job& job, std::vector<Fault>& faults) : m_job(job), m_faults(faults) {}
+    explicit Reader(Job& job) : m_job(job) {}
 
-    void Read(const Json& json) {
-        Members members(json, "", m_faults);
-        const Json* format = members.Find("format");
-        if (format == nullptr || *format != kFormat)
-            return members.AddFault("format", R"(not a batch job: "format" is not ")" +
-                                                  std::string(kFormat) + '"');
-        const Json* version = members.Find("version");
-        if (version == nullptr || *version != kVersion)
-            return members.AddFault("version", "the version is not " + std::to_string(kVersion) +
-                                                   ", the one that this program reads");
-        m_job.m_layout = members.Text("layout");
-        m_job.m_common = members.Variables();
-        m_document = members.Text("document");
-        if (const Json* bench = members.Find("bench")) {
-            Members target(*bench, members.Place("bench"), m_faults);
+    void Read(const Value& whole) {
+        Object job(whole);
+        if (!HasFormat(job, kFormat, kVersion))
+            return;
+        m_job.m_layout = TextOf(job.Find("layout"));
+        m_job.m_common = VariablesOf(job.Find("variables"));
+        m_document = TextOf(job.Find("document"));
+        if (const Value bench = job.Find("bench"); bench.Exists()) {
+            Object target(bench);
             std::string written;
             m_job.m_bench = Target(target, written);
             target.RefuseOthers();
-            if (!m_job.m_bench)
-                target.AddFault("", R"(names neither a "driver" nor a "keyboard")");
+            if (target.IsObject() && !m_job.m_bench)
+                bench.Refuse(FaultKind::NoKeyboard);
         }
-        const Json* units = members.Find("units");
-        members.RefuseOthers();
-        if (units == nullptr || !units->is_array() || units->empty())
-            return members.AddFault("units", "the job has no list of units");
-        for (std::size_t i = 0; i < units->size(); ++i)
-            ReadUnit((*units)[i], host::JsonPointer("/units", std::to_string(i)));
+        const Value units = job.Get("units");
+        job.RefuseOthers();
+        if (units.Exists() && units.AsJson().is_array() && units.AsJson().empty())
+            units.Refuse(FaultKind::EmptyList);
+        for (const Value& unit : units.Elements())
+            ReadUnit(unit);
         LeaveOutSharedIdentifiers();
     }
 
@@ -76,48 +98,54 @@ private:
         return isForSystem ? files::PathOf(text) : Path(text);
     }
     // `written` is what tells it apart wherever the program is started.
-    [[nodiscard]] std::optional<setup::KeyboardChoice> Target(Members& members,
+    [[nodiscard]] std::optional<setup::KeyboardChoice> Target(Object& members,
                                                               std::string& written) const {
-        const std::string driver = members.Text("driver");
-        const std::string keyboard = members.Text("keyboard");
+        const std::string driver = TextOf(members.Find("driver"));
+        const std::string keyboard = TextOf(members.Find("keyboard"));
+        const Value model = members.Find("model");
         written = driver + '\n' + keyboard;
         setup::KeyboardChoice choice;
         choice.driver = LibraryPath(driver);
         choice.keyboard = Path(keyboard);
-        choice.model = members.Text("model");
-        if (choice.driver.empty() && choice.keyboard.empty()) {
-            if (!choice.model.empty())
-                members.AddFault("model", R"(is for a "keyboard", which is missing)");
-            return std::nullopt;
-        }
-        return choice;
+        choice.model = TextOf(model);
+        if (!choice.driver.empty() || !choice.keyboard.empty())
+            return choice;
+        if (!choice.model.empty())
+            model.Refuse(FaultKind::ModelWithoutKeyboard);
+        return std::nullopt;
     }
 
-    void ReadUnit(const Json& json, const std::string& place) {
-        Members members(json, place, m_faults);
+    void ReadUnit(const Value& value) {
+        Object members(value);
+        if (!members.IsObject())
+            return;
         Unit unit;
-        unit.name = members.Text("name", true);
-        Claim(members, "name", unit.name, unit.name, "is the name of another unit");
+        const Value name = members.Get("name");
+        unit.name = TextOf(name);
+        if (!Claim("name", unit.name, unit.name).empty())
+            name.Refuse(FaultKind::NameTaken);
         unit.target = Target(members, unit.targetText);
-        unit.identifier = members.Text("identifier");
+        const Value identifier = members.Find("identifier");
+        unit.identifier = TextOf(identifier);
         if (const auto guid = GuidFromText(unit.identifier))
             unit.identifier = ToText(*guid);
         else if (!unit.identifier.empty())
-            members.AddFault("identifier", "is not like {01234567-89AB-CDEF-0123-456789ABCDEF}");
-        Claim(members, "identifier", unit.identifier, unit.name, "is also the identifier of ");
+            identifier.RefuseAs(FaultKind::NotAnIdentifier);
+        if (const auto other = Claim("identifier", unit.identifier, unit.name); !other.empty())
+            identifier.Refuse(FaultKind::IdentifierTaken, other);
         if (unit.target && m_job.m_bench)
-            members.AddFault("", "this is a job for the bench, so a unit names no driver and no "
-                                 "keyboard");
+            value.Refuse(FaultKind::KeyboardAtBench);
         else if (!unit.target && !m_job.m_bench)
-            members.AddFault("", R"(names neither a "driver" nor a "keyboard")");
+            value.Refuse(FaultKind::NoKeyboard);
         if (unit.target)
             ClaimTarget(members, unit);
-        const std::string document = members.Text("document");
-        if (document.empty() && m_document.empty() && json.is_object())
-            members.AddFault("", "has no document, and neither has the job");
-        else if (!m_document.empty() || !document.empty())
-            unit.document = Document(members, document.empty() ? m_document : document);
-        unit.variables = members.Variables();
+        const Value document = members.Find("document");
+        const std::string file = TextOf(document);
+        if (!m_document.empty() || !file.empty())
+            unit.document = Document(document, file.empty() ? m_document : file);
+        else
+            value.Refuse(FaultKind::NoDocument);
+        unit.variables = VariablesOf(members.Find("variables"));
         m_job.m_own.push_back(unit.variables);
         unit.variables.insert(m_job.m_common.begin(), m_job.m_common.end());
         members.RefuseOthers();
@@ -162,29 +190,27 @@ private:
                files::TextOf(fs::weakly_canonical(choice.keyboard, ignored));
     }
 
-    // What only one unit may have.
-    void Claim(Members& members, const std::string& key, const std::string& value,
-               const std::string& unit, const std::string& message) {
+    // Of what only one unit may have: the other unit that has it; empty where none has.
+    [[nodiscard]] std::string Claim(const std::string& key, const std::string& value,
+                                    const std::string& unit) {
         if (value.empty())
-            return;
+            return {};
         const auto [claimed, isNew] = m_claims[key].emplace(value, unit);
-        if (!isNew)
-            members.AddFault(key, message + (key == "name" ? "" : claimed->second));
+        return isNew ? std::string() : claimed->second;
     }
 
-    // Several units may be reached in the same way only when it is told which is which.
-    void ClaimTarget(Members& members, Unit& unit) {
+    // Several units may be reached in the same way only when each of them has an identifier.
+    void ClaimTarget(Object& members, Unit& unit) {
         const bool isNamed = !unit.identifier.empty();
         unit.port = TargetText(*unit.target);
         const auto [claimed, isNew] = m_targets.emplace(unit.port, std::pair(unit.name, isNamed));
         if (!isNew && !(isNamed && claimed->second.second))
-            members.AddFault(unit.target->keyboard.empty() ? "driver" : "keyboard",
-                             "is also that of " + claimed->second.first +
-                                 R"(; units of one driver need an "identifier" each)");
+            members.Find(unit.target->keyboard.empty() ? "driver" : "keyboard")
+                .Refuse(FaultKind::KeyboardTaken, claimed->second.first);
     }
 
-    // Each document is loaded once, and its faults are told once.
-    std::shared_ptr<const host::ConfigurationDocument> Document(Members& members,
+    // Each document is loaded once, and its faults are reported once.
+    std::shared_ptr<const host::ConfigurationDocument> Document(const Value& value,
                                                                 const std::string& name) {
         const auto [entry, isNew] = m_documents.emplace(name, nullptr);
         if (isNew) {
@@ -192,14 +218,13 @@ private:
                 entry->second = std::make_shared<host::ConfigurationDocument>(
                     host::ConfigurationDocument::Load(Path(name)));
             } catch (const host::Error& error) {
-                members.AddFault("document", host::TextOf(error));
+                value.Refuse(FaultKind::DocumentUnusable, error.what());
             }
         }
         return entry->second;
     }
 
     Job& m_job;
-    std::vector<Fault>& m_faults;
     std::string m_document;
     std::map<std::string, std::map<std::string, std::string>> m_claims; // key, value, unit
     std::map<std::string, std::pair<std::string, bool>> m_targets;      // unit, whether it is named
@@ -209,17 +234,17 @@ private:
 Job Job::Load(const fs::path& file) {
     Job job;
     job.m_file = file;
-    std::vector<Fault> faults;
     try {
-        const Json json = host::ParseStrictly(files::ReadFile(file));
-        Reader(job, faults).Read(json);
-    } catch (const host::JsonError& error) {
-        faults.push_back({error.Place(), error.what()});
+        const Json json =
+            json::ParseStrictly(files::ReadFile(file, files::kMostOfJob), files::kMostOfJob);
+        json::Faults faults;
+        Reader(job).Read(Value(json, "", faults));
+        faults.ThrowAny();
+    } catch (const json::FaultError& error) {
+        Refuse(file, error.Faults());
     } catch (const std::exception& error) {
-        throw host::FileError(error);
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
-    if (!faults.empty())
-        Refuse(file, faults);
     return job;
 }
 
@@ -231,14 +256,15 @@ public:
         : m_job(job), m_platform(platform), m_layout(layout), m_chosen(sChosen),
           m_skipsAbsent(skipAbsent) {}
 
-    std::vector<Fault> Run() {
+    // Throws FaultError.
+    void Run() {
         for (std::size_t i = 0; i < m_job.m_units.size(); ++i)
-            Check(m_job.m_units[i], m_job.m_own[i], host::JsonPointer("/units", std::to_string(i)));
+            Check(m_job.m_units[i], m_job.m_own[i], json::JsonPointer("/units", std::to_string(i)));
         for (const auto& [name, value] : m_job.m_common)
             if (!m_used.contains(name))
-                m_faults.push_back({host::JsonPointer("/variables", name),
-                                    "no document has a placeholder ${" + name + "}"});
-        return m_faults;
+                m_faults.Add(
+                    {json::JsonPointer("/variables", name), FaultKind::VariableUnused, name});
+        m_faults.ThrowAny();
     }
 
 private:
@@ -247,15 +273,15 @@ private:
         try {
             NoteIdentifier(unit, IdentifierGiven(unit, variables), place);
         } catch (const host::Error& error) {
-            for (const Fault& fault : error.faults)
-                m_faults.push_back({place, unit.name + ": " + unit.document->Name() + ": " +
-                                               fault.place + ": " + fault.message});
+            for (const Fault& fault : error.Faults())
+                m_faults.Add({place, FaultKind::FaultInDocument, unit.name, unit.document->Name(),
+                              fault.place, WordsOf(fault)});
         }
         for (const auto& [name, value] : own)
             if (!variables.Used().contains(name))
-                m_faults.push_back({host::JsonPointer(place + "/variables", name),
-                                    unit.name + ": " + unit.document->Name() +
-                                        " has no placeholder ${" + name + "}"});
+                m_faults.Add({json::JsonPointer(place + "/variables", name),
+                              FaultKind::VariableUnusedByUnit, unit.name, unit.document->Name(),
+                              name});
         m_used.insert(variables.Used().begin(), variables.Used().end());
         unit.wanted = WantedBy(unit, variables.Used());
     }
@@ -274,13 +300,9 @@ private:
             return;
         const auto [first, isNew] = m_given.emplace(guid, unit.name);
         if (!isNew)
-            m_faults.push_back({place, unit.name +
-                                           ": the document gives the keyboard the "
-                                           "identifier that " +
-                                           first->second + " gets"});
+            m_faults.Add({place, FaultKind::SetsTakenIdentifier, unit.name, first->second});
         if (!unit.identifier.empty() && guid != unit.identifier)
-            m_faults.push_back({place + "/identifier",
-                                unit.name + ": the document gives the keyboard another one"});
+            m_faults.Add({place + "/identifier", FaultKind::SetsOtherIdentifier, unit.name});
     }
 
     [[nodiscard]] std::string WantedBy(const Unit& unit, const std::set<std::string>& used) const {
@@ -294,7 +316,7 @@ private:
                        {"layout", m_chosen}};
         if (m_skipsAbsent)
             wanted["skipAbsent"] = true;
-        return files::Sha256(host::PrettyText(wanted));
+        return files::Sha256(json::PrettyText(wanted));
     }
 
     Job& m_job;
@@ -302,16 +324,18 @@ private:
     QXKeyboardLayoutData& m_layout;
     std::string m_chosen;
     bool m_skipsAbsent;
-    std::vector<Fault> m_faults;
+    json::Faults m_faults;
     std::map<std::string, std::string> m_given; // identifier, unit
     std::set<std::string> m_used;               // variables
 };
 
 void Job::Check(const Platform& platform, QXKeyboardLayoutData& layout, const std::string& sChosen,
                 bool skipAbsent) {
-    const auto faults = Checker(*this, platform, layout, sChosen, skipAbsent).Run();
-    if (!faults.empty())
-        Refuse(m_file, faults);
+    try {
+        Checker(*this, platform, layout, sChosen, skipAbsent).Run();
+    } catch (const json::FaultError& error) {
+        Refuse(m_file, error.Faults());
+    }
 }
 
 } // namespace qx::batch

@@ -1,5 +1,6 @@
 #include "batch/Report.h"
 
+#include "host/Error.h"
 #include "host/RecordFiles.h"
 
 #include <algorithm>
@@ -92,9 +93,7 @@ Json ToJson(const UnitReport& unit) {
                  {"wanted", unit.wanted},
                  {"error", nullptr}};
     if (unit.result == Result::Failed)
-        json["error"] = {{"code", unit.code},
-                         {"message", unit.message},
-                         {"suggestion", host::CodeOf(unit.suggestion)}};
+        json["error"] = {{"code", unit.code}, {"message", unit.message}};
     return json;
 }
 
@@ -116,7 +115,6 @@ UnitReport UnitReportFromJson(const Json& json, const std::string& place) {
         const std::string inError = host::JsonPointer(place, "error");
         unit.code = Member<std::string>(error, inError, "code");
         unit.message = Member<std::string>(error, inError, "message");
-        unit.suggestion = host::SuggestionOf(Member<std::string>(error, inError, "suggestion"));
     }
     return unit;
 }
@@ -139,7 +137,9 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
             report.formerUnits = UnitsFromJson(record, "formerUnits");
         });
     } catch (const host::Error& error) {
-        throw host::Error(host::Cause::ReportDamaged, {.place = error.place, .related = {error}});
+        throw host::Error(error.Kind(), std::string(error.what()) +
+                                            "; it records which keyboards are done: move it "
+                                            "away, and all of them are programmed again");
     }
     return report;
 }

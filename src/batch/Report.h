@@ -4,7 +4,6 @@
 // is written anew, in one step, whenever something has happened to a keyboard.
 #pragma once
 
-#include "host/Error.h"
 #include "host/Json.h"
 #include "qxcontrols/common/Types.h"
 
@@ -29,7 +28,6 @@ struct UnitReport {
     bool isRolledBack = false; // a write that had been interrupted was rolled back first
     std::string code;          // of the failure, for programs
     std::string message;
-    host::Suggestion suggestion = host::Suggestion::None;
 };
 
 class Report {

@@ -81,7 +81,8 @@ void Append(Lines& lines, const Lines& more) {
 
 void RefuseKeyboardFile(const std::string& file) {
     if (sim::KeyboardMemory::IsIn(files::PathOf(file)))
-        throw UsageError(file + " is the file of a simulated keyboard, and stays as it is");
+        throw host::Error(host::ErrorKind::Usage,
+                          file + " is the file of a simulated keyboard, and stays as it is");
 }
 
 void RefuseTarget(const Context& context, const std::string& file) {
@@ -90,15 +91,18 @@ void RefuseTarget(const Context& context, const std::string& file) {
     const auto target = std::filesystem::weakly_canonical(files::PathOf(file), ignored);
     const std::string keyboard = KeyboardLockedBy(target);
     if (!keyboard.empty())
-        throw UsageError(file + " is the lock of the simulated keyboard in " + keyboard +
-                         ", and stays as it is");
+        throw host::Error(host::ErrorKind::Usage, file +
+                                                      " is the lock of the simulated keyboard in " +
+                                                      keyboard + ", and stays as it is");
     if (IsRecord(context, target))
-        throw UsageError(file + " is in a folder of records, where nothing else is written");
+        throw host::Error(host::ErrorKind::Usage,
+                          file + " is in a folder of records, where nothing else is written");
 }
 
 void RefuseOwnSource(const std::string& source, const std::string& file) {
     if (files::IsSameFile(files::PathOf(source), files::PathOf(file)))
-        throw UsageError(file + " is the file to read from, and stays as it is");
+        throw host::Error(host::ErrorKind::Usage,
+                          file + " is the file to read from, and stays as it is");
 }
 
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
@@ -110,7 +114,7 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
     try {
         WriteFile(files::PathOf(file), document.ToText());
     } catch (const std::exception& error) {
-        throw host::FileError(error);
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
     context.Result({{"direction", direction}, {"file", file}}, {direction + ": wrote " + file});
 }

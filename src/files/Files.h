@@ -4,6 +4,8 @@
 // Every failure is a std::runtime_error that names the file and the system's reason.
 #pragma once
 
+#include "files/Limits.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -12,13 +14,10 @@
 
 namespace qx::files {
 
-// More than any file of these programs has.
-inline constexpr std::uintmax_t kMostBytes = 64U << 20U;
-
 // All bytes of the file, or of a pipe to its end. Folders, devices, silent pipes and what has more
 // than `most` bytes are refused.
 [[nodiscard]] std::string ReadFile(const std::filesystem::path& path,
-                                   std::uintmax_t most = kMostBytes);
+                                   std::uintmax_t most = kMostOfAny);
 
 // Whether both name the same existing file, by whatever paths and links.
 [[nodiscard]] bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);

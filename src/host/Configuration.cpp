@@ -3,6 +3,7 @@
 #include "host/JsonFieldReader.h"
 #include "host/JsonFieldWriter.h"
 #include "host/sections/Sections.h"
+#include "json/Reader.h"
 
 #include <algorithm>
 
@@ -36,12 +37,13 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
     const std::vector<Snapshot> before = TakeAll();
     std::vector<Section*> read;
     try {
-        std::vector<Fault> faults;
+        json::Faults faults;
         read = ReadSections(document, variables, faults);
-        if (!faults.empty())
-            throw Error(Cause::DocumentFaults,
-                        {.place = {.file = document.Name(), .pointer = faults.front().place},
-                         .faults = faults});
+        faults.ThrowAny();
+    } catch (const json::FaultError& error) {
+        RestoreAll(before);
+        throw Error(ErrorKind::DocumentInvalid, document.Name() + ": " + ToText(error.Faults()),
+                    error.Faults());
     } catch (...) {
         RestoreAll(before);
         throw;
@@ -66,24 +68,22 @@ void Configuration::RestoreAll(const std::vector<Snapshot>& all) {
 }
 
 std::vector<Section*> Configuration::ReadSections(const ConfigurationDocument& document,
-                                                  Variables& variables,
-                                                  std::vector<Fault>& faults) {
+                                                  Variables& variables, json::Faults& faults) {
     std::vector<Section*> read;
+    JsonFieldReader reader(m_layout, variables);
+    KeyboardInfo informative;
+    json::Object whole(json::Value(document.AsJson(), "", faults));
+    (void)json::HasFormat(whole, document.kFormat, document.kVersion);
     for (const auto& [key, value] : document.AsJson().items()) {
-        KeyboardInfo informative;
-        std::function<void(FieldVisitor&)> visit;
-        if (key == ConfigurationDocument::kKeyboardKey) {
-            visit = [&](FieldVisitor& fields) { informative.Visit(fields); };
-        } else if (Section* section = Find(key)) {
-            visit = [section](FieldVisitor& fields) { section->Visit(fields); };
+        Section* const section = Find(key);
+        if (section != nullptr)
             read.push_back(section);
-        } else {
-            if (key != "format" && key != "version")
-                faults.push_back({"/" + key, "unknown member " + ShortText(key)});
-            continue;
-        }
-        JsonFieldReader(value, "/" + key, m_layout, variables, faults).Read(visit);
+        if (section != nullptr || key == ConfigurationDocument::kKeyboardKey)
+            reader.Read(whole.Find(key), [&](FieldVisitor& fields) {
+                section != nullptr ? section->Visit(fields) : informative.Visit(fields);
+            });
     }
+    whole.RefuseOthers();
     return read;
 }
 
@@ -137,16 +137,10 @@ std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
     std::erase_if(wanted, [&](const Section* section) {
         const bool isAbsent = std::find(present.begin(), present.end(), section) == present.end();
         if (isAbsent)
-            absent.push_back(
-                {"/" + std::string(section->Info().key), "this keyboard has no such module"});
+            absent.emplace_back("/" + std::string(section->Info().key), FaultKind::NoSuchModule);
         return isAbsent;
     });
     return absent;
-}
-
-Error AbsentError(const std::string& document, const std::vector<Fault>& absent) {
-    return Error(Cause::SectionsAbsent,
-                 {.place = {.file = document}, .holds = Holds::NotTouched, .faults = absent});
 }
 
 std::string ToText(const Difference& difference) {

@@ -64,7 +64,7 @@ public:
 
 private:
     std::vector<Section*> ReadSections(const ConfigurationDocument& document, Variables& variables,
-                                       std::vector<Fault>& faults);
+                                       json::Faults& faults);
 
     QXKeyboardLayoutData* m_layout;
     Words m_words;
@@ -75,8 +75,6 @@ private:
 // fault of their document for each.
 std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
                                  const std::vector<Section*>& present);
-// The refusal of a document with such faults.
-[[nodiscard]] Error AbsentError(const std::string& document, const std::vector<Fault>& absent);
 
 // A setting that two configurations have differently.
 struct Difference {

@@ -1,21 +1,13 @@
 #include "host/ConfigurationDocument.h"
 
 #include "files/Files.h"
+#include "files/Limits.h"
 #include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "host/KeyboardContent.h"
+#include "json/Reader.h"
 
 namespace qx::host {
-
-namespace {
-
-[[noreturn]] void Refuse(const std::string& name, const std::string& place,
-                         const std::string& message) {
-    throw Error(Cause::DocumentFaults,
-                {.place = {.file = name, .pointer = place}, .faults = {Fault{place, message}}});
-}
-
-} // namespace
 
 ConfigurationDocument::ConfigurationDocument()
     : m_json({{"format", kFormat}, {"version", kVersion}}), m_name("the document") {}
@@ -23,36 +15,25 @@ ConfigurationDocument::ConfigurationDocument()
 ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const std::string& name) {
     ConfigurationDocument document;
     document.m_name = name;
-    if (text.size() > kMostBytes)
-        Refuse(name, "", "more than " + std::to_string(kMostBytes) + " bytes");
     try {
-        document.m_json = ParseStrictly(text);
-    } catch (const JsonError& error) {
-        Refuse(name, error.Place(), error.what());
+        document.m_json = ParseStrictly(text, files::kMostOfDocument);
+        json::Faults faults;
+        json::Object whole(json::Value(document.m_json, "", faults));
+        (void)json::HasFormat(whole, kFormat, kVersion);
+        faults.ThrowAny();
+    } catch (const json::FaultError& error) {
+        throw Error(ErrorKind::DocumentInvalid, name + ": " + json::ToText(error.Faults()),
+                    error.Faults());
     }
-    const Json& json = document.m_json;
-    if (!json.is_object())
-        Refuse(name, "", "not a configuration document: an object is expected");
-    const Json* format = document.Find("format");
-    if (format == nullptr || *format != kFormat)
-        Refuse(name, "/format",
-               R"(not a configuration document: "format" is not ")" + std::string(kFormat) + '"');
-    const Json* version = document.Find("version");
-    if (version == nullptr || !version->is_number_integer())
-        Refuse(name, "/version", "the version is not a whole number");
-    if (*version != kVersion)
-        Refuse(name, "/version",
-               "version " + ShortText(*version) + " is not known; this program reads version " +
-                   std::to_string(kVersion));
     return document;
 }
 
 ConfigurationDocument ConfigurationDocument::Load(const std::filesystem::path& path) {
     std::string text;
     try {
-        text = files::ReadFile(path, kMostBytes);
+        text = files::ReadFile(path, files::kMostOfDocument);
     } catch (const std::exception& error) {
-        throw FileError(error);
+        throw Error(ErrorKind::FileFailed, error.what());
     }
     return Parse(text, files::TextOf(path));
 }
@@ -73,6 +54,14 @@ std::string ConfigurationDocument::Identifier() const {
     const auto text = m_json[place].get<std::string>();
     const auto guid = GuidFromText(text);
     return guid && !IsIdentifier(*guid) ? std::string() : text;
+}
+
+std::string ConfigurationDocument::IdentifierWarning(bool replaces) const {
+    return (replaces ? "the keyboard takes over the identifier of another one from "
+                     : "the keyboard has no identifier and is given the one in ") +
+           m_name +
+           "; a document for other keyboards leaves the identifier out (qxconf upload "
+           "--no-identifier), and each keyboard then keeps its own";
 }
 
 void ConfigurationDocument::RemoveIdentifier() {

@@ -29,9 +29,6 @@ public:
     // Where a document has the identifier of the keyboard that it was read from.
     static constexpr const char* kIdentifierPlace = "/layeredFuncKeys/guid";
 
-    // More than any document has.
-    static constexpr std::size_t kMostBytes = 4U << 20U;
-
     // A document without sections.
     ConfigurationDocument();
 
@@ -58,10 +55,7 @@ public:
     // The identifier, as it is written there; empty when there is none (see IsIdentifier).
     [[nodiscard]] std::string Identifier() const;
     // For a user whose keyboard gets this identifier, in place of its own if it has one.
-    [[nodiscard]] Error IdentifierWarning(bool replaces = true) const {
-        return Error(replaces ? Cause::IdentifierReplaced : Cause::IdentifierGiven,
-                     {.place = {.file = m_name}});
-    }
+    [[nodiscard]] std::string IdentifierWarning(bool replaces = true) const;
     // Makes it a document that leaves every keyboard its own identifier.
     void RemoveIdentifier();
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"
+#include "json/Fault.h"
 
 #include <functional>
 #include <string>
@@ -81,8 +82,8 @@ public:
     // documents nor keyboards keep.
     [[nodiscard]] virtual bool IsExact() const { return false; }
     // Reports that the value just read for the field cannot be used; for a walk that reads and is
-    // not exact.
-    virtual void Refuse(const Field& /*field*/, const std::string& /*sReason*/) {}
+    // not exact. The field's place becomes the fault's.
+    virtual void Refuse(const Field& /*field*/, const json::Fault& /*fault*/) {}
 };
 
 } // namespace qx::host

@@ -6,16 +6,13 @@
 #include "qxcontrols/keys/TypedText.h"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
 namespace qx::host {
 
 namespace {
-
-std::string RangeText(Integer nMin, Integer nMax) {
-    return std::to_string(nMin) + " to " + std::to_string(nMax);
-}
 
 // As many blanks as the text has characters: in front of what stands behind it, they keep the
 // places that messages name.
@@ -26,172 +23,106 @@ std::string BlanksFor(std::string_view text) {
     return blanks;
 }
 
+// The members of the element that identify it, as they are in the document.
+std::string IdText(const FieldList& list, const FieldList::Id& id) {
+    std::string text;
+    for (std::size_t i = 0; i < id.size(); ++i)
+        text += (i == 0 ? "\"" : ", \"") + std::string(list.keyMembers[i].key) +
+                "\": " + std::to_string(id[i]);
+    return text;
+}
+
 bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
 } // namespace
 
-JsonFieldReader::JsonFieldReader(const Json& section, std::string place,
-                                 const QXKeyboardLayoutData* layout, Variables& variables,
-                                 std::vector<Fault>& faults)
-    : m_layout(layout), m_variables(variables),
-      m_faults(faults), m_level{&section, std::move(place), {}} {}
-
-void JsonFieldReader::Read(const std::function<void(FieldVisitor&)>& walk) {
-    const Level whole = m_level;
-    ReadObject(*whole.value, whole.place, [&] { walk(*this); });
+void JsonFieldReader::Read(const json::Value& section,
+                           const std::function<void(FieldVisitor&)>& walk) {
+    ReadObject(section, [&] { walk(*this); });
 }
 
-void JsonFieldReader::AddFault(const std::string& place, const std::string& message) {
-    if (m_faults.size() == kMostFaults)
-        m_faults.push_back({"", "there are more faults than are reported"});
-    if (HasEnoughFaults())
+json::Value JsonFieldReader::Find(const Field& field) {
+    if (!m_elements.empty())
+        return m_elements[std::stoul(std::string(field.key))];
+    return field.required ? m_object->Get(field.key) : m_object->Find(field.key);
+}
+
+void JsonFieldReader::ReadObject(const json::Value& value, const std::function<void()>& members) {
+    json::Object object(value);
+    if (!object.IsObject())
         return;
-    m_faults.emplace_back(place, message);
+    json::Object* const outer = std::exchange(m_object, &object);
+    std::vector<json::Value> elements = std::exchange(m_elements, {});
+    members();
+    object.RefuseOthers();
+    m_object = outer;
+    m_elements = std::move(elements);
 }
 
-std::string JsonFieldReader::PlaceOf(std::string_view key) const {
-    return JsonPointer(m_level.place, key);
-}
-
-const Json* JsonFieldReader::Find(const Field& field) {
-    if (m_level.value->is_array())
-        return &(*m_level.value)[std::stoul(std::string(field.key))];
-    m_level.asked.emplace(field.key);
-    const auto found = m_level.value->find(std::string(field.key));
-    if (found != m_level.value->end())
-        return &*found;
-    if (field.required)
-        AddFault(m_level.place, "\"" + std::string(field.key) + "\" is missing");
-    return nullptr;
-}
-
-void JsonFieldReader::Within(const Json& value, const std::string& place,
-                             const std::function<void()>& walk) {
-    Level outer = std::exchange(m_level, {&value, place, {}});
-    walk();
-    m_level = std::move(outer);
-}
-
-void JsonFieldReader::ReadObject(const Json& value, const std::string& place,
-                                 const std::function<void()>& members) {
-    if (!value.is_object()) {
-        AddFault(place, ShortText(value) + " is not an object");
-        return;
-    }
-    Within(value, place, [&] {
-        members();
-        for (const auto& [key, member] : value.items())
-            if (!m_level.asked.contains(key))
-                AddFault(PlaceOf(key), "unknown member " + ShortText(key));
-    });
-}
-
-Json JsonFieldReader::Filled(const Json& value, const std::string& place) {
-    if (!value.is_string())
-        return value;
-    Json filled(Json::value_t::discarded);
+std::optional<Json> JsonFieldReader::Filled(const json::Value& value) {
+    if (!value.Exists())
+        return std::nullopt;
+    if (!value.AsJson().is_string())
+        return value.AsJson();
     try {
-        const auto pieces = m_variables.Split(value.get<std::string>());
+        const auto pieces = m_variables.Split(value.AsJson().get<std::string>());
         if (pieces.size() != 1 || !pieces.front().isValue)
-            return value;
-        filled = Json::parse(pieces.front().text, nullptr, false);
-        if (filled.is_discarded())
-            filled = pieces.front().text;
-    } catch (const std::invalid_argument& error) {
-        AddFault(place, error.what());
+            return value.AsJson();
+        Json filled = Json::parse(pieces.front().text, nullptr, false);
+        return filled.is_discarded() ? Json(pieces.front().text) : filled;
+    } catch (const json::FaultError& error) {
+        value.Refuse(error.Faults().front());
+        return std::nullopt;
     }
-    return filled;
 }
 
 bool JsonFieldReader::Flag(const Field& field, bool fValue) {
-    const Json* value = Find(field);
-    if (value == nullptr)
-        return fValue;
-    const Json filled = Filled(*value, PlaceOf(field.key));
-    if (filled.is_boolean())
-        return filled.get<bool>();
-    if (filled.is_discarded())
-        return fValue;
-    AddFault(PlaceOf(field.key), ShortText(filled) + " is neither true nor false");
-    return fValue;
-}
-
-std::optional<Integer> JsonFieldReader::WholeNumber(const Json& value, const std::string& place,
-                                                    Integer nMin, Integer nMax,
-                                                    std::string_view sKind) {
-    const bool isInRange = value.is_number_unsigned()
-                               ? value.get<std::uint64_t>() <=
-                                         static_cast<std::uint64_t>(std::max<Integer>(nMax, 0)) &&
-                                     static_cast<std::int64_t>(value.get<std::uint64_t>()) >= nMin
-                               : value.is_number_integer() && value.get<std::int64_t>() >= nMin &&
-                                     value.get<std::int64_t>() <= nMax;
-    if (isInRange)
-        return static_cast<Integer>(value.get<std::int64_t>());
-    AddFault(place, ShortText(value) + " is not a " + std::string(sKind) + " from " +
-                        RangeText(nMin, nMax));
-    return std::nullopt;
+    const json::Value value = Find(field);
+    const auto filled = Filled(value);
+    return filled ? value.With(*filled).Flag().value_or(fValue) : fValue;
 }
 
 Integer JsonFieldReader::Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) {
-    const Json* value = Find(field);
-    if (value == nullptr)
-        return nValue;
-    const std::string place = PlaceOf(field.key);
-    const Json filled = Filled(*value, place);
-    if (filled.is_discarded())
-        return nValue;
-    return WholeNumber(filled, place, nMin, nMax, "whole number").value_or(nValue);
+    const json::Value value = Find(field);
+    const auto filled = Filled(value);
+    return filled ? value.With(*filled).WholeNumber(nMin, nMax).value_or(nValue) : nValue;
 }
 
 std::vector<Integer> JsonFieldReader::Keys(const Field& field, const std::vector<Integer>& keys,
                                            Integer nMin, Integer nMax,
                                            const PositionCodeOf& /*positionCodeOf*/) {
-    const Json* value = Find(field);
-    if (value == nullptr)
+    const json::Value value = Find(field);
+    if (!value.IsList())
         return keys;
-    const std::string place = PlaceOf(field.key);
-    if (!value->is_array()) {
-        AddFault(place, ShortText(*value) + " is not a list of keys");
-        return keys;
-    }
     std::vector<Integer> numbers;
-    for (std::size_t i = 0; i < value->size(); ++i)
-        if (const auto number = WholeNumber((*value)[i], JsonPointer(place, std::to_string(i)),
-                                            nMin, nMax, "whole number"))
+    for (const json::Value& element : value.Elements())
+        if (const auto number = element.WholeNumber(nMin, nMax))
             numbers.push_back(*number);
     return numbers;
 }
 
 std::string JsonFieldReader::Text(const Field& field, const std::string& sValue,
                                   std::size_t maxUnits) {
-    const Json* value = Find(field);
-    if (value == nullptr)
+    const json::Value value = Find(field);
+    std::optional<std::string> text = value.Text();
+    if (!text)
         return sValue;
-    if (!value->is_string()) {
-        AddFault(PlaceOf(field.key), ShortText(*value) + " is not a text");
-        return sValue;
-    }
-    std::string text;
     try {
-        text = m_variables.Fill(value->get<std::string>());
-    } catch (const std::invalid_argument& error) {
-        AddFault(PlaceOf(field.key), error.what());
+        text = m_variables.Fill(*text);
+    } catch (const json::FaultError& error) {
+        value.Refuse(error.Faults().front());
         return sValue;
     }
-    const std::size_t units = Utf16FromUtf8(text).size();
-    if (units > maxUnits) {
-        AddFault(PlaceOf(field.key), "the text has " + std::to_string(units) +
-                                         " UTF-16 units, more than the " +
-                                         std::to_string(maxUnits) + " that fit");
-        return sValue;
-    }
-    if (text.find('\0') != std::string::npos) {
-        AddFault(PlaceOf(field.key), "the text holds a character of code 0, which would end it");
-        return sValue;
-    }
-    return text;
+    const std::size_t units = Utf16FromUtf8(*text).size();
+    if (units > maxUnits)
+        value.Refuse(FaultKind::TextTooLong, units, maxUnits);
+    else if (text->find('\0') != std::string::npos)
+        value.Refuse(FaultKind::TextWithNul);
+    else
+        return *text;
+    return sValue;
 }
 
 std::vector<Byte> JsonFieldReader::CodesOf(std::string_view text) const {
@@ -202,9 +133,9 @@ std::vector<Byte> JsonFieldReader::CodesOf(std::string_view text) const {
     };
     for (std::size_t i = 0; i < pieces.size(); ++i)
         if (pieces[i].isValue && !isApart(i))
-            throw std::invalid_argument(
-                std::string(text.substr(pieces[i].begin, pieces[i].end - pieces[i].begin)) +
-                " is an item of its own, with blanks around it");
+            throw json::FaultError(
+                {{"", FaultKind::PlaceholderNotApart,
+                  text.substr(pieces[i].begin, pieces[i].end - pieces[i].begin)}});
     std::vector<Byte> codes;
     for (const Variables::Piece& piece : pieces) {
         const auto more =
@@ -214,46 +145,43 @@ std::vector<Byte> JsonFieldReader::CodesOf(std::string_view text) const {
         codes.insert(codes.end(), more.begin(), more.end());
     }
     if (std::find(codes.begin(), codes.end(), Byte{0}) != codes.end())
-        throw std::invalid_argument("{0} would end the sequence in the keyboard");
+        throw json::FaultError({{"", FaultKind::SequenceWithZero}});
     return codes;
 }
 
-std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const Json& value,
-                                                            const std::string& place) {
-    std::vector<Byte> codes;
-    if (value.is_string()) {
+std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const json::Value& value) {
+    if (!value.Exists())
+        return std::nullopt;
+    if (value.AsJson().is_string()) {
         try {
             if (m_layout != nullptr)
-                return CodesOf(value.get<std::string>());
-            AddFault(place, "a sequence as text needs a keyboard layout");
+                return CodesOf(value.AsJson().get<std::string>());
+            value.Refuse(FaultKind::SequenceWithoutNames);
+        } catch (const json::FaultError& error) {
+            value.Refuse(error.Faults().front());
         } catch (const std::exception& error) {
-            AddFault(place, error.what());
+            value.Refuse(FaultKind::SequenceText, error.what());
         }
         return std::nullopt;
     }
-    if (!value.is_array()) {
-        AddFault(place, ShortText(value) + " is neither a list of key codes nor a text");
+    if (!value.AsJson().is_array()) {
+        value.RefuseAs(FaultKind::NotASequence);
         return std::nullopt;
     }
-    const std::size_t faultsBefore = m_faults.size();
-    for (std::size_t i = 0; i < value.size(); ++i)
-        codes.push_back(static_cast<Byte>(
-            WholeNumber(value[i], JsonPointer(place, std::to_string(i)), 1, 255, "code")
-                .value_or(0)));
-    return m_faults.size() == faultsBefore ? std::optional(codes) : std::nullopt;
+    std::vector<Byte> codes;
+    for (const json::Value& element : value.Elements())
+        if (const auto code = element.WholeNumber<Byte>(1, 255, FaultKind::NotACode))
+            codes.push_back(*code);
+    return codes.size() == value.AsJson().size() ? std::optional(codes) : std::nullopt;
 }
 
 void JsonFieldReader::Sequence(const Field& field, KeySequence& sequence, Integer nSlot) {
-    const Json* value = Find(field);
-    if (value == nullptr)
-        return;
-    const std::string place = PlaceOf(field.key);
-    const auto codes = ReadCodes(*value, place);
+    const json::Value value = Find(field);
+    const auto codes = ReadCodes(value);
     if (!codes)
         return;
     if (codes->size() > static_cast<std::size_t>(nSlot)) {
-        AddFault(place, "the sequence has " + std::to_string(codes->size()) +
-                            " codes, more than the " + std::to_string(nSlot) + " that fit");
+        value.Refuse(FaultKind::SequenceTooLong, codes->size(), nSlot);
         return;
     }
     sequence.Clear();
@@ -262,72 +190,51 @@ void JsonFieldReader::Sequence(const Field& field, KeySequence& sequence, Intege
 }
 
 void JsonFieldReader::Object(const Field& field, const std::function<void()>& members) {
-    if (const Json* value = Find(field))
-        ReadObject(*value, PlaceOf(field.key), members);
+    ReadObject(Find(field), members);
 }
 
 void JsonFieldReader::Array(const Field& field, std::size_t count, Integer /*nFirst*/,
                             const std::function<void(const Field&, std::size_t)>& element) {
-    const Json* value = Find(field);
-    if (value == nullptr)
-        return;
-    const std::string place = PlaceOf(field.key);
-    if (!value->is_array() || value->size() != count) {
-        AddFault(place,
-                 ShortText(*value) + " is not a list of " + std::to_string(count) + " elements");
-        return;
+    auto outer = std::exchange(m_elements, Find(field).Elements(count));
+    for (std::size_t i = 0; i < m_elements.size(); ++i) {
+        const std::string index = std::to_string(i);
+        element({index, ""}, i);
     }
-    Within(*value, place, [&] {
-        for (std::size_t i = 0; i < count; ++i) {
-            const std::string index = std::to_string(i);
-            element({index, ""}, i);
-        }
-    });
+    m_elements = std::move(outer);
 }
 
-std::optional<FieldList::Id> JsonFieldReader::ReadId(const FieldList& list,
-                                                     const std::string& place) {
+std::optional<FieldList::Id> JsonFieldReader::ReadId(const FieldList& list) {
     FieldList::Id id;
-    for (const FieldList::KeyMember& member : list.keyMembers) {
-        const Json* value = Find({member.key, ""});
-        const auto number = value == nullptr ? std::nullopt
-                                             : WholeNumber(*value, JsonPointer(place, member.key),
-                                                           member.min, member.max, "whole number");
-        if (number)
+    for (const FieldList::KeyMember& member : list.keyMembers)
+        if (const auto number = Find({member.key, ""}).WholeNumber(member.min, member.max))
             id.push_back(*number);
-    }
     return id.size() == list.keyMembers.size() ? std::optional(id) : std::nullopt;
 }
 
 void JsonFieldReader::List(const FieldList& list) {
-    const Json* value = Find(list.field);
-    if (value == nullptr)
+    const json::Value value = Find(list.field);
+    if (!value.IsList())
         return;
-    const std::string place = PlaceOf(list.field.key);
-    if (!value->is_array()) {
-        AddFault(place, ShortText(*value) + " is not a list");
-        return;
-    }
     list.clear();
     std::set<FieldList::Id> seen;
-    for (std::size_t i = 0; i < value->size() && !HasEnoughFaults(); ++i) {
-        const std::string elementPlace = JsonPointer(place, std::to_string(i));
-        ReadObject((*value)[i], elementPlace, [&] {
-            const auto id = ReadId(list, elementPlace);
+    for (const json::Value& element : value.Elements()) {
+        if (element.AllFaults().AreEnough())
+            return;
+        ReadObject(element, [&] {
+            const auto id = ReadId(list);
             if (id && !seen.insert(*id).second)
-                AddFault(elementPlace, ElementLabel(list, *id) + " stands in the list twice");
+                element.Refuse(FaultKind::ElementTwice, IdText(list, *id));
             // Without an identity the members cannot be placed, and are not reported as unknown.
             if (id)
                 list.visit(*id);
             else
-                for (const auto& [key, member] : m_level.value->items())
-                    m_level.asked.insert(key);
+                (void)m_object->All();
         });
     }
 }
 
-void JsonFieldReader::Refuse(const Field& field, const std::string& sReason) {
-    AddFault(PlaceOf(field.key), sReason);
+void JsonFieldReader::Refuse(const Field& field, const Fault& fault) {
+    (m_elements.empty() ? m_object->Find(field.key) : Find(field)).Refuse(fault);
 }
 
 } // namespace qx::host

@@ -3,6 +3,7 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
+#include "host/Error.h"
 
 #include <algorithm>
 #include <array>
@@ -21,7 +22,7 @@ void Guarded(const std::function<void()>& operation) {
     try {
         operation();
     } catch (const std::exception& error) {
-        throw FileError(error);
+        throw Error(ErrorKind::FileFailed, error.what());
     }
 }
 
@@ -89,9 +90,9 @@ fs::path WriteNewFile(const fs::path& folder, Time time, const std::string& endi
 void ReadRecord(const fs::path& file, const RecordFormat& format,
                 const std::function<void(const Json&)>& read) {
     std::string text;
-    Guarded([&] { text = files::ReadFile(file); });
+    Guarded([&] { text = files::ReadFile(file, files::kMostOfRecord); });
     try {
-        Json record = ParseStrictly(text);
+        Json record = ParseStrictly(text, files::kMostOfRecord);
         if (record.at("format").get<std::string>() != format.name)
             throw std::runtime_error("not a file of the format " + std::string(format.name));
         const int version = NumberFromJson<int>(record.at("version"));
@@ -107,11 +108,12 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
         }
         read(record);
     } catch (const Json::exception&) {
-        throw Error(Cause::RecordDamaged, {.reason = "a member is missing, or is of another type",
-                                           .place = {.file = files::TextOf(file)}});
+        throw Error(ErrorKind::FileFailed,
+                    files::TextOf(file) +
+                        " cannot be used: a member is missing, or is of another type");
     } catch (const std::exception& error) {
-        throw Error(Cause::RecordDamaged,
-                    {.reason = error.what(), .place = {.file = files::TextOf(file)}});
+        throw Error(ErrorKind::FileFailed,
+                    files::TextOf(file) + " cannot be used: " + std::string(error.what()));
     }
 }
 
@@ -125,7 +127,7 @@ ReadRecords(const fs::path& folder, std::string_view ending, const RecordFormat&
         } catch (const Error& error) {
             std::error_code ignored;
             if (fs::exists(file, ignored))
-                damaged.push_back({file, error});
+                damaged.push_back({file, error.what()});
         }
     }
     return damaged;
@@ -138,8 +140,8 @@ std::vector<fs::path> RecordsIn(const fs::path& folder, std::string_view ending)
         return records;
     fs::directory_iterator entries(folder, reason);
     if (reason)
-        throw Error(Cause::FileUnusable, {.reason = files::TextOf(folder) +
-                                                    " cannot be read: " + files::ReasonOf(reason)});
+        throw Error(ErrorKind::FileFailed,
+                    files::TextOf(folder) + " cannot be read: " + files::ReasonOf(reason));
     for (const fs::directory_entry& entry : entries)
         if (files::TextOf(entry.path().filename()).ends_with(ending))
             records.push_back(entry.path());

@@ -4,7 +4,6 @@
 // All failures are Error(FileFailed) that names the file.
 #pragma once
 
-#include "host/Error.h"
 #include "host/Json.h"
 
 #include <chrono>
@@ -51,10 +50,10 @@ std::filesystem::path WriteNewFile(const std::filesystem::path& folder, Time tim
 void ReadRecord(const std::filesystem::path& file, const RecordFormat& format,
                 const std::function<void(const Json&)>& read);
 
-// A record that cannot be used, and why.
+// A record that cannot be used, and why; the message names the file.
 struct DamagedRecord {
     std::filesystem::path file;
-    Error error;
+    std::string message;
 };
 
 // Reads all records of the folder whose names end so, in the order of their names, and passes over

@@ -53,10 +53,12 @@ public:
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
     // Called when the section's settings have been read from a keyboard.
     virtual void Uploaded() {}
-    // The first byte of an area that no document can express, and why; nothing for a sound area.
+    // The first byte of an area that no document can express, and why: a kind of fault, whose
+    // arguments these are behind the address.
     struct Damage {
         Long offset;
-        std::string reason;
+        json::FaultKind kind;
+        std::vector<Long> arguments;
     };
     [[nodiscard]] virtual std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                          std::string_view /*bytes*/) const {

@@ -55,7 +55,8 @@ public:
         } catch (const Error&) {
             throw;
         } catch (const std::exception& error) {
-            throw Error(Cause::PreferencesNotStored, {.reason = error.what()});
+            throw Error(ErrorKind::FileFailed,
+                        std::string("the preferences could not be stored: ") + error.what());
         }
         return damaged;
     }
@@ -65,11 +66,13 @@ private:
         std::error_code ignored;
         const auto status = fs::status(m_file, ignored);
         if (fs::exists(status) && !fs::is_regular_file(status))
-            throw Error(Cause::PreferencesNotAFile, {.place = {.file = Location()}});
+            throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + Location() +
+                                                   ": it is not an ordinary file");
         try {
-            m_values = IniFile(fs::exists(status) ? files::ReadFile(m_file) : "");
+            m_values = IniFile(
+                fs::exists(status) ? files::ReadFile(m_file, files::kMostOfPreferences) : "");
         } catch (const std::exception& error) {
-            throw FileError(error);
+            throw Error(ErrorKind::FileFailed, error.what());
         }
     }
 
@@ -79,7 +82,8 @@ private:
             return m_values.HasGroup(value.first.substr(0, value.first.find('/')));
         });
         if (!m_isOwn && !hasGroup && !m_values.IsBlank())
-            throw Error(Cause::PreferencesElsewhere, {.place = {.file = Location()}});
+            throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + Location() +
+                                                   ": it holds something else, and stays as it is");
     }
 
     fs::path SetAside() {
@@ -91,8 +95,9 @@ private:
         std::error_code reason;
         fs::rename(m_file, damaged, reason);
         if (reason)
-            throw Error(Cause::PreferencesNotSetAside,
-                        {.reason = files::ReasonOf(reason), .place = {.file = Location()}});
+            throw Error(ErrorKind::FileFailed,
+                        "the preferences in " + Location() +
+                            " are damaged and cannot be set aside: " + files::ReasonOf(reason));
         m_values = IniFile();
         return damaged;
     }

@@ -1,13 +1,15 @@
 #include "host/Variables.h"
 
 #include "qxcontrols/common/Utf.h"
+#include "json/Fault.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace qx::host {
 
 namespace {
+
+using json::FaultKind;
 
 constexpr std::string_view kOpen = "${";
 constexpr std::string_view kLiteralOpen = "$${";
@@ -27,6 +29,11 @@ std::string Beginning(std::string_view text) {
     std::string_view rest = text;
     SkipCharacters(rest, kMost);
     return std::string(text.substr(0, text.size() - rest.size())) + (rest.empty() ? "" : "...");
+}
+
+template <typename Argument>
+[[noreturn]] void Refuse(FaultKind kind, const Argument& argument) {
+    throw json::FaultError({{"", kind, argument}});
 }
 
 std::string Listed(const std::set<std::string>& names) {
@@ -73,24 +80,19 @@ std::vector<Variables::Piece> Variables::Split(std::string_view text) {
             const std::size_t end = rest.find(kClose);
             const std::string name(rest.substr(kOpen.size(), end - kOpen.size()));
             if (end == std::string_view::npos || !IsName(name))
-                throw std::invalid_argument("\"" + Beginning(rest.substr(0, end)) +
-                                            "\" begins no placeholder like ${name}; $${ stands "
-                                            "for ${ itself");
+                Refuse(FaultKind::NotAPlaceholder, Beginning(rest.substr(0, end)));
             const auto value = m_values.find(name);
             (value == m_values.end() ? missing : m_used).insert(name);
             bytes += value == m_values.end() ? 0 : value->second.size();
             if (bytes > kMostBytes)
-                throw std::invalid_argument("its variables give it more than " +
-                                            std::to_string(kMostBytes) + " bytes");
+                Refuse(FaultKind::ValuesTooLong, kMostBytes);
             pieces.push_back({value == m_values.end() ? "" : value->second, true, i, i + end + 1});
             i += end + 1;
         }
     }
     m_missing.insert(missing.begin(), missing.end());
     if (!missing.empty())
-        throw std::invalid_argument((missing.size() == 1 ? "needs a value for the variable "
-                                                         : "needs values for the variables ") +
-                                    Listed(missing));
+        Refuse(FaultKind::NoValue, Listed(missing));
     return pieces;
 }
 

@@ -31,8 +31,8 @@ public:
         bool isValue;
         std::size_t begin, end; // where it, or its placeholder, stands
     };
-    // Takes a text apart. Throws std::invalid_argument that names the placeholder which is
-    // malformed, or the variables which have no value.
+    // Takes a text apart. Throws json::FaultError, without a place, for a malformed placeholder and
+    // for variables without a value.
     [[nodiscard]] std::vector<Piece> Split(std::string_view text);
     // The text with the values.
     [[nodiscard]] std::string Fill(std::string_view text);

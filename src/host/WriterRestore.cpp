@@ -6,16 +6,22 @@
 
 namespace qx::host {
 
+namespace {
+
+constexpr const char* kNothingWritten = "; nothing was written";
+
+} // namespace
+
 WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
     const KeyboardContent now = Read();
     const KeyboardIdentity& saved = backup.content.identity;
     if (!saved.IsLike(now.identity))
-        throw Error(
-            Cause::BackupOfOtherModules,
-            {.name = saved.Name(), .other = now.identity.Name(), .holds = Holds::NotTouched});
+        throw Error(ErrorKind::KeyboardChanged, "the backup is of a " + saved.Name() +
+                                                    " with other modules than this " +
+                                                    now.identity.Name() + kNothingWritten);
     const auto other = WhyOfOtherKeyboard(backup, now);
     if (other && !otherKeyboard)
-        throw Error(*other);
+        throw Error(ErrorKind::KeyboardChanged, other->Text() + kNothingWritten);
     WritePlan plan = Planner(now, *m_scratch).ForBackup(backup.content, !other);
     plan.otherKeyboard = other;
     ProveNothingToDo(plan);
@@ -24,13 +30,9 @@ WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
 
 // Why the backup seems to be of another keyboard, if it does. A keyboard that holds a part of an
 // interrupted write is the one of the backup that was made before that write.
-std::optional<Error> Writer::WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now) {
-    using Units = std::set<std::string>;
-    const auto refusal = [](Cause cause, const Units& names, const Units& others = {}) {
-        return Error(cause, {.names = {names.begin(), names.end()},
-                             .others = {others.begin(), others.end()},
-                             .holds = Holds::NotTouched});
-    };
+std::optional<OtherKeyboard> Writer::WhyOfOtherKeyboard(const Backup& backup,
+                                                        const KeyboardContent& now) {
+    using Reason = OtherKeyboard::Reason;
     const auto isReachedSo = [&](const KeyboardIdentity& keyboard, const std::string& origin) {
         return backup.content.identity.guid == keyboard.guid && backup.origin == origin;
     };
@@ -39,7 +41,7 @@ std::optional<Error> Writer::WhyOfOtherKeyboard(const Backup& backup, const Keyb
         std::none_of(partly.begin(), partly.end(), [&](const JournalEntry& entry) {
             return isReachedSo(entry.keyboard, entry.origin);
         }))
-        return refusal(Cause::BackupReachedOtherwise, backup.till.Units());
+        return OtherKeyboard{Reason::ReachedOtherwise, backup.till.Units(), {}};
     const std::set<std::string> saved =
         backup.till.unit.empty() ? m_records.receipts.UnitsOf(backup.content) : backup.till.Units();
     if (saved.empty() || now.HoldsSame(backup.content))
@@ -52,10 +54,10 @@ std::optional<Error> Writer::WhyOfOtherKeyboard(const Backup& backup, const Keyb
     if (partly.empty())
         units = m_records.receipts.UnitsOf(now);
     if (units.empty() && now.identity.guid.empty())
-        return refusal(Cause::BackupOfUnit, saved);
+        return OtherKeyboard{Reason::UnitUnknown, saved, {}};
     if (units.empty() || (units == saved && units.size() == 1))
         return {};
-    return refusal(Cause::BackupOfOtherUnit, saved, units);
+    return OtherKeyboard{Reason::OtherUnit, saved, units};
 }
 
 } // namespace qx::host

@@ -64,8 +64,7 @@ void PaintKeySheet(const KeySheet& sheet, QPagedPaintDevice& device) {
 void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
     const auto format = FormatOf(file);
     if (!format)
-        throw host::Error(host::Cause::SheetFormatUnknown,
-                          {.names = Suffixes(), .place = {.file = files::TextOf(file)}});
+        throw host::Error(host::ErrorKind::Usage, files::TextOf(file) + ": " + kFormatRule);
     const SheetContent content = ContentOf(sheet);
     const SheetPages pages(content);
     const QByteArray bytes = BytesOf(pages, content.title, *format);
@@ -73,7 +72,7 @@ void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
         files::WriteFileAtomically(
             file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     } catch (const std::exception& error) {
-        throw host::FileError(error);
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
 }
 

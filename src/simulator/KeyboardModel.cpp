@@ -1,8 +1,8 @@
 #include "simulator/KeyboardModel.h"
-#include "files/SystemTexts.h"
 
 #include "files/Files.h"
-#include "qxcontrols/common/Utf.h"
+#include "files/Limits.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/device/Identification.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
@@ -11,20 +11,19 @@
 #include "qxcontrols/readers/MagneticBlocks.h"
 #include "simulator/MemoryMap.h"
 #include "simulator/ShippedModels.h"
-
-#include <nlohmann/json.hpp>
+#include "json/Reader.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <iterator>
-#include <set>
 #include <stdexcept>
 
 namespace qx::sim {
 
 namespace {
 
-using Json = nlohmann::json;
+using json::FaultKind;
+using json::Object;
+using json::Value;
 
 struct ModelText {
     const char* key;
@@ -64,11 +63,7 @@ constexpr Module kModules[] = {
     {MODULE_LAYER_FUNCKEY_DESC, 0},
 };
 
-// More than any model needs, and so many entries as a driver can count.
-constexpr std::size_t kMostOfModel = 1U << 20U;
-constexpr std::size_t kMostEntries = 0x7FFF;
-
-constexpr std::size_t kMostShown = 40; // bytes of a value, in messages
+constexpr std::size_t kMostEntries = 0x7FFF; // that a driver can count
 
 struct CapabilityFlag {
     const char* key;
@@ -81,159 +76,101 @@ constexpr CapabilityFlag kCapabilityFlags[] = {
     {"barcodeReader", kBarcodeReaderBit},
 };
 
-[[noreturn]] void Refuse(const std::string& place, const std::string& message) {
-    throw std::runtime_error((place.empty() ? "" : Shortened(place) + ": ") + Shortened(message));
-}
-
-// Reads JSON that names no member twice: of two values nobody could tell which was meant. How deep
-// it is nested is limited, as for any file that others write.
-Json ParseStrictly(const std::string& text) {
-    std::vector<std::set<std::string>> open;
-    const auto watch = [&](int depth, Json::parse_event_t event, Json& parsed) {
-        constexpr int kMostDepth = 64;
-        if (depth > kMostDepth)
-            Refuse("", "nested more than " + std::to_string(kMostDepth) + " deep");
-        if (event == Json::parse_event_t::object_start)
-            open.emplace_back();
-        else if (event == Json::parse_event_t::object_end)
-            open.pop_back();
-        else if (event == Json::parse_event_t::key &&
-                 !open.back().insert(parsed.get<std::string>()).second)
-            Refuse("", "the member \"" + Shortened(parsed.get<std::string>(), kMostShown) +
-                           "\" is given twice");
-        return true;
-    };
-    try {
-        return Json::parse(text, watch);
-    } catch (const Json::parse_error& error) {
-        Refuse("offset " + std::to_string(error.byte), "not valid JSON");
-    } catch (const Json::out_of_range& error) { // a number too large
-        const std::string reason = error.what();
-        Refuse("", "not valid JSON: " + reason.substr(reason.find("] ") + 2)); // without its number
-    }
-}
-
-// An object and where it stands. Every member that is read must be there, and no other.
-class Members {
-public:
-    Members(const Json& object, std::string place, std::initializer_list<std::string_view> known)
-        : m_object(object), m_place(std::move(place)) {
-        if (!object.is_object())
-            Refuse(m_place, "not an object");
-        for (const auto& [key, value] : object.items())
-            if (std::find(known.begin(), known.end(), key) == known.end())
-                Refuse(Place(key), "unknown member");
-    }
-
-    [[nodiscard]] std::string Place(const std::string& key) const { return m_place + "/" + key; }
-
-    [[nodiscard]] const Json& Get(const std::string& key) const {
-        const auto found = m_object.find(key);
-        if (found == m_object.end())
-            Refuse(Place(key), "missing");
-        return *found;
-    }
-
-    // Text of 8-bit characters, which is what the keyboard knows.
-    [[nodiscard]] std::string Text(const std::string& key, std::size_t most) const {
-        const Json& value = Get(key);
-        if (!value.is_string())
-            Refuse(Place(key), "not a text");
-        std::string text = value.get<std::string>();
-        const bool isPlain =
-            std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
-        if (!isPlain || text.size() > most)
-            Refuse(Place(key),
-                   "not a text of at most " + std::to_string(most) + " printable ASCII characters");
+// Text of 8-bit characters, which is what the keyboard knows.
+std::optional<std::string> PlainText(const Value& value, std::size_t most) {
+    const auto text = value.Text();
+    const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
+    if (!text || (text->size() <= most && std::all_of(text->begin(), text->end(), isPlain)))
         return text;
-    }
-
-private:
-    const Json& m_object;
-    std::string m_place;
-};
-
-bool ReadFlag(const Json& value, const std::string& place) {
-    if (!value.is_boolean())
-        Refuse(place, "neither true nor false");
-    return value.get<bool>();
+    value.RefuseAs(FaultKind::NotPlainText, most);
+    return std::nullopt;
 }
 
-Byte ReadCapabilities(const Json& json, const std::string& place) {
-    const Members members(json, place,
-                          {"freeProgrammableKeys", "connectionV24", "chipcardReader",
-                           "barcodeReader", "magneticTracks"});
+Byte ReadCapabilities(const Value& value) {
+    Object flags(value);
     Byte capabilities = 0;
     for (const CapabilityFlag& flag : kCapabilityFlags)
-        if (ReadFlag(members.Get(flag.key), members.Place(flag.key)))
+        if (flags.Get(flag.key).Flag().value_or(false))
             capabilities |= flag.mask;
-    const std::string tracksPlace = members.Place("magneticTracks");
-    const Json& tracks = members.Get("magneticTracks");
-    if (!tracks.is_array() || tracks.size() != std::size(kTrackBits))
-        Refuse(tracksPlace, "not a list of four flags");
-    for (std::size_t i = 0; i < std::size(kTrackBits); ++i)
-        if (ReadFlag(tracks[i], tracksPlace + "/" + std::to_string(i)))
+    const auto tracks = flags.Get("magneticTracks").Elements(std::size(kTrackBits));
+    for (std::size_t i = 0; i < tracks.size(); ++i)
+        if (tracks[i].Flag().value_or(false))
             capabilities |= kTrackBits[i];
+    flags.RefuseOthers();
     return capabilities;
 }
 
-// Reads an entry whose area meets none of those taken, and adds its area to them.
-KeyboardModel::Entry ReadEntry(const Json& json, const std::string& place,
-                               std::vector<Area>& taken) {
-    const Members members(json, place, {"module", "address"});
-    const Json& name = members.Get("module");
+const Module* ReadModule(const Value& value) {
+    const auto name = value.Text();
     const auto* module =
         std::find_if(std::begin(kModules), std::end(kModules),
                      [&](const Module& known) { return name == NameOf(known.id); });
-    if (module == std::end(kModules))
-        Refuse(members.Place("module"),
-               Shortened(name.dump(-1, ' ', false, Json::error_handler_t::replace), kMostShown) +
-                   " is not a module of a directory");
-    const Json& address = members.Get("address");
-    const Long highest = kMemorySize - module->size;
-    if (!address.is_number_unsigned() || address.get<std::uint64_t>() > std::uint64_t(highest))
-        Refuse(members.Place("address"), "not an address from 0 to " + std::to_string(highest));
-    const Area area{NameOf(module->id), address.get<Long>(), module->size};
-    for (const Area& other : taken)
-        if (module->size > 0 && area.Meets(other))
-            Refuse(members.Place("address"), "the area, up to " + std::to_string(area.End() - 1) +
-                                                 ", meets that of " + std::string(other.name) +
-                                                 ", from " + std::to_string(other.address) +
-                                                 " to " + std::to_string(other.End() - 1));
-    if (module->size > 0)
-        taken.push_back(area);
-    return {module->id, area.address};
+    if (module != std::end(kModules))
+        return module;
+    if (name)
+        value.RefuseAs(FaultKind::NotAModule);
+    return nullptr;
 }
 
-void ReadKeyboard(const Json& json, KeyboardModel& model) {
-    const Members members(json, "/keyboard",
-                          {"name", "bootloader", "program", "country", "config", "flags"});
+// Reads an entry whose area meets none of those taken, and adds its area to them.
+std::optional<KeyboardModel::Entry> ReadEntry(const Value& value, std::vector<Area>& taken) {
+    Object entry(value);
+    const Module* module = ReadModule(entry.Get("module"));
+    const Value address = entry.Get("address");
+    entry.RefuseOthers();
+    if (module == nullptr)
+        return std::nullopt;
+    const auto start = address.WholeNumber<Long>(0, kMemorySize - module->size);
+    if (!start)
+        return std::nullopt;
+    const Area area{NameOf(module->id), *start, module->size};
+    for (const Area& other : taken)
+        if (module->size > 0 && area.Meets(other))
+            address.Refuse(FaultKind::AreasMeet, area.End() - 1, other.name, other.address,
+                           other.End() - 1);
+    if (module->size > 0)
+        taken.push_back(area);
+    return KeyboardModel::Entry{module->id, area.address};
+}
+
+void ReadKeyboard(const Value& value, KeyboardModel& model) {
+    Object keyboard(value);
     for (const ModelText& text : kModelTexts)
-        model.*text.text = members.Text(text.key, text.place.length);
-    model.capabilities = ReadCapabilities(members.Get("flags"), members.Place("flags"));
+        model.*text.text = PlainText(keyboard.Get(text.key), text.place.length).value_or("");
+    model.capabilities = ReadCapabilities(keyboard.Get("flags"));
+    keyboard.RefuseOthers();
+}
+
+void ReadDirectory(const Value& value, KeyboardModel& model) {
+    const std::vector<Value> entries = value.Elements();
+    if (value.Exists() && value.AsJson().is_array() && entries.empty())
+        value.Refuse(FaultKind::EmptyList);
+    if (entries.size() > kMostEntries)
+        value.Refuse(FaultKind::ListTooLong, kMostEntries);
+    std::vector<Area> taken(kFixedAreas.begin(), kFixedAreas.end());
+    for (const Value& entry : entries)
+        if (const auto read = ReadEntry(entry, taken))
+            model.directory.push_back(*read);
 }
 
 } // namespace
 
-KeyboardModel KeyboardModel::FromJson(std::string json) {
-    if (json.size() > kMostOfModel)
-        Refuse("", "more than " + std::to_string(kMostOfModel) + " bytes");
-    const Json document = ParseStrictly(json);
-    const Members members(document, "", {"keyboard", "layout", "directory"});
+KeyboardModel KeyboardModel::FromJson(std::string text) {
+    const json::Json document = json::ParseStrictly(text, files::kMostOfModel);
+    json::Faults faults;
+    Object whole(Value(document, "", faults));
     KeyboardModel model;
-    ReadKeyboard(members.Get("keyboard"), model);
+    ReadKeyboard(whole.Get("keyboard"), model);
     constexpr std::size_t kMostOfFileName = 255;
-    model.layout = members.Text("layout", kMostOfFileName);
-    if (model.layout.empty() || model.layout.find_first_of("/\\:") != std::string::npos)
-        Refuse("/layout", "not the name of a file");
-    const Json& directory = members.Get("directory");
-    if (!directory.is_array() || directory.empty() || directory.size() > kMostEntries)
-        Refuse("/directory", "not a list of 1 to " + std::to_string(kMostEntries) + " modules");
-    std::vector<Area> taken(kFixedAreas.begin(), kFixedAreas.end());
-    for (std::size_t i = 0; i < directory.size(); ++i)
-        model.directory.push_back(
-            ReadEntry(directory[i], "/directory/" + std::to_string(i), taken));
-    model.json = std::move(json);
+    const Value layout = whole.Get("layout");
+    const auto name = PlainText(layout, kMostOfFileName);
+    if (name && (name->empty() || name->find_first_of("/\\:") != std::string::npos))
+        layout.RefuseAs(FaultKind::NotAFileName);
+    model.layout = name.value_or("");
+    ReadDirectory(whole.Get("directory"), model);
+    whole.RefuseOthers();
+    faults.ThrowAny();
+    model.json = std::move(text);
     return model;
 }
 
@@ -247,7 +184,7 @@ KeyboardModel KeyboardModel::ByName(const std::string& nameOrPath) {
     }
     try {
         if (text.empty())
-            text = files::ReadFile(files::PathOf(nameOrPath), kMostOfModel);
+            text = files::ReadFile(files::PathOf(nameOrPath), files::kMostOfModel);
     } catch (const std::exception& error) {
         throw std::runtime_error("there is no model \"" + nameOrPath +
                                  "\": the built-in ones are " + names + ", and as a file, " +

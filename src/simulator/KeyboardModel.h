@@ -26,9 +26,8 @@ struct KeyboardModel {
     std::vector<Entry> directory;                     // areas that do not meet
     std::string json;                                 // all of the above, as it was read
 
-    // The model of that text. Throws std::runtime_error that names the place, as a JSON pointer, or
-    // as an offset where the text is no JSON.
-    [[nodiscard]] static KeyboardModel FromJson(std::string json);
+    // The model of that text. Throws json::FaultError.
+    [[nodiscard]] static KeyboardModel FromJson(std::string text);
     // The built-in model of that name, else the model in the file of that path. Throws
     // std::runtime_error that names the model, and what is wrong with it.
     [[nodiscard]] static KeyboardModel ByName(const std::string& nameOrPath);

@@ -43,17 +43,17 @@ protected:
 TEST_F(JobFile, FaultsAreNamedBeforeAKeyboardIsTouched) {
     ExpectRefused(
         {
-            {R"({"format": "x"})", "/format", "not a batch job"},
-            {R"({"version": 2})", "/version", "the version is not 1"},
+            {R"({"format": "x"})", "/format", "not a file of the format \"qx-batch\""},
+            {R"({"version": 2})", "/version", "version 2 is not known"},
             {R"({"unit": []})", "/unit", "unknown member \"unit\""},
-            {R"({"units": []})", "/units", "no list of units"},
+            {R"({"units": []})", "/units", "the list is empty"},
             {R"({"units": [7]})", "/units/0", "7 is not an object"},
             {R"({"document": "none.json"})", "/units/0/document", "none.json"},
             {R"({"document": null})", "/document", "null is not a text"},
             {R"({"variables": {"store": "7"}})", "/variables/store",
              "no document has a placeholder"},
-            {R"({"variables": {"till": 7}})", "/variables/till", "write \"42\""},
-            {R"({"variables": {"1": "7"}})", "/variables/1", "a variable's name is"},
+            {R"({"variables": {"till": 7}})", "/variables/till", "7 is not a text"},
+            {R"({"variables": {"1": "7"}})", "/variables/1", "is not a variable's name"},
             {R"({"bench": {"model": "full"}})", "/bench/model", "is for a \"keyboard\""},
             {R"({"bench": {"keyboard": "port.qxk"}})", "/units/0", "this is a job for the bench"},
         },
@@ -77,9 +77,10 @@ TEST_F(JobFile, FaultsOfUnitsAreNamed) {
             {R"({"keyboard": ""})", "/units/1/keyboard", "is empty"},
             {R"({"driver": 4})", "/units/1/driver", "4 is not a text"},
             {R"({"till": "001"})", "/units/1/till", "unknown member \"till\""},
-            {R"({"identifier": "7"})", "/units/1/identifier", "is not like {01234567-"},
+            {R"({"identifier": "7"})", "/units/1/identifier",
+             "is not an identifier like {01234567-"},
             {R"({"variables": {}})", "/units/1",
-             "/magnetCard/tracks/0/header: needs a value for the variable till"},
+             "/magnetCard/tracks/0/header: a value is missing for till"},
             {R"({"variables": {"till": "€"}})", "/units/1", "no key of the layout types"},
             {R"({"variables": {"till": "1", "tlil": "1"}})", "/units/1/variables/tlil",
              "has no placeholder ${tlil}"},
@@ -132,7 +133,7 @@ TEST_F(JobFile, AnUploadedDocumentLeavesEachKeyboardItsIdentifier) {
     job["units"].erase(2);
     job["units"].erase(0);
     const std::string warning = "the keyboard takes over the identifier of another one from " +
-                                File("till.json") + "; keyboards keep their own";
+                                File("till.json") + "; a document for other keyboards leaves";
     EXPECT_NE(RunJob({"--dry-run"}).err.find("till 2: unless it has it already, " + warning),
               std::string::npos);
     const Outcome taken = RunJob({"--quiet"});

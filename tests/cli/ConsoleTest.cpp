@@ -111,7 +111,7 @@ TEST(Console, AnyBytesCanBeReported) {
               std::string::npos);
 }
 
-TEST(Console, VeryManyFaultsAreCounted) {
+TEST(Console, VeryManyFaultsAreCutShort) {
     CommandLine keyboard;
     Json document = {{"format", "qx-configuration"}, {"version", 1}};
     for (int i = 0; i < 2000; ++i)
@@ -120,11 +120,11 @@ TEST(Console, VeryManyFaultsAreCounted) {
     const Outcome outcome = keyboard.Run({"--json", "validate", file});
     EXPECT_EQ(outcome.status, 6);
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 21);
-    EXPECT_TRUE(outcome.err.ends_with("\n        and 1980 more\n")) << outcome.err;
+    EXPECT_TRUE(outcome.err.ends_with("\n        and 981 more\n")) << outcome.err;
     const Json error = Json::parse(outcome.out)["error"];
-    EXPECT_EQ(error["faults"].size(), 1000U);
+    ASSERT_EQ(error["faults"].size(), 1001U);
     EXPECT_EQ(error["faults"][999]["place"], "/section999");
-    EXPECT_EQ(error["faultsLeftOut"], 1000);
+    EXPECT_EQ(error["faults"][1000]["code"], "more-faults");
 }
 
 } // namespace qx::test

@@ -89,7 +89,7 @@ TEST(Write, VariablesGetTheirValuesBySet) {
     const Row rows[] = {
         {{"download", file},
          6,
-         "/commonKeyboard/outputDelay: needs a value for the variable delay; "
+         "/commonKeyboard/outputDelay: a value is missing for delay; "
          "values are given by --set delay=VALUE"},
         {{"validate", "--set", "delay=7", "--set", "dealy=7", file}, 2, "no placeholder ${dealy}"},
         {{"download", file, "--set", "delay=300"}, 6, "300 is not a whole number from 0 to 255"},

@@ -33,9 +33,9 @@ protected:
                 ConfigurationDocument::Parse(json.dump(), "test.json"), variables);
             return configuration.Write(sections).AsJson()[Json::json_pointer(place)];
         } catch (const Error& error) {
-            EXPECT_EQ(error.faults.size(), 1U);
-            EXPECT_EQ(error.faults.front().place, place);
-            return error.faults.front().message;
+            EXPECT_EQ(error.Faults().size(), 1U);
+            EXPECT_EQ(error.Faults().front().place, place);
+            return WordsOf(error.Faults().front());
         }
     }
 
@@ -61,12 +61,14 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
         {kText, "a $till {till} $ $$ $", "a $till {till} $ $$ $"},
         {kText, "$${till} ${till}", "$${till} 042"},
         {kText, "$$${", "$$${"},
-        {kText, "100 ${", R"("${" begins no placeholder like ${name}; $${ stands for ${ itself)"},
-        {kText, "${}", R"("${" begins no placeholder like ${name}; $${ stands for ${ itself)"},
+        {kText, "100 ${",
+         R"("${" does not begin a placeholder like ${name}; write $${ for ${ itself)"},
+        {kText, "${}",
+         R"("${" does not begin a placeholder like ${name}; write $${ for ${ itself)"},
         {kText, "${ti ll} $}",
-         R"("${ti ll" begins no placeholder like ${name}; $${ stands for ${ itself)"},
-        {kText, "${Till}", "needs a value for the variable Till"},
-        {kText, "${b} ${till} ${a} ${b}", "needs values for the variables a, b"},
+         R"("${ti ll" does not begin a placeholder like ${name}; write $${ for ${ itself)"},
+        {kText, "${Till}", "a value is missing for Till"},
+        {kText, "${b} ${till} ${a} ${b}", "a value is missing for a, b"},
         {kHeader, "T ${till} {7}", {21, 11, 139, 5, 133, 3, 131, 7}},
         {kHeader, "${store}${store} ${none}", {8, 136, 8, 136}},
         {kHeader, "${till} Ctrl+C\tNope",
@@ -79,10 +81,10 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
         {kSwitch, "${on}", true},
         {kSwitch, "${store}", "7 is neither true nor false"},
         {kSwitch, "${till}", "\"042\" is neither true nor false"},
-        {kSwitch, "${off}", "needs a value for the variable off"},
+        {kSwitch, "${off}", "a value is missing for off"},
         {kDelay, "${store}", 7},
         {kDelay, "${till}", "\"042\" is not a whole number from 0 to 255"},
-        {kDelay, "${off}", "needs a value for the variable off"},
+        {kDelay, "${off}", "a value is missing for off"},
         {kSwitch, "x${on}", "\"x${on}\" is neither true nor false"},
     };
     const Variables variables({{"till", "042"},
@@ -105,7 +107,7 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
 TEST_F(VariablesTest, TellWhatWasUsedAndWhatIsMissing) {
     Variables variables({{"till", "042"}, {"tlil", "042"}});
     EXPECT_EQ(variables.Fill("${till}"), "042");
-    EXPECT_THROW((void)variables.Fill("${store} ${till}"), std::invalid_argument);
+    EXPECT_THROW((void)variables.Fill("${store} ${till}"), json::FaultError);
     EXPECT_EQ(variables.Unused(), std::vector<std::string>{"tlil"});
     EXPECT_EQ(variables.Missing(), std::set<std::string>{"store"});
 }

@@ -184,7 +184,7 @@ TEST_F(WritePlanTest, ADocumentExpressesWhateverTheKeyboardHolds) {
         auto sections = session.SectionsIn(configuration);
         const auto damaged = session.Upload(sections);
         sound += damaged.empty();
-        ASSERT_TRUE(round % 2 == 1 || damaged.empty()) << damaged[0].place << damaged[0].message;
+        ASSERT_TRUE(round % 2 == 1 || damaged.empty()) << ToText(damaged[0]);
         const auto document = configuration.Write(sections, session.Keyboard());
         EXPECT_TRUE(document.Losses().empty());
         Configuration fresh(Platform(), &layout, nullptr);
@@ -283,9 +283,9 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     driver.Poke(pos + 9 * 32, "\x01\x1F\x9F");
     const auto damaged = NewPlanner().Damaged(present);
     ASSERT_EQ(damaged.size(), 1U);
-    EXPECT_NE(damaged[0].message.find("POS keys 3 and 10 of group 1 both have a sequence"),
+    EXPECT_NE(WordsOf(damaged[0]).find("POS keys 3 and 10 of group 1 both have a sequence"),
               std::string::npos)
-        << damaged[0].message;
+        << WordsOf(damaged[0]);
     driver.Poke(pos + 2 * 32, std::string("\x01\0\0", 3)); // a block in a higher key's slot
     EXPECT_TRUE(NewPlanner().Damaged(present).empty());
     driver.Poke(pos + 2 * 32, "\xFF");
@@ -299,8 +299,8 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
         ADD_FAILURE() << "planned over damage";
     } catch (const Error& error) {
         EXPECT_EQ(error.Kind(), ErrorKind::KeyboardDamaged);
-        ASSERT_EQ(error.faults.size(), 1U);
-        EXPECT_EQ(error.faults[0].place, "/pos");
+        ASSERT_EQ(error.Faults().size(), 1U);
+        EXPECT_EQ(error.Faults()[0].place, "/pos");
     }
     const WritePlan others = NewPlanner().ForSettings({configuration.Find("commonKeyboard")});
     EXPECT_EQ(others.after.Bytes(pos + 6 * 32, 3), damage);

@@ -100,7 +100,8 @@ TEST_F(KeyboardFile, IsRefusedWhenItsContentMakesNoKeyboard) {
                   "do not add up");
     ExpectRefused(Seal(kKeyboardFile, {parts[0], parts[1] + "x", parts[2], parts[3]}),
                   "131073 bytes");
-    ExpectRefused(Seal(kKeyboardFile, {"{}", parts[1], parts[2], parts[3]}), "/keyboard: missing");
+    ExpectRefused(Seal(kKeyboardFile, {"{}", parts[1], parts[2], parts[3]}),
+                  "\"keyboard\" is missing");
     ExpectRefused(Seal(kProgramFile, {parts[2]}), "not a file of a simulated keyboard");
 }
 

@@ -2,7 +2,6 @@
 
 #include "cli/Output.h"
 #include "files/SystemTexts.h"
-#include "host/ErrorText.h"
 
 #include <memory>
 #include <set>
@@ -36,7 +35,7 @@ void List(Context& context) {
         try {
             backup = backups.Load(entry);
         } catch (const host::Error& error) {
-            context.Warn(MessageOf(error));
+            context.Warn(error.what());
         }
         json.push_back({{"id", entry.id},
                         {"keyboard", entry.keyboard},
@@ -60,8 +59,7 @@ std::vector<host::Fault> LeftOut(const host::KeyboardContent& content,
             sections.insert(piece.section);
     std::vector<host::Fault> leftOut;
     for (const std::string& section : sections)
-        leftOut.push_back({"/" + section, "was damaged in the keyboard; qxconf backup restore "
-                                          "brings its bytes back"});
+        leftOut.emplace_back("/" + section, host::FaultKind::DamagedWhenSaved);
     return leftOut;
 }
 
@@ -72,7 +70,7 @@ void Show(Context& context, const std::string& id, const std::string& file) {
     try {
         context.WarnOfDamage(LeftOut(backups.Load(entry).content, document));
     } catch (const host::Error& error) {
-        context.Warn(MessageOf(error));
+        context.Warn(error.what());
     }
     WriteDocument(context, document, file, "backup to file");
 }
@@ -84,8 +82,8 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     const host::WritePlan plan = writer.PlanRestore(backup, fOtherKeyboard);
     host::Json notRestored = host::Json::array();
     for (const host::NotRestored& part : plan.notRestored) {
-        notRestored.push_back(host::TextOf(part));
-        context.Warn(host::TextOf(part));
+        notRestored.push_back(part.Text());
+        context.Warn(part.Text());
     }
     host::Writer::Request request;
     request.action = host::Writer::Request::kRestore;

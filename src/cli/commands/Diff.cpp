@@ -89,7 +89,7 @@ void DiffWithKeyboard(Context& context, const host::ConfigurationDocument& docum
     context.CloseKeyboard();
     for (const host::Fault& fault : planner.Damaged(sections)) {
         const std::string key = fault.place.substr(1);
-        report.AddSection(key, "(damaged)", "(present)", "cannot be compared: " + fault.message);
+        report.AddSection(key, "(damaged)", "(present)", "cannot be compared: " + WordsOf(fault));
         std::erase_if(sections, [&](const auto* section) { return section->Info().key == key; });
     }
     report.AddAll(planner.ForSettings(sections).settings);

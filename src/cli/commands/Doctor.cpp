@@ -6,7 +6,6 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
-#include "host/ErrorText.h"
 #include "host/ForwardingDriver.h"
 #include "host/SettingsStore.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -79,12 +78,11 @@ private:
         try {
             part();
         } catch (const host::Error& error) {
-            Complain(error);
+            Complain(error.Kind(), error.what());
         } catch (const std::exception& error) {
-            Complain(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+            Complain(host::ErrorKind::TransferFailed, error.what());
         }
     }
-    void Complain(const host::Error& error) { Complain(error.Kind(), MessageOf(error)); }
     void Complain(host::ErrorKind kind, const std::string& message) {
         if (m_problems.empty())
             m_context.exitStatus = ExitStatusOf(kind);
@@ -151,8 +149,8 @@ private:
         m_json.update(described.json);
         m_lines.emplace_back();
         Append(m_lines, described.lines);
-        for (const host::Error& warning : session.Warnings())
-            Complain(warning);
+        for (const host::StartWarning& warning : session.Warnings())
+            Complain(host::ErrorKind::TransferFailed, warning.text);
         if (opened.layout)
             m_layoutOfKeyboard = opened.layout();
         QXKeyboardLayoutData layout; // it says which keys have memory
@@ -232,9 +230,9 @@ private:
                                   {"backups", std::to_string(backups.size())},
                                   {"interrupted writes", std::to_string(writes.size())}});
         for (const host::JournalEntry& write : writes)
-            Complain(host::ErrorKind::WriteInterrupted, "on record: " + host::InWords(write));
+            Complain(host::ErrorKind::WriteInterrupted, "on record: " + write.InWords());
         for (const host::DamagedRecord& record : damaged)
-            Complain(record.error);
+            Complain(host::ErrorKind::FileFailed, record.message);
     }
 
     void Problems() {

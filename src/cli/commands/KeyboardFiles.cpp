@@ -108,9 +108,7 @@ void Convert(Context& context, const Conversion& conversion) {
     RefuseTarget(context, conversion.destination);
     RefuseOwnSource(conversion.source, conversion.destination);
     host::WriteBeside(files::PathOf(conversion.destination), [&](const std::string& beside) {
-        const host::Error failure(host::Cause::FileNotConverted,
-                                  {.place = {.file = conversion.source}});
-        session.Run(failure, [&] {
+        session.Run("converting " + conversion.source + " failed", [&] {
             std::string destination = beside;
             (void)session.Access().ConvertBinFileToRomFile(
                 source, destination, conversion.parameters[0], conversion.parameters[1],

@@ -13,11 +13,12 @@ host::Variables VariablesOf(const std::vector<std::string>& set) {
         const std::size_t equals = assignment.find('=');
         const std::string name = assignment.substr(0, equals);
         if (equals == std::string::npos || !host::Variables::IsName(name))
-            throw UsageError("--set " + assignment + " is not NAME=VALUE, as --set till=042");
+            throw host::Error(host::ErrorKind::Usage,
+                              "--set " + assignment + " is not NAME=VALUE, as --set till=042");
         if (!IsWellFormedUtf8(assignment))
-            throw UsageError("--set " + name + ": the value is no UTF-8");
+            throw host::Error(host::ErrorKind::Usage, "--set " + name + ": the value is no UTF-8");
         if (!values.emplace(name, assignment.substr(equals + 1)).second)
-            throw UsageError("--set " + name + " is given twice");
+            throw host::Error(host::ErrorKind::Usage, "--set " + name + " is given twice");
     }
     return host::Variables(std::move(values));
 }
@@ -50,9 +51,9 @@ std::string TextOf(Context& context, const std::string& file) {
     if (file == kStandardStream)
         return context.StandardInput();
     try {
-        return files::ReadFile(files::PathOf(file));
+        return files::ReadFile(files::PathOf(file), files::kMostOfDocument);
     } catch (const std::exception& error) {
-        throw host::FileError(error);
+        throw host::Error(host::ErrorKind::FileFailed, error.what());
     }
 }
 
@@ -61,20 +62,22 @@ std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
                                          host::Variables& variables) {
     try {
         return configuration.Read(document, variables);
-    } catch (host::Error& error) {
-        if (!variables.Missing().empty()) {
-            error.name = *variables.Missing().begin();
-            error.suggestion = host::Suggestion::GiveVariables;
-        }
-        throw;
+    } catch (const host::Error& error) {
+        if (variables.Missing().empty())
+            throw;
+        throw host::Error(error.Kind(),
+                          std::string(error.what()) + "; values are given by --set " +
+                              *variables.Missing().begin() + "=VALUE",
+                          error.Faults());
     }
 }
 
 void RefuseUnused(const host::Variables& variables) {
     const auto unused = variables.Unused();
     if (!unused.empty())
-        throw UsageError("--set " + unused.front() + ": there is no placeholder ${" +
-                         unused.front() + "} in the document");
+        throw host::Error(host::ErrorKind::Usage, "--set " + unused.front() +
+                                                      ": there is no placeholder ${" +
+                                                      unused.front() + "} in the document");
 }
 
 } // namespace qx::cli

@@ -78,9 +78,7 @@ private:
         if (isFree || value == present)
             flag.SetValue(value);
         else
-            fields.Refuse(field,
-                          std::string("the keyboard does not store this flag; it can only be ") +
-                              (present ? "true" : "false"));
+            fields.Refuse(field, {"", json::FaultKind::FlagNotStored, present ? "true" : "false"});
     }
 
     static bool DefaultOf(BarcodePage ePage, Integer nFlag) {

@@ -42,8 +42,7 @@ public:
         list.clear = [this] { Control().Sequences().CleanAll(); };
         list.visit = [&](const FieldList::Id& id) {
             if (std::find(stored.begin(), stored.end(), id[0]) == stored.end())
-                fields.Refuse({"positionCode", ""},
-                              "key " + std::to_string(id[0]) + " is not programmable here");
+                fields.Refuse({"positionCode", ""}, {"", json::FaultKind::NotProgrammable, id[0]});
             fields.Sequence({"sequence", ""}, Control().Sequences().Key(id[0]),
                             static_cast<Integer>(kFreeProgKeySlotSize));
         };

@@ -1,5 +1,6 @@
 #include "host/sections/Sections.h"
 
+#include "host/Json.h"
 #include "host/KeyboardContent.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
@@ -47,9 +48,7 @@ public:
                 if (IsHighSurrogate(unit(i)) && IsLowSurrogate(unit(i + 1)))
                     ++i;
                 else if (IsHighSurrogate(unit(i)) || IsLowSurrogate(unit(i)))
-                    return Damage{
-                        static_cast<Long>(slot + 2 * i),
-                        "a description holds half of a surrogate pair, which is not text"};
+                    return Damage{static_cast<Long>(slot + 2 * i), FaultKind::HalfCharacter, {}};
         }
         return std::nullopt;
     }
@@ -93,12 +92,11 @@ private:
             return;
         if (m_lacksGuid && !fields.IsExact()) {
             if (!m_skipsGuid)
-                fields.Refuse(kField, "this keyboard stores no identifier");
+                fields.Refuse(kField, {"", FaultKind::NoIdentifierHere});
         } else if (guid) {
             Control().SetIdentifier(*guid);
         } else {
-            fields.Refuse(kField, "\"" + text + "\" is not an identifier like " +
-                                      ToText(Control().Identifier()));
+            fields.Refuse(kField, {"", FaultKind::NotAnIdentifier, ShortText(text)});
         }
     }
 

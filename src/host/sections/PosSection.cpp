@@ -12,6 +12,9 @@ namespace qx::host {
 
 namespace {
 
+using json::Fault;
+using json::FaultKind;
+
 constexpr Area kAreas[] = {{MODULE_POS, kPOSModuleBlockSize, kPOSModuleBlockSize}};
 constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
 
@@ -48,17 +51,12 @@ public:
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
             const Byte group = GroupOf(key, bytes);
             if (group > kLastKey && group != kUnassigned)
-                return Damage{RecordOf(key), "POS key " + std::to_string(key) + " is in group " +
-                                                 std::to_string(group) + ", and groups are 1 to " +
-                                                 std::to_string(kLastKey)};
+                return Damage{RecordOf(key), FaultKind::UnknownGroup, {key, group, kLastKey}};
             if (group == kSingleKey || group == kUnassigned || !HasSequence(key, bytes))
                 continue;
             Integer& sender = sendersOf.at(group);
             if (sender != 0)
-                return Damage{RecordOf(key) + 1, "POS keys " + std::to_string(sender) + " and " +
-                                                     std::to_string(key) + " of group " +
-                                                     std::to_string(group) +
-                                                     " both have a sequence, and a group has one"};
+                return Damage{RecordOf(key) + 1, FaultKind::TwoSequences, {sender, key, group}};
             sender = key;
         }
         return std::nullopt;
@@ -141,8 +139,8 @@ private:
             return;
         if (fields.IsExact())
             return PutBlock(nSlot, std::move(block), keys);
-        if (const std::string fault = FaultOf(keys, nSlot); !fault.empty())
-            fields.Refuse(kKeys, fault);
+        if (const auto fault = FaultOf(keys, nSlot))
+            fields.Refuse(kKeys, *fault);
         else
             PlaceBlock(Control().PosData(), block, std::move(keys));
     }
@@ -154,16 +152,16 @@ private:
         Control().PosData().Block(nSlot) = std::move(block);
     }
 
-    // What keeps a block of these keys from being placed; the empty text for nothing.
-    [[nodiscard]] std::string FaultOf(const std::vector<Integer>& keys, Integer nSlot) {
+    // Why a block of these keys cannot be placed, if it cannot.
+    [[nodiscard]] std::optional<Fault> FaultOf(const std::vector<Integer>& keys, Integer nSlot) {
         if (keys.empty() || keys[0] != nSlot)
-            return "the first key is not the block's slot " + std::to_string(nSlot);
+            return Fault("", FaultKind::FirstKeyNotSlot, nSlot);
         for (std::size_t i = 0; i < keys.size(); ++i)
             if (std::find(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(i), keys[i]) !=
                     keys.begin() + static_cast<std::ptrdiff_t>(i) ||
                 Control().PosData().FindBlockForKey(keys[i]) != 0)
-                return "key " + std::to_string(keys[i]) + " stands in more than one place";
-        return {};
+                return Fault("", FaultKind::KeyTwice, keys[i]);
+        return std::nullopt;
     }
 
     [[nodiscard]] std::vector<FieldList::Id> Slots() {

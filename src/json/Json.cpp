@@ -1,15 +1,19 @@
-#include "host/Json.h"
+#include "json/Json.h"
 
 #include <algorithm>
 #include <set>
 #include <vector>
 
-namespace qx::host {
+namespace qx::json {
 
 namespace {
 
 constexpr std::size_t kMostDepth = 64;
 constexpr std::size_t kMostMembers = 10000;
+
+[[noreturn]] void Refuse(const Fault& fault) {
+    throw FaultError({fault});
+}
 
 std::string TextOf(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -19,6 +23,8 @@ std::string TextOf(const Json& value) {
 // looks at all elements of a list whenever one of them ends.
 class StrictReader : public Json::json_sax_t {
 public:
+    explicit StrictReader(std::string_view text) : m_text(text) {}
+
     Json value;
 
     bool null() override { return Put(nullptr); }
@@ -39,18 +45,24 @@ public:
         Level& level = m_open.back();
         level.key = name;
         if (!level.keys.insert(name).second)
-            throw JsonError(Place(), "the member " + ShortText(name) + " is given twice");
+            Refuse({Place(), FaultKind::GivenTwice, ShortText(name)});
         if (level.keys.size() > kMostMembers)
-            throw JsonError(Place(),
-                            "an object has more than " + std::to_string(kMostMembers) + " members");
+            Refuse({Place(), FaultKind::TooManyMembers, kMostMembers});
         return true;
     }
 
-    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+    bool parse_error(std::size_t position, const std::string& token,
                      const Json::exception& error) override {
-        const std::string reason = error.what();
-        throw JsonError("", "not valid JSON: " +
-                                reason.substr(reason.find("] ") + 2)); // without its own number
+        constexpr std::size_t kMostShown = 40;
+        if (dynamic_cast<const Json::out_of_range*>(&error) != nullptr)
+            Refuse({Place(), FaultKind::NumberTooLarge, Shortened(token, kMostShown)});
+        if (position > m_text.size())
+            Refuse({"", FaultKind::EndsEarly});
+        const std::string_view read = m_text.substr(0, position);
+        const std::string_view line = read.substr(read.substr(0, position - 1).rfind('\n') + 1);
+        const std::string end(line.substr(line.size() - std::min(line.size(), kMostShown / 2)));
+        Refuse({"", FaultKind::NotJson, std::count(read.begin(), read.end(), '\n') + 1,
+                ShortText(end)});
     }
 
 private:
@@ -79,8 +91,7 @@ private:
     }
     bool Open(Json&& container) {
         if (m_open.size() == kMostDepth)
-            throw JsonError("", "objects and lists stand in one another more than " +
-                                    std::to_string(kMostDepth) + " deep");
+            Refuse({"", FaultKind::TooDeep, kMostDepth});
         m_open.push_back({&Placed(std::move(container)), {}, {}});
         return true;
     }
@@ -97,6 +108,7 @@ private:
         return place;
     }
 
+    std::string_view m_text;
     std::vector<Level> m_open;
 };
 
@@ -135,10 +147,12 @@ bool IsUtf16(std::string_view text) {
 
 } // namespace
 
-Json ParseStrictly(std::string_view text) {
+Json ParseStrictly(std::string_view text, std::size_t most) {
+    if (text.size() > most)
+        Refuse({"", FaultKind::TooManyBytes, most});
     if (IsUtf16(text))
-        throw JsonError("", "the text is UTF-16, not UTF-8");
-    StrictReader reader;
+        Refuse({"", FaultKind::IsUtf16});
+    StrictReader reader(text);
     (void)Json::sax_parse(text, &reader); // throws what is wrong
     return std::move(reader.value);
 }
@@ -155,6 +169,10 @@ std::string ShortText(const Json& value) {
     return Shortened(TextOf(value), kMost);
 }
 
+Json ToJson(const Fault& fault) {
+    return {{"place", fault.place}, {"code", CodeOf(fault.kind)}, {"message", WordsOf(fault)}};
+}
+
 std::string PrettyText(const Json& value) {
     std::string text;
     Append(text, value, 0);
@@ -162,4 +180,4 @@ std::string PrettyText(const Json& value) {
     return text;
 }
 
-} // namespace qx::host
+} // namespace qx::json
