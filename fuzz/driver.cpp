@@ -3,6 +3,7 @@
 // done the keyboard holds every byte of it.
 
 #include "Fuzz.h"
+#include "host/ErrorText.h"
 #include "host/Writer.h"
 #include "support/TempFolder.h"
 
@@ -217,7 +218,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             fuzz::RequireEqual(again.Write(read, session.Keyboard()).ToText(), text,
                                "the document of an upload reads back the same");
         } catch (const host::Error& error) {
-            fuzz::RequireEqual(error.what(), "", "the document of an upload is accepted");
+            fuzz::RequireEqual(host::TextOf(error), "", "the document of an upload is accepted");
         }
         for (host::Section* section : sections)
             section->Control().DefaultValues();
@@ -231,7 +232,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             fuzz::Require(driver.Holds(plan.after), "what is called done is in the keyboard");
         session.Close();
     } catch (const host::Error& error) {
-        fuzz::Require(*error.what() != '\0', "a failure has a reason");
+        fuzz::Require(!host::TextOf(error).empty(), "a failure has a reason");
     }
     return 0;
 }

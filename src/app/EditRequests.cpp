@@ -82,7 +82,7 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
     }
     bool isEdited = false;
     try {
-        m_workbench.Session().Run("the keyboard cannot be asked for its keys", [&] {
+        m_workbench.Session().Run(host::Error(host::Cause::KeysNotAsked), [&] {
             isEdited = m_sequencer.ShowSequenceEditor(nPosCode, sCurrSeq, sNewSeq, nMaxLength);
         });
     } catch (const host::Error& error) {

@@ -2,6 +2,7 @@
 
 #include "app/ControlTexts.h"
 #include "app/Places.h"
+#include "host/ErrorText.h"
 #include "host/Session.h"
 #include "host/WritePlan.h"
 
@@ -103,63 +104,66 @@ QString LossText(const host::Loss& loss) {
     return lost().arg(SectionTitle(SectionOfPlace(loss.place)), QString::fromStdString(loss.place));
 }
 
-QString WarningText(const host::StartWarning& warning) {
-    const auto pattern = [&] {
-        using Kind = host::StartWarning::Kind;
-        switch (warning.kind) {
-        case Kind::EntriesUnreadable:
-            return Text(QT_TRANSLATE_NOOP(
-                "Failures", "Entries of the keyboard's configuration directory could not be read: "
-                            "%1, the first of them entry %2 (the driver's status: %3)."));
-        case Kind::AddressImpossible:
-            return Text(QT_TRANSLATE_NOOP(
-                "Failures",
-                "The keyboard's configuration directory has %1 at %2, which is not an address."));
-        case Kind::NamesUnreadable:
-            return Text(QT_TRANSLATE_NOOP(
-                "Failures", "The keyboard's names could not be read (the driver's status: %1)."));
-        case Kind::AbilitiesUnreadable:
-            return Text(QT_TRANSLATE_NOOP("Failures",
-                                          "The keyboard's abilities could not be read and count as "
-                                          "absent (the driver's status: %1)."));
-        }
-        return QString();
+QString WarningText(const host::Error& warning) {
+    const auto number = [](std::optional<Long> value) {
+        return QString::number(value.value_or(0));
     };
-    QString text = pattern();
-    for (const std::string& value : warning.values)
-        text = text.arg(QString::fromStdString(value));
-    return text;
+    const QString status = number(warning.Status());
+    switch (warning.Why()) {
+    case host::Cause::EntriesUnreadable:
+        return Text(QT_TRANSLATE_NOOP("Failures",
+                                      "Entries of the keyboard's configuration directory could not "
+                                      "be read: %1, the first of them entry %2 (the driver's "
+                                      "status: %3)."))
+            .arg(QString::number(warning.count), number(warning.index), status);
+    case host::Cause::AddressImpossible:
+        return Text(QT_TRANSLATE_NOOP(
+                        "Failures",
+                        "The keyboard's configuration directory has %1 at %2, which is not an "
+                        "address."))
+            .arg(QString::fromStdString(warning.name), number(warning.place.address));
+    case host::Cause::NamesUnreadable:
+        return Text(QT_TRANSLATE_NOOP(
+                        "Failures",
+                        "The keyboard's names could not be read (the driver's status: %1)."))
+            .arg(status);
+    case host::Cause::AbilitiesUnreadable:
+        return Text(QT_TRANSLATE_NOOP("Failures",
+                                      "The keyboard's abilities could not be read and count as "
+                                      "absent (the driver's status: %1)."))
+            .arg(status);
+    default:
+        return FailureOf({}, warning).text;
+    }
 }
 
-QString OtherKeyboardText(const host::OtherKeyboard& other) {
-    const auto names = [](const std::set<std::string>& units) {
+QString OtherKeyboardText(const host::Error& other) {
+    const auto joined = [](const std::vector<std::string>& units) {
         QStringList list;
         for (const std::string& unit : units)
             list.append(QString::fromStdString(unit));
         return list.join(Text(QT_TRANSLATE_NOOP("Failures", " or ")));
     };
-    using Reason = host::OtherKeyboard::Reason;
-    switch (other.reason) {
-    case Reason::ReachedOtherwise:
-        return other.saved.empty()
+    switch (other.Why()) {
+    case host::Cause::BackupOfUnit:
+        return Text(QT_TRANSLATE_NOOP("Failures", "This backup is of %1, and no record shows which "
+                                                  "unit this keyboard is."))
+            .arg(joined(other.names));
+    case host::Cause::BackupOfOtherUnit:
+        return Text(
+                   QT_TRANSLATE_NOOP(
+                       "Failures", "This backup is of %1, and by the records this keyboard is %2."))
+            .arg(joined(other.names), joined(other.others));
+    default:
+        return other.names.empty()
                    ? Text(QT_TRANSLATE_NOOP("Failures",
                                             "This backup is of another keyboard of this kind, or "
                                             "of one that was reached in another way."))
                    : Text(QT_TRANSLATE_NOOP("Failures",
                                             "This backup is of another keyboard of this kind (%1), "
                                             "or of one that was reached in another way."))
-                         .arg(names(other.saved));
-    case Reason::UnitUnknown:
-        return Text(QT_TRANSLATE_NOOP("Failures", "This backup is of %1, and no record shows which "
-                                                  "unit this keyboard is."))
-            .arg(names(other.saved));
-    case Reason::OtherUnit:
-        return Text(
-                   QT_TRANSLATE_NOOP(
-                       "Failures", "This backup is of %1, and by the records this keyboard is %2."))
-            .arg(names(other.saved), names(other.here));
+                         .arg(joined(other.names));
     }
-    return {};
 }
 
 QString NotRestoredText(const host::NotRestored& part) {
@@ -175,16 +179,17 @@ QString NotRestoredText(const host::NotRestored& part) {
 }
 
 Failure FailureOf(const QString& what, const std::exception& error) {
-    const QString message = QString::fromUtf8(error.what());
     const auto* known = dynamic_cast<const host::Error*>(&error);
+    const QString message = known != nullptr ? QString::fromStdString(host::TextOf(*known))
+                                             : QString::fromUtf8(error.what());
     const bool isEnglish = QLocale().language() == QLocale::English;
     Failure failure;
     failure.text = isEnglish || known == nullptr ? Sentence(message) : KindText(known->Kind());
     if (!what.isEmpty())
         failure.text.prepend(what + QLatin1Char('\n'));
     failure.details = message;
-    if (known != nullptr && known->Faults().size() > 1)
-        failure.details = FaultLines(known->Faults());
+    if (known != nullptr && known->faults.size() > 1)
+        failure.details = FaultLines(known->faults);
     return failure;
 }
 

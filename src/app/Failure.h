@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/ConfigurationDocument.h"
+#include "host/Error.h"
 
 #include <QString>
 
@@ -11,8 +12,6 @@ class QWidget;
 
 namespace qx::host {
 struct NotRestored;
-struct OtherKeyboard;
-struct StartWarning;
 } // namespace qx::host
 
 namespace qx::app {
@@ -32,10 +31,10 @@ struct Failure {
 [[nodiscard]] QString LossText(const host::Loss& loss);
 
 // What the start-up of a keyboard did without.
-[[nodiscard]] QString WarningText(const host::StartWarning& warning);
+[[nodiscard]] QString WarningText(const host::Error& warning);
 
 // Why a backup seems to be of another keyboard.
-[[nodiscard]] QString OtherKeyboardText(const host::OtherKeyboard& other);
+[[nodiscard]] QString OtherKeyboardText(const host::Error& other);
 
 // What a restored backup has not brought back.
 [[nodiscard]] QString NotRestoredText(const host::NotRestored& part);

@@ -122,7 +122,7 @@ std::optional<host::WritePlan> Transfers::Plan() {
         if (error.Kind() != host::ErrorKind::KeyboardDamaged)
             throw;
         QStringList damaged;
-        for (const host::Fault& fault : error.Faults())
+        for (const host::Fault& fault : error.faults)
             damaged.append(SectionTitle(SectionOfPlace(fault.place)));
         const QString text =
             tr("The keyboard's memory is damaged here: %1.\n\nRepairing replaces all of that with "

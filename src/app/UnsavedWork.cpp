@@ -30,8 +30,7 @@ host::Json ContentOf(const fs::path& copy) {
             return content;
     } catch (const json::FaultError&) { // damaged too
     }
-    throw host::Error(host::ErrorKind::FileFailed,
-                      copy.string() + " is not a copy of unsaved work, or is damaged");
+    throw host::Error(host::Cause::UnsavedWorkDamaged, {.place = {.file = copy.string()}});
 }
 
 } // namespace

@@ -140,7 +140,7 @@ void Workbench::Connect() {
         m_stages.Follow(m_session->Access());
         m_session->Access().SetCommandDelta(m_preferences.CommandDelta());
         m_session->Open();
-        for (const host::StartWarning& warning : m_session->Warnings())
+        for (const host::Error& warning : m_session->Warnings())
             emit Noticed(WarningText(warning));
         if (isApart)
             emit Noticed(m_driverNote);
@@ -177,7 +177,7 @@ void Workbench::AttachKeyboard() {
 
 host::Session& Workbench::Session() {
     if (!IsConnected())
-        throw host::Error(host::ErrorKind::KeyboardNotOpened, "no keyboard is connected");
+        throw host::Error(host::Cause::NoKeyboardConnected);
     return *m_session;
 }
 
@@ -362,7 +362,7 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
     } catch (const host::Error&) {
         throw;
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
     m_file = file;
     m_history->MarkSaved();

@@ -1,5 +1,7 @@
 #include "batch/Attempt.h"
 
+#include "host/ErrorText.h"
+
 namespace qx::batch {
 
 std::string Attempt::Outcome() const {
@@ -11,11 +13,12 @@ std::string Attempt::Outcome() const {
            (report.bytesSent == 1 ? " byte" : " bytes") + ", read back and found equal";
 }
 
-void Attempt::Fail(host::ErrorKind kind, const std::string& message) {
-    failure = kind;
+void Attempt::Fail(const host::Error& error) {
+    failure = error.Kind();
     report.result = Result::Failed;
-    report.code = host::CodeOf(kind);
-    report.message = message;
+    report.code = host::CodeOf(error.Kind());
+    report.message = host::TextOf(error);
+    report.suggestion = error.suggestion;
 }
 
 Attempt NewAttempt(const Unit& unit, host::Time now) {
@@ -34,9 +37,9 @@ Attempt MakeAttempt(const Unit& unit, host::Time now,
         program(attempt.report);
         attempt.report.result = Result::Done;
     } catch (const host::Error& error) {
-        attempt.Fail(error.Kind(), error.what());
+        attempt.Fail(error);
     } catch (const std::exception& error) {
-        attempt.Fail(host::ErrorKind::TransferFailed, error.what());
+        attempt.Fail(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
     }
     return attempt;
 }

@@ -20,7 +20,7 @@ struct Attempt {
 
     // "done: wrote 9 bytes, read back and found equal", "failed: ...".
     [[nodiscard]] std::string Outcome() const;
-    void Fail(host::ErrorKind kind, const std::string& message);
+    void Fail(const host::Error& error);
 };
 
 // An attempt that has not begun.

@@ -16,11 +16,10 @@ std::unique_ptr<files::FileLock> Locked(const std::filesystem::path& report,
     try {
         lock = std::make_unique<files::FileLock>(report);
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
     if (!lock->TryLock())
-        throw host::Error(host::ErrorKind::FileFailed,
-                          "another batch is at work on " + files::TextOf(job));
+        throw host::Error(host::Cause::JobBusy, {.place = {.file = files::TextOf(job)}});
     return lock;
 }
 
@@ -50,8 +49,8 @@ void Batch::Choose(const std::vector<std::string>& names) {
         const auto unit = std::find_if(units.begin(), units.end(),
                                        [&](const Unit& each) { return each.name == name; });
         if (unit == units.end())
-            throw host::Error(host::ErrorKind::Usage,
-                              files::TextOf(m_job.File()) + " has no unit \"" + name + "\"");
+            throw host::Error(host::Cause::NoSuchUnit,
+                              {.name = name, .place = {.file = files::TextOf(m_job.File())}});
         m_chosen.insert(&*unit);
     }
 }

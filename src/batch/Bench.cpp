@@ -1,6 +1,7 @@
 #include "batch/Batch.h"
 #include "batch/Keyboard.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 
 #include <optional>
 #include <utility>
@@ -38,8 +39,8 @@ private:
             return std::make_unique<Keyboard>(std::move(driver), m_services);
         } catch (const host::Error& error) {
             if (error.Kind() == host::ErrorKind::KeyboardNotOpened)
-                return Unplugged(error.what());
-            NoteOnce(error.what());
+                return Unplugged(host::TextOf(error));
+            NoteOnce(host::TextOf(error));
             return nullptr;
         }
     }

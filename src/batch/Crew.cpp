@@ -106,7 +106,7 @@ std::unique_ptr<Crew::Member> Crew::NewMember() const {
         return std::unique_ptr<Member>(
             new Member{process::ChildProcess(m_program, {}), "", std::nullopt});
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
 }
 
@@ -133,9 +133,8 @@ std::optional<Attempt> Crew::Hear(std::unique_ptr<Member>& member) {
     }
     Attempt attempt = NewAttempt(*member->task->unit, std::chrono::system_clock::now());
     const auto ending = member->child.End(steady_clock::now() + std::chrono::seconds(1));
-    attempt.Fail(host::ErrorKind::TransferFailed,
-                 "the process that programmed it " + ending.Text() +
-                     "; what the keyboard holds is not known, and the next run settles it");
+    attempt.Fail(host::Error(host::Cause::UnitProcessEnded,
+                             {.reason = ending.Text(), .holds = host::Holds::Unknown}));
     member.reset();
     return attempt;
 }

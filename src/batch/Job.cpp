@@ -4,6 +4,7 @@
 #include "files/Limits.h"
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 #include "qxcontrols/platform/GuidCreator.h"
 #include "json/Reader.h"
 
@@ -25,9 +26,8 @@ constexpr std::string_view kFormat = "qx-batch";
 constexpr int kVersion = 1;
 
 [[noreturn]] void Refuse(const fs::path& file, const std::vector<Fault>& faults) {
-    throw host::Error(host::ErrorKind::DocumentInvalid,
-                      files::TextOf(file) + ": " + ToText(faults) + "; no keyboard was touched",
-                      faults);
+    throw host::Error(host::Cause::JobFaults,
+                      {.place = {.file = files::TextOf(file)}, .faults = faults});
 }
 
 // A text that is not empty; the empty text where there is none.
@@ -218,7 +218,7 @@ private:
                 entry->second = std::make_shared<host::ConfigurationDocument>(
                     host::ConfigurationDocument::Load(Path(name)));
             } catch (const host::Error& error) {
-                value.Refuse(FaultKind::DocumentUnusable, error.what());
+                value.Refuse(FaultKind::DocumentUnusable, host::TextOf(error));
             }
         }
         return entry->second;
@@ -243,7 +243,7 @@ Job Job::Load(const fs::path& file) {
     } catch (const json::FaultError& error) {
         Refuse(file, error.Faults());
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
     return job;
 }
@@ -273,7 +273,7 @@ private:
         try {
             NoteIdentifier(unit, IdentifierGiven(unit, variables), place);
         } catch (const host::Error& error) {
-            for (const Fault& fault : error.Faults())
+            for (const Fault& fault : error.faults)
                 m_faults.Add({place, FaultKind::FaultInDocument, unit.name, unit.document->Name(),
                               fault.place, WordsOf(fault)});
         }

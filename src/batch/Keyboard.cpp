@@ -1,6 +1,7 @@
 #include "batch/Keyboard.h"
 
 #include "files/Sha256.h"
+#include "host/ErrorText.h"
 #include "qxcontrols/platform/GuidCreator.h"
 
 #include <algorithm>
@@ -78,10 +79,9 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     report.keyboard = m_session.ReadIdentity().Name();
     report.identifier = m_identifier;
     if (!unit.identifier.empty() && unit.identifier != m_identifier)
-        throw host::Error(host::ErrorKind::KeyboardChanged,
-                          "this is another keyboard: its identifier is " +
-                              (m_identifier.empty() ? "none" : m_identifier) + ", not " +
-                              unit.identifier + "; nothing was written");
+        throw host::Error(
+            host::Cause::NotTheUnit,
+            {.name = m_identifier, .other = unit.identifier, .holds = host::Holds::NotTouched});
     QXKeyboardLayoutData& layout = m_services.layout(m_driver.layout ? m_driver.layout() : "");
     const auto newConfiguration = [&] {
         return std::make_unique<host::Configuration>(m_services.platform, &layout, nullptr);
@@ -100,14 +100,11 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     auto sections = configuration->Read(*unit.document, variables);
     const auto absent = host::TakeOutAbsent(sections, present);
     if (!absent.empty() && !m_services.skipAbsent)
-        throw host::Error(host::ErrorKind::DocumentInvalid,
-                          unit.document->Name() + ": " + ToText(absent.front()) +
-                              "; nothing was written (--skip-absent leaves such sections out)",
-                          absent);
+        throw host::AbsentError(unit.document->Name(), absent);
     const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});
     if (plan.GivesIdentifier())
         m_services.warn(unit.name + ": " +
-                        unit.document->IdentifierWarning(plan.ReplacesIdentifier()));
+                        host::TextOf(unit.document->IdentifierWarning(plan.ReplacesIdentifier())));
     host::Writer::Request request;
     request.document = unit.document->Name();
     request.documentSha256 = files::Sha256(unit.document->ToText());

@@ -1,6 +1,5 @@
 #include "batch/Report.h"
 
-#include "host/Error.h"
 #include "host/RecordFiles.h"
 
 #include <algorithm>
@@ -93,7 +92,9 @@ Json ToJson(const UnitReport& unit) {
                  {"wanted", unit.wanted},
                  {"error", nullptr}};
     if (unit.result == Result::Failed)
-        json["error"] = {{"code", unit.code}, {"message", unit.message}};
+        json["error"] = {{"code", unit.code},
+                         {"message", unit.message},
+                         {"suggestion", host::CodeOf(unit.suggestion)}};
     return json;
 }
 
@@ -115,6 +116,7 @@ UnitReport UnitReportFromJson(const Json& json, const std::string& place) {
         const std::string inError = host::JsonPointer(place, "error");
         unit.code = Member<std::string>(error, inError, "code");
         unit.message = Member<std::string>(error, inError, "message");
+        unit.suggestion = host::SuggestionOf(Member<std::string>(error, inError, "suggestion"));
     }
     return unit;
 }
@@ -137,9 +139,7 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
             report.formerUnits = UnitsFromJson(record, "formerUnits");
         });
     } catch (const host::Error& error) {
-        throw host::Error(error.Kind(), std::string(error.what()) +
-                                            "; it records which keyboards are done: move it "
-                                            "away, and all of them are programmed again");
+        throw host::Error(host::Cause::ReportDamaged, {.place = error.place, .related = {error}});
     }
     return report;
 }

@@ -4,6 +4,7 @@
 // is written anew, in one step, whenever something has happened to a keyboard.
 #pragma once
 
+#include "host/Error.h"
 #include "host/Json.h"
 #include "qxcontrols/common/Types.h"
 
@@ -28,6 +29,7 @@ struct UnitReport {
     bool isRolledBack = false; // a write that had been interrupted was rolled back first
     std::string code;          // of the failure, for programs
     std::string message;
+    host::Suggestion suggestion = host::Suggestion::None;
 };
 
 class Report {

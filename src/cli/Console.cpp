@@ -95,7 +95,7 @@ void Console::Flush() {
     m_streams.err.flush();
     m_streams.out.flush();
     if (!m_streams.out)
-        throw host::Error(host::ErrorKind::FileFailed, "standard output could not be written");
+        throw host::Error(host::Cause::OutputLost);
 }
 
 } // namespace qx::cli

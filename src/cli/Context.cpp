@@ -1,9 +1,11 @@
 #include "cli/Context.h"
 
+#include "cli/Errors.h"
 #include "cli/Output.h"
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 #include "host/Traces.h"
 #include "setup/LayoutSource.h"
 
@@ -41,41 +43,7 @@ void EndIfInterrupted() {
         throw Interrupted{signal};
 }
 
-host::Json ToJson(const host::Error& error) {
-    const auto& faults = error.Faults();
-    host::Json json = {{"code", host::CodeOf(error.Kind())}, {"message", error.what()}};
-    json["place"] = faults.empty() ? host::Json() : host::Json(faults.front().place);
-    json["status"] = error.Status() ? host::Json(*error.Status()) : host::Json();
-    for (const host::Fault& fault : faults)
-        json["faults"].push_back(ToJson(fault));
-    return json;
-}
-
 } // namespace
-
-int ExitStatusOf(host::ErrorKind kind) {
-    switch (kind) {
-    case host::ErrorKind::Usage:
-        return 2;
-    case host::ErrorKind::KeyboardNotOpened:
-        return 3;
-    case host::ErrorKind::TransferFailed:
-    case host::ErrorKind::FileFailed:
-    case host::ErrorKind::KeyboardChanged:
-    case host::ErrorKind::KeyboardDamaged:
-    case host::ErrorKind::KeyboardBusy:
-    case host::ErrorKind::Stopped:
-    case host::ErrorKind::WriteInterrupted:
-        return 4;
-    case host::ErrorKind::ReadBackDiffers:
-        return 5;
-    case host::ErrorKind::DocumentInvalid:
-    case host::ErrorKind::LayoutInvalid:
-    case host::ErrorKind::ModelInvalid:
-        return 6;
-    }
-    return 2;
-}
 
 // Shows the controls' message boxes as lines on standard error.
 class Context::MessageBoxLines : public MessageBoxes {
@@ -132,8 +100,8 @@ host::Session& Context::Keyboard() {
     if (!std::exchange(m_isOpen, true)) {
         m_step = "reading";
         m_session->Open();
-        for (const host::StartWarning& warning : m_session->Warnings())
-            Warn(warning.text);
+        for (const host::Error& warning : m_session->Warnings())
+            Warn(MessageOf(warning));
         WarnOfInterruptedWrites();
     }
     EndIfInterrupted();
@@ -154,7 +122,6 @@ host::Writer& Context::Writer() {
         host::Writer::Options writing;
         writing.folder = DataFolder();
         writing.origin = m_driver.origin;
-        writing.howToRecover = "; see qxconf recover";
         writing.isStopped = [] { return InterruptWatch::Signal() != 0; };
         writing.onStep = [this](host::Step step) { m_step = WordOf(step); };
         writing.newConfiguration = [this] { return NewConfiguration(); };
@@ -175,21 +142,21 @@ void Context::WarnOfInterruptedWrites() {
         const host::KeyboardIdentity identity = m_session->ReadIdentity();
         for (const host::DamagedRecord& record : damaged)
             if (host::Journal::MayBeOf(record, identity))
-                Warn(record.message);
+                Warn(MessageOf(record.error));
         const auto isBusy = [&](const host::JournalEntry& entry) {
             return entry.origin == m_driver.origin && journal.IsInProgress(entry);
         };
         for (const host::JournalEntry& entry : entries)
             if (isBusy(entry))
-                Warn("another program is busy with a " + entry.InWords());
+                Warn("another program is busy with a " + host::InWords(entry));
         for (const host::JournalEntry& entry : host::PartlyHeld(*m_session, entries))
             if (!isBusy(entry)) {
-                Warn("this keyboard holds a part of an interrupted " + entry.InWords() +
+                Warn("this keyboard holds a part of an interrupted " + host::InWords(entry) +
                      ": see qxconf recover");
                 m_interrupted = ToJson(entry);
             }
     } catch (const host::Error& error) {
-        Warn(error.what());
+        Warn(MessageOf(error));
     }
 }
 
@@ -286,9 +253,8 @@ std::string Context::StandardInput() {
     while (in.read(part, sizeof part) || in.gcount() > 0) {
         text.append(part, static_cast<std::size_t>(in.gcount()));
         if (text.size() > files::kMostOfDocument)
-            throw host::Error(host::ErrorKind::FileFailed,
-                              "standard input does not end after " +
-                                  std::to_string(files::kMostOfDocument) + " bytes");
+            throw host::Error(host::Cause::InputEndless,
+                              {.count = static_cast<std::int64_t>(files::kMostOfDocument)});
     }
     return text;
 }
@@ -296,8 +262,8 @@ std::string Context::StandardInput() {
 int Context::Report(const host::Error& error) {
     if (error.Kind() == host::ErrorKind::Stopped && InterruptWatch::Signal() != 0)
         return Report(Interrupted{InterruptWatch::Signal()});
-    const auto& faults = error.Faults();
-    m_console.Error("qxconf: " + std::string(error.what()));
+    const auto& faults = error.faults;
+    m_console.Error("qxconf: " + MessageOf(error));
     for (std::size_t i = 1; i < std::min(faults.size(), kShownFaults); ++i)
         m_console.Error("        " + ToText(faults[i]));
     if (faults.size() > kShownFaults)

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "cli/Console.h"
+#include "cli/Errors.h"
 #include "cli/InterruptWatch.h"
 #include "host/Session.h"
 #include "host/Writer.h"
@@ -47,9 +48,6 @@ struct GlobalOptions {
     bool json = false;
     bool quiet = false;
 };
-
-// The program's exit status for an error.
-[[nodiscard]] int ExitStatusOf(host::ErrorKind kind);
 
 class Context {
 public:

@@ -81,8 +81,7 @@ void Append(Lines& lines, const Lines& more) {
 
 void RefuseKeyboardFile(const std::string& file) {
     if (sim::KeyboardMemory::IsIn(files::PathOf(file)))
-        throw host::Error(host::ErrorKind::Usage,
-                          file + " is the file of a simulated keyboard, and stays as it is");
+        throw UsageError(file + " is the file of a simulated keyboard, and stays as it is");
 }
 
 void RefuseTarget(const Context& context, const std::string& file) {
@@ -91,18 +90,15 @@ void RefuseTarget(const Context& context, const std::string& file) {
     const auto target = std::filesystem::weakly_canonical(files::PathOf(file), ignored);
     const std::string keyboard = KeyboardLockedBy(target);
     if (!keyboard.empty())
-        throw host::Error(host::ErrorKind::Usage, file +
-                                                      " is the lock of the simulated keyboard in " +
-                                                      keyboard + ", and stays as it is");
+        throw UsageError(file + " is the lock of the simulated keyboard in " + keyboard +
+                         ", and stays as it is");
     if (IsRecord(context, target))
-        throw host::Error(host::ErrorKind::Usage,
-                          file + " is in a folder of records, where nothing else is written");
+        throw UsageError(file + " is in a folder of records, where nothing else is written");
 }
 
 void RefuseOwnSource(const std::string& source, const std::string& file) {
     if (files::IsSameFile(files::PathOf(source), files::PathOf(file)))
-        throw host::Error(host::ErrorKind::Usage,
-                          file + " is the file to read from, and stays as it is");
+        throw UsageError(file + " is the file to read from, and stays as it is");
 }
 
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
@@ -114,7 +110,7 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
     try {
         WriteFile(files::PathOf(file), document.ToText());
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
     context.Result({{"direction", direction}, {"file", file}}, {direction + ": wrote " + file});
 }

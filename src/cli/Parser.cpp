@@ -1,7 +1,7 @@
 #include "cli/Parser.h"
-#include "files/SystemTexts.h"
 
-#include "host/Error.h"
+#include "cli/Errors.h"
+#include "files/SystemTexts.h"
 
 // The only file that sees the parser's library, which takes long to compile.
 #include <CLI/App.hpp>
@@ -233,7 +233,7 @@ Parsed Parse(const Command& program, const std::string& version,
     } catch (const CLI::Success&) { // help is asked for in this way
         return {nullptr, app.help()};
     } catch (const CLI::ParseError& error) {
-        throw host::Error(host::ErrorKind::Usage, UsageText(app, program, error));
+        throw UsageError(UsageText(app, program, error));
     }
 }
 
@@ -243,8 +243,7 @@ std::string HelpFor(const Command& program, const std::vector<std::string>& word
     for (const std::string& word : words) {
         const Command* const inner = Inner(*command, word);
         if (inner == nullptr)
-            throw host::Error(host::ErrorKind::Usage,
-                              NoCommand(*command, name, word) + " (see " + name + " --help)");
+            throw UsageError(NoCommand(*command, name, word) + " (see " + name + " --help)");
         command = inner;
         name += " " + word;
     }

@@ -125,7 +125,7 @@ BackupEntry BackupStore::Find(const std::string& id) const {
     for (const BackupEntry& entry : List())
         if (entry.id == id)
             return entry;
-    throw Error(ErrorKind::Usage, "there is no backup " + id);
+    throw Error(Cause::NoSuchBackup, {.name = id});
 }
 
 fs::path BackupStore::AreasOf(const BackupEntry& entry) const {

@@ -42,8 +42,7 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
         faults.ThrowAny();
     } catch (const json::FaultError& error) {
         RestoreAll(before);
-        throw Error(ErrorKind::DocumentInvalid, document.Name() + ": " + ToText(error.Faults()),
-                    error.Faults());
+        throw FaultsOf(document.Name(), error);
     } catch (...) {
         RestoreAll(before);
         throw;
@@ -141,6 +140,11 @@ std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
         return isAbsent;
     });
     return absent;
+}
+
+Error AbsentError(const std::string& document, const std::vector<Fault>& absent) {
+    return Error(Cause::SectionsAbsent,
+                 {.place = {.file = document}, .holds = Holds::NotTouched, .faults = absent});
 }
 
 std::string ToText(const Difference& difference) {

@@ -75,6 +75,8 @@ private:
 // fault of their document for each.
 std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
                                  const std::vector<Section*>& present);
+// The refusal of a document with such faults.
+[[nodiscard]] Error AbsentError(const std::string& document, const std::vector<Fault>& absent);
 
 // A setting that two configurations have differently.
 struct Difference {

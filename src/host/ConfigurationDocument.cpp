@@ -22,8 +22,7 @@ ConfigurationDocument ConfigurationDocument::Parse(std::string_view text, const 
         (void)json::HasFormat(whole, kFormat, kVersion);
         faults.ThrowAny();
     } catch (const json::FaultError& error) {
-        throw Error(ErrorKind::DocumentInvalid, name + ": " + json::ToText(error.Faults()),
-                    error.Faults());
+        throw FaultsOf(name, error);
     }
     return document;
 }
@@ -33,7 +32,7 @@ ConfigurationDocument ConfigurationDocument::Load(const std::filesystem::path& p
     try {
         text = files::ReadFile(path, files::kMostOfDocument);
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed, error.what());
+        throw FileError(error);
     }
     return Parse(text, files::TextOf(path));
 }
@@ -54,14 +53,6 @@ std::string ConfigurationDocument::Identifier() const {
     const auto text = m_json[place].get<std::string>();
     const auto guid = GuidFromText(text);
     return guid && !IsIdentifier(*guid) ? std::string() : text;
-}
-
-std::string ConfigurationDocument::IdentifierWarning(bool replaces) const {
-    return (replaces ? "the keyboard takes over the identifier of another one from "
-                     : "the keyboard has no identifier and is given the one in ") +
-           m_name +
-           "; a document for other keyboards leaves the identifier out (qxconf upload "
-           "--no-identifier), and each keyboard then keeps its own";
 }
 
 void ConfigurationDocument::RemoveIdentifier() {

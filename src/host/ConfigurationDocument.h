@@ -55,7 +55,10 @@ public:
     // The identifier, as it is written there; empty when there is none (see IsIdentifier).
     [[nodiscard]] std::string Identifier() const;
     // For a user whose keyboard gets this identifier, in place of its own if it has one.
-    [[nodiscard]] std::string IdentifierWarning(bool replaces = true) const;
+    [[nodiscard]] Error IdentifierWarning(bool replaces = true) const {
+        return Error(replaces ? Cause::IdentifierReplaced : Cause::IdentifierGiven,
+                     {.place = {.file = m_name}});
+    }
     // Makes it a document that leaves every keyboard its own identifier.
     void RemoveIdentifier();
 

@@ -1,12 +1,16 @@
-// Error: what went wrong, for people and for programs.
+// Error: what went wrong, as data.
+//
+// An error names its cause and carries the facts of it. Nothing in it is worded: ErrorText puts it
+// into English, and the application into the language of its user. Only what layers below report
+// in words, such as the system and a driver, is passed on as a reason.
 #pragma once
 
 #include "host/VisibleText.h"
 #include "qxcontrols/common/Types.h"
 #include "json/Fault.h"
 
+#include <exception>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,34 +36,230 @@ enum class ErrorKind {
     ModelInvalid,      // the model of a simulated keyboard cannot be used
 };
 
-// Its name for programs, "transfer-failed".
+// Each distinct thing that can go wrong, with the facts that it has besides a place and a failed
+// call.
+enum class Cause {
+    // Usage
+    WrongUsage,            // reason
+    NoSuchBackup,          // name: its id
+    NoSuchWrite,           // on record. name: its id
+    WriteToForgetUnclear,  // writes: those that may be meant
+    NoSuchUnit,            // of the job, which is the file. name
+    DriverTakesNoKeyboard, // the file is a driver library that is no simulated keyboard
+    KeyboardOfOtherModel,  // in the file. name: its model; other: the wanted one
+    SheetFormatUnknown,    // of the file. names: the known suffixes
+
+    // KeyboardNotOpened
+    NoKeyboardConnected,
+    OpeningFailed,  // the start-up's call, or reason
+    NoDirectory,    // the keyboard has no configuration directory
+    DriverUnusable, // reason: why the library could not be loaded, or no longer answers
+    KeyboardFileMissing,
+    KeyboardFileRefused, // by a simulated keyboard
+
+    // ModelInvalid
+    ModelUnusable, // reason
+
+    // LayoutInvalid
+    LayoutUnusable, // reason
+    NoSuchLayout,   // in the folder. name; names: those that are there
+
+    // TransferFailed; the first ones have a call, or the reason for which the driver is gone
+    ReadingFailed,
+    WritingFailed,
+    ReadBackFailed, // after a write that seemed to succeed
+    FileNotSaved,   // keyboard to file. name: the key of its kind
+    FileNotLoaded,  // file to keyboard. name: the key of its kind
+    FileNotConverted,
+    CodePageNotRead,
+    LayerNotSelected,
+    PositionModeNotEntered,
+    PositionModeNotLeft,
+    KeysNotAsked,     // by the sequence editor
+    DirectoryGone,    // the keyboard has no configuration directory any more
+    NothingMoved,     // the driver reported success and moved nothing to the address
+    NothingSaved,     // the driver reported success and wrote nothing into the file
+    NoPlaceInBlock,   // a setting has no place in its block
+    SectionUnknown,   // where the keyboard has this area. related: the hole of its directory
+    KeyboardUnknown,  // which one it is. related: the hole of its directory
+    NoLayers,         // the keyboard has no layered function keys
+    UnitProcessEnded, // reason: how the process ended that programmed it
+    Unforeseen,       // reason
+    // Warnings of the start-up, which does without.
+    EntriesUnreadable,   // of the directory. count; index: of the first
+    AddressImpossible,   // in the directory. name: the module
+    NamesUnreadable,     // of the keyboard
+    AbilitiesUnreadable, // of the keyboard, which count as absent
+
+    // FileFailed
+    FileUnusable,           // reason, which names the file
+    RecordDamaged,          // reason
+    EntryDamaged,           // it may be of an interrupted write to this keyboard. related: why
+    ReportDamaged,          // it shows which keyboards are done. related: why
+    NotRecorded,            // the write, which is proved. related: what could not be recorded
+    UnprovedNotRecorded,    // the same of a write that was not read back
+    LoadNotRecorded,        // the same of a file that was loaded into the keyboard
+    EntryNotEnded,          // the record of the write as interrupted is left. related: why
+    NoReceipt,              // related: why
+    NotACodePage,           // count: its bytes; expected: those that are needed
+    NameNotForDriver,       // the driver's character set does not have all of its letters
+    PreferencesNotStored,   // reason
+    PreferencesNotAFile,    // it is not an ordinary file
+    PreferencesElsewhere,   // the file holds something else
+    PreferencesNotSetAside, // they are damaged. reason
+    PreferenceNotStored,    // name
+    NoPreferencesFolder,    // reason
+    UnsavedWorkDamaged,
+    JobBusy,      // another batch is at work on the job
+    OutputLost,   // standard output could not be written
+    InputEndless, // standard input. count: the most bytes
+    SheetNotMade, // reason
+
+    // ReadBackDiffers
+    ReadBackDiffers, // count: bytes; found, expected: the first; name: its setting, if any
+
+    // KeyboardChanged
+    OtherKeyboard,          // than the one that the write was planned for
+    ContentsChanged,        // since the write was planned
+    BackupOfOtherModules,   // name: its keyboard; other: this one
+    BackupReachedOtherwise, // of another keyboard, or reached in another way. names: its units
+    BackupOfUnit,           // names; no record shows which unit this keyboard is
+    BackupOfOtherUnit,      // names: its units; others: those of this keyboard
+    WriteSettled,           // by somebody else meanwhile
+    HoldsOldOfWrite,        // the keyboard holds exactly what was there before it. writes
+    HoldsNewOfWrite,        // the keyboard holds all of it. writes
+    HoldsNothingOfWrite,    // writes
+    NotTheUnit,             // name: its identifier; other: the wanted one
+    // Warnings before a write of the document, which is the file.
+    IdentifierReplaced, // the keyboard takes over that of another one
+    IdentifierGiven,    // the keyboard has none yet
+
+    KeyboardDamaged, // faults
+    KeyboardBusy,    // or one of its kind that cannot be told from it
+    WriteInProgress, // writes
+    Stopped,         // by the user
+
+    // WriteInterrupted
+    WriteInterrupted,  // writes: the one that is to be finished or rolled back first
+    WritesInterrupted, // writes: several, which lead to different contents
+
+    // DocumentInvalid
+    DocumentFaults, // faults
+    JobFaults,      // faults; no keyboard was touched
+    SectionsAbsent, // faults: the sections of the document that the keyboard lacks
+};
+
+// What the keyboard holds after a write that failed.
+enum class Holds {
+    NotTouched,    // what it held before: nothing was sent
+    Old,           // what it held before, as read back
+    New,           // all that was to be written
+    PartlyWritten, // neither
+    Unknown,       // it could not be read, or was not
+};
+
+// What the user can do about it.
+enum class Suggestion {
+    None,               // the first
+    Recover,            // the interrupted write
+    RestoreBackup,      // the one that the error names
+    ReadAgain,          // the keyboard, and plan the write anew
+    TryLater,           // when the other program is done
+    Repair,             // replace what is damaged
+    SkipAbsent,         // leave out what the keyboard lacks
+    GiveVariables,      // values for the placeholders of the document
+    ChooseDriver,       // another one, or another keyboard
+    ChooseModel,        // of the keyboard that is to be made
+    LeaveOutKeyboard,   // and its model: the driver takes none
+    LeaveOutIdentifier, // in documents for several keyboards
+    MoveFileAway,       // when its contents have been dealt with; the last
+};
+
+// Their names for programs, "transfer-failed", "partly-written", "restore-backup"; the empty text
+// for no suggestion.
 [[nodiscard]] std::string_view CodeOf(ErrorKind kind);
+[[nodiscard]] std::string_view CodeOf(Holds holds);
+[[nodiscard]] std::string_view CodeOf(Suggestion suggestion);
 
-// The message is a VisibleText, whatever it was made of.
-class Error : public std::runtime_error {
+// The one of this name; none for any other text.
+[[nodiscard]] Suggestion SuggestionOf(std::string_view code);
+
+[[nodiscard]] ErrorKind KindOf(Cause cause);
+
+// A call of the driver that failed.
+struct FailedCall {
+    std::string function{};
+    Long status = 0;
+    std::string meaning{}; // of the status, as the driver words it; may be empty
+};
+
+// Where; each part is there as far as it is known.
+struct ErrorPlace {
+    std::string file{};            // or a folder, or a document's name
+    std::string pointer{};         // into a document, a JSON pointer
+    std::string section{};         // the key of a section
+    std::optional<Long> address{}; // in the keyboard's memory
+};
+
+// A write on record, as it is named to people.
+struct WriteName {
+    std::string id{};
+    std::string action{};   // "download"
+    std::string document{}; // what was written
+    std::string unit{};     // to which unit of a job; may be empty
+    std::string time{};     // of its beginning
+};
+
+class Error;
+
+struct ErrorFacts {
+    std::string name{};
+    std::string other{};
+    std::vector<std::string> names{};
+    std::vector<std::string> others{};
+    std::string reason{}; // in the words of a layer below
+    std::int64_t count = 0;
+    Long index = 0;
+    Long found = 0;
+    Long expected = 0;
+    std::optional<FailedCall> call{};
+    ErrorPlace place{};
+    std::optional<Holds> holds{}; // where it was to be written
+    std::string backup{};         // the id of the one that has what the keyboard held before
+    std::vector<WriteName> writes{};
+    std::vector<Fault> faults{}; // of a file
+    std::vector<Error> related{};
+};
+
+class Error : public std::exception, public ErrorFacts {
 public:
-    Error(ErrorKind kind, const std::string& message)
-        : std::runtime_error(VisibleText(message)), m_kind(kind) {}
+    explicit Error(Cause cause, ErrorFacts facts = {});
 
-    // A failed driver call: the message ends with its name and status.
-    Error(ErrorKind kind, const std::string& message, Long status)
-        : std::runtime_error(VisibleText(message)), m_kind(kind), m_status(status) {}
+    [[nodiscard]] Cause Why() const { return m_cause; }
+    [[nodiscard]] ErrorKind Kind() const { return KindOf(m_cause); }
+    // The driver's own.
+    [[nodiscard]] std::optional<Long> Status() const {
+        return call ? std::optional(call->status) : std::nullopt;
+    }
+    // The code of its kind, for debuggers.
+    [[nodiscard]] const char* what() const noexcept override { return CodeOf(Kind()).data(); }
 
-    // A file with faults; the message names the file and the first fault.
-    Error(ErrorKind kind, const std::string& message, std::vector<Fault> faults)
-        : std::runtime_error(VisibleText(message)), m_kind(kind), m_faults(std::move(faults)) {}
-
-    // The same with more behind its message.
-    [[nodiscard]] Error With(const std::string& addition) const;
-
-    [[nodiscard]] ErrorKind Kind() const { return m_kind; }
-    [[nodiscard]] std::optional<Long> Status() const { return m_status; } // the driver's own
-    [[nodiscard]] const std::vector<Fault>& Faults() const { return m_faults; }
+    Suggestion suggestion; // that of the cause, until another is found better
 
 private:
-    ErrorKind m_kind;
-    std::optional<Long> m_status;
-    std::vector<Fault> m_faults;
+    Cause m_cause;
 };
+
+// A document that has faults.
+[[nodiscard]] inline Error FaultsOf(const std::string& document, const json::FaultError& error) {
+    return Error(Cause::DocumentFaults,
+                 {.place = {.file = document, .pointer = error.Faults().front().place},
+                  .faults = error.Faults()});
+}
+
+// What the system reported about a file; the reason names it.
+[[nodiscard]] inline Error FileError(const std::exception& reason) {
+    return Error(Cause::FileUnusable, {.reason = reason.what()});
+}
 
 } // namespace qx::host

@@ -48,9 +48,8 @@ std::string JournalEntry::Id() const {
     return name.substr(0, name.rfind('.')); // without the keyboard's name
 }
 
-std::string JournalEntry::InWords() const {
-    return action + " of " + document + (till.unit.empty() ? "" : " for " + till.unit) + " of " +
-           time;
+WriteName JournalEntry::Name() const {
+    return {Id(), action, document, till.unit, time};
 }
 
 KeyboardContent JournalEntry::RolledBack(KeyboardContent content) const {
@@ -133,7 +132,7 @@ std::unique_ptr<files::FileLock> Journal::Claim(const std::string& keyboard) con
         }
         return nullptr;
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed, error.what());
+        throw FileError(error);
     }
 }
 
@@ -143,7 +142,7 @@ bool Journal::IsInProgress(const JournalEntry& entry) const {
         const std::string name = ClaimOf(entry.keyboard, entry.origin);
         return !files::FileLock(m_locks / files::PathOf(name)).TryLock();
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed, error.what());
+        throw FileError(error);
     }
 }
 
@@ -163,8 +162,7 @@ void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time tim
 void Journal::Forget(const JournalEntry& entry) const {
     const auto claimed = Claim(ClaimOf(entry.keyboard, entry.origin));
     if (!claimed)
-        throw Error(ErrorKind::KeyboardBusy,
-                    "the " + entry.InWords() + " is being written by another program");
+        throw Error(Cause::WriteInProgress, {.writes = {entry.Name()}});
     End(entry);
 }
 
@@ -186,7 +184,7 @@ JournalEntry Journal::Find(const std::string& id) const {
     for (JournalEntry& entry : Entries())
         if (entry.Id() == id)
             return std::move(entry);
-    throw Error(ErrorKind::Usage, "there is no interrupted write " + id + " on record");
+    throw Error(Cause::NoSuchWrite, {.name = id});
 }
 
 bool Journal::MayBeOf(const DamagedRecord& damaged, const KeyboardIdentity& keyboard) {

@@ -45,8 +45,8 @@ struct JournalEntry {
 
     // Its name, by which it can be forgotten.
     [[nodiscard]] std::string Id() const;
-    // "download of till.json for till 42 of 2026-01-31T09:05:07.123Z"
-    [[nodiscard]] std::string InWords() const;
+    // As it is named to people.
+    [[nodiscard]] WriteName Name() const;
 
     // Whether the other one led from the same contents to the same contents.
     [[nodiscard]] bool IsAlike(const JournalEntry& other) const;

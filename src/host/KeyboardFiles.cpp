@@ -2,7 +2,6 @@
 
 #include "files/Files.h"
 #include "files/SystemTexts.h"
-#include "qxcontrols/common/Text.h"
 #include "qxcontrols/platform/AnsiText.h"
 #include "qxcontrols/pos/QXPosCodePage.h"
 
@@ -10,24 +9,28 @@ namespace qx::host {
 
 namespace {
 
-constexpr const char* kReadingCodePage = "reading the code page from the keyboard failed";
+// `shown` is the file as the user knows it.
+Error Failed(Cause cause, const KeyboardFileKind& kind, const std::string& shown) {
+    return Error(cause, {.name = std::string(kind.key), .place = {.file = shown}});
+}
 
-void Run(Session& session, const KeyboardFileKind& kind, const std::string& what, std::string file,
+void Run(Session& session, const KeyboardFileKind& kind, const Error& failure, std::string file,
          const SerialLine& line, Long (QXKeyboardAccess::*operation)(std::string&)) {
-    session.Run(what + " failed", [&] {
+    session.Run(failure, [&] {
         if (kind.hasSerialLine)
             session.Access().SetChipcardRomParameters(line.baudRateIndex, line.comPort);
         (void)(session.Access().*operation)(file); // its status is watched
     });
 }
 
-std::string WhyNoCodePage(const std::filesystem::path& file) {
+Error WhyNoCodePage(const std::filesystem::path& file) {
     try {
-        return files::TextOf(file) + " is not a code page: it has " +
-               std::to_string(files::ReadFile(file).size()) + " bytes, and " +
-               std::to_string(PosCodePage::kSize) + " are needed";
+        return Error(Cause::NotACodePage,
+                     {.count = static_cast<std::int64_t>(files::ReadFile(file).size()),
+                      .expected = PosCodePage::kSize,
+                      .place = {.file = files::TextOf(file)}});
     } catch (const std::exception& error) {
-        return error.what();
+        return FileError(error);
     }
 }
 
@@ -37,9 +40,7 @@ std::string NameForDriver(const std::filesystem::path& file) {
     std::error_code ignored;
     const std::string whole = files::TextOf(std::filesystem::absolute(file, ignored));
     if (TextFromAnsi(AnsiText(whole)) != whole)
-        throw Error(ErrorKind::FileFailed,
-                    whole + " has letters that are not in the system's character set: the driver "
-                            "would open another file");
+        throw Error(Cause::NameNotForDriver, {.place = {.file = whole}});
     return files::TextOf(file);
 }
 
@@ -50,23 +51,20 @@ void WriteBeside(const std::filesystem::path& file,
         files::WriteFileAtomically(file, [&](const std::filesystem::path& beside) {
             write(NameForDriver(beside));
             if (std::filesystem::file_size(beside) == 0)
-                throw Error(ErrorKind::TransferFailed,
-                            "the driver reported success and wrote nothing into the file; " +
-                                files::TextOf(file) + " is as it was");
+                throw Error(Cause::NothingSaved, {.place = {.file = files::TextOf(file)}});
         });
     } catch (const Error&) {
         throw; // the driver's
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed, error.what());
+        throw FileError(error);
     }
 }
 
 void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
                       const std::filesystem::path& file, const SerialLine& line) {
-    const std::string what =
-        "saving the " + std::string(kind.content) + " into " + files::TextOf(file);
     WriteBeside(file, [&](const std::string& beside) {
-        Run(session, kind, what, beside, line, kind.save);
+        Run(session, kind, Failed(Cause::FileNotSaved, kind, files::TextOf(file)), beside, line,
+            kind.save);
     });
 }
 
@@ -74,8 +72,7 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
                                  const std::filesystem::path& file, const SerialLine& line) {
     const std::string name = NameForDriver(file);
     const auto load = [&] {
-        Run(session, kind, "loading the " + std::string(kind.content) + " from " + name, name, line,
-            kind.load);
+        Run(session, kind, Failed(Cause::FileNotLoaded, kind, name), name, line, kind.load);
     };
     Writer::Request request;
     request.action = std::string(kind.key) + " load";
@@ -87,14 +84,14 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
 bool HasCodePage(Session& session, const std::filesystem::path& file) {
     QXPosCodePage pages;
     if (!pages.FilePage().LoadPageFromFile(files::TextOf(file)))
-        throw Error(ErrorKind::FileFailed, WhyNoCodePage(file));
+        throw WhyNoCodePage(file);
     // The page is read over one filling and over its complement: a byte that shows both was left
     // out.
     constexpr Byte kFilling = 0x5A;
     PosCodePage first;
     for (PosCodePage* page : {&first, &pages.KeyboardPage()}) {
         const Byte filling = page == &first ? kFilling : static_cast<Byte>(~kFilling);
-        session.Run(kReadingCodePage, [&] {
+        session.Run(Error(Cause::CodePageNotRead), [&] {
             session.Access().WriteIntoMemory(
                 std::string(PosCodePage::kSize, static_cast<char>(filling)),
                 PosCodePage::kAddressInKeyboard, PosCodePage::kSize);
@@ -105,10 +102,8 @@ bool HasCodePage(Session& session, const std::filesystem::path& file) {
     for (Integer i = 1; i <= PosCodePage::kSize; ++i)
         if (first.GetByte(i) == kFilling &&
             pages.KeyboardPage().GetByte(i) == static_cast<Byte>(~kFilling))
-            throw Error(ErrorKind::TransferFailed,
-                        std::string(kReadingCodePage) +
-                            ": the driver reported success and moved nothing to address " +
-                            Hex(PosCodePage::kAddressInKeyboard + i - 1) + " (hexadecimal)");
+            throw Error(Cause::NothingMoved,
+                        {.place = {.address = PosCodePage::kAddressInKeyboard + i - 1}});
     return pages.PagesAreEqual();
 }
 

@@ -3,7 +3,6 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
-#include "host/Error.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +21,7 @@ void Guarded(const std::function<void()>& operation) {
     try {
         operation();
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed, error.what());
+        throw FileError(error);
     }
 }
 
@@ -108,12 +107,11 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
         }
         read(record);
     } catch (const Json::exception&) {
-        throw Error(ErrorKind::FileFailed,
-                    files::TextOf(file) +
-                        " cannot be used: a member is missing, or is of another type");
+        throw Error(Cause::RecordDamaged, {.reason = "a member is missing, or is of another type",
+                                           .place = {.file = files::TextOf(file)}});
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed,
-                    files::TextOf(file) + " cannot be used: " + std::string(error.what()));
+        throw Error(Cause::RecordDamaged,
+                    {.reason = error.what(), .place = {.file = files::TextOf(file)}});
     }
 }
 
@@ -127,7 +125,7 @@ ReadRecords(const fs::path& folder, std::string_view ending, const RecordFormat&
         } catch (const Error& error) {
             std::error_code ignored;
             if (fs::exists(file, ignored))
-                damaged.push_back({file, error.what()});
+                damaged.push_back({file, error});
         }
     }
     return damaged;
@@ -140,8 +138,8 @@ std::vector<fs::path> RecordsIn(const fs::path& folder, std::string_view ending)
         return records;
     fs::directory_iterator entries(folder, reason);
     if (reason)
-        throw Error(ErrorKind::FileFailed,
-                    files::TextOf(folder) + " cannot be read: " + files::ReasonOf(reason));
+        throw Error(Cause::FileUnusable, {.reason = files::TextOf(folder) +
+                                                    " cannot be read: " + files::ReasonOf(reason)});
     for (const fs::directory_entry& entry : entries)
         if (files::TextOf(entry.path().filename()).ends_with(ending))
             records.push_back(entry.path());

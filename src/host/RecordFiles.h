@@ -4,6 +4,7 @@
 // All failures are Error(FileFailed) that names the file.
 #pragma once
 
+#include "host/Error.h"
 #include "host/Json.h"
 
 #include <chrono>
@@ -50,10 +51,10 @@ std::filesystem::path WriteNewFile(const std::filesystem::path& folder, Time tim
 void ReadRecord(const std::filesystem::path& file, const RecordFormat& format,
                 const std::function<void(const Json&)>& read);
 
-// A record that cannot be used, and why; the message names the file.
+// A record that cannot be used, and why.
 struct DamagedRecord {
     std::filesystem::path file;
-    std::string message;
+    Error error;
 };
 
 // Reads all records of the folder whose names end so, in the order of their names, and passes over

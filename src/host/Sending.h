@@ -18,16 +18,18 @@ using OnStep = std::function<void(Step)>; // called when one begins
 
 // How a sending ended. Without a failure the bytes are sent and, where that was wanted, proved.
 struct Sent {
-    // What the keyboard was last seen to hold.
-    enum class Holds { Before, After, Neither, Unknown };
-
     std::optional<Error> failure;
-    bool isBegun = false; // bytes may have left for the keyboard, whichever that was
-    Holds holds = Holds::Before;
-    std::optional<KeyboardContent> found;   // where it is neither
+    bool isBegun = false;            // bytes may have left for the keyboard, whichever that was
+    Holds holds = Holds::NotTouched; // as was last seen
+    std::optional<KeyboardContent> found;   // where it is neither old nor new
     std::optional<Long> bytes;              // sent; none where the transfer failed
     std::string afterSha256;                // of all areas as read back; empty where they were not
     std::string result = "nothing changed"; // for people: "verified", "partly written", ...
+
+    void Fail(Error error) {
+        error.holds = holds;
+        failure = std::move(error);
+    }
 };
 
 class Sending {
@@ -37,7 +39,7 @@ public:
         : m_session(session), m_scratch(scratch), m_onStep(onStep) {}
 
     // Sends the ranges and proves, unless that is not wanted, that the keyboard then holds all that
-    // the plan says. The failure's message says what the keyboard holds; nothing is thrown.
+    // the plan says. The failure shows what the keyboard holds; nothing is thrown.
     [[nodiscard]] Sent Run(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                            bool verify);
 

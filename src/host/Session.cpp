@@ -19,8 +19,8 @@ bool IsAddress(Long address) {
     return address >= 0 && address < kAddressLimit;
 }
 
-constexpr const char* kOpening = "the keyboard could not be opened";
 constexpr const char* kImageRead = "QXCFG_ImageRead";
+constexpr const char* kGetEntry = "QXCFG_ConfigDirectoryGetEntry";
 
 } // namespace
 
@@ -59,22 +59,20 @@ Session::~Session() {
     }
 }
 
-Error Session::Failed(ErrorKind kind, const std::string& what, const FailedCall& call) const {
-    if (const std::string reason = m_options.failure ? m_options.failure() : ""; !reason.empty())
-        return {kind, what + ": " + reason};
-    std::string message =
-        what + ": " + call.function + " gave status " + std::to_string(call.status);
-    const std::string meaning = m_options.statusText ? m_options.statusText(call.status) : "";
-    if (!meaning.empty())
-        message += " (" + meaning + ")";
-    return {kind, message, call.status};
+Error Session::Failed(Error failure, const FailedCall& call) const {
+    failure.reason = m_options.failure ? m_options.failure() : "";
+    if (!failure.reason.empty())
+        return failure;
+    failure.call = call;
+    failure.call->meaning = m_options.statusText ? m_options.statusText(call.status) : "";
+    return failure;
 }
 
-void Session::Run(const std::string& what, const std::function<void()>& operation) {
+void Session::Run(const Error& failure, const std::function<void()>& operation) {
     m_driver.BeginOperation();
     operation();
-    if (const auto& failure = m_driver.Failure())
-        throw Failed(ErrorKind::TransferFailed, what, *failure);
+    if (const auto& call = m_driver.Failure())
+        throw Failed(failure, *call);
 }
 
 void Session::Open() {
@@ -86,25 +84,17 @@ void Session::Open() {
     const auto& failure = m_driver.Failure();
     const std::string reason = m_options.failure ? m_options.failure() : "";
     if (!reason.empty())
-        throw Error(ErrorKind::KeyboardNotOpened, std::string(kOpening) + ": " + reason);
+        throw Error(Cause::OpeningFailed, {.reason = reason});
     if (!m_isOpen && failure)
-        throw Failed(ErrorKind::KeyboardNotOpened, kOpening, *failure);
+        throw Failed(Error(Cause::OpeningFailed), *failure);
     FindHoles();
     if (!m_isOpen || (m_access.DirectorySize() == 0 && m_holes.empty()))
-        throw Error(ErrorKind::KeyboardNotOpened,
-                    std::string(kOpening) + ": it has no configuration directory");
+        throw Error(Cause::NoDirectory);
     m_warnings = m_holes;
     m_isNamed = !failure;
     if (failure && failure->function == kImageRead)
-        m_warnings.push_back(
-            {hasNames ? StartWarning::Kind::AbilitiesUnreadable
-                      : StartWarning::Kind::NamesUnreadable,
-             {std::to_string(failure->status)},
-             Failed(ErrorKind::TransferFailed,
-                    hasNames ? "the keyboard's abilities could not be read, and count as absent"
-                             : "the keyboard's names could not be read",
-                    *failure)
-                 .what()});
+        m_warnings.push_back(Failed(
+            Error(hasNames ? Cause::AbilitiesUnreadable : Cause::NamesUnreadable), *failure));
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
@@ -114,23 +104,17 @@ void Session::FindHoles() {
     m_holes.clear();
     m_hidesEntries = m_driver.Unreadable().count > 0;
     if (const auto& entries = m_driver.Unreadable(); entries.count > 0)
-        m_holes.push_back({StartWarning::Kind::EntriesUnreadable,
-                           {std::to_string(entries.count), std::to_string(entries.first),
-                            std::to_string(entries.status)},
-                           "entries of the configuration directory could not be read: " +
-                               std::to_string(entries.count) + ", the first of them entry " +
-                               std::to_string(entries.first) +
-                               ": QXCFG_ConfigDirectoryGetEntry gave status " +
-                               std::to_string(entries.status)});
+        m_holes.push_back(
+            Error(Cause::EntriesUnreadable, {.count = entries.count,
+                                             .index = entries.first,
+                                             .call = FailedCall{kGetEntry, entries.status}}));
     for (int i = 1; i <= m_access.DirectorySize(); ++i) {
         const ConfigDirEntry& entry = *m_access.DirectoryItem(static_cast<Integer>(i));
         const Long address = entry.StartAddress();
         if (!NameOf(entry.ModuleType()).empty() && address != -1 && !IsAddress(address))
-            m_holes.push_back({StartWarning::Kind::AddressImpossible,
-                               {std::string(NameOf(entry.ModuleType())), std::to_string(address)},
-                               "the configuration directory has " +
-                                   std::string(NameOf(entry.ModuleType())) + " at " +
-                                   std::to_string(address) + ", which is not an address"});
+            m_holes.push_back(
+                Error(Cause::AddressImpossible, {.name = std::string(NameOf(entry.ModuleType())),
+                                                 .place = {.address = address}}));
     }
 }
 
@@ -139,15 +123,12 @@ void Session::LookAgain() {
     m_driver.BeginOperation();
     if (!again->Init()) {
         const auto& failure = m_driver.Failure();
-        throw failure ? Failed(ErrorKind::TransferFailed, kReading, *failure)
-                      : Error(ErrorKind::TransferFailed,
-                              std::string(kReading) + ": it has no configuration directory");
+        throw failure ? ReadingFailed(*failure) : Error(Cause::DirectoryGone);
     }
     if (const auto& entries = m_driver.Unreadable(); entries.count > 0)
-        throw Failed(ErrorKind::TransferFailed, kReading,
-                     {"QXCFG_ConfigDirectoryGetEntry", entries.status});
+        throw ReadingFailed({kGetEntry, entries.status});
     if (m_driver.Failure() && m_isNamed)
-        throw Failed(ErrorKind::TransferFailed, kReading, *m_driver.Failure());
+        throw ReadingFailed(*m_driver.Failure());
     m_again = std::move(again);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
@@ -204,9 +185,9 @@ std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bo
         const bool isWhole = std::all_of(areas.begin(), areas.end(),
                                          [&](const Area& area) { return AreaAddress(area) != -1; });
         if (!m_holes.empty() && !isWhole && (document == nullptr || document->Find(key) != nullptr))
-            throw Error(ErrorKind::TransferFailed,
-                        "it is not known where the keyboard has its " + std::string(title) +
-                            " settings, if it has any: " + m_holes.front().text);
+            throw Error(Cause::SectionUnknown, {.name = std::string(title),
+                                                .place = {.section = std::string(key)},
+                                                .related = {m_holes.front()}});
     }
     return Present(configuration, fSkipAbsent);
 }
@@ -245,7 +226,7 @@ std::vector<Fault> Session::Upload(std::vector<Section*>& sections) {
     std::vector<Fault> damaged;
     const Assigned assigned(sections, m_access);
     std::vector<Section*> sound;
-    Run(kReading, [&] {
+    Run(Error(Cause::ReadingFailed), [&] {
         const TransferEnd end{m_access};
         m_access.DataTransferPrepare();
         for (Section* section : sections) {
@@ -279,7 +260,7 @@ void Session::Download(const std::vector<Section*>& sections) {
     bool isEncoded = false; // a control that cannot encode a setting leaves part of its block out
     bool isSent = false;
     try {
-        Run(kWriting, [&] {
+        Run(Error(Cause::WritingFailed), [&] {
             const TransferEnd end{m_access};
             m_access.DataTransferPrepare();
             for (Section* section : sections) {
@@ -297,13 +278,10 @@ void Session::Download(const std::vector<Section*>& sections) {
             }
         });
         if (!isEncoded)
-            throw Error(ErrorKind::TransferFailed,
-                        std::string(kWriting) + ": a setting has no place in its block");
-    } catch (const Error& error) {
-        throw Error(error.Kind(),
-                    std::string(error.what()) +
-                        (isSent ? "; the keyboard may be partly written" : "; nothing was written"),
-                    error.Status().value_or(0));
+            throw Error(Cause::NoPlaceInBlock);
+    } catch (Error& error) {
+        error.holds = isSent ? Holds::Unknown : Holds::NotTouched;
+        throw;
     }
 }
 

@@ -27,18 +27,6 @@ struct PlacedArea : Area {
     Long address;
 };
 
-struct StartWarning {
-    enum class Kind {
-        EntriesUnreadable,   // of the directory: how many, the first of them, the driver's status
-        AddressImpossible,   // in the directory: the module, the address
-        NamesUnreadable,     // the driver's status
-        AbilitiesUnreadable, // the driver's status
-    };
-    Kind kind;
-    std::vector<std::string> values; // as listed with the kind
-    std::string text;                // all of it, in English
-};
-
 class Session {
 public:
     struct Options {
@@ -60,7 +48,7 @@ public:
     // finds a directory without entries.
     void Open();
     // What the start-up could not read and did without.
-    [[nodiscard]] const std::vector<StartWarning>& Warnings() const { return m_warnings; }
+    [[nodiscard]] const std::vector<Error>& Warnings() const { return m_warnings; }
     // Gives the keyboard back; so does the destructor.
     void Close();
     // Has the driver look again which keyboard is there: another one may have been plugged in. Its
@@ -94,7 +82,7 @@ public:
 
     // Writes the sections into the keyboard: what the controls request, and whatever else they have
     // encoded, so that a later upload gives the same settings. Throws Error(TransferFailed) and has
-    // then written nothing, except when the transfer itself broke off, which its message says.
+    // then written nothing, except when the transfer itself broke off, as the error shows.
     void Download(const std::vector<Section*>& sections);
 
     // What the opened keyboard says of itself, without its GUID. Throws Error(TransferFailed), also
@@ -116,14 +104,11 @@ public:
     // not known.
     void Send();
 
-    // Runs an operation of the keyboard and throws Error(TransferFailed) when one of its driver
-    // calls with a meaningful status fails; `what` begins the message.
-    void Run(const std::string& what, const std::function<void()>& operation);
+    // Runs an operation of the keyboard and throws `failure`, with the call, when one of its driver
+    // calls with a meaningful status fails.
+    void Run(const Error& failure, const std::function<void()>& operation);
 
 private:
-    static constexpr const char* kReading = "reading from the keyboard failed";
-    static constexpr const char* kWriting = "writing to the keyboard failed";
-
     class Assigned; // gives the sections' controls the keyboard for a while
     // Ends a transfer, whatever ends it.
     struct TransferEnd {
@@ -131,8 +116,11 @@ private:
         ~TransferEnd() { access.DataTransferFixUp(); }
     };
 
-    [[nodiscard]] Error Failed(ErrorKind kind, const std::string& what,
-                               const FailedCall& call) const;
+    // The error with the call that failed, or with the reason for which the driver is gone.
+    [[nodiscard]] Error Failed(Error failure, const FailedCall& call) const;
+    [[nodiscard]] Error ReadingFailed(const FailedCall& call) const {
+        return Failed(Error(Cause::ReadingFailed), call);
+    }
     void FindHoles();
     void ReadPieces(KeyboardContent& content);
     [[nodiscard]] KeyboardIdentity IdentityAsFound();
@@ -151,10 +139,10 @@ private:
     MessageWindow m_window;
     QXKeyboardAccess m_access;
     std::unique_ptr<QXKeyboardAccess> m_again; // of the last look, if there was one
-    std::vector<StartWarning> m_warnings;
-    std::vector<StartWarning> m_holes; // of the directory
-    bool m_hidesEntries = false;       // the first hole is of entries that could not be read
-    bool m_isNamed = false;            // the start-up has read names and abilities
+    std::vector<Error> m_warnings;
+    std::vector<Error> m_holes;  // of the directory
+    bool m_hidesEntries = false; // the first hole is of entries that could not be read
+    bool m_isNamed = false;      // the start-up has read names and abilities
     bool m_isOpen = false;
 };
 

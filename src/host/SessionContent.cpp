@@ -3,7 +3,6 @@
 #include "host/Session.h"
 
 #include "host/Stretches.h"
-#include "qxcontrols/common/Text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -125,17 +124,14 @@ void Session::Load() {
             return before[i][k] == pattern[k] && bytes[k] == complement[k];
         });
         if (untouched)
-            throw Error(ErrorKind::TransferFailed,
-                        std::string(kReading) +
-                            ": the driver reported success and moved nothing to address " +
-                            Hex(address + static_cast<Long>(*untouched)) + " (hexadecimal)");
+            throw Error(Cause::NothingMoved,
+                        {.place = {.address = address + static_cast<Long>(*untouched)}});
     }
 }
 
 KeyboardIdentity Session::ReadIdentity() {
     if (m_hidesEntries)
-        throw Error(ErrorKind::TransferFailed,
-                    "which keyboard this is cannot be told: " + m_holes.front().text);
+        throw Error(Cause::KeyboardUnknown, {.related = {m_holes.front()}});
     return IdentityAsFound();
 }
 
@@ -148,7 +144,7 @@ KeyboardIdentity Session::IdentityAsFound() {
                           QXKeyboardAccess::kIdentificationSize);
     identity.capabilities = access.ReadByteFromMem(QXKeyboardAccess::kCapabilityAddress);
     if (m_driver.Failure() && m_isNamed)
-        throw Failed(ErrorKind::TransferFailed, kReading, *m_driver.Failure());
+        throw ReadingFailed(*m_driver.Failure());
     if (m_driver.Failure())
         identity.identification.clear();
     for (int i = 1; i <= access.DirectorySize(); ++i) {
@@ -183,7 +179,7 @@ KeyboardContent Session::ReadPlaces(KeyboardContent places) {
 }
 
 void Session::ReadPieces(KeyboardContent& content) {
-    Run(kReading, [&] {
+    Run(Error(Cause::ReadingFailed), [&] {
         const TransferEnd end{m_access};
         m_access.DataTransferPrepare();
         for (const ContentPiece& piece : content.pieces)
@@ -198,7 +194,7 @@ void Session::ReadPieces(KeyboardContent& content) {
 KeyboardContent Session::ReadAgain(const KeyboardContent& expected) {
     KeyboardContent content = expected;
     content.identity = ReadIdentity();
-    Run(kReading, [&] {
+    Run(Error(Cause::ReadingFailed), [&] {
         const TransferEnd end{m_access};
         m_access.DataTransferPrepare();
         // The image may still hold what is expected: a transfer that does nothing must not pass.
@@ -218,7 +214,7 @@ KeyboardContent Session::ReadAgain(const KeyboardContent& expected) {
 
 void Session::PrepareSending(const std::vector<ByteRange>& ranges) {
     try {
-        Run(kWriting, [&] {
+        Run(Error(Cause::WritingFailed), [&] {
             m_access.DataTransferPrepare();
             for (const ByteRange& range : ranges) {
                 m_access.WriteIntoMemory(range.to, range.address, range.Size());
@@ -232,7 +228,7 @@ void Session::PrepareSending(const std::vector<ByteRange>& ranges) {
 }
 
 void Session::Send() {
-    Run(kWriting, [&] {
+    Run(Error(Cause::WritingFailed), [&] {
         const TransferEnd end{m_access};
         (void)m_access.Download(); // its status is watched
     });

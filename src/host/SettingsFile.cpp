@@ -55,8 +55,7 @@ public:
         } catch (const Error&) {
             throw;
         } catch (const std::exception& error) {
-            throw Error(ErrorKind::FileFailed,
-                        std::string("the preferences could not be stored: ") + error.what());
+            throw Error(Cause::PreferencesNotStored, {.reason = error.what()});
         }
         return damaged;
     }
@@ -66,13 +65,12 @@ private:
         std::error_code ignored;
         const auto status = fs::status(m_file, ignored);
         if (fs::exists(status) && !fs::is_regular_file(status))
-            throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + Location() +
-                                                   ": it is not an ordinary file");
+            throw Error(Cause::PreferencesNotAFile, {.place = {.file = Location()}});
         try {
             m_values = IniFile(
                 fs::exists(status) ? files::ReadFile(m_file, files::kMostOfPreferences) : "");
         } catch (const std::exception& error) {
-            throw Error(ErrorKind::FileFailed, error.what());
+            throw FileError(error);
         }
     }
 
@@ -82,8 +80,7 @@ private:
             return m_values.HasGroup(value.first.substr(0, value.first.find('/')));
         });
         if (!m_isOwn && !hasGroup && !m_values.IsBlank())
-            throw Error(ErrorKind::FileFailed, "preferences cannot be kept in " + Location() +
-                                                   ": it holds something else, and stays as it is");
+            throw Error(Cause::PreferencesElsewhere, {.place = {.file = Location()}});
     }
 
     fs::path SetAside() {
@@ -95,9 +92,8 @@ private:
         std::error_code reason;
         fs::rename(m_file, damaged, reason);
         if (reason)
-            throw Error(ErrorKind::FileFailed,
-                        "the preferences in " + Location() +
-                            " are damaged and cannot be set aside: " + files::ReasonOf(reason));
+            throw Error(Cause::PreferencesNotSetAside,
+                        {.reason = files::ReasonOf(reason), .place = {.file = Location()}});
         m_values = IniFile();
         return damaged;
     }

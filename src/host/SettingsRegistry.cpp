@@ -30,8 +30,8 @@ public:
             else
                 m_registry.WriteString(name, std::get<std::string>(value));
             if (Find(key) != value)
-                throw Error(ErrorKind::FileFailed,
-                            "the preference " + key + " could not be stored in " + Location());
+                throw Error(Cause::PreferenceNotStored,
+                            {.name = key, .place = {.file = Location()}});
         }
         return {};
     }

@@ -25,8 +25,7 @@ std::unique_ptr<SettingsPlace> PlaceOf(const std::filesystem::path& file) {
     } catch (const Error&) {
         throw;
     } catch (const std::exception& error) {
-        throw Error(ErrorKind::FileFailed,
-                    std::string("there is no folder for the preferences: ") + error.what());
+        throw Error(Cause::NoPreferencesFolder, {.reason = error.what()});
     }
 #endif
 }

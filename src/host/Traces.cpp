@@ -16,6 +16,21 @@ bool IsReplaced(const JournalEntry& entry, const std::vector<JournalEntry>& held
 
 } // namespace
 
+std::vector<WriteName> NamesOf(const std::vector<JournalEntry>& entries) {
+    std::vector<WriteName> names;
+    for (const JournalEntry& entry : entries)
+        names.push_back(entry.Name());
+    return names;
+}
+
+Error NotPartlyHeld(const TracedWrite& write) {
+    const Cause cause = write.trace == Trace::Before  ? Cause::HoldsOldOfWrite
+                        : write.trace == Trace::After ? Cause::HoldsNewOfWrite
+                                                      : Cause::HoldsNothingOfWrite;
+    return Error(cause,
+                 {.holds = Holds::NotTouched, .backup = write.backup, .writes = {write.Name()}});
+}
+
 std::vector<JournalEntry> PartlyHeld(Session& session, const std::vector<JournalEntry>& entries) {
     if (entries.empty()) // a reading takes its time
         return {};

@@ -7,9 +7,21 @@
 #include "host/Journal.h"
 #include "host/Session.h"
 
+#include <string>
 #include <vector>
 
 namespace qx::host {
+
+// A write on record, and what the opened keyboard shows of it.
+struct TracedWrite : JournalEntry {
+    Trace trace = Trace::None;
+};
+
+[[nodiscard]] std::vector<WriteName> NamesOf(const std::vector<JournalEntry>& entries);
+
+// For a keyboard that holds no part of this write, which therefore is not settled: it may be
+// another one.
+[[nodiscard]] Error NotPartlyHeld(const TracedWrite& write);
 
 // Those of the entries that the opened keyboard holds a part of. Reads only their bytes first,
 // which is quick and excludes most. Throws Error(TransferFailed).

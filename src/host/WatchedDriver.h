@@ -7,6 +7,7 @@
 // calls of its own.
 #pragma once
 
+#include "host/Error.h"
 #include "host/ForwardingDriver.h"
 #include "host/Stretches.h"
 
@@ -17,11 +18,6 @@
 #include <vector>
 
 namespace qx::host {
-
-struct FailedCall {
-    std::string function;
-    Long status = 0;
-};
 
 // A stretch that the next transfer moves, with the module's id for which it was requested.
 struct TransferRequest {

@@ -34,14 +34,6 @@ void KeepUnused(const Section& section, const std::vector<PlacedArea>& areas,
         }
 }
 
-// "till 1 or till 2"
-std::string Alternatives(const std::set<std::string>& units) {
-    std::string text;
-    for (const std::string& unit : units)
-        text += (text.empty() ? "" : " or ") + unit;
-    return text;
-}
-
 std::string Spaced(const std::string& bytes) {
     std::string text;
     for (const char byte : bytes)
@@ -73,28 +65,6 @@ std::vector<Difference> FixedBytes(const Section& section, const std::vector<Pla
 }
 
 } // namespace
-
-std::string NotRestored::Text() const {
-    return section.empty()
-               ? std::to_string(bytes) + " bytes of the backup lie where this program knows no area"
-               : section + " is not in the backup, or not all of it, and stays as it is";
-}
-
-std::string OtherKeyboard::Text() const {
-    switch (reason) {
-    case Reason::ReachedOtherwise:
-        return "the backup is of another keyboard of this kind" +
-               (saved.empty() ? "" : " (" + Alternatives(saved) + ")") +
-               ", or of one that was reached in another way";
-    case Reason::UnitUnknown:
-        return "the backup is of " + Alternatives(saved) +
-               ", and no record shows which unit this keyboard is";
-    case Reason::OtherUnit:
-        return "the backup is of " + Alternatives(saved) +
-               ", and by the records this keyboard is " + Alternatives(here);
-    }
-    return {};
-}
 
 Long WritePlan::BytesToSend() const {
     Long bytes = 0;
@@ -149,10 +119,9 @@ Planner::Decoded Planner::Decode(const KeyboardContent& content, const Keys& key
 WritePlan Planner::ForSettings(const std::vector<Section*>& sections, const PlanOptions& options) {
     const Decoded held = Decode(m_content, KeysOf(sections));
     if (!held.damaged.empty() && !options.repair)
-        throw Error(ErrorKind::KeyboardDamaged,
-                    ToText(held.damaged.front()) +
-                        "; nothing was written (--repair replaces what is damaged)",
-                    held.damaged);
+        throw Error(Cause::KeyboardDamaged, {.place = {.pointer = held.damaged.front().place},
+                                             .holds = Holds::NotTouched,
+                                             .faults = held.damaged});
     const KeyboardContent usual = Encode(held.sections).content;
     auto [after, requests] = Encode(sections);
     WritePlan plan{m_content, {}, {}, {}, std::move(requests), {}, {}};

@@ -33,26 +33,10 @@ struct PlanOptions {
     bool repair = false;
 };
 
-// Why a backup seems to be of another keyboard of the same kind.
-struct OtherKeyboard {
-    enum class Reason {
-        ReachedOtherwise, // or of one that was reached in another way
-        UnitUnknown,      // no record shows which unit this keyboard is
-        OtherUnit,        // the records show this keyboard to be another unit
-    };
-    Reason reason;
-    std::set<std::string> saved; // the units that the backup may be of; may be empty
-    std::set<std::string> here;  // those that this keyboard may be, as far as that is recorded
-
-    [[nodiscard]] std::string Text() const;
-};
-
 // A part of the keyboard that a backup lacks, or bytes of a backup that have no place.
 struct NotRestored {
     std::string section; // its key, or the module's name; empty: the backup's bytes
     Long bytes = 0;      // of the backup
-
-    [[nodiscard]] std::string Text() const;
 };
 
 struct WritePlan {
@@ -62,7 +46,7 @@ struct WritePlan {
     std::vector<Difference> settings;              // that differ
     std::vector<CopiedKeyboard::Request> requests; // of a full write
     std::vector<NotRestored> notRestored;          // by a backup
-    std::optional<OtherKeyboard> otherKeyboard;    // that a backup seems to be of
+    std::optional<Error> otherKeyboard;            // why a backup seems to be of another one
 
     [[nodiscard]] bool IsEmpty() const { return ranges.empty(); }
     // Whether the keyboard is given an identifier that it does not have; and in place of its own.

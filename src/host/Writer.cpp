@@ -1,5 +1,6 @@
 #include "host/Writer.h"
 
+#include "host/ErrorText.h"
 #include "host/Traces.h"
 
 #include <algorithm>
@@ -8,32 +9,32 @@ namespace qx::host {
 
 namespace {
 
-constexpr const char* kNothingWritten = "; nothing was written";
-
 // Runs the step before anything is sent.
 template <typename Step>
 auto BeforeWriting(const Step& step) {
     try {
         return step();
-    } catch (const Error& error) {
-        throw error.With(kNothingWritten);
+    } catch (Error& error) {
+        error.holds = Holds::NotTouched;
+        throw;
     }
 }
 
-std::string WhyNotRecovered(const TracedWrite& write) {
-    switch (write.trace) {
-    case Trace::Before:
-        return "the keyboard holds exactly what was there before the " + write.InWords() +
-               ", so it may be another one; the record of that write is kept";
-    case Trace::After:
-        return "the keyboard holds all of the " + write.InWords() +
-               ", so it may be another one; the record of that write is kept";
-    case Trace::None:
-    case Trace::Partial:
-        break;
+// An error of the time before anything is sent.
+Error Refusal(Cause cause, ErrorFacts facts = {}) {
+    Error refusal(cause, std::move(facts));
+    refusal.holds = Holds::NotTouched;
+    return refusal;
+}
+
+// Runs a step of the records, and adds its failure to the others.
+template <typename Step>
+void Attempt(Cause cause, std::vector<Error>& failures, const Step& step) {
+    try {
+        step();
+    } catch (const Error& error) {
+        failures.push_back(Error(cause, {.related = {error}}));
     }
-    return "the keyboard's contents do not match the interrupted " + write.InWords() +
-           "; the backup " + write.backup + " has what the keyboard held before that";
 }
 
 KeyboardContent Ended(const JournalEntry& entry, Writer::Way way, const KeyboardContent& now) {
@@ -75,30 +76,22 @@ void Writer::RequireStillAs(const KeyboardContent& planned) {
         return m_session.ReadAgain(planned);
     });
     if (now.identity != planned.identity)
-        throw Error(ErrorKind::KeyboardChanged,
-                    std::string("this is not the keyboard that the write was planned for") +
-                        kNothingWritten);
+        throw Refusal(Cause::OtherKeyboard);
     if (!now.HoldsSame(planned))
-        throw Error(ErrorKind::KeyboardChanged,
-                    std::string("the keyboard no longer holds what it held when the write was "
-                                "planned, or it is another one") +
-                        kNothingWritten);
+        throw Refusal(Cause::ContentsChanged);
 }
 
 void Writer::CheckBeforeWriting(const KeyboardContent& planned) {
     m_options.onStep(Step::Checking);
     RequireStillAs(planned);
     if (m_options.isStopped())
-        throw Error(ErrorKind::Stopped, std::string("stopped") + kNothingWritten);
+        throw Refusal(Cause::Stopped);
 }
 
 Writer::Claimed Writer::Claim(const std::string& keyboard) const {
     if (Claimed claimed = BeforeWriting([&] { return m_records.journal.Claim(keyboard); }))
         return claimed;
-    throw Error(ErrorKind::KeyboardBusy,
-                std::string("another program is writing to this keyboard, or to one of its kind "
-                            "that cannot be told from it") +
-                    kNothingWritten);
+    throw Refusal(Cause::KeyboardBusy);
 }
 
 KeyboardContent Writer::AsReadFor(const JournalEntry& entry, const KeyboardContent& now) {
@@ -120,11 +113,8 @@ std::vector<TracedWrite> Writer::Traced(const KeyboardContent& now, const Claims
     });
     for (const DamagedRecord& record : damaged)
         if (Journal::MayBeOf(record, now.identity))
-            throw Error(ErrorKind::FileFailed,
-                        record.message +
-                            "; it may be of an interrupted write to this keyboard: look at what "
-                            "the keyboard holds, move that file to another folder, and try again" +
-                            kNothingWritten);
+            throw Refusal(Cause::EntryDamaged,
+                          {.place = record.error.place, .related = {record.error}});
     return traced;
 }
 
@@ -138,10 +128,7 @@ std::vector<JournalEntry> Writer::PartlyIn(const KeyboardContent& now, const Cla
 
 void Writer::RefuseInterrupted(const std::vector<JournalEntry>& entries) const {
     if (!entries.empty())
-        throw Error(ErrorKind::WriteInterrupted,
-                    "the keyboard holds a part of an interrupted " + entries.front().InWords() +
-                        ", which is to be finished or rolled back first" + kNothingWritten +
-                        m_options.howToRecover);
+        throw Refusal(Cause::WriteInterrupted, {.writes = NamesOf(entries)});
 }
 
 std::string Writer::SaveBackup(const KeyboardContent& now, const std::string& document,
@@ -235,51 +222,37 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
 // the keyboard whole: that may have been another one already.
 Error Writer::Failed(const Sent& sent, const JournalEntry& entry, Receipt receipt) {
     Error failure = *sent.failure;
-    if (sent.holds == Sent::Holds::Unknown ||
-        (sent.holds == Sent::Holds::Neither && entry.TraceIn(*sent.found) == Trace::Partial))
-        failure = failure.With(m_options.howToRecover);
-    else if (sent.holds == Sent::Holds::Neither)
-        failure = failure.With("; the backup " + receipt.backup + " has what it held before");
+    if (sent.holds == Holds::Unknown ||
+        (sent.holds == Holds::PartlyWritten && entry.TraceIn(*sent.found) == Trace::Partial)) {
+        failure.suggestion = Suggestion::Recover;
+    } else if (sent.holds == Holds::PartlyWritten) {
+        failure.suggestion = Suggestion::RestoreBackup;
+        failure.backup = receipt.backup;
+    }
     FillIn(receipt, sent);
-    receipt.message = failure.what();
-    const auto add = [&](const char* what, const auto& step) {
-        try {
-            step();
-        } catch (const Error& error) {
-            failure = failure.With(what + std::string(error.what()));
-        }
-    };
+    receipt.message = TextOf(failure);
     if (!sent.isBegun)
-        add("; ", [&] { m_records.journal.End(entry); });
+        Attempt(Cause::EntryNotEnded, failure.related, [&] { m_records.journal.End(entry); });
     else
-        add("; no receipt: ", [&] { m_records.receipts.Add(receipt, m_options.now()); });
+        Attempt(Cause::NoReceipt, failure.related,
+                [&] { m_records.receipts.Add(receipt, m_options.now()); });
     return failure;
 }
 
 void Writer::Close(const JournalEntry* entry, bool isProved, const Receipt& receipt) {
-    std::string left;
-    const auto attempt = [&](const char* what, const auto& step) {
-        try {
-            step();
-        } catch (const Error& error) {
-            left += what + std::string(error.what());
-        }
-    };
-    const char* noEnd = "; the record of it as interrupted is left: ";
+    std::vector<Error> left;
     if (entry != nullptr)
-        attempt(noEnd, [&] { m_records.journal.End(*entry); });
+        Attempt(Cause::EntryNotEnded, left, [&] { m_records.journal.End(*entry); });
     if (entry != nullptr && isProved && !entry->replaced.empty())
-        attempt(noEnd, [&] {
+        Attempt(Cause::EntryNotEnded, left, [&] {
             for (const JournalEntry& other : m_records.journal.Entries())
                 if (std::count(entry->replaced.begin(), entry->replaced.end(), other.Id()) != 0)
                     m_records.journal.End(other);
         });
-    attempt("; there is no receipt: ", [&] { m_records.receipts.Add(receipt, m_options.now()); });
+    Attempt(Cause::NoReceipt, left, [&] { m_records.receipts.Add(receipt, m_options.now()); });
     if (!left.empty())
-        throw Error(ErrorKind::FileFailed,
-                    (isProved ? "the keyboard was written, read back and found equal"
-                              : "the keyboard was written and not read back") +
-                        left);
+        throw Error(isProved ? Cause::NotRecorded : Cause::UnprovedNotRecorded,
+                    {.holds = isProved ? Holds::New : Holds::Unknown, .related = left});
 }
 
 std::vector<TracedWrite> Writer::OnRecord() {
@@ -296,19 +269,12 @@ std::vector<JournalEntry> Writer::Interrupted() {
 
 void Writer::RequireOneEnd(const std::vector<JournalEntry>& candidates, Way way,
                            const KeyboardContent& now) const {
-    std::string names;
     bool isSame = true;
-    for (const JournalEntry& entry : candidates) {
-        names += "; " + entry.Id() + ", " + entry.InWords();
+    for (const JournalEntry& entry : candidates)
         isSame = isSame && entry.HasAreasOf(now) &&
                  Ended(entry, way, now).HoldsSame(Ended(candidates.front(), way, now));
-    }
     if (candidates.size() > 1 && !isSame)
-        throw Error(ErrorKind::WriteInterrupted,
-                    std::string("the keyboard holds a part of several interrupted writes, which "
-                                "lead to different contents: the one that it was cut in is to be "
-                                "named") +
-                        names + kNothingWritten + m_options.howToRecover);
+        throw Refusal(Cause::WritesInterrupted, {.writes = NamesOf(candidates)});
 }
 
 Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way, bool isNamed) {
@@ -316,9 +282,7 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way, bool isNamed
     const Claimed claimed = Claim(claim);
     std::error_code ignored;
     if (!std::filesystem::exists(entry.file, ignored)) // before it was claimed
-        throw Error(ErrorKind::KeyboardChanged,
-                    std::string("the interrupted write has been settled meanwhile") +
-                        kNothingWritten);
+        throw Refusal(Cause::WriteSettled);
     const KeyboardContent now = Read();
     const std::string claimNow = Journal::ClaimOf(now.identity, m_options.origin);
     const Claimed claimedNow = claimNow == claim ? nullptr : Claim(claimNow);
@@ -326,7 +290,7 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way, bool isNamed
     plan.before = AsReadFor(entry, now);
     const Trace trace = entry.TraceIn(plan.before);
     if (trace != Trace::Partial)
-        throw Error(ErrorKind::KeyboardChanged, WhyNotRecovered({entry, trace}) + kNothingWritten);
+        throw NotPartlyHeld({entry, trace});
     const auto candidates = Candidates(PartlyIn(now, {claim, claimNow}), m_options.origin);
     if (!isNamed)
         RequireOneEnd(candidates, way, plan.before);
@@ -364,11 +328,9 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
     const Claimed claimed = Claim(claim);
     Receipt receipt = NewReceipt(request, before);
     receipt.full = true;
-    std::string wayBack;
     if (request.isOfKeyboard) {
         RefuseInterrupted(Candidates(PartlyIn(before, {claim}), m_options.origin));
         receipt.backup = SaveBackup(before, request.document, m_options.till);
-        wayBack = "; what the keyboard held before is in the backup " + receipt.backup;
     }
     CheckBeforeWriting(before);
     m_options.onStep(Step::Writing);
@@ -377,21 +339,23 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
         operation();
         receipt.result = "not verified";
     } catch (const Error& error) {
-        failure = error.With(wayBack);
+        failure = error;
+        if (request.isOfKeyboard) {
+            failure->holds = Holds::Unknown;
+            failure->backup = receipt.backup;
+            failure->suggestion = Suggestion::RestoreBackup;
+        }
         receipt.result = "unknown";
-        receipt.message = failure->what();
+        receipt.message = TextOf(*failure);
     }
-    try {
-        m_records.receipts.Add(receipt, m_options.now());
-    } catch (const Error& error) {
-        if (failure)
-            throw failure->With(std::string("; no receipt: ") + error.what());
-        throw Error(error.Kind(), std::string("the file was loaded into the keyboard; there is no "
-                                              "receipt: ") +
-                                      error.what());
-    }
-    if (failure)
+    std::vector<Error> left;
+    Attempt(Cause::NoReceipt, left, [&] { m_records.receipts.Add(receipt, m_options.now()); });
+    if (!left.empty() && !failure)
+        failure = Error(Cause::LoadNotRecorded, {.holds = Holds::Unknown});
+    if (failure) {
+        failure->related.insert(failure->related.end(), left.begin(), left.end());
         throw Error(*failure);
+    }
     return {true, false, 0, receipt.backup};
 }
 

@@ -17,6 +17,7 @@
 #include "host/Sending.h"
 #include "host/Session.h"
 #include "host/Till.h"
+#include "host/Traces.h"
 #include "host/WritePlan.h"
 
 #include <functional>
@@ -37,11 +38,6 @@ struct WriteRecords {
     Receipts receipts;
 };
 
-// A write on record, and what the opened keyboard shows of it.
-struct TracedWrite : JournalEntry {
-    Trace trace = Trace::None;
-};
-
 class Writer {
 public:
     struct Options {
@@ -52,9 +48,6 @@ public:
         // How the keyboard is reached, the same each time, as setup::OpenedDriver tells it.
         std::string origin = {};
         Till till = {}; // which one it is, where that is known
-        // How the user recovers a keyboard, "; see qxconf recover": the end of messages about one
-        // that is partly written.
-        std::string howToRecover = {};
         // Whether the user wants to stop. Asked before the first byte is sent; what has begun to
         // be sent is sent, proved and recorded.
         std::function<bool()> isStopped = [] { return false; };
@@ -95,9 +88,9 @@ public:
 
     // Writes. Throws Error: KeyboardChanged when the keyboard is not as it was planned for,
     // WriteInterrupted when Recover is to come first, KeyboardBusy when another program writes to
-    // it, FileFailed when there can be no record, TransferFailed, ReadBackDiffers. The message says
-    // what the keyboard holds then; it begins with that when the write is proved and only its
-    // records failed. The action kRestore settles what was interrupted.
+    // it, FileFailed when there can be no record, TransferFailed, ReadBackDiffers. The error shows
+    // what the keyboard holds then: all that was to be written when only the records failed. The
+    // action kRestore settles what was interrupted.
     Outcome Write(const WritePlan& plan, const Request& request);
 
     // The writes on record to keyboards of this kind, oldest first, without those that are still
@@ -145,8 +138,8 @@ private:
     // Throws where the others of which the keyboard holds a part lead to other contents.
     void RequireOneEnd(const std::vector<JournalEntry>& candidates, Way way,
                        const KeyboardContent& now) const;
-    [[nodiscard]] std::optional<OtherKeyboard> WhyOfOtherKeyboard(const Backup& backup,
-                                                                  const KeyboardContent& now);
+    [[nodiscard]] std::optional<Error> WhyOfOtherKeyboard(const Backup& backup,
+                                                          const KeyboardContent& now);
     [[nodiscard]] std::string SaveBackup(const KeyboardContent& now, const std::string& document,
                                          const Till& till);
     [[nodiscard]] std::optional<BackupStore::Named> NamedBackups() const;

@@ -6,22 +6,16 @@
 
 namespace qx::host {
 
-namespace {
-
-constexpr const char* kNothingWritten = "; nothing was written";
-
-} // namespace
-
 WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
     const KeyboardContent now = Read();
     const KeyboardIdentity& saved = backup.content.identity;
     if (!saved.IsLike(now.identity))
-        throw Error(ErrorKind::KeyboardChanged, "the backup is of a " + saved.Name() +
-                                                    " with other modules than this " +
-                                                    now.identity.Name() + kNothingWritten);
+        throw Error(
+            Cause::BackupOfOtherModules,
+            {.name = saved.Name(), .other = now.identity.Name(), .holds = Holds::NotTouched});
     const auto other = WhyOfOtherKeyboard(backup, now);
     if (other && !otherKeyboard)
-        throw Error(ErrorKind::KeyboardChanged, other->Text() + kNothingWritten);
+        throw Error(*other);
     WritePlan plan = Planner(now, *m_scratch).ForBackup(backup.content, !other);
     plan.otherKeyboard = other;
     ProveNothingToDo(plan);
@@ -30,9 +24,13 @@ WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
 
 // Why the backup seems to be of another keyboard, if it does. A keyboard that holds a part of an
 // interrupted write is the one of the backup that was made before that write.
-std::optional<OtherKeyboard> Writer::WhyOfOtherKeyboard(const Backup& backup,
-                                                        const KeyboardContent& now) {
-    using Reason = OtherKeyboard::Reason;
+std::optional<Error> Writer::WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now) {
+    using Units = std::set<std::string>;
+    const auto refusal = [](Cause cause, const Units& names, const Units& others = {}) {
+        return Error(cause, {.names = {names.begin(), names.end()},
+                             .others = {others.begin(), others.end()},
+                             .holds = Holds::NotTouched});
+    };
     const auto isReachedSo = [&](const KeyboardIdentity& keyboard, const std::string& origin) {
         return backup.content.identity.guid == keyboard.guid && backup.origin == origin;
     };
@@ -41,7 +39,7 @@ std::optional<OtherKeyboard> Writer::WhyOfOtherKeyboard(const Backup& backup,
         std::none_of(partly.begin(), partly.end(), [&](const JournalEntry& entry) {
             return isReachedSo(entry.keyboard, entry.origin);
         }))
-        return OtherKeyboard{Reason::ReachedOtherwise, backup.till.Units(), {}};
+        return refusal(Cause::BackupReachedOtherwise, backup.till.Units());
     const std::set<std::string> saved =
         backup.till.unit.empty() ? m_records.receipts.UnitsOf(backup.content) : backup.till.Units();
     if (saved.empty() || now.HoldsSame(backup.content))
@@ -54,10 +52,10 @@ std::optional<OtherKeyboard> Writer::WhyOfOtherKeyboard(const Backup& backup,
     if (partly.empty())
         units = m_records.receipts.UnitsOf(now);
     if (units.empty() && now.identity.guid.empty())
-        return OtherKeyboard{Reason::UnitUnknown, saved, {}};
+        return refusal(Cause::BackupOfUnit, saved);
     if (units.empty() || (units == saved && units.size() == 1))
         return {};
-    return OtherKeyboard{Reason::OtherUnit, saved, units};
+    return refusal(Cause::BackupOfOtherUnit, saved, units);
 }
 
 } // namespace qx::host

@@ -127,13 +127,6 @@ KindText TextOf(FaultKind kind) {
                                  "and %3 of group %4 both have a sequence, and a group has one"};
     case FaultKind::DamagedWhenSaved:
         return {"damaged-when-saved", "was damaged in the keyboard when the backup was made"};
-    case FaultKind::HoldsOtherBytes:
-        return {"holds-other-bytes", "%1: address %2 holds %3 in place of %4 (hexadecimal); bytes "
-                                     "that differ: %5"};
-    case FaultKind::HoldsOtherUnusedBytes:
-        return {"holds-other-unused-bytes",
-                "bytes that no setting uses: address %1 holds %2 in place of "
-                "%3 (hexadecimal); bytes that differ: %4"};
     case FaultKind::NameTaken:
         return {"name-taken", "is the name of another unit"};
     case FaultKind::IdentifierTaken:

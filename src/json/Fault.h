@@ -76,12 +76,10 @@ enum class FaultKind {
     RangeSizesDiffer, //
 
     // What a keyboard holds; addresses and bytes are hexadecimal
-    HalfCharacter,         // address
-    UnknownGroup,          // address, key, group, highest group
-    TwoSequences,          // address, key, other key, group
-    DamagedWhenSaved,      //
-    HoldsOtherBytes,       // setting, address, byte, the byte written, how many bytes differ
-    HoldsOtherUnusedBytes, // address, byte, the byte written, how many bytes differ
+    HalfCharacter,    // address
+    UnknownGroup,     // address, key, group, highest group
+    TwoSequences,     // address, key, other key, group
+    DamagedWhenSaved, //
 
     // Jobs of many keyboards
     NameTaken,            //

@@ -69,23 +69,18 @@ void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choic
     const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
     const auto status = library.setKeyboard(files::TextOf(choice.keyboard), model);
     if (!status)
-        throw host::Error(
-            host::ErrorKind::Usage,
-            "--keyboard and --model choose a simulated keyboard; the driver library " +
-                files::TextOf(choice.driver) + " takes none");
+        throw host::Error(host::Cause::DriverTakesNoKeyboard,
+                          {.place = {.file = files::TextOf(choice.driver)}});
     if (*status == 0)
         return;
     const OpenedDriver& opened = library.opened;
     if (opened.failure && !opened.failure().empty())
-        throw host::Error(host::ErrorKind::KeyboardNotOpened, opened.failure());
-    const std::string meaning = opened.statusText(*status);
+        throw host::Error(host::Cause::DriverUnusable, {.reason = opened.failure()});
+    const host::FailedCall call = {"QXSIM_SetKeyboard", *status, opened.statusText(*status)};
     if (*status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
-        throw host::Error(host::ErrorKind::ModelInvalid, meaning, *status);
-    throw host::Error(host::ErrorKind::KeyboardNotOpened,
-                      "the keyboard file " + files::TextOf(choice.keyboard) +
-                          " could not be chosen: QXSIM_SetKeyboard gave status " +
-                          std::to_string(*status) + " (" + meaning + ")",
-                      *status);
+        throw host::Error(host::Cause::ModelUnusable, {.reason = call.meaning, .call = call});
+    throw host::Error(host::Cause::KeyboardFileRefused,
+                      {.call = call, .place = {.file = files::TextOf(choice.keyboard)}});
 }
 
 // A mistyped name of a file is not taken for the wish for another keyboard, nor is a model passed
@@ -96,9 +91,8 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
     if (error)
         return;
     if (!exists && model.empty())
-        throw host::Error(host::ErrorKind::KeyboardNotOpened,
-                          "there is no keyboard in " + files::TextOf(file) +
-                              "; with --model NAME one is made there");
+        throw host::Error(host::Cause::KeyboardFileMissing,
+                          {.place = {.file = files::TextOf(file)}});
     if (!exists || model.empty())
         return;
     std::string is;
@@ -110,9 +104,8 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
         return;
     }
     if (is != wanted)
-        throw host::Error(host::ErrorKind::Usage, files::TextOf(file) + " keeps a " + is +
-                                                      ", which --model " + model +
-                                                      " cannot make a " + wanted);
+        throw host::Error(host::Cause::KeyboardOfOtherModel,
+                          {.name = is, .other = wanted, .place = {.file = files::TextOf(file)}});
 }
 
 // A library of the other word size cannot be loaded here in any case.
@@ -132,7 +125,7 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     } catch (const host::Error&) {
         throw;
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::KeyboardNotOpened, error.what());
+        throw host::Error(host::Cause::DriverUnusable, {.reason = error.what()});
     }
 }
 
@@ -167,7 +160,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         opened.driver = std::move(simulated);
         opened.origin = OriginOf({}, file);
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::ModelInvalid, error.what());
+        throw host::Error(host::Cause::ModelUnusable, {.reason = error.what()});
     }
     return opened;
 }
@@ -176,7 +169,7 @@ std::filesystem::path RecordFolder(const std::filesystem::path& chosen) {
     try {
         return chosen.empty() ? files::UserDataFolder() : chosen;
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
 }
 

@@ -27,14 +27,6 @@ std::vector<std::filesystem::path> LayoutFiles(const std::filesystem::path& fold
     return paths;
 }
 
-std::string NoSuchLayout(const std::filesystem::path& folder, const std::string& name) {
-    std::string names;
-    for (const std::filesystem::path& path : LayoutFiles(folder))
-        names += (names.empty() ? "" : ", ") + files::TextOf(path.filename());
-    return "there is no keyboard layout " + name + "; the layouts in " + files::TextOf(folder) +
-           " are: " + (names.empty() ? "none" : names);
-}
-
 } // namespace
 
 std::filesystem::path ShippedLayouts() {
@@ -75,15 +67,16 @@ void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folde
                 const std::string& name) {
     const auto from = folder.empty() ? ShippedLayouts() : folder;
     const auto refuse = [](const std::string& reason) {
-        throw host::Error(host::ErrorKind::LayoutInvalid,
-                          "the keyboard layout cannot be used: " + reason);
+        throw host::Error(host::Cause::LayoutUnusable, {.reason = reason});
     };
     Long language = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
     const bool isLanguage = error == std::errc() && end == name.data() + name.size();
     std::error_code ignored;
     if (!isLanguage && !std::filesystem::exists(from / files::PathOf(name), ignored))
-        throw host::Error(host::ErrorKind::LayoutInvalid, NoSuchLayout(from, name));
+        throw host::Error(
+            host::Cause::NoSuchLayout,
+            {.name = name, .names = LayoutNames(from), .place = {.file = files::TextOf(from)}});
     QxlTextSource source;
     const bool isRead = isLanguage ? source.OpenLanguage(language, files::TextOf(from / ""))
                                    : source.Open(files::TextOf(from / files::PathOf(name)));

@@ -64,7 +64,8 @@ void PaintKeySheet(const KeySheet& sheet, QPagedPaintDevice& device) {
 void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
     const auto format = FormatOf(file);
     if (!format)
-        throw host::Error(host::ErrorKind::Usage, files::TextOf(file) + ": " + kFormatRule);
+        throw host::Error(host::Cause::SheetFormatUnknown,
+                          {.names = Suffixes(), .place = {.file = files::TextOf(file)}});
     const SheetContent content = ContentOf(sheet);
     const SheetPages pages(content);
     const QByteArray bytes = BytesOf(pages, content.title, *format);
@@ -72,7 +73,7 @@ void WriteKeySheet(const KeySheet& sheet, const std::filesystem::path& file) {
         files::WriteFileAtomically(
             file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
 }
 

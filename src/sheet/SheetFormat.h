@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace qx::sheet {
 
@@ -16,12 +17,14 @@ enum class SheetFormat { Pdf, Svg };
 #ifdef _WIN32
 inline constexpr bool kHasSvg = false;
 inline constexpr const char* kFilePatterns = "*.pdf";
-inline constexpr const char* kFormatRule = "the file's name must end with .pdf";
 #else
 inline constexpr bool kHasSvg = true;
 inline constexpr const char* kFilePatterns = "*.pdf *.svg";
-inline constexpr const char* kFormatRule = "the file's name must end with .pdf or .svg";
 #endif
+
+[[nodiscard]] inline std::vector<std::string> Suffixes() {
+    return kHasSvg ? std::vector<std::string>{".pdf", ".svg"} : std::vector<std::string>{".pdf"};
+}
 
 // The format that the file's name asks for, in either case of letters; none for any other suffix.
 [[nodiscard]] inline std::optional<SheetFormat> FormatOf(const std::filesystem::path& file) {

@@ -1,6 +1,7 @@
 #include "sheet/SheetModule.h"
 
 #include "host/Configuration.h"
+#include "host/ErrorText.h"
 #include "setup/LayoutSource.h"
 #include "sheet/KeySheet.h"
 
@@ -70,10 +71,11 @@ SheetStatus StatusOf(host::ErrorKind kind) {
     }
 }
 
-SheetStatus Failed(SheetStatus status, const char* reason, char* error, std::int32_t errorSize) {
+SheetStatus Failed(SheetStatus status, const std::string& reason, char* error,
+                   std::int32_t errorSize) {
     const auto size = static_cast<std::size_t>(errorSize);
-    const std::size_t length = std::min(std::strlen(reason), size - 1);
-    std::memcpy(error, reason, length);
+    const std::size_t length = std::min(reason.size(), size - 1);
+    std::memcpy(error, reason.data(), length);
     error[length] = '\0';
     return status;
 }
@@ -86,7 +88,7 @@ extern "C" Q_DECL_EXPORT std::int32_t QXSHEET_Write(const SheetRequest* request,
     try {
         Write(*request);
     } catch (const host::Error& failure) {
-        status = Failed(StatusOf(failure.Kind()), failure.what(), error, errorSize);
+        status = Failed(StatusOf(failure.Kind()), host::TextOf(failure), error, errorSize);
     } catch (const std::exception& failure) {
         status = Failed(SheetStatus::Failed, failure.what(), error, errorSize);
     }

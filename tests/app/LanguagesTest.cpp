@@ -112,7 +112,7 @@ TEST(Languages, SpeaksGermanAtOnce) {
         kinds.append(app::KindText(static_cast<host::ErrorKind>(kind)));
     EXPECT_EQ(kinds.removeDuplicates(), 0);
     EXPECT_FALSE(kinds.contains(QString()));
-    const host::Error busy(host::ErrorKind::KeyboardBusy, "another program is writing to it");
+    const host::Error busy(host::Cause::KeyboardBusy);
     EXPECT_TRUE(app::FailureOf({}, busy).text.startsWith(QStringLiteral("Ein anderes Programm")));
     EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
               QStringLiteral("Magnetkartenleser"));
@@ -143,15 +143,15 @@ TEST(Languages, WarningsAreGermanToo) {
         << desk.Notice().toStdString();
 
     QStringList texts;
-    using Kind = host::StartWarning::Kind;
-    for (const auto& [kind, values] :
-         {std::pair(Kind::EntriesUnreadable, 3), std::pair(Kind::AddressImpossible, 2),
-          std::pair(Kind::NamesUnreadable, 1), std::pair(Kind::AbilitiesUnreadable, 1)})
+    using host::Cause;
+    for (const Cause cause : {Cause::EntriesUnreadable, Cause::AddressImpossible,
+                              Cause::NamesUnreadable, Cause::AbilitiesUnreadable})
         texts.append(app::WarningText(
-            {kind, std::vector<std::string>(static_cast<std::size_t>(values), "7"), "English"}));
-    using Reason = host::OtherKeyboard::Reason;
-    for (const Reason reason : {Reason::ReachedOtherwise, Reason::UnitUnknown, Reason::OtherUnit})
-        texts.append(app::OtherKeyboardText({reason, {"Kasse 1", "Kasse 2"}, {"Kasse 3"}}));
+            host::Error(cause, {.name = "7", .call = host::FailedCall{"QXCFG_Init", 7}})));
+    for (const Cause cause :
+         {Cause::BackupReachedOtherwise, Cause::BackupOfUnit, Cause::BackupOfOtherUnit})
+        texts.append(app::OtherKeyboardText(
+            host::Error(cause, {.names = {"Kasse 1", "Kasse 2"}, .others = {"Kasse 3"}})));
     EXPECT_TRUE(texts.back().contains(QStringLiteral("Kasse 1 oder Kasse 2")));
     EXPECT_TRUE(texts.back().endsWith(QStringLiteral("Kasse 3.")));
     for (const char* section : {"pos", "MODULE_GUID", ""})

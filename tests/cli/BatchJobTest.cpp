@@ -133,7 +133,7 @@ TEST_F(JobFile, AnUploadedDocumentLeavesEachKeyboardItsIdentifier) {
     job["units"].erase(2);
     job["units"].erase(0);
     const std::string warning = "the keyboard takes over the identifier of another one from " +
-                                File("till.json") + "; a document for other keyboards leaves";
+                                File("till.json") + "; keyboards keep their own";
     EXPECT_NE(RunJob({"--dry-run"}).err.find("till 2: unless it has it already, " + warning),
               std::string::npos);
     const Outcome taken = RunJob({"--quiet"});

@@ -1,4 +1,5 @@
 #include "host/Configuration.h"
+#include "host/ErrorText.h"
 
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -41,8 +42,8 @@ protected:
             configuration.Read(ConfigurationDocument::Parse(text, "test.json"));
         } catch (const Error& error) {
             EXPECT_EQ(error.Kind(), ErrorKind::DocumentInvalid);
-            EXPECT_LT(std::string(error.what()).size(), 700U);
-            return error.Faults();
+            EXPECT_LT(TextOf(error).size(), 700U);
+            return error.faults;
         }
         return {};
     }

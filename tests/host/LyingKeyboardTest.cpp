@@ -1,6 +1,7 @@
 // A keyboard that lies about its transfers: a download is called done only when the keyboard holds
 // it, whatever was dropped, cut short or changed on the way.
 
+#include "host/ErrorText.h"
 #include "host/Writer.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "simulator/SimulatedDriver.h"
@@ -80,7 +81,7 @@ TEST_F(LyingKeyboard, IsFoundOutWhateverTheSeed) {
                 isWritten = error.Kind() == ErrorKind::ReadBackDiffers;
                 EXPECT_TRUE(isWritten || error.Kind() == ErrorKind::KeyboardChanged ||
                             error.Kind() == ErrorKind::TransferFailed)
-                    << error.what();
+                    << TextOf(error);
             }
             bool isHeld = true;
             for (const ContentPiece& piece : plan.after.pieces)

@@ -35,25 +35,21 @@ TEST_F(OddKeyboards, ADirectoryThatIsNotAsLargeAsItSaysStopsOnlyWhatItMayHide) {
             ADD_FAILURE() << "opened with size " << size;
         } catch (const Error& error) {
             EXPECT_EQ(error.Kind(), ErrorKind::KeyboardNotOpened);
-            EXPECT_NE(std::string(error.what()).find("no configuration directory"),
-                      std::string::npos)
-                << error.what();
+            EXPECT_EQ(error.Why(), Cause::NoDirectory) << TextOf(error);
         }
     }
     const auto magnetOnly = configuration.Write({configuration.Find("magnetCard")});
     const auto withPos =
         configuration.Write({configuration.Find("magnetCard"), configuration.Find("pos")});
-    for (const auto& [size, unreadable] : {std::pair(3, "1,"), std::pair(0x7FFF, "32765,")}) {
+    for (const auto& [size, unreadable] : {std::pair(3, 1), std::pair(0x7FFF, 32765)}) {
         lying.size = size;
         Session session(lying);
         session.Open();
         ASSERT_EQ(session.Warnings().size(), 1U);
-        EXPECT_NE(session.Warnings()[0].text.find(
-                      std::string(unreadable) +
-                      " the first of them entry 2: QXCFG_ConfigDirectoryGetEntry gave "
-                      "status 7"),
-                  std::string::npos)
-            << session.Warnings()[0].text;
+        const Error& warning = session.Warnings()[0];
+        EXPECT_EQ(warning.Why(), Cause::EntriesUnreadable) << TextOf(warning);
+        EXPECT_EQ(std::pair(warning.count, warning.index), std::pair(unreadable + 0L, 2));
+        EXPECT_EQ(warning.Status(), 7);
         EXPECT_EQ(session.Present(configuration).size(), 2U);
         auto sections = session.SectionsIn(configuration, false, &magnetOnly);
         session.Upload(sections);
@@ -62,8 +58,8 @@ TEST_F(OddKeyboards, ADirectoryThatIsNotAsLargeAsItSaysStopsOnlyWhatItMayHide) {
                 (void)session.SectionsIn(configuration, false, document);
                 ADD_FAILURE() << "a section that may be hidden counts as absent";
             } catch (const Error& error) {
-                EXPECT_EQ(error.Kind(), ErrorKind::TransferFailed);
-                EXPECT_NE(std::string(error.what()).find("entry 2: QXCFG"), std::string::npos);
+                EXPECT_EQ(error.Why(), Cause::SectionUnknown);
+                EXPECT_NE(TextOf(error).find("entry 2: QXCFG"), std::string::npos);
             }
     }
     lying.size = 2; // nothing hidden
@@ -93,10 +89,9 @@ TEST_F(OddKeyboards, AnAddressThatNoMemoryHasIsNotUsed) {
         Session session(driver);
         session.Open();
         ASSERT_EQ(session.Warnings().size(), 1U);
-        EXPECT_NE(
-            session.Warnings()[0].text.find("MODULE_BARCODE_CONFIG at " + std::to_string(address)),
-            std::string::npos)
-            << session.Warnings()[0].text;
+        EXPECT_EQ(session.Warnings()[0].Why(), Cause::AddressImpossible);
+        EXPECT_EQ(session.Warnings()[0].name, "MODULE_BARCODE_CONFIG");
+        EXPECT_EQ(session.Warnings()[0].place.address, address);
         EXPECT_THROW((void)session.SectionsIn(configuration), Error);
         EXPECT_EQ(session.SectionsIn(configuration, false, &pos).size(), 1U);
         (void)session.ReadContent(configuration);
@@ -112,8 +107,8 @@ TEST_F(OddKeyboards, AnAddressThatNoMemoryHasIsNotUsed) {
 // Names and abilities are for people: a transfer does without them.
 TEST_F(OddKeyboards, AnUnreadableNameIsAWarning) {
     driver.directory = {{MODULE_POS, 0x2000}};
-    for (const auto& [end, missing] :
-         {std::pair(std::size_t{0x7FD0}, "names"), std::pair(std::size_t{0x7FF}, "abilities")}) {
+    for (const auto& [end, missing] : {std::pair(std::size_t{0x7FD0}, Cause::NamesUnreadable),
+                                       std::pair(std::size_t{0x7FF}, Cause::AbilitiesUnreadable)}) {
         struct Forgetful : test::FakeDriver {
             std::size_t hidden = 0;
             std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
@@ -130,9 +125,8 @@ TEST_F(OddKeyboards, AnUnreadableNameIsAWarning) {
         Session session(forgetful);
         session.Open();
         ASSERT_EQ(session.Warnings().size(), 1U);
-        EXPECT_NE(session.Warnings()[0].text.find(missing), std::string::npos)
-            << session.Warnings()[0].text;
-        EXPECT_NE(session.Warnings()[0].text.find("status 12"), std::string::npos);
+        EXPECT_EQ(session.Warnings()[0].Why(), missing) << TextOf(session.Warnings()[0]);
+        EXPECT_EQ(session.Warnings()[0].Status(), 12);
         auto sections = session.SectionsIn(configuration);
         session.Upload(sections);
         session.LookAgain();

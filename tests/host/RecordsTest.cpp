@@ -266,7 +266,7 @@ TEST_F(RecordsTest, ThatAreNotAsTheyWereWrittenAreNamedAndKeepNoOtherKeyboardBac
         const auto refused = Download(keyboard, kNew);
         ASSERT_TRUE(refused);
         EXPECT_EQ(refused->Kind(), ErrorKind::FileFailed);
-        const std::string said = refused->what();
+        const std::string said = TextOf(*refused);
         EXPECT_NE(said.find(entry.string() + " cannot be used: "), std::string::npos) << said;
         EXPECT_EQ(said.find("json.exception"), std::string::npos) << said;
         EXPECT_EQ(keyboard.bytesWritten, 0);

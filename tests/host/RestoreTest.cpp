@@ -154,7 +154,7 @@ TEST_F(RestoreTest, ABackupIsRestoredToItsOwnKeyboard) {
         EXPECT_EQ(refused.has_value(), story.isOther);
         if (refused) {
             EXPECT_EQ(refused->Kind(), ErrorKind::KeyboardChanged);
-            EXPECT_NE(std::string(refused->what()).find("till 1"), std::string::npos);
+            EXPECT_EQ(refused->names.front(), "till 1");
             EXPECT_TRUE(driver.memory == held);
             EXPECT_FALSE(Restore(driver, backup, true));
         }
@@ -193,7 +193,7 @@ TEST_F(RestoreTest, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
         const WritePlan plan = writer.PlanRestore(backup, true);
         EXPECT_TRUE(plan.otherKeyboard.has_value());
         for (const NotRestored& part : plan.notRestored)
-            told.push_back(part.Text());
+            told.push_back(TextOf(part));
         Writer::Request request;
         request.action = Writer::Request::kRestore;
         writer.Write(plan, request);

@@ -1,6 +1,7 @@
 // SessionFixture: a driver that notes its calls, and a configuration with a layout.
 #pragma once
 
+#include "host/ErrorText.h"
 #include "host/Session.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "support/FakeDriver.h"

@@ -219,7 +219,7 @@ TEST_F(SessionTest, StatusesWithoutMeaningFailNothing) {
     auto sections = session.SectionsIn(configuration);
     session.Upload(sections);
     session.Download(sections);
-    session.Run("select", [&] {
+    session.Run(Error(Cause::LayerNotSelected), [&] {
         session.Access().SelectFunctionKeyLayer(3);
         session.Access().SetChipcardRomParameters(1, 2);
     });
@@ -273,10 +273,7 @@ TEST_F(SessionTest, AReadingThatMovesTooLittleIsRefused) {
                 read();
                 ADD_FAILURE() << "believed with " << moved << " bytes moved";
             } catch (const Error& error) {
-                EXPECT_EQ(error.Kind(), ErrorKind::TransferFailed);
-                EXPECT_NE(std::string(error.what()).find("moved nothing to address"),
-                          std::string::npos)
-                    << error.what();
+                EXPECT_EQ(error.Why(), Cause::NothingMoved) << TextOf(error);
             }
         EXPECT_TRUE(lazy.requests.empty());
     }

@@ -1,7 +1,7 @@
 #include "host/SettingsStore.h"
 
 #include "files/Files.h"
-#include "host/Error.h"
+#include "host/ErrorText.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -110,7 +110,7 @@ TEST_F(SettingsStoreTest, WhatIsNoFileOfPreferencesStaysAsItIs) {
         try {
             SettingsStore{file};
         } catch (const Error& error) {
-            EXPECT_NE(std::string(error.what()).find(file.string()), std::string::npos);
+            EXPECT_NE(TextOf(error).find(file.string()), std::string::npos);
             return error.Kind();
         }
         return ErrorKind::Usage;

@@ -33,9 +33,9 @@ protected:
                 ConfigurationDocument::Parse(json.dump(), "test.json"), variables);
             return configuration.Write(sections).AsJson()[Json::json_pointer(place)];
         } catch (const Error& error) {
-            EXPECT_EQ(error.Faults().size(), 1U);
-            EXPECT_EQ(error.Faults().front().place, place);
-            return WordsOf(error.Faults().front());
+            EXPECT_EQ(error.faults.size(), 1U);
+            EXPECT_EQ(error.faults.front().place, place);
+            return WordsOf(error.faults.front());
         }
     }
 

@@ -299,8 +299,8 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
         ADD_FAILURE() << "planned over damage";
     } catch (const Error& error) {
         EXPECT_EQ(error.Kind(), ErrorKind::KeyboardDamaged);
-        ASSERT_EQ(error.Faults().size(), 1U);
-        EXPECT_EQ(error.Faults()[0].place, "/pos");
+        ASSERT_EQ(error.faults.size(), 1U);
+        EXPECT_EQ(error.faults[0].place, "/pos");
     }
     const WritePlan others = NewPlanner().ForSettings({configuration.Find("commonKeyboard")});
     EXPECT_EQ(others.after.Bytes(pos + 6 * 32, 3), damage);

@@ -74,7 +74,7 @@ TEST_F(WriterSweep, AFaultAtEveryDriverCallOfARecovery) {
                 ASSERT_TRUE(keyboard.memory == Wanted(way));
                 ASSERT_EQ(Count("journal"), 0U);
             } else if (keyboard.memory != Wanted(way)) {
-                ASSERT_EQ(Count("journal"), 1U) << error->what();
+                ASSERT_EQ(Count("journal"), 1U) << TextOf(*error);
             }
             Recover(keyboard, way);
             ASSERT_TRUE(keyboard.memory == Wanted(way));

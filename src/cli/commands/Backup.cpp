@@ -2,6 +2,7 @@
 
 #include "cli/Output.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 
 #include <memory>
 #include <set>
@@ -35,7 +36,7 @@ void List(Context& context) {
         try {
             backup = backups.Load(entry);
         } catch (const host::Error& error) {
-            context.Warn(error.what());
+            context.Warn(MessageOf(error));
         }
         json.push_back({{"id", entry.id},
                         {"keyboard", entry.keyboard},
@@ -70,7 +71,7 @@ void Show(Context& context, const std::string& id, const std::string& file) {
     try {
         context.WarnOfDamage(LeftOut(backups.Load(entry).content, document));
     } catch (const host::Error& error) {
-        context.Warn(error.what());
+        context.Warn(MessageOf(error));
     }
     WriteDocument(context, document, file, "backup to file");
 }
@@ -82,8 +83,8 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     const host::WritePlan plan = writer.PlanRestore(backup, fOtherKeyboard);
     host::Json notRestored = host::Json::array();
     for (const host::NotRestored& part : plan.notRestored) {
-        notRestored.push_back(part.Text());
-        context.Warn(part.Text());
+        notRestored.push_back(host::TextOf(part));
+        context.Warn(host::TextOf(part));
     }
     host::Writer::Request request;
     request.action = host::Writer::Request::kRestore;

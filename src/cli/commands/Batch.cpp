@@ -33,7 +33,7 @@ struct BatchOptions {
 Lines Table(const batch::Report& report) {
     std::vector<std::vector<std::string>> rows;
     for (const batch::UnitReport& unit : report.units) {
-        std::string remark = unit.message;
+        std::string remark = unit.message + HintOf(unit.suggestion);
         if (unit.result == batch::Result::Done)
             remark = unit.bytesSent == 0 ? "held it already" : Counted(unit.bytesSent, "byte");
         if (unit.result == batch::Result::NotDone)
@@ -51,17 +51,14 @@ Lines Table(const batch::Report& report) {
 void RefuseGlobals(const GlobalOptions& options) {
     const setup::KeyboardChoice& choice = options.keyboard;
     if (!choice.driver.empty() || !choice.keyboard.empty() || !choice.model.empty())
-        throw host::Error(host::ErrorKind::Usage,
-                          "--driver, --keyboard and --model cannot be used with batch");
+        throw UsageError("--driver, --keyboard and --model cannot be used with batch");
 }
 
 void RefuseOtherPlace(const batch::Job& job, const BatchOptions& options) {
     if (options.bench && !job.Bench())
-        throw host::Error(host::ErrorKind::Usage,
-                          options.job + " has no \"bench\", which --bench needs");
+        throw UsageError(options.job + " has no \"bench\", which --bench needs");
     if (!options.bench && !options.dryRun && job.Bench())
-        throw host::Error(host::ErrorKind::Usage,
-                          options.job + " is a job for the bench: use --bench");
+        throw UsageError(options.job + " is a job for the bench: use --bench");
 }
 
 batch::Services ServicesOf(Context& context, const BatchOptions& options,
@@ -92,7 +89,7 @@ void ShowPlanned(Context& context, const batch::Batch& batch) {
     for (const batch::Unit* unit : batch.Left())
         if (unit->setsIdentifier && unit->identifier.empty())
             context.Warn(unit->name + ": unless it has it already, " +
-                         unit->document->IdentifierWarning());
+                         MessageOf(unit->document->IdentifierWarning()));
     context.Result(batch.Progress().ToJson(), Table(batch.Progress()));
 }
 

@@ -6,6 +6,7 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 #include "host/ForwardingDriver.h"
 #include "host/SettingsStore.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -78,11 +79,12 @@ private:
         try {
             part();
         } catch (const host::Error& error) {
-            Complain(error.Kind(), error.what());
+            Complain(error);
         } catch (const std::exception& error) {
-            Complain(host::ErrorKind::TransferFailed, error.what());
+            Complain(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
         }
     }
+    void Complain(const host::Error& error) { Complain(error.Kind(), MessageOf(error)); }
     void Complain(host::ErrorKind kind, const std::string& message) {
         if (m_problems.empty())
             m_context.exitStatus = ExitStatusOf(kind);
@@ -149,8 +151,8 @@ private:
         m_json.update(described.json);
         m_lines.emplace_back();
         Append(m_lines, described.lines);
-        for (const host::StartWarning& warning : session.Warnings())
-            Complain(host::ErrorKind::TransferFailed, warning.text);
+        for (const host::Error& warning : session.Warnings())
+            Complain(warning);
         if (opened.layout)
             m_layoutOfKeyboard = opened.layout();
         QXKeyboardLayoutData layout; // it says which keys have memory
@@ -230,9 +232,9 @@ private:
                                   {"backups", std::to_string(backups.size())},
                                   {"interrupted writes", std::to_string(writes.size())}});
         for (const host::JournalEntry& write : writes)
-            Complain(host::ErrorKind::WriteInterrupted, "on record: " + write.InWords());
+            Complain(host::ErrorKind::WriteInterrupted, "on record: " + host::InWords(write));
         for (const host::DamagedRecord& record : damaged)
-            Complain(host::ErrorKind::FileFailed, record.message);
+            Complain(record.error);
     }
 
     void Problems() {

@@ -15,10 +15,7 @@ void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
                   bool fSkipAbsent) {
     const std::vector<host::Fault> absent = host::TakeOutAbsent(wanted, present);
     if (!absent.empty() && !fSkipAbsent)
-        throw host::Error(host::ErrorKind::DocumentInvalid,
-                          document.Name() + ": " + ToText(absent.front()) +
-                              "; nothing was written (--skip-absent leaves such sections out)",
-                          absent);
+        throw host::AbsentError(document.Name(), absent);
     for (const host::Fault& fault : absent)
         context.Note("left out " + ToText(fault));
 }
@@ -104,7 +101,7 @@ void Download(Context& context, const DownloadOptions& options) {
     RefuseAbsent(context, document, sections, present, options.skipAbsent);
     host::WritePlan plan = context.Writer().Plan(sections, {options.full, options.repair});
     if (plan.GivesIdentifier())
-        context.Warn(document.IdentifierWarning(plan.ReplacesIdentifier()));
+        context.Warn(MessageOf(document.IdentifierWarning(plan.ReplacesIdentifier())));
     if (options.dryRun) {
         context.CloseKeyboard();
         host::Planner(plan.before, *context.NewConfiguration()).NameSettings(plan);

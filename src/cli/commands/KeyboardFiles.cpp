@@ -108,7 +108,9 @@ void Convert(Context& context, const Conversion& conversion) {
     RefuseTarget(context, conversion.destination);
     RefuseOwnSource(conversion.source, conversion.destination);
     host::WriteBeside(files::PathOf(conversion.destination), [&](const std::string& beside) {
-        session.Run("converting " + conversion.source + " failed", [&] {
+        const host::Error failure(host::Cause::FileNotConverted,
+                                  {.place = {.file = conversion.source}});
+        session.Run(failure, [&] {
             std::string destination = beside;
             (void)session.Access().ConvertBinFileToRomFile(
                 source, destination, conversion.parameters[0], conversion.parameters[1],

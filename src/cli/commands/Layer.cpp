@@ -9,9 +9,8 @@ namespace {
 void SelectLayer(Context& context, Integer nLayer) {
     host::Session& session = context.Keyboard();
     if (!session.Access().HasItem(MODULE_LAYERED_FUNCKEYS))
-        throw host::Error(host::ErrorKind::TransferFailed,
-                          "this keyboard has no layered function keys");
-    session.Run("selecting the layer failed",
+        throw host::Error(host::Cause::NoLayers);
+    session.Run(host::Error(host::Cause::LayerNotSelected),
                 [&] { session.Access().SelectFunctionKeyLayer(nLayer); });
     context.CloseKeyboard();
     context.Result({{"layer", nLayer}}, {"layer " + std::to_string(nLayer) + " is selected"});

@@ -15,12 +15,12 @@ namespace {
 class PositionMode {
 public:
     explicit PositionMode(host::Session& session) : m_session(session) {
-        m_session.Run("entering position-programming mode failed",
+        m_session.Run(host::Error(host::Cause::PositionModeNotEntered),
                       [&] { m_session.Access().EnablePositionProgMode(); });
     }
     void Leave() {
         m_isOn = false;
-        m_session.Run("leaving position-programming mode failed",
+        m_session.Run(host::Error(host::Cause::PositionModeNotLeft),
                       [&] { m_session.Access().DisablePositionProgMode(); });
     }
     ~PositionMode() {

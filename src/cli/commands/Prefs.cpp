@@ -30,17 +30,15 @@ const char* NameOf(PreferenceType type) {
 
 [[noreturn]] void RefuseValue(const PreferenceInfo& info, const std::string& text,
                               const std::string& expected) {
-    throw host::Error(host::ErrorKind::Usage, "\"" + text + "\" is not a valid " +
-                                                  std::string(info.property) + ": expected " +
-                                                  expected);
+    throw UsageError("\"" + text + "\" is not a valid " + std::string(info.property) +
+                     ": expected " + expected);
 }
 
 const PreferenceInfo& Find(const std::string& name) {
     for (const PreferenceInfo& info : Preferences())
         if (info.property == name)
             return info;
-    throw host::Error(host::ErrorKind::Usage,
-                      "there is no preference \"" + name + "\" (see qxconf prefs list)");
+    throw UsageError("there is no preference \"" + name + "\" (see qxconf prefs list)");
 }
 
 std::vector<std::string> Names(Context&) {

@@ -17,7 +17,7 @@ void List(Context& context) {
                         receipt.document});
     }
     for (const host::DamagedRecord& record : damaged)
-        context.Warn(record.message);
+        context.Warn(MessageOf(record.error));
     context.Result({{"receipts", json}},
                    rows.empty() ? Lines{"nothing has been written yet"} : AlignedLines(rows));
 }

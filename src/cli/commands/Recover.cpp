@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
+#include "host/ErrorText.h"
 
 #include <algorithm>
 #include <memory>
@@ -51,7 +52,7 @@ host::Json TracedToJson(const std::vector<host::TracedWrite>& writes) {
 Lines OnRecord(const std::vector<host::TracedWrite>& writes) {
     Lines lines;
     for (const host::TracedWrite& write : writes)
-        lines.push_back("  " + write.Id() + "  " + write.InWords() + ": " +
+        lines.push_back("  " + write.Id() + "  " + host::InWords(write) + ": " +
                         TextOf(write.trace).text);
     return lines;
 }
@@ -63,10 +64,11 @@ void List(Context& context) {
     Lines lines;
     for (const host::JournalEntry& entry : context.Records().journal.Entries(&damaged)) {
         json.push_back(ToJson(entry));
-        lines.push_back(entry.Id() + "  " + entry.InWords() + " to a " + entry.keyboard.Name());
+        lines.push_back(entry.Id() + "  " + host::InWords(entry) + " to a " +
+                        entry.keyboard.Name());
     }
     for (const host::DamagedRecord& record : damaged)
-        context.Warn(record.message);
+        context.Warn(MessageOf(record.error));
     context.Result({{"onRecord", json}},
                    lines.empty() ? Lines{"no interrupted writes are on record"} : lines);
 }
@@ -74,24 +76,19 @@ void List(Context& context) {
 void Forget(Context& context, const host::JournalEntry& entry) {
     context.Records().journal.Forget(entry);
     context.Result({{"recovered", "forgotten"}, {"interrupted", ToJson(entry)}},
-                   {"the " + entry.InWords() + " is forgotten; the keyboard is as it was"});
+                   {"the " + host::InWords(entry) + " is forgotten; the keyboard is as it was"});
 }
 
 // A keyboard that shows a part of none of them: nothing is to be done.
 void LeaveAlone(Context& context, const std::vector<host::TracedWrite>& writes,
                 const RecoverOptions& options) {
     if (options.forget)
-        throw host::Error(host::ErrorKind::Usage,
-                          "this keyboard holds no part of an interrupted write; name the one to be "
-                          "forgotten, as qxconf recover --list does");
+        throw UsageError("this keyboard holds no part of an interrupted write; name the one to be "
+                         "forgotten, as qxconf recover --list does");
     const bool isAsked = options.finish || options.rollBack;
     for (const host::TracedWrite& write : writes)
         if (isAsked && write.trace != (options.finish ? Trace::After : Trace::Before))
-            throw host::Error(host::ErrorKind::KeyboardChanged,
-                              write.InWords() + ": " + TextOf(write.trace).text +
-                                  "; nothing was written, and the record of it is kept; what the "
-                                  "keyboard of that write held before is in the backup " +
-                                  write.backup);
+            throw host::NotPartlyHeld(write);
     Lines lines = {"no write to this keyboard was interrupted"};
     if (!writes.empty()) {
         lines = {
@@ -107,14 +104,8 @@ void LeaveAlone(Context& context, const std::vector<host::TracedWrite>& writes,
 }
 
 void RequireOneName(const std::vector<host::JournalEntry>& candidates) {
-    std::string names;
-    for (const host::JournalEntry& entry : candidates)
-        names += "; " + entry.Id() + ", " + entry.InWords();
     if (candidates.size() > 1)
-        throw host::Error(host::ErrorKind::Usage,
-                          "this keyboard holds a part of several interrupted writes: name the one "
-                          "to be forgotten" +
-                              names);
+        throw host::Error(host::Cause::WriteToForgetUnclear, {.writes = host::NamesOf(candidates)});
 }
 
 void Report(Context& context, const host::Json& json,
@@ -122,13 +113,13 @@ void Report(Context& context, const host::Json& json,
     Lines lines;
     std::string id;
     if (candidates.size() == 1) {
-        lines.push_back("the " + candidates.front().InWords() +
+        lines.push_back("the " + host::InWords(candidates.front()) +
                         " was interrupted: this keyboard holds a part of it");
     } else {
         lines.emplace_back("this keyboard holds a part of several interrupted writes, of which it "
                            "was cut in one:");
         for (const host::JournalEntry& entry : candidates)
-            lines.push_back("  " + entry.Id() + "  " + entry.InWords());
+            lines.push_back("  " + entry.Id() + "  " + host::InWords(entry));
         lines.emplace_back("name that one:");
         id = " ID";
     }
@@ -154,7 +145,7 @@ void Settle(Context& context, host::Json json, const host::JournalEntry& entry,
     json["verified"] = true;
     json["recordKept"] = outcome.isRecordKept;
     context.CloseKeyboard();
-    Lines lines = {"the " + entry.InWords() +
+    Lines lines = {"the " + host::InWords(entry) +
                    (options.finish ? " has been finished (" : " is rolled back (") +
                    Counted(outcome.bytesSent, "byte") + " written), read back and found equal"};
     if (outcome.isRecordKept)
@@ -169,8 +160,7 @@ void Recover(Context& context, const RecoverOptions& options) {
         return List(context);
     if (!options.id.empty()) {
         if (!isAsked && !options.forget)
-            throw host::Error(host::ErrorKind::Usage,
-                              "an ID is given with --finish, --rollback or --forget");
+            throw UsageError("an ID is given with --finish, --rollback or --forget");
         const host::JournalEntry entry = context.Records().journal.Find(options.id);
         return options.forget ? Forget(context, entry)
                               : Settle(context, host::Json::object(), entry, options);

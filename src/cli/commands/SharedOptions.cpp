@@ -13,12 +13,11 @@ host::Variables VariablesOf(const std::vector<std::string>& set) {
         const std::size_t equals = assignment.find('=');
         const std::string name = assignment.substr(0, equals);
         if (equals == std::string::npos || !host::Variables::IsName(name))
-            throw host::Error(host::ErrorKind::Usage,
-                              "--set " + assignment + " is not NAME=VALUE, as --set till=042");
+            throw UsageError("--set " + assignment + " is not NAME=VALUE, as --set till=042");
         if (!IsWellFormedUtf8(assignment))
-            throw host::Error(host::ErrorKind::Usage, "--set " + name + ": the value is no UTF-8");
+            throw UsageError("--set " + name + ": the value is no UTF-8");
         if (!values.emplace(name, assignment.substr(equals + 1)).second)
-            throw host::Error(host::ErrorKind::Usage, "--set " + name + " is given twice");
+            throw UsageError("--set " + name + " is given twice");
     }
     return host::Variables(std::move(values));
 }
@@ -53,7 +52,7 @@ std::string TextOf(Context& context, const std::string& file) {
     try {
         return files::ReadFile(files::PathOf(file), files::kMostOfDocument);
     } catch (const std::exception& error) {
-        throw host::Error(host::ErrorKind::FileFailed, error.what());
+        throw host::FileError(error);
     }
 }
 
@@ -62,22 +61,20 @@ std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
                                          host::Variables& variables) {
     try {
         return configuration.Read(document, variables);
-    } catch (const host::Error& error) {
-        if (variables.Missing().empty())
-            throw;
-        throw host::Error(error.Kind(),
-                          std::string(error.what()) + "; values are given by --set " +
-                              *variables.Missing().begin() + "=VALUE",
-                          error.Faults());
+    } catch (host::Error& error) {
+        if (!variables.Missing().empty()) {
+            error.name = *variables.Missing().begin();
+            error.suggestion = host::Suggestion::GiveVariables;
+        }
+        throw;
     }
 }
 
 void RefuseUnused(const host::Variables& variables) {
     const auto unused = variables.Unused();
     if (!unused.empty())
-        throw host::Error(host::ErrorKind::Usage, "--set " + unused.front() +
-                                                      ": there is no placeholder ${" +
-                                                      unused.front() + "} in the document");
+        throw UsageError("--set " + unused.front() + ": there is no placeholder ${" +
+                         unused.front() + "} in the document");
 }
 
 } // namespace qx::cli

@@ -4,6 +4,7 @@
 
 #include "files/Files.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 #include "qxcontrols/platform/SharedLibrary.h"
 #include "sheet/SheetFormat.h"
 #include "sheet/SheetModule.h"
@@ -68,9 +69,11 @@ host::ConfigurationDocument FilledDocument(Context& context, const SheetOptions&
     return filled;
 }
 
-host::ErrorKind KindOf(sheet::SheetStatus status) {
-    return status == sheet::SheetStatus::WrongSuffix ? host::ErrorKind::Usage
-                                                     : host::ErrorKind::FileFailed;
+// `reason` is the module's own.
+host::Error ErrorOf(sheet::SheetStatus status, const std::string& reason) {
+    return status == sheet::SheetStatus::WrongSuffix
+               ? UsageError(reason)
+               : host::Error(host::Cause::SheetNotMade, {.reason = reason});
 }
 
 void Sheet(Context& context, const SheetOptions& options) {
@@ -94,17 +97,20 @@ void Sheet(Context& context, const SheetOptions& options) {
     try {
         status = static_cast<sheet::SheetStatus>(LoadModule()(&request, error, sizeof error));
     } catch (const std::exception& failure) {
-        throw host::Error(host::ErrorKind::FileFailed, failure.what());
+        throw host::Error(host::Cause::SheetNotMade, {.reason = failure.what()});
     }
     if (status != sheet::SheetStatus::Written)
-        throw host::Error(KindOf(status), error);
+        throw ErrorOf(status, error);
     const std::string direction = isOfKeyboard ? "keyboard to key sheet" : "document to key sheet";
     context.Result({{"direction", direction}, {"file", options.file}},
                    {direction + ": wrote " + options.file});
 }
 
 std::string FormatComplaint(const std::string& file) {
-    return sheet::FormatOf(files::PathOf(file)) ? "" : file + ": " + sheet::kFormatRule;
+    if (sheet::FormatOf(files::PathOf(file)))
+        return {};
+    return host::TextOf(host::Error(host::Cause::SheetFormatUnknown,
+                                    {.names = sheet::Suffixes(), .place = {.file = file}}));
 }
 
 } // namespace

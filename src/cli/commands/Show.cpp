@@ -52,11 +52,10 @@ std::vector<host::Section*> Chosen(Context& context, const host::Configuration& 
         std::string known;
         for (const std::string& each : KeysOf(configuration))
             known += (known.empty() ? "" : ", ") + each;
-        throw host::Error(host::ErrorKind::Usage,
-                          "there is no section \"" + key + "\"; the sections are " + known);
+        throw UsageError("there is no section \"" + key + "\"; the sections are " + known);
     }
     if (std::find(present.begin(), present.end(), section) == present.end())
-        throw host::Error(host::ErrorKind::Usage, "this keyboard has no section \"" + key + "\"");
+        throw UsageError("this keyboard has no section \"" + key + "\"");
     return {section};
 }
 

@@ -56,9 +56,8 @@ void Perform(Context& context,
              const std::function<Reception(const sim::TestDrive&, Integer layer)>& action) {
     const sim::SimulatedDriver* simulated = context.Simulated();
     if (simulated == nullptr)
-        throw host::Error(host::ErrorKind::Usage,
-                          "a test drive needs a simulated keyboard (--keyboard): a driver library "
-                          "does not show the keyboard's memory");
+        throw UsageError("a test drive needs a simulated keyboard (--keyboard): a driver library "
+                         "does not show the keyboard's memory");
     static_cast<void>(context.Keyboard());
     const QXKeyboardLayoutData& layout = context.Layout();
     const sim::TestDrive drive(simulated->Memory(0, sim::kMemorySize), simulated->Model(), layout);
@@ -157,9 +156,8 @@ void MarkTracks(sim::Card& card, const std::vector<Integer>& tracks, bool sim::C
     for (const Integer track : tracks) {
         sim::CardTrack& marked = card[static_cast<std::size_t>(track - 1)];
         if (marked.data.empty())
-            throw host::Error(host::ErrorKind::Usage,
-                              "the card has no track " + std::to_string(track) +
-                                  " that could be wrong; give --track" + std::to_string(track));
+            throw UsageError("the card has no track " + std::to_string(track) +
+                             " that could be wrong; give --track" + std::to_string(track));
         marked.*fault = true;
     }
 }
@@ -168,7 +166,7 @@ void Swipe(Context& context, const SwipeOptions& options) {
     sim::Card card = options.card;
     if (std::all_of(card.begin(), card.end(),
                     [](const sim::CardTrack& track) { return track.data.empty(); }))
-        throw host::Error(host::ErrorKind::Usage, "the card is blank; give --track1 to --track4");
+        throw UsageError("the card is blank; give --track1 to --track4");
     MarkTracks(card, options.wrongLRC, &sim::CardTrack::hasWrongLRC);
     MarkTracks(card, options.wrongLastChar, &sim::CardTrack::hasWrongLastChar);
     Perform(context, [&](const sim::TestDrive& drive, Integer) { return drive.SwipeCard(card); });

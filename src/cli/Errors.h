@@ -1,0 +1,25 @@
+// Errors, as the command line reports them: in words that name its commands and options, as JSON,
+// and as an exit status.
+#pragma once
+
+#include "host/Error.h"
+#include "host/Json.h"
+
+#include <string>
+
+namespace qx::cli {
+
+// An argument that is wrong.
+[[nodiscard]] host::Error UsageError(const std::string& text);
+
+// What the user can type to mend it, as the end of a message; may be empty. `name` is that of a
+// variable.
+[[nodiscard]] std::string HintOf(host::Suggestion suggestion, const std::string& name = "NAME");
+// The whole message.
+[[nodiscard]] std::string MessageOf(const host::Error& error);
+[[nodiscard]] host::Json ToJson(const host::Error& error);
+
+// The program's exit status for an error.
+[[nodiscard]] int ExitStatusOf(host::ErrorKind kind);
+
+} // namespace qx::cli
