@@ -10,9 +10,6 @@
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 
 namespace qx::app {

@@ -5,9 +5,6 @@
 #include <stdexcept>
 #include <thread>
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 
 namespace qx::driverhost {

@@ -1,8 +1,5 @@
 #include "files/SystemTexts.h"
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 
 // Of the C runtime, which cuts the command line as CommandLineToArgvW does. That one is part of

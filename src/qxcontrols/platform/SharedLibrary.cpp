@@ -4,9 +4,6 @@
 #include <utility>
 
 #ifdef _WIN32
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include "qxcontrols/platform/FileAccess.h"
 
 #include <windows.h>
