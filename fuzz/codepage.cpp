@@ -3,6 +3,7 @@
 
 #include "../tests/support/FakeDriver.h"
 #include "Fuzz.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/pos/QXPosCodePage.h"
 
@@ -21,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QXPosCodePage control;
     const bool isLoaded = control.FilePage().LoadPageFromFile(path);
     fuzz::Require(isLoaded == (size >= 256), "a file of 256 bytes or more is taken");
-    for (Integer i = 1; i <= PosCodePage::kSize; ++i) {
+    for (Integer i = 1; i <= kCodePageSize; ++i) {
         const auto at = static_cast<std::size_t>(i - 1);
         fuzz::Require(control.FilePage().GetByte(i) == (at < size ? data[at] : 0),
                       "the page has the file's bytes");

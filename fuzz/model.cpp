@@ -2,8 +2,8 @@
 // the same model again.
 
 #include "Fuzz.h"
+#include "simulator/FixedAreas.h"
 #include "simulator/KeyboardModel.h"
-#include "simulator/MemoryMap.h"
 
 #include <set>
 #include <stdexcept>

@@ -1,6 +1,7 @@
 #include "app/ControlDisplay.h"
 
 #include "host/CopiedKeyboard.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/readers/QXBarcode.h"
@@ -20,7 +21,7 @@ constexpr const char* kLayeredFuncKeys = "layeredFuncKeys";
 // A keyboard with every ability, and no more than its directory needs to be one.
 host::KeyboardContent AbleKeyboard() {
     host::KeyboardContent content;
-    content.identity.identification = std::string(QXKeyboardAccess::kIdentificationSize, ' ');
+    content.identity.identification = std::string(kIdentificationSize, ' ');
     content.identity.capabilities = 0xFF;
     content.identity.directory = {{MODULE_MAGNET_CONFIG, 0}};
     return content;

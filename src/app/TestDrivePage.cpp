@@ -5,7 +5,7 @@
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "simulator/MemoryMap.h"
+#include "simulator/FixedAreas.h"
 #include "simulator/SimulatedDriver.h"
 #include "views/Bindings.h"
 

@@ -1,6 +1,6 @@
 #include "host/CopiedKeyboard.h"
 
-#include "qxcontrols/device/QXKeyboardAccess.h"
+#include "qxcontrols/device/MemoryMap.h"
 
 #include <algorithm>
 
@@ -17,14 +17,14 @@ constexpr std::int32_t kRefused = 2;   // what a copy cannot do
 CopiedKeyboard::CopiedKeyboard(KeyboardContent content) : m_content(std::move(content)) {
     Stretches known;
     const std::string& identification = m_content.identity.identification;
-    known.Add(QXKeyboardAccess::kIdentificationAddress, static_cast<Long>(identification.size()));
-    known.Add(QXKeyboardAccess::kCapabilityAddress, 1);
+    known.Add(kIdentificationAddress, static_cast<Long>(identification.size()));
+    known.Add(kCapabilityAddress, 1);
     for (const ContentPiece& piece : m_content.pieces)
         known.Add(piece.address, static_cast<Long>(piece.bytes.size()));
     for (const Stretch& stretch : known.List())
         m_image.emplace(stretch.address, std::string(static_cast<std::size_t>(stretch.size), '\0'));
-    PutIntoImage(QXKeyboardAccess::kIdentificationAddress, identification);
-    PutIntoImage(QXKeyboardAccess::kCapabilityAddress,
+    PutIntoImage(kIdentificationAddress, identification);
+    PutIntoImage(kCapabilityAddress,
                  std::string(1, static_cast<char>(m_content.identity.capabilities)));
     FillImage();
 }

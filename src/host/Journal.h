@@ -4,6 +4,16 @@
 // nothing was sent, or the user says so; until then it is known which bytes a crash or a pulled
 // cable may have left: in each range the old ones, the new ones, or some of each. Only some of each
 // show which keyboard it was: one that holds just the old or just the new ones may be another.
+//
+// A write calls in this order, as Writer does:
+// 1. Claim, with the ClaimOf of the keyboard. The lock is kept until the end; while another program
+//    has it, nothing is written.
+// 2. Entries, of which those that the keyboard shows traces of (TraceIn) are settled first, or are
+//    named in `replaced` where this write overwrites their traces.
+// 3. Begin. Where it throws, nothing may be sent.
+// 4. End, when nothing was sent, or all of it and nothing that was read back contradicts; for the
+//    entries in `replaced` only when reading back has proved the write. After any other end the
+//    entry stays for a recovery.
 #pragma once
 
 #include "files/Files.h"

@@ -3,6 +3,7 @@
 #include "files/Sha256.h"
 #include "host/HexText.h"
 #include "host/RecordFiles.h"
+#include "qxcontrols/device/MemoryMap.h"
 
 #include <algorithm>
 #include <array>
@@ -12,8 +13,6 @@
 namespace qx::host {
 
 namespace {
-
-constexpr std::size_t kNameSize = 16; // at the beginning of the identification block
 
 bool IsLetterOrDigit(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -60,7 +59,7 @@ bool IsIdentifier(const Guid& guid) {
 }
 
 std::string KeyboardIdentity::Name() const {
-    std::string name = identification.substr(0, kNameSize);
+    std::string name = identification.substr(kKeyboardText.start, kKeyboardText.length);
     while (!name.empty() && !IsLetterOrDigit(name.back()))
         name.pop_back();
     for (char& c : name)

@@ -2,6 +2,7 @@
 
 #include "files/Files.h"
 #include "files/SystemTexts.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/platform/AnsiText.h"
 #include "qxcontrols/pos/QXPosCodePage.h"
 
@@ -27,7 +28,7 @@ Error WhyNoCodePage(const std::filesystem::path& file) {
     try {
         return Error(Cause::NotACodePage,
                      {.count = static_cast<std::int64_t>(files::ReadFile(file).size()),
-                      .expected = PosCodePage::kSize,
+                      .expected = kCodePageSize,
                       .place = {.file = files::TextOf(file)}});
     } catch (const std::exception& error) {
         return FileError(error);
@@ -92,18 +93,16 @@ bool HasCodePage(Session& session, const std::filesystem::path& file) {
     for (PosCodePage* page : {&first, &pages.KeyboardPage()}) {
         const Byte filling = page == &first ? kFilling : static_cast<Byte>(~kFilling);
         session.Run(Error(Cause::CodePageNotRead), [&] {
-            session.Access().WriteIntoMemory(
-                std::string(PosCodePage::kSize, static_cast<char>(filling)),
-                PosCodePage::kAddressInKeyboard, PosCodePage::kSize);
+            session.Access().WriteIntoMemory(std::string(kCodePageSize, static_cast<char>(filling)),
+                                             kCodePageAddress, kCodePageSize);
             page->LoadPageFromKeyboard(&session.Access());
             session.Access().DataTransferFixUp();
         });
     }
-    for (Integer i = 1; i <= PosCodePage::kSize; ++i)
+    for (Integer i = 1; i <= kCodePageSize; ++i)
         if (first.GetByte(i) == kFilling &&
             pages.KeyboardPage().GetByte(i) == static_cast<Byte>(~kFilling))
-            throw Error(Cause::NothingMoved,
-                        {.place = {.address = PosCodePage::kAddressInKeyboard + i - 1}});
+            throw Error(Cause::NothingMoved, {.place = {.address = kCodePageAddress + i - 1}});
     return pages.PagesAreEqual();
 }
 

@@ -3,6 +3,7 @@
 #include "host/Session.h"
 
 #include "host/Stretches.h"
+#include "qxcontrols/device/MemoryMap.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,8 +12,6 @@
 namespace qx::host {
 
 namespace {
-
-constexpr Long kGuidSize = 16;
 
 // The parts of an area that no other has, as pieces without bytes yet.
 void AddPieces(KeyboardContent& content, Stretches& known, KeyboardModuleIDs module,
@@ -140,9 +139,8 @@ KeyboardIdentity Session::IdentityAsFound() {
     QXKeyboardAccess& access = m_again ? *m_again : m_access;
     m_driver.BeginOperation();
     KeyboardIdentity identity;
-    access.ReadFromMemory(identity.identification, QXKeyboardAccess::kIdentificationAddress,
-                          QXKeyboardAccess::kIdentificationSize);
-    identity.capabilities = access.ReadByteFromMem(QXKeyboardAccess::kCapabilityAddress);
+    access.ReadFromMemory(identity.identification, kIdentificationAddress, kIdentificationSize);
+    identity.capabilities = access.ReadByteFromMem(kCapabilityAddress);
     if (m_driver.Failure() && m_isNamed)
         throw ReadingFailed(*m_driver.Failure());
     if (m_driver.Failure())

@@ -6,8 +6,8 @@
 #pragma once
 
 #include "files/Files.h"
+#include "simulator/FixedAreas.h"
 #include "simulator/KeyboardModel.h"
-#include "simulator/MemoryMap.h"
 
 #include <filesystem>
 #include <string>

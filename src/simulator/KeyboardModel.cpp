@@ -3,15 +3,11 @@
 #include "files/Files.h"
 #include "files/Limits.h"
 #include "files/SystemTexts.h"
-#include "qxcontrols/device/Identification.h"
-#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
-#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
-#include "qxcontrols/pos/POSModuleBlock.h"
-#include "qxcontrols/readers/BarcodeBlocks.h"
-#include "qxcontrols/readers/MagneticBlocks.h"
-#include "simulator/MemoryMap.h"
-#include "simulator/ShippedModels.h"
 #include "json/Reader.h"
+#include "qxcontrols/device/MemoryMap.h"
+#include "qxcontrols/keys/KeyboardSequences.h"
+#include "simulator/FixedAreas.h"
+#include "simulator/ShippedModels.h"
 
 #include <algorithm>
 #include <iterator>
@@ -56,7 +52,7 @@ constexpr Module kModules[] = {
     {MODULE_FUNCKEYS_X1_4620, kFreeKeysSize},
     {MODULE_FUNCKEYS_X1_4630, kFreeKeysSize},
     {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize},
-    {MODULE_GUID, kFuncKeyGuidSize},
+    {MODULE_GUID, kGuidSize},
     // These may be listed, and have no area that any setting lies in.
     {MODULE_KEYBOARD, 0},
     {MODULE_CONFIG_SECTION, 0},

@@ -1,7 +1,7 @@
 #include "simulator/SimulatedDriver.h"
 
 #include "qxcontrols/common/LittleEndian.h"
-#include "simulator/MemoryMap.h"
+#include "simulator/FixedAreas.h"
 
 #include <algorithm>
 #include <stdexcept>

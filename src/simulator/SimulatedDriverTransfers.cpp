@@ -1,6 +1,6 @@
 // The transfers of SimulatedDriver: their requests and progress, and the faults and lies that a
 // host asks for.
-#include "simulator/MemoryMap.h"
+#include "simulator/FixedAreas.h"
 #include "simulator/SimulatedDriver.h"
 
 #include <algorithm>

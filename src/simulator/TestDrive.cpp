@@ -9,7 +9,7 @@
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "qxcontrols/readers/MagneticBlocks.h"
-#include "simulator/MemoryMap.h"
+#include "simulator/FixedAreas.h"
 
 #include <iterator>
 #include <memory>
@@ -118,7 +118,7 @@ std::optional<std::string> TestDrive::Block(KeyboardModuleIDs eModule, Long lSiz
 
 Reception TestDrive::NewReception() const {
     Reception reception;
-    if (const auto delay = Block(MODULE_MAGNET_CONFIG, 1)) // the area's first byte
+    if (const auto delay = Block(MODULE_MAGNET_CONFIG, kOutputDelaySize)) // the area's first byte
         reception.outputDelay = static_cast<Byte>(delay->front());
     return reception;
 }

@@ -4,7 +4,7 @@
 
 #include "app/Language.h"
 #include "app/MainWindow.h"
-#include "simulator/MemoryMap.h"
+#include "simulator/FixedAreas.h"
 #include "simulator/SimulatedDriver.h"
 #include "support/TempFolder.h"
 #include "support/TestKeyboard.h"

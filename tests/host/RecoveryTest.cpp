@@ -3,6 +3,7 @@
 #include "WriterFixture.h"
 
 #include "host/Traces.h"
+#include "qxcontrols/device/MemoryMap.h"
 
 namespace qx::host {
 
@@ -109,7 +110,7 @@ TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
         3, {std::vector<test::FakeDriver::Entry>{kSmall[0], {kSmall[1].module, 0x1308}}, "SMALL"});
     others[0] = {kSmall, "LARGE"};
     others[1] = {kSmall, "SMALL"};
-    others[1].image[QXKeyboardAccess::kCapabilityAddress] ^= 1;
+    others[1].image[kCapabilityAddress] ^= 1;
     for (TroubledKeyboard& other : others) {
         other.memory.replace(0, 0x7FC0, keyboard.memory, 0, 0x7FC0);
         SCOPED_TRACE(&other - others.data());

@@ -3,6 +3,7 @@
 #include "SessionFixture.h"
 
 #include "host/KeyboardFiles.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "support/TempFolder.h"
 
@@ -94,8 +95,8 @@ TEST_F(SessionTest, OfTheMagneticReadersModuleOnlyItsOwnBytesAreTouched) {
     own.Add(0x1000, 1);
     own.Add(0x1005, 3);
     own.Add(0x1100, 256);
-    own.Add(QXKeyboardAccess::kIdentificationAddress, QXKeyboardAccess::kIdentificationSize);
-    own.Add(QXKeyboardAccess::kCapabilityAddress, 1);
+    own.Add(kIdentificationAddress, kIdentificationSize);
+    own.Add(kCapabilityAddress, 1);
     EXPECT_TRUE(touched.bytes.Without(own).empty());
     touched.statuses["QXCFG_ImageWrite"] = 5;
     EXPECT_THROW(session.PrepareSending({{MODULE_KEYBOARD, "", 0x1000, "\x06", "\x07"}}), Error);

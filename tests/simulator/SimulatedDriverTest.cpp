@@ -3,7 +3,7 @@
 #include "Simulated.h"
 
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "simulator/MemoryMap.h"
+#include "simulator/FixedAreas.h"
 
 #include <limits>
 

@@ -1,12 +1,13 @@
 #include "host/sections/Sections.h"
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/device/QXCommonKeyboard.h"
 
 namespace qx::host {
 
 namespace {
 
-constexpr Area kAreas[] = {{MODULE_MAGNET_CONFIG, 1, 0, true, -1, MODULE_KEYBOARD}};
+constexpr Area kAreas[] = {{MODULE_MAGNET_CONFIG, kOutputDelaySize, 0, true, -1, MODULE_KEYBOARD}};
 constexpr SectionInfo kInfo = {"commonKeyboard", "keyboard", kAreas};
 
 class CommonKeyboardSection : public SectionOf<QXCommonKeyboard> {

@@ -9,12 +9,10 @@ namespace qx::host {
 
 namespace {
 
-constexpr Long kDescSlotSize = kFuncKeyDescLength * 2;
-
 constexpr Area kAreas[] = {
     {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize, kFuncKeySlotSize},
-    {MODULE_GUID, kFuncKeyGuidSize, 0, false},
-    {MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescSize, kDescSlotSize, false, kFuncKeyDescAddress},
+    {MODULE_GUID, kGuidSize, 0, false},
+    {MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescSize, kFuncKeyDescSlotSize, false, kFuncKeyDescAddress},
 };
 constexpr SectionInfo kInfo = {"layeredFuncKeys", "layered function key", kAreas};
 
@@ -36,7 +34,7 @@ public:
                                                  std::string_view bytes) const override {
         if (eModule != MODULE_LAYER_FUNCKEY_DESC)
             return std::nullopt;
-        for (std::size_t slot = 0; slot < bytes.size(); slot += kDescSlotSize) {
+        for (std::size_t slot = 0; slot < bytes.size(); slot += kFuncKeyDescSlotSize) {
             const auto unit = [&](std::size_t index) { // 0 behind the slot
                 return index < kFuncKeyDescLength
                            ? static_cast<char16_t>(static_cast<Byte>(bytes[slot + 2 * index]) |

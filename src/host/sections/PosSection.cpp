@@ -50,9 +50,9 @@ public:
         std::array<Integer, kLastKey + 1> sendersOf = {}; // by group: the key with its sequence
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
             const Byte group = GroupOf(key, bytes);
-            if (group > kLastKey && group != kUnassigned)
+            if (group > kLastKey && group != kPOSUnassigned)
                 return Damage{RecordOf(key), FaultKind::UnknownGroup, {key, group, kLastKey}};
-            if (group == kSingleKey || group == kUnassigned || !HasSequence(key, bytes))
+            if (group == kPOSSingleKey || group == kPOSUnassigned || !HasSequence(key, bytes))
                 continue;
             Integer& sender = sendersOf.at(group);
             if (sender != 0)
@@ -66,10 +66,11 @@ public:
                     std::string& wanted) const override {
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
             const auto record = [key](std::string_view bytes) {
-                return bytes.substr(static_cast<std::size_t>(RecordOf(key)), kRecordSize);
+                return bytes.substr(static_cast<std::size_t>(RecordOf(key)), kPOSRecordSize);
             };
             if (record(wanted) == record(usual) && Used(record(held)) == Used(record(usual)))
-                wanted.replace(static_cast<std::size_t>(RecordOf(key)), kRecordSize, record(held));
+                wanted.replace(static_cast<std::size_t>(RecordOf(key)), kPOSRecordSize,
+                               record(held));
         }
     }
 
@@ -79,7 +80,7 @@ public:
         std::set<std::string> places;
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
             const Long record = RecordOf(key);
-            if (record >= offset + size || record + kRecordSize <= offset)
+            if (record >= offset + size || record + kPOSRecordSize <= offset)
                 continue;
             const Integer slot = SlotOf(key, bytes);
             if (slot == 0)
@@ -94,12 +95,8 @@ public:
     }
 
 private:
-    static constexpr Long kRecordSize = kPOSModuleBlockSize / kLastKey;
-    static constexpr Byte kSingleKey = 0;
-    static constexpr Byte kUnassigned = 255;
-
     [[nodiscard]] static constexpr Long RecordOf(Integer nKey) {
-        return (nKey - kFirstKey) * kRecordSize;
+        return (nKey - kFirstKey) * kPOSRecordSize;
     }
     [[nodiscard]] static Byte GroupOf(Integer nKey, std::string_view bytes) {
         return static_cast<Byte>(bytes[static_cast<std::size_t>(RecordOf(nKey))]);
@@ -109,15 +106,16 @@ private:
     }
     // A record without the bytes behind its sequence.
     [[nodiscard]] static std::string_view Used(std::string_view record) {
-        return static_cast<Byte>(record[0]) == kUnassigned ? record.substr(0, 1)
-                                                           : record.substr(0, record.find('\0', 1));
+        return static_cast<Byte>(record[0]) == kPOSUnassigned
+                   ? record.substr(0, 1)
+                   : record.substr(0, record.find('\0', 1));
     }
     // The first key of the block that has the key; 0: none has.
     [[nodiscard]] static Integer SlotOf(Integer nKey, std::string_view bytes) {
         const Byte group = GroupOf(nKey, bytes);
-        if (group == kSingleKey)
+        if (group == kPOSSingleKey)
             return nKey;
-        Integer slot = group == kUnassigned ? Integer{0} : kFirstKey;
+        Integer slot = group == kPOSUnassigned ? Integer{0} : kFirstKey;
         while (slot != 0 && GroupOf(slot, bytes) != group)
             ++slot;
         return slot;

@@ -1,12 +1,26 @@
 // ModuleControl: the contract of all controls that own a block of the keyboard's memory.
 //
 // The host assigns the shared services, which stay alive as long as the control, and drives all
-// controls alike. Upload (keyboard to PC): PrepareDataUpload queues what the control needs, the
-// host runs the transfer, DataUpload decodes the image. Download (PC to keyboard): DataDownload
-// encodes into the image, PrepareDataDownload queues, the host runs the transfer. A control whose
-// module the keyboard lacks transfers nothing. No member reports failure to its caller: it shows a
-// message box where the control says so, and traces. Only an index outside its range is an
-// exception where a member says so, and what a handler of the host throws comes back to the host.
+// controls alike, on one thread. An upload, from the keyboard to the PC:
+//
+//     keyboard.DataTransferPrepare();
+//     control.PrepareDataUpload(true);   // requests the control's areas; for every control
+//     if (keyboard.Upload() == 0)        // from the keyboard into the image
+//         control.DataUpload(true);      // from the image into the settings; for every control
+//     keyboard.DataTransferFixUp();
+//
+// A download, from the PC to the keyboard, fills the image first:
+//
+//     keyboard.DataTransferPrepare();
+//     control.DataDownload(true);
+//     control.PrepareDataDownload(true);
+//     const Long status = keyboard.Download();
+//     keyboard.DataTransferFixUp();
+//
+// A control whose module the keyboard lacks transfers nothing. No member reports failure to its
+// caller: it shows a message box where the control says so, and traces. A host that must know reads
+// the keyboard back. Only an index outside its range is an exception where a member says so, and
+// what a handler of the host throws comes back to the host.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -29,7 +43,10 @@ public:
     ModuleControl(const ModuleControl&) = delete;
     ModuleControl& operator=(const ModuleControl&) = delete;
 
-    // Raised once after any change of what the control shows.
+    // Raised once after any change of what the control shows, when all its child controls are up to
+    // date: a view then copies them onto its widgets. What the host changes in place, such as the
+    // codes of a sequence, is not noticed: AdjustControls or ReloadKeySettings, as the control
+    // says, show it and raise this.
     Event<> Refreshed;
 
     // The shared services. Null clears. The keyboard is required before any transfer, the layout
@@ -46,10 +63,13 @@ public:
     [[nodiscard]] bool DataChanged() const { return m_dataChanged; }
     void SetDataChanged(bool fChanged) { m_dataChanged = fChanged; }
 
-    // LoadInKeyboard: the transfer is one with the keyboard itself, not with a copy of its memory;
-    // most controls move the same either way.
+    // LoadInKeyboard is true for a transfer with the keyboard itself, and false for one with a copy
+    // of its memory, which needs every byte. Only QXLayeredFuncKeys makes a difference: its
+    // download into the keyboard requests no more than the used bytes of the keys with a sequence,
+    // so a key whose sequence has been removed keeps the old one there, unless the host requests
+    // its slot too. All other controls move their whole areas either way.
 
-    // Bytes that a transfer of this control moves.
+    // Bytes that a transfer of this control moves; descriptions of keys are not counted.
     [[nodiscard]] virtual Long TransferSize(bool LoadInKeyboard) const = 0;
     // Resets all settings to the control's defaults and shows them.
     virtual void DefaultValues() = 0;

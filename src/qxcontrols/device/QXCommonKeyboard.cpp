@@ -1,6 +1,7 @@
 #include "qxcontrols/device/QXCommonKeyboard.h"
 
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@ namespace qx {
 namespace {
 
 constexpr Byte kDefaultOutputDelay = 6;
-constexpr Long kBlockSize = 1;
 
 } // namespace
 
@@ -34,7 +34,7 @@ void QXCommonKeyboard::SetOutputDelay(Byte bDelay) {
 
 Long QXCommonKeyboard::TransferSize(bool /*LoadInKeyboard*/) const {
     TraceNamed(".TransferSize");
-    return kBlockSize;
+    return kOutputDelaySize;
 }
 
 void QXCommonKeyboard::DefaultValues() {
@@ -55,7 +55,7 @@ void QXCommonKeyboard::PrepareDataDownload(bool /*LoadInKeyboard*/) {
 void QXCommonKeyboard::QueueBlock() {
     const Long base = BaseAddress(MODULE_MAGNET_CONFIG);
     if (base != -1)
-        Keyboard()->MemRequestAdd(MODULE_KEYBOARD, base, kBlockSize);
+        Keyboard()->MemRequestAdd(MODULE_KEYBOARD, base, kOutputDelaySize);
 }
 
 void QXCommonKeyboard::DataUpload(bool /*LoadInKeyboard*/) {
@@ -64,7 +64,7 @@ void QXCommonKeyboard::DataUpload(bool /*LoadInKeyboard*/) {
     if (base == -1)
         return;
     std::string data;
-    if (Keyboard()->ReadFromMemory(data, base, kBlockSize))
+    if (Keyboard()->ReadFromMemory(data, base, kOutputDelaySize))
         SetOutputDelay(static_cast<Byte>(data[0]));
     else
         TraceNamed(".DataUpload failed at " + Hex(base));

@@ -23,10 +23,6 @@ class QXKeyboardAccess {
 public:
     // The most bytes that one block operation moves.
     static constexpr Long kMaxBlockSize = 64000;
-    // Where the image has the keyboard's identification and the byte that tells what it has.
-    static constexpr Long kIdentificationAddress = 0x7FC0;
-    static constexpr Long kIdentificationSize = 32;
-    static constexpr Long kCapabilityAddress = 0x7FF;
 
     // The driver and the services of the platform stay alive as long as this object.
     explicit QXKeyboardAccess(ConfigDriver& driver, const Platform& platform = {});

@@ -1,6 +1,6 @@
 // The start-up of QXKeyboardAccess: the driver, the directory, names and flags.
 #include "qxcontrols/common/Text.h"
-#include "qxcontrols/device/Identification.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "qxcontrols/device/KeyboardModuleIDs.h"
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keys/KeyboardSequences.h"
 
 #include <string>
@@ -14,8 +15,6 @@
 #include <vector>
 
 namespace qx {
-
-inline constexpr Long kFreeProgKeySlotSize = 32;
 
 // The ids of the keys that take part, in the order of the module's block.
 [[nodiscard]] std::vector<Integer> StoredFreeProgKeys(const KeyboardSequences& sequences,

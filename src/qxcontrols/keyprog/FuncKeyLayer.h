@@ -3,6 +3,7 @@
 // Only CleanLayer is traced: the other members are called for every key in turn.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keys/KeySequence.h"
 
 #include <array>
@@ -13,7 +14,7 @@ namespace qx {
 // Keys are numbered 0 to 23; all members throw std::out_of_range for another one.
 class FuncKeyLayer {
 public:
-    static constexpr Integer kKeys = 24;
+    static constexpr Integer kKeys = kFuncKeysOfLayer;
 
     // The description, UTF-8 of any length; the keyboard keeps its first 64 UTF-16 units.
     [[nodiscard]] const std::string& GetKeyDesc(Integer nKeyID) const;

@@ -29,7 +29,7 @@ static_assert(kFirst.width == sizeof(Guid::first) && kSecond.width == sizeof(Gui
 static_assert(kFirst.offset + kFirst.width == kSecond.offset &&
               kSecond.offset + kSecond.width == kThird.offset &&
               kThird.offset + kThird.width == kRest.offset &&
-              kRest.offset + kRest.width == kFuncKeyGuidSize);
+              kRest.offset + kRest.width == kGuidSize);
 
 // Hands every number of the identifier to visit(offset, number), in the order of the area.
 template <typename AnyGuid, typename Visit>

@@ -5,6 +5,7 @@
 // order of the driver; so these go through the keyboard access, number by number.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/platform/GuidCreator.h"
 
@@ -16,21 +17,11 @@ namespace qx {
 
 class QXKeyboardAccess;
 
-inline constexpr Integer kFuncKeyLayers = 10;
 using FuncKeyLayers = std::array<FuncKeyLayer, kFuncKeyLayers>;
-
-inline constexpr Long kFuncKeySlotSize = 128;
-inline constexpr Long kFuncKeySequencesSize =
-    kFuncKeyLayers * FuncKeyLayer::kKeys * kFuncKeySlotSize;
-inline constexpr Long kFuncKeyGuidSize = 16;
-inline constexpr Integer kFuncKeyDescLength = 64; // UTF-16 units
-inline constexpr Long kFuncKeyDescAddress = 70000;
-inline constexpr Long kFuncKeyDescSize =
-    kFuncKeyLayers * FuncKeyLayer::kKeys * kFuncKeyDescLength * 2;
 
 // Where a key's slot begins in the sequences' area.
 [[nodiscard]] constexpr Long FuncKeySlotOffset(Integer nLayer, Integer nKeyID) {
-    return (nLayer * FuncKeyLayer::kKeys + nKeyID) * kFuncKeySlotSize;
+    return (nLayer * kFuncKeysOfLayer + nKeyID) * kFuncKeySlotSize;
 }
 // The bytes of its slot that a sequence uses, with the 0 that ends it; 0 for an empty sequence.
 [[nodiscard]] Long UsedSlotSize(const KeySequence& sequence);

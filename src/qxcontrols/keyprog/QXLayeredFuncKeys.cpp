@@ -64,7 +64,7 @@ void QXLayeredFuncKeys::ShowCurrentSelectedLayerOnKeyboard() {
 
 Long QXLayeredFuncKeys::TransferSize(bool LoadInKeyboard) const {
     TraceNamed(".TransferSize");
-    Long size = m_withIdentifier ? kFuncKeyGuidSize : 0;
+    Long size = m_withIdentifier ? kGuidSize : 0;
     if (!LoadInKeyboard)
         return size + kFuncKeySequencesSize;
     for (const FuncKeyLayer& layer : m_layers)
@@ -87,7 +87,7 @@ void QXLayeredFuncKeys::PrepareDataUpload(bool /*LoadInKeyboard*/) {
         return;
     }
     Keyboard()->MemRequestAdd(MODULE_LAYERED_FUNCKEYS, base, kFuncKeySequencesSize);
-    Keyboard()->MemRequestAdd(MODULE_GUID, BaseAddress(MODULE_GUID), kFuncKeyGuidSize);
+    Keyboard()->MemRequestAdd(MODULE_GUID, BaseAddress(MODULE_GUID), kGuidSize);
     Keyboard()->MemRequestAdd(MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescAddress, kFuncKeyDescSize);
 }
 
@@ -105,7 +105,7 @@ void QXLayeredFuncKeys::PrepareDataDownload(bool LoadInKeyboard) {
             if (const Long used = UsedSlotSize(Layer(layer).GetKey(key)); used > 0)
                 Keyboard()->MemRequestAdd(MODULE_LAYERED_FUNCKEYS,
                                           base + FuncKeySlotOffset(layer, key), used);
-    Keyboard()->MemRequestAdd(MODULE_GUID, BaseAddress(MODULE_GUID), kFuncKeyGuidSize);
+    Keyboard()->MemRequestAdd(MODULE_GUID, BaseAddress(MODULE_GUID), kGuidSize);
 }
 
 void QXLayeredFuncKeys::DataUpload(bool /*LoadInKeyboard*/) {

@@ -4,6 +4,13 @@
 // less 128. The codes are kept as text, three characters a code: the decimal number, padded with
 // blanks on the left ("  5200 13" are the codes 5, 200 and 13). Such a text is ASCII: its
 // characters are counted as bytes.
+//
+// The keyboard stores codes from 0 to 255, one byte each; a 0 ends the sequence. Others can be in a
+// KeySequence, but not in the keyboard:
+// - With the code -1 among the codes that fit its slot, the sequence is left out, and all that
+//   follows in the block moves forward: the key and every key behind it in the block get the
+//   sequence of the key that follows, and the last one gets blanks (code 32).
+// - With any other code, the block is not written, and a trace line says so.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

@@ -1,7 +1,16 @@
 // Platform: what the controls need of the machine and of their host, one small interface a service.
 //
-// A host hands its own services to the controls that it creates, and keeps them alive as long as
-// these. What it leaves out works by the plain defaults.
+// A host replaces the services that it wants to provide itself and hands the rest on as they are:
+//
+//     struct Boxes : qx::MessageBoxes { void Show(std::string_view sText) override; };
+//     Boxes boxes;
+//     qx::Platform platform; // the defaults
+//     platform.messageBoxes = &boxes;
+//     qx::QXBarcode barcode(platform);
+//
+// A control copies the pointers, none of which may be null; the services stay alive as long as the
+// control. They are called on the thread that calls the control, in the middle of its work:
+// PendingMessages alone may let other calls of the same control in.
 #pragma once
 
 #include "qxcontrols/platform/FormTimer.h"
@@ -15,13 +24,13 @@
 namespace qx {
 
 struct Platform {
-    TickCounter* tickCounter;
-    PendingMessages* pendingMessages;
-    MessageBoxes* messageBoxes;
-    WaitPointer* waitPointer;
-    GuidCreator* guidCreator;
-    FormTimers* formTimers;
-    ModalForms* modalForms;
+    TickCounter* tickCounter;         // default: the steady clock
+    PendingMessages* pendingMessages; // default: sleeps for a millisecond
+    MessageBoxes* messageBoxes;       // default: shows nothing
+    WaitPointer* waitPointer;         // default: shows nothing
+    GuidCreator* guidCreator;         // default: random identifiers
+    FormTimers* formTimers;           // default: a timer ticks only when the host calls Tick
+    ModalForms* modalForms;           // default: every form is cancelled at once
 
     Platform(); // the defaults
 };

@@ -6,6 +6,7 @@
 // key in turn.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keys/KeySequence.h"
 
 #include <vector>
@@ -14,7 +15,7 @@ namespace qx {
 
 class POSBlock {
 public:
-    static constexpr Integer kMaxKeys = 105;
+    static constexpr Integer kMaxKeys = kPOSKeys;
 
     // The label that the block is shown with.
     [[nodiscard]] Integer BlockID() const { return m_blockId; }

@@ -13,7 +13,7 @@ namespace qx {
 
 class POSKeyboard {
 public:
-    static constexpr Integer kSlots = 105;
+    static constexpr Integer kSlots = kPOSKeys;
 
     // The block in slot nIndex. Throws std::out_of_range outside 1 to 105.
     [[nodiscard]] POSBlock& Block(Integer nIndex);

@@ -9,7 +9,7 @@ namespace qx {
 
 namespace {
 
-constexpr Integer kKeys = POSKeyboard::kSlots;
+constexpr Integer kKeys = kPOSKeys;
 
 // The fields of one key's record.
 struct Field {
@@ -18,12 +18,7 @@ struct Field {
 };
 constexpr Field kGroup{0, 1};
 constexpr Field kSequence{kGroup.offset + kGroup.size, kPOSSequenceSize};
-constexpr Long kRecordSize = kSequence.offset + kSequence.size;
-static_assert(kRecordSize * kKeys == kPOSModuleBlockSize);
-
-// What the group byte says, besides a group's number.
-constexpr Byte kSingleKey = 0;
-constexpr Byte kUnassigned = 255;
+static_assert(kSequence.offset + kSequence.size == kPOSRecordSize);
 
 // How many colours the blocks take in turn.
 constexpr Integer kColors = 10;
@@ -46,7 +41,7 @@ private:
 };
 
 Long RecordStart(Integer nKey) {
-    return (nKey - 1) * kRecordSize;
+    return (nKey - 1) * kPOSRecordSize;
 }
 
 Byte ByteOf(std::string_view sBlock, Integer nKey, const Field& field) {
@@ -85,11 +80,11 @@ std::string EncodePOSModuleBlock(const POSKeyboard& keyboard) {
         const auto group = static_cast<Byte>(groupOfKey[key]);
         const POSBlock& block = keyboard.Block(key);
         if (group == 0)
-            data += Record(kUnassigned, {});
+            data += Record(kPOSUnassigned, {});
         else if (majorOfSlot[key] == 0)
             data += Record(group, {});
         else
-            data += Record(block.BlockSize() == 1 ? kSingleKey : group, block.Sequence());
+            data += Record(block.BlockSize() == 1 ? kPOSSingleKey : group, block.Sequence());
     }
     return data;
 }
@@ -100,7 +95,7 @@ void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard) {
         keyboard.Block(key).Clean();
         keyboard.Block(key).Sequence().Clear();
         const Byte group = ByteOf(sBlock, key, kGroup);
-        if (group != kSingleKey && group != kUnassigned && group > nextId)
+        if (group != kPOSSingleKey && group != kPOSUnassigned && group > nextId)
             nextId = static_cast<Integer>(group + 1);
     }
 
@@ -115,9 +110,9 @@ void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard) {
     };
     for (Integer key = 1; key <= kKeys; ++key) {
         const Byte group = ByteOf(sBlock, key, kGroup);
-        if (group == kUnassigned)
+        if (group == kPOSUnassigned)
             continue;
-        if (group == kSingleKey) {
+        if (group == kPOSSingleKey) {
             openBlock(key, nextId++);
             ReadSequence(sBlock, key, keyboard.Block(key).Sequence());
             continue;

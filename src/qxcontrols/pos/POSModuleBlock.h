@@ -5,15 +5,13 @@
 // block ids and no colours; groups are numbered by their place.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/pos/POSKeyboard.h"
 
 #include <string>
 #include <string_view>
 
 namespace qx {
-
-inline constexpr Long kPOSModuleBlockSize = 3360;
-inline constexpr Integer kPOSSequenceSize = 31; // of a key or a group
 
 // The block that holds the model. A key that stands in two blocks goes to the later one's group. A
 // sequence with a code -1 among its first kPOSSequenceSize leaves its place out, and the block is

@@ -25,7 +25,8 @@ private:
 } // namespace
 
 Byte PosCodePage::GetByte(Integer nIndex) const {
-    return nIndex < 1 || nIndex > kSize ? Byte{0} : m_bytes[static_cast<std::size_t>(nIndex - 1)];
+    return nIndex < 1 || nIndex > kCodePageSize ? Byte{0}
+                                                : m_bytes[static_cast<std::size_t>(nIndex - 1)];
 }
 
 bool PosCodePage::IsEqualPage(const PosCodePage* oPage) const {
@@ -49,9 +50,9 @@ bool PosCodePage::LoadPageFromKeyboard(QXKeyboardAccess* oKeyboard) {
         return false;
     const Waiting waiting(*m_platform.waitPointer);
     oKeyboard->MemRequestClean();
-    oKeyboard->MemRequestAdd(MODULE_KEYBOARD, kAddressInKeyboard, kSize);
+    oKeyboard->MemRequestAdd(MODULE_KEYBOARD, kCodePageAddress, kCodePageSize);
     static_cast<void>(oKeyboard->Upload());
-    Long address = kAddressInKeyboard;
+    Long address = kCodePageAddress;
     for (Byte& byte : m_bytes)
         byte = oKeyboard->ReadByteFromMem(address++);
     return true;

@@ -3,6 +3,7 @@
 // Page positions count from 1 to 256; a new page is all zeros.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/platform/Platform.h"
 
 #include <array>
@@ -14,9 +15,6 @@ class QXKeyboardAccess;
 
 class PosCodePage {
 public:
-    static constexpr Integer kSize = 256;
-    static constexpr Long kAddressInKeyboard = 0x6C80;
-
     // The services of the platform stay alive as long as this object.
     explicit PosCodePage(const Platform& platform = {}) : m_platform(platform) {}
 
@@ -35,7 +33,7 @@ public:
 
 private:
     Platform m_platform;
-    std::array<Byte, kSize> m_bytes{};
+    std::array<Byte, kCodePageSize> m_bytes{};
 };
 
 } // namespace qx

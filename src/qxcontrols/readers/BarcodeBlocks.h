@@ -4,6 +4,7 @@
 // of the two reader inputs fill that of MODULE_BARCODE_HEADERS.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/readers/BarcodeSettings.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
@@ -12,9 +13,6 @@
 #include <string_view>
 
 namespace qx {
-
-inline constexpr Long kBarcodeHeadersSize = kBarcodeReaders * kTrackSlotsSize;
-inline constexpr Long kBarcodeConfigSize = 50;
 
 // The configuration block; the headers block is that of EncodeTrackSlots. Throws
 // std::overflow_error at a code length that is not one of 0 to 255; `put` has then been handed the

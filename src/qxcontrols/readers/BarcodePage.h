@@ -31,7 +31,6 @@ enum BarcodePage : Integer {
 
 inline constexpr Integer kBarcodeOptionPages = 14;
 inline constexpr Integer kBarcodePages = 16;
-inline constexpr Integer kBarcodeReaders = 2;
 
 // The names of the pages with options, by their numbers.
 inline constexpr std::array<std::string_view, kBarcodeOptionPages> kBarcodePageNames = {

@@ -1,6 +1,7 @@
 // All settings of the barcode reader, their limits and their defaults.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/readers/BarcodeOptionPage.h"
 #include "qxcontrols/readers/BarcodePage.h"
 #include "qxcontrols/readers/MagneticTrack.h"

@@ -4,6 +4,7 @@
 // lie inside that of MODULE_MAGNET_CONFIG.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/readers/MagneticOptions.h"
 #include "qxcontrols/readers/TrackSlots.h"
 
@@ -13,16 +14,10 @@
 
 namespace qx {
 
-inline constexpr Integer kMagneticTracks = 4;
-
 struct MagneticSettings {
     MagneticOptions options;
     std::array<MagneticTrack, kMagneticTracks> tracks;
 };
-
-inline constexpr Long kMagneticHeadersSize = kMagneticTracks * kTrackSlotsSize;
-inline constexpr Long kMagneticSwitchesOffset = 5; // from the base of MODULE_MAGNET_CONFIG
-inline constexpr Long kMagneticSwitchesSize = 3;
 
 // The switches block; the headers block is that of EncodeTrackSlots.
 [[nodiscard]] std::string EncodeMagneticSwitches(const MagneticSettings& settings);

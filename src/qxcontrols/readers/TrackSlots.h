@@ -3,6 +3,7 @@
 // The headers blocks of the magnetic-stripe reader and of the barcode reader are made of these.
 #pragma once
 
+#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/readers/MagneticTrack.h"
 
 #include <span>
@@ -10,9 +11,6 @@
 #include <string_view>
 
 namespace qx {
-
-inline constexpr Long kTrackSlotSize = 32;                  // one sequence
-inline constexpr Long kTrackSlotsSize = 2 * kTrackSlotSize; // one input
 
 // A sequence with the code -1 has no slot; all later slots then move forward.
 [[nodiscard]] std::string EncodeTrackSlots(std::span<const MagneticTrack> tracks);

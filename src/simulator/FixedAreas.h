@@ -1,9 +1,7 @@
 // The size of the keyboard's memory, and what has a fixed place in it.
 #pragma once
 
-#include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
-#include "qxcontrols/pos/PosCodePage.h"
+#include "qxcontrols/device/MemoryMap.h"
 
 #include <array>
 #include <string_view>
@@ -27,12 +25,10 @@ inline constexpr Long kMemorySize = 128 * 1024;
     return lAddress >= 0 && lSize >= 0 && lAddress <= kMemorySize - lSize;
 }
 
-inline constexpr Area kCapabilities{"the capability byte", QXKeyboardAccess::kCapabilityAddress, 1};
-inline constexpr Area kIdentification{"the identification",
-                                      QXKeyboardAccess::kIdentificationAddress,
-                                      QXKeyboardAccess::kIdentificationSize};
-inline constexpr Area kCodePage{"the code page", PosCodePage::kAddressInKeyboard,
-                                PosCodePage::kSize};
+inline constexpr Area kCapabilities{"the capability byte", kCapabilityAddress, 1};
+inline constexpr Area kIdentification{"the identification", kIdentificationAddress,
+                                      kIdentificationSize};
+inline constexpr Area kCodePage{"the code page", kCodePageAddress, kCodePageSize};
 inline constexpr Area kDescriptions{"the function keys' descriptions", kFuncKeyDescAddress,
                                     kFuncKeyDescSize};
 
