@@ -13,6 +13,7 @@ if(NOT QX_BUILD_CLI OR NOT QX_BUILD_COM)
     set(all OFF)
 endif()
 option(QX_BUILD_TESTS "The tests and benchmarks: needs GoogleTest and Google Benchmark" ${all})
+option(QX_INSTALL "Install what is built" ${PROJECT_IS_TOP_LEVEL})
 option(QX_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(QX_FUZZ "Build the fuzz targets: needs clang++" OFF)
 

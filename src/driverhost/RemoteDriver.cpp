@@ -3,7 +3,7 @@
 #include "driverhost/Advance.h"
 #include "driverhost/Wire.h"
 #include "driverhost/WordSize.h"
-#include "files/Files.h"
+#include "files/Installation.h"
 #include "files/SystemTexts.h"
 
 #include <cstring>
@@ -30,7 +30,7 @@ std::filesystem::path ProgramFor(const std::filesystem::path& library) {
         throw std::runtime_error("cannot load the driver library " + files::TextOf(library) +
                                  ": it is neither a 32-bit nor a 64-bit library for Windows");
     const std::string bits = std::to_string(size.value_or(kOwnWordSize));
-    auto program = files::ProgramBeside("qxdriverhost" + bits);
+    auto program = files::HelperProgram("qxdriverhost" + bits);
     if (!std::filesystem::exists(program, ignored))
         throw std::runtime_error("the " + bits + "-bit driver library " + files::TextOf(library) +
                                  " needs " + files::TextOf(program) + ", which is missing");
@@ -40,7 +40,7 @@ std::filesystem::path ProgramFor(const std::filesystem::path& library) {
 #else
 
 std::filesystem::path ProgramFor(const std::filesystem::path& /*library*/) {
-    return files::ProgramBeside("qxdriverhost");
+    return files::HelperProgram("qxdriverhost");
 }
 
 #endif

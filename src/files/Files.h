@@ -88,9 +88,6 @@ private:
 // The folder of the program that runs.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 
-// The file of a program that lies beside the one that runs.
-[[nodiscard]] std::filesystem::path ProgramBeside(const std::string& name);
-
 // Where these programs keep the user's data. It need not exist. Throws std::runtime_error where the
 // user has no folder of his own.
 [[nodiscard]] std::filesystem::path UserDataFolder();

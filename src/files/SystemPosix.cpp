@@ -266,10 +266,6 @@ fs::path ExecutableFolder() {
     return fs::read_symlink("/proc/self/exe").parent_path();
 }
 
-fs::path ProgramBeside(const std::string& name) {
-    return ExecutableFolder() / name;
-}
-
 fs::path UserDataFolder() {
     return FolderFrom("XDG_DATA_HOME", ".local/share") / "qxcontrols";
 }

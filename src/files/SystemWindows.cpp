@@ -243,10 +243,6 @@ fs::path ExecutableFolder() {
     }
 }
 
-fs::path ProgramBeside(const std::string& name) {
-    return ExecutableFolder() / PathOf(name + ".exe");
-}
-
 fs::path UserDataFolder() {
     const std::string folder = Variable("LOCALAPPDATA");
     if (folder.empty())

@@ -1,6 +1,6 @@
 #include "setup/LayoutSource.h"
 
-#include "files/Files.h"
+#include "files/Installation.h"
 #include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "qxcontrols/keys/LayoutCheck.h"
@@ -30,11 +30,7 @@ std::vector<std::filesystem::path> LayoutFiles(const std::filesystem::path& fold
 } // namespace
 
 std::filesystem::path ShippedLayouts() {
-#ifdef _WIN32
-    return files::ExecutableFolder() / "layouts";
-#else
-    return files::ExecutableFolder().parent_path() / "share" / "qxcontrols" / "layouts";
-#endif
+    return files::DataFolder("layouts");
 }
 
 std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder) {

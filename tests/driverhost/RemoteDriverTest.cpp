@@ -3,6 +3,7 @@
 #include "driverhost/Advance.h"
 
 #include "files/Files.h"
+#include "files/Installation.h"
 #include "files/SystemTexts.h"
 #include "support/TempFolder.h"
 
@@ -253,7 +254,7 @@ TEST_F(Remote, AProcessThatCannotServeIsNamed) {
     header.replace(0, 2, "MZ").replace(0x3C, 1, "\x40").replace(0x40, 2, "PE");
     header.replace(0x44, 2, "\x4C\x01");
     files::WriteFileAtomically(text, header);
-    const std::string helper = files::TextOf(files::ProgramBeside("qxdriverhost32"));
+    const std::string helper = files::TextOf(files::HelperProgram("qxdriverhost32"));
     if (!std::filesystem::exists(helper)) {
         EXPECT_EQ(reason(text, {}),
                   "the 32-bit driver library " + text + " needs " + helper + ", which is missing");

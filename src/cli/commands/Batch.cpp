@@ -4,7 +4,7 @@
 #include "cli/InterruptWatch.h"
 #include "cli/Output.h"
 #include "cli/commands/Commands.h"
-#include "files/Files.h"
+#include "files/Installation.h"
 #include "files/SystemTexts.h"
 
 #include <memory>
@@ -131,7 +131,7 @@ void RunBatch(Context& context, const BatchOptions& options) {
         batch.Run();
     else
         batch.RunByCrew(static_cast<std::size_t>(options.jobs),
-                        files::ProgramBeside(kWorkerProgram),
+                        files::HelperProgram(kWorkerProgram),
                         {layouts.Choice(), context.DataFolder(), options.skipAbsent, options.repair,
                          isolation, context.options.trace});
     context.Note("the report is in " + files::TextOf(batch.Progress().File()));

@@ -2,7 +2,7 @@
 
 #include "cli/Output.h"
 
-#include "files/Files.h"
+#include "files/Installation.h"
 #include "files/SystemTexts.h"
 #include "host/ErrorText.h"
 #include "qxcontrols/platform/SharedLibrary.h"
@@ -45,7 +45,7 @@ std::string Today() {
 // The module's function. It stays loaded to the program's end: the libraries that it brings along
 // are not made for less.
 sheet::WriteFunction LoadModule() {
-    const auto file = files::ExecutableFolder() / kModule;
+    const auto file = files::ModuleFile(kModule);
     std::error_code ignored;
     if (!std::filesystem::exists(file, ignored))
         throw std::runtime_error("key sheets need the module " + files::TextOf(file) +

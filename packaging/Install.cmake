@@ -1,0 +1,76 @@
+# What `cmake --install` puts where. Its components are named as the packages.
+include(CMakePackageConfigHelpers)
+set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/QXControls)
+
+# qx_install_libraries(SET targets...): the libraries, their headers and their description for CMake.
+# The headers of the control library lie in the include folder, those of another one in a folder of
+# its own there, since their paths do not begin with the project's name.
+function(qx_install_libraries set)
+    foreach(target ${ARGN})
+        get_target_property(name ${target} EXPORT_NAME)
+        set(headers ${CMAKE_INSTALL_INCLUDEDIR})
+        if(NOT name STREQUAL "controls")
+            string(APPEND headers /qxcontrols-${name})
+        endif()
+        install(TARGETS ${target} EXPORT ${set} COMPONENT libqxcontrols-dev
+                ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libqxcontrols-dev
+                FILE_SET HEADERS DESTINATION ${headers} COMPONENT libqxcontrols-dev)
+    endforeach()
+    install(EXPORT ${set} NAMESPACE QXControls:: DESTINATION ${cmake_folder}
+            FILE QXControls-${set}.cmake COMPONENT libqxcontrols-dev)
+endfunction()
+
+qx_install_libraries(controls qxcontrols)
+if(QX_BUILD_HOST)
+    set_target_properties(qxjson PROPERTIES EXPORT_NAME json)
+    qx_install_libraries(host qxfiles qxjson qxhost qxsimulator)
+    install(TARGETS qxsimdriver LIBRARY DESTINATION ${QX_MODULES} COMPONENT qxconf)
+    install(DIRECTORY models layouts DESTINATION ${QX_DATA} COMPONENT qxconf
+            FILES_MATCHING PATTERN *.json PATTERN *.qxl)
+endif()
+if(QX_BUILD_APP)
+    qx_install_libraries(views qxkeypainting qxviews)
+    qx_install_libraries(sheet qxsheet)
+    install(TARGETS qx-configurator RUNTIME COMPONENT qx-configurator)
+    install(TARGETS qxsheetmodule LIBRARY DESTINATION ${QX_MODULES} COMPONENT qx-configurator)
+endif()
+if(QX_BUILD_CLI OR QX_BUILD_APP)
+    install(TARGETS qxdriverhost RUNTIME DESTINATION ${QX_HELPERS} COMPONENT qxconf)
+endif()
+if(QX_BUILD_CLI)
+    install(TARGETS qxconf RUNTIME COMPONENT qxconf)
+    install(TARGETS qxbatchworker RUNTIME DESTINATION ${QX_HELPERS} COMPONENT qxconf)
+    install(FILES docs/qxconf.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT qxconf)
+
+    # Each shell looks for completions in a folder of its own, under a name of its own.
+    function(qx_install_completion shell folder name)
+        set(file ${PROJECT_BINARY_DIR}/completion/${shell}/${name})
+        add_custom_command(OUTPUT ${file} COMMAND qxconf completion ${shell} > ${file}
+                           DEPENDS qxconf VERBATIM)
+        set_property(TARGET qxcompletions APPEND PROPERTY SOURCES ${file})
+        file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/completion/${shell})
+        install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder} COMPONENT qxconf)
+    endfunction()
+    add_custom_target(qxcompletions ALL)
+    qx_install_completion(bash bash-completion/completions qxconf)
+    qx_install_completion(zsh zsh/vendor-completions _qxconf)
+    qx_install_completion(fish fish/vendor_completions.d qxconf.fish)
+endif()
+
+set(description ${PROJECT_BINARY_DIR}/description)
+configure_package_config_file(packaging/QXControlsConfig.cmake.in
+                              ${description}/QXControlsConfig.cmake
+                              INSTALL_DESTINATION ${cmake_folder}
+                              NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(${description}/QXControlsConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${description}/QXControlsConfig.cmake ${description}/QXControlsConfigVersion.cmake
+        DESTINATION ${cmake_folder} COMPONENT libqxcontrols-dev)
+
+# The control library for builds without CMake.
+set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+           BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${pkgconfig_folder} OUTPUT_VARIABLE QX_ROOT)
+configure_file(packaging/qxcontrols.pc.in ${description}/qxcontrols.pc @ONLY)
+install(FILES ${description}/qxcontrols.pc DESTINATION ${pkgconfig_folder}
+        COMPONENT libqxcontrols-dev)
