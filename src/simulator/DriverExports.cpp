@@ -4,7 +4,7 @@
 // keyboard's file and asks for faults. No exception leaves a function.
 
 #include "files/SystemTexts.h"
-#include "simulator//SimulatedDriver.h"
+#include "simulator/SimulatedDriver.h"
 
 #include <algorithm>
 #include <exception>
