@@ -168,14 +168,14 @@ void FuncKeyTexts(std::string_view bytes) {
         driver.image.replace(isGuid ? kGuid : kFuncKeyDescAddress, area.size(), area);
     };
     RoundTrip(
-        "identifier", Guid(), Fill(bytes, kFuncKeyGuidSize),
+        "identifier", Guid(), Fill(bytes, kGuidSize),
         [&](auto& b, auto& m) {
             put(b, true);
             m = ReadFuncKeyGuid(access, kGuid);
         },
         [&](auto& m) {
             WriteFuncKeyGuid(access, kGuid, m);
-            return driver.image.substr(kGuid, kFuncKeyGuidSize);
+            return driver.image.substr(kGuid, kGuidSize);
         },
         [](auto& m) {
             std::string text = std::to_string(m.first) + " " + std::to_string(m.second) + " " +

@@ -22,8 +22,8 @@ endfunction()
 
 qx_install_libraries(controls qxcontrols)
 if(QX_BUILD_HOST)
-    set_target_properties(qxjson PROPERTIES EXPORT_NAME json)
-    qx_install_libraries(host qxfiles qxjson qxhost qxsimulator)
+    set_target_properties(qxjsonheaders PROPERTIES EXPORT_NAME jsonheaders)
+    qx_install_libraries(host qxfiles qxjsonheaders qxjson qxhost qxsimulator)
     install(TARGETS qxsimdriver LIBRARY DESTINATION ${QX_MODULES} COMPONENT qxconf)
     install(DIRECTORY models layouts DESTINATION ${QX_DATA} COMPONENT qxconf
             FILES_MATCHING PATTERN *.json PATTERN *.qxl)
