@@ -3,11 +3,11 @@
 #include "files/Files.h"
 #include "files/Limits.h"
 #include "files/SystemTexts.h"
-#include "json/Reader.h"
 #include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keys/KeyboardSequences.h"
 #include "simulator/FixedAreas.h"
 #include "simulator/ShippedModels.h"
+#include "json/Reader.h"
 
 #include <algorithm>
 #include <iterator>
