@@ -40,14 +40,14 @@ ControlDisplay::ControlDisplay(host::Configuration& configuration,
 
 void ControlDisplay::Follow(host::Session& keyboard) {
     for (Section* section : keyboard.Present(m_configuration, true))
-        section->Control().SetKeyboard(&keyboard.Access());
+        section->Follow(&keyboard.Access());
     ListTracks();
 }
 
 // Which tracks there are is for a keyboard to tell: the control sees one that reads them all.
 void ControlDisplay::FollowNone() {
     for (const auto& section : m_configuration.Sections())
-        section->Control().SetKeyboard(nullptr);
+        section->Follow(nullptr);
     host::CopiedKeyboard able(AbleKeyboard());
     host::Session session(able);
     session.Open();

@@ -134,13 +134,13 @@ void DocumentMenu::DocumentChanged() {
 }
 
 void DocumentMenu::KeepUnsaved() {
-    if (!m_workbench.IsModified()) {
-        m_keepUnsaved.stop();
-        return m_unsaved.Drop();
-    }
-    if (m_workbench.IsBusy()) // the controls may hold half of something
-        return m_keepUnsaved.start();
     try {
+        if (!m_workbench.IsModified()) {
+            m_keepUnsaved.stop();
+            return m_unsaved.Drop();
+        }
+        if (m_workbench.IsBusy()) // the controls may hold half of something
+            return m_keepUnsaved.start();
         m_unsaved.Keep(m_workbench.Document(), m_workbench.File());
     } catch (const std::exception&) { // the document itself is not touched by it
         emit Warned(tr("No copy of the unsaved changes can be kept: a crash would lose them."));

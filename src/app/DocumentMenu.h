@@ -59,6 +59,7 @@ public:
     bool Save();
     bool SaveAs();
     // Keeps the copy of unsaved work as the document is now, or removes it when nothing is unsaved.
+    // Warns where that cannot be done, and never throws.
     void KeepUnsaved();
     void DropUnsaved() { m_unsaved.Drop(); }
     // The name of the present document, for titles.

@@ -33,19 +33,6 @@ private:
     bool m_before;
 };
 
-// When it goes, the controls ask the connected keyboard what it has, and follow it: a session takes
-// the keyboard from them after each transfer.
-class Workbench::Attachment {
-public:
-    explicit Attachment(Workbench& workbench) : m_workbench(workbench) {}
-    ~Attachment() { m_workbench.AttachKeyboard(); }
-    Attachment(const Attachment&) = delete;
-    Attachment& operator=(const Attachment&) = delete;
-
-private:
-    Workbench& m_workbench;
-};
-
 Workbench::Workbench(const Platform& platform, Options options)
     : m_platform(platform), m_options(std::move(options)), m_store(m_options.settings),
       m_preferences(m_store, platform) {
@@ -104,6 +91,7 @@ void Workbench::OpenLayout() {
 
 void Workbench::ReloadPreferences() {
     const Busy busy(*this);
+    m_writer.reset(); // its configuration has the keys of the layout
     try {
         OpenLayout();
     } catch (const host::Error& error) {
@@ -144,7 +132,7 @@ void Workbench::Connect() {
             emit Noticed(WarningText(warning));
         if (isApart)
             emit Noticed(m_driverNote);
-        AttachKeyboard();
+        Quietly([this] { m_display->Follow(*m_session); });
         ReloadPreferences();
     } catch (...) {
         Disconnect();
@@ -165,14 +153,10 @@ void Workbench::Disconnect() {
     } catch (const host::Error& error) {
         emit Noticed(FailureOf({}, error).text);
     }
+    m_writer.reset();
     m_session.reset();
     m_driver = {};
     emit KeyboardChanged();
-}
-
-void Workbench::AttachKeyboard() {
-    const Busy busy(*this);
-    m_display->Follow(*m_session);
 }
 
 host::Session& Workbench::Session() {
@@ -191,7 +175,6 @@ void Workbench::ReadKeyboard() {
     const auto before = m_configuration->TakeAll();
     auto sections = m_session->SectionsIn(*m_configuration, true);
     try {
-        const Attachment attached(*this);
         for (const host::Fault& fault : m_session->Upload(sections))
             emit Noticed(tr("%1: damaged in the keyboard, and left out of the document.")
                              .arg(SectionTitle(SectionOfPlace(fault.place))));
@@ -222,11 +205,9 @@ host::WriteRecords Workbench::Records() const {
     return host::WriteRecords(setup::RecordFolder(m_options.records));
 }
 
-template <typename Work>
-auto Workbench::WithWriter(const Work& work) {
-    host::Session& session = Session();
-    const Busy busy(*this);
-    const Attachment attached(*this);
+host::Writer& Workbench::Writer() {
+    if (m_writer)
+        return *m_writer;
     host::Writer::Options options;
     options.folder = setup::RecordFolder(m_options.records);
     options.origin = m_driver.origin;
@@ -237,8 +218,14 @@ auto Workbench::WithWriter(const Work& work) {
         return scratch;
     };
     options.onStep = [this](host::Step step) { emit Stepped(step); };
-    host::Writer writer(session, std::move(options));
-    return work(writer);
+    m_writer = std::make_unique<host::Writer>(Session(), std::move(options));
+    return *m_writer;
+}
+
+template <typename Work>
+auto Workbench::WithWriter(const Work& work) {
+    const Busy busy(*this);
+    return work(Writer());
 }
 
 host::WritePlan Workbench::PlanWrite(bool repairs) {

@@ -136,17 +136,17 @@ signals:
 
 private:
     class Busy;
-    class Attachment;
 
     void NoteEdit(ModuleControl& control);
     void TakeDocument(const host::ConfigurationDocument& document,
                       const std::filesystem::path& file);
     void StorePreferences();
     void StoreLastDocument();
-    void AttachKeyboard();
     [[nodiscard]] std::vector<host::Section*> WantedSections() const;
     void OpenLayout();
-    // Runs work that proves what it writes; the controls then follow the keyboard again.
+    // What writes to the connected keyboard.
+    [[nodiscard]] host::Writer& Writer();
+    // Runs work with it, during which the controls change by themselves.
     template <typename Work>
     auto WithWriter(const Work& work);
 
@@ -160,6 +160,7 @@ private:
     std::unique_ptr<host::History> m_history;
     setup::OpenedDriver m_driver;
     std::unique_ptr<host::Session> m_session;
+    std::unique_ptr<host::Writer> m_writer; // when it is first needed
     std::vector<Subscription> m_edits;
     StartStages m_stages;
     QString m_driverNote;

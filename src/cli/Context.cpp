@@ -135,8 +135,8 @@ host::Writer& Context::Writer() {
 void Context::WarnOfInterruptedWrites() {
     try {
         std::vector<host::DamagedRecord> damaged;
-        const host::Journal journal = Records().journal;
-        const auto entries = journal.Entries(&damaged);
+        const host::WriteRecords records = Records();
+        const auto entries = records.journal.Entries(&damaged);
         if (entries.empty() && damaged.empty()) // the keyboard is asked only where it matters
             return;
         const host::KeyboardIdentity identity = m_session->ReadIdentity();
@@ -144,7 +144,7 @@ void Context::WarnOfInterruptedWrites() {
             if (host::Journal::MayBeOf(record, identity))
                 Warn(MessageOf(record.error));
         const auto isBusy = [&](const host::JournalEntry& entry) {
-            return entry.origin == m_driver.origin && journal.IsInProgress(entry);
+            return entry.origin == m_driver.origin && records.IsInProgress(entry);
         };
         for (const host::JournalEntry& entry : entries)
             if (isBusy(entry))

@@ -50,7 +50,7 @@ std::string FileNameOf(const std::string& unit) {
 } // namespace
 
 std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument& document,
-                              Time time, const AskNamed& named) {
+                              Time time, const AskNamed& named) const {
     const std::string& unit = backup.till.unit;
     const std::string keyboard =
         backup.content.identity.FileName() + (unit.empty() ? "" : "." + FileNameOf(unit));

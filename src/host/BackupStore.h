@@ -53,7 +53,7 @@ public:
     // Saves a backup and returns its id; it is on the disk by then. Old ones go; `named` is asked
     // only where some would. Throws Error(FileFailed), and then none was saved.
     std::string Save(const Backup& backup, const ConfigurationDocument& document, Time time,
-                     const AskNamed& named);
+                     const AskNamed& named) const;
 
     // All backups, by keyboard and time.
     [[nodiscard]] std::vector<BackupEntry> List() const;

@@ -1,14 +1,11 @@
 #include "host/Journal.h"
 
-#include "files/Sha256.h"
 #include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "host/RecordMembers.h"
 
 #include <algorithm>
-#include <chrono>
 #include <stdexcept>
-#include <thread>
 #include <utility>
 
 namespace qx::host {
@@ -64,6 +61,10 @@ KeyboardContent JournalEntry::Finished(KeyboardContent content) const {
     return content;
 }
 
+KeyboardContent JournalEntry::Ended(RecoverWay way, const KeyboardContent& now) const {
+    return way == RecoverWay::Finish ? Finished(now) : RolledBack(now);
+}
+
 std::string JournalEntry::RestHashOf(KeyboardContent content) const {
     for (const ByteRange& range : ranges)
         content.Overwrite(range.address, std::string(range.to.size(), '\0'));
@@ -114,38 +115,6 @@ Trace JournalEntry::TraceIn(const KeyboardContent& now) const {
     }
 }
 
-std::string Journal::ClaimOf(const KeyboardIdentity& keyboard, const std::string& sOrigin) {
-    constexpr std::size_t kHashDigits = 8;
-    return keyboard.FileName() +
-           (keyboard.guid.empty() ? "-" + files::Sha256(sOrigin).substr(0, kHashDigits) : "");
-}
-
-std::unique_ptr<files::FileLock> Journal::Claim(const std::string& keyboard) const {
-    constexpr int kTries = 20; // who only looks whether it is claimed keeps it for a moment
-    try {
-        files::MakeFolder(m_locks);
-        auto lock = std::make_unique<files::FileLock>(m_locks / files::PathOf(keyboard));
-        for (int i = 0; i < kTries; ++i) {
-            if (lock->TryLock())
-                return lock;
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        return nullptr;
-    } catch (const std::exception& error) {
-        throw FileError(error);
-    }
-}
-
-bool Journal::IsInProgress(const JournalEntry& entry) const {
-    try {
-        files::MakeFolder(m_locks);
-        const std::string name = ClaimOf(entry.keyboard, entry.origin);
-        return !files::FileLock(m_locks / files::PathOf(name)).TryLock();
-    } catch (const std::exception& error) {
-        throw FileError(error);
-    }
-}
-
 void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time time) const {
     entry.time = TimeText(time);
     entry.keyboard = before.identity;
@@ -157,13 +126,6 @@ void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time tim
     entry.file = WriteNewRecord(
         m_folder, time, "." + keyboard + std::string(kEnding), kFormat,
         MembersToJson([&](auto visit) { VisitMembers(std::as_const(entry), visit); }));
-}
-
-void Journal::Forget(const JournalEntry& entry) const {
-    const auto claimed = Claim(ClaimOf(entry.keyboard, entry.origin));
-    if (!claimed)
-        throw Error(Cause::WriteInProgress, {.writes = {entry.Name()}});
-    End(entry);
 }
 
 std::vector<JournalEntry> Journal::Entries(std::vector<DamagedRecord>* damaged) const {

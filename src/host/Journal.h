@@ -5,9 +5,9 @@
 // cable may have left: in each range the old ones, the new ones, or some of each. Only some of each
 // show which keyboard it was: one that holds just the old or just the new ones may be another.
 //
-// A write calls in this order, as Writer does:
-// 1. Claim, with the ClaimOf of the keyboard. The lock is kept until the end; while another program
-//    has it, nothing is written.
+// A write goes in this order, as Writer does:
+// 1. The claim of the keyboard (Claims). It is kept until the end; while another program has it,
+//    nothing is written.
 // 2. Entries, of which those that the keyboard shows traces of (TraceIn) are settled first, or are
 //    named in `replaced` where this write overwrites their traces.
 // 3. Begin. Where it throws, nothing may be sent.
@@ -16,13 +16,11 @@
 //    entry stays for a recovery.
 #pragma once
 
-#include "files/Files.h"
 #include "host/KeyboardContent.h"
 #include "host/RecordFiles.h"
 #include "host/Till.h"
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -35,6 +33,9 @@ enum class Trace {
     After,   // exactly what the write leads to; many may
     Partial, // some old and some new bytes, which only that write leaves
 };
+
+// How an interrupted write is made an end of.
+enum class RecoverWay { Finish, RollBack };
 
 struct JournalEntry {
     std::string time;     // of the beginning
@@ -70,32 +71,19 @@ struct JournalEntry {
     // The content with the old, or the new, bytes in the ranges.
     [[nodiscard]] KeyboardContent RolledBack(KeyboardContent content) const;
     [[nodiscard]] KeyboardContent Finished(KeyboardContent content) const;
+    [[nodiscard]] KeyboardContent Ended(RecoverWay way, const KeyboardContent& now) const;
     // The hash of all bytes of the content outside the ranges.
     [[nodiscard]] std::string RestHashOf(KeyboardContent content) const;
 };
 
 class Journal {
 public:
-    // The folders of the entries, and of what is locked while a keyboard is claimed.
-    Journal(std::filesystem::path folder, std::filesystem::path locks)
-        : m_folder(std::move(folder)), m_locks(std::move(locks)) {}
-
-    // Which claim a keyboard takes: its own by its identifier, else by its kind and how it is
-    // reached.
-    [[nodiscard]] static std::string ClaimOf(const KeyboardIdentity& keyboard,
-                                             const std::string& sOrigin);
-    // The right to write to the keyboard, for as long as it is kept; null while another has it.
-    // Throws Error(FileFailed).
-    [[nodiscard]] std::unique_ptr<files::FileLock> Claim(const std::string& keyboard) const;
-    // Whether the write is still going on.
-    [[nodiscard]] bool IsInProgress(const JournalEntry& entry) const;
+    explicit Journal(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
     // Records the write; keyboard, rest and time are set by this. The entry is on the disk when
     // this returns.
     void Begin(JournalEntry& entry, const KeyboardContent& before, Time time) const;
     void End(const JournalEntry& entry) const { RemoveRecord(entry.file); }
-    // Ends the entry on the user's word. Throws Error(KeyboardBusy) while the write is going on.
-    void Forget(const JournalEntry& entry) const;
 
     // The writes that have not ended, oldest first. Entries that cannot be used are added to
     // `damaged`.
@@ -109,7 +97,6 @@ public:
 
 private:
     std::filesystem::path m_folder;
-    std::filesystem::path m_locks;
 };
 
 } // namespace qx::host

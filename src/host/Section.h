@@ -13,6 +13,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace qx::host {
 
@@ -82,6 +83,14 @@ public:
         Control().AdjustControls();
         Control().ReloadKeySettings();
     }
+    // Has the control work with this keyboard, or with none; returns the one that it had before.
+    QXKeyboardAccess* Follow(QXKeyboardAccess* keyboard) {
+        Control().SetKeyboard(keyboard);
+        return std::exchange(m_keyboard, keyboard);
+    }
+
+private:
+    QXKeyboardAccess* m_keyboard = nullptr;
 };
 
 // A section that owns its control of type C.

@@ -1,5 +1,7 @@
 #include "host/Sending.h"
 
+#include "host/Refusal.h"
+
 namespace qx::host {
 
 namespace {
@@ -21,6 +23,17 @@ const char* AfterFailedTransfer(Holds holds) {
 }
 
 } // namespace
+
+void RequireStillAs(Session& session, const KeyboardContent& planned) {
+    const KeyboardContent now = BeforeWriting([&] {
+        session.LookAgain();
+        return session.ReadAgain(planned);
+    });
+    if (now.identity != planned.identity)
+        throw Refusal(Cause::OtherKeyboard);
+    if (!now.HoldsSame(planned))
+        throw Refusal(Cause::ContentsChanged);
+}
 
 Sent Sending::Run(const WritePlan& plan, const std::vector<ByteRange>& ranges, bool verify) {
     Sent sent;

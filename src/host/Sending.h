@@ -32,6 +32,10 @@ struct Sent {
     }
 };
 
+// Proves that the opened keyboard is still the one of the plan, and holds what it held then: the
+// driver looks again, and all areas are read anew. Throws Error(KeyboardChanged) where it is not.
+void RequireStillAs(Session& session, const KeyboardContent& planned);
+
 class Sending {
 public:
     // `scratch` is a configuration for this keyboard whose settings are not needed otherwise.

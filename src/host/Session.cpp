@@ -24,24 +24,23 @@ constexpr const char* kGetEntry = "QXCFG_ConfigDirectoryGetEntry";
 
 } // namespace
 
-// The controls know the keyboard only while the session works with them, so that a configuration
-// may outlive its session.
+// The controls work with the session's keyboard for a while, and then again with the one that they
+// had before, if any: a configuration may outlive its session.
 class Session::Assigned {
 public:
-    Assigned(const std::vector<Section*>& sections, QXKeyboardAccess& access)
-        : m_sections(sections) {
-        for (Section* section : m_sections)
-            section->Control().SetKeyboard(&access);
+    Assigned(const std::vector<Section*>& sections, QXKeyboardAccess& access) {
+        for (Section* section : sections)
+            m_before.emplace_back(section, section->Follow(&access));
     }
     ~Assigned() {
-        for (Section* section : m_sections)
-            section->Control().SetKeyboard(nullptr);
+        for (const auto& [section, keyboard] : m_before)
+            section->Follow(keyboard);
     }
     Assigned(const Assigned&) = delete;
     Assigned& operator=(const Assigned&) = delete;
 
 private:
-    const std::vector<Section*> m_sections;
+    std::vector<std::pair<Section*, QXKeyboardAccess*>> m_before;
 };
 
 Session::Session(ConfigDriver& driver, const Platform& platform, Options options)

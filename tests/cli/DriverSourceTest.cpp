@@ -105,7 +105,7 @@ TEST(DriverSource, FaultsAreExplainedAlike) {
     };
     const Case cases[] = {
         {{"--keyboard", file, "--model", "nosuch", "identify"}, 6, "full, magnet, x1-4620"},
-        {{"--keyboard", file, "--model", model, "identify"}, 6, "/keyboard: missing"},
+        {{"--keyboard", file, "--model", model, "identify"}, 6, "\"keyboard\" is missing"},
         {{"--keyboard", damaged, "identify"}, 3, "not a file of a simulated keyboard"},
         {{"--keyboard", (folder / "absent/till.qxk").string(), "--model", "full", "identify"},
          3,

@@ -88,9 +88,9 @@ TEST_F(Recovery, ATwinIsNeitherRecoveredNorRefused) {
                         ExpectLeftAlone(a, cut == 0 ? Trace::Before : Trace::After);
                         EXPECT_FALSE(Download(a, kThird));
                         ASSERT_EQ(Entries().size(), 1U);
-                        const Journal& journal = WriteRecords(records).journal;
-                        EXPECT_THROW((void)journal.Find("another"), Error);
-                        journal.Forget(journal.Find(id));
+                        const WriteRecords all(records);
+                        EXPECT_THROW((void)all.journal.Find("another"), Error);
+                        all.Forget(all.journal.Find(id));
                         EXPECT_EQ(Entries().size(), 0U);
                     }
                 }

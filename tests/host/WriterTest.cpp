@@ -310,7 +310,7 @@ TEST_F(WriterTest, OneProgramAtATimeWritesToAKeyboard) {
             const auto entries = writer.Records().journal.Entries();
             ASSERT_EQ(entries.size(), 1U);
             EXPECT_THROW(writer.Recover(entries[0], Writer::Way::RollBack), Error);
-            EXPECT_THROW(writer.Records().journal.Forget(entries[0]), Error);
+            EXPECT_THROW(writer.Records().Forget(entries[0]), Error);
         }));
         const auto error = Download(same, kNew);
         ASSERT_TRUE(error);

@@ -74,7 +74,7 @@ void List(Context& context) {
 }
 
 void Forget(Context& context, const host::JournalEntry& entry) {
-    context.Records().journal.Forget(entry);
+    context.Records().Forget(entry);
     context.Result({{"recovered", "forgotten"}, {"interrupted", ToJson(entry)}},
                    {"the " + host::InWords(entry) + " is forgotten; the keyboard is as it was"});
 }
@@ -166,7 +166,7 @@ void Recover(Context& context, const RecoverOptions& options) {
                               : Settle(context, host::Json::object(), entry, options);
     }
     const auto writes = context.Writer().OnRecord();
-    const auto candidates = context.Writer().Interrupted();
+    const auto candidates = context.Writer().Interrupted(writes);
     if (candidates.empty()) {
         context.CloseKeyboard();
         return LeaveAlone(context, writes, options);

@@ -1,0 +1,26 @@
+// Refusal: an error of the time before anything is sent to a keyboard.
+#pragma once
+
+#include "host/Error.h"
+
+#include <utility>
+
+namespace qx::host {
+
+[[nodiscard]] inline Error Refusal(Cause cause, ErrorFacts facts = {}) {
+    facts.holds = Holds::NotTouched;
+    return Error(cause, std::move(facts));
+}
+
+// Runs the step; what it throws is a refusal.
+template <typename Step>
+auto BeforeWriting(const Step& step) {
+    try {
+        return step();
+    } catch (Error& error) {
+        error.holds = Holds::NotTouched;
+        throw;
+    }
+}
+
+} // namespace qx::host
