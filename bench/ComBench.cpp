@@ -1,5 +1,5 @@
-// What a call through IDispatch costs, beside the same call in C++ and beside calls of the system's
-// own Scripting.Dictionary; bench/com-calls runs it under wine.
+// The cost of a call through IDispatch, compared with the same call in C++ and with calls of the
+// system's own Scripting.Dictionary; bench/com-calls runs it under wine.
 
 #include "com/windows/ClassFactory.h"
 #include "com/windows/ComObject.h"
@@ -53,7 +53,7 @@ ComPtr<IDispatch> NewDictionary() {
     return object;
 }
 
-// One member of an object, called as a script does.
+// One member of an object, called like from a script.
 class Member {
 public:
     Member(ComPtr<IDispatch> object, const wchar_t* name, WORD flags = DISPATCH_PROPERTYGET)
@@ -86,7 +86,7 @@ private:
     DISPID m_id;
 };
 
-// Refuses every edit, by reference.
+// A sink that refuses every edit, by reference.
 class Refusing : public IDispatch {
 public:
     virtual ~Refusing() = default;
@@ -134,8 +134,8 @@ double SecondsFor(long count, const std::function<void()>& call) {
            static_cast<double>(frequency.QuadPart);
 }
 
-// Nanoseconds for one of each: the best of rounds in which they take turns, each for a millisecond
-// or two. The best is what is left when nothing else runs on the machine meanwhile.
+// The time of each call in nanoseconds: the best of many rounds in which the calls take turns, each
+// for one or two milliseconds. The best round is the one least disturbed by other processes.
 std::vector<double> Nanoseconds(const Calls& calls) {
     std::vector<long> counts;
     for (const auto& call : calls) {
@@ -162,8 +162,8 @@ void Measure(const char* what, const Calls& calls) {
     Report(what, times[0], times[1], times[2]);
 }
 
-// The press of a button that raises EditHeader, less the same press that nobody hears. There is no
-// event of the dictionary's: a call with one argument stands beside it.
+// A button press that raises EditHeader, minus the same press without a sink. The dictionary has no
+// events; a call with one argument is used for comparison.
 void MeasureEvent(const std::function<void()>& dictionaryCall) {
     const auto unheard = New<QXBarcode>();
     const auto native = New<QXBarcode>();

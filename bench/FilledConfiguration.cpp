@@ -13,7 +13,7 @@
 namespace qx::bench {
 namespace {
 
-// Which of the slots that are asked for one after the other get something.
+// Decides which of consecutive slots are filled.
 class Choice {
 public:
     explicit Choice(int nPercent) : m_percent(nPercent) {}

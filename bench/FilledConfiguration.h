@@ -1,4 +1,4 @@
-// Configurations with as much in them as a keyboard can hold.
+// Configurations that fill a keyboard up to any degree.
 #pragma once
 
 #include "host/Configuration.h"
@@ -6,9 +6,9 @@
 
 namespace qx::bench {
 
-// Fills nPercent of each 100 slots of every module, evenly spread: with a sequence of this code (1
-// to 255) as long as the slot, and for layered function keys with a description of 64 characters.
-// POS keys get a block each. The other slots become empty. The configuration needs a layout.
+// Fills nPercent of the slots of every module, evenly distributed: with a sequence of this code (1
+// to 255) as long as the slot; for layered function keys, also with a description of 64 characters.
+// POS keys get a block each. The other slots are emptied. The configuration needs a layout.
 void Fill(host::Configuration& configuration, int nPercent, Byte code);
 
 } // namespace qx::bench

@@ -1,5 +1,5 @@
-// A full repaint of the keyboard on a screen of 1920 by 1080: once more, after another key was
-// picked, and in another size.
+// A full repaint of the keyboard on a screen of 1920 by 1080: again unchanged, after picking
+// another key, and in another size.
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXLayoutDisplay.h"
@@ -60,10 +60,10 @@ BENCHMARK(Repaint)
     ->ArgName("before")
     ->DenseRange(Nothing, NewSize)
     ->UseRealTime()
-    ->MeasureProcessCPUTime() // Qt fills with several threads
+    ->MeasureProcessCPUTime() // Qt fills areas with several threads
     ->Unit(benchmark::kMillisecond);
 
-// What any widget of that size costs: one filled rectangle.
+// The minimum for any widget of that size: one filled rectangle.
 void FillScreen(benchmark::State& state) {
     QImage screen(kScreen, QImage::Format_RGB32);
     for (auto _ : state) {

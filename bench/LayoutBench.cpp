@@ -1,4 +1,4 @@
-// Parsing a keyboard layout, and redrawing all keys as data beside a plain copy of the same keys.
+// Parsing a keyboard layout, and redrawing all keys as data, compared with copying the same keys.
 
 #include "qxcontrols/keys/KeyboardSequences.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"

@@ -1,4 +1,4 @@
-// What planning a write costs beside an upload, and what undo costs for each edit.
+// The cost of planning a write compared with an upload, and the cost of undo for each edit.
 
 #include "FilledConfiguration.h"
 #include "host/History.h"
@@ -40,7 +40,7 @@ struct BenchSession {
     host::Session session{driver};
 };
 
-// The keyboard is empty, or has as much as it can hold.
+// The keyboard is empty or completely filled.
 void Upload(benchmark::State& state) {
     BenchSession keyboard;
     host::Configuration configuration(Platform(), &keyboard.layout, nullptr);
@@ -56,7 +56,7 @@ void Upload(benchmark::State& state) {
 }
 BENCHMARK(Upload)->ArgName("full")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
-// Every key of every module changes.
+// All keys of all modules change.
 void PlanOfAFullChange(benchmark::State& state) {
     BenchSession keyboard;
     host::Configuration configuration(Platform(), &keyboard.layout, nullptr);
@@ -81,7 +81,7 @@ void NamingItsSettings(benchmark::State& state) {
 }
 BENCHMARK(NamingItsSettings)->Unit(benchmark::kMillisecond);
 
-// One key is edited while every other has all that it can have.
+// One key is edited while all others are completely filled.
 void NoteOfOneKey(benchmark::State& state) {
     BenchSession keyboard;
     host::Configuration configuration(Platform(), &keyboard.layout, nullptr);

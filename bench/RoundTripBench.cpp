@@ -1,4 +1,5 @@
-// What moving whole configurations costs beyond copying the same bytes with the same driver calls.
+// The cost of transferring whole configurations, compared with copying the same bytes by the same
+// driver calls.
 
 #include "FilledConfiguration.h"
 #include "host/Session.h"
@@ -24,10 +25,10 @@ QXKeyboardLayoutData& Layout() {
     return layout;
 }
 
-// All modules, in memory, without notes.
+// A keyboard with all modules, in memory, that does not record calls.
 class BenchKeyboard : public test::FakeDriver {
 public:
-    // nPercent of its slots are full.
+    // nPercent of its slots are filled.
     explicit BenchKeyboard(int nPercent) {
         notesCalls = false;
         directory = {{MODULE_MAGNET_CONFIG, 0x1000},         {MODULE_BARCODE_CONFIG, 0x1100},
@@ -44,7 +45,7 @@ public:
     }
 };
 
-// Hands calls on and notes how to make them again, with buffers of its own.
+// Forwards calls and records how to repeat them, with its own buffers.
 class Recorder : public host::ForwardingDriver {
 public:
     explicit Recorder(ConfigDriver& inner) : ForwardingDriver(inner), m_inner(inner) {}

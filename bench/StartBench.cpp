@@ -1,4 +1,4 @@
-// How long `qxconf identify` takes from its start to its end, beside a one-line program.
+// The run time of `qxconf identify`, compared with a one-line program.
 
 #include <benchmark/benchmark.h>
 
@@ -13,7 +13,7 @@ extern char** environ;
 
 namespace {
 
-// Runs the program with its output thrown away; whether it succeeded.
+// Runs the program and discards its output; true if it succeeded.
 bool RunProgram(std::vector<std::string> arguments) {
     std::vector<char*> pointers;
     for (std::string& argument : arguments)

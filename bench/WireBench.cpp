@@ -1,5 +1,5 @@
-// What goes over the wire to and from a keyboard with every module, for changes of several sizes:
-// requests and bytes, sent and read, of a whole download with its plan, check and proof.
+// The data transferred to and from a keyboard with every module, for changes of several sizes:
+// requests and bytes, sent and read, of a complete download with its plan, check and verification.
 
 #include "host/ForwardingDriver.h"
 #include "host/Writer.h"
@@ -21,7 +21,7 @@ struct Traffic {
     long bytes = 0;
 };
 
-// Hands calls on and counts what the transfers move.
+// Forwards calls and counts the transferred bytes.
 class Counter : public host::ForwardingDriver {
 public:
     using ForwardingDriver::ForwardingDriver;
@@ -61,7 +61,7 @@ private:
     Traffic m_requested;
 };
 
-// A keyboard of the model "full", and one download to it.
+// A keyboard of model "full", and one download to it.
 class Wire {
 public:
     Wire() {
@@ -80,7 +80,7 @@ public:
             return configuration.Read(host::ConfigurationDocument::Parse(json.dump(), name));
         });
     }
-    // Downloads the default settings to a keyboard that holds none of their bytes.
+    // Downloads the default settings to a keyboard whose bytes all differ from them.
     void DownloadAll(const char* name, bool isFull) {
         {
             host::Session session(m_driver);

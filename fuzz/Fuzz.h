@@ -1,4 +1,4 @@
-// What the fuzz targets share.
+// Helpers for the fuzz targets.
 #pragma once
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -14,7 +14,7 @@
 
 namespace qx::fuzz {
 
-// Stops the run, which keeps the input, when a property does not hold.
+// Stops the run if a property does not hold; the input is then kept.
 inline void Require(bool holds, std::string_view property) {
     if (holds)
         return;
@@ -23,7 +23,7 @@ inline void Require(bool holds, std::string_view property) {
     std::abort();
 }
 
-// The same for two texts that must be equal, which are shown when they are not.
+// The same for two texts that must be equal; shows them if they are not.
 inline void RequireEqual(const std::string& first, const std::string& second,
                          std::string_view property) {
     if (first != second)
@@ -35,7 +35,7 @@ inline std::string_view AsText(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-// The layout of the United States.
+// The US layout.
 inline QXKeyboardLayoutData& UsLayout() {
     static QXKeyboardLayoutData layout;
     if (!layout.Loaded()) {
@@ -45,7 +45,7 @@ inline QXKeyboardLayoutData& UsLayout() {
     return layout;
 }
 
-// Services for controls, by which every new identifier is the same.
+// Services for controls; every new identifier is the same.
 inline Platform Services() {
     struct SameGuid : GuidCreator {
         Guid CreateSafeGuid() override { return {1, 2, 3, {4}}; }

@@ -1,4 +1,4 @@
-// A document that is accepted, written and read again gives the same settings; one that is refused
+// A document that is accepted, written and read again yields the same settings; a refused one
 // changes none.
 
 #include "Fuzz.h"

@@ -1,5 +1,5 @@
-// A layout file is refused, with a reason and without a change, or every accessor gives what it
-// promises and sequences that are written with its names read back the same.
+// A layout file is refused with a reason and without a change, or else every accessor keeps its
+// contract, and sequences written with its names read back the same.
 
 #include "Fuzz.h"
 #include "qxcontrols/keys/SequenceText.h"
@@ -14,7 +14,7 @@ namespace {
 
 using namespace qx;
 
-// A folder of this process for the one layout file; gone at its end.
+// This process's folder for the layout file; deleted at the end.
 struct Folder {
     std::filesystem::path path =
         std::filesystem::temp_directory_path() / ("qx-fuzz-layout-" + std::to_string(getpid()));

@@ -1,5 +1,5 @@
-// A text that is read as a sequence, printed and read again gives the same codes; a text that is
-// refused is refused at a place inside it.
+// A text that is read as a sequence, printed and read again yields the same codes; a refused text
+// is refused at a place inside it.
 
 #include "Fuzz.h"
 #include "qxcontrols/keys/SequenceText.h"
@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::Require(error.Position() <= size, "the place of a fault is in the text");
         fuzz::Require(*error.what() != '\0', "a refusal has a reason");
     }
-    const std::vector<Byte> codes(data, data + size); // any codes at all
+    const std::vector<Byte> codes(data, data + size); // any codes
     fuzz::Require(ParseSequenceText(SequenceToText(codes, layout), layout) == codes,
                   "any codes read back as they were written");
     return 0;

@@ -1,5 +1,5 @@
-# Headers that many sources include and that take long to read are compiled once. Sources still include
-# what they use: packaging/lint and the Windows builds do without.
+# Headers that many sources include and that are slow to parse are precompiled. Sources must still
+# include what they use: packaging/lint and the Windows builds do not precompile.
 if(MINGW)
     set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
 endif()
@@ -12,7 +12,7 @@ set(QX_QT_HEADERS <QApplication> <QCheckBox> <QDialog> <QGridLayout> <QGroupBox>
                   <QVBoxLayout>)
 set(QX_TEST_HEADERS <gtest/gtest.h>)
 
-# qx_precompile(target STANDARD JSON ...): the headers of these kinds.
+# qx_precompile(target STANDARD JSON ...): precompiles the headers of these groups.
 function(qx_precompile target)
     foreach(kind ${ARGN})
         target_precompile_headers(${target} PRIVATE ${QX_${kind}_HEADERS})

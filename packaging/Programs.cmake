@@ -1,11 +1,11 @@
-# Programs that need nothing beside them: qx_program(target). On Windows they say what they are, and
-# take long names of files where the system is set up for them.
+# Self-contained programs: qx_program(target). On Windows they have version information, and support
+# long file names where the system has them enabled.
 if(MINGW)
     enable_language(RC)
     string(REPLACE "." "," QX_VERSION_COMMAS "${PROJECT_VERSION},0")
 endif()
 
-# The resources of a program on Windows: its version, this manifest, and an icon where one is named.
+# The resources of a Windows program: its version, this manifest, and an icon if one is given.
 function(qx_resources target manifest)
     set(QX_PROGRAM ${target})
     set(QX_ICON "")

@@ -1,8 +1,8 @@
-# For scripts that run programs for Windows: a new wine prefix and a virtual display, which are gone
-# when the script ends.
+# For scripts that run Windows programs: creates a new wine prefix and a virtual display, which are
+# removed when the script ends.
 #
-# Sourced in the project's folder, with set -e. Gives $wine, $wineserver, $DISPLAY, and $folder, an
-# empty folder that is gone as well; wine's drive C is below $WINEPREFIX.
+# To be sourced in the project's folder, with set -e. Sets $wine, $wineserver, $DISPLAY, and
+# $folder, an empty folder that is removed as well; wine's drive C is below $WINEPREFIX.
 . packaging/packages.sh
 packaging/install-packages "${wine_packages[@]}"
 folder=$(mktemp -d)
@@ -16,8 +16,8 @@ end_wine() {
 }
 trap end_wine EXIT
 export WINEPREFIX=$folder/prefix WINEDEBUG=-all
-export LC_ALL=C.UTF-8 # names of files have all letters
-# No questions about downloads, and nothing in the menus of the machine.
+export LC_ALL=C.UTF-8 # file names may contain any characters
+# No questions about downloads, and no entries in the desktop's menus.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 exec {number}<> <(:)
 Xvfb -displayfd "$number" -screen 0 1920x1200x24 2>/dev/null &
@@ -25,6 +25,6 @@ display=$!
 read -r -u "$number" screen
 export DISPLAY=:$screen
 "$wine" wineboot -i >/dev/null 2>&1
-# No window manager is there to wait for.
+# There is no window manager to wait for.
 "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
 "$wineserver" -w

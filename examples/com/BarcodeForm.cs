@@ -1,7 +1,7 @@
-// A Windows Forms window with the barcode control. It is to be read: the project's tests do not
+// A Windows Forms window with the barcode control. An example to read: the project's tests do not
 // compile or run it.
 //
-// The interop assemblies come from the type library: "aximp QXControls.ocx" makes
+// The interop assemblies are generated from the type library: "aximp QXControls.ocx" creates
 // AxQXControls.dll (the controls) and QXControls.dll (the classes).
 using System;
 using System.Windows.Forms;
@@ -63,7 +63,7 @@ public class BarcodeForm : Form
 
     protected override void OnFormClosed(FormClosedEventArgs e)
     {
-        keyboard.Done(); // gives the user the layer keys back
+        keyboard.Done(); // returns the layer keys to the user
         base.OnFormClosed(e);
     }
 

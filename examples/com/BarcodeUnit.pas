@@ -1,8 +1,9 @@
 unit BarcodeUnit;
 
-// A form with the barcode control. It is to be read: the project's tests do not compile or run it.
+// A form with the barcode control. An example to read: the project's tests do not compile or run
+// it.
 //
-// The unit QXControls_TLB comes from the type library: Component, Import Component.
+// The unit QXControls_TLB is generated from the type library: Component, Import Component.
 
 interface
 
@@ -78,7 +79,7 @@ end;
 destructor TBarcodeForm.Destroy;
 begin
   if FKeyboard <> nil then
-    FKeyboard.Done; // gives the user the layer keys back
+    FKeyboard.Done; // returns the layer keys to the user
   inherited;
 end;
 

@@ -49,7 +49,7 @@ Begin VB.Form ClassicForm
    End
 End
 Attribute VB_Name = "ClassicForm"
-' A classic form with the barcode control. It is to be read: the project's tests do not run it.
+' A classic form with the barcode control. An example to read: the project's tests do not run it.
 Option Explicit
 
 Private Sub Form_Load()

@@ -1,5 +1,5 @@
-// A host in C++: late bound, with a sink for the keyboard's events. It reads the configuration
-// directory and shows it.
+// A host in C++: late bound, with a sink for the keyboard's events. It reads and shows the
+// configuration directory.
 #include <windows.h>
 
 #include <ocidl.h>
@@ -17,7 +17,7 @@ void Check(HRESULT result, const char* step) {
         throw std::runtime_error(std::string(step) + " failed");
 }
 
-// Calls a member by name: a method, or a property that is read. The caller clears the result.
+// Calls a method or reads a property by name. The caller clears the result.
 VARIANT Get(IDispatch* object, const wchar_t* name, std::vector<VARIANT> arguments = {}) {
     DISPID id = 0;
     auto* text = const_cast<LPOLESTR>(name);
@@ -38,7 +38,7 @@ VARIANT Number(SHORT number) {
     return variant;
 }
 
-// Hears the keyboard's events; they come with the identifiers of the type library.
+// Receives the keyboard's events, which have the identifiers of the type library.
 class KeyboardEvents : public IDispatch {
 public:
     virtual ~KeyboardEvents() = default;
@@ -75,7 +75,7 @@ private:
     ULONG m_references = 1;
 };
 
-// Connects the sink to the object's own events; gives where to end that.
+// Connects the sink to the object's own events; returns the connection point for disconnecting.
 IConnectionPoint* Connect(IDispatch* object, IDispatch* sink, DWORD& cookie) {
     IProvideClassInfo2* info = nullptr;
     IConnectionPointContainer* container = nullptr;
@@ -120,7 +120,7 @@ void Run() {
         VariantClear(&entry);
     }
 
-    Get(keyboard, L"Done"); // gives the user the layer keys back
+    Get(keyboard, L"Done"); // returns the layer keys to the user
     point->Unadvise(cookie);
     point->Release();
     sink->Release();

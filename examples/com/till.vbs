@@ -1,16 +1,16 @@
 ' Prepares a keyboard's magnetic reader for a till: identifies the keyboard, uploads the settings,
-' gives the second track a header, downloads them, and reads them back.
+' sets a header for the second track, downloads the settings, and reads them back.
 '
 '   cscript //nologo till.vbs
 '
-' The exit status is 0 when the keyboard holds the settings.
+' The exit status is 0 if the keyboard holds the settings.
 Option Explicit
 
 Const MODULE_KEYBOARD = 0
 Const MODULE_MAGNET_CONFIG = 1
 Const MODULE_MAGNET_HEADERS = 4
 
-' The events of the start-up, in their order.
+' The events of the start-up, in order.
 Sub keyboard_InitDriver() : WScript.Echo "opening the driver" : End Sub
 Sub keyboard_InitConfigurationTable() : WScript.Echo "reading the directory" : End Sub
 Sub keyboard_InitKeyboardNamingOK()
@@ -23,7 +23,7 @@ Set keyboard = CreateObject("QXControls.QXKeyboardAccess")
 Set layout = CreateObject("QXControls.QXKeyboardLayoutData")
 Set settings = CreateObject("QXControls.QXProgSettings")
 
-' Some script hosts that are like cscript connect no events; the work is the same.
+' Some script hosts other than cscript cannot connect events; everything else works the same.
 Sub HearKeyboard()
     On Error Resume Next
     WScript.ConnectObject keyboard, "keyboard_"

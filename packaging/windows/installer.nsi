@@ -8,13 +8,13 @@
 ; Command line: /S (no questions), /AllUsers or /CurrentUser, /D=FOLDER (last). Exit codes:
 ;   0  done
 ;   1  the user stopped it
-;   2  a file could not be written; what was there before is gone or incomplete: install again
+;   2  a file could not be written; an earlier installation is gone or incomplete: install again
 ;   3  everything is in place, but Windows did not register the COM library
 ;   4  nothing was changed: a program of QXControls is running, or a host uses the COM library
-;   5  nothing was changed: this Windows is not a 64-bit one
-;   6  nothing was changed: /AllUsers needs the rights of an administrator
+;   5  nothing was changed: this is not a 64-bit Windows
+;   6  nothing was changed: /AllUsers needs administrator rights
 ; The uninstaller: /S, and /PURGE to remove the user's preferences and records too; 0, 1, 4, 6, and
-; 2 where a file could not be removed.
+; 2 if a file could not be removed.
 
 Unicode true
 Target amd64-unicode
@@ -60,12 +60,12 @@ LangString InUse ${LANG_ENGLISH} "Close this program, which is in use, and try a
 LangString InUse ${LANG_GERMAN} "Dieses Programm wird gerade benutzt. Bitte schließen und noch einmal versuchen:"
 LangString NotRegistered ${LANG_ENGLISH} "The programs are installed, but Windows did not register the COM library. Hosts that create its objects will not find them."
 LangString NotRegistered ${LANG_GERMAN} "Die Programme sind installiert, aber Windows hat die COM-Bibliothek nicht registriert. Anwendungen, die ihre Objekte erzeugen, finden sie nicht."
-LangString NoRights ${LANG_ENGLISH} "An installation for all users needs the rights of an administrator."
-LangString NoRights ${LANG_GERMAN} "Eine Installation für alle Benutzer braucht die Rechte eines Administrators."
+LangString NoRights ${LANG_ENGLISH} "An installation for all users needs administrator rights."
+LangString NoRights ${LANG_GERMAN} "Für eine Installation für alle Benutzer sind Administratorrechte erforderlich."
 LangString Not64 ${LANG_ENGLISH} "QXControls needs a 64-bit Windows."
-LangString Not64 ${LANG_GERMAN} "QXControls braucht ein 64-Bit-Windows."
-LangString Purge ${LANG_ENGLISH} "Also delete your preferences, and the backups and records of what was written to keyboards?"
-LangString Purge ${LANG_GERMAN} "Auch Ihre Einstellungen löschen, und die Sicherungen und Protokolle dessen, was in Tastaturen geschrieben wurde?"
+LangString Not64 ${LANG_GERMAN} "QXControls benötigt ein 64-Bit-Windows."
+LangString Purge ${LANG_ENGLISH} "Also delete your preferences, and the backups and records of writes to keyboards?"
+LangString Purge ${LANG_GERMAN} "Auch Ihre Einstellungen sowie die Sicherungen und Protokolle der Schreibvorgänge löschen?"
 LangString Manual ${LANG_ENGLISH} "Manual"
 LangString Manual ${LANG_GERMAN} "Handbuch"
 LangString Prompt ${LANG_ENGLISH} "Command Prompt for qxconf"
@@ -73,7 +73,7 @@ LangString Prompt ${LANG_GERMAN} "Eingabeaufforderung für qxconf"
 LangString DocumentName ${LANG_ENGLISH} "Keyboard document"
 LangString DocumentName ${LANG_GERMAN} "Tastatur-Dokument"
 
-; What could not be overwritten would be half replaced, so nothing is begun.
+; Nothing is installed if a file is in use: the installation would be incomplete.
 !macro RequireFree FILE
     ${If} ${FileExists} "$INSTDIR\${FILE}"
         ClearErrors
@@ -87,8 +87,8 @@ LangString DocumentName ${LANG_GERMAN} "Tastatur-Dokument"
     ${EndIf}
 !macroend
 
-; The system's own program of each word size registers the server of its word size; a system that
-; cannot run 32-bit programs has none of theirs.
+; The system's regsvr32 of each word size registers the server of that word size; a system that
+; cannot run 32-bit programs does not have the 32-bit one.
 !macro Register SWITCHES RESULT
     StrCpy $1 ""
     ${If} $MultiUser.InstallMode == "CurrentUser"
@@ -101,7 +101,7 @@ LangString DocumentName ${LANG_GERMAN} "Tastatur-Dokument"
     ${EndIf}
 !macroend
 
-; Without this a silent installation would show a message, and wait.
+; Without this check, a silent installation would show a message and wait.
 !macro RequireRights
     ${GetParameters} $1
     ClearErrors

@@ -16,7 +16,7 @@ namespace {
                 argument);
 }
 
-// What an output has held before does not matter, unless it may stay.
+// A member may leave an output unchanged, so its value is passed on; an unsuitable one is ignored.
 Value Taken(const Parameter& parameter, const Value& given) {
     try {
         Value value = Coerced(given, parameter.type, parameter.name);
@@ -30,7 +30,7 @@ Value Taken(const Parameter& parameter, const Value& given) {
     }
 }
 
-// The arguments completed and of their types.
+// The arguments, with defaults for those left out, each converted to its parameter's type.
 void Complete(const std::vector<Parameter>& parameters, std::span<const Value> given,
               std::span<Value> arguments) {
     if (given.size() > parameters.size())

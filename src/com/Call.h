@@ -1,4 +1,4 @@
-// Calls of members by their tables.
+// Calls members through their tables.
 #pragma once
 
 #include "com/Object.h"
@@ -7,11 +7,11 @@
 
 namespace qx::com {
 
-// The arguments in the member's order, Missing where one was left out; by-reference ones are
-// answered in place. The object stays until the call ends, whoever releases it. Throws Error for a
-// wrong call and for what the library reports by exceptions: range errors as SubscriptOutOfRange,
-// invalid arguments as InvalidProcedureCall, overflows as Overflow; by-reference arguments then
-// stay.
+// `arguments` are in the member's order, Missing where one was left out; by-reference ones are
+// written back in place. The object stays alive until the call ends, even if a host releases it.
+// Throws Error for an invalid call and for exceptions of the library: range errors become
+// SubscriptOutOfRange, invalid arguments InvalidProcedureCall, overflows Overflow. By-reference
+// arguments are then unchanged.
 Value Call(Object& object, const Member& member, std::span<Value> given);
 
 } // namespace qx::com

@@ -1,6 +1,6 @@
 // The tables of the interface: for each class its members and events, with the names, identifiers
-// and types under which hosts know them. The type library, the calls and the tests are all made
-// from these tables; com/ClassBuilder.h fills them.
+// and types that hosts know them by. The type library, the calls and the tests are generated from
+// these tables; com/ClassBuilder.h fills them.
 #pragma once
 
 #include "com/Value.h"
@@ -31,21 +31,21 @@ struct Parameter {
     std::string_view name;
     Type type;
     bool byReference = false;
-    std::optional<Long> ifMissing; // optional when it has one
-    bool isOutput = false; // a text that is only answered: whatever the host hands over fits
+    std::optional<Long> ifMissing; // the default; only an optional parameter has one
+    bool isOutput = false;         // an output-only text: any value the host passes is accepted
 };
 
-constexpr std::size_t kMostParameters = 5; // of any member
+constexpr std::size_t kMostParameters = 5; // the largest number of parameters of any member
 
 enum class MemberKind { Method, Get, Put, PutObject };
 
 struct Member;
-// The arguments are complete and of their types; by-reference ones are answered in place.
+// The arguments are complete and already converted; by-reference ones are written back in place.
 using MemberCall =
     std::function<Value(const Member& member, Object& self, std::span<Value> arguments)>;
 
-// A property has a member for each of its directions, under one identifier; the last parameter of
-// one that sets is the new value.
+// A property has one member per direction (get, put), all with the same identifier; the last
+// parameter of a put is the new value.
 struct Member {
     std::string_view name;
     Long id;
@@ -55,7 +55,7 @@ struct Member {
     MemberCall call;
 };
 
-// By-reference arguments are answered in place.
+// By-reference arguments are written back in place.
 using EventSink = std::function<void(std::span<Value> arguments)>;
 
 struct EventMember;
@@ -78,26 +78,27 @@ enum class Look { None, Invisible, Visible }; // a plain class, a service object
 struct Class {
     std::string_view name;
     Look look;
-    // Of the class, of its interface (an underscore before the name) and of its event interface
-    // (two), which every control has, with events or without; a plain class has an empty last one.
+    // The identifiers of the class, of its interface (the name with one underscore) and of its
+    // event interface (two). Every control has an event interface, even without events; a plain
+    // class has none (empty).
     std::string_view clsid, iid, eventsIid;
     std::vector<Member> members;
     std::vector<EventMember> events;
     std::function<std::shared_ptr<void>(const Environment&)> create;
 };
 
-// Whether the text is the name, in any case of letters.
+// Compares ignoring case.
 [[nodiscard]] bool IsNamed(std::string_view name, std::u16string_view text);
 
-// The identifier of the member of that name; none when there is none.
+// The identifier of the member with that name; none if there is no such member.
 [[nodiscard]] std::optional<Long> IdOf(const Class& type, std::u16string_view name);
 
-// The member that a host means: one that is called or read, which scripts cannot tell apart, or one
-// that is set, to a value or to an object; null when there is none.
+// Finds the member that a host means: Call for a method or a property read (scripts cannot tell
+// them apart), Set for a property put, with a value or an object. Null if there is none.
 enum class Use { Call, Set };
 [[nodiscard]] const Member* Find(const Class& type, Long id, Use use);
 
-// The table of the class of the library that is named; defined beside its table.
+// The table of the library class T; defined beside that class's table.
 template <typename T>
 [[nodiscard]] const Class& TableOf();
 

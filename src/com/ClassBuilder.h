@@ -1,8 +1,8 @@
 // ClassBuilder: fills the table of a class from pointers to its members. The compiler deduces the
 // types of arguments and results; names and identifiers are given.
 //
-// There are hundreds of members: what does not depend on their types is left to TableBuilder, and
-// what is made for each type is kept small.
+// There are hundreds of members: everything that does not depend on their types is in TableBuilder,
+// and the code generated for each type is kept small.
 #pragma once
 
 #include "com/Class.h"
@@ -19,21 +19,21 @@
 
 namespace qx::com {
 
-// A parameter's name, and what its C++ type does not show.
+// A parameter's name, and the properties that its C++ type does not show.
 struct Name {
     constexpr Name(const char* text) : text(text) {}
     std::string_view text;
-    std::optional<Kind> kind; // in place of the deduced one
+    std::optional<Kind> kind; // replaces the deduced kind
     std::optional<Long> ifMissing;
     bool isOutput = false;
 };
-// A text that holds memory.
+// A text that holds raw memory.
 [[nodiscard]] constexpr Name Block(const char* text) {
     Name name(text);
     name.kind = Kind::Block;
     return name;
 }
-// A value that the interface declares as a variant.
+// A value that is declared as a variant.
 [[nodiscard]] constexpr Name Variant(const char* text) {
     Name name(text);
     name.kind = Kind::Variant;
@@ -44,14 +44,14 @@ struct Name {
     name.ifMissing = ifMissing;
     return name;
 }
-// A text by reference that the member answers and does not read.
+// A text by reference that the member writes but does not read.
 [[nodiscard]] constexpr Name Out(Name name) {
     name.isOutput = true;
     return name;
 }
 using Names = std::initializer_list<Name>;
 
-// Of a pair of overloads, the one that may change the object.
+// Selects the non-const one of a pair of overloads.
 template <typename R, typename B, typename... A>
 [[nodiscard]] constexpr auto Changing(R (B::*function)(A...)) {
     return function;
@@ -68,7 +68,7 @@ template <typename P>
 inline constexpr bool kIsObject =
     std::is_class_v<Plain<P>> && !kIsText<Plain<P>> && !std::is_same_v<Plain<P>, Value>;
 
-// Answered by the called side, or declared so by the interface.
+// Written by the called side, or declared by reference in the interface.
 template <typename P>
 inline constexpr bool kIsByReference =
     std::is_lvalue_reference_v<P> && !kIsObject<P> &&
@@ -112,7 +112,7 @@ template <typename P>
         return native;
 }
 
-// One argument of a call: taken from its value, held, and answered.
+// One argument of a call: converted from its value, held during the call, and written back.
 template <typename P>
 class Argument {
 public:
@@ -140,13 +140,13 @@ private:
             const auto& object = std::get<ObjectRef>(value);
             if (!std::is_pointer_v<std::remove_cvref_t<P>> && object == nullptr)
                 throw Error(ErrorNumber::ObjectRequired,
-                            std::string(parameter.name) + ": takes an object, not Nothing");
+                            std::string(parameter.name) + ": needs an object, not Nothing");
             return object == nullptr ? nullptr : static_cast<T*>(object->Native());
         } else if constexpr (kIsText<T>) {
             const auto& text = std::get<std::u16string>(value);
             return m_isBlock ? BytesOf(text, parameter.name) : Utf8FromUtf16(text);
         } else if constexpr (std::is_enum_v<T>) {
-            // whose underlying type may be smaller than the one that hosts see
+            // the underlying type may be smaller than Long, the type that hosts see
             const auto number = std::get<qx::Long>(value);
             if (!std::in_range<std::underlying_type_t<T>>(number))
                 throw Error(ErrorNumber::Overflow, std::string(parameter.name) + ": " +
@@ -161,7 +161,7 @@ private:
     Held m_held;
 };
 
-// What the C++ type of a parameter shows.
+// The properties that the C++ type of a parameter shows.
 struct ParameterShape {
     Type type;
     bool byReference;
@@ -210,7 +210,7 @@ public:
         return Add(name, id, MemberKind::Method, function, names);
     }
 
-    // A value that is read, or read and set.
+    // A property that can be read, and set if a setter is given.
     template <typename Getter>
     ClassBuilder& Property(std::string_view name, Long id, Getter get, Names names = {}) {
         return Add(name, id, MemberKind::Get, get, names);
@@ -220,20 +220,20 @@ public:
         Add(name, id, MemberKind::Get, get, {});
         return SetOnly(name, id, set);
     }
-    // A value that is only set; the last name is the new value's.
+    // A write-only property; the last name is that of the new value.
     template <typename Setter>
     ClassBuilder& SetOnly(std::string_view name, Long id, Setter set, Names names = {"vNewValue"}) {
         return Add(name, id, MemberKind::Put, set, names);
     }
 
-    // An object that belongs to this one; a set one is copied into it.
+    // An object that belongs to this one; setting the property copies the new object into it.
     template <typename B, typename P>
     ClassBuilder& Part(std::string_view name, Long id, P& (B::*get)(), void (B::*set)(const P&)) {
         Add(name, id, MemberKind::Get, get, {});
         return Add(name, id, MemberKind::PutObject, set, {"oNewValue"});
     }
 
-    // A shared service that is set, and kept alive from then on.
+    // A write-only shared service, kept alive once set.
     template <typename B, typename S>
     ClassBuilder& Service(std::string_view name, Long id, void (B::*set)(S*)) {
         AddService(name, id, TypeOf<S*>(),
@@ -246,7 +246,7 @@ public:
                    });
         return *this;
     }
-    // The same, to be read too.
+    // A shared service that can also be read.
     template <typename B, typename S>
     ClassBuilder& ReadableService(std::string_view name, Long id, void (B::*set)(S*)) {
         AddServiceGetter(name, id, TypeOf<S*>());
@@ -340,13 +340,13 @@ private:
         std::array<Value, sizeof...(A)> values{ValueOf(arguments)...};
         try {
             sink(values);
-        } catch (...) { // one that fails has not answered
+        } catch (...) { // a failed sink has given no answer
             return;
         }
         (TakeAnswer<A>(arguments, values[I], parameters[I]), ...);
     }
 
-    // An answer of another type than the event's, which hosts are free to give, leaves the preset.
+    // Hosts may answer with another type; an answer that cannot be converted is ignored.
     template <typename P, typename Native>
     static void TakeAnswer([[maybe_unused]] Native& native, [[maybe_unused]] const Value& value,
                            [[maybe_unused]] const Parameter& parameter) {

@@ -1,4 +1,4 @@
-// What new objects are made with: the machine, as the server finds it.
+// The machine that new objects are created with, as the server provides it.
 #pragma once
 
 #include "qxcontrols/platform/Platform.h"

@@ -9,8 +9,8 @@
 namespace qx::com {
 namespace {
 
-// What the interface compiler must know beforehand; it maps these names to the automation types,
-// and puts none of them into the library.
+// Declarations that the interface compiler needs first; they map these names to the automation
+// types and add nothing to the library.
 constexpr std::string_view kPrelude =
     "typedef short VARIANT_BOOL;\n"
     "typedef wchar_t* BSTR;\n"
@@ -18,7 +18,7 @@ constexpr std::string_view kPrelude =
     "[object, uuid(00000000-0000-0000-C000-000000000046)] interface IUnknown {}\n"
     "[object, uuid(00020400-0000-0000-C000-000000000046)] interface IDispatch : IUnknown {}\n";
 
-// "{...}" as the interface compiler wants it, without braces.
+// "{...}" without its braces, as the interface compiler expects it.
 std::string_view Uuid(std::string_view guid) {
     return guid.substr(1, guid.size() - 2);
 }

@@ -1,4 +1,4 @@
-// The library as hosts know it, and all that its type library has.
+// The library as hosts know it, and everything its type library contains.
 #pragma once
 
 #include "com/Class.h"

@@ -7,7 +7,7 @@
 namespace qx::com {
 namespace {
 
-// The system's own, for interfaces that are called through IDispatch.
+// The system's own proxy for interfaces that are called through IDispatch.
 constexpr std::string_view kDispatchProxy = "{00020420-0000-0000-C000-000000000046}";
 
 std::string_view MiscStatus(Look look) {

@@ -1,5 +1,5 @@
-// The side-by-side manifest: with it beside the server, a host that names the assembly QXControls
-// in its own manifest uses the library without any registration.
+// The side-by-side manifest: installed beside the server, it lets a host that names the assembly
+// QXControls in its own manifest use the library without registration.
 #pragma once
 
 #include <string>

@@ -1,8 +1,8 @@
 // Object: one object of the control library as a host holds it.
 //
-// It keeps what it needs alive: an object that belongs to another (a track to its control) keeps
-// that one, and one that was handed a shared service keeps the service. Whoever runs something on
-// Native that can raise an event has an Object::InUse meanwhile: a sink may release what is used.
+// It keeps the objects it needs alive: a part (such as a track) keeps the control it belongs to,
+// and an object with a shared service keeps that service. Code that calls Native and may raise an
+// event holds an Object::InUse for that time, because a sink may release the object in use.
 #pragma once
 
 #include "com/Class.h"
@@ -16,7 +16,7 @@ namespace qx::com {
 
 class Object : public std::enable_shared_from_this<Object> {
 public:
-    // Keeps an object, and the services that it has at the time, while code of its own runs.
+    // Keeps an object and its current services alive while its code runs.
     class InUse {
     public:
         explicit InUse(Object& object);
@@ -37,14 +37,14 @@ public:
     Object& operator=(const Object&) = delete;
 
     [[nodiscard]] const Class& ClassOf() const { return m_class; }
-    // The library's own object, of the type whose table ClassOf is.
+    // The library's own object; its C++ type is the one whose table ClassOf returns.
     [[nodiscard]] void* Native() const { return m_native.get(); }
 
-    // The object that belongs to this one; always the same one while a host holds it.
+    // The object for a part of this one; always the same object while a host holds it.
     [[nodiscard]] ObjectRef Part(const Class& type, void* native);
 
-    // Keeps a service that the property with this identifier was set to. The one before it goes
-    // once the object is not in use: an open editor still works with it.
+    // Keeps the service that the property with this identifier was set to. The previous one is
+    // released once the object is no longer in use: an open editor still works with it.
     void Keep(Long id, ObjectRef service);
     [[nodiscard]] ObjectRef Kept(Long id) const;
 
@@ -54,7 +54,7 @@ private:
     std::shared_ptr<void> m_native;
     std::map<std::pair<const Class*, void*>, std::weak_ptr<Object>> m_parts;
     int m_uses = 0;
-    std::vector<ObjectRef> m_replaced; // services, until the object is not in use
+    std::vector<ObjectRef> m_replaced; // earlier services, kept until the object is not in use
 };
 
 } // namespace qx::com

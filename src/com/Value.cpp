@@ -54,7 +54,7 @@ double NumberOf(const Value& value, std::string_view what) {
                 return *number;
             },
             [&](const ObjectRef&) -> double {
-                Refuse(ErrorNumber::TypeMismatch, what, "an object in place of a number");
+                Refuse(ErrorNumber::TypeMismatch, what, "an object instead of a number");
             },
             [&](Missing) -> double { Refuse(ErrorNumber::TypeMismatch, what, "missing"); },
             [](auto number) { return static_cast<double>(number); },
@@ -72,7 +72,7 @@ Number WholeNumber(const Value& value, std::string_view what) {
     return static_cast<Number>(rounded);
 }
 
-// Fractions with as many digits as classic hosts show.
+// With as many digits as classic hosts show.
 template <typename Number>
 std::u16string TextOfNumber(Number number) {
     if constexpr (std::is_floating_point_v<Number>) {
@@ -92,7 +92,7 @@ std::u16string TextOf(const Value& value, std::string_view what) {
             [](bool flag) { return std::u16string(flag ? u"True" : u"False"); },
             [](const std::u16string& text) { return text; },
             [&](const ObjectRef&) -> std::u16string {
-                Refuse(ErrorNumber::TypeMismatch, what, "an object in place of a text");
+                Refuse(ErrorNumber::TypeMismatch, what, "an object instead of a text");
             },
             [&](Missing) -> std::u16string { Refuse(ErrorNumber::TypeMismatch, what, "missing"); },
             [](auto number) { return TextOfNumber(number); },
@@ -104,10 +104,10 @@ ObjectRef ObjectOf(const Value& value, const Class& wanted, std::string_view wha
     const std::string expected(wanted.name);
     const auto* const object = std::get_if<ObjectRef>(&value);
     if (object == nullptr)
-        Refuse(ErrorNumber::ObjectRequired, what, "takes an object of class " + expected);
+        Refuse(ErrorNumber::ObjectRequired, what, "needs an object of class " + expected);
     if (*object != nullptr && &(*object)->ClassOf() != &wanted)
         Refuse(ErrorNumber::TypeMismatch, what,
-               "takes an object of class " + expected + ", not of " +
+               "needs an object of class " + expected + ", not of " +
                    std::string((*object)->ClassOf().name));
     return *object;
 }

@@ -1,6 +1,6 @@
-// Automation values: what hosts hand to members and get back from them, and the types that members
-// declare. A value of another type is brought to the declared one as classic hosts expect it, or
-// refused: out of range is an overflow, never a wrapped number.
+// Automation values, as hosts pass them to members and receive them, and the types that members
+// declare. A value of another type is converted to the declared one as classic hosts expect, or
+// refused: a number out of range is an overflow and never wraps.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -26,7 +26,7 @@ struct Missing {
     bool operator==(const Missing&) const = default;
 };
 
-// Texts are UTF-16; those that hold memory have one unit for each byte.
+// Texts are UTF-16; a text that holds raw memory has one unit per byte.
 using Value = std::variant<std::monostate, Missing, bool, Byte, Integer, Long, Single, double,
                            std::u16string, ObjectRef>;
 
@@ -38,7 +38,7 @@ enum class Kind {
     Long,
     Single,
     Text,
-    Block, // a text that holds memory
+    Block, // a text that holds raw memory
     Variant,
     Enumeration,
     Object,
@@ -50,7 +50,7 @@ struct Type {
     const Class& (*object)() = nullptr;       // of Kind::Object
 };
 
-// The errors by the numbers that classic hosts know.
+// The errors, numbered as in classic hosts.
 enum class ErrorNumber {
     InvalidProcedureCall = 5,
     Overflow = 6,
@@ -70,7 +70,7 @@ public:
     Error(ErrorNumber number, const std::string& text, std::optional<std::size_t> argument = {})
         : std::runtime_error(text), m_number(number), m_argument(argument) {}
     [[nodiscard]] ErrorNumber Number() const { return m_number; }
-    // The argument of a call that makes it, which counts from 0; none for the call itself.
+    // The argument at fault, counted from 0; none if the call as a whole is at fault.
     [[nodiscard]] std::optional<std::size_t> Argument() const { return m_argument; }
 
 private:
@@ -78,13 +78,14 @@ private:
     std::optional<std::size_t> m_argument;
 };
 
-// The value as the type's own alternative: bool, Byte, Integer, Long (enumerations too), Single,
-// std::u16string or ObjectRef; a Variant stays as it is. Halves are rounded to even. Throws Error
-// with TypeMismatch, Overflow or ObjectRequired; `what` names the value in the message.
+// Converts the value to the type's own alternative: bool, Byte, Integer, Long (enumerations too),
+// Single, std::u16string or ObjectRef; a Variant is returned unchanged. Halves round to even.
+// Throws Error with TypeMismatch, Overflow or ObjectRequired; `what` names the value in the
+// message.
 [[nodiscard]] Value Coerced(const Value& value, const Type& type, std::string_view what);
 
-// The bytes of a text that holds memory; Throws Error with InvalidProcedureCall for a unit above
-// 255.
+// The bytes of a text that holds raw memory. Throws Error with InvalidProcedureCall for a unit
+// above 255.
 [[nodiscard]] std::string BytesOf(std::u16string_view text, std::string_view what);
 [[nodiscard]] std::u16string TextOfBytes(std::string_view bytes);
 

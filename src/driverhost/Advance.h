@@ -1,8 +1,8 @@
-// Advance: whether a transfer gets on, from the percentages that its driver posts.
+// Advance: decides from the percentages that a driver posts whether its transfer makes progress.
 //
-// Drivers count from 0 to 100 once for a transfer, or anew for each stretch that it moves. What is
-// not a percentage, the same one again, and counting anew more often than there are stretches are
-// no advance; so a transfer that posts for ever advances only so often.
+// Drivers count from 0 to 100 once per transfer, or once per stretch. Values that are not
+// percentages, repeated values, and more restarts than there are stretches do not count as
+// progress; so a transfer that posts forever makes progress only a limited number of times.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace qx::driverhost {
 
 class Advance {
 public:
-    // Of a transfer of that many stretches.
+    // For a transfer of this many stretches.
     explicit Advance(int stretches) : m_falls(stretches) {}
 
     [[nodiscard]] bool IsMadeBy(std::int32_t percent) {
@@ -26,7 +26,7 @@ public:
     }
 
 private:
-    int m_falls; // that are left
+    int m_falls; // restarts left
     std::int32_t m_percent = 0;
 };
 

@@ -1,4 +1,4 @@
-// What a driver library may offer beyond the functions of every driver.
+// Optional functions of a driver library, beyond those of every driver.
 #pragma once
 
 #include "qxcontrols/device/DriverLibrary.h"
@@ -8,11 +8,11 @@
 
 namespace qx::driverhost {
 
-// The meaning of a status in words; the empty text from a library that explains none.
+// The meaning of a status; empty if the library does not explain it.
 [[nodiscard]] std::string StatusText(const DriverLibrary& library, std::int32_t lStatus);
 
-// Tells a library that is itself a simulated keyboard which file to keep it in, and of which model
-// it is when new. Its status, or none from a library that takes no file.
+// For a library that is a simulated keyboard: sets the file to store it in, and the model for a new
+// file. Returns the library's status; none if the library does not support this.
 [[nodiscard]] std::optional<std::int32_t>
 SetKeyboard(const DriverLibrary& library, const std::string& file, const std::string& model);
 

@@ -1,6 +1,6 @@
-// PostingLibrary: a driver library that reports progress as drivers on Windows do, by messages to a
-// window. The window that the calling program names belongs to that program, which reads no
-// messages while it waits for an answer; so one of this process takes its place.
+// PostingLibrary: a driver library that reports progress by window messages, as drivers on Windows
+// do. The window named by the calling program belongs to that program, which reads no messages
+// while it waits for an answer; a window of this process therefore takes its place.
 #pragma once
 
 #include "qxcontrols/device/DriverLibrary.h"
@@ -12,8 +12,8 @@ namespace qx::driverhost {
 
 class PostingLibrary : public DriverLibrary {
 public:
-    // Messages arrive at `post`, on a thread of their own, for the window that the program has
-    // named. Throws what DriverLibrary throws.
+    // Calls `post` on a separate thread for each message, with the window that the program has
+    // named. Throws the same exceptions as DriverLibrary.
     PostingLibrary(const std::string& file, MessagePoster post);
     ~PostingLibrary() override;
     PostingLibrary(const PostingLibrary&) = delete;
@@ -21,13 +21,13 @@ public:
 
     std::int32_t QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg,
                                             std::int32_t lWhat) override;
-    // Waits until the messages that were posted before have arrived.
+    // Waits until all messages posted so far have arrived.
     void Flush();
 
 private:
     class Window;
     MessagePoster m_post;
-    std::unique_ptr<Window> m_window; // none while nobody is notified
+    std::unique_ptr<Window> m_window; // null while no window is notified
 };
 
 } // namespace qx::driverhost

@@ -1,7 +1,7 @@
-// RemoteDriver: a driver library that runs in a process of its own.
+// RemoteDriver: a driver library that runs in a separate process.
 //
-// Whatever the driver does there (crash, hang, end its process, write beyond a buffer) costs that
-// process only. From then on every call here fails at once with kGone, and Failure explains why.
+// Whatever the driver does there (crash, hang, end its process, write beyond a buffer) affects only
+// that process. From then on every call here fails at once with kGone, and Failure explains why.
 #pragma once
 
 #include "process/ChildProcess.h"
@@ -17,10 +17,9 @@ namespace qx::driverhost {
 class Frame;
 class Values;
 
-// How a driver library is kept apart.
+// How a driver library is isolated.
 struct Isolation {
-    std::filesystem::path program; // that loads it; empty: the one for it beside this program
-    // How long a driver may neither answer a call nor get on with a transfer.
+    std::filesystem::path program; // to load it; empty: the matching one beside this one
     std::chrono::milliseconds limit = std::chrono::seconds(120);
 };
 
@@ -28,9 +27,9 @@ class RemoteDriver : public ConfigDriver {
 public:
     static constexpr std::int32_t kGone = INT32_MIN; // its low 16 bits are 0: no directory
 
-    // Starts the process and loads the library in it. Throws std::runtime_error when that fails.
+    // Starts the process and loads the library in it. Throws std::runtime_error if that fails.
     RemoteDriver(const std::filesystem::path& library, Isolation isolation);
-    // Ends the process; one that does not end by itself is killed.
+    // Ends the process, and kills it if it does not end by itself.
     ~RemoteDriver() override;
     RemoteDriver(const RemoteDriver&) = delete;
     RemoteDriver& operator=(const RemoteDriver&) = delete;
@@ -45,7 +44,8 @@ public:
     [[nodiscard]] std::optional<std::int32_t> SetKeyboard(const std::string& file,
                                                           const std::string& model);
 
-    // "QXCFG_Init: the driver crashed (signal 11, Segmentation fault)"; empty while it works.
+    // "QXCFG_Init: the driver crashed (signal 11, Segmentation fault)"; empty while the driver
+    // works.
     [[nodiscard]] const std::string& Failure() const {
         return m_failure;
     }
@@ -55,8 +55,8 @@ private:
 
     template <typename... Items>
     std::int32_t Call(std::uint8_t function, const char* name, const Items&... items);
-    // Sends the request and has `take` read its answer. False when the driver is gone, or is lost
-    // by this; `what` names the call in the reason.
+    // Sends the request and lets `take` read its answer. False if the driver is gone or is lost
+    // during this call; `what` names the call in the reason.
     template <typename Taker>
     bool Ask(const Frame& request, const std::string& what, const Taker& take);
     [[nodiscard]] Values Await();
@@ -64,10 +64,10 @@ private:
     void GiveUp(const std::string& what, const std::string& reason);
 
     Isolation m_isolation;
-    std::optional<process::ChildProcess> m_child; // none: the driver is gone
-    std::string m_arrived;                        // bytes that are not yet a whole frame
+    std::optional<process::ChildProcess> m_child; // empty once the driver is gone
+    std::string m_arrived;                        // received bytes that are not yet a whole frame
     MessagePoster m_post = nullptr;
-    int m_stretches = 0; // that the next transfer moves
+    int m_stretches = 0; // number of stretches of the next transfer
     std::string m_failure;
 };
 

@@ -1,10 +1,10 @@
-// Wire: the calls of a driver as bytes between two processes. This is the only place that knows
-// them; both ends are made from the table of driver functions.
+// Wire: the calls of a driver as bytes between two processes. The format is defined only here; both
+// ends are generated from the table of driver functions.
 //
-// A frame is its size (4 bytes, of what follows), its kind (1 byte), and its values: numbers in
-// their own width, lowest byte first; texts and blocks of memory as their length (4 bytes) and
-// their bytes. The near end sends one request at a time and waits for its answer; the far end may
-// send Message frames before it.
+// A frame consists of its size (4 bytes, of the bytes that follow), its kind (1 byte), and values:
+// numbers in their own width, lowest byte first; texts and blocks of memory as their length
+// (4 bytes) and their bytes. The near end sends one request at a time and waits for its answer; the
+// far end may send Message frames before it.
 //
 //     request       values                          answer
 //     Load          library's path                  Loaded: fingerprint | NotLoaded: reason
@@ -13,8 +13,8 @@
 //     SetKeyboard   file, model                     Answer: 1, status | Answer: 0 (takes none)
 //     StatusText    status                          Answer: text
 //
-// An output argument (a pointer to a number, a buffer, a text) travels both ways, so that what the
-// driver leaves alone stays as it was. Pointers are never null.
+// An output argument (a pointer to a number, a buffer, a text) is sent both ways, so that a value
+// that the driver leaves alone is unchanged. Pointers are never null.
 #pragma once
 
 #include "qxcontrols/common/LittleEndian.h"
@@ -36,7 +36,7 @@ enum class Kind : std::uint8_t {
     Loaded,
     NotLoaded,
     Answer,
-    Overrun, // the driver wrote beyond a buffer; its process is not to be used any more
+    Overrun, // the driver wrote beyond a buffer; its process must not be used any more
     Message, // hWindow, lMsg, wParam, lParam
 };
 
@@ -45,7 +45,7 @@ enum class Function : std::uint8_t {
 #include "qxcontrols/device/DriverFunctions.def"
 };
 
-// The same at both ends if, and only if, both were made from the same functions.
+// Equal at both ends if and only if both were built from the same functions.
 constexpr std::uint32_t kFingerprint = [] {
     constexpr std::string_view kTable =
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result) #name #parameters
@@ -59,10 +59,10 @@ constexpr std::uint32_t kFingerprint = [] {
 
 constexpr std::uint32_t kLargestFrame = 1 << 20;
 
-// Bytes that are no frame of this format.
+// Bytes that are not a valid frame.
 class WireError : public std::runtime_error {
 public:
-    WireError() : std::runtime_error("bytes that cannot be understood") {}
+    WireError() : std::runtime_error("invalid bytes") {}
 };
 
 class Frame {
@@ -88,7 +88,7 @@ private:
     std::string m_bytes;
 };
 
-// The values of a frame, one after the other. Every member throws WireError where there is none.
+// Reads the values of a frame one by one. Every member throws WireError if there is none left.
 class Values {
 public:
     explicit Values(std::string bytes) : m_bytes(std::move(bytes)) {
@@ -119,8 +119,8 @@ private:
     std::uint8_t m_kind = 0;
 };
 
-// Takes the first whole frame, without its size, off the bytes that have arrived; the empty text
-// while it is not complete. Throws WireError for a size that no frame has.
+// Removes and returns the first whole frame, without its size, from the received bytes; returns an
+// empty text if it is incomplete. Throws WireError for an invalid size.
 [[nodiscard]] inline std::string TakeFrame(std::string& arrived) {
     constexpr std::size_t kSize = sizeof(std::uint32_t);
     if (arrived.size() < kSize)

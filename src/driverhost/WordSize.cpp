@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::size_t kPlaceOfHeader = 0x3C; // where a program of Windows says where its header is
+constexpr std::size_t kPlaceOfHeader = 0x3C; // where a Windows program stores its header's offset
 
 template <std::size_t kSize>
 std::optional<std::array<char, kSize>> BytesAt(std::ifstream& file, std::streamoff place) {

@@ -1,7 +1,7 @@
 // qxdriverhost: loads one driver library and calls it for the program that started this one.
 //
-// It ends when that program closes the channel. Nothing here guards against the driver: this
-// process is what the driver may break.
+// It ends when that program closes the channel. It is not protected against the driver: this is the
+// process that the driver is allowed to break.
 
 #include "driverhost/LibraryExtras.h"
 #include "driverhost/Wire.h"
@@ -24,7 +24,7 @@ namespace {
 
 class Overrun : public std::exception {};
 
-// An argument while the driver works with it; it takes its value from the request.
+// An argument during a driver call, initialised from the request.
 template <typename Type>
 class Held {
 public:
@@ -47,7 +47,7 @@ private:
     Number m_value;
 };
 
-// A buffer with a few bytes behind it that have to stay as they are.
+// A buffer followed by a few guard bytes, which must stay unchanged.
 template <>
 class Held<char*> {
 public:
@@ -84,7 +84,7 @@ private:
 template <typename... Parameters>
 void Call(ConfigDriver& driver, std::int32_t (ConfigDriver::*function)(Parameters...),
           Values& request, Frame& answer) {
-    std::tuple<Held<Parameters>...> held{Held<Parameters>(request)...}; // in this order
+    std::tuple<Held<Parameters>...> held{Held<Parameters>(request)...}; // read in this order
     request.End();
     std::apply(
         [&](auto&... argument) {
@@ -107,7 +107,7 @@ class Host {
 public:
     explicit Host(process::Channel& channel) : m_channel(channel) { theHost = this; }
 
-    // Answers until the other end closes the channel. Throws WireError.
+    // Answers requests until the other end closes the channel. Throws WireError.
     void Run() {
         for (std::string arrived;;) {
             std::string frame = TakeFrame(arrived);
@@ -175,8 +175,8 @@ private:
     }
 
     void Send(const Frame& frame) {
-        const std::lock_guard lock(m_sending); // a driver may post from a thread of its own
-        (void)m_channel.Send(frame.Bytes());   // without another end there is nobody to tell
+        const std::lock_guard lock(m_sending); // a driver may post from its own thread
+        (void)m_channel.Send(frame.Bytes());   // if the other end is gone, nobody needs the message
     }
     static void QX_DRIVER_CALL Post(std::int32_t hWindow, std::int32_t lMsg, std::int32_t wParam,
                                     std::int32_t lParam) {
@@ -199,10 +199,10 @@ private:
     static std::unique_ptr<Library> Opened(const std::string& file) {
         return std::make_unique<Library>(file);
     }
-    static void FlushMessages(Library& /*library*/) {} // drivers post by a function
+    static void FlushMessages(Library& /*library*/) {} // here drivers post through a function
 #endif
 
-    static inline Host* theHost = nullptr; // a driver's callback carries no other way back
+    static inline Host* theHost = nullptr; // a driver's callback has no context argument
 
     process::Channel& m_channel;
     std::mutex m_sending;

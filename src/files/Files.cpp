@@ -15,8 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kNew = ".new-";     // is in the names of files that are being written
-constexpr std::size_t kLongestName = 255; // bytes, of any system
+constexpr const char* kNew = ".new-";     // part of the names of files being written
+constexpr std::size_t kLongestName = 255; // bytes, on every supported system
 
 [[noreturn]] void Fail(const fs::path& path, const std::string& what, const std::string& reason) {
     throw std::runtime_error(TextOf(path) + " " + what + ": " + reason);
@@ -27,7 +27,7 @@ void Require(const fs::path& path, const std::error_code& reason) {
         Fail(path, "cannot be written", ReasonOf(reason));
 }
 
-// The name with the ending, both short enough for the system, and still one name for each.
+// Appends the ending and shortens the name as the system requires, keeping names distinct.
 fs::path WithEnding(const fs::path& path, const std::string& ending) {
     constexpr std::size_t kHashDigits = 16;
     std::string name = TextOf(path.filename());
@@ -35,13 +35,13 @@ fs::path WithEnding(const fs::path& path, const std::string& ending) {
         const std::string hash = "-" + Sha256(name).substr(0, kHashDigits);
         std::size_t size = kLongestName - ending.size() - hash.size();
         while (size > 0 && (static_cast<unsigned char>(name[size]) & 0xC0U) == 0x80U)
-            --size; // within a character
+            --size; // not inside a character
         name = name.substr(0, size) + hash;
     }
     return path.parent_path() / PathOf(name + ending);
 }
 
-// A new file beside the one that it is to replace, gone with this object unless it has done so.
+// A new file that will replace another; the destructor deletes it unless it has.
 class Replacement {
 public:
     Replacement(const fs::path& path, Access access) : m_path(path) {
@@ -78,7 +78,7 @@ public:
         }
         Finish();
     }
-    // Has others write into the file of this name.
+    // Lets the function write to the file with this name.
     void Write(const std::function<void(const fs::path&)>& write) {
         Close();
         write(m_temporary);
@@ -88,7 +88,7 @@ public:
         Finish();
     }
 
-    // Puts the new file in the place of the old one.
+    // Replaces the old file by the new one.
     void Commit() {
         std::error_code reason;
         if (fs::exists(m_status))
@@ -97,9 +97,9 @@ public:
             m_system.Rename(m_temporary, m_target, reason);
         Require(m_path, reason);
         m_temporary.clear();
-        m_system.FlushFolder(m_target.parent_path(), reason); // the file is complete in any case
+        m_system.FlushFolder(m_target.parent_path(), reason); // the file is complete anyway
     }
-    // The same, unless there is a file of that name; it is for good when this returns true.
+    // The same, but only if there is no such file; returns true once the new file is durable.
     [[nodiscard]] bool CommitNew() {
         std::error_code reason;
         const bool isNew = m_system.RenameToNew(m_temporary, m_target, reason);
@@ -136,7 +136,7 @@ private:
 } // namespace
 
 bool IsSameFile(const fs::path& one, const fs::path& other) {
-    std::error_code reason; // set where one of them is missing
+    std::error_code reason; // set if one of them does not exist
     return fs::equivalent(one, other, reason) && !reason;
 }
 
@@ -178,7 +178,7 @@ void MakeFolder(const fs::path& path) {
     if (!reason)
         System::Current().FlushFolder(path.parent_path(), reason);
     if (reason)
-        Fail(path, "cannot be made", ReasonOf(reason));
+        Fail(path, "cannot be created", ReasonOf(reason));
 }
 
 void RemoveFile(const fs::path& path) {

@@ -1,4 +1,4 @@
-// SHA-256, the hash of FIPS 180-4, to recognise bytes by.
+// SHA-256, the hash function of FIPS 180-4, used to recognise bytes.
 #pragma once
 
 #include <string>

@@ -1,9 +1,9 @@
-// System: the operating system's calls by which files and folders are changed. Everything that
-// Files writes goes through the current one, so that tests can make any call fail and find out what
-// a loss of power would leave.
+// System: the operating system's calls that change files and folders. Everything that Files writes
+// goes through the current System, so that tests can make any call fail and examine the state after
+// a simulated power failure.
 //
-// Each call reports through `reason`, which is clear after a success. Files are numbers as the
-// system gives them, never those of the standard streams.
+// Each call reports errors through `reason`, which is cleared on success. Files are numbers of the
+// system, never those of the standard streams.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace qx::files {
 
-// Who may use a new file: whom the user's settings let, or the user alone whatever they are.
+// The permissions of a new file: according to the user's settings, or for the user only.
 enum class Access { Shared, Private };
 
 class System {
@@ -25,27 +25,27 @@ public:
     System(const System&) = delete;
     System& operator=(const System&) = delete;
 
-    // A new, empty file for writing; -1 on failure, as where the name is in use.
+    // A new, empty file for writing; -1 on failure, including a name already in use.
     virtual int Create(const Path& path, Access access, Reason& reason);
-    // An existing file, to flush it; -1 on failure.
+    // Opens an existing file to flush it; -1 on failure.
     virtual int OpenForFlushing(const Path& path, Reason& reason);
-    // Appends some of the bytes and returns how many.
+    // Appends at least one of the bytes and returns how many.
     virtual std::size_t Write(int file, const char* bytes, std::size_t size, Reason& reason);
     virtual void Flush(int file, Reason& reason);
     virtual void Close(int file, Reason& reason);
-    // Gives the file another name, and replaces the file of that name.
+    // Renames the file, replacing any file of the new name.
     virtual void Rename(const Path& from, const Path& to, Reason& reason);
-    // The same, but false, and nothing done, where the name is in use.
+    // The same, but returns false and does nothing if the new name is in use.
     virtual bool RenameToNew(const Path& from, const Path& to, Reason& reason);
-    // A file that is not there is no failure.
+    // A missing file is not an error.
     virtual void Remove(const Path& path, Reason& reason);
-    // A folder of the user's own.
+    // A folder private to the user.
     virtual void MakeFolder(const Path& path, Reason& reason);
-    // Puts the folder's names on the disk, as far as the system can be asked to.
+    // Writes the folder's entries to the disk, as far as the system supports that.
     virtual void FlushFolder(const Path& path, Reason& reason);
 
     [[nodiscard]] static System& Current();
-    // Takes another one's place for as long as this object lives.
+    // Replaces the current System during its lifetime.
     class Replacement {
     public:
         explicit Replacement(System& system);
@@ -58,8 +58,8 @@ public:
     };
 };
 
-// The file itself that a path means, which need not exist: behind links, in a folder that exists.
-// Throws std::runtime_error where the links or the folder lead nowhere.
+// The path of the actual file, with links resolved; the file need not exist, but its folder must.
+// Throws std::runtime_error if the links or the folder lead nowhere.
 [[nodiscard]] std::filesystem::path TargetOf(const std::filesystem::path& path);
 
 } // namespace qx::files

@@ -1,7 +1,7 @@
-// The system's texts as UTF-8: names of files, reasons, arguments, variables.
+// The system's texts as UTF-8: file names, error messages, arguments, environment variables.
 //
-// On Windows these are UTF-16 in the system, and what is ill-formed in them becomes U+FFFD here. On
-// other systems they are bytes, and stay as they are.
+// On Windows the system uses UTF-16, and ill-formed parts become U+FFFD. On other systems the texts
+// are bytes and are passed unchanged.
 #pragma once
 
 #include <filesystem>
@@ -15,13 +15,13 @@ namespace qx::files {
 [[nodiscard]] std::string TextOf(const std::filesystem::path& path);
 [[nodiscard]] std::filesystem::path PathOf(std::string_view text);
 
-// Why a call failed, in the system's words.
+// The system's error message.
 [[nodiscard]] std::string ReasonOf(const std::error_code& reason);
 
-// The environment variable; the empty text when it is not set.
+// The environment variable; empty if it is not set.
 [[nodiscard]] std::string Variable(const char* name);
 
-// The program's arguments, without its name; of the parameters of `main`.
+// The program's arguments without its name, from the parameters of `main`.
 [[nodiscard]] std::vector<std::string> Arguments(int count, char** arguments);
 
 } // namespace qx::files

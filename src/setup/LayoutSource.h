@@ -1,4 +1,4 @@
-// LayoutSource: which keyboard layout a program shows keys with.
+// LayoutSource: finds the keyboard layout with which a program shows keys.
 #pragma once
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -10,30 +10,29 @@
 
 namespace qx::setup {
 
-// The folder of the layouts that come with the program.
+// The folder of the layouts installed with the program.
 [[nodiscard]] std::filesystem::path ShippedLayouts();
 
 struct LayoutEntry {
-    Integer language; // its language id
-    std::string name; // its own
+    Integer language; // language id
+    std::string name; // the language's name
 };
 
-// The layouts of the folder (of the shipped ones when that is empty), one for every language, in
-// the order of their file names. Files that cannot be read are passed over.
+// The layouts of the folder (if empty: the shipped ones), one for every language, sorted by file
+// name. Skips files that cannot be read.
 [[nodiscard]] std::vector<LayoutEntry> ListLayouts(const std::filesystem::path& folder = {});
 
-// The file names of the folder's layouts (of the shipped ones when that is empty), in their order.
+// The file names of the folder's layouts (if empty: of the shipped ones), sorted.
 [[nodiscard]] std::vector<std::string> LayoutNames(const std::filesystem::path& folder = {});
 
-// Opens a layout of the folder (of the shipped ones when that is empty). `name` is a file name or
-// the number of a language. A layout with a fault is refused (see LayoutCheck.h). Throws
-// host::Error(LayoutInvalid), which names the file, the line and the fault, and leaves `layout` as
-// it was.
+// Opens a layout of the folder (if empty: of the shipped ones). `name` is a file name or a language
+// id. Refuses a layout with an error (see LayoutCheck.h). Throws host::Error(LayoutInvalid) naming
+// the file, the line and the error, and then leaves `layout` unchanged.
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
                 const std::string& name);
 
-// The layout's name for a preference: its language where one is preferred, else English of the
-// United States.
+// The layout's name for a preference: the preferred language's, or else that of English (United
+// States).
 [[nodiscard]] std::string PreferredLayout(Integer nPreferedKeyLang);
 
 } // namespace qx::setup

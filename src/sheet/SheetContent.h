@@ -1,4 +1,4 @@
-// SheetContent: what a key sheet tells, before it is set on pages.
+// SheetContent: the content of a key sheet before it is divided into pages.
 #pragma once
 
 #include "sheet/KeySheet.h"
@@ -13,19 +13,19 @@ namespace qx::sheet {
 
 struct Column {
     QString heading;
-    double share; // of the table's width; those of a table add up to 1
+    double share; // of the table's width; the shares of a table add up to 1
 };
 
 struct Table {
     std::vector<Column> columns;
-    std::vector<QStringList> rows; // as many cells as columns
+    std::vector<QStringList> rows; // each with one cell per column
 };
 
 // A part under a heading of its own: a picture of keys, a table, or both.
 struct Part {
     QString heading;
     std::vector<views::KeyCap> caps;
-    QString note; // in place of a table
+    QString note; // replaces a missing table
     Table table;
 };
 
@@ -36,9 +36,9 @@ struct SheetContent {
     std::vector<Part> parts;
 };
 
-// The content in the order in which it is printed. Layers, key modules and POS blocks without
-// content are left out; the picture of the keyboard is always there. Texts are free of control
-// characters, which neither format can hold.
+// The content in printing order. Layers, key modules and POS blocks without content are left out;
+// the picture of the keyboard is always included. Texts are free of control characters, which
+// neither format allows.
 [[nodiscard]] SheetContent ContentOf(const KeySheet& sheet);
 
 } // namespace qx::sheet

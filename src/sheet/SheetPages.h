@@ -1,8 +1,8 @@
-// SheetPages: a key sheet's content set on pages.
+// SheetPages: divides a key sheet's content into pages.
 //
-// A picture's part begins a page; a table that does not fit goes on on the next page under its
-// heading and its column headings. Long cells are wrapped, long headings cut. Every page has the
-// date, a number and, from the second on, the sheet's title.
+// A part with a picture starts a new page; a table that does not fit continues on the next page,
+// with its heading and column headings repeated. Long cells are wrapped, long headings cut off.
+// Every page has the date, a number and, from the second on, the sheet's title.
 #pragma once
 
 #include "sheet/SheetContent.h"
@@ -16,7 +16,7 @@ namespace qx::sheet {
 
 class SheetPages {
 public:
-    // Of a page, in 1/96 inch: A4 landscape.
+    // Page size in 1/96 inch: A4 landscape.
     static constexpr QSizeF kSize{297 / 25.4 * 96, 210 / 25.4 * 96};
 
     // The content outlives the pages.
@@ -24,13 +24,13 @@ public:
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_pages.size()); }
     // Paints a page, counted from 0, at the painter's origin. A unit is 1/96 inch; `pixelRatio` is
-    // how many pixels of the device that is.
+    // its size in pixels of the device.
     void Paint(QPainter& painter, int page, double pixelRatio) const;
 
 private:
     enum class Style { Title, Heading, ColumnHeading, Cell, Small };
     struct Text {
-        QPointF at; // where its base line begins
+        QPointF at; // the start of its base line
         QString text;
         Style style;
     };
@@ -54,8 +54,8 @@ private:
     [[nodiscard]] static Cells Wrapped(const Table& table, const QStringList& row);
 
     void NewPage();
-    [[nodiscard]] double Left() const; // how much of the page is free, from the top of what is next
-    // Adds a line of text, cut where it is too wide, and returns how wide it is.
+    [[nodiscard]] double Left() const; // free height below m_top
+    // Adds a line of text, cut off if it is too wide, and returns its width.
     double AddText(QPointF topLeft, const QString& text, Style style, double width);
     void AddPart(const Part& part);
     void AddPicture(const std::vector<views::KeyCap>& caps);
@@ -66,7 +66,7 @@ private:
 
     const SheetContent& m_content;
     std::vector<Page> m_pages;
-    double m_top = 0; // of what comes next
+    double m_top = 0; // where the next item goes
 };
 
 } // namespace qx::sheet

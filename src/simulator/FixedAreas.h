@@ -1,4 +1,4 @@
-// The size of the keyboard's memory, and what has a fixed place in it.
+// The size of the keyboard's memory, and the areas with fixed addresses.
 #pragma once
 
 #include "qxcontrols/device/MemoryMap.h"
@@ -34,7 +34,7 @@ inline constexpr Area kDescriptions{"the function keys' descriptions", kFuncKeyD
 
 inline constexpr std::array kFixedAreas{kCapabilities, kCodePage, kIdentification, kDescriptions};
 
-// In the order of their addresses, apart from each other and inside the memory.
+// Whether the areas are in order of address, do not overlap and lie inside the memory.
 constexpr bool IsInOrder() {
     Long end = 0;
     for (const Area& area : kFixedAreas) {

@@ -25,7 +25,7 @@ std::string FactoryBarcodeConfig() {
 
 std::string FactoryMagnetConfig() {
     constexpr char kOutputDelay = 6;
-    constexpr std::string_view kSwitches = "\xFF\x0F\x7E"; // everything on
+    constexpr std::string_view kSwitches = "\xFF\x0F\x7E"; // all enabled
     static_assert(kSwitches.size() == static_cast<std::size_t>(kMagneticSwitchesSize));
     std::string area(static_cast<std::size_t>(kMagneticSwitchesOffset), '\0');
     area[0] = kOutputDelay;
@@ -42,7 +42,7 @@ std::string FactoryPOS() {
     return EncodePOSModuleBlock(POSKeyboard());
 }
 
-// What a module's area holds at first, where that is not all zeros.
+// The factory contents of a module's area, where not all zeros.
 struct FactoryArea {
     KeyboardModuleIDs module;
     std::string (*make)();
@@ -68,7 +68,7 @@ KeyboardMemory::Content FactoryContent(const KeyboardModel& model) {
     return content;
 }
 
-// The file, when it is missing or an ordinary one: nothing is made beside any other.
+// The file, if it is missing or a regular one. Any other is refused before a lock file is created.
 const std::filesystem::path& Ordinary(const std::filesystem::path& file) {
     std::error_code ignored;
     const auto status = std::filesystem::status(file, ignored);

@@ -17,8 +17,8 @@ constexpr std::size_t kChecksumOffset = kSizeOffset + sizeof(Size);
 constexpr std::size_t kContentOffset = kChecksumOffset + sizeof(Size);
 static_assert(kContentOffset == 16);
 
-// The CRC-32 of each byte value, continued by 0 to 7 zero bytes, so that eight bytes of a file are
-// taken in one step.
+// The CRC-32 of each byte value followed by 0 to 7 zero bytes, to process eight bytes of a file in
+// one step.
 constexpr auto kCrcTables = [] {
     constexpr Size kPolynomial = 0xEDB88320U;
     std::array<std::array<Size, 256>, 8> tables{};
@@ -56,7 +56,7 @@ Size Crc32(std::string_view bytes) {
     throw std::runtime_error("offset " + std::to_string(offset) + ": " + message);
 }
 
-// The content of the file, when all that is said about it is true.
+// The content of the file, once its header has been verified.
 std::string_view Content(const SealedKind& kind, std::string_view bytes) {
     if (!bytes.starts_with(kind.letters))
         Refuse(0, "not a file of " + std::string(kind.name));
@@ -68,10 +68,10 @@ std::string_view Content(const SealedKind& kind, std::string_view bytes) {
     const std::string_view content = bytes.substr(kContentOffset);
     const auto size = FromLittleEndian<Size>(bytes.data() + kSizeOffset);
     if (content.size() != size)
-        Refuse(kSizeOffset, std::to_string(size) + " bytes of content are announced, " +
-                                std::to_string(content.size()) + " are there");
+        Refuse(kSizeOffset, std::to_string(size) + " bytes of content expected, " +
+                                std::to_string(content.size()) + " found");
     if (FromLittleEndian<Size>(bytes.data() + kChecksumOffset) != Crc32(content))
-        Refuse(kChecksumOffset, "the checksum does not fit the content");
+        Refuse(kChecksumOffset, "the checksum does not match the content");
     return content;
 }
 

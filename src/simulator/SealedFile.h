@@ -1,12 +1,10 @@
-// The form of all files of the simulated keyboard: what it is, how long, a checksum, and the
-// content.
+// The common format of the simulated keyboard's files: kind, size, checksum and content.
 //
 //     offset 0   6 bytes   the kind, in letters
 //            6   2 bytes   the format's version, in decimal digits
 //            8   4 bytes   size of the content, little-endian
 //           12   4 bytes   CRC-32 of the content (as in IEEE 802.3), little-endian
-//           16             the content: parts, each with its size (4 bytes, little-endian) before
-//           it
+//           16             the content: parts, each after its size (4 bytes, little-endian)
 #pragma once
 
 #include <string>
@@ -27,11 +25,10 @@ inline constexpr SealedKind kProgramFile{"QXPROG", 1, "a keyboard's program"};
 inline constexpr SealedKind kChipcardProgramFile{"QXCHIP", 1, "a chipcard reader's program"};
 inline constexpr SealedKind kParameterFile{"QXPARA", 2, "a keyboard's parameters"};
 
-// The bytes of the file with these parts, as many as the kind has.
+// The bytes of the file with these parts; the kind determines their number.
 [[nodiscard]] std::string Seal(const SealedKind& kind, const std::vector<std::string>& parts);
 
-// The parts of such a file. Throws std::runtime_error that says at which offset it is wrong, and
-// how.
+// The parts of such a file. Throws std::runtime_error with the offset and kind of an error.
 [[nodiscard]] std::vector<std::string> Unseal(const SealedKind& kind, std::string_view bytes);
 
 } // namespace qx::sim

@@ -1,8 +1,8 @@
 // SimulatedDriver: a keyboard driver without a keyboard.
 //
-// It behaves as the real one does towards its host: the image is apart from the keyboard's memory
-// and is lost with the driver; the memory stays, in a file. One thread, one call at a time: what is
-// called from a progress message is refused. Faults can be asked for, to see how a host takes them.
+// It behaves like a real one: the image is separate from the keyboard's memory and is lost with the
+// driver; the memory persists in a file. One thread, one call at a time: calls from a progress
+// message are refused. Faults can be injected to test how a host handles them.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
@@ -21,10 +21,10 @@ namespace qx::sim {
 
 class SimulatedDriver : public ConfigDriver {
 public:
-    // The keyboard in `file`, which is made from the model, a built-in one or a file, when it does
-    // not exist. Throws std::runtime_error when there is no such model or it is invalid. The
-    // keyboard itself is opened by QXCFG_Init and stays so until the driver is gone; until then
-    // most functions give Status::NotOpen. Another QXCFG_Init empties the image.
+    // The keyboard in `file`, created from the model (a built-in one or a file) if it does not
+    // exist. Throws std::runtime_error if there is no such model or it is invalid. QXCFG_Init opens
+    // the keyboard, which stays open while the driver lives; before that, most functions return
+    // Status::NotOpen. Another QXCFG_Init clears the image.
     SimulatedDriver(std::filesystem::path file, const std::string& modelNameOrPath);
 
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
@@ -34,44 +34,44 @@ public:
         m_post = post;
     }
 
-    // Why the last call failed, in words; empty after one that did not.
+    // Why the last call failed; empty if it succeeded.
     [[nodiscard]] const std::string& LastError() const {
         return m_lastError;
     }
     // The open keyboard's model. Throws std::logic_error while it is not open.
     [[nodiscard]] const KeyboardModel& Model() const;
-    // The selected layer of the function keys; 0 at first.
+    // The selected layer of the function keys; initially 0.
     [[nodiscard]] Integer Layer() const {
         return m_layer;
     }
     // File name of the keyboard's layout; empty while it is not open.
     [[nodiscard]] std::string Layout() const;
 
-    // Faults. The n-th call of a QXCFG function from now, n from 1, does nothing and gives the
-    // status; with forEver so do all later ones. A later request replaces an earlier one; n 0 ends
-    // it.
+    // Faults. The n-th call of a QXCFG function from now (n >= 1) does nothing and returns the
+    // status; with forEver, so do all later ones. A later request replaces an earlier one; n = 0
+    // cancels it.
     void FailCall(int n, Long lStatus, bool forEver);
-    // The next transfer breaks off after so many bytes, which stay moved; a negative number ends
+    // The next transfer stops after this many bytes, which remain moved; a negative number cancels
     // the request.
     void StopTransferAfter(Long lBytes);
-    // One of the next transfers lies: it reports success, but is not what it should have been. The
-    // seed alone decides how - nothing is written, less is written, one bit is written wrongly, or
-    // less is read - and whether the first or the second transfer of that direction does so. A
-    // later request replaces an earlier one.
+    // One of the next transfers reports success but does something else. The seed alone decides
+    // what - nothing is written, less is written, one bit is written wrongly, or less is read - and
+    // whether the first or the second transfer in that direction is affected. A later request
+    // replaces an earlier one.
     void LieFrom(std::uint32_t seed);
     void EndLies() {
         m_lie = {};
     }
-    // Presses a key in position-programming mode: the next question for a key reports it.
+    // Presses a key in position-programming mode: the next query for a key returns it.
     void QueuePositionKey(Long lPositionCode) {
         m_positionKeys.push_back(lPositionCode);
     }
-    // How many QXCFG functions have been called.
+    // The number of QXCFG calls so far.
     [[nodiscard]] int Calls() const {
         return m_calls;
     }
 
-    // Bytes of the open keyboard's memory; a change is stored at once. Throw std::out_of_range
+    // Bytes of the open keyboard's memory; changes are stored at once. Throw std::out_of_range
     // outside the memory, std::logic_error while the keyboard is not open.
     [[nodiscard]] std::string Memory(Long lAddress, Long lSize) const;
     void Poke(Long lAddress, std::string_view bytes);
@@ -90,15 +90,15 @@ private:
     enum class LieKind { None, DroppedWrite, ShortWrite, FlippedBit, ShortRead };
     struct Lie {
         LieKind kind = LieKind::None;
-        int transfersBefore = 0;  // of its direction
+        int transfersBefore = 0;  // in the same direction
         std::uint32_t offset = 0; // of the byte, modulo the transfer's size
         int bit = 0;
     };
 
-    // Every QXCFG function runs in Value, which counts it and gives a fault that is due; `lRefused`
-    // is its result when it is called during another call.
+    // All QXCFG functions run through Value, which counts them and injects faults; `lRefused` is
+    // the result for a nested call.
     Long Value(Long lRefused, const std::function<Long()>& function);
-    // The same for a function that gives a status: what is thrown becomes one.
+    // The same for a function that returns a status: exceptions are converted to one.
     Long Call(const std::function<Status()>& function);
     // The same for a function that needs the open keyboard, or one with layers.
     Long CallOpen(const std::function<Status()>& function);
@@ -113,13 +113,13 @@ private:
     Long WriteNumber(Long lAddress, Number value);
 
     Status Transfer(const std::string& from, std::string& to, bool isWrite);
-    // The lie that this transfer tells, if any.
+    // The fault of this transfer, if any.
     [[nodiscard]] Lie TakeLie(bool isWrite);
-    // The address of a byte of the transfer that the requests make.
+    // The address of a byte within the requested transfer.
     [[nodiscard]] std::size_t AddressInTransfer(std::int64_t offset) const;
     void PostProgress(Long lPercent) const;
 
-    // The file that a caller means, which is not that of the keyboard. Throws Failure.
+    // The file named by a caller. Throws Failure if it is the keyboard's own.
     [[nodiscard]] std::filesystem::path FileOf(const char* name) const;
     Status SaveFile(const char* name, const SealedKind& kind,
                     const std::vector<std::string>& parts) const;
@@ -127,11 +127,11 @@ private:
                      std::string KeyboardMemory::Content::*program);
 
     std::filesystem::path m_file;
-    KeyboardModel m_newModel; // of a keyboard that is made
+    KeyboardModel m_newModel; // for creating a keyboard
     std::optional<KeyboardMemory> m_keyboard;
     std::string m_image;
     std::vector<Stretch> m_requests;
-    bool m_hasBadRequest = false; // one that reaches out of the memory; it fails the transfer
+    bool m_hasBadRequest = false; // outside the memory; makes the transfer fail
     MessagePoster m_post = nullptr;
     Long m_window = 0, m_message = 0, m_what = 0;
     Integer m_layer = 0;

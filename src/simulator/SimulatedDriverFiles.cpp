@@ -78,7 +78,7 @@ std::int32_t SimulatedDriver::QXCFG_KeyboardParamLoad(char* name) {
         std::vector<std::string> parts = PartsOf(FileOf(name), kParameterFile);
         const std::string& model = m_keyboard->Model().name;
         KeyboardMemory::Content content = m_keyboard->Stored();
-        // Another kind of keyboard has other things at the same addresses.
+        // Other models use the same addresses for other things.
         if (parts[0] != model || parts[1].size() != content.memory.size())
             throw Failure(Status::FileInvalid,
                           std::string(name) + " has the parameters of another keyboard, \"" +

@@ -1,19 +1,19 @@
-// TestDrive: presses keys, swipes cards and scans codes on a simulated keyboard, and tells what the
-// host PC would receive.
+// TestDrive: presses keys, swipes cards and scans codes on a simulated keyboard, and reports what
+// the host PC would receive.
 //
-// It answers from the settings in the keyboard's memory, not from the image, as they were when it
-// was made; it changes nothing. The rules, beyond what the settings themselves say, are the
-// simulated keyboard's own; docs/test-drive.md has them all:
+// It works on a copy of the settings in the keyboard's memory (not in the image) and changes
+// nothing. The rules that do not follow from the settings are the simulated keyboard's own;
+// docs/test-drive.md lists all of them:
 //
-//  - A key sends its POS block's sequence; without one its sequence as a free key, the modules in
-//    the order 5, 7, 8, 11; without one its own make code when pressed and its break code when
-//    released. A sequence is sent when the key is pressed, and nothing when it is released.
+//  - A key sends its POS block's sequence; without one, its sequence as a free key (modules 5, 7,
+//    8, 11 in this order); without one, its own make code when pressed and its break code when
+//    released. A sequence is sent when the key is pressed; its release sends nothing.
 //  - A function key without a sequence sends nothing: it has no code of its own.
-//  - The tracks of a card come in the order 1 to 4, each as header, data and terminator. A header
-//    or terminator is sent when it is switched on and not empty. A track without data, without a
-//    reader head or switched off is silent; so is one that a check refuses.
-//  - A symbology is read when its option 0 is on; other options change nothing here. A code shorter
-//    or longer than its symbology accepts gives nothing.
+//  - The tracks of a card are sent in the order 1 to 4, each as header, data and terminator. A
+//    header or terminator is sent if it is enabled and not empty. A track sends nothing if it has
+//    no data or no reader head, is disabled, or fails a check.
+//  - A symbology is read if its option 0 is on; other options have no effect here. A code that is
+//    shorter or longer than its symbology accepts is not read.
 #pragma once
 
 #include "qxcontrols/readers/BarcodePage.h"
@@ -31,27 +31,27 @@ class QXKeyboardLayoutData;
 
 namespace qx::sim {
 
-// One track of a card; without data the card has no such track.
+// One track of a card; an empty one means that the card does not have it.
 struct CardTrack {
     std::string data;              // UTF-8
-    bool hasWrongLRC = false;      // its check character does not fit its data
-    bool hasWrongLastChar = false; // its last character is not the one that ends a track
+    bool hasWrongLRC = false;      // its check character does not match its data
+    bool hasWrongLastChar = false; // its last character is not the end mark of a track
 };
 using Card = std::array<CardTrack, 4>;
 
 class TestDrive {
 public:
-    // Over a keyboard's whole memory. The layout is the keyboard's: it tells which keys there are
-    // and which of them are programmable. The model and the layout stay alive as long as this
-    // object. Throws std::invalid_argument when the memory is not of its size.
+    // Takes a keyboard's whole memory, and the keyboard's layout, which determines the keys and
+    // which of them are programmable. The model and the layout must outlive this object. Throws
+    // std::invalid_argument if the memory has the wrong size.
     TestDrive(std::string memory, const KeyboardModel& model, const QXKeyboardLayoutData& layout);
 
-    // Presses, or releases, the key with a position code, 0 to 140. These throw std::out_of_range
-    // for what they do not know, as do all below.
+    // Presses or releases the key with a position code, 0 to 140. These functions, and all below,
+    // throw std::out_of_range for an unknown key, reader or symbology.
     [[nodiscard]] Reception PressKey(Integer nPositionCode) const;
     [[nodiscard]] Reception ReleaseKey(Integer nPositionCode) const;
-    // Presses, or releases, the key at a POS key index, 1 to 105. They differ from the above in a
-    // key that stands at several indexes: each of these has a block of its own.
+    // Presses or releases the key at a POS key index, 1 to 105. This differs from the above if a
+    // key has several indexes, because each index has a block of its own.
     [[nodiscard]] Reception PressPosKey(Integer nKeyIndex) const;
     [[nodiscard]] Reception ReleasePosKey(Integer nKeyIndex) const;
 
@@ -65,7 +65,7 @@ public:
                                      const std::string& data) const; // UTF-8
 
 private:
-    // The bytes at an offset of a module's area; none when the keyboard lacks the module.
+    // The bytes at an offset of a module's area; none if the keyboard does not have the module.
     [[nodiscard]] std::optional<std::string> Block(KeyboardModuleIDs eModule, Long lSize,
                                                    Long lOffset = 0) const;
     [[nodiscard]] Reception NewReception() const;

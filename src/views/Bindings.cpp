@@ -118,7 +118,7 @@ void Bindings::Bind(QListWidget* widget, const QString& name, ListBox& child,
 void Bindings::Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed) {
     widget->setObjectName(name);
     OnShow([widget, &child] {
-        if (widget->text() != ToQt(child.Text)) // else the cursor stays where it is
+        if (widget->text() != ToQt(child.Text)) // setting an equal text would move the cursor
             widget->setText(ToQt(child.Text));
         widget->setEnabled(child.Enabled);
     });

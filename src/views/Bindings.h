@@ -1,8 +1,8 @@
 // Bindings: keep real widgets equal to the child controls of a headless control.
 //
-// A view makes its widgets, binds each to the child that it shows, and calls ShowAll whenever the
-// control has raised Refreshed. What the user changes is stored in the child, and then the
-// control's action of the child's name is called. Showing never calls an action.
+// A view creates its widgets, binds each to the child it shows, and calls ShowAll whenever the
+// control raises Refreshed. A change by the user is stored in the child, then the control's action
+// for that child is called. Showing never calls an action.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -46,10 +46,10 @@ public:
     void Bind(QListWidget* widget, const QString& name, ListBox& child, const Action& clicked);
     void Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed);
 
-    // Shows something else whenever all is shown.
+    // Adds an action that runs on every ShowAll.
     void OnShow(const Action& show) { m_shows.push_back(show); }
 
-    // Shows all children as they are now.
+    // Updates all widgets from their children.
     void ShowAll();
 
 private:

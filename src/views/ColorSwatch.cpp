@@ -24,7 +24,7 @@ void ColorSwatch::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(isEnabled() ? 1.0 : 0.35);
     const QRectF outer = QRectF(rect()).adjusted(1, 1, -1, -1);
-    // The chosen one has a ring around it, and the one with the focus a dotted one.
+    // The chosen colour has a ring around it, the focused one a dotted ring.
     if (isChecked() || hasFocus()) {
         const QColor ring =
             palette().color(isChecked() ? QPalette::WindowText : QPalette::PlaceholderText);

@@ -1,4 +1,4 @@
-// ColorSwatch: one colour to choose, with its number, because two colours can be alike.
+// ColorSwatch: one colour to choose, shown with its number because colours can look alike.
 #pragma once
 
 #include <QAbstractButton>
@@ -11,7 +11,7 @@ class ColorSwatch : public QAbstractButton {
 public:
     explicit ColorSwatch(QWidget* parent = nullptr);
 
-    // Whether it is the chosen one is the button's checked state.
+    // The button's checked state marks the chosen colour.
     void SetColor(const QColor& color);
 
     [[nodiscard]] QSize sizeHint() const override;

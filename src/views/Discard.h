@@ -1,4 +1,4 @@
-// Discard: the question before a dialog that the user leaves in passing loses what was done in it.
+// Discard: the question when closing a dialog other than by its buttons would lose changes.
 #pragma once
 
 #include <QCoreApplication>
@@ -10,7 +10,7 @@ namespace qx::views {
 class Discard {
     Q_DECLARE_TR_FUNCTIONS(Discard)
 public:
-    // Whether the user wants to lose the changes; asked only when there are any, and no by default.
+    // Whether the user agrees to lose the changes; asked only if there are any, with No as default.
     [[nodiscard]] static bool IsAgreed(QWidget* dialog, bool isChanged) {
         if (!isChanged)
             return true;

@@ -1,5 +1,5 @@
-// FaultLabel: says what is wrong, in a colour that reads on light and dark windows, and keeps its
-// place while there is nothing to say.
+// FaultLabel: shows an error in a colour that is legible on light and dark windows, and keeps its
+// space while there is none.
 #pragma once
 
 #include <QLabel>

@@ -1,10 +1,9 @@
 // KeyGrid: a keyboard on the screen, drawn as one widget.
 //
-// Its owner hands in the key caps; the grid scales them to fit, draws them crisply at every scale,
-// and tells which key the user reaches with the arrow keys and which the user picks, by the pointer
-// or by the keyboard. Programmed, empty, current
-// and unused keys differ by colour and by a mark, for those who see no colours. Every shown key is
-// an accessible object with a name.
+// Its owner provides the key caps; the grid scales them to fit, draws them crisply at every scale,
+// and reports the key that the user reaches with the arrow keys or picks with the pointer or the
+// keyboard. Programmed, empty, current and unused keys differ by a mark as well as by colour, for
+// users who cannot see colours. Every shown key is an accessible object with a name.
 #pragma once
 
 #include "views/KeyPainting.h"
@@ -24,31 +23,30 @@ class KeyGrid : public QWidget {
 public:
     explicit KeyGrid(QWidget* parent = nullptr);
 
-    // The keys, in reading order; those without a place on the screen are left out. The focus stays
-    // on its key where that is still there.
+    // The keys, in reading order; keys without a place on the screen are left out. The focus stays
+    // on its key if that is still present.
     void SetKeys(std::vector<KeyCap> caps);
     [[nodiscard]] const std::vector<KeyCap>& Keys() const { return m_caps; }
     [[nodiscard]] bool HasKey(int index) const { return Row(index) >= 0; }
     void SetPointSize(int points);
-    // Whether the arrow keys with Control move the focus without reaching a key, and the space bar
-    // with Control picks one. Else these keys are left to others.
+    // If true, Ctrl with an arrow key moves the focus without reaching a key, and Ctrl with the
+    // space bar picks one. Otherwise the grid ignores these keys.
     void SetControlMoves(bool moves) { m_controlMoves = moves; }
 
-    // What the keys are called in the owner's program: with "cmdKey", key 30 is "cmdKey_30".
+    // The prefix of the keys' object names: with "cmdKey", key 30 is "cmdKey_30".
     void SetKeyName(const char* name) { m_keyName = name; }
     [[nodiscard]] QString KeyName(int index) const;
 
-    // The key that has the keyboard focus, -1 when there is none; the widget need not have it.
+    // The key with the focus within the grid, -1 if none; the grid itself need not have the focus.
     [[nodiscard]] int FocusKey() const { return m_focusKey; }
-    void SetFocusKey(int index); // an unknown key: none
+    void SetFocusKey(int index); // an unknown key removes the focus
 
-    // Where the key is drawn, in this widget; an empty rectangle for an unknown key.
+    // The key's rectangle in this widget; empty for an unknown key.
     [[nodiscard]] QRect KeyRect(int index) const;
-    [[nodiscard]] int KeyAt(const QPoint& point) const; // -1 for none
-    // As if the user had picked the key, which thereby has the focus; disabled keys cannot be
-    // picked.
+    [[nodiscard]] int KeyAt(const QPoint& point) const; // -1 if there is none
+    // Like a pick by the user; the key gets the focus. Disabled keys cannot be picked.
     void Pick(int index, bool withControl = false);
-    // As if the user had moved to the key, which thereby has the focus.
+    // Like a move by the user to the key, which gets the focus.
     void Reach(int index);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -62,7 +60,7 @@ signals:
     void FocusKeyChanged(int index);
 
 protected:
-    bool event(QEvent* event) override; // tool tips
+    bool event(QEvent* event) override; // tooltips
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -71,23 +69,24 @@ protected:
     void leaveEvent(QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override; // picks, as a button does
+    void mouseReleaseEvent(QMouseEvent* event) override; // picks on release, like a button
     void keyPressEvent(QKeyEvent* event) override;       // arrows, Home, End, Space, Enter
 
 private:
-    // Where a key is drawn, and its texts ready to draw.
+    // A key's position, and its texts prepared for drawing.
     struct Drawn {
         bool isReady = false;
         QRectF rect;
         std::vector<KeyText> texts;
     };
-    // Keys that look alike share an image: width, height, colour, state, current, pressed, hovered.
+    // Keys that look the same share an image: width, height, colour, state, current, pressed,
+    // hovered.
     using Look = std::tuple<int, int, QRgb, KeyState, bool, bool, bool>;
 
-    void Forget(); // what has been prepared for drawing
+    void Forget(); // discards everything prepared for drawing
     void Prepare();
     const QPixmap& BodyImage(const KeyCap& cap, const QSizeF& size);
-    [[nodiscard]] int Row(int index) const; // in m_caps; -1 for none
+    [[nodiscard]] int Row(int index) const; // in m_caps; -1 if not found
     [[nodiscard]] int RowToward(Qt::Key arrow) const;
     void ReachRow(int row);
     void MoveToward(Qt::Key arrow, bool reaches);
@@ -96,17 +95,17 @@ private:
     void Hover(int index);
 
     std::vector<KeyCap> m_caps;
-    std::vector<Drawn> m_drawn; // as m_caps; empty until the next drawing
+    std::vector<Drawn> m_drawn; // parallel to m_caps; empty until the next drawing
     std::map<Look, QPixmap> m_images;
     KeyPlacing m_placing;
-    double m_pixelRatio = 0; // that of what has been prepared
+    double m_pixelRatio = 0; // for which the images were prepared
     QByteArray m_keyName = "key";
     int m_pointSize = 8;
     int m_focusKey = -1;
     int m_pressedKey = -1;
     int m_hoveredKey = -1;
     bool m_controlMoves = false;
-    QPointF m_goal; // the column and the row that arrow keys keep to, in the owner's unit
+    QPointF m_goal; // the column and row that arrow keys keep to, in the owner's unit
 };
 
 } // namespace qx::views

@@ -24,7 +24,7 @@ public:
     KeyAccessible(KeyGrid* grid, int index) : m_grid(grid), m_index(index) {}
 
     [[nodiscard]] bool isValid() const override { return Cap() != nullptr; }
-    [[nodiscard]] QObject* object() const override { return nullptr; } // keys are no widgets
+    [[nodiscard]] QObject* object() const override { return nullptr; } // keys are not widgets
     [[nodiscard]] QAccessibleInterface* parent() const override {
         return QAccessible::queryAccessibleInterface(m_grid.data());
     }
@@ -147,13 +147,13 @@ public:
 private:
     [[nodiscard]] KeyGrid* Grid() const { return static_cast<KeyGrid*>(widget()); }
 
-    // The key's own interface, the same one as long as the grid lives.
+    // The key's own interface, always the same one while the grid lives.
     [[nodiscard]] QAccessibleInterface* Key(int index) const {
         const auto found = m_keys.find(index);
         if (found != m_keys.end())
             return QAccessible::accessibleInterface(found->second);
         auto* key = new KeyAccessible(Grid(), index);
-        m_keys[index] = QAccessible::registerAccessibleInterface(key); // which owns it from now on
+        m_keys[index] = QAccessible::registerAccessibleInterface(key); // takes ownership
         return key;
     }
 

@@ -1,5 +1,5 @@
 // KeyGridAccessible: the keys of a KeyGrid for screen readers and other assistive programs, each a
-// button with a name, a place, and actions to press it and to give it the focus.
+// button with a name, a position, and actions to press and to focus it.
 #pragma once
 
 #include <vector>
@@ -9,10 +9,10 @@ namespace qx::views {
 struct KeyCap;
 class KeyGrid;
 
-// Makes every KeyGrid accessible; calls after the first do nothing.
+// Makes every KeyGrid accessible; later calls do nothing.
 void InstallKeyGridAccessible();
 
-// Announce what has changed; cheap when nobody listens.
+// Announce changes; cheap if no assistive program listens.
 void TellFocusKey(KeyGrid* grid);
 void TellKeysChanged(KeyGrid* grid, const std::vector<KeyCap>& old);
 

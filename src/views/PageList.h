@@ -1,4 +1,4 @@
-// PageList: a list beside the page that it chooses, as wide as its entries.
+// PageList: a list that chooses the page beside it, as wide as its entries.
 #pragma once
 
 #include <QListWidget>
@@ -11,7 +11,7 @@ public:
     explicit PageList(QWidget* parent = nullptr) : QListWidget(parent) {
         setItemDelegate(new Roomy(this));
         setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // entries are shortened instead
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // entries are elided instead
         setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Expanding);
         setMaximumWidth(280);
     }
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {80, 120}; }
 
 private:
-    // Entries with room around them.
+    // Adds padding around the entries.
     class Roomy : public QStyledItemDelegate {
     public:
         using QStyledItemDelegate::QStyledItemDelegate;

@@ -1,5 +1,5 @@
-// Widgets take text for rich text when it looks so, and names from files, keyboards and drivers may
-// look so: Plain keeps it as it is written.
+// Qt widgets show a text that looks like HTML as rich text, and names from files, keyboards and
+// drivers may look like that: Plain makes them appear as written.
 #pragma once
 
 #include <QString>

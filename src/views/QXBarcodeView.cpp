@@ -81,7 +81,7 @@ QWidget* QXBarcodeView::MakeOptionPage() {
         sizes->addWidget(slider, nIndex, 1);
         sizes->addWidget(value, nIndex, 2);
     }
-    sizes->setColumnStretch(1, 8); // the slider takes the room that it may have, the rest stays
+    sizes->setColumnStretch(1, 8); // the slider gets the extra width, the rest keeps its size
     sizes->setColumnStretch(3, 1);
     column->addLayout(sizes);
     column->addStretch(1);

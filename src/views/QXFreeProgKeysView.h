@@ -1,4 +1,4 @@
-// QXFreeProgKeysView: the face of QXFreeProgKeys: the keyboard, what the current key sends, and the
+// QXFreeProgKeysView: the face of QXFreeProgKeys: the keyboard, the current key's sequence, and the
 // buttons to edit it.
 #pragma once
 

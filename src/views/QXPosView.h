@@ -1,4 +1,4 @@
-// QXPosView: the face of QXPos: the POS keys by block, their number, and the way to the programmer.
+// QXPosView: the face of QXPos: the POS keys by block, their number, and access to the programmer.
 #pragma once
 
 #include "qxcontrols/pos/QXPos.h"

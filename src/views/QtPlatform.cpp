@@ -33,7 +33,7 @@ private:
     QTimer m_timer;
 };
 
-// The window before which a new one is shown.
+// The window that owns a new one.
 QWidget* Before(QWidget* parent) {
     if (QWidget* const modal = QApplication::activeModalWidget())
         return modal;
@@ -61,7 +61,7 @@ void QtWaitPointer::Restore() {
 
 void QtPendingMessages::Process() {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    QThread::msleep(1); // who waits calls again at once
+    QThread::msleep(1); // callers poll
 }
 
 std::unique_ptr<FormTimer> QtFormTimers::Create() {

@@ -1,7 +1,7 @@
-// QtPlatform: the services that the controls need of a Qt host.
+// QtPlatform: the services that the controls need from a Qt program.
 //
-// A host makes one on its user-interface thread after its QApplication, hands Services() to the
-// controls that it creates, and keeps it alive as long as these.
+// The program creates one on its user-interface thread after its QApplication, passes Services() to
+// the controls it creates, and keeps it alive as long as they live.
 #pragma once
 
 #include "qxcontrols/platform/Platform.h"
@@ -29,26 +29,26 @@ public:
     void Restore() override;
 };
 
-// Repaints and runs timers, and keeps back what the user does meanwhile.
+// Repaints and runs timers, but holds back user input.
 class QtPendingMessages : public PendingMessages {
 public:
     void Process() override;
 };
 
-// Timers of Qt's event loop.
+// Timers on Qt's event loop.
 class QtFormTimers : public FormTimers {
 public:
     [[nodiscard]] std::unique_ptr<FormTimer> Create() override;
 };
 
-// Shows the forms as dialogs before the window that is active, else before the parent.
+// Shows the forms as dialogs of the active window, or of the parent if none is active.
 class QtModalForms : public ModalForms {
 public:
     explicit QtModalForms(QWidget* parent) : m_parent(parent) {}
     void ShowModal(frmSequencer& form) override;
     void ShowModal(frmPOSProgrammer& form) override;
 
-    // See frmSequencer::pressTwinKey; for hosts of a simulated keyboard.
+    // See frmSequencer::pressTwinKey; for programs with a simulated keyboard.
     std::function<void(Long)> pressTwinKey;
 
 private:
@@ -57,7 +57,7 @@ private:
 
 class QtPlatform {
 public:
-    // Boxes and dialogs belong to the parent, the host's main window.
+    // `parent` is the program's main window, which owns message boxes and dialogs.
     explicit QtPlatform(QWidget* parent = nullptr) : messageBoxes(parent), modalForms(parent) {}
 
     [[nodiscard]] Platform Services();

@@ -1,4 +1,4 @@
-// ScrollArea: shows all of its content where there is room, and else a part of it that scrolls.
+// ScrollArea: shows all of its content if there is room, otherwise scrolls it.
 #pragma once
 
 #include <QScrollArea>
@@ -7,7 +7,7 @@ namespace qx::views {
 
 class ScrollArea : public QScrollArea {
 public:
-    // Takes the content over.
+    // Takes ownership of the content.
     explicit ScrollArea(QWidget* content) {
         setWidgetResizable(true);
         setFrameShape(QFrame::NoFrame);
@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
 
-    // Scrolls to this part of a widget, whatever area that is in.
+    // Makes this part of a widget visible, if the widget is inside any scroll area.
     static void Reveal(const QWidget& widget, const QRect& part) {
         for (QWidget* parent = widget.parentWidget(); parent != nullptr;
              parent = parent->parentWidget())

@@ -23,19 +23,19 @@ SequenceLabel::SequenceLabel(QWidget* parent) : QLabel(parent) {
 void SequenceLabel::ShowAccessibleName(const QString& caption) {
     const QString keys = text().trimmed();
     setAccessibleName(caption + u' ' + (keys.isEmpty() ? tr("No keys") : keys));
-    update(); // the text of an empty one may be in another language now
+    update(); // the placeholder text may be in another language now
 }
 
 void SequenceLabel::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const bool isModifier = key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
                             key == Qt::Key_AltGr || key == Qt::Key_Meta;
-    // Both together type a sign on keyboards with a third level.
+    // Ctrl and Alt together (AltGr) type a character on keyboards with a third level.
     const bool isShortcut = event->modifiers().testFlag(Qt::ControlModifier) !=
                                 event->modifiers().testFlag(Qt::AltModifier) ||
                             event->modifiers().testFlag(Qt::MetaModifier);
     const Integer code = VirtualKeyCode(*event);
-    event->ignore(); // a scroll area around moves by it
+    event->ignore(); // lets a surrounding scroll area handle it
     if (isModifier || isShortcut || code == 0)
         return;
     const bool isTyping = !event->text().isEmpty() && key != Qt::Key_Escape;

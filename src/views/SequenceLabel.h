@@ -1,8 +1,7 @@
-// SequenceLabel: a key sequence as text, which can have the keyboard focus and tells which keys are
-// pressed on it. A click gives it the focus, no more.
+// SequenceLabel: shows a key sequence as text, can have the keyboard focus and reports the keys
+// pressed on it. A click only gives it the focus.
 //
-// Keys that move the focus, Shift and its like alone, and keys that are part of a shortcut keep
-// their meaning.
+// Keys that move the focus, modifier keys alone, and shortcuts keep their usual meaning.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -16,12 +15,12 @@ class SequenceLabel : public QLabel {
 public:
     explicit SequenceLabel(QWidget* parent = nullptr);
 
-    // For those who hear the screen: the caption beside the label, and the keys.
+    // Sets the accessible name: the caption beside the label, and the keys.
     void ShowAccessibleName(const QString& caption);
 
 signals:
-    void KeyDown(qx::Integer KeyCode); // any other key; a Windows virtual key code
-    void KeyPress();                   // a key that types something, after KeyDown
+    void KeyDown(qx::Integer KeyCode); // any other key, as a Windows virtual key code
+    void KeyPress();                   // after KeyDown, if the key types a character
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -6,9 +6,9 @@ namespace qx::views {
 
 namespace {
 
-// A caption without the marks of its shortcut.
+// A caption without its mnemonic marks.
 QString Plain(QString caption) {
-    const QString ampersand(QChar(u'\uE000')); // stands for "&&" for a moment
+    const QString ampersand(QChar(u'\uE000')); // replaces "&&" temporarily
     return caption.replace(QLatin1String("&&"), ampersand)
         .remove(u'&')
         .replace(ampersand, QLatin1String("&"));

@@ -1,5 +1,5 @@
-// SequenceRow: a header or a terminator on the screen: the switch, the keys, and the buttons that
-// change and remove them.
+// SequenceRow: a header or a terminator on the screen: the check box, the keys, and the buttons
+// that change and remove them.
 #pragma once
 
 #include <QCheckBox>
@@ -11,10 +11,10 @@ namespace qx::views {
 class SequenceLabel;
 
 struct SequenceRow {
-    // Puts the widgets into two rows and three columns of the grid, the switch above the rest.
+    // Puts the widgets into two rows and three columns of the grid, the check box in the first row.
     SequenceRow(QGridLayout& grid, int row);
 
-    // Tells those who hear the screen which of several rows the widgets belong to.
+    // Distinguishes the widgets of several rows for screen readers.
     void ShowAccessibleNames() const;
 
     QCheckBox* use;

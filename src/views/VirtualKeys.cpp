@@ -6,7 +6,7 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kPacket = 0xE7; // a sign that was not typed with a key
+constexpr int kPacket = 0xE7; // a character without a key of its own
 
 struct NamedKey {
     int key;
@@ -47,7 +47,7 @@ int CodeOf(int key, bool isOnKeypad) {
     if (IsBetween(key, Qt::Key_F1, Qt::Key_F24))
         return 112 + key - Qt::Key_F1;
     if (IsBetween(key, Qt::Key_0, Qt::Key_9) || IsBetween(key, Qt::Key_A, Qt::Key_Z))
-        return key; // the sign's own code, in capitals
+        return key; // the character's own code, in upper case
     return 0;
 }
 

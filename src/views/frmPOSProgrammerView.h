@@ -11,10 +11,10 @@ namespace qx::views {
 class frmPOSProgrammerView : public QDialog {
     Q_OBJECT
 public:
-    // The form outlives the view; it has been prepared by the QXPOSProgrammer that opens it.
+    // The form outlives the view; the QXPOSProgrammer that opens it has prepared it.
     explicit frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* parent = nullptr);
 
-    void reject() override; // Esc, and closing the window: asks before anything is lost
+    void reject() override; // Esc or closing the window: asks before losing changes
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -103,7 +103,7 @@ QLayout* frmSequencerView::MakeSequence() {
         const QString text = ToQt(m_form.txtSequence.Text);
         if (sequence->toPlainText() != text) {
             sequence->setPlainText(text);
-            sequence->moveCursor(QTextCursor::End); // what has just been recorded is in sight
+            sequence->moveCursor(QTextCursor::End); // keeps the most recent key visible
         }
         sequence->setAccessibleName(ToQt(m_form.lblSequence.Caption));
         left->setText(tr("Codes left:"));
@@ -158,7 +158,7 @@ QLayout* frmSequencerView::MakeTyped() {
     row->addWidget(caption);
     row->addWidget(m_typed, 1);
     row->addWidget(apply);
-    auto* message = new QGridLayout; // never both at once
+    auto* message = new QGridLayout; // only one is shown at a time
     message->addWidget(fault, 0, 0);
     message->addWidget(full, 0, 0);
     auto* column = new QVBoxLayout;
@@ -212,7 +212,7 @@ void frmSequencerView::changeEvent(QEvent* event) {
 }
 
 bool frmSequencerView::eventFilter(QObject* watched, QEvent* event) {
-    // A window that only goes to the background keeps its focus for its return.
+    // A window that is only deactivated keeps its focus for its return.
     const bool isFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (watched == m_typed && isFocus &&
         static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason &&

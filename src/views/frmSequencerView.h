@@ -13,10 +13,10 @@ namespace qx::views {
 class frmSequencerView : public QDialog {
     Q_OBJECT
 public:
-    // The form outlives the view; it has been prepared by the QXSequencer that opens it.
+    // The form outlives the view; the QXSequencer that opens it has prepared it.
     explicit frmSequencerView(frmSequencer& form, QWidget* parent = nullptr);
 
-    void reject() override; // Esc, and closing the window: asks before anything is lost
+    void reject() override; // Esc or closing the window: asks before losing changes
 
 protected:
     bool event(QEvent* event) override; // the form's activation

@@ -1,4 +1,4 @@
-// Documents: opened, saved, and never lost.
+// Documents are opened and saved, and never lost.
 #include "Desk.h"
 #include "files/Files.h"
 #include "host/Json.h"
@@ -21,7 +21,7 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     desk.Find<QSlider>("slidOutputDelay")->setValue(12);
     desk.unsaved = DocumentMenu::Answer::Cancel;
     desk.window->Documents().New();
-    EXPECT_TRUE(desk.workbench.IsModified()) << "the user did not want to lose the edit";
+    EXPECT_TRUE(desk.workbench.IsModified()) << "the user chose to keep the edit";
     desk.Edit("freeProgKeys", 80);
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     EXPECT_TRUE(desk.window->Documents().Save());
@@ -33,7 +33,7 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     EXPECT_EQ(desk.Document(), saved);
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
 
-    // Neither another document nor a keyboard takes the place of an edit unasked.
+    // An edit is not replaced by another document or a keyboard without a question.
     desk.workbench.Preferences().SetAutoSave(false);
     desk.Page("commonKeyboard");
     desk.Find<QSlider>("slidOutputDelay")->setValue(13);
@@ -42,7 +42,7 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     desk.window->Documents().OpenCopy(QString::fromStdString(file));
     desk.window->Transfers().Read();
     EXPECT_EQ(desk.Document(), edited);
-    // Nor does a keyboard that cannot be read, at whichever call of its driver.
+    // Nor by a failed read, whichever driver call fails.
     desk.unsaved = DocumentMenu::Answer::Discard;
     bool isRead = false;
     for (int call = 1; !isRead; call += 1 + call / 10) {
@@ -58,7 +58,7 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     desk.window->Documents().Open(QString::fromStdString(file));
     EXPECT_EQ(desk.Document(), saved);
 
-    // A file that is no document changes nothing and says where it is wrong.
+    // An invalid file changes nothing and is reported with the place of the error.
     std::ofstream(file) << R"({"format": "qx-configuration", "version": 1, "pos": {}})";
     desk.window->Documents().Open(QString::fromStdString(file));
     EXPECT_EQ(desk.Document(), saved);
@@ -104,11 +104,11 @@ TEST(Documents, SavesByItselfOnlyWhereItMay) {
         desk.Find<QSlider>("slidOutputDelay")->setValue(delay);
         QTest::qWait(1700);
     };
-    desk.saveAs = "till"; // without its suffix
+    desk.saveAs = "till"; // without the suffix
     desk.Page("commonKeyboard");
     desk.workbench.Preferences().SetAutoSave(true);
     edit(11);
-    EXPECT_FALSE(std::filesystem::exists(desk.folder / "till.json")) << "it has no name yet";
+    EXPECT_FALSE(std::filesystem::exists(desk.folder / "till.json")) << "it has no file yet";
     EXPECT_TRUE(desk.window->Documents().Save());
     edit(12);
     EXPECT_EQ(held(), 12);
@@ -127,7 +127,7 @@ QString Name(const std::filesystem::path& file) {
     return QString::fromStdString(file.string());
 }
 
-TEST(Documents, AFolderThatVanishesStopsNobody) {
+TEST(Documents, AVanishedFolderBlocksNothing) {
     Desk desk;
     const auto stick = desk.folder / "stick";
     std::filesystem::create_directory(stick);
@@ -139,7 +139,7 @@ TEST(Documents, AFolderThatVanishesStopsNobody) {
     std::filesystem::remove_all(stick);
     desk.Find<QSlider>("slidOutputDelay")->setValue(12);
     QTest::qWait(1700);
-    EXPECT_TRUE(desk.warnings.isEmpty()) << "no box while the user works";
+    EXPECT_TRUE(desk.warnings.isEmpty()) << "no message box while the user works";
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("could not be saved automatically")));
 
     const auto close = [&](DocumentMenu::Answer answer) {
@@ -151,7 +151,7 @@ TEST(Documents, AFolderThatVanishesStopsNobody) {
     EXPECT_TRUE(desk.wasClosing);
     EXPECT_TRUE(desk.workbench.IsModified());
     desk.window->Documents().New();
-    EXPECT_TRUE(desk.workbench.IsModified()) << "cancelled too";
+    EXPECT_TRUE(desk.workbench.IsModified()) << "New is cancelled as well";
     desk.saveAs = "elsewhere.json";
     desk.notSaved = DocumentMenu::Answer::SaveAs;
     desk.window->Documents().New();
@@ -167,7 +167,7 @@ TEST(Documents, AFolderThatVanishesStopsNobody) {
     std::filesystem::remove_all(stick);
     desk.Find<QSlider>("slidOutputDelay")->setValue(14);
     EXPECT_TRUE(close(DocumentMenu::Answer::Discard));
-    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 0) << "given up is given up";
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 0) << "a discarded edit leaves no copy";
 }
 
 TEST(Documents, AWriteProtectedDocumentStaysAsItIs) {
@@ -204,10 +204,10 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
                   perms::owner_read | perms::owner_write);
         Desk second("full", {}, desk.folder / "records");
         second.leftCopy = DocumentMenu::LeftAnswer::Open;
-        EXPECT_FALSE(second.window->Documents().OpenLeft()) << "its window is still open";
+        EXPECT_FALSE(second.window->Documents().OpenLeft()) << "its owner is still open";
         EXPECT_TRUE(second.window->close());
         EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1);
-    } // ends without closing its window, as a program that is killed
+    } // destroyed without closing its window, like a killed program
     const auto older = shop / "records" / "unsaved" / "1-9.json";
     WriteText(older, R"({"document": "", "configuration": {)" + std::string(kFrame) + "}}");
     std::filesystem::last_write_time(older, std::filesystem::file_time_type::clock::now() -
@@ -215,16 +215,16 @@ TEST(Documents, UnsavedWorkSurvivesTheProgram) {
     Desk desk("full", shop / "");
     desk.leftCopy = DocumentMenu::LeftAnswer::Later;
     EXPECT_FALSE(desk.window->Documents().OpenLeft());
-    EXPECT_EQ(desk.leftCopies.size(), 2) << "each is offered, and none is lost";
+    EXPECT_EQ(desk.leftCopies.size(), 2) << "every copy is offered, and none is lost";
     desk.leftCopy = DocumentMenu::LeftAnswer::Open;
     EXPECT_TRUE(desk.window->Documents().OpenLeft());
-    EXPECT_EQ(desk.Document(), edited) << "the newest comes first";
+    EXPECT_EQ(desk.Document(), edited) << "the newest copy is offered first";
     std::filesystem::remove(older);
     desk.Page("freeProgKeys");
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     EXPECT_TRUE(desk.workbench.IsModified());
     EXPECT_TRUE(desk.workbench.File().empty());
-    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1) << "now this window's own";
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1) << "now this window's copy";
     EXPECT_TRUE(desk.window->Documents().Save());
     EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 0);
 
@@ -247,13 +247,13 @@ TEST(Documents, DamagedPreferencesAreReportedAndKept) {
     desk.unsaved = DocumentMenu::Answer::Discard;
     desk.window->Documents().New();
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("are damaged")))
-        << "an answer clears nothing";
+        << "answering does not clear the preferences";
     desk.window->ApplyPreferences();
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("kept in"))) << desk.Notice().toStdString();
     EXPECT_EQ(files::ReadFile(shop / "settings.ini.damaged"), "[Software]\nno value\n");
 }
 
-TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
+TEST(Documents, AnUnusableFileIsRefusedWithAllItsFaults) {
     Desk desk;
     desk.Edit("freeProgKeys", 80);
     desk.Page("pos");
@@ -273,7 +273,7 @@ TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
     for (const char* place : {"/commonKeyboard/outputDelay", "/freeProgKeys/keys/0", "/pos/blocks"})
         EXPECT_TRUE(desk.details.front().contains(QLatin1String(place))) << place;
 
-    // What the pages show is still what the document holds.
+    // The pages still match the document.
     desk.Page("freeProgKeys");
     EXPECT_TRUE(desk.IsShownProgrammed("layoutDisplay", 80));
     desk.Page("pos");
@@ -287,7 +287,7 @@ TEST(Documents, AnUnusableFileIsRefusedWholeAndListsItsFaults) {
 
 TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
     Desk desk;
-    desk.Edit("freeProgKeys", 80); // which the file lacks
+    desk.Edit("freeProgKeys", 80); // not in the file
     desk.unsaved = DocumentMenu::Answer::Discard;
     desk.Page("commonKeyboard");
     const auto first = desk.folder / "first.json";
@@ -297,7 +297,7 @@ TEST(Documents, ADroppedFileIsOpenedAndNeverMoved) {
         {QUrl::fromLocalFile(Name(first)), QUrl::fromLocalFile(Name(desk.folder / "second.json"))});
     const auto actions = Qt::CopyAction | Qt::MoveAction;
     const auto send = [&](auto& event) {
-        event.setDropAction(Qt::MoveAction); // as the source proposes
+        event.setDropAction(Qt::MoveAction); // proposed by the source
         QApplication::sendEvent(desk.window.get(), &event);
         EXPECT_TRUE(event.isAccepted());
         EXPECT_EQ(event.dropAction(), Qt::CopyAction);

@@ -1,4 +1,4 @@
-// The real program, with real signals.
+// The real program with real signals.
 #include "files/Files.h"
 #include "support/TempFolder.h"
 
@@ -30,7 +30,7 @@ TEST(EndSignals, TheKeyboardIsGivenBackAsItWas) {
                        "--model", "full", "--layouts", QX_LAYOUTS, "--settings",
                        QString::fromStdString((folder / "settings.ini").string()), "--start",
                        "read"});
-        // Its layer keys are blocked while it is open, so that nobody reads another layer.
+        // The keyboard's layer keys are disabled while it is open, so that the layer cannot change.
         ASSERT_TRUE(QTest::qWaitFor(
             [&] { return log().find("QXCFG_DisableLayerSelection") != std::string::npos; }, 60000))
             << program.readAllStandardError().toStdString();

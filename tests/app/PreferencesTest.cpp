@@ -23,7 +23,7 @@ namespace {
 
 using app::StartChoice;
 
-// Does something with the dialog that comes up next.
+// Runs an action in the next dialog.
 template <typename Dialog>
 void AnswerNext(const std::function<void(Dialog&)>& answer) {
     QTimer::singleShot(0, [answer] {
@@ -48,7 +48,7 @@ struct PreferencesTest : testing::Test {
     int changed = 0;
 };
 
-// Changes the editor as a user does; -1 and 0 for Booleans, the next value for all else.
+// Changes the editor as a user would; -1 and 0 for Booleans, otherwise the next value.
 void ChangeByKeys(QWidget* editor) {
     if (auto* box = qobject_cast<QCheckBox*>(editor))
         QTest::keyClick(box, Qt::Key_Space);
@@ -81,7 +81,7 @@ TEST_F(PreferencesTest, EveryPreferenceIsEditedAndSaved) {
         }
         edited.emplace(info.property);
     }
-    EXPECT_EQ(edited.size(), kPreferenceCount - 5 - 2); // all but the window's and the texts
+    EXPECT_EQ(edited.size(), kPreferenceCount - 5 - 2); // all except the window's and the texts
     settings.Save();
     QXProgSettings stored(registry);
     stored.Load();
@@ -89,7 +89,7 @@ TEST_F(PreferencesTest, EveryPreferenceIsEditedAndSaved) {
         EXPECT_EQ(stored.Get(property), settings.Get(property)) << property;
 }
 
-TEST_F(PreferencesTest, KeepsWhatItHasNoChoiceFor) {
+TEST_F(PreferencesTest, KeepsValuesThatItCannotOffer) {
     settings.SetPreferedAppLang(1036);
     settings.SetVersionFirmware(-32768);
     settings.SetKeyFontSize(72);
@@ -101,7 +101,7 @@ TEST_F(PreferencesTest, KeepsWhatItHasNoChoiceFor) {
     EXPECT_EQ(settings.KeyFontSize(), 71);
     EXPECT_EQ(settings.PreferedAppLang(), 1036);
     auto* layouts = Find<QComboBox>(page, "PreferedKeyLang");
-    ASSERT_EQ(layouts->count(), 6); // five layouts and none
+    ASSERT_EQ(layouts->count(), 6); // five layouts and "none"
     layouts->setCurrentIndex(layouts->findData(1031));
     EXPECT_EQ(settings.PreferedKeyLang(), 1031);
 }
@@ -141,7 +141,7 @@ TEST_F(PreferencesTest, ResetsAfterAskingAndForgetsTheLastDocument) {
     auto* file = Find<QLineEdit>(page, "PosCodePage");
     file->selectAll();
     QTest::keyClicks(file, "cp437.bin");
-    EXPECT_EQ(changed, 0); // not before the name is whole
+    EXPECT_EQ(changed, 0); // not before the name is complete
     QTest::keyClick(file, Qt::Key_Return);
     EXPECT_EQ(settings.PosCodePage(), "cp437.bin");
     EXPECT_EQ(changed, 1);

@@ -1,4 +1,4 @@
-// Transfers: what they leave in the keyboard, and what the user is told when they break off.
+// Transfers: the state they leave the keyboard in, and the report when they stop half-way.
 #include "Desk.h"
 #include "app/FilesPage.h"
 #include "files/Files.h"
@@ -11,7 +11,7 @@
 namespace qx::test {
 namespace {
 
-TEST(Transfers, AFailedWriteSaysSoAndIsNeverCalledDone) {
+TEST(Transfers, AFailedWriteIsReportedAsFailed) {
     Desk desk;
     desk.Page("commonKeyboard");
     desk.Find<QSlider>("slidOutputDelay")->setValue(9);
@@ -26,7 +26,7 @@ TEST(Transfers, AFailedWriteSaysSoAndIsNeverCalledDone) {
     EXPECT_FALSE(desk.warnings.front().contains(QStringLiteral("QXCFG_")));
     EXPECT_TRUE(desk.details.front().contains(QStringLiteral("QXCFG_")));
 
-    // Transfers that fail and report success are noticed, and what they left can be settled.
+    // A transfer that fails but reports success is noticed, and its effects can be recovered.
     int noticed = 0;
     for (std::uint32_t seed = 0; seed < 12; ++seed) {
         const int delay = 20 + static_cast<int>(seed);
@@ -52,7 +52,7 @@ TEST(Transfers, AFailedWriteSaysSoAndIsNeverCalledDone) {
     EXPECT_GT(noticed, 0);
 }
 
-TEST(Transfers, ADriverInAProcessOfItsOwnMayDieInAWrite) {
+TEST(Transfers, AnIsolatedDriverMayDieDuringAWrite) {
     Desk desk;
     files::WriteFileAtomically(desk.folder / "other.qxk.wild", "QXCFG_ImageSave crash");
     setup::KeyboardChoice choice{QX_WILD_DRIVER, desk.folder / "other.qxk", "full"};
@@ -105,7 +105,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         desk.Find<QSlider>("slidOutputDelay")->setValue(9);
         desk.Page("magnetCard");
         desk.Click("chkMagneticOptions_1");
-        desk.AtStep(host::Step::Writing, [&] { // it is unplugged
+        desk.AtStep(host::Step::Writing, [&] { // simulates unplugging it
             desk.workbench.Simulated()->FailCall(1, 77, true);
         });
         desk.Write();
@@ -114,7 +114,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         EXPECT_TRUE(desk.warnings.back().contains("may be partly written. Once"));
         const auto access =
             desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
-        desk.workbench.Simulated()->Poke(access, "\x09"); // the one byte has arrived
+        desk.workbench.Simulated()->Poke(access, "\x09"); // only one byte has arrived
         EXPECT_EQ(desk.timesAsked, 0);
     }
     Desk desk("full", shop / "");
@@ -130,7 +130,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     desk.Write();
 
     desk.unsaved = DocumentMenu::Answer::Discard;
-    const auto restore = [&](int row) { // the newest is the first
+    const auto restore = [&](int row) { // row 0 is the newest
         desk.Page("backups");
         auto* list = desk.Find<QTreeWidget>("backups");
         ASSERT_GT(list->topLevelItemCount(), row + 1);
@@ -142,14 +142,14 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     restore(0);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), ten);
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 10);
-    restore(2); // behind that of the restoring
+    restore(2); // restoring has added one backup
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
 }
 
 constexpr Long kDescription = 70000 + 3 * 128;
 
-// Has a write of a description break off after its first bytes. Returns the text.
+// Makes the write of a description stop after its first bytes. Returns the text.
 QString BreakOffAWrite(Desk& desk, const QString& text = QStringLiteral("Description")) {
     desk.Page("layeredFuncKeys");
     desk.ClickKey("funcKeys", 3);
@@ -164,7 +164,7 @@ std::string DescriptionBytes(const QString& text) {
     return {reinterpret_cast<const char*>(text.utf16()), static_cast<std::size_t>(text.size()) * 2};
 }
 
-TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
+TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
     using Ending = Desk::Ending;
     for (const Ending ending : {Ending::Finish, Ending::RollBack, Ending::Later}) {
         Desk desk;
@@ -179,7 +179,7 @@ TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
         EXPECT_EQ(holds(), ending == Ending::Finish);
         if (ending != Ending::Later) {
             EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and found equal")));
-            EXPECT_FALSE(desk.window->Transfers().Recover()) << "it is settled";
+            EXPECT_FALSE(desk.window->Transfers().Recover()) << "already recovered";
             continue;
         }
         EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Settle interrupted write")));
@@ -192,7 +192,7 @@ TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
         desk.timesAsked = 0;
         desk.recover = Ending::RollBack;
         desk.window->Transfers().Write();
-        EXPECT_EQ(desk.timesAsked, 1) << "the interrupted write comes first, and alone";
+        EXPECT_EQ(desk.timesAsked, 1) << "only the interrupted write is offered";
         EXPECT_TRUE(desk.askedToWrite.isEmpty());
         const std::string rolledBack = desk.Held();
         desk.answer = false;
@@ -204,7 +204,7 @@ TEST(Transfers, ABrokenOffWriteIsFinishedRolledBackOrLeftAtOnce) {
     }
 }
 
-// Another keyboard that cannot be told from this one was cut in a write that begins alike.
+// An indistinguishable keyboard was interrupted in a write that begins identically.
 TEST(Transfers, OneOfSeveralInterruptedWritesIsChosen) {
     Desk desk;
     desk.recover = Desk::Ending::Later;
@@ -222,13 +222,13 @@ TEST(Transfers, OneOfSeveralInterruptedWritesIsChosen) {
     };
     EXPECT_TRUE(desk.window->Transfers().Recover());
     EXPECT_EQ(desk.workbench.Simulated()->Memory(kDescription, kSize), half);
-    chosen = 1; // the older
+    chosen = 1; // the older write
     EXPECT_TRUE(desk.window->Transfers().Recover());
     EXPECT_EQ(desk.workbench.Simulated()->Memory(kDescription, kSize), DescriptionBytes(wanted));
 }
 
-// Names in documents and keyboards are shown as they are written, never as markup.
-TEST(Transfers, ANameIsNoMarkupInTheReview) {
+// Names in documents and keyboards are shown literally, never as markup.
+TEST(Transfers, ANameIsShownLiterallyInTheReview) {
     Desk desk;
     const QString name = QStringLiteral("<h1>Cash");
     desk.Page("layeredFuncKeys");
@@ -292,10 +292,10 @@ TEST(Transfers, DamageIsRepairedOnlyWhenTheUserWantsIt) {
     desk.window->Transfers().Read();
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("POS keys: damaged")));
     desk.window->Transfers().Write();
-    EXPECT_EQ(desk.askedToRepair.size(), 2) << "a document without the section leaves it alone";
+    EXPECT_EQ(desk.askedToRepair.size(), 2) << "a document without the section does not ask";
 }
 
-TEST(Transfers, FilesOfTheKeyboardGoBothWays) {
+TEST(Transfers, KeyboardFilesAreSavedAndLoaded) {
     Desk desk;
     desk.Page("files");
     auto* page = desk.window->findChild<app::FilesPage*>();

@@ -1,4 +1,4 @@
-// The tests of the application run in the application's own event loop, without a screen.
+// The application's tests run in the application's own event loop, without a screen.
 #include "app/Application.h"
 
 #include <gtest/gtest.h>

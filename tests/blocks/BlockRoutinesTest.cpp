@@ -12,7 +12,7 @@ TEST(SequenceSlots, EndAtTheFirstZeroUnlessFull) {
     Long position = 0;
     for (KeySequence* sequence : {&empty, &ended, &full, &beyond})
         BytesToSequence(*sequence, position, 4, block);
-    EXPECT_EQ(position, 16); // also behind what the block lacks
+    EXPECT_EQ(position, 16); // beyond the end of the block, too
     EXPECT_EQ(empty.Length(), 0);
     EXPECT_EQ(ended.KeyString(), " 30158");
     EXPECT_EQ(full.KeyString(), "  1  2  3255");

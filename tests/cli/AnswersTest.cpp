@@ -1,5 +1,5 @@
-// What commands answer when all goes well, whole: each member of their JSON, their text, nothing on
-// standard error, and the calls that leave no trace in the keyboard's memory.
+// The complete output of successful commands: every member of their JSON, their text, an empty
+// standard error, and the driver calls without an effect on the keyboard's memory.
 #include "CommandLine.h"
 
 #include "host/Json.h"
@@ -12,7 +12,7 @@ namespace {
 
 class Answers : public testing::Test {
 protected:
-    // Runs the command with --json and without; `json` lacks the schema. Gives the JSON.
+    // Runs the command with and without --json; `json` is without the schema. Returns the JSON.
     Json Expect(const std::vector<std::string>& arguments, Json json, const std::string& text,
                 int status = 0) {
         SCOPED_TRACE(arguments[0] + " " + arguments.back());

@@ -1,4 +1,4 @@
-// BatchJob: a batch of simulated keyboards, as the user of the command line sees it.
+// BatchJob: a batch of simulated keyboards, run through the command line.
 #pragma once
 
 #include "CommandLine.h"
@@ -12,7 +12,7 @@ namespace qx::test {
 
 using host::Json;
 
-// Needs the variable "till".
+// Uses the variable "till".
 inline constexpr const char* kDocument = R"({"format": "qx-configuration", "version": 1,
     "commonKeyboard": {"outputDelay": 9},
     "magnetCard": {"sendImmediate": true, "verifyLRC": true, "verifyLastChar": true, "tracks": [
@@ -25,7 +25,7 @@ inline constexpr const char* kDocument = R"({"format": "qx-configuration", "vers
         {"enabled": true, "headerEnabled": true, "header": [],
          "terminatorEnabled": true, "terminator": []}]}})";
 
-// Simulated keyboards in the files of one folder, and a job for three of them.
+// Simulated keyboards as files of one folder, and a job for three of them.
 class BatchJob : public testing::Test {
 protected:
     BatchJob() {
@@ -90,14 +90,14 @@ protected:
             results += (results.empty() ? "" : " ") + unit["result"].get<std::string>();
         return results;
     }
-    // The identifier that the keyboard in this file has.
+    // The identifier of the keyboard in this file.
     std::string IdentifierIn(const std::string& keyboard) {
         return Json::parse(
             Run({"--json", "--keyboard", File(keyboard), "--model", "full", "upload"})
                 .out)["document"]["layeredFuncKeys"]["guid"];
     }
-    // The till's number that the keyboard in this file holds all of the document with; "?" for
-    // another configuration.
+    // The till's number if the keyboard in this file holds the whole document with it; "?" for any
+    // other configuration.
     std::string TillIn(const std::string& keyboard) {
         for (const char* till : {"001", "002", "003"})
             if (Run({"--layout", job.value("layout", "us.qxl"), "--keyboard", File(keyboard),
@@ -113,7 +113,7 @@ protected:
     void Write(const std::string& name, const std::string& text) {
         files::WriteFileAtomically(folder / name, text);
     }
-    // Makes a keyboard; moves one to another file.
+    // Creates a keyboard; moves one to another file.
     void Make(const std::string& name, const std::string& model = "full") {
         EXPECT_EQ(Run({"--keyboard", File(name), "--model", model, "identify"}).status, 0);
     }
@@ -123,12 +123,12 @@ protected:
 
     TempFolder folder{TempFolder::InMemory()};
     Json job = {{"format", "qx-batch"}, {"version", 1}, {"document", "till.json"}};
-    std::map<std::string, std::string> ports; // of a driver's name, the keyboard that is behind it
-    std::map<std::string, int> faults; // of a keyboard, from its driver call of this number on
-    std::string cut;                   // the keyboard whose writes are cut after 4 bytes
-    std::string opened;                // the keyboards that the last run opened
-    std::function<void(const std::string&)> whileOpening; // a keyboard; may be empty
-    std::vector<std::function<void()>> pauses; // what happens while a bench waits; then Ctrl+C
+    std::map<std::string, std::string> ports; // by driver name: the keyboard behind it
+    std::map<std::string, int> faults;        // by keyboard: the first driver call that fails
+    std::string cut;                          // writes to this keyboard stop after 4 bytes
+    std::string opened;                       // keyboards opened in the last run
+    std::function<void(const std::string&)> whileOpening; // gets the keyboard; may be empty
+    std::vector<std::function<void()>> pauses; // run one by one while a bench waits; then Ctrl+C
 };
 
 } // namespace qx::test

@@ -1,4 +1,4 @@
-// Batches whose drivers and workers are processes: what goes wrong there costs one unit.
+// Batches with drivers and workers in processes: a failure there costs one unit only.
 #include "BatchJob.h"
 
 #include "process/ChildProcess.h"
@@ -7,7 +7,7 @@ namespace qx::test {
 
 namespace {
 
-// Units of the driver library that misbehaves as a file beside its keyboard says.
+// Units with the driver library that misbehaves as the file beside its keyboard demands.
 class BatchProcesses : public BatchJob {
 protected:
     BatchProcesses() {
@@ -33,7 +33,7 @@ protected:
         const Json error = Report()["units"][unit]["error"];
         return error.is_null() ? "" : error["message"].get<std::string>();
     }
-    // qxconf in a process of its own.
+    // qxconf in a separate process.
     process::Ending RunProgram(const std::vector<std::string>& options) {
         Write("job.json", job.dump());
         std::vector<std::string> arguments = {"--layouts",          QX_LAYOUTS, "--settings",
@@ -76,9 +76,8 @@ TEST_F(BatchProcesses, ADriverThatMisbehavesCostsItsUnit) {
     }
 }
 
-// The driver of the first unit waits in the middle of its work for that of another keyboard, and
-// the other way round: one after the other they would wait for ever, and a second unit at the same
-// keyboard in between would find it in use.
+// The drivers of keyboards a and b wait for each other: run in sequence they would wait forever,
+// and a second unit of the same keyboard run in between would find it in use.
 TEST_F(BatchProcesses, UnitsWorkAtOnceButThoseOfOnePortTakeTurns) {
     job["units"] = Json::array();
     for (const auto& [name, keyboard] : {std::pair("1", "a.qxk"), {"2", "a.qxk"}, {"3", "b.qxk"}})
@@ -93,14 +92,14 @@ TEST_F(BatchProcesses, UnitsWorkAtOnceButThoseOfOnePortTakeTurns) {
     EXPECT_EQ(Json::parse(outcome.out)["thisRun"]["failed"], Json({"till 2"}));
 }
 
-// Keyboards that cannot be told apart by themselves: without an identifier, or with the same one.
-TEST_F(BatchProcesses, KeyboardsThatAreAlikeDoNotGetInEachOthersWay) {
+// Keyboards that cannot be distinguished: without an identifier, or with the same one.
+TEST_F(BatchProcesses, IndistinguishableKeyboardsDoNotInterfere) {
     Make("1.qxk");
     for (const char* copy : {"2.qxk", "3.qxk"})
         std::filesystem::copy_file(folder / "1.qxk", folder / copy);
     for (const int unit : {3, 4})
         job["units"][unit]["model"] = "magnet";
-    // The workers have the layout and the options of the batch.
+    // The workers use the batch's layout and options.
     Json document = Json::parse(kDocument);
     document["magnetCard"]["tracks"][0]["header"] = "Ä ^Ä ${till}";
     document["layeredFuncKeys"] = {{"keys", Json::array()}};
@@ -129,7 +128,7 @@ TEST_F(BatchProcesses, AWorkerThatDiesCostsItsUnit) {
     EXPECT_EQ(RunJob({"--jobs", "2"}).status, 0);
 }
 
-// The second unit ends after the signal has come.
+// The second unit ends after the signal.
 TEST_F(BatchProcesses, NoUnitBeginsAfterASignalAndThoseThatHaveBegunEnd) {
     Behave("1", "QXCFG_ImageLoad terminate " + std::to_string(files::ProcessId()));
     Behave("2", "QXCFG_ImageLoad meet " + File("1.qxk.here"));
@@ -138,10 +137,10 @@ TEST_F(BatchProcesses, NoUnitBeginsAfterASignalAndThoseThatHaveBegunEnd) {
     EXPECT_EQ(TillIn("1.qxk") + TillIn("2.qxk"), "001002");
 }
 
-// Killed in the middle of a write, a batch leaves its records, and no driver at work.
+// A batch killed during a write leaves its records, and no running driver.
 TEST_F(BatchProcesses, AKilledBatchIsResumed) {
     Make("2.qxk");
-    setenv("XDG_DATA_HOME", (folder / "").c_str(), 1); // of both programs
+    setenv("XDG_DATA_HOME", (folder / "").c_str(), 1); // for both programs
     std::filesystem::create_directories(folder / "data");
     std::filesystem::create_directory_symlink(folder / "data", folder / "qxcontrols");
     Behave("2", "QXCFG_ImageSave half");

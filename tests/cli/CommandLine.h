@@ -1,4 +1,4 @@
-// CommandLine: runs qxconf's commands in process, on a simulated keyboard that can be made to fail.
+// CommandLine: runs qxconf's commands in process, on a simulated keyboard with injected faults.
 #pragma once
 
 #include "cli/Qxconf.h"
@@ -23,23 +23,23 @@ struct Outcome {
     std::string err;
 };
 
-// A fault of the simulated keyboard: its call number `call`, counted from 1, gives `status`.
+// A fault of the simulated keyboard: driver call number `call`, counted from 1, returns `status`.
 struct Fault {
     int call = 0; // 0: none
     std::int32_t status = 77;
     bool forEver = false;
-    std::int32_t transferBytes = -1; // a transfer stops after these; -1: it does not
-    std::int32_t writtenBytes = -1;  // the same of transfers to the keyboard only
+    std::int32_t transferBytes = -1; // a transfer stops after these; -1: never
+    std::int32_t writtenBytes = -1;  // the same, only for transfers to the keyboard
     bool dropsWrites = false;        // transfers to the keyboard, or to a file, report success and
                                      // do nothing
 };
 
 struct DriverCall {
     std::string_view function;
-    host::DriverResult result; // what its result means
+    host::DriverResult result; // as decoded
 };
 
-// A driver that can lie about its writes, and notes the calls that leave no trace in a memory.
+// A driver that can fake its writes, and records the calls without an effect on the memory.
 class LyingDriver : public host::ForwardingDriver {
 public:
     LyingDriver(std::unique_ptr<ConfigDriver> inner, bool dropsWrites,
@@ -118,7 +118,7 @@ public:
     explicit CommandLine(Driver driver = Driver::InProcess, std::string model = "full")
         : m_driver(driver), m_model(std::move(model)) {}
 
-    // Runs a command on the keyboard; `fault` holds from its first driver call on.
+    // Runs a command on the keyboard; `fault` applies from its first driver call on.
     Outcome Run(std::vector<std::string> arguments, const Fault& fault = {}) {
         arguments.insert(arguments.begin(),
                          {"--layouts", layouts, "--settings", File("settings.ini")});
@@ -144,7 +144,7 @@ public:
         return {status, out.str(), err.str()};
     }
 
-    // The same, expected to succeed; what it wrote to standard output.
+    // Runs a command that must succeed; returns its standard output.
     std::string Done(const std::vector<std::string>& arguments) {
         const Outcome outcome = Run(arguments);
         EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -154,28 +154,28 @@ public:
     [[nodiscard]] std::string File(const std::string& name) const {
         return (folder / name).string();
     }
-    // Writes a text into a file of the folder and returns its path.
+    // Writes a text to a file of the folder and returns its path.
     std::string Write(const std::string& name, const std::string& text) {
         files::WriteFileAtomically(folder / name, text);
         return File(name);
     }
 
-    // Looks into, or changes, the keyboard's memory.
+    // Reads or changes the keyboard's memory.
     std::string Memory() { return Open().Memory(0, sim::KeyboardMemory::kSize); }
     void Poke(Long address, const std::string& bytes) { Open().Poke(address, bytes); }
 
-    // How many driver calls the last run made (in process only).
+    // The number of driver calls in the last run (in process only).
     int calls = 0;
     std::vector<DriverCall> made; // the same calls, one by one
-    // Those that leave no trace in the memory, of all runs, with their arguments.
+    // The calls of all runs without an effect on the memory, with their arguments.
     std::vector<std::string> noted;
 
     TempFolder folder{TempFolder::InMemory()};
     std::string layouts = QX_LAYOUTS;
-    int columns = 0; // of the terminal that standard error is; 0: none
+    int columns = 0; // if standard error is a terminal; otherwise 0
     bool hasColor = false;
-    std::string input;                 // of the next run, at standard input
-    std::function<void()> beforeWrite; // what happens while the keyboard is written to, or read
+    std::string input;                 // standard input of the next run
+    std::function<void()> beforeWrite; // called while the keyboard is written or read
     std::function<void()> beforeRead;
 
 private:
@@ -195,7 +195,7 @@ private:
     };
     Opened Open() { return {folder / "keyboard.qxk", m_model}; }
 
-    // Notes how many calls the driver has had when it is gone.
+    // Reports its number of calls when it is destroyed.
     class CountedDriver : public sim::SimulatedDriver {
     public:
         CountedDriver(const std::filesystem::path& file, const std::string& model, int& calls)
@@ -206,7 +206,7 @@ private:
         int& m_calls;
     };
 
-    // What makes the driver's next transfer stop after so many bytes.
+    // A function that makes the driver's next transfer stop after a number of bytes.
     static std::function<void(std::int32_t)> Stopper(ConfigDriver& driver) {
         if (auto* simulated = dynamic_cast<sim::SimulatedDriver*>(&driver))
             return [simulated](std::int32_t bytes) { simulated->StopTransferAfter(bytes); };
@@ -243,14 +243,14 @@ private:
     }
 
 public:
-    std::vector<std::int32_t> positionKeys; // pressed on the keyboard of the next run (in process)
+    std::vector<std::int32_t> positionKeys; // pressed during the next run (in process)
 
 private:
     Driver m_driver;
     std::string m_model;
 };
 
-// Runs a command with the options that choose the keyboard, and nothing put in their place.
+// Runs a command with exactly these options for the keyboard.
 inline Outcome RunOn(const TempFolder& folder, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(),
                      {"--layouts", QX_LAYOUTS, "--settings", (folder / "settings.ini").string()});

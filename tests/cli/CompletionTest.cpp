@@ -1,11 +1,11 @@
-// The words that shells offer.
+// The words offered by shell completion.
 #include "CommandLine.h"
 
 #include "host/Json.h"
 
 namespace qx::test {
 
-TEST(Completion, OffersWhatCanComeNext) {
+TEST(Completion, OffersPossibleNextWords) {
     CommandLine keyboard;
     const std::string file = keyboard.Write(
         "delay.json",

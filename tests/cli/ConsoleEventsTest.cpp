@@ -1,4 +1,4 @@
-// What a console sends qxconf.exe ends its work in order, also with the helper of a driver.
+// Console events end qxconf.exe's work in order, even with a driver's helper process.
 #include "files/Files.h"
 #include "files/SystemTexts.h"
 #include "support/TempFolder.h"
@@ -16,8 +16,8 @@ namespace {
 
 constexpr DWORD kPatience = 60'000; // ms
 
-// qxconf.exe, without a console. An event comes to it as the system brings it: on a new thread in
-// the system's own function.
+// qxconf.exe without a console. Events arrive as from the system: on a new thread, in the system's
+// own function.
 class Program {
 public:
     Program(const std::string& arguments, const std::filesystem::path& errors) {
@@ -69,7 +69,7 @@ private:
 
 } // namespace
 
-// Ctrl+Break, or the end of the console or of the session, which gives a program a few seconds.
+// Ctrl+Break, or the end of the console or of the session, when only a few seconds are left.
 TEST(ConsoleEvents, PositionModeIsTakenBack) {
     for (const auto& [event, status, words] :
          {std::tuple(CTRL_BREAK_EVENT, 128U + 21U, "ended by Ctrl+Break"),

@@ -1,4 +1,4 @@
-// The report of everything between the program and the keyboard.
+// The report about everything between the program and the keyboard.
 #include "CommandLine.h"
 
 #include "files/SystemTexts.h"
@@ -21,7 +21,7 @@ const Json* CallOf(const Json& report, const std::string& function) {
 
 } // namespace
 
-TEST(Doctor, ReportsEverythingButWhatIsStored) {
+TEST(Doctor, ReportsEverythingExceptStoredSettings) {
     CommandLine keyboard;
     keyboard.Done({"download", keyboard.Write("secret.json", R"({
         "format": "qx-configuration", "version": 1,
@@ -49,7 +49,7 @@ TEST(Doctor, ReportsEverythingButWhatIsStored) {
     EXPECT_NE(keyboard.Done({"doctor"}).find("\nproblems\n  none\n"), std::string::npos);
 }
 
-TEST(Doctor, GoesOnAfterProblemsAndEndsWithTheFirst) {
+TEST(Doctor, ContinuesAfterProblemsAndReturnsTheFirst) {
     CommandLine keyboard;
     keyboard.Done({"identify"});
     keyboard.layouts = keyboard.File("layouts");

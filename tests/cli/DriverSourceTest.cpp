@@ -1,4 +1,4 @@
-// The options that choose the keyboard, through the whole program, on real files.
+// The options that select the keyboard, through the whole program, with real files.
 
 #include "CommandLine.h"
 
@@ -22,7 +22,7 @@ TEST(DriverSource, TheLibraryAndTheProgramKeepTheSameKeyboard) {
     EXPECT_EQ(RunOn(folder, {"--keyboard", file, "--model", "magnet", "identify"}).status, 0);
 }
 
-// A slip in a file's name or in a model neither makes a keyboard nor is passed over.
+// A mistyped file name or model does not create a keyboard and is not ignored.
 TEST(DriverSource, AKeyboardIsMadeOnlyWhenItsModelIsNamed) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
@@ -47,7 +47,7 @@ TEST(DriverSource, AKeyboardIsMadeOnlyWhenItsModelIsNamed) {
     }
 }
 
-// The layout is the chosen one, else the keyboard's own, else the preferred one.
+// The layout is the chosen one, or else the keyboard's own, or else the preferred one.
 TEST(DriverSource, KeysHaveTheNamesOfTheNearestLayout) {
     const TempFolder folder;
     const std::string document = (folder / "till.json").string();
@@ -81,8 +81,8 @@ TEST(DriverSource, KeysHaveTheNamesOfTheNearestLayout) {
         << refused.err;
 }
 
-// What goes wrong is told alike, whether the simulated keyboard is part of the program or loaded.
-TEST(DriverSource, FaultsAreExplainedAlike) {
+// Errors are reported identically for the built-in and the loaded simulated keyboard.
+TEST(DriverSource, ErrorsAreReportedIdentically) {
 #ifdef _WIN32
     const int noFile = 2;
     const int noFolder = 3;
@@ -186,8 +186,8 @@ TEST(DriverSource, NoCommandReplacesAFileThatIsNotItsOwn) {
     EXPECT_TRUE(content() == before);
 }
 
-// A driver that ends its process, or crashes, is one error that names the call: no command ends
-// with it, in silence or as if all had gone well.
+// A driver that ends its process or crashes causes one error that names the call: no command ends
+// silently or successfully because of it.
 TEST(DriverSource, ADriverThatEndsItsProcessEndsNoCommand) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
@@ -217,7 +217,7 @@ TEST(DriverSource, ADriverThatEndsItsProcessEndsNoCommand) {
     }
 }
 
-TEST(DriverSource, WhatIsNoDriverIsRefused) {
+TEST(DriverSource, AFileThatIsNotADriverIsRefused) {
     const TempFolder folder;
     const std::string file = (folder / "no-library.so").string();
     files::WriteFileAtomically(file, "no library");
@@ -226,13 +226,13 @@ TEST(DriverSource, WhatIsNoDriverIsRefused) {
         EXPECT_EQ(run.status, 3);
         EXPECT_NE(run.err.find(driver), std::string::npos) << run.err;
     }
-    // A real keyboard's driver knows no keyboard files; here it is a library without them.
+    // A real keyboard's driver does not support keyboard files; here it is a library without them.
     const Outcome run = RunOn(folder, {"--driver", "libm.so.6", "--keyboard", file, "identify"});
     EXPECT_NE(run.status, 0);
     EXPECT_EQ(files::ReadFile(file), "no library");
 }
 
-// A keyboard without an identifier is known again by where it is, whatever folder one is in.
+// A keyboard without an identifier is recognised by its location, whatever the current folder.
 TEST(DriverSource, TheOriginIsTheSameForTheSameKeyboard) {
     TempFolder folder;
     const auto origin = [&](const std::filesystem::path& file) {

@@ -1,5 +1,5 @@
-// What the host layer promises when the driver fails: no failure is called success, an upload
-// changes nothing, and a download that fails before its transfer has written nothing.
+// The host layer's guarantees when the driver fails: a failure is never reported as success, an
+// upload changes nothing, and a download that fails before its transfer has written nothing.
 
 #include "CommandLine.h"
 
@@ -9,18 +9,18 @@ namespace qx::test {
 
 namespace {
 
-// A part of the runs of one sweep, so that several programs can share it.
+// Part of a sweep's runs, so that several programs can share it.
 struct Part {
     Driver driver;
     const char* command;
-    bool forEver; // all calls from one on fail
+    bool forEver; // all calls from this one on fail
     int part = 0;
     int parts = 1;
 };
 
 class FaultSweep : public testing::TestWithParam<Part> {
 protected:
-    // Brings the keyboard to a known state, and makes a document that changes it.
+    // Puts the keyboard into a known state, and creates a document that changes it.
     void SetUp() override {
         const std::string document = keyboard.Done({"upload"});
         const std::string changed = std::string(document).replace(
@@ -30,13 +30,13 @@ protected:
         before = keyboard.Memory();
     }
 
-    // The keyboard as it was, and no record of a write.
+    // Restores the keyboard and deletes the records of writes.
     void Restore() {
         keyboard.Write("keyboard.qxk", keyboardFile);
         std::filesystem::remove_all(keyboard.folder / "data");
     }
 
-    // The keyboard's memory after a run; most runs leave it as it was, which its file tells.
+    // The keyboard's memory after a run; an unchanged file shows that it is as before.
     std::string MemoryAfterRun() {
         std::filesystem::remove_all(keyboard.folder / "data");
         if (files::ReadFile(keyboard.folder / "keyboard.qxk") == keyboardFile)
@@ -46,9 +46,8 @@ protected:
         return memory;
     }
 
-    // The numbers of the calls to fail: every call, but of the thousands that read or write one
-    // unit of a key's description, 64 a key, every 61st: each key has its turn, and each of its
-    // units.
+    // The numbers of the calls to fail: all calls, but only every 61st of the thousands that access
+    // one unit of a key's description (64 per key), so that every key and every unit is covered.
     [[nodiscard]] static std::vector<int> CallsToFail(const std::vector<DriverCall>& made) {
         std::vector<int> calls;
         int units = 0;
@@ -58,8 +57,8 @@ protected:
         return calls;
     }
 
-    // Runs the command with each of its driver calls failing in turn, and hands each outcome and
-    // the memory after it to `check`. A call whose status matters never fails without a word.
+    // Runs the command with each of its driver calls failing in turn, and passes each outcome and
+    // the memory after it to `check`. A failed call whose status matters must be reported.
     void Sweep(const std::vector<std::string>& arguments,
                const std::function<void(const Outcome&, const std::string& memory)>& check) {
         CommandLine counter(Driver::InProcess);

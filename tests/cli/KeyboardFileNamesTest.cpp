@@ -1,4 +1,4 @@
-// Drivers on Windows are given names in 8-bit characters.
+// Drivers on Windows get file names in 8-bit characters.
 #include "CommandLine.h"
 #include "files/SystemTexts.h"
 
@@ -6,8 +6,8 @@
 
 namespace qx::test {
 
-// Windows would make "a" of the letter: another file, which is there.
-TEST(KeyboardFileNames, OneThatWouldNameAnotherFileIsRefused) {
+// Windows would convert the letter to "a", the name of another existing file.
+TEST(KeyboardFileNames, ANameForAnotherFileIsRefused) {
     CommandLine keyboard;
     keyboard.Done({"param", "save", keyboard.File("a.par")});
     const std::string saved = files::ReadFile(files::PathOf(keyboard.File("a.par")));

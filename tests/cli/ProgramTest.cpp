@@ -1,4 +1,4 @@
-// The real program, as a shell runs it.
+// The real program, run from a shell.
 #include "CommandLine.h"
 
 #include <array>
@@ -10,13 +10,13 @@ namespace qx::test {
 
 namespace {
 
-// Runs the script in bash, in a folder of its own, with nothing in the environment but the
-// program's name and a place for records.
+// Runs the script in bash, in a separate folder, with an environment that only contains the
+// program's path and a folder for records.
 class Shell {
 public:
     struct Answer {
         int status;
-        std::string out; // with standard error where the script says so
+        std::string out; // includes standard error if the script redirects it
     };
     Answer Run(const std::string& script) const {
         const std::string file = (folder / "script").string();
@@ -43,7 +43,7 @@ constexpr const char* kQxconf =
 
 } // namespace
 
-TEST(Program, BashAsksItForWords) {
+TEST(Program, CompletesWordsInBash) {
     const auto answer = Shell().Run(". <($qxconf completion bash)\n"
                                     "COMP_WORDS=($qxconf backup re) COMP_CWORD=2\n"
                                     "_qxconf; echo ${COMPREPLY[@]}\n"
@@ -53,11 +53,11 @@ TEST(Program, BashAsksItForWords) {
     EXPECT_NE(answer.out.find("/etc/passwd"), std::string::npos) << answer.out;
 }
 
-TEST(Program, NothingButItsOwnWordsReachesStandardError) {
+TEST(Program, OnlyItsOwnMessagesReachStandardError) {
     const auto sheet = Shell().Run(std::string(kQxconf) + "q sheet -o k.svg 2>&1");
     EXPECT_EQ(sheet.status, 0);
     EXPECT_EQ(sheet.out, "keyboard to key sheet: wrote k.svg\n");
-    // A locale without letters of this name, and no folder of the user's own.
+    // A locale without these letters, and no folder for the user's data.
     const auto named =
         Shell().Run("LC_ALL=C $qxconf --settings 'Größe.ini' prefs set AutoSave False 2>&1 && "
                     "grep -c AutoSave Größe.ini");
@@ -67,14 +67,14 @@ TEST(Program, NothingButItsOwnWordsReachesStandardError) {
     EXPECT_NE(homeless.out.find("neither HOME nor XDG_CONFIG_HOME is set"), std::string::npos);
 }
 
-TEST(Program, AClosedOutputIsAFailureAndNoFileTakesItsPlace) {
+TEST(Program, AClosedOutputIsAFailureAndNoFileReplacesIt) {
     const Shell shell;
     const auto closed = shell.Run(std::string(kQxconf) + "q upload >&- 2>err; echo $?; cat err");
     EXPECT_EQ(closed.out, "4\nqxconf: standard output could not be written\n");
     const auto kept = shell.Run(std::string(kQxconf) + "head -c 6 k.qxk; q identify >/dev/null");
     EXPECT_EQ(kept.out, "QXKEYB");
     EXPECT_EQ(kept.status, 0);
-    // The variable names the driver of commands that choose no keyboard.
+    // The variable names the driver for commands without an option for it.
     const auto driver = shell.Run("QXCONF_DRIVER=./none.so $qxconf --layouts $layouts --settings p "
                                   "identify 2>&1");
     EXPECT_EQ(driver.status, 3);

@@ -1,4 +1,4 @@
-// What the commands refuse: which exit status, which words, and that nothing is changed or lost.
+// Refused commands: their exit status and message, and that nothing is changed or lost.
 #include "CommandLine.h"
 
 #include "host/Json.h"
@@ -12,9 +12,9 @@ namespace qx::test {
 
 using host::Json;
 
-// Each refusal has its kind, its place and its words, the same in JSON and on standard error, and
-// leaves the keyboard and the preferences as they were.
-TEST(Refusals, SayWhatIsWrongAndChangeNothing) {
+// Each refusal has its kind, place and message, identical in JSON and on standard error, and leaves
+// the keyboard and the preferences unchanged.
+TEST(Refusals, NameTheErrorAndChangeNothing) {
     CommandLine keyboard;
     const std::string invalid = keyboard.Write(
         "invalid.json",
@@ -129,7 +129,7 @@ TEST(Refusals, SayWhatIsWrongAndChangeNothing) {
     EXPECT_NE(magnet.err.find("no layered function keys"), std::string::npos) << magnet.err;
 }
 
-TEST(Refusals, UsageErrorsSayWhatIsWrongAndWhereToLearnMore) {
+TEST(Refusals, UsageErrorsNameTheErrorAndTheHelp) {
     CommandLine keyboard;
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"bogus"}, "there is no command \"qxconf bogus\" (see qxconf --help)"},
@@ -162,10 +162,10 @@ TEST(Refusals, UsageErrorsSayWhatIsWrongAndWhereToLearnMore) {
     EXPECT_NE(err.str().find("qxconf help COMMAND"), std::string::npos);
 }
 
-// Each refusal is one error, and every file is as it was.
+// Each refusal is a single error, and every file is unchanged.
 TEST(Refusals, WhatTheDiskRefusesLosesNothing) {
     CommandLine keyboard;
-    // Another user has to read the layouts, but perhaps not where the project is.
+    // The other user may not be able to read the project's folder.
     keyboard.layouts = keyboard.File("layouts/");
     std::filesystem::copy(QX_LAYOUTS, keyboard.layouts);
     std::filesystem::permissions(keyboard.layouts, std::filesystem::perms::all);
@@ -209,13 +209,13 @@ TEST(Refusals, WhatTheDiskRefusesLosesNothing) {
     refuses({"param", "save", keyboard.File("vanished/till.par")});
     EXPECT_TRUE(content() == before);
     {
-        const FullDisk full(0); // a program that goes on stores the preference as soon as it can
+        const FullDisk full(0); // a program that continued would store the preference soon
         refuses({"prefs", "set", "AutoSave", "True"});
         EXPECT_TRUE(content() == before);
     }
 }
 
-TEST(Refusals, AResultThatNobodyGetsIsAFailure) {
+TEST(Refusals, AnUndeliveredResultIsAFailure) {
     class Full : public std::streambuf {
     } nowhere;
     CommandLine keyboard;

@@ -24,10 +24,10 @@ protected:
 
 } // namespace
 
-// Whatever the keyboard holds, the document of an upload validates, can be downloaded, and comes
-// back the same.
+// Whatever the keyboard contains, the uploaded document is valid, can be downloaded, and is the
+// same when uploaded again.
 TEST_P(AnyModel, UploadsOfAnyBytesAreValidAndComeBack) {
-    constexpr Long kAfterCapabilities = 0x800; // identification and capabilities are the model's
+    constexpr Long kAfterCapabilities = 0x800; // the bytes before are fixed by the model
     for (unsigned seed = 1; seed <= 6; ++seed) {
         keyboard.Done({"identify"});
         keyboard.Poke(kAfterCapabilities,
@@ -46,7 +46,8 @@ TEST_P(AnyModel, UploadsOfAnyBytesAreValidAndComeBack) {
     }
 }
 
-// What the controls' own requests leave out is sent too: all that a document empties is empty.
+// Bytes outside the controls' own requests are sent too: everything that a document clears is
+// cleared.
 TEST_P(AnyModel, DefaultsReplaceWhateverTheKeyboardHeld) {
     const std::string defaults = keyboard.File("defaults.json");
     keyboard.Done({"defaults", "-o", defaults});
@@ -66,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(Models, AnyModel,
                                                 : "Library");
                          });
 
-TEST(Sections, WhatTheKeyboardLacksIsRefusedOrSkipped) {
+TEST(Sections, MissingModulesAreRefusedOrSkipped) {
     CommandLine full;
     const std::string file = full.File("full.json");
     full.Done({"upload", "-o", file});
@@ -81,7 +82,7 @@ TEST(Sections, WhatTheKeyboardLacksIsRefusedOrSkipped) {
     EXPECT_EQ(magnet.Run({"download", "--skip-absent", file}).status, 0);
 }
 
-TEST(Sections, WhatTheDocumentLacksStays) {
+TEST(Sections, MissingSectionsStayUnchanged) {
     CommandLine keyboard;
     keyboard.Done({"identify"});
     keyboard.Poke(0x800, RandomBytes(0x2000, 3));

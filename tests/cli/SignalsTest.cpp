@@ -1,4 +1,4 @@
-// Signals that end the program: a transfer ends in order, and position mode is taken back.
+// Signals that end the program: transfers end in order, and position mode is switched off.
 #include "CommandLine.h"
 
 #include <csignal>
@@ -18,8 +18,8 @@ TEST(Signals, ATransferIsEndedInOrder) {
     keyboard.Done({"identify"});
     const std::string before = keyboard.Memory();
 
-    // While it is read, nothing comes of the command: neither in the first reading nor in the last
-    // one before the bytes, when backup and journal are there.
+    // A signal during a read cancels the command, both in the first read and in the last one before
+    // writing, when backup and journal already exist.
     int readings = 0;
     int last = 1;
     keyboard.beforeRead = [&] {
@@ -40,11 +40,11 @@ TEST(Signals, ATransferIsEndedInOrder) {
         EXPECT_EQ(readings, last);
     }
     EXPECT_EQ(keyboard.Done({"recover", "--list"}), "no interrupted writes are on record\n");
-    // While it is written to, the write is finished and proved.
+    // A signal during a write: the write is completed and verified.
     keyboard.beforeRead = {};
     keyboard.beforeWrite = [] {
         std::raise(SIGINT);
-        EXPECT_EQ(alarm(0), 0U) << "seconds until the program ends, however far the write is";
+        EXPECT_EQ(alarm(0), 0U) << "seconds until the program would be killed";
     };
     const Outcome written = keyboard.Run({"download", file});
     EXPECT_EQ(written.status, 0) << written.err;
@@ -54,7 +54,7 @@ TEST(Signals, ATransferIsEndedInOrder) {
     EXPECT_EQ(keyboard.Done({"diff", file}), "");
 }
 
-// The real program, with real signals.
+// The real program with real signals.
 TEST(Signals, PositionModeIsTakenBack) {
     const TempFolder folder;
     const std::string file = (folder / "till.qxk").string();
@@ -90,7 +90,7 @@ TEST(Signals, PositionModeIsTakenBack) {
         waitpid(program, &status, 0);
         close(error[0]);
         EXPECT_TRUE(WIFEXITED(status));
-        // Ctrl+C is how people end the watch.
+        // Ctrl+C is the usual way to end the watch.
         EXPECT_EQ(WEXITSTATUS(status), signal == SIGINT ? 0 : 128 + signal);
         EXPECT_EQ(said.find("ended by signal") == std::string::npos, signal == SIGINT) << said;
         const std::string log = files::ReadFile(file + ".log");

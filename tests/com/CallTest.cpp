@@ -1,4 +1,4 @@
-// Calls by name: arguments, answers, and errors with the numbers that classic hosts know.
+// Calls by name: arguments, results, and errors with the numbers that classic hosts know.
 
 #include "Host.h"
 
@@ -22,7 +22,7 @@ protected:
     ObjectRef keyboard = host.New("QXKeyboardAccess");
 };
 
-TEST_F(ComCall, FindsNamesInAnyCaseAndTellsReadingFromSetting) {
+TEST_F(ComCall, FindsNamesInAnyCaseAndDistinguishesReadingFromSetting) {
     Let(keyboard, "REPLACMENTCHAR", "?");
     EXPECT_EQ(Do(keyboard, "replacmentchar"), Value(u"?"));
     EXPECT_EQ(ErrorOf([&] { Do(keyboard, "ReplacementChar"); }), 438);
@@ -74,12 +74,12 @@ TEST_F(ComCall, MemoryBlocksTravelWithAllTheirBytes) {
     EXPECT_EQ(driver.image[0x4000], 'A');
 }
 
-// A host's variable becomes one of the declared type, as by-reference arguments always do.
+// By-reference arguments always come back in the declared type, whatever type the host passed.
 TEST_F(ComCall, ByReferenceArgumentsComeBackInTheirDeclaredTypes) {
     std::vector<Value> arguments{Script(0x4000), Script("12")};
     CallWith(keyboard, "WriteIntIntoImage", arguments);
     EXPECT_EQ(arguments[1], Value(Integer{12}));
-    EXPECT_EQ(arguments[0], Script(0x4000)); // by value: the host's own
+    EXPECT_EQ(arguments[0], Script(0x4000)); // passed by value: the host's own is unchanged
     EXPECT_EQ(Do(keyboard, "ReadIntFromImage", 0x4000), Value(Integer{12}));
 
     arguments = {Value()};
@@ -109,7 +109,7 @@ TEST_F(ComCall, ErrorsOfThePlainClassesHaveTheirNumbers) {
     EXPECT_EQ(ErrorOf([&] { Do(blocks, "Block", 0); }), 9);
     EXPECT_EQ(ErrorOf([&] { Do(map, "GetPositionCodeForKey", 106); }), 9);
     EXPECT_EQ(ErrorOf([&] { Do(layer, "GetKey", 24); }), 9);
-    // beyond the 16 bits of a page's number: 65536 is not page 0
+    // exceeds the 16 bits of a page number: 65536 must not become page 0
     EXPECT_EQ(ErrorOf([&] { Do(barcode, "BitPage", 65536); }), 6);
     // not a code
     EXPECT_EQ(ErrorOf([&] { Do(sequence, "AddByte", 1000); }), 5);
@@ -135,18 +135,18 @@ TEST_F(ComCall, ErrorsNameTheMemberAndTheArgument) {
     EXPECT_EQ(message([&] { Do(keyboard, "Upload", 1); }),
               "QXKeyboardAccess.Upload: takes 0 arguments, not 1");
     EXPECT_EQ(message([&] { Let(host.New("MagneticTrack"), "Header", host.New("POSBlock")); }),
-              "MagneticTrack.Header: oNewValue: takes an object of class KeySequence, not of "
+              "MagneticTrack.Header: oNewValue: needs an object of class KeySequence, not of "
               "POSBlock");
 }
 
-TEST_F(ComCall, ObjectsAreTakenOfTheirClassOnly) {
+TEST_F(ComCall, ObjectsOfOtherClassesAreRefused) {
     const ObjectRef track = host.New("MagneticTrack");
     const ObjectRef page = host.New("PosCodePage");
     const Value nothing = ObjectRef();
     EXPECT_EQ(ErrorOf([&] { Let(track, "Header", track); }), 13);
     EXPECT_EQ(ErrorOf([&] { Let(track, "Header", 5); }), 424);
     EXPECT_EQ(ErrorOf([&] { Let(track, "Header", nothing); }), 424);
-    // where the library itself does without
+    // the library itself accepts Nothing here
     EXPECT_EQ(Do(page, "IsEqualPage", nothing), Value(false));
     EXPECT_EQ(Do(page, "IsEqualPage", host.New("PosCodePage")), Value(true));
     EXPECT_EQ(ErrorOf([&] { Do(host.New("KeySequence"), "CopyContent", nothing); }), 0);

@@ -1,4 +1,4 @@
-// Events as hosts see them: presets, answers by reference, several sinks, sinks that misbehave.
+// Events as hosts see them: defaults, answers by reference, several sinks, and misbehaving sinks.
 
 #include "Host.h"
 
@@ -19,7 +19,7 @@ using namespace com;
 
 class ComEvents : public testing::Test {
 protected:
-    // Sinks the event by its name.
+    // Connects a sink to the event with this name.
     [[nodiscard]] static Subscription On(const ObjectRef& source, std::string_view name,
                                          EventSink sink) {
         const auto& events = source->ClassOf().events;
@@ -28,7 +28,7 @@ protected:
             throw std::invalid_argument("no event " + std::string(name));
         return event->Subscribe(*source, std::move(sink));
     }
-    // Notes all events of the object, with their arguments as they come.
+    // Records all events of the object with their arguments as received.
     void NoteAll(const ObjectRef& source) {
         for (const EventMember& event : source->ClassOf().events)
             subscriptions.push_back(
@@ -145,7 +145,7 @@ TEST_F(ComEvents, AnswersTakeEffect) {
     const ObjectRef barcode = host.New("QXBarcode");
     auto& reader = Native<QXBarcode>(barcode);
     const auto edits = On(barcode, "EditHeader", [](std::span<Value> arguments) {
-        arguments[0] = u"999"; // by value: the control's own stays
+        arguments[0] = u"999"; // by value: the control keeps its own
         arguments[1] = Integer{0};
         arguments[2] = u" 30158";
     });
@@ -197,8 +197,8 @@ TEST_F(ComEvents, SinksAnswerInTurnEachSeeingTheAnswerBefore) {
     EXPECT_EQ(seen, (Lines{"second True"}));
 }
 
-// A sink that fails has not answered; the others are asked all the same, and nothing of the error
-// reaches the control.
+// The answers of a failing sink are ignored; the other sinks are still called, and the control does
+// not notice the error.
 TEST_F(ComEvents, ASinkThatFailsHasNotAnswered) {
     const ObjectRef pos = host.New("QXPos");
     int asked = 0;

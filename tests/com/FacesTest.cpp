@@ -1,4 +1,4 @@
-// The tables of the faces, with a toolkit that only notes where it is told to put things.
+// The tables of the faces, with a toolkit that only records where parts are placed.
 #include "com/faces/Faces.h"
 #include "com/faces/Arrangement.h"
 #include "com/faces/Forms.h"
@@ -18,7 +18,7 @@ namespace {
 using com::Part;
 using com::PartKind;
 
-// A letter is 7 pixels wide; nothing has the size of another kind.
+// A letter is 7 pixels wide; every kind of part has its own size.
 class FakeMeasures : public com::Measures {
 public:
     int WidthOf(const Part& part) const override {
@@ -55,7 +55,7 @@ void ExpectPlacesOfTheirOwn(std::string_view name, const Part& root) {
             EXPECT_TRUE(
                 other.left + other.width <= place.left || place.left + place.width <= other.left ||
                 other.top + other.height <= place.top || place.top + place.height <= other.top)
-                << name << ' ' << part->id << " lies over another";
+                << name << ' ' << part->id << " overlaps another";
         taken.push_back(place);
     }
     EXPECT_FALSE(taken.empty()) << name;
@@ -72,7 +72,7 @@ protected:
     ObjectRef object;
 };
 
-TEST_F(Faces, EveryVisibleControlHasOneWhosePartsHavePlacesOfTheirOwn) {
+TEST_F(Faces, PartsOfEveryVisibleControlDoNotOverlap) {
     for (const com::Class* const type : com::Classes()) {
         const ObjectRef control = host.New(type->name);
         auto face = com::FaceOf(*control);
@@ -127,7 +127,7 @@ TEST_F(Faces, OnlyThePageThatIsChosenIsThere) {
     EXPECT_FALSE(isThere("chkBarOption_0"));
 }
 
-TEST_F(Faces, ButtonsGoOnBelowWhereThereIsNoRoomBeside) {
+TEST_F(Faces, ButtonsWrapToTheNextLine) {
     Button child;
     const auto button = [&](const char* id) { return com::PartOf(id, child, [] {}); };
     Part flow = com::Flow({button("first"), button("second"), button("third")});
@@ -169,7 +169,7 @@ TEST_F(Faces, TheSequenceEditorsWindowRecordsTypesAndLeaves) {
     Refresh(table.face.root);
     EXPECT_TRUE(Find(table.face.root, "lblTypedFault")->IsVisible());
     table.accept();
-    EXPECT_EQ(closed, 0); // the fault keeps it open
+    EXPECT_EQ(closed, 0); // the error keeps it open
     typed->act({0, ""});
     Find(table.face.root, "cmdApply")->act({});
     EXPECT_EQ(form.KeyString(), "");
@@ -189,10 +189,10 @@ TEST_F(Faces, ThePosEditorsWindowTakesKeysAndShowsTheColours) {
     ExpectPlacesOfTheirOwn("frmPOSProgrammer", table.face.root);
     Part* const keys = Find(table.face.root, "posDisplay");
     Part* const colours = Find(table.face.root, "cmdColor");
-    EXPECT_FALSE(colours->state.keys[4].isEnabled); // there is no block yet
+    EXPECT_FALSE(colours->state.keys[4].isEnabled); // no block exists yet
     keys->act({17, {}});
     keys->act({18, {}});
-    keys->reach(40); // a free key: no block is current any longer
+    keys->reach(40); // a free key: no block is current now
     keys->act({40, {}});
     keys->take(18);
     colours->act({4, {}});

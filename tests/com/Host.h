@@ -1,5 +1,4 @@
-// Host: what a script does with the library: it creates objects by the names of their classes and
-// uses members by theirs.
+// Host: works like a script with the library: creates objects and uses members by name.
 #pragma once
 
 #include "com/Call.h"
@@ -23,7 +22,7 @@ using com::ErrorNumber;
 using com::ObjectRef;
 using com::Value;
 
-// Whole numbers as scripts have them, texts as UTF-16.
+// Whole numbers in the script's type, texts as UTF-16.
 inline Value Script(bool flag) {
     return flag;
 }
@@ -59,7 +58,7 @@ inline const com::Member& MemberNamed(const ObjectRef& object, std::string_view 
     return *member;
 }
 
-// Calls or reads; by-reference answers come back in `arguments`.
+// Calls or reads a member; by-reference results come back in `arguments`.
 inline Value CallWith(const ObjectRef& object, std::string_view name,
                       std::vector<Value>& arguments) {
     return com::Call(*object, MemberNamed(object, name, com::Use::Call), arguments);
@@ -92,7 +91,7 @@ T& Native(const ObjectRef& object) {
     return *static_cast<T*>(object->Native());
 }
 
-// The error with which the action ends; 0 without one.
+// The number of the error that the action throws; 0 if none.
 template <typename Action>
 int ErrorOf(const Action& action) {
     try {
@@ -119,7 +118,7 @@ public:
 
     MemoryRegistry registry;
     NotedBoxes boxes;
-    // The user, while a form is on the screen.
+    // The user's actions while a form is open.
     std::function<void(frmSequencer&)> inSequencer = [](frmSequencer&) {};
     std::function<void(frmPOSProgrammer&)> inProgrammer = [](frmPOSProgrammer&) {};
 

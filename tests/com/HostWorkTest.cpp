@@ -1,4 +1,4 @@
-// A host's whole work with the simulated keyboard, by names alone.
+// A host's complete work with the simulated keyboard, by names only.
 
 #include "Host.h"
 
@@ -40,7 +40,8 @@ protected:
         {"QXPos", MODULE_POS},
     }};
 
-    // A host's form: one of each module control, by kModules, with the services set.
+    // A host's form with one of each module control, in the order of kModules, with the services
+    // set.
     [[nodiscard]] std::vector<ObjectRef> NewForm() const {
         std::vector<ObjectRef> controls;
         for (const Module& module : kModules) {
@@ -87,7 +88,7 @@ protected:
     ObjectRef settings = host.New("QXProgSettings");
 };
 
-TEST_F(ComHostWork, WhatOneFormDownloadsAnotherUploads) {
+TEST_F(ComHostWork, OneFormsDownloadIsAnothersUpload) {
     const std::vector<ObjectRef> form = NewForm();
     Upload(form);
     Let(ObjectOf(ObjectOf(form[1], "BitPage", BP_EAN + 0), "Flag", 3), "Value", true);
@@ -100,7 +101,7 @@ TEST_F(ComHostWork, WhatOneFormDownloadsAnotherUploads) {
     Do(block, "AddKey", 10);
     Do(ObjectOf(block, "Sequence"), "AddByte", 31);
 
-    // the key that the user picks, edited by the host's answer
+    // the user picks the key, and the host answers with its sequence
     auto& free = Native<QXFreeProgKeys>(form[3]);
     int key = 0;
     while (Do(layout, "KeySupport", key) != Value(Long{KEYMODE_PROG}))

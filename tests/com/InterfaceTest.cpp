@@ -1,4 +1,4 @@
-// The tables against two lists that are kept by hand: the interface, and its identifiers.
+// Compares the tables with two hand-written lists: the interface, and its identifiers.
 
 #include "Host.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 using namespace com;
 
-// Sections by their headings; a section ends at an empty line.
+// Sections by heading; an empty line ends a section.
 using Sections = std::map<std::string, std::set<std::string>>;
 
 Sections Listed(const std::string& file) {
@@ -67,7 +67,7 @@ std::string AsText(const Type& type) {
     return type.kind == Kind::None ? "" : " As " + TypeText(type);
 }
 
-// A line for each method, property and event.
+// One line per method, property and event.
 std::set<std::string> LinesOf(const Class& type) {
     std::set<std::string> lines;
     std::map<Long, std::pair<std::string, std::string>> properties; // directions, the rest
@@ -147,7 +147,7 @@ TEST(ComInterface, KeepsItsIdentifiers) {
     ExpectSame(offered, Listed("identifiers.txt"));
 }
 
-// Names and identifiers that two members share would hide one of them.
+// If two members shared a name or identifier, one of them would be hidden.
 TEST(ComInterface, IdentifiersAreTheirMembersAlone) {
     std::set<std::string_view> guids = {kLibraryId};
     const auto isNew = [&](std::string_view guid) { return guids.insert(guid).second; };

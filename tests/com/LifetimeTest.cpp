@@ -1,4 +1,4 @@
-// Which object keeps which alive, and when it is the same one.
+// Which object keeps which alive, and when the same object is returned.
 
 #include "Host.h"
 
@@ -22,7 +22,7 @@ TEST_F(ComLifetime, APartIsItsOwnersOwn) {
     EXPECT_NE(ObjectOf(card, "Track3"), track);
     Let(track, "Caption", "second");
     EXPECT_EQ(Native<QXMagnetCard>(card).Track2().Caption(), "second");
-    // a header stands where its track does, and is another object
+    // a header has the same address as its track, but is another object
     EXPECT_EQ(&ObjectOf(track, "Header")->ClassOf(), &ClassNamed("KeySequence"));
 }
 
@@ -64,7 +64,7 @@ TEST_F(ComLifetime, ObjectsOfADirectoryStayWhileItGrows) {
     EXPECT_EQ(Do(entry, "ModuleName"), Value(u"POS keys"));
 }
 
-TEST_F(ComLifetime, AServiceIsKeptUntilAnotherIsSetOrItsUserGoes) {
+TEST_F(ComLifetime, AServiceIsKeptUntilItIsReplacedOrItsUserIsReleased) {
     driver.directory = {{MODULE_POS, 0x4000}};
     ObjectRef keyboard = host.New("QXKeyboardAccess");
     ASSERT_EQ(Do(keyboard, "Init"), Value(true));
@@ -90,8 +90,8 @@ TEST_F(ComLifetime, AServiceIsKeptUntilAnotherIsSetOrItsUserGoes) {
     EXPECT_TRUE(kept.expired());
 }
 
-// A host may take a service away while an editor, which works with it, is open.
-TEST_F(ComLifetime, AServiceThatIsTakenAwayStaysWhileItIsInUse) {
+// A host may remove a service while an open editor uses it.
+TEST_F(ComLifetime, ARemovedServiceStaysAliveWhileItIsInUse) {
     driver.directory = {{MODULE_POS, 0x4000}};
     ObjectRef keyboard = host.New("QXKeyboardAccess");
     ASSERT_EQ(Do(keyboard, "Init"), Value(true));
@@ -124,7 +124,7 @@ TEST_F(ComLifetime, AServiceThatCanBeReadIsTheOneThatWasSet) {
     }
 }
 
-// Create, use, release: nothing holds an object but who should.
+// Create, use, release: objects are only kept alive by their owners.
 TEST_F(ComLifetime, NothingIsLeftOfObjectsThatAreReleased) {
     for (const Class* const type : Classes()) {
         ObjectRef object = host.New(type->name);

@@ -1,4 +1,4 @@
-// Every member, used once by its name: it does what the name says, and nothing to another's place.
+// Every member, used once by its name: it has its own effect and no other.
 
 #include "Host.h"
 
@@ -12,7 +12,7 @@ using namespace com;
 
 class ComMembers : public testing::Test {
 protected:
-    // Any argument that a member takes without complaint.
+    // An argument that the member accepts.
     [[nodiscard]] Value Any(const Type& type) const {
         switch (type.kind) {
         case Kind::Object:
@@ -31,7 +31,7 @@ protected:
     Host host{driver};
 };
 
-// All procedures trace their names, but for those that are called for every key or byte in turn.
+// Every procedure traces its name, except those that are called for every key or byte.
 TEST_F(ComMembers, MethodsRunTheProceduresOfTheirNames) {
     const std::set<std::string> silent = {
         "KeySequence.Length",
@@ -58,7 +58,7 @@ TEST_F(ComMembers, MethodsRunTheProceduresOfTheirNames) {
         "POSCodeMapping.GetKeyIndex",
         "PosCodePage.GetByte",
     };
-    // those that trace another text
+    // procedures that trace another text
     const std::map<std::string, std::string> others = {
         {"QXKeyboardAccess.Done", "The Keyboard.Done"},
         {"QXKeyboardAccess.WriteByteMemory", "WriteByteMemory (1) = 1"},
@@ -94,7 +94,7 @@ TEST_F(ComMembers, MethodsRunTheProceduresOfTheirNames) {
         }
 }
 
-// The values of all properties of the object and of its parts, by their paths.
+// The values of all properties of the object and its parts, by path.
 using Values = std::map<std::string, Value>;
 void Collect(const ObjectRef& object, const std::string& path, Values& values) {
     for (const Member& member : object->ClassOf().members) {
@@ -115,14 +115,14 @@ Values ValuesOf(const ObjectRef& object) {
     return values;
 }
 
-// Sets the first property that can be set; whether there is one.
+// Sets the first writable property; false if there is none.
 bool Alter(const ObjectRef& object);
 
 Value Other(const Value& value) {
     if (const auto* const flag = std::get_if<bool>(&value))
         return !*flag;
     if (const auto* const text = std::get_if<std::u16string>(&value))
-        return *text + u"x\\"; // a path may end so
+        return *text + u"x\\"; // a path may end like this
     if (const auto* const number = std::get_if<Integer>(&value))
         return static_cast<Long>(*number + 1);
     return static_cast<double>(std::get<Long>(value)) + 1;
@@ -144,7 +144,7 @@ bool Alter(const ObjectRef& object) {
     return false;
 }
 
-// A property that is set reads back, and no other changes.
+// A property returns the value it was set to, and no other property changes.
 TEST_F(ComMembers, PropertiesHaveTheirOwnPlaces) {
     for (const Class* const type : Classes())
         for (const Member& member : type->members) {
@@ -170,7 +170,7 @@ TEST_F(ComMembers, PropertiesHaveTheirOwnPlaces) {
             for (const auto& [path, value] : after) {
                 const bool isOwn = path == name || path.starts_with(name + ".");
                 const bool follows =
-                    // the check-box form of the same value, and the flag that tells of changes
+                    // the same value as a check box, and the flag for changes
                     (type->name == "OptionBool" && path != "Caption") ||
                     (type->name == "QXProgSettings" && path == "DataChanged");
                 const auto was = before.find(path);
@@ -236,7 +236,7 @@ TEST_F(ComMembers, PlainClassesWorkByTheirNames) {
     EXPECT_EQ(Do(keys, "MinKeyID"), Value(Integer{0}));
     EXPECT_EQ(Do(keys, "MaxKeyID"), Value(Integer{140}));
     Do(ObjectOf(keys, "Key", 140), "CopyContent", sequence);
-    Do(ObjectOf(keys, "Key", 140), "CopyContent", ObjectOf(keys, "Key", 140)); // of itself
+    Do(ObjectOf(keys, "Key", 140), "CopyContent", ObjectOf(keys, "Key", 140)); // onto itself
     EXPECT_EQ(Do(ObjectOf(keys, "Key", 140), "KeyString"), Value(u"  5200"));
 
     const ObjectRef layer = host.New("FuncKeyLayer");

@@ -1,4 +1,4 @@
-// Values of the types that hosts hand over, brought to those that members declare.
+// Conversion of the hosts' values to the types that members declare.
 
 #include "Host.h"
 
@@ -15,14 +15,14 @@ constexpr int kMismatch = static_cast<int>(ErrorNumber::TypeMismatch);
 struct Conversion {
     Kind to;
     Value from;
-    Value result;  // unless
-    int error = 0; // is given
+    Value result;  // unless there is
+    int error = 0; // an error
 };
 
 TEST(ComValue, IsBroughtToTheDeclaredTypeOrRefused) {
     const Value none;
     const Conversion conversions[] = {
-        // 16, 32 and 8 bits: exact up to both ends, an overflow beyond them
+        // 16, 32 and 8 bits: exact up to both limits, an overflow beyond them
         {Kind::Integer, Long{32767}, Integer{32767}},
         {Kind::Integer, Long{-32768}, Integer{-32768}},
         {Kind::Integer, Long{32768}, none, kOverflow},
@@ -40,13 +40,13 @@ TEST(ComValue, IsBroughtToTheDeclaredTypeOrRefused) {
         {Kind::Byte, true, Byte{255}},
         {Kind::Single, 0.5, Single{0.5}},
         {Kind::Single, 1e39, none, kOverflow},
-        // halves go to the even neighbour
+        // halves round to the even neighbour
         {Kind::Integer, 0.5, Integer{0}},
         {Kind::Integer, 1.5, Integer{2}},
         {Kind::Integer, 2.5, Integer{2}},
         {Kind::Integer, -1.5, Integer{-2}},
         {Kind::Long, u"2.5", Long{2}},
-        // Booleans are -1 and 0, and any number but 0 is true
+        // Booleans are -1 and 0, and any number except 0 is true
         {Kind::Integer, true, Integer{-1}},
         {Kind::Long, false, Long{0}},
         {Kind::Boolean, Integer{-1}, true},
@@ -69,7 +69,7 @@ TEST(ComValue, IsBroughtToTheDeclaredTypeOrRefused) {
         {Kind::Text, Single{0.1F}, u"0.1"},
         {Kind::Text, true, u"True"},
         {Kind::Text, u"\u00e4\u4e2d", u"\u00e4\u4e2d"},
-        // what a host has not set yet
+        // variables that the host has not set
         {Kind::Long, none, Long{0}},
         {Kind::Boolean, none, false},
         {Kind::Text, none, u""},

@@ -7,7 +7,7 @@
 
 namespace qx {
 
-TEST(Event, RaisesInOrderAndTakesAnswers) {
+TEST(Event, RaisesInOrderAndReturnsAnswers) {
     Event<int, bool&> event;
     std::string order;
     auto first = event.Subscribe([&](int, bool&) { order += "1"; });
@@ -54,8 +54,8 @@ TEST(Event, AHandlerMayEndItselfAndDestroyTheEvent) {
     });
     auto other = event->Subscribe([&] { ++calls; });
     event->Raise();
-    EXPECT_EQ(calls, 2); // the raising had begun
-    other.End();         // its event is gone
+    EXPECT_EQ(calls, 2); // the event was already being raised
+    other.End();         // its event no longer exists
 }
 
 } // namespace qx

@@ -27,14 +27,14 @@ TEST(Utf, EveryCharacterHasItsForms) {
 TEST(Utf, IllFormedTextIsReplaced) {
     using namespace std::string_literals;
     for (const std::string& text : {
-             "\x80"s,             // follows nothing
-             "\xC3"s,             // ends early
-             "\xC3"s + "A",       // not followed
-             "\xC0\x80"s,         // a longer form of 0
-             "\xE0\x9F\xBF"s,     // of 7FF
-             "\xF0\x8F\xBF\xBF"s, // of FFFF
+             "\x80"s,             // a continuation byte alone
+             "\xC3"s,             // incomplete
+             "\xC3"s + "A",       // no continuation byte
+             "\xC0\x80"s,         // overlong form of 0
+             "\xE0\x9F\xBF"s,     // overlong form of 7FF
+             "\xF0\x8F\xBF\xBF"s, // overlong form of FFFF
              "\xED\xA0\x80"s,     // a surrogate
-             "\xF4\x90\x80\x80"s, // beyond 10FFFF
+             "\xF4\x90\x80\x80"s, // above 10FFFF
              "\xFF"s,
          }) {
         EXPECT_FALSE(IsWellFormedUtf8("a" + text));

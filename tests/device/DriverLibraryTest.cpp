@@ -7,7 +7,7 @@
 
 namespace qx {
 
-TEST(DriverLibrary, ErrorsNameTheFileAndWhatIsWrong) {
+TEST(DriverLibrary, ErrorsNameTheFileAndTheReason) {
 #ifdef _WIN32
     const char* const missing = "error 126: the file, or a library that it needs, is missing";
     const char* const text = "error 193: the file is not a library";
@@ -16,7 +16,7 @@ TEST(DriverLibrary, ErrorsNameTheFileAndWhatIsWrong) {
     const char* const text = "cannot load the driver library";
 #endif
     const test::TempFolder folder;
-    std::ofstream(folder / "text.so") << "this is no library";
+    std::ofstream(folder / "text.so") << "not a library";
     const struct {
         std::string path;
         std::string reason;

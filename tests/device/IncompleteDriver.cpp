@@ -1,4 +1,4 @@
-// All functions of a driver but two.
+// All functions of a driver except two.
 
 #include "qxcontrols/device/ConfigDriver.h"
 

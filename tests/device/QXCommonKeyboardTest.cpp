@@ -17,7 +17,7 @@ BlockRow CommonKeyboardRow() {
         return std::make_unique<QXCommonKeyboard>(platform);
     };
     row.fill = [](ModuleControl& control) { Common(control).SetOutputDelay(0xC8); };
-    row.golden = {{MODULE_MAGNET_CONFIG, 0, Bytes("C8 00*7")}}; // the delay, and nothing else
+    row.golden = {{MODULE_MAGNET_CONFIG, 0, Bytes("C8 00*7")}}; // only the delay
     row.randomise = [](ModuleControl& control, std::mt19937& random) {
         Common(control).SetOutputDelay(static_cast<Byte>(random()));
     };

@@ -8,7 +8,7 @@ namespace qx::test {
 
 namespace {
 
-// Notes the start-up events as "InitDriver InitDriverWithDelta(0) ...".
+// Records the start-up events as "InitDriver InitDriverWithDelta(0) ...".
 class Startup {
 public:
     explicit Startup(QXKeyboardAccess& access) {
@@ -82,9 +82,9 @@ TEST_F(AccessTest, StartUpRaisesItsEventsInOrder) {
     }
 }
 
-// Whichever handler or driver call of the start-up throws: nothing reaches the host. The first two
-// stages then fail, the naming does not.
-TEST_F(AccessTest, WhatIsThrownAtStartUpEndsItsStage) {
+// Whichever handler or driver call throws during the start-up, no exception reaches the host. The
+// first two stages then fail; the naming stage does not.
+TEST_F(AccessTest, AnExceptionAtStartUpEndsItsStage) {
     PutIdentification("OLD", 0xFF);
     ASSERT_TRUE(access.Init());
     PutIdentification("NEW", 0xFF);
@@ -111,9 +111,9 @@ TEST_F(AccessTest, WhatIsThrownAtStartUpEndsItsStage) {
         EXPECT_TRUE(startup.events.ends_with(each.lastEvents)) << startup.events;
         EXPECT_TRUE(log.Has("Error in " + each.error)) << each.error;
         EXPECT_EQ(access.Keyboard(), each.keyboard);
-        EXPECT_EQ(access.FlagBarcodeReader(), !each.result); // never those of an earlier keyboard
+        EXPECT_EQ(access.FlagBarcodeReader(), !each.result); // not an earlier keyboard's
     }
-    const auto last = access.InitFailed.Subscribe([](Long) { throw 4711; }); // no exception class
+    const auto last = access.InitFailed.Subscribe([](Long) { throw 4711; }); // not an exception
     const auto first = access.InitDriver.Subscribe([] { throw 4711; });
     EXPECT_FALSE(access.Init());
 }
@@ -162,7 +162,7 @@ TEST(ThrowingDriver, IsADriverThatFails) {
     access.Done();
     EXPECT_EQ(access.Upload(), -1);
     EXPECT_EQ(access.Download(), -1);
-    EXPECT_EQ(access.GetPositionCodeKey(), -1); // no key
+    EXPECT_EQ(access.GetPositionCodeKey(), -1); // no key pressed
     EXPECT_EQ(access.SaveRomIntoFile(file), -1);
     EXPECT_EQ(access.ConvertBinFileToRomFile(file, data, 1, 2, 3), -1);
     EXPECT_EQ(data + file, "keptname");
@@ -182,13 +182,13 @@ TEST_F(AccessTest, IdentificationIsCleaned) {
     access.SetReplacmentChar("");
     ASSERT_TRUE(access.Init());
     EXPECT_EQ(access.Keyboard() + "/" + access.Bootloader(), "ABC-_9/10");
-    access.SetReplacmentChar("ab"); // two characters strip nothing
+    access.SetReplacmentChar("ab"); // not a single character: strips nothing
     ASSERT_TRUE(access.Init());
     EXPECT_EQ(access.Keyboard().size(), 6U + 20U);
     PutIdentification("", 0xFF);
     ASSERT_TRUE(access.Init());
     EXPECT_TRUE(access.FlagBarcodeReader());
-    driver.end = 0x7FC0 + 31; // unreadable now: the names stay, the flags do not
+    driver.end = 0x7FC0 + 31; // unreadable: the names stay, the flags do not
     ASSERT_TRUE(access.Init());
     EXPECT_EQ(access.Country(), "US01");
     EXPECT_FALSE(access.FlagBarcodeReader());
@@ -237,7 +237,7 @@ TEST_F(AccessTest, TheDirectoryFindsTheFirstMatch) {
 TEST_F(AccessTest, TheLargestDirectoryIsReadToItsEnd) {
     driver.directory.assign(32767, {MODULE_POS, 1});
     driver.directory.back() = {MODULE_GUID, 2};
-    for (int start = 0; start < 2; ++start) { // the second appends more than can be counted
+    for (int start = 0; start < 2; ++start) { // the second adds more entries than can be counted
         ASSERT_TRUE(access.Init());
         EXPECT_EQ(access.DirectorySize(), 32767);
         EXPECT_EQ(access.DirectoryItem(32767)->StartAddress(), 2);
@@ -257,7 +257,7 @@ TEST_F(AccessTest, BlocksAreFilledUpAndFailuresChangeNothing) {
     EXPECT_TRUE(log.Has("QXKeyboardAccess.ReadFromMemory failed at 1FFFF"));
     EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 3));
     EXPECT_EQ(data, "ab ");
-    driver.fillsAtMost = 2; // of a failed or an earlier read nothing comes to light
+    driver.fillsAtMost = 2; // no bytes of a failed or earlier read may appear
     EXPECT_TRUE(access.ReadFromMemory(data, 0x100, 4));
     EXPECT_EQ(data, std::string("ab\0\0", 4));
     driver.fillsAtMost = FakeDriver::kSize;
@@ -370,7 +370,7 @@ TEST(WaitSeconds, CountsAcrossTheWrapAndLetsMessagesThrough) {
     access.WaitSeconds(-5);
     EXPECT_EQ(clock.processed, 0);
     access.WaitSeconds(2);
-    EXPECT_EQ(clock.processed, 21); // the first tick beyond 2000 milliseconds
+    EXPECT_EQ(clock.processed, 21); // the first tick after 2000 milliseconds
     EXPECT_THROW(access.WaitSeconds(std::numeric_limits<Long>::max()), std::overflow_error);
 }
 

@@ -1,5 +1,5 @@
-// A driver as there are for Windows: it knows nothing of this project and posts its progress, 0, 50
-// and 100 percent, to the window that it is given.
+// A typical driver for Windows: it does not know this project and posts its progress (0, 50 and 100
+// percent) to the given window.
 
 #include "qxcontrols/device/ConfigDriver.h"
 
@@ -40,7 +40,7 @@ QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg, std::int32_t
 
 extern "C" __attribute__((dllexport)) std::int32_t QX_DRIVER_CALL QXCFG_ImageLoad() {
     for (const LPARAM percent : {0, 50, 100}) {
-        PostMessageW(theWindow, theMessage + 1, theWhat, percent); // not what was asked for
+        PostMessageW(theWindow, theMessage + 1, theWhat, percent); // not the requested message
         PostMessageW(theWindow, theMessage, theWhat, percent);
     }
     return IsWindow(theWindow) != 0 ? 0 : 17;

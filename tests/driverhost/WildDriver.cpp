@@ -1,9 +1,9 @@
 // A driver library for tests: the simulated keyboard, until it misbehaves.
 //
-// Beside the keyboard's file, a file of its name and ".wild" says how: "FUNCTION ACTION", where
-// "*" means every function. "echo" is no misbehaviour: the call is written into the file's name and
-// ".log", and is answered with values of its own in place of the keyboard's. Nor is "log": the
-// names of all calls are written there.
+// A file beside the keyboard's, with ".wild" added to its name, chooses the misbehaviour: "FUNCTION
+// ACTION", where "*" means every function. Two actions are harmless: "echo" writes the call to a
+// file with ".log" added to the name and returns its own values instead of the keyboard's; "log"
+// writes the names of all calls there.
 #include "WildSystem.h"
 
 #include "files/Files.h"
@@ -69,7 +69,7 @@ std::int32_t Echo(const std::string& name, Arguments... arguments) {
     (Answer(arguments), ...);
     return -static_cast<std::int32_t>(name.size());
 }
-// A block has no end of its own.
+// A block has no terminator of its own.
 std::int32_t Echo(const std::string& name, std::int32_t address, const char* buffer,
                   std::int32_t size) {
     Log(name + " " + std::to_string(address) + " " +
@@ -105,7 +105,7 @@ void Misbehave(Arguments... arguments) {
         Wait();
     while (word == "flood")
         thePoster(1, 2, 3, 50);
-    for (int percent = 1; word == "count"; ++percent) // beyond 100
+    for (int percent = 1; word == "count"; ++percent) // exceeds 100
         thePoster(1, 2, 3, percent);
     for (int percent = 0; word == "rounds"; percent = (percent + 1) % 101)
         thePoster(1, 2, 3, percent);
@@ -120,13 +120,13 @@ void Misbehave(Arguments... arguments) {
         kill(getppid(), SIGKILL);
         Wait();
     }
-    if (word == "half") { // of a transfer, and the program is killed
+    if (word == "half") { // half of a transfer, then the program is killed
         theKeyboard->StopTransferAfter(4);
         (void)theKeyboard->QXCFG_ImageSave();
         kill(getppid(), SIGKILL);
         Wait();
     }
-    if (word == "terminate") { // a process, and all between it and this one
+    if (word == "terminate") { // also the processes between that one and this one
         int process = 0;
         action >> process;
         for (const pid_t each : {process, getppid(), getpid()})
@@ -134,7 +134,7 @@ void Misbehave(Arguments... arguments) {
         std::ofstream(theFile + ".here") << "here";
     }
 #endif
-    if (word == "meet") { // another one, which has to be at work at the same time
+    if (word == "meet") { // waits for another driver at work at the same time
         std::ofstream(theFile + ".here") << "here";
         action >> word;
         while (!std::ifstream(word))

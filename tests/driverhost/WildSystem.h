@@ -1,4 +1,4 @@
-// What a driver that misbehaves asks of the system.
+// The system functions for a misbehaving driver.
 #pragma once
 
 #include <cstdlib>
@@ -26,7 +26,7 @@ inline void Print(const char* text, unsigned size) {
     for (;;)
         Sleep(INFINITE);
 }
-// The channel to the program that has started this one: the number at the end of the command line.
+// The channel to the parent: the number at the end of the command line.
 inline HANDLE Channel() {
     const wchar_t* const option = std::wcsstr(GetCommandLineW(), L"--channel=");
     return reinterpret_cast<HANDLE>(

@@ -10,7 +10,7 @@ using namespace std::string_literals;
 
 namespace {
 
-// A program of Windows for this machine, as far as its word size is concerned.
+// The parts of a Windows program that determine its word size.
 std::string ForWindows(const std::string& machine, const std::string& signature = "PE\0\0"s) {
     std::string bytes = "MZ" + std::string(0x3A, '\xEE') + "\x50\x01\0\0"s;
     bytes.resize(0x150, '\xEE');

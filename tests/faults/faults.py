@@ -1,25 +1,25 @@
-"""Puts faults into the code, one at a time, and shows which of them the tests catch.
+"""Inserts faults into the code, one at a time, and shows which of them the tests catch.
 
     tests/faults/run                     every fault
     tests/faults/run src/host            those of a folder or a file
     tests/faults/run --only device-3     those of these names
-    tests/faults/run --check             only whether each fault still has its place in the code
+    tests/faults/run --check             only checks that each fault still has its place in the code
 
 The faults are in the .txt files beside this script; each begins as follows:
 
-    tests: test_driverhost test_cli:Batch*   the test programs to ask, in this order, each with a
-                                         filter for its tests if not all are asked
+    tests: test_driverhost test_cli:Batch*   the test programs to run, in this order, each with an
+                                         optional filter for its tests
 
-    [name] src/folder/File.cpp           a fault: the file that it is put into,
-    means the effect on the user         the harm that it would do,
-    - code                               the lines that it replaces, which must be there once,
-                                         however they are indented,
-    + other code                         and those that it puts there (none: it only removes)
+    [name] src/folder/File.cpp           a fault: the file to insert it into,
+    means the effect on the user         the harm it would do,
+    - code                               the lines it replaces, which must occur exactly once,
+                                         whatever their indentation,
+    + other code                         and the new lines (if none, lines are only removed)
 
 The work is done in copies of the tree below build/faults, never in the tree itself. A fault is
-caught when a test fails, crashes, or does not end; the slow tests are asked only when no other has
-caught it. With --quick only the first program of each list is asked, without its slow tests. Exits
-with 1 when a fault no longer has its place in the code, does not compile, or when the tests fail
+caught if a test fails, crashes, or does not end; the slow tests are run only if no other test
+catches it. With --quick only the first program of each list is run, without its slow tests. Exits
+with 1 if a fault no longer has its place in the code or does not compile, or if the tests fail
 without a fault; survivors alone do not count as a failure.
 """
 import argparse
@@ -53,7 +53,7 @@ class Fault:
     new: list = dataclasses.field(default_factory=list)
 
     def put_into(self, text):
-        """The text with the fault; None when its place is not there exactly once."""
+        """The text with the fault; None if its place does not occur exactly once."""
         place = re.compile(r"\n\s*".join(re.escape(line.strip()) for line in self.old))
         found = list(place.finditer(text))
         if not self.old or len(found) != 1:
@@ -91,20 +91,20 @@ def asked(fault, quick):
 
 
 def fast_tests(entry):
-    """The program and the filter that "program:filter" means, without the slow tests."""
+    """The program and the filter in "program:filter", without the slow tests."""
     program, _, chosen = entry.partition(":")
     chosen = chosen or "*"
     return program, chosen + (":" if "-" in chosen else "-") + SLOW
 
 
 def hear_signals():
-    """A run in the background ignores signals that the tests raise."""
+    """A background run inherits ignored signals, but the tests raise them."""
     for each in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
         signal.signal(each, signal.SIG_DFL)
 
 
 class Copy:
-    """A copy of the tree with a build of its own."""
+    """A copy of the tree with its own build."""
 
     def __init__(self, number, jobs):
         self.tree = PROJECT / "build" / "faults" / str(number)
@@ -116,7 +116,7 @@ class Copy:
                         XDG_CONFIG_HOME=str(self.build / "config"))
 
     def prepare(self):
-        """Brings the copy to the state of the tree; what has not changed is not built again."""
+        """Updates the copy from the tree; unchanged files are not built again."""
         names = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=PROJECT,
                                check=True, capture_output=True, text=True).stdout.split("\n")
         names = {name for name in names if name and (PROJECT / name).is_file()}
@@ -136,13 +136,13 @@ class Copy:
                            check=True, stdout=subprocess.DEVNULL, env=self.env)
 
     def make(self, target):
-        """Whether the target could be built, and the compiler's words."""
+        """Whether the target could be built, and the compiler's output."""
         done = subprocess.run(["ninja", "-C", self.build, f"-j{self.jobs}", target],
                               env=self.env, capture_output=True, text=True)
         return done.returncode == 0, done.stdout[-3000:]
 
     def ask(self, program, tests):
-        """Runs these tests of the program: SURVIVED when all pass; and the first that did not."""
+        """Runs these tests of the program: SURVIVED if all pass; and the first that failed."""
         limit = 4 * self.times[program, tests] + 60 if (program, tests) in self.times else 3600
         start = time.monotonic()
         try:
@@ -188,7 +188,7 @@ class Copy:
 
 
 def run(faults, jobs, quick):
-    """Judges all faults, each by the next copy that is free, and returns the results."""
+    """Judges all faults, each in the next free copy, and returns the results."""
     waiting, results = queue.SimpleQueue(), {}
     for fault in faults:
         waiting.put(fault)
@@ -236,15 +236,15 @@ def main():
     parser.add_argument("files", nargs="*", help="only the faults of these folders or files")
     parser.add_argument("--only", nargs="+", default=[], metavar="NAME")
     parser.add_argument("--check", action="store_true")
-    parser.add_argument("--quick", action="store_true", help="the nearest tests alone")
-    parser.add_argument("--jobs", type=int, default=1, help="how many copies work at a time")
+    parser.add_argument("--quick", action="store_true", help="only the first program of each list")
+    parser.add_argument("--jobs", type=int, default=1, help="the number of copies that work in parallel")
     chosen = parser.parse_args()
 
     faults = [fault for file in sorted(pathlib.Path(__file__).parent.glob("*.txt"))
               for fault in read_faults(file)]
     for name, count in collections.Counter(fault.name for fault in faults).items():
         if count > 1:
-            sys.exit(f"{name} names {count} faults")
+            sys.exit(f"{name} is the name of {count} faults")
     faults = [fault for fault in faults
               if (not chosen.files or fault.file.startswith(tuple(chosen.files)))
               and (not chosen.only or fault.name in chosen.only)]

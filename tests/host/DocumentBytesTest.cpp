@@ -1,5 +1,5 @@
-// Which bytes of a keyboard each setting of a document is, written out from the keyboard's memory
-// map: reading and writing documents share one description, which could be wrong both ways.
+// The bytes for each setting of a document, written out by hand from the keyboard's memory map:
+// reading and writing documents share one description, which could be wrong in both directions.
 #include "host/Session.h"
 #include "host/WritePlan.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -36,7 +36,7 @@ protected:
         return configuration.Write(session.SectionsIn(configuration));
     }
 
-    // The keyboard's bytes after a whole download of the document.
+    // The keyboard's bytes after downloading the complete document.
     KeyboardContent BytesOf(const Json& json) {
         Configuration configuration(Platform(), &layout, nullptr);
         Configuration scratch(Platform(), &layout, nullptr);
@@ -48,7 +48,7 @@ protected:
             .after;
     }
 
-    // Whether the setting changes these bytes of the default ones, and no others.
+    // The setting changes exactly these bytes of the defaults.
     void Expect(const std::string& place, const Json& value, Long address,
                 const std::string& bytes) {
         Json changed = document;
@@ -58,7 +58,7 @@ protected:
         const KeyboardContent found = BytesOf(changed);
         ASSERT_FALSE(found.HoldsSame(usual)) << place << " changes nothing";
         for (const ByteRange& range : Differences(expected, found, 1))
-            ADD_FAILURE() << place << ": other bytes from " << range.address << " on";
+            ADD_FAILURE() << place << ": unexpected bytes from " << range.address << " on";
     }
     void ExpectByte(const std::string& place, const Json& value, Long address, int byte) {
         Expect(place, value, address, std::string(1, static_cast<char>(byte)));
@@ -106,7 +106,7 @@ TEST_F(DocumentBytes, OfTheBarcodeReader) {
     struct Bits {
         Long offset;
         const char* page;
-        std::vector<int> flags; // from the highest of these bits on
+        std::vector<int> flags; // starting with the highest of these bits
         int highest;            // bit
     };
     const Bits all[] = {
@@ -147,7 +147,7 @@ TEST_F(DocumentBytes, OfTheBarcodeReader) {
 }
 
 TEST_F(DocumentBytes, OfTheKeys) {
-    Long slot = 0; // of the key of Esc: one slot for each programmable key before it
+    Long slot = 0; // Esc: one slot for each programmable key before it
     for (Long key = 1; key < 110; ++key)
         slot += layout.KeySupport(key) == KEYMODE_PROG ? 32 : 0;
     Expect("/freeProgKeys/keys", {{{"positionCode", 110}, {"sequence", {255, 1}}}},

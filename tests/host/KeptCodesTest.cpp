@@ -9,7 +9,7 @@ TEST(KeptCodes, AreThoseThatAByteHoldsAndThatDoNotEndASequence) {
     EXPECT_EQ(kept.keyString, "  1 30255  2  3");
     EXPECT_EQ(kept.leftOut, (std::vector<Integer>{0, 256, 999, -99, -1}));
     EXPECT_EQ(host::KeepCodes("").keyString, "");
-    EXPECT_EQ(host::KeepCodes(" 3015").keyString, " 30 15"); // what is left over is a code
+    EXPECT_EQ(host::KeepCodes(" 3015").keyString, " 30 15"); // the incomplete field is a code
 }
 
 } // namespace qx::test

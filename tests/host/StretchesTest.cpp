@@ -45,7 +45,7 @@ TEST(Stretches, AgreesWithSetsOfAddresses) {
         const Stretches second = Random(random, b);
         ASSERT_EQ(AddressesOf(first.List()), a);
         for (std::size_t i = 1; i < first.List().size(); ++i)
-            ASSERT_GT(first.List()[i].address, first.List()[i - 1].End()) << "touching stretches";
+            ASSERT_GT(first.List()[i].address, first.List()[i - 1].End()) << "not merged";
         Addresses rest;
         std::set_difference(a.begin(), a.end(), b.begin(), b.end(),
                             std::inserter(rest, rest.end()));

@@ -1,5 +1,5 @@
-// The free programmable keys: their block in either key order, editing with and without the host's
-// answer.
+// The free programmable keys: their block in either key order, and editing with and without the
+// host's answer.
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keys/LayoutTextSource.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -10,8 +10,8 @@
 namespace qx::test {
 namespace {
 
-// The layout of a keyboard whose named keys are programmable; all others are plain. Every caption
-// is the letter k and the key's id.
+// A layout whose named keys are programmable and all others plain. Every caption is the letter k
+// and the key's id.
 class Layout : public LayoutTextSource {
 public:
     explicit Layout(std::set<Long> programmable) : m_programmable(std::move(programmable)) {}
@@ -40,7 +40,7 @@ BlockRow FreeProgKeysRow(std::string name, KeyboardModuleIDs module, std::vector
     BlockRow row;
     row.name = std::move(name);
     row.directory = {{module, 4096}};
-    // The keys around every edge of the two key orders.
+    // The keys at every boundary of the two key orders.
     const auto layout = LayoutWith({1, 65, 66, 74, 75, 126, 127, 140});
     row.make = [module, layout](const Platform& platform) {
         auto control = std::make_unique<QXFreeProgKeys>(platform);
@@ -50,7 +50,7 @@ BlockRow FreeProgKeysRow(std::string name, KeyboardModuleIDs module, std::vector
         return control;
     };
     row.fill = [order](ModuleControl& control) {
-        for (const Integer key : order) // each key sends its own id, key 66 nothing
+        for (const Integer key : order) // each key sends its own id; key 66 sends nothing
             if (key != 66)
                 SetCodes(static_cast<QXFreeProgKeys&>(control).Sequences().Key(key), {key});
     };
@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
                                     "1 65 74 75 126 127 140 "),
                     FreeProgKeysRow("OrderOfThe4620", MODULE_FUNCKEYS_X1_4620, {66, 74, 75, 126},
                                     "4B 00*31  7E 00*31  00*32  4A 00*31"
-                                    "  20*128", // keys 1, 65, 127, 140 count, but have no place
+                                    "  20*128", // keys 1, 65, 127, 140 are counted but have no slot
                                     "74 75 126 ")),
     RowName);
 
@@ -113,7 +113,7 @@ protected:
     QXFreeProgKeys control{keyboard.Services()};
 };
 
-TEST_F(FreeProgKeysTest, WhatAnUploadDoesNotReachStays) {
+TEST_F(FreeProgKeysTest, KeysWithoutASlotSurviveAnUpload) {
     EXPECT_EQ(control.TransferSize(true), 3 * 32);
     for (const Long key : {0, 1, 12, 30})
         SetCodes(control.Sequences().Key(key), {99});
@@ -129,7 +129,7 @@ TEST_F(FreeProgKeysTest, WhatAnUploadDoesNotReachStays) {
     keyboard.Upload(control);
     EXPECT_EQ(Codes(12), " 99");
 
-    control.SetConfigID(MODULE_FUNCKEYS_X1_4610); // which the keyboard lacks
+    control.SetConfigID(MODULE_FUNCKEYS_X1_4610); // which the keyboard does not have
     keyboard.Upload(control);
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.lastRequests.empty());
@@ -137,12 +137,12 @@ TEST_F(FreeProgKeysTest, WhatAnUploadDoesNotReachStays) {
               std::vector<std::string>(2, "INVALID ADDRESSES FOR FREEPROGRAMMABLE KEYS-CONFIG"));
 }
 
-TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
+TEST_F(FreeProgKeysTest, EditStoresTheHostsSequence) {
     SetCodes(control.Sequences().Key(12), {30, 158});
     std::vector<Integer> notEditable;
     const Subscription refused = control.KeyNoEditable.Subscribe(
         [&](Integer nPositionCode) { notEditable.push_back(nPositionCode); });
-    control.cmdEdit_Click(Edit); // no key is picked
+    control.cmdEdit_Click(Edit); // no key is selected
     Pick(13);
     control.cmdEdit_Click(Edit);
     EXPECT_EQ(notEditable, (std::vector<Integer>{-1, 13}));
@@ -170,7 +170,7 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
         if (!answer.empty())
             sInSeq = answer;
     };
-    control.cmdEdit_Click(Edit); // nobody answers: that is no refusal
+    control.cmdEdit_Click(Edit); // no answer is not a refusal
     EXPECT_EQ(Codes(12), " 30158");
     EXPECT_TRUE(control.DataChanged());
     control.SetDataChanged(false);
@@ -178,14 +178,14 @@ TEST_F(FreeProgKeysTest, EditTakesTheHostsSequence) {
     const Subscription edits = control.EditSequence.Subscribe(host);
     control.cmdEdit_Click(Edit); // the host declines
     cancel = false;
-    control.lblCurrSeq_KeyPress(); // nobody wants this to start the edit
+    control.lblCurrSeq_KeyPress(); // this does not start the edit
     answer.assign(3 * 40000, ' '); // longer than a sequence can be
     control.cmdEdit_Click(Edit);
     EXPECT_EQ(Codes(12), " 30158");
     EXPECT_FALSE(control.DataChanged());
     EXPECT_EQ(refreshed, 0);
 
-    answer = ""; // the host agrees to what is there
+    answer = ""; // the host agrees without a change
     control.cmdEdit_Click(Edit);
     EXPECT_EQ(Codes(12), " 30158");
     EXPECT_TRUE(control.DataChanged());
@@ -211,7 +211,7 @@ TEST_F(FreeProgKeysTest, CleanAsksWithoutACurrentKeyToo) {
     EXPECT_TRUE(control.DataChanged());
 }
 
-// One keyboard may have two such modules, with a control each.
+// A keyboard may have two such modules, each with its own control.
 TEST_F(FreeProgKeysTest, TraceLinesBeginWithTheInstanceName) {
     control.SetName("Upper");
     const TraceLog trace;
@@ -221,7 +221,7 @@ TEST_F(FreeProgKeysTest, TraceLinesBeginWithTheInstanceName) {
     EXPECT_TRUE(trace.Has("Upper.DataDownload"));
 }
 
-TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostSaysNo) {
+TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostRefuses) {
     for (const Integer action : {Clean, CleanAll}) {
         for (const Long key : {12, 30})
             SetCodes(control.Sequences().Key(key), {99});
@@ -237,7 +237,7 @@ TEST_F(FreeProgKeysTest, RemovalsAreCarriedOutUnlessTheHostSaysNo) {
             EXPECT_EQ(Codes(12), " 99");
             EXPECT_FALSE(control.DataChanged());
         }
-        // The key of the question is meant, whichever is picked by the time of the answer.
+        // The answer applies to the key of the question, even if another has been picked by then.
         const Subscription picks = event.Subscribe([&](bool&) { Pick(30); });
         control.cmdEdit_Click(action);
         Pick(12);

@@ -1,5 +1,5 @@
-// The layered function keys: their areas in the keyboard, the user's way through layers and keys,
-// what the control asks of its host.
+// The layered function keys: their areas in the keyboard, navigation through layers and keys, and
+// the control's requests to its host.
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "support/BlockRoundTrip.h"
 
@@ -45,7 +45,7 @@ BlockRow LayeredRow() {
         {MODULE_LAYERED_FUNCKEYS, 239 * 128, Bytes("FF 00*127")},
         {MODULE_GUID, 0, Bytes("01 02 03 04  05 06  07 08  09 0A 0B 0C 0D 0E 0F 10")},
     };
-    // A download leaves the slots of empty sequences alone, so none is empty.
+    // A download skips the slots of empty sequences, so none is empty here.
     row.randomise = [](ModuleControl& control, std::mt19937& random) {
         auto& keys = static_cast<QXLayeredFuncKeys&>(control);
         for (Integer layer = 0; layer < 10; ++layer)
@@ -100,7 +100,7 @@ TEST_F(LayeredFuncKeysTest, DescriptionsAreCutAndFilledInTheImage) {
     FuncKeyLayer& layer = control.Layer(0);
     layer.SetKeyDesc(0, umlauts);
     layer.SetKeyDesc(2, std::string(70, 'x'));
-    layer.SetKeyDesc(3, std::string(63, 'y') + smiley); // cut in the middle of a pair
+    layer.SetKeyDesc(3, std::string(63, 'y') + smiley); // cut inside a surrogate pair
     layer.SetKeyDesc(4, std::string(62, 'z') + smiley);
     control.Layer(9).SetKeyDesc(23, smiley);
     std::string& image = keyboard.driver.image;
@@ -132,7 +132,7 @@ TEST_F(LayeredFuncKeysTest, OnlyUsedPartsOfSlotsAreRequestedForTheKeyboard) {
     EXPECT_EQ(RequestsOf(&QXLayeredFuncKeys::PrepareDataDownload, true), Requests{guid});
     EXPECT_EQ(control.TransferSize(true), 16);
     EXPECT_EQ(control.TransferSize(false), 16 + 30720);
-    EXPECT_EQ(QXLayeredFuncKeys().TransferSize(true), 0); // no keyboard yet
+    EXPECT_EQ(QXLayeredFuncKeys().TransferSize(true), 0); // no keyboard assigned yet
 
     SetLength(control.Layer(0).GetKey(1), 1);
     SetLength(control.Layer(1).GetKey(0), 127);
@@ -156,7 +156,7 @@ TEST_F(LayeredFuncKeysTest, OnlyUsedPartsOfSlotsAreRequestedForTheKeyboard) {
     other.Download(control);
     EXPECT_EQ(std::count(trace.lines.begin(), trace.lines.end(),
                          "ERROR : NO ADDRESS FOR MODULE LAYERED FUNC KEYS"),
-              2); // once when each transfer is prepared
+              2); // once for each prepared transfer
     EXPECT_TRUE(other.lastRequests.empty());
     EXPECT_TRUE(other.driver.image == std::string(FakeDriver::kSize, '\xEE')); // nothing written
 }
@@ -186,7 +186,7 @@ TEST_F(LayeredFuncKeysTest, LayersGoRoundAndDropTheKey) {
     control.cmdLayer_Click(0); // up
     EXPECT_EQ(control.lblLayerID.Caption, "0");
     EXPECT_EQ(control.txtSymbolDesc.Text, "");
-    control.spinLayer.Value = 12; // there is none
+    control.spinLayer.Value = 12; // does not exist
     control.spinLayer_Change();
     control.ShowCurrentSelectedLayerOnKeyboard();
     EXPECT_EQ(keyboard.driver.layer, 9);
@@ -195,7 +195,7 @@ TEST_F(LayeredFuncKeysTest, LayersGoRoundAndDropTheKey) {
     EXPECT_THROW(static_cast<void>(control.Layer(-1)), std::out_of_range);
     EXPECT_THROW(static_cast<void>(control.Layer(0).GetKey(24)), std::out_of_range);
 
-    control.txtSymbolDesc.Text = "Cash"; // no key is picked
+    control.txtSymbolDesc.Text = "Cash"; // no key is selected
     control.txtSymbolDesc_Change();
     EXPECT_FALSE(control.DataChanged());
     control.cmdFuncKey_Click(2);
@@ -247,7 +247,7 @@ TEST_F(LayeredFuncKeysTest, EditAndCleanAskTheHost) {
     EXPECT_FALSE(control.DataChanged());
 
     answer = false;
-    control.cmdLayer_Click(0); // on another layer, and the user turns to a third meanwhile
+    control.cmdLayer_Click(0); // on another layer, and the user switches to a third meanwhile
     control.cmdFuncKey_Click(7);
     {
         const Subscription turns = control.EditLayeredFuncKey.Subscribe(
@@ -273,7 +273,7 @@ TEST_F(LayeredFuncKeysTest, EditAndCleanAskTheHost) {
     control.cmdEdit_Click(Edit);
     EXPECT_EQ(codes(), 241);
     EXPECT_FALSE(control.DataChanged());
-    control.cmdEdit_Click(CleanKey); // at once
+    control.cmdEdit_Click(CleanKey); // without a question
     EXPECT_EQ(codes(), 239);
     EXPECT_TRUE(control.DataChanged());
     EXPECT_FALSE(control.cmdFuncKey[5].Programmed);

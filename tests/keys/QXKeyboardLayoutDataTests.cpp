@@ -113,8 +113,8 @@ TEST(QXKeyboardLayoutData, WritesSequencesAsText) {
     EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 31159", true), "Long up:Long ");
     layout.SetShowUpcodes(false);
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 30158 30"), "A A ");
-    // 32 and 0 have no name; 128 releases key 0, and 258 would release key 130; one character left
-    // over is no code, two are one.
+    // 32 and 0 have no name; 128 releases key 0, and 258 would release key 130; one remaining
+    // character is not a code, but two are.
     EXPECT_EQ(layout.ConvertKeyStringIntoTextStringUseUpcodes(" 32128258999", true),
               " up: up:Extra up: ");
     EXPECT_EQ(layout.ConvertKeyStringIntoTextString(" 303"), "A ");

@@ -10,7 +10,7 @@ namespace qx::test {
 
 namespace {
 
-// The keys 30 (programmable), 31 (not programmable), 32 (none), 130 (programmable).
+// The keys 30 (programmable), 31 (not programmable), 32 (unused), 130 (programmable).
 class FourKeys : public LayoutTextSource {
 public:
     void Reset() override {}
@@ -66,7 +66,7 @@ TEST_F(LayoutDisplayTest, PlacesAndLabelsKeys) {
     EXPECT_EQ(refreshed, 1);
 }
 
-TEST_F(LayoutDisplayTest, ColoursTellWhatKeysHold) {
+TEST_F(LayoutDisplayTest, ColoursShowTheStateOfKeys) {
     const auto colours = [&] {
         display.ReloadKeysSettings(keys);
         return std::vector<Long>{display.cmdKey[30].BackColor, display.cmdKey[31].BackColor,
@@ -93,7 +93,7 @@ TEST_F(LayoutDisplayTest, OnlyKeysThatCanBeUsedAreEnabled) {
                                  display.cmdKey[32].Enabled, display.cmdKey[130].Enabled};
     };
     EXPECT_EQ(enabled(), (std::vector<bool>{true, true, false, true}));
-    display.SetDisplayKeyType(DISPLAY_PROG); // key 130 has no code for sequences
+    display.SetDisplayKeyType(DISPLAY_PROG); // key 130 cannot occur in a sequence
     EXPECT_EQ(enabled(), (std::vector<bool>{true, true, false, false}));
     Long clicked = -1;
     const auto subscription = display.OnKeyClicked.Subscribe([&](Long key) { clicked = key; });

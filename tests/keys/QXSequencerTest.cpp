@@ -10,7 +10,7 @@ namespace qx::test {
 
 namespace {
 
-// A host whose user does what the test says while the form is on the screen.
+// A host whose user performs the test's actions while the form is open.
 class SequencerTest : public testing::Test, public ModalForms, public FormTimers {
 protected:
     SequencerTest() {
@@ -42,7 +42,7 @@ protected:
         return platform;
     }
 
-    // Edits "  5" with room for `most` codes; the new sequence, or "unchanged".
+    // Edits "  5", with at most `most` codes; returns the new sequence or "unchanged".
     std::string Edit(std::function<void(frmSequencer&)> does, Integer most = 10) {
         user = std::move(does);
         std::string edited = "unchanged";
@@ -56,8 +56,8 @@ protected:
     TestKeyboard keyboard{{{MODULE_KEYBOARD, 0x1000}}};
     QXKeyboardLayoutData layout;
     FormTimer* timer = nullptr;
-    frmSequencer* shown = nullptr; // the last time
-    bool activates = true;         // the host tells the form when it gets the focus
+    frmSequencer* shown = nullptr; // the form shown last
+    bool activates = true;         // the host reports when the form gets the focus
     std::function<void(frmSequencer&)> user;
     QXSequencer sequencer{Services()};
 };
@@ -80,7 +80,7 @@ TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
     keyboard.driver.positionKeys = {-1, 31, -2, 0, 159, 4711, 65536 + 32};
     const std::string edited = Edit([&](frmSequencer& form) {
         const auto refreshed = form.Refreshed.Subscribe(
-            [&] { EXPECT_FALSE(timer->Enabled()) << "a tick may overlap"; });
+            [&] { EXPECT_FALSE(timer->Enabled()) << "a tick could overlap"; });
         EXPECT_EQ(timer->Interval(), 100);
         for (int tick = 0; tick < 7; ++tick)
             timer->Tick();
@@ -97,7 +97,7 @@ TEST_F(SequencerTest, RealKeysAreAskedForWithoutOverlap) {
 TEST_F(SequencerTest, ClicksOnTheTwinComeFromTheKeyboard) {
     EXPECT_EQ(Edit([&](frmSequencer& form) {
                   form.SetPressesTwin(true);
-                  form.layoutDisplay.cmdKey_Click(30); // no twin: as ever
+                  form.layoutDisplay.cmdKey_Click(30); // no twin: as usual
                   EXPECT_EQ(form.KeyString(), "  5 30158");
                   form.pressTwinKey = [&](Long lCode) {
                       keyboard.driver.positionKeys.push_back(lCode);
@@ -111,10 +111,10 @@ TEST_F(SequencerTest, ClicksOnTheTwinComeFromTheKeyboard) {
               "  5 30158 31159");
 }
 
-TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
+TEST_F(SequencerTest, AFullSequenceRecordsNoMoreKeys) {
     EXPECT_EQ(Edit(
                   [](frmSequencer& form) {
-                      form.layoutDisplay.cmdKey_Click(31); // the release does not fit
+                      form.layoutDisplay.cmdKey_Click(31); // no room for the release
                       EXPECT_TRUE(form.lblSizeMsg.Visible);
                       EXPECT_EQ(form.lblRemaining.Caption, "0");
                       form.cmdClean_Click(1);
@@ -145,7 +145,7 @@ TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
     EXPECT_EQ(Edit(
                   [](frmSequencer& form) {
                       form.cmdClean_Click(1);
-                      form.cmdClean_Click(0); // nothing is left to remove
+                      form.cmdClean_Click(0); // nothing left to remove
                       form.AddCode(32);
                       EXPECT_TRUE(form.lblSizeMsg.Visible);
                       form.LeaveWithOK();
@@ -154,7 +154,7 @@ TEST_F(SequencerTest, AFullSequenceTakesNoMore) {
               "");
 }
 
-TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
+TEST_F(SequencerTest, ValidTextIsAccepted) {
     const auto type = [](frmSequencer& form, const char* text) {
         form.txtTyped.Text = text;
         form.txtTyped_Change();
@@ -164,7 +164,7 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
                   EXPECT_EQ(form.txtTyped.Text, "4");
                   EXPECT_FALSE(form.IsChanged());
                   form.txtTyped.Text = "ctrl";
-                  EXPECT_TRUE(form.IsChanged()); // typed, though not taken over yet
+                  EXPECT_TRUE(form.IsChanged()); // typed, but not accepted yet
                   EXPECT_TRUE(type(form, "ctrl+c {158}"));
                   EXPECT_TRUE(form.IsChanged());
                   EXPECT_EQ(form.KeyString(), " 58 48176186158");
@@ -179,7 +179,7 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
                           EXPECT_EQ(form.txtTyped.Text, wrong);
                           EXPECT_EQ(form.KeyString(), "  5");
                       }
-                      form.AddCode(31); // waits until the text is right, as OK does
+                      form.AddCode(31); // waits until the text is valid, like OK
                       form.RemoveLastCode();
                       form.cmdOK_Click();
                       form.chkShowDetails_Click();
@@ -188,7 +188,7 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
                       form.txtTyped.Text = "B ^B";
                       form.txtTyped_Change();
                       EXPECT_FALSE(form.lblTypedFault.Visible);
-                      form.AddCode(31); // comes after what has been typed
+                      form.AddCode(31); // appended after the typed keys
                       EXPECT_EQ(form.KeyString(), " 50178 31");
                       form.txtTyped.Text = "nonsense";
                       form.RemoveAllCodes();
@@ -199,7 +199,7 @@ TEST_F(SequencerTest, TextIsTakenWhereItIsRight) {
                       EXPECT_FALSE(form.lblSizeMsg.Visible);
                       EXPECT_FALSE(type(form, "nonsense"));
                       EXPECT_EQ(form.TypedTooMany(), 0);
-                      std::string codes; // more than any sequence can have
+                      std::string codes; // exceeds any sequence
                       for (int code = 0; code < 32768; ++code)
                           codes += "{30} ";
                       EXPECT_FALSE(type(form, codes.c_str()));
@@ -223,7 +223,7 @@ TEST_F(SequencerTest, WhileTheUserTypesTheKeyboardTypes) {
         form.txtTyped_LostFocus();
         EXPECT_TRUE(keyboard.driver.positionMode);
         EXPECT_TRUE(timer->Enabled());
-        form.txtTyped_GotFocus(); // and leaves from there
+        form.txtTyped_GotFocus(); // leaves with the focus there
     });
     Edit([&](frmSequencer&) { EXPECT_TRUE(timer->Enabled()); });
 }
@@ -242,30 +242,30 @@ TEST_F(SequencerTest, OtherwiseNothingChanges) {
 
     keyboard.driver.statuses["QXCFG_EnablePositionMode"] = 3;
     const TraceLog log;
-    EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
+    EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form was opened"; }), "unchanged");
     EXPECT_TRUE(log.Has("UNABLE TO ENABLE POSITION PROG MODE"));
     EXPECT_EQ(shown->layoutDisplay.LayoutSource(), nullptr);
     keyboard.driver.calls.clear();
-    shown->AppActivate(); // no keyboard is left to it
+    shown->AppActivate(); // has no keyboard any more
     EXPECT_TRUE(keyboard.driver.calls.empty());
 
     keyboard.driver.statuses.clear();
     std::string edited = "unchanged";
     const std::string tooLong(3 * 40000, ' ');
-    user = [](frmSequencer&) { ADD_FAILURE() << "the form is shown"; };
+    user = [](frmSequencer&) { ADD_FAILURE() << "the form was opened"; };
     EXPECT_FALSE(sequencer.ShowSequenceEditor(30, tooLong, edited, 10));
     EXPECT_EQ(edited, "unchanged");
     EXPECT_TRUE(log.Has("ERROR: in QXSequencer.ShowSequenceEditor !!!!!!!!"));
     EXPECT_FALSE(keyboard.driver.positionMode);
     sequencer.SetKeyboard(nullptr);
-    EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form is shown"; }), "unchanged");
+    EXPECT_EQ(Edit([](frmSequencer&) { ADD_FAILURE() << "the form was opened"; }), "unchanged");
 }
 
 TEST_F(SequencerTest, AnOpenEditorIsNotOpenedAgain) {
     int times = 0;
     const TraceLog log;
     EXPECT_EQ(Edit([&](frmSequencer& form) {
-                  ASSERT_EQ(++times, 1) << "the form is shown again";
+                  ASSERT_EQ(++times, 1) << "the form was opened again";
                   form.AddCode(31);
                   std::string other = "unchanged";
                   EXPECT_FALSE(sequencer.ShowSequenceEditor(32, " 33", other, 5));

@@ -13,7 +13,7 @@
 namespace qx::test {
 namespace {
 
-// A folder of layout files that lasts as long as the test.
+// A folder of layout files for the duration of the test.
 class QxlTextSourceTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -27,7 +27,7 @@ protected:
     void Write(const std::string& name, const std::string& content) const {
         std::ofstream(m_folder / name, std::ios::binary) << content;
     }
-    // With the separators of the other kind of machine, too.
+    // The path with the other system's separators, too.
     [[nodiscard]] std::string Path(const std::string& name = "") const {
         return m_folder.string() + "\\" + name;
     }
@@ -74,7 +74,7 @@ TEST_F(QxlTextSourceTest, NamesTheLineThatIsWrong) {
 }
 
 #ifndef _WIN32
-TEST_F(QxlTextSourceTest, RefusesWhatIsNoSmallFile) {
+TEST_F(QxlTextSourceTest, RefusesAnythingButASmallFile) {
     const std::string most = "1=1033\n#" + std::string((1U << 20U) - 8, '-');
     Write("most.qxl", most);
     Write("large.qxl", most + "-");
@@ -94,14 +94,14 @@ TEST_F(QxlTextSourceTest, RefusesWhatIsNoSmallFile) {
         EXPECT_TRUE(source.Error().ends_with(reason)) << source.Error();
         EXPECT_TRUE(source.Error().starts_with(m_folder.string())) << source.Error();
     }
-    EXPECT_EQ(source.String(1), "1033"); // an open that fails changes nothing
+    EXPECT_EQ(source.String(1), "1033"); // a failed open changes nothing
     Long language = 1033;
     EXPECT_TRUE(source.OpenLanguage(language, Path())) << source.Error();
     EXPECT_EQ(source.FileName(), (m_folder / "most.qxl").string());
 }
 #endif
 
-TEST_F(QxlTextSourceTest, ACheckFindsWhatAnOpenPassesOver) {
+TEST_F(QxlTextSourceTest, ACheckFindsErrorsThatAnOpenIgnores) {
     const std::string rectangle = "(0,0,600,600)";
     const std::pair<std::string, std::string> rows[] = {
         {"1030=" + rectangle, "support is missing"},
@@ -117,7 +117,7 @@ TEST_F(QxlTextSourceTest, ACheckFindsWhatAnOpenPassesOver) {
         {"1030=(0,0,-600,600)10  A", "a key of -600 by 600 cannot be seen: more than 25 each way, "
                                      "or 0 by 0 for a key without a place"},
         {"1030=(0,0,600)10  A", "no \",\" in (top,left,width,height)"},
-        {"1030=(0,0,600,65536)10  A", "65536 does not fit 16 bits"},
+        {"1030=(0,0,600,65536)10  A", "65536 exceeds 16 bits"},
     };
     for (const auto& [line, reason] : rows) {
         SCOPED_TRACE(line);
@@ -158,7 +158,7 @@ TEST_F(QxlTextSourceTest, FindsTheLayoutForALanguage) {
         EXPECT_EQ(language, opened);
     };
     opens(1033, "American", 1033);
-    opens(3081, "British", 2057); // Australia: the first that is English
+    opens(3081, "British", 2057); // Australia: the first English layout
     const auto fails = [&](Long language, const std::string& path, const std::string& message) {
         SCOPED_TRACE(language);
         const Long asked = language;
@@ -172,7 +172,7 @@ TEST_F(QxlTextSourceTest, FindsTheLayoutForALanguage) {
     fails(1033, Path("absent"), "absent");
 }
 
-TEST_F(QxlTextSourceTest, LayoutDataSaysWhichFileIsWrong) {
+TEST_F(QxlTextSourceTest, LayoutDataNamesTheInvalidFile) {
     Write("good.qxl", "3= Good \n1030=(1,2,3,4)10  A");
     Write("bad.qxl", "3=Bad\n1030=(1,2,3)10  A");
     QXKeyboardLayoutData layout;

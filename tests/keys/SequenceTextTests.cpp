@@ -35,7 +35,7 @@ TEST(SequenceText, ReadsKeysReleasesChordsAndCodes) {
         {"Ctrl+{48} \"Ctrl\"+\"Num+\"", {58, 48, 176, 186, 58, 106, 234, 186}},
         {"\"Left control key\" ^\"left control key\"", {58, 186}},
         {"{58}+\"Space bar\"", {58, 61, 189, 186}},
-        // What a key types with Shift names it, too.
+        // A key can also be named by its character with Shift.
         {"Ctrl++ Ctrl+++A ! ^!", {58, 13, 141, 186, 58, 13, 31, 159, 141, 186, 2, 130}},
         {"Ctrl+\\ |", {58, 29, 157, 186, 29}},
     };
@@ -83,11 +83,11 @@ TEST(SequenceText, ReportsFaults) {
         {us, "{30}{", 4, {"blank or +"}},
         {us, "{158}+A", 0, {"no key has the number 158"}},
         {us, "^{158}", 1, {"no key has the number 158"}},
-        {us, "Ctrl+", 4, {"missing behind +"}},
+        {us, "Ctrl+", 4, {"missing after +"}},
         {us, "Ctrl+Foo", 5, {"\"Foo\""}},
         {us, "Foo+Ctrl", 0, {"\"Foo\""}},
         {us, "\"A\"B", 3, {"blank or +"}},
-        {us, "^\"A\"B", 4, {"blank is missing"}},
+        {us, "^\"A\"B", 4, {"space is missing"}},
         {us, "^Ctrl+C", 1, {"\"Ctrl+C\""}},
         {us, "\"Ctrl", 0, {"closing"}},
         {us, "A\xFF", 0, {"\"A\xEF\xBF\xBD\""}},
@@ -101,7 +101,7 @@ TEST(SequenceText, ReportsFaults) {
         SCOPED_TRACE(row.text);
         try {
             (void)ParseSequenceText(row.text, row.layout);
-            ADD_FAILURE() << "was read";
+            ADD_FAILURE() << "no error";
         } catch (const SequenceTextError& error) {
             EXPECT_EQ(error.Position(), row.position) << error.what();
             for (const std::string& mention : row.mentions)
@@ -134,7 +134,7 @@ TEST(SequenceText, RoundTripsInEveryShippedLayout) {
         QXKeyboardLayoutData layout;
         OpenShipped(layout, name);
         ExpectRoundTrips(layout);
-        // What the layout data itself writes of the keys that have names.
+        // The names written by the layout data itself.
         for (const int added : {0, 128}) {
             Codes codes;
             KeySequence sequence;
@@ -166,7 +166,7 @@ TEST(SequenceText, RoundTripsNamesThatLookLikeGrammar) {
     for (const std::string prefix : {"^", "", " ", "+", "\"", "{", "{3", "up ", "A", "^A "}) {
         SCOPED_TRACE("release prefix <" + prefix + ">");
         table.layout.SetUpCodePrefix(prefix);
-        // Every two codes beside each other: a name must not take in what follows it.
+        // All pairs of codes: a name must not absorb the next one.
         Codes codes;
         for (Byte key = 0; key < names.size(); ++key)
             codes.insert(codes.end(), {key, static_cast<Byte>(key + 128)});

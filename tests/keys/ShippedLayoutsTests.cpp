@@ -17,7 +17,7 @@ namespace {
 struct Shipped {
     const char* file;
     Long language;
-    bool isIso; // else the keyboard of the United States
+    bool isIso; // otherwise a US keyboard
 };
 
 class ShippedLayout : public testing::TestWithParam<Shipped> {
@@ -53,7 +53,7 @@ TEST_P(ShippedLayout, NamesEveryKeyOfTheKeyboardOnce) {
     std::set<std::string> names;
     for (Long key = 0; key <= 140; ++key) {
         SCOPED_TRACE(key);
-        const bool isOfOtherKind = key == 42 || key == 45; // keys that only ISO keyboards have
+        const bool isOfOtherKind = key == 42 || key == 45; // only on ISO keyboards
         EXPECT_EQ(layout.KeySupport(key),
                   isOfOtherKind && GetParam().isIso ? KEYMODE_EXIST : us.KeySupport(key));
         EXPECT_TRUE(layout.KeySupport(key) == KEYMODE_NONE ||
@@ -73,7 +73,7 @@ TEST_P(ShippedLayout, NamesEveryKeyOfTheKeyboardOnce) {
 }
 
 TEST_P(ShippedLayout, ItsKeysFillTheirRows) {
-    // In squares of a quarter of a key.
+    // In squares of a quarter of a key width.
     constexpr int kGrid = 150;
     std::map<std::pair<int, int>, Long> covered;
     for (const Long key : DrawnKeys()) {
@@ -105,7 +105,7 @@ TEST_P(ShippedLayout, HasTheGeometryOfItsKind) {
     for (Long key = 0; key <= 140; ++key)
         EXPECT_TRUE(iso.contains(key) || PlaceOf(layout, key) == PlaceOf(us, key)) << "key " << key;
 
-    ASSERT_TRUE(us.OpenLayoutByName(GetParam().file)); // nothing of the layout before is left
+    ASSERT_TRUE(us.OpenLayoutByName(GetParam().file)); // nothing of the previous layout remains
     for (const Long key : DrawnKeys())
         EXPECT_EQ(PlaceOf(us, key), PlaceOf(layout, key)) << "key " << key;
     EXPECT_EQ(us.KeyWidth(29), layout.KeyWidth(29));

@@ -1,4 +1,4 @@
-// Keyboard layouts made of the lines that a test gives.
+// Keyboard layouts made of lines that a test supplies.
 #pragma once
 
 #include "qxcontrols/keys/LayoutTextSource.h"
@@ -11,7 +11,7 @@
 
 namespace qx::test {
 
-// A text source over a table that the test changes between two opens, and whose opens it disturbs.
+// A text source over a table; the test can change the table between opens and make opens fail.
 class TextTable final : public LayoutTextSource {
 public:
     using Texts = std::map<Long, std::string>;
@@ -43,10 +43,10 @@ private:
 struct TableLayout {
     TextTable::Texts texts;
     std::function<void()> onOpen;
-    std::vector<Long> fetched; // the numbers of the texts, since the last open
+    std::vector<Long> fetched; // numbers of the texts read since the last open
     QXKeyboardLayoutData layout{std::make_unique<TextTable>(texts, onOpen, fetched)};
 
-    // The lines by position code.
+    // The lines, by position code.
     explicit TableLayout(const std::map<Long, std::string>& lines = {}) {
         for (const auto& [key, line] : lines)
             texts[LayoutTextSource::kFirstKey + key] = line;

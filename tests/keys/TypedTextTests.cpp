@@ -10,7 +10,7 @@
 
 namespace qx::test {
 
-TEST(TypedText, CaptionsTellWhatAKeyTypes) {
+TEST(TypedText, CaptionsShowTheCharactersOfAKey) {
     struct Row {
         const char* caption;
         const char* longCaption;
@@ -53,7 +53,7 @@ TEST(TypedText, IsTypedByTheKeysOfTheLayout) {
         {"us.qxl", "042", {11, 139, 5, 133, 3, 131}},
         {"us.qxl", "z y", {46, 174, 61, 189, 22, 150}},
         {"german.qxl", "z y", {22, 150, 61, 189, 46, 174}},
-        // Shift is held as long as it is needed.
+        // Shift is held only while it is needed.
         {"us.qxl", "aAB-", {31, 159, 44, 31, 159, 50, 178, 172, 12, 140}},
         {"us.qxl", "_!", {44, 12, 140, 2, 130, 172}},
         {"german.qxl", "öÖß?", {40, 168, 44, 40, 168, 172, 12, 140, 44, 12, 140, 172}},
@@ -63,7 +63,7 @@ TEST(TypedText, IsTypedByTheKeysOfTheLayout) {
          {45, 173, 44, 45, 173, 172, 42, 170, 44, 42, 170, 3, 131, 41, 169, 172}},
         {"german.qxl", "#'<>", {42, 170, 44, 42, 170, 172, 45, 173, 44, 45, 173, 172}},
         {"spanish.qxl", "\xC3\xA7\xC3\x87.", {42, 170, 44, 42, 170, 172, 54, 182}},
-        // Dead keys need the space bar, without Shift.
+        // Dead keys need the space bar without Shift.
         {"german.qxl",
          "^a`\xC2\xB0",
          {1, 129, 61, 189, 31, 159, 44, 13, 141, 172, 61, 189, 44, 1, 129, 172}},
@@ -71,7 +71,7 @@ TEST(TypedText, IsTypedByTheKeysOfTheLayout) {
          "`^\xC2\xB4",
          {27, 155, 61, 189, 44, 27, 155, 172, 61, 189, 41, 169, 61, 189}},
         {"french.qxl", "^\xC2\xB5*", {27, 155, 61, 189, 44, 42, 170, 172, 42, 170}},
-        // Digits are typed with Shift there.
+        // Digits are typed with Shift on this layout.
         {"french.qxl", "10&é", {44, 2, 130, 11, 139, 172, 2, 130, 3, 131}},
     };
     for (const Row& row : rows) {

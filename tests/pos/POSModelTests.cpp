@@ -33,7 +33,7 @@ TEST(PosBlocks, KeyboardCountsFindsCopiesAndCleans) {
         keyboard.Block(slot).Sequence().AddByte(30);
         keyboard.Block(slot).SetBlockID(slot);
     }
-    EXPECT_EQ(keyboard.FindBlockForKey(20), 20); // the lower slot of two
+    EXPECT_EQ(keyboard.FindBlockForKey(20), 20); // the lower of the two slots
     EXPECT_EQ(keyboard.FindBlockForKey(21), 0);
 
     POSKeyboard copy;
@@ -92,10 +92,10 @@ TEST(PosCodePage, FileGivesItsFirst256Bytes) {
         file.close();
         return page.LoadPageFromFile(path.string());
     };
-    EXPECT_FALSE(page.LoadPageFromFile(path.string())); // no such file
+    EXPECT_FALSE(page.LoadPageFromFile(path.string())); // the file does not exist
     EXPECT_FALSE(page.LoadPageFromFile(path.parent_path().string()));
     EXPECT_FALSE(load(255));
-    EXPECT_EQ(page.GetByte(255), 5); // read before the end
+    EXPECT_EQ(page.GetByte(255), 5); // from before the end of the file
     EXPECT_TRUE(load(300));
     EXPECT_EQ(page.GetByte(1), 2);
     EXPECT_EQ(page.GetByte(256), 6);
@@ -119,11 +119,11 @@ TEST(PosCodePage, KeyboardsPageIsReadAtItsAddressAndCompared) {
     platform.waitPointer = &pointer;
     QXKeyboardAccess access(driver);
     QXPosCodePage pages(platform);
-    EXPECT_TRUE(pages.PagesAreEqual()); // two new ones
+    EXPECT_TRUE(pages.PagesAreEqual()); // both new
     EXPECT_FALSE(pages.KeyboardPage().IsEqualPage(nullptr));
     EXPECT_FALSE(pages.KeyboardPage().LoadPageFromKeyboard(nullptr));
 
-    driver.requests = {{6, 0, 1}};  // of somebody else
+    driver.requests = {{6, 0, 1}};  // of another user
     driver.memory[27776 + 255] = 1; // the last byte
     EXPECT_TRUE(pages.KeyboardPage().LoadPageFromKeyboard(&access));
     EXPECT_EQ(driver.requests, (std::vector<FakeDriver::Request>{{0, 27776, 256}}));
@@ -134,7 +134,7 @@ TEST(PosCodePage, KeyboardsPageIsReadAtItsAddressAndCompared) {
 
     pages.FilePage() = pages.KeyboardPage();
     EXPECT_TRUE(pages.PagesAreEqual());
-    driver.statuses["QXCFG_ImageRead"] = 5; // a byte that cannot be read is 0
+    driver.statuses["QXCFG_ImageRead"] = 5; // an unreadable byte counts as 0
     EXPECT_TRUE(pages.KeyboardPage().LoadPageFromKeyboard(&access));
     EXPECT_EQ(pages.KeyboardPage().GetByte(256), 0);
 }

@@ -1,4 +1,4 @@
-// The POS programmer: what clicks on the keys make of the blocks, what it asks of its host.
+// The POS programmer: the effect of clicks on the blocks, and its requests to the host.
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/pos/QXPOSProgrammer.h"
@@ -27,7 +27,7 @@ std::string Describe(const POSKeyboard& keyboard) {
     return text;
 }
 
-// A host whose user does what the test says while the programmer is on the screen.
+// A host whose user performs the test's actions while the programmer is open.
 class POSProgrammerTest : public testing::Test, public ModalForms {
 protected:
     POSProgrammerTest() {
@@ -44,7 +44,7 @@ protected:
         return platform;
     }
 
-    // The blocks after the user has done this and left with OK.
+    // The blocks after the user has done this and pressed OK.
     std::string Edit(std::function<void(frmPOSProgrammer&)> does) {
         user = [does = std::move(does)](frmPOSProgrammer& form) {
             does(form);
@@ -59,7 +59,7 @@ protected:
             form.posDisplay.cmdPOS_Click(key);
     }
 
-    // The user has the current block send the codes.
+    // Sets the current block's sequence, like a user.
     void Send(frmPOSProgrammer& form, const std::string& sKeyString) {
         const Subscription answer = programmer.EditSequence.Subscribe(
             [&](Integer, const std::string&, bool& fCancelEdit, std::string& sInSeq) {
@@ -75,8 +75,8 @@ protected:
     QXPOSProgrammer programmer{Services()};
 };
 
-// Whether each key is in one block at most and each block in its lowest key's slot, and whether the
-// grid shows just the keys of blocks as used.
+// Whether each key is in at most one block and each block in its lowest key's slot, and whether the
+// grid shows exactly the keys of blocks as used.
 testing::AssertionResult IsSound(const frmPOSProgrammer& form) {
     std::array<int, POSKeyboard::kSlots + 1> uses{};
     for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
@@ -141,7 +141,7 @@ TEST_F(POSProgrammerTest, ChangesAreUndoneOneByOne) {
             [&] { Click(form, {9}); },
             [&] {
                 renumber({"4", "40", "400"});
-            }, // is one change
+            }, // counts as one change
             [&] { form.cmdColor_Click(5); },
             [&] { renumber({"8"}); },
             [&] { Send(form, " 30"); },
@@ -174,13 +174,13 @@ TEST_F(POSProgrammerTest, ChangesAreUndoneOneByOne) {
             form.cmdNewBlock_Click(), Click(form, {static_cast<Integer>(click + 1)});
         for (int click = 0; click < 200; ++click)
             form.cmdUndo_Click();
-        EXPECT_EQ(Describe(form.PosData()), "1: 1"); // a hundred are kept
+        EXPECT_EQ(Describe(form.PosData()), "1: 1"); // the last hundred changes are kept
         EXPECT_TRUE(form.IsChanged());
     };
     EXPECT_EQ(Edit(steps), "1: 1");
     Edit([](frmPOSProgrammer& form) {
         EXPECT_FALSE(form.IsChanged());
-        form.ReachKey(1); // what the focus is on is what is removed
+        form.ReachKey(1); // removal applies to the focused key
         EXPECT_EQ(form.CurrBlock(), 1);
         form.ReachKey(2);
         EXPECT_EQ(form.CurrBlock(), 0);
@@ -224,16 +224,16 @@ TEST_F(POSProgrammerTest, AnyClicksLeaveAModelThatTheKeyboardGivesBackTheSame) {
             DecodePOSModuleBlock(EncodePOSModuleBlock(form.PosData()), readBack);
             ASSERT_EQ(Describe(readBack), Describe(form.PosData())) << "step " << step;
         }
-        EXPECT_GT(form.PosData().BlockNum(), 3) << "the clicks hardly made any block";
+        EXPECT_GT(form.PosData().BlockNum(), 3) << "the clicks created hardly any blocks";
     });
 }
 
-TEST_F(POSProgrammerTest, ASequenceIsNotLostUnasked) {
+TEST_F(POSProgrammerTest, ASequenceIsNotLostWithoutAQuestion) {
     std::vector<Integer> asked;
     bool fAnswer = true;
     const Subscription noted = programmer.RemoveBlock.Subscribe([&](Integer nBlockID, bool& fC) {
         asked.push_back(nBlockID);
-        EXPECT_TRUE(fC); // without an answer nothing is removed
+        EXPECT_TRUE(fC); // without an answer, nothing is removed
         fC = fAnswer;
     });
     EXPECT_EQ(Edit([&](frmPOSProgrammer& form) {
@@ -246,11 +246,11 @@ TEST_F(POSProgrammerTest, ASequenceIsNotLostUnasked) {
                   form.TakeKey(7); // declined
                   EXPECT_EQ(Describe(form.PosData()), "7: 7 sends 30; 9: 9");
                   EXPECT_EQ(form.CurrBlock(), 9);
-                  Click(form, {9}); // no sequence: nothing is asked
+                  Click(form, {9}); // no sequence: no question
                   EXPECT_EQ(asked, (std::vector<Integer>{1, 1, 1}));
                   Click(form, {7}); // the block becomes the current one
                   EXPECT_EQ(form.CurrBlock(), 7);
-                  Click(form, {2}); // the sequence goes with the block
+                  Click(form, {2}); // the sequence stays with the block
                   EXPECT_EQ(Describe(form.PosData()), "2: 2 7 sends 30");
                   Click(form, {7});
                   fAnswer = false;
@@ -261,7 +261,7 @@ TEST_F(POSProgrammerTest, ASequenceIsNotLostUnasked) {
 
     Edit([&](frmPOSProgrammer& form) { Click(form, {1, 2}); });
     const auto removeAll = [](frmPOSProgrammer& form) { form.cmdClean_Click(1); };
-    EXPECT_EQ(Edit(removeAll), "1: 1 2"); // nobody answers
+    EXPECT_EQ(Edit(removeAll), "1: 1 2"); // no answer
     const Subscription yes = programmer.RemoveAllBlocks.Subscribe(
         [](bool& fCancelRemoving) { fCancelRemoving = false; });
     EXPECT_EQ(Edit(removeAll), "");
@@ -279,7 +279,7 @@ TEST_F(POSProgrammerTest, TheSequenceIsEditedByTheHost) {
             fCancelEdit = fCancel;
         });
     EXPECT_EQ(Edit([&](frmPOSProgrammer& form) {
-                  form.cmdEdit_Click(); // no block, nothing to edit
+                  form.cmdEdit_Click(); // no block to edit
                   EXPECT_EQ(code, 0);
                   Click(form, {46, 2});
                   form.cmdEdit_Click();
@@ -306,13 +306,13 @@ TEST_F(POSProgrammerTest, LabelsAndColours) {
             form.cmdNewBlock_Click();
             Click(form, {key});
         }
-        // Once every colour is in use they are taken in turn.
+        // Once all colours are in use, they repeat.
         EXPECT_EQ(form.PosData().Block(10).ColorID(), 9);
         EXPECT_EQ(form.PosData().Block(11).ColorID(), 0);
         EXPECT_EQ(form.PosData().Block(12).BlockID(), 12);
         form.SetCurrBlock(3);
         form.cmdClean_Click(0);
-        Click(form, {50}); // takes over what is free
+        Click(form, {50}); // gets the values that are free
         EXPECT_EQ(form.PosData().Block(50).BlockID(), 3);
         EXPECT_EQ(form.PosData().Block(50).ColorID(), 2);
 
@@ -332,10 +332,10 @@ TEST_F(POSProgrammerTest, LabelsAndColours) {
 
 TEST_F(POSProgrammerTest, WorksOnACopyWithEveryBlockInItsSlot) {
     for (const Integer key : std::initializer_list<Integer>{
-             40, 8, 60, 106}) // stands in the wrong slot; 106 the module lacks
+             40, 8, 60, 106}) // in the wrong slot; 106 is not in the module
         keyboard.Block(40).AddKey(key);
     keyboard.Block(40).Sequence().AddByte(9);
-    keyboard.Block(60).AddKey(60); // also in the block above
+    keyboard.Block(60).AddKey(60); // also in the previous block
     user = [](frmPOSProgrammer& form) {
         EXPECT_TRUE(IsSound(form));
         EXPECT_EQ(Describe(form.PosData()), "8: 8 40 sends  9; 60: 60");
@@ -345,7 +345,7 @@ TEST_F(POSProgrammerTest, WorksOnACopyWithEveryBlockInItsSlot) {
     EXPECT_FALSE(programmer.ShowPosProgrammer(keyboard));
     EXPECT_EQ(keyboard.FindBlockForKey(1), 0);
     EXPECT_EQ(keyboard.Block(40).BlockSize(), 4);
-    user = [](frmPOSProgrammer& form) { Click(form, {1}); }; // closed without an answer
+    user = [](frmPOSProgrammer& form) { Click(form, {1}); }; // closed without OK or Cancel
     EXPECT_FALSE(programmer.ShowPosProgrammer(keyboard));
     user = [](frmPOSProgrammer&) { throw std::runtime_error("the host fails"); };
     EXPECT_THROW(programmer.ShowPosProgrammer(keyboard), std::runtime_error);
@@ -356,7 +356,7 @@ TEST_F(POSProgrammerTest, AnOpenProgrammerIsNotOpenedAgain) {
     POSKeyboard other;
     int times = 0;
     EXPECT_EQ(Edit([&](frmPOSProgrammer& form) {
-                  ASSERT_EQ(++times, 1) << "the form is shown again";
+                  ASSERT_EQ(++times, 1) << "the form was opened again";
                   Click(form, {7});
                   EXPECT_FALSE(programmer.ShowPosProgrammer(other));
                   Click(form, {9});

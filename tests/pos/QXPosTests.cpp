@@ -1,4 +1,4 @@
-// The POS control: its block in the keyboard, its key grid, what it asks of its host.
+// The POS control: its block in the keyboard, its key grid, and its requests to the host.
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 #include "support/BlockRoundTrip.h"
@@ -86,7 +86,7 @@ BlockRow PosRow() {
                         pos.posDisplay.cmdPOS[static_cast<std::size_t>(key)].Caption + " ";
         return text + "of " + pos.lblBlockNum.Caption;
     };
-    // Single keys are numbered behind the groups: 1, then 3, of which each raises the next.
+    // Single keys are numbered after the groups: 1, then 3; each increments the next number.
     row.shown = "3=1 5=1 7=4 10=1 20=3 21=3 of 3";
     return row;
 }
@@ -106,7 +106,7 @@ protected:
     QXPos pos{keyboard.Services()};
 };
 
-TEST_F(QXPosTest, UploadNumbersGroupsAndSinglesAndTakesTheLastSequence) {
+TEST_F(QXPosTest, UploadNumbersGroupsAndSinglesAndKeepsTheLastSequence) {
     SetBlock(pos.PosData(), {50}, {99}); // replaced by the upload
     keyboard.Put(MODULE_POS,
                  Bytes("01 05 00*30"            // key 1: opens group 1
@@ -123,7 +123,7 @@ TEST_F(QXPosTest, UploadNumbersGroupsAndSinglesAndTakesTheLastSequence) {
     EXPECT_EQ(Describe(pos.PosData()), "1: 1 5 sends   5\n2: 2 sends   7  8\n3: 3 4 sends   6\n"
                                        "6: 6 sends \n");
     EXPECT_EQ(Block(1).BlockID(), 1);
-    EXPECT_EQ(Block(2).BlockID(), 2); // may be that of a group
+    EXPECT_EQ(Block(2).BlockID(), 2); // may be equal to a group's
     EXPECT_EQ(Block(3).BlockID(), 2);
     EXPECT_EQ(Block(6).BlockID(), 3);
     EXPECT_EQ(Block(6).ColorID(), 3);
@@ -144,7 +144,7 @@ TEST_F(QXPosTest, AGroupAbove105EndsTheUpload) {
     const TraceLog trace;
     keyboard.Upload(pos);
     EXPECT_EQ(Describe(pos.PosData()), "1: 1 sends   5\n");
-    EXPECT_EQ(pos.PosData().BlockNum(), 0); // counted and shown at the end only
+    EXPECT_EQ(pos.PosData().BlockNum(), 0); // counted and shown only at the end
     EXPECT_EQ(Key(1).Caption, "");
     EXPECT_TRUE(trace.Has("Error in QXPos.DataUpload 9 - POS group 106 is not one of 1 to 105"));
 }
@@ -154,7 +154,7 @@ TEST_F(QXPosTest, DownloadOfUnusualModels) {
     for (Integer code = 1; code <= 40; ++code) // cut to 31
         Block(1).Sequence().AddByte(code);
     SetBlock(pos.PosData(), {3, 5}, {1});
-    SetBlock(pos.PosData(), {8, 5}, {-1}); // key 5 goes to the later block, whose record shrinks
+    SetBlock(pos.PosData(), {8, 5}, {-1}); // key 5 belongs to the later block, whose record shrinks
     keyboard.Download(pos);
     EXPECT_TRUE(
         keyboard.Holds(MODULE_POS, Bytes("1F FF 00*31  02 01 00*30  FF 00*31  03 00*31"), 31));
@@ -163,7 +163,7 @@ TEST_F(QXPosTest, DownloadOfUnusualModels) {
 
     Block(9).AddKey(106);
     keyboard.driver.image.assign(FakeDriver::kSize, '\x77');
-    pos.DataDownload(true); // such a model is not encoded at all
+    pos.DataDownload(true); // such a model is not encoded
     EXPECT_TRUE(keyboard.driver.image == std::string(FakeDriver::kSize, '\x77'));
 
     keyboard.driver.end = 4096 + 3359; // a failed read
@@ -191,7 +191,7 @@ TEST_F(QXPosTest, GridShowsBlocksInTheirColours) {
     EXPECT_EQ(Key(9).BackColor, 11);
 }
 
-TEST_F(QXPosTest, EditAndCleanAllNeedTheHostsYes) {
+TEST_F(QXPosTest, EditAndCleanAllNeedTheHostsConsent) {
     SetBlock(pos.PosData(), {3}, {1});
     int refreshed = 0;
     const Subscription noted = pos.Refreshed.Subscribe([&] { ++refreshed; });
@@ -201,7 +201,7 @@ TEST_F(QXPosTest, EditAndCleanAllNeedTheHostsYes) {
         fCancel = answer;
     };
     Subscription edits, cleans;
-    for (const bool answers : {false, true}) { // nobody answers, then the host declines
+    for (const bool answers : {false, true}) { // no answer, then the host declines
         if (answers) {
             edits = pos.POSEditorRequested.Subscribe(host);
             cleans = pos.RemoveAllBlocks.Subscribe(host);
@@ -239,7 +239,7 @@ TEST(QXPosDisplay, PaintsTheKeysThatItHas) {
     }
     EXPECT_EQ(clicked, std::vector<Integer>{150});
     EXPECT_EQ(display.Focus(), 150);
-    EXPECT_TRUE(display.cmdPOS[105].Visible && last.Visible); // named, unlike the others
+    EXPECT_TRUE(display.cmdPOS[105].Visible && last.Visible); // named, unlike the other extra keys
     EXPECT_FALSE(display.cmdPOS[106].Visible || display.cmdPOS[149].Visible);
     EXPECT_EQ(last.FontSize, 10);
     display.SetKeyCaption(150, "  ", "");

@@ -14,7 +14,7 @@ struct QXBarcodeTest : testing::Test {
         control.lstPrefGroup_Click();
         refreshed = 0;
     }
-    // Moves a slider of the current page, and tells both sizes and what is shown of them.
+    // Moves a slider of the current page; returns both sizes and their display.
     std::string Slide(Integer Index, Integer nValue) {
         control.slidRange[static_cast<std::size_t>(Index)].Value = nValue;
         control.slidRange_Change(Index);
@@ -50,7 +50,7 @@ TEST_F(QXBarcodeTest, ShowsEitherOptionsOrAReader) {
     EXPECT_EQ(control.chkReader[1].Value, 0);
     EXPECT_EQ(control.lblReader[0].Caption, "30 158");
 
-    QXKeyboardLayoutData layout; // none is open, so that keys have no names
+    QXKeyboardLayoutData layout; // not opened, so keys have no names
     layout.SetUpCodePrefix("up");
     control.SetLayoutSource(&layout);
     EXPECT_EQ(control.lblReader[0].Caption, " ");
@@ -101,7 +101,7 @@ TEST_F(QXBarcodeTest, EditsHeaderAndTerminatorThroughTheSameEvent) {
     SetCodes(control.Reader(1).Header(), {30});
     SetCodes(control.Reader(1).Terminator(), {28});
     Open(BP_Reader_1);
-    control.cmdEdit_Click(1); // nobody answers
+    control.cmdEdit_Click(1); // no answer
     EXPECT_FALSE(control.DataChanged());
 
     std::string asked;
@@ -126,11 +126,11 @@ TEST_F(QXBarcodeTest, EditsHeaderAndTerminatorThroughTheSameEvent) {
     EXPECT_EQ(refreshed, 1);
 }
 
-TEST_F(QXBarcodeTest, RemovesOnlyWhenToldAndWithoutMarkingAChange) {
+TEST_F(QXBarcodeTest, RemovesOnlyWithTheHostsConsentAndMarksNoChange) {
     SetCodes(control.Reader(2).Header(), {30});
     SetCodes(control.Reader(2).Terminator(), {28});
     Open(BP_Reader_2);
-    control.cmdRemove_Click(0); // nobody answers
+    control.cmdRemove_Click(0); // no answer
     EXPECT_EQ(control.Reader(2).Header().Length(), 1);
 
     const auto host = control.RemoveHeader.Subscribe([](bool& fRemoveIt) { fRemoveIt = true; });
@@ -147,7 +147,7 @@ TEST_F(QXBarcodeTest, RemovesOnlyWhenToldAndWithoutMarkingAChange) {
     EXPECT_EQ(refreshed, 1);
 }
 
-TEST_F(QXBarcodeTest, KeysThatMoveAboutDoNotEdit) {
+TEST_F(QXBarcodeTest, NavigationKeysDoNotEdit) {
     Open(BP_Reader_1);
     SetCodes(control.Reader(1).Terminator(), {28});
     std::vector<Integer> asked;
@@ -175,11 +175,11 @@ TEST_F(QXBarcodeTest, SlidersStayInTheLimitsAndDragEachOther) {
     EXPECT_FALSE(control.DataChanged());
     EXPECT_EQ(refreshed, 5);
 
-    control.BitPage(BP_Code128).SetMinSize(200); // as a keyboard may have it: shown as it is
+    control.BitPage(BP_Code128).SetMinSize(200); // as stored in some keyboard: shown unchanged
     Open(BP_Code128);
     EXPECT_EQ(control.slidRange[0].Max, 200);
     EXPECT_EQ(control.lblCurrSize[0].Caption, "200");
-    EXPECT_EQ(Slide(0, 199), "128-128 128=128 128=128"); // moved, it is back in the limits
+    EXPECT_EQ(Slide(0, 199), "128-128 128=128 128=128"); // moving it brings it back into the limits
     EXPECT_EQ(control.slidRange[0].Max, 128);
     EXPECT_EQ(Slide(1, 30), "30-30 30=30 30=30");
     Open(BP_Reader_1);
@@ -190,16 +190,16 @@ TEST_F(QXBarcodeTest, SlidersStayInTheLimitsAndDragEachOther) {
 
 TEST_F(QXBarcodeTest, MarksOptionsThatChangeAndReadersAlways) {
     Open(BP_EAN);
-    control.chkBarOption_Click(0); // as it was
+    control.chkBarOption_Click(0); // unchanged
     EXPECT_FALSE(control.DataChanged());
-    control.chkBarOption[0].Value = 2; // greyed is not on
+    control.chkBarOption[0].Value = 2; // greyed does not count as on
     control.chkBarOption_Click(0);
     EXPECT_FALSE(control.BitPage(BP_EAN).Flag(0).Value());
     EXPECT_TRUE(control.DataChanged());
 
     control.SetDataChanged(false);
     Open(BP_Reader_1);
-    control.chkReader_Click(0); // as it was
+    control.chkReader_Click(0); // unchanged
     EXPECT_TRUE(control.DataChanged());
     control.chkReader[1].Value = 0;
     control.chkReader_Click(1);
@@ -207,7 +207,7 @@ TEST_F(QXBarcodeTest, MarksOptionsThatChangeAndReadersAlways) {
     EXPECT_TRUE(control.Reader(2).TerminatorEnabled());
 }
 
-TEST_F(QXBarcodeTest, KeepsWhatTheBlockDoesNotStoreAndWhatItCannotRead) {
+TEST_F(QXBarcodeTest, KeepsSettingsThatAreNotStoredOrNotReadable) {
     Open(BP_CommonSettings);
     keyboard.Put(MODULE_BARCODE_CONFIG, Bytes("00*50"));
     keyboard.Upload(control);
@@ -221,13 +221,13 @@ TEST_F(QXBarcodeTest, KeepsWhatTheBlockDoesNotStoreAndWhatItCannotRead) {
     keyboard.driver.image.assign(FakeDriver::kSize, '\xFF');
     keyboard.driver.end = 0x2031;
     const TraceLog trace;
-    control.DataUpload(true); // the headers are read, the configuration lacks its last byte
+    control.DataUpload(true); // reads the headers; the configuration's last byte is missing
     EXPECT_TRUE(trace.Has("QXBarcode.DataUpload failed at 2000"));
     EXPECT_EQ(control.Reader(1).Header().Length(), 32);
     EXPECT_EQ(control.BitPage(BP_CodaBar).MaxSize(), 60);
 }
 
-TEST_F(QXBarcodeTest, EndsTheDownloadAtACodeLengthThatIsNoByte) {
+TEST_F(QXBarcodeTest, EndsTheDownloadAtACodeLengthOutOfRange) {
     keyboard.driver.image.assign(FakeDriver::kSize, '\x55');
     SetCodes(control.Reader(1).Header(), {30});
     control.BitPage(BP_Code25_Overlapped).SetMaxSize(256);
@@ -266,7 +266,7 @@ TEST_F(QXBarcodeTest, EndsATransferAtTheFirstRefusedAccess) {
 }
 
 TEST_F(QXBarcodeTest, ASequenceWithoutASlotMovesTheOthersForward) {
-    SetCodes(control.Reader(1).Header(), {30, -1}); // has no slot: all others move forward
+    SetCodes(control.Reader(1).Header(), {30, -1}); // has no slot, so the others move forward
     SetCodes(control.Reader(1).Terminator(), {28});
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_BARCODE_HEADERS, Bytes("1C 00*31 00*64 20*32")));

@@ -7,7 +7,7 @@ namespace qx::test {
 namespace {
 
 struct QXMagnetCardTest : testing::Test {
-    // The keyboard tells which tracks it has in the upper half of its capability byte.
+    // The upper half of the capability byte reports the keyboard's tracks.
     void HasTracks(Byte bCapabilities) {
         keyboard.driver.image[0x7FF] = static_cast<char>(bCapabilities);
         keyboard.access.Init();
@@ -23,7 +23,7 @@ struct QXMagnetCardTest : testing::Test {
 TEST_F(QXMagnetCardTest, ListsTheTracksThatTheKeyboardHas) {
     HasTracks(0x60);
     EXPECT_EQ(control.trackList.Items, (std::vector<std::string>{"#Track2#", "#Track3#"}));
-    EXPECT_EQ(control.trackList.ListIndex, -1); // track 1 is current, but not there
+    EXPECT_EQ(control.trackList.ListIndex, -1); // track 1 is current but does not exist
     EXPECT_FALSE(control.cmdCreate[0].Enabled || control.lblCurrTerminator.Enabled);
 
     SetCodes(control.Track3().Header(), {3});
@@ -34,7 +34,7 @@ TEST_F(QXMagnetCardTest, ListsTheTracksThatTheKeyboardHas) {
     EXPECT_TRUE(control.cmdCreate[0].Enabled && control.lblCurrTerminator.Enabled);
     EXPECT_EQ(refreshed, 1);
 
-    HasTracks(0xF0); // the current track stays, at another place
+    HasTracks(0xF0); // the current track stays selected, at another index
     EXPECT_EQ(control.trackList.ListIndex, 2);
     control.Track1().SetCaption("Loyalty");
     control.Translate();
@@ -58,7 +58,7 @@ TEST_F(QXMagnetCardTest, EditsAsTheHostAnswers) {
         };
     };
 
-    control.cmdCreate_Click(0); // nobody answers
+    control.cmdCreate_Click(0); // no answer
     EXPECT_EQ(control.Track2().Header().KeyString(), " 30158");
 
     control.SetDataChanged(false);
@@ -77,14 +77,14 @@ TEST_F(QXMagnetCardTest, EditsAsTheHostAnswers) {
     EXPECT_EQ(control.Track2().Terminator().Length(), 2);
     EXPECT_EQ(control.lblCurrTerminator.Caption, "7 135");
     EXPECT_EQ(control.lblCurrHeader.Caption, "30 158");
-    QXKeyboardLayoutData layout; // none is open, so that keys have no names
+    QXKeyboardLayoutData layout; // not opened, so keys have no names
     layout.SetUpCodePrefix("up");
     control.chkShowDetails.Value = 1;
     control.SetLayoutSource(&layout);
     EXPECT_EQ(control.lblCurrHeader.Caption, " up ");
     control.SetLayoutSource(nullptr);
     EXPECT_TRUE(control.DataChanged());
-    EXPECT_EQ(refreshed, 3); // the edit, and twice the layout
+    EXPECT_EQ(refreshed, 3); // once for the edit, twice for the layout
 }
 
 TEST_F(QXMagnetCardTest, RemovesUnlessTheHostForbids) {
@@ -97,7 +97,7 @@ TEST_F(QXMagnetCardTest, RemovesUnlessTheHostForbids) {
         EXPECT_EQ(control.Track1().Header().Length(), 1);
         EXPECT_FALSE(control.DataChanged());
     }
-    control.cmdRemove_Click(0); // nobody answers
+    control.cmdRemove_Click(0); // no answer
     EXPECT_EQ(control.Track1().Header().Length(), 0);
     EXPECT_EQ(control.Track1().Terminator().Length(), 1);
     EXPECT_TRUE(control.DataChanged());
@@ -198,12 +198,12 @@ TEST_F(QXMagnetCardTest, WritesItsThreeBytesOfTheConfigurationOnly) {
     EXPECT_EQ(keyboard.lastRequests,
               (std::vector<FakeDriver::Request>{{4, 0x1000, 256}, {1, 0x2005, 3}}));
 
-    SetCodes(control.Track1().Header(), {30, -1}); // has no slot: all others move forward
+    SetCodes(control.Track1().Header(), {30, -1}); // has no slot, so the others move forward
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_MAGNET_HEADERS, Bytes("00*192 09 00*31 20*32")));
 }
 
-TEST_F(QXMagnetCardTest, KeepsWhatItCannotRead) {
+TEST_F(QXMagnetCardTest, KeepsSettingsThatItCannotRead) {
     HasTracks(0xF0);
     keyboard.driver.image.assign(FakeDriver::kSize, '\xFF');
     SetCodes(control.Track1().Header(), {30});
@@ -216,7 +216,7 @@ TEST_F(QXMagnetCardTest, KeepsWhatItCannotRead) {
     EXPECT_TRUE(trace.Has("QXMagnetCard.DataUpload failed at 1000"));
 
     keyboard.driver.end = 0x2007;
-    control.DataUpload(true); // the sequences are read, the switches are not
+    control.DataUpload(true); // reads the sequences but not the switches
     EXPECT_EQ(control.Track1().Header().Length(), 32);
     EXPECT_FALSE(control.ReaderOptions().VerifyLRC().Value());
     EXPECT_FALSE(control.Track1().HeaderEnabled());

@@ -6,7 +6,7 @@
 namespace qx::test {
 namespace {
 
-// 32 codes 0x41, which fill their slot.
+// 32 codes 0x41 fill their slot completely.
 const std::string kFull = [] {
     std::string codes;
     for (int i = 0; i < 32; ++i)
@@ -28,7 +28,7 @@ void RandomiseTrack(MagneticTrack& track, std::mt19937& random) {
 
 // --- the magnetic-stripe reader
 
-// The switches that are on, in the order of their bits.
+// The switches that are on, in bit order.
 std::string SwitchesOf(const MagneticSettings& settings) {
     std::string on;
     const auto add = [&](bool isOn, const std::string& name) { on += isOn ? name + " " : ""; };
@@ -126,7 +126,7 @@ TEST(MagneticSwitches, EveryBitIsOneSwitchOrIgnored) {
 
 // --- the barcode reader
 
-// Flags that follow one another in a byte, from the more significant bit to the less.
+// Consecutive flags in a byte, most significant bit first.
 struct Run {
     int byte;
     int firstBit;
@@ -159,7 +159,7 @@ BlockRow BarcodeRow() {
     row.name = "Barcode";
     row.directory = {{MODULE_BARCODE_CONFIG, 0x1000}, {MODULE_BARCODE_HEADERS, 0x2000}};
     row.make = [](const Platform& platform) { return std::make_unique<QXBarcode>(platform); };
-    row.fill = [](ModuleControl& filled) { // the rest by default
+    row.fill = [](ModuleControl& filled) { // default values for the rest
         auto& control = dynamic_cast<QXBarcode&>(filled);
         for (Integer page = BP_Code39; page <= BP_Plessey; ++page) {
             control.BitPage(page).SetMinSize(page);
@@ -250,7 +250,7 @@ TEST(BarcodeDefaults, AreThoseOfTheDevice) {
 }
 
 TEST(ReadersWithoutTheirModules, TransferNothing) {
-    // Each lacks one; the address of the magnetic switches would then be one that can be read.
+    // Each lacks one module; the magnetic switches' address would then be readable by mistake.
     TestKeyboard keyboard({{MODULE_MAGNET_HEADERS, 0x1000}, {MODULE_BARCODE_HEADERS, 0x2000}});
     const std::string untouched(FakeDriver::kSize, '\xFF');
     keyboard.driver.image = untouched;
@@ -262,7 +262,7 @@ TEST(ReadersWithoutTheirModules, TransferNothing) {
         control.PrepareDataUpload(true);
         control.PrepareDataDownload(true);
         control.DataDownload(true);
-        control.DataUpload(true); // without a box
+        control.DataUpload(true); // without a message box
         return keyboard.boxes.texts;
     };
     for (QXKeyboardAccess* access : {static_cast<QXKeyboardAccess*>(nullptr), &keyboard.access}) {

@@ -15,12 +15,12 @@ struct Stored {
     const char* subKey;
     const char* valueName;
     Long value;     // a value that is not the default; Booleans -1 and 0
-    Long whenEmpty; // what Load makes of an empty registry
+    Long whenEmpty; // the value Load yields with an empty registry
 };
 
 constexpr Long kFace = std::numeric_limits<Long>::min() + 15;
 
-// As the device program's own registry has them.
+// As in the registry of the device program.
 const Stored kStored[] = {
     {"AdvancedEditor", "Common", "InvokeSequencer", 1, 0},
     {"PreferedAppLang", "Common", "Language", 1031, 0},
@@ -146,12 +146,12 @@ TEST_F(QXProgSettingsTest, SetDefaultsDiffersFromAnEmptyRegistry) {
     EXPECT_EQ(settings.PosCodePage(), "page.bin");
 }
 
-TEST_F(QXProgSettingsTest, TakesTheDefaultForWhatAHandHasSpoilt) {
+TEST_F(QXProgSettingsTest, UsesTheDefaultForInvalidEntries) {
     registry.SetPath(kRoot + "Common");
     registry.WriteNumber("Key Font Size", 32768);
     registry.WriteString("Language", "German");
     registry.WriteNumber("CodePage", 7);
-    registry.WriteNumber("AutoSave", 2); // any number but 0 is true
+    registry.WriteNumber("AutoSave", 2); // any number except 0 is true
     registry.SetPath(kRoot + "StartWizard");
     registry.WriteNumber("Selection", -40000);
     settings.Load();
@@ -162,7 +162,7 @@ TEST_F(QXProgSettingsTest, TakesTheDefaultForWhatAHandHasSpoilt) {
     EXPECT_EQ(settings.GetShowStartupAction(), 0);
 }
 
-TEST_F(QXProgSettingsTest, ReportsAPosBlockThatThereIsNot) {
+TEST_F(QXProgSettingsTest, ReportsAnUnknownPosBlock) {
     EXPECT_EQ(settings.POSColorBlock(10), 0);
     EXPECT_EQ(settings.POSColorBlock(-1), 0);
     settings.DefPOSColorBlock(10, 1);
@@ -174,10 +174,10 @@ TEST_F(QXProgSettingsTest, ReportsAPosBlockThatThereIsNot) {
     EXPECT_EQ(settings.POSColorBlock(9), 5);
 }
 
-TEST_F(QXProgSettingsTest, KnowsWhetherThereIsSomethingToSave) {
+TEST_F(QXProgSettingsTest, DetectsUnsavedChanges) {
     settings.SetShowUpcodes(true);
     settings.SetWinParam(0, 1, 2, 3, 4);
-    EXPECT_FALSE(settings.DataChanged()); // the same value, and what Save does not write
+    EXPECT_FALSE(settings.DataChanged()); // the same value, and one that Save does not write
     settings.SetPosCodePage("page.bin");
     EXPECT_TRUE(settings.DataChanged());
     settings.Save();
@@ -189,7 +189,7 @@ TEST_F(QXProgSettingsTest, KnowsWhetherThereIsSomethingToSave) {
     EXPECT_TRUE(settings.ShowUpcodes());
 }
 
-TEST_F(QXProgSettingsTest, SetsByNameOnlyWhatFits) {
+TEST_F(QXProgSettingsTest, SetsOnlyValidValuesByName) {
     EXPECT_THROW((void)settings.Get("autosave"), std::invalid_argument);
     EXPECT_THROW(settings.Set("AutoSave", Long{1}), std::invalid_argument);
     EXPECT_THROW(settings.Set("KeyFontSize", std::string("9")), std::invalid_argument);
@@ -199,7 +199,7 @@ TEST_F(QXProgSettingsTest, SetsByNameOnlyWhatFits) {
     settings.Set("CommandDelta", Long{32768});
     EXPECT_EQ(settings.CommandDelta(), 32768);
 
-    settings.Set("LastDownloadFile", std::string("cash.json")); // at once
+    settings.Set("LastDownloadFile", std::string("cash.json")); // saved at once
     EXPECT_EQ(QXProgSettings(registry).GetLastDownloadFile(), "cash.json");
     settings.SetShowStartupWizard(false);
     EXPECT_EQ(QXProgSettings(registry).Get("ShowStartupWizard"), QXProgSettings::Value(false));

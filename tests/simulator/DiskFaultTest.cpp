@@ -1,4 +1,4 @@
-// A loss of power at any moment, and a disk of which any call fails: files stay whole.
+// A power failure at any moment, and a disk on which any call fails: files stay intact.
 
 #include "files/Files.h"
 #include "support/RecordingDisk.h"
@@ -18,8 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// One of the things that are done with files, and what may be in the folder's "file" meanwhile and
-// afterwards; none: no such file.
+// An operation on files, and the allowed contents of the folder's "file" during and after it; none
+// if the file may be missing.
 using Bytes = std::optional<std::string>;
 struct DiskStory {
     const char* name;
@@ -63,7 +63,7 @@ Bytes BytesIn(const fs::path& folder) {
 
 } // namespace
 
-// Whenever the power goes, a file is whole, and what has been reported as done is on the disk.
+// Whenever the power fails, each file is intact, and everything reported as done is on the disk.
 TEST(DiskFault, FilesSurviveALossOfPowerAtAnyMoment) {
     for (const DiskStory& story : kDiskStories) {
         SCOPED_TRACE(story.name);
@@ -88,8 +88,8 @@ TEST(DiskFault, FilesSurviveALossOfPowerAtAnyMoment) {
     }
 }
 
-// Whichever call of the system fails, the file is old or new, nothing is called done that is not,
-// and nothing is left beside it.
+// Whichever system call fails, the file has its old or new content, no failure is reported as
+// success, and no other file is left behind.
 TEST(DiskFault, FilesAreWholeWhicheverCallFails) {
     for (const DiskStory& story : kDiskStories)
         for (int call = 1;; ++call) {

@@ -1,4 +1,4 @@
-// Files are replaced whole or not at all, and claimed by one at a time.
+// Files are replaced completely or not at all, and locked by one program at a time.
 
 #include "files/Files.h"
 #include "files/Sha256.h"
@@ -30,7 +30,7 @@ std::string Refusal(const std::function<void()>& action) {
     }
 }
 
-// Whether another process gets the claim.
+// Whether another process gets the lock.
 bool AnotherProcessLocks(const fs::path& file) {
     const pid_t child = fork();
     if (child == 0) {
@@ -70,7 +70,7 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
         EXPECT_NE(reason.find("File too large"), std::string::npos) << reason;
     }
     EXPECT_EQ(files::ReadFile(file), "old");
-    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1) << "a rest is left";
+    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1) << "a file is left";
 
     EXPECT_NE(Refusal([&] {
                   files::WriteFileAtomically(folder / "absent/file", "x");
@@ -91,8 +91,8 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
-// Paths that the system would not open are not made up into others, and what the user has locked
-// stays, whoever owns it.
+// Paths that the system would not open are not corrected to others, and write-protected files stay
+// unchanged, whoever owns them.
 TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
     const TempFolder folder;
     const fs::path file = folder / "file";
@@ -101,7 +101,7 @@ TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
         return Refusal([&] { files::WriteFileAtomically(path, "new"); });
     };
     EXPECT_NE(refusal(folder / "nosub/../file").find("there is no folder"), std::string::npos);
-    EXPECT_FALSE(files::IsSameFile(folder / "nosub/../file", file)) << "there is no such path";
+    EXPECT_FALSE(files::IsSameFile(folder / "nosub/../file", file)) << "the path does not exist";
     fs::create_directory(folder / "sub");
     fs::create_hard_link(file, folder / "other name");
     EXPECT_TRUE(files::IsSameFile(folder / "sub/../file", folder / "other name"));
@@ -113,7 +113,7 @@ TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
     if (geteuid() == 0) {
         fs::permissions(file.parent_path(), fs::perms::all);
         ASSERT_EQ(seteuid(65534), 0);
-        EXPECT_NE(refusal(file).find("write-protected"), std::string::npos) << "of another user";
+        EXPECT_NE(refusal(file).find("write-protected"), std::string::npos) << "another user's";
         ASSERT_EQ(seteuid(0), 0);
     }
     EXPECT_EQ(files::ReadFile(file), "old");
@@ -137,7 +137,7 @@ TEST(Files, MayHaveTheLongestNames) {
         EXPECT_EQ(files::ReadFile(file), last);
         EXPECT_LE(files::FileLock::LockName(file).filename().string().size(), 255U);
         files::FileLock first(file);
-        EXPECT_TRUE(first.TryLock()) << "another file's name is cut alike";
+        EXPECT_TRUE(first.TryLock()) << "another file has the same shortened name";
         files::FileLock second(file);
         EXPECT_FALSE(second.TryLock());
     }
@@ -182,8 +182,8 @@ TEST(Files, AreReadToTheirEndOrNotAtAll) {
               std::string::npos);
 }
 
-// What a program prints never gets into a file that happens to be opened as its standard output.
-TEST(Files, AreNoStandardStreams) {
+// Printed output never goes to a file that happens to be opened in place of standard output.
+TEST(Files, AreNeverOpenedAsStandardStreams) {
     const TempFolder folder;
     const auto inChild = [&](const std::function<void()>& open) {
         const pid_t child = fork();
@@ -231,7 +231,7 @@ TEST(Files, WrittenByOthersAreReplacedWholeToo) {
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
     EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(files::ReadFile(folder / "file.part"), "the user's own");
-    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 3) << "a rest is left";
+    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 3) << "a file is left";
     for (const char* refused : {"/dev/null", "/", "/tmp/"})
         EXPECT_NE(Refusal([&] {
                       files::WriteFileAtomically(refused, [](const fs::path&) { FAIL(); });
@@ -239,18 +239,18 @@ TEST(Files, WrittenByOthersAreReplacedWholeToo) {
                   std::string::npos);
 }
 
-TEST(Files, AreClaimedByOneAtATime) {
+TEST(Files, AreLockedByOneAtATime) {
     const TempFolder folder;
     const fs::path file = folder / "file";
     {
         files::FileLock lock(file);
         EXPECT_TRUE(lock.TryLock());
-        EXPECT_TRUE(lock.TryLock()) << "it has it already";
+        EXPECT_TRUE(lock.TryLock()) << "it already holds the lock";
         files::FileLock second(file);
         EXPECT_FALSE(second.TryLock());
         EXPECT_FALSE(AnotherProcessLocks(file));
         files::WriteFileAtomically(file, "replaced");
-        EXPECT_FALSE(second.TryLock()) << "replacing the file must not end the claim";
+        EXPECT_FALSE(second.TryLock()) << "replacing the file must not release the lock";
     }
     EXPECT_TRUE(AnotherProcessLocks(file));
     EXPECT_NE(Refusal([&] { files::FileLock lock(folder / "absent/file"); }), "");
@@ -287,7 +287,7 @@ TEST(Files, MadeForTheUserAreTheUsersOwn) {
     }
 }
 
-// The examples of the standard, and sizes at which the padding takes another block.
+// The standard's examples, and sizes at which the padding needs another block.
 TEST(Files, HashOfTheStandard) {
     const std::pair<std::string, const char*> cases[] = {
         {"", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},

@@ -1,4 +1,4 @@
-// The promises about files where another program may be in the way, and names are UTF-16.
+// The guarantees for files when another program is in the way, and UTF-16 names.
 #include "files/Files.h"
 #include "files/System.h"
 #include "files/SystemTexts.h"
@@ -31,7 +31,7 @@ std::string Refusal(const std::function<void()>& action) {
     return {};
 }
 
-// Open so that nobody may replace or remove the file.
+// Opens the file so that nobody else may replace or delete it.
 HANDLE OpenAlone(const fs::path& file) {
     return CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
                        nullptr);
@@ -53,7 +53,7 @@ TEST(WindowsFiles, AReaderHoldsAWriteUpAndDoesNotMakeItFail) {
     reading.join();
     EXPECT_EQ(ReadFile(file), "new");
 
-    // One that stays makes the write fail, and the file is as it was.
+    // A reader that stays makes the write fail, and the file is unchanged.
     reader = OpenAlone(file);
     const std::string refusal = Refusal([&] { WriteFileAtomically(file, "newer"); });
     EXPECT_EQ(refusal.find(TextOf(file) + " cannot be written: "), 0U) << refusal;
@@ -76,7 +76,7 @@ TEST(WindowsFiles, NamesHaveAllLetters) {
         names.insert(TextOf(entry.path().filename()));
     EXPECT_EQ(names, (std::set<std::string>{name, name + ".lock"}));
     EXPECT_EQ(TextOf(PathOf(name)), name);
-    // Half of a pair is no letter, and no reason to fail.
+    // An unpaired surrogate is not a character, but must not cause a failure.
     EXPECT_EQ(TextOf(fs::path(L"a\xD800z")), "a\xEF\xBF\xBDz");
     SetEnvironmentVariableW(L"QX_TEST", L"\x20AC");
     EXPECT_EQ(Variable("QX_TEST"), "\xE2\x82\xAC");
@@ -99,7 +99,7 @@ TEST(WindowsFiles, OneOfManyWritersMakesANewFile) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "."), {}), kFiles);
 }
 
-TEST(WindowsFiles, AClaimIsOneObjects) {
+TEST(WindowsFiles, ALockBelongsToOneObject) {
     const test::TempFolder folder;
     FileLock other(folder / "file");
     {
@@ -111,7 +111,7 @@ TEST(WindowsFiles, AClaimIsOneObjects) {
     EXPECT_TRUE(other.TryLock());
 }
 
-TEST(WindowsFiles, WhatCannotBeReadOrWrittenIsNamed) {
+TEST(WindowsFiles, ErrorsNameTheFile) {
     const test::TempFolder folder;
     const fs::path file = folder / "file";
     WriteFileAtomically(file, "text");

@@ -1,4 +1,4 @@
-// Simulated: a simulated keyboard in a folder of its own, in process or through the driver library.
+// Simulated: a simulated keyboard in a temporary folder, in process or as a driver library.
 #pragma once
 
 #include "qxcontrols/device/DriverLibrary.h"
@@ -18,7 +18,7 @@ class Simulated {
 public:
     explicit Simulated(Kind kind) : m_kind(kind) {}
 
-    // A driver for the keyboard, not yet initialised. The one before it is gone.
+    // A new driver for the keyboard, not yet initialised; the previous one is destroyed.
     ConfigDriver& Plug(const std::string& model = "full",
                        const std::string& name = "keyboard.qxk") {
         Unplug();
@@ -38,7 +38,7 @@ public:
         return *m_driver;
     }
 
-    // The same, ready for use.
+    // The same, initialised.
     ConfigDriver& Open(const std::string& model = "full",
                        const std::string& name = "keyboard.qxk") {
         Plug(model, name);
@@ -53,7 +53,8 @@ public:
         else
             Own<void, Long, Long, Long>("QXSIM_FailCall", n, lStatus, forEver ? 1 : 0);
     }
-    // What the library writes into a buffer of this size, behind which all stays as it is.
+    // The text that the library writes to a buffer of this size; the bytes after it must not
+    // change.
     std::string StatusText(Long lStatus, std::size_t size) {
         std::string buffer(size + 8, '~');
         const auto length = Own<Long, Long, char*, Long>("QXSIM_StatusText", lStatus, buffer.data(),
@@ -69,7 +70,7 @@ public:
         else
             Own<void, Long>("QXSIM_StopTransferAfter", lBytes);
     }
-    void LieFrom(std::int32_t seed) { // a negative seed ends the lies
+    void LieFrom(std::int32_t seed) { // a negative seed cancels the request
         if (m_kind == Kind::Library)
             Own<void, std::int32_t>("QXSIM_LieFrom", seed);
         else if (seed < 0)
@@ -93,7 +94,7 @@ public:
         EXPECT_EQ(
             m_driver->QXCFG_ImageWrite(lAddress, bytes.data(), static_cast<Long>(bytes.size())), 0);
     }
-    // The keyboard's memory, through the image.
+    // The keyboard's memory, read through the image.
     [[nodiscard]] std::string Memory(Long lAddress, Long lSize) {
         m_driver->QXCFG_MemRequestClean();
         EXPECT_EQ(m_driver->QXCFG_MemRequestAdd(0, lAddress, lSize), 0);
@@ -112,11 +113,11 @@ private:
 
     Kind m_kind;
     std::unique_ptr<ConfigDriver> m_driver;
-    sim::SimulatedDriver* m_inProcess = nullptr; // m_driver, where it is one
-    DriverLibrary* m_library = nullptr;          // the same
+    sim::SimulatedDriver* m_inProcess = nullptr; // m_driver, if it is in process
+    DriverLibrary* m_library = nullptr;          // m_driver, if it is a library
 };
 
-// For tests of both kinds.
+// For tests with both kinds.
 class SimulatedKeyboard : public testing::TestWithParam<Kind> {
 protected:
     Simulated keyboard{GetParam()};
@@ -126,7 +127,7 @@ inline std::string NameOfKind(const testing::TestParamInfo<Kind>& info) {
     return info.param == Kind::InProcess ? "InProcess" : "Library";
 }
 
-inline constexpr Long kPlace = 0x3000; // of the free keys in the model "full"
+inline constexpr Long kPlace = 0x3000; // of the free keys in model "full"
 
 inline Long Number(sim::Status status) {
     return static_cast<Long>(status);

@@ -1,4 +1,4 @@
-// Transfers of a simulated keyboard: their progress, and the faults and lies that are asked for.
+// Transfers of a simulated keyboard: progress, and injected faults.
 
 #include "Simulated.h"
 
@@ -23,7 +23,7 @@ struct Message {
     bool operator==(const Message&) const = default;
 };
 std::vector<Message> theMessages;
-ConfigDriver* theDriverToCall = nullptr; // from inside a message
+ConfigDriver* theDriverToCall = nullptr; // called from inside a message
 Long theNestedStatus = 0;
 
 void QX_DRIVER_CALL Post(Long hWindow, Long lMsg, Long wParam, Long lParam) {
@@ -34,14 +34,14 @@ void QX_DRIVER_CALL Post(Long hWindow, Long lMsg, Long wParam, Long lParam) {
 
 } // namespace
 
-TEST_P(SimulatedTransfers, BreaksATransferOffWhereItIsToldTo) {
+TEST_P(SimulatedTransfers, StopsATransferWhereRequested) {
     ConfigDriver& driver = keyboard.Open();
     const std::string old(600, '\0');
     const std::string fresh(600, 'n');
     for (const Long end : {0, 1, 255, 256, 299, 300, 301, 556, 599}) {
         SCOPED_TRACE(end);
         const auto moved = static_cast<std::size_t>(end);
-        const auto request = [&] { // the later half first
+        const auto request = [&] { // the later part first
             driver.QXCFG_MemRequestClean();
             driver.QXCFG_MemRequestAdd(5, kPlace + 300, 300);
             driver.QXCFG_MemRequestAdd(5, kPlace, 300);
@@ -58,7 +58,7 @@ TEST_P(SimulatedTransfers, BreaksATransferOffWhereItIsToldTo) {
 
         keyboard.PutImage(kPlace, old);
         request();
-        EXPECT_EQ(driver.QXCFG_ImageSave(), 0) << "the next one is not to break off";
+        EXPECT_EQ(driver.QXCFG_ImageSave(), 0) << "the next transfer must not be stopped";
         keyboard.PutImage(kPlace, fresh);
         keyboard.StopTransferAfter(end);
         EXPECT_EQ(driver.QXCFG_ImageLoad(), Number(Status::TransferStopped));
@@ -89,7 +89,7 @@ TEST_P(SimulatedTransfers, PostsItsProgress) {
     driver.QXSIM_SetMessagePoster(&Post);
     driver.QXCFG_MemRequestAdd(5, kPlace, 1024);
     driver.QXCFG_ImageLoad();
-    EXPECT_TRUE(theMessages.empty()) << "nobody has asked for them";
+    EXPECT_TRUE(theMessages.empty()) << "none were requested";
 
     driver.QXCFG_TransferNotification(17, 1025, -1);
     theDriverToCall = &driver;
@@ -111,7 +111,7 @@ TEST_P(SimulatedTransfers, PostsItsProgress) {
     EXPECT_EQ(driver.QXCFG_ImageLoad(), 0);
 }
 
-TEST_P(SimulatedTransfers, FailsTheCallThatItIsToldTo) {
+TEST_P(SimulatedTransfers, FailsTheRequestedCall) {
     ConfigDriver& driver = keyboard.Open();
     std::string buffer(3, '\0');
     const std::vector<std::function<Long()>> calls{
@@ -123,8 +123,7 @@ TEST_P(SimulatedTransfers, FailsTheCallThatItIsToldTo) {
         [&] { return driver.QXCFG_ImageRead(kPlace, buffer.data(), 3); },
     };
     const std::string old(3, '\0');
-    // What the last call reads when the n-th one has failed; all calls do their work without a
-    // fault.
+    // The bytes read by the last call if the n-th one fails; index 0: no call fails.
     const std::vector<std::string> readings{"new", old, "xxx", old, "new", "xxx", old};
     for (const bool forEver : {false, true})
         for (std::size_t n = 0; n <= calls.size(); ++n) {
@@ -145,8 +144,8 @@ TEST_P(SimulatedTransfers, FailsTheCallThatItIsToldTo) {
         }
 }
 
-// What came of a transfer of the bytes `sent` to where `before` was: "whole", "none", "part" or
-// "bit"; else "?". The bytes are in the order of the transfer.
+// Compares the result of a transfer with the bytes `sent` and the previous bytes `before`: "whole",
+// "none", "part" or "bit"; "?" for anything else. The bytes are in transfer order.
 std::string Judge(const std::string& sent, const std::string& before, const std::string& arrived) {
     if (arrived == sent)
         return "whole";
@@ -161,12 +160,12 @@ std::string Judge(const std::string& sent, const std::string& before, const std:
     return isLast && (difference & (difference - 1)) == 0 ? "bit" : "?";
 }
 
-TEST_P(SimulatedTransfers, LiesAsTheSeedSays) {
+TEST_P(SimulatedTransfers, TheSeedDeterminesTheLie) {
     ConfigDriver& driver = keyboard.Open();
     const std::string zeros(600, '\0');
     const std::string fresh(600, '\x99');
     const std::vector<Long> places{kPlace, kPlace + 600, kPlace + 1200};
-    const auto request = [&](Long place) { // the later half first
+    const auto request = [&](Long place) { // the later part first
         driver.QXCFG_MemRequestClean();
         driver.QXCFG_MemRequestAdd(5, place + 300, 300);
         driver.QXCFG_MemRequestAdd(5, place, 300);
@@ -178,7 +177,7 @@ TEST_P(SimulatedTransfers, LiesAsTheSeedSays) {
             EXPECT_EQ(driver.QXCFG_ImageSave(), 0);
         }
     };
-    // What came of three loads over zeros, from a keyboard that should hold fresh bytes.
+    // The results of three loads over zeros, from a keyboard with fresh bytes.
     const auto load = [&] {
         std::string outcomes;
         for (const Long place : places) {

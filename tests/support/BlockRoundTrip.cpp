@@ -43,7 +43,7 @@ TEST_P(BlockRoundTrip, AnyBytesAreDecoded) {
     }
 }
 
-// A driver that refuses to read from some byte on must leave the control usable.
+// A driver that refuses all reads from some address on must leave the control usable.
 TEST_P(BlockRoundTrip, EveryTruncationIsSurvived) {
     for (const GoldenBytes& golden : GetParam().golden) {
         const Long base = keyboard.access.GetBaseAddressForModule(golden.module);
@@ -61,7 +61,7 @@ TEST_P(BlockRoundTrip, EveryTruncationIsSurvived) {
     }
 }
 
-// Who reads a trace must see which control did what.
+// A trace must show which control did what.
 TEST_P(BlockRoundTrip, ProceduresTraceTheirOwnNames) {
     const TraceLog trace;
     const auto control = Make();

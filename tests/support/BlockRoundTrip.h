@@ -23,16 +23,16 @@ struct GoldenBytes {
 struct BlockRow {
     std::string name;
     std::vector<FakeDriver::Entry> directory;
-    // A control as its host would set it up, without its keyboard.
+    // Creates a control, set up as by its host but without a keyboard.
     std::function<std::unique_ptr<ModuleControl>(const Platform&)> make;
-    // Gives the control the settings whose bytes are in `golden`, written out by hand.
+    // Sets the settings whose hand-written bytes are in `golden`.
     std::function<void(ModuleControl&)> fill;
     std::vector<GoldenBytes> golden;
-    // Gives the control any settings that its block can hold.
+    // Sets random settings that the block can hold.
     std::function<void(ModuleControl&, std::mt19937&)> randomise;
-    // The settings that the block stores, as text, for comparison.
+    // The settings stored in the block, as text, for comparison.
     std::function<std::string(const ModuleControl&)> describe;
-    // What the control's child controls show, and what that is once `golden` has been uploaded.
+    // The display of the control's child controls, and its text once `golden` has been uploaded.
     std::function<std::string(const ModuleControl&)> show;
     std::string shown;
 };

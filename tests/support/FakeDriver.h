@@ -1,7 +1,7 @@
 // FakeDriver: the smallest keyboard behind the driver interface, for tests of the control library.
 //
-// Image and memory are plain byte strings; every call is noted by name. The functions named in
-// `statuses` give that status and do nothing but scribble over what they should have filled.
+// Image and memory are plain byte strings; every call is recorded by name. The functions listed in
+// `statuses` return that status and only scribble over their outputs.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
@@ -37,20 +37,20 @@ public:
     std::vector<Entry> directory;
     std::vector<Request> requests;
     std::vector<std::string> calls;
-    bool notesCalls = true; // off: no call is noted, and none fails
+    bool notesCalls = true; // false: calls are not recorded, and none fails
     std::map<std::string, std::int32_t> statuses;
     std::deque<std::int32_t> positionKeys;
     bool positionMode = false;
     std::int32_t layer = -1;
     bool layerKeysWork = true;
-    std::string lastArguments;       // of the functions that only take some
-    std::size_t end = kSize;         // the first address that the image lacks
-    std::size_t fillsAtMost = kSize; // a read that succeeds leaves the bytes after these
-    // The result of the functions whose result means nothing.
+    std::string lastArguments;       // for functions that only receive some
+    std::size_t end = kSize;         // the first address outside the image
+    std::size_t fillsAtMost = kSize; // a successful read leaves the bytes after these unchanged
+    // The result of functions whose result has no meaning.
     std::int32_t ignoredStatus = 0;
-    // Stretches move only when asked for by the id of the module whose area they lie in.
+    // Stretches are transferred only if requested with the id of the module that owns their area.
     bool checksRequests = false;
-    // Told of every call, with its arguments: "QXCFG_ImageRead(4096, 32)".
+    // Called for every call, with its arguments: "QXCFG_ImageRead(4096, 32)".
     std::function<void(const std::string&)> onCall;
 
     std::int32_t QXCFG_SetCommandDelta(std::int32_t lDelta) override {
@@ -63,7 +63,7 @@ public:
     }
     std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
                                                std::int32_t* address) override {
-        *module = MODULE_POS; // scribbled
+        *module = MODULE_POS; // scribbles first
         *address = 0xBAD;
         const std::int32_t status = Note("QXCFG_ConfigDirectoryGetEntry", nIndex);
         if (nIndex < 0 || static_cast<std::size_t>(nIndex) >= directory.size())
@@ -271,8 +271,8 @@ private:
         return 0;
     }
 
-    // Whether the module has the address. The output delay and the code page are asked for with 0,
-    // and the descriptions are not in the directory.
+    // Whether the address belongs to the module. The output delay and the code page are requested
+    // with module 0, and the descriptions are not in the directory.
     [[nodiscard]] bool IsModules(const Request& request) const {
         if (request.module == MODULE_LAYER_FUNCKEY_DESC)
             return request.address >= 70000;

@@ -1,4 +1,4 @@
-// HostileDisk: disks that take no more, and folders that take nothing, while the objects live.
+// HostileDisk: full disks and read-only folders, for the lifetime of the objects.
 #pragma once
 
 #include <csignal>
@@ -9,7 +9,7 @@
 
 namespace qx::test {
 
-// No file can grow beyond so many bytes, as on a full disk.
+// Files cannot grow beyond this many bytes, as on a full disk.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t size) {
@@ -26,8 +26,8 @@ private:
     rlimit m_before{};
 };
 
-// Nothing can be made in the folder. The folder that it lies in, and that one's files, stay open to
-// everybody: the superuser, whom no permission stops, is another user meanwhile.
+// Nothing can be created in the folder. Its parent folder and the files there stay accessible to
+// everybody: the superuser, who is exempt from permissions, becomes another user meanwhile.
 class ReadOnlyFolder {
 public:
     explicit ReadOnlyFolder(const std::filesystem::path& folder) : m_folder(folder) {

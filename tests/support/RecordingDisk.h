@@ -1,9 +1,9 @@
-// RecordingDisk: a disk of which any call can fail, and which knows what a loss of power would
-// leave of the files in a folder.
+// RecordingDisk: a disk on which any call can fail, and which knows the possible states of a
+// folder's files after a power failure.
 //
-// Calls work on the real folder. Beside it stands what is safe: a file's bytes since it was flushed
-// and a folder's names since that was flushed. Of all that came later, any part may be lost and any
-// part kept, in any order.
+// Calls work on the real folder. In parallel it records the durable state: a file's bytes when it
+// was flushed and a folder's names when that was flushed. Any part of the later changes may be lost
+// and any part kept, in any order.
 #pragma once
 
 #include "files/Files.h"
@@ -20,7 +20,7 @@ namespace qx::test {
 
 class RecordingDisk : public files::System {
 public:
-    // What is in the folder is safe.
+    // The folder's current contents count as durable.
     explicit RecordingDisk(Path folder) : m_folder(std::move(folder)), m_replacement(*this) {
         namespace fs = std::filesystem;
         for (const auto& entry : fs::recursive_directory_iterator(m_folder)) {
@@ -32,12 +32,12 @@ public:
         }
     }
 
-    int failingCall = 0; // from 1; 0: none
+    int failingCall = 0; // counted from 1; 0: none
     int calls = 0;
     std::function<void()> afterEach = [] {};
 
-    // Makes every state that a loss of power could leave now, one after the other, in the other
-    // folder, and calls `check` with it.
+    // Creates every possible state after a power failure at this moment, one by one, in the other
+    // folder, and calls `check` for each.
     void ForEachLoss(const Path& other, const std::function<void()>& check) const {
         const std::size_t count = m_pending.size();
         std::vector<std::vector<bool>> kept = {std::vector<bool>(count, false),
@@ -86,7 +86,7 @@ public:
         afterEach();
     }
     void Close(int file, Reason& reason) override {
-        System::Close(file, reason); // in any case
+        System::Close(file, reason); // closes the file in any case
         m_open.erase(file);
         if (!Fails(reason))
             afterEach();
@@ -102,7 +102,7 @@ public:
         if (Fails(reason) || !System::RenameToNew(from, to, reason))
             return false;
         m_now[to] = m_now.at(from);
-        m_pending.push_back({to, {}, m_now[to]}); // first the one name, then without the other
+        m_pending.push_back({to, {}, m_now[to]}); // adds the new name, then removes the old one
         m_pending.push_back({{}, from, 0});
         m_now.erase(from);
         return Done(true);
@@ -143,8 +143,8 @@ private:
         std::string bytes;
         std::string safe;
     };
-    using Names = std::map<Path, int>; // to the nodes
-    // A name more, a name less, or both in one step.
+    using Names = std::map<Path, int>; // to the nodes' indexes
+    // A name added, a name removed, or both in one step.
     struct Change {
         Path added;
         Path removed;
@@ -186,7 +186,7 @@ private:
                 Apply(m_pending[i], names);
         fs::remove_all(other);
         fs::create_directories(other);
-        for (const auto& [path, node] : names) { // a folder comes before what is in it
+        for (const auto& [path, node] : names) { // a folder precedes its contents
             const Path copy = other / path.lexically_relative(m_folder);
             if (!fs::is_directory(copy.parent_path()))
                 continue; // lost with its folder
@@ -204,7 +204,7 @@ private:
     Names m_now;
     Names m_safe;
     std::vector<Change> m_pending;
-    std::map<int, int> m_open; // files to nodes
+    std::map<int, int> m_open; // open files to nodes
     Replacement m_replacement;
 };
 

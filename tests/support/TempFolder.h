@@ -1,4 +1,4 @@
-// TempFolder: a new folder that is gone with the object.
+// TempFolder: a new folder, deleted by the destructor.
 #pragma once
 
 #include <filesystem>
@@ -16,7 +16,7 @@ public:
                                std::to_string(reinterpret_cast<std::uintptr_t>(this) & 0xFFFFFFU));
         while (!std::filesystem::create_directory(m_path));
     }
-    // In memory where the system has a place for that, for tests that flush thousands of files.
+    // A memory file system if there is one, for tests that flush thousands of files.
     [[nodiscard]] static std::filesystem::path InMemory() {
         const std::filesystem::path shared = "/dev/shm";
         std::error_code ignored;

@@ -1,4 +1,4 @@
-// TestKeyboard: a keyboard with the modules that a test names, and the services around a control.
+// TestKeyboard: a keyboard with the modules that a test names, and the services for a control.
 #pragma once
 
 #include "qxcontrols/device/ModuleControl.h"
@@ -15,7 +15,7 @@
 
 namespace qx::test {
 
-// The bytes that the text lists in hexadecimal; "00*30" repeats one. "1E 9E 00*30" is a slot.
+// The bytes listed in hexadecimal; "00*30" repeats one. "1E 9E 00*30" is a slot.
 inline std::string Bytes(const std::string& text) {
     std::string bytes;
     std::istringstream words(text);
@@ -28,14 +28,14 @@ inline std::string Bytes(const std::string& text) {
     return bytes;
 }
 
-// Notes the texts of all message boxes.
+// Records the texts of all message boxes.
 class NotedBoxes : public MessageBoxes {
 public:
     void Show(std::string_view sText) override { texts.emplace_back(sText); }
     std::vector<std::string> texts;
 };
 
-// Notes the trace while it lives.
+// Records the trace during its lifetime.
 class TraceLog {
 public:
     TraceLog() {
@@ -63,14 +63,14 @@ public:
         driver.calls.clear();
     }
 
-    // The services to hand to controls; message boxes are noted.
+    // The services to pass to controls; message boxes are recorded.
     [[nodiscard]] Platform Services() {
         Platform platform;
         platform.messageBoxes = &boxes;
         return platform;
     }
 
-    // Puts bytes at an offset of a module's area into the keyboard's memory.
+    // Writes bytes to the keyboard's memory, at an offset of a module's area.
     void Put(KeyboardModuleIDs module, const std::string& bytes, std::size_t offset = 0) {
         driver.memory.replace(Base(module) + offset, bytes.size(), bytes);
     }
@@ -83,12 +83,12 @@ public:
             if (held[i] != bytes[i])
                 return testing::AssertionFailure()
                        << "offset " << offset + i << ": " << int(static_cast<Byte>(held[i]))
-                       << " in place of " << int(static_cast<Byte>(bytes[i]));
+                       << " instead of " << int(static_cast<Byte>(bytes[i]));
         return testing::AssertionSuccess();
     }
 
-    // Whole transfers of one control, in the contract's order; the driver's status. The image holds
-    // rubbish before, so that only what the control requests and writes is of use.
+    // Complete transfers of one control, in the contract's order; they return the driver's status.
+    // The image contains garbage before, so that only the requested and written bytes are correct.
     Long Upload(ModuleControl& control) {
         ScribbleImage();
         access.DataTransferPrepare();
@@ -112,7 +112,7 @@ public:
     FakeDriver driver;
     QXKeyboardAccess access{driver};
     NotedBoxes boxes;
-    std::vector<FakeDriver::Request> lastRequests; // of the last download
+    std::vector<FakeDriver::Request> lastRequests; // in the last download
 
 private:
     void ScribbleImage() { driver.image.assign(FakeDriver::kSize, '\xEE'); }

@@ -1,13 +1,13 @@
-// Transcript: all that a part of the library does, in one ordered list of lines.
+// Transcript: everything that a part of the library does, as one ordered list of lines.
 //
 //     trace QXPos.DataUpload              a line of the trace
 //     driver QXCFG_ImageRead(4096, 3360)  a call of the driver, with its arguments
 //     event Refreshed                     an event
-//     # upload                            a heading of the test's own
+//     # upload                            a heading by the test
 //
-// Equal bytes and words that follow one another are written once with their number ("00*30"), equal
-// lines too ("(105 times)"), two lines that alternate ten times or more as "one, other (105
-// times)", and lines that differ by a rising number alone as "4 to 10 by 2".
+// Equal consecutive bytes and words are written once with their number ("00*30"), and so are equal
+// lines ("(105 times)"), two lines that alternate ten times or more ("one, other (105 times)"), and
+// lines that differ only by a rising number ("4 to 10 by 2").
 #pragma once
 
 #include "support/TestKeyboard.h"
@@ -40,7 +40,7 @@ public:
         m_lines.push_back("# " + text);
     }
 
-    // Notes the event from now on.
+    // Records the event from now on.
     template <typename... Numbers>
     void Listen(Event<Numbers...>& event, const std::string& name) {
         m_subscriptions.push_back(event.Subscribe([this, name](Numbers... numbers) {
@@ -51,7 +51,7 @@ public:
     }
     void StopListening() { m_subscriptions.clear(); }
 
-    // Whether it is that of the file, which was written by hand.
+    // Whether it equals the file, which was written by hand.
     [[nodiscard]] testing::AssertionResult Is(const std::string& file) const {
         std::ifstream stream(QX_TRANSCRIPTS + file);
         std::vector<std::string> expected;
@@ -65,11 +65,11 @@ public:
         const auto text = [](auto at, auto end) { return at == end ? "(the end)" : *at; };
         return testing::AssertionFailure() << file << ", line " << wanted - expected.begin() + 1
                                            << "\nexpected: " << text(wanted, expected.end())
-                                           << "\n     did: " << text(line, lines.end());
+                                           << "\n     was: " << text(line, lines.end());
     }
 
 private:
-    // What the layout and the sequences trace on the way has its own tests.
+    // The traces of the layout and the sequences have their own tests.
     static bool IsOfAnotherFolder(std::string_view text) {
         constexpr std::string_view kClasses[] = {"QXLayoutDisplay.", "QXKeyboardLayoutData.",
                                                  "KeySequence.", "KeyboardSequences."};
@@ -135,7 +135,7 @@ private:
         return shortened;
     }
 
-    // The line behind line i, the next one, and the repetitions of these two.
+    // The line after line i, the next one, and all repetitions of these two.
     [[nodiscard]] std::size_t EndOfPairs(std::size_t i) const {
         std::size_t next = i;
         while (next + 1 < m_lines.size() && m_lines[next] == m_lines[i] &&
@@ -144,7 +144,7 @@ private:
         return next;
     }
 
-    // The line behind those from line i on that differ by a number rising in equal steps.
+    // The line after those from line i on that differ by a number rising in equal steps.
     [[nodiscard]] std::size_t EndOfRise(std::size_t i) const {
         Numbered last = Parse(m_lines[i]);
         long step = 0;

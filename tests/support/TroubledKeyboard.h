@@ -1,5 +1,5 @@
-// TroubledKeyboard: a keyboard in memory whose driver calls fail, whose transfers break off, and
-// which lies about them, all as asked.
+// TroubledKeyboard: a keyboard in memory with failing driver calls, interrupted transfers and
+// transfers that misreport their success, on request.
 #pragma once
 
 #include "support/FakeDriver.h"
@@ -12,18 +12,18 @@
 
 namespace qx::test {
 
-// What a transfer does while it reports success.
+// The effect of a transfer that reports success.
 enum class Lie { None, DropsWrite, CutsWrite, FlipsBit, CutsRead };
 
 class TroubledTransfers : public FakeDriver {
 public:
-    // The next transfer to the keyboard breaks off after so many bytes, with a status.
+    // The next transfer to the keyboard stops after this many bytes and returns the status.
     std::optional<std::int32_t> cutAfter;
     Lie lie = Lie::None;
-    std::uint32_t seed = 0;        // where it lies
+    std::uint32_t seed = 0;        // selects the affected byte
     std::int32_t bytesWritten = 0; // into the keyboard, since this was set to 0
 
-    // The driver reads the identification of what is plugged in.
+    // The driver reads the identification of the connected keyboard.
     std::int32_t QXCFG_Init() override {
         image.replace(0x7FC0, 32, memory, 0x7FC0, 32);
         return 0;
@@ -53,7 +53,7 @@ public:
     static constexpr std::int32_t kCutStatus = 88;
 
 private:
-    // A place within the requested bytes, by the seed.
+    // A place within the requested bytes, selected by the seed.
     [[nodiscard]] std::int32_t Somewhere() const {
         std::uint32_t all = 0;
         for (const Request& request : requests)
@@ -89,14 +89,14 @@ public:
         Replug();
     }
 
-    // Call number `failingCall` of the driver from now, from 1, does nothing and gives a status,
-    // and so do all later ones when it fails for ever; 0: none.
+    // Call number `failingCall` of the driver from now on (from 1) does nothing and returns a
+    // status, as do all later ones if the failure is permanent; 0 for none.
     int failingCall = 0;
     bool failsForEver = false;
     int calls = 0; // so far
     static constexpr std::int32_t kCallStatus = 77;
 
-    // As if unplugged, and opened by a program that starts: the image and all troubles are gone.
+    // As if unplugged and opened by a new program: clears the image and all troubles.
     void Replug() {
         std::fill(image.begin(), image.end(), '\x5A');
         image.replace(0x7FC0, 32, memory, 0x7FC0, 32);

@@ -1,4 +1,4 @@
-// Finding and using the widgets of a view, as a user does.
+// Finds and uses the widgets of a view like a user.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,14 +18,14 @@ Widget* Find(const QWidget& view, const char* name) {
     return widget;
 }
 
-// Whether it takes room in its view.
+// Whether it is shown in its view.
 inline bool IsShown(const QWidget& view, const char* name) {
     return Find<QWidget>(view, name)->isVisibleTo(&view);
 }
 
 inline void Click(const QWidget& view, const char* name) {
     auto* widget = Find<QWidget>(view, name);
-    // Check boxes answer clicks on their mark only where the rest is empty.
+    // Check boxes react to clicks on their box, but not everywhere beside it.
     const QPoint at(qMin(10, widget->width() / 2), widget->height() / 2);
     QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, at);
 }

@@ -1,5 +1,6 @@
-// What each control does, call by call: start, upload, download and end, compared with lists that
-// were written by hand from the description of the device program (the files beside this one).
+// The complete behaviour of each control, call by call (start, upload, download and end), compared
+// with the files in this folder, which were written by hand from the description of the device
+// program.
 #include "support/Transcript.h"
 
 #include "qxcontrols/device/QXCommonKeyboard.h"
@@ -23,10 +24,10 @@ struct Content {
 };
 
 struct ControlRow {
-    std::string name; // of the file
+    std::string name; // name of the file
     std::function<std::unique_ptr<ModuleControl>(const Platform&)> make;
     std::vector<FakeDriver::Entry> directory;
-    std::vector<Content> content; // of the keyboard
+    std::vector<Content> content; // of the keyboard's memory
     KeyboardModuleIDs configId = MODULE_NONE;
 };
 
@@ -74,7 +75,7 @@ TEST_P(ControlTranscript, IsThatOfTheDeviceProgram) {
     transcript.Heading("start");
     auto control = row.make(keyboard.Services());
     transcript.Listen(control->Refreshed, "Refreshed");
-    if (row.configId != MODULE_NONE) { // its keys are known by their layout
+    if (row.configId != MODULE_NONE) { // its keys depend on their layout
         control->SetConfigID(row.configId);
         control->SetLayoutSource(&layout);
         control->ReloadKeySettings();
@@ -109,7 +110,7 @@ const ControlRow kControls[] = {
      {{MODULE_FREEPROGRAMMABLE_KEYS, 0x1000}},
      {{MODULE_FREEPROGRAMMABLE_KEYS, 0, "0C 00*31  1E 9E 00*30  4B 00*31"}},
      MODULE_FREEPROGRAMMABLE_KEYS},
-    {"QXFreeProgKeys4620", // key 30 counts, but has no place
+    {"QXFreeProgKeys4620", // key 30 is counted but has no slot
      Make<QXFreeProgKeys>,
      {{MODULE_FUNCKEYS_X1_4620, 0x1000}},
      {{MODULE_FUNCKEYS_X1_4620, 0, "4B 00*31  42 C2 00*30  77*32"}},

@@ -1,4 +1,4 @@
-// The sequence editor and the POS programmer as dialogs, clicked as a user does, with a keyboard
+// The sequence editor and the POS programmer as dialogs, clicked like a user, with a keyboard
 // behind them.
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXSequencer.h"
@@ -29,7 +29,7 @@ namespace {
 
 using views::KeyGrid;
 
-// What a user does with the dialog that is before all others.
+// A user's actions in the frontmost dialog.
 class User {
 public:
     User() : m_dialog(QApplication::activeModalWidget()) {
@@ -47,7 +47,7 @@ public:
     void Click(const char* name) const {
         auto* widget = Find(name);
         EXPECT_TRUE(widget->isVisible() && widget->isEnabled()) << name;
-        // A check box is clicked on its box, which is where it begins.
+        // A check box must be clicked on its box, at its left end.
         QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
     }
     void ClickKeys(const char* grid, std::initializer_list<int> keys,
@@ -62,7 +62,7 @@ public:
         Find<QLineEdit>(name)->selectAll();
         QTest::keyClicks(Find(name), text);
     }
-    // Leaves in passing; where a question comes up, it is answered by this button. Whether one did.
+    // Closes the dialog by Esc; answers a question with this button. True if there was a question.
     [[nodiscard]] bool Leave(const QString& answer) const {
         const auto isAsked = std::make_shared<bool>(false);
         QTimer::singleShot(0, m_dialog, [answer, isAsked] {
@@ -98,7 +98,7 @@ protected:
         pos.SetKeyboard(&keyboard.access);
     }
 
-    // Once a dialog is open, the user does this; what is still open then is closed.
+    // Runs the user's actions once a dialog is open; closes any dialog that is still open then.
     void WhenOpen(std::function<void(const User&)> does) {
         QTimer::singleShot(0, [does = std::move(does)] {
             const User user;
@@ -112,7 +112,7 @@ protected:
         });
     }
 
-    // Edits "  5" with room for ten codes.
+    // Edits "  5" with at most ten codes.
     std::string EditSequence(std::function<void(const User&)> does) {
         WhenOpen(std::move(does));
         std::string edited = "unchanged";
@@ -138,7 +138,7 @@ TEST_F(EditorViewsTest, SequencesAreClickedPressedAndTyped) {
         user.Type("txtTyped", QStringLiteral("{5} Ctrl+X Z"));
         EXPECT_FALSE(keyboard.driver.positionMode);
         QTest::keyClick(user.Find("txtTyped"), Qt::Key_Return);
-        EXPECT_TRUE(user.Dialog()->isVisible()); // Enter only takes the text over
+        EXPECT_TRUE(user.Dialog()->isVisible()); // Enter only accepts the text
         user.ClickKeys("layoutDisplay", {31});
         EXPECT_TRUE(keyboard.driver.positionMode);
         user.Click("cmdClean_0");
@@ -161,7 +161,7 @@ TEST_F(EditorViewsTest, InTheBackgroundTheKeyboardTypes) {
         goes(Qt::ApplicationActive);
         EXPECT_FALSE(keyboard.driver.positionMode);
 
-        QDialog other(user.Dialog()); // while another window is before it, nothing is recorded
+        QDialog other(user.Dialog()); // while another window is in front, nothing is recorded
         other.open();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
         keyboard.driver.positionKeys = {31};
@@ -185,7 +185,7 @@ TEST_F(EditorViewsTest, WrongTextIsExplainedInPlace) {
                   EXPECT_TRUE(user.Find("lblTypedFault")->isVisible());
                   EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
 
-                  // Full is taken back when there is room again.
+                  // The message "full" disappears when there is room again.
                   user.Type("txtTyped", QStringLiteral("A B C D E F A B C D"));
                   user.Click("cmdApply");
                   EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
@@ -197,7 +197,7 @@ TEST_F(EditorViewsTest, WrongTextIsExplainedInPlace) {
               "unchanged");
 }
 
-TEST_F(EditorViewsTest, LeavingInPassingLosesNothingUnasked) {
+TEST_F(EditorViewsTest, ClosingTheWindowLosesNothingWithoutAQuestion) {
     const auto leave = [](const User& user, const QString& answer, bool asks, bool leaves) {
         EXPECT_EQ(user.Leave(answer), asks);
         EXPECT_NE(user.Dialog()->isVisible(), leaves);
@@ -210,7 +210,7 @@ TEST_F(EditorViewsTest, LeavingInPassingLosesNothingUnasked) {
                   user.Click("cmdClean_1");
                   user.Type("txtTyped", QStringLiteral("{5}"));
                   user.Click("cmdApply");
-                  leave(user, {}, false, true); // as it was
+                  leave(user, {}, false, true); // unchanged
               }),
               "unchanged");
     EXPECT_EQ(EditSequence([&](const User& user) {
@@ -220,7 +220,7 @@ TEST_F(EditorViewsTest, LeavingInPassingLosesNothingUnasked) {
               "unchanged");
     EXPECT_EQ(EditSequence([&](const User& user) {
                   user.ClickKeys("layoutDisplay", {31});
-                  user.Click("cmdCancel"); // that is what it says
+                  user.Click("cmdCancel"); // Cancel needs no question
                   EXPECT_FALSE(user.Dialog()->isVisible());
               }),
               "unchanged");
@@ -260,8 +260,8 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
         user.ClickKeys("posDisplay", {7, 5, 20});
         QTest::keyClick(user.Find("posDisplay"), Qt::Key_Left, Qt::ControlModifier);
         QTest::keyClick(user.Find("posDisplay"), Qt::Key_Space);
-        user.Click("cmdEdit");           // its dialog lies over this one
-        user.Dialog()->activateWindow(); // as a window manager does when that closes
+        user.Click("cmdEdit");           // its dialog covers this one
+        user.Dialog()->activateWindow(); // as a window manager does when that dialog closes
         EXPECT_TRUE(QTest::qWaitForWindowActive(user.Dialog()));
         user.Type("txtBlockID", QStringLiteral("42"));
         EXPECT_TRUE(user.Find("txtBlockID")->hasFocus());
@@ -274,10 +274,10 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
         user.ClickKeys("posDisplay", {20}, Qt::ControlModifier); // the other block loses it
         EXPECT_EQ(user.Find<QListWidget>("lstBlocks")->count(), 2);
         user.ClickKeys("posDisplay", {7}, Qt::ControlModifier);
-        QTest::keyClick(user.Dialog(), Qt::Key_Z, Qt::ControlModifier); // takes that back
+        QTest::keyClick(user.Dialog(), Qt::Key_Z, Qt::ControlModifier); // undoes that
         EXPECT_TRUE(user.Find("cmdUndo")->isEnabled());
 
-        // What the ring is on is what would be removed.
+        // The ring shows the block that would be removed.
         auto* grid = user.Find<KeyGrid>("posDisplay");
         const auto current = [&] { return user.Find<QLineEdit>("txtBlockID")->text(); };
         grid->setFocus();
@@ -312,7 +312,7 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
         EXPECT_TRUE(user.Leave({}));
         EXPECT_TRUE(user.Dialog()->isVisible());
         user.Click("cmdUndo");
-        EXPECT_FALSE(user.Leave({})); // nothing is lost any more
+        EXPECT_FALSE(user.Leave({})); // nothing to lose any more
         EXPECT_FALSE(user.Dialog()->isVisible());
     });
     pos.SetDataChanged(false);
@@ -327,7 +327,7 @@ TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
         const int count = blocks->count();
         blocks->setCurrentRow(1);
         user.Click("cmdClean_0");
-        EXPECT_EQ(blocks->count(), count - 1) << "the chosen block alone";
+        EXPECT_EQ(blocks->count(), count - 1) << "only the chosen block";
         user.Click("cmdCancel");
     });
     pos.cmdEdit_Click();

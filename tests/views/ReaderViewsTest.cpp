@@ -27,7 +27,7 @@ TEST(Bindings, ActAfterAFailureToShow) {
     child.Value = 0;
     bindings.ShowAll();
     EXPECT_FALSE(box.isChecked());
-    EXPECT_EQ(clicked, 1) << "showing is no action";
+    EXPECT_EQ(clicked, 1) << "showing must not run the action";
 }
 
 struct QXBarcodeViewTest : testing::Test {
@@ -64,13 +64,13 @@ TEST_F(QXBarcodeViewTest, OnlyTheChosenPageTakesRoom) {
         EXPECT_TRUE(IsShown(view, name)) << name;
     EXPECT_FALSE(IsShown(view, "chkBarOption_0"));
 
-    control.lstPrefGroup.ListIndex = BP_EAN; // another view, or the host, chooses
+    control.lstPrefGroup.ListIndex = BP_EAN; // selected by another view or by the host
     control.lstPrefGroup_Click();
     EXPECT_EQ(Find<QListWidget>(view, "lstPrefGroup")->currentRow(), BP_EAN);
     EXPECT_TRUE(IsShown(view, "chkBarOption_0"));
 }
 
-TEST_F(QXBarcodeViewTest, WhatIsClickedReachesTheKeyboard) {
+TEST_F(QXBarcodeViewTest, ClicksReachTheKeyboard) {
     keyboard.Download(control);
     const std::string defaults = keyboard.driver.memory;
     const auto option = [&] { // Code39's option 1
@@ -89,7 +89,7 @@ TEST_F(QXBarcodeViewTest, WhatIsClickedReachesTheKeyboard) {
     EXPECT_EQ(Find<QLabel>(view, "lblCurrSize_1")->text(), "46");
     ClickRow(view, "lstPrefGroup", BP_Code25_Overlapped); // 4 to 80
     QTest::keyClick(least, Qt::Key_End);
-    QTest::keyClick(greatest, Qt::Key_Left); // takes the least length along
+    QTest::keyClick(greatest, Qt::Key_Left); // reduces the minimum too
     ClickRow(view, "lstPrefGroup", BP_Reader_2);
     Click(view, "chkReader_1");
     keyboard.Download(control);
@@ -97,7 +97,7 @@ TEST_F(QXBarcodeViewTest, WhatIsClickedReachesTheKeyboard) {
     EXPECT_NE(option(), before);
     EXPECT_EQ(keyboard.driver.memory[0x2000 + 48] & 0x0F, 0x07); // the readers' switches
 
-    Click(view, "chkReader_1"); // all back again
+    Click(view, "chkReader_1"); // switches everything back
     for (const Integer ePage : {BP_Code25_Overlapped, BP_Code39}) {
         ClickRow(view, "lstPrefGroup", ePage);
         QTest::keyClick(least, Qt::Key_Home);
@@ -129,7 +129,7 @@ TEST_F(QXBarcodeViewTest, ButtonsAndKeysOnASequenceEditIt) {
     QTest::keyClick(header, Qt::Key_Shift);
     QTest::keyClick(header, Qt::Key_K, Qt::ControlModifier); // a shortcut of the host
     EXPECT_EQ(header->text(), "");
-    // "!" and "(" have the codes of page up and the cursor key down, were they codes of keys.
+    // "!" and "(" have the key codes of page up and the down arrow, if mistaken for key codes.
     for (const auto& key : {Qt::Key_A, Qt::Key_Exclam, Qt::Key_ParenLeft, Qt::Key_F5}) {
         QTest::keyClick(header, key, Qt::ShiftModifier);
         EXPECT_EQ(header->text(), "28") << key;
@@ -153,7 +153,7 @@ struct QXMagnetCardViewTest : testing::Test {
         view.show();
         HasTracks(0x60);
     }
-    // The keyboard tells which tracks it has in the upper half of its capability byte.
+    // The upper half of the capability byte reports the keyboard's tracks.
     void HasTracks(Byte bCapabilities) {
         keyboard.driver.image[0x7FF] = static_cast<char>(bCapabilities);
         keyboard.access.Init();
@@ -170,7 +170,7 @@ TEST_F(QXMagnetCardViewTest, TheCurrentTrackIsEditedAndWritten) {
     auto* tracks = Find<QListWidget>(view, "trackList");
     ASSERT_EQ(tracks->count(), 2);
     EXPECT_EQ(tracks->accessibleName(), "#Tracks");
-    EXPECT_EQ(tracks->currentRow(), -1); // track 1 is current, but not there
+    EXPECT_EQ(tracks->currentRow(), -1); // track 1 is current but does not exist
     EXPECT_FALSE(Find<QWidget>(view, "cmdCreate_0")->isEnabled());
     Click(view, "chkUseThisHeader");
     EXPECT_FALSE(control.DataChanged());
@@ -189,7 +189,7 @@ TEST_F(QXMagnetCardViewTest, TheCurrentTrackIsEditedAndWritten) {
         });
     ClickRow(view, "trackList", 1);
     Click(view, "cmdCreate_1");
-    QTest::keyClick(Find<QWidget>(view, "lblCurrHeader"), Qt::Key_F5); // types nothing
+    QTest::keyClick(Find<QWidget>(view, "lblCurrHeader"), Qt::Key_F5); // types no character
     EXPECT_EQ(asked, "t3");
     QTest::keyClick(Find<QWidget>(view, "lblCurrHeader"), Qt::Key_X);
     EXPECT_EQ(asked, "t3h3");
@@ -208,7 +208,7 @@ TEST_F(QXMagnetCardViewTest, TheCurrentTrackIsEditedAndWritten) {
     Click(view, "chkUseThisTerminator");
     Click(view, "chkMagneticOptions_2");
     keyboard.Download(control);
-    // Track 3's terminator is off, so are the track and the immediate sending.
+    // Track 3's terminator is off, and so are the track and immediate sending.
     EXPECT_TRUE(keyboard.Holds(MODULE_MAGNET_CONFIG, Bytes("DF 0B 6E"), 5));
 }
 

@@ -1,4 +1,4 @@
-// The tests of what is on the screen need an application, but no screen.
+// The tests of the views need an application, but no screen.
 #include <gtest/gtest.h>
 
 #include <QApplication>

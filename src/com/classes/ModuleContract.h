@@ -6,7 +6,7 @@
 
 namespace qx::com {
 
-// LayoutSource, 2, is left to the control, which may offer it to be read too.
+// LayoutSource (2) is left to each control, which may also make it readable.
 template <typename Control>
 void AddModuleContract(ClassBuilder<Control>& builder) {
     builder.Service("Keyboard", 1, &Control::SetKeyboard)

@@ -4,7 +4,7 @@
 namespace qx::com {
 namespace {
 
-// Empty where there is no such block.
+// Empty if there is no such block.
 Value PosColorBlock(QXProgSettings& self, Integer nBlockID) {
     const Long color = self.POSColorBlock(nBlockID);
     return nBlockID >= 0 && nBlockID < QXProgSettings::kPosBlocks ? Value(color) : Value();

@@ -17,7 +17,7 @@ Parts VisibleOf(const Part& box) {
     return visible;
 }
 
-// Whether the part is as high as the row that it is in.
+// Whether the part is as high as its row.
 bool FillsRow(const Part& part) {
     return part.kind <= PartKind::Frame || part.kind == PartKind::List ||
            part.kind == PartKind::Keys;
@@ -137,8 +137,8 @@ private:
         return height;
     }
 
-    // Makes the sizes fill the room as far as parts stretch; where there is too little, those that
-    // stretch give way first.
+    // Grows or shrinks the sizes to fit the room: stretching parts take the extra space, and are
+    // the first to shrink when there is too little.
     [[nodiscard]] Sizes Fitted(Sizes sizes, const Parts& parts, int room) const {
         room -= std::accumulate(sizes.begin(), sizes.end(), Gaps(sizes.size()));
         auto stretching =
@@ -166,7 +166,7 @@ private:
         return Fitted(std::move(widths), row, width);
     }
 
-    // As many parts in each line as there is room for.
+    // Fills each line with as many parts as fit.
     [[nodiscard]] std::vector<Parts> LinesOf(const Part& flow, int width) const {
         std::vector<Parts> lines;
         int room = 0;

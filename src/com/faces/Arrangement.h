@@ -1,5 +1,5 @@
-// Where the parts of a face go: in rows and columns, as large as their texts need, with the room
-// that is left for those that stretch. Hidden parts take no room.
+// Places the parts of a face in rows and columns, as large as their texts need; parts that stretch
+// share the remaining room. Hidden parts take no room.
 #pragma once
 
 #include "com/faces/Part.h"
@@ -12,7 +12,7 @@ struct Place {
     int left = 0, top = 0, width = 0, height = 0;
 };
 
-// How large the toolkit shows a part that is no box, and the distances between parts; in pixels.
+// The toolkit's sizes for parts that are not boxes, and the distances between parts; in pixels.
 class Measures {
 public:
     virtual ~Measures() = default;
@@ -27,7 +27,7 @@ struct PlacedPart {
     Place place;
 };
 
-// The frames and the parts that show something, in the order in which the user passes them.
+// The frames and the parts that show something, in tab order.
 [[nodiscard]] std::vector<PlacedPart> Arranged(const Part& root, const Place& place,
                                                const Measures& measures);
 

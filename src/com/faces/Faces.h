@@ -1,5 +1,5 @@
-// The faces of the visible controls: which child controls belong together, and what the user's
-// actions on them call.
+// The faces of the visible controls: which child controls belong together, and which of the
+// control's functions each user action calls.
 #pragma once
 
 #include "com/Object.h"
@@ -12,10 +12,10 @@
 
 namespace qx::com {
 
-// What a control reports to those who show it.
+// A control's notifications to the face that shows it.
 struct FaceEvents {
-    std::function<void()> refreshed;                 // what it shows has changed
-    std::function<void(std::string_view)> takeFocus; // the part with this id is to have the focus
+    std::function<void()> refreshed;                 // the displayed state has changed
+    std::function<void(std::string_view)> takeFocus; // focus the part with this id
 };
 
 struct FaceTable {
@@ -24,14 +24,14 @@ struct FaceTable {
     std::function<void()> shown; // to be called once the face has appeared; may be empty
 };
 
-// None when the object is no visible control. The object outlives the table.
+// None if the object is not a visible control. The object outlives the table.
 [[nodiscard]] std::optional<FaceTable> FaceOf(const Object& object);
 
 // One for each visible control.
 template <typename C>
 [[nodiscard]] FaceTable FaceTableOf(C& control);
 
-// A control whose only event for its face is Refreshed.
+// A control whose face needs no event except Refreshed.
 template <typename C>
 [[nodiscard]] std::function<std::vector<Subscription>(const FaceEvents&)> RefreshOf(C& control) {
     return [&control](const FaceEvents& events) {

@@ -12,10 +12,10 @@ namespace {
 const Label kTyped{"As &text:"};
 constexpr const char* kHelp = "Help";
 constexpr const char* kCodesLeft = "Codes left:";
-const Button kAlways{}; // there and enabled
+const Button kAlways{}; // visible and enabled
 constexpr KeyGridPlaces kColorPlaces{frmPOSProgrammer::kColors, 700, 500};
 
-// A button whose text the form leaves to its window.
+// A button whose caption is not set by the form, but by its window.
 Part ButtonPart(std::string id, const std::string& text, const Button& child, PartAction clicked) {
     Part part = PartOf(std::move(id), child, std::move(clicked));
     part.now = [text, now = std::move(part.now)] {
@@ -59,7 +59,7 @@ std::vector<Part> LeavingParts(Form& form) {
             PartOf("cmdCancel", form.cmdCancel, [&form] { form.cmdCancel_Click(); })};
 }
 
-// The text as a field that can be scrolled and copied from.
+// The text as a field that scrolls and can be copied from.
 Part FieldPart(std::string id, const std::string& text, const Label& name) {
     static const Label whole;
     Part part = SequencePart(std::move(id), whole, name.Caption, {}, {});

@@ -1,6 +1,6 @@
-// The forms that the editors open, as windows: their faces, and what else a window tells them.
+// The editors' forms as windows: the face of each, and what its window reports to it.
 //
-// Texts that no member of the editors gives are in English.
+// Texts that the editors do not provide are in English.
 #pragma once
 
 #include "com/faces/Faces.h"
@@ -20,7 +20,7 @@ struct FormTable {
     std::function<std::string()> title;
     std::function<Subscription(std::function<void()>)> onClosed; // the user has left it
     std::function<bool()> isChanged;                             // leaving it would lose something
-    std::function<void()> accept;                                // as by its OK button
+    std::function<void()> accept;                                // like the OK button
     std::function<void()> cancel;
     std::function<void()> undo;                    // may be empty
     std::function<void(bool)> activate;            // the window; may be empty

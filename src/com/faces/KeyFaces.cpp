@@ -25,7 +25,7 @@ PartState FuncKeys(const QXLayeredFuncKeys& control) {
         cap.name = "Function key " + key.Caption + (key.ToolTip.empty() ? "" : ", " + key.ToolTip) +
                    (key.Programmed ? ", programmed" : ", not programmed") +
                    (key.Current ? ", current key" : "");
-        if (!key.ToolTip.empty()) // the description says more than the number
+        if (!key.ToolTip.empty()) // the description is more useful than the number
             cap.caption += "\n" + key.ToolTip;
         state.keys.push_back(std::move(cap));
     }

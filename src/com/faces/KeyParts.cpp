@@ -15,7 +15,7 @@ bool IsSetting(const QXLayoutDisplay& display) {
     return display.DisplayKeyType() == DISPLAY_SETTING;
 }
 
-// How large the captions are, as a multiple of the size that they have when nobody has chosen one.
+// The size of the captions, relative to the default size.
 Single TextScaleOf(const QXLayoutDisplay& display) {
     return static_cast<Single>(std::max<Integer>(display.UserFontSize(), 1)) /
            static_cast<Single>(InfoOf(Preference::KeyFontSize).loadDefault);

@@ -1,4 +1,4 @@
-// The parts that show keyboards, for the faces of all that have one.
+// The parts that show keyboards, shared by all faces that have one.
 #pragma once
 
 #include "com/faces/Faces.h"
@@ -11,7 +11,7 @@
 
 namespace qx::com {
 
-// A grid of equal keys, in the unit of the layouts.
+// A grid of equal keys; steps in the layouts' unit.
 struct KeyGridPlaces {
     int keysInRow;
     Single stepX, stepY;
@@ -23,10 +23,10 @@ struct KeyGridPlaces {
 
 [[nodiscard]] Part LayoutPart(QXLayoutDisplay& display);
 
-// What a POS display leaves to those who have one; each may be empty.
+// The functions that a control with a POS display adds to it; each may be empty.
 struct PosUse {
-    std::function<std::string(Integer)> nameOf; // what a key is called in the layout
-    std::function<std::string(Integer)> sentBy; // what it sends, as text
+    std::function<std::string(Integer)> nameOf; // a key's name in the layout
+    std::function<std::string(Integer)> sentBy; // the codes that a key sends, as text
     std::function<void(Integer)> reach;
     std::function<void(Integer)> take;
 };
@@ -37,7 +37,7 @@ struct PosUse {
 [[nodiscard]] std::vector<Subscription> SubscribedTo(QXPosDisplay& display,
                                                      const FaceEvents& events);
 
-// Of a control that has a display among its children.
+// For a control that has a display among its children.
 template <typename C, typename Display>
 std::function<std::vector<Subscription>(const FaceEvents&)> WithDisplay(C& control,
                                                                         Display& display) {

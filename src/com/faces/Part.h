@@ -1,7 +1,7 @@
-// Part: what a control's face is made of, as any toolkit can show it: rows and columns of parts,
-// and parts that each show one of the control's child controls and run the user's action on it.
+// Part: a toolkit-independent description of a control's face: rows and columns of parts, and parts
+// that each show one child control and run the user's action on it.
 //
-// A part keeps what it shows as of the last Refresh. It refers to the control, which outlives it.
+// A part holds the state as of the last Refresh. It refers to the control, which outlives it.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -15,12 +15,12 @@ namespace qx::com {
 
 enum class PartKind {
     Row,
-    Flow, // a row that goes on below itself where there is no room beside
+    Flow, // a row that wraps to the next line when it runs out of width
     Column,
     Grid,     // of rows, whose columns are aligned
-    Frame,    // a column with a title around it
-    Label,    // only shows a text
-    Sequence, // a text that can have the focus and takes keys
+    Frame,    // a column with a title and a line around it
+    Label,    // only shows text
+    Sequence, // a text that can have the focus and accepts keys
     CheckBox,
     Button,
     Slider,
@@ -34,9 +34,9 @@ struct KeyCap {
     Single left = 0, top = 0, width = 0, height = 0; // in the control's unit
     std::string caption;
     std::string toolTip;
-    std::string name;     // for those who hear the screen
+    std::string name;     // for screen readers
     Long color = 0;       // a Windows colour value
-    Single textScale = 1; // of the caption; 1 is its usual size
+    Single textScale = 1; // of the caption, relative to the default size
     bool isBold = false;
     bool isProgrammed = false;
     bool isCurrent = false;
@@ -46,7 +46,7 @@ struct KeyCap {
 struct PartState {
     std::string text;
     std::string toolTip;
-    std::string name; // for those who hear the screen, where the text does not say it
+    std::string name; // for screen readers, where the text alone does not name the part
     bool isVisible = true;
     bool isEnabled = true;
     Integer value = 0; // checked, position, selected line, or the key with the focus
@@ -55,8 +55,8 @@ struct PartState {
     std::vector<KeyCap> keys;
 };
 
-// What the user has done: the part's new value (of keys, the one that was picked; of a sequence,
-// the virtual key code of the key that was pressed), or its new text.
+// The user's action: the part's new value (of keys: the picked key; of a sequence: the virtual key
+// code of the pressed key), or its new text.
 struct PartInput {
     Integer value = 0;
     std::string text;
@@ -64,23 +64,23 @@ struct PartInput {
 
 struct Part {
     PartKind kind = PartKind::Row;
-    std::string id; // "chkReader_1"; rows, columns and grids have none
+    std::string id; // "chkReader_1"; empty for rows, columns and grids
     std::vector<Part> parts;
-    bool stretches = false; // takes the room that others leave
+    bool stretches = false; // fills the remaining room
     PartState state;
     std::function<PartState()> now;
     std::function<void(const PartInput&)> act;
     std::function<void(Integer)> reach; // of keys: the user has moved to one without picking it
-    std::function<void(Integer)> take;  // of keys: picked with Ctrl; else that is like any other
+    std::function<void(Integer)> take;  // of keys: picked with Ctrl; if empty, Ctrl has no effect
     std::function<void()> type;         // of a sequence: a key that types something
     std::function<void()> enter;        // of an edit: the Enter key
-    std::function<void(bool)> focus;    // of an edit: the user has come (true), or gone elsewhere
+    std::function<void(bool)> focus;    // of an edit: it has got (true) or lost the focus
 
-    // Whether there is anything to see.
+    // Whether the part or a part within it shows anything.
     [[nodiscard]] bool IsVisible() const;
 };
 
-// Takes over what the control shows now, in the part and all within it.
+// Updates the part, and all parts within it, from the control.
 void Refresh(Part& part);
 
 using PartAction = std::function<void()>;
@@ -91,9 +91,9 @@ using PartAction = std::function<void()>;
 [[nodiscard]] Part Grid(std::vector<Part> rows);
 [[nodiscard]] Part Frame(std::string id, const Label& title, std::vector<Part> parts);
 
-// The parts of the child controls. A name of one is the text of the child beside it.
+// Parts for the child controls. `name` is the child whose text labels this one.
 [[nodiscard]] Part PartOf(std::string id, const Label& child);
-[[nodiscard]] Part TextPart(std::string id, const std::string& text); // which never changes
+[[nodiscard]] Part TextPart(std::string id, const std::string& text); // text that never changes
 [[nodiscard]] Part PartOf(std::string id, CheckBox& child, PartAction clicked);
 [[nodiscard]] Part PartOf(std::string id, const Button& child, PartAction clicked);
 [[nodiscard]] Part PartOf(std::string id, Slider& child, const Label& name, PartAction changed);
@@ -107,13 +107,13 @@ using PartAction = std::function<void()>;
 
 [[nodiscard]] Part Stretching(Part part);
 
-// Tells a button from others of the same text: its name adds the caption of what it is about.
+// Distinguishes a button from others with the same text: adds `caption` to its accessible name.
 [[nodiscard]] Part About(const std::string& caption, Part button);
 
 // "cmdEdit_1": an element of an array of child controls.
 [[nodiscard]] std::string ElementOf(std::string_view name, Integer index);
 
-// A caption without the marks of its shortcut.
+// A caption without its mnemonic marks.
 [[nodiscard]] std::string PlainCaption(std::string_view caption);
 
 } // namespace qx::com

@@ -1,4 +1,4 @@
-// The faces of the controls of readers and of the keyboard as a whole.
+// The faces of the reader controls and of the control for the keyboard as a whole.
 #include "com/faces/Faces.h"
 #include "qxcontrols/device/QXCommonKeyboard.h"
 #include "qxcontrols/readers/QXBarcode.h"
@@ -9,7 +9,7 @@
 namespace qx::com {
 namespace {
 
-// A header or a terminator: the switch above the keys, and the buttons that change them beside.
+// A header or a terminator: its check box above the keys, with the buttons that change them beside.
 Part SequenceRows(Part use, Part keys, Part edit, Part remove) {
     return Column(
         {std::move(use), Row({Stretching(std::move(keys)), std::move(edit), std::move(remove)})});

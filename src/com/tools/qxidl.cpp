@@ -1,4 +1,4 @@
-// qxidl IDL MANIFEST: writes the type library's source text and the side-by-side manifest to the
+// qxidl IDL MANIFEST: writes the type library's source text and the side-by-side manifest to these
 // files.
 #include "com/Idl.h"
 #include "com/Manifest.h"

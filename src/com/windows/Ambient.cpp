@@ -3,7 +3,7 @@
 namespace qx::com {
 namespace {
 
-// Whether the container has the property, brought to the type.
+// Reads the container's property, converted to the type. False if the container does not have it.
 bool Read(IDispatch& container, DISPID id, VARTYPE type, OwnedVariant& value) {
     DISPPARAMS none{};
     return SUCCEEDED(container.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,

@@ -7,8 +7,7 @@
 namespace qx::com {
 namespace {
 
-// The system gives the number of a thread that has ended to a later one; this one is never used
-// twice.
+// The system reuses the number of a thread that has ended; this one is never reused.
 std::uint64_t ThisThread() {
     static std::atomic<std::uint64_t> last = 0;
     static constinit thread_local std::uint64_t number = 0;
@@ -17,7 +16,7 @@ std::uint64_t ThisThread() {
     return number;
 }
 
-// A reference on its way to the thread, on which the hook is called.
+// A reference on its way to the object's thread, where the hook is called.
 struct HandedOver {
     IUnknown* object;
     std::uint64_t home;
@@ -27,7 +26,8 @@ struct HandedOver {
 
 class Transfers {
 public:
-    // `hook` is called on the thread when it takes a message. False when the thread has ended.
+    // `hook` is called on the thread when it next retrieves a message. False if the thread has
+    // ended.
     bool Add(IUnknown& object, std::uint64_t home, DWORD thread, HOOKPROC hook) {
         const std::lock_guard lock(m_mutex);
         m_all.push_back({&object, home, thread, nullptr});
@@ -37,7 +37,7 @@ public:
         m_all.pop_back();
         return false;
     }
-    // Those of the thread with this number.
+    // Removes and returns the references for the thread with this number.
     std::vector<HandedOver> Take(DWORD thread) {
         const std::lock_guard lock(m_mutex);
         const auto taken = std::ranges::stable_partition(
@@ -53,7 +53,7 @@ private:
 };
 
 Transfers& TheTransfers() {
-    static auto* const transfers = new Transfers; // as long as the server's machine
+    static auto* const transfers = new Transfers; // never destroyed, like the server's machine
     return *transfers;
 }
 
@@ -78,8 +78,8 @@ bool Apartment::IsHere() const {
     return m_home == ThisThread();
 }
 
-// A hook, and not a message alone: the loops of message boxes and menus drop messages that are for
-// no window, and a window for each thread would be made for objects that never leave theirs.
+// A hook rather than a thread message: the loops of message boxes and menus drop messages without a
+// window. A window per thread would be created even for objects that never leave their thread.
 void Apartment::HandOver() {
     static_cast<void>(Guarded([&] {
         if (TheTransfers().Add(m_object, m_home, m_thread, OnMessageTaken))

@@ -1,10 +1,10 @@
-// Apartment: the thread that an object belongs to, which is the one that made it, and the
-// references to the object.
+// Apartment: the thread that an object belongs to (the one that created it) and the object's
+// reference count.
 //
-// Any thread may count references. Calls that come from another thread without COM's marshalling
-// are refused. A last reference that another thread gives back is handed to the object's own one,
-// since windows, timers and sinks can be released there alone; that thread releases it when it next
-// takes a message. Once the thread has ended, the object is kept until the process ends.
+// Any thread may add and release references. Calls from another thread without COM's marshalling
+// are refused. A last reference released on another thread is handed to the object's own one,
+// because windows, timers and sinks can only be released there; that thread releases it when it
+// next retrieves a message. If the thread has ended, the object is kept until the process ends.
 #pragma once
 
 #include "com/windows/Com.h"
@@ -16,7 +16,7 @@ namespace qx::com {
 
 class Apartment {
 public:
-    // Counted once, for the caller. The object outlives this.
+    // Starts with one reference, the caller's. The object outlives this.
     explicit Apartment(IUnknown& object);
     Apartment(const Apartment&) = delete;
     Apartment& operator=(const Apartment&) = delete;
@@ -24,8 +24,8 @@ public:
     [[nodiscard]] bool IsHere() const;
 
     ULONG AddRef() { return ++m_references; }
-    // The references that are left. `end` destroys the object; what ends with it may count it
-    // again meanwhile.
+    // Returns the number of references left. `end` destroys the object; code that it runs may add
+    // and release references meanwhile.
     template <typename End>
     ULONG Release(End end) {
         ULONG count = m_references;
@@ -39,7 +39,7 @@ public:
         return 0;
     }
 
-    // What a call of the object does, which may release the object.
+    // Runs one call of the object, which may release the object.
     template <typename Body>
     [[nodiscard]] HRESULT Enter(Body body) {
         if (!IsHere())
@@ -47,7 +47,7 @@ public:
         const ComPtr<IUnknown> alive(&m_object);
         return Guarded(body);
     }
-    // The same for a call that answers in `*out`, which stays empty when it fails.
+    // The same for a call with a result in `*out`, which is empty after a failure.
     template <typename T, typename Body>
     [[nodiscard]] HRESULT Enter(T* out, Body body) {
         if (out == nullptr)

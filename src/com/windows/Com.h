@@ -1,5 +1,5 @@
-// The little that speaking COM takes: counted pointers, texts, variants, and a guard that lets no
-// exception leave the server.
+// Basics for COM code: counted pointers, texts, variants, and a guard that lets no exception leave
+// the server.
 #pragma once
 
 #include <windows.h>
@@ -36,26 +36,26 @@ public:
             m_pointer->Release();
     }
 
-    // Takes over a reference that is already counted.
+    // Adopts a reference without counting it again.
     [[nodiscard]] static ComPtr Attach(T* pointer) {
         ComPtr taken;
         taken.m_pointer = pointer;
         return taken;
     }
-    // Gives the counted reference away.
+    // Gives the reference away without releasing it.
     [[nodiscard]] T* Detach() { return std::exchange(m_pointer, nullptr); }
 
     [[nodiscard]] T* Get() const { return m_pointer; }
     T* operator->() const { return m_pointer; }
     explicit operator bool() const { return m_pointer != nullptr; }
 
-    // Where a call that returns a counted reference puts it.
+    // The address for a call that returns a counted reference.
     [[nodiscard]] T** Out() {
         *this = nullptr;
         return &m_pointer;
     }
 
-    // The same object by another interface; null when it has none.
+    // Another interface of the same object; null if it does not have it.
     template <typename Other>
     [[nodiscard]] ComPtr<Other> As(REFIID iid) const {
         void* other = nullptr;
@@ -68,7 +68,7 @@ private:
     T* m_pointer = nullptr;
 };
 
-// A text that the host is to free, or that goes into a variant.
+// A text that the host frees, or that goes into a variant.
 [[nodiscard]] inline BSTR NewBstr(std::u16string_view text) {
     const auto* const units = reinterpret_cast<const OLECHAR*>(text.data());
     const BSTR bstr = SysAllocStringLen(units, static_cast<UINT>(text.size()));
@@ -110,7 +110,7 @@ private:
     VARIANT m_variant;
 };
 
-// The result of the body, which may throw: no exception leaves the server.
+// Runs the body and turns exceptions into a status: no exception may leave the server.
 template <typename Body>
 [[nodiscard]] HRESULT Guarded(Body body) noexcept {
     try {
@@ -122,7 +122,7 @@ template <typename Body>
     }
 }
 
-// Hands the interface out, counted.
+// Returns the interface in `*out`, with a reference added.
 template <typename T>
 HRESULT HandOut(T* object, void** out) {
     object->AddRef();

@@ -10,7 +10,8 @@
 namespace qx::com {
 namespace {
 
-// Known to this server alone: an object that answers it, and that is among the living, is ours.
+// Known to this server only: an object is ours if it answers this interface and is in
+// LivingObjects.
 constexpr IID kOwnObject = {
     0x5C0F0B2E, 0x8C0B, 0x4B0C, {0x9B, 0x52, 0x6E, 0x0C, 0x61, 0x5F, 0x7D, 0x1A}};
 
@@ -87,7 +88,7 @@ ULONG ComObject::AddRef() {
 
 ULONG ComObject::Release() {
     return m_apartment.Release([this] {
-        Living().Remove(*m_object, *this); // nobody gets it any more
+        Living().Remove(*m_object, *this); // not handed out from here on
         delete this;
     });
 }

@@ -1,8 +1,8 @@
-// ComObject: one object of the library as COM sees it. Late and early bound hosts both call through
-// IDispatch.
+// ComObject: one object of the library as COM sees it. Late and early bound hosts both call it
+// through IDispatch.
 //
-// It belongs to the thread that made it (com/windows/Apartment.h). While a host holds it, or the
-// library has been handed it, every way to the same object of the library leads to this one.
+// It belongs to the thread that created it (com/windows/Apartment.h). While a host or the library
+// holds it, the same library object is always represented by this one.
 #pragma once
 
 #include "com/Object.h"
@@ -17,7 +17,7 @@ class ComObject : public IDispatch,
                   public IProvideClassInfo2,
                   public IConnectionPointContainer {
 public:
-    // Counted once, for the caller.
+    // Starts with one reference, the caller's.
     explicit ComObject(ObjectRef object);
     ComObject(const ComObject&) = delete;
     ComObject& operator=(const ComObject&) = delete;
@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] Object& Library() { return *m_object; }
     [[nodiscard]] Apartment& Home() { return m_apartment; }
-    // The library's object, which keeps this one as long as it is held itself.
+    // The library's object; it keeps this one alive while it is held.
     [[nodiscard]] ObjectRef Held();
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
@@ -49,7 +49,7 @@ public:
     HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID iid, IConnectionPoint** point) override;
 
 protected:
-    // The interfaces of a class derived from this one; `out` is null beforehand, and counted after.
+    // Hook for the interfaces of derived classes; `out` is null on entry, counted on success.
     virtual HRESULT Query(REFIID /*iid*/, void** /*out*/) { return E_NOINTERFACE; }
 
     [[nodiscard]] const ServedClass& Served() const { return m_served; }
@@ -63,11 +63,11 @@ private:
     Apartment m_apartment{*static_cast<IDispatch*>(this)};
 };
 
-// The object of the library that the host's object is; null when it is not one of ours. Throws
-// Error when it is one of another thread.
+// The library object behind a host's object; null if it is not one of ours. Throws Error if it
+// belongs to another thread.
 [[nodiscard]] ObjectRef ObjectBehind(IUnknown* given);
 
-// The COM object of the library's object, made when there is none.
+// The COM object for a library object, created if there is none yet.
 [[nodiscard]] ComPtr<IDispatch> DispatchOf(const ObjectRef& object);
 
 } // namespace qx::com

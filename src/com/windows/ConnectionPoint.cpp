@@ -10,7 +10,7 @@
 namespace qx::com {
 namespace {
 
-// An event's arguments as a sink takes them, last first, and the places that references mean.
+// An event's arguments in a sink's order (last first), and the variables that references point to.
 class SinkArguments {
 public:
     SinkArguments(const std::vector<Parameter>& parameters, std::span<const Value> values)
@@ -125,7 +125,7 @@ HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
         const auto found = std::ranges::find(m_connections, cookie, &Connection::cookie);
         if (found == m_connections.end())
             return CONNECT_E_NOCONNECTION;
-        const auto ended = std::move(*found); // whose end may call back
+        const auto ended = std::move(*found); // its release may call back
         m_connections.erase(found);
         if (m_connections.empty())
             m_subscriptions.clear();

@@ -1,8 +1,8 @@
-// ConnectionPoint: where a host's sinks hear the events of one object.
+// ConnectionPoint: connects a host's sinks to the events of one object.
 //
-// Sinks are called in the order in which they connected. By-reference arguments reach them as
-// references of the event's own types; what a sink has answered is what the next one finds. A sink
-// that fails has not answered.
+// Sinks are called in the order in which they connected. By-reference arguments are passed as
+// references of the event's own types; each sink sees the previous one's answers. The answers of a
+// sink that fails are ignored.
 #pragma once
 
 #include "com/Class.h"
@@ -27,14 +27,14 @@ public:
     // Ends all connections.
     void Close();
 
-    // By which sinks write the numbers and dates of their answers.
+    // The locale used to convert the sinks' answers to numbers and dates.
     void SetLocale(LCID locale) { m_locale = locale; }
 
     // Containers freeze the events of controls while they load or lay out a form.
     void Freeze(bool fFreeze) { m_frozen = std::max(m_frozen + (fFreeze ? 1 : -1), 0); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
-    ULONG STDMETHODCALLTYPE AddRef() override; // of the object, which it belongs to
+    ULONG STDMETHODCALLTYPE AddRef() override; // counts on the object that this belongs to
     ULONG STDMETHODCALLTYPE Release() override;
 
     HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override;
@@ -57,7 +57,7 @@ private:
     ComObject& m_owner;
     const ServedClass& m_served;
     std::vector<Connection> m_connections;
-    std::vector<Subscription> m_subscriptions; // while there are connections
+    std::vector<Subscription> m_subscriptions; // only while there are connections
     DWORD m_lastCookie = 0;
     int m_frozen = 0;
     LCID m_locale = LOCALE_USER_DEFAULT;

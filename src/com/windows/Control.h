@@ -2,8 +2,8 @@
 //
 // It is a windowed control that is activated in place. The service objects are controls too, since
 // classic hosts place them on forms, but have no window at run time. Its face (com/windows/Face.h)
-// shows it; here is only what containers ask of every control. Each call that reads or changes the
-// control's state enters its apartment; the others answer the same on any thread.
+// draws it; this class handles only the duties common to all controls. Each call that reads or
+// changes the control's state enters its apartment; the others answer the same on any thread.
 #pragma once
 
 #include "com/windows/Ambient.h"
@@ -64,7 +64,7 @@ public:
     HRESULT STDMETHODCALLTYPE OnAmbientPropertyChange(DISPID id) override;
     HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL fFreeze) override;
 
-    // IPersistStreamInit and IPersistPropertyBag: what is kept is the size
+    // IPersistStreamInit and IPersistPropertyBag: only the size is stored
     HRESULT STDMETHODCALLTYPE GetClassID(CLSID* clsid) override;
     HRESULT STDMETHODCALLTYPE IsDirty() override;
     HRESULT STDMETHODCALLTYPE Load(IStream* stream) override;
@@ -134,7 +134,7 @@ private:
     [[nodiscard]] bool IsShown() const; // here and now
 
     std::unique_ptr<Face> m_face;
-    HACCEL m_accelerators = nullptr; // as the container knows them
+    HACCEL m_accelerators = nullptr; // as requested by the container
     SIZEL m_extent;                  // in hundredths of a millimetre
     bool m_isDirty = false;
 
@@ -149,7 +149,7 @@ private:
     bool m_isUIActive = false;
 };
 
-// The window class of the controls, which the module takes back when it is unloaded.
+// Unregisters the window class of the controls, when the module is unloaded.
 void UnregisterControlWindows();
 
 } // namespace qx::com

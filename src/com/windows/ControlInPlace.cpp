@@ -23,7 +23,7 @@ bool Control::IsShown() const {
     return Served().type.look == Look::Visible || !m_ambient.isUserMode;
 }
 
-// Whatever the container is told, it may answer by taking the control off the form.
+// At each notification the container may react by removing the control from the form.
 HRESULT Control::ActivateInPlace() {
     if (m_window != nullptr) {
         ShowWindow(m_window, SW_SHOWNA);
@@ -58,7 +58,7 @@ HRESULT Control::ActivateInPlace() {
     }
     if (!m_inPlaceSite)
         return E_FAIL;
-    const std::wstring name = Wide(Served().type.name); // which screen readers say
+    const std::wstring name = Wide(Served().type.name); // the name that screen readers announce
     if (!OpenWindow({kWindowClass, WS_EX_CONTROLPARENT, kStyle}, name, parent, place)) {
         InPlaceDeactivate();
         return E_FAIL;
@@ -128,7 +128,7 @@ HRESULT Control::SetObjectRects(LPCRECT place, LPCRECT clip) {
         HRGN region = nullptr;
         if (!fWhole) {
             OffsetRect(&seen, -place->left, -place->top);
-            region = CreateRectRgnIndirect(&seen); // belongs to the window from here on
+            region = CreateRectRgnIndirect(&seen); // the window owns the region from here on
         }
         SetWindowRgn(m_window, region, TRUE);
         MoveWindow(m_window, place->left, place->top, place->right - place->left,

@@ -1,4 +1,4 @@
-// What containers store with a form: the control's size. Its settings live in the keyboard.
+// Stores the control's size with a form. Its settings are stored in the keyboard.
 #include "com/windows/Control.h"
 
 #include "qxcontrols/common/LittleEndian.h"
@@ -11,7 +11,7 @@ namespace {
 // A stored size: a mark, width and height.
 constexpr std::string_view kMark = "QXC1";
 constexpr std::size_t kStoredSize = kMark.size() + 2 * sizeof(std::int32_t);
-constexpr wchar_t kWidth[] = L"_ExtentX"; // as classic hosts name them
+constexpr wchar_t kWidth[] = L"_ExtentX"; // the names that classic hosts use
 constexpr wchar_t kHeight[] = L"_ExtentY";
 
 void ReadLength(IPropertyBag& bag, IErrorLog* log, const wchar_t* name, LONG& length) {

@@ -1,4 +1,4 @@
-// How the control is drawn where it has no window.
+// Drawing of the control while it has no window.
 #include "com/windows/Control.h"
 
 namespace qx::com {
@@ -94,7 +94,7 @@ HRESULT Control::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT area, LONG, 
 }
 
 HRESULT Control::GetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC, DVEXTENTINFO*, SIZEL*) {
-    return E_NOTIMPL; // any size will do
+    return E_NOTIMPL; // any size is acceptable
 }
 
 } // namespace qx::com

@@ -1,4 +1,4 @@
-// Enumerators over a list that was taken when they were made, whose items count interfaces.
+// Enumerators over a list copied at creation, whose items are counted interfaces.
 #pragma once
 
 #include "com/windows/Apartment.h"

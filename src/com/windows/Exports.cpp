@@ -1,4 +1,4 @@
-// The functions by which COM and regsvr32 reach the server.
+// The functions that COM and regsvr32 call.
 #include "com/windows/ClassFactory.h"
 #include "com/windows/Control.h"
 #include "com/windows/Registration.h"
@@ -6,7 +6,7 @@
 
 #include <string_view>
 
-// Their names and attributes are given by the system's headers; QXControls.def exports them.
+// Their names and attributes are fixed by the system's headers; QXControls.def exports them.
 
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH)
@@ -39,7 +39,7 @@ STDAPI DllUnregisterServer() {
     return qx::com::UnregisterServer(qx::com::Scope::MachineOrUser);
 }
 
-// regsvr32 /n /i:user: for the current user alone.
+// regsvr32 /n /i:user: registers for the current user only.
 STDAPI DllInstall(BOOL fInstall, LPCWSTR commandLine) {
     const std::wstring_view asked = commandLine == nullptr ? L"" : commandLine;
     if (!asked.empty() && asked != L"user")

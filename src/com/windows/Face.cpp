@@ -14,8 +14,8 @@ RGBQUAD QuadOf(COLORREF colour) {
     return {GetBValue(colour), GetGValue(colour), GetRValue(colour), 0};
 }
 
-// The picture that tool boxes show, in the colours of the form: its black lines in that of texts,
-// its grey ground in that of the background.
+// The toolbox picture in the form's colours: its black lines in the text colour, its grey ground in
+// the background colour.
 class Icon {
 public:
     explicit Icon(const FaceColours& colours)
@@ -82,7 +82,7 @@ public:
     }
 
 private:
-    static constexpr int kLineOfIcon = 13; // pixels; the picture doubles with the line of the font
+    static constexpr int kLineOfIcon = 13; // pixels; the picture doubles with the line height
 
     std::wstring m_name;
 };

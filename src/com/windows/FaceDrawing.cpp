@@ -156,7 +156,7 @@ int FontMeasures::HeightOf(const Part& part, int width) const {
     }
 }
 
-// A field's text begins at its upper edge: more room would stand below it alone.
+// A field's text begins at its upper edge, so extra height would appear only below it.
 int FontMeasures::AroundText() const {
     return 2 * GetSystemMetrics(SM_CYEDGE) + m_line / 5;
 }

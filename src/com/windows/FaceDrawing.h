@@ -1,4 +1,4 @@
-// Fonts, colours and measures of the faces, and how parts are drawn where there are no windows.
+// Fonts, colours and measures of the faces, and drawing of parts that have no window.
 #pragma once
 
 #include "com/faces/Arrangement.h"
@@ -6,7 +6,7 @@
 
 namespace qx::com {
 
-// The container's font, or the system's.
+// The container's font, or the system's if it has none.
 class FaceFont {
 public:
     explicit FaceFont(const Ambient& ambient);
@@ -21,7 +21,7 @@ private:
     HFONT m_font = nullptr;
 };
 
-// The container's colours, or the system's where the user wants high contrast.
+// The container's colours, or the system's in high contrast mode.
 struct FaceColours {
     explicit FaceColours(const Ambient& ambient);
     bool isHighContrast;
@@ -30,7 +30,7 @@ struct FaceColours {
 
 [[nodiscard]] std::wstring WideFromUtf8(std::string_view text);
 
-// All sizes follow from the font, and thereby from the resolution of the screen.
+// All sizes derive from the font and therefore follow the screen's resolution.
 class FontMeasures : public Measures {
 public:
     explicit FontMeasures(HFONT font);
@@ -58,11 +58,11 @@ private:
 
 void FillArea(HDC context, const RECT& area, COLORREF colour);
 
-// The line around a frame; its title is a part drawn over it.
+// The line around a frame; the title is drawn over it.
 void DrawFrame(HDC context, const RECT& area, const FontMeasures& measures);
 [[nodiscard]] RECT TitleOf(const PlacedPart& frame, const FontMeasures& measures);
 
-// The part as its window would show it.
+// Draws the part as its window would.
 void DrawPart(HDC context, const PlacedPart& placed, const FontMeasures& measures,
               const FaceColours& colours, HFONT font);
 

@@ -13,7 +13,7 @@ bool FaceWindow::OpenWindow(const Style& style, const std::wstring& text, HWND p
     windows.hInstance = Module();
     windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
     windows.lpszClassName = style.windowClass;
-    RegisterClassExW(&windows); // fails from the second time on
+    RegisterClassExW(&windows); // fails after the first time, which is harmless
     CreateWindowExW(style.extended, style.windowClass, text.c_str(), style.plain, place.left,
                     place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
                     Module(), this);
@@ -53,7 +53,7 @@ LRESULT FaceWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         Paint(window);
         return 0;
     case WM_ERASEBKGND:
-        return 1; // the face draws it all
+        return 1; // the face draws the whole background
     case WM_SIZE:
         Shown().Arrange(m_ambient);
         break;

@@ -1,5 +1,5 @@
 // FaceWindow: a window that shows a face, on a host's form or as a form of its own. It draws the
-// face, has it arranged anew when its size changes, and hands it the messages that are left.
+// face, lays it out again when its size changes, and passes it the remaining messages.
 #pragma once
 
 #include "com/windows/Face.h"
@@ -15,18 +15,18 @@ public:
 
 protected:
     FaceWindow() = default;
-    virtual ~FaceWindow() = default; // after CloseWindow
+    virtual ~FaceWindow() = default; // call CloseWindow first
 
     struct Style {
-        const wchar_t* windowClass; // which the module takes back when it is unloaded
+        const wchar_t* windowClass; // unregistered when the module is unloaded
         DWORD extended, plain;
     };
-    // Whether the window is there; showing the face may have closed it again.
+    // False if there is no window: showing the face may already have closed it.
     bool OpenWindow(const Style& style, const std::wstring& text, HWND parent, const RECT& place);
     void CloseWindow();
 
     [[nodiscard]] virtual Face& Shown() = 0;
-    // What must not go while a message is handled; null when nothing can let it go.
+    // An object to keep alive while a message is handled; null if nothing can release it.
     [[nodiscard]] virtual ComPtr<IUnknown> Kept() { return nullptr; }
     // The system's colours, fonts or sizes have changed.
     virtual void FollowSystem() = 0;

@@ -11,9 +11,9 @@ namespace {
 constexpr wchar_t kWindowClass[] = L"QXControls.Form";
 constexpr DWORD kStyle =
     WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX | WS_CLIPCHILDREN;
-constexpr SIZE kLines{60, 38}; // the size of the window, in lines of its font
+constexpr SIZE kLines{60, 38}; // window size, in line heights of its font
 
-// In the middle of the owner's screen, and no larger than that.
+// Centred on the owner's screen, and no larger than that.
 RECT PlaceBefore(HWND owner, const Ambient& ambient) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof(monitor);
@@ -74,7 +74,7 @@ void FormWindow::HandleMessages() {
     MSG message;
     while (!m_isLeft && m_window != nullptr) {
         const BOOL got = GetMessageW(&message, nullptr, 0, 0);
-        if (got <= 0) { // the host's loop is to end too
+        if (got <= 0) { // WM_QUIT also ends the host's loop
             if (got == 0)
                 PostQuitMessage(static_cast<int>(message.wParam));
             return;
@@ -109,7 +109,7 @@ bool FormWindow::TakesKey(MSG& message) {
     return SUCCEEDED(status) && isTaken;
 }
 
-// In passing, not by a button.
+// Leaves by Esc or the close button, which asks first if there are changes.
 void FormWindow::Leave() {
     if (m_table.isChanged() && MessageBoxW(m_window, L"Discard the changes?", m_title.c_str(),
                                            MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES)
@@ -170,7 +170,7 @@ OtherWindowsDisabled::OtherWindowsDisabled(HWND exception) {
 
 OtherWindowsDisabled::~OtherWindowsDisabled() {
     for (const HWND window : m_windows)
-        EnableWindow(window, TRUE); // does nothing to one that has gone
+        EnableWindow(window, TRUE); // harmless if the window is gone
 }
 
 } // namespace qx::com

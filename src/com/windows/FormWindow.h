@@ -1,5 +1,5 @@
-// FormWindow: a form as a window of its own, before the windows of the host. They take no input
-// until the user has left the form.
+// FormWindow: a form as a window of its own, in front of the host's windows, which are disabled
+// until the user leaves the form.
 #pragma once
 
 #include "com/faces/Forms.h"
@@ -16,8 +16,8 @@ public:
     explicit FormWindow(FormTable table);
     ~FormWindow() override;
 
-    // Returns when the user has left the form. It is cancelled when the host ends its window, or
-    // the thread, or when there can be no window.
+    // Returns when the user has left the form. The form is cancelled if the host closes its window
+    // or ends the thread, or if no window can be created.
     void Run();
 
     static void Unregister();
@@ -36,12 +36,12 @@ private:
     FormTable m_table;
     PartsFace m_face;
     Subscription m_closed;
-    HWND m_focus = nullptr; // where the user was when the window was left
+    HWND m_focus = nullptr; // the control that had the focus when the window was deactivated
     std::wstring m_title;
     bool m_isLeft = false;
 };
 
-// The windows of the thread, which take no input as long as this lives.
+// Disables the other windows of the thread during its lifetime.
 class OtherWindowsDisabled {
 public:
     explicit OtherWindowsDisabled(HWND exception);

@@ -24,7 +24,7 @@ void NoteControlInUse(HWND control) {
 HWND HostWindow() {
     if (const HWND active = GetActiveWindow())
         return active;
-    const HWND form = GetAncestor(ControlInUse(), GA_ROOT); // null when the control has gone
+    const HWND form = GetAncestor(ControlInUse(), GA_ROOT); // null if the control is gone
     if (form != nullptr && IsWindowVisible(form) != FALSE)
         return GetLastActivePopup(form);
     HWND first = nullptr;

@@ -1,12 +1,12 @@
-// The window of the host that message boxes and editors belong to.
+// The host's window, the owner of message boxes and editors.
 #pragma once
 
 #include "com/windows/Com.h"
 
 namespace qx::com {
 
-// The active window of the thread; where it has none, that of the control that was used last, or
-// the first one that can be seen. Null when there is none.
+// The active window of the thread; if there is none, that of the control used last, or else the
+// first visible one. Null if there is none of these.
 [[nodiscard]] HWND HostWindow();
 
 void NoteControlInUse(HWND control);

@@ -12,7 +12,7 @@
 namespace qx::com {
 namespace {
 
-constexpr HRESULT kClassicErrors = static_cast<HRESULT>(0x800A0000); // and the number
+constexpr HRESULT kClassicErrors = static_cast<HRESULT>(0x800A0000); // plus the error's number
 
 HRESULT StatusOf(ErrorNumber number) {
     switch (number) {
@@ -31,7 +31,7 @@ HRESULT StatusOf(ErrorNumber number) {
     }
 }
 
-// For hosts that look for an error beside the status.
+// For hosts that look for error information besides the status.
 void SetErrorInfoOf(const IID& iid, const std::u16string& source, const std::u16string& text) {
     ComPtr<ICreateErrorInfo> error;
     if (FAILED(CreateErrorInfo(error.Out())))
@@ -78,7 +78,7 @@ const Member& MemberMeant(const Class& type, const Invocation& invocation) {
 
 constexpr std::size_t kNotGiven = static_cast<std::size_t>(-1);
 
-// For each argument of a member, where the host's variants have it.
+// For each parameter of a member, the index of its argument among the host's variants.
 using Places = std::array<std::size_t, kMostParameters>;
 
 Places PlacesOf(const Object& object, const Member& member, const DISPPARAMS& given) {
@@ -95,8 +95,8 @@ Places PlacesOf(const Object& object, const Member& member, const DISPPARAMS& gi
                         FullName(object, member) + ": no such named argument");
         places[argument] = variant;
     };
-    // The first variants are those with names; the others are in order, the last one first. The new
-    // value of a property is the last argument, named or not.
+    // Variants with names come first; the others follow, last argument first. The new value of a
+    // property is the last argument, named or not.
     std::size_t first = 0;
     std::size_t named = given.cNamedArgs;
     if (IsSet(member) && given.cArgs > 0 &&

@@ -13,18 +13,18 @@ struct Invocation {
     LCID locale;
     WORD flags;
     DISPPARAMS* arguments;
-    VARIANT* result; // may be null, as all below
+    VARIANT* result; // this and the members below may be null
     EXCEPINFO* exception;
     UINT* wrongArgument;
 };
 
-// By-reference arguments are answered in the host's own variables. What the library reports comes
-// as DISP_E_EXCEPTION with the numbers that classic hosts know (0x800A0009: subscript out of range)
-// and its message; a call that does not fit the member as the customary DISP_E_ status.
+// By-reference arguments are written back to the host's own variables. Errors of the library are
+// returned as DISP_E_EXCEPTION with the numbers that classic hosts know (0x800A0009: subscript out
+// of range) and a message; a call that does not fit the member as the usual DISP_E_ status.
 [[nodiscard]] HRESULT InvokeMember(Object& object, const Invocation& invocation);
 
-// The identifier of a member, named first, and the positions of its arguments, named after it;
-// DISP_E_UNKNOWNNAME when one is not known, which gets DISPID_UNKNOWN.
+// names[0] is a member, the rest are its arguments: returns the member's identifier and the
+// arguments' positions. An unknown name gets DISPID_UNKNOWN, and the result is DISP_E_UNKNOWNNAME.
 [[nodiscard]] HRESULT FindNames(const Class& type, std::span<LPOLESTR> names, DISPID* ids);
 
 } // namespace qx::com

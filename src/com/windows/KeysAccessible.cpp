@@ -6,8 +6,8 @@
 namespace qx::com {
 namespace {
 
-// Answers for as long as a client holds it, but knows nothing once the window has gone. The
-// standard object of the window answers what is not special to keys.
+// Stays valid while a client holds it, but answers nothing once the window is gone. The window's
+// standard object answers everything that is not specific to keys.
 class KeysObject : public StandardAccessible {
 public:
     explicit KeysObject(HWND window) : StandardAccessible(window) {}
@@ -22,7 +22,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_accChild(VARIANT, IDispatch** child) override {
         if (child != nullptr)
             *child = nullptr;
-        return S_FALSE; // the keys are asked by way of this object
+        return S_FALSE; // clients reach the keys through this object
     }
     HRESULT STDMETHODCALLTYPE get_accName(VARIANT self, BSTR* name) override {
         return WithText(self, name, [](const PartState& all, const KeyCap* key) {
@@ -118,7 +118,7 @@ public:
 private:
     [[nodiscard]] KeysWindow* Keys() const { return KeysWindow::Of(Window()); }
 
-    // The keyboard when `self` is itself (a row of -1) or one of its keys.
+    // The keyboard if `self` is the keyboard itself (row -1) or one of its keys.
     [[nodiscard]] KeysWindow* KeysWith(const VARIANT& self, int& row) const {
         KeysWindow* const keys = Keys();
         if (keys == nullptr || V_VT(&self) != VT_I4 || V_I4(&self) < 0 ||

@@ -17,7 +17,7 @@ COLORREF ColourOf(const KeyCap& key, const KeysLook& look) {
     return colour;
 }
 
-// Black or white, whichever reads better.
+// Black or white, whichever is more legible.
 COLORREF TextOn(COLORREF colour) {
     const int light = GetRValue(colour) * 299 + GetGValue(colour) * 587 + GetBValue(colour) * 114;
     return light >= 128'000 ? RGB(0, 0, 0) : RGB(255, 255, 255);
@@ -40,7 +40,7 @@ Extent ExtentOf(const std::vector<KeyCap>& keys) {
     return whole;
 }
 
-// The heights of the keys differ; most have that of a plain key.
+// The median height, which is that of a plain key; some keys are higher.
 int PlainHeight(const std::vector<RECT>& places) {
     std::vector<int> heights;
     for (const RECT& place : places)
@@ -68,7 +68,7 @@ int HeightOf(HFONT font) {
     return std::abs(static_cast<int>(of.lfHeight));
 }
 
-// In proportion to the keys and no larger than the face's own; a key scales that.
+// In proportion to the keys, at most the face's own size; then multiplied by the key's text scale.
 HFONT KeyFont(HFONT face, int keyHeight, const KeyCap& key) {
     const auto usual = static_cast<Single>(std::min(keyHeight * 2 / 5, HeightOf(face)));
     const auto most = static_cast<Single>(std::max(keyHeight, kLeastFont));
@@ -76,14 +76,14 @@ HFONT KeyFont(HFONT face, int keyHeight, const KeyCap& key) {
     return FontOfHeight(face, static_cast<int>(std::lround(height)), key.isBold);
 }
 
-// How large the text is in the width, of which a long word may need more.
+// The size of the text wrapped to the width; a long word may be wider.
 SIZE SizeOf(HDC context, const std::wstring& text, LONG width) {
     RECT needed{0, 0, width, 0};
     DrawTextW(context, text.c_str(), -1, &needed, DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
     return {needed.right, needed.bottom};
 }
 
-// "NumLock", "Num7" and "Num+" in two lines each.
+// Breaks "NumLock", "Num7" and "Num+" into two lines each.
 std::wstring InLines(const std::wstring& text) {
     std::wstring lines;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -96,8 +96,8 @@ std::wstring InLines(const std::wstring& text) {
     return lines;
 }
 
-// A caption that does not fit goes on in another line, and then is drawn smaller, down to the least
-// size that reads.
+// A caption that does not fit is broken into lines, then drawn smaller, down to the smallest
+// legible size.
 void DrawCaption(HDC context, RECT area, const std::string& caption) {
     std::wstring text = WideFromUtf8(caption);
     const LONG width = area.right - area.left;
@@ -123,7 +123,7 @@ void DrawCaption(HDC context, RECT area, const std::string& caption) {
         DeleteObject(last);
 }
 
-// Lines and marks are those of a key of the plain height, whatever its own.
+// Lines and marks are sized for a key of the usual height, whatever this key's height.
 void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look, int height) {
     const bool marksCurrent = look.isHighContrast && key.isCurrent;
     const COLORREF colour = marksCurrent ? GetSysColor(COLOR_HIGHLIGHT) : ColourOf(key, look);
@@ -170,7 +170,7 @@ void DrawKey(HDC context, RECT place, const KeyCap& key, const KeysLook& look, i
     SelectObject(context, earlierFont);
     DeleteObject(font);
     if (key.index == look.focus) {
-        SetTextColor(context, RGB(0, 0, 0)); // the colours that the rectangle inverts with
+        SetTextColor(context, RGB(0, 0, 0)); // DrawFocusRect inverts with these
         SetBkColor(context, RGB(255, 255, 255));
         InflateRect(&place, -line, -line);
         DrawFocusRect(context, &place);

@@ -1,5 +1,5 @@
-// A keyboard drawn into any device context: its keys are scaled into an area, their proportions
-// kept. Programmed and current keys differ by a mark besides their colours.
+// Draws a keyboard into any device context: the keys are scaled to an area, keeping their
+// proportions. Programmed and current keys are marked by more than their colours.
 #pragma once
 
 #include "com/faces/Part.h"
@@ -9,15 +9,15 @@ namespace qx::com {
 
 struct KeysLook {
     HFONT font;
-    bool isHighContrast = false; // in the system's colours
+    bool isHighContrast = false; // use the system colours
     int focus = -1;              // the number of the key that has the focus
     int pressed = -1;
 };
 
-// How high they are where they are as wide as this.
+// The height of the keyboard if it is this wide.
 [[nodiscard]] int HeightOfKeys(const std::vector<KeyCap>& keys, int width);
 
-// Where the keys are drawn, in their order.
+// Where the keys are drawn, in the order of `keys`.
 [[nodiscard]] std::vector<RECT> PlacesOf(const std::vector<KeyCap>& keys, const RECT& area);
 
 void DrawKeys(HDC context, const RECT& area, const PartState& state, const KeysLook& look);

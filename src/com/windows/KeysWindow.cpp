@@ -26,7 +26,7 @@ HWND KeysWindow::Create(HWND parent, int id) {
     windows.hInstance = Module();
     windows.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
     windows.lpszClassName = kWindowClass;
-    RegisterClassExW(&windows); // fails from the second time on
+    RegisterClassExW(&windows); // fails after the first time, which is harmless
     return CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0,
                            0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Module(),
                            nullptr);
@@ -78,7 +78,7 @@ int KeysWindow::RowAt(POINT point) const {
     return -1;
 }
 
-// The nearest key in the direction; the way across counts twice.
+// The nearest key in the direction; distance across it counts double.
 int KeysWindow::RowToward(int dx, int dy) const {
     const std::vector<RECT> places = Places();
     const int from = FocusRow();
@@ -113,10 +113,10 @@ void KeysWindow::FocusOn(int row) {
 void KeysWindow::Pick(int row) {
     if (row < 0 || !m_state.keys[static_cast<std::size_t>(row)].isEnabled ||
         IsWindowEnabled(GetAncestor(m_window, GA_ROOT)) == FALSE)
-        return; // screen readers reach it beneath a modal window too
+        return; // screen readers can call this even while a modal window is open
     FocusOn(row);
     SendMessageW(GetParent(m_window), kKeyPicked, static_cast<WPARAM>(GetDlgCtrlID(m_window)),
-                 m_focus); // which may end this object
+                 m_focus); // may destroy this object
 }
 
 bool KeysWindow::HandleKey(WPARAM key) {
@@ -164,7 +164,7 @@ void KeysWindow::Release(POINT point) {
         Pick(row);
 }
 
-// The tip is that of the key under the pointer.
+// The tooltip is that of the key under the pointer.
 void KeysWindow::Point(const MSG& mouse) {
     if (mouse.message == WM_MOUSEMOVE)
         ShowToolTip(RowAt({GET_X_LPARAM(mouse.lParam), GET_Y_LPARAM(mouse.lParam)}));
@@ -173,7 +173,7 @@ void KeysWindow::Point(const MSG& mouse) {
                      reinterpret_cast<LPARAM>(const_cast<MSG*>(&mouse)));
 }
 
-// Each key's tip is a tool of its own, so that its delay begins when the pointer reaches the key.
+// Each key's tooltip is a separate tool, so that the delay starts when the pointer reaches the key.
 void KeysWindow::ShowToolTip(int row) {
     const KeyCap none;
     const KeyCap& key = row < 0 ? none : m_state.keys[static_cast<std::size_t>(row)];
@@ -206,7 +206,7 @@ void KeysWindow::Draw(HDC context, const RECT& area) const {
              {m_font, m_isHighContrast, GetFocus() == m_window ? m_focus : -1, m_pressed});
 }
 
-// By way of a bitmap, so that nothing flickers.
+// Through a bitmap, to avoid flicker.
 void KeysWindow::Paint() {
     PAINTSTRUCT paint{};
     const HDC window = BeginPaint(m_window, &paint);

@@ -1,4 +1,4 @@
-// KeysWindow: a keyboard as one window that takes the mouse and the keyboard. Each key is an
+// KeysWindow: a keyboard as one window that handles mouse and keyboard input. Each key is an
 // accessible object of its own.
 //
 // It reports to its parent with the messages below: wParam is the window's identifier, lParam the
@@ -20,14 +20,14 @@ inline constexpr UINT kKeyReached = WM_APP + 2; // by an arrow key
 class KeysWindow {
 public:
     [[nodiscard]] static HWND Create(HWND parent, int id);
-    // Lives as long as its window; null when the window is none, or one of another thread.
+    // Lives as long as its window; null if the window is not a KeysWindow of this thread.
     [[nodiscard]] static KeysWindow* Of(HWND window);
     static void Unregister();
 
     void Show(const PartState& state, HFONT font, const FaceColours& colours);
 
     [[nodiscard]] const PartState& Shown() const { return m_state; }
-    [[nodiscard]] std::vector<RECT> Places() const;               // in the window
+    [[nodiscard]] std::vector<RECT> Places() const;               // relative to the window
     [[nodiscard]] int FocusRow() const { return RowOf(m_focus); } // in Shown().keys; -1 for none
     [[nodiscard]] int RowAt(POINT point) const;
     void Pick(int row); // as if the user had picked the key
@@ -48,7 +48,7 @@ private:
 
     HWND m_window;
     PartState m_state;
-    HFONT m_font = nullptr; // the face's
+    HFONT m_font = nullptr; // the face's font, not owned
     COLORREF m_background = 0;
     bool m_isHighContrast = false;
     int m_focus = -1; // the number of the key

@@ -10,7 +10,7 @@
 namespace qx::com {
 namespace {
 
-// The first call of each start-up.
+// The first function called at each start-up.
 constexpr std::string_view kFirstFunction = "QXCFG_SetCommandDelta";
 
 std::wstring FolderOf(const std::wstring& file) {
@@ -23,11 +23,11 @@ std::vector<std::wstring> Folders() {
     return {FolderOf(FileOfModule(nullptr)), FolderOf(FileOfModule(Module())), system};
 }
 
-// For drivers that do not post to windows by themselves.
+// For drivers that do not post to windows themselves.
 void QX_DRIVER_CALL PostToWindow(std::int32_t hWindow, std::int32_t lMsg, std::int32_t wParam,
                                  std::int32_t lParam) {
     const auto window = reinterpret_cast<HWND>(static_cast<std::intptr_t>(hWindow));
-    if (window != nullptr) // else it would go to the thread
+    if (window != nullptr) // a message without a window would go to the thread
         PostMessageW(window, static_cast<UINT>(lMsg), static_cast<WPARAM>(wParam), lParam);
 }
 

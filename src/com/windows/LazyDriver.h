@@ -1,8 +1,8 @@
-// LazyDriver: the keyboard's driver library, loaded when it is first needed.
+// LazyDriver: loads the keyboard's driver library when it is first needed.
 //
-// It is looked for by its customary name in the folder of the host's program, in the server's own
-// and in the system's; never in the current folder. Without it every call fails with status -1 and
-// a trace line; it is looked for again at the next start-up of the keyboard.
+// It looks for the library by its usual name in the folder of the host's program, in the server's
+// own and in the system's; never in the current folder. If it is not found, every call fails with
+// status -1 and a trace line; the next start-up of the keyboard looks for it again.
 #pragma once
 
 #include "qxcontrols/device/DriverLibrary.h"
@@ -26,7 +26,7 @@ private:
     [[nodiscard]] ConfigDriver* For(std::string_view sFunction);
     void Load();
 
-    std::recursive_mutex m_mutex; // one keyboard for the objects of all apartments
+    std::recursive_mutex m_mutex; // the objects of all apartments share one keyboard
     std::optional<DriverLibrary> m_library;
     bool m_isMissing = false;
 };

@@ -14,7 +14,7 @@ namespace {
 
 constexpr DWORD kMillisecondsToWait = 1;
 
-// Timers without a window belong to the thread that set them; their messages name them by number.
+// Timers without a window belong to the thread that set them; their messages carry only a number.
 using TimersByNumber = std::map<UINT_PTR, FormTimer*>;
 TimersByNumber& TimersOfThread() {
     static thread_local TimersByNumber timers;
@@ -63,7 +63,7 @@ private:
     UINT_PTR m_number = 0;
 };
 
-// How often the pointer was asked for, and which one it took the place of.
+// How often the wait pointer was requested, and the pointer it replaced.
 struct PointerState {
     int shown = 0;
     HCURSOR earlier = nullptr;
@@ -82,7 +82,7 @@ std::uint32_t WindowsTickCounter::GetTickCount() {
 Guid WindowsGuidCreator::CreateSafeGuid() {
     GUID created;
     if (FAILED(CoCreateGuid(&created)))
-        throw std::runtime_error("the system gives no identifiers");
+        throw std::runtime_error("the system cannot create identifiers");
     Guid guid{static_cast<std::uint32_t>(created.Data1), created.Data2, created.Data3, {}};
     std::ranges::copy(created.Data4, guid.rest.begin());
     return guid;
@@ -109,7 +109,7 @@ void WindowsWaitPointer::Restore() {
 void WindowsPendingMessages::Process() {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_QUIT) { // is the host's, whose loop ends by it
+        if (message.message == WM_QUIT) { // meant for the host's loop, so it is posted again
             PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }

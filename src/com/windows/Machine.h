@@ -1,5 +1,5 @@
-// The machine as Windows offers it to the library: one small class for each service of
-// qxcontrols/platform, and all of them together.
+// The services of qxcontrols/platform on Windows: one small class for each, and all of them
+// together.
 #pragma once
 
 #include "com/Environment.h"
@@ -35,7 +35,7 @@ public:
     void Process() override;
 };
 
-// So do the forms.
+// So do forms.
 class WindowsModalForms : public ModalForms {
 public:
     void ShowModal(frmSequencer& form) override;

@@ -48,7 +48,7 @@ std::wstring TextOfWindow(HWND window) {
 
 void ShowText(HWND window, const std::string& text) {
     const std::wstring wide = WideFromUtf8(text);
-    if (TextOfWindow(window) != wide) // else the caret stays where it is
+    if (TextOfWindow(window) != wide) // setting an equal text would move the caret
         SetWindowTextW(window, wide.c_str());
 }
 
@@ -84,15 +84,15 @@ void ShowList(HWND window, const PartState& state) {
         SendMessageW(window, LB_SETCURSEL, static_cast<WPARAM>(state.value), 0);
 }
 
-// Keys that move the focus, keys that change others, and keys of shortcuts keep their meaning.
+// Keys that move the focus, modifier keys and shortcuts are not for the sequence.
 bool IsForSequence(WPARAM key) {
     const bool isControl = GetKeyState(VK_CONTROL) < 0;
-    const bool isAlt = GetKeyState(VK_MENU) < 0; // both together type a character
+    const bool isAlt = GetKeyState(VK_MENU) < 0; // Ctrl and Alt together type a character
     return isControl == isAlt && key != VK_TAB && key != VK_SHIFT && key != VK_CONTROL &&
            key != VK_MENU && key != VK_LWIN && key != VK_RWIN && key != VK_CAPITAL;
 }
 
-// A button that is named otherwise than its text says. The part outlives its window.
+// For a button whose accessible name differs from its text. The part outlives its window.
 LRESULT CALLBACK OnNamedMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                 UINT_PTR id, DWORD_PTR data) {
     const auto* const part = reinterpret_cast<const Part*>(data);
@@ -111,7 +111,7 @@ LRESULT CALLBACK OnNamedMessage(HWND window, UINT message, WPARAM wParam, LPARAM
 LRESULT CALLBACK OnSequenceMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                    UINT_PTR id, DWORD_PTR) {
     switch (message) {
-    case WM_GETDLGCODE: // not those that leave it
+    case WM_GETDLGCODE: // all keys except those that leave the control
         return DLGC_WANTCHARS | DLGC_WANTARROWS;
     case WM_KEYDOWN:
         if (IsForSequence(wParam))
@@ -193,7 +193,7 @@ bool ReadInput(HWND window, const Part& part, UINT notification, PartInput& inpu
         input.text = Utf8FromUtf16({reinterpret_cast<const char16_t*>(text.data()), text.size()});
         return notification == EN_CHANGE && input.text != part.state.text;
     }
-    case PartKind::Slider: // whatever has moved it
+    case PartKind::Slider: // whichever way it was moved
         input.value = static_cast<Integer>(SendMessageW(window, TBM_GETPOS, 0, 0));
         return input.value != part.state.value;
     default:

@@ -1,5 +1,5 @@
-// The native child windows of the parts: how each kind is made, and how it shows a part's state.
-// Showing never counts as the user's action.
+// The native child windows of the parts: creates the window for each kind and shows a part's state
+// in it. Showing never counts as the user's action.
 #pragma once
 
 #include "com/faces/Part.h"
@@ -11,13 +11,13 @@ namespace qx::com {
 inline constexpr UINT kSequenceKey = WM_APP + 3;  // lParam is the virtual key code
 inline constexpr UINT kSequenceType = WM_APP + 4; // a key that types something
 
-// A frame's window is its title. The part outlives the window.
+// For a frame, the window is its title. The part outlives the window.
 [[nodiscard]] HWND NewWindow(const Part& part, HWND parent, int id);
 
-// The place is left as it is. A control that reacts to nothing has no part enabled.
+// Leaves the position unchanged. If `reacts` is false, every part is disabled.
 void ShowState(HWND window, const Part& part, bool reacts);
 
-// The user's input that a notification of the part's window reports; none when it reports none.
+// Reads the user's input that a notification of the part's window reports; false if there is none.
 [[nodiscard]] bool ReadInput(HWND window, const Part& part, UINT notification, PartInput& input);
 
 } // namespace qx::com

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kFirstId = 100;
 
-// Around everything, half of the usual distance between parts.
+// Leaves a margin of half the usual gap between parts.
 Place Inside(const RECT& bounds, const FontMeasures& measures) {
     const int edge = measures.Gap();
     return {bounds.left + edge, bounds.top + edge,
@@ -93,7 +93,7 @@ void PartsFace::Close() {
         DestroyWindow(m_toolTips);
     m_toolTips = nullptr;
     m_window = nullptr;
-    m_children.clear(); // which go with the control's window
+    m_children.clear(); // their windows go with the control's window
     m_font.reset();
     m_colours.reset();
     if (m_brush != nullptr)
@@ -112,7 +112,7 @@ void PartsFace::Arrange(const Ambient& ambient) {
     const auto earlier = std::exchange(m_font, std::make_unique<FaceFont>(ambient)); // still in use
     for (const Child& child : m_children) {
         SendMessageW(child.window, WM_SETFONT, reinterpret_cast<WPARAM>(m_font->Get()), TRUE);
-        SendMessageW(child.window, WM_SYSCOLORCHANGE, 0, 0); // sliders keep a background
+        SendMessageW(child.window, WM_SYSCOLORCHANGE, 0, 0); // sliders cache their background
     }
     ShowAll();
     RedrawAll();
@@ -123,8 +123,8 @@ void PartsFace::Refreshed() {
     m_changed();
 }
 
-// The control raises the event that ends here in the middle of its work, which a text that cannot
-// be shown must not break off.
+// Refreshed is raised in the middle of the control's work, which must not be aborted because a text
+// cannot be shown.
 void PartsFace::ShowAll() {
     const HRESULT refreshed = Guarded([&] {
         Refresh(m_table.root);
@@ -158,7 +158,7 @@ void PartsFace::ShowToolTip(const Child& child) {
     SendMessageW(m_toolTips, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-// Nothing that is drawn moves with a child: its neighbours may have covered a part of it.
+// Child windows are moved without copying their pixels: neighbours may have covered part of them.
 void PartsFace::PlaceChildren() {
     const FontMeasures measures(m_font->Get());
     RECT bounds{};
@@ -199,7 +199,7 @@ PartsFace::Child* PartsFace::ChildOf(WPARAM id) {
     return row < m_children.size() ? &m_children[row] : nullptr;
 }
 
-// A host's sink may release the control meanwhile, and the face with its children.
+// A host's sink may release the control during the action, and with it the face and its children.
 void PartsFace::RunAction(const std::function<void()>& action) {
     std::optional<Object::InUse> inUse;
     if (m_object != nullptr)
@@ -216,10 +216,10 @@ void PartsFace::Act(Part& part, const PartInput& input) {
         else
             part.act(input);
     });
-    ShowAll(); // also where the control has changed nothing
+    ShowAll(); // even if the control has changed nothing
 }
 
-// A window that only goes to the background keeps its focus for its return.
+// A window that is only deactivated keeps its focus for its return.
 void PartsFace::NoteFocus(const Part& part, bool hasCome) {
     if (part.focus && (hasCome || IsChild(m_window, GetFocus()) != FALSE))
         RunAction([&] { part.focus(hasCome); });
@@ -229,7 +229,7 @@ bool PartsFace::Notify(WPARAM id, UINT notification) {
     const Child* const child = ChildOf(id);
     if (child != nullptr && child->part->kind == PartKind::Edit &&
         (notification == EN_SETFOCUS || notification == EN_KILLFOCUS)) {
-        NoteFocus(*child->part, notification == EN_SETFOCUS); // which may end the children
+        NoteFocus(*child->part, notification == EN_SETFOCUS); // may destroy the children
         return true;
     }
     PartInput input;

@@ -1,6 +1,6 @@
-// PartsFace: the face of a visible control, made from the table of its parts
-// (com/faces/Faces.h): native child windows at run time, drawn parts where there is no window and
-// while the form is designed.
+// PartsFace: the face of a visible control, built from the table of its parts (com/faces/Faces.h):
+// native child windows at run time, drawn parts where there is no window and while the form is
+// designed.
 #pragma once
 
 #include "com/faces/Faces.h"
@@ -16,8 +16,8 @@ namespace qx::com {
 
 class PartsFace : public Face {
 public:
-    // `changed` is called whenever the face looks different. The object is kept alive while it
-    // acts; null when the caller sees to that.
+    // `changed` is called whenever the face looks different. The object is kept alive during its
+    // actions; pass null if the caller does that.
     PartsFace(Object* object, FaceTable table, std::function<void()> changed);
     ~PartsFace() override;
 
@@ -29,7 +29,7 @@ public:
     bool TakesKey(MSG& message) override;
     [[nodiscard]] std::wstring Mnemonics() const override;
     bool TakesMnemonic(wchar_t letter) override;
-    // The focus to the first child that can have it, or the last one; whether there is one.
+    // Gives the focus to the first (or last) child that can have it; false if there is none.
     bool FocusOn(bool isLast);
 
 private:
@@ -53,7 +53,7 @@ private:
     bool ColourOf(HDC context, HWND child, LRESULT& result);
     bool TakesTab();
     bool TakesEnter(MSG& message);
-    [[nodiscard]] std::vector<HWND> TabStops() const; // in the order in which Tab leads to them
+    [[nodiscard]] std::vector<HWND> TabStops() const; // in Tab order
     void TakeFocus(std::string_view id);
 
     Object* m_object;
@@ -61,7 +61,7 @@ private:
     std::function<void()> m_changed;
     std::vector<Subscription> m_subscriptions;
 
-    HWND m_window = nullptr; // with children, while the control is at work
+    HWND m_window = nullptr; // has children while the control is active
     HWND m_toolTips = nullptr;
     std::vector<Child> m_children;
     std::unique_ptr<FaceFont> m_font;

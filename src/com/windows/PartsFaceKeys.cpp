@@ -1,4 +1,4 @@
-// The keyboard's part of PartsFace: the focus among its children, Tab, Enter and mnemonics.
+// The keyboard handling of PartsFace: the focus among its children, Tab, Enter and mnemonics.
 #include "com/windows/PartsFace.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 namespace qx::com {
 namespace {
 
-// The letter after the mark in a caption, in capitals; 0 for none.
+// The letter after the mark in a caption, in upper case; 0 if there is none.
 wchar_t MnemonicIn(const Part& part) {
     if (part.kind != PartKind::Label && part.kind != PartKind::Frame &&
         part.kind != PartKind::CheckBox && part.kind != PartKind::Button)
@@ -42,7 +42,7 @@ bool PartsFace::FocusOn(bool isLast) {
     return true;
 }
 
-// Tab within the control; out of it, the container moves the focus.
+// Handles Tab within the control; at its ends, the container moves the focus.
 bool PartsFace::TakesTab() {
     const bool isBack = GetKeyState(VK_SHIFT) < 0;
     std::vector<HWND> stops = TabStops();
@@ -55,7 +55,7 @@ bool PartsFace::TakesTab() {
     return true;
 }
 
-// Elsewhere, Enter is the container's.
+// In other parts, Enter belongs to the container.
 bool PartsFace::TakesEnter(MSG& message) {
     const auto child = std::ranges::find(m_children, message.hwnd, &Child::window);
     if (child == m_children.end())
@@ -89,7 +89,7 @@ bool PartsFace::TakesKey(MSG& message) {
         return TakesEnter(message);
     if (message.wParam < VK_PRIOR || message.wParam > VK_DOWN)
         return false;
-    TranslateMessage(&message); // arrows and their like, which containers would take
+    TranslateMessage(&message); // arrows and similar keys, which containers would consume
     DispatchMessageW(&message);
     return true;
 }
@@ -114,7 +114,7 @@ bool PartsFace::TakesMnemonic(wchar_t letter) {
         return false;
     SetFocus(next->window);
     if (next == marked)
-        SendMessageW(next->window, BM_CLICK, 0, 0); // which may end the children
+        SendMessageW(next->window, BM_CLICK, 0, 0); // may destroy the children
     return true;
 }
 

@@ -23,10 +23,10 @@ constexpr wchar_t kPlatform[] = L"win32";
 constexpr wchar_t kOtherPlatform[] = L"win64";
 #endif
 
-// One value below the classes' key; without a name the key's own.
+// One value below the classes' key; an empty name is the key's default value.
 struct Row {
-    std::wstring tree; // which goes as a whole when the server is unregistered, unless it is shared
-    std::wstring key;  // below the tree
+    std::wstring tree; // deleted as a whole when unregistering, unless it is shared
+    std::wstring key;  // relative to the tree
     std::wstring name;
     std::wstring data;
 };
@@ -39,7 +39,7 @@ std::wstring LibraryTree() {
     return L"TypeLib\\" + Wide(kLibraryId);
 }
 
-// Below the library's tree.
+// Relative to the library's tree.
 std::wstring FileKey(const wchar_t* platform) {
     return L"\\" + Version() + L"\\0\\" + platform;
 }
@@ -119,12 +119,12 @@ LSTATUS Write(HKEY hive, const Row& row) {
     return written;
 }
 
-// Each word size has its own classes and interfaces; their names and the type library are shared.
+// Each word size has its own classes and interfaces; program names and the type library are shared.
 bool IsShared(const std::wstring& tree) {
     return !tree.starts_with(L"CLSID\\") && !tree.starts_with(L"Interface\\");
 }
 
-// Whether the server of the other word size is registered too.
+// Whether the server of the other word size is registered as well.
 bool HasOtherWordSize(HKEY hive) {
     HKEY key = nullptr;
     const std::wstring name = kClasses + LibraryTree() + FileKey(kOtherPlatform);
@@ -148,7 +148,7 @@ LSTATUS DeleteFrom(HKEY hive) {
         if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
             result = status;
     }
-    if (hive == HKEY_CURRENT_USER) // which may have had none of these folders before
+    if (hive == HKEY_CURRENT_USER) // these folders may not have existed before
         for (const wchar_t* const folder : {L"CLSID", L"Interface", L"TypeLib"})
             SHDeleteEmptyKeyW(hive, (std::wstring(kClasses) + folder).c_str());
     return result;

@@ -7,15 +7,15 @@ namespace qx::com {
 
 enum class Scope {
     Machine,
-    MachineOrUser, // for the user when the process may not write for the machine
+    MachineOrUser, // for the user if the process may not write for the machine
     User,
 };
 
-// Leaves nothing behind when it fails.
+// Leaves nothing behind if it fails.
 [[nodiscard]] HRESULT RegisterServer(Scope scope);
 
-// Deletes every key that registering made, except those that the server of the other word size
-// needs as well; keys that are not there are no error.
+// Deletes every key that registering created, except those that the server of the other word size
+// needs too; missing keys are not an error.
 [[nodiscard]] HRESULT UnregisterServer(Scope scope);
 
 } // namespace qx::com

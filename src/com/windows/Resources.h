@@ -1,4 +1,4 @@
-// The numbers of the server's resources; the resource compiler reads this too.
+// The numbers of the server's resources; also read by the resource compiler.
 #pragma once
 
 #define QX_TYPE_LIBRARY 1

@@ -14,8 +14,8 @@ namespace {
 HINSTANCE g_module = nullptr;
 std::atomic<long> g_uses = 0;
 
-// Lives until the process ends: hosts unload the server while the loader's lock is held, under
-// which nothing may be released.
+// Never destroyed: hosts unload the server while they hold the loader lock, under which nothing may
+// be released.
 Machine& TheMachine() {
     static auto* const machine = new Machine;
     return *machine;
@@ -89,7 +89,7 @@ std::wstring FileOfModule(HINSTANCE module) {
 
 HRESULT OwnTypeLibrary(ITypeLib** library) {
     static std::mutex mutex;
-    static ITypeLib* loaded = nullptr; // as long as the machine above
+    static ITypeLib* loaded = nullptr; // never released, like the machine above
     const std::lock_guard lock(mutex);
     if (loaded == nullptr) {
         const HRESULT result = LoadTypeLibEx(FileOfModule(g_module).c_str(), REGKIND_NONE, &loaded);

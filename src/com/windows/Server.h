@@ -1,5 +1,5 @@
-// The server's module: its classes by their identifiers, its type library, what its objects are
-// made with, and whether it is still in use.
+// The server's module: its classes by identifier, its type library, the environment of its objects,
+// and whether it is still in use.
 #pragma once
 
 #include "com/Class.h"
@@ -11,7 +11,7 @@
 
 namespace qx::com {
 
-// A class of the library with its identifiers as COM takes them.
+// A class of the library with its identifiers in COM's form.
 struct ServedClass {
     const Class& type;
     CLSID clsid;
@@ -24,26 +24,26 @@ struct ServedClass {
 
 [[nodiscard]] std::span<const ServedClass> ServedClasses();
 [[nodiscard]] const ServedClass& ServedOf(const Class& type);
-[[nodiscard]] const ServedClass* FindServed(REFCLSID clsid); // null when there is none
+[[nodiscard]] const ServedClass* FindServed(REFCLSID clsid); // null if there is none
 
 // "QXControls.QXBarcode".
 [[nodiscard]] std::wstring ProgIdOf(const Class& type);
 
-// What containers are to know of the class's controls beforehand: OLEMISC_ flags.
+// The OLEMISC_ flags that containers read before they create a control of the class.
 [[nodiscard]] DWORD MiscStatusOf(const Class& type);
 
-// The module itself; set when it is loaded.
+// The module handle; set when the module is loaded.
 void SetModule(HINSTANCE module);
 [[nodiscard]] HINSTANCE Module();
-[[nodiscard]] std::wstring FileOfModule(HINSTANCE module); // null is the host's program
+[[nodiscard]] std::wstring FileOfModule(HINSTANCE module); // null for the host's program
 
-// The type library that the module carries.
+// The type library in the module's resources.
 [[nodiscard]] HRESULT OwnTypeLibrary(ITypeLib** library);
 [[nodiscard]] HRESULT OwnTypeInfo(REFGUID guid, ITypeInfo** info);
 
 [[nodiscard]] const Environment& ServerEnvironment();
 
-// Each object of the server, and each lock that a host puts on it, keeps it in use.
+// Each object of the server, and each lock that a host holds on it, keeps it in use.
 class InUse {
 public:
     InUse();
@@ -52,7 +52,7 @@ public:
     InUse& operator=(const InUse&) = delete;
 };
 void LockServer(bool fLock);
-// Lets the driver go too when nothing is in use.
+// Also releases the driver if nothing is in use.
 [[nodiscard]] bool CanUnload();
 
 } // namespace qx::com

@@ -1,5 +1,5 @@
-// StandardAccessible: an accessible object that answers as the standard one of its window does,
-// except where a class derived from it knows better.
+// StandardAccessible: an accessible object that answers like the standard one of its window, except
+// where a derived class overrides it.
 #pragma once
 
 #include "com/windows/Server.h"
@@ -13,7 +13,7 @@ namespace qx::com {
 
 class StandardAccessible : public IAccessible {
 public:
-    // Of the window's client area; throws when the system has none.
+    // For the window's client area; throws if the system has no standard object for it.
     explicit StandardAccessible(HWND window);
     virtual ~StandardAccessible() = default;
 
@@ -25,7 +25,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override;
-    // Clients call the interface itself.
+    // Not needed: clients call the interface directly.
     HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                                      UINT*) override {
         return E_NOTIMPL;
@@ -64,10 +64,10 @@ private:
     std::atomic<ULONG> m_references = 1;
 };
 
-// Takes over the object as the answer to WM_GETOBJECT.
+// Takes ownership of the object and returns the result for WM_GETOBJECT.
 [[nodiscard]] LRESULT AnswerWith(IAccessible* created, WPARAM wParam);
 
-// The answer of a window whose name is not its text.
+// The result of WM_GETOBJECT for a window whose accessible name is not its text.
 [[nodiscard]] LRESULT AccessibleByName(HWND window, WPARAM wParam, std::wstring name);
 
 } // namespace qx::com

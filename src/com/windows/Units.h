@@ -1,4 +1,5 @@
-// Pixels of the screen and hundredths of a millimetre, in which containers give sizes.
+// Converts between screen pixels and hundredths of a millimetre, the unit in which containers give
+// sizes.
 #pragma once
 
 #include "com/windows/Com.h"

@@ -13,7 +13,7 @@ namespace {
     throw Error(ErrorNumber::TypeMismatch, why);
 }
 
-// How many bytes a reference of the type points to; 0 for types that no member takes.
+// The size in bytes of a referenced value of the type; 0 for types that no member accepts.
 std::size_t SizeOf(VARTYPE type) {
     switch (type) {
     case VT_I1:
@@ -47,7 +47,7 @@ std::size_t SizeOf(VARTYPE type) {
 
 constexpr int kMostReferences = 8; // of variants to variants
 
-// The innermost variant, which may be a reference to a plain type.
+// The innermost variant, which may itself be a reference to a plain type.
 const VARIANT& Innermost(const VARIANT& given) {
     const VARIANT* variant = &given;
     for (int i = 0; V_VT(variant) == (VT_BYREF | VT_VARIANT); ++i) {
@@ -78,11 +78,11 @@ bool IsText(const Type& type) {
     return type.kind == Kind::Text || type.kind == Kind::Block;
 }
 
-// The system's own conversion; throws Error when there is none.
+// The system's own conversion; throws Error if there is none.
 VARIANT Converted(const VARIANT& plain, VARTYPE type, LCID locale) {
     VARIANT converted;
     VariantInit(&converted);
-    VARIANT source = plain; // which is only read
+    VARIANT source = plain; // only read
     const HRESULT result = VariantChangeTypeEx(&converted, &source, locale, 0, type);
     if (result == DISP_E_OVERFLOW)
         throw Error(ErrorNumber::Overflow, "does not fit");
@@ -146,7 +146,7 @@ VARIANT Followed(const VARIANT& given) {
     } else {
         const std::size_t size = SizeOf(type);
         if (size == 0)
-            Refuse("a value of a kind that no member takes");
+            Refuse("a value of an unsupported type");
         std::memcpy(&V_I8(&plain), target, size);
     }
     V_VT(&plain) = type;
@@ -158,7 +158,7 @@ Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale) {
     switch (V_VT(&plain)) {
     case VT_EMPTY:
         return wanted.kind == Kind::Object ? Value(ObjectRef()) : Value();
-    case VT_NULL: // by which some hosts mean Nothing
+    case VT_NULL: // some hosts pass it for Nothing
         if (wanted.kind == Kind::Object)
             return ObjectRef();
         throw Error(ErrorNumber::InvalidUseOfNull, "invalid use of Null");
@@ -197,7 +197,7 @@ Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale) {
     default:
         break;
     }
-    Refuse("a value of a kind that no member takes");
+    Refuse("a value of an unsupported type");
 }
 
 Value OutputFrom(const VARIANT& given, const Type& wanted, LCID locale) {
@@ -261,8 +261,8 @@ void Answer(const VARIANT& given, const Value& value, LCID locale) {
     if (!V_ISBYREF(&given))
         return;
     OwnedVariant answer(VariantFrom(value));
-    // The variant that a reference to a variant means takes any type, unless it is itself a
-    // reference to a typed place.
+    // A variant that is reached by reference can hold any type, unless it is itself a reference to
+    // a typed variable.
     const VARIANT& inner = Innermost(given);
     if (!V_ISBYREF(&inner)) {
         auto& target = const_cast<VARIANT&>(inner);
@@ -279,7 +279,7 @@ void Answer(const VARIANT& given, const Value& value, LCID locale) {
     }
     VARIANT earlier = Followed(inner);
     std::memcpy(target, &V_I8(&fitting.Get()), SizeOf(type));
-    (void)fitting.Detach(); // belongs to the host now
+    (void)fitting.Detach(); // owned by the host now
     VariantClear(&earlier);
 }
 

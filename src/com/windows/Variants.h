@@ -1,4 +1,4 @@
-// Between the hosts' variants and the library's values.
+// Converts between the hosts' variants and the library's values.
 #pragma once
 
 #include "com/Value.h"
@@ -6,25 +6,26 @@
 
 namespace qx::com {
 
-// The variant that is meant, after all references; owned by the host still. Throws Error with
-// TypeMismatch for a reference to nothing.
+// The variant at the end of all references; still owned by the host. Throws Error with TypeMismatch
+// for a reference to nothing.
 [[nodiscard]] VARIANT Followed(const VARIANT& given);
 
-// The value, near enough to the wanted type that Coerced does the rest: dates, currency and numbers
-// in texts are read as the host's locale has them, and a foreign object stands for its default
-// value. Throws Error with TypeMismatch for what no member takes, foreign objects in place of the
-// library's among them.
+// The value, converted far enough that Coerced can do the rest: dates, currency and numbers in
+// texts are read in the host's locale, and a foreign object is replaced by its default value.
+// Throws Error with TypeMismatch for types that no member accepts, including a foreign object where
+// one of the library's is expected.
 [[nodiscard]] Value ValueFrom(const VARIANT& given, const Type& wanted, LCID locale);
 
-// The same for an argument that is only answered: a variant that takes any answer may hold anything
-// before, which is an empty value if it is no text.
+// The same for an output-only argument: a variant may hold anything before the call, and is treated
+// as empty if it is not a text.
 [[nodiscard]] Value OutputFrom(const VARIANT& given, const Type& wanted, LCID locale);
 
-// A variant that the host is to clear.
+// A variant that the host must clear.
 [[nodiscard]] VARIANT VariantFrom(const Value& value);
 
-// Writes an answer where the host's reference points, in the host's own type; nothing happens when
-// the host passed no reference. Throws Error with Overflow or TypeMismatch when it does not fit.
+// Writes an answer to the place that the host's reference points to, in the host's own type; does
+// nothing if the host did not pass a reference. Throws Error with Overflow or TypeMismatch if it
+// does not fit.
 void Answer(const VARIANT& given, const Value& value, LCID locale);
 
 } // namespace qx::com

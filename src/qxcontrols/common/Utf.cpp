@@ -14,19 +14,20 @@ constexpr char32_t kFirstHighSurrogate = 0xD800;
 constexpr char32_t kFirstLowSurrogate = 0xDC00;
 constexpr char32_t kLastLowSurrogate = 0xDFFF;
 
-// A byte of a longer character's UTF-8: six bits of it behind these.
+// A continuation byte of a UTF-8 character: these two bits, then six bits of the character.
 constexpr unsigned kFollowMask = 0xC0;
 constexpr unsigned kFollowBits = 0x80;
 constexpr std::ptrdiff_t kMostBytes = 4;
-// The first character that takes as many bytes, by their number; the lead byte then begins with
-// that many ones, but with none for a single byte.
+// The first character of each length in bytes, indexed by length; the lead byte then begins with
+// that many ones, or with none for a single byte.
 constexpr char32_t kFirstOfLength[kMostBytes + 1] = {0, 0, 0x80, 0x800, kFirstBeyondBmp};
 
 constexpr bool IsSurrogate(char32_t character) {
     return character >= kFirstHighSurrogate && character <= kLastLowSurrogate;
 }
 
-// The character at `at`, which moves behind it; if none begins there, kNone and one byte further.
+// Reads the character at `at` and advances `at`; for an invalid one, returns kNone and skips a
+// byte.
 inline char32_t Take(const char*& at, const char* end) {
     const auto lead = static_cast<unsigned char>(*at++);
     if (lead < kFirstOfLength[2])
@@ -47,7 +48,7 @@ inline char32_t Take(const char*& at, const char* end) {
     return character;
 }
 
-// Writes the character to `to`, which has room for kMostBytes; the number of bytes.
+// Writes the character to `to`, which has room for kMostBytes, and returns the number of bytes.
 std::ptrdiff_t PutUtf8(char* to, char32_t character) {
     if (character < kFirstOfLength[2]) {
         *to = static_cast<char>(character);
@@ -91,7 +92,7 @@ std::string Shortened(std::string_view sText, std::size_t nMost) {
 }
 
 std::u16string Utf16FromUtf8(std::string_view sText) {
-    std::u16string units(sText.size(), u'\0'); // no character has more units than bytes
+    std::u16string units(sText.size(), u'\0'); // never more units than bytes
     char16_t* to = units.data();
     const char* at = sText.data();
     for (const char* const end = at + sText.size(); at != end;) {

@@ -13,7 +13,7 @@ struct DriverLibrary::Functions {
 
 namespace {
 
-// Drivers take each argument in one slot of the stack or one register.
+// Each argument is passed in one stack slot or register.
 template <typename... Arguments>
 constexpr bool TakesOneSlotEach(std::int32_t(QX_DRIVER_CALL* /*function*/)(Arguments...)) {
     return ((sizeof(Arguments) <= sizeof(void*)) && ...);

@@ -13,10 +13,10 @@ namespace qx {
 
 namespace {
 
-// Stands for the status of a driver call that threw.
+// Replaces the status of a driver call that threw.
 constexpr Long kNoStatus = -1;
 
-// Makes one call of the driver. Drivers give statuses; one that throws all the same has failed.
+// Makes one driver call. Drivers report errors by status; one that throws has failed too.
 template <typename Call>
 Long StatusOf(std::string_view sProcedure, Call call) {
     try {
@@ -95,7 +95,7 @@ bool QXKeyboardAccess::ReadFromMemory(std::string& sData, Long lAddress, Long lS
     Long status = kNoStatus;
     if (lSize >= 0 && lSize <= kMaxBlockSize) {
         m_readBuffer.resize(kMaxBlockSize);
-        // Nothing of an earlier block shines through.
+        // No bytes of an earlier block may remain.
         std::fill_n(m_readBuffer.begin(), lSize, '\0');
         status = StatusOf("ReadFromMemory", [&] {
             return m_driver.QXCFG_ImageRead(lAddress, m_readBuffer.data(), lSize);
@@ -327,7 +327,7 @@ void QXKeyboardAccess::WaitSeconds(Long lSeconds) {
         throw std::overflow_error("a wait of " + std::to_string(lSeconds) + " seconds");
     const auto milliseconds = static_cast<std::uint32_t>(lSeconds) * 1000U;
     const std::uint32_t start = m_platform.tickCounter->GetTickCount();
-    while (m_platform.tickCounter->GetTickCount() - start <= milliseconds) // right across a wrap
+    while (m_platform.tickCounter->GetTickCount() - start <= milliseconds) // survives a wrap
         m_platform.pendingMessages->Process();
 }
 

@@ -12,7 +12,7 @@ namespace qx {
 
 namespace {
 
-// The numbers of the kinds of run-time errors.
+// The numbers of the categories of run-time errors.
 constexpr int kUnknownError = 5;
 constexpr int kOverflow = 6;
 constexpr int kOutOfMemory = 7;
@@ -37,7 +37,7 @@ void Trace(std::string_view sText) {
         return;
     try {
         Sink()(sText);
-    } catch (...) { // a trace must not change what the traced code does
+    } catch (...) { // tracing must not affect the traced code
     }
 }
 

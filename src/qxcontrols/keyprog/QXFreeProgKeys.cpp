@@ -33,7 +33,7 @@ void QXFreeProgKeys::KeyFontSizeChanged(Integer nNewSize) {
     Refreshed.Raise();
 }
 
-// The transfer.
+// Transfers.
 
 Long QXFreeProgKeys::TransferSize(bool /*LoadInKeyboard*/) const {
     TraceNamed(".TransferSize");
@@ -116,12 +116,12 @@ void QXFreeProgKeys::PrefSourceAssigned() {
     ShowKeys();
 }
 
-// The user's actions.
+// User actions.
 
 void QXFreeProgKeys::PickKey(Long lPositionCode) {
     m_key = static_cast<Integer>(lPositionCode);
     layoutDisplay.SetCurrProgKey(m_key);
-    ShowKeys(); // the key before it loses its mark
+    ShowKeys(); // shows the key before it loses its mark
 }
 
 void QXFreeProgKeys::cmdEdit_Click(Integer Index) {
@@ -191,7 +191,7 @@ void QXFreeProgKeys::lblCurrSeq_KeyPress() {
         Edit();
 }
 
-// What the control shows.
+// Display.
 
 void QXFreeProgKeys::Translate() {
     TraceNamed(".Translate");

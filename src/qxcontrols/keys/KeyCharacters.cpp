@@ -10,7 +10,7 @@ namespace {
 constexpr char16_t kDead = u'\u25CC';
 
 struct Mentioned {
-    std::u16string character; // empty: the word is not one character
+    std::u16string character; // empty if the word is not a single character
     bool isDead = false;
 };
 
@@ -18,7 +18,7 @@ bool IsOneCharacter(std::u16string_view units) {
     return units.size() == 1 || (units.size() == 2 && IsHighSurrogate(units.front()));
 }
 
-// The last word of the text, which loses it and the blank before it.
+// Removes the last word and the space before it from the text, and returns the word.
 Mentioned TakeLastWord(std::u16string_view& text) {
     const std::size_t blank = text.rfind(u' ');
     std::u16string_view word = blank == std::u16string_view::npos ? text : text.substr(blank + 1);

@@ -18,7 +18,7 @@ bool IsBlank(char character) {
     return kBlanks.find(character) != std::string_view::npos;
 }
 
-// How many characters must be inserted, removed or replaced.
+// The number of characters to insert, remove or replace.
 std::size_t EditDistance(std::u16string_view from, std::u16string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -111,9 +111,9 @@ bool KeyNames::BeginsWords(std::string_view sText) const {
 
 std::vector<Long> KeyNames::Nearest(std::string_view sText) const {
     constexpr std::size_t kMost = 3;
-    constexpr std::size_t kLongestText = 64; // so that a huge text costs no time
+    constexpr std::size_t kLongestText = 64; // limits the time for a huge text
     struct Candidate {
-        double difference; // in parts of the longer text
+        double difference; // as a fraction of the longer text
         Long id;
     };
     const std::u16string folded = LowerCase(Utf16FromUtf8(sText.substr(0, kLongestText)));

@@ -28,7 +28,7 @@ constexpr FieldText MakeField(Integer nValue) {
     return field;
 }
 
-// The fields of the codes that keyboards store, so that whole slots are converted by look-up.
+// The fields of all codes that keyboards store; whole slots are converted by table look-up.
 constexpr auto kStoredFields = [] {
     std::array<FieldText, 256> fields{};
     for (std::size_t code = 0; code < fields.size(); ++code)
@@ -36,7 +36,8 @@ constexpr auto kStoredFields = [] {
     return fields;
 }();
 
-// What a character counts in a field of a stored code, or more than such a field can come to.
+// The value of a character in a stored code's field; for any other character, a value above every
+// valid code.
 constexpr auto kDigits = [] {
     std::array<std::uint16_t, 256> digits{};
     digits.fill(1000);
@@ -46,14 +47,14 @@ constexpr auto kDigits = [] {
     return digits;
 }();
 
-// The number in the field of three characters at `field`.
+// The code in the three-character field at `field`.
 Integer CodeIn(const char* field) {
     const auto digit = [field](std::size_t i) { return kDigits[static_cast<Byte>(field[i])]; };
     const unsigned code = 100U * digit(0) + 10U * digit(1) + digit(2);
     if (code < kStoredFields.size() &&
         std::equal(field, field + kField, kStoredFields[code].data()))
         return static_cast<Integer>(code);
-    return CodeAt(std::string(field, kField), 0); // as no keyboard stores it
+    return CodeAt(std::string(field, kField), 0); // not in a keyboard's own form
 }
 
 FieldText Field(Integer nValue) {
@@ -65,7 +66,7 @@ FieldText Field(Integer nValue) {
     return MakeField(nValue);
 }
 
-// A third, rounded to the nearest: a trailing field counts when two of its characters are there.
+// A third, rounded to the nearest: a trailing field counts if it has two characters.
 Integer CodesIn(std::size_t characters) {
     const std::size_t codes = (characters + 1) / kField;
     if (codes > static_cast<std::size_t>(std::numeric_limits<Integer>::max()))
@@ -110,7 +111,7 @@ std::vector<Integer> KeySequence::Codes() const {
     const std::size_t whole = std::min(codes.size(), m_keyString.size() / kField);
     for (std::size_t i = 0; i < whole; ++i)
         codes[i] = CodeIn(m_keyString.data() + i * kField);
-    for (std::size_t i = whole; i < codes.size(); ++i) // a field that lacks a character
+    for (std::size_t i = whole; i < codes.size(); ++i) // an incomplete field
         codes[i] = CodeAt(m_keyString, i * kField);
     return codes;
 }

@@ -14,10 +14,9 @@ namespace qx {
 
 namespace {
 
-constexpr Single kGap = 25; // what a key on the screen is smaller than its rectangle
+constexpr Single kGap = 25; // a key's rectangle minus its size on the screen
 
-// Throws std::invalid_argument unless the character at the line's front is 0, 1 or 2, and takes it
-// off.
+// Removes the character at the line's front; throws std::invalid_argument unless it is 0, 1 or 2.
 void RequireModeDigit(std::string_view& line, const char* what) {
     std::string_view rest = line;
     SkipCharacters(rest, 1);
@@ -80,7 +79,7 @@ std::string LayoutFault(const LayoutTextSource& source) {
     } catch (const std::exception& error) {
         return source.Place(number) + ": " + what + error.what();
     }
-    // The place of a string that is not there is the file.
+    // The place of a string that does not exist is the file.
     constexpr Long kNoString = -1;
     return hasKeys ? std::string() : source.Place(kNoString) + ": the layout has no keys";
 }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kLongCaptionFollows = "\\\\";
 
-// A fraction is rounded to the nearest whole number, a half to the even one.
+// Rounds a fraction to the nearest whole number, and a half to even.
 Single WholeNumber(std::string_view text) {
     std::string_view digits = Trim(text);
     if (digits.starts_with('+'))
@@ -28,11 +28,11 @@ Single WholeNumber(std::string_view text) {
     number = std::nearbyint(number);
     if (error != std::errc() || number < std::numeric_limits<Integer>::min() ||
         number > std::numeric_limits<Integer>::max())
-        throw std::overflow_error(std::string(text) + " does not fit 16 bits");
+        throw std::overflow_error(std::string(text) + " exceeds 16 bits");
     return static_cast<Single>(number);
 }
 
-// The digit at the line's front if it is 0, 1 or 2, else 0; the line loses that character.
+// Removes the character at the line's front; returns its value if it is 0, 1 or 2, else 0.
 int TakeModeDigit(std::string_view& line) {
     const char digit = line.empty() ? '0' : line.front();
     SkipCharacters(line, 1);
@@ -42,7 +42,7 @@ int TakeModeDigit(std::string_view& line) {
 } // namespace
 
 void LayoutKey::Parse(Long lID, std::string_view line) {
-    constexpr std::size_t kSeparators = 2; // whatever characters these are
+    constexpr std::size_t kSeparators = 2; // any characters
     caption.clear();
     longCaption.clear();
     support = KEYMODE_NONE;
@@ -59,7 +59,7 @@ void LayoutKey::Parse(Long lID, std::string_view line) {
     if (captionEnd != std::string_view::npos)
         longCaption = line.substr(captionEnd + kLongCaptionFollows.size());
     else
-        // The number is decimal, whatever the word says.
+        // The text is "Hex", but the number is decimal.
         longCaption = caption.empty() ? "Hex(" + std::to_string(lID) + ")" : caption;
 }
 

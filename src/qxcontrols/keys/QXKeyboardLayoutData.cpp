@@ -56,7 +56,7 @@ bool QXKeyboardLayoutData::Opened(Open open) {
         return true;
     } catch (const std::exception& error) {
         return Failed(error.what());
-    } catch (...) { // a source may throw anything
+    } catch (...) { // sources may throw anything
         return Failed({});
     }
 }
@@ -152,7 +152,7 @@ QXKeyboardLayoutData::ConvertKeyStringIntoTextStringUseUpcodes(const std::string
     Trace("QXKeyboardLayoutData.ConvertKeyStringIntoTextStringUseUpcodes");
     constexpr auto kField = static_cast<std::size_t>(KeySequence::kFieldWidth);
     std::string text;
-    // A single character left over at the end is no code.
+    // A single character at the end is not a code.
     for (std::size_t place = 0; place + 1 < sInSeq.size(); place += kField) {
         const Long code = CodeAt(sInSeq, place);
         if (code < kRelease)

@@ -9,7 +9,7 @@ namespace qx {
 
 namespace {
 
-// A key is drawn smaller than its rectangle, so that neighbours keep a gap.
+// Keys are drawn smaller than their rectangles, to leave gaps between neighbours.
 constexpr Single kInset = 10;
 constexpr Single kShrink = 25;
 
@@ -27,7 +27,7 @@ QXLayoutDisplay::QXLayoutDisplay()
     : m_fontSize(static_cast<Integer>(InfoOf(Preference::KeyFontSize).loadDefault)) {
     Trace("QXLayoutDisplay.UserControl_Initialize");
     for (KeyButton& key : cmdKey)
-        key.Visible = false; // until a layout tells which keys there are
+        key.Visible = false; // until a layout is loaded
 }
 
 QXLayoutDisplay::~QXLayoutDisplay() {

@@ -15,8 +15,8 @@ void TraceError() {
 
 } // namespace
 
-// The form with the shared objects: ends by stopping the scan, letting go of the objects and
-// leaving position-programming mode if it has been entered.
+// The form with the shared objects. The destructor stops the scan, releases the objects and leaves
+// position-programming mode if it was entered.
 class QXSequencer::Editing {
 public:
     explicit Editing(QXSequencer& sequencer) : m_sequencer(sequencer), m_form(sequencer.m_form) {
@@ -49,7 +49,7 @@ public:
 private:
     QXSequencer& m_sequencer;
     frmSequencer& m_form;
-    QXKeyboardAccess* m_keyboard = nullptr; // in position-programming mode
+    QXKeyboardAccess* m_keyboard = nullptr; // set while in position-programming mode
 };
 
 QXSequencer::QXSequencer(const Platform& platform) : m_platform(platform), m_form(platform) {
@@ -108,7 +108,7 @@ void QXSequencer::Translate() {
 
 void QXSequencer::ReloadKeySettings() {
     Trace("QXSequencer.ReloadKeySettings");
-    if (!m_isOpen) // it takes the colours when it opens
+    if (!m_isOpen) // it reads the colours when it opens
         return;
     m_form.SetPrefSource(m_preferences);
     m_form.layoutDisplay.ReloadKeysSettings(KeyboardSequences());

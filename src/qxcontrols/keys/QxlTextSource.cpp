@@ -16,7 +16,7 @@ namespace qx {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr Long kPrimaryLanguage = 0x3FF; // the bits of a language id that leave out the country
+constexpr Long kPrimaryLanguage = 0x3FF;      // the bits of a language id without the country
 constexpr std::size_t kMostBytes = 1U << 20U; // a layout has about 5000
 
 std::optional<Long> NumberFrom(std::string_view digits) {
@@ -27,7 +27,7 @@ std::optional<Long> NumberFrom(std::string_view digits) {
     return number;
 }
 
-// A tab is a blank; any other control character would reach screens and terminals as it is.
+// A tab counts as a space; other control characters would reach screens and terminals unchanged.
 bool HasControlCharacter(std::string_view text) {
     const std::u16string units = Utf16FromUtf8(text);
     return std::any_of(units.begin(), units.end(), [](char16_t unit) {
@@ -41,7 +41,7 @@ struct Content {
 };
 
 Content ContentOf(const std::string& sFilename) {
-    if (IsSpecialFile(sFilename)) // a pipe never ends
+    if (IsSpecialFile(sFilename)) // a pipe might never end
         return {{}, "the file cannot be read: it is not a regular file"};
     auto text = ReadFile(sFilename, kMostBytes + 1);
     if (!text)
@@ -51,8 +51,8 @@ Content ContentOf(const std::string& sFilename) {
     return {*std::move(text), ""};
 }
 
-// Calls visit(line number, line) for the lines that are neither empty nor comments, until it
-// answers false.
+// Calls visit(line number, line) for each line that is neither empty nor a comment, until visit
+// returns false.
 template <typename Visit>
 void ForEachLine(std::string_view text, Visit visit) {
     if (text.starts_with(kByteOrderMark))
@@ -68,7 +68,7 @@ void ForEachLine(std::string_view text, Visit visit) {
     }
 }
 
-// String 1 as a number; 0 where there is none.
+// String 1 as a number; 0 if there is none.
 Long LanguageIn(std::string_view text) {
     Long language = 0;
     ForEachLine(text, [&](std::size_t /*number*/, std::string_view line) {

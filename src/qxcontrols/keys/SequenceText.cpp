@@ -15,7 +15,7 @@ namespace qx {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr char kQuote = '"'; // two of them inside quotes are one
+constexpr char kQuote = '"'; // doubled inside quotes
 constexpr char kChord = '+';
 constexpr Long kMaxCode = 255;
 
@@ -42,10 +42,10 @@ public:
     }
 
 private:
-    // What one key was called, and the place behind it.
+    // A key's name in the text, and the place after it.
     struct Operand {
         std::string name;
-        std::vector<Long> keys; // that it could mean
+        std::vector<Long> keys; // that it could refer to
         std::size_t end;
     };
 
@@ -76,7 +76,7 @@ private:
         ReadChord(first);
     }
 
-    // {30}: one code as it is.
+    // {30}: a code by number.
     bool ReadCode() {
         const auto [code, end] = NumberAt(m_place);
         if (!code || !IsTokenEnd(end))
@@ -85,7 +85,7 @@ private:
         return true;
     }
 
-    // Several words that are one key's name, unquoted.
+    // Several unquoted words that form one key's name.
     bool ReadWords(std::size_t place, Long added) {
         if (place >= m_text.size() || m_text[place] == kQuote || m_text[place] == '{')
             return false;
@@ -97,16 +97,16 @@ private:
         return true;
     }
 
-    // Ctrl+Alt+Del: presses the keys in order, releases them in the opposite order.
+    // Ctrl+Alt+Del: presses the keys in order and releases them in reverse order.
     void ReadChord(const Operand& first) {
         std::vector<Long> keys = {Press(first, m_place)};
         std::size_t end = first.end;
         while (!IsTokenEnd(end)) {
             const std::size_t place = end + 1;
             if (m_text[end] != kChord)
-                Fail(end, "a blank or + is missing behind " + first.name);
+                Fail(end, "a space or + is missing after " + first.name);
             if (IsTokenEnd(place))
-                Fail(end, "a key is missing behind +");
+                Fail(end, "a key is missing after +");
             const Operand next = OperandAt(place, true);
             keys.push_back(Press(next, place));
             end = next.end;
@@ -136,8 +136,8 @@ private:
         return {std::string(word.substr(0, nameEnd)), {}, place + nameEnd};
     }
 
-    // By their name, or by the character that they type with Shift, unless that is a sign of the
-    // grammar which more likely stands there by mistake.
+    // Finds keys by name, or by the character they type with Shift; but not for characters of the
+    // grammar, which are more likely there by mistake.
     [[nodiscard]] std::vector<Long> KeysCalled(std::string_view word) const {
         auto keys = m_names.Find(word);
         const bool isSign = word == m_prefix || word == "\"" || word == "{" || word == "}";
@@ -160,7 +160,7 @@ private:
         std::optional<Long> code;
         std::size_t end;
     };
-    // The number in braces at a place, if there is one, and the place behind it.
+    // The number in braces at a place, if there is one, and the place after it.
     [[nodiscard]] Number NumberAt(std::size_t place) const {
         if (m_text[place] != '{')
             return {std::nullopt, place};
@@ -175,9 +175,9 @@ private:
         return {code, close + 1};
     }
 
-    // The one key that an operand means, if it can be pressed.
+    // The only key that an operand can mean, if it can be pressed.
     [[nodiscard]] Long Press(const Operand& operand, std::size_t place) const {
-        constexpr std::size_t kShown = 60; // bytes of a name in a message
+        constexpr std::size_t kShown = 60; // bytes of a name in an error message
         if (operand.keys.empty() && m_text[place] == kQuote && !QuotedAt(place))
             Fail(place, "the closing \" is missing");
         if (operand.keys.empty()) {
@@ -208,7 +208,7 @@ private:
     [[noreturn]] void Fail(std::size_t place, const std::string& what) const {
         const auto before = m_text.substr(0, place);
         const auto characters = std::count_if(before.begin(), before.end(), [](char byte) {
-            return (static_cast<Byte>(byte) & 0xC0U) != 0x80U; // begins a character of UTF-8
+            return (static_cast<Byte>(byte) & 0xC0U) != 0x80U; // the start of a character
         });
         throw SequenceTextError(place, "character " + std::to_string(characters + 1) + ": " +
                                            Utf8FromUtf16(Utf16FromUtf8(what))); // well-formed
@@ -219,10 +219,10 @@ private:
         m_place = end;
     }
 
-    // Behind an operand, which a blank must follow.
+    // The place after an operand, which must be followed by a space.
     [[nodiscard]] std::size_t End(const Operand& operand) const {
         if (!IsTokenEnd(operand.end))
-            Fail(operand.end, "a blank is missing behind " + operand.name);
+            Fail(operand.end, "a space is missing after " + operand.name);
         return operand.end;
     }
 
@@ -234,7 +234,7 @@ private:
     std::vector<Byte> m_codes;
 };
 
-// Whether the token is this one code whatever follows it.
+// Whether the token means exactly this code, whatever follows it.
 bool IsClear(const std::string& token, Byte code, const QXKeyboardLayoutData& layout,
              const KeyNames& names) {
     try {

@@ -15,7 +15,7 @@ namespace qx {
 
 namespace {
 
-// The customary key numbers, which are the same in every layout.
+// The usual key numbers, which are the same in every layout.
 constexpr Byte kLeftShift = 44;
 constexpr Byte kSpaceBar = 61;
 
@@ -36,7 +36,7 @@ std::vector<Stroke> StrokesOf(Byte key, std::u16string_view character,
     return strokes;
 }
 
-// The easiest stroke of any key: one that is not dead, then one without Shift, then the lowest key.
+// The simplest stroke: preferably not dead, then without Shift, then the lowest key number.
 Stroke StrokeOf(std::string_view character, const QXKeyboardLayoutData& layout) {
     if (character == " ")
         return {kSpaceBar, false, false};

@@ -24,11 +24,11 @@ bool IsKeyPressed(Long lCode) {
 
 Integer ToInteger(Long lCode) {
     if (!std::in_range<Integer>(lCode))
-        throw std::invalid_argument("key code " + std::to_string(lCode) + " does not fit 16 bits");
+        throw std::invalid_argument("key code " + std::to_string(lCode) + " exceeds 16 bits");
     return static_cast<Integer>(lCode);
 }
 
-// The sequence as text that can be edited; nothing when a code is none that a text can name.
+// The sequence as editable text; empty if a code cannot be named.
 std::string EditableText(const KeySequence& sequence, const QXKeyboardLayoutData* layout) {
     if (layout == nullptr)
         return {};
@@ -213,13 +213,13 @@ void frmSequencer::AddCode(Long lCode) {
         ShowSizeMsg();
         return;
     }
-    try { // a keyboard may report anything
+    try { // the keyboard may report any value
         m_sequence.AddByte(ToInteger(lCode));
     } catch (const std::invalid_argument& error) {
         TraceForm(std::string("AddCode: ") + error.what());
     }
     ShowSequence();
-    HideSizeMsg(); // refreshes for both
+    HideSizeMsg(); // also refreshes the sequence
 }
 
 void frmSequencer::RemoveLastCode() {
@@ -274,7 +274,7 @@ void frmSequencer::LeaveWithCancel() {
 void frmSequencer::editor_StartKeyScan() {
     TraceForm("editor_StartKeyScan");
     m_scanning = true;
-    m_inBackground = false; // a host may deactivate the form as it closes it
+    m_inBackground = false; // a host may deactivate the form while closing it
     m_typing = false;
     m_tmrSequencer->SetEnabled(true);
 }
@@ -287,7 +287,7 @@ void frmSequencer::editor_StopKeyScan() {
 
 void frmSequencer::tmrSequencer_Timer() {
     TraceForm("tmrSequencer_Timer");
-    m_tmrSequencer->SetEnabled(false); // no tick meets a slow call of the device
+    m_tmrSequencer->SetEnabled(false); // no tick during a slow call of the device
     if (m_keyboard == nullptr)
         return;
     const Long code = m_keyboard->GetPositionCodeKey();
@@ -311,7 +311,7 @@ void frmSequencer::Form_Activate() {
     TraceForm("Form_Activate");
     m_active = true;
     m_inBackground = false;
-    RunScan(); // a scan that the deactivation interrupted goes on
+    RunScan(); // resumes a scan that deactivation interrupted
 }
 
 void frmSequencer::Form_Deactivate() {

@@ -15,7 +15,7 @@ struct Defaults {
 };
 
 Defaults& TheDefaults() {
-    static Defaults defaults; // without state, so that all hosts may share them
+    static Defaults defaults; // stateless, so all hosts can share them
     return defaults;
 }
 

@@ -9,7 +9,7 @@ namespace qx {
 
 namespace {
 
-// The position codes of key indexes 1, 2, 3, ..., five a line.
+// The position codes of key indexes 1, 2, 3, ..., five per line.
 constexpr std::array<Integer, 105> kPositionCodes{
     110, 112, 113, 114, 115, // 1
     116, 117, 118, 119, 120, // 6

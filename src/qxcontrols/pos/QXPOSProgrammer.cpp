@@ -4,7 +4,7 @@
 
 namespace qx {
 
-// The form while it is edited in: ends by letting go of the shared objects.
+// The form while it is open; the destructor releases the shared objects.
 class QXPOSProgrammer::Editing {
 public:
     explicit Editing(QXPOSProgrammer& programmer)

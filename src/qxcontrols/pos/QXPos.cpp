@@ -108,7 +108,7 @@ void QXPos::cmdEdit_Click() {
     POSEditorRequested.Raise(fCancelEdit);
     if (fCancelEdit)
         return;
-    m_posData.CalcDefinedBlockNum(); // the programmer edits the model in place
+    m_posData.CalcDefinedBlockNum(); // the programmer has edited the model in place
     SetDataChanged(true);
     ShowBlocks();
 }

@@ -58,7 +58,7 @@ constexpr BitField<PageFlag> kFlags[] = {
 
     {45, 7, {BP_EAN, 0}},               {45, 6, {BP_EAN, 1}},
     {45, 5, {BP_EAN, 2}},               {45, 4, {BP_EAN, 3}},
-    {45, 3, {BP_UPC, 8}},               {45, 2, {BP_UPC, 9}}, // they found no room in byte 44
+    {45, 3, {BP_UPC, 8}},               {45, 2, {BP_UPC, 9}}, // byte 44 is full
     {45, 1, {BP_EAN, 4}},               {45, 0, {BP_EAN, 5}},
 
     {46, 7, {BP_Code128, 0}},           {46, 6, {BP_Code128, 1}},
@@ -108,7 +108,7 @@ static_assert([] {
     return coverage.IsExact();
 }());
 
-// What a byte of the block is to hold; a code length may be no byte.
+// A number as a byte of the block; code lengths may be out of range.
 Byte Checked(Integer nNumber) {
     if (nNumber < 0 || nNumber > 255)
         throw std::overflow_error("the code length " + std::to_string(nNumber) +

@@ -8,7 +8,7 @@ namespace {
 
 struct PageConstants {
     BarcodePage page;
-    std::string_view flags; // the defaults from flag 0 on, T: on, F: off
+    std::string_view flags; // the flags' defaults, starting with flag 0: T on, F off
     bool supportsSizing = false;
     Integer limitMinSize = 0;
     Integer limitMaxSize = 0;

@@ -6,7 +6,7 @@ namespace qx {
 
 namespace {
 
-// A setting that one bit stores.
+// A setting stored in one bit.
 struct Switch {
     bool (*isOn)(const MagneticSettings&);
     void (*turn)(MagneticSettings&, bool);
@@ -50,7 +50,7 @@ constexpr BitField<Switch> kSwitches[] = {
 };
 
 constexpr FixedBits kFixed[] = {
-    {1, 0xF0, 0x00}, {2, 0x8F, 0x0E}, // the device wants bits 1 to 3 set
+    {1, 0xF0, 0x00}, {2, 0x8F, 0x0E}, // the device needs bits 1 to 3 set
 };
 
 static_assert([] {

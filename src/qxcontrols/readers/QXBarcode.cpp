@@ -10,7 +10,7 @@ namespace qx {
 
 namespace {
 
-// Virtual key codes of the keys that move about: page up to the cursor key down.
+// Virtual key codes of the navigation keys: page up to the down arrow.
 constexpr Integer kFirstMovingKey = 33;
 constexpr Integer kLastMovingKey = 40;
 
@@ -242,7 +242,7 @@ void QXBarcode::ShowPage(Integer nPage) {
     ShowReader();
 }
 
-// The option page, or nothing of it on a reader's page.
+// Shows the option page, or hides its children on a reader's page.
 void QXBarcode::ShowOptions() {
     const bool isShown = !IsReaderPage();
     static const BarcodeOptionPage kNone;
@@ -256,7 +256,7 @@ void QXBarcode::ShowOptions() {
     }
     const std::array<Integer, 2> sizes{page.MinSize(), page.MaxSize()};
     for (std::size_t i = 0; i < sizes.size(); ++i) {
-        // Wide enough for a size outside the limits, so that moving the slider changes it.
+        // Includes a size outside the limits, so that moving the slider changes it.
         slidRange[i] = {std::min(page.LimitMinSize(), sizes[i]),
                         std::max(page.LimitMaxSize(), sizes[i]), sizes[i], page.SupportsSizing()};
         lblCurrSize[i] = {std::to_string(sizes[i]), page.SupportsSizing()};
@@ -264,7 +264,7 @@ void QXBarcode::ShowOptions() {
     }
 }
 
-// The reader's panel, or nothing of it on an option page.
+// Shows the reader's panel, or hides it on an option page.
 void QXBarcode::ShowReader() {
     const bool isShown = IsReaderPage();
     lblHint.Visible = isShown;

@@ -1,4 +1,4 @@
-// The transfers of QXBarcode: which stretches it requests, how it reads and writes them.
+// The transfers of QXBarcode: the stretches it requests, and how it reads and writes them.
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kInvalidAddresses = "INVALID ADDRESSES FOR BARCODE-CONFIG";
 
-// The configuration block, and the stretches of it that are not looked at.
+// Traces the configuration block, and separately its unused stretches.
 void TraceConfig(std::string_view block) {
     Trace("AnalyseBarcodeOptions, Len = " + std::to_string(block.size()));
     TraceBytes("HEX = ", block);

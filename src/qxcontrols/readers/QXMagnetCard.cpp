@@ -185,7 +185,7 @@ void QXMagnetCard::Store(bool isOn, bool wasOn, void (MagneticTrack::*set)(bool)
 void QXMagnetCard::cmdCreate_Click(Integer Index) {
     if (Index != 0 && Index != 1)
         return;
-    const Integer nTrack = m_currTrack; // the host may select another while it answers
+    const Integer nTrack = m_currTrack; // the host may select another track in the event
     KeySequence& sequence = SequenceOf(GetTrack(nTrack), Index);
     const std::string sInSequence = sequence.KeyString();
     std::string sOutSequence = sInSequence;

@@ -1,4 +1,4 @@
-// The transfers of QXMagnetCard: which stretches it requests, how it reads and writes them.
+// The transfers of QXMagnetCard: the stretches it requests, and how it reads and writes them.
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
 #include "qxcontrols/device/Trace.h"
@@ -25,7 +25,7 @@ void QXMagnetCard::QueueBlocks() {
     const Long headers = BaseAddress(MODULE_MAGNET_HEADERS);
     const Long config = BaseAddress(MODULE_MAGNET_CONFIG);
     if (headers == -1 || config == -1) {
-        Services().messageBoxes->Show("PrepareDataUpload Failed"); // of a download too
+        Services().messageBoxes->Show("PrepareDataUpload Failed"); // the same text for a download
         return;
     }
     Keyboard()->MemRequestAdd(MODULE_MAGNET_HEADERS, headers, kMagneticHeadersSize);
@@ -33,7 +33,7 @@ void QXMagnetCard::QueueBlocks() {
                               kMagneticSwitchesSize);
 }
 
-// Leaves it to the driver to refuse the address of a module that the keyboard lacks.
+// If the keyboard does not have the module, the driver refuses the address.
 std::optional<std::string> QXMagnetCard::ReadBlock(Long lAddress, Long lSize) {
     std::string block;
     if (Keyboard() != nullptr && Keyboard()->ReadFromMemory(block, lAddress, lSize))

@@ -11,7 +11,7 @@ constexpr std::string_view kCommon = "Common";
 constexpr std::string_view kStartMode = "StartMode";
 constexpr std::string_view kLowLevel = "LowLevel";
 constexpr std::string_view kColor = "Color";
-constexpr std::string_view kPosColor = "Color"; // shared with the key colours, by other value names
+constexpr std::string_view kPosColor = "Color"; // shared with the key colours; value names differ
 constexpr std::string_view kLastDocument = "LastDocument";
 constexpr std::string_view kStartWizard = "StartWizard";
 

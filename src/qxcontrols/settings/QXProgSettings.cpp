@@ -26,24 +26,24 @@ const PreferenceInfo& InfoOf(std::string_view sProperty) {
     throw std::invalid_argument("there is no preference \"" + std::string(sProperty) + "\"");
 }
 
-// Throws unless the preference can have the value.
+// Throws if the value is not allowed for the preference.
 void Check(const PreferenceInfo& info, const QXProgSettings::Value& value) {
     const std::string name(info.property);
     if (info.type == PreferenceType::Boolean && !std::holds_alternative<bool>(value))
-        throw std::invalid_argument(name + " is true or false");
+        throw std::invalid_argument(name + " must be true or false");
     if (info.type == PreferenceType::String && !std::holds_alternative<std::string>(value))
-        throw std::invalid_argument(name + " is a text");
+        throw std::invalid_argument(name + " must be a text");
     if (info.type == PreferenceType::Boolean || info.type == PreferenceType::String)
         return;
     const Long* number = std::get_if<Long>(&value);
     if (number == nullptr)
-        throw std::invalid_argument(name + " is a number");
+        throw std::invalid_argument(name + " must be a number");
     if (!Fits(info.type, *number))
         throw std::out_of_range(name + ": " + std::to_string(*number) +
                                 " is not a number from -32768 to 32767");
 }
 
-// The preferences' keys end with the separator, those of single values do not.
+// The keys of preferences end with the separator, those of single values do not.
 std::string PathOf(const PreferenceInfo& info) {
     std::string path = std::string(kRootPath).append(info.subKey);
     if (info.storage != PreferenceStorage::AtOnce)

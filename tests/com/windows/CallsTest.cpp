@@ -1,4 +1,4 @@
-// Calls as hosts make them, good and hostile.
+// Calls by hosts, correct and hostile.
 
 #include "com/windows/Client.h"
 #include "com/windows/Members.h"
@@ -10,7 +10,7 @@
 namespace qx::test {
 namespace {
 
-// Closes the message boxes and the editors that calls bring up, as a user would.
+// Closes the message boxes and editors that calls open, like a user.
 class WindowCloser {
 public:
     WindowCloser() : m_thread([this] { Run(); }) {}
@@ -35,7 +35,7 @@ private:
     std::thread m_thread;
 };
 
-// An argument of the type that fits nearly every member, and what it refers to.
+// An argument of the parameter's type that nearly every member accepts, with its variable.
 class FittingArgument {
 public:
     explicit FittingArgument(const LibraryMember::Parameter& parameter) {
@@ -47,7 +47,7 @@ public:
         else if (parameter.variant == VT_DISPATCH)
             V_DISPATCH(&m_place) = NewObject(Wide("QXControls." + parameter.type)).Detach();
         else if (parameter.variant != VT_BOOL)
-            V_I2(&m_place) = 1; // as a R4 nearly 0
+            V_I2(&m_place) = 1; // as an R4, close to 0
         m_argument =
             parameter.byReference ? Reference(parameter.variant, &V_I8(&m_place)) : m_place;
     }
@@ -64,7 +64,7 @@ private:
 class ForeignObject : public IUnknown {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** out) override {
-        return HandOut(this, out); // lies: it has every interface
+        return HandOut(this, out); // falsely claims to have every interface
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
     ULONG STDMETHODCALLTYPE Release() override { return --references; }
@@ -83,7 +83,7 @@ std::vector<DISPID> NamesOf(INVOKEKIND kind) {
 
 class ComCalls : public ComClient {
 protected:
-    // Calls one member of a new object with arguments that fit it.
+    // Calls one member of a new object with matching arguments.
     static ClientCall CallFitting(IDispatch* object, const LibraryMember& member) {
         std::vector<std::unique_ptr<FittingArgument>> arguments;
         std::vector<VARIANT> given;
@@ -144,10 +144,10 @@ TEST_F(ComCalls, WrongCallsAreRefusedAndNameTheArgument) {
               Reference(VT_VARIANT, static_cast<VARIANT*>(nullptr)), Reference(VT_RECORD, &null)}) {
             given.assign(count, Int(0));
             given.back() = bad;
-            // arguments are looked at in order, and 0 may not fit the others
+            // arguments are checked in order, and 0 may be invalid for the others
             const ClientCall call = Call(object, member.id, flags, given, named);
             if (V_VT(&bad) == VT_NULL && member.parameters.back().variant == VT_DISPATCH) {
-                // stands for Nothing
+                // accepted as Nothing
                 EXPECT_TRUE(call.status == S_OK || call.error == HRESULT(0x800A01A8)) << name;
                 continue;
             }
@@ -201,7 +201,7 @@ TEST_F(ComCalls, NamedArgumentsGoToTheirPlaces) {
     const auto settings = NewObject(L"QXControls.QXProgSettings");
     const DISPID define = IdOf(settings.Get(), L"DefPOSColorBlock");
     const DISPID read = IdOf(settings.Get(), L"POSColorBlock");
-    // named ones come first, in any order: the colour 77, then the block 3
+    // named arguments first, in any order: the colour 77, then the block 3
     EXPECT_EQ(Call(settings.Get(), define, kCall, {Int(3), LongInt(77)}, {1, 0}).status, S_OK);
     EXPECT_EQ(Call(settings.Get(), read, kCall, {Int(3)}).Long(), 77);
     EXPECT_EQ(Call(settings.Get(), define, kCall, {Int(3), LongInt(77)}, {1, 1}).status,
@@ -210,8 +210,8 @@ TEST_F(ComCalls, NamedArgumentsGoToTheirPlaces) {
               DISP_E_PARAMNOTFOUND);
 }
 
-// What a host passes as an Integer, from any type that it has.
-TEST_F(ComCalls, NumbersOfEveryTypeAreTakenOrOverflow) {
+// The types that a host may pass for an Integer.
+TEST_F(ComCalls, NumbersOfEveryTypeAreConvertedOrOverflow) {
     const auto settings = NewObject(L"QXControls.QXProgSettings");
     const DISPID port = IdOf(settings.Get(), L"ChipcardPort");
     const auto put = [&](VARIANT value) {
@@ -256,7 +256,7 @@ TEST_F(ComCalls, NumbersOfEveryTypeAreTakenOrOverflow) {
     EXPECT_EQ(put(self), DISP_E_TYPEMISMATCH);
 }
 
-TEST_F(ComCalls, AnswersComeInTheHostsOwnVariables) {
+TEST_F(ComCalls, ResultsAreWrittenToTheHostsVariables) {
     const auto keyboard = NewObject(L"QXControls.QXKeyboardAccess");
     ASSERT_TRUE(Call(keyboard.Get(), IdOf(keyboard.Get(), L"Init"), kCall, {}).Flag())
         << "no driver beside the program";
@@ -284,7 +284,7 @@ TEST_F(ComCalls, AnswersComeInTheHostsOwnVariables) {
     EXPECT_EQ(V_VT(&variant), VT_BSTR);
     EXPECT_EQ(SysStringLen(V_BSTR(&variant)), 5U);
 
-    // whatever it has held before
+    // whatever the variable contained before
     VARIANT array;
     V_VT(&array) = VT_ARRAY | VT_UI1;
     V_ARRAY(&array) = SafeArrayCreateVector(VT_UI1, 0, 3);
@@ -306,7 +306,7 @@ TEST_F(ComCalls, AnswersComeInTheHostsOwnVariables) {
                   .status,
               DISP_E_TYPEMISMATCH);
 
-    // a failed read leaves the variable alone
+    // a failed read leaves the variable unchanged
     EXPECT_FALSE(
         Call(keyboard.Get(), read, kCall, {Reference(VT_BSTR, &text), LongInt(-1), LongInt(5)})
             .Flag());
@@ -370,7 +370,7 @@ TEST_F(ComCalls, ErrorsHaveTheNumbersThatHostsKnow) {
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Int(3)}).error, HRESULT(0x800A01A8));
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {Dispatch(layer.Get())}).status,
               DISP_E_TYPEMISMATCH);
-    for (const VARTYPE nothing : {VT_NULL, VT_EMPTY}) { // as script hosts may mean it
+    for (const VARTYPE nothing : {VT_NULL, VT_EMPTY}) { // script hosts may use either for Nothing
         VARIANT value;
         V_VT(&value) = nothing;
         EXPECT_EQ(Call(barcode.Get(), IdOf(barcode.Get(), L"Keyboard"), DISPATCH_PROPERTYPUT,
@@ -382,8 +382,7 @@ TEST_F(ComCalls, ErrorsHaveTheNumbersThatHostsKnow) {
     V_VT(&error) = VT_ERROR;
     V_ERROR(&error) = E_FAIL;
     EXPECT_EQ(Call(sequence.Get(), copy, kCall, {error}).status, DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(described(),
-              L"KeySequence.CopyContent: oSource: a value of a kind that no member takes");
+    EXPECT_EQ(described(), L"KeySequence.CopyContent: oSource: a value of an unsupported type");
 }
 
 } // namespace

@@ -36,7 +36,7 @@ inline ComPtr<IDispatch> NewObject(const std::wstring& progId) {
     return object;
 }
 
-// Whether it may not be unloaded.
+// Whether the server must not be unloaded.
 inline bool ServerIsInUse() {
     using CanUnload = HRESULT(STDAPICALLTYPE*)();
     const auto canUnload = reinterpret_cast<CanUnload>(reinterpret_cast<void*>(
@@ -44,19 +44,19 @@ inline bool ServerIsInUse() {
     return canUnload() != S_OK;
 }
 
-// A call with all that a host may hand over, and what came back.
+// A call with everything a host can pass, and its results.
 struct ClientCall {
     HRESULT status = S_OK;
-    HRESULT error = S_OK; // the number in the exception, when there was one
+    HRESULT error = S_OK; // the number in the exception, if there was one
     std::wstring text;    // and its description
     UINT wrongArgument = 99;
     VARIANT result{};
 
-    // The result, which must be of the type.
+    // The result, which must have this type.
     [[nodiscard]] bool Flag() const { return Typed(VT_BOOL) && V_BOOL(&result) == VARIANT_TRUE; }
     [[nodiscard]] SHORT Integer() const { return Typed(VT_I2) ? V_I2(&result) : SHORT{-99}; }
     [[nodiscard]] LONG Long() const { return Typed(VT_I4) ? V_I4(&result) : -99; }
-    [[nodiscard]] ComPtr<IDispatch> Object() const { // takes it over
+    [[nodiscard]] ComPtr<IDispatch> Object() const { // takes ownership
         return Typed(VT_DISPATCH) ? ComPtr<IDispatch>::Attach(V_DISPATCH(&result)) : nullptr;
     }
 
@@ -67,7 +67,7 @@ private:
     }
 };
 
-// The arguments in order; the caller clears what it put into them.
+// The arguments in order; the caller clears them.
 inline ClientCall Call(IDispatch* object, DISPID id, WORD flags, std::vector<VARIANT> arguments,
                        std::vector<DISPID> named = {}) {
     std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
@@ -112,7 +112,7 @@ inline VARIANT Bool(bool flag) {
     V_BOOL(&variant) = flag ? VARIANT_TRUE : VARIANT_FALSE;
     return variant;
 }
-inline VARIANT Dispatch(IDispatch* object) { // not counted
+inline VARIANT Dispatch(IDispatch* object) { // adds no reference
     VARIANT variant;
     V_VT(&variant) = VT_DISPATCH;
     V_DISPATCH(&variant) = object;

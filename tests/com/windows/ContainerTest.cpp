@@ -1,4 +1,4 @@
-// The controls in a container that is not ours.
+// The controls in a container that we have not written.
 
 #include "com/windows/Form.h"
 #include "com/windows/Sink.h"
@@ -13,7 +13,7 @@
 namespace qx::test {
 namespace {
 
-// A drawing of which the bits can be read.
+// A drawing with readable pixels.
 class Picture {
 public:
     Picture(LONG width, LONG height) : m_count(static_cast<std::size_t>(width * height)) {
@@ -50,7 +50,7 @@ private:
     std::size_t m_count;
 };
 
-// The middle of a key, in the window.
+// The centre of a key, relative to the window.
 POINT MiddleOf(HWND keys, LONG number) {
     const auto heard = AccessibleOf(keys);
     long left = 0, top = 0, width = 0, height = 0;
@@ -89,7 +89,7 @@ TEST_F(ComContainer, VisibleControlsShowAndResizeOnAForm) {
         ASSERT_NE(window, nullptr) << name;
         wchar_t text[64] = {};
         GetWindowTextW(window, text, 64);
-        EXPECT_EQ(Narrow(text), name); // which screen readers say
+        EXPECT_EQ(Narrow(text), name); // announced by screen readers
         RECT onForm{};
         RECT onControl{};
         GetClientRect(form.Window(), &onForm);
@@ -135,7 +135,7 @@ TEST_F(ComContainer, AClickReachesTheControlAndTheControlsChangesReachTheWindow)
     EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), wasOn ? BST_UNCHECKED : BST_CHECKED);
     EXPECT_EQ(SendMessageW(other, BM_GETCHECK, 0, 0), otherWas);
 
-    // The host changes it back.
+    // The host resets it.
     VARIANT before;
     V_VT(&before) = VT_BOOL;
     V_BOOL(&before) = wasOn ? VARIANT_TRUE : VARIANT_FALSE;
@@ -143,7 +143,7 @@ TEST_F(ComContainer, AClickReachesTheControlAndTheControlsChangesReachTheWindow)
     Get(control.Get(), L"AdjustControls");
     EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), wasOn ? BST_CHECKED : BST_UNCHECKED);
 
-    // Its letter, which the container finds in the control's table.
+    // Its mnemonic, which the container finds in the control's accelerator table.
     const auto ole = control.As<IOleControl>(IID_IOleControl);
     CONTROLINFO info{sizeof(CONTROLINFO), nullptr, 0, 0};
     ASSERT_EQ(ole->GetControlInfo(&info), S_OK);
@@ -194,9 +194,9 @@ TEST_F(ComContainer, TheListChoosesThePageAndHiddenPartsAreHidden) {
     EXPECT_NE(form.Child(L"STATIC", L"The first reader"), nullptr);
 }
 
-// A key of the grid is picked with the mouse, moved from with an arrow key, given a description by
+// A key of the grid is picked with the mouse, left with an arrow key, given a description by
 // typing, and found by a screen reader.
-TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
+TEST_F(ComContainer, KeysCanBePickedDescribedAndFoundByScreenReaders) {
     Form form(900, 500);
     const auto control = form.Place("QXLayeredFuncKeys");
     ASSERT_TRUE(control);
@@ -239,7 +239,7 @@ TEST_F(ComContainer, KeysCanBePickedTypedForAndHeard) {
     EXPECT_EQ(nameOf(24), "Function key F24, Z, not programmed, current key");
     EXPECT_NE(heard->accDoDefaultAction(LongInt(25)), S_OK);
     form.Clear();
-    EXPECT_NE(heard->get_accChildCount(&count), S_OK); // the window has gone
+    EXPECT_NE(heard->get_accChildCount(&count), S_OK); // the window is gone
 }
 
 TEST_F(ComContainer, ClicksOnTheKeysOfDisplaysReachTheHost) {
@@ -296,7 +296,7 @@ TEST_F(ComContainer, TheCaptionsOfKeysHaveTheSizeThatTheUserHasChosen) {
     const auto large = drawn(9);
     EXPECT_GT(std::ranges::count(large, 0U), std::ranges::count(usual, 0U)); // black
     EXPECT_EQ(drawn(6), usual);
-    EXPECT_EQ(drawn(-1), drawn(1)); // as small as can be read
+    EXPECT_EQ(drawn(-1), drawn(1)); // the smallest legible size
 }
 
 struct TipSearch {
@@ -324,7 +324,7 @@ BOOL CALLBACK FindTip(HWND window, LPARAM data) {
     return TRUE;
 }
 
-// As the pointer moves over the keys.
+// The tooltip follows the pointer.
 TEST_F(ComContainer, EachKeyHasAToolTipOfItsOwn) {
     Form form(900, 500);
     const auto control = form.Place("QXPosDisplay");
@@ -348,7 +348,7 @@ TEST_F(ComContainer, EachKeyHasAToolTipOfItsOwn) {
     EXPECT_EQ(tipAt(3), "Block 9");
 }
 
-// As a container that only draws them, while a form is designed or printed.
+// For a container that only draws the controls, while a form is designed or printed.
 TEST_F(ComContainer, ControlsKeepTheirSizeAndDrawWithoutAWindow) {
     const auto control = NewObject(L"QXControls.QXBarcode");
     const auto object = control.As<IOleObject>(IID_IOleObject);
@@ -368,7 +368,7 @@ TEST_F(ComContainer, ControlsKeepTheirSizeAndDrawWithoutAWindow) {
     EXPECT_EQ(storing->IsDirty(), S_FALSE);
     const auto other = NewObject(L"QXControls.QXBarcode");
     const auto loading = other.As<IPersistStreamInit>(IID_IPersistStreamInit);
-    EXPECT_NE(loading->Load(stream.Get()), S_OK); // nothing follows
+    EXPECT_NE(loading->Load(stream.Get()), S_OK); // the stream is at its end
     ASSERT_EQ(stream->Seek({}, STREAM_SEEK_SET, nullptr), S_OK);
     EXPECT_EQ(loading->Load(stream.Get()), S_OK);
     SIZEL loaded{};

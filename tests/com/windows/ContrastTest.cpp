@@ -1,4 +1,4 @@
-// The faces in the colours of a user who wants high contrast.
+// The faces in high contrast mode.
 
 #include "com/windows/Form.h"
 #include "com/windows/Import.h"
@@ -14,8 +14,8 @@ constexpr COLORREF kText = RGB(255, 240, 0);
 constexpr COLORREF kChosen = RGB(90, 0, 130);
 constexpr COLORREF kField = RGB(0, 20, 40);
 
-// While it lives, the server hears from the system that the user wants high contrast, of which wine
-// knows nothing, and the system has the colours for it.
+// During its lifetime the server sees high contrast mode, which wine does not support, and the
+// system has its colours.
 class HighContrast {
 public:
     HighContrast() {

@@ -1,4 +1,4 @@
-// Controls as containers of every kind handle them, by a site of the test's own.
+// Controls in containers of every kind, simulated by the test's own site.
 
 #include "com/windows/Site.h"
 
@@ -65,7 +65,7 @@ class ComControl : public ComClient {
 protected:
     void TearDown() override {
         control = nullptr;
-        EXPECT_TRUE(CanUnload()); // every reference was given back
+        EXPECT_TRUE(CanUnload()); // every reference was released
     }
 
     template <typename T>
@@ -94,7 +94,7 @@ protected:
     ComPtr<IDispatch> control = New<QXBarcode>();
 };
 
-TEST_F(ComControl, NoClassIsMadePartOfAnotherObject) {
+TEST_F(ComControl, AggregationIsRefused) {
     Dispatching* const none = nullptr;
     for (const ServedClass& served : ServedClasses()) {
         ComPtr<IClassFactory> factory;
@@ -124,7 +124,7 @@ TEST_F(ComControl, QuickActivationBringsSiteSinkAndStatus) {
     answer.dwMiscStatus = 0xDEAD;
     EXPECT_EQ(quick->QuickActivate(nullptr, &answer), E_POINTER);
     EXPECT_EQ(quick->QuickActivate(&container, nullptr), E_POINTER);
-    // from a host that has other structures, which nothing must be written to
+    // a host with another version of the structures, which must not be written to
     --answer.cbSize;
     EXPECT_EQ(quick->QuickActivate(&container, &answer), E_INVALIDARG);
     ++answer.cbSize;
@@ -177,7 +177,7 @@ TEST_F(ComControl, PropertyBagsCarryTheSize) {
     bag.fails = true;
     EXPECT_EQ(persist->Save(&bag, TRUE, TRUE), E_ACCESSDENIED);
     const auto stream = control.As<IPersistStreamInit>(IID_IPersistStreamInit);
-    EXPECT_EQ(stream->IsDirty(), S_OK); // nothing was kept
+    EXPECT_EQ(stream->IsDirty(), S_OK); // nothing was saved
     bag.fails = false;
     EXPECT_EQ(persist->Save(&bag, TRUE, TRUE), S_OK);
     EXPECT_EQ(stream->IsDirty(), S_FALSE);
@@ -189,7 +189,7 @@ TEST_F(ComControl, PropertyBagsCarryTheSize) {
     EXPECT_EQ(Extent().cx, 5000);
     EXPECT_EQ(Extent().cy, 3000);
 
-    // a form that was edited by hand: what makes no sense keeps what is there
+    // a form edited by hand: invalid values keep the current size
     VariantClear(&bag.values[L"_ExtentX"]);
     bag.values[L"_ExtentX"] = Text(L"700");
     VariantClear(&bag.values[L"_ExtentY"]);
@@ -206,7 +206,7 @@ TEST_F(ComControl, PropertyBagsCarryTheSize) {
     persist = nullptr;
 }
 
-TEST_F(ComControl, AmbientPropertiesAreTakenAndFollowed) {
+TEST_F(ComControl, AmbientPropertiesAreReadAndFollowed) {
     Site site;
     site.SetFont(L"Tahoma", 24);
     site.SetAmbient(DISPID_AMBIENT_BACKCOLOR, LongInt(0x00332211));
@@ -230,7 +230,7 @@ TEST_F(ComControl, AmbientPropertiesAreTakenAndFollowed) {
     EXPECT_EQ(without.background, GetSysColor(COLOR_BTNFACE));
     EXPECT_FALSE(without.font);
 
-    // events come in the form's language, of which the control learns
+    // events use the form's language, which the control must find out
     Sink sink;
     DWORD cookie = 0;
     const auto container = control.As<IConnectionPointContainer>(IID_IConnectionPointContainer);
@@ -256,7 +256,7 @@ TEST_F(ComControl, AmbientPropertiesAreTakenAndFollowed) {
     EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
 }
 
-// Dispatches messages until the condition holds, or the time that nothing needs is over.
+// Dispatches messages until the condition holds, or until a generous timeout.
 template <typename Condition>
 bool Pumped(const Condition& condition) {
     const DWORD begin = GetTickCount();
@@ -279,7 +279,7 @@ TEST_F(ComControl, FormTimersTickWithTheHostsMessages) {
     int otherTicks = 0;
     one->SetHandler([&] {
         if (++ticks == 2)
-            one->SetEnabled(false); // within its own tick
+            one->SetEnabled(false); // inside its own tick
     });
     other->SetHandler([&] {
         ++otherTicks;

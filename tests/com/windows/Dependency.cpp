@@ -1,4 +1,5 @@
-// Two libraries for the tests of the search: the one that is built with QX_NEEDY needs the other.
+// Two libraries for testing the search for dependencies: the one built with QX_NEEDY needs the
+// other.
 extern "C" {
 #ifdef QX_NEEDY
 __declspec(dllimport) int QxNumber();

@@ -1,4 +1,4 @@
-// Where the driver comes from; packaging/com-test lays copies of it into the folders.
+// The search for the driver; packaging/com-test puts copies of it into the folders.
 
 #include "com/windows/Client.h"
 #include "com/windows/Members.h"
@@ -10,7 +10,7 @@ namespace {
 
 class ComDriver : public ComClient {};
 
-// The environment names the folder: "none" when no driver may be found.
+// The environment names the expected folder, or "none".
 TEST_F(ComDriver, IsTheOneOfTheFolderThatIsExpected) {
     const char* const expected = std::getenv("QX_DRIVER_FOLDER");
     ASSERT_NE(expected, nullptr);

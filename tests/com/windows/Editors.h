@@ -9,11 +9,11 @@
 
 namespace qx::test {
 
-inline HWND TheEditor() { // null when none is open
+inline HWND TheEditor() { // null if none is open
     return FindWindowW(L"QXControls.Form", nullptr);
 }
 
-// The n-th child of the class, from 0; null when there are fewer.
+// The n-th child of the class, from 0; null if there are fewer.
 inline HWND EditorChild(const wchar_t* windowClass, int number = 0) {
     HWND child = nullptr;
     do
@@ -26,11 +26,11 @@ inline HWND EditorButton(const wchar_t* text) {
     return FindWindowExW(TheEditor(), nullptr, L"BUTTON", text);
 }
 
-// Does one thing after the other as messages are handled. A step is tried again until it is done;
-// a user who gets no further ends the thread's message loops, so that no test waits for ever.
+// Runs its steps in order as messages are handled. A step is retried until it is done; a user who
+// is stuck ends the thread's message loops, so that no test hangs.
 class User {
 public:
-    using Step = std::function<bool()>; // whether it is done
+    using Step = std::function<bool()>; // returns true when done
 
     explicit User(std::vector<Step> steps) : m_steps(std::move(steps)) {
         s_user = this;
@@ -44,7 +44,7 @@ public:
         MSG quit;
         while (PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
         }
-        EXPECT_EQ(m_done, m_steps.size()) << "steps that the user could do";
+        EXPECT_EQ(m_done, m_steps.size()) << "number of steps completed";
     }
 
 private:

@@ -1,4 +1,4 @@
-// The windows of the editors: the user works in them while the host's call waits.
+// The editors' windows: the user works in them while the host's call waits.
 
 #include "com/windows/Editors.h"
 
@@ -11,7 +11,7 @@ std::wstring TextOf(HWND window) {
     return text;
 }
 
-// With a window of the host, which is not to take input while an editor is open.
+// With a window of the host, which must be disabled while an editor is open.
 class ComEditors : public ComClient {
 protected:
     void SetUp() override { ASSERT_NE(SetActiveWindow(host.Window()), nullptr); }
@@ -20,7 +20,7 @@ protected:
         EXPECT_TRUE(host.Window() == nullptr || IsWindowEnabled(host.Window()));
     }
 
-    // The answer of the sequence editor, and the sequence that it hands back.
+    // The sequence editor's result and returned sequence.
     std::pair<bool, std::wstring> Edit(const wchar_t* sequence, SHORT most) const {
         BSTR answer = SysAllocString(L"as it was");
         const bool isAccepted =
@@ -43,7 +43,7 @@ TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
     services.HandTo(control.Get());
     Get(control.Get(), L"ReloadKeySettings");
     const auto keysOfHost = AccessibleOf(host.Child(L"QXControls.Keys"));
-    const auto picksInHost = [&] { // as a screen reader does, and whether the key is then current
+    const auto picksInHost = [&] { // like a screen reader; returns whether the key is then current
         VARIANT state;
         EXPECT_EQ(keysOfHost->accDoDefaultAction(LongInt(9)), S_OK);
         EXPECT_EQ(keysOfHost->get_accState(LongInt(9), &state), S_OK);
@@ -55,7 +55,7 @@ TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
                 return false;
             EXPECT_FALSE(IsWindowEnabled(host.Window()));
             EXPECT_FALSE(picksInHost());
-            EXPECT_EQ(Edit(L" 33", 5), std::pair(false, std::wstring(L"as it was"))); // is open
+            EXPECT_EQ(Edit(L" 33", 5), std::pair(false, std::wstring(L"as it was"))); // it is open
             EXPECT_EQ(GetWindow(TheEditor(), GW_OWNER), host.Window());
             EXPECT_EQ(TextOf(TheEditor()), L"Edit a sequence");
             EXPECT_EQ(GetFocus(), EditorChild(L"QXControls.Keys"));
@@ -63,7 +63,7 @@ TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
                    S_OK;
         },
         [] {
-            EXPECT_EQ(TextOf(EditorChild(L"EDIT", 0)), L"X1 "); // what has been recorded
+            EXPECT_EQ(TextOf(EditorChild(L"EDIT", 0)), L"X1 "); // the keys recorded so far
             const HWND typed = EditorChild(L"EDIT", 1);
             EXPECT_EQ(TextOf(typed), L"X1 ^X1");
             SetFocus(typed);
@@ -72,7 +72,7 @@ TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
             PostMessageW(typed, WM_KEYDOWN, VK_RETURN, 0);
             return true;
         },
-        [] { // the fault is shown, and what was typed is not lost
+        [] { // the error is shown, and the typed text is kept
             const HWND typed = EditorChild(L"EDIT", 1);
             if (IsWindowVisible(EditorChild(L"STATIC", 4)) == FALSE)
                 return false;
@@ -87,7 +87,7 @@ TEST_F(ComEditors, ASequenceIsClickedTypedAndAccepted) {
     EXPECT_TRUE(picksInHost());
 }
 
-TEST_F(ComEditors, LeavingInPassingAsksBeforeWhatWasDoneIsLost) {
+TEST_F(ComEditors, ClosingTheWindowAsksBeforeChangesAreLost) {
     const auto answer = [](int button) {
         return [button] {
             const HWND question = FindWindowW(L"#32770", L"Edit a sequence");
@@ -118,7 +118,7 @@ TEST_F(ComEditors, LeavingInPassingAsksBeforeWhatWasDoneIsLost) {
         });
         EXPECT_EQ(Edit(L" 30158", 30), std::pair(false, std::wstring(L"as it was")));
     }
-    const User user({[&] { return TheEditor() != nullptr && escape(); }}); // nothing to be lost
+    const User user({[&] { return TheEditor() != nullptr && escape(); }}); // nothing to lose
     EXPECT_EQ(Edit(L" 30158", 30), std::pair(false, std::wstring(L"as it was")));
 }
 
@@ -126,7 +126,7 @@ TEST_F(ComEditors, AnEditorThatTheHostEndsIsCancelled) {
     const User user({[this] {
         if (TheEditor() == nullptr)
             return false;
-        host.Clear(); // the editor's window goes with its owner
+        host.Clear(); // destroys the editor's window with its owner
         return true;
     }});
     EXPECT_EQ(Edit(L" 30158", 30), std::pair(false, std::wstring(L"as it was")));
@@ -154,7 +154,7 @@ TEST_F(ComEditors, AnEditorEndsWithTheThreadsMessages) {
     }});
     EXPECT_EQ(Edit(L" 30158", 30), std::pair(false, std::wstring(L"as it was")));
     MSG quit{};
-    EXPECT_TRUE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)); // for the host's loop
+    EXPECT_TRUE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)); // for the host
     EXPECT_EQ(quit.wParam, 77U);
 }
 
@@ -176,15 +176,15 @@ TEST_F(ComEditors, BlocksArePickedNumberedColouredAndAccepted) {
             return false;
         pick(0, 17);
         pick(0, 2);
-        pick(1, 4); // of the colours, from 0
+        pick(1, 4); // the colour's index
         const HWND number = EditorChild(L"EDIT", 0);
         SendMessageW(number, EM_SETSEL, 0, -1);
         Type(number, L"23");
         SendMessageW(EditorButton(L"Ne&w block"), BM_CLICK, 0, 0);
         pick(0, 40); // of a second block,
-        pick(0, 2);  // which gives way to the first one,
+        pick(0, 2);  // which is merged into the first one
         holdControl(true);
-        pick(0, 40); // which takes the key
+        pick(0, 40); // which gets the key back
         holdControl(false);
         pick(0, 17); // and loses one
         holdControl(true);

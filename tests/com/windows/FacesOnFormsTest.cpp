@@ -1,5 +1,5 @@
-// How the faces of the controls behave on a form: designed, dead, with the keyboard, heard, and
-// when the host lets go of them in the middle of a click.
+// The controls' faces on a form: in design mode, unresponsive, by keyboard, for screen readers, and
+// when the host releases a control in the middle of a click.
 
 #include "com/windows/Form.h"
 #include "com/windows/Sink.h"
@@ -32,7 +32,7 @@ TEST_F(ComFaces, AtDesignTimeAControlIsDrawnAndReactsToNothing) {
         const auto control = Place(progId);
         const HWND window = form.ControlWindow();
         ASSERT_NE(window, nullptr);
-        EXPECT_EQ(FindWindowExW(window, nullptr, nullptr, nullptr), nullptr); // all is drawn
+        EXPECT_EQ(FindWindowExW(window, nullptr, nullptr, nullptr), nullptr); // everything is drawn
         EXPECT_GT(ColoursOf(window).size(), 3U);
         for (LONG y = 5; y < 400; y += 12)
             for (LONG x = 5; x < 600; x += 100) {
@@ -48,7 +48,7 @@ TEST_F(ComFaces, AtDesignTimeAControlIsDrawnAndReactsToNothing) {
     }
 }
 
-// As the server's file has it: black lines on a ground of light grey.
+// As in the server's file: black lines on a light grey ground.
 std::set<std::pair<LONG, LONG>> LinesOfToolboxPicture() {
     constexpr WORD kToolboxBitmap = 101;
     const HBITMAP bitmap =
@@ -99,7 +99,7 @@ TEST_F(ComFaces, ServicesShowTheirIconAndNameAtDesignTimeAlone) {
         EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
         return pixels;
     };
-    // where the icon stands; nowhere is 0
+    // the icon's left edge; 0 if it is not found
     const auto leftOfIcon = [&](const std::vector<std::vector<COLORREF>>& pixels) {
         const auto standsAt = [&](LONG left, LONG top) {
             for (LONG y = 0; y < 16; ++y)
@@ -128,11 +128,11 @@ TEST_F(ComFaces, ServicesShowTheirIconAndNameAtDesignTimeAlone) {
         site.SetAmbient(DISPID_AMBIENT_USERMODE, Bool(true));
         for (const auto& row : picture(progId))
             for (const COLORREF colour : row)
-                ASSERT_EQ(colour, RGB(0, 0, 0)) << Narrow(progId); // as the bitmap was made
+                ASSERT_EQ(colour, RGB(0, 0, 0)) << Narrow(progId); // the bitmap's own colour
     }
 }
 
-TEST_F(ComFaces, TheContainersColourAndFontAreTaken) {
+TEST_F(ComFaces, TheContainersColourAndFontAreUsed) {
     const auto heightOfAButton = [&](COLORREF background) {
         site.SetAmbient(DISPID_AMBIENT_BACKCOLOR, LongInt(static_cast<LONG>(background)));
         const auto control = Place(L"QXControls.QXPos");
@@ -197,7 +197,7 @@ TEST_F(ComFaces, TabPassesTheChildrenInTheirOrderAndLeavesAtTheEnds) {
         RECT next{};
         GetWindowRect(onward[i], &one);
         GetWindowRect(onward[i + 1], &next);
-        EXPECT_TRUE(next.top >= one.bottom || next.left >= one.right) << "as it is read: " << i;
+        EXPECT_TRUE(next.top >= one.bottom || next.left >= one.right) << "in reading order: " << i;
     }
     BYTE keys[256] = {};
     keys[VK_SHIFT] = 0x80;
@@ -209,7 +209,7 @@ TEST_F(ComFaces, TabPassesTheChildrenInTheirOrderAndLeavesAtTheEnds) {
     Site::TakeAway(control);
 }
 
-TEST_F(ComFaces, ButtonsOfTheSameTextAreHeardApart) {
+TEST_F(ComFaces, ButtonsWithTheSameTextHaveDifferentNames) {
     const auto control = Place(L"QXControls.QXMagnetCard");
     const auto captions = PartOf(control.Get(), L"Captions");
     Put(captions.Get(), L"UseThisHeader", Text(L"Send a &header"));
@@ -225,7 +225,7 @@ TEST_F(ComFaces, ButtonsOfTheSameTextAreHeardApart) {
         BSTR name = nullptr;
         EXPECT_EQ(heard->get_accName(LongInt(CHILDID_SELF), &name), S_OK);
         VARIANT role;
-        EXPECT_EQ(heard->get_accRole(LongInt(CHILDID_SELF), &role), S_OK); // the system's
+        EXPECT_EQ(heard->get_accRole(LongInt(CHILDID_SELF), &role), S_OK); // the system's default
         const std::string narrow = Narrow(name);
         SysFreeString(name);
         return narrow;
@@ -235,7 +235,7 @@ TEST_F(ComFaces, ButtonsOfTheSameTextAreHeardApart) {
     Site::TakeAway(control);
 }
 
-// A container may take the control off the form whatever it is told, and put it there again.
+// A container may remove the control from the form at any notification, and put it back.
 TEST_F(ComFaces, AContainerThatClosesTheControlWhileItIsActivatedDoesNoHarm) {
     for (std::function<void()> Site::*const callback :
          {&Site::onInPlaceActivate, &Site::onShowObject, &Site::onUIActivate}) {
@@ -256,7 +256,7 @@ TEST_F(ComFaces, AContainerThatClosesTheControlWhileItIsActivatedDoesNoHarm) {
     }
 }
 
-TEST_F(ComFaces, ColoursThatTheUserChangesAreTakenAtOnce) {
+TEST_F(ComFaces, ChangedSystemColoursAreUsedAtOnce) {
     const int element = COLOR_BTNFACE;
     const COLORREF usual = GetSysColor(element);
     const auto choose = [&](COLORREF colour) { SetSysColors(1, &element, &colour); };
@@ -277,7 +277,7 @@ TEST_F(ComFaces, ColoursThatTheUserChangesAreTakenAtOnce) {
     Site::TakeAway(control);
 }
 
-// A host that answers a click by letting go of the control.
+// A host may answer a click by releasing the control.
 TEST_F(ComFaces, TypingIntoASequenceAsksTheHostAndClicksSurviveItsRelease) {
     auto control = Place(L"QXControls.QXMagnetCard");
     const Services services;

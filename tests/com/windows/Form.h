@@ -1,5 +1,5 @@
-// Form: a window on which a container that is not ours, that of wine's atl100, hosts a control; and
-// a host's calls of the control by name.
+// Form: a window in which a container that we have not written (that of wine's atl100) hosts a
+// control; and a host's calls of the control by name.
 #pragma once
 
 #include "com/windows/Client.h"
@@ -19,7 +19,7 @@ Function AtlFunction(const char* name) {
 }
 
 inline bool AtlStarts() {
-    static const bool starts = [] { // the second time, wine's fails
+    static const bool starts = [] { // wine's fails the second time
         const auto init = AtlFunction<BOOL(WINAPI*)()>("AtlAxWinInit");
         return init != nullptr && init() != FALSE;
     }();
@@ -34,7 +34,7 @@ inline void PumpMessages() {
     }
 }
 
-// Of points all over the window, once it is drawn.
+// Points from all over the window, once it is drawn.
 inline std::set<COLORREF> ColoursOf(HWND window) {
     PumpMessages();
     RECT bounds{};
@@ -53,7 +53,7 @@ inline void Type(HWND field, const wchar_t* text) {
         SendMessageW(field, WM_CHAR, static_cast<WPARAM>(*text), 0);
 }
 
-// Null when it has none.
+// Null if it has none.
 inline ComPtr<IAccessible> AccessibleOf(HWND window) {
     ComPtr<IAccessible> heard;
     EXPECT_EQ(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
@@ -64,7 +64,7 @@ inline ComPtr<IAccessible> AccessibleOf(HWND window) {
 
 class Form {
 public:
-    // Without a frame, for which wine would wait for a window manager.
+    // Without a frame, because wine would then wait for a window manager.
     explicit Form(int width = 300, int height = 200)
         : m_window(CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 10, 10, width,
                                    height, nullptr, nullptr, nullptr, nullptr)) {}
@@ -72,7 +72,7 @@ public:
     Form& operator=(const Form&) = delete;
     ~Form() { Clear(); }
 
-    // The control as a host's program has it; null when it could not be placed.
+    // The control as seen by a host's program; null if it could not be placed.
     ComPtr<IDispatch> Place(const std::string& name) {
         using Create = HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**);
         using Get = HRESULT(WINAPI*)(HWND, IUnknown**);
@@ -94,11 +94,11 @@ public:
     }
 
     [[nodiscard]] HWND Window() const { return m_window; }
-    // The control's own window; null when it has none.
+    // The control's own window; null if it has none.
     [[nodiscard]] HWND ControlWindow() const {
         return FindWindowExW(m_window, nullptr, L"QXControls.Control", nullptr);
     }
-    // A visible child window of the control with this text; the first of its class without one.
+    // A visible child window of the control with this text; without a text, the first of its class.
     [[nodiscard]] HWND Child(const wchar_t* windowClass, const wchar_t* text = nullptr) const {
         HWND child = nullptr;
         do
@@ -146,7 +146,7 @@ inline void PutCaption(IDispatch* object, const wchar_t* part, const wchar_t* ca
     Put(PartOf(object, part).Get(), L"Caption", Text(caption));
 }
 
-// The services that a host hands to its controls, with the simulated keyboard and a layout.
+// The services that a host sets for its controls, with the simulated keyboard and a layout.
 struct Services {
     Services() {
         EXPECT_TRUE(Get(keyboard.Get(), L"Init").Flag());

@@ -1,4 +1,4 @@
-// A function of the system that the server calls, replaced by one of the test's.
+// Replaces a function of the system that the server calls by one of the test.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace qx::test {
 
-// Where the server's module keeps the address of a function of the system.
+// The address where the server's module stores a pointer to a function of the system.
 inline void** ImportOf(HMODULE module, const char* name) {
     auto* const base = reinterpret_cast<BYTE*>(module);
     const auto at = [base](auto offset) { return base + offset; };
@@ -31,7 +31,7 @@ inline void** ImportOf(HMODULE module, const char* name) {
     return nullptr;
 }
 
-// The server must be loaded, for longer than this lives.
+// The server must be loaded and must outlive this.
 class ReplacedImport {
 public:
     ReplacedImport(const char* name, void* function)

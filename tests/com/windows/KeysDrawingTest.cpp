@@ -1,4 +1,4 @@
-// How captions are drawn on keys.
+// The drawing of captions on keys.
 
 #include "com/windows/KeysDrawing.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 using namespace com;
 
-// Where the ink of the only key's caption is.
+// The extent of the ink of the only key's caption.
 struct Ink {
     int left, right, lines, height;
 };
@@ -39,7 +39,7 @@ Ink InkOf(const char* caption, int width, int height) {
     const auto* const pixels = static_cast<const DWORD*>(bits);
     int first = -1;
     bool wasInk = false;
-    for (int y = 3; y < height - 3; ++y) { // within the key's own lines
+    for (int y = 3; y < height - 3; ++y) { // inside the key's border
         bool isInk = false;
         for (int x = 3; x < width - 3; ++x)
             if ((pixels[y * width + x] & 0xFFFFFF) == 0) {
@@ -62,7 +62,7 @@ Ink InkOf(const char* caption, int width, int height) {
     return ink;
 }
 
-TEST(KeysDrawing, ACaptionGoesOnInAnotherLineAndThenIsSmaller) {
+TEST(KeysDrawing, ACaptionIsWrappedAndThenShrunk) {
     const Ink wide = InkOf("NumLock", 120, 60);
     EXPECT_EQ(wide.lines, 1);
     const int length = wide.right - wide.left;
@@ -73,7 +73,7 @@ TEST(KeysDrawing, ACaptionGoesOnInAnotherLineAndThenIsSmaller) {
     EXPECT_EQ(broken.lines, 2);
     EXPECT_GT(broken.left, 3);
     EXPECT_LT(broken.right, narrow - 4);
-    EXPECT_GT(broken.height, 2 * wide.height); // as large as before
+    EXPECT_GT(broken.height, 2 * wide.height); // no smaller than before
 
     const int least = length / 2;
     const Ink smaller = InkOf("NumLock", least, 60);

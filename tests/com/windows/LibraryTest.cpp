@@ -1,4 +1,4 @@
-// Where a library that is loaded finds those that it needs itself.
+// The search for the libraries that a loaded library needs.
 
 #include "qxcontrols/platform/SharedLibrary.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// In the folder "libraries" beside the program are two, of which one needs the other.
+// The folder "libraries" beside the program contains two libraries; one needs the other.
 class LibrarySearch : public testing::Test {
 protected:
     void SetUp() override {
@@ -24,7 +24,7 @@ protected:
     }
     void TearDown() override {
         fs::current_path(start);
-        std::error_code ignored; // wine keeps libraries open that it could not load
+        std::error_code ignored; // wine keeps libraries open that failed to load
         fs::remove_all(folder, ignored);
     }
     void Place(const char* name, const char* place) const {
@@ -47,7 +47,7 @@ TEST_F(LibrarySearch, NeededLibrariesAreFoundBesideItAndNotInTheCurrentFolder) {
     EXPECT_THROW((void)Loaded(), std::runtime_error);
     Place("com-needed.dll", "library");
     EXPECT_EQ(Loaded(), 42);
-    fs::current_path(folder / "library"); // a name without a folder is the user's own choice
+    fs::current_path(folder / "library"); // a name without a folder is up to the user
     const SharedLibrary library("com-needy.dll", "library");
     EXPECT_EQ(library.Required<int (*)()>("QxTwice")(), 42);
 }

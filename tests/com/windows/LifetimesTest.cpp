@@ -1,4 +1,4 @@
-// How long objects live, and that they leave nothing behind.
+// The lifetimes of objects, and that they leave nothing behind.
 
 #include "com/windows/Editors.h"
 #include "com/windows/Sink.h"
@@ -20,8 +20,8 @@ SIZE_T MemoryInUse() {
     return counters.PagefileUsage;
 }
 
-// How many brushes, fonts and pictures are in use. The system does not count them under wine, but
-// numbers them, the ones that have gone first: so the highest number of many new ones tells.
+// The number of brushes, fonts and bitmaps in use. Wine's system does not count them, but reuses
+// free numbers first: the highest number of many new ones is therefore a measure.
 int DrawingObjectsInUse() {
     std::vector<HBRUSH> many(3000);
     int highest = 0;
@@ -44,7 +44,7 @@ int WindowsOfThread() {
     return count;
 }
 
-// Runs the round so often that what a round leaves behind exceeds what the system itself keeps.
+// Repeats the round until its leaks would exceed the memory that the system itself keeps.
 template <typename Round>
 void ExpectNothingLeft(int rounds, SIZE_T systemBytes, const std::string& name,
                        const Round& round) {
@@ -68,14 +68,14 @@ TEST_F(ComLifetimes, PartsAreTheSameObjectsWhileTheyAreHeld) {
     const auto two = PartOf(barcode.Get(), L"ButtonEdit");
     EXPECT_EQ(one.Get(), two.Get());
     EXPECT_EQ(one.As<IUnknown>(IID_IUnknown).Get(), two.As<IUnknown>(IID_IUnknown).Get());
-    barcode = nullptr; // the part keeps it
+    barcode = nullptr; // the part keeps it alive
     Put(one.Get(), L"Caption", Text(L"Change"));
     ClientCall read = Get(two.Get(), L"Caption");
     EXPECT_EQ(std::wstring(V_BSTR(&read.result)), L"Change");
     VariantClear(&read.result);
 }
 
-// In every second round the control itself has to let go of the sink.
+// In every other round the control itself must release the sink.
 TEST_F(ComLifetimes, ManyRoundsOfEachClassKeepMemoryFlat) {
     const auto sink = ComPtr<Sink>::Attach(new Sink([](const Heard&) { return S_OK; }));
     for (const LibraryClass& type : RegisteredLibrary().classes) {
@@ -111,7 +111,7 @@ TEST_F(ComLifetimes, ManyRoundsOfEachClassKeepMemoryFlat) {
         });
     }
     sink->AddRef();
-    EXPECT_EQ(sink->Release(), 1U); // no control has kept it
+    EXPECT_EQ(sink->Release(), 1U); // no control still holds it
 }
 
 TEST_F(ComLifetimes, ManyRoundsOnAFormLeaveNothingBehind) {
@@ -126,7 +126,7 @@ TEST_F(ComLifetimes, ManyRoundsOnAFormLeaveNothingBehind) {
             if (control.As<IUnknown>(IID_IConnectionPointContainer)) // it has events
                 Listen(control.Get(), [](const Heard&) { return S_OK; });
             ASSERT_EQ(site.Place(control), S_OK);
-            PumpMessages(); // it is drawn
+            PumpMessages(); // lets it draw
             Site::TakeAway(control);
         });
     }
@@ -155,7 +155,7 @@ TEST_F(ComLifetimes, ManyOpenedEditorsLeaveNothingBehind) {
     });
 }
 
-// Runs last in its suite: nothing of the tests above is left.
+// Must run last in its suite: nothing of the earlier tests is left.
 TEST_F(ComLifetimes, NothingIsLeftInUse) {
     EXPECT_FALSE(ServerIsInUse());
     {

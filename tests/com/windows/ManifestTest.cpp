@@ -1,4 +1,4 @@
-// The server used without registration.
+// Using the server without registration.
 
 #include "com/windows/Form.h"
 #include "com/windows/Sink.h"
@@ -6,7 +6,7 @@
 namespace qx::test {
 namespace {
 
-// While it lives, a program that names the assembly in its manifest.
+// During its lifetime, this program counts as one that names the assembly in its manifest.
 class NamedInManifest {
 public:
     NamedInManifest() {
@@ -33,7 +33,7 @@ class ComManifest : public ComClient {
 protected:
     void SetUp() override {
         CLSID clsid{};
-        ASSERT_NE(CLSIDFromProgID(L"QXControls.QXMagnetCard", &clsid), S_OK) << "is registered";
+        ASSERT_NE(CLSIDFromProgID(L"QXControls.QXMagnetCard", &clsid), S_OK) << "registered";
     }
 };
 
@@ -46,7 +46,7 @@ TEST_F(ComManifest, ObjectsAreMadeWithoutRegistration) {
     EXPECT_EQ(sequence->GetTypeInfo(0, 0, info.Out()), S_OK);
 }
 
-TEST_F(ComManifest, AVisibleControlIsPlacedClickedAndHeard) {
+TEST_F(ComManifest, AVisibleControlIsPlacedClickedAndAccessible) {
     const NamedInManifest named;
     ASSERT_TRUE(AtlStarts());
     Form form(600, 500);

@@ -72,7 +72,7 @@ LibraryMember MemberOf(ITypeInfo* info, const FUNCDESC& function) {
         const ELEMDESC& element = function.lprgelemdescParam[i];
         const auto [text, variant] = TypeOf(info, element.tdesc);
         LibraryMember::Parameter parameter{"", text, variant, false, false, ""};
-        if (static_cast<UINT>(i) + 1 < count) // the new value of a property may have no name
+        if (static_cast<UINT>(i) + 1 < count) // a property's new value may be unnamed
             parameter.name = Narrow(names[static_cast<std::size_t>(i) + 1]);
         const USHORT flags = element.paramdesc.wParamFlags;
         if ((flags & PARAMFLAG_FIN) == 0)

@@ -1,4 +1,4 @@
-// The members that the registered type library has.
+// The members in the registered type library.
 #pragma once
 
 #include "com/windows/Com.h"
@@ -23,7 +23,7 @@ struct LibraryMember {
         VARTYPE variant = VT_EMPTY; // without VT_BYREF; enumerations are VT_I4
         bool byReference = false;
         bool isOptional = false;
-        std::string ifMissing; // empty when it is required
+        std::string ifMissing; // empty if it is required
     };
     std::vector<Parameter> parameters;
     std::string result;
@@ -32,8 +32,8 @@ struct LibraryMember {
 struct LibraryClass {
     std::string name;
     CLSID clsid{};
-    std::map<std::string, IID> interfaces; // by their names: the default one and that of events
-    IID eventsIid{};                       // null when there is none
+    std::map<std::string, IID> interfaces; // by name: the default interface and the event interface
+    IID eventsIid{};                       // null if there is none
     std::vector<LibraryMember> members;
     std::vector<LibraryMember> events;
 };
@@ -49,7 +49,7 @@ struct Library {
     std::map<std::string, LibraryEnumeration> enumerations;
 };
 
-// Throws std::runtime_error when it is not registered.
+// Throws std::runtime_error if it is not registered.
 [[nodiscard]] Library RegisteredLibrary();
 
 [[nodiscard]] std::string Narrow(const wchar_t* text);

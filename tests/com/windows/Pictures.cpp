@@ -1,5 +1,5 @@
-// Makes a picture of each visible control on the form of a foreign container, in two sizes, in the
-// folder QX_PICTURES. packaging/com-pictures runs it at different resolutions of the screen.
+// Saves a picture of each visible control on the form of a foreign container, in two sizes, to the
+// folder QX_PICTURES. packaging/com-pictures runs it at different screen resolutions.
 
 #include "com/windows/Editors.h"
 #include "com/windows/Sink.h"
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace Gdiplus { // whose headers expect them
+namespace Gdiplus { // its headers expect them here
 using std::max;
 using std::min;
 } // namespace Gdiplus
@@ -22,7 +22,7 @@ constexpr CLSID kPngEncoder = {
     0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
 void SavePicture(HWND window, const std::wstring& file) {
-    PumpMessages(); // it is drawn
+    PumpMessages(); // lets it draw
     RECT bounds{};
     GetClientRect(window, &bounds);
     const HDC source = GetDC(window);
@@ -39,7 +39,7 @@ void SavePicture(HWND window, const std::wstring& file) {
     ReleaseDC(window, source);
 }
 
-// The blocks of the POS keys in colours of their own.
+// Services in which each POS block has a colour of its own.
 struct ColouredServices : Services {
     ColouredServices() {
         SHORT number = 0;
@@ -49,7 +49,7 @@ struct ColouredServices : Services {
     }
 };
 
-// Texts as a host gives them, and a little to see.
+// Captions as a host sets them, and some data to show.
 void Fill(const std::string& name, IDispatch* control) {
     if (name == "QXCommonKeyboard") {
         Put(control, L"CaptionOutputDelay", Text(L"&Output delay"));
@@ -141,7 +141,7 @@ void PutBlocks(IDispatch* data) {
     }
 }
 
-// From now on, the host answers the control's requests to edit a sequence.
+// From here on, the host answers the control's requests to edit a sequence.
 void AnswerEdits(IDispatch* control, DISPID edit, std::size_t cancel, std::size_t sequence) {
     Listen(control, [=](Heard event) {
         if (event.id == edit) {
@@ -152,7 +152,7 @@ void AnswerEdits(IDispatch* control, DISPID edit, std::size_t cancel, std::size_
     });
 }
 
-// Keys with sequences and descriptions, as the user would make them.
+// Keys with sequences and descriptions, entered like a user would.
 void Use(const std::string& name, IDispatch* control, const Form& form) {
     const auto program = [&](LONG key) {
         const auto heard = AccessibleOf(form.Child(L"QXControls.Keys"));
@@ -233,7 +233,7 @@ void Take(const std::string& name, int width, int height, const wchar_t* size) {
     }
 }
 
-// The windows of the editors, which are as large as the screen's resolution makes them.
+// The editors' windows, in the size for the screen's resolution.
 void TakeEditors() {
     const ColouredServices services;
     const auto save = [](const char* name) {

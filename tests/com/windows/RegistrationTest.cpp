@@ -1,4 +1,4 @@
-// What is registered against the lists of the interface and its identifiers that are kept by hand.
+// Compares the registration with the hand-written lists of the interface and its identifiers.
 
 #include "com/windows/Client.h"
 #include "com/windows/Import.h"
@@ -14,7 +14,7 @@ namespace {
 
 using Sections = std::map<std::string, std::set<std::string>>;
 
-// The file is found through the environment, since the program runs away from its sources.
+// The file is found through the environment, since the program does not run near its sources.
 Sections Listed(const std::string& file) {
     const char* const folder = std::getenv("QX_INTERFACE");
     std::ifstream stream((folder == nullptr ? "" : folder) + file);
@@ -29,7 +29,7 @@ Sections Listed(const std::string& file) {
         } else if (section == nullptr) {
             section = &sections[line];
         } else {
-            // in a type library, memory is a string like any other
+            // in a type library, raw memory is an ordinary string
             for (std::size_t at = 0; (at = line.find("As Block", at)) != std::string::npos;)
                 line.replace(at, 8, "As String");
             section->insert(line);
@@ -82,7 +82,7 @@ std::set<std::string> LinesOf(const LibraryClass& type) {
     return lines;
 }
 
-// A control says by its registration whether it is seen at run time.
+// The registration shows whether a control is visible at run time.
 std::string LookOf(const LibraryClass& type) {
     DWORD status = 0;
     HKEY control = nullptr;
@@ -141,7 +141,7 @@ TEST_F(ComRegistration, IdentifiersAreThoseOfTheList) {
     }
 }
 
-// No page may create what writes a keyboard's memory and its program.
+// Web pages must not create objects that write to a keyboard.
 TEST_F(ComRegistration, NoClassIsSafeForWebPages) {
     for (const LibraryClass& type : RegisteredLibrary().classes) {
         const auto object = NewObject(Wide("QXControls." + type.name));
@@ -159,7 +159,7 @@ TEST_F(ComRegistration, NoClassIsSafeForWebPages) {
 }
 
 TEST_F(ComRegistration, TheFileShowsItsVersion) {
-    const auto object = NewObject(L"QXControls.OptionBool"); // loads it
+    const auto object = NewObject(L"QXControls.OptionBool"); // loads the file
     wchar_t file[MAX_PATH] = {};
     GetModuleFileNameW(GetModuleHandleW(L"QXControls.ocx"), file, MAX_PATH);
     std::vector<char> block(GetFileVersionInfoSizeW(file, nullptr));
@@ -180,10 +180,10 @@ TEST_F(ComRegistration, TheFileShowsItsVersion) {
     };
     EXPECT_EQ(text(L"FileVersion"), QX_VERSION);
     EXPECT_EQ(text(L"OriginalFilename"), "QXControls.ocx");
-    EXPECT_EQ(text(L"OLESelfRegister"), ""); // installers look for it
+    EXPECT_EQ(text(L"OLESelfRegister"), ""); // installers check for it
 }
 
-// Of a server that nobody has registered, by a process that may not write the machine's keys.
+// An unregistered server, in a process that may not write the machine's keys.
 class ComRegistrationWithoutRights : public testing::Test {
 protected:
     static LSTATUS WINAPI Refuse(HKEY hive, LPCWSTR name, DWORD reserved, LPWSTR type,
@@ -215,7 +215,7 @@ protected:
 TEST_F(ComRegistrationWithoutRights, IsForTheUser) {
     ASSERT_NE(s_server, nullptr);
     const ReplacedImport create("RegCreateKeyExW", reinterpret_cast<void*>(Refuse));
-    s_refusal = ERROR_DISK_FULL; // which would hit the user's keys too
+    s_refusal = ERROR_DISK_FULL; // would also fail for the user's keys
     EXPECT_EQ(Call("DllRegisterServer"), HRESULT_FROM_WIN32(ERROR_DISK_FULL));
     EXPECT_FALSE(IsRegistered(HKEY_CURRENT_USER));
     s_refusal = ERROR_ACCESS_DENIED;

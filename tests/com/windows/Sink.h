@@ -1,4 +1,4 @@
-// A host's sink, which hands each event to a function of the test.
+// A host's sink that passes each event to a function of the test.
 #pragma once
 
 #include "com/windows/Client.h"
@@ -56,7 +56,7 @@ private:
     ULONG m_references = 1;
 };
 
-// Has the handler called for the events of the control.
+// Calls the handler for the control's events from here on.
 inline void Listen(IDispatch* control, Handler handler) {
     const auto points =
         ComPtr<IUnknown>(control).As<IConnectionPointContainer>(IID_IConnectionPointContainer);

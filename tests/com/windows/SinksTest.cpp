@@ -1,4 +1,4 @@
-// Events as hosts' sinks hear them; the test presses the controls' buttons as a user does.
+// Events as hosts' sinks receive them; the test presses the controls' buttons like a user.
 
 #include "com/windows/Client.h"
 #include "com/windows/Sink.h"
@@ -29,7 +29,7 @@ protected:
     void TearDown() override {
         point = nullptr;
         barcode = nullptr;
-        EXPECT_TRUE(CanUnload()); // every reference was given back
+        EXPECT_TRUE(CanUnload()); // every reference was released
     }
 
     DWORD Connect(Handler handler) {
@@ -39,12 +39,13 @@ protected:
         EXPECT_NE(cookie, 0U);
         return cookie;
     }
-    // Presses a button of the control, which stays until it is done, as with a real window.
+    // Presses a button of the control, keeping the control alive for the click, as a real window
+    // does.
     void Press(void (QXBarcode::*button)(Integer)) {
         const ObjectRef held = ObjectBehind(barcode.Get());
         (static_cast<QXBarcode*>(held->Native())->*button)(0);
     }
-    // The one that is shown at first.
+    // The header that is shown initially.
     std::string Header() {
         const ObjectRef held = ObjectBehind(barcode.Get());
         return static_cast<QXBarcode*>(held->Native())->Reader(2).Header().KeyString();
@@ -70,7 +71,7 @@ TEST_F(ComSinks, AnswersReachTheControl) {
         EXPECT_EQ(V_VT(&event.arguments[0]), VT_BSTR);
         EXPECT_EQ(V_VT(&event.arguments[1]), VT_BYREF | VT_BOOL);
         EXPECT_EQ(V_VT(&event.arguments[2]), VT_BYREF | VT_BSTR);
-        EXPECT_EQ(*V_BOOLREF(&event.arguments[1]), VARIANT_TRUE); // the preset
+        EXPECT_EQ(*V_BOOLREF(&event.arguments[1]), VARIANT_TRUE); // the default
         return AnswerEdit(event, L" 30158");
     });
     Press(&QXBarcode::cmdEdit_Click);
@@ -78,13 +79,13 @@ TEST_F(ComSinks, AnswersReachTheControl) {
     EXPECT_EQ(Header(), " 30158");
 }
 
-TEST_F(ComSinks, SinksAreHeardInOrderAndSeeEarlierAnswers) {
+TEST_F(ComSinks, SinksAreCalledInOrderAndSeeEarlierAnswers) {
     std::vector<int> order;
     Connect([&](Heard event) {
         order.push_back(1);
         return AnswerEdit(event, L" 30158");
     });
-    Connect([&](Heard event) { // spoils its answers and fails
+    Connect([&](Heard event) { // changes its answers and then fails
         order.push_back(2);
         EXPECT_EQ(std::wstring(*V_BSTRREF(&event.arguments[2])), L" 30158");
         AnswerEdit(event, L"  1  2  3");
@@ -121,7 +122,7 @@ TEST_F(ComSinks, ASinkMayLeaveAndOthersJoinDuringTheEvent) {
         return S_OK;
     });
     Press(&QXBarcode::cmdEdit_Click);
-    EXPECT_EQ(order, std::vector<int>{1}); // the new one hears the next event
+    EXPECT_EQ(order, std::vector<int>{1}); // the new sink gets the next event
     Press(&QXBarcode::cmdEdit_Click);
     EXPECT_EQ(order, (std::vector<int>{1, 3}));
 }

@@ -1,5 +1,5 @@
-// A container of the test's own, for what a foreign one cannot be brought to do: it designs a form,
-// has its controls react to nothing, and changes its ambient properties.
+// A container of the test's own, for situations that a foreign one cannot provide: design mode,
+// unresponsive controls, and changing ambient properties.
 #pragma once
 
 #include "com/windows/Client.h"
@@ -9,7 +9,7 @@
 
 namespace qx::test {
 
-// Is on the stack, and must have been let go of in the end.
+// Lives on the stack; all references must be released by the end.
 template <typename... Interfaces>
 class OnStack : public Interfaces... {
 public:
@@ -47,7 +47,7 @@ public:
             VariantClear(&value);
     }
 
-    void SetAmbient(DISPID id, VARIANT value) { // takes it over
+    void SetAmbient(DISPID id, VARIANT value) { // takes ownership
         VariantClear(&m_ambient[id]);
         m_ambient[id] = value;
     }
@@ -68,7 +68,7 @@ public:
         SetAmbient(DISPID_AMBIENT_FONT, Dispatch(font.Detach()));
     }
 
-    // The control fills the form, where there is one.
+    // The control fills the form, if there is one.
     HRESULT Place(const ComPtr<IDispatch>& control, LONG verb = OLEIVERB_INPLACEACTIVATE) {
         const auto object = control.As<IOleObject>(IID_IOleObject);
         EXPECT_EQ(object->SetClientSite(this), S_OK);
@@ -82,7 +82,7 @@ public:
         EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
     }
 
-    std::function<void()> onInPlaceActivate, onShowObject, onUIActivate; // empty: does nothing
+    std::function<void()> onInPlaceActivate, onShowObject, onUIActivate; // optional
 
     HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }

@@ -1,4 +1,4 @@
-// Objects whose host hands them to another thread: with COM's marshalling, and without.
+// Objects passed to another thread by their host, with COM's marshalling and without.
 
 #include "com/windows/Form.h"
 #include "com/windows/Sink.h"
@@ -11,7 +11,7 @@
 namespace qx::test {
 namespace {
 
-// Runs the body on a thread with an apartment of its own, while this one takes its messages.
+// Runs the body on a thread with its own apartment, while this thread handles messages.
 void OnAnotherThread(const std::function<void()>& body) {
     std::atomic<bool> isDone = false;
     std::thread other([&] {
@@ -20,14 +20,14 @@ void OnAnotherThread(const std::function<void()>& body) {
         CoUninitialize();
         isDone = true;
     });
-    while (!isDone) { // marshalled calls come as messages
+    while (!isDone) { // marshalled calls arrive as messages
         PumpMessages();
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
     }
     other.join();
 }
 
-// The same, but takes no message meanwhile.
+// The same, but without handling messages meanwhile.
 void BesideThisThread(const std::function<void()>& body) {
     std::thread([&] {
         EXPECT_EQ(CoInitialize(nullptr), S_OK);
@@ -104,7 +104,7 @@ TEST_F(ComThreads, CallsWithoutMarshallingAreRefusedByEveryInterface) {
     HWND answeredWindow = nullptr;
     ComPtr<IStream> memory;
     ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, memory.Out()), S_OK);
-    // None of these looks at its bag before it has entered the object.
+    // All of these enter the object's apartment before they use their bag.
     auto* const noBag = reinterpret_cast<IPropertyBag*>(&message);
     const HDC context = CreateCompatibleDC(nullptr);
     const DISPID key = IdOf(control.Get(), L"CurrProgKey");
@@ -207,7 +207,7 @@ TEST_F(ComThreads, AccessibleKeysKnowNothingOnAnotherThread) {
     EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
 }
 
-TEST_F(ComThreads, ObjectsOfOneThreadAreNoArgumentsOnAnother) {
+TEST_F(ComThreads, ObjectsOfOneThreadAreRefusedOnAnother) {
     const auto keyboard = NewObject(L"QXControls.QXKeyboardAccess");
     BesideThisThread([&] {
         const auto card = NewObject(L"QXControls.QXMagnetCard");
@@ -219,7 +219,7 @@ TEST_F(ComThreads, ObjectsOfOneThreadAreNoArgumentsOnAnother) {
     });
 }
 
-// A collector of unused objects releases them on a thread of its own.
+// A garbage collector releases objects on its own thread.
 TEST_F(ComThreads, LastReferencesAreReleasedOnTheOwnThread) {
     const DWORD own = GetCurrentThreadId();
     DWORD released = 0;
@@ -232,7 +232,7 @@ TEST_F(ComThreads, LastReferencesAreReleasedOnTheOwnThread) {
     ASSERT_NE(window, nullptr);
     BesideThisThread([&] {
         control = nullptr;
-        track = nullptr; // keeps the control until now
+        track = nullptr; // kept the control alive until here
     });
     EXPECT_TRUE(IsWindow(window)); // nothing was destroyed on the other thread
     EXPECT_EQ(released, 0U);
@@ -244,7 +244,7 @@ TEST_F(ComThreads, LastReferencesAreReleasedOnTheOwnThread) {
     EXPECT_FALSE(ServerIsInUse());
 }
 
-// While a reference is on its way, the object is still the one that its owner gives out.
+// While a reference is being handed over, its owner still returns the same object.
 TEST_F(ComThreads, AnObjectOnItsWayCanBeHadAgain) {
     const auto card = NewObject(L"QXControls.QXMagnetCard");
     auto track = PartOf(card.Get(), L"Track1");
@@ -273,7 +273,7 @@ TEST_F(ComThreads, ManyThreadsMayCountAndRelease) {
     EXPECT_FALSE(ServerIsInUse());
 }
 
-// Needs a run of the program for itself: what the thread has left behind stays in use.
+// Must be run alone: objects left by the thread remain in use.
 class ComEndedThreads : public ComClient {};
 
 TEST_F(ComEndedThreads, TheirObjectsAreKept) {
@@ -283,7 +283,7 @@ TEST_F(ComEndedThreads, TheirObjectsAreKept) {
               RPC_E_WRONG_THREAD);
     object = nullptr;
     PumpMessages();
-    BesideThisThread([&] { // whose number may be that of the other
+    BesideThisThread([&] { // its number may be that of the ended thread
         const auto another = NewObject(L"QXControls.QXBarcode");
         PumpMessages();
     });

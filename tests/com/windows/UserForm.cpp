@@ -47,13 +47,13 @@ void TellParent(HWND window, WORD notification) {
 
 } // namespace
 
-// Without a frame, for which wine would wait for a window manager.
+// Without a frame, because wine would then wait for a window manager.
 UserForm::UserForm(IUnknown* control)
     : m_window(CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight,
                                nullptr, nullptr, nullptr, nullptr)) {
     using Init = BOOL(WINAPI*)();
     using Attach = HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**);
-    static const bool starts = AtlFunction<Init>("AtlAxWinInit")() != FALSE; // only once
+    static const bool starts = AtlFunction<Init>("AtlAxWinInit")() != FALSE; // once per process
     if (!starts ||
         FAILED(AtlFunction<Attach>("AtlAxAttachControl")(control, m_window, m_container.Out())))
         throw std::runtime_error("the control cannot be placed");

@@ -1,5 +1,5 @@
-// UserForm: a window on which a container that is not ours, that of wine's atl100, hosts a control,
-// and what a user does on it. What is not there throws std::runtime_error.
+// UserForm: a window in which a container that we have not written (that of wine's atl100) hosts a
+// control, and the user's actions on it. Throws std::runtime_error if a part does not exist.
 #pragma once
 
 #include "com/windows/Com.h"
@@ -16,18 +16,18 @@ public:
     UserForm(const UserForm&) = delete;
     UserForm& operator=(const UserForm&) = delete;
 
-    // A button or a check box, by its text.
+    // A button or a check box with this text.
     void Press(const std::wstring& text);
-    // A line of a list, by its text.
+    // A line of a list with this text.
     void Choose(const std::wstring& text);
-    // A key, by the beginning of the name that a screen reader would say.
+    // A key whose accessible name begins like this.
     void Pick(const std::wstring& name);
     void Slide(int position);
-    // Into the field that takes texts.
+    // Types into the text field.
     void Type(const std::wstring& text);
 
 private:
-    // The first visible child window of the class for which `fits` says yes.
+    // The first visible child window of the class for which `fits` returns true.
     [[nodiscard]] HWND Child(const wchar_t* windowClass, const std::wstring& sought,
                              const std::function<bool(HWND)>& fits) const;
 

@@ -1,4 +1,4 @@
-' A host without a driver: the start-up fails, and nothing else does harm.
+' A host without a driver: the start-up fails, and everything else is harmless.
 Option Explicit
 
 Dim failed

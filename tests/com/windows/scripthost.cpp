@@ -1,19 +1,19 @@
-// scripthost SCRIPT [ARGUMENT...]: runs a VBScript whose procedures hear the events of objects.
+// scripthost SCRIPT [ARGUMENT...]: runs a VBScript whose procedures handle the events of objects.
 //
-// The script has an object Host; one that the system's script hosts also run calls it WScript:
-//   ConnectObject object, prefix  from now on an event calls the procedure prefix + its name
-//   DisconnectObject object       ends that
-//   Show control                  places a control on a form of its own
-//   Hide control                  takes it away again
-//   Press control, text           what the user does there: a button or check box,
+// The script has an object Host; scripts for the system's script hosts too call it WScript:
+//   ConnectObject object, prefix  events call the procedure prefix + event name from now on
+//   DisconnectObject object       ends the connection
+//   Show control                  places a control on a new form
+//   Hide control                  removes it again
+//   Press control, text           the user's actions: on a button or check box,
 //   Choose control, text          a line of a list,
-//   Pick control, name            a key, by the beginning of its spoken name,
+//   Pick control, name            a key, by the beginning of its accessible name,
 //   Slide control, position       a slider,
-//   Type control, text            a text into the field that takes one
+//   Type control, text            a text field
 //   Echo text                     writes a line
 //   Argument(index)               an argument of the command line, from 0
-//   Quit status                   sets the exit status, which is 1 until then; the script goes on
-// An error of the script is written to standard error and ends with status 1.
+//   Quit status                   sets the exit status (initially 1); the script continues
+// An error in the script is written to standard error, and the exit status is 1.
 #include "com/windows/UserForm.h"
 
 #include <activscp.h>
@@ -44,7 +44,7 @@ void Check(HRESULT result, const char* step) {
     }
 }
 
-// IUnknown and the idle half of IDispatch.
+// IUnknown and the unused half of IDispatch.
 template <typename Interface>
 class Counted : public Interface {
 public:
@@ -80,8 +80,8 @@ public:
     }
 };
 
-// Calls the script's procedures. Typed references become references to variants, which is what the
-// engine takes, and the answers are copied back.
+// Calls the script's procedures. Typed references become references to variants, as the engine
+// requires, and the answers are copied back.
 class Sink : public Dispatching {
 public:
     Sink(IDispatch* script, std::wstring prefix, ITypeInfo* events)
@@ -207,7 +207,7 @@ private:
     };
     static const std::array<Method, 12>& Methods() {
         using Form = qx::test::UserForm;
-        // What a user does on a form, with a text.
+        // A user action on a form, with a text.
         const auto act = [](void (Form::*action)(const std::wstring&)) {
             return [action](ScriptHost& self, Arguments& given) {
                 (self.FormOf(V_DISPATCH(&given[0])).*action)(V_BSTR(&given[1]));

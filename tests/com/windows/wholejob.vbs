@@ -1,6 +1,6 @@
-' A host's whole job: identify the keyboard, upload, edit every module, download, and upload again
-' to check. The user works on forms, and the host answers what the controls ask it by their events.
-' wholejob.json is the same work as a document of qxconf.
+' A host's complete job: identify the keyboard, upload, edit every module, download, and upload
+' again to check. The user works on forms, and the host answers the controls' events. wholejob.json
+' is the same job as a document for qxconf.
 Option Explicit
 
 Dim stages
@@ -89,7 +89,7 @@ Set layered = NewControl("QXLayeredFuncKeys", 9)
 Set pos = NewControl("QXPos", 6)
 controls = Array(common, barcode, magnet, free, layered, pos)
 
-' What the controls have asked, and the host's answers.
+' The requests of the controls, and the host's answers.
 Dim asked
 Sub barcode_EditHeader(sCurrSeq, fCancelEdit, sNewSeq)
     asked = asked & "barcode " & fCancelEdit & ";"
@@ -197,7 +197,7 @@ Dim memory : memory = "earlier"
 Expect "read", keyboard.ReadFromMemory(memory, keyboard.GetBaseAddressForModule(1), 8), True
 Expect "bytes", Len(memory), 8
 
-' Preferences are kept for the next host.
+' Preferences are saved for the next host.
 settings.AutoSave = False
 settings.ColorProg = &H8000000F
 settings.PosCodePage = "C:\pages\1.bin"
@@ -210,7 +210,7 @@ Expect "AutoTestdrive", other.AutoTestdrive, True
 Expect "ColorProg", other.ColorProg, &H8000000F
 Expect "PosCodePage", other.PosCodePage, "C:\pages\1.bin"
 
-' Faults of the host come with the numbers that it knows.
+' Errors have the numbers that the host knows.
 Sub ExpectError(number)
     Expect "error", Err.Number, number
     Err.Clear
