@@ -1,5 +1,5 @@
-// Whatever bytes a block decoder is given, what it decodes can be encoded, and decodes the same.
-// The first byte of an input chooses the decoder.
+// Decodes any bytes as a block: the result can be encoded, and decodes to the same again. The first
+// byte of an input selects the decoder.
 
 #include "../tests/support/FakeDriver.h"
 #include "Fuzz.h"
@@ -17,8 +17,8 @@ namespace {
 
 using namespace qx;
 
-// The block of exactly `size` bytes: what the input lacks repeats what it has, so that a small
-// input reaches a large block's end.
+// Makes a block of exactly `size` bytes by repeating the input, so that a small input can fill a
+// large block.
 std::string Fill(std::string_view bytes, Long size) {
     std::string block;
     while (!bytes.empty() && block.size() < static_cast<std::size_t>(size))
@@ -125,7 +125,7 @@ void FreeProgKeys(std::string_view bytes) {
                                               MODULE_FUNCKEYS_X1_4620};
     const Byte choice = bytes.empty() ? Byte{0} : static_cast<Byte>(bytes.front());
     const KeyboardModuleIDs module = kModules[choice % 2];
-    KeyboardSequences empty; // every key takes part but some that the input chooses
+    KeyboardSequences empty; // all keys are used except some that the input selects
     for (Integer key = 0; key <= KeyboardSequences::kMaxKeyID; ++key)
         if (choice < 2 || key % choice != 0)
             empty.Key(key).SetPositionCode(key);
@@ -157,7 +157,7 @@ void FuncKeySequences(std::string_view bytes) {
         });
 }
 
-// The identifier and the descriptions, which lie in the image of a keyboard.
+// The identifier and the descriptions in a keyboard's image.
 void FuncKeyTexts(std::string_view bytes) {
     constexpr Long kGuid = 0x100;
     static test::FakeDriver driver;
@@ -209,7 +209,7 @@ void Pos(std::string_view bytes) {
         [](auto& b, auto& m) {
             try {
                 DecodePOSModuleBlock(b, m);
-            } catch (const std::out_of_range&) { // the keys before it are in the model
+            } catch (const std::out_of_range&) { // the keys before the fault have been decoded
             }
         },
         [](auto& m) { return EncodePOSModuleBlock(m); },
@@ -219,7 +219,7 @@ void Pos(std::string_view bytes) {
                 const POSBlock& block = m.Block(slot);
                 for (Integer key = 1; key <= block.BlockSize(); ++key)
                     text += std::to_string(block.GetKey(key)) + " ";
-                text += ": " + block.Sequence().KeyString() + "\n"; // groups get new numbers
+                text += ": " + block.Sequence().KeyString() + "\n"; // groups are renumbered
             }
             return text;
         });

@@ -1,5 +1,5 @@
-// A code page file gives its first 256 bytes or is refused, and the keyboard's page compares equal
-// exactly where all bytes are the same.
+// A code page file either provides its first 256 bytes or is refused, and the keyboard's page
+// compares equal exactly if all bytes are the same.
 
 #include "../tests/support/FakeDriver.h"
 #include "Fuzz.h"
@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::Require(control.FilePage().GetByte(i) == (at < size ? data[at] : 0),
                       "the page has the file's bytes");
     }
-    // What follows the page is what the keyboard's page is changed by.
+    // The bytes after the page are the changes to the keyboard's page.
     constexpr Long kAddress = 0x6C80;
     static test::FakeDriver driver;
     driver.notesCalls = false;

@@ -1,6 +1,6 @@
-// Whatever a driver answers - sizes, ids, addresses, statuses, bytes, lies about transfers -
-// nothing crashes, a document that an upload writes is accepted, and after a write that is called
-// done the keyboard holds every byte of it.
+// Whatever a driver returns (sizes, ids, addresses, statuses, bytes, false success of transfers),
+// nothing crashes, an uploaded document is accepted, and after a write that is reported as done the
+// keyboard holds every byte of it.
 
 #include "Fuzz.h"
 #include "host/ErrorText.h"
@@ -18,7 +18,7 @@ namespace {
 
 using namespace qx;
 
-// A driver that gives every call the status 0, or at one call the input's.
+// A driver that returns status 0 for every call, except one call that returns the input's.
 class WillingDriver : public ConfigDriver {
 public:
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
@@ -40,8 +40,8 @@ private:
     int m_calls = 0;
 };
 
-// A keyboard of hostile content: its directory and its bytes are the input's. Accesses outside its
-// memory succeed all the same, and are answered with the input's bytes.
+// A keyboard with hostile content: its directory and bytes come from the input. Accesses outside
+// its memory succeed too, with bytes from the input.
 class HostileDriver : public WillingDriver {
 public:
     explicit HostileDriver(FuzzedDataProvider& input) {
@@ -64,7 +64,7 @@ public:
                 m_memory[i] = bytes[i % bytes.size()];
     }
 
-    // Whether the memory has these bytes, as far as it reaches.
+    // Whether the memory contains these bytes, as far as it extends.
     [[nodiscard]] bool Holds(const host::KeyboardContent& content) const {
         return std::all_of(content.pieces.begin(), content.pieces.end(), [&](const auto& piece) {
             const auto [begin, length] =
@@ -130,7 +130,7 @@ private:
     static constexpr std::int64_t kSize = 0x20000;
     using Stretch = std::pair<std::int32_t, std::int32_t>; // address and size
 
-    // The part of a stretch that lies in memory: where it begins, and how long it is.
+    // The part of a stretch inside the memory: its start and length.
     static std::pair<std::size_t, std::size_t> Inside(std::int64_t address, std::int64_t size) {
         const std::int64_t begin = std::clamp<std::int64_t>(address, 0, kSize);
         const std::int64_t end =
@@ -138,7 +138,7 @@ private:
         return {static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)};
     }
 
-    // What lies outside the memory is answered with what lies at its beginning.
+    // Reads outside the memory return bytes from its beginning.
     std::int32_t Read(std::int32_t address, char* to, std::int32_t size) {
         const std::int32_t taken = Take();
         if (taken != 0)
@@ -161,7 +161,7 @@ private:
         return taken;
     }
 
-    // The transfer that lies moves only its first bytes, and changes a bit of one of them.
+    // The misreported transfer moves only its first bytes, and changes a bit of one of them.
     std::int32_t Move(const std::string& from, std::string& to) {
         const std::int32_t taken = Take();
         const bool lies = ++m_transfers == m_lyingTransfer;
@@ -188,7 +188,7 @@ private:
     std::uint16_t m_lie;
 };
 
-// A folder for records, gone with the object.
+// A folder for records, deleted by the destructor.
 struct NewFolder {
     NewFolder() { std::filesystem::remove_all(path); }
     ~NewFolder() { std::filesystem::remove_all(path); }
@@ -212,7 +212,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string text = configuration.Write(sections, session.Keyboard()).ToText();
 
         host::Configuration again{fuzz::Services(), &fuzz::UsLayout(), nullptr};
-        (void)session.SectionsIn(again); // tells its sections what the keyboard lacks
+        (void)session.SectionsIn(again); // marks the sections that the keyboard does not have
         try {
             const auto read = again.Read(host::ConfigurationDocument::Parse(text, "the upload"));
             fuzz::RequireEqual(again.Write(read, session.Keyboard()).ToText(), text,

@@ -1,5 +1,5 @@
-// A model is refused with its place, or its areas lie apart inside the memory and its text gives
-// the same model again.
+// A model is refused with the place of the error, or else its areas are separate and inside the
+// memory, and its text yields the same model again.
 
 #include "Fuzz.h"
 #include "simulator/FixedAreas.h"

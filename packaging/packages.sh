@@ -1,4 +1,4 @@
-# What this project needs of Debian 12, for the scripts that set a machine up.
+# The Debian 12 packages that this project needs, for the scripts that set up a machine.
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev
                 qt6-tools-dev qt6-l10n-tools qt6-translations-l10n)
 test_packages=(libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint)

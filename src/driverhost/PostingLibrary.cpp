@@ -15,7 +15,7 @@ constexpr const wchar_t* kClass = L"QXControls.Progress";
 
 } // namespace
 
-// A window that is only sent messages, with a thread that reads them.
+// A message-only window, with a thread that reads its messages.
 class PostingLibrary::Window {
 public:
     explicit Window(MessagePoster post)
@@ -38,7 +38,7 @@ public:
         m_hWindow = hWindow;
         m_message = static_cast<UINT>(lMsg);
     }
-    // Only 32 bits of a window's handle are used, on 64-bit systems too.
+    // Window handles have 32 significant bits, even on 64-bit systems.
     [[nodiscard]] std::int32_t Handle() const {
         return static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(m_window));
     }
@@ -53,7 +53,7 @@ private:
         windowClass.lpfnWndProc = &Procedure;
         windowClass.hInstance = GetModuleHandleW(nullptr);
         windowClass.lpszClassName = kClass;
-        RegisterClassW(&windowClass); // once for all windows
+        RegisterClassW(&windowClass); // fails after the first time, which is harmless
         const HWND window = CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                             windowClass.hInstance, nullptr);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -92,7 +92,7 @@ PostingLibrary::~PostingLibrary() = default;
 
 std::int32_t PostingLibrary::QXCFG_TransferNotification(std::int32_t hWindow, std::int32_t lMsg,
                                                         std::int32_t lWhat) {
-    // One that takes a function to post with needs no window.
+    // A library that accepts a posting function needs no window.
     if (hWindow == 0 || Find<void (*)()>("QXSIM_SetMessagePoster") != nullptr)
         return DriverLibrary::QXCFG_TransferNotification(hWindow, lMsg, lWhat);
     if (!m_window)

@@ -18,11 +18,11 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
-constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // of a driver that is let go
+constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // time for a released driver to end
 
 #ifdef _WIN32
 
-// Libraries of both word sizes are in use.
+// Both word sizes are in use.
 std::filesystem::path ProgramFor(const std::filesystem::path& library) {
     std::error_code ignored;
     const auto size = WordSizeOf(library);
@@ -45,13 +45,14 @@ std::filesystem::path ProgramFor(const std::filesystem::path& /*library*/) {
 
 #endif
 
-// Why nothing more is to be expected of the process; How it ended says the rest, where it did.
+// Lost: why the process can no longer be used. Ended: it has ended, and its exit status is the
+// reason.
 class Lost : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 class Ended : public std::exception {};
 
-// A text or a buffer, which the driver may write into; and one that it only reads.
+// A text or buffer that the driver may write to (Buffer), or only reads (Input).
 struct Buffer {
     char* bytes;
     std::size_t size;
@@ -61,7 +62,7 @@ struct Input {
     std::size_t size;
 };
 
-// The arguments of a driver function as the wire has them.
+// Converts the arguments of a driver function to and from the wire format.
 template <std::integral Number>
 Number Item(Number number) {
     return number;
@@ -118,7 +119,7 @@ void TakeItem(Values& answer, const Buffer& buffer) {
 
 } // namespace
 
-// What the driver posts while a call is under way. A transfer that advances has its time anew.
+// Handles the messages that the driver posts during a call. Progress restarts the time limit.
 class RemoteDriver::Progress {
 public:
     Progress(std::chrono::milliseconds limit, int stretches)
@@ -135,7 +136,7 @@ public:
         try {
             if (post != nullptr)
                 post(arguments[0], arguments[1], arguments[2], arguments[3]);
-        } catch (...) { // the call has to come to its end first
+        } catch (...) { // the call must be completed first
             m_thrown = std::current_exception();
         }
     }
@@ -256,7 +257,7 @@ bool RemoteDriver::Ask(const Frame& request, const std::string& what, const Take
     } catch (const Lost& lost) {
         GiveUp(what, lost.what());
     } catch (const WireError&) {
-        GiveUp(what, "gave an answer that cannot be understood");
+        GiveUp(what, "gave an invalid answer");
     }
     return false;
 }
@@ -288,7 +289,7 @@ std::string RemoteDriver::LimitText() const {
     return std::to_string(milliseconds / 1000) + " s";
 }
 
-// Without a reason the process has ended by itself.
+// An empty reason means that the process has ended by itself.
 void RemoteDriver::GiveUp(const std::string& what, const std::string& reason) {
     const auto until = steady_clock::now() + (reason.empty() ? kTimeToEnd : 0s);
     const process::Ending ending = m_child->End(until);

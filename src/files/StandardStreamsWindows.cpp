@@ -24,7 +24,7 @@ bool IsConsole(HANDLE stream) {
     return GetConsoleMode(stream, &mode) != 0;
 }
 
-// How much of the text is whole UTF-8 characters.
+// The number of bytes, from the start, that are complete UTF-8 characters.
 std::size_t WholeCharacters(std::string_view text) {
     constexpr std::size_t kLongest = 4;
     for (std::size_t size = 1; size <= std::min(kLongest, text.size()); ++size) {
@@ -36,7 +36,7 @@ std::size_t WholeCharacters(std::string_view text) {
     return text.size();
 }
 
-// Text in UTF-8 to a console as the system's characters; to a file or a pipe as its bytes.
+// Converts UTF-8 text for a console; writes it unchanged to a file or pipe.
 class StreamBuffer : public std::streambuf {
 public:
     explicit StreamBuffer(DWORD stream)
@@ -96,7 +96,7 @@ private:
     std::array<char, 1U << 13U> m_buffer{};
 };
 
-// A stream that is never taken apart: others write to it up to the program's end.
+// A stream that is never destroyed: it may be written to until the program ends.
 void Take(std::ostream& stream, DWORD which) {
     stream.rdbuf(new StreamBuffer(which));
 }

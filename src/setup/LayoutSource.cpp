@@ -16,7 +16,7 @@ namespace {
 
 constexpr Integer kDefaultLanguage = 1033;
 
-// The folder's, in the order of their names; none when it cannot be listed.
+// The folder's layouts, sorted by name; none if the folder cannot be listed.
 std::vector<std::filesystem::path> LayoutFiles(const std::filesystem::path& folder) {
     std::error_code ignored;
     std::vector<std::filesystem::path> paths;

@@ -1,4 +1,4 @@
-// The formats of a key sheet, each with the suffix that asks for it.
+// The formats of a key sheet and their file name suffixes.
 #pragma once
 
 #include "files/SystemTexts.h"
@@ -26,7 +26,7 @@ inline constexpr const char* kFilePatterns = "*.pdf *.svg";
     return kHasSvg ? std::vector<std::string>{".pdf", ".svg"} : std::vector<std::string>{".pdf"};
 }
 
-// The format that the file's name asks for, in either case of letters; none for any other suffix.
+// The format for the file name's suffix, ignoring case; none for any other suffix.
 [[nodiscard]] inline std::optional<SheetFormat> FormatOf(const std::filesystem::path& file) {
     std::string suffix = files::TextOf(file.extension());
     std::transform(suffix.begin(), suffix.end(), suffix.begin(),

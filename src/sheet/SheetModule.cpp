@@ -16,7 +16,7 @@ namespace qx::sheet {
 
 namespace {
 
-// Painting needs an application, but no screen. On Windows only the platform of the screen has
+// Painting needs an application, but no screen. On Windows only the screen's platform plugin has
 // fonts, and there is always a screen.
 #ifdef _WIN32
 constexpr const char* kPlatform = "windows";
@@ -29,7 +29,8 @@ public:
     Application() {
         if (QCoreApplication::instance() != nullptr)
             return;
-        // Remarks on the machine, such as a missing folder for sockets, do not concern a sheet.
+        // Warnings about the machine, such as a missing folder for sockets, are irrelevant for a
+        // sheet.
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
         m_application.emplace(m_count, m_arguments);
     }

@@ -1,7 +1,7 @@
 // The simulated keyboard as a driver library.
 //
-// It exports the functions of a driver, and some of its own with which a host chooses the
-// keyboard's file and asks for faults. No exception leaves a function.
+// It exports the functions of a driver, and some of its own that select the keyboard's file and
+// inject faults. No exception leaves a function.
 
 #include "files/SystemTexts.h"
 #include "simulator/SimulatedDriver.h"
@@ -23,13 +23,13 @@ namespace {
 using qx::sim::SimulatedDriver;
 using qx::sim::Status;
 
-// The one keyboard of the library, and the poster, which belongs to the host and outlives it.
+// The library's only keyboard, and the message poster, which the host owns and keeps alive.
 std::unique_ptr<SimulatedDriver> theDriver;
 qx::MessagePoster thePoster = nullptr;
-std::string theOpeningError; // why there is no driver, in words
+std::string theOpeningError; // why opening failed
 
 void Open(const std::filesystem::path& file, const std::string& model) {
-    theDriver.reset(); // gives its file back first
+    theDriver.reset(); // releases its file first
     theOpeningError.clear();
     theDriver = std::make_unique<SimulatedDriver>(file, model);
     theDriver->QXSIM_SetMessagePoster(thePoster);
@@ -38,12 +38,12 @@ void Open(const std::filesystem::path& file, const std::string& model) {
 std::int32_t Failed(Status status, const std::exception& error) {
     try {
         theOpeningError = error.what();
-    } catch (const std::exception&) { // no memory for words
+    } catch (const std::exception&) { // no memory for the message
     }
     return static_cast<std::int32_t>(status);
 }
 
-// Runs the function with the keyboard: the chosen one, else the user's own.
+// Runs the function with the selected keyboard, or the user's own if none is selected.
 template <typename Function>
 std::int32_t WithDriver(Function function) {
     try {
@@ -72,9 +72,9 @@ QX_EXPORT void QX_DRIVER_CALL QXSIM_SetMessagePoster(qx::MessagePoster post) {
         theDriver->QXSIM_SetMessagePoster(post);
 }
 
-// Which keyboard QXCFG_Init opens: its file, and the model (a built-in one or a file) from which it
-// is made when it is new. Gives a status; when that is not 0, the keyboard so far is closed all the
-// same.
+// Selects the keyboard that QXCFG_Init opens: its file, and the model (a built-in one or a file)
+// for creating it if it does not exist. Returns a status; the previous keyboard is closed even if
+// that is not 0.
 QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_SetKeyboard(const char* file, const char* model) {
     if (file == nullptr || model == nullptr)
         return static_cast<std::int32_t>(Status::NoArgument);
@@ -86,8 +86,8 @@ QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_SetKeyboard(const char* file, const 
     }
 }
 
-// The meaning of the status that the last call gave, in words: ends in a zero byte and is cut off
-// where the buffer of `size` bytes is too small. Gives its length without the zero byte.
+// Explains the status of the last call, as text that ends in a zero byte and is cut off if the
+// buffer of `size` bytes is too small. Returns the length without the zero byte.
 QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_StatusText(std::int32_t status, char* text,
                                                        std::int32_t size) {
     if (text == nullptr || size <= 0)
@@ -101,12 +101,12 @@ QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_StatusText(std::int32_t status, char
     return static_cast<std::int32_t>(words.size());
 }
 
-// Closes the keyboard, and forgets which one was chosen.
+// Closes the keyboard and clears the selection.
 QX_EXPORT void QX_DRIVER_CALL QXSIM_Close() {
     theDriver.reset();
 }
 
-// The faults of SimulatedDriver.
+// Faults, as in SimulatedDriver.
 QX_EXPORT void QX_DRIVER_CALL QXSIM_FailCall(std::int32_t call, std::int32_t status,
                                              std::int32_t forEver) {
     WithDriver([&](SimulatedDriver& driver) {

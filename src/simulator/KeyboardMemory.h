@@ -1,8 +1,8 @@
-// KeyboardMemory: what a simulated keyboard keeps while it is unplugged, in one file.
+// KeyboardMemory: the non-volatile contents of a simulated keyboard, in one file.
 //
-// The file carries the keyboard's model, so that it can be used without naming that again. While
-// the object lives, no other one can use the file. What Store is given is on the disk when it
-// returns; the file is replaced whole, so that it is never seen half-written.
+// The file includes the keyboard's model, so that the model need not be named again. While the
+// object lives, no other can use the file. Store returns once its content is on the disk; it
+// replaces the file as a whole, so a half-written file is never seen.
 #pragma once
 
 #include "files/Files.h"
@@ -20,25 +20,25 @@ public:
 
     struct Content {
         std::string memory;          // configuration memory, kSize bytes
-        std::string program;         // as loaded last
-        std::string chipcardProgram; // the same
+        std::string program;         // the last one loaded
+        std::string chipcardProgram; // the last one loaded
     };
 
-    // Opens the file; makes it, a keyboard of the model with factory settings, when it does not
-    // exist. Throws Failure when the file is in use, or is not that of a keyboard or damaged, and
-    // then leaves it as it is; std::runtime_error for what the system refuses.
+    // Opens the file, or creates it with the model's factory settings if it does not exist. Throws
+    // Failure if the file is in use, damaged or not a keyboard's file, and leaves it unchanged;
+    // std::runtime_error for errors of the system.
     KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model);
 
-    // Whether the file is that of a keyboard, by its beginning.
+    // Whether the file begins like a keyboard's file.
     [[nodiscard]] static bool IsIn(const std::filesystem::path& file);
-    // The model of the keyboard in the file, which may be in use. Throws as the constructor does.
+    // The model of the keyboard in the file, even if it is in use. Throws like the constructor.
     [[nodiscard]] static KeyboardModel ModelIn(const std::filesystem::path& file);
 
-    [[nodiscard]] const KeyboardModel& Model() const { return m_model; } // that of the file
+    [[nodiscard]] const KeyboardModel& Model() const { return m_model; } // the file's model
     [[nodiscard]] const Content& Stored() const { return m_content; }
 
-    // Replaces the content. Throws std::runtime_error, and the old content stays, when it cannot be
-    // stored.
+    // Replaces the content. Throws std::runtime_error if it cannot be stored; the old content then
+    // remains.
     void Store(Content content);
 
 private:

@@ -34,8 +34,8 @@ constexpr ModelText kModelTexts[] = {
     {"config", kConfigText, &KeyboardModel::config},
 };
 
-// The modules that a keyboard can have in its directory, and what their areas need at most. Which
-// keys are free is for the layout to say: their areas have room for every position code.
+// The modules that a keyboard's directory can list, and the largest size of their areas. The layout
+// determines which keys are free, so their areas have room for every position code.
 constexpr Long kFreeKeysSize = (KeyboardSequences::kMaxKeyID + 1) * kFreeProgKeySlotSize;
 struct Module {
     KeyboardModuleIDs id;
@@ -53,7 +53,7 @@ constexpr Module kModules[] = {
     {MODULE_FUNCKEYS_X1_4630, kFreeKeysSize},
     {MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize},
     {MODULE_GUID, kGuidSize},
-    // These may be listed, and have no area that any setting lies in.
+    // Allowed in the directory, but no setting is stored in their areas.
     {MODULE_KEYBOARD, 0},
     {MODULE_CONFIG_SECTION, 0},
     {MODULE_LAYER_FUNCKEY_DESC, 0},

@@ -11,11 +11,11 @@ namespace qx::sim {
 
 namespace {
 
-// The keyboard's memory, after a check.
+// The keyboard's memory, after a range check.
 const std::string& Checked(const std::string& memory, Long lAddress, std::size_t size) {
     if (size > memory.size() || !IsInMemory(lAddress, static_cast<Long>(size)))
         throw std::out_of_range(std::to_string(size) + " bytes at " + std::to_string(lAddress) +
-                                " reach out of the keyboard's memory");
+                                " exceed the keyboard's memory");
     return memory;
 }
 
@@ -63,7 +63,7 @@ Long SimulatedDriver::Value(Long lRefused, const std::function<Long()>& function
         return lRefused;
     m_lastError.clear();
     if (m_fault && (m_calls == m_fault->call || (m_fault->forEver && m_calls > m_fault->call))) {
-        m_lastError = "a fault that was asked for";
+        m_lastError = "an injected fault";
         return m_fault->status;
     }
     struct Busy {
@@ -84,7 +84,7 @@ Long SimulatedDriver::Call(const std::function<Status()>& function) {
             m_lastError = failure.what();
         } catch (const std::exception& error) {
             m_lastError = error.what();
-        } catch (...) { // a handler of progress messages may throw anything
+        } catch (...) { // progress handlers may throw anything
             m_lastError = "an error of the host";
         }
         if (status != Status::Ok && m_lastError.empty())
@@ -103,7 +103,7 @@ Long SimulatedDriver::CallWithLayers(const std::function<Status()>& function) {
     });
 }
 
-// The identification is the keyboard's own, and no part of the memory that transfers move.
+// The identification belongs to the keyboard itself; transfers do not read or write it.
 void SimulatedDriver::PutIdentification() {
     const KeyboardModel& model = m_keyboard->Model();
     (void)Write(kIdentification.address, model.IdentificationBlock());

@@ -1,5 +1,4 @@
-// The transfers of SimulatedDriver: their requests and progress, and the faults and lies that a
-// host asks for.
+// The transfers of SimulatedDriver: requests, progress, and injected faults.
 #include "simulator/FixedAreas.h"
 #include "simulator/SimulatedDriver.h"
 
@@ -52,7 +51,7 @@ std::int32_t SimulatedDriver::QXCFG_MemRequestAdd(std::int16_t /*nModule*/, std:
                                                   std::int32_t lSize) {
     return CallOpen([&] {
         if (!IsInMemory(lAddress, lSize)) {
-            m_hasBadRequest = true; // callers need not look at this status
+            m_hasBadRequest = true; // callers may ignore this status
             return Status::OutsideMemory;
         }
         m_requests.push_back({lAddress, lSize});
@@ -82,7 +81,7 @@ Status SimulatedDriver::Transfer(const std::string& from, std::string& to, bool 
     const std::int64_t end = std::min<std::int64_t>(total, stopAfter.value_or(total));
     const Lie lie = total > 0 ? TakeLie(isWrite) : Lie();
     const std::int64_t lieOffset = total > 0 ? lie.offset % total : 0;
-    std::int64_t kept = end; // how many of the moved bytes arrive
+    std::int64_t kept = end; // bytes that actually arrive
     if (lie.kind == LieKind::DroppedWrite)
         kept = 0;
     else if (lie.kind == LieKind::ShortWrite || lie.kind == LieKind::ShortRead)
@@ -100,7 +99,7 @@ Status SimulatedDriver::Transfer(const std::string& from, std::string& to, bool 
             to.replace(address, arrives, from, address, arrives);
             done += step;
             moved += step;
-            if (moved < total) // 100 is for a transfer that is complete, and stored
+            if (moved < total) // 100 is posted once the transfer is complete and stored
                 PostProgress(static_cast<Long>(moved * 100 / total));
         }
     if (lie.kind == LieKind::FlippedBit && lieOffset < moved) {

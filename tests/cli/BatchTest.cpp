@@ -1,4 +1,4 @@
-// Batches as the user of the command line sees them.
+// Batches through the command line.
 #include "BatchJob.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace qx::test {
 
 using Batch = BatchJob;
 
-TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
+TEST_F(Batch, ContinuesAfterAFailureAndCompletesTheRestNextTime) {
     cut = "2";
     const Outcome first = RunJob();
     EXPECT_EQ(first.status, 4) << first.err;
@@ -25,14 +25,14 @@ TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     EXPECT_EQ(printed["thisRun"]["bytesSent"], printed["units"][0]["bytesSent"].get<int>() +
                                                    printed["units"][2]["bytesSent"].get<int>());
 
-    // Each keyboard's backup bears the name of its unit, and how the unit is reached.
+    // Each backup names its unit and the unit's port.
     const Json backups = Json::parse(Run({"--json", "backup", "list"}).out)["backups"];
     std::set<std::string> places;
     for (const Json& backup : backups)
         places.insert(backup["unit"].get<std::string>() + backup["place"].get<std::string>());
     EXPECT_EQ(places, (std::set<std::string>{"till 1 1.qxk", "till 2 2.qxk", "till 3 3.qxk"}));
 
-    // The half-written keyboard is rolled back, and then written.
+    // The half-written keyboard is rolled back, then written.
     cut.clear();
     const Outcome second = RunJob();
     EXPECT_EQ(second.status, 0) << second.err;
@@ -52,7 +52,7 @@ TEST_F(Batch, GoesOnBehindAFailureAndDoesTheRestNextTime) {
     EXPECT_EQ(Run({"batch", "--dry-run", File("job.json")}).status, 0);
 }
 
-// Each has its own numbers, however it comes by them.
+// Each unit has its own values, whichever way they are given.
 TEST_F(Batch, AUnitsVariablesGoBeforeTheJobs) {
     job["variables"]["till"] = "003";
     job["units"][1].erase("variables");
@@ -60,7 +60,7 @@ TEST_F(Batch, AUnitsVariablesGoBeforeTheJobs) {
     EXPECT_EQ(TillIn("1.qxk") + TillIn("2.qxk") + TillIn("3.qxk"), "001003003");
 }
 
-// A block that no document can express costs its unit, unless it is to be replaced.
+// A block that a document cannot express fails its unit, unless it is to be replaced.
 TEST_F(Batch, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     Json document = Json::parse(kDocument);
     document["pos"]["blocks"] = {{{"slot", 7}, {"keys", {7}}, {"sequence", {30}}}};
@@ -99,7 +99,7 @@ TEST_F(Batch, OnlyChosenUnitsAreProgrammed) {
 }
 
 #ifndef _WIN32
-// The unit that has begun is ended, and no other begins.
+// The current unit is completed, and no other is started.
 TEST_F(Batch, EndsOrderlyWhenItIsAskedTo) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         whileOpening = [&](const std::string& keyboard) {
@@ -114,7 +114,7 @@ TEST_F(Batch, EndsOrderlyWhenItIsAskedTo) {
 }
 #endif
 
-// Wherever the driver fails, the batch ends with a report, and the next one makes up for it.
+// Whichever driver call fails, the batch ends with a report, and the next run completes it.
 TEST_F(Batch, EveryDriverCallOfAUnitMayFail) {
     job["units"].erase(2);
     for (Json& unit : job["units"])
@@ -134,7 +134,7 @@ TEST_F(Batch, EveryDriverCallOfAUnitMayFail) {
     }
 }
 
-TEST_F(Batch, DoesAgainWhatHasChanged) {
+TEST_F(Batch, RepeatsChangedUnits) {
     ASSERT_EQ(RunJob().status, 0);
     job["units"][1]["variables"]["till"] = "003";
     EXPECT_EQ(RunJob().status, 0);
@@ -142,7 +142,7 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
     EXPECT_EQ(TillIn("2.qxk"), "003");
 
     Json document = Json::parse(kDocument);
-    Write("till.json", document.dump(7)); // says the same
+    Write("till.json", document.dump(7)); // the same content
     EXPECT_EQ(RunJob().status, 0);
     EXPECT_EQ(opened, "");
     document["commonKeyboard"]["outputDelay"] = 10;
@@ -156,7 +156,7 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
     EXPECT_EQ(opened, "123");
     EXPECT_EQ(Results(), "done done failed");
 
-    // A crash may come between a keyboard and the report: the keyboard holds all of it then.
+    // After a crash between the keyboard and the report, the keyboard already holds the document.
     faults.clear();
     std::filesystem::remove(folder / "job.json.report.json");
     EXPECT_EQ(RunJob().status, 0);
@@ -164,7 +164,7 @@ TEST_F(Batch, DoesAgainWhatHasChanged) {
     EXPECT_EQ(Report()["units"][0]["bytesSent"], 0);
     EXPECT_EQ(Report()["units"][2]["bytesSent"], 1);
 
-    // Another keyboard, and another layout, are changes too.
+    // Another keyboard or another layout counts as a change.
     const std::tuple<const char*, const char*, int> changes[] = {
         {"/units/1/keyboard", "4.qxk", 1},
         {"/units/1/identifier", "{01234567-89AB-CDEF-0123-456789ABCDEF}", 1},
@@ -200,7 +200,7 @@ TEST_F(Batch, AUnitMayMeanOneKeyboardOnly) {
     }();
     files::WriteFileAtomically(folder / "2.qxk", before);
     job["units"].erase(2);
-    std::string small = identifier; // means the same
+    std::string small = identifier; // the same identifier
     std::transform(small.begin(), small.end(), small.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     job["units"][0]["identifier"] = small;
@@ -209,14 +209,14 @@ TEST_F(Batch, AUnitMayMeanOneKeyboardOnly) {
     EXPECT_EQ(Results(), "done failed");
     EXPECT_EQ(Report()["units"][1]["error"]["code"], "keyboard-changed");
     EXPECT_EQ(files::ReadFile(folder / "2.qxk"), before);
-    // With identifiers, several may be reached in the same way; without all of them, not.
+    // Several units may share a port if all of them have identifiers.
     job["units"][1]["keyboard"] = "1.qxk";
     EXPECT_EQ(RunJob().status, 4);
     job["units"][1].erase("identifier");
     EXPECT_EQ(RunJob().status, 6);
 }
 
-// One keyboard after the other stands in the bench's file.
+// The keyboards appear one after the other in the bench's file.
 class Bench : public Batch {
 protected:
     Bench() {
@@ -234,17 +234,17 @@ TEST_F(Bench, ProgramsOneAfterTheOther) {
     pauses = {
         [] {}, // nothing is plugged in yet
         [&] { Plug("a.qxk"); },
-        [] {}, // the same one is still there
+        [] {}, // still the same one
         [&] {
             Unplug("a.qxk");
             Plug("b.qxk");
             faults = {{"port", 150}};
         },
-        [] {}, // it failed, and is not tried again as long as it stays
+        [] {}, // it failed, and is not retried while it stays plugged in
         [&] {
             faults.clear();
             Unplug("b.qxk");
-            Plug("a.qxk"); // once more, by mistake
+            Plug("a.qxk"); // again, by mistake
         },
         [&] { Unplug("a.qxk"); },
         [&] { Plug("b.qxk"); },
@@ -265,8 +265,8 @@ TEST_F(Bench, ProgramsOneAfterTheOther) {
     EXPECT_EQ(outcome.err.find("waiting for till 1", waited + 1), std::string::npos);
 }
 
-// Keyboards without an identifier are told from one another by being unplugged.
-TEST_F(Bench, EndsByCtrlCAndGoesOnNextTime) {
+// Keyboards without an identifier are distinguished only by being unplugged in between.
+TEST_F(Bench, EndsByCtrlCAndContinuesNextTime) {
     Make("a.qxk", "magnet");
     Make("b.qxk", "magnet");
     Plug("a.qxk");
@@ -284,7 +284,7 @@ TEST_F(Bench, EndsByCtrlCAndGoesOnNextTime) {
     EXPECT_FALSE(std::filesystem::exists(folder / "port.qxk"));
 }
 
-// By the records: nothing else tells such keyboards apart behind one port.
+// Uses the records: nothing else distinguishes such keyboards behind one port.
 TEST_F(Bench, ABackupOfOneUnitIsNotRestoredIntoAnother) {
     Make("a.qxk", "magnet");
     Make("b.qxk", "magnet");
@@ -316,8 +316,8 @@ TEST_F(Bench, ABackupOfOneUnitIsNotRestoredIntoAnother) {
     EXPECT_EQ(TillIn("port.qxk"), "?");
 }
 
-// A keyboard that a unit names is that unit whenever it comes; no other is.
-TEST_F(Bench, KnowsAKeyboardByItsIdentifier) {
+// A keyboard with a unit's identifier is that unit whenever it appears; no other keyboard is.
+TEST_F(Bench, RecognisesAKeyboardByItsIdentifier) {
     Make("a.qxk");
     Make("b.qxk");
     const Json uploaded =
@@ -337,7 +337,7 @@ TEST_F(Bench, KnowsAKeyboardByItsIdentifier) {
     EXPECT_EQ(TillIn("a.qxk") + TillIn("c.qxk") + TillIn("port.qxk"), "001003002");
 }
 
-// The page about batches: its jobs and its commands, as they stand there.
+// The jobs and commands in the page about batches, exactly as written there.
 TEST_F(Batch, TheExamplesOfThePageAreRun) {
     const std::string page = files::ReadFile(QX_LAYOUTS "../docs/batch.md");
     std::vector<std::string> jobs;

@@ -1,4 +1,4 @@
-// What reaches a terminal: nothing that it would obey, and a bar that leaves no trace.
+// Output to a terminal: no control sequences from outside, and a progress bar that leaves no trace.
 #include "CommandLine.h"
 
 #include "host/Json.h"
@@ -12,8 +12,8 @@ using host::Json;
 
 namespace {
 
-// What a terminal shows of the text in the end, without blanks at the ends of lines; and the
-// longest line that it ever showed.
+// The final contents of a terminal, without trailing spaces; and the longest line that it ever
+// showed.
 struct Screen {
     explicit Screen(const std::string& text) {
         lines.emplace_back();
@@ -68,8 +68,8 @@ TEST(Console, TheBarNamesItsStepFitsAndIsGoneInTheEnd) {
     EXPECT_NE(keyboard.Run({"--quiet", "upload"}, {0, 0, false, 100}).err, "");
 }
 
-// Texts from outside come back whole, as JSON and as text, and nothing in them moves the cursor,
-// adds a line or turns the direction of writing.
+// Texts from outside are reported completely, as JSON and as text, and cannot move the cursor, add
+// a line or change the writing direction.
 TEST(Console, AnyBytesCanBeReported) {
     CommandLine keyboard;
     const std::string nul = keyboard.Write(
@@ -84,7 +84,8 @@ TEST(Console, AnyBytesCanBeReported) {
     EXPECT_NE(unknown.err.find("/a\\u0000\\u001b[2J\\u000a"), std::string::npos) << unknown.err;
     EXPECT_EQ(std::count(unknown.err.begin(), unknown.err.end(), '\n'), 1) << unknown.err;
 
-    // A file name of bytes, a control character of the second set, a turn of the direction, a line.
+    // A file name with an invalid byte, a C1 control character, a direction override and a line
+    // break.
     const std::string name = "\xFF\xC2\x9B\xE2\x80\xAE\n.json";
     const std::string file = keyboard.Write(
         name,
@@ -94,10 +95,10 @@ TEST(Console, AnyBytesCanBeReported) {
     const std::string json = keyboard.Done({"--json", "validate", file});
     EXPECT_TRUE(IsWellFormedUtf8(json));
     EXPECT_EQ(Json::parse(json)["file"],
-              keyboard.File("") + "\\xff\xC2\x9B\xE2\x80\xAE\n.json"); // whole: bytes as escapes
-    EXPECT_EQ(json.find("\xC2\x9B"), std::string::npos) << "a terminal obeys it in JSON too";
+              keyboard.File("") + "\\xff\xC2\x9B\xE2\x80\xAE\n.json"); // complete: bytes as escapes
+    EXPECT_EQ(json.find("\xC2\x9B"), std::string::npos) << "unsafe in JSON, too";
 
-    // The same from a keyboard: a document on standard output means what it meant.
+    // The same text from a keyboard: a document on standard output keeps its meaning.
     Json document = Json::parse(keyboard.Done({"upload"}));
     const std::string description = "\xC2\x9B"
                                     "1A\xE2\x80\xAE\x7F";

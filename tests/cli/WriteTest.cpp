@@ -1,4 +1,4 @@
-// Downloads as the user of the command line sees them: told before, proved, recorded, recovered.
+// Downloads through the command line: preview, verification, records and recovery.
 #include "CommandLine.h"
 
 #include "host/Json.h"
@@ -14,7 +14,7 @@ std::string DelayDocument(int delay) {
            std::to_string(delay) + "}}";
 }
 
-// A document that changes more bytes than one, so that a write of it can be cut in half.
+// A document that changes several bytes, so that a write of it can be cut in half.
 std::string Changed(CommandLine& keyboard) {
     Json document = Json::parse(keyboard.Done({"upload"}));
     document["commonKeyboard"]["outputDelay"] = 77;
@@ -24,7 +24,7 @@ std::string Changed(CommandLine& keyboard) {
 
 } // namespace
 
-TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
+TEST(Write, ADryRunShowsTheEffectOfADownload) {
     CommandLine keyboard;
     const std::string file = keyboard.Write("delay.json", DelayDocument(77));
     const std::string before = keyboard.Memory();
@@ -53,7 +53,7 @@ TEST(Write, ADryRunTellsWhatADownloadThenDoes) {
     EXPECT_NE(again.find("nothing was written"), std::string::npos) << again;
     EXPECT_EQ(Json::parse(keyboard.Done({"--json", "download", file}))["verified"], true);
 
-    // As it is already, whole.
+    // The keyboard already has all of it.
     const Json whole =
         Json::parse(keyboard.Done({"--json", "download", "--full", "--dry-run", file}));
     const Json sent = Json::parse(keyboard.Done({"--json", "download", "--full", file}));
@@ -108,11 +108,11 @@ TEST(Write, VariablesGetTheirValuesBySet) {
     EXPECT_EQ(keyboard.Memory(), before);
     keyboard.Done({"download", "--set", "delay=7", file});
     EXPECT_EQ(keyboard.Run({"diff", "--set", "delay=7", file}).status, 0);
-    // A value may have any signs.
+    // Values may contain any characters.
     EXPECT_EQ(keyboard.Run({"validate", "--set", "delay=1=2", file}).status, 6);
 }
 
-TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
+TEST(Write, ReceiptsAndBackupsRecordEveryWrite) {
     CommandLine keyboard;
     EXPECT_EQ(keyboard.Done({"receipts"}), "nothing has been written yet\n");
     EXPECT_EQ(keyboard.Done({"backup", "list"}), "there are no backups\n");
@@ -147,7 +147,7 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     EXPECT_NE(after, before);
     EXPECT_EQ(keyboard.Run({"backup", "restore", "nonsense"}).status, 2);
 
-    // Another keyboard takes it only when that is asked for, and keeps its identifier.
+    // Another keyboard is restored only on request, and keeps its identifier.
     Json own = saved;
     std::filesystem::rename(keyboard.folder / "keyboard.qxk", keyboard.folder / "first.qxk");
     own["layeredFuncKeys"]["guid"] =
@@ -159,7 +159,7 @@ TEST(Write, ReceiptsAndBackupsTellWhatHappened) {
     EXPECT_EQ(Json::parse(keyboard.Done({"upload"}))["layeredFuncKeys"], own["layeredFuncKeys"]);
 }
 
-TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
+TEST(Write, AnInterruptedWriteIsReportedAndRecovered) {
     for (const Driver driver : {Driver::InProcess, Driver::Library})
         for (const char* way : {"--finish", "--rollback"}) {
             CommandLine keyboard(driver);
@@ -195,14 +195,14 @@ TEST(Write, WhatWasInterruptedIsToldAndRecovered) {
         }
 }
 
-TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
+TEST(Write, UnexplainedContentsAreLeftAlone) {
     CommandLine keyboard;
     const std::string file = Changed(keyboard);
     const std::string before = keyboard.Memory();
     Fault cut;
     cut.writtenBytes = 2;
     EXPECT_EQ(keyboard.Run({"download", file}, cut).status, 4);
-    // Outside the ranges, then in them.
+    // Outside the ranges, then within them.
     const char beside = keyboard.Memory()[4103];
     keyboard.Poke(4103, std::string(1, static_cast<char>(beside ^ 1)));
     EXPECT_EQ(keyboard.Run({"identify"}).err, "");
@@ -213,13 +213,13 @@ TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
     const Json told = Json::parse(keyboard.Done({"--json", "recover"}));
     EXPECT_EQ(told["interrupted"], Json());
     EXPECT_EQ(told["onRecord"][0]["trace"], "none");
-    // Damaged records of other keyboards do not concern it either.
+    // Damaged records of other keyboards do not matter either.
     keyboard.Write("data/journal/20260131T090507.123Z-1-1.OTHER-0123456789ab.journal.json", "{");
     const Outcome identified = keyboard.Run({"--json", "identify"});
     EXPECT_EQ(identified.err, "");
     EXPECT_FALSE(Json::parse(identified.out).contains("interrupted"));
     EXPECT_EQ(keyboard.Run({"recover", "--rollback"}).status, 4);
-    EXPECT_EQ(keyboard.Run({"recover", "--forget"}).status, 2) << "which one?";
+    EXPECT_EQ(keyboard.Run({"recover", "--forget"}).status, 2) << "it must be named";
     EXPECT_EQ(keyboard.Memory(), found);
     keyboard.Done({"backup", "restore", told["onRecord"][0]["backup"]});
     EXPECT_EQ(keyboard.Memory(), before);
@@ -229,7 +229,7 @@ TEST(Write, WhatNoInterruptionCanHaveLeftIsLeftAlone) {
     EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
 }
 
-// A document of one keyboard gives another its identifier, and says how not to.
+// A document from one keyboard sets another's identifier, and the warning explains how to avoid it.
 TEST(Write, ADocumentWithoutAnIdentifierSuitsOtherKeyboards) {
     CommandLine first;
     CommandLine second;
@@ -253,8 +253,8 @@ TEST(Write, ADocumentWithoutAnIdentifierSuitsOtherKeyboards) {
               whole["layeredFuncKeys"]["guid"]);
 }
 
-// One driver, two keyboards of a kind: A is cut, B is worked with meanwhile, A comes back.
-TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
+// One driver, two keyboards of the same model: A is interrupted, B is used, A is plugged in again.
+TEST(Write, AnotherKeyboardIsNotMistakenForTheInterruptedOne) {
     CommandLine keyboard;
     const std::string file = Changed(keyboard);
     const std::string before = keyboard.Memory();
@@ -269,7 +269,7 @@ TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
     const std::string half = keyboard.Memory();
 
     plugIn("A", "B");
-    EXPECT_EQ(keyboard.Run({"identify"}).err, "") << "nothing that concerns this keyboard";
+    EXPECT_EQ(keyboard.Run({"identify"}).err, "") << "the record is not about this keyboard";
     const std::string said = keyboard.Done({"recover", "--rollback"});
     EXPECT_NE(said.find("nothing was written"), std::string::npos) << said;
     EXPECT_NE(said.find("may be another one"), std::string::npos) << said;
@@ -290,7 +290,7 @@ TEST(Write, AnotherKeyboardIsNotTakenForTheInterruptedOne) {
     EXPECT_EQ(keyboard.Done({"recover", "--list"}), "no interrupted writes are on record\n");
 }
 
-// Two tills that are alike are cut in writes that begin alike.
+// Two identical tills are interrupted in writes that begin identically.
 TEST(Write, OneOfSeveralInterruptedWritesIsNamed) {
     CommandLine keyboard;
     Json document = Json::parse(keyboard.Done({"upload"}));

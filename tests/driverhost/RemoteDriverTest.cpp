@@ -1,4 +1,5 @@
-// A driver in a process of its own: every call crosses whole, and no misbehaviour comes back.
+// A driver in a separate process: every call is transmitted completely, and its misbehaviour does
+// no harm here.
 #include "driverhost/RemoteDriver.h"
 #include "driverhost/Advance.h"
 
@@ -18,7 +19,7 @@ namespace {
 
 class Remote : public testing::Test {
 protected:
-    // A driver of its own process, whose library behaves so: "FUNCTION ACTION".
+    // A driver in its own process that behaves like this: "FUNCTION ACTION".
     std::unique_ptr<RemoteDriver> Start(const std::string& behaviour,
                                         std::chrono::milliseconds limit = 60s) {
         files::WriteFileAtomically(file + ".wild", behaviour);
@@ -33,7 +34,7 @@ protected:
 };
 
 #ifdef _WIN32
-constexpr auto kImpatience = 1200ms; // wine takes longer to start a process
+constexpr auto kImpatience = 1200ms; // wine needs longer to start a process
 constexpr const char* kCrashed = "QXCFG_ImageRead: the driver crashed (access violation)";
 constexpr const char* kAborted = "QXCFG_ImageRead: the driver ended its process with status 3";
 #else
@@ -54,7 +55,7 @@ void QX_DRIVER_CALL PostAndThrow(std::int32_t, std::int32_t, std::int32_t, std::
 
 } // namespace
 
-// Arguments of distinct values, each of which arrives where it belongs, and so do the answers.
+// All arguments and results have distinct values, so that any mix-up is noticed.
 TEST_F(Remote, EveryCallArrivesAsItWasMade) {
     const auto driver = Start("* echo");
     std::uint8_t byte = 1;
@@ -135,7 +136,7 @@ TEST_F(Remote, ATransferReportsItsProgressWhileItRuns) {
     EXPECT_EQ(driver->QXCFG_ImageLoad(), 0);
     ASSERT_FALSE(posted.empty());
     EXPECT_EQ(posted.back(), "41 42 43 100");
-    // What a handler throws comes out of the call, which has run to its end.
+    // A handler's exception leaves the call after the call has been completed.
     driver->QXSIM_SetMessagePoster(&PostAndThrow);
     EXPECT_THROW(driver->QXCFG_ImageLoad(), std::logic_error);
     driver->QXSIM_SetMessagePoster(nullptr);
@@ -146,7 +147,7 @@ TEST_F(Remote, ATransferReportsItsProgressWhileItRuns) {
 }
 
 #ifdef _WIN32
-TEST_F(Remote, ADriverThatPostsToAWindowIsHeard) {
+TEST_F(Remote, MessagesPostedToAWindowArrive) {
     RemoteDriver driver(QX_POSTING_DRIVER, {});
     driver.QXSIM_SetMessagePoster(&Post);
     for (const int round : {1, 2}) {
@@ -165,7 +166,7 @@ TEST_F(Remote, ADriverThatPostsToAWindowIsHeard) {
 }
 #endif
 
-// Whatever it does, the caller has a status at once, and one sentence.
+// Whatever the driver does, the caller gets a status at once, and a one-sentence explanation.
 TEST_F(Remote, ADriverThatMisbehavesIsGone) {
     struct Row {
         const char* behaviour;
@@ -181,8 +182,7 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
         {"QXCFG_ImageRead flood", late},
         {"QXCFG_ImageRead count", late},
         {"QXCFG_ImageRead rounds", late},
-        {"QXCFG_ImageRead forge",
-         "QXCFG_ImageRead: the driver gave an answer that cannot be understood"},
+        {"QXCFG_ImageRead forge", "QXCFG_ImageRead: the driver gave an invalid answer"},
         {"QXCFG_ImageRead overrun 8",
          "QXCFG_ImageRead: the driver wrote beyond the end of a buffer"},
     };
@@ -195,18 +195,18 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
         EXPECT_EQ(driver->QXCFG_ImageRead(0, buffer, 8), RemoteDriver::kGone);
         EXPECT_EQ(driver->Failure(), row.failure);
         EXPECT_STREQ(buffer, "abcdefgh");
-        // It stays gone, and says the same.
+        // It stays gone, with the same explanation.
         EXPECT_EQ(driver->QXCFG_Init(), RemoteDriver::kGone);
         EXPECT_EQ(static_cast<std::int16_t>(driver->QXCFG_ConfigDirectorySize()), 0);
         EXPECT_EQ(driver->StatusText(1), "");
         EXPECT_EQ(driver->Failure(), row.failure);
-        // Its keyboard is free again.
+        // Its keyboard can be opened again.
         EXPECT_EQ(Start("")->QXCFG_Init(), 0) << row.behaviour;
     }
 }
 
-// A transfer that counts for each of its stretches has as much time as one that counts once, and
-// none has its time anew for ever.
+// A transfer that counts to 100 once per stretch has no less time than one that counts once, and no
+// transfer has its time extended forever.
 TEST(Advance, EndsWhateverIsPosted) {
     const auto advances = [](int stretches, std::initializer_list<std::int32_t> posts) {
         driverhost::Advance advance(stretches);
@@ -219,7 +219,7 @@ TEST(Advance, EndsWhateverIsPosted) {
     EXPECT_EQ(advances(2, {40, 100, 0, 40, 100, 0, 100, 0, 40, 100, -1}), "+++++++----");
 }
 
-TEST_F(Remote, WhatADriverPrintsIsNoResult) {
+TEST_F(Remote, ADriversPrintedOutputIsDiscarded) {
     testing::internal::CaptureStdout();
     const std::int32_t status = Start("QXCFG_Init print")->QXCFG_Init();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
@@ -243,9 +243,9 @@ TEST_F(Remote, AProcessThatCannotServeIsNamed) {
                   .find("cannot start " + (folder / "no-host").string() + ": "),
               0U);
 #ifdef _WIN32
-    EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"), // which takes no arguments
+    EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"), // ignores its arguments
               "loading any.dll: the driver ended its process with status 1");
-    // The helper of a library's own word size is started, where there is one.
+    // Starts the helper for the library's own word size, if there is one.
     const std::string text = (folder / "text.dll").string();
     files::WriteFileAtomically(text, "no library");
     EXPECT_EQ(reason(text, {}), "cannot load the driver library " + text +

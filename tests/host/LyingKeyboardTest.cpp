@@ -1,5 +1,5 @@
-// A keyboard that lies about its transfers: a download is called done only when the keyboard holds
-// it, whatever was dropped, cut short or changed on the way.
+// A keyboard that misreports its transfers: a download is reported as done only if the keyboard
+// really holds it, whatever was dropped, cut short or changed on the way.
 
 #include "host/ErrorText.h"
 #include "host/Writer.h"
@@ -53,7 +53,7 @@ protected:
 
 } // namespace
 
-// Every seed's lie is told by one of the first two writes, or by one of the first two readings.
+// Each seed affects one of the first two writes or one of the first two reads.
 TEST_F(LyingKeyboard, IsFoundOutWhateverTheSeed) {
     constexpr int kSeeds = 300;
     sim::SimulatedDriver driver(folder / "keyboard.qxk", "magnet");

@@ -1,5 +1,5 @@
-// A loss of power at any moment of a write, and a disk of which any call fails: from the first byte
-// that is sent to the proof, the journal and the backup are on the disk.
+// A power failure at any moment of a write, and a disk on which any call fails: from the first byte
+// sent until the verification, journal and backup are on the disk.
 #include "WriterFixture.h"
 
 #include "support/RecordingDisk.h"
@@ -22,8 +22,8 @@ protected:
         }
     };
 
-    // What the records are after a loss of power now: none of them is half-written, and as many
-    // writes are on record.
+    // Checks the records after a power failure at this moment: none is half-written, and the number
+    // of writes on record is within the limits.
     void CheckLosses(const test::RecordingDisk& disk, std::size_t least, std::size_t most) {
         disk.ForEachLoss(folder / "after", [&] {
             ++states;
@@ -48,16 +48,16 @@ protected:
 
 } // namespace
 
-TEST_F(PowerCut, LeavesWhatRecoveringNeeds) {
+TEST_F(PowerCut, LeavesEverythingNeededForRecovery) {
     Watched driver{kSmall, "SMALL"};
     driver.memory = before;
-    std::size_t least = 0; // of the writes on record
+    std::size_t least = 0; // number of writes on record
     std::size_t most = 1;
     std::filesystem::create_directories(records);
     test::RecordingDisk disk(folder / "");
     disk.afterEach = [&] {
         if (driver.memory == after && least == 1 && Entries().empty())
-            least = 0; // proved, and being ended
+            least = 0; // verified; the record is being removed
         CheckLosses(disk, least, most);
     };
     driver.whileWriting = [&] {
@@ -73,7 +73,7 @@ TEST_F(PowerCut, LeavesWhatRecoveringNeeds) {
     EXPECT_GT(states, 100);
 }
 
-TEST_F(PowerCut, OfADiskAtAnyCallIsNoLossEither) {
+TEST_F(PowerCut, SurvivesADiskErrorAtAnyCall) {
     Watched driver{kSmall, "SMALL"};
     int runs = 0;
     for (int call = 1;; ++call) {
@@ -104,7 +104,7 @@ TEST_F(PowerCut, OfADiskAtAnyCallIsNoLossEither) {
             EXPECT_EQ(error->Kind(), ErrorKind::FileFailed);
         }
         EXPECT_TRUE(error || isSent);
-        EXPECT_FALSE(Recover(driver, Writer::Way::RollBack)) << "it holds no part";
+        EXPECT_FALSE(Recover(driver, Writer::Way::RollBack)) << "no part was written";
     }
     std::cout << runs << " faults of the disk during a write\n";
     EXPECT_GT(runs, 25);

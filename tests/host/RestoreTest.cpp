@@ -1,4 +1,4 @@
-// Backups go back into the keyboard that they came from, as far as that can be told.
+// Backups are restored to the keyboard they came from, as far as it can be identified.
 #include "WriterFixture.h"
 
 namespace qx::host {
@@ -9,9 +9,9 @@ using RestoreTest = WriterFixture;
 
 } // namespace
 
-// A restored backup settles the write of which the keyboard holds a part, and one that is
-// interrupted itself leaves no more behind than a recovery ends.
-TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
+// Restoring a backup resolves the write that was interrupted in the keyboard; an interrupted
+// restore leaves only what a recovery can clean up.
+TEST_F(RestoreTest, ResolvesTheInterruptedWrite) {
     Interrupt(keyboard, 2);
     const std::string mixed = keyboard.memory;
     EXPECT_FALSE(Restore(keyboard, Entries().at(0).backup));
@@ -28,12 +28,12 @@ TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
         EXPECT_TRUE(Recover(keyboard, way));
         EXPECT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? before : mixed));
         EXPECT_EQ(Recover(keyboard, way), way == Writer::Way::RollBack)
-            << "half of the download is there";
+            << "half of the download was written";
         EXPECT_TRUE(keyboard.memory == before);
         EXPECT_EQ(Entries().size(), 0U);
     }
 
-    // What another keyboard was cut in stays.
+    // Another keyboard's interrupted write stays on record.
     Reset();
     Interrupt(keyboard, 2);
     TroubledKeyboard other = NewKeyboard(false, before);
@@ -44,8 +44,8 @@ TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
     ASSERT_EQ(Entries().size(), 1U);
     EXPECT_EQ(Entries()[0].Id(), left);
 
-    // One that finds nothing to do proves nothing of a keyboard that may be another, and settles
-    // what it does hold a part of, as the user wants it to stay so.
+    // A restore with nothing to do is no evidence if the keyboard may be a different one, but it
+    // resolves the write whose part the keyboard does contain, because the user wants that content.
     Reset();
     Interrupt(keyboard, 2);
     const std::string backup = Entries().at(0).backup;
@@ -61,7 +61,7 @@ TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
     EXPECT_FALSE(outcome.isWritten);
     EXPECT_EQ(Entries().size(), 0U);
 
-    // One that is not read back is no evidence.
+    // A restore that is not read back is no evidence.
     Reset();
     Interrupt(keyboard, 2);
     const JournalEntry interrupted = Entries().at(0);
@@ -71,7 +71,7 @@ TEST_F(RestoreTest, SettlesWhatWasInterrupted) {
     EXPECT_EQ(Entries().at(0).Id(), interrupted.Id());
 }
 
-// A backup of another keyboard, as far as that can be told, is restored only when that is said.
+// A backup of an evidently different keyboard is restored only on request.
 TEST_F(RestoreTest, ABackupIsRestoredToItsOwnKeyboard) {
     struct Story {
         const char* told;
@@ -147,7 +147,7 @@ TEST_F(RestoreTest, ABackupIsRestoredToItsOwnKeyboard) {
         ASSERT_FALSE(Download(driver, kNew));
         const std::string backup = outcome.backup;
         story.change(driver);
-        till = {}; // as whoever restores
+        till = {}; // a restore names no till
         const std::string guid = driver.memory.substr(0x1500, 16);
         const std::string held = driver.memory;
         const auto refused = Restore(driver, backup);
@@ -167,8 +167,8 @@ TEST_F(RestoreTest, ABackupIsRestoredToItsOwnKeyboard) {
     EXPECT_TRUE(Restore(otherKind, WriteRecords(records).backups.List().at(0).id, true));
 }
 
-// A backup of before a new area was known is restored as far as it goes, and another keyboard keeps
-// its own GUID.
+// A backup without a newer area is restored as far as possible, and another keyboard keeps its own
+// GUID.
 TEST_F(RestoreTest, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
     TroubledKeyboard first = NewKeyboard(true, before);
     ASSERT_FALSE(Download(first, kNew));
@@ -179,14 +179,14 @@ TEST_F(RestoreTest, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
                   [](const ContentPiece& piece) { return piece.section == "commonKeyboard"; });
     for (ContentPiece& piece : pieces)
         if (piece.module == MODULE_MAGNET_HEADERS)
-            piece.bytes.pop_back(); // nothing has been programmed there
+            piece.bytes.pop_back(); // never programmed
     pieces.push_back({MODULE_POS, "gone", 0x8000, "12345"});
 
     TroubledKeyboard other = NewKeyboard(true, after);
     other.memory.replace(0x1500, 16, "fedcba9876543210");
     std::string expected = before;
     expected.replace(0x1500, 16, "fedcba9876543210");
-    expected[0x1000] = after[0x1000]; // the output delay, which the backup lacks
+    expected[0x1000] = after[0x1000]; // the output delay, which is not in the backup
     std::vector<std::string> told;
     EXPECT_FALSE(Use(other, [&](Session&, Writer& writer) {
         EXPECT_THROW((void)writer.PlanRestore(backup), Error);

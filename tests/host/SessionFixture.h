@@ -1,4 +1,4 @@
-// SessionFixture: a driver that notes its calls, and a configuration with a layout.
+// SessionFixture: a driver that records its calls, and a configuration with a layout.
 #pragma once
 
 #include "host/ErrorText.h"

@@ -1,5 +1,4 @@
-// Sessions: the order of a transfer's calls, the bytes that it touches, and what becomes of drivers
-// and hosts that fail.
+// Sessions: the order of a transfer's calls, the bytes it touches, and failing drivers and hosts.
 #include "SessionFixture.h"
 
 #include "host/KeyboardFiles.h"
@@ -21,7 +20,7 @@ using Names = std::vector<std::string>;
 
 class SessionTest : public SessionFixture {
 protected:
-    // The names of the driver's calls since the last time, without runs of the same.
+    // The names of the driver's calls since the last time; repeated ones appear once.
     Names Calls() {
         auto calls = std::exchange(driver.calls, {});
         calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
@@ -47,9 +46,9 @@ TEST_F(SessionTest, TransfersFollowTheContractsOrder) {
                               "QXCFG_MemRequestClean"}));
 }
 
-// The output delay lies at the base of the module and the magnetic reader's switches at 5 to 7; the
-// bytes in between are neither read nor written.
-TEST_F(SessionTest, OfTheMagneticReadersModuleOnlyItsOwnBytesAreTouched) {
+// The output delay is at the module's base address and the magnetic reader's switches at 5 to 7;
+// the bytes in between are not read or written.
+TEST_F(SessionTest, BytesBetweenSettingsAreNotTouched) {
     struct Touched : test::FakeDriver {
         Stretches bytes;
         std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
@@ -103,7 +102,7 @@ TEST_F(SessionTest, OfTheMagneticReadersModuleOnlyItsOwnBytesAreTouched) {
     EXPECT_TRUE(touched.requests.empty()) << "the transfer has ended";
 }
 
-TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
+TEST_F(SessionTest, EveryEndReturnsTheKeyboard) {
     driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}};
     try {
         Session session(driver);
@@ -114,7 +113,7 @@ TEST_F(SessionTest, WhateverEndsItGivesTheKeyboardBack) {
         EXPECT_TRUE(driver.layerKeysWork);
     }
     driver.statuses = {{"QXCFG_DisableLayerSelection", 5}, {"QXCFG_EnableLayerSelection", 5}};
-    Session session(driver); // these statuses mean nothing
+    Session session(driver); // these statuses have no meaning
     session.Open();
     session.Close();
     EXPECT_TRUE(driver.layerKeysWork);
@@ -150,7 +149,7 @@ TEST_F(SessionTest, ATransferThatThrowsHasFailed) {
     EXPECT_THROW(session.Download(sections), Error);
 }
 
-// The first failure is the cause of the others.
+// The first failure caused the others.
 TEST_F(SessionTest, TheFirstOfSeveralFailedCallsIsReported) {
     struct : test::FakeDriver {
         std::int32_t QXCFG_ImageWrite(std::int32_t, const char*, std::int32_t) override {
@@ -201,7 +200,7 @@ TEST_F(SessionTest, AHandlerOfMessagesThatThrowsBreaksNothingOff) {
     EXPECT_GT(told, 0);
 }
 
-// A driver need not return a meaningful status where the system does not look at it.
+// Where the status is not checked, a driver need not return a meaningful one.
 TEST_F(SessionTest, StatusesWithoutMeaningFailNothing) {
     struct Rambling : ForwardingDriver {
         using ForwardingDriver::ForwardingDriver;
@@ -240,7 +239,7 @@ TEST_F(SessionTest, StatusesWithoutMeaningFailNothing) {
     EXPECT_EQ(std::count(rambling.calls.begin(), rambling.calls.end(), "QXCFG_Init"), 2);
 }
 
-// A transfer that moves nothing, or not all, and reports success.
+// A transfer that moves nothing or too little but reports success.
 TEST_F(SessionTest, AReadingThatMovesTooLittleIsRefused) {
     struct Lazy : test::FakeDriver {
         std::int32_t moved = 0; // bytes of each request
@@ -272,18 +271,18 @@ TEST_F(SessionTest, AReadingThatMovesTooLittleIsRefused) {
               std::function<void()>([&] { (void)HasCodePage(session, codePage); })})
             try {
                 read();
-                ADD_FAILURE() << "believed with " << moved << " bytes moved";
+                ADD_FAILURE() << "accepted with " << moved << " bytes moved";
             } catch (const Error& error) {
                 EXPECT_EQ(error.Why(), Cause::NothingMoved) << TextOf(error);
             }
         EXPECT_TRUE(lazy.requests.empty());
     }
-    // A keyboard that happens to hold what stands in the image before.
+    // A keyboard that happens to contain the bytes that were in the image before.
     lazy.moved = 1000;
     lazy.loads = 0;
     auto sections = session.SectionsIn(configuration);
     session.Upload(sections);
-    EXPECT_EQ(lazy.loads, 1) << "one reading does for other bytes";
+    EXPECT_EQ(lazy.loads, 1) << "one read is enough for different bytes";
     lazy.memory = lazy.imageBefore;
     lazy.loads = 0;
     session.Upload(sections);

@@ -1,4 +1,4 @@
-// Placeholders in documents, and what stands in their place.
+// Placeholders in documents, and the values that replace them.
 #include "host/Variables.h"
 
 #include "host/Configuration.h"
@@ -17,8 +17,8 @@ protected:
         EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
     }
 
-    // What the configuration writes after reading the default magnetCard section with one value
-    // replaced; the faults' texts where it is refused.
+    // Reads the default magnetCard section with one value replaced, and returns the configuration's
+    // output, or the faults' texts if the document is refused.
     [[nodiscard]] Json ReadWith(const std::string& place, const Json& value, Variables variables) {
         Section* section = configuration.Find("magnetCard");
         section->Control().DefaultValues();
@@ -45,7 +45,7 @@ protected:
 
 } // namespace
 
-TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
+TEST_F(VariablesTest, ReplaceTextsSequencesNumbersAndSwitches) {
     const char* kText = "/layeredFuncKeys/keys/0/description";
     const char* kHeader = "/magnetCard/tracks/0/header";
     const char* kSwitch = "/magnetCard/sendImmediate";
@@ -95,7 +95,7 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
                                {"long", "12345678901234567890"}});
     for (const Row& row : rows) {
         const Json read = ReadWith(row.place, row.value, variables);
-        if (row.expected.is_string()) // of a message, the beginning
+        if (row.expected.is_string()) // the beginning of a message
             EXPECT_EQ(read.get<std::string>().substr(0, row.expected.get<std::string>().size()),
                       row.expected)
                 << row.value;
@@ -104,7 +104,7 @@ TEST_F(VariablesTest, StandInTextsSequencesNumbersAndSwitches) {
     }
 }
 
-TEST_F(VariablesTest, TellWhatWasUsedAndWhatIsMissing) {
+TEST_F(VariablesTest, ReportUsedAndMissingNames) {
     Variables variables({{"till", "042"}, {"tlil", "042"}});
     EXPECT_EQ(variables.Fill("${till}"), "042");
     EXPECT_THROW((void)variables.Fill("${store} ${till}"), json::FaultError);
@@ -112,7 +112,7 @@ TEST_F(VariablesTest, TellWhatWasUsedAndWhatIsMissing) {
     EXPECT_EQ(variables.Missing(), std::set<std::string>{"store"});
 }
 
-// What a keyboard holds is no placeholder in the document that is written of it.
+// A text in a keyboard that looks like a placeholder is escaped in a document.
 TEST_F(VariablesTest, ATextOfAKeyboardIsWrittenSoThatItReadsBack) {
     for (const char* text : {"${till}", "$${", "$$${x", "${${", "$", "{", "a$$"}) {
         const std::string escaped = Variables::Escaped(text);

@@ -1,5 +1,5 @@
-// WriterFixture: a keyboard in memory, an old and a new configuration of it, and what programs do
-// with them through a Writer.
+// WriterFixture: a keyboard in memory, an old and a new configuration of it, and programs that use
+// them through a Writer.
 #pragma once
 
 #include "host/ErrorText.h"
@@ -21,7 +21,7 @@ inline const std::vector<test::FakeDriver::Entry> kSmall = {{MODULE_MAGNET_CONFI
 inline const std::vector<test::FakeDriver::Entry> kWithGuid = {
     {MODULE_MAGNET_CONFIG, 0x1000}, {MODULE_MAGNET_HEADERS, 0x1300}, {MODULE_GUID, 0x1500}};
 
-// What the old and the new configuration have in the tests; the rest is alike.
+// The settings that differ between the old and the new configuration.
 struct Settings {
     Byte outputDelay;
     std::string header;
@@ -61,7 +61,7 @@ protected:
                 [this] { return isStopped; }};
     }
 
-    // What a program does on the opened keyboard; the error that it ends with.
+    // A program's actions on the opened keyboard; returns the error that ended them, if any.
     std::optional<Error> Use(TroubledKeyboard& driver,
                              const std::function<void(Session&, Writer&)>& work) {
         try {
@@ -76,7 +76,7 @@ protected:
         return std::nullopt;
     }
 
-    // The plan of these settings, on the opened keyboard.
+    // The plan for these settings on the opened keyboard.
     WritePlan Plan(Session& session, Writer& writer, const Settings& settings) {
         Configuration configuration(Platform(), &layout, nullptr);
         (void)session.SectionsIn(configuration);
@@ -117,7 +117,7 @@ protected:
         });
     }
 
-    // Keyboards of one kind behind one driver: without an identifier, or with a copied one.
+    // Keyboards of one model behind one driver, without an identifier or with a copied one.
     TroubledKeyboard NewKeyboard(bool hasGuid, const std::string& memory) {
         TroubledKeyboard driver{hasGuid ? kWithGuid : kSmall, "SMALL"};
         driver.memory = memory;
@@ -125,15 +125,14 @@ protected:
             driver.memory.replace(0x1500, 16, "0123456789ABCDEF");
         return driver;
     }
-    // A download that is cut after so many bytes.
+    // A download that stops after a number of bytes.
     void Interrupt(TroubledKeyboard& driver, Long bytes, const Settings& settings = kNew) {
         driver.cutAfter = bytes;
         EXPECT_TRUE(Download(driver, settings));
         driver.Replug();
     }
 
-    // Recovers, after a restart, the write of which the keyboard holds a part; whether there was
-    // one.
+    // After a restart, recovers the write whose part the keyboard contains; false if there is none.
     bool Recover(TroubledKeyboard& driver, Writer::Way way) {
         driver.Replug();
         bool wasInterrupted = false;
@@ -157,12 +156,12 @@ protected:
         return WriteRecords(records).journal.Entries();
     }
 
-    // After a run that failed or not, and that `started` from this memory: nothing but old and new
-    // bytes, never a wrong word about it, and recovering leads to one whole configuration.
+    // Checks the state after a run from this memory, whether it failed or not: only old and new
+    // bytes, a correct report about them, and a recovery that leads to one complete configuration.
     void CheckAfter(const std::optional<Error>& error, Writer::Way way,
                     const std::string& started) {
         if (!error) {
-            ASSERT_TRUE(keyboard.memory == after) << "called done";
+            ASSERT_TRUE(keyboard.memory == after) << "reported as done";
         }
         const std::string said = error ? TextOf(*error) : "";
         const auto holds = error ? error->holds : std::nullopt;
@@ -180,7 +179,7 @@ protected:
         if (!isWhole) {
             ASSERT_TRUE(keyboard.memory == (way == Writer::Way::Finish ? after : before)) << said;
         }
-        ASSERT_FALSE(Recover(keyboard, way)) << "nothing is left";
+        ASSERT_FALSE(Recover(keyboard, way)) << "nothing is left to recover";
     }
 
     test::TempFolder folder{test::TempFolder::InMemory()};

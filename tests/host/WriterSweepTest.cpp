@@ -1,5 +1,5 @@
-// Writes and recoveries that go wrong at every place at which they can: what is called done is in
-// the keyboard, and what was interrupted becomes exactly the old or exactly the new.
+// Writes and recoveries with a failure at every possible place: a write reported as done is in the
+// keyboard, and an interrupted one becomes exactly the old or exactly the new content.
 #include "WriterFixture.h"
 
 #include <iostream>
@@ -14,8 +14,9 @@ constexpr Writer::Way kWays[] = {Writer::Way::Finish, Writer::Way::RollBack};
 
 class WriterSweep : public WriterFixture {
 protected:
-    // Runs the work with a fault at its first driver call, its second, and so on, once and from
-    // there on for ever, then checks; for both ways of recovering. Returns how many runs it took.
+    // Runs the work with a fault at its first driver call, its second, and so on, once and
+    // permanently from there on, and checks the result, for both ways of recovering. Returns the
+    // number of runs.
     int SweepCalls(const std::function<void()>& prepare,
                    const std::function<std::optional<Error>(Writer::Way)>& work,
                    const std::function<void(const std::optional<Error>&, Writer::Way)>& check) {
@@ -83,9 +84,9 @@ TEST_F(WriterSweep, AFaultAtEveryDriverCallOfARecovery) {
     EXPECT_GT(runs, 100);
 }
 
-// Whatever a keyboard does while it reports success, over many places: it is never called done.
+// Whatever bytes a keyboard drops or changes while reporting success, it is noticed.
 TEST_F(WriterSweep, NoLieIsBelieved) {
-    constexpr std::uint32_t kSeeds = 250; // of each lie
+    constexpr std::uint32_t kSeeds = 250; // per kind of lie
     int found = 0;
     const Lie lies[] = {Lie::DropsWrite, Lie::CutsWrite, Lie::FlipsBit, Lie::CutsRead};
     for (const Lie lie : lies)
@@ -99,7 +100,7 @@ TEST_F(WriterSweep, NoLieIsBelieved) {
             keyboard.lie = Lie::None;
             ASSERT_TRUE(error);
             ++found;
-            if (lie != Lie::FlipsBit) { // a flipped bit is neither old nor new
+            if (lie != Lie::FlipsBit) { // a flipped bit belongs to neither content
                 CheckAfter(error, Writer::Way::RollBack, before);
             }
             ASSERT_FALSE(HasFatalFailure());
@@ -124,7 +125,7 @@ TEST_F(WriterSweep, ACutAfterEveryByteAndASecondOneWhileRecovering) {
                     const auto error = Download(keyboard, kNew);
                     ASSERT_TRUE(error);
                     ++cuts;
-                    ASSERT_EQ(Count("journal"), 1U) << "it may have been another keyboard";
+                    ASSERT_EQ(Count("journal"), 1U) << "the failure may be another keyboard's";
                     keyboard.Replug();
                     const std::string started = keyboard.memory;
                     keyboard.cutAfter = second;
@@ -136,7 +137,7 @@ TEST_F(WriterSweep, ACutAfterEveryByteAndASecondOneWhileRecovering) {
                     CheckAfter(again ? again : error, way, again ? started : before);
                     ASSERT_FALSE(HasFatalFailure());
                     if (!again)
-                        break; // the recovery is shorter than that
+                        break; // the recovery writes fewer bytes
                 }
     std::cout << cuts << " cuts of a write of " << size << " bytes, " << secondCuts
               << " second cuts\n";

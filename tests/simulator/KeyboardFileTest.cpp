@@ -1,4 +1,4 @@
-// A keyboard's file is taken as it was written, or refused and left alone.
+// A keyboard's file is accepted only as it was written; otherwise it is refused and left alone.
 
 #include "simulator/SealedFile.h"
 #include "simulator/SimulatedDriver.h"
@@ -24,8 +24,8 @@ protected:
         good = files::ReadFile(file);
     }
 
-    // The file with these bytes is refused with its name and a reason that contains the text, and
-    // is not touched.
+    // A file with these bytes is refused with its name and a reason containing the text, and is not
+    // changed.
     void ExpectRefused(const std::string& bytes, const std::string& reason) const {
         files::WriteFileAtomically(file, bytes);
         SimulatedDriver driver(file, "magnet");

@@ -1,4 +1,4 @@
-// Models are read strictly: each row breaks one thing of a good model.
+// Models are read strictly: each row breaks one property of a valid model.
 
 #include "simulator/KeyboardModel.h"
 
@@ -21,7 +21,7 @@ constexpr const char* kGood = R"({
   "directory": [ { "module": "MODULE_POS", "address": 32736 },
                  { "module": "MODULE_GUID", "address": 131056 } ] })";
 
-// Why the text is refused; empty when it is not.
+// Why the text is refused; empty if it is accepted.
 std::string Refusal(const std::string& json) {
     try {
         (void)KeyboardModel::FromJson(json);
@@ -33,13 +33,13 @@ std::string Refusal(const std::string& json) {
 
 } // namespace
 
-TEST(KeyboardModel, ReadsAGoodOneToTheLetter) {
+TEST(KeyboardModel, ReadsAValidModelExactly) {
     const KeyboardModel model = KeyboardModel::FromJson(kGood);
     EXPECT_EQ(model.capabilities, 0x85); // track 1, chipcard reader, free keys
     EXPECT_EQ(model.IdentificationBlock(), "TEST-KEYBOARD-16B1      US01C1  ");
     ASSERT_EQ(model.directory.size(), 2U);
     EXPECT_EQ(model.directory[1].module, MODULE_GUID);
-    EXPECT_EQ(model.directory[1].address, 131056); // its 16 bytes are the last ones
+    EXPECT_EQ(model.directory[1].address, 131056); // uses the last 16 bytes
     EXPECT_EQ(model.layout, "us.qxl");
 }
 
@@ -76,7 +76,7 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         {"131056", "-1", "/directory/1/address"},
         {"131056", "4294967296", "/directory/1/address"},
         {"131056", "100.5", "/directory/1/address"},
-        {"131056", "1e999", "1e999"},                 // more than any number holds
+        {"131056", "1e999", "1e999"},                 // too large for any number
         {"131056", "36095", "/directory/1/address"},  // the last byte of MODULE_POS
         {"131056", "2047", "/directory/1/address"},   // the capability byte
         {"131056", "28031", "/directory/1/address"},  // the code page
@@ -96,7 +96,7 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
     }
     EXPECT_NE(Refusal(std::string(300000, '[')).find("nested more than 64 deep"),
               std::string::npos);
-    const std::string much(100000, '9'); // messages stay short, and in the program's own words
+    const std::string much(100000, '9'); // messages stay short, in the program's own wording
     std::string module = kGood;
     module.replace(module.find("MODULE_POS"), 10, much);
     for (const std::string& json : {module, '[' + much + ']', "{\"" + much + "\": 1}",
@@ -105,14 +105,14 @@ TEST(KeyboardModel, NamesThePlaceOfEveryFault) {
         EXPECT_LT(Refusal(json).size(), 300U);
         EXPECT_EQ(Refusal(json).find("exception"), std::string::npos) << Refusal(json);
     }
-    for (const char* free : {"36096", "2048", "28032", "27760", "69984", "100720"}) { // just beside
+    for (const char* free : {"36096", "2048", "28032", "27760", "69984", "100720"}) { // adjacent
         std::string json = kGood;
         json.replace(json.find("131056"), 6, free);
         EXPECT_EQ(Refusal(json), "") << free;
     }
 }
 
-// Every module that a directory can list; some have no area of their own.
+// Every module that a directory can list, including some without an area.
 TEST(KeyboardModel, MayListModulesWithoutAnArea) {
     std::string json = kGood;
     json.replace(json.find("{ \"module\": \"MODULE_POS\""), 0,
@@ -133,7 +133,7 @@ TEST(KeyboardModel, ComesByItsName) {
     EXPECT_FALSE(KeyboardModel::ByName("magnet").Has(MODULE_POS));
     try {
         (void)KeyboardModel::ByName("none-such");
-        FAIL() << "there is no such model";
+        FAIL() << "an unknown model was accepted";
     } catch (const std::runtime_error& error) {
         EXPECT_NE(std::string(error.what()).find("full, magnet, x1-4620"), std::string::npos);
     }

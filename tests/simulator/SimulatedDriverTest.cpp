@@ -1,4 +1,4 @@
-// What a host may rely on with a simulated keyboard, in process and as a driver library alike.
+// The guarantees of a simulated keyboard, identical in process and as a driver library.
 
 #include "Simulated.h"
 
@@ -14,7 +14,7 @@ namespace {
 using sim::kMemorySize;
 using sim::Status;
 
-// Calls a driver function with zeros and null pointers.
+// Calls a driver function with zeros and null pointers as arguments.
 template <typename... Arguments>
 Long CallWithNothing(ConfigDriver& driver, Long (ConfigDriver::*function)(Arguments...)) {
     return (driver.*function)(Arguments{}...);
@@ -24,7 +24,7 @@ INSTANTIATE_TEST_SUITE_P(Drivers, SimulatedKeyboard, kKinds, NameOfKind);
 
 } // namespace
 
-TEST_P(SimulatedKeyboard, TellsWhatItIs) {
+TEST_P(SimulatedKeyboard, ReportsItsIdentity) {
     ConfigDriver& driver = keyboard.Open();
     QXKeyboardAccess access(driver);
     ASSERT_TRUE(access.Init());
@@ -36,7 +36,7 @@ TEST_P(SimulatedKeyboard, TellsWhatItIs) {
     EXPECT_EQ(keyboard.Image(0x7FF, 1), "\xFF"); // every capability
     const std::string identification = keyboard.Image(0x7FC0, 32);
     EXPECT_EQ(identification, "QX-POS-FULL     B100P100US01C001");
-    EXPECT_EQ(keyboard.Memory(0x7FC0, 32), identification) << "a load must not wipe it out";
+    EXPECT_EQ(keyboard.Memory(0x7FC0, 32), identification) << "a load must not erase it";
     std::int32_t module = 0;
     std::int32_t address = 0;
     EXPECT_EQ(driver.QXCFG_ConfigDirectoryGetEntry(8, &module, &address),
@@ -58,7 +58,7 @@ TEST_P(SimulatedKeyboard, LeavesTheFactoryWithItsSettings) {
     EXPECT_NE(keyboard.Memory(5376, 16), guid);
 }
 
-TEST_P(SimulatedKeyboard, RefusesWhatNeedsTheOpenKeyboard) {
+TEST_P(SimulatedKeyboard, RefusesCallsThatNeedTheOpenKeyboard) {
     ConfigDriver& driver = keyboard.Plug();
     const auto expected = [](const std::string& name) {
         if (name == "QXCFG_SetCommandDelta" || name == "QXCFG_TransferNotification" ||
@@ -75,13 +75,13 @@ TEST_P(SimulatedKeyboard, RefusesWhatNeedsTheOpenKeyboard) {
     }
 #include "qxcontrols/device/DriverFunctions.def"
 
-    // And once it is open, a missing buffer or name is no reason to crash.
+    // With an open keyboard, a null buffer or name must not cause a crash, either.
     ASSERT_EQ(driver.QXCFG_Init(), 0);
     int missing = 0;
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
     missing += CallWithNothing(driver, &ConfigDriver::name) == Number(Status::NoArgument) ? 1 : 0;
 #include "qxcontrols/device/DriverFunctions.def"
-    EXPECT_EQ(missing, 13); // 7 functions with names, 6 with buffers to fill or to read
+    EXPECT_EQ(missing, 13); // 7 functions with names, 6 with buffers
 }
 
 TEST_P(SimulatedKeyboard, KeepsItsMemoryButNotItsImage) {
@@ -91,15 +91,15 @@ TEST_P(SimulatedKeyboard, KeepsItsMemoryButNotItsImage) {
     driver.QXCFG_MemRequestAdd(5, kMemorySize - 1, 1);
     driver.QXCFG_ImageWriteByte(kMemorySize - 1, 200);
     ASSERT_EQ(driver.QXCFG_ImageSave(), 0);
-    keyboard.Open("magnet"); // which says nothing about a keyboard that is there
+    keyboard.Open("magnet"); // ignored for an existing keyboard
     EXPECT_EQ(keyboard.Image(kPlace, 7), std::string(7, '\0'));
     EXPECT_EQ(keyboard.Memory(kPlace, 7), "one" + std::string(4, '\0'))
-        << "only what was requested";
+        << "only the requested bytes";
     EXPECT_EQ(keyboard.Memory(kMemorySize - 1, 1), "\xC8");
     EXPECT_EQ(keyboard.Image(0x7FC0, 11), "QX-POS-FULL");
 }
 
-TEST_P(SimulatedKeyboard, KnowsTheEndsOfItsMemory) {
+TEST_P(SimulatedKeyboard, RefusesAccessBeyondItsMemory) {
     ConfigDriver& driver = keyboard.Open();
     constexpr Long kLowest = std::numeric_limits<Long>::min();
     constexpr Long kHighest = std::numeric_limits<Long>::max();
@@ -117,7 +117,7 @@ TEST_P(SimulatedKeyboard, KnowsTheEndsOfItsMemory) {
             EXPECT_EQ(driver.QXCFG_ImageWrite(address, buffer.data(), size), expected(size));
             driver.QXCFG_MemRequestClean();
             EXPECT_EQ(driver.QXCFG_MemRequestAdd(0, address, size), expected(size));
-            EXPECT_EQ(driver.QXCFG_ImageLoad(), expected(size)) << "must not pass over the request";
+            EXPECT_EQ(driver.QXCFG_ImageLoad(), expected(size)) << "must not ignore the request";
         }
         std::uint8_t byte = 77;
         std::int16_t integer = 77;
@@ -140,7 +140,7 @@ TEST_P(SimulatedKeyboard, HasItsNumbersLowestByteFirst) {
     driver.QXCFG_ImageReadInt(kPlace + 2, &integer);
     EXPECT_EQ(integer, -32366); // 0x8192
     EXPECT_EQ(driver.QXCFG_Init(), 0);
-    EXPECT_EQ(keyboard.Image(kPlace, 6), std::string(6, '\0')) << "every start has its own image";
+    EXPECT_EQ(keyboard.Image(kPlace, 6), std::string(6, '\0')) << "a start clears the image";
 }
 
 TEST_P(SimulatedKeyboard, GivesPositionCodesInPositionMode) {
@@ -198,7 +198,7 @@ TEST_P(SimulatedKeyboard, KeepsProgramsAndParametersInFiles) {
     EXPECT_EQ(driver->QXCFG_KeyboardRomSave(out.data()), 0);
     EXPECT_EQ(files::ReadFile(out), files::ReadFile(rom));
 
-    // What is not of the kind is refused, and nothing changes.
+    // Files of another kind are refused, and nothing changes.
     const std::string before = files::ReadFile(own);
     const Long invalid = Number(Status::FileInvalid);
     EXPECT_EQ(driver->QXCFG_KeyboardRomLoad(bin.data()), invalid);
@@ -213,7 +213,7 @@ TEST_P(SimulatedKeyboard, KeepsProgramsAndParametersInFiles) {
     EXPECT_EQ(driver->QXCFG_KeyboardRomSave(absent.data()), Number(Status::FileFailed));
     EXPECT_EQ(files::ReadFile(own), before);
     driver = &keyboard.Open("magnet", "magnet.qxk");
-    EXPECT_EQ(driver->QXCFG_KeyboardParamLoad(param.data()), invalid) << "of another keyboard";
+    EXPECT_EQ(driver->QXCFG_KeyboardParamLoad(param.data()), invalid) << "another model's file";
 }
 
 TEST_P(SimulatedKeyboard, StaysAsItWasWhenItCannotBeStored) {

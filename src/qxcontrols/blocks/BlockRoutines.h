@@ -1,6 +1,6 @@
-// The routines by which every module block stores its sequences and its switches.
+// The routines with which every module block stores its sequences and switches.
 //
-// A sequence slot is a field of fixed length with one key code a byte; the first 0 byte ends the
+// A sequence slot is a field of fixed length with one key code per byte; the first 0 byte ends the
 // sequence, and a sequence that fills the slot has none.
 #pragma once
 
@@ -13,25 +13,24 @@
 
 namespace qx {
 
-// Fills `sequence` from the slot of `length` bytes that follows the first `position` bytes of
-// `block`, and moves `position` behind the slot. What a short block lacks reads as ended. Neither
-// number is negative.
+// Fills `sequence` from the slot of `length` bytes after the first `position` bytes of `block`, and
+// moves `position` behind the slot. Bytes missing in a short block end the sequence. The numbers
+// must not be negative.
 void BytesToSequence(KeySequence& sequence, Long& position, Long length, std::string_view block);
 
-// The slot of `length` bytes that holds the sequence, cut to its first `length` codes. A code -1
-// among these gives the empty text instead. Throws std::overflow_error at any other code that is
-// not one of 0 to 255.
+// The slot of `length` bytes with the sequence, cut to its first `length` codes. If one of these is
+// -1, the result is an empty text. Throws std::overflow_error for any other code outside 0 to 255.
 [[nodiscard]] std::string SequenceToBytes(const KeySequence& sequence, Long length);
 
 // A byte whose bit k is flag k.
 [[nodiscard]] Byte PackBits(const std::array<bool, 8>& flags);
 
-// Whether value and mask share a bit.
+// Whether value and mask have a common bit.
 [[nodiscard]] constexpr bool IsBitSet(Long mask, Integer value) {
     return (value & mask) != 0;
 }
 
-// One switch of a block: where it lies, and the setting that it stands for.
+// One switch of a block: its bit, and the setting it represents.
 template <typename Setting>
 struct BitField {
     Integer offset; // of the byte, within the block
@@ -39,8 +38,8 @@ struct BitField {
     Setting setting;
 };
 
-// Bits that are written as `value`, whatever the settings, and not read: of the byte at `offset`,
-// or of several alike from there on.
+// Bits that are always written as `value` and never read: in the byte at `offset`, or in several
+// consecutive ones.
 struct FixedBits {
     Integer offset;
     Byte mask;
@@ -48,8 +47,8 @@ struct FixedBits {
     Integer count = 1;
 };
 
-// Proves at compile time that the tables of a block of `Size` bytes leave no bit out and claim none
-// twice: claim all that they name, then ask.
+// Proves at compile time that the tables of a block of `Size` bytes cover every bit exactly once:
+// claim everything in the tables, then call IsExact.
 template <std::size_t Size>
 class BlockCoverage {
 public:
@@ -90,10 +89,10 @@ private:
     bool m_faulty = false;
 };
 
-// Sets the fixed bits in the block; its other bits stay.
+// Sets the fixed bits in the block; its other bits are unchanged.
 void EncodeFixedBits(std::span<const FixedBits> table, std::string& block);
 
-// Sets the table's bits in the block from `isOn(setting)`; the block's other bits stay.
+// Sets the table's bits in the block from `isOn(setting)`; the block's other bits are unchanged.
 template <typename Setting, std::size_t Rows, typename IsOn>
 void EncodeBits(const BitField<Setting> (&table)[Rows], std::string& block, IsOn isOn) {
     for (std::size_t offset = 0; offset < block.size(); ++offset) {
@@ -107,8 +106,8 @@ void EncodeBits(const BitField<Setting> (&table)[Rows], std::string& block, IsOn
     }
 }
 
-// Hands every setting of the table to `set(setting, isOn)`, in the table's order. The block has all
-// bytes that the table names.
+// Calls `set(setting, isOn)` for every setting of the table, in the table's order. The block must
+// contain all bytes of the table.
 template <typename Setting, std::size_t Rows, typename Set>
 void DecodeBits(const BitField<Setting> (&table)[Rows], std::string_view block, Set set) {
     for (const auto& field : table) {

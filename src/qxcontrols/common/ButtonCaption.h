@@ -19,7 +19,7 @@ public:
     [[nodiscard]] const std::string& ToolTip() const { return m_toolTip; }
     void SetToolTip(std::string sToolTip) { m_toolTip = std::move(sToolTip); }
 
-    // Puts the texts on the button.
+    // Sets the texts on the button.
     void ShowOn(Button& button) const {
         button.Caption = m_caption;
         button.ToolTip = m_toolTip;

@@ -1,8 +1,8 @@
 // The child controls of the module controls, as plain data.
 //
-// A control owns these and shows itself by setting them; a view copies them onto real widgets. When
-// the user changes one, the view stores the new value here and calls the control's action of the
-// child's name, for example `chkReader[0].Value = 1; chkReader_Click(0);`.
+// A control owns these and displays its state by setting them; a view copies them to real widgets.
+// When the user changes one, the view stores the new value here and calls the control's action for
+// that child, for example `chkReader[0].Value = 1; chkReader_Click(0);`.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -15,7 +15,7 @@ namespace qx {
 struct Label {
     std::string Caption;
     bool Visible = true;
-    bool Enabled = true; // for labels that take keys
+    bool Enabled = true; // for labels that accept keys
 };
 
 struct CheckBox {
@@ -41,7 +41,7 @@ struct Slider {
 
 struct ListBox {
     std::vector<std::string> Items;
-    Integer ListIndex = -1; // 0-based, -1 when nothing is selected
+    Integer ListIndex = -1; // 0-based, -1 if nothing is selected
 };
 
 struct TextBox {

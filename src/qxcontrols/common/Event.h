@@ -1,9 +1,9 @@
-// Event: what a control tells its host, and asks of it.
+// Event: a notification or request from a control to its host.
 //
 // A control owns its events and raises them; handlers run synchronously, in the order in which they
 // subscribed. By-reference answers are reference arguments: `Event<bool&> RemoveHeader`. A handler
-// may subscribe and unsubscribe while the event is being raised: one that has ended is not called
-// any more, one that is new is called from the next raising on.
+// may subscribe and unsubscribe while the event is being raised: a subscription that has ended is
+// no longer called, a new one is called from the next time on.
 #pragma once
 
 #include <algorithm>
@@ -14,8 +14,8 @@
 
 namespace qx {
 
-// The handle of a subscription. The subscription ends when the handle is destroyed or assigned to;
-// the event may be destroyed first.
+// The handle of a subscription, which ends when the handle is destroyed or assigned to. The event
+// may be destroyed first.
 class Subscription {
 public:
     Subscription() = default;

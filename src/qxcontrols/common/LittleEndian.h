@@ -1,5 +1,5 @@
-// Numbers as bytes, lowest byte first, on every machine: the order of the keyboard's memory, of the
-// simulated keyboard's files and of what programs send each other.
+// Numbers as bytes, lowest byte first, on every machine: the byte order of the keyboard's memory,
+// the simulated keyboard's files and the messages between programs.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -19,7 +19,7 @@ template <typename Number>
     return bytes;
 }
 
-// The number at `bytes`, which holds all of it.
+// The number at `bytes`, which must have enough bytes.
 template <typename Number>
 [[nodiscard]] Number FromLittleEndian(const char* bytes) {
     std::uint32_t number = 0;

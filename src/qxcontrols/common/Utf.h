@@ -1,7 +1,8 @@
-// Between UTF-8, in which all texts are, and UTF-16, in which the keyboard stores descriptions.
+// Converts between UTF-8, the encoding of all texts, and UTF-16, in which the keyboard stores
+// descriptions.
 //
-// The conversions take anything: what is ill-formed becomes the replacement character U+FFFD, so
-// that their results are well-formed always.
+// Any input is accepted: ill-formed parts become the replacement character U+FFFD, so that results
+// are always well-formed.
 #pragma once
 
 #include <cstddef>
@@ -10,25 +11,25 @@
 
 namespace qx {
 
-// Whether the text is UTF-8 by Unicode's definition: the shortest form of each character, none of
-// them a surrogate or beyond U+10FFFF.
+// Whether the text is valid UTF-8 as defined by Unicode: only shortest forms, no surrogates,
+// nothing beyond U+10FFFF.
 [[nodiscard]] bool IsWellFormedUtf8(std::string_view sText);
 
-// Takes that many characters off the text's front, or all that there are; a byte that begins none
-// counts as one.
+// Removes this many characters from the start of the text, or all if there are fewer; an invalid
+// byte counts as one character.
 void SkipCharacters(std::string_view& sText, std::size_t nCount);
 
-// The text's beginning, of at most that many bytes and never ending within a character, with "..."
-// behind it; the text itself when it is no longer. So that messages about foreign text stay short.
+// The text cut to at most this many bytes, never inside a character, with "..." appended; a text
+// that is not longer is returned unchanged. Keeps messages about foreign texts short.
 [[nodiscard]] std::string Shortened(std::string_view sText, std::size_t nMost = 200);
 
-// One replacement character for each byte that begins no character.
+// One replacement character for each invalid byte.
 [[nodiscard]] std::u16string Utf16FromUtf8(std::string_view sText);
 
-// One replacement character for each surrogate that is not half of a pair.
+// One replacement character for each unpaired surrogate.
 [[nodiscard]] std::string Utf8FromUtf16(std::u16string_view units);
 
-// In lower case, as far as the letters of Western European keyboards go.
+// In lower case, for the letters on Western European keyboards.
 [[nodiscard]] std::u16string LowerCase(std::u16string_view units);
 
 [[nodiscard]] constexpr bool IsHighSurrogate(char16_t unit) {

@@ -10,11 +10,12 @@ namespace qx {
 
 class ConfigDirEntry {
 public:
-    // Image address at which the module's area begins.
+    // Image address of the module's area.
     [[nodiscard]] Long StartAddress() const { return m_startAddress; }
     void SetStartAddress(Long lAddress) { m_startAddress = lAddress; }
 
-    // Length of the area in bytes. The driver does not tell it: entries read from it carry 0.
+    // Length of the area in bytes. The driver does not report it: entries read from the driver have
+    // 0.
     [[nodiscard]] Long BufferLength() const { return m_bufferLength; }
     void SetBufferLength(Long lLength) { m_bufferLength = lLength; }
 

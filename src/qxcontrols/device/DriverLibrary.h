@@ -11,11 +11,11 @@ namespace qx {
 
 class DriverLibrary : public ConfigDriver {
 public:
-    // The library's customary file name on Windows.
+    // The usual file name on Windows.
     static constexpr const char* kWindowsFileName = "TANDORQX.DLL";
 
     // Loads the library and looks up every function that the system calls. Throws
-    // std::runtime_error that names the file, and all functions that it lacks or the system's
+    // std::runtime_error with the file name and either all missing functions or the system's
     // reason.
     explicit DriverLibrary(const std::string& sFilename);
     ~DriverLibrary() override;
@@ -27,8 +27,8 @@ public:
 #include "qxcontrols/device/DriverFunctions.def"
     void QXSIM_SetMessagePoster(MessagePoster post) override;
 
-    // A function of the library by name, or null: for what a particular driver offers beyond the
-    // common ones. The type must be the function's own, with QX_DRIVER_CALL.
+    // A function of the library by name, or null: for functions of particular drivers. The type
+    // must be the function's own, including QX_DRIVER_CALL.
     template <typename Function>
     [[nodiscard]] Function Find(const char* name) const {
         return m_library.Find<Function>(name);

@@ -7,10 +7,10 @@
 
 namespace qx {
 
-// The ids are the device's own, and 12 is unused.
+// The device's own ids; 12 is unused.
 enum KeyboardModuleIDs : Long {
     MODULE_NONE = 0,
-    MODULE_KEYBOARD = 0, // the keyboard itself; cannot be told apart from no module
+    MODULE_KEYBOARD = 0, // the keyboard itself; indistinguishable from "no module"
     MODULE_BARCODE_CONFIG = 2,
     MODULE_BARCODE_HEADERS = 3,
     MODULE_MAGNET_CONFIG = 1,
@@ -23,10 +23,10 @@ enum KeyboardModuleIDs : Long {
     MODULE_GUID = 10,
     MODULE_FUNCKEYS_X1_4630 = 11,
     MODULE_CONFIG_SECTION = 13,
-    MODULE_LAYER_FUNCKEY_DESC = 255, // its block has a fixed address, listed or not
+    MODULE_LAYER_FUNCKEY_DESC = 255, // has a fixed address, whether listed or not
 };
 
-// The id's name, as above ("MODULE_KEYBOARD" for 0); the empty text for an id that has none.
+// The id's name as above ("MODULE_KEYBOARD" for 0); empty for an unknown id.
 [[nodiscard]] std::string_view NameOf(KeyboardModuleIDs eModule);
 
 } // namespace qx

@@ -17,10 +17,10 @@
 //     const Long status = keyboard.Download();
 //     keyboard.DataTransferFixUp();
 //
-// A control whose module the keyboard lacks transfers nothing. No member reports failure to its
-// caller: it shows a message box where the control says so, and traces. A host that must know reads
-// the keyboard back. Only an index outside its range is an exception where a member says so, and
-// what a handler of the host throws comes back to the host.
+// A control transfers nothing if the keyboard does not have its module. No member reports failure
+// to its caller: it shows a message box where the control says so, and traces. A host that must be
+// sure reads the keyboard back. Only an index out of range is an exception, where a member says so;
+// exceptions of the host's handlers are passed back to the host.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -43,43 +43,43 @@ public:
     ModuleControl(const ModuleControl&) = delete;
     ModuleControl& operator=(const ModuleControl&) = delete;
 
-    // Raised once after any change of what the control shows, when all its child controls are up to
-    // date: a view then copies them onto its widgets. What the host changes in place, such as the
-    // codes of a sequence, is not noticed: AdjustControls or ReloadKeySettings, as the control
-    // says, show it and raise this.
+    // Raised once after any change of the display, when all child controls are up to date: a view
+    // then copies them to its widgets. Changes that the host makes in place, such as to the codes
+    // of a sequence, are not noticed: AdjustControls or ReloadKeySettings, depending on the
+    // control, displays them and raises this.
     Event<> Refreshed;
 
-    // The shared services. Null clears. The keyboard is required before any transfer, the layout
-    // for the names of keys; without preferences their defaults hold.
+    // The shared services; null clears. The keyboard is required before any transfer, the layout
+    // for the names of keys; without preferences their defaults apply.
     void SetKeyboard(QXKeyboardAccess* keyboard);
     void SetLayoutSource(QXKeyboardLayoutData* layout);
     void SetPrefSource(QXProgSettings* preferences);
 
-    // The module that the control stands for.
+    // The module that the control is for.
     [[nodiscard]] KeyboardModuleIDs ConfigID() const { return m_configId; }
     void SetConfigID(KeyboardModuleIDs eModule) { m_configId = eModule; }
 
-    // Set by the control when its settings are edited; the host resets it.
+    // Set by the control when its settings are edited; reset by the host.
     [[nodiscard]] bool DataChanged() const { return m_dataChanged; }
     void SetDataChanged(bool fChanged) { m_dataChanged = fChanged; }
 
     // LoadInKeyboard is true for a transfer with the keyboard itself, and false for one with a copy
     // of its memory, which needs every byte. Only QXLayeredFuncKeys makes a difference: its
-    // download into the keyboard requests no more than the used bytes of the keys with a sequence,
-    // so a key whose sequence has been removed keeps the old one there, unless the host requests
-    // its slot too. All other controls move their whole areas either way.
+    // download into the keyboard requests only the used bytes of keys with a sequence, so a key
+    // whose sequence has been removed keeps the old one there, unless the host requests its slot
+    // too. All other controls transfer their whole areas either way.
 
-    // Bytes that a transfer of this control moves; descriptions of keys are not counted.
+    // The number of bytes in a transfer of this control, without the descriptions of keys.
     [[nodiscard]] virtual Long TransferSize(bool LoadInKeyboard) const = 0;
-    // Resets all settings to the control's defaults and shows them.
+    // Resets all settings to the control's defaults and displays them.
     virtual void DefaultValues() = 0;
     virtual void PrepareDataUpload(bool LoadInKeyboard) = 0;
     virtual void PrepareDataDownload(bool LoadInKeyboard) = 0;
     virtual void DataUpload(bool LoadInKeyboard) = 0;
     virtual void DataDownload(bool LoadInKeyboard) = 0;
 
-    // Show again what depends on texts, on the layout's and the preferences' key display settings
-    // and colours, or on the values. Each raises Refreshed.
+    // Update the display of texts, of the key display settings and colours in the layout and
+    // preferences, or of the values. Each raises Refreshed.
     virtual void Translate();
     virtual void AdjustControls();
     virtual void ReloadKeySettings();
@@ -88,21 +88,21 @@ public:
 protected:
     ModuleControl(std::string_view sName, KeyboardModuleIDs eModule, const Platform& platform);
 
-    // The name with which the trace lines begin: that of the class, unless a control is given
+    // The name at the start of the trace lines: that of the class, unless a control is given
     // another.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     void SetName(std::string sName) { m_name = std::move(sName); }
 
-    // Called after the shared service has been assigned.
+    // Called after the shared service has been set.
     virtual void KeyboardAssigned() {}
     virtual void LayoutSourceAssigned() {}
     virtual void PrefSourceAssigned() {}
 
-    // How the assignment of a service is named in the trace; "Keyboard As QXKeyboardAccess".
+    // The trace text for the assignment of a service; "Keyboard As QXKeyboardAccess".
     [[nodiscard]] virtual std::string AssignmentText(std::string_view sProperty,
                                                      std::string_view sType) const;
 
-    // Traces the name followed by the text, which begins with its own separator.
+    // Traces the name followed by the text, which includes its separator.
     void TraceNamed(std::string_view sText) const;
 
     // Runs a part of a procedure (".DataDownload"). An error ends the part and is traced; the
@@ -123,7 +123,7 @@ protected:
     [[nodiscard]] QXProgSettings* PrefSource() const { return m_preferences; }
     [[nodiscard]] const Platform& Services() const { return m_platform; }
 
-    // The module's base address; -1 without a keyboard too.
+    // The module's base address; also -1 without a keyboard.
     [[nodiscard]] Long BaseAddress(KeyboardModuleIDs eModule) const;
 
 private:

@@ -1,8 +1,8 @@
-// QXCommonKeyboard: the control of the keyboard's output delay, the one setting that belongs to no
-// reader and no key.
+// QXCommonKeyboard: the control for the keyboard's output delay, the only setting that belongs to
+// no reader and no key.
 //
 // The delay is one byte at the base of MODULE_MAGNET_CONFIG; it is requested with module id 0, as
-// the device expects it.
+// the device requires.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -33,7 +33,7 @@ public:
     Label lblCurrOutputDelay; // the slider's value
     Slider slidOutputDelay;
 
-    // The user has moved the slider; a value outside its range is brought back into it.
+    // The user has moved the slider; a value outside its range is limited to it.
     void slidOutputDelay_Change();
 
 private:

@@ -1,11 +1,11 @@
-// QXKeyboardAccess: the service through which everything else reaches the keyboard.
+// QXKeyboardAccess: the service through which everything else accesses the keyboard.
 //
-// The host creates one for a driver, calls Init, and hands it to every module control. It alone
-// calls the driver, on the thread of its caller. Transfers are allowed after a successful Init;
-// Done is called before the host closes. Members report failure by their result, and by a trace
-// line where one is named, never by an exception, except where they say so: a driver that throws
-// has failed, with status -1 and a trace line, and a handler that throws during Init ends the stage
-// that raised its event.
+// The host creates one for a driver, calls Init, and passes it to every module control. Only this
+// class calls the driver, on the thread of its caller. Transfers are allowed after a successful
+// Init; Done must be called before the host closes. Members report failure by their result, and by
+// a trace line where one is named, never by an exception, except where they say so: a driver that
+// throws counts as failed with status -1, with a trace line, and a handler that throws during Init
+// ends the stage that raised its event.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -21,19 +21,19 @@ namespace qx {
 
 class QXKeyboardAccess {
 public:
-    // The most bytes that one block operation moves.
+    // The maximum size of one block operation, in bytes.
     static constexpr Long kMaxBlockSize = 64000;
 
-    // The driver and the services of the platform stay alive as long as this object.
+    // The driver and the platform's services must outlive this object.
     explicit QXKeyboardAccess(ConfigDriver& driver, const Platform& platform = {});
     ~QXKeyboardAccess();
     QXKeyboardAccess(const QXKeyboardAccess&) = delete;
     QXKeyboardAccess& operator=(const QXKeyboardAccess&) = delete;
 
-    // Start-up: opens the driver, reads the directory (appending to what is there), reads names and
-    // flags. True when the keyboard is ready, which it also is when its names cannot be read.
+    // Start-up: opens the driver, reads the directory (appending to existing entries), the names
+    // and the flags. True if the keyboard is ready, even if its names cannot be read.
     bool Init();
-    // Gives the keyboard's own layer keys back. The driver stays open.
+    // Returns the keyboard's layer keys to the user. The driver stays open.
     void Done();
 
     // The start-up's progress. lErrID is the driver's status in InitDriverFailed, else 0.
@@ -50,16 +50,16 @@ public:
     Event<> InitOK;                       // never raised: success is the result of Init
     Event<Long> InitFailed;               // lErrID
 
-    // The keyboard's identification, as of the last Init: upper case, every character but A to Z,
-    // 0 to 9, "-" and "_" replaced. The name lost its trailing replacements, the others keep four
-    // characters.
+    // The keyboard's identification as of the last Init: upper case, with every character except A
+    // to Z, 0 to 9, "-" and "_" replaced. Trailing replacements are removed from the name; the
+    // other texts have four characters.
     [[nodiscard]] const std::string& Keyboard() const { return m_keyboard; }
     [[nodiscard]] const std::string& Bootloader() const { return m_bootloader; }
     [[nodiscard]] const std::string& Program() const { return m_program; }
     [[nodiscard]] const std::string& Config() const { return m_config; }
     [[nodiscard]] const std::string& Country() const { return m_country; }
 
-    // What the keyboard has, as of the last Init.
+    // The keyboard's capabilities as of the last Init.
     [[nodiscard]] bool FlagFreeProgrammableKeys() const { return m_flags.freeProgKeys; }
     [[nodiscard]] bool FlagConnectionV24() const { return m_flags.connectionV24; }
     [[nodiscard]] bool FlagChicpcardReader() const { return m_flags.chipcardReader; }
@@ -69,14 +69,14 @@ public:
     [[nodiscard]] bool FlagMagneticTrack3() const { return m_flags.magneticTracks[2]; }
     [[nodiscard]] bool FlagMagneticTrack4() const { return m_flags.magneticTracks[3]; }
 
-    // Stands in for what an identification may not hold; "x" at first, may be empty.
+    // Replaces invalid characters of the identification; initially "x", may be empty.
     [[nodiscard]] const std::string& ReplacmentChar() const { return m_replacement; }
     void SetReplacmentChar(std::string sReplacement) { m_replacement = std::move(sReplacement); }
-    // Stored only: start-up hands 0 to the driver.
+    // Only stored: start-up passes 0 to the driver.
     void SetCommandDelta(Long lDelta) { m_commandDelta = lDelta; }
 
-    // The configuration directory. Positions count from 1; a lookup by id finds the first match.
-    // The entries are the directory's own and may be changed.
+    // The configuration directory. Positions count from 1; a search by id finds the first match.
+    // The entries belong to the directory and may be changed.
     [[nodiscard]] Integer DirectorySize() const;
     [[nodiscard]] ConfigDirEntry* DirectoryItem(Integer nIndex); // null when absent
     [[nodiscard]] const ConfigDirEntry* DirectoryItem(Integer nIndex) const;
@@ -85,17 +85,17 @@ public:
     [[nodiscard]] Long GetBaseAddressForModule(KeyboardModuleIDs eModule) const; // -1 when absent
     [[nodiscard]] bool HasItem(KeyboardModuleIDs eID) const;
 
-    // Blocks of the configuration image, one character per byte, 0 to kMaxBlockSize bytes; another
-    // size fails. A failed read leaves sData as it is. A write of less data than lSize is filled up
-    // with blanks. A failure of either is traced with the address.
+    // Blocks of the configuration image, one character per byte, 0 to kMaxBlockSize bytes; other
+    // sizes fail. A failed read leaves sData unchanged. If sData is shorter than lSize, a write
+    // fills up with spaces. Failures are traced with the address.
     bool ReadFromMemory(std::string& sData, Long lAddress, Long lSize);
     bool WriteIntoMemory(std::string_view sData, Long lAddress, Long lSize);
-    [[nodiscard]] Byte ReadByteFromMem(Long lAddress); // 0 when the driver refuses
+    [[nodiscard]] Byte ReadByteFromMem(Long lAddress); // 0 if the driver refuses
     bool WriteByteMemory(Byte bValue, Long lAddress);
 
-    // Single numbers of the image, in the driver's byte order; 0 when the driver refuses to read.
-    // They trace no names, nor does ReadByteFromMem, and WriteByteMemory traces its value alone:
-    // controls call them in their inner loops, once for every byte or number of a block.
+    // Single numbers of the image, in the driver's byte order; 0 if the driver refuses to read.
+    // They and ReadByteFromMem do not trace their names, and WriteByteMemory traces only its value:
+    // controls call them in inner loops, once for every byte or number of a block.
     [[nodiscard]] Byte ReadByteFromImage(Long lAddress);
     void WriteByteIntoImage(Long lAddress, const Byte& bByte);
     [[nodiscard]] Integer ReadIntFromImage(Long lAddress);
@@ -103,20 +103,20 @@ public:
     [[nodiscard]] Long ReadLongFromImage(Long lAddress);
     void WriteLongIntoImage(Long lAddress, const Long& lLong);
 
-    // The transfer. Upload moves the requested stretches from the keyboard into the image, Download
-    // from the image into the keyboard; both return the driver's status (0: success).
+    // The transfer. Upload moves the requested stretches from the keyboard to the image, Download
+    // from the image to the keyboard; both return the driver's status (0: success).
     void DataTransferPrepare();
     void MemRequestClean();
-    // An id that does not fit 16 bits adds nothing.
+    // Ids that exceed 16 bits are ignored.
     void MemRequestAdd(KeyboardModuleIDs eModule, Long lAddress, Long lSize);
     [[nodiscard]] Long Upload();
     [[nodiscard]] Long Download();
     void DataTransferFixUp();
-    // Which message transfers post to which window, to report their progress.
+    // Sets the message, and the window, that transfers post their progress to.
     void SetNotificationValues(Long theWindow, Long lMsg, Long lWhat = -1);
 
-    // Files of the driver's own formats; all return the driver's status (0: success). Names reach
-    // the driver as 8-bit text, and come back as the driver leaves them, up to the first 0.
+    // Files in the driver's own formats; all return the driver's status (0: success). Names are
+    // passed to the driver as 8-bit text, and return as the driver leaves them, up to the first 0.
     [[nodiscard]] Long SaveRomIntoFile(std::string& sFilename);
     [[nodiscard]] Long LoadRomFromFile(std::string& sFilename);
     [[nodiscard]] Long SaveChipcardRomIntoFile(std::string& sFilename);
@@ -128,20 +128,20 @@ public:
                                                std::string& sDestFilename, Long lParam1,
                                                Long lParam2, Long lParam3);
 
-    // Position-programming mode: the keyboard reports which key was pressed instead of typing.
+    // Position-programming mode: the keyboard reports pressed keys instead of typing.
     bool EnablePositionProgMode();
     bool DisablePositionProgMode();
     [[nodiscard]] bool IsPositionProgMode();
-    [[nodiscard]] Long GetPositionCodeKey(); // the last key pressed; 0, -1 and -2: none
+    [[nodiscard]] Long GetPositionCodeKey(); // the last key pressed; 0, -1 or -2 if none
 
-    // The function-key layer; without MODULE_LAYERED_FUNCKEYS nothing happens.
+    // Selects the function-key layer; does nothing without MODULE_LAYERED_FUNCKEYS.
     void SelectFunctionKeyLayer(Integer nLayer);
     void EnableFunctionKeyLayerSelection();
     void DisableFunctionKeyLayerSelection();
 
 protected:
     // Waits the given seconds while the host handles its pending messages; returns at once below 1.
-    // Throws std::overflow_error when the milliseconds do not fit 32 bits.
+    // Throws std::overflow_error if the milliseconds exceed 32 bits.
     void WaitSeconds(Long lSeconds);
 
 private:
@@ -176,7 +176,7 @@ private:
     Long m_commandDelta = 0;
     std::string m_keyboard, m_bootloader, m_program, m_country, m_config;
     Flags m_flags;
-    std::deque<ConfigDirEntry> m_directory; // keeps its entries in place while it grows
+    std::deque<ConfigDirEntry> m_directory; // entries do not move when it grows
     std::string m_readBuffer; // kMaxBlockSize bytes, so that a failed read leaves its target alone
 };
 

@@ -16,7 +16,7 @@ bool IsAllowedInIdentification(char c) {
     return c == '-' || c == '_' || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-// Whether the text is one character long, in UTF-8.
+// Whether the text is exactly one character, in UTF-8.
 bool IsOneCharacter(std::string_view sText) {
     return std::count_if(sText.begin(), sText.end(),
                          [](char c) { return (static_cast<Byte>(c) & 0xC0U) != 0x80U; }) == 1;
@@ -66,7 +66,7 @@ bool QXKeyboardAccess::Init() {
     }
     try {
         InitFailed.Raise(0);
-    } catch (...) { // a handler of the host may throw anything
+    } catch (...) { // the host's handlers may throw anything
         TraceError("QXKeyboardAccess.Init");
     }
     return false;
@@ -85,7 +85,7 @@ bool QXKeyboardAccess::InitDriverStage() {
         }
         InitDriverOK.Raise();
         return true;
-    } catch (...) { // the stage fails without a further event
+    } catch (...) { // the stage fails without another event
         TraceError("InitDriver");
         return false;
     }
@@ -136,7 +136,7 @@ void QXKeyboardAccess::InitKeyboardNamingStage() {
         InitKeyboardNamingOK.Raise();
         ReadCapabilities();
     } catch (...) {
-        m_flags = {}; // never those of an earlier keyboard
+        m_flags = {}; // never keep those of an earlier keyboard
         TraceError("InitKeyboardNaming");
     }
 }

@@ -1,7 +1,7 @@
 // The functions of the closed libraries that the system declares but never calls.
 //
-// They are named here and nowhere else: a driver that lacks one is complete, and a host that wants
-// one looks it up itself (DriverLibrary::Find, SharedLibrary::Find).
+// They are named only here: a driver without them is complete, and a host that needs one looks it
+// up itself (DriverLibrary::Find, SharedLibrary::Find).
 #pragma once
 
 #include <string_view>
@@ -14,9 +14,9 @@ struct UncalledFunction {
 };
 
 inline constexpr UncalledFunction kUncalledFunctions[] = {
-    // The driver: whether a file is that of the configuration with a given identifier.
+    // The driver: whether a file contains the configuration with a given identifier.
     {"TANDORQX.DLL", "QXCFG_FileContainsGivenGUID"},
-    // The companion library, of which the system calls CreateSafeGuid only.
+    // The companion library; the system calls only its CreateSafeGuid.
     {"ToolQX", "IsSameGuid"},
     {"ToolQX", "InstallQXKeyboardHook"},
     {"ToolQX", "RemoveQXKeyboardHook"},

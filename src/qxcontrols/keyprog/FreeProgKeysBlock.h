@@ -1,8 +1,8 @@
-// The block of the free programmable keys in the keyboard's memory: one sequence slot for each key
-// that takes part, without gaps.
+// The block of the free programmable keys in the keyboard's memory: one sequence slot for each
+// participating key, without gaps.
 //
-// A key takes part when its sequence has a position code above 0, as QXFreeProgKeys gives it to the
-// keys that the layout has as programmable. Most modules store the keys in ascending order;
+// A key participates if its sequence has a position code above 0, which QXFreeProgKeys sets for the
+// keys that the layout marks as programmable. Most modules store the keys in ascending order;
 // MODULE_FUNCKEYS_X1_4620 has an order of its own, and no place for other keys.
 #pragma once
 
@@ -16,7 +16,7 @@
 
 namespace qx {
 
-// The ids of the keys that take part, in the order of the module's block.
+// The ids of the participating keys, in the order of the module's block.
 [[nodiscard]] std::vector<Integer> StoredFreeProgKeys(const KeyboardSequences& sequences,
                                                       KeyboardModuleIDs eModule);
 
@@ -27,7 +27,7 @@ namespace qx {
 [[nodiscard]] std::string EncodeFreeProgKeys(const KeyboardSequences& sequences,
                                              KeyboardModuleIDs eModule);
 
-// Fills the sequences of the keys that take part; what a short block lacks is empty.
+// Fills the sequences of the participating keys; those missing in a short block are emptied.
 void DecodeFreeProgKeys(std::string_view sBlock, KeyboardModuleIDs eModule,
                         KeyboardSequences& sequences);
 

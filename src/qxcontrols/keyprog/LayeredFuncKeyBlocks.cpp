@@ -15,7 +15,7 @@ namespace {
 static_assert(FuncKeySlotOffset(kFuncKeyLayers, 0) == kFuncKeySequencesSize);
 static_assert(kFuncKeySequencesSize == 30720 && kFuncKeyDescSize == 30720);
 
-// Where the identifier's fields lie, and how wide they are.
+// Position and width of one of the identifier's fields.
 struct GuidField {
     Long offset;
     Long width;
@@ -31,7 +31,7 @@ static_assert(kFirst.offset + kFirst.width == kSecond.offset &&
               kThird.offset + kThird.width == kRest.offset &&
               kRest.offset + kRest.width == kGuidSize);
 
-// Hands every number of the identifier to visit(offset, number), in the order of the area.
+// Calls visit(offset, number) for every number of the identifier, in the order of the area.
 template <typename AnyGuid, typename Visit>
 void VisitGuid(AnyGuid& guid, Visit visit) {
     visit(kFirst.offset, guid.first);
@@ -42,7 +42,7 @@ void VisitGuid(AnyGuid& guid, Visit visit) {
         visit(offset++, byte);
 }
 
-// Hands every layer's keys to visit(layer, key index), in the order of the areas.
+// Calls visit(layer, key index) for every layer's keys, in the order of the areas.
 template <typename Layers, typename Visit>
 void VisitKeys(Layers& layers, Visit visit) {
     for (auto& layer : layers)

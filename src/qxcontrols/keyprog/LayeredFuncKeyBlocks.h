@@ -1,8 +1,8 @@
-// The three areas of the keyboard's memory in which the layered function keys are stored: the
-// sequences, the configuration's identifier and the keys' descriptions.
+// The three areas of the keyboard's memory for the layered function keys: the sequences, the
+// configuration's identifier and the keys' descriptions.
 //
-// The identifier and the descriptions consist of numbers of 16 and 32 bits, which are in the byte
-// order of the driver; so these go through the keyboard access, number by number.
+// The identifier and the descriptions consist of numbers of 16 and 32 bits in the driver's byte
+// order; these are therefore transferred number by number through the keyboard access.
 #pragma once
 
 #include "qxcontrols/device/MemoryMap.h"
@@ -19,11 +19,12 @@ class QXKeyboardAccess;
 
 using FuncKeyLayers = std::array<FuncKeyLayer, kFuncKeyLayers>;
 
-// Where a key's slot begins in the sequences' area.
+// The offset of a key's slot in the sequences' area.
 [[nodiscard]] constexpr Long FuncKeySlotOffset(Integer nLayer, Integer nKeyID) {
     return (nLayer * kFuncKeysOfLayer + nKeyID) * kFuncKeySlotSize;
 }
-// The bytes of its slot that a sequence uses, with the 0 that ends it; 0 for an empty sequence.
+// The number of bytes of its slot that a sequence uses, including the final 0; 0 for an empty
+// sequence.
 [[nodiscard]] Long UsedSlotSize(const KeySequence& sequence);
 
 // The sequences' area, of kFuncKeySequencesSize bytes. A sequence with a code -1 among its first
@@ -34,13 +35,13 @@ using FuncKeyLayers = std::array<FuncKeyLayer, kFuncKeyLayers>;
 [[nodiscard]] std::string EncodeFuncKeySequences(const FuncKeyLayers& layers);
 void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers);
 
-// The identifier at its area's base address. What the driver refuses to read is 0.
+// The identifier at its area's base address. Parts that the driver refuses to read are 0.
 [[nodiscard]] Guid ReadFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress);
 void WriteFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress, const Guid& guid);
 
 // The descriptions at kFuncKeyDescAddress. A description is written cut to kFuncKeyDescLength
-// units, also where that cuts a character beyond the BMP in two; it is read up to the first 0, a
-// lone surrogate as U+FFFD.
+// units, even if that splits a character beyond the BMP; it is read up to the first 0, with an
+// unpaired surrogate as U+FFFD.
 void ReadFuncKeyDescriptions(QXKeyboardAccess& keyboard, FuncKeyLayers& layers);
 void WriteFuncKeyDescriptions(QXKeyboardAccess& keyboard, const FuncKeyLayers& layers);
 

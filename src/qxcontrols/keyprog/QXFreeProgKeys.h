@@ -1,11 +1,12 @@
-// QXFreeProgKeys: the control of the keys that can each be given a sequence of their own.
+// QXFreeProgKeys: the control for the keys that can each have a sequence of their own.
 //
 // The control owns a sequence for every key id and shows the keys on a layout display, on which the
-// user picks the current key. ReloadKeysSettings must have run after the layout became known and
-// before any transfer: it decides which keys take part. ConfigID is MODULE_FREEPROGRAMMABLE_KEYS
-// at first; other modules with such a block can be served too, and MODULE_FUNCKEYS_X1_4620 stores
-// its keys in an order of its own. Keys that are counted but have no place in the block (id 0, or
-// keys that the 4620 lacks) leave its end to be filled with blanks.
+// user picks the current key. ReloadKeysSettings must be called after the layout is known and
+// before any transfer: it determines the participating keys. ConfigID is initially
+// MODULE_FREEPROGRAMMABLE_KEYS; other modules with such a block are supported too, and
+// MODULE_FUNCKEYS_X1_4620 stores its keys in an order of its own. For keys that are counted but
+// have no place in the block (id 0, or keys that the 4620 does not have), the end of the block is
+// filled with spaces.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"
@@ -24,29 +25,29 @@ public:
 
     explicit QXFreeProgKeys(const Platform& platform = {});
 
-    // Removals are carried out unless the host answers no: fRemoveIt is preset to True.
+    // Removals are carried out unless the host refuses: fRemoveIt is preset to True.
     Event<bool&> RemoveAllSequences; // fRemoveIt
     Event<bool&> RemoveSequence;     // fRemoveIt
     // nPosCode, sOutSeq, fCancelEdit, sInSeq. Preset to False and to the current sequence: unless
-    // the host cancels, the sequence counts as edited, also when nobody answers.
+    // the host cancels, the sequence counts as edited, even if the host does not answer.
     Event<Integer, const std::string&, bool&, std::string&> EditSequence;
-    Event<Integer> KeyNoEditable; // nPositionCode; kNoKey when no key is picked
+    Event<Integer> KeyNoEditable; // nPositionCode; kNoKey if no key is picked
     Event<bool&> AdvanceEdit;     // fEdit, preset to False
 
-    // The instance name, with which the trace lines begin; the class name at first.
+    // The instance name at the start of the trace lines; initially the class name.
     using ModuleControl::Name;
     using ModuleControl::SetName;
 
     using ModuleControl::LayoutSource;
 
-    // The sequences by key id. The position code of each is the control's: the key's id when it is
-    // programmable, else -1. Who changes one calls ReloadKeysSettings after.
+    // The sequences by key id. The control sets each one's position code: the key's id if it is
+    // programmable, otherwise -1. Call ReloadKeysSettings after changing one.
     [[nodiscard]] KeyboardSequences& Sequences() { return m_sequences; }
     [[nodiscard]] const KeyboardSequences& Sequences() const { return m_sequences; }
-    [[nodiscard]] Integer CurrentKey() const { return m_key; } // kNoKey: none
+    [[nodiscard]] Integer CurrentKey() const { return m_key; } // kNoKey if none
 
-    // Looks up again which keys the layout has as programmable, and shows all keys. Without a
-    // layout no key is.
+    // Looks up again which keys the layout marks as programmable, and displays all keys. Without a
+    // layout none is programmable.
     void ReloadKeysSettings();
     void KeyFontSizeChanged(Integer nNewSize);
 
@@ -77,7 +78,7 @@ public:
     QXLayoutDisplay layoutDisplay;
     Label lblSequence;             // SequenceForCurrKey
     Label lblCurrSeq;              // the current key's sequence as text
-    CheckBox chkShowDetails;       // whether that text has the releases of keys
+    CheckBox chkShowDetails;       // whether that text includes the releases of keys
     std::array<Button, 3> cmdEdit; // 0 edit, 1 clean, 2 clean all
 
     void cmdEdit_Click(Integer Index);
@@ -105,7 +106,7 @@ private:
     std::array<ButtonCaption, 3> m_buttons;
     std::string m_sequenceCaption;
     std::string m_showDetails;
-    Subscription m_keyClicked; // ends before the display
+    Subscription m_keyClicked; // must end before the display does
 };
 
 } // namespace qx

@@ -1,14 +1,14 @@
-// QXLayeredFuncKeys: the control of the function keys whose meaning depends on a layer.
+// QXLayeredFuncKeys: the control for the function keys whose meaning depends on a layer.
 //
 // The control owns ten layers of 24 keys and shows one of them at a time; the user picks a key and
-// edits its sequence and its description. It also owns the identifier of the configuration: made
+// edits its sequence and description. It also owns the identifier of the configuration: created
 // with the control, written by a download, replaced by an upload.
 //
-// A download with LoadInKeyboard requests only what the keys with a sequence use of their slots,
-// and neither kind requests the descriptions: these are put into the image only.
+// A download with LoadInKeyboard requests only the used bytes of keys with a sequence, and neither
+// kind requests the descriptions: these are only put into the image.
 //
-// Where a keyboard lacks MODULE_GUID, the requests of the identifier go to the address -1 and the
-// accesses to the addresses from -1 to 14; a host keeps them all from the driver.
+// If a keyboard does not have MODULE_GUID, the identifier is requested at address -1 and accessed
+// at the addresses -1 to 14; a host must keep all these from the driver.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"
@@ -18,10 +18,10 @@
 
 namespace qx {
 
-struct FuncKeyButton : Button { // the tool tip is the key's description
+struct FuncKeyButton : Button { // the tooltip is the key's description
     bool Programmed = false;    // has a sequence
     bool Current = false;
-    Long BackColor = 0; // the preference colour of a programmed, empty or current key
+    Long BackColor = 0; // the preferences' colour of a programmed, empty or current key
 };
 
 class QXLayeredFuncKeys : public ModuleControl {
@@ -42,8 +42,8 @@ public:
 
     using ModuleControl::LayoutSource;
 
-    // The layers, 0 to 9; throws std::out_of_range for another. Who changes one calls
-    // ReloadKeySettings after.
+    // The layers, 0 to 9; throws std::out_of_range for other numbers. Call ReloadKeySettings after
+    // changing one.
     [[nodiscard]] FuncKeyLayer& Layer(Integer nLayer);
     [[nodiscard]] const FuncKeyLayer& Layer(Integer nLayer) const;
     [[nodiscard]] const Guid& Identifier() const { return m_identifier; }
@@ -77,7 +77,7 @@ public:
     void SetLayerDesc(std::string sText) { m_texts.layerDesc = std::move(sText); }
 
     [[nodiscard]] Long TransferSize(bool LoadInKeyboard) const override;
-    // Empties all sequences and descriptions; the identifier stays.
+    // Empties all sequences and descriptions; the identifier is unchanged.
     void DefaultValues() override;
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
@@ -97,7 +97,7 @@ public:
     Label lblSymbolDesc; // FunctionKeyDescription
     TextBox txtSymbolDesc;
     std::array<Button, 4> cmdEdit; // 0 edit, 1 clean key, 2 clean layer, 3 clean all layers
-    CheckBox chkShowDetails;       // whether the sequence's text has the releases of keys
+    CheckBox chkShowDetails;       // whether the sequence's text includes the releases of keys
 
     void spinLayer_Change();
     void cmdLayer_Click(Integer Index);

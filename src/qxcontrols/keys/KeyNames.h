@@ -1,7 +1,7 @@
-// KeyNames: finds the keys of a layout by what people call them.
+// KeyNames: finds the keys of a layout by name.
 //
-// A key's name is its short caption, or the long one where the short one is blank, without the
-// blanks at its ends. The long caption is a second name.
+// A key's name is its short caption, or the long one if the short one is blank, without spaces at
+// its ends. The long caption is a second name.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -18,29 +18,29 @@ class QXKeyboardLayoutData;
 
 class KeyNames {
 public:
-    // Keys from here on cannot be pressed through a sequence: their codes are those of releases.
+    // Keys from here on cannot be pressed by a sequence: their codes are used for releases.
     static constexpr Long kFirstUnpressable = kRelease;
 
     explicit KeyNames(const QXKeyboardLayoutData& layout);
 
-    // The key's name; empty when it has none.
+    // The key's name; empty if it has none.
     [[nodiscard]] const std::string& Name(Long lID) const;
 
-    // The keys that a text means: those whose name it is; else those whose long caption it is;
-    // else those whose name or long caption it is but for upper and lower case. One key: the text
-    // is clear. Keys that cannot be pressed are found only where no other key is.
+    // The keys that a text can refer to: those with this name; else those with this long caption;
+    // else those with this name or long caption, ignoring case. One key means that the text is
+    // unambiguous. Keys that cannot be pressed are found only if no other key is.
     [[nodiscard]] std::vector<Long> Find(std::string_view sText) const;
 
     // The keys that type this character with Shift.
     [[nodiscard]] std::vector<Long> FindShifted(std::string_view sText) const;
 
-    // The longest name of several words with which the text begins, up to a blank or its end;
-    // empty when there is none.
+    // The longest name of several words at the start of the text, up to a space or its end; empty
+    // if there is none.
     [[nodiscard]] std::string_view FindWords(std::string_view sText) const;
-    // Whether the text is the first words of the name of a key.
+    // Whether the text is the beginning (in whole words) of a key's name.
     [[nodiscard]] bool BeginsWords(std::string_view sText) const;
 
-    // The keys with the names that differ least from the text, if it resembles any.
+    // The keys whose names are most similar to the text, if any is similar.
     [[nodiscard]] std::vector<Long> Nearest(std::string_view sText) const;
 
 private:
@@ -57,7 +57,7 @@ private:
     [[nodiscard]] std::vector<Long> KeysWhere(bool pressable, Matches matches) const;
 
     std::vector<Key> m_keys;   // those with a name
-    std::size_t m_longest = 0; // bytes of a name or long caption, so that a huge text costs no time
+    std::size_t m_longest = 0; // bytes of a name or long caption; limits the time for a huge text
 };
 
 } // namespace qx

@@ -1,8 +1,8 @@
 // KeySequence: the key codes that a programmable key, a header or a terminator sends.
 //
-// A code below 128 presses the key of that id, a code of 128 or more releases the key with the id
-// less 128. The codes are kept as text, three characters a code: the decimal number, padded with
-// blanks on the left ("  5200 13" are the codes 5, 200 and 13). Such a text is ASCII: its
+// A code below 128 presses the key with that id, a code of 128 or more releases the key with the id
+// less 128. The codes are stored as text, three characters per code: the decimal number, padded
+// with spaces on the left ("  5200 13" are the codes 5, 200 and 13). The text is ASCII: its
 // characters are counted as bytes.
 //
 // The keyboard stores codes from 0 to 255, one byte each; a 0 ends the sequence. Others can be in a
@@ -21,37 +21,37 @@
 
 namespace qx {
 
-// Added to a key's id by the code that releases the key.
+// The difference between the code that releases a key and the key's id.
 inline constexpr Integer kRelease = 128;
 
 class KeySequence {
 public:
-    // Characters that one code takes in KeyString.
+    // The number of characters per code in KeyString.
     static constexpr Integer kFieldWidth = 3;
 
-    // Appends a code. Throws std::invalid_argument when it does not fit three characters (1000 or
-    // more, -100 or less), std::overflow_error past 32767 codes; the sequence then stays as it is.
+    // Appends a code. Throws std::invalid_argument if it does not fit three characters (1000 or
+    // more, -100 or less), std::overflow_error beyond 32767 codes; the sequence is then unchanged.
     void AddByte(Integer nValue);
     // Removes the last code, if there is one.
     void ClearLast();
-    // Removes all codes; the position code and the tags stay.
+    // Removes all codes; the position code and the tags are unchanged.
     void Clear();
 
     [[nodiscard]] Integer Length() const { return m_length; }
-    // The code (despite the name) at place nIndex, counted from 1; 0 outside the sequence.
+    // The code (despite the name) at position nIndex, counted from 1; 0 outside the sequence.
     [[nodiscard]] Integer GetPositionCode(Integer nIndex) const;
-    // All codes in their order.
+    // All codes in order.
     [[nodiscard]] std::vector<Integer> Codes() const;
-    // Replaces the codes by the bytes, each a code from 0 to 255. Throws std::overflow_error past
-    // 32767 of them.
+    // Replaces the codes by the bytes, each a code from 0 to 255. Throws std::overflow_error for
+    // more than 32767.
     void SetBytes(std::string_view sBytes);
 
-    // The codes as text. Any text is taken as it is; its length in codes is a third of its
-    // characters, rounded to the nearest whole number. Throws std::overflow_error past 32767.
+    // The codes as text. Any text is accepted unchanged; its length in codes is a third of its
+    // characters, rounded to the nearest whole number. Throws std::overflow_error beyond 32767.
     [[nodiscard]] const std::string& KeyString() const { return m_keyString; }
     void SetKeyString(std::string sKeyString);
 
-    // The key to which the sequence belongs; 0: none.
+    // The key that the sequence belongs to; 0 if none.
     [[nodiscard]] Integer PositionCode() const { return m_positionCode; }
     void SetPositionCode(Integer nPositionCode) { m_positionCode = nPositionCode; }
 
@@ -61,7 +61,7 @@ public:
     [[nodiscard]] Long Tag2() const { return m_tag2; }
     void SetTag2(Long lTag) { m_tag2 = lTag; }
 
-    // Takes over everything of oSource; nothing when there is none.
+    // Copies everything from oSource; does nothing if it is null.
     void CopyContent(const KeySequence* oSource);
 
 private:
@@ -72,8 +72,8 @@ private:
     Long m_tag2 = 0;
 };
 
-// The number in the three-character field of sKeyString that starts at `offset`; leading blanks do
-// not count, and a field that is no number reads as 0.
+// The number in the three-character field of sKeyString at `offset`; leading spaces are ignored,
+// and a field that is not a number is read as 0.
 [[nodiscard]] Integer CodeAt(const std::string& sKeyString, std::size_t offset);
 
 } // namespace qx

@@ -18,13 +18,14 @@ public:
     [[nodiscard]] KeySequence& Key(Long lID);
     [[nodiscard]] const KeySequence& Key(Long lID) const;
 
-    // Remove the codes of one key (none outside 0 to 140), or of all; assignments stay.
+    // Remove the codes of one key (none outside 0 to 140), or of all; assignments are unchanged.
     void CleanKey(Long lID);
     void CleanAll();
 
-    // Takes the assignment to a key (the position code) from all sequences; their codes stay.
+    // Removes the assignment to a key (the position code) from all sequences; their codes are
+    // unchanged.
     void SetAllAsUnsused();
-    // How many sequences are assigned to no key.
+    // The number of sequences that are assigned to no key.
     [[nodiscard]] Integer GetNumberOfProgamableKeys() const;
 
 private:

@@ -3,7 +3,7 @@
 //     (top,left,width,height)21  Caption\\Long caption
 //
 // The rectangle may be missing. The two digits are the support and the colour set; the two
-// characters behind them are passed over.
+// characters after them are ignored.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -14,7 +14,7 @@
 namespace qx {
 
 enum KEY_SUPPORT {
-    KEYMODE_NONE = 0,  // the keyboard has no such key
+    KEYMODE_NONE = 0,  // the keyboard does not have this key
     KEYMODE_EXIST = 1, // a key that cannot be programmed
     KEYMODE_PROG = 2,  // a programmable key
 };
@@ -31,11 +31,11 @@ struct LayoutKey {
     Single width = 0;
     Single height = 0;
 
-    // Takes over the line of position code lID. A digit that is none of 0 to 2 counts as 0, and a
-    // line without a rectangle leaves the one that the key has. Throws std::invalid_argument or
-    // std::overflow_error for a rectangle that is not four numbers that fit 16 bits when rounded.
+    // Reads the line of position code lID. A digit other than 0 to 2 counts as 0, and without a
+    // rectangle the key keeps its own. Throws std::invalid_argument or std::overflow_error for a
+    // rectangle that is not four numbers, each within 16 bits when rounded.
     void Parse(Long lID, std::string_view line);
-    // Takes over the rectangle at the line's front, if there is one; returns what follows it.
+    // Reads the rectangle at the start of the line, if there is one; returns the rest.
     std::string_view ParseGeometry(std::string_view line);
 };
 

@@ -19,18 +19,17 @@ public:
 
     virtual ~LayoutTextSource() = default;
 
-    // Forgets all texts.
+    // Discards all texts.
     virtual void Reset() = 0;
-    // Takes the texts from the layout file of this full path. False when that fails; the source
-    // may also throw.
+    // Reads the texts from the layout file with this full path. Returns false or throws on failure.
     virtual bool Open(const std::string& sFilename) = 0;
-    // Takes the texts from the layout for a language in a folder, and puts into lLangID the id of
-    // the layout that was chosen. False, or an exception, when that fails.
+    // Reads the texts from the layout for a language in a folder, and sets lLangID to the id of the
+    // chosen layout. Returns false or throws on failure.
     virtual bool OpenLanguage(Long& lLangID, const std::string& sFolder) = 0;
-    // The text with this number; empty when there is none.
+    // The text with this number; empty if there is none.
     [[nodiscard]] virtual std::string String(Long lNumber) const = 0;
 
-    // For messages: why the last open failed, and where the text with this number stands.
+    // For messages: why the last open failed, and the place of the text with this number.
     [[nodiscard]] virtual std::string Error() const { return {}; }
     [[nodiscard]] virtual std::string Place(Long lNumber) const {
         return "string " + std::to_string(lNumber);

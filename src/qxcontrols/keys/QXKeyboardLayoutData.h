@@ -1,10 +1,10 @@
-// QXKeyboardLayoutData: what the keys of the connected keyboard are called and where they are.
+// QXKeyboardLayoutData: the captions and positions of the connected keyboard's keys.
 //
-// The host creates one, opens a layout by file name or by language id, and hands it to all module
-// controls as their LayoutSource. It knows every position code from 0 to 140; an accessor answers
-// an empty text or 0 for any other. It also writes key sequences as text for people.
+// The host creates one, opens a layout by file name or by language id, and passes it to all module
+// controls as their LayoutSource. It knows every position code from 0 to 140; accessors return an
+// empty text or 0 for any other. It also converts key sequences to text for people.
 //
-// An open that fails leaves the layout as it was and raises nothing; Error then says why.
+// An open that fails leaves the layout unchanged and raises nothing; Error then gives the reason.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -26,20 +26,20 @@ public:
     QXKeyboardLayoutData(const QXKeyboardLayoutData&) = delete;
     QXKeyboardLayoutData& operator=(const QXKeyboardLayoutData&) = delete;
 
-    // The folder of the layouts; "\" is appended unless it ends with one.
+    // The folder of the layouts; "\" is appended unless it is already there.
     [[nodiscard]] const std::string& LayoutPath() const { return m_layoutPath; }
     void SetLayoutPath(std::string sPath);
 
     // Opens the layout LayoutPath & sFilename.
     bool OpenLayoutByName(const std::string& sFilename);
-    // Opens the layout in LayoutPath for a language (1033: English of the United States), or for
-    // the same language of another country if there is none.
+    // Opens the layout in LayoutPath for a language (1033: US English), or otherwise one for the
+    // same language in another country.
     bool OpenLayoutByID(Long lLangID);
     // Whether a layout has been opened.
     [[nodiscard]] bool Loaded() const { return m_loaded; }
-    // Why the last open failed, for people; empty when it succeeded.
+    // Why the last open failed, for people; empty if it succeeded.
     [[nodiscard]] const std::string& Error() const { return m_error; }
-    // The name that the layout gives itself.
+    // The layout's own name.
     [[nodiscard]] const std::string& NativeName() const { return m_nativeName; }
 
     [[nodiscard]] Long GetMinKeyID() const;
@@ -48,15 +48,15 @@ public:
     [[nodiscard]] const std::string& KeyLongCaption(Long lID) const;
     [[nodiscard]] KEY_SUPPORT KeySupport(Long lID) const;
     [[nodiscard]] COLOR_SET KeyColor(Long lID) const;
-    // The key's rectangle in the layout's own unit. A layout that gives none for a key leaves the
-    // rectangle of the layout before it.
+    // The key's rectangle in the layout's own unit. A key without a rectangle in the layout keeps
+    // the one of the previous layout.
     [[nodiscard]] Single KeyX(Long lID) const;
     [[nodiscard]] Single KeyY(Long lID) const;
     [[nodiscard]] Single KeyWidth(Long lID) const;
     [[nodiscard]] Single KeyHeight(Long lID) const;
 
-    // The codes of a KeySequence's KeyString as captions (the long one where the short one is
-    // blank), a blank after each. A release is UpCodePrefix and the caption, or nothing when
+    // The codes of a KeySequence's KeyString as captions (the long one if the short one is blank),
+    // each followed by a space. A release is UpCodePrefix and the caption, or omitted if
     // fUseUpcodes is false.
     [[nodiscard]] std::string ConvertKeyStringIntoTextStringUseUpcodes(const std::string& sInSeq,
                                                                        bool fUseUpcodes) const;
@@ -73,7 +73,7 @@ private:
 
     using LayoutKeys = std::array<LayoutKey, kMaxKeyID + 1>;
 
-    // Loads the keys if open() opens the source; no error leaves it.
+    // Loads the keys if open() opens the source; never throws.
     template <typename Open>
     bool Opened(Open open);
     void LoadAllKeys();

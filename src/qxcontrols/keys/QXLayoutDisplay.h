@@ -1,9 +1,9 @@
-// QXLayoutDisplay: the keyboard on the screen, as one button for every position code.
+// QXLayoutDisplay: the keyboard on the screen, with one button for every position code.
 //
-// It places, labels and colours the buttons from the layout data and from the sequences that its
-// user hands in, and tells which button is clicked. As a setting it shows which keys are
-// programmed; in the sequence editor it shows the key being programmed. The layout and the
-// preferences stay alive as long as the display; without preferences, colours of its own hold.
+// It places, labels and colours the buttons from the layout data and from the sequences passed to
+// it, and reports clicks on buttons. As a setting it shows which keys are programmed; in the
+// sequence editor it shows the key being programmed. The layout and the preferences must outlive
+// the display; without preferences it uses its own colours.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -18,13 +18,13 @@ class QXKeyboardLayoutData;
 class QXProgSettings;
 
 enum DisplayType : Long {
-    DISPLAY_SETTING = 0, // all keys by what they hold; all that exist can be clicked
+    DISPLAY_SETTING = 0, // all keys by their state; all existing keys can be clicked
     DISPLAY_PROG = 1,    // the key being programmed; keys that a sequence can press can be clicked
 };
 
-struct KeyButton : Button {  // a key that the keyboard lacks is not visible
+struct KeyButton : Button {  // invisible if the keyboard does not have the key
     bool Programmed = false; // has a sequence
-    Long BackColor = 0;      // a Windows colour value, as the preferences have them
+    Long BackColor = 0;      // a Windows colour value, as in the preferences
     Single Left = 0, Top = 0, Width = 0, Height = 0; // in the layout's unit
 };
 
@@ -36,28 +36,29 @@ public:
     QXLayoutDisplay& operator=(const QXLayoutDisplay&) = delete;
 
     Event<Long> OnKeyClicked; // lPositionCode
-    // Raised once after any change of what the display shows.
+    // Raised once after any change of the display.
     Event<> Refreshed;
-    // Raised by each SelectKey: the view gives that key the keyboard focus, wherever it is.
+    // Raised by each SelectKey: the view must give that key the keyboard focus, wherever the focus
+    // is.
     Event<> KeySelected;
 
-    // What to show; shown by the next redraw.
+    // The type of display; takes effect at the next redraw.
     [[nodiscard]] DisplayType DisplayKeyType() const { return m_type; }
     void SetDisplayKeyType(DisplayType type) { m_type = type; }
-    [[nodiscard]] Integer CurrProgKey() const { return m_currProgKey; } // marked; -1 for none
+    [[nodiscard]] Integer CurrProgKey() const { return m_currProgKey; } // marked; -1 if none
     void SetCurrProgKey(Integer nPositionCode) { m_currProgKey = nPositionCode; }
     [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
     void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
     void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
 
-    // Redraw all keys, or one of them; a position code outside 0 to 140 does nothing, and neither
-    // does a redraw without a layout.
+    // Redraw all keys, or one of them; without a layout, or for a position code outside 0 to 140,
+    // nothing happens.
     void ReloadKeysSettings(const KeyboardSequences& KeyData);
     void ReloadSettingsForKey(Long lID, const KeyboardSequences& KeyData);
 
-    // Gives a key the keyboard focus; a position code outside 0 to 140 does nothing.
+    // Gives a key the keyboard focus; ignored for a position code outside 0 to 140.
     void SelectKey(Integer nPositionCode);
-    [[nodiscard]] Integer SelectedKey() const { return m_selectedKey; } // -1 at first
+    [[nodiscard]] Integer SelectedKey() const { return m_selectedKey; } // initially -1
 
     void SetUserFontSize(Integer nNewSize);
     [[nodiscard]] Integer UserFontSize() const { return m_fontSize; } // of the captions, in points

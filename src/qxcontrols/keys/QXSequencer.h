@@ -1,7 +1,7 @@
 // QXSequencer: opens the sequence editor.
 //
-// A module control's host creates one, hands it the shared services, and calls ShowSequenceEditor
-// when a control asks for an edit. The host shows the form itself, through Platform::modalForms.
+// A module control's host creates one, passes it the shared services, and calls ShowSequenceEditor
+// when a control requests an edit. The host shows the form itself, through Platform::modalForms.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"
@@ -25,17 +25,18 @@ public:
     Event<> UserNeedsHelp;
     void RaiseHelp();
 
-    // The shared services; they stay alive as long as this object. Null clears.
+    // The shared services, which must outlive this object. Null clears.
     [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
     void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
     void SetKeyboard(QXKeyboardAccess* keyboard) { m_keyboard = keyboard; }
     void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
 
-    // Lets the user edit the sequence of key nPosCode, at most nMaxLength codes. True when the user
-    // left with OK; sNewSeq is then the new sequence, else it stays as it is. Nothing is shown
-    // while the editor is already open, without a keyboard, when it refuses position-programming
-    // mode, or for a sequence of more than 32767 codes. However the editor ends, the keyboard
-    // leaves that mode; what the host throws while it shows the form is passed on.
+    // Lets the user edit the sequence of key nPosCode, with at most nMaxLength codes. True if the
+    // user left with OK; sNewSeq is then the new sequence, otherwise it is unchanged. Nothing is
+    // shown while the editor is already open, without a keyboard, if the keyboard refuses
+    // position-programming mode, or for a sequence of more than 32767 codes. However the editor
+    // ends, the keyboard leaves that mode; exceptions of the host while it shows the form are
+    // passed on.
     bool ShowSequenceEditor(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                             Integer nMaxLength);
 
@@ -60,7 +61,7 @@ public:
     void SetSequenceSizeMessage(std::string sText) { m_sizeMessage = std::move(sText); }
     [[nodiscard]] const std::string& ShowDetails() const { return m_showDetails; }
     void SetShowDetails(std::string sText) { m_showDetails = std::move(sText); }
-    // Whether the editor shows released keys at first.
+    // Whether the editor initially shows released keys.
     [[nodiscard]] bool DoShowDetails() const { return m_doShowDetails; }
     void SetDoShowDetails(bool fShow) { m_doShowDetails = fShow; }
 

@@ -1,4 +1,4 @@
-// A key sequence as the controls show it.
+// A key sequence as displayed by the controls.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"
@@ -9,8 +9,8 @@ namespace qx {
 
 class QXKeyboardLayoutData;
 
-// The names of the sequence's keys in the layout, with those of the released keys if asked for.
-// Without a layout the codes, separated by blanks.
+// The names of the sequence's keys in the layout, optionally with those of released keys. Without a
+// layout, the codes separated by spaces.
 [[nodiscard]] std::string SequenceCaption(const KeySequence& sequence,
                                           const QXKeyboardLayoutData* layout, bool fUseUpcodes);
 

@@ -1,8 +1,8 @@
 // Key sequences as text that people write: "Ctrl+C Enter ^Enter {30}".
 //
-// Keys have the names that the layout gives them. The grammar stands in docs/sequences.md. What
-// QXKeyboardLayoutData writes with released keys shown reads back as the same codes, unless the
-// layout names two keys alike or a key by the words of others, or leaves one without a name.
+// Keys are named as in the layout. The grammar is in docs/sequences.md. The text that
+// QXKeyboardLayoutData writes with released keys reads back as the same codes, unless the layout
+// gives two keys the same name, names a key by the words of others, or leaves one without a name.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -26,26 +26,26 @@ public:
     SequenceTextError(std::size_t position, const std::string& message)
         : std::invalid_argument(message), m_position(position) {}
 
-    // Where in the text the fault begins, in bytes from 0.
+    // The position of the error in the text, in bytes from 0.
     [[nodiscard]] std::size_t Position() const { return m_position; }
 
 private:
     std::size_t m_position;
 };
 
-// The codes of a text. Throws SequenceTextError, which lists the keys that could have been meant.
+// The codes of a text. Throws SequenceTextError, which lists the possible keys.
 [[nodiscard]] std::vector<Byte> ParseSequenceText(std::string_view sText,
                                                   const QXKeyboardLayoutData& layout);
 
-// The text of the codes, which reads back as the same codes. A key without a name, or whose name
-// belongs to another key too, is written as its code, {30}.
+// A text that reads back as the same codes. A key without a name, or with the name of another key,
+// is written as its code, {30}.
 [[nodiscard]] std::string SequenceToText(std::span<const Byte> codes,
                                          const QXKeyboardLayoutData& layout);
 
-// Writes many sequences as SequenceToText does, and looks the names up once.
+// Writes many sequences like SequenceToText, looking up names only once.
 class SequenceWriter {
 public:
-    // The layout stays alive, and as it is, as long as the writer.
+    // The layout must outlive the writer and must not change.
     explicit SequenceWriter(const QXKeyboardLayoutData& layout);
     ~SequenceWriter();
     SequenceWriter(const SequenceWriter&) = delete;

@@ -1,4 +1,4 @@
-// Text as the keys that type it, on a keyboard of a layout.
+// Text as the keys that type it on a layout.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -11,8 +11,8 @@ namespace qx {
 class QXKeyboardLayoutData;
 
 // The codes that press and release, one after the other, the keys that type the text's characters
-// (see KeyCharacters.h); a dead key is followed by the space bar, which types the blank as well.
-// Throws std::invalid_argument that names a character which no key types.
+// (see KeyCharacters.h); a dead key is followed by the space bar, which also types the space.
+// Throws std::invalid_argument naming a character that no key types.
 [[nodiscard]] std::vector<Byte> CodesThatType(std::string_view sText,
                                               const QXKeyboardLayoutData& layout);
 

@@ -1,11 +1,10 @@
 // frmSequencer: the editor in which the user records a key sequence.
 //
-// Codes come from clicks on the on-screen keys and from real keys, which the keyboard reports while
-// it is in position-programming mode and which a timer asks for. The sequence can also be typed as
-// text (see SequenceText.h); while the user is at that, the keyboard types normally. The form owns
-// the sequence while it is edited; the shared objects belong to the QXSequencer that opened it. Its
-// host shows it, closes it on Closed, and calls the Form_ and App_ members as it is activated and
-// left.
+// Codes come from clicks on the on-screen keys and from real keys, which the keyboard reports in
+// position-programming mode and a timer polls. The sequence can also be typed as text (see
+// SequenceText.h); meanwhile the keyboard types normally. The form owns the sequence during
+// editing; the shared objects belong to the QXSequencer that opened it. Its host shows it, closes
+// it on Closed, and calls the Form_ and App_ members when it is activated and deactivated.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -29,11 +28,11 @@ public:
     frmSequencer(const frmSequencer&) = delete;
     frmSequencer& operator=(const frmSequencer&) = delete;
 
-    // Raised once after any change of what the form shows, and when the user leaves it.
+    // Raised once after any change of the display, and when the user leaves the form.
     Event<> Refreshed;
     Event<> Closed;
 
-    // What the form works with; null clears.
+    // The services that the form uses; null clears.
     void SetLayoutSource(QXKeyboardLayoutData* layout);
     void SetPrefSource(const QXProgSettings* preferences);
     void SetKeyboard(QXKeyboardAccess* keyboard) { m_keyboard = keyboard; }
@@ -42,43 +41,43 @@ public:
     // The sequence being edited, as its KeyString.
     [[nodiscard]] const std::string& KeyString() const { return m_sequence.KeyString(); }
     void SetKeyString(const std::string& sKeyString);
-    // The most codes allowed, and the key being programmed, which is marked.
+    // The maximum number of codes, and the key being programmed, which is marked.
     [[nodiscard]] Integer MaxSeqSize() const { return m_maxSeqSize; }
     void SetMaxSeqSize(Integer nSize) { m_maxSeqSize = nSize; }
     void SetCurrProgKey(Integer nPositionCode) { layoutDisplay.SetCurrProgKey(nPositionCode); }
     // Whether the user left with OK.
     [[nodiscard]] bool OK() const { return m_ok; }
-    // Whether leaving without OK loses anything: recorded codes, or text that has been typed.
+    // Whether leaving without OK loses anything: recorded codes, or typed text.
     [[nodiscard]] bool IsChanged() const;
-    // Where the keyboard is a simulated one: presses and releases a key of it, by position code and
-    // by that plus 128. While PressesTwin holds, a click on the screen goes there, and what is
-    // recorded comes back from the keyboard as from a real one.
+    // For a simulated keyboard: presses and releases one of its keys, by position code and by that
+    // plus 128. While PressesTwin is true, clicks on the screen go there, and the recorded codes
+    // come from the keyboard, as from a real one.
     std::function<void(Long)> pressTwinKey;
     [[nodiscard]] bool PressesTwin() const { return m_pressesTwin; }
     void SetPressesTwin(bool fTwin) { m_pressesTwin = fTwin; }
 
-    // Shows the parent's texts, the keys and the sequence.
+    // Displays the parent's texts, the keys and the sequence.
     void PrepareDisplay();
-    // Shows the texts of a sequencer that may not have opened the form.
+    // Displays the texts of a sequencer that may not have opened the form.
     void Translate(QXSequencer& parent);
     void DisplayCurrentSeq();
-    // Appends a code, or shows the size message when the sequence is full.
+    // Appends a code, or shows the size message if the sequence is full.
     void AddCode(Long lCode);
     // Both hide the size message.
     void RemoveLastCode();
     void RemoveAllCodes();
-    // Takes over what has been typed, if anything has. False, with the fault shown, when that is no
-    // sequence or is too long. Recording and leaving with OK do this first, and do nothing else
-    // when it fails, so that nothing typed is lost.
+    // Accepts the typed text, if any. False, with the error displayed, if it is not a sequence or
+    // too long. Recording and leaving with OK call this first, and do nothing else if it fails, so
+    // that no typed text is lost.
     bool ApplyTyped();
-    // How many codes the typed text has that was refused for having too many; 0: none was.
+    // The number of codes in typed text that was refused as too long; otherwise 0.
     [[nodiscard]] Integer TypedTooMany() const { return m_typedTooMany; }
     void ShowSizeMsg();
     void HideSizeMsg();
     void LeaveWithOK();
     void LeaveWithCancel();
 
-    // The key scan: every 100 ms the keyboard is asked for the last key pressed.
+    // The key scan: every 100 ms the keyboard is polled for the last key pressed.
     void editor_StartKeyScan();
     void editor_StopKeyScan();
 
@@ -87,8 +86,8 @@ public:
     void Form_Activate();
     void Form_Deactivate();
     void Form_Unload();
-    // The host's application comes to the front, and leaves it: in the background the keyboard
-    // types normally.
+    // The host's application is activated or deactivated: in the background the keyboard types
+    // normally.
     void AppActivate();
     void AppDeactivate();
     [[nodiscard]] bool IsActive() const { return m_active; }
@@ -97,11 +96,11 @@ public:
     Label lblCaption;  // the form's title
     Label lblSequence; // above the sequence
     TextBox txtSequence;
-    TextBox txtTyped; // the sequence as text to be edited; needs a layout
+    TextBox txtTyped; // the sequence as editable text; needs a layout
     Label lblTypedFault;
     Label lblSizeMsg;
-    Label lblRemaining; // how many codes still fit
-    // Whether released keys are shown too; keys go by their names whenever there is a layout.
+    Label lblRemaining; // the number of codes that still fit
+    // Whether released keys are shown too; keys are shown by name if there is a layout.
     CheckBox chkShowDetails;
     Button cmdOK, cmdCancel;
     std::array<Button, 2> cmdClean; // last code, all codes
@@ -138,8 +137,8 @@ private:
     bool m_scanning = false;
     bool m_inBackground = false;
     bool m_pressesTwin = false;
-    bool m_typing = false;   // the user is in txtTyped
-    std::string m_typedAsIs; // txtTyped when it stands for the sequence
+    bool m_typing = false;   // txtTyped has the focus
+    std::string m_typedAsIs; // txtTyped's text for the current sequence
     std::unique_ptr<FormTimer> m_tmrSequencer;
     Subscription m_keyClicked;
 };

@@ -1,4 +1,4 @@
-// The 8-bit text that closed libraries take in place of UTF-8.
+// The 8-bit text that closed libraries use instead of UTF-8.
 #pragma once
 
 #include <string>
@@ -6,15 +6,15 @@
 
 namespace qx {
 
-// The text in the 8-bit character set of the machine: on Windows its ANSI code page, in which a
-// character may have no place and becomes another one like it; elsewhere UTF-8 as it is. A text
-// that Windows does not convert stays as it is too.
+// The text in the system's 8-bit character set: on Windows its ANSI code page, where a character
+// without a place becomes a similar one; elsewhere UTF-8, unchanged. A text that Windows cannot
+// convert is unchanged too.
 [[nodiscard]] std::string AnsiText(std::string_view sText);
-// The way back.
+// The inverse.
 [[nodiscard]] std::string TextFromAnsi(std::string_view sAnsi);
 
-// A text argument of such a library, which may write into it: when the argument ends, the text
-// becomes what the library left, up to the first 0. An untouched text stays exactly as it was.
+// A text argument for such a library, which may write to it: the destructor sets the text to the
+// library's result, up to the first 0. An unmodified text stays exactly the same.
 class AnsiArgument {
 public:
     explicit AnsiArgument(std::string& sText);
@@ -22,7 +22,7 @@ public:
     AnsiArgument(const AnsiArgument&) = delete;
     AnsiArgument& operator=(const AnsiArgument&) = delete;
 
-    // As many bytes as the text has, and a 0 after them.
+    // As many bytes as in the text, followed by a 0.
     [[nodiscard]] char* Buffer() { return m_buffer.data(); }
 
 private:

@@ -7,8 +7,8 @@
 
 namespace qx {
 
-// A timer of a form: while it is enabled, the host calls Tick once every interval, on the
-// user-interface thread. The default leaves that to its host altogether.
+// A timer of a form: while it is enabled, the host calls Tick once per interval, on the
+// user-interface thread. The default class relies on its host for this.
 class FormTimer {
 public:
     virtual ~FormTimer() = default;
@@ -18,9 +18,9 @@ public:
     [[nodiscard]] bool Enabled() const { return m_enabled; }
     virtual void SetEnabled(bool fEnabled) { m_enabled = fEnabled; }
 
-    // What a tick does; for the form.
+    // The action of a tick; set by the form.
     void SetHandler(std::function<void()> handler) { m_handler = std::move(handler); }
-    // A tick is due; for the host. Nothing happens while the timer is not enabled.
+    // Called by the host when a tick is due; does nothing if the timer is not enabled.
     void Tick() {
         if (m_enabled && m_handler)
             m_handler();
@@ -32,7 +32,7 @@ private:
     bool m_enabled = false;
 };
 
-// Makes the timers: a host's own are driven by its message loop.
+// Creates the timers: a host's own are driven by its message loop.
 class FormTimers {
 public:
     virtual ~FormTimers() = default;

@@ -11,7 +11,7 @@
 
 namespace qx {
 
-// A 128-bit identifier as its fields; how they lie in memory is for the block that stores them.
+// The fields of a 128-bit identifier; their layout in memory is up to the block that stores them.
 struct Guid {
     std::uint32_t first = 0;
     std::uint16_t second = 0;
@@ -24,14 +24,14 @@ struct Guid {
 // "{01234567-89AB-CDEF-0123-456789ABCDEF}", upper case.
 [[nodiscard]] std::string ToText(const Guid& guid);
 
-// The identifier that ToText wrote, in either case of letters; none for any other text.
+// Parses a text written by ToText, ignoring case; none for any other text.
 [[nodiscard]] std::optional<Guid> GuidFromText(std::string_view sText);
 
 class GuidCreator {
 public:
     virtual ~GuidCreator() = default;
 
-    // A new identifier. The default draws a random one (version 4 of RFC 4122).
+    // A new identifier. The default creates a random one (version 4 of RFC 4122).
     [[nodiscard]] virtual Guid CreateSafeGuid();
 };
 

@@ -9,8 +9,8 @@ class MessageBoxes {
 public:
     virtual ~MessageBoxes() = default;
 
-    // Shows the text with an OK button and returns when the user has seen it. The default shows
-    // nothing: a host that wants the boxes hands in its own.
+    // Shows the text with an OK button and returns when the user has closed it. The default shows
+    // nothing: a host that wants message boxes provides its own.
     virtual void Show(std::string_view /*sText*/) {}
 };
 

@@ -1,4 +1,4 @@
-// The host's screen, as far as a control asks it to show a form.
+// The host's screen, for controls that need to show a form.
 #pragma once
 
 namespace qx {

@@ -1,4 +1,4 @@
-// The host's pending window messages, which a waiting control lets through.
+// The host's pending window messages, which a waiting control allows to be handled.
 #pragma once
 
 namespace qx {
@@ -7,8 +7,8 @@ class PendingMessages {
 public:
     virtual ~PendingMessages() = default;
 
-    // Handles what is pending and returns. The default, for hosts without a message loop, gives the
-    // processor away for a millisecond.
+    // Handles the pending messages and returns. The default, for hosts without a message loop,
+    // sleeps for a millisecond.
     virtual void Process();
 };
 

@@ -1,6 +1,7 @@
-// Platform: what the controls need of the machine and of their host, one small interface a service.
+// Platform: the services that the controls need from the system and their host, with one small
+// interface each.
 //
-// A host replaces the services that it wants to provide itself and hands the rest on as they are:
+// A host replaces the services that it provides itself and keeps the defaults for the others:
 //
 //     struct Boxes : qx::MessageBoxes { void Show(std::string_view sText) override; };
 //     Boxes boxes;
@@ -8,9 +9,9 @@
 //     platform.messageBoxes = &boxes;
 //     qx::QXBarcode barcode(platform);
 //
-// A control copies the pointers, none of which may be null; the services stay alive as long as the
-// control. They are called on the thread that calls the control, in the middle of its work:
-// PendingMessages alone may let other calls of the same control in.
+// A control copies the pointers, none of which may be null; the services must outlive the control.
+// They are called on the thread that calls the control, in the middle of its work: only
+// PendingMessages may lead to other calls of the same control.
 #pragma once
 
 #include "qxcontrols/platform/FormTimer.h"

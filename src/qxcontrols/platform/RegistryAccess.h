@@ -11,8 +11,9 @@
 
 namespace qx {
 
-// Set the path, then read and write values below it. Names and paths compare without regard to the
-// case of ASCII letters. A read of a value that is missing, or cannot be read as the type asked
+// Set the path, then read and write values below it. Names and paths ignore the case of ASCII
+// letters. If a value is missing or cannot be read as the requested type, a read returns the
+// default.
 // for, gives the default.
 class RegistryAccess {
 public:
@@ -27,13 +28,14 @@ public:
     virtual void WriteNumber(std::string_view sName, Long lValue) = 0;
     virtual void WriteString(std::string_view sName, std::string_view sValue) = 0;
 
-    // A Boolean is stored as a number: -1 for true, 0 for false; any number but 0 reads as true.
+    // A Boolean is stored as a number: -1 for true, 0 for false; any number except 0 is read as
+    // true.
     [[nodiscard]] bool ReadBoolean(std::string_view sName, bool fDefault);
     void WriteBoolean(std::string_view sName, bool fValue);
 };
 
-// A registry in memory: the default of hosts that keep no settings, and of tests. A number cannot
-// be read as a text, nor a text as a number.
+// A registry in memory: the default for hosts that store no settings, and for tests. A number
+// cannot be read as a text, or a text as a number.
 class MemoryRegistry : public RegistryAccess {
 public:
     void SetPath(std::string_view sPath) override;

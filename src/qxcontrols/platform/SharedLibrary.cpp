@@ -23,12 +23,12 @@ void* Open(const std::string& sFilename) {
     std::wstring whole(GetFullPathNameW(name.c_str(), 0, nullptr, nullptr), L'\0');
     whole.resize(
         GetFullPathNameW(name.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-    // What the library needs itself is looked for beside it, beside the program and in the system's
-    // folder; never in the current folder or along the path, where anybody may have put it.
+    // The library's own dependencies are searched beside it, beside the program and in the system's
+    // folder; never in the current folder or along PATH, where anyone may have put a file.
     return LoadLibraryExW(whole.c_str(), nullptr,
                           LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
-// For two of them the system's own words mislead: a module is not found, and "%1" is not valid.
+// Two of the system's messages are misleading: "module not found", and one with an unfilled "%1".
 std::string Reason() {
     const DWORD number = GetLastError();
     const std::string text = "system error " + std::to_string(number) + ": ";
@@ -43,7 +43,7 @@ std::string Reason() {
 }
 #else
 void* Open(const std::string& sFilename) {
-    // A name without a folder would be looked for in the system's library folders only.
+    // Without a folder, only the system's library folders would be searched.
     return dlopen(std::filesystem::absolute(sFilename).c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 std::string Reason() {

@@ -1,4 +1,4 @@
-// SharedLibrary: a library that is loaded while the program runs.
+// SharedLibrary: a library that is loaded at run time.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@ namespace qx {
 
 class SharedLibrary {
 public:
-    // Loads the library, which stays loaded as long as the object. `what` says in errors what it
-    // is: "driver library". Throws std::runtime_error with the file and the system's reason.
+    // Loads the library, which stays loaded during the object's lifetime. `what` describes it in
+    // errors: "driver library". Throws std::runtime_error with the file and the system's reason.
     SharedLibrary(std::string sFilename, std::string what);
 
     // A function of the library by name, or null. The type must be the function's own.
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] Function Find(const char* name) const {
         return reinterpret_cast<Function>(FindAddress(name));
     }
-    // The same, but throws std::runtime_error that names the file and the function it lacks.
+    // The same, but throws std::runtime_error with the file and the missing function.
     template <typename Function>
     [[nodiscard]] Function Required(const char* name) const {
         return reinterpret_cast<Function>(RequiredAddress(name));

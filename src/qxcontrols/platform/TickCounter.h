@@ -9,7 +9,7 @@ class TickCounter {
 public:
     virtual ~TickCounter() = default;
 
-    // Milliseconds since some fixed moment; wraps to 0 after 2^32 - 1. The default reads the
+    // Milliseconds since an arbitrary moment; wraps to 0 after 2^32 - 1. The default uses the
     // standard library's steady clock.
     [[nodiscard]] virtual std::uint32_t GetTickCount();
 };

@@ -5,7 +5,7 @@
 
 namespace qx {
 
-// Shared by the objects of all apartments: the path is each thread's own. A value that cannot be
+// Shared by the objects of all apartments: each thread has its own path. A value that cannot be
 // written is traced.
 class WindowsRegistry : public RegistryAccess {
 public:

@@ -1,8 +1,8 @@
 // POSKeyboard: the blocks of the POS module, one slot for each key index from 1 to 105.
 //
 // The keyboard owns its blocks. A block belongs in the slot whose number is its major key's index;
-// a slot whose block has no keys is free. Block and FindBlockForKey leave no trace: they are called
-// for every key in turn.
+// a slot whose block has no keys is free. Block and FindBlockForKey are not traced: they are called
+// for every key.
 #pragma once
 
 #include "qxcontrols/pos/POSBlock.h"
@@ -19,19 +19,19 @@ public:
     [[nodiscard]] POSBlock& Block(Integer nIndex);
     [[nodiscard]] const POSBlock& Block(Integer nIndex) const;
 
-    // The first slot whose block has the key; 0 when none has it.
+    // The first slot whose block contains the key; 0 if there is none.
     [[nodiscard]] Integer FindBlockForKey(Integer nKey) const;
 
     // The number of blocks with keys, as of the last CalcDefinedBlockNum.
     [[nodiscard]] Integer BlockNum() const { return m_blockNum; }
     void CalcDefinedBlockNum();
 
-    // Removes the keys and the sequence of every block; ids and colours stay.
+    // Removes the keys and the sequence of every block; ids and colours are unchanged.
     void CleanAllBlocks();
-    // Takes over all blocks of oSource; nothing when there is none.
+    // Copies all blocks from oSource; does nothing if it is null.
     void CopyContent(const POSKeyboard* oSource);
 
-    // A hook for diagnosis; without effect, not even a trace.
+    // A hook for diagnosis; does nothing, not even trace.
     void VBObjectDump() const {}
 
 private:

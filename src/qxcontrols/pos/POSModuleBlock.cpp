@@ -20,10 +20,10 @@ constexpr Field kGroup{0, 1};
 constexpr Field kSequence{kGroup.offset + kGroup.size, kPOSSequenceSize};
 static_assert(kSequence.offset + kSequence.size == kPOSRecordSize);
 
-// How many colours the blocks take in turn.
+// The number of colours that the blocks cycle through.
 constexpr Integer kColors = 10;
 
-// One number for each key index, or for each group, from 1 to 105.
+// One number for each key index or each group, 1 to 105.
 class NumberTable {
 public:
     explicit NumberTable(const char* what) : m_what(what) {}
@@ -124,7 +124,7 @@ void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard) {
         } else {
             keyboard.Block(first).AddKey(key);
         }
-        if (ByteOf(sBlock, key, kSequence) > 0) // the major key's record supplies it
+        if (ByteOf(sBlock, key, kSequence) > 0) // the major key's record contains it
             ReadSequence(sBlock, key, keyboard.Block(first).Sequence());
     }
 }

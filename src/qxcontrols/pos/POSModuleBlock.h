@@ -1,8 +1,8 @@
-// The POS module's block in the keyboard's memory, from and to the block model.
+// Converts between the POS module's block in the keyboard's memory and the block model.
 //
-// Each key index has a record: whether the key is unassigned, a single key or in a group, and for a
-// single key and a group's major key the sequence. Numbers are single bytes. The keyboard knows no
-// block ids and no colours; groups are numbered by their place.
+// Each key index has a record: whether the key is unassigned, a single key or in a group, and, for
+// a single key or a group's major key, the sequence. Numbers are single bytes. The keyboard does
+// not store block ids or colours; groups are numbered by their place.
 #pragma once
 
 #include "qxcontrols/device/MemoryMap.h"
@@ -13,16 +13,16 @@
 
 namespace qx {
 
-// The block that holds the model. A key that stands in two blocks goes to the later one's group. A
-// sequence with a code -1 among its first kPOSSequenceSize leaves its place out, and the block is
-// then shorter. Throws std::overflow_error at any other of these codes that is not one of 0 to 255,
-// and std::out_of_range when a block holds a key that is not one of 1 to 105.
+// Encodes the model. A key in two blocks goes to the later one's group. A sequence with a code -1
+// among its first kPOSSequenceSize codes is omitted, and the block is then shorter. Throws
+// std::overflow_error for any other of these codes outside 0 to 255, and std::out_of_range if a
+// block contains a key outside 1 to 105.
 [[nodiscard]] std::string EncodePOSModuleBlock(const POSKeyboard& keyboard);
 
-// Replaces the model with that of the block, of kPOSModuleBlockSize bytes. Groups keep their number
-// as BlockID; single keys get numbers of their own, the first of which may be that of a group.
-// Throws std::out_of_range at the first key of a group above 105, with the keys before it in the
-// model. CalcDefinedBlockNum is for the caller.
+// Replaces the model by that of the block, of kPOSModuleBlockSize bytes. Groups keep their number
+// as BlockID; single keys get new numbers, the first of which may equal a group's. Throws
+// std::out_of_range at the first key of a group above 105; the model then contains the keys before
+// it. The caller must call CalcDefinedBlockNum.
 void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard);
 
 } // namespace qx

@@ -10,7 +10,7 @@ namespace qx {
 
 namespace {
 
-// Shows the wait pointer while it lives.
+// Shows the wait pointer during its lifetime.
 class Waiting {
 public:
     explicit Waiting(WaitPointer& pointer) : m_pointer(pointer) { m_pointer.Show(); }

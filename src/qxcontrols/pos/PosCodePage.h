@@ -15,20 +15,20 @@ class QXKeyboardAccess;
 
 class PosCodePage {
 public:
-    // The services of the platform stay alive as long as this object.
+    // The platform's services must outlive this object.
     explicit PosCodePage(const Platform& platform = {}) : m_platform(platform) {}
 
     // The byte at page position nIndex; 0 outside 1 to 256.
     [[nodiscard]] Byte GetByte(Integer nIndex) const;
-    // Whether all bytes are the same; false when there is no other page.
+    // Whether all bytes are equal; false if there is no other page.
     [[nodiscard]] bool IsEqualPage(const PosCodePage* oPage) const;
 
-    // Takes the page from the first 256 bytes of a file, whose path is UTF-8. False when the file
+    // Reads the page from the first 256 bytes of a file, whose path is UTF-8. False if the file
     // cannot be opened or is shorter; the page then keeps the bytes read so far.
     bool LoadPageFromFile(const std::string& sPath);
-    // Takes the page from the keyboard, in a transfer of its own that empties the request list.
-    // Shows the wait pointer meanwhile. False without a keyboard. The transfer's status is not
-    // looked at: a byte that the driver refuses to read is 0.
+    // Reads the page from the keyboard, in a separate transfer that clears the request list. Shows
+    // the wait pointer meanwhile. False without a keyboard. The transfer's status is ignored: a
+    // byte that the driver refuses to read is 0.
     bool LoadPageFromKeyboard(QXKeyboardAccess* oKeyboard);
 
 private:

@@ -1,7 +1,7 @@
 // QXPOSProgrammer: opens the window in which the user edits the blocks of the POS keys.
 //
-// A host creates one, hands it the shared services, and calls ShowPosProgrammer when QXPos asks for
-// the programmer. The host shows the form itself, through Platform::modalForms.
+// A host creates one, passes it the shared services, and calls ShowPosProgrammer when QXPos
+// requests the programmer. The host shows the form itself, through Platform::modalForms.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"
@@ -24,20 +24,20 @@ public:
     // The user asks for help.
     Event<> UserNeedsHelp;
     // nPosCode of the block's major key, sOutSeq, fCancelEdit, sInSeq. Preset to True and to the
-    // current sequence: without an answer nothing changes. Of a sequence longer than
-    // kPOSSequenceSize the first codes are taken.
+    // current sequence: without an answer nothing changes. A sequence longer than kPOSSequenceSize
+    // is cut to its first codes.
     Event<Integer, const std::string&, bool&, std::string&> EditSequence;
-    // A block with a sequence would be lost, or all blocks. The flags are preset to True: without
+    // A block with a sequence, or all blocks, would be lost. The flags are preset to True: without
     // an answer nothing is removed.
     Event<Integer, bool&> RemoveBlock; // nBlockID, fCancelRemoving
     Event<bool&> RemoveAllBlocks;      // fCancelRemoving
 
-    // The shared services; they stay alive as long as this object. Null clears.
+    // The shared services, which must outlive this object. Null clears.
     void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
     void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
 
-    // Lets the user edit the blocks. True when the user left with OK; oPosData then has the blocks
-    // as edited, else it stays as it is. Nothing is shown while the window is already open.
+    // Lets the user edit the blocks. True if the user left with OK; oPosData then has the edited
+    // blocks, otherwise it is unchanged. Nothing is shown while the window is already open.
     bool ShowPosProgrammer(POSKeyboard& oPosData);
 
     // Pass texts and colours on to the form.

@@ -1,12 +1,12 @@
-// QXPos: the control of the POS module, keys that act together as blocks.
+// QXPos: the control for the POS module, whose keys act together as blocks.
 //
-// The control owns the model and shows it on a key grid; the blocks themselves are edited in the
-// POS programmer, which the host opens when the control asks for it. The transfer is the same
-// whatever LoadInKeyboard says. An upload replaces the whole model; at a group number above 105,
-// which no download writes, it ends: the keys before it stay uploaded, the others are free, and
-// neither the number of blocks nor the grid is brought up to date. A model with a key that the
-// module lacks, or with a code other than -1 and 0 to 255 among the first 31 of a block's sequence,
-// is not downloaded. A model or code map that is set is copied.
+// The control owns the model and shows it on a key grid; the blocks are edited in the POS
+// programmer, which the host opens when the control requests it. Transfers do not depend on
+// LoadInKeyboard. An upload replaces the whole model; it ends at a group number above 105, which no
+// download writes: the keys before it stay uploaded, the others are free, and the number of blocks
+// and the grid are not updated. A model with a key that the module does not have, or with a code
+// other than -1 and 0 to 255 among the first 31 of a block's sequence, is not downloaded. Setting a
+// model or code map copies it.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"
@@ -22,19 +22,19 @@ class QXPos : public ModuleControl {
 public:
     explicit QXPos(const Platform& platform = {});
 
-    // The user asks for the POS programmer, or to clean all blocks. The flags are preset to True:
-    // without an answer nothing changes. The host opens the programmer itself and sets fCancelEdit
-    // to False when that has changed PosData.
+    // Requests the POS programmer, or permission to remove all blocks. The flags are preset to
+    // True: without an answer nothing changes. The host opens the programmer itself and sets
+    // fCancelEdit to False if that has changed PosData.
     Event<bool&> POSEditorRequested; // fCancelEdit
     Event<bool&> RemoveAllBlocks;    // fCancelRemoving
 
     using ModuleControl::LayoutSource;
 
-    // The model. Who changes it in place calls CalcDefinedBlockNum and ReloadKeySettings after.
+    // The model. Call CalcDefinedBlockNum and ReloadKeySettings after changing it in place.
     [[nodiscard]] POSKeyboard& PosData() { return m_posData; }
     [[nodiscard]] const POSKeyboard& PosData() const { return m_posData; }
     void SetPosData(const POSKeyboard& data);
-    // From the grid's key indexes to the layout's position codes.
+    // Maps the grid's key indexes to the layout's position codes.
     [[nodiscard]] POSCodeMapping& CodeMap() { return m_codeMap; }
     [[nodiscard]] const POSCodeMapping& CodeMap() const { return m_codeMap; }
     void SetCodeMap(const POSCodeMapping& map) { m_codeMap = map; }
@@ -48,14 +48,14 @@ public:
     void SetButtonCleanAll(const ButtonCaption& caption) { m_buttonCleanAll = caption; }
 
     [[nodiscard]] Long TransferSize(bool LoadInKeyboard) const override;
-    // No blocks at all.
+    // Removes all blocks.
     void DefaultValues() override;
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
     void DataUpload(bool LoadInKeyboard) override;
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
-    // Both paint the grid from the model, every key with its block's id in its block's colour.
+    // Both paint the grid from the model: every key with its block's id and colour.
     void ReloadKeySettings() override;
     void ReloadColor() override;
 

@@ -1,7 +1,7 @@
-// QXPosCodePage: tells whether the keyboard carries the code page that the PC has.
+// QXPosCodePage: reports whether the keyboard has the same code page as the PC.
 //
-// The invisible control owns one page of each origin, a copy of what is set; the host loads them
-// and shows the outcome.
+// The invisible control owns one page from each source, copied when set; the host loads them and
+// shows the result.
 #pragma once
 
 #include "qxcontrols/pos/PosCodePage.h"

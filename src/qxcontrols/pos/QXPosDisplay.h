@@ -1,8 +1,8 @@
 // QXPosDisplay: the grid of the POS keys.
 //
-// The grid keeps no model: its owner paints it key by key, and a key's caption is the only record
-// of whether the key is in use. Keys are numbered 1 to 150; the POS module has 1 to 105 of them,
-// and the others are visible once a call has named them. Any other key index is passed over.
+// The grid stores no model: its owner paints it key by key, and a key is in use if it has a
+// caption. Keys are numbered 1 to 150; the POS module has keys 1 to 105, and the others become
+// visible once a call has named them. Other key indexes are ignored.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -32,11 +32,11 @@ public:
     Event<Integer> KeyClicked; // nKeyIndex
     // Raised after each of the calls that change the grid, or once after PaintTogether.
     Event<> Refreshed;
-    // Raised by each call that moves the input focus: the view gives it to that key, wherever it
-    // is.
+    // Raised by each call that moves the input focus: the view must give the focus to that key,
+    // wherever it is.
     Event<> FocusMoved;
 
-    // An ordinary key in its present colour.
+    // An ordinary key in its current colour.
     void SetKeyCaption(Integer nIndex, std::string sCaption, std::string sToolTip);
     // An ordinary key without a caption.
     void SetAsUnused(Integer nIndex, Long lColor);
@@ -45,19 +45,18 @@ public:
     void SetKeyColor(Integer nIndex, Long lColor);
     // Moves the input focus to the key.
     void SetCursor(Integer nIndex);
-    // Whether the key's caption is more than blanks.
+    // Whether the key's caption is not blank.
     [[nodiscard]] bool IsUsedKey(Integer nIndex) const;
 
-    // Runs `paint`, whose calls of the above count as one change; the input focus stays where it
-    // is.
+    // Runs `paint`; its calls of the above count as one change, and the input focus does not move.
     void PaintTogether(const std::function<void()>& paint);
 
     // The buttons by key index; entry 0 is not shown.
     std::array<PosButton, kMaxKey + 1> cmdPOS;
-    // The key with the input focus; 0: none.
+    // The key with the input focus; 0 if none.
     [[nodiscard]] Integer Focus() const { return m_focus; }
 
-    // The user has clicked a key, which thereby has the input focus.
+    // The user has clicked a key, which gets the input focus.
     void cmdPOS_Click(Integer Index);
 
 private:

@@ -1,4 +1,4 @@
-// BarcodeOptionPage: the options of one barcode symbology, and the code lengths that it accepts.
+// BarcodeOptionPage: the options of one barcode symbology, and its accepted code lengths.
 #pragma once
 
 #include "qxcontrols/readers/OptionBool.h"
@@ -7,16 +7,17 @@
 
 namespace qx {
 
-// Everything is off, empty and 0 at first.
+// Initially everything is off, empty and 0.
 class BarcodeOptionPage {
 public:
     static constexpr Integer kFlags = 10;
 
-    // How many of the flags are in use, from flag 0 on; for the host to set, with their captions.
+    // The number of flags in use, starting with flag 0; set by the host, with their captions.
     [[nodiscard]] Integer OptionNum() const { return m_optionNum; }
     void SetOptionNum(Integer nNumber) { m_optionNum = nNumber; }
 
-    // Whether the symbology has a range of code lengths at all, which it permits, and which is set.
+    // Whether the symbology has a range of code lengths, the permitted range, and the range that is
+    // set.
     [[nodiscard]] bool SupportsSizing() const { return m_supportsSizing; }
     void SetSupportsSizing(bool fSupported) { m_supportsSizing = fSupported; }
     [[nodiscard]] Integer LimitMinSize() const { return m_limitMinSize; }
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] Integer MaxSize() const { return m_maxSize; }
     void SetMaxSize(Integer nSize) { m_maxSize = nSize; }
 
-    // Option nID, 0 to 9, in use or not. Throws std::out_of_range for another.
+    // Option nID, 0 to 9, in use or not. Throws std::out_of_range for other numbers.
     [[nodiscard]] OptionBool& Flag(Integer nID);
     [[nodiscard]] const OptionBool& Flag(Integer nID) const;
 

@@ -9,7 +9,7 @@
 namespace qx {
 
 enum BarcodePage : Integer {
-    // These have a page of options, and from BP_Code39 on a range of code lengths.
+    // Pages with options; from BP_Code39 on, also with a range of code lengths.
     BP_CommonSettings = 0,
     BP_EAN,
     BP_UPC,
@@ -24,7 +24,7 @@ enum BarcodePage : Integer {
     BP_Code16K,
     BP_MSI,
     BP_Plessey,
-    // These show the header and the terminator of a reader input.
+    // Pages with the header and the terminator of a reader input.
     BP_Reader_1,
     BP_Reader_2,
 };
@@ -32,7 +32,7 @@ enum BarcodePage : Integer {
 inline constexpr Integer kBarcodeOptionPages = 14;
 inline constexpr Integer kBarcodePages = 16;
 
-// The names of the pages with options, by their numbers.
+// The names of the pages with options, by number.
 inline constexpr std::array<std::string_view, kBarcodeOptionPages> kBarcodePageNames = {
     "CommonSettings",
     "EAN",

@@ -16,11 +16,11 @@ struct BarcodeSettings {
     std::array<MagneticTrack, kBarcodeReaders> readers;
 };
 
-// Sets what code lengths the symbologies permit.
+// Sets the code lengths that the symbologies permit.
 void SetBarcodeLimits(BarcodeSettings& settings);
 
 // Sets the ranges of code lengths to their limits, the flags that have a default, and the readers;
-// other flags stay.
+// other flags are unchanged.
 void SetBarcodeDefaults(BarcodeSettings& settings);
 
 } // namespace qx

@@ -1,7 +1,7 @@
-// The magnetic-stripe reader's settings, and how they lie in the keyboard's memory.
+// The magnetic-stripe reader's settings, and their layout in the keyboard's memory.
 //
-// The sequences of the four tracks fill the area of MODULE_MAGNET_HEADERS; three bytes of switches
-// lie inside that of MODULE_MAGNET_CONFIG.
+// The area of MODULE_MAGNET_HEADERS contains the sequences of the four tracks; three bytes of
+// switches are in that of MODULE_MAGNET_CONFIG.
 #pragma once
 
 #include "qxcontrols/device/MemoryMap.h"
@@ -21,7 +21,7 @@ struct MagneticSettings {
 
 // The switches block; the headers block is that of EncodeTrackSlots.
 [[nodiscard]] std::string EncodeMagneticSwitches(const MagneticSettings& settings);
-// Takes a block of kMagneticSwitchesSize bytes.
+// Decodes a block of kMagneticSwitchesSize bytes.
 void DecodeMagneticSwitches(std::string_view block, MagneticSettings& settings);
 
 } // namespace qx

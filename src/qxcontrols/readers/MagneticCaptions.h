@@ -1,6 +1,6 @@
 // MagneticCaptions: the texts of the magnetic card control.
 //
-// The host replaces the texts on creation with translations. "&&" stands for one ampersand.
+// The host replaces the initial texts by translations. "&&" is a literal ampersand.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"

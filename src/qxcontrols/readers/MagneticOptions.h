@@ -5,7 +5,7 @@
 
 namespace qx {
 
-// All options are on at first.
+// Initially all options are on.
 class MagneticOptions {
 public:
     MagneticOptions() {

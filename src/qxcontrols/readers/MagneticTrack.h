@@ -1,7 +1,7 @@
 // MagneticTrack: one input of a reader, with the key sequences that frame its data.
 //
-// It is used for the tracks of the magnetic-stripe reader and for the inputs of the barcode reader.
-// It does not know its own number; its owner does.
+// It is used for the tracks of the magnetic-stripe reader and the inputs of the barcode reader. It
+// does not know its own number; its owner does.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"
@@ -13,7 +13,7 @@ namespace qx {
 
 class MagneticTrack {
 public:
-    // The key codes that the keyboard sends before and after the data; empty at first.
+    // The key codes that the keyboard sends before and after the data; initially empty.
     [[nodiscard]] KeySequence& Header() { return m_header; }
     [[nodiscard]] const KeySequence& Header() const { return m_header; }
     void SetHeader(const KeySequence& header) { m_header = header; }
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] const std::string& Caption() const { return m_caption; }
     void SetCaption(std::string sCaption) { m_caption = std::move(sCaption); }
 
-    // The track is read and sent at all; its header, its terminator is sent.
+    // Whether the track is read at all; whether its header and its terminator are sent.
     [[nodiscard]] bool Enabled() const { return m_enabled; }
     void SetEnabled(bool fEnabled) { m_enabled = fEnabled; }
     [[nodiscard]] bool HeaderEnabled() const { return m_headerEnabled; }
@@ -47,7 +47,7 @@ private:
     bool m_terminatorEnabled = false;
 };
 
-// Removes both sequences and switches everything on; availability and caption stay.
+// Removes both sequences and enables everything; availability and caption are unchanged.
 inline void SetTrackDefaults(MagneticTrack& track) {
     track.Header().Clear();
     track.Terminator().Clear();
@@ -56,7 +56,7 @@ inline void SetTrackDefaults(MagneticTrack& track) {
     track.SetEnabled(true);
 }
 
-// The sequence that a control of the reader controls' arrays stands for: the header's is number 0.
+// The sequence for an index in the reader controls' arrays: 0 is the header.
 [[nodiscard]] inline KeySequence& SequenceOf(MagneticTrack& track, Integer Index) {
     return Index == 0 ? track.Header() : track.Terminator();
 }

@@ -1,9 +1,9 @@
-// QXBarcode: the control of the barcode reader: a list of pages, and beside it either the options
+// QXBarcode: the control for the barcode reader: a list of pages, and beside it either the options
 // and code lengths of one symbology or the header and terminator of one of the two reader inputs.
 //
-// It owns all settings and transfers them. It opens no editor: to change a sequence it asks its
-// host. In the arrays of the reader's child controls the header's is number 0, the terminator's
-// number 1.
+// It owns all settings and transfers them. It opens no editor: it asks its host to change a
+// sequence. In the arrays of the reader's child controls, index 0 is the header's, index 1 the
+// terminator's.
 #pragma once
 
 #include "qxcontrols/common/ButtonCaption.h"
@@ -20,16 +20,16 @@ class QXBarcode : public ModuleControl {
 public:
     explicit QXBarcode(const Platform& platform = {});
 
-    // The settings. Who changes them in place calls AdjustControls to have them shown. A page has
-    // options when it is one of BP_CommonSettings to BP_Plessey, a reader is 1 or 2; both throw
-    // std::out_of_range for another.
+    // The settings. Call AdjustControls after changing them in place. A page with options is one of
+    // BP_CommonSettings to BP_Plessey, a reader is 1 or 2; both throw std::out_of_range for other
+    // numbers.
     [[nodiscard]] BarcodeOptionPage& BitPage(Integer ePage);
     [[nodiscard]] const BarcodeOptionPage& BitPage(Integer ePage) const;
     [[nodiscard]] MagneticTrack& Reader(Integer nReader);
     [[nodiscard]] const MagneticTrack& Reader(Integer nReader) const;
 
-    // The texts; those of the options are in their pages. Who changes them in place calls
-    // Translate.
+    // The texts; those of the options are in their pages. Call Translate after changing them in
+    // place.
     [[nodiscard]] const std::string& ListCaption() const { return lblList.Caption; }
     void SetListCaption(std::string sText) { Show(lblList.Caption, sText); }
     [[nodiscard]] const std::string& ShowDetails() const { return chkShowDetails.Caption; }
@@ -54,11 +54,11 @@ public:
     void SetMinSizeCaption(std::string sText) { Show(lblRange[0].Caption, sText); }
     [[nodiscard]] const std::string& MaxSizeCaption() const { return lblRange[1].Caption; }
     void SetMaxSizeCaption(std::string sText) { Show(lblRange[1].Caption, sText); }
-    // The text of a page in the list. Throws std::out_of_range outside 0 to 20, of which only the
-    // pages are shown.
+    // The text of a page in the list. Throws std::out_of_range outside 0 to 20; only those of pages
+    // are shown.
     void SetListEntry(Integer ePage, std::string sCaption);
 
-    // A host that does not answer cancels an edit, and has nothing removed.
+    // Without an answer, an edit is cancelled and nothing is removed.
     Event<const std::string&, bool&, std::string&> EditHeader;     // sCurrSeq, fCancelEdit (true),
                                                                    // sNewSeq (sCurrSeq)
     Event<const std::string&, bool&, std::string&> EditTerminator; // never raised: EditHeader
@@ -73,18 +73,18 @@ public:
     void PrepareDataDownload(bool LoadInKeyboard) override;
     void DataUpload(bool LoadInKeyboard) override;
     // Both end at the first access that the keyboard refuses; DataDownload also at a code length or
-    // a code that is not one of 0 to 255. What has been read or written by then stays.
+    // a code outside 0 to 255. Settings read or written before that are kept.
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
     void AdjustControls() override;
     void ReloadKeySettings() override;
 
     Label lblList;
-    ListBox lstPrefGroup; // a page an entry, in the order of their numbers
+    ListBox lstPrefGroup; // one entry per page, in the order of their numbers
     // An option page.
-    // Those in use are visible; what the keyboard does not store is disabled.
+    // Those in use are visible; options that the keyboard does not store are disabled.
     std::array<CheckBox, BarcodeOptionPage::kFlags> chkBarOption;
-    std::array<Slider, 2> slidRange; // the least and the greatest length; once moved, in the limits
+    std::array<Slider, 2> slidRange; // minimum and maximum length; limited once moved
     std::array<Label, 2> lblRange;
     std::array<Label, 2> lblCurrSize;
     // A reader's page.
@@ -93,12 +93,12 @@ public:
     std::array<Label, 2> lblReader;
     std::array<Button, 2> cmdEdit;
     std::array<Button, 2> cmdRemove;
-    CheckBox chkShowDetails; // 1: the sequences' texts tell the released keys too
+    CheckBox chkShowDetails; // 1: the sequences' texts include released keys
 
     // The control's view has appeared.
     void UserControl_Show() const { TraceNamed(".UserControl_Show"); }
 
-    // The user's actions. Removing a sequence and moving a slider leave DataChanged as it is.
+    // The user's actions. Removing a sequence and moving a slider do not change DataChanged.
     void lstPrefGroup_Click();
     void chkBarOption_Click(Integer Index);
     void slidRange_Change(Integer Index);
@@ -113,11 +113,11 @@ protected:
 
 private:
     [[nodiscard]] bool IsReaderPage() const { return m_page >= BP_Reader_1; }
-    // The page of options that is shown; not for a reader's page.
+    // The displayed page of options; not for a reader's page.
     [[nodiscard]] BarcodeOptionPage& CurrentPage() {
         return m_settings.pages[static_cast<std::size_t>(m_page)];
     }
-    // Reader 1 on its own page, else reader 2.
+    // Reader 1 on its own page, otherwise reader 2.
     [[nodiscard]] MagneticTrack& CurrentReader() { return Reader(m_page == BP_Reader_1 ? 1 : 2); }
 
     void Show(std::string& sShown, std::string& sText);
@@ -135,7 +135,7 @@ private:
 
     BarcodeSettings m_settings;
     Integer m_page = BP_CommonSettings;
-    std::array<std::string, 21> m_listEntries; // more than there are pages; the rest is kept only
+    std::array<std::string, 21> m_listEntries; // more than there are pages; the rest is only stored
     std::array<std::string, kBarcodeReaders> m_readerMsg;
     ButtonCaption m_buttonEdit;
     ButtonCaption m_buttonRemove;

@@ -1,14 +1,14 @@
-// QXMagnetCard: the control of the magnetic-stripe reader: its options, and for each of its up to
-// four tracks the switches and the sequences that frame the track's data.
+// QXMagnetCard: the control for the magnetic-stripe reader: its options, and for each of up to four
+// tracks the switches and the sequences that frame the track's data.
 //
-// It owns the settings of all four tracks and transfers them, whether or not the keyboard has the
-// track; its list shows those that the keyboard has. The list is filled when a keyboard is
-// assigned, and by RescanTracks, which is to be called when the keyboard is identified anew. It
-// opens no editor: to change a sequence it asks its host.
+// It owns the settings of all four tracks and transfers them, whether the keyboard has the track or
+// not; its list shows the tracks that the keyboard has. The list is filled when a keyboard is
+// assigned, and by RescanTracks, which must be called when the keyboard is identified again. It
+// opens no editor: it asks its host to change a sequence.
 //
-// DataUpload does not check that the keyboard has both modules: without one it reads at the address
-// -1, or a few bytes above it. A host whose driver does not refuse these addresses uploads this
-// control only when GetBaseAddressForModule finds both.
+// DataUpload does not check that the keyboard has both modules: without one it reads at address -1,
+// or a few bytes above it. A host whose driver does not refuse these addresses must upload this
+// control only if GetBaseAddressForModule finds both.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -27,8 +27,8 @@ class QXMagnetCard : public ModuleControl {
 public:
     explicit QXMagnetCard(const Platform& platform = {});
 
-    // The settings. Who changes them in place calls AdjustControls (after changes of captions
-    // Translate) to have them shown; the setters show what they set.
+    // The settings. Call AdjustControls after changing them in place (Translate after changing
+    // captions); the setters update the display.
     [[nodiscard]] MagneticOptions& ReaderOptions() { return m_settings.options; }
     [[nodiscard]] const MagneticOptions& ReaderOptions() const { return m_settings.options; }
     void SetReaderOptions(const MagneticOptions& options);
@@ -44,27 +44,27 @@ public:
     [[nodiscard]] MagneticTrack& Track4() { return m_settings.tracks[3]; }
     [[nodiscard]] const MagneticTrack& Track4() const { return m_settings.tracks[3]; }
     void SetTrack4(const MagneticTrack& track) { SetTrack(4, track); }
-    // The same by number, 1 to 4; throws std::out_of_range for another.
+    // The same by number, 1 to 4; throws std::out_of_range for other numbers.
     [[nodiscard]] MagneticTrack& Track(Integer nTrackId);
     [[nodiscard]] const MagneticTrack& Track(Integer nTrackId) const;
     void SetTrack(Integer nTrackId, const MagneticTrack& track);
 
-    // The texts; ShowDetails is that of the check box.
+    // The texts; ShowDetails is the text of the check box.
     [[nodiscard]] MagneticCaptions& Captions() { return m_captions; }
     [[nodiscard]] const MagneticCaptions& Captions() const { return m_captions; }
     void SetCaptions(const MagneticCaptions& captions);
     [[nodiscard]] const std::string& ShowDetails() const { return chkShowDetails.Caption; }
     void SetShowDetails(std::string sCaption);
 
-    // Asks the keyboard which tracks it has, and lists them; the current track stays.
+    // Reads which tracks the keyboard has, and lists them; the current track stays the same.
     void RescanTracks();
-    // Shows the sequences anew, as the layout now names their keys.
+    // Displays the sequences again, with the layout's current key names.
     void ReloadKeysSettings();
-    // Traces all settings and what the control shows.
+    // Traces all settings and the display.
     void DumpContext() const;
 
-    // nTrackId is 1 to 4. A host that does not answer lets a removal happen, and keeps the sequence
-    // in an edit.
+    // nTrackId is 1 to 4. Without an answer, a removal is carried out, and an edit keeps the
+    // sequence.
     Event<Integer, bool&> ClearCurrentHeader;     // nTrackId, fCanRemoveIt (true)
     Event<Integer, bool&> ClearCurrentTerminator; // the same
     // nTrackId, sInSequence, fCancelAction (false), sOutSequence (sInSequence)
@@ -96,9 +96,9 @@ public:
     Label lblCurrTerminator;
     std::array<Button, 2> cmdCreate; // header, terminator
     std::array<Button, 2> cmdRemove; // header, terminator
-    CheckBox chkShowDetails;         // 1: the sequences' texts tell the released keys too
+    CheckBox chkShowDetails;         // 1: the sequences' texts include released keys
 
-    // The user's actions; an index outside its array does nothing.
+    // The user's actions; an index outside its array is ignored.
     void chkMagneticOptions_Click(Integer Index);
     void trackList_Click();
     void chkEnableCurrentTrack_Click();
@@ -106,7 +106,7 @@ public:
     void chkUseThisTerminator_Click();
     void cmdCreate_Click(Integer Index);
     void cmdRemove_Click(Integer Index);
-    void lblCurrHeader_KeyPress(); // any key; a view takes none on a disabled label
+    void lblCurrHeader_KeyPress(); // any key; a disabled label accepts none
     void lblCurrTerminator_KeyPress();
     void chkShowDetails_Click();
 
@@ -117,7 +117,7 @@ protected:
 private:
     void AddTrackDispatch(Integer nTrack);
     [[nodiscard]] Integer DispatchToTrack(Integer nPosition) const;
-    [[nodiscard]] Integer TrackToDispatcher(Integer nTrack) const; // -1: not in the list
+    [[nodiscard]] Integer TrackToDispatcher(Integer nTrack) const; // -1 if not in the list
     void ActivateTrack(Integer nTrack);
     void AdjustControlsForCurrentTrack();
     void AdjustControlsForGivenTrack(Integer nTrack);

@@ -1,6 +1,6 @@
-// The sequence slots of a reader's inputs: for each input in turn its header and its terminator.
+// The sequence slots of a reader's inputs: for each input its header, then its terminator.
 //
-// The headers blocks of the magnetic-stripe reader and of the barcode reader are made of these.
+// The headers blocks of both readers consist of these.
 #pragma once
 
 #include "qxcontrols/device/MemoryMap.h"

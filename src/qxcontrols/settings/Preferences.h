@@ -1,7 +1,7 @@
-// Preferences: what the user can prefer, and where the registry keeps it.
+// Preferences: the user's preferences and their places in the registry.
 //
-// One table names every preference, its place, its type and its defaults. QXProgSettings loads,
-// saves and resets by it; a host lists the preferences from it.
+// One table lists every preference with its place, type and defaults. QXProgSettings uses it to
+// load, save and reset; a host lists the preferences from it.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -13,7 +13,7 @@
 
 namespace qx {
 
-// In the order of the table, which is the order in which they are read.
+// In the order of the table, which is the order of reading.
 enum class Preference : std::uint8_t {
     AdvancedEditor,
     PreferedAppLang,
@@ -51,30 +51,30 @@ inline constexpr std::size_t kPreferenceCount =
 enum class PreferenceType {
     Integer16,
     Long,
-    Colour, // 0x00BBGGRR; with the top bit, the system's colour of the low byte's index
+    Colour, // 0x00BBGGRR; with the top bit set, the index of a system colour in the low byte
     Boolean,
     String,
 };
 
-// Who writes a preference to the registry.
+// The function that writes a preference to the registry.
 enum class PreferenceStorage {
     Settings, // Save
     Window,   // SaveWinPos
-    AtOnce,   // its own setter; nothing is held in memory
+    AtOnce,   // its own setter; not kept in memory
 };
 
 struct PreferenceInfo {
     Preference id;
-    std::string_view property;  // the name of the property that holds it
+    std::string_view property;  // the name of its property
     std::string_view subKey;    // below the application's key
-    std::string_view valueName; // in the registry; the device program's own, unlike the property's
+    std::string_view valueName; // in the registry: the device program's own name
     PreferenceType type;
-    Long loadDefault;            // for a value that the registry lacks; Booleans -1 and 0
-    std::optional<Long> resetTo; // by SetDefaults; without one it leaves the preference alone
+    Long loadDefault;            // for a value missing in the registry; Booleans -1 and 0
+    std::optional<Long> resetTo; // set by SetDefaults; if empty, SetDefaults does not change it
     PreferenceStorage storage = PreferenceStorage::Settings;
 };
 
-// The table; texts are empty by default. The entry of a preference is the one at its number.
+// The table; texts are empty by default. A preference's entry is at the index of its number.
 [[nodiscard]] std::span<const PreferenceInfo, kPreferenceCount> Preferences();
 
 [[nodiscard]] const PreferenceInfo& InfoOf(Preference preference);

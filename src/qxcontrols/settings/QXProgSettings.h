@@ -1,8 +1,8 @@
-// QXProgSettings: the user's preferences, kept in the registry of the current user.
+// QXProgSettings: the user's preferences, stored in the current user's registry.
 //
-// The host creates one, calls Load, and hands it to every control that shows keys or colours. The
-// preferences live in memory between Load and Save; before Load they have the values that Load uses
-// for an empty registry. The last file and the start-up choices are read and written at once.
+// The host creates one, calls Load, and passes it to every control that shows keys or colours. The
+// preferences are kept in memory between Load and Save; before Load they have the values that Load
+// uses for an empty registry. The last file and the start-up choices are read and written at once.
 #pragma once
 
 #include "qxcontrols/platform/Platform.h"
@@ -20,15 +20,15 @@ class QXProgSettings {
 public:
     static constexpr Integer kPosBlocks = 10; // that have a colour
 
-    // The registry and the services of the platform stay alive as long as this object.
+    // The registry and the platform's services must outlive this object.
     explicit QXProgSettings(RegistryAccess& registry, const Platform& platform = {});
 
-    // Reads all preferences. A missing value, one of another type and a number that does not fit
-    // its preference are no errors: the default stands in.
+    // Reads all preferences. A missing value, one of another type and a number outside the
+    // preference's range are not errors: the default is used.
     void Load();
-    // Writes all preferences but the window's.
+    // Writes all preferences except the window's.
     void Save();
-    // Sets all preferences to their defaults but the font size, the code page and the window's.
+    // Sets all preferences to their defaults, except the font size, the code page and the window's.
     void SetDefaults();
 
     // Whether a preference has been changed since Load or Save; the window's do not count.
@@ -74,7 +74,7 @@ public:
     void SetColorCurr(Long lColor) { Change(Preference::ColorCurr, lColor); }
 
     // The POS keys' colours, and those of the POS blocks 0 to 9. Another block is reported in a
-    // message box; it has no colour (0), and setting it changes nothing.
+    // message box; its colour is 0, and setting it does nothing.
     [[nodiscard]] Long POSColorUnused() const { return Number(Preference::POSColorUnused); }
     void SetPOSColorUnused(Long lColor) { Change(Preference::POSColorUnused, lColor); }
     [[nodiscard]] Long POSColorCurrent() const { return Number(Preference::POSColorCurrent); }
@@ -95,7 +95,7 @@ public:
     [[nodiscard]] Long WinTop() const { return Number(Preference::WinTop); }
     [[nodiscard]] Long WinLeft() const { return Number(Preference::WinLeft); }
 
-    // Read and written at once. An empty registry gives no file, the wizard shown, and action 0.
+    // Read and written at once. The defaults are no file, the wizard shown, and action 0.
     [[nodiscard]] std::string GetLastDownloadFile() const;
     void SetLastDownloadFile(std::string_view sFile);
     [[nodiscard]] bool GetShowStartupWizard() const;
@@ -103,10 +103,10 @@ public:
     [[nodiscard]] Integer GetShowStartupAction() const;
     void SetShowStartupAction(Integer nAction);
 
-    // Any preference by its property name, as Preferences() lists it: a Boolean as bool, a text as
-    // std::string, all else as Long. Set changes the preference as its property would; it throws
-    // std::out_of_range for a number that does not fit. Both throw std::invalid_argument for an
-    // unknown name, Set for a value of another type too.
+    // Any preference by its property name, as listed by Preferences(): a Boolean as bool, a text as
+    // std::string, anything else as Long. Set changes the preference like its property; it throws
+    // std::out_of_range for a number out of range. Both throw std::invalid_argument for an unknown
+    // name, and Set also for a value of another type.
     using Value = std::variant<bool, Long, std::string>;
     [[nodiscard]] Value Get(std::string_view sProperty) const;
     void Set(std::string_view sProperty, const Value& value);
@@ -128,7 +128,7 @@ private:
     RegistryAccess& m_registry;
     Platform m_platform;
     std::array<Long, kPreferenceCount> m_numbers{}; // Booleans as -1 and 0
-    std::string m_posCodePage;                      // the one text that is held
+    std::string m_posCodePage;                      // the only text that is stored
     bool m_dataChanged = false;
 };
 
