@@ -105,7 +105,7 @@ class Collection:
                 is_accepted = f"{module} validate-modules:{code} " in accepted
                 require(is_accepted, f"{module}: {code}: {fault}")
 
-    def call(self, *command, warns=False, folder=None, **environment):
+    def call(self, *command, warns=False, folder=None, expected=(0,), **environment):
         ran = subprocess.run(
             [str(word) for word in command],
             cwd=folder or self.folder,
@@ -114,7 +114,7 @@ class Collection:
             capture_output=True,
             text=True,
         )
-        if ran.returncode != 0 or (ran.stderr and not warns):
+        if ran.returncode not in expected or (ran.stderr and not warns):
             said = f"{ran.stdout[-3000:]}\n{ran.stderr[-3000:]}"
             fail(f"{command[0]} {command[1]}: status {ran.returncode}\n{said}")
         return ran

@@ -13,7 +13,7 @@ from memory import Memory
 
 WAYS = ("damaged", "driver", "variable", "interrupted", "hanging")
 DELAY_OF_DRIVER = 3  # seconds until one that hangs is given up
-FILES = ("till.json", "tills.yml", "role.yml")
+FILES = ("till.json", "tills.yml", "role.yml", "report.yml")
 
 
 class Tills:
@@ -39,7 +39,7 @@ class Tills:
             shutil.copy(pathlib.Path(__file__).parent / name, self.folder)
         (self.folder / "keyboards").mkdir()
         for host in self.hosts.values():
-            self._conf("--keyboard", host["till_keyboard"], "--model", "full", "identify")
+            self.conf("--keyboard", host["till_keyboard"], "--model", "full", "identify")
         shutil.copytree(self.folder / "keyboards", self.folder / "for-batch")
         for host in self.hosts.values():
             self._break(host)
@@ -82,7 +82,6 @@ class Tills:
                     "ansible_python_interpreter": PYTHON,
                     "till_executable": str(self.qxconf),
                     "till_layouts": str(PROJECT / "layouts"),
-                    "till_package": "",
                 },
             }
         }
@@ -179,5 +178,5 @@ class Tills:
         )
         return ran.returncode == 0
 
-    def _conf(self, *arguments):
+    def conf(self, *arguments):
         self.call(self.qxconf, "--quiet", *arguments)

@@ -86,9 +86,10 @@ class CallbackModule(CallbackBase):
 
     def _add(self, result, word: str) -> None:
         task, answer = result._task, result._result
-        if task.loop is None and not task.loop_with:
+        is_loop = task.loop is not None or task.loop_with
+        if not is_loop or "results" not in answer:
             return self._enter(result, word, answer)
-        for item in answer.get("results", []):
+        for item in answer["results"]:
             if not item.get("skipped"):
                 word = "failed" if item.get("failed") else "done"
                 self._enter(result, word, item, str(item.get("_ansible_item_label", "")))

@@ -329,11 +329,10 @@ class Task:
         faults = failure.faults
         if len(faults) > 1:
             named = faults[:MOST_FAULTS_IN_MESSAGE]
-            left_out = len(faults) - len(named) + (failure.error.get("faultsLeftOut") or 0)
-            message = f"{self._document}: " + "; ".join(
-                f"{fault['place']}: {fault['message']}" for fault in named
-            )
-            message += f"; and {left_out} more faults" if left_out else ""
+            message = f"{self._document}: "
+            message += "; ".join(f"{fault['place']}: {fault['message']}" for fault in named)
+            if len(named) < len(faults):
+                message += f"; {len(faults) - len(named)} more are in the result"
         if state == UNCHANGED and failure.code in ("timeout", "killed", "unexpected-result"):
             message += "; the keyboard was not changed"
         if state == PARTLY_WRITTEN:
