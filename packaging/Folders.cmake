@@ -1,5 +1,5 @@
-# The places of an installation, below its folder: programs find each other and their data by these
-# (files/Installation.h).
+# The folders of an installation, relative to its root: programs use them to find each other and
+# their data (files/Installation.h).
 if(WIN32) # all in one folder
     foreach(place QX_PROGRAMS QX_HELPERS QX_MODULES QX_DATA)
         set(${place} "")

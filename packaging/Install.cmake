@@ -1,10 +1,10 @@
-# What `cmake --install` puts where. Its components are named as the packages.
+# The rules of `cmake --install`. Its components have the names of the packages.
 include(CMakePackageConfigHelpers)
 set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/QXControls)
 
-# qx_install_libraries(SET targets...): the libraries, their headers and their description for CMake.
-# The headers of the control library lie in the include folder, those of another one in a folder of
-# its own there, since their paths do not begin with the project's name.
+# qx_install_libraries(SET targets...): installs the libraries, their headers and their CMake
+# package files. The headers of the control library are in the include folder, those of other
+# libraries in a subfolder, since their paths do not begin with the project's name.
 function(qx_install_libraries set)
     foreach(target ${ARGN})
         get_target_property(name ${target} EXPORT_NAME)
@@ -42,7 +42,7 @@ if(QX_BUILD_CLI)
     install(TARGETS qxbatchworker RUNTIME DESTINATION ${QX_HELPERS} COMPONENT qxconf)
     install(FILES docs/qxconf.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT qxconf)
 
-    # Each shell looks for completions in a folder of its own, under a name of its own.
+    # Each shell has its own folder and file name for completions.
     function(qx_install_completion shell folder name)
         set(file ${PROJECT_BINARY_DIR}/completion/${shell}/${name})
         add_custom_command(OUTPUT ${file} COMMAND qxconf completion ${shell} > ${file}

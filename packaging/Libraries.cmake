@@ -7,9 +7,10 @@ function(qx_library target name)
     target_compile_features(${target} PUBLIC cxx_std_20)
 endfunction()
 
-# qx_public_headers(target files...): the headers of this folder that users of the library include, by
-# their paths below src. The others are the library's own. In this project all headers are found;
-# another project that adds this one is shown links to the public ones of the libraries it links.
+# qx_public_headers(target files...): the headers of this folder that users of the library include,
+# with their paths relative to src. Other headers are private. In this project all headers are
+# found; another project that adds this one only sees links to the public headers of the libraries
+# it links.
 function(qx_public_headers target)
     list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
     target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src

@@ -1,5 +1,6 @@
-# What is built: everything, but for a project that adds this one by add_subdirectory the control
-# library alone, until that project asks for more. The control library needs no package.
+# The parts to build: all of them by default, but only the control library for a project that
+# includes this one by add_subdirectory, unless it asks for more. The control library needs no
+# packages.
 option(QX_BUILD_COM "The control library for COM hosts" ${PROJECT_IS_TOP_LEVEL})
 option(QX_BUILD_HOST "The host layer and the simulated keyboard: needs nlohmann_json"
        ${PROJECT_IS_TOP_LEVEL})

@@ -1,5 +1,5 @@
-// A console host: prints which keyboard is connected, and the prefixes and suffixes of its magnetic
-// tracks as key codes. It needs the control library alone.
+// A console host: prints the connected keyboard, and the prefixes and suffixes of its magnetic
+// tracks as key codes. It needs only the control library.
 //
 // usage: console DRIVER    (the keyboard's driver library, such as TANDORQX.DLL)
 #include "qxcontrols/device/DriverLibrary.h"

@@ -24,7 +24,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     return false;
 }
 
-// The message waits for the event loop: a box cannot be opened while a widget is being painted.
+// The message is queued: a box cannot be opened while a widget is being painted.
 void Application::Report(const QString& details) {
     if (std::exchange(m_isReporting, true))
         return;

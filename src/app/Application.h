@@ -1,8 +1,8 @@
-// Application: the Qt application, in which no exception leaves an event handler.
+// Application: the Qt application; no exception leaves an event handler.
 //
-// Everything that runs in the event loop passes notify: input, timers, queued calls and event
-// filters, also below a modal dialog. An exception that reaches it ends what the user began, is
-// shown in one message, and leaves the document as it is.
+// Everything that runs in the event loop passes through notify: input, timers, queued calls and
+// event filters, also below a modal dialog. An exception that reaches it ends the user's action, is
+// shown in one message, and leaves the document unchanged.
 #pragma once
 
 #include <QApplication>
@@ -16,7 +16,7 @@ class Application : public QApplication {
 public:
     Application(int& argc, char** argv);
 
-    // Shows the message; a box unless something else is put in.
+    // Shows the message; a message box by default.
     std::function<void(const QString& text, const QString& details)> show;
 
     bool notify(QObject* receiver, QEvent* event) override;
@@ -27,7 +27,7 @@ signals:
 private:
     void Report(const QString& details);
 
-    bool m_isReporting = false; // further failures are part of the one that is shown
+    bool m_isReporting = false; // further failures belong to the one being shown
 };
 
 } // namespace qx::app

@@ -37,7 +37,7 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     connect(m_list, &QTreeWidget::currentItemChanged, this, &BackupsPage::Enable);
     connect(m_restore, &QPushButton::clicked, this, [this] {
         if (const auto* backup = Chosen())
-            emit RestoreRequested(host::BackupEntry(*backup)); // the list changes meanwhile
+            emit RestoreRequested(host::BackupEntry(*backup)); // a copy: the list changes meanwhile
         Reload();
     });
     connect(m_open, &QPushButton::clicked, this, [this] {

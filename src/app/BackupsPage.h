@@ -1,4 +1,4 @@
-// BackupsPage: what keyboards held before each write, newest first, to look at and to bring back.
+// BackupsPage: the backups made before writes, newest first, to view and to restore.
 #pragma once
 
 #include "app/Failure.h"
@@ -18,7 +18,7 @@ class BackupsPage : public QWidget {
 public:
     explicit BackupsPage(Workbench& workbench, QWidget* parent = nullptr);
 
-    // Lists the backups as they are now.
+    // Lists the current backups.
     void Reload();
 
 signals:

@@ -63,7 +63,7 @@ void ColourButton::ShowColour() {
     setIcon(QIcon(swatch));
     const QString system = u' ' + tr("System colour");
     const QString number = u' ' + color.name().toUpper();
-    setText(system); // the longest text, so that all are of one width
+    setText(system); // the longest text, so that all have the same width
     setMinimumWidth(sizeHint().width());
     if (m_colour >= 0)
         setText(number);
@@ -72,7 +72,7 @@ void ColourButton::ShowColour() {
 void ColourButton::changeEvent(QEvent* event) {
     QPushButton::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        ShowColour(); // a system colour has changed
+        ShowColour(); // a system colour may have changed
 }
 
 } // namespace qx::app

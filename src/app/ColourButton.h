@@ -1,7 +1,7 @@
-// ColourButton: a colour of the preferences, and the way to choose another.
+// ColourButton: shows a colour of the preferences and lets the user choose another.
 //
-// A click opens the colour dialog, the context menu gives the default colour back. A system colour
-// stays one until the user chooses another colour than it now has.
+// A click opens the colour dialog; the context menu restores the default colour. A system colour
+// remains one until the user chooses a colour different from its current one.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

@@ -1,7 +1,7 @@
 // DocumentMenu: the commands on documents: new, open, recent, save, save as.
 //
-// It asks before unsaved changes are lost, saves automatically where the preferences say so, and
-// keeps a copy of unsaved work that survives a crash.
+// It asks before unsaved changes are lost, saves automatically if the preferences say so, and keeps
+// a copy of unsaved work that survives a crash.
 #pragma once
 
 #include "app/Failure.h"
@@ -25,11 +25,11 @@ public:
     enum class Answer { Save, SaveAs, Discard, Cancel };
     enum class LeftAnswer { Open, Discard, Later };
 
-    // How it asks; a window's own dialogs unless something else is put in.
+    // The questions to the user; the window's own dialogs by default.
     struct Questions {
         std::function<Answer(const QString& document)> unsaved;
-        // After a failure to save: under another name, not at all (when the document is about to be
-        // closed), or cancel.
+        // After a failed save: save under another name, discard (if the document is being closed),
+        // or cancel.
         std::function<Answer(const Failure& failure, bool isClosing)> notSaved;
         std::function<QString()> fileToOpen;
         std::function<QString(const QString& suggestion)> fileToSave;
@@ -45,29 +45,29 @@ public:
     [[nodiscard]] QAction* OpenAction() const { return m_open; }
     [[nodiscard]] QAction* SaveAction() const { return m_save; }
 
-    // True when nothing is lost by going on: saved, given up, or nothing to save.
+    // True if nothing is lost by continuing: saved, discarded, or nothing to save.
     [[nodiscard]] bool MayLeaveDocument();
     void New();
-    void Open(const QString& file); // asks first where something would be lost
-    // The settings of this document, as an untitled one.
+    void Open(const QString& file); // asks first if changes would be lost
+    // Opens this document's settings as an untitled document.
     void OpenCopy(const QString& file);
-    // The last document, when there is one that can be opened.
+    // Opens the last document, if it still exists.
     bool OpenLast();
-    // Offers what programs left unsaved when they crashed, the newest first, until one is opened.
-    // Whether one was.
+    // Offers the unsaved work of programs that crashed, newest first, until one is opened; true if
+    // one was.
     bool OpenLeft();
     bool Save();
     bool SaveAs();
-    // Keeps the copy of unsaved work as the document is now, or removes it when nothing is unsaved.
+    // Updates the copy of unsaved work, or deletes it if nothing is unsaved.
     // Warns where that cannot be done, and never throws.
     void KeepUnsaved();
     void DropUnsaved() { m_unsaved.Drop(); }
-    // The name of the present document, for titles.
+    // The name of the current document, for titles.
     [[nodiscard]] QString DocumentName() const;
 
 signals:
     void Told(const QString& text);
-    void Warned(const QString& text); // about something that the program does by itself
+    void Warned(const QString& text); // about an automatic action
     void SavedByItself(const QString& text);
     void Failed(const Failure& failure);
 

@@ -1,10 +1,10 @@
-// EndSignals: while one lives, Ctrl+C, a request to end and the end of the session end the
-// application in order: the keyboard is given back as it was, and unsaved work is kept for the next
-// start.
+// EndSignals: while one exists, Ctrl+C, a request to end and the end of the session end the
+// application in order: the keyboard is returned to its normal state, and unsaved work is kept for
+// the next start.
 //
-// By a signal, dialogs are left as by Cancel, a write goes on to its proof, and the application
-// ends with 128 and the signal's number; the same signal again ends it at once. On Windows it is
-// the end of the user's session that counts; a transfer that is under way asks the system to wait.
+// After a signal, dialogs are cancelled, a write in progress is completed and verified, and the
+// application ends with status 128 plus the signal's number; a second signal ends it at once. On
+// Windows the end of the user's session is handled; a transfer in progress asks the system to wait.
 #pragma once
 
 #include <memory>

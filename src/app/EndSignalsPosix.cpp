@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-// A signal handler may do little more than write into a pipe, which the event loop reads.
+// A signal handler can do little more than write to a pipe, which the event loop reads.
 int thePipe[2] = {-1, -1};
 
 } // namespace
@@ -41,12 +41,12 @@ private:
 
 EndSignals::Watch::Watch(DocumentMenu& documents) : m_documents(documents) {
     if (pipe2(thePipe, O_CLOEXEC | O_NONBLOCK) != 0)
-        return; // signals end the application as they did
+        return; // signals end the application as before
     m_notifier = new QSocketNotifier(thePipe[0], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &Watch::End);
     for (const int signal : kSignals)
         if (std::signal(signal, QxConfiguratorOnSignal) == SIG_IGN)
-            (void)std::signal(signal, SIG_IGN); // as the application was started
+            (void)std::signal(signal, SIG_IGN); // as when the application was started
 }
 
 EndSignals::Watch::~Watch() {
@@ -64,7 +64,7 @@ void EndSignals::Watch::End() {
         return;
     constexpr int kEndedBySignal = 128;
     m_documents.KeepUnsaved();
-    QCoreApplication::exit(kEndedBySignal + signal); // of all event loops, those of dialogs too
+    QCoreApplication::exit(kEndedBySignal + signal); // all event loops, those of dialogs too
 }
 
 EndSignals::EndSignals(Workbench& /*workbench*/, DocumentMenu& documents)

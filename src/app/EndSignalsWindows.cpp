@@ -1,6 +1,6 @@
-// On Windows a session ends in two steps: every window is asked whether it may end, and then told
-// that it does. The process may be killed as soon as it has handled the second message, so all that
-// must be done is done there. No question is asked meanwhile: nobody would see it.
+// On Windows a session ends in two steps: every window is asked whether it may end, and then
+// notified that it ends. The process may be killed as soon as it has handled the second message, so
+// everything necessary is done there. No question is shown meanwhile: nobody would see it.
 
 #include "app/EndSignals.h"
 
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    // A keyboard that is being written is not left half-written unless the user insists.
+    // A keyboard being written is not left half-written unless the user insists.
     [[nodiscard]] bool MayEnd(HWND window) {
         ShutdownBlockReasonDestroy(window);
         m_documents.KeepUnsaved();
@@ -53,7 +53,7 @@ private:
         m_documents.KeepUnsaved();
         if (!m_workbench.IsBusy())
             m_workbench.Disconnect();
-        QCoreApplication::exit(); // of all event loops, those of dialogs too
+        QCoreApplication::exit(); // ends all event loops, including those of dialogs
     }
 
     Workbench& m_workbench;

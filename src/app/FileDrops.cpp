@@ -48,7 +48,7 @@ bool FileDrops::eventFilter(QObject* watched, QEvent* event) {
         drop.ignore();
         return true;
     }
-    drop.setDropAction(Qt::CopyAction); // whatever is proposed: a source deletes what is moved
+    drop.setDropAction(Qt::CopyAction); // never move: the source would delete the file
     drop.accept();
     if (type == QEvent::Drop)
         emit Dropped(files);

@@ -1,4 +1,4 @@
-// FileDrops: documents that are dropped on a window are opened, never moved.
+// FileDrops: opens documents dropped on a window, and never moves them.
 #pragma once
 
 #include <QObject>
@@ -12,7 +12,7 @@ namespace qx::app {
 class FileDrops : public QObject {
     Q_OBJECT
 public:
-    // Lets the window accept drops, and marks it while a file hovers over it.
+    // Makes the window accept drops, and highlights it while a file is dragged over it.
     explicit FileDrops(QWidget* window);
 
 signals:

@@ -111,7 +111,7 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
     Attempt(tr("Writing to the keyboard. Do not unplug it."), tr("%1 was not loaded.").arg(title),
             [&] {
                 m_workbench.LoadKeyboardFile(kind, path, line);
-                m_workbench.Connect(); // its name and its modules may be others now
+                m_workbench.Connect(); // its name and modules may have changed
                 return tr("File to keyboard: %1 loaded from %2.").arg(title, file);
             });
 }

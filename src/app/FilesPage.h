@@ -19,11 +19,11 @@ class FilesPage : public QWidget {
 public:
     explicit FilesPage(Workbench& workbench, QWidget* parent = nullptr);
 
-    // How the page asks for a file, to save or to open; an empty name cancels.
+    // How the page asks for a file to save or open; an empty name cancels.
     std::function<QString(const QString& title, bool isSaving, const QString& suggestion)>
         chooseFile;
 
-    // Whether the keyboard's content may be replaced.
+    // Whether the keyboard's contents may be replaced.
     std::function<bool(const QString& question)> confirm;
 
 signals:
@@ -38,8 +38,8 @@ private:
     void AddCodePage(QVBoxLayout& column);
     void Transfer(const host::KeyboardFileKind& kind, const QString& title, Direction direction);
     void CompareCodePage();
-    // Shows `doing` meanwhile and reports the text that the operation returns, or its failure,
-    // which `failed` names.
+    // Shows `doing` during the operation, then its returned text, or its failure with the text
+    // `failed`.
     void Attempt(const QString& doing, const QString& failed,
                  const std::function<QString()>& operation);
 

@@ -1,4 +1,4 @@
-// KeySample: a few keys, drawn as the preferences say.
+// KeySample: a few keys, drawn according to the preferences.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -15,11 +15,11 @@ class KeySample : public QWidget {
     Q_OBJECT
 public:
     struct Look {
-        std::vector<views::KeyCap> caps; // placed by the sample
+        std::vector<views::KeyCap> caps; // positioned by the sample
         double pointSize = 8;
     };
 
-    // `look` is asked whenever the sample is drawn; `columns` keys stand in a row.
+    // `look` is called whenever the sample is drawn; each row has `columns` keys.
     KeySample(int columns, std::function<Look()> look, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;

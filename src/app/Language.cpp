@@ -12,7 +12,7 @@ namespace {
 
 constexpr Integer kSystem = 0;
 constexpr Integer kGerman = 1031;
-constexpr Integer kPrimaryLanguage = 0x3FF; // of a language id; the rest tells the country
+constexpr Integer kPrimaryLanguage = 0x3FF; // of a language id; the rest is the country
 
 bool IsGerman(Integer nLanguage) {
     if (nLanguage == kSystem)
@@ -22,7 +22,7 @@ bool IsGerman(Integer nLanguage) {
 
 } // namespace
 
-// The translations name classes without their namespaces.
+// The translation files contain class names without namespaces.
 class Language::Texts : public QTranslator {
 public:
     [[nodiscard]] QString translate(const char* context, const char* text,

@@ -1,4 +1,4 @@
-// Language: the language of the program, switched while it runs.
+// Language: the program's language, which can be switched at run time.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -14,8 +14,8 @@ public:
     Language();
     ~Language();
 
-    // Switches to a language as the preferences have it: a Windows language id, 0 for the system's.
-    // For a language that the program does not have, English.
+    // Switches to a language as in the preferences: a Windows language id, 0 for the system's. If
+    // the program does not have the language, switches to English.
     void Switch(Integer nLanguage);
 
 private:

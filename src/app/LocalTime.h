@@ -1,4 +1,4 @@
-// LocalTime: the time of a record, as the user's own clock shows it.
+// LocalTime: a record's time in the user's time zone.
 #pragma once
 
 #include <QString>
@@ -7,7 +7,7 @@
 
 namespace qx::app {
 
-// Of "20260131T090507.123Z" or "2026-01-31T09:05:07.123Z"; any other text stays as it is.
+// For "20260131T090507.123Z" or "2026-01-31T09:05:07.123Z"; other texts are returned unchanged.
 [[nodiscard]] QString LocalTime(const std::string& time);
 
 } // namespace qx::app

@@ -1,7 +1,7 @@
-// ReviewSheet: what a write would change in the keyboard, before it is done.
+// ReviewSheet: the changes that a write will make in the keyboard, shown before it starts.
 //
-// Each change is shown as it is now and as it will be. One click leads to the page of a change, and
-// leaves the keyboard as it is.
+// Each change is shown with its old and new value. A click leads to the page of a change, without
+// writing to the keyboard.
 #pragma once
 
 #include "host/WritePlan.h"
@@ -18,11 +18,11 @@ public:
     ReviewSheet(const host::WritePlan& plan, const QString& title, const QString& keyboardName,
                 const QString& absentSections, QWidget* parent = nullptr);
 
-    // The place that the user wants to see instead of writing; empty otherwise.
+    // The place the user wants to see instead of writing; otherwise empty.
     [[nodiscard]] const std::string& ChosenPlace() const { return m_place; }
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override; // Enter is for the list: a write is meant
+    void keyPressEvent(QKeyEvent* event) override; // Enter belongs to the list, not to Write
 
 private:
     std::string m_place;

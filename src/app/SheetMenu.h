@@ -1,4 +1,4 @@
-// SheetMenu: the key sheet of the document: printed, or exported as PDF or SVG.
+// SheetMenu: prints the document's key sheet, or exports it as PDF or SVG.
 #pragma once
 
 #include "app/Failure.h"
@@ -21,9 +21,9 @@ namespace qx::app {
 class SheetMenu : public QObject {
     Q_OBJECT
 public:
-    // How it asks; a window's own dialogs unless something else is put in.
+    // The questions to the user; the window's own dialogs by default.
     struct Questions {
-        std::function<QString(const QString& suggestion)> file; // empty: no export
+        std::function<QString(const QString& suggestion)> file; // empty: cancel
         std::function<bool(QPrinter& printer)> printer;
     };
 

@@ -1,4 +1,4 @@
-// StartStages: how far the start-up of a keyboard has come.
+// StartStages: the progress of a keyboard's start-up.
 #pragma once
 
 #include "qxcontrols/device/QXKeyboardAccess.h"
@@ -18,12 +18,13 @@ public:
 
     [[nodiscard]] State Of(Stage stage) const;
 
-    // A start-up begins, with the opening of the driver.
+    // A start-up begins with the opening of the driver.
     void Begin();
-    // Follows the keyboard's own reports, until Leave, which comes before the keyboard goes.
+    // Follows the keyboard's own events until Leave, which must be called before the keyboard is
+    // destroyed.
     void Follow(QXKeyboardAccess& access);
     void Leave() { m_subscriptions.clear(); }
-    // The start-up was broken off: a stage that is running reports no end of its own.
+    // The start-up was aborted: the current stage will not report its end.
     void BreakOff();
 
 signals:

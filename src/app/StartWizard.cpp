@@ -11,7 +11,7 @@ namespace qx::app {
 
 namespace {
 
-// A button with a title and, below it, what it does.
+// A button with a title and a description below it.
 class ChoiceButton : public QPushButton {
 public:
     ChoiceButton(const QString& title, const QString& description) {
@@ -19,7 +19,7 @@ public:
         QFont font = heading->font();
         font.setBold(true);
         heading->setFont(font);
-        heading->setBuddy(this); // whose mnemonic then clicks it
+        heading->setBuddy(this); // the title's mnemonic then clicks the button
         auto* text = new QLabel(description);
         text->setWordWrap(true);
         text->setTextFormat(Qt::PlainText);

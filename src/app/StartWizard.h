@@ -1,4 +1,4 @@
-// StartWizard: asks what to begin with when the program starts.
+// StartWizard: asks how to begin when the program starts.
 #pragma once
 
 #include "qxcontrols/settings/QXProgSettings.h"
@@ -9,18 +9,18 @@ class QPushButton;
 
 namespace qx::app {
 
-// The numbers are those of the preference ShowStartupAction.
+// The values of the preference ShowStartupAction.
 enum class StartChoice : Integer { ReadKeyboard = 0, LastDocument = 1, Defaults = 2 };
 
 class StartWizard : public QDialog {
     Q_OBJECT
 public:
-    // Offers first what was chosen the last time, where that is possible: a keyboard that is not
-    // connected cannot be read. What the user chooses, and whether the wizard is to be shown again,
-    // becomes a preference at once.
+    // Preselects the previous choice if possible: a keyboard that is not connected cannot be read.
+    // The user's choice, and whether to show the wizard again, are stored in the preferences at
+    // once.
     StartWizard(QXProgSettings& settings, bool isConnected, QWidget* parent = nullptr);
 
-    // What the user has chosen, once the dialog is accepted; until then what is offered first.
+    // The user's choice once the dialog is accepted; before that, the preselected one.
     [[nodiscard]] StartChoice Choice() const { return m_choice; }
 
 private:

@@ -1,5 +1,5 @@
-// StatusLine: the connected keyboard, the progress of a transfer, and when a document was saved
-// automatically.
+// StatusLine: the connected keyboard, the progress of a transfer, and the time of the last
+// automatic save.
 #pragma once
 
 #include "app/Workbench.h"
@@ -21,7 +21,7 @@ public:
 private:
     void ShowKeyboard();
     void ShowProgress(int percent);
-    [[nodiscard]] QString FirmwareFault() const; // empty: none
+    [[nodiscard]] QString FirmwareFault() const; // empty if there is none
 
     Workbench& m_workbench;
     QLabel* m_keyboard;

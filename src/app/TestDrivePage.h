@@ -1,5 +1,5 @@
-// TestDrivePage: tries the simulated keyboard out: what the PC receives when a key is pressed, a
-// card is swiped or a code is scanned, by the settings in the keyboard's memory.
+// TestDrivePage: tries out the simulated keyboard: shows the PC's input when a key is pressed, a
+// card is swiped or a code is scanned, according to the settings in the keyboard's memory.
 #pragma once
 
 #include "app/Workbench.h"

@@ -1,7 +1,7 @@
-// Transfers: what moves whole configurations between the keyboard and the document: reading,
-// writing after a review, recovering what was interrupted, bringing a backup back.
+// Transfers: transfers of whole configurations between the keyboard and the document: reading,
+// writing after a review, recovering interrupted writes, restoring backups.
 //
-// Each asks before anything is lost, and reports at its end what the keyboard holds.
+// Each asks before anything is lost, and finally reports the keyboard's contents.
 #pragma once
 
 #include "app/DocumentMenu.h"
@@ -18,13 +18,14 @@ namespace qx::app {
 class Transfers : public QObject {
     Q_OBJECT
 public:
-    // The ways to settle an interrupted write.
+    // The ways to recover an interrupted write.
     enum class Ending { Finish, RollBack, Later };
 
-    // How it asks; its own boxes unless something else is put in.
+    // The questions to the user; its own message boxes by default.
     struct Questions {
         std::function<Ending(const QString& text, const QString& details)> recover;
-        // Which of several interrupted writes the keyboard was cut in; -1: the user cannot say.
+        // Which of several interrupted writes belongs to the keyboard; -1 if the user does not
+        // know.
         std::function<int(const QString& question, const QStringList& writes)> whichWrite;
         std::function<bool(const QString& title, const QString& question)> mayWrite;
         // Before damaged parts of the keyboard are replaced.
@@ -35,14 +36,14 @@ public:
 
     Questions questions;
 
-    // Keyboard to document; asks first where unsaved changes would be lost.
+    // Keyboard to document; asks first if unsaved changes would be lost.
     void Read();
-    // Document to keyboard, after the review. An interrupted write is settled first, and then the
-    // document is written when the user asks again.
+    // Document to keyboard, after the review. An interrupted write is recovered first; the document
+    // is then written when the user asks again.
     void Write();
-    // Backup to keyboard and document, after a review of the same kind.
+    // Backup to keyboard and document, after the same kind of review.
     void Restore(const host::BackupEntry& backup);
-    // Lets the user settle an interrupted write to this keyboard. Whether there was one.
+    // Lets the user recover an interrupted write to this keyboard; false if there was none.
     bool Recover();
 
 signals:
@@ -50,24 +51,25 @@ signals:
     void Told(const QString& text);
     void Warned(const QString& text);
     void Failed(const Failure& failure);
-    void Written(); // something was, and proved
+    void Written(); // something was written and verified
     void PlaceChosen(const std::string& place);
 
 private:
-    // Runs it, and reports its failure, which `what` names.
+    // Runs the transfer and reports its failure, with the text `what`.
     void Attempt(const QString& what, const std::function<void()>& transfer);
-    // Writes the plan; a write that breaks off can be settled at once. Whether it was proved.
+    // Writes the plan; an interrupted write can be recovered at once. True if the write is
+    // verified.
     bool Send(const std::function<void()>& write);
     void ReportBrokenOff(const Failure& failure, bool isRecorded);
-    // What writing the document would change. Where that takes a repair that the user does not
-    // want, nothing.
+    // The plan for writing the document. None if that requires a repair that the user does not
+    // want.
     [[nodiscard]] std::optional<host::WritePlan> Plan();
     void SettleFound(const std::vector<host::JournalEntry>& writes);
-    // Asks about the writes, after a text that says why, and does as the user answers.
+    // Asks about the writes, after a text with the reason, and follows the user's answer.
     void Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
                 const QString& details);
     void EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending);
-    // Whether the user wants the plan to be carried out.
+    // Whether the user wants to carry out the plan.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title);
 
     Workbench& m_workbench;

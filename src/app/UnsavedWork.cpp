@@ -28,7 +28,7 @@ host::Json ContentOf(const fs::path& copy) {
         if (content.is_object() && content.contains(kConfiguration) &&
             content.value(kDocument, host::Json()).is_string())
             return content;
-    } catch (const json::FaultError&) { // damaged too
+    } catch (const json::FaultError&) { // may be damaged as well
     }
     throw host::Error(host::Cause::UnsavedWorkDamaged, {.place = {.file = copy.string()}});
 }
@@ -42,7 +42,7 @@ std::optional<UnsavedWork::LeftCopy> UnsavedWork::Claim(const fs::path& file) {
     return copy.m_lock->TryLock() ? std::optional(std::move(copy)) : std::nullopt;
 }
 
-// Programs that ended may have had the same process number.
+// A program that has ended may have had the same process id.
 void UnsavedWork::MakeOwn() {
     files::MakeFolder(m_folder);
     fs::permissions(m_folder, fs::perms::owner_all);
@@ -62,7 +62,7 @@ void UnsavedWork::Keep(const host::ConfigurationDocument& document, const fs::pa
     content[kDocument] = std::string(name.begin(), name.end());
     content[kConfiguration] = document.AsJson();
     const std::string text = host::PrettyText(content);
-    if (!files::WriteNewFile(m_own->File(), text)) // else it is private from the start
+    if (!files::WriteNewFile(m_own->File(), text)) // otherwise it was created private
         files::WriteFileAtomically(m_own->File(), text);
 }
 
@@ -74,7 +74,7 @@ void UnsavedWork::Drop() {
 
 std::optional<UnsavedWork::LeftCopy> UnsavedWork::Left() const {
     std::vector<fs::path> copies;
-    std::error_code none; // without the folder there are no copies
+    std::error_code none; // without a folder there are no copies
     for (const auto& entry : fs::directory_iterator(m_folder, none))
         if (entry.path().extension() == kSuffix && entry.is_regular_file(none))
             copies.push_back(entry.path());
@@ -97,7 +97,7 @@ host::ConfigurationDocument UnsavedWork::LeftCopy::Document() const {
                                               m_file.string());
 }
 
-// The copy goes before its lock, so that who gets the lock finds no copy.
+// The copy is deleted before its lock is released, so that nobody can claim a deleted copy.
 void UnsavedWork::LeftCopy::Remove() {
     std::error_code ignored;
     fs::remove(m_file, ignored);

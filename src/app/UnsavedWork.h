@@ -1,8 +1,8 @@
 // UnsavedWork: copies of edited documents that survive the program.
 //
-// While a document has changes that are not saved, its window keeps a copy of it in a file of its
-// own and locks that file. A copy that nobody locks was left by a program that ended without
-// closing its document; the next program can take it over.
+// While a document has unsaved changes, its window keeps a copy of it in a separate file and locks
+// that file. A copy that is not locked was left by a program that ended without closing its
+// document; the next program can adopt it.
 #pragma once
 
 #include "files/Files.h"
@@ -16,20 +16,20 @@ namespace qx::app {
 
 class UnsavedWork {
 public:
-    // The folder of the copies, which is made when the first one is kept.
+    // The folder of the copies, created with the first copy.
     explicit UnsavedWork(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    // Keeps this state of the document, whose own file is given where it has one, in place of the
-    // one kept before. Throws std::runtime_error.
+    // Stores this state of the document, with the document's own file if it has one, replacing the
+    // previous copy. Throws std::runtime_error.
     void Keep(const host::ConfigurationDocument& document, const std::filesystem::path& file);
-    // Removes the copy: the document is saved, or given up. Does not throw.
+    // Deletes the copy: the document is saved or discarded. Does not throw.
     void Drop();
 
-    // A copy that another program left, claimed for as long as this object lives.
+    // A copy left by another program, claimed during this object's lifetime.
     class LeftCopy {
     public:
         [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
-        // The document's own file; empty for an untitled one. Both throw when the copy is damaged.
+        // The document's own file; empty for an untitled one. Both throw if the copy is damaged.
         [[nodiscard]] std::filesystem::path OwnFile() const;
         [[nodiscard]] host::ConfigurationDocument Document() const;
         void Remove();
@@ -39,7 +39,7 @@ public:
         std::filesystem::path m_file;
         std::unique_ptr<files::FileLock> m_lock;
     };
-    // The newest one that is left; none of a window that is still open.
+    // The newest copy that is left; never one of a window that is still open.
     [[nodiscard]] std::optional<LeftCopy> Left() const;
 
 private:

@@ -10,7 +10,7 @@ namespace qx::app {
 
 namespace {
 
-// The preferences keep the window in twips, of which a pixel at 96 dots per inch has 15.
+// The preferences store the window's place in twips; at 96 dpi a pixel has 15.
 constexpr int kTwipsPerPixel = 15;
 constexpr int kLeastSize = 240; // pixels of the window that a screen must show
 constexpr QSize kFirstSize(1100, 760);
@@ -26,7 +26,7 @@ void RestorePlace(QWidget& window, const QXProgSettings& preferences) {
     const QRect visible =
         place.intersected(QGuiApplication::primaryScreen()->availableVirtualGeometry());
     if (visible.width() < kLeastSize || visible.height() < kLeastSize)
-        window.resize(kFirstSize); // its screen is gone
+        window.resize(kFirstSize); // its screen no longer exists
     else
         window.setGeometry(visible);
     if (preferences.WinState() == kMaximized)

@@ -1,4 +1,4 @@
-// WindowPlace: where the window stands, as the preferences keep it.
+// WindowPlace: the window's position, as stored in the preferences.
 #pragma once
 
 class QWidget;
@@ -9,7 +9,7 @@ class QXProgSettings;
 
 namespace qx::app {
 
-// Puts the window where it was, as far as today's screens show it.
+// Restores the window's position, as far as it is visible on the current screens.
 void RestorePlace(QWidget& window, const QXProgSettings& preferences);
 void KeepPlace(const QWidget& window, QXProgSettings& preferences);
 

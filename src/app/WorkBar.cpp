@@ -40,9 +40,9 @@ void WorkBar::ShowStep(host::Step step) {
     ShowAtOnce(m_work + QLatin1Char('\n') + StepText(step));
 }
 
-// The program is busy with the keyboard; what the user does is kept back.
+// The program is busy with the keyboard; user input is held back.
 void WorkBar::ShowAtOnce(const QString& text) {
-    Age(); // in place of the step before
+    Age(); // replaces the previous step
     Tell(Kind::Warning, text);
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }

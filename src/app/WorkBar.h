@@ -1,5 +1,5 @@
-// WorkBar: a line above the page while something is being done with the keyboard: what, and which
-// step of a write. Meanwhile the pointer is busy.
+// WorkBar: a line above the page that shows the current work with the keyboard, and the step of a
+// write. The pointer is busy meanwhile.
 #pragma once
 
 #include "app/NoticeBar.h"

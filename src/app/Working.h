@@ -1,4 +1,4 @@
-// Working: while it lives, the windows show that something is being done with the keyboard.
+// Working: during its lifetime, the windows show that the program works with the keyboard.
 #pragma once
 
 #include "app/Workbench.h"

@@ -1,4 +1,4 @@
-// Attempt: one unit's turn, and what came of it.
+// Attempt: one try to program a unit, and its result.
 #pragma once
 
 #include "batch/Job.h"
@@ -15,8 +15,8 @@ namespace qx::batch {
 
 struct Attempt {
     UnitReport report;
-    std::optional<host::ErrorKind> failure; // none: it is done
-    std::vector<std::string> notes;         // for the user, besides
+    std::optional<host::ErrorKind> failure; // empty if it succeeded
+    std::vector<std::string> notes;         // additional notes for the user
 
     // "done: wrote 9 bytes, read back and found equal", "failed: ...".
     [[nodiscard]] std::string Outcome() const;
@@ -26,7 +26,7 @@ struct Attempt {
 // An attempt that has not begun.
 [[nodiscard]] Attempt NewAttempt(const Unit& unit, host::Time now);
 
-// Makes one: `program` fills in the report, and throws what made it fail.
+// Makes an attempt: `program` fills in the report, and throws on failure.
 [[nodiscard]] Attempt MakeAttempt(const Unit& unit, host::Time now,
                                   const std::function<void(UnitReport&)>& program);
 

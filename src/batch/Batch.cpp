@@ -107,7 +107,7 @@ void Batch::Program(const Unit& unit, const std::function<void(UnitReport&)>& pr
 }
 
 void Batch::Run() {
-    m_report.Save(); // before a keyboard is touched it is known that this works
+    m_report.Save(); // verifies, before a keyboard is touched, that it can be saved
     for (const Unit* unit : Left()) {
         if (m_services.isInterrupted())
             return;

@@ -1,7 +1,7 @@
-// Batch: works through a job, and reports.
+// Batch: programs the units of a job and reports the results.
 //
-// A keyboard that fails stops nothing. The result of each keyboard is in the report before the next
-// one begins, so a batch can break off anywhere: the next one does what is left.
+// A failing keyboard does not stop the batch. Each keyboard's result is in the report before the
+// next one begins, so a batch can be interrupted anywhere: the next run does the rest.
 #pragma once
 
 #include "batch/Attempt.h"
@@ -18,7 +18,7 @@
 
 namespace qx::batch {
 
-// What one run has done.
+// The results of one run.
 struct ThisRun {
     std::vector<std::string> done;
     std::vector<std::string> failed;
@@ -27,35 +27,35 @@ struct ThisRun {
 
 class Batch {
 public:
-    // The job has been checked. Throws host::Error(FileFailed) when its report cannot be used, or
-    // another batch is at work on the job.
+    // The job has been checked. Throws host::Error(FileFailed) if its report cannot be used, or if
+    // another batch works on the job.
     Batch(Job job, Services services);
 
-    // Limits the batch to the units of these names. Throws host::Error(Usage) for a name that no
-    // unit has.
+    // Limits the batch to the units with these names. Throws host::Error(Usage) for an unknown
+    // name.
     void Choose(const std::vector<std::string>& names);
 
-    // What the report says of each unit, and "not done" of what has changed since.
+    // The report; units that have changed since count as "not done".
     [[nodiscard]] const Report& Progress() const { return m_report; }
     // The chosen units that are not done.
     [[nodiscard]] std::vector<const Unit*> Left() const;
     [[nodiscard]] bool IsAllDone() const { return Left().empty(); }
     [[nodiscard]] ThisRun ThisRunSoFar() const;
-    // Why the first of the units that failed in this run, in the job's order, has failed.
+    // Why the first unit (in the job's order) that failed in this run has failed.
     [[nodiscard]] std::optional<host::ErrorKind> FirstFailure() const;
 
-    // Programs every chosen unit that is not done, one after the other. Throws host::Error only
-    // when there can be no report.
+    // Programs all chosen units that are not done, one after the other. Throws host::Error only if
+    // the report cannot be written.
     void Run();
 
-    // The same by several processes at once, each of which runs `program`. Throws host::Error also
-    // when none can be started.
+    // The same with several processes in parallel, each running `program`. Also throws host::Error
+    // if none can be started.
     void RunByCrew(std::size_t workers, const std::filesystem::path& program,
                    const WorkerSettings& settings);
 
-    // The same at the job's bench, where one keyboard after the other is plugged in. Ends when all
-    // units are done, or when it is interrupted. Throws host::Error when the bench's driver cannot
-    // be used, or there can be no report.
+    // The same at the job's bench, where keyboards are plugged in one after the other. Ends when
+    // all units are done or when interrupted. Throws host::Error if the bench's driver cannot be
+    // used or the report cannot be written.
     void RunAtBench();
 
 private:
@@ -64,9 +64,9 @@ private:
     [[nodiscard]] std::size_t NumberOf(const Unit& unit) const; // from 0
     [[nodiscard]] UnitReport& ReportOf(const Unit& unit);
     [[nodiscard]] const UnitReport& ReportOf(const Unit& unit) const;
-    // Programs by `program`, and notes the result.
+    // Programs the unit by calling `program`, and records the result.
     void Program(const Unit& unit, const std::function<void(UnitReport&)>& program);
-    // Tells the user of the attempt, and saves it in the report.
+    // Shows the attempt to the user, and saves it in the report.
     void Note(const Unit& unit, const Attempt& attempt);
 
     Job m_job;
@@ -74,7 +74,7 @@ private:
     std::unique_ptr<files::FileLock> m_lock;
     Report m_report;
     std::set<const Unit*> m_chosen;
-    std::map<std::size_t, Attempt> m_attempts; // the last of each unit in this run
+    std::map<std::size_t, Attempt> m_attempts; // the last one per unit in this run
 };
 
 } // namespace qx::batch

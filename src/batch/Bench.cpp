@@ -8,7 +8,7 @@
 
 namespace qx::batch {
 
-// What goes on at the bench: which keyboard is plugged in, and whether it has had its turn.
+// The state of the bench: the connected keyboard, and whether it has been handled.
 class Batch::Bench {
 public:
     explicit Bench(Batch& batch) : m_batch(batch), m_services(batch.m_services) {}
@@ -27,8 +27,8 @@ private:
         if (keyboard && !HasHadItsTurn(*keyboard))
             TakeOn(*keyboard);
     }
-    // The keyboard at the bench; null when there is none that answers. Only one that cannot be
-    // opened is gone: one that fails later may be the same with a bad contact.
+    // The keyboard at the bench; null if none answers. Only a keyboard that cannot be opened counts
+    // as unplugged: one that fails later may be the same with a bad contact.
     [[nodiscard]] std::unique_ptr<Keyboard> Look() {
         const setup::KeyboardChoice& choice = *m_batch.m_job.Bench();
         std::error_code ignored;
@@ -51,18 +51,18 @@ private:
                  ")");
         return nullptr;
     }
-    // Not again and again while nothing changes.
+    // Notes a text once, not repeatedly while nothing changes.
     void NoteOnce(const std::string& text) {
         if (std::exchange(m_noted, text) != text)
             m_services.note(text);
     }
 
-    // A keyboard without an identifier has to be unplugged to be told from the next.
+    // Keyboards without an identifier are only distinguished by being unplugged in between.
     [[nodiscard]] bool HasHadItsTurn(const Keyboard& keyboard) const {
         return m_handled && (m_handled->empty() || *m_handled == keyboard.Identifier());
     }
 
-    // The unit that this keyboard is for: the one that names it, else the first that names none.
+    // The unit for this keyboard: the one that names it, or else the first that names none.
     [[nodiscard]] const Unit* Next(const std::string& identifier) const {
         const Unit* next = nullptr;
         for (const Unit* unit : m_batch.Left()) {
@@ -73,7 +73,7 @@ private:
         }
         return next;
     }
-    // The unit as which this keyboard is done already, as far as it can be told.
+    // The unit for which this keyboard is already done, as far as can be determined.
     [[nodiscard]] const Unit* DoneAs(const std::string& identifier) const {
         for (const Unit& unit : m_batch.m_job.Units()) {
             const UnitReport& report = m_batch.ReportOf(unit);
@@ -94,7 +94,7 @@ private:
             m_services.note("this keyboard is not one of the remaining units");
         else
             m_batch.Program(*unit, [&](UnitReport& report) { keyboard.Program(*unit, report); });
-        m_handled = keyboard.Identifier(); // which the document may have changed
+        m_handled = keyboard.Identifier(); // the document may have changed it
         const Unit* next = Next("");
         if (!m_batch.IsAllDone())
             m_services.note(
@@ -105,7 +105,7 @@ private:
 
     Batch& m_batch;
     const Services& m_services;
-    std::optional<std::string> m_handled; // the identifier of the keyboard that has had its turn
+    std::optional<std::string> m_handled; // the identifier of the keyboard that has been handled
     std::string m_noted;
 };
 

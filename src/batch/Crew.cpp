@@ -8,8 +8,8 @@ namespace qx::batch {
 struct Crew::Member {
     process::ChildProcess child;
     std::string arrived;
-    std::optional<Task> task; // at which it works
-    bool isBriefed = false;   // it has the settings
+    std::optional<Task> task; // the one it works on
+    bool isBriefed = false;   // it has been sent the settings
 };
 
 Crew::Crew(std::size_t size, std::filesystem::path program, WorkerSettings settings)
@@ -34,7 +34,7 @@ void Crew::Run(const std::vector<const Unit*>& units, const std::function<bool()
         if (channels.empty())
             return;
         if (!process::Channel::WaitForAny(channels))
-            continue; // a signal came
+            continue; // interrupted by a signal
         for (auto& member : m_members) {
             if (!member || !member->task)
                 continue;
@@ -73,7 +73,7 @@ void Crew::Assign(std::deque<Task>& waiting) {
     }
 }
 
-// One that cannot be replaced is missed only when it was the last.
+// A worker that cannot be replaced only matters if it was the last.
 void Crew::ReplaceCrashed() {
     for (auto& member : m_members) {
         if (member)
@@ -113,7 +113,7 @@ std::unique_ptr<Crew::Member> Crew::NewMember() const {
 void Crew::Give(Member& member, const Task& task) {
     const bool isNew = !std::exchange(member.isBriefed, true);
     member.task = task;
-    // One that is gone already is noticed when it is listened to.
+    // A member that is already gone is noticed when its answer is read.
     (void)member.child.Connection().Send((isNew ? LineOf(m_settings) : "") + LineOf(*task.unit));
 }
 
@@ -126,7 +126,7 @@ std::optional<Attempt> Crew::Hear(std::unique_ptr<Member>& member) {
             member->arrived.clear();
             member->task.reset();
             return attempt;
-        } catch (const std::exception&) { // what it writes is of no use any more
+        } catch (const std::exception&) { // its output can no longer be used
         }
     } else if (received != process::Channel::Received::End) {
         return std::nullopt;

@@ -1,4 +1,4 @@
-// Crew: several workers, each a process that programs one unit at a time.
+// Crew: several worker processes, each programming one unit at a time.
 #pragma once
 
 #include "batch/Worker.h"
@@ -12,13 +12,13 @@ namespace qx::batch {
 
 class Crew {
 public:
-    // `program` is the worker's file. Throws host::Error(FileFailed) when it cannot be started.
+    // `program` is the worker's file. Throws host::Error(FileFailed) if it cannot be started.
     Crew(std::size_t size, std::filesystem::path program, WorkerSettings settings);
     ~Crew();
 
-    // Programs the units, of which those of one port take turns, and hands each attempt over as it
-    // ends. A worker that crashes costs the unit that it had. Once it is interrupted, no unit
-    // begins, and those that have begun are waited for. Throws host::Error(FileFailed) when all
+    // Programs the units, those of one port one after the other, and passes on each attempt when it
+    // ends. A worker that crashes costs only its current unit. After an interruption no unit is
+    // started, and those that have begun are completed. Throws host::Error(FileFailed) if all
     // workers have crashed and no other can be started.
     void Run(const std::vector<const Unit*>& units, const std::function<bool()>& isInterrupted,
              const std::function<void(const Unit&, const Attempt&)>& finished);
@@ -26,8 +26,8 @@ public:
 private:
     struct Task {
         const Unit* unit;
-        // A keyboard that cannot be told from one at which another worker writes waits for its
-        // turn until none does.
+        // The unit must run alone: its keyboard cannot be distinguished from one that another
+        // worker is writing to.
         bool isAlone = false;
     };
     struct Member;
@@ -38,12 +38,12 @@ private:
     [[nodiscard]] std::deque<Task>::iterator Next(std::deque<Task>& waiting) const;
     [[nodiscard]] std::unique_ptr<Member> NewMember() const;
     void Give(Member& member, const Task& task);
-    // The attempt of a member from which something has arrived; none while it is not complete.
+    // The attempt of a member that has sent data; none if it is incomplete.
     [[nodiscard]] std::optional<Attempt> Hear(std::unique_ptr<Member>& member);
 
     std::filesystem::path m_program;
     WorkerSettings m_settings;
-    std::vector<std::unique_ptr<Member>> m_members; // null: crashed
+    std::vector<std::unique_ptr<Member>> m_members; // null if crashed
 };
 
 } // namespace qx::batch

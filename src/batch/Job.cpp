@@ -30,7 +30,7 @@ constexpr int kVersion = 1;
                       {.place = {.file = files::TextOf(file)}, .faults = faults});
 }
 
-// A text that is not empty; the empty text where there is none.
+// A text that must not be empty; returns an empty text if there is none.
 std::string TextOf(const Value& value) {
     const std::string text = value.Text().value_or("");
     if (value.Exists() && value.AsJson().is_string() && text.empty())
@@ -57,7 +57,7 @@ host::Variables::Values VariablesOf(const Value& value) {
 
 } // namespace
 
-// Reads the job, and goes on behind faults.
+// Reads the job, continuing after faults.
 class Job::Reader {
 public:
     explicit Reader(Job& job) : m_job(job) {}
@@ -90,14 +90,14 @@ private:
     [[nodiscard]] fs::path Path(const std::string& text) const {
         return text.empty() ? fs::path() : m_job.m_file.parent_path() / files::PathOf(text);
     }
-    // A library without a folder that is not beside the job is for the system to find.
+    // A library without a folder that is not beside the job is searched for by the system.
     [[nodiscard]] fs::path LibraryPath(const std::string& text) const {
         std::error_code ignored;
         const bool isForSystem =
             !files::PathOf(text).has_parent_path() && !fs::exists(Path(text), ignored);
         return isForSystem ? files::PathOf(text) : Path(text);
     }
-    // `written` is what tells it apart wherever the program is started.
+    // `written` identifies it, wherever the program is started.
     [[nodiscard]] std::optional<setup::KeyboardChoice> Target(Object& members,
                                                               std::string& written) const {
         const std::string driver = TextOf(members.Find("driver"));
@@ -152,10 +152,10 @@ private:
         m_job.m_units.push_back(std::move(unit));
     }
 
-    // A document that was read from one keyboard has that keyboard's identifier, which no other may
-    // get: it is left out where more than one unit would.
+    // A document read from a keyboard has that keyboard's identifier, which no other may get: it is
+    // removed if more than one unit would get it.
     void LeaveOutSharedIdentifiers() {
-        std::map<std::string, std::vector<Unit*>> units; // by the identifier that they would get
+        std::map<std::string, std::vector<Unit*>> units; // by the identifier they would get
         for (Unit& unit : m_job.m_units)
             if (unit.document)
                 if (const auto guid = GuidFromText(unit.document->Identifier()))
@@ -190,7 +190,8 @@ private:
                files::TextOf(fs::weakly_canonical(choice.keyboard, ignored));
     }
 
-    // Of what only one unit may have: the other unit that has it; empty where none has.
+    // Claims a value that only one unit may have; returns the unit that already has it, or an empty
+    // text.
     [[nodiscard]] std::string Claim(const std::string& key, const std::string& value,
                                     const std::string& unit) {
         if (value.empty())
@@ -199,7 +200,7 @@ private:
         return isNew ? std::string() : claimed->second;
     }
 
-    // Several units may be reached in the same way only when each of them has an identifier.
+    // Several units may share a port only if each of them has an identifier.
     void ClaimTarget(Object& members, Unit& unit) {
         const bool isNamed = !unit.identifier.empty();
         unit.port = TargetText(*unit.target);
@@ -227,7 +228,7 @@ private:
     Job& m_job;
     std::string m_document;
     std::map<std::string, std::map<std::string, std::string>> m_claims; // key, value, unit
-    std::map<std::string, std::pair<std::string, bool>> m_targets;      // unit, whether it is named
+    std::map<std::string, std::pair<std::string, bool>> m_targets; // unit, and whether it is named
     std::map<std::string, std::shared_ptr<const host::ConfigurationDocument>> m_documents;
 };
 
@@ -248,7 +249,7 @@ Job Job::Load(const fs::path& file) {
     return job;
 }
 
-// Reads every unit's settings and notes what is wrong.
+// Checks every unit's settings and records the faults.
 class Job::Checker {
 public:
     Checker(Job& job, const Platform& platform, QXKeyboardLayoutData& layout,
@@ -286,7 +287,7 @@ private:
         unit.wanted = WantedBy(unit, variables.Used());
     }
 
-    // The identifier that the document gives the keyboard; the empty text where it gives none.
+    // The identifier that the document gives the keyboard; empty if none.
     [[nodiscard]] std::string IdentifierGiven(const Unit& unit, host::Variables& variables) const {
         host::Configuration configuration(m_platform, &m_layout, nullptr,
                                           host::LayoutUse::Captions);

@@ -31,7 +31,7 @@ std::string IdentifierText(const std::string& bytes) {
     return ToText(guid);
 }
 
-// How the job reaches the unit, on one line.
+// The unit's connection in the job, on one line.
 std::string PlaceOf(const Unit& unit) {
     std::string place = unit.targetText;
     std::replace(place.begin(), place.end(), '\n', ' ');

@@ -10,16 +10,17 @@ namespace qx::batch {
 
 class Keyboard {
 public:
-    // Starts it up. Throws host::Error. The services stay alive as long as this object.
+    // Starts it up. Throws host::Error. The services must outlive this object.
     Keyboard(setup::OpenedDriver driver, const Services& services);
     Keyboard(const Keyboard&) = delete;
     Keyboard& operator=(const Keyboard&) = delete;
 
-    // "{...}"; empty for a keyboard that stores none.
+    // "{...}"; empty for a keyboard without one.
     [[nodiscard]] const std::string& Identifier() const { return m_identifier; }
 
-    // Makes the keyboard hold what the unit wants, proves it and gives it back; a write to it that
-    // was interrupted is rolled back before. Fills in the report as it goes. Throws host::Error.
+    // Writes the unit's settings to the keyboard, verifies them and closes the keyboard; an
+    // interrupted write is rolled back first. Fills in the report along the way. Throws
+    // host::Error.
     void Program(const Unit& unit, UnitReport& report);
 
 private:

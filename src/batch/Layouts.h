@@ -10,11 +10,11 @@
 
 namespace qx::batch {
 
-// Which layouts a batch uses, by their names.
+// The names of the layouts that a batch uses.
 struct LayoutChoice {
-    std::filesystem::path folder; // empty: the usual ones
+    std::filesystem::path folder; // empty: the default folder
     std::string chosen;           // for all keyboards; empty: each keyboard's own
-    std::string preferred;        // for a keyboard that names none
+    std::string preferred;        // for a keyboard without one
 };
 
 class Layouts {
@@ -22,8 +22,8 @@ public:
     explicit Layouts(LayoutChoice choice) : m_choice(std::move(choice)) {}
 
     [[nodiscard]] const LayoutChoice& Choice() const { return m_choice; }
-    // The layout for a keyboard that names this one, or none (the empty text). It stays alive as
-    // long as this object. Throws host::Error.
+    // The layout for a keyboard with this layout name, or without one (empty). It lives as long as
+    // this object. Throws host::Error.
     [[nodiscard]] QXKeyboardLayoutData& For(const std::string& ofKeyboard);
 
 private:

@@ -1,4 +1,4 @@
-// Services: what a batch takes from the program that runs it.
+// Services: what the running program provides to a batch.
 #pragma once
 
 #include "host/RecordFiles.h"
@@ -18,15 +18,15 @@ namespace qx::batch {
 
 struct Services {
     std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver;
-    // The layout for a keyboard that names this one, or none (the empty text). It stays alive as
-    // long as the batch. Throws host::Error.
+    // The layout for a keyboard with this layout name, or without one (empty). It lives as long as
+    // the batch. Throws host::Error.
     std::function<QXKeyboardLayoutData&(const std::string& name)> layout;
     Platform platform;
     std::filesystem::path records; // of writes
-    bool skipAbsent = false;       // leave out what a keyboard has no module for
-    bool repair = false;           // replace what is damaged in a keyboard
+    bool skipAbsent = false;       // ignore settings without a module in the keyboard
+    bool repair = false;           // replace damaged parts of a keyboard
     host::Clock now = [] { return std::chrono::system_clock::now(); };
-    // Lets some time pass before the bench is looked at again.
+    // Waits before the bench is checked again.
     std::function<void()> pause;
     std::function<bool()> isInterrupted = [] { return false; };
     std::function<void(const std::string&)> note = [](const std::string&) {}; // to the user

@@ -1,8 +1,8 @@
-// Worker: programs units for a batch in a process of its own, so that several can be at work at
-// once: the control library runs on one thread.
+// Worker: programs units for a batch in a separate process, so that several can be programmed in
+// parallel: the control library runs on one thread.
 //
-// Both ends speak lines of JSON. The batch sends the settings, and then one unit at a time; the
-// worker answers each unit with its attempt, and ends when the batch closes the channel.
+// Both ends exchange lines of JSON. The batch sends the settings, then one unit at a time; the
+// worker answers each with its attempt, and ends when the batch closes the channel.
 #pragma once
 
 #include "batch/Attempt.h"
@@ -24,13 +24,13 @@ struct WorkerSettings {
     bool trace = false;              // to standard error
 };
 
-// What the batch sends, and what it makes of the answer; each line ends with a line feed. Reading
-// throws std::exception for a line that no worker writes.
+// The lines that the batch sends, and the parsing of answers; each line ends with a line feed.
+// Reading throws std::exception for an invalid line.
 [[nodiscard]] std::string LineOf(const WorkerSettings& settings);
 [[nodiscard]] std::string LineOf(const Unit& unit);
 [[nodiscard]] Attempt AttemptOf(const std::string& line);
 
-// The worker's part. Throws std::exception for lines that no batch sends.
+// The worker's side. Throws std::exception for invalid lines.
 void Work(process::Channel& channel);
 
 } // namespace qx::batch

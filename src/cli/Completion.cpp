@@ -111,11 +111,11 @@ std::vector<std::string> OptionNames(const Command& program, const Command& comm
     return names;
 }
 
-// Where the words lead: the command, and how many of its arguments there are.
+// The position in the command line: the command, and the number of its arguments so far.
 struct Place {
     const Command* command;
     std::size_t arguments = 0;
-    const Option* waiting = nullptr; // the option that the next word is the value of
+    const Option* waiting = nullptr; // the option whose value is the next word
 };
 
 Place PlaceAfter(const Command& program, const std::vector<std::string>& words) {

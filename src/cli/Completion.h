@@ -1,13 +1,12 @@
-// Completion: the words that can come next in a command line, and the shells' scripts that ask for
-// them.
+// Completion: the possible next words of a command line, and the shells' scripts that ask for them.
 #pragma once
 
 #include "cli/Command.h"
 
 namespace qx::cli {
 
-// What can stand in place of the last one of the words that follow the program's name. One
-// candidate ":files" or ":folders" stands for those that the shell finds.
+// Candidates for the last of the words after the program's name. A single candidate ":files" or
+// ":folders" means that the shell should offer files or folders.
 [[nodiscard]] std::vector<std::string> Candidates(const Command& program, Context& context,
                                                   const std::vector<std::string>& words);
 

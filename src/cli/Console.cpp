@@ -10,14 +10,14 @@ namespace qx::cli {
 
 namespace {
 
-// How wide the text is on a screen, near enough: its UTF-8 characters.
+// The approximate width of the text on a screen: the number of its UTF-8 characters.
 std::size_t WidthOf(std::string_view text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
     }));
 }
 
-// With texts and names of members that are UTF-8.
+// Makes all texts and member names valid UTF-8.
 host::Json WithUtf8Texts(const host::Json& value) {
     if (value.is_string())
         return host::Utf8Text(value.get_ref<const std::string&>());
@@ -66,7 +66,7 @@ void Console::ShowProgress(std::string_view step, int percent) {
         return;
     const std::string before = std::string(step) + " [";
     const std::string after = "] " + std::to_string(percent) + " %";
-    // The last column stays free: some terminals go to the next line when it is written to.
+    // the last column stays empty: some terminals wrap when it is used
     const int room = m_streams.columns - 1 - static_cast<int>(WidthOf(before + after));
     const int width = std::clamp(room, 0, kWidestBar);
     const auto done = static_cast<std::size_t>(percent * width / 100);
@@ -82,7 +82,7 @@ void Console::ShowProgress(std::string_view step, int percent) {
     m_streams.err << on << drawn << off << std::flush;
 }
 
-// Wipes the bar away, so that what comes next stands in a line of its own.
+// Erases the bar, so that the next output starts on an empty line.
 void Console::EndProgress() {
     if (m_progress.empty())
         return;

@@ -17,14 +17,14 @@ namespace qx::cli {
 namespace {
 
 constexpr int kSchema = 1;
-// How long a driver may do nothing. People watch and can end the command before.
+// The time a driver may be inactive. People watch, and can end the command earlier.
 constexpr std::chrono::minutes kDriverSilence{10};
-constexpr int kEndedBySignal = 128; // and the signal's number, as shells have it
+constexpr int kEndedBySignal = 128; // plus the signal's number, as in shells
 
-// A document can have very many faults, of which nobody reads all.
+// A document can have very many faults; nobody reads them all.
 constexpr std::size_t kShownFaults = 20;
 
-// What a transfer does in this step; the one before the writing reads too.
+// The transfer's activity in this step; the check before the write also reads.
 std::string_view WordOf(host::Step step) {
     switch (step) {
     case host::Step::SavingBackup:
@@ -62,7 +62,7 @@ Context::Context(Streams streams, Surroundings surroundings)
 }
 
 Context::~Context() {
-    m_session.reset(); // gives the keyboard back while its driver is there
+    m_session.reset(); // closes the keyboard while its driver still exists
 }
 
 setup::OpenedDriver Context::OpenDriver(const setup::KeyboardChoice& choice) {
@@ -76,7 +76,7 @@ setup::KeyboardChoice Context::Chosen() const {
     setup::KeyboardChoice choice = options.keyboard;
     if (choice.driver.empty() && choice.keyboard.empty())
         choice.driver = m_surroundings.driver;
-    if (!choice.driver.empty()) // such a library may do anything, and end its process
+    if (!choice.driver.empty()) // such a library may do anything, even end its process
         choice.isolation = driverhost::Isolation{{}, kDriverSilence};
     return choice;
 }
@@ -131,13 +131,13 @@ host::Writer& Context::Writer() {
     return *m_writer;
 }
 
-// A journal that cannot be read is no reason not to read from a keyboard.
+// An unreadable journal must not prevent reading from a keyboard.
 void Context::WarnOfInterruptedWrites() {
     try {
         std::vector<host::DamagedRecord> damaged;
         const host::WriteRecords records = Records();
         const auto entries = records.journal.Entries(&damaged);
-        if (entries.empty() && damaged.empty()) // the keyboard is asked only where it matters
+        if (entries.empty() && damaged.empty()) // the keyboard is read only if necessary
             return;
         const host::KeyboardIdentity identity = m_session->ReadIdentity();
         for (const host::DamagedRecord& record : damaged)

@@ -1,7 +1,6 @@
-// Context: what every command of the command line works with.
+// Context: the environment of every command.
 //
-// It holds the global options and the console, makes the services that a command asks for on first
-// use, and writes results.
+// It holds the global options and the console, creates services on first use, and writes results.
 #pragma once
 
 #include "cli/Console.h"
@@ -27,15 +26,15 @@ class QXProgSettings;
 
 namespace qx::cli {
 
-// What the command line takes from its surroundings; tests put their own in.
+// The program's environment; tests provide their own.
 struct Surroundings {
     std::function<setup::OpenedDriver(const setup::KeyboardChoice&)> openDriver = setup::OpenDriver;
     std::istream* in = &std::cin;
-    // The driver library of the command that chooses no keyboard; empty: the simulated one.
+    // The driver library for commands without an option for it; empty: the simulated one.
     std::filesystem::path driver;
-    // Lets some time pass while something is waited for.
+    // Waits a while, when polling.
     std::function<void()> pause = [] { std::this_thread::sleep_for(std::chrono::seconds(1)); };
-    // Where backups, journal and receipts are; empty: in the user's data folder.
+    // The folder for backups, journal and receipts; empty: in the user's data folder.
     std::filesystem::path dataFolder;
 };
 
@@ -58,46 +57,46 @@ public:
 
     GlobalOptions options;
 
-    // The exit status of a command that ran to its end; 0 unless set.
+    // The exit status of a command that completes; 0 by default.
     int exitStatus = 0;
 
-    // Called when the options have their values.
+    // Called once the options are set.
     void Begin() { m_console.isQuiet = options.quiet; }
 
-    // The keyboard, started up at the first call. Throws host::Error; and, as Writer and
-    // CloseKeyboard do before and after the keyboard is written to, Interrupted.
+    // The keyboard, started up by the first call. Throws host::Error and Interrupted; Writer and
+    // CloseKeyboard also throw Interrupted before and after the keyboard is written to.
     [[nodiscard]] host::Session& Keyboard();
-    // The same without start-up, for what the driver does without a keyboard.
+    // The same without start-up, for functions of the driver that need no keyboard.
     [[nodiscard]] host::Session& Driver();
-    // What writes to the opened keyboard. Throws host::Error.
+    // The writer for the opened keyboard. Throws host::Error.
     [[nodiscard]] host::Writer& Writer();
-    // The records of all writes, of any keyboard.
+    // The records of all writes to any keyboard.
     [[nodiscard]] host::WriteRecords Records() const;
-    // The simulated keyboard, not started up by this; null when the driver is another.
+    // The simulated keyboard, not started up; null for any other driver.
     [[nodiscard]] sim::SimulatedDriver* Simulated();
-    // Gives the keyboard back, where one was opened. No driver can refuse that.
+    // Closes the keyboard, if one is open. No driver can refuse that.
     void CloseKeyboard();
 
-    // The keyboard layout: as chosen, else the one that the opened keyboard names, else the
-    // preferred one. Throws host::Error(LayoutInvalid).
+    // The keyboard layout: the chosen one, or else the opened keyboard's, or else the preferred
+    // one. Throws host::Error(LayoutInvalid).
     [[nodiscard]] QXKeyboardLayoutData& Layout();
 
-    // The name of that layout, as it is opened by; and of the one for a keyboard that names this
-    // one, or none (the empty text).
+    // The name by which that layout is opened; and the layout name for a keyboard with this layout
+    // name, or without one (empty).
     [[nodiscard]] const std::string& LayoutName();
     [[nodiscard]] std::string LayoutNameFor(const std::string& ofKeyboard);
 
-    // All settings of the keyboard, which is closed then.
+    // All settings of the keyboard, which is then closed.
     [[nodiscard]] host::ConfigurationDocument UploadedDocument();
-    // Warns of sections of the keyboard that no document can express, and that are left out.
+    // Warns about sections of the keyboard that no document can express, and that are omitted.
     void WarnOfDamage(const std::vector<host::Fault>& damaged);
-    // A configuration with default values, of the opened keyboard or, where none is open, of any:
-    // then which keys can be programmed is not known.
+    // A configuration with default values, for the opened keyboard or, if none is open, for any:
+    // then all keys are treated as programmable.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
 
-    // For commands that work with other keyboards than the one of the options: drivers, the
-    // services of controls, the folder of all records, and the waiting.
-    [[nodiscard]] setup::KeyboardChoice Chosen() const; // as the options say
+    // For commands that use other keyboards than the one in the options: drivers, services of
+    // controls, the folder of all records, and waiting.
+    [[nodiscard]] setup::KeyboardChoice Chosen() const; // according to the options
     [[nodiscard]] setup::OpenedDriver OpenDriver(const setup::KeyboardChoice& choice);
     [[nodiscard]] const Platform& Services() const { return m_platform; }
     [[nodiscard]] std::filesystem::path DataFolder() const;
@@ -105,27 +104,27 @@ public:
 
     // Writes a command's result: the lines, or the members of `json` with the schema number.
     void Result(const host::Json& json, const Lines& lines);
-    // The same with the document in place of lines.
+    // The same with the document instead of lines.
     void DocumentResult(const host::Json& json, const host::Json& document);
-    // The rest as in Console.
+    // The other functions are as in Console.
     void Flush() { m_console.Flush(); }
     void Text(const std::string& text) { m_console.Text(text); }
     void Note(std::string_view text) { m_console.Note(text); }
-    // The same for loss, damage, an interrupted write or a changed identity: --quiet shows it too.
+    // The same for loss, damage, an interrupted write or a changed identity, even with --quiet.
     void Warn(std::string_view text) { m_console.Error(text); }
     void Trace(std::string_view text) { m_console.Error(text); }
-    // All of standard input. Throws host::Error(FileFailed) when it is larger than any file.
+    // All of standard input. Throws host::Error(FileFailed) if it is larger than any file may be.
     [[nodiscard]] std::string StandardInput();
-    // Draws the bar of a transfer, where people watch.
+    // Shows the progress of a transfer, if a terminal is used.
     void ShowProgress(int percent) { m_console.ShowProgress(m_step, percent); }
-    // Reports an error and returns the exit status that belongs to it.
+    // Reports an error and returns its exit status.
     int Report(const host::Error& error);
     int Report(const Interrupted& interrupted);
 
 private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void WarnOfInterruptedWrites();
-    // Writes these members, with the schema number and what is known of the opened keyboard.
+    // Writes these members, with the schema number and the known facts about the opened keyboard.
     void JsonResult(const host::Json& json);
     class MessageBoxLines;
 
@@ -135,14 +134,14 @@ private:
     Platform m_platform;
     setup::OpenedDriver m_driver;
     std::optional<InterruptWatch> m_interrupts; // while a keyboard is open
-    std::string_view m_step = "transfer";       // of the work, that the bar shows
+    std::string_view m_step = "transfer";       // the work's current step, shown in the bar
     std::unique_ptr<host::Session> m_session;
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;
-    std::string m_layoutName; // empty until it is asked for
+    std::string m_layoutName; // empty until needed
     host::Json m_damaged = host::Json::array();
-    host::Json m_interrupted; // the write that the keyboard held a part of when it was opened
+    host::Json m_interrupted; // the interrupted write found when the keyboard was opened
 };
 
 } // namespace qx::cli

@@ -1,5 +1,5 @@
-// Errors, as the command line reports them: in words that name its commands and options, as JSON,
-// and as an exit status.
+// Errors as reported by the command line: as text with its commands and options, as JSON, and as an
+// exit status.
 #pragma once
 
 #include "host/Error.h"
@@ -9,11 +9,11 @@
 
 namespace qx::cli {
 
-// An argument that is wrong.
+// An error in an argument.
 [[nodiscard]] host::Error UsageError(const std::string& text);
 
-// What the user can type to mend it, as the end of a message; may be empty. `name` is that of a
-// variable.
+// A remedy that the user can type, as the end of a message; may be empty. `name` is a variable's
+// name.
 [[nodiscard]] std::string HintOf(host::Suggestion suggestion, const std::string& name = "NAME");
 // The whole message.
 [[nodiscard]] std::string MessageOf(const host::Error& error);

@@ -28,7 +28,7 @@ void Tell() {
 
 } // namespace
 
-// Only functions that a signal handler may call.
+// Calls only functions that are allowed in a signal handler.
 extern "C" void QxconfOnSignal(int signal) {
     const std::time_t now = std::time(nullptr);
     if (firstSignal == 0) {

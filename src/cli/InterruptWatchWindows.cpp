@@ -13,7 +13,7 @@ namespace {
 
 constexpr ULONGLONG kPatience = 2000; // ms
 
-std::atomic<int> watches = 0; // that live
+std::atomic<int> watches = 0; // number of watches
 std::atomic<int> firstSignal = 0;
 std::atomic<ULONGLONG> firstTime = 0;
 
@@ -24,8 +24,8 @@ void Tell() {
     WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), kText, std::size(kText) - 1, &written, nullptr);
 }
 
-// The system calls this on a thread of its own; the next handler, if this one returns false, ends
-// the program.
+// The system calls this on a separate thread; if it returns false, the next handler ends the
+// program.
 BOOL WINAPI OnConsoleEvent(DWORD event) {
     if (watches == 0)
         return FALSE;
@@ -48,7 +48,7 @@ BOOL WINAPI OnConsoleEvent(DWORD event) {
 
 struct InterruptWatch::Kept {};
 
-// The handler stays: taking it away would wait for it while it holds the end of the program up.
+// The handler is never removed: removing it would wait for it while it delays the program's end.
 InterruptWatch::InterruptWatch() {
     static const BOOL isWatching = SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
     static_cast<void>(isWatching);

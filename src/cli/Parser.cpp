@@ -3,7 +3,7 @@
 #include "cli/Errors.h"
 #include "files/SystemTexts.h"
 
-// The only file that sees the parser's library, which takes long to compile.
+// The only file that includes the parser library, which is slow to compile.
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
@@ -17,7 +17,7 @@ namespace qx::cli {
 
 namespace {
 
-// Help names each value and nothing else: the sentences tell the rest.
+// Help only names each value; the sentences explain it.
 class HelpFormatter : public CLI::Formatter {
 public:
     HelpFormatter() {
@@ -64,7 +64,7 @@ struct ValueOf<std::vector<T>> {
     static constexpr bool isList = true;
 };
 
-// Adds the option in the way that fits the type of its target.
+// Adds the option according to the type of its target.
 struct Adder {
     CLI::App& app;
     const Option& option;
@@ -112,7 +112,7 @@ void AddOptions(CLI::App& app, const Command& command) {
     }
 }
 
-// The program's own options, which every command takes.
+// The program's own options, valid for every command.
 std::string GlobalOptionsText(const Command& program) {
     std::string names;
     for (const Option& option : program.options)
@@ -133,8 +133,7 @@ void Add(CLI::App& app, const Command& command, const std::string& globals) {
         app.require_subcommand(1);
 }
 
-// The innermost command that was found, with its whole name: "qxconf prefs" of "qxconf prefs
-// bogus".
+// The innermost command found, with its full name: "qxconf prefs" of "qxconf prefs bogus".
 struct Found {
     const CLI::App* app;
     const Command* command;
@@ -155,7 +154,7 @@ Found Innermost(const CLI::App& app, const Command& command, const std::string& 
     return Innermost(*found.front(), *Inner(command, inner), name + " " + inner);
 }
 
-// How many letters have to be changed, added or left out to make one word the other.
+// The number of letters to change, add or remove to turn one word into the other.
 std::size_t Distance(const std::string& one, const std::string& other) {
     std::vector<std::size_t> distances(other.size() + 1);
     std::iota(distances.begin(), distances.end(), std::size_t{0});
@@ -170,7 +169,7 @@ std::size_t Distance(const std::string& one, const std::string& other) {
     return distances.back();
 }
 
-// "; did you mean upload?" where one of the names is like the word.
+// "; did you mean upload?" if one of the names is similar to the word.
 std::string Suggestion(const std::string& word, const std::vector<std::string>& names) {
     const auto nearest = std::min_element(names.begin(), names.end(),
                                           [&](const std::string& one, const std::string& other) {
@@ -196,7 +195,7 @@ std::string NoCommand(const Command& command, const std::string& name, const std
     return "there is no command \"" + name + " " + word + "\"" + Suggestion(word, names);
 }
 
-// What was wrong with the arguments, and where more is to be learnt.
+// The error in the arguments, and where to find help.
 std::string UsageText(const CLI::App& app, const Command& program, const CLI::ParseError& error) {
     const Found found = Innermost(app, program, program.name);
     const auto unknown = app.remaining(true);
@@ -223,14 +222,14 @@ Parsed Parse(const Command& program, const std::string& version,
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("-V,--version", version, "Show the version");
     app.fallthrough();
-    app.allow_windows_style_options(false); // "/" begins names of files
+    app.allow_windows_style_options(false); // file names may begin with "/"
     Add(app, program, GlobalOptionsText(program));
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return {Innermost(app, program, program.name).command, ""};
     } catch (const CLI::CallForVersion&) {
         return {nullptr, version + "\n"};
-    } catch (const CLI::Success&) { // help is asked for in this way
+    } catch (const CLI::Success&) { // thrown when help is requested
         return {nullptr, app.help()};
     } catch (const CLI::ParseError& error) {
         throw UsageError(UsageText(app, program, error));

@@ -1,23 +1,23 @@
-// Parser: finds the command that a command line asks for, and its options' values.
+// Parser: finds the command in a command line, and the values of its options.
 #pragma once
 
 #include "cli/Command.h"
 
 namespace qx::cli {
 
-// What a command line asks for: a command to run, or else a text to show.
+// The meaning of a command line: a command to run, or a text to show.
 struct Parsed {
     const Command* command = nullptr;
     std::string text;
 };
 
-// Parses the arguments for the program, whose own options may stand anywhere. The values are in
-// the targets of the options then. Throws host::Error(Usage).
+// Parses the arguments; the program's own options may be anywhere. Stores the values in the
+// options' targets. Throws host::Error(Usage).
 [[nodiscard]] Parsed Parse(const Command& program, const std::string& version,
                            const std::vector<std::string>& arguments);
 
-// The help of the command that these words name, of the program when there are none. Throws
-// host::Error(Usage) when there is no such command.
+// The help for the command with these words, or for the program if there are none. Throws
+// host::Error(Usage) for an unknown command.
 [[nodiscard]] std::string HelpFor(const Command& program, const std::vector<std::string>& words);
 
 } // namespace qx::cli

@@ -1,4 +1,4 @@
-// PreferenceStore: the user's preferences, as they are stored.
+// PreferenceStore: the user's stored preferences.
 #pragma once
 
 #include "cli/Context.h"
@@ -9,13 +9,13 @@ namespace qx::cli {
 
 class PreferenceStore {
 public:
-    // Loads the preferences from where the options say, and warns of a damaged store. Throws
-    // host::Error, also where that is the file of a keyboard.
+    // Loads the preferences from the place in the options, and warns about a damaged store. Throws
+    // host::Error, also if the place is a keyboard's file.
     explicit PreferenceStore(Context& context);
 
     [[nodiscard]] QXProgSettings& Settings() { return m_settings; }
 
-    // Stores all preferences, and warns where a damaged store was set aside. Throws host::Error.
+    // Stores all preferences, and warns if a damaged store was renamed. Throws host::Error.
     void Save();
 
 private:

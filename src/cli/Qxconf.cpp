@@ -77,8 +77,8 @@ Command HelpCommand(const Command& program) {
     };
 }
 
-// The whole command line; the values of the global options go into `options`. It is made in its
-// place, since some of its commands look at all of it.
+// The whole command line; the values of the global options are stored in `options`. It is built in
+// place, because some of its commands refer to all of it.
 void MakeProgram(Command& program, GlobalOptions& options) {
     program = {
         .name = "qxconf",
@@ -104,7 +104,7 @@ void MakeProgram(Command& program, GlobalOptions& options) {
     program.commands.push_back(CompletionCommand(program));
 }
 
-// The trace goes to standard error while a command runs.
+// Writes the trace to standard error while a command runs.
 class TraceToError {
 public:
     explicit TraceToError(Context& context) {
@@ -146,7 +146,7 @@ int RunCommand(Context& context, const Command& program,
             parsed.command->run(context);
         return context.exitStatus;
     } catch (const host::Error& error) {
-        // The fault may stand before the option, which is not read then.
+        // If the error is before the option, the option has not been parsed yet.
         if (error.Kind() == host::ErrorKind::Usage &&
             std::find(arguments.begin(), arguments.end(), "--json") != arguments.end())
             context.options.json = true;

@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The folder below which everything is installed: that of the program without the place that
-// programs, or their helpers, have in an installation.
+// The root of the installation: the program's folder without the folder for programs or helpers
+// within an installation.
 fs::path Root() {
     const fs::path folder = ExecutableFolder();
     for (const char* const place : {QX_PROGRAMS, QX_HELPERS}) {
@@ -36,7 +36,7 @@ bool Exists(const fs::path& path) {
     return fs::exists(path, ignored);
 }
 
-// The file beside the program, else in its place of the installation.
+// The file beside the program, or else in its folder of the installation.
 fs::path BesideOrIn(const char* place, const std::string& name) {
     const fs::path beside = ExecutableFolder() / PathOf(name);
     const fs::path installed = Root() / place / PathOf(name);

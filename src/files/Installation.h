@@ -1,7 +1,7 @@
-// Installation: the files that come with the running program.
+// Installation: the files installed with the running program.
 //
-// An installation can be moved as a whole: its files are found from where the program lies. In the
-// build tree, and on Windows, all programs and modules lie in one folder.
+// An installation can be moved as a whole: its files are found relative to the program. In the
+// build tree, and on Windows, all programs and modules are in one folder.
 #pragma once
 
 #include <filesystem>
@@ -9,14 +9,15 @@
 
 namespace qx::files {
 
-// A program that other programs start, such as "qxdriverhost". It need not exist.
+// A program started by other programs, such as "qxdriverhost". It need not exist.
 [[nodiscard]] std::filesystem::path HelperProgram(const std::string& name);
 
-// A library that is loaded on demand, by its file name. It need not exist.
+// A library loaded on demand, by file name. It need not exist.
 [[nodiscard]] std::filesystem::path ModuleFile(const std::string& name);
 
-// A folder of data, such as "layouts": that of this installation, else the first one in the
-// system's data folders (XDG_DATA_DIRS). Where there is none at all, the one that is missing here.
+// A folder of data, such as "layouts": that of this installation, or else the first one in the
+// system's data folders (XDG_DATA_DIRS). If there is none, returns the missing one of this
+// installation.
 [[nodiscard]] std::filesystem::path DataFolder(const std::string& name);
 
 } // namespace qx::files

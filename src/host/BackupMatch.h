@@ -1,4 +1,4 @@
-// BackupMatch: whether a backup is of the keyboard that is plugged in.
+// BackupMatch: whether a backup belongs to the connected keyboard.
 #pragma once
 
 #include "host/BackupStore.h"
@@ -10,13 +10,13 @@
 
 namespace qx::host {
 
-// Throws Error(KeyboardChanged) when the backup is of another kind of keyboard.
+// Throws Error(KeyboardChanged) if the backup is of another model.
 void RequireSameKind(const Backup& backup, const KeyboardContent& now);
 
-// Why the backup seems to be of another keyboard than the one that holds this, if it does: it has
-// another GUID, was reached in another way, or is of a unit that the records do not show this
-// keyboard to be. A keyboard that holds a part of an interrupted write is the one of the backup
-// that was made before that write.
+// Why the backup seems to belong to a keyboard other than the one with these contents, if it does:
+// it has another GUID or connection, or belongs to a unit that, according to the records, is not
+// this keyboard. A keyboard with part of an interrupted write is the one of the backup made before
+// that write.
 [[nodiscard]] std::optional<Error>
 WhyOfOtherKeyboard(const Backup& backup, const KeyboardContent& now, const std::string& sOrigin,
                    const Receipts& receipts, const InterruptedWrites& interrupted);

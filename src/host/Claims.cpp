@@ -16,7 +16,7 @@ std::string Claims::NameOf(const KeyboardIdentity& keyboard, const std::string& 
 }
 
 Claim Claims::Take(const std::string& name) const {
-    constexpr int kTries = 20; // who only looks whether it is claimed keeps it for a moment
+    constexpr int kTries = 20; // another program that only checks the claim holds it for a moment
     try {
         files::MakeFolder(m_folder);
         auto lock = std::make_unique<files::FileLock>(m_folder / files::PathOf(name));

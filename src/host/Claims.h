@@ -1,4 +1,4 @@
-// Claims: the right to write to a keyboard. Of all programs one at a time has it.
+// Claims: the exclusive right to write to a keyboard; only one program at a time has it.
 #pragma once
 
 #include "files/Files.h"
@@ -10,21 +10,20 @@
 
 namespace qx::host {
 
-// Kept as long as it lives.
+// Held during its lifetime.
 using Claim = std::unique_ptr<files::FileLock>;
 
 class Claims {
 public:
-    // The folder of what is locked.
+    // The folder of the lock files.
     explicit Claims(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    // Which claim a keyboard takes: its own by its identifier, else by its kind and how it is
-    // reached.
+    // The claim for a keyboard: by its identifier, or else by its model and connection.
     [[nodiscard]] static std::string NameOf(const KeyboardIdentity& keyboard,
                                             const std::string& sOrigin);
     // Null while another program has it. Throws Error(FileFailed).
     [[nodiscard]] Claim Take(const std::string& name) const;
-    // The same; throws Error(KeyboardBusy) then.
+    // The same, but throws Error(KeyboardBusy) in that case.
     [[nodiscard]] Claim Require(const std::string& name) const;
     [[nodiscard]] bool IsTaken(const std::string& name) const;
 

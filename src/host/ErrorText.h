@@ -1,5 +1,5 @@
-// ErrorText: errors in English. It names no command, option or button: these belong to the faces,
-// which word suggestions.
+// ErrorText: errors in English. It names no commands, options or buttons: these belong to the user
+// interfaces, which word the suggestions.
 #pragma once
 
 #include "host/Error.h"
@@ -11,8 +11,8 @@ namespace qx::host {
 struct JournalEntry;
 struct NotRestored;
 
-// The whole error on one line: what went wrong, what the keyboard holds, and what else failed. It
-// is a VisibleText.
+// The whole error on one line: the error itself, the keyboard's contents, and other failures. It is
+// a VisibleText.
 [[nodiscard]] std::string TextOf(const Error& error);
 
 // "download of till.json for till 42 of 2026-01-31T09:05:07.123Z"

@@ -1,4 +1,4 @@
-// ForwardingDriver: a driver that hands every call on to another one and notes its result.
+// ForwardingDriver: a driver that forwards every call to another one and observes its result.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"
@@ -7,12 +7,12 @@
 
 namespace qx::host {
 
-// What the result of a driver function is, as its table says.
+// The kind of a driver function's result, according to its table.
 enum class DriverResult { Status, Ignored, Value };
 
 class ForwardingDriver : public ConfigDriver {
 public:
-    // `inner` stays alive as long as this object.
+    // `inner` must outlive this object.
     explicit ForwardingDriver(ConfigDriver& inner) : m_inner(inner) {}
 
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
@@ -30,10 +30,10 @@ public:
     }
 
 protected:
-    // Stands for the result of a call that threw, which no driver should.
+    // The result reported for a call that threw, which no driver should do.
     static constexpr std::int32_t kThrew = -1;
 
-    // Called after every call; returns the result to hand back.
+    // Called after every call; returns the result to pass on.
     virtual std::int32_t Noted(std::string_view function, DriverResult kind,
                                std::int32_t result) = 0;
 

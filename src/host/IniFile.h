@@ -1,9 +1,9 @@
-// IniFile: the text of an INI file as values, which can be changed without touching the rest.
+// IniFile: the text of an INI file as values that can be changed without touching the rest.
 //
-// A line is a group "[Colours]", a value "Programmed=1" of the group before it, a remark that
-// begins with ";", or empty. A value has a key: its group and its name with "/" between their
-// parts. The escapes in names and values, quotation marks and lists are those of Qt's settings, in
-// whose files such values have been kept.
+// A line is a group "[Colours]", a value "Programmed=1" of the preceding group, a comment that
+// begins with ";", or empty. A value's key is its group and its name, with "/" between their parts.
+// Escapes, quotation marks and lists are those of Qt's settings, whose files have been used for
+// such values.
 #pragma once
 
 #include <cstddef>
@@ -14,31 +14,31 @@
 
 namespace qx::host {
 
-// Compares texts without regard to the case of ASCII letters.
+// Compares texts ignoring the case of ASCII letters.
 [[nodiscard]] bool IsLessCaseBlind(std::string_view one, std::string_view other);
 
 class IniFile {
 public:
     explicit IniFile(std::string_view text = {});
 
-    // Whether some line is none of an INI file; the others are values all the same.
+    // Whether any line is not valid in an INI file; the other lines are still values.
     [[nodiscard]] bool IsDamaged() const { return m_isDamaged; }
     [[nodiscard]] bool HasGroup(std::string_view group) const;
     [[nodiscard]] bool IsBlank() const;
 
-    // The value of the key, or of one that differs from it in the case of letters. A list has ", "
-    // between its parts.
+    // The value of the key, ignoring the case of letters. The parts of a list are separated by ",
+    // ".
     [[nodiscard]] std::optional<std::string> Find(std::string_view key) const;
-    // Gives the key a value, in its place where there is one of it.
+    // Sets the key's value, in place if the key exists.
     void Set(std::string_view key, std::string_view value);
 
     [[nodiscard]] std::string Text() const;
 
 private:
     struct Line {
-        std::string text;  // whole, with its end
-        std::string group; // that it is in, or begins
-        std::string key;   // empty: no value
+        std::string text;  // including its end
+        std::string group; // the group it is in, or begins
+        std::string key;   // empty if the line is not a value
         std::size_t valueAt = 0;
     };
 

@@ -1,8 +1,8 @@
-// InterruptedWrites: the writes on record that the opened keyboard may have been cut in.
+// InterruptedWrites: the writes on record that the opened keyboard may have been interrupted in.
 //
-// The keyboard that is plugged in now need not be the one of a minute ago, nor can it always be
-// told from another one. So a write on record concerns a keyboard only when that shows a part of
-// it.
+// The connected keyboard need not be that of a minute ago, and cannot always be distinguished from
+// another one. Therefore a write on record concerns a keyboard only if the keyboard contains a part
+// of it.
 #pragma once
 
 #include "host/Session.h"
@@ -17,20 +17,20 @@ namespace qx::host {
 
 class InterruptedWrites {
 public:
-    using ClaimNames = std::set<std::string>; // of claims that this program has itself
+    using ClaimNames = std::set<std::string>; // of claims held by this program itself
 
-    // `sOrigin` is how the keyboard is reached. The others outlive it.
+    // `sOrigin` is the keyboard's connection. The other arguments must outlive this object.
     InterruptedWrites(Session& session, const WriteRecords& records, const std::string& sOrigin)
         : m_session(session), m_records(records), m_origin(sOrigin) {}
 
-    // What the keyboard shows of each write on record to keyboards of its kind, oldest first; those
-    // that another program is busy with are left out. Throws Error(FileFailed) when an entry of
-    // this kind is damaged.
+    // The trace of each write on record to keyboards of this model, oldest first, without those
+    // that another program is working on. Throws Error(FileFailed) if an entry for this model is
+    // damaged.
     [[nodiscard]] std::vector<TracedWrite> OnRecord(const KeyboardContent& now,
                                                     const ClaimNames& own = {}) const;
-    // Those of which it holds a part.
+    // The writes that the keyboard contains a part of.
     [[nodiscard]] static std::vector<JournalEntry> Partly(std::vector<TracedWrite> writes);
-    // Those that it may have been cut in, the newest first.
+    // The writes that it may have been interrupted in, newest first.
     [[nodiscard]] std::vector<JournalEntry> CutIn(const std::vector<TracedWrite>& writes) const {
         return Candidates(Partly(writes), m_origin);
     }
@@ -38,10 +38,10 @@ public:
                                                   const ClaimNames& own = {}) const {
         return CutIn(OnRecord(now, own));
     }
-    // The same when the keyboard has not been read: quick where there are none.
+    // The same for a keyboard that has not been read: quick if there are none.
     [[nodiscard]] bool MayHaveAny() const;
 
-    // What the keyboard holds in the areas of the entry.
+    // The keyboard's contents in the areas of the entry.
     [[nodiscard]] KeyboardContent AsReadFor(const JournalEntry& entry,
                                             const KeyboardContent& now) const;
 
@@ -51,9 +51,9 @@ private:
     std::string m_origin;
 };
 
-// Throws where there are any.
+// Throws if there are any.
 void RefuseInterrupted(const std::vector<JournalEntry>& entries);
-// Throws where they lead to different contents of a keyboard that holds this.
+// Throws if they lead to different contents of a keyboard that now has these.
 void RequireOneEnd(const std::vector<JournalEntry>& entries, RecoverWay way,
                    const KeyboardContent& now);
 

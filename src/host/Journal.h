@@ -1,19 +1,19 @@
 // Journal: the writes that have begun and are not known to have ended.
 //
-// An entry is on the disk before the first byte is sent. It goes when the write has been proved, or
-// nothing was sent, or the user says so; until then it is known which bytes a crash or a pulled
-// cable may have left: in each range the old ones, the new ones, or some of each. Only some of each
-// show which keyboard it was: one that holds just the old or just the new ones may be another.
+// An entry is on the disk before the first byte is sent. It is deleted when the write has been
+// verified, when nothing was sent, or when the user demands it; until then it is known which bytes
+// a crash or a pulled cable may have left: in each range the old ones, the new ones, or a mixture.
+// Only a mixture identifies the keyboard: one with only old or only new bytes may be another one.
 //
-// A write goes in this order, as Writer does:
-// 1. The claim of the keyboard (Claims). It is kept until the end; while another program has it,
-//    nothing is written.
-// 2. Entries, of which those that the keyboard shows traces of (TraceIn) are settled first, or are
-//    named in `replaced` where this write overwrites their traces.
-// 3. Begin. Where it throws, nothing may be sent.
-// 4. End, when nothing was sent, or all of it and nothing that was read back contradicts; for the
-//    entries in `replaced` only when reading back has proved the write. After any other end the
-//    entry stays for a recovery.
+// A write must follow this order, as in Writer:
+// 1. Take the claim for the keyboard (Claims) and hold it until the end; while another program has
+//    it, nothing may be written.
+// 2. Read the Entries. Those with a trace in the keyboard (TraceIn) must be recovered first, or be
+//    named in `replaced` if this write overwrites their traces.
+// 3. Begin. If it throws, nothing may be sent.
+// 4. End, if nothing was sent, or if everything was sent and no read-back contradicts it; for the
+//    entries in `replaced` only if a read-back has verified the write. In all other cases the entry
+//    stays for a recovery.
 #pragma once
 
 #include "host/KeyboardContent.h"
@@ -26,49 +26,49 @@
 
 namespace qx::host {
 
-// What a keyboard shows of a write that has not ended.
+// The trace of an unfinished write in a keyboard.
 enum class Trace {
-    None,    // it is of another kind, or holds what that write cannot have left
-    Before,  // exactly what the written keyboard held before; many may
-    After,   // exactly what the write leads to; many may
-    Partial, // some old and some new bytes, which only that write leaves
+    None,    // another model, or contents that the write cannot have left
+    Before,  // exactly the contents before the write; not unique to this keyboard
+    After,   // exactly the contents after the write; not unique to this keyboard
+    Partial, // a mixture of old and new bytes, which only this write leaves
 };
 
-// How an interrupted write is made an end of.
+// The ways to recover an interrupted write.
 enum class RecoverWay { Finish, RollBack };
 
 struct JournalEntry {
-    std::string time;     // of the beginning
+    std::string time;     // when the write began
     std::string action;   // "download"
     std::string document; // the name of what is written
     std::string backup;   // the id of the backup made before
-    std::string origin;   // how the keyboard was reached
+    std::string origin;   // the keyboard's connection
     Till till;
     KeyboardIdentity keyboard; // before the write
     std::vector<ByteRange> ranges;
-    std::vector<ContentPiece> areas; // all that were read before the write; without their bytes
+    std::vector<ContentPiece> areas; // all areas read before the write, without their bytes
     std::string restHash;            // of all bytes outside the ranges
-    // The ids of interrupted writes whose traces this one replaces: it settles them when it is
-    // proved.
+    // The ids of interrupted writes whose traces this one overwrites; they are resolved once this
+    // one is verified.
     std::vector<std::string> replaced;
 
-    std::filesystem::path file; // where it is kept
+    std::filesystem::path file; // the entry's file
 
-    // Its name, by which it can be forgotten.
+    // The name by which the user can forget it.
     [[nodiscard]] std::string Id() const;
-    // As it is named to people.
+    // The name displayed for it.
     [[nodiscard]] WriteName Name() const;
 
-    // Whether the other one led from the same contents to the same contents.
+    // Whether the other write has the same contents before and after.
     [[nodiscard]] bool IsAlike(const JournalEntry& other) const;
-    // What a keyboard that holds this shows of the write.
+    // The trace of the write in a keyboard with these contents.
     [[nodiscard]] Trace TraceIn(const KeyboardContent& now) const;
-    // The areas, to be read again: another layout may have others.
+    // Whether the areas are the same; another layout may have others.
     [[nodiscard]] bool HasAreasOf(const KeyboardContent& now) const;
     [[nodiscard]] KeyboardContent Areas() const;
-    // The trace by the bytes of the ranges alone.
+    // The trace according to the ranges only.
     [[nodiscard]] Trace TraceInRanges(const KeyboardContent& now) const;
-    // The content with the old, or the new, bytes in the ranges.
+    // The content with the old or the new bytes in the ranges.
     [[nodiscard]] KeyboardContent RolledBack(KeyboardContent content) const;
     [[nodiscard]] KeyboardContent Finished(KeyboardContent content) const;
     [[nodiscard]] KeyboardContent Ended(RecoverWay way, const KeyboardContent& now) const;
@@ -80,18 +80,17 @@ class Journal {
 public:
     explicit Journal(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    // Records the write; keyboard, rest and time are set by this. The entry is on the disk when
+    // Records the write; sets the entry's keyboard, rest and time. The entry is on the disk when
     // this returns.
     void Begin(JournalEntry& entry, const KeyboardContent& before, Time time) const;
     void End(const JournalEntry& entry) const { RemoveRecord(entry.file); }
 
-    // The writes that have not ended, oldest first. Entries that cannot be used are added to
-    // `damaged`.
+    // The unfinished writes, oldest first. Unusable entries are added to `damaged`.
     [[nodiscard]] std::vector<JournalEntry>
     Entries(std::vector<DamagedRecord>* damaged = nullptr) const;
-    // The one of this id. Throws Error(Usage) when there is none.
+    // The entry with this id. Throws Error(Usage) if there is none.
     [[nodiscard]] JournalEntry Find(const std::string& id) const;
-    // Whether a damaged entry may be of this keyboard.
+    // Whether a damaged entry may belong to this keyboard.
     [[nodiscard]] static bool MayBeOf(const DamagedRecord& damaged,
                                       const KeyboardIdentity& keyboard);
 

@@ -1,4 +1,4 @@
-// JSON, which the host layer knows by its own names.
+// JSON under the host layer's own names.
 #pragma once
 
 #include "json/Json.h"

@@ -14,8 +14,8 @@ namespace qx::host {
 
 namespace {
 
-// As many blanks as the text has characters: in front of what stands behind it, they keep the
-// places that messages name.
+// As many spaces as the text has characters: prepended to a text, they keep the positions that
+// messages report.
 std::string BlanksFor(std::string_view text) {
     std::string blanks;
     for (; !text.empty(); SkipCharacters(text, 1))
@@ -224,7 +224,8 @@ void JsonFieldReader::List(const FieldList& list) {
             const auto id = ReadId(list);
             if (id && !seen.insert(*id).second)
                 element.Refuse(FaultKind::ElementTwice, IdText(list, *id));
-            // Without an identity the members cannot be placed, and are not reported as unknown.
+            // Without an identity the members cannot be assigned to an element, and are not
+            // reported as unknown.
             if (id)
                 list.visit(*id);
             else

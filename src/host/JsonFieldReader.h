@@ -1,8 +1,8 @@
-// JsonFieldReader: the walk that reads a section out of a document, strictly.
+// JsonFieldReader: the walk that reads a section from a document, strictly.
 //
-// Nothing is guessed: an unknown or missing member, a wrong type, a number out of its range or a
-// sequence longer than its slot is a fault with its place. The walk goes on behind a fault, so that
-// one reading names them all; a setting with a fault keeps its value.
+// Nothing is guessed: an unknown or missing member, a wrong type, a number out of range or a
+// sequence longer than its slot is a fault with its place. The walk continues after a fault, so
+// that one pass reports them all; a setting with a fault keeps its value.
 #pragma once
 
 #include "host/FieldVisitor.h"
@@ -23,7 +23,7 @@ public:
     JsonFieldReader(const QXKeyboardLayoutData* layout, Variables& variables)
         : m_layout(layout), m_variables(variables) {}
 
-    // Walks the section, then names the members that the walk did not ask for.
+    // Walks the section, then reports the members that the walk did not ask for.
     void Read(const json::Value& section, const std::function<void(FieldVisitor&)>& walk);
 
     bool Flag(const Field& field, bool fValue) override;
@@ -40,20 +40,20 @@ public:
     void Refuse(const Field& field, const Fault& fault) override;
 
 private:
-    // The field's value in the object or the list that is being walked.
+    // The field's value in the current object or list.
     [[nodiscard]] json::Value Find(const Field& field);
     void ReadObject(const json::Value& value, const std::function<void()>& members);
     std::optional<FieldList::Id> ReadId(const FieldList& list);
     std::optional<std::vector<Byte>> ReadCodes(const json::Value& value);
     [[nodiscard]] std::vector<Byte> CodesOf(std::string_view text) const;
-    // The number or switch that a text means which is a placeholder and nothing else; any other
-    // value as it is; none, with a fault, where that cannot be told.
+    // Replaces a text that is exactly one placeholder by its number or switch, and returns other
+    // values unchanged; returns none, with a fault, if that is not possible.
     [[nodiscard]] std::optional<Json> Filled(const json::Value& value);
 
     const QXKeyboardLayoutData* m_layout;
     Variables& m_variables;
-    json::Object* m_object = nullptr;    // that is being walked
-    std::vector<json::Value> m_elements; // of the list that is being walked, if one is
+    json::Object* m_object = nullptr;    // the current one
+    std::vector<json::Value> m_elements; // of the current list, if any
 };
 
 } // namespace qx::host

@@ -10,8 +10,8 @@ namespace qx::host {
 
 namespace {
 
-// The beginning of the text that a place of so many UTF-16 units takes, as it is cut on its way
-// into the keyboard: up to a character of code 0, and never within a character.
+// The text cut to this many UTF-16 units, as on its way into the keyboard: before the first
+// character 0, and never within a character.
 std::string Cut(const std::string& sText, std::size_t maxUnits) {
     std::u16string units = Utf16FromUtf8(sText);
     units.erase(std::find(units.begin(), units.end(), u'\0'), units.end());

@@ -1,8 +1,8 @@
-// JsonFieldWriter: the walk that writes a section into a document.
+// JsonFieldWriter: the walk that writes a section to a document.
 //
-// It writes nothing that a JsonFieldReader refuses: what is too long is cut as it is on its way
-// into the keyboard, and what no keyboard can hold is left out. Each such loss is noted with its
-// place.
+// A JsonFieldReader accepts everything it writes: texts that are too long are cut as on their way
+// into the keyboard, and values that no keyboard can hold are omitted. Each such loss is recorded
+// with its place.
 #pragma once
 
 #include "host/ConfigurationDocument.h"
@@ -12,7 +12,7 @@ namespace qx::host {
 
 class JsonFieldWriter : public FieldVisitor {
 public:
-    // Writes into `section`, which becomes an object and is at `place` (a JSON pointer) of its
+    // Writes to `section`, which becomes an object and is at `place` (a JSON pointer) in its
     // document.
     JsonFieldWriter(Json& section, std::string place, std::vector<Loss>& losses);
 
@@ -28,9 +28,10 @@ public:
     void List(const FieldList& list) override;
 
 private:
-    // Where the field's value goes: a member of the object, or the next element of the array.
+    // The destination of the field's value: a member of the object, or the next element of the
+    // array.
     Json& Place(const Field& field);
-    // The place of the field that was written last.
+    // The place of the field written last.
     [[nodiscard]] std::string LastPlace(const Field& field) const;
     void NoteLoss(const Field& field, Loss::Kind kind);
     void Within(Json& value, std::string place, const std::function<void()>& walk);

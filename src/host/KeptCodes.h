@@ -1,7 +1,7 @@
-// KeptCodes: what of a recorded sequence a keyboard can store.
+// KeptCodes: the part of a recorded sequence that a keyboard can store.
 //
-// The sequence editor records whatever code a keyboard reports. A stored code is a byte, and a byte
-// 0 ends the sequence, so the host that takes a sequence over keeps the codes from 1 to 255 only.
+// The sequence editor records any code that a keyboard reports. A stored code is a byte, and 0 ends
+// the sequence, so the host that accepts a sequence keeps only the codes from 1 to 255.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -12,7 +12,7 @@
 namespace qx::host {
 
 struct KeptCodes {
-    std::string keyString; // the codes that are kept, in their order
+    std::string keyString; // the kept codes, in order
     std::vector<Integer> leftOut;
 };
 

@@ -20,7 +20,7 @@ void Run(Session& session, const KeyboardFileKind& kind, const Error& failure, s
     session.Run(failure, [&] {
         if (kind.hasSerialLine)
             session.Access().SetChipcardRomParameters(line.baudRateIndex, line.comPort);
-        (void)(session.Access().*operation)(file); // its status is watched
+        (void)(session.Access().*operation)(file); // the status is watched by the session
     });
 }
 
@@ -47,7 +47,7 @@ std::string NameForDriver(const std::filesystem::path& file) {
 
 void WriteBeside(const std::filesystem::path& file,
                  const std::function<void(const std::string& beside)>& write) {
-    (void)NameForDriver(file); // before anything is made
+    (void)NameForDriver(file); // before anything is created
     try {
         files::WriteFileAtomically(file, [&](const std::filesystem::path& beside) {
             write(NameForDriver(beside));
@@ -55,7 +55,7 @@ void WriteBeside(const std::filesystem::path& file,
                 throw Error(Cause::NothingSaved, {.place = {.file = files::TextOf(file)}});
         });
     } catch (const Error&) {
-        throw; // the driver's
+        throw; // the driver's exception
     } catch (const std::exception& error) {
         throw FileError(error);
     }
@@ -78,7 +78,7 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
     Writer::Request request;
     request.action = std::string(kind.key) + " load";
     request.document = files::TextOf(file);
-    request.isOfKeyboard = !kind.hasSerialLine; // else the reader's own memory
+    request.isOfKeyboard = !kind.hasSerialLine; // otherwise the reader's own memory
     return writer.RunUnproved(request, load);
 }
 
@@ -86,8 +86,8 @@ bool HasCodePage(Session& session, const std::filesystem::path& file) {
     QXPosCodePage pages;
     if (!pages.FilePage().LoadPageFromFile(files::TextOf(file)))
         throw WhyNoCodePage(file);
-    // The page is read over one filling and over its complement: a byte that shows both was left
-    // out.
+    // The page is read over one fill value and over its complement: a byte that shows both was not
+    // read.
     constexpr Byte kFilling = 0x5A;
     PosCodePage first;
     for (PosCodePage* page : {&first, &pages.KeyboardPage()}) {

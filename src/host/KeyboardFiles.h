@@ -1,4 +1,4 @@
-// KeyboardFiles: the keyboard's own files, in the driver's formats, and its code page.
+// KeyboardFiles: the keyboard's files in the driver's formats, and its code page.
 #pragma once
 
 #include "host/Writer.h"
@@ -10,15 +10,15 @@
 
 namespace qx::host {
 
-// The serial line of the chipcard reader; other files do without it.
+// The serial line of the chipcard reader; not used for other files.
 struct SerialLine {
     Integer baudRateIndex;
     Integer comPort;
 };
 
 struct KeyboardFileKind {
-    std::string_view key;     // for commands: "rom", "chipcard", "param"
-    std::string_view content; // for people: "program"
+    std::string_view key;     // in commands: "rom", "chipcard", "param"
+    std::string_view content; // display name: "program"
     Long (QXKeyboardAccess::*save)(std::string&);
     Long (QXKeyboardAccess::*load)(std::string&);
     bool hasSerialLine;
@@ -33,20 +33,21 @@ inline constexpr KeyboardFileKind kKeyboardFiles[] = {
      &QXKeyboardAccess::LoadParameterFromFile, false},
 };
 
-// The file's name, as drivers are given it. Throws Error(FileFailed) for one that the driver's
-// 8-bit character set does not have whole: it would name another file.
+// The file's name in the form for drivers. Throws Error(FileFailed) if the drivers' 8-bit character
+// set cannot represent it exactly: it would name another file.
 [[nodiscard]] std::string NameForDriver(const std::filesystem::path& file);
 
-// Has `write` fill a file beside the wanted one, which is replaced when all went well. Throws what
-// `write` throws, Error(TransferFailed) when that left the file empty, and Error(FileFailed).
+// Lets `write` fill a file beside the wanted one, which is replaced on success. Throws the
+// exceptions of `write`, Error(TransferFailed) if it left the file empty, and Error(FileFailed).
 void WriteBeside(const std::filesystem::path& file,
                  const std::function<void(const std::string& beside)>& write);
 
-// Keyboard to file: an earlier file stays as it was unless all goes well. Throws Error.
+// Saves from the keyboard to a file; an existing file is unchanged after a failure. Throws Error.
 void SaveKeyboardFile(Session& session, const KeyboardFileKind& kind,
                       const std::filesystem::path& file, const SerialLine& line);
-// File to keyboard, with a receipt and unproved. What replaces the keyboard's own memory leaves a
-// backup, as a write does, and is refused while one is interrupted. Throws Error.
+// Loads a file into the keyboard, with a receipt but without verification. If it replaces the
+// keyboard's own memory, it makes a backup, like a write, and is refused while a write is
+// interrupted. Throws Error.
 Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const KeyboardFileKind& kind,
                                  const std::filesystem::path& file, const SerialLine& line);
 

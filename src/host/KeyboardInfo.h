@@ -1,4 +1,4 @@
-// KeyboardInfo: which keyboard a document was read from.
+// KeyboardInfo: the keyboard that a document was read from.
 #pragma once
 
 #include "host/FieldVisitor.h"
@@ -20,7 +20,7 @@ struct KeyboardInfo {
     bool barcodeReader = false;
     std::array<bool, 4> magneticTracks{};
 
-    // What the keyboard access knows since its Init.
+    // The information that the keyboard access has read in its Init.
     [[nodiscard]] static KeyboardInfo Of(const QXKeyboardAccess& keyboard);
 
     void Visit(FieldVisitor& fields);

@@ -7,7 +7,7 @@ namespace qx::host {
 
 namespace {
 
-// All windows by their handles. A driver's C callback carries no other way back to its host.
+// All windows by handle. A driver's C callback has no context argument.
 std::map<std::int32_t, MessageWindow::Handler*>& Windows() {
     static std::map<std::int32_t, MessageWindow::Handler*> windows;
     return windows;
@@ -36,7 +36,7 @@ void QX_DRIVER_CALL MessageWindow::Post(std::int32_t hWindow, std::int32_t lMsg,
         return;
     try {
         (*found->second)(lMsg, wParam, lParam);
-    } catch (...) { // a message is a note in passing: the transfer that it is about goes on
+    } catch (...) { // a message is only a notification: the transfer continues
     }
 }
 

@@ -1,9 +1,8 @@
-// MessageWindow: where a driver's messages arrive on machines without window messages.
+// MessageWindow: receives a driver's messages on systems without window messages.
 //
-// A window has a handle to give to QXKeyboardAccess::SetNotificationValues. Post is the function
-// for drivers: it delivers to the window of that handle, at once and on the caller's thread; a
-// message to a window that does not exist is dropped, and so is whatever a handler throws, since a
-// driver is C.
+// A window has a handle for QXKeyboardAccess::SetNotificationValues. Drivers call Post, which
+// delivers to the window with that handle immediately, on the caller's thread; messages to unknown
+// windows are dropped, and so are exceptions of a handler, since a driver is C code.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"

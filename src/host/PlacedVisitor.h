@@ -1,4 +1,4 @@
-// PlacedVisitor: a walk that knows the place of each setting, as Setting has it.
+// PlacedVisitor: a walk that knows each setting's place, as in Setting.
 #pragma once
 
 #include "host/FieldVisitor.h"

@@ -1,4 +1,4 @@
-// Receipts: a record of each write to a keyboard, whatever came of it.
+// Receipts: a record of each write to a keyboard, whatever its result.
 #pragma once
 
 #include "host/KeyboardContent.h"
@@ -16,15 +16,15 @@ namespace qx::host {
 struct Receipt {
     std::string time;
     std::string action;         // "download", "restore", "finish", "roll back", "param load", ...
-    std::string document;       // the name of what was written
-    std::string documentSha256; // empty where no document was
+    std::string document;       // the name of the written document
+    std::string documentSha256; // empty if there was no document
     Till till;
     KeyboardIdentity keyboard;     // before the write
     std::string backup;            // the id of the backup made before
-    bool full = false;             // or changed bytes only
-    std::optional<Long> bytesSent; // none where the transfer failed
+    bool full = false;             // false: only changed bytes
+    std::optional<Long> bytesSent; // none if the transfer failed
     std::string beforeSha256;      // of all areas
-    std::string afterSha256;       // of all areas as read back; empty where they were not
+    std::string afterSha256;       // of all areas as read back; empty if they were not
     std::string result;            // "verified", "not verified", "differs", "nothing changed", ...
     std::string message;           // of the failure
 };
@@ -35,12 +35,12 @@ class Receipts {
 public:
     explicit Receipts(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-    // Writes it under the time. Throws Error(FileFailed).
+    // Writes the receipt with this time. Throws Error(FileFailed).
     void Add(Receipt receipt, Time time) const;
-    // All, oldest first. Those that cannot be used are added to `damaged`.
+    // All receipts, oldest first. Unusable ones are added to `damaged`.
     [[nodiscard]] std::vector<Receipt> List(std::vector<DamagedRecord>* damaged = nullptr) const;
-    // The units whose writes have left a keyboard of this kind with just these contents. A write
-    // that names no unit counts for the one that the keyboard was before.
+    // The units whose writes have left a keyboard of this model with exactly these contents. A
+    // write without a unit counts for the unit that the keyboard was before.
     [[nodiscard]] std::set<std::string> UnitsOf(const KeyboardContent& content) const;
 
 private:

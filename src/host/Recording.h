@@ -1,5 +1,5 @@
-// Recording: what is put on record of one write, in this order: a backup, the journal's entry, and
-// a receipt of whatever came of it.
+// Recording: the records of one write, in this order: a backup, the journal's entry, and a receipt,
+// whatever the result.
 #pragma once
 
 #include "host/Configuration.h"
@@ -14,47 +14,47 @@
 
 namespace qx::host {
 
-// What is to be written, as records name it.
+// The write as described in records.
 struct WriteRequest {
-    static constexpr const char* kRestore = "restore"; // settles what was interrupted
+    static constexpr const char* kRestore = "restore"; // resolves interrupted writes
     std::string action = "download";
-    std::string document;       // the name of what is written, for people
+    std::string document;       // the name of the document, for people
     std::string documentSha256; // may be empty
-    bool full = false;          // send what the control contract requests, changed or not
+    bool full = false;          // send everything the control contract requests, changed or not
     bool verify = true;
-    bool isOfKeyboard = true; // of RunUnproved: it changes what backups save
+    bool isOfKeyboard = true; // for RunUnproved: it changes contents that backups include
 };
 
-// Whose write it is.
+// Where and for whom a write is recorded.
 struct Recorder {
     const WriteRecords& records;
     Clock now;
-    // How the keyboard is reached, the same each time.
+    // The keyboard's connection, the same each time.
     std::string origin;
-    Till till; // which one it is, where that is known
+    Till till; // which one it is, if known
 };
 
 class Recording {
 public:
-    // Of a write to the keyboard that holds this, which outlives the recording.
+    // For a write to the keyboard with these contents, which must outlive the recording.
     Recording(Recorder recorder, const WriteRequest& request, const KeyboardContent& before);
 
-    // Saves what the keyboard holds. `scratch` is a configuration for it. Throws
-    // Error(FileFailed), as Begin does.
+    // Saves the keyboard's contents. `scratch` is a configuration for it. Throws Error(FileFailed),
+    // like Begin.
     void SaveBackup(Configuration& scratch);
-    // Records that the ranges are about to be written. If just one write is `replaced`, this one
-    // settles it.
+    // Records that the ranges are about to be written. If exactly one write is `replaced`, this one
+    // resolves it.
     void Begin(const std::vector<ByteRange>& ranges, const std::vector<JournalEntry>& replaced);
-    // In place of Begin: the write makes an end of this entry, which goes when that is proved,
-    // unless it is to stay.
+    // Instead of Begin: the write completes this entry, which is deleted once that is verified if
+    // `ends` is true.
     void Continue(const JournalEntry& entry, bool ends);
 
-    // The failure of the sending, after its receipt.
+    // The error for a failed sending, after writing its receipt.
     [[nodiscard]] Error Failed(const Sent& sent);
-    // Leaves the receipt, and ends the entry, with those that it settles where the write is proved.
-    // Throws Error(FileFailed) when that cannot be done.
+    // Writes the receipt and deletes the entry, and if the write is verified, also the entries it
+    // resolves. Throws Error(FileFailed) if that fails.
     void Close(const Sent& sent);
-    // The same of an operation that cannot be proved. Throws its failure, if there is one.
+    // The same for an operation that cannot be verified. Throws its failure, if there is one.
     void CloseUnproved(std::optional<Error> failure);
 
     [[nodiscard]] const std::string& Backup() const { return m_receipt.backup; }
@@ -66,11 +66,11 @@ private:
 
     Recorder m_recorder;
     const KeyboardContent& m_before;
-    bool m_isProved; // when it succeeds
+    bool m_isProved; // if it succeeds
     Receipt m_receipt;
     std::optional<JournalEntry> m_entry;
-    bool m_hasBegun = false; // the entry is this write's own
-    bool m_ends = false;     // the entry
+    bool m_hasBegun = false; // the entry is for this write
+    bool m_ends = false;     // deletes the entry when verified
 };
 
 } // namespace qx::host

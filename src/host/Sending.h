@@ -1,4 +1,4 @@
-// Sending: the bytes of a plan on their way into the keyboard, and the proof that they are there.
+// Sending: sends the bytes of a plan to the keyboard and verifies them.
 #pragma once
 
 #include "host/Error.h"
@@ -12,18 +12,18 @@
 
 namespace qx::host {
 
-// The steps of a write, in their order.
+// The steps of a write, in order.
 enum class Step { SavingBackup, Checking, Writing, ReadingBack };
-using OnStep = std::function<void(Step)>; // called when one begins
+using OnStep = std::function<void(Step)>; // called at the start of each
 
-// How a sending ended. Without a failure the bytes are sent and, where that was wanted, proved.
+// The result of a sending. Without a failure the bytes were sent and, if requested, verified.
 struct Sent {
     std::optional<Error> failure;
-    bool isBegun = false;            // bytes may have left for the keyboard, whichever that was
-    Holds holds = Holds::NotTouched; // as was last seen
-    std::optional<KeyboardContent> found;   // where it is neither old nor new
-    std::optional<Long> bytes;              // sent; none where the transfer failed
-    std::string afterSha256;                // of all areas as read back; empty where they were not
+    bool isBegun = false;                   // bytes may have been sent, to whichever keyboard
+    Holds holds = Holds::NotTouched;        // when last read
+    std::optional<KeyboardContent> found;   // if they are neither old nor new
+    std::optional<Long> bytes;              // sent; none if the transfer failed
+    std::string afterSha256;                // of all areas as read back; empty if they were not
     std::string result = "nothing changed"; // for people: "verified", "partly written", ...
 
     void Fail(Error error) {
@@ -32,18 +32,18 @@ struct Sent {
     }
 };
 
-// Proves that the opened keyboard is still the one of the plan, and holds what it held then: the
-// driver looks again, and all areas are read anew. Throws Error(KeyboardChanged) where it is not.
+// Checks that the opened keyboard is still the one of the plan, with the same contents: the driver
+// looks again, and all areas are read again. Throws Error(KeyboardChanged) if not.
 void RequireStillAs(Session& session, const KeyboardContent& planned);
 
 class Sending {
 public:
-    // `scratch` is a configuration for this keyboard whose settings are not needed otherwise.
+    // `scratch` is a configuration for this keyboard whose settings may be overwritten.
     Sending(Session& session, Configuration& scratch, const OnStep& onStep)
         : m_session(session), m_scratch(scratch), m_onStep(onStep) {}
 
-    // Sends the ranges and proves, unless that is not wanted, that the keyboard then holds all that
-    // the plan says. The failure shows what the keyboard holds; nothing is thrown.
+    // Sends the ranges and, unless disabled, verifies that the keyboard then holds everything in
+    // the plan. The failure describes the keyboard's contents; nothing is thrown.
     [[nodiscard]] Sent Run(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                            bool verify);
 

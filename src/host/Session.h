@@ -1,12 +1,12 @@
 // Session: work with one keyboard, from its start-up to its shut-down.
 //
-// A session opens the keyboard, moves whole configurations from it and to it in the order of the
-// controls' contract, and gives the keyboard back when it ends, whatever ends it. It reports
-// success only when every driver call with a meaningful status has succeeded, also where the
-// controls themselves do not look at it, and when a reading is seen to have moved all that it was
-// to move. Upload always means keyboard to PC, Download PC to keyboard.
+// A session opens the keyboard, transfers whole configurations in the order of the controls'
+// contract, and returns the keyboard to its normal state however the session ends. It reports
+// success only if every driver call with a meaningful status has succeeded, even where the controls
+// themselves ignore the status, and if a read has evidently moved all requested bytes. Upload
+// always means keyboard to PC, Download PC to keyboard.
 //
-// The driver is called by QXKeyboardAccess alone; the WatchedDriver in between only looks on.
+// Only QXKeyboardAccess calls the driver; the WatchedDriver in between only observes.
 #pragma once
 
 #include "host/Configuration.h"
@@ -30,29 +30,30 @@ struct PlacedArea : Area {
 class Session {
 public:
     struct Options {
-        // Told the percent done, 0 to 100, during transfers.
+        // Receives the percentage done, 0 to 100, during transfers.
         std::function<void(int)> progress;
-        // The meaning of a driver's status, for messages; may be empty or give the empty text.
+        // The meaning of a driver's status, for messages; the function or its result may be empty.
         std::function<std::string(Long)> statusText;
-        // Why the driver no longer answers; may be empty, or give the empty text while it does.
+        // Why the driver no longer answers; the function may be empty, and its result is empty
+        // while the driver works.
         std::function<std::string()> failure;
     };
 
-    // The driver and the services stay alive as long as the session.
+    // The driver and the services must outlive the session.
     explicit Session(ConfigDriver& driver, const Platform& platform = {}, Options options = {});
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Starts the keyboard up. Throws Error(KeyboardNotOpened) when QXKeyboardAccess::Init fails, or
-    // finds a directory without entries.
+    // Starts up the keyboard. Throws Error(KeyboardNotOpened) if QXKeyboardAccess::Init fails or
+    // the directory is empty.
     void Open();
-    // What the start-up could not read and did without.
+    // The information that the start-up could not read.
     [[nodiscard]] const std::vector<Error>& Warnings() const { return m_warnings; }
-    // Gives the keyboard back; so does the destructor.
+    // Returns the keyboard to its normal state; so does the destructor.
     void Close();
-    // Has the driver look again which keyboard is there: another one may have been plugged in. Its
-    // image is lost. Throws Error(TransferFailed).
+    // Makes the driver check which keyboard is connected: another one may have been plugged in.
+    // Clears the image. Throws Error(TransferFailed).
     void LookAgain();
 
     [[nodiscard]] QXKeyboardAccess& Access() { return m_access; }
@@ -60,63 +61,64 @@ public:
 
     // The section's areas that the keyboard has, with their sizes.
     [[nodiscard]] std::vector<PlacedArea> Areas(Section& section) const;
-    // Whether the keyboard has all that the section requires.
+    // Whether the keyboard has everything the section requires.
     [[nodiscard]] bool Has(const Section& section) const;
     // The sections of the configuration that the keyboard has, as far as its directory could be
-    // read. They are told which of their areas it lacks, and whether to ignore settings that would
-    // lie there instead of refusing them.
+    // read. The sections are notified of missing areas, and whether to ignore settings for them
+    // instead of refusing them.
     [[nodiscard]] std::vector<Section*> Present(const Configuration& configuration,
                                                 bool fSkipAbsent = false) const;
     // The same for a transfer of all sections, or of those in a document. Throws
-    // Error(TransferFailed) when the directory does not show one of them and has entries that could
-    // not be read.
+    // Error(TransferFailed) if one of them is not found in the directory and some entries could not
+    // be read.
     [[nodiscard]] std::vector<Section*>
     SectionsIn(const Configuration& configuration, bool fSkipAbsent = false,
                const ConfigurationDocument* document = nullptr) const;
 
-    // Reads the sections from the keyboard. Throws Error(TransferFailed); what the controls then
-    // hold is not to be used. Never changes the keyboard. Sections whose bytes no document can
-    // express get their default values, are taken out of `sections`, and are the result: their
-    // places in a document, and where the keyboard is damaged.
+    // Reads the sections from the keyboard without changing it. Throws Error(TransferFailed); the
+    // controls' contents must not be used then. Sections with bytes that no document can express
+    // get their default values and are removed from `sections`; they are returned with their places
+    // in a document and the kind of damage.
     std::vector<Fault> Upload(std::vector<Section*>& sections);
 
-    // Writes the sections into the keyboard: what the controls request, and whatever else they have
-    // encoded, so that a later upload gives the same settings. Throws Error(TransferFailed) and has
-    // then written nothing, except when the transfer itself broke off, as the error shows.
+    // Writes the sections to the keyboard: the stretches the controls request, and everything else
+    // they have encoded, so that a later upload yields the same settings. Throws
+    // Error(TransferFailed); nothing has been written then, unless the transfer itself was
+    // interrupted, which the error shows.
     void Download(const std::vector<Section*>& sections);
 
-    // What the opened keyboard says of itself, without its GUID. Throws Error(TransferFailed), also
-    // when entries of its directory could not be read, by which keyboards are known as well.
+    // The opened keyboard's identity, without its GUID. Throws Error(TransferFailed), also if
+    // entries of its directory, which is part of the identity, could not be read.
     [[nodiscard]] KeyboardIdentity ReadIdentity();
-    // Reads all areas of the configuration's sections that the keyboard has, as bytes. Throws
+    // Reads the bytes of all areas of the configuration's sections that the keyboard has. Throws
     // Error(TransferFailed).
     [[nodiscard]] KeyboardContent ReadContent(const Configuration& configuration);
-    // The bytes at these places, whatever is given for them.
+    // The bytes at these places, ignoring the given bytes.
     [[nodiscard]] KeyboardContent ReadPlaces(KeyboardContent places);
-    // The same areas again, now. What does not come from the keyboard is never taken for
+    // Reads the same areas again. Bytes that do not come from the keyboard are never mistaken for
     // `expected`.
     [[nodiscard]] KeyboardContent ReadAgain(const KeyboardContent& expected);
 
     // Puts the new bytes of the ranges into the image and requests them. Throws
-    // Error(TransferFailed), which ends the transfer; the keyboard is not touched.
+    // Error(TransferFailed), which ends the transfer without touching the keyboard.
     void PrepareSending(const std::vector<ByteRange>& ranges);
-    // Sends what has been prepared. Throws Error(TransferFailed); what the keyboard then holds is
-    // not known.
+    // Sends the prepared bytes. Throws Error(TransferFailed); the keyboard's contents are then
+    // unknown.
     void Send();
 
-    // Runs an operation of the keyboard and throws `failure`, with the call, when one of its driver
+    // Runs an operation of the keyboard and throws `failure`, with the call, if one of its driver
     // calls with a meaningful status fails.
     void Run(const Error& failure, const std::function<void()>& operation);
 
 private:
-    class Assigned; // gives the sections' controls the keyboard for a while
-    // Ends a transfer, whatever ends it.
+    class Assigned; // assigns the keyboard to the sections' controls temporarily
+    // Ends a transfer in its destructor.
     struct TransferEnd {
         QXKeyboardAccess& access;
         ~TransferEnd() { access.DataTransferFixUp(); }
     };
 
-    // The error with the call that failed, or with the reason for which the driver is gone.
+    // The error with the failed call, or with the reason why the driver is gone.
     [[nodiscard]] Error Failed(Error failure, const FailedCall& call) const;
     [[nodiscard]] Error ReadingFailed(const FailedCall& call) const {
         return Failed(Error(Cause::ReadingFailed), call);
@@ -129,7 +131,7 @@ private:
     void LeaveOutKeptAreas(const Section& section);
     void RequestRest(const std::vector<Section*>& sections);
     [[nodiscard]] std::optional<Fault> DamageOf(Section& section);
-    [[nodiscard]] Long AreaAddress(const Area& area) const; // -1 where there is none
+    [[nodiscard]] Long AreaAddress(const Area& area) const; // -1 if there is none
     [[nodiscard]] KeyboardModuleIDs ModuleAt(const std::vector<Section*>& sections,
                                              Long address) const;
 
@@ -138,11 +140,11 @@ private:
     Options m_options;
     MessageWindow m_window;
     QXKeyboardAccess m_access;
-    std::unique_ptr<QXKeyboardAccess> m_again; // of the last look, if there was one
+    std::unique_ptr<QXKeyboardAccess> m_again; // of the last LookAgain, if any
     std::vector<Error> m_warnings;
-    std::vector<Error> m_holes;  // of the directory
-    bool m_hidesEntries = false; // the first hole is of entries that could not be read
-    bool m_isNamed = false;      // the start-up has read names and abilities
+    std::vector<Error> m_holes;  // in the directory
+    bool m_hidesEntries = false; // the first hole is of unreadable entries
+    bool m_isNamed = false;      // the start-up has read names and capabilities
     bool m_isOpen = false;
 };
 

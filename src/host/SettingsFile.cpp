@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// How long a program waits for another one that is storing its values, which takes that one a few
-// milliseconds: at most one second.
+// The time to wait while another program stores its values, which takes a few milliseconds: at most
+// one second.
 constexpr int kLockTries = 100;
 constexpr auto kLockPause = std::chrono::milliseconds(10);
 
@@ -38,13 +38,13 @@ public:
         try {
             Read();
             RefuseForeign(values);
-            std::error_code ignored; // the lock file cannot be made either
+            std::error_code ignored; // the lock file cannot be created either
             fs::create_directories(m_file.parent_path(), ignored);
             fs::path claimed = m_file;
             files::FileLock lock(claimed += ".writing");
             for (int i = 0; i < kLockTries && !lock.TryLock(); ++i)
                 std::this_thread::sleep_for(kLockPause);
-            Read(); // what others have stored meanwhile
+            Read(); // includes values stored by other programs
             if (IsDamaged())
                 damaged = SetAside();
             IniFile changed = m_values;
@@ -74,7 +74,7 @@ private:
         }
     }
 
-    // Storing values into a file of somebody else's would mix them with what it holds.
+    // Storing values in a file of another kind would mix them with its contents.
     void RefuseForeign(const SettingsValues& values) const {
         const bool hasGroup = std::any_of(values.begin(), values.end(), [&](const auto& value) {
             return m_values.HasGroup(value.first.substr(0, value.first.find('/')));

@@ -1,4 +1,4 @@
-// SettingsPlace: where values are kept, a file or the registry of the current user.
+// SettingsPlace: the storage of values, a file or the current user's registry.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -23,18 +23,18 @@ public:
 
     // The file or registry key, for messages.
     [[nodiscard]] virtual std::string Location() const = 0;
-    // Whether it is a file that is no INI file.
+    // Whether it is a file that is not a valid INI file.
     [[nodiscard]] virtual bool IsDamaged() const = 0;
-    // The value, as it was when it was last read: when this object was made, or stored.
+    // The value as last read, when this object was created or stored.
     [[nodiscard]] virtual std::optional<SettingsValue> Find(const std::string& key) const = 0;
-    // Stores the values, and keeps those that other programs have stored. A damaged file is set
-    // aside; returns where. Throws Error(FileFailed) that names the place.
+    // Stores the values, and keeps those stored by other programs. A damaged file is renamed;
+    // returns its new name. Throws Error(FileFailed) naming the place.
     virtual std::filesystem::path Store(const SettingsValues& values) = 0;
 };
 
-// An INI file. One that is not the user's `own`, and has text but no group of the values, belongs
-// to somebody else and is refused when they are stored. Throws Error(FileFailed) for what is not an
-// ordinary file or cannot be read.
+// An INI file. A file that is not the user's `own` and has text but none of the values' groups is
+// of another kind; it is refused when values are stored. Throws Error(FileFailed) if it is not a
+// regular file or cannot be read.
 [[nodiscard]] std::unique_ptr<SettingsPlace> FileOfSettings(const std::filesystem::path& file,
                                                             bool isOwn);
 

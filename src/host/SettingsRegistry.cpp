@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    // Goes to the value's key, and returns its name there.
+    // Opens the value's key, and returns its name there.
     std::string Enter(const std::string& key) const {
         const std::size_t slash = key.rfind('/');
         std::string path = slash == key.npos ? "" : key.substr(0, slash);

@@ -37,8 +37,8 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-// The number that a hand-written value means: decimal or hexadecimal, signed or not, or a truth
-// value in words.
+// Parses a hand-written number: decimal or hexadecimal, signed or unsigned, or a truth value in
+// words.
 std::optional<Long> NumberInText(std::string_view value) {
     const std::size_t first = std::min(value.find_first_not_of(" \t"), value.size());
     const std::string text = Lower(value.substr(first, value.find_last_not_of(" \t") + 1 - first));
@@ -62,7 +62,7 @@ std::optional<Long> NumberIn(const SettingsValue& value) {
     return number != nullptr ? std::optional(*number) : NumberInText(std::get<std::string>(value));
 }
 
-// Whatever bytes a file has.
+// Accepts any bytes in the file.
 std::optional<std::string> TextIn(const SettingsValue& value) {
     if (const auto* const number = std::get_if<Long>(&value))
         return std::to_string(*number);
@@ -88,7 +88,7 @@ bool SettingsStore::IsDamaged() const {
     return m_place->IsDamaged();
 }
 
-// The value, or the default; remembers the value as the one that this program knows.
+// The value, or the default; also remembers the value as known to this program.
 template <typename Kind, typename Convert>
 Kind SettingsStore::Read(const std::string& key, const Kind& fallback, Convert convert) {
     const auto written = m_waiting.find(key);
@@ -96,7 +96,7 @@ Kind SettingsStore::Read(const std::string& key, const Kind& fallback, Convert c
     const auto stored = isWritten ? std::optional(written->second) : m_place->Find(key);
     const std::optional<Kind> value = stored ? convert(*stored) : std::nullopt;
     if (!value)
-        m_known.erase(key); // what cannot be read is written, even as the default
+        m_known.erase(key); // an unreadable value is written, even as the default
     else if (!isWritten)
         m_known.insert_or_assign(key, *value);
     return value.value_or(fallback);
@@ -106,7 +106,7 @@ void SettingsStore::Write(const std::string& key, SettingsValue value) {
     const auto read = m_known.find(key);
     const bool isAsRead = read != m_known.end() && read->second == value;
     if (isAsRead && m_place->Find(key))
-        m_waiting.erase(key); // another program may have given it a new value
+        m_waiting.erase(key); // another program may have stored a new value
     else
         m_waiting[key] = std::move(value);
 }

@@ -95,7 +95,7 @@ private:
         const auto found = m_values.find(PlaceOf(field));
         return found == m_values.end() ? nullptr : &found->second;
     }
-    // The numbers of a text, or a 0 where it has none.
+    // The numbers in a text, with 0 for each that is missing.
     [[nodiscard]] static std::vector<Integer> Numbers(const std::string& text) {
         std::vector<Integer> numbers;
         const char* const end = text.data() + text.size();

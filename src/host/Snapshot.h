@@ -1,8 +1,8 @@
-// Snapshot: the settings of a section just as its control holds them, one by one.
+// Snapshot: the settings of a section exactly as its control holds them, one by one.
 //
-// Unlike a document it also holds what no keyboard and no document keeps, such as a description
-// that is too long, and bringing it back checks nothing. It is made and compared in well under a
-// millisecond.
+// Unlike a document it also includes settings that no keyboard and no document stores, such as a
+// description that is too long, and restoring it checks nothing. It is created and compared in well
+// under a millisecond.
 #pragma once
 
 #include "host/Section.h"
@@ -16,9 +16,9 @@ namespace qx::host {
 
 class Snapshot {
 public:
-    // From the place of a setting, as in Setting, to its value, of a form of its own.
+    // Maps the place of a setting, as in Setting, to its value in an internal form.
     using Values = std::map<std::string, std::string>;
-    // The same with two values; an element of a list that one side lacks has empty ones there.
+    // The same with two values; an element that one side does not have has empty values there.
     struct TwoValues {
         std::string before;
         std::string after;
@@ -26,19 +26,20 @@ public:
     using Change = std::map<std::string, TwoValues>;
 
     [[nodiscard]] static Snapshot Of(Section& section);
-    // What is different in the later one.
+    // The differences in the later snapshot.
     [[nodiscard]] Change To(const Snapshot& later) const;
 
-    // Gives the section these settings, and has its control show them; all others stay.
+    // Sets these settings in the section, and updates its control's display; all others stay
+    // unchanged.
     static void Put(Section& section, const Values& values);
-    // The whole section as it was.
+    // Restores the whole section.
     void Restore(Section& section) const;
 
 private:
     Values m_values;
 };
 
-// The ids of the elements of the list at `listPlace` that have settings among these places.
+// The ids of those elements of the list at `listPlace` that have settings among these places.
 [[nodiscard]] std::set<FieldList::Id> IdsIn(const std::set<std::string>& places,
                                             const std::string& listPlace);
 

@@ -9,7 +9,7 @@ namespace qx::host {
 
 namespace {
 
-// The end of a stretch, held within the range of addresses.
+// The end of a stretch, limited to the range of addresses.
 Long EndOf(Long address, Long size) {
     const std::int64_t end = std::int64_t{address} + size;
     return static_cast<Long>(std::min<std::int64_t>(end, std::numeric_limits<Long>::max()));
@@ -24,7 +24,7 @@ void Stretches::Add(Long address, Long size) {
         return;
     auto next = m_ends.upper_bound(start);
     if (next != m_ends.begin() && std::prev(next)->second >= start)
-        --next; // begins before and touches
+        --next; // begins earlier and is adjacent
     while (next != m_ends.end() && next->first <= end) {
         start = std::min(start, next->first);
         end = std::max(end, next->second);

@@ -1,4 +1,4 @@
-// Stretches: a set of addresses, kept as stretches that neither touch nor overlap.
+// Stretches: a set of addresses, stored as stretches that are not adjacent and do not overlap.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -18,19 +18,19 @@ struct Stretch {
 
 class Stretches {
 public:
-    // Adds the bytes from `address` on; what reaches past the largest address is left out.
+    // Adds the bytes from `address` on; bytes beyond the largest address are ignored.
     void Add(Long address, Long size);
     void Clear() { m_ends.clear(); }
 
     [[nodiscard]] bool IsEmpty() const { return m_ends.empty(); }
-    // Whether all these bytes, at least one, are in the set.
+    // Whether all these bytes (at least one) are in the set.
     [[nodiscard]] bool Contains(Long address, Long size) const;
-    [[nodiscard]] std::vector<Stretch> List() const; // by rising address
-    // What is in this set and not in the other.
+    [[nodiscard]] std::vector<Stretch> List() const; // sorted by address
+    // The stretches in this set but not in the other.
     [[nodiscard]] std::vector<Stretch> Without(const Stretches& other) const;
 
 private:
-    std::map<Long, Long> m_ends; // from the start of each stretch to its end
+    std::map<Long, Long> m_ends; // maps each stretch's start to its end
 };
 
 } // namespace qx::host

@@ -1,5 +1,5 @@
-// Till: which of many keyboards one is, as its user calls it. Records tell it, so that a keyboard
-// without an identifier is found again.
+// Till: the user's name for one of many keyboards. It is stored in records, so that a keyboard
+// without an identifier can be recognised.
 #pragma once
 
 #include <set>
@@ -8,10 +8,10 @@
 namespace qx::host {
 
 struct Till {
-    std::string unit;  // its name in a job; empty where not known
-    std::string place; // how the job reaches it; empty where not known
+    std::string unit;  // its name in a job; empty if unknown
+    std::string place; // its connection in the job; empty if unknown
 
-    // The unit, if it is known.
+    // The unit, if known.
     [[nodiscard]] std::set<std::string> Units() const {
         return unit.empty() ? std::set<std::string>() : std::set<std::string>{unit};
     }

@@ -32,7 +32,7 @@ Error NotPartlyHeld(const TracedWrite& write) {
 }
 
 std::vector<JournalEntry> PartlyHeld(Session& session, const std::vector<JournalEntry>& entries) {
-    if (entries.empty()) // a reading takes its time
+    if (entries.empty()) // a read takes time
         return {};
     const KeyboardIdentity identity = session.ReadIdentity();
     std::vector<JournalEntry> suspects;

@@ -1,7 +1,7 @@
-// Traces: which writes on record have left a part of themselves in a keyboard.
+// Traces: the writes on record that have left a part of themselves in a keyboard.
 //
-// Keyboards that cannot be told from each other may each have been cut in a write of its own, so
-// one may show a part of several.
+// Keyboards that cannot be distinguished may each have been interrupted in a different write, so
+// one keyboard may contain parts of several.
 #pragma once
 
 #include "host/Journal.h"
@@ -12,25 +12,25 @@
 
 namespace qx::host {
 
-// A write on record, and what the opened keyboard shows of it.
+// A write on record, and its trace in the opened keyboard.
 struct TracedWrite : JournalEntry {
     Trace trace = Trace::None;
 };
 
 [[nodiscard]] std::vector<WriteName> NamesOf(const std::vector<JournalEntry>& entries);
 
-// For a keyboard that holds no part of this write, which therefore is not settled: it may be
-// another one.
+// The error for a keyboard that contains no part of this write, which therefore stays on record:
+// the keyboard may be another one.
 [[nodiscard]] Error NotPartlyHeld(const TracedWrite& write);
 
-// Those of the entries that the opened keyboard holds a part of. Reads only their bytes first,
-// which is quick and excludes most. Throws Error(TransferFailed).
+// The entries that the opened keyboard contains a part of. Reads only their bytes first, which is
+// quick and excludes most. Throws Error(TransferFailed).
 [[nodiscard]] std::vector<JournalEntry> PartlyHeld(Session& session,
                                                    const std::vector<JournalEntry>& entries);
 
-// Those of `held`, of each of which a keyboard holds a part, that may be the one it was cut in. One
-// that a later one replaces is left out, and of several that are alike only one stays: that of this
-// origin, else the newest. The newest comes first.
+// The entries of `held` (a keyboard contains a part of each) that may be the write it was
+// interrupted in. Entries replaced by a later one are omitted, and only one of several identical
+// ones is kept: the one of this origin, or else the newest. Sorted newest first.
 [[nodiscard]] std::vector<JournalEntry> Candidates(const std::vector<JournalEntry>& held,
                                                    const std::string& sOrigin);
 

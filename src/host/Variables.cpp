@@ -23,7 +23,7 @@ bool IsPartOfName(char c) {
     return IsLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '_';
 }
 
-// As much of a text as a message needs.
+// The beginning of a text, for messages.
 std::string Beginning(std::string_view text) {
     constexpr std::size_t kMost = 30;
     std::string_view rest = text;

@@ -1,8 +1,8 @@
-// Variables: what stands in the place of the placeholders of a document.
+// Variables: the values that replace the placeholders of a document.
 //
-// A placeholder is ${name}; $${ is the text ${ itself. In a text the value stands as it is. In a
-// sequence given as text the placeholder is an item of its own, for the keys that type the value. A
-// number or a switch may be given as a text that is one placeholder and nothing else.
+// A placeholder is ${name}; $${ is a literal ${. In a text the value is inserted literally. In a
+// sequence given as text the placeholder is an item of its own: the keys that type the value. A
+// number or a switch may be given as a text that is exactly one placeholder.
 #pragma once
 
 #include <map>
@@ -22,25 +22,25 @@ public:
 
     // A letter, then letters, digits, hyphens and underscores.
     [[nodiscard]] static bool IsName(std::string_view text);
-    // The text with no placeholder in it that is read as this one.
+    // Escapes the text, so that reading it replaces nothing.
     [[nodiscard]] static std::string Escaped(std::string_view text);
 
-    // A part of a text: one of its own, or a value.
+    // A part of a text: literal, or a variable's value.
     struct Piece {
         std::string text;
         bool isValue;
-        std::size_t begin, end; // where it, or its placeholder, stands
+        std::size_t begin, end; // position of the part, or of its placeholder
     };
-    // Takes a text apart. Throws json::FaultError, without a place, for a malformed placeholder and
-    // for variables without a value.
+    // Splits a text. Throws json::FaultError, without a place, for a malformed placeholder and for
+    // variables without a value.
     [[nodiscard]] std::vector<Piece> Split(std::string_view text);
-    // The text with the values.
+    // The text with placeholders replaced.
     [[nodiscard]] std::string Fill(std::string_view text);
 
-    // The variables that a text had a placeholder for, with a value and without.
+    // The variables that occurred in texts, with a value and without.
     [[nodiscard]] const std::set<std::string>& Used() const { return m_used; }
     [[nodiscard]] const std::set<std::string>& Missing() const { return m_missing; }
-    // Those that no text had a placeholder for.
+    // The variables that occurred in no text.
     [[nodiscard]] std::vector<std::string> Unused() const;
 
 private:

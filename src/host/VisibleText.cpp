@@ -15,18 +15,18 @@ struct Range {
 };
 constexpr Range kHidden[] = {
     {0x0000, 0x001F},   // control characters
-    {0x007F, 0x009F},   // delete, and the second set of control characters
+    {0x007F, 0x009F},   // delete and C1 control characters
     {0x061C, 0x061C},   // direction of writing
-    {0x200B, 0x200B},   // a blank without width
+    {0x200B, 0x200B},   // zero-width space
     {0x200E, 0x200F},   // direction of writing
     {0x2028, 0x202E},   // ends of lines and paragraphs; direction of writing
     {0x2060, 0x206F},   // invisible operators; direction of writing
-    {0xFEFF, 0xFEFF},   // a blank without width
+    {0xFEFF, 0xFEFF},   // zero-width no-break space
     {0xFFF9, 0xFFFB},   // annotations
     {0xE0000, 0xE007F}, // tags
 };
 
-// The digits, at least so many.
+// At least this many digits.
 std::string Hexadecimal(unsigned number, std::size_t digits) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     std::string text;
@@ -42,12 +42,12 @@ std::string EscapedUnits(std::u16string_view units) {
     return escaped;
 }
 
-// Copies the text character by character. `isEscaped` chooses those that become escapes; a byte
-// that is not UTF-8 always does.
+// Copies the text character by character. `isEscaped` selects the characters to escape; invalid
+// UTF-8 is always escaped.
 std::string Escaped(std::string_view text, const std::function<bool(char32_t)>& isEscaped) {
     std::string escaped;
     while (!text.empty()) {
-        if (text.front() >= ' ' && text.front() <= '~') { // nearly all that there is
+        if (text.front() >= ' ' && text.front() <= '~') { // the usual case
             escaped += text.front();
             text.remove_prefix(1);
             continue;

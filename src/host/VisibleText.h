@@ -1,8 +1,8 @@
-// VisibleText: text from outside (keyboards, documents, file names) as it can be shown to people.
+// VisibleText: text from outside (keyboards, documents, file names) in a form that is safe to show.
 //
-// Control characters, characters that change the direction of writing, invisible ones, and bytes
-// that are not UTF-8 are written as escapes, so that no text can move the cursor, add a line or
-// pass for another text.
+// Control characters, characters that change the writing direction, invisible ones, and bytes that
+// are not UTF-8 are escaped, so that no text can move the cursor, add a line or imitate another
+// text.
 #pragma once
 
 #include <string>
@@ -10,17 +10,17 @@
 
 namespace qx::host {
 
-// Whether the character is never shown as it is.
+// Whether the character is always escaped.
 [[nodiscard]] bool IsHidden(char32_t character);
 
-// The text on one line, as UTF-8: "\u001b" for a character that is not shown, "\xff" for a byte
-// that is not UTF-8. All else is unchanged, backslashes too.
+// The text on one line, as UTF-8: "\u001b" for an escaped character, "\xff" for a byte that is not
+// UTF-8. Everything else is unchanged, including backslashes.
 [[nodiscard]] std::string VisibleText(std::string_view text);
 
-// The same of several lines. Of JSON this leaves the meaning as it was.
+// The same for several lines. The meaning of JSON is unchanged.
 [[nodiscard]] std::string VisibleLines(std::string_view text);
 
-// The text as UTF-8: only bytes that are not UTF-8 are escaped.
+// The text as UTF-8; only bytes that are not UTF-8 are escaped.
 [[nodiscard]] std::string Utf8Text(std::string_view text);
 
 } // namespace qx::host

@@ -1,10 +1,9 @@
-// WatchedDriver: a driver that remembers what the controls themselves do not look at.
+// WatchedDriver: a driver that observes what the controls themselves ignore.
 //
-// It notes the first call that failed, of those whose status the system looks at, which stretches
-// of the image have been written, and which have been requested. It also keeps accesses away from
-// stretches that no module has: a control that works with the address -1 of a module that the
-// keyboard lacks is answered with success and zeros, and nothing reaches the driver. It makes no
-// calls of its own.
+// It records the first failed call with a meaningful status, the stretches of the image that have
+// been written, and those that have been requested. It also blocks access to stretches that belong
+// to no module: a control that uses the address -1 of a module missing in the keyboard gets success
+// and zeros, and the driver is not called. It makes no calls of its own.
 #pragma once
 
 #include "host/Error.h"
@@ -19,7 +18,7 @@
 
 namespace qx::host {
 
-// A stretch that the next transfer moves, with the module's id for which it was requested.
+// A stretch of the next transfer, with the module's id with which it was requested.
 struct TransferRequest {
     KeyboardModuleIDs module;
     Long address;
@@ -30,12 +29,12 @@ class WatchedDriver : public ForwardingDriver {
 public:
     explicit WatchedDriver(ConfigDriver& inner) : ForwardingDriver(inner) {}
 
-    // Forgets failures, writes and requests; stretches to leave out stay.
+    // Clears failures, writes and requests; the blocked stretches remain.
     void BeginOperation();
 
-    // The first call since then that failed, of those whose status matters to a result.
+    // The first call since then that failed, among those with a meaningful status.
     [[nodiscard]] const std::optional<FailedCall>& Failure() const { return m_failure; }
-    // The entries of the directory that could not be read, which is not a failure.
+    // The unreadable entries of the directory, which do not count as a failure.
     struct UnreadableEntries {
         int count = 0;
         Integer first = 0; // from 0
@@ -44,10 +43,10 @@ public:
     [[nodiscard]] const UnreadableEntries& Unreadable() const { return m_unreadable; }
     [[nodiscard]] const Stretches& Written();
     [[nodiscard]] const Stretches& Requested() const { return m_requested; }
-    // The same as they were requested, since the list was last emptied.
+    // The requested stretches, since the list was last cleared.
     [[nodiscard]] const std::vector<TransferRequest>& Requests() const { return m_requests; }
 
-    // Accesses that lie in this stretch are kept from the driver until EndLeavingOut.
+    // Accesses in this stretch do not reach the driver until EndLeavingOut.
     void LeaveOut(Long address, Long size) { m_leftOut.Add(address, size); }
     void EndLeavingOut() { m_leftOut.Clear(); }
 

@@ -24,7 +24,7 @@ std::optional<BackupStore::Named> WriteRecords::NamedBackups() const {
     }
     for (const JournalEntry& entry : journal.Entries(&damaged))
         named[entry.backup].clear();
-    if (!damaged.empty()) // any may be named there
+    if (!damaged.empty()) // it might name any backup
         return std::nullopt;
     return named;
 }

@@ -1,4 +1,4 @@
-// WriteRecords: where all records of writes are kept, whatever keyboards they were to.
+// WriteRecords: the stores for all records of writes, for any keyboard.
 #pragma once
 
 #include "host/BackupStore.h"
@@ -16,13 +16,14 @@ struct WriteRecords {
         : backups(folder / "backups"), journal(folder / "journal"), claims(folder / "locks"),
           receipts(folder / "receipts") {}
 
-    // Whether the write is still going on.
+    // Whether the write is still in progress.
     [[nodiscard]] bool IsInProgress(const JournalEntry& entry) const {
         return claims.IsTaken(Claims::NameOf(entry.keyboard, entry.origin));
     }
-    // Ends the entry on the user's word. Throws Error(KeyboardBusy) while the write is going on.
+    // Deletes the entry at the user's demand. Throws Error(KeyboardBusy) if the write is in
+    // progress.
     void Forget(const JournalEntry& entry) const;
-    // The backups that the other records name; nothing where one of these cannot be read.
+    // The backups named in the other records; none if one of these cannot be read.
     [[nodiscard]] std::optional<BackupStore::Named> NamedBackups() const;
 
     BackupStore backups;

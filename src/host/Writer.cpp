@@ -29,8 +29,8 @@ WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
     return plan;
 }
 
-// The first reading has nothing to be compared with: a transfer that stopped half-way and reported
-// success may just look like what is wanted.
+// The first read cannot be checked: a transfer that stopped half-way but reported success may look
+// exactly like the wanted contents.
 void Writer::ProveNothingToDo(const WritePlan& plan) {
     if (plan.IsEmpty())
         RequireStillAs(m_session, plan.before);
@@ -61,14 +61,14 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     const std::vector<ByteRange> ranges = plan.ToSend(request.full);
     const bool settles = request.action == Request::kRestore;
     if (ranges.empty() && !settles)
-        return {false, true, 0, ""}; // as the plan has proved
+        return {false, true, 0, ""}; // verified by the plan
     const std::string claimName = Claims::NameOf(plan.before.identity, m_options.origin);
     const Claim claim = m_records.claims.Require(claimName);
     const auto interrupted = m_interrupted.CutIn(plan.before, {claimName});
     if (!settles)
         RefuseInterrupted(interrupted);
     if (ranges.empty()) {
-        if (interrupted.size() == 1) { // the user wants it to stay so
+        if (interrupted.size() == 1) { // the user wants this content
             RequireStillAs(m_session, plan.before);
             m_records.journal.End(interrupted.front());
         }
@@ -123,12 +123,12 @@ Writer::Outcome Writer::End(const JournalEntry& entry, Way way, const WritePlan&
                             const KeyboardContent& now, bool isRecordKept) {
     const auto ranges = Differences(plan.before, plan.after, kRequestCost);
     JournalEntry ended = entry;
-    if (way == Way::RollBack) // what it was to replace is then as open as it was before
+    if (way == Way::RollBack) // the writes it would have replaced are open again
         ended.replaced.clear();
     Request request;
     request.action = way == Way::Finish ? "finish" : "roll back";
     request.document = entry.document;
-    // The keyboard shows a part of that unit's write, and perhaps of another's.
+    // The keyboard contains a part of that unit's write, and perhaps of another's.
     const Till till = m_options.till.unit.empty() && !isRecordKept ? entry.till : m_options.till;
     Recording recording = NewRecording(request, now, till);
     SaveBackup(recording);

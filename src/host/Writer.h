@@ -1,10 +1,11 @@
-// Writer: writes to a keyboard so that nothing is called done that has not been proved, and nothing
-// is lost that the keyboard held.
+// Writer: writes to a keyboard such that success is only reported after verification, and none of
+// the keyboard's contents are lost.
 //
-// A write goes: plan (WritePlan), claim (Claims), backup and journal (Recording), check that the
-// keyboard is still the planned one, the bytes, reading back and comparing (Sending), end of the
-// journal, receipt (Recording). Whatever breaks off between, the journal knows what the keyboard
-// may hold (InterruptedWrites), and Recover makes it exactly the old or exactly the new.
+// The steps of a write: plan (WritePlan), claim (Claims), backup and journal (Recording), check
+// that the keyboard is still the planned one, send the bytes, read back and compare (Sending), end
+// the journal entry, receipt (Recording). Wherever it is interrupted, the journal knows the
+// keyboard's possible contents (InterruptedWrites), and Recover makes them exactly the old or
+// exactly the new ones.
 #pragma once
 
 #include "host/InterruptedWrites.h"
@@ -27,69 +28,69 @@ public:
         // A configuration for the opened keyboard, with its layout.
         std::function<std::unique_ptr<Configuration>()> newConfiguration;
         Clock now = [] { return std::chrono::system_clock::now(); };
-        // How the keyboard is reached, the same each time, as setup::OpenedDriver shows it.
+        // The keyboard's connection, the same each time, as in setup::OpenedDriver.
         std::string origin = {};
-        Till till = {}; // which one it is, where that is known
-        // Whether the user wants to stop. Asked before the first byte is sent; what has begun to
-        // be sent is sent, proved and recorded.
+        Till till = {}; // which one it is, if known
+        // Whether the user wants to stop. Called before the first byte is sent; a write that has
+        // begun is completed, verified and recorded.
         std::function<bool()> isStopped = [] { return false; };
         OnStep onStep = [](Step) {}; // must not throw
     };
     using Request = WriteRequest;
     using Way = RecoverWay;
     struct Outcome {
-        bool isWritten = false;  // false: there was nothing to do
-        bool isVerified = false; // the keyboard has been read and holds all of it
+        bool isWritten = false;  // false if there was nothing to do
+        bool isVerified = false; // the keyboard was read and holds everything
         Long bytesSent = 0;
-        std::string backup; // the id of the one made before
-        // Of Recover: the record of the write is kept, since the keyboard showed a part of others
-        // too.
+        std::string backup; // the id of the backup made before
+        // For Recover: the record of the write is kept, because the keyboard contained parts of
+        // others too.
         bool isRecordKept = false;
     };
 
-    // The session is open and outlives the writer.
+    // The session is open and must outlive the writer.
     Writer(Session& session, Options options);
 
-    // What a write of the settings in these sections would do now. An empty plan is returned only
-    // after a second reading confirms it; throws Error(KeyboardChanged) when that one differs.
+    // The plan for writing the settings in these sections now. An empty plan is returned only after
+    // a second read confirms it; throws Error(KeyboardChanged) if the reads differ.
     [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections,
                                  const PlanOptions& options = {});
-    // What it takes to bring a backup back. Throws Error(KeyboardChanged) when the backup is of
-    // another kind of keyboard, or, unless that is allowed, of what seems to be another one of the
-    // same kind (BackupMatch). Such a keyboard keeps its own GUID. Areas that are not in the backup
-    // stay as they are, and the plan shows them.
+    // The plan for restoring a backup. Throws Error(KeyboardChanged) if the backup is of another
+    // model or, unless that is allowed, seems to belong to another keyboard of the same model
+    // (BackupMatch). Such a keyboard keeps its own GUID. Areas missing in the backup are unchanged
+    // and listed in the plan.
     [[nodiscard]] WritePlan PlanRestore(const Backup& backup, bool otherKeyboard = false);
 
-    // Writes. Throws Error: KeyboardChanged when the keyboard is not as it was planned for,
-    // WriteInterrupted when Recover is to come first, KeyboardBusy when another program writes to
-    // it, FileFailed when there can be no record, TransferFailed, ReadBackDiffers. The error shows
-    // what the keyboard holds then: all that was to be written when only the records failed. The
-    // action kRestore settles what was interrupted.
+    // Writes. Throws Error: KeyboardChanged if the keyboard is not as planned, WriteInterrupted if
+    // Recover must come first, KeyboardBusy if another program writes to it, FileFailed if it
+    // cannot be recorded, TransferFailed, ReadBackDiffers. The error describes the keyboard's
+    // contents: all new if only the records failed. The action kRestore resolves interrupted
+    // writes.
     Outcome Write(const WritePlan& plan, const Request& request);
 
-    // What the keyboard shows of the writes on record to keyboards of its kind, oldest first,
-    // without those that are still going on.
+    // The traces in the keyboard of the writes on record to keyboards of its model, oldest first,
+    // except those in progress.
     [[nodiscard]] std::vector<TracedWrite> OnRecord();
-    // Those of these that this keyboard may have been cut in, the newest first: it holds a part of
-    // each. There are several where other keyboards that cannot be told from it were cut in other
-    // writes.
+    // Those of these writes that this keyboard may have been interrupted in, newest first: it
+    // contains a part of each. There are several if indistinguishable keyboards were interrupted in
+    // other writes.
     [[nodiscard]] std::vector<JournalEntry>
     Interrupted(const std::vector<TracedWrite>& writes) const {
         return m_interrupted.CutIn(writes);
     }
-    // The same of all on record; quick where there are none.
+    // The same for all writes on record; quick if there are none.
     [[nodiscard]] std::vector<JournalEntry> Interrupted();
-    // Makes the keyboard hold all new, or all old, bytes of that write, and proves it. Throws as
-    // Write does; until it succeeds it can be tried again, either way. Throws
-    // Error(KeyboardChanged), and does nothing, when the keyboard does not hold a part of the
-    // write: it may be another one. Where it may have been cut in others too: when the user has not
-    // named this one, throws Error(WriteInterrupted) unless all of them lead to the same contents,
-    // and keeps the record, which may be of another keyboard.
+    // Makes the keyboard hold all new, or all old, bytes of that write, and verifies it. Throws
+    // like Write; until it succeeds it can be repeated, either way. Throws Error(KeyboardChanged)
+    // and does nothing if the keyboard does not contain a part of the write, because it may be
+    // another one. If it may also have been interrupted in others and the user has not named this
+    // one: throws Error(WriteInterrupted), unless all of them lead to the same contents; then the
+    // record is kept, because it may be another keyboard's.
     Outcome Recover(const JournalEntry& entry, Way way, bool isNamed = false);
 
-    // Runs an operation that writes to the keyboard by itself, such as the driver's loading of a
-    // file: after a backup, unless it is of another memory than the keyboard's, with a receipt, and
-    // unproved. Throws as Write does.
+    // Runs an operation that itself writes to the keyboard, such as the driver's loading of a file:
+    // after a backup (unless it writes to a memory other than the keyboard's), with a receipt, and
+    // without verification. Throws like Write.
     Outcome RunUnproved(const Request& request, const std::function<void()>& operation);
 
     [[nodiscard]] const WriteRecords& Records() const { return m_records; }
@@ -97,14 +98,14 @@ public:
 private:
     [[nodiscard]] KeyboardContent Read() { return m_session.ReadContent(*m_scratch); }
     void ProveNothingToDo(const WritePlan& plan);
-    // Right before the first byte.
+    // Called immediately before the first byte.
     void CheckBeforeWriting(const KeyboardContent& planned);
     void SaveBackup(Recording& recording);
     [[nodiscard]] Recording NewRecording(const Request& request, const KeyboardContent& before,
                                          const Till& till) const;
     [[nodiscard]] Sent Send(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                             bool verify);
-    // The ranges of the plan are sent by an entry that has been found in the keyboard.
+    // Sends the ranges of the plan, for an entry found in the keyboard.
     Outcome End(const JournalEntry& entry, Way way, const WritePlan& plan,
                 const KeyboardContent& now, bool isRecordKept);
 

@@ -167,7 +167,7 @@ std::string_view CodeOf(FaultKind kind) {
 }
 
 std::string WordsOf(const Fault& fault) {
-    constexpr std::size_t kMost = 400; // that of a job names two files
+    constexpr std::size_t kMost = 400; // that of a job contains two file names
     const std::string_view pattern = TextOf(fault.kind).words;
     std::string words;
     for (std::size_t i = 0; i < pattern.size(); ++i)

@@ -1,7 +1,7 @@
-// Fault: what is wrong with a file, or with a part of a keyboard, and where.
+// Fault: an error in a file, or in a part of a keyboard, and its place.
 //
-// A fault is data: its kind and short arguments. Each program words it for its own users; the words
-// here are those of the command line and of JSON.
+// A fault is data: its kind and short arguments. Each program words it for its own users; the
+// wording here is for the command line and for JSON.
 #pragma once
 
 #include "qxcontrols/common/Utf.h"
@@ -14,35 +14,35 @@
 
 namespace qx::json {
 
-// The comments name the arguments. A value is the beginning of its JSON text.
+// The comments list the arguments. A value is the beginning of its JSON text.
 enum class FaultKind {
     // A file that cannot be read to its end
-    TooManyBytes,   // the most that there can be
+    TooManyBytes,   // the limit
     IsUtf16,        //
     EndsEarly,      //
     NotJson,        // line, the last text read
     NumberTooLarge, // number
-    TooDeep,        // the most levels
-    TooManyMembers, // the most in an object
+    TooDeep,        // the maximum depth
+    TooManyMembers, // the maximum number in an object
     GivenTwice,     // member
-    OtherFormat,    // the format expected
-    UnknownVersion, // version, the version expected
+    OtherFormat,    // the expected format
+    UnknownVersion, // version, expected version
     NotAsWritten,   //
     MoreFaults,     //
 
-    // A value of a wrong form
+    // A value of the wrong kind
     UnknownMember,   // member
     MissingMember,   // member
     NotAnObject,     // value
     NotAList,        // value
-    NotAListOf,      // value, how many elements
-    ListTooLong,     // the most elements
+    NotAListOf,      // value, required number of elements
+    ListTooLong,     // the maximum number of elements
     EmptyList,       //
     NotAText,        // value
     EmptyText,       //
     TextWithNul,     //
-    TextTooLong,     // UTF-16 units, the most
-    NotPlainText,    // value, the most characters
+    TextTooLong,     // UTF-16 units, maximum
+    NotPlainText,    // value, maximum number of characters
     NotAFlag,        // value
     NotANumber,      // value, lowest, highest
     NotACode,        // value, lowest, highest
@@ -54,14 +54,14 @@ enum class FaultKind {
     NotAModule,      // value
 
     // Sequences as text, and placeholders
-    SequenceTooLong,      // codes, the most
+    SequenceTooLong,      // codes, maximum
     SequenceWithoutNames, //
     SequenceText,         // the reason, in English
     SequenceWithZero,     //
     PlaceholderNotApart,  // placeholder
     NotAPlaceholder,      // the beginning of the text
     NoValue,              // variables
-    ValuesTooLong,        // the most bytes
+    ValuesTooLong,        // the maximum number of bytes
     NotAVariable,         // value
 
     // Settings that a keyboard cannot have
@@ -69,13 +69,13 @@ enum class FaultKind {
     NotProgrammable,  // key
     KeyTwice,         // key
     FirstKeyNotSlot,  // slot
-    FlagNotStored,    // the only value
+    FlagNotStored,    // the only allowed value
     NoIdentifierHere, //
     NoSuchModule,     //
     AreasMeet,        // last address, name of the other area, its first and last address
     RangeSizesDiffer, //
 
-    // What a keyboard holds; addresses and bytes are hexadecimal
+    // A keyboard's contents; addresses and bytes are hexadecimal
     HalfCharacter,    // address
     UnknownGroup,     // address, key, group, highest group
     TwoSequences,     // address, key, other key, group
@@ -101,7 +101,7 @@ enum class FaultKind {
 [[nodiscard]] std::string_view CodeOf(FaultKind kind);
 
 struct Fault {
-    // Numbers and texts; a text that is too long is shortened.
+    // Numbers and texts; long texts are shortened.
     template <typename... Arguments>
     Fault(std::string_view at, FaultKind what, const Arguments&... about)
         : place(Shortened(at)), kind(what), arguments{TextOf(about)...} {}
@@ -119,12 +119,12 @@ private:
 
 // "300 is not a code from 1 to 255".
 [[nodiscard]] std::string WordsOf(const Fault& fault);
-// The same with the place in front, if there is one: "/magnetCard/tracks/0/header/3: 300 is ...".
+// The same after the place, if there is one: "/magnetCard/tracks/0/header/3: 300 is ...".
 [[nodiscard]] std::string ToText(const Fault& fault);
-// The text of the first of them, and how many more there are.
+// The text of the first fault, and the number of others.
 [[nodiscard]] std::string ToText(const std::vector<Fault>& faults);
 
-// Something cannot be used because of its faults, of which there is at least one.
+// Something cannot be used because of its faults; there is at least one.
 class FaultError : public std::runtime_error {
 public:
     explicit FaultError(std::vector<Fault> faults)
@@ -135,13 +135,13 @@ private:
     std::vector<Fault> m_faults;
 };
 
-// Collects faults. Of very many only the first are kept.
+// Collects faults; only the first ones of very many.
 class Faults {
 public:
     static constexpr std::size_t kMost = 1000;
 
     void Add(Fault fault);
-    // Further ones are not kept; what is behind need not be read.
+    // No more are kept, so the rest need not be read.
     [[nodiscard]] bool AreEnough() const { return m_faults.size() > kMost; }
     [[nodiscard]] std::size_t Count() const { return m_faults.size(); }
     [[nodiscard]] const std::vector<Fault>& All() const { return m_faults; }

@@ -19,8 +19,8 @@ std::string TextOf(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-// Builds the value that the parser reads, and knows where it is. The parser's own way to watch it
-// looks at all elements of a list whenever one of them ends.
+// Builds the parsed value and keeps track of the place. The parser's own callback would visit all
+// elements of a list whenever one of them ends.
 class StrictReader : public Json::json_sax_t {
 public:
     explicit StrictReader(std::string_view text) : m_text(text) {}
@@ -72,14 +72,14 @@ private:
         std::string key; // of the member that is being read
     };
 
-    // Where it stands until its container ends.
+    // The value's address, valid until its container ends.
     Json& Placed(Json&& read) {
         if (m_open.empty())
             return value = std::move(read);
         Level& level = m_open.back();
         if (level.container->is_array())
             return level.container->emplace_back(std::move(read));
-        // The name is no other member's, which the container itself would look through.
+        // Checks that the name is new; the container's own lookup is linear.
         auto& members = level.container->get_ref<Json::object_t&>();
         return static_cast<Json::object_t::Container&>(members)
             .emplace_back(level.key, std::move(read))
@@ -101,7 +101,7 @@ private:
     }
     [[nodiscard]] std::string Place() const {
         std::string place;
-        for (const Level& level : m_open) // a container that is open is the last element
+        for (const Level& level : m_open) // an open container is the last element
             place = JsonPointer(place, level.container->is_object()
                                            ? level.key
                                            : std::to_string(level.container->size() - 1));
@@ -139,7 +139,7 @@ void Append(std::string& text, const Json& value, std::size_t level) {
     text.append("\n").append(2 * level, ' ').append(value.is_object() ? "}" : "]");
 }
 
-// Of JSON, one of the first two characters at least is ASCII, and none is the character 0.
+// In JSON, at least one of the first two characters is ASCII, and none is 0.
 bool IsUtf16(std::string_view text) {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
            (text.size() > 1 && (text[0] == '\0') != (text[1] == '\0'));
@@ -153,7 +153,7 @@ Json ParseStrictly(std::string_view text, std::size_t most) {
     if (IsUtf16(text))
         Refuse({"", FaultKind::IsUtf16});
     StrictReader reader(text);
-    (void)Json::sax_parse(text, &reader); // throws what is wrong
+    (void)Json::sax_parse(text, &reader); // throws the error
     return std::move(reader.value);
 }
 

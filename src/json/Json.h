@@ -1,4 +1,4 @@
-// JSON as these programs read and write it: members keep the order in which they are written.
+// JSON as used by these programs: members keep their order.
 #pragma once
 
 #include "json/Fault.h"
@@ -12,17 +12,16 @@ namespace qx::json {
 
 using Json = nlohmann::ordered_json;
 
-// Reads JSON that names no member twice (of two values nobody could tell which was meant), and in
-// which objects and lists are nested at most 64 deep, with at most 10000 members in an object, and
-// no more than `most` bytes. Throws FaultError.
+// Parses JSON without duplicate members (which would be ambiguous), with objects and lists nested
+// at most 64 deep, at most 10000 members per object, and at most `most` bytes. Throws FaultError.
 [[nodiscard]] Json ParseStrictly(std::string_view text, std::size_t most);
 
-// The JSON pointer to a member of what is at `place`.
+// The JSON pointer to a member of the value at `place`.
 [[nodiscard]] std::string JsonPointer(const std::string& place, std::string_view key);
 
-// The value as text for people and for version control: two blanks a level, and a list of plain
-// values on one line. Ends with a line feed. Bytes of a text that are not UTF-8, as file names may
-// have, become U+FFFD.
+// The value as text for people and for version control: indented by two spaces per level, with
+// lists of plain values on one line. Ends with a line feed. Invalid UTF-8, which file names may
+// contain, becomes U+FFFD.
 [[nodiscard]] std::string PrettyText(const Json& value);
 
 // The beginning of the value's text, for messages.

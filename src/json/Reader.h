@@ -1,5 +1,5 @@
-// Reading JSON strictly. Whatever is wrong is noted among the faults with its place, once, and
-// reading goes on; where a value is missing or wrong, nothing is returned.
+// Strict reading of JSON. Every fault is recorded once, with its place, and reading continues; if a
+// value is missing or wrong, nothing is returned.
 //
 //     Faults faults;
 //     Object job(Value(json, "", faults));
@@ -22,24 +22,24 @@
 
 namespace qx::json {
 
-// A value and its place. The JSON and the faults outlive it.
+// A value and its place. The JSON and the faults must outlive it.
 class Value {
 public:
     Value(const Json& json, std::string place, Faults& faults)
         : m_json(&json), m_place(std::move(place)), m_faults(&faults) {}
-    // A value that does not exist. It is read without a fault, and gives nothing.
+    // A value that does not exist. Reading it yields nothing and is not a fault.
     Value(std::string place, Faults& faults) : m_place(std::move(place)), m_faults(&faults) {}
 
     [[nodiscard]] bool Exists() const { return m_json != nullptr; }
     [[nodiscard]] const Json& AsJson() const { return *m_json; }
     [[nodiscard]] const std::string& Place() const { return m_place; }
     [[nodiscard]] Faults& AllFaults() const { return *m_faults; }
-    // Another value in its place.
+    // Another value at its place.
     [[nodiscard]] Value With(const Json& other) const { return {other, m_place, *m_faults}; }
 
     [[nodiscard]] std::optional<std::string> Text() const;
     [[nodiscard]] std::optional<bool> Flag() const;
-    // A whole number; `kind` has the arguments of NotANumber.
+    // A whole number; the arguments of `kind` are those of NotANumber.
     template <typename Number>
     [[nodiscard]] std::optional<Number>
     WholeNumber(Number lowest = std::numeric_limits<Number>::min(),
@@ -48,18 +48,18 @@ public:
         const auto number = NumberWithin(lowest, highest, kind);
         return number ? std::optional(static_cast<Number>(*number)) : std::nullopt;
     }
-    // Whether it is a list; another value is a fault.
+    // Whether it is a list; any other value is a fault.
     [[nodiscard]] bool IsList() const;
-    // The elements of a list; none where it is not a list, which is a fault.
+    // The elements of a list; any other value is a fault and has none.
     [[nodiscard]] std::vector<Value> Elements() const;
-    // The same where there must be `count` of them.
+    // The same, with exactly `count` elements.
     [[nodiscard]] std::vector<Value> Elements(std::size_t count) const;
 
     template <typename... Arguments>
     void Refuse(FaultKind kind, const Arguments&... arguments) const {
         m_faults->Add({m_place, kind, arguments...});
     }
-    // The fault's own place does not matter.
+    // Records a fault here; the fault's own place is ignored.
     void Refuse(Fault fault) const;
     // The same with the beginning of the value's text as the first argument.
     template <typename... Arguments>
@@ -76,10 +76,10 @@ private:
     Faults* m_faults;
 };
 
-// An object, which is read member by member.
+// An object, read member by member.
 class Object {
 public:
-    // Another value is a fault, and has no members.
+    // Any other value is a fault, and has no members.
     explicit Object(Value value);
 
     // What kind of value it is has no fault, and it has at least the member that is asked for.
@@ -88,11 +88,11 @@ public:
 
     // The member; one that is missing is a fault.
     [[nodiscard]] Value Get(std::string_view key);
-    // The member, which need not exist.
+    // The member, which may be missing.
     [[nodiscard]] Value Find(std::string_view key);
-    // All members; none of them is unknown then.
+    // All members; none counts as unknown then.
     [[nodiscard]] std::vector<std::pair<std::string, Value>> All();
-    // Members that nothing has asked for are faults.
+    // Members that have not been read are faults.
     void RefuseOthers() const;
 
 private:
@@ -101,8 +101,8 @@ private:
     std::set<std::string, std::less<>> m_asked;
 };
 
-// Reads the members "format" and "version", by which every file begins. Other ones than these are
-// a fault; what is behind them is not read then.
+// Reads the members "format" and "version", with which every file begins. Any others are a fault,
+// and the rest must then not be read.
 [[nodiscard]] bool HasFormat(Object& file, std::string_view format, int version);
 
 } // namespace qx::json

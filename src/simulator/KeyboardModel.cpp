@@ -59,7 +59,7 @@ constexpr Module kModules[] = {
     {MODULE_LAYER_FUNCKEY_DESC, 0},
 };
 
-constexpr std::size_t kMostEntries = 0x7FFF; // that a driver can count
+constexpr std::size_t kMostEntries = 0x7FFF; // as many as a driver can count
 
 struct CapabilityFlag {
     const char* key;
@@ -72,7 +72,7 @@ constexpr CapabilityFlag kCapabilityFlags[] = {
     {"barcodeReader", kBarcodeReaderBit},
 };
 
-// Text of 8-bit characters, which is what the keyboard knows.
+// 8-bit text, which is all that the keyboard supports.
 std::optional<std::string> PlainText(const Value& value, std::size_t most) {
     const auto text = value.Text();
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
@@ -108,7 +108,7 @@ const Module* ReadModule(const Value& value) {
     return nullptr;
 }
 
-// Reads an entry whose area meets none of those taken, and adds its area to them.
+// Reads an entry whose area overlaps none of `taken`, and adds its area to them.
 std::optional<KeyboardModel::Entry> ReadEntry(const Value& value, std::vector<Area>& taken) {
     Object entry(value);
     const Module* module = ReadModule(entry.Get("module"));

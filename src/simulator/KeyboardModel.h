@@ -26,7 +26,7 @@ struct KeyboardModel {
     std::vector<Entry> directory;                     // areas do not overlap
     std::string json;                                 // the source of all of the above
 
-    // The model of that text. Throws json::FaultError.
+    // Parses a model. Throws json::FaultError.
     [[nodiscard]] static KeyboardModel FromJson(std::string text);
     // The built-in model with this name, or else the model in the file with this path. Throws
     // std::runtime_error naming the model and the error in it.

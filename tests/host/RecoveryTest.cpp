@@ -1,5 +1,5 @@
-// Which keyboard was it? A write that was interrupted is recovered in its own keyboard and in no
-// other, and is forgotten only when that has been proved or the user says so.
+// Identifying the keyboard: an interrupted write is recovered in its own keyboard and in no other,
+// and its record is deleted only once that is verified or the user demands it.
 #include "WriterFixture.h"
 
 #include "host/Traces.h"
@@ -16,8 +16,7 @@ protected:
         EXPECT_FALSE(Use(driver, [&](Session&, Writer& writer) { found = writer.Interrupted(); }));
         return found;
     }
-    // That the keyboard shows this of the only write on record, and is not touched by recovering
-    // it.
+    // The keyboard has this trace of the only write on record, and a recovery does not touch it.
     void ExpectLeftAlone(TroubledKeyboard& driver, Trace trace) {
         const std::string memory = driver.memory;
         driver.bytesWritten = 0;
@@ -44,7 +43,7 @@ protected:
 
 } // namespace
 
-// A is cut; B, which cannot be told from it, is plugged in and worked with; A comes back.
+// A is interrupted; B, indistinguishable from A, is plugged in and used; then A returns.
 TEST_F(Recovery, ATwinIsNeitherRecoveredNorRefused) {
     ASSERT_FALSE(Download(keyboard, kNew));
     const Long all = outcome.bytesSent;
@@ -70,7 +69,7 @@ TEST_F(Recovery, ATwinIsNeitherRecoveredNorRefused) {
                     for (const Settings& settings : {kThird, kNew, kOld}) {
                         EXPECT_FALSE(Download(b, settings));
                         ASSERT_EQ(Entries().size(), 1U);
-                        EXPECT_EQ(Entries()[0].Id(), id) << "the record of A";
+                        EXPECT_EQ(Entries()[0].Id(), id) << "A's record must remain";
                     }
                     ASSERT_TRUE(a.memory == interrupted);
                     if (cut == 3) {
@@ -84,7 +83,7 @@ TEST_F(Recovery, ATwinIsNeitherRecoveredNorRefused) {
                             a.memory.substr(0, 0x1500) ==
                             (way == Writer::Way::Finish ? after : before).substr(0, 0x1500));
                         EXPECT_EQ(Entries().size(), 0U);
-                    } else { // whole, and like a twin itself
+                    } else { // all or nothing written: could be a twin, too
                         ExpectLeftAlone(a, cut == 0 ? Trace::Before : Trace::After);
                         EXPECT_FALSE(Download(a, kThird));
                         ASSERT_EQ(Entries().size(), 1U);
@@ -96,7 +95,7 @@ TEST_F(Recovery, ATwinIsNeitherRecoveredNorRefused) {
                 }
 }
 
-// A keyboard that shows a part of the write is its own, whichever way it is reached by then.
+// A keyboard with part of the write is recognised, even if it is now reached differently.
 TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
     till = {"till 1", "line1.so"};
     Interrupt(keyboard, 2);
@@ -104,8 +103,8 @@ TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
     till = {};
     ASSERT_EQ(InterruptedIn(keyboard).size(), 1U);
     EXPECT_EQ(InterruptedIn(keyboard)[0].till.unit, "till 1");
-    // Of another kind is one with another name, with other capabilities, and with its modules at
-    // other places.
+    // A different keyboard is one with another name, other capabilities, or modules at other
+    // addresses.
     std::vector<TroubledKeyboard> others(
         3, {std::vector<test::FakeDriver::Entry>{kSmall[0], {kSmall[1].module, 0x1308}}, "SMALL"});
     others[0] = {kSmall, "LARGE"};
@@ -128,8 +127,8 @@ TEST_F(Recovery, AKeyboardIsKnownAgainAtAnotherPlace) {
     EXPECT_EQ(Entries().size(), 0U);
 }
 
-// The areas of a keyboard depend on the layout that it is written with; it is known again, and
-// recovered, with any.
+// A keyboard's areas depend on the layout used for writing; it is recognised and recovered with any
+// layout.
 TEST_F(Recovery, AKeyboardIsKnownAgainWithOtherAreas) {
     for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
         Reset();
@@ -154,8 +153,8 @@ TEST_F(Recovery, AKeyboardIsKnownAgainWithOtherAreas) {
     }
 }
 
-// Two keyboards are cut in the same write, each at its place: recovering one leaves the other's
-// record.
+// Two keyboards are interrupted in the same write at different bytes: recovering one keeps the
+// other's record.
 TEST_F(Recovery, EveryInterruptedKeyboardHasItsRecord) {
     for (const Writer::Way way : {Writer::Way::Finish, Writer::Way::RollBack}) {
         Reset();
@@ -183,8 +182,8 @@ TEST_F(Recovery, EveryInterruptedKeyboardHasItsRecord) {
     }
 }
 
-// Two tills that cannot be told apart are cut in writes of different settings, and one shows a part
-// of both.
+// Two indistinguishable tills are interrupted in writes of different settings, and one contains
+// parts of both.
 TEST_F(Recovery, WhichOfSeveralWritesItWasIsNeverGuessed) {
     const Settings kNew2 = {kNew.outputDelay, R"("1 Q W E")"};
     TroubledKeyboard b = NewKeyboard(false, before);
@@ -209,7 +208,7 @@ TEST_F(Recovery, WhichOfSeveralWritesItWasIsNeverGuessed) {
         ASSERT_EQ(InterruptedIn(a).size(), 2U);
         ASSERT_EQ(InterruptedIn(b).size(), 1U);
 
-        // It is not finished without a name.
+        // It cannot be finished without naming the write.
         const auto finish = [&](const JournalEntry& entry, bool isNamed) {
             return Use(a, [&](Session&, Writer& writer) {
                 writer.Recover(entry, Writer::Way::Finish, isNamed);
@@ -222,7 +221,7 @@ TEST_F(Recovery, WhichOfSeveralWritesItWasIsNeverGuessed) {
             EXPECT_NE(TextOf(*refused).find(entry.Id()), std::string::npos);
         EXPECT_TRUE(a.memory == cutA);
 
-        // Both roll back to the same, which shows nothing of which one it was.
+        // Both roll back to the same content, which does not show which write it was.
         EXPECT_TRUE(Recover(a, Writer::Way::RollBack));
         EXPECT_TRUE(a.memory == before);
         EXPECT_EQ(AllReceipts().back().till.unit, "");
@@ -233,7 +232,7 @@ TEST_F(Recovery, WhichOfSeveralWritesItWasIsNeverGuessed) {
         ASSERT_EQ(Entries().size(), 1U);
         EXPECT_EQ(Entries()[0].till.unit, "till 1");
 
-        // Its user knows.
+        // The user knows.
         a.memory = cutA;
         b.memory = before;
         Interrupt(b, 3, kNew2);
@@ -247,7 +246,7 @@ TEST_F(Recovery, WhichOfSeveralWritesItWasIsNeverGuessed) {
     }
 }
 
-// The cable is pulled, and another keyboard plugged in before the failure is looked into.
+// The cable is pulled, and another keyboard is plugged in before the failure is investigated.
 TEST_F(Recovery, AKeyboardThatIsSwappedWhileItIsWrittenStaysOnRecord) {
     class Swapped : public TroubledKeyboard {
     public:
@@ -276,8 +275,8 @@ TEST_F(Recovery, AKeyboardThatIsSwappedWhileItIsWrittenStaysOnRecord) {
     }
 }
 
-// What no interruption can have left, beside the ranges or in them, is neither finished nor rolled
-// back; the backup is there, and the write stays on record.
+// If the contents cannot result from the interruption, inside or outside the ranges, the write is
+// neither finished nor rolled back; the backup exists, and the write stays on record.
 TEST_F(Recovery, WhatTheWriteCannotHaveLeftIsLeftAlone) {
     for (const bool hasGuid : {true, false})
         for (const std::size_t changed : {0x1310U, 0x1000U}) {
@@ -294,7 +293,7 @@ TEST_F(Recovery, WhatTheWriteCannotHaveLeftIsLeftAlone) {
         }
 }
 
-TEST_F(Recovery, ARecoverySavesWhatItReplaces) {
+TEST_F(Recovery, ARecoveryBacksUpTheReplacedContents) {
     till.unit = "till 1";
     Interrupt(keyboard, 2);
     const std::string mixed = keyboard.memory;

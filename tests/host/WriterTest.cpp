@@ -1,5 +1,5 @@
-// What a write promises: only what changes is sent, what is called done has been proved, nothing is
-// written without its records, and messages say what the keyboard holds.
+// The guarantees of a write: only changes are sent, success is verified, nothing is written without
+// records, and messages report the keyboard's contents.
 #include "WriterFixture.h"
 
 #include "files/Files.h"
@@ -11,7 +11,7 @@ namespace {
 using test::Lie;
 using WriterTest = WriterFixture;
 
-// A keyboard at which something happens while it is written to.
+// A keyboard that runs an action while it is written to.
 class Watched : public test::TroubledKeyboard {
 public:
     using TroubledKeyboard::TroubledKeyboard;
@@ -29,7 +29,7 @@ public:
 
 } // namespace
 
-TEST_F(WriterTest, SendsWhatChangesAndProvesIt) {
+TEST_F(WriterTest, SendsOnlyChangesAndVerifiesThem) {
     till = {"till 7", "line2.so"};
     Writer::Request request;
     request.document = "till.json";
@@ -67,7 +67,7 @@ TEST_F(WriterTest, SendsWhatChangesAndProvesIt) {
     keyboard.bytesWritten = 0;
     EXPECT_FALSE(Download(keyboard, kNew));
     EXPECT_FALSE(outcome.isWritten);
-    EXPECT_TRUE(outcome.isVerified) << "a second reading has proved it";
+    EXPECT_TRUE(outcome.isVerified) << "a second read has confirmed it";
     EXPECT_EQ(keyboard.bytesWritten, 0);
     EXPECT_EQ(AllReceipts().size(), 1U) << "nothing was written";
 
@@ -80,7 +80,7 @@ TEST_F(WriterTest, SendsWhatChangesAndProvesIt) {
     EXPECT_FALSE(outcome.isVerified);
     EXPECT_EQ(AllReceipts().back().result, "not verified");
     EXPECT_TRUE(AllReceipts().back().full);
-    EXPECT_EQ(Count("journal"), 0U) << "the user does without the proof";
+    EXPECT_EQ(Count("journal"), 0U) << "the user has skipped the verification";
 }
 
 TEST_F(WriterTest, AnotherKeyboardThanThePlannedOneIsRefused) {
@@ -103,11 +103,11 @@ TEST_F(WriterTest, AnotherKeyboardThanThePlannedOneIsRefused) {
     }
 }
 
-// Another keyboard at the same cable, while the program stays open between plan and write.
+// Another keyboard on the same cable, while the program stays open between plan and write.
 TEST_F(WriterTest, AKeyboardThatIsSwappedUnderAnOpenSessionIsFoundOut) {
     const auto error = Use(keyboard, [&](Session& session, Writer& writer) {
         const WritePlan plan = Plan(session, writer, kNew);
-        keyboard.memory.replace(0x7FC0, 5, "OTHER"); // all settings are alike
+        keyboard.memory.replace(0x7FC0, 5, "OTHER"); // all settings are equal
         writer.Write(plan, {});
     });
     ASSERT_TRUE(error);
@@ -131,8 +131,7 @@ TEST_F(WriterTest, AReadBackThatDiffersNamesTheSetting) {
     EXPECT_EQ(AllReceipts().back().result, "differs");
 }
 
-// What the keyboard holds after a failure, with the way out that this program offers only where
-// that helps.
+// The keyboard's contents after a failure, with a suggestion only where it helps.
 TEST_F(WriterTest, AFailureShowsWhatTheKeyboardHolds) {
     Watched driver{kSmall, "SMALL"};
     struct Story {
@@ -175,8 +174,8 @@ TEST_F(WriterTest, AFailureShowsWhatTheKeyboardHolds) {
     }
 }
 
-// One reading that goes wrong after a good write.
-TEST_F(WriterTest, AProofThatFailedIsNotCalledDone) {
+// One failed read after a successful write.
+TEST_F(WriterTest, AFailedVerificationIsNotReportedAsDone) {
     Watched driver{kSmall, "SMALL"};
     driver.memory = before;
     bool isWrong = false;
@@ -204,13 +203,13 @@ TEST_F(WriterTest, WithoutItsRecordsNothingIsWritten) {
     }
 }
 
-// A write that was proved is called so, whatever becomes of its records then.
+// A verified write is reported as such, even if its records then fail.
 TEST_F(WriterTest, AProvedWriteIsCalledSoWhenItsRecordsFail) {
     Watched driver{kSmall, "SMALL"};
     const auto blockReceipts = [&] {
         files::WriteFileAtomically(records / "receipts", "in the way of the folder");
     };
-    const auto blockJournal = [&] { // a folder that is not empty in the place of the entry
+    const auto blockJournal = [&] { // a non-empty folder takes the entry's name
         const auto entry = Entries().at(0).file;
         std::filesystem::remove(entry);
         std::filesystem::create_directories(entry / "in the way");
@@ -245,8 +244,7 @@ TEST_F(WriterTest, AProvedWriteIsCalledSoWhenItsRecordsFail) {
     }
 }
 
-// A user who stops the program is heard until the first byte is sent; then the write is ended
-// first.
+// Before the first byte is sent, a stop cancels the write; afterwards the write is completed first.
 TEST_F(WriterTest, AStopComesBeforeTheBytesOrAfterTheProof) {
     isStopped = true;
     const auto error = Download(keyboard, kNew);
@@ -265,8 +263,8 @@ TEST_F(WriterTest, AStopComesBeforeTheBytesOrAfterTheProof) {
     EXPECT_EQ(Count("journal"), 0U);
 }
 
-// A reading that does nothing and reports success shows zeros: where zeros are wanted, too, it is
-// not believed that there is nothing to do.
+// A read that does nothing but reports success yields zeros: even if zeros are wanted, "nothing to
+// do" is not reported on that evidence alone.
 TEST_F(WriterTest, NothingToDoIsProved) {
     Backup empty;
     empty.origin = origin;
@@ -282,7 +280,7 @@ TEST_F(WriterTest, NothingToDoIsProved) {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Kind(), ErrorKind::TransferFailed) << TextOf(*error);
 
-    // A reading that shows all that is wanted, and a second one that shows something else.
+    // A first read that shows everything that is wanted, and a second one that differs.
     Watched driver{kSmall, "SMALL"};
     bool isFirst = true;
     driver.beforeReading = [&] { driver.memory = std::exchange(isFirst, false) ? after : before; };
@@ -292,19 +290,19 @@ TEST_F(WriterTest, NothingToDoIsProved) {
     EXPECT_EQ(unproved->Kind(), ErrorKind::KeyboardChanged) << TextOf(*unproved);
 }
 
-// While one program writes, another one neither takes the write for interrupted nor writes itself;
-// keyboards that are reached in other ways are none of its business.
+// While one program writes, another does not mistake the write for an interrupted one and does not
+// write itself; keyboards on other ports are independent.
 TEST_F(WriterTest, OneProgramAtATimeWritesToAKeyboard) {
     Watched driver{kSmall, "SMALL"};
     driver.memory = before;
-    TroubledKeyboard same{kSmall, "SMALL"}; // as the other program sees it
+    TroubledKeyboard same{kSmall, "SMALL"}; // from the other program's point of view
     same.memory = before;
     TroubledKeyboard elsewhere{kSmall, "SMALL"};
     elsewhere.memory = before;
     int looks = 0;
     driver.whileWriting = [&] {
         ++looks;
-        same.memory[0x1000] = after[0x1000]; // half of it, by now
+        same.memory[0x1000] = after[0x1000]; // half-written by now
         EXPECT_FALSE(Use(same, [&](Session&, Writer& writer) {
             EXPECT_TRUE(writer.Interrupted().empty());
             const auto entries = writer.Records().journal.Entries();
@@ -325,7 +323,7 @@ TEST_F(WriterTest, OneProgramAtATimeWritesToAKeyboard) {
     EXPECT_EQ(looks, 1);
     EXPECT_TRUE(driver.memory == after);
     EXPECT_EQ(Count("journal"), 0U);
-    EXPECT_FALSE(Download(same, kNew)) << "the claim has ended with the write";
+    EXPECT_FALSE(Download(same, kNew)) << "the claim must end with the write";
 }
 
 } // namespace qx::host

@@ -26,7 +26,7 @@ Option IdArgument(std::string& id) {
             }};
 }
 
-// A damaged one is listed without what it says of itself.
+// A damaged backup is listed without its contents.
 void List(Context& context) {
     const host::BackupStore backups = context.Records().backups;
     host::Json json = host::Json::array();
@@ -51,7 +51,7 @@ void List(Context& context) {
                    rows.empty() ? Lines{"there are no backups"} : AlignedLines(rows));
 }
 
-// The sections that the keyboard had, and that no document could express.
+// The sections that the keyboard had but no document can express.
 std::vector<host::Fault> LeftOut(const host::KeyboardContent& content,
                                  const host::ConfigurationDocument& document) {
     std::set<std::string> sections;

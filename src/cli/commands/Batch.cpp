@@ -84,7 +84,7 @@ batch::Services ServicesOf(Context& context, const BatchOptions& options,
     return services;
 }
 
-// A dry run looks at no keyboard, so it cannot tell which identifier each has.
+// A dry run does not open keyboards, so it does not know their identifiers.
 void ShowPlanned(Context& context, const batch::Batch& batch) {
     for (const batch::Unit* unit : batch.Left())
         if (unit->setsIdentifier && unit->identifier.empty())
@@ -93,7 +93,7 @@ void ShowPlanned(Context& context, const batch::Batch& batch) {
     context.Result(batch.Progress().ToJson(), Table(batch.Progress()));
 }
 
-// The report, with what this run has changed.
+// The report, with the changes of this run.
 void ShowResult(Context& context, const batch::Batch& batch) {
     const batch::ThisRun run = batch.ThisRunSoFar();
     host::Json json = batch.Progress().ToJson();

@@ -10,7 +10,7 @@ namespace qx::cli {
 namespace {
 
 void Compare(Context& context, const std::string& file) {
-    static_cast<void>(TextOf(context, file)); // a file that ends, before the keyboard is opened
+    static_cast<void>(TextOf(context, file)); // checked before the keyboard is opened
     const bool equal = host::HasCodePage(context.Keyboard(), files::PathOf(file));
     context.CloseKeyboard();
     context.exitStatus = equal ? 0 : 1;

@@ -1,4 +1,4 @@
-// The commands of qxconf, each as a value that holds its options.
+// The commands of qxconf, each as a value that contains its options.
 #pragma once
 
 #include "cli/Command.h"
@@ -6,19 +6,21 @@
 
 namespace qx::cli {
 
-// In place of a file's name: standard input or standard output.
+// The file name for standard input or standard output.
 inline constexpr const char* kStandardStream = "-";
 
-// Reads a document from a file or standard input, which has a name for people. Throws host::Error.
+// Reading a document from a file or standard input; NameOf gives its display name. Throws
+// host::Error.
 [[nodiscard]] std::string NameOf(const std::string& file);
 [[nodiscard]] std::string TextOf(Context& context, const std::string& file);
 [[nodiscard]] host::ConfigurationDocument LoadDocument(Context& context, const std::string& file);
 
-// Where a document is written to: -o FILE.
+// The option -o FILE for the output document.
 [[nodiscard]] Option OutputOption(std::string& file);
 
-// The option --set, which gives values to a document's variables; reading a document with them; and
-// what throws host::Error(Usage) for values that no document had a placeholder for.
+// The option --set, which sets a document's variables; reading a document with them; and
+// RefuseUnused, which throws host::Error(Usage) for variables without a placeholder in any
+// document.
 [[nodiscard]] Option SetOption(std::vector<std::string>& set);
 [[nodiscard]] host::Variables VariablesOf(const std::vector<std::string>& set);
 [[nodiscard]] std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
@@ -26,7 +28,7 @@ inline constexpr const char* kStandardStream = "-";
                                                        host::Variables& variables);
 void RefuseUnused(const host::Variables& variables);
 
-// What an opened keyboard says of itself, with its directory.
+// The identification of an opened keyboard, with its directory.
 struct Described {
     host::Json json;
     Lines lines;
@@ -53,7 +55,7 @@ struct Described {
 [[nodiscard]] Command ReceiptsCommand();
 [[nodiscard]] Command DoctorCommand();
 [[nodiscard]] Command BatchCommand();
-// The program's own, which it outlives.
+// The program's own command; the program must outlive it.
 [[nodiscard]] Command CompletionCommand(const Command& program);
 
 } // namespace qx::cli

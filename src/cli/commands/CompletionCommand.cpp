@@ -7,7 +7,7 @@ namespace qx::cli {
 
 namespace {
 
-constexpr const char* kWords = "words"; // in place of a shell's name
+constexpr const char* kWords = "words"; // instead of a shell's name
 
 struct CompletionOptions {
     std::string shell;

@@ -27,7 +27,7 @@ std::string Bits(int size) {
     return std::to_string(size) + " bits";
 }
 
-// A driver that notes which functions are called and what they give, and nothing of what they move.
+// A driver that records the called functions and their results, but not the transferred bytes.
 class CallLog : public host::ForwardingDriver {
 public:
     using ForwardingDriver::ForwardingDriver;
@@ -36,7 +36,7 @@ public:
         std::string function;
         host::DriverResult kind;
         std::int32_t result;
-        int times = 1; // one after the other, with the same result
+        int times = 1; // consecutive calls with the same result
     };
     [[nodiscard]] const std::vector<Call>& Calls() const { return m_calls; }
 
@@ -73,7 +73,7 @@ public:
     }
 
 private:
-    // Runs a part of the examination, which goes on after a failure.
+    // Runs a part of the examination, which continues after a failure.
     template <typename Part>
     void Try(const Part& part) {
         try {
@@ -121,7 +121,7 @@ private:
         Calls(log, opened.statusText);
     }
 
-    // Whether it can be loaded is seen later.
+    // Whether it can be loaded is checked later.
     void Library(const std::filesystem::path& library) {
         const std::string place = files::TextOf(std::filesystem::absolute(library));
         host::Json& json = m_json["driver"] = {{"library", place}};
@@ -155,7 +155,7 @@ private:
             Complain(warning);
         if (opened.layout)
             m_layoutOfKeyboard = opened.layout();
-        QXKeyboardLayoutData layout; // it says which keys have memory
+        QXKeyboardLayoutData layout; // determines the keys that have memory
         setup::OpenLayout(layout, m_context.options.layouts,
                           m_context.LayoutNameFor(m_layoutOfKeyboard));
         const host::Configuration configuration(m_context.Services(), &layout, nullptr);

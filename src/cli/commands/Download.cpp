@@ -9,7 +9,7 @@ namespace qx::cli {
 
 namespace {
 
-// The sections that the document has and the keyboard lacks: refused, or passed over with a note.
+// The sections of the document that are missing in the keyboard: refused, or skipped with a note.
 void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
                   std::vector<host::Section*>& wanted, const std::vector<host::Section*>& present,
                   bool fSkipAbsent) {
@@ -30,7 +30,7 @@ struct DownloadOptions {
     std::vector<std::string> set;
 };
 
-// With --full all is sent, changed or not.
+// With --full everything is sent, changed or not.
 Long BytesToSend(const host::WritePlan& plan, bool full) {
     return full ? plan.BytesInAll() : plan.BytesToSend();
 }

@@ -13,7 +13,7 @@ namespace qx::cli {
 
 namespace {
 
-// As the options say, or else the preferences.
+// According to the options, or else the preferences.
 struct ChosenLine {
     std::optional<Integer> baudRateIndex;
     std::optional<Integer> comPort;

@@ -11,7 +11,7 @@ namespace qx::cli {
 
 namespace {
 
-// The keyboard in position-programming mode, for as long as this lives.
+// Keeps the keyboard in position-programming mode during its lifetime.
 class PositionMode {
 public:
     explicit PositionMode(host::Session& session) : m_session(session) {
@@ -67,7 +67,7 @@ void Watch(Context& context, const Limits& limits) {
     try {
         context.CloseKeyboard();
     } catch (const Interrupted& interrupted) {
-        if (interrupted.signal != SIGINT) // Ctrl+C is how people end the watch
+        if (interrupted.signal != SIGINT) // Ctrl+C is the usual way to end the watch
             throw;
     }
 }

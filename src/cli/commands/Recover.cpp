@@ -79,7 +79,7 @@ void Forget(Context& context, const host::JournalEntry& entry) {
                    {"the " + host::InWords(entry) + " is forgotten; the keyboard is as it was"});
 }
 
-// A keyboard that shows a part of none of them: nothing is to be done.
+// The keyboard contains no part of any of them: there is nothing to do.
 void LeaveAlone(Context& context, const std::vector<host::TracedWrite>& writes,
                 const RecoverOptions& options) {
     if (options.forget)

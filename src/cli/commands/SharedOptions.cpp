@@ -1,4 +1,4 @@
-// Options that several commands have.
+// Options shared by several commands.
 
 #include "cli/commands/Commands.h"
 #include "files/Files.h"

@@ -42,8 +42,8 @@ std::string Today() {
     return text;
 }
 
-// The module's function. It stays loaded to the program's end: the libraries that it brings along
-// are not made for less.
+// The module's function. It stays loaded until the program ends, because the libraries it needs
+// cannot be unloaded safely.
 sheet::WriteFunction LoadModule() {
     const auto file = files::ModuleFile(kModule);
     std::error_code ignored;
@@ -55,7 +55,7 @@ sheet::WriteFunction LoadModule() {
     return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
 }
 
-// The document, checked, with the values of its variables in their places.
+// The document, checked, with its variables replaced.
 host::ConfigurationDocument FilledDocument(Context& context, const SheetOptions& options) {
     constexpr std::string_view kKeyboard = host::ConfigurationDocument::kKeyboardKey;
     const auto document = LoadDocument(context, options.document);

@@ -1,4 +1,4 @@
-// The fields that the sections of both readers have in common.
+// The fields shared by the sections of both readers.
 #pragma once
 
 #include "host/FieldVisitor.h"

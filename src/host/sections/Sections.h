@@ -16,7 +16,7 @@ MakeFreeProgKeysSections(const Platform& platform);
 [[nodiscard]] std::unique_ptr<Section> MakeLayeredFuncKeysSection(const Platform& platform);
 [[nodiscard]] std::unique_ptr<Section> MakePosSection(const Platform& platform);
 
-// One of each, each with a control of its own that works with these services.
+// One of each, with its own control that uses these services.
 [[nodiscard]] std::vector<std::unique_ptr<Section>> MakeSections(const Platform& platform);
 
 } // namespace qx::host
