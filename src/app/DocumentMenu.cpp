@@ -1,7 +1,7 @@
 #include "app/DocumentMenu.h"
 
-#include "app/ControlTexts.h"
 #include "app/Paths.h"
+#include "app/SettingWords.h"
 #include "views/PlainText.h"
 
 #include <QAction>

@@ -18,12 +18,8 @@
 class QString;
 
 namespace qx {
-class QXBarcode;
-class QXFreeProgKeys;
-class QXLayeredFuncKeys;
-class QXMagnetCard;
-class QXPos;
-} // namespace qx
+class POSKeyboard;
+}
 
 namespace qx::app {
 
@@ -44,26 +40,27 @@ public:
     // Hands the keyboard and the preferences on to the editors, as they are now.
     void Reload();
 
-private:
+    // For the faces of the sections.
     static constexpr Integer kNoKey = -1;
-
-    // The new sequence in sNewSeq unless the user cancels.
+    // Has the user edit a sequence for a slot of so many codes: the new one in sNewSeq unless the
+    // user cancels. Codes that no keyboard can store are taken out of it, with a notice.
     [[nodiscard]] bool Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
-                            Integer nMaxLength);
-    // Takes codes that no keyboard can store out of a recorded sequence, with a notice.
-    void KeepCodes(std::string& sSequence);
-    // Whether the keyboard has the track; the user is told when it does not.
-    [[nodiscard]] bool HasTrack(const QXMagnetCard& control, Integer nTrackId);
-    void AnswerAdvanceEdit(Event<bool&>& event);
-    void Answer(QXMagnetCard& control);
-    void Answer(QXBarcode& control);
-    void Answer(QXFreeProgKeys& control);
-    void Answer(QXLayeredFuncKeys& control);
-    void Answer(QXPos& control);
+                            Long lMaxLength);
+    // Has the user edit the blocks. Whether they have changed.
+    [[nodiscard]] bool EditBlocks(POSKeyboard& blocks);
+    [[nodiscard]] bool Ask(const QString& question) const { return m_screen.ask(question); }
+    void Tell(const QString& text) const { m_screen.tell(text); }
+    // Answers this event as long as this object lives.
     template <typename EventType, typename Handler>
     void On(EventType& event, Handler handler) {
         m_subscriptions.push_back(event.Subscribe(std::move(handler)));
     }
+    // A key pressed on a sequence's label opens the editor for those who prefer it.
+    void AnswerAdvanceEdit(Event<bool&>& event);
+
+private:
+    void AnswerEditors();
+    void KeepCodes(std::string& sSequence);
 
     Workbench& m_workbench;
     Screen m_screen;

@@ -1,7 +1,7 @@
 #include "app/Failure.h"
 
-#include "app/ControlTexts.h"
 #include "app/Places.h"
+#include "app/SettingWords.h"
 #include "host/ErrorText.h"
 #include "host/Session.h"
 #include "host/WritePlan.h"

@@ -1,10 +1,9 @@
 #include "app/MainWindow.h"
 
 #include "app/BackupsPage.h"
-#include "app/ControlTexts.h"
 #include "app/FileDrops.h"
 #include "app/FilesPage.h"
-#include "app/KeyNames.h"
+#include "app/FindableSettings.h"
 #include "app/NoticeBar.h"
 #include "app/OverviewPage.h"
 #include "app/PageBook.h"
@@ -41,6 +40,12 @@ const QString kTestDrive = QStringLiteral("testDrive");
 const QString kPreferences = QStringLiteral("preferences");
 
 constexpr int kNumberedPages = 10;
+
+// "POS keys › Key 12 (F12) (+2)"
+QString TextOf(const host::History::Changed& changed) {
+    const QString name = NameText(changed.name);
+    return changed.others == 0 ? name : QStringLiteral("%1 (+%2)").arg(name).arg(changed.others);
+}
 
 } // namespace
 
@@ -115,10 +120,7 @@ void MainWindow::SwitchLanguage() {
     const int tab = preferences != nullptr ? preferences->CurrentTab() : 0;
     const QString focus =
         QApplication::focusWidget() != nullptr ? QApplication::focusWidget()->objectName() : "";
-    m_workbench.Quietly([this] {
-        m_workbench.Configuration().SetWords(SettingWord);
-        TranslateControls(m_workbench.Configuration());
-    });
+    m_workbench.Quietly([this] { m_workbench.Faces().Translate(); });
     m_edits.Reload();
     menuBar()->clear();
     for (QToolBar* bar : findChildren<QToolBar*>())
@@ -264,20 +266,23 @@ void MainWindow::GoTo(const std::string& place) {
 }
 
 void MainWindow::Undo() {
-    const std::string place = m_workbench.History().UndoPlace();
+    const std::string place = m_workbench.History().ToUndo().place;
     m_workbench.Undo();
     ShowChange(place);
 }
 
 void MainWindow::Redo() {
-    const std::string place = m_workbench.History().RedoPlace();
+    const std::string place = m_workbench.History().ToRedo().place;
     m_workbench.Redo();
     ShowChange(place);
 }
 
 void MainWindow::ShowChange(const std::string& place) {
-    ShowPage(ToQt(SectionOfPlace(place)));
-    m_workbench.Quietly([&] { ShowPlace(m_workbench, place); });
+    const Place parts = Place::Of(place);
+    if (m_workbench.Configuration().Find(parts.Section()) == nullptr)
+        return;
+    ShowPage(ToQt(std::string(parts.Section())));
+    m_workbench.Quietly([&] { m_workbench.Faces().Of(parts.Section()).Show(parts); });
 }
 
 void MainWindow::Tell(const QString& text) {
@@ -311,14 +316,13 @@ void MainWindow::ShowDocument() {
     const host::History& history = m_workbench.History();
     const auto show = [](QAction& action, const QString& name, const QString& text) {
         action.setEnabled(!text.isEmpty());
-        const QString whole =
-            text.isEmpty() ? name : name + QStringLiteral(": ") + WithFunctionKeyNames(text);
+        const QString whole = text.isEmpty() ? name : name + QStringLiteral(": ") + text;
         action.setText(whole);
         action.setIconText(QString(name).remove(u'&'));
         action.setToolTip(QString(whole).remove(u'&'));
     };
-    show(*m_undo, tr("&Undo"), history.CanUndo() ? ToQt(history.UndoName()) : QString());
-    show(*m_redo, tr("&Redo"), history.CanRedo() ? ToQt(history.RedoName()) : QString());
+    show(*m_undo, tr("&Undo"), history.CanUndo() ? TextOf(history.ToUndo()) : QString());
+    show(*m_redo, tr("&Redo"), history.CanRedo() ? TextOf(history.ToRedo()) : QString());
     setWindowTitle(QStringLiteral("%1[*] — QXControls").arg(m_documents->DocumentName()));
     setWindowModified(m_workbench.IsModified());
     m_notice->ClearOld();
@@ -336,18 +340,15 @@ std::vector<Findable> MainWindow::Findables() {
     std::vector<Findable> all;
     for (const PageBook::Listed& page : m_pages->Pages())
         all.push_back({page.title, tr("page"), [this, id = page.id] { ShowPage(id); }});
-    for (const host::Setting& setting :
-         m_workbench.Configuration().List(m_workbench.History().AllSections()))
-        all.push_back({WithFunctionKeyNames(ToQt(setting.name)), ToQt(setting.value),
-                       [this, place = setting.place] { GoTo(place); }});
+    std::vector<Findable> settings =
+        FindableSettings(m_workbench, [this](const std::string& place) { GoTo(place); });
+    std::move(settings.begin(), settings.end(), std::back_inserter(all));
     auto* preferences = m_pages->Page(kPreferences)->findChild<PreferencesPage*>();
     for (const auto& [preference, label] : preferences->Labels())
         all.push_back({label, tr("Preferences"), [this, preferences, preference = preference] {
                            ShowPage(kPreferences);
                            preferences->Reveal(preference);
                        }});
-    for (const FindableKey& key : AllKeys(m_workbench))
-        all.push_back({key.name, {}, [this, place = key.place] { GoTo(place); }});
     return all;
 }
 

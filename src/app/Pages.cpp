@@ -1,55 +1,13 @@
 #include "app/Pages.h"
 
-#include "app/ControlTexts.h"
+#include "app/SettingWords.h"
 #include "app/Workbench.h"
-#include "qxcontrols/device/QXCommonKeyboard.h"
-#include "qxcontrols/keyprog/QXFreeProgKeys.h"
-#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
-#include "qxcontrols/pos/QXPos.h"
-#include "qxcontrols/readers/QXBarcode.h"
-#include "qxcontrols/readers/QXMagnetCard.h"
-#include "views/QXBarcodeView.h"
-#include "views/QXCommonKeyboardView.h"
-#include "views/QXFreeProgKeysView.h"
-#include "views/QXLayeredFuncKeysView.h"
-#include "views/QXMagnetCardView.h"
-#include "views/QXPosView.h"
-
 #include <QLabel>
 #include <QVBoxLayout>
 
 namespace qx::app {
 
 namespace {
-
-template <typename View, typename Control>
-QWidget* MakeView(ModuleControl& control) {
-    return new View(dynamic_cast<Control&>(control));
-}
-
-struct ViewKind {
-    std::string_view sectionKey;
-    QWidget* (*make)(ModuleControl& control);
-};
-
-constexpr ViewKind kViews[] = {
-    {"commonKeyboard", MakeView<views::QXCommonKeyboardView, QXCommonKeyboard>},
-    {"magnetCard", MakeView<views::QXMagnetCardView, QXMagnetCard>},
-    {"barcode", MakeView<views::QXBarcodeView, QXBarcode>},
-    {"freeProgKeys", MakeView<views::QXFreeProgKeysView, QXFreeProgKeys>},
-    {"funcKeys4610", MakeView<views::QXFreeProgKeysView, QXFreeProgKeys>},
-    {"funcKeys4620", MakeView<views::QXFreeProgKeysView, QXFreeProgKeys>},
-    {"funcKeys4630", MakeView<views::QXFreeProgKeysView, QXFreeProgKeys>},
-    {"layeredFuncKeys", MakeView<views::QXLayeredFuncKeysView, QXLayeredFuncKeys>},
-    {"pos", MakeView<views::QXPosView, QXPos>},
-};
-
-QWidget* ViewOf(host::Section& section) {
-    for (const ViewKind& kind : kViews)
-        if (kind.sectionKey == section.Info().key)
-            return kind.make(section.Control());
-    return new QWidget;
-}
 
 QLabel* Heading(const QString& title) {
     auto* heading = new QLabel(title);
@@ -66,7 +24,7 @@ QLabel* Heading(const QString& title) {
 
 ModulePage::ModulePage(Workbench& workbench, std::string sectionKey, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_sectionKey(std::move(sectionKey)),
-      m_state(new QLabel), m_view(ViewOf(*workbench.Configuration().Find(m_sectionKey))) {
+      m_state(new QLabel), m_view(workbench.Faces().Of(m_sectionKey).MakeView()) {
     m_state->setWordWrap(true);
     m_state->setForegroundRole(QPalette::PlaceholderText);
     auto* column = new QVBoxLayout(this);

@@ -1,31 +1,29 @@
-// Places: from a setting's place in the document to where the application shows it.
+// Place: where a setting is in the document, taken apart.
 //
 // A place is a setting's, as host::Setting has it: "/barcode/pages/Code39/minSize",
 // "/freeProgKeys/keys[12]/sequence", "/layeredFuncKeys/keys[0][3]/description".
 #pragma once
 
-#include <QString>
+#include "qxcontrols/common/Types.h"
 
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace qx::app {
 
-class Workbench;
+struct Place {
+    // The place stays alive as long as the result.
+    [[nodiscard]] static Place Of(std::string_view place);
 
-// The key of the place's section: "barcode".
-[[nodiscard]] std::string SectionOfPlace(std::string_view place);
+    std::vector<std::string_view> words; // the first is the section's key: "barcode"
+    std::vector<Integer> numbers;
 
-// Has the section's control show the part of it where the setting is: the page, track, layer or
-// key.
-void ShowPlace(Workbench& workbench, std::string_view place);
-
-// Every key that can be programmed, whether or not it is.
-struct FindableKey {
-    QString name; // "Free keys: key 30, A"
-    std::string place;
+    [[nodiscard]] std::string_view Section() const {
+        return words.empty() ? std::string_view() : words.front();
+    }
 };
-[[nodiscard]] std::vector<FindableKey> AllKeys(Workbench& workbench);
+
+// The key of the place's section; it lives in the place.
+[[nodiscard]] std::string_view SectionOfPlace(std::string_view place);
 
 } // namespace qx::app

@@ -1,8 +1,7 @@
 #include "app/ReviewSheet.h"
 
-#include "app/ControlTexts.h"
-#include "app/KeyNames.h"
 #include "app/Places.h"
+#include "app/SettingWords.h"
 #include "views/Bindings.h"
 #include "views/PlainText.h"
 
@@ -26,11 +25,11 @@ enum Column { kSetting, kNow, kAfter, kShow, kColumns };
 constexpr int kPlaceRole = Qt::UserRole;
 
 void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
-    std::map<std::string, QTreeWidgetItem*> sections;
+    std::map<std::string_view, QTreeWidgetItem*> sections;
     QFont underlined = tree.font();
     underlined.setUnderline(true);
     for (const host::Difference& difference : differences) {
-        const std::string key = SectionOfPlace(difference.place);
+        const std::string_view key = SectionOfPlace(difference.place);
         QTreeWidgetItem*& section = sections[key];
         if (section == nullptr) {
             section = new QTreeWidgetItem(&tree, {SectionTitle(key)});
@@ -40,9 +39,9 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
             bold.setBold(true);
             section->setFont(kSetting, bold);
         }
-        auto* item = new QTreeWidgetItem(section, {WithFunctionKeyNames(ToQt(difference.name)),
-                                                   ToQt(difference.from), ToQt(difference.to),
-                                                   ReviewSheet::tr("Show")});
+        auto* item = new QTreeWidgetItem(
+            section, {NameInSection(difference.name), ValueText(difference.from),
+                      ValueText(difference.to), ReviewSheet::tr("Show")});
         item->setData(kSetting, kPlaceRole, ToQt(difference.place));
         item->setFont(kShow, underlined);
         for (int column = 0; column < kShow; ++column)

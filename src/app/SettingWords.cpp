@@ -1,97 +1,106 @@
 #include "app/SettingWords.h"
 
+#include "app/sections/Entries.h"
+
 #include <QCoreApplication>
+#include <QStringList>
+
+#include <algorithm>
 
 namespace qx::app {
 
 namespace {
 
-// For the translators: all words of the host layer that a language has.
-[[maybe_unused]] constexpr const char* kWords[] = {
-    QT_TRANSLATE_NOOP("SettingWords", "keyboard"),
-    QT_TRANSLATE_NOOP("SettingWords", "magnetic card"),
-    QT_TRANSLATE_NOOP("SettingWords", "barcode"),
-    QT_TRANSLATE_NOOP("SettingWords", "free programmable"),
-    QT_TRANSLATE_NOOP("SettingWords", "function keys 4610"),
-    QT_TRANSLATE_NOOP("SettingWords", "function keys 4620"),
-    QT_TRANSLATE_NOOP("SettingWords", "function keys 4630"),
-    QT_TRANSLATE_NOOP("SettingWords", "layered function key"),
-    QT_TRANSLATE_NOOP("SettingWords", "output delay"),
-    QT_TRANSLATE_NOOP("SettingWords", "send immediately"),
-    QT_TRANSLATE_NOOP("SettingWords", "verify LRC"),
-    QT_TRANSLATE_NOOP("SettingWords", "verify last character"),
-    QT_TRANSLATE_NOOP("SettingWords", "track"),
-    QT_TRANSLATE_NOOP("SettingWords", "reader"),
-    QT_TRANSLATE_NOOP("SettingWords", "enabled"),
-    QT_TRANSLATE_NOOP("SettingWords", "header enabled"),
-    QT_TRANSLATE_NOOP("SettingWords", "header"),
-    QT_TRANSLATE_NOOP("SettingWords", "terminator enabled"),
-    QT_TRANSLATE_NOOP("SettingWords", "terminator"),
-    QT_TRANSLATE_NOOP("SettingWords", "common settings"),
-    QT_TRANSLATE_NOOP("SettingWords", "Code25 overlapped"),
-    QT_TRANSLATE_NOOP("SettingWords", "Code25 industrial"),
-    QT_TRANSLATE_NOOP("SettingWords", "Code25 matrix"),
-    QT_TRANSLATE_NOOP("SettingWords", "minimum length"),
-    QT_TRANSLATE_NOOP("SettingWords", "maximum length"),
-    QT_TRANSLATE_NOOP("SettingWords", "option"),
-    QT_TRANSLATE_NOOP("SettingWords", "identifier"),
-    QT_TRANSLATE_NOOP("SettingWords", "layer"),
-    QT_TRANSLATE_NOOP("SettingWords", "key"),
-    QT_TRANSLATE_NOOP("SettingWords", "keys"),
-    QT_TRANSLATE_NOOP("SettingWords", "description"),
-    QT_TRANSLATE_NOOP("SettingWords", "label"),
-    QT_TRANSLATE_NOOP("SettingWords", "colour"),
-    QT_TRANSLATE_NOOP("SettingWords", "on"),
-    QT_TRANSLATE_NOOP("SettingWords", "off"),
-    QT_TRANSLATE_NOOP("SettingWords", "(empty)"),
-    QT_TRANSLATE_NOOP("SettingWords", "(none)"),
-    QT_TRANSLATE_NOOP("SettingWords", "section"),
-    QT_TRANSLATE_NOOP("SettingWords", "(damaged)"),
-    QT_TRANSLATE_NOOP("SettingWords", "(sound)"),
+// Of settings that any section may have.
+constexpr SettingWord kCommonWords[] = {
+    {"fixedBytes", QT_TRANSLATE_NOOP("SettingWords", "Fixed bytes")},
 };
 
-// The same for the test drive.
-[[maybe_unused]] constexpr const char* kTestDriveTexts[] = {
-    QT_TRANSLATE_NOOP("TestDrive", "ordinary key %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "free key %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "layer %2 key %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "POS block %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "header of track %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "track %1 data"),
-    QT_TRANSLATE_NOOP("TestDrive", "terminator of track %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "header of reader %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "reader %1 data"),
-    QT_TRANSLATE_NOOP("TestDrive", "terminator of reader %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "the LRC of track %1 is wrong, so the reader refuses it"),
-    QT_TRANSLATE_NOOP("TestDrive",
-                      "the LRC of track %1 is wrong, which the reader does not verify"),
-    QT_TRANSLATE_NOOP("TestDrive",
-                      "the last character of track %1 is wrong, so the reader refuses it"),
-    QT_TRANSLATE_NOOP("TestDrive",
-                      "the last character of track %1 is wrong, which the reader does not verify"),
-    QT_TRANSLATE_NOOP("TestDrive", "%1 accepts %2 to %3 characters; the code has %4"),
-    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no key %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "the POS keys' memory is damaged: %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no layered function keys"),
-    QT_TRANSLATE_NOOP("TestDrive", "layer %1 key %2 has no sequence"),
-    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no magnetic-stripe reader"),
-    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no reader head for track %1"),
-    QT_TRANSLATE_NOOP("TestDrive", "track %1 is switched off"),
-    QT_TRANSLATE_NOOP("TestDrive", "each track is sent as soon as it has been read"),
-    QT_TRANSLATE_NOOP("TestDrive", "the tracks are sent once all have been read"),
-    QT_TRANSLATE_NOOP("TestDrive", "this keyboard has no barcode reader"),
-    QT_TRANSLATE_NOOP("TestDrive", "a barcode needs at least one character"),
-    QT_TRANSLATE_NOOP("TestDrive", "%1 is switched off: its option 0 is not set"),
-};
+QString Translated(const char* text) {
+    return QCoreApplication::translate("SettingWords", text);
+}
+
+const SectionEntry* EntryOf(std::string_view key) {
+    const auto* const* found =
+        std::find_if(std::begin(kSectionEntries), std::end(kSectionEntries),
+                     [&](const SectionEntry* entry) { return entry->key == key; });
+    return found == std::end(kSectionEntries) ? nullptr : *found;
+}
+
+QString TextOf(const SectionEntry& section, const host::NamePart& part) {
+    const QString number = QString::fromStdString(part.number);
+    if (part.label.empty())
+        return number;
+    const QString word = WordOf(section, part.key);
+    return number.isEmpty() ? word : word + QLatin1Char(' ') + number;
+}
+
+// The steps on the way to the setting; the element of a list is one.
+QStringList StepsOf(const host::SettingName& name) {
+    const SectionEntry* section = EntryOf(name.section);
+    QStringList steps;
+    for (std::size_t i = 0; section != nullptr && i < name.parts.size(); ++i) {
+        const QString text = TextOf(*section, name.parts[i]);
+        if (text.isEmpty())
+            continue;
+        if (i > 0 && i < name.elementParts)
+            steps.back() += QLatin1Char(' ') + text;
+        else
+            steps.append(text);
+    }
+    return steps;
+}
+
+const QString kStep = QStringLiteral(" › ");
 
 } // namespace
 
-std::string SettingWord(std::string_view word) {
-    return QCoreApplication::translate("SettingWords", std::string(word).c_str()).toStdString();
+QString SectionTitle(std::string_view sectionKey) {
+    const SectionEntry* entry = EntryOf(sectionKey);
+    return entry == nullptr ? QString() : Translated(entry->title);
 }
 
-std::string TestDriveWord(std::string_view text) {
-    return QCoreApplication::translate("TestDrive", std::string(text).c_str()).toStdString();
+QString WordOf(const SectionEntry& section, std::string_view key) {
+    const auto find = [key](std::span<const SettingWord> words) {
+        const auto found = std::find_if(words.begin(), words.end(),
+                                        [key](const SettingWord& word) { return word.key == key; });
+        return found == words.end() ? QString() : Translated(found->text);
+    };
+    const QString own = find(section.words);
+    return own.isEmpty() ? find(kCommonWords) : own;
+}
+
+QString ReleasesText() {
+    return Translated(QT_TRANSLATE_NOOP("SettingWords", "Show released keys"));
+}
+
+QString NameText(const host::SettingName& name) {
+    return (QStringList(SectionTitle(name.section)) + StepsOf(name)).join(kStep);
+}
+
+QString NameInSection(const host::SettingName& name) {
+    return name.parts.empty() ? SectionTitle(name.section) : StepsOf(name).join(kStep);
+}
+
+QString ValueText(const host::SettingValue& value) {
+    using Kind = host::SettingValue::Kind;
+    switch (value.kind) {
+    case Kind::Text:
+        return QString::fromStdString(value.text);
+    case Kind::Off:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "off"));
+    case Kind::On:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "on"));
+    case Kind::Empty:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "(empty)"));
+    case Kind::None:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "(none)"));
+    case Kind::Damaged:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "(damaged)"));
+    case Kind::Sound:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "(sound)"));
+    }
+    return {};
 }
 
 } // namespace qx::app

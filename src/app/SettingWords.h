@@ -1,18 +1,27 @@
-// SettingWords: texts of the layers without a language, in the language of the program.
+// SettingWords: settings and values in the language of the program, by the words of their sections.
 #pragma once
+
+#include "host/SettingName.h"
 
 #include <QString>
 
-#include <string>
 #include <string_view>
 
 namespace qx::app {
 
-// The translation of a label or word of the host layer; proper names (EAN, Code39) are left
-// untranslated.
-[[nodiscard]] std::string SettingWord(std::string_view word);
+struct SectionEntry;
 
-// The same for the test drive's reports.
-[[nodiscard]] std::string TestDriveWord(std::string_view text);
+// The name of a section: "Magnetic card reader"; empty for an unknown key.
+[[nodiscard]] QString SectionTitle(std::string_view sectionKey);
+// The section's word for a member of its document, as its page has it.
+[[nodiscard]] QString WordOf(const SectionEntry& section, std::string_view key);
+// Of the switch that every page with sequences has.
+[[nodiscard]] QString ReleasesText();
+
+// "Layered function keys › Layer 3 F4 › Description"; a section as a whole by its title.
+[[nodiscard]] QString NameText(const host::SettingName& name);
+// The same without the section, for a list under its title.
+[[nodiscard]] QString NameInSection(const host::SettingName& name);
+[[nodiscard]] QString ValueText(const host::SettingValue& value);
 
 } // namespace qx::app

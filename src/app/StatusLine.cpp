@@ -1,6 +1,6 @@
 #include "app/StatusLine.h"
 
-#include "app/FirmwareVersion.h"
+#include "host/Firmware.h"
 #include "views/Bindings.h"
 #include "views/PlainText.h"
 
@@ -64,14 +64,12 @@ void StatusLine::ShowKeyboard() {
 
 QString StatusLine::FirmwareFault() const {
     const QXProgSettings& preferences = m_workbench.Preferences();
-    const QString program = ToQt(m_workbench.Session().Access().Program());
-    const int version = FirmwareVersionOf(program.right(3));
-    const int wanted = preferences.VersionFirmware();
-    if (!preferences.VerifyFirmware() || version < 0 || version >= wanted)
+    const std::string& program = m_workbench.Session().Access().Program();
+    if (!host::IsFirmwareTooOld(program, preferences))
         return {};
     return tr("The keyboard's program %1 is older than version %2, which the preferences ask for. "
               "A newer program can be loaded on the page Keyboard files.")
-        .arg(program, FirmwareVersionText(wanted));
+        .arg(ToQt(program), ToQt(host::FirmwareVersionText(preferences.VersionFirmware())));
 }
 
 // Painted at once, since the program is busy with the keyboard; what the user does is kept back.

@@ -1,7 +1,8 @@
 #include "app/TestDrivePage.h"
 
-#include "app/KeyNames.h"
 #include "app/SettingWords.h"
+#include "app/TestDriveTexts.h"
+#include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -76,7 +77,9 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
     connect(press, &QPushButton::clicked, this, [=, this] {
         const auto nLayer = static_cast<Integer>(layer->value());
         const auto nKey = static_cast<Integer>(key->value() - 1);
-        Try(tr("Pressed %1 in layer %2").arg(FunctionKeyName(nKey)).arg(nLayer),
+        Try(tr("Pressed %1 in layer %2")
+                .arg(QString::fromStdString(FuncKeyLegend(nKey)))
+                .arg(nLayer),
             [=](const sim::TestDrive& drive) { return drive.PressFunctionKey(nLayer, nKey); });
     });
     auto* tab = new QWidget;
@@ -113,7 +116,7 @@ QWidget* TestDrivePage::MakeCardTab() {
 QWidget* TestDrivePage::MakeCodeTab() {
     auto* symbology = new QComboBox;
     for (std::size_t i = BP_EAN; i < kBarcodePageNames.size(); ++i)
-        symbology->addItem(ToQt(std::string(kBarcodePageNames[i])));
+        symbology->addItem(WordOf(kBarcode, kBarcodePageNames[i]));
     auto* data = new QLineEdit(QStringLiteral("4006381333931"));
     data->setObjectName(QStringLiteral("codeData"));
     auto* reader = new QSpinBox;
@@ -175,17 +178,16 @@ void TestDrivePage::Try(const QString& what, const Trial& trial) {
 QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     QString text;
     for (const sim::Stretch& stretch : reception.stretches)
-        text += QStringLiteral("  %1: %2\n")
-                    .arg(WithFunctionKeyNames(ToQt(sim::OriginText(stretch, TestDriveWord))),
-                         ToQt(sim::ContentText(stretch, m_workbench.Layout())));
+        text +=
+            QStringLiteral("  %1: %2\n")
+                .arg(OriginTextOf(stretch), ToQt(sim::ContentText(stretch, m_workbench.Layout())));
     if (reception.stretches.empty())
         text += QStringLiteral("  ") + tr("nothing") + QLatin1Char('\n');
     else if (reception.outputDelay)
         text +=
             tr("Output delay between codes: %1").arg(*reception.outputDelay) + QLatin1Char('\n');
     for (const sim::Remark& remark : reception.remarks)
-        text +=
-            WithFunctionKeyNames(ToQt(sim::RemarkText(remark, TestDriveWord))) + QLatin1Char('\n');
+        text += RemarkTextOf(remark) + QLatin1Char('\n');
     return text;
 }
 

@@ -1,9 +1,9 @@
 #include "app/Transfers.h"
 
-#include "app/ControlTexts.h"
 #include "app/LocalTime.h"
 #include "app/Places.h"
 #include "app/ReviewSheet.h"
+#include "app/SettingWords.h"
 #include "app/Working.h"
 #include "views/Bindings.h"
 #include "views/PlainText.h"

@@ -1,7 +1,7 @@
 // VersionBox: a number that is shown and typed as the version of a keyboard's program.
 #pragma once
 
-#include "app/FirmwareVersion.h"
+#include "host/Firmware.h"
 
 #include <QSpinBox>
 
@@ -13,13 +13,13 @@ public:
 
 protected:
     [[nodiscard]] QString textFromValue(int value) const override {
-        return FirmwareVersionText(value);
+        return QString::fromStdString(host::FirmwareVersionText(value));
     }
     [[nodiscard]] int valueFromText(const QString& text) const override {
-        return FirmwareVersionOf(text);
+        return host::FirmwareVersionOf(text.toStdString());
     }
     QValidator::State validate(QString& text, int& /*position*/) const override {
-        const int version = FirmwareVersionOf(text);
+        const int version = valueFromText(text);
         if (version >= minimum() && version <= maximum())
             return QValidator::Acceptable;
         return text.isEmpty() || text.endsWith(u'.') ? QValidator::Intermediate

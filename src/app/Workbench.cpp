@@ -1,13 +1,11 @@
 #include "app/Workbench.h"
 
-#include "app/ControlTexts.h"
 #include "app/Failure.h"
 #include "app/Places.h"
 #include "app/SettingWords.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/readers/QXBarcode.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
 
@@ -43,11 +41,12 @@ Workbench::Workbench(const Platform& platform, Options options)
         setup::OpenLayout(m_layout, m_options.layouts, setup::PreferredLayout(0));
     }
     m_configuration = std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
-    m_display = std::make_unique<ControlDisplay>(*m_configuration, m_preferences);
+    m_faces = std::make_unique<SectionFaces>(*m_configuration);
     m_history = std::make_unique<host::History>(*m_configuration);
     for (const auto& section : m_configuration->Sections()) {
-        ModuleControl& control = section->Control();
-        m_edits.push_back(control.Refreshed.Subscribe([this, &control] { NoteEdit(control); }));
+        Section& edited = *section;
+        m_edits.push_back(
+            edited.Control().Refreshed.Subscribe([this, &edited] { NoteEdit(edited); }));
     }
 }
 
@@ -97,7 +96,7 @@ void Workbench::ReloadPreferences() {
     } catch (const host::Error& error) {
         emit Noticed(FailureOf({}, error).text);
     }
-    m_display->ApplyPreferences();
+    m_faces->Apply(m_preferences);
 }
 
 void Workbench::Quietly(const std::function<void()>& change) {
@@ -132,7 +131,7 @@ void Workbench::Connect() {
             emit Noticed(WarningText(warning));
         if (isApart)
             emit Noticed(m_driverNote);
-        Quietly([this] { m_display->Follow(*m_session); });
+        Quietly([this] { m_faces->Follow(*m_session); });
         ReloadPreferences();
     } catch (...) {
         Disconnect();
@@ -146,7 +145,7 @@ void Workbench::Disconnect() {
     if (!m_session)
         return;
     const Busy busy(*this);
-    m_display->FollowNone();
+    m_faces->FollowNone();
     m_stages.Leave();
     try {
         m_session->Close();
@@ -212,10 +211,7 @@ host::Writer& Workbench::Writer() {
     options.folder = setup::RecordFolder(m_options.records);
     options.origin = m_driver.origin;
     options.newConfiguration = [this] {
-        auto scratch = std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
-        scratch->SetWords(SettingWord);
-        TranslateControls(*scratch);
-        return scratch;
+        return std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
     };
     options.onStep = [this](host::Step step) { emit Stepped(step); };
     m_writer = std::make_unique<host::Writer>(Session(), std::move(options));
@@ -359,14 +355,13 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
         emit Noticed(LossText(loss));
 }
 
-// A control shows itself again after each selection too, which is not an edit. The barcode control
-// marks only some of its edits as such.
-void Workbench::NoteEdit(ModuleControl& control) {
+// A control shows itself again after each selection too, which is not an edit.
+void Workbench::NoteEdit(Section& section) {
     if (m_isBusy)
         return;
     const Busy busy(*this); // writing a document has some controls show themselves
-    if (dynamic_cast<const QXBarcode*>(&control) != nullptr)
-        control.SetDataChanged(true);
+    if (!section.MarksEdits())
+        section.Control().SetDataChanged(true);
     if (m_history->Note())
         emit DocumentChanged();
     emit Touched();

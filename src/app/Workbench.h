@@ -5,8 +5,8 @@
 // host::Error and have then changed neither the document nor, where they say so, the keyboard.
 #pragma once
 
-#include "app/ControlDisplay.h"
 #include "app/StartStages.h"
+#include "app/sections/SectionFaces.h"
 #include "host/History.h"
 #include "host/KeyboardFiles.h"
 #include "host/Session.h"
@@ -53,10 +53,7 @@ public:
     [[nodiscard]] const std::filesystem::path& LayoutFolder() const { return m_options.layouts; }
     [[nodiscard]] host::Configuration& Configuration() { return *m_configuration; }
     [[nodiscard]] host::History& History() { return *m_history; }
-    template <typename Control>
-    [[nodiscard]] Control& ControlOf(const char* sectionKey) {
-        return dynamic_cast<Control&>(m_configuration->Find(sectionKey)->Control());
-    }
+    [[nodiscard]] SectionFaces& Faces() { return *m_faces; }
 
     // The keyboard. Connect closes one that is open; a failure leaves none open, is shown
     // by the stages, and throws.
@@ -137,7 +134,7 @@ signals:
 private:
     class Busy;
 
-    void NoteEdit(ModuleControl& control);
+    void NoteEdit(host::Section& section);
     void TakeDocument(const host::ConfigurationDocument& document,
                       const std::filesystem::path& file);
     void StorePreferences();
@@ -156,7 +153,7 @@ private:
     QXProgSettings m_preferences;
     QXKeyboardLayoutData m_layout;
     std::unique_ptr<host::Configuration> m_configuration;
-    std::unique_ptr<ControlDisplay> m_display;
+    std::unique_ptr<SectionFaces> m_faces;
     std::unique_ptr<host::History> m_history;
     setup::OpenedDriver m_driver;
     std::unique_ptr<host::Session> m_session;

@@ -115,6 +115,18 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
     context.Result({{"direction", direction}, {"file", file}}, {direction + ": wrote " + file});
 }
 
+namespace {
+
+std::vector<std::string> TextsOf(const std::vector<host::Difference>& differences) {
+    std::vector<std::string> texts;
+    texts.reserve(differences.size());
+    for (const host::Difference& difference : differences)
+        texts.push_back(ToText(difference));
+    return texts;
+}
+
+} // namespace
+
 host::Json ToJson(const host::JournalEntry& entry) {
     return {{"id", entry.Id()},
             {"time", entry.time},
@@ -128,13 +140,17 @@ host::Json ToJson(const host::JournalEntry& entry) {
             {"ranges", entry.ranges.size()}};
 }
 
+host::Json ToJson(const host::Difference& difference) {
+    return {{"setting", ToText(difference.name)},
+            {"place", difference.place},
+            {"from", ToText(difference.from)},
+            {"to", ToText(difference.to)}};
+}
+
 host::Json ToJson(const host::WritePlan& plan) {
     host::Json settings = host::Json::array();
     for (const host::Difference& difference : plan.settings)
-        settings.push_back({{"setting", difference.name},
-                            {"place", difference.place},
-                            {"from", difference.from},
-                            {"to", difference.to}});
+        settings.push_back(ToJson(difference));
     host::Json ranges = host::Json::array();
     for (const host::PlannedRange& range : plan.ranges)
         ranges.push_back({{"module", NameOf(range.module)},
@@ -142,7 +158,7 @@ host::Json ToJson(const host::WritePlan& plan) {
                           {"address", range.address},
                           {"size", range.Size()},
                           {"damaged", range.isDamaged},
-                          {"settings", range.settings}});
+                          {"settings", TextsOf(range.settings)}});
     return {{"bytesToSend", plan.BytesToSend()},
             {"bytesInAll", plan.BytesInAll()},
             {"settings", settings},
@@ -154,11 +170,12 @@ Lines ToLines(const host::WritePlan& plan) {
     for (const host::PlannedRange& range : plan.ranges) {
         const char* const unnamed =
             range.isDamaged ? "(of the damaged section)" : "(bytes that no setting uses)";
+        const std::vector<std::string> settings = TextsOf(range.settings);
         rows.push_back({std::string(NameOf(range.module)), Hex(range.address),
                         Counted(range.Size(), "byte"),
-                        range.settings.empty() ? unnamed : range.settings.front()});
-        for (std::size_t i = 1; i < range.settings.size(); ++i)
-            rows.push_back({"", "", "", range.settings[i]});
+                        settings.empty() ? unnamed : settings.front()});
+        for (std::size_t i = 1; i < settings.size(); ++i)
+            rows.push_back({"", "", "", settings[i]});
     }
     return AlignedLines(rows);
 }

@@ -22,6 +22,9 @@ void WriteDocument(Context& context, const host::ConfigurationDocument& document
 // A write that has begun and is not known to have ended, as a result.
 [[nodiscard]] host::Json ToJson(const host::JournalEntry& entry);
 
+// A setting that two sides have differently, as a result.
+[[nodiscard]] host::Json ToJson(const host::Difference& difference);
+
 // What a write would change, as a result.
 [[nodiscard]] host::Json ToJson(const host::WritePlan& plan);
 [[nodiscard]] Lines ToLines(const host::WritePlan& plan);

@@ -111,10 +111,11 @@ ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections
     return document;
 }
 
-std::vector<Setting> Configuration::List(const std::vector<Section*>& sections) const {
+std::vector<Setting> Configuration::List(const std::vector<Section*>& sections,
+                                         Listed listed) const {
     std::vector<Setting> settings;
     for (Section* section : sections) {
-        FieldLister lister(section->Info().key, section->Info().title, m_layout, settings, m_words);
+        FieldLister lister(NameOf(section->Info()), m_layout, settings, listed);
         section->Visit(lister);
     }
     return settings;
@@ -124,8 +125,7 @@ std::vector<Setting> Configuration::List(const Section& section,
                                          const std::set<std::string>& places, Listed listed) const {
     std::vector<Setting> settings;
     Section* own = Find(section.Info().key);
-    FieldLister lister(own->Info().key, own->Info().title, m_layout, settings, m_words);
-    lister.Only(places, listed);
+    FieldLister lister(NameOf(own->Info()), m_layout, settings, listed, &places);
     own->Visit(lister);
     return settings;
 }
@@ -148,24 +148,23 @@ Error AbsentError(const std::string& document, const std::vector<Fault>& absent)
 }
 
 std::string ToText(const Difference& difference) {
-    return difference.name + (difference.isSequence ? ": " : " ") + difference.from + " → " +
-           difference.to;
+    return ToText(difference.name) + (difference.isSequence ? ": " : " ") +
+           ToText(difference.from) + " → " + ToText(difference.to);
 }
 
 std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to,
-                                const Words& words, Sides sides) {
-    const std::string none = words ? words("(none)") : "(none)";
+                                Sides sides) {
+    const SettingValue none{SettingValue::Kind::None};
     std::map<std::string, const Setting*> unmatched;
     for (const Setting& setting : to)
         unmatched.emplace(setting.place, &setting);
     std::vector<Difference> differences;
-    const auto add = [&](const Setting& setting, const std::string& before,
-                         const std::string& after) {
+    const auto add = [&](const Setting& setting, const SettingValue& before,
+                         const SettingValue& after) {
         const bool isLackedAndKept =
             sides == Sides::Documents && setting.isKept && (before == none || after == none);
         if (setting.isStored && !isLackedAndKept && before != after)
-            differences.push_back({setting.place, setting.name, before, after, setting.isSequence,
-                                   setting.isGradual});
+            differences.push_back({setting.place, setting.name, before, after, setting.isSequence});
     };
     for (const Setting& setting : from) {
         const auto match = unmatched.extract(setting.place);

@@ -53,21 +53,18 @@ public:
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections,
                                               KeyboardInfo keyboard) const;
 
-    // The settings of these sections, for people.
-    [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections) const;
+    // The settings of these sections, for people; or the elements of their lists.
+    [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections,
+                                            Listed listed = Listed::Usual) const;
     // The same of the settings at these places alone.
     [[nodiscard]] std::vector<Setting>
     List(const Section& section, const std::set<std::string>& places, Listed listed) const;
-    // The language of their names; English at first.
-    void SetWords(Words words) { m_words = std::move(words); }
-    [[nodiscard]] const Words& WordsInUse() const { return m_words; }
 
 private:
     std::vector<Section*> ReadSections(const ConfigurationDocument& document, Variables& variables,
                                        json::Faults& faults);
 
     QXKeyboardLayoutData* m_layout;
-    Words m_words;
     std::vector<std::unique_ptr<Section>> m_sections;
 };
 
@@ -81,14 +78,13 @@ std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
 // A setting that two configurations have differently.
 struct Difference {
     std::string place;
-    std::string name;
-    std::string from; // "(none)" where one of them has no such setting
-    std::string to;
-    bool isSequence;
-    bool isGradual; // a number or a text, which people change step by step
+    SettingName name;
+    SettingValue from; // of the kind None where one of them has no such setting
+    SettingValue to;
+    bool isSequence = false;
 };
 
-// "barcode Code39 minimum length 1 → 4", "POS key 12: Ctrl C → Esc".
+// In English: "barcode Code 39 minimum length 1 → 4", "POS key 12 (F2): Ctrl C → Esc".
 [[nodiscard]] std::string ToText(const Difference& difference);
 
 // The differences between settings that keyboards store. Where one side is a document, one that it
@@ -96,7 +92,6 @@ struct Difference {
 enum class Sides { Documents, Keyboards };
 [[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
                                               const std::vector<Setting>& to,
-                                              const Words& words = {},
                                               Sides sides = Sides::Documents);
 
 } // namespace qx::host

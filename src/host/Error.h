@@ -5,6 +5,7 @@
 // in words, such as the system and a driver, is passed on as a reason.
 #pragma once
 
+#include "host/SettingName.h"
 #include "host/VisibleText.h"
 #include "qxcontrols/common/Types.h"
 #include "json/Fault.h"
@@ -116,7 +117,7 @@ enum class Cause {
     SheetNotMade, // reason
 
     // ReadBackDiffers
-    ReadBackDiffers, // count: bytes; found, expected: the first; name: its setting, if any
+    ReadBackDiffers, // count: bytes; found, expected: the first; setting: its own, if any
 
     // KeyboardChanged
     OtherKeyboard,          // than the one that the write was planned for
@@ -215,6 +216,7 @@ class Error;
 struct ErrorFacts {
     std::string name{};
     std::string other{};
+    SettingName setting{};
     std::vector<std::string> names{};
     std::vector<std::string> others{};
     std::string reason{}; // in the words of a layer below

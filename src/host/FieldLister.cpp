@@ -4,82 +4,90 @@
 #include "host/Snapshot.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
+#include <utility>
+
 namespace qx::host {
 
 namespace {
 
-std::string Joined(const std::string& words, std::string_view word) {
-    return words.empty() || word.empty() ? words + std::string(word)
-                                         : words + " " + std::string(word);
+std::string Joined(const std::string& words, const std::string& word) {
+    return words.empty() || word.empty() ? words + word : words + " " + word;
 }
 
 std::string InBraces(Integer nCode) {
     return "{" + std::to_string(nCode) + "}";
 }
 
+SettingValue TextValue(std::string text) {
+    return {SettingValue::Kind::Text, std::move(text)};
+}
+
 } // namespace
 
-std::string ElementLabel(const FieldList& list, const FieldList::Id& id, const Words& words) {
-    std::string text;
+std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id,
+                                  const QXKeyboardLayoutData* layout) {
+    std::vector<NamePart> parts;
     for (std::size_t i = 0; i < id.size(); ++i) {
-        const std::string_view label = list.keyMembers[i].label;
-        text = Joined(text, words ? words(label) : std::string(label));
-        text = Joined(text, std::to_string(id[i]));
+        const FieldList::KeyMember& member = list.keyMembers[i];
+        parts.push_back({member.key, member.label,
+                         member.legend != nullptr ? member.legend(id[i]) : std::to_string(id[i])});
     }
-    return text;
+    if (list.positionCodeOf && layout != nullptr)
+        if (const std::string& caption = layout->KeyCaption(list.positionCodeOf(id));
+            caption.find_first_not_of(' ') != std::string::npos)
+            parts.back().number += " (" + caption + ")";
+    return parts;
 }
 
-FieldLister::FieldLister(std::string_view key, std::string_view title,
-                         const QXKeyboardLayoutData* layout, std::vector<Setting>& settings,
-                         Words words)
-    : m_layout(layout), m_words(std::move(words)), m_settings(settings),
-      m_place("/" + std::string(key)), m_name(Word(title)) {}
-
-std::string FieldLister::Word(std::string_view label) const {
-    return m_words && !label.empty() && label != m_element ? m_words(label) : std::string(label);
-}
+FieldLister::FieldLister(SettingName section, const QXKeyboardLayoutData* layout,
+                         std::vector<Setting>& settings, Listed listed,
+                         const std::set<std::string>* only)
+    : m_layout(layout), m_listed(listed), m_only(only), m_settings(settings),
+      m_place("/" + std::string(section.section)), m_name(std::move(section)) {}
 
 // Whether to list a setting that is listed usually, or is not.
 bool FieldLister::IsWanted(const Field& field, bool isUsual) const {
-    return (isUsual || m_listed == Listed::All) &&
+    return m_listed != Listed::Elements && (isUsual || m_listed == Listed::All) &&
            (m_only == nullptr || m_only->contains(m_place + "/" + std::string(field.key)));
 }
 
-void FieldLister::Add(const Field& field, std::string value, bool isSequence) {
-    Setting& setting = m_settings.emplace_back();
-    setting.place = m_place + "/" + std::string(field.key);
-    setting.name = Joined(m_name, Word(field.label));
-    setting.value = std::move(value);
-    setting.row = m_row;
-    setting.column = field.label.empty() ? std::string(field.key) : Word(field.label);
-    setting.isSequence = isSequence;
-    setting.isStored = field.stored;
-    setting.isKept = field.kept;
+// The element of an array is named by the array and its number.
+NamePart FieldLister::PartOf(const Field& field) const {
+    return m_element ? *m_element : NamePart{field.key, field.label, {}};
 }
 
-void FieldLister::Within(std::string_view key, std::string_view label,
+Setting& FieldLister::Add(const Field& field, SettingValue value) {
+    Setting& setting = m_settings.emplace_back();
+    setting.place = m_place + "/" + std::string(field.key);
+    setting.name = m_name;
+    setting.name.parts.push_back(PartOf(field));
+    setting.value = std::move(value);
+    setting.isStored = field.stored;
+    setting.isKept = field.kept;
+    return setting;
+}
+
+void FieldLister::Within(std::string_view key, std::vector<NamePart> parts,
                          const std::function<void()>& walk) {
-    const std::string outerPlace = m_place;
-    const std::string outerName = m_name;
-    m_place += "/" + std::string(key);
-    m_name = Joined(m_name, label);
+    const std::size_t outerPlace = m_place.size();
+    const std::size_t outerParts = m_name.parts.size();
+    m_place.append("/").append(key);
+    m_name.parts.insert(m_name.parts.end(), parts.begin(), parts.end());
     walk();
-    m_place = outerPlace;
-    m_name = outerName;
+    m_place.resize(outerPlace);
+    m_name.parts.resize(outerParts);
 }
 
 bool FieldLister::Flag(const Field& field, bool fValue) {
     if (IsWanted(field, field.stored)) // a switch that nothing stores means nothing to people
-        Add(field, Word(fValue ? "on" : "off"));
+        Add(field, {fValue ? SettingValue::Kind::On : SettingValue::Kind::Off});
     return fValue;
 }
 
 Integer FieldLister::Number(const Field& field, Integer nValue, Integer /*nMin*/,
                             Integer /*nMax*/) {
-    if (IsWanted(field, true)) {
-        Add(field, std::to_string(nValue));
-        m_settings.back().isGradual = true;
-    }
+    if (IsWanted(field, true))
+        Add(field, TextValue(std::to_string(nValue))).isGradual = true;
     return nValue;
 }
 
@@ -94,16 +102,14 @@ std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Int
             m_layout != nullptr ? m_layout->KeyCaption(positionCodeOf(key)) : std::string();
         text = Joined(text, caption.empty() ? std::to_string(key) : caption);
     }
-    Add(field, text);
+    Add(field, TextValue(text));
     return keys;
 }
 
 std::string FieldLister::Text(const Field& field, const std::string& sValue,
                               std::size_t /*maxUnits*/) {
-    if (IsWanted(field, field.required || !sValue.empty())) {
-        Add(field, "\"" + sValue + "\"");
-        m_settings.back().isGradual = true;
-    }
+    if (IsWanted(field, field.required || !sValue.empty()))
+        Add(field, TextValue("\"" + sValue + "\"")).isGradual = true;
     return sValue;
 }
 
@@ -119,42 +125,60 @@ void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*
             text = Joined(text, InBraces(code));
     else
         text = (m_writer ? *m_writer : m_writer.emplace(*m_layout)).Text(codes);
-    Add(field, codes.empty() ? Word("(empty)") : text, true);
+    Add(field, codes.empty() ? SettingValue{SettingValue::Kind::Empty} : TextValue(text))
+        .isSequence = true;
 }
 
 void FieldLister::Object(const Field& field, const std::function<void()>& members) {
-    Within(field.key, Word(field.label), members);
+    NamePart part = PartOf(field);
+    const auto outer = std::exchange(m_element, std::nullopt);
+    if (part.label.empty())
+        Within(field.key, {}, members);
+    else
+        Within(field.key, {std::move(part)}, members);
+    m_element = outer;
 }
 
 void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
                         const std::function<void(const Field&, std::size_t)>& element) {
-    Within(field.key, "", [&] {
+    Within(field.key, {}, [&] {
         for (std::size_t i = 0; i < count; ++i) {
             const std::string index = std::to_string(i);
-            m_element =
-                Joined(Word(field.label), std::to_string(i + static_cast<std::size_t>(nFirst)));
-            element({index, m_element}, i);
+            m_element = NamePart{field.key, field.label,
+                                 std::to_string(i + static_cast<std::size_t>(nFirst))};
+            element({index, field.label}, i);
+            m_element.reset();
         }
     });
 }
 
-void FieldLister::List(const FieldList& list) {
+std::vector<FieldList::Id> FieldLister::IdsOf(const FieldList& list) const {
+    if (m_listed == Listed::Elements)
+        return list.possible();
     std::vector<FieldList::Id> ids = list.present;
-    if (m_only != nullptr) {
-        const auto wanted = IdsIn(*m_only, m_place + "/" + std::string(list.field.key));
-        if (m_listed == Listed::All)
-            ids.assign(wanted.begin(), wanted.end());
-        else
-            std::erase_if(ids, [&](const FieldList::Id& id) { return !wanted.contains(id); });
-    }
-    for (const FieldList::Id& id : ids) {
+    if (m_only == nullptr)
+        return ids;
+    const auto wanted = IdsIn(*m_only, m_place + "/" + std::string(list.field.key));
+    if (m_listed == Listed::All)
+        ids.assign(wanted.begin(), wanted.end());
+    else
+        std::erase_if(ids, [&](const FieldList::Id& id) { return !wanted.contains(id); });
+    return ids;
+}
+
+void FieldLister::List(const FieldList& list) {
+    for (const FieldList::Id& id : IdsOf(list)) {
         const std::string key = ElementPlace(std::string(list.field.key), id);
-        m_row = ElementLabel(list, id, m_words);
-        if (list.isOfKeys && m_layout != nullptr && !m_layout->KeyCaption(id[0]).empty())
-            m_row += " (" + m_layout->KeyCaption(id[0]) + ")";
-        Within(key, m_row, [&] { list.visit(id); });
+        std::vector<NamePart> parts = ElementName(list, id, m_layout);
+        m_name.elementParts = m_name.parts.size() + parts.size();
+        Within(key, std::move(parts), [&] {
+            if (m_listed == Listed::Elements)
+                m_settings.emplace_back(Setting{m_place, m_name, {}});
+            else
+                list.visit(id);
+        });
     }
-    m_row.clear();
+    m_name.elementParts = 0;
 }
 
 } // namespace qx::host

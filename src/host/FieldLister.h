@@ -1,7 +1,8 @@
-// FieldLister: the walk that tells settings for people, one by one.
+// FieldLister: the walk that lists settings for people, one by one.
 #pragma once
 
 #include "host/FieldVisitor.h"
+#include "host/SettingName.h"
 #include "qxcontrols/keys/SequenceText.h"
 
 #include <optional>
@@ -9,35 +10,36 @@
 
 namespace qx::host {
 
-// One setting: "barcode Code39 minimum length" is "1".
 struct Setting {
     std::string
         place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
-    std::string name;
-    std::string value;
-    std::string row;    // the element of a list that it belongs to, "layer 0 key 3", or empty
-    std::string column; // its name within that element
+    SettingName name;
+    SettingValue value;
     bool isSequence = false;
     bool isGradual = false; // a number or a text
     bool isStored = true;   // in the keyboard; false for what only documents hold
     bool isKept = false;    // when others do not have it
 };
 
-// Whether empty settings, and those that no keyboard stores, are listed as well.
-enum class Listed { Usual, All };
+enum class Listed {
+    Usual,    // settings that keyboards store, and of lists those that are not empty
+    All,      // the others too
+    Elements, // no settings: all elements that lists can have, such as keys
+};
+
+// The parts that name an element of a list: "layer 3", "F4", or "30 (A)" by the layout, which may
+// be null.
+[[nodiscard]] std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id,
+                                                const QXKeyboardLayoutData* layout);
 
 class FieldLister : public FieldVisitor {
 public:
-    // Lists the section that has this key and this name for people. Sequences are told with the
-    // captions of `layout`, or by their codes where it is null.
-    FieldLister(std::string_view key, std::string_view title, const QXKeyboardLayoutData* layout,
-                std::vector<Setting>& settings, Words words = {});
-    // From now on, lists the settings at these places alone. The places stay alive as long as the
-    // lister.
-    void Only(const std::set<std::string>& places, Listed listed) {
-        m_only = &places;
-        m_listed = listed;
-    }
+    // Lists the settings of the section with this name. Sequences and keys are shown with the
+    // captions of `layout`, or by their codes where it is null. With `only`, lists the settings at
+    // these places alone; they stay alive as long as the lister.
+    FieldLister(SettingName section, const QXKeyboardLayoutData* layout,
+                std::vector<Setting>& settings, Listed listed = Listed::Usual,
+                const std::set<std::string>* only = nullptr);
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
@@ -52,21 +54,20 @@ public:
 
 private:
     [[nodiscard]] bool IsWanted(const Field& field, bool isUsual) const;
-    void Add(const Field& field, std::string value, bool isSequence = false);
-    void Within(std::string_view key, std::string_view label, const std::function<void()>& walk);
-
-    [[nodiscard]] std::string Word(std::string_view label) const;
+    [[nodiscard]] NamePart PartOf(const Field& field) const;
+    [[nodiscard]] std::vector<FieldList::Id> IdsOf(const FieldList& list) const;
+    Setting& Add(const Field& field, SettingValue value);
+    void Within(std::string_view key, std::vector<NamePart> parts,
+                const std::function<void()>& walk);
 
     const QXKeyboardLayoutData* m_layout;
     std::optional<SequenceWriter> m_writer; // made for the first sequence
-    const std::set<std::string>* m_only = nullptr;
-    Listed m_listed = Listed::Usual;
-    Words m_words;
+    Listed m_listed;
+    const std::set<std::string>* m_only;
     std::vector<Setting>& m_settings;
     std::string m_place;
-    std::string m_name;
-    std::string m_element; // label of an array's element, in words already
-    std::string m_row;
+    SettingName m_name;
+    std::optional<NamePart> m_element; // of the array that is walked
 };
 
 } // namespace qx::host

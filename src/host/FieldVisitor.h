@@ -18,7 +18,7 @@ namespace qx::host {
 
 struct Field {
     std::string_view key;   // its name in a document
-    std::string_view label; // its name for people; empty where the outer names say it all
+    std::string_view label; // its name in English; empty where the outer names say it all
     bool required = true;   // in a document; one that is not may be left out
     bool stored = true;     // in the keyboard; what is not stored is shown, but never compared
     bool kept = false;      // stays as the keyboard has it when a document does not give it
@@ -29,25 +29,20 @@ struct FieldList {
     using Id = std::vector<Integer>;
     struct KeyMember {
         std::string_view key;
-        std::string_view label; // for people: "layer"
+        std::string_view label; // in English: "layer"; empty where the legend says it all
         Integer min;
         Integer max;
+        std::string (*legend)(Integer) = nullptr; // as the device counts, where not from 0: "F4"
     };
 
     Field field;
     std::vector<KeyMember> keyMembers;
-    std::vector<Id> present;              // in the order in which they are written
-    std::function<void()> clear;          // empties all elements, before reading
-    std::function<void(const Id&)> visit; // walks the element's other members
-    bool isOfKeys = false;                // by position code: people are told the captions too
+    std::vector<Id> present;                       // in the order in which they are written
+    std::function<void()> clear;                   // empties all elements, before reading
+    std::function<void(const Id&)> visit;          // walks the element's other members
+    std::function<std::vector<Id>()> possible;     // all elements that can have content
+    std::function<Long(const Id&)> positionCodeOf; // of a key with a caption; may be empty
 };
-
-// The words of labels in the language of people; without a function, as they are.
-using Words = std::function<std::string(std::string_view)>;
-
-// "layer 0 key 3".
-[[nodiscard]] std::string ElementLabel(const FieldList& list, const FieldList::Id& id,
-                                       const Words& words = {});
 
 class FieldVisitor {
 public:
@@ -70,7 +65,7 @@ public:
     virtual void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) = 0;
 
     virtual void Object(const Field& field, const std::function<void()>& members) = 0;
-    // A fixed number of elements, for people numbered from nFirst. `element` walks one of them,
+    // A fixed number of elements, which people number from nFirst. `element` walks one of them,
     // with the Field that it is given and its index from 0.
     virtual void Array(const Field& field, std::size_t count, Integer nFirst,
                        const std::function<void(const Field&, std::size_t)>& element) = 0;

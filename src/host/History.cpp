@@ -48,7 +48,7 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
 }
 
 bool History::Note() {
-    Step step{TakeEdits(), {}, {}, false};
+    Step step{TakeEdits(), {}, false};
     if (step.edits.empty())
         return false;
     NameStep(step);
@@ -91,16 +91,13 @@ void History::NameStep(Step& step) const {
     if (named.empty())
         return;
     const Setting& first = named.front();
-    step.name = first.name;
-    step.place = first.place;
+    step.changed = {first.name, first.place, named.size() - 1};
     step.isGradual = named.size() == 1 && first.isGradual && first.isStored;
-    if (named.size() > 1)
-        step.name += " (+" + std::to_string(named.size() - 1) + ")";
 }
 
 bool History::GoesOn(const Step& step) {
     if (m_isSealed || m_present == m_saved || m_present == 0 || CanRedo() || !step.isGradual ||
-        !m_steps.back().isGradual || step.place != m_steps.back().place)
+        !m_steps.back().isGradual || step.changed.place != m_steps.back().changed.place)
         return false;
     for (const auto& [place, values] : step.edits.front().change) {
         const auto [known, isNew] = m_steps.back().edits.front().change.emplace(place, values);

@@ -33,12 +33,14 @@ public:
 
     [[nodiscard]] bool CanUndo() const { return m_present > 0; }
     [[nodiscard]] bool CanRedo() const { return m_present < m_steps.size(); }
-    // What the step changed: a setting's name, and how many others.
-    [[nodiscard]] const std::string& UndoName() const { return m_steps[m_present - 1].name; }
-    [[nodiscard]] const std::string& RedoName() const { return m_steps[m_present].name; }
-    // The place of that setting.
-    [[nodiscard]] const std::string& UndoPlace() const { return m_steps[m_present - 1].place; }
-    [[nodiscard]] const std::string& RedoPlace() const { return m_steps[m_present].place; }
+    // A setting that a step changed, and how many others.
+    struct Changed {
+        SettingName name;
+        std::string place;
+        std::size_t others = 0;
+    };
+    [[nodiscard]] const Changed& ToUndo() const { return m_steps[m_present - 1].changed; }
+    [[nodiscard]] const Changed& ToRedo() const { return m_steps[m_present].changed; }
     void Undo();
     void Redo();
 
@@ -65,8 +67,7 @@ private:
     };
     struct Step {
         std::vector<Edit> edits;
-        std::string name;       // of a setting that it changed, and how many others
-        std::string place;      // of that setting
+        Changed changed;
         bool isGradual = false; // it is the only one, and a number or a text
     };
 

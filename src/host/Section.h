@@ -35,7 +35,7 @@ struct Area {
 
 struct SectionInfo {
     std::string_view key;   // its name in the document
-    std::string_view title; // its name for people, with which the names of its settings begin
+    std::string_view title; // its name in English, with which the names of its settings begin
     std::span<const Area> areas;
 };
 
@@ -52,6 +52,8 @@ public:
     virtual void NoteArea(KeyboardModuleIDs /*eModule*/, bool /*fPresent*/, bool /*fSkip*/) {}
     // Whether a download leaves this area as it is, because the document does not give it.
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
+    // Whether the control sets DataChanged at every edit.
+    [[nodiscard]] virtual bool MarksEdits() const { return true; }
     // Called when the section's settings have been read from a keyboard.
     virtual void Uploaded() {}
     // The first byte of an area that no document can express, and why: a kind of fault, whose

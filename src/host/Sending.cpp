@@ -110,7 +110,7 @@ Error Sending::Differing(const KeyboardContent& expected, const KeyboardContent&
         partly.Overwrite(first.address, first.to);
         const auto settings = Planner(expected, m_scratch).Compare(expected, partly, first.section);
         if (!settings.empty()) {
-            differing.name = settings.front().name;
+            differing.setting = settings.front().name;
             differing.place.pointer = settings.front().place;
         }
     } catch (const std::exception&) {

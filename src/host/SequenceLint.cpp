@@ -131,7 +131,7 @@ std::vector<SettingWarning> Lint(const Configuration& configuration,
         section->Visit(walk);
         if (places.empty())
             continue;
-        std::map<std::string, std::string> names;
+        std::map<std::string, SettingName> names;
         for (const Setting& setting : configuration.List(*section, places, Listed::Usual))
             names[setting.place] = setting.name;
         for (std::size_t i = first; i < warnings.size(); ++i)

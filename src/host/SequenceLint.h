@@ -41,7 +41,7 @@ struct SequenceWarning {
 // A warning about a sequence of a configuration.
 struct SettingWarning {
     std::string place; // of the setting, as in Setting
-    std::string name;  // of the setting, for people
+    SettingName name;  // of the setting
     SequenceWarning warning;
 };
 

@@ -59,9 +59,12 @@ std::vector<Difference> FixedBytes(const Section& section, const std::vector<Pla
     }
     if (from.empty())
         return {};
+    SettingName name = NameOf(section.Info());
+    name.parts.push_back({"fixedBytes", "fixed bytes", {}});
     return {{"/" + std::string(section.Info().key),
-             std::string(section.Info().title) + " fixed bytes", Spaced(from), Spaced(to), false,
-             false}};
+             std::move(name),
+             {SettingValue::Kind::Text, Spaced(from)},
+             {SettingValue::Kind::Text, Spaced(to)}}};
 }
 
 } // namespace
@@ -217,9 +220,9 @@ void Planner::NameSettings(WritePlan& plan) {
             if (range.section == first.section)
                 ranges.push_back(&range);
         const Decoded before = Decode(plan.before, keys);
-        Texts texts;
+        Changes changes;
         for (const Difference& difference : Compare(before, plan.after, keys))
-            texts.emplace(difference.place, ToText(difference));
+            changes.emplace(difference.place, difference);
         const auto missedWithout = [&](const auto& isLeftOut) {
             KeyboardContent without = plan.after;
             for (std::size_t i = 0; i < ranges.size(); ++i)
@@ -232,7 +235,7 @@ void Planner::NameSettings(WritePlan& plan) {
         };
         const Section& section = *m_scratch.Find(first.section);
         if (const Area& area = section.Info().areas.front(); area.slotSize == area.size) {
-            NameSettingsOfSlot(section, plan, ranges, texts);
+            NameSettingsOfSlot(section, plan, ranges, changes);
             continue;
         }
         std::map<std::string, std::size_t> rangeOf; // from 1
@@ -241,13 +244,13 @@ void Planner::NameSettings(WritePlan& plan) {
                  missedWithout([&](std::size_t each) { return (each & bit) != 0; }))
                 rangeOf[place] |= bit;
         for (const auto& [place, number] : rangeOf)
-            if (number <= ranges.size() && texts.contains(place))
-                ranges[number - 1]->settings.push_back(texts.at(place));
+            if (number <= ranges.size() && changes.contains(place))
+                ranges[number - 1]->settings.push_back(changes.at(place));
     }
 }
 
 void Planner::NameSettingsOfSlot(const Section& section, const WritePlan& plan,
-                                 const std::vector<PlannedRange*>& ranges, const Texts& texts) {
+                                 const std::vector<PlannedRange*>& ranges, const Changes& changes) {
     CopiedKeyboard copy(plan.before);
     Session session(copy);
     session.Open();
@@ -257,10 +260,11 @@ void Planner::NameSettingsOfSlot(const Section& section, const WritePlan& plan,
         for (PlannedRange* range : ranges)
             for (const std::string& place :
                  section.PlacesIn(range->address - area.address, range->Size(), bytes))
-                if (const auto text = texts.find(place);
-                    text != texts.end() &&
-                    std::count(range->settings.begin(), range->settings.end(), text->second) == 0)
-                    range->settings.push_back(text->second);
+                if (const auto change = changes.find(place);
+                    change != changes.end() &&
+                    std::none_of(range->settings.begin(), range->settings.end(),
+                                 [&](const Difference& known) { return known.place == place; }))
+                    range->settings.push_back(change->second);
     }
 }
 
@@ -287,22 +291,21 @@ std::vector<Difference> Planner::Compare(const Decoded& from, const KeyboardCont
             continue;
         const auto after = m_scratch.List(*section, places, Listed::Usual);
         before.Restore(*section);
-        const auto changed = host::Compare(m_scratch.List(*section, places, Listed::Usual), after,
-                                           m_scratch.WordsInUse(), Sides::Keyboards);
+        const auto changed =
+            host::Compare(m_scratch.List(*section, places, Listed::Usual), after, Sides::Keyboards);
         differences.insert(differences.end(), changed.begin(), changed.end());
     }
-    const auto word = [&](const char* text) {
-        return m_scratch.WordsInUse() ? m_scratch.WordsInUse()(text) : text;
-    };
-    const auto addDamaged = [&](const std::vector<Fault>& damaged, const char* then,
-                                const char* after) {
+    using Kind = SettingValue::Kind;
+    const auto addDamaged = [&](const std::vector<Fault>& damaged, Kind then, Kind after) {
         for (const Fault& fault : damaged)
-            differences.push_back({fault.place, word("section") + " " + fault.place.substr(1),
-                                   word(then), word(after), false, false});
+            differences.push_back({fault.place,
+                                   NameOf(m_scratch.Find(fault.place.substr(1))->Info()),
+                                   {then},
+                                   {after}});
     };
-    addDamaged(from.damaged, "(damaged)", now.damaged.empty() ? "(sound)" : "(damaged)");
+    addDamaged(from.damaged, Kind::Damaged, now.damaged.empty() ? Kind::Sound : Kind::Damaged);
     if (from.damaged.empty())
-        addDamaged(now.damaged, "(sound)", "(damaged)");
+        addDamaged(now.damaged, Kind::Sound, Kind::Damaged);
     return differences;
 }
 

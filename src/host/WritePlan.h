@@ -21,8 +21,8 @@ namespace qx::host {
 inline constexpr Long kRequestCost = 16;
 
 struct PlannedRange : ByteRange {
-    std::vector<std::string> settings; // that it changes, in words; see Planner::NameSettings
-    bool isDamaged = false;            // of a damaged section, whose settings are not known
+    std::vector<Difference> settings; // that it changes; see Planner::NameSettings
+    bool isDamaged = false;           // of a damaged section, whose settings are not known
 };
 
 struct PlanOptions {
@@ -83,7 +83,7 @@ public:
     // The same of a backup, in those areas that both have; with its GUID, or the keyboard's own.
     [[nodiscard]] WritePlan ForBackup(const KeyboardContent& backup, bool withGuid);
 
-    // The settings, in words, that one content has otherwise than the other, in a section.
+    // The settings of a section that one content has otherwise than the other.
     [[nodiscard]] std::vector<Difference>
     Compare(const KeyboardContent& from, const KeyboardContent& to, const std::string& section);
     // The document of such a content, with a note of the keyboard, without damaged sections.
@@ -107,9 +107,9 @@ private:
     [[nodiscard]] std::vector<Difference> Compare(const Decoded& from, const KeyboardContent& to,
                                                   const Keys& keys);
     void Finish(WritePlan& plan);
-    using Texts = std::map<std::string, std::string>; // of settings, by their places
+    using Changes = std::map<std::string, Difference>; // of settings, by their places
     void NameSettingsOfSlot(const Section& section, const WritePlan& plan,
-                            const std::vector<PlannedRange*>& ranges, const Texts& texts);
+                            const std::vector<PlannedRange*>& ranges, const Changes& changes);
 
     KeyboardContent m_content;
     Configuration& m_scratch;

@@ -28,11 +28,6 @@ constexpr QColor kProgrammed(0xFF, 0xE4, 0xA0);
 constexpr QColor kEmpty(0xFF, 0xFF, 0xFF);
 constexpr QColor kUnused(0xEC, 0xEC, 0xEC);
 
-// As the caps of the keyboard say.
-QString FunctionKeyName(Integer nKey) {
-    return QStringLiteral("F%1").arg(nKey + 1);
-}
-
 constexpr int kLayerKeysInRow = 12;
 constexpr QSizeF kLayerStep(720, 600); // from key to key; wide enough for a few words
 constexpr double kLayerGap = 25;
@@ -188,13 +183,13 @@ private:
             const int column = key % kLayerKeysInRow;
             cap.place = {QPointF(column * kLayerStep.width(), row * kLayerStep.height()),
                          kLayerStep - QSizeF(kLayerGap, kLayerGap)};
-            cap.legend = FunctionKeyName(key);
+            cap.legend = QString::fromStdString(FuncKeyLegend(key));
             cap.caption = description.isEmpty() ? Pressed(sequence) : description;
             cap.state = sequence.Length() > 0 ? KeyState::Programmed : KeyState::Empty;
             cap.color = ColorOf(cap.state);
             part.caps.push_back(cap);
             if (sequence.Length() > 0 || !description.isEmpty())
-                part.table.rows.push_back({FunctionKeyName(key), description, Sequence(sequence)});
+                part.table.rows.push_back({cap.legend, description, Sequence(sequence)});
         }
         if (!part.table.rows.empty())
             m_content.parts.push_back(std::move(part));
@@ -226,7 +221,7 @@ private:
     void AddReaders() {
         Part part;
         part.heading = tr("Readers");
-        part.table.columns = {{tr("Input"), 0.20}, {tr("Header"), 0.40}, {tr("Terminator"), 0.40}};
+        part.table.columns = {{tr("Input"), 0.20}, {tr("Prefix"), 0.40}, {tr("Suffix"), 0.40}};
         const auto add = [&](const QString& input, const MagneticTrack& track) {
             part.table.rows.push_back({input, Framing(track.HeaderEnabled(), track.Header()),
                                        Framing(track.TerminatorEnabled(), track.Terminator())});

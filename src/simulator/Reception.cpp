@@ -1,36 +1,15 @@
 #include "simulator/Reception.h"
 
+#include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
 
 #include <algorithm>
-#include <string_view>
-#include <utility>
 
 namespace qx::sim {
 
-namespace {
-
-struct OriginName {
-    Origin origin;
-    std::string_view text; // %1: the number, %2: the layer
-};
-
-constexpr OriginName kOriginNames[] = {
-    {Origin::OrdinaryKey, "ordinary key %1"},
-    {Origin::FreeKey, "free key %1"},
-    {Origin::FunctionKey, "layer %2 key %1"},
-    {Origin::PosBlock, "POS block %1"},
-    {Origin::TrackHeader, "header of track %1"},
-    {Origin::TrackData, "track %1 data"},
-    {Origin::TrackTerminator, "terminator of track %1"},
-    {Origin::ReaderHeader, "header of reader %1"},
-    {Origin::ReaderData, "reader %1 data"},
-    {Origin::ReaderTerminator, "terminator of reader %1"},
-};
-
-} // namespace
+namespace {} // namespace
 
 void Reception::Add(Stretch stretch) {
     if (!stretch.IsEmpty())
@@ -54,27 +33,75 @@ void Reception::Append(const Reception& later) {
     outputDelay = later.outputDelay;
 }
 
-std::string RemarkText(const Remark& remark, const Words& words) {
-    const std::string text = words ? words(remark.text) : std::string(remark.text);
-    std::string filled;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto value = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '1') : 0;
-        if (text[i] == '%' && value < remark.values.size()) {
-            filled += remark.values[value];
-            ++i;
-        } else {
-            filled += text[i];
-        }
+std::string RemarkText(const Remark& remark) {
+    using Kind = Remark::Kind;
+    const auto value = [&](std::size_t index) { return remark.values.at(index); };
+    switch (remark.kind) {
+    case Kind::NoKey:
+        return "this keyboard has no key " + value(0);
+    case Kind::PosDamaged:
+        return "the POS keys' memory is damaged";
+    case Kind::NoFunctionKeys:
+        return "this keyboard has no layered function keys";
+    case Kind::FunctionKeyEmpty:
+        return "layer " + value(0) + " " + value(1) + " has no sequence";
+    case Kind::NoCardReader:
+        return "this keyboard has no magnetic-stripe reader";
+    case Kind::NoTrack:
+        return "this keyboard has no reader head for track " + value(0);
+    case Kind::TrackOff:
+        return "track " + value(0) + " is switched off";
+    case Kind::WrongLrcRefused:
+        return "the LRC of track " + value(0) + " is wrong, so the reader refuses it";
+    case Kind::WrongLrcIgnored:
+        return "the LRC of track " + value(0) + " is wrong, which the reader does not verify";
+    case Kind::WrongLastCharRefused:
+        return "the last character of track " + value(0) + " is wrong, so the reader refuses it";
+    case Kind::WrongLastCharIgnored:
+        return "the last character of track " + value(0) +
+               " is wrong, which the reader does not verify";
+    case Kind::TracksSentAtOnce:
+        return "each track is sent as soon as it has been read";
+    case Kind::TracksSentTogether:
+        return "the tracks are sent once all have been read";
+    case Kind::NoCodeReader:
+        return "this keyboard has no barcode reader";
+    case Kind::CodeEmpty:
+        return "a barcode needs at least one character";
+    case Kind::SymbologyOff:
+        return value(0) + " is switched off: its option 0 is not set";
+    case Kind::CodeLengthRefused:
+        return value(0) + " accepts " + value(1) + " to " + value(2) +
+               " characters; the code has " + value(3);
     }
-    return filled;
+    return {};
 }
 
-std::string OriginText(const Stretch& stretch, const Words& words) {
-    const auto* name =
-        std::find_if(std::begin(kOriginNames), std::end(kOriginNames),
-                     [&](const OriginName& each) { return each.origin == stretch.origin; });
-    return RemarkText({name->text, {std::to_string(stretch.number), std::to_string(stretch.layer)}},
-                      words);
+std::string OriginText(const Stretch& stretch) {
+    const std::string number = std::to_string(stretch.number);
+    switch (stretch.origin) {
+    case Origin::OrdinaryKey:
+        return "ordinary key " + number;
+    case Origin::FreeKey:
+        return "free key " + number;
+    case Origin::FunctionKey:
+        return "layer " + std::to_string(stretch.layer) + " " + FuncKeyLegend(stretch.number);
+    case Origin::PosBlock:
+        return "POS block " + number;
+    case Origin::TrackHeader:
+        return "header of track " + number;
+    case Origin::TrackData:
+        return "track " + number + " data";
+    case Origin::TrackTerminator:
+        return "terminator of track " + number;
+    case Origin::ReaderHeader:
+        return "header of reader " + number;
+    case Origin::ReaderData:
+        return "reader " + number + " data";
+    case Origin::ReaderTerminator:
+        return "terminator of reader " + number;
+    }
+    return {};
 }
 
 std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {

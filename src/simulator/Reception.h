@@ -3,10 +3,8 @@
 
 #include "qxcontrols/common/Types.h"
 
-#include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace qx {
@@ -48,17 +46,35 @@ struct Stretch {
     [[nodiscard]] bool IsEmpty() const { return keys.empty() && data.empty(); }
 };
 
-// A text for people in which %1, %2 and so on stand for the values.
+// Why something was not sent, and what else cannot be seen from what was.
 struct Remark {
-    std::string_view text; // a constant
-    std::vector<std::string> values;
+    enum class Kind {         // values
+        NoKey,                // its position code
+        PosDamaged,           //
+        NoFunctionKeys,       //
+        FunctionKeyEmpty,     // the layer, the key's legend
+        NoCardReader,         //
+        NoTrack,              // of these six: the track
+        TrackOff,             //
+        WrongLrcRefused,      //
+        WrongLrcIgnored,      //
+        WrongLastCharRefused, //
+        WrongLastCharIgnored, //
+        TracksSentAtOnce,     //
+        TracksSentTogether,   //
+        NoCodeReader,         //
+        CodeEmpty,            //
+        SymbologyOff,         // its name in documents
+        CodeLengthRefused,    // the same; the lengths accepted, least and most; the code's
+    };
+    Kind kind;
+    std::vector<std::string> values = {};
 
     bool operator==(const Remark&) const = default;
 };
 
 struct Reception {
     std::vector<Stretch> stretches; // none of them empty
-    // Why something was not sent, and what else cannot be seen from what was.
     std::vector<Remark> remarks;
     // The keyboard's output delay, between one code and the next; none where it keeps none.
     std::optional<Byte> outputDelay;
@@ -69,12 +85,10 @@ struct Reception {
     void Append(const Reception& later);
 };
 
-// Gives the constant texts in another language; an empty function leaves them.
-using Words = std::function<std::string(std::string_view)>;
-
-[[nodiscard]] std::string RemarkText(const Remark& remark, const Words& words = {});
-// "header of track 2", "layer 3 key 5", "ordinary key 31".
-[[nodiscard]] std::string OriginText(const Stretch& stretch, const Words& words = {});
+// In English.
+[[nodiscard]] std::string RemarkText(const Remark& remark);
+// "header of track 2", "layer 3 F6", "ordinary key 31".
+[[nodiscard]] std::string OriginText(const Stretch& stretch);
 // The strokes as a sequence text with the layout's captions, or the data in quotes.
 [[nodiscard]] std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout);
 

@@ -68,13 +68,11 @@ void AddFramed(Reception& reception, const Framing& framing, Integer number,
 }
 
 struct TrackFault {
-    std::string_view refused, ignored; // the remarks
+    Remark::Kind refused, ignored;
 };
-constexpr TrackFault kWrongLRC = {"the LRC of track %1 is wrong, so the reader refuses it",
-                                  "the LRC of track %1 is wrong, which the reader does not verify"};
-constexpr TrackFault kWrongLastChar = {
-    "the last character of track %1 is wrong, so the reader refuses it",
-    "the last character of track %1 is wrong, which the reader does not verify"};
+constexpr TrackFault kWrongLRC = {Remark::Kind::WrongLrcRefused, Remark::Kind::WrongLrcIgnored};
+constexpr TrackFault kWrongLastChar = {Remark::Kind::WrongLastCharRefused,
+                                       Remark::Kind::WrongLastCharIgnored};
 
 // Whether a track of the card that has a fault is refused for it; either way is remarked.
 bool IsRefused(bool hasFault, bool isVerified, const TrackFault& fault, const std::string& track,
@@ -91,7 +89,7 @@ bool HasAcceptedLength(const BarcodeOptionPage& page, const std::string& name,
     if (!page.SupportsSizing() || (length >= static_cast<std::size_t>(page.MinSize()) &&
                                    length <= static_cast<std::size_t>(page.MaxSize())))
         return true;
-    reception.remarks.push_back({"%1 accepts %2 to %3 characters; the code has %4",
+    reception.remarks.push_back({Remark::Kind::CodeLengthRefused,
                                  {name, std::to_string(page.MinSize()),
                                   std::to_string(page.MaxSize()), std::to_string(length)}});
     return false;
@@ -143,8 +141,7 @@ Reception TestDrive::Stroke(Integer nPositionCode, Integer nKeyIndex, bool isRel
     Check("key", nPositionCode, KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID);
     Reception reception = NewReception();
     if (m_layout.KeySupport(nPositionCode) == KEYMODE_NONE) {
-        reception.remarks.push_back(
-            {"this keyboard has no key %1", {std::to_string(nPositionCode)}});
+        reception.remarks.push_back({Remark::Kind::NoKey, {std::to_string(nPositionCode)}});
         return reception;
     }
     Stretch stretch = PosSequence(nPositionCode, nKeyIndex, reception);
@@ -168,8 +165,8 @@ Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
     POSKeyboard blocks;
     try {
         DecodePOSModuleBlock(*block, blocks);
-    } catch (const std::out_of_range& error) { // the keys before it are there
-        reception.remarks.push_back({"the POS keys' memory is damaged: %1", {error.what()}});
+    } catch (const std::out_of_range&) { // the keys before it are there
+        reception.remarks.push_back({Remark::Kind::PosDamaged});
     }
     const POSCodeMapping mapping;
     for (Integer index = 1; index <= POSKeyboard::kSlots; ++index) {
@@ -205,7 +202,7 @@ Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {
     Reception reception = NewReception();
     const auto block = Block(MODULE_LAYERED_FUNCKEYS, kFuncKeySequencesSize);
     if (!block) {
-        reception.remarks.push_back({"this keyboard has no layered function keys", {}});
+        reception.remarks.push_back({Remark::Kind::NoFunctionKeys});
         return reception;
     }
     const auto layers = std::make_unique<FuncKeyLayers>();
@@ -214,7 +211,7 @@ Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {
     Stretch stretch{Origin::FunctionKey, nKey, nLayer, StrokesOf(sequence), {}};
     if (stretch.IsEmpty())
         reception.remarks.push_back(
-            {"layer %1 key %2 has no sequence", {std::to_string(nLayer), std::to_string(nKey)}});
+            {Remark::Kind::FunctionKeyEmpty, {std::to_string(nLayer), FuncKeyLegend(nKey)}});
     reception.Add(std::move(stretch));
     return reception;
 }
@@ -225,7 +222,7 @@ Reception TestDrive::SwipeCard(const Card& card) const {
     const auto switches =
         Block(MODULE_MAGNET_CONFIG, kMagneticSwitchesSize, kMagneticSwitchesOffset);
     if (!headers || !switches) {
-        reception.remarks.push_back({"this keyboard has no magnetic-stripe reader", {}});
+        reception.remarks.push_back({Remark::Kind::NoCardReader});
         return reception;
     }
     MagneticSettings settings;
@@ -239,11 +236,11 @@ Reception TestDrive::SwipeCard(const Card& card) const {
         if (onCard.data.empty())
             continue;
         if (!m_model.HasMagneticTrack(track)) {
-            reception.remarks.push_back({"this keyboard has no reader head for track %1", {name}});
+            reception.remarks.push_back({Remark::Kind::NoTrack, {name}});
             continue;
         }
         if (!settings.tracks[index].Enabled()) {
-            reception.remarks.push_back({"track %1 is switched off", {name}});
+            reception.remarks.push_back({Remark::Kind::TrackOff, {name}});
             continue;
         }
         const bool isRefusedForLRC = IsRefused(
@@ -256,9 +253,8 @@ Reception TestDrive::SwipeCard(const Card& card) const {
     }
     if (!reception.stretches.empty())
         reception.remarks.push_back({settings.options.SendImmediate().Value()
-                                         ? "each track is sent as soon as it has been read"
-                                         : "the tracks are sent once all have been read",
-                                     {}});
+                                         ? Remark::Kind::TracksSentAtOnce
+                                         : Remark::Kind::TracksSentTogether});
     return reception;
 }
 
@@ -270,7 +266,7 @@ Reception TestDrive::ScanCode(Integer nReader, BarcodePage eSymbology,
     const auto headers = Block(MODULE_BARCODE_HEADERS, kBarcodeHeadersSize);
     const auto config = Block(MODULE_BARCODE_CONFIG, kBarcodeConfigSize);
     if (!headers || !config || !m_model.HasBarcodeReader()) {
-        reception.remarks.push_back({"this keyboard has no barcode reader", {}});
+        reception.remarks.push_back({Remark::Kind::NoCodeReader});
         return reception;
     }
     BarcodeSettings settings;
@@ -281,9 +277,9 @@ Reception TestDrive::ScanCode(Integer nReader, BarcodePage eSymbology,
     const std::string name(kBarcodePageNames[static_cast<std::size_t>(eSymbology)]);
     const BarcodeOptionPage& page = settings.pages[static_cast<std::size_t>(eSymbology)];
     if (data.empty())
-        reception.remarks.push_back({"a barcode needs at least one character", {}});
+        reception.remarks.push_back({Remark::Kind::CodeEmpty});
     else if (!page.Flag(kSymbologyOption).Value())
-        reception.remarks.push_back({"%1 is switched off: its option 0 is not set", {name}});
+        reception.remarks.push_back({Remark::Kind::SymbologyOff, {name}});
     else if (HasAcceptedLength(page, name, data, reception))
         AddFramed(reception, kReaderFraming, nReader,
                   settings.readers[static_cast<std::size_t>(nReader - 1)], data);

@@ -122,7 +122,7 @@ TEST(Application, ALongDescriptionIsCutAtTheBoxAndNeverEndsTheProgram) {
     auto* box = desk.Find<QLineEdit>("txtSymbolDesc");
     QTest::keyClicks(box, QString(70, QLatin1Char('x')));
     EXPECT_EQ(box->text().size(), 64);
-    auto& keys = desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
+    auto& keys = desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
     EXPECT_EQ(keys.Layer(0).GetKeyDesc(3), std::string(64, 'x'));
 
     // A host may put in more than a keyboard stores: undo and redo bring back just that, and the

@@ -86,6 +86,11 @@ public:
                 return widget;
         throw std::runtime_error(std::string("no widget ") + name);
     }
+    // The control of a section.
+    template <typename Control>
+    Control& ControlOf(const char* section) {
+        return dynamic_cast<Control&>(workbench.Configuration().Find(section)->Control());
+    }
     void Page(const char* id) { window->ShowPage(QString::fromLatin1(id)); }
     void Click(const char* name) {
         auto* widget = Find<QWidget>(name);

@@ -71,7 +71,8 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
     EXPECT_NE(desk.Memory(MODULE_POS, 0, 3360), std::string(3360, '\0'));
     EXPECT_EQ(desk.workbench.Simulated()->Memory(70000 + (24 + 3) * 128, 4), Bytes("43 00 61 00"));
-    EXPECT_TRUE(changes.contains(QStringLiteral("keyboard output delay: 6 -> 9")))
+    EXPECT_TRUE(
+        changes.contains(QStringLiteral("Pause between two characters (output delay): 6 -> 9")))
         << changes.join('\n').toStdString();
     const std::string written = desk.Document();
     EXPECT_TRUE(desk.window->Documents().Save());
@@ -135,14 +136,14 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
         QTest::keyClicks(field, QString::fromLatin1(words));
         QTest::keyClick(field, Qt::Key_Return);
     };
-    find("code39 minimum");
+    find("code 39 shortest");
     EXPECT_EQ(desk.Find<QListWidget>("lstPrefGroup")->currentRow(), int{BP_Code39});
     find("free keys key 80");
-    EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
-    find("pos keys: key 10");
+    EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
+    find("pos keys key 10");
     EXPECT_TRUE(desk.Find<QWidget>("posDisplay")->isVisible());
     find("f24");
-    EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
+    EXPECT_EQ(desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
     find("font size");
     EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
 
@@ -151,7 +152,7 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
     field->setFocus();
     field->clear();
-    QTest::keyClicks(field, QStringLiteral("code39 nowhere"));
+    QTest::keyClicks(field, QStringLiteral("code 39 nowhere"));
     ASSERT_EQ(found->count(), 1);
     EXPECT_EQ(found->item(0)->text(), QStringLiteral("Nothing found"));
     field->clear();
@@ -221,7 +222,7 @@ TEST(MainWindow, IsWalkedByKeysAlone) {
     ASSERT_EQ(QApplication::focusWidget(), desk.Find<views::KeyGrid>("layoutDisplay"));
     press(Qt::Key_Right);
     press(Qt::Key_Space);
-    EXPECT_EQ(desk.workbench.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
+    EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
     for (int i = 0;
          i < 5 && QApplication::focusWidget()->objectName() != QLatin1String("cmdEdit_0"); ++i)
         press(Qt::Key_Tab);
@@ -299,10 +300,12 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
             undo = action;
     ASSERT_NE(undo, nullptr);
     EXPECT_TRUE(undo->text().startsWith(QStringLiteral("&Undo"))) << undo->text().toStdString();
-    EXPECT_TRUE(undo->text().contains(QStringLiteral("layer 0 F24"))) << undo->text().toStdString();
+    EXPECT_TRUE(
+        undo->text().contains(QStringLiteral("Layered function keys › Layer 0 F24 › Description")))
+        << undo->text().toStdString();
     undo->trigger();
     EXPECT_EQ(desk.Find<QLineEdit>("txtSymbolDesc")->text(), QString());
-    EXPECT_EQ(desk.workbench.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
+    EXPECT_EQ(desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
 
     desk.Page("magnetCard");
     auto* tracks = desk.Find<QListWidget>("trackList");

@@ -15,7 +15,7 @@ namespace {
 
 TEST(Pages, FunctionKeysOfOtherModelsAreWrittenToo) {
     Desk desk("x1-4620");
-    auto& control = desk.workbench.ControlOf<QXFreeProgKeys>("funcKeys4620");
+    auto& control = desk.ControlOf<QXFreeProgKeys>("funcKeys4620");
     const auto stored = StoredFreeProgKeys(control.Sequences(), MODULE_FUNCKEYS_X1_4620);
     ASSERT_FALSE(stored.empty());
     desk.Edit("funcKeys4620", stored.front());
@@ -97,7 +97,7 @@ TEST(Pages, RecordsOnlyCodesThatAKeyboardStores) {
 
 TEST(Pages, OffersTheTracksThatThereAre) {
     Desk desk;
-    auto& card = desk.workbench.ControlOf<QXMagnetCard>("magnetCard");
+    auto& card = desk.ControlOf<QXMagnetCard>("magnetCard");
     desk.Page("magnetCard");
     desk.Find<QListWidget>("trackList")->setCurrentRow(1);
     card.Track(2).SetAvailable(false); // as on a keyboard without it

@@ -100,7 +100,7 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
           head + "Layer 3|Key|Description|Sequence|F8|Kasse &amp; &lt;b&gt;|Ctrl C ^C ^Ctrl|2/3|",
           head + "Layer 9|Key|Description|Sequence|F24|E ^E|"
                  "POS blocks|Slot|Block|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
-                 "Readers|Input|Header|Terminator|Magnetic track 1|A ^A|(off) B ^B|"
+                 "Readers|Input|Prefix|Suffix|Magnetic track 1|A ^A|(off) B ^B|"
                  "Magnetic track 2 (not read)|(off)|(empty)|Magnetic track 3|(empty)|C ^C|"
                  "Magnetic track 4|(empty)|(empty)|3/3|"})
         EXPECT_NE(texts.find(part), std::string::npos) << part << "\n" << texts;
@@ -186,13 +186,13 @@ TEST(Commands, TestDriveTellsWhatThePcReceives) {
               std::string::npos);
 
     const Json pressed =
-        Json::parse(keyboard.Done({"--json", "test-drive", "function", "5", "--layer", "3"}));
+        Json::parse(keyboard.Done({"--json", "test-drive", "function", "6", "--layer", "3"}));
     EXPECT_EQ(pressed["schema"], 1);
-    EXPECT_EQ(pressed["received"][0]["origin"], "layer 3 key 5");
+    EXPECT_EQ(pressed["received"][0]["origin"], "layer 3 F6");
     const Json release = {{"key", 110}, {"caption", "Escape key"}, {"released", true}};
     EXPECT_EQ(pressed["received"][0]["keys"][1], release);
     EXPECT_TRUE(
-        Json::parse(keyboard.Done({"--json", "test-drive", "function", "5"}))["received"].empty());
+        Json::parse(keyboard.Done({"--json", "test-drive", "function", "6"}))["received"].empty());
 
     const Outcome library = CommandLine(Driver::Library).Run({"test-drive", "key", "31"});
     EXPECT_EQ(library.status, 2);

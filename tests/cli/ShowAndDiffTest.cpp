@@ -18,13 +18,12 @@ TEST(ShowAndDiff, DiffSpeaksOfSettings) {
     const std::string file = keyboard.Write("changed.json", changed.dump());
     const Outcome outcome = keyboard.Run({"diff", file});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.out.find("barcode Code39 minimum length 1 → 4\n"), std::string::npos)
+    EXPECT_NE(outcome.out.find("barcode Code 39 minimum length 1 → 4\n"), std::string::npos)
         << outcome.out;
-    EXPECT_NE(outcome.out.find("POS key 12: (none) → Esc ^Esc\n"), std::string::npos)
+    EXPECT_NE(outcome.out.find("POS key 12 (F12): (none) → Esc ^Esc\n"), std::string::npos)
         << outcome.out;
-    EXPECT_NE(
-        outcome.out.find("layered function key layer 9 key 23 description (none) → \"Größe\"\n"),
-        std::string::npos)
+    EXPECT_NE(outcome.out.find("layered function key layer 9 F24 description (none) → \"Größe\"\n"),
+              std::string::npos)
         << outcome.out;
     keyboard.Done({"download", file});
     EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
@@ -44,13 +43,14 @@ TEST(ShowAndDiff, ShowTellsKeysByTheirCaptions) {
                                                        "                sequence\n"
                                                        "  key 112 (F1)  Esc ^Esc\n");
     const std::string layers = keyboard.Done({"show", "layeredFuncKeys"});
-    EXPECT_NE(layers.find("                  sequence         description\n"
-                          "  layer 0 key 3   Ctrl C ^C ^Ctrl  \"Größe\"\n"
-                          "  layer 9 key 23                   \"Copy\"\n"),
+    EXPECT_NE(layers.find("               sequence         description\n"
+                          "  layer 0 F4   Ctrl C ^C ^Ctrl  \"Größe\"\n"
+                          "  layer 9 F24                   \"Copy\"\n"),
               std::string::npos)
         << layers;
-    EXPECT_NE(keyboard.Done({"show", "magnetCard"}).find("\n  magnetic card verify LRC "),
-              std::string::npos);
+    EXPECT_NE(
+        keyboard.Done({"show", "magnetCard"}).find("\n  magnetic card verify checksum (LRC) "),
+        std::string::npos);
 }
 
 TEST(ShowAndDiff, DiffTellsOnceOfASectionThatOneSideLacks) {

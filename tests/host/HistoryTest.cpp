@@ -76,10 +76,10 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     Edited edited;
     edited.MinLength(3);
     edited.MinLength(4);
-    EXPECT_EQ(edited.history->UndoName(), "barcode Code39 minimum length");
+    EXPECT_EQ(ToText(edited.history->ToUndo().name), "barcode Code 39 minimum length");
     edited.history->Undo();
     EXPECT_FALSE(edited.history->CanUndo()) << "a run is one step";
-    EXPECT_EQ(edited.history->RedoName(), "barcode Code39 minimum length");
+    EXPECT_EQ(ToText(edited.history->ToRedo().name), "barcode Code 39 minimum length");
     edited.Delay(9);
     EXPECT_FALSE(edited.history->CanRedo()) << "an edit after undo starts a new way";
     EXPECT_FALSE(edited.Note(edited.Control<QXCommonKeyboard>("commonKeyboard")))
@@ -151,8 +151,8 @@ TEST(History, CarriesWhatControlsHoldNotWhatDocumentsAccept) {
     const Guid guid = layered.Identifier();
     layered.SetIdentifier({1, 2, 3, {}});
     edited.Note(layered);
-    EXPECT_EQ(edited.history->UndoName().find("layered function key identifier (+2)"), 0U)
-        << edited.history->UndoName();
+    EXPECT_EQ(ToText(edited.history->ToUndo().name), "layered function key identifier");
+    EXPECT_EQ(edited.history->ToUndo().others, 2U);
     POSBlock& block = pos.PosData().Block(5); // in a slot that is not its lowest key
     block.AddKey(5);
     block.AddKey(2);

@@ -263,7 +263,7 @@ TEST_F(OddKeyboards, AnIdentifierThatTheDocumentLacksStays) {
         const auto read = configuration.Read(document);
         EXPECT_EQ(configuration.Write(read).Find("layeredFuncKeys")->count("guid"), 0U);
         for (const auto& difference : Compare(held, configuration.List(read)))
-            EXPECT_EQ(difference.name.find("identifier"), std::string::npos) << difference.name;
+            EXPECT_EQ(ToText(difference).find("identifier"), std::string::npos) << ToText(difference);
         session.Download(read);
         EXPECT_EQ(driver.memory.substr(0x3000, 16), guid);
         EXPECT_EQ(driver.memory.substr(0x4000, 30720), std::string(30720, '\0'));

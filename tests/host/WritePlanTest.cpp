@@ -76,7 +76,8 @@ TEST_F(WritePlanTest, OneChangedKeyIsFewBytesWithItsSetting) {
     EXPECT_EQ(plan.ranges[0].section, "layeredFuncKeys");
     EXPECT_EQ(plan.ranges[0].address, 36864 + 128 * (3 * 24 + 5));
     ASSERT_EQ(plan.ranges[0].settings.size(), 1U);
-    EXPECT_EQ(plan.ranges[0].settings[0], "layered function key layer 3 key 5: (none) → Esc ^Esc");
+    EXPECT_EQ(ToText(plan.ranges[0].settings[0]),
+              "layered function key layer 3 F6: (none) → Esc ^Esc");
 }
 
 // Each range names its own settings and no other's, also where several change at once.
@@ -123,15 +124,17 @@ TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
     const Long pos = *driver.Model().AddressOf(MODULE_POS);
     std::map<int, std::string> told; // of each key, the places' names
     for (const PlannedRange& range : plan.ranges)
-        for (const std::string& setting : range.settings)
-            told[1 + (range.address - pos) / 32] += setting.substr(0, setting.find(':')) + "; ";
+        for (const Difference& setting : range.settings) {
+            const std::string text = ToText(setting);
+            told[1 + (range.address - pos) / 32] += text.substr(0, text.find(':')) + "; ";
+        }
     EXPECT_EQ(told, (std::map<int, std::string>{
-                        {1, "POS key 1 keys (none) → Esc Home; POS key 1; "},
-                        {3, "POS key 3 keys F2 0 → F2 L; "},
-                        {20, "POS key 1 keys (none) → Esc Home; "},
-                        {40, "POS key 3 keys F2 0 → F2 L; "},
-                        {70, "POS key 3 keys F2 0 → F2 L; "},
-                        {90, "POS key 90; "},
+                        {1, "POS key 1 (Esc) keys (none) → Esc Home; POS key 1 (Esc); "},
+                        {3, "POS key 3 (F2) keys F2 0 → F2 L; "},
+                        {20, "POS key 1 (Esc) keys (none) → Esc Home; "},
+                        {40, "POS key 3 (F2) keys F2 0 → F2 L; "},
+                        {70, "POS key 3 (F2) keys F2 0 → F2 L; "},
+                        {90, "POS key 90 (Alt); "},
                     }));
 }
 
@@ -148,10 +151,9 @@ TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
     for (int key = 0; key < 240; ++key) {
         const auto& settings = plan.ranges[static_cast<std::size_t>(key)].settings;
         ASSERT_EQ(settings.size(), 1U);
-        EXPECT_EQ(settings[0].find("layered function key layer " + std::to_string(key / 24) +
-                                   " key " + std::to_string(key % 24) + ": (none) → "),
-                  0U)
-            << settings[0];
+        EXPECT_EQ(ToText(settings[0].name), "layered function key layer " +
+                                                std::to_string(key / 24) + " F" +
+                                                std::to_string(key % 24 + 1));
     }
 }
 
@@ -192,7 +194,7 @@ TEST_F(WritePlanTest, ADocumentExpressesWhateverTheKeyboardHolds) {
 
         const WritePlan plan = NewPlanner().ForSettings(read);
         for (const Difference& difference : plan.settings)
-            EXPECT_TRUE(difference.name.ends_with(" fixed bytes")) << difference.name;
+            EXPECT_EQ(difference.name.parts.back().key, "fixedBytes") << ToText(difference);
         EXPECT_EQ(plan.IsEmpty(), plan.settings.empty());
         for (const ByteRange& range : plan.ranges)
             EXPECT_TRUE(range.section == "barcode" || range.section == "magnetCard");
@@ -309,7 +311,7 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     EXPECT_EQ(repair.after.Bytes(pos + 6 * 32, 3), std::string("\xFF\0\0", 3));
     EXPECT_EQ(NewPlanner().Document(repair.before).Find("pos"), nullptr);
     ASSERT_EQ(repair.settings.size(), 2U);
-    EXPECT_EQ(ToText(repair.settings[1]), "section pos (damaged) → (sound)");
+    EXPECT_EQ(ToText(repair.settings[1]), "POS (damaged) → (sound)");
 }
 
 TEST(DifferencesTest, ChangesNearEachOtherAreOneRange) {

@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<TS version="2.1" language="de_DE" sourcelanguage="de_DE">
+<TS version="2.1" language="de_DE" sourcelanguage="en">
 <context>
     <name>Application</name>
     <message>
@@ -19,6 +19,10 @@
         <translation>Als Dokument ö&amp;ffnen</translation>
     </message>
     <message>
+        <source>Before each write, everything that the keyboard holds is saved here. Each backup is kept for at least %1 days.</source>
+        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
+    </message>
+    <message>
         <source>Backups</source>
         <translation>Sicherungen</translation>
     </message>
@@ -34,9 +38,40 @@
         <source>The backups could not be listed.</source>
         <translation>Die Sicherungen konnten nicht aufgelistet werden.</translation>
     </message>
+</context>
+<context>
+    <name>BarcodeFace</name>
     <message>
-        <source>Before each write, everything that the keyboard holds is saved here. Each backup is kept for at least %1 days.</source>
-        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
+        <source>Codes and readers</source>
+        <translation>Codes und Leser</translation>
+    </message>
+    <message>
+        <source>Keys sent before and after each code of %1</source>
+        <translation>Tasten vor und nach jedem Code von %1</translation>
+    </message>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Edit this sequence of keys</source>
+        <translation>Diese Tastenfolge bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Remove this sequence of keys</source>
+        <translation>Diese Tastenfolge entfernen</translation>
+    </message>
+    <message>
+        <source>%1 (not kept by the keyboard)</source>
+        <translation>%1 (speichert die Tastatur nicht)</translation>
+    </message>
+    <message>
+        <source>%1 (reads this kind of code)</source>
+        <translation>%1 (liest diese Codeart)</translation>
     </message>
 </context>
 <context>
@@ -51,247 +86,180 @@
     </message>
 </context>
 <context>
-    <name>ControlTexts</name>
+    <name>Discard</name>
     <message>
-        <source>Keyboard</source>
+        <source>Discard the changes?</source>
+        <translation>Änderungen verwerfen?</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Keep editing</source>
+        <translation>&amp;Weiter bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>DocumentMenu</name>
+    <message>
+        <source>Keyboard documents (*.json);;All files (*)</source>
+        <translation>Tastaturdokumente (*.json);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Save the changes to %1?</source>
+        <translation>Die Änderungen an %1 speichern?</translation>
+    </message>
+    <message>
+        <source>Not saved</source>
+        <translation>Nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>Save &amp;as…</source>
+        <translation>Speichern &amp;unter …</translation>
+    </message>
+    <message>
+        <source>Unsaved work</source>
+        <translation>Nicht gespeicherte Arbeit</translation>
+    </message>
+    <message>
+        <source>&amp;Open it</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Discard it</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>Open document</source>
+        <translation>Dokument öffnen</translation>
+    </message>
+    <message>
+        <source>Save document</source>
+        <translation>Dokument speichern</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>&amp;Neu</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>untitled</source>
+        <translation>unbenannt</translation>
+    </message>
+    <message>
+        <source>No copy of the unsaved changes can be kept: a crash would lose them.</source>
+        <translation>Von den ungespeicherten Änderungen kann keine Kopie abgelegt werden: Bei einem Absturz gingen sie verloren.</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened.</source>
+        <translation>%1 konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Opened %1.</source>
+        <translation>%1 wurde geöffnet.</translation>
+    </message>
+    <message>
+        <source>It was made for a keyboard %1; this one is a %2.</source>
+        <translation>Es ist für eine Tastatur %1 gemacht; diese ist eine %2.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no module for: %1. The document keeps these settings; writing leaves them out.</source>
+        <translation>Diese Tastatur hat kein Modul für: %1. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
+    </message>
+    <message>
+        <source>Opened as an untitled document: %1.</source>
+        <translation>Als unbenanntes Dokument geöffnet: %1.</translation>
+    </message>
+    <message>
+        <source>an untitled document</source>
+        <translation>einem unbenannten Dokument</translation>
+    </message>
+    <message>
+        <source>The program ended before the changes to %1 were saved (%2). Open them as an untitled document?</source>
+        <translation>Das Programm wurde beendet, bevor die Änderungen an %1 gespeichert waren (%2). Als unbenanntes Dokument öffnen?</translation>
+    </message>
+    <message>
+        <source>Opened the unsaved changes to %1; they are not saved yet.</source>
+        <translation>Die ungespeicherten Änderungen an %1 sind geöffnet; sie sind noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Unsaved work could not be opened.</source>
+        <translation>Die nicht gespeicherte Arbeit konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>keyboard</source>
         <translation>Tastatur</translation>
     </message>
     <message>
-        <source>Magnetic card reader</source>
-        <translation>Magnetkartenleser</translation>
+        <source>Saved %1.</source>
+        <translation>%1 wurde gespeichert.</translation>
     </message>
     <message>
-        <source>Barcode reader</source>
-        <translation>Barcodeleser</translation>
+        <source>%1 could not be saved.</source>
+        <translation>%1 konnte nicht gespeichert werden.</translation>
     </message>
     <message>
-        <source>Free keys</source>
-        <translation>Freie Tasten</translation>
+        <source>%1 could not be saved automatically. Save it under another name.</source>
+        <translation>%1 konnte nicht automatisch gespeichert werden. Speichern Sie es unter einem anderen Namen.</translation>
     </message>
     <message>
-        <source>Function keys 4610</source>
-        <translation>Funktionstasten 4610</translation>
+        <source>No documents yet</source>
+        <translation>Noch keine Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>EditRequests</name>
+    <message>
+        <source>Remove block %1 and the sequence that its keys send?</source>
+        <translation>Block %1 und die Folge, die seine Tasten senden, entfernen?</translation>
     </message>
     <message>
-        <source>Function keys 4620</source>
-        <translation>Funktionstasten 4620</translation>
+        <source>Remove all POS blocks?</source>
+        <translation>Alle POS-Blöcke entfernen?</translation>
     </message>
     <message>
-        <source>Function keys 4630</source>
-        <translation>Funktionstasten 4630</translation>
+        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A press on the screen records the key and its release. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede kommt zur Folge. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
     </message>
     <message>
-        <source>Layered function keys</source>
-        <translation>Funktionstasten in Ebenen</translation>
+        <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
+        <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf Tasten, die hinein oder hinaus sollen. Alle Tasten eines Blocks senden seine Folge. Eine Taste gehört zu höchstens einem Block.</translation>
     </message>
     <message>
-        <source>POS keys</source>
-        <translation>POS-Tasten</translation>
+        <source>Connect a keyboard first, or the simulated one: the editor works with its keys.</source>
+        <translation>Verbinden Sie zuerst eine Tastatur oder die simulierte: Der Editor arbeitet mit ihren Tasten.</translation>
     </message>
     <message>
-        <source>Common settings</source>
-        <translation>Allgemeines</translation>
+        <source>The keyboard reported a failure to the editor.</source>
+        <translation>Die Tastatur hat dem Editor einen Fehler gemeldet.</translation>
     </message>
     <message>
-        <source>Code 25 overlapped</source>
-        <translation>Code 25 überlappend</translation>
+        <source>Left out, because no keyboard can store them: the codes %1</source>
+        <translation>Weggelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
     </message>
-    <message>
-        <source>Code 25 industrial</source>
-        <translation>Code 25 industriell</translation>
-    </message>
-    <message>
-        <source>Code 25 matrix</source>
-        <translation>Code 25 Matrix</translation>
-    </message>
-    <message>
-        <source>Reader 1</source>
-        <translation>Leser 1</translation>
-    </message>
-    <message>
-        <source>Reader 2</source>
-        <translation>Leser 2</translation>
-    </message>
-    <message>
-        <source>Pause between two characters (output delay)</source>
-        <translation>Pause zwischen zwei Zeichen (Ausgabeverzögerung)</translation>
-    </message>
-    <message>
-        <source>Tracks</source>
-        <translation>Spuren</translation>
-    </message>
-    <message>
-        <source>All tracks</source>
-        <translation>Alle Spuren</translation>
-    </message>
-    <message>
-        <source>This track</source>
-        <translation>Diese Spur</translation>
-    </message>
-    <message>
-        <source>Keys sent before and after the track&apos;s data</source>
-        <translation>Tasten vor und nach den Daten der Spur</translation>
-    </message>
-    <message>
-        <source>Read this track</source>
-        <translation>Diese Spur lesen</translation>
-    </message>
-    <message>
-        <source>Send header</source>
-        <translation>Präfix senden</translation>
-    </message>
-    <message>
-        <source>Send terminator</source>
-        <translation>Suffix senden</translation>
-    </message>
-    <message>
-        <source>Edit…</source>
-        <translation>Bearbeiten …</translation>
-    </message>
-    <message>
-        <source>Edit the header</source>
-        <translation>Das Präfix bearbeiten</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
-    </message>
-    <message>
-        <source>Remove the header</source>
-        <translation>Das Präfix entfernen</translation>
-    </message>
-    <message>
-        <source>Edit the terminator</source>
-        <translation>Das Suffix bearbeiten</translation>
-    </message>
-    <message>
-        <source>Remove the terminator</source>
-        <translation>Das Suffix entfernen</translation>
-    </message>
-    <message>
-        <source>Send each track as soon as it is read</source>
-        <translation>Jede Spur senden, sobald sie gelesen ist</translation>
-    </message>
-    <message>
-        <source>Track %1</source>
-        <translation>Spur %1</translation>
-    </message>
-    <message>
-        <source>Show released keys</source>
-        <translation>Losgelassene Tasten zeigen</translation>
-    </message>
-    <message>
-        <source>Option %1</source>
-        <translation>Option %1</translation>
-    </message>
-    <message>
-        <source>%1 (not kept by the keyboard)</source>
-        <translation>%1 (speichert die Tastatur nicht)</translation>
-    </message>
-    <message>
-        <source>Read this kind of code</source>
-        <translation>Diese Codeart lesen</translation>
-    </message>
-    <message>
-        <source>Codes and readers</source>
-        <translation>Codes und Leser</translation>
-    </message>
-    <message>
-        <source>Keys sent before and after each code of %1</source>
-        <translation>Tasten vor und nach jedem Code von %1</translation>
-    </message>
-    <message>
-        <source>Shortest code</source>
-        <translation>Kürzester Code</translation>
-    </message>
-    <message>
-        <source>Longest code</source>
-        <translation>Längster Code</translation>
-    </message>
-    <message>
-        <source>Edit this sequence of keys</source>
-        <translation>Diese Tastenfolge bearbeiten</translation>
-    </message>
-    <message>
-        <source>Remove this sequence of keys</source>
-        <translation>Diese Tastenfolge entfernen</translation>
-    </message>
-    <message>
-        <source>Clear key</source>
-        <translation>Taste leeren</translation>
-    </message>
-    <message>
-        <source>Remove the current key&apos;s sequence</source>
-        <translation>Die Folge der gewählten Taste entfernen</translation>
-    </message>
-    <message>
-        <source>Clear all keys…</source>
-        <translation>Alle Tasten leeren …</translation>
-    </message>
-    <message>
-        <source>Remove the sequences of all keys</source>
-        <translation>Die Folgen aller Tasten entfernen</translation>
-    </message>
-    <message>
-        <source>The key sends:</source>
-        <translation>Die Taste sendet:</translation>
-    </message>
-    <message>
-        <source>Clear layer…</source>
-        <translation>Ebene leeren …</translation>
-    </message>
-    <message>
-        <source>Remove the sequences of this layer</source>
-        <translation>Die Folgen dieser Ebene entfernen</translation>
-    </message>
-    <message>
-        <source>Clear all layers…</source>
-        <translation>Alle Ebenen leeren …</translation>
-    </message>
-    <message>
-        <source>Remove the sequences of all layers</source>
-        <translation>Die Folgen aller Ebenen entfernen</translation>
-    </message>
-    <message>
-        <source>Next layer</source>
-        <translation>Nächste Ebene</translation>
-    </message>
-    <message>
-        <source>Show the next layer</source>
-        <translation>Die nächste Ebene zeigen</translation>
-    </message>
-    <message>
-        <source>Previous layer</source>
-        <translation>Vorige Ebene</translation>
-    </message>
-    <message>
-        <source>Show the previous layer</source>
-        <translation>Die vorige Ebene zeigen</translation>
-    </message>
-    <message>
-        <source>Description of the key</source>
-        <translation>Beschreibung der Taste</translation>
-    </message>
-    <message>
-        <source>Layer</source>
-        <translation>Ebene</translation>
-    </message>
-    <message>
-        <source>Blocks:</source>
-        <translation>Blöcke:</translation>
-    </message>
-    <message>
-        <source>Edit blocks…</source>
-        <translation>Blöcke bearbeiten …</translation>
-    </message>
-    <message>
-        <source>Clear all blocks…</source>
-        <translation>Alle Blöcke leeren …</translation>
-    </message>
-    <message>
-        <source>Remove all blocks and their sequences</source>
-        <translation>Alle Blöcke und ihre Folgen entfernen</translation>
-    </message>
+</context>
+<context>
+    <name>EditorTexts</name>
     <message>
         <source>OK</source>
         <translation>OK</translation>
@@ -337,6 +305,14 @@
         <translation>Die nächste freie Taste, die Sie anklicken, beginnt ihn</translation>
     </message>
     <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Edit the sequence of this block</source>
+        <translation>Die Folge dieses Blocks bearbeiten</translation>
+    </message>
+    <message>
         <source>Remove block</source>
         <translation>Block entfernen</translation>
     </message>
@@ -349,8 +325,20 @@
         <translation>Alle Blöcke entfernen …</translation>
     </message>
     <message>
+        <source>Remove all blocks and their sequences</source>
+        <translation>Alle Blöcke und ihre Folgen entfernen</translation>
+    </message>
+    <message>
         <source>POS blocks</source>
         <translation>POS-Blöcke</translation>
+    </message>
+    <message>
+        <source>Blocks:</source>
+        <translation>Blöcke:</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
     </message>
     <message>
         <source>Keys</source>
@@ -364,231 +352,6 @@
         <source>Each key sends</source>
         <translation>Jede Taste sendet</translation>
     </message>
-    <message>
-        <source>Verify checksum (LRC)</source>
-        <translation>Prüfsumme (LRC) prüfen</translation>
-    </message>
-    <message>
-        <source>Verify last character</source>
-        <translation>Letztes Zeichen prüfen</translation>
-    </message>
-    <message>
-        <source>Edit the current key&apos;s sequence</source>
-        <translation>Die Folge der gewählten Taste bearbeiten</translation>
-    </message>
-    <message>
-        <source>Group keys into blocks that send one sequence</source>
-        <translation>Tasten zu Blöcken zusammenfassen, die eine Folge senden</translation>
-    </message>
-    <message>
-        <source>Edit the sequence of this block</source>
-        <translation>Die Folge dieses Blocks bearbeiten</translation>
-    </message>
-    <message>
-        <source>Number</source>
-        <translation>Nummer</translation>
-    </message>
-</context>
-<context>
-    <name>Discard</name>
-    <message>
-        <source>Discard the changes?</source>
-        <translation>Änderungen verwerfen?</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>&amp;Verwerfen</translation>
-    </message>
-    <message>
-        <source>&amp;Keep editing</source>
-        <translation>&amp;Weiter bearbeiten</translation>
-    </message>
-</context>
-<context>
-    <name>DocumentMenu</name>
-    <message>
-        <source>Keyboard documents (*.json);;All files (*)</source>
-        <translation>Tastaturdokumente (*.json);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Unsaved changes</source>
-        <translation>Ungespeicherte Änderungen</translation>
-    </message>
-    <message>
-        <source>Save the changes to %1?</source>
-        <translation>Die Änderungen an %1 speichern?</translation>
-    </message>
-    <message>
-        <source>Open document</source>
-        <translation>Dokument öffnen</translation>
-    </message>
-    <message>
-        <source>Save document</source>
-        <translation>Dokument speichern</translation>
-    </message>
-    <message>
-        <source>&amp;New</source>
-        <translation>&amp;Neu</translation>
-    </message>
-    <message>
-        <source>&amp;Open…</source>
-        <translation>Ö&amp;ffnen …</translation>
-    </message>
-    <message>
-        <source>Open &amp;recent</source>
-        <translation>&amp;Zuletzt geöffnet</translation>
-    </message>
-    <message>
-        <source>&amp;Save</source>
-        <translation>&amp;Speichern</translation>
-    </message>
-    <message>
-        <source>Save &amp;as…</source>
-        <translation>Speichern &amp;unter …</translation>
-    </message>
-    <message>
-        <source>untitled</source>
-        <translation>unbenannt</translation>
-    </message>
-    <message>
-        <source>Opened %1.</source>
-        <translation>%1 wurde geöffnet.</translation>
-    </message>
-    <message>
-        <source>keyboard</source>
-        <translation>Tastatur</translation>
-    </message>
-    <message>
-        <source>Saved %1.</source>
-        <translation>%1 wurde gespeichert.</translation>
-    </message>
-    <message>
-        <source>No documents yet</source>
-        <translation>Noch keine Dokumente</translation>
-    </message>
-    <message>
-        <source>It was made for a keyboard %1; this one is a %2.</source>
-        <translation>Es ist für eine Tastatur %1 gemacht; diese ist eine %2.</translation>
-    </message>
-    <message>
-        <source>This keyboard has no module for: %1. The document keeps these settings; writing leaves them out.</source>
-        <translation>Diese Tastatur hat kein Modul für: %1. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
-    </message>
-    <message>
-        <source>Opened as an untitled document: %1.</source>
-        <translation>Als unbenanntes Dokument geöffnet: %1.</translation>
-    </message>
-    <message>
-        <source>Not saved</source>
-        <translation>Nicht gespeichert</translation>
-    </message>
-    <message>
-        <source>Unsaved work</source>
-        <translation>Nicht gespeicherte Arbeit</translation>
-    </message>
-    <message>
-        <source>&amp;Open it</source>
-        <translation>Ö&amp;ffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Discard it</source>
-        <translation>&amp;Verwerfen</translation>
-    </message>
-    <message>
-        <source>&amp;Later</source>
-        <translation>&amp;Später</translation>
-    </message>
-    <message>
-        <source>No copy of the unsaved changes can be kept: a crash would lose them.</source>
-        <translation>Von den ungespeicherten Änderungen kann keine Kopie abgelegt werden: Bei einem Absturz gingen sie verloren.</translation>
-    </message>
-    <message>
-        <source>%1 could not be opened.</source>
-        <translation>%1 konnte nicht geöffnet werden.</translation>
-    </message>
-    <message>
-        <source>an untitled document</source>
-        <translation>einem unbenannten Dokument</translation>
-    </message>
-    <message>
-        <source>The program ended before the changes to %1 were saved (%2). Open them as an untitled document?</source>
-        <translation>Das Programm wurde beendet, bevor die Änderungen an %1 gespeichert waren (%2). Als unbenanntes Dokument öffnen?</translation>
-    </message>
-    <message>
-        <source>Opened the unsaved changes to %1; they are not saved yet.</source>
-        <translation>Die ungespeicherten Änderungen an %1 sind geöffnet; sie sind noch nicht gespeichert.</translation>
-    </message>
-    <message>
-        <source>Unsaved work could not be opened.</source>
-        <translation>Die nicht gespeicherte Arbeit konnte nicht geöffnet werden.</translation>
-    </message>
-    <message>
-        <source>%1 could not be saved.</source>
-        <translation>%1 konnte nicht gespeichert werden.</translation>
-    </message>
-    <message>
-        <source>%1 could not be saved automatically. Save it under another name.</source>
-        <translation>%1 konnte nicht automatisch gespeichert werden. Speichern Sie es unter einem anderen Namen.</translation>
-    </message>
-</context>
-<context>
-    <name>EditRequests</name>
-    <message>
-        <source>Remove block %1 and the sequence that its keys send?</source>
-        <translation>Block %1 und die Folge, die seine Tasten senden, entfernen?</translation>
-    </message>
-    <message>
-        <source>Remove all POS blocks?</source>
-        <translation>Alle POS-Blöcke entfernen?</translation>
-    </message>
-    <message>
-        <source>Connect a keyboard first, or the simulated one: the editor works with its keys.</source>
-        <translation>Verbinden Sie zuerst eine Tastatur oder die simulierte: Der Editor arbeitet mit ihren Tasten.</translation>
-    </message>
-    <message>
-        <source>Pick a key first.</source>
-        <translation>Wählen Sie zuerst eine Taste.</translation>
-    </message>
-    <message>
-        <source>This key cannot be programmed.</source>
-        <translation>Diese Taste ist nicht programmierbar.</translation>
-    </message>
-    <message>
-        <source>Clear all keys of this module?</source>
-        <translation>Alle Tasten dieses Moduls leeren?</translation>
-    </message>
-    <message>
-        <source>Clear all keys of layer %1?</source>
-        <translation>Alle Tasten der Ebene %1 leeren?</translation>
-    </message>
-    <message>
-        <source>Clear all keys of all layers?</source>
-        <translation>Alle Tasten aller Ebenen leeren?</translation>
-    </message>
-    <message>
-        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A press on the screen records the key and its release. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
-        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede kommt zur Folge. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
-    </message>
-    <message>
-        <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
-        <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf Tasten, die hinein oder hinaus sollen. Alle Tasten eines Blocks senden seine Folge. Eine Taste gehört zu höchstens einem Block.</translation>
-    </message>
-    <message>
-        <source>This module has no place for this key in the keyboard.</source>
-        <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
-    </message>
-    <message>
-        <source>The keyboard reported a failure to the editor.</source>
-        <translation>Die Tastatur hat dem Editor einen Fehler gemeldet.</translation>
-    </message>
-    <message>
-        <source>This keyboard cannot read track %1.</source>
-        <translation>Diese Tastatur kann Spur %1 nicht lesen.</translation>
-    </message>
-    <message>
-        <source>Left out, because no keyboard can store them: the codes %1</source>
-        <translation>Weggelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
-    </message>
 </context>
 <context>
     <name>EndSignals</name>
@@ -600,6 +363,10 @@
 <context>
     <name>Failures</name>
     <message>
+        <source>This cannot be done.</source>
+        <translation>Das ist nicht möglich.</translation>
+    </message>
+    <message>
         <source>The keyboard could not be opened.</source>
         <translation>Die Tastatur ließ sich nicht öffnen.</translation>
     </message>
@@ -610,10 +377,6 @@
     <message>
         <source>A file could not be read or written.</source>
         <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
-    </message>
-    <message>
-        <source>This cannot be done.</source>
-        <translation>Das ist nicht möglich.</translation>
     </message>
     <message>
         <source>The keyboard does not hold the settings written.</source>
@@ -632,6 +395,10 @@
         <translation>Ein anderes Programm schreibt gerade in diese Tastatur.</translation>
     </message>
     <message>
+        <source>It was stopped before anything was written.</source>
+        <translation>Der Vorgang wurde angehalten, bevor etwas geschrieben war.</translation>
+    </message>
+    <message>
         <source>An interrupted write must be finished or rolled back first.</source>
         <translation>Ein unterbrochener Schreibvorgang muss zuerst abgeschlossen oder zurückgenommen werden.</translation>
     </message>
@@ -646,10 +413,6 @@
     <message>
         <source>The model of the simulated keyboard has faults.</source>
         <translation>Das Modell der simulierten Tastatur ist fehlerhaft.</translation>
-    </message>
-    <message>
-        <source>It was stopped before anything was written.</source>
-        <translation>Der Vorgang wurde angehalten, bevor etwas geschrieben war.</translation>
     </message>
     <message>
         <source>%1: a number was limited to those that a document can hold (%2).</source>
@@ -715,6 +478,10 @@
 <context>
     <name>FilesPage</name>
     <message>
+        <source>File to keyboard</source>
+        <translation>Datei in Tastatur</translation>
+    </message>
+    <message>
         <source>Keyboard program</source>
         <translation>Programm der Tastatur</translation>
     </message>
@@ -751,28 +518,12 @@
         <translation>Codepage</translation>
     </message>
     <message>
-        <source>Compare with file…</source>
-        <translation>Mit Datei vergleichen …</translation>
-    </message>
-    <message>
-        <source>File to keyboard: %1 loaded from %2.</source>
-        <translation>Datei in Tastatur: %1 aus %2 geladen.</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s code page equals %1.</source>
-        <translation>Die Codepage der Tastatur ist gleich %1.</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s code page differs from %1.</source>
-        <translation>Die Codepage der Tastatur weicht von %1 ab.</translation>
-    </message>
-    <message>
-        <source>File to keyboard</source>
-        <translation>Datei in Tastatur</translation>
-    </message>
-    <message>
         <source>Compares the keyboard&apos;s code page with a file.</source>
         <translation>Vergleicht die Codepage der Tastatur mit einer Datei.</translation>
+    </message>
+    <message>
+        <source>Compare with file…</source>
+        <translation>Mit Datei vergleichen …</translation>
     </message>
     <message>
         <source>%1: replace what the keyboard holds with the file %2?</source>
@@ -799,8 +550,67 @@
         <translation>%1 wurde nicht geladen.</translation>
     </message>
     <message>
+        <source>File to keyboard: %1 loaded from %2.</source>
+        <translation>Datei in Tastatur: %1 aus %2 geladen.</translation>
+    </message>
+    <message>
         <source>The code page was not compared.</source>
         <translation>Die Codepage wurde nicht verglichen.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s code page equals %1.</source>
+        <translation>Die Codepage der Tastatur ist gleich %1.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s code page differs from %1.</source>
+        <translation>Die Codepage der Tastatur weicht von %1 ab.</translation>
+    </message>
+</context>
+<context>
+    <name>FreeProgKeysFace</name>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Edit the current key&apos;s sequence</source>
+        <translation>Die Folge der gewählten Taste bearbeiten</translation>
+    </message>
+    <message>
+        <source>Clear key</source>
+        <translation>Taste leeren</translation>
+    </message>
+    <message>
+        <source>Remove the current key&apos;s sequence</source>
+        <translation>Die Folge der gewählten Taste entfernen</translation>
+    </message>
+    <message>
+        <source>Clear all keys…</source>
+        <translation>Alle Tasten leeren …</translation>
+    </message>
+    <message>
+        <source>Remove the sequences of all keys</source>
+        <translation>Die Folgen aller Tasten entfernen</translation>
+    </message>
+    <message>
+        <source>The key sends:</source>
+        <translation>Die Taste sendet:</translation>
+    </message>
+    <message>
+        <source>Pick a key first.</source>
+        <translation>Wählen Sie zuerst eine Taste.</translation>
+    </message>
+    <message>
+        <source>This key cannot be programmed.</source>
+        <translation>Diese Taste ist nicht programmierbar.</translation>
+    </message>
+    <message>
+        <source>Clear all keys of this module?</source>
+        <translation>Alle Tasten dieses Moduls leeren?</translation>
+    </message>
+    <message>
+        <source>This module has no place for this key in the keyboard.</source>
+        <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
     </message>
 </context>
 <context>
@@ -878,11 +688,11 @@
         <translation>Eingang</translation>
     </message>
     <message>
-        <source>Header</source>
+        <source>Prefix</source>
         <translation>Präfix</translation>
     </message>
     <message>
-        <source>Terminator</source>
+        <source>Suffix</source>
         <translation>Suffix</translation>
     </message>
     <message>
@@ -966,7 +776,125 @@
     </message>
 </context>
 <context>
+    <name>LayeredFuncKeysFace</name>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Edit the current key&apos;s sequence</source>
+        <translation>Die Folge der gewählten Taste bearbeiten</translation>
+    </message>
+    <message>
+        <source>Clear key</source>
+        <translation>Taste leeren</translation>
+    </message>
+    <message>
+        <source>Remove the current key&apos;s sequence</source>
+        <translation>Die Folge der gewählten Taste entfernen</translation>
+    </message>
+    <message>
+        <source>Clear layer…</source>
+        <translation>Ebene leeren …</translation>
+    </message>
+    <message>
+        <source>Remove the sequences of this layer</source>
+        <translation>Die Folgen dieser Ebene entfernen</translation>
+    </message>
+    <message>
+        <source>Clear all layers…</source>
+        <translation>Alle Ebenen leeren …</translation>
+    </message>
+    <message>
+        <source>Remove the sequences of all layers</source>
+        <translation>Die Folgen aller Ebenen entfernen</translation>
+    </message>
+    <message>
+        <source>Next layer</source>
+        <translation>Nächste Ebene</translation>
+    </message>
+    <message>
+        <source>Show the next layer</source>
+        <translation>Die nächste Ebene zeigen</translation>
+    </message>
+    <message>
+        <source>Previous layer</source>
+        <translation>Vorige Ebene</translation>
+    </message>
+    <message>
+        <source>Show the previous layer</source>
+        <translation>Die vorige Ebene zeigen</translation>
+    </message>
+    <message>
+        <source>The key sends:</source>
+        <translation>Die Taste sendet:</translation>
+    </message>
+    <message>
+        <source>Pick a key first.</source>
+        <translation>Wählen Sie zuerst eine Taste.</translation>
+    </message>
+    <message>
+        <source>Clear all keys of layer %1?</source>
+        <translation>Alle Tasten der Ebene %1 leeren?</translation>
+    </message>
+    <message>
+        <source>Clear all keys of all layers?</source>
+        <translation>Alle Tasten aller Ebenen leeren?</translation>
+    </message>
+</context>
+<context>
+    <name>MagnetCardFace</name>
+    <message>
+        <source>Tracks</source>
+        <translation>Spuren</translation>
+    </message>
+    <message>
+        <source>All tracks</source>
+        <translation>Alle Spuren</translation>
+    </message>
+    <message>
+        <source>This track</source>
+        <translation>Diese Spur</translation>
+    </message>
+    <message>
+        <source>Keys sent before and after the track&apos;s data</source>
+        <translation>Tasten vor und nach den Daten der Spur</translation>
+    </message>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Edit the prefix</source>
+        <translation>Das Präfix bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the prefix</source>
+        <translation>Das Präfix entfernen</translation>
+    </message>
+    <message>
+        <source>Edit the suffix</source>
+        <translation>Das Suffix bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove the suffix</source>
+        <translation>Das Suffix entfernen</translation>
+    </message>
+    <message>
+        <source>This keyboard cannot read track %1.</source>
+        <translation>Diese Tastatur kann Spur %1 nicht lesen.</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
     <message>
         <source>&amp;Document</source>
         <translation>&amp;Dokument</translation>
@@ -986,6 +914,10 @@
     <message>
         <source>&amp;Redo</source>
         <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Find</source>
+        <translation>&amp;Suchen</translation>
     </message>
     <message>
         <source>&amp;Keyboard</source>
@@ -1016,16 +948,20 @@
         <translation>Hauptleiste</translation>
     </message>
     <message>
-        <source>&amp;Find</source>
-        <translation>&amp;Suchen</translation>
-    </message>
-    <message>
         <source>Overview</source>
         <translation>Überblick</translation>
     </message>
     <message>
         <source>Keyboard files</source>
         <translation>Tastaturdateien</translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation>Sicherungen</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Ausprobieren</translation>
     </message>
     <message>
         <source>Preferences</source>
@@ -1038,18 +974,6 @@
     <message>
         <source>page</source>
         <translation>Seite</translation>
-    </message>
-    <message>
-        <source>Backups</source>
-        <translation>Sicherungen</translation>
-    </message>
-    <message>
-        <source>Help</source>
-        <translation>Hilfe</translation>
-    </message>
-    <message>
-        <source>Test</source>
-        <translation>Ausprobieren</translation>
     </message>
     <message>
         <source>One document is open at a time; not opened: %1.</source>
@@ -1080,6 +1004,22 @@
 </context>
 <context>
     <name>OverviewPage</name>
+    <message>
+        <source>not yet</source>
+        <translation>noch nicht</translation>
+    </message>
+    <message>
+        <source>running</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>fertig</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>fehlgeschlagen</translation>
+    </message>
     <message>
         <source>Start-up</source>
         <translation>Start</translation>
@@ -1117,24 +1057,12 @@
         <translation>Treiber öffnen</translation>
     </message>
     <message>
+        <source>Read which modules the keyboard has</source>
+        <translation>Lesen, welche Module die Tastatur hat</translation>
+    </message>
+    <message>
         <source>Read its name and versions</source>
         <translation>Name und Versionen lesen</translation>
-    </message>
-    <message>
-        <source>not yet</source>
-        <translation>noch nicht</translation>
-    </message>
-    <message>
-        <source>running</source>
-        <translation>läuft</translation>
-    </message>
-    <message>
-        <source>done</source>
-        <translation>fertig</translation>
-    </message>
-    <message>
-        <source>failed</source>
-        <translation>fehlgeschlagen</translation>
     </message>
     <message>
         <source>%1
@@ -1212,10 +1140,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>keyboard behind a driver library</source>
         <translation>Tastatur hinter einer Treiberbibliothek</translation>
     </message>
-    <message>
-        <source>Read which modules the keyboard has</source>
-        <translation>Lesen, welche Module die Tastatur hat</translation>
-    </message>
 </context>
 <context>
     <name>PageBook</name>
@@ -1225,14 +1149,30 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
-    <name>Places</name>
+    <name>PosFace</name>
     <message>
-        <source>%1: key %2, %3</source>
-        <translation>%1: Taste %2, %3</translation>
+        <source>Blocks:</source>
+        <translation>Blöcke:</translation>
     </message>
     <message>
-        <source>%1: layer %2, %3</source>
-        <translation>%1: Ebene %2, %3</translation>
+        <source>Edit blocks…</source>
+        <translation>Blöcke bearbeiten …</translation>
+    </message>
+    <message>
+        <source>Group keys into blocks that send one sequence</source>
+        <translation>Tasten zu Blöcken zusammenfassen, die eine Folge senden</translation>
+    </message>
+    <message>
+        <source>Clear all blocks…</source>
+        <translation>Alle Blöcke leeren …</translation>
+    </message>
+    <message>
+        <source>Remove all blocks and their sequences</source>
+        <translation>Alle Blöcke und ihre Folgen entfernen</translation>
+    </message>
+    <message>
+        <source>Remove all POS blocks?</source>
+        <translation>Alle POS-Blöcke entfernen?</translation>
     </message>
 </context>
 <context>
@@ -1258,8 +1198,16 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>POS-Tasten</translation>
     </message>
     <message>
+        <source>Reset to defa&amp;ults …</source>
+        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
+    </message>
+    <message>
         <source>At the start</source>
         <translation>Beim Start</translation>
+    </message>
+    <message>
+        <source>&amp;Ask how to begin</source>
+        <translation>&amp;Fragen, wie begonnen wird</translation>
     </message>
     <message>
         <source>&amp;Begin with:</source>
@@ -1278,12 +1226,20 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Den Vorgaben</translation>
     </message>
     <message>
+        <source>Begin with a &amp;new document rather than the last one</source>
+        <translation>Mit einem &amp;neuen Dokument statt mit dem letzten beginnen</translation>
+    </message>
+    <message>
         <source>While you work</source>
         <translation>Bei der Arbeit</translation>
     </message>
     <message>
         <source>&amp;Save documents automatically</source>
         <translation>Dokumente &amp;automatisch speichern</translation>
+    </message>
+    <message>
+        <source>Open the &amp;test page after writing</source>
+        <translation>Nach dem Schreiben die Seite „A&amp;usprobieren“ öffnen</translation>
     </message>
     <message>
         <source>Show &amp;released keys in sequences</source>
@@ -1330,12 +1286,20 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Verbindung</translation>
     </message>
     <message>
+        <source>&amp;Command delta (0 unless the driver requires another):</source>
+        <translation>C&amp;ommand-Delta (0, wenn der Treiber nichts anderes verlangt):</translation>
+    </message>
+    <message>
         <source>Chipcard programs</source>
         <translation>Chipkartenprogramme</translation>
     </message>
     <message>
         <source>Serial &amp;port:</source>
         <translation>Serieller Ans&amp;chluss:</translation>
+    </message>
+    <message>
+        <source>&amp;Baud rate (the driver&apos;s index):</source>
+        <translation>Ba&amp;udrate (Index des Treibers):</translation>
     </message>
     <message>
         <source>Firmware</source>
@@ -1370,8 +1334,16 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>&amp;Programmierte Tasten:</translation>
     </message>
     <message>
+        <source>E&amp;mpty keys:</source>
+        <translation>&amp;Leere Tasten:</translation>
+    </message>
+    <message>
         <source>The &amp;current key:</source>
         <translation>Die ge&amp;wählte Taste:</translation>
+    </message>
+    <message>
+        <source>Keys that are &amp;not used:</source>
+        <translation>&amp;Unbenutzte Tasten:</translation>
     </message>
     <message>
         <source>Enter</source>
@@ -1398,8 +1370,16 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Codepage</translation>
     </message>
     <message>
+        <source>The &amp;current block:</source>
+        <translation>Der g&amp;ewählte Block:</translation>
+    </message>
+    <message>
         <source>Keys of &amp;no block:</source>
         <translation>Taste&amp;n ohne Block:</translation>
+    </message>
+    <message>
+        <source>Block %1:</source>
+        <translation>Block %1:</translation>
     </message>
     <message>
         <source>Block %1</source>
@@ -1426,6 +1406,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Date&amp;i:</translation>
     </message>
     <message>
+        <source>&amp;Forget</source>
+        <translation>Ve&amp;rgessen</translation>
+    </message>
+    <message>
         <source>Forget the last document</source>
         <translation>Das letzte Dokument vergessen</translation>
     </message>
@@ -1440,50 +1424,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s place stay as they are.</source>
         <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, der Beginn und der Platz des Fensters bleiben, wie sie sind.</translation>
-    </message>
-    <message>
-        <source>Reset to defa&amp;ults …</source>
-        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
-    </message>
-    <message>
-        <source>E&amp;mpty keys:</source>
-        <translation>&amp;Leere Tasten:</translation>
-    </message>
-    <message>
-        <source>Keys that are &amp;not used:</source>
-        <translation>&amp;Unbenutzte Tasten:</translation>
-    </message>
-    <message>
-        <source>The &amp;current block:</source>
-        <translation>Der g&amp;ewählte Block:</translation>
-    </message>
-    <message>
-        <source>Block %1:</source>
-        <translation>Block %1:</translation>
-    </message>
-    <message>
-        <source>&amp;Forget</source>
-        <translation>Ve&amp;rgessen</translation>
-    </message>
-    <message>
-        <source>&amp;Ask how to begin</source>
-        <translation>&amp;Fragen, wie begonnen wird</translation>
-    </message>
-    <message>
-        <source>Begin with a &amp;new document rather than the last one</source>
-        <translation>Mit einem &amp;neuen Dokument statt mit dem letzten beginnen</translation>
-    </message>
-    <message>
-        <source>Open the &amp;test page after writing</source>
-        <translation>Nach dem Schreiben die Seite „A&amp;usprobieren“ öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Command delta (0 unless the driver requires another):</source>
-        <translation>C&amp;ommand-Delta (0, wenn der Treiber nichts anderes verlangt):</translation>
-    </message>
-    <message>
-        <source>&amp;Baud rate (the driver&apos;s index):</source>
-        <translation>Ba&amp;udrate (Index des Treibers):</translation>
     </message>
 </context>
 <context>
@@ -1516,12 +1456,24 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Tastatur</translation>
     </message>
     <message>
+        <source>Cannot be recorded: a sequence has no codes that press and release key %1, only those of the keys up to 127.</source>
+        <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
+    </message>
+    <message>
         <source>Key %1, %2</source>
         <translation>Taste %1, %2</translation>
     </message>
     <message>
+        <source>%1, dead key</source>
+        <translation>%1, Tottaste</translation>
+    </message>
+    <message>
         <source>%1, cannot be programmed</source>
         <translation>%1, nicht programmierbar</translation>
+    </message>
+    <message>
+        <source>%1, cannot be recorded</source>
+        <translation>%1, nicht aufzeichenbar</translation>
     </message>
     <message>
         <source>%1, programmed: %2</source>
@@ -1538,18 +1490,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>%1, current key</source>
         <translation>%1, gewählte Taste</translation>
-    </message>
-    <message>
-        <source>Cannot be recorded: a sequence has no codes that press and release key %1, only those of the keys up to 127.</source>
-        <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
-    </message>
-    <message>
-        <source>%1, dead key</source>
-        <translation>%1, Tottaste</translation>
-    </message>
-    <message>
-        <source>%1, cannot be recorded</source>
-        <translation>%1, nicht aufzeichenbar</translation>
     </message>
 </context>
 <context>
@@ -1586,8 +1526,16 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
 <context>
     <name>QuickFind</name>
     <message>
+        <source>Find (Ctrl+K)</source>
+        <translation>Suchen (Strg+K)</translation>
+    </message>
+    <message>
         <source>Find</source>
         <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Clear the search</source>
+        <translation>Suche leeren</translation>
     </message>
     <message>
         <source>Found</source>
@@ -1597,17 +1545,36 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Nothing found</source>
         <translation>Nichts gefunden</translation>
     </message>
-    <message>
-        <source>Find (Ctrl+K)</source>
-        <translation>Suchen (Strg+K)</translation>
-    </message>
-    <message>
-        <source>Clear the search</source>
-        <translation>Suche leeren</translation>
-    </message>
 </context>
 <context>
     <name>ReviewSheet</name>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Show this change on its page</source>
+        <translation>Diese Änderung auf ihrer Seite zeigen</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s identifier is replaced by another one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); each keyboard then keeps its own.</source>
+        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); jede Tastatur behält dann ihre eigene.</translation>
+    </message>
+    <message>
+        <source>The keyboard has no identifier and is given one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); else they can no longer be told apart.</source>
+        <translation>Die Tastatur hat keine Kennung und erhält eine. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); sonst lassen sie sich nicht mehr unterscheiden.</translation>
+    </message>
+    <message numerus="yes">
+        <source>This changes %n setting(s) of the keyboard %1.</source>
+        <translation>
+            <numerusform>Das ändert eine Einstellung der Tastatur %1.</numerusform>
+            <numerusform>Das ändert %n Einstellungen der Tastatur %1.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This changes no setting of the keyboard %1, only bytes that no setting uses.</source>
+        <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die keine Einstellung benutzt.</translation>
+    </message>
     <message>
         <source>Changes</source>
         <translation>Änderungen</translation>
@@ -1624,47 +1591,20 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>After writing</source>
         <translation>Nach dem Schreiben</translation>
     </message>
-    <message>
-        <source>The keyboard has no module for these, which are left out: %1</source>
-        <translation>Dafür hat die Tastatur kein Modul, es bleibt weg: %1</translation>
-    </message>
-    <message>
-        <source>Show</source>
-        <translation>Zeigen</translation>
-    </message>
-    <message>
-        <source>Show this change on its page</source>
-        <translation>Diese Änderung auf ihrer Seite zeigen</translation>
-    </message>
-    <message>
-        <source>&amp;Write to keyboard</source>
-        <translation>In Tastatur &amp;schreiben</translation>
-    </message>
-    <message numerus="yes">
-        <source>This changes %n setting(s) of the keyboard %1.</source>
-        <translation>
-            <numerusform>Das ändert eine Einstellung der Tastatur %1.</numerusform>
-            <numerusform>Das ändert %n Einstellungen der Tastatur %1.</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>This changes no setting of the keyboard %1, only bytes that no setting uses.</source>
-        <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die keine Einstellung benutzt.</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s identifier is replaced by another one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); each keyboard then keeps its own.</source>
-        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); jede Tastatur behält dann ihre eigene.</translation>
-    </message>
-    <message>
-        <source>The keyboard has no identifier and is given one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); else they can no longer be told apart.</source>
-        <translation>Die Tastatur hat keine Kennung und erhält eine. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); sonst lassen sie sich nicht mehr unterscheiden.</translation>
-    </message>
     <message numerus="yes">
         <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
         <translation>
             <numerusform>Ein Byte wird gesendet. Was die Tastatur jetzt enthält, wird zuerst gesichert; was geschrieben wird, wird zurückgelesen und verglichen.</numerusform>
             <numerusform>%n Bytes werden gesendet. Was die Tastatur jetzt enthält, wird zuerst gesichert; was geschrieben wird, wird zurückgelesen und verglichen.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>&amp;Write to keyboard</source>
+        <translation>In Tastatur &amp;schreiben</translation>
+    </message>
+    <message>
+        <source>The keyboard has no module for these, which are left out: %1</source>
+        <translation>Dafür hat die Tastatur kein Modul, es bleibt weg: %1</translation>
     </message>
 </context>
 <context>
@@ -1677,144 +1617,156 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
 <context>
     <name>SettingWords</name>
     <message>
-        <source>keyboard</source>
-        <translation>Tastatur</translation>
-    </message>
-    <message>
-        <source>magnetic card</source>
-        <translation>Magnetkarte</translation>
-    </message>
-    <message>
-        <source>barcode</source>
-        <translation>Barcode</translation>
-    </message>
-    <message>
-        <source>free programmable</source>
-        <translation>freie</translation>
-    </message>
-    <message>
-        <source>function keys 4610</source>
-        <translation>Funktionstasten 4610</translation>
-    </message>
-    <message>
-        <source>function keys 4620</source>
-        <translation>Funktionstasten 4620</translation>
-    </message>
-    <message>
-        <source>function keys 4630</source>
-        <translation>Funktionstasten 4630</translation>
-    </message>
-    <message>
-        <source>layered function key</source>
-        <translation>Funktionstaste</translation>
-    </message>
-    <message>
-        <source>output delay</source>
-        <translation>Ausgabeverzögerung</translation>
-    </message>
-    <message>
-        <source>send immediately</source>
-        <translation>sofort senden</translation>
-    </message>
-    <message>
-        <source>verify LRC</source>
-        <translation>LRC prüfen</translation>
-    </message>
-    <message>
-        <source>verify last character</source>
-        <translation>letztes Zeichen prüfen</translation>
-    </message>
-    <message>
-        <source>track</source>
-        <translation>Spur</translation>
-    </message>
-    <message>
-        <source>reader</source>
-        <translation>Leser</translation>
-    </message>
-    <message>
-        <source>enabled</source>
-        <translation>gelesen</translation>
-    </message>
-    <message>
-        <source>header enabled</source>
-        <translation>Präfix gesendet</translation>
-    </message>
-    <message>
-        <source>header</source>
-        <translation>Präfix</translation>
-    </message>
-    <message>
-        <source>terminator enabled</source>
-        <translation>Suffix gesendet</translation>
-    </message>
-    <message>
-        <source>terminator</source>
-        <translation>Suffix</translation>
-    </message>
-    <message>
-        <source>common settings</source>
+        <source>Common settings</source>
         <translation>Allgemeines</translation>
     </message>
     <message>
-        <source>Code25 overlapped</source>
-        <translation>Code25 überlappend</translation>
+        <source>Code 25 overlapped</source>
+        <translation>Code 25 überlappend</translation>
     </message>
     <message>
-        <source>Code25 industrial</source>
-        <translation>Code25 industriell</translation>
+        <source>Code 25 industrial</source>
+        <translation>Code 25 industriell</translation>
     </message>
     <message>
-        <source>Code25 matrix</source>
-        <translation>Code25 Matrix</translation>
+        <source>Code 25 matrix</source>
+        <translation>Code 25 Matrix</translation>
     </message>
     <message>
-        <source>minimum length</source>
-        <translation>kürzeste Länge</translation>
+        <source>Shortest code</source>
+        <translation>Kürzester Code</translation>
     </message>
     <message>
-        <source>maximum length</source>
-        <translation>größte Länge</translation>
+        <source>Longest code</source>
+        <translation>Längster Code</translation>
     </message>
     <message>
-        <source>option</source>
+        <source>Option</source>
         <translation>Option</translation>
     </message>
     <message>
-        <source>identifier</source>
-        <translation>Kennung</translation>
+        <source>Reader</source>
+        <translation>Leser</translation>
     </message>
     <message>
-        <source>layer</source>
-        <translation>Ebene</translation>
+        <source>Send prefix</source>
+        <translation>Präfix senden</translation>
     </message>
     <message>
-        <source>key</source>
+        <source>Prefix</source>
+        <translation>Präfix</translation>
+    </message>
+    <message>
+        <source>Send suffix</source>
+        <translation>Suffix senden</translation>
+    </message>
+    <message>
+        <source>Suffix</source>
+        <translation>Suffix</translation>
+    </message>
+    <message>
+        <source>Barcode reader</source>
+        <translation>Barcodeleser</translation>
+    </message>
+    <message>
+        <source>Pause between two characters (output delay)</source>
+        <translation>Pause zwischen zwei Zeichen (Ausgabeverzögerung)</translation>
+    </message>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Key</source>
         <translation>Taste</translation>
     </message>
     <message>
-        <source>keys</source>
-        <translation>Tasten</translation>
+        <source>Free keys</source>
+        <translation>Freie Tasten</translation>
     </message>
     <message>
-        <source>description</source>
+        <source>Function keys 4610</source>
+        <translation>Funktionstasten 4610</translation>
+    </message>
+    <message>
+        <source>Function keys 4620</source>
+        <translation>Funktionstasten 4620</translation>
+    </message>
+    <message>
+        <source>Function keys 4630</source>
+        <translation>Funktionstasten 4630</translation>
+    </message>
+    <message>
+        <source>Identifier</source>
+        <translation>Kennung</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Description</source>
         <translation>Beschreibung</translation>
     </message>
     <message>
-        <source>label</source>
+        <source>Layered function keys</source>
+        <translation>Funktionstasten in Ebenen</translation>
+    </message>
+    <message>
+        <source>Send each track as soon as it is read</source>
+        <translation>Jede Spur senden, sobald sie gelesen ist</translation>
+    </message>
+    <message>
+        <source>Verify checksum (LRC)</source>
+        <translation>Prüfsumme (LRC) prüfen</translation>
+    </message>
+    <message>
+        <source>Verify last character</source>
+        <translation>Letztes Zeichen prüfen</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Spur</translation>
+    </message>
+    <message>
+        <source>Read this track</source>
+        <translation>Diese Spur lesen</translation>
+    </message>
+    <message>
+        <source>Magnetic card reader</source>
+        <translation>Magnetkartenleser</translation>
+    </message>
+    <message>
+        <source>Number</source>
         <translation>Nummer</translation>
     </message>
     <message>
-        <source>colour</source>
+        <source>Colour</source>
         <translation>Farbe</translation>
     </message>
     <message>
-        <source>on</source>
-        <translation>an</translation>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>POS keys</source>
+        <translation>POS-Tasten</translation>
+    </message>
+    <message>
+        <source>Fixed bytes</source>
+        <translation>Feste Bytes</translation>
+    </message>
+    <message>
+        <source>Show released keys</source>
+        <translation>Losgelassene Tasten zeigen</translation>
     </message>
     <message>
         <source>off</source>
         <translation>aus</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>an</translation>
     </message>
     <message>
         <source>(empty)</source>
@@ -1823,10 +1775,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>(none)</source>
         <translation>(keine)</translation>
-    </message>
-    <message>
-        <source>section</source>
-        <translation>Abschnitt</translation>
     </message>
     <message>
         <source>(damaged)</source>
@@ -1860,12 +1808,12 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Das Tastenblatt steht in %1.</translation>
     </message>
     <message>
-        <source>Key sheet sent to the printer.</source>
-        <translation>Das Tastenblatt ist an den Drucker gesandt.</translation>
-    </message>
-    <message>
         <source>The key sheet was not written.</source>
         <translation>Das Tastenblatt wurde nicht geschrieben.</translation>
+    </message>
+    <message>
+        <source>Key sheet sent to the printer.</source>
+        <translation>Das Tastenblatt ist an den Drucker gesandt.</translation>
     </message>
 </context>
 <context>
@@ -1885,6 +1833,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Show and change what the keyboard holds now.</source>
         <translation>Zeigen und ändern, was die Tastatur jetzt enthält.</translation>
+    </message>
+    <message>
+        <source>No keyboard is connected.</source>
+        <translation>Es ist keine Tastatur verbunden.</translation>
     </message>
     <message>
         <source>Go on with %1.</source>
@@ -1913,10 +1865,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>&amp;Show this at the start</source>
         <translation>Beim &amp;Start zeigen</translation>
-    </message>
-    <message>
-        <source>No keyboard is connected.</source>
-        <translation>Es ist keine Tastatur verbunden.</translation>
     </message>
 </context>
 <context>
@@ -1947,118 +1895,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
-    <name>TestDrive</name>
-    <message>
-        <source>ordinary key %1</source>
-        <translation>gewöhnliche Taste %1</translation>
-    </message>
-    <message>
-        <source>free key %1</source>
-        <translation>freie Taste %1</translation>
-    </message>
-    <message>
-        <source>layer %2 key %1</source>
-        <translation>Ebene %2 Taste %1</translation>
-    </message>
-    <message>
-        <source>POS block %1</source>
-        <translation>POS-Block %1</translation>
-    </message>
-    <message>
-        <source>header of track %1</source>
-        <translation>Präfix der Spur %1</translation>
-    </message>
-    <message>
-        <source>track %1 data</source>
-        <translation>Daten der Spur %1</translation>
-    </message>
-    <message>
-        <source>terminator of track %1</source>
-        <translation>Suffix der Spur %1</translation>
-    </message>
-    <message>
-        <source>header of reader %1</source>
-        <translation>Präfix des Lesers %1</translation>
-    </message>
-    <message>
-        <source>reader %1 data</source>
-        <translation>Daten des Lesers %1</translation>
-    </message>
-    <message>
-        <source>terminator of reader %1</source>
-        <translation>Suffix des Lesers %1</translation>
-    </message>
-    <message>
-        <source>the LRC of track %1 is wrong, so the reader refuses it</source>
-        <translation>die LRC der Spur %1 ist falsch; der Leser weist sie ab</translation>
-    </message>
-    <message>
-        <source>the LRC of track %1 is wrong, which the reader does not verify</source>
-        <translation>die LRC der Spur %1 ist falsch; der Leser prüft sie nicht</translation>
-    </message>
-    <message>
-        <source>the last character of track %1 is wrong, so the reader refuses it</source>
-        <translation>das letzte Zeichen der Spur %1 ist falsch; der Leser weist sie ab</translation>
-    </message>
-    <message>
-        <source>the last character of track %1 is wrong, which the reader does not verify</source>
-        <translation>das letzte Zeichen der Spur %1 ist falsch; der Leser prüft es nicht</translation>
-    </message>
-    <message>
-        <source>%1 accepts %2 to %3 characters; the code has %4</source>
-        <translation>%1 nimmt %2 bis %3 Zeichen; der Code hat %4</translation>
-    </message>
-    <message>
-        <source>this keyboard has no key %1</source>
-        <translation>diese Tastatur hat keine Taste %1</translation>
-    </message>
-    <message>
-        <source>the POS keys&apos; memory is damaged: %1</source>
-        <translation>der Speicher der POS-Tasten ist beschädigt: %1</translation>
-    </message>
-    <message>
-        <source>this keyboard has no layered function keys</source>
-        <translation>diese Tastatur hat keine Funktionstasten in Ebenen</translation>
-    </message>
-    <message>
-        <source>layer %1 key %2 has no sequence</source>
-        <translation>Ebene %1 Taste %2 hat keine Folge</translation>
-    </message>
-    <message>
-        <source>this keyboard has no magnetic-stripe reader</source>
-        <translation>diese Tastatur hat keinen Magnetkartenleser</translation>
-    </message>
-    <message>
-        <source>this keyboard has no reader head for track %1</source>
-        <translation>diese Tastatur hat keinen Lesekopf für Spur %1</translation>
-    </message>
-    <message>
-        <source>track %1 is switched off</source>
-        <translation>Spur %1 ist ausgeschaltet</translation>
-    </message>
-    <message>
-        <source>each track is sent as soon as it has been read</source>
-        <translation>jede Spur wird gesendet, sobald sie gelesen ist</translation>
-    </message>
-    <message>
-        <source>the tracks are sent once all have been read</source>
-        <translation>die Spuren werden gesendet, wenn alle gelesen sind</translation>
-    </message>
-    <message>
-        <source>this keyboard has no barcode reader</source>
-        <translation>diese Tastatur hat keinen Barcodeleser</translation>
-    </message>
-    <message>
-        <source>a barcode needs at least one character</source>
-        <translation>ein Barcode braucht mindestens ein Zeichen</translation>
-    </message>
-    <message>
-        <source>%1 is switched off: its option 0 is not set</source>
-        <translation>%1 ist ausgeschaltet: Die Option 0 ist nicht gesetzt</translation>
-    </message>
-</context>
-<context>
     <name>TestDrivePage</name>
+    <message>
+        <source>Ke&amp;ys</source>
+        <translation>Ta&amp;sten</translation>
+    </message>
     <message>
         <source>&amp;Function keys</source>
         <translation>&amp;Funktionstasten</translation>
@@ -2070,6 +1911,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>&amp;Bar code</source>
         <translation>Barc&amp;ode</translation>
+    </message>
+    <message>
+        <source>The PC re&amp;ceives</source>
+        <translation>Der PC &amp;empfängt</translation>
     </message>
     <message>
         <source>Keys of the simulated keyboard</source>
@@ -2084,12 +1929,24 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Drü&amp;cken</translation>
     </message>
     <message>
+        <source>Pressed %1 in layer %2</source>
+        <translation>%1 in Ebene %2 gedrückt</translation>
+    </message>
+    <message>
         <source>&amp;Layer</source>
         <translation>Ebe&amp;ne</translation>
     </message>
     <message>
+        <source>F&amp;unction key</source>
+        <translation>F&amp;unktionstaste</translation>
+    </message>
+    <message>
         <source>no data</source>
         <translation>keine Daten</translation>
+    </message>
+    <message>
+        <source>Track %1</source>
+        <translation>Spur %1</translation>
     </message>
     <message>
         <source>&amp;Swipe the card</source>
@@ -2108,8 +1965,24 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Code gelesen</translation>
     </message>
     <message>
+        <source>K&amp;ind of code</source>
+        <translation>Code&amp;art</translation>
+    </message>
+    <message>
+        <source>Da&amp;ta</source>
+        <translation>Date&amp;n</translation>
+    </message>
+    <message>
         <source>&amp;Reader</source>
         <translation>Lese&amp;r</translation>
+    </message>
+    <message>
+        <source>The simulated keyboard answers as its memory says: write the document to it first to try new settings.</source>
+        <translation>Die simulierte Tastatur antwortet nach ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
+    </message>
+    <message>
+        <source>Testing needs the simulated keyboard; choose it in the menu Keyboard.</source>
+        <translation>Zum Ausprobieren braucht es die simulierte Tastatur; wählen Sie sie im Menü „Tastatur“.</translation>
     </message>
     <message>
         <source>Key %1, %2</source>
@@ -2123,41 +1996,116 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Output delay between codes: %1</source>
         <translation>Ausgabeverzögerung zwischen Codes: %1</translation>
     </message>
+</context>
+<context>
+    <name>TestDriveTexts</name>
     <message>
-        <source>Ke&amp;ys</source>
-        <translation>Ta&amp;sten</translation>
+        <source>ordinary key %1</source>
+        <translation>gewöhnliche Taste %1</translation>
     </message>
     <message>
-        <source>Track %1</source>
-        <translation>Spur %1</translation>
+        <source>free key %1</source>
+        <translation>freie Taste %1</translation>
     </message>
     <message>
-        <source>K&amp;ind of code</source>
-        <translation>Code&amp;art</translation>
+        <source>layer %1 %2</source>
+        <translation>Ebene %1 %2</translation>
     </message>
     <message>
-        <source>Da&amp;ta</source>
-        <translation>Date&amp;n</translation>
+        <source>POS block %1</source>
+        <translation>POS-Block %1</translation>
     </message>
     <message>
-        <source>The PC re&amp;ceives</source>
-        <translation>Der PC &amp;empfängt</translation>
+        <source>prefix of track %1</source>
+        <translation>Präfix von Spur %1</translation>
     </message>
     <message>
-        <source>Pressed %1 in layer %2</source>
-        <translation>%1 in Ebene %2 gedrückt</translation>
+        <source>data of track %1</source>
+        <translation>Daten von Spur %1</translation>
     </message>
     <message>
-        <source>F&amp;unction key</source>
-        <translation>F&amp;unktionstaste</translation>
+        <source>suffix of track %1</source>
+        <translation>Suffix von Spur %1</translation>
     </message>
     <message>
-        <source>The simulated keyboard answers as its memory says: write the document to it first to try new settings.</source>
-        <translation>Die simulierte Tastatur antwortet nach ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
+        <source>prefix of reader %1</source>
+        <translation>Präfix von Leser %1</translation>
     </message>
     <message>
-        <source>Testing needs the simulated keyboard; choose it in the menu Keyboard.</source>
-        <translation>Zum Ausprobieren braucht es die simulierte Tastatur; wählen Sie sie im Menü „Tastatur“.</translation>
+        <source>data of reader %1</source>
+        <translation>Daten von Leser %1</translation>
+    </message>
+    <message>
+        <source>suffix of reader %1</source>
+        <translation>Suffix von Leser %1</translation>
+    </message>
+    <message>
+        <source>This keyboard has no key %1.</source>
+        <translation>Diese Tastatur hat keine Taste %1.</translation>
+    </message>
+    <message>
+        <source>The POS keys&apos; memory is damaged.</source>
+        <translation>Der Speicher der POS-Tasten ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no layered function keys.</source>
+        <translation>Diese Tastatur hat keine Funktionstasten mit Ebenen.</translation>
+    </message>
+    <message>
+        <source>Layer %1 %2 has no sequence.</source>
+        <translation>Ebene %1 %2 hat keine Folge.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no magnetic card reader.</source>
+        <translation>Diese Tastatur hat keinen Magnetkartenleser.</translation>
+    </message>
+    <message>
+        <source>This keyboard cannot read track %1.</source>
+        <translation>Diese Tastatur kann Spur %1 nicht lesen.</translation>
+    </message>
+    <message>
+        <source>Track %1 is switched off.</source>
+        <translation>Spur %1 ist abgeschaltet.</translation>
+    </message>
+    <message>
+        <source>The checksum (LRC) of track %1 is wrong; the reader rejects the track.</source>
+        <translation>Die Prüfsumme (LRC) von Spur %1 ist falsch; der Leser weist die Spur ab.</translation>
+    </message>
+    <message>
+        <source>The checksum (LRC) of track %1 is wrong; the reader does not verify it.</source>
+        <translation>Die Prüfsumme (LRC) von Spur %1 ist falsch; der Leser prüft sie nicht.</translation>
+    </message>
+    <message>
+        <source>The last character of track %1 is wrong; the reader rejects the track.</source>
+        <translation>Das letzte Zeichen von Spur %1 ist falsch; der Leser weist die Spur ab.</translation>
+    </message>
+    <message>
+        <source>The last character of track %1 is wrong; the reader does not verify it.</source>
+        <translation>Das letzte Zeichen von Spur %1 ist falsch; der Leser prüft es nicht.</translation>
+    </message>
+    <message>
+        <source>Each track is sent as soon as it has been read.</source>
+        <translation>Jede Spur wird gesendet, sobald sie gelesen ist.</translation>
+    </message>
+    <message>
+        <source>The tracks are sent once all have been read.</source>
+        <translation>Die Spuren werden gesendet, wenn alle gelesen sind.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no barcode reader.</source>
+        <translation>Diese Tastatur hat keinen Barcodeleser.</translation>
+    </message>
+    <message>
+        <source>A barcode needs at least one character.</source>
+        <translation>Ein Barcode braucht mindestens ein Zeichen.</translation>
+    </message>
+    <message>
+        <source>%1 is switched off: its option 0 is not set.</source>
+        <translation>%1 ist abgeschaltet: Option 0 ist nicht gesetzt.</translation>
+    </message>
+    <message>
+        <source>%1 accepts %2 to %3 characters; the code has %4.</source>
+        <translation>%1 nimmt %2 bis %3 Zeichen an; der Code hat %4.</translation>
     </message>
 </context>
 <context>
@@ -2179,20 +2127,52 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>&amp;Später</translation>
     </message>
     <message>
-        <source>Restore backup</source>
-        <translation>Sicherung zurückspielen</translation>
+        <source>Write to keyboard</source>
+        <translation>In Tastatur schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Repair</source>
+        <translation>&amp;Reparieren</translation>
+    </message>
+    <message>
+        <source>The keyboard could not be read.</source>
+        <translation>Die Tastatur konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Reading the keyboard…</source>
+        <translation>Die Tastatur wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted: they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreiben in diese Tastatur wurde aber unterbrochen: Es können alte und neue gemischt sein. Wählen Sie zuerst Tastatur &gt; Unterbrochenes Schreiben abschließen, und lesen Sie dann noch einmal.</translation>
     </message>
     <message>
         <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
         <translation>Tastatur in Dokument: alle Einstellungen gelesen. Die Tastatur ist unverändert.</translation>
     </message>
     <message>
-        <source>The keyboard already has these settings; nothing was written.</source>
-        <translation>Die Tastatur hat diese Einstellungen schon; es wurde nichts geschrieben.</translation>
+        <source>Comparing the document with the keyboard…</source>
+        <translation>Das Dokument wird mit der Tastatur verglichen …</translation>
     </message>
     <message>
-        <source>Write to keyboard</source>
-        <translation>In Tastatur schreiben</translation>
+        <source>The keyboard&apos;s memory is damaged here: %1.
+
+Repairing replaces all of that with the document&apos;s settings. Otherwise nothing is written.</source>
+        <translation>Der Speicher der Tastatur ist hier beschädigt: %1.
+
+Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Nothing was written.</source>
+        <translation>Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>This document was read while a write to the keyboard was interrupted. It may be a mixture of old and new settings. Write it anyway?</source>
+        <translation>Dieses Dokument wurde gelesen, während ein Schreiben in die Tastatur unterbrochen war. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
+    </message>
+    <message>
+        <source>The keyboard already has these settings; nothing was written.</source>
+        <translation>Die Tastatur hat diese Einstellungen schon; es wurde nichts geschrieben.</translation>
     </message>
     <message numerus="yes">
         <source>Document to keyboard: wrote %n change(s)</source>
@@ -2209,76 +2189,28 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         </translation>
     </message>
     <message>
-        <source>The keyboard holds all of this backup; nothing was written.</source>
-        <translation>Die Tastatur enthält alles aus dieser Sicherung; es wurde nichts geschrieben.</translation>
-    </message>
-    <message>
-        <source>Backup to keyboard and document: restored, read back and found equal.</source>
-        <translation>Sicherung in Tastatur und Dokument: zurückgespielt, zurückgelesen und gleich befunden.</translation>
-    </message>
-    <message>
-        <source>The interrupted write of %1 is finished, read back and found equal.</source>
-        <translation>Das unterbrochene Schreiben von %1 ist zu Ende geführt, zurückgelesen und gleich befunden.</translation>
-    </message>
-    <message>
-        <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
-        <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt, zurückgelesen und gleich befunden.</translation>
-    </message>
-    <message>
-        <source>Writing %1 to this keyboard was interrupted (%2).</source>
-        <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
-    </message>
-    <message>
-        <source>%1 for %2, %3 (%4)</source>
-        <translation>%1 für %2, %3 (%4)</translation>
-    </message>
-    <message>
-        <source>no unit</source>
-        <translation>keine Einheit</translation>
-    </message>
-    <message>
-        <source>The keyboard holds a part of several interrupted writes, which were to keyboards that cannot be told apart. Which one was it cut in?</source>
-        <translation>Die Tastatur enthält einen Teil mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Bei welchem wurde sie unterbrochen?</translation>
-    </message>
-    <message>
-        <source>The keyboard may hold a part of it.
-
-Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>
-        <translation>Die Tastatur enthält vielleicht nur einen Teil davon.
-
-„Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
-    </message>
-    <message>
-        <source>The keyboard could not be read.</source>
-        <translation>Die Tastatur konnte nicht gelesen werden.</translation>
-    </message>
-    <message>
-        <source>Reading the keyboard…</source>
-        <translation>Die Tastatur wird gelesen …</translation>
-    </message>
-    <message>
-        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted: they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreiben in diese Tastatur wurde aber unterbrochen: Es können alte und neue gemischt sein. Wählen Sie zuerst Tastatur &gt; Unterbrochenes Schreiben abschließen, und lesen Sie dann noch einmal.</translation>
-    </message>
-    <message>
-        <source>This document was read while a write to the keyboard was interrupted. It may be a mixture of old and new settings. Write it anyway?</source>
-        <translation>Dieses Dokument wurde gelesen, während ein Schreiben in die Tastatur unterbrochen war. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
-    </message>
-    <message>
-        <source>Nothing was written.</source>
-        <translation>Es wurde nichts geschrieben.</translation>
-    </message>
-    <message>
-        <source>Comparing the document with the keyboard…</source>
-        <translation>Das Dokument wird mit der Tastatur verglichen …</translation>
-    </message>
-    <message>
         <source>The backup was not restored.</source>
         <translation>Die Sicherung wurde nicht zurückgespielt.</translation>
     </message>
     <message>
         <source>Comparing the backup with the keyboard…</source>
         <translation>Die Sicherung wird mit der Tastatur verglichen …</translation>
+    </message>
+    <message>
+        <source>Restore backup</source>
+        <translation>Sicherung zurückspielen</translation>
+    </message>
+    <message>
+        <source>Write it into this keyboard?</source>
+        <translation>Trotzdem in diese Tastatur schreiben?</translation>
+    </message>
+    <message>
+        <source>The keyboard holds all of this backup; nothing was written.</source>
+        <translation>Die Tastatur enthält alles aus dieser Sicherung; es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Backup to keyboard and document: restored, read back and found equal.</source>
+        <translation>Sicherung in Tastatur und Dokument: zurückgespielt, zurückgelesen und gleich befunden.</translation>
     </message>
     <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
@@ -2297,24 +2229,40 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
         <translation>Die Tastatur antwortet nicht und ist vielleicht nur teilweise beschrieben. Sobald sie wieder verbunden ist, lässt sich das Schreiben abschließen oder zurücknehmen.</translation>
     </message>
     <message>
+        <source>Writing %1 to this keyboard was interrupted (%2).</source>
+        <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
+    </message>
+    <message>
+        <source>The keyboard may hold a part of it.
+
+Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>
+        <translation>Die Tastatur enthält vielleicht nur einen Teil davon.
+
+„Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
+    </message>
+    <message>
+        <source>%1 for %2, %3 (%4)</source>
+        <translation>%1 für %2, %3 (%4)</translation>
+    </message>
+    <message>
+        <source>no unit</source>
+        <translation>keine Einheit</translation>
+    </message>
+    <message>
+        <source>The keyboard holds a part of several interrupted writes, which were to keyboards that cannot be told apart. Which one was it cut in?</source>
+        <translation>Die Tastatur enthält einen Teil mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Bei welchem wurde sie unterbrochen?</translation>
+    </message>
+    <message>
+        <source>The interrupted write of %1 is finished, read back and found equal.</source>
+        <translation>Das unterbrochene Schreiben von %1 ist zu Ende geführt, zurückgelesen und gleich befunden.</translation>
+    </message>
+    <message>
+        <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
+        <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt, zurückgelesen und gleich befunden.</translation>
+    </message>
+    <message>
         <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Settle interrupted write.</source>
         <translation>Das unterbrochene Schreiben von %1 muss abgeschlossen oder zurückgenommen werden, bevor etwas anderes geschrieben wird: Wählen Sie Tastatur &gt; Unterbrochenes Schreiben abschließen.</translation>
-    </message>
-    <message>
-        <source>&amp;Repair</source>
-        <translation>&amp;Reparieren</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s memory is damaged here: %1.
-
-Repairing replaces all of that with the document&apos;s settings. Otherwise nothing is written.</source>
-        <translation>Der Speicher der Tastatur ist hier beschädigt: %1.
-
-Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
-    </message>
-    <message>
-        <source>Write it into this keyboard?</source>
-        <translation>Trotzdem in diese Tastatur schreiben?</translation>
     </message>
 </context>
 <context>
@@ -2339,10 +2287,6 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
 <context>
     <name>Workbench</name>
     <message>
-        <source>%1: damaged in the keyboard, and left out of the document.</source>
-        <translation>%1: in der Tastatur beschädigt und im Dokument weggelassen.</translation>
-    </message>
-    <message>
         <source>The preferences in %1 are damaged: the defaults are used.</source>
         <translation>Die Einstellungen in %1 sind beschädigt; es gelten die Vorgaben.</translation>
     </message>
@@ -2354,12 +2298,20 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
         <source>The driver library is of another word size than this program and runs in a program of its own.</source>
         <translation>Die Treiberbibliothek hat eine andere Wortbreite als dieses Programm und läuft in einem eigenen Programm.</translation>
     </message>
+    <message>
+        <source>%1: damaged in the keyboard, and left out of the document.</source>
+        <translation>%1: in der Tastatur beschädigt und im Dokument weggelassen.</translation>
+    </message>
 </context>
 <context>
     <name>frmPOSProgrammerView</name>
     <message>
         <source>Click a free key to begin a block, or a key of a block to change that block.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, oder auf eine Taste eines Blocks, um ihn zu ändern.</translation>
+    </message>
+    <message>
+        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
+        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
     </message>
     <message>
         <source>Help</source>
@@ -2370,20 +2322,16 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
         <translation>Freie Tasten:</translation>
     </message>
     <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
         <source>Colour %1</source>
         <translation>Farbe %1</translation>
     </message>
     <message>
         <source>Codes left:</source>
         <translation>Noch frei:</translation>
-    </message>
-    <message>
-        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
-        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
-    </message>
-    <message>
-        <source>&amp;Undo</source>
-        <translation>&amp;Rückgängig</translation>
     </message>
     <message>
         <source>Sends nothing yet</source>
@@ -2401,8 +2349,16 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
         <translation>Hilfe</translation>
     </message>
     <message>
+        <source>Record clicks as the keyboard reports them (press only)</source>
+        <translation>Klicks so aufzeichnen, wie die Tastatur sie meldet (nur Drücken)</translation>
+    </message>
+    <message>
         <source>Codes left:</source>
         <translation>Noch frei:</translation>
+    </message>
+    <message>
+        <source>The text has %1 codes, only %2 fit.</source>
+        <translation>Der Text hat %1 Codes, nur %2 passen hinein.</translation>
     </message>
     <message>
         <source>As &amp;text:</source>
@@ -2419,14 +2375,6 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
     <message>
         <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
         <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
-    </message>
-    <message>
-        <source>The text has %1 codes, only %2 fit.</source>
-        <translation>Der Text hat %1 Codes, nur %2 passen hinein.</translation>
-    </message>
-    <message>
-        <source>Record clicks as the keyboard reports them (press only)</source>
-        <translation>Klicks so aufzeichnen, wie die Tastatur sie meldet (nur Drücken)</translation>
     </message>
 </context>
 </TS>

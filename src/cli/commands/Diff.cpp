@@ -44,23 +44,20 @@ Side SideOf(Context& context, const host::ConfigurationDocument& document,
     return SideOf(document.Name(), *configuration, sections);
 }
 
-// Differences as they are reported, each with its line for people.
+// Differences as they are reported, for programs and for people.
 class Report {
 public:
-    void Add(const host::Difference& difference, const std::string& line) {
-        m_json.push_back({{"setting", difference.name},
-                          {"place", difference.place},
-                          {"from", difference.from},
-                          {"to", difference.to}});
-        m_lines.push_back(line);
-    }
     void AddAll(const std::vector<host::Difference>& differences) {
-        for (const host::Difference& difference : differences)
-            Add(difference, ToText(difference));
+        for (const host::Difference& difference : differences) {
+            m_json.push_back(ToJson(difference));
+            m_lines.push_back(ToText(difference));
+        }
     }
     void AddSection(const std::string& key, const std::string& from, const std::string& to,
                     const std::string& what) {
-        Add({"/" + key, "section " + key, from, to, false, false}, "section " + key + " " + what);
+        const std::string name = "section " + key;
+        m_json.push_back({{"setting", name}, {"place", "/" + key}, {"from", from}, {"to", to}});
+        m_lines.push_back(name + " " + what);
     }
 
     void Show(Context& context, const std::string& from, const std::string& to) const {

@@ -18,12 +18,12 @@ Described DescriptionOf(host::Session& keyboard) {
     host::Json& directory = json["directory"] = host::Json::array();
 
     std::vector<host::Setting> settings;
-    host::FieldLister lister("keyboard", "", nullptr, settings);
+    host::FieldLister lister({"keyboard", "", {}}, nullptr, settings);
     info.Visit(lister);
     std::vector<std::vector<std::string>> rows;
     rows.reserve(settings.size());
     for (const host::Setting& setting : settings)
-        rows.push_back({setting.name, setting.value});
+        rows.push_back({ToText(setting.name), ToText(setting.value)});
     std::vector<std::vector<std::string>> modules = {{"module", "", "address"}};
 
     for (int i = 1; i <= access.DirectorySize(); ++i) {

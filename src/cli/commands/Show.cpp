@@ -9,23 +9,35 @@ namespace qx::cli {
 
 namespace {
 
+// An element of a list, and which of its settings.
+std::string RowOf(const host::SettingName& name) {
+    return ToText(std::span(name.parts).first(name.elementParts));
+}
+
+std::string ColumnOf(const host::SettingName& name) {
+    const host::NamePart& last = name.parts.back();
+    return std::string(last.label.empty() ? last.key : last.label);
+}
+
 // The settings of one section: plain ones line by line, the elements of lists as a table.
 Lines SectionLines(const std::vector<host::Setting>& settings) {
     std::vector<std::vector<std::string>> plain;
     std::vector<std::vector<std::string>> table = {{""}};
     for (const host::Setting& setting : settings) {
-        if (setting.row.empty()) {
-            plain.push_back({setting.name, setting.value});
+        if (setting.name.elementParts == 0) {
+            plain.push_back({ToText(setting.name), ToText(setting.value)});
             continue;
         }
-        auto column = std::find(table[0].begin(), table[0].end(), setting.column);
+        const std::string row = RowOf(setting.name);
+        const std::string name = ColumnOf(setting.name);
+        auto column = std::find(table[0].begin(), table[0].end(), name);
         const auto index = static_cast<std::size_t>(column - table[0].begin());
         if (column == table[0].end())
-            table[0].push_back(setting.column);
-        if (table.back()[0] != setting.row)
-            table.push_back({setting.row});
+            table[0].push_back(name);
+        if (table.back()[0] != row)
+            table.push_back({row});
         table.back().resize(std::max(table.back().size(), index + 1));
-        table.back()[index] = setting.value;
+        table.back()[index] = ToText(setting.value);
     }
     if (settings.empty())
         return {"  (nothing is programmed)"};
@@ -71,8 +83,9 @@ void Show(Context& context, const std::string& key) {
     for (host::Section* section : sections) {
         const auto settings = configuration->List({section});
         for (const host::Setting& setting : settings)
-            json["settings"].push_back(
-                {{"place", setting.place}, {"setting", setting.name}, {"value", setting.value}});
+            json["settings"].push_back({{"place", setting.place},
+                                        {"setting", ToText(setting.name)},
+                                        {"value", ToText(setting.value)}});
         if (!lines.empty())
             lines.emplace_back();
         lines.emplace_back(section->Info().key);

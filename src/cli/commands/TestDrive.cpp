@@ -98,7 +98,7 @@ Command KeyCommand() {
 
 Command FunctionCommand() {
     struct Options {
-        Integer key = 0;
+        Integer key = 1;
         std::optional<Integer> layer;
     };
     const auto options = std::make_shared<Options>();
@@ -107,19 +107,20 @@ Command FunctionCommand() {
         .summary = "Press a layered function key",
         .options = {{.name = "KEY",
                      .target = &options->key,
-                     .summary = "The key, 0 to 23",
+                     .summary = "The key, 1 to 24 for F1 to F24",
                      .isRequired = true,
-                     .range = {{0, FuncKeyLayer::kKeys - 1}}},
+                     .range = {{1, FuncKeyLayer::kKeys}}},
                     {.name = "--layer",
                      .target = &options->layer,
                      .summary = "The selected layer, 0 to 9; 0 unless given",
                      .value = "L",
                      .range = {{0, kFuncKeyLayers - 1}}}},
-        .footer = "Example:\n  qxconf test-drive function 5 --layer 3",
+        .footer = "Example:\n  qxconf test-drive function 6 --layer 3",
         .run =
             [options](Context& context) {
                 Perform(context, [&](const sim::TestDrive& drive, Integer selected) {
-                    return drive.PressFunctionKey(options->layer.value_or(selected), options->key);
+                    return drive.PressFunctionKey(options->layer.value_or(selected),
+                                                  static_cast<Integer>(options->key - 1));
                 });
             },
     };
@@ -259,7 +260,7 @@ Command TestDriveCommand() {
         .footer = "Works on a simulated keyboard, from the settings in its memory, and changes "
                   "nothing.\n\nExamples:\n"
                   "  qxconf test-drive key 112\n"
-                  "  qxconf test-drive function 5 --layer 3\n"
+                  "  qxconf test-drive function 6 --layer 3\n"
                   "  qxconf test-drive pos 12\n"
                   "  qxconf test-drive swipe --track2 4711=2512\n"
                   "  qxconf test-drive scan ABC-123 --symbology Code39",

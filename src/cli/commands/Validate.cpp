@@ -48,14 +48,15 @@ void ShowWarnings(Context& context, const ValidateOptions& options,
                                       " is valid: " + Counted(sections.size(), "section")};
     const auto warnings = host::Lint(configuration, sections, &layout);
     for (const host::SettingWarning& each : warnings) {
+        const std::string name = ToText(each.name);
         const std::string text = TextOf(each.warning, layout);
         json.push_back({{"place", each.place},
-                        {"setting", each.name},
+                        {"setting", name},
                         {"code", host::CodeOf(each.warning.kind)},
                         {"key", each.warning.key},
                         {"index", each.warning.at},
                         {"message", text}});
-        lines.push_back(each.name + ": " + text);
+        lines.push_back(name + ": " + text);
     }
     lines.push_back(warnings.empty() ? "no warnings" : Counted(warnings.size(), "warning"));
     context.Result({{"valid", true}, {"file", options.file}, {"warnings", std::move(json)}}, lines);

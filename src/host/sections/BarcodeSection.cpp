@@ -23,15 +23,15 @@ constexpr PageLabel kPages[] = {
     {BP_CommonSettings, "common settings"},
     {BP_EAN, "EAN"},
     {BP_UPC, "UPC"},
-    {BP_Code39, "Code39"},
-    {BP_Code128, "Code128"},
-    {BP_CodaBar, "CodaBar"},
-    {BP_Code25_Overlapped, "Code25 overlapped"},
-    {BP_Code25_Industrial, "Code25 industrial"},
-    {BP_Code25_Matrix, "Code25 matrix"},
-    {BP_Code93, "Code93"},
-    {BP_Code11, "Code11"},
-    {BP_Code16K, "Code16K"},
+    {BP_Code39, "Code 39"},
+    {BP_Code128, "Code 128"},
+    {BP_CodaBar, "Codabar"},
+    {BP_Code25_Overlapped, "Code 25 overlapped"},
+    {BP_Code25_Industrial, "Code 25 industrial"},
+    {BP_Code25_Matrix, "Code 25 matrix"},
+    {BP_Code93, "Code 93"},
+    {BP_Code11, "Code 11"},
+    {BP_Code16K, "Code 16K"},
     {BP_MSI, "MSI"},
     {BP_Plessey, "Plessey"},
 };
@@ -40,6 +40,8 @@ static_assert(std::size(kPages) == kBarcodeOptionPages);
 class BarcodeSection : public SectionOf<QXBarcode> {
 public:
     using SectionOf::SectionOf;
+
+    [[nodiscard]] bool MarksEdits() const override { return false; } // only some
 
     void Visit(FieldVisitor& fields) override {
         fields.Object({"pages", ""}, [&] {

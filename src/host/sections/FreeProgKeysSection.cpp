@@ -46,7 +46,13 @@ public:
             fields.Sequence({"sequence", ""}, Control().Sequences().Key(id[0]),
                             static_cast<Integer>(kFreeProgKeySlotSize));
         };
-        list.isOfKeys = true;
+        list.possible = [&] {
+            std::vector<FieldList::Id> ids;
+            for (const Integer key : stored)
+                ids.push_back({key});
+            return ids;
+        };
+        list.positionCodeOf = [](const FieldList::Id& id) { return Long{id[0]}; };
         fields.List(list);
     }
 

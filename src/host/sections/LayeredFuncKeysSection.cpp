@@ -61,8 +61,10 @@ public:
         VisitGuid(fields);
         FieldList list;
         list.field = {"keys", ""};
-        list.keyMembers = {{"layer", "layer", 0, kLastLayer}, {"key", "key", 0, kLastKey}};
-        list.present = KeysWithContent();
+        list.keyMembers = {{"layer", "layer", 0, kLastLayer},
+                           {"key", "", 0, kLastKey, FuncKeyLegend}};
+        list.present = Keys(&LayeredFuncKeysSection::HasContent);
+        list.possible = [this] { return Keys(nullptr); };
         list.clear = [this] { Control().DefaultValues(); };
         list.visit = [&](const FieldList::Id& id) { VisitKey(fields, id[0], id[1]); };
         fields.List(list);
@@ -106,12 +108,16 @@ private:
                                            layer.GetKeyDesc(nKey), kFuncKeyDescLength));
     }
 
-    [[nodiscard]] std::vector<FieldList::Id> KeysWithContent() {
+    [[nodiscard]] static bool HasContent(const FuncKeyLayer& layer, Integer nKey) {
+        return layer.GetKey(nKey).Length() > 0 || !layer.GetKeyDesc(nKey).empty();
+    }
+
+    // Those that meet the condition, or all.
+    [[nodiscard]] std::vector<FieldList::Id> Keys(bool (*condition)(const FuncKeyLayer&, Integer)) {
         std::vector<FieldList::Id> keys;
         for (Integer layer = 0; layer <= kLastLayer; ++layer)
             for (Integer key = 0; key <= kLastKey; ++key)
-                if (Control().Layer(layer).GetKey(key).Length() > 0 ||
-                    !Control().Layer(layer).GetKeyDesc(key).empty())
+                if (condition == nullptr || condition(Control().Layer(layer), key))
                     keys.push_back({layer, key});
         return keys;
     }

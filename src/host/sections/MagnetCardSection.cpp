@@ -27,7 +27,7 @@ public:
         };
         MagneticOptions& options = Control().ReaderOptions();
         visitOption({"sendImmediate", "send immediately"}, options.SendImmediate());
-        visitOption({"verifyLRC", "verify LRC"}, options.VerifyLRC());
+        visitOption({"verifyLRC", "verify checksum (LRC)"}, options.VerifyLRC());
         visitOption({"verifyLastChar", "verify last character"}, options.VerifyLastChar());
         fields.Array({"tracks", "track"}, kMagneticTracks, 1,
                      [&](const Field& field, std::size_t index) {

@@ -34,6 +34,13 @@ public:
         // As the keyboard would hold them, unless it is to be exact.
         m_placed = fields.IsExact() ? Control().PosData() : InTheirSlots(Control().PosData());
         list.present = Slots();
+        list.possible = [] {
+            std::vector<FieldList::Id> keys;
+            for (Integer key = kFirstKey; key <= kLastKey; ++key)
+                keys.push_back({key});
+            return keys;
+        };
+        list.positionCodeOf = [this](const FieldList::Id& id) { return PositionCodeOf(id[0]); };
         list.clear = [this] {
             Control().DefaultValues();
             m_placed = {};
@@ -121,6 +128,10 @@ private:
         return slot;
     }
 
+    [[nodiscard]] Long PositionCodeOf(Integer nKey) {
+        return Control().CodeMap().GetPositionCodeForKey(nKey);
+    }
+
     void VisitBlock(FieldVisitor& fields, Integer nSlot) {
         constexpr Field kKeys = {"keys", "keys"};
         constexpr Integer kMax = std::numeric_limits<Integer>::max();
@@ -129,9 +140,8 @@ private:
             fields.Number({"blockId", "label", false, false}, block.BlockID(), 0, kMax));
         block.SetColorID(fields.Number({"colorId", "colour", false, false}, block.ColorID(), 0, 9));
         std::vector<Integer> keys =
-            fields.Keys(kKeys, KeysOf(block), kFirstKey, kLastKey, [this](Integer nKey) {
-                return Long{Control().CodeMap().GetPositionCodeForKey(nKey)};
-            });
+            fields.Keys(kKeys, KeysOf(block), kFirstKey, kLastKey,
+                        [this](Integer nKey) { return PositionCodeOf(nKey); });
         fields.Sequence({"sequence", ""}, block.Sequence(), kPOSSequenceSize);
         if (!fields.IsReading())
             return;

@@ -7,6 +7,10 @@
 
 namespace qx {
 
+std::string FuncKeyLegend(Integer nKeyID) {
+    return "F" + std::to_string(nKeyID + 1);
+}
+
 const FuncKeyLayer::FuncKey& FuncKeyLayer::At(Integer nKeyID) const {
     if (nKeyID < 0 || nKeyID >= kKeys)
         throw std::out_of_range("function key " + std::to_string(nKeyID) +

@@ -11,6 +11,9 @@
 
 namespace qx {
 
+// The legend of a function key: "F1" for key 0.
+[[nodiscard]] std::string FuncKeyLegend(Integer nKeyID);
+
 // Keys are numbered 0 to 23; all members throw std::out_of_range for another one.
 class FuncKeyLayer {
 public:

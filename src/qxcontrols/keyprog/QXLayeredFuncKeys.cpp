@@ -40,7 +40,7 @@ QXLayeredFuncKeys::QXLayeredFuncKeys(const Platform& platform)
         Trace("GUID CREATED FOR CONTROL...");
     spinLayer.Max = kFuncKeyLayers - 1;
     for (std::size_t key = 0; key < cmdFuncKey.size(); ++key)
-        cmdFuncKey[key].Caption = "F" + std::to_string(key + 1);
+        cmdFuncKey[key].Caption = FuncKeyLegend(static_cast<Integer>(key));
     ShowLayerInfo();
 }
 

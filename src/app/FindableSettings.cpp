@@ -1,0 +1,32 @@
+#include "app/FindableSettings.h"
+
+#include "app/SettingWords.h"
+#include "app/Workbench.h"
+
+#include <set>
+
+namespace qx::app {
+
+std::vector<Findable> FindableSettings(Workbench& workbench,
+                                       const std::function<void(const std::string& place)>& goTo) {
+    std::vector<Findable> all;
+    std::set<std::string> programmed; // elements of lists, by their places
+    const auto add = [&](const host::Setting& setting, const QString& value) {
+        all.push_back(
+            {NameText(setting.name), value, [goTo, place = setting.place] { goTo(place); }});
+    };
+    const host::Configuration& configuration = workbench.Configuration();
+    for (const host::Setting& setting : configuration.List(workbench.History().AllSections())) {
+        add(setting, ValueText(setting.value));
+        if (setting.name.elementParts > 0)
+            programmed.insert(setting.place.substr(0, setting.place.rfind('/')));
+    }
+    std::vector<host::Section*> present = workbench.History().AllSections();
+    std::erase_if(present, [&](const host::Section* each) { return !workbench.Has(*each); });
+    for (const host::Setting& element : configuration.List(present, host::Listed::Elements))
+        if (!programmed.contains(element.place))
+            add(element, {});
+    return all;
+}
+
+} // namespace qx::app

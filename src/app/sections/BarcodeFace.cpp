@@ -1,0 +1,129 @@
+#include "app/EditRequests.h"
+#include "app/SettingWords.h"
+#include "app/sections/Entries.h"
+#include "qxcontrols/readers/BarcodeBlocks.h"
+#include "qxcontrols/readers/QXBarcode.h"
+#include "qxcontrols/readers/TrackSlots.h"
+#include "views/QXBarcodeView.h"
+
+#include <algorithm>
+
+namespace qx::app {
+
+namespace {
+
+constexpr SettingWord kWords[] = {
+    {"CommonSettings", QT_TRANSLATE_NOOP("SettingWords", "Common settings")},
+    {"EAN", "EAN"},
+    {"UPC", "UPC"},
+    {"Code39", "Code 39"},
+    {"Code128", "Code 128"},
+    {"CodaBar", "Codabar"},
+    {"Code25_Overlapped", QT_TRANSLATE_NOOP("SettingWords", "Code 25 overlapped")},
+    {"Code25_Industrial", QT_TRANSLATE_NOOP("SettingWords", "Code 25 industrial")},
+    {"Code25_Matrix", QT_TRANSLATE_NOOP("SettingWords", "Code 25 matrix")},
+    {"Code93", "Code 93"},
+    {"Code11", "Code 11"},
+    {"Code16K", "Code 16K"},
+    {"MSI", "MSI"},
+    {"Plessey", "Plessey"},
+    {"minSize", QT_TRANSLATE_NOOP("SettingWords", "Shortest code")},
+    {"maxSize", QT_TRANSLATE_NOOP("SettingWords", "Longest code")},
+    {"flags", QT_TRANSLATE_NOOP("SettingWords", "Option")},
+    {"readers", QT_TRANSLATE_NOOP("SettingWords", "Reader")},
+    {"headerEnabled", QT_TRANSLATE_NOOP("SettingWords", "Send prefix")},
+    {"header", QT_TRANSLATE_NOOP("SettingWords", "Prefix")},
+    {"terminatorEnabled", QT_TRANSLATE_NOOP("SettingWords", "Send suffix")},
+    {"terminator", QT_TRANSLATE_NOOP("SettingWords", "Suffix")},
+};
+
+// How many options of each page are in use, by its number.
+constexpr std::array<Integer, kBarcodeOptionPages> kOptionsInUse = {5, 6, 10, 7, 5, 4, 4,
+                                                                    3, 1, 1,  2, 3, 1, 1};
+
+constexpr auto kSequence = static_cast<Integer>(kTrackSlotSize);
+
+class BarcodeFace : public FaceOf<QXBarcode> {
+    Q_DECLARE_TR_FUNCTIONS(BarcodeFace)
+public:
+    using FaceOf::FaceOf;
+
+    void Translate() override {
+        for (std::size_t i = 0; i < kOptionsInUse.size(); ++i)
+            TranslatePage(static_cast<BarcodePage>(i));
+        const auto word = [](std::string_view key) { return WordOf(kBarcode, key).toStdString(); };
+        const QString readers[] = {ReaderName(1), ReaderName(2)};
+        Control().SetListEntry(BP_Reader_1, readers[0].toStdString());
+        Control().SetListEntry(BP_Reader_2, readers[1].toStdString());
+        Control().SetListCaption(tr("Codes and readers").toStdString());
+        const QString hint = tr("Keys sent before and after each code of %1");
+        Control().SetReader1Msg(hint.arg(readers[0]).toStdString());
+        Control().SetReader2Msg(hint.arg(readers[1]).toStdString());
+        Control().SetMinSizeCaption(word("minSize"));
+        Control().SetMaxSizeCaption(word("maxSize"));
+        Control().OptionHeader().SetCaption(word("headerEnabled"));
+        Control().OptionTerminator().SetCaption(word("terminatorEnabled"));
+        Control().SetButtonEdit(ButtonText(tr("Edit…"), tr("Edit this sequence of keys")));
+        Control().SetButtonRemove(ButtonText(tr("Remove"), tr("Remove this sequence of keys")));
+        Control().SetShowDetails(ReleasesText().toStdString());
+    }
+
+    [[nodiscard]] QWidget* MakeView() override { return new views::QXBarcodeView(Control()); }
+
+    void AnswerWith(EditRequests& edits) override {
+        edits.On(Control().EditHeader,
+                 [&edits](const std::string& sCurrSeq, bool& fCancel, std::string& sNewSeq) {
+                     fCancel = !edits.Edit(EditRequests::kNoKey, sCurrSeq, sNewSeq, kSequence);
+                 });
+        edits.On(Control().RemoveHeader, [](bool& fRemoveIt) { fRemoveIt = true; });
+        edits.On(Control().RemoveTerminator, [](bool& fRemoveIt) { fRemoveIt = true; });
+        edits.AnswerAdvanceEdit(Control().AdvanceEdit);
+    }
+
+    void Show(const Place& place) override {
+        Integer page = BP_CommonSettings;
+        if (place.words.size() > 2 && place.words[1] == "pages")
+            page = static_cast<Integer>(
+                std::find(kBarcodePageNames.begin(), kBarcodePageNames.end(), place.words[2]) -
+                kBarcodePageNames.begin());
+        else if (!place.numbers.empty())
+            page = static_cast<Integer>(BP_Reader_1 + place.numbers[0]);
+        Control().lstPrefGroup.ListIndex = page;
+        Control().lstPrefGroup_Click();
+    }
+
+    void ShowReleases(bool isWanted) override {
+        Control().chkShowDetails.Value = isWanted ? 1 : 0;
+        Control().chkShowDetails_Click();
+    }
+
+private:
+    [[nodiscard]] static QString ReaderName(int number) {
+        return WordOf(kBarcode, "readers") + QLatin1Char(' ') + QString::number(number);
+    }
+
+    void TranslatePage(BarcodePage ePage) {
+        const auto index = static_cast<std::size_t>(ePage);
+        BarcodeOptionPage& page = Control().BitPage(ePage);
+        page.SetOptionNum(kOptionsInUse[index]);
+        for (Integer option = 0; option < kOptionsInUse[index]; ++option) {
+            const QString name =
+                WordOf(kBarcode, "flags") + QLatin1Char(' ') + QString::number(option);
+            const QString caption = !HasBarcodeConfigBit(ePage, option)
+                                        ? tr("%1 (not kept by the keyboard)").arg(name)
+                                    : option == 0 && ePage != BP_CommonSettings
+                                        ? tr("%1 (reads this kind of code)").arg(name)
+                                        : name;
+            page.Flag(option).SetCaption(caption.toStdString());
+        }
+        Control().SetListEntry(ePage, WordOf(kBarcode, kBarcodePageNames[index]).toStdString());
+    }
+};
+
+} // namespace
+
+constinit const SectionEntry kBarcode = {"barcode",
+                                         QT_TRANSLATE_NOOP("SettingWords", "Barcode reader"),
+                                         kWords, MakeFace<BarcodeFace, QXBarcode>};
+
+} // namespace qx::app

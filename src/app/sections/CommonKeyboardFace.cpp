@@ -1,0 +1,33 @@
+#include "app/SettingWords.h"
+#include "app/sections/Entries.h"
+#include "qxcontrols/device/QXCommonKeyboard.h"
+#include "views/QXCommonKeyboardView.h"
+
+namespace qx::app {
+
+namespace {
+
+constexpr SettingWord kWords[] = {
+    {"outputDelay",
+     QT_TRANSLATE_NOOP("SettingWords", "Pause between two characters (output delay)")},
+};
+
+class CommonKeyboardFace : public FaceOf<QXCommonKeyboard> {
+public:
+    using FaceOf::FaceOf;
+
+    void Translate() override {
+        Control().SetCaptionOutputDelay(WordOf(kCommonKeyboard, "outputDelay").toStdString());
+    }
+    [[nodiscard]] QWidget* MakeView() override {
+        return new views::QXCommonKeyboardView(Control());
+    }
+};
+
+} // namespace
+
+constinit const SectionEntry kCommonKeyboard = {
+    "commonKeyboard", QT_TRANSLATE_NOOP("SettingWords", "Keyboard"), kWords,
+    MakeFace<CommonKeyboardFace, QXCommonKeyboard>};
+
+} // namespace qx::app

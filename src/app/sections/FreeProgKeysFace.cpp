@@ -1,0 +1,93 @@
+#include "app/EditRequests.h"
+#include "app/SettingWords.h"
+#include "app/sections/Entries.h"
+#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/settings/QXProgSettings.h"
+#include "views/QXFreeProgKeysView.h"
+
+#include <algorithm>
+
+namespace qx::app {
+
+namespace {
+
+constexpr SettingWord kWords[] = {
+    {"positionCode", QT_TRANSLATE_NOOP("SettingWords", "Key")},
+};
+
+class FreeProgKeysFace : public FaceOf<QXFreeProgKeys> {
+    Q_DECLARE_TR_FUNCTIONS(FreeProgKeysFace)
+public:
+    using FaceOf::FaceOf;
+
+    void Translate() override {
+        Control().SetButtonEdit(ButtonText(tr("Edit…"), tr("Edit the current key's sequence")));
+        Control().SetButtonClean(
+            ButtonText(tr("Clear key"), tr("Remove the current key's sequence")));
+        Control().SetButtonCleanAll(
+            ButtonText(tr("Clear all keys…"), tr("Remove the sequences of all keys")));
+        Control().SetSequenceForCurrKey(tr("The key sends:").toStdString());
+        Control().SetShowDetails(ReleasesText().toStdString());
+    }
+
+    [[nodiscard]] QWidget* MakeView() override { return new views::QXFreeProgKeysView(Control()); }
+
+    void AnswerWith(EditRequests& edits) override {
+        edits.On(Control().EditSequence,
+                 [this, &edits](Integer nPosCode, const std::string& sCurrSeq, bool& fCancel,
+                                std::string& sNewSeq) {
+                     fCancel = !HasPlace(nPosCode, edits) ||
+                               !edits.Edit(nPosCode, sCurrSeq, sNewSeq, kFreeProgKeySlotSize);
+                 });
+        edits.On(Control().KeyNoEditable, [&edits](Integer nPositionCode) {
+            edits.Tell(nPositionCode == EditRequests::kNoKey
+                           ? tr("Pick a key first.")
+                           : tr("This key cannot be programmed."));
+        });
+        edits.On(Control().RemoveAllSequences, [&edits](bool& fRemoveIt) {
+            fRemoveIt = edits.Ask(tr("Clear all keys of this module?"));
+        });
+        edits.AnswerAdvanceEdit(Control().AdvanceEdit);
+    }
+
+    void Show(const Place& place) override {
+        if (place.numbers.empty())
+            return;
+        Control().layoutDisplay.cmdKey_Click(place.numbers[0]);
+        Control().layoutDisplay.SelectKey(place.numbers[0]);
+    }
+
+    void Apply(const QXProgSettings& preferences) override {
+        Control().KeyFontSizeChanged(preferences.KeyFontSize());
+    }
+
+    void ShowReleases(bool isWanted) override {
+        Control().chkShowDetails.Value = isWanted ? 1 : 0;
+        Control().chkShowDetails_Click();
+    }
+
+private:
+    [[nodiscard]] bool HasPlace(Integer nPosCode, EditRequests& edits) {
+        const auto stored = StoredFreeProgKeys(Control().Sequences(), Control().ConfigID());
+        const bool isThere = std::find(stored.begin(), stored.end(), nPosCode) != stored.end();
+        if (!isThere)
+            edits.Tell(tr("This module has no place for this key in the keyboard."));
+        return isThere;
+    }
+};
+
+constexpr auto kMake = MakeFace<FreeProgKeysFace, QXFreeProgKeys>;
+
+} // namespace
+
+constinit const SectionEntry kFreeProgKeys = {
+    "freeProgKeys", QT_TRANSLATE_NOOP("SettingWords", "Free keys"), kWords, kMake};
+constinit const SectionEntry kFuncKeys4610 = {
+    "funcKeys4610", QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"), kWords, kMake};
+constinit const SectionEntry kFuncKeys4620 = {
+    "funcKeys4620", QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"), kWords, kMake};
+constinit const SectionEntry kFuncKeys4630 = {
+    "funcKeys4630", QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"), kWords, kMake};
+
+} // namespace qx::app

@@ -1,0 +1,98 @@
+#include "app/EditRequests.h"
+#include "app/SettingWords.h"
+#include "app/sections/Entries.h"
+#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "views/QXLayeredFuncKeysView.h"
+
+#include <utility>
+
+namespace qx::app {
+
+namespace {
+
+constexpr SettingWord kWords[] = {
+    {"guid", QT_TRANSLATE_NOOP("SettingWords", "Identifier")},
+    {"layer", QT_TRANSLATE_NOOP("SettingWords", "Layer")},
+    {"description", QT_TRANSLATE_NOOP("SettingWords", "Description")},
+};
+
+class LayeredFuncKeysFace : public FaceOf<QXLayeredFuncKeys> {
+    Q_DECLARE_TR_FUNCTIONS(LayeredFuncKeysFace)
+public:
+    explicit LayeredFuncKeysFace(QXLayeredFuncKeys& control)
+        : FaceOf(control),
+          m_refreshed(control.Refreshed.Subscribe([this] { ShowLayerOnKeyboard(); })) {}
+
+    void Translate() override {
+        const auto word = [](std::string_view key) {
+            return WordOf(kLayeredFuncKeys, key).toStdString();
+        };
+        Control().SetButtonEdit(ButtonText(tr("Edit…"), tr("Edit the current key's sequence")));
+        Control().SetButtonCleanKey(
+            ButtonText(tr("Clear key"), tr("Remove the current key's sequence")));
+        Control().SetButtonCleanLayer(
+            ButtonText(tr("Clear layer…"), tr("Remove the sequences of this layer")));
+        Control().SetButtonCleanAllLayer(
+            ButtonText(tr("Clear all layers…"), tr("Remove the sequences of all layers")));
+        Control().SetButtonLayerInc(ButtonText(tr("Next layer"), tr("Show the next layer")));
+        Control().SetButtonLayerDec(
+            ButtonText(tr("Previous layer"), tr("Show the previous layer")));
+        Control().SetCaptionSequence(tr("The key sends:").toStdString());
+        Control().SetFunctionKeyDescription(word("description"));
+        Control().SetLayerDesc(word("layer"));
+        Control().SetShowDetails(ReleasesText().toStdString());
+    }
+
+    [[nodiscard]] QWidget* MakeView() override {
+        return new views::QXLayeredFuncKeysView(Control());
+    }
+
+    void AnswerWith(EditRequests& edits) override {
+        edits.On(Control().EditLayeredFuncKey, [&edits](const std::string& sCurrSeq, bool& fCancel,
+                                                        std::string& sNewSeq) {
+            fCancel = !edits.Edit(EditRequests::kNoKey, sCurrSeq, sNewSeq, kFuncKeySlotSize);
+        });
+        const auto pickFirst = [&edits] { edits.Tell(tr("Pick a key first.")); };
+        edits.On(Control().NoKeySelectedToEdit, pickFirst);
+        edits.On(Control().NoKeySelectedToClean, pickFirst);
+        edits.On(Control().CleanThisLayer, [this, &edits](bool& fCancel) {
+            fCancel = !edits.Ask(tr("Clear all keys of layer %1?").arg(Control().CurrentLayer()));
+        });
+        edits.On(Control().CleanAllLayers, [&edits](bool& fCancel) {
+            fCancel = !edits.Ask(tr("Clear all keys of all layers?"));
+        });
+        edits.AnswerAdvanceEdit(Control().AdvanceEdit);
+    }
+
+    void Show(const Place& place) override {
+        if (place.numbers.size() < 2)
+            return;
+        Control().spinLayer.Value = place.numbers[0];
+        Control().spinLayer_Change();
+        Control().cmdFuncKey_Click(place.numbers[1]);
+    }
+
+    void ShowReleases(bool isWanted) override {
+        Control().chkShowDetails.Value = isWanted ? 1 : 0;
+        Control().chkShowDetails_Click();
+    }
+
+private:
+    // The keyboard's own keys follow the layer that is shown.
+    void ShowLayerOnKeyboard() {
+        if (std::exchange(m_shownLayer, Control().CurrentLayer()) != Control().CurrentLayer())
+            Control().ShowCurrentSelectedLayerOnKeyboard();
+    }
+
+    Subscription m_refreshed;
+    Integer m_shownLayer = 0;
+};
+
+} // namespace
+
+constinit const SectionEntry kLayeredFuncKeys = {
+    "layeredFuncKeys", QT_TRANSLATE_NOOP("SettingWords", "Layered function keys"), kWords,
+    MakeFace<LayeredFuncKeysFace, QXLayeredFuncKeys>};
+
+} // namespace qx::app

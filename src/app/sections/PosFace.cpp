@@ -1,0 +1,52 @@
+#include "app/EditRequests.h"
+#include "app/SettingWords.h"
+#include "app/sections/Entries.h"
+#include "qxcontrols/pos/QXPos.h"
+#include "views/QXPosView.h"
+
+namespace qx::app {
+
+namespace {
+
+constexpr SettingWord kWords[] = {
+    {"slot", QT_TRANSLATE_NOOP("SettingWords", "Key")},
+    {"blockId", QT_TRANSLATE_NOOP("SettingWords", "Number")},
+    {"colorId", QT_TRANSLATE_NOOP("SettingWords", "Colour")},
+    {"keys", QT_TRANSLATE_NOOP("SettingWords", "Keys")},
+};
+
+class PosFace : public FaceOf<QXPos> {
+    Q_DECLARE_TR_FUNCTIONS(PosFace)
+public:
+    using FaceOf::FaceOf;
+
+    void Translate() override {
+        Control().SetNumBlocksCaption(tr("Blocks:").toStdString());
+        Control().SetButtonEdit(
+            ButtonText(tr("Edit blocks…"), tr("Group keys into blocks that send one sequence")));
+        Control().SetButtonCleanAll(
+            ButtonText(tr("Clear all blocks…"), tr("Remove all blocks and their sequences")));
+    }
+
+    [[nodiscard]] QWidget* MakeView() override { return new views::QXPosView(Control()); }
+
+    void AnswerWith(EditRequests& edits) override {
+        edits.On(Control().POSEditorRequested, [this, &edits](bool& fCancel) {
+            fCancel = !edits.EditBlocks(Control().PosData());
+        });
+        edits.On(Control().RemoveAllBlocks,
+                 [&edits](bool& fCancel) { fCancel = !edits.Ask(tr("Remove all POS blocks?")); });
+    }
+
+    void Show(const Place& place) override {
+        if (!place.numbers.empty())
+            Control().posDisplay.SetCursor(place.numbers[0]);
+    }
+};
+
+} // namespace
+
+constinit const SectionEntry kPos = {"pos", QT_TRANSLATE_NOOP("SettingWords", "POS keys"), kWords,
+                                     MakeFace<PosFace, QXPos>};
+
+} // namespace qx::app

@@ -1,0 +1,89 @@
+// SectionFace: what the application adds to a section of the configuration: its title, its words,
+// the texts and the view of its control, how it is edited, and where its settings are found.
+//
+// A new module is one entry of kSectionEntries, in a file of its own.
+#pragma once
+
+#include "app/Places.h"
+#include "qxcontrols/common/ButtonCaption.h"
+#include "qxcontrols/device/ModuleControl.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <memory>
+#include <span>
+#include <string_view>
+
+class QWidget;
+
+namespace qx {
+class QXProgSettings;
+}
+namespace qx::host {
+class Session;
+}
+
+namespace qx::app {
+
+class EditRequests;
+
+// The faces of one configuration's sections; each stays alive no longer than its control.
+class SectionFace {
+public:
+    SectionFace() = default;
+    virtual ~SectionFace() = default;
+    SectionFace(const SectionFace&) = delete;
+    SectionFace& operator=(const SectionFace&) = delete;
+
+    // Gives the control its texts in the present language.
+    virtual void Translate() = 0;
+    [[nodiscard]] virtual QWidget* MakeView() = 0;
+    // Answers the control whenever it asks for an edit or a removal.
+    virtual void AnswerWith(EditRequests& /*edits*/) {}
+    // Has the control show the part of it where the setting is: the page, track, layer or key.
+    virtual void Show(const Place& /*place*/) {}
+    // The control has been given this keyboard, or none (null), and shows what that has.
+    virtual void Follow(host::Session* /*keyboard*/) {}
+    // The preferences have changed.
+    virtual void Apply(const QXProgSettings& /*preferences*/) {}
+    // Whether the releases of keys are shown as well.
+    virtual void ShowReleases(bool /*isWanted*/) {}
+};
+
+// The application's word for a member of the document, as the page and every list name it.
+struct SettingWord {
+    std::string_view key;
+    const char* text; // in the translations' context SettingWords
+};
+
+struct SectionEntry {
+    std::string_view key;
+    const char* title; // in the same context
+    std::span<const SettingWord> words;
+    std::unique_ptr<SectionFace> (*makeFace)(ModuleControl& control);
+};
+
+// A face that knows its control as what it is.
+template <typename C>
+class FaceOf : public SectionFace {
+public:
+    explicit FaceOf(C& control) : m_control(control) {}
+
+protected:
+    [[nodiscard]] C& Control() { return m_control; }
+
+private:
+    C& m_control;
+};
+
+template <typename Face, typename Control>
+[[nodiscard]] std::unique_ptr<SectionFace> MakeFace(ModuleControl& control) {
+    return std::make_unique<Face>(dynamic_cast<Control&>(control));
+}
+
+[[nodiscard]] inline ButtonCaption ButtonText(const QString& caption, const QString& toolTip) {
+    return {caption.toStdString(), toolTip.toStdString()};
+}
+
+} // namespace qx::app
