@@ -3,7 +3,8 @@
 //
 // START is the time at which the process was started, in nanoseconds of the system's clock; "empty"
 // is a main window of the toolkit with nothing in it. Both print milliseconds from the start to the
-// picture and the peak of the resident memory in KiB; bench/first-paint takes the ratios.
+// first picture and to the one with everything in it, which is the same for the empty window, and
+// the peak of the resident memory in KiB; bench/first-paint takes the ratios.
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "views/QtPlatform.h"
@@ -29,36 +30,41 @@ double MillisecondsSince(const char* start) {
         .count();
 }
 
-// Tells of a window's first picture; then gets ready, tells of the memory, and ends the program.
+// Notes when a window's first picture is there.
 class FirstPaint : public QObject {
 public:
-    FirstPaint(QWidget& window, const char* start, std::function<void()> getReady)
-        : m_start(start), m_getReady(std::move(getReady)) {
+    FirstPaint(QWidget& window, const char* start, std::function<void()> painted)
+        : m_start(start), m_painted(std::move(painted)) {
         window.installEventFilter(this);
     }
+
+    [[nodiscard]] double Milliseconds() const { return m_milliseconds; }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint) {
             watched->removeEventFilter(this);
-            QMetaObject::invokeMethod(this, &FirstPaint::Tell, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &FirstPaint::Note, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    void Tell() {
-        const double milliseconds = MillisecondsSince(m_start);
-        m_getReady();
-        QApplication::processEvents();
-        rusage usage{};
-        getrusage(RUSAGE_SELF, &usage);
-        std::printf("%.1f %ld\n", milliseconds, usage.ru_maxrss);
-        QApplication::exit();
+    void Note() {
+        m_milliseconds = MillisecondsSince(m_start);
+        m_painted();
     }
 
     const char* m_start;
-    std::function<void()> m_getReady;
+    std::function<void()> m_painted;
+    double m_milliseconds = 0;
 };
+
+void Report(double first, double whole) {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("%.1f %.1f %ld\n", first, whole, usage.ru_maxrss);
+    QApplication::exit();
+}
 
 } // namespace
 
@@ -69,7 +75,8 @@ int main(int argc, char** argv) {
         return 2;
     if (!isApplication) {
         QMainWindow window;
-        const FirstPaint painted(window, argv[1], [] {});
+        const FirstPaint painted(window, argv[1],
+                                 [&] { Report(painted.Milliseconds(), painted.Milliseconds()); });
         window.showMaximized();
         return QApplication::exec();
     }
@@ -84,11 +91,17 @@ int main(int argc, char** argv) {
                                                    work / "settings.ini",
                                                    work / "records"});
     app::MainWindow window(workbench, platform.Services(), language);
-    const FirstPaint painted(window, argv[1], [&] {
+    const FirstPaint painted(window, argv[1], [] {});
+    const auto getReady = [&] {
+        window.repaint();
+        const double whole = MillisecondsSince(argv[1]);
         workbench.Connect();
         window.Transfers().Read();
         window.ShowPage(QStringLiteral("freeProgKeys"));
-    });
+        QApplication::processEvents();
+        Report(painted.Milliseconds(), whole);
+    };
+    QObject::connect(&window, &app::MainWindow::Appeared, &window, getReady, Qt::QueuedConnection);
     window.show();
     return QApplication::exec();
 }

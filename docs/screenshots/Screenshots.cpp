@@ -12,6 +12,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QEventLoop>
 #include <QListWidget>
 #include <QStyleFactory>
 #include <QTabWidget>
@@ -183,7 +184,10 @@ int main(int argc, char** argv) {
         app::MainWindow window(workbench, platform.Services(), language);
         window.setWindowState(Qt::WindowNoState);
         window.resize(1180, 760);
+        QEventLoop appearing;
+        QObject::connect(&window, &app::MainWindow::Appeared, &appearing, &QEventLoop::quit);
         window.show();
+        appearing.exec();
         window.Keyboards().Connect(workbench.Choice());
         window.Documents().Open(app::ToQt(work / "till.json"));
         Camera camera(arguments[1]);

@@ -16,7 +16,6 @@ EditRequests::EditRequests(Workbench& workbench, const Platform& platform, Scree
       m_posProgrammer(platform) {
     workbench.Faces().AnswerWith(*this);
     AnswerEditors();
-    Reload();
 }
 
 void EditRequests::AnswerEditors() {

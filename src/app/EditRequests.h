@@ -34,7 +34,7 @@ public:
         std::function<void(const QString& text)> help;    // before an editor
     };
 
-    // The workbench outlives this object.
+    // The workbench outlives this object. Reload comes before the first edit.
     EditRequests(Workbench& workbench, const Platform& platform, Screen screen);
 
     // Hands the keyboard and the preferences on to the editors, as they are now.

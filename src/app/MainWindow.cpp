@@ -73,15 +73,20 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     };
     screen.warn = [this](const Failure& failure) { ShowFailure(this, failure); };
     setObjectName(QStringLiteral("mainWindow"));
-    ConnectSignals();
-    SwitchLanguage();
     RestorePlace(*this, workbench.Preferences());
-    if (const QString warning = workbench.PreferencesWarning(); !warning.isEmpty())
-        TellWarning(warning);
-    qApp->installEventFilter(this);
 }
 
 MainWindow::~MainWindow() = default;
+
+// Fonts, icons and the widgets' first layout take longer than all else at the start.
+void MainWindow::Fill() {
+    ConnectSignals();
+    SwitchLanguage();
+    if (const QString warning = m_workbench.PreferencesWarning(); !warning.isEmpty())
+        TellWarning(warning);
+    qApp->installEventFilter(this);
+    emit Appeared();
+}
 
 void MainWindow::ConnectSignals() {
     connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
@@ -111,7 +116,8 @@ void MainWindow::ConnectSignals() {
     connect(drops, &FileDrops::Dropped, this, &MainWindow::OpenDropped);
 }
 
-// Everything that has texts is made again in the present language; the user stays where he was.
+// Everything that has texts is made again in the present language; the user stays where he was,
+// and a notice stays in view.
 void MainWindow::SwitchLanguage() {
     m_shownLanguage = m_workbench.Preferences().PreferedAppLang();
     m_language.Switch(m_shownLanguage);
@@ -203,12 +209,15 @@ void MainWindow::MakeToolBar() {
 
 void MainWindow::MakePages() {
     m_find = new QuickFind([this] { return Findables(); });
-    m_notice = new NoticeBar(QStringLiteral("lblNotice"));
+    if (m_notice == nullptr)
+        m_notice = new NoticeBar(QStringLiteral("lblNotice"));
     auto* notices = new QWidget;
     auto* column = new QVBoxLayout(notices);
     column->setContentsMargins({});
     column->addWidget(new WorkBar(m_workbench));
+    const bool isNoticed = m_notice->isVisible();
     column->addWidget(m_notice);
+    m_notice->setVisible(isNoticed);
     m_pages = new PageBook(m_find, notices);
     connect(m_pages, &PageBook::Shown, this, [this] { m_notice->ClearOld(); });
 
@@ -373,7 +382,7 @@ void MainWindow::OpenDropped(const QStringList& files) {
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
     if (!std::exchange(m_isPainted, true))
-        QMetaObject::invokeMethod(this, &MainWindow::Appeared, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &MainWindow::Fill, Qt::QueuedConnection);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

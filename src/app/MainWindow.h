@@ -25,6 +25,7 @@ class NoticeBar;
 class PageBook;
 class StatusLine;
 
+// It is on the screen before it has anything in it, and filled at once; only then can it be used.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -49,7 +50,7 @@ public:
     void ApplyPreferences();
 
 signals:
-    void Appeared(); // on the screen, for the first time
+    void Appeared(); // on the screen, with all that belongs to it
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -57,6 +58,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void Fill();
     void ConnectSignals();
     void MakeActions();
     void FillGoMenu();

@@ -1,6 +1,7 @@
 #include "app/NoticeBar.h"
 
 #include <QAccessible>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
@@ -37,8 +38,7 @@ NoticeBar::NoticeBar(const QString& textName, QWidget* parent)
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_close->setAutoRaise(true);
     m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-    m_close->setToolTip(tr("Close this message"));
-    m_close->setAccessibleName(m_close->toolTip());
+    NameButton();
     connect(m_close, &QToolButton::clicked, this, &QWidget::hide);
     auto* row = new QHBoxLayout(this);
     row->addWidget(m_icon);
@@ -61,6 +61,17 @@ void NoticeBar::Tell(Kind kind, const QString& text) {
     setVisible(!text.isEmpty());
     QAccessibleEvent alert(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeBar::NameButton() {
+    m_close->setToolTip(tr("Close this message"));
+    m_close->setAccessibleName(m_close->toolTip());
+}
+
+void NoticeBar::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange)
+        NameButton();
+    QFrame::changeEvent(event);
 }
 
 void NoticeBar::ClearOld() {

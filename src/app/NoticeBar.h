@@ -27,7 +27,12 @@ public:
     // For a bar that only the program closes.
     void HideButton();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void NameButton();
+
     QLabel* m_icon;
     QLabel* m_text;
     QToolButton* m_close;

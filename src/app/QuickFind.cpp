@@ -6,6 +6,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace qx::app {
 
@@ -55,8 +56,9 @@ QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* paren
 
 QuickFind::~QuickFind() = default;
 
+// Listing everything takes its time, and most visits end without a letter.
 void QuickFind::focusInEvent(QFocusEvent* event) {
-    m_findables = m_list();
+    m_isFresh = true;
     QLineEdit::focusInEvent(event);
 }
 
@@ -64,7 +66,7 @@ void QuickFind::Search(const QString& text) {
     const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     m_found.clear();
     m_popup->clear();
-    if (m_findables.empty())
+    if (std::exchange(m_isFresh, false))
         m_findables = m_list();
     std::vector<std::pair<int, std::size_t>> fits;
     if (!words.isEmpty())

@@ -33,6 +33,7 @@ private:
 
     std::function<std::vector<Findable>()> m_list;
     std::vector<Findable> m_findables;
+    bool m_isFresh = true;            // nothing has been listed since the user came to the field
     std::vector<std::size_t> m_found; // in the order of the popup's rows
     QListWidget* m_popup;
 };

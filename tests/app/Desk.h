@@ -72,7 +72,11 @@ public:
             return answer;
         };
         window->resize(1100, 760);
+        bool hasAppeared = false;
+        QObject::connect(window.get(), &MainWindow::Appeared, window.get(),
+                         [&] { hasAppeared = true; });
         window->show();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return hasAppeared; }));
         EXPECT_TRUE(window->Keyboards().Connect(workbench.Choice()));
         window->Transfers().Read();
     }

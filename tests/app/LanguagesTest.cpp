@@ -106,12 +106,15 @@ TEST(Languages, ThingsHaveNamesAndLettersOfTheirOwn) {
 
 TEST(Languages, SpeaksGermanAtOnce) {
     Desk desk;
+    desk.Page("freeProgKeys");
+    desk.Click("cmdEdit_0");
     desk.Page("preferences");
     desk.window->findChild<app::PreferencesPage*>()->Reveal(Preference::PreferedAppLang);
     auto* languages = desk.Find<QComboBox>("PreferedAppLang");
     languages->setCurrentIndex(languages->findData(1031));
     desk.AwaitTitle(QStringLiteral("Überblick"));
     EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the tab stays in front";
+    EXPECT_EQ(desk.Notice(), QStringLiteral("Pick a key first.")) << "a notice is not lost";
     QStringList kinds;
     for (int kind = 0; kind <= static_cast<int>(host::ErrorKind::ModelInvalid); ++kind)
         kinds.append(app::KindText(static_cast<host::ErrorKind>(kind)));
