@@ -315,7 +315,7 @@ void PreferencesPage::ResetToDefaults() {
     const auto answer = QMessageBox::question(
         this, tr("Reset to defaults"),
         tr("Set all preferences to their defaults? The font size, the code page, what to begin "
-           "with and the window's place stay as they are."),
+           "with and the window's position do not change."),
         QMessageBox::Reset | QMessageBox::Cancel, QMessageBox::Cancel);
     if (answer != QMessageBox::Reset)
         return;

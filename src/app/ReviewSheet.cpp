@@ -61,7 +61,7 @@ QString IdentifierWarning(const host::WritePlan& plan) {
     if (plan.GivesIdentifier())
         return ReviewSheet::tr("The keyboard has no identifier and is given one. A document for "
                                "several keyboards leaves the identifier out (qxconf upload "
-                               "--no-identifier); else they can no longer be told apart.");
+                               "--no-identifier); otherwise they can no longer be told apart.");
     return {};
 }
 

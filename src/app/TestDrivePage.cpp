@@ -143,8 +143,8 @@ void TestDrivePage::ShowKeyboard() {
     const bool isSimulated = m_workbench.Simulated() != nullptr;
     m_hint->setText(
         isSimulated
-            ? tr("The simulated keyboard answers as its memory says: write the document to it "
-                 "first to try new settings.")
+            ? tr("The simulated keyboard answers from its memory: write the document to it first "
+                 "to try new settings.")
             : tr("Testing needs the simulated keyboard; choose it in the menu Keyboard."));
     m_tabs->setEnabled(isSimulated);
     const QXKeyboardLayoutData& layout = m_workbench.Layout();

@@ -91,7 +91,7 @@ void Transfers::Read() {
         }
         if (m_workbench.IsMixture())
             emit Warned(tr("Keyboard to document: read all settings, but a write to this keyboard "
-                           "was interrupted: they may be a mixture of old and new ones. Choose "
+                           "was interrupted, so they may be a mixture of old and new ones. Choose "
                            "Keyboard > Settle interrupted write first, then read again."));
         else
             emit Done(tr("Keyboard to document: read all settings. The keyboard is unchanged."));
@@ -125,8 +125,8 @@ std::optional<host::WritePlan> Transfers::Plan() {
         for (const host::Fault& fault : error.faults)
             damaged.append(SectionTitle(SectionOfPlace(fault.place)));
         const QString text =
-            tr("The keyboard's memory is damaged here: %1.\n\nRepairing replaces all of that with "
-               "the document's settings. Otherwise nothing is written.")
+            tr("The keyboard's memory is damaged in: %1.\n\nRepairing replaces all settings there "
+               "with the document's. Otherwise nothing is written.")
                 .arg(damaged.join(QStringLiteral(", ")));
         if (!questions.mayRepair(text, FailureOf({}, error).details))
             return std::nullopt;
@@ -176,7 +176,7 @@ void Transfers::Restore(const host::BackupEntry& backup) {
                                                           tr("Write it into this keyboard?")))
             return;
         if (plan.IsEmpty())
-            return emit Done(tr("The keyboard holds all of this backup; nothing was written."));
+            return emit Done(tr("The keyboard already matches this backup; nothing was written."));
         if (!Review(plan, tr("Restore backup")))
             return;
         if (!Send([&] { m_workbench.Restore(plan, backup.id); }))
@@ -245,8 +245,8 @@ void Transfers::SettleFound(const std::vector<host::JournalEntry>& writes) {
 void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
                        const QString& details) {
     const QString ways =
-        tr("The keyboard may hold a part of it.\n\nFinish writing makes the keyboard hold all of "
-           "it; roll back brings back what the keyboard held before.");
+        tr("The keyboard may hold part of it.\n\nFinish writing completes it; roll back restores "
+           "what the keyboard held before.");
     const Ending ending = questions.recover(why + QStringLiteral("\n\n") + ways, details);
     if (ending == Ending::Later || writes.size() == 1)
         return EndInterrupted(writes.front(), false, ending);
@@ -257,8 +257,8 @@ void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QStr
                               write.till.unit.empty() ? tr("no unit") : ToQt(write.till.unit),
                               LocalTime(write.time), ToQt(write.Id())));
     const int chosen = questions.whichWrite(
-        tr("The keyboard holds a part of several interrupted writes, which were to keyboards that "
-           "cannot be told apart. Which one was it cut in?"),
+        tr("The keyboard holds parts of several interrupted writes to keyboards that cannot be "
+           "told apart. Which of them was interrupted on this keyboard?"),
         names);
     if (chosen < 0)
         return EndInterrupted(writes.front(), false, Ending::Later);

@@ -115,8 +115,8 @@ void Workbench::Connect() {
     try {
         m_driver = setup::OpenDriver(m_options.keyboard);
         const bool isApart = m_driver.failure != nullptr;
-        m_driverNote = isApart ? tr("The driver library is of another word size than this program "
-                                    "and runs in a program of its own.")
+        m_driverNote = isApart ? tr("The driver library has a different word size from this program "
+                                    "and runs in a process of its own.")
                                : ToQt(m_driver.note);
         host::Session::Options options;
         options.progress = [this](int percent) { emit Progressed(percent); };

@@ -1422,8 +1422,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Auf Vorgaben zurücksetzen</translation>
     </message>
     <message>
-        <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s place stay as they are.</source>
-        <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, der Beginn und der Platz des Fensters bleiben, wie sie sind.</translation>
+        <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s position do not change.</source>
+        <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, die Auswahl beim Start und die Position des Fensters ändern sich nicht.</translation>
     </message>
 </context>
 <context>
@@ -1561,7 +1561,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); jede Tastatur behält dann ihre eigene.</translation>
     </message>
     <message>
-        <source>The keyboard has no identifier and is given one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); else they can no longer be told apart.</source>
+        <source>The keyboard has no identifier and is given one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); otherwise they can no longer be told apart.</source>
         <translation>Die Tastatur hat keine Kennung und erhält eine. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); sonst lassen sie sich nicht mehr unterscheiden.</translation>
     </message>
     <message numerus="yes">
@@ -1977,7 +1977,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Lese&amp;r</translation>
     </message>
     <message>
-        <source>The simulated keyboard answers as its memory says: write the document to it first to try new settings.</source>
+        <source>The simulated keyboard answers from its memory: write the document to it first to try new settings.</source>
         <translation>Die simulierte Tastatur antwortet nach ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
     </message>
     <message>
@@ -2143,7 +2143,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Die Tastatur wird gelesen …</translation>
     </message>
     <message>
-        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted: they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
+        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
         <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreiben in diese Tastatur wurde aber unterbrochen: Es können alte und neue gemischt sein. Wählen Sie zuerst Tastatur &gt; Unterbrochenes Schreiben abschließen, und lesen Sie dann noch einmal.</translation>
     </message>
     <message>
@@ -2155,12 +2155,12 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Das Dokument wird mit der Tastatur verglichen …</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s memory is damaged here: %1.
+        <source>The keyboard&apos;s memory is damaged in: %1.
 
-Repairing replaces all of that with the document&apos;s settings. Otherwise nothing is written.</source>
+Repairing replaces all settings there with the document&apos;s. Otherwise nothing is written.</source>
         <translation>Der Speicher der Tastatur ist hier beschädigt: %1.
 
-Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
+Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
     </message>
     <message>
         <source>Nothing was written.</source>
@@ -2184,8 +2184,8 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
     <message numerus="yes">
         <source> (%n byte(s)), read back and found equal.</source>
         <translation>
-            <numerusform> (ein Byte) geschrieben, zurückgelesen und gleich befunden.</numerusform>
-            <numerusform> (%n Bytes) geschrieben, zurückgelesen und gleich befunden.</numerusform>
+            <numerusform> (ein Byte) geschrieben und durch Zurücklesen bestätigt.</numerusform>
+            <numerusform> (%n Bytes) geschrieben und durch Zurücklesen bestätigt.</numerusform>
         </translation>
     </message>
     <message>
@@ -2205,12 +2205,12 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
         <translation>Trotzdem in diese Tastatur schreiben?</translation>
     </message>
     <message>
-        <source>The keyboard holds all of this backup; nothing was written.</source>
-        <translation>Die Tastatur enthält alles aus dieser Sicherung; es wurde nichts geschrieben.</translation>
+        <source>The keyboard already matches this backup; nothing was written.</source>
+        <translation>Die Tastatur stimmt mit dieser Sicherung schon überein; es wurde nichts geschrieben.</translation>
     </message>
     <message>
         <source>Backup to keyboard and document: restored, read back and found equal.</source>
-        <translation>Sicherung in Tastatur und Dokument: zurückgespielt, zurückgelesen und gleich befunden.</translation>
+        <translation>Sicherung in Tastatur und Dokument: zurückgespielt und durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
@@ -2233,12 +2233,12 @@ Beim Reparieren wird all das durch die Einstellungen des Dokuments ersetzt. Ande
         <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
     </message>
     <message>
-        <source>The keyboard may hold a part of it.
+        <source>The keyboard may hold part of it.
 
-Finish writing makes the keyboard hold all of it; roll back brings back what the keyboard held before.</source>
+Finish writing completes it; roll back restores what the keyboard held before.</source>
         <translation>Die Tastatur enthält vielleicht nur einen Teil davon.
 
-„Zu Ende schreiben“ schreibt alles; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
+„Zu Ende schreiben“ schreibt den Rest; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
     </message>
     <message>
         <source>%1 for %2, %3 (%4)</source>
@@ -2249,16 +2249,16 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
         <translation>keine Einheit</translation>
     </message>
     <message>
-        <source>The keyboard holds a part of several interrupted writes, which were to keyboards that cannot be told apart. Which one was it cut in?</source>
-        <translation>Die Tastatur enthält einen Teil mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Bei welchem wurde sie unterbrochen?</translation>
+        <source>The keyboard holds parts of several interrupted writes to keyboards that cannot be told apart. Which of them was interrupted on this keyboard?</source>
+        <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Welcher davon wurde in dieser Tastatur unterbrochen?</translation>
     </message>
     <message>
         <source>The interrupted write of %1 is finished, read back and found equal.</source>
-        <translation>Das unterbrochene Schreiben von %1 ist zu Ende geführt, zurückgelesen und gleich befunden.</translation>
+        <translation>Das unterbrochene Schreiben von %1 ist abgeschlossen und durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
         <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
-        <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt, zurückgelesen und gleich befunden.</translation>
+        <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt; Zurücklesen hat es bestätigt.</translation>
     </message>
     <message>
         <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Settle interrupted write.</source>
@@ -2288,15 +2288,15 @@ Finish writing makes the keyboard hold all of it; roll back brings back what the
     <name>Workbench</name>
     <message>
         <source>The preferences in %1 are damaged: the defaults are used.</source>
-        <translation>Die Einstellungen in %1 sind beschädigt; es gelten die Vorgaben.</translation>
+        <translation>Die Voreinstellungen in %1 sind beschädigt; es gelten die Vorgaben.</translation>
     </message>
     <message>
         <source>The damaged preferences are kept in %1.</source>
-        <translation>Die beschädigten Einstellungen liegen nun in %1.</translation>
+        <translation>Die beschädigten Voreinstellungen liegen nun in %1.</translation>
     </message>
     <message>
-        <source>The driver library is of another word size than this program and runs in a program of its own.</source>
-        <translation>Die Treiberbibliothek hat eine andere Wortbreite als dieses Programm und läuft in einem eigenen Programm.</translation>
+        <source>The driver library has a different word size from this program and runs in a process of its own.</source>
+        <translation>Die Treiberbibliothek hat eine andere Wortbreite als dieses Programm und läuft in einem eigenen Prozess.</translation>
     </message>
     <message>
         <source>%1: damaged in the keyboard, and left out of the document.</source>
