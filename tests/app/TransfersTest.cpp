@@ -58,7 +58,7 @@ TEST(Transfers, AnIsolatedDriverMayDieDuringAWrite) {
     setup::KeyboardChoice choice{QX_WILD_DRIVER, desk.folder / "other.qxk", "full"};
     choice.isolation.emplace();
     ASSERT_TRUE(desk.window->Keyboards().Connect(choice));
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("runs in a program of its own")))
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("runs in a process of its own")))
         << desk.Notice().toStdString();
     desk.Page("commonKeyboard");
     desk.Find<QSlider>("slidOutputDelay")->setValue(9);

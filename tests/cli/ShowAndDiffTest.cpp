@@ -20,7 +20,7 @@ TEST(ShowAndDiff, DiffSpeaksOfSettings) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.out.find("barcode Code 39 minimum length 1 → 4\n"), std::string::npos)
         << outcome.out;
-    EXPECT_NE(outcome.out.find("POS key 12 (F12): (none) → Esc ^Esc\n"), std::string::npos)
+    EXPECT_NE(outcome.out.find("POS key 12 (F11): (none) → Esc ^Esc\n"), std::string::npos)
         << outcome.out;
     EXPECT_NE(outcome.out.find("layered function key layer 9 F24 description (none) → \"Größe\"\n"),
               std::string::npos)
