@@ -16,25 +16,20 @@ struct NotRestored;
 
 namespace qx::app {
 
+// Both in the program's language, apart from what the system and the driver report themselves.
 struct Failure {
-    QString text;    // in the program's language
-    QString details; // what the failing layer itself reports, and every fault of a document
+    QString text;    // what went wrong, what the keyboard holds, what to do
+    QString details; // the driver's calls, places, every fault of a document
 };
 
 // `what` names the thing that the user wanted and did not get, as a sentence; may be empty.
 [[nodiscard]] Failure FailureOf(const QString& what, const std::exception& error);
-
-// The kind of failure as a sentence.
-[[nodiscard]] QString KindText(host::ErrorKind kind);
 
 // What a saved document has lost, and where.
 [[nodiscard]] QString LossText(const host::Loss& loss);
 
 // What the start-up of a keyboard did without.
 [[nodiscard]] QString WarningText(const host::Error& warning);
-
-// Why a backup seems to be of another keyboard.
-[[nodiscard]] QString OtherKeyboardText(const host::Error& other);
 
 // What a restored backup has not brought back.
 [[nodiscard]] QString NotRestoredText(const host::NotRestored& part);

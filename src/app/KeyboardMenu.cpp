@@ -44,11 +44,11 @@ bool KeyboardMenu::Connect(const setup::KeyboardChoice& choice) {
     try {
         m_workbench.Connect(choice);
     } catch (const std::exception& error) {
-        m_failure = FailureOf({}, error).text;
+        m_failure = FailureOf({}, error);
         emit ConnectionFailed(m_failure);
         return false;
     }
-    m_failure.clear();
+    m_failure = {};
     emit Connected();
     m_transfers.Recover();
     return true;

@@ -29,11 +29,11 @@ public:
     // The simulated keyboard that the program was started with, or the user's own.
     void ConnectSimulated();
     // Why the last connection failed; empty when it did not.
-    [[nodiscard]] const QString& FailureToConnect() const { return m_failure; }
+    [[nodiscard]] const Failure& FailureToConnect() const { return m_failure; }
 
 signals:
     void Connected();
-    void ConnectionFailed(const QString& why);
+    void ConnectionFailed(const Failure& why);
     void Told(const QString& text);
 
 private:
@@ -45,7 +45,7 @@ private:
     Transfers& m_transfers;
     QWidget* m_window;
     setup::KeyboardChoice m_startChoice;
-    QString m_failure;
+    Failure m_failure;
     QAction* m_read = nullptr;
     QAction* m_write = nullptr;
     QAction* m_settle = nullptr;

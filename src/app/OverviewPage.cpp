@@ -120,15 +120,18 @@ void OverviewPage::ShowStages() {
     }
 }
 
-void OverviewPage::ShowFailure(const QString& reason) {
-    m_failure->setText(
-        reason.isEmpty()
-            ? QString()
-            : tr("%1\n\nCheck that the keyboard is plugged in, that no other program uses it, and "
-                 "that the chosen driver library belongs to it.")
-                  .arg(reason));
-    m_failure->setVisible(!reason.isEmpty());
-    m_remedies->setVisible(!reason.isEmpty());
+void OverviewPage::ShowFailure(const Failure& reason) {
+    const bool hasFailed = !reason.text.isEmpty();
+    QString text;
+    if (hasFailed)
+        text = tr("%1\n\nCheck that the keyboard is plugged in, that no other program uses it, and "
+                  "that the chosen driver library belongs to it.")
+                   .arg(reason.text);
+    if (!reason.details.isEmpty())
+        text += QStringLiteral("\n\n") + reason.details;
+    m_failure->setText(text);
+    m_failure->setVisible(hasFailed);
+    m_remedies->setVisible(hasFailed);
 }
 
 void OverviewPage::ShowKeyboard() {

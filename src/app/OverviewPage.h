@@ -1,6 +1,7 @@
 // OverviewPage: the connected keyboard: how its start-up went, what it is and what it has.
 #pragma once
 
+#include "app/Failure.h"
 #include "app/Workbench.h"
 
 #include <QWidget>
@@ -19,7 +20,7 @@ public:
     explicit OverviewPage(Workbench& workbench, QWidget* parent = nullptr);
 
     // Says why the keyboard is not connected, and what to check.
-    void ShowFailure(const QString& reason);
+    void ShowFailure(const Failure& reason);
 
 signals:
     void ConnectAgainRequested();

@@ -1,5 +1,6 @@
 #include "app/Transfers.h"
 
+#include "app/ErrorWords.h"
 #include "app/LocalTime.h"
 #include "app/Places.h"
 #include "app/ReviewSheet.h"
@@ -171,7 +172,7 @@ void Transfers::Restore(const host::BackupEntry& backup) {
             return m_workbench.PlanRestore(m_workbench.Records().backups.Load(backup));
         }();
         if (plan.otherKeyboard &&
-            !questions.mayWrite(tr("Restore backup"), OtherKeyboardText(*plan.otherKeyboard) +
+            !questions.mayWrite(tr("Restore backup"), CauseText(*plan.otherKeyboard) +
                                                           QStringLiteral("\n\n") +
                                                           tr("Write it into this keyboard?")))
             return;

@@ -115,9 +115,10 @@ void Workbench::Connect() {
     try {
         m_driver = setup::OpenDriver(m_options.keyboard);
         const bool isApart = m_driver.failure != nullptr;
-        m_driverNote = isApart ? tr("The driver library has a different word size from this program "
-                                    "and runs in a process of its own.")
-                               : ToQt(m_driver.note);
+        m_driverNote = isApart
+                           ? tr("The driver library has a different word size from this program "
+                                "and runs in a process of its own.")
+                           : ToQt(m_driver.note);
         host::Session::Options options;
         options.progress = [this](int percent) { emit Progressed(percent); };
         options.statusText = m_driver.statusText;

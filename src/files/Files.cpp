@@ -19,7 +19,7 @@ constexpr const char* kNew = ".new-";     // part of the names of files being wr
 constexpr std::size_t kLongestName = 255; // bytes, on every supported system
 
 [[noreturn]] void Fail(const fs::path& path, const std::string& what, const std::string& reason) {
-    throw std::runtime_error(TextOf(path) + " " + what + ": " + reason);
+    throw FileFailure(path, what, reason);
 }
 
 void Require(const fs::path& path, const std::error_code& reason) {
@@ -134,6 +134,9 @@ private:
 };
 
 } // namespace
+
+FileFailure::FileFailure(const fs::path& file, const std::string& what, const std::string& reason)
+    : std::runtime_error(TextOf(file) + " " + what + ": " + reason), m_file(file) {}
 
 bool IsSameFile(const fs::path& one, const fs::path& other) {
     std::error_code reason; // set if one of them does not exist

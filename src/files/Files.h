@@ -1,7 +1,7 @@
 // Files: all that is particular to the system about files and folders, for the host layer and the
 // simulated keyboard.
 //
-// Every failure is a std::runtime_error that names the file and the system's reason.
+// Every failure with a file is a FileFailure.
 #pragma once
 
 #include "files/Limits.h"
@@ -9,10 +9,23 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace qx::files {
+
+// What could not be done with a file or folder: the message names it and the system's reason.
+class FileFailure : public std::runtime_error {
+public:
+    FileFailure(const std::filesystem::path& file, const std::string& what,
+                const std::string& reason);
+
+    [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
+
+private:
+    std::filesystem::path m_file;
+};
 
 // All bytes of the file, or of a pipe to its end. Folders, devices, silent pipes and what has more
 // than `most` bytes are refused.

@@ -154,7 +154,7 @@ void System::FlushFolder(const Path& path, Reason& reason) {
 fs::path TargetOf(const fs::path& asked) {
     constexpr int kMostLinks = 40;
     const auto fail = [&](const std::string& why) {
-        throw std::runtime_error(asked.string() + " cannot be written: " + why);
+        throw FileFailure(asked, "cannot be written", why);
     };
     fs::path path = asked;
     std::error_code reason;
@@ -177,7 +177,7 @@ fs::path TargetOf(const fs::path& asked) {
 
 std::string ReadFile(const fs::path& path, std::uintmax_t most) {
     const auto fail = [&](const std::string& why) {
-        throw std::runtime_error(path.string() + " cannot be read: " + why);
+        throw FileFailure(path, "cannot be read", why);
     };
     // Opening a pipe that nobody writes to would wait for ever.
     const OpenFile file(Open(path, O_RDONLY | O_NONBLOCK));
@@ -227,7 +227,7 @@ FileLock::FileLock(const fs::path& path) {
     const fs::path name = LockName(path);
     m_handle = Open(name, O_RDWR | O_CREAT, kPrivateFile);
     if (m_handle < 0)
-        throw std::runtime_error(name.string() + " cannot be made: " + Last().message());
+        throw FileFailure(name, "cannot be made", Last().message());
 }
 
 FileLock::~FileLock() {

@@ -145,7 +145,7 @@ void System::FlushFolder(const Path& /*path*/, Reason& reason) {
 
 fs::path TargetOf(const fs::path& path) {
     const auto fail = [&](const std::string& why) {
-        throw std::runtime_error(TextOf(path) + " cannot be written: " + why);
+        throw FileFailure(path, "cannot be written", why);
     };
     std::error_code reason;
     const fs::path whole = fs::absolute(path, reason);
@@ -167,7 +167,7 @@ fs::path TargetOf(const fs::path& path) {
 
 std::string ReadFile(const fs::path& path, std::uintmax_t most) {
     const auto fail = [&](const std::string& why) {
-        throw std::runtime_error(TextOf(path) + " cannot be read: " + why);
+        throw FileFailure(path, "cannot be read", why);
     };
     std::error_code reason;
     if (fs::is_directory(path, reason))
@@ -199,7 +199,7 @@ FileLock::FileLock(const fs::path& path) {
         CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        throw std::runtime_error(TextOf(name) + " cannot be made: " + ReasonOf(LastOfWindows()));
+        throw FileFailure(name, "cannot be made", ReasonOf(LastOfWindows()));
     m_handle = reinterpret_cast<std::intptr_t>(handle);
 }
 

@@ -1,5 +1,8 @@
 #include "host/Error.h"
 
+#include "files/Files.h"
+#include "files/SystemTexts.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -234,5 +237,13 @@ ErrorKind KindOf(Cause cause) {
 
 Error::Error(Cause cause, ErrorFacts facts)
     : ErrorFacts(std::move(facts)), suggestion(SuggestionFor(cause)), m_cause(cause) {}
+
+Error FileError(const std::exception& reason) {
+    const auto* failure = dynamic_cast<const files::FileFailure*>(&reason);
+    return Error(
+        Cause::FileUnusable,
+        {.reason = reason.what(),
+         .place = {.file = failure != nullptr ? files::TextOf(failure->File()) : std::string()}});
+}
 
 } // namespace qx::host

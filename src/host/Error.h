@@ -260,8 +260,6 @@ private:
 }
 
 // What the system reported about a file; the reason names it.
-[[nodiscard]] inline Error FileError(const std::exception& reason) {
-    return Error(Cause::FileUnusable, {.reason = reason.what()});
-}
+[[nodiscard]] Error FileError(const std::exception& reason);
 
 } // namespace qx::host

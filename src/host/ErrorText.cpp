@@ -72,9 +72,10 @@ std::string ReadBackText(const Error& error) {
     const std::string unnamed =
         error.place.pointer.empty() ? "bytes that no setting uses" : error.place.section;
     return "the keyboard does not hold what was written: " +
-           (error.setting.section.empty() ? unnamed : ToText(error.setting)) + ": " + AddressOf(error) + " holds " +
-           Hex(error.found) + " in place of " + Hex(error.expected) + " (hexadecimal); " +
-           std::to_string(error.count) + (error.count == 1 ? " byte differs" : " bytes differ");
+           (error.setting.section.empty() ? unnamed : ToText(error.setting)) + ": " +
+           AddressOf(error) + " holds " + Hex(error.found) + " in place of " + Hex(error.expected) +
+           " (hexadecimal); " + std::to_string(error.count) +
+           (error.count == 1 ? " byte differs" : " bytes differ");
 }
 
 std::string CauseText(const Error& error) {

@@ -75,7 +75,9 @@ void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choic
         return;
     const OpenedDriver& opened = library.opened;
     if (opened.failure && !opened.failure().empty())
-        throw host::Error(host::Cause::DriverUnusable, {.reason = opened.failure()});
+        throw host::Error(
+            host::Cause::DriverUnusable,
+            {.reason = opened.failure(), .place = {.file = files::TextOf(choice.driver)}});
     const host::FailedCall call = {"QXSIM_SetKeyboard", *status, opened.statusText(*status)};
     if (*status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
         throw host::Error(host::Cause::ModelUnusable, {.reason = call.meaning, .call = call});
@@ -125,7 +127,9 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     } catch (const host::Error&) {
         throw;
     } catch (const std::exception& error) {
-        throw host::Error(host::Cause::DriverUnusable, {.reason = error.what()});
+        throw host::Error(
+            host::Cause::DriverUnusable,
+            {.reason = error.what(), .place = {.file = files::TextOf(choice.driver)}});
     }
 }
 

@@ -1,6 +1,8 @@
 // The texts of the window, in each of its languages.
 #include "Desk.h"
+#include "app/ErrorWords.h"
 #include "app/Failure.h"
+#include "app/FaultWords.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
 #include "host/Session.h"
@@ -115,13 +117,6 @@ TEST(Languages, SpeaksGermanAtOnce) {
     desk.AwaitTitle(QStringLiteral("Überblick"));
     EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the tab stays in front";
     EXPECT_EQ(desk.Notice(), QStringLiteral("Pick a key first.")) << "a notice is not lost";
-    QStringList kinds;
-    for (int kind = 0; kind <= static_cast<int>(host::ErrorKind::ModelInvalid); ++kind)
-        kinds.append(app::KindText(static_cast<host::ErrorKind>(kind)));
-    EXPECT_EQ(kinds.removeDuplicates(), 0);
-    EXPECT_FALSE(kinds.contains(QString()));
-    const host::Error busy(host::Cause::KeyboardBusy);
-    EXPECT_TRUE(app::FailureOf({}, busy).text.startsWith(QStringLiteral("Ein anderes Programm")));
     EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
               QStringLiteral("Magnetkartenleser"));
     desk.Page("barcode");
@@ -180,27 +175,68 @@ TEST(Languages, WarningsAreGermanToo) {
         QStringLiteral("Die Namen der Tastatur waren nicht lesbar (Status des Treibers: 12)")))
         << desk.Notice().toStdString();
 
-    QStringList texts;
-    using host::Cause;
-    for (const Cause cause : {Cause::EntriesUnreadable, Cause::AddressImpossible,
-                              Cause::NamesUnreadable, Cause::AbilitiesUnreadable})
-        texts.append(app::WarningText(
-            host::Error(cause, {.name = "7", .call = host::FailedCall{"QXCFG_Init", 7}})));
-    for (const Cause cause :
-         {Cause::BackupReachedOtherwise, Cause::BackupOfUnit, Cause::BackupOfOtherUnit})
-        texts.append(app::OtherKeyboardText(
-            host::Error(cause, {.names = {"Kasse 1", "Kasse 2"}, .others = {"Kasse 3"}})));
-    EXPECT_TRUE(texts.back().contains(QStringLiteral("Kasse 1 oder Kasse 2")));
-    EXPECT_TRUE(texts.back().endsWith(QStringLiteral("Kasse 3.")));
-    for (const char* section : {"pos", "MODULE_GUID", ""})
-        texts.append(app::NotRestoredText({section, 5}));
-    EXPECT_TRUE(texts[7].startsWith(QStringLiteral("POS-Tasten"))) << texts[7].toStdString();
-    EXPECT_TRUE(texts[8].startsWith(QStringLiteral("MODULE_GUID")));
-    EXPECT_EQ(texts.removeDuplicates(), 0);
-    for (const QString& text : texts)
-        EXPECT_FALSE(text.contains(u'%') || text.contains(QStringLiteral(" is ")))
-            << text.toStdString();
+    EXPECT_EQ(app::CauseText(host::Error(host::Cause::BackupOfOtherUnit,
+                                         {.names = {"Kasse 1", "Kasse 2"}, .others = {"Kasse 3"}})),
+              QStringLiteral("Diese Sicherung stammt von Kasse 1 oder Kasse 2, und nach den "
+                             "Aufzeichnungen ist diese Tastatur Kasse 3."));
+    EXPECT_TRUE(app::NotRestoredText({"pos", 5}).startsWith(QStringLiteral("POS-Tasten")));
+    EXPECT_TRUE(app::NotRestoredText({"MODULE_GUID", 5}).startsWith(QStringLiteral("MODULE_GUID")));
+    EXPECT_TRUE(app::NotRestoredText({"", 5}).contains(u'5'));
     desk.Speak(1033);
+}
+
+// All that an error or a fault is worded with, in the present language.
+QStringList WordsOfErrors() {
+    using namespace host;
+    QStringList texts;
+    const WriteName write{"W-1", "download", "till.json", "Kasse 1", "2026-01-31T09:05:07.123Z"};
+    for (int cause = 0; cause <= static_cast<int>(Cause::SectionsAbsent); ++cause) {
+        const Error error(static_cast<Cause>(cause),
+                          {.name = "A-1",
+                           .other = "B-2",
+                           .names = {"C-3"},
+                           .others = {"D-4"},
+                           .reason = "E-5",
+                           .call = FailedCall{"QXCFG_Init", 7, "F-6"},
+                           .place = {.file = "G-7", .section = "pos", .address = 16},
+                           .writes = {write},
+                           .faults = {Fault("/pos", FaultKind::NotAList, "H-8")}});
+        texts.append(app::CauseText(error));
+        EXPECT_FALSE(texts.back().contains(QStringLiteral("QXCFG_"))) << cause;
+        EXPECT_FALSE(texts.back().contains(QStringLiteral("E-5"))) << cause;
+        const QString details = app::DetailsText(error);
+        for (const char* fact : {"QXCFG_Init", "7", "F-6", "G-7", "E-5", "H-8", "W-1"})
+            EXPECT_TRUE(details.contains(QLatin1String(fact))) << cause << " " << fact;
+        texts.append(details.section(u'\n', 0, 0));
+    }
+    for (int holds = 0; holds <= static_cast<int>(Holds::Unknown); ++holds)
+        texts.append(
+            app::HoldsText(Error(Cause::WritingFailed, {.holds = static_cast<Holds>(holds)})));
+    for (int suggestion = static_cast<int>(Suggestion::Recover);
+         suggestion <= static_cast<int>(Suggestion::MoveFileAway); ++suggestion) {
+        Error error(Cause::WritingFailed);
+        error.suggestion = static_cast<Suggestion>(suggestion);
+        if (error.suggestion != Suggestion::SkipAbsent)
+            texts.append(app::SuggestionText(error));
+    }
+    for (int kind = 0; kind <= static_cast<int>(FaultKind::HoldsOtherUnusedBytes); ++kind)
+        texts.append(app::FaultText(Fault("", static_cast<FaultKind>(kind), 1, 2, 3, 4, 5)));
+    return texts;
+}
+
+TEST(Languages, ErrorsAreWhollyInTheLanguageOfTheWindow) {
+    Desk desk;
+    const QStringList english = WordsOfErrors();
+    desk.Speak(1031);
+    const QStringList german = WordsOfErrors();
+    desk.Speak(1033);
+    ASSERT_EQ(english.size(), german.size());
+    for (qsizetype i = 0; i < english.size(); ++i) {
+        EXPECT_NE(english[i], german[i]);
+        EXPECT_FALSE(german[i].isEmpty() || german[i].contains(u'%')) << english[i].toStdString();
+        for (const char* word : {" the ", " is ", " not ", " of ", " and "})
+            EXPECT_FALSE(german[i].contains(QLatin1String(word))) << german[i].toStdString();
+    }
 }
 
 } // namespace

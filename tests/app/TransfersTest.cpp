@@ -21,7 +21,7 @@ TEST(Transfers, AFailedWriteIsReportedAsFailed) {
     });
     desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 1);
-    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("nothing was written")));
+    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("Nothing was written.")));
     EXPECT_FALSE(desk.Notice().contains(QStringLiteral("written"))) << "it is reported once";
     EXPECT_FALSE(desk.warnings.front().contains(QStringLiteral("QXCFG_")));
     EXPECT_TRUE(desk.details.front().contains(QStringLiteral("QXCFG_")));

@@ -361,94 +361,272 @@
     </message>
 </context>
 <context>
-    <name>Failures</name>
+    <name>Errors</name>
     <message>
-        <source>This cannot be done.</source>
-        <translation>Das ist nicht möglich.</translation>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+    <message>
+        <source>keyboard program</source>
+        <translation>Das Tastaturprogramm</translation>
+    </message>
+    <message>
+        <source>chipcard reader&apos;s program</source>
+        <translation>Das Programm des Chipkartenlesers</translation>
+    </message>
+    <message>
+        <source>parameter memory</source>
+        <translation>Der Parameterspeicher</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (and %n more)</source>
+        <translation>
+            <numerusform>%1 (und ein weiterer)</numerusform>
+            <numerusform>%1 (und %n weitere)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The keyboard does not hold what was written (%n byte(s)).</source>
+        <translation>
+            <numerusform>Die Tastatur enthält nicht, was geschrieben wurde (ein Byte).</numerusform>
+            <numerusform>Die Tastatur enthält nicht, was geschrieben wurde (%n Bytes).</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Affected first: %1.</source>
+        <translation>Zuerst betroffen: %1.</translation>
+    </message>
+    <message>
+        <source>This could not be done.</source>
+        <translation>Das ließ sich nicht ausführen.</translation>
+    </message>
+    <message>
+        <source>There is no backup %1.</source>
+        <translation>Es gibt keine Sicherung %1.</translation>
+    </message>
+    <message>
+        <source>There is no record of an interrupted write %1.</source>
+        <translation>Von einem unterbrochenen Schreibvorgang %1 gibt es keine Aufzeichnung.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds a part of several interrupted writes.</source>
+        <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge.</translation>
+    </message>
+    <message>
+        <source>%1 is not a simulated keyboard and accepts no keyboard file or model.</source>
+        <translation>%1 ist keine simulierte Tastatur und nimmt weder Tastaturdatei noch Modell an.</translation>
+    </message>
+    <message>
+        <source>%1 holds a keyboard of the model %2, not %3.</source>
+        <translation>%1 enthält eine Tastatur des Modells %2, nicht %3.</translation>
+    </message>
+    <message>
+        <source>%1: the name of a key sheet must end with %2.</source>
+        <translation>%1: Der Name eines Tastenblatts muss auf %2 enden.</translation>
+    </message>
+    <message>
+        <source>No keyboard is connected.</source>
+        <translation>Es ist keine Tastatur verbunden.</translation>
     </message>
     <message>
         <source>The keyboard could not be opened.</source>
         <translation>Die Tastatur ließ sich nicht öffnen.</translation>
     </message>
     <message>
-        <source>The transfer from or to the keyboard failed.</source>
-        <translation>Die Übertragung von oder zu der Tastatur ist gescheitert.</translation>
+        <source>The keyboard has no configuration directory.</source>
+        <translation>Die Tastatur hat kein Konfigurationsverzeichnis.</translation>
     </message>
     <message>
-        <source>A file could not be read or written.</source>
-        <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
+        <source>The driver library cannot be used.</source>
+        <translation>Die Treiberbibliothek ist nicht verwendbar.</translation>
     </message>
     <message>
-        <source>The keyboard does not hold the settings written.</source>
-        <translation>Die Tastatur enthält nicht die geschriebenen Einstellungen.</translation>
+        <source>The driver library %1 cannot be used.</source>
+        <translation>Die Treiberbibliothek %1 ist nicht verwendbar.</translation>
     </message>
     <message>
-        <source>This is a different keyboard, or its contents have changed.</source>
-        <translation>Das ist eine andere Tastatur, oder ihr Inhalt hat sich geändert.</translation>
+        <source>There is no keyboard in %1.</source>
+        <translation>In %1 ist keine Tastatur.</translation>
     </message>
     <message>
-        <source>A part of the keyboard&apos;s memory is damaged and was left as it is.</source>
-        <translation>Ein Teil des Tastaturspeichers ist beschädigt und wurde nicht verändert.</translation>
+        <source>The keyboard file %1 cannot be used.</source>
+        <translation>Die Tastaturdatei %1 ist nicht verwendbar.</translation>
     </message>
     <message>
-        <source>Another program is writing to this keyboard.</source>
-        <translation>Ein anderes Programm schreibt gerade in diese Tastatur.</translation>
+        <source>The model of the simulated keyboard cannot be used.</source>
+        <translation>Das Modell der simulierten Tastatur ist nicht verwendbar.</translation>
     </message>
     <message>
-        <source>It was stopped before anything was written.</source>
-        <translation>Der Vorgang wurde angehalten, bevor etwas geschrieben war.</translation>
+        <source>The keyboard layout cannot be used.</source>
+        <translation>Die Tastaturbelegung ist nicht verwendbar.</translation>
     </message>
     <message>
-        <source>An interrupted write must be finished or rolled back first.</source>
-        <translation>Ein unterbrochener Schreibvorgang muss zuerst abgeschlossen oder zurückgenommen werden.</translation>
+        <source>There is no keyboard layout %1 in %2.</source>
+        <translation>In %2 gibt es keine Tastaturbelegung %1.</translation>
     </message>
     <message>
-        <source>The document has faults.</source>
-        <translation>Das Dokument ist fehlerhaft.</translation>
+        <source>Reading from the keyboard failed.</source>
+        <translation>Das Lesen aus der Tastatur ist fehlgeschlagen.</translation>
     </message>
     <message>
-        <source>The keyboard layout has faults.</source>
-        <translation>Die Tastenbelegung ist fehlerhaft.</translation>
+        <source>Writing to the keyboard failed.</source>
+        <translation>Das Schreiben in die Tastatur ist fehlgeschlagen.</translation>
     </message>
     <message>
-        <source>The model of the simulated keyboard has faults.</source>
-        <translation>Das Modell der simulierten Tastatur ist fehlerhaft.</translation>
+        <source>The keyboard was written but could not be read back.</source>
+        <translation>Die Tastatur wurde beschrieben, ließ sich aber nicht zurücklesen.</translation>
     </message>
     <message>
-        <source>%1: a number was limited to those that a document can hold (%2).</source>
-        <translation>%1: Eine Zahl wurde auf den Bereich begrenzt, den ein Dokument fassen kann (%2).</translation>
+        <source>The %1 could not be saved in %2.</source>
+        <translation>%1 konnte nicht in %2 gespeichert werden.</translation>
     </message>
     <message>
-        <source>%1: a text was cut to what a keyboard can hold (%2).</source>
-        <translation>%1: Ein Text wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
+        <source>The %1 could not be loaded from %2.</source>
+        <translation>%1 konnte nicht aus %2 geladen werden.</translation>
     </message>
     <message>
-        <source>%1: codes that no keyboard can hold were left out of a sequence (%2).</source>
-        <translation>%1: Aus einer Folge wurden Codes weggelassen, die keine Tastatur speichern kann (%2).</translation>
+        <source>%1 could not be converted.</source>
+        <translation>%1 konnte nicht umgewandelt werden.</translation>
     </message>
     <message>
-        <source>%1: a sequence was cut to what a keyboard can hold (%2).</source>
-        <translation>%1: Eine Folge wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
+        <source>The keyboard&apos;s code page could not be read.</source>
+        <translation>Die Codepage der Tastatur konnte nicht gelesen werden.</translation>
     </message>
     <message>
-        <source>Entries of the keyboard&apos;s configuration directory could not be read: %1, the first of them entry %2 (the driver&apos;s status: %3).</source>
-        <translation>Einträge im Konfigurationsverzeichnis der Tastatur waren nicht lesbar: %1, als erster der Eintrag %2 (Status des Treibers: %3).</translation>
+        <source>The layer could not be selected.</source>
+        <translation>Die Ebene konnte nicht gewählt werden.</translation>
+    </message>
+    <message>
+        <source>The keyboard does not report which keys are pressed.</source>
+        <translation>Die Tastatur meldet nicht, welche Tasten gedrückt werden.</translation>
+    </message>
+    <message>
+        <source>Reading from the keyboard failed: the driver reported success but moved no data.</source>
+        <translation>Das Lesen aus der Tastatur ist fehlgeschlagen: Der Treiber meldete Erfolg, übertrug aber keine Daten.</translation>
+    </message>
+    <message>
+        <source>The driver reported success but wrote nothing; %1 is unchanged.</source>
+        <translation>Der Treiber meldete Erfolg, schrieb aber nichts; %1 ist unverändert.</translation>
+    </message>
+    <message>
+        <source>A setting has no place in the keyboard&apos;s memory.</source>
+        <translation>Eine Einstellung hat im Speicher der Tastatur keinen Platz.</translation>
+    </message>
+    <message>
+        <source>It is not known whether the keyboard has this module: %1.</source>
+        <translation>Es ist nicht bekannt, ob die Tastatur dieses Modul hat: %1.</translation>
+    </message>
+    <message>
+        <source>It could not be determined which keyboard this is.</source>
+        <translation>Es ließ sich nicht feststellen, welche Tastatur dies ist.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no layered function keys.</source>
+        <translation>Diese Tastatur hat keine Funktionstasten mit Ebenen.</translation>
+    </message>
+    <message>
+        <source>Entries of the keyboard&apos;s configuration directory could not be read: %1, the first of them entry %2.</source>
+        <translation>Einträge im Konfigurationsverzeichnis der Tastatur waren nicht lesbar: %1, der erste davon ist der Eintrag %2.</translation>
     </message>
     <message>
         <source>The keyboard&apos;s configuration directory has %1 at %2, which is not an address.</source>
         <translation>Im Konfigurationsverzeichnis der Tastatur steht %1 bei %2; das ist keine Adresse.</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s names could not be read (the driver&apos;s status: %1).</source>
-        <translation>Die Namen der Tastatur waren nicht lesbar (Status des Treibers: %1).</translation>
+        <source>The keyboard&apos;s names could not be read.</source>
+        <translation>Die Namen der Tastatur waren nicht lesbar.</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s abilities could not be read and count as absent (the driver&apos;s status: %1).</source>
-        <translation>Die Fähigkeiten der Tastatur waren nicht lesbar und gelten als nicht vorhanden (Status des Treibers: %1).</translation>
+        <source>The keyboard&apos;s abilities could not be read and count as absent.</source>
+        <translation>Die Fähigkeiten der Tastatur waren nicht lesbar und gelten als nicht vorhanden.</translation>
     </message>
     <message>
-        <source> or </source>
-        <translation> oder </translation>
+        <source>A file could not be read or written.</source>
+        <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
+    </message>
+    <message>
+        <source>%1 could not be read or written.</source>
+        <translation>%1 konnte nicht gelesen oder geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The record %1 cannot be used.</source>
+        <translation>Die Aufzeichnung %1 ist nicht verwendbar.</translation>
+    </message>
+    <message>
+        <source>The record of a write is damaged; it may be of an interrupted write to this keyboard.</source>
+        <translation>Die Aufzeichnung eines Schreibvorgangs ist beschädigt; sie könnte zu einem unterbrochenen Schreibvorgang in diese Tastatur gehören.</translation>
+    </message>
+    <message>
+        <source>The keyboard was written, read back and found equal, but the write could not be recorded.</source>
+        <translation>Die Tastatur wurde beschrieben, zurückgelesen und stimmt überein; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>The keyboard was written and not read back; the write could not be recorded.</source>
+        <translation>Die Tastatur wurde beschrieben und nicht zurückgelesen; der Schreibvorgang konnte nicht aufgezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>The file was loaded into the keyboard, but that could not be recorded.</source>
+        <translation>Die Datei wurde in die Tastatur geladen; das konnte aber nicht aufgezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>The record of the interrupted write could not be removed.</source>
+        <translation>Die Aufzeichnung des unterbrochenen Schreibvorgangs konnte nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>The receipt could not be written.</source>
+        <translation>Der Beleg konnte nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>%1 is not a code page: it has %2 bytes instead of %3.</source>
+        <translation>%1 ist keine Codepage: Die Datei hat %2 statt %3 Bytes.</translation>
+    </message>
+    <message>
+        <source>The driver cannot open %1: the name has letters that are not in the system&apos;s character set.</source>
+        <translation>Der Treiber kann %1 nicht öffnen: Der Name enthält Buchstaben, die im Zeichensatz des Systems fehlen.</translation>
+    </message>
+    <message>
+        <source>The preferences could not be stored.</source>
+        <translation>Die Voreinstellungen konnten nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>The preferences cannot be kept in %1: it is not an ordinary file.</source>
+        <translation>Die Voreinstellungen lassen sich nicht in %1 ablegen: Das ist keine gewöhnliche Datei.</translation>
+    </message>
+    <message>
+        <source>The preferences cannot be kept in %1: it holds something else.</source>
+        <translation>Die Voreinstellungen lassen sich nicht in %1 ablegen: Die Datei enthält etwas anderes.</translation>
+    </message>
+    <message>
+        <source>The preferences in %1 are damaged and could not be set aside.</source>
+        <translation>Die Voreinstellungen in %1 sind beschädigt und ließen sich nicht beiseitelegen.</translation>
+    </message>
+    <message>
+        <source>The preference %1 could not be stored in %2.</source>
+        <translation>Die Voreinstellung %1 konnte nicht in %2 gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>There is no folder for the preferences.</source>
+        <translation>Es gibt keinen Ordner für die Voreinstellungen.</translation>
+    </message>
+    <message>
+        <source>%1 is not a copy of unsaved work, or is damaged.</source>
+        <translation>%1 ist keine Kopie nicht gespeicherter Arbeit oder ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>The key sheet could not be made.</source>
+        <translation>Das Tastenblatt konnte nicht erstellt werden.</translation>
+    </message>
+    <message>
+        <source>This is not the keyboard that the write was prepared for.</source>
+        <translation>Das ist nicht die Tastatur, für die der Schreibvorgang vorbereitet wurde.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s contents have changed since the write was prepared, or it is another keyboard.</source>
+        <translation>Der Inhalt der Tastatur hat sich geändert, seit der Schreibvorgang vorbereitet wurde, oder es ist eine andere Tastatur.</translation>
+    </message>
+    <message>
+        <source>The backup is of a %1, which has other modules than this %2.</source>
+        <translation>Die Sicherung stammt von einer %1, die andere Module hat als diese %2.</translation>
     </message>
     <message>
         <source>This backup is of another keyboard of this kind, or of one that was reached in another way.</source>
@@ -467,12 +645,454 @@
         <translation>Diese Sicherung stammt von %1, und nach den Aufzeichnungen ist diese Tastatur %2.</translation>
     </message>
     <message>
+        <source>The interrupted write has been settled meanwhile.</source>
+        <translation>Der unterbrochene Schreibvorgang ist inzwischen erledigt.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds exactly what it held before the interrupted write (%1), so it may be another one. The record of the write is kept.</source>
+        <translation>Die Tastatur enthält genau das, was sie vor dem unterbrochenen Schreibvorgang (%1) enthielt; vielleicht ist es eine andere. Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds all of the interrupted write (%1), so it may be another one. The record of the write is kept.</source>
+        <translation>Die Tastatur enthält den unterbrochenen Schreibvorgang (%1) vollständig; vielleicht ist es eine andere. Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s contents do not match the interrupted write (%1). The record of the write is kept.</source>
+        <translation>Der Inhalt der Tastatur passt nicht zum unterbrochenen Schreibvorgang (%1). Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>This is another keyboard: its identifier is %1, not %2.</source>
+        <translation>Das ist eine andere Tastatur: Ihre Kennung ist %1, nicht %2.</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s identifier is replaced by that of another keyboard.</source>
+        <translation>Die Kennung der Tastatur wird durch die einer anderen Tastatur ersetzt.</translation>
+    </message>
+    <message>
+        <source>The keyboard has no identifier and is given that of the document.</source>
+        <translation>Die Tastatur hat keine Kennung und erhält die des Dokuments.</translation>
+    </message>
+    <message>
+        <source>A part of the keyboard&apos;s memory is damaged: %1</source>
+        <translation>Ein Teil des Speichers der Tastatur ist beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>Another program is writing to this keyboard, or to one of its kind that cannot be told from it.</source>
+        <translation>Ein anderes Programm schreibt gerade in diese Tastatur oder in eine gleiche, die sich nicht von ihr unterscheiden lässt.</translation>
+    </message>
+    <message>
+        <source>Another program is writing to this keyboard (%1).</source>
+        <translation>Ein anderes Programm schreibt gerade in diese Tastatur (%1).</translation>
+    </message>
+    <message>
+        <source>Stopped before anything was written.</source>
+        <translation>Abgebrochen, bevor etwas geschrieben wurde.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds a part of an interrupted write (%1), which must be finished or rolled back first.</source>
+        <translation>Die Tastatur enthält einen Teil eines unterbrochenen Schreibvorgangs (%1), der zuerst abgeschlossen oder rückgängig gemacht werden muss.</translation>
+    </message>
+    <message>
+        <source>The document has faults: %1</source>
+        <translation>Das Dokument hat Fehler: %1</translation>
+    </message>
+    <message>
+        <source>%1 has faults: %2</source>
+        <translation>%1 hat Fehler: %2</translation>
+    </message>
+    <message>
+        <source>The keyboard lacks modules that the document has settings for: %1</source>
+        <translation>Der Tastatur fehlen Module, für die das Dokument Einstellungen hat: %1</translation>
+    </message>
+    <message>
+        <source>Nothing was written.</source>
+        <translation>Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Nothing has changed: the keyboard holds what it held before.</source>
+        <translation>Nichts hat sich geändert: Die Tastatur enthält, was sie vorher enthielt.</translation>
+    </message>
+    <message>
+        <source>Read back once more, the keyboard holds everything that was to be written.</source>
+        <translation>Noch einmal zurückgelesen, enthält die Tastatur alles, was geschrieben werden sollte.</translation>
+    </message>
+    <message>
+        <source>The keyboard is partly written.</source>
+        <translation>Die Tastatur ist teilweise beschrieben.</translation>
+    </message>
+    <message>
+        <source>The keyboard may be partly written.</source>
+        <translation>Die Tastatur ist möglicherweise teilweise beschrieben.</translation>
+    </message>
+    <message>
+        <source>Choose Keyboard &gt; Settle interrupted write.</source>
+        <translation>Wählen Sie Tastatur &gt; Unterbrochenes Schreiben abschließen.</translation>
+    </message>
+    <message>
+        <source>The backup %1 on the page Backups has what the keyboard held before.</source>
+        <translation>Die Sicherung %1 auf der Seite Sicherungen enthält, was die Tastatur vorher enthielt.</translation>
+    </message>
+    <message>
+        <source>Start again; the keyboard is then read anew.</source>
+        <translation>Beginnen Sie von vorn; die Tastatur wird dann neu gelesen.</translation>
+    </message>
+    <message>
+        <source>Try again when the other program has finished.</source>
+        <translation>Versuchen Sie es noch einmal, wenn das andere Programm fertig ist.</translation>
+    </message>
+    <message>
+        <source>Choose Keyboard &gt; Write to keyboard to replace the damaged part with the document&apos;s settings.</source>
+        <translation>Wählen Sie Tastatur &gt; In Tastatur schreiben, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
+    </message>
+    <message>
+        <source>Only qxconf can fill in the placeholders of a document (option --set).</source>
+        <translation>Nur qxconf kann die Platzhalter eines Dokuments ausfüllen (Option --set).</translation>
+    </message>
+    <message>
+        <source>Choose another driver library or keyboard in the menu Keyboard.</source>
+        <translation>Wählen Sie im Menü Tastatur eine andere Treiberbibliothek oder Tastatur.</translation>
+    </message>
+    <message>
+        <source>Start the program with the option --model to choose a model.</source>
+        <translation>Starten Sie das Programm mit der Option --model, um ein Modell zu wählen.</translation>
+    </message>
+    <message>
+        <source>Start the program without the options --keyboard and --model.</source>
+        <translation>Starten Sie das Programm ohne die Optionen --keyboard und --model.</translation>
+    </message>
+    <message>
+        <source>A document for several keyboards should leave the identifier out.</source>
+        <translation>Ein Dokument für mehrere Tastaturen sollte die Kennung weglassen.</translation>
+    </message>
+    <message>
+        <source>Move the file to another folder once you have dealt with it.</source>
+        <translation>Verschieben Sie die Datei in einen anderen Ordner, wenn Sie sich darum gekümmert haben.</translation>
+    </message>
+    <message>
+        <source>Move %1 to another folder once you have dealt with it.</source>
+        <translation>Verschieben Sie %1 in einen anderen Ordner, wenn Sie sich darum gekümmert haben.</translation>
+    </message>
+    <message>
+        <source>Driver&apos;s function: %1</source>
+        <translation>Funktion des Treibers: %1</translation>
+    </message>
+    <message>
+        <source>Driver&apos;s status: %1</source>
+        <translation>Status des Treibers: %1</translation>
+    </message>
+    <message>
+        <source>Driver&apos;s message: %1</source>
+        <translation>Meldung des Treibers: %1</translation>
+    </message>
+    <message>
+        <source>File: %1</source>
+        <translation>Datei: %1</translation>
+    </message>
+    <message>
+        <source>Section: %1</source>
+        <translation>Bereich: %1</translation>
+    </message>
+    <message>
+        <source>Address: %1 (hexadecimal)</source>
+        <translation>Adresse: %1 (hexadezimal)</translation>
+    </message>
+    <message>
+        <source>Byte: %1 (hexadecimal)</source>
+        <translation>Byte: %1 (hexadezimal)</translation>
+    </message>
+    <message>
+        <source>%1 instead of %2</source>
+        <translation>%1 statt %2</translation>
+    </message>
+    <message>
+        <source>Layouts: %1</source>
+        <translation>Belegungen: %1</translation>
+    </message>
+    <message>
+        <source>Write: %1</source>
+        <translation>Schreibvorgang: %1</translation>
+    </message>
+    <message>
+        <source>Backup: %1</source>
+        <translation>Sicherung: %1</translation>
+    </message>
+    <message>
+        <source>Reported by the system: %1</source>
+        <translation>Meldung des Systems: %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>%1 for %2, %3</source>
+        <translation>%1 für %2, %3</translation>
+    </message>
+</context>
+<context>
+    <name>Failures</name>
+    <message>
+        <source>%1: a number was limited to those that a document can hold (%2).</source>
+        <translation>%1: Eine Zahl wurde auf den Bereich begrenzt, den ein Dokument fassen kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1: a text was cut to what a keyboard can hold (%2).</source>
+        <translation>%1: Ein Text wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1: codes that no keyboard can hold were left out of a sequence (%2).</source>
+        <translation>%1: Aus einer Folge wurden Codes weggelassen, die keine Tastatur speichern kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1: a sequence was cut to what a keyboard can hold (%2).</source>
+        <translation>%1: Eine Folge wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
+    </message>
+    <message>
+        <source>%1 (Driver&apos;s status: %2)</source>
+        <translation>%1 (Status des Treibers: %2)</translation>
+    </message>
+    <message>
         <source>Bytes of the backup for which this keyboard has no place: %1.</source>
         <translation>Bytes der Sicherung, für die diese Tastatur keinen Platz hat: %1.</translation>
     </message>
     <message>
         <source>%1: not all of this is in the backup; the rest stays as it is.</source>
         <translation>%1: nicht vollständig in der Sicherung enthalten; der Rest bleibt, wie er ist.</translation>
+    </message>
+</context>
+<context>
+    <name>Faults</name>
+    <message>
+        <source>more than %1 bytes</source>
+        <translation>mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>the text is UTF-16, not UTF-8</source>
+        <translation>der Text ist UTF-16, nicht UTF-8</translation>
+    </message>
+    <message>
+        <source>not valid JSON: the end is missing</source>
+        <translation>kein gültiges JSON: das Ende fehlt</translation>
+    </message>
+    <message>
+        <source>not valid JSON: line %1, at the end of %2</source>
+        <translation>kein gültiges JSON: Zeile %1, am Ende von %2</translation>
+    </message>
+    <message>
+        <source>the number %1 is too large</source>
+        <translation>die Zahl %1 ist zu groß</translation>
+    </message>
+    <message>
+        <source>objects and lists are nested more than %1 deep</source>
+        <translation>Objekte und Listen sind tiefer als %1 Ebenen geschachtelt</translation>
+    </message>
+    <message>
+        <source>an object has more than %1 members</source>
+        <translation>ein Objekt hat mehr als %1 Elemente</translation>
+    </message>
+    <message>
+        <source>the member %1 is given twice</source>
+        <translation>das Element %1 steht zweimal darin</translation>
+    </message>
+    <message>
+        <source>not a file of the format &quot;%1&quot;</source>
+        <translation>keine Datei des Formats „%1“</translation>
+    </message>
+    <message>
+        <source>version %1 is not known; this program reads version %2</source>
+        <translation>die Version %1 ist unbekannt; dieses Programm liest Version %2</translation>
+    </message>
+    <message>
+        <source>it is not as it was written</source>
+        <translation>die Datei ist nicht mehr so, wie sie geschrieben wurde</translation>
+    </message>
+    <message>
+        <source>there are more faults than are reported</source>
+        <translation>es gibt mehr Fehler, als hier aufgeführt sind</translation>
+    </message>
+    <message>
+        <source>unknown member %1</source>
+        <translation>unbekanntes Element %1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>„%1“ fehlt</translation>
+    </message>
+    <message>
+        <source>%1 is not an object</source>
+        <translation>%1 ist kein Objekt</translation>
+    </message>
+    <message>
+        <source>%1 is not a list</source>
+        <translation>%1 ist keine Liste</translation>
+    </message>
+    <message>
+        <source>%1 is not a list of %2 elements</source>
+        <translation>%1 ist keine Liste mit %2 Einträgen</translation>
+    </message>
+    <message>
+        <source>the list has more than %1 elements</source>
+        <translation>die Liste hat mehr als %1 Einträge</translation>
+    </message>
+    <message>
+        <source>the list is empty</source>
+        <translation>die Liste ist leer</translation>
+    </message>
+    <message>
+        <source>%1 is not a text</source>
+        <translation>%1 ist kein Text</translation>
+    </message>
+    <message>
+        <source>the text is empty</source>
+        <translation>der Text ist leer</translation>
+    </message>
+    <message>
+        <source>the text holds a character of code 0, which would end it</source>
+        <translation>der Text enthält ein Zeichen mit dem Code 0, das ihn beenden würde</translation>
+    </message>
+    <message>
+        <source>the text has %1 UTF-16 units, more than the %2 that fit</source>
+        <translation>der Text hat %1 UTF-16-Einheiten; höchstens %2 passen hinein</translation>
+    </message>
+    <message>
+        <source>%1 is not a text of at most %2 printable ASCII characters</source>
+        <translation>%1 ist kein Text aus höchstens %2 druckbaren ASCII-Zeichen</translation>
+    </message>
+    <message>
+        <source>%1 is neither true nor false</source>
+        <translation>%1 ist weder true noch false</translation>
+    </message>
+    <message>
+        <source>%1 is not a whole number from %2 to %3</source>
+        <translation>%1 ist keine ganze Zahl von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>%1 is not a code from %2 to %3</source>
+        <translation>%1 ist kein Code von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>%1 is neither a list of key codes nor a text</source>
+        <translation>%1 ist weder eine Liste von Tastencodes noch ein Text</translation>
+    </message>
+    <message>
+        <source>%1 is not one of: %2</source>
+        <translation>%1 ist keiner der Werte: %2</translation>
+    </message>
+    <message>
+        <source>%1 is not bytes in hexadecimal digits</source>
+        <translation>%1 sind keine Bytes in hexadezimalen Ziffern</translation>
+    </message>
+    <message>
+        <source>%1 is not an identifier like {01234567-89AB-CDEF-0123-456789ABCDEF}</source>
+        <translation>%1 ist keine Kennung der Form {01234567-89AB-CDEF-0123-456789ABCDEF}</translation>
+    </message>
+    <message>
+        <source>%1 is not the name of a file</source>
+        <translation>%1 ist kein Dateiname</translation>
+    </message>
+    <message>
+        <source>%1 is not a module of a directory</source>
+        <translation>%1 ist kein Modul eines Verzeichnisses</translation>
+    </message>
+    <message>
+        <source>the sequence has %1 codes, more than the %2 that fit</source>
+        <translation>die Folge hat %1 Codes; höchstens %2 passen hinein</translation>
+    </message>
+    <message>
+        <source>a sequence as text needs a keyboard layout</source>
+        <translation>eine Folge als Text braucht eine Tastaturbelegung</translation>
+    </message>
+    <message>
+        <source>{0} would end the sequence in the keyboard</source>
+        <translation>{0} würde die Folge in der Tastatur beenden</translation>
+    </message>
+    <message>
+        <source>%1 is an item of its own, with blanks around it</source>
+        <translation>%1 muss für sich stehen, mit Leerzeichen davor und dahinter</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not begin a placeholder like ${name}; write $${ for ${ itself</source>
+        <translation>„%1“ ist nicht der Anfang eines Platzhalters wie ${name}; für ${ selbst schreiben Sie $${</translation>
+    </message>
+    <message>
+        <source>a value is missing for %1</source>
+        <translation>ein Wert für %1 fehlt</translation>
+    </message>
+    <message>
+        <source>its variables give it more than %1 bytes</source>
+        <translation>seine Variablen machen ihn länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>%1 is not a variable&apos;s name: a letter, and then letters, digits, hyphens and underscores</source>
+        <translation>%1 ist kein Name einer Variablen: ein Buchstabe, dann Buchstaben, Ziffern, Binde- und Unterstriche</translation>
+    </message>
+    <message>
+        <source>the list has more than one element with %1</source>
+        <translation>die Liste hat mehr als einen Eintrag mit %1</translation>
+    </message>
+    <message>
+        <source>key %1 is not programmable here</source>
+        <translation>die Taste %1 lässt sich hier nicht programmieren</translation>
+    </message>
+    <message>
+        <source>key %1 is used more than once</source>
+        <translation>die Taste %1 kommt mehr als einmal vor</translation>
+    </message>
+    <message>
+        <source>the first key is not the block&apos;s slot %1</source>
+        <translation>die erste Taste ist nicht der Platz %1 des Blocks</translation>
+    </message>
+    <message>
+        <source>the keyboard does not store this option; it can only be %1</source>
+        <translation>die Tastatur speichert diese Option nicht; nur %1 ist möglich</translation>
+    </message>
+    <message>
+        <source>this keyboard stores no identifier</source>
+        <translation>diese Tastatur speichert keine Kennung</translation>
+    </message>
+    <message>
+        <source>this keyboard has no such module</source>
+        <translation>diese Tastatur hat dieses Modul nicht</translation>
+    </message>
+    <message>
+        <source>the area, up to %1, meets that of %2, from %3 to %4</source>
+        <translation>der Bereich bis %1 überschneidet den von %2, von %3 bis %4</translation>
+    </message>
+    <message>
+        <source>a range does not have as many new bytes as old ones</source>
+        <translation>ein Bereich hat nicht so viele neue Bytes wie alte</translation>
+    </message>
+    <message>
+        <source>the memory is damaged at address %1 (hexadecimal): a description holds half a character</source>
+        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: eine Beschreibung enthält ein halbes Zeichen</translation>
+    </message>
+    <message>
+        <source>the memory is damaged at address %1 (hexadecimal): POS key %2 is in group %3, and groups are 1 to %4</source>
+        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Taste %2 gehört zur Gruppe %3; Gruppen sind 1 bis %4</translation>
+    </message>
+    <message>
+        <source>the memory is damaged at address %1 (hexadecimal): POS keys %2 and %3 of group %4 both have a sequence, and a group has one</source>
+        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Tasten %2 und %3 der Gruppe %4 haben je eine Folge; eine Gruppe hat nur eine</translation>
+    </message>
+    <message>
+        <source>was damaged in the keyboard when the backup was made</source>
+        <translation>war in der Tastatur beschädigt, als die Sicherung entstand</translation>
+    </message>
+    <message>
+        <source>%1: address %2 holds %3 in place of %4 (hexadecimal); bytes that differ: %5</source>
+        <translation>%1: die Adresse %2 enthält %3 statt %4 (hexadezimal); abweichende Bytes: %5</translation>
+    </message>
+    <message>
+        <source>bytes that no setting uses: address %1 holds %2 in place of %3 (hexadecimal); bytes that differ: %4</source>
+        <translation>Bytes, die keine Einstellung benutzt: die Adresse %1 enthält %2 statt %3 (hexadezimal); abweichende Bytes: %4</translation>
+    </message>
+    <message>
+        <source>the sequence cannot be read as text</source>
+        <translation>die Folge lässt sich nicht als Text lesen</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,396 @@
+#include "app/ErrorWords.h"
+
+#include "app/FaultWords.h"
+#include "app/LocalTime.h"
+#include "app/SettingWords.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+namespace qx::app {
+
+namespace {
+
+struct Errors {
+    Q_DECLARE_TR_FUNCTIONS(Errors)
+};
+
+QString ToQt(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+// "till 1 or till 2"
+QString Alternatives(const std::vector<std::string>& names) {
+    QStringList list;
+    for (const std::string& name : names)
+        list.append(ToQt(name));
+    return list.join(Errors::tr(" or "));
+}
+
+QString Hex(Long number) {
+    return QString::number(number, 16).toUpper();
+}
+
+QString KindOfFile(const std::string& key) {
+    if (key == "rom")
+        return Errors::tr("keyboard program");
+    if (key == "chipcard")
+        return Errors::tr("chipcard reader's program");
+    return Errors::tr("parameter memory");
+}
+
+QString FirstWrite(const host::Error& error) {
+    return error.writes.empty() ? QString() : WriteText(error.writes.front());
+}
+
+QString SectionOf(const host::Error& error) {
+    const QString title = SectionTitle(error.place.section);
+    return title.isEmpty() ? ToQt(error.place.section) : title;
+}
+
+QString Related(const host::Error& error) {
+    return error.related.empty() ? QString() : CauseText(error.related.front());
+}
+
+// The first of the faults, and how many more there are.
+QString Faults(const host::Error& error) {
+    if (error.faults.empty())
+        return {};
+    const QString first = FaultText(error.faults.front());
+    const auto others = static_cast<int>(error.faults.size()) - 1;
+    return others == 0 ? first : Errors::tr("%1 (and %n more)", "", others).arg(first);
+}
+
+QString ReadBackText(const host::Error& error) {
+    const QString text = Errors::tr("The keyboard does not hold what was written (%n byte(s)).", "",
+                                    static_cast<int>(error.count));
+    return error.place.section.empty()
+               ? text
+               : text + QLatin1Char(' ') + Errors::tr("Affected first: %1.").arg(SectionOf(error));
+}
+
+} // namespace
+
+QString CauseText(const host::Error& error) {
+    using host::Cause;
+    const QString file = ToQt(error.place.file);
+    const QString name = ToQt(error.name);
+    const QString other = ToQt(error.other);
+    switch (error.Why()) {
+    case Cause::WrongUsage:
+    case Cause::Unforeseen:
+        return Errors::tr("This could not be done.");
+    case Cause::NoSuchBackup:
+        return Errors::tr("There is no backup %1.").arg(name);
+    case Cause::NoSuchWrite:
+        return Errors::tr("There is no record of an interrupted write %1.").arg(name);
+    case Cause::WriteToForgetUnclear:
+    case Cause::WritesInterrupted:
+        return Errors::tr("The keyboard holds a part of several interrupted writes.");
+    case Cause::DriverTakesNoKeyboard:
+        return Errors::tr("%1 is not a simulated keyboard and accepts no keyboard file or model.")
+            .arg(file);
+    case Cause::KeyboardOfOtherModel:
+        return Errors::tr("%1 holds a keyboard of the model %2, not %3.").arg(file, name, other);
+    case Cause::SheetFormatUnknown:
+        return Errors::tr("%1: the name of a key sheet must end with %2.")
+            .arg(file, Alternatives(error.names));
+    case Cause::NoKeyboardConnected:
+        return Errors::tr("No keyboard is connected.");
+    case Cause::OpeningFailed:
+        return Errors::tr("The keyboard could not be opened.");
+    case Cause::NoDirectory:
+    case Cause::DirectoryGone:
+        return Errors::tr("The keyboard has no configuration directory.");
+    case Cause::DriverUnusable:
+        return error.place.file.empty()
+                   ? Errors::tr("The driver library cannot be used.")
+                   : Errors::tr("The driver library %1 cannot be used.").arg(file);
+    case Cause::KeyboardFileMissing:
+        return Errors::tr("There is no keyboard in %1.").arg(file);
+    case Cause::KeyboardFileRefused:
+        return Errors::tr("The keyboard file %1 cannot be used.").arg(file);
+    case Cause::ModelUnusable:
+        return Errors::tr("The model of the simulated keyboard cannot be used.");
+    case Cause::LayoutUnusable:
+        return Errors::tr("The keyboard layout cannot be used.");
+    case Cause::NoSuchLayout:
+        return Errors::tr("There is no keyboard layout %1 in %2.").arg(name, file);
+    case Cause::ReadingFailed:
+        return Errors::tr("Reading from the keyboard failed.");
+    case Cause::WritingFailed:
+        return Errors::tr("Writing to the keyboard failed.");
+    case Cause::ReadBackFailed:
+        return Errors::tr("The keyboard was written but could not be read back.");
+    case Cause::FileNotSaved:
+        return Errors::tr("The %1 could not be saved in %2.").arg(KindOfFile(error.name), file);
+    case Cause::FileNotLoaded:
+        return Errors::tr("The %1 could not be loaded from %2.").arg(KindOfFile(error.name), file);
+    case Cause::FileNotConverted:
+        return Errors::tr("%1 could not be converted.").arg(file);
+    case Cause::CodePageNotRead:
+        return Errors::tr("The keyboard's code page could not be read.");
+    case Cause::LayerNotSelected:
+        return Errors::tr("The layer could not be selected.");
+    case Cause::PositionModeNotEntered:
+    case Cause::PositionModeNotLeft:
+    case Cause::KeysNotAsked:
+        return Errors::tr("The keyboard does not report which keys are pressed.");
+    case Cause::NothingMoved:
+        return Errors::tr("Reading from the keyboard failed: the driver reported success but moved "
+                          "no data.");
+    case Cause::NothingSaved:
+        return Errors::tr("The driver reported success but wrote nothing; %1 is unchanged.")
+            .arg(file);
+    case Cause::NoPlaceInBlock:
+        return Errors::tr("A setting has no place in the keyboard's memory.");
+    case Cause::SectionUnknown: {
+        const QString title = SectionTitle(error.name);
+        return Errors::tr("It is not known whether the keyboard has this module: %1.")
+            .arg(title.isEmpty() ? name : title);
+    }
+    case Cause::KeyboardUnknown:
+        return Errors::tr("It could not be determined which keyboard this is.");
+    case Cause::NoLayers:
+        return Errors::tr("This keyboard has no layered function keys.");
+    case Cause::EntriesUnreadable:
+        return Errors::tr("Entries of the keyboard's configuration directory could not be read: "
+                          "%1, the first of them entry %2.")
+            .arg(error.count)
+            .arg(error.index);
+    case Cause::AddressImpossible:
+        return Errors::tr("The keyboard's configuration directory has %1 at %2, which is not an "
+                          "address.")
+            .arg(name)
+            .arg(error.place.address.value_or(0));
+    case Cause::NamesUnreadable:
+        return Errors::tr("The keyboard's names could not be read.");
+    case Cause::AbilitiesUnreadable:
+        return Errors::tr("The keyboard's abilities could not be read and count as absent.");
+    case Cause::FileUnusable:
+        return error.place.file.empty() ? Errors::tr("A file could not be read or written.")
+                                        : Errors::tr("%1 could not be read or written.").arg(file);
+    case Cause::RecordDamaged:
+        return Errors::tr("The record %1 cannot be used.").arg(file);
+    case Cause::EntryDamaged:
+        return Errors::tr("The record of a write is damaged; it may be of an interrupted write to "
+                          "this keyboard.");
+    case Cause::NotRecorded:
+        return Errors::tr("The keyboard was written, read back and found equal, but the write "
+                          "could not be recorded.");
+    case Cause::UnprovedNotRecorded:
+        return Errors::tr("The keyboard was written and not read back; the write could not be "
+                          "recorded.");
+    case Cause::LoadNotRecorded:
+        return Errors::tr("The file was loaded into the keyboard, but that could not be recorded.");
+    case Cause::EntryNotEnded:
+        return Errors::tr("The record of the interrupted write could not be removed.");
+    case Cause::NoReceipt:
+        return Errors::tr("The receipt could not be written.");
+    case Cause::NotACodePage:
+        return Errors::tr("%1 is not a code page: it has %2 bytes instead of %3.")
+            .arg(file)
+            .arg(error.count)
+            .arg(error.expected);
+    case Cause::NameNotForDriver:
+        return Errors::tr("The driver cannot open %1: the name has letters that are not in the "
+                          "system's character set.")
+            .arg(file);
+    case Cause::PreferencesNotStored:
+        return Errors::tr("The preferences could not be stored.");
+    case Cause::PreferencesNotAFile:
+        return Errors::tr("The preferences cannot be kept in %1: it is not an ordinary file.")
+            .arg(file);
+    case Cause::PreferencesElsewhere:
+        return Errors::tr("The preferences cannot be kept in %1: it holds something else.")
+            .arg(file);
+    case Cause::PreferencesNotSetAside:
+        return Errors::tr("The preferences in %1 are damaged and could not be set aside.")
+            .arg(file);
+    case Cause::PreferenceNotStored:
+        return Errors::tr("The preference %1 could not be stored in %2.").arg(name, file);
+    case Cause::NoPreferencesFolder:
+        return Errors::tr("There is no folder for the preferences.");
+    case Cause::UnsavedWorkDamaged:
+        return Errors::tr("%1 is not a copy of unsaved work, or is damaged.").arg(file);
+    case Cause::SheetNotMade:
+        return Errors::tr("The key sheet could not be made.");
+    case Cause::ReadBackDiffers:
+        return ReadBackText(error);
+    case Cause::OtherKeyboard:
+        return Errors::tr("This is not the keyboard that the write was prepared for.");
+    case Cause::ContentsChanged:
+        return Errors::tr("The keyboard's contents have changed since the write was prepared, or "
+                          "it is another keyboard.");
+    case Cause::BackupOfOtherModules:
+        return Errors::tr("The backup is of a %1, which has other modules than this %2.")
+            .arg(name, other);
+    case Cause::BackupReachedOtherwise:
+        return error.names.empty()
+                   ? Errors::tr("This backup is of another keyboard of this kind, or of one that "
+                                "was reached in another way.")
+                   : Errors::tr("This backup is of another keyboard of this kind (%1), or of one "
+                                "that was reached in another way.")
+                         .arg(Alternatives(error.names));
+    case Cause::BackupOfUnit:
+        return Errors::tr("This backup is of %1, and no record shows which unit this keyboard is.")
+            .arg(Alternatives(error.names));
+    case Cause::BackupOfOtherUnit:
+        return Errors::tr("This backup is of %1, and by the records this keyboard is %2.")
+            .arg(Alternatives(error.names), Alternatives(error.others));
+    case Cause::WriteSettled:
+        return Errors::tr("The interrupted write has been settled meanwhile.");
+    case Cause::HoldsOldOfWrite:
+        return Errors::tr("The keyboard holds exactly what it held before the interrupted write "
+                          "(%1), so it may be another one. The record of the write is kept.")
+            .arg(FirstWrite(error));
+    case Cause::HoldsNewOfWrite:
+        return Errors::tr("The keyboard holds all of the interrupted write (%1), so it may be "
+                          "another one. The record of the write is kept.")
+            .arg(FirstWrite(error));
+    case Cause::HoldsNothingOfWrite:
+        return Errors::tr("The keyboard's contents do not match the interrupted write (%1). The "
+                          "record of the write is kept.")
+            .arg(FirstWrite(error));
+    case Cause::NotTheUnit:
+        return Errors::tr("This is another keyboard: its identifier is %1, not %2.")
+            .arg(name.isEmpty() ? Errors::tr("none") : name, other);
+    case Cause::IdentifierReplaced:
+        return Errors::tr("The keyboard's identifier is replaced by that of another keyboard.");
+    case Cause::IdentifierGiven:
+        return Errors::tr("The keyboard has no identifier and is given that of the document.");
+    case Cause::KeyboardDamaged:
+        return Errors::tr("A part of the keyboard's memory is damaged: %1").arg(Faults(error));
+    case Cause::KeyboardBusy:
+        return Errors::tr("Another program is writing to this keyboard, or to one of its kind that "
+                          "cannot be told from it.");
+    case Cause::WriteInProgress:
+        return Errors::tr("Another program is writing to this keyboard (%1).")
+            .arg(FirstWrite(error));
+    case Cause::Stopped:
+        return Errors::tr("Stopped before anything was written.");
+    case Cause::WriteInterrupted:
+        return Errors::tr("The keyboard holds a part of an interrupted write (%1), which must be "
+                          "finished or rolled back first.")
+            .arg(FirstWrite(error));
+    case Cause::DocumentFaults:
+        return file.isEmpty() ? Errors::tr("The document has faults: %1").arg(Faults(error))
+                              : Errors::tr("%1 has faults: %2").arg(file, Faults(error));
+    case Cause::SectionsAbsent:
+        return Errors::tr("The keyboard lacks modules that the document has settings for: %1")
+            .arg(Faults(error));
+    // Of batches and the command line, which the application has no part in.
+    case Cause::NoSuchUnit:
+    case Cause::UnitProcessEnded:
+    case Cause::ReportDamaged:
+    case Cause::JobBusy:
+    case Cause::JobFaults:
+    case Cause::OutputLost:
+    case Cause::InputEndless:
+        return Errors::tr("This could not be done.");
+    }
+    return {};
+}
+
+QString HoldsText(const host::Error& error) {
+    using host::Cause;
+    using host::Holds;
+    const Cause cause = error.Why();
+    if (!error.holds || cause == Cause::NotRecorded || cause == Cause::UnprovedNotRecorded ||
+        cause == Cause::LoadNotRecorded)
+        return {};
+    switch (*error.holds) {
+    case Holds::NotTouched:
+        return Errors::tr("Nothing was written.");
+    case Holds::Old:
+        return Errors::tr("Nothing has changed: the keyboard holds what it held before.");
+    case Holds::New:
+        return Errors::tr("Read back once more, the keyboard holds everything that was to be "
+                          "written.");
+    case Holds::PartlyWritten:
+        return Errors::tr("The keyboard is partly written.");
+    case Holds::Unknown:
+        return Errors::tr("The keyboard may be partly written.");
+    }
+    return {};
+}
+
+QString SuggestionText(const host::Error& error) {
+    using host::Suggestion;
+    switch (error.suggestion) {
+    case Suggestion::None:
+    case Suggestion::SkipAbsent: // done anyway
+        return {};
+    case Suggestion::Recover:
+        return Errors::tr("Choose Keyboard > Settle interrupted write.");
+    case Suggestion::RestoreBackup:
+        return Errors::tr("The backup %1 on the page Backups has what the keyboard held before.")
+            .arg(ToQt(error.backup));
+    case Suggestion::ReadAgain:
+        return Errors::tr("Start again; the keyboard is then read anew.");
+    case Suggestion::TryLater:
+        return Errors::tr("Try again when the other program has finished.");
+    case Suggestion::Repair:
+        return Errors::tr("Choose Keyboard > Write to keyboard to replace the damaged part with "
+                          "the document's settings.");
+    case Suggestion::GiveVariables:
+        return Errors::tr("Only qxconf can fill in the placeholders of a document (option --set).");
+    case Suggestion::ChooseDriver:
+        return Errors::tr("Choose another driver library or keyboard in the menu Keyboard.");
+    case Suggestion::ChooseModel:
+        return Errors::tr("Start the program with the option --model to choose a model.");
+    case Suggestion::LeaveOutKeyboard:
+        return Errors::tr("Start the program without the options --keyboard and --model.");
+    case Suggestion::LeaveOutIdentifier:
+        return Errors::tr("A document for several keyboards should leave the identifier out.");
+    case Suggestion::MoveFileAway:
+        return error.place.file.empty()
+                   ? Errors::tr("Move the file to another folder once you have dealt with it.")
+                   : Errors::tr("Move %1 to another folder once you have dealt with it.")
+                         .arg(ToQt(error.place.file));
+    }
+    return {};
+}
+
+QString DetailsText(const host::Error& error) {
+    QStringList lines;
+    const auto add = [&](const QString& label, const QString& value) {
+        if (!value.isEmpty())
+            lines.append(label.arg(value));
+    };
+    if (error.call) {
+        add(Errors::tr("Driver's function: %1"), ToQt(error.call->function));
+        add(Errors::tr("Driver's status: %1"), QString::number(error.call->status));
+        add(Errors::tr("Driver's message: %1"), ToQt(error.call->meaning));
+    }
+    add(Errors::tr("File: %1"), ToQt(error.place.file));
+    add(Errors::tr("Section: %1"), error.place.section.empty() ? QString() : SectionOf(error));
+    add(Errors::tr("Address: %1 (hexadecimal)"),
+        error.place.address ? Hex(*error.place.address) : QString());
+    if (error.Why() == host::Cause::ReadBackDiffers)
+        add(Errors::tr("Byte: %1 (hexadecimal)"),
+            Errors::tr("%1 instead of %2").arg(Hex(error.found), Hex(error.expected)));
+    add(Errors::tr("Layouts: %1"),
+        error.Why() == host::Cause::NoSuchLayout ? Alternatives(error.names) : QString());
+    for (const host::WriteName& write : error.writes)
+        add(Errors::tr("Write: %1"), ToQt(write.id) + QStringLiteral(", ") + WriteText(write));
+    add(Errors::tr("Backup: %1"), ToQt(error.backup));
+    add(Errors::tr("Reported by the system: %1"), ToQt(error.reason));
+    for (const host::Fault& fault : error.faults)
+        lines.append(FaultText(fault));
+    for (const host::Error& related : error.related) {
+        lines.append(CauseText(related));
+        lines.append(DetailsText(related));
+    }
+    lines.removeAll(QString());
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString WriteText(const host::WriteName& write) {
+    const QString time = LocalTime(write.time);
+    const QString document = ToQt(write.document);
+    return write.unit.empty() ? Errors::tr("%1, %2").arg(document, time)
+                              : Errors::tr("%1 for %2, %3").arg(document, ToQt(write.unit), time);
+}
+
+} // namespace qx::app

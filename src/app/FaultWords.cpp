@@ -1,0 +1,172 @@
+#include "app/FaultWords.h"
+
+#include <QCoreApplication>
+
+namespace qx::app {
+
+namespace {
+
+struct Faults {
+    Q_DECLARE_TR_FUNCTIONS(Faults)
+};
+
+// With %1 for the first argument.
+QString Pattern(json::FaultKind kind) {
+    using Kind = json::FaultKind;
+    switch (kind) {
+    case Kind::TooManyBytes:
+        return Faults::tr("more than %1 bytes");
+    case Kind::IsUtf16:
+        return Faults::tr("the text is UTF-16, not UTF-8");
+    case Kind::EndsEarly:
+        return Faults::tr("not valid JSON: the end is missing");
+    case Kind::NotJson:
+        return Faults::tr("not valid JSON: line %1, at the end of %2");
+    case Kind::NumberTooLarge:
+        return Faults::tr("the number %1 is too large");
+    case Kind::TooDeep:
+        return Faults::tr("objects and lists are nested more than %1 deep");
+    case Kind::TooManyMembers:
+        return Faults::tr("an object has more than %1 members");
+    case Kind::GivenTwice:
+        return Faults::tr("the member %1 is given twice");
+    case Kind::OtherFormat:
+        return Faults::tr("not a file of the format \"%1\"");
+    case Kind::UnknownVersion:
+        return Faults::tr("version %1 is not known; this program reads version %2");
+    case Kind::NotAsWritten:
+        return Faults::tr("it is not as it was written");
+    case Kind::MoreFaults:
+        return Faults::tr("there are more faults than are reported");
+    case Kind::UnknownMember:
+        return Faults::tr("unknown member %1");
+    case Kind::MissingMember:
+        return Faults::tr("\"%1\" is missing");
+    case Kind::NotAnObject:
+        return Faults::tr("%1 is not an object");
+    case Kind::NotAList:
+        return Faults::tr("%1 is not a list");
+    case Kind::NotAListOf:
+        return Faults::tr("%1 is not a list of %2 elements");
+    case Kind::ListTooLong:
+        return Faults::tr("the list has more than %1 elements");
+    case Kind::EmptyList:
+        return Faults::tr("the list is empty");
+    case Kind::NotAText:
+        return Faults::tr("%1 is not a text");
+    case Kind::EmptyText:
+        return Faults::tr("the text is empty");
+    case Kind::TextWithNul:
+        return Faults::tr("the text holds a character of code 0, which would end it");
+    case Kind::TextTooLong:
+        return Faults::tr("the text has %1 UTF-16 units, more than the %2 that fit");
+    case Kind::NotPlainText:
+        return Faults::tr("%1 is not a text of at most %2 printable ASCII characters");
+    case Kind::NotAFlag:
+        return Faults::tr("%1 is neither true nor false");
+    case Kind::NotANumber:
+        return Faults::tr("%1 is not a whole number from %2 to %3");
+    case Kind::NotACode:
+        return Faults::tr("%1 is not a code from %2 to %3");
+    case Kind::NotASequence:
+        return Faults::tr("%1 is neither a list of key codes nor a text");
+    case Kind::NotAChoice:
+        return Faults::tr("%1 is not one of: %2");
+    case Kind::NotBytes:
+        return Faults::tr("%1 is not bytes in hexadecimal digits");
+    case Kind::NotAnIdentifier:
+        return Faults::tr("%1 is not an identifier like {01234567-89AB-CDEF-0123-456789ABCDEF}");
+    case Kind::NotAFileName:
+        return Faults::tr("%1 is not the name of a file");
+    case Kind::NotAModule:
+        return Faults::tr("%1 is not a module of a directory");
+    case Kind::SequenceTooLong:
+        return Faults::tr("the sequence has %1 codes, more than the %2 that fit");
+    case Kind::SequenceWithoutNames:
+        return Faults::tr("a sequence as text needs a keyboard layout");
+    case Kind::SequenceWithZero:
+        return Faults::tr("{0} would end the sequence in the keyboard");
+    case Kind::PlaceholderNotApart:
+        return Faults::tr("%1 is an item of its own, with blanks around it");
+    case Kind::NotAPlaceholder:
+        return Faults::tr(
+            "\"%1\" does not begin a placeholder like ${name}; write $${ for ${ itself");
+    case Kind::NoValue:
+        return Faults::tr("a value is missing for %1");
+    case Kind::ValuesTooLong:
+        return Faults::tr("its variables give it more than %1 bytes");
+    case Kind::NotAVariable:
+        return Faults::tr("%1 is not a variable's name: a letter, and then letters, digits, "
+                          "hyphens and underscores");
+    case Kind::ElementTwice:
+        return Faults::tr("the list has more than one element with %1");
+    case Kind::NotProgrammable:
+        return Faults::tr("key %1 is not programmable here");
+    case Kind::KeyTwice:
+        return Faults::tr("key %1 is used more than once");
+    case Kind::FirstKeyNotSlot:
+        return Faults::tr("the first key is not the block's slot %1");
+    case Kind::FlagNotStored:
+        return Faults::tr("the keyboard does not store this option; it can only be %1");
+    case Kind::NoIdentifierHere:
+        return Faults::tr("this keyboard stores no identifier");
+    case Kind::NoSuchModule:
+        return Faults::tr("this keyboard has no such module");
+    case Kind::AreasMeet:
+        return Faults::tr("the area, up to %1, meets that of %2, from %3 to %4");
+    case Kind::RangeSizesDiffer:
+        return Faults::tr("a range does not have as many new bytes as old ones");
+    case Kind::HalfCharacter:
+        return Faults::tr("the memory is damaged at address %1 (hexadecimal): a description holds "
+                          "half a character");
+    case Kind::UnknownGroup:
+        return Faults::tr("the memory is damaged at address %1 (hexadecimal): POS key %2 is in "
+                          "group %3, and groups are 1 to %4");
+    case Kind::TwoSequences:
+        return Faults::tr("the memory is damaged at address %1 (hexadecimal): POS keys %2 and %3 "
+                          "of group %4 both have a sequence, and a group has one");
+    case Kind::DamagedWhenSaved:
+        return Faults::tr("was damaged in the keyboard when the backup was made");
+    case Kind::HoldsOtherBytes:
+        return Faults::tr(
+            "%1: address %2 holds %3 in place of %4 (hexadecimal); bytes that differ: %5");
+    case Kind::HoldsOtherUnusedBytes:
+        return Faults::tr("bytes that no setting uses: address %1 holds %2 in place of %3 "
+                          "(hexadecimal); bytes that differ: %4");
+    case Kind::SequenceText:
+        return Faults::tr("the sequence cannot be read as text");
+    // Of batches, which the application has no part in.
+    case Kind::NameTaken:
+    case Kind::IdentifierTaken:
+    case Kind::KeyboardTaken:
+    case Kind::ModelWithoutKeyboard:
+    case Kind::NoKeyboard:
+    case Kind::KeyboardAtBench:
+    case Kind::NoDocument:
+    case Kind::DocumentUnusable:
+    case Kind::FaultInDocument:
+    case Kind::SetsTakenIdentifier:
+    case Kind::SetsOtherIdentifier:
+    case Kind::VariableUnused:
+    case Kind::VariableUnusedByUnit:
+        return {};
+    }
+    return {};
+}
+
+} // namespace
+
+QString FaultText(const json::Fault& fault) {
+    const QString pattern = Pattern(fault.kind);
+    QString text;
+    for (qsizetype i = 0; i < pattern.size(); ++i)
+        if (pattern[i] == u'%' && i + 1 < pattern.size())
+            text += QString::fromStdString(
+                fault.arguments.at(static_cast<std::size_t>(pattern[++i].digitValue() - 1)));
+        else
+            text += pattern[i];
+    return fault.place.empty() ? text
+                               : QString::fromStdString(fault.place) + QStringLiteral(": ") + text;
+}
+
+} // namespace qx::app
