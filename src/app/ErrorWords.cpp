@@ -48,10 +48,6 @@ QString SectionOf(const host::Error& error) {
     return title.isEmpty() ? ToQt(error.place.section) : title;
 }
 
-QString Related(const host::Error& error) {
-    return error.related.empty() ? QString() : CauseText(error.related.front());
-}
-
 // The first of the faults, and how many more there are.
 QString Faults(const host::Error& error) {
     if (error.faults.empty())

@@ -127,12 +127,6 @@ QString Pattern(json::FaultKind kind) {
                           "of group %4 both have a sequence, and a group has one");
     case Kind::DamagedWhenSaved:
         return Faults::tr("was damaged in the keyboard when the backup was made");
-    case Kind::HoldsOtherBytes:
-        return Faults::tr(
-            "%1: address %2 holds %3 in place of %4 (hexadecimal); bytes that differ: %5");
-    case Kind::HoldsOtherUnusedBytes:
-        return Faults::tr("bytes that no setting uses: address %1 holds %2 in place of %3 "
-                          "(hexadecimal); bytes that differ: %4");
     case Kind::SequenceText:
         return Faults::tr("the sequence cannot be read as text");
     // Of batches, which the application has no part in.

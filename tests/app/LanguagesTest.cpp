@@ -172,7 +172,7 @@ TEST(Languages, WarningsAreGermanToo) {
     EXPECT_TRUE(
         desk.window->Keyboards().Connect({QX_WILD_DRIVER, desk.folder / "other.qxk", "full"}));
     EXPECT_TRUE(desk.Notice().contains(
-        QStringLiteral("Die Namen der Tastatur waren nicht lesbar (Status des Treibers: 12)")))
+        QStringLiteral("Die Namen der Tastatur waren nicht lesbar. (Status des Treibers: 12)")))
         << desk.Notice().toStdString();
 
     EXPECT_EQ(app::CauseText(host::Error(host::Cause::BackupOfOtherUnit,
@@ -219,7 +219,7 @@ QStringList WordsOfErrors() {
         if (error.suggestion != Suggestion::SkipAbsent)
             texts.append(app::SuggestionText(error));
     }
-    for (int kind = 0; kind <= static_cast<int>(FaultKind::HoldsOtherUnusedBytes); ++kind)
+    for (int kind = 0; kind <= static_cast<int>(FaultKind::DamagedWhenSaved); ++kind)
         texts.append(app::FaultText(Fault("", static_cast<FaultKind>(kind), 1, 2, 3, 4, 5)));
     return texts;
 }

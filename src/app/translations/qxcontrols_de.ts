@@ -1083,14 +1083,6 @@
         <translation>war in der Tastatur beschädigt, als die Sicherung entstand</translation>
     </message>
     <message>
-        <source>%1: address %2 holds %3 in place of %4 (hexadecimal); bytes that differ: %5</source>
-        <translation>%1: die Adresse %2 enthält %3 statt %4 (hexadezimal); abweichende Bytes: %5</translation>
-    </message>
-    <message>
-        <source>bytes that no setting uses: address %1 holds %2 in place of %3 (hexadecimal); bytes that differ: %4</source>
-        <translation>Bytes, die keine Einstellung benutzt: die Adresse %1 enthält %2 statt %3 (hexadezimal); abweichende Bytes: %4</translation>
-    </message>
-    <message>
         <source>the sequence cannot be read as text</source>
         <translation>die Folge lässt sich nicht als Text lesen</translation>
     </message>
