@@ -92,8 +92,9 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     });
     std::vector<std::string> told;
     for (const PlannedRange& range : plan.ranges)
-        for (const std::string& setting : range.settings)
-            if (std::find(told.begin(), told.end(), setting) == told.end())
+        for (const Difference& difference : range.settings)
+            if (const std::string setting = ToText(difference);
+                std::find(told.begin(), told.end(), setting) == told.end())
                 told.push_back(setting);
     std::vector<std::string> changed;
     for (const Difference& difference : plan.settings)
@@ -101,7 +102,8 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     std::sort(told.begin(), told.end());
     std::sort(changed.begin(), changed.end());
     EXPECT_EQ(told, changed);
-    EXPECT_EQ(plan.ranges[0].settings, std::vector<std::string>{"keyboard output delay 6 → 9"});
+    ASSERT_EQ(plan.ranges[0].settings.size(), 1U);
+    EXPECT_EQ(ToText(plan.ranges[0].settings[0]), "keyboard output delay 6 → 9");
     EXPECT_EQ(plan.ranges[0].module, MODULE_KEYBOARD);
 }
 
