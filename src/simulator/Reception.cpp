@@ -40,7 +40,7 @@ std::string RemarkText(const Remark& remark) {
     case Kind::NoKey:
         return "this keyboard has no key " + value(0);
     case Kind::PosDamaged:
-        return "the POS keys' memory is damaged";
+        return "the POS keys' memory is damaged: " + value(0);
     case Kind::NoFunctionKeys:
         return "this keyboard has no layered function keys";
     case Kind::FunctionKeyEmpty:

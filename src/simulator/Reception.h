@@ -50,7 +50,7 @@ struct Stretch {
 struct Remark {
     enum class Kind {         // values
         NoKey,                // its position code
-        PosDamaged,           //
+        PosDamaged,           // why, in English
         NoFunctionKeys,       //
         FunctionKeyEmpty,     // the layer, the key's legend
         NoCardReader,         //

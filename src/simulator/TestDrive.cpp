@@ -165,8 +165,8 @@ Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
     POSKeyboard blocks;
     try {
         DecodePOSModuleBlock(*block, blocks);
-    } catch (const std::out_of_range&) { // the keys before it are there
-        reception.remarks.push_back({Remark::Kind::PosDamaged});
+    } catch (const std::out_of_range& error) { // the keys before it are there
+        reception.remarks.push_back({Remark::Kind::PosDamaged, {error.what()}});
     }
     const POSCodeMapping mapping;
     for (Integer index = 1; index <= POSKeyboard::kSlots; ++index) {

@@ -136,7 +136,7 @@ TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
                         {20, "POS key 1 (Esc) keys (none) → Esc Home; "},
                         {40, "POS key 3 (F2) keys F2 0 → F2 L; "},
                         {70, "POS key 3 (F2) keys F2 0 → F2 L; "},
-                        {90, "POS key 90 (Alt); "},
+                        {90, "POS key 90 (NumEnter); "},
                     }));
 }
 
