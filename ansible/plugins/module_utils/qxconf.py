@@ -17,6 +17,7 @@ import unicodedata
 
 # qxconf ends in order when it is asked to; a write that has begun gets this many seconds more.
 SECONDS_TO_END = 10
+SECONDS_FOR_RECORDS = 60  # at least: no driver can delay a command that opens no keyboard
 LONGEST_QUOTE = 300
 
 
@@ -93,10 +94,11 @@ class Qxconf:
         self.process_id = 0  # of the last command
         self.warnings: list[str] = []  # of all commands that succeeded
 
-    def run(self, *arguments: str) -> dict:
+    def run(self, *arguments: str, opens_keyboard: bool = True) -> dict:
         """The result of a command. Raises Failure."""
         name = f"qxconf {arguments[0]}"
-        status, output, errors = self._run_process(name, arguments)
+        timeout = self._timeout if opens_keyboard else max(self._timeout, SECONDS_FOR_RECORDS)
+        status, output, errors = self._run_process(name, arguments, timeout)
         result = self._read(output)
         if result is not None and isinstance(result.get("error"), dict):
             error = result["error"]
@@ -123,7 +125,7 @@ class Qxconf:
                 self.warnings.append(visible(line))
         return result
 
-    def _run_process(self, name: str, arguments: tuple) -> tuple[int, bytes, bytes]:
+    def _run_process(self, name: str, arguments: tuple, timeout: int) -> tuple[int, bytes, bytes]:
         # Files, not pipes: a child that outlives qxconf cannot hold them open.
         with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
             self.process_id = 0
@@ -142,11 +144,11 @@ class Qxconf:
                 ) from error
             self.process_id = process.pid
             try:
-                status = process.wait(self._timeout)
+                status = process.wait(timeout)
             except subprocess.TimeoutExpired:
                 self._end(process)
                 raise Failure(
-                    "timeout", f"{name} did not end within {self._timeout} s and was ended"
+                    "timeout", f"{name} did not end within {timeout} s and was ended"
                 ) from None
             output.seek(0)
             errors.seek(0)

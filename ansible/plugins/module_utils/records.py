@@ -82,7 +82,8 @@ def state_after(
 
 def listed(qxconf: Qxconf, name: str, *command: str) -> list[dict]:
     """A command's list of records. Raises Failure."""
-    records = member(qxconf.run(*command), name, list)
+    opens_keyboard = command == ("recover",)
+    records = member(qxconf.run(*command, opens_keyboard=opens_keyboard), name, list)
     return [record for record in records if isinstance(record, dict)]
 
 
