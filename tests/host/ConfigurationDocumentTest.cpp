@@ -374,8 +374,7 @@ TEST_F(DocumentTest, WithoutTheKeyboardAnyKeyIsProgrammable) {
     EXPECT_THROW(configuration.Read(keysOf3), Error);
     const auto settings = any.List(any.Read(keysOf3));
     ASSERT_EQ(settings.size(), 3U);
-    EXPECT_EQ(ToText(settings[1].name),
-              "free programmable key 61 (" + layout.KeyCaption(61) + ")");
+    EXPECT_EQ(ToText(settings[1].name), "free programmable key 61 (" + layout.KeyCaption(61) + ")");
     EXPECT_NO_THROW(any.Read(withKeys("funcKeys4620", {66, 126})));
     EXPECT_THROW(any.Read(withKeys("funcKeys4620", {65})), Error);
     EXPECT_THROW(any.Read(withKeys("freeProgKeys", {0})), Error);

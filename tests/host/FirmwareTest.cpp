@@ -18,7 +18,8 @@ TEST(Firmware, VersionsAreReadAsTheyAreShown) {
     EXPECT_EQ(FirmwareVersionOf("2.5"), 0x205);
     EXPECT_EQ(FirmwareVersionOf("1FF"), 0x1FF);
     EXPECT_EQ(FirmwareVersionText(-1), "-1");
-    for (const char* text : {"", ".", "1.", ".5", "1.100", "x", "1.0 ", "-1", "1.-1", "99999999999"})
+    for (const char* text :
+         {"", ".", "1.", ".5", "1.100", "x", "1.0 ", "-1", "1.-1", "99999999999"})
         EXPECT_EQ(FirmwareVersionOf(text), -1) << text;
 }
 
