@@ -1,6 +1,7 @@
 #include "app/OverviewPage.h"
 
 #include "views/Bindings.h"
+#include "views/PlainText.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
@@ -127,9 +128,9 @@ void OverviewPage::ShowFailure(const Failure& reason) {
         text = tr("%1\n\nCheck that the keyboard is plugged in, that no other program uses it, and "
                   "that the chosen driver library belongs to it.")
                    .arg(reason.text);
-    if (!reason.details.isEmpty())
-        text += QStringLiteral("\n\n") + reason.details;
     m_failure->setText(text);
+    m_failure->setToolTip(views::Plain(reason.details));
+    m_failure->setAccessibleDescription(reason.details);
     m_failure->setVisible(hasFailed);
     m_remedies->setVisible(hasFailed);
 }
