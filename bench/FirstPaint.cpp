@@ -1,5 +1,5 @@
-// How long the application takes to its first picture, and how much memory it has had at most when
-// it is ready to edit: qxfirstpaint START empty | application LAYOUTS
+// The application's time to its first picture, and its peak memory until it is ready to edit:
+// qxfirstpaint START empty | application LAYOUTS
 //
 // START is the time at which the process was started, in nanoseconds of the system's clock; "empty"
 // is a main window of the toolkit with nothing in it. Both print milliseconds from the start to the

@@ -27,7 +27,7 @@ QString Filter() {
     return DocumentMenu::tr("Keyboard documents (*.json);;All files (*)");
 }
 
-// Where copies of unsaved work are kept; nowhere for a user without a folder.
+// The folder for copies of unsaved work; empty for a user without a folder.
 std::filesystem::path UnsavedFolder(const Workbench& workbench) {
     try {
         return workbench.UnsavedFolder();
@@ -139,10 +139,10 @@ void DocumentMenu::KeepUnsaved() {
             m_keepUnsaved.stop();
             return m_unsaved.Drop();
         }
-        if (m_workbench.IsBusy()) // the controls may hold half of something
+        if (m_workbench.IsBusy()) // the controls may be half updated
             return m_keepUnsaved.start();
         m_unsaved.Keep(m_workbench.Document(), m_workbench.File());
-    } catch (const std::exception&) { // the document itself is not touched by it
+    } catch (const std::exception&) { // the document itself is not affected
         emit Warned(tr("No copy of the unsaved changes can be kept: a crash would lose them."));
     }
 }
@@ -157,7 +157,7 @@ bool DocumentMenu::MayLeaveDocument() {
     case Answer::SaveAs:
         return SaveInto({}, true);
     case Answer::Discard:
-        m_autoSave.stop(); // of the changes that are given up
+        m_autoSave.stop(); // it would save the discarded changes
         return true;
     case Answer::Cancel:
         break;
@@ -226,7 +226,7 @@ bool DocumentMenu::OpenLeft() {
     return false;
 }
 
-// The answer once it is followed: a copy that cannot be opened stays for later.
+// The user's answer after acting on it: a copy that cannot be opened is kept for later.
 DocumentMenu::LeftAnswer DocumentMenu::AskAboutLeft(UnsavedWork::LeftCopy& copy) {
     try {
         const QString time =
@@ -240,7 +240,7 @@ DocumentMenu::LeftAnswer DocumentMenu::AskAboutLeft(UnsavedWork::LeftCopy& copy)
         if (answer != LeftAnswer::Open)
             return answer;
         m_workbench.OpenUnsaved(copy.Document());
-        KeepUnsaved(); // before the old copy goes
+        KeepUnsaved(); // before the old copy is deleted
         copy.Remove();
         emit Told(tr("Opened the unsaved changes to %1; they are not saved yet.").arg(name));
         return answer;
@@ -275,8 +275,8 @@ QString DocumentMenu::AskForFile() const {
     return file;
 }
 
-// Saves into the file, or one that is asked for when it is empty. True when the document is saved
-// or, where it is about to be closed, given up.
+// Saves to the file, or asks for one if it is empty. True if the document is saved or, when it is
+// being closed, discarded.
 bool DocumentMenu::SaveInto(QString file, bool isClosing) {
     for (;;) {
         if (file.isEmpty())

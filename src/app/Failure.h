@@ -1,4 +1,4 @@
-// Failure: what went wrong, as the user reads it.
+// Failure: an error in the user's words.
 #pragma once
 
 #include "host/ConfigurationDocument.h"
@@ -22,19 +22,19 @@ struct Failure {
     QString details; // the driver's calls, places, every fault of a document
 };
 
-// `what` names the thing that the user wanted and did not get, as a sentence; may be empty.
+// `what` is a sentence about the action that failed; may be empty.
 [[nodiscard]] Failure FailureOf(const QString& what, const std::exception& error);
 
-// What a saved document has lost, and where.
+// The loss in a saved document, and its place.
 [[nodiscard]] QString LossText(const host::Loss& loss);
 
-// What the start-up of a keyboard did without.
+// The information that could not be read at the keyboard's start-up.
 [[nodiscard]] QString WarningText(const host::Error& warning);
 
-// What a restored backup has not brought back.
+// The part that a restored backup did not contain.
 [[nodiscard]] QString NotRestoredText(const host::NotRestored& part);
 
-// Shows a failure in a box, with the details on request.
+// Shows a failure in a message box, with the details on request.
 void ShowFailure(QWidget* parent, const Failure& failure);
 
 } // namespace qx::app

@@ -1,5 +1,5 @@
-// KeyboardMenu: the commands on the keyboard: read, write, settle an interrupted write, and which
-// keyboard to use.
+// KeyboardMenu: the commands on the keyboard: read, write, recover an interrupted write, and the
+// choice of keyboard.
 #pragma once
 
 #include "app/Transfers.h"

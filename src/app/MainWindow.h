@@ -1,5 +1,5 @@
-// MainWindow: the application's window: the list of pages, the chosen page, and the two directions,
-// from the keyboard and to it, in the tool bar.
+// MainWindow: the application's window: the list of pages, the selected page, and a tool bar for
+// reading from and writing to the keyboard.
 #pragma once
 
 #include "app/DocumentMenu.h"
@@ -29,7 +29,7 @@ class StatusLine;
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    // How the window asks and warns; its own boxes unless something else is put in.
+    // The window's questions and warnings; its own message boxes by default.
     struct Screen {
         std::function<bool(const QString& question)> ask; // before something is destroyed
         std::function<void(const Failure& failure)> warn;
@@ -46,7 +46,7 @@ public:
     // Shows a setting where it can be edited.
     void GoTo(const std::string& place);
     void ShowPage(const QString& id);
-    // Stores the preferences and shows everything by them.
+    // Stores the preferences and updates everything from them.
     void ApplyPreferences();
 
 signals:
@@ -70,7 +70,7 @@ private:
     void ShowDocument();
     void SwitchLanguage();
     void OpenDropped(const QStringList& files);
-    // Take a step back or forth, and show what it changed.
+    // Undo or redo a step and show its change.
     void Undo();
     void Redo();
     void ShowChange(const std::string& place);

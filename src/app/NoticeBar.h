@@ -1,7 +1,7 @@
-// NoticeBar: a line above the page that reports what has happened.
+// NoticeBar: a line above the page that reports events.
 //
-// A message stays until the user has begun something else and that has had an effect. What is
-// reported before that stands below it.
+// A message stays until the user begins another action and that has an effect. Further messages
+// before that are added below it.
 #pragma once
 
 #include <QFrame>
@@ -14,15 +14,15 @@ namespace qx::app {
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
-    enum class Kind { Information, Success, Warning }; // the graver the later
+    enum class Kind { Information, Success, Warning }; // in order of severity
 
-    // With the object name of its text.
+    // `textName` is the object name of the bar's text.
     explicit NoticeBar(const QString& textName, QWidget* parent = nullptr);
 
     void Tell(Kind kind, const QString& text);
-    // The user has begun something else.
+    // The user has begun another action.
     void Age() { m_isOld = true; }
-    // Hides what was reported before that.
+    // Hides the messages from before that action.
     void ClearOld();
     // For a bar that only the program closes.
     void HideButton();

@@ -117,7 +117,7 @@ void OverviewPage::ShowStages() {
         const auto& [stage, name] = stages[i];
         const State state = m_workbench.Stages().Of(stage);
         m_stages[i]->setText(QStringLiteral("%1  %2: %3").arg(MarkOf(state), name, WordOf(state)));
-        m_stages[i]->repaint(); // while the program is busy with the keyboard
+        m_stages[i]->repaint(); // the program is busy with the keyboard
     }
 }
 

@@ -1,4 +1,4 @@
-// OverviewPage: the connected keyboard: how its start-up went, what it is and what it has.
+// OverviewPage: the connected keyboard: the stages of its start-up, its identity and its modules.
 #pragma once
 
 #include "app/Failure.h"
@@ -19,7 +19,7 @@ class OverviewPage : public QWidget {
 public:
     explicit OverviewPage(Workbench& workbench, QWidget* parent = nullptr);
 
-    // Says why the keyboard is not connected, and what to check.
+    // Shows why the keyboard is not connected, and what to check.
     void ShowFailure(const Failure& reason);
 
 signals:
@@ -34,7 +34,7 @@ private:
     QLabel* m_stages[3];
     QLabel* m_failure;
     QWidget* m_remedies;
-    QGroupBox* m_keyboard; // while one is connected
+    QGroupBox* m_keyboard; // shown while one is connected
     QFormLayout* m_identity;
     QTableWidget* m_directory;
 };

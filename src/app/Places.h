@@ -1,6 +1,6 @@
 // Place: where a setting is in the document, taken apart.
 //
-// A place is a setting's, as host::Setting has it: "/barcode/pages/Code39/minSize",
+// A place is as in host::Setting: "/barcode/pages/Code39/minSize",
 // "/freeProgKeys/keys[12]/sequence", "/layeredFuncKeys/keys[0][3]/description".
 #pragma once
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kMostRows = 12;
 
-// How well the words fit: 0 for not at all, and more the earlier they occur.
+// The quality of the match: 0 for none, and higher the earlier the words occur.
 int Fit(const Findable& findable, const QStringList& words) {
     int fit = 1;
     for (const QString& word : words) {
@@ -131,7 +131,7 @@ void QuickFind::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// The results go when the user turns to something else.
+// The results are hidden when the user turns to something else.
 bool QuickFind::eventFilter(QObject* watched, QEvent* event) {
     const bool isElsewhere = (event->type() == QEvent::MouseButtonPress && watched != this &&
                               watched != m_popup->viewport() && watched->isWidgetType()) ||

@@ -1,4 +1,4 @@
-// QuickFind: a field that finds any page, setting, key or programmed text by what it is called.
+// QuickFind: a field that finds any page, setting, key or programmed text by name.
 #pragma once
 
 #include <QLineEdit>
@@ -10,15 +10,15 @@
 namespace qx::app {
 
 struct Findable {
-    QString text;   // what it is called
-    QString detail; // its value, or what it holds
+    QString text;   // its name
+    QString detail; // its value or contents
     std::function<void()> show;
 };
 
 class QuickFind : public QLineEdit {
     Q_OBJECT
 public:
-    // `list` gives everything that can be found, asked for when the user begins to search.
+    // `list` returns everything that can be found; it is called when the user begins to search.
     explicit QuickFind(std::function<std::vector<Findable>()> list, QWidget* parent = nullptr);
     ~QuickFind() override;
 

@@ -51,8 +51,8 @@ void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
     tree.expandAll();
 }
 
-// What a user should know who writes one document into several keyboards; empty where the keyboard
-// keeps its identifier.
+// A warning for users who write one document to several keyboards; empty if the keyboard keeps its
+// identifier.
 QString IdentifierWarning(const host::WritePlan& plan) {
     if (plan.ReplacesIdentifier())
         return ReviewSheet::tr("The keyboard's identifier is replaced by another one. A document "
@@ -118,7 +118,7 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
         if (column == kShow)
             choose(item);
     });
-    connect(tree, &QTreeWidget::itemActivated, this, choose); // Enter, or a double click
+    connect(tree, &QTreeWidget::itemActivated, this, choose); // Enter or a double click
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(heading);

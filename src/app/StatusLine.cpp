@@ -25,7 +25,7 @@ StatusLine::StatusLine(Workbench& workbench, QWidget* parent)
     m_keyboard->setObjectName(QStringLiteral("lblKeyboard"));
     for (QLabel* label : {m_keyboard, m_brief})
         label->setTextFormat(Qt::PlainText);
-    m_keyboard->setMinimumWidth(1); // a narrow window cuts it
+    m_keyboard->setMinimumWidth(1); // cut off in a narrow window
     m_brief->setObjectName(QStringLiteral("lblSaved"));
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setAccessibleName(tr("Progress"));
@@ -72,7 +72,7 @@ QString StatusLine::FirmwareFault() const {
         .arg(ToQt(program), ToQt(host::FirmwareVersionText(preferences.VersionFirmware())));
 }
 
-// Painted at once, since the program is busy with the keyboard; what the user does is kept back.
+// Painted at once, since the program is busy with the keyboard; user input is held back.
 void StatusLine::ShowProgress(int percent) {
     m_progress->setVisible(percent < 100);
     m_progress->setValue(percent);

@@ -25,7 +25,7 @@ using views::ToQt;
 
 namespace {
 
-// The ids of the writes on record as interrupted, to whatever keyboard.
+// The ids of all interrupted writes on record, for any keyboard.
 std::set<std::string> RecordedWrites(const Workbench& workbench) {
     std::set<std::string> ids;
     for (const host::JournalEntry& entry : workbench.Records().journal.Entries())

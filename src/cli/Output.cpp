@@ -15,7 +15,7 @@ namespace qx::cli {
 
 namespace {
 
-// How wide the text is on a screen, near enough: the UTF-8 characters that are shown.
+// The approximate width of the text on a screen: the number of visible UTF-8 characters.
 std::size_t Width(const std::string& text) {
     const std::string shown = host::VisibleText(text);
     return static_cast<std::size_t>(std::count_if(shown.begin(), shown.end(), [](char c) {
@@ -23,7 +23,7 @@ std::size_t Width(const std::string& text) {
     }));
 }
 
-// Devices and pipes take the text as it comes; a file has either its old text or the new one.
+// Devices and pipes get the text as a stream; a file has either its old text or the new one.
 void WriteFile(const std::filesystem::path& file, const std::string& text) {
     std::error_code ignored;
     const auto status = std::filesystem::status(file, ignored);
@@ -34,7 +34,7 @@ void WriteFile(const std::filesystem::path& file, const std::string& text) {
         throw std::runtime_error(files::TextOf(file) + " could not be written");
 }
 
-// The simulated keyboard that the file is the lock of; empty where there is none.
+// The simulated keyboard whose lock is this file; empty if none.
 std::string KeyboardLockedBy(const std::filesystem::path& lock) {
     std::error_code ignored;
     if (lock.extension() != ".lock")
@@ -46,7 +46,7 @@ std::string KeyboardLockedBy(const std::filesystem::path& lock) {
     return {};
 }
 
-// All folders in the data folder are those of records, and of their locks.
+// All folders in the data folder are for records and their locks.
 bool IsRecord(const Context& context, const std::filesystem::path& file) try {
     std::error_code ignored;
     const auto folder = std::filesystem::weakly_canonical(context.DataFolder(), ignored);

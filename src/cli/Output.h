@@ -1,4 +1,4 @@
-// What several commands write in the same way.
+// Output shared by several commands.
 #pragma once
 
 #include "cli/Context.h"
@@ -8,28 +8,28 @@ namespace qx::cli {
 
 // Throws host::Error(Usage) for the file of a simulated keyboard.
 void RefuseKeyboardFile(const std::string& file);
-// The same for each file that no result may replace: one of a keyboard, the lock of one, and all
-// in the folders of records.
+// The same for every file that no result may replace: a keyboard's file or lock, and anything in
+// the folders of records.
 void RefuseTarget(const Context& context, const std::string& file);
-// Throws host::Error(Usage) where the result would replace the file that it is made from.
+// Throws host::Error(Usage) if the result would replace its own source file.
 void RefuseOwnSource(const std::string& source, const std::string& file);
 
-// Writes the document into the file, or as the result when `file` is empty or standard output.
-// `direction` says what was moved where, for the message.
+// Writes the document to the file, or as the result if `file` is empty or standard output.
+// `direction` describes the transfer for the message.
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,
                    const std::string& file, const std::string& direction);
 
-// A write that has begun and is not known to have ended, as a result.
+// An unfinished write, as a result.
 [[nodiscard]] host::Json ToJson(const host::JournalEntry& entry);
 
 // A setting that two sides have differently, as a result.
 [[nodiscard]] host::Json ToJson(const host::Difference& difference);
 
-// What a write would change, as a result.
+// The changes of a write, as a result.
 [[nodiscard]] host::Json ToJson(const host::WritePlan& plan);
 [[nodiscard]] Lines ToLines(const host::WritePlan& plan);
 
-// Rows of cells as lines, with the cells of each column below one another.
+// Rows of cells as lines, with aligned columns.
 [[nodiscard]] Lines AlignedLines(const std::vector<std::vector<std::string>>& rows);
 void Append(Lines& lines, const Lines& more);
 

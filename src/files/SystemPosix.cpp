@@ -1,4 +1,4 @@
-// All that is particular to POSIX systems.
+// The implementation for POSIX systems.
 
 #include "files/Files.h"
 #include "files/System.h"
@@ -22,9 +22,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t kPrivateFile = 0600;
-constexpr mode_t kSharedFile = 0666; // less what the user's mask takes away
+constexpr mode_t kSharedFile = 0666; // reduced by the user's umask
 constexpr mode_t kPrivateFolder = 0700;
-constexpr int kPatience = 10000; // ms that a pipe may be silent
+constexpr int kPatience = 10000; // ms to wait for data from a pipe
 
 std::error_code Last() {
     return {errno, std::generic_category()};
@@ -34,7 +34,7 @@ void Tell(bool isDone, std::error_code& reason) {
     reason = isDone ? std::error_code() : Last();
 }
 
-// A standard stream that is closed must not become this file: what is printed would go into it.
+// Files must not take the number of a closed standard stream: printed text would go into them.
 int AwayFromStandardStreams(int file) {
     if (file < 0 || file > STDERR_FILENO)
         return file;
@@ -49,7 +49,7 @@ int Open(const fs::path& path, int flags, mode_t mode = 0) {
     return AwayFromStandardStreams(open(path.c_str(), flags | O_CLOEXEC, mode));
 }
 
-// The folder that the variable names, else the one of that name in the user's home.
+// The folder in the variable, or otherwise this folder in the user's home.
 fs::path FolderFrom(const char* variable, const char* inHome) {
     const char* folder = std::getenv(variable);
     if (folder != nullptr && fs::path(folder).is_absolute())
@@ -122,7 +122,7 @@ bool System::RenameToNew(const Path& from, const Path& to, Reason& reason) {
         unlink(from.c_str());
         return true;
     }
-    if (errno == EPERM || errno == ENOTSUP || errno == ENOSYS) { // no file has two names here
+    if (errno == EPERM || errno == ENOTSUP || errno == ENOSYS) { // no hard links here
         if (fs::exists(to, reason) || reason)
             return false;
         Rename(from, to, reason);
@@ -143,7 +143,7 @@ void System::MakeFolder(const Path& path, Reason& reason) {
          reason);
 }
 
-// Some folders may not be read, and some file systems flush no folders.
+// Some folders cannot be read, and some file systems cannot flush folders.
 void System::FlushFolder(const Path& path, Reason& reason) {
     const OpenFile folder(Open(path.empty() ? "." : path, O_RDONLY | O_DIRECTORY));
     if (folder.Number() < 0)
@@ -179,7 +179,7 @@ std::string ReadFile(const fs::path& path, std::uintmax_t most) {
     const auto fail = [&](const std::string& why) {
         throw FileFailure(path, "cannot be read", why);
     };
-    // Opening a pipe that nobody writes to would wait for ever.
+    // Opening a pipe without a writer would block forever.
     const OpenFile file(Open(path, O_RDONLY | O_NONBLOCK));
     struct stat status {};
     if (file.Number() < 0 || fstat(file.Number(), &status) != 0)
@@ -190,7 +190,7 @@ std::string ReadFile(const fs::path& path, std::uintmax_t most) {
         fail("it is a device, not a file");
     std::string bytes;
     char buffer[65536];
-    for (bool isExpecting = S_ISFIFO(status.st_mode);;) { // a pipe whose writer may be yet to come
+    for (bool isExpecting = S_ISFIFO(status.st_mode);;) { // a pipe may not have a writer yet
         const ssize_t count = read(file.Number(), buffer, sizeof buffer);
         if (count < 0 && errno != EINTR && errno != EAGAIN)
             fail(Last().message());
@@ -202,7 +202,7 @@ std::string ReadFile(const fs::path& path, std::uintmax_t most) {
             fail("it has more than " + std::to_string(most) + " bytes");
         pollfd waiting = {file.Number(), POLLIN, 0};
         if (count <= 0 && poll(&waiting, 1, kPatience) == 0)
-            fail("nothing comes from it");
+            fail("no data arrives from it");
         isExpecting = false;
     }
 }
@@ -213,11 +213,11 @@ bool IsWriteProtected(const fs::path& path) {
         return false;
     const bool isReadOnly = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
     return isReadOnly ||
-           faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0; // nothing stops the superuser
+           faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0; // not for the superuser
 }
 
 void PrepareStandardStreams() {
-    // In the place of one that is closed comes one that cannot be used for what it is for.
+    // A closed stream is replaced by one that cannot be used in its direction.
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(stream, F_GETFD) < 0)
             (void)open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);

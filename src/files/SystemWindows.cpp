@@ -1,4 +1,4 @@
-// All that is particular to Windows.
+// The implementation for Windows.
 
 #include "files/Files.h"
 #include "files/System.h"
@@ -32,8 +32,8 @@ void Tell(bool isDone, std::error_code& reason) {
     reason = isDone ? std::error_code() : Last();
 }
 
-// Does what another program may be in the way of for a moment: one that reads the file, or that
-// searches new files for viruses.
+// Retries an action that another program may block for a moment by reading the file or scanning it
+// for viruses.
 template <typename Action>
 void DoPatiently(std::error_code& reason, const Action& action) {
     const auto until = std::chrono::steady_clock::now() + 2s;
@@ -73,7 +73,7 @@ private:
     HANDLE m_file;
 };
 
-// Whether the name itself is a link, which may lead nowhere.
+// Whether the name itself is a link, even a dangling one.
 bool IsLink(const fs::path& path) {
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(path.c_str(), &found);
@@ -86,7 +86,7 @@ bool IsLink(const fs::path& path) {
 
 } // namespace
 
-// The user's own folders are private as they are.
+// The user's own folders are already private.
 int System::Create(const Path& path, Access /*access*/, Reason& reason) {
     const int file = _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
                             _S_IREAD | _S_IWRITE);
@@ -140,7 +140,7 @@ void System::MakeFolder(const Path& path, Reason& reason) {
 }
 
 void System::FlushFolder(const Path& /*path*/, Reason& reason) {
-    reason.clear(); // a renaming that is written through does it
+    reason.clear(); // the write-through rename has done this
 }
 
 fs::path TargetOf(const fs::path& path) {
@@ -223,7 +223,7 @@ std::string SystemName() {
     RTL_OSVERSIONINFOW version{};
     version.dwOSVersionInfoSize = sizeof version;
     using Function = LONG(WINAPI*)(RTL_OSVERSIONINFOW*);
-    // Programs that ask GetVersionEx are shown an older system than there is.
+    // GetVersionEx may report an older version than the real one.
     const auto get = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(
         GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetVersion")));
     if (get == nullptr || get(&version) != 0)
@@ -246,7 +246,7 @@ fs::path ExecutableFolder() {
 fs::path UserDataFolder() {
     const std::string folder = Variable("LOCALAPPDATA");
     if (folder.empty())
-        throw std::runtime_error("LOCALAPPDATA names no folder of the user");
+        throw std::runtime_error("LOCALAPPDATA is not set to a folder");
     return PathOf(folder) / "qxcontrols";
 }
 

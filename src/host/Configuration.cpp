@@ -62,7 +62,7 @@ std::vector<Snapshot> Configuration::TakeAll() const {
 void Configuration::RestoreAll(const std::vector<Snapshot>& all) {
     for (std::size_t i = 0; i < all.size(); ++i) {
         all[i].Restore(*m_sections[i]);
-        m_sections[i]->Show(); // also brings back which keys are programmable
+        m_sections[i]->Show(); // also restores which keys are programmable
     }
 }
 
@@ -100,7 +100,7 @@ ConfigurationDocument Configuration::Write(const std::vector<Section*>& sections
                                            KeyboardInfo keyboard) const {
     const std::string key(ConfigurationDocument::kKeyboardKey);
     ConfigurationDocument document;
-    Json& note = document.Place(key); // in front of the sections
+    Json& note = document.Place(key); // before the sections
     JsonFieldWriter writer(note, "/" + key, document.Losses());
     keyboard.Visit(writer);
     ConfigurationDocument settings = Write(sections);

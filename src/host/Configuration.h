@@ -1,6 +1,6 @@
-// Configuration: the settings of all modules of a keyboard set-up, in the controls that edit them.
+// Configuration: the settings of all modules of a keyboard, in the controls that edit them.
 //
-// It owns one section for each module control, and moves their settings into and out of documents.
+// It owns one section for each module control, and transfers their settings to and from documents.
 // The controls work with or without a keyboard.
 #pragma once
 
@@ -20,16 +20,16 @@
 
 namespace qx::host {
 
-// What a configuration takes from its layout.
+// The information used from the layout.
 enum class LayoutUse {
-    Keyboard, // all: it is the keyboard's own, and says which keys can be programmed
-    Captions, // the names of keys only: any key can be programmed, as on some keyboard
+    Keyboard, // everything: it is the keyboard's own and determines the programmable keys
+    Captions, // only the keys' names: any key may be programmable in some keyboard
 };
 
 class Configuration {
 public:
-    // All sections with default values. The services, the layout and the preferences (both may be
-    // null) stay alive as long as this object.
+    // All sections with default values. The services, the layout and the preferences (the latter
+    // two may be null) must outlive this object.
     explicit Configuration(const Platform& platform, QXKeyboardLayoutData* layout,
                            QXProgSettings* preferences, LayoutUse use = LayoutUse::Keyboard);
 
@@ -38,17 +38,17 @@ public:
     }
     [[nodiscard]] Section* Find(std::string_view key) const; // null for an unknown key
 
-    // Takes over the settings of all sections that the document has, and returns these sections.
-    // Strict: with any fault, Error(DocumentInvalid) is thrown with all of them, and all settings
-    // are as they were. The variables replace the document's placeholders.
+    // Reads the settings of all sections in the document and returns these sections. Strict: if
+    // there is any fault, throws Error(DocumentInvalid) with all of them and leaves all settings
+    // unchanged. Placeholders in the document are replaced by the variables.
     std::vector<Section*> Read(const ConfigurationDocument& document);
     std::vector<Section*> Read(const ConfigurationDocument& document, Variables& variables);
 
-    // All settings just as they are, and back to them.
+    // Takes, and restores, all settings exactly.
     [[nodiscard]] std::vector<Snapshot> TakeAll() const;
     void RestoreAll(const std::vector<Snapshot>& all);
 
-    // A document of these sections, which Read accepts.
+    // A document of these sections that Read accepts.
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections) const;
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections,
                                               KeyboardInfo keyboard) const;
@@ -56,7 +56,7 @@ public:
     // The settings of these sections, for people; or the elements of their lists.
     [[nodiscard]] std::vector<Setting> List(const std::vector<Section*>& sections,
                                             Listed listed = Listed::Usual) const;
-    // The same of the settings at these places alone.
+    // The same, but only for the settings at these places.
     [[nodiscard]] std::vector<Setting>
     List(const Section& section, const std::set<std::string>& places, Listed listed) const;
 
@@ -68,14 +68,14 @@ private:
     std::vector<std::unique_ptr<Section>> m_sections;
 };
 
-// Takes the sections out of `wanted` that are not among those that a keyboard has, and returns a
-// fault of their document for each.
+// Removes the sections from `wanted` that the keyboard does not have, and returns a document fault
+// for each.
 std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
                                  const std::vector<Section*>& present);
 // The refusal of a document with such faults.
 [[nodiscard]] Error AbsentError(const std::string& document, const std::vector<Fault>& absent);
 
-// A setting that two configurations have differently.
+// A setting that differs between two configurations.
 struct Difference {
     std::string place;
     SettingName name;
@@ -87,8 +87,8 @@ struct Difference {
 // In English: "barcode Code 39 minimum length 1 → 4", "POS key 12 (F2): Ctrl C → Esc".
 [[nodiscard]] std::string ToText(const Difference& difference);
 
-// The differences between settings that keyboards store. Where one side is a document, one that it
-// lacks and the keyboard would keep is none.
+// The differences between stored settings. With documents, a setting that one of them does not
+// contain and the keyboard would keep is not a difference.
 enum class Sides { Documents, Keyboards };
 [[nodiscard]] std::vector<Difference> Compare(const std::vector<Setting>& from,
                                               const std::vector<Setting>& to,

@@ -45,7 +45,7 @@ FieldLister::FieldLister(SettingName section, const QXKeyboardLayoutData* layout
     : m_layout(layout), m_listed(listed), m_only(only), m_settings(settings),
       m_place("/" + std::string(section.section)), m_name(std::move(section)) {}
 
-// Whether to list a setting that is listed usually, or is not.
+// Whether the setting is listed, given that it is usually listed or not.
 bool FieldLister::IsWanted(const Field& field, bool isUsual) const {
     return m_listed != Listed::Elements && (isUsual || m_listed == Listed::All) &&
            (m_only == nullptr || m_only->contains(m_place + "/" + std::string(field.key)));
@@ -79,7 +79,7 @@ void FieldLister::Within(std::string_view key, std::vector<NamePart> parts,
 }
 
 bool FieldLister::Flag(const Field& field, bool fValue) {
-    if (IsWanted(field, field.stored)) // a switch that nothing stores means nothing to people
+    if (IsWanted(field, field.stored)) // a switch that is not stored is meaningless to people
         Add(field, {fValue ? SettingValue::Kind::On : SettingValue::Kind::Off});
     return fValue;
 }

@@ -12,13 +12,13 @@ namespace qx::host {
 
 struct Setting {
     std::string
-        place; // the same for the same setting of any document: "/barcode/pages/Code39/minSize"
+        place; // the same for the same setting in any document: "/barcode/pages/Code39/minSize"
     SettingName name;
     SettingValue value;
     bool isSequence = false;
     bool isGradual = false; // a number or a text
-    bool isStored = true;   // in the keyboard; false for what only documents hold
-    bool isKept = false;    // when others do not have it
+    bool isStored = true;   // in the keyboard; false if only documents store it
+    bool isKept = false;    // if it is missing in the other configuration
 };
 
 enum class Listed {

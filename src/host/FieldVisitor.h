@@ -1,9 +1,8 @@
-// FieldVisitor: walks the settings of a section, whatever is to be done with them.
+// FieldVisitor: a walk over the settings of a section, for any purpose.
 //
 // Each section of the configuration describes its settings once, as a walk over named fields;
 // reading a document, writing one, comparing two and printing for people are visitors of that walk.
-// A field's method returns the value that the setting then has: the present one, or the one just
-// read.
+// A field's method returns the setting's new value: the current one, or the one just read.
 #pragma once
 
 #include "qxcontrols/keys/KeySequence.h"
@@ -19,12 +18,12 @@ namespace qx::host {
 struct Field {
     std::string_view key;   // its name in a document
     std::string_view label; // its name in English; empty where the outer names say it all
-    bool required = true;   // in a document; one that is not may be left out
-    bool stored = true;     // in the keyboard; what is not stored is shown, but never compared
-    bool kept = false;      // stays as the keyboard has it when a document does not give it
+    bool required = true;   // in a document; other fields may be omitted
+    bool stored = true;     // in the keyboard; other fields are shown, but never compared
+    bool kept = false;      // keeps the keyboard's value if the document does not contain it
 };
 
-// A list of the elements that have content, each found by the numbers in its key members.
+// A list of the elements with content, each identified by the numbers in its key members.
 struct FieldList {
     using Id = std::vector<Integer>;
     struct KeyMember {
@@ -51,8 +50,8 @@ public:
     [[nodiscard]] virtual bool Flag(const Field& field, bool fValue) = 0;
     [[nodiscard]] virtual Integer Number(const Field& field, Integer nValue, Integer nMin,
                                          Integer nMax) = 0;
-    // Numbers of keys in a fixed range, as many as there are. For people they are told by the
-    // captions of their position codes.
+    // Any number of key numbers in a fixed range. They are displayed with the captions of their
+    // position codes.
     using PositionCodeOf = std::function<Long(Integer)>;
     [[nodiscard]] virtual std::vector<Integer> Keys(const Field& field,
                                                     const std::vector<Integer>& keys, Integer nMin,
@@ -73,10 +72,10 @@ public:
 
     // Whether the walk changes the settings.
     [[nodiscard]] virtual bool IsReading() const { return false; }
-    // Whether the walk handles settings just as the controls hold them, also those that neither
-    // documents nor keyboards keep.
+    // Whether the walk handles settings exactly as the controls hold them, including those that are
+    // not stored in documents or keyboards.
     [[nodiscard]] virtual bool IsExact() const { return false; }
-    // Reports that the value just read for the field cannot be used; for a walk that reads and is
+    // Reports that the value just read for the field is invalid; only for a walk that reads and is
     // not exact. The field's place becomes the fault's.
     virtual void Refuse(const Field& /*field*/, const json::Fault& /*fault*/) {}
 };

@@ -12,9 +12,9 @@ class QXProgSettings;
 
 namespace qx::host {
 
-// "1.00" for 0x100; a number that is not a version stays a number.
+// "1.00" for 0x100; a number that is not a version is returned as a number.
 [[nodiscard]] std::string FirmwareVersionText(int version);
-// The opposite, also for the digits alone ("100"); -1 for a text that is not a version.
+// The inverse, also for digits only ("100"); -1 for a text that is not a version.
 [[nodiscard]] int FirmwareVersionOf(std::string_view text);
 
 // Whether the preferences ask for a newer program than the keyboard reports. One that reports no

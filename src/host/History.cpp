@@ -74,14 +74,14 @@ std::vector<History::Edit> History::TakeEdits() {
     return edits;
 }
 
-// A step is named after a setting that keyboards store, if it changed one.
+// A step is named after a setting that it changed, preferably one that keyboards store.
 void History::NameStep(Step& step) const {
     std::vector<Setting> stored;
     std::vector<Setting> others;
     for (const Edit& edit : step.edits) {
         std::set<std::string> places;
         for (const auto& [place, values] : edit.change)
-            if (values.before != values.after) // else an element is new and this is empty
+            if (values.before != values.after) // empty if an element is new
                 places.insert(place);
         for (Setting& setting :
              m_configuration.List(*m_configuration.Sections()[edit.section], places, Listed::All))

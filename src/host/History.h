@@ -1,11 +1,10 @@
-// History: undo and redo of the edits of a configuration.
+// History: undo and redo for the edits of a configuration.
 //
-// Whoever edits calls Note afterwards; it asks the controls whether their data changed, and makes a
-// step with a name of what did. Notes of the same number or text are one step, so that dragging a
-// slider or typing is undone at once; Seal ends such a run. A step holds what it changed and no
-// more, just as the controls held it: going back and forth checks nothing and cannot fail.
-// The sections that take part in the document are those that were given to Restart and those that
-// have been edited since.
+// Call Note after each edit; it asks the controls whether their data changed, and creates a step
+// named after the change. Consecutive changes of the same number or text form one step, so that
+// dragging a slider or typing is undone at once; Seal ends such a run. A step holds only the
+// changed settings, exactly as the controls held them: undo and redo check nothing and cannot fail.
+// The document consists of the sections given to Restart and those edited since.
 #pragma once
 
 #include "host/Configuration.h"
@@ -23,11 +22,11 @@ public:
     // The configuration outlives the history.
     explicit History(Configuration& configuration);
 
-    // Forgets all steps: the present settings of these sections are the start, saved or not.
+    // Deletes all steps: the current settings of these sections become the start, saved or not.
     void Restart(const std::vector<Section*>& sections, bool isSaved);
 
-    // Makes a step of what has changed since the last one, in the sections whose controls have
-    // DataChanged set. False when nothing has.
+    // Creates a step from the changes since the last one, in the sections whose controls have
+    // DataChanged set. False if nothing has changed.
     bool Note();
     void Seal() { m_isSealed = true; }
 
@@ -45,15 +44,15 @@ public:
     void Redo();
 
     [[nodiscard]] std::vector<Section*> AllSections() const; // of the configuration
-    // The sections that take part, in the configuration's order, and their document.
+    // The sections of the document, in the configuration's order, and the document.
     [[nodiscard]] std::vector<Section*> Sections() const;
     [[nodiscard]] bool TakesPart(const Section& section) const;
     [[nodiscard]] ConfigurationDocument Document() const;
 
     [[nodiscard]] bool IsSaved() const { return m_present == m_saved; }
     void MarkSaved();
-    // For all controls, after the settings have been saved or transferred: those that change from
-    // now on set it, and so do undo and redo.
+    // Resets DataChanged in all controls, after the settings have been saved or transferred: later
+    // edits set it again, and so do undo and redo.
     void ResetDataChanged();
 
 private:
@@ -61,19 +60,19 @@ private:
     static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
     struct Edit {
-        std::size_t section; // its place in the configuration
+        std::size_t section; // index in the configuration
         Snapshot::Change change;
-        bool isFirst = false; // of the section, which then takes part
+        bool isFirst = false; // of the section, which becomes part of the document
     };
     struct Step {
         std::vector<Edit> edits;
         Changed changed;
-        bool isGradual = false; // it is the only one, and a number or a text
+        bool isGradual = false; // the only change, to a number or a text
     };
 
     [[nodiscard]] std::vector<Edit> TakeEdits();
     void NameStep(Step& step) const;
-    // Makes the step a part of the last one, when both are of one run.
+    // Merges the step into the last one if both belong to the same run.
     [[nodiscard]] bool GoesOn(const Step& step);
     void Push(Step step);
     void Go(const Step& step, bool isForwards);
@@ -82,7 +81,7 @@ private:
     std::vector<Snapshot> m_now; // of all sections
     std::set<std::size_t> m_takePart;
     std::vector<Step> m_steps;
-    std::size_t m_present = 0; // how many of them are done
+    std::size_t m_present = 0; // number of steps that are done
     std::size_t m_saved = 0;
     bool m_isSealed = true;
 };

@@ -58,7 +58,7 @@ void Recording::Begin(const std::vector<ByteRange>& ranges,
     entry.origin = m_recorder.origin;
     entry.till = m_recorder.till;
     entry.ranges = ranges;
-    if (replaced.size() == 1) { // and what that one replaced
+    if (replaced.size() == 1) { // and the ones that it replaced
         entry.replaced = replaced.front().replaced;
         entry.replaced.push_back(replaced.front().Id());
     }
@@ -81,8 +81,8 @@ void Recording::EndEntry(std::vector<Error>& failures) {
     Attempt(Cause::EntryNotEnded, failures, [&] { m_recorder.records.journal.End(*m_entry); });
 }
 
-// What has not begun has ended. Whatever was begun stays on record, also where a reading then found
-// the keyboard whole: that may have been another one already.
+// A write that has not begun is ended. One that has begun stays on record, even if a read then
+// found the keyboard intact: that may have been another keyboard.
 Error Recording::Failed(const Sent& sent) {
     Error failure = *sent.failure;
     if (sent.holds == Holds::Unknown ||

@@ -1,7 +1,7 @@
-// Section: the settings of one module control, as the configuration document has them.
+// Section: the settings of one module control, as in the configuration document.
 //
-// A section owns its control, knows which modules of the keyboard hold its settings, and describes
-// these settings as a walk. The host drives all sections alike.
+// A section owns its control, knows the keyboard's modules that hold its settings, and describes
+// these settings as a walk. The host treats all sections alike.
 #pragma once
 
 #include "host/FieldVisitor.h"
@@ -17,19 +17,19 @@
 
 namespace qx::host {
 
-// A stretch of the keyboard's memory in which a section keeps settings. Nothing outside the areas
-// is read or written.
+// A stretch of the keyboard's memory with a section's settings. Nothing outside the areas is read
+// or written.
 //
-// The area consists of slots, each of which is encoded on its own and may end in bytes that no
-// setting uses, such as those behind the 0 that ends a sequence. A slot whose settings do not
-// change keeps all its bytes. An area with slots of size 0 has fixed values in all such bytes.
+// The area consists of slots, each encoded separately; a slot may end in unused bytes, such as
+// those after the 0 that ends a sequence. A slot whose settings do not change keeps all its bytes.
+// In an area with slots of size 0, unused bytes have fixed values.
 struct Area {
     KeyboardModuleIDs module;
     Long size; // in bytes; 0: the control's TransferSize
     Long slotSize;
     bool required = true;                   // without it the keyboard does not have the section
-    Long fixedAddress = -1;                 // where the area lies, when the directory does not show
-    KeyboardModuleIDs requestedAs = module; // the id with which the device expects its address
+    Long fixedAddress = -1;                 // for an area that is not in the directory
+    KeyboardModuleIDs requestedAs = module; // the id the device requires for its address
     Long offset = 0;                        // from the module's base
 };
 
@@ -47,17 +47,17 @@ public:
     [[nodiscard]] virtual ModuleControl& Control() = 0;
     // Walks the settings. A visitor that reads changes them; the caller then shows the control.
     virtual void Visit(FieldVisitor& fields) = 0;
-    // Whether the keyboard has an area that is not required. The settings of one that is missing
-    // are omitted when writing a document, and on reading are an error, or ignored if fSkip.
+    // Whether the keyboard has an area that is not required. The settings of a missing area are
+    // omitted when a document is written; when one is read, they are an error, or ignored if fSkip.
     virtual void NoteArea(KeyboardModuleIDs /*eModule*/, bool /*fPresent*/, bool /*fSkip*/) {}
-    // Whether a download leaves this area as it is, because the document does not give it.
+    // Whether a download leaves this area unchanged because it is not in the document.
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
     // Whether the control sets DataChanged at every edit.
     [[nodiscard]] virtual bool MarksEdits() const { return true; }
     // Called when the section's settings have been read from a keyboard.
     virtual void Uploaded() {}
-    // The first byte of an area that no document can express, and why: a kind of fault, whose
-    // arguments these are behind the address.
+    // The first byte of an area that no document can express, and the kind of fault; `arguments`
+    // follow the address.
     struct Damage {
         Long offset;
         json::FaultKind kind;
@@ -67,7 +67,7 @@ public:
                                                          std::string_view /*bytes*/) const {
         return std::nullopt;
     }
-    // The places of the settings on which a stretch of an area decides that is one slot: a setting
+    // The places of the settings that depend on a stretch of an area that is one slot: a setting
     // may then need bytes from all over it. `bytes` are the whole area's.
     [[nodiscard]] virtual std::set<std::string> PlacesIn(Long /*offset*/, Long /*size*/,
                                                          std::string_view /*bytes*/) const {
@@ -75,12 +75,12 @@ public:
     }
 
     // For an area that is one slot: `held` are its bytes in the keyboard, `usual` the same settings
-    // as the control writes them. Gives `wanted` the bytes of `held` in those of its parts that are
-    // as in `usual` and mean the same in `held`, so that bytes that no setting uses stay there.
+    // as encoded by the control. In the parts of `wanted` that equal `usual` and have the same
+    // meaning in `held`, copies the bytes of `held`, so that unused bytes stay unchanged.
     virtual void KeepUnused(std::string_view /*held*/, std::string_view /*usual*/,
                             std::string& /*wanted*/) const {}
 
-    // Has the control show the settings that it holds.
+    // Makes the control show its settings.
     void Show() {
         Control().AdjustControls();
         Control().ReloadKeySettings();

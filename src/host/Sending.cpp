@@ -6,7 +6,7 @@ namespace qx::host {
 
 namespace {
 
-// The word of a receipt for a transfer that failed.
+// The receipt's result for a failed transfer.
 const char* AfterFailedTransfer(Holds holds) {
     switch (holds) {
     case Holds::NotTouched:
@@ -84,7 +84,7 @@ void Sending::Prove(const WritePlan& plan, Sent& sent) {
     }
 }
 
-// Each is read on its own: what was not read then differs from just that one for sure.
+// Each range is read separately: a range that was not read then differs for sure.
 void Sending::Look(const WritePlan& plan, Sent& sent) {
     try {
         sent.holds = Holds::New;

@@ -15,7 +15,7 @@ namespace qx::host {
 
 namespace {
 
-// Finds the warnings of many sequences and looks the names of the layout's keys up once.
+// Finds the warnings of many sequences, looking up the names of the layout's keys only once.
 class Linter {
 public:
     explicit Linter(const QXKeyboardLayoutData* layout) {
@@ -58,7 +58,7 @@ private:
     std::optional<KeyNames> m_names;
 };
 
-// Gives every sequence with its place.
+// Visits every sequence with its place.
 class SequenceWalk : public PlacedVisitor {
 public:
     using Found = std::function<void(const std::string& place, const KeySequence&)>;

@@ -1,4 +1,4 @@
-// Warnings about key sequences that a keyboard accepts and that a user hardly meant.
+// Warnings about key sequences that are valid but probably not intended.
 #pragma once
 
 #include "host/Configuration.h"
@@ -15,11 +15,11 @@ class QXKeyboardLayoutData;
 namespace qx::host {
 
 enum class SequenceWarningKind {
-    NeverReleased, // the key is still down at the end of the sequence
-    NeverPressed,  // the key is released and was not down
+    NeverReleased, // the key is still pressed at the end of the sequence
+    NeverPressed,  // the key is released without having been pressed
     KeyAbove127,   // the same, and the layout has a key whose number is the code: keys above 127
                    // cannot be pressed through a sequence
-    NotInLayout,   // the layout has no such key
+    NotInLayout,   // the layout does not have such a key
 };
 
 // Its name for programs, "never-released".
@@ -34,7 +34,7 @@ struct SequenceWarning {
 };
 
 // The warnings about one sequence, in the order of the codes that cause them. Without a layout,
-// those that need one are left out.
+// warnings that need one are omitted.
 [[nodiscard]] std::vector<SequenceWarning> LintSequence(std::span<const Integer> codes,
                                                         const QXKeyboardLayoutData* layout);
 

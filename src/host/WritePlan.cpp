@@ -17,7 +17,8 @@ std::set<std::string, std::less<>> KeysOf(const std::vector<Section*>& sections)
     return keys;
 }
 
-// Gives the slots that `wanted` has as `usual` has them the bytes of `held`, which mean the same.
+// Copies the bytes of `held` to the slots of `wanted` that equal `usual`; they have the same
+// meaning.
 void KeepUnused(const Section& section, const std::vector<PlacedArea>& areas,
                 const KeyboardContent& held, const KeyboardContent& usual,
                 KeyboardContent& wanted) {
@@ -41,7 +42,7 @@ std::string Spaced(const std::string& bytes) {
     return text;
 }
 
-// Bytes that have fixed values, and have others in the keyboard.
+// Bytes that must have fixed values and have others in the keyboard.
 std::vector<Difference> FixedBytes(const Section& section, const std::vector<PlacedArea>& areas,
                                    const KeyboardContent& held, const KeyboardContent& usual) {
     std::string from;
@@ -206,9 +207,10 @@ void Planner::Finish(WritePlan& plan) {
     plan.settings.insert(plan.settings.end(), settings.begin(), settings.end());
 }
 
-// All settings are read a few times: each time without half of the ranges, by a bit of the range's
-// number. The readings that miss a setting spell the number of its range. Where a setting may need
-// several ranges, since its slot is all of the section's memory, the section itself knows them.
+// All settings are read a few times, each time without the ranges selected by one bit of the
+// range's number. The reads in which a setting is missing spell its range's number. If a setting
+// may need several ranges, because its slot is all of the section's memory, the section itself
+// knows them.
 void Planner::NameSettings(WritePlan& plan) {
     std::set<std::string, std::less<>> known;
     for (PlannedRange& first : plan.ranges) {
@@ -238,7 +240,7 @@ void Planner::NameSettings(WritePlan& plan) {
             NameSettingsOfSlot(section, plan, ranges, changes);
             continue;
         }
-        std::map<std::string, std::size_t> rangeOf; // from 1
+        std::map<std::string, std::size_t> rangeOf; // numbered from 1
         for (std::size_t bit = 1; bit <= ranges.size(); bit *= 2)
             for (const std::string& place :
                  missedWithout([&](std::size_t each) { return (each & bit) != 0; }))

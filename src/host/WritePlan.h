@@ -1,7 +1,7 @@
-// WritePlan: what a write would change in a keyboard, found out before any of it is sent.
+// WritePlan: the changes that a write would make in a keyboard, determined before anything is sent.
 //
-// A plan is a value. It is made by a Planner from what the keyboard holds, and is good for that
-// keyboard as long as it still holds that.
+// A plan is a value. It is made by a Planner from the keyboard's contents, and is valid for that
+// keyboard as long as its contents do not change.
 #pragma once
 
 #include "host/Configuration.h"
@@ -16,8 +16,7 @@
 
 namespace qx::host {
 
-// What one request more costs on the way to the keyboard, in bytes: a gap between two changes that
-// is smaller than this is sent along.
+// The cost of one more request, in bytes: a smaller gap between two changes is sent along.
 inline constexpr Long kRequestCost = 16;
 
 struct PlannedRange : ByteRange {
@@ -26,30 +25,30 @@ struct PlannedRange : ByteRange {
 };
 
 struct PlanOptions {
-    // Write what the controls request, with bytes that no setting uses as the controls encode them;
-    // else only slots with changed settings are written.
+    // Send everything the controls request, with unused bytes as the controls encode them;
+    // otherwise only slots with changed settings are sent.
     bool full = false;
     // Replace blocks of the keyboard that no document can express.
     bool repair = false;
 };
 
-// A part of the keyboard that a backup lacks, or bytes of a backup that have no place.
+// A part of the keyboard that is not in a backup, or bytes of a backup without a place.
 struct NotRestored {
-    std::string section; // its key, or the module's name; empty: the backup's bytes
+    std::string section; // the section's key, or the module's name; empty for the backup's bytes
     Long bytes = 0;      // of the backup
 };
 
 struct WritePlan {
     KeyboardContent before;                        // as read from the keyboard
-    KeyboardContent after;                         // as it is to be
-    std::vector<PlannedRange> ranges;              // all that differs
-    std::vector<Difference> settings;              // that differ
+    KeyboardContent after;                         // the wanted contents
+    std::vector<PlannedRange> ranges;              // all differences
+    std::vector<Difference> settings;              // the settings that differ
     std::vector<CopiedKeyboard::Request> requests; // of a full write
-    std::vector<NotRestored> notRestored;          // by a backup
-    std::optional<Error> otherKeyboard;            // why a backup seems to be of another one
+    std::vector<NotRestored> notRestored;          // from a backup
+    std::optional<Error> otherKeyboard; // why a backup seems to come from another keyboard
 
     [[nodiscard]] bool IsEmpty() const { return ranges.empty(); }
-    // Whether the keyboard is given an identifier that it does not have; and in place of its own.
+    // Whether the keyboard gets a new identifier; and whether that replaces its own.
     [[nodiscard]] bool GivesIdentifier() const {
         return !after.identity.guid.empty() && before.identity.guid != after.identity.guid;
     }
@@ -58,35 +57,36 @@ struct WritePlan {
     }
     [[nodiscard]] Long BytesToSend() const; // of the ranges
     [[nodiscard]] Long BytesInAll() const;  // of the requests
-    // What is sent: the ranges, or, when full, all requests.
+    // The bytes to send: the ranges, or all requests if full.
     [[nodiscard]] std::vector<ByteRange> ToSend(bool full) const;
 };
 
-// Makes plans on a copy of the keyboard: neither the keyboard nor its driver's image is touched.
+// Makes plans on a copy of the keyboard: the keyboard and its driver's image are not touched.
 class Planner {
 public:
-    // `scratch` is a configuration for this keyboard whose settings are not needed otherwise.
+    // `scratch` is a configuration for this keyboard whose settings may be overwritten.
     Planner(KeyboardContent content, Configuration& scratch);
 
-    // What a write of these sections' settings would do. Throws Error(TransferFailed) when they
-    // cannot be encoded, and Error(KeyboardDamaged) when one of them would replace a block that no
-    // document can express and is not to repair it.
+    // The plan for writing these sections' settings. Throws Error(TransferFailed) if they cannot be
+    // encoded, and Error(KeyboardDamaged) if one of them would replace a block that no document can
+    // express, unless the block is to be repaired.
     [[nodiscard]] WritePlan ForSettings(const std::vector<Section*>& sections,
                                         const PlanOptions& options = {});
-    // Of these sections, those that are damaged in the keyboard: their places, and how.
+    // The damaged ones of these sections: their places and the kind of damage.
     [[nodiscard]] std::vector<Fault> Damaged(const std::vector<Section*>& sections);
-    // Gives each range of a plan the settings that it changes. For people who ask: this takes its
-    // time when many change.
+    // Finds the settings that each range of a plan changes. Slow if many change, so only for
+    // display.
     void NameSettings(WritePlan& plan);
-    // What it takes to make the keyboard hold these bytes in the same areas.
+    // The plan for making the keyboard hold these bytes in the same areas.
     [[nodiscard]] WritePlan ForContent(const KeyboardContent& wanted);
-    // The same of a backup, in those areas that both have; with its GUID, or the keyboard's own.
+    // The same for a backup, in the areas that both have; with its GUID, or with the keyboard's
+    // own.
     [[nodiscard]] WritePlan ForBackup(const KeyboardContent& backup, bool withGuid);
 
     // The settings of a section that one content has otherwise than the other.
     [[nodiscard]] std::vector<Difference>
     Compare(const KeyboardContent& from, const KeyboardContent& to, const std::string& section);
-    // The document of such a content, with a note of the keyboard, without damaged sections.
+    // The document for the contents, with a note of the keyboard and without damaged sections.
     [[nodiscard]] ConfigurationDocument Document(const KeyboardContent& content);
 
 private:
@@ -95,9 +95,9 @@ private:
         KeyboardContent content;
         std::vector<CopiedKeyboard::Request> requests;
     };
-    // Sections of the scratch configuration with the settings that a content has.
+    // Sections of the scratch configuration with the settings decoded from contents.
     struct Decoded {
-        std::vector<Section*> sections; // those that are sound
+        std::vector<Section*> sections; // the intact ones
         std::vector<Snapshot> settings; // theirs
         std::vector<Fault> damaged;
     };

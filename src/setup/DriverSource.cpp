@@ -27,7 +27,7 @@ std::string OriginOf(const std::filesystem::path& driver, const std::filesystem:
     return (driver.empty() ? "" : Whole(driver)) + "|" + (file.empty() ? "" : Whole(file));
 }
 
-// The driver in the library, in this process or in its own, with what it may offer besides.
+// A driver library, loaded in this process or in its own, with its optional functions.
 struct Library {
     OpenedDriver opened;
     std::function<std::optional<std::int32_t>(const std::string& file, const std::string& model)>
@@ -64,7 +64,7 @@ Library LoadApart(const KeyboardChoice& choice) {
     return loaded;
 }
 
-// A driver library that is itself a simulated keyboard takes the file to keep it in.
+// Sets the file of a driver library that is a simulated keyboard.
 void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choice) {
     const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
     const auto status = library.setKeyboard(files::TextOf(choice.keyboard), model);
@@ -85,8 +85,8 @@ void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choic
                       {.call = call, .place = {.file = files::TextOf(choice.keyboard)}});
 }
 
-// A mistyped name of a file is not taken for the wish for another keyboard, nor is a model passed
-// over that the keyboard is not of. What else is wrong with the file is found when it is opened.
+// A mistyped file name must not create another keyboard, and a model that contradicts the
+// keyboard's must not be ignored. Other errors in the file are found when it is opened.
 void RequireMeant(const std::filesystem::path& file, const std::string& model) {
     std::error_code error;
     const bool exists = std::filesystem::exists(file, error);
@@ -110,7 +110,7 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
                           {.name = is, .other = wanted, .place = {.file = files::TextOf(file)}});
 }
 
-// A library of the other word size cannot be loaded here in any case.
+// A library of the other word size can never be loaded into this process.
 bool NeedsProcess(const KeyboardChoice& choice) {
     using driverhost::kOwnWordSize;
     return choice.isolation ||
@@ -146,7 +146,7 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         file = files::UserDataFolder() / "keyboard.qxk";
         opened.note =
             "no --driver and no --keyboard: using the simulated keyboard in " + files::TextOf(file);
-        std::error_code ignored; // the driver tells when it cannot write there
+        std::error_code ignored; // the driver reports it if it cannot write there
         std::filesystem::create_directories(file.parent_path(), ignored);
         if (!choice.model.empty())
             RequireMeant(file, choice.model);

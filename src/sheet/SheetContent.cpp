@@ -23,13 +23,13 @@ namespace {
 using views::KeyCap;
 using views::KeyState;
 
-// Light colours, which spare ink and leave room for notes by hand.
+// Light colours, which save ink and can be written on.
 constexpr QColor kProgrammed(0xFF, 0xE4, 0xA0);
 constexpr QColor kEmpty(0xFF, 0xFF, 0xFF);
 constexpr QColor kUnused(0xEC, 0xEC, 0xEC);
 
 constexpr int kLayerKeysInRow = 12;
-constexpr QSizeF kLayerStep(720, 600); // from key to key; wide enough for a few words
+constexpr QSizeF kLayerStep(720, 600); // between keys; wide enough for a few words
 constexpr double kLayerGap = 25;
 
 bool IsPrintable(char32_t c) {
@@ -37,7 +37,7 @@ bool IsPrintable(char32_t c) {
     return !host::IsHidden(c) && !isHalf && c != 0xFFFE && c != 0xFFFF;
 }
 
-// The text in one line, with a mark in place of what cannot be printed.
+// The text in one line, with a mark in place of unprintable characters.
 QString Printable(const std::string& text) {
     QList<uint> characters = QString::fromStdString(text).toUcs4();
     for (uint& c : characters)
@@ -82,7 +82,7 @@ private:
                 action(*control);
     }
 
-    // As it can be typed in again, with the releases of keys.
+    // In the syntax in which it can be typed, including the releases of keys.
     [[nodiscard]] QString Sequence(const KeySequence& sequence) const {
         std::vector<Byte> codes;
         for (const Integer code : sequence.Codes())
@@ -90,7 +90,7 @@ private:
         return Printable(SequenceToText(codes, m_layout));
     }
 
-    // The keys that are pressed, for the little room of a key cap.
+    // Only the presses, for the limited space of a key cap.
     [[nodiscard]] QString Pressed(const KeySequence& sequence) const {
         return Printable(SequenceCaption(sequence, &m_layout, false)).trimmed();
     }
@@ -101,7 +101,7 @@ private:
         return Printable(isBlank ? m_layout.KeyLongCaption(lPositionCode) : caption).trimmed();
     }
 
-    // The keyboard as the layout has it; a key with a sequence shows what it sends.
+    // The keyboard with its layout's legends; a key with a sequence shows that sequence.
     [[nodiscard]] std::vector<KeyCap> KeyboardCaps(const KeyboardSequences& sequences) const {
         QXLayoutDisplay display;
         display.SetLayoutSource(&m_layout);
@@ -241,7 +241,7 @@ private:
             m_content.parts.push_back(std::move(part));
     }
 
-    // What stands before or after the data of a reader.
+    // The header or the terminator of a reader's data.
     [[nodiscard]] QString Framing(bool fEnabled, const KeySequence& sequence) const {
         const QString text = Sequence(sequence);
         if (fEnabled)

@@ -107,8 +107,8 @@ std::string OriginText(const Stretch& stretch) {
 std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {
     if (stretch.keys.empty())
         return "\"" + stretch.data + "\"";
-    // The keys beyond 127, of which no code speaks, send nothing but their own make and break, and
-    // so stand in no sequence.
+    // Keys beyond 127 cannot be addressed by a code: they only send their own make and break codes
+    // and never occur in a sequence.
     if (stretch.keys.front().key >= kRelease) {
         std::string text;
         for (const KeyStroke& stroke : stretch.keys)

@@ -1,4 +1,4 @@
-// Reception: what the host PC receives from the keyboard, in order, and what there is to say of it.
+// Reception: the keys and data that the host PC receives from the keyboard, in order, with remarks.
 #pragma once
 
 #include "qxcontrols/common/Types.h"
@@ -21,21 +21,21 @@ struct KeyStroke {
     bool operator==(const KeyStroke&) const = default;
 };
 
-// Where a stretch comes from.
+// The origin of a stretch.
 enum class Origin {
     OrdinaryKey,      // a key's own code; number: its position code
     FreeKey,          // a programmed key's sequence; number: its position code
     FunctionKey,      // a layered function key's sequence; number: the key, and its layer
     PosBlock,         // a POS block's sequence; number: the block's slot
-    TrackHeader,      // number of these three: the track, 1 to 4
+    TrackHeader,      // for these three, number: the track, 1 to 4
     TrackData,        //
     TrackTerminator,  //
-    ReaderHeader,     // number of these three: the barcode reader's input, 1 or 2
+    ReaderHeader,     // for these three, number: the barcode reader's input, 1 or 2
     ReaderData,       //
     ReaderTerminator, //
 };
 
-// What comes from one origin in one go: strokes of keys, or characters of data.
+// The output of one origin: either key strokes or characters of data.
 struct Stretch {
     Origin origin;
     Integer number;
@@ -76,12 +76,12 @@ struct Remark {
 struct Reception {
     std::vector<Stretch> stretches; // none of them empty
     std::vector<Remark> remarks;
-    // The keyboard's output delay, between one code and the next; none where it keeps none.
+    // The delay between two codes; none if the keyboard does not store one.
     std::optional<Byte> outputDelay;
 
     // Appends the stretch, unless it is empty.
     void Add(Stretch stretch);
-    // Appends what is received after this. An ordinary key's release goes to its press.
+    // Appends a later reception. The release of an ordinary key is added to its press.
     void Append(const Reception& later);
 };
 

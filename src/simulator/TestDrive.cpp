@@ -29,7 +29,7 @@ constexpr KeyboardModuleIDs kFreeKeyModules[] = {
     MODULE_FUNCKEYS_X1_4630,
 };
 
-// The option that switches a symbology on: every symbology has it, and some have no other.
+// The option that enables a symbology: every symbology has it, and some have no other.
 constexpr Integer kSymbologyOption = 0;
 
 constexpr Integer kNoKeyIndex = 0;
@@ -74,7 +74,7 @@ constexpr TrackFault kWrongLRC = {Remark::Kind::WrongLrcRefused, Remark::Kind::W
 constexpr TrackFault kWrongLastChar = {Remark::Kind::WrongLastCharRefused,
                                        Remark::Kind::WrongLastCharIgnored};
 
-// Whether a track of the card that has a fault is refused for it; either way is remarked.
+// Whether a fault of a track makes the reader refuse it; adds a remark either way.
 bool IsRefused(bool hasFault, bool isVerified, const TrackFault& fault, const std::string& track,
                Reception& reception) {
     if (hasFault)
@@ -82,7 +82,7 @@ bool IsRefused(bool hasFault, bool isVerified, const TrackFault& fault, const st
     return hasFault && isVerified;
 }
 
-// Whether the code's length is one that the symbology accepts; else this is remarked.
+// Whether the symbology accepts the code's length; adds a remark if not.
 bool HasAcceptedLength(const BarcodeOptionPage& page, const std::string& name,
                        const std::string& data, Reception& reception) {
     const std::size_t length = Utf16FromUtf8(data).size();
@@ -154,8 +154,8 @@ Reception TestDrive::Stroke(Integer nPositionCode, Integer nKeyIndex, bool isRel
     return reception;
 }
 
-// The sequence of the block that holds the key index; without an index, of the first block with a
-// sequence that holds one of the position code's.
+// The sequence of the block that contains the key index; without an index, of the first block with
+// a sequence and an index of the position code.
 Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
                                Reception& reception) const {
     Stretch none{Origin::PosBlock, 0, 0, {}, {}};
@@ -165,7 +165,7 @@ Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
     POSKeyboard blocks;
     try {
         DecodePOSModuleBlock(*block, blocks);
-    } catch (const std::out_of_range& error) { // the keys before it are there
+    } catch (const std::out_of_range& error) { // the keys decoded before the damage are kept
         reception.remarks.push_back({Remark::Kind::PosDamaged, {error.what()}});
     }
     const POSCodeMapping mapping;

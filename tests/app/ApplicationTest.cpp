@@ -1,4 +1,4 @@
-// No exception leaves an event handler: the program goes on, and the document is whole.
+// No exception leaves an event handler: the program continues, and the document is intact.
 #include "app/Application.h"
 #include "Desk.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
@@ -7,7 +7,7 @@
 #include <QMouseEvent>
 #include <QSlider>
 
-// Of the leak check, where there is one.
+// From the leak checker, where there is one.
 extern "C" {
 [[gnu::weak]] void __lsan_disable();
 [[gnu::weak]] void __lsan_enable();
@@ -16,8 +16,8 @@ extern "C" {
 namespace qx::test {
 namespace {
 
-// While it lives, the leak check passes over what is allocated: an exception that passes through
-// the toolkit leaves small things of the toolkit's own behind.
+// Makes the leak checker ignore allocations during its lifetime: an exception that passes through
+// the toolkit leaks small objects of the toolkit.
 struct Unchecked {
     Unchecked() {
         if (__lsan_disable != nullptr)
@@ -71,12 +71,12 @@ TEST(Application, KeepsTheDocumentWhateverAHandlerThrows) {
         shown.clear();
         act();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !shown.isEmpty(); }, 5000)) << what;
-        QTest::qWait(20); // and no second one
+        QTest::qWait(20); // a second one must not follow
         EXPECT_EQ(shown, QStringList(QString::fromLatin1(what)));
         EXPECT_EQ(desk.Document(), edited) << what;
     };
     after("a press", [&] { QTest::mouseClick(&thrower, Qt::LeftButton); });
-    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1) << "kept at once";
+    EXPECT_EQ(desk.FilesIn("records/unsaved").size(), 1) << "saved at once";
     after("", [&] { QTest::keyClick(&thrower, Qt::Key_A); });
     after("a timer",
           [&] { QTimer::singleShot(0, &thrower, [] { throw std::runtime_error("a timer"); }); });
@@ -90,7 +90,7 @@ TEST(Application, KeepsTheDocumentWhateverAHandlerThrows) {
         thrower.throwsWhenPainted = true;
         thrower.repaint();
     });
-    after("many", [&] { // are one message
+    after("many", [&] { // reported in one message
         for (int i = 0; i < 5; ++i)
             QTimer::singleShot(0, &thrower, [] { throw std::runtime_error("many"); });
     });
@@ -108,14 +108,14 @@ TEST(Application, KeepsTheDocumentWhateverAHandlerThrows) {
     });
     desk.window->removeEventFilter(&thrower);
 
-    desk.Page("commonKeyboard"); // and it is used as before
+    desk.Page("commonKeyboard"); // still works as before
     desk.Find<QSlider>("slidOutputDelay")->setValue(11);
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("0B"));
     application.show = usual;
 }
 
-TEST(Application, ALongDescriptionIsCutAtTheBoxAndNeverEndsTheProgram) {
+TEST(Application, ALongDescriptionIsCutAndNeverEndsTheProgram) {
     Desk desk;
     desk.Page("layeredFuncKeys");
     desk.ClickKey("funcKeys", 3);
@@ -125,8 +125,8 @@ TEST(Application, ALongDescriptionIsCutAtTheBoxAndNeverEndsTheProgram) {
     auto& keys = desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys");
     EXPECT_EQ(keys.Layer(0).GetKeyDesc(3), std::string(64, 'x'));
 
-    // A host may put in more than a keyboard stores: undo and redo bring back just that, and the
-    // document says what it lost.
+    // A host may set a longer text than a keyboard stores: undo and redo restore it exactly, and
+    // the document reports the loss.
     const std::string tooLong(80, 'y');
     desk.ClickKey("funcKeys", 4);
     keys.txtSymbolDesc.Text = tooLong;
@@ -145,7 +145,7 @@ TEST(Application, ALongDescriptionIsCutAtTheBoxAndNeverEndsTheProgram) {
     EXPECT_FALSE(keys.DataChanged());
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Layered function keys: a text was cut")));
     desk.workbench.Undo();
-    EXPECT_TRUE(keys.DataChanged()) << "it is no longer as it was saved";
+    EXPECT_TRUE(keys.DataChanged()) << "it differs from the saved state";
     desk.unsaved = DocumentMenu::Answer::Discard;
     desk.window->Documents().Open(QString::fromStdString((desk.folder / "till.json").string()));
     EXPECT_EQ(keys.Layer(0).GetKeyDesc(4), std::string(64, 'y'));

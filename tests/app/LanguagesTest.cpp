@@ -1,4 +1,4 @@
-// The texts of the window, in each of its languages.
+// The texts of the window in each language.
 #include "Desk.h"
 #include "app/ErrorWords.h"
 #include "app/Failure.h"
@@ -28,7 +28,7 @@ namespace {
 
 using views::ToQt;
 
-// The letters that more than one visible thing of the window answers to.
+// The mnemonic letters shared by several visible widgets.
 QStringList DoubleLetters(QMainWindow& window) {
     QStringList texts;
     for (const QAction* menu : window.menuBar()->actions())
@@ -60,7 +60,7 @@ QTabWidget* VisibleTabs(QMainWindow& window) {
     return nullptr;
 }
 
-// What the user can reach on the screen and does not say what it is.
+// The focusable widgets without an accessible name.
 QStringList Nameless(const QMainWindow& window) {
     QStringList nameless;
     const auto check = [&](QAccessibleInterface* accessible, const QWidget& widget) {
@@ -82,9 +82,9 @@ QStringList Nameless(const QMainWindow& window) {
     return nameless;
 }
 
-// Every page's letters under Alt belong to one thing each, beside those of the menus, and all that
-// takes the focus has a name.
-TEST(Languages, ThingsHaveNamesAndLettersOfTheirOwn) {
+// On every page, mnemonic letters are unique (including the menus'), and every focusable widget has
+// an accessible name.
+TEST(Languages, WidgetsHaveNamesAndUniqueMnemonics) {
     Desk desk;
     for (const Integer language : {Integer{1033}, Integer{1031}}) {
         desk.Speak(language);
@@ -106,7 +106,7 @@ TEST(Languages, ThingsHaveNamesAndLettersOfTheirOwn) {
     desk.Speak(1033);
 }
 
-TEST(Languages, SpeaksGermanAtOnce) {
+TEST(Languages, SwitchesToGermanAtOnce) {
     Desk desk;
     desk.Page("freeProgKeys");
     desk.Click("cmdEdit_0");
@@ -115,14 +115,14 @@ TEST(Languages, SpeaksGermanAtOnce) {
     auto* languages = desk.Find<QComboBox>("PreferedAppLang");
     languages->setCurrentIndex(languages->findData(1031));
     desk.AwaitTitle(QStringLiteral("Überblick"));
-    EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the tab stays in front";
+    EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the same tab is still in front";
     EXPECT_EQ(desk.Notice(), QStringLiteral("Pick a key first.")) << "a notice is not lost";
     EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
               QStringLiteral("Magnetkartenleser"));
     desk.Page("barcode");
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));
-    EXPECT_FALSE(desk.workbench.IsModified()) << "a language is no edit";
+    EXPECT_FALSE(desk.workbench.IsModified()) << "changing the language is not an edit";
 }
 
 // In a German window no setting has an English word, apart from the names of codes.

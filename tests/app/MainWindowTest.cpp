@@ -35,7 +35,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.Edit("freeProgKeys", 75);
     desk.Page("layeredFuncKeys");
     desk.Click("cmdLayer_0");
-    EXPECT_EQ(desk.workbench.Simulated()->Layer(), 1) << "the keyboard follows the layer shown";
+    EXPECT_EQ(desk.workbench.Simulated()->Layer(), 1) << "the keyboard's layer is the one shown";
     desk.ClickKey("funcKeys", 3);
     QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Cash"));
     desk.Page("pos");
@@ -47,7 +47,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     });
     desk.Click("cmdEdit");
 
-    // Undo to the start leaves the document as it was, and redo brings all back.
+    // Undoing everything restores the original document, and redo restores all edits.
     const std::string edited = desk.Document();
     desk.UndoAll();
     EXPECT_EQ(desk.Document(), start);
@@ -56,7 +56,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
         desk.workbench.Redo();
     EXPECT_EQ(desk.Document(), edited);
 
-    // Enter in the review leads to the change; it never writes.
+    // Enter in the review goes to the change; it never writes.
     desk.InDialog(
         [](QWidget& dialog) { QTest::keyClick(dialog.findChild<QTreeWidget*>(), Qt::Key_Return); });
     desk.window->Transfers().Write();
@@ -78,7 +78,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     EXPECT_TRUE(desk.window->Documents().Save());
     EXPECT_FALSE(desk.window->findChild<QWidget*>(QStringLiteral("progress"))->isVisible());
 
-    // Nothing is left to write, and reading gives the same document.
+    // Nothing is left to write, and reading yields the same document.
     desk.window->Transfers().Write();
     EXPECT_NE(desk.Notice().indexOf(QLatin1String("nothing was written")), -1);
     desk.unsaved = DocumentMenu::Answer::Discard;
@@ -87,7 +87,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     EXPECT_NE(desk.Document(), start);
     EXPECT_TRUE(desk.workbench.File().empty()) << "saving must not replace the open document";
 
-    // All is removed when the user agrees.
+    // Everything is removed if the user agrees.
     desk.Page("pos");
     for (const bool agrees : {false, true}) {
         desk.answer = agrees;
@@ -147,7 +147,7 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     find("font size");
     EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
 
-    // All words have to fit; what begins with them comes first.
+    // All words must match; entries that begin with them come first.
     auto* field = desk.Find<QLineEdit>("quickFind");
     const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
     field->setFocus();
@@ -162,7 +162,7 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
         << found->item(0)->text().toStdString();
 }
 
-TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
+TEST(MainWindow, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {
     Desk desk;
     EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
@@ -185,7 +185,7 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     EXPECT_TRUE(desk.Find<QLabel>("lblKeyboard")->toolTip().contains(QStringLiteral("P100")));
     desk.workbench.Preferences().SetVersionFirmware(0x100);
     EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
-    EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "it is new enough";
+    EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "recent enough";
 
     desk.Page("overview");
     QStringList rows;
@@ -204,8 +204,8 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsToldWithWhatToCheck) {
     EXPECT_EQ(directory->item(6, 2)->text(), QStringLiteral("0x4000"));
 }
 
-// From reading to writing without a pointer.
-TEST(MainWindow, IsWalkedByKeysAlone) {
+// From reading to writing without a mouse.
+TEST(MainWindow, WorksByKeyboardOnly) {
     Desk desk;
     const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
@@ -233,7 +233,7 @@ TEST(MainWindow, IsWalkedByKeysAlone) {
         Desk::ClickIn(dialog, "cmdOK");
     });
     press(Qt::Key_Space);
-    ASSERT_TRUE(activate()); // as a window manager does when the editor closes
+    ASSERT_TRUE(activate()); // as a window manager does after the editor closes
     desk.InDialog([&](QWidget& dialog) {
         QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("cmdWrite")), Qt::Key_Space);
     });
@@ -261,7 +261,7 @@ TEST(MainWindow, ExportsAndPrintsAKeySheet) {
     EXPECT_EQ(files::ReadFile(desk.folder / "paper.pdf").substr(0, 5), "%PDF-");
 }
 
-TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
+TEST(MainWindow, TestDriveUsesTheKeyboardsMemory) {
     Desk desk;
     desk.Page("testDrive");
     desk.ClickKey("testDriveKeys", 31);
@@ -271,7 +271,7 @@ TEST(MainWindow, TestDriveAnswersByTheKeyboardsMemory) {
 
 TEST(MainWindow, FitsASmallScreenAndScrolls) {
     Desk desk;
-    desk.window->resize(1024, 560); // what a screen of 1024 x 600 leaves below a title
+    desk.window->resize(1024, 560); // the space of a 1024 x 600 screen below a title bar
     for (const char* id :
          {"overview", "commonKeyboard", "magnetCard", "barcode", "freeProgKeys", "layeredFuncKeys",
           "pos", "files", "backups", "testDrive", "preferences"}) {
@@ -284,7 +284,7 @@ TEST(MainWindow, FitsASmallScreenAndScrolls) {
     QTest::qWait(1);
     auto* last = desk.Find<QWidget>("cmdEdit_3");
     last->setFocus(Qt::TabFocusReason);
-    EXPECT_FALSE(last->visibleRegion().isEmpty()) << "Tab scrolls to it";
+    EXPECT_FALSE(last->visibleRegion().isEmpty()) << "Tab must scroll to it";
 }
 
 TEST(MainWindow, UndoGoesToWhereTheChangeWas) {

@@ -1,4 +1,4 @@
-// The pages of modules: which keys and tracks they offer, and what counts as an edit.
+// The modules' pages: the keys and tracks they offer, and the actions that count as an edit.
 #include "Desk.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
@@ -23,7 +23,7 @@ TEST(Pages, FunctionKeysOfOtherModelsAreWrittenToo) {
     EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
     EXPECT_EQ(desk.Memory(MODULE_FUNCKEYS_X1_4620, 0, 3), Bytes("1F 9F 00"));
 
-    // A key without a place in the module is not edited for nothing.
+    // A key that the module does not have cannot be edited.
     desk.Page("funcKeys4620");
     const auto& caps = desk.Find<views::KeyGrid>("layoutDisplay")->Keys();
     const auto other = std::find_if(caps.begin(), caps.end(), [&](const views::KeyCap& cap) {
@@ -36,8 +36,8 @@ TEST(Pages, FunctionKeysOfOtherModelsAreWrittenToo) {
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("no place")));
 }
 
-// Picking keys, pages and layers is not an edit, and notices go when the user goes on.
-TEST(Pages, SelectingIsNoEditAndClearsOldNotices) {
+// Selecting keys, pages and layers is not an edit; the next action clears old notices.
+TEST(Pages, SelectingIsNotAnEditAndClearsOldNotices) {
     Desk desk;
     desk.Page("freeProgKeys");
     desk.Click("cmdEdit_0");
@@ -70,7 +70,7 @@ TEST(Pages, RecordsOnlyCodesThatAKeyboardStores) {
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
 
-    // Nor more of them.
+    // Recording also stops at the maximum length.
     struct Editor {
         const char* page;
         const char* keys;
@@ -100,7 +100,7 @@ TEST(Pages, OffersTheTracksThatThereAre) {
     auto& card = desk.ControlOf<QXMagnetCard>("magnetCard");
     desk.Page("magnetCard");
     desk.Find<QListWidget>("trackList")->setCurrentRow(1);
-    card.Track(2).SetAvailable(false); // as on a keyboard without it
+    card.Track(2).SetAvailable(false); // as for a keyboard without it
     card.lblCurrHeader_KeyPress();
     card.cmdCreate_Click(0);
     card.cmdRemove_Click(1);
@@ -108,7 +108,7 @@ TEST(Pages, OffersTheTracksThatThereAre) {
     EXPECT_FALSE(desk.workbench.IsModified());
     EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     desk.Page("magnetCard");
-    EXPECT_EQ(desk.Find<QListWidget>("trackList")->count(), 4) << "no keyboard limits a document";
+    EXPECT_EQ(desk.Find<QListWidget>("trackList")->count(), 4) << "no keyboard limits it";
     EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 1);
 
     Desk without("magnet"); // track 1

@@ -1,4 +1,4 @@
-// What the commands read, show and do, on a keyboard that works.
+// The commands that read, show and write, on a working keyboard.
 #include "CommandLine.h"
 
 #include "host/Json.h"
@@ -9,7 +9,7 @@ namespace qx::test {
 
 using host::Json;
 
-TEST(Commands, IdentifyTellsKeyboardAndDirectory) {
+TEST(Commands, IdentifyShowsKeyboardAndDirectory) {
     const char* const model = R"({
         "keyboard": {
             "name": "SHOP", "bootloader": "B001", "program": "P002", "country": "C003",
@@ -35,7 +35,7 @@ TEST(Commands, IdentifyTellsKeyboardAndDirectory) {
         << text;
 }
 
-// Standard input and standard output have the name "-"; devices take what they are given.
+// Standard input and output are named "-"; output may go to a device.
 TEST(Commands, DocumentsGoThroughPipes) {
     CommandLine keyboard;
     const std::string uploaded = keyboard.Done({"upload"});
@@ -56,7 +56,7 @@ TEST(Commands, DocumentsGoThroughPipes) {
 
 namespace {
 
-// The texts of a drawing, one after the other.
+// The texts of a drawing, in order.
 std::string TextsOf(const std::string& svg) {
     std::string texts;
     for (std::size_t at = svg.find("<text"); at != std::string::npos; at = svg.find("<text", at)) {
@@ -159,7 +159,7 @@ TEST(Commands, PositionWatchPrintsKeysAsTheyArePressed) {
     EXPECT_EQ(keyboard.Done({"position", "watch", "--seconds", "1"}), "");
 }
 
-TEST(Commands, TestDriveTellsWhatThePcReceives) {
+TEST(Commands, TestDriveShowsTheInputOfThePc) {
     CommandLine keyboard;
     Json document = Json::parse(keyboard.Done({"upload"}));
     document["magnetCard"]["tracks"][1]["header"] = "Shift+A";
@@ -225,7 +225,7 @@ TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
     EXPECT_EQ(refused["error"]["place"], "/pos");
     EXPECT_TRUE(keyboard.Memory() == before);
 
-    // The sound key 50, which the repair clears, is not called unused.
+    // Key 50's sound is cleared by the repair, so it is not reported as unused.
     keyboard.Poke(0x4000 + 49 * 32, std::string("\0\x1E\x9E\0", 4));
     const std::string planned = keyboard.Done({"download", "--repair", "--dry-run", whole});
     EXPECT_NE(planned.find("MODULE_POS  4620  3 bytes  (of the damaged section)"),
@@ -242,9 +242,9 @@ TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
     EXPECT_FALSE(Json::parse(shown.out)["document"].contains("pos"));
 }
 
-// A keyboard whose 16 bytes are equal has no identifier: it gives none away, and a document that
-// has such a one leaves the keyboard its own.
-TEST(Commands, AnIdentifierIsGivenWithAWarningAndNeverTakenAway) {
+// A keyboard with 16 equal bytes has no identifier: it does not pass it on, and a document with
+// such bytes does not change the keyboard's own.
+TEST(Commands, AnIdentifierIsSetWithAWarningAndNeverRemoved) {
     constexpr Long kGuid = 5376;
     const char* const place = "/layeredFuncKeys/guid";
     CommandLine keyboard;
@@ -260,7 +260,7 @@ TEST(Commands, AnIdentifierIsGivenWithAWarningAndNeverTakenAway) {
     EXPECT_EQ(first.err.find("the keyboard has no identifier and is given the one in " + own), 0U)
         << first.err;
     EXPECT_NE(first.err.find("--no-identifier"), std::string::npos);
-    EXPECT_EQ(keyboard.Run({"download", own}).err, "") << "it is its own now";
+    EXPECT_EQ(keyboard.Run({"download", own}).err, "") << "now the keyboard's own identifier";
 
     const std::string before = keyboard.Memory();
     for (const char* none :
@@ -284,7 +284,7 @@ TEST(Commands, QuietLeavesOutNotesAndNoWarning) {
     EXPECT_EQ(quiet({"upload", "-o", file}).err, "");
     EXPECT_EQ(quiet({"diff", file, file}).err, "");
 
-    // Another identity.
+    // A different identifier.
     Json document = Json::parse(files::ReadFile(file));
     document["layeredFuncKeys"]["guid"] = "{01234567-89AB-CDEF-0123-456789ABCDEF}";
     document["commonKeyboard"]["outputDelay"] = 77;
@@ -292,7 +292,7 @@ TEST(Commands, QuietLeavesOutNotesAndNoWarning) {
     EXPECT_NE(quiet({"download", "--dry-run", file}).err.find("takes over the identifier"),
               std::string::npos);
 
-    // An interrupted write, of which a keyboard that is read holds a part.
+    // After an interrupted write, an upload contains part of it.
     Fault cut;
     cut.writtenBytes = 2;
     EXPECT_EQ(quiet({"download", file}, cut).status, 4);
@@ -306,7 +306,7 @@ TEST(Commands, QuietLeavesOutNotesAndNoWarning) {
     EXPECT_EQ(quiet({"recover", "--rollback"}).status, 0);
     EXPECT_FALSE(Json::parse(quiet({"--json", "upload"}).out).contains("interrupted"));
 
-    // Damage: of the keyboard, of the records and of the preferences.
+    // Damage in the keyboard, the records and the preferences.
     keyboard.Poke(0x4000 + 4 * 32, "\xC8"); // the group of POS key 5
     for (const auto& arguments : {std::vector<std::string>{"upload", "-o", file}, {"show"}})
         EXPECT_EQ(quiet(arguments).err.find("left out /pos: "), 0U);
@@ -327,7 +327,7 @@ TEST(Commands, QuietLeavesOutNotesAndNoWarning) {
 
 namespace {
 
-// The commands that a help text lists.
+// The commands listed in a help text.
 std::vector<std::string> CommandsIn(const std::string& help) {
     std::vector<std::string> commands;
     std::istringstream lines(help.substr(std::min(help.find("\nCommands:\n"), help.size())));

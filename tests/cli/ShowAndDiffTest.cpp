@@ -1,4 +1,4 @@
-// The settings as show prints them, and their differences as diff does.
+// The output of show and diff.
 #include "CommandLine.h"
 
 #include "host/Json.h"
@@ -7,7 +7,7 @@ namespace qx::test {
 
 using host::Json;
 
-TEST(ShowAndDiff, DiffSpeaksOfSettings) {
+TEST(ShowAndDiff, DiffListsSettings) {
     CommandLine keyboard;
     const std::string text = keyboard.Done({"upload"});
     Json changed = Json::parse(text);
@@ -29,7 +29,7 @@ TEST(ShowAndDiff, DiffSpeaksOfSettings) {
     EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
 }
 
-TEST(ShowAndDiff, ShowTellsKeysByTheirCaptions) {
+TEST(ShowAndDiff, ShowNamesKeysByTheirCaptions) {
     CommandLine keyboard;
     const std::string empty = keyboard.Done({"show", "freeProgKeys"});
     EXPECT_EQ(empty, "freeProgKeys\n  (nothing is programmed)\n");
@@ -53,7 +53,7 @@ TEST(ShowAndDiff, ShowTellsKeysByTheirCaptions) {
         std::string::npos);
 }
 
-TEST(ShowAndDiff, DiffTellsOnceOfASectionThatOneSideLacks) {
+TEST(ShowAndDiff, DiffListsAMissingSectionOnce) {
     CommandLine keyboard;
     const Json full = Json::parse(keyboard.Done({"upload"}));
     Json less = full;

@@ -30,7 +30,7 @@ protected:
         return sections;
     }
 
-    // The faults of the default document after the value at the place has been replaced.
+    // The faults of the default document with the value at the place replaced.
     [[nodiscard]] std::vector<Fault> FaultsWith(const std::string& place, const Json& value) {
         Json json = configuration.Write(SectionsOf(configuration), KeyboardInfo()).AsJson();
         json[Json::json_pointer(place)] = value;
@@ -172,7 +172,7 @@ TEST_F(DocumentTest, FaultsNameTheirPlace) {
     EXPECT_EQ(FaultsWith("/magnetCard/tracks/0/header", {300, 0, -1, 1.5}).size(), 4U);
 }
 
-TEST_F(DocumentTest, AllFaultsAreToldAndNothingIsTakenOver) {
+TEST_F(DocumentTest, AllFaultsAreReportedAndNothingIsChanged) {
     const std::string before = configuration.Write(SectionsOf(configuration)).ToText();
     Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["magnetCard"]["verifyLRC"] = false;
@@ -183,8 +183,8 @@ TEST_F(DocumentTest, AllFaultsAreToldAndNothingIsTakenOver) {
     EXPECT_EQ(configuration.Write(SectionsOf(configuration)).ToText(), before);
 }
 
-// A document with faults leaves what the controls hold and show.
-TEST_F(DocumentTest, WhatIsRefusedLeavesWhatIsShown) {
+// A document with faults does not change the controls or their display.
+TEST_F(DocumentTest, ARefusedDocumentDoesNotChangeTheDisplay) {
     auto& pos = dynamic_cast<QXPos&>(configuration.Find("pos")->Control());
     Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["pos"]["blocks"] = Keys(Block(3, {3, 10}));
@@ -198,7 +198,7 @@ TEST_F(DocumentTest, WhatIsRefusedLeavesWhatIsShown) {
     EXPECT_EQ(pos.lblBlockNum.Caption, "1");
 }
 
-// Whatever a host puts into the controls, the document is accepted, and says what it lost.
+// Whatever a host sets in the controls, the document is valid and reports any loss.
 TEST_F(DocumentTest, ADocumentHoldsNothingThatIsRefused) {
     auto& layered =
         dynamic_cast<QXLayeredFuncKeys&>(configuration.Find("layeredFuncKeys")->Control());
@@ -251,7 +251,7 @@ TEST_F(DocumentTest, ADocumentHoldsNothingThatIsRefused) {
     EXPECT_EQ(posRead.FindBlockForKey(5), 2);
 }
 
-// The example of the documents' page.
+// The example in the page about documents.
 TEST_F(DocumentTest, TheExampleIsADocument) {
     std::ifstream file(QX_LAYOUTS "../docs/documents.md");
     const std::string page((std::istreambuf_iterator<char>(file)), {});
@@ -263,7 +263,7 @@ TEST_F(DocumentTest, TheExampleIsADocument) {
         ADD_FAILURE() << ToText(fault);
 }
 
-TEST_F(DocumentTest, WhatIsGivenTwiceIsRefused) {
+TEST_F(DocumentTest, DuplicatesAreRefused) {
     const std::pair<const char*, const char*> cases[] = {
         {R"({"commonKeyboard": {"outputDelay": 6, "outputDelay": 7}})",
          "/commonKeyboard/outputDelay"},
@@ -280,7 +280,7 @@ TEST_F(DocumentTest, WhatIsGivenTwiceIsRefused) {
     }
 }
 
-TEST_F(DocumentTest, ANumberThatIsTooLargeForAnyIsAFault) {
+TEST_F(DocumentTest, ANumberBeyondAnyTypeIsAnError) {
     const auto faults = FaultsOf(R"({"format": "qx-configuration", "version": 1,
                                      "commonKeyboard": {"outputDelay": 6e999}})");
     ASSERT_EQ(faults.size(), 1U);
@@ -298,7 +298,7 @@ TEST_F(DocumentTest, NestingIsLimited) {
     EXPECT_NE(messageOf(300000).find("more than 64 deep"), std::string::npos);
 }
 
-// However much there is to complain of, the complaint stays short.
+// However many faults there are, the report stays short.
 TEST_F(DocumentTest, FaultsWithoutEndAreBounded) {
     Json json = configuration.Write(SectionsOf(configuration)).AsJson();
     json["magnetCard"]["tracks"][1]["header"] = std::vector<int>(200000, 999);
@@ -336,9 +336,9 @@ TEST_F(DocumentTest, FaultsWithoutEndAreBounded) {
     EXPECT_EQ(variables.Fill("${long}").size(), 60000U);
 }
 
-// What an invalid document holds may be any bytes; the messages about it are UTF-8 all the same.
+// An invalid document may contain any bytes; the messages about it are still valid UTF-8.
 TEST_F(DocumentTest, MessagesAreText) {
-    std::string wide; // "€" has three bytes: no count of bytes fits all of these texts
+    std::string wide; // a cut at any byte count splits "€" in one of these texts
     for (int i = 0; i < 3; ++i, wide += 'x') {
         std::string euros = wide;
         for (int k = 0; k < 30; ++k)
@@ -358,7 +358,7 @@ TEST_F(DocumentTest, MessagesAreText) {
         EXPECT_EQ(PrettyText(WordsOf(fault)).find('\xFF'), std::string::npos);
 }
 
-// The layout of the keyboard that a document is for may be another than the one at hand.
+// The keyboard that a document is for may have another layout than the current one.
 TEST_F(DocumentTest, WithoutTheKeyboardAnyKeyIsProgrammable) {
     const auto withKeys = [](const char* section, std::initializer_list<int> keys) {
         Json list = Json::array();
@@ -392,7 +392,7 @@ TEST_F(DocumentTest, WritingAndReadingGivesTheSameSettings) {
     Configuration other{Platform(), &layout, nullptr};
     const auto differences =
         Compare(other.List(SectionsOf(other)), configuration.List(SectionsOf(configuration)));
-    ASSERT_EQ(differences.size(), 4U); // the last is the identifier, made anew with each control
+    ASSERT_EQ(differences.size(), 4U); // the last one is the identifier, new in each control
     EXPECT_EQ(ToText(differences[0]), "keyboard output delay 6 → 255");
     EXPECT_EQ(ToText(differences[2].name), "magnetic card track 3 prefix");
     EXPECT_EQ(differences[2].from.kind, SettingValue::Kind::Empty);

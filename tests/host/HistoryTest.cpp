@@ -1,4 +1,4 @@
-// The edits of a configuration can be undone and done again, each with its name.
+// The edits of a configuration can be undone and redone, each with its name.
 #include "host/History.h"
 
 #include "qxcontrols/device/QXCommonKeyboard.h"
@@ -81,7 +81,7 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     EXPECT_FALSE(edited.history->CanUndo()) << "a run is one step";
     EXPECT_EQ(ToText(edited.history->ToRedo().name), "barcode Code 39 minimum length");
     edited.Delay(9);
-    EXPECT_FALSE(edited.history->CanRedo()) << "an edit after undo starts a new way";
+    EXPECT_FALSE(edited.history->CanRedo()) << "an edit after undo discards the redo steps";
     EXPECT_FALSE(edited.Note(edited.Control<QXCommonKeyboard>("commonKeyboard")))
         << "nothing has changed";
 
@@ -89,16 +89,16 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     edited.Delay(10);
     EXPECT_FALSE(edited.history->IsSaved());
     edited.history->Undo();
-    EXPECT_TRUE(edited.history->IsSaved()) << "what was saved is a step of its own";
+    EXPECT_TRUE(edited.history->IsSaved()) << "the saved state is a separate step";
     edited.history->Undo();
-    EXPECT_FALSE(edited.history->IsSaved()) << "undone since it was saved";
-    edited.Delay(11); // where the saved state was
+    EXPECT_FALSE(edited.history->IsSaved()) << "undone after saving";
+    edited.Delay(11); // in place of the saved state
     edited.history->Undo();
     edited.history->Redo();
-    EXPECT_FALSE(edited.history->IsSaved()) << "what was saved cannot be reached any more";
+    EXPECT_FALSE(edited.history->IsSaved()) << "the saved state can no longer be reached";
 }
 
-// The oldest of very many steps are forgotten, and with them, in the end, the saved state.
+// The oldest of very many steps are dropped, and eventually the saved state with them.
 TEST(History, KnowsTheSavedStateAmongVeryManySteps) {
     Edited edited;
     int made = 0;
@@ -111,7 +111,7 @@ TEST(History, KnowsTheSavedStateAmongVeryManySteps) {
     steps(3);
     edited.history->MarkSaved();
     const std::string saved = edited.Now();
-    steps(498); // one is forgotten
+    steps(498); // drops one
     while (!edited.history->IsSaved() && edited.history->CanUndo())
         edited.history->Undo();
     EXPECT_TRUE(edited.history->IsSaved());
@@ -122,24 +122,24 @@ TEST(History, KnowsTheSavedStateAmongVeryManySteps) {
     EXPECT_FALSE(edited.history->IsSaved());
 }
 
-// A control is asked only whether it was edited: selecting and showing are no edits.
+// Only edits count: selecting and showing are not edits.
 TEST(History, NotesEditsOnly) {
     Edited edited;
     auto& control = edited.Control<QXCommonKeyboard>("commonKeyboard");
     control.SetOutputDelay(99);
     EXPECT_FALSE(edited.history->Note());
     EXPECT_TRUE(edited.Note(control));
-    EXPECT_FALSE(edited.history->Note()) << "it is noted";
+    EXPECT_FALSE(edited.history->Note()) << "already recorded";
     EXPECT_TRUE(control.DataChanged()) << "until it is saved or transferred";
     edited.history->MarkSaved();
     EXPECT_FALSE(control.DataChanged());
     edited.history->Undo();
     EXPECT_EQ(control.OutputDelay(), 6);
-    EXPECT_TRUE(control.DataChanged()) << "it is no longer as it was saved";
+    EXPECT_TRUE(control.DataChanged()) << "it differs from the saved state";
 }
 
-// What no document accepts is undone and done again all the same, just as it was.
-TEST(History, CarriesWhatControlsHoldNotWhatDocumentsAccept) {
+// A state that no document accepts is still undone and redone exactly.
+TEST(History, RestoresStatesThatNoDocumentAccepts) {
     Edited edited;
     auto& layered = edited.Control<QXLayeredFuncKeys>("layeredFuncKeys");
     auto& pos = edited.Control<QXPos>("pos");
@@ -153,13 +153,13 @@ TEST(History, CarriesWhatControlsHoldNotWhatDocumentsAccept) {
     edited.Note(layered);
     EXPECT_EQ(ToText(edited.history->ToUndo().name), "layered function key identifier");
     EXPECT_EQ(edited.history->ToUndo().others, 2U);
-    POSBlock& block = pos.PosData().Block(5); // in a slot that is not its lowest key
+    POSBlock& block = pos.PosData().Block(5); // not the slot of its lowest key
     block.AddKey(5);
     block.AddKey(2);
     block.SetBlockID(-7);
     pos.PosData().CalcDefinedBlockNum();
     edited.Note(pos);
-    barcode.BitPage(BP_CommonSettings).Flag(3).SetValue(false); // which no bit keeps
+    barcode.BitPage(BP_CommonSettings).Flag(3).SetValue(false); // not stored in any bit
     barcode.BitPage(BP_MSI).SetMaxSize(300);
     edited.Note(barcode);
 
@@ -169,7 +169,7 @@ TEST(History, CarriesWhatControlsHoldNotWhatDocumentsAccept) {
     EXPECT_EQ(layered.Layer(2).GetKey(3).Length(), 0);
     EXPECT_EQ(ToText(layered.Identifier()), ToText(guid));
     EXPECT_EQ(pos.PosData().Block(5).BlockSize(), 0);
-    EXPECT_EQ(pos.lblBlockNum.Caption, "0") << "and it is shown";
+    EXPECT_EQ(pos.lblBlockNum.Caption, "0") << "the display must follow";
     EXPECT_TRUE(barcode.BitPage(BP_CommonSettings).Flag(3).Value());
     for (int i = 0; i < 3; ++i)
         edited.history->Redo();

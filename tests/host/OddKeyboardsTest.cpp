@@ -1,5 +1,5 @@
-// Keyboards that are not as one expects: directories that lie, names that cannot be read, contents
-// that no document can express, layers without an identifier.
+// Unusual keyboards: wrong directories, unreadable names, contents that no document can express,
+// layers without an identifier.
 #include "SessionFixture.h"
 
 #include <algorithm>
@@ -14,13 +14,13 @@ using OddKeyboards = SessionFixture;
 
 } // namespace
 
-TEST_F(OddKeyboards, ADirectoryThatIsNotAsLargeAsItSaysStopsOnlyWhatItMayHide) {
+TEST_F(OddKeyboards, ADirectoryWithAWrongSizeOnlyStopsSectionsItMayHide) {
     struct LyingDriver : test::FakeDriver {
         std::int32_t size = 0;
         std::int32_t QXCFG_ConfigDirectorySize() override { return size; }
         std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
                                                    std::int32_t* address) override {
-            *module = MODULE_POS; // scribbled
+            *module = MODULE_POS; // scribbles even on failure
             *address = 0x7777;
             return static_cast<std::size_t>(nIndex) < directory.size()
                        ? FakeDriver::QXCFG_ConfigDirectoryGetEntry(nIndex, module, address)
@@ -56,19 +56,19 @@ TEST_F(OddKeyboards, ADirectoryThatIsNotAsLargeAsItSaysStopsOnlyWhatItMayHide) {
         for (const auto* document : {&withPos, static_cast<const ConfigurationDocument*>(nullptr)})
             try {
                 (void)session.SectionsIn(configuration, false, document);
-                ADD_FAILURE() << "a section that may be hidden counts as absent";
+                ADD_FAILURE() << "a section that may be hidden was treated as absent";
             } catch (const Error& error) {
                 EXPECT_EQ(error.Why(), Cause::SectionUnknown);
                 EXPECT_NE(TextOf(error).find("entry 2: QXCFG"), std::string::npos);
             }
     }
-    lying.size = 2; // nothing hidden
+    lying.size = 2; // now nothing is hidden
     Session session(lying);
     session.Open();
     EXPECT_EQ(session.SectionsIn(configuration).size(), 2U);
 }
 
-// The most entries that there can be, all readable.
+// The largest possible number of entries, all readable.
 TEST_F(OddKeyboards, TheLargestDirectoryIsReadToItsEnd) {
     driver.notesCalls = false;
     driver.directory.assign(0x7FFF, {77, 0x7000});
@@ -79,8 +79,8 @@ TEST_F(OddKeyboards, TheLargestDirectoryIsReadToItsEnd) {
     EXPECT_EQ(session.ReadIdentity().directory.size(), 0x7FFFU);
 }
 
-// The controls would reckon past the end of what numbers can hold.
-TEST_F(OddKeyboards, AnAddressThatNoMemoryHasIsNotUsed) {
+// The controls' calculations would overflow.
+TEST_F(OddKeyboards, AnImpossibleAddressIsNotUsed) {
     constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
     constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
     const auto pos = configuration.Write({configuration.Find("pos")});
@@ -97,14 +97,14 @@ TEST_F(OddKeyboards, AnAddressThatNoMemoryHasIsNotUsed) {
         (void)session.ReadContent(configuration);
     }
     driver.directory.pop_back();
-    driver.directory.push_back({MODULE_BARCODE_CONFIG, -1}); // as good as none
-    driver.directory.push_back({77, kLowest});               // of no use to anybody
+    driver.directory.push_back({MODULE_BARCODE_CONFIG, -1}); // as if absent
+    driver.directory.push_back({77, kLowest});               // irrelevant
     Session session(driver);
     session.Open();
     EXPECT_EQ(session.SectionsIn(configuration).size(), 1U);
 }
 
-// Names and abilities are for people: a transfer does without them.
+// Names and capabilities are for display: transfers do not need them.
 TEST_F(OddKeyboards, AnUnreadableNameIsAWarning) {
     driver.directory = {{MODULE_POS, 0x2000}};
     for (const auto& [end, missing] : {std::pair(std::size_t{0x7FD0}, Cause::NamesUnreadable),
@@ -135,11 +135,11 @@ TEST_F(OddKeyboards, AnUnreadableNameIsAWarning) {
         EXPECT_EQ(identity.capabilities, 0);
         KeyboardIdentity other = identity;
         other.identification = "OTHER";
-        EXPECT_TRUE(identity.IsLike(other)) << "it may be";
+        EXPECT_TRUE(identity.IsLike(other)) << "it could be the same keyboard";
     }
 }
 
-// What the control cannot decode is never taken for settings.
+// Data that the control cannot decode is never treated as settings.
 TEST_F(OddKeyboards, DamageIsNamedAndLeftOut) {
     driver.directory = {
         {MODULE_POS, 0x2000}, {MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
@@ -172,7 +172,7 @@ TEST_F(OddKeyboards, DamageIsNamedAndLeftOut) {
     }
     struct Case {
         std::vector<char16_t> units; // of layer 0 key 1
-        std::string address;         // of the damage; empty: none
+        std::string address;         // of the damage; empty if none
     };
     constexpr std::size_t kDescription = 70000 + 128;
     const Case cases[] = {
@@ -194,12 +194,12 @@ TEST_F(OddKeyboards, DamageIsNamedAndLeftOut) {
         }
     }
     driver.memory.replace(kDescription, 128, 128, 'x');
-    driver.memory[kDescription + 126] = 0x00; // the last unit is the first half of a pair
+    driver.memory[kDescription + 126] = 0x00; // the last unit is half of a surrogate pair
     driver.memory[kDescription + 127] = static_cast<char>(0xD8);
     EXPECT_EQ(upload().size(), 1U);
 }
 
-// Without MODULE_GUID the control works with the address -1; nothing of that reaches the driver.
+// Without MODULE_GUID the control uses the address -1; the driver never sees it.
 TEST_F(OddKeyboards, AKeyboardWithLayersButNoIdentifier) {
     driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}};
     driver.memory.assign(test::FakeDriver::kSize, '\x21');
@@ -222,8 +222,8 @@ TEST_F(OddKeyboards, AKeyboardWithLayersButNoIdentifier) {
     EXPECT_NO_THROW(configuration.Read(document));
 }
 
-// The control's requests leave out keys without a sequence, and all descriptions.
-TEST_F(OddKeyboards, WhatTheRequestsLeaveOutIsSentToo) {
+// The control's own requests omit keys without a sequence, and all descriptions.
+TEST_F(OddKeyboards, BytesOutsideTheRequestsAreSentToo) {
     driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
     driver.memory.assign(test::FakeDriver::kSize, '\x21');
     Session session(driver);
@@ -235,9 +235,8 @@ TEST_F(OddKeyboards, WhatTheRequestsLeaveOutIsSentToo) {
     EXPECT_EQ(driver.memory.substr(0x3FF0, 16), std::string(16, '\x21'));
 }
 
-// A document without an identifier leaves the keyboard's own, and a comparison does not speak of
-// it.
-TEST_F(OddKeyboards, AnIdentifierThatTheDocumentLacksStays) {
+// A document without an identifier keeps the keyboard's own, and a comparison does not mention it.
+TEST_F(OddKeyboards, AMissingIdentifierKeepsTheKeyboardsOwn) {
     driver.directory = {{MODULE_LAYERED_FUNCKEYS, 0x4000}, {MODULE_GUID, 0x3000}};
     driver.memory.assign(test::FakeDriver::kSize, '\x21');
     const std::string guid = "0123456789ABCDEF";
@@ -263,7 +262,8 @@ TEST_F(OddKeyboards, AnIdentifierThatTheDocumentLacksStays) {
         const auto read = configuration.Read(document);
         EXPECT_EQ(configuration.Write(read).Find("layeredFuncKeys")->count("guid"), 0U);
         for (const auto& difference : Compare(held, configuration.List(read)))
-            EXPECT_EQ(ToText(difference).find("identifier"), std::string::npos) << ToText(difference);
+            EXPECT_EQ(ToText(difference).find("identifier"), std::string::npos)
+                << ToText(difference);
         session.Download(read);
         EXPECT_EQ(driver.memory.substr(0x3000, 16), guid);
         EXPECT_EQ(driver.memory.substr(0x4000, 30720), std::string(30720, '\0'));

@@ -30,7 +30,7 @@ protected:
         session.Upload(present);
     }
 
-    // The plan of a document that has these sections otherwise than the keyboard.
+    // The plan of a document whose sections differ from the keyboard's by `change`.
     WritePlan Plan(const std::function<void(ConfigurationDocument&)>& change) {
         ConfigurationDocument document = configuration.Write(present);
         change(document);
@@ -40,7 +40,7 @@ protected:
         return plan;
     }
 
-    // Gives every area of the keyboard other bytes.
+    // Fills every area of the keyboard with the function's bytes.
     void Fill(const std::function<std::string(const ContentPiece&)>& bytesFor) {
         for (const ContentPiece& piece : session.ReadContent(scratch).pieces)
             driver.Poke(piece.address, bytesFor(piece));
@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(WritePlanTest, WhatTheKeyboardHoldsNeedsNoWrite) {
+TEST_F(WritePlanTest, AnUnchangedKeyboardNeedsNoWrite) {
     const WritePlan plan = Plan([](ConfigurationDocument&) {});
     EXPECT_TRUE(plan.IsEmpty());
     EXPECT_TRUE(plan.settings.empty());
@@ -80,7 +80,7 @@ TEST_F(WritePlanTest, OneChangedKeyIsFewBytesWithItsSetting) {
               "layered function key layer 3 F6: (none) → Esc ^Esc");
 }
 
-// Each range names its own settings and no other's, also where several change at once.
+// Each range lists exactly its own settings, even if several change at once.
 TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     const WritePlan plan = Plan([](ConfigurationDocument& document) {
         document.Place("commonKeyboard")["outputDelay"] = 9;
@@ -107,8 +107,8 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     EXPECT_EQ(plan.ranges[0].module, MODULE_KEYBOARD);
 }
 
-// A block's keys and its sequence lie in the records of all its keys; a new block before it gives
-// it another number there, which is no change of its settings.
+// A block's keys and its sequence are in the records of all its keys; inserting a block before it
+// changes its number there, but not its settings.
 TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
     const auto keep = [&](const Json& blocks) {
         ConfigurationDocument document = configuration.Write(present);
@@ -124,7 +124,7 @@ TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
                                            block(60, {60, 61}, {31}), block(90, {90}, {34})};
     });
     const Long pos = *driver.Model().AddressOf(MODULE_POS);
-    std::map<int, std::string> told; // of each key, the places' names
+    std::map<int, std::string> told; // by key: the names of its places
     for (const PlannedRange& range : plan.ranges)
         for (const Difference& setting : range.settings) {
             const std::string text = ToText(setting);
@@ -140,7 +140,7 @@ TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
                     }));
 }
 
-// Every key of a section at once, each with its own range.
+// All keys of a section at once, each with its own range.
 TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
     const WritePlan plan = Plan([](ConfigurationDocument& document) {
         Json keys = Json::array();
@@ -159,8 +159,8 @@ TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
     }
 }
 
-// A document of any keyboard is accepted and, written back, changes no more than bytes that always
-// have the same values.
+// A document from any keyboard is accepted, and writing it back changes only bytes with fixed
+// values.
 TEST_F(WritePlanTest, ADocumentExpressesWhateverTheKeyboardHolds) {
     std::mt19937 random(7); // NOLINT: the same bytes every time
     int sound = 0;
@@ -212,8 +212,8 @@ TEST_F(WritePlanTest, ADocumentExpressesWhateverTheKeyboardHolds) {
     EXPECT_GE(sound, 30);
 }
 
-// Bytes behind the end of a sequence, as in memory that was never written.
-TEST_F(WritePlanTest, UnusedBytesAreNoDifference) {
+// Bytes after the end of a sequence, as in memory that was never written.
+TEST_F(WritePlanTest, UnusedBytesDoNotDiffer) {
     Fill([](const ContentPiece& piece) {
         std::string bytes = piece.bytes;
         if (piece.section == "commonKeyboard" || piece.module == MODULE_MAGNET_CONFIG ||
@@ -237,13 +237,13 @@ TEST_F(WritePlanTest, UnusedBytesAreNoDifference) {
             {{"layer", 3}, {"key", 5}, {"sequence", {30, 158}}}};
     });
     const Long slot = 36864 + 128 * (3 * 24 + 5);
-    EXPECT_EQ(plan.BytesToSend(), 128) << "its slot is as the controls write it";
+    EXPECT_EQ(plan.BytesToSend(), 128) << "the slot is written like the controls do";
     EXPECT_EQ(plan.after.Bytes(slot, 128), "\x1E\x9E" + std::string(126, '\0'));
-    EXPECT_EQ(plan.after.Bytes(slot + 128, 2), std::string("\0\xFF", 2)) << "its neighbour stays";
+    EXPECT_EQ(plan.after.Bytes(slot + 128, 2), std::string("\0\xFF", 2)) << "the next slot";
     EXPECT_EQ(plan.settings.size(), 1U);
 
-    // All POS keys are one slot: a new block gives the groups behind it other numbers, and groups
-    // that had other numbers than the control gives get these. No other record changes.
+    // All POS keys share one slot: a new block renumbers the groups after it, and groups numbered
+    // differently from the control's numbering are renumbered. No other record changes.
     const Long pos = *driver.Model().AddressOf(MODULE_POS);
     const auto hold = [&](int key, const std::string& bytes) {
         driver.Poke(pos + (key - 1) * 32, bytes);
@@ -280,7 +280,7 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     ConfigurationDocument document = configuration.Write(present);
     document.Place("commonKeyboard")["outputDelay"] = 9;
     const Long pos = *driver.Model().AddressOf(MODULE_POS);
-    // Of two sequences of a group, the control reads one.
+    // Of two sequences in a group, the control reads only one.
     driver.Poke(pos + 2 * 32, "\x01\x1E\x9E");
     driver.Poke(pos + 9 * 32, std::string("\x01\0\x9F", 3));
     EXPECT_TRUE(NewPlanner().Damaged(present).empty());
@@ -300,7 +300,7 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     const auto read = configuration.Read(document);
     try {
         (void)NewPlanner().ForSettings(read);
-        ADD_FAILURE() << "planned over damage";
+        ADD_FAILURE() << "a plan that overwrites damage was accepted";
     } catch (const Error& error) {
         EXPECT_EQ(error.Kind(), ErrorKind::KeyboardDamaged);
         ASSERT_EQ(error.faults.size(), 1U);
@@ -327,9 +327,9 @@ TEST(DifferencesTest, ChangesNearEachOtherAreOneRange) {
     const Case cases[] = {
         {{}, {}},
         {{100}, {{100, 1}}},
-        {{100, 116}, {{100, 17}}},          // a gap of 15 is sent along
-        {{100, 117}, {{100, 1}, {117, 1}}}, // one of 16 is not
-        {{139, 140}, {{139, 1}, {140, 1}}}, // modules stay apart
+        {{100, 116}, {{100, 17}}},          // a gap of 15 bytes is included
+        {{100, 117}, {{100, 1}, {117, 1}}}, // a gap of 16 is not
+        {{139, 140}, {{139, 1}, {140, 1}}}, // modules stay separate
         {{155}, {{155, 1}}},
     };
     for (const Case& each : cases) {
@@ -347,7 +347,7 @@ TEST(DifferencesTest, ChangesNearEachOtherAreOneRange) {
         EXPECT_TRUE(written.HoldsSame(to));
     }
     from.UpdateGuid();
-    EXPECT_EQ(from.identity.guid, "") << "the same byte throughout has never been given";
+    EXPECT_EQ(from.identity.guid, "") << "16 equal bytes are not an identifier";
     from.Overwrite(155, "x");
     EXPECT_EQ(from.identity.guid, std::string(15, 'b') + "x");
     EXPECT_THROW((void)from.Bytes(99, 2), std::out_of_range);

@@ -1,4 +1,4 @@
-// What the PC receives, for settings that the controls have written into the keyboard.
+// The keys and data that the PC receives, for settings written to the keyboard by the controls.
 
 #include "simulator/TestDrive.h"
 
@@ -47,7 +47,7 @@ std::string TextOf(const Reception& reception) {
     return text;
 }
 
-// A simulated keyboard that controls write their settings into.
+// A simulated keyboard to which controls write their settings.
 class Keyboard {
 public:
     explicit Keyboard(const std::string& model)
@@ -316,7 +316,7 @@ TEST(TestDrive, AnswersFromTheMemoryNotFromTheImage) {
     EXPECT_EQ(reception.outputDelay, Byte{250});
 }
 
-TEST(TestDrive, RefusesWhatNoKeyboardHas) {
+TEST(TestDrive, RefusesUnknownKeysAndReaders) {
     const Keyboard keyboard("full");
     const sim::TestDrive drive = keyboard.Drive();
     const std::function<Reception()> refused[] = {

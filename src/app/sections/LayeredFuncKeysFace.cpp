@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    // The keyboard's own keys follow the layer that is shown.
+    // The keyboard's own layer follows the layer that is shown.
     void ShowLayerOnKeyboard() {
         if (std::exchange(m_shownLayer, Control().CurrentLayer()) != Control().CurrentLayer())
             Control().ShowCurrentSelectedLayerOnKeyboard();

@@ -28,7 +28,7 @@ constexpr SettingWord kWords[] = {
 
 constexpr auto kSequence = static_cast<Integer>(kTrackSlotSize);
 
-// A keyboard with every ability, and no more than its directory needs to be one.
+// A keyboard with every capability and the smallest valid directory.
 host::KeyboardContent AbleKeyboard() {
     host::KeyboardContent content;
     content.identity.identification = std::string(kIdentificationSize, ' ');

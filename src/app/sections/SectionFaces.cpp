@@ -49,7 +49,7 @@ void SectionFaces::FollowNone() {
         each.face->Follow(nullptr);
 }
 
-// The pages show released keys as the preference says, until the user wants it otherwise on a page.
+// Applies the preference for released keys to all pages, until the user changes it on a page.
 void SectionFaces::Apply(const QXProgSettings& preferences) {
     const bool showsReleases = preferences.ShowUpcodes();
     const bool isChanged = std::exchange(m_showsReleases, showsReleases) != showsReleases;

@@ -1,6 +1,6 @@
 // SectionFaces: the faces of all sections of a configuration.
 //
-// Nothing here is an edit; the caller keeps what it does apart from those.
+// Nothing here is an edit; the caller must not record it as one.
 #pragma once
 
 #include "app/sections/SectionFace.h"
@@ -20,12 +20,12 @@ public:
     // Of a section of the configuration.
     [[nodiscard]] SectionFace& Of(std::string_view key) const;
 
-    // Gives every control its texts in the present language, and has it show them.
+    // Sets all texts of every control in the current language, and makes it show them.
     void Translate();
     void AnswerWith(EditRequests& edits);
-    // The controls ask this keyboard what it has, and follow it.
+    // The controls use this keyboard's capabilities from now on.
     void Follow(host::Session& keyboard);
-    // No keyboard limits what a document can be given.
+    // Without a keyboard, all settings of a document can be edited.
     void FollowNone();
     // Shows everything by the preferences as they are now.
     void Apply(const QXProgSettings& preferences);

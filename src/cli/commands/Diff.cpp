@@ -19,7 +19,7 @@ struct Side {
         return std::any_of(sections.begin(), sections.end(),
                            [&](const auto& section) { return section.first == key; });
     }
-    // The settings of the sections that the other side has too.
+    // The settings of the sections that the other side also has.
     [[nodiscard]] std::vector<host::Setting> SettingsIn(const Side& other) const {
         std::vector<host::Setting> settings;
         for (const auto& [key, ofSection] : sections)
@@ -71,7 +71,7 @@ private:
     Lines m_lines;
 };
 
-// What a download of the document would change in the keyboard.
+// The changes that a download of the document would make in the keyboard.
 void DiffWithKeyboard(Context& context, const host::ConfigurationDocument& document,
                       host::Variables& variables, Report& report) {
     host::Session& session = context.Keyboard();

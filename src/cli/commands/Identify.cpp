@@ -12,7 +12,7 @@ Described DescriptionOf(host::Session& keyboard) {
     host::KeyboardInfo info = keyboard.Keyboard();
 
     host::Json json;
-    std::vector<host::Loss> losses; // none: what a keyboard says always fits
+    std::vector<host::Loss> losses; // always empty: a keyboard's identification fits
     host::JsonFieldWriter writer(json["keyboard"], "/keyboard", losses);
     info.Visit(writer);
     host::Json& directory = json["directory"] = host::Json::array();

@@ -50,8 +50,7 @@ host::Json JsonOf(const Reception& reception, const QXKeyboardLayoutData& layout
     return json;
 }
 
-// Does something on the simulated keyboard, on which `layer` is selected, and writes what the PC
-// receives.
+// Performs an action on the simulated keyboard with `layer` selected, and writes the PC's input.
 void Perform(Context& context,
              const std::function<Reception(const sim::TestDrive&, Integer layer)>& action) {
     const sim::SimulatedDriver* simulated = context.Simulated();
@@ -71,7 +70,7 @@ Reception PressedAndReleased(Reception pressed, const Reception& released) {
     return pressed;
 }
 
-// Data that a card or a code can have.
+// Checks the data of a card or a code.
 std::string CharactersComplaint(const std::string& text) {
     return IsWellFormedUtf8(text) ? "" : "not UTF-8";
 }
@@ -152,7 +151,7 @@ struct SwipeOptions {
     std::vector<Integer> wrongLastChar;
 };
 
-// Notes the fault on the tracks that the user lists.
+// Marks the fault on the listed tracks.
 void MarkTracks(sim::Card& card, const std::vector<Integer>& tracks, bool sim::CardTrack::*fault) {
     for (const Integer track : tracks) {
         sim::CardTrack& marked = card[static_cast<std::size_t>(track - 1)];

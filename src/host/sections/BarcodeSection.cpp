@@ -70,7 +70,7 @@ private:
                      });
     }
 
-    // In a document, a flag that the keyboard does not store can only have its default.
+    // In a document, a flag that the keyboard does not store must have its default.
     void VisitFlag(FieldVisitor& fields, Field field, BarcodePage ePage, Integer nFlag) {
         OptionBool& flag = Control().BitPage(ePage).Flag(nFlag);
         field.stored = HasBarcodeConfigBit(ePage, nFlag);

@@ -9,7 +9,7 @@ namespace qx::host {
 
 namespace {
 
-// The modules that hold free programmable keys, each a section of its own.
+// The modules with free programmable keys, each a separate section.
 constexpr Area kAreas[][1] = {
     {{MODULE_FREEPROGRAMMABLE_KEYS, 0, kFreeProgKeySlotSize}},
     {{MODULE_FUNCKEYS_X1_4610, 0, kFreeProgKeySlotSize}},
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    // The keys that the keyboard stores; without its layout, all that its order has a place for.
+    // The keys that the keyboard stores; without its layout, all keys in its stored order.
     [[nodiscard]] std::vector<Integer> StoredKeys() {
         if (Control().LayoutSource() != nullptr)
             return StoredFreeProgKeys(Control().Sequences(), Control().ConfigID());

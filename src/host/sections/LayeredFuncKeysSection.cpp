@@ -29,13 +29,13 @@ public:
         m_skipsGuid = fSkip;
     }
 
-    // A description with half of a surrogate pair is not text.
+    // A description with half a surrogate pair is not text.
     [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs eModule,
                                                  std::string_view bytes) const override {
         if (eModule != MODULE_LAYER_FUNCKEY_DESC)
             return std::nullopt;
         for (std::size_t slot = 0; slot < bytes.size(); slot += kFuncKeyDescSlotSize) {
-            const auto unit = [&](std::size_t index) { // 0 behind the slot
+            const auto unit = [&](std::size_t index) { // 0 beyond the slot
                 return index < kFuncKeyDescLength
                            ? static_cast<char16_t>(static_cast<Byte>(bytes[slot + 2 * index]) |
                                                    static_cast<Byte>(bytes[slot + 2 * index + 1])
@@ -71,7 +71,7 @@ public:
     }
 
 private:
-    // Without an identifier here, the keyboard's own stays.
+    // Without an identifier here, the keyboard keeps its own.
     [[nodiscard]] bool KeepsGuid() const {
         return m_keepsGuid || !IsIdentifier(Control().Identifier());
     }
@@ -122,7 +122,7 @@ private:
         return keys;
     }
 
-    bool m_keepsGuid = false; // the document that was read has no identifier
+    bool m_keepsGuid = false; // the last document read has no identifier
     bool m_lacksGuid = false;
     bool m_skipsGuid = false;
 };

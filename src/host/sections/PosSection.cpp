@@ -21,8 +21,8 @@ constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
 constexpr Integer kFirstKey = 1;
 constexpr Integer kLastKey = POSKeyboard::kSlots;
 
-// A block stands in the slot of its lowest key here, whichever of its keys a document names first
-// (see POSBlockPlaces.h).
+// Here a block is in the slot of its lowest key, whichever of its keys a document names first (see
+// POSBlockPlaces.h).
 class PosSection : public SectionOf<QXPos> {
 public:
     using SectionOf::SectionOf;
@@ -31,7 +31,7 @@ public:
         FieldList list;
         list.field = {"blocks", ""};
         list.keyMembers = {{"slot", "key", kFirstKey, kLastKey}};
-        // As the keyboard would hold them, unless it is to be exact.
+        // As the keyboard would store them, unless the walk is exact.
         m_placed = fields.IsExact() ? Control().PosData() : InTheirSlots(Control().PosData());
         list.present = Slots();
         list.possible = [] {
@@ -50,8 +50,8 @@ public:
         Control().PosData().CalcDefinedBlockNum();
     }
 
-    // A group above the last key cannot be read by the control, which stops there. Of several
-    // sequences of a group the control reads one, and the others would be lost.
+    // The control cannot read a group above the last key, and stops there. It reads only one of
+    // several sequences of a group; the others would be lost.
     [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                  std::string_view bytes) const override {
         std::array<Integer, kLastKey + 1> sendersOf = {}; // by group: the key with its sequence
@@ -81,7 +81,7 @@ public:
         }
     }
 
-    // A key's record says which block has the key, and what that block sends.
+    // A key's record contains the key's block and that block's sequence.
     [[nodiscard]] std::set<std::string> PlacesIn(Long offset, Long size,
                                                  std::string_view bytes) const override {
         std::set<std::string> places;
@@ -111,13 +111,13 @@ private:
     [[nodiscard]] static bool HasSequence(Integer nKey, std::string_view bytes) {
         return bytes[static_cast<std::size_t>(RecordOf(nKey)) + 1] != 0;
     }
-    // A record without the bytes behind its sequence.
+    // A record without the bytes after its sequence.
     [[nodiscard]] static std::string_view Used(std::string_view record) {
         return static_cast<Byte>(record[0]) == kPOSUnassigned
                    ? record.substr(0, 1)
                    : record.substr(0, record.find('\0', 1));
     }
-    // The first key of the block that has the key; 0: none has.
+    // The first key of the block that contains the key; 0 if none does.
     [[nodiscard]] static Integer SlotOf(Integer nKey, std::string_view bytes) {
         const Byte group = GroupOf(nKey, bytes);
         if (group == kPOSSingleKey)
@@ -180,7 +180,7 @@ private:
         return slots;
     }
 
-    POSKeyboard m_placed; // of the walk
+    POSKeyboard m_placed; // the blocks during a walk
 };
 
 } // namespace

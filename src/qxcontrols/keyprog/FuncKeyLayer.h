@@ -1,6 +1,7 @@
-// FuncKeyLayer: one layer of the layered function keys, a sequence and a description for each key.
+// FuncKeyLayer: one layer of the layered function keys, with a sequence and a description for each
+// key.
 //
-// Only CleanLayer is traced: the other members are called for every key in turn.
+// Only CleanLayer is traced: the other members are called for every key.
 #pragma once
 
 #include "qxcontrols/device/MemoryMap.h"
@@ -14,18 +15,18 @@ namespace qx {
 // The legend of a function key: "F1" for key 0.
 [[nodiscard]] std::string FuncKeyLegend(Integer nKeyID);
 
-// Keys are numbered 0 to 23; all members throw std::out_of_range for another one.
+// Keys are numbered 0 to 23; all members throw std::out_of_range for other numbers.
 class FuncKeyLayer {
 public:
     static constexpr Integer kKeys = kFuncKeysOfLayer;
 
-    // The description, UTF-8 of any length; the keyboard keeps its first 64 UTF-16 units.
+    // The description, UTF-8 of any length; the keyboard stores its first 64 UTF-16 units.
     [[nodiscard]] const std::string& GetKeyDesc(Integer nKeyID) const;
     void SetKeyDesc(Integer nKeyID, std::string sDesc);
     // The key's sequence, which the layer owns.
     [[nodiscard]] KeySequence& GetKey(Integer nKeyID);
     [[nodiscard]] const KeySequence& GetKey(Integer nKeyID) const;
-    // Empties all sequences; the descriptions stay.
+    // Empties all sequences; the descriptions are unchanged.
     void CleanLayer();
 
 private:

@@ -60,7 +60,7 @@ void QXLayeredFuncKeys::ShowCurrentSelectedLayerOnKeyboard() {
         Keyboard()->SelectFunctionKeyLayer(m_layer);
 }
 
-// The transfer.
+// Transfers.
 
 Long QXLayeredFuncKeys::TransferSize(bool LoadInKeyboard) const {
     TraceNamed(".TransferSize");
@@ -92,7 +92,7 @@ void QXLayeredFuncKeys::PrepareDataUpload(bool /*LoadInKeyboard*/) {
 }
 
 void QXLayeredFuncKeys::PrepareDataDownload(bool LoadInKeyboard) {
-    TraceNamed(".PrepareDataUpload"); // named as the upload, but for the blank
+    TraceNamed(".PrepareDataUpload"); // traced like the upload, except for the space
     const Long base = BaseAddress(ConfigID());
     if (base == -1) {
         Trace(kNoAddress);
@@ -164,7 +164,7 @@ void QXLayeredFuncKeys::DownloadFuncKeyDescription(bool LoadInKeyboard) {
 void QXLayeredFuncKeys::KeyboardAssigned() {
     if (Keyboard() == nullptr)
         return;
-    static_cast<void>(Keyboard()->HasItem(MODULE_GUID)); // asked, but whatever the answer:
+    static_cast<void>(Keyboard()->HasItem(MODULE_GUID)); // the answer is ignored
     m_withIdentifier = true;
 }
 
@@ -176,7 +176,7 @@ void QXLayeredFuncKeys::PrefSourceAssigned() {
     ShowLayerInfo();
 }
 
-// The user's actions.
+// User actions.
 
 void QXLayeredFuncKeys::spinLayer_Change() {
     SelectLayer(std::clamp(spinLayer.Value, spinLayer.Min, spinLayer.Max));
@@ -306,7 +306,7 @@ void QXLayeredFuncKeys::lblCurrSeq_KeyPress() {
         KeyEdit();
 }
 
-// What the control shows.
+// Display.
 
 void QXLayeredFuncKeys::Translate() {
     TraceNamed(".Translate");
