@@ -37,7 +37,7 @@ QSize KeySample::sizeHint() const {
 void KeySample::paintEvent(QPaintEvent* /*event*/) {
     const Look look = Placed();
     QPainter painter(this);
-    views::PaintKeyCaps(painter, rect(), look.caps, look.pointSize);
+    views::PaintKeyCaps(painter, rect(), look.caps, {look.pointSize});
 }
 
 views::KeyCap SampleKey(const QString& caption, Long lColor, views::KeyState state) {

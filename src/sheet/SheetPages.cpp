@@ -22,6 +22,7 @@ constexpr double kGap = 12;              // between what is not of one piece
 constexpr double kPadding = 6;           // of a cell, left and right
 constexpr double kRowPadding = 3;        // above and below
 constexpr int kRowsAtLeast = 3;          // of a table stand below its heading
+constexpr int kLeastTextOnPaper = 4;     // pixels, at 96 to the inch
 constexpr double kCapTextSize = 12;      // of a cap's caption, whatever the picture's scale
 constexpr double kLargestScale = 1.8;    // of a picture, to its natural size
 constexpr double kHighestPicture = 0.55; // of a page's height
@@ -219,7 +220,7 @@ void SheetPages::Paint(QPainter& painter, int page, double pixelRatio) const {
         const views::KeyPlacing placing(*picture.caps, picture.area, pixelRatio);
         const double pointSize =
             kCapTextSize * 72 / 96 * views::kNaturalKeyHeight / placing.KeyHeight();
-        views::PaintKeyCaps(painter, placing, *picture.caps, pointSize);
+        views::PaintKeyCaps(painter, placing, *picture.caps, {pointSize, kLeastTextOnPaper});
     }
     for (const Text& text : shown.texts) {
         painter.setFont(FontOf(text.style));

@@ -40,7 +40,13 @@ bool SamePlace(const KeyCap& a, const KeyCap& b) {
 bool SameTexts(const KeyCap& a, const KeyCap& b) {
     return a.caption == b.caption && a.legend == b.legend && a.color == b.color &&
            a.state == b.state && a.isCurrent == b.isCurrent && a.isBold == b.isBold &&
-           a.textScale == b.textScale;
+           a.textScale == b.textScale && a.group == b.group;
+}
+
+// A little darker than the window, or lighter where that is dark.
+QColor BoardColor(const QPalette& palette) {
+    const QColor window = palette.color(QPalette::Window);
+    return window.lightness() > 127 ? window.darker(107) : window.lighter(125);
 }
 
 } // namespace
@@ -218,7 +224,8 @@ void KeyGrid::Prepare() {
         if (std::exchange(m_drawn[row].isReady, true))
             continue;
         m_drawn[row].rect = m_placing.Map(m_caps[row].place);
-        m_drawn[row].texts = KeyTexts(m_drawn[row].rect, m_caps[row], m_placing, m_pointSize);
+        m_drawn[row].texts =
+            KeyTexts(m_drawn[row].rect, m_caps[row], m_placing, {static_cast<double>(m_pointSize)});
     }
 }
 
@@ -251,8 +258,13 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = m_placing.KeyHeight() / 8;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Mid));
+    painter.setBrush(BoardColor(palette()));
     painter.drawRoundedRect(m_placing.Board(), radius, radius);
+    std::vector<QRectF> rects;
+    rects.reserve(m_drawn.size());
+    for (const Drawn& key : m_drawn)
+        rects.push_back(key.rect);
+    PaintKeyGroups(painter, m_caps, rects, m_placing);
 
     const QRectF dirty = event->rect();
     for (std::size_t row = 0; row < m_caps.size(); ++row) {

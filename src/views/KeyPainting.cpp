@@ -4,7 +4,6 @@
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
-#include <QLinearGradient>
 #include <QPaintDevice>
 #include <QPainter>
 #include <QPainterPath>
@@ -13,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 
 namespace qx::views {
 
@@ -20,15 +20,16 @@ namespace {
 
 // In parts of a plain key's height.
 constexpr double kBoardMargin = 0.1;
-constexpr double kRadius = 0.11;
-constexpr double kSkirt = 0.07; // the cap's top is smaller than its foot by this at each side
-constexpr double kSkirtBelow = 0.13;
+constexpr double kRadius = 0.12;
+constexpr double kEdge = 0.02;           // the line around a cap
+constexpr double kFoot = 0.05;           // what is seen of the cap's front, below its top
+constexpr double kProgrammedFoot = 0.11; // the same of a programmed key, and darker
 constexpr double kRing = 0.075;
-constexpr double kMark = 0.22;
-constexpr double kTextMargin = 0.025;
+constexpr double kTextMargin = 0.04;
+constexpr double kJoinedGap = 0.2; // keys of a group are joined across a gap up to this
+constexpr double kGroupLine = 0.05;
 
-constexpr double kLegendScale = 0.7;
-constexpr double kLeastTextSize = 6.5; // pixels, at natural size
+constexpr double kLegendScale = 0.75;
 
 QPalette::ColorRole SystemColorRole(std::uint32_t index) {
     using P = QPalette;
@@ -96,53 +97,47 @@ QRectF Shrunk(const QRectF& rect, double by) {
     return rect.adjusted(by, by, -by, -by);
 }
 
-// The flat top of a cap, where its texts and marks are.
-QRectF TopOf(const QRectF& rect, const KeyPlacing& placing) {
-    const double side = LineWidth(kSkirt * placing.KeyHeight(), placing);
-    const double below = LineWidth(kSkirtBelow * placing.KeyHeight(), placing);
-    const double above = LineWidth(0.03 * placing.KeyHeight(), placing);
-    return rect.adjusted(side, above, -side, -below);
+// The flat top of a cap, where its texts are.
+QRectF TopOf(const QRectF& rect, const KeyCap& cap, const KeyPlacing& placing) {
+    const double edge = LineWidth(kEdge * placing.KeyHeight(), placing);
+    const double foot = cap.state == KeyState::Unused       ? edge
+                        : cap.state == KeyState::Programmed ? kProgrammedFoot * placing.KeyHeight()
+                                                            : kFoot * placing.KeyHeight();
+    return rect.adjusted(edge, edge, -edge, -LineWidth(foot, placing));
 }
 
-void PaintRaised(QPainter& painter, const QRectF& rect, const KeyCap& cap,
-                 const KeyPlacing& placing, KeyTouch touch) {
-    const double radius = kRadius * placing.KeyHeight();
-    const double pixel = placing.Pixel();
-    const QColor edge = Mixed(cap.color, Qt::black, 0.55);
-    const QColor color = touch == KeyTouch::Pressed   ? Mixed(cap.color, Qt::black, 0.15)
-                         : touch == KeyTouch::Hovered ? Mixed(cap.color, Ink(cap.color), 0.12)
-                                                      : cap.color;
-    painter.setPen(QPen(edge, pixel));
-    painter.setBrush(Mixed(color, Qt::black, 0.28));
-    painter.drawRoundedRect(Shrunk(rect, pixel / 2), radius, radius);
-
-    const QRectF top = TopOf(rect, placing);
-    QLinearGradient light(top.topLeft(), top.bottomLeft());
-    light.setColorAt(0, Mixed(color, Qt::white, 0.22));
-    light.setColorAt(0.6, Mixed(color, Qt::white, 0.06));
-    light.setColorAt(1, color);
-    painter.setPen(QPen(Mixed(color, Qt::white, 0.3), pixel));
-    painter.setBrush(light);
-    painter.drawRoundedRect(Shrunk(top, pixel / 2), radius * 0.8, radius * 0.8);
+void PaintRounded(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(rect, radius, radius);
 }
 
-void PaintFlat(QPainter& painter, const QRectF& rect, const KeyCap& cap, const KeyPlacing& placing,
-               KeyTouch touch) {
-    const double radius = kRadius * placing.KeyHeight();
-    const double width = LineWidth(0.025 * placing.KeyHeight(), placing);
-    QPen pen(Mixed(cap.color, Ink(cap.color), 0.35), width);
-    pen.setDashPattern({3, 2});
-    pen.setCapStyle(Qt::FlatCap);
-    painter.setPen(pen);
-    painter.setBrush(touch == KeyTouch::None ? cap.color : Mixed(cap.color, Ink(cap.color), 0.08));
-    painter.drawRoundedRect(Shrunk(rect, width / 2), radius, radius);
+// The colour of a cap's edge and foot.
+QColor FootColor(const KeyCap& cap) {
+    const double part = cap.state == KeyState::Unused       ? 0.12
+                        : cap.state == KeyState::Programmed ? 0.6
+                                                            : 0.3;
+    return Mixed(cap.color, Ink(cap.color), part);
+}
+
+// The gap between two places that lie side by side; empty where they do not, or are further apart.
+QRectF BridgeBetween(const QRectF& a, const QRectF& b, double nearby) {
+    const double left = std::max(a.left(), b.left());
+    const double right = std::min(a.right(), b.right());
+    const double top = std::max(a.top(), b.top());
+    const double bottom = std::min(a.bottom(), b.bottom());
+    if (right > left && top >= bottom && top - bottom <= nearby) // one above the other
+        return {QPointF(left, bottom - 1), QPointF(right, top + 1)};
+    if (bottom > top && left >= right && left - right <= nearby) // side by side
+        return {QPointF(right - 1, top), QPointF(left + 1, bottom)};
+    return {};
 }
 
 // Appends the text to `texts`, in the font's size or smaller and in several lines if it must be,
 // cut at its end if that does not help.
 void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
-                   const QRectF& area, Qt::Alignment align, const QColor& color, double pixel) {
-    const QStringList lines = FittingLines(text, font, size, area.size(), pixel);
+                   const QRectF& area, Qt::Alignment align, const QColor& color, int leastPixels) {
+    const QStringList lines = FittingLines(text, font, size, area.size(), leastPixels);
     const QFontMetricsF metrics(font);
     const double height = metrics.height() * static_cast<double>(lines.size());
     double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
@@ -196,64 +191,49 @@ QSizeF KeyPlacing::NaturalSize(const std::vector<KeyCap>& caps) {
 
 void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
                   const KeyPlacing& placing, KeyTouch touch) {
-    const bool isFlat = cap.state == KeyState::Unused;
-    if (isFlat)
-        PaintFlat(painter, rect, cap, placing, touch);
-    else
-        PaintRaised(painter, rect, cap, placing, touch);
-
-    const QColor ink = Ink(cap.color);
-    QRectF inside = isFlat ? rect : TopOf(rect, placing); // where the mark goes
     const double radius = kRadius * placing.KeyHeight();
-    if (cap.isCurrent) {
-        const double width = LineWidth(kRing * placing.KeyHeight(), placing);
-        painter.setPen(QPen(ink, width));
-        painter.setBrush(Qt::NoBrush);
-        // Inside the cap's edge, whose colour sets it off from the board.
-        const double edge = LineWidth(0.04 * placing.KeyHeight(), placing);
-        painter.drawRoundedRect(Shrunk(rect, edge + width / 2), radius * 0.8, radius * 0.8);
-        inside &= Shrunk(rect, edge + width);
-    }
-    if (cap.state == KeyState::Programmed) {
-        const double size = kMark * placing.KeyHeight();
-        QPainterPath outline;
-        outline.addRoundedRect(inside, radius * 0.8, radius * 0.8);
-        QPainterPath corner(inside.topRight());
-        corner.lineTo(inside.topRight() - QPointF(size, 0));
-        corner.lineTo(inside.topRight() + QPointF(0, size));
-        corner.closeSubpath();
-        painter.fillPath(corner & outline, ink);
-    }
+    const QColor ink = Ink(cap.color);
+    const double shade = touch == KeyTouch::Pressed ? 0.18 : touch == KeyTouch::Hovered ? 0.07 : 0;
+    PaintRounded(painter, rect, radius, FootColor(cap));
+    PaintRounded(painter, TopOf(rect, cap, placing), radius * 0.85, Mixed(cap.color, ink, shade));
+    if (!cap.isCurrent)
+        return;
+    const double width = LineWidth(kRing * placing.KeyHeight(), placing);
+    // Inside the cap's edge, whose colour sets it off from the board.
+    const double edge = LineWidth(0.04 * placing.KeyHeight(), placing);
+    painter.setPen(QPen(ink, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(Shrunk(rect, edge + width / 2), radius * 0.8, radius * 0.8);
 }
 
 std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPlacing& placing,
-                              double pointSize) {
-    const double size =
-        std::max(kLeastTextSize, pointSize * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight);
-    const QRectF top = Shrunk(TopOf(rect, placing),
-                              (kTextMargin + (cap.isCurrent ? 0.05 : 0)) * placing.KeyHeight());
+                              const KeyTextSize& textSize) {
+    const double size = std::max<double>(
+        textSize.leastPixels, textSize.points * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight);
+    const QRectF top = Shrunk(TopOf(rect, cap, placing),
+                              (kTextMargin + (cap.isCurrent ? 0.06 : 0)) * placing.KeyHeight());
     QFont font = QGuiApplication::font();
     font.setBold(cap.isBold);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QColor ink = Ink(cap.color);
-    const QColor color = cap.state == KeyState::Unused ? Mixed(cap.color, ink, 0.7) : ink;
+    const QColor faint = Mixed(cap.color, ink, 0.7);
+    const QColor color = cap.state == KeyState::Unused ? faint : ink;
 
     std::vector<KeyText> texts;
     QRectF below = top;
     if (!cap.legend.isEmpty()) {
         QFont small = font;
         small.setBold(false);
+        const double smallSize = std::max<double>(textSize.leastPixels, size * kLegendScale);
         QRectF area = top;
-        if (cap.state == KeyState::Programmed)
-            area.setRight(area.right() - kMark * placing.KeyHeight());
-        area.setHeight(kLegendScale * size * 1.3);
-        AppendFitting(texts, cap.legend, small, size * kLegendScale, area, Qt::AlignLeft, color,
-                      placing.Pixel());
+        area.setHeight(std::min(smallSize * 1.3, top.height() / (cap.caption.isEmpty() ? 1 : 2)));
+        AppendFitting(texts, cap.legend, small, smallSize, area, Qt::AlignLeft,
+                      cap.caption.isEmpty() ? color : faint, textSize.leastPixels);
         below.setTop(area.bottom());
     }
     if (!cap.caption.isEmpty())
         AppendFitting(texts, cap.caption, font, size * cap.textScale, below, Qt::AlignCenter, color,
-                      placing.Pixel());
+                      textSize.leastPixels);
     return texts;
 }
 
@@ -276,26 +256,57 @@ void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& plac
     painter.drawRoundedRect(Shrunk(rect, -line - width / 2), radius + width, radius + width);
 }
 
+void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
+                    const std::vector<QRectF>& rects, const KeyPlacing& placing) {
+    const double nearby = kJoinedGap * placing.KeyHeight();
+    std::map<int, QPainterPath> outlines;
+    std::map<int, QColor> colors;
+    for (std::size_t a = 0; a < caps.size(); ++a) {
+        if (caps[a].group == 0)
+            continue;
+        QPainterPath& outline = outlines[caps[a].group];
+        outline.addRect(rects[a]);
+        colors[caps[a].group] = caps[a].color;
+        for (std::size_t b = a + 1; b < caps.size(); ++b)
+            if (caps[b].group == caps[a].group)
+                if (const QRectF bridge = BridgeBetween(rects[a], rects[b], nearby);
+                    !bridge.isEmpty())
+                    outline.addRect(bridge);
+    }
+    const double width = LineWidth(kGroupLine * placing.KeyHeight(), placing);
+    for (const auto& [group, outline] : outlines) {
+        QPainterPathStroker stroker(
+            QPen(Qt::black, 2 * width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPainterPath inside = outline.simplified();
+        const QPainterPath around = (stroker.createStroke(inside) + inside).simplified();
+        painter.fillPath(around, Mixed(colors[group], Ink(colors[group]), 0.5));
+        painter.fillPath(inside, colors[group]);
+    }
+}
+
 void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
-                  double pointSize, int focused) {
+                  const KeyTextSize& textSize, int focused) {
     if (!caps.empty())
         PaintKeyCaps(painter, KeyPlacing(caps, area, painter.device()->devicePixelRatioF()), caps,
-                     pointSize, focused);
+                     textSize, focused);
 }
 
 void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vector<KeyCap>& caps,
-                  double pointSize, int focused) {
+                  const KeyTextSize& textSize, int focused) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const KeyCap& cap : caps) {
-        const QRectF rect = placing.Map(cap.place);
-        PaintKeyBody(painter, rect, cap, placing);
-        for (const KeyText& text : KeyTexts(rect, cap, placing, pointSize))
+    std::vector<QRectF> rects;
+    for (const KeyCap& cap : caps)
+        rects.push_back(placing.Map(cap.place));
+    PaintKeyGroups(painter, caps, rects, placing);
+    for (std::size_t i = 0; i < caps.size(); ++i) {
+        PaintKeyBody(painter, rects[i], caps[i], placing);
+        for (const KeyText& text : KeyTexts(rects[i], caps[i], placing, textSize))
             PaintKeyText(painter, text);
     }
-    for (const KeyCap& cap : caps)
-        if (cap.index == focused)
-            PaintKeyFocus(painter, placing.Map(cap.place), placing);
+    for (std::size_t i = 0; i < caps.size(); ++i)
+        if (caps[i].index == focused)
+            PaintKeyFocus(painter, rects[i], placing);
     painter.restore();
 }
 

@@ -25,6 +25,7 @@ struct KeyCap {
     QRectF place;  // in the owner's unit
     QString caption;
     QString legend; // small, in the upper left corner
+    int group = 0;  // keys of one group that lie side by side are joined; 0: of none
     QString toolTip;
     QString name; // for those who hear the screen: "Key 30, A, programmed: Ctrl C"
     QColor color; // of the cap's top; captions are drawn in black or white, whichever reads better
@@ -38,15 +39,21 @@ struct KeyCap {
 // A colour of the preferences, 0x00BBGGRR or, with the top bit set, a system colour's index.
 [[nodiscard]] QColor ToQColor(std::int32_t lColor);
 
-// Draws the caps into `area` as large as they fit, their proportions kept; pointSize is that of the
-// captions at natural size. `focused` is the index of the cap with the keyboard focus, -1 for none.
+// How large the texts on caps are.
+struct KeyTextSize {
+    double points;        // of captions at natural size
+    int leastPixels = 11; // of any text, in the painter's unit; on screens that is 8 points
+};
+
+// Draws the caps into `area` as large as they fit, their proportions kept. `focused` is the index
+// of the cap with the keyboard focus, -1 for none.
 void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
-                  double pointSize, int focused = -1);
+                  const KeyTextSize& textSize, int focused = -1);
 
 // The same where a placing puts them.
 class KeyPlacing;
 void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vector<KeyCap>& caps,
-                  double pointSize, int focused = -1);
+                  const KeyTextSize& textSize, int focused = -1);
 
 inline constexpr double kNaturalKeyHeight = 40; // pixels on a screen of 96 to the inch
 
@@ -88,8 +95,13 @@ struct KeyText {
     QColor color;
 };
 [[nodiscard]] std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap,
-                                            const KeyPlacing& placing, double pointSize);
+                                            const KeyPlacing& placing, const KeyTextSize& textSize);
 void PaintKeyText(QPainter& painter, const KeyText& text);
+
+// Joins the keys of each group: fills the gaps between neighbours and draws a line around them.
+// `rects` are where the placing maps the caps.
+void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
+                    const std::vector<QRectF>& rects, const KeyPlacing& placing);
 
 void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
 

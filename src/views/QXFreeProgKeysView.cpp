@@ -1,6 +1,5 @@
 #include "views/QXFreeProgKeysView.h"
 
-#include "qxcontrols/keys/SequenceCaption.h"
 #include "views/QXLayoutDisplayView.h"
 #include "views/SequenceLabel.h"
 
@@ -11,10 +10,8 @@ namespace qx::views {
 
 QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent) : QWidget(parent) {
     auto* keys = new QXLayoutDisplayView(control.layoutDisplay);
-    keys->SetSequenceText([&control](Integer nPositionCode) {
-        return SequenceCaption(control.Sequences().Key(nPositionCode), control.LayoutSource(),
-                               false);
-    });
+    keys->SetSequences(
+        [&control](Integer nPositionCode) { return &control.Sequences().Key(nPositionCode); });
     auto* caption = new QLabel;
     auto* sequence = new SequenceLabel;
     auto* details = new QCheckBox;

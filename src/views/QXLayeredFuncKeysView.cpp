@@ -1,6 +1,5 @@
 #include "views/QXLayeredFuncKeysView.h"
 
-#include "qxcontrols/keys/SequenceCaption.h"
 #include "views/SequenceLabel.h"
 
 #include <QEvent>
@@ -120,15 +119,16 @@ QLayout* QXLayeredFuncKeysView::MakeButtonRow() {
 
 void QXLayeredFuncKeysView::ShowKeys() {
     std::vector<KeyCap> caps;
+    SentTexts texts(m_control.LayoutSource());
     for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
-        caps.push_back(CapOf(key));
+        caps.push_back(CapOf(key, texts));
     m_grid->setAccessibleName(tr("Function keys of layer %1").arg(m_control.CurrentLayer()));
     m_grid->SetKeys(std::move(caps));
     if (std::exchange(m_shownKey, m_control.CurrentKey()) != m_shownKey)
         m_grid->SetFocusKey(m_shownKey);
 }
 
-KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey) const {
+KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey, SentTexts& texts) const {
     const FuncKeyButton& key = m_control.cmdFuncKey[static_cast<std::size_t>(nKey)];
     KeyCap cap;
     cap.index = nKey;
@@ -136,18 +136,17 @@ KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey) const {
     cap.place = {QPointF(nKey % kKeysInRow * kStep.width(), row * kStep.height()),
                  kStep - QSizeF(kGap, kGap)};
     cap.caption = ToQt(key.Caption);
-    if (!key.ToolTip.empty()) { // the key's description says more than its number
+    const KeySequence& sent = m_control.Layer(m_control.CurrentLayer()).GetKey(nKey);
+    const QString shown = key.ToolTip.empty() ? texts.Brief(sent) : ToQt(key.ToolTip);
+    if (!shown.isEmpty()) { // the key's number is the least that there is to show
         cap.legend = cap.caption;
-        cap.caption = ToQt(key.ToolTip);
+        cap.caption = shown;
     }
     cap.color = ToQColor(key.BackColor);
     cap.state = key.Programmed ? KeyState::Programmed : KeyState::Empty;
     cap.isCurrent = key.Current;
     cap.isEnabled = key.Enabled;
-    const QString sequence =
-        ToQt(SequenceCaption(m_control.Layer(m_control.CurrentLayer()).GetKey(nKey),
-                             m_control.LayoutSource(), false))
-            .trimmed();
+    const QString sequence = texts.Whole(sent);
     cap.toolTip = ToQt(key.ToolTip);
     if (!sequence.isEmpty())
         cap.toolTip += (cap.toolTip.isEmpty() ? QString() : QStringLiteral("\n")) + sequence;

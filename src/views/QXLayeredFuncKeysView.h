@@ -6,6 +6,7 @@
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/Bindings.h"
 #include "views/KeyGrid.h"
+#include "views/SentTexts.h"
 
 #include <QWidget>
 
@@ -29,7 +30,7 @@ private:
     [[nodiscard]] QLayout* MakeKeyRows();
     [[nodiscard]] QLayout* MakeButtonRow();
     void ShowKeys();
-    [[nodiscard]] KeyCap CapOf(Integer nKey) const;
+    [[nodiscard]] KeyCap CapOf(Integer nKey, SentTexts& texts) const;
     [[nodiscard]] QString NameOf(const FuncKeyButton& key, const QString& sequence) const;
 
     QXLayeredFuncKeys& m_control;

@@ -43,16 +43,17 @@ void QXLayoutDisplayView::FollowSelection() {
     m_grid->setFocus();
 }
 
-void QXLayoutDisplayView::SetSequenceText(std::function<std::string(Integer)> textOfKey) {
-    m_textOfKey = std::move(textOfKey);
+void QXLayoutDisplayView::SetSequences(SequenceOfKey sequenceOf) {
+    m_sequenceOf = std::move(sequenceOf);
     ShowKeys();
 }
 
 void QXLayoutDisplayView::ShowKeys() {
     std::vector<KeyCap> caps;
+    SentTexts texts(m_display.LayoutSource());
     for (std::size_t key = 0; key < m_display.cmdKey.size(); ++key)
         if (m_display.cmdKey[key].Visible)
-            caps.push_back(CapOf(static_cast<Integer>(key)));
+            caps.push_back(CapOf(static_cast<Integer>(key), texts));
     std::stable_sort(caps.begin(), caps.end(), [](const KeyCap& a, const KeyCap& b) {
         return std::pair(a.place.top(), a.place.left()) < std::pair(b.place.top(), b.place.left());
     });
@@ -73,7 +74,7 @@ bool QXLayoutDisplayView::IsProgrammable(Integer nPositionCode) const {
     return layout != nullptr && layout->KeySupport(nPositionCode) == KEYMODE_PROG;
 }
 
-KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
+KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode, SentTexts& texts) const {
     const KeyButton& key = m_display.cmdKey[static_cast<std::size_t>(nPositionCode)];
     const bool isSetting = IsSetting();
     const KeyCharacters types = CharactersOf(key.Caption, key.ToolTip);
@@ -88,9 +89,9 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
     cap.isCurrent = nPositionCode == m_display.CurrProgKey();
     if (isSetting ? IsProgrammable(nPositionCode) : key.Enabled)
         cap.state = isSetting && key.Programmed ? KeyState::Programmed : KeyState::Empty;
-    QString sequence;
-    if (cap.state == KeyState::Programmed && m_textOfKey)
-        sequence = ToQt(m_textOfKey(nPositionCode)).trimmed();
+    const KeySequence* sent =
+        cap.state == KeyState::Programmed && m_sequenceOf ? m_sequenceOf(nPositionCode) : nullptr;
+    const QString sequence = sent == nullptr ? QString() : texts.Whole(*sent);
     cap.toolTip = ToQt(key.ToolTip);
     if (!sequence.isEmpty())
         cap.toolTip += u'\n' + sequence;
@@ -99,6 +100,10 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode) const {
                                   "release key %1, only those of the keys up to 127.")
                                    .arg(nPositionCode);
     cap.name = NameOf(cap, sequence);
+    if (!sequence.isEmpty()) {
+        cap.legend = cap.caption;
+        cap.caption = texts.Brief(*sent);
+    }
     return cap;
 }
 

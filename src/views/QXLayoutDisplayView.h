@@ -9,6 +9,7 @@
 #include "qxcontrols/keys/QXLayoutDisplay.h"
 #include "views/Bindings.h"
 #include "views/KeyGrid.h"
+#include "views/SentTexts.h"
 
 #include <functional>
 #include <string>
@@ -21,9 +22,8 @@ public:
     // The display outlives the view.
     explicit QXLayoutDisplayView(QXLayoutDisplay& display, QWidget* parent = nullptr);
 
-    // What a programmed key sends, as text, for tool tips and for screen readers; the display
-    // itself knows only whether a key is programmed.
-    void SetSequenceText(std::function<std::string(Integer)> textOfKey);
+    // What a programmed key sends; the display itself knows only whether a key is programmed.
+    void SetSequences(SequenceOfKey sequenceOf);
 
     [[nodiscard]] KeyGrid* Grid() const { return m_grid; }
     void ShowKeys();
@@ -35,12 +35,12 @@ private:
     void FollowSelection();
     [[nodiscard]] bool IsSetting() const;
     [[nodiscard]] bool IsProgrammable(Integer nPositionCode) const;
-    [[nodiscard]] KeyCap CapOf(Integer nPositionCode) const;
+    [[nodiscard]] KeyCap CapOf(Integer nPositionCode, SentTexts& texts) const;
     [[nodiscard]] QString NameOf(const KeyCap& cap, const QString& sequence) const;
 
     QXLayoutDisplay& m_display;
     KeyGrid* m_grid;
-    std::function<std::string(Integer)> m_textOfKey;
+    SequenceOfKey m_sequenceOf;
     Integer m_shownKey = -1; // as current
     Subscription m_refreshed, m_keySelected;
 };

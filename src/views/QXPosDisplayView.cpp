@@ -60,27 +60,30 @@ void QXPosDisplayView::FollowFocus() {
     m_grid->setFocus();
 }
 
-void QXPosDisplayView::SetTexts(TextOfKey legend, TextOfKey sequence) {
+void QXPosDisplayView::SetTexts(TextOfKey legend, SequenceOfKey sequence, LayoutInUse layout) {
     m_legend = std::move(legend);
     m_sequence = std::move(sequence);
+    m_layout = std::move(layout);
     ShowKeys();
 }
 
 void QXPosDisplayView::ShowKeys() {
     std::vector<KeyCap> caps;
+    SentTexts texts(m_layout ? m_layout() : nullptr);
     for (Integer key = QXPosDisplay::kMinKey; key <= QXPosDisplay::kMaxKey; ++key)
         if (m_display.cmdPOS[static_cast<std::size_t>(key)].Visible)
-            caps.push_back(CapOf(key));
+            caps.push_back(CapOf(key, texts));
     m_grid->setAccessibleName(tr("POS keys"));
     m_grid->SetKeys(std::move(caps));
 }
 
-KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
+KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex, SentTexts& texts) const {
     const PosButton& key = m_display.cmdPOS[static_cast<std::size_t>(nKeyIndex)];
     const int place = nKeyIndex - QXPosDisplay::kMinKey;
     const bool isOfModule = nKeyIndex <= POSKeyboard::kSlots;
     const QString legend = isOfModule && m_legend ? m_legend(nKeyIndex) : QString();
-    const QString sequence = isOfModule && m_sequence ? m_sequence(nKeyIndex) : QString();
+    const KeySequence* sent = isOfModule && m_sequence ? m_sequence(nKeyIndex) : nullptr;
+    const QString sequence = sent == nullptr ? QString() : texts.Whole(*sent);
     const bool isUsed = m_display.IsUsedKey(nKeyIndex);
     KeyCap cap;
     cap.index = nKeyIndex;
@@ -102,6 +105,11 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex) const {
         name = tr("%1, sends: %2").arg(name, sequence);
     cap.toolTip = key.ToolTip.empty() ? name : ToQt(key.ToolTip);
     cap.name = cap.isCurrent ? tr("%1, current key").arg(name) : name;
+    bool isNumber = false;
+    if (const int block = cap.caption.toInt(&isNumber); isUsed && isNumber)
+        cap.group = block + 1;
+    if (!sequence.isEmpty())
+        cap.caption = texts.Brief(*sent);
     return cap;
 }
 

@@ -6,6 +6,7 @@
 #include "qxcontrols/pos/QXPosDisplay.h"
 #include "views/Bindings.h"
 #include "views/KeyGrid.h"
+#include "views/SentTexts.h"
 
 #include <functional>
 
@@ -17,9 +18,11 @@ public:
     // The display outlives the view.
     explicit QXPosDisplayView(QXPosDisplay& display, QWidget* parent = nullptr);
 
-    // What is engraved on a key, and what the key sends; the display itself knows neither.
+    // What is engraved on a key, the sequence of the key's block, and the layout in whose words to
+    // show it (may be null); the display itself knows none of these.
     using TextOfKey = std::function<QString(Integer nKeyIndex)>;
-    void SetTexts(TextOfKey legend, TextOfKey sequence);
+    using LayoutInUse = std::function<const QXKeyboardLayoutData*()>;
+    void SetTexts(TextOfKey legend, SequenceOfKey sequence, LayoutInUse layout);
 
     // What arrows and Control do in a programmer: reaching a key, and picking one with Control
     // (which then also lets the arrows move without reaching). Without these, only clicks act.
@@ -34,12 +37,13 @@ protected:
 
 private:
     void FollowFocus();
-    [[nodiscard]] KeyCap CapOf(Integer nKeyIndex) const;
+    [[nodiscard]] KeyCap CapOf(Integer nKeyIndex, SentTexts& texts) const;
 
     QXPosDisplay& m_display;
     KeyGrid* m_grid;
     TextOfKey m_legend;
-    TextOfKey m_sequence;
+    SequenceOfKey m_sequence;
+    LayoutInUse m_layout;
     KeyAction m_reach, m_take;
     Subscription m_refreshed, m_focusMoved;
 };

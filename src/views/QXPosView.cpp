@@ -1,7 +1,6 @@
 #include "views/QXPosView.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/keys/SequenceCaption.h"
 #include "views/QXPosDisplayView.h"
 
 #include <QHBoxLayout>
@@ -17,11 +16,9 @@ QString LegendOf(const QXPos& control, const QXKeyboardLayoutData* layout, Integ
     return ToQt(layout->KeyCaption(control.CodeMap().GetPositionCodeForKey(nKeyIndex)));
 }
 
-QString SequenceOf(const QXPos& control, const QXKeyboardLayoutData* layout, Integer nKeyIndex) {
+const KeySequence* SequenceOf(const QXPos& control, Integer nKeyIndex) {
     const Integer slot = control.PosData().FindBlockForKey(nKeyIndex);
-    if (slot == 0)
-        return {};
-    return ToQt(SequenceCaption(control.PosData().Block(slot).Sequence(), layout, false)).trimmed();
+    return slot == 0 ? nullptr : &control.PosData().Block(slot).Sequence();
 }
 
 } // namespace
@@ -30,7 +27,8 @@ QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
     auto* keys = new QXPosDisplayView(control.posDisplay);
     keys->SetTexts(
         [&control](Integer key) { return LegendOf(control, control.LayoutSource(), key); },
-        [&control](Integer key) { return SequenceOf(control, control.LayoutSource(), key); });
+        [&control](Integer key) { return SequenceOf(control, key); },
+        [&control] { return control.LayoutSource(); });
     auto* caption = new QLabel;
     auto* number = new QLabel;
     auto* edit = new QPushButton;

@@ -9,9 +9,9 @@ namespace qx::views {
 
 namespace {
 
-constexpr double kLeastTextScale = 0.6; // smaller than that only where a text would be cut else
-constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
-constexpr int kLeastPixels = 6;         // of any text, and what letters need on a screen
+constexpr double kLeastTextScale = 0.6;     // smaller than that only where a text would be cut else
+constexpr double kLeastLineScale = 0.8;     // if it must be smaller than that, two lines are better
+constexpr int kStretches[] = {100, 88, 76}; // of letters, in percent: narrow ones before a cut
 
 double Advance(const QFont& font, const QString& text) {
     return QFontMetricsF(font).horizontalAdvance(text);
@@ -83,33 +83,33 @@ QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) 
 } // namespace
 
 QStringList FittingLines(const QString& text, QFont& font, double size, const QSizeF& area,
-                         double pixel) {
-    const int most = std::max(kLeastPixels, static_cast<int>(std::lround(size)));
-    const int least = std::max(kLeastPixels, static_cast<int>(std::lround(most * kLeastTextScale)));
-    QStringList lines{text};
-    int pixels = FittingPixels(lines, font, least, most, area);
-    if (pixels < most * kLeastLineScale) {
-        font.setPixelSize(most);
-        const QStringList two = InTwoLines(text, font);
-        int inTwo = FittingPixels(two, font, least, most, area);
-        if (pixels == 0 && inTwo == 0) {
-            pixels = FittingPixels(lines, font, kLeastPixels, least, area);
-            inTwo = FittingPixels(two, font, kLeastPixels, least, area);
+                         int leastPixels) {
+    const int most = std::max(leastPixels, static_cast<int>(std::lround(size)));
+    const int least = std::max(leastPixels, static_cast<int>(std::lround(most * kLeastTextScale)));
+    for (const int stretch : kStretches) {
+        font.setStretch(stretch);
+        QStringList lines{text};
+        int pixels = FittingPixels(lines, font, least, most, area);
+        if (pixels < most * kLeastLineScale) {
+            font.setPixelSize(most);
+            const QStringList two = InTwoLines(text, font);
+            int inTwo = FittingPixels(two, font, least, most, area);
+            if (pixels == 0 && inTwo == 0) {
+                pixels = FittingPixels(lines, font, leastPixels, least, area);
+                inTwo = FittingPixels(two, font, leastPixels, least, area);
+            }
+            if (inTwo > pixels) {
+                lines = two;
+                pixels = inTwo;
+            }
         }
-        if (inTwo > pixels) {
-            lines = two;
-            pixels = inTwo;
+        if (pixels != 0) {
+            font.setPixelSize(pixels);
+            return lines;
         }
     }
-    if (pixels == 0) {
-        font.setPixelSize(least);
-        lines = Wrapped(text, font, area);
-        if (lines.size() == 1)
-            pixels = FittingPixels(lines, font, static_cast<int>(std::ceil(kLeastPixels * pixel)),
-                                   kLeastPixels, area);
-    }
-    font.setPixelSize(pixels == 0 ? least : pixels);
-    return lines;
+    font.setPixelSize(least);
+    return Wrapped(text, font, area);
 }
 
 } // namespace qx::views

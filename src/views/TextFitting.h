@@ -7,10 +7,10 @@
 
 namespace qx::views {
 
-// The text's lines in a font of `size` pixels or smaller; the font gets that size. What does not
-// fit even so is cut by the caller. `pixel` is that of the screen: a finer one can show a word
-// smaller.
+// The text's lines in a font of `size` pixels or smaller, down to `leastPixels`, and with narrower
+// letters if it must be; the font gets that size and stretch. A line that does not fit even so is
+// cut by the caller.
 [[nodiscard]] QStringList FittingLines(const QString& text, QFont& font, double size,
-                                       const QSizeF& area, double pixel);
+                                       const QSizeF& area, int leastPixels);
 
 } // namespace qx::views

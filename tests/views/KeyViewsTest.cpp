@@ -283,7 +283,8 @@ TEST_F(KeyViewsTest, PosKeysShowTheirBlocks) {
     });
     screen.Click("cmdEdit");
     EXPECT_EQ(screen.Child<QLabel>("lblBlockNum")->text().toStdString(), "1");
-    EXPECT_EQ(screen.Cap("posDisplay", 46).caption.toStdString(), "7");
+    EXPECT_EQ(screen.Cap("posDisplay", 46).caption.toStdString(), "A\u2193");
+    EXPECT_EQ(screen.Cap("posDisplay", 46).group, screen.Cap("posDisplay", 105).group);
     EXPECT_EQ(screen.Cap("posDisplay", 46).name.toStdString(), "POS key 46, Q, block 7, sends: A");
     EXPECT_EQ(screen.Cap("posDisplay", 105).state, KeyState::Programmed);
     EXPECT_EQ(screen.Cap("posDisplay", 1).name.toStdString(), "POS key 1, Esc, in no block");

@@ -82,9 +82,14 @@ std::string frmPOSProgrammer::KeyName(Integer nKey) const {
     return std::to_string(nKey);
 }
 
-std::string frmPOSProgrammer::SentBy(Integer nKey) const {
+const KeySequence* frmPOSProgrammer::SequenceOf(Integer nKey) const {
     const Integer slot = m_posData.FindBlockForKey(nKey);
-    return slot == 0 ? std::string() : TextOf(m_posData.Block(slot).Sequence());
+    return slot == 0 ? nullptr : &m_posData.Block(slot).Sequence();
+}
+
+std::string frmPOSProgrammer::SentBy(Integer nKey) const {
+    const KeySequence* sequence = SequenceOf(nKey);
+    return sequence == nullptr ? std::string() : TextOf(*sequence);
 }
 
 std::string frmPOSProgrammer::TextOf(const KeySequence& sequence) const {

@@ -47,6 +47,7 @@ public:
     Event<> Closed;
 
     // What the form works with; null clears.
+    [[nodiscard]] const QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
     void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
     void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
     void SetParentProgrammer(QXPOSProgrammer* parent) { m_parent = parent; }
@@ -63,7 +64,9 @@ public:
     void SetCurrBlock(Integer nSlot);
     // What the key is called in the layout; the key's index where the layout has no name for it.
     [[nodiscard]] std::string KeyName(Integer nKey) const;
-    // What the key sends, as text; nothing for a key in no block.
+    // The sequence of the key's block; null for a key in no block. Good until the next change.
+    [[nodiscard]] const KeySequence* SequenceOf(Integer nKey) const;
+    // The same as text; nothing for a key in no block.
     [[nodiscard]] std::string SentBy(Integer nKey) const;
 
     // The user has moved to a key without a click: the key's block becomes the current one, none
