@@ -1,0 +1,34 @@
+// ColourSet: designed colours for the keys, each of which the user can change in the preferences.
+#pragma once
+
+#include "qxcontrols/settings/QXProgSettings.h"
+
+#include <array>
+#include <optional>
+
+namespace qx::host {
+
+struct ColourSet {
+    // Of the key displays, 0x00BBGGRR. POS keys outside all blocks are `unused` too.
+    Long unused, current, empty, programmed;
+    // Of the POS blocks: any two can be told apart, also by people who do not see red, green or
+    // blue.
+    std::array<Long, QXProgSettings::kPosBlocks> blocks;
+};
+
+enum class ColourSetId {
+    Light,
+    Dark,
+    Classic, // the preferences' own defaults
+};
+inline constexpr ColourSetId kColourSets[] = {ColourSetId::Light, ColourSetId::Dark,
+                                              ColourSetId::Classic};
+
+[[nodiscard]] ColourSet ColourSetOf(ColourSetId id);
+
+// Gives the preferences these colours; they are not saved by this.
+void UseColours(QXProgSettings& preferences, ColourSetId id);
+// The set whose colours the preferences have; nothing when the user has chosen others.
+[[nodiscard]] std::optional<ColourSetId> ColoursInUse(const QXProgSettings& preferences);
+
+} // namespace qx::host
