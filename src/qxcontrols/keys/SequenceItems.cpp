@@ -88,10 +88,9 @@ std::optional<SequenceItem> SequenceItems::Held(std::span<const Byte> codes, std
     return SequenceItem{isTyped ? Kind::Text : Kind::Chord, at, next + 1 - at, typed};
 }
 
-std::vector<SequenceItem> SequenceItems::Of(std::span<const Byte> codes) const {
+std::vector<SequenceItem> SequenceItems::SinglesOf(std::span<const Byte> codes) const {
     std::vector<SequenceItem> items;
-    for (std::size_t at = 0; at < codes.size();
-         at += items.back().first + items.back().count - at) {
+    for (std::size_t at = 0; at < codes.size(); at += items.back().count) {
         auto item = Stroke(codes, at);
         if (!item)
             item = Held(codes, at);
@@ -101,11 +100,19 @@ std::vector<SequenceItem> SequenceItems::Of(std::span<const Byte> codes) const {
             item = {isRelease ? Kind::Release : Kind::Press, at, 1,
                     m_keys[key].name + (isRelease ? "\u2191" : "\u2193")};
         }
-        if (item->kind == Kind::Text && !items.empty() && items.back().kind == Kind::Text) {
-            items.back().count += item->count;
-            items.back().text += item->text;
+        items.push_back(std::move(*item));
+    }
+    return items;
+}
+
+std::vector<SequenceItem> SequenceItems::Of(std::span<const Byte> codes) const {
+    std::vector<SequenceItem> items;
+    for (SequenceItem& item : SinglesOf(codes)) {
+        if (item.kind == Kind::Text && !items.empty() && items.back().kind == Kind::Text) {
+            items.back().count += item.count;
+            items.back().text += item.text;
         } else {
-            items.push_back(std::move(*item));
+            items.push_back(std::move(item));
         }
     }
     for (SequenceItem& item : items)

@@ -41,6 +41,8 @@ public:
 
     // The items of the codes, 1 to 255 each: every code belongs to one of them, in their order.
     [[nodiscard]] std::vector<SequenceItem> Of(std::span<const Byte> codes) const;
+    // The same with an item for each group of characters that Shift types, and for each other one.
+    [[nodiscard]] std::vector<SequenceItem> SinglesOf(std::span<const Byte> codes) const;
     // The texts of the items, with blanks between them.
     [[nodiscard]] std::string Text(std::span<const Byte> codes) const;
 
