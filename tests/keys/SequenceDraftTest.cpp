@@ -2,6 +2,7 @@
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
+#include "qxcontrols/keys/TypedText.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +35,7 @@ protected:
 } // namespace
 
 TEST_F(SequenceDraftTest, KeysAndTextsArePutInAtTheCaret) {
-    EXPECT_TRUE(draft->Type("10"));
+    EXPECT_TRUE(draft->Insert(CodesThatType("10", layout)));
     EXPECT_TRUE(draft->Press(kEnter));
     EXPECT_EQ(Shown(), " 10 Enter|");
     draft->SetCaret(0);
@@ -54,10 +55,9 @@ TEST_F(SequenceDraftTest, ARefusedChangeChangesNothing) {
     draft->Start(std::vector<Byte>(18, kEnter));
     const std::vector<Byte> before = draft->Codes();
     EXPECT_EQ(draft->CodesLeft(), 2U);
-    EXPECT_FALSE(draft->Type("10"));
+    EXPECT_FALSE(draft->Insert(CodesThatType("10", layout)));
     draft->Hold(kCtrl, true);
     EXPECT_FALSE(draft->Press(Key("C")));
-    EXPECT_THROW((void)draft->Type("\u20ac"), std::invalid_argument);
     EXPECT_EQ(draft->Codes(), before);
     draft->Hold(kCtrl, false);
     EXPECT_TRUE(draft->Press(Key("C")));

@@ -1,15 +1,12 @@
 #include "qxcontrols/keys/SequenceDraft.h"
 
-#include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/keys/TypedText.h"
-
 #include <algorithm>
 #include <utility>
 
 namespace qx {
 
 SequenceDraft::SequenceDraft(const QXKeyboardLayoutData& layout, std::size_t capacity)
-    : m_layout(layout), m_reader(layout), m_capacity(capacity) {}
+    : m_reader(layout), m_capacity(capacity) {}
 
 void SequenceDraft::Start(std::vector<Byte> codes) {
     m_held.clear();
@@ -43,10 +40,6 @@ bool SequenceDraft::Press(Byte key) {
     for (auto released = keys.rbegin(); released != keys.rend(); ++released)
         codes.push_back(static_cast<Byte>(*released + kRelease));
     return Insert(codes);
-}
-
-bool SequenceDraft::Type(std::string_view sText) {
-    return Insert(CodesThatType(sText, m_layout));
 }
 
 bool SequenceDraft::Insert(const std::vector<Byte>& codes) {

@@ -1,19 +1,18 @@
 // SequenceDraft: a sequence while it is edited, item by item.
 //
-// A caret stands before, between or behind the items; keys and text are put in there. Every
-// operation either does all of what it is asked for or changes nothing.
+// A caret stands before, between or behind the items; keys are put in there. Every operation either
+// does all of what it is asked for or changes nothing.
 #pragma once
 
 #include "qxcontrols/keys/SequenceItems.h"
 
-#include <string_view>
 #include <vector>
 
 namespace qx {
 
 class SequenceDraft {
 public:
-    // For a slot of `capacity` codes. The layout stays alive, and as it is, as long as the draft.
+    // For a slot of `capacity` codes, with the names of the layout.
     SequenceDraft(const QXKeyboardLayoutData& layout, std::size_t capacity);
 
     // Starts with these codes, 1 to 255 each, and the caret behind them.
@@ -34,9 +33,6 @@ public:
     // Puts in a key, 1 to 127, pressed and released while the held keys are down. False when the
     // codes do not fit.
     [[nodiscard]] bool Press(Byte key);
-    // Puts in the keys that type the text. False when they do not fit; throws
-    // std::invalid_argument for a character that the layout cannot type.
-    [[nodiscard]] bool Type(std::string_view sText);
     // Puts in codes as they are, 1 to 255 each. False when they do not fit.
     [[nodiscard]] bool Insert(const std::vector<Byte>& codes);
 
@@ -51,7 +47,6 @@ private:
     [[nodiscard]] std::size_t CodeAt(std::size_t item) const;
     void Change(std::vector<Byte> codes, std::size_t caretCode);
 
-    const QXKeyboardLayoutData& m_layout;
     SequenceItems m_reader;
     std::size_t m_capacity;
     std::vector<Byte> m_codes;

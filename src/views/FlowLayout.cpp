@@ -1,0 +1,61 @@
+#include "views/FlowLayout.h"
+
+#include <QWidget>
+
+#include <algorithm>
+
+namespace qx::views {
+
+FlowLayout::FlowLayout(int spacing, QWidget* parent) : QLayout(parent) {
+    setSpacing(spacing);
+    setContentsMargins(0, 0, 0, 0);
+}
+
+FlowLayout::~FlowLayout() {
+    qDeleteAll(m_items);
+}
+
+QLayoutItem* FlowLayout::takeAt(int index) {
+    return index >= 0 && index < m_items.size() ? m_items.takeAt(index) : nullptr;
+}
+
+int FlowLayout::heightForWidth(int width) const {
+    return Arrange({0, 0, width, 0}, false);
+}
+
+QSize FlowLayout::minimumSize() const {
+    QSize size;
+    for (const QLayoutItem* item : m_items)
+        size = size.expandedTo(item->minimumSize());
+    const QMargins margins = contentsMargins();
+    return size + QSize(margins.left() + margins.right(), margins.top() + margins.bottom());
+}
+
+void FlowLayout::setGeometry(const QRect& rect) {
+    QLayout::setGeometry(rect);
+    Arrange(rect, true);
+}
+
+int FlowLayout::Arrange(const QRect& rect, bool isPlaced) const {
+    const QRect area = rect.marginsRemoved(contentsMargins());
+    int left = area.left();
+    int top = area.top();
+    int lineHeight = 0;
+    for (QLayoutItem* item : m_items) {
+        if (item->isEmpty()) // a hidden widget
+            continue;
+        const QSize size = item->sizeHint();
+        if (left != area.left() && left + size.width() > area.right() + 1) {
+            left = area.left();
+            top += lineHeight + spacing();
+            lineHeight = 0;
+        }
+        if (isPlaced)
+            item->setGeometry({QPoint(left, top), size});
+        left += size.width() + spacing();
+        lineHeight = std::max(lineHeight, size.height());
+    }
+    return top + lineHeight - rect.top() + contentsMargins().bottom();
+}
+
+} // namespace qx::views

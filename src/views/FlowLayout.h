@@ -1,0 +1,33 @@
+// FlowLayout: puts widgets beside one another, in as many lines as the width takes.
+#pragma once
+
+#include <QLayout>
+#include <QList>
+
+namespace qx::views {
+
+class FlowLayout : public QLayout {
+    Q_OBJECT
+public:
+    explicit FlowLayout(int spacing, QWidget* parent = nullptr);
+    ~FlowLayout() override;
+
+    void addItem(QLayoutItem* item) override { m_items.append(item); }
+    [[nodiscard]] int count() const override { return static_cast<int>(m_items.size()); }
+    [[nodiscard]] QLayoutItem* itemAt(int index) const override { return m_items.value(index); }
+    [[nodiscard]] QLayoutItem* takeAt(int index) override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize minimumSize() const override;
+    [[nodiscard]] QSize sizeHint() const override { return minimumSize(); }
+    [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
+    void setGeometry(const QRect& rect) override;
+
+private:
+    // The height that the widgets need in this rectangle; puts them there if `isPlaced`.
+    int Arrange(const QRect& rect, bool isPlaced) const;
+
+    QList<QLayoutItem*> m_items;
+};
+
+} // namespace qx::views

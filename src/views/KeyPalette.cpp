@@ -1,0 +1,215 @@
+#include "views/KeyPalette.h"
+
+#include "qxcontrols/keys/KeyNames.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "views/Bindings.h"
+#include "views/FlowLayout.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+namespace qx::views {
+
+namespace {
+
+constexpr int kSpacing = 4;
+constexpr int kLeastKeyWidth = 32;
+constexpr int kLeastKeyHeight = 28;
+constexpr int kMostFound = 30;
+
+struct Modifier {
+    Byte key;
+    const char* text;
+};
+// Their numbers are the same in every layout.
+constexpr Modifier kModifiers[] = {
+    {44, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Shift")},
+    {58, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Ctrl")},
+    {60, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Alt")},
+    {62, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Alt Gr")},
+};
+
+enum Group { Letters, Editing, Function, Pad, Others, kGroups };
+
+constexpr std::array<const char*, kGroups> kTitles = {
+    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "A–Z"),
+    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Editing"),
+    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "F1–F12"),
+    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Pad"),
+    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Others"),
+};
+
+Group GroupOf(Byte key) {
+    static constexpr Byte kEditing[] = {15, 16, 43, 61, 110}; // Backspace, Tab, Enter, space, Esc
+    static constexpr Byte kOthers[] = {30, 44, 57, 58, 60, 62, 64};
+    if (std::ranges::find(kEditing, key) != std::end(kEditing) || (key >= 75 && key <= 89))
+        return Editing;
+    if (std::ranges::find(kOthers, key) != std::end(kOthers) || key > 123)
+        return Others;
+    if (key >= 112)
+        return Function;
+    return key >= 90 ? Pad : Letters;
+}
+
+// Takes all widgets out of the layout.
+void Empty(QLayout& layout) {
+    while (QLayoutItem* item = layout.takeAt(0)) {
+        item->widget()->deleteLater();
+        item->widget()->hide();
+        delete item;
+    }
+}
+
+} // namespace
+
+KeyPalette::KeyPalette(QWidget* parent)
+    : QWidget(parent), m_search(new QLineEdit), m_tabs(new QTabWidget), m_found(new QWidget) {
+    auto* held = new QHBoxLayout;
+    held->setSpacing(kSpacing);
+    for (const Modifier& modifier : kModifiers) {
+        auto* button = new QToolButton;
+        button->setObjectName(QStringLiteral("hold_%1").arg(modifier.key));
+        button->setCheckable(true);
+        button->setMinimumSize(kLeastKeyWidth, kLeastKeyHeight);
+        connect(button, &QToolButton::toggled, this,
+                [this, key = modifier.key](bool isHeld) { emit HeldChanged(key, isHeld); });
+        m_modifiers.push_back(button);
+        held->addWidget(button);
+    }
+    held->addStretch(1);
+    m_search->setObjectName(QStringLiteral("searchKey"));
+    m_search->setClearButtonEnabled(true);
+    connect(m_search, &QLineEdit::textChanged, this, &KeyPalette::Search);
+    connect(m_search, &QLineEdit::returnPressed, this, [this] { // the first one found
+        if (auto* button = m_found->findChild<QToolButton*>();
+            button != nullptr && !m_search->text().isEmpty())
+            button->click();
+    });
+    m_found->setLayout(new FlowLayout(kSpacing));
+    m_found->hide();
+    m_tabs->setObjectName(QStringLiteral("keyGroups"));
+    m_tabs->setDocumentMode(true);
+    m_tabs->setUsesScrollButtons(true);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(held);
+    column->addWidget(m_search);
+    column->addWidget(m_found);
+    column->addWidget(m_tabs, 1);
+    ShowTexts();
+}
+
+QToolButton* KeyPalette::MakeButton(const Key& key) {
+    auto* button = new QToolButton;
+    button->setObjectName(QStringLiteral("key_%1").arg(key.code));
+    button->setText(QString(key.caption).replace(u'&', QStringLiteral("&&")));
+    button->setToolTip(key.name);
+    button->setAccessibleName(key.name.isEmpty() ? key.caption : key.name);
+    button->setMinimumSize(kLeastKeyWidth, kLeastKeyHeight);
+    connect(button, &QToolButton::clicked, this, [this, code = key.code] { emit KeyChosen(code); });
+    return button;
+}
+
+QWidget* KeyPalette::MakePage(const std::vector<Key>& keys) {
+    auto* content = new QWidget;
+    auto* flow = new FlowLayout(kSpacing, content);
+    flow->setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    for (const Key& key : keys)
+        flow->addWidget(MakeButton(key));
+    auto* scroll = new QScrollArea;
+    scroll->setWidget(content);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    return scroll;
+}
+
+void KeyPalette::ShowKeys(const QXKeyboardLayoutData* layout) {
+    std::array<std::vector<Key>, kGroups> groups;
+    m_keys.clear();
+    for (int code = 1; layout != nullptr && code < KeyNames::kFirstUnpressable; ++code) {
+        const Key key{static_cast<Byte>(code), ToQt(layout->KeyCaption(code)).trimmed(),
+                      ToQt(layout->KeyLongCaption(code)).trimmed()};
+        if (key.caption.isEmpty())
+            continue;
+        m_keys.push_back(key);
+        groups[GroupOf(key.code)].push_back(key);
+    }
+    const int shown = std::max(0, m_tabs->currentIndex());
+    while (m_tabs->count() > 0) {
+        QWidget* page = m_tabs->widget(0);
+        m_tabs->removeTab(0);
+        delete page;
+    }
+    for (const std::vector<Key>& keys : groups)
+        m_tabs->addTab(MakePage(keys), QString());
+    m_tabs->setCurrentIndex(shown);
+    ShowTexts();
+    Search(m_search->text());
+}
+
+void KeyPalette::Release() {
+    for (QToolButton* button : m_modifiers)
+        button->setChecked(false);
+}
+
+// How well the key fits what is searched for, 0 best; nothing when it does not.
+std::optional<int> KeyPalette::RankOf(const Key& key, const QString& wanted) {
+    if (key.caption.compare(wanted, Qt::CaseInsensitive) == 0 ||
+        QString::number(key.code) == wanted)
+        return 0;
+    if (key.caption.startsWith(wanted, Qt::CaseInsensitive))
+        return 1;
+    if (key.name.contains(wanted, Qt::CaseInsensitive))
+        return 2;
+    return {};
+}
+
+void KeyPalette::Search(const QString& text) {
+    Empty(*m_found->layout());
+    const QString wanted = text.trimmed();
+    std::multimap<int, const Key*> found;
+    if (!wanted.isEmpty())
+        for (const Key& key : m_keys)
+            if (const auto rank = RankOf(key, wanted))
+                found.emplace(*rank, &key);
+    int shown = 0;
+    for (const auto& [rank, key] : found)
+        if (++shown <= kMostFound)
+            m_found->layout()->addWidget(MakeButton(*key));
+    m_found->setVisible(!wanted.isEmpty());
+    m_tabs->setVisible(wanted.isEmpty());
+}
+
+void KeyPalette::ShowTexts() {
+    for (std::size_t i = 0; i < m_modifiers.size(); ++i) {
+        const QString text = tr(kModifiers[i].text);
+        m_modifiers[i]->setText(text);
+        m_modifiers[i]->setToolTip(tr("Hold %1 while the next key is pressed").arg(text));
+    }
+    m_search->setPlaceholderText(tr("Find a key"));
+    m_search->setAccessibleName(tr("Find a key"));
+    m_tabs->setAccessibleName(tr("Keys to add"));
+    for (int i = 0; i < m_tabs->count(); ++i)
+        m_tabs->setTabText(i, tr(kTitles[static_cast<std::size_t>(i)]));
+}
+
+void KeyPalette::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        ShowTexts();
+}
+
+} // namespace qx::views

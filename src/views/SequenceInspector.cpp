@@ -1,0 +1,278 @@
+#include "views/SequenceInspector.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/TypedText.h"
+#include "views/Bindings.h"
+#include "views/ChipRow.h"
+#include "views/FaultLabel.h"
+#include "views/KeyPalette.h"
+#include "views/LineIcon.h"
+#include "views/PcKeys.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <stdexcept>
+
+namespace qx::views {
+
+namespace {
+
+constexpr Byte kEnter = 43; // its customary number, the same in every layout
+constexpr double kTitleScale = 1.2;
+
+QToolButton* MakeTool(const char* name, const char* icon) {
+    auto* button = new QToolButton;
+    button->setObjectName(QString::fromLatin1(name));
+    button->setIcon(LineIcon(QString::fromLatin1(icon)));
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    return button;
+}
+
+QPushButton* MakeButton(const char* name) {
+    auto* button = new QPushButton;
+    button->setObjectName(QString::fromLatin1(name));
+    return button;
+}
+
+} // namespace
+
+SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
+    MakeParts();
+    connect(m_chips, &ChipRow::CaretMoved, this, [this](int before) {
+        m_draft->SetCaret(static_cast<std::size_t>(before));
+        m_chips->Show(m_draft->Items(), m_draft->Caret());
+    });
+    connect(m_chips, &ChipRow::Removed, this, [this](int item) {
+        m_draft->Remove(static_cast<std::size_t>(item));
+        Report(true);
+    });
+    const auto removeBefore = [this] {
+        m_draft->RemoveBefore();
+        Report(true);
+    };
+    connect(m_chips, &ChipRow::RemovedBefore, this, removeBefore);
+    connect(m_back, &QToolButton::clicked, this, removeBefore);
+    connect(m_chips, &ChipRow::Moved, this, [this](int item, int before) {
+        m_draft->Move(static_cast<std::size_t>(item), static_cast<std::size_t>(before));
+        Report(true);
+    });
+    connect(m_clear, &QToolButton::clicked, this, [this] {
+        m_draft->Clear();
+        Report(true);
+    });
+    connect(m_record, &QToolButton::toggled, this, &SequenceInspector::Record);
+    connect(m_text, &QLineEdit::returnPressed, this, [this] { Type(false); });
+    connect(m_add, &QPushButton::clicked, this, [this] { Type(false); });
+    connect(m_addEnter, &QPushButton::clicked, this, [this] { Type(true); });
+    connect(m_palette, &KeyPalette::KeyChosen, this, &SequenceInspector::Choose);
+    connect(m_palette, &KeyPalette::HeldChanged, this, [this](int key, bool isHeld) {
+        if (m_draft)
+            m_draft->Hold(static_cast<Byte>(key), isHeld);
+    });
+    ShowTexts();
+    Show({});
+}
+
+void SequenceInspector::MakeParts() {
+    m_title = new QLabel;
+    m_left = new QLabel;
+    m_hint = new QLabel;
+    m_editor = new QWidget;
+    m_chips = new ChipRow;
+    m_back = MakeTool("removeLast", "previous");
+    m_clear = MakeTool("clearKeys", "delete");
+    m_record = MakeTool("record", "record");
+    m_text = new QLineEdit;
+    m_add = MakeButton("addText");
+    m_addEnter = MakeButton("addTextAndEnter");
+    m_fault = new FaultLabel;
+    m_palette = new KeyPalette;
+    m_received = new QLabel;
+    m_warnings = new QLabel;
+
+    QFont font = m_title->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * kTitleScale);
+    m_title->setFont(font);
+    m_title->setTextFormat(Qt::PlainText);
+    m_title->setObjectName(QStringLiteral("keyTitle"));
+    m_left->setObjectName(QStringLiteral("codesLeft"));
+    m_chips->setObjectName(QStringLiteral("keys"));
+    m_text->setObjectName(QStringLiteral("typedText"));
+    m_received->setObjectName(QStringLiteral("received"));
+    m_warnings->setObjectName(QStringLiteral("warnings"));
+    m_record->setCheckable(true);
+    m_record->installEventFilter(this);
+    for (QLabel* label : {m_hint, m_received, m_warnings}) {
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+    }
+    m_fault->setWordWrap(true);
+
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_title, 1);
+    head->addWidget(m_left);
+    auto* tools = new QHBoxLayout;
+    for (QToolButton* tool : {m_back, m_clear, m_record})
+        tools->addWidget(tool);
+    tools->addStretch(1);
+    auto* typed = new QHBoxLayout;
+    typed->addWidget(m_text, 1);
+    typed->addWidget(m_add);
+    typed->addWidget(m_addEnter);
+    auto* editor = new QVBoxLayout(m_editor);
+    editor->setContentsMargins(0, 0, 0, 0);
+    editor->addWidget(m_chips);
+    editor->addLayout(tools);
+    editor->addLayout(typed);
+    editor->addWidget(m_fault);
+    editor->addWidget(m_palette, 1);
+    editor->addWidget(m_received);
+    editor->addWidget(m_warnings);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(head);
+    column->addWidget(m_hint);
+    column->addWidget(m_editor, 1);
+    column->addStretch(0);
+}
+
+void SequenceInspector::Show(const std::optional<Edited>& edited) {
+    const bool isSame = edited && m_edited && m_draft && edited->title == m_edited->title &&
+                        edited->capacity == m_edited->capacity && edited->refusal.isEmpty() &&
+                        edited->codes == m_draft->Codes();
+    m_edited = edited;
+    if (isSame) {
+        ShowDraft();
+        return;
+    }
+    m_draft.reset();
+    m_record->setChecked(false);
+    m_fault->clear();
+    m_text->clear();
+    m_palette->Release();
+    if (edited && edited->refusal.isEmpty() && m_layout != nullptr) {
+        m_draft.emplace(*m_layout, edited->capacity);
+        m_draft->Start(edited->codes);
+    }
+    ShowDraft();
+}
+
+void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
+    m_layout = layout;
+    m_palette->ShowKeys(layout);
+    m_draft.reset(); // it is in the words of the old one
+    Show(std::optional(m_edited));
+}
+
+void SequenceInspector::SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn) {
+    m_remarksOn = std::move(remarksOn);
+    ShowDraft();
+}
+
+void SequenceInspector::ShowDraft() {
+    m_title->setText(m_edited ? m_edited->title : tr("No key selected"));
+    m_hint->setText(!m_edited ? tr("Select a key to see and change what it sends.")
+                              : m_edited->refusal);
+    m_hint->setVisible(!m_draft);
+    m_editor->setVisible(m_draft.has_value());
+    m_left->setVisible(m_draft.has_value());
+    if (!m_draft)
+        return;
+    m_chips->Show(m_draft->Items(), m_draft->Caret());
+    m_left->setText(tr("%n code(s) left", nullptr, static_cast<int>(m_draft->CodesLeft())));
+    m_back->setEnabled(m_draft->Caret() > 0);
+    m_clear->setEnabled(!m_draft->Codes().empty());
+    const Remarks remarks = m_remarksOn ? m_remarksOn(m_draft->Codes()) : Remarks();
+    m_received->setText(remarks.received);
+    m_received->setVisible(!remarks.received.isEmpty());
+    m_warnings->setText(remarks.warnings.join(u'\n'));
+    m_warnings->setVisible(!remarks.warnings.isEmpty());
+}
+
+// Reports the changed draft, or that something did not fit into it.
+void SequenceInspector::Report(bool hasFitted) {
+    m_fault->setText(hasFitted ? QString() : tr("There is no room for more keys."));
+    if (!hasFitted)
+        return;
+    ShowDraft();
+    emit Changed(m_draft->Codes());
+}
+
+void SequenceInspector::Choose(int key) {
+    const bool hasFitted = m_draft->Press(static_cast<Byte>(key));
+    m_palette->Release();
+    Report(hasFitted);
+}
+
+void SequenceInspector::Type(bool withEnter) {
+    std::vector<Byte> codes;
+    try {
+        codes = CodesThatType(m_text->text().toStdString(), *m_layout);
+    } catch (const std::invalid_argument& error) {
+        m_fault->setText(QString::fromUtf8(error.what()));
+        return;
+    }
+    if (withEnter)
+        codes.insert(codes.end(), {kEnter, static_cast<Byte>(kEnter + kRelease)});
+    const bool hasFitted = m_draft->Insert(codes);
+    if (hasFitted)
+        m_text->clear();
+    Report(hasFitted);
+}
+
+void SequenceInspector::Record(bool isOn) {
+    if (isOn)
+        m_record->setFocus();
+    ShowTexts();
+}
+
+bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_record || !m_record->isChecked() || !m_draft)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::FocusOut)
+        m_record->setChecked(false);
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept(); // the key is recorded, whatever it is a shortcut for
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+        return QWidget::eventFilter(watched, event);
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const Byte position = PositionCodeOf(key);
+    if (position == 0 || key.isAutoRepeat())
+        return true;
+    const bool isRelease = event->type() == QEvent::KeyRelease;
+    Report(m_draft->Insert({static_cast<Byte>(position + (isRelease ? kRelease : Integer{0}))}));
+    return true;
+}
+
+void SequenceInspector::ShowTexts() {
+    m_back->setText(tr("Back"));
+    m_back->setToolTip(tr("Remove what is before the caret"));
+    m_clear->setText(tr("Clear"));
+    m_clear->setToolTip(tr("Remove all keys of the sequence"));
+    m_record->setText(m_record->isChecked() ? tr("Stop recording") : tr("Record"));
+    m_record->setToolTip(tr("Record the keys that you press on this PC's keyboard"));
+    m_text->setPlaceholderText(tr("Type text"));
+    m_text->setAccessibleName(tr("Text to type"));
+    m_add->setText(tr("Add"));
+    m_add->setToolTip(tr("Add the keys that type the text"));
+    m_addEnter->setText(tr("Add + Enter"));
+    m_addEnter->setToolTip(tr("Add the keys that type the text, and Enter"));
+    ShowDraft();
+}
+
+void SequenceInspector::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        ShowTexts();
+}
+
+} // namespace qx::views

@@ -1,0 +1,87 @@
+// SequenceInspector: the sequence of the selected key, edited in place: no window, no OK.
+//
+// Every accepted change is reported at once; the owner stores it and shows the key again.
+#pragma once
+
+#include "qxcontrols/keys/SequenceDraft.h"
+
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolButton;
+
+namespace qx::views {
+
+class ChipRow;
+class FaultLabel;
+class KeyPalette;
+
+class SequenceInspector : public QWidget {
+    Q_OBJECT
+public:
+    explicit SequenceInspector(QWidget* parent = nullptr);
+
+    struct Edited {
+        QString title;           // "F2"
+        std::vector<Byte> codes; // 1 to 255 each
+        std::size_t capacity = 0;
+        QString refusal; // why the key cannot be programmed; then nothing can be changed
+    };
+    // Shows this key's sequence, or with nothing that no key is selected. The caret stays where it
+    // is while title and codes are those that are shown already.
+    void Show(const std::optional<Edited>& edited);
+    // The layout may be null; it stays alive, and is shown again after each change.
+    void ShowLayout(const QXKeyboardLayoutData* layout);
+
+    struct Remarks {
+        QString received; // what a PC gets, in words
+        QStringList warnings;
+    };
+    void SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn);
+
+signals:
+    void Changed(const std::vector<qx::Byte>& codes);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override; // keys while recording
+
+private:
+    void MakeParts();
+    void ShowTexts();
+    void ShowDraft();
+    void Report(bool hasFitted);
+    void Type(bool withEnter);
+    void Record(bool isOn);
+    void Choose(int key);
+
+    const QXKeyboardLayoutData* m_layout = nullptr;
+    std::optional<SequenceDraft> m_draft; // while a key is shown that can be programmed
+    std::optional<Edited> m_edited;
+    std::function<Remarks(const std::vector<Byte>&)> m_remarksOn;
+
+    QLabel* m_title;
+    QLabel* m_left;
+    QLabel* m_hint; // instead of the editor
+    QWidget* m_editor;
+    ChipRow* m_chips;
+    QToolButton* m_back;
+    QToolButton* m_clear;
+    QToolButton* m_record;
+    QLineEdit* m_text;
+    QPushButton* m_add;
+    QPushButton* m_addEnter;
+    FaultLabel* m_fault;
+    KeyPalette* m_palette;
+    QLabel* m_received;
+    QLabel* m_warnings;
+};
+
+} // namespace qx::views

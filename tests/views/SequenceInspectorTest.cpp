@@ -1,0 +1,135 @@
+#include "views/SequenceInspector.h"
+
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/SequenceText.h"
+#include "views/ChipRow.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace qx::views {
+
+namespace {
+
+class SequenceInspectorTest : public testing::Test {
+protected:
+    SequenceInspectorTest() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        EXPECT_TRUE(layout.OpenLayoutByName("us.qxl"));
+        inspector.ShowLayout(&layout);
+        QObject::connect(&inspector, &SequenceInspector::Changed,
+                         [this](const std::vector<Byte>& codes) {
+                             stored = SequenceToText(codes, layout);
+                             ++changes;
+                             Show(codes); // as its owner does
+                         });
+        Show({});
+        inspector.resize(360, 600);
+        inspector.show();
+    }
+    void Show(const std::vector<Byte>& codes, const QString& title = QStringLiteral("F2")) {
+        inspector.Show(SequenceInspector::Edited{title, codes, 12, {}});
+    }
+    template <typename Widget>
+    Widget* Part(const char* name) {
+        auto* part = inspector.findChild<Widget*>(QString::fromLatin1(name));
+        EXPECT_NE(part, nullptr) << name;
+        return part;
+    }
+    void Click(const char* name) { QTest::mouseClick(Part<QAbstractButton>(name), Qt::LeftButton); }
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(Part<ChipRow>("keys"), static_cast<Qt::Key>(key), modifiers);
+    }
+
+    QXKeyboardLayoutData layout;
+    SequenceInspector inspector;
+    std::string stored;
+    int changes = 0;
+};
+
+} // namespace
+
+TEST_F(SequenceInspectorTest, KeysAndChordsAreClicked) {
+    Click("key_48");
+    EXPECT_EQ(stored, "C ^C");
+    Click("hold_58");
+    Click("key_48");
+    Click("key_31");
+    EXPECT_EQ(stored, "C ^C Ctrl C ^C ^Ctrl A ^A") << "Ctrl is held for one key";
+    EXPECT_EQ(Part<QLabel>("codesLeft")->text().toStdString(), "4 code(s) left");
+    Click("hold_44");
+    Click("hold_58");
+    Click("key_31");
+    EXPECT_EQ(changes, 3) << "six codes do not fit, and nothing has changed";
+    Show({}, QStringLiteral("F3"));
+    Click("key_48");
+    EXPECT_EQ(stored, "C ^C") << "another key starts anew, without Shift";
+}
+
+TEST_F(SequenceInspectorTest, TextIsTyped) {
+    QTest::keyClicks(Part<QLineEdit>("typedText"), "10");
+    Click("addTextAndEnter");
+    EXPECT_EQ(stored, "1 ^1 0 ^0 Enter ^Enter");
+    EXPECT_TRUE(Part<QLineEdit>("typedText")->text().isEmpty());
+    Press(Qt::Key_Home);
+    Part<QLineEdit>("typedText")->setText(QStringLiteral("A"));
+    QTest::keyClick(Part<QLineEdit>("typedText"), Qt::Key_Return);
+    EXPECT_EQ(stored, "Shift A ^A ^Shift 1 ^1 0 ^0 Enter ^Enter") << "at the caret";
+    Part<QLineEdit>("typedText")->setText(QStringLiteral("\u20ac"));
+    Click("addText");
+    EXPECT_EQ(Part<QLineEdit>("typedText")->text(), QStringLiteral("\u20ac")) << "nothing is lost";
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(SequenceInspectorTest, ItemsAreMovedAndRemovedByTheKeyboard) {
+    Show(ParseSequenceText("Ctrl C ^C ^Ctrl 1 ^1 0 ^0 Enter ^Enter", layout));
+    Press(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl Enter ^Enter 1 ^1 0 ^0");
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl 1 ^1 0 ^0") << "the caret went with it";
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl");
+    Click("removeLast");
+    EXPECT_EQ(stored, "");
+    EXPECT_FALSE(Part<QToolButton>("removeLast")->isEnabled());
+}
+
+TEST_F(SequenceInspectorTest, KeysOfThePcAreRecordedByTheirPlaces) {
+    Click("record");
+    const auto send = [this](QEvent::Type type, int key, quint32 scanCode, bool repeats = false) {
+        QKeyEvent event(type, key, Qt::NoModifier, scanCode, 0, 0, QString(), repeats);
+        QApplication::sendEvent(Part<QToolButton>("record"), &event);
+    };
+#ifdef Q_OS_WIN
+    constexpr quint32 kOffset = 0, kDelete = 0x153;
+#else
+    constexpr quint32 kOffset = 8, kDelete = 111 + 8;
+#endif
+    send(QEvent::KeyPress, Qt::Key_Control, 29 + kOffset);
+    send(QEvent::KeyPress, Qt::Key_Control, 29 + kOffset, true);
+    send(QEvent::KeyPress, Qt::Key_Delete, kDelete);
+    send(QEvent::KeyRelease, Qt::Key_Delete, kDelete);
+    send(QEvent::KeyRelease, Qt::Key_Control, 29 + kOffset);
+    send(QEvent::KeyPress, Qt::Key_VolumeUp, 115 + 100 + kOffset);
+    EXPECT_EQ(stored, "Ctrl Del ^Del ^Ctrl");
+    Click("record");
+    send(QEvent::KeyPress, Qt::Key_Delete, kDelete);
+    EXPECT_EQ(changes, 4);
+}
+
+TEST_F(SequenceInspectorTest, AKeyThatCannotBeProgrammedShowsWhy) {
+    inspector.Show(SequenceInspector::Edited{"A", {}, 12, "This key cannot be programmed."});
+    EXPECT_FALSE(Part<ChipRow>("keys")->isVisible());
+    inspector.Show({});
+    EXPECT_FALSE(Part<ChipRow>("keys")->isVisible());
+    Show({31, 159});
+    EXPECT_TRUE(Part<ChipRow>("keys")->isVisible());
+}
+
+} // namespace qx::views
