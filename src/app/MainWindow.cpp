@@ -225,7 +225,7 @@ void MainWindow::MakePages() {
     for (const auto& section : m_workbench.Configuration().Sections()) {
         const std::string key(section->Info().key);
         m_pages->Add(ToQt(key), SectionTitle(key),
-                     [this, key] { return new ModulePage(m_workbench, key); });
+                     [this, key] { return new ModulePage(m_workbench, m_edits, key); });
     }
     m_pages->Add(kFiles, tr("Keyboard files"), [this] {
         auto* files = new FilesPage(m_workbench);

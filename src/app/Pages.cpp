@@ -1,8 +1,10 @@
 #include "app/Pages.h"
 
+#include "app/InPlaceEditor.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
 #include <QLabel>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace qx::app {
@@ -22,9 +24,20 @@ QLabel* Heading(const QString& title) {
 
 } // namespace
 
-ModulePage::ModulePage(Workbench& workbench, std::string sectionKey, QWidget* parent)
+ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, std::string sectionKey,
+                       QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_sectionKey(std::move(sectionKey)),
       m_state(new QLabel), m_view(workbench.Faces().Of(m_sectionKey).MakeView()) {
+    if (workbench.Faces().Of(m_sectionKey).IsEditedInPlace()) {
+        auto* inspector = new views::SequenceInspector;
+        auto* both = new QSplitter;
+        both->addWidget(m_view);
+        both->addWidget(inspector);
+        both->setStretchFactor(0, 1);
+        both->setChildrenCollapsible(false);
+        m_view = both;
+        m_editor = std::make_unique<InPlaceEditor>(workbench, edits, m_sectionKey, *inspector);
+    }
     m_state->setWordWrap(true);
     m_state->setForegroundRole(QPalette::PlaceholderText);
     auto* column = new QVBoxLayout(this);
@@ -35,6 +48,8 @@ ModulePage::ModulePage(Workbench& workbench, std::string sectionKey, QWidget* pa
     connect(&workbench, &Workbench::DocumentChanged, this, &ModulePage::ShowState);
     ShowState();
 }
+
+ModulePage::~ModulePage() = default;
 
 void ModulePage::ShowState() {
     const host::Section& section = *m_workbench.Configuration().Find(m_sectionKey);

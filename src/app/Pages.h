@@ -4,6 +4,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@ class QPushButton;
 
 namespace qx::app {
 
+class EditRequests;
+class InPlaceEditor;
 class Workbench;
 
 // A module's page: its title, a line about what it lacks, and the view of its control.
@@ -19,7 +22,9 @@ class ModulePage : public QWidget {
     Q_OBJECT
 public:
     // Of the section with this key.
-    ModulePage(Workbench& workbench, std::string sectionKey, QWidget* parent = nullptr);
+    ModulePage(Workbench& workbench, EditRequests& edits, std::string sectionKey,
+               QWidget* parent = nullptr);
+    ~ModulePage() override;
 
 private:
     void ShowState();
@@ -28,6 +33,7 @@ private:
     std::string m_sectionKey;
     QLabel* m_state;
     QWidget* m_view;
+    std::unique_ptr<InPlaceEditor> m_editor; // where sequences are edited in place
 };
 
 // Any other page with a title.

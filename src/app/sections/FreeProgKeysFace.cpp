@@ -33,11 +33,29 @@ public:
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXFreeProgKeysView(Control()); }
 
+    [[nodiscard]] bool IsEditedInPlace() const override { return true; }
+    [[nodiscard]] std::optional<SelectedSequence> Selected() override {
+        const Integer key = Control().CurrentKey();
+        if (key == QXFreeProgKeys::kNoKey)
+            return {};
+        const QXKeyboardLayoutData* layout = Control().LayoutSource();
+        QString refusal;
+        if (layout == nullptr || layout->KeySupport(key) != KEYMODE_PROG)
+            refusal = tr("This key cannot be programmed.");
+        else if (!HasPlace(key))
+            refusal = tr("This module has no place for this key in the keyboard.");
+        return SelectedSequence{"keys[" + std::to_string(key) + "]/sequence",
+                                &Control().Sequences().Key(key), kFreeProgKeySlotSize, refusal};
+    }
+    void EditSelected() override { Control().cmdEdit_Click(0); }
+
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().EditSequence,
                  [this, &edits](Integer nPosCode, const std::string& sCurrSeq, bool& fCancel,
                                 std::string& sNewSeq) {
-                     fCancel = !HasPlace(nPosCode, edits) ||
+                     if (!HasPlace(nPosCode))
+                         edits.Tell(tr("This module has no place for this key in the keyboard."));
+                     fCancel = !HasPlace(nPosCode) ||
                                !edits.Edit(nPosCode, sCurrSeq, sNewSeq, kFreeProgKeySlotSize);
                  });
         edits.On(Control().KeyNoEditable, [&edits](Integer nPositionCode) {
@@ -68,12 +86,9 @@ public:
     }
 
 private:
-    [[nodiscard]] bool HasPlace(Integer nPosCode, EditRequests& edits) {
+    [[nodiscard]] bool HasPlace(Integer nPosCode) {
         const auto stored = StoredFreeProgKeys(Control().Sequences(), Control().ConfigID());
-        const bool isThere = std::find(stored.begin(), stored.end(), nPosCode) != stored.end();
-        if (!isThere)
-            edits.Tell(tr("This module has no place for this key in the keyboard."));
-        return isThere;
+        return std::find(stored.begin(), stored.end(), nPosCode) != stored.end();
     }
 };
 

@@ -7,12 +7,15 @@
 #include "app/Places.h"
 #include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/device/ModuleControl.h"
+#include "qxcontrols/keys/KeySequence.h"
 
 #include <QCoreApplication>
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 class QWidget;
@@ -28,6 +31,14 @@ namespace qx::app {
 
 class EditRequests;
 
+// The sequence that is selected on a page, and can be edited in place.
+struct SelectedSequence {
+    std::string place; // of the setting, below its section: "keys[12]/sequence"
+    const KeySequence* sequence;
+    Long capacity;   // in codes
+    QString refusal; // why it cannot be edited; empty where it can
+};
+
 // The faces of one configuration's sections; each stays alive no longer than its control.
 class SectionFace {
 public:
@@ -39,6 +50,11 @@ public:
     // Gives the control its texts in the present language.
     virtual void Translate() = 0;
     [[nodiscard]] virtual QWidget* MakeView() = 0;
+    // Whether sequences of the section are edited beside the view. Selected gives the one to edit,
+    // and EditSelected has the control ask for the edit, as its button does.
+    [[nodiscard]] virtual bool IsEditedInPlace() const { return false; }
+    [[nodiscard]] virtual std::optional<SelectedSequence> Selected() { return {}; }
+    virtual void EditSelected() {}
     // Answers the control whenever it asks for an edit or a removal.
     virtual void AnswerWith(EditRequests& /*edits*/) {}
     // Has the control show the part of it where the setting is: the page, track, layer or key.
