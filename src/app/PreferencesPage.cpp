@@ -5,6 +5,7 @@
 #include "app/PreferenceTab.h"
 #include "app/StartWizard.h"
 #include "app/VersionBox.h"
+#include "host/ColourSet.h"
 #include "setup/LayoutSource.h"
 #include "views/PlainText.h"
 
@@ -37,6 +38,18 @@ constexpr int kPosBlocks = 10;
 QString NameOf(Preference preference) {
     const std::string_view name = InfoOf(preference).property;
     return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+QString NameOf(host::ColourSetId id) {
+    switch (id) {
+    case host::ColourSetId::Light:
+        return PreferencesPage::tr("Light");
+    case host::ColourSetId::Dark:
+        return PreferencesPage::tr("Dark");
+    case host::ColourSetId::Classic:
+        return PreferencesPage::tr("Classic");
+    }
+    return {};
 }
 
 Preference PosBlock(int block) {
@@ -131,6 +144,7 @@ QWidget* PreferencesPage::MakeKeyDisplayTab() {
     QFormLayout* text = tab.AddGroup(tr("Captions"));
     AddNumber(*text, Preference::KeyFontSize, tr("&Font size:"), 4, 24, tr(" pt"));
     QFormLayout* colours = tab.AddGroup(tr("Colours"));
+    AddColourSet(*colours);
     AddColour(*colours, Preference::ColorProg, tr("&Programmed keys:"));
     AddColour(*colours, Preference::ColorEmpty, tr("E&mpty keys:"));
     AddColour(*colours, Preference::ColorCurr, tr("The &current key:"));
@@ -251,6 +265,27 @@ void PreferencesPage::AddColour(QFormLayout& form, Preference preference, const 
             [this, preference](Long lColor) { Set(preference, lColor); });
     form.addRow(label, button);
     NoteLabel(preference, label);
+}
+
+void PreferencesPage::AddColourSet(QFormLayout& form) {
+    auto* box = new QComboBox;
+    box->setObjectName(QStringLiteral("colourSet"));
+    for (const host::ColourSetId id : host::kColourSets)
+        box->addItem(NameOf(id), static_cast<int>(id));
+    m_shows.emplace_back([this, box] {
+        const auto used = host::ColoursInUse(m_settings);
+        if (!used && box->findData(-1) == -1)
+            box->addItem(tr("Your own"), -1);
+        box->setCurrentIndex(box->findData(used ? static_cast<int>(*used) : -1));
+    });
+    connect(box, &QComboBox::activated, this, [this, box] {
+        if (const int id = box->currentData().toInt(); id != -1) {
+            host::UseColours(m_settings, static_cast<host::ColourSetId>(id));
+            ShowAll();
+            emit Changed();
+        }
+    });
+    form.addRow(tr("Colour &set:"), box);
 }
 
 void PreferencesPage::AddCodePage(QFormLayout& form) {

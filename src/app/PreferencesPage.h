@@ -64,6 +64,7 @@ private:
     void AddNumber(QFormLayout& form, Preference preference, const QString& label, int least,
                    int greatest, const QString& unit = {}, QSpinBox* box = nullptr);
     void AddColour(QFormLayout& form, Preference preference, const QString& label);
+    void AddColourSet(QFormLayout& form);
     void AddCodePage(QFormLayout& form);
     void AddLastDocument(QFormLayout& form);
 

@@ -35,6 +35,10 @@ Workbench::Workbench(const Platform& platform, Options options)
     : m_platform(platform), m_options(std::move(options)), m_store(m_options.settings),
       m_preferences(m_store, platform) {
     m_preferences.Load();
+    if (m_store.IsNew() && m_options.firstColours) {
+        host::UseColours(m_preferences, *m_options.firstColours);
+        SavePreferences();
+    }
     try {
         OpenLayout();
     } catch (const host::Error&) { // reported when a keyboard is connected

@@ -7,6 +7,7 @@
 
 #include "app/StartStages.h"
 #include "app/sections/SectionFaces.h"
+#include "host/ColourSet.h"
 #include "host/History.h"
 #include "host/KeyboardFiles.h"
 #include "host/Session.h"
@@ -36,6 +37,8 @@ public:
         std::string layout;             // empty: the keyboard's own, else the preferred one
         std::filesystem::path settings; // empty: the user's own
         std::filesystem::path records;  // of writes; empty: the user's own
+        // The colours of the keys for a user who has no preferences yet.
+        std::optional<host::ColourSetId> firstColours = {};
     };
 
     Workbench(const Platform& platform, Options options);

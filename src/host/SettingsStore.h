@@ -28,6 +28,8 @@ public:
 
     // The file or registry key that holds the values, for messages.
     [[nodiscard]] std::string Location() const;
+    // Whether nothing has been stored yet.
+    [[nodiscard]] bool IsNew() const { return m_known.empty() && !IsDamaged(); }
     // Whether the file is no INI file. It stays as it is while values are read, and all of them are
     // the defaults.
     [[nodiscard]] bool IsDamaged() const;
