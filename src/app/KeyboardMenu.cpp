@@ -2,11 +2,11 @@
 
 #include "app/Failure.h"
 #include "app/Paths.h"
+#include "views/LineIcon.h"
 
 #include <QAction>
 #include <QFileDialog>
 #include <QMenu>
-#include <QStyle>
 #include <QWidget>
 
 namespace qx::app {
@@ -18,11 +18,10 @@ KeyboardMenu::KeyboardMenu(Workbench& workbench, Transfers& transfers, QWidget* 
 }
 
 void KeyboardMenu::Fill(QMenu& menu) {
-    const QStyle& style = *m_window->style();
-    m_read = menu.addAction(style.standardIcon(QStyle::SP_ArrowUp), tr("&Read from keyboard"),
+    m_read = menu.addAction(views::LineIcon(QStringLiteral("read")), tr("&Read from keyboard"),
                             QKeySequence(Qt::CTRL | Qt::Key_R), &m_transfers, &Transfers::Read);
     m_read->setToolTip(tr("Keyboard to document: read all settings (Ctrl+R)"));
-    m_write = menu.addAction(style.standardIcon(QStyle::SP_ArrowDown), tr("&Write to keyboard"),
+    m_write = menu.addAction(views::LineIcon(QStringLiteral("write")), tr("&Write to keyboard"),
                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), &m_transfers,
                              &Transfers::Write);
     m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));

@@ -15,7 +15,9 @@
 #include "app/TestDrivePage.h"
 #include "app/WindowPlace.h"
 #include "app/WorkBar.h"
+#include "app/sections/SectionFace.h"
 #include "views/Bindings.h"
+#include "views/LineIcon.h"
 #include "views/PlainText.h"
 
 #include <QAction>
@@ -23,7 +25,6 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -155,10 +156,10 @@ void MainWindow::MakeActions() {
     document->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    m_undo = edit->addAction(style()->standardIcon(QStyle::SP_ArrowBack), tr("&Undo"),
+    m_undo = edit->addAction(views::LineIcon(QStringLiteral("undo")), tr("&Undo"),
                              QKeySequence(Qt::CTRL | Qt::Key_Z), this, &MainWindow::Undo);
     m_redo =
-        edit->addAction(style()->standardIcon(QStyle::SP_ArrowForward), tr("&Redo"),
+        edit->addAction(views::LineIcon(QStringLiteral("redo")), tr("&Redo"),
                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this, &MainWindow::Redo);
     edit->addSeparator();
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), m_find, [this] {
@@ -198,8 +199,8 @@ void MainWindow::MakeToolBar() {
     bar->addAction(m_keyboards->ReadAction());
     bar->addAction(m_keyboards->WriteAction());
     bar->addSeparator();
-    m_documents->OpenAction()->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
-    m_documents->SaveAction()->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
+    m_documents->OpenAction()->setIcon(views::LineIcon(QStringLiteral("open")));
+    m_documents->SaveAction()->setIcon(views::LineIcon(QStringLiteral("save")));
     bar->addAction(m_documents->OpenAction());
     bar->addAction(m_documents->SaveAction());
     bar->addSeparator();
@@ -221,28 +222,35 @@ void MainWindow::MakePages() {
     m_pages = new PageBook(m_find, notices);
     connect(m_pages, &PageBook::Shown, this, [this] { m_notice->ClearOld(); });
 
-    m_pages->Add(kOverview, tr("Overview"), [this] { return MakeOverview(); });
+    const auto icon = [](const char* name) { return views::LineIcon(QString::fromLatin1(name)); };
+    auto group = PageGroup::Device;
+    m_pages->AddHeading(TitleOf(group));
+    m_pages->Add(kOverview, tr("Overview"), icon("keyboard"), [this] { return MakeOverview(); });
     for (const auto& section : m_workbench.Configuration().Sections()) {
         const std::string key(section->Info().key);
-        m_pages->Add(ToQt(key), SectionTitle(key),
+        if (std::exchange(group, GroupOf(key)) != group)
+            m_pages->AddHeading(TitleOf(group));
+        m_pages->Add(ToQt(key), SectionTitle(key), SectionIcon(key),
                      [this, key] { return new ModulePage(m_workbench, m_edits, key); });
     }
-    m_pages->Add(kFiles, tr("Keyboard files"), [this] {
+    m_pages->AddHeading(TitleOf(PageGroup::Tools));
+    m_pages->Add(kFiles, tr("Keyboard files"), icon("files"), [this] {
         auto* files = new FilesPage(m_workbench);
         connect(files, &FilesPage::Told, this, &MainWindow::TellDone);
         connect(files, &FilesPage::Failed, this, &MainWindow::Warn);
         return TitledPage(tr("Keyboard files"), files);
     });
-    m_pages->Add(kBackups, tr("Backups"), [this] {
+    m_pages->Add(kBackups, tr("Backups"), icon("backups"), [this] {
         auto* backups = new BackupsPage(m_workbench);
         connect(backups, &BackupsPage::RestoreRequested, m_transfers, &Transfers::Restore);
         connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::OpenCopy);
         connect(backups, &BackupsPage::Failed, this, &MainWindow::Warn);
         return TitledPage(tr("Backups"), backups);
     });
-    m_pages->Add(kTestDrive, tr("Test"),
+    m_pages->Add(kTestDrive, tr("Test"), icon("test"),
                  [this] { return TitledPage(tr("Test"), new TestDrivePage(m_workbench)); });
-    m_pages->Add(kPreferences, tr("Preferences"), [this] { return MakePreferences(); });
+    m_pages->Add(kPreferences, tr("Preferences"), icon("preferences"),
+                 [this] { return MakePreferences(); });
     setCentralWidget(m_pages);
     if (isVisible())
         m_pages->show(); // in a window that is shown already, nothing else does it

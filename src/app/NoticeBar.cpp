@@ -1,5 +1,7 @@
 #include "app/NoticeBar.h"
 
+#include "views/LineIcon.h"
+
 #include <QAccessible>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -13,16 +15,16 @@ namespace qx::app {
 
 namespace {
 
-QStyle::StandardPixmap IconOf(NoticeBar::Kind kind) {
+const char* IconOf(NoticeBar::Kind kind) {
     switch (kind) {
     case NoticeBar::Kind::Information:
-        return QStyle::SP_MessageBoxInformation;
+        return "information";
     case NoticeBar::Kind::Success:
-        return QStyle::SP_DialogApplyButton;
+        return "done";
     case NoticeBar::Kind::Warning:
-        return QStyle::SP_MessageBoxWarning;
+        return "warning";
     }
-    return QStyle::SP_MessageBoxInformation;
+    return "";
 }
 
 } // namespace
@@ -37,7 +39,7 @@ NoticeBar::NoticeBar(const QString& textName, QWidget* parent)
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_close->setAutoRaise(true);
-    m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    m_close->setIcon(views::LineIcon(QStringLiteral("close")));
     NameButton();
     connect(m_close, &QToolButton::clicked, this, &QWidget::hide);
     auto* row = new QHBoxLayout(this);
@@ -53,7 +55,8 @@ void NoticeBar::Tell(Kind kind, const QString& text) {
     m_kind = isAdded ? std::max(m_kind, kind) : kind;
     m_isOld = false;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    m_icon->setPixmap(style()->standardIcon(IconOf(m_kind)).pixmap(size, size));
+    m_icon->setPixmap(views::LineIcon(QString::fromLatin1(IconOf(m_kind)))
+                          .pixmap(QSize(size, size), devicePixelRatioF()));
     if (!isAdded)
         m_text->setText(text);
     else if (!before.contains(text))

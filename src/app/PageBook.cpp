@@ -16,6 +16,8 @@ namespace {
 constexpr int kIdRole = Qt::UserRole;
 constexpr int kPresentRole = Qt::UserRole + 1;
 constexpr int kListMargin = 24; // pixels beside the titles
+constexpr int kIconSize = 20;
+constexpr double kHeadingScale = 0.85;
 
 } // namespace
 
@@ -24,6 +26,7 @@ PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
       m_stack(new QStackedWidget) {
     m_list->setObjectName(QStringLiteral("pages"));
     m_list->setAccessibleName(tr("Pages"));
+    m_list->setIconSize({kIconSize, kIconSize});
     m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
         if (row < 0)
@@ -42,12 +45,27 @@ PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
     row->addLayout(right, 1);
 }
 
-void PageBook::Add(const QString& id, const QString& title, std::function<QWidget*()> make) {
-    auto* item = new QListWidgetItem(title, m_list);
+void PageBook::Add(const QString& id, const QString& title, const QIcon& icon,
+                   std::function<QWidget*()> make) {
+    auto* item = new QListWidgetItem(icon, title, m_list);
     item->setData(kIdRole, id);
     item->setData(kPresentRole, true);
     item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 10));
     m_leaves.push_back({std::move(make), nullptr});
+}
+
+void PageBook::AddHeading(const QString& title) {
+    auto* item = new QListWidgetItem(title, m_list);
+    item->setFlags(Qt::NoItemFlags);
+    item->setData(Qt::AccessibleTextRole, title);
+    QFont font = m_list->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * kHeadingScale);
+    item->setFont(font);
+    item->setForeground(palette().brush(QPalette::Active, QPalette::PlaceholderText));
+    item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 14));
+    item->setTextAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    m_leaves.push_back({{}, nullptr});
 }
 
 void PageBook::SetTitle(const QString& id, const QString& title, bool isPresent) {
@@ -64,7 +82,7 @@ void PageBook::FitList() {
     int width = m_aboveList->sizeHint().width();
     for (int row = 0; row < m_list->count(); ++row)
         width = std::max(width, m_list->fontMetrics().horizontalAdvance(m_list->item(row)->text()) +
-                                    2 * m_list->frameWidth() + kListMargin);
+                                    kIconSize + 2 * m_list->frameWidth() + kListMargin);
     m_list->setFixedWidth(width);
     m_aboveList->setFixedWidth(width);
 }
@@ -73,8 +91,8 @@ std::vector<PageBook::Listed> PageBook::Pages() const {
     std::vector<Listed> pages;
     for (int row = 0; row < m_list->count(); ++row) {
         const QListWidgetItem* item = m_list->item(row);
-        pages.push_back(
-            {item->data(kIdRole).toString(), item->text(), item->data(kPresentRole).toBool()});
+        if (const QString id = item->data(kIdRole).toString(); !id.isEmpty())
+            pages.push_back({id, item->text(), item->data(kPresentRole).toBool()});
     }
     return pages;
 }

@@ -3,6 +3,7 @@
 // A page is made when it is first shown. Pages that are larger than the window scroll.
 #pragma once
 
+#include <QIcon>
 #include <QWidget>
 
 #include <functional>
@@ -20,7 +21,10 @@ public:
     // Above the list stands one widget, and another above the pages.
     PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent = nullptr);
 
-    void Add(const QString& id, const QString& title, std::function<QWidget*()> make);
+    void Add(const QString& id, const QString& title, const QIcon& icon,
+             std::function<QWidget*()> make);
+    // A line above the pages that are added next.
+    void AddHeading(const QString& title);
     // Names the page in the list, dimmed where the keyboard has nothing for it.
     void SetTitle(const QString& id, const QString& title, bool isPresent);
     // Makes the list as wide as its titles.

@@ -1,6 +1,7 @@
 #include "app/SettingWords.h"
 
 #include "app/sections/Entries.h"
+#include "views/LineIcon.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -58,6 +59,30 @@ const QString kStep = QStringLiteral(" › ");
 QString SectionTitle(std::string_view sectionKey) {
     const SectionEntry* entry = EntryOf(sectionKey);
     return entry == nullptr ? QString() : Translated(entry->title);
+}
+
+PageGroup GroupOf(std::string_view sectionKey) {
+    const SectionEntry* entry = EntryOf(sectionKey);
+    return entry == nullptr ? PageGroup::Tools : entry->group;
+}
+
+QString TitleOf(PageGroup group) {
+    switch (group) {
+    case PageGroup::Device:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "Device"));
+    case PageGroup::Readers:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "Readers"));
+    case PageGroup::Keys:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "Programmable keys"));
+    case PageGroup::Tools:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "Tools"));
+    }
+    return {};
+}
+
+QIcon SectionIcon(std::string_view sectionKey) {
+    const SectionEntry* entry = EntryOf(sectionKey);
+    return entry == nullptr ? QIcon() : views::LineIcon(QString::fromLatin1(entry->icon));
 }
 
 QString WordOf(const SectionEntry& section, std::string_view key) {

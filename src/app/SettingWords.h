@@ -3,16 +3,23 @@
 
 #include "host/SettingName.h"
 
+#include <QIcon>
 #include <QString>
 
 #include <string_view>
 
 namespace qx::app {
 
+enum class PageGroup;
 struct SectionEntry;
 
 // The name of a section: "Magnetic card reader"; empty for an unknown key.
 [[nodiscard]] QString SectionTitle(std::string_view sectionKey);
+// The group of pages that it belongs to; Tools for an unknown key.
+[[nodiscard]] PageGroup GroupOf(std::string_view sectionKey);
+[[nodiscard]] QString TitleOf(PageGroup group);
+// Its icon; none for an unknown key.
+[[nodiscard]] QIcon SectionIcon(std::string_view sectionKey);
 // The section's word for a member of its document, as its page has it.
 [[nodiscard]] QString WordOf(const SectionEntry& section, std::string_view key);
 // Of the switch that every page with sequences has.

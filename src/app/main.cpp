@@ -38,6 +38,13 @@ StartChoice ChoiceOf(const QString& option, qx::app::Workbench& workbench) {
     return static_cast<StartChoice>(preferences.GetShowStartupAction());
 }
 
+// Fitting the system's windows.
+qx::host::ColourSetId ColoursOfSystem() {
+    return QApplication::palette().color(QPalette::Window).lightness() < 128
+               ? qx::host::ColourSetId::Dark
+               : qx::host::ColourSetId::Light;
+}
+
 void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoice choice) {
     const bool isOpened = choice == StartChoice::LastDocument && window.Documents().OpenLast();
     if (isOpened)
@@ -87,7 +94,8 @@ int main(int argc, char** argv) {
                                       ToPath(parser.value(layouts)),
                                       parser.value(layout).toStdString(),
                                       ToPath(parser.value(settings)),
-                                      {}});
+                                      {},
+                                      ColoursOfSystem()});
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
         // Clicks in the sequence editor can press the simulated keyboard's keys.
         QObject::connect(&workbench, &qx::app::Workbench::KeyboardChanged, &window, [&] {

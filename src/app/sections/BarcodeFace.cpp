@@ -123,7 +123,10 @@ private:
 } // namespace
 
 constinit const SectionEntry kBarcode = {"barcode",
+                                         PageGroup::Readers,
                                          QT_TRANSLATE_NOOP("SettingWords", "Barcode reader"),
-                                         kWords, MakeFace<BarcodeFace, QXBarcode>};
+                                         "barcode",
+                                         kWords,
+                                         MakeFace<BarcodeFace, QXBarcode>};
 
 } // namespace qx::app

@@ -26,8 +26,11 @@ public:
 
 } // namespace
 
-constinit const SectionEntry kCommonKeyboard = {
-    "commonKeyboard", QT_TRANSLATE_NOOP("SettingWords", "Keyboard"), kWords,
-    MakeFace<CommonKeyboardFace, QXCommonKeyboard>};
+constinit const SectionEntry kCommonKeyboard = {"commonKeyboard",
+                                                PageGroup::Device,
+                                                QT_TRANSLATE_NOOP("SettingWords", "Keyboard"),
+                                                "common",
+                                                kWords,
+                                                MakeFace<CommonKeyboardFace, QXCommonKeyboard>};
 
 } // namespace qx::app

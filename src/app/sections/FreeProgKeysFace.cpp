@@ -97,12 +97,16 @@ constexpr auto kMake = MakeFace<FreeProgKeysFace, QXFreeProgKeys>;
 } // namespace
 
 constinit const SectionEntry kFreeProgKeys = {
-    "freeProgKeys", QT_TRANSLATE_NOOP("SettingWords", "Free keys"), kWords, kMake};
+    "freeProgKeys", PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Free keys"),
+    "free-keys",    kWords,          kMake};
 constinit const SectionEntry kFuncKeys4610 = {
-    "funcKeys4610", QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"), kWords, kMake};
+    "funcKeys4610",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"),
+    "function-keys", kWords,          kMake};
 constinit const SectionEntry kFuncKeys4620 = {
-    "funcKeys4620", QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"), kWords, kMake};
+    "funcKeys4620",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"),
+    "function-keys", kWords,          kMake};
 constinit const SectionEntry kFuncKeys4630 = {
-    "funcKeys4630", QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"), kWords, kMake};
+    "funcKeys4630",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"),
+    "function-keys", kWords,          kMake};
 
 } // namespace qx::app

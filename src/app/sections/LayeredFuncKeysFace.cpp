@@ -106,7 +106,7 @@ private:
 } // namespace
 
 constinit const SectionEntry kLayeredFuncKeys = {
-    "layeredFuncKeys", QT_TRANSLATE_NOOP("SettingWords", "Layered function keys"), kWords,
-    MakeFace<LayeredFuncKeysFace, QXLayeredFuncKeys>};
+    "layeredFuncKeys", PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Layered function keys"),
+    "layers",          kWords,          MakeFace<LayeredFuncKeysFace, QXLayeredFuncKeys>};
 
 } // namespace qx::app

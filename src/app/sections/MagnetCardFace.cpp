@@ -140,7 +140,11 @@ private:
 } // namespace
 
 constinit const SectionEntry kMagnetCard = {
-    "magnetCard", QT_TRANSLATE_NOOP("SettingWords", "Magnetic card reader"), kWords,
+    "magnetCard",
+    PageGroup::Readers,
+    QT_TRANSLATE_NOOP("SettingWords", "Magnetic card reader"),
+    "magnet-card",
+    kWords,
     MakeFace<MagnetCardFace, QXMagnetCard>};
 
 } // namespace qx::app

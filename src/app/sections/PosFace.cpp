@@ -46,7 +46,8 @@ public:
 
 } // namespace
 
-constinit const SectionEntry kPos = {"pos", QT_TRANSLATE_NOOP("SettingWords", "POS keys"), kWords,
-                                     MakeFace<PosFace, QXPos>};
+constinit const SectionEntry kPos = {
+    "pos", PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "POS keys"),
+    "pos", kWords,          MakeFace<PosFace, QXPos>};
 
 } // namespace qx::app

@@ -73,9 +73,14 @@ struct SettingWord {
     const char* text; // in the translations' context SettingWords
 };
 
+// The parts of the list of pages.
+enum class PageGroup { Device, Readers, Keys, Tools };
+
 struct SectionEntry {
     std::string_view key;
+    PageGroup group;
     const char* title; // in the same context
+    const char* icon;  // see LineIcon
     std::span<const SettingWord> words;
     std::unique_ptr<SectionFace> (*makeFace)(ModuleControl& control);
 };
