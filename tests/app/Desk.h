@@ -113,7 +113,7 @@ public:
     }
     void AwaitTitle(const QString& firstPage) {
         EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return Find<QListWidget>("pages")->item(0)->text() == firstPage; }));
+            [&] { return Find<QListWidget>("pages")->item(1)->text() == firstPage; }));
     }
     // Does this when a write begins this step.
     void AtStep(host::Step wanted, const std::function<void()>& act) {

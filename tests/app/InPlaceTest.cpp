@@ -1,0 +1,57 @@
+// Keys edited beside the keyboard: by the pointer, each change reaching the keyboard's memory.
+#include "Desk.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "views/ChipRow.h"
+
+#include <QLineEdit>
+
+namespace qx::test {
+namespace {
+
+// "1F" is the press of A, "9F" its release; 3A and BA those of Ctrl.
+TEST(InPlace, AKeyIsEditedWithoutAWindow) {
+    Desk desk;
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Key 75 (Ins)");
+    desk.Click("key_31");
+    desk.Click("hold_58");
+    desk.Click("key_31");
+    QTest::keyClicks(desk.Find<QLineEdit>("typedText"), "10");
+    desk.Click("addTextAndEnter");
+    EXPECT_EQ(desk.Write().size(), 1);
+    EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 13),
+              Bytes("1F 9F 3A 1F 9F BA 02 82 0B 8B 2B AB 00"));
+
+    // Each change is one step.
+    for (const char* before : {"A ^A Ctrl A ^A ^Ctrl", "A ^A", ""}) {
+        desk.window->Undo();
+        EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").lblCurrSeq.Caption, before);
+    }
+    EXPECT_FALSE(desk.workbench.History().CanUndo());
+    EXPECT_FALSE(desk.Find<QWidget>("removeLast")->isEnabled()) << "the inspector follows";
+}
+
+TEST(InPlace, TheSelectedKeyIsTheOneThatIsEdited) {
+    Desk desk;
+    desk.Page("layeredFuncKeys");
+    desk.ClickKey("funcKeys", 3);
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 0 F4");
+    desk.Click("key_31");
+    desk.Click("cmdLayer_0");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 1 F4");
+    EXPECT_FALSE(desk.Find<QWidget>("removeLast")->isEnabled());
+    desk.Click("key_48");
+    EXPECT_EQ(desk.Write().size(), 2);
+
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 31);
+    const auto* chips = desk.window->findChild<views::ChipRow*>(QStringLiteral("keys"));
+    ASSERT_NE(chips, nullptr);
+    EXPECT_TRUE(std::ranges::none_of(desk.window->findChildren<views::ChipRow*>(),
+                                     [](const QWidget* row) { return row->isVisible(); }))
+        << "A cannot be programmed";
+}
+
+} // namespace
+} // namespace qx::test
