@@ -10,6 +10,11 @@
 
 #include <optional>
 
+// A static library's resources are there only when they are asked for.
+static void BeginIcons() {
+    Q_INIT_RESOURCE(icons);
+}
+
 namespace qx::views {
 
 namespace {
@@ -166,6 +171,7 @@ QPainterPath LinesOfSvg(const QByteArray& svg) {
 }
 
 QIcon LineIcon(const QString& name) {
+    BeginIcons();
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};

@@ -9,6 +9,7 @@
 namespace qx::views {
 
 TEST(LineIcon, EveryIconIsDrawnWithinItsSquare) {
+    EXPECT_FALSE(LineIcon("keyboard").isNull());
     const QStringList files = QDir(":/icons").entryList({"*.svg"});
     EXPECT_GT(files.size(), 30);
     for (const QString& file : files) {
