@@ -48,7 +48,8 @@ TEST_F(OddKeyboards, ADirectoryWithAWrongSizeOnlyStopsSectionsItMayHide) {
         ASSERT_EQ(session.Warnings().size(), 1U);
         const Error& warning = session.Warnings()[0];
         EXPECT_EQ(warning.Why(), Cause::EntriesUnreadable) << TextOf(warning);
-        EXPECT_EQ(std::pair(warning.count, warning.index), std::pair(unreadable + 0L, 2));
+        EXPECT_EQ(warning.count, unreadable);
+        EXPECT_EQ(warning.index, 2);
         EXPECT_EQ(warning.Status(), 7);
         EXPECT_EQ(session.Present(configuration).size(), 2U);
         auto sections = session.SectionsIn(configuration, false, &magnetOnly);
