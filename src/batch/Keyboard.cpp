@@ -92,8 +92,20 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
                                     m_driver.origin,
                                     {unit.name, PlaceOf(unit)}});
     RollBack(writer, unit, report);
+    try {
+        WriteDocument(writer, newConfiguration(), unit, report);
+    } catch (host::Error& error) {
+        // Nothing of this document was sent, but an interrupted write has been rolled back.
+        if (report.isRolledBack && error.holds == host::Holds::NotTouched)
+            error.holds = host::Holds::Old;
+        throw;
+    }
+    m_session.Close();
+}
 
-    const auto configuration = newConfiguration();
+void Keyboard::WriteDocument(host::Writer& writer,
+                             std::unique_ptr<host::Configuration> configuration, const Unit& unit,
+                             UnitReport& report) {
     const auto present =
         m_session.SectionsIn(*configuration, m_services.skipAbsent, unit.document.get());
     host::Variables variables(unit.variables);
@@ -112,7 +124,6 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     report.bytesSent = outcome.bytesSent;
     report.backup = outcome.backup;
     report.identifier = m_identifier = IdentifierText(plan.after.identity.guid);
-    m_session.Close();
 }
 
 } // namespace qx::batch

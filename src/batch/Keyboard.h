@@ -26,6 +26,8 @@ public:
 private:
     [[nodiscard]] std::string ReadIdentifier();
     void RollBack(host::Writer& writer, const Unit& unit, UnitReport& report);
+    void WriteDocument(host::Writer& writer, std::unique_ptr<host::Configuration> configuration,
+                       const Unit& unit, UnitReport& report);
 
     const Services& m_services;
     setup::OpenedDriver m_driver;

@@ -277,8 +277,13 @@ int Context::Report(const Interrupted& interrupted) {
     const std::string message = "ended by " + InterruptWatch::NameOf(interrupted.signal) +
                                 "; nothing was written to the keyboard";
     m_console.Error("qxconf: " + message);
-    if (options.json)
-        JsonResult({{"error", {{"code", "interrupted"}, {"message", message}}}});
+    if (options.json) {
+        host::Json json =
+            ToJson(host::Error(host::Cause::Stopped, {.holds = host::Holds::NotTouched}));
+        json["code"] = "interrupted";
+        json["message"] = message;
+        JsonResult({{"error", std::move(json)}});
+    }
     return kEndedBySignal + interrupted.signal;
 }
 

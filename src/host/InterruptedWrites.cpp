@@ -10,20 +10,18 @@ std::vector<TracedWrite> InterruptedWrites::OnRecord(const KeyboardContent& now,
                                                      const ClaimNames& own) const {
     std::vector<DamagedRecord> damaged;
     std::vector<TracedWrite> traced;
-    BeforeWriting([&] {
-        for (JournalEntry& entry : m_records.journal.Entries(&damaged)) {
-            if (!entry.keyboard.IsLike(now.identity) ||
-                (!own.contains(Claims::NameOf(entry.keyboard, entry.origin)) &&
-                 m_records.IsInProgress(entry)))
-                continue;
-            const Trace trace = entry.TraceIn(AsReadFor(entry, now));
-            traced.push_back({std::move(entry), trace});
-        }
-    });
+    for (JournalEntry& entry : m_records.journal.Entries(&damaged)) {
+        if (!entry.keyboard.IsLike(now.identity) ||
+            (!own.contains(Claims::NameOf(entry.keyboard, entry.origin)) &&
+             m_records.IsInProgress(entry)))
+            continue;
+        const Trace trace = entry.TraceIn(AsReadFor(entry, now));
+        traced.push_back({std::move(entry), trace});
+    }
     for (const DamagedRecord& record : damaged)
         if (Journal::MayBeOf(record, now.identity))
-            throw Refusal(Cause::EntryDamaged,
-                          {.place = record.error.place, .related = {record.error}});
+            throw Error(Cause::EntryDamaged,
+                        {.place = record.error.place, .related = {record.error}});
     return traced;
 }
 

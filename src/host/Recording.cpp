@@ -123,8 +123,9 @@ void Recording::EndReplaced() const {
 }
 
 void Recording::CloseUnproved(std::optional<Error> failure) {
-    if (failure && !m_receipt.backup.empty()) {
+    if (failure)
         failure->holds = Holds::Unknown;
+    if (failure && !m_receipt.backup.empty()) {
         failure->backup = m_receipt.backup;
         failure->suggestion = Suggestion::RestoreBackup;
     }

@@ -27,8 +27,11 @@ Error NotPartlyHeld(const TracedWrite& write) {
     const Cause cause = write.trace == Trace::Before  ? Cause::HoldsOldOfWrite
                         : write.trace == Trace::After ? Cause::HoldsNewOfWrite
                                                       : Cause::HoldsNothingOfWrite;
-    return Error(cause,
-                 {.holds = Holds::NotTouched, .backup = write.backup, .writes = {write.Name()}});
+    Error error(cause, {.holds = Holds::NotTouched, .writes = {write.Name()}});
+    // The backup has what this keyboard held only if it is the one of the write.
+    if (cause == Cause::HoldsNothingOfWrite)
+        error.backup = write.backup;
+    return error;
 }
 
 std::vector<JournalEntry> PartlyHeld(Session& session, const std::vector<JournalEntry>& entries) {

@@ -53,6 +53,11 @@ Recording Writer::NewRecording(const Request& request, const KeyboardContent& be
     return {{m_records, m_options.now, m_options.origin, till}, request, before};
 }
 
+std::vector<JournalEntry> Writer::CutIn(const KeyboardContent& now,
+                                        const InterruptedWrites::ClaimNames& own) const {
+    return BeforeWriting([&] { return m_interrupted.CutIn(now, own); });
+}
+
 Sent Writer::Send(const WritePlan& plan, const std::vector<ByteRange>& ranges, bool verify) {
     return Sending(m_session, *m_scratch, m_options.onStep).Run(plan, ranges, verify);
 }
@@ -64,7 +69,7 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
         return {false, true, 0, ""}; // verified by the plan
     const std::string claimName = Claims::NameOf(plan.before.identity, m_options.origin);
     const Claim claim = m_records.claims.Require(claimName);
-    const auto interrupted = m_interrupted.CutIn(plan.before, {claimName});
+    const auto interrupted = CutIn(plan.before, {claimName});
     if (!settles)
         RefuseInterrupted(interrupted);
     if (ranges.empty()) {
@@ -77,13 +82,14 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     Recording recording = NewRecording(request, plan.before, m_options.till);
     SaveBackup(recording);
     recording.Begin(ranges, interrupted);
-    Sent sent;
     try {
         CheckBeforeWriting(plan.before);
-        sent = Send(plan, ranges, request.verify);
     } catch (const Error& error) {
-        sent.failure = error;
+        Sent none;
+        none.Fail(error);
+        throw recording.Failed(none);
     }
+    const Sent sent = Send(plan, ranges, request.verify);
     if (sent.failure)
         throw recording.Failed(sent);
     recording.Close(sent);
@@ -104,15 +110,15 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way, bool isNamed
     std::error_code ignored;
     if (!std::filesystem::exists(entry.file, ignored)) // before it was claimed
         throw Refusal(Cause::WriteSettled);
-    const KeyboardContent now = Read();
+    const KeyboardContent now = BeforeWriting([this] { return Read(); });
     const std::string nameNow = Claims::NameOf(now.identity, m_options.origin);
     const Claim claimNow = nameNow == claimName ? nullptr : m_records.claims.Require(nameNow);
     WritePlan plan;
-    plan.before = m_interrupted.AsReadFor(entry, now);
+    plan.before = BeforeWriting([&] { return m_interrupted.AsReadFor(entry, now); });
     const Trace trace = entry.TraceIn(plan.before);
     if (trace != Trace::Partial)
         throw NotPartlyHeld({entry, trace});
-    const auto candidates = m_interrupted.CutIn(now, {claimName, nameNow});
+    const auto candidates = CutIn(now, {claimName, nameNow});
     if (!isNamed)
         RequireOneEnd(candidates, way, plan.before);
     plan.after = entry.Ended(way, plan.before);
@@ -150,7 +156,7 @@ Writer::Outcome Writer::RunUnproved(const Request& request,
     whole.full = true;
     Recording recording = NewRecording(whole, before, m_options.till);
     if (request.isOfKeyboard) {
-        RefuseInterrupted(m_interrupted.CutIn(before, {claimName}));
+        RefuseInterrupted(CutIn(before, {claimName}));
         SaveBackup(recording);
     }
     CheckBeforeWriting(before);

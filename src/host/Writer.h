@@ -50,6 +50,8 @@ public:
 
     // The session is open and must outlive the writer.
     Writer(Session& session, Options options);
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
 
     // The plan for writing the settings in these sections now. An empty plan is returned only after
     // a second read confirms it; throws Error(KeyboardChanged) if the reads differ.
@@ -98,6 +100,8 @@ public:
 private:
     [[nodiscard]] KeyboardContent Read() { return m_session.ReadContent(*m_scratch); }
     void ProveNothingToDo(const WritePlan& plan);
+    [[nodiscard]] std::vector<JournalEntry>
+    CutIn(const KeyboardContent& now, const InterruptedWrites::ClaimNames& own) const;
     // Called immediately before the first byte.
     void CheckBeforeWriting(const KeyboardContent& planned);
     void SaveBackup(Recording& recording);

@@ -52,6 +52,23 @@ TEST_F(Batch, ContinuesAfterAFailureAndCompletesTheRestNextTime) {
     EXPECT_EQ(Run({"batch", "--dry-run", File("job.json")}).status, 0);
 }
 
+// A rollback has been sent, whatever is refused after it.
+TEST_F(Batch, ARefusalAfterARollbackClaimsNoUntouchedKeyboard) {
+    job["units"] = Json::array({job["units"][1]});
+    job["units"][0]["model"] = "magnet";
+    cut = "2";
+    EXPECT_EQ(RunJob().status, 4);
+    cut.clear();
+    Json document = Json::parse(kDocument);
+    document["pos"]["blocks"] = Json::array(); // which this keyboard lacks
+    Write("till.json", document.dump());
+    EXPECT_EQ(RunJob().status, 6);
+    const Json unit = Report()["units"][0];
+    EXPECT_TRUE(unit["rolledBack"]) << unit;
+    EXPECT_EQ(unit["message"].get<std::string>().find("nothing was written"), std::string::npos)
+        << unit;
+}
+
 // Each unit has its own values, whichever way they are given.
 TEST_F(Batch, AUnitsVariablesGoBeforeTheJobs) {
     job["variables"]["till"] = "003";
