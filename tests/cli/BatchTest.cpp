@@ -65,7 +65,8 @@ TEST_F(Batch, ARefusalAfterARollbackClaimsNoUntouchedKeyboard) {
     EXPECT_EQ(RunJob().status, 6);
     const Json unit = Report()["units"][0];
     EXPECT_TRUE(unit["rolledBack"]) << unit;
-    EXPECT_EQ(unit["message"].get<std::string>().find("nothing was written"), std::string::npos)
+    EXPECT_EQ(unit["error"]["message"].get<std::string>().find("nothing was written"),
+              std::string::npos)
         << unit;
 }
 
