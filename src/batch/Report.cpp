@@ -1,6 +1,7 @@
 #include "batch/Report.h"
 
 #include "host/RecordFiles.h"
+#include "json/Members.h"
 
 #include <algorithm>
 
@@ -8,61 +9,24 @@ namespace qx::batch {
 
 namespace {
 
-using host::Json;
+using json::Json;
 
 constexpr host::RecordFormat kFormat = {"qx-batch-report", 1};
 
 constexpr Result kResults[] = {Result::NotDone, Result::Done, Result::Failed};
 
-// Throws std::runtime_error for another type.
-template <typename Value>
-Value Member(const Json& json, const std::string& place, const char* key) {
-    const std::string where = host::JsonPointer(place, key) + ": ";
-    if (!json.is_object() || !json.contains(key))
-        throw std::runtime_error(where + "is missing");
-    const Json& value = json[key];
-    if constexpr (std::is_same_v<Value, std::string>) {
-        if (!value.is_string())
-            throw std::runtime_error(where + host::ShortText(value) + " is not a text");
-        return value.get<std::string>();
-    } else if constexpr (std::is_same_v<Value, bool>) {
-        if (!value.is_boolean())
-            throw std::runtime_error(where + host::ShortText(value) + " is neither true nor false");
-        return value.get<bool>();
-    } else {
-        try {
-            return host::NumberFromJson<Value>(value);
-        } catch (const std::runtime_error& error) {
-            throw std::runtime_error(where + error.what());
-        }
-    }
-}
-
-Result ResultNamed(const std::string& name, const std::string& place) {
-    const auto* const found = std::find_if(std::begin(kResults), std::end(kResults),
-                                           [&](Result each) { return NameOf(each) == name; });
-    if (found == std::end(kResults))
-        throw std::runtime_error(host::JsonPointer(place, "result") + ": " + host::ShortText(name) +
-                                 " is not a result");
-    return *found;
-}
-
-Json UnitsToJson(const std::vector<UnitReport>& units) {
-    Json json = Json::array();
-    for (const UnitReport& unit : units)
-        json.push_back(ToJson(unit));
-    return json;
-}
-
-std::vector<UnitReport> UnitsFromJson(const Json& record, const std::string& key) {
-    if (!record.contains(key) || !record[key].is_array())
-        throw std::runtime_error("/" + key + ": is not a list of units");
-    std::vector<UnitReport> units;
-    const std::string place = host::JsonPointer("", key);
-    for (const Json& unit : record[key])
-        units.push_back(
-            UnitReportFromJson(unit, host::JsonPointer(place, std::to_string(units.size()))));
-    return units;
+template <typename AnyUnit, typename Visit>
+void VisitMembers(AnyUnit& unit, Visit visit) {
+    visit("name", unit.name);
+    visit("result", unit.result);
+    visit("time", unit.time);
+    visit("document", unit.document);
+    visit("keyboard", unit.keyboard);
+    visit("identifier", unit.identifier);
+    visit("bytesSent", unit.bytesSent);
+    visit("backup", unit.backup);
+    visit("rolledBack", unit.isRolledBack);
+    visit("wanted", unit.wanted);
 }
 
 } // namespace
@@ -79,18 +43,23 @@ std::string_view NameOf(Result result) {
     return "";
 }
 
+Json ToJson(Result result) {
+    return NameOf(result);
+}
+
+void Take(const json::Value& value, Result& result) {
+    const auto name = value.Text();
+    const auto* const found = std::find_if(std::begin(kResults), std::end(kResults),
+                                           [&](Result each) { return name == NameOf(each); });
+    if (found != std::end(kResults))
+        result = *found;
+    else if (name)
+        value.RefuseAs(json::FaultKind::NotAChoice, "not done, done, failed");
+}
+
 Json ToJson(const UnitReport& unit) {
-    Json json = {{"name", unit.name},
-                 {"result", NameOf(unit.result)},
-                 {"time", unit.time},
-                 {"document", unit.document},
-                 {"keyboard", unit.keyboard},
-                 {"identifier", unit.identifier},
-                 {"bytesSent", unit.bytesSent},
-                 {"backup", unit.backup},
-                 {"rolledBack", unit.isRolledBack},
-                 {"wanted", unit.wanted},
-                 {"error", nullptr}};
+    Json json = json::MembersToJson([&](auto visit) { VisitMembers(unit, visit); });
+    json["error"] = nullptr;
     if (unit.result == Result::Failed)
         json["error"] = {{"code", unit.code},
                          {"message", unit.message},
@@ -98,27 +67,18 @@ Json ToJson(const UnitReport& unit) {
     return json;
 }
 
-UnitReport UnitReportFromJson(const Json& json, const std::string& place) {
-    const auto text = [&](const char* key) { return Member<std::string>(json, place, key); };
-    UnitReport unit;
-    unit.name = text("name");
-    unit.result = ResultNamed(text("result"), place);
-    unit.time = text("time");
-    unit.document = text("document");
-    unit.keyboard = text("keyboard");
-    unit.identifier = text("identifier");
-    unit.bytesSent = Member<Long>(json, place, "bytesSent");
-    unit.backup = text("backup");
-    unit.isRolledBack = Member<bool>(json, place, "rolledBack");
-    unit.wanted = text("wanted");
+void Take(const json::Value& value, UnitReport& unit) {
+    json::Object members(value);
+    json::TakeMembers(members, [&](auto visit) { VisitMembers(unit, visit); });
+    const json::Value failure = members.Get("error");
     if (unit.result == Result::Failed) {
-        const Json error = json.value("error", Json());
-        const std::string inError = host::JsonPointer(place, "error");
-        unit.code = Member<std::string>(error, inError, "code");
-        unit.message = Member<std::string>(error, inError, "message");
-        unit.suggestion = host::SuggestionOf(Member<std::string>(error, inError, "suggestion"));
+        json::Object error(failure);
+        json::Take(error.Get("code"), unit.code);
+        json::Take(error.Get("message"), unit.message);
+        unit.suggestion = host::SuggestionOf(error.Get("suggestion").Text().value_or(""));
+        error.RefuseOthers();
     }
-    return unit;
+    members.RefuseOthers();
 }
 
 std::filesystem::path Report::PathFor(const std::filesystem::path& job) {
@@ -134,9 +94,11 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
     if (!std::filesystem::exists(file, reason) && !reason)
         return report;
     try {
-        host::ReadRecord(file, kFormat, [&](const Json& record) {
-            report.units = UnitsFromJson(record, "units");
-            report.formerUnits = UnitsFromJson(record, "formerUnits");
+        host::ReadRecord(file, kFormat, [&](json::Object& record) {
+            for (const char* forPeople : {"job", "done", "failed", "notDone"})
+                (void)record.Find(forPeople);
+            json::Take(record.Get("units"), report.units);
+            json::Take(record.Get("formerUnits"), report.formerUnits);
         });
     } catch (const host::Error& error) {
         throw host::Error(host::Cause::ReportDamaged, {.place = error.place, .related = {error}});
@@ -176,8 +138,8 @@ Json Report::ToJson() const {
             {"done", Count(Result::Done)},
             {"failed", Count(Result::Failed)},
             {"notDone", Count(Result::NotDone)},
-            {"units", UnitsToJson(units)},
-            {"formerUnits", UnitsToJson(formerUnits)}};
+            {"units", json::ToJson(units)},
+            {"formerUnits", json::ToJson(formerUnits)}};
 }
 
 } // namespace qx::batch

@@ -7,6 +7,7 @@
 #include "host/Error.h"
 #include "host/Json.h"
 #include "qxcontrols/common/Types.h"
+#include "json/Reader.h"
 
 #include <filesystem>
 #include <string>
@@ -56,12 +57,13 @@ private:
     std::string m_job; // its file name
 };
 
-// A unit's record as the report has it. Reading throws std::runtime_error that says where in
-// `json`, which stands at `place`, something is missing or wrong.
+// A unit's record as the report has it.
 [[nodiscard]] host::Json ToJson(const UnitReport& unit);
-[[nodiscard]] UnitReport UnitReportFromJson(const host::Json& json, const std::string& place);
+void Take(const json::Value& value, UnitReport& unit);
 
 // "done", "failed", "not done".
 [[nodiscard]] std::string_view NameOf(Result result);
+[[nodiscard]] host::Json ToJson(Result result);
+void Take(const json::Value& value, Result& result);
 
 } // namespace qx::batch

@@ -4,6 +4,7 @@
 #include "files/SystemTexts.h"
 #include "host/HexText.h"
 #include "qxcontrols/device/Trace.h"
+#include "json/Members.h"
 
 #include <iostream>
 
@@ -23,7 +24,7 @@ Json ToJson(const std::filesystem::path& path) {
     return host::ToHexText(files::TextOf(path));
 }
 std::filesystem::path PathFrom(const Json& json) {
-    return files::PathOf(host::FromHexText(json.get<std::string>()));
+    return files::PathOf(host::FromHexText(json.get<std::string>()).value());
 }
 
 WorkerSettings SettingsFrom(const Json& json) {
@@ -110,12 +111,17 @@ std::string LineOf(const Unit& unit) {
 }
 
 Attempt AttemptOf(const std::string& line) {
-    const Json json = Json::parse(line);
+    const Json json = json::ParseStrictly(line, line.size());
+    json::Faults faults;
+    json::Object members(json::Value(json, "", faults));
     Attempt attempt;
-    attempt.report = UnitReportFromJson(json.at("report"), "");
-    if (!json.at("failure").is_null())
-        attempt.failure = static_cast<host::ErrorKind>(json.at("failure").get<int>());
-    attempt.notes = json.at("notes").get<std::vector<std::string>>();
+    std::optional<int> failure;
+    Take(members.Get("report"), attempt.report);
+    json::Take(members.Get("failure"), failure);
+    json::Take(members.Get("notes"), attempt.notes);
+    faults.ThrowAny();
+    if (failure)
+        attempt.failure = static_cast<host::ErrorKind>(*failure);
     return attempt;
 }
 

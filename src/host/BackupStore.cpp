@@ -3,6 +3,7 @@
 #include "files/Sha256.h"
 #include "files/SystemTexts.h"
 #include "host/Error.h"
+#include "json/Members.h"
 
 #include <algorithm>
 #include <charconv>
@@ -36,6 +37,16 @@ Day DayOf(std::string time) {
     return year / std::chrono::month(number / 100 % 100) / std::chrono::day(number % 100);
 }
 
+template <typename AnyBackup, typename Visit>
+void VisitMembers(AnyBackup& backup, Visit visit) {
+    visit("document", backup.document);
+    visit("origin", backup.origin);
+    visit("unit", backup.till.unit);
+    visit("place", backup.till.place);
+    visit("keyboard", backup.content.identity);
+    visit("areas", backup.content.pieces);
+}
+
 // A name for files that is another for each name of a unit.
 std::string FileNameOf(const std::string& unit) {
     constexpr std::size_t kMost = 40;
@@ -57,12 +68,8 @@ std::string BackupStore::Save(const Backup& backup, const ConfigurationDocument&
     const fs::path folder = m_folder / files::PathOf(keyboard);
     const std::string name = files::TextOf(
         WriteNewFile(folder, time, std::string(kDocumentEnding), document.ToText()).stem());
-    Json members = {{"time", TimeText(time)},
-                    {"document", backup.document},
-                    {"origin", backup.origin},
-                    {"unit", unit},
-                    {"place", backup.till.place}};
-    members.update(ToJson(backup.content));
+    Json members = {{"time", TimeText(time)}};
+    members.update(json::MembersToJson([&](auto visit) { VisitMembers(backup, visit); }));
     WriteNewRecord(folder / files::PathOf(name + std::string(kAreasEnding)), kFormat, members);
     Prune(keyboard, time, named);
     return keyboard + "/" + name;
@@ -135,12 +142,9 @@ fs::path BackupStore::AreasOf(const BackupEntry& entry) const {
 
 Backup BackupStore::Load(const BackupEntry& entry) const {
     Backup backup;
-    ReadRecord(AreasOf(entry), kFormat, [&](const Json& record) {
-        const auto text = [&](const char* key) { return record.at(key).get<std::string>(); };
-        backup = {ContentFromJson(record),
-                  text("document"),
-                  text("origin"),
-                  {text("unit"), text("place")}};
+    ReadRecord(AreasOf(entry), kFormat, [&](json::Object& record) {
+        (void)record.Find("time"); // which the name has too
+        json::TakeMembers(record, [&](auto visit) { VisitMembers(backup, visit); });
     });
     return backup;
 }

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::int32_t kDone = 0;
 constexpr std::int32_t kNotInCopy = 1; // an address that was not copied
-constexpr std::int32_t kRefused = 2;   // what a copy cannot do
 
 } // namespace
 
@@ -159,62 +158,6 @@ std::int32_t CopiedKeyboard::QXCFG_ImageSave() {
     }
     m_saved = m_requests;
     return kDone;
-}
-
-std::int32_t CopiedKeyboard::QXCFG_TransferNotification(std::int32_t /*hWindow*/,
-                                                        std::int32_t /*lMsg*/,
-                                                        std::int32_t /*lWhat*/) {
-    return kDone;
-}
-std::int32_t CopiedKeyboard::QXCFG_KeyboardRomSave(char* /*name*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_KeyboardRomLoad(char* /*name*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_KeyboardChipcardRomSave(char* /*name*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_KeyboardChipcardRomLoad(char* /*name*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_KeyboardParamSave(char* /*name*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_KeyboardParamLoad(char* /*name*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_ChipcardIOParam(std::int16_t /*nBaudRateIndex*/,
-                                                   std::int16_t /*nComPort*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_ConvertBinFileIntoRomFile(char* /*source*/,
-                                                             char* /*destination*/,
-                                                             std::int32_t /*lParam1*/,
-                                                             std::int32_t /*lParam2*/,
-                                                             std::int32_t /*lParam3*/) {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_SelectLayer(std::int16_t /*nLayer*/) {
-    return kDone;
-}
-std::int32_t CopiedKeyboard::QXCFG_EnableLayerSelection() {
-    return kDone;
-}
-std::int32_t CopiedKeyboard::QXCFG_DisableLayerSelection() {
-    return kDone;
-}
-std::int32_t CopiedKeyboard::QXCFG_EnablePositionMode() {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_DisablePositionMode() {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_IsPositionMode() {
-    return kRefused;
-}
-std::int32_t CopiedKeyboard::QXCFG_GetPositionKey() {
-    return 0;
 }
 
 } // namespace qx::host

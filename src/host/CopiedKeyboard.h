@@ -1,18 +1,18 @@
 // CopiedKeyboard: a driver whose keyboard is a copy of what another one held.
 //
 // On it a write is tried out before the keyboard itself sees any of it, and saved bytes are read as
-// settings. It answers what transfers need, refuses files and modes, and ignores layers.
+// settings. It answers what transfers need, and refuses all else.
 #pragma once
 
 #include "host/KeyboardContent.h"
 #include "host/Stretches.h"
-#include "qxcontrols/device/ConfigDriver.h"
+#include "qxcontrols/device/RefusingDriver.h"
 
 #include <map>
 
 namespace qx::host {
 
-class CopiedKeyboard : public ConfigDriver {
+class CopiedKeyboard : public RefusingDriver {
 public:
     struct Request {
         KeyboardModuleIDs module;
@@ -27,9 +27,25 @@ public:
     // What the last transfer to the copy has moved, in the order of its requests.
     [[nodiscard]] const std::vector<Request>& LastSaved() const { return m_saved; }
 
-#define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
-    std::int32_t name parameters override;
-#include "qxcontrols/device/DriverFunctions.def"
+    std::int32_t QXCFG_SetCommandDelta(std::int32_t lDelta) override;
+    std::int32_t QXCFG_Init() override;
+    std::int32_t QXCFG_ConfigDirectorySize() override;
+    std::int32_t QXCFG_ConfigDirectoryGetEntry(std::int16_t nIndex, std::int32_t* module,
+                                               std::int32_t* address) override;
+    std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer, std::int32_t lSize) override;
+    std::int32_t QXCFG_ImageWrite(std::int32_t lAddress, const char* buffer,
+                                  std::int32_t lSize) override;
+    std::int32_t QXCFG_ImageReadByte(std::int32_t lAddress, std::uint8_t* value) override;
+    std::int32_t QXCFG_ImageWriteByte(std::int32_t lAddress, std::uint8_t value) override;
+    std::int32_t QXCFG_ImageReadInt(std::int32_t lAddress, std::int16_t* value) override;
+    std::int32_t QXCFG_ImageWriteInt(std::int32_t lAddress, std::int16_t value) override;
+    std::int32_t QXCFG_ImageReadLong(std::int32_t lAddress, std::int32_t* value) override;
+    std::int32_t QXCFG_ImageWriteLong(std::int32_t lAddress, std::int32_t value) override;
+    std::int32_t QXCFG_MemRequestClean() override;
+    std::int32_t QXCFG_MemRequestAdd(std::int16_t nModule, std::int32_t lAddress,
+                                     std::int32_t lSize) override;
+    std::int32_t QXCFG_ImageLoad() override;
+    std::int32_t QXCFG_ImageSave() override;
 
 private:
     using Block = std::pair<const Long, std::string>;

@@ -94,7 +94,7 @@ enum class Cause {
 
     // FileFailed
     FileUnusable,           // reason, which names the file
-    RecordDamaged,          // reason
+    RecordDamaged,          // faults
     EntryDamaged,           // it may be of an interrupted write to this keyboard. related: why
     ReportDamaged,          // it shows which keyboards are done. related: why
     NotRecorded,            // the write, which is proved. related: what could not be recorded

@@ -178,7 +178,7 @@ std::string CauseText(const Error& error) {
     case Cause::AbilitiesUnreadable:
         return WithReason("the keyboard's abilities could not be read, and count as absent", error);
     case Cause::RecordDamaged:
-        return WithReason(file + " cannot be used", error);
+        return file + " cannot be used: " + ToText(error.faults);
     case Cause::EntryDamaged:
         return (error.related.empty() ? "" : TextOf(error.related.front())) +
                "; it may be of an interrupted write to this keyboard: look at what the keyboard "

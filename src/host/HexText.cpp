@@ -1,19 +1,10 @@
 #include "host/HexText.h"
 
-#include <stdexcept>
-
 namespace qx::host {
 
 namespace {
 
 constexpr std::string_view kDigits = "0123456789abcdef";
-
-unsigned Digit(char c) {
-    const auto digit = kDigits.find(c);
-    if (digit == std::string_view::npos)
-        throw std::runtime_error("bytes are written with the digits 0 to 9 and a to f");
-    return static_cast<unsigned>(digit);
-}
 
 } // namespace
 
@@ -27,12 +18,12 @@ std::string ToHexText(std::string_view bytes) {
     return text;
 }
 
-std::string FromHexText(std::string_view text) {
-    if (text.size() % 2 != 0)
-        throw std::runtime_error("a byte has two digits");
+std::optional<std::string> FromHexText(std::string_view text) {
+    if (text.size() % 2 != 0 || text.find_first_not_of(kDigits) != std::string_view::npos)
+        return std::nullopt;
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); i += 2)
-        bytes += static_cast<char>(Digit(text[i]) << 4U | Digit(text[i + 1]));
+        bytes += static_cast<char>(kDigits.find(text[i]) << 4U | kDigits.find(text[i + 1]));
     return bytes;
 }
 

@@ -117,11 +117,11 @@ std::string ValueFrom(std::string_view written) {
             end = value.size();
     }
     value.resize(end);
-    return value.starts_with("@@") ? value.substr(1) : value;
+    return value;
 }
 
 std::string WrittenValue(std::string_view value) {
-    std::string written = value.starts_with('@') ? "@" : "";
+    std::string written;
     for (const char c : value) {
         const auto* const escape =
             std::find_if(std::begin(kEscapes), std::end(kEscapes),

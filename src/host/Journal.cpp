@@ -2,7 +2,7 @@
 
 #include "files/SystemTexts.h"
 #include "host/Error.h"
-#include "host/RecordMembers.h"
+#include "json/Members.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -21,6 +21,35 @@ std::string KindName(KeyboardIdentity keyboard) {
     return keyboard.FileName();
 }
 
+// Areas of which only the places are recorded.
+template <typename Pieces>
+struct WithoutBytes {
+    Pieces& pieces;
+};
+
+template <typename Pieces>
+Json ToJson(const WithoutBytes<Pieces>& areas) {
+    Json json = Json::array();
+    for (const ContentPiece& area : areas.pieces)
+        json.push_back({{"module", static_cast<Long>(area.module)},
+                        {"section", area.section},
+                        {"address", area.address},
+                        {"size", area.bytes.size()}});
+    return json;
+}
+
+void Take(const json::Value& value, const WithoutBytes<std::vector<ContentPiece>>& areas) {
+    for (const json::Value& element : value.Elements()) {
+        json::Object members(element);
+        ContentPiece& area = areas.pieces.emplace_back();
+        area.module = ModuleOf(members.Get("module"));
+        json::Take(members.Get("section"), area.section);
+        json::Take(members.Get("address"), area.address);
+        area.bytes.resize(members.Get("size").WholeNumber<std::uint16_t>().value_or(0));
+        members.RefuseOthers();
+    }
+}
+
 template <typename AnyEntry, typename Visit>
 void VisitMembers(AnyEntry& entry, Visit visit) {
     visit("time", entry.time);
@@ -31,7 +60,7 @@ void VisitMembers(AnyEntry& entry, Visit visit) {
     visit("unit", entry.till.unit);
     visit("place", entry.till.place);
     visit("keyboard", entry.keyboard);
-    visit("areas", entry.areas);
+    visit("areas", WithoutBytes{entry.areas});
     visit("rest", entry.restHash);
     visit("replaced", entry.replaced);
     visit("ranges", entry.ranges);
@@ -125,15 +154,15 @@ void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time tim
     const std::string keyboard = keepsGuid ? entry.keyboard.FileName() : KindName(entry.keyboard);
     entry.file = WriteNewRecord(
         m_folder, time, "." + keyboard + std::string(kEnding), kFormat,
-        MembersToJson([&](auto visit) { VisitMembers(std::as_const(entry), visit); }));
+        json::MembersToJson([&](auto visit) { VisitMembers(std::as_const(entry), visit); }));
 }
 
 std::vector<JournalEntry> Journal::Entries(std::vector<DamagedRecord>* damaged) const {
     std::vector<JournalEntry> entries;
     const auto unusable = ReadRecords(
-        m_folder, kEnding, kFormat, [&](const std::filesystem::path& file, const Json& record) {
+        m_folder, kEnding, kFormat, [&](const std::filesystem::path& file, json::Object& record) {
             JournalEntry entry;
-            MembersFromJson(record, [&](auto visit) { VisitMembers(entry, visit); });
+            json::TakeMembers(record, [&](auto visit) { VisitMembers(entry, visit); });
             entry.file = file;
             entries.push_back(std::move(entry));
         });

@@ -2,7 +2,6 @@
 
 #include "files/Sha256.h"
 #include "host/HexText.h"
-#include "host/RecordFiles.h"
 #include "qxcontrols/device/MemoryMap.h"
 
 #include <algorithm>
@@ -25,8 +24,13 @@ std::string DirectoryText(const KeyboardIdentity& identity) {
     return text;
 }
 
-KeyboardModuleIDs ModuleFromJson(const Json& json) {
-    return static_cast<KeyboardModuleIDs>(NumberFromJson<std::int16_t>(json.at("module")));
+void TakeBytes(const json::Value& value, std::string& bytes) {
+    const auto text = value.Text();
+    const auto read = text ? FromHexText(*text) : std::nullopt;
+    if (read)
+        bytes = *read;
+    else if (text)
+        value.RefuseAs(FaultKind::NotBytes);
 }
 
 // Calls `part` with each piece that has some of the bytes, where they begin in the piece and in the
@@ -175,35 +179,40 @@ Json ToJson(const KeyboardIdentity& identity) {
             {"directory", directory}};
 }
 
-KeyboardIdentity IdentityFromJson(const Json& json) {
-    KeyboardIdentity identity;
-    identity.identification = FromHexText(json.at("identification").get<std::string>());
-    identity.capabilities = NumberFromJson<Byte>(json.at("capabilities"));
-    identity.guid = FromHexText(json.at("guid").get<std::string>());
-    for (const Json& entry : json.at("directory"))
-        identity.directory.emplace_back(ModuleFromJson(entry),
-                                        NumberFromJson<Long>(entry.at("address")));
-    return identity;
+KeyboardModuleIDs ModuleOf(const json::Value& value) {
+    return static_cast<KeyboardModuleIDs>(value.WholeNumber<Integer>().value_or(0));
 }
 
-Json ToJson(const KeyboardContent& content) {
-    Json pieces = Json::array();
-    for (const ContentPiece& piece : content.pieces)
-        pieces.push_back({{"module", static_cast<Long>(piece.module)},
-                          {"section", piece.section},
-                          {"address", piece.address},
-                          {"bytes", ToHexText(piece.bytes)}});
-    return {{"keyboard", ToJson(content.identity)}, {"areas", pieces}};
+void Take(const json::Value& value, KeyboardIdentity& identity) {
+    json::Object members(value);
+    (void)members.Find("name"); // which is for people
+    TakeBytes(members.Get("identification"), identity.identification);
+    identity.capabilities = members.Get("capabilities").WholeNumber<Byte>().value_or(0);
+    TakeBytes(members.Get("guid"), identity.guid);
+    for (const json::Value& element : members.Get("directory").Elements()) {
+        json::Object entry(element);
+        auto& [module, address] = identity.directory.emplace_back();
+        module = ModuleOf(entry.Get("module"));
+        address = entry.Get("address").WholeNumber<Long>().value_or(0);
+        entry.RefuseOthers();
+    }
+    members.RefuseOthers();
 }
 
-KeyboardContent ContentFromJson(const Json& json) {
-    KeyboardContent content;
-    content.identity = IdentityFromJson(json.at("keyboard"));
-    for (const Json& piece : json.at("areas"))
-        content.pieces.push_back({ModuleFromJson(piece), piece.at("section").get<std::string>(),
-                                  NumberFromJson<Long>(piece.at("address")),
-                                  FromHexText(piece.at("bytes").get<std::string>())});
-    return content;
+Json ToJson(const ContentPiece& piece) {
+    return {{"module", static_cast<Long>(piece.module)},
+            {"section", piece.section},
+            {"address", piece.address},
+            {"bytes", ToHexText(piece.bytes)}};
+}
+
+void Take(const json::Value& value, ContentPiece& piece) {
+    json::Object members(value);
+    piece.module = ModuleOf(members.Get("module"));
+    piece.section = members.Get("section").Text().value_or("");
+    piece.address = members.Get("address").WholeNumber<Long>().value_or(0);
+    TakeBytes(members.Get("bytes"), piece.bytes);
+    members.RefuseOthers();
 }
 
 Json ToJson(const ByteRange& range) {
@@ -214,14 +223,16 @@ Json ToJson(const ByteRange& range) {
             {"to", ToHexText(range.to)}};
 }
 
-ByteRange RangeFromJson(const Json& json) {
-    ByteRange range{ModuleFromJson(json), json.at("section").get<std::string>(),
-                    NumberFromJson<Long>(json.at("address")),
-                    FromHexText(json.at("from").get<std::string>()),
-                    FromHexText(json.at("to").get<std::string>())};
+void Take(const json::Value& value, ByteRange& range) {
+    json::Object members(value);
+    range.module = ModuleOf(members.Get("module"));
+    range.section = members.Get("section").Text().value_or("");
+    range.address = members.Get("address").WholeNumber<Long>().value_or(0);
+    TakeBytes(members.Get("from"), range.from);
+    TakeBytes(members.Get("to"), range.to);
+    members.RefuseOthers();
     if (range.from.size() != range.to.size())
-        throw std::runtime_error("a range has as many new bytes as old ones");
-    return range;
+        value.Refuse(FaultKind::RangeSizesDiffer);
 }
 
 } // namespace qx::host

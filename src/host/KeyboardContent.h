@@ -5,6 +5,7 @@
 #include "host/Json.h"
 #include "qxcontrols/device/KeyboardModuleIDs.h"
 #include "qxcontrols/platform/GuidCreator.h"
+#include "json/Reader.h"
 
 #include <string>
 #include <string_view>
@@ -36,9 +37,9 @@ struct KeyboardIdentity {
 
 // A stretch of the memory that belongs to one section.
 struct ContentPiece {
-    KeyboardModuleIDs module; // with which it is requested
-    std::string section;      // the section's key; empty for what no section has
-    Long address;
+    KeyboardModuleIDs module = MODULE_NONE; // with which it is requested
+    std::string section;                    // the section's key; empty for what no section has
+    Long address = 0;
     std::string bytes;
 
     [[nodiscard]] Long Size() const { return static_cast<Long>(bytes.size()); }
@@ -48,9 +49,9 @@ struct ContentPiece {
 
 // Bytes that are to be replaced.
 struct ByteRange {
-    KeyboardModuleIDs module;
+    KeyboardModuleIDs module = MODULE_NONE;
     std::string section;
-    Long address;
+    Long address = 0;
     std::string from;
     std::string to;
 
@@ -85,12 +86,13 @@ struct KeyboardContent {
 [[nodiscard]] std::vector<ByteRange> Differences(const KeyboardContent& from,
                                                  const KeyboardContent& to, Long gap);
 
-// How files tell these; reading throws std::exception when something is missing or wrong.
+// As records have them.
+[[nodiscard]] KeyboardModuleIDs ModuleOf(const json::Value& value);
 [[nodiscard]] Json ToJson(const KeyboardIdentity& identity);
-[[nodiscard]] KeyboardIdentity IdentityFromJson(const Json& json);
-[[nodiscard]] Json ToJson(const KeyboardContent& content);
-[[nodiscard]] KeyboardContent ContentFromJson(const Json& json);
+void Take(const json::Value& value, KeyboardIdentity& identity);
+[[nodiscard]] Json ToJson(const ContentPiece& piece);
+void Take(const json::Value& value, ContentPiece& piece);
 [[nodiscard]] Json ToJson(const ByteRange& range);
-[[nodiscard]] ByteRange RangeFromJson(const Json& json);
+void Take(const json::Value& value, ByteRange& range);
 
 } // namespace qx::host

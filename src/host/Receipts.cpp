@@ -1,6 +1,6 @@
 #include "host/Receipts.h"
 
-#include "host/RecordMembers.h"
+#include "json/Members.h"
 
 namespace qx::host {
 
@@ -30,7 +30,7 @@ void VisitMembers(AnyReceipt& receipt, Visit visit) {
 } // namespace
 
 Json ToJson(const Receipt& receipt) {
-    return MembersToJson([&](auto visit) { VisitMembers(receipt, visit); });
+    return json::MembersToJson([&](auto visit) { VisitMembers(receipt, visit); });
 }
 
 void Receipts::Add(Receipt receipt, Time time) const {
@@ -40,9 +40,9 @@ void Receipts::Add(Receipt receipt, Time time) const {
 
 std::vector<Receipt> Receipts::List(std::vector<DamagedRecord>* damaged) const {
     std::vector<Receipt> receipts;
-    const auto read = [&](const std::filesystem::path&, const Json& record) {
+    const auto read = [&](const std::filesystem::path&, json::Object& record) {
         Receipt receipt;
-        MembersFromJson(record, [&](auto visit) { VisitMembers(receipt, visit); });
+        json::TakeMembers(record, [&](auto visit) { VisitMembers(receipt, visit); });
         receipts.push_back(std::move(receipt));
     };
     const auto unusable = ReadRecords(m_folder, kEnding, kFormat, read);

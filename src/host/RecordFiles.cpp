@@ -45,6 +45,15 @@ std::string RecordText(const RecordFormat& format, const Json& members) {
     return PrettyText(record);
 }
 
+// Takes the hash off the record.
+bool IsAsWritten(Json& record, json::Object& members) {
+    const auto hash = members.Get(kHash).Text();
+    record.erase(kHash);
+    if (hash && files::Sha256(PrettyText(record)) != *hash)
+        members.Whole().Refuse(FaultKind::NotAsWritten);
+    return members.Whole().AllFaults().Count() == 0;
+}
+
 } // namespace
 
 std::string TimeText(Time time) {
@@ -87,41 +96,34 @@ fs::path WriteNewFile(const fs::path& folder, Time time, const std::string& endi
 }
 
 void ReadRecord(const fs::path& file, const RecordFormat& format,
-                const std::function<void(const Json&)>& read) {
+                const std::function<void(json::Object&)>& read) {
     std::string text;
     Guarded([&] { text = files::ReadFile(file, files::kMostOfRecord); });
     try {
         Json record = ParseStrictly(text, files::kMostOfRecord);
-        if (record.at("format").get<std::string>() != format.name)
-            throw std::runtime_error("not a file of the format " + std::string(format.name));
-        const int version = NumberFromJson<int>(record.at("version"));
-        if (version != format.version)
-            throw std::runtime_error("version " + std::to_string(version) +
-                                     " is not known; this program reads version " +
-                                     std::to_string(format.version));
-        if (format.isHashed) {
-            const auto hash = record.at(kHash).get<std::string>();
-            record.erase(kHash);
-            if (files::Sha256(PrettyText(record)) != hash)
-                throw std::runtime_error("it is not as it was written");
+        json::Faults faults;
+        json::Object members(json::Value(record, "", faults));
+        if (HasFormat(members, format.name, format.version) &&
+            (!format.isHashed || IsAsWritten(record, members))) {
+            read(members);
+            members.RefuseOthers();
         }
-        read(record);
-    } catch (const Json::exception&) {
-        throw Error(Cause::RecordDamaged, {.reason = "a member is missing, or is of another type",
-                                           .place = {.file = files::TextOf(file)}});
-    } catch (const std::exception& error) {
-        throw Error(Cause::RecordDamaged,
-                    {.reason = error.what(), .place = {.file = files::TextOf(file)}});
+        faults.ThrowAny();
+    } catch (const json::FaultError& error) {
+        throw Error(
+            Cause::RecordDamaged,
+            {.place = {.file = files::TextOf(file), .pointer = error.Faults().front().place},
+             .faults = error.Faults()});
     }
 }
 
 std::vector<DamagedRecord>
 ReadRecords(const fs::path& folder, std::string_view ending, const RecordFormat& format,
-            const std::function<void(const fs::path&, const Json&)>& read) {
+            const std::function<void(const fs::path&, json::Object&)>& read) {
     std::vector<DamagedRecord> damaged;
     for (const fs::path& file : RecordsIn(folder, ending)) {
         try {
-            ReadRecord(file, format, [&](const Json& record) { read(file, record); });
+            ReadRecord(file, format, [&](json::Object& record) { read(file, record); });
         } catch (const Error& error) {
             std::error_code ignored;
             if (fs::exists(file, ignored))

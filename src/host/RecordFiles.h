@@ -6,13 +6,13 @@
 
 #include "host/Error.h"
 #include "host/Json.h"
+#include "json/Reader.h"
 
 #include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace qx::host {
@@ -46,10 +46,10 @@ std::filesystem::path WriteNewRecord(const std::filesystem::path& folder, Time t
 std::filesystem::path WriteNewFile(const std::filesystem::path& folder, Time time,
                                    const std::string& ending, const std::string& text);
 
-// Reads a record, which must be as it was written where it has a hash, and hands it to `read`,
-// which may throw anything for a member that is wrong.
+// Reads a record, which must be as it was written where it has a hash: `read` reads its members.
+// One with any fault, and members that `read` does not ask for are some, cannot be used.
 void ReadRecord(const std::filesystem::path& file, const RecordFormat& format,
-                const std::function<void(const Json&)>& read);
+                const std::function<void(json::Object&)>& read);
 
 // A record that cannot be used, and why.
 struct DamagedRecord {
@@ -62,17 +62,7 @@ struct DamagedRecord {
 [[nodiscard]] std::vector<DamagedRecord>
 ReadRecords(const std::filesystem::path& folder, std::string_view ending,
             const RecordFormat& format,
-            const std::function<void(const std::filesystem::path&, const Json&)>& read);
-
-// A whole number in its type's range. Throws std::runtime_error for anything else.
-template <typename Number>
-[[nodiscard]] Number NumberFromJson(const Json& json) {
-    if (!json.is_number_integer() ||
-        (json.is_number_unsigned() ? !std::in_range<Number>(json.get<std::uint64_t>())
-                                   : !std::in_range<Number>(json.get<std::int64_t>())))
-        throw std::runtime_error(ShortText(json) + " is not a number that can be here");
-    return json.get<Number>();
-}
+            const std::function<void(const std::filesystem::path&, json::Object&)>& read);
 
 // The files of the folder whose names end so, in the order of their names; none without a folder.
 [[nodiscard]] std::vector<std::filesystem::path> RecordsIn(const std::filesystem::path& folder,

@@ -30,10 +30,9 @@ public:
     [[nodiscard]] static Channel ToParent();
 
     class End; // the system's
-    explicit Channel(std::unique_ptr<End> end);
-    Channel(Channel&& other) noexcept;
-    Channel& operator=(Channel&& other) noexcept;
-    ~Channel();
+    explicit Channel(std::shared_ptr<End> end) : m_end(std::move(end)) {}
+    Channel(Channel&&) noexcept = default;
+    Channel& operator=(Channel&&) noexcept = default;
 
     // False when the other end is closed, or takes nothing more until the deadline.
     [[nodiscard]] bool Send(std::string_view bytes, Deadline until = kNever);
@@ -47,10 +46,10 @@ public:
     // deadline, or when a signal interrupted the wait.
     static bool WaitForAny(const std::vector<const Channel*>& channels, Deadline until = kNever);
 
-    void Close();
+    void Close() { m_end.reset(); }
 
 private:
-    std::unique_ptr<End> m_end; // null: closed
+    std::shared_ptr<End> m_end; // of this channel alone; null: closed
 };
 
 #ifdef _WIN32

@@ -134,16 +134,7 @@ Channel Channel::ToParent() {
     pollfd file = {kChannelOfChild, 0, 0};
     if (poll(&file, 1, 0) > 0 && (file.revents & POLLHUP) != 0)
         _exit(1); // it ended before this one asked to end with it
-    return Channel(std::make_unique<End>(kChannelOfChild));
-}
-
-Channel::Channel(std::unique_ptr<End> end) : m_end(std::move(end)) {}
-Channel::Channel(Channel&& other) noexcept = default;
-Channel& Channel::operator=(Channel&& other) noexcept = default;
-Channel::~Channel() = default;
-
-void Channel::Close() {
-    m_end.reset();
+    return Channel(std::make_shared<End>(kChannelOfChild));
 }
 
 bool Channel::Send(std::string_view bytes, Deadline until) {
@@ -198,7 +189,7 @@ ChildProcess::ChildProcess(const std::filesystem::path& program,
                            const std::vector<std::string>& arguments)
     : m_channel(nullptr) {
     const auto [own, ofChild] = NewChannel();
-    m_channel = Channel(std::make_unique<Channel::End>(own));
+    m_channel = Channel(std::make_shared<Channel::End>(own));
     const Channel::End closedHere(ofChild);
     m_process = std::make_unique<Process>(Process{Start(ofChild).Run(program, arguments)});
 }

@@ -254,16 +254,7 @@ Channel Channel::ToParent() {
     SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
     // A crash ends the process, without a window that asks somebody about it.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
-    return Channel(std::make_unique<End>(Handle(handle)));
-}
-
-Channel::Channel(std::unique_ptr<End> end) : m_end(std::move(end)) {}
-Channel::Channel(Channel&& other) noexcept = default;
-Channel& Channel::operator=(Channel&& other) noexcept = default;
-Channel::~Channel() = default;
-
-void Channel::Close() {
-    m_end.reset();
+    return Channel(std::make_shared<End>(Handle(handle)));
 }
 
 bool Channel::Send(std::string_view bytes, Deadline until) {
@@ -330,7 +321,7 @@ ChildProcess::ChildProcess(const std::filesystem::path& program,
                            const std::vector<std::string>& arguments)
     : m_channel(nullptr) {
     auto [own, ofChild] = NewChannel();
-    m_channel = Channel(std::make_unique<Channel::End>(std::move(own)));
+    m_channel = Channel(std::make_shared<Channel::End>(std::move(own)));
     auto inheritable = Inheritable();
     const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                      &inheritable, OPEN_EXISTING, 0, nullptr));

@@ -161,7 +161,7 @@ TEST_F(SettingsStoreTest, OnlyTheLinesOfChangedValuesChange) {
                                      "Deep%5CBlue=6\r\n\r\n[Other]\r\nText=\"a;b\"\r\n");
 }
 
-// Every byte comes back, whatever it means in an INI file, and as earlier versions wrote it.
+// Every byte comes back, whatever it means in an INI file.
 TEST_F(SettingsStoreTest, TextsComeBackAsTheyWereWritten) {
     const std::string texts[] = {"",
                                  " blanks ",
@@ -185,7 +185,7 @@ TEST_F(SettingsStoreTest, TextsComeBackAsTheyWereWritten) {
         EXPECT_EQ(again.ReadString("One", "-"), text) << files::ReadFile(file);
         EXPECT_FALSE(again.IsDamaged()) << files::ReadFile(file);
     }
-    Write("[Texts]\nDeep\\One=\"a;b, \\\"c\\\" \\x41\\n\"\nDeep\\Name%20of%20it=@@home\n"
+    Write("[Texts]\nDeep\\One=\"a;b, \\\"c\\\" \\x41\\n\"\nDeep\\Name%20of%20it=@home\n"
           "Deep\\Long=one\\\n two\n");
     SettingsStore store(file);
     store.SetPath("Texts\\Deep");

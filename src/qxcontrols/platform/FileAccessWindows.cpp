@@ -35,15 +35,22 @@ std::wstring WideText(std::string_view sText) {
     return {units.begin(), units.end()};
 }
 
-std::string SystemError(unsigned long lNumber) {
-    const std::string number = "system error " + std::to_string(lNumber);
+std::string TextOfWide(std::wstring_view text) {
+    return Utf8FromUtf16(std::u16string(text.begin(), text.end()));
+}
+
+std::string SystemWords(unsigned long lNumber) {
     std::array<wchar_t, 1024> text{};
     const DWORD size =
         FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, lNumber,
                        0, text.data(), static_cast<DWORD>(text.size()), nullptr);
-    std::u16string words(text.begin(), text.begin() + size);
-    words.resize(words.find_last_not_of(u" .\r\n") + 1);
-    return words.empty() ? number : number + ": " + Utf8FromUtf16(words);
+    const std::wstring_view words(text.data(), size);
+    return TextOfWide(words.substr(0, words.find_last_not_of(L" .\r\n") + 1));
+}
+
+std::string SystemError(unsigned long lNumber) {
+    const std::string words = SystemWords(lNumber);
+    return "system error " + std::to_string(lNumber) + (words.empty() ? "" : ": " + words);
 }
 
 std::string OwnFileName(std::string sName) {
@@ -85,10 +92,9 @@ std::vector<std::string> FilesIn(const std::string& sFolder, std::string_view sE
     }
     std::vector<std::string> files;
     do {
-        const std::wstring_view name = found.cFileName;
-        const std::string utf8 = Utf8FromUtf16(std::u16string(name.begin(), name.end()));
-        if (utf8.size() > sExtension.size() && utf8.ends_with(sExtension))
-            files.push_back(prefix + utf8);
+        const std::string name = TextOfWide(found.cFileName);
+        if (name.size() > sExtension.size() && name.ends_with(sExtension))
+            files.push_back(prefix + name);
     } while (FindNextFileW(search.get(), &found) != FALSE);
     if (GetLastError() != ERROR_NO_MORE_FILES) {
         error = SystemError(GetLastError());

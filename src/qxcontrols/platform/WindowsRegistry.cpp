@@ -1,6 +1,5 @@
 #include "qxcontrols/platform/WindowsRegistry.h"
 
-#include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/Trace.h"
 #include "qxcontrols/platform/FileAccess.h"
 
@@ -57,8 +56,7 @@ std::string WindowsRegistry::ReadString(std::string_view sName, std::string_view
         }
         if (status != ERROR_SUCCESS)
             return std::string(sDefault);
-        const std::wstring_view units(text.data(), size / sizeof(wchar_t) - 1); // without the end
-        return Utf8FromUtf16(std::u16string(units.begin(), units.end()));
+        return TextOfWide({text.data(), size / sizeof(wchar_t) - 1}); // without the end
     }
 }
 

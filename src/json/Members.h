@@ -1,0 +1,74 @@
+// The members of a record, written and read by one walk, which names each once:
+//
+//     template <typename AnyReceipt, typename Visit>
+//     void VisitMembers(AnyReceipt& receipt, Visit visit) {
+//         visit("time", receipt.time);
+//
+// The order of the walk is that in the file. Types other than the usual ones have a ToJson and a
+// Take of their own beside them.
+#pragma once
+
+#include "json/Reader.h"
+
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace qx::json {
+
+template <typename Type>
+constexpr bool kIsPlain = std::is_integral_v<Type> || std::is_same_v<Type, std::string>;
+
+template <typename Type>
+requires kIsPlain<Type>
+[[nodiscard]] Json ToJson(const Type& value) {
+    return value;
+}
+template <typename Type>
+[[nodiscard]] Json ToJson(const std::optional<Type>& value) {
+    return value ? ToJson(*value) : Json();
+}
+template <typename Type>
+[[nodiscard]] Json ToJson(const std::vector<Type>& values) {
+    Json json = Json::array();
+    for (const Type& value : values)
+        json.push_back(ToJson(value));
+    return json;
+}
+
+// Reads a value that is there; where it is wrong, the variable stays as it is.
+template <typename Type>
+requires kIsPlain<Type>
+void Take(const Value& value, Type& variable) {
+    if constexpr (std::is_same_v<Type, std::string>)
+        variable = value.Text().value_or(variable);
+    else if constexpr (std::is_same_v<Type, bool>)
+        variable = value.Flag().value_or(variable);
+    else
+        variable = value.WholeNumber<Type>().value_or(variable);
+}
+template <typename Type>
+void Take(const Value& value, std::optional<Type>& variable) {
+    if (value.Exists() && !value.AsJson().is_null())
+        Take(value, variable.emplace());
+}
+template <typename Type>
+void Take(const Value& value, std::vector<Type>& variable) {
+    for (const Value& element : value.Elements())
+        Take(element, variable.emplace_back());
+}
+
+// `walk` calls what it is given with each member's name and variable.
+template <typename Walk>
+[[nodiscard]] Json MembersToJson(Walk walk) {
+    Json json = Json::object();
+    walk([&](const char* name, const auto& variable) { json[name] = ToJson(variable); });
+    return json;
+}
+template <typename Walk>
+void TakeMembers(Object& object, Walk walk) {
+    walk([&](const char* name, auto&& variable) { Take(object.Get(name), variable); });
+}
+
+} // namespace qx::json
