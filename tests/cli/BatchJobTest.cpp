@@ -223,14 +223,14 @@ TEST_F(JobFile, ADamagedReportIsKeptAndNothingIsTouched) {
         {R"({"format": "qx-batch-report"})", ""},
         {changed(R"("version": 1)", R"("version": 9)"), "version 9"},
         {changed(R"("result": "done")", R"("result": "dune")"),
-         "/units/0/result: \"dune\" is not a result"},
-        {changed(R"("wanted": ")", R"("wonted": ")"), "/units/0/wanted: is missing"},
+         "/units/0/result: \"dune\" is not one of: not done, done, failed"},
+        {changed(R"("wanted": ")", R"("wonted": ")"), "/units/0: \"wanted\" is missing"},
         {changed(R"("bytesSent": )", R"("bytesSent": "7", "was": )"),
-         "/units/0/bytesSent: \"7\" is not a number"},
+         "/units/0/bytesSent: \"7\" is not a whole number"},
         {changed(R"("rolledBack": false)", R"("rolledBack": 0)"),
          "/units/0/rolledBack: 0 is neither true nor false"},
-        {changed(R"("units": [)", R"("units": 7, "was": [)"), "/units: is not a list of units"},
-        {changed(R"("units": [)", R"("units": [7, )"), "/units/0/name: is missing"},
+        {changed(R"("units": [)", R"("units": 7, "was": [)"), "/units: 7 is not a list"},
+        {changed(R"("units": [)", R"("units": [7, )"), "/units/0: 7 is not an object"},
     };
     for (std::size_t length = 0; length + 2 < text.size(); length += 161)
         rows.push_back({text.substr(0, length), ""});

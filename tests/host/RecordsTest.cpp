@@ -256,6 +256,8 @@ TEST_F(RecordsTest, ThatAreNotAsTheyWereWrittenAreNamedAndKeepNoOtherKeyboardBac
         {"a digit that is none",
          byHand([](Json& record) { record["ranges"][0]["to"].get_ref<std::string&>()[0] = 'g'; },
                 true)},
+        {"a member that nobody knows",
+         byHand([](Json& record) { record["ranges"][0]["extra"] = 1; }, true)},
         {"an unknown version", byHand([](Json& record) { record["version"] = 7; }, true)},
         {"no record", "[1]"},
     };
