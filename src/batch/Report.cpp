@@ -101,7 +101,7 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
             json::Take(record.Get("formerUnits"), report.formerUnits);
         });
     } catch (const host::Error& error) {
-        throw host::Error(host::Cause::ReportDamaged, {.place = error.place, .related = {error}});
+        throw host::Error(host::Cause::ReportDamaged, {.place = error.place}, {error});
     }
     return report;
 }

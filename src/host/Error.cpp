@@ -235,8 +235,9 @@ ErrorKind KindOf(Cause cause) {
     return ErrorKind::TransferFailed;
 }
 
-Error::Error(Cause cause, ErrorFacts facts)
-    : ErrorFacts(std::move(facts)), suggestion(SuggestionFor(cause)), m_cause(cause) {}
+Error::Error(Cause cause, ErrorFacts facts, std::vector<Error> because)
+    : ErrorFacts(std::move(facts)), suggestion(SuggestionFor(cause)), related(std::move(because)),
+      m_cause(cause) {}
 
 Error FileError(const std::exception& reason) {
     const auto* failure = dynamic_cast<const files::FileFailure*>(&reason);

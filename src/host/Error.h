@@ -211,8 +211,6 @@ struct WriteName {
     std::string time{};     // of its beginning
 };
 
-class Error;
-
 struct ErrorFacts {
     std::string name{};
     std::string other{};
@@ -230,12 +228,11 @@ struct ErrorFacts {
     std::string backup{};         // the id of the one that has what the keyboard held before
     std::vector<WriteName> writes{};
     std::vector<Fault> faults{}; // of a file
-    std::vector<Error> related{};
 };
 
 class Error : public std::exception, public ErrorFacts {
 public:
-    explicit Error(Cause cause, ErrorFacts facts = {});
+    explicit Error(Cause cause, ErrorFacts facts = {}, std::vector<Error> because = {});
 
     [[nodiscard]] Cause Why() const { return m_cause; }
     [[nodiscard]] ErrorKind Kind() const { return KindOf(m_cause); }
@@ -247,6 +244,8 @@ public:
     [[nodiscard]] const char* what() const noexcept override { return CodeOf(Kind()).data(); }
 
     Suggestion suggestion; // that of the cause, until another is found better
+    // What it comes from, or what else failed then: see Cause.
+    std::vector<Error> related;
 
 private:
     Cause m_cause;

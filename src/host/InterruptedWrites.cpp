@@ -20,8 +20,7 @@ std::vector<TracedWrite> InterruptedWrites::OnRecord(const KeyboardContent& now,
     }
     for (const DamagedRecord& record : damaged)
         if (Journal::MayBeOf(record, now.identity))
-            throw Error(Cause::EntryDamaged,
-                        {.place = record.error.place, .related = {record.error}});
+            throw Error(Cause::EntryDamaged, {.place = record.error.place}, {record.error});
     return traced;
 }
 

@@ -16,7 +16,7 @@ void Attempt(Cause cause, std::vector<Error>& failures, const Step& step) {
     try {
         step();
     } catch (const Error& error) {
-        failures.push_back(Error(cause, {.related = {error}}));
+        failures.push_back(Error(cause, {}, {error}));
     }
 }
 
@@ -111,7 +111,7 @@ void Recording::Close(const Sent& sent) {
     LeaveReceipt(left);
     if (!left.empty())
         throw Error(m_isProved ? Cause::NotRecorded : Cause::UnprovedNotRecorded,
-                    {.holds = m_isProved ? Holds::New : Holds::Unknown, .related = left});
+                    {.holds = m_isProved ? Holds::New : Holds::Unknown}, left);
 }
 
 void Recording::EndReplaced() const {

@@ -4,12 +4,14 @@
 #include "host/Error.h"
 
 #include <utility>
+#include <vector>
 
 namespace qx::host {
 
-[[nodiscard]] inline Error Refusal(Cause cause, ErrorFacts facts = {}) {
+[[nodiscard]] inline Error Refusal(Cause cause, ErrorFacts facts = {},
+                                   std::vector<Error> because = {}) {
     facts.holds = Holds::NotTouched;
-    return Error(cause, std::move(facts));
+    return Error(cause, std::move(facts), std::move(because));
 }
 
 // Runs the step; what it throws is a refusal.

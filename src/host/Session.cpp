@@ -184,9 +184,9 @@ std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bo
         const bool isWhole = std::all_of(areas.begin(), areas.end(),
                                          [&](const Area& area) { return AreaAddress(area) != -1; });
         if (!m_holes.empty() && !isWhole && (document == nullptr || document->Find(key) != nullptr))
-            throw Error(Cause::SectionUnknown, {.name = std::string(title),
-                                                .place = {.section = std::string(key)},
-                                                .related = {m_holes.front()}});
+            throw Error(Cause::SectionUnknown,
+                        {.name = std::string(title), .place = {.section = std::string(key)}},
+                        {m_holes.front()});
     }
     return Present(configuration, fSkipAbsent);
 }

@@ -130,7 +130,7 @@ void Session::Load() {
 
 KeyboardIdentity Session::ReadIdentity() {
     if (m_hidesEntries)
-        throw Error(Cause::KeyboardUnknown, {.related = {m_holes.front()}});
+        throw Error(Cause::KeyboardUnknown, {}, {m_holes.front()});
     return IdentityAsFound();
 }
 

@@ -1,0 +1,58 @@
+#include "host/ErrorText.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace qx::host {
+namespace {
+
+// Every cause has words of its own, and none that belong to one program.
+TEST(ErrorText, WordsEveryCauseForAllPrograms) {
+    const ErrorFacts facts = {.name = "NAME",
+                              .other = "OTHER",
+                              .names = {"one", "two"},
+                              .others = {"three"},
+                              .call = FailedCall{"QXCFG_Init", 77, "nobody\nhome"},
+                              .place = {.file = "till.json", .section = "pos", .address = 0x2080},
+                              .writes = {{"ID", "download", "new.json", "till 1", "noon"}},
+                              .faults = {Fault("/pos", FaultKind::NoSuchModule)}};
+    std::set<std::string> texts;
+    for (int i = 0; i <= static_cast<int>(Cause::SectionsAbsent); ++i) {
+        Error error(static_cast<Cause>(i), facts);
+        // Faults and reasons have the words of a layer below.
+        const bool isWordedBelow = TextOf(error).empty() ||
+                                   error.Kind() == ErrorKind::DocumentInvalid ||
+                                   error.Kind() == ErrorKind::KeyboardDamaged;
+        error.reason = "REASON";
+        error.related = {Error(Cause::Unforeseen, {.reason = "BELOW"})};
+        const std::string text = TextOf(error);
+        EXPECT_FALSE(text.empty()) << i;
+        EXPECT_TRUE(isWordedBelow || texts.insert(text).second) << i << text;
+        for (const char* foreign : {"qxconf", " --", "\n", "menu"})
+            EXPECT_EQ(text.find(foreign), std::string::npos) << text;
+        EXPECT_FALSE(CodeOf(error.Kind()).empty());
+    }
+    EXPECT_GT(texts.size(), 70U);
+}
+
+// What the keyboard holds, the way back and what else failed come behind the cause, in this order.
+TEST(ErrorText, EndsWithTheKeyboardAndTheWayBack) {
+    Error error(
+        Cause::WritingFailed,
+        {.call = FailedCall{"QXCFG_ImageSave", 77}, .holds = Holds::PartlyWritten, .backup = "B"},
+        {Error(Cause::NoReceipt)});
+    EXPECT_EQ(TextOf(error), "writing to the keyboard failed: QXCFG_ImageSave gave status 77; the "
+                             "keyboard is partly written; the backup B has what it held before; "
+                             "there is no receipt");
+    std::set<std::string> texts;
+    for (const Holds holds :
+         {Holds::NotTouched, Holds::Old, Holds::New, Holds::PartlyWritten, Holds::Unknown}) {
+        error.holds = holds;
+        EXPECT_TRUE(texts.insert(TextOf(error)).second);
+    }
+}
+
+} // namespace
+} // namespace qx::host
