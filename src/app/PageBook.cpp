@@ -99,7 +99,8 @@ std::vector<PageBook::Listed> PageBook::Pages() const {
 
 QListWidgetItem* PageBook::ItemOf(const QString& id) const {
     for (int row = 0; row < m_list->count(); ++row)
-        if (m_list->item(row)->data(kIdRole).toString() == id)
+        if (const QVariant own = m_list->item(row)->data(kIdRole); // headings have none
+            own.isValid() && own.toString() == id)
             return m_list->item(row);
     return nullptr;
 }

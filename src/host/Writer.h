@@ -100,8 +100,8 @@ public:
 private:
     [[nodiscard]] KeyboardContent Read() { return m_session.ReadContent(*m_scratch); }
     void ProveNothingToDo(const WritePlan& plan);
-    [[nodiscard]] std::vector<JournalEntry>
-    CutIn(const KeyboardContent& now, const InterruptedWrites::ClaimNames& own) const;
+    [[nodiscard]] std::vector<JournalEntry> CutIn(const KeyboardContent& now,
+                                                  const InterruptedWrites::ClaimNames& own) const;
     // Called immediately before the first byte.
     void CheckBeforeWriting(const KeyboardContent& planned);
     void SaveBackup(Recording& recording);

@@ -33,20 +33,18 @@ struct Modifier {
 };
 // Their numbers are the same in every layout.
 constexpr Modifier kModifiers[] = {
-    {44, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Shift")},
-    {58, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Ctrl")},
-    {60, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Alt")},
-    {62, QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Alt Gr")},
+    {44, QT_TRANSLATE_NOOP("KeyPalette", "Shift")},
+    {58, QT_TRANSLATE_NOOP("KeyPalette", "Ctrl")},
+    {60, QT_TRANSLATE_NOOP("KeyPalette", "Alt")},
+    {62, QT_TRANSLATE_NOOP("KeyPalette", "Alt Gr")},
 };
 
 enum Group { Letters, Editing, Function, Pad, Others, kGroups };
 
 constexpr std::array<const char*, kGroups> kTitles = {
-    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "A–Z"),
-    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Editing"),
-    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "F1–F12"),
-    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Pad"),
-    QT_TRANSLATE_NOOP("qx::views::KeyPalette", "Others"),
+    QT_TRANSLATE_NOOP("KeyPalette", "A–Z"),    QT_TRANSLATE_NOOP("KeyPalette", "Editing"),
+    QT_TRANSLATE_NOOP("KeyPalette", "F1–F12"), QT_TRANSLATE_NOOP("KeyPalette", "Pad"),
+    QT_TRANSLATE_NOOP("KeyPalette", "Others"),
 };
 
 Group GroupOf(Byte key) {

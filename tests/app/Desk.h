@@ -12,6 +12,7 @@
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QListWidget>
@@ -202,6 +203,13 @@ public:
     }
     // All that the keyboard holds.
     [[nodiscard]] std::string Held() { return workbench.Simulated()->Memory(0, sim::kMemorySize); }
+    // The window's own Undo, which also shows what it has undone.
+    QAction& UndoAction() {
+        for (auto* action : window->findChildren<QAction*>())
+            if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z))
+                return *action;
+        throw std::runtime_error("no action undoes");
+    }
     void UndoAll() {
         while (workbench.History().CanUndo())
             workbench.Undo();

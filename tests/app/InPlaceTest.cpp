@@ -24,8 +24,8 @@ TEST(InPlace, AKeyIsEditedWithoutAWindow) {
               Bytes("1F 9F 3A 1F 9F BA 02 82 0B 8B 2B AB 00"));
 
     // Each change is one step.
-    for (const char* before : {"A ^A Ctrl A ^A ^Ctrl", "A ^A", ""}) {
-        desk.window->Undo();
+    for (const char* before : {"A ^A Ctrl A ^A ^Ctrl ", "A ^A ", ""}) {
+        desk.UndoAction().trigger();
         EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").lblCurrSeq.Caption, before);
     }
     EXPECT_FALSE(desk.workbench.History().CanUndo());
@@ -39,6 +39,8 @@ TEST(InPlace, TheSelectedKeyIsTheOneThatIsEdited) {
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 0 F4");
     desk.Click("key_31");
     desk.Click("cmdLayer_0");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "No key selected");
+    desk.ClickKey("funcKeys", 3);
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 1 F4");
     EXPECT_FALSE(desk.Find<QWidget>("removeLast")->isEnabled());
     desk.Click("key_48");

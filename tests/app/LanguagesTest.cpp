@@ -117,8 +117,10 @@ TEST(Languages, SwitchesToGermanAtOnce) {
     desk.AwaitTitle(QStringLiteral("Überblick"));
     EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the same tab is still in front";
     EXPECT_EQ(desk.Notice(), QStringLiteral("Pick a key first.")) << "a notice is not lost";
-    EXPECT_EQ(desk.Find<QListWidget>("pages")->item(2)->text(),
-              QStringLiteral("Magnetkartenleser"));
+    EXPECT_EQ(desk.Find<QListWidget>("pages")
+                  ->findItems(QStringLiteral("Magnetkartenleser"), Qt::MatchExactly)
+                  .size(),
+              1);
     desk.Page("barcode");
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));

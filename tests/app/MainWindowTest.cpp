@@ -294,11 +294,7 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
     QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Cash"));
     desk.ClickKey("funcKeys", 2);
     desk.Page("barcode");
-    QAction* undo = nullptr;
-    for (auto* action : desk.window->findChildren<QAction*>())
-        if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z))
-            undo = action;
-    ASSERT_NE(undo, nullptr);
+    QAction* undo = &desk.UndoAction();
     EXPECT_TRUE(undo->text().startsWith(QStringLiteral("&Undo"))) << undo->text().toStdString();
     EXPECT_TRUE(
         undo->text().contains(QStringLiteral("Layered function keys › Layer 0 F24 › Description")))

@@ -3,6 +3,7 @@
 #include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 #include "views/QXFreeProgKeysView.h"
 

@@ -75,6 +75,21 @@
     </message>
 </context>
 <context>
+    <name>ChipRow</name>
+    <message>
+        <source>%1, item %2 of %3</source>
+        <translation>%1, Eintrag %2 von %3</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message>
+        <source>Keys of the sequence</source>
+        <translation>Tasten der Folge</translation>
+    </message>
+</context>
+<context>
     <name>ColourButton</name>
     <message>
         <source>Use the default colour</source>
@@ -1226,6 +1241,80 @@
     </message>
 </context>
 <context>
+    <name>InPlaceEditor</name>
+    <message>
+        <source>key %1</source>
+        <translation>Taste %1</translation>
+    </message>
+    <message>
+        <source>%1 is pressed and never released.</source>
+        <translation>%1 wird gedrückt und nie losgelassen.</translation>
+    </message>
+    <message>
+        <source>%1 is released and was not pressed.</source>
+        <translation>%1 wird losgelassen, ohne gedrückt zu sein.</translation>
+    </message>
+    <message>
+        <source>%1 is released and was not pressed; a sequence cannot press %2.</source>
+        <translation>%1 wird losgelassen, ohne gedrückt zu sein; %2 kann eine Folge nicht drücken.</translation>
+    </message>
+    <message>
+        <source>This layout has no key %1.</source>
+        <translation>Dieses Layout hat keine Taste %1.</translation>
+    </message>
+</context>
+<context>
+    <name>KeyPalette</name>
+    <message>
+        <source>Hold %1 while the next key is pressed</source>
+        <translation>%1 halten, während die nächste Taste gedrückt wird</translation>
+    </message>
+    <message>
+        <source>Find a key</source>
+        <translation>Taste suchen</translation>
+    </message>
+    <message>
+        <source>Keys to add</source>
+        <translation>Tasten zum Anfügen</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Alt Gr</source>
+        <translation>Alt Gr</translation>
+    </message>
+    <message>
+        <source>A–Z</source>
+        <translation>A–Z</translation>
+    </message>
+    <message>
+        <source>Editing</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>F1–F12</source>
+        <translation>F1–F12</translation>
+    </message>
+    <message>
+        <source>Pad</source>
+        <translation>Ziffernblock</translation>
+    </message>
+    <message>
+        <source>Others</source>
+        <translation>Weitere</translation>
+    </message>
+</context>
+<context>
     <name>KeySheet</name>
     <message>
         <source>Keyboard</source>
@@ -2037,6 +2126,26 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s position do not change.</source>
         <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, die Auswahl beim Start und die Position des Fensters ändern sich nicht.</translation>
     </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Classic</source>
+        <translation>Klassisch</translation>
+    </message>
+    <message>
+        <source>Your own</source>
+        <translation>Eigene</translation>
+    </message>
+    <message>
+        <source>Colour &amp;set:</source>
+        <translation>&amp;Farbschema:</translation>
+    </message>
 </context>
 <context>
     <name>QXLayeredFuncKeysView</name>
@@ -2220,6 +2329,80 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
+    <name>SequenceInspector</name>
+    <message>
+        <source>No key selected</source>
+        <translation>Keine Taste gewählt</translation>
+    </message>
+    <message>
+        <source>Select a key to see and change what it sends.</source>
+        <translation>Wählen Sie eine Taste, um ihre Folge zu sehen und zu ändern.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n code(s) left</source>
+        <translation>
+            <numerusform>noch %n Code frei</numerusform>
+            <numerusform>noch %n Codes frei</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>There is no room for more keys.</source>
+        <translation>Für weitere Tasten ist kein Platz.</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Remove what is before the caret</source>
+        <translation>Den Eintrag vor der Einfügemarke entfernen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Remove all keys of the sequence</source>
+        <translation>Alle Tasten der Folge entfernen</translation>
+    </message>
+    <message>
+        <source>Stop recording</source>
+        <translation>Aufnahme beenden</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>Aufnehmen</translation>
+    </message>
+    <message>
+        <source>Record the keys that you press on this PC&apos;s keyboard</source>
+        <translation>Die Tasten aufnehmen, die Sie auf der Tastatur dieses PCs drücken</translation>
+    </message>
+    <message>
+        <source>Type text</source>
+        <translation>Text eingeben</translation>
+    </message>
+    <message>
+        <source>Text to type</source>
+        <translation>Einzugebender Text</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Anfügen</translation>
+    </message>
+    <message>
+        <source>Add the keys that type the text</source>
+        <translation>Die Tasten anfügen, die diesen Text schreiben</translation>
+    </message>
+    <message>
+        <source>Add + Enter</source>
+        <translation>Anfügen + Enter</translation>
+    </message>
+    <message>
+        <source>Add the keys that type the text, and Enter</source>
+        <translation>Die Tasten anfügen, die diesen Text schreiben, und Enter</translation>
+    </message>
+</context>
+<context>
     <name>SequenceLabel</name>
     <message>
         <source>No keys</source>
@@ -2395,6 +2578,22 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>(sound)</source>
         <translation>(unbeschädigt)</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Readers</source>
+        <translation>Leser</translation>
+    </message>
+    <message>
+        <source>Programmable keys</source>
+        <translation>Programmierbare Tasten</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,23 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>Errors</name>
+    <message numerus="yes">
+        <source>%1 (and %n more)</source>
+        <translation>
+            <numerusform>%1 (and %n more)</numerusform>
+            <numerusform>%1 (and %n more)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The keyboard does not hold what was written (%n byte(s)).</source>
+        <translation>
+            <numerusform>The keyboard does not hold what was written (%n byte).</numerusform>
+            <numerusform>The keyboard does not hold what was written (%n bytes).</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ReviewSheet</name>
     <message numerus="yes">
         <source>This changes %n setting(s) of the keyboard %1.</source>
@@ -15,6 +32,16 @@
         <translation>
             <numerusform>One byte is sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
             <numerusform>%n bytes are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SequenceInspector</name>
+    <message numerus="yes">
+        <source>%n code(s) left</source>
+        <translation>
+            <numerusform>%n code left</numerusform>
+            <numerusform>%n codes left</numerusform>
         </translation>
     </message>
 </context>
