@@ -11,13 +11,16 @@ namespace qx::app {
 namespace {
 
 constexpr Integer kSystem = 0;
-constexpr Integer kGerman = 1031;
 constexpr Integer kPrimaryLanguage = 0x3FF; // of a language id; the rest is the country
 
-bool IsGerman(Integer nLanguage) {
-    if (nLanguage == kSystem)
-        return QLocale::system().language() == QLocale::German;
-    return (nLanguage & kPrimaryLanguage) == (kGerman & kPrimaryLanguage);
+QString CodeOf(Integer nLanguage) {
+    const QString system = QLocale::system().name().section('_', 0, 0);
+    for (const ProgramLanguage& language : kLanguages)
+        if (nLanguage == kSystem
+                ? system == QLatin1String(language.code)
+                : (nLanguage & kPrimaryLanguage) == (language.id & kPrimaryLanguage))
+            return QString::fromLatin1(language.code);
+    return QStringLiteral("en");
 }
 
 } // namespace
@@ -41,11 +44,11 @@ Language::~Language() = default;
 void Language::Switch(Integer nLanguage) {
     QCoreApplication::removeTranslator(m_program.get());
     QCoreApplication::removeTranslator(&m_toolkit);
-    const QString name = IsGerman(nLanguage) ? QStringLiteral("de") : QStringLiteral("en");
-    QLocale::setDefault(QLocale(name));
-    if (m_program->load(QStringLiteral(":/i18n/qxcontrols_") + name))
+    const QString code = CodeOf(nLanguage);
+    QLocale::setDefault(QLocale(code));
+    if (m_program->load(QStringLiteral(":/i18n/qxcontrols_") + code))
         QCoreApplication::installTranslator(m_program.get());
-    if (m_toolkit.load(QStringLiteral("qtbase_") + name,
+    if (m_toolkit.load(QStringLiteral("qtbase_") + code,
                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&m_toolkit);
 }

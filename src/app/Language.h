@@ -9,6 +9,18 @@
 
 namespace qx::app {
 
+struct ProgramLanguage {
+    Integer id;       // a Windows language id, as in the preferences
+    const char* code; // of its translation file and of its locale
+    const char* name; // in the language itself, UTF-8
+};
+
+// A new language is an entry here, and its translation file in CMakeLists.txt.
+inline constexpr ProgramLanguage kLanguages[] = {
+    {1031, "de", "Deutsch"},
+    {1033, "en", "English"},
+};
+
 class Language {
 public:
     Language();

@@ -2,6 +2,7 @@
 
 #include "app/ColourButton.h"
 #include "app/KeySample.h"
+#include "app/Language.h"
 #include "app/PreferenceTab.h"
 #include "app/StartWizard.h"
 #include "app/VersionBox.h"
@@ -107,10 +108,10 @@ QWidget* PreferencesPage::MakeGeneralTab() {
 QWidget* PreferencesPage::MakeLanguagesTab() {
     PreferenceTab tab;
     QFormLayout* program = tab.AddGroup(tr("The program"));
-    AddChoice(*program, Preference::PreferedAppLang, tr("&Language:"),
-              {{tr("As the system"), Integer{0}},
-               {QStringLiteral("Deutsch"), Integer{1031}},
-               {QStringLiteral("English"), Integer{1033}}});
+    Choices languages{{tr("As the system"), Integer{0}}};
+    for (const ProgramLanguage& language : kLanguages)
+        languages.emplace_back(QString::fromUtf8(language.name), language.id);
+    AddChoice(*program, Preference::PreferedAppLang, tr("&Language:"), languages);
 
     QFormLayout* keys = tab.AddGroup(tr("The keys"));
     Choices layouts{{tr("Standard (English, United States)"), Integer{0}}};
