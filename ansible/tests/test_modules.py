@@ -215,7 +215,28 @@ class Failures(ModuleTest):
         self.assertIn("it printed: \\u001b]0;junk", result["msg"])
         self.assertEqual((result["keyboard_state"], result["changed"]), ("unknown", True))
 
-    def test_the_records_show_what_a_failed_write_has_left(self):
+    def test_an_error_shows_what_a_failed_write_has_left(self):
+        cases = {
+            "not-touched": ("unchanged", False, None),
+            "old": ("unchanged", False, None),
+            "new": ("written", True, None),
+            "partly-written": ("partly written", True, "recover set to finish"),
+            "unknown": ("unknown", True, "run qxconf recover"),
+            "a new word": ("unknown", True, "run qxconf recover"),
+        }
+        for holds, (state, changed, advice) in cases.items():
+            for suggestion in (None, "restore-backup"):
+                with self.subTest(holds=holds, suggestion=suggestion):
+                    more = {"holds": holds, "suggestion": suggestion}
+                    failed = answer(error("transfer-failed", **more), "download", status=4)
+                    result = self.run_module(failed)
+                    self.assertEqual((result["keyboard_state"], result["changed"]), (state, changed))
+                    if advice and suggestion is None:
+                        self.assertIn(advice, result["msg"])
+                    else:
+                        self.assertEqual(result["msg"], "transfer-failed it is")
+
+    def test_the_records_show_what_a_write_without_an_error_has_left(self):
         def receipt(word: str, name: str = "K/T-@PID@-1") -> dict:
             return {"time": "@NOW@", "backup": name, "result": word, "document": "till.json"}
 
@@ -241,7 +262,7 @@ class Failures(ModuleTest):
             with self.subTest(receipts=receipts, journal=journal):
                 writes = {"schema": 1, "onRecord": [journal] if journal else []}
                 answers = [
-                    answer(error("transfer-failed"), "download", status=4),
+                    answer("", "download", status=4),
                     answer({"schema": 1, "receipts": receipts}, "receipts"),
                     answer(writes, "recover", "--list"),
                 ]
@@ -352,7 +373,7 @@ class Recovery(ModuleTest):
         receipt = {"time": "@NOW@", "backup": "K/T-@PID@-1", "result": "partly written"}
         result = self.run_module(
             refused,
-            answer(error("transfer-failed"), "--finish", status=4, remember=True),
+            answer("", "--finish", status=-9, remember=True),
             answer({"schema": 1, "receipts": [receipt]}),
             answer(NO_WRITES),
             recover="finish",
@@ -362,7 +383,7 @@ class Recovery(ModuleTest):
         result = self.run_module(
             refused,
             answer({"schema": 1, "bytesSent": 5}),
-            answer(error("keyboard-busy"), "download", status=4),
+            answer(error("keyboard-busy", holds="not-touched"), "download", status=4),
             recover="rollback",
         )
         self.assertEqual((result["recovered"], result["changed"]), ("rolled back", True))

@@ -23,15 +23,19 @@ REFUSALS = {
     "document-invalid",
     "layout-invalid",
     "model-invalid",
-    "keyboard-busy",
-    "keyboard-damaged",
     "interrupted",
     "qxconf-not-started",
+}
+# The member "holds" of an error.
+STATE_BY_HOLDS = {
+    "not-touched": UNCHANGED,
+    "old": UNCHANGED,
+    "new": WRITTEN,
+    "partly-written": PARTLY_WRITTEN,
 }
 STATE_BY_RECEIPT = {
     "verified": WRITTEN,
     "written": WRITTEN,
-    "not verified": WRITTEN,
     "nothing changed": UNCHANGED,
     "partly written": PARTLY_WRITTEN,
     "differs": PARTLY_WRITTEN,
@@ -52,11 +56,15 @@ def state_after(
 ) -> str:
     """What the keyboard holds after a failed write of one of the documents, begun since then.
 
-    A write is on record before its first byte, so where nothing is on record nothing was sent.
-    The keyboard itself is read only for a write that was cut.
+    The error of qxconf shows it. If qxconf has ended without one, its records do: a write is on
+    record before its first byte, so where nothing is on record nothing was sent. The keyboard
+    itself is read only for a write that was cut.
     """
     if failure.code == "write-interrupted":
         return PARTLY_WRITTEN  # by an earlier write
+    holds = failure.error.get("holds")
+    if holds is not None:
+        return STATE_BY_HOLDS.get(str(holds), UNKNOWN)
     if failure.code in REFUSALS:
         return UNCHANGED
     process = str(qxconf.process_id)  # which the names of all its records have

@@ -84,12 +84,14 @@ ansible_facts:
 import tempfile
 
 from ansible.module_utils.basic import AnsibleModule
-from ansible_collections.qxcontrols.keyboards.plugins.module_utils.qxconf import (
+from ansible_collections.qxcontrols.keyboards.plugins.module_utils.options import (
     KEYBOARD_OPTIONS,
-    Failure,
-    Qxconf,
     check_keyboard_options,
     keyboard_options,
+)
+from ansible_collections.qxcontrols.keyboards.plugins.module_utils.qxconf import (
+    Failure,
+    Qxconf,
     member,
 )
 
