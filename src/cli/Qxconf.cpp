@@ -28,8 +28,8 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
          .value = "FILE"},
         {.name = "--model",
          .target = &options.keyboard.model,
-         .summary = "Make the simulated keyboard when there is none, of this model: full, magnet, "
-                    "x1-4620, or a file",
+         .summary = "Create the simulated keyboard, if there is none, with this model: full, "
+                    "magnet, x1-4620, or a file",
          .value = "NAME",
          .offers = [](Context&) { return sim::KeyboardModel::Names(); }},
         {.name = "--layouts",
@@ -43,7 +43,7 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
          .offers = [&options](Context&) { return setup::LayoutNames(options.layouts); }},
         {.name = "--settings",
          .target = &options.settings,
-         .summary = "Keep preferences in this file in place of the user's own",
+         .summary = "Keep preferences in this file instead of the user's own",
          .value = "FILE"},
         {.name = "--trace",
          .target = &options.trace,
@@ -53,7 +53,7 @@ std::vector<Option> GlobalOptionsInto(GlobalOptions& options) {
          .summary = "Write each result as one JSON object"},
         {.name = "-q,--quiet",
          .target = &options.quiet,
-         .summary = "Show results, errors and warnings of loss only, neither notes nor progress"},
+         .summary = "Show only results, errors and warnings of loss; no notes and no progress"},
     };
 }
 
@@ -84,13 +84,14 @@ void MakeProgram(Command& program, GlobalOptions& options) {
         .name = "qxconf",
         .summary = "Program modular point-of-sale keyboards.",
         .options = GlobalOptionsInto(options),
-        .footer = "Upload is keyboard to file, download is file to keyboard.\n\nExamples:\n"
-                  "  qxconf identify\n"
-                  "  qxconf upload -o till.json\n"
-                  "  qxconf download till.json\n\n"
-                  "Exit status: 0 done, 1 differences found or batch ended early, 2 wrong usage,\n"
-                  "3 keyboard not opened, 4 transfer or file operation failed, 5 read-back "
-                  "differs,\n6 invalid document, layout or model.",
+        .footer =
+            "Upload is keyboard to file, download is file to keyboard.\n\nExamples:\n"
+            "  qxconf identify\n"
+            "  qxconf upload -o till.json\n"
+            "  qxconf download till.json\n\n"
+            "Exit status: 0 done, 1 differences found or units of a batch left, 2 wrong usage,\n"
+            "3 keyboard not opened, 4 transfer or file operation failed, 5 read-back "
+            "differs,\n6 invalid document, job, layout or model.",
         .commands = {IdentifyCommand(), UploadCommand(), DownloadCommand(), ShowCommand(),
                      SheetCommand(), DiffCommand(), ValidateCommand(), DefaultsCommand()},
     };

@@ -135,12 +135,13 @@ Command RestoreCommand() {
     const auto options = std::make_shared<Options>();
     return {
         .name = "restore",
-        .summary = "Make the keyboard hold every byte of a backup",
+        .summary = "Restore the keyboard's contents from a backup",
         .options = {IdArgument(options->id),
                     {.name = "--other-keyboard",
                      .target = &options->otherKeyboard,
-                     .summary = "Also when it seems to be of another keyboard of the same kind, "
-                                "which keeps its own GUID"}},
+                     .summary =
+                         "Restore it even if it seems to belong to another keyboard of the same "
+                         "model; this one keeps its own identifier"}},
         .footer = std::string("The keyboard's present contents are saved first.\n\nExample:\n"
                               "  qxconf backup restore ") +
                   kExampleId,
@@ -158,9 +159,9 @@ Command BackupCommand() {
         .footer =
             "Every write first saves the keyboard's contents. A backup is kept for at least " +
             std::to_string(host::BackupStore::kDays) +
-            " days,\nand until its keyboard has backups of " +
+            " days,\nand until its keyboard has backups from " +
             std::to_string(host::BackupStore::kLaterDays) +
-            " days after those; one that an interrupted write needs stays.\n\nExamples:\n"
+            " later days. One that an interrupted write needs is never deleted.\n\nExamples:\n"
             "  qxconf backup list\n"
             "  qxconf backup restore " +
             kExampleId,

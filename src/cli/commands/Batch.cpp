@@ -147,7 +147,7 @@ Command BatchCommand() {
     const auto options = std::make_shared<BatchOptions>();
     return {
         .name = "batch",
-        .summary = "Program many keyboards by a job file",
+        .summary = "Program the keyboards that a job file lists",
         .options = {{.name = "JOB",
                      .target = &options->job,
                      .summary = "The job file",
@@ -163,11 +163,11 @@ Command BatchCommand() {
                      .summary = "Leave out settings that a keyboard has no module for"},
                     {.name = "--repair",
                      .target = &options->repair,
-                     .summary = "Replace blocks of a keyboard that are damaged, which are left "
-                                "alone otherwise"},
+                     .summary =
+                         "Replace damaged blocks of a keyboard, which otherwise stay as they are"},
                     {.name = "--only",
                      .target = &options->only,
-                     .summary = "Program only the unit of this name; may be repeated",
+                     .summary = "Program only the unit with this name; may be repeated",
                      .value = "NAME"},
                     {.name = "--jobs",
                      .target = &options->jobs,
@@ -177,8 +177,8 @@ Command BatchCommand() {
                      .excludes = {"--bench"}},
                     {.name = "--timeout",
                      .target = &options->timeout,
-                     .summary = "Give up on a driver that neither answers nor makes progress for "
-                                "so many seconds (default 120)",
+                     .summary = "Give up on a driver after this many seconds without an answer or "
+                                "progress (default 120)",
                      .value = "SECONDS",
                      .range = std::pair<Long, Long>(1, kLongestTimeout)}},
         .footer =
@@ -192,17 +192,17 @@ Command BatchCommand() {
             "\"002\" } } ] }\n\n"
             "In the document, ${till} stands for the value. All documents are checked before the "
             "first keyboard is\ntouched; a keyboard that fails does not stop the others. "
-            "JOB.report.json records the progress: run\nagain, batch does only what is not done or "
-            "has changed. A write that was interrupted is rolled back\nfirst. An identifier that "
-            "several units would get is left out, so that each keeps its own.\n\n"
-            "Each driver library runs in a process of its own: one that crashes, hangs or exits "
-            "costs its unit only.\nUnits of the same driver and keyboard are never programmed at "
-            "the same time.\n\n"
+            "JOB.report.json records the progress: when run\nagain, batch programs only the units "
+            "that are not done or have changed. An interrupted write is rolled\nback first. An "
+            "identifier that several units would get is left out, so that each keeps its own.\n\n"
+            "Each driver library runs in a process of its own: if it crashes, hangs or exits, "
+            "only its unit fails.\nUnits with the same driver and keyboard are never programmed "
+            "at the same time.\n\n"
             "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without "
             "a keyboard of their\nown: each keyboard that is plugged in becomes the next unit. "
-            "Ctrl+C ends it.\n\n"
-            "Exits with 0 when all units are done, with the status of the first unit that failed, "
-            "and with 1 when\nunits are left that did not fail, also after --dry-run.\n\n"
+            "Ctrl+C ends the batch.\n\n"
+            "The exit status is 0 if all units are done, that of the first unit that failed, or 1 "
+            "if no unit failed but\nsome are left, as with --dry-run.\n\n"
             "Examples:\n"
             "  qxconf batch --dry-run tills.json\n"
             "  qxconf batch tills.json\n"

@@ -35,7 +35,7 @@ Command CodePageCommand() {
                          .target = file.get(),
                          .summary = "The code page: its first 256 bytes count",
                          .isRequired = true}},
-            .footer = std::string("Exits with 1 when they differ.\n\n") + example,
+            .footer = std::string("Exits with 1 if they differ.\n\n") + example,
             .run = [file](Context& context) { Compare(context, *file); },
         }},
     };

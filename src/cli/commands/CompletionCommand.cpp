@@ -35,12 +35,13 @@ Command CompletionCommand(const Command& program) {
                      .choices = {"bash", "zsh", "fish", kWords}},
                     {.name = "WORDS",
                      .target = &options->words,
-                     .summary = "With \"words\" in place of a shell: the words so far, for which "
-                                "the next ones are listed",
+                     .summary =
+                         "With \"words\" instead of a shell: the words typed so far; lists the "
+                         "possible next ones",
                      .mayBeEmpty = true,
                      .offers = OfferNothing}},
-        .footer = "The script asks this program, so that it knows its backups and preferences "
-                  "too.\n\nExamples:\n"
+        .footer = "The script calls this program, so it also completes the ids of backups and the "
+                  "names of preferences.\n\nExamples:\n"
                   "  . <(qxconf completion bash)\n"
                   "  qxconf completion zsh > ~/.zfunc/_qxconf\n"
                   "  qxconf completion fish > ~/.config/fish/completions/qxconf.fish\n"

@@ -142,8 +142,8 @@ Command DiffCommand() {
                      .target = &options->file2,
                      .summary = "The document to compare with; without it, the keyboard"},
                     SetOption(options->set)},
-        .footer = "With one file, each line shows what a download of it would change in the "
-                  "keyboard.\nExits with 1 when there are differences.\n\nExamples:\n"
+        .footer = "With one file, each line shows a change that a download of it would make in the "
+                  "keyboard.\nExits with 1 if there are differences.\n\nExamples:\n"
                   "  qxconf diff till.json\n"
                   "  qxconf diff old.json new.json",
         .run =

@@ -259,13 +259,15 @@ private:
 Command DoctorCommand() {
     return {
         .name = "doctor",
-        .summary = "Examine everything between this program and the keyboard, for a report",
-        .footer = "Reads the keyboard and goes on after each problem. The report has the driver "
-                  "library, all of\nits calls with their results, the directory and the folders, "
-                  "but nothing that is stored in\nthe keyboard. The exit status is that of the "
-                  "first problem.\n\nExamples:\n"
-                  "  qxconf --driver TANDORQX.DLL doctor > report.txt\n"
-                  "  qxconf --json doctor",
+        .summary =
+            "Examine the driver library, the keyboard and the files, for a report to support",
+        .footer =
+            "Reads the keyboard and continues after each problem. The report contains the driver "
+            "library, all\nits calls with their results, the directory and the folders, "
+            "but nothing that is stored in\nthe keyboard. The exit status is that of the "
+            "first problem.\n\nExamples:\n"
+            "  qxconf --driver TANDORQX.DLL doctor > report.txt\n"
+            "  qxconf --json doctor",
         .run = [](Context& context) { Doctor(context).Examine(); },
     };
 }

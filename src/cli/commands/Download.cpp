@@ -135,8 +135,9 @@ Command DownloadCommand() {
                      .summary = "Show the bytes and settings that would change; write nothing"},
                     {.name = "--repair",
                      .target = &options->repair,
-                     .summary = "Replace blocks of the keyboard that are damaged, which are left "
-                                "alone otherwise"},
+                     .summary =
+                         "Replace damaged blocks of the keyboard, which otherwise stay as they "
+                         "are"},
                     {.name = "--full",
                      .target = &options->full,
                      .summary = "Send every byte, changed or not"},
@@ -145,9 +146,9 @@ Command DownloadCommand() {
                      .summary = "Do not read back and compare: the backup is then the only way "
                                 "back"},
                     SetOption(options->set)},
-        .footer = "Sections that the document lacks stay as they are in the keyboard. The "
-                  "keyboard's contents are saved\n(qxconf backup), the bytes that change are "
-                  "sent, then read back and compared.\n\nExamples:\n"
+        .footer = "Sections that are not in the document stay as they are in the keyboard. The "
+                  "keyboard's contents are\nsaved first (see qxconf backup). Only the bytes that "
+                  "change are sent; then everything is read back and\ncompared.\n\nExamples:\n"
                   "  qxconf download till.json\n"
                   "  qxconf download --dry-run till.json\n"
                   "  qxconf download --set till=042 till.json\n"

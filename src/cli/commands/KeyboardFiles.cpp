@@ -73,7 +73,7 @@ Command TransferCommand(const host::KeyboardFileKind& kind, bool save) {
                      .target = &options->file,
                      .summary = "The file, in the driver's own format",
                      .isRequired = true}},
-        .footer = std::string(isBackedUp ? "The keyboard's contents are saved before (qxconf "
+        .footer = std::string(isBackedUp ? "The keyboard's contents are saved first (see qxconf "
                                            "backup). They are not read back afterwards.\n\n"
                                          : "") +
                   "Example:\n  qxconf " + std::string(kind.key) + " " + name + " keyboard.bin",
@@ -86,11 +86,11 @@ Command TransferCommand(const host::KeyboardFileKind& kind, bool save) {
         command.options.push_back(
             {.name = "--baud",
              .target = &options->line.baudRateIndex,
-             .summary = "Index of the baud rate, in place of the preferred one",
+             .summary = "Index of the baud rate, instead of the preferred one",
              .value = "INDEX"});
         command.options.push_back({.name = "--port",
                                    .target = &options->line.comPort,
-                                   .summary = "Serial port, in place of the preferred one",
+                                   .summary = "Serial port, instead of the preferred one",
                                    .value = "NUMBER"});
     }
     return command;
@@ -158,7 +158,7 @@ Command ConvertCommand() {
     for (std::size_t i = 0; i < 3; ++i)
         command.options.push_back({.name = names[i],
                                    .target = &conversion->parameters[i],
-                                   .summary = "Parameter of the driver's own",
+                                   .summary = "A parameter for the driver",
                                    .isRequired = true});
     return command;
 }

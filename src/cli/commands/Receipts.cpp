@@ -28,10 +28,11 @@ Command ReceiptsCommand() {
     return {
         .name = "receipts",
         .summary = "List the records of all writes",
-        .footer = "With --json each one has the hashes of the document and of the keyboard's "
-                  "contents before and\nafter.\n\nExamples:\n"
-                  "  qxconf receipts\n"
-                  "  qxconf --json receipts",
+        .footer =
+            "With --json each record includes the hashes of the document and of the keyboard's "
+            "contents before\nand after.\n\nExamples:\n"
+            "  qxconf receipts\n"
+            "  qxconf --json receipts",
         .run = List,
     };
 }

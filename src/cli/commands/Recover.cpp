@@ -192,39 +192,38 @@ Command RecoverCommand() {
     return {
         .name = "recover",
         .summary = "Finish or roll back a write that was interrupted",
-        .options = {{.name = "ID",
-                     .target = &options->id,
-                     .summary = "The write that is meant, as listed; needed where the keyboard "
-                                "holds a part of several",
-                     .offers =
-                         [](Context& context) {
-                             std::vector<std::string> ids;
-                             for (const auto& entry : context.Records().journal.Entries())
-                                 ids.push_back(entry.Id());
-                             return ids;
-                         }},
-                    {.name = "--finish",
-                     .target = &options->finish,
-                     .summary = "Write the rest of it"},
-                    {.name = "--rollback",
-                     .target = &options->rollBack,
-                     .summary = "Restore the keyboard's contents from before it",
-                     .excludes = {"--finish"}},
-                    {.name = "--forget",
-                     .target = &options->forget,
-                     .summary = "Keep the keyboard as it is and discard the recovery record",
-                     .excludes = {"--finish", "--rollback"}},
-                    {.name = "--list",
-                     .target = &options->list,
-                     .summary = "List the interrupted writes to all keyboards",
-                     .excludes = {"--finish", "--rollback", "--forget"}}},
+        .options =
+            {{.name = "ID",
+              .target = &options->id,
+              .summary = "The write, as shown by --list; needed if the keyboard holds a part "
+                         "of several",
+              .offers =
+                  [](Context& context) {
+                      std::vector<std::string> ids;
+                      for (const auto& entry : context.Records().journal.Entries())
+                          ids.push_back(entry.Id());
+                      return ids;
+                  }},
+             {.name = "--finish", .target = &options->finish, .summary = "Write the rest of it"},
+             {.name = "--rollback",
+              .target = &options->rollBack,
+              .summary = "Restore the keyboard's contents from before it",
+              .excludes = {"--finish"}},
+             {.name = "--forget",
+              .target = &options->forget,
+              .summary = "Keep the keyboard as it is and discard the recovery record",
+              .excludes = {"--finish", "--rollback"}},
+             {.name = "--list",
+              .target = &options->list,
+              .summary = "List the interrupted writes to all keyboards",
+              .excludes = {"--finish", "--rollback", "--forget"}}},
         .footer =
-            "Without an option it only reports the interrupted write. It can be repeated "
-            "until it succeeds,\neither way. The keyboard's contents are saved before. A "
-            "keyboard that holds no part of an\ninterrupted write may be another one of its "
-            "kind: it is not touched, and the write stays on record\nuntil its keyboard is "
-            "plugged in again, or until it is forgotten by its ID, for which the keyboard is\n"
-            "not needed.\n\nExamples:\n"
+            "Without an option, only the interrupted write is reported. --finish and --rollback "
+            "save the keyboard's\ncontents first, and can be repeated, either way, until they "
+            "succeed. A keyboard that holds no part of an\ninterrupted write may be another one "
+            "of the same model: it is not touched, and the write stays on\nrecord until its "
+            "keyboard is plugged in again, or until --forget ID discards the record, which needs "
+            "no\nkeyboard.\n\nExamples:\n"
             "  qxconf recover\n"
             "  qxconf recover --rollback\n"
             "  qxconf recover --list\n"

@@ -25,14 +25,14 @@ host::Variables VariablesOf(const std::vector<std::string>& set) {
 Option OutputOption(std::string& file) {
     return {.name = "-o,--output",
             .target = &file,
-            .summary = "Write the document into this file, not to standard output",
+            .summary = "Write the document to this file instead of standard output",
             .value = "FILE"};
 }
 
 Option SetOption(std::vector<std::string>& set) {
     return {.name = "--set",
             .target = &set,
-            .summary = "Give a variable of the document a value; may be repeated",
+            .summary = "Give a variable of the document its value; may be repeated",
             .value = "NAME=VALUE",
             .mayBeEmpty = true,
             .offers = OfferNothing};

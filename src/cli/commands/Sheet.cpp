@@ -131,14 +131,14 @@ Command SheetCommand() {
                      .summary = "The document to print; without it, the keyboard's settings"},
                     {.name = "--date",
                      .target = &options->date,
-                     .summary = "Print this date, not today's",
+                     .summary = "Print this date instead of today's",
                      .value = "TEXT",
                      .offers = OfferNothing},
                     SetOption(options->set)},
         .footer =
             std::string("The sheet has the keyboard with its legends, the programmed keys, "
-                        "the layers and POS blocks\nthat are in use, and the readers' headers "
-                        "and terminators, on A4 pages") +
+                        "the layers and POS blocks\nthat are in use, and the readers' prefixes "
+                        "and suffixes, on A4 pages") +
             kSvgNote +
             ". Never changes the keyboard.\n\nExamples:\n"
             "  qxconf sheet -o till.pdf\n"

@@ -200,7 +200,7 @@ Command SwipeCommand() {
              .value = "TRACK",
              .range = {{1, lastTrack}}});
     };
-    addFault("--wrong-lrc", options->wrongLRC, "check character");
+    addFault("--wrong-lrc", options->wrongLRC, "checksum (LRC)");
     addFault("--wrong-last-char", options->wrongLastChar, "last character");
     return command;
 }
@@ -256,7 +256,7 @@ Command TestDriveCommand() {
     return {
         .name = "test-drive",
         .summary = "Show what the PC would receive from the keyboard",
-        .footer = "Works on a simulated keyboard, from the settings in its memory, and changes "
+        .footer = "Needs a simulated keyboard. Uses the settings in its memory and changes "
                   "nothing.\n\nExamples:\n"
                   "  qxconf test-drive key 112\n"
                   "  qxconf test-drive function 6 --layer 3\n"

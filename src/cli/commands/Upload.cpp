@@ -23,9 +23,10 @@ Command UploadCommand() {
     return {
         .name = "upload",
         .summary = "Read the keyboard's settings into a document (keyboard to file)",
-        .options = {OutputOption(*file),
-                    {"--no-identifier", noIdentifier.get(),
-                     "Leave out the keyboard's identifier, so that the document suits others"}},
+        .options =
+            {OutputOption(*file),
+             {"--no-identifier", noIdentifier.get(),
+              "Leave out the keyboard's identifier, so that the document can be used for others"}},
         .footer = "Never changes the keyboard.\n\nExamples:\n"
                   "  qxconf upload -o till.json\n"
                   "  qxconf upload --no-identifier -o every-till.json\n"

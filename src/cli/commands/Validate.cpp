@@ -90,15 +90,17 @@ Command ValidateCommand() {
                     SetOption(options->set),
                     {.name = "--lint",
                      .target = &options->lint,
-                     .summary = "Also list sequences that leave a key pressed, release one that is "
-                                "not, or use a key that the layout lacks; exits with 1 if there "
-                                "are any"}},
-        .footer = "Needs no keyboard, and so does not know which keys its layout allows to be "
-                  "programmed.\n\nExamples:\n"
-                  "  qxconf validate till.json\n"
-                  "  qxconf validate --set till=042 till.json\n"
-                  "  qxconf validate --lint till.json\n"
-                  "  qxconf --json validate till.json",
+                     .summary =
+                         "Also list sequences that leave a key pressed, release a key that is "
+                         "not pressed, or use a key that the layout does not have; exit "
+                         "with 1 if there are any"}},
+        .footer =
+            "Needs no keyboard, so it cannot check whether the keyboard's layout allows a key to "
+            "be programmed.\n\nExamples:\n"
+            "  qxconf validate till.json\n"
+            "  qxconf validate --set till=042 till.json\n"
+            "  qxconf validate --lint till.json\n"
+            "  qxconf --json validate till.json",
         .run = [options](Context& context) { Validate(context, *options); },
     };
 }
