@@ -10,8 +10,8 @@ class ModuleDocFragment:
 options:
   driver:
     description:
-      - The keyboard's driver library on the till, as an absolute path or as a name that the system
-        looks for.
+      - The keyboard's driver library on the till, as an absolute path or as a name in the system's
+        search path for libraries.
       - Without I(driver) and I(keyboard), C(qxconf) uses the driver that the environment variable
         C(QXCONF_DRIVER) names, or else the simulated keyboard in the user's data folder.
     type: str
@@ -35,14 +35,13 @@ options:
     type: str
   executable:
     description:
-      - The program C(qxconf), as an absolute path or as a name to be found in C(PATH).
+      - The program C(qxconf), as an absolute path or as a name in C(PATH).
     type: path
     default: qxconf
   timeout:
     description:
       - The number of seconds that each run of C(qxconf) may take. After that it is asked to end,
-        and ten seconds later it is killed. A write that has begun may be cut by that, and is then
-        on record.
+        and ten seconds later it is killed. This may interrupt a write, which is then on record.
     type: int
     default: 600
 """

@@ -12,19 +12,19 @@ short_description: Program the keyboard of a till
 version_added: "0.1.0"
 author: The QXControls authors (@qxcontrols)
 description:
-  - Makes a keyboard hold the settings of a configuration document. Settings that the document does
-    not have stay as they are.
+  - Writes the settings of a configuration document to a keyboard, if they differ. Settings that are
+    not in the document do not change.
   - C(qxconf) on the till plans the write, saves the keyboard's contents, sends the bytes that
-    differ, and reads them back and compares. The task has changed something only if bytes were sent.
-  - With C(--check) nothing is written, and with C(--diff) each setting is shown in words as it is
-    and as it is to be.
+    differ, and reads the keyboard back to compare. The task counts as changed only if bytes were sent.
+  - With C(--check) nothing is written. With C(--diff) each setting is shown before and after the
+    change.
 extends_documentation_fragment:
   - qxcontrols.keyboards.keyboard
 options:
   src:
     description:
-      - The document, a file on the controller. A relative path is looked for as C(copy) does it,
-        beginning with C(files/) of the role or playbook.
+      - The document, a file on the controller. A relative path is searched for as in C(copy),
+        first in C(files/) of the role or playbook.
       - Exactly one of I(src) and I(content) is required.
     type: path
   content:
@@ -34,10 +34,10 @@ options:
   variables:
     description:
       - Values of the document's variables, the placeholders C(${name}). A value is a text, a number
-        or a switch. Write one with leading zeros in quotes.
-      - A placeholder that is not named here gets the host's own variable of that name, if there
-        is one.
-      - The till's process list shows the values while C(qxconf) runs.
+        or a boolean. Put numbers with leading zeros in quotes.
+      - A placeholder that is not listed here gets the value of the host variable with that name, if
+        there is one.
+      - While C(qxconf) runs, the till's process list shows the values.
     type: dict
     default: {}
   skip_absent:
@@ -63,13 +63,13 @@ attributes:
     description: Plans the write and reports whether it would change the keyboard.
     support: full
   diff_mode:
-    description: Shows each setting in words, as it is and as it is to be.
+    description: Shows each setting before and after the change.
     support: full
 notes:
   - Supports C(check_mode) and C(--diff).
   - Backups, receipts and interrupted writes are kept in the data folder of the user that the task
     runs as, so every task for a keyboard should run as the same user.
-  - For settings that are secret set C(no_log) on the task, since the difference shows them.
+  - If settings are secret, set C(no_log) on the task, because the difference shows them.
 seealso:
   - module: qxcontrols.keyboards.keyboard_facts
 """
@@ -111,9 +111,8 @@ bytes_sent:
   returned: success
   type: int
 keyboard_state:
-  description: Whether the keyboard holds the document (C(as wanted)); in check mode whether it would
-    have to be changed (C(differs)). After a failure C(unchanged), C(written), C(partly written) or
-    C(unknown).
+  description: C(as wanted) if the keyboard holds the document, or C(differs) if check mode found that
+    it does not. After a failure C(unchanged), C(written), C(partly written) or C(unknown).
   returned: always
   type: str
 backup:
@@ -138,8 +137,8 @@ document:
   returned: always
   type: str
 code:
-  description: The code of the failure. It is one of C(qxconf), or C(qxconf-not-started), C(timeout),
-    C(killed) or C(unexpected-result).
+  description: The error code of C(qxconf), or C(qxconf-not-started), C(timeout), C(killed) or
+    C(unexpected-result).
   returned: failure
   type: str
 exit_status:
