@@ -56,7 +56,7 @@ Unit UnitFrom(const Json& json) {
     return unit;
 }
 
-// Collects what would otherwise be said to the user at once.
+// Collects notes that would otherwise be shown to the user at once.
 class NotedMessageBoxes : public MessageBoxes {
 public:
     explicit NotedMessageBoxes(std::vector<std::string>& notes) : m_notes(notes) {}

@@ -25,10 +25,6 @@ def require(condition, message):
         fail(message)
 
 
-def say(message):
-    print(f"== {message}", flush=True)
-
-
 class Collection:
     """Ansible with the collection, and nothing of the user's own."""
 
