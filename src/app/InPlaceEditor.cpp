@@ -4,6 +4,7 @@
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
 #include "host/SequenceLint.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "views/Bindings.h"
 
 namespace qx::app {
@@ -54,23 +55,21 @@ void InPlaceEditor::Store(const std::vector<Byte>& codes) {
 
 SequenceInspector::Remarks InPlaceEditor::RemarksOn(const std::vector<Byte>& codes) const {
     const QXKeyboardLayoutData& layout = m_workbench.Layout();
-    const auto name = [&](Long key) {
-        const QString caption = views::ToQt(layout.KeyCaption(key)).trimmed();
-        return caption.isEmpty() ? tr("key %1").arg(key) : caption;
-    };
+    const auto name = [&](Long key) { return views::ToQt(KeyName(key, &layout)); };
     SequenceInspector::Remarks remarks;
     const std::vector<Integer> all(codes.begin(), codes.end());
     for (const host::SequenceWarning& warning : host::LintSequence(all, &layout)) {
         switch (warning.kind) {
         case host::SequenceWarningKind::NeverReleased:
-            remarks.warnings += tr("%1 is pressed and never released.").arg(name(warning.key));
+            remarks.warnings += tr("Key %1 is pressed and never released.").arg(name(warning.key));
             break;
         case host::SequenceWarningKind::NeverPressed:
-            remarks.warnings += tr("%1 is released and was not pressed.").arg(name(warning.key));
+            remarks.warnings +=
+                tr("Key %1 is released and was not pressed.").arg(name(warning.key));
             break;
         case host::SequenceWarningKind::KeyAbove127:
             remarks.warnings +=
-                tr("%1 is released and was not pressed; a sequence cannot press %2.")
+                tr("Key %1 is released and was not pressed; a sequence cannot press key %2.")
                     .arg(name(warning.key), name(warning.key + kRelease));
             break;
         case host::SequenceWarningKind::NotInLayout:

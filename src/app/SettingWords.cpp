@@ -4,9 +4,10 @@
 #include "views/LineIcon.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace qx::app {
 
@@ -28,31 +29,14 @@ const SectionEntry* EntryOf(std::string_view key) {
     return found == std::end(kSectionEntries) ? nullptr : *found;
 }
 
-QString TextOf(const SectionEntry& section, const host::NamePart& part) {
-    const QString number = QString::fromStdString(part.number);
-    if (part.label.empty())
-        return number;
-    const QString word = WordOf(section, part.key);
-    return number.isEmpty() ? word : word + QLatin1Char(' ') + number;
-}
-
-// The steps on the way to the setting; the element of a list is one.
-QStringList StepsOf(const host::SettingName& name) {
+std::vector<std::string> TranslatedSteps(const host::SettingName& name) {
     const SectionEntry* section = EntryOf(name.section);
-    QStringList steps;
-    for (std::size_t i = 0; section != nullptr && i < name.parts.size(); ++i) {
-        const QString text = TextOf(*section, name.parts[i]);
-        if (text.isEmpty())
-            continue;
-        if (i > 0 && i < name.elementParts)
-            steps.back() += QLatin1Char(' ') + text;
-        else
-            steps.append(text);
-    }
-    return steps;
+    if (section == nullptr)
+        return {};
+    return host::StepsOf(name, [section](const host::NamePart& part) {
+        return WordOf(*section, part.key).toStdString();
+    });
 }
-
-const QString kStep = QStringLiteral(" › ");
 
 } // namespace
 
@@ -99,12 +83,19 @@ QString ReleasesText() {
     return Translated(QT_TRANSLATE_NOOP("SettingWords", "Show released keys"));
 }
 
+QString ProgrammedText(int keys) {
+    return QCoreApplication::translate("SettingWords", "%n key(s) programmed", nullptr, keys);
+}
+
 QString NameText(const host::SettingName& name) {
-    return (QStringList(SectionTitle(name.section)) + StepsOf(name)).join(kStep);
+    std::vector<std::string> steps = TranslatedSteps(name);
+    steps.insert(steps.begin(), SectionTitle(name.section).toStdString());
+    return QString::fromStdString(host::JoinedSteps(steps));
 }
 
 QString NameInSection(const host::SettingName& name) {
-    return name.parts.empty() ? SectionTitle(name.section) : StepsOf(name).join(kStep);
+    return name.parts.empty() ? SectionTitle(name.section)
+                              : QString::fromStdString(host::JoinedSteps(TranslatedSteps(name)));
 }
 
 QString ValueText(const host::SettingValue& value) {

@@ -5,6 +5,7 @@
 #include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "simulator/FixedAreas.h"
 #include "simulator/SimulatedDriver.h"
@@ -57,11 +58,12 @@ QWidget* TestDrivePage::MakeKeysTab() {
     m_keys->setAccessibleName(tr("Keys of the simulated keyboard"));
     connect(m_keys, &views::KeyGrid::KeyPicked, this, [this](int index) {
         const auto key = static_cast<Integer>(index);
-        Try(tr("Pressed and released key %1").arg(index), [key](const sim::TestDrive& drive) {
-            sim::Reception reception = drive.PressKey(key);
-            reception.Append(drive.ReleaseKey(key));
-            return reception;
-        });
+        Try(tr("Pressed and released key %1").arg(ToQt(KeyName(key, &m_workbench.Layout()))),
+            [key](const sim::TestDrive& drive) {
+                sim::Reception reception = drive.PressKey(key);
+                reception.Append(drive.ReleaseKey(key));
+                return reception;
+            });
     });
     return m_keys;
 }
@@ -77,9 +79,7 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
     connect(press, &QPushButton::clicked, this, [=, this] {
         const auto nLayer = static_cast<Integer>(layer->value());
         const auto nKey = static_cast<Integer>(key->value() - 1);
-        Try(tr("Pressed %1 in layer %2")
-                .arg(QString::fromStdString(FuncKeyLegend(nKey)))
-                .arg(nLayer),
+        Try(tr("Pressed layer %1 %2").arg(nLayer).arg(QString::fromStdString(FuncKeyLegend(nKey))),
             [=](const sim::TestDrive& drive) { return drive.PressFunctionKey(nLayer, nKey); });
     });
     auto* tab = new QWidget;
@@ -159,7 +159,7 @@ void TestDrivePage::ShowKeyboard() {
             static_cast<double>(layout.KeyWidth(id)), static_cast<double>(layout.KeyHeight(id)));
         cap.caption = ToQt(layout.KeyCaption(id));
         cap.toolTip = ToQt(layout.KeyLongCaption(id));
-        cap.name = tr("Key %1, %2").arg(QString::number(id), cap.caption);
+        cap.name = tr("Key %1").arg(ToQt(KeyName(id, &layout)));
         cap.color = palette().color(QPalette::Button);
         cap.state = views::KeyState::Empty;
         caps.push_back(std::move(cap));
@@ -178,9 +178,9 @@ void TestDrivePage::Try(const QString& what, const Trial& trial) {
 QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     QString text;
     for (const sim::Stretch& stretch : reception.stretches)
-        text +=
-            QStringLiteral("  %1: %2\n")
-                .arg(OriginTextOf(stretch), ToQt(sim::ContentText(stretch, m_workbench.Layout())));
+        text += QStringLiteral("  %1: %2\n")
+                    .arg(OriginTextOf(stretch, m_workbench.Layout()),
+                         ToQt(sim::ContentText(stretch, m_workbench.Layout())));
     if (reception.stretches.empty())
         text += QStringLiteral("  ") + tr("nothing") + QLatin1Char('\n');
     else if (reception.outputDelay)

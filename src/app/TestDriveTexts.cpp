@@ -20,20 +20,23 @@ QString SymbologyName(const std::string& page) {
 
 } // namespace
 
-QString OriginTextOf(const sim::Stretch& stretch) {
+QString OriginTextOf(const sim::Stretch& stretch, const QXKeyboardLayoutData& layout) {
     using sim::Origin;
     const auto numbered = [&](const QString& text) { return text.arg(stretch.number); };
+    const auto named = [&](const QString& text) {
+        return text.arg(QString::fromStdString(KeyNameOf(stretch, &layout)));
+    };
     switch (stretch.origin) {
     case Origin::OrdinaryKey:
-        return numbered(TestDriveTexts::tr("ordinary key %1"));
+        return named(TestDriveTexts::tr("ordinary key %1"));
     case Origin::FreeKey:
-        return numbered(TestDriveTexts::tr("free key %1"));
+        return named(TestDriveTexts::tr("free key %1"));
     case Origin::FunctionKey:
         return TestDriveTexts::tr("layer %1 %2")
             .arg(QString::number(stretch.layer),
                  QString::fromStdString(FuncKeyLegend(stretch.number)));
     case Origin::PosBlock:
-        return numbered(TestDriveTexts::tr("POS block %1"));
+        return named(TestDriveTexts::tr("POS key %1"));
     case Origin::TrackHeader:
         return numbered(TestDriveTexts::tr("prefix of track %1"));
     case Origin::TrackData:

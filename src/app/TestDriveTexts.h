@@ -1,4 +1,4 @@
-// TestDriveTexts: what the test drive reports, in the language of the program.
+// TestDriveTexts: the results of the test drive in the language of the program.
 #pragma once
 
 #include "simulator/Reception.h"
@@ -7,8 +7,8 @@
 
 namespace qx::app {
 
-// Where what the PC receives comes from: "Header of track 2", "Layer 3 F6".
-[[nodiscard]] QString OriginTextOf(const sim::Stretch& stretch);
+// The origin of the codes that the PC receives: "prefix of track 2", "layer 3 F6".
+[[nodiscard]] QString OriginTextOf(const sim::Stretch& stretch, const QXKeyboardLayoutData& layout);
 [[nodiscard]] QString RemarkTextOf(const sim::Remark& remark);
 
 } // namespace qx::app

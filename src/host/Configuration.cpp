@@ -148,8 +148,7 @@ Error AbsentError(const std::string& document, const std::vector<Fault>& absent)
 }
 
 std::string ToText(const Difference& difference) {
-    return ToText(difference.name) + (difference.isSequence ? ": " : " ") +
-           ToText(difference.from) + " → " + ToText(difference.to);
+    return ToText(difference.name) + ": " + ToText(difference.from) + " → " + ToText(difference.to);
 }
 
 std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to,
@@ -164,7 +163,7 @@ std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vec
         const bool isLackedAndKept =
             sides == Sides::Documents && setting.isKept && (before == none || after == none);
         if (setting.isStored && !isLackedAndKept && before != after)
-            differences.push_back({setting.place, setting.name, before, after, setting.isSequence});
+            differences.push_back({setting.place, setting.name, before, after});
     };
     for (const Setting& setting : from) {
         const auto match = unmatched.extract(setting.place);

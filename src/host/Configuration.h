@@ -81,10 +81,10 @@ struct Difference {
     SettingName name;
     SettingValue from; // of the kind None where one of them has no such setting
     SettingValue to;
-    bool isSequence = false;
 };
 
-// In English: "barcode Code 39 minimum length 1 → 4", "POS key 12 (F2): Ctrl C → Esc".
+// In English: "Barcode reader › Code 39 › Shortest code: 1 → 4", "POS keys › Key 12 (F2): Ctrl C →
+// Esc".
 [[nodiscard]] std::string ToText(const Difference& difference);
 
 // The differences between stored settings. With documents, a setting that one of them does not

@@ -2,7 +2,7 @@
 
 #include "host/PlacedVisitor.h"
 #include "host/Snapshot.h"
-#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/KeyName.h"
 
 #include <utility>
 
@@ -22,8 +22,8 @@ SettingValue TextValue(std::string text) {
     return {SettingValue::Kind::Text, std::move(text)};
 }
 
-} // namespace
-
+// The parts that name an element of a list: "Layer 3", "F4", or "Key 30 (A)" by the layout, which
+// may be null.
 std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id,
                                   const QXKeyboardLayoutData* layout) {
     std::vector<NamePart> parts;
@@ -32,12 +32,12 @@ std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id
         parts.push_back({member.key, member.label,
                          member.legend != nullptr ? member.legend(id[i]) : std::to_string(id[i])});
     }
-    if (list.positionCodeOf && layout != nullptr)
-        if (const std::string& caption = layout->KeyCaption(list.positionCodeOf(id));
-            caption.find_first_not_of(' ') != std::string::npos)
-            parts.back().number += " (" + caption + ")";
+    if (list.positionCodeOf)
+        parts.back().number = KeyName(id.back(), KeyLabel(list.positionCodeOf(id), layout));
     return parts;
 }
+
+} // namespace
 
 FieldLister::FieldLister(SettingName section, const QXKeyboardLayoutData* layout,
                          std::vector<Setting>& settings, Listed listed,
@@ -97,11 +97,8 @@ std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Int
     if (!IsWanted(field, true))
         return keys;
     std::string text;
-    for (const Integer key : keys) {
-        const std::string caption =
-            m_layout != nullptr ? m_layout->KeyCaption(positionCodeOf(key)) : std::string();
-        text = Joined(text, caption.empty() ? std::to_string(key) : caption);
-    }
+    for (const Integer key : keys)
+        text += (text.empty() ? "" : ", ") + KeyName(key, KeyLabel(positionCodeOf(key), m_layout));
     Add(field, TextValue(text));
     return keys;
 }
@@ -125,8 +122,7 @@ void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*
             text = Joined(text, InBraces(code));
     else
         text = (m_writer ? *m_writer : m_writer.emplace(*m_layout)).Text(codes);
-    Add(field, codes.empty() ? SettingValue{SettingValue::Kind::Empty} : TextValue(text))
-        .isSequence = true;
+    Add(field, codes.empty() ? SettingValue{SettingValue::Kind::Empty} : TextValue(text));
 }
 
 void FieldLister::Object(const Field& field, const std::function<void()>& members) {

@@ -15,7 +15,6 @@ struct Setting {
         place; // the same for the same setting in any document: "/barcode/pages/Code39/minSize"
     SettingName name;
     SettingValue value;
-    bool isSequence = false;
     bool isGradual = false; // a number or a text
     bool isStored = true;   // in the keyboard; false if only documents store it
     bool isKept = false;    // if it is missing in the other configuration
@@ -27,15 +26,10 @@ enum class Listed {
     Elements, // no settings: all elements that lists can have, such as keys
 };
 
-// The parts that name an element of a list: "layer 3", "F4", or "30 (A)" by the layout, which may
-// be null.
-[[nodiscard]] std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id,
-                                                const QXKeyboardLayoutData* layout);
-
 class FieldLister : public FieldVisitor {
 public:
     // Lists the settings of the section with this name. Sequences and keys are shown with the
-    // captions of `layout`, or by their codes where it is null. With `only`, lists the settings at
+    // labels of `layout`, or by their codes where it is null. With `only`, lists the settings at
     // these places alone; they stay alive as long as the lister.
     FieldLister(SettingName section, const QXKeyboardLayoutData* layout,
                 std::vector<Setting>& settings, Listed listed = Listed::Usual,

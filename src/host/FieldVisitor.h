@@ -28,7 +28,7 @@ struct FieldList {
     using Id = std::vector<Integer>;
     struct KeyMember {
         std::string_view key;
-        std::string_view label; // in English: "layer"; empty where the legend says it all
+        std::string_view label; // in English: "Layer"; empty where the legend says it all
         Integer min;
         Integer max;
         std::string (*legend)(Integer) = nullptr; // as the device counts, where not from 0: "F4"

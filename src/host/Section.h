@@ -35,7 +35,7 @@ struct Area {
 
 struct SectionInfo {
     std::string_view key;   // its name in the document
-    std::string_view title; // its name in English, with which the names of its settings begin
+    std::string_view title; // in English; the names of its settings begin with it
     std::span<const Area> areas;
 };
 

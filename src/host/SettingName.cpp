@@ -2,6 +2,8 @@
 
 #include "host/Section.h"
 
+#include <utility>
+
 namespace qx::host {
 
 namespace {
@@ -18,19 +20,37 @@ SettingName NameOf(const SectionInfo& section) {
     return {section.key, section.title, {}};
 }
 
-std::string ToText(std::span<const NamePart> parts) {
-    std::string text;
-    for (const NamePart& part : parts) {
-        AddWord(text, part.label);
-        AddWord(text, part.number);
+std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf) {
+    std::vector<std::string> steps;
+    for (std::size_t i = 0; i < name.parts.size(); ++i) {
+        const NamePart& part = name.parts[i];
+        std::string step = part.label.empty() ? std::string() : wordOf(part);
+        AddWord(step, part.number);
+        if (step.empty())
+            continue;
+        if (i > 0 && i < name.elementParts)
+            AddWord(steps.back(), step);
+        else
+            steps.push_back(std::move(step));
     }
+    return steps;
+}
+
+std::vector<std::string> StepsOf(const SettingName& name) {
+    return StepsOf(name, [](const NamePart& part) { return std::string(part.label); });
+}
+
+std::string JoinedSteps(const std::vector<std::string>& steps) {
+    std::string text;
+    for (const std::string& step : steps)
+        text += (text.empty() ? "" : " › ") + step;
     return text;
 }
 
 std::string ToText(const SettingName& name) {
-    std::string text(name.title);
-    AddWord(text, ToText(std::span(name.parts)));
-    return text;
+    std::vector<std::string> steps = StepsOf(name);
+    steps.insert(steps.begin(), std::string(name.title));
+    return JoinedSteps(steps);
 }
 
 std::string ToText(const SettingValue& value) {

@@ -1,11 +1,11 @@
 // SettingName, SettingValue: which setting it is and what it is set to, as data. Each face words
 // them in its own language; the English of the command line is here.
 //
-// A key has one name wherever it is met: its number as its legend counts it, and its caption.
+// A key's number in a name is its KeyName or, for a function key, its legend.
 #pragma once
 
 #include <cstddef>
-#include <span>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +14,7 @@ namespace qx::host {
 
 struct SectionInfo;
 
-// One step on the way to a setting: "track 2", "layer 3", "F4", "header".
+// A part of the way to a setting: "Track 2", "Layer 3", "F4", "Prefix".
 struct NamePart {
     std::string_view key; // of the member of a document; a constant
     std::string_view
@@ -52,9 +52,17 @@ struct SettingValue {
     bool operator==(const SettingValue&) const = default;
 };
 
-// In English: "layered function key layer 3 F4 description", "layer 3 F4", "(empty)".
+// The steps on the way from the section to the setting, "Layer 3 F4", "Description". The element of
+// a list is one step, and the first. `wordOf` gives the word of a part that has one.
+using PartWord = std::function<std::string(const NamePart&)>;
+[[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf);
+// In English.
+[[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name);
+
+// The title and the steps: "Layered function keys › Layer 3 F4 › Description".
+[[nodiscard]] std::string JoinedSteps(const std::vector<std::string>& steps);
+// In English.
 [[nodiscard]] std::string ToText(const SettingName& name);
-[[nodiscard]] std::string ToText(std::span<const NamePart> parts);
-[[nodiscard]] std::string ToText(const SettingValue& value);
+[[nodiscard]] std::string ToText(const SettingValue& value); // "(empty)"
 
 } // namespace qx::host

@@ -61,7 +61,7 @@ std::vector<Difference> FixedBytes(const Section& section, const std::vector<Pla
     if (from.empty())
         return {};
     SettingName name = NameOf(section.Info());
-    name.parts.push_back({"fixedBytes", "fixed bytes", {}});
+    name.parts.push_back({"fixedBytes", "Fixed bytes", {}});
     return {{"/" + std::string(section.Info().key),
              std::move(name),
              {SettingValue::Kind::Text, Spaced(from)},

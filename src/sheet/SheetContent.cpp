@@ -1,9 +1,11 @@
 #include "sheet/SheetContent.h"
 
 #include "host/Section.h"
+#include "host/SettingName.h"
 #include "host/VisibleText.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/keys/SequenceText.h"
@@ -62,24 +64,29 @@ public:
             m_content.subtitle =
                 Printable(m_sheet.document) + QStringLiteral("   ") + m_content.subtitle;
         m_content.date = Printable(m_sheet.date);
-        ForEach<QXFreeProgKeys>([this](QXFreeProgKeys& keys) { AddFreeKeys(keys); });
+        ForEach<QXFreeProgKeys>(
+            [this](QXFreeProgKeys& keys, const QString& title) { AddFreeKeys(keys, title); });
         if (m_content.parts.empty())
             AddKeyboardAlone();
-        ForEach<QXLayeredFuncKeys>([this](QXLayeredFuncKeys& keys) {
+        ForEach<QXLayeredFuncKeys>([this](QXLayeredFuncKeys& keys, const QString& /*title*/) {
             for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
                 AddLayer(keys.Layer(layer), layer);
         });
-        ForEach<QXPos>([this](QXPos& pos) { AddPosBlocks(pos); });
+        ForEach<QXPos>([this](QXPos& pos, const QString& title) { AddPosBlocks(pos, title); });
         AddReaders();
         return std::move(m_content);
     }
 
 private:
+    // Calls the action with each such control and the title of its section, which the application
+    // translates.
     template <typename Control, typename Action>
     void ForEach(Action action) {
         for (host::Section* section : m_sheet.sections)
-            if (auto* control = dynamic_cast<Control*>(&section->Control()))
-                action(*control);
+            if (auto* control = dynamic_cast<Control*>(&section->Control())) {
+                const std::string title(section->Info().title);
+                action(*control, QCoreApplication::translate("SettingWords", title.c_str()));
+            }
     }
 
     // In the syntax in which it can be typed, including the releases of keys.
@@ -95,10 +102,8 @@ private:
         return Printable(SequenceCaption(sequence, &m_layout, false)).trimmed();
     }
 
-    [[nodiscard]] QString KeyName(Long lPositionCode) const {
-        const std::string& caption = m_layout.KeyCaption(lPositionCode);
-        const bool isBlank = caption.find_first_not_of(' ') == std::string::npos;
-        return Printable(isBlank ? m_layout.KeyLongCaption(lPositionCode) : caption).trimmed();
+    [[nodiscard]] QString LabelOf(Long lPositionCode) const {
+        return Printable(KeyLabel(lPositionCode, &m_layout));
     }
 
     // The keyboard with its layout's legends; a key with a sequence shows that sequence.
@@ -115,7 +120,7 @@ private:
             KeyCap cap;
             cap.index = id;
             cap.place = {key.Left, key.Top, key.Width, key.Height};
-            cap.caption = KeyName(id);
+            cap.caption = LabelOf(id);
             cap.state =
                 m_layout.KeySupport(id) == KEYMODE_PROG ? KeyState::Empty : KeyState::Unused;
             if (key.Programmed) {
@@ -135,31 +140,18 @@ private:
                                              : kUnused;
     }
 
-    void AddFreeKeys(const QXFreeProgKeys& keys) {
+    void AddFreeKeys(const QXFreeProgKeys& keys, const QString& title) {
         Part part;
-        part.heading = FreeKeysHeading(keys.ConfigID());
+        part.heading = title;
         part.table.columns = {{tr("Key"), 0.06}, {tr("Caption"), 0.19}, {tr("Sequence"), 0.75}};
         for (Integer id = KeyboardSequences::kMinKeyID; id <= KeyboardSequences::kMaxKeyID; ++id)
             if (keys.Sequences().Key(id).Length() > 0)
                 part.table.rows.push_back(
-                    {QString::number(id), KeyName(id), Sequence(keys.Sequences().Key(id))});
+                    {QString::number(id), LabelOf(id), Sequence(keys.Sequences().Key(id))});
         if (part.table.rows.empty())
             return;
         part.caps = KeyboardCaps(keys.Sequences());
         m_content.parts.push_back(std::move(part));
-    }
-
-    [[nodiscard]] static QString FreeKeysHeading(Long lModule) {
-        switch (lModule) {
-        case MODULE_FUNCKEYS_X1_4610:
-            return tr("Function keys 4610");
-        case MODULE_FUNCKEYS_X1_4620:
-            return tr("Function keys 4620");
-        case MODULE_FUNCKEYS_X1_4630:
-            return tr("Function keys 4630");
-        default:
-            return tr("Free programmable keys");
-        }
     }
 
     void AddKeyboardAlone() {
@@ -195,9 +187,9 @@ private:
             m_content.parts.push_back(std::move(part));
     }
 
-    void AddPosBlocks(const QXPos& pos) {
+    void AddPosBlocks(const QXPos& pos, const QString& title) {
         Part part;
-        part.heading = tr("POS blocks");
+        part.heading = title;
         part.table.columns = {
             {tr("Slot"), 0.06}, {tr("Block"), 0.07}, {tr("Keys"), 0.37}, {tr("Sequence"), 0.50}};
         for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
@@ -206,9 +198,8 @@ private:
                 continue;
             QStringList keys;
             for (const Integer key : KeysOf(block)) {
-                const QString name = KeyName(pos.CodeMap().GetPositionCodeForKey(key));
-                keys += name.isEmpty() ? QString::number(key)
-                                       : QStringLiteral("%1 (%2)").arg(key).arg(name);
+                const Long code = pos.CodeMap().GetPositionCodeForKey(key);
+                keys += Printable(KeyName(key, KeyLabel(code, &m_layout)));
             }
             part.table.rows.push_back({QString::number(slot), QString::number(block.BlockID()),
                                        keys.join(QStringLiteral(", ")),
@@ -221,27 +212,31 @@ private:
     void AddReaders() {
         Part part;
         part.heading = tr("Readers");
-        part.table.columns = {{tr("Input"), 0.20}, {tr("Prefix"), 0.40}, {tr("Suffix"), 0.40}};
+        part.table.columns = {{tr("Input"), 0.30}, {tr("Prefix"), 0.35}, {tr("Suffix"), 0.35}};
         const auto add = [&](const QString& input, const MagneticTrack& track) {
             part.table.rows.push_back({input, Framing(track.HeaderEnabled(), track.Header()),
                                        Framing(track.TerminatorEnabled(), track.Terminator())});
         };
-        ForEach<QXMagnetCard>([&](QXMagnetCard& card) {
+        ForEach<QXMagnetCard>([&](QXMagnetCard& card, const QString& title) {
             for (Integer i = 1; i <= kMagneticTracks; ++i) {
-                const QString track = tr("Magnetic track %1").arg(i);
+                const QString track = Joined(title, tr("Track %1").arg(i));
                 add(card.Track(i).Enabled() ? track : tr("%1 (not read)").arg(track),
                     card.Track(i));
             }
         });
-        ForEach<QXBarcode>([&](QXBarcode& barcode) {
+        ForEach<QXBarcode>([&](QXBarcode& barcode, const QString& title) {
             for (Integer i = 1; i <= kBarcodeReaders; ++i)
-                add(tr("Barcode reader %1").arg(i), barcode.Reader(i));
+                add(Joined(title, tr("Reader %1").arg(i)), barcode.Reader(i));
         });
         if (!part.table.rows.empty())
             m_content.parts.push_back(std::move(part));
     }
 
-    // The header or the terminator of a reader's data.
+    [[nodiscard]] static QString Joined(const QString& title, const QString& step) {
+        return QString::fromStdString(host::JoinedSteps({title.toStdString(), step.toStdString()}));
+    }
+
+    // The prefix or the suffix of a reader's data.
     [[nodiscard]] QString Framing(bool fEnabled, const KeySequence& sequence) const {
         const QString text = Sequence(sequence);
         if (fEnabled)

@@ -1,9 +1,11 @@
 #include "simulator/Reception.h"
 
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
+#include "qxcontrols/pos/POSCodeMapping.h"
 
 #include <algorithm>
 
@@ -77,29 +79,36 @@ std::string RemarkText(const Remark& remark) {
     return {};
 }
 
-std::string OriginText(const Stretch& stretch) {
+std::string KeyNameOf(const Stretch& stretch, const QXKeyboardLayoutData* layout) {
+    const Long code = stretch.origin == Origin::PosBlock
+                          ? POSCodeMapping().GetPositionCodeForKey(stretch.number)
+                          : Long{stretch.number};
+    return KeyName(stretch.number, KeyLabel(code, layout));
+}
+
+std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layout) {
     const std::string number = std::to_string(stretch.number);
     switch (stretch.origin) {
     case Origin::OrdinaryKey:
-        return "ordinary key " + number;
+        return "ordinary key " + KeyNameOf(stretch, layout);
     case Origin::FreeKey:
-        return "free key " + number;
+        return "free key " + KeyNameOf(stretch, layout);
     case Origin::FunctionKey:
         return "layer " + std::to_string(stretch.layer) + " " + FuncKeyLegend(stretch.number);
     case Origin::PosBlock:
-        return "POS block " + number;
+        return "POS key " + KeyNameOf(stretch, layout);
     case Origin::TrackHeader:
-        return "header of track " + number;
+        return "prefix of track " + number;
     case Origin::TrackData:
         return "track " + number + " data";
     case Origin::TrackTerminator:
-        return "terminator of track " + number;
+        return "suffix of track " + number;
     case Origin::ReaderHeader:
-        return "header of reader " + number;
+        return "prefix of reader " + number;
     case Origin::ReaderData:
         return "reader " + number + " data";
     case Origin::ReaderTerminator:
-        return "terminator of reader " + number;
+        return "suffix of reader " + number;
     }
     return {};
 }
@@ -114,7 +123,7 @@ std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layo
         for (const KeyStroke& stroke : stretch.keys)
             text.append(text.empty() ? "" : " ")
                 .append(stroke.isReleased ? layout.UpCodePrefix() : "")
-                .append(layout.KeyCaption(stroke.key));
+                .append(KeyLabel(stroke.key, &layout));
         return text;
     }
     std::vector<Byte> codes;

@@ -85,11 +85,15 @@ struct Reception {
     void Append(const Reception& later);
 };
 
+// The name of the key from which the stretch comes, an ordinary, a free or a POS key, in the
+// layout, which may be null.
+[[nodiscard]] std::string KeyNameOf(const Stretch& stretch, const QXKeyboardLayoutData* layout);
 // In English.
 [[nodiscard]] std::string RemarkText(const Remark& remark);
-// "header of track 2", "layer 3 F6", "ordinary key 31".
-[[nodiscard]] std::string OriginText(const Stretch& stretch);
-// The strokes as a sequence text with the layout's captions, or the data in quotes.
+// "prefix of track 2", "layer 3 F6", "ordinary key 31 (A)"; keys have the names of the layout,
+// which may be null.
+[[nodiscard]] std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layout);
+// The strokes as a sequence text with the layout's labels, or the data in quotes.
 [[nodiscard]] std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout);
 
 } // namespace qx::sim

@@ -27,7 +27,7 @@ struct KeyCap {
     QString legend; // small, in the upper left corner
     int group = 0;  // keys of one group that lie side by side are joined; 0: of none
     QString toolTip;
-    QString name; // for those who hear the screen: "Key 30, A, programmed: Ctrl C"
+    QString name; // for those who hear the screen: "Key 30 (A), programmed: Ctrl C"
     QColor color; // of the cap's top; captions are drawn in black or white, whichever reads better
     KeyState state = KeyState::Unused;
     bool isCurrent = false;

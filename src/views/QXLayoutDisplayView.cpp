@@ -1,6 +1,7 @@
 #include "views/QXLayoutDisplayView.h"
 
 #include "qxcontrols/keys/KeyCharacters.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <QEvent>
@@ -109,7 +110,7 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode, SentTexts& texts) const
 
 QString QXLayoutDisplayView::NameOf(const KeyCap& cap, const QString& sequence) const {
     const bool isSetting = IsSetting();
-    QString name = tr("Key %1, %2").arg(cap.index).arg(cap.caption);
+    QString name = tr("Key %1").arg(ToQt(KeyName(cap.index, m_display.LayoutSource())));
     if (!cap.legend.isEmpty())
         name = tr("%1, dead key").arg(name);
     if (cap.state == KeyState::Unused)

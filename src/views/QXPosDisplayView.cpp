@@ -1,5 +1,6 @@
 #include "views/QXPosDisplayView.h"
 
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/pos/POSKeyboard.h"
 
 #include <QEvent>
@@ -91,15 +92,14 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex, SentTexts& texts) const {
     cap.place = {QPointF(place % kKeysInRow * kStep.width(), row * kStep.height()),
                  kStep - QSizeF(kGap, kGap)};
     cap.caption = ToQt(key.Caption);
-    cap.legend = legend;
+    cap.legend = legend.isEmpty() && m_legend ? QString::number(nKeyIndex) : legend;
     cap.color = ToQColor(key.BackColor);
     cap.state = isUsed ? KeyState::Programmed : KeyState::Unused;
     cap.isCurrent = cap.isBold = key.FontBold;
     cap.textScale = key.FontSize / kOrdinaryFontSize;
     cap.isEnabled = key.Enabled;
 
-    QString name = legend.isEmpty() ? tr("POS key %1").arg(nKeyIndex)
-                                    : tr("POS key %1, %2").arg(nKeyIndex).arg(legend);
+    QString name = tr("POS key %1").arg(ToQt(KeyName(nKeyIndex, legend.toStdString())));
     name = isUsed ? tr("%1, block %2").arg(name, cap.caption) : tr("%1, in no block").arg(name);
     if (!sequence.isEmpty())
         name = tr("%1, sends: %2").arg(name, sequence);

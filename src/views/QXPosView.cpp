@@ -1,6 +1,6 @@
 #include "views/QXPosView.h"
 
-#include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "views/QXPosDisplayView.h"
 
 #include <QHBoxLayout>
@@ -10,10 +10,9 @@ namespace qx::views {
 
 namespace {
 
-QString LegendOf(const QXPos& control, const QXKeyboardLayoutData* layout, Integer nKeyIndex) {
-    if (layout == nullptr)
-        return {};
-    return ToQt(layout->KeyCaption(control.CodeMap().GetPositionCodeForKey(nKeyIndex)));
+QString LabelOf(const QXPos& control, Integer nKeyIndex) {
+    return ToQt(
+        KeyLabel(control.CodeMap().GetPositionCodeForKey(nKeyIndex), control.LayoutSource()));
 }
 
 const KeySequence* SequenceOf(const QXPos& control, Integer nKeyIndex) {
@@ -25,10 +24,9 @@ const KeySequence* SequenceOf(const QXPos& control, Integer nKeyIndex) {
 
 QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
     auto* keys = new QXPosDisplayView(control.posDisplay);
-    keys->SetTexts(
-        [&control](Integer key) { return LegendOf(control, control.LayoutSource(), key); },
-        [&control](Integer key) { return SequenceOf(control, key); },
-        [&control] { return control.LayoutSource(); });
+    keys->SetTexts([&control](Integer key) { return LabelOf(control, key); },
+                   [&control](Integer key) { return SequenceOf(control, key); },
+                   [&control] { return control.LayoutSource(); });
     auto* caption = new QLabel;
     auto* number = new QLabel;
     auto* edit = new QPushButton;

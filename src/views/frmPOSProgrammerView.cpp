@@ -109,7 +109,7 @@ QLayout* frmPOSProgrammerView::MakeHead() {
 
 QWidget* frmPOSProgrammerView::MakeKeys() {
     auto* keys = new QXPosDisplayView(m_form.posDisplay);
-    keys->SetTexts([this](Integer key) { return ToQt(m_form.KeyName(key)); },
+    keys->SetTexts([this](Integer key) { return ToQt(m_form.KeyLabel(key)); },
                    [this](Integer key) { return m_form.SequenceOf(key); },
                    [this] { return m_form.LayoutSource(); });
     keys->SetActions([this](Integer key) { m_form.ReachKey(key); },

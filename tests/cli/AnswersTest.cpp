@@ -61,16 +61,15 @@ TEST_F(Answers, OfDocuments) {
            {{"valid", true},
             {"file", shift},
             {"warnings", Json::array({{{"place", "/freeProgKeys/keys[12]/sequence"},
-                                       {"setting", "free programmable key 12 (-)"},
+                                       {"setting", "Free keys › Key 12 (-)"},
                                        {"code", "never-released"},
                                        {"key", 44},
                                        {"index", 2},
-                                       {"message", "key {44} \"Shift\" is pressed and never "
+                                       {"message", "key 44 (Shift) is pressed and never "
                                                    "released"}}})}},
-           shift +
-               " is valid: 1 section\n"
-               "free programmable key 12 (-): key {44} \"Shift\" is pressed and never released\n"
-               "1 warning\n",
+           shift + " is valid: 1 section\n"
+                   "Free keys › Key 12 (-): key 44 (Shift) is pressed and never released\n"
+                   "1 warning\n",
            1);
     EXPECT_EQ(keyboard.Done({"validate", "--lint", delay}),
               delay + " is valid: 1 section\nno warnings\n");
@@ -139,9 +138,9 @@ TEST_F(Answers, OfModesAndPreferences) {
     Expect({"show", "commonKeyboard"},
            {{"settings",
              {{{"place", "/commonKeyboard/outputDelay"},
-               {"setting", "keyboard output delay"},
+               {"setting", "Keyboard › Pause between two characters (output delay)"},
                {"value", "6"}}}}},
-           "commonKeyboard\n  keyboard output delay  6\n");
+           "commonKeyboard\n  Keyboard › Pause between two characters (output delay)  6\n");
     Expect({"layer", "3"}, {{"layer", 3}}, "layer 3 is selected\n");
     EXPECT_EQ(Last(), "SelectLayer 3");
     keyboard.positionKeys = {30};

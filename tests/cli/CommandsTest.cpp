@@ -96,13 +96,14 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
     const std::string texts = TextsOf(drawn);
     const std::string head = "May|Keyboard|" + document + "   Layout: English (United States)|";
     for (const std::string& part :
-         {head + "Free programmable keys|Key|Caption|Sequence|112|F1|D ^D|1/3|",
+         {head + "Free keys|Key|Caption|Sequence|112|F1|D ^D|1/3|",
           head + "Layer 3|Key|Description|Sequence|F8|Kasse &amp; &lt;b&gt;|Ctrl C ^C ^Ctrl|2/3|",
           head + "Layer 9|Key|Description|Sequence|F24|E ^E|"
-                 "POS blocks|Slot|Block|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
-                 "Readers|Input|Prefix|Suffix|Magnetic track 1|A ^A|(off) B ^B|"
-                 "Magnetic track 2 (not read)|(off)|(empty)|Magnetic track 3|(empty)|C ^C|"
-                 "Magnetic track 4|(empty)|(empty)|3/3|"})
+                 "POS keys|Slot|Block|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
+                 "Readers|Input|Prefix|Suffix|Magnetic card reader › Track 1|A ^A|(off) B ^B|"
+                 "Magnetic card reader › Track 2 (not read)|(off)|(empty)|"
+                 "Magnetic card reader › Track 3|(empty)|C ^C|"
+                 "Magnetic card reader › Track 4|(empty)|(empty)|3/3|"})
         EXPECT_NE(texts.find(part), std::string::npos) << part << "\n" << texts;
     EXPECT_TRUE(drawn == sheet("again.svg", {document}));
     const std::string printed = sheet("till.pdf", {document});
@@ -170,7 +171,7 @@ TEST(Commands, TestDriveShowsTheInputOfThePc) {
     EXPECT_EQ(keyboard.Done({"test-drive", "swipe", "--track2", "4711", "--track1", "SMITH",
                              "--wrong-lrc", "1"}),
               "the PC receives\n"
-              "  header of track 2  Shift A ^A ^Shift\n"
+              "  prefix of track 2  Shift A ^A ^Shift\n"
               "  track 2 data       \"4711\"\n"
               "output delay between codes: 6\n"
               "the LRC of track 1 is wrong, so the reader refuses it\n"
@@ -180,9 +181,9 @@ TEST(Commands, TestDriveShowsTheInputOfThePc) {
     EXPECT_NE(keyboard.Done({"test-drive", "scan", "4711", "--symbology", "EAN", "--reader", "2"})
                   .find("  reader 2 data  \"4711\"\n"),
               std::string::npos);
-    EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128  X2 ^X2\n"),
+    EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128 (X2)  X2 ^X2\n"),
               std::string::npos);
-    EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("ordinary key 110  Esc ^Esc\n"),
+    EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("ordinary key 110 (Esc)  Esc ^Esc\n"),
               std::string::npos);
 
     const Json pressed =
@@ -254,7 +255,7 @@ TEST(Commands, AnIdentifierIsSetWithAWarningAndNeverRemoved) {
     EXPECT_EQ(without["layeredFuncKeys"].count("guid"), 0U);
 
     const std::string planned = keyboard.Done({"download", "--dry-run", own});
-    EXPECT_NE(planned.find("identifier (none) → \"{"), std::string::npos) << planned;
+    EXPECT_NE(planned.find("Identifier: (none) → \"{"), std::string::npos) << planned;
     const Outcome first = keyboard.Run({"download", own});
     EXPECT_EQ(first.status, 0);
     EXPECT_EQ(first.err.find("the keyboard has no identifier and is given the one in " + own), 0U)

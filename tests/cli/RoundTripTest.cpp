@@ -37,7 +37,7 @@ TEST_P(AnyModel, UploadsOfAnyBytesAreValidAndComeBack) {
         keyboard.Done({"validate", file});
         std::istringstream differences(keyboard.Run({"diff", file}).out);
         for (std::string line; std::getline(differences, line);)
-            EXPECT_NE(line.find(" fixed bytes "), std::string::npos) << line;
+            EXPECT_NE(line.find(" Fixed bytes: "), std::string::npos) << line;
         keyboard.Done({"download", file});
         EXPECT_EQ(keyboard.Done({"diff", file}), "");
         const std::string second = keyboard.File("second.json");

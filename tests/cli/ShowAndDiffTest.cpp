@@ -18,12 +18,14 @@ TEST(ShowAndDiff, DiffListsSettings) {
     const std::string file = keyboard.Write("changed.json", changed.dump());
     const Outcome outcome = keyboard.Run({"diff", file});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.out.find("barcode Code 39 minimum length 1 → 4\n"), std::string::npos)
-        << outcome.out;
-    EXPECT_NE(outcome.out.find("POS key 12 (F11): (none) → Esc ^Esc\n"), std::string::npos)
-        << outcome.out;
-    EXPECT_NE(outcome.out.find("layered function key layer 9 F24 description (none) → \"Größe\"\n"),
+    EXPECT_NE(outcome.out.find("Barcode reader › Code 39 › Shortest code: 1 → 4\n"),
               std::string::npos)
+        << outcome.out;
+    EXPECT_NE(outcome.out.find("POS keys › Key 12 (F11): (none) → Esc ^Esc\n"), std::string::npos)
+        << outcome.out;
+    EXPECT_NE(
+        outcome.out.find("Layered function keys › Layer 9 F24 › Description: (none) → \"Größe\"\n"),
+        std::string::npos)
         << outcome.out;
     keyboard.Done({"download", file});
     EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
@@ -40,17 +42,17 @@ TEST(ShowAndDiff, ShowNamesKeysByTheirCaptions) {
         {{"layer", 9}, {"key", 23}, {"description", "Copy"}}};
     keyboard.Done({"download", keyboard.Write("keys.json", document.dump())});
     EXPECT_EQ(keyboard.Done({"show", "freeProgKeys"}), "freeProgKeys\n"
-                                                       "                sequence\n"
-                                                       "  key 112 (F1)  Esc ^Esc\n");
+                                                       "                Sequence\n"
+                                                       "  Key 112 (F1)  Esc ^Esc\n");
     const std::string layers = keyboard.Done({"show", "layeredFuncKeys"});
-    EXPECT_NE(layers.find("               sequence         description\n"
-                          "  layer 0 F4   Ctrl C ^C ^Ctrl  \"Größe\"\n"
-                          "  layer 9 F24                   \"Copy\"\n"),
+    EXPECT_NE(layers.find("               Sequence         Description\n"
+                          "  Layer 0 F4   Ctrl C ^C ^Ctrl  \"Größe\"\n"
+                          "  Layer 9 F24                   \"Copy\"\n"),
               std::string::npos)
         << layers;
-    EXPECT_NE(
-        keyboard.Done({"show", "magnetCard"}).find("\n  magnetic card verify checksum (LRC) "),
-        std::string::npos);
+    EXPECT_NE(keyboard.Done({"show", "magnetCard"})
+                  .find("\n  Magnetic card reader › Verify checksum (LRC) "),
+              std::string::npos);
 }
 
 TEST(ShowAndDiff, DiffListsAMissingSectionOnce) {
@@ -71,7 +73,7 @@ TEST(ShowAndDiff, DiffListsAMissingSectionOnce) {
     const std::string slower = keyboard.Write("slower.json", less.dump());
     const Outcome changed = keyboard.Run({"diff", without, slower});
     EXPECT_EQ(changed.status, 1);
-    EXPECT_EQ(changed.out, "keyboard output delay 6 → 77\n");
+    EXPECT_EQ(changed.out, "Keyboard › Pause between two characters (output delay): 6 → 77\n");
     EXPECT_EQ(changed.err, without + " → " + slower + ": 1 difference\n");
 }
 

@@ -374,7 +374,7 @@ TEST_F(DocumentTest, WithoutTheKeyboardAnyKeyIsProgrammable) {
     EXPECT_THROW(configuration.Read(keysOf3), Error);
     const auto settings = any.List(any.Read(keysOf3));
     ASSERT_EQ(settings.size(), 3U);
-    EXPECT_EQ(ToText(settings[1].name), "free programmable key 61 (" + layout.KeyCaption(61) + ")");
+    EXPECT_EQ(ToText(settings[1].name), "Free keys › Key 61 (" + layout.KeyCaption(61) + ")");
     EXPECT_NO_THROW(any.Read(withKeys("funcKeys4620", {66, 126})));
     EXPECT_THROW(any.Read(withKeys("funcKeys4620", {65})), Error);
     EXPECT_THROW(any.Read(withKeys("freeProgKeys", {0})), Error);
@@ -393,8 +393,9 @@ TEST_F(DocumentTest, WritingAndReadingGivesTheSameSettings) {
     const auto differences =
         Compare(other.List(SectionsOf(other)), configuration.List(SectionsOf(configuration)));
     ASSERT_EQ(differences.size(), 4U); // the last one is the identifier, new in each control
-    EXPECT_EQ(ToText(differences[0]), "keyboard output delay 6 → 255");
-    EXPECT_EQ(ToText(differences[2].name), "magnetic card track 3 prefix");
+    EXPECT_EQ(ToText(differences[0]),
+              "Keyboard › Pause between two characters (output delay): 6 → 255");
+    EXPECT_EQ(ToText(differences[2].name), "Magnetic card reader › Track 3 › Prefix");
     EXPECT_EQ(differences[2].from.kind, SettingValue::Kind::Empty);
 }
 

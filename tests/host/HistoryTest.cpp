@@ -76,10 +76,10 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     Edited edited;
     edited.MinLength(3);
     edited.MinLength(4);
-    EXPECT_EQ(ToText(edited.history->ToUndo().name), "barcode Code 39 minimum length");
+    EXPECT_EQ(ToText(edited.history->ToUndo().name), "Barcode reader › Code 39 › Shortest code");
     edited.history->Undo();
     EXPECT_FALSE(edited.history->CanUndo()) << "a run is one step";
-    EXPECT_EQ(ToText(edited.history->ToRedo().name), "barcode Code 39 minimum length");
+    EXPECT_EQ(ToText(edited.history->ToRedo().name), "Barcode reader › Code 39 › Shortest code");
     edited.Delay(9);
     EXPECT_FALSE(edited.history->CanRedo()) << "an edit after undo discards the redo steps";
     EXPECT_FALSE(edited.Note(edited.Control<QXCommonKeyboard>("commonKeyboard")))
@@ -151,7 +151,7 @@ TEST(History, RestoresStatesThatNoDocumentAccepts) {
     const Guid guid = layered.Identifier();
     layered.SetIdentifier({1, 2, 3, {}});
     edited.Note(layered);
-    EXPECT_EQ(ToText(edited.history->ToUndo().name), "layered function key identifier");
+    EXPECT_EQ(ToText(edited.history->ToUndo().name), "Layered function keys › Identifier");
     EXPECT_EQ(edited.history->ToUndo().others, 2U);
     POSBlock& block = pos.PosData().Block(5); // not the slot of its lowest key
     block.AddKey(5);

@@ -77,7 +77,7 @@ TEST_F(WritePlanTest, OneChangedKeyIsFewBytesWithItsSetting) {
     EXPECT_EQ(plan.ranges[0].address, 36864 + 128 * (3 * 24 + 5));
     ASSERT_EQ(plan.ranges[0].settings.size(), 1U);
     EXPECT_EQ(ToText(plan.ranges[0].settings[0]),
-              "layered function key layer 3 F6: (none) → Esc ^Esc");
+              "Layered function keys › Layer 3 F6: (none) → Esc ^Esc");
 }
 
 // Each range lists exactly its own settings, even if several change at once.
@@ -103,7 +103,8 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     std::sort(changed.begin(), changed.end());
     EXPECT_EQ(told, changed);
     ASSERT_EQ(plan.ranges[0].settings.size(), 1U);
-    EXPECT_EQ(ToText(plan.ranges[0].settings[0]), "keyboard output delay 6 → 9");
+    EXPECT_EQ(ToText(plan.ranges[0].settings[0]),
+              "Keyboard › Pause between two characters (output delay): 6 → 9");
     EXPECT_EQ(plan.ranges[0].module, MODULE_KEYBOARD);
 }
 
@@ -129,14 +130,19 @@ TEST_F(WritePlanTest, ABlockOfKeysIsNamedInAllItsRanges) {
         for (const Difference& setting : range.settings) {
             const std::string text = ToText(setting);
             told[1 + (range.address - pos) / 32] += text.substr(0, text.find(':')) + "; ";
+            if (range.address == pos) { // both settings of the block's first key
+                EXPECT_TRUE(text.ends_with("Keys: (none) → 1 (Esc), 20 (Home)") !=
+                            text.starts_with("POS keys › Key 1 (Esc):"))
+                    << text;
+            }
         }
     EXPECT_EQ(told, (std::map<int, std::string>{
-                        {1, "POS key 1 (Esc) keys (none) → Esc Home; POS key 1 (Esc); "},
-                        {3, "POS key 3 (F2) keys F2 0 → F2 L; "},
-                        {20, "POS key 1 (Esc) keys (none) → Esc Home; "},
-                        {40, "POS key 3 (F2) keys F2 0 → F2 L; "},
-                        {70, "POS key 3 (F2) keys F2 0 → F2 L; "},
-                        {90, "POS key 90 (NumEnter); "},
+                        {1, "POS keys › Key 1 (Esc) › Keys; POS keys › Key 1 (Esc); "},
+                        {3, "POS keys › Key 3 (F2) › Keys; "},
+                        {20, "POS keys › Key 1 (Esc) › Keys; "},
+                        {40, "POS keys › Key 3 (F2) › Keys; "},
+                        {70, "POS keys › Key 3 (F2) › Keys; "},
+                        {90, "POS keys › Key 90 (NumEnter); "},
                     }));
 }
 
@@ -153,7 +159,7 @@ TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
     for (int key = 0; key < 240; ++key) {
         const auto& settings = plan.ranges[static_cast<std::size_t>(key)].settings;
         ASSERT_EQ(settings.size(), 1U);
-        EXPECT_EQ(ToText(settings[0].name), "layered function key layer " +
+        EXPECT_EQ(ToText(settings[0].name), "Layered function keys › Layer " +
                                                 std::to_string(key / 24) + " F" +
                                                 std::to_string(key % 24 + 1));
     }
@@ -313,7 +319,7 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     EXPECT_EQ(repair.after.Bytes(pos + 6 * 32, 3), std::string("\xFF\0\0", 3));
     EXPECT_EQ(NewPlanner().Document(repair.before).Find("pos"), nullptr);
     ASSERT_EQ(repair.settings.size(), 2U);
-    EXPECT_EQ(ToText(repair.settings[1]), "POS (damaged) → (sound)");
+    EXPECT_EQ(ToText(repair.settings[1]), "POS keys: (damaged) → (sound)");
 }
 
 TEST(DifferencesTest, ChangesNearEachOtherAreOneRange) {

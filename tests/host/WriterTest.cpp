@@ -125,7 +125,8 @@ TEST_F(WriterTest, AReadBackThatDiffersNamesTheSetting) {
     EXPECT_EQ(dropped->place.pointer, "/commonKeyboard/outputDelay");
     EXPECT_EQ(dropped->place.address, 0x1000);
     const std::string said = TextOf(*dropped);
-    EXPECT_NE(said.find("keyboard output delay: address 1000 holds 6 in place of 9 (hexadecimal)"),
+    EXPECT_NE(said.find("Keyboard › Pause between two characters (output delay): address 1000 "
+                        "holds 6 in place of 9 (hexadecimal)"),
               std::string::npos)
         << said;
     EXPECT_EQ(AllReceipts().back().result, "differs");

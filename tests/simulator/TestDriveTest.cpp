@@ -36,7 +36,7 @@ void SetCodes(KeySequence& sequence, std::initializer_list<Integer> codes) {
 std::string TextOf(const Reception& reception) {
     std::string text;
     for (const sim::Stretch& stretch : reception.stretches) {
-        text += (text.empty() ? "" : "; ") + OriginText(stretch) + ":";
+        text += (text.empty() ? "" : "; ") + OriginText(stretch, nullptr) + ":";
         for (const sim::KeyStroke& stroke : stretch.keys)
             text += (stroke.isReleased ? " -" : " +") + std::to_string(stroke.key);
         if (!stretch.data.empty())
@@ -153,12 +153,11 @@ const Case kKeyCases[] = {
     {"FreeKeyInABlockWithoutSequence", "full", ProgramKeys, [](auto& d) { return Press(d, 112); },
      "free key 112: +30 -30"},
     {"BlockBeforeFreeKey", "full", ProgramKeys, [](auto& d) { return Press(d, 114); },
-     "POS block 4: +110 -110"},
-    {"WideKey", "full", ProgramKeys, [](auto& d) { return Press(d, 61); }, "POS block 94: +61"},
-    {"PosMajor", "full", ProgramKeys, [](auto& d) { return PressPos(d, 7); },
-     "POS block 7: +43 -43"},
+     "POS key 4: +110 -110"},
+    {"WideKey", "full", ProgramKeys, [](auto& d) { return Press(d, 61); }, "POS key 94: +61"},
+    {"PosMajor", "full", ProgramKeys, [](auto& d) { return PressPos(d, 7); }, "POS key 7: +43 -43"},
     {"PosMember", "full", ProgramKeys, [](auto& d) { return PressPos(d, 9); },
-     "POS block 7: +43 -43"},
+     "POS key 7: +43 -43"},
     {"PosWithoutBlock", "full", ProgramKeys, [](auto& d) { return PressPos(d, 1); },
      "ordinary key 110: +110 -110"},
     {"PosBesideAWideKeysBlock", "full", ProgramKeys, [](auto& d) { return PressPos(d, 93); },
@@ -210,8 +209,8 @@ const Case kCardCases[] = {
             SetCodes(card.Track4().Terminator(), {16});
         },
         kSwipe,
-        "header of track 1: +30; track 1 data: one; terminator of track 1: +43 -43; "
-        "track 2 data: two; track 4 data: four; terminator of track 4: +16"
+        "prefix of track 1: +30; track 1 data: one; suffix of track 1: +43 -43; "
+        "track 2 data: two; track 4 data: four; suffix of track 4: +16"
         " | each track is sent as soon as it has been read"),
     CardCase(
         "SwitchedOff",
@@ -226,7 +225,7 @@ const Case kCardCases[] = {
             card.ReaderOptions().SendImmediate().SetValue(false);
         },
         kSwipe,
-        "track 1 data: one; terminator of track 1: +31; header of track 2: +32; track 2 data: two"
+        "track 1 data: one; suffix of track 1: +31; prefix of track 2: +32; track 2 data: two"
         " | track 4 is switched off | the tracks are sent once all have been read"),
     CardCase(
         "Verified", [](QXMagnetCard& /*card*/) {}, kSwipeFaulty,
@@ -272,16 +271,15 @@ Case CodeCase(const char* name, Integer nReader, BarcodePage eSymbology, const s
 
 const Case kCodeCases[] = {
     CodeCase("Shortest", 1, BP_Code39, "ABCD",
-             "header of reader 1: +30; reader 1 data: ABCD; terminator of reader 1: +43"),
-    CodeCase("Longest", 2, BP_Code39, "ABCDEF",
-             "reader 2 data: ABCDEF; terminator of reader 2: +44"),
+             "prefix of reader 1: +30; reader 1 data: ABCD; suffix of reader 1: +43"),
+    CodeCase("Longest", 2, BP_Code39, "ABCDEF", "reader 2 data: ABCDEF; suffix of reader 2: +44"),
     CodeCase("TooShort", 1, BP_Code39, "ABC",
              " | Code39 accepts 4 to 6 characters; the code has 3"),
     CodeCase("TooLong", 1, BP_Code39, "ABCDEFG",
              " | Code39 accepts 4 to 6 characters; the code has 7"),
     CodeCase("LengthInCharacters", 2, BP_Code39, "ÄÖÜßäö",
-             "reader 2 data: ÄÖÜßäö; terminator of reader 2: +44"),
-    CodeCase("AnyLength", 2, BP_EAN, "1", "reader 2 data: 1; terminator of reader 2: +44"),
+             "reader 2 data: ÄÖÜßäö; suffix of reader 2: +44"),
+    CodeCase("AnyLength", 2, BP_EAN, "1", "reader 2 data: 1; suffix of reader 2: +44"),
     CodeCase("SwitchedOff", 1, BP_UPC, "12345", " | UPC is switched off: its option 0 is not set"),
     CodeCase("Empty", 1, BP_Code128, "", " | a barcode needs at least one character"),
     {"NoReader", "magnet", [](Keyboard&) {},

@@ -99,12 +99,12 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
     EXPECT_EQ(screen.Child<QLabel>("lblCurrSeq")->text().toStdString(), "A ^A ");
 
     EXPECT_EQ(screen.Cap("layoutDisplay", 75).name.toStdString(),
-              "Key 75, Ins, programmed: A, current key");
+              "Key 75 (Ins), programmed: A, current key");
     EXPECT_TRUE(screen.Cap("layoutDisplay", 75).toolTip.contains(QStringLiteral("Insert key\nA")));
-    EXPECT_EQ(screen.Cap("layoutDisplay", 76).name.toStdString(), "Key 76, Del, not programmed");
+    EXPECT_EQ(screen.Cap("layoutDisplay", 76).name.toStdString(), "Key 76 (Del), not programmed");
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).state, KeyState::Unused);
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).name.toStdString(),
-              "Key 30, CapsLock, cannot be programmed");
+              "Key 30 (CapsLock), cannot be programmed");
 
     // The label takes letters, not clicks or the keys that move on.
     screen.Click("cmdEdit_1");
@@ -199,14 +199,14 @@ TEST_F(KeyViewsTest, TheDisplayAndTheGridHaveOneFocus) {
     EXPECT_EQ(screen.Cap("layoutDisplay", 16).state, KeyState::Empty);
     EXPECT_EQ(screen.Cap("layoutDisplay", 128).state, KeyState::Unused);
     EXPECT_EQ(screen.Cap("layoutDisplay", 128).name.toStdString(),
-              "Key 128, X2, cannot be recorded");
+              "Key 128 (X2), cannot be recorded");
     EXPECT_TRUE(screen.Cap("layoutDisplay", 128).toolTip.contains(QStringLiteral("key 128,")));
     EXPECT_FALSE(screen.Cap("layoutDisplay", 127).toolTip.contains(QStringLiteral("recorded")));
 
     ASSERT_TRUE(layout.OpenLayoutByName("german.qxl"));
     display.ReloadKeysSettings(KeyboardSequences());
     EXPECT_EQ(screen.Cap("layoutDisplay", 1).legend, QStringLiteral("\u25CC"));
-    EXPECT_EQ(screen.Cap("layoutDisplay", 1).name.toStdString(), "Key 1, ^, dead key");
+    EXPECT_EQ(screen.Cap("layoutDisplay", 1).name.toStdString(), "Key 1 (^), dead key");
     EXPECT_TRUE(screen.Cap("layoutDisplay", 2).legend.isEmpty());
     EXPECT_FALSE(view.Grid()->HasKey(29)); // has no place of its own there
     EXPECT_TRUE(view.Grid()->HasKey(42));
@@ -285,9 +285,9 @@ TEST_F(KeyViewsTest, PosKeysShowTheirBlocks) {
     EXPECT_EQ(screen.Child<QLabel>("lblBlockNum")->text().toStdString(), "1");
     EXPECT_EQ(screen.Cap("posDisplay", 46).caption.toStdString(), "A\u2193");
     EXPECT_EQ(screen.Cap("posDisplay", 46).group, screen.Cap("posDisplay", 105).group);
-    EXPECT_EQ(screen.Cap("posDisplay", 46).name.toStdString(), "POS key 46, Q, block 7, sends: A");
+    EXPECT_EQ(screen.Cap("posDisplay", 46).name.toStdString(), "POS key 46 (Q), block 7, sends: A");
     EXPECT_EQ(screen.Cap("posDisplay", 105).state, KeyState::Programmed);
-    EXPECT_EQ(screen.Cap("posDisplay", 1).name.toStdString(), "POS key 1, Esc, in no block");
+    EXPECT_EQ(screen.Cap("posDisplay", 1).name.toStdString(), "POS key 1 (Esc), in no block");
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("01 1F 00*30"), 45 * 32));
     EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("01 00*31"), 104 * 32));

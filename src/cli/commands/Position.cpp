@@ -1,5 +1,6 @@
 #include "cli/commands/Commands.h"
 
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <chrono>
@@ -60,7 +61,7 @@ void Watch(Context& context, const Limits& limits) {
         }
         ++keys;
         context.Result({{"key", code}, {"caption", layout.KeyLongCaption(code)}},
-                       {"key " + std::to_string(code) + " " + layout.KeyLongCaption(code)});
+                       {"key " + KeyName(code, &layout)});
         context.Flush();
     }
     mode.Leave();

@@ -9,14 +9,10 @@ namespace qx::cli {
 
 namespace {
 
-// An element of a list, and which of its settings.
-std::string RowOf(const host::SettingName& name) {
-    return ToText(std::span(name.parts).first(name.elementParts));
-}
-
+// Which of an element's settings it is. Only its sequence has no name of its own.
 std::string ColumnOf(const host::SettingName& name) {
-    const host::NamePart& last = name.parts.back();
-    return std::string(last.label.empty() ? last.key : last.label);
+    const std::string_view label = name.parts.back().label;
+    return label.empty() ? "Sequence" : std::string(label);
 }
 
 // The settings of one section: plain ones line by line, the elements of lists as a table.
@@ -28,7 +24,7 @@ Lines SectionLines(const std::vector<host::Setting>& settings) {
             plain.push_back({ToText(setting.name), ToText(setting.value)});
             continue;
         }
-        const std::string row = RowOf(setting.name);
+        const std::string row = StepsOf(setting.name).front();
         const std::string name = ColumnOf(setting.name);
         auto column = std::find(table[0].begin(), table[0].end(), name);
         const auto index = static_cast<std::size_t>(column - table[0].begin());

@@ -21,7 +21,7 @@ using sim::Reception;
 Lines LinesOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
     std::vector<std::vector<std::string>> rows;
     for (const sim::Stretch& stretch : reception.stretches)
-        rows.push_back({OriginText(stretch), ContentText(stretch, layout)});
+        rows.push_back({OriginText(stretch, &layout), ContentText(stretch, layout)});
     Lines lines = {rows.empty() ? "the PC receives nothing" : "the PC receives"};
     Append(lines, AlignedLines(rows));
     if (!rows.empty() && reception.outputDelay)
@@ -34,7 +34,7 @@ Lines LinesOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
 host::Json JsonOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
     host::Json received = host::Json::array();
     for (const sim::Stretch& stretch : reception.stretches) {
-        host::Json json = {{"origin", OriginText(stretch)}};
+        host::Json json = {{"origin", OriginText(stretch, &layout)}};
         if (stretch.keys.empty())
             json["data"] = stretch.data;
         for (const KeyStroke& stroke : stretch.keys)

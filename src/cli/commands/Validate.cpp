@@ -2,6 +2,7 @@
 
 #include "cli/Output.h"
 #include "host/SequenceLint.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
@@ -18,11 +19,7 @@ struct ValidateOptions {
 };
 
 std::string TextOf(const host::SequenceWarning& warning, const QXKeyboardLayoutData& layout) {
-    const auto name = [&](Long key) {
-        const std::string& caption = layout.KeyCaption(key);
-        return "{" + std::to_string(key) + "}" + (caption.empty() ? "" : " \"" + caption + "\"");
-    };
-    const std::string key = name(warning.key);
+    const std::string key = KeyName(warning.key, &layout);
     switch (warning.kind) {
     case host::SequenceWarningKind::NeverReleased:
         return "key " + key + " is pressed and never released";
@@ -30,7 +27,7 @@ std::string TextOf(const host::SequenceWarning& warning, const QXKeyboardLayoutD
         return "key " + key + " is released and was not pressed";
     case host::SequenceWarningKind::KeyAbove127:
         return "code " + std::to_string(warning.key + kRelease) + " releases key " + key +
-               ", which was not pressed; key " + name(warning.key + kRelease) +
+               ", which was not pressed; key " + KeyName(warning.key + kRelease, &layout) +
                " cannot be pressed through a sequence";
     case host::SequenceWarningKind::NotInLayout:
         return "the layout has no key " + key;

@@ -176,7 +176,7 @@ FormTable FormTableOf(frmPOSProgrammer& form) {
     FormTable table =
         TableOf(form,
                 Column({Stretching(PosPart(form.posDisplay,
-                                           {[&form](Integer nKey) { return form.KeyName(nKey); },
+                                           {[&form](Integer nKey) { return form.KeyLabel(nKey); },
                                             [&form](Integer nKey) { return form.SentBy(nKey); },
                                             [&form](Integer nKey) { form.ReachKey(nKey); },
                                             [&form](Integer nKey) { form.TakeKey(nKey); }})),

@@ -1,5 +1,6 @@
 #include "com/faces/KeyParts.h"
 
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/settings/Preferences.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ PartState LayoutKeys(const QXLayoutDisplay& display) {
         cap.textScale = TextScaleOf(display);
         cap.isProgrammed = key.Programmed;
         cap.isCurrent = index == display.CurrProgKey();
-        cap.name = "Key " + std::to_string(i) + ", " + key.Caption +
+        cap.name = "Key " + KeyName(index, display.LayoutSource()) +
                    (key.Programmed ? ", programmed" : "") + (cap.isCurrent ? ", current key" : "");
         state.keys.push_back(std::move(cap));
     }
@@ -52,11 +53,11 @@ KeyCap PosCap(const QXPosDisplay& display, Integer nKey, const PosUse& use) {
     cap.isProgrammed = display.IsUsedKey(nKey);
     cap.isCurrent = cap.isBold = key.FontBold;
     cap.textScale = static_cast<Single>(key.FontSize) / static_cast<Single>(PosButton().FontSize);
-    cap.name = "POS key " + std::to_string(nKey);
-    if (use.nameOf) {
-        const std::string name = use.nameOf(nKey);
-        cap.name += ", " + name;
-        cap.caption = key.Caption.empty() ? name : key.Caption + "\n" + name;
+    const std::string label = use.labelOf ? use.labelOf(nKey) : std::string();
+    cap.name = "POS key " + KeyName(nKey, label);
+    if (use.labelOf) {
+        const std::string legend = label.empty() ? std::to_string(nKey) : label;
+        cap.caption = key.Caption.empty() ? legend : key.Caption + "\n" + legend;
     }
     cap.name += cap.isProgrammed ? ", block " + key.Caption : ", in no block";
     if (cap.isCurrent)

@@ -25,8 +25,8 @@ struct KeyGridPlaces {
 
 // The functions that a control with a POS display adds to it; each may be empty.
 struct PosUse {
-    std::function<std::string(Integer)> nameOf; // a key's name in the layout
-    std::function<std::string(Integer)> sentBy; // the codes that a key sends, as text
+    std::function<std::string(Integer)> labelOf; // a key's label in the layout
+    std::function<std::string(Integer)> sentBy;  // the codes that a key sends, as text
     std::function<void(Integer)> reach;
     std::function<void(Integer)> take;
 };

@@ -12,7 +12,7 @@ constexpr Area kAreas[] = {
     {MODULE_BARCODE_CONFIG, kBarcodeConfigSize, 0},
     {MODULE_BARCODE_HEADERS, kBarcodeHeadersSize, kTrackSlotSize},
 };
-constexpr SectionInfo kInfo = {"barcode", "barcode", kAreas};
+constexpr SectionInfo kInfo = {"barcode", "Barcode reader", kAreas};
 
 struct PageLabel {
     BarcodePage page;
@@ -20,7 +20,7 @@ struct PageLabel {
 };
 
 constexpr PageLabel kPages[] = {
-    {BP_CommonSettings, "common settings"},
+    {BP_CommonSettings, "Common settings"},
     {BP_EAN, "EAN"},
     {BP_UPC, "UPC"},
     {BP_Code39, "Code 39"},
@@ -50,7 +50,7 @@ public:
                               [&] { VisitPage(fields, page.page); });
         });
         fields.Array(
-            {"readers", "reader"}, kBarcodeReaders, 1, [&](const Field& field, std::size_t index) {
+            {"readers", "Reader"}, kBarcodeReaders, 1, [&](const Field& field, std::size_t index) {
                 fields.Object(field, [&] {
                     VisitFraming(fields, Control().Reader(static_cast<Integer>(index + 1)));
                 });
@@ -61,10 +61,10 @@ private:
     void VisitPage(FieldVisitor& fields, BarcodePage ePage) {
         BarcodeOptionPage& page = Control().BitPage(ePage);
         if (page.SupportsSizing()) {
-            page.SetMinSize(fields.Number({"minSize", "minimum length"}, page.MinSize(), 0, 255));
-            page.SetMaxSize(fields.Number({"maxSize", "maximum length"}, page.MaxSize(), 0, 255));
+            page.SetMinSize(fields.Number({"minSize", "Shortest code"}, page.MinSize(), 0, 255));
+            page.SetMaxSize(fields.Number({"maxSize", "Longest code"}, page.MaxSize(), 0, 255));
         }
-        fields.Array({"flags", "option"}, BarcodeOptionPage::kFlags, 0,
+        fields.Array({"flags", "Option"}, BarcodeOptionPage::kFlags, 0,
                      [&](const Field& field, std::size_t index) {
                          VisitFlag(fields, field, ePage, static_cast<Integer>(index));
                      });

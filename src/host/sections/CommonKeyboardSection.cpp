@@ -8,7 +8,7 @@ namespace qx::host {
 namespace {
 
 constexpr Area kAreas[] = {{MODULE_MAGNET_CONFIG, kOutputDelaySize, 0, true, -1, MODULE_KEYBOARD}};
-constexpr SectionInfo kInfo = {"commonKeyboard", "keyboard", kAreas};
+constexpr SectionInfo kInfo = {"commonKeyboard", "Keyboard", kAreas};
 
 class CommonKeyboardSection : public SectionOf<QXCommonKeyboard> {
 public:
@@ -17,7 +17,8 @@ public:
     void Visit(FieldVisitor& fields) override {
         QXCommonKeyboard& control = Control();
         control.SetOutputDelay(static_cast<Byte>(
-            fields.Number({"outputDelay", "output delay"}, control.OutputDelay(), 0, 255)));
+            fields.Number({"outputDelay", "Pause between two characters (output delay)"},
+                          control.OutputDelay(), 0, 255)));
     }
 };
 

@@ -17,10 +17,10 @@ constexpr Area kAreas[][1] = {
     {{MODULE_FUNCKEYS_X1_4630, 0, kFreeProgKeySlotSize}},
 };
 constexpr SectionInfo kInfos[] = {
-    {"freeProgKeys", "free programmable", kAreas[0]},
-    {"funcKeys4610", "function keys 4610", kAreas[1]},
-    {"funcKeys4620", "function keys 4620", kAreas[2]},
-    {"funcKeys4630", "function keys 4630", kAreas[3]},
+    {"freeProgKeys", "Free keys", kAreas[0]},
+    {"funcKeys4610", "Function keys 4610", kAreas[1]},
+    {"funcKeys4620", "Function keys 4620", kAreas[2]},
+    {"funcKeys4630", "Function keys 4630", kAreas[3]},
 };
 
 class FreeProgKeysSection : public SectionOf<QXFreeProgKeys> {
@@ -35,7 +35,7 @@ public:
         FieldList list;
         list.field = {"keys", ""};
         list.keyMembers = {
-            {"positionCode", "key", KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID}};
+            {"positionCode", "Key", KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID}};
         for (const Integer key : stored)
             if (Control().Sequences().Key(key).Length() > 0)
                 list.present.push_back({key});

@@ -14,7 +14,7 @@ constexpr Area kAreas[] = {
     {MODULE_GUID, kGuidSize, 0, false},
     {MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescSize, kFuncKeyDescSlotSize, false, kFuncKeyDescAddress},
 };
-constexpr SectionInfo kInfo = {"layeredFuncKeys", "layered function key", kAreas};
+constexpr SectionInfo kInfo = {"layeredFuncKeys", "Layered function keys", kAreas};
 
 constexpr Integer kLastLayer = kFuncKeyLayers - 1;
 constexpr Integer kLastKey = FuncKeyLayer::kKeys - 1;
@@ -61,7 +61,7 @@ public:
         VisitGuid(fields);
         FieldList list;
         list.field = {"keys", ""};
-        list.keyMembers = {{"layer", "layer", 0, kLastLayer},
+        list.keyMembers = {{"layer", "Layer", 0, kLastLayer},
                            {"key", "", 0, kLastKey, FuncKeyLegend}};
         list.present = Keys(&LayeredFuncKeysSection::HasContent);
         list.possible = [this] { return Keys(nullptr); };
@@ -77,7 +77,7 @@ private:
     }
 
     void VisitGuid(FieldVisitor& fields) {
-        constexpr Field kField = {"guid", "identifier", false, true, true};
+        constexpr Field kField = {"guid", "Identifier", false, true, true};
         constexpr std::size_t kTextUnits = 38;
         const bool hasNone =
             fields.IsExact() ? m_keepsGuid : KeepsGuid() || fields.IsReading() || m_lacksGuid;
@@ -104,7 +104,7 @@ private:
         FuncKeyLayer& layer = Control().Layer(nLayer);
         fields.Sequence({"sequence", "", false}, layer.GetKey(nKey),
                         static_cast<Integer>(kFuncKeySlotSize));
-        layer.SetKeyDesc(nKey, fields.Text({"description", "description", false},
+        layer.SetKeyDesc(nKey, fields.Text({"description", "Description", false},
                                            layer.GetKeyDesc(nKey), kFuncKeyDescLength));
     }
 

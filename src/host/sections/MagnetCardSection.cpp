@@ -15,7 +15,7 @@ constexpr Area kAreas[] = {
      .slotSize = 0,
      .offset = kMagneticSwitchesOffset},
 };
-constexpr SectionInfo kInfo = {"magnetCard", "magnetic card", kAreas};
+constexpr SectionInfo kInfo = {"magnetCard", "Magnetic card reader", kAreas};
 
 class MagnetCardSection : public SectionOf<QXMagnetCard> {
 public:
@@ -26,10 +26,11 @@ public:
             option.SetValue(fields.Flag(field, option.Value()));
         };
         MagneticOptions& options = Control().ReaderOptions();
-        visitOption({"sendImmediate", "send immediately"}, options.SendImmediate());
-        visitOption({"verifyLRC", "verify checksum (LRC)"}, options.VerifyLRC());
-        visitOption({"verifyLastChar", "verify last character"}, options.VerifyLastChar());
-        fields.Array({"tracks", "track"}, kMagneticTracks, 1,
+        visitOption({"sendImmediate", "Send each track as soon as it is read"},
+                    options.SendImmediate());
+        visitOption({"verifyLRC", "Verify checksum (LRC)"}, options.VerifyLRC());
+        visitOption({"verifyLastChar", "Verify last character"}, options.VerifyLastChar());
+        fields.Array({"tracks", "Track"}, kMagneticTracks, 1,
                      [&](const Field& field, std::size_t index) {
                          fields.Object(field, [&] { VisitTrack(fields, index); });
                      });
@@ -38,7 +39,7 @@ public:
 private:
     void VisitTrack(FieldVisitor& fields, std::size_t index) {
         MagneticTrack& track = Control().Track(static_cast<Integer>(index + 1));
-        track.SetEnabled(fields.Flag({"enabled", "enabled"}, track.Enabled()));
+        track.SetEnabled(fields.Flag({"enabled", "Read this track"}, track.Enabled()));
         VisitFraming(fields, track);
     }
 };

@@ -16,7 +16,7 @@ using json::Fault;
 using json::FaultKind;
 
 constexpr Area kAreas[] = {{MODULE_POS, kPOSModuleBlockSize, kPOSModuleBlockSize}};
-constexpr SectionInfo kInfo = {"pos", "POS", kAreas};
+constexpr SectionInfo kInfo = {"pos", "POS keys", kAreas};
 
 constexpr Integer kFirstKey = 1;
 constexpr Integer kLastKey = POSKeyboard::kSlots;
@@ -30,7 +30,7 @@ public:
     void Visit(FieldVisitor& fields) override {
         FieldList list;
         list.field = {"blocks", ""};
-        list.keyMembers = {{"slot", "key", kFirstKey, kLastKey}};
+        list.keyMembers = {{"slot", "Key", kFirstKey, kLastKey}};
         // As the keyboard would store them, unless the walk is exact.
         m_placed = fields.IsExact() ? Control().PosData() : InTheirSlots(Control().PosData());
         list.present = Slots();
@@ -133,12 +133,12 @@ private:
     }
 
     void VisitBlock(FieldVisitor& fields, Integer nSlot) {
-        constexpr Field kKeys = {"keys", "keys"};
+        constexpr Field kKeys = {"keys", "Keys"};
         constexpr Integer kMax = std::numeric_limits<Integer>::max();
         POSBlock block = m_placed.Block(nSlot);
         block.SetBlockID(
-            fields.Number({"blockId", "label", false, false}, block.BlockID(), 0, kMax));
-        block.SetColorID(fields.Number({"colorId", "colour", false, false}, block.ColorID(), 0, 9));
+            fields.Number({"blockId", "Number", false, false}, block.BlockID(), 0, kMax));
+        block.SetColorID(fields.Number({"colorId", "Colour", false, false}, block.ColorID(), 0, 9));
         std::vector<Integer> keys =
             fields.Keys(kKeys, KeysOf(block), kFirstKey, kLastKey,
                         [this](Integer nKey) { return PositionCodeOf(nKey); });

@@ -5,11 +5,11 @@
 namespace qx::host {
 
 void VisitFraming(FieldVisitor& fields, MagneticTrack& track) {
-    track.SetHeaderEnabled(fields.Flag({"headerEnabled", "prefix enabled"}, track.HeaderEnabled()));
-    fields.Sequence({"header", "prefix"}, track.Header(), kTrackSlotSize);
+    track.SetHeaderEnabled(fields.Flag({"headerEnabled", "Send prefix"}, track.HeaderEnabled()));
+    fields.Sequence({"header", "Prefix"}, track.Header(), kTrackSlotSize);
     track.SetTerminatorEnabled(
-        fields.Flag({"terminatorEnabled", "suffix enabled"}, track.TerminatorEnabled()));
-    fields.Sequence({"terminator", "suffix"}, track.Terminator(), kTrackSlotSize);
+        fields.Flag({"terminatorEnabled", "Send suffix"}, track.TerminatorEnabled()));
+    fields.Sequence({"terminator", "Suffix"}, track.Terminator(), kTrackSlotSize);
 }
 
 } // namespace qx::host

@@ -3,6 +3,7 @@
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/KeyCharacters.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <algorithm>
@@ -38,13 +39,12 @@ std::size_t EditDistance(std::u16string_view from, std::u16string_view to) {
 
 KeyNames::KeyNames(const QXKeyboardLayoutData& layout) {
     for (Long id = layout.GetMinKeyID(); id <= layout.GetMaxKeyID(); ++id) {
-        const std::string_view caption = Trim(layout.KeyCaption(id));
+        const std::string name = KeyLabel(id, &layout);
         const std::string_view longCaption = Trim(layout.KeyLongCaption(id));
-        const std::string_view name = caption.empty() ? longCaption : caption;
         m_longest = std::max({m_longest, name.size(), longCaption.size()});
         if (!name.empty())
-            m_keys.push_back({id, std::string(name), std::string(longCaption),
-                              LowerCase(Utf16FromUtf8(name)), LowerCase(Utf16FromUtf8(longCaption)),
+            m_keys.push_back({id, name, std::string(longCaption), LowerCase(Utf16FromUtf8(name)),
+                              LowerCase(Utf16FromUtf8(longCaption)),
                               CharactersOf(name, longCaption).shifted});
     }
 }

@@ -1,7 +1,6 @@
 // KeyNames: finds the keys of a layout by name.
 //
-// A key's name is its short caption, or the long one if the short one is blank, without spaces at
-// its ends. The long caption is a second name.
+// Here a key's name is its KeyLabel; the long caption is a second name.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

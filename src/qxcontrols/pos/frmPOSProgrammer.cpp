@@ -2,6 +2,7 @@
 
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/device/Trace.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
@@ -72,14 +73,9 @@ POSBlock* frmPOSProgrammer::Current() {
     return m_currBlock == 0 ? nullptr : &m_posData.Block(m_currBlock);
 }
 
-std::string frmPOSProgrammer::KeyName(Integer nKey) const {
-    if (IsKey(nKey) && m_layout != nullptr) {
-        const Long code = m_codeMap.GetPositionCodeForKey(nKey);
-        for (const std::string& name : {m_layout->KeyCaption(code), m_layout->KeyLongCaption(code)})
-            if (!Trim(name).empty())
-                return std::string(Trim(name));
-    }
-    return std::to_string(nKey);
+std::string frmPOSProgrammer::KeyLabel(Integer nKey) const {
+    return IsKey(nKey) ? qx::KeyLabel(m_codeMap.GetPositionCodeForKey(nKey), m_layout)
+                       : std::string();
 }
 
 const KeySequence* frmPOSProgrammer::SequenceOf(Integer nKey) const {
@@ -389,7 +385,7 @@ Long frmPOSProgrammer::ColorOfBlock(Integer nColorID) const {
 std::string frmPOSProgrammer::KeyNames(const POSBlock& block) const {
     std::string names;
     for (const Integer key : KeysOf(block))
-        names += (names.empty() ? "" : ", ") + KeyName(key);
+        names += (names.empty() ? "" : ", ") + KeyName(key, KeyLabel(key));
     return names;
 }
 

@@ -62,8 +62,8 @@ public:
     // at all, stands for none.
     [[nodiscard]] Integer CurrBlock() const { return m_currBlock; }
     void SetCurrBlock(Integer nSlot);
-    // What the key is called in the layout; the key's index where the layout has no name for it.
-    [[nodiscard]] std::string KeyName(Integer nKey) const;
+    // The key's label in the layout; empty if it has none.
+    [[nodiscard]] std::string KeyLabel(Integer nKey) const;
     // The sequence of the key's block; null for a key in no block. Good until the next change.
     [[nodiscard]] const KeySequence* SequenceOf(Integer nKey) const;
     // The same as text; nothing for a key in no block.
