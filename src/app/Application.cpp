@@ -17,7 +17,8 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& error) {
-        Report(QString::fromUtf8(error.what()));
+        const Failure failure = FailureOf({}, error);
+        Report((failure.text + QLatin1Char('\n') + failure.details).trimmed());
     } catch (...) {
         Report({});
     }

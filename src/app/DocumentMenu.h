@@ -1,7 +1,7 @@
 // DocumentMenu: the commands on documents: new, open, recent, save, save as.
 //
-// It asks before unsaved changes are lost, saves automatically if the preferences say so, and keeps
-// a copy of unsaved work that survives a crash.
+// It asks before unsaved changes are lost, saves automatically if the preferences ask for it, and
+// keeps a copy of unsaved work that survives a crash.
 #pragma once
 
 #include "app/Failure.h"

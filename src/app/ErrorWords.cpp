@@ -117,7 +117,7 @@ QString CauseText(const host::Error& error) {
     case Cause::WritingFailed:
         return Errors::tr("Writing to the keyboard failed.");
     case Cause::ReadBackFailed:
-        return Errors::tr("The keyboard was written but could not be read back.");
+        return Errors::tr("What was written could not be read back.");
     case Cause::FileNotSaved:
         return Errors::tr("The %1 could not be saved in %2.").arg(KindOfFile(error.name), file);
     case Cause::FileNotLoaded:
@@ -288,29 +288,6 @@ QString CauseText(const host::Error& error) {
     return {};
 }
 
-QString HoldsText(const host::Error& error) {
-    using host::Cause;
-    using host::Holds;
-    const Cause cause = error.Why();
-    if (!error.holds || cause == Cause::NotRecorded || cause == Cause::UnprovedNotRecorded ||
-        cause == Cause::LoadNotRecorded)
-        return {};
-    switch (*error.holds) {
-    case Holds::NotTouched:
-        return Errors::tr("Nothing was written.");
-    case Holds::Old:
-        return Errors::tr("Nothing has changed: the keyboard holds what it held before.");
-    case Holds::New:
-        return Errors::tr("Read back once more, the keyboard holds everything that was to be "
-                          "written.");
-    case Holds::PartlyWritten:
-        return Errors::tr("The keyboard is partly written.");
-    case Holds::Unknown:
-        return Errors::tr("The keyboard may be partly written.");
-    }
-    return {};
-}
-
 QString SuggestionText(const host::Error& error) {
     using host::Suggestion;
     switch (error.suggestion) {
@@ -318,7 +295,10 @@ QString SuggestionText(const host::Error& error) {
     case Suggestion::SkipAbsent: // done anyway
         return {};
     case Suggestion::Recover:
-        return Errors::tr("Choose Keyboard > Settle interrupted write.");
+        return error.holds == host::Holds::Unknown
+                   ? Errors::tr("Once the keyboard answers again, choose Keyboard > Settle "
+                                "interrupted write.")
+                   : Errors::tr("Choose Keyboard > Settle interrupted write.");
     case Suggestion::RestoreBackup:
         return Errors::tr("The backup %1 on the page Backups has what the keyboard held before.")
             .arg(ToQt(error.backup));
@@ -382,9 +362,13 @@ QString DetailsText(const host::Error& error) {
     return lines.join(QLatin1Char('\n'));
 }
 
+QString DocumentText(const std::string& document) {
+    return document.empty() ? Errors::tr("an untitled document") : ToQt(document);
+}
+
 QString WriteText(const host::WriteName& write) {
     const QString time = LocalTime(write.time);
-    const QString document = ToQt(write.document);
+    const QString document = DocumentText(write.document);
     return write.unit.empty() ? Errors::tr("%1, %2").arg(document, time)
                               : Errors::tr("%1 for %2, %3").arg(document, ToQt(write.unit), time);
 }

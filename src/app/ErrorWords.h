@@ -5,18 +5,20 @@
 
 #include <QString>
 
+#include <string>
+
 namespace qx::app {
 
-// What went wrong, as a sentence without the names of the driver's functions.
+// The cause as a sentence, without the names of the driver's functions.
 [[nodiscard]] QString CauseText(const host::Error& error);
-// What the keyboard holds after a write that failed; empty where the cause says it.
-[[nodiscard]] QString HoldsText(const host::Error& error);
-// What the user can do about it in this program; may be empty.
+// The user's next step in this program; may be empty.
 [[nodiscard]] QString SuggestionText(const host::Error& error);
-// The technical details line by line: the driver's call, places, what a layer below reported.
+// The technical details line by line: the driver's call, places, the words of a layer below.
 [[nodiscard]] QString DetailsText(const host::Error& error);
 
-// "download of till.json for till 42, 3 May 2026 10:21"
+// The document of a write on record: its name, or "an untitled document" if that is empty.
+[[nodiscard]] QString DocumentText(const std::string& document);
+// "till.json for till 42, 3 May 2026 10:21"
 [[nodiscard]] QString WriteText(const host::WriteName& write);
 
 } // namespace qx::app

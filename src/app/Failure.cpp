@@ -3,6 +3,7 @@
 #include "app/ErrorWords.h"
 #include "app/Places.h"
 #include "app/SettingWords.h"
+#include "files/Files.h"
 #include "host/WritePlan.h"
 
 #include <QApplication>
@@ -10,12 +11,19 @@
 #include <QMessageBox>
 #include <QStringList>
 
+#include <filesystem>
+
 namespace qx::app {
 
 namespace {
 
 QString Text(const char* text) {
     return QCoreApplication::translate("Failures", text);
+}
+
+QString Lines(QStringList lines) {
+    lines.removeAll(QString());
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
@@ -62,15 +70,50 @@ QString NotRestoredText(const host::NotRestored& part) {
 }
 
 Failure FailureOf(const QString& what, const std::exception& error) {
-    const auto* known = dynamic_cast<const host::Error*>(&error);
-    if (known == nullptr)
-        return FailureOf(what, host::FileError(error));
-    QStringList advice = {HoldsText(*known), SuggestionText(*known)};
-    QStringList lines = {what, CauseText(*known)};
-    advice.removeAll(QString());
-    lines.append(advice.join(QLatin1Char(' ')));
-    lines.removeAll(QString());
-    return {lines.join(QLatin1Char('\n')), DetailsText(*known)};
+    if (const auto* known = dynamic_cast<const host::Error*>(&error)) {
+        const QString heading =
+            known->holds ? WriteFailureText(*known) : Lines({what, CauseText(*known)});
+        return {Lines({heading, SuggestionText(*known)}), DetailsText(*known)};
+    }
+    const bool isOfFile = dynamic_cast<const files::FileFailure*>(&error) != nullptr ||
+                          dynamic_cast<const std::filesystem::filesystem_error*>(&error) != nullptr;
+    return FailureOf(what, isOfFile
+                               ? host::FileError(error)
+                               : host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+}
+
+QString WriteFailureText(const host::Error& error) {
+    using host::Cause;
+    using host::Holds;
+    const Cause cause = error.Why();
+    const QString why = CauseText(error);
+    const bool isWhole = cause == Cause::NotRecorded || cause == Cause::UnprovedNotRecorded ||
+                         cause == Cause::LoadNotRecorded || cause == Cause::Stopped;
+    if (isWhole || !error.holds)
+        return why;
+    switch (*error.holds) {
+    case Holds::NotTouched:
+        return Lines({Text(QT_TRANSLATE_NOOP("Failures", "Nothing was written.")), why});
+    case Holds::Old:
+        return Lines(
+            {Text(QT_TRANSLATE_NOOP(
+                 "Failures", "Nothing has changed: the keyboard holds what it held before.")),
+             why});
+    case Holds::New:
+        return cause == Cause::ReadBackDiffers
+                   ? Text(QT_TRANSLATE_NOOP(
+                         "Failures", "The keyboard holds everything that was to be written, but "
+                                     "only the second reading showed it."))
+                   : Text(QT_TRANSLATE_NOOP(
+                         "Failures", "The keyboard holds everything that was to be written, but "
+                                     "the driver reported a failure."));
+    case Holds::PartlyWritten:
+        return Lines({Text(QT_TRANSLATE_NOOP("Failures", "The keyboard is partly written.")), why});
+    case Holds::Unknown:
+        return Lines(
+            {Text(QT_TRANSLATE_NOOP("Failures", "The keyboard may be partly written.")), why});
+    }
+    return why;
 }
 
 void ShowFailure(QWidget* parent, const Failure& failure) {

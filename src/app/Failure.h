@@ -16,14 +16,28 @@ struct NotRestored;
 
 namespace qx::app {
 
-// Both in the program's language, apart from what the system and the driver report themselves.
+// Both in the program's language, apart from messages of the system and the driver.
 struct Failure {
-    QString text;    // what went wrong, what the keyboard holds, what to do
+    QString text;    // the failure, the contents of the keyboard, the next step
     QString details; // the driver's calls, places, every fault of a document
 };
 
-// `what` is a sentence about the action that failed; may be empty.
+// `what` is a sentence about the action that failed; may be empty. For an error of a write, it is
+// replaced by WriteFailureText.
 [[nodiscard]] Failure FailureOf(const QString& what, const std::exception& error);
+
+// What the keyboard holds after a write that failed, and then the cause:
+//
+//   NotTouched      "Nothing was written." and the cause
+//   Old             "Nothing has changed: the keyboard holds what it held before." and the cause
+//   New             "The keyboard holds everything that was to be written, but only the second
+//                   reading showed it." (ReadBackDiffers) "… but the driver reported a failure."
+//   PartlyWritten   "The keyboard is partly written." and the cause
+//   Unknown         "The keyboard may be partly written." and the cause
+//
+// Stopped, NotRecorded, UnprovedNotRecorded and LoadNotRecorded include the keyboard's contents in
+// the cause, which is then the whole text. FailureOf adds the suggestion.
+[[nodiscard]] QString WriteFailureText(const host::Error& error);
 
 // The loss in a saved document, and its place.
 [[nodiscard]] QString LossText(const host::Loss& loss);

@@ -22,6 +22,7 @@ public:
     void Fill(QMenu& menu);
     [[nodiscard]] QAction* ReadAction() const { return m_read; }
     [[nodiscard]] QAction* WriteAction() const { return m_write; }
+    [[nodiscard]] QAction* SettleAction() const { return m_settle; }
 
     // Connects the keyboard, and offers to settle an interrupted write to it.
     bool Connect(const setup::KeyboardChoice& choice);

@@ -1,21 +1,13 @@
 #include "app/MainWindow.h"
 
-#include "app/BackupsPage.h"
 #include "app/FileDrops.h"
-#include "app/FilesPage.h"
-#include "app/FindableSettings.h"
 #include "app/NoticeBar.h"
-#include "app/OverviewPage.h"
-#include "app/PageBook.h"
-#include "app/Pages.h"
 #include "app/Places.h"
-#include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
 #include "app/StatusLine.h"
-#include "app/TestDrivePage.h"
+#include "app/WindowPages.h"
 #include "app/WindowPlace.h"
 #include "app/WorkBar.h"
-#include "app/sections/SectionFace.h"
 #include "views/Bindings.h"
 #include "views/LineIcon.h"
 #include "views/PlainText.h"
@@ -33,14 +25,6 @@ namespace qx::app {
 using views::ToQt;
 
 namespace {
-
-const QString kOverview = QStringLiteral("overview");
-const QString kFiles = QStringLiteral("files");
-const QString kBackups = QStringLiteral("backups");
-const QString kTestDrive = QStringLiteral("testDrive");
-const QString kPreferences = QStringLiteral("preferences");
-
-constexpr int kNumberedPages = 10;
 
 // "POS keys › Key 12 (F12) (+2)"
 QString TextOf(const host::History::Changed& changed) {
@@ -66,7 +50,9 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
       m_documents(new DocumentMenu(workbench, this)),
       m_transfers(new app::Transfers(workbench, *m_documents, this)),
       m_keyboards(new KeyboardMenu(workbench, *m_transfers, this)),
-      m_sheets(new SheetMenu(workbench, this)) {
+      m_sheets(new SheetMenu(workbench, this)),
+      m_pages(
+          new WindowPages({workbench, m_edits, *m_documents, *m_transfers, *m_keyboards}, this)) {
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), views::Plain(question),
                                      QMessageBox::Yes | QMessageBox::No,
@@ -98,7 +84,6 @@ void MainWindow::ConnectSignals() {
     connect(m_sheets, &SheetMenu::Done, this, &MainWindow::TellDone);
     connect(m_sheets, &SheetMenu::Failed, this, &MainWindow::Warn);
     connect(m_transfers, &Transfers::Done, this, &MainWindow::TellDone);
-    connect(m_transfers, &Transfers::Told, this, &MainWindow::Tell);
     connect(m_transfers, &Transfers::Warned, this, &MainWindow::TellWarning);
     connect(m_transfers, &Transfers::Failed, this, &MainWindow::Warn);
     connect(m_transfers, &Transfers::PlaceChosen, this, &MainWindow::GoTo);
@@ -109,7 +94,13 @@ void MainWindow::ConnectSignals() {
     connect(m_keyboards, &KeyboardMenu::Told, this, &MainWindow::Tell);
     connect(m_keyboards, &KeyboardMenu::ConnectionFailed, this, [this] { ShowPage(kOverview); });
     connect(m_keyboards, &KeyboardMenu::Connected, this, [this] { m_edits.Reload(); });
-    connect(&m_workbench, &Workbench::KeyboardChanged, this, &MainWindow::ShowKeyboard);
+    connect(m_pages, &WindowPages::Told, this, &MainWindow::TellDone);
+    connect(m_pages, &WindowPages::Failed, this, &MainWindow::Warn);
+    connect(m_pages, &WindowPages::PreferencesChanged, this, &MainWindow::ApplyPreferences);
+    connect(m_pages, &WindowPages::PlaceChosen, this, &MainWindow::GoTo);
+    connect(m_pages, &WindowPages::Shown, this, [this] { m_notice->ClearOld(); });
+    connect(&m_workbench, &Workbench::KeyboardChanged, this,
+            [this] { m_pages->ShowKeyboard(*m_go); });
     connect(&m_workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
     connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::TellWarning);
     connect(&m_workbench, &Workbench::Touched, this, [this] { m_notice->ClearOld(); });
@@ -122,9 +113,7 @@ void MainWindow::ConnectSignals() {
 void MainWindow::SwitchLanguage() {
     m_shownLanguage = m_workbench.Preferences().PreferedAppLang();
     m_language.Switch(m_shownLanguage);
-    const QString page = m_pages != nullptr ? m_pages->Current() : kOverview;
-    const auto* preferences = findChild<PreferencesPage*>();
-    const int tab = preferences != nullptr ? preferences->CurrentTab() : 0;
+    const WindowPages::Spot spot = m_pages->Current();
     const QString focus =
         QApplication::focusWidget() != nullptr ? QApplication::focusWidget()->objectName() : "";
     m_workbench.Quietly([this] { m_workbench.Faces().Translate(); });
@@ -138,11 +127,9 @@ void MainWindow::SwitchLanguage() {
     MakeActions();
     MakeToolBar();
     setStatusBar(m_status = new StatusLine(m_workbench));
-    ShowKeyboard();
+    m_pages->ShowKeyboard(*m_go);
     ShowDocument();
-    ShowPage(page);
-    if (page == kPreferences)
-        m_pages->Page(kPreferences)->findChild<PreferencesPage*>()->ShowTab(tab);
+    m_pages->ShowAgain(spot);
     if (auto* widget = focus.isEmpty() ? nullptr : centralWidget()->findChild<QWidget*>(focus))
         widget->setFocus();
 }
@@ -162,10 +149,8 @@ void MainWindow::MakeActions() {
         edit->addAction(views::LineIcon(QStringLiteral("redo")), tr("&Redo"),
                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this, &MainWindow::Redo);
     edit->addSeparator();
-    edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), m_find, [this] {
-        m_find->setFocus(Qt::ShortcutFocusReason);
-        m_find->selectAll();
-    });
+    edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), this,
+                    [this] { m_pages->StartSearch(); });
 
     m_keyboards->Fill(*menuBar()->addMenu(tr("&Keyboard")));
     m_go = menuBar()->addMenu(tr("&Go"));
@@ -174,21 +159,6 @@ void MainWindow::MakeActions() {
                            tr("QXControls %1: programs modular point-of-sale keyboards.")
                                .arg(QApplication::applicationVersion()));
     });
-}
-
-// The first pages that the keyboard has something for have the digits under Alt.
-void MainWindow::FillGoMenu() {
-    m_go->clear();
-    int number = 0;
-    for (const PageBook::Listed& page : m_pages->Pages()) {
-        QAction* action = m_go->addAction(page.title, this, [this, id = page.id] {
-            ShowPage(id);
-            m_pages->FocusPage();
-        });
-        if (page.isPresent && ++number <= kNumberedPages)
-            action->setShortcut(
-                QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number % kNumberedPages)));
-    }
 }
 
 void MainWindow::MakeToolBar() {
@@ -209,7 +179,6 @@ void MainWindow::MakeToolBar() {
 }
 
 void MainWindow::MakePages() {
-    m_find = new QuickFind([this] { return Findables(); });
     if (m_notice == nullptr)
         m_notice = new NoticeBar(QStringLiteral("lblNotice"));
     auto* notices = new QWidget;
@@ -219,58 +188,10 @@ void MainWindow::MakePages() {
     const bool isNoticed = m_notice->isVisible();
     column->addWidget(m_notice);
     m_notice->setVisible(isNoticed);
-    m_pages = new PageBook(m_find, notices);
-    connect(m_pages, &PageBook::Shown, this, [this] { m_notice->ClearOld(); });
-
-    const auto icon = [](const char* name) { return views::LineIcon(QString::fromLatin1(name)); };
-    auto group = PageGroup::Device;
-    m_pages->AddHeading(TitleOf(group));
-    m_pages->Add(kOverview, tr("Overview"), icon("keyboard"), [this] { return MakeOverview(); });
-    for (const auto& section : m_workbench.Configuration().Sections()) {
-        const std::string key(section->Info().key);
-        if (std::exchange(group, GroupOf(key)) != group)
-            m_pages->AddHeading(TitleOf(group));
-        m_pages->Add(ToQt(key), SectionTitle(key), SectionIcon(key),
-                     [this, key] { return new ModulePage(m_workbench, m_edits, key); });
-    }
-    m_pages->AddHeading(TitleOf(PageGroup::Tools));
-    m_pages->Add(kFiles, tr("Keyboard files"), icon("files"), [this] {
-        auto* files = new FilesPage(m_workbench);
-        connect(files, &FilesPage::Told, this, &MainWindow::TellDone);
-        connect(files, &FilesPage::Failed, this, &MainWindow::Warn);
-        return TitledPage(tr("Keyboard files"), files);
-    });
-    m_pages->Add(kBackups, tr("Backups"), icon("backups"), [this] {
-        auto* backups = new BackupsPage(m_workbench);
-        connect(backups, &BackupsPage::RestoreRequested, m_transfers, &Transfers::Restore);
-        connect(backups, &BackupsPage::OpenRequested, m_documents, &DocumentMenu::OpenCopy);
-        connect(backups, &BackupsPage::Failed, this, &MainWindow::Warn);
-        return TitledPage(tr("Backups"), backups);
-    });
-    m_pages->Add(kTestDrive, tr("Test"), icon("test"),
-                 [this] { return TitledPage(tr("Test"), new TestDrivePage(m_workbench)); });
-    m_pages->Add(kPreferences, tr("Preferences"), icon("preferences"),
-                 [this] { return MakePreferences(); });
-    setCentralWidget(m_pages);
+    QWidget* book = m_pages->Make(notices);
+    setCentralWidget(book);
     if (isVisible())
-        m_pages->show(); // in a window that is shown already, nothing else does it
-}
-
-QWidget* MainWindow::MakeOverview() {
-    auto* overview = new OverviewPage(m_workbench);
-    overview->ShowFailure(m_keyboards->FailureToConnect());
-    connect(m_keyboards, &KeyboardMenu::ConnectionFailed, overview, &OverviewPage::ShowFailure);
-    connect(overview, &OverviewPage::ConnectAgainRequested, m_keyboards,
-            &KeyboardMenu::ConnectAgain);
-    connect(overview, &OverviewPage::SimulatedKeyboardRequested, m_keyboards,
-            &KeyboardMenu::ConnectSimulated);
-    return TitledPage(tr("Overview"), overview);
-}
-
-QWidget* MainWindow::MakePreferences() {
-    auto* preferences = new PreferencesPage(m_workbench.Preferences(), m_workbench.LayoutFolder());
-    connect(preferences, &PreferencesPage::Changed, this, &MainWindow::ApplyPreferences);
-    return TitledPage(tr("Preferences"), preferences);
+        book->show(); // in a window that is shown already, nothing else does it
 }
 
 void MainWindow::ShowPage(const QString& id) {
@@ -318,17 +239,6 @@ void MainWindow::Warn(const Failure& failure) {
     screen.warn(failure);
 }
 
-void MainWindow::ShowKeyboard() {
-    for (const auto& section : m_workbench.Configuration().Sections()) {
-        const bool isThere = m_workbench.Has(*section);
-        const QString title = SectionTitle(section->Info().key);
-        m_pages->SetTitle(ToQt(std::string(section->Info().key)),
-                          isThere ? title : tr("%1 (absent)").arg(title), isThere);
-    }
-    m_pages->FitList();
-    FillGoMenu();
-}
-
 void MainWindow::ShowDocument() {
     const host::History& history = m_workbench.History();
     const auto show = [](QAction& action, const QString& name, const QString& text) {
@@ -342,6 +252,7 @@ void MainWindow::ShowDocument() {
     show(*m_redo, tr("&Redo"), history.CanRedo() ? TextOf(history.ToRedo()) : QString());
     setWindowTitle(QStringLiteral("%1[*] — QXControls").arg(m_documents->DocumentName()));
     setWindowModified(m_workbench.IsModified());
+    m_pages->ShowCounts();
     m_notice->ClearOld();
 }
 
@@ -351,22 +262,6 @@ void MainWindow::ApplyPreferences() {
     m_edits.Reload();
     if (m_workbench.Preferences().PreferedAppLang() != m_shownLanguage)
         QMetaObject::invokeMethod(this, &MainWindow::SwitchLanguage, Qt::QueuedConnection);
-}
-
-std::vector<Findable> MainWindow::Findables() {
-    std::vector<Findable> all;
-    for (const PageBook::Listed& page : m_pages->Pages())
-        all.push_back({page.title, tr("page"), [this, id = page.id] { ShowPage(id); }});
-    std::vector<Findable> settings =
-        FindableSettings(m_workbench, [this](const std::string& place) { GoTo(place); });
-    std::move(settings.begin(), settings.end(), std::back_inserter(all));
-    auto* preferences = m_pages->Page(kPreferences)->findChild<PreferencesPage*>();
-    for (const auto& [preference, label] : preferences->Labels())
-        all.push_back({label, tr("Preferences"), [this, preferences, preference = preference] {
-                           ShowPage(kPreferences);
-                           preferences->Reveal(preference);
-                       }});
-    return all;
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {

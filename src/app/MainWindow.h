@@ -6,7 +6,6 @@
 #include "app/EditRequests.h"
 #include "app/KeyboardMenu.h"
 #include "app/Language.h"
-#include "app/QuickFind.h"
 #include "app/SheetMenu.h"
 #include "app/Transfers.h"
 #include "app/Workbench.h"
@@ -14,7 +13,6 @@
 #include <QMainWindow>
 
 #include <functional>
-#include <vector>
 
 class QAction;
 class QMenu;
@@ -22,8 +20,8 @@ class QMenu;
 namespace qx::app {
 
 class NoticeBar;
-class PageBook;
 class StatusLine;
+class WindowPages;
 
 // It is on the screen before it has anything in it, and filled at once; only then can it be used.
 class MainWindow : public QMainWindow {
@@ -50,7 +48,7 @@ public:
     void ApplyPreferences();
 
 signals:
-    void Appeared(); // on the screen, with all that belongs to it
+    void Appeared(); // on the screen and filled
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -61,12 +59,8 @@ private:
     void Fill();
     void ConnectSignals();
     void MakeActions();
-    void FillGoMenu();
     void MakeToolBar();
     void MakePages();
-    [[nodiscard]] QWidget* MakeOverview();
-    [[nodiscard]] QWidget* MakePreferences();
-    void ShowKeyboard();
     void ShowDocument();
     void SwitchLanguage();
     void OpenDropped(const QStringList& files);
@@ -78,7 +72,6 @@ private:
     void TellDone(const QString& text);
     void TellWarning(const QString& text);
     void Warn(const Failure& failure);
-    [[nodiscard]] std::vector<Findable> Findables();
 
     Workbench& m_workbench;
     Language& m_language;
@@ -87,11 +80,10 @@ private:
     app::Transfers* m_transfers;
     KeyboardMenu* m_keyboards;
     SheetMenu* m_sheets;
+    WindowPages* m_pages;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QMenu* m_go = nullptr;
-    QuickFind* m_find = nullptr;
-    PageBook* m_pages = nullptr;
     NoticeBar* m_notice = nullptr;
     StatusLine* m_status = nullptr;
     Integer m_shownLanguage = -1;

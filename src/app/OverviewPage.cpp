@@ -1,15 +1,18 @@
 #include "app/OverviewPage.h"
 
+#include "app/ModuleCards.h"
 #include "views/Bindings.h"
+#include "views/LineIcon.h"
 #include "views/PlainText.h"
 
+#include <QAction>
 #include <QFormLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace qx::app {
@@ -50,11 +53,77 @@ QString WordOf(State state) {
 
 } // namespace
 
-OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
-    : QWidget(parent), m_workbench(workbench), m_failure(new QLabel), m_remedies(new QWidget),
-      m_directory(new QTableWidget) {
-    auto* startUp = new QGroupBox(tr("Start-up"));
+OverviewPage::OverviewPage(Workbench& workbench, const Commands& commands, QWidget* parent)
+    : QWidget(parent), m_workbench(workbench), m_name(new QLabel), m_kind(new QLabel),
+      m_buttons(new QWidget), m_interrupted(new QWidget), m_failure(new QLabel),
+      m_remedies(new QWidget), m_cards(new ModuleCards(workbench)), m_fold(new QToolButton),
+      m_identity(new QFormLayout), m_directory(new QTableWidget) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(16);
+    column->addWidget(MakeKeyboard(commands));
+    column->addWidget(m_startUp = MakeStages());
+    column->addWidget(m_cards);
+    column->addWidget(m_fold, 0, Qt::AlignLeft);
+    column->addWidget(m_details = MakeDetails(), 1);
+    column->addStretch(0);
+    m_fold->setObjectName(QStringLiteral("foldDetails"));
+    m_fold->setText(tr("Technical details"));
+    m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_fold->setAutoRaise(true);
+    m_fold->setCheckable(true);
+    connect(m_fold, &QToolButton::toggled, this, [this](bool isOn) { FoldDetails(!isOn); });
+    FoldDetails(true);
+
+    connect(m_cards, &ModuleCards::Chosen, this, &OverviewPage::PageRequested);
+    connect(&workbench.Stages(), &StartStages::Changed, this, &OverviewPage::ShowStages);
+    connect(&workbench, &Workbench::KeyboardChanged, this, &OverviewPage::ShowKeyboard);
+    connect(&workbench, &Workbench::Ended, this, &OverviewPage::ShowInterrupted);
+    ShowFailure({});
+    ShowKeyboard();
+}
+
+QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {
+    m_name->setTextFormat(Qt::PlainText);
+    QFont large = m_name->font();
+    large.setPointSizeF(large.pointSizeF() * 1.2);
+    large.setBold(true);
+    m_name->setFont(large);
+    m_kind->setForegroundRole(QPalette::PlaceholderText);
+    const auto add = [](QHBoxLayout& row, QAction* action, const char* name) {
+        auto* button = new QToolButton;
+        button->setObjectName(QString::fromLatin1(name));
+        button->setDefaultAction(action);
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setFocusPolicy(Qt::StrongFocus);
+        row.addWidget(button);
+    };
+    auto* buttons = new QHBoxLayout(m_buttons);
+    buttons->setContentsMargins({});
+    add(*buttons, commands.read, "overviewRead");
+    add(*buttons, commands.write, "overviewWrite");
+    buttons->addStretch(1);
+    auto* interrupted = new QHBoxLayout(m_interrupted);
+    interrupted->setContentsMargins({});
+    interrupted->addWidget(new QLabel(tr("A write is on record as interrupted.")));
+    add(*interrupted, commands.settle, "overviewSettle");
+    interrupted->addStretch(1);
+
+    auto* keyboard = new QWidget;
+    auto* column = new QVBoxLayout(keyboard);
+    column->setContentsMargins({});
+    column->setSpacing(8);
+    column->addWidget(m_name);
+    column->addWidget(m_kind);
+    column->addWidget(m_buttons);
+    column->addWidget(m_interrupted);
+    return keyboard;
+}
+
+QWidget* OverviewPage::MakeStages() {
+    auto* startUp = new QWidget;
     auto* stages = new QVBoxLayout(startUp);
+    stages->setContentsMargins({});
     for (QLabel*& stage : m_stages)
         stages->addWidget(stage = new QLabel);
     m_failure->setObjectName(QStringLiteral("lblFailure"));
@@ -70,14 +139,14 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
     remedies->addWidget(simulated);
     remedies->addStretch(1);
     stages->addWidget(m_remedies);
+    connect(again, &QPushButton::clicked, this, &OverviewPage::ConnectAgainRequested);
+    connect(simulated, &QPushButton::clicked, this, &OverviewPage::SimulatedKeyboardRequested);
+    return startUp;
+}
 
-    m_keyboard = new QGroupBox(tr("Keyboard"));
-    m_identity = new QFormLayout(m_keyboard);
-
-    auto* modules = new QGroupBox(tr("Modules"));
-    auto* modulesColumn = new QVBoxLayout(modules);
+QWidget* OverviewPage::MakeDetails() {
     m_directory->setObjectName(QStringLiteral("directory"));
-    m_directory->setAccessibleName(modules->title());
+    m_directory->setAccessibleName(tr("Modules"));
     m_directory->setColumnCount(3);
     m_directory->setHorizontalHeaderLabels({tr("Number"), tr("Name"), tr("Address")});
     m_directory->verticalHeader()->hide();
@@ -88,23 +157,19 @@ OverviewPage::OverviewPage(Workbench& workbench, QWidget* parent)
     m_directory->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_directory->setAlternatingRowColors(true);
     m_directory->setTabKeyNavigation(false);
-    modulesColumn->addWidget(m_directory);
-
-    auto* left = new QVBoxLayout;
-    left->addWidget(startUp);
-    left->addWidget(m_keyboard);
-    left->addStretch(1);
-    auto* row = new QHBoxLayout(this);
+    auto* details = new QWidget;
+    auto* row = new QHBoxLayout(details);
     row->setContentsMargins({});
-    row->addLayout(left, 4);
-    row->addWidget(modules, 5);
+    auto* identity = new QWidget;
+    identity->setLayout(m_identity);
+    row->addWidget(identity, 4);
+    row->addWidget(m_directory, 5);
+    return details;
+}
 
-    connect(again, &QPushButton::clicked, this, &OverviewPage::ConnectAgainRequested);
-    connect(simulated, &QPushButton::clicked, this, &OverviewPage::SimulatedKeyboardRequested);
-    connect(&workbench.Stages(), &StartStages::Changed, this, &OverviewPage::ShowStages);
-    connect(&workbench, &Workbench::KeyboardChanged, this, &OverviewPage::ShowKeyboard);
-    ShowFailure({});
-    ShowKeyboard();
+void OverviewPage::FoldDetails(bool isFolded) {
+    m_fold->setArrowType(isFolded ? Qt::RightArrow : Qt::DownArrow);
+    m_details->setVisible(!isFolded && m_workbench.IsConnected());
 }
 
 void OverviewPage::ShowStages() {
@@ -137,13 +202,37 @@ void OverviewPage::ShowFailure(const Failure& reason) {
 
 void OverviewPage::ShowKeyboard() {
     ShowStages();
+    const bool isConnected = m_workbench.IsConnected();
+    m_startUp->setVisible(!isConnected);
+    m_buttons->setVisible(isConnected);
+    m_fold->setVisible(isConnected);
+    m_kind->setVisible(isConnected);
+    FoldDetails(!m_fold->isChecked());
+    ShowInterrupted();
+    m_name->setText(isConnected ? ToQt(m_workbench.Session().Access().Keyboard())
+                                : tr("No keyboard"));
+    if (!isConnected)
+        return;
+    ShowFailure({});
+    m_kind->setText(m_workbench.Simulated() != nullptr ? tr("simulated keyboard")
+                                                       : tr("keyboard behind a driver library"));
+    ShowDetails();
+}
+
+void OverviewPage::ShowInterrupted() {
+    bool isOnRecord = false;
+    try {
+        isOnRecord = m_workbench.IsConnected() && !m_workbench.Records().journal.Entries().empty();
+    } catch (const host::Error&) {
+        // shown when something is written
+    }
+    m_interrupted->setVisible(isOnRecord);
+}
+
+void OverviewPage::ShowDetails() {
     while (m_identity->rowCount() > 0)
         m_identity->removeRow(0);
     m_directory->setRowCount(0);
-    m_keyboard->setVisible(m_workbench.IsConnected());
-    if (!m_workbench.IsConnected())
-        return;
-    ShowFailure({});
     QXKeyboardAccess& access = m_workbench.Session().Access();
     const auto add = [this](const QString& name, const QString& value) {
         auto* label = new QLabel(value);
@@ -171,8 +260,7 @@ void OverviewPage::ShowKeyboard() {
         if (isThere)
             has.append(name);
     add(tr("Has"), has.isEmpty() ? tr("nothing of its own") : has.join(QLatin1Char('\n')));
-    add(tr("Kind"), m_workbench.Simulated() != nullptr ? tr("simulated keyboard")
-                                                       : tr("keyboard behind a driver library"));
+    add(tr("Kind"), m_kind->text());
 
     for (int i = 1; i <= access.DirectorySize(); ++i) {
         const ConfigDirEntry* entry = access.DirectoryItem(static_cast<Integer>(i));

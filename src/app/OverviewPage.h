@@ -1,4 +1,5 @@
-// OverviewPage: the connected keyboard: the stages of its start-up, its identity and its modules.
+// OverviewPage: the home page: the connected keyboard with what can be done with it, a card for
+// each of its modules, and the technical details of the connection, folded away.
 #pragma once
 
 #include "app/Failure.h"
@@ -6,18 +7,26 @@
 
 #include <QWidget>
 
+class QAction;
 class QFormLayout;
-class QGroupBox;
 class QLabel;
-class QPushButton;
 class QTableWidget;
+class QToolButton;
 
 namespace qx::app {
+
+class ModuleCards;
 
 class OverviewPage : public QWidget {
     Q_OBJECT
 public:
-    explicit OverviewPage(Workbench& workbench, QWidget* parent = nullptr);
+    // Buttons for these commands with the keyboard; they outlive the page.
+    struct Commands {
+        QAction* read;
+        QAction* write;
+        QAction* settle;
+    };
+    OverviewPage(Workbench& workbench, const Commands& commands, QWidget* parent = nullptr);
 
     // Shows why the keyboard is not connected, and what to check.
     void ShowFailure(const Failure& reason);
@@ -25,16 +34,30 @@ public:
 signals:
     void ConnectAgainRequested();
     void SimulatedKeyboardRequested();
+    void PageRequested(const QString& id); // of a section
 
 private:
+    [[nodiscard]] QWidget* MakeKeyboard(const Commands& commands);
+    [[nodiscard]] QWidget* MakeStages();
+    [[nodiscard]] QWidget* MakeDetails();
     void ShowStages();
     void ShowKeyboard();
+    void ShowDetails();
+    void ShowInterrupted();
+    void FoldDetails(bool isFolded);
 
     Workbench& m_workbench;
+    QLabel* m_name;
+    QLabel* m_kind;
+    QWidget* m_buttons;     // shown while a keyboard is connected
+    QWidget* m_interrupted; // shown while a write is on record as interrupted
+    QWidget* m_startUp;     // shown while none is connected
     QLabel* m_stages[3];
     QLabel* m_failure;
     QWidget* m_remedies;
-    QGroupBox* m_keyboard; // shown while one is connected
+    ModuleCards* m_cards;
+    QToolButton* m_fold;
+    QWidget* m_details;
     QFormLayout* m_identity;
     QTableWidget* m_directory;
 };

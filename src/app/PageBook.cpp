@@ -4,7 +4,10 @@
 
 #include <QHBoxLayout>
 #include <QListWidget>
+#include <QPainter>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -15,19 +18,49 @@ namespace {
 
 constexpr int kIdRole = Qt::UserRole;
 constexpr int kPresentRole = Qt::UserRole + 1;
+constexpr int kCountRole = Qt::UserRole + 2;
 constexpr int kListMargin = 24; // pixels beside the titles
 constexpr int kIconSize = 20;
 constexpr double kHeadingScale = 0.85;
+constexpr int kCountMargin = 8;
+
+// Draws the count at the right.
+class CountingDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyledItemDelegate::paint(painter, option, index);
+        const int count = index.data(kCountRole).toInt();
+        if (count == 0)
+            return;
+        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+        painter->save();
+        painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText
+                                                        : QPalette::PlaceholderText));
+        painter->drawText(option.rect.adjusted(0, 0, -kCountMargin, 0),
+                          Qt::AlignRight | Qt::AlignVCenter, QString::number(count));
+        painter->restore();
+    }
+};
 
 } // namespace
 
 PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
-    : QWidget(parent), m_aboveList(aboveList), m_list(new QListWidget),
+    : QWidget(parent), m_aboveList(aboveList), m_list(new QListWidget), m_absent(new QToolButton),
       m_stack(new QStackedWidget) {
     m_list->setObjectName(QStringLiteral("pages"));
     m_list->setAccessibleName(tr("Pages"));
     m_list->setIconSize({kIconSize, kIconSize});
     m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    m_list->setItemDelegate(new CountingDelegate(m_list));
+    m_absent->setObjectName(QStringLiteral("absentPages"));
+    m_absent->setCheckable(true);
+    m_absent->setAutoRaise(true);
+    m_absent->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_absent->setFocusPolicy(Qt::StrongFocus);
+    connect(m_absent, &QToolButton::toggled, this, &PageBook::Fold);
     connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
         if (row < 0)
             return;
@@ -37,6 +70,7 @@ PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
     auto* left = new QVBoxLayout;
     left->addWidget(aboveList);
     left->addWidget(m_list, 1);
+    left->addWidget(m_absent);
     auto* right = new QVBoxLayout;
     right->addWidget(abovePages);
     right->addWidget(m_stack, 1);
@@ -78,13 +112,50 @@ void PageBook::SetTitle(const QString& id, const QString& title, bool isPresent)
         palette().brush(isPresent ? QPalette::Active : QPalette::Disabled, QPalette::Text));
 }
 
+void PageBook::SetCount(const QString& id, int count) {
+    if (QListWidgetItem* item = ItemOf(id)) {
+        item->setData(kCountRole, count);
+        item->setData(Qt::AccessibleDescriptionRole,
+                      count == 0 ? QString() : QString::number(count));
+    }
+}
+
 void PageBook::FitList() {
+    const QFontMetrics metrics = m_list->fontMetrics();
+    const int countWidth = metrics.horizontalAdvance(QStringLiteral("000")) + kCountMargin;
     int width = m_aboveList->sizeHint().width();
     for (int row = 0; row < m_list->count(); ++row)
-        width = std::max(width, m_list->fontMetrics().horizontalAdvance(m_list->item(row)->text()) +
-                                    kIconSize + 2 * m_list->frameWidth() + kListMargin);
+        width = std::max(width, metrics.horizontalAdvance(m_list->item(row)->text()) + kIconSize +
+                                    2 * m_list->frameWidth() + kListMargin + countWidth);
+    Fold();
+    m_absent->setFixedWidth(width);
     m_list->setFixedWidth(width);
     m_aboveList->setFixedWidth(width);
+}
+
+// A heading without pages is hidden as well. The current page is never hidden.
+void PageBook::Fold() {
+    const QListWidgetItem* current = m_list->currentItem();
+    if (current != nullptr && !current->data(kPresentRole).toBool())
+        m_absent->setChecked(true);
+    int absent = 0;
+    bool hasPage = false;
+    for (int row = m_list->count() - 1; row >= 0; --row) {
+        QListWidgetItem* item = m_list->item(row);
+        if (!item->data(kIdRole).isValid()) {
+            item->setHidden(!hasPage);
+            hasPage = false;
+            continue;
+        }
+        const bool isPresent = item->data(kPresentRole).toBool();
+        absent += isPresent ? 0 : 1;
+        item->setHidden(!isPresent && !m_absent->isChecked());
+        hasPage = hasPage || !item->isHidden();
+    }
+    m_absent->setVisible(absent > 0);
+    m_absent->setText(tr("Not in this keyboard (%1)").arg(absent));
+    m_absent->setToolTip(tr("%n module(s) that this keyboard does not have", "", absent));
+    m_absent->setArrowType(m_absent->isChecked() ? Qt::DownArrow : Qt::RightArrow);
 }
 
 std::vector<PageBook::Listed> PageBook::Pages() const {
@@ -115,8 +186,11 @@ QWidget* PageBook::LeafAt(int row) {
 }
 
 void PageBook::Show(const QString& id) {
-    if (QListWidgetItem* item = ItemOf(id))
+    if (QListWidgetItem* item = ItemOf(id)) {
         m_list->setCurrentItem(item);
+        if (item->isHidden())
+            Fold();
+    }
 }
 
 void PageBook::FocusPage() {

@@ -1,6 +1,7 @@
 // PageBook: the list of all pages, and the chosen one beside it.
 //
-// A page is made when it is first shown. Pages that are larger than the window scroll.
+// A page is made when it is first shown. Pages that are larger than the window scroll. Pages of
+// modules that the keyboard does not have are behind one line at the end of the list.
 #pragma once
 
 #include <QIcon>
@@ -12,22 +13,25 @@
 class QListWidget;
 class QListWidgetItem;
 class QStackedWidget;
+class QToolButton;
 
 namespace qx::app {
 
 class PageBook : public QWidget {
     Q_OBJECT
 public:
-    // Above the list stands one widget, and another above the pages.
+    // One widget is placed above the list, the other above the pages.
     PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent = nullptr);
 
     void Add(const QString& id, const QString& title, const QIcon& icon,
              std::function<QWidget*()> make);
     // A line above the pages that are added next.
     void AddHeading(const QString& title);
-    // Names the page in the list, dimmed where the keyboard has nothing for it.
+    // Names the page in the list; one that the keyboard has nothing for is dimmed and folded away.
     void SetTitle(const QString& id, const QString& title, bool isPresent);
-    // Makes the list as wide as its titles.
+    // The number beside the title; 0 for none.
+    void SetCount(const QString& id, int count);
+    // Makes the list as wide as its titles, and folds absent pages away.
     void FitList();
 
     struct Listed {
@@ -52,11 +56,13 @@ private:
         QWidget* widget; // null before it is first shown
     };
 
+    void Fold();
     [[nodiscard]] QListWidgetItem* ItemOf(const QString& id) const;
     [[nodiscard]] QWidget* LeafAt(int row);
 
     QWidget* m_aboveList;
     QListWidget* m_list;
+    QToolButton* m_absent; // shows the absent pages, if there are any
     QStackedWidget* m_stack;
     std::vector<Leaf> m_leaves; // by the rows of the list
 };

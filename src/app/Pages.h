@@ -1,4 +1,4 @@
-// Pages: what the main window shows beside its list, one page at a time.
+// Pages: the pages of the main window, one of which is shown beside the list.
 #pragma once
 
 #include <QString>
@@ -17,7 +17,8 @@ class EditRequests;
 class InPlaceEditor;
 class Workbench;
 
-// A module's page: its title, a line about what it lacks, and the view of its control.
+// A module's page: its title, a line if the keyboard or the document lacks it, and the view of its
+// control.
 class ModulePage : public QWidget {
     Q_OBJECT
 public:

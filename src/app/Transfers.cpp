@@ -15,25 +15,12 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 #include <utility>
 
 namespace qx::app {
 
 using host::Writer;
 using views::ToQt;
-
-namespace {
-
-// The ids of all interrupted writes on record, for any keyboard.
-std::set<std::string> RecordedWrites(const Workbench& workbench) {
-    std::set<std::string> ids;
-    for (const host::JournalEntry& entry : workbench.Records().journal.Entries())
-        ids.insert(entry.Id());
-    return ids;
-}
-
-} // namespace
 
 Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* window)
     : QObject(window), m_workbench(workbench), m_documents(documents), m_window(window) {
@@ -85,7 +72,7 @@ void Transfers::Attempt(const QString& what, const std::function<void()>& transf
 void Transfers::Read() {
     if (!m_documents.MayLeaveDocument())
         return;
-    Attempt(tr("The keyboard could not be read."), [this] {
+    Attempt(tr("Nothing was read; the document is unchanged."), [this] {
         {
             const Working working(m_workbench, tr("Reading the keyboard…"));
             m_workbench.ReadKeyboard();
@@ -153,12 +140,14 @@ void Transfers::Write() {
         if (!Review(*plan, tr("Write to keyboard")))
             return;
         Writer::Outcome outcome;
-        if (!Send([&] { outcome = m_workbench.WriteKeyboard(*plan); }))
+        const Sent sent = Send([&] { outcome = m_workbench.WriteKeyboard(*plan); });
+        if (sent == Sent::Not)
             return;
-        emit Done(tr("Document to keyboard: wrote %n change(s)", "",
-                     static_cast<int>(plan->settings.size())) +
-                  tr(" (%n byte(s)), read back and found equal.", "",
-                     static_cast<int>(outcome.bytesSent)));
+        if (sent == Sent::Completely)
+            emit Done(tr("Document to keyboard: wrote %n change(s)", "",
+                         static_cast<int>(plan->settings.size())) +
+                      tr(" (%n byte(s)), read back and found equal.", "",
+                         static_cast<int>(outcome.bytesSent)));
         emit Written();
     });
 }
@@ -180,47 +169,60 @@ void Transfers::Restore(const host::BackupEntry& backup) {
             return emit Done(tr("The keyboard already matches this backup; nothing was written."));
         if (!Review(plan, tr("Restore backup")))
             return;
-        if (!Send([&] { m_workbench.Restore(plan, backup.id); }))
+        const Sent sent = Send([&] { m_workbench.Restore(plan, backup.id); });
+        if (sent == Sent::Not)
             return;
-        emit Done(tr("Backup to keyboard and document: restored, read back and found equal."));
+        if (ReadRestored() && sent == Sent::Completely)
+            emit Done(tr("Backup to keyboard and document: restored, read back and found equal."));
         for (const host::NotRestored& part : plan.notRestored)
             emit Warned(NotRestoredText(part));
         emit Written();
     });
 }
 
-bool Transfers::Send(const std::function<void()>& write) {
-    const std::set<std::string> recorded = RecordedWrites(m_workbench);
+bool Transfers::ReadRestored() {
     try {
-        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
-        write();
+        const Working working(m_workbench, tr("Reading the keyboard…"));
+        m_workbench.ReadKeyboard();
         return true;
     } catch (const std::exception& error) {
-        Attempt(tr("The interrupted write could not be settled."), [&] {
-            const std::set<std::string> now = RecordedWrites(m_workbench);
-            ReportBrokenOff(
-                FailureOf(tr("Writing to the keyboard failed."), error),
-                !std::includes(recorded.begin(), recorded.end(), now.begin(), now.end()));
-        });
+        emit Failed(FailureOf(tr("The keyboard holds the backup, but could not be read again. The "
+                                 "document is unchanged."),
+                              error));
         return false;
     }
 }
 
-void Transfers::ReportBrokenOff(const Failure& failure, bool isRecorded) {
+Transfers::Sent Transfers::Send(const std::function<void()>& write) {
+    try {
+        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
+        write();
+        return Sent::Completely;
+    } catch (const host::Error& error) {
+        if (error.suggestion != host::Suggestion::Recover || !OfferToSettle(error))
+            emit Failed(FailureOf({}, error));
+        return error.holds == host::Holds::New ? Sent::WithFailure : Sent::Not;
+    } catch (const std::exception& error) {
+        emit Failed(
+            FailureOf({}, host::Error(host::Cause::Unforeseen,
+                                      {.reason = error.what(), .holds = host::Holds::Unknown})));
+        return Sent::Not;
+    }
+}
+
+// A keyboard that does not answer can be settled only later.
+bool Transfers::OfferToSettle(const host::Error& error) {
     std::vector<host::JournalEntry> writes;
     try {
-        if (isRecorded)
-            writes = m_workbench.Interrupted();
+        writes = m_workbench.Interrupted();
     } catch (const std::exception&) {
-        return emit Failed(
-            {failure.text + QStringLiteral("\n\n") +
-                 tr("The keyboard does not answer and may be partly written. Once it is connected "
-                    "again, the write can be finished or rolled back."),
-             failure.details});
+        return false;
     }
     if (writes.empty())
-        return emit Failed(failure);
-    Settle(writes, failure.text, failure.details);
+        return false;
+    Attempt(tr("The interrupted write could not be settled."),
+            [&] { Settle(writes, WriteFailureText(error), DetailsText(error)); });
+    return true;
 }
 
 bool Transfers::Recover() {
@@ -237,24 +239,24 @@ bool Transfers::Recover() {
 void Transfers::SettleFound(const std::vector<host::JournalEntry>& writes) {
     Attempt(tr("The interrupted write could not be settled."), [&] {
         Settle(writes,
-               tr("Writing %1 to this keyboard was interrupted (%2).")
-                   .arg(ToQt(writes.front().document), LocalTime(writes.front().time)),
+               tr("Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of "
+                  "it.")
+                   .arg(DocumentText(writes.front().document), LocalTime(writes.front().time)),
                {});
     });
 }
 
 void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
                        const QString& details) {
-    const QString ways =
-        tr("The keyboard may hold part of it.\n\nFinish writing completes it; roll back restores "
-           "what the keyboard held before.");
+    const QString ways = tr("Finish writing completes it; roll back restores what the keyboard "
+                            "held before.");
     const Ending ending = questions.recover(why + QStringLiteral("\n\n") + ways, details);
     if (ending == Ending::Later || writes.size() == 1)
         return EndInterrupted(writes.front(), false, ending);
     QStringList names;
     for (const host::JournalEntry& write : writes)
         names.append(tr("%1 for %2, %3 (%4)")
-                         .arg(ToQt(write.document),
+                         .arg(DocumentText(write.document),
                               write.till.unit.empty() ? tr("no unit") : ToQt(write.till.unit),
                               LocalTime(write.time), ToQt(write.Id())));
     const int chosen = questions.whichWrite(
@@ -267,7 +269,7 @@ void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QStr
 }
 
 void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending) {
-    const QString what = ToQt(write.document);
+    const QString what = DocumentText(write.document);
     const auto recover = [&](Writer::Way way) {
         const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
         m_workbench.Recover(write, way, isNamed);

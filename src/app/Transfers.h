@@ -1,7 +1,7 @@
 // Transfers: transfers of whole configurations between the keyboard and the document: reading,
 // writing after a review, recovering interrupted writes, restoring backups.
 //
-// Each asks before anything is lost, and finally reports the keyboard's contents.
+// Each asks before anything is lost, and reports the keyboard's contents afterwards.
 #pragma once
 
 #include "app/DocumentMenu.h"
@@ -48,7 +48,6 @@ public:
 
 signals:
     void Done(const QString& text);
-    void Told(const QString& text);
     void Warned(const QString& text);
     void Failed(const Failure& failure);
     void Written(); // something was written and verified
@@ -57,10 +56,15 @@ signals:
 private:
     // Runs the transfer and reports its failure, with the text `what`.
     void Attempt(const QString& what, const std::function<void()>& transfer);
-    // Writes the plan; an interrupted write can be recovered at once. True if the write is
-    // verified.
-    bool Send(const std::function<void()>& write);
-    void ReportBrokenOff(const Failure& failure, bool isRecorded);
+    // Whether the keyboard now holds all of a write, as read back.
+    enum class Sent { Completely, WithFailure, Not };
+    // Writes the plan and reports a failure; an interrupted write can be recovered at once.
+    [[nodiscard]] Sent Send(const std::function<void()>& write);
+    // Lets the user recover the write that this error has interrupted; false if it cannot be
+    // recovered now.
+    bool OfferToSettle(const host::Error& error);
+    // Keyboard to document after a backup was restored; reports a failure.
+    bool ReadRestored();
     // The plan for writing the document. None if that requires a repair that the user does not
     // want.
     [[nodiscard]] std::optional<host::WritePlan> Plan();

@@ -237,7 +237,7 @@ host::WritePlan Workbench::PlanWrite(bool repairs) {
 
 host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
     host::Writer::Request request;
-    request.document = m_file.empty() ? "an untitled document" : m_file.string();
+    request.document = m_file.string();
     request.documentSha256 = files::Sha256(m_history->Document().ToText());
     const auto outcome =
         WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
@@ -269,7 +269,6 @@ void Workbench::Restore(const host::WritePlan& plan, const std::string& backup) 
     request.action = host::Writer::Request::kRestore;
     request.document = backup;
     WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
-    ReadKeyboard();
 }
 
 void Workbench::NewDocument() {

@@ -1,8 +1,9 @@
-// Workbench: what the application works on: one keyboard, one document, the user's preferences.
+// Workbench: the objects of the application: one keyboard, one document, the user's preferences.
 //
 // It knows no window. It opens the keyboard, moves whole configurations, reads and writes documents
-// and keeps the history of edits; its signals report what windows must show again. Operations throw
-// host::Error and have then changed neither the document nor, where they say so, the keyboard.
+// and keeps the history of edits; its signals report changes that windows must show. Operations
+// throw host::Error; the document is then unchanged, and the error describes the keyboard's
+// contents.
 #pragma once
 
 #include "app/StartStages.h"
@@ -47,7 +48,7 @@ public:
     [[nodiscard]] QXProgSettings& Preferences() { return m_preferences; }
     // Stores the preferences; Noticed reports why they cannot be stored.
     void SavePreferences();
-    // That the stored preferences could not be understood; empty when they could.
+    // Reports damaged preferences; empty if they could be read.
     [[nodiscard]] QString PreferencesWarning() const;
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
@@ -76,8 +77,8 @@ public:
 
     // Keyboard to document: the settings of all modules that the keyboard has.
     void ReadKeyboard();
-    // What writing the document would change in the keyboard, which stays as it is. Sections that
-    // the keyboard lacks are passed over; damaged ones are replaced only where it repairs them.
+    // The changes that writing the document would make in the keyboard, which is only read.
+    // Sections that the keyboard lacks are skipped; damaged ones are replaced only if `repairs`.
     [[nodiscard]] host::WritePlan PlanWrite(bool repairs = false);
     // Document to keyboard: what was planned, read back and compared.
     host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
@@ -90,10 +91,10 @@ public:
     // The interrupted writes that this keyboard may have been cut in; Recover ends one.
     [[nodiscard]] std::vector<host::JournalEntry> Interrupted();
     void Recover(const host::JournalEntry& entry, host::Writer::Way way, bool isNamed);
-    // Of writes to whatever keyboard: those interrupted, and what the keyboards held before.
+    // The records of writes to all keyboards: interrupted writes, backups, receipts.
     [[nodiscard]] host::WriteRecords Records() const;
-    // A backup that is restored becomes the document as well. Also one of another keyboard of the
-    // same kind: that is for the user to know.
+    // Backup to keyboard; the document is unchanged. A backup of another keyboard of the same model
+    // is accepted: the plan names the reason to ask the user.
     [[nodiscard]] host::WritePlan PlanRestore(const host::Backup& backup);
     void Restore(const host::WritePlan& plan, const std::string& backup);
 
@@ -117,7 +118,7 @@ public:
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
     [[nodiscard]] bool IsModified() const { return !m_history->IsSaved(); }
 
-    // Runs a change of what the controls show that is not an edit of the document.
+    // Runs a change of the controls that is not an edit of the document.
     void Quietly(const std::function<void()>& change);
     // True during such a change and during transfers, when the controls may hold half of something.
     [[nodiscard]] bool IsBusy() const { return m_isBusy; }

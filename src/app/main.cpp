@@ -17,8 +17,8 @@ namespace {
 
 using qx::app::StartChoice;
 
-// How to begin: as the command line or, where the user does not want to be asked, the preferences
-// say; else as the user answers the wizard.
+// How to begin: by the command line, else by the preferences if the user does not want to be asked,
+// else by the user's answer to the wizard.
 StartChoice ChoiceOf(const QString& option, qx::app::Workbench& workbench) {
     qx::QXProgSettings& preferences = workbench.Preferences();
     if (option == QLatin1String("read"))

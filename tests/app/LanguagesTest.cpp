@@ -143,6 +143,9 @@ TEST(Languages, EverySettingHasANameOfItsOwnInEachLanguage) {
             names.append(app::NameText(setting.name));
             const QStringList steps = names.back().split(QStringLiteral(" › "));
             EXPECT_FALSE(steps.contains(QString())) << setting.place;
+            if (language == 1033) { // as the command line names it
+                EXPECT_EQ(names.back().toStdString(), ToText(setting.name));
+            }
             for (const host::NamePart& part : setting.name.parts) {
                 const QString label = ToQt(std::string(part.label));
                 const bool isWord = !label.isEmpty() && label.at(0).isLower();
@@ -179,8 +182,8 @@ TEST(Languages, WarningsAreGermanToo) {
 
     EXPECT_EQ(app::CauseText(host::Error(host::Cause::BackupOfOtherUnit,
                                          {.names = {"Kasse 1", "Kasse 2"}, .others = {"Kasse 3"}})),
-              QStringLiteral("Diese Sicherung stammt von Kasse 1 oder Kasse 2, und nach den "
-                             "Aufzeichnungen ist diese Tastatur Kasse 3."));
+              QStringLiteral("Diese Sicherung stammt von Kasse 1 oder Kasse 2; nach den "
+                             "Aufzeichnungen gehört diese Tastatur zu Kasse 3."));
     EXPECT_TRUE(app::NotRestoredText({"pos", 5}).startsWith(QStringLiteral("POS-Tasten")));
     EXPECT_TRUE(app::NotRestoredText({"MODULE_GUID", 5}).startsWith(QStringLiteral("MODULE_GUID")));
     EXPECT_TRUE(app::NotRestoredText({"", 5}).contains(u'5'));
@@ -212,8 +215,8 @@ QStringList WordsOfErrors() {
         texts.append(details.section(u'\n', 0, 0));
     }
     for (int holds = 0; holds <= static_cast<int>(Holds::Unknown); ++holds)
-        texts.append(
-            app::HoldsText(Error(Cause::WritingFailed, {.holds = static_cast<Holds>(holds)})));
+        texts.append(app::WriteFailureText(
+            Error(Cause::ReadBackDiffers, {.holds = static_cast<Holds>(holds)})));
     for (int suggestion = static_cast<int>(Suggestion::Recover);
          suggestion <= static_cast<int>(Suggestion::MoveFileAway); ++suggestion) {
         Error error(Cause::WritingFailed);

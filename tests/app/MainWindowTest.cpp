@@ -188,6 +188,7 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {
     EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "recent enough";
 
     desk.Page("overview");
+    desk.Click("foldDetails");
     QStringList rows;
     for (const auto* label : desk.window->findChildren<QLabel*>())
         if (const auto* form = qobject_cast<QFormLayout*>(label->parentWidget()->layout()))

@@ -2,6 +2,7 @@
 #include "Desk.h"
 #include "app/FilesPage.h"
 #include "files/Files.h"
+#include "qxcontrols/device/QXCommonKeyboard.h"
 
 #include <QLineEdit>
 #include <QSlider>
@@ -21,7 +22,8 @@ TEST(Transfers, AFailedWriteIsReportedAsFailed) {
     });
     desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 1);
-    EXPECT_TRUE(desk.warnings.front().contains(QStringLiteral("Nothing was written.")));
+    EXPECT_EQ(desk.warnings.front().toStdString(),
+              "Nothing was written.\nReading from the keyboard failed.");
     EXPECT_FALSE(desk.Notice().contains(QStringLiteral("written"))) << "it is reported once";
     EXPECT_FALSE(desk.warnings.front().contains(QStringLiteral("QXCFG_")));
     EXPECT_TRUE(desk.details.front().contains(QStringLiteral("QXCFG_")));
@@ -111,7 +113,9 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         desk.Write();
         desk.workbench.Simulated()->FailCall(0, 0, false);
         ASSERT_EQ(desk.warnings.size(), 1);
-        EXPECT_TRUE(desk.warnings.back().contains("may be partly written. Once"));
+        EXPECT_EQ(desk.warnings.back().toStdString(),
+                  "The keyboard may be partly written.\nWriting to the keyboard failed.\nOnce the "
+                  "keyboard answers again, choose Keyboard > Settle interrupted write.");
         const auto access =
             desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
         desk.workbench.Simulated()->Poke(access, "\x09"); // only one byte has arrived
@@ -145,6 +149,42 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
     restore(2); // restoring has added one backup
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 8), before);
     EXPECT_EQ(desk.Find<QSlider>("slidOutputDelay")->value(), 6);
+}
+
+// The keyboard then holds everything, and only that is reported.
+TEST(Transfers, AProvedWriteThatIsNotRecordedOrNotReadAgainIsNotReportedAsFailed) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.AtStep(host::Step::ReadingBack,
+                [&] { std::ofstream(desk.folder / "records/receipts") << "no folder"; });
+    desk.Write();
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x09");
+    ASSERT_EQ(desk.warnings.size(), 1);
+    EXPECT_EQ(desk.warnings.front().toStdString(),
+              "The keyboard was written, read back and found equal, but the write could not be "
+              "recorded.");
+    EXPECT_TRUE(desk.details.front().contains(QStringLiteral("The receipt could not be written.")));
+
+    std::filesystem::remove(desk.folder / "records/receipts");
+    desk.warnings.clear();
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    desk.Page("backups");
+    auto* list = desk.Find<QTreeWidget>("backups");
+    list->setCurrentItem(list->topLevelItem(0));
+    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+    QObject::connect(&desk.workbench, &app::Workbench::Began, list, [&](const QString& text) {
+        if (text.startsWith(QStringLiteral("Reading the keyboard")))
+            desk.workbench.Simulated()->FailCall(1, 77, true);
+    });
+    desk.Click("restoreBackup");
+    desk.workbench.Simulated()->FailCall(0, 0, false);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x06");
+    EXPECT_EQ(desk.ControlOf<QXCommonKeyboard>("commonKeyboard").OutputDelay(), 9);
+    ASSERT_EQ(desk.warnings.size(), 1);
+    EXPECT_EQ(desk.warnings.front().toStdString(),
+              "The keyboard holds the backup, but could not be read again. The document is "
+              "unchanged.\nReading from the keyboard failed.");
 }
 
 constexpr Long kDescription = 70000 + 3 * 128;

@@ -70,6 +70,13 @@ public:
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXBarcodeView(Control()); }
 
+    [[nodiscard]] QString Summary() override {
+        int kinds = 0;
+        for (Integer page = BP_EAN; page < kBarcodeOptionPages; ++page)
+            kinds += Control().BitPage(static_cast<BarcodePage>(page)).Flag(0).Value() ? 1 : 0;
+        return tr("Reads %n kind(s) of code", "", kinds);
+    }
+
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().EditHeader,
                  [&edits](const std::string& sCurrSeq, bool& fCancel, std::string& sNewSeq) {

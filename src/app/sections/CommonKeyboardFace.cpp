@@ -13,6 +13,7 @@ constexpr SettingWord kWords[] = {
 };
 
 class CommonKeyboardFace : public FaceOf<QXCommonKeyboard> {
+    Q_DECLARE_TR_FUNCTIONS(CommonKeyboardFace)
 public:
     using FaceOf::FaceOf;
 
@@ -21,6 +22,9 @@ public:
     }
     [[nodiscard]] QWidget* MakeView() override {
         return new views::QXCommonKeyboardView(Control());
+    }
+    [[nodiscard]] QString Summary() override {
+        return tr("Output delay: %1").arg(Control().OutputDelay());
     }
 };
 

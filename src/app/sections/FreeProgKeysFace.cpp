@@ -34,6 +34,15 @@ public:
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXFreeProgKeysView(Control()); }
 
+    [[nodiscard]] QString Summary() override { return ProgrammedText(CountProgrammed()); }
+    [[nodiscard]] int CountProgrammed() override {
+        const KeyboardSequences& keys = Control().Sequences();
+        int count = 0;
+        for (Integer id = KeyboardSequences::kMinKeyID; id <= KeyboardSequences::kMaxKeyID; ++id)
+            count += keys.Key(id).Length() > 0 ? 1 : 0;
+        return count;
+    }
+
     [[nodiscard]] bool IsEditedInPlace() const override { return true; }
     [[nodiscard]] std::optional<SelectedSequence> Selected() override {
         const Integer key = Control().CurrentKey();

@@ -48,6 +48,15 @@ public:
         return new views::QXLayeredFuncKeysView(Control());
     }
 
+    [[nodiscard]] QString Summary() override { return ProgrammedText(CountProgrammed()); }
+    [[nodiscard]] int CountProgrammed() override {
+        int count = 0;
+        for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
+            for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
+                count += Control().Layer(layer).GetKey(key).Length() > 0 ? 1 : 0;
+        return count;
+    }
+
     [[nodiscard]] bool IsEditedInPlace() const override { return true; }
     [[nodiscard]] std::optional<SelectedSequence> Selected() override {
         const Integer layer = Control().CurrentLayer();

@@ -71,6 +71,15 @@ public:
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXMagnetCardView(Control()); }
 
+    [[nodiscard]] QString Summary() override {
+        QStringList read;
+        for (Integer track = 1; track <= kMagneticTracks; ++track)
+            if (Control().Track(track).Available() && Control().Track(track).Enabled())
+                read.append(QString::number(track));
+        return read.isEmpty() ? tr("Reads no track")
+                              : tr("Reads track %1").arg(read.join(QStringLiteral(", ")));
+    }
+
     void AnswerWith(EditRequests& edits) override {
         const auto edit = [this, &edits](Integer nTrackId, const std::string& sCurrSeq,
                                          bool& fCancel, std::string& sNewSeq) {
@@ -128,7 +137,7 @@ private:
         Control().trackList_Click();
     }
 
-    // Whether the keyboard has the track; the user is told when it does not.
+    // Whether the keyboard has the track; otherwise the user gets a notice.
     [[nodiscard]] bool HasTrack(Integer nTrackId, EditRequests& edits) {
         const bool isThere = Control().Track(nTrackId).Available();
         if (!isThere)

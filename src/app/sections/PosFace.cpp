@@ -30,6 +30,14 @@ public:
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXPosView(Control()); }
 
+    [[nodiscard]] QString Summary() override { return tr("%n block(s)", "", CountProgrammed()); }
+    [[nodiscard]] int CountProgrammed() override {
+        int count = 0;
+        for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot)
+            count += Control().PosData().Block(slot).BlockSize() > 0 ? 1 : 0;
+        return count;
+    }
+
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().POSEditorRequested, [this, &edits](bool& fCancel) {
             fCancel = !edits.EditBlocks(Control().PosData());

@@ -1,4 +1,4 @@
-// SectionFace: what the application adds to a section of the configuration: its title, its words,
+// SectionFace: the application's part of a section of the configuration: its title, its words,
 // the texts and the view of its control, how it is edited, and where its settings are found.
 //
 // A new module is one entry of kSectionEntries, in a file of its own.
@@ -50,6 +50,10 @@ public:
     // Gives the control its texts in the present language.
     virtual void Translate() = 0;
     [[nodiscard]] virtual QWidget* MakeView() = 0;
+    // A line about the settings, for the overview.
+    [[nodiscard]] virtual QString Summary() = 0;
+    // How many keys or blocks have a sequence; 0 for a section without keys.
+    [[nodiscard]] virtual int CountProgrammed() { return 0; }
     // Whether sequences of the section are edited beside the view. Selected gives the one to edit,
     // and EditSelected has the control ask for the edit, as its button does.
     [[nodiscard]] virtual bool IsEditedInPlace() const { return false; }

@@ -20,7 +20,7 @@
     </message>
     <message>
         <source>Before each write, everything that the keyboard holds is saved here. Each backup is kept for at least %1 days.</source>
-        <translation>Vor jedem Schreiben wird hier alles gesichert, was die Tastatur enthält. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
+        <translation>Vor jedem Schreiben wird hier der gesamte Inhalt der Tastatur gesichert. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
     </message>
     <message>
         <source>Backups</source>
@@ -67,11 +67,18 @@
     </message>
     <message>
         <source>%1 (not kept by the keyboard)</source>
-        <translation>%1 (speichert die Tastatur nicht)</translation>
+        <translation>%1 (wird nicht in der Tastatur gespeichert)</translation>
     </message>
     <message>
         <source>%1 (reads this kind of code)</source>
         <translation>%1 (liest diese Codeart)</translation>
+    </message>
+    <message numerus="yes">
+        <source>Reads %n kind(s) of code</source>
+        <translation>
+            <numerusform>Liest eine Codeart</numerusform>
+            <numerusform>Liest %n Codearten</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -98,6 +105,13 @@
     <message>
         <source>System colour</source>
         <translation>Systemfarbe</translation>
+    </message>
+</context>
+<context>
+    <name>CommonKeyboardFace</name>
+    <message>
+        <source>Output delay: %1</source>
+        <translation>Ausgabeverzögerung: %1</translation>
     </message>
 </context>
 <context>
@@ -139,7 +153,7 @@
     </message>
     <message>
         <source>Unsaved work</source>
-        <translation>Nicht gespeicherte Arbeit</translation>
+        <translation>Ungespeicherte Änderungen</translation>
     </message>
     <message>
         <source>&amp;Open it</source>
@@ -183,7 +197,7 @@
     </message>
     <message>
         <source>No copy of the unsaved changes can be kept: a crash would lose them.</source>
-        <translation>Von den ungespeicherten Änderungen kann keine Kopie abgelegt werden: Bei einem Absturz gingen sie verloren.</translation>
+        <translation>Von den ungespeicherten Änderungen kann keine Kopie gespeichert werden: Bei einem Absturz gingen sie verloren.</translation>
     </message>
     <message>
         <source>%1 could not be opened.</source>
@@ -195,11 +209,11 @@
     </message>
     <message>
         <source>It was made for a keyboard %1; this one is a %2.</source>
-        <translation>Es ist für eine Tastatur %1 gemacht; diese ist eine %2.</translation>
+        <translation>Es wurde für eine Tastatur %1 erstellt; diese ist eine %2.</translation>
     </message>
     <message>
         <source>This keyboard has no module for: %1. The document keeps these settings; writing leaves them out.</source>
-        <translation>Diese Tastatur hat kein Modul für: %1. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
+        <translation>Diese Tastatur hat kein Modul für: %1. Das Dokument behält diese Einstellungen; beim Schreiben werden sie ausgelassen.</translation>
     </message>
     <message>
         <source>Opened as an untitled document: %1.</source>
@@ -211,7 +225,7 @@
     </message>
     <message>
         <source>The program ended before the changes to %1 were saved (%2). Open them as an untitled document?</source>
-        <translation>Das Programm wurde beendet, bevor die Änderungen an %1 gespeichert waren (%2). Als unbenanntes Dokument öffnen?</translation>
+        <translation>Das Programm wurde beendet, bevor die Änderungen an %1 gespeichert waren (%2). Sollen sie als unbenanntes Dokument geöffnet werden?</translation>
     </message>
     <message>
         <source>Opened the unsaved changes to %1; they are not saved yet.</source>
@@ -219,7 +233,7 @@
     </message>
     <message>
         <source>Unsaved work could not be opened.</source>
-        <translation>Die nicht gespeicherte Arbeit konnte nicht geöffnet werden.</translation>
+        <translation>Die ungespeicherten Änderungen konnten nicht geöffnet werden.</translation>
     </message>
     <message>
         <source>keyboard</source>
@@ -254,15 +268,15 @@
     </message>
     <message>
         <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A press on the screen records the key and its release. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
-        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede kommt zur Folge. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angehängt. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
     </message>
     <message>
         <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
-        <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf Tasten, die hinein oder hinaus sollen. Alle Tasten eines Blocks senden seine Folge. Eine Taste gehört zu höchstens einem Block.</translation>
+        <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf weitere Tasten, um sie aufzunehmen oder herauszunehmen. Alle Tasten eines Blocks senden dessen Folge. Eine Taste gehört zu höchstens einem Block.</translation>
     </message>
     <message>
         <source>Connect a keyboard first, or the simulated one: the editor works with its keys.</source>
-        <translation>Verbinden Sie zuerst eine Tastatur oder die simulierte: Der Editor arbeitet mit ihren Tasten.</translation>
+        <translation>Verbinden Sie zuerst eine Tastatur oder die simulierte: Der Editor arbeitet mit deren Tasten.</translation>
     </message>
     <message>
         <source>The keyboard reported a failure to the editor.</source>
@@ -270,7 +284,7 @@
     </message>
     <message>
         <source>Left out, because no keyboard can store them: the codes %1</source>
-        <translation>Weggelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
+        <translation>Ausgelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
     </message>
 </context>
 <context>
@@ -372,7 +386,7 @@
     <name>EndSignals</name>
     <message>
         <source>Settings are being transferred.</source>
-        <translation>Einstellungen werden gerade übertragen.</translation>
+        <translation>Gerade werden Einstellungen übertragen.</translation>
     </message>
 </context>
 <context>
@@ -403,17 +417,17 @@
     <message numerus="yes">
         <source>The keyboard does not hold what was written (%n byte(s)).</source>
         <translation>
-            <numerusform>Die Tastatur enthält nicht, was geschrieben wurde (ein Byte).</numerusform>
-            <numerusform>Die Tastatur enthält nicht, was geschrieben wurde (%n Bytes).</numerusform>
+            <numerusform>Der Inhalt der Tastatur weicht vom Geschriebenen ab (ein Byte).</numerusform>
+            <numerusform>Der Inhalt der Tastatur weicht vom Geschriebenen ab (%n Bytes).</numerusform>
         </translation>
     </message>
     <message>
         <source>Affected first: %1.</source>
-        <translation>Zuerst betroffen: %1.</translation>
+        <translation>Erste betroffene Einstellungen: %1.</translation>
     </message>
     <message>
         <source>This could not be done.</source>
-        <translation>Das ließ sich nicht ausführen.</translation>
+        <translation>Das war nicht möglich.</translation>
     </message>
     <message>
         <source>There is no backup %1.</source>
@@ -421,7 +435,7 @@
     </message>
     <message>
         <source>There is no record of an interrupted write %1.</source>
-        <translation>Von einem unterbrochenen Schreibvorgang %1 gibt es keine Aufzeichnung.</translation>
+        <translation>Es gibt keine Aufzeichnung eines unterbrochenen Schreibvorgangs %1.</translation>
     </message>
     <message>
         <source>The keyboard holds a part of several interrupted writes.</source>
@@ -429,7 +443,7 @@
     </message>
     <message>
         <source>%1 is not a simulated keyboard and accepts no keyboard file or model.</source>
-        <translation>%1 ist keine simulierte Tastatur und nimmt weder Tastaturdatei noch Modell an.</translation>
+        <translation>%1 ist keine simulierte Tastatur; eine Tastaturdatei oder ein Modell lässt sich dafür nicht angeben.</translation>
     </message>
     <message>
         <source>%1 holds a keyboard of the model %2, not %3.</source>
@@ -437,7 +451,7 @@
     </message>
     <message>
         <source>%1: the name of a key sheet must end with %2.</source>
-        <translation>%1: Der Name eines Tastenblatts muss auf %2 enden.</translation>
+        <translation>%1: Der Name einer Tastenübersicht muss auf %2 enden.</translation>
     </message>
     <message>
         <source>No keyboard is connected.</source>
@@ -488,8 +502,8 @@
         <translation>Das Schreiben in die Tastatur ist fehlgeschlagen.</translation>
     </message>
     <message>
-        <source>The keyboard was written but could not be read back.</source>
-        <translation>Die Tastatur wurde beschrieben, ließ sich aber nicht zurücklesen.</translation>
+        <source>What was written could not be read back.</source>
+        <translation>Das Geschriebene ließ sich nicht zurücklesen.</translation>
     </message>
     <message>
         <source>The %1 could not be saved in %2.</source>
@@ -509,7 +523,7 @@
     </message>
     <message>
         <source>The layer could not be selected.</source>
-        <translation>Die Ebene konnte nicht gewählt werden.</translation>
+        <translation>Die Ebene konnte nicht ausgewählt werden.</translation>
     </message>
     <message>
         <source>The keyboard does not report which keys are pressed.</source>
@@ -541,11 +555,11 @@
     </message>
     <message>
         <source>Entries of the keyboard&apos;s configuration directory could not be read: %1, the first of them entry %2.</source>
-        <translation>Einträge im Konfigurationsverzeichnis der Tastatur waren nicht lesbar: %1, der erste davon ist der Eintrag %2.</translation>
+        <translation>Einträge im Konfigurationsverzeichnis der Tastatur waren nicht lesbar: %1, als erster der Eintrag %2.</translation>
     </message>
     <message>
         <source>The keyboard&apos;s configuration directory has %1 at %2, which is not an address.</source>
-        <translation>Im Konfigurationsverzeichnis der Tastatur steht %1 bei %2; das ist keine Adresse.</translation>
+        <translation>Im Konfigurationsverzeichnis der Tastatur steht für %1 der Wert %2; das ist keine Adresse.</translation>
     </message>
     <message>
         <source>The keyboard&apos;s names could not be read.</source>
@@ -573,15 +587,15 @@
     </message>
     <message>
         <source>The keyboard was written, read back and found equal, but the write could not be recorded.</source>
-        <translation>Die Tastatur wurde beschrieben, zurückgelesen und stimmt überein; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
+        <translation>Die Tastatur wurde beschrieben und durch Zurücklesen bestätigt; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
     </message>
     <message>
         <source>The keyboard was written and not read back; the write could not be recorded.</source>
-        <translation>Die Tastatur wurde beschrieben und nicht zurückgelesen; der Schreibvorgang konnte nicht aufgezeichnet werden.</translation>
+        <translation>Die Tastatur wurde beschrieben, aber nicht zurückgelesen; der Schreibvorgang konnte nicht aufgezeichnet werden.</translation>
     </message>
     <message>
         <source>The file was loaded into the keyboard, but that could not be recorded.</source>
-        <translation>Die Datei wurde in die Tastatur geladen; das konnte aber nicht aufgezeichnet werden.</translation>
+        <translation>Die Datei wurde in die Tastatur geladen, der Vorgang konnte aber nicht aufgezeichnet werden.</translation>
     </message>
     <message>
         <source>The record of the interrupted write could not be removed.</source>
@@ -605,15 +619,15 @@
     </message>
     <message>
         <source>The preferences cannot be kept in %1: it is not an ordinary file.</source>
-        <translation>Die Voreinstellungen lassen sich nicht in %1 ablegen: Das ist keine gewöhnliche Datei.</translation>
+        <translation>Die Voreinstellungen lassen sich nicht in %1 speichern: Das ist keine gewöhnliche Datei.</translation>
     </message>
     <message>
         <source>The preferences cannot be kept in %1: it holds something else.</source>
-        <translation>Die Voreinstellungen lassen sich nicht in %1 ablegen: Die Datei enthält etwas anderes.</translation>
+        <translation>Die Voreinstellungen lassen sich nicht in %1 speichern: Die Datei enthält etwas anderes.</translation>
     </message>
     <message>
         <source>The preferences in %1 are damaged and could not be set aside.</source>
-        <translation>Die Voreinstellungen in %1 sind beschädigt und ließen sich nicht beiseitelegen.</translation>
+        <translation>Die Voreinstellungen in %1 sind beschädigt und konnten nicht verschoben werden.</translation>
     </message>
     <message>
         <source>The preference %1 could not be stored in %2.</source>
@@ -625,11 +639,11 @@
     </message>
     <message>
         <source>%1 is not a copy of unsaved work, or is damaged.</source>
-        <translation>%1 ist keine Kopie nicht gespeicherter Arbeit oder ist beschädigt.</translation>
+        <translation>%1 ist keine Kopie ungespeicherter Änderungen oder ist beschädigt.</translation>
     </message>
     <message>
         <source>The key sheet could not be made.</source>
-        <translation>Das Tastenblatt konnte nicht erstellt werden.</translation>
+        <translation>Die Tastenübersicht konnte nicht erstellt werden.</translation>
     </message>
     <message>
         <source>This is not the keyboard that the write was prepared for.</source>
@@ -653,19 +667,19 @@
     </message>
     <message>
         <source>This backup is of %1, and no record shows which unit this keyboard is.</source>
-        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, welche Kasse diese Tastatur ist.</translation>
+        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, zu welcher Kasse diese Tastatur gehört.</translation>
     </message>
     <message>
         <source>This backup is of %1, and by the records this keyboard is %2.</source>
-        <translation>Diese Sicherung stammt von %1, und nach den Aufzeichnungen ist diese Tastatur %2.</translation>
+        <translation>Diese Sicherung stammt von %1; nach den Aufzeichnungen gehört diese Tastatur zu %2.</translation>
     </message>
     <message>
         <source>The interrupted write has been settled meanwhile.</source>
-        <translation>Der unterbrochene Schreibvorgang ist inzwischen erledigt.</translation>
+        <translation>Der unterbrochene Schreibvorgang wurde inzwischen bereinigt.</translation>
     </message>
     <message>
         <source>The keyboard holds exactly what it held before the interrupted write (%1), so it may be another one. The record of the write is kept.</source>
-        <translation>Die Tastatur enthält genau das, was sie vor dem unterbrochenen Schreibvorgang (%1) enthielt; vielleicht ist es eine andere. Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
+        <translation>Die Tastatur enthält genau dasselbe wie vor dem unterbrochenen Schreibvorgang (%1); vielleicht ist es eine andere. Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
     </message>
     <message>
         <source>The keyboard holds all of the interrupted write (%1), so it may be another one. The record of the write is kept.</source>
@@ -697,7 +711,7 @@
     </message>
     <message>
         <source>Another program is writing to this keyboard, or to one of its kind that cannot be told from it.</source>
-        <translation>Ein anderes Programm schreibt gerade in diese Tastatur oder in eine gleiche, die sich nicht von ihr unterscheiden lässt.</translation>
+        <translation>Ein anderes Programm schreibt gerade in diese Tastatur oder in eine baugleiche, die sich nicht von ihr unterscheiden lässt.</translation>
     </message>
     <message>
         <source>Another program is writing to this keyboard (%1).</source>
@@ -721,39 +735,19 @@
     </message>
     <message>
         <source>The keyboard lacks modules that the document has settings for: %1</source>
-        <translation>Der Tastatur fehlen Module, für die das Dokument Einstellungen hat: %1</translation>
-    </message>
-    <message>
-        <source>Nothing was written.</source>
-        <translation>Es wurde nichts geschrieben.</translation>
-    </message>
-    <message>
-        <source>Nothing has changed: the keyboard holds what it held before.</source>
-        <translation>Nichts hat sich geändert: Die Tastatur enthält, was sie vorher enthielt.</translation>
-    </message>
-    <message>
-        <source>Read back once more, the keyboard holds everything that was to be written.</source>
-        <translation>Noch einmal zurückgelesen, enthält die Tastatur alles, was geschrieben werden sollte.</translation>
-    </message>
-    <message>
-        <source>The keyboard is partly written.</source>
-        <translation>Die Tastatur ist teilweise beschrieben.</translation>
-    </message>
-    <message>
-        <source>The keyboard may be partly written.</source>
-        <translation>Die Tastatur ist möglicherweise teilweise beschrieben.</translation>
+        <translation>Der Tastatur fehlen Module, für die das Dokument Einstellungen enthält: %1</translation>
     </message>
     <message>
         <source>Choose Keyboard &gt; Settle interrupted write.</source>
-        <translation>Wählen Sie Tastatur &gt; Unterbrochenes Schreiben abschließen.</translation>
+        <translation>Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
     </message>
     <message>
         <source>The backup %1 on the page Backups has what the keyboard held before.</source>
-        <translation>Die Sicherung %1 auf der Seite Sicherungen enthält, was die Tastatur vorher enthielt.</translation>
+        <translation>Den vorigen Inhalt der Tastatur enthält die Sicherung %1 auf der Seite „Sicherungen“.</translation>
     </message>
     <message>
         <source>Start again; the keyboard is then read anew.</source>
-        <translation>Beginnen Sie von vorn; die Tastatur wird dann neu gelesen.</translation>
+        <translation>Beginnen Sie noch einmal von vorn; die Tastatur wird dann neu gelesen.</translation>
     </message>
     <message>
         <source>Try again when the other program has finished.</source>
@@ -761,7 +755,7 @@
     </message>
     <message>
         <source>Choose Keyboard &gt; Write to keyboard to replace the damaged part with the document&apos;s settings.</source>
-        <translation>Wählen Sie Tastatur &gt; In Tastatur schreiben, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
+        <translation>Wählen Sie „Tastatur &gt; In Tastatur schreiben“, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
     </message>
     <message>
         <source>Only qxconf can fill in the placeholders of a document (option --set).</source>
@@ -769,7 +763,7 @@
     </message>
     <message>
         <source>Choose another driver library or keyboard in the menu Keyboard.</source>
-        <translation>Wählen Sie im Menü Tastatur eine andere Treiberbibliothek oder Tastatur.</translation>
+        <translation>Wählen Sie im Menü „Tastatur“ eine andere Treiberbibliothek oder Tastatur.</translation>
     </message>
     <message>
         <source>Start the program with the option --model to choose a model.</source>
@@ -785,11 +779,11 @@
     </message>
     <message>
         <source>Move the file to another folder once you have dealt with it.</source>
-        <translation>Verschieben Sie die Datei in einen anderen Ordner, wenn Sie sich darum gekümmert haben.</translation>
+        <translation>Verschieben Sie die Datei in einen anderen Ordner, sobald Sie sie nicht mehr brauchen.</translation>
     </message>
     <message>
         <source>Move %1 to another folder once you have dealt with it.</source>
-        <translation>Verschieben Sie %1 in einen anderen Ordner, wenn Sie sich darum gekümmert haben.</translation>
+        <translation>Verschieben Sie %1 in einen anderen Ordner, sobald Sie die Datei nicht mehr brauchen.</translation>
     </message>
     <message>
         <source>Driver&apos;s function: %1</source>
@@ -847,12 +841,20 @@
         <source>%1 for %2, %3</source>
         <translation>%1 für %2, %3</translation>
     </message>
+    <message>
+        <source>Once the keyboard answers again, choose Keyboard &gt; Settle interrupted write.</source>
+        <translation>Sobald die Tastatur wieder antwortet, wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
+    </message>
+    <message>
+        <source>an untitled document</source>
+        <translation>unbenanntes Dokument</translation>
+    </message>
 </context>
 <context>
     <name>Failures</name>
     <message>
         <source>%1: a number was limited to those that a document can hold (%2).</source>
-        <translation>%1: Eine Zahl wurde auf den Bereich begrenzt, den ein Dokument fassen kann (%2).</translation>
+        <translation>%1: Eine Zahl wurde auf den Bereich begrenzt, den ein Dokument aufnehmen kann (%2).</translation>
     </message>
     <message>
         <source>%1: a text was cut to what a keyboard can hold (%2).</source>
@@ -860,7 +862,7 @@
     </message>
     <message>
         <source>%1: codes that no keyboard can hold were left out of a sequence (%2).</source>
-        <translation>%1: Aus einer Folge wurden Codes weggelassen, die keine Tastatur speichern kann (%2).</translation>
+        <translation>%1: In einer Folge wurden Codes ausgelassen, die keine Tastatur speichern kann (%2).</translation>
     </message>
     <message>
         <source>%1: a sequence was cut to what a keyboard can hold (%2).</source>
@@ -877,6 +879,30 @@
     <message>
         <source>%1: not all of this is in the backup; the rest stays as it is.</source>
         <translation>%1: nicht vollständig in der Sicherung enthalten; der Rest bleibt, wie er ist.</translation>
+    </message>
+    <message>
+        <source>Nothing was written.</source>
+        <translation>Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Nothing has changed: the keyboard holds what it held before.</source>
+        <translation>Es hat sich nichts geändert: Der Inhalt der Tastatur ist derselbe wie vorher.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds everything that was to be written, but only the second reading showed it.</source>
+        <translation>Die Tastatur enthält alles, was geschrieben werden sollte; das zeigte aber erst das zweite Lesen.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds everything that was to be written, but the driver reported a failure.</source>
+        <translation>Die Tastatur enthält alles, was geschrieben werden sollte; der Treiber hat aber einen Fehler gemeldet.</translation>
+    </message>
+    <message>
+        <source>The keyboard is partly written.</source>
+        <translation>In der Tastatur steht nur ein Teil der neuen Einstellungen.</translation>
+    </message>
+    <message>
+        <source>The keyboard may be partly written.</source>
+        <translation>In der Tastatur steht möglicherweise nur ein Teil der neuen Einstellungen.</translation>
     </message>
 </context>
 <context>
@@ -995,7 +1021,7 @@
     </message>
     <message>
         <source>%1 is not one of: %2</source>
-        <translation>%1 ist keiner der Werte: %2</translation>
+        <translation>%1 ist keiner der Werte %2</translation>
     </message>
     <message>
         <source>%1 is not bytes in hexadecimal digits</source>
@@ -1035,7 +1061,7 @@
     </message>
     <message>
         <source>a value is missing for %1</source>
-        <translation>ein Wert für %1 fehlt</translation>
+        <translation>für %1 fehlt ein Wert</translation>
     </message>
     <message>
         <source>its variables give it more than %1 bytes</source>
@@ -1087,7 +1113,7 @@
     </message>
     <message>
         <source>the memory is damaged at address %1 (hexadecimal): POS key %2 is in group %3, and groups are 1 to %4</source>
-        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Taste %2 gehört zur Gruppe %3; Gruppen sind 1 bis %4</translation>
+        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Taste %2 gehört zur Gruppe %3; es gibt nur die Gruppen 1 bis %4</translation>
     </message>
     <message>
         <source>the memory is damaged at address %1 (hexadecimal): POS keys %2 and %3 of group %4 both have a sequence, and a group has one</source>
@@ -1095,7 +1121,7 @@
     </message>
     <message>
         <source>was damaged in the keyboard when the backup was made</source>
-        <translation>war in der Tastatur beschädigt, als die Sicherung entstand</translation>
+        <translation>war in der Tastatur beschädigt, als die Sicherung angelegt wurde</translation>
     </message>
     <message>
         <source>the sequence cannot be read as text</source>
@@ -1122,7 +1148,7 @@
     </message>
     <message>
         <source>The program of the chipcard reader, over the serial line that the preferences name.</source>
-        <translation>Das Programm des Chipkartenlesers, über die serielle Leitung aus den Voreinstellungen.</translation>
+        <translation>Das Programm des Chipkartenlesers, über den seriellen Anschluss aus den Voreinstellungen.</translation>
     </message>
     <message>
         <source>Parameter memory</source>
@@ -1130,7 +1156,7 @@
     </message>
     <message>
         <source>The whole memory of settings, as the driver keeps it in a file. Reading the keyboard afterwards shows what it holds then.</source>
-        <translation>Der ganze Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Wer danach die Tastatur liest, sieht, was sie dann enthält.</translation>
+        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie danach die Tastatur, um den neuen Inhalt zu sehen.</translation>
     </message>
     <message>
         <source>Keyboard to file…</source>
@@ -1170,7 +1196,7 @@
     </message>
     <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
-        <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
+        <translation>In die Tastatur wird geschrieben. Bitte nicht abstecken.</translation>
     </message>
     <message>
         <source>%1 was not loaded.</source>
@@ -1186,7 +1212,7 @@
     </message>
     <message>
         <source>The keyboard&apos;s code page equals %1.</source>
-        <translation>Die Codepage der Tastatur ist gleich %1.</translation>
+        <translation>Die Codepage der Tastatur stimmt mit %1 überein.</translation>
     </message>
     <message>
         <source>The keyboard&apos;s code page differs from %1.</source>
@@ -1243,24 +1269,20 @@
 <context>
     <name>InPlaceEditor</name>
     <message>
-        <source>key %1</source>
-        <translation>Taste %1</translation>
+        <source>Key %1 is pressed and never released.</source>
+        <translation>Die Taste %1 wird gedrückt und nie losgelassen.</translation>
     </message>
     <message>
-        <source>%1 is pressed and never released.</source>
-        <translation>%1 wird gedrückt und nie losgelassen.</translation>
+        <source>Key %1 is released and was not pressed.</source>
+        <translation>Die Taste %1 wird losgelassen, ohne gedrückt zu sein.</translation>
     </message>
     <message>
-        <source>%1 is released and was not pressed.</source>
-        <translation>%1 wird losgelassen, ohne gedrückt zu sein.</translation>
-    </message>
-    <message>
-        <source>%1 is released and was not pressed; a sequence cannot press %2.</source>
-        <translation>%1 wird losgelassen, ohne gedrückt zu sein; %2 kann eine Folge nicht drücken.</translation>
+        <source>Key %1 is released and was not pressed; a sequence cannot press key %2.</source>
+        <translation>Die Taste %1 wird losgelassen, ohne gedrückt zu sein; die Taste %2 kann eine Folge nicht drücken.</translation>
     </message>
     <message>
         <source>This layout has no key %1.</source>
-        <translation>Dieses Layout hat keine Taste %1.</translation>
+        <translation>Diese Belegung hat keine Taste %1.</translation>
     </message>
 </context>
 <context>
@@ -1337,22 +1359,6 @@
         <translation>Folge</translation>
     </message>
     <message>
-        <source>Function keys 4610</source>
-        <translation>Funktionstasten 4610</translation>
-    </message>
-    <message>
-        <source>Function keys 4620</source>
-        <translation>Funktionstasten 4620</translation>
-    </message>
-    <message>
-        <source>Function keys 4630</source>
-        <translation>Funktionstasten 4630</translation>
-    </message>
-    <message>
-        <source>Free programmable keys</source>
-        <translation>Frei programmierbare Tasten</translation>
-    </message>
-    <message>
         <source>No key is programmed.</source>
         <translation>Keine Taste ist programmiert.</translation>
     </message>
@@ -1363,10 +1369,6 @@
     <message>
         <source>Description</source>
         <translation>Beschreibung</translation>
-    </message>
-    <message>
-        <source>POS blocks</source>
-        <translation>POS-Blöcke</translation>
     </message>
     <message>
         <source>Slot</source>
@@ -1397,16 +1399,16 @@
         <translation>Suffix</translation>
     </message>
     <message>
-        <source>Magnetic track %1</source>
-        <translation>Magnetspur %1</translation>
+        <source>Track %1</source>
+        <translation>Spur %1</translation>
     </message>
     <message>
         <source>%1 (not read)</source>
         <translation>%1 (nicht gelesen)</translation>
     </message>
     <message>
-        <source>Barcode reader %1</source>
-        <translation>Barcodeleser %1</translation>
+        <source>Reader %1</source>
+        <translation>Leser %1</translation>
     </message>
     <message>
         <source>(empty)</source>
@@ -1441,11 +1443,11 @@
     </message>
     <message>
         <source>Document to keyboard: review, write, read back (Ctrl+Shift+W)</source>
-        <translation>Dokument in Tastatur: durchsehen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
+        <translation>Dokument in Tastatur: prüfen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
     </message>
     <message>
         <source>Settle &amp;interrupted write…</source>
-        <translation>&amp;Unterbrochenes Schreiben abschließen …</translation>
+        <translation>&amp;Unterbrochenen Schreibvorgang bereinigen …</translation>
     </message>
     <message>
         <source>&amp;Connect again</source>
@@ -1473,7 +1475,7 @@
     </message>
     <message>
         <source>No write to this keyboard was interrupted.</source>
-        <translation>Kein Schreiben in diese Tastatur wurde unterbrochen.</translation>
+        <translation>Für diese Tastatur gibt es keinen unterbrochenen Schreibvorgang.</translation>
     </message>
 </context>
 <context>
@@ -1589,6 +1591,14 @@
         <source>This keyboard cannot read track %1.</source>
         <translation>Diese Tastatur kann Spur %1 nicht lesen.</translation>
     </message>
+    <message>
+        <source>Reads no track</source>
+        <translation>Liest keine Spur</translation>
+    </message>
+    <message>
+        <source>Reads track %1</source>
+        <translation>Liest Spur %1</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -1646,35 +1656,7 @@
     </message>
     <message>
         <source>Main</source>
-        <translation>Hauptleiste</translation>
-    </message>
-    <message>
-        <source>Overview</source>
-        <translation>Überblick</translation>
-    </message>
-    <message>
-        <source>Keyboard files</source>
-        <translation>Tastaturdateien</translation>
-    </message>
-    <message>
-        <source>Backups</source>
-        <translation>Sicherungen</translation>
-    </message>
-    <message>
-        <source>Test</source>
-        <translation>Ausprobieren</translation>
-    </message>
-    <message>
-        <source>Preferences</source>
-        <translation>Voreinstellungen</translation>
-    </message>
-    <message>
-        <source>%1 (absent)</source>
-        <translation>%1 (fehlt)</translation>
-    </message>
-    <message>
-        <source>page</source>
-        <translation>Seite</translation>
+        <translation>Symbolleiste</translation>
     </message>
     <message>
         <source>One document is open at a time; not opened: %1.</source>
@@ -1685,15 +1667,15 @@
     <name>ModulePage</name>
     <message>
         <source>This keyboard has no such module. The document keeps these settings; writing leaves them out.</source>
-        <translation>Diese Tastatur hat kein solches Modul. Das Dokument behält diese Einstellungen; beim Schreiben bleiben sie weg.</translation>
+        <translation>Diese Tastatur hat dieses Modul nicht. Das Dokument behält diese Einstellungen; beim Schreiben werden sie ausgelassen.</translation>
     </message>
     <message>
         <source>This keyboard has no such module.</source>
-        <translation>Diese Tastatur hat kein solches Modul.</translation>
+        <translation>Diese Tastatur hat dieses Modul nicht.</translation>
     </message>
     <message>
         <source>The document has no settings for this module, and writing leaves the keyboard&apos;s as they are. What you change here becomes part of the document.</source>
-        <translation>Das Dokument hat keine Einstellungen für dieses Modul, und beim Schreiben bleiben die der Tastatur, wie sie sind. Was Sie hier ändern, wird Teil des Dokuments.</translation>
+        <translation>Das Dokument enthält keine Einstellungen für dieses Modul; beim Schreiben bleiben die der Tastatur unverändert. Ihre Änderungen hier werden Teil des Dokuments.</translation>
     </message>
 </context>
 <context>
@@ -1722,20 +1704,12 @@
         <translation>fehlgeschlagen</translation>
     </message>
     <message>
-        <source>Start-up</source>
-        <translation>Start</translation>
-    </message>
-    <message>
         <source>&amp;Try again</source>
         <translation>&amp;Noch einmal</translation>
     </message>
     <message>
         <source>Use the &amp;simulated keyboard</source>
         <translation>&amp;Simulierte Tastatur verwenden</translation>
-    </message>
-    <message>
-        <source>Keyboard</source>
-        <translation>Tastatur</translation>
     </message>
     <message>
         <source>Modules</source>
@@ -1823,11 +1797,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Has</source>
-        <translation>Hat</translation>
+        <translation>Ausstattung</translation>
     </message>
     <message>
         <source>nothing of its own</source>
-        <translation>nichts Eigenes</translation>
+        <translation>keine eigenen Funktionen</translation>
     </message>
     <message>
         <source>Kind</source>
@@ -1839,7 +1813,19 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>keyboard behind a driver library</source>
-        <translation>Tastatur hinter einer Treiberbibliothek</translation>
+        <translation>Tastatur an einer Treiberbibliothek</translation>
+    </message>
+    <message>
+        <source>A write is on record as interrupted.</source>
+        <translation>Ein unterbrochener Schreibvorgang ist aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>Technical details</source>
+        <translation>Technische Einzelheiten</translation>
+    </message>
+    <message>
+        <source>No keyboard</source>
+        <translation>Keine Tastatur</translation>
     </message>
 </context>
 <context>
@@ -1847,6 +1833,17 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Pages</source>
         <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Not in this keyboard (%1)</source>
+        <translation>Nicht in dieser Tastatur (%1)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n module(s) that this keyboard does not have</source>
+        <translation>
+            <numerusform>Ein Modul, das diese Tastatur nicht hat</numerusform>
+            <numerusform>%n Module, die diese Tastatur nicht hat</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1874,6 +1871,68 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Remove all POS blocks?</source>
         <translation>Alle POS-Blöcke entfernen?</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n block(s)</source>
+        <translation>
+            <numerusform>Ein Block</numerusform>
+            <numerusform>%n Blöcke</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>PreferenceEditors</name>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Classic</source>
+        <translation>Klassisch</translation>
+    </message>
+    <message>
+        <source>Other (%1)</source>
+        <translation>Andere (%1)</translation>
+    </message>
+    <message>
+        <source>Your own</source>
+        <translation>Eigene</translation>
+    </message>
+    <message>
+        <source>Colour &amp;set:</source>
+        <translation>&amp;Farbschema:</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>B&amp;rowse …</source>
+        <translation>D&amp;urchsuchen …</translation>
+    </message>
+    <message>
+        <source>Code page of the POS keys</source>
+        <translation>Codepage der POS-Tasten</translation>
+    </message>
+    <message>
+        <source>F&amp;ile:</source>
+        <translation>Date&amp;i:</translation>
+    </message>
+    <message>
+        <source>&amp;Forget</source>
+        <translation>Ve&amp;rgessen</translation>
+    </message>
+    <message>
+        <source>Forget the last document</source>
+        <translation>Das letzte Dokument vergessen</translation>
+    </message>
+    <message>
+        <source>Last document:</source>
+        <translation>Letztes Dokument:</translation>
     </message>
 </context>
 <context>
@@ -1908,7 +1967,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Ask how to begin</source>
-        <translation>&amp;Fragen, wie begonnen wird</translation>
+        <translation>&amp;Fragen, womit begonnen wird</translation>
     </message>
     <message>
         <source>&amp;Begin with:</source>
@@ -1956,7 +2015,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>With its button or by typing on a sequence</source>
-        <translation>Mit seiner Schaltfläche oder durch Tippen auf einer Folge</translation>
+        <translation>Mit seiner Schaltfläche oder durch Tippen in einer Folge</translation>
     </message>
     <message>
         <source>The program</source>
@@ -2012,11 +2071,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Oldest suitable version:</source>
-        <translation>Ä&amp;lteste brauchbare Version:</translation>
+        <translation>Ä&amp;lteste geeignete Version:</translation>
     </message>
     <message>
         <source>Captions</source>
-        <translation>Beschriftung</translation>
+        <translation>Beschriftungen</translation>
     </message>
     <message>
         <source>&amp;Font size:</source>
@@ -2064,7 +2123,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>How it looks</source>
-        <translation>So sieht es aus</translation>
+        <translation>Vorschau</translation>
     </message>
     <message>
         <source>Code page</source>
@@ -2087,64 +2146,12 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Block %1</translation>
     </message>
     <message>
-        <source>Other (%1)</source>
-        <translation>Andere (%1)</translation>
-    </message>
-    <message>
-        <source>None</source>
-        <translation>Keine</translation>
-    </message>
-    <message>
-        <source>B&amp;rowse …</source>
-        <translation>D&amp;urchsuchen …</translation>
-    </message>
-    <message>
-        <source>Code page of the POS keys</source>
-        <translation>Codepage der POS-Tasten</translation>
-    </message>
-    <message>
-        <source>F&amp;ile:</source>
-        <translation>Date&amp;i:</translation>
-    </message>
-    <message>
-        <source>&amp;Forget</source>
-        <translation>Ve&amp;rgessen</translation>
-    </message>
-    <message>
-        <source>Forget the last document</source>
-        <translation>Das letzte Dokument vergessen</translation>
-    </message>
-    <message>
-        <source>Last document:</source>
-        <translation>Letztes Dokument:</translation>
-    </message>
-    <message>
         <source>Reset to defaults</source>
         <translation>Auf Vorgaben zurücksetzen</translation>
     </message>
     <message>
         <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s position do not change.</source>
         <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, die Auswahl beim Start und die Position des Fensters ändern sich nicht.</translation>
-    </message>
-    <message>
-        <source>Light</source>
-        <translation>Hell</translation>
-    </message>
-    <message>
-        <source>Dark</source>
-        <translation>Dunkel</translation>
-    </message>
-    <message>
-        <source>Classic</source>
-        <translation>Klassisch</translation>
-    </message>
-    <message>
-        <source>Your own</source>
-        <translation>Eigene</translation>
-    </message>
-    <message>
-        <source>Colour &amp;set:</source>
-        <translation>&amp;Farbschema:</translation>
     </message>
 </context>
 <context>
@@ -2181,8 +2188,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
     </message>
     <message>
-        <source>Key %1, %2</source>
-        <translation>Taste %1, %2</translation>
+        <source>Key %1</source>
+        <translation>Taste %1</translation>
     </message>
     <message>
         <source>%1, dead key</source>
@@ -2222,10 +2229,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>POS key %1</source>
         <translation>POS-Taste %1</translation>
-    </message>
-    <message>
-        <source>POS key %1, %2</source>
-        <translation>POS-Taste %1, %2</translation>
     </message>
     <message>
         <source>%1, block %2</source>
@@ -2294,7 +2297,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>This changes no setting of the keyboard %1, only bytes that no setting uses.</source>
-        <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die keine Einstellung benutzt.</translation>
+        <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die zu keiner Einstellung gehören.</translation>
     </message>
     <message>
         <source>Changes</source>
@@ -2315,8 +2318,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message numerus="yes">
         <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
         <translation>
-            <numerusform>Ein Byte wird gesendet. Was die Tastatur jetzt enthält, wird zuerst gesichert; was geschrieben wird, wird zurückgelesen und verglichen.</numerusform>
-            <numerusform>%n Bytes werden gesendet. Was die Tastatur jetzt enthält, wird zuerst gesichert; was geschrieben wird, wird zurückgelesen und verglichen.</numerusform>
+            <numerusform>Ein Byte wird gesendet. Der jetzige Inhalt der Tastatur wird vorher gesichert; das Geschriebene wird zurückgelesen und verglichen.</numerusform>
+            <numerusform>%n Bytes werden gesendet. Der jetzige Inhalt der Tastatur wird vorher gesichert; das Geschriebene wird zurückgelesen und verglichen.</numerusform>
         </translation>
     </message>
     <message>
@@ -2325,7 +2328,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The keyboard has no module for these, which are left out: %1</source>
-        <translation>Dafür hat die Tastatur kein Modul, es bleibt weg: %1</translation>
+        <translation>Dafür hat die Tastatur kein Modul; diese Bereiche werden ausgelassen: %1</translation>
     </message>
 </context>
 <context>
@@ -2595,36 +2598,43 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Tools</source>
         <translation>Werkzeuge</translation>
     </message>
+    <message numerus="yes">
+        <source>%n key(s) programmed</source>
+        <translation>
+            <numerusform>Eine Taste programmiert</numerusform>
+            <numerusform>%n Tasten programmiert</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>SheetMenu</name>
     <message>
         <source>Export key sheet</source>
-        <translation>Tastenblatt ausgeben</translation>
+        <translation>Tastenübersicht exportieren</translation>
     </message>
     <message>
         <source>Key sheets (%1)</source>
-        <translation>Tastenblätter (%1)</translation>
+        <translation>Tastenübersichten (%1)</translation>
     </message>
     <message>
         <source>&amp;Print key sheet…</source>
-        <translation>Tastenblatt &amp;drucken …</translation>
+        <translation>Tastenübersicht &amp;drucken …</translation>
     </message>
     <message>
         <source>&amp;Export key sheet…</source>
-        <translation>Tastenblatt aus&amp;geben …</translation>
+        <translation>Tastenübersicht &amp;exportieren …</translation>
     </message>
     <message>
         <source>Key sheet written to %1.</source>
-        <translation>Das Tastenblatt steht in %1.</translation>
+        <translation>Die Tastenübersicht wurde in %1 gespeichert.</translation>
     </message>
     <message>
         <source>The key sheet was not written.</source>
-        <translation>Das Tastenblatt wurde nicht geschrieben.</translation>
+        <translation>Die Tastenübersicht wurde nicht gespeichert.</translation>
     </message>
     <message>
         <source>Key sheet sent to the printer.</source>
-        <translation>Das Tastenblatt ist an den Drucker gesandt.</translation>
+        <translation>Die Tastenübersicht wurde an den Drucker gesendet.</translation>
     </message>
 </context>
 <context>
@@ -2651,7 +2661,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Go on with %1.</source>
-        <translation>Mit %1 weitermachen.</translation>
+        <translation>Mit %1 weiterarbeiten.</translation>
     </message>
     <message>
         <source>There is none yet: no document has been saved or opened.</source>
@@ -2659,7 +2669,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1 is no longer there.</source>
-        <translation>%1 ist nicht mehr da.</translation>
+        <translation>%1 ist nicht mehr vorhanden.</translation>
     </message>
     <message>
         <source>&amp;Open the last document</source>
@@ -2690,7 +2700,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1 — program %2, bootloader %3</source>
-        <translation>%1 — Programm %2, Bootloader %3</translation>
+        <translation>%1 – Programm %2, Bootloader %3</translation>
     </message>
     <message>
         <source>simulated keyboard</source>
@@ -2702,7 +2712,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The keyboard&apos;s program %1 is older than version %2, which the preferences ask for. A newer program can be loaded on the page Keyboard files.</source>
-        <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die die Voreinstellungen verlangen. Auf der Seite „Tastaturdateien“ lässt sich ein neueres laden.</translation>
+        <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die in den Voreinstellungen verlangt wird. Auf der Seite „Tastaturdateien“ lässt sich ein neueres laden.</translation>
     </message>
 </context>
 <context>
@@ -2740,8 +2750,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Drü&amp;cken</translation>
     </message>
     <message>
-        <source>Pressed %1 in layer %2</source>
-        <translation>%1 in Ebene %2 gedrückt</translation>
+        <source>Pressed layer %1 %2</source>
+        <translation>Ebene %1 %2 gedrückt</translation>
     </message>
     <message>
         <source>&amp;Layer</source>
@@ -2789,15 +2799,15 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The simulated keyboard answers from its memory: write the document to it first to try new settings.</source>
-        <translation>Die simulierte Tastatur antwortet nach ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
+        <translation>Die simulierte Tastatur antwortet aus ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
     </message>
     <message>
         <source>Testing needs the simulated keyboard; choose it in the menu Keyboard.</source>
-        <translation>Zum Ausprobieren braucht es die simulierte Tastatur; wählen Sie sie im Menü „Tastatur“.</translation>
+        <translation>Ausprobieren lässt sich nur die simulierte Tastatur; wählen Sie sie im Menü „Tastatur“.</translation>
     </message>
     <message>
-        <source>Key %1, %2</source>
-        <translation>Taste %1, %2</translation>
+        <source>Key %1</source>
+        <translation>Taste %1</translation>
     </message>
     <message>
         <source>nothing</source>
@@ -2823,8 +2833,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Ebene %1 %2</translation>
     </message>
     <message>
-        <source>POS block %1</source>
-        <translation>POS-Block %1</translation>
+        <source>POS key %1</source>
+        <translation>POS-Taste %1</translation>
     </message>
     <message>
         <source>prefix of track %1</source>
@@ -2876,7 +2886,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Track %1 is switched off.</source>
-        <translation>Spur %1 ist abgeschaltet.</translation>
+        <translation>Spur %1 ist ausgeschaltet.</translation>
     </message>
     <message>
         <source>The checksum (LRC) of track %1 is wrong; the reader rejects the track.</source>
@@ -2912,7 +2922,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1 is switched off: its option 0 is not set.</source>
-        <translation>%1 ist abgeschaltet: Option 0 ist nicht gesetzt.</translation>
+        <translation>%1 ist ausgeschaltet: Option 0 ist nicht gesetzt.</translation>
     </message>
     <message>
         <source>%1 accepts %2 to %3 characters; the code has %4.</source>
@@ -2923,7 +2933,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <name>Transfers</name>
     <message>
         <source>Interrupted write</source>
-        <translation>Unterbrochenes Schreiben</translation>
+        <translation>Unterbrochener Schreibvorgang</translation>
     </message>
     <message>
         <source>&amp;Finish writing</source>
@@ -2931,7 +2941,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Roll back</source>
-        <translation>Zu&amp;rücknehmen</translation>
+        <translation>&amp;Rückgängig machen</translation>
     </message>
     <message>
         <source>&amp;Later</source>
@@ -2946,8 +2956,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>&amp;Reparieren</translation>
     </message>
     <message>
-        <source>The keyboard could not be read.</source>
-        <translation>Die Tastatur konnte nicht gelesen werden.</translation>
+        <source>Nothing was read; the document is unchanged.</source>
+        <translation>Es wurde nichts gelesen; das Dokument ist unverändert.</translation>
     </message>
     <message>
         <source>Reading the keyboard…</source>
@@ -2955,7 +2965,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreiben in diese Tastatur wurde aber unterbrochen: Es können alte und neue gemischt sein. Wählen Sie zuerst Tastatur &gt; Unterbrochenes Schreiben abschließen, und lesen Sie dann noch einmal.</translation>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“ und lesen Sie dann noch einmal.</translation>
     </message>
     <message>
         <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
@@ -2969,7 +2979,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>The keyboard&apos;s memory is damaged in: %1.
 
 Repairing replaces all settings there with the document&apos;s. Otherwise nothing is written.</source>
-        <translation>Der Speicher der Tastatur ist hier beschädigt: %1.
+        <translation>Der Speicher der Tastatur ist in diesen Bereichen beschädigt: %1.
 
 Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. Andernfalls wird nichts geschrieben.</translation>
     </message>
@@ -2979,11 +2989,11 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>This document was read while a write to the keyboard was interrupted. It may be a mixture of old and new settings. Write it anyway?</source>
-        <translation>Dieses Dokument wurde gelesen, während ein Schreiben in die Tastatur unterbrochen war. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
+        <translation>Als dieses Dokument gelesen wurde, war ein Schreibvorgang in die Tastatur unterbrochen. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
     </message>
     <message>
         <source>The keyboard already has these settings; nothing was written.</source>
-        <translation>Die Tastatur hat diese Einstellungen schon; es wurde nichts geschrieben.</translation>
+        <translation>Die Tastatur hat diese Einstellungen bereits; es wurde nichts geschrieben.</translation>
     </message>
     <message numerus="yes">
         <source>Document to keyboard: wrote %n change(s)</source>
@@ -3017,7 +3027,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>The keyboard already matches this backup; nothing was written.</source>
-        <translation>Die Tastatur stimmt mit dieser Sicherung schon überein; es wurde nichts geschrieben.</translation>
+        <translation>Die Tastatur stimmt bereits mit dieser Sicherung überein; es wurde nichts geschrieben.</translation>
     </message>
     <message>
         <source>Backup to keyboard and document: restored, read back and found equal.</source>
@@ -3025,31 +3035,19 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
-        <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
+        <translation>In die Tastatur wird geschrieben. Bitte nicht abstecken.</translation>
     </message>
     <message>
         <source>The interrupted write could not be settled.</source>
-        <translation>Das unterbrochene Schreiben konnte nicht abgeschlossen werden.</translation>
+        <translation>Der unterbrochene Schreibvorgang konnte nicht bereinigt werden.</translation>
     </message>
     <message>
-        <source>Writing to the keyboard failed.</source>
-        <translation>Das Schreiben in die Tastatur ist fehlgeschlagen.</translation>
+        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of it.</source>
+        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält einen Teil davon.</translation>
     </message>
     <message>
-        <source>The keyboard does not answer and may be partly written. Once it is connected again, the write can be finished or rolled back.</source>
-        <translation>Die Tastatur antwortet nicht und ist vielleicht nur teilweise beschrieben. Sobald sie wieder verbunden ist, lässt sich das Schreiben abschließen oder zurücknehmen.</translation>
-    </message>
-    <message>
-        <source>Writing %1 to this keyboard was interrupted (%2).</source>
-        <translation>Das Schreiben von %1 in diese Tastatur wurde unterbrochen (%2).</translation>
-    </message>
-    <message>
-        <source>The keyboard may hold part of it.
-
-Finish writing completes it; roll back restores what the keyboard held before.</source>
-        <translation>Die Tastatur enthält vielleicht nur einen Teil davon.
-
-„Zu Ende schreiben“ schreibt den Rest; „Zurücknehmen“ stellt her, was die Tastatur vorher enthielt.</translation>
+        <source>Finish writing completes it; roll back restores what the keyboard held before.</source>
+        <translation>„Zu Ende schreiben“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
     </message>
     <message>
         <source>%1 for %2, %3 (%4)</source>
@@ -3057,7 +3055,7 @@ Finish writing completes it; roll back restores what the keyboard held before.</
     </message>
     <message>
         <source>no unit</source>
-        <translation>keine Einheit</translation>
+        <translation>keine Kasse</translation>
     </message>
     <message>
         <source>The keyboard holds parts of several interrupted writes to keyboards that cannot be told apart. Which of them was interrupted on this keyboard?</source>
@@ -3065,15 +3063,50 @@ Finish writing completes it; roll back restores what the keyboard held before.</
     </message>
     <message>
         <source>The interrupted write of %1 is finished, read back and found equal.</source>
-        <translation>Das unterbrochene Schreiben von %1 ist abgeschlossen und durch Zurücklesen bestätigt.</translation>
+        <translation>Der unterbrochene Schreibvorgang (%1) ist abgeschlossen und durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
         <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
-        <translation>Das unterbrochene Schreiben von %1 ist zurückgenommen: Die Tastatur enthält, was sie vorher enthielt; Zurücklesen hat es bestätigt.</translation>
+        <translation>Der unterbrochene Schreibvorgang (%1) ist rückgängig gemacht: Die Tastatur hat wieder ihren vorigen Inhalt; durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
         <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Settle interrupted write.</source>
-        <translation>Das unterbrochene Schreiben von %1 muss abgeschlossen oder zurückgenommen werden, bevor etwas anderes geschrieben wird: Wählen Sie Tastatur &gt; Unterbrochenes Schreiben abschließen.</translation>
+        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird: Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
+        <translation>Die Sicherung ist in der Tastatur, die Tastatur ließ sich aber nicht noch einmal lesen. Das Dokument ist unverändert.</translation>
+    </message>
+</context>
+<context>
+    <name>WindowPages</name>
+    <message>
+        <source>Overview</source>
+        <translation>Überblick</translation>
+    </message>
+    <message>
+        <source>Keyboard files</source>
+        <translation>Tastaturdateien</translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation>Sicherungen</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Ausprobieren</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Voreinstellungen</translation>
+    </message>
+    <message>
+        <source>%1 (absent)</source>
+        <translation>%1 (fehlt)</translation>
+    </message>
+    <message>
+        <source>page</source>
+        <translation>Seite</translation>
     </message>
 </context>
 <context>
@@ -3084,7 +3117,7 @@ Finish writing completes it; roll back restores what the keyboard held before.</
     </message>
     <message>
         <source>Checking that it is still the same keyboard…</source>
-        <translation>Es wird geprüft, ob noch dieselbe Tastatur angeschlossen ist …</translation>
+        <translation>Es wird geprüft, ob es noch dieselbe Tastatur ist …</translation>
     </message>
     <message>
         <source>Sending the settings…</source>
@@ -3111,7 +3144,7 @@ Finish writing completes it; roll back restores what the keyboard held before.</
     </message>
     <message>
         <source>%1: damaged in the keyboard, and left out of the document.</source>
-        <translation>%1: in der Tastatur beschädigt und im Dokument weggelassen.</translation>
+        <translation>%1: in der Tastatur beschädigt und im Dokument ausgelassen.</translation>
     </message>
 </context>
 <context>

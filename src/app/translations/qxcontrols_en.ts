@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>BarcodeFace</name>
+    <message numerus="yes">
+        <source>Reads %n kind(s) of code</source>
+        <translation>
+            <numerusform>Reads one kind of code</numerusform>
+            <numerusform>Reads %n kinds of code</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Errors</name>
     <message numerus="yes">
         <source>%1 (and %n more)</source>
@@ -15,6 +25,26 @@
         <translation>
             <numerusform>The keyboard does not hold what was written (%n byte).</numerusform>
             <numerusform>The keyboard does not hold what was written (%n bytes).</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>PageBook</name>
+    <message numerus="yes">
+        <source>%n module(s) that this keyboard does not have</source>
+        <translation>
+            <numerusform>One module that this keyboard does not have</numerusform>
+            <numerusform>%n modules that this keyboard does not have</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>PosFace</name>
+    <message numerus="yes">
+        <source>%n block(s)</source>
+        <translation>
+            <numerusform>One block</numerusform>
+            <numerusform>%n blocks</numerusform>
         </translation>
     </message>
 </context>
@@ -42,6 +72,16 @@
         <translation>
             <numerusform>%n code left</numerusform>
             <numerusform>%n codes left</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SettingWords</name>
+    <message numerus="yes">
+        <source>%n key(s) programmed</source>
+        <translation>
+            <numerusform>One key programmed</numerusform>
+            <numerusform>%n keys programmed</numerusform>
         </translation>
     </message>
 </context>

@@ -1,0 +1,86 @@
+#include "app/ModuleCards.h"
+
+#include "app/SettingWords.h"
+#include "app/Workbench.h"
+#include "views/Bindings.h"
+
+#include <QCommandLinkButton>
+#include <QFrame>
+#include <QGridLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace qx::app {
+
+using views::ToQt;
+
+namespace {
+
+constexpr int kLeastWidth = 250; // of a card
+constexpr int kSpacing = 8;
+
+} // namespace
+
+ModuleCards::ModuleCards(Workbench& workbench, QWidget* parent)
+    : QWidget(parent), m_workbench(workbench), m_grid(new QGridLayout(this)) {
+    m_grid->setContentsMargins({});
+    m_grid->setSpacing(kSpacing);
+    for (const auto& section : workbench.Configuration().Sections()) {
+        const std::string key(section->Info().key);
+        auto* button = new QCommandLinkButton(SectionTitle(key));
+        button->setObjectName(QStringLiteral("card_") + ToQt(key));
+        button->setIcon(SectionIcon(key));
+        connect(button, &QCommandLinkButton::clicked, this,
+                [this, key] { emit Chosen(ToQt(key)); });
+        auto* frame = new QFrame(this);
+        frame->setFrameShape(QFrame::StyledPanel);
+        auto* column = new QVBoxLayout(frame);
+        column->setContentsMargins({});
+        column->addWidget(button);
+        m_cards.push_back({key, frame, button});
+    }
+    connect(&workbench, &Workbench::KeyboardChanged, this, &ModuleCards::Arrange);
+    connect(&workbench, &Workbench::DocumentChanged, this, &ModuleCards::ShowSummaries);
+    Arrange();
+}
+
+void ModuleCards::ShowSummaries() {
+    if (!isVisible())
+        return;
+    for (const Card& card : m_cards) {
+        const QString summary = m_workbench.Faces().Of(card.sectionKey).Summary();
+        card.button->setDescription(summary);
+        card.button->setAccessibleDescription(summary);
+    }
+}
+
+// In as many columns as fit.
+void ModuleCards::Arrange() {
+    const int columns = std::max(1, (width() + kSpacing) / (kLeastWidth + kSpacing));
+    int place = 0;
+    for (const Card& card : m_cards) {
+        const bool isThere = m_workbench.IsConnected() &&
+                             m_workbench.Has(*m_workbench.Configuration().Find(card.sectionKey));
+        m_grid->removeWidget(card.frame);
+        card.frame->setVisible(isThere);
+        if (isThere) {
+            m_grid->addWidget(card.frame, place / columns, place % columns);
+            ++place;
+        }
+    }
+    for (int column = 0; column < m_grid->columnCount(); ++column)
+        m_grid->setColumnStretch(column, column < columns ? 1 : 0);
+}
+
+void ModuleCards::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Arrange();
+}
+
+void ModuleCards::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    ShowSummaries();
+}
+
+} // namespace qx::app

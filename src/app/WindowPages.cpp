@@ -1,0 +1,182 @@
+#include "app/WindowPages.h"
+
+#include "app/BackupsPage.h"
+#include "app/DocumentMenu.h"
+#include "app/FilesPage.h"
+#include "app/FindableSettings.h"
+#include "app/KeyboardMenu.h"
+#include "app/OverviewPage.h"
+#include "app/PageBook.h"
+#include "app/Pages.h"
+#include "app/PreferencesPage.h"
+#include "app/SettingWords.h"
+#include "app/TestDrivePage.h"
+#include "app/Transfers.h"
+#include "app/Workbench.h"
+#include "app/sections/SectionFace.h"
+#include "views/Bindings.h"
+#include "views/LineIcon.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <iterator>
+#include <utility>
+
+namespace qx::app {
+
+using views::ToQt;
+
+namespace {
+
+constexpr int kNumberedPages = 10;
+
+} // namespace
+
+WindowPages::WindowPages(const Partners& partners, QObject* parent)
+    : QObject(parent), m_partners(partners) {}
+
+QWidget* WindowPages::Make(QWidget* notices) {
+    m_find = new QuickFind([this] { return Findables(); });
+    m_book = new PageBook(m_find, notices);
+    connect(m_book, &PageBook::Shown, this, &WindowPages::Shown);
+
+    const auto icon = [](const char* name) { return views::LineIcon(QString::fromLatin1(name)); };
+    Workbench& workbench = m_partners.workbench;
+    auto group = PageGroup::Device;
+    m_book->AddHeading(TitleOf(group));
+    m_book->Add(kOverview, tr("Overview"), icon("keyboard"), [this] { return MakeOverview(); });
+    for (const auto& section : workbench.Configuration().Sections()) {
+        const std::string key(section->Info().key);
+        if (std::exchange(group, GroupOf(key)) != group)
+            m_book->AddHeading(TitleOf(group));
+        m_book->Add(ToQt(key), SectionTitle(key), SectionIcon(key), [this, key] {
+            return new ModulePage(m_partners.workbench, m_partners.edits, key);
+        });
+    }
+    m_book->AddHeading(TitleOf(PageGroup::Tools));
+    m_book->Add(kFiles, tr("Keyboard files"), icon("files"), [this] { return MakeFiles(); });
+    m_book->Add(kBackups, tr("Backups"), icon("backups"), [this] { return MakeBackups(); });
+    m_book->Add(kTestDrive, tr("Test"), icon("test"),
+                [&workbench] { return TitledPage(tr("Test"), new TestDrivePage(workbench)); });
+    m_book->Add(kPreferences, tr("Preferences"), icon("preferences"),
+                [this] { return MakePreferences(); });
+    return m_book;
+}
+
+QWidget* WindowPages::MakeOverview() {
+    KeyboardMenu* keyboards = &m_partners.keyboards;
+    auto* overview =
+        new OverviewPage(m_partners.workbench, {keyboards->ReadAction(), keyboards->WriteAction(),
+                                                keyboards->SettleAction()});
+    overview->ShowFailure(keyboards->FailureToConnect());
+    connect(keyboards, &KeyboardMenu::ConnectionFailed, overview, &OverviewPage::ShowFailure);
+    connect(overview, &OverviewPage::ConnectAgainRequested, keyboards, &KeyboardMenu::ConnectAgain);
+    connect(overview, &OverviewPage::SimulatedKeyboardRequested, keyboards,
+            &KeyboardMenu::ConnectSimulated);
+    connect(overview, &OverviewPage::PageRequested, this, [this](const QString& id) {
+        Show(id);
+        FocusPage();
+    });
+    return TitledPage(tr("Overview"), overview);
+}
+
+QWidget* WindowPages::MakeFiles() {
+    auto* files = new FilesPage(m_partners.workbench);
+    connect(files, &FilesPage::Told, this, &WindowPages::Told);
+    connect(files, &FilesPage::Failed, this, &WindowPages::Failed);
+    return TitledPage(tr("Keyboard files"), files);
+}
+
+QWidget* WindowPages::MakeBackups() {
+    auto* backups = new BackupsPage(m_partners.workbench);
+    connect(backups, &BackupsPage::RestoreRequested, &m_partners.transfers, &Transfers::Restore);
+    connect(backups, &BackupsPage::OpenRequested, &m_partners.documents, &DocumentMenu::OpenCopy);
+    connect(backups, &BackupsPage::Failed, this, &WindowPages::Failed);
+    return TitledPage(tr("Backups"), backups);
+}
+
+QWidget* WindowPages::MakePreferences() {
+    Workbench& workbench = m_partners.workbench;
+    auto* preferences = new PreferencesPage(workbench.Preferences(), workbench.LayoutFolder());
+    connect(preferences, &PreferencesPage::Changed, this, &WindowPages::PreferencesChanged);
+    return TitledPage(tr("Preferences"), preferences);
+}
+
+void WindowPages::Show(const QString& id) {
+    m_book->Show(id);
+}
+
+void WindowPages::FocusPage() {
+    m_book->FocusPage();
+}
+
+WindowPages::Spot WindowPages::Current() const {
+    if (m_book == nullptr)
+        return {};
+    const auto* preferences = m_book->findChild<PreferencesPage*>();
+    return {m_book->Current(), preferences != nullptr ? preferences->CurrentTab() : 0};
+}
+
+void WindowPages::ShowAgain(const Spot& spot) {
+    Show(spot.page);
+    if (spot.page == kPreferences)
+        m_book->Page(kPreferences)->findChild<PreferencesPage*>()->ShowTab(spot.tab);
+}
+
+void WindowPages::ShowKeyboard(QMenu& go) {
+    for (const auto& section : m_partners.workbench.Configuration().Sections()) {
+        const bool isThere = m_partners.workbench.Has(*section);
+        const QString title = SectionTitle(section->Info().key);
+        m_book->SetTitle(ToQt(std::string(section->Info().key)),
+                         isThere ? title : tr("%1 (absent)").arg(title), isThere);
+    }
+    m_book->FitList();
+    FillMenu(go);
+}
+
+void WindowPages::ShowCounts() {
+    for (const auto& section : m_partners.workbench.Configuration().Sections()) {
+        const std::string_view key = section->Info().key;
+        m_book->SetCount(ToQt(std::string(key)),
+                         m_partners.workbench.Faces().Of(key).CountProgrammed());
+    }
+}
+
+// The first pages that the keyboard has something for have the digits under Alt.
+void WindowPages::FillMenu(QMenu& go) {
+    go.clear();
+    int number = 0;
+    for (const PageBook::Listed& page : m_book->Pages()) {
+        QAction* action = go.addAction(page.title, this, [this, id = page.id] {
+            Show(id);
+            FocusPage();
+        });
+        if (page.isPresent && ++number <= kNumberedPages)
+            action->setShortcut(
+                QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number % kNumberedPages)));
+    }
+}
+
+void WindowPages::StartSearch() {
+    m_find->setFocus(Qt::ShortcutFocusReason);
+    m_find->selectAll();
+}
+
+std::vector<Findable> WindowPages::Findables() {
+    std::vector<Findable> all;
+    for (const PageBook::Listed& page : m_book->Pages())
+        all.push_back({page.title, tr("page"), [this, id = page.id] { Show(id); }});
+    std::vector<Findable> settings = FindableSettings(
+        m_partners.workbench, [this](const std::string& place) { emit PlaceChosen(place); });
+    std::move(settings.begin(), settings.end(), std::back_inserter(all));
+    auto* preferences = m_book->Page(kPreferences)->findChild<PreferencesPage*>();
+    for (const auto& [preference, label] : preferences->Labels())
+        all.push_back({label, tr("Preferences"), [this, preferences, preference = preference] {
+                           Show(kPreferences);
+                           preferences->Reveal(preference);
+                       }});
+    return all;
+}
+
+} // namespace qx::app
