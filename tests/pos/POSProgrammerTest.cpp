@@ -324,7 +324,7 @@ TEST_F(POSProgrammerTest, LabelsAndColours) {
             form.txtBlockID_Change();
         }
         EXPECT_EQ(form.posDisplay.cmdPOS[50].Caption, "4711");
-        EXPECT_EQ(form.lstBlocks.Items.back(), "4711: 24 (T)");
+        EXPECT_EQ(form.lstBlocks.Items.back(), "4711: 50 (T)");
         EXPECT_EQ(form.lstBlocks.ListIndex, 11);
     });
     EXPECT_EQ(keyboard.Block(50).ColorID(), 7);
