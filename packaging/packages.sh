@@ -1,7 +1,8 @@
 # The Debian 12 packages that this project needs, for the scripts that set up a machine.
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev
                 qt6-tools-dev qt6-l10n-tools qt6-translations-l10n)
-test_packages=(libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint)
+test_packages=(libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint
+               python3-jsonschema python3-dev pybind11-dev python3-mypy)
 format_packages=(clang-format)
 lint_packages=(clang-tidy)
 cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine

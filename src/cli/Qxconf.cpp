@@ -93,7 +93,8 @@ void MakeProgram(Command& program, GlobalOptions& options) {
             "3 keyboard not opened, 4 transfer or file operation failed, 5 read-back "
             "differs,\n6 invalid document, job, layout or model.",
         .commands = {IdentifyCommand(), UploadCommand(), DownloadCommand(), ShowCommand(),
-                     SheetCommand(), DiffCommand(), ValidateCommand(), DefaultsCommand()},
+                     SheetCommand(), DiffCommand(), ValidateCommand(), DefaultsCommand(),
+                     SchemaCommand()},
     };
     for (Command& command : KeyboardFileCommands())
         program.commands.push_back(std::move(command));

@@ -12,10 +12,6 @@ namespace {
 constexpr const char* kDialect = "https://json-schema.org/draft/2020-12/schema";
 constexpr const char* kPlaceholder = "^\\$\\{[A-Za-z][A-Za-z0-9_-]*\\}$";
 
-Json OrPlaceholder(Json schema) {
-    return {{"anyOf", {std::move(schema), {{"$ref", "#/$defs/placeholder"}}}}};
-}
-
 Json WholeNumber(Integer nMin, Integer nMax) {
     return {{"type", "integer"}, {"minimum", nMin}, {"maximum", nMax}};
 }
@@ -31,6 +27,8 @@ Json ObjectOf(Json properties, Json required) {
 
 class SchemaWriter : public FieldVisitor {
 public:
+    explicit SchemaWriter(bool fTakesPlaceholders) : m_takesPlaceholders(fTakesPlaceholders) {}
+
     // The schema of what was walked, as one object.
     [[nodiscard]] Json Take() {
         return ObjectOf(std::exchange(m_properties, Json::object()),
@@ -92,6 +90,11 @@ public:
     }
 
 private:
+    [[nodiscard]] Json OrPlaceholder(Json schema) const {
+        if (!m_takesPlaceholders)
+            return schema;
+        return {{"anyOf", {std::move(schema), {{"$ref", "#/$defs/placeholder"}}}}};
+    }
     void Add(const Field& field, Json schema) {
         if (!field.label.empty())
             schema["title"] = field.label;
@@ -109,6 +112,7 @@ private:
         return ObjectOf(std::move(properties), std::move(required));
     }
 
+    bool m_takesPlaceholders;
     Json m_properties = Json::object();
     Json m_required = Json::array();
 };
@@ -118,12 +122,13 @@ private:
 Json DocumentSchema() {
     const Platform platform;
     const Configuration configuration(platform, nullptr, nullptr);
-    SchemaWriter writer;
+    SchemaWriter note(false);
+    SchemaWriter writer(true);
     Json properties = {{"format", {{"const", ConfigurationDocument::kFormat}}},
                        {"version", {{"const", ConfigurationDocument::kVersion}}}};
     KeyboardInfo keyboard;
-    keyboard.Visit(writer);
-    properties["keyboard"] = writer.Take();
+    keyboard.Visit(note);
+    properties["keyboard"] = note.Take();
     for (const auto& section : configuration.Sections()) {
         section->Visit(writer);
         Json schema = writer.Take();

@@ -43,6 +43,7 @@ struct Described {
 [[nodiscard]] Command DiffCommand();
 [[nodiscard]] Command ValidateCommand();
 [[nodiscard]] Command DefaultsCommand();
+[[nodiscard]] Command SchemaCommand();
 [[nodiscard]] std::vector<Command> KeyboardFileCommands(); // rom, chipcard, param
 [[nodiscard]] Command ConvertCommand();
 [[nodiscard]] Command LayerCommand();
