@@ -18,6 +18,8 @@ using views::ToQt;
 namespace {
 
 constexpr int kLeastWidth = 250; // of a card
+constexpr int kMostWidth = 380;
+constexpr int kMostColumns = 3;
 constexpr int kSpacing = 8;
 
 } // namespace
@@ -26,6 +28,7 @@ ModuleCards::ModuleCards(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_grid(new QGridLayout(this)) {
     m_grid->setContentsMargins({});
     m_grid->setSpacing(kSpacing);
+    setMaximumWidth(kMostColumns * (kMostWidth + kSpacing));
     for (const auto& section : workbench.Configuration().Sections()) {
         const std::string key(section->Info().key);
         auto* button = new QCommandLinkButton(SectionTitle(key));
@@ -57,7 +60,8 @@ void ModuleCards::ShowSummaries() {
 
 // In as many columns as fit.
 void ModuleCards::Arrange() {
-    const int columns = std::max(1, (width() + kSpacing) / (kLeastWidth + kSpacing));
+    const int columns =
+        std::clamp((width() + kSpacing) / (kLeastWidth + kSpacing), 1, kMostColumns);
     int place = 0;
     for (const Card& card : m_cards) {
         const bool isThere = m_workbench.IsConnected() &&

@@ -158,6 +158,7 @@ QWidget* OverviewPage::MakeDetails() {
     m_directory->setAlternatingRowColors(true);
     m_directory->setTabKeyNavigation(false);
     auto* details = new QWidget;
+    details->setMaximumWidth(m_cards->maximumWidth());
     auto* row = new QHBoxLayout(details);
     row->setContentsMargins({});
     auto* identity = new QWidget;

@@ -84,7 +84,9 @@ QString ReleasesText() {
 }
 
 QString ProgrammedText(int keys) {
-    return QCoreApplication::translate("SettingWords", "%n key(s) programmed", nullptr, keys);
+    return keys == 0
+               ? Translated(QT_TRANSLATE_NOOP("SettingWords", "No key programmed"))
+               : QCoreApplication::translate("SettingWords", "%n key(s) programmed", nullptr, keys);
 }
 
 QString NameText(const host::SettingName& name) {

@@ -138,8 +138,9 @@ void WindowPages::ShowKeyboard(QMenu& go) {
 void WindowPages::ShowCounts() {
     for (const auto& section : m_partners.workbench.Configuration().Sections()) {
         const std::string_view key = section->Info().key;
+        const bool isInDocument = m_partners.workbench.History().TakesPart(*section);
         m_book->SetCount(ToQt(std::string(key)),
-                         m_partners.workbench.Faces().Of(key).CountProgrammed());
+                         isInDocument ? m_partners.workbench.Faces().Of(key).CountProgrammed() : 0);
     }
 }
 

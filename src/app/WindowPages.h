@@ -61,7 +61,7 @@ public:
 
     // Shows in the list and in the menu which modules the keyboard has.
     void ShowKeyboard(QMenu& go);
-    // Shows in the list how many keys of each module are programmed.
+    // Shows in the list how many keys of each module are programmed in the document.
     void ShowCounts();
     // Gives the focus to the search.
     void StartSearch();

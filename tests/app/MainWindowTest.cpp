@@ -8,6 +8,7 @@
 #include "qxcontrols/readers/QXBarcode.h"
 
 #include <QAction>
+#include <QCommandLinkButton>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QListWidget>
@@ -160,6 +161,43 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
     ASSERT_GT(found->count(), 1);
     EXPECT_TRUE(found->item(0)->text().startsWith(QStringLiteral("key"), Qt::CaseInsensitive))
         << found->item(0)->text().toStdString();
+}
+
+TEST(MainWindow, TheOverviewSummarizesTheModulesAndLeadsToThem) {
+    Desk desk("magnet");
+    desk.Page("overview");
+    const auto summary = [&](const char* card) {
+        return desk.Find<QCommandLinkButton>(card)->description().toStdString();
+    };
+    EXPECT_EQ(summary("card_magnetCard"), "Tracks: 2, 3");
+    EXPECT_ANY_THROW(summary("card_pos")) << "the keyboard does not have it";
+    desk.Click("card_commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Page("overview");
+    EXPECT_EQ(summary("card_commonKeyboard"), "Output delay: 9");
+    desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
+    desk.Click("overviewWrite");
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x09");
+
+    desk.unsaved = DocumentMenu::Answer::Discard;
+    // The list counts programmed keys, and folds away modules that the keyboard does not have.
+    std::ofstream(desk.folder / "keys.json")
+        << R"({"format": "qx-configuration", "version": 1, "freeProgKeys": {"keys": [
+               {"positionCode": 75, "sequence": [30]}, {"positionCode": 112, "sequence": [31]}]}})";
+    desk.window->Documents().Open(QString::fromStdString((desk.folder / "keys.json").string()));
+    auto* list = desk.Find<QListWidget>("pages");
+    const auto item = [&](const char* title) {
+        return list->findItems(QString::fromLatin1(title), Qt::MatchStartsWith).front();
+    };
+    EXPECT_EQ(item("Free keys")->data(Qt::AccessibleDescriptionRole).toInt(), 2);
+    EXPECT_TRUE(item("Free keys")->isHidden());
+    EXPECT_TRUE(item("Programmable keys")->isHidden()) << "a heading without pages";
+    EXPECT_FALSE(item("Magnetic card reader")->isHidden());
+    desk.Click("absentPages");
+    EXPECT_FALSE(item("Free keys")->isHidden());
+    desk.Click("absentPages");
+    desk.Page("freeProgKeys");
+    EXPECT_FALSE(item("Free keys")->isHidden()) << "a page that is shown is in the list";
 }
 
 TEST(MainWindow, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {

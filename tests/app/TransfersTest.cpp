@@ -220,8 +220,12 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
         if (ending != Ending::Later) {
             EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and found equal")));
             EXPECT_FALSE(desk.window->Transfers().Recover()) << "already recovered";
+            desk.Page("overview");
+            EXPECT_ANY_THROW(desk.Find<QWidget>("overviewSettle"));
             continue;
         }
+        desk.Page("overview");
+        EXPECT_NO_THROW(desk.Find<QWidget>("overviewSettle"));
         EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Settle interrupted write")));
         const std::string mixture = desk.Held();
         desk.unsaved = DocumentMenu::Answer::Discard;

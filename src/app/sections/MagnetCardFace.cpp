@@ -76,8 +76,8 @@ public:
         for (Integer track = 1; track <= kMagneticTracks; ++track)
             if (Control().Track(track).Available() && Control().Track(track).Enabled())
                 read.append(QString::number(track));
-        return read.isEmpty() ? tr("Reads no track")
-                              : tr("Reads track %1").arg(read.join(QStringLiteral(", ")));
+        return read.isEmpty() ? tr("Tracks: none")
+                              : tr("Tracks: %1").arg(read.join(QStringLiteral(", ")));
     }
 
     void AnswerWith(EditRequests& edits) override {

@@ -30,7 +30,10 @@ public:
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXPosView(Control()); }
 
-    [[nodiscard]] QString Summary() override { return tr("%n block(s)", "", CountProgrammed()); }
+    [[nodiscard]] QString Summary() override {
+        const int blocks = CountProgrammed();
+        return blocks == 0 ? tr("No block") : tr("%n block(s)", "", blocks);
+    }
     [[nodiscard]] int CountProgrammed() override {
         int count = 0;
         for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot)

@@ -1592,12 +1592,12 @@
         <translation>Diese Tastatur kann Spur %1 nicht lesen.</translation>
     </message>
     <message>
-        <source>Reads no track</source>
-        <translation>Liest keine Spur</translation>
+        <source>Tracks: none</source>
+        <translation>Spuren: keine</translation>
     </message>
     <message>
-        <source>Reads track %1</source>
-        <translation>Liest Spur %1</translation>
+        <source>Tracks: %1</source>
+        <translation>Spuren: %1</translation>
     </message>
 </context>
 <context>
@@ -1878,6 +1878,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
             <numerusform>Ein Block</numerusform>
             <numerusform>%n Blöcke</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>No block</source>
+        <translation>Kein Block</translation>
     </message>
 </context>
 <context>
@@ -2605,6 +2609,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
             <numerusform>%n Tasten programmiert</numerusform>
         </translation>
     </message>
+    <message>
+        <source>No key programmed</source>
+        <translation>Keine Taste programmiert</translation>
+    </message>
 </context>
 <context>
     <name>SheetMenu</name>
@@ -2700,7 +2708,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1 — program %2, bootloader %3</source>
-        <translation>%1 – Programm %2, Bootloader %3</translation>
+        <translation>%1 — Programm %2, Bootloader %3</translation>
     </message>
     <message>
         <source>simulated keyboard</source>
