@@ -134,6 +134,9 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     window.Keyboards().Connect({"no-such-driver.so", {}, {}});
     camera.Take(window, QStringLiteral("15-no-keyboard"));
     window.Keyboards().Connect(choice);
+    window.GoTo("/layeredFuncKeys/keys[0][2]/sequence");
+    window.findChild<views::KeyGrid*>(QStringLiteral("funcKeys"))->Select({1, 2, 3, 13, 14, 15});
+    camera.Take(window, QStringLiteral("16-several-keys"));
     window.GoTo("/freeProgKeys/keys[75]/sequence");
     const QString leave = QStringLiteral("cmdOK"); // giving up asks where something would be lost
     camera.TakeDialog(

@@ -54,10 +54,6 @@ void EditRequests::Reload() {
 
 bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                         Long lMaxLength) {
-    if (m_answer) {
-        sNewSeq = *m_answer;
-        return true;
-    }
     if (!m_workbench.IsConnected()) {
         m_screen.tell(
             tr("Connect a keyboard first, or the simulated one: the editor works with its "
@@ -76,17 +72,6 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
     if (isEdited)
         KeepCodes(sNewSeq);
     return isEdited;
-}
-
-void EditRequests::AnswerWith(const std::string& sSequence, const std::function<void()>& act) {
-    m_answer = sSequence;
-    try {
-        act();
-    } catch (...) {
-        m_answer.reset();
-        throw;
-    }
-    m_answer.reset();
 }
 
 void EditRequests::KeepCodes(std::string& sSequence) {

@@ -12,7 +12,6 @@
 #include <QCoreApplication>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,9 +46,6 @@ public:
     // user cancels. Codes that no keyboard can store are taken out of it, with a notice.
     [[nodiscard]] bool Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                             Long lMaxLength);
-    // Runs what makes a control ask for an edit, and answers with this sequence in place of the
-    // editor.
-    void AnswerWith(const std::string& sSequence, const std::function<void()>& act);
     // Has the user edit the blocks. Whether they have changed.
     [[nodiscard]] bool EditBlocks(POSKeyboard& blocks);
     [[nodiscard]] bool Ask(const QString& question) const { return m_screen.ask(question); }
@@ -68,7 +64,6 @@ private:
 
     Workbench& m_workbench;
     Screen m_screen;
-    std::optional<std::string> m_answer; // in place of the editor
     QXSequencer m_sequencer;
     QXPOSProgrammer m_posProgrammer;
     std::vector<Subscription> m_subscriptions;

@@ -1,7 +1,5 @@
 #include "app/InPlaceEditor.h"
 
-#include "app/EditRequests.h"
-#include "app/SettingWords.h"
 #include "app/Workbench.h"
 #include "host/SequenceLint.h"
 #include "qxcontrols/keys/KeyName.h"
@@ -9,52 +7,41 @@
 
 namespace qx::app {
 
+using views::KeyGrid;
 using views::SequenceInspector;
 
-InPlaceEditor::InPlaceEditor(Workbench& workbench, EditRequests& edits, std::string_view sectionKey,
-                             SequenceInspector& inspector)
-    : m_workbench(workbench), m_edits(edits), m_section(sectionKey), m_inspector(inspector),
-      m_refreshed(workbench.Configuration().Find(sectionKey)->Control().Refreshed.Subscribe([this] {
-          ShowSelected();
-      })) {
+InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& inspector)
+    : m_edits(edits), m_grid(grid), m_inspector(inspector),
+      m_refreshed(edits.Section().Control().Refreshed.Subscribe([this] { ShowSelected(); })) {
     m_inspector.SetRemarks([this](const std::vector<Byte>& codes) { return RemarksOn(codes); });
     QObject::connect(&m_inspector, &SequenceInspector::Changed, &m_inspector,
-                     [this](const std::vector<Byte>& codes) { Store(codes); });
+                     [this](const std::vector<Byte>& codes) {
+                         m_edits.Put({{m_grid.Selected().front(), codes}});
+                     });
+    QObject::connect(&m_grid, &KeyGrid::SelectionChanged, &m_inspector, [this] { ShowSelected(); });
     // Another keyboard may have another layout.
-    QObject::connect(&workbench, &Workbench::KeyboardChanged, &m_inspector,
+    QObject::connect(&m_edits.Bench(), &Workbench::KeyboardChanged, &m_inspector,
                      [this] { ShowLayout(); });
     ShowLayout();
 }
 
 void InPlaceEditor::ShowLayout() {
-    m_inspector.ShowLayout(&m_workbench.Layout());
+    m_inspector.ShowLayout(&m_edits.Bench().Layout());
     ShowSelected();
 }
 
 void InPlaceEditor::ShowSelected() {
-    const auto selected = m_workbench.Faces().Of(m_section).Selected();
-    if (!selected)
+    const std::vector<int> keys = m_grid.Selected();
+    if (keys.size() != 1)
         return m_inspector.Show({});
-    const host::Section& section = *m_workbench.Configuration().Find(m_section);
-    const auto settings = m_workbench.Configuration().List(
-        section, {"/" + m_section + "/" + selected->place}, host::Listed::All);
-    std::vector<Byte> codes;
-    for (const Integer code : selected->sequence->Codes())
-        codes.push_back(static_cast<Byte>(code));
+    const KeyEdits::Sent sent = m_edits.SentBy(keys.front());
     m_inspector.Show(SequenceInspector::Edited{
-        settings.empty() ? QString() : NameInSection(settings.front().name), std::move(codes),
-        static_cast<std::size_t>(selected->capacity), selected->refusal});
-}
-
-void InPlaceEditor::Store(const std::vector<Byte>& codes) {
-    KeySequence sequence;
-    sequence.SetBytes(std::string(codes.begin(), codes.end()));
-    m_edits.AnswerWith(sequence.KeyString(),
-                       [this] { m_workbench.Faces().Of(m_section).EditSelected(); });
+        m_edits.NameOf(keys.front()), sent.codes, static_cast<std::size_t>(sent.capacity),
+        sent.capacity == 0 ? tr("This key cannot be programmed.") : QString()});
 }
 
 SequenceInspector::Remarks InPlaceEditor::RemarksOn(const std::vector<Byte>& codes) const {
-    const QXKeyboardLayoutData& layout = m_workbench.Layout();
+    const QXKeyboardLayoutData& layout = m_edits.Bench().Layout();
     const auto name = [&](Long key) { return views::ToQt(KeyName(key, &layout)); };
     SequenceInspector::Remarks remarks;
     const std::vector<Integer> all(codes.begin(), codes.end());

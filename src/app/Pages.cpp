@@ -1,8 +1,13 @@
 #include "app/Pages.h"
 
 #include "app/InPlaceEditor.h"
+#include "app/KeyActions.h"
+#include "app/SelectionPanel.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
+#include "views/KeyGrid.h"
+
+#include <QAction>
 #include <QLabel>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -28,16 +33,8 @@ ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, std::string se
                        QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_sectionKey(std::move(sectionKey)),
       m_state(new QLabel), m_view(workbench.Faces().Of(m_sectionKey).MakeView()) {
-    if (workbench.Faces().Of(m_sectionKey).IsEditedInPlace()) {
-        auto* inspector = new views::SequenceInspector;
-        auto* both = new QSplitter;
-        both->addWidget(m_view);
-        both->addWidget(inspector);
-        both->setStretchFactor(0, 1);
-        both->setChildrenCollapsible(false);
-        m_view = both;
-        m_editor = std::make_unique<InPlaceEditor>(workbench, edits, m_sectionKey, *inspector);
-    }
+    if (workbench.Faces().Of(m_sectionKey).HasKeys())
+        m_view = WithKeyEditors(edits);
     m_state->setWordWrap(true);
     m_state->setForegroundRole(QPalette::PlaceholderText);
     auto* column = new QVBoxLayout(this);
@@ -50,6 +47,42 @@ ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, std::string se
 }
 
 ModulePage::~ModulePage() = default;
+
+QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
+    auto& grid = *m_view->findChild<views::KeyGrid*>();
+    m_edits = std::make_unique<KeyEdits>(m_workbench, edits, m_sectionKey);
+    m_actions = std::make_unique<KeyActions>(*m_edits, grid);
+    auto* inspector = new views::SequenceInspector;
+    auto* panel = new SelectionPanel(*m_actions, grid);
+    auto* beside = new QWidget; // one of them; a stack would be as large as the larger
+    auto* column = new QVBoxLayout(beside);
+    column->setContentsMargins({});
+    column->addWidget(inspector);
+    column->addWidget(panel);
+    panel->hide();
+    m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
+    connect(&grid, &views::KeyGrid::SelectionChanged, beside, [&grid, inspector, panel] {
+        const bool isOne = grid.Selected().size() <= 1;
+        (isOne ? static_cast<QWidget*>(panel) : inspector)->hide();
+        (isOne ? static_cast<QWidget*>(inspector) : panel)->show();
+    });
+    connect(m_actions.get(), &KeyActions::EditWanted, inspector,
+            &views::SequenceInspector::TakeFocus);
+    connect(m_actions.get(), &KeyActions::SeriesWanted, panel, &SelectionPanel::FocusSeries);
+    auto* both = new QSplitter;
+    both->addWidget(m_view);
+    both->addWidget(beside);
+    both->setStretchFactor(0, 1);
+    both->setChildrenCollapsible(false);
+    for (QWidget* each : {static_cast<QWidget*>(inspector), static_cast<QWidget*>(panel)}) {
+        auto* leave = new QAction(each);
+        leave->setShortcut(Qt::Key_Escape);
+        leave->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(leave, &QAction::triggered, &grid, [&grid] { grid.setFocus(); });
+        each->addAction(leave);
+    }
+    return both;
+}
 
 void ModulePage::ShowState() {
     const host::Section& section = *m_workbench.Configuration().Find(m_sectionKey);

@@ -15,6 +15,8 @@ namespace qx::app {
 
 class EditRequests;
 class InPlaceEditor;
+class KeyActions;
+class KeyEdits;
 class Workbench;
 
 // A module's page: its title, a line if the keyboard or the document lacks it, and the view of its
@@ -28,13 +30,18 @@ public:
     ~ModulePage() override;
 
 private:
+    // Beside the view: what the selected keys send, and what can be done with them.
+    [[nodiscard]] QWidget* WithKeyEditors(EditRequests& edits);
     void ShowState();
 
     Workbench& m_workbench;
     std::string m_sectionKey;
     QLabel* m_state;
     QWidget* m_view;
-    std::unique_ptr<InPlaceEditor> m_editor; // where sequences are edited in place
+    // Where keys are edited in place.
+    std::unique_ptr<KeyEdits> m_edits;
+    std::unique_ptr<KeyActions> m_actions;
+    std::unique_ptr<InPlaceEditor> m_editor;
 };
 
 // Any other page with a title.

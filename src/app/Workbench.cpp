@@ -359,6 +359,16 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
         emit Noticed(LossText(loss));
 }
 
+void Workbench::Edit(Section& section, const std::function<void()>& change) {
+    m_history->Seal();
+    Quietly([&] {
+        change();
+        section.Control().SetDataChanged(true);
+    });
+    NoteEdit(section);
+    m_history->Seal();
+}
+
 // A control shows itself again after each selection too, which is not an edit.
 void Workbench::NoteEdit(Section& section) {
     if (m_isBusy)

@@ -118,6 +118,9 @@ public:
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
     [[nodiscard]] bool IsModified() const { return !m_history->IsSaved(); }
 
+    // An edit of the section's settings, which its control then shows: one step, however many of
+    // them it changes.
+    void Edit(host::Section& section, const std::function<void()>& change);
     // Runs a change of the controls that is not an edit of the document.
     void Quietly(const std::function<void()>& change);
     // True during such a change and during transfers, when the controls may hold half of something.

@@ -2,12 +2,9 @@
 
 #include "views/Bindings.h"
 #include "views/KeyGridAccessible.h"
-#include "views/ScrollArea.h"
 
-#include <QHelpEvent>
-#include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -22,10 +19,6 @@ namespace {
 constexpr std::size_t kMostImages = 512;
 
 constexpr double kLeastScale = 0.55; // captions can just be read
-
-bool IsArrow(int key) {
-    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
-}
 
 // How far the place is from the value, 0 where it spans it.
 double Off(double value, double from, double to) {
@@ -64,6 +57,7 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
     const std::vector<KeyCap> old = std::exchange(m_caps, std::move(caps));
     if (Row(m_focusKey) < 0)
         m_focusKey = -1;
+    m_selection.KeepTo(m_caps);
     if (std::equal(old.begin(), old.end(), m_caps.begin(), m_caps.end(), SamePlace)) {
         for (std::size_t row = 0; row < m_drawn.size(); ++row)
             if (!SameTexts(old[row], m_caps[row]))
@@ -97,6 +91,15 @@ int KeyGrid::Row(int index) const {
 // The focus.
 
 void KeyGrid::SetFocusKey(int index) {
+    MoveFocus(index);
+    if (!m_selects || m_selection.Has(m_focusKey))
+        return;
+    m_selection.Only(m_focusKey);
+    update();
+    emit SelectionChanged();
+}
+
+void KeyGrid::MoveFocus(int index) {
     const int row = Row(index);
     if (row >= 0)
         m_goal = m_caps[static_cast<std::size_t>(row)].place.center();
@@ -139,30 +142,6 @@ int KeyGrid::RowToward(Qt::Key arrow) const {
         }
     }
     return best;
-}
-
-void KeyGrid::Reach(int index) {
-    SetFocusKey(index);
-    if (m_focusKey < 0)
-        return;
-    ScrollArea::Reveal(*this, KeyRect(m_focusKey));
-    emit KeyReached(m_focusKey);
-}
-
-void KeyGrid::ReachRow(int row) {
-    if (row >= 0 && row < static_cast<int>(m_caps.size()))
-        Reach(m_caps[static_cast<std::size_t>(row)].index);
-}
-
-void KeyGrid::Pick(int index, bool withControl) {
-    const int row = Row(index);
-    if (row < 0 || !isEnabled())
-        return;
-    SetFocusKey(index);
-    if (m_caps[static_cast<std::size_t>(row)].isEnabled)
-        emit KeyPicked(index, withControl);
-    else // why not
-        ShowToolTip(KeyRect(index).center(), mapToGlobal(KeyRect(index).center()));
 }
 
 // Sizes and places.
@@ -232,8 +211,9 @@ void KeyGrid::Prepare() {
 const QPixmap& KeyGrid::BodyImage(const KeyCap& cap, const QSizeF& size) {
     const QSize pixels = (size * m_pixelRatio).toSize();
     const bool isLive = cap.isEnabled && isEnabled();
+    const int pressed = m_drag.kind == Drag::Kind::Press ? m_drag.key : -1;
     const KeyTouch touch = !isLive                     ? KeyTouch::None
-                           : cap.index == m_pressedKey ? KeyTouch::Pressed
+                           : cap.index == pressed      ? KeyTouch::Pressed
                            : cap.index == m_hoveredKey ? KeyTouch::Hovered
                                                        : KeyTouch::None;
     const Look look(pixels.width(), pixels.height(), cap.color.rgb(), cap.state, cap.isCurrent,
@@ -275,8 +255,40 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
         for (const KeyText& text : key.texts)
             PaintKeyText(painter, text);
     }
+    PaintSelection(painter);
     if (const int row = Row(m_focusKey); row >= 0 && hasFocus())
         PaintKeyFocus(painter, m_drawn[static_cast<std::size_t>(row)].rect, m_placing);
+    PaintDrag(painter);
+}
+
+// One selected key that is marked as the current one needs no second mark.
+void KeyGrid::PaintSelection(QPainter& painter) const {
+    const int dropKey = m_drag.kind == Drag::Kind::Carry ? KeyAt(m_drag.at) : -1;
+    for (std::size_t row = 0; row < m_caps.size(); ++row) {
+        const KeyCap& cap = m_caps[row];
+        const bool isMarked =
+            m_selection.Has(cap.index) && (m_selection.Keys().size() > 1 || !cap.isCurrent);
+        if (isMarked || (cap.index == dropKey && dropKey != m_drag.key))
+            PaintKeySelected(painter, m_drawn[row].rect, m_placing);
+    }
+}
+
+void KeyGrid::PaintDrag(QPainter& painter) {
+    if (m_drag.kind == Drag::Kind::Band) {
+        QColor color = palette().color(QPalette::Highlight);
+        painter.setPen(QPen(color, 1));
+        color.setAlphaF(0.2F);
+        painter.setBrush(color);
+        painter.drawRect(Band());
+    } else if (const int row = Row(m_drag.key); m_drag.kind == Drag::Kind::Carry && row >= 0) {
+        const Drawn& key = m_drawn[static_cast<std::size_t>(row)];
+        painter.setOpacity(0.75);
+        painter.translate(m_drag.at - m_drag.from);
+        painter.drawPixmap(key.rect.topLeft(),
+                           BodyImage(m_caps[static_cast<std::size_t>(row)], key.rect.size()));
+        for (const KeyText& text : key.texts)
+            PaintKeyText(painter, text);
+    }
 }
 
 void KeyGrid::resizeEvent(QResizeEvent* /*event*/) {
@@ -289,116 +301,6 @@ void KeyGrid::changeEvent(QEvent* event) {
         update();
     }
     QWidget::changeEvent(event);
-}
-
-// The user.
-
-bool KeyGrid::event(QEvent* event) {
-    if (event->type() != QEvent::ToolTip)
-        return QWidget::event(event);
-    const auto* help = static_cast<QHelpEvent*>(event);
-    if (!ShowToolTip(help->pos(), help->globalPos()))
-        event->ignore();
-    return true;
-}
-
-bool KeyGrid::ShowToolTip(const QPoint& at, const QPoint& globalAt) {
-    const int row = Row(KeyAt(at));
-    QString text = row < 0 ? QString() : m_caps[static_cast<std::size_t>(row)].toolTip;
-    if (text.isEmpty()) {
-        QToolTip::hideText();
-        return false;
-    }
-    if (Qt::mightBeRichText(text)) // keys have names such as "<"
-        text = Qt::convertFromPlainText(text);
-    QToolTip::showText(globalAt, text, this, KeyRect(m_caps[static_cast<std::size_t>(row)].index));
-    return true;
-}
-
-void KeyGrid::focusInEvent(QFocusEvent* event) {
-    if (m_focusKey < 0) {
-        const auto current = std::find_if(m_caps.begin(), m_caps.end(),
-                                          [](const KeyCap& cap) { return cap.isCurrent; });
-        const Qt::FocusReason reason = event->reason();
-        if (current != m_caps.end())
-            SetFocusKey(current->index);
-        else if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
-            ReachRow(0);
-    }
-    TellFocusKey(this);
-    UpdateKey(m_focusKey);
-    QWidget::focusInEvent(event);
-}
-
-void KeyGrid::focusOutEvent(QFocusEvent* event) {
-    UpdateKey(m_focusKey);
-    QWidget::focusOutEvent(event);
-}
-
-void KeyGrid::leaveEvent(QEvent* event) {
-    Hover(-1);
-    QWidget::leaveEvent(event);
-}
-
-void KeyGrid::mouseMoveEvent(QMouseEvent* event) {
-    Hover(KeyAt(event->pos()));
-}
-
-void KeyGrid::mousePressEvent(QMouseEvent* event) {
-    const int index = KeyAt(event->pos());
-    if (event->button() != Qt::LeftButton || index < 0)
-        return QWidget::mousePressEvent(event);
-    m_pressedKey = index;
-    UpdateKey(index);
-}
-
-void KeyGrid::mouseReleaseEvent(QMouseEvent* event) {
-    const int pressed = std::exchange(m_pressedKey, -1);
-    if (event->button() != Qt::LeftButton || pressed < 0)
-        return QWidget::mouseReleaseEvent(event);
-    UpdateKey(pressed);
-    if (KeyAt(event->pos()) == pressed)
-        Pick(pressed, event->modifiers().testFlag(Qt::ControlModifier));
-}
-
-void KeyGrid::MoveToward(Qt::Key arrow, bool reaches) {
-    const int row = RowToward(arrow);
-    if (row < 0)
-        return;
-    const QPointF goal = m_goal;
-    const bool hadFocus = m_focusKey >= 0;
-    const KeyCap& cap = m_caps[static_cast<std::size_t>(row)];
-    const QRectF place = cap.place;
-    if (reaches)
-        Reach(cap.index);
-    else
-        SetFocusKey(cap.index);
-    if (!hadFocus)
-        return;
-    if (arrow == Qt::Key_Left || arrow == Qt::Key_Right) // keep to the row or the column
-        m_goal.setY(std::clamp(goal.y(), place.top(), place.bottom()));
-    else
-        m_goal.setX(std::clamp(goal.x(), place.left(), place.right()));
-}
-
-void KeyGrid::keyPressEvent(QKeyEvent* event) {
-    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
-    const int key = event->key();
-    const bool withControl = modifiers == Qt::ControlModifier && m_controlMoves;
-    if (IsArrow(key) && (modifiers == Qt::NoModifier || withControl))
-        MoveToward(static_cast<Qt::Key>(key), !withControl);
-    else if (key == Qt::Key_Space && withControl)
-        Pick(m_focusKey, true);
-    else if (modifiers != Qt::NoModifier)
-        QWidget::keyPressEvent(event);
-    else if (key == Qt::Key_Home)
-        ReachRow(0);
-    else if (key == Qt::Key_End)
-        ReachRow(static_cast<int>(m_caps.size()) - 1);
-    else if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
-        Pick(m_focusKey);
-    else
-        QWidget::keyPressEvent(event);
 }
 
 } // namespace qx::views

@@ -4,9 +4,14 @@
 // and reports the key that the user reaches with the arrow keys or picks with the pointer or the
 // keyboard. Programmed, empty, current and unused keys differ by a mark as well as by colour, for
 // users who cannot see colours. Every shown key is an accessible object with a name.
+//
+// Where the owner wants it, the user selects several keys: a pick or an arrow key selects one,
+// Control adds or takes away one, Shift selects all between two, and a band drawn by the pointer
+// those it touches. The anchor of the selection is reported as a picked key.
 #pragma once
 
 #include "views/KeyPainting.h"
+#include "views/KeySelection.h"
 
 #include <QByteArray>
 #include <QPixmap>
@@ -39,7 +44,17 @@ public:
 
     // The key with the focus within the grid, -1 if none; the grid itself need not have the focus.
     [[nodiscard]] int FocusKey() const { return m_focusKey; }
-    void SetFocusKey(int index); // an unknown key removes the focus
+    // An unknown key removes the focus. A key that is not selected becomes the only one that is.
+    void SetFocusKey(int index);
+
+    // Selecting several keys; off at first.
+    void SetSelects(bool selects);
+    [[nodiscard]] bool Selects() const { return m_selects; }
+    [[nodiscard]] bool IsSelected(int index) const { return m_selection.Has(index); }
+    [[nodiscard]] std::vector<int> Selected() const; // in the order of Keys
+    void Select(const std::set<int>& keys);
+    // Whether programmed keys are dragged onto others, instead of a band starting there.
+    void SetCarries(bool carries) { m_carries = carries; }
 
     // The key's rectangle in this widget; empty for an unknown key.
     [[nodiscard]] QRect KeyRect(int index) const;
@@ -58,6 +73,11 @@ signals:
     void KeyReached(int index);
     // The user or SetFocusKey has moved the focus to another key.
     void FocusKeyChanged(int index);
+    // Only while several keys can be selected.
+    void SelectionChanged();
+    void KeyActivated(int index); // by a double click
+    void KeyDropped(int from, int onto, bool withShift);
+    void MenuRequested(const QPoint& globalAt); // for the selected keys
 
 protected:
     bool event(QEvent* event) override; // tooltips
@@ -70,7 +90,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override; // picks on release, like a button
-    void keyPressEvent(QKeyEvent* event) override;       // arrows, Home, End, Space, Enter
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override; // arrows, Home, End, Space, Enter; Esc in a drag
 
 private:
     // A key's position, and its texts prepared for drawing.
@@ -78,6 +100,14 @@ private:
         bool isReady = false;
         QRectF rect;
         std::vector<KeyText> texts;
+    };
+    // What the pointer does with its button held.
+    struct Drag {
+        enum class Kind { None, Press, Band, Carry };
+        Kind kind = Kind::None;
+        QPoint from, at;
+        int key = -1;        // where it began
+        KeySelection before; // the selection at that time
     };
     // Keys that look the same share an image: width, height, colour, state, current, pressed,
     // hovered.
@@ -89,7 +119,16 @@ private:
     [[nodiscard]] int Row(int index) const; // in m_caps; -1 if not found
     [[nodiscard]] int RowToward(Qt::Key arrow) const;
     void ReachRow(int row);
-    void MoveToward(Qt::Key arrow, bool reaches);
+    void MoveFocus(int index);
+    enum class Move { Reach, FocusOnly, Extend };
+    void MoveToward(Qt::Key arrow, Move move);
+    void ExtendTo(int index);
+    void TakeSelection(KeySelection selection);
+    void GoOnDragging(const QPoint& at, Qt::KeyboardModifiers modifiers);
+    void EndDrag();
+    [[nodiscard]] QRect Band() const { return QRect(m_drag.from, m_drag.at).normalized(); }
+    void PaintSelection(QPainter& painter) const;
+    void PaintDrag(QPainter& painter);
     bool ShowToolTip(const QPoint& at, const QPoint& globalAt);
     void UpdateKey(int index);
     void Hover(int index);
@@ -102,9 +141,12 @@ private:
     QByteArray m_keyName = "key";
     int m_pointSize = 8;
     int m_focusKey = -1;
-    int m_pressedKey = -1;
     int m_hoveredKey = -1;
     bool m_controlMoves = false;
+    bool m_selects = false;
+    bool m_carries = false;
+    KeySelection m_selection;
+    Drag m_drag;
     QPointF m_goal; // the column and row that arrow keys keep to, in the owner's unit
 };
 

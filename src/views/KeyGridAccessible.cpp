@@ -73,7 +73,8 @@ public:
         state.focused = m_grid->hasFocus() && m_grid->FocusKey() == m_index;
         state.disabled = !cap->isEnabled || !m_grid->isEnabled();
         state.selectable = true;
-        state.selected = cap->isCurrent;
+        state.selected = m_grid->Selects() ? m_grid->IsSelected(m_index) : cap->isCurrent;
+        state.multiSelectable = state.extSelectable = m_grid->Selects();
         state.invisible = !m_grid->isVisible();
         return state;
     }
@@ -86,6 +87,8 @@ public:
         const KeyCap* cap = Cap();
         if (cap == nullptr || !cap->isEnabled)
             return {setFocusAction()};
+        if (m_grid->Selects())
+            return {pressAction(), toggleAction(), setFocusAction()};
         return {pressAction(), setFocusAction()};
     }
     void doAction(const QString& name) override {
@@ -93,6 +96,8 @@ public:
             return;
         if (name == pressAction()) {
             m_grid->Pick(m_index);
+        } else if (name == toggleAction() && m_grid->Selects()) {
+            m_grid->Pick(m_index, true);
         } else if (name == setFocusAction()) {
             m_grid->setFocus();
             m_grid->Reach(m_index);

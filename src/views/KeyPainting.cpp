@@ -256,6 +256,33 @@ void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& plac
     painter.drawRoundedRect(Shrunk(rect, -line - width / 2), radius + width, radius + width);
 }
 
+void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
+    const double height = placing.KeyHeight();
+    const double width = LineWidth(0.08 * height, placing);
+    const double line = LineWidth(0.03 * height, placing);
+    const double radius = kRadius * height;
+    const QPalette palette = QGuiApplication::palette();
+    const QColor frame = palette.color(QPalette::Highlight);
+    const QColor ink = palette.color(QPalette::HighlightedText);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(ink, line));
+    painter.drawRoundedRect(Shrunk(rect, width + line / 2), radius * 0.7, radius * 0.7);
+    painter.setPen(QPen(frame, width));
+    painter.drawRoundedRect(Shrunk(rect, width / 2), radius, radius);
+    const double size = 0.32 * height;
+    const QRectF corner(rect.right() - size, rect.top(), size, size);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(frame);
+    painter.drawRoundedRect(corner, radius * 0.7, radius * 0.7);
+    QPainterPath tick(corner.topLeft() + QPointF(0.25, 0.52) * size);
+    tick.lineTo(corner.topLeft() + QPointF(0.44, 0.72) * size);
+    tick.lineTo(corner.topLeft() + QPointF(0.76, 0.3) * size);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(
+        QPen(ink, std::max(1.0, 0.12 * size), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(tick);
+}
+
 void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
                     const std::vector<QRectF>& rects, const KeyPlacing& placing) {
     const double nearby = kJoinedGap * placing.KeyHeight();

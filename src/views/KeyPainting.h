@@ -31,7 +31,8 @@ struct KeyCap {
     QColor color; // of the cap's top; captions are drawn in black or white, whichever reads better
     KeyState state = KeyState::Unused;
     bool isCurrent = false;
-    bool isEnabled = true; // can be picked
+    bool isEnabled = true;   // can be picked
+    bool joinsRanges = true; // is selected together with the keys around it
     bool isBold = false;
     double textScale = 1; // of the caption, beside those of the other caps
 };
@@ -104,5 +105,7 @@ void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
                     const std::vector<QRectF>& rects, const KeyPlacing& placing);
 
 void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
+// A frame and a tick: one of several keys that are selected, or the key onto which one is dragged.
+void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
 
 } // namespace qx::views

@@ -40,7 +40,8 @@ QXLayoutDisplayView::QXLayoutDisplayView(QXLayoutDisplay& display, QWidget* pare
 void QXLayoutDisplayView::FollowSelection() {
     if (!m_grid->HasKey(m_display.SelectedKey()))
         return;
-    m_grid->SetFocusKey(m_display.SelectedKey());
+    if (m_grid->FocusKey() != m_display.SelectedKey())
+        m_grid->SetFocusKey(m_display.SelectedKey());
     m_grid->setFocus();
 }
 
@@ -90,6 +91,7 @@ KeyCap QXLayoutDisplayView::CapOf(Integer nPositionCode, SentTexts& texts) const
     cap.isCurrent = nPositionCode == m_display.CurrProgKey();
     if (isSetting ? IsProgrammable(nPositionCode) : key.Enabled)
         cap.state = isSetting && key.Programmed ? KeyState::Programmed : KeyState::Empty;
+    cap.joinsRanges = cap.state != KeyState::Unused;
     const KeySequence* sent =
         cap.state == KeyState::Programmed && m_sequenceOf ? m_sequenceOf(nPositionCode) : nullptr;
     const QString sequence = sent == nullptr ? QString() : texts.Whole(*sent);

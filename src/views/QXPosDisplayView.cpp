@@ -57,7 +57,8 @@ void QXPosDisplayView::SetActions(KeyAction reach, KeyAction take) {
 void QXPosDisplayView::FollowFocus() {
     if (!m_grid->HasKey(m_display.Focus()))
         return;
-    m_grid->SetFocusKey(m_display.Focus());
+    if (m_grid->FocusKey() != m_display.Focus())
+        m_grid->SetFocusKey(m_display.Focus());
     m_grid->setFocus();
 }
 
@@ -98,6 +99,7 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex, SentTexts& texts) const {
     cap.isCurrent = cap.isBold = key.FontBold;
     cap.textScale = key.FontSize / kOrdinaryFontSize;
     cap.isEnabled = key.Enabled;
+    cap.joinsRanges = isOfModule;
 
     QString name = tr("POS key %1").arg(ToQt(KeyName(nKeyIndex, legend.toStdString())));
     name = isUsed ? tr("%1, block %2").arg(name, cap.caption) : tr("%1, in no block").arg(name);

@@ -9,6 +9,7 @@
 #include "views/LineIcon.h"
 #include "views/PcKeys.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -69,6 +70,11 @@ SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
     });
     connect(m_record, &QToolButton::toggled, this, &SequenceInspector::Record);
     connect(m_text, &QLineEdit::returnPressed, this, [this] { Type(false); });
+    auto* typeWithEnter = new QAction(m_text);
+    typeWithEnter->setShortcuts({Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
+    typeWithEnter->setShortcutContext(Qt::WidgetShortcut);
+    m_text->addAction(typeWithEnter);
+    connect(typeWithEnter, &QAction::triggered, this, [this] { Type(true); });
     connect(m_add, &QPushButton::clicked, this, [this] { Type(false); });
     connect(m_addEnter, &QPushButton::clicked, this, [this] { Type(true); });
     connect(m_palette, &KeyPalette::KeyChosen, this, &SequenceInspector::Choose);
@@ -171,6 +177,10 @@ void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
     Show(std::optional(m_edited));
 }
 
+void SequenceInspector::TakeFocus() {
+    m_text->setFocus(Qt::ShortcutFocusReason);
+}
+
 void SequenceInspector::SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn) {
     m_remarksOn = std::move(remarksOn);
     ShowDraft();
@@ -265,7 +275,7 @@ void SequenceInspector::ShowTexts() {
     m_add->setText(tr("Add"));
     m_add->setToolTip(tr("Add the keys that type the text"));
     m_addEnter->setText(tr("Add + Enter"));
-    m_addEnter->setToolTip(tr("Add the keys that type the text, and Enter"));
+    m_addEnter->setToolTip(tr("Add the keys that type the text, and Enter (Ctrl+Enter)"));
     ShowDraft();
 }
 

@@ -44,6 +44,8 @@ public:
         QString received; // what a PC gets, in words
         QStringList warnings;
     };
+    // Puts the cursor where text is typed.
+    void TakeFocus();
     void SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn);
 
 signals:

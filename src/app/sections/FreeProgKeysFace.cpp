@@ -3,7 +3,6 @@
 #include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
-#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 #include "views/QXFreeProgKeysView.h"
 
@@ -43,21 +42,10 @@ public:
         return count;
     }
 
-    [[nodiscard]] bool IsEditedInPlace() const override { return true; }
-    [[nodiscard]] std::optional<SelectedSequence> Selected() override {
-        const Integer key = Control().CurrentKey();
-        if (key == QXFreeProgKeys::kNoKey)
-            return {};
-        const QXKeyboardLayoutData* layout = Control().LayoutSource();
-        QString refusal;
-        if (layout == nullptr || layout->KeySupport(key) != KEYMODE_PROG)
-            refusal = tr("This key cannot be programmed.");
-        else if (!HasPlace(key))
-            refusal = tr("This module has no place for this key in the keyboard.");
-        return SelectedSequence{"keys[" + std::to_string(key) + "]/sequence",
-                                &Control().Sequences().Key(key), kFreeProgKeySlotSize, refusal};
+    [[nodiscard]] bool HasKeys() const override { return true; }
+    [[nodiscard]] std::string PlaceOf(int key) override {
+        return "keys[" + std::to_string(key) + "]";
     }
-    void EditSelected() override { Control().cmdEdit_Click(0); }
 
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().EditSequence,

@@ -57,19 +57,11 @@ public:
         return count;
     }
 
-    [[nodiscard]] bool IsEditedInPlace() const override { return true; }
-    [[nodiscard]] std::optional<SelectedSequence> Selected() override {
-        const Integer layer = Control().CurrentLayer();
-        const Integer key = Control().CurrentKey();
-        if (key == QXLayeredFuncKeys::kNoKey)
-            return {};
-        return SelectedSequence{"keys[" + std::to_string(layer) + "][" + std::to_string(key) +
-                                    "]/sequence",
-                                &Control().Layer(layer).GetKey(key),
-                                kFuncKeySlotSize,
-                                {}};
+    [[nodiscard]] bool HasKeys() const override { return true; }
+    [[nodiscard]] std::string PlaceOf(int key) override {
+        return "keys[" + std::to_string(Control().CurrentLayer()) + "][" + std::to_string(key) +
+               "]";
     }
-    void EditSelected() override { Control().cmdEdit_Click(0); }
 
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().EditLayeredFuncKey, [&edits](const std::string& sCurrSeq, bool& fCancel,

@@ -7,13 +7,11 @@
 #include "app/Places.h"
 #include "qxcontrols/common/ButtonCaption.h"
 #include "qxcontrols/device/ModuleControl.h"
-#include "qxcontrols/keys/KeySequence.h"
 
 #include <QCoreApplication>
 #include <QString>
 
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,14 +29,6 @@ namespace qx::app {
 
 class EditRequests;
 
-// The sequence that is selected on a page, and can be edited in place.
-struct SelectedSequence {
-    std::string place; // of the setting, below its section: "keys[12]/sequence"
-    const KeySequence* sequence;
-    Long capacity;   // in codes
-    QString refusal; // why it cannot be edited; empty where it can
-};
-
 // The faces of one configuration's sections; each stays alive no longer than its control.
 class SectionFace {
 public:
@@ -54,11 +44,12 @@ public:
     [[nodiscard]] virtual QString Summary() = 0;
     // How many keys or blocks have a sequence; 0 for a section without keys.
     [[nodiscard]] virtual int CountProgrammed() { return 0; }
-    // Whether sequences of the section are edited beside the view. Selected gives the one to edit,
-    // and EditSelected has the control ask for the edit, as its button does.
-    [[nodiscard]] virtual bool IsEditedInPlace() const { return false; }
-    [[nodiscard]] virtual std::optional<SelectedSequence> Selected() { return {}; }
-    virtual void EditSelected() {}
+    // Whether the view is a KeyGrid whose keys are edited beside it and on it. If so, PlaceOf gives
+    // the element of a key of the grid, below its section: "keys[12]"; SenderOf the one whose
+    // sequence the key sends, another where keys act together.
+    [[nodiscard]] virtual bool HasKeys() const { return false; }
+    [[nodiscard]] virtual std::string PlaceOf(int /*key*/) { return {}; }
+    [[nodiscard]] virtual std::string SenderOf(int key) { return PlaceOf(key); }
     // Answers the control whenever it asks for an edit or a removal.
     virtual void AnswerWith(EditRequests& /*edits*/) {}
     // Has the control show the part of it where the setting is: the page, track, layer or key.

@@ -1284,6 +1284,86 @@
         <source>This layout has no key %1.</source>
         <translation>Diese Belegung hat keine Taste %1.</translation>
     </message>
+    <message>
+        <source>This key cannot be programmed.</source>
+        <translation>Diese Taste ist nicht programmierbar.</translation>
+    </message>
+</context>
+<context>
+    <name>KeyActions</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Duplicate to the next free key</source>
+        <translation>Auf die nächste freie Taste duplizieren</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>Tauschen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Fill a series</source>
+        <translation>Reihe füllen</translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation>Alle auswählen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n keys</source>
+        <translation>
+            <numerusform>%n Taste</numerusform>
+            <numerusform>%n Tasten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Paste into all</source>
+        <translation>In alle einfügen</translation>
+    </message>
+    <message>
+        <source>The clipboard has no key sequence.</source>
+        <translation>Die Zwischenablage enthält keine Tastenfolge.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sequences were copied: select as many keys to paste them.</source>
+        <translation>
+            <numerusform>%n Folge wurde kopiert: Wählen Sie zum Einfügen eine Taste aus.</numerusform>
+            <numerusform>%n Folgen wurden kopiert: Wählen Sie zum Einfügen ebenso viele Tasten aus.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No key after this one is free.</source>
+        <translation>Keine Taste nach dieser ist frei.</translation>
+    </message>
+</context>
+<context>
+    <name>KeyEdits</name>
+    <message>
+        <source>%1 cannot be programmed. Nothing has been changed.</source>
+        <translation>%1 ist nicht programmierbar. Es wurde nichts geändert.</translation>
+    </message>
+    <message>
+        <source>%1 has room for %2 codes, but the sequence has %3. Nothing has been changed.</source>
+        <translation>%1 hat Platz für %2 Codes, die Tastenfolge hat aber %3. Es wurde nichts geändert.</translation>
+    </message>
 </context>
 <context>
     <name>KeyPalette</name>
@@ -2336,6 +2416,48 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
+    <name>SelectionPanel</name>
+    <message>
+        <source>Enter after each</source>
+        <translation>Danach jeweils die Eingabetaste</translation>
+    </message>
+    <message>
+        <source>Fill</source>
+        <translation>Füllen</translation>
+    </message>
+    <message>
+        <source>for example TILL</source>
+        <translation>zum Beispiel KASSE</translation>
+    </message>
+    <message>
+        <source>Fill a series</source>
+        <translation>Reihe füllen</translation>
+    </message>
+    <message>
+        <source>Text:</source>
+        <translation>Text:</translation>
+    </message>
+    <message>
+        <source>First number:</source>
+        <translation>Erste Zahl:</translation>
+    </message>
+    <message>
+        <source>Digits:</source>
+        <translation>Stellen:</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n keys selected</source>
+        <translation>
+            <numerusform>%n Taste ausgewählt</numerusform>
+            <numerusform>%n Tasten ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+</context>
+<context>
     <name>SequenceInspector</name>
     <message>
         <source>No key selected</source>
@@ -2405,8 +2527,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Anfügen + Enter</translation>
     </message>
     <message>
-        <source>Add the keys that type the text, and Enter</source>
-        <translation>Die Tasten anfügen, die diesen Text schreiben, und Enter</translation>
+        <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
+        <translation>Die Tasten, die den Text tippen, und die Eingabetaste hinzufügen (Strg+Eingabe)</translation>
     </message>
 </context>
 <context>

@@ -29,6 +29,23 @@
     </message>
 </context>
 <context>
+    <name>KeyActions</name>
+    <message numerus="yes">
+        <source>%n keys</source>
+        <translation>
+            <numerusform>%n key</numerusform>
+            <numerusform>%n keys</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sequences were copied: select as many keys to paste them.</source>
+        <translation>
+            <numerusform>%n sequence was copied: select one key to paste it.</numerusform>
+            <numerusform>%n sequences were copied: select as many keys to paste them.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>PageBook</name>
     <message numerus="yes">
         <source>%n module(s) that this keyboard does not have</source>
@@ -62,6 +79,16 @@
         <translation>
             <numerusform>One byte is sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
             <numerusform>%n bytes are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SelectionPanel</name>
+    <message numerus="yes">
+        <source>%n keys selected</source>
+        <translation>
+            <numerusform>%n key selected</numerusform>
+            <numerusform>%n keys selected</numerusform>
         </translation>
     </message>
 </context>

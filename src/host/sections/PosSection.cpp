@@ -50,6 +50,12 @@ public:
         Control().PosData().CalcDefinedBlockNum();
     }
 
+    // A key in no block gets one of its own.
+    void Begin(const FieldList::Id& element) override {
+        if (Control().PosData().FindBlockForKey(element[0]) == 0)
+            StartBlock(Control().PosData(), {element[0]});
+    }
+
     // The control cannot read a group above the last key, and stops there. It reads only one of
     // several sequences of a group; the others would be lost.
     [[nodiscard]] std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,

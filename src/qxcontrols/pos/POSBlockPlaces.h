@@ -1,4 +1,5 @@
-// The place of a block of POS keys: the slot of its lowest key, which is its major key.
+// The place of a block of POS keys: the slot of its lowest key, which is its major key; and what
+// editors of blocks do with whole keys.
 //
 // The keyboard does not store which key of a block is its major one: after reading, it is the
 // lowest. Code that creates or changes a block must therefore place it with these functions, so
@@ -18,6 +19,21 @@ namespace qx {
 // 0 for a block without keys. Throws std::out_of_range, and changes nothing, if the lowest key is
 // not one of 1 to 105.
 Integer PlaceBlock(POSKeyboard& keyboard, POSBlock block, std::vector<Integer> keys);
+
+// Places a new block of these keys, which are in no other, with the lowest number from 1 and, while
+// there is one, a colour that no block has. Returns its slot.
+Integer StartBlock(POSKeyboard& keyboard, std::vector<Integer> keys);
+
+// The slots of the blocks that have some of the keys, in ascending order.
+[[nodiscard]] std::vector<Integer> BlocksWith(const POSKeyboard& keyboard,
+                                              const std::vector<Integer>& keys);
+
+// Makes one block of the keys: those in no block join the block that has some of them, or become a
+// new one. False, and nothing is changed, if they are in several blocks.
+[[nodiscard]] bool JoinKeys(POSKeyboard& keyboard, const std::vector<Integer>& keys);
+
+// Takes the keys out of their blocks. A block that loses all its keys is gone, with its sequence.
+void SplitKeys(POSKeyboard& keyboard, const std::vector<Integer>& keys);
 
 // Frees the slot: no keys, no sequence.
 void FreeSlot(POSKeyboard& keyboard, Integer nSlot);

@@ -26,19 +26,6 @@ bool IsKey(Integer nKey) {
     return nKey >= kFirstKey && nKey <= kLastKey;
 }
 
-// The lowest number from `first` on that no block has, by the property that `numberOf` reads.
-template <typename NumberOf>
-Integer FirstUnused(const POSKeyboard& keyboard, Integer first, NumberOf numberOf) {
-    for (Integer number = first;; ++number) {
-        bool isUsed = false;
-        for (Integer slot = kFirstKey; slot <= kLastKey && !isUsed; ++slot)
-            isUsed =
-                keyboard.Block(slot).BlockSize() > 0 && numberOf(keyboard.Block(slot)) == number;
-        if (!isUsed)
-            return number;
-    }
-}
-
 std::optional<Integer> BlockIDFrom(std::string_view sText) {
     int number = 0;
     const auto [end, error] = std::from_chars(sText.data(), sText.data() + sText.size(), number);
@@ -108,7 +95,10 @@ void frmPOSProgrammer::posDisplay_KeyClicked(Integer nKey) {
         m_currBlock = slot;
     } else if (MayLose(nKey, slot)) {
         Remember();
-        m_currBlock = TakeOut(nKey, slot);
+        const POSBlock& block = m_posData.Block(slot);
+        const Integer other = block.GetKey(block.GetKey(1) == nKey ? 2 : 1);
+        SplitKeys(m_posData, {nKey});
+        m_currBlock = m_posData.FindBlockForKey(other);
     }
     Show();
 }
@@ -129,36 +119,17 @@ void frmPOSProgrammer::TakeKey(Integer nKey) {
 
 void frmPOSProgrammer::StartBlock(Integer nKey) {
     Remember();
-    POSBlock block;
-    block.SetBlockID(FirstUnused(m_posData, 1, [](const POSBlock& b) { return b.BlockID(); }));
-    const Integer color = FirstUnused(m_posData, 0, [](const POSBlock& b) { return b.ColorID(); });
-    m_posData.CalcDefinedBlockNum();
-    block.SetColorID(color < kColors ? color
-                                     : static_cast<Integer>(m_posData.BlockNum() % kColors));
-    m_currBlock = PlaceBlock(m_posData, block, {nKey});
+    m_currBlock = qx::StartBlock(m_posData, {nKey});
 }
 
 void frmPOSProgrammer::MoveKeyHere(Integer nKey, Integer nFromSlot) {
     if (nFromSlot != 0 && !MayLose(nKey, nFromSlot))
         return;
     Remember();
-    if (nFromSlot != 0)
-        TakeOut(nKey, nFromSlot);
-    const POSBlock block = m_posData.Block(m_currBlock);
-    std::vector<Integer> keys = KeysOf(block);
-    keys.push_back(nKey);
-    FreeSlot(m_posData, m_currBlock);
-    m_currBlock = PlaceBlock(m_posData, block, std::move(keys));
-}
-
-// Removes the key from the block in the slot; the slot in which the block stands then, 0 when the
-// key was its only one.
-Integer frmPOSProgrammer::TakeOut(Integer nKey, Integer nSlot) {
-    const POSBlock block = m_posData.Block(nSlot);
-    std::vector<Integer> keys = KeysOf(block);
-    std::erase(keys, nKey);
-    FreeSlot(m_posData, nSlot);
-    return PlaceBlock(m_posData, block, std::move(keys));
+    const Integer own = Current()->GetKey(1);
+    SplitKeys(m_posData, {nKey});
+    if (JoinKeys(m_posData, {own, nKey}))
+        m_currBlock = m_posData.FindBlockForKey(nKey);
 }
 
 // Whether the block in the slot may lose the key, which may be its only one.

@@ -125,7 +125,6 @@ private:
     void MoveKeyHere(Integer nKey, Integer nFromSlot);
     [[nodiscard]] bool MayLose(Integer nKey, Integer nSlot) const;
     [[nodiscard]] bool MayRemove(Integer nSlot) const;
-    Integer TakeOut(Integer nKey, Integer nSlot);
     [[nodiscard]] POSBlock* Current();
     [[nodiscard]] Long ColorOfBlock(Integer nColorID) const;
     [[nodiscard]] std::string TextOf(const KeySequence& sequence) const;

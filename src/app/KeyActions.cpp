@@ -1,0 +1,207 @@
+#include "app/KeyActions.h"
+
+#include "app/KeyClipboard.h"
+#include "app/Workbench.h"
+#include "qxcontrols/keys/TypedText.h"
+#include "views/KeyGrid.h"
+#include "views/LineIcon.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMimeData>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace qx::app {
+
+using views::KeyGrid;
+
+namespace {
+
+constexpr Byte kEnter = 43; // its customary number, the same in every layout
+
+} // namespace
+
+KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(grid) {
+    grid.SetSelects(true);
+    grid.SetCarries(true);
+    m_edit = Make("editKey", "edit", tr("Edit"), {Qt::Key_Return, Qt::Key_Enter}, [this] {
+        m_grid.Pick(m_grid.FocusKey());
+        emit EditWanted();
+    });
+    m_cut = Make("cutKeys", "cut", tr("Cut"), {QKeySequence::Cut}, [this] {
+        Copy();
+        Clear();
+    });
+    m_copy = Make("copyKeys", "copy", tr("Copy"), {QKeySequence::Copy}, [this] { Copy(); });
+    m_paste = Make("pasteKeys", "paste", tr("Paste"), {QKeySequence::Paste}, [this] { Paste(); });
+    m_duplicate = Make("duplicateKey", "duplicate", tr("Duplicate to the next free key"),
+                       {Qt::CTRL | Qt::Key_D}, [this] { Duplicate(); });
+    m_swap = Make("swapKeys", "swap", tr("Swap"), {Qt::CTRL | Qt::Key_T}, [this] {
+        const std::vector<int> keys = Senders();
+        Swap(keys[0], keys[1]);
+    });
+    m_clear =
+        Make("clearSelected", "delete", tr("Clear"), {QKeySequence::Delete}, [this] { Clear(); });
+    m_series = Make("fillSeries", "series", tr("Fill a series"), {Qt::CTRL | Qt::Key_L},
+                    [this] { emit SeriesWanted(); });
+    m_all =
+        Make("selectAllKeys", "select-all", tr("Select all"), {QKeySequence::SelectAll}, [this] {
+            std::set<int> keys;
+            for (const views::KeyCap& cap : m_grid.Keys())
+                if (cap.joinsRanges)
+                    keys.insert(cap.index);
+            m_grid.Select(keys);
+        });
+    connect(&grid, &KeyGrid::KeyActivated, this, &KeyActions::EditWanted);
+    connect(&grid, &KeyGrid::MenuRequested, this, &KeyActions::ShowMenu);
+    connect(&grid, &KeyGrid::SelectionChanged, this, &KeyActions::ShowState);
+    connect(&grid, &KeyGrid::KeyDropped, this, &KeyActions::Drop);
+    m_refreshed = edits.Section().Control().Refreshed.Subscribe([this] { ShowState(); });
+    ShowState();
+}
+
+QAction* KeyActions::Make(const char* name, const char* icon, const QString& text,
+                          const QList<QKeySequence>& shortcuts, const std::function<void()>& act) {
+    auto* action = new QAction(views::LineIcon(QString::fromLatin1(icon)), text, this);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcuts(shortcuts);
+    action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, act);
+    m_grid.addAction(action);
+    return action;
+}
+
+void KeyActions::Add(QAction* action) {
+    action->setShortcutContext(Qt::WidgetShortcut);
+    m_grid.addAction(action);
+    m_more.push_back(action);
+}
+
+void KeyActions::ShowMenu(const QPoint& globalAt) {
+    auto* menu = new QMenu(&m_grid);
+    menu->setObjectName(QStringLiteral("keyMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const std::vector<int> keys = m_grid.Selected();
+    QAction* title =
+        menu->addAction(keys.size() == 1 ? m_edits.NameOf(keys.front())
+                                         : tr("%n keys", nullptr, static_cast<int>(keys.size())));
+    title->setEnabled(false);
+    menu->addSeparator();
+    menu->addAction(m_edit);
+    menu->addSeparator();
+    menu->addActions({m_cut, m_copy, m_paste, m_duplicate, m_swap, m_clear});
+    menu->addSeparator();
+    menu->addActions({m_series, m_all});
+    if (!m_more.empty())
+        menu->addSeparator();
+    for (QAction* action : m_more)
+        menu->addAction(action);
+    menu->popup(globalAt);
+}
+
+void KeyActions::ShowState() {
+    const std::vector<int> keys = m_grid.Selected();
+    const std::vector<int> senders = Senders();
+    const bool isProgrammed = std::any_of(senders.begin(), senders.end(), [this](int key) {
+        return !m_edits.SentBy(key).codes.empty();
+    });
+    m_edit->setEnabled(keys.size() == 1);
+    for (QAction* action : {m_cut, m_copy, m_clear})
+        action->setEnabled(isProgrammed);
+    m_paste->setEnabled(!keys.empty());
+    m_paste->setText(keys.size() > 1 ? tr("Paste into all") : tr("Paste"));
+    m_duplicate->setEnabled(keys.size() == 1 && isProgrammed);
+    m_swap->setEnabled(senders.size() == 2 && isProgrammed);
+    m_series->setEnabled(keys.size() > 1);
+}
+
+std::vector<int> KeyActions::Senders() const {
+    return m_edits.Senders(m_grid.Selected());
+}
+
+void KeyActions::Clear() {
+    std::map<int, KeyEdits::Codes> wanted;
+    for (const int key : Senders())
+        if (!m_edits.SentBy(key).codes.empty())
+            wanted[key];
+    m_edits.Put(wanted);
+}
+
+void KeyActions::Copy() {
+    Sequences sequences;
+    for (const int key : Senders())
+        sequences.push_back(m_edits.SentBy(key).codes);
+    QGuiApplication::clipboard()->setMimeData(ToMime(sequences, m_edits.Bench().Layout()));
+}
+
+// One sequence goes to every selected key, several to as many keys.
+void KeyActions::Paste() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    const Sequences sequences =
+        data == nullptr ? Sequences() : FromMime(*data, m_edits.Bench().Layout());
+    const std::vector<int> keys = Senders();
+    if (sequences.empty())
+        return m_edits.Tell(tr("The clipboard has no key sequence."));
+    if (sequences.size() > 1 && sequences.size() != keys.size())
+        return m_edits.Tell(tr("%n sequences were copied: select as many keys to paste them.",
+                               nullptr, static_cast<int>(sequences.size())));
+    std::map<int, KeyEdits::Codes> wanted;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        wanted[keys[i]] = sequences[sequences.size() == 1 ? 0 : i];
+    m_edits.Put(wanted);
+}
+
+void KeyActions::Duplicate() {
+    const int from = m_grid.Selected().front();
+    const KeyEdits::Codes codes = m_edits.SentBy(from).codes;
+    const std::vector<views::KeyCap>& caps = m_grid.Keys();
+    auto next = std::find_if(caps.begin(), caps.end(),
+                             [from](const views::KeyCap& cap) { return cap.index == from; });
+    next = std::find_if(next, caps.end(), [this](const views::KeyCap& cap) {
+        const KeyEdits::Sent sent = m_edits.SentBy(cap.index);
+        return sent.capacity > 0 && sent.codes.empty();
+    });
+    if (next == caps.end())
+        return m_edits.Tell(tr("No key after this one is free."));
+    const int onto = next->index;
+    if (m_edits.Put({{onto, codes}}))
+        m_grid.Select({onto});
+}
+
+void KeyActions::Swap(int one, int other) {
+    m_edits.Put({{one, m_edits.SentBy(other).codes}, {other, m_edits.SentBy(one).codes}});
+}
+
+void KeyActions::Drop(int from, int onto, bool swaps) {
+    if (swaps)
+        Swap(from, onto);
+    else
+        m_edits.Put({{onto, m_edits.SentBy(from).codes}});
+}
+
+QString KeyActions::TextOf(const Series& series, int index) {
+    return series.text + QString::number(series.first + index).rightJustified(series.digits, u'0');
+}
+
+QString KeyActions::Fill(const Series& series) {
+    std::map<int, KeyEdits::Codes> wanted;
+    int index = 0;
+    try {
+        for (const int key : Senders()) {
+            KeyEdits::Codes codes =
+                CodesThatType(TextOf(series, index++).toStdString(), m_edits.Bench().Layout());
+            if (series.withEnter)
+                codes.insert(codes.end(), {kEnter, static_cast<Byte>(kEnter + kRelease)});
+            wanted[key] = std::move(codes);
+        }
+    } catch (const std::invalid_argument& error) {
+        return QString::fromUtf8(error.what());
+    }
+    m_edits.Put(wanted);
+    return {};
+}
+
+} // namespace qx::app

@@ -1,0 +1,78 @@
+#include "app/KeyEdits.h"
+
+#include "app/EditRequests.h"
+#include "app/SettingWords.h"
+#include "app/Workbench.h"
+
+#include <set>
+
+namespace qx::app {
+
+KeyEdits::KeyEdits(Workbench& workbench, EditRequests& edits, std::string_view sectionKey)
+    : m_workbench(workbench), m_edits(edits), m_section(sectionKey) {}
+
+host::Section& KeyEdits::Section() const {
+    return *m_workbench.Configuration().Find(m_section);
+}
+
+std::string KeyEdits::SenderOf(int key) const {
+    return "/" + m_section + "/" + m_workbench.Faces().Of(m_section).SenderOf(key);
+}
+
+QString KeyEdits::NameOf(int key) const {
+    const std::string place =
+        "/" + m_section + "/" + m_workbench.Faces().Of(m_section).PlaceOf(key) + "/sequence";
+    const auto settings = m_workbench.Configuration().List(Section(), {place}, host::Listed::All);
+    return settings.empty() ? QString::number(key) : NameInSection(settings.front().name);
+}
+
+KeyEdits::Sent KeyEdits::SentBy(int key) const {
+    const host::SequenceSlots all(Section());
+    const auto* slot = all.Find(SenderOf(key));
+    if (slot == nullptr)
+        return {};
+    Sent sent{{}, slot->capacity};
+    for (const Integer code : slot->codes)
+        sent.codes.push_back(static_cast<Byte>(code));
+    return sent;
+}
+
+std::vector<int> KeyEdits::Senders(const std::vector<int>& keys) const {
+    std::vector<int> senders;
+    std::set<std::string> places;
+    for (const int key : keys)
+        if (places.insert(SenderOf(key)).second)
+            senders.push_back(key);
+    return senders;
+}
+
+bool KeyEdits::Put(const std::map<int, Codes>& wanted) {
+    host::SequenceSlots all(Section());
+    host::SequenceSlots::Wanted byPlace;
+    for (const auto& [key, codes] : wanted)
+        byPlace.emplace(SenderOf(key), codes);
+    const auto refusal = all.RefusalOf(byPlace);
+    if (!refusal) {
+        m_workbench.Edit(Section(), [&] { all.Put(byPlace); });
+        return true;
+    }
+    for (const auto& [key, codes] : wanted) {
+        if (SenderOf(key) != refusal->element)
+            continue;
+        Tell(refusal->capacity == 0
+                 ? tr("%1 cannot be programmed. Nothing has been changed.").arg(NameOf(key))
+                 : tr("%1 has room for %2 codes, but the sequence has %3. Nothing has been "
+                      "changed.")
+                       .arg(NameOf(key))
+                       .arg(refusal->capacity)
+                       .arg(refusal->length));
+        break;
+    }
+    return false;
+}
+
+void KeyEdits::Tell(const QString& text) const {
+    m_edits.Tell(text);
+}
+
+} // namespace qx::app

@@ -1,0 +1,55 @@
+// KeyEdits: the sequences of the keys on a section's page, as the user's hands find and change
+// them. A change is one step, and none of it is made where one of the keys cannot take it.
+#pragma once
+
+#include "host/SequenceSlots.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::app {
+
+class EditRequests;
+class SectionFace;
+class Workbench;
+
+class KeyEdits {
+    Q_DECLARE_TR_FUNCTIONS(KeyEdits)
+public:
+    using Codes = std::vector<Byte>; // 1 to 255 each
+
+    // Both outlive this object, which belongs to the section with this key.
+    KeyEdits(Workbench& workbench, EditRequests& edits, std::string_view sectionKey);
+
+    // Of a key of the page's grid.
+    [[nodiscard]] QString NameOf(int key) const; // "Key 75 (Ins)"
+    struct Sent {
+        Codes codes;
+        Integer capacity = 0; // 0: the key cannot be programmed
+    };
+    [[nodiscard]] Sent SentBy(int key) const;
+
+    // One key for each of the sequences that these keys send, in their order.
+    [[nodiscard]] std::vector<int> Senders(const std::vector<int>& keys) const;
+    // Gives keys new sequences; keys that act together get the same. False, and a notice names the
+    // key, where one cannot take its sequence.
+    bool Put(const std::map<int, Codes>& wanted);
+    void Tell(const QString& text) const;
+
+    [[nodiscard]] host::Section& Section() const;
+    [[nodiscard]] Workbench& Bench() const { return m_workbench; }
+
+private:
+    [[nodiscard]] std::string SenderOf(int key) const; // its place
+
+    Workbench& m_workbench;
+    EditRequests& m_edits;
+    std::string m_section; // its key
+};
+
+} // namespace qx::app

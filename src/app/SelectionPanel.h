@@ -1,0 +1,46 @@
+// SelectionPanel: beside the keys while several are selected: what can be done with all of them.
+#pragma once
+
+#include <QWidget>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+
+namespace qx::views {
+class FaultLabel;
+class KeyGrid;
+} // namespace qx::views
+
+namespace qx::app {
+
+class KeyActions;
+
+class SelectionPanel : public QWidget {
+    Q_OBJECT
+public:
+    // Both outlive this object.
+    SelectionPanel(KeyActions& actions, const views::KeyGrid& grid);
+
+    void FocusSeries();
+
+private:
+    [[nodiscard]] QWidget* MakeSeries();
+    void ShowSelection();
+    void Fill();
+
+    KeyActions& m_actions;
+    const views::KeyGrid& m_grid;
+    QLabel* m_title;
+    QLineEdit* m_text;
+    QSpinBox* m_first;
+    QSpinBox* m_digits;
+    QCheckBox* m_enter;
+    QLabel* m_preview;
+    views::FaultLabel* m_fault;
+    QPushButton* m_fill;
+};
+
+} // namespace qx::app

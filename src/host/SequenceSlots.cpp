@@ -1,0 +1,87 @@
+#include "host/SequenceSlots.h"
+
+#include "host/PlacedVisitor.h"
+#include "host/Snapshot.h"
+
+namespace qx::host {
+
+namespace {
+
+class SlotTaker : public PlacedVisitor {
+public:
+    SlotTaker(const Section& section, std::map<std::string, SequenceSlots::Slot>& slots)
+        : PlacedVisitor(section.Info().key), m_slots(slots) {}
+
+    bool Flag(const Field& /*field*/, bool fValue) override { return fValue; }
+    Integer Number(const Field& /*field*/, Integer nValue, Integer, Integer) override {
+        return nValue;
+    }
+    std::vector<Integer> Keys(const Field& /*field*/, const std::vector<Integer>& keys, Integer,
+                              Integer, const PositionCodeOf&) override {
+        return keys;
+    }
+    std::string Text(const Field& /*field*/, const std::string& sValue, std::size_t) override {
+        return sValue;
+    }
+    void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override {
+        if (!m_element.empty())
+            m_slots.insert_or_assign(
+                m_element, SequenceSlots::Slot{m_id, PlaceOf(field), sequence.Codes(), nSlot});
+    }
+    void List(const FieldList& list) override {
+        if (!list.possible)
+            return;
+        for (const FieldList::Id& id : list.possible()) {
+            m_id = id;
+            m_element = ElementPlace(PlaceOf(list.field), id);
+            Within(m_element, [&] { list.visit(id); });
+        }
+        m_element.clear();
+    }
+    [[nodiscard]] bool IsExact() const override { return true; }
+
+private:
+    std::map<std::string, SequenceSlots::Slot>& m_slots;
+    FieldList::Id m_id;
+    std::string m_element;
+};
+
+std::string KeyStringOf(const std::vector<Byte>& codes) {
+    KeySequence sequence;
+    sequence.SetBytes(std::string(codes.begin(), codes.end()));
+    return sequence.KeyString();
+}
+
+} // namespace
+
+SequenceSlots::SequenceSlots(Section& section) : m_section(section) {
+    SlotTaker taker(section, m_slots);
+    section.Visit(taker);
+}
+
+const SequenceSlots::Slot* SequenceSlots::Find(const std::string& element) const {
+    const auto found = m_slots.find(element);
+    return found == m_slots.end() ? nullptr : &found->second;
+}
+
+std::optional<SequenceSlots::Refusal> SequenceSlots::RefusalOf(const Wanted& wanted) const {
+    for (const auto& [element, codes] : wanted) {
+        const Slot* slot = Find(element);
+        if (slot == nullptr || codes.size() > static_cast<std::size_t>(slot->capacity))
+            return Refusal{element, codes.size(), slot == nullptr ? Integer{0} : slot->capacity};
+    }
+    return std::nullopt;
+}
+
+void SequenceSlots::Put(const Wanted& wanted) {
+    Snapshot::Values values;
+    for (const auto& [element, codes] : wanted) {
+        const Slot& slot = m_slots.at(element);
+        if (!codes.empty())
+            m_section.Begin(slot.id);
+        values.emplace(slot.place, KeyStringOf(codes));
+    }
+    Snapshot::Put(m_section, values);
+}
+
+} // namespace qx::host

@@ -1,0 +1,247 @@
+// Keys under the user's hands: copied, cleared, filled and dragged, several at once, by the pointer
+// and by the keyboard; each is one step, and reaches the keyboard's memory.
+#include "Desk.h"
+
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+
+namespace qx::test {
+namespace {
+
+using views::KeyGrid;
+
+class Hands : public testing::Test {
+protected:
+    KeyGrid& Grid(const char* page, const char* name) {
+        m_page = page;
+        m_grid = name;
+        desk.Page(page);
+        auto* grid = desk.Find<KeyGrid>(name);
+        desk.window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(desk.window.get()));
+        grid->setFocus();
+        return *grid;
+    }
+    KeyGrid& Layers() { return Grid("layeredFuncKeys", "funcKeys"); }
+    static void Click(KeyGrid& grid, int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(&grid, Qt::LeftButton, modifiers, grid.KeyRect(key).center());
+    }
+    static void Drag(KeyGrid& grid, const QPoint& from, const QPoint& to,
+                     Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mousePress(&grid, Qt::LeftButton, modifiers, from);
+        for (const QPoint& at : {(from + to) / 2, to}) {
+            QMouseEvent move(QEvent::MouseMove, at, grid.mapToGlobal(at), Qt::NoButton,
+                             Qt::LeftButton, modifiers);
+            QApplication::sendEvent(&grid, &move);
+        }
+        QTest::mouseRelease(&grid, Qt::LeftButton, modifiers, to);
+    }
+    static void Keys(QWidget& widget, std::initializer_list<QKeyCombination> keys) {
+        for (const QKeyCombination& key : keys)
+            QTest::keyClick(&widget, key.key(), key.keyboardModifiers());
+    }
+    void Type(const char* text, Qt::KeyboardModifiers modifiers = {}) {
+        auto* typed = desk.Find<QLineEdit>("typedText");
+        ASSERT_TRUE(typed->hasFocus());
+        QTest::keyClicks(typed, QString::fromLatin1(text));
+        QTest::keyClick(typed, Qt::Key_Return, modifiers);
+    }
+    // Writes, and comes back to the keys; how many settings were written.
+    qsizetype Write() {
+        const qsizetype changes = desk.Write().size();
+        Grid(m_page, m_grid);
+        return changes;
+    }
+    // What is in the slot of a key of layer 0.
+    std::string Slot(int key, Long size = 5) {
+        return desk.Memory(MODULE_LAYERED_FUNCKEYS, Long{key} * 128, size);
+    }
+    // Undoes this many steps, which are all there are.
+    void ExpectSteps(int steps) {
+        for (int step = 0; step < steps; ++step) {
+            EXPECT_TRUE(desk.workbench.History().CanUndo()) << step;
+            desk.UndoAction().trigger();
+        }
+        EXPECT_FALSE(desk.workbench.History().CanUndo());
+    }
+
+    Desk desk;
+
+private:
+    const char* m_page = "";
+    const char* m_grid = "";
+};
+
+// "1E" is the press of A, "9E" its release.
+TEST_F(Hands, AKeyIsProgrammedCopiedMovedAndClearedByTheKeyboardAlone) {
+    KeyGrid& grid = Layers();
+    Keys(grid, {Qt::Key_Home, Qt::Key_Return});
+    Type("a");
+    Type("1", Qt::ControlModifier); // and Enter
+    Keys(*desk.Find<QLineEdit>("typedText"), {Qt::Key_Escape});
+    EXPECT_TRUE(grid.hasFocus());
+    Keys(grid, {Qt::CTRL | Qt::Key_C, Qt::Key_Right, Qt::CTRL | Qt::Key_V});
+    Keys(grid, {Qt::CTRL | Qt::Key_D}); // to the third
+    EXPECT_EQ(grid.Selected(), std::vector<int>{2});
+    Keys(grid, {Qt::CTRL | Qt::Key_X, Qt::Key_Down, Qt::CTRL | Qt::Key_V});
+    Keys(grid, {Qt::Key_Home, Qt::Key_Delete});
+    EXPECT_EQ(Write(), 2);
+    const std::string codes = Bytes("1F 9F 02 82 2B AB 00");
+    EXPECT_EQ(Slot(0, 1), Bytes("00"));
+    EXPECT_EQ(Slot(1, 7), codes);
+    EXPECT_EQ(Slot(2, 1), Bytes("00"));
+    EXPECT_EQ(Slot(14, 7), codes);
+
+    // Onto another module, through the clipboard.
+    KeyGrid& free = Grid("freeProgKeys", "layoutDisplay");
+    Click(free, 75);
+    Keys(free, {Qt::CTRL | Qt::Key_V});
+    EXPECT_EQ(Write(), 1);
+    EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 7), codes);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "A ^A 1 ^1 Enter ^Enter");
+    ExpectSteps(8);
+}
+
+TEST_F(Hands, TheMenuNamesTheKeyAndPastesText) {
+    KeyGrid& grid = Layers();
+    QApplication::clipboard()->setText(QStringLiteral(" Ctrl+C \n"));
+    const QPoint middle = grid.KeyRect(4).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, middle, grid.mapToGlobal(middle));
+    QApplication::sendEvent(&grid, &event);
+    auto* menu = grid.findChild<QMenu*>(QStringLiteral("keyMenu"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().front()->text().toStdString(), "Layer 0 F5");
+    for (const QAction* action : menu->actions()) {
+        EXPECT_TRUE(action->isSeparator() || action == menu->actions().front() ||
+                    (!action->icon().isNull() && !action->shortcut().isEmpty()))
+            << action->text().toStdString();
+        EXPECT_FALSE(action->isEnabled() && action->objectName() == QStringLiteral("clearSelected"))
+            << "there is nothing to clear";
+    }
+    for (QAction* action : menu->actions())
+        if (action->objectName() == QStringLiteral("pasteKeys"))
+            action->trigger();
+    menu->close();
+    EXPECT_EQ(Write(), 1);
+    EXPECT_EQ(Slot(4), Bytes("3A 30 B0 BA 00"));
+
+    for (const char* text : {"", "Hyper+C", "[[300]]"}) {
+        QApplication::clipboard()->setText(QString::fromLatin1(text));
+        Keys(grid, {Qt::CTRL | Qt::Key_V});
+        EXPECT_EQ(desk.Notice().toStdString(), "The clipboard has no key sequence.") << text;
+    }
+    for (const char* json : {"[[1,0]]", "[[256]]", "{}", "[[\"A\"]]", "["}) {
+        auto* data = new QMimeData;
+        data->setData(QStringLiteral("application/x-qxcontrols-sequences+json"), json);
+        QApplication::clipboard()->setMimeData(data);
+        Keys(grid, {Qt::CTRL | Qt::Key_V});
+        EXPECT_EQ(desk.Notice().toStdString(), "The clipboard has no key sequence.") << json;
+    }
+    ExpectSteps(1);
+}
+
+TEST_F(Hands, SeveralKeysArePastedIntoFilledAndCleared) {
+    KeyGrid& grid = Layers();
+    Click(grid, 0);
+    Keys(grid, {Qt::Key_Return});
+    Type("a");
+    grid.setFocus();
+    Keys(grid, {Qt::CTRL | Qt::Key_C});
+    // A rectangle of six, less one, and one elsewhere.
+    Click(grid, 3);
+    Click(grid, 17, Qt::ShiftModifier);
+    Click(grid, 16, Qt::ControlModifier);
+    Click(grid, 23, Qt::ControlModifier);
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{3, 4, 5, 15, 17, 23}));
+    desk.Click("pasteKeys");
+    Write();
+    for (int key = 0; key < 24; ++key)
+        EXPECT_EQ(Slot(key, 3) == Bytes("1F 9F 00"), key == 0 || grid.IsSelected(key)) << key;
+
+    QTest::keyClicks(desk.Find<QLineEdit>("seriesText"), QStringLiteral("b"));
+    QTest::keyClick(desk.Find<QLineEdit>("seriesText"), Qt::Key_Return);
+    Write();
+    EXPECT_EQ(Slot(3, 7), Bytes("32 B2 0B 8B 02 82 00")); // b01
+    EXPECT_EQ(Slot(23, 7), Bytes("32 B2 0B 8B 07 87 00"));
+
+    // By the keyboard: the first four of the second row, less the second of them.
+    grid.setFocus();
+    Keys(grid, {Qt::Key_Home, Qt::Key_Down, Qt::SHIFT | Qt::Key_Right, Qt::SHIFT | Qt::Key_Right,
+                Qt::SHIFT | Qt::Key_Right, Qt::CTRL | Qt::Key_Left, Qt::CTRL | Qt::Key_Left,
+                Qt::CTRL | Qt::Key_Space});
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{12, 14, 15}));
+    Keys(grid, {Qt::CTRL | Qt::Key_A});
+    EXPECT_EQ(grid.Selected().size(), 24U);
+    Keys(grid, {Qt::Key_Delete});
+    Write();
+    for (int key = 0; key < 24; ++key)
+        EXPECT_EQ(Slot(key, 1), Bytes("00")) << key;
+    ExpectSteps(4);
+}
+
+TEST_F(Hands, WhatDoesNotFitIsRefusedAndNothingIsLost) {
+    KeyGrid& layers = Layers();
+    Click(layers, 0);
+    Keys(layers, {Qt::Key_Return});
+    Type("1234567890123456789"); // 38 codes
+    layers.setFocus();
+    Keys(layers, {Qt::CTRL | Qt::Key_C});
+    KeyGrid& free = Grid("freeProgKeys", "layoutDisplay");
+    Click(free, 76);
+    const std::string before = desk.Document();
+    Keys(free, {Qt::CTRL | Qt::Key_V});
+    EXPECT_EQ(desk.Notice().toStdString(), "Key 76 (Del) has room for 32 codes, but the sequence "
+                                           "has 38. Nothing has been changed.");
+    Click(free, 31, Qt::ControlModifier); // A, which cannot be programmed
+    QApplication::clipboard()->setText(QStringLiteral("1"));
+    Keys(free, {Qt::CTRL | Qt::Key_V});
+    EXPECT_EQ(desk.Notice().toStdString(),
+              "Key 31 (A) cannot be programmed. Nothing has been changed.");
+    QApplication::clipboard()->setText(QStringLiteral("1\n2\n3"));
+    Keys(free, {Qt::CTRL | Qt::Key_V});
+    EXPECT_EQ(desk.Notice().toStdString(),
+              "3 sequences were copied: select as many keys to paste them.");
+    EXPECT_EQ(desk.Document(), before);
+}
+
+TEST_F(Hands, KeysAreDraggedOntoOthersAndABandSelects) {
+    KeyGrid& grid = Layers();
+    Click(grid, 0);
+    Keys(grid, {Qt::Key_Return});
+    Type("a");
+    const auto middle = [&](int key) { return grid.KeyRect(key).center(); };
+    Drag(grid, middle(0), middle(5));                    // a copy
+    Drag(grid, middle(5), middle(7), Qt::ShiftModifier); // swapped with nothing
+    Drag(grid, middle(0), QPoint(1, 1));                 // beside the keys
+    Drag(grid, middle(12), middle(14));                  // free: a band
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{12, 13, 14}));
+    Drag(grid, middle(20), middle(21), Qt::ControlModifier);
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{12, 13, 14, 20, 21}));
+    // Esc gives up.
+    QTest::mousePress(&grid, Qt::LeftButton, {}, middle(0));
+    QMouseEvent move(QEvent::MouseMove, middle(9), grid.mapToGlobal(middle(9)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&grid, &move);
+    Keys(grid, {Qt::Key_Escape});
+    QTest::mouseRelease(&grid, Qt::LeftButton, {}, middle(9));
+    Write();
+    for (int key = 0; key < 24; ++key)
+        EXPECT_EQ(Slot(key, 3) == Bytes("1F 9F 00"), key == 0 || key == 7) << key;
+    // Swapped by the keyboard: the first with the eighth, which has other keys by then.
+    QTest::mouseDClick(&grid, Qt::LeftButton, {}, middle(7));
+    EXPECT_TRUE(desk.Find<QLineEdit>("typedText")->hasFocus());
+    Type("b");
+    Click(grid, 0);
+    grid.setFocus();
+    Click(grid, 7, Qt::ControlModifier);
+    Keys(grid, {Qt::CTRL | Qt::Key_T});
+    Write();
+    EXPECT_EQ(Slot(0, 5), Bytes("1F 9F 32 B2 00"));
+    EXPECT_EQ(Slot(7, 3), Bytes("1F 9F 00"));
+    ExpectSteps(5);
+}
+
+} // namespace
+} // namespace qx::test
