@@ -60,8 +60,9 @@ public:
             leftCopies.append(text);
             return leftCopy;
         };
-        window->Transfers().questions.recover = [this](const QString&, const QString&) {
+        window->Transfers().questions.recover = [this](const QString& text, const QString&) {
             ++timesAsked;
+            askedToRecover = text;
             return recover;
         };
         window->Transfers().questions.mayRepair = [this](const QString& text, const QString&) {
@@ -225,6 +226,7 @@ public:
     const char* saveAs = "till.json";
     Ending recover = Ending::RollBack;
     int timesAsked = 0; // to recover
+    QString askedToRecover;
     QStringList askedToWrite;
     QStringList askedToRepair;
     DocumentMenu::Answer unsaved = DocumentMenu::Answer::Cancel;

@@ -211,6 +211,10 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
         desk.recover = ending;
         const QString wanted = BreakOffAWrite(desk);
         EXPECT_EQ(desk.timesAsked, 1);
+        EXPECT_EQ(desk.askedToRecover.toStdString(),
+                  "The keyboard is partly written.\nWriting to the keyboard failed.\n\nFinish "
+                  "writing completes it; roll back restores what the keyboard held before.");
+        EXPECT_TRUE(desk.warnings.isEmpty()) << "it is reported once";
         const auto holds = [&] {
             const std::string bytes = DescriptionBytes(wanted);
             return desk.workbench.Simulated()->Memory(kDescription,

@@ -898,11 +898,11 @@
     </message>
     <message>
         <source>The keyboard is partly written.</source>
-        <translation>In der Tastatur steht nur ein Teil der neuen Einstellungen.</translation>
+        <translation>In der Tastatur steht nur ein Teil der neuen Daten.</translation>
     </message>
     <message>
         <source>The keyboard may be partly written.</source>
-        <translation>In der Tastatur steht möglicherweise nur ein Teil der neuen Einstellungen.</translation>
+        <translation>In der Tastatur steht möglicherweise nur ein Teil der neuen Daten.</translation>
     </message>
 </context>
 <context>
