@@ -13,6 +13,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEventLoop>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QStyleFactory>
 #include <QTabWidget>
@@ -135,8 +136,14 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     camera.Take(window, QStringLiteral("15-no-keyboard"));
     window.Keyboards().Connect(choice);
     window.GoTo("/layeredFuncKeys/keys[0][2]/sequence");
+    auto* name = window.findChild<QLineEdit*>(QStringLiteral("layerName"));
+    name->setText(QStringLiteral("Checkout"));
+    emit name->editingFinished();
     window.findChild<views::KeyGrid*>(QStringLiteral("funcKeys"))->Select({1, 2, 3, 13, 14, 15});
     camera.Take(window, QStringLiteral("16-several-keys"));
+    window.ShowPage(QStringLiteral("pos"));
+    window.findChild<views::KeyGrid*>(QStringLiteral("posDisplay"))->Select({18, 19, 33, 34});
+    camera.Take(window, QStringLiteral("17-pos-keys"));
     window.GoTo("/freeProgKeys/keys[75]/sequence");
     const QString leave = QStringLiteral("cmdOK"); // giving up asks where something would be lost
     camera.TakeDialog(

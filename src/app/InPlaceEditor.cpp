@@ -31,12 +31,12 @@ void InPlaceEditor::ShowLayout() {
 }
 
 void InPlaceEditor::ShowSelected() {
-    const std::vector<int> keys = m_grid.Selected();
+    const std::vector<int> keys = m_edits.Senders(m_grid.Selected());
     if (keys.size() != 1)
         return m_inspector.Show({});
     const KeyEdits::Sent sent = m_edits.SentBy(keys.front());
     m_inspector.Show(SequenceInspector::Edited{
-        m_edits.NameOf(keys.front()), sent.codes, static_cast<std::size_t>(sent.capacity),
+        m_edits.SenderName(keys.front()), sent.codes, static_cast<std::size_t>(sent.capacity),
         sent.capacity == 0 ? tr("This key cannot be programmed.") : QString()});
 }
 

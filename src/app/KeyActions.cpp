@@ -28,7 +28,8 @@ KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(
     grid.SetSelects(true);
     grid.SetCarries(true);
     m_edit = Make("editKey", "edit", tr("Edit"), {Qt::Key_Return, Qt::Key_Enter}, [this] {
-        m_grid.Pick(m_grid.FocusKey());
+        if (!m_grid.IsSelected(m_grid.FocusKey()))
+            m_grid.Pick(m_grid.FocusKey());
         emit EditWanted();
     });
     m_cut = Make("cutKeys", "cut", tr("Cut"), {QKeySequence::Cut}, [this] {
@@ -74,12 +75,6 @@ QAction* KeyActions::Make(const char* name, const char* icon, const QString& tex
     return action;
 }
 
-void KeyActions::Add(QAction* action) {
-    action->setShortcutContext(Qt::WidgetShortcut);
-    m_grid.addAction(action);
-    m_more.push_back(action);
-}
-
 void KeyActions::ShowMenu(const QPoint& globalAt) {
     auto* menu = new QMenu(&m_grid);
     menu->setObjectName(QStringLiteral("keyMenu"));
@@ -108,14 +103,15 @@ void KeyActions::ShowState() {
     const bool isProgrammed = std::any_of(senders.begin(), senders.end(), [this](int key) {
         return !m_edits.SentBy(key).codes.empty();
     });
-    m_edit->setEnabled(keys.size() == 1);
+    m_edit->setEnabled(senders.size() == 1);
     for (QAction* action : {m_cut, m_copy, m_clear})
         action->setEnabled(isProgrammed);
     m_paste->setEnabled(!keys.empty());
-    m_paste->setText(keys.size() > 1 ? tr("Paste into all") : tr("Paste"));
-    m_duplicate->setEnabled(keys.size() == 1 && isProgrammed);
+    m_paste->setText(senders.size() > 1 ? tr("Paste into all") : tr("Paste"));
+    m_duplicate->setEnabled(senders.size() == 1 && isProgrammed);
     m_swap->setEnabled(senders.size() == 2 && isProgrammed);
-    m_series->setEnabled(keys.size() > 1);
+    m_series->setEnabled(senders.size() > 1);
+    emit StateShown(senders.size() > 1);
 }
 
 std::vector<int> KeyActions::Senders() const {

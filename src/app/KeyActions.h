@@ -26,8 +26,11 @@ public:
     [[nodiscard]] QAction* ClearAction() const { return m_clear; }
     [[nodiscard]] QAction* PasteAction() const { return m_paste; }
     [[nodiscard]] QAction* SwapAction() const { return m_swap; }
-    // One more in the menu and on the keyboard. It is shown as it is, whatever is selected.
-    void Add(QAction* action);
+    // An action on the keyboard, and, once it is added, in the menu and above the inspector.
+    QAction* Make(const char* name, const char* icon, const QString& text,
+                  const QList<QKeySequence>& shortcuts, const std::function<void()>& act);
+    void Add(QAction* action) { m_more.push_back(action); }
+    [[nodiscard]] const std::vector<QAction*>& Added() const { return m_more; }
 
     // "TILL 01", "TILL 02" and so on, one for each selected key.
     struct Series {
@@ -43,10 +46,10 @@ public:
 signals:
     void EditWanted(); // in the inspector
     void SeriesWanted();
+    // The selection or what the keys send has changed; `isSeveral` if they send several sequences.
+    void StateShown(bool isSeveral);
 
 private:
-    QAction* Make(const char* name, const char* icon, const QString& text,
-                  const QList<QKeySequence>& shortcuts, const std::function<void()>& act);
     void ShowMenu(const QPoint& globalAt);
     void ShowState();
     void Clear();

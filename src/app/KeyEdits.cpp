@@ -26,6 +26,11 @@ QString KeyEdits::NameOf(int key) const {
     return settings.empty() ? QString::number(key) : NameInSection(settings.front().name);
 }
 
+QString KeyEdits::SenderName(int key) const {
+    const QString group = m_workbench.Faces().Of(m_section).GroupOf(key);
+    return group.isEmpty() ? NameOf(key) : group;
+}
+
 KeyEdits::Sent KeyEdits::SentBy(int key) const {
     const host::SequenceSlots all(Section());
     const auto* slot = all.Find(SenderOf(key));

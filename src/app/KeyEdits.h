@@ -27,7 +27,8 @@ public:
     KeyEdits(Workbench& workbench, EditRequests& edits, std::string_view sectionKey);
 
     // Of a key of the page's grid.
-    [[nodiscard]] QString NameOf(int key) const; // "Key 75 (Ins)"
+    [[nodiscard]] QString NameOf(int key) const;     // "Key 75 (Ins)"
+    [[nodiscard]] QString SenderName(int key) const; // "Block 3 (4 keys)", or the key's name
     struct Sent {
         Codes codes;
         Integer capacity = 0; // 0: the key cannot be programmed

@@ -52,6 +52,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     auto& grid = *m_view->findChild<views::KeyGrid*>();
     m_edits = std::make_unique<KeyEdits>(m_workbench, edits, m_sectionKey);
     m_actions = std::make_unique<KeyActions>(*m_edits, grid);
+    m_workbench.Faces().Of(m_sectionKey).AddActions(*m_actions, *m_edits, *m_view);
     auto* inspector = new views::SequenceInspector;
     auto* panel = new SelectionPanel(*m_actions, grid);
     auto* beside = new QWidget; // one of them; a stack would be as large as the larger
@@ -59,12 +60,18 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     column->setContentsMargins({});
     column->addWidget(inspector);
     column->addWidget(panel);
+    if (!m_actions->Added().empty()) {
+        QLayout* row = ButtonRow(m_actions->Added());
+        QMargins margins = inspector->layout()->contentsMargins();
+        margins.setBottom(0);
+        row->setContentsMargins(margins);
+        column->insertLayout(0, row);
+    }
     panel->hide();
     m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
-    connect(&grid, &views::KeyGrid::SelectionChanged, beside, [&grid, inspector, panel] {
-        const bool isOne = grid.Selected().size() <= 1;
-        (isOne ? static_cast<QWidget*>(panel) : inspector)->hide();
-        (isOne ? static_cast<QWidget*>(inspector) : panel)->show();
+    connect(m_actions.get(), &KeyActions::StateShown, beside, [inspector, panel](bool isSeveral) {
+        (isSeveral ? static_cast<QWidget*>(inspector) : panel)->hide();
+        (isSeveral ? static_cast<QWidget*>(panel) : inspector)->show();
     });
     connect(m_actions.get(), &KeyActions::EditWanted, inspector,
             &views::SequenceInspector::TakeFocus);

@@ -30,6 +30,20 @@ KeyActions::Series SeriesOf(const QLineEdit& text, const QSpinBox& first, const 
 
 } // namespace
 
+QHBoxLayout* ButtonRow(const std::vector<QAction*>& actions) {
+    auto* row = new QHBoxLayout;
+    for (QAction* action : actions) {
+        auto* button = new QToolButton;
+        button->setDefaultAction(action);
+        button->setObjectName(action->objectName());
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setFocusPolicy(Qt::StrongFocus);
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    return row;
+}
+
 SelectionPanel::SelectionPanel(KeyActions& actions, const views::KeyGrid& grid)
     : m_actions(actions), m_grid(grid), m_title(new QLabel) {
     QFont font = m_title->font();
@@ -37,19 +51,10 @@ SelectionPanel::SelectionPanel(KeyActions& actions, const views::KeyGrid& grid)
     font.setPointSizeF(font.pointSizeF() * kTitleScale);
     m_title->setFont(font);
     m_title->setObjectName(QStringLiteral("selectionTitle"));
-    auto* tools = new QHBoxLayout;
-    for (QAction* action : {actions.ClearAction(), actions.PasteAction(), actions.SwapAction()}) {
-        auto* button = new QToolButton;
-        button->setDefaultAction(action);
-        button->setObjectName(action->objectName());
-        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        button->setFocusPolicy(Qt::StrongFocus);
-        tools->addWidget(button);
-    }
-    tools->addStretch(1);
     auto* column = new QVBoxLayout(this);
     column->addWidget(m_title);
-    column->addLayout(tools);
+    column->addLayout(
+        ButtonRow({actions.ClearAction(), actions.PasteAction(), actions.SwapAction()}));
     column->addWidget(MakeSeries());
     column->addStretch(1);
     connect(&grid, &views::KeyGrid::SelectionChanged, this, &SelectionPanel::ShowSelection);

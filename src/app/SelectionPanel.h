@@ -3,7 +3,11 @@
 
 #include <QWidget>
 
+#include <vector>
+
+class QAction;
 class QCheckBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -17,6 +21,9 @@ class KeyGrid;
 namespace qx::app {
 
 class KeyActions;
+
+// Buttons for the actions, with their texts and icons.
+[[nodiscard]] QHBoxLayout* ButtonRow(const std::vector<QAction*>& actions);
 
 class SelectionPanel : public QWidget {
     Q_OBJECT

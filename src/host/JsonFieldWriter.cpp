@@ -110,6 +110,8 @@ void JsonFieldWriter::Array(const Field& field, std::size_t count, Integer /*nFi
 }
 
 void JsonFieldWriter::List(const FieldList& list) {
+    if (!list.field.required && list.present.empty())
+        return;
     Json& elements = Place(list.field) = Json::array();
     const std::string place = LastPlace(list.field);
     for (const FieldList::Id& id : list.present) {

@@ -80,18 +80,6 @@ void Bindings::Bind(QSlider* widget, const QString& name, Slider& child, const A
     });
 }
 
-void Bindings::Bind(QSpinBox* widget, const QString& name, Slider& child, const Action& changed) {
-    widget->setObjectName(name);
-    OnShow([widget, &child] {
-        widget->setRange(child.Min, child.Max);
-        widget->setValue(child.Value);
-        widget->setVisible(child.Visible);
-    });
-    QObject::connect(widget, &QSpinBox::valueChanged, widget, [this, &child, changed](int value) {
-        Act([&] { child.Value = static_cast<Integer>(value); }, changed);
-    });
-}
-
 void Bindings::Bind(QListWidget* widget, const QString& name, ListBox& child,
                     const Action& clicked) {
     widget->setObjectName(name);

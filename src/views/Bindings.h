@@ -16,7 +16,6 @@
 #include <QObject>
 #include <QPushButton>
 #include <QSlider>
-#include <QSpinBox>
 #include <QString>
 
 #include <functional>
@@ -42,7 +41,6 @@ public:
     void Bind(QAbstractButton* widget, const QString& name, const Button& child,
               const Action& clicked);
     void Bind(QSlider* widget, const QString& name, Slider& child, const Action& changed);
-    void Bind(QSpinBox* widget, const QString& name, Slider& child, const Action& changed);
     void Bind(QListWidget* widget, const QString& name, ListBox& child, const Action& clicked);
     void Bind(QLineEdit* widget, const QString& name, TextBox& child, const Action& changed);
 

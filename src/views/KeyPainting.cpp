@@ -258,28 +258,26 @@ void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& plac
 
 void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
     const double height = placing.KeyHeight();
-    const double width = LineWidth(0.08 * height, placing);
-    const double line = LineWidth(0.03 * height, placing);
+    const double width = LineWidth(0.07 * height, placing);
     const double radius = kRadius * height;
     const QPalette palette = QGuiApplication::palette();
     const QColor frame = palette.color(QPalette::Highlight);
-    const QColor ink = palette.color(QPalette::HighlightedText);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(ink, line));
-    painter.drawRoundedRect(Shrunk(rect, width + line / 2), radius * 0.7, radius * 0.7);
+    QColor tint = frame;
+    tint.setAlphaF(0.2F);
     painter.setPen(QPen(frame, width));
-    painter.drawRoundedRect(Shrunk(rect, width / 2), radius, radius);
-    const double size = 0.32 * height;
-    const QRectF corner(rect.right() - size, rect.top(), size, size);
+    painter.setBrush(tint);
+    painter.drawRoundedRect(rect, radius, radius);
+    const double size = 0.3 * height; // of the tick, which stands out a little
+    const QRectF corner(rect.right() - 0.75 * size, rect.top() - 0.25 * size, size, size);
     painter.setPen(Qt::NoPen);
     painter.setBrush(frame);
-    painter.drawRoundedRect(corner, radius * 0.7, radius * 0.7);
+    painter.drawEllipse(corner);
     QPainterPath tick(corner.topLeft() + QPointF(0.25, 0.52) * size);
     tick.lineTo(corner.topLeft() + QPointF(0.44, 0.72) * size);
     tick.lineTo(corner.topLeft() + QPointF(0.76, 0.3) * size);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(
-        QPen(ink, std::max(1.0, 0.12 * size), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(palette.color(QPalette::HighlightedText), std::max(1.0, 0.13 * size),
+                        Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(tick);
 }
 

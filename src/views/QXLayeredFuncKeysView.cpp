@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -32,7 +33,7 @@ QXLayeredFuncKeysView::QXLayeredFuncKeysView(QXLayeredFuncKeys& control, QWidget
     m_bindings.OnShow([this] { ShowKeys(); });
 
     auto* column = new QVBoxLayout(this);
-    column->addLayout(MakeLayerRow());
+    column->addLayout(MakeLayerTabs());
     column->addWidget(m_grid, 1);
     column->addLayout(MakeKeyRows());
     column->addLayout(MakeButtonRow());
@@ -41,35 +42,62 @@ QXLayeredFuncKeysView::QXLayeredFuncKeysView(QXLayeredFuncKeys& control, QWidget
     m_bindings.ShowAll();
 }
 
-QLayout* QXLayeredFuncKeysView::MakeLayerRow() {
+QLayout* QXLayeredFuncKeysView::MakeLayerTabs() {
     auto* caption = new QLabel;
-    auto* spin = new QSpinBox;
-    auto* number = new QLabel;
-    caption->setBuddy(spin);
-    QFont large = number->font();
-    large.setPointSizeF(large.pointSizeF() * 1.6);
-    large.setBold(true);
-    number->setFont(large);
+    m_tabs = new QTabBar;
+    m_tabs->setObjectName(QStringLiteral("layers"));
+    m_tabs->setExpanding(false);
+    m_tabs->setElideMode(Qt::ElideRight);
+    m_tabs->setContextMenuPolicy(Qt::CustomContextMenu);
+    for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
+        m_tabs->addTab({});
+    caption->setBuddy(m_tabs);
     m_bindings.Bind(caption, QStringLiteral("lblLayerDesc"), m_control.lblLayerDesc);
-    m_bindings.Bind(number, QStringLiteral("lblLayerID"), m_control.lblLayerID);
-    m_bindings.Bind(spin, QStringLiteral("spinLayer"), m_control.spinLayer,
-                    [this] { m_control.spinLayer_Change(); });
-    m_bindings.OnShow([caption, spin] { spin->setAccessibleName(caption->text()); });
+    m_bindings.OnShow([this, caption] {
+        m_tabs->setAccessibleName(caption->text());
+        ShowLayers();
+    });
+    connect(m_tabs, &QTabBar::currentChanged, this, [this](int layer) {
+        if (layer == m_control.CurrentLayer())
+            return;
+        m_control.spinLayer.Value = static_cast<Integer>(layer);
+        m_control.spinLayer_Change();
+    });
+    connect(m_tabs, &QTabBar::customContextMenuRequested, this, [this](const QPoint& at) {
+        const int layer = m_tabs->tabAt(at);
+        emit LayerMenuRequested(layer < 0 ? m_tabs->currentIndex() : layer,
+                                m_tabs->mapToGlobal(at));
+    });
 
     auto* row = new QHBoxLayout;
     row->addWidget(caption);
-    row->addWidget(number);
-    row->addSpacing(12);
-    row->addWidget(spin);
-    for (int i = 0; i < static_cast<int>(m_control.cmdLayer.size()); ++i) {
-        auto* button = new QPushButton;
-        m_bindings.Bind(button, ChildName("cmdLayer", i),
-                        m_control.cmdLayer[static_cast<std::size_t>(i)],
-                        [this, i] { m_control.cmdLayer_Click(static_cast<Integer>(i)); });
-        row->addWidget(button);
+    row->addWidget(m_tabs, 1);
+    m_belowTabs = new QVBoxLayout;
+    m_belowTabs->addLayout(row);
+    return m_belowTabs;
+}
+
+void QXLayeredFuncKeysView::AddBelowTabs(QWidget* widget) {
+    m_belowTabs->addWidget(widget);
+}
+
+// A dot marks the layers in which something is programmed.
+void QXLayeredFuncKeysView::ShowLayers() {
+    for (Integer number = 0; number < kFuncKeyLayers; ++number) {
+        const FuncKeyLayer& layer = m_control.Layer(number);
+        bool isProgrammed = false;
+        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
+            isProgrammed = isProgrammed || layer.GetKey(key).Length() > 0;
+        QString text = QString::number(number);
+        if (!layer.Name().empty())
+            text += u' ' + ToQt(layer.Name());
+        m_tabs->setAccessibleTabName(number, isProgrammed ? tr("%1, programmed").arg(text)
+                                                          : tr("%1, empty").arg(text));
+        m_tabs->setTabToolTip(number, m_tabs->accessibleTabName(number));
+        text.replace(u'&', QStringLiteral("&&"));
+        m_tabs->setTabText(number, isProgrammed ? text + QStringLiteral(" \u2022") : text);
     }
-    row->addStretch(1);
-    return row;
+    m_tabs->setCurrentIndex(m_control.CurrentLayer());
 }
 
 QLayout* QXLayeredFuncKeysView::MakeKeyRows() {

@@ -1,6 +1,6 @@
-// QXLayeredFuncKeysView: the face of QXLayeredFuncKeys: the 24 keys of one layer, the way through
-// the layers, and what the current key sends and is called. The keys are a KeyGrid named
-// "funcKeys", whose keys are called "cmdFuncKey_5".
+// QXLayeredFuncKeysView: the face of QXLayeredFuncKeys: the 24 keys of one layer, the layers as
+// tabs, and what the current key sends and is called. The keys are a KeyGrid named "funcKeys",
+// whose keys are called "cmdFuncKey_5".
 #pragma once
 
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
@@ -11,6 +11,8 @@
 #include <QWidget>
 
 class QLayout;
+class QTabBar;
+class QVBoxLayout;
 
 namespace qx::views {
 
@@ -21,21 +23,29 @@ public:
     explicit QXLayeredFuncKeysView(QXLayeredFuncKeys& control, QWidget* parent = nullptr);
 
     [[nodiscard]] KeyGrid* Grid() const { return m_grid; }
+    // A widget of the host's, below the tabs of the layers.
+    void AddBelowTabs(QWidget* widget);
+
+signals:
+    void LayerMenuRequested(int layer, const QPoint& globalAt);
 
 protected:
     void changeEvent(QEvent* event) override; // other colours, other language
 
 private:
-    [[nodiscard]] QLayout* MakeLayerRow();
+    [[nodiscard]] QLayout* MakeLayerTabs();
     [[nodiscard]] QLayout* MakeKeyRows();
     [[nodiscard]] QLayout* MakeButtonRow();
     void ShowKeys();
+    void ShowLayers();
     [[nodiscard]] KeyCap CapOf(Integer nKey, SentTexts& texts) const;
     [[nodiscard]] QString NameOf(const FuncKeyButton& key, const QString& sequence) const;
 
     QXLayeredFuncKeys& m_control;
     Integer m_shownKey = -1; // as current
     KeyGrid* m_grid;
+    QTabBar* m_tabs;
+    QVBoxLayout* m_belowTabs;
     Bindings m_bindings;
     Subscription m_refreshed;
 };

@@ -18,6 +18,7 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QSettings>
+#include <QTabBar>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -102,6 +103,10 @@ public:
         auto* widget = Find<QWidget>(name);
         EXPECT_TRUE(widget->isEnabled()) << name;
         QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+    }
+    void ShowLayer(int layer) {
+        auto* tabs = Find<QTabBar>("layers");
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(layer).center());
     }
     void ClickKey(const char* grid, int key) {
         auto* keys = Find<views::KeyGrid>(grid);

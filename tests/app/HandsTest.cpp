@@ -1,11 +1,13 @@
 // Keys under the user's hands: copied, cleared, filled and dragged, several at once, by the pointer
 // and by the keyboard; each is one step, and reaches the keyboard's memory.
 #include "Desk.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QToolButton>
 
 namespace qx::test {
 namespace {
@@ -241,6 +243,118 @@ TEST_F(Hands, KeysAreDraggedOntoOthersAndABandSelects) {
     EXPECT_EQ(Slot(0, 5), Bytes("1F 9F 32 B2 00"));
     EXPECT_EQ(Slot(7, 3), Bytes("1F 9F 00"));
     ExpectSteps(5);
+}
+
+TEST_F(Hands, LayersAreNamedCopiedAndSwapped) {
+    KeyGrid& grid = Layers();
+    Click(grid, 3);
+    Keys(grid, {Qt::Key_Return});
+    Type("a");
+    QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Tea"));
+    auto* tabs = desk.Find<QTabBar>("layers");
+    EXPECT_EQ(tabs->accessibleTabName(0).toStdString(), "0, programmed");
+    auto* name = desk.Find<QLineEdit>("layerName");
+    QTest::keyClicks(name, QStringLiteral("Drinks"));
+    QTest::keyClick(name, Qt::Key_Return);
+    EXPECT_TRUE(tabs->tabText(0).startsWith(QStringLiteral("0 Drinks")));
+
+    const auto choose = [](QMenu& menu, int submenu, const char* layer) {
+        for (QAction* action : menu.actions()[submenu]->menu()->actions())
+            if (action->text() == QLatin1String(layer))
+                return action->trigger();
+        ADD_FAILURE() << layer;
+    };
+    emit tabs->customContextMenuRequested(tabs->tabRect(0).center());
+    auto* menu = desk.window->findChild<QMenu*>(QStringLiteral("tabMenu"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().front()->text().toStdString(), "Layer 0 Drinks");
+    choose(*menu, 2, "&4"); // copied to
+    menu->close();
+    desk.ShowLayer(4);
+    EXPECT_EQ(name->text(), QString()) << "the name is not copied";
+    QMenu* ofButton = desk.Find<QToolButton>("layerMenu")->menu();
+    emit ofButton->aboutToShow();
+    choose(*ofButton, 3, "&9"); // swapped with
+    emit ofButton->aboutToShow();
+    choose(*ofButton, 3, "&0 Drinks");
+    EXPECT_EQ(name->text().toStdString(), "Drinks");
+    Write();
+    const auto layer = [&](int number) {
+        return desk.Memory(MODULE_LAYERED_FUNCKEYS, (Long{number} * 24 + 3) * 128, 3);
+    };
+    EXPECT_EQ(layer(0), Bytes("00 00 00"));
+    EXPECT_EQ(layer(4), Bytes("1F 9F 00"));
+    EXPECT_EQ(layer(9), Bytes("1F 9F 00"));
+    EXPECT_EQ(desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Layer(9).GetKeyDesc(3), "Tea");
+
+    // Documents keep the name, keyboards do not.
+    const auto file = desk.folder / "names.json";
+    desk.workbench.SaveDocument(file);
+    desk.window->Transfers().Read();
+    desk.ShowLayer(4);
+    EXPECT_EQ(name->text(), QString());
+    EXPECT_FALSE(desk.workbench.IsModified());
+    desk.window->Documents().Open(QString::fromStdString(file.string()));
+    desk.ShowLayer(4);
+    EXPECT_EQ(name->text().toStdString(), "Drinks");
+    desk.workbench.NewDocument();
+    EXPECT_EQ(desk.Document().find("Drinks"), std::string::npos);
+}
+
+TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
+    KeyGrid& grid = Grid("pos", "posDisplay");
+    const auto middle = [&](int key) { return grid.KeyRect(key).center(); };
+    // By the pointer: 2 x 2 keys in a band, joined, and what they send.
+    Drag(grid, middle(1), middle(17));
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 16, 17}));
+    desk.Click("joinKeys");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Block 1 (4 keys)");
+    desk.Click("key_31");
+    // By the keyboard: two more keys, and one of them out again.
+    Click(grid, 5);
+    grid.setFocus();
+    Keys(grid, {Qt::SHIFT | Qt::Key_Right, Qt::CTRL | Qt::Key_J, Qt::Key_Return});
+    Type("b");
+    Keys(grid, {Qt::Key_Right, Qt::Key_Left});
+    EXPECT_EQ(grid.Selected(), std::vector<int>{6});
+    grid.setFocus();
+    Keys(grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_J});
+    // A key by itself.
+    Click(grid, 105);
+    desk.Click("key_2");
+    Write();
+    const auto record = [&](int key, Long size) {
+        return desk.Memory(MODULE_POS, Long{key - 1} * 32, size);
+    };
+    EXPECT_EQ(record(1, 4), Bytes("01 1F 9F 00"));
+    for (const int key : {2, 16, 17})
+        EXPECT_EQ(record(key, 2), Bytes("01 00")) << key;
+    EXPECT_EQ(record(5, 4), Bytes("00 32 B2 00")) << "alone";
+    EXPECT_EQ(record(6, 1), Bytes("FF"));
+    EXPECT_EQ(record(105, 4), Bytes("00 02 82 00"));
+
+    // Another block's keys are not taken, not even with free ones.
+    const std::string before = desk.Document();
+    Click(grid, 17);
+    Click(grid, 18, Qt::ControlModifier);
+    Click(grid, 5, Qt::ControlModifier);
+    Keys(grid, {Qt::CTRL | Qt::Key_J});
+    EXPECT_EQ(desk.Notice().toStdString(),
+              "Key 17 (`) is in block 1, other keys are in block 2: split one of them off first. "
+              "Nothing has been changed.");
+    EXPECT_EQ(desk.Document(), before);
+
+    Click(grid, 16);
+    grid.setFocus();
+    Keys(grid, {Qt::CTRL | Qt::Key_B});
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 16, 17}));
+    Keys(grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_J});
+    EXPECT_EQ(desk.Notice().toStdString(),
+              "Removed with its sequence: block 1. Undo brings it back.");
+    Write();
+    for (const int key : {1, 2, 16, 17})
+        EXPECT_EQ(record(key, 1), Bytes("FF")) << key;
+    ExpectSteps(7);
 }
 
 } // namespace

@@ -38,7 +38,7 @@ TEST(InPlace, TheSelectedKeyIsTheOneThatIsEdited) {
     desk.ClickKey("funcKeys", 3);
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 0 F4");
     desk.Click("key_31");
-    desk.Click("cmdLayer_0");
+    desk.ShowLayer(1);
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "No key selected");
     desk.ClickKey("funcKeys", 3);
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 1 F4");

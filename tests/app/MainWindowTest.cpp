@@ -35,7 +35,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.Find<QSlider>("slidRange_0")->setValue(4);
     desk.Edit("freeProgKeys", 75);
     desk.Page("layeredFuncKeys");
-    desk.Click("cmdLayer_0");
+    desk.ShowLayer(1);
     EXPECT_EQ(desk.workbench.Simulated()->Layer(), 1) << "the keyboard's layer is the one shown";
     desk.ClickKey("funcKeys", 3);
     QTest::keyClicks(desk.Find<QLineEdit>("txtSymbolDesc"), QStringLiteral("Cash"));

@@ -47,7 +47,7 @@ TEST(Pages, SelectingIsNotAnEditAndClearsOldNotices) {
     desk.Page("barcode");
     desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
     desk.Page("layeredFuncKeys");
-    desk.Click("cmdLayer_0");
+    desk.ShowLayer(1);
     desk.ClickKey("funcKeys", 7);
     EXPECT_FALSE(desk.workbench.IsModified());
     EXPECT_FALSE(desk.workbench.History().CanUndo());

@@ -10,6 +10,7 @@
 #include "views/SequenceLabel.h"
 
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
 
 #include <functional>
@@ -224,16 +225,14 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
         });
     EXPECT_FALSE(screen.Child("txtSymbolDesc")->isEnabled()); // no key is picked
 
-    screen.Click("cmdLayer_1"); // down from 0
-    EXPECT_EQ(control.CurrentLayer(), 9);
-    screen.Click("cmdLayer_0");
-    EXPECT_EQ(control.CurrentLayer(), 0);
-    auto* layer = screen.Child<QSpinBox>("spinLayer");
-    EXPECT_EQ(layer->minimum(), 0);
-    EXPECT_EQ(layer->maximum(), 9);
-    layer->setValue(2);
+    auto* layers = screen.Child<QTabBar>("layers");
+    EXPECT_EQ(layers->count(), 10);
+    QTest::mouseClick(layers, Qt::LeftButton, {}, layers->tabRect(2).center());
     EXPECT_EQ(control.CurrentLayer(), 2);
-    EXPECT_EQ(screen.Child<QLabel>("lblLayerID")->text().toStdString(), "2");
+    control.cmdLayer_Click(1); // the host shows another
+    EXPECT_EQ(layers->currentIndex(), 1);
+    QTest::keyClick(layers, Qt::Key_Right);
+    EXPECT_EQ(control.CurrentLayer(), 2);
 
     screen.ClickKey("funcKeys", 23);
     EXPECT_EQ(control.CurrentKey(), 23);
@@ -242,6 +241,8 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_LAYERED_FUNCKEYS, Bytes("1F 9F 00"), (2 * 24 + 23) * 128));
     EXPECT_EQ(control.Layer(2).GetKeyDesc(23), "Tea");
+    EXPECT_EQ(layers->tabText(2).toStdString(), "2 \u2022");
+    EXPECT_EQ(layers->tabText(3).toStdString(), "3");
     const KeyCap& cap = screen.Cap("funcKeys", 23);
     EXPECT_EQ(cap.caption.toStdString(), "Tea");
     EXPECT_EQ(cap.legend.toStdString(), "F24");
@@ -262,7 +263,7 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
 
     screen.Click("cmdEdit_1");
     EXPECT_EQ(screen.Cap("funcKeys", 23).state, KeyState::Empty);
-    screen.Click("cmdLayer_0");
+    QTest::mouseClick(layers, Qt::LeftButton, {}, layers->tabRect(3).center());
     EXPECT_EQ(screen.Cap("funcKeys", 23).caption.toStdString(), "F24");
 }
 

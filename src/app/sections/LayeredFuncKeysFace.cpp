@@ -1,4 +1,5 @@
 #include "app/EditRequests.h"
+#include "app/LayerActions.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
@@ -14,6 +15,7 @@ namespace {
 constexpr SettingWord kWords[] = {
     {"guid", QT_TRANSLATE_NOOP("SettingWords", "Identifier")},
     {"layer", QT_TRANSLATE_NOOP("SettingWords", "Layer")},
+    {"name", QT_TRANSLATE_NOOP("SettingWords", "Name")},
     {"description", QT_TRANSLATE_NOOP("SettingWords", "Description")},
 };
 
@@ -35,9 +37,6 @@ public:
             ButtonText(tr("Clear layer…"), tr("Remove the sequences of this layer")));
         Control().SetButtonCleanAllLayer(
             ButtonText(tr("Clear all layers…"), tr("Remove the sequences of all layers")));
-        Control().SetButtonLayerInc(ButtonText(tr("Next layer"), tr("Show the next layer")));
-        Control().SetButtonLayerDec(
-            ButtonText(tr("Previous layer"), tr("Show the previous layer")));
         Control().SetCaptionSequence(tr("The key sends:").toStdString());
         Control().SetFunctionKeyDescription(word("description"));
         Control().SetLayerDesc(word("layer"));
@@ -63,6 +62,10 @@ public:
                "]";
     }
 
+    void AddActions(KeyActions& /*actions*/, KeyEdits& edits, QWidget& view) override {
+        new LayerActions(edits, *qobject_cast<views::QXLayeredFuncKeysView*>(&view), Control());
+    }
+
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().EditLayeredFuncKey, [&edits](const std::string& sCurrSeq, bool& fCancel,
                                                         std::string& sNewSeq) {
@@ -81,11 +84,12 @@ public:
     }
 
     void Show(const Place& place) override {
-        if (place.numbers.size() < 2)
+        if (place.numbers.empty())
             return;
         Control().spinLayer.Value = place.numbers[0];
         Control().spinLayer_Change();
-        Control().cmdFuncKey_Click(place.numbers[1]);
+        if (place.numbers.size() > 1)
+            Control().cmdFuncKey_Click(place.numbers[1]);
     }
 
     void ShowReleases(bool isWanted) override {

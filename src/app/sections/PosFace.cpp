@@ -1,7 +1,9 @@
+#include "app/BlockActions.h"
 #include "app/EditRequests.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
 #include "qxcontrols/pos/QXPos.h"
+#include "views/KeyGrid.h"
 #include "views/QXPosView.h"
 
 namespace qx::app {
@@ -39,6 +41,25 @@ public:
         for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot)
             count += Control().PosData().Block(slot).BlockSize() > 0 ? 1 : 0;
         return count;
+    }
+
+    [[nodiscard]] bool HasKeys() const override { return true; }
+    [[nodiscard]] std::string PlaceOf(int key) override {
+        return "blocks[" + std::to_string(key) + "]";
+    }
+    [[nodiscard]] std::string SenderOf(int key) override {
+        const Integer slot = Control().PosData().FindBlockForKey(static_cast<Integer>(key));
+        return PlaceOf(slot == 0 ? key : slot);
+    }
+    [[nodiscard]] QString GroupOf(int key) override {
+        const Integer slot = Control().PosData().FindBlockForKey(static_cast<Integer>(key));
+        if (slot == 0)
+            return {};
+        const POSBlock& block = Control().PosData().Block(slot);
+        return tr("Block %1 (%n key(s))", "", block.BlockSize()).arg(block.BlockID());
+    }
+    void AddActions(KeyActions& actions, KeyEdits& edits, QWidget& view) override {
+        new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());
     }
 
     void AnswerWith(EditRequests& edits) override {

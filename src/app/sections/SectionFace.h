@@ -28,6 +28,8 @@ class Session;
 namespace qx::app {
 
 class EditRequests;
+class KeyActions;
+class KeyEdits;
 
 // The faces of one configuration's sections; each stays alive no longer than its control.
 class SectionFace {
@@ -50,6 +52,10 @@ public:
     [[nodiscard]] virtual bool HasKeys() const { return false; }
     [[nodiscard]] virtual std::string PlaceOf(int /*key*/) { return {}; }
     [[nodiscard]] virtual std::string SenderOf(int key) { return PlaceOf(key); }
+    // What keys that act together are called; empty for a key by itself.
+    [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
+    // Adds what can be done on this page alone. The view is MakeView's.
+    virtual void AddActions(KeyActions& /*actions*/, KeyEdits& /*edits*/, QWidget& /*view*/) {}
     // Answers the control whenever it asks for an edit or a removal.
     virtual void AnswerWith(EditRequests& /*edits*/) {}
     // Has the control show the part of it where the setting is: the page, track, layer or key.

@@ -82,6 +82,41 @@
     </message>
 </context>
 <context>
+    <name>BlockActions</name>
+    <message>
+        <source>Join</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>Split</source>
+        <translation>Trennen</translation>
+    </message>
+    <message>
+        <source>Select block</source>
+        <translation>Block auswählen</translation>
+    </message>
+    <message>
+        <source>Make the selected keys one block, which sends one sequence</source>
+        <translation>Die ausgewählten Tasten zu einem Block verbinden, der eine Tastenfolge sendet</translation>
+    </message>
+    <message>
+        <source>Take the selected keys out of their blocks</source>
+        <translation>Die ausgewählten Tasten aus ihren Blöcken lösen</translation>
+    </message>
+    <message>
+        <source>Select all keys of the blocks</source>
+        <translation>Alle Tasten der Blöcke auswählen</translation>
+    </message>
+    <message>
+        <source>%1 is in block %2, other keys are in block %3: split one of them off first. Nothing has been changed.</source>
+        <translation>%1 gehört zu Block %2, andere Tasten gehören zu Block %3: Trennen Sie zuerst eine davon ab. Es wurde nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Removed with its sequence: block %1. Undo brings it back.</source>
+        <translation>Samt Tastenfolge entfernt: Block %1. „Rückgängig“ holt ihn zurück.</translation>
+    </message>
+</context>
+<context>
     <name>ChipRow</name>
     <message>
         <source>%1, item %2 of %3</source>
@@ -1559,6 +1594,37 @@
     </message>
 </context>
 <context>
+    <name>LayerActions</name>
+    <message>
+        <source>Name of this layer</source>
+        <translation>Name dieser Ebene</translation>
+    </message>
+    <message>
+        <source>Copy or swap</source>
+        <translation>Kopieren oder tauschen</translation>
+    </message>
+    <message>
+        <source>Layer %1</source>
+        <translation>Ebene %1</translation>
+    </message>
+    <message>
+        <source>&amp;Copy to layer</source>
+        <translation>In Ebene &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Swap with layer</source>
+        <translation>Mit Ebene &amp;tauschen</translation>
+    </message>
+    <message>
+        <source>Layer %1 now has the keys of layer %2.</source>
+        <translation>Ebene %1 hat jetzt die Tasten von Ebene %2.</translation>
+    </message>
+    <message>
+        <source>Layers %1 and %2 have been swapped.</source>
+        <translation>Die Ebenen %1 und %2 wurden getauscht.</translation>
+    </message>
+</context>
+<context>
     <name>LayeredFuncKeysFace</name>
     <message>
         <source>Edit…</source>
@@ -1591,22 +1657,6 @@
     <message>
         <source>Remove the sequences of all layers</source>
         <translation>Die Folgen aller Ebenen entfernen</translation>
-    </message>
-    <message>
-        <source>Next layer</source>
-        <translation>Nächste Ebene</translation>
-    </message>
-    <message>
-        <source>Show the next layer</source>
-        <translation>Die nächste Ebene zeigen</translation>
-    </message>
-    <message>
-        <source>Previous layer</source>
-        <translation>Vorige Ebene</translation>
-    </message>
-    <message>
-        <source>Show the previous layer</source>
-        <translation>Die vorige Ebene zeigen</translation>
     </message>
     <message>
         <source>The key sends:</source>
@@ -1963,6 +2013,13 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>No block</source>
         <translation>Kein Block</translation>
     </message>
+    <message numerus="yes">
+        <source>Block %1 (%n key(s))</source>
+        <translation>
+            <numerusform>Block %1 (%n Taste)</numerusform>
+            <numerusform>Block %1 (%n Tasten)</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>PreferenceEditors</name>
@@ -2259,6 +2316,14 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>%1, current key</source>
         <translation>%1, gewählte Taste</translation>
+    </message>
+    <message>
+        <source>%1, programmed</source>
+        <translation>%1, programmiert</translation>
+    </message>
+    <message>
+        <source>%1, empty</source>
+        <translation>%1, leer</translation>
     </message>
 </context>
 <context>
@@ -2734,6 +2799,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>No key programmed</source>
         <translation>Keine Taste programmiert</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
     </message>
 </context>
 <context>

@@ -64,6 +64,13 @@
             <numerusform>%n blocks</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>Block %1 (%n key(s))</source>
+        <translation>
+            <numerusform>Block %1 (%n key)</numerusform>
+            <numerusform>Block %1 (%n keys)</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ReviewSheet</name>

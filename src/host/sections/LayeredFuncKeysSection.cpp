@@ -18,6 +18,7 @@ constexpr SectionInfo kInfo = {"layeredFuncKeys", "Layered function keys", kArea
 
 constexpr Integer kLastLayer = kFuncKeyLayers - 1;
 constexpr Integer kLastKey = FuncKeyLayer::kKeys - 1;
+constexpr std::size_t kLayerNameLength = 32; // enough for a tab
 
 class LayeredFuncKeysSection : public SectionOf<QXLayeredFuncKeys> {
 public:
@@ -55,7 +56,11 @@ public:
         return eModule == MODULE_GUID && KeepsGuid();
     }
 
-    void Uploaded() override { m_keepsGuid = false; }
+    void Uploaded() override {
+        m_keepsGuid = false;
+        ClearNames();
+        Show();
+    }
 
     void Visit(FieldVisitor& fields) override {
         VisitGuid(fields);
@@ -68,9 +73,38 @@ public:
         list.clear = [this] { Control().DefaultValues(); };
         list.visit = [&](const FieldList::Id& id) { VisitKey(fields, id[0], id[1]); };
         fields.List(list);
+        VisitNames(fields);
     }
 
 private:
+    // After the keys: reading those empties the layers.
+    void VisitNames(FieldVisitor& fields) {
+        FieldList list;
+        list.field = {"layers", "", false, false};
+        list.keyMembers = {{"layer", "layer", 0, kLastLayer}};
+        for (Integer layer = 0; layer <= kLastLayer; ++layer)
+            if (!Control().Layer(layer).Name().empty())
+                list.present.push_back({layer});
+        list.possible = [] {
+            std::vector<FieldList::Id> layers;
+            for (Integer layer = 0; layer <= kLastLayer; ++layer)
+                layers.push_back({layer});
+            return layers;
+        };
+        list.clear = [this] { ClearNames(); };
+        list.visit = [&](const FieldList::Id& id) {
+            FuncKeyLayer& layer = Control().Layer(id[0]);
+            layer.SetName(
+                fields.Text({"name", "name", false, false}, layer.Name(), kLayerNameLength));
+        };
+        fields.List(list);
+    }
+
+    void ClearNames() {
+        for (Integer layer = 0; layer <= kLastLayer; ++layer)
+            Control().Layer(layer).SetName({});
+    }
+
     // Without an identifier here, the keyboard keeps its own.
     [[nodiscard]] bool KeepsGuid() const {
         return m_keepsGuid || !IsIdentifier(Control().Identifier());

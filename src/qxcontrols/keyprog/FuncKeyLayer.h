@@ -9,6 +9,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 namespace qx {
 
@@ -26,7 +27,10 @@ public:
     // The key's sequence, which the layer owns.
     [[nodiscard]] KeySequence& GetKey(Integer nKeyID);
     [[nodiscard]] const KeySequence& GetKey(Integer nKeyID) const;
-    // Empties all sequences; the descriptions are unchanged.
+    // A name for people, UTF-8; no keyboard stores it.
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    void SetName(std::string sName) { m_name = std::move(sName); }
+    // Empties all sequences; the descriptions and the name are unchanged.
     void CleanLayer();
 
 private:
@@ -38,6 +42,7 @@ private:
     [[nodiscard]] FuncKey& At(Integer nKeyID);
 
     std::array<FuncKey, kKeys> m_keys;
+    std::string m_name;
 };
 
 } // namespace qx

@@ -1,0 +1,104 @@
+#include "app/BlockActions.h"
+
+#include "app/KeyActions.h"
+#include "app/Workbench.h"
+#include "qxcontrols/pos/POSBlockPlaces.h"
+#include "qxcontrols/pos/QXPos.h"
+#include "views/KeyGrid.h"
+
+#include <algorithm>
+#include <set>
+
+namespace qx::app {
+
+BlockActions::BlockActions(KeyActions& actions, KeyEdits& edits, views::KeyGrid& grid,
+                           QXPos& control)
+    : QObject(&actions), m_edits(edits), m_grid(grid), m_control(control) {
+    grid.SetCarries(false); // keys lie close together: a band begins on any of them
+    m_join =
+        actions.Make("joinKeys", "join", tr("Join"), {Qt::CTRL | Qt::Key_J}, [this] { Join(); });
+    m_split = actions.Make("splitKeys", "split", tr("Split"), {Qt::CTRL | Qt::SHIFT | Qt::Key_J},
+                           [this] { Split(); });
+    m_whole = actions.Make("selectBlock", "select-all", tr("Select block"), {Qt::CTRL | Qt::Key_B},
+                           [this] { SelectBlocks(); });
+    m_join->setToolTip(tr("Make the selected keys one block, which sends one sequence"));
+    m_split->setToolTip(tr("Take the selected keys out of their blocks"));
+    m_whole->setToolTip(tr("Select all keys of the blocks"));
+    for (QAction* action : {m_join, m_split, m_whole})
+        actions.Add(action);
+    connect(&actions, &KeyActions::StateShown, this, &BlockActions::ShowState);
+    ShowState();
+}
+
+std::vector<Integer> BlockActions::Selected() const {
+    std::vector<Integer> keys;
+    for (const int key : m_grid.Selected())
+        if (key <= POSKeyboard::kSlots)
+            keys.push_back(static_cast<Integer>(key));
+    return keys;
+}
+
+void BlockActions::ShowState() {
+    const std::vector<Integer> keys = Selected();
+    const bool isInBlock = !BlocksWith(m_control.PosData(), keys).empty();
+    std::vector<int> all(keys.begin(), keys.end());
+    m_join->setEnabled(m_edits.Senders(all).size() > 1);
+    m_split->setEnabled(isInBlock);
+    m_whole->setEnabled(isInBlock);
+}
+
+void BlockActions::Edit(const std::function<void(POSKeyboard&)>& change) {
+    m_edits.Bench().Edit(m_edits.Section(), [&] {
+        POSKeyboard blocks = m_control.PosData();
+        change(blocks);
+        blocks.CalcDefinedBlockNum();
+        m_control.SetPosData(blocks);
+    });
+}
+
+void BlockActions::Join() {
+    const std::vector<Integer> keys = Selected();
+    const POSKeyboard& blocks = m_control.PosData();
+    Integer own = 0;
+    for (const Integer key : keys) {
+        const Integer slot = blocks.FindBlockForKey(key);
+        if (slot != 0 && own != 0 && slot != own)
+            return m_edits.Tell(tr("%1 is in block %2, other keys are in block %3: split one of "
+                                   "them off first. Nothing has been changed.")
+                                    .arg(m_edits.NameOf(key))
+                                    .arg(blocks.Block(slot).BlockID())
+                                    .arg(blocks.Block(own).BlockID()));
+        own = own == 0 ? slot : own;
+    }
+    Edit([&](POSKeyboard& changed) { static_cast<void>(JoinKeys(changed, keys)); });
+}
+
+void BlockActions::Split() {
+    const std::vector<Integer> keys = Selected();
+    QStringList gone;
+    for (const Integer slot : BlocksWith(m_control.PosData(), keys)) {
+        const POSBlock& block = m_control.PosData().Block(slot);
+        const std::vector<Integer> own = KeysOf(block);
+        const bool isWhole = std::all_of(own.begin(), own.end(), [&](Integer key) {
+            return std::find(keys.begin(), keys.end(), key) != keys.end();
+        });
+        if (isWhole && block.Sequence().Length() > 0)
+            gone.append(QString::number(block.BlockID()));
+    }
+    Edit([&](POSKeyboard& changed) { SplitKeys(changed, keys); });
+    if (!gone.isEmpty())
+        m_edits.Tell(tr("Removed with its sequence: block %1. Undo brings it back.")
+                         .arg(gone.join(QStringLiteral(", "))));
+}
+
+void BlockActions::SelectBlocks() {
+    std::set<int> keys;
+    for (const int key : m_grid.Selected())
+        keys.insert(key);
+    for (const Integer slot : BlocksWith(m_control.PosData(), Selected()))
+        for (const Integer key : KeysOf(m_control.PosData().Block(slot)))
+            keys.insert(key);
+    m_grid.Select(keys);
+}
+
+} // namespace qx::app
