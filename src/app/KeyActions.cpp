@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace qx::app {
 
@@ -100,9 +101,9 @@ void KeyActions::ShowMenu(const QPoint& globalAt) {
 void KeyActions::ShowState() {
     const std::vector<int> keys = m_grid.Selected();
     const std::vector<int> senders = Senders();
-    const bool isProgrammed = std::any_of(senders.begin(), senders.end(), [this](int key) {
-        return !m_edits.SentBy(key).codes.empty();
-    });
+    const std::vector<KeyEdits::Sent> sent = m_edits.SentBy(senders);
+    const bool isProgrammed = std::any_of(
+        sent.begin(), sent.end(), [](const KeyEdits::Sent& each) { return !each.codes.empty(); });
     m_edit->setEnabled(senders.size() == 1);
     for (QAction* action : {m_cut, m_copy, m_clear})
         action->setEnabled(isProgrammed);
@@ -119,17 +120,19 @@ std::vector<int> KeyActions::Senders() const {
 }
 
 void KeyActions::Clear() {
+    const std::vector<int> keys = Senders();
+    const std::vector<KeyEdits::Sent> sent = m_edits.SentBy(keys);
     std::map<int, KeyEdits::Codes> wanted;
-    for (const int key : Senders())
-        if (!m_edits.SentBy(key).codes.empty())
-            wanted[key];
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (!sent[i].codes.empty())
+            wanted[keys[i]];
     m_edits.Put(wanted);
 }
 
 void KeyActions::Copy() {
     Sequences sequences;
-    for (const int key : Senders())
-        sequences.push_back(m_edits.SentBy(key).codes);
+    for (KeyEdits::Sent& sent : m_edits.SentBy(Senders()))
+        sequences.push_back(std::move(sent.codes));
     QGuiApplication::clipboard()->setMimeData(ToMime(sequences, m_edits.Bench().Layout()));
 }
 
@@ -153,16 +156,17 @@ void KeyActions::Paste() {
 void KeyActions::Duplicate() {
     const int from = m_grid.Selected().front();
     const KeyEdits::Codes codes = m_edits.SentBy(from).codes;
-    const std::vector<views::KeyCap>& caps = m_grid.Keys();
-    auto next = std::find_if(caps.begin(), caps.end(),
-                             [from](const views::KeyCap& cap) { return cap.index == from; });
-    next = std::find_if(next, caps.end(), [this](const views::KeyCap& cap) {
-        const KeyEdits::Sent sent = m_edits.SentBy(cap.index);
-        return sent.capacity > 0 && sent.codes.empty();
+    std::vector<int> behind;
+    for (const views::KeyCap& cap : m_grid.Keys())
+        if (cap.index == from || !behind.empty())
+            behind.push_back(cap.index);
+    const std::vector<KeyEdits::Sent> sent = m_edits.SentBy(behind);
+    const auto free = std::find_if(sent.begin(), sent.end(), [](const KeyEdits::Sent& each) {
+        return each.capacity > 0 && each.codes.empty();
     });
-    if (next == caps.end())
+    if (free == sent.end())
         return m_edits.Tell(tr("No key after this one is free."));
-    const int onto = next->index;
+    const int onto = behind[static_cast<std::size_t>(free - sent.begin())];
     if (m_edits.Put({{onto, codes}}))
         m_grid.Select({onto});
 }

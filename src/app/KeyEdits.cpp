@@ -31,14 +31,15 @@ QString KeyEdits::SenderName(int key) const {
     return group.isEmpty() ? NameOf(key) : group;
 }
 
-KeyEdits::Sent KeyEdits::SentBy(int key) const {
+std::vector<KeyEdits::Sent> KeyEdits::SentBy(const std::vector<int>& keys) const {
     const host::SequenceSlots all(Section());
-    const auto* slot = all.Find(SenderOf(key));
-    if (slot == nullptr)
-        return {};
-    Sent sent{{}, slot->capacity};
-    for (const Integer code : slot->codes)
-        sent.codes.push_back(static_cast<Byte>(code));
+    std::vector<Sent> sent(keys.size());
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (const auto* slot = all.Find(SenderOf(keys[i]))) {
+            sent[i].capacity = slot->capacity;
+            for (const Integer code : slot->codes)
+                sent[i].codes.push_back(static_cast<Byte>(code));
+        }
     return sent;
 }
 

@@ -33,7 +33,8 @@ public:
         Codes codes;
         Integer capacity = 0; // 0: the key cannot be programmed
     };
-    [[nodiscard]] Sent SentBy(int key) const;
+    [[nodiscard]] std::vector<Sent> SentBy(const std::vector<int>& keys) const;
+    [[nodiscard]] Sent SentBy(int key) const { return SentBy(std::vector{key}).front(); }
 
     // One key for each of the sequences that these keys send, in their order.
     [[nodiscard]] std::vector<int> Senders(const std::vector<int>& keys) const;

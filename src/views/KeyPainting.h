@@ -105,7 +105,8 @@ void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
                     const std::vector<QRectF>& rects, const KeyPlacing& placing);
 
 void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
-// A tint, a frame and a tick: one of several keys that are selected, or the key onto which one is dragged.
+// A tint, a frame and a tick: one of several keys that are selected, or the key onto which one is
+// dragged.
 void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
 
 } // namespace qx::views

@@ -106,6 +106,27 @@ TEST_F(Hands, AKeyIsProgrammedCopiedMovedAndClearedByTheKeyboardAlone) {
     ExpectSteps(8);
 }
 
+#ifndef Q_OS_WIN // whose scan codes are others
+TEST_F(Hands, AChordIsRecordedWithoutAPointer) {
+    KeyGrid& grid = Layers();
+    Keys(grid, {Qt::Key_Home, Qt::Key_Return});
+    QTest::keyClick(desk.Find<QLineEdit>("typedText"), Qt::Key_Backtab, Qt::ShiftModifier);
+    auto* record = desk.Find<QToolButton>("record");
+    EXPECT_TRUE(record->hasFocus());
+    Keys(*record, {Qt::Key_Space});
+    const auto send = [&](QEvent::Type type, int key, quint32 scanCode) {
+        QKeyEvent event(type, key, Qt::NoModifier, scanCode + 8, 0, 0);
+        QApplication::sendEvent(record, &event);
+    };
+    send(QEvent::KeyPress, Qt::Key_Control, 29);
+    send(QEvent::KeyPress, Qt::Key_A, 30);
+    send(QEvent::KeyRelease, Qt::Key_A, 30);
+    send(QEvent::KeyRelease, Qt::Key_Control, 29);
+    Write();
+    EXPECT_EQ(Slot(0), Bytes("3A 1F 9F BA 00"));
+}
+#endif
+
 TEST_F(Hands, TheMenuNamesTheKeyAndPastesText) {
     KeyGrid& grid = Layers();
     QApplication::clipboard()->setText(QStringLiteral(" Ctrl+C \n"));

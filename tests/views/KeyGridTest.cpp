@@ -220,6 +220,41 @@ TEST_F(KeyGridTest, ScreenReadersFindEveryKey) {
     EXPECT_EQ(accessible->child(5), nullptr);
 }
 
+// What is picked is the anchor of the selection, which is never empty once there is one.
+TEST_F(KeyGridTest, SeveralKeysAreSelected) {
+    grid.SetSelects(true);
+    const auto select = [&](int key, Qt::KeyboardModifiers modifiers) {
+        QTest::mouseClick(&grid, Qt::LeftButton, modifiers, grid.KeyRect(key).center());
+        return grid.Selected();
+    };
+    using Keys = std::vector<int>;
+    EXPECT_EQ(select(1, {}), Keys{1});
+    EXPECT_EQ(select(1, Qt::ControlModifier), Keys{1}) << "one stays";
+    EXPECT_EQ(select(3, Qt::ControlModifier), (Keys{1, 3}));
+    EXPECT_EQ(select(3, Qt::ControlModifier), Keys{1});
+    EXPECT_EQ(Picked(), (Keys{1, 1, 3, 1}));
+    EXPECT_EQ(select(5, Qt::ShiftModifier), (Keys{1, 2, 3, 4, 5}));
+    std::vector<KeyCap> caps = TwoRows();
+    caps[1].joinsRanges = false;
+    caps.pop_back();
+    grid.SetKeys(caps);
+    EXPECT_EQ(grid.Selected(), (Keys{1, 2, 3, 4})) << "5 is not there any longer";
+    EXPECT_EQ(select(3, Qt::ShiftModifier), (Keys{1, 3})) << "between them only what may be";
+    EXPECT_EQ(select(2, {}), Keys{2}) << "but by itself";
+    grid.SetFocusKey(2);
+    EXPECT_EQ(grid.Selected(), Keys{2});
+    grid.SetFocusKey(4);
+    EXPECT_EQ(grid.Selected(), Keys{4}) << "the owner's choice";
+
+    // Without a pointer or a keyboard.
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&grid);
+    accessible->child(0)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(grid.Selected(), (Keys{1, 4}));
+    EXPECT_TRUE(accessible->child(0)->state().selected);
+    EXPECT_TRUE(accessible->child(3)->state().selected);
+    EXPECT_FALSE(accessible->child(1)->state().selected);
+}
+
 TEST_F(KeyGridTest, ToolTipsShowNamesOfKeysAsTheyAre) {
     const QPoint middle = grid.KeyRect(2).center();
     QHelpEvent event(QEvent::ToolTip, middle, grid.mapToGlobal(middle));
