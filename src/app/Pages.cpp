@@ -16,6 +16,9 @@ namespace qx::app {
 
 namespace {
 
+// Room for the inspector, so that the keys keep their size when one is selected.
+constexpr int kCharactersBeside = 42;
+
 QLabel* Heading(const QString& title) {
     auto* heading = new QLabel(title);
     QFont font = heading->font();
@@ -56,6 +59,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     auto* inspector = new views::SequenceInspector;
     auto* panel = new SelectionPanel(*m_actions, grid);
     auto* beside = new QWidget; // one of them; a stack would be as large as the larger
+    beside->setMinimumWidth(beside->fontMetrics().averageCharWidth() * kCharactersBeside);
     auto* column = new QVBoxLayout(beside);
     column->setContentsMargins({});
     column->addWidget(inspector);

@@ -2,12 +2,12 @@
 
 #include "app/KeyActions.h"
 #include "views/FaultLabel.h"
+#include "views/FlowLayout.h"
 #include "views/KeyGrid.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -20,6 +20,7 @@ namespace qx::app {
 namespace {
 
 constexpr double kTitleScale = 1.2;
+constexpr int kButtonGap = 8; // pixels
 constexpr int kMostFirst = 999999;
 constexpr int kMostDigits = 6;
 
@@ -30,8 +31,8 @@ KeyActions::Series SeriesOf(const QLineEdit& text, const QSpinBox& first, const 
 
 } // namespace
 
-QHBoxLayout* ButtonRow(const std::vector<QAction*>& actions) {
-    auto* row = new QHBoxLayout;
+QLayout* ButtonRow(const std::vector<QAction*>& actions) {
+    auto* row = new views::FlowLayout(kButtonGap);
     for (QAction* action : actions) {
         auto* button = new QToolButton;
         button->setDefaultAction(action);
@@ -40,7 +41,6 @@ QHBoxLayout* ButtonRow(const std::vector<QAction*>& actions) {
         button->setFocusPolicy(Qt::StrongFocus);
         row->addWidget(button);
     }
-    row->addStretch(1);
     return row;
 }
 

@@ -7,8 +7,8 @@
 
 class QAction;
 class QCheckBox;
-class QHBoxLayout;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
@@ -22,8 +22,8 @@ namespace qx::app {
 
 class KeyActions;
 
-// Buttons for the actions, with their texts and icons.
-[[nodiscard]] QHBoxLayout* ButtonRow(const std::vector<QAction*>& actions);
+// Buttons for the actions, with their texts and icons, in as many lines as they need.
+[[nodiscard]] QLayout* ButtonRow(const std::vector<QAction*>& actions);
 
 class SelectionPanel : public QWidget {
     Q_OBJECT

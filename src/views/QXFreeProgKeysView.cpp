@@ -1,5 +1,6 @@
 #include "views/QXFreeProgKeysView.h"
 
+#include "views/FlowLayout.h"
 #include "views/QXLayoutDisplayView.h"
 #include "views/SequenceLabel.h"
 
@@ -7,6 +8,12 @@
 #include <QVBoxLayout>
 
 namespace qx::views {
+
+namespace {
+
+constexpr int kButtonGap = 8; // pixels
+
+} // namespace
 
 QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent) : QWidget(parent) {
     auto* keys = new QXLayoutDisplayView(control.layoutDisplay);
@@ -27,7 +34,7 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
     auto* sequenceRow = new QHBoxLayout;
     sequenceRow->addWidget(caption);
     sequenceRow->addWidget(sequence, 1);
-    auto* buttonRow = new QHBoxLayout;
+    auto* buttonRow = new FlowLayout(kButtonGap);
     for (int i = 0; i < static_cast<int>(control.cmdEdit.size()); ++i) {
         auto* button = new QPushButton;
         m_bindings.Bind(button, ChildName("cmdEdit", i),
@@ -35,7 +42,6 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
                         [&control, i] { control.cmdEdit_Click(static_cast<Integer>(i)); });
         buttonRow->addWidget(button);
     }
-    buttonRow->addStretch(1);
     buttonRow->addWidget(details);
     auto* column = new QVBoxLayout(this);
     column->addWidget(keys, 1);

@@ -1,5 +1,6 @@
 #include "views/QXLayeredFuncKeysView.h"
 
+#include "views/FlowLayout.h"
 #include "views/SequenceLabel.h"
 
 #include <QEvent>
@@ -17,6 +18,7 @@ namespace {
 constexpr int kKeysInRow = 12;
 constexpr QSizeF kStep(720, 600); // from key to key; wide enough for a few words
 constexpr double kGap = 25;
+constexpr int kButtonGap = 8; // pixels
 
 } // namespace
 
@@ -47,7 +49,7 @@ QLayout* QXLayeredFuncKeysView::MakeLayerTabs() {
     m_tabs = new QTabBar;
     m_tabs->setObjectName(QStringLiteral("layers"));
     m_tabs->setExpanding(false);
-    m_tabs->setElideMode(Qt::ElideRight);
+    m_tabs->setElideMode(Qt::ElideNone); // tabs that have no room are scrolled to
     m_tabs->setContextMenuPolicy(Qt::CustomContextMenu);
     for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
         m_tabs->addTab({});
@@ -129,7 +131,7 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
 }
 
 QLayout* QXLayeredFuncKeysView::MakeButtonRow() {
-    auto* row = new QHBoxLayout;
+    auto* row = new FlowLayout(kButtonGap);
     for (int i = 0; i < static_cast<int>(m_control.cmdEdit.size()); ++i) {
         auto* button = new QPushButton;
         m_bindings.Bind(button, ChildName("cmdEdit", i),
@@ -140,7 +142,6 @@ QLayout* QXLayeredFuncKeysView::MakeButtonRow() {
     auto* details = new QCheckBox;
     m_bindings.Bind(details, QStringLiteral("chkShowDetails"), m_control.chkShowDetails,
                     [this] { m_control.chkShowDetails_Click(); });
-    row->addStretch(1);
     row->addWidget(details);
     return row;
 }
