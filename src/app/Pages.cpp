@@ -6,10 +6,12 @@
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
 #include "views/KeyGrid.h"
+#include "views/ScrollArea.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace qx::app {
@@ -18,6 +20,19 @@ namespace {
 
 // Room for the inspector, so that the keys keep their size when one is selected.
 constexpr int kCharactersBeside = 42;
+
+// Scrolls up and down alone.
+class TallArea : public views::ScrollArea {
+public:
+    explicit TallArea(QWidget* content) : ScrollArea(content) {
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {widget()->minimumSizeHint().width() +
+                    style()->pixelMetric(QStyle::PM_ScrollBarExtent),
+                ScrollArea::minimumSizeHint().height()};
+    }
+};
 
 QLabel* Heading(const QString& title) {
     auto* heading = new QLabel(title);
@@ -59,11 +74,12 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     auto* inspector = new views::SequenceInspector;
     auto* panel = new SelectionPanel(*m_actions, grid);
     auto* beside = new QWidget; // one of them; a stack would be as large as the larger
-    beside->setMinimumWidth(beside->fontMetrics().averageCharWidth() * kCharactersBeside);
     auto* column = new QVBoxLayout(beside);
     column->setContentsMargins({});
+    column->addStrut(fontMetrics().averageCharWidth() * kCharactersBeside);
     column->addWidget(inspector);
-    column->addWidget(panel);
+    auto* scrolled = new TallArea(panel);
+    column->addWidget(scrolled);
     if (!m_actions->Added().empty()) {
         QLayout* row = ButtonRow(m_actions->Added());
         QMargins margins = inspector->layout()->contentsMargins();
@@ -71,12 +87,13 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
         row->setContentsMargins(margins);
         column->insertLayout(0, row);
     }
-    panel->hide();
+    scrolled->hide();
     m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
-    connect(m_actions.get(), &KeyActions::StateShown, beside, [inspector, panel](bool isSeveral) {
-        (isSeveral ? static_cast<QWidget*>(inspector) : panel)->hide();
-        (isSeveral ? static_cast<QWidget*>(panel) : inspector)->show();
-    });
+    connect(m_actions.get(), &KeyActions::StateShown, beside,
+            [inspector, scrolled](bool isSeveral) {
+                (isSeveral ? static_cast<QWidget*>(inspector) : scrolled)->hide();
+                (isSeveral ? static_cast<QWidget*>(scrolled) : inspector)->show();
+            });
     connect(m_actions.get(), &KeyActions::EditWanted, inspector,
             &views::SequenceInspector::TakeFocus);
     connect(m_actions.get(), &KeyActions::SeriesWanted, panel, &SelectionPanel::FocusSeries);

@@ -2484,7 +2484,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <name>SelectionPanel</name>
     <message>
         <source>Enter after each</source>
-        <translation>Danach jeweils die Eingabetaste</translation>
+        <translation>Mit Eingabetaste</translation>
     </message>
     <message>
         <source>Fill</source>
