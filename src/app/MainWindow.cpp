@@ -9,6 +9,7 @@
 #include "app/WindowPlace.h"
 #include "app/WorkBar.h"
 #include "views/Bindings.h"
+#include "views/KeyGrid.h"
 #include "views/LineIcon.h"
 #include "views/PlainText.h"
 
@@ -151,6 +152,16 @@ void MainWindow::MakeActions() {
     edit->addSeparator();
     edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), this,
                     [this] { m_pages->StartSearch(); });
+
+    QAction* beforeKeys = edit->addSeparator();
+    connect(edit, &QMenu::aboutToShow, this, [this, edit, beforeKeys] {
+        const QList<QAction*> all = edit->actions();
+        for (QAction* action : all.mid(all.indexOf(beforeKeys) + 1))
+            edit->removeAction(action);
+        for (const auto* grid : findChildren<views::KeyGrid*>())
+            if (grid->isVisible() && grid->Selects())
+                edit->addActions(grid->actions());
+    });
 
     m_keyboards->Fill(*menuBar()->addMenu(tr("&Keyboard")));
     m_go = menuBar()->addMenu(tr("&Go"));

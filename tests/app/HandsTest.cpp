@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QToolButton>
 
@@ -147,6 +148,13 @@ TEST_F(Hands, TheMenuNamesTheKeyAndPastesText) {
         if (action->objectName() == QStringLiteral("pasteKeys"))
             action->trigger();
     menu->close();
+    QMenu* edit = desk.window->menuBar()->actions()[1]->menu();
+    for (int time = 0; time < 2; ++time) { // once each time that it is shown
+        emit edit->aboutToShow();
+        EXPECT_EQ(
+            std::ranges::count(edit->actions(), QStringLiteral("pasteKeys"), &QObject::objectName),
+            1);
+    }
     EXPECT_EQ(Write(), 1);
     EXPECT_EQ(Slot(4), Bytes("3A 30 B0 BA 00"));
 
@@ -189,6 +197,17 @@ TEST_F(Hands, SeveralKeysArePastedIntoFilledAndCleared) {
     EXPECT_EQ(Slot(3, 7), Bytes("32 B2 0B 8B 02 82 00")); // b01
     EXPECT_EQ(Slot(23, 7), Bytes("32 B2 0B 8B 07 87 00"));
 
+    // Several onto as many.
+    Click(grid, 3);
+    Click(grid, 4, Qt::ShiftModifier);
+    Keys(grid, {Qt::CTRL | Qt::Key_C});
+    Click(grid, 6);
+    Click(grid, 7, Qt::ShiftModifier);
+    Keys(grid, {Qt::CTRL | Qt::Key_V});
+    Write();
+    EXPECT_EQ(Slot(6, 7), Bytes("32 B2 0B 8B 02 82 00"));
+    EXPECT_EQ(Slot(7, 7), Bytes("32 B2 0B 8B 03 83 00"));
+
     // By the keyboard: the first four of the second row, less the second of them.
     grid.setFocus();
     Keys(grid, {Qt::Key_Home, Qt::Key_Down, Qt::SHIFT | Qt::Key_Right, Qt::SHIFT | Qt::Key_Right,
@@ -201,7 +220,7 @@ TEST_F(Hands, SeveralKeysArePastedIntoFilledAndCleared) {
     Write();
     for (int key = 0; key < 24; ++key)
         EXPECT_EQ(Slot(key, 1), Bytes("00")) << key;
-    ExpectSteps(4);
+    ExpectSteps(5);
 }
 
 TEST_F(Hands, WhatDoesNotFitIsRefusedAndNothingIsLost) {
