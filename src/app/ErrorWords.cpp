@@ -1,7 +1,8 @@
 #include "app/ErrorWords.h"
 
+#include "app/ErrorDetails.h"
 #include "app/FaultWords.h"
-#include "app/LocalTime.h"
+#include "app/ProblemWords.h"
 #include "app/SettingWords.h"
 
 #include <QCoreApplication>
@@ -19,33 +20,18 @@ QString ToQt(const std::string& text) {
     return QString::fromStdString(text);
 }
 
-// "till 1 or till 2"
-QString Alternatives(const std::vector<std::string>& names) {
-    QStringList list;
-    for (const std::string& name : names)
-        list.append(ToQt(name));
-    return list.join(Errors::tr(" or "));
-}
-
-QString Hex(Long number) {
-    return QString::number(number, 16).toUpper();
-}
-
 QString KindOfFile(const std::string& key) {
     if (key == "rom")
         return Errors::tr("keyboard program");
     if (key == "chipcard")
         return Errors::tr("chipcard reader's program");
-    return Errors::tr("parameter memory");
+    if (key == "param")
+        return Errors::tr("parameter memory");
+    return ToQt(key);
 }
 
 QString FirstWrite(const host::Error& error) {
     return error.writes.empty() ? QString() : WriteText(error.writes.front());
-}
-
-QString SectionOf(const host::Error& error) {
-    const QString title = SectionTitle(error.place.section);
-    return title.isEmpty() ? ToQt(error.place.section) : title;
 }
 
 // The first of the faults, and how many more there are.
@@ -65,7 +51,29 @@ QString ReadBackText(const host::Error& error) {
                : text + QLatin1Char(' ') + Errors::tr("Affected first: %1.").arg(SectionOf(error));
 }
 
+QString UnusableFileText(const host::Error& error) {
+    const QString text = DeedText(error.problem);
+    return text.isEmpty() ? Errors::tr("A file could not be read or written.") : text;
+}
+
+QString WithRelated(const QString& text, const host::Error& error) {
+    return error.related.empty() ? text
+                                 : text + QLatin1Char(' ') + CauseText(error.related.front());
+}
+
 } // namespace
+
+QString SectionOf(const host::Error& error) {
+    const QString title = SectionTitle(error.place.section);
+    return title.isEmpty() ? ToQt(error.place.section) : title;
+}
+
+QString Alternatives(const std::vector<std::string>& names) {
+    QStringList list;
+    for (const std::string& name : names)
+        list.append(ToQt(name));
+    return list.join(Errors::tr(" or "));
+}
 
 QString CauseText(const host::Error& error) {
     using host::Cause;
@@ -73,14 +81,10 @@ QString CauseText(const host::Error& error) {
     const QString name = ToQt(error.name);
     const QString other = ToQt(error.other);
     switch (error.Why()) {
-    case Cause::WrongUsage:
-    case Cause::Unforeseen:
-        return Errors::tr("This could not be done.");
     case Cause::NoSuchBackup:
         return Errors::tr("There is no backup %1.").arg(name);
     case Cause::NoSuchWrite:
         return Errors::tr("There is no record of an interrupted write %1.").arg(name);
-    case Cause::WriteToForgetUnclear:
     case Cause::WritesInterrupted:
         return Errors::tr("The keyboard holds a part of several interrupted writes.");
     case Cause::DriverTakesNoKeyboard:
@@ -107,7 +111,10 @@ QString CauseText(const host::Error& error) {
     case Cause::KeyboardFileRefused:
         return Errors::tr("The keyboard file %1 cannot be used.").arg(file);
     case Cause::ModelUnusable:
-        return Errors::tr("The model of the simulated keyboard cannot be used.");
+        return error.faults.empty()
+                   ? Errors::tr("The model of the simulated keyboard cannot be used.")
+                   : Errors::tr("The model %1 of the simulated keyboard has faults: %2")
+                         .arg(file, Faults(error));
     case Cause::LayoutUnusable:
         return Errors::tr("The keyboard layout cannot be used.");
     case Cause::NoSuchLayout:
@@ -117,7 +124,7 @@ QString CauseText(const host::Error& error) {
     case Cause::WritingFailed:
         return Errors::tr("Writing to the keyboard failed.");
     case Cause::ReadBackFailed:
-        return Errors::tr("What was written could not be read back.");
+        return WithRelated(Errors::tr("What was written could not be read back."), error);
     case Cause::FileNotSaved:
         return Errors::tr("The %1 could not be saved in %2.").arg(KindOfFile(error.name), file);
     case Cause::FileNotLoaded:
@@ -140,11 +147,9 @@ QString CauseText(const host::Error& error) {
             .arg(file);
     case Cause::NoPlaceInBlock:
         return Errors::tr("A setting has no place in the keyboard's memory.");
-    case Cause::SectionUnknown: {
-        const QString title = SectionTitle(error.name);
+    case Cause::SectionUnknown:
         return Errors::tr("It is not known whether the keyboard has this module: %1.")
-            .arg(title.isEmpty() ? name : title);
-    }
+            .arg(SectionOf(error));
     case Cause::KeyboardUnknown:
         return Errors::tr("It could not be determined which keyboard this is.");
     case Cause::NoLayers:
@@ -164,8 +169,7 @@ QString CauseText(const host::Error& error) {
     case Cause::AbilitiesUnreadable:
         return Errors::tr("The keyboard's abilities could not be read and count as absent.");
     case Cause::FileUnusable:
-        return error.place.file.empty() ? Errors::tr("A file could not be read or written.")
-                                        : Errors::tr("%1 could not be read or written.").arg(file);
+        return UnusableFileText(error);
     case Cause::RecordDamaged:
         return Errors::tr("The record %1 cannot be used.").arg(file);
     case Cause::EntryDamaged:
@@ -275,7 +279,13 @@ QString CauseText(const host::Error& error) {
     case Cause::SectionsAbsent:
         return Errors::tr("The keyboard lacks modules that the document has settings for: %1")
             .arg(Faults(error));
-    // Of batches and the command line, which the application has no part in.
+    // The others are of batches and the command line, which the application has no part in.
+    case Cause::Unforeseen:
+    case Cause::WrongUsage:
+    case Cause::WriteToForgetUnclear:
+    case Cause::IdentifierLeftOut:
+    case Cause::WriteRolledBack:
+    case Cause::ControlReported:
     case Cause::NoSuchUnit:
     case Cause::UnitProcessEnded:
     case Cause::ReportDamaged:
@@ -292,6 +302,7 @@ QString SuggestionText(const host::Error& error) {
     using host::Suggestion;
     switch (error.suggestion) {
     case Suggestion::None:
+    case Suggestion::NameWrite:  // a list to choose from is shown
     case Suggestion::SkipAbsent: // done anyway
         return {};
     case Suggestion::Recover:
@@ -326,51 +337,6 @@ QString SuggestionText(const host::Error& error) {
                          .arg(ToQt(error.place.file));
     }
     return {};
-}
-
-QString DetailsText(const host::Error& error) {
-    QStringList lines;
-    const auto add = [&](const QString& label, const QString& value) {
-        if (!value.isEmpty())
-            lines.append(label.arg(value));
-    };
-    if (error.call) {
-        add(Errors::tr("Driver's function: %1"), ToQt(error.call->function));
-        add(Errors::tr("Driver's status: %1"), QString::number(error.call->status));
-        add(Errors::tr("Driver's message: %1"), ToQt(error.call->meaning));
-    }
-    add(Errors::tr("File: %1"), ToQt(error.place.file));
-    add(Errors::tr("Section: %1"), error.place.section.empty() ? QString() : SectionOf(error));
-    add(Errors::tr("Address: %1 (hexadecimal)"),
-        error.place.address ? Hex(*error.place.address) : QString());
-    if (error.Why() == host::Cause::ReadBackDiffers)
-        add(Errors::tr("Byte: %1 (hexadecimal)"),
-            Errors::tr("%1 instead of %2").arg(Hex(error.found), Hex(error.expected)));
-    add(Errors::tr("Layouts: %1"),
-        error.Why() == host::Cause::NoSuchLayout ? Alternatives(error.names) : QString());
-    for (const host::WriteName& write : error.writes)
-        add(Errors::tr("Write: %1"), ToQt(write.id) + QStringLiteral(", ") + WriteText(write));
-    add(Errors::tr("Backup: %1"), ToQt(error.backup));
-    add(Errors::tr("Reported by the system: %1"), ToQt(error.reason));
-    for (const host::Fault& fault : error.faults)
-        lines.append(FaultText(fault));
-    for (const host::Error& related : error.related) {
-        lines.append(CauseText(related));
-        lines.append(DetailsText(related));
-    }
-    lines.removeAll(QString());
-    return lines.join(QLatin1Char('\n'));
-}
-
-QString DocumentText(const std::string& document) {
-    return document.empty() ? Errors::tr("an untitled document") : ToQt(document);
-}
-
-QString WriteText(const host::WriteName& write) {
-    const QString time = LocalTime(write.time);
-    const QString document = DocumentText(write.document);
-    return write.unit.empty() ? Errors::tr("%1, %2").arg(document, time)
-                              : Errors::tr("%1 for %2, %3").arg(document, ToQt(write.unit), time);
 }
 
 } // namespace qx::app

@@ -1,5 +1,6 @@
 #include "app/Failure.h"
 
+#include "app/ErrorDetails.h"
 #include "app/ErrorWords.h"
 #include "app/Places.h"
 #include "app/SettingWords.h"
@@ -75,11 +76,11 @@ Failure FailureOf(const QString& what, const std::exception& error) {
             known->holds ? WriteFailureText(*known) : Lines({what, CauseText(*known)});
         return {Lines({heading, SuggestionText(*known)}), DetailsText(*known)};
     }
-    const bool isOfFile = dynamic_cast<const files::FileFailure*>(&error) != nullptr ||
+    const bool isOfFile = dynamic_cast<const files::ProblemError*>(&error) != nullptr ||
                           dynamic_cast<const std::filesystem::filesystem_error*>(&error) != nullptr;
-    return FailureOf(what, isOfFile
-                               ? host::FileError(error)
-                               : host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+    return FailureOf(what, isOfFile ? host::FileError(error)
+                                    : host::Error(host::Cause::Unforeseen,
+                                                  {.problem = files::ProblemOf(error)}));
 }
 
 QString WriteFailureText(const host::Error& error) {

@@ -84,6 +84,8 @@ QString Pattern(json::FaultKind kind) {
         return Faults::tr("the sequence has %1 codes, more than the %2 that fit");
     case Kind::SequenceWithoutNames:
         return Faults::tr("a sequence as text needs a keyboard layout");
+    case Kind::NoKeyTypes:
+        return Faults::tr("no key of the layout types \"%1\"");
     case Kind::SequenceWithZero:
         return Faults::tr("{0} would end the sequence in the keyboard");
     case Kind::PlaceholderNotApart:

@@ -197,8 +197,9 @@ QString KeyActions::Fill(const Series& series) {
                 codes.insert(codes.end(), {kEnter, static_cast<Byte>(kEnter + kRelease)});
             wanted[key] = std::move(codes);
         }
-    } catch (const std::invalid_argument& error) {
-        return QString::fromUtf8(error.what());
+    } catch (const UntypableCharacter& error) {
+        return tr("No key of this layout types \"%1\".")
+            .arg(QString::fromStdString(error.Character()));
     }
     m_edits.Put(wanted);
     return {};

@@ -1,5 +1,6 @@
 #include "app/Transfers.h"
 
+#include "app/ErrorDetails.h"
 #include "app/ErrorWords.h"
 #include "app/LocalTime.h"
 #include "app/Places.h"
@@ -204,8 +205,8 @@ Transfers::Sent Transfers::Send(const std::function<void()>& write) {
         return error.holds == host::Holds::New ? Sent::WithFailure : Sent::Not;
     } catch (const std::exception& error) {
         emit Failed(
-            FailureOf({}, host::Error(host::Cause::Unforeseen,
-                                      {.reason = error.what(), .holds = host::Holds::Unknown})));
+            FailureOf({}, host::Error(host::Cause::Unforeseen, {.problem = files::ProblemOf(error),
+                                                                .holds = host::Holds::Unknown})));
         return Sent::Not;
     }
 }

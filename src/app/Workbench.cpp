@@ -5,6 +5,7 @@
 #include "app/SettingWords.h"
 #include "files/Files.h"
 #include "files/Sha256.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
@@ -122,7 +123,10 @@ void Workbench::Connect() {
         m_driverNote = isApart
                            ? tr("The driver library has a different word size from this program "
                                 "and runs in a process of its own.")
-                           : ToQt(m_driver.note);
+                       : m_driver.unchosen.empty()
+                           ? QString()
+                           : tr("No keyboard was chosen: the simulated keyboard in %1 is used.")
+                                 .arg(ToQt(m_driver.unchosen));
         host::Session::Options options;
         options.progress = [this](int percent) { emit Progressed(percent); };
         options.statusText = m_driver.statusText;
@@ -237,7 +241,7 @@ host::WritePlan Workbench::PlanWrite(bool repairs) {
 
 host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
     host::Writer::Request request;
-    request.document = m_file.string();
+    request.document = files::TextOf(m_file);
     request.documentSha256 = files::Sha256(m_history->Document().ToText());
     const auto outcome =
         WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });

@@ -1,24 +1,10 @@
 #include "batch/Attempt.h"
 
-#include "host/ErrorText.h"
-
 namespace qx::batch {
 
-std::string Attempt::Outcome() const {
-    if (failure)
-        return "failed: " + report.message;
-    if (report.bytesSent == 0)
-        return "done: it held all of it already";
-    return "done: wrote " + std::to_string(report.bytesSent) +
-           (report.bytesSent == 1 ? " byte" : " bytes") + ", read back and found equal";
-}
-
 void Attempt::Fail(const host::Error& error) {
-    failure = error.Kind();
     report.result = Result::Failed;
-    report.code = host::CodeOf(error.Kind());
-    report.message = host::TextOf(error);
-    report.suggestion = error.suggestion;
+    report.error = error;
 }
 
 Attempt NewAttempt(const Unit& unit, host::Time now) {
@@ -39,7 +25,7 @@ Attempt MakeAttempt(const Unit& unit, host::Time now,
     } catch (const host::Error& error) {
         attempt.Fail(error);
     } catch (const std::exception& error) {
-        attempt.Fail(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+        attempt.Fail(host::Error(host::Cause::Unforeseen, {.problem = files::ProblemOf(error)}));
     }
     return attempt;
 }

@@ -7,19 +7,14 @@
 #include "host/RecordFiles.h"
 
 #include <functional>
-#include <optional>
-#include <string>
 #include <vector>
 
 namespace qx::batch {
 
 struct Attempt {
     UnitReport report;
-    std::optional<host::ErrorKind> failure; // empty if it succeeded
-    std::vector<std::string> notes;         // additional notes for the user
+    std::vector<host::Error> warnings;
 
-    // "done: wrote 9 bytes, read back and found equal", "failed: ...".
-    [[nodiscard]] std::string Outcome() const;
     void Fail(const host::Error& error);
 };
 

@@ -76,11 +76,9 @@ const UnitReport& Batch::ReportOf(const Unit& unit) const {
 }
 
 void Batch::Note(const Unit& unit, const Attempt& attempt) {
-    for (const std::string& note : attempt.notes)
-        m_services.warn(note);
-    m_services.note("[" + std::to_string(NumberOf(unit) + 1) + " of " +
-                    std::to_string(m_job.Units().size()) + "] " + unit.name + ": " +
-                    attempt.Outcome());
+    for (const host::Error& warning : attempt.warnings)
+        m_services.warn(unit.name, warning);
+    m_services.finished(attempt.report, NumberOf(unit) + 1, m_job.Units().size());
     ReportOf(unit) = attempt.report;
     m_attempts[NumberOf(unit)] = attempt;
     m_report.Save();
@@ -88,15 +86,15 @@ void Batch::Note(const Unit& unit, const Attempt& attempt) {
 
 std::optional<host::ErrorKind> Batch::FirstFailure() const {
     for (const auto& [number, attempt] : m_attempts)
-        if (attempt.failure)
-            return attempt.failure;
+        if (attempt.report.error)
+            return attempt.report.error->Kind();
     return std::nullopt;
 }
 
 ThisRun Batch::ThisRunSoFar() const {
     ThisRun run;
     for (const auto& [number, attempt] : m_attempts) {
-        (attempt.failure ? run.failed : run.done).push_back(attempt.report.name);
+        (attempt.report.error ? run.failed : run.done).push_back(attempt.report.name);
         run.bytesSent += attempt.report.bytesSent;
     }
     return run;

@@ -1,7 +1,6 @@
 #include "batch/Batch.h"
 #include "batch/Keyboard.h"
 #include "files/SystemTexts.h"
-#include "host/ErrorText.h"
 
 #include <optional>
 #include <utility>
@@ -22,6 +21,8 @@ public:
     }
 
 private:
+    using News = BenchNews::Kind;
+
     void Attend() {
         const auto keyboard = Look();
         if (keyboard && !HasHadItsTurn(*keyboard))
@@ -33,28 +34,28 @@ private:
         const setup::KeyboardChoice& choice = *m_batch.m_job.Bench();
         std::error_code ignored;
         if (!choice.keyboard.empty() && !std::filesystem::exists(choice.keyboard, ignored))
-            return Unplugged("there is no " + files::TextOf(choice.keyboard));
+            return Unplugged(host::Error(host::Cause::KeyboardFileMissing,
+                                         {.place = {.file = files::TextOf(choice.keyboard)}}));
         setup::OpenedDriver driver = m_services.openDriver(choice);
         try {
             return std::make_unique<Keyboard>(std::move(driver), m_services);
         } catch (const host::Error& error) {
             if (error.Kind() == host::ErrorKind::KeyboardNotOpened)
-                return Unplugged(host::TextOf(error));
-            NoteOnce(host::TextOf(error));
+                return Unplugged(error);
+            ReportOnce({.kind = News::Fails, .why = error});
             return nullptr;
         }
     }
-    std::unique_ptr<Keyboard> Unplugged(const std::string& reason) {
+    std::unique_ptr<Keyboard> Unplugged(const host::Error& why) {
         m_handled.reset();
-        const Unit* unit = Next("");
-        NoteOnce("waiting for " + (unit != nullptr ? unit->name : "a keyboard") + " (" + reason +
-                 ")");
+        ReportOnce({News::Waits, Next(""), why});
         return nullptr;
     }
-    // Notes a text once, not repeatedly while nothing changes.
-    void NoteOnce(const std::string& text) {
-        if (std::exchange(m_noted, text) != text)
-            m_services.note(text);
+    // Once, not repeatedly while nothing changes.
+    void ReportOnce(const BenchNews& news) {
+        if (m_reported != news)
+            m_services.atBench(news);
+        m_reported = news;
     }
 
     // Keyboards without an identifier are only distinguished by being unplugged in between.
@@ -89,24 +90,21 @@ private:
         const Unit* done = DoneAs(identifier);
         const Unit* unit = Next(identifier);
         if (done != nullptr)
-            m_services.note("this keyboard is " + done->name + ", which is done");
+            m_services.atBench({News::IsDone, done});
         else if (unit == nullptr)
-            m_services.note("this keyboard is not one of the remaining units");
+            m_services.atBench({News::IsUnknown});
         else
             m_batch.Program(*unit, [&](UnitReport& report) { keyboard.Program(*unit, report); });
         m_handled = keyboard.Identifier(); // the document may have changed it
-        const Unit* next = Next("");
         if (!m_batch.IsAllDone())
-            m_services.note(
-                "next: unplug this keyboard, and plug in " +
-                (next != nullptr ? "the one for " + next->name : "one of the remaining units"));
-        m_noted.clear();
+            m_services.atBench({News::ExpectsNext, Next("")});
+        m_reported.reset();
     }
 
     Batch& m_batch;
     const Services& m_services;
     std::optional<std::string> m_handled; // the identifier of the keyboard that has been handled
-    std::string m_noted;
+    std::optional<BenchNews> m_reported;
 };
 
 void Batch::RunAtBench() {

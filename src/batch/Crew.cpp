@@ -12,6 +12,15 @@ struct Crew::Member {
     bool isBriefed = false;   // it has been sent the settings
 };
 
+namespace {
+
+bool IsBusy(const Attempt& attempt) {
+    const auto& error = attempt.report.error;
+    return error && error->Kind() == host::ErrorKind::KeyboardBusy;
+}
+
+} // namespace
+
 Crew::Crew(std::size_t size, std::filesystem::path program, WorkerSettings settings)
     : m_program(std::move(program)), m_settings(std::move(settings)) {
     while (m_members.size() < size)
@@ -42,7 +51,7 @@ void Crew::Run(const std::vector<const Unit*>& units, const std::function<bool()
             const auto attempt = Hear(member);
             if (!attempt)
                 continue;
-            if (attempt->failure == host::ErrorKind::KeyboardBusy && !task.isAlone)
+            if (IsBusy(*attempt) && !task.isAlone)
                 waiting.push_back({task.unit, true});
             else
                 finished(*task.unit, *attempt);
@@ -134,7 +143,7 @@ std::optional<Attempt> Crew::Hear(std::unique_ptr<Member>& member) {
     Attempt attempt = NewAttempt(*member->task->unit, std::chrono::system_clock::now());
     const auto ending = member->child.End(steady_clock::now() + std::chrono::seconds(1));
     attempt.Fail(host::Error(host::Cause::UnitProcessEnded,
-                             {.reason = ending.Text(), .holds = host::Holds::Unknown}));
+                             {.problem = ending.AsProblem(), .holds = host::Holds::Unknown}));
     member.reset();
     return attempt;
 }

@@ -26,8 +26,9 @@ constexpr std::string_view kFormat = "qx-batch";
 constexpr int kVersion = 1;
 
 [[noreturn]] void Refuse(const fs::path& file, const std::vector<Fault>& faults) {
-    throw host::Error(host::Cause::JobFaults,
-                      {.place = {.file = files::TextOf(file)}, .faults = faults});
+    throw host::Error(host::Cause::JobFaults, {.place = {.file = files::TextOf(file)},
+                                               .holds = host::Holds::NotTouched,
+                                               .faults = faults});
 }
 
 // A text that must not be empty; returns an empty text if there is none.
@@ -173,10 +174,9 @@ private:
                     document.RemoveIdentifier();
                     replacement =
                         std::make_shared<const host::ConfigurationDocument>(std::move(document));
-                    m_job.m_notes.push_back(
-                        unit->document->Name() + " has the identifier " + identifier +
-                        ", which only one keyboard can have: it is left out, and each keyboard "
-                        "keeps its own");
+                    m_job.m_warnings.push_back(host::Error(
+                        host::Cause::IdentifierLeftOut,
+                        {.name = identifier, .place = {.file = unit->document->Name()}}));
                 }
                 unit->document = replacement;
             }

@@ -48,8 +48,8 @@ public:
     [[nodiscard]] const std::string& Layout() const { return m_layout; } // may be empty
     [[nodiscard]] const std::optional<setup::KeyboardChoice>& Bench() const { return m_bench; }
     [[nodiscard]] const std::vector<Unit>& Units() const { return m_units; }
-    // Notes for the user, for example that identifiers are omitted.
-    [[nodiscard]] const std::vector<std::string>& Notes() const { return m_notes; }
+    // For the user: identifiers that are left out.
+    [[nodiscard]] const std::vector<host::Error>& Warnings() const { return m_warnings; }
 
 private:
     class Reader;
@@ -59,7 +59,7 @@ private:
     std::string m_layout;
     std::optional<setup::KeyboardChoice> m_bench;
     std::vector<Unit> m_units;
-    std::vector<std::string> m_notes;
+    std::vector<host::Error> m_warnings;
     // For finding variables without a placeholder in any document.
     host::Variables::Values m_common;
     std::vector<host::Variables::Values> m_own; // per unit

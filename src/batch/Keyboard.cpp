@@ -1,7 +1,6 @@
 #include "batch/Keyboard.h"
 
 #include "files/Sha256.h"
-#include "host/ErrorText.h"
 #include "qxcontrols/platform/GuidCreator.h"
 
 #include <algorithm>
@@ -70,8 +69,8 @@ void Keyboard::RollBack(host::Writer& writer, const Unit& unit, UnitReport& repo
         const host::JournalEntry& write = writes.front();
         (void)writer.Recover(write, host::Writer::Way::RollBack);
         report.isRolledBack = true;
-        m_services.warn(unit.name + ": rolled back the " + write.action + " of " + write.document +
-                        " of " + write.time + ", which was interrupted");
+        m_services.warn(unit.name,
+                        host::Error(host::Cause::WriteRolledBack, {.writes = {write.Name()}}));
     }
 }
 
@@ -115,8 +114,7 @@ void Keyboard::WriteDocument(host::Writer& writer,
         throw host::AbsentError(unit.document->Name(), absent);
     const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});
     if (plan.GivesIdentifier())
-        m_services.warn(unit.name + ": " +
-                        host::TextOf(unit.document->IdentifierWarning(plan.ReplacesIdentifier())));
+        m_services.warn(unit.name, unit.document->IdentifierWarning(plan.ReplacesIdentifier()));
     host::Writer::Request request;
     request.document = unit.document->Name();
     request.documentSha256 = files::Sha256(unit.document->ToText());

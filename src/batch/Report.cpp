@@ -1,5 +1,6 @@
 #include "batch/Report.h"
 
+#include "host/ErrorJson.h"
 #include "host/RecordFiles.h"
 #include "json/Members.h"
 
@@ -12,8 +13,6 @@ namespace {
 using json::Json;
 
 constexpr host::RecordFormat kFormat = {"qx-batch-report", 1};
-
-constexpr Result kResults[] = {Result::NotDone, Result::Done, Result::Failed};
 
 template <typename AnyUnit, typename Visit>
 void VisitMembers(AnyUnit& unit, Visit visit) {
@@ -31,7 +30,7 @@ void VisitMembers(AnyUnit& unit, Visit visit) {
 
 } // namespace
 
-std::string_view NameOf(Result result) {
+std::string_view CodeOf(Result result) {
     switch (result) {
     case Result::NotDone:
         return "not done";
@@ -44,40 +43,25 @@ std::string_view NameOf(Result result) {
 }
 
 Json ToJson(Result result) {
-    return NameOf(result);
+    return CodeOf(result);
 }
 
 void Take(const json::Value& value, Result& result) {
-    const auto name = value.Text();
-    const auto* const found = std::find_if(std::begin(kResults), std::end(kResults),
-                                           [&](Result each) { return name == NameOf(each); });
-    if (found != std::end(kResults))
-        result = *found;
-    else if (name)
-        value.RefuseAs(json::FaultKind::NotAChoice, "not done, done, failed");
+    json::TakeCode(value, Result::Failed, result);
 }
 
 Json ToJson(const UnitReport& unit) {
     Json json = json::MembersToJson([&](auto visit) { VisitMembers(unit, visit); });
-    json["error"] = nullptr;
-    if (unit.result == Result::Failed)
-        json["error"] = {{"code", unit.code},
-                         {"message", unit.message},
-                         {"suggestion", host::CodeOf(unit.suggestion)}};
+    json["error"] = unit.error ? host::ToJson(*unit.error) : Json();
     return json;
 }
 
 void Take(const json::Value& value, UnitReport& unit) {
     json::Object members(value);
     json::TakeMembers(members, [&](auto visit) { VisitMembers(unit, visit); });
-    const json::Value failure = members.Get("error");
-    if (unit.result == Result::Failed) {
-        json::Object error(failure);
-        json::Take(error.Get("code"), unit.code);
-        json::Take(error.Get("message"), unit.message);
-        unit.suggestion = host::SuggestionOf(error.Get("suggestion").Text().value_or(""));
-        error.RefuseOthers();
-    }
+    const json::Value error = members.Get("error");
+    if (unit.result == Result::Failed)
+        unit.error = host::ErrorFrom(error);
     members.RefuseOthers();
 }
 

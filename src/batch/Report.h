@@ -1,7 +1,7 @@
 // Report: how far a job has come, in a file beside it.
 //
-// It is what people and programs read of a batch, and what the next run of the job begins from. It
-// is written anew, in one step, whenever something has happened to a keyboard.
+// People and programs read it, and the next run of the job continues from it. It is replaced in one
+// step after every attempt with a keyboard.
 #pragma once
 
 #include "host/Error.h"
@@ -10,6 +10,7 @@
 #include "json/Reader.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,17 +21,15 @@ enum class Result { NotDone, Done, Failed };
 struct UnitReport {
     std::string name;
     Result result = Result::NotDone;
-    std::string wanted;        // of the unit, when it was programmed
-    std::string time;          // of the last attempt; empty before
-    std::string document;      // its name
-    std::string keyboard;      // its name
-    std::string identifier;    // of the keyboard, after the write; may be empty
-    Long bytesSent = 0;        // 0: it held all of it already
-    std::string backup;        // the id of the one made before
-    bool isRolledBack = false; // a write that had been interrupted was rolled back first
-    std::string code;          // of the failure, for programs
-    std::string message;
-    host::Suggestion suggestion = host::Suggestion::None;
+    std::string wanted;               // of the unit, when it was programmed
+    std::string time;                 // of the last attempt; empty before
+    std::string document;             // its name
+    std::string keyboard;             // its name
+    std::string identifier;           // of the keyboard, after the write; may be empty
+    Long bytesSent = 0;               // 0: it held all of it already
+    std::string backup;               // the id of the one made before
+    bool isRolledBack = false;        // a write that had been interrupted was rolled back first
+    std::optional<host::Error> error; // why it failed
 };
 
 class Report {
@@ -62,7 +61,7 @@ private:
 void Take(const json::Value& value, UnitReport& unit);
 
 // "done", "failed", "not done".
-[[nodiscard]] std::string_view NameOf(Result result);
+[[nodiscard]] std::string_view CodeOf(Result result);
 [[nodiscard]] host::Json ToJson(Result result);
 void Take(const json::Value& value, Result& result);
 

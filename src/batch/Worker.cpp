@@ -1,7 +1,9 @@
 #include "batch/Worker.h"
 
 #include "batch/Keyboard.h"
+#include "files/Limits.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorJson.h"
 #include "host/HexText.h"
 #include "qxcontrols/device/Trace.h"
 #include "json/Members.h"
@@ -23,47 +25,74 @@ std::string LineOf(const Json& json) {
 Json ToJson(const std::filesystem::path& path) {
     return host::ToHexText(files::TextOf(path));
 }
-std::filesystem::path PathFrom(const Json& json) {
-    return files::PathOf(host::FromHexText(json.get<std::string>()).value());
+std::filesystem::path PathFrom(const json::Value& value) {
+    const auto text = value.Text();
+    const auto bytes = text ? host::FromHexText(*text) : std::nullopt;
+    if (text && !bytes)
+        value.RefuseAs(json::FaultKind::NotBytes);
+    return files::PathOf(bytes.value_or(""));
 }
 
-WorkerSettings SettingsFrom(const Json& json) {
+// Reads a line. Throws json::FaultError.
+template <typename Read>
+auto FromLine(const std::string& line, const Read& read) {
+    const Json json = json::ParseStrictly(line, files::kMostOfRecord);
+    json::Faults faults;
+    json::Object members(json::Value(json, "", faults));
+    auto result = read(members);
+    members.RefuseOthers();
+    faults.ThrowAny();
+    return result;
+}
+
+WorkerSettings SettingsFrom(json::Object& members) {
     WorkerSettings settings;
-    settings.layouts = {PathFrom(json.at("layouts")), json.at("layout").get<std::string>(),
-                        json.at("preferredLayout").get<std::string>()};
-    settings.records = PathFrom(json.at("records"));
-    settings.skipAbsent = json.at("skipAbsent").get<bool>();
-    settings.repair = json.at("repair").get<bool>();
-    settings.isolation.program = PathFrom(json.at("driverHost"));
-    settings.isolation.limit = std::chrono::milliseconds(json.at("limit").get<std::int64_t>());
-    settings.trace = json.at("trace").get<bool>();
+    settings.layouts.folder = PathFrom(members.Get("layouts"));
+    json::Take(members.Get("layout"), settings.layouts.chosen);
+    json::Take(members.Get("preferredLayout"), settings.layouts.preferred);
+    settings.records = PathFrom(members.Get("records"));
+    json::Take(members.Get("skipAbsent"), settings.skipAbsent);
+    json::Take(members.Get("repair"), settings.repair);
+    settings.isolation.program = PathFrom(members.Get("driverHost"));
+    std::int64_t limit = 0;
+    json::Take(members.Get("limit"), limit);
+    settings.isolation.limit = std::chrono::milliseconds(limit);
+    json::Take(members.Get("trace"), settings.trace);
     return settings;
 }
 
-Unit UnitFrom(const Json& json) {
+Unit UnitFrom(json::Object& members) {
     Unit unit;
-    unit.name = json.at("name").get<std::string>();
-    unit.target = setup::KeyboardChoice{PathFrom(json.at("driver")), PathFrom(json.at("keyboard")),
-                                        json.at("model").get<std::string>()};
-    unit.targetText = json.at("place").get<std::string>();
-    unit.identifier = json.at("identifier").get<std::string>();
-    unit.document =
-        std::make_shared<const host::ConfigurationDocument>(host::ConfigurationDocument::Parse(
-            json.at("document").dump(), json.at("documentName").get<std::string>()));
-    for (const auto& [name, value] : json.at("variables").items())
-        unit.variables[name] = value.get<std::string>();
-    unit.wanted = json.at("wanted").get<std::string>();
+    json::Take(members.Get("name"), unit.name);
+    unit.target.emplace();
+    unit.target->driver = PathFrom(members.Get("driver"));
+    unit.target->keyboard = PathFrom(members.Get("keyboard"));
+    json::Take(members.Get("model"), unit.target->model);
+    json::Take(members.Get("place"), unit.targetText);
+    json::Take(members.Get("identifier"), unit.identifier);
+    std::string name;
+    json::Take(members.Get("documentName"), name);
+    if (const json::Value document = members.Get("document"); document.Exists())
+        unit.document = std::make_shared<const host::ConfigurationDocument>(
+            host::ConfigurationDocument::Parse(document.AsJson().dump(), name));
+    json::Object variables(members.Get("variables"));
+    for (const auto& [variable, value] : variables.All())
+        json::Take(value, unit.variables[variable]);
+    json::Take(members.Get("wanted"), unit.wanted);
     return unit;
 }
 
-// Collects notes that would otherwise be shown to the user at once.
-class NotedMessageBoxes : public MessageBoxes {
+// Collects the controls' messages for the batch.
+class CollectedMessageBoxes : public MessageBoxes {
 public:
-    explicit NotedMessageBoxes(std::vector<std::string>& notes) : m_notes(notes) {}
-    void Show(std::string_view sText) override { m_notes.emplace_back(sText); }
+    explicit CollectedMessageBoxes(std::vector<host::Error>& warnings) : m_warnings(warnings) {}
+    void Show(std::string_view sText) override {
+        m_warnings.push_back(
+            host::Error(host::Cause::ControlReported, {.reason = std::string(sText)}));
+    }
 
 private:
-    std::vector<std::string>& m_notes;
+    std::vector<host::Error>& m_warnings;
 };
 
 // The next line; the empty text when the channel is closed.
@@ -78,9 +107,7 @@ std::string NextLine(process::Channel& channel, std::string& arrived) {
 }
 
 Json ToJson(const Attempt& attempt) {
-    return {{"report", ToJson(attempt.report)},
-            {"failure", attempt.failure ? Json(static_cast<int>(*attempt.failure)) : Json()},
-            {"notes", attempt.notes}};
+    return {{"report", ToJson(attempt.report)}, {"warnings", host::ToJson(attempt.warnings)}};
 }
 
 } // namespace
@@ -111,26 +138,20 @@ std::string LineOf(const Unit& unit) {
 }
 
 Attempt AttemptOf(const std::string& line) {
-    const Json json = json::ParseStrictly(line, line.size());
-    json::Faults faults;
-    json::Object members(json::Value(json, "", faults));
-    Attempt attempt;
-    std::optional<int> failure;
-    Take(members.Get("report"), attempt.report);
-    json::Take(members.Get("failure"), failure);
-    json::Take(members.Get("notes"), attempt.notes);
-    faults.ThrowAny();
-    if (failure)
-        attempt.failure = static_cast<host::ErrorKind>(*failure);
-    return attempt;
+    return FromLine(line, [](json::Object& members) {
+        Attempt attempt;
+        Take(members.Get("report"), attempt.report);
+        attempt.warnings = host::ErrorsFrom(members.Get("warnings"));
+        return attempt;
+    });
 }
 
 void Work(process::Channel& channel) {
     std::string arrived;
-    const WorkerSettings settings = SettingsFrom(Json::parse(NextLine(channel, arrived)));
+    const WorkerSettings settings = FromLine(NextLine(channel, arrived), SettingsFrom);
     Layouts layouts(settings.layouts);
-    std::vector<std::string> notes;
-    NotedMessageBoxes boxes(notes);
+    std::vector<host::Error> warnings;
+    CollectedMessageBoxes boxes(warnings);
     Services services;
     services.openDriver = [&](setup::KeyboardChoice choice) {
         choice.isolation = settings.isolation;
@@ -143,16 +164,18 @@ void Work(process::Channel& channel) {
     services.records = settings.records;
     services.skipAbsent = settings.skipAbsent;
     services.repair = settings.repair;
-    services.warn = [&](const std::string& text) { notes.push_back(text); };
+    services.warn = [&](const std::string& /*unit*/, const host::Error& warning) {
+        warnings.push_back(warning);
+    };
     if (settings.trace)
         SetTraceSink([](std::string_view text) { std::cerr << std::string(text) + "\n"; });
     for (std::string line = NextLine(channel, arrived); !line.empty();
          line = NextLine(channel, arrived)) {
-        const Unit unit = UnitFrom(Json::parse(line));
+        const Unit unit = FromLine(line, UnitFrom);
         Attempt attempt = MakeAttempt(unit, services.now(), [&](UnitReport& report) {
             Keyboard(services.openDriver(*unit.target), services).Program(unit, report);
         });
-        attempt.notes = std::exchange(notes, {});
+        attempt.warnings = std::exchange(warnings, {});
         (void)channel.Send(LineOf(ToJson(attempt))); // it ends with the batch
     }
 }

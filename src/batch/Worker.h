@@ -25,7 +25,7 @@ struct WorkerSettings {
 };
 
 // The lines that the batch sends, and the parsing of answers; each line ends with a line feed.
-// Reading throws std::exception for an invalid line.
+// Reading throws json::FaultError for an invalid line.
 [[nodiscard]] std::string LineOf(const WorkerSettings& settings);
 [[nodiscard]] std::string LineOf(const Unit& unit);
 [[nodiscard]] Attempt AttemptOf(const std::string& line);

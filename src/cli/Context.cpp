@@ -5,6 +5,7 @@
 #include "cli/PreferenceStore.h"
 #include "files/Files.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorJson.h"
 #include "host/ErrorText.h"
 #include "host/Traces.h"
 #include "setup/LayoutSource.h"
@@ -67,8 +68,9 @@ Context::~Context() {
 
 setup::OpenedDriver Context::OpenDriver(const setup::KeyboardChoice& choice) {
     setup::OpenedDriver driver = m_surroundings.openDriver(choice);
-    if (!driver.note.empty())
-        Note(driver.note);
+    if (!driver.unchosen.empty())
+        Note("no --driver and no --keyboard: using the simulated keyboard in " +
+             files::TextOf(driver.unchosen));
     return driver;
 }
 
@@ -77,7 +79,8 @@ setup::KeyboardChoice Context::Chosen() const {
     if (choice.driver.empty() && choice.keyboard.empty())
         choice.driver = m_surroundings.driver;
     if (!choice.driver.empty()) // such a library may do anything, even end its process
-        choice.isolation = driverhost::Isolation{{}, kDriverSilence};
+        choice.isolation = driverhost::Isolation{
+            {}, kDriverSilence, [this] { return !m_isWriting && InterruptWatch::Signal() != 0; }};
     return choice;
 }
 
@@ -123,7 +126,10 @@ host::Writer& Context::Writer() {
         writing.folder = DataFolder();
         writing.origin = m_driver.origin;
         writing.isStopped = [] { return InterruptWatch::Signal() != 0; };
-        writing.onStep = [this](host::Step step) { m_step = WordOf(step); };
+        writing.onStep = [this](host::Step step) {
+            m_step = WordOf(step);
+            m_isWriting = m_isWriting || step == host::Step::Writing;
+        };
         writing.newConfiguration = [this] { return NewConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
@@ -260,7 +266,9 @@ std::string Context::StandardInput() {
 }
 
 int Context::Report(const host::Error& error) {
-    if (error.Kind() == host::ErrorKind::Stopped && InterruptWatch::Signal() != 0)
+    const bool isEnded = error.Kind() == host::ErrorKind::Stopped ||
+                         error.problem.obstacle == files::Obstacle::EndedByUser;
+    if (isEnded && InterruptWatch::Signal() != 0)
         return Report(Interrupted{InterruptWatch::Signal()});
     const auto& faults = error.faults;
     m_console.Error("qxconf: " + MessageOf(error));
@@ -269,7 +277,7 @@ int Context::Report(const host::Error& error) {
     if (faults.size() > kShownFaults)
         m_console.Error("        and " + std::to_string(faults.size() - kShownFaults) + " more");
     if (options.json)
-        JsonResult({{"error", ToJson(error)}});
+        JsonResult({{"error", host::ToJson(error)}});
     return ExitStatusOf(error.Kind());
 }
 
@@ -279,7 +287,7 @@ int Context::Report(const Interrupted& interrupted) {
     m_console.Error("qxconf: " + message);
     if (options.json) {
         host::Json json =
-            ToJson(host::Error(host::Cause::Stopped, {.holds = host::Holds::NotTouched}));
+            host::ToJson(host::Error(host::Cause::Stopped, {.holds = host::Holds::NotTouched}));
         json["code"] = "interrupted";
         json["message"] = message;
         JsonResult({{"error", std::move(json)}});

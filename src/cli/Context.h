@@ -96,7 +96,8 @@ public:
 
     // For commands that use other keyboards than the one in the options: drivers, services of
     // controls, the folder of all records, and waiting.
-    [[nodiscard]] setup::KeyboardChoice Chosen() const; // according to the options
+    // According to the options. Its isolation must not outlive this object.
+    [[nodiscard]] setup::KeyboardChoice Chosen() const;
     [[nodiscard]] setup::OpenedDriver OpenDriver(const setup::KeyboardChoice& choice);
     [[nodiscard]] const Platform& Services() const { return m_platform; }
     [[nodiscard]] std::filesystem::path DataFolder() const;
@@ -135,6 +136,7 @@ private:
     setup::OpenedDriver m_driver;
     std::optional<InterruptWatch> m_interrupts; // while a keyboard is open
     std::string_view m_step = "transfer";       // the work's current step, shown in the bar
+    bool m_isWriting = false; // or has written: the driver is then left all of its time
     std::unique_ptr<host::Session> m_session;
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;

@@ -6,13 +6,41 @@ namespace qx::cli {
 
 namespace {
 
-host::Json OrNull(std::string_view text) {
-    return text.empty() ? host::Json() : host::Json(text);
-}
-
-template <typename Value>
-host::Json OrNull(const std::optional<Value>& value) {
-    return value ? host::Json(*value) : host::Json();
+std::string HintOf(const host::Error& error) {
+    using host::Suggestion;
+    switch (error.suggestion) {
+    case Suggestion::Recover:
+        return "; see qxconf recover";
+    case Suggestion::NameWrite:
+        return "; name the one to be forgotten: qxconf recover --forget ID";
+    case Suggestion::RestoreBackup:
+        return " (qxconf backup restore)";
+    case Suggestion::Repair:
+        return " (--repair replaces what is damaged)";
+    case Suggestion::SkipAbsent:
+        return " (--skip-absent leaves such sections out)";
+    case Suggestion::GiveVariables:
+        return "; values are given by --set " + (error.name.empty() ? "NAME" : error.name) +
+               "=VALUE";
+    case Suggestion::ChooseModel:
+        return "; with --model NAME one is made there";
+    case Suggestion::LeaveOutKeyboard:
+        return " (--keyboard and --model choose a simulated keyboard)";
+    case Suggestion::LeaveOutIdentifier:
+        return "; keyboards keep their own when a document leaves the identifier out (qxconf "
+               "upload --no-identifier)";
+    case Suggestion::MoveFileAway:
+        return error.Why() == host::Cause::ReportDamaged
+                   ? ": move it away, and all of them are programmed again"
+                   : ": look at what the keyboard holds, move that file to another folder, and "
+                     "try again";
+    case Suggestion::None:
+    case Suggestion::ReadAgain:
+    case Suggestion::TryLater:
+    case Suggestion::ChooseDriver:
+        break;
+    }
+    return {};
 }
 
 } // namespace
@@ -21,56 +49,8 @@ host::Error UsageError(const std::string& text) {
     return host::Error(host::Cause::WrongUsage, {.reason = text});
 }
 
-std::string HintOf(host::Suggestion suggestion, const std::string& name) {
-    using host::Suggestion;
-    switch (suggestion) {
-    case Suggestion::Recover:
-        return "; see qxconf recover";
-    case Suggestion::RestoreBackup:
-        return " (qxconf backup restore)";
-    case Suggestion::Repair:
-        return " (--repair replaces what is damaged)";
-    case Suggestion::SkipAbsent:
-        return " (--skip-absent leaves such sections out)";
-    case Suggestion::GiveVariables:
-        return "; values are given by --set " + name + "=VALUE";
-    case Suggestion::ChooseModel:
-        return "; with --model NAME one is made there";
-    case Suggestion::LeaveOutKeyboard:
-        return " (--keyboard and --model choose a simulated keyboard)";
-    case Suggestion::LeaveOutIdentifier:
-        return " (qxconf upload --no-identifier)";
-    case Suggestion::None:
-    case Suggestion::ReadAgain:
-    case Suggestion::TryLater:
-    case Suggestion::ChooseDriver:
-    case Suggestion::MoveFileAway:
-        break;
-    }
-    return {};
-}
-
 std::string MessageOf(const host::Error& error) {
-    return host::TextOf(error) + HintOf(error.suggestion, error.name);
-}
-
-host::Json ToJson(const host::Error& error) {
-    const auto& faults = error.faults;
-    const std::string pointer =
-        error.place.pointer.empty() && !faults.empty() ? faults.front().place : error.place.pointer;
-    host::Json json = {{"code", host::CodeOf(error.Kind())}, {"message", MessageOf(error)}};
-    json["place"] = pointer.empty() && faults.empty() ? host::Json() : host::Json(pointer);
-    json["file"] = OrNull(error.place.file);
-    json["section"] = OrNull(error.place.section);
-    json["address"] = OrNull(error.place.address);
-    json["function"] = OrNull(error.call ? error.call->function : "");
-    json["status"] = OrNull(error.Status());
-    json["holds"] = OrNull(error.holds ? host::CodeOf(*error.holds) : "");
-    json["backup"] = OrNull(error.backup);
-    json["suggestion"] = OrNull(host::CodeOf(error.suggestion));
-    for (const host::Fault& fault : faults)
-        json["faults"].push_back(ToJson(fault));
-    return json;
+    return host::TextOf(error) + HintOf(error);
 }
 
 int ExitStatusOf(host::ErrorKind kind) {

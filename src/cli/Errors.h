@@ -1,9 +1,8 @@
-// Errors as reported by the command line: as text with its commands and options, as JSON, and as an
-// exit status.
+// Errors as reported by the command line: as text with its commands and options, and as an exit
+// status. Their JSON is that of host/ErrorJson.h.
 #pragma once
 
 #include "host/Error.h"
-#include "host/Json.h"
 
 #include <string>
 
@@ -12,12 +11,8 @@ namespace qx::cli {
 // An error in an argument.
 [[nodiscard]] host::Error UsageError(const std::string& text);
 
-// A remedy that the user can type, as the end of a message; may be empty. `name` is a variable's
-// name.
-[[nodiscard]] std::string HintOf(host::Suggestion suggestion, const std::string& name = "NAME");
-// The whole message.
+// The whole message: the error, and a remedy that the user can type, if there is one.
 [[nodiscard]] std::string MessageOf(const host::Error& error);
-[[nodiscard]] host::Json ToJson(const host::Error& error);
 
 // The program's exit status for an error.
 [[nodiscard]] int ExitStatusOf(host::ErrorKind kind);

@@ -31,7 +31,7 @@ void WriteFile(const std::filesystem::path& file, const std::string& text) {
         return files::WriteFileAtomically(file, text);
     std::ofstream out(file, std::ios::binary);
     if (!(out << text).flush())
-        throw std::runtime_error(files::TextOf(file) + " could not be written");
+        throw files::ProblemError({.deed = files::Deed::Write, .subject = files::TextOf(file)});
 }
 
 // The simulated keyboard whose lock is this file; empty if none.

@@ -156,7 +156,8 @@ int RunCommand(Context& context, const Command& program,
     } catch (const Interrupted& interrupted) {
         return context.Report(interrupted);
     } catch (const std::exception& error) {
-        return context.Report(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+        return context.Report(
+            host::Error(host::Cause::Unforeseen, {.problem = files::ProblemOf(error)}));
     }
 }
 

@@ -2,6 +2,27 @@
 
 namespace qx::driverhost {
 
+files::Problem ProblemOf(const LibraryError& error, const std::string& library) {
+    files::Problem problem = {.deed = files::Deed::Load,
+                              .subject = library,
+                              .names = error.Functions(),
+                              .system = error.Reason()};
+    switch (error.Why()) {
+    case LibraryError::Kind::Refused:
+        break;
+    case LibraryError::Kind::Missing:
+        problem.obstacle = files::Obstacle::LibraryMissing;
+        break;
+    case LibraryError::Kind::NotALibrary:
+        problem.obstacle = files::Obstacle::NotLoadable;
+        break;
+    case LibraryError::Kind::LacksFunctions:
+        problem.obstacle = files::Obstacle::LacksFunctions;
+        break;
+    }
+    return problem;
+}
+
 std::string StatusText(const DriverLibrary& library, std::int32_t lStatus) {
     using Text = std::int32_t(QX_DRIVER_CALL*)(std::int32_t status, char* text, std::int32_t size);
     const auto explain = library.Find<Text>("QXSIM_StatusText");

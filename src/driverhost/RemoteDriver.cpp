@@ -6,9 +6,10 @@
 #include "files/Installation.h"
 #include "files/SystemTexts.h"
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
-#include <stdexcept>
+#include <iterator>
 #include <tuple>
 
 namespace qx::driverhost {
@@ -18,7 +19,20 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
+using files::Deed;
+using files::Obstacle;
+
 constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // time for a released driver to end
+constexpr auto kTimeToAnswer = 3s;    // time for a call once the user wants to end
+constexpr auto kTimeToNotice = 200ms; // in which such a wish is noticed
+
+// Calls after which only the keyboard itself shows what it holds.
+bool WritesToKeyboard(std::string_view function) {
+    constexpr std::string_view kThese[] = {"QXCFG_ImageSave", "QXCFG_KeyboardRomLoad",
+                                           "QXCFG_KeyboardChipcardRomLoad",
+                                           "QXCFG_KeyboardParamLoad"};
+    return std::find(std::begin(kThese), std::end(kThese), function) != std::end(kThese);
+}
 
 #ifdef _WIN32
 
@@ -27,13 +41,17 @@ std::filesystem::path ProgramFor(const std::filesystem::path& library) {
     std::error_code ignored;
     const auto size = WordSizeOf(library);
     if (!size && std::filesystem::exists(library, ignored))
-        throw std::runtime_error("cannot load the driver library " + files::TextOf(library) +
-                                 ": it is neither a 32-bit nor a 64-bit library for Windows");
-    const std::string bits = std::to_string(size.value_or(kOwnWordSize));
-    auto program = files::HelperProgram("qxdriverhost" + bits);
+        throw files::ProblemError({.deed = Deed::Load,
+                                   .subject = files::TextOf(library),
+                                   .obstacle = Obstacle::NoDriverLibrary});
+    const int bits = size.value_or(kOwnWordSize);
+    auto program = files::HelperProgram("qxdriverhost" + std::to_string(bits));
     if (!std::filesystem::exists(program, ignored))
-        throw std::runtime_error("the " + bits + "-bit driver library " + files::TextOf(library) +
-                                 " needs " + files::TextOf(program) + ", which is missing");
+        throw files::ProblemError({.deed = Deed::Load,
+                                   .subject = files::TextOf(library),
+                                   .obstacle = Obstacle::HelperMissing,
+                                   .names = {files::TextOf(program)},
+                                   .number = bits});
     return program;
 }
 
@@ -45,12 +63,10 @@ std::filesystem::path ProgramFor(const std::filesystem::path& /*library*/) {
 
 #endif
 
-// Lost: why the process can no longer be used. Ended: it has ended, and its exit status is the
-// reason.
-class Lost : public std::runtime_error {
-    using std::runtime_error::runtime_error;
+// The process can no longer be used. Without an obstacle: it has ended, and how is the reason.
+struct Lost {
+    Obstacle why;
 };
-class Ended : public std::exception {};
 
 // A text or buffer that the driver may write to (Buffer), or only reads (Input).
 struct Buffer {
@@ -159,20 +175,29 @@ RemoteDriver::RemoteDriver(const std::filesystem::path& library, Isolation isola
     m_child.emplace(m_isolation.program, std::vector<std::string>());
     Frame request(Kind::Load);
     request.Put(files::TextOf(library));
-    std::string reason;
-    const bool isLoaded = Ask(request, "loading " + files::TextOf(library), [&](Values& answer) {
-        if (answer.FrameKind() == Kind::NotLoaded)
-            reason = answer.TakeBytes();
-        else if (answer.FrameKind() != Kind::Loaded)
+    files::Problem problem = {.deed = Deed::Load, .subject = files::TextOf(library)};
+    bool isUsable = false;
+    const bool isAnswered = Ask(request, problem.subject, [&](Values& answer) {
+        if (answer.FrameKind() == Kind::NotLoaded) {
+            problem.obstacle = static_cast<Obstacle>(answer.Take<std::uint8_t>());
+            problem.system = answer.TakeBytes();
+            while (!answer.IsAtEnd())
+                problem.names.emplace_back(answer.TakeBytes());
+        } else if (answer.FrameKind() != Kind::Loaded) {
             throw WireError();
-        else if (answer.Take<std::uint32_t>() != kFingerprint)
-            reason =
-                files::TextOf(m_isolation.program) + " is not of the same version as this program";
+        } else if (answer.Take<std::uint32_t>() != kFingerprint) {
+            problem.obstacle = Obstacle::HelperOfOther;
+            problem.names = {files::TextOf(m_isolation.program)};
+        } else {
+            isUsable = true;
+        }
     });
-    if (!isLoaded)
-        reason = m_failure;
-    if (!reason.empty())
-        throw std::runtime_error(reason);
+    if (!isAnswered) {
+        problem = *m_failure;
+        problem.deed = Deed::Load;
+    }
+    if (!isUsable)
+        throw files::ProblemError(std::move(problem));
 }
 
 RemoteDriver::~RemoteDriver() {
@@ -194,7 +219,7 @@ std::int32_t RemoteDriver::Call(std::uint8_t function, const char* name, const I
     std::int32_t result = kGone;
     const bool isAnswered = Ask(request, name, [&](Values& answer) {
         if (answer.FrameKind() == Kind::Overrun)
-            throw Lost("wrote beyond the end of a buffer");
+            throw Lost{Obstacle::Overrun};
         if (answer.FrameKind() != Kind::Answer)
             throw WireError();
         result = answer.Take<std::int32_t>();
@@ -242,28 +267,27 @@ std::optional<std::int32_t> RemoteDriver::SetKeyboard(const std::string& file,
 }
 
 template <typename Taker>
-bool RemoteDriver::Ask(const Frame& request, const std::string& what, const Taker& take) {
+bool RemoteDriver::Ask(const Frame& request, const std::string& subject, const Taker& take) {
     if (!m_child)
         return false;
     try {
         if (!m_child->Connection().Send(request.Bytes(), steady_clock::now() + m_isolation.limit))
-            throw Ended();
-        Values answer = Await();
+            throw Lost{Obstacle::None};
+        Values answer = Await(m_isolation.isToEnd && !WritesToKeyboard(subject));
         take(answer);
         answer.End();
         return true;
-    } catch (const Ended&) {
-        GiveUp(what, "");
     } catch (const Lost& lost) {
-        GiveUp(what, lost.what());
+        GiveUp(subject, lost.why);
     } catch (const WireError&) {
-        GiveUp(what, "gave an invalid answer");
+        GiveUp(subject, Obstacle::InvalidAnswer);
     }
     return false;
 }
 
-Values RemoteDriver::Await() {
+Values RemoteDriver::Await(bool mayBeGivenUp) {
     Progress progress(m_isolation.limit, m_stretches);
+    std::optional<process::Deadline> end; // once the user wants to end
     for (;;) {
         for (std::string frame = TakeFrame(m_arrived); !frame.empty();
              frame = TakeFrame(m_arrived)) {
@@ -275,29 +299,33 @@ Values RemoteDriver::Await() {
             progress.Deliver(values, m_post);
         }
         if (steady_clock::now() >= progress.Until())
-            throw Lost("did not answer within " + LimitText());
-        if (m_child->Connection().Receive(m_arrived, progress.Until()) ==
-            process::Channel::Received::End)
-            throw Ended();
+            throw Lost{Obstacle::NoAnswer};
+        if (mayBeGivenUp && !end && m_isolation.isToEnd())
+            end = steady_clock::now() + kTimeToAnswer;
+        if (end && steady_clock::now() >= *end)
+            throw Lost{Obstacle::EndedByUser};
+        const auto until = mayBeGivenUp
+                               ? std::min(progress.Until(), steady_clock::now() + kTimeToNotice)
+                               : progress.Until();
+        if (m_child->Connection().Receive(m_arrived, until) == process::Channel::Received::End)
+            throw Lost{Obstacle::None};
     }
 }
 
-std::string RemoteDriver::LimitText() const {
-    const auto milliseconds = m_isolation.limit.count();
-    if (milliseconds % 1000 != 0)
-        return std::to_string(milliseconds) + " ms";
-    return std::to_string(milliseconds / 1000) + " s";
-}
-
-// An empty reason means that the process has ended by itself.
-void RemoteDriver::GiveUp(const std::string& what, const std::string& reason) {
-    const auto until = steady_clock::now() + (reason.empty() ? kTimeToEnd : 0s);
-    const process::Ending ending = m_child->End(until);
+// Without an obstacle, the process has ended by itself.
+void RemoteDriver::GiveUp(const std::string& subject, Obstacle obstacle) {
+    const bool hasEnded = obstacle == Obstacle::None;
+    const process::Ending ending = m_child->End(steady_clock::now() + (hasEnded ? kTimeToEnd : 0s));
     m_child.reset();
-    const std::string text = !reason.empty()   ? reason
-                             : ending.isKilled ? "closed its connection"
-                                               : ending.Text();
-    m_failure = what + ": the driver " + text;
+    if (!hasEnded)
+        m_failure = files::Problem{.obstacle = obstacle};
+    else if (ending.isKilled)
+        m_failure = files::Problem{.obstacle = Obstacle::ConnectionClosed};
+    else
+        m_failure = ending.AsProblem();
+    if (obstacle == Obstacle::NoAnswer)
+        m_failure->number = m_isolation.limit.count();
+    m_failure->subject = subject;
 }
 
 } // namespace qx::driverhost

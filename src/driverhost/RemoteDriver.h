@@ -4,11 +4,13 @@
 // that process. From then on every call here fails at once with kGone, and Failure explains why.
 #pragma once
 
+#include "files/Problem.h"
 #include "process/ChildProcess.h"
 #include "qxcontrols/device/ConfigDriver.h"
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -21,13 +23,16 @@ class Values;
 struct Isolation {
     std::filesystem::path program; // to load it; empty: the matching one beside this one
     std::chrono::milliseconds limit = std::chrono::seconds(120);
+    // Whether the user wants to end and nothing has been written: a call that does not write to the
+    // keyboard is then given up after a few seconds. May be empty.
+    std::function<bool()> isToEnd{};
 };
 
 class RemoteDriver : public ConfigDriver {
 public:
     static constexpr std::int32_t kGone = INT32_MIN; // its low 16 bits are 0: no directory
 
-    // Starts the process and loads the library in it. Throws std::runtime_error if that fails.
+    // Starts the process and loads the library in it. Throws files::ProblemError if that fails.
     RemoteDriver(const std::filesystem::path& library, Isolation isolation);
     // Ends the process, and kills it if it does not end by itself.
     ~RemoteDriver() override;
@@ -44,9 +49,8 @@ public:
     [[nodiscard]] std::optional<std::int32_t> SetKeyboard(const std::string& file,
                                                           const std::string& model);
 
-    // "QXCFG_Init: the driver crashed (signal 11, Segmentation fault)"; empty while the driver
-    // works.
-    [[nodiscard]] const std::string& Failure() const {
+    // Why the driver is gone, with the call that it failed in; none while it works.
+    [[nodiscard]] const std::optional<files::Problem>& Failure() const {
         return m_failure;
     }
 
@@ -56,19 +60,18 @@ private:
     template <typename... Items>
     std::int32_t Call(std::uint8_t function, const char* name, const Items&... items);
     // Sends the request and lets `take` read its answer. False if the driver is gone or is lost
-    // during this call; `what` names the call in the reason.
+    // during this call; `subject` names the call in the failure.
     template <typename Taker>
-    bool Ask(const Frame& request, const std::string& what, const Taker& take);
-    [[nodiscard]] Values Await();
-    [[nodiscard]] std::string LimitText() const;
-    void GiveUp(const std::string& what, const std::string& reason);
+    bool Ask(const Frame& request, const std::string& subject, const Taker& take);
+    [[nodiscard]] Values Await(bool mayBeGivenUp);
+    void GiveUp(const std::string& subject, files::Obstacle obstacle);
 
     Isolation m_isolation;
     std::optional<process::ChildProcess> m_child; // empty once the driver is gone
     std::string m_arrived;                        // received bytes that are not yet a whole frame
     MessagePoster m_post = nullptr;
     int m_stretches = 0; // number of stretches of the next transfer
-    std::string m_failure;
+    std::optional<files::Problem> m_failure;
 };
 
 } // namespace qx::driverhost

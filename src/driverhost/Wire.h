@@ -7,7 +7,8 @@
 // far end may send Message frames before it.
 //
 //     request       values                          answer
-//     Load          library's path                  Loaded: fingerprint | NotLoaded: reason
+//     Load          library's path                  Loaded: fingerprint | NotLoaded: obstacle (1
+//                                                   byte), system's text, functions it lacks
 //     Call          function, arguments             Answer: result, output arguments | Overrun
 //     SetPoster     1: post messages, 0: do not     Answer
 //     SetKeyboard   file, model                     Answer: 1, status | Answer: 0 (takes none)
@@ -101,6 +102,7 @@ public:
         return FromLittleEndian<Number>(Next(sizeof(Number)).data());
     }
     [[nodiscard]] std::string_view TakeBytes() { return Next(Take<std::uint32_t>()); }
+    [[nodiscard]] bool IsAtEnd() const { return m_at == m_bytes.size(); }
     void End() const {
         if (m_at != m_bytes.size())
             throw WireError();

@@ -149,11 +149,16 @@ private:
         }
     }
     [[nodiscard]] Frame Load(Values& request) {
+        const std::string file(request.TakeBytes());
         try {
-            m_library = Opened(std::string(request.TakeBytes()));
-        } catch (const std::runtime_error& error) {
+            m_library = Opened(file);
+        } catch (const LibraryError& error) {
+            const files::Problem problem = ProblemOf(error, file);
             Frame answer(Kind::NotLoaded);
-            answer.Put(std::string_view(error.what()));
+            answer.Put(static_cast<std::uint8_t>(problem.obstacle));
+            answer.Put(std::string_view(problem.system));
+            for (const std::string& function : problem.names)
+                answer.Put(std::string_view(function));
             return answer;
         }
         Frame answer(Kind::Loaded);

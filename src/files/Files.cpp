@@ -5,7 +5,6 @@
 #include "files/SystemTexts.h"
 
 #include <chrono>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -18,13 +17,17 @@ namespace fs = std::filesystem;
 constexpr const char* kNew = ".new-";     // part of the names of files being written
 constexpr std::size_t kLongestName = 255; // bytes, on every supported system
 
-[[noreturn]] void Fail(const fs::path& path, const std::string& what, const std::string& reason) {
-    throw FileFailure(path, what, reason);
+[[noreturn]] void Fail(const fs::path& path, Deed deed, const std::error_code& reason) {
+    throw ProblemError({.deed = deed, .subject = TextOf(path), .system = ReasonOf(reason)});
+}
+
+[[noreturn]] void Refuse(const fs::path& path, Obstacle obstacle) {
+    throw ProblemError({.deed = Deed::Write, .subject = TextOf(path), .obstacle = obstacle});
 }
 
 void Require(const fs::path& path, const std::error_code& reason) {
     if (reason)
-        Fail(path, "cannot be written", ReasonOf(reason));
+        Fail(path, Deed::Write, reason);
 }
 
 // Appends the ending and shortens the name as the system requires, keeping names distinct.
@@ -48,16 +51,16 @@ public:
         std::error_code reason;
         m_status = fs::status(path, reason);
         if (fs::exists(m_status) && !fs::is_regular_file(m_status))
-            Fail(path, "cannot be written", "it is not an ordinary file");
+            Refuse(path, Obstacle::NotOrdinary);
         if (IsWriteProtected(path))
-            Fail(path, "cannot be written", "it is write-protected");
+            Refuse(path, Obstacle::WriteProtected);
         m_target = TargetOf(path);
         for (int number = 0; m_file < 0; ++number) {
             m_temporary = WithEnding(m_target, kNew + std::to_string(ProcessId()) + "-" +
                                                    std::to_string(number));
             m_file = m_system.Create(m_temporary, access, reason);
             if (m_file < 0 && reason != std::errc::file_exists)
-                Fail(path, "cannot be written", ReasonOf(reason));
+                Fail(path, Deed::Write, reason);
         }
     }
     ~Replacement() {
@@ -135,9 +138,6 @@ private:
 
 } // namespace
 
-FileFailure::FileFailure(const fs::path& file, const std::string& what, const std::string& reason)
-    : std::runtime_error(TextOf(file) + " " + what + ": " + reason), m_file(file) {}
-
 bool IsSameFile(const fs::path& one, const fs::path& other) {
     std::error_code reason; // set if one of them does not exist
     return fs::equivalent(one, other, reason) && !reason;
@@ -181,7 +181,7 @@ void MakeFolder(const fs::path& path) {
     if (!reason)
         System::Current().FlushFolder(path.parent_path(), reason);
     if (reason)
-        Fail(path, "cannot be created", ReasonOf(reason));
+        Fail(path, Deed::Create, reason);
 }
 
 void RemoveFile(const fs::path& path) {
@@ -190,7 +190,7 @@ void RemoveFile(const fs::path& path) {
     if (!reason)
         System::Current().FlushFolder(path.parent_path(), reason);
     if (reason)
-        Fail(path, "cannot be removed", ReasonOf(reason));
+        Fail(path, Deed::Remove, reason);
 }
 
 fs::path FileLock::LockName(const fs::path& path) {

@@ -1,31 +1,19 @@
 // Files: the system-specific code for files and folders, for the host layer and the simulated
 // keyboard.
 //
-// Every failure with a file is a FileFailure.
+// Every failure with a file is a ProblemError.
 #pragma once
 
 #include "files/Limits.h"
+#include "files/Problem.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace qx::files {
-
-// What could not be done with a file or folder: the message names it and the system's reason.
-class FileFailure : public std::runtime_error {
-public:
-    FileFailure(const std::filesystem::path& file, const std::string& what,
-                const std::string& reason);
-
-    [[nodiscard]] const std::filesystem::path& File() const { return m_file; }
-
-private:
-    std::filesystem::path m_file;
-};
 
 // All bytes of the file, or of a pipe until its end. Refuses folders, devices, pipes without data
 // and files of more than `most` bytes.
@@ -99,8 +87,8 @@ private:
 // The folder of the running program.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 
-// The folder for the user's data, which need not exist. Throws std::runtime_error if the user has
-// no folder of their own.
+// The folder for the user's data, which need not exist. Throws ProblemError if the user has no
+// folder of their own.
 [[nodiscard]] std::filesystem::path UserDataFolder();
 
 #ifndef _WIN32

@@ -59,7 +59,7 @@ public:
 };
 
 // The path of the actual file, with links resolved; the file need not exist, but its folder must.
-// Throws std::runtime_error if the links or the folder lead nowhere.
+// Throws ProblemError if the links or the folder lead nowhere.
 [[nodiscard]] std::filesystem::path TargetOf(const std::filesystem::path& path);
 
 } // namespace qx::files

@@ -5,7 +5,7 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <stdexcept>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -30,7 +30,7 @@ std::error_code Last() {
     return {errno, std::generic_category()};
 }
 
-void Tell(bool isDone, std::error_code& reason) {
+void Note(bool isDone, std::error_code& reason) {
     reason = isDone ? std::error_code() : Last();
 }
 
@@ -56,7 +56,7 @@ fs::path FolderFrom(const char* variable, const char* inHome) {
         return folder;
     const char* home = std::getenv("HOME");
     if (home == nullptr || *home == '\0')
-        throw std::runtime_error(std::string("neither HOME nor ") + variable + " is set");
+        throw ProblemError({.obstacle = Obstacle::NoFolderOfUser, .names = {"HOME", variable}});
     return fs::path(home) / inHome;
 }
 
@@ -80,7 +80,7 @@ private:
 int System::Create(const Path& path, Access access, Reason& reason) {
     const mode_t mode = access == Access::Private ? kPrivateFile : kSharedFile;
     const int file = Open(path, O_WRONLY | O_CREAT | O_EXCL, mode);
-    Tell(file >= 0, reason);
+    Note(file >= 0, reason);
     if (file < 0 || access == Access::Shared || fchmod(file, mode) == 0)
         return file;
     reason = Last();
@@ -91,7 +91,7 @@ int System::Create(const Path& path, Access access, Reason& reason) {
 
 int System::OpenForFlushing(const Path& path, Reason& reason) {
     const int file = Open(path, O_RDONLY);
-    Tell(file >= 0, reason);
+    Note(file >= 0, reason);
     return file;
 }
 
@@ -100,20 +100,20 @@ std::size_t System::Write(int file, const char* bytes, std::size_t size, Reason&
     do
         written = write(file, bytes, size);
     while (written < 0 && errno == EINTR);
-    Tell(written > 0, reason);
+    Note(written > 0, reason);
     return written < 0 ? 0 : static_cast<std::size_t>(written);
 }
 
 void System::Flush(int file, Reason& reason) {
-    Tell(fsync(file) == 0, reason);
+    Note(fsync(file) == 0, reason);
 }
 
 void System::Close(int file, Reason& reason) {
-    Tell(close(file) == 0 || errno == EINTR, reason);
+    Note(close(file) == 0 || errno == EINTR, reason);
 }
 
 void System::Rename(const Path& from, const Path& to, Reason& reason) {
-    Tell(rename(from.c_str(), to.c_str()) == 0, reason);
+    Note(rename(from.c_str(), to.c_str()) == 0, reason);
 }
 
 bool System::RenameToNew(const Path& from, const Path& to, Reason& reason) {
@@ -139,7 +139,7 @@ void System::Remove(const Path& path, Reason& reason) {
 
 void System::MakeFolder(const Path& path, Reason& reason) {
     const bool isMade = mkdir(path.c_str(), kPrivateFolder) == 0;
-    Tell((isMade && chmod(path.c_str(), kPrivateFolder) == 0) || (!isMade && errno == EEXIST),
+    Note((isMade && chmod(path.c_str(), kPrivateFolder) == 0) || (!isMade && errno == EEXIST),
          reason);
 }
 
@@ -147,62 +147,75 @@ void System::MakeFolder(const Path& path, Reason& reason) {
 void System::FlushFolder(const Path& path, Reason& reason) {
     const OpenFile folder(Open(path.empty() ? "." : path, O_RDONLY | O_DIRECTORY));
     if (folder.Number() < 0)
-        return Tell(errno == EACCES, reason);
-    Tell(fsync(folder.Number()) == 0 || errno == EINVAL || errno == ENOTSUP, reason);
+        return Note(errno == EACCES, reason);
+    Note(fsync(folder.Number()) == 0 || errno == EINVAL || errno == ENOTSUP, reason);
 }
 
 fs::path TargetOf(const fs::path& asked) {
     constexpr int kMostLinks = 40;
-    const auto fail = [&](const std::string& why) {
-        throw FileFailure(asked, "cannot be written", why);
+    const auto fail = [&](Obstacle obstacle, const fs::path& folder = {},
+                          const std::error_code& why = {}) {
+        Problem problem = {.deed = Deed::Write, .subject = asked.string(), .obstacle = obstacle};
+        if (!folder.empty())
+            problem.names = {folder.string()};
+        if (why)
+            problem.system = why.message();
+        throw ProblemError(std::move(problem));
     };
     fs::path path = asked;
     std::error_code reason;
     for (int links = 0;; ++links) {
         const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
         const fs::path whole = fs::canonical(folder, reason);
+        if (reason == std::errc::no_such_file_or_directory)
+            fail(Obstacle::NoFolder, folder);
         if (reason)
-            fail(reason == std::errc::no_such_file_or_directory
-                     ? "there is no folder " + folder.string()
-                     : folder.string() + ": " + reason.message());
+            fail(Obstacle::FolderUnusable, folder, reason);
         path = whole / path.filename();
         if (!fs::is_symlink(fs::symlink_status(path, reason)))
             return path;
         const fs::path next = fs::read_symlink(path, reason);
         if (reason || links == kMostLinks)
-            fail("its links lead nowhere");
+            fail(Obstacle::DeadLink);
         path = next.is_absolute() ? next : whole / next;
     }
 }
 
 std::string ReadFile(const fs::path& path, std::uintmax_t most) {
-    const auto fail = [&](const std::string& why) {
-        throw FileFailure(path, "cannot be read", why);
+    const auto fail = [&](Obstacle obstacle, std::uintmax_t number = 0) {
+        throw ProblemError({.deed = Deed::Read,
+                            .subject = path.string(),
+                            .obstacle = obstacle,
+                            .number = static_cast<std::int64_t>(number)});
+    };
+    const auto failAsReported = [&] {
+        const std::string reason = Last().message();
+        throw ProblemError({.deed = Deed::Read, .subject = path.string(), .system = reason});
     };
     // Opening a pipe without a writer would block forever.
     const OpenFile file(Open(path, O_RDONLY | O_NONBLOCK));
     struct stat status {};
     if (file.Number() < 0 || fstat(file.Number(), &status) != 0)
-        fail(Last().message());
+        failAsReported();
     if (S_ISDIR(status.st_mode))
-        fail("it is a folder");
+        fail(Obstacle::IsFolder);
     if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode))
-        fail("it is a device, not a file");
+        fail(Obstacle::IsDevice);
     std::string bytes;
     char buffer[65536];
     for (bool isExpecting = S_ISFIFO(status.st_mode);;) { // a pipe may not have a writer yet
         const ssize_t count = read(file.Number(), buffer, sizeof buffer);
         if (count < 0 && errno != EINTR && errno != EAGAIN)
-            fail(Last().message());
+            failAsReported();
         if (count == 0 && !isExpecting)
             return bytes;
         if (count > 0)
             bytes.append(buffer, static_cast<std::size_t>(count));
         if (bytes.size() > most)
-            fail("it has more than " + std::to_string(most) + " bytes");
+            fail(Obstacle::TooLarge, most);
         pollfd waiting = {file.Number(), POLLIN, 0};
         if (count <= 0 && poll(&waiting, 1, kPatience) == 0)
-            fail("no data arrives from it");
+            fail(Obstacle::NoData);
         isExpecting = false;
     }
 }
@@ -226,8 +239,10 @@ void PrepareStandardStreams() {
 FileLock::FileLock(const fs::path& path) {
     const fs::path name = LockName(path);
     m_handle = Open(name, O_RDWR | O_CREAT, kPrivateFile);
+    const std::error_code reason = Last();
     if (m_handle < 0)
-        throw FileFailure(name, "cannot be made", Last().message());
+        throw ProblemError(
+            {.deed = Deed::Create, .subject = name.string(), .system = reason.message()});
 }
 
 FileLock::~FileLock() {

@@ -5,8 +5,8 @@
 #include "files/SystemTexts.h"
 
 #include <chrono>
-#include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <io.h>
@@ -28,7 +28,7 @@ std::error_code LastOfWindows() {
     return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
-void Tell(bool isDone, std::error_code& reason) {
+void Note(bool isDone, std::error_code& reason) {
     reason = isDone ? std::error_code() : Last();
 }
 
@@ -90,29 +90,29 @@ bool IsLink(const fs::path& path) {
 int System::Create(const Path& path, Access /*access*/, Reason& reason) {
     const int file = _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
                             _S_IREAD | _S_IWRITE);
-    Tell(file >= 0, reason);
+    Note(file >= 0, reason);
     return file;
 }
 
 int System::OpenForFlushing(const Path& path, Reason& reason) {
     const int file = _wopen(path.c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT);
-    Tell(file >= 0, reason);
+    Note(file >= 0, reason);
     return file;
 }
 
 std::size_t System::Write(int file, const char* bytes, std::size_t size, Reason& reason) {
     constexpr std::size_t kMost = 1 << 20;
     const int written = _write(file, bytes, static_cast<unsigned>(size < kMost ? size : kMost));
-    Tell(written > 0, reason);
+    Note(written > 0, reason);
     return written < 0 ? 0 : static_cast<std::size_t>(written);
 }
 
 void System::Flush(int file, Reason& reason) {
-    Tell(_commit(file) == 0, reason);
+    Note(_commit(file) == 0, reason);
 }
 
 void System::Close(int file, Reason& reason) {
-    Tell(_close(file) == 0, reason);
+    Note(_close(file) == 0, reason);
 }
 
 void System::Rename(const Path& from, const Path& to, Reason& reason) {
@@ -144,15 +144,18 @@ void System::FlushFolder(const Path& /*path*/, Reason& reason) {
 }
 
 fs::path TargetOf(const fs::path& path) {
-    const auto fail = [&](const std::string& why) {
-        throw FileFailure(path, "cannot be written", why);
+    const auto fail = [&](Obstacle obstacle, std::vector<std::string> names = {}) {
+        throw ProblemError({.deed = Deed::Write,
+                            .subject = TextOf(path),
+                            .obstacle = obstacle,
+                            .names = std::move(names)});
     };
     std::error_code reason;
     const fs::path whole = fs::absolute(path, reason);
     if (whole.native().starts_with(L"\\\\.\\"))
-        fail("it is a device, not a file");
+        fail(Obstacle::IsDevice);
     if (reason || !fs::is_directory(whole.parent_path(), reason))
-        fail("there is no folder " + TextOf(whole.parent_path()));
+        fail(Obstacle::NoFolder, {TextOf(whole.parent_path())});
     if (!IsLink(whole))
         return whole;
     const OpenFile file(whole, 0);
@@ -161,29 +164,36 @@ fs::path TargetOf(const fs::path& path) {
                                                                  static_cast<DWORD>(name.size()), 0)
                                      : 0;
     if (size == 0 || size >= name.size())
-        fail("it is a link to something that cannot be opened");
+        fail(Obstacle::DeadLink);
     return name.substr(0, size);
 }
 
 std::string ReadFile(const fs::path& path, std::uintmax_t most) {
-    const auto fail = [&](const std::string& why) {
-        throw FileFailure(path, "cannot be read", why);
+    const auto fail = [&](Obstacle obstacle, std::uintmax_t number = 0) {
+        throw ProblemError({.deed = Deed::Read,
+                            .subject = TextOf(path),
+                            .obstacle = obstacle,
+                            .number = static_cast<std::int64_t>(number)});
+    };
+    const auto failAsReported = [&] {
+        const std::string reason = ReasonOf(LastOfWindows());
+        throw ProblemError({.deed = Deed::Read, .subject = TextOf(path), .system = reason});
     };
     std::error_code reason;
     if (fs::is_directory(path, reason))
-        fail("it is a folder");
+        fail(Obstacle::IsFolder);
     const OpenFile file(path, GENERIC_READ);
     if (!file.IsOpen())
-        fail(ReasonOf(LastOfWindows()));
+        failAsReported();
     if (GetFileType(file.Get()) != FILE_TYPE_DISK)
-        fail("it is a device, not a file");
+        fail(Obstacle::IsDevice);
     std::string bytes;
     char buffer[65536];
     for (DWORD count = 1; count != 0; bytes.append(buffer, count)) {
         if (!::ReadFile(file.Get(), buffer, sizeof buffer, &count, nullptr))
-            fail(ReasonOf(LastOfWindows()));
+            failAsReported();
         if (bytes.size() + count > most)
-            fail("it has more than " + std::to_string(most) + " bytes");
+            fail(Obstacle::TooLarge, most);
     }
     return bytes;
 }
@@ -199,7 +209,8 @@ FileLock::FileLock(const fs::path& path) {
         CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        throw FileFailure(name, "cannot be made", ReasonOf(LastOfWindows()));
+        throw ProblemError(
+            {.deed = Deed::Create, .subject = TextOf(name), .system = ReasonOf(LastOfWindows())});
     m_handle = reinterpret_cast<std::intptr_t>(handle);
 }
 
@@ -246,7 +257,7 @@ fs::path ExecutableFolder() {
 fs::path UserDataFolder() {
     const std::string folder = Variable("LOCALAPPDATA");
     if (folder.empty())
-        throw std::runtime_error("LOCALAPPDATA is not set to a folder");
+        throw ProblemError({.obstacle = Obstacle::NoFolderOfUser, .names = {"LOCALAPPDATA"}});
     return PathOf(folder) / "qxcontrols";
 }
 

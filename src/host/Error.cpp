@@ -1,9 +1,5 @@
 #include "host/Error.h"
 
-#include "files/Files.h"
-#include "files/SystemTexts.h"
-
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -11,33 +7,124 @@ namespace qx::host {
 
 namespace {
 
-// What most errors of a cause suggest; for the others, nothing is known that would help.
-constexpr std::pair<Cause, Suggestion> kSuggestions[] = {
-    {Cause::NoKeyboardConnected, Suggestion::ChooseDriver},
-    {Cause::OpeningFailed, Suggestion::ChooseDriver},
-    {Cause::NoDirectory, Suggestion::ChooseDriver},
-    {Cause::DriverUnusable, Suggestion::ChooseDriver},
-    {Cause::KeyboardFileMissing, Suggestion::ChooseModel},
-    {Cause::DriverTakesNoKeyboard, Suggestion::LeaveOutKeyboard},
-    {Cause::OtherKeyboard, Suggestion::ReadAgain},
-    {Cause::ContentsChanged, Suggestion::ReadAgain},
-    {Cause::KeyboardBusy, Suggestion::TryLater},
-    {Cause::WriteInProgress, Suggestion::TryLater},
-    {Cause::JobBusy, Suggestion::TryLater},
-    {Cause::KeyboardDamaged, Suggestion::Repair},
-    {Cause::SectionsAbsent, Suggestion::SkipAbsent},
-    {Cause::WriteInterrupted, Suggestion::Recover},
-    {Cause::WritesInterrupted, Suggestion::Recover},
-    {Cause::IdentifierReplaced, Suggestion::LeaveOutIdentifier},
-    {Cause::IdentifierGiven, Suggestion::LeaveOutIdentifier},
-    {Cause::EntryDamaged, Suggestion::MoveFileAway},
-    {Cause::ReportDamaged, Suggestion::MoveFileAway},
+struct CauseRow {
+    Cause cause;
+    std::string_view code;
+    ErrorKind kind;
+    Suggestion suggestion = Suggestion::None; // of most errors of the cause
 };
+// In the order of the causes.
+constexpr CauseRow kCauses[] = {
+    {Cause::WrongUsage, "wrong-usage", ErrorKind::Usage},
+    {Cause::NoSuchBackup, "no-such-backup", ErrorKind::Usage},
+    {Cause::NoSuchWrite, "no-such-write", ErrorKind::Usage},
+    {Cause::WriteToForgetUnclear, "write-to-forget-unclear", ErrorKind::Usage,
+     Suggestion::NameWrite},
+    {Cause::NoSuchUnit, "no-such-unit", ErrorKind::Usage},
+    {Cause::DriverTakesNoKeyboard, "driver-takes-no-keyboard", ErrorKind::Usage,
+     Suggestion::LeaveOutKeyboard},
+    {Cause::KeyboardOfOtherModel, "keyboard-of-other-model", ErrorKind::Usage},
+    {Cause::SheetFormatUnknown, "sheet-format-unknown", ErrorKind::Usage},
+    {Cause::NoKeyboardConnected, "no-keyboard-connected", ErrorKind::KeyboardNotOpened,
+     Suggestion::ChooseDriver},
+    {Cause::OpeningFailed, "opening-failed", ErrorKind::KeyboardNotOpened,
+     Suggestion::ChooseDriver},
+    {Cause::NoDirectory, "no-directory", ErrorKind::KeyboardNotOpened, Suggestion::ChooseDriver},
+    {Cause::DriverUnusable, "driver-unusable", ErrorKind::KeyboardNotOpened,
+     Suggestion::ChooseDriver},
+    {Cause::KeyboardFileMissing, "keyboard-file-missing", ErrorKind::KeyboardNotOpened,
+     Suggestion::ChooseModel},
+    {Cause::KeyboardFileRefused, "keyboard-file-refused", ErrorKind::KeyboardNotOpened},
+    {Cause::ModelUnusable, "model-unusable", ErrorKind::ModelInvalid},
+    {Cause::LayoutUnusable, "layout-unusable", ErrorKind::LayoutInvalid},
+    {Cause::NoSuchLayout, "no-such-layout", ErrorKind::LayoutInvalid},
+    {Cause::ReadingFailed, "reading-failed", ErrorKind::TransferFailed},
+    {Cause::WritingFailed, "writing-failed", ErrorKind::TransferFailed},
+    {Cause::ReadBackFailed, "read-back-failed", ErrorKind::TransferFailed},
+    {Cause::FileNotSaved, "file-not-saved", ErrorKind::TransferFailed},
+    {Cause::FileNotLoaded, "file-not-loaded", ErrorKind::TransferFailed},
+    {Cause::FileNotConverted, "file-not-converted", ErrorKind::TransferFailed},
+    {Cause::CodePageNotRead, "code-page-not-read", ErrorKind::TransferFailed},
+    {Cause::LayerNotSelected, "layer-not-selected", ErrorKind::TransferFailed},
+    {Cause::PositionModeNotEntered, "position-mode-not-entered", ErrorKind::TransferFailed},
+    {Cause::PositionModeNotLeft, "position-mode-not-left", ErrorKind::TransferFailed},
+    {Cause::KeysNotAsked, "keys-not-asked", ErrorKind::TransferFailed},
+    {Cause::DirectoryGone, "directory-gone", ErrorKind::TransferFailed},
+    {Cause::NothingMoved, "nothing-moved", ErrorKind::TransferFailed},
+    {Cause::NothingSaved, "nothing-saved", ErrorKind::TransferFailed},
+    {Cause::NoPlaceInBlock, "no-place-in-block", ErrorKind::TransferFailed},
+    {Cause::SectionUnknown, "section-unknown", ErrorKind::TransferFailed},
+    {Cause::KeyboardUnknown, "keyboard-unknown", ErrorKind::TransferFailed},
+    {Cause::NoLayers, "no-layers", ErrorKind::TransferFailed},
+    {Cause::UnitProcessEnded, "unit-process-ended", ErrorKind::TransferFailed},
+    {Cause::Unforeseen, "unforeseen", ErrorKind::TransferFailed},
+    {Cause::EntriesUnreadable, "entries-unreadable", ErrorKind::TransferFailed},
+    {Cause::AddressImpossible, "address-impossible", ErrorKind::TransferFailed},
+    {Cause::NamesUnreadable, "names-unreadable", ErrorKind::TransferFailed},
+    {Cause::AbilitiesUnreadable, "abilities-unreadable", ErrorKind::TransferFailed},
+    {Cause::FileUnusable, "file-unusable", ErrorKind::FileFailed},
+    {Cause::RecordDamaged, "record-damaged", ErrorKind::FileFailed},
+    {Cause::EntryDamaged, "entry-damaged", ErrorKind::FileFailed, Suggestion::MoveFileAway},
+    {Cause::ReportDamaged, "report-damaged", ErrorKind::FileFailed, Suggestion::MoveFileAway},
+    {Cause::NotRecorded, "not-recorded", ErrorKind::FileFailed},
+    {Cause::UnprovedNotRecorded, "unproved-not-recorded", ErrorKind::FileFailed},
+    {Cause::LoadNotRecorded, "load-not-recorded", ErrorKind::FileFailed},
+    {Cause::EntryNotEnded, "entry-not-ended", ErrorKind::FileFailed},
+    {Cause::NoReceipt, "no-receipt", ErrorKind::FileFailed},
+    {Cause::NotACodePage, "not-a-code-page", ErrorKind::FileFailed},
+    {Cause::NameNotForDriver, "name-not-for-driver", ErrorKind::FileFailed},
+    {Cause::PreferencesNotStored, "preferences-not-stored", ErrorKind::FileFailed},
+    {Cause::PreferencesNotAFile, "preferences-not-a-file", ErrorKind::FileFailed},
+    {Cause::PreferencesElsewhere, "preferences-elsewhere", ErrorKind::FileFailed},
+    {Cause::PreferencesNotSetAside, "preferences-not-set-aside", ErrorKind::FileFailed},
+    {Cause::PreferenceNotStored, "preference-not-stored", ErrorKind::FileFailed},
+    {Cause::NoPreferencesFolder, "no-preferences-folder", ErrorKind::FileFailed},
+    {Cause::UnsavedWorkDamaged, "unsaved-work-damaged", ErrorKind::FileFailed},
+    {Cause::JobBusy, "job-busy", ErrorKind::FileFailed, Suggestion::TryLater},
+    {Cause::OutputLost, "output-lost", ErrorKind::FileFailed},
+    {Cause::InputEndless, "input-endless", ErrorKind::FileFailed},
+    {Cause::SheetNotMade, "sheet-not-made", ErrorKind::FileFailed},
+    {Cause::ReadBackDiffers, "read-back-differs", ErrorKind::ReadBackDiffers},
+    {Cause::OtherKeyboard, "other-keyboard", ErrorKind::KeyboardChanged, Suggestion::ReadAgain},
+    {Cause::ContentsChanged, "contents-changed", ErrorKind::KeyboardChanged, Suggestion::ReadAgain},
+    {Cause::BackupOfOtherModules, "backup-of-other-modules", ErrorKind::KeyboardChanged},
+    {Cause::BackupReachedOtherwise, "backup-reached-otherwise", ErrorKind::KeyboardChanged},
+    {Cause::BackupOfUnit, "backup-of-unit", ErrorKind::KeyboardChanged},
+    {Cause::BackupOfOtherUnit, "backup-of-other-unit", ErrorKind::KeyboardChanged},
+    {Cause::WriteSettled, "write-settled", ErrorKind::KeyboardChanged},
+    {Cause::HoldsOldOfWrite, "holds-old-of-write", ErrorKind::KeyboardChanged},
+    {Cause::HoldsNewOfWrite, "holds-new-of-write", ErrorKind::KeyboardChanged},
+    {Cause::HoldsNothingOfWrite, "holds-nothing-of-write", ErrorKind::KeyboardChanged},
+    {Cause::NotTheUnit, "not-the-unit", ErrorKind::KeyboardChanged},
+    {Cause::IdentifierReplaced, "identifier-replaced", ErrorKind::KeyboardChanged,
+     Suggestion::LeaveOutIdentifier},
+    {Cause::IdentifierGiven, "identifier-given", ErrorKind::KeyboardChanged,
+     Suggestion::LeaveOutIdentifier},
+    {Cause::IdentifierLeftOut, "identifier-left-out", ErrorKind::KeyboardChanged},
+    {Cause::WriteRolledBack, "write-rolled-back", ErrorKind::KeyboardChanged},
+    {Cause::ControlReported, "control-reported", ErrorKind::TransferFailed},
+    {Cause::KeyboardDamaged, "keyboard-damaged", ErrorKind::KeyboardDamaged, Suggestion::Repair},
+    {Cause::KeyboardBusy, "keyboard-busy", ErrorKind::KeyboardBusy, Suggestion::TryLater},
+    {Cause::WriteInProgress, "write-in-progress", ErrorKind::KeyboardBusy, Suggestion::TryLater},
+    {Cause::Stopped, "stopped", ErrorKind::Stopped},
+    {Cause::WriteInterrupted, "write-interrupted", ErrorKind::WriteInterrupted,
+     Suggestion::Recover},
+    {Cause::WritesInterrupted, "writes-interrupted", ErrorKind::WriteInterrupted,
+     Suggestion::Recover},
+    {Cause::DocumentFaults, "document-faults", ErrorKind::DocumentInvalid},
+    {Cause::JobFaults, "job-faults", ErrorKind::DocumentInvalid},
+    {Cause::SectionsAbsent, "sections-absent", ErrorKind::DocumentInvalid, Suggestion::SkipAbsent},
+};
+static_assert([] {
+    std::size_t i = 0;
+    for (const CauseRow& row : kCauses)
+        if (row.cause != static_cast<Cause>(i++))
+            return false;
+    return kCauses[std::size(kCauses) - 1].cause == kLastCause;
+}());
 
-Suggestion SuggestionFor(Cause cause) {
-    const auto* const found = std::find_if(std::begin(kSuggestions), std::end(kSuggestions),
-                                           [&](const auto& each) { return each.first == cause; });
-    return found == std::end(kSuggestions) ? Suggestion::None : found->second;
+const CauseRow& RowOf(Cause cause) {
+    return kCauses[static_cast<std::size_t>(cause)];
 }
 
 } // namespace
@@ -96,6 +183,8 @@ std::string_view CodeOf(Suggestion suggestion) {
         return "";
     case Suggestion::Recover:
         return "recover";
+    case Suggestion::NameWrite:
+        return "name-write";
     case Suggestion::RestoreBackup:
         return "restore-backup";
     case Suggestion::ReadAgain:
@@ -122,129 +211,30 @@ std::string_view CodeOf(Suggestion suggestion) {
     return "";
 }
 
-Suggestion SuggestionOf(std::string_view code) {
-    constexpr auto kLast = static_cast<int>(Suggestion::MoveFileAway);
-    for (int i = 0; i <= kLast; ++i)
-        if (const auto suggestion = static_cast<Suggestion>(i); CodeOf(suggestion) == code)
-            return suggestion;
-    return Suggestion::None;
+std::string_view CodeOf(Cause cause) {
+    return RowOf(cause).code;
 }
 
 ErrorKind KindOf(Cause cause) {
-    switch (cause) {
-    case Cause::WrongUsage:
-    case Cause::NoSuchBackup:
-    case Cause::NoSuchWrite:
-    case Cause::WriteToForgetUnclear:
-    case Cause::NoSuchUnit:
-    case Cause::DriverTakesNoKeyboard:
-    case Cause::KeyboardOfOtherModel:
-    case Cause::SheetFormatUnknown:
-        return ErrorKind::Usage;
-    case Cause::NoKeyboardConnected:
-    case Cause::OpeningFailed:
-    case Cause::NoDirectory:
-    case Cause::DriverUnusable:
-    case Cause::KeyboardFileMissing:
-    case Cause::KeyboardFileRefused:
-        return ErrorKind::KeyboardNotOpened;
-    case Cause::ModelUnusable:
-        return ErrorKind::ModelInvalid;
-    case Cause::LayoutUnusable:
-    case Cause::NoSuchLayout:
-        return ErrorKind::LayoutInvalid;
-    case Cause::ReadingFailed:
-    case Cause::WritingFailed:
-    case Cause::ReadBackFailed:
-    case Cause::FileNotSaved:
-    case Cause::FileNotLoaded:
-    case Cause::FileNotConverted:
-    case Cause::CodePageNotRead:
-    case Cause::LayerNotSelected:
-    case Cause::PositionModeNotEntered:
-    case Cause::PositionModeNotLeft:
-    case Cause::KeysNotAsked:
-    case Cause::DirectoryGone:
-    case Cause::NothingMoved:
-    case Cause::NothingSaved:
-    case Cause::NoPlaceInBlock:
-    case Cause::SectionUnknown:
-    case Cause::KeyboardUnknown:
-    case Cause::NoLayers:
-    case Cause::UnitProcessEnded:
-    case Cause::Unforeseen:
-    case Cause::EntriesUnreadable:
-    case Cause::AddressImpossible:
-    case Cause::NamesUnreadable:
-    case Cause::AbilitiesUnreadable:
-        return ErrorKind::TransferFailed;
-    case Cause::FileUnusable:
-    case Cause::RecordDamaged:
-    case Cause::EntryDamaged:
-    case Cause::ReportDamaged:
-    case Cause::NotRecorded:
-    case Cause::UnprovedNotRecorded:
-    case Cause::LoadNotRecorded:
-    case Cause::EntryNotEnded:
-    case Cause::NoReceipt:
-    case Cause::NotACodePage:
-    case Cause::NameNotForDriver:
-    case Cause::PreferencesNotStored:
-    case Cause::PreferencesNotAFile:
-    case Cause::PreferencesElsewhere:
-    case Cause::PreferencesNotSetAside:
-    case Cause::PreferenceNotStored:
-    case Cause::NoPreferencesFolder:
-    case Cause::UnsavedWorkDamaged:
-    case Cause::JobBusy:
-    case Cause::OutputLost:
-    case Cause::InputEndless:
-    case Cause::SheetNotMade:
-        return ErrorKind::FileFailed;
-    case Cause::ReadBackDiffers:
-        return ErrorKind::ReadBackDiffers;
-    case Cause::OtherKeyboard:
-    case Cause::ContentsChanged:
-    case Cause::BackupOfOtherModules:
-    case Cause::BackupReachedOtherwise:
-    case Cause::BackupOfUnit:
-    case Cause::BackupOfOtherUnit:
-    case Cause::WriteSettled:
-    case Cause::HoldsOldOfWrite:
-    case Cause::HoldsNewOfWrite:
-    case Cause::HoldsNothingOfWrite:
-    case Cause::NotTheUnit:
-    case Cause::IdentifierReplaced:
-    case Cause::IdentifierGiven:
-        return ErrorKind::KeyboardChanged;
-    case Cause::KeyboardDamaged:
-        return ErrorKind::KeyboardDamaged;
-    case Cause::KeyboardBusy:
-    case Cause::WriteInProgress:
-        return ErrorKind::KeyboardBusy;
-    case Cause::Stopped:
-        return ErrorKind::Stopped;
-    case Cause::WriteInterrupted:
-    case Cause::WritesInterrupted:
-        return ErrorKind::WriteInterrupted;
-    case Cause::DocumentFaults:
-    case Cause::JobFaults:
-    case Cause::SectionsAbsent:
-        return ErrorKind::DocumentInvalid;
-    }
-    return ErrorKind::TransferFailed;
+    return RowOf(cause).kind;
 }
 
 Error::Error(Cause cause, ErrorFacts facts, std::vector<Error> because)
-    : ErrorFacts(std::move(facts)), suggestion(SuggestionFor(cause)), related(std::move(because)),
-      m_cause(cause) {}
+    : ErrorFacts(std::move(facts)), suggestion(RowOf(cause).suggestion),
+      related(std::move(because)), m_cause(cause) {
+    if (place.pointer.empty() && !faults.empty())
+        place.pointer = faults.front().place;
+}
+
+bool Error::operator==(const Error& other) const {
+    return m_cause == other.m_cause && suggestion == other.suggestion && related == other.related &&
+           static_cast<const ErrorFacts&>(*this) == other;
+}
 
 Error FileError(const std::exception& reason) {
-    const auto* failure = dynamic_cast<const files::FileFailure*>(&reason);
-    return Error(
-        Cause::FileUnusable,
-        {.reason = reason.what(),
-         .place = {.file = failure != nullptr ? files::TextOf(failure->File()) : std::string()}});
+    files::Problem problem = files::ProblemOf(reason);
+    const std::string file = problem.subject;
+    return Error(Cause::FileUnusable, {.problem = std::move(problem), .place = {.file = file}});
 }
 
 } // namespace qx::host

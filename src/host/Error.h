@@ -1,10 +1,11 @@
 // Error: what went wrong, as data.
 //
 // An error names its cause and carries the facts of it. Nothing in it is worded: ErrorText puts it
-// into English, and the application into the language of its user. Only what layers below report
-// in words, such as the system and a driver, is passed on as a reason.
+// into English, and the application into the language of its user. Only the texts of the operating
+// system, of drivers and of the control library are passed on.
 #pragma once
 
+#include "files/Problem.h"
 #include "host/SettingName.h"
 #include "host/VisibleText.h"
 #include "qxcontrols/common/Types.h"
@@ -41,7 +42,7 @@ enum class ErrorKind {
 // call.
 enum class Cause {
     // Usage
-    WrongUsage,            // reason
+    WrongUsage,            // reason: in the words of the command line
     NoSuchBackup,          // name: its id
     NoSuchWrite,           // on record. name: its id
     WriteToForgetUnclear,  // writes: those that may be meant
@@ -52,23 +53,23 @@ enum class Cause {
 
     // KeyboardNotOpened
     NoKeyboardConnected,
-    OpeningFailed,  // the start-up's call, or reason
+    OpeningFailed,  // the start-up's call, or problem
     NoDirectory,    // the keyboard has no configuration directory
-    DriverUnusable, // reason: why the library could not be loaded, or no longer answers
+    DriverUnusable, // problem: why the library could not be loaded, or no longer answers
     KeyboardFileMissing,
     KeyboardFileRefused, // by a simulated keyboard
 
     // ModelInvalid
-    ModelUnusable, // reason
+    ModelUnusable, // faults, or problem, or a call
 
     // LayoutInvalid
-    LayoutUnusable, // reason
+    LayoutUnusable, // reason: of the control library
     NoSuchLayout,   // in the folder. name; names: those that are there
 
-    // TransferFailed; the first ones have a call, or the reason for which the driver is gone
+    // TransferFailed; the first ones have a call, or the problem for which the driver is gone
     ReadingFailed,
     WritingFailed,
-    ReadBackFailed, // after a write that seemed to succeed
+    ReadBackFailed, // after a write that seemed to succeed. related: why
     FileNotSaved,   // keyboard to file. name: the key of its kind
     FileNotLoaded,  // file to keyboard. name: the key of its kind
     FileNotConverted,
@@ -81,11 +82,12 @@ enum class Cause {
     NothingMoved,     // the driver reported success and moved nothing to the address
     NothingSaved,     // the driver reported success and wrote nothing into the file
     NoPlaceInBlock,   // a setting has no place in its block
-    SectionUnknown,   // where the keyboard has this area. related: the hole of its directory
+    SectionUnknown,   // where the keyboard has it. setting: the whole section; related: the hole of
+                      // its directory
     KeyboardUnknown,  // which one it is. related: the hole of its directory
     NoLayers,         // the keyboard has no layered function keys
-    UnitProcessEnded, // reason: how the process ended that programmed it
-    Unforeseen,       // reason
+    UnitProcessEnded, // problem: how the process ended that programmed it
+    Unforeseen,       // problem
     // Warnings of the start-up, which does without.
     EntriesUnreadable,   // of the directory. count; index: of the first
     AddressImpossible,   // in the directory. name: the module
@@ -93,7 +95,7 @@ enum class Cause {
     AbilitiesUnreadable, // of the keyboard, which count as absent
 
     // FileFailed
-    FileUnusable,           // reason, which names the file
+    FileUnusable,           // problem
     RecordDamaged,          // faults
     EntryDamaged,           // it may be of an interrupted write to this keyboard. related: why
     ReportDamaged,          // it shows which keyboards are done. related: why
@@ -104,17 +106,17 @@ enum class Cause {
     NoReceipt,              // related: why
     NotACodePage,           // count: its bytes; expected: those that are needed
     NameNotForDriver,       // the driver's character set does not have all of its letters
-    PreferencesNotStored,   // reason
+    PreferencesNotStored,   // problem
     PreferencesNotAFile,    // it is not an ordinary file
     PreferencesElsewhere,   // the file holds something else
-    PreferencesNotSetAside, // they are damaged. reason
+    PreferencesNotSetAside, // they are damaged. problem
     PreferenceNotStored,    // name
-    NoPreferencesFolder,    // reason
+    NoPreferencesFolder,    // problem
     UnsavedWorkDamaged,
     JobBusy,      // another batch is at work on the job
     OutputLost,   // standard output could not be written
     InputEndless, // standard input. count: the most bytes
-    SheetNotMade, // reason
+    SheetNotMade, // reason: in the words of the module that makes it
 
     // ReadBackDiffers
     ReadBackDiffers, // count: bytes; found, expected: the first; setting: its own, if any
@@ -134,6 +136,10 @@ enum class Cause {
     // Warnings before a write of the document, which is the file.
     IdentifierReplaced, // the keyboard takes over that of another one
     IdentifierGiven,    // the keyboard has none yet
+    IdentifierLeftOut,  // name: it would be that of several units, and each keyboard keeps its own
+    // Warnings of a batch.
+    WriteRolledBack, // writes: it was interrupted
+    ControlReported, // reason: the text of a control's message box
 
     KeyboardDamaged, // faults
     KeyboardBusy,    // or one of its kind that cannot be told from it
@@ -150,6 +156,8 @@ enum class Cause {
     SectionsAbsent, // faults: the sections of the document that the keyboard lacks
 };
 
+inline constexpr Cause kLastCause = Cause::SectionsAbsent;
+
 // What the keyboard holds after a write that failed.
 enum class Holds {
     NotTouched,    // what it held before: nothing was sent
@@ -163,6 +171,7 @@ enum class Holds {
 enum class Suggestion {
     None,               // the first
     Recover,            // the interrupted write
+    NameWrite,          // of several interrupted ones
     RestoreBackup,      // the one that the error names
     ReadAgain,          // the keyboard, and plan the write anew
     TryLater,           // when the other program is done
@@ -176,14 +185,12 @@ enum class Suggestion {
     MoveFileAway,       // when its contents have been dealt with; the last
 };
 
-// Their names for programs, "transfer-failed", "partly-written", "restore-backup"; the empty text
-// for no suggestion.
+// Their names for programs, "transfer-failed", "no-such-backup", "partly-written",
+// "restore-backup"; the empty text for no suggestion.
 [[nodiscard]] std::string_view CodeOf(ErrorKind kind);
+[[nodiscard]] std::string_view CodeOf(Cause cause);
 [[nodiscard]] std::string_view CodeOf(Holds holds);
 [[nodiscard]] std::string_view CodeOf(Suggestion suggestion);
-
-// The one of this name; none for any other text.
-[[nodiscard]] Suggestion SuggestionOf(std::string_view code);
 
 [[nodiscard]] ErrorKind KindOf(Cause cause);
 
@@ -192,23 +199,29 @@ struct FailedCall {
     std::string function{};
     Long status = 0;
     std::string meaning{}; // of the status, as the driver words it; may be empty
+
+    bool operator==(const FailedCall&) const = default;
 };
 
 // Where; each part is there as far as it is known.
 struct ErrorPlace {
     std::string file{};            // or a folder, or a document's name
-    std::string pointer{};         // into a document, a JSON pointer
+    std::string pointer{};         // into a document, a JSON pointer; else that of the first fault
     std::string section{};         // the key of a section
     std::optional<Long> address{}; // in the keyboard's memory
+
+    bool operator==(const ErrorPlace&) const = default;
 };
 
 // A write on record, as it is named to people.
 struct WriteName {
     std::string id{};
     std::string action{};   // "download"
-    std::string document{}; // what was written
+    std::string document{}; // its name; empty for an untitled one
     std::string unit{};     // to which unit of a job; may be empty
     std::string time{};     // of its beginning
+
+    bool operator==(const WriteName&) const = default;
 };
 
 struct ErrorFacts {
@@ -217,7 +230,8 @@ struct ErrorFacts {
     SettingName setting{};
     std::vector<std::string> names{};
     std::vector<std::string> others{};
-    std::string reason{}; // in the words of a layer below
+    std::string reason{};     // a text of a layer that gives no data; see Cause
+    files::Problem problem{}; // of a file, a program or a library
     std::int64_t count = 0;
     Long index = 0;
     Long found = 0;
@@ -228,6 +242,8 @@ struct ErrorFacts {
     std::string backup{};         // the id of the one that has what the keyboard held before
     std::vector<WriteName> writes{};
     std::vector<Fault> faults{}; // of a file
+
+    bool operator==(const ErrorFacts&) const = default;
 };
 
 class Error : public std::exception, public ErrorFacts {
@@ -240,6 +256,8 @@ public:
     [[nodiscard]] std::optional<Long> Status() const {
         return call ? std::optional(call->status) : std::nullopt;
     }
+    // Whether all facts are the same.
+    bool operator==(const Error& other) const;
     // The code of its kind, for debuggers.
     [[nodiscard]] const char* what() const noexcept override { return CodeOf(Kind()).data(); }
 
@@ -258,7 +276,7 @@ private:
                   .faults = error.Faults()});
 }
 
-// What the system reported about a file; the reason names it.
+// A problem with a file, as an exception.
 [[nodiscard]] Error FileError(const std::exception& reason);
 
 } // namespace qx::host

@@ -12,9 +12,6 @@ namespace qx::host {
 
 namespace {
 
-constexpr const char* kOwnIdentifier =
-    "; keyboards keep their own when a document leaves the identifier out";
-
 std::string Joined(const std::vector<std::string>& names, const char* between) {
     std::string text;
     for (const std::string& name : names)
@@ -22,10 +19,12 @@ std::string Joined(const std::vector<std::string>& names, const char* between) {
     return text;
 }
 
-// Why an operation failed: the driver's call, or the words of a layer below.
+// Why an operation failed: the driver's call, a problem, or the text of a layer below.
 std::string WithReason(const std::string& what, const Error& error) {
     if (!error.reason.empty())
         return what + ": " + error.reason;
+    if (const std::string problem = files::WordsOf(error.problem); !problem.empty())
+        return what + ": " + problem;
     if (!error.call)
         return what;
     const auto& [function, status, meaning] = *error.call;
@@ -36,6 +35,11 @@ std::string WithReason(const std::string& what, const Error& error) {
 // "…: …": the first of the related errors explains this one.
 std::string WithRelated(const std::string& what, const Error& error) {
     return error.related.empty() ? what : what + ": " + TextOf(error.related.front());
+}
+
+// "till.json: ... (and 2 more faults)"
+std::string WithFaults(const std::string& what, const Error& error) {
+    return error.faults.empty() ? what : what + ": " + ToText(error.faults);
 }
 
 // "till.json: /magnetCard: an object is expected"
@@ -83,20 +87,19 @@ std::string CauseText(const Error& error) {
     const std::string& name = error.name;
     switch (error.Why()) {
     case Cause::WrongUsage:
-    case Cause::ModelUnusable:
+    case Cause::SheetNotMade:
+    case Cause::ControlReported:
+        return error.reason;
     case Cause::DriverUnusable:
     case Cause::FileUnusable:
-    case Cause::SheetNotMade:
     case Cause::Unforeseen:
-        return error.reason;
+        return files::WordsOf(error.problem);
     case Cause::NoSuchBackup:
         return "there is no backup " + name;
     case Cause::NoSuchWrite:
         return "there is no interrupted write " + name + " on record";
     case Cause::WriteToForgetUnclear:
-        return "this keyboard holds a part of several interrupted writes: name the one to be "
-               "forgotten" +
-               ListOf(error.writes);
+        return "this keyboard holds a part of several interrupted writes" + ListOf(error.writes);
     case Cause::NoSuchUnit:
         return file + " has no unit \"" + name + "\"";
     case Cause::DriverTakesNoKeyboard:
@@ -116,6 +119,11 @@ std::string CauseText(const Error& error) {
         return "there is no keyboard in " + file;
     case Cause::KeyboardFileRefused:
         return WithReason("the keyboard file " + file + " could not be chosen", error);
+    case Cause::ModelUnusable:
+        return WithFaults(
+            WithReason("the model " + (file.empty() ? "of the keyboard" : file) + " cannot be used",
+                       error),
+            error);
     case Cause::LayoutUnusable:
         return WithReason("the keyboard layout cannot be used", error);
     case Cause::NoSuchLayout:
@@ -126,7 +134,7 @@ std::string CauseText(const Error& error) {
     case Cause::WritingFailed:
         return WithReason("writing to the keyboard failed", error);
     case Cause::ReadBackFailed:
-        return WithReason("the keyboard was written, and could not be read back", error);
+        return WithRelated("the keyboard was written, and could not be read back", error);
     case Cause::FileNotSaved:
         return WithReason("saving the " + ContentOf(name) + " into " + file + " failed", error);
     case Cause::FileNotLoaded:
@@ -155,7 +163,7 @@ std::string CauseText(const Error& error) {
     case Cause::NoPlaceInBlock:
         return "writing to the keyboard failed: a setting has no place in its block";
     case Cause::SectionUnknown:
-        return WithRelated("it is not known where the keyboard has its " + name +
+        return WithRelated("it is not known where the keyboard has its " + ToText(error.setting) +
                                " settings, if it has any",
                            error);
     case Cause::KeyboardUnknown:
@@ -163,7 +171,7 @@ std::string CauseText(const Error& error) {
     case Cause::NoLayers:
         return "this keyboard has no layered function keys";
     case Cause::UnitProcessEnded:
-        return "the process that programmed it " + error.reason +
+        return "the process that programmed it " + files::HowItEnded(error.problem) +
                "; what the keyboard holds is not known, and the next run settles it";
     case Cause::EntriesUnreadable:
         return WithReason("entries of the configuration directory could not be read: " +
@@ -178,15 +186,13 @@ std::string CauseText(const Error& error) {
     case Cause::AbilitiesUnreadable:
         return WithReason("the keyboard's abilities could not be read, and count as absent", error);
     case Cause::RecordDamaged:
-        return file + " cannot be used: " + ToText(error.faults);
+        return WithFaults(file + " cannot be used", error);
     case Cause::EntryDamaged:
         return (error.related.empty() ? "" : TextOf(error.related.front())) +
-               "; it may be of an interrupted write to this keyboard: look at what the keyboard "
-               "holds, move that file to another folder, and try again";
+               "; it may be of an interrupted write to this keyboard";
     case Cause::ReportDamaged:
         return (error.related.empty() ? "" : TextOf(error.related.front())) +
-               "; it records which keyboards are done: move it away, and all of them are "
-               "programmed again";
+               "; it records which keyboards are done";
     case Cause::NotRecorded:
         return "the keyboard was written, read back and found equal";
     case Cause::UnprovedNotRecorded:
@@ -259,10 +265,15 @@ std::string CauseText(const Error& error) {
         return "this is another keyboard: its identifier is " + (name.empty() ? "none" : name) +
                ", not " + error.other;
     case Cause::IdentifierReplaced:
-        return "the keyboard takes over the identifier of another one from " + file +
-               kOwnIdentifier;
+        return "the keyboard takes over the identifier of another one from " + file;
     case Cause::IdentifierGiven:
-        return "the keyboard has no identifier and is given the one in " + file + kOwnIdentifier;
+        return "the keyboard has no identifier and is given the one in " + file;
+    case Cause::IdentifierLeftOut:
+        return file + " has the identifier " + name +
+               ", which only one keyboard can have: it is left out, and each keyboard keeps its "
+               "own";
+    case Cause::WriteRolledBack:
+        return "rolled back the " + TheWrite(error) + ", which was interrupted";
     case Cause::KeyboardDamaged:
         return FirstFault(error);
     case Cause::KeyboardBusy:
@@ -277,12 +288,11 @@ std::string CauseText(const Error& error) {
                ", which is to be finished or rolled back first";
     case Cause::WritesInterrupted:
         return "the keyboard holds a part of several interrupted writes, which lead to different "
-               "contents: the one that it was cut in is to be named" +
+               "contents" +
                ListOf(error.writes);
     case Cause::DocumentFaults:
-        return file + ": " + ToText(error.faults);
     case Cause::JobFaults:
-        return file + ": " + ToText(error.faults) + "; no keyboard was touched";
+        return WithFaults(file, error);
     case Cause::SectionsAbsent:
         return FirstFault(error);
     }
@@ -331,7 +341,8 @@ std::string TextOf(const Error& error) {
 }
 
 std::string InWords(const WriteName& write) {
-    return write.action + " of " + write.document +
+    return write.action + " of " +
+           (write.document.empty() ? "an untitled document" : write.document) +
            (write.unit.empty() ? "" : " for " + write.unit) + " of " + write.time;
 }
 

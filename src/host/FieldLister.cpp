@@ -113,16 +113,14 @@ std::string FieldLister::Text(const Field& field, const std::string& sValue,
 void FieldLister::Sequence(const Field& field, KeySequence& sequence, Integer /*nSlot*/) {
     if (!IsWanted(field, field.required || sequence.Length() > 0))
         return;
-    std::vector<Byte> codes;
-    for (const Integer code : sequence.Codes())
-        codes.push_back(static_cast<Byte>(code));
+    const auto bytes = sequence.Bytes();
     std::string text;
-    if (m_layout == nullptr)
-        for (const Byte code : codes)
+    if (m_layout == nullptr || !bytes)
+        for (const Integer code : sequence.Codes())
             text = Joined(text, InBraces(code));
     else
-        text = (m_writer ? *m_writer : m_writer.emplace(*m_layout)).Text(codes);
-    Add(field, codes.empty() ? SettingValue{SettingValue::Kind::Empty} : TextValue(text));
+        text = (m_writer ? *m_writer : m_writer.emplace(*m_layout)).Text(*bytes);
+    Add(field, text.empty() ? SettingValue{SettingValue::Kind::Empty} : TextValue(text));
 }
 
 void FieldLister::Object(const Field& field, const std::function<void()>& members) {

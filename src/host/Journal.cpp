@@ -44,7 +44,7 @@ void Take(const json::Value& value, const WithoutBytes<std::vector<ContentPiece>
         ContentPiece& area = areas.pieces.emplace_back();
         area.module = ModuleOf(members.Get("module"));
         json::Take(members.Get("section"), area.section);
-        json::Take(members.Get("address"), area.address);
+        area.address = AddressOf(members.Get("address"));
         area.bytes.resize(members.Get("size").WholeNumber<std::uint16_t>().value_or(0));
         members.RefuseOthers();
     }

@@ -1,5 +1,6 @@
 #include "host/JsonFieldReader.h"
 
+#include "files/Limits.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
@@ -36,6 +37,15 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
+// A variable's value as the number or switch that it is written as; else the text.
+Json NumberOrText(const std::string& text) {
+    try {
+        return ParseStrictly(text, files::kMostOfDocument);
+    } catch (const json::FaultError&) {
+        return text;
+    }
+}
+
 } // namespace
 
 void JsonFieldReader::Read(const json::Value& section,
@@ -70,8 +80,7 @@ std::optional<Json> JsonFieldReader::Filled(const json::Value& value) {
         const auto pieces = m_variables.Split(value.AsJson().get<std::string>());
         if (pieces.size() != 1 || !pieces.front().isValue)
             return value.AsJson();
-        Json filled = Json::parse(pieces.front().text, nullptr, false);
-        return filled.is_discarded() ? Json(pieces.front().text) : filled;
+        return NumberOrText(pieces.front().text);
     } catch (const json::FaultError& error) {
         value.Refuse(error.Faults().front());
         return std::nullopt;
@@ -159,7 +168,9 @@ std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const json::Value& v
             value.Refuse(FaultKind::SequenceWithoutNames);
         } catch (const json::FaultError& error) {
             value.Refuse(error.Faults().front());
-        } catch (const std::exception& error) {
+        } catch (const UntypableCharacter& error) {
+            value.Refuse(FaultKind::NoKeyTypes, error.Character());
+        } catch (const SequenceTextError& error) {
             value.Refuse(FaultKind::SequenceText, error.what());
         }
         return std::nullopt;

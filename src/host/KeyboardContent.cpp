@@ -183,6 +183,10 @@ KeyboardModuleIDs ModuleOf(const json::Value& value) {
     return static_cast<KeyboardModuleIDs>(value.WholeNumber<Integer>().value_or(0));
 }
 
+Long AddressOf(const json::Value& value) {
+    return value.WholeNumber<Long>(0, kAddressLimit - 1).value_or(0);
+}
+
 void Take(const json::Value& value, KeyboardIdentity& identity) {
     json::Object members(value);
     (void)members.Find("name"); // which is for people
@@ -210,7 +214,7 @@ void Take(const json::Value& value, ContentPiece& piece) {
     json::Object members(value);
     piece.module = ModuleOf(members.Get("module"));
     piece.section = members.Get("section").Text().value_or("");
-    piece.address = members.Get("address").WholeNumber<Long>().value_or(0);
+    piece.address = AddressOf(members.Get("address"));
     TakeBytes(members.Get("bytes"), piece.bytes);
     members.RefuseOthers();
 }
@@ -227,7 +231,7 @@ void Take(const json::Value& value, ByteRange& range) {
     json::Object members(value);
     range.module = ModuleOf(members.Get("module"));
     range.section = members.Get("section").Text().value_or("");
-    range.address = members.Get("address").WholeNumber<Long>().value_or(0);
+    range.address = AddressOf(members.Get("address"));
     TakeBytes(members.Get("from"), range.from);
     TakeBytes(members.Get("to"), range.to);
     members.RefuseOthers();

@@ -86,7 +86,11 @@ struct KeyboardContent {
 [[nodiscard]] std::vector<ByteRange> Differences(const KeyboardContent& from,
                                                  const KeyboardContent& to, Long gap);
 
+// No keyboard's memory reaches as far; the controls reckon with addresses up to here.
+inline constexpr Long kAddressLimit = 1 << 30;
+
 // As records have them.
+[[nodiscard]] Long AddressOf(const json::Value& value);
 [[nodiscard]] KeyboardModuleIDs ModuleOf(const json::Value& value);
 [[nodiscard]] Json ToJson(const KeyboardIdentity& identity);
 void Take(const json::Value& value, KeyboardIdentity& identity);

@@ -71,7 +71,9 @@ void WriteRecord(const fs::path& file, const RecordFormat& format, const Json& m
 void WriteNewRecord(const fs::path& file, const RecordFormat& format, const Json& members) {
     Guarded([&] {
         if (!files::WriteNewFile(file, RecordText(format, members)))
-            throw std::runtime_error(files::TextOf(file) + " cannot be written: it exists");
+            throw files::ProblemError({.deed = files::Deed::Write,
+                                       .subject = files::TextOf(file),
+                                       .obstacle = files::Obstacle::AlreadyThere});
     });
 }
 
@@ -139,8 +141,9 @@ std::vector<fs::path> RecordsIn(const fs::path& folder, std::string_view ending)
         return records;
     fs::directory_iterator entries(folder, reason);
     if (reason)
-        throw Error(Cause::FileUnusable, {.reason = files::TextOf(folder) +
-                                                    " cannot be read: " + files::ReasonOf(reason)});
+        throw FileError(files::ProblemError({.deed = files::Deed::Read,
+                                             .subject = files::TextOf(folder),
+                                             .system = files::ReasonOf(reason)}));
     for (const fs::directory_entry& entry : entries)
         if (files::TextOf(entry.path().filename()).ends_with(ending))
             records.push_back(entry.path());

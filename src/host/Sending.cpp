@@ -80,7 +80,8 @@ void Sending::Prove(const WritePlan& plan, Sent& sent) {
         sent.Fail(Differing(plan.after, now));
     } catch (const Error& error) {
         sent.result = "unknown";
-        sent.Fail(Error(Cause::ReadBackFailed, error));
+        sent.Fail(
+            Error(Cause::ReadBackFailed, {.call = error.call, .place = error.place}, {error}));
     }
 }
 

@@ -12,9 +12,6 @@ namespace {
 // belongs to applications.
 constexpr Long kProgressMessage = 0x8000;
 
-// No keyboard's memory reaches as far; the controls reckon with addresses up to here.
-constexpr Long kAddressLimit = 1 << 30;
-
 bool IsAddress(Long address) {
     return address >= 0 && address < kAddressLimit;
 }
@@ -58,10 +55,15 @@ Session::~Session() {
     }
 }
 
+std::optional<files::Problem> Session::DriverProblem() const {
+    return m_options.failure ? m_options.failure() : std::nullopt;
+}
+
 Error Session::Failed(Error failure, const FailedCall& call) const {
-    failure.reason = m_options.failure ? m_options.failure() : "";
-    if (!failure.reason.empty())
+    if (const auto problem = DriverProblem()) {
+        failure.problem = *problem;
         return failure;
+    }
     failure.call = call;
     failure.call->meaning = m_options.statusText ? m_options.statusText(call.status) : "";
     return failure;
@@ -81,9 +83,8 @@ void Session::Open() {
     m_driver.BeginOperation();
     m_isOpen = m_access.Init();
     const auto& failure = m_driver.Failure();
-    const std::string reason = m_options.failure ? m_options.failure() : "";
-    if (!reason.empty())
-        throw Error(Cause::OpeningFailed, {.reason = reason});
+    if (const auto problem = DriverProblem())
+        throw Error(Cause::OpeningFailed, {.problem = *problem});
     if (!m_isOpen && failure)
         throw Failed(Error(Cause::OpeningFailed), *failure);
     FindHoles();
@@ -184,9 +185,10 @@ std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bo
         const bool isWhole = std::all_of(areas.begin(), areas.end(),
                                          [&](const Area& area) { return AreaAddress(area) != -1; });
         if (!m_holes.empty() && !isWhole && (document == nullptr || document->Find(key) != nullptr))
-            throw Error(Cause::SectionUnknown,
-                        {.name = std::string(title), .place = {.section = std::string(key)}},
-                        {m_holes.front()});
+            throw Error(
+                Cause::SectionUnknown,
+                {.setting = NameOf(section->Info()), .place = {.section = std::string(key)}},
+                {m_holes.front()});
     }
     return Present(configuration, fSkipAbsent);
 }

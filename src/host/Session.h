@@ -34,9 +34,9 @@ public:
         std::function<void(int)> progress;
         // The meaning of a driver's status, for messages; the function or its result may be empty.
         std::function<std::string(Long)> statusText;
-        // Why the driver no longer answers; the function may be empty, and its result is empty
+        // Why the driver no longer answers; the function may be empty, and there is no problem
         // while the driver works.
-        std::function<std::string()> failure;
+        std::function<std::optional<files::Problem>()> failure;
     };
 
     // The driver and the services must outlive the session.
@@ -119,6 +119,7 @@ private:
     };
 
     // The error with the failed call, or with the reason why the driver is gone.
+    [[nodiscard]] std::optional<files::Problem> DriverProblem() const;
     [[nodiscard]] Error Failed(Error failure, const FailedCall& call) const;
     [[nodiscard]] Error ReadingFailed(const FailedCall& call) const {
         return Failed(Error(Cause::ReadingFailed), call);

@@ -55,7 +55,7 @@ public:
         } catch (const Error&) {
             throw;
         } catch (const std::exception& error) {
-            throw Error(Cause::PreferencesNotStored, {.reason = error.what()});
+            throw Error(Cause::PreferencesNotStored, {.problem = files::ProblemOf(error)});
         }
         return damaged;
     }
@@ -92,8 +92,9 @@ private:
         std::error_code reason;
         fs::rename(m_file, damaged, reason);
         if (reason)
-            throw Error(Cause::PreferencesNotSetAside,
-                        {.reason = files::ReasonOf(reason), .place = {.file = Location()}});
+            throw Error(
+                Cause::PreferencesNotSetAside,
+                {.problem = {.system = files::ReasonOf(reason)}, .place = {.file = Location()}});
         m_values = IniFile();
         return damaged;
     }

@@ -25,7 +25,7 @@ std::unique_ptr<SettingsPlace> PlaceOf(const std::filesystem::path& file) {
     } catch (const Error&) {
         throw;
     } catch (const std::exception& error) {
-        throw Error(Cause::NoPreferencesFolder, {.reason = error.what()});
+        throw Error(Cause::NoPreferencesFolder, {.problem = files::ProblemOf(error)});
     }
 #endif
 }

@@ -1,5 +1,7 @@
 #include "json/Fault.h"
 
+#include <algorithm>
+
 namespace qx::json {
 
 namespace {
@@ -84,6 +86,8 @@ KindText TextOf(FaultKind kind) {
         return {"sequence-without-names", "a sequence as text needs a keyboard layout"};
     case FaultKind::SequenceText:
         return {"sequence-text", "%1"};
+    case FaultKind::NoKeyTypes:
+        return {"no-key-types", "no key of the layout types \"%1\""};
     case FaultKind::SequenceWithZero:
         return {"sequence-with-zero", "{0} would end the sequence in the keyboard"};
     case FaultKind::PlaceholderNotApart:
@@ -164,6 +168,15 @@ KindText TextOf(FaultKind kind) {
 
 std::string_view CodeOf(FaultKind kind) {
     return TextOf(kind).code;
+}
+
+std::size_t ArgumentsOf(FaultKind kind) {
+    const std::string_view words = TextOf(kind).words;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i + 1 < words.size(); ++i)
+        if (words[i] == '%')
+            count = std::max(count, static_cast<std::size_t>(words[i + 1] - '0'));
+    return count;
 }
 
 std::string WordsOf(const Fault& fault) {

@@ -57,6 +57,7 @@ enum class FaultKind {
     SequenceTooLong,      // codes, maximum
     SequenceWithoutNames, //
     SequenceText,         // the reason, in English
+    NoKeyTypes,           // character
     SequenceWithZero,     //
     PlaceholderNotApart,  // placeholder
     NotAPlaceholder,      // the beginning of the text
@@ -97,8 +98,13 @@ enum class FaultKind {
     VariableUnusedByUnit, // unit, document, variable
 };
 
+inline constexpr FaultKind kLastFaultKind = FaultKind::VariableUnusedByUnit;
+
 // Its name for programs, "not-a-text".
 [[nodiscard]] std::string_view CodeOf(FaultKind kind);
+
+// How many arguments its words need.
+[[nodiscard]] std::size_t ArgumentsOf(FaultKind kind);
 
 struct Fault {
     // Numbers and texts; long texts are shortened.

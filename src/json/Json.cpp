@@ -170,7 +170,10 @@ std::string ShortText(const Json& value) {
 }
 
 Json ToJson(const Fault& fault) {
-    return {{"place", fault.place}, {"code", CodeOf(fault.kind)}, {"message", WordsOf(fault)}};
+    return {{"place", fault.place},
+            {"code", CodeOf(fault.kind)},
+            {"arguments", fault.arguments},
+            {"message", WordsOf(fault)}};
 }
 
 std::string PrettyText(const Json& value) {

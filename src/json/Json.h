@@ -27,7 +27,7 @@ using Json = nlohmann::ordered_json;
 // The beginning of the value's text, for messages.
 [[nodiscard]] std::string ShortText(const Json& value);
 
-// `place`, `code` and `message`.
+// `place`, `code`, `arguments` and `message`.
 [[nodiscard]] Json ToJson(const Fault& fault);
 
 } // namespace qx::json

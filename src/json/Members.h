@@ -59,6 +59,41 @@ void Take(const Value& value, std::vector<Type>& variable) {
         Take(element, variable.emplace_back());
 }
 
+// Reads the code of an enumerator, as its CodeOf gives it; `last` is the last of them.
+template <typename Enum>
+void TakeCode(const Value& value, Enum last, Enum& variable) {
+    const auto code = value.Text();
+    std::string known;
+    for (int i = 0; code && i <= static_cast<int>(last); ++i) {
+        const auto each = static_cast<Enum>(i);
+        if (CodeOf(each) == *code) {
+            variable = each;
+            return;
+        }
+        known += (known.empty() ? "" : ", ") + std::string(CodeOf(each));
+    }
+    if (code)
+        value.RefuseAs(FaultKind::NotAChoice, known);
+}
+
+// A fault as ToJson writes it; only its place where it cannot be read.
+[[nodiscard]] inline Fault FaultFrom(const Value& value) {
+    Object members(value);
+    Fault fault("", FaultKind::MoreFaults);
+    auto kind = fault.kind;
+    Take(members.Get("place"), fault.place);
+    TakeCode(members.Get("code"), kLastFaultKind, kind);
+    const Value arguments = members.Get("arguments");
+    Take(arguments, fault.arguments);
+    (void)members.Find("message"); // which the others determine
+    members.RefuseOthers();
+    if (fault.arguments.size() >= ArgumentsOf(kind))
+        fault.kind = kind;
+    else if (arguments.Exists())
+        arguments.RefuseAs(FaultKind::NotAListOf, ArgumentsOf(kind));
+    return fault;
+}
+
 // `walk` calls what it is given with each member's name and variable.
 template <typename Walk>
 [[nodiscard]] Json MembersToJson(Walk walk) {

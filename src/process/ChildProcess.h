@@ -8,6 +8,8 @@
 // gets none that anybody sees.
 #pragma once
 
+#include "files/Problem.h"
+
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -63,14 +65,13 @@ struct Ending {
     int signal = 0;        // the signal that ended it; 0: it exited, as all do on Windows
     bool isKilled = false; // it was still running and was killed
 
-    // "crashed (signal 11, Segmentation fault)", "crashed (access violation)", "ended its process
-    // with status 3".
-    [[nodiscard]] std::string Text() const;
+    // Exited with a status, or crashed: with the system's name for the crash.
+    [[nodiscard]] files::Problem AsProblem() const;
 };
 
 class ChildProcess {
 public:
-    // Throws std::runtime_error that names the program when it cannot be started.
+    // Throws files::ProblemError when it cannot be started.
     ChildProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments);
     // Kills it where it still runs, with all that it started in its group.
     ~ChildProcess();

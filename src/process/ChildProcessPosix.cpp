@@ -28,8 +28,10 @@ using namespace std::chrono_literals;
 constexpr int kChannelOfChild = 3; // its file number there
 constexpr auto kGrace = 2s;        // in which a killed process is expected to be gone
 
-[[noreturn]] void Fail(const std::string& what, int reason) {
-    throw std::runtime_error(what + ": " + std::generic_category().message(reason));
+[[noreturn]] void Fail(const std::filesystem::path& program, int reason) {
+    throw files::ProblemError({.deed = files::Deed::Start,
+                               .subject = program.string(),
+                               .system = std::generic_category().message(reason)});
 }
 
 // For poll: milliseconds, not less than what is left; -1: without end.
@@ -74,7 +76,7 @@ public:
     Start(const Start&) = delete;
     Start& operator=(const Start&) = delete;
 
-    // The new process. Throws std::runtime_error.
+    // The new process. Throws files::ProblemError.
     [[nodiscard]] pid_t Run(const std::filesystem::path& program,
                             const std::vector<std::string>& arguments) const {
         std::string name = program.string();
@@ -87,7 +89,7 @@ public:
         const int reason = posix_spawn(&process, program.c_str(), &m_actions, &m_attributes,
                                        words.data(), environ);
         if (reason != 0)
-            Fail("cannot start " + name, reason);
+            Fail(program, reason);
         return process;
     }
 
@@ -97,10 +99,10 @@ private:
 };
 
 // The two ends, closed in programs that are started.
-std::pair<int, int> NewChannel() {
+std::pair<int, int> NewChannel(const std::filesystem::path& program) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
-        Fail("cannot talk to another process", errno);
+        Fail(program, errno);
     return {ends[0], ends[1]};
 }
 
@@ -177,18 +179,19 @@ bool Channel::WaitForAny(const std::vector<const Channel*>& channels, Deadline u
     return WaitFor(files, until);
 }
 
-std::string Ending::Text() const {
+files::Problem Ending::AsProblem() const {
     if (signal == 0)
-        return "ended its process with status " + std::to_string(status);
+        return {.obstacle = files::Obstacle::Exited, .number = status};
     const char* const name = sigdescr_np(signal);
-    return "crashed (signal " + std::to_string(signal) + (name != nullptr ? ", " : "") +
-           (name != nullptr ? name : "") + ")";
+    return {.obstacle = files::Obstacle::Crashed,
+            .number = signal,
+            .system = name != nullptr ? name : ""};
 }
 
 ChildProcess::ChildProcess(const std::filesystem::path& program,
                            const std::vector<std::string>& arguments)
     : m_channel(nullptr) {
-    const auto [own, ofChild] = NewChannel();
+    const auto [own, ofChild] = NewChannel(program);
     m_channel = Channel(std::make_shared<Channel::End>(own));
     const Channel::End closedHere(ofChild);
     m_process = std::make_unique<Process>(Process{Start(ofChild).Run(program, arguments)});

@@ -22,9 +22,11 @@ constexpr auto kGrace = 2s;              // in which a killed process is expecte
 constexpr DWORD kPipeBuffer = 1U << 16U; // bytes that wait in a channel
 constexpr std::string_view kChannelOption = "--channel="; // a child's last argument: its handle
 
-[[noreturn]] void Fail(const std::string& what, DWORD reason) {
-    throw std::runtime_error(what + ": " +
-                             files::ReasonOf({static_cast<int>(reason), std::system_category()}));
+[[noreturn]] void Fail(const std::filesystem::path& program, DWORD reason) {
+    throw files::ProblemError(
+        {.deed = files::Deed::Start,
+         .subject = files::TextOf(program),
+         .system = files::ReasonOf({static_cast<int>(reason), std::system_category()})});
 }
 
 // Closed with this object.
@@ -68,7 +70,7 @@ SECURITY_ATTRIBUTES Inheritable() {
 }
 
 // The two ends; the second is the child's.
-std::pair<Handle, Handle> NewChannel() {
+std::pair<Handle, Handle> NewChannel(const std::filesystem::path& program) {
     static int count = 0;
     for (;;) {
         const std::wstring name = L"\\\\.\\pipe\\qxcontrols-" +
@@ -87,7 +89,7 @@ std::pair<Handle, Handle> NewChannel() {
                 Handle(CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, &inheritable,
                                    OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
         if (!ofChild)
-            Fail("cannot talk to another process", GetLastError());
+            Fail(program, GetLastError());
         return {std::move(own), std::move(ofChild)};
     }
 }
@@ -115,11 +117,11 @@ public:
         InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
         m_memory.resize(size);
         if (!InitializeProcThreadAttributeList(List(), 1, 0, &size))
-            Fail("cannot start another process", GetLastError());
+            Fail({}, GetLastError());
         if (!UpdateProcThreadAttribute(List(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST,
                                        m_handles.data(), m_handles.size() * sizeof(HANDLE), nullptr,
                                        nullptr))
-            Fail("cannot start another process", GetLastError());
+            Fail({}, GetLastError());
     }
     ~Inheritance() { DeleteProcThreadAttributeList(List()); }
     Inheritance(const Inheritance&) = delete;
@@ -141,7 +143,7 @@ Handle NewJob() {
     limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
     if (!job || !SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits,
                                          sizeof limits))
-        Fail("cannot start another process", GetLastError());
+        Fail({}, GetLastError());
     return job;
 }
 
@@ -175,7 +177,7 @@ public:
         : m_pipe(std::move(pipe)), m_received(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
           m_sent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
         if (!m_received || !m_sent)
-            Fail("cannot talk to another process", GetLastError());
+            Fail({}, GetLastError());
         Read();
     }
     ~End() {
@@ -289,7 +291,7 @@ bool Channel::WaitForAny(const std::vector<const Channel*>& channels, Deadline u
     }
 }
 
-std::string Ending::Text() const {
+files::Problem Ending::AsProblem() const {
     // https://learn.microsoft.com/openspecs/windows_protocols/ms-erref
     constexpr std::pair<DWORD, const char*> kCrashes[] = {
         {0x80000003, "breakpoint"},
@@ -308,19 +310,19 @@ std::string Ending::Text() const {
     const auto code = static_cast<DWORD>(status);
     for (const auto& [crash, name] : kCrashes)
         if (code == crash)
-            return std::string("crashed (") + name + ")";
+            return {.obstacle = files::Obstacle::Crashed, .system = name};
     constexpr DWORD kError = 0xC0000000; // the severity of a status of the system
     if ((code & kError) != kError)
-        return "ended its process with status " + std::to_string(code);
+        return {.obstacle = files::Obstacle::Exited, .number = code};
     char digits[sizeof "0xC0000000"];
     std::snprintf(digits, sizeof digits, "0x%08lX", code);
-    return std::string("crashed (system status ") + digits + ")";
+    return {.obstacle = files::Obstacle::Crashed, .system = digits};
 }
 
 ChildProcess::ChildProcess(const std::filesystem::path& program,
                            const std::vector<std::string>& arguments)
     : m_channel(nullptr) {
-    auto [own, ofChild] = NewChannel();
+    auto [own, ofChild] = NewChannel(program);
     m_channel = Channel(std::make_shared<Channel::End>(std::move(own)));
     auto inheritable = Inheritable();
     const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -346,13 +348,13 @@ ChildProcess::ChildProcess(const std::filesystem::path& program,
     PROCESS_INFORMATION made{};
     if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, flags, nullptr,
                         nullptr, &start.StartupInfo, &made))
-        Fail("cannot start " + files::TextOf(program), GetLastError());
+        Fail(program, GetLastError());
     const Handle thread(made.hThread);
     m_process = std::make_unique<Process>(Process{std::move(job), Handle(made.hProcess)});
     if (!AssignProcessToJobObject(m_process->job.Get(), made.hProcess)) {
         const DWORD reason = GetLastError();
         TerminateProcess(made.hProcess, 1);
-        Fail("cannot start " + files::TextOf(program), reason);
+        Fail(program, reason);
     }
     ResumeThread(thread.Get());
 }

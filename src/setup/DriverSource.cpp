@@ -74,13 +74,12 @@ void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choic
     if (*status == 0)
         return;
     const OpenedDriver& opened = library.opened;
-    if (opened.failure && !opened.failure().empty())
-        throw host::Error(
-            host::Cause::DriverUnusable,
-            {.reason = opened.failure(), .place = {.file = files::TextOf(choice.driver)}});
+    if (const auto problem = opened.failure ? opened.failure() : std::nullopt)
+        throw host::Error(host::Cause::DriverUnusable,
+                          {.problem = *problem, .place = {.file = files::TextOf(choice.driver)}});
     const host::FailedCall call = {"QXSIM_SetKeyboard", *status, opened.statusText(*status)};
     if (*status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
-        throw host::Error(host::Cause::ModelUnusable, {.reason = call.meaning, .call = call});
+        throw host::Error(host::Cause::ModelUnusable, {.call = call, .place = {.file = model}});
     throw host::Error(host::Cause::KeyboardFileRefused,
                       {.call = call, .place = {.file = files::TextOf(choice.keyboard)}});
 }
@@ -117,6 +116,12 @@ bool NeedsProcess(const KeyboardChoice& choice) {
            driverhost::WordSizeOf(choice.driver).value_or(kOwnWordSize) != kOwnWordSize;
 }
 
+host::Error Unusable(const KeyboardChoice& choice, files::Problem problem) {
+    return host::Error(
+        host::Cause::DriverUnusable,
+        {.problem = std::move(problem), .place = {.file = files::TextOf(choice.driver)}});
+}
+
 OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     try {
         Library library = NeedsProcess(choice) ? LoadApart(choice) : LoadHere(choice);
@@ -126,10 +131,18 @@ OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
         return std::move(library.opened);
     } catch (const host::Error&) {
         throw;
+    } catch (const LibraryError& error) {
+        throw Unusable(choice, driverhost::ProblemOf(error, files::TextOf(choice.driver)));
     } catch (const std::exception& error) {
-        throw host::Error(
-            host::Cause::DriverUnusable,
-            {.reason = error.what(), .place = {.file = files::TextOf(choice.driver)}});
+        throw Unusable(choice, files::ProblemOf(error));
+    }
+}
+
+std::filesystem::path KeyboardOfUser() {
+    try {
+        return files::UserDataFolder() / "keyboard.qxk";
+    } catch (const std::exception& error) {
+        throw host::FileError(error);
     }
 }
 
@@ -143,17 +156,15 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     OpenedDriver opened;
     std::filesystem::path file = choice.keyboard;
     if (file.empty()) {
-        file = files::UserDataFolder() / "keyboard.qxk";
-        opened.note =
-            "no --driver and no --keyboard: using the simulated keyboard in " + files::TextOf(file);
+        file = opened.unchosen = KeyboardOfUser();
         std::error_code ignored; // the driver reports it if it cannot write there
         std::filesystem::create_directories(file.parent_path(), ignored);
         if (!choice.model.empty())
             RequireMeant(file, choice.model);
     }
+    const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
     try {
-        auto simulated = std::make_unique<sim::SimulatedDriver>(
-            file, choice.model.empty() ? kDefaultModel : choice.model);
+        auto simulated = std::make_unique<sim::SimulatedDriver>(file, model);
         sim::SimulatedDriver& driver = *simulated;
         opened.statusText = [&driver](std::int32_t lStatus) {
             return driver.LastError().empty() ? std::string(sim::StatusText(lStatus))
@@ -163,8 +174,13 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         opened.simulated = &driver;
         opened.driver = std::move(simulated);
         opened.origin = OriginOf({}, file);
+    } catch (const sim::ModelError& error) {
+        throw host::Error(host::Cause::ModelUnusable,
+                          {.place = {.file = model, .pointer = error.Faults().front().place},
+                           .faults = error.Faults()});
     } catch (const std::exception& error) {
-        throw host::Error(host::Cause::ModelUnusable, {.reason = error.what()});
+        throw host::Error(host::Cause::ModelUnusable,
+                          {.problem = files::ProblemOf(error), .place = {.file = model}});
     }
     return opened;
 }

@@ -29,10 +29,12 @@ struct KeyboardChoice {
 struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // explains its statuses, if it can
-    std::function<std::string()> failure; // why an isolated driver is gone; empty while it works
-    std::function<std::string()> layout;  // the keyboard's layout, once it is open
+    // Why an isolated driver is gone; none while it works.
+    std::function<std::optional<files::Problem>()> failure;
+    std::function<std::string()> layout;       // the keyboard's layout, once it is open
     sim::SimulatedDriver* simulated = nullptr; // the driver, if it is the simulated keyboard
-    std::string note;   // what the user should know about the choice; may be empty
+    // The user's own simulated keyboard, if it is used because nothing was chosen.
+    std::filesystem::path unchosen;
     std::string origin; // full paths of library and file: equal for the same choice
 };
 

@@ -51,6 +51,20 @@ QString Printable(const std::string& text) {
                              characters.size());
 }
 
+// Calls the action for the controls of one kind, with a title.
+template <typename Control, typename Action>
+class EachOf : public host::ControlVisitor {
+public:
+    explicit EachOf(const Action& action) : m_action(action) {}
+    using ControlVisitor::Visit;
+    void Visit(Control& control) override { m_action(control, title); }
+
+    QString title;
+
+private:
+    const Action& m_action;
+};
+
 class Builder {
     Q_DECLARE_TR_FUNCTIONS(KeySheet)
 
@@ -81,20 +95,20 @@ private:
     // Calls the action with each such control and the title of its section, which the application
     // translates.
     template <typename Control, typename Action>
-    void ForEach(Action action) {
-        for (host::Section* section : m_sheet.sections)
-            if (auto* control = dynamic_cast<Control*>(&section->Control())) {
-                const std::string title(section->Info().title);
-                action(*control, QCoreApplication::translate("SettingWords", title.c_str()));
-            }
+    void ForEach(const Action& action) {
+        EachOf<Control, Action> visitor(action);
+        for (host::Section* section : m_sheet.sections) {
+            const std::string title(section->Info().title);
+            visitor.title = QCoreApplication::translate("SettingWords", title.c_str());
+            section->Accept(visitor);
+        }
     }
 
     // In the syntax in which it can be typed, including the releases of keys.
     [[nodiscard]] QString Sequence(const KeySequence& sequence) const {
-        std::vector<Byte> codes;
-        for (const Integer code : sequence.Codes())
-            codes.push_back(static_cast<Byte>(code));
-        return Printable(SequenceToText(codes, m_layout));
+        const auto bytes = sequence.Bytes();
+        return Printable(bytes ? SequenceToText(*bytes, m_layout)
+                               : SequenceCaption(sequence, nullptr, true));
     }
 
     // Only the presses, for the limited space of a key cap.

@@ -10,8 +10,8 @@
 #include "json/Reader.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
-#include <stdexcept>
 
 namespace qx::sim {
 
@@ -171,25 +171,23 @@ KeyboardModel KeyboardModel::FromJson(std::string text) {
 }
 
 KeyboardModel KeyboardModel::ByName(const std::string& nameOrPath) {
+    const auto file = files::PathOf(nameOrPath);
     std::string text;
-    std::string names;
-    for (const ShippedModel& model : kShippedModels) {
-        names += (names.empty() ? "" : ", ") + std::string(model.name);
+    for (const ShippedModel& model : kShippedModels)
         if (model.name == nameOrPath)
             text = model.json;
-    }
-    try {
-        if (text.empty())
-            text = files::ReadFile(files::PathOf(nameOrPath), files::kMostOfModel);
-    } catch (const std::exception& error) {
-        throw std::runtime_error("there is no model \"" + nameOrPath +
-                                 "\": the built-in ones are " + names + ", and as a file, " +
-                                 error.what());
-    }
+    std::error_code reason;
+    if (text.empty() && !std::filesystem::exists(file, reason))
+        throw files::ProblemError({.deed = files::Deed::Read,
+                                   .subject = nameOrPath,
+                                   .obstacle = files::Obstacle::NoSuchModel,
+                                   .names = Names()});
+    if (text.empty())
+        text = files::ReadFile(file, files::kMostOfModel);
     try {
         return FromJson(std::move(text));
-    } catch (const std::exception& error) {
-        throw std::runtime_error("the model " + nameOrPath + " is invalid: " + error.what());
+    } catch (const json::FaultError& error) {
+        throw ModelError(nameOrPath, error.Faults());
     }
 }
 

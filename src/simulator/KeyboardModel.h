@@ -6,12 +6,26 @@
 #pragma once
 
 #include "qxcontrols/device/KeyboardModuleIDs.h"
+#include "json/Fault.h"
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace qx::sim {
+
+// A model that is invalid; the text names it.
+class ModelError : public std::runtime_error {
+public:
+    ModelError(const std::string& model, std::vector<json::Fault> faults)
+        : std::runtime_error("the model " + model + " is invalid: " + ToText(faults)),
+          m_faults(std::move(faults)) {}
+    [[nodiscard]] const std::vector<json::Fault>& Faults() const { return m_faults; }
+
+private:
+    std::vector<json::Fault> m_faults; // at least one
+};
 
 struct KeyboardModel {
     struct Entry {
@@ -29,7 +43,7 @@ struct KeyboardModel {
     // Parses a model. Throws json::FaultError.
     [[nodiscard]] static KeyboardModel FromJson(std::string text);
     // The built-in model with this name, or else the model in the file with this path. Throws
-    // std::runtime_error naming the model and the error in it.
+    // ModelError, and files::ProblemError if there is none or it cannot be read.
     [[nodiscard]] static KeyboardModel ByName(const std::string& nameOrPath);
     // The names of the built-in models.
     [[nodiscard]] static std::vector<std::string> Names();

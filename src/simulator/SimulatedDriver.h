@@ -22,9 +22,9 @@ namespace qx::sim {
 class SimulatedDriver : public ConfigDriver {
 public:
     // The keyboard in `file`, created from the model (a built-in one or a file) if it does not
-    // exist. Throws std::runtime_error if there is no such model or it is invalid. QXCFG_Init opens
-    // the keyboard, which stays open while the driver lives; before that, most functions return
-    // Status::NotOpen. Another QXCFG_Init clears the image.
+    // exist. Throws as KeyboardModel::ByName does. QXCFG_Init opens the keyboard, which stays open
+    // while the driver lives; before that, most functions return Status::NotOpen. Another
+    // QXCFG_Init clears the image.
     SimulatedDriver(std::filesystem::path file, const std::string& modelNameOrPath);
 
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \

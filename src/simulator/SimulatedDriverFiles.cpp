@@ -9,8 +9,6 @@ namespace qx::sim {
 
 namespace {
 
-constexpr std::size_t kMostOfProgram = 16U << 20U; // bytes
-
 std::vector<std::string> PartsOf(const std::filesystem::path& file, const SealedKind& kind) {
     const std::string bytes = files::ReadFile(file);
     try {
@@ -95,10 +93,7 @@ std::int32_t SimulatedDriver::QXCFG_ConvertBinFileIntoRomFile(char* source, char
                                                               std::int32_t /*lParam3*/) {
     return Call([&] {
         const std::filesystem::path to = FileOf(destination);
-        std::string program = files::ReadFile(FileOf(source));
-        if (program.size() > kMostOfProgram)
-            throw Failure(Status::FileInvalid, std::string(source) + " is too long, with " +
-                                                   std::to_string(program.size()) + " bytes");
+        std::string program = files::ReadFile(FileOf(source), files::kMostOfProgram);
         files::WriteFileAtomically(to, Seal(kProgramFile, {std::move(program)}));
         return Status::Ok;
     });

@@ -6,17 +6,12 @@
 namespace qx::views {
 
 QString SentTexts::Brief(const KeySequence& sequence) {
-    std::vector<Byte> codes;
-    for (const Integer code : sequence.Codes()) {
-        if (code < 0 || code > 255)
-            return Whole(sequence);
-        codes.push_back(static_cast<Byte>(code));
-    }
-    if (m_layout == nullptr)
+    const auto bytes = sequence.Bytes();
+    if (m_layout == nullptr || !bytes)
         return Whole(sequence);
     if (!m_items)
         m_items.emplace(*m_layout);
-    return ToQt(m_items->Text(codes));
+    return ToQt(m_items->Text(*bytes));
 }
 
 QString SentTexts::Whole(const KeySequence& sequence) const {

@@ -225,8 +225,8 @@ void SequenceInspector::Type(bool withEnter) {
     std::vector<Byte> codes;
     try {
         codes = CodesThatType(m_text->text().toStdString(), *m_layout);
-    } catch (const std::invalid_argument& error) {
-        m_fault->setText(QString::fromUtf8(error.what()));
+    } catch (const UntypableCharacter& error) {
+        m_fault->setText(tr("No key of this layout types \"%1\".").arg(ToQt(error.Character())));
         return;
     }
     if (withEnter)

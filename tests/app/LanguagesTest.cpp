@@ -1,9 +1,11 @@
 // The texts of the window in each language.
 #include "Desk.h"
+#include "app/ErrorDetails.h"
 #include "app/ErrorWords.h"
 #include "app/Failure.h"
 #include "app/FaultWords.h"
 #include "app/PreferencesPage.h"
+#include "app/ProblemWords.h"
 #include "app/SettingWords.h"
 #include "host/Session.h"
 #include "host/WritePlan.h"
@@ -195,13 +197,13 @@ QStringList WordsOfErrors() {
     using namespace host;
     QStringList texts;
     const WriteName write{"W-1", "download", "till.json", "Kasse 1", "2026-01-31T09:05:07.123Z"};
-    for (int cause = 0; cause <= static_cast<int>(Cause::SectionsAbsent); ++cause) {
+    for (int cause = 0; cause <= static_cast<int>(kLastCause); ++cause) {
         const Error error(static_cast<Cause>(cause),
                           {.name = "A-1",
                            .other = "B-2",
                            .names = {"C-3"},
                            .others = {"D-4"},
-                           .reason = "E-5",
+                           .problem = {.system = "E-5"},
                            .call = FailedCall{"QXCFG_Init", 7, "F-6"},
                            .place = {.file = "G-7", .section = "pos", .address = 16},
                            .writes = {write},
@@ -221,9 +223,13 @@ QStringList WordsOfErrors() {
          suggestion <= static_cast<int>(Suggestion::MoveFileAway); ++suggestion) {
         Error error(Cause::WritingFailed);
         error.suggestion = static_cast<Suggestion>(suggestion);
-        if (error.suggestion != Suggestion::SkipAbsent)
+        if (error.suggestion != Suggestion::SkipAbsent && error.suggestion != Suggestion::NameWrite)
             texts.append(app::SuggestionText(error));
     }
+    for (int deed = 1; deed <= static_cast<int>(files::Deed::Load); ++deed)
+        texts.append(app::DeedText({.deed = static_cast<files::Deed>(deed), .subject = "I-9"}));
+    for (int obstacle = 1; obstacle <= static_cast<int>(files::Obstacle::NoSuchModel); ++obstacle)
+        texts.append(app::ObstacleText({.obstacle = static_cast<files::Obstacle>(obstacle)}));
     for (int kind = 0; kind <= static_cast<int>(FaultKind::DamagedWhenSaved); ++kind)
         texts.append(app::FaultText(Fault("", static_cast<FaultKind>(kind), 1, 2, 3, 4, 5)));
     return texts;

@@ -67,7 +67,7 @@ TEST(Transfers, AnIsolatedDriverMayDieDuringAWrite) {
     desk.Write();
     ASSERT_EQ(desk.warnings.size(), 1) << desk.warnings.join(u'\n').toStdString();
     EXPECT_TRUE(
-        desk.details.front().contains(QStringLiteral("QXCFG_ImageSave: the driver crashed")))
+        desk.details.front().contains(QStringLiteral("QXCFG_ImageSave\nThe driver crashed.")))
         << desk.details.front().toStdString();
     EXPECT_EQ(desk.workbench.Records().journal.Entries().size(), 1U);
 

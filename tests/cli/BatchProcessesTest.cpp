@@ -146,7 +146,7 @@ TEST_F(BatchProcesses, AKilledBatchIsResumed) {
     Behave("2", "QXCFG_ImageSave half");
     const process::Ending killed = RunProgram({});
     unsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(killed.signal, SIGKILL) << killed.Text();
+    EXPECT_EQ(killed.signal, SIGKILL) << killed.status;
     EXPECT_EQ(Results(), "done not done not done not done not done");
     EXPECT_EQ(TillIn("2.qxk"), "?");
     BehaveWell();

@@ -55,48 +55,104 @@ TEST(Signals, ATransferIsEndedInOrder) {
 }
 
 // The real program with real signals.
-TEST(Signals, PositionModeIsTakenBack) {
-    const TempFolder folder;
-    const std::string file = (folder / "till.qxk").string();
-    const std::string settings = (folder / "settings.ini").string();
-    const std::string data = "XDG_DATA_HOME=" + (folder / "data").string();
-    files::WriteFileAtomically(file + ".wild", "* log");
-    const char* const arguments[] = {QX_QXCONF,    "--driver",   QX_WILD_DRIVER,   "--keyboard",
-                                     file.c_str(), "--model",    "full",           "--layouts",
-                                     QX_LAYOUTS,   "--settings", settings.c_str(), "position",
-                                     "watch",      nullptr};
-    const char* const environment[] = {data.c_str(), nullptr};
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+class RunningProgram {
+public:
+    RunningProgram(const TempFolder& folder, const std::string& behaviour,
+                   const std::vector<std::string>& command)
+        : m_file((folder / "till.qxk").string()) {
+        files::WriteFileAtomically(m_file + ".wild", behaviour);
+        std::vector<std::string> words = {QX_QXCONF,
+                                          "--driver",
+                                          QX_WILD_DRIVER,
+                                          "--keyboard",
+                                          m_file,
+                                          "--model",
+                                          "full",
+                                          "--layouts",
+                                          QX_LAYOUTS,
+                                          "--settings",
+                                          (folder / "settings.ini").string()};
+        words.insert(words.end(), command.begin(), command.end());
+        std::vector<char*> arguments;
+        for (std::string& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        std::string data = "XDG_DATA_HOME=" + (folder / "data").string();
+        char* const environment[] = {data.data(), nullptr};
         int error[2];
-        ASSERT_EQ(pipe2(error, O_CLOEXEC), 0);
+        EXPECT_EQ(pipe2(error, O_CLOEXEC), 0);
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, error[1], STDERR_FILENO);
-        pid_t program = 0;
-        ASSERT_EQ(posix_spawn(&program, QX_QXCONF, &actions, nullptr, const_cast<char**>(arguments),
-                              const_cast<char**>(environment)),
-                  0);
+        EXPECT_EQ(
+            posix_spawn(&m_program, QX_QXCONF, &actions, nullptr, arguments.data(), environment),
+            0);
         posix_spawn_file_actions_destroy(&actions);
         close(error[1]);
+        m_error = error[0];
+    }
+    ~RunningProgram() { close(m_error); }
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    // Standard error up to this text, or all of it.
+    std::string ReadUntil(const std::string& text) const {
         std::string said;
-        char letter = 0;
-        while (said.find("Ctrl+C ends") == std::string::npos && read(error[0], &letter, 1) == 1)
+        for (char letter = 0;
+             said.find(text) == std::string::npos && read(m_error, &letter, 1) == 1;)
             said += letter;
-        EXPECT_NE(said.find("press keys"), std::string::npos) << said;
-        kill(program, signal);
-        for (said.clear(); read(error[0], &letter, 1) == 1;)
-            said += letter;
+        return said;
+    }
+    // Its exit status and the rest of standard error.
+    Outcome EndBy(int signal) const {
+        Outcome outcome;
+        kill(m_program, signal);
+        outcome.err = ReadUntil("\n\n\n");
         int status = 0;
-        waitpid(program, &status, 0);
-        close(error[0]);
+        waitpid(m_program, &status, 0);
         EXPECT_TRUE(WIFEXITED(status));
+        outcome.status = WEXITSTATUS(status);
+        return outcome;
+    }
+    [[nodiscard]] std::string Log() const { return files::ReadFile(m_file + ".log"); }
+
+private:
+    std::string m_file;
+    pid_t m_program = 0;
+    int m_error = -1;
+};
+
+TEST(Signals, PositionModeIsTakenBack) {
+    const TempFolder folder;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const RunningProgram program(folder, "* log", {"position", "watch"});
+        const std::string said = program.ReadUntil("Ctrl+C ends");
+        EXPECT_NE(said.find("press keys"), std::string::npos) << said;
+        const Outcome outcome = program.EndBy(signal);
         // Ctrl+C is the usual way to end the watch.
-        EXPECT_EQ(WEXITSTATUS(status), signal == SIGINT ? 0 : 128 + signal);
-        EXPECT_EQ(said.find("ended by signal") == std::string::npos, signal == SIGINT) << said;
-        const std::string log = files::ReadFile(file + ".log");
+        EXPECT_EQ(outcome.status, signal == SIGINT ? 0 : 128 + signal);
+        EXPECT_EQ(outcome.err.find("ended by signal") == std::string::npos, signal == SIGINT)
+            << outcome.err;
+        const std::string log = program.Log();
         const std::size_t on = log.rfind("QXCFG_EnablePositionMode");
         ASSERT_NE(on, std::string::npos);
         EXPECT_NE(log.find("QXCFG_DisablePositionMode", on), std::string::npos);
+    }
+}
+
+// It is not waited for until the driver's own time is up, which is ten minutes.
+TEST(Signals, ADriverThatHangsIsGivenUpBeforeAnythingIsWritten) {
+    const TempFolder folder;
+    for (const char* const command : {"upload", "identify"}) {
+        const bool isUpload = std::string_view(command) == "upload";
+        const RunningProgram program(folder, isUpload ? "QXCFG_ImageLoad hang" : "QXCFG_Init hang",
+                                     {"--trace", command});
+        (void)program.ReadUntil(isUpload ? "QXKeyboardAccess.Upload\n" : "QXKeyboardAccess.Init\n");
+        const Outcome outcome = program.EndBy(SIGTERM);
+        EXPECT_EQ(outcome.status, 128 + SIGTERM) << outcome.err;
+        EXPECT_NE(outcome.err.find("qxconf: ended by signal 15; nothing was written"),
+                  std::string::npos)
+            << outcome.err;
     }
 }
 

@@ -17,6 +17,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
+std::string FailureOf(const RemoteDriver& driver) {
+    return driver.Failure() ? WordsOf(*driver.Failure()) : "";
+}
+
 class Remote : public testing::Test {
 protected:
     // A driver in its own process that behaves like this: "FUNCTION ACTION".
@@ -25,7 +29,7 @@ protected:
         files::WriteFileAtomically(file + ".wild", behaviour);
         auto driver =
             std::make_unique<RemoteDriver>(QX_WILD_DRIVER, driverhost::Isolation{{}, limit});
-        EXPECT_EQ(driver->SetKeyboard(file, "full"), 0) << driver->Failure();
+        EXPECT_EQ(driver->SetKeyboard(file, "full"), 0) << FailureOf(*driver);
         return driver;
     }
 
@@ -143,7 +147,7 @@ TEST_F(Remote, ATransferReportsItsProgressWhileItRuns) {
     posted.clear();
     EXPECT_EQ(driver->QXCFG_ImageLoad(), 0);
     EXPECT_TRUE(posted.empty());
-    EXPECT_EQ(driver->Failure(), "");
+    EXPECT_EQ(FailureOf(*driver), "");
 }
 
 #ifdef _WIN32
@@ -162,7 +166,7 @@ TEST_F(Remote, MessagesPostedToAWindowArrive) {
     posted.clear();
     EXPECT_EQ(driver.QXCFG_ImageLoad(), 17);
     EXPECT_TRUE(posted.empty());
-    EXPECT_EQ(driver.Failure(), "");
+    EXPECT_EQ(FailureOf(driver), "");
 }
 #endif
 
@@ -190,18 +194,38 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
         const auto driver = Start(
             row.behaviour, row.failure == late ? kImpatience : std::chrono::milliseconds(60s));
         driver->QXSIM_SetMessagePoster(&Post);
-        ASSERT_EQ(driver->QXCFG_Init(), 0) << row.behaviour << driver->Failure();
+        ASSERT_EQ(driver->QXCFG_Init(), 0) << row.behaviour << FailureOf(*driver);
         char buffer[] = "abcdefgh";
         EXPECT_EQ(driver->QXCFG_ImageRead(0, buffer, 8), RemoteDriver::kGone);
-        EXPECT_EQ(driver->Failure(), row.failure);
+        EXPECT_EQ(FailureOf(*driver), row.failure);
         EXPECT_STREQ(buffer, "abcdefgh");
         // It stays gone, with the same explanation.
         EXPECT_EQ(driver->QXCFG_Init(), RemoteDriver::kGone);
         EXPECT_EQ(static_cast<std::int16_t>(driver->QXCFG_ConfigDirectorySize()), 0);
         EXPECT_EQ(driver->StatusText(1), "");
-        EXPECT_EQ(driver->Failure(), row.failure);
+        EXPECT_EQ(FailureOf(*driver), row.failure);
         // Its keyboard can be opened again.
         EXPECT_EQ(Start("")->QXCFG_Init(), 0) << row.behaviour;
+    }
+}
+
+// A user who wants to end waits neither for a read nor for a start-up without end; a call that
+// writes to the keyboard keeps all of its time.
+TEST_F(Remote, OnlyACallThatDoesNotWriteIsGivenUpForTheUser) {
+    for (const char* function : {"QXCFG_ImageLoad", "QXCFG_ImageSave"}) {
+        const bool isRead = std::string_view(function) == "QXCFG_ImageLoad";
+        files::WriteFileAtomically(file + ".wild", std::string(function) + " hang");
+        RemoteDriver driver(QX_WILD_DRIVER, {{}, isRead ? std::chrono::milliseconds(600s) : 5s, [] {
+                                                 return true;
+                                             }});
+        ASSERT_EQ(driver.SetKeyboard(file, "full"), 0);
+        ASSERT_EQ(driver.QXCFG_Init(), 0);
+        EXPECT_EQ(isRead ? driver.QXCFG_ImageLoad() : driver.QXCFG_ImageSave(),
+                  RemoteDriver::kGone);
+        ASSERT_TRUE(driver.Failure());
+        EXPECT_EQ(driver.Failure()->obstacle,
+                  isRead ? files::Obstacle::EndedByUser : files::Obstacle::NoAnswer);
+        EXPECT_EQ(driver.Failure()->subject, function);
     }
 }
 
@@ -237,31 +261,33 @@ TEST_F(Remote, AProcessThatCannotServeIsNamed) {
         return "loaded";
     };
     EXPECT_NE(reason(folder / "none.so", {})
-                  .find("cannot load the driver library " + (folder / "none.so").string()),
+                  .find("the library " + (folder / "none.so").string() + " cannot be loaded: "),
               std::string::npos);
     EXPECT_EQ(reason(QX_WILD_DRIVER, folder / "no-host")
-                  .find("cannot start " + (folder / "no-host").string() + ": "),
+                  .find("the program " + (folder / "no-host").string() + " cannot be started: "),
               0U);
 #ifdef _WIN32
     EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"), // ignores its arguments
-              "loading any.dll: the driver ended its process with status 1");
+              "the library any.dll cannot be loaded: the driver ended its process with status 1");
     // Starts the helper for the library's own word size, if there is one.
     const std::string text = (folder / "text.dll").string();
     files::WriteFileAtomically(text, "no library");
-    EXPECT_EQ(reason(text, {}), "cannot load the driver library " + text +
-                                    ": it is neither a 32-bit nor a 64-bit library for Windows");
+    EXPECT_EQ(reason(text, {}), "the library " + text +
+                                    " cannot be loaded: it is neither a 32-bit nor a 64-bit "
+                                    "library for this system");
     std::string header(0x80, '\0');
     header.replace(0, 2, "MZ").replace(0x3C, 1, "\x40").replace(0x40, 2, "PE");
     header.replace(0x44, 2, "\x4C\x01");
     files::WriteFileAtomically(text, header);
     const std::string helper = files::TextOf(files::HelperProgram("qxdriverhost32"));
     if (!std::filesystem::exists(helper)) {
-        EXPECT_EQ(reason(text, {}),
-                  "the 32-bit driver library " + text + " needs " + helper + ", which is missing");
+        EXPECT_EQ(reason(text, {}), "the library " + text +
+                                        " cannot be loaded: a 32-bit driver library needs " +
+                                        helper + ", which is missing");
     }
 #else
     EXPECT_EQ(reason("any.so", "/bin/true"),
-              "loading any.so: the driver ended its process with status 0");
+              "the library any.so cannot be loaded: the driver ended its process with status 0");
 #endif
 }
 

@@ -19,18 +19,19 @@ TEST(ErrorText, WordsEveryCauseForAllPrograms) {
                               .writes = {{"ID", "download", "new.json", "till 1", "noon"}},
                               .faults = {Fault("/pos", FaultKind::NoSuchModule)}};
     std::set<std::string> texts;
-    for (int i = 0; i <= static_cast<int>(Cause::SectionsAbsent); ++i) {
+    for (int i = 0; i <= static_cast<int>(kLastCause); ++i) {
         Error error(static_cast<Cause>(i), facts);
-        // Faults and reasons have the words of a layer below.
+        // Faults and problems have the words of a layer below.
         const bool isWordedBelow = TextOf(error).empty() ||
                                    error.Kind() == ErrorKind::DocumentInvalid ||
                                    error.Kind() == ErrorKind::KeyboardDamaged;
         error.reason = "REASON";
-        error.related = {Error(Cause::Unforeseen, {.reason = "BELOW"})};
+        error.problem.system = "PROBLEM";
+        error.related = {Error(Cause::Unforeseen, {.problem = {.system = "BELOW"}})};
         const std::string text = TextOf(error);
         EXPECT_FALSE(text.empty()) << i;
         EXPECT_TRUE(isWordedBelow || texts.insert(text).second) << i << text;
-        for (const char* foreign : {"qxconf", " --", "\n", "menu"})
+        for (const char* foreign : {"qxconf", " --", "\n", "menu", "name the", "move "})
             EXPECT_EQ(text.find(foreign), std::string::npos) << text;
         EXPECT_FALSE(CodeOf(error.Kind()).empty());
     }

@@ -268,9 +268,11 @@ TEST_F(RecordsTest, ThatAreNotAsTheyWereWrittenAreNamedAndKeepNoOtherKeyboardBac
         const auto refused = Download(keyboard, kNew);
         ASSERT_TRUE(refused);
         EXPECT_EQ(refused->Kind(), ErrorKind::FileFailed);
-        const std::string said = TextOf(*refused);
-        EXPECT_NE(said.find(entry.string() + " cannot be used: "), std::string::npos) << said;
-        EXPECT_EQ(said.find("json.exception"), std::string::npos) << said;
+        EXPECT_EQ(refused->Why(), Cause::EntryDamaged);
+        ASSERT_EQ(refused->related.size(), 1U);
+        EXPECT_EQ(refused->related[0].Why(), Cause::RecordDamaged);
+        EXPECT_EQ(refused->related[0].place.file, entry.string());
+        EXPECT_FALSE(refused->related[0].faults.empty());
         EXPECT_EQ(keyboard.bytesWritten, 0);
 
         TroubledKeyboard other{kWithGuid, "SMALL"};

@@ -134,7 +134,8 @@ TEST_F(WriterSweep, ACutAfterEveryByteAndASecondOneWhileRecovering) {
                     if (!again) {
                         ASSERT_TRUE(keyboard.memory == before || keyboard.memory == after);
                     }
-                    CheckAfter(again ? again : error, way, again ? started : before);
+                    CheckAfter(again ? again : error, way, again ? started : before,
+                               again ? first : Writer::Way::Finish);
                     ASSERT_FALSE(HasFatalFailure());
                     if (!again)
                         break; // the recovery writes fewer bytes

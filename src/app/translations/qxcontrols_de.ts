@@ -609,10 +609,6 @@
         <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
     </message>
     <message>
-        <source>%1 could not be read or written.</source>
-        <translation>%1 konnte nicht gelesen oder geschrieben werden.</translation>
-    </message>
-    <message>
         <source>The record %1 cannot be used.</source>
         <translation>Die Aufzeichnung %1 ist nicht verwendbar.</translation>
     </message>
@@ -883,6 +879,14 @@
     <message>
         <source>an untitled document</source>
         <translation>unbenanntes Dokument</translation>
+    </message>
+    <message>
+        <source>Layout check (in English): %1</source>
+        <translation>Prüfung des Layouts (englisch): %1</translation>
+    </message>
+    <message>
+        <source>The model %1 of the simulated keyboard has faults: %2</source>
+        <translation>Das Modell %1 der simulierten Tastatur ist fehlerhaft: %2</translation>
     </message>
 </context>
 <context>
@@ -1162,6 +1166,10 @@
         <source>the sequence cannot be read as text</source>
         <translation>die Folge lässt sich nicht als Text lesen</translation>
     </message>
+    <message>
+        <source>no key of the layout types &quot;%1&quot;</source>
+        <translation>keine Taste des Layouts schreibt „%1“</translation>
+    </message>
 </context>
 <context>
     <name>FilesPage</name>
@@ -1387,6 +1395,10 @@
     <message>
         <source>No key after this one is free.</source>
         <translation>Keine Taste nach dieser ist frei.</translation>
+    </message>
+    <message>
+        <source>No key of this layout types &quot;%1&quot;.</source>
+        <translation>Keine Taste dieses Layouts schreibt „%1“.</translation>
     </message>
 </context>
 <context>
@@ -2296,6 +2308,133 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
+    <name>Problems</name>
+    <message>
+        <source>%1 could not be read.</source>
+        <translation>%1 konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be written.</source>
+        <translation>%1 konnte nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be created.</source>
+        <translation>%1 konnte nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be removed.</source>
+        <translation>%1 konnte nicht gelöscht werden.</translation>
+    </message>
+    <message>
+        <source>The program %1 could not be started.</source>
+        <translation>Das Programm %1 konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>The library %1 could not be loaded.</source>
+        <translation>Die Bibliothek %1 konnte nicht geladen werden.</translation>
+    </message>
+    <message>
+        <source>It is not an ordinary file.</source>
+        <translation>Es ist keine gewöhnliche Datei.</translation>
+    </message>
+    <message>
+        <source>The file is write-protected.</source>
+        <translation>Die Datei ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>It is a folder.</source>
+        <translation>Es ist ein Ordner.</translation>
+    </message>
+    <message>
+        <source>It is a device, not a file.</source>
+        <translation>Es ist ein Gerät, keine Datei.</translation>
+    </message>
+    <message>
+        <source>There is no folder %1.</source>
+        <translation>Den Ordner %1 gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>The folder %1 cannot be used.</source>
+        <translation>Der Ordner %1 kann nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>Its links lead nowhere.</source>
+        <translation>Die Verknüpfung führt ins Leere.</translation>
+    </message>
+    <message>
+        <source>The file has more than %1 bytes.</source>
+        <translation>Die Datei hat mehr als %1 Bytes.</translation>
+    </message>
+    <message>
+        <source>No data arrives from it.</source>
+        <translation>Von dort kommen keine Daten.</translation>
+    </message>
+    <message>
+        <source>There is such a file already.</source>
+        <translation>Diese Datei gibt es bereits.</translation>
+    </message>
+    <message>
+        <source>The user has no folder: none of these variables is set: %1.</source>
+        <translation>Der Benutzer hat keinen Ordner: Keine dieser Variablen ist gesetzt: %1.</translation>
+    </message>
+    <message>
+        <source>The file, or a library that it needs, is missing.</source>
+        <translation>Die Datei oder eine Bibliothek, die sie benötigt, fehlt.</translation>
+    </message>
+    <message>
+        <source>The file is not a library that this program can load.</source>
+        <translation>Die Datei ist keine Bibliothek, die dieses Programm laden kann.</translation>
+    </message>
+    <message>
+        <source>The file is neither a 32-bit nor a 64-bit library.</source>
+        <translation>Die Datei ist weder eine 32-Bit- noch eine 64-Bit-Bibliothek.</translation>
+    </message>
+    <message>
+        <source>A %1-bit driver library needs the program %2, which is missing.</source>
+        <translation>Eine %1-Bit-Treiberbibliothek benötigt das Programm %2, und es fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 is not of the same version as this program.</source>
+        <translation>%1 hat nicht die gleiche Version wie dieses Programm.</translation>
+    </message>
+    <message>
+        <source>The library lacks these functions: %1.</source>
+        <translation>Der Bibliothek fehlen diese Funktionen: %1.</translation>
+    </message>
+    <message>
+        <source>The driver wrote beyond the end of a buffer.</source>
+        <translation>Der Treiber hat über das Ende eines Puffers hinaus geschrieben.</translation>
+    </message>
+    <message>
+        <source>The driver did not answer within %1 seconds.</source>
+        <translation>Der Treiber hat %1 Sekunden lang nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>The driver gave an invalid answer.</source>
+        <translation>Der Treiber hat eine ungültige Antwort gegeben.</translation>
+    </message>
+    <message>
+        <source>The driver closed its connection.</source>
+        <translation>Der Treiber hat die Verbindung geschlossen.</translation>
+    </message>
+    <message>
+        <source>The driver did not answer when the program was to end.</source>
+        <translation>Der Treiber hat nicht geantwortet, als das Programm beendet werden sollte.</translation>
+    </message>
+    <message>
+        <source>The driver ended its process with status %1.</source>
+        <translation>Der Treiber hat seinen Prozess mit dem Status %1 beendet.</translation>
+    </message>
+    <message>
+        <source>The driver crashed.</source>
+        <translation>Der Treiber ist abgestürzt.</translation>
+    </message>
+    <message>
+        <source>There is neither such a file nor such a model. The built-in models are: %1.</source>
+        <translation>Es gibt weder eine solche Datei noch ein solches Modell. Die eingebauten Modelle sind: %1.</translation>
+    </message>
+</context>
+<context>
     <name>QXLayeredFuncKeysView</name>
     <message>
         <source>Function keys of layer %1</source>
@@ -2594,6 +2733,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
         <translation>Die Tasten, die den Text tippen, und die Eingabetaste hinzufügen (Strg+Eingabe)</translation>
+    </message>
+    <message>
+        <source>No key of this layout types &quot;%1&quot;.</source>
+        <translation>Keine Taste dieses Layouts schreibt „%1“.</translation>
     </message>
 </context>
 <context>
@@ -3344,6 +3487,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>%1: damaged in the keyboard, and left out of the document.</source>
         <translation>%1: in der Tastatur beschädigt und im Dokument ausgelassen.</translation>
+    </message>
+    <message>
+        <source>No keyboard was chosen: the simulated keyboard in %1 is used.</source>
+        <translation>Es wurde keine Tastatur gewählt: Die simulierte Tastatur in %1 wird verwendet.</translation>
     </message>
 </context>
 <context>

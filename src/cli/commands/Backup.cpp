@@ -83,7 +83,9 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     const host::WritePlan plan = writer.PlanRestore(backup, fOtherKeyboard);
     host::Json notRestored = host::Json::array();
     for (const host::NotRestored& part : plan.notRestored) {
-        notRestored.push_back(host::TextOf(part));
+        notRestored.push_back(
+            {{"section", part.section.empty() ? host::Json() : host::Json(part.section)},
+             {"bytes", part.bytes}});
         context.Warn(host::TextOf(part));
     }
     host::Writer::Request request;

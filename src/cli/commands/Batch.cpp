@@ -6,6 +6,7 @@
 #include "cli/commands/Commands.h"
 #include "files/Installation.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorText.h"
 
 #include <memory>
 
@@ -33,13 +34,13 @@ struct BatchOptions {
 Lines Table(const batch::Report& report) {
     std::vector<std::vector<std::string>> rows;
     for (const batch::UnitReport& unit : report.units) {
-        std::string remark = unit.message + HintOf(unit.suggestion);
+        std::string remark = unit.error ? MessageOf(*unit.error) : "";
         if (unit.result == batch::Result::Done)
             remark = unit.bytesSent == 0 ? "held it already" : Counted(unit.bytesSent, "byte");
         if (unit.result == batch::Result::NotDone)
             remark = "";
         rows.push_back(
-            {unit.name, std::string(NameOf(unit.result)), unit.keyboard, unit.time, remark});
+            {unit.name, std::string(CodeOf(unit.result)), unit.keyboard, unit.time, remark});
     }
     Lines lines = AlignedLines(rows);
     lines.push_back(std::to_string(report.Count(batch::Result::Done)) + " done, " +
@@ -61,6 +62,35 @@ void RefuseOtherPlace(const batch::Job& job, const BatchOptions& options) {
         throw UsageError(options.job + " is a job for the bench: use --bench");
 }
 
+// "done: wrote 9 bytes, read back and found equal", "failed: ...".
+std::string OutcomeOf(const batch::UnitReport& unit) {
+    if (unit.error)
+        return "failed: " + MessageOf(*unit.error);
+    return unit.bytesSent == 0
+               ? "done: it held all of it already"
+               : "done: wrote " + Counted(unit.bytesSent, "byte") + ", read back and found equal";
+}
+
+std::string TextOf(const batch::BenchNews& news) {
+    using Kind = batch::BenchNews::Kind;
+    switch (news.kind) {
+    case Kind::Waits:
+        return "waiting for " + (news.unit != nullptr ? news.unit->name : "a keyboard") + " (" +
+               host::TextOf(*news.why) + ")";
+    case Kind::Fails:
+        return MessageOf(*news.why);
+    case Kind::IsDone:
+        return "this keyboard is " + news.unit->name + ", which is done";
+    case Kind::IsUnknown:
+        return "this keyboard is not one of the remaining units";
+    case Kind::ExpectsNext:
+        return "next: unplug this keyboard, and plug in " + (news.unit != nullptr
+                                                                 ? "the one for " + news.unit->name
+                                                                 : "one of the remaining units");
+    }
+    return {};
+}
+
 batch::Services ServicesOf(Context& context, const BatchOptions& options,
                            const driverhost::Isolation& isolation, batch::Layouts& layouts,
                            const InterruptWatch& interrupt) {
@@ -78,8 +108,14 @@ batch::Services ServicesOf(Context& context, const BatchOptions& options,
     services.repair = options.repair;
     services.pause = [&] { context.Pause(); };
     services.isInterrupted = [&] { return interrupt.IsInterrupted(); };
-    services.note = [&](const std::string& text) { context.Note(text); };
-    services.warn = [&](const std::string& text) { context.Warn(text); };
+    services.finished = [&](const batch::UnitReport& unit, std::size_t number, std::size_t units) {
+        context.Note("[" + std::to_string(number) + " of " + std::to_string(units) + "] " +
+                     unit.name + ": " + OutcomeOf(unit));
+    };
+    services.atBench = [&](const batch::BenchNews& news) { context.Note(TextOf(news)); };
+    services.warn = [&](const std::string& unit, const host::Error& warning) {
+        context.Warn(unit + ": " + MessageOf(warning));
+    };
     services.progress = [&](int percent) { context.ShowProgress(percent); };
     return services;
 }
@@ -113,8 +149,8 @@ void RunBatch(Context& context, const BatchOptions& options) {
         context.options.layout.empty() ? job.Layout() : context.options.layout;
     batch::Layouts layouts({context.options.layouts, chosen, context.LayoutNameFor("")});
     job.Check(context.Services(), layouts.For(""), chosen, options.skipAbsent);
-    for (const std::string& note : job.Notes())
-        context.Warn(note);
+    for (const host::Error& warning : job.Warnings())
+        context.Warn(MessageOf(warning));
 
     const driverhost::Isolation isolation = {{}, std::chrono::seconds(options.timeout)};
     const InterruptWatch interrupt;

@@ -81,7 +81,7 @@ private:
         } catch (const host::Error& error) {
             Complain(error);
         } catch (const std::exception& error) {
-            Complain(host::Error(host::Cause::Unforeseen, {.reason = error.what()}));
+            Complain(host::Error(host::Cause::Unforeseen, {.problem = files::ProblemOf(error)}));
         }
     }
     void Complain(const host::Error& error) { Complain(error.Kind(), MessageOf(error)); }

@@ -14,7 +14,7 @@ void List(Context& context) {
         json.push_back(ToJson(receipt));
         rows.push_back({receipt.time, receipt.action, receipt.result, receipt.keyboard.Name(),
                         receipt.bytesSent ? Counted(*receipt.bytesSent, "byte") : "",
-                        receipt.document});
+                        receipt.document.empty() ? "an untitled document" : receipt.document});
     }
     for (const host::DamagedRecord& record : damaged)
         context.Warn(MessageOf(record.error));

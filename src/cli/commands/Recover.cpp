@@ -3,7 +3,6 @@
 #include "cli/Output.h"
 #include "host/ErrorText.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace qx::cli {
@@ -20,31 +19,39 @@ struct RecoverOptions {
     std::string id;
 };
 
-struct TraceText {
-    Trace trace;
-    const char* name;
-    const char* text;
-};
-constexpr TraceText kTraces[] = {
-    {Trace::Partial, "partial", "this keyboard holds a part of it"},
-    {Trace::Before, "before",
-     "this keyboard holds exactly what was there before it, and may be another one"},
-    {Trace::After, "after", "this keyboard holds all of it, and may be another one"},
-    {Trace::None, "none", "this keyboard's contents do not match it"},
-};
+const char* NameOf(Trace trace) {
+    switch (trace) {
+    case Trace::Partial:
+        return "partial";
+    case Trace::Before:
+        return "before";
+    case Trace::After:
+        return "after";
+    case Trace::None:
+        return "none";
+    }
+    return "";
+}
 
-const TraceText& TextOf(Trace trace) {
-    const auto* const found =
-        std::find_if(std::begin(kTraces), std::end(kTraces),
-                     [&](const TraceText& text) { return text.trace == trace; });
-    return found == std::end(kTraces) ? kTraces[0] : *found;
+const char* TextOf(Trace trace) {
+    switch (trace) {
+    case Trace::Partial:
+        return "this keyboard holds a part of it";
+    case Trace::Before:
+        return "this keyboard holds exactly what was there before it, and may be another one";
+    case Trace::After:
+        return "this keyboard holds all of it, and may be another one";
+    case Trace::None:
+        return "this keyboard's contents do not match it";
+    }
+    return "";
 }
 
 host::Json TracedToJson(const std::vector<host::TracedWrite>& writes) {
     host::Json json = host::Json::array();
     for (const host::TracedWrite& write : writes) {
         json.push_back(ToJson(static_cast<const host::JournalEntry&>(write)));
-        json.back()["trace"] = TextOf(write.trace).name;
+        json.back()["trace"] = NameOf(write.trace);
     }
     return json;
 }
@@ -53,7 +60,7 @@ Lines OnRecord(const std::vector<host::TracedWrite>& writes) {
     Lines lines;
     for (const host::TracedWrite& write : writes)
         lines.push_back("  " + write.Id() + "  " + host::InWords(write) + ": " +
-                        TextOf(write.trace).text);
+                        TextOf(write.trace));
     return lines;
 }
 

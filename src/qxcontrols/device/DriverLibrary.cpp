@@ -1,7 +1,6 @@
 #include "qxcontrols/device/DriverLibrary.h"
 
 #include <memory>
-#include <stdexcept>
 
 namespace qx {
 
@@ -27,15 +26,18 @@ constexpr bool TakesOneSlotEach(std::int32_t(QX_DRIVER_CALL* /*function*/)(Argum
 
 DriverLibrary::DriverLibrary(const std::string& sFilename)
     : m_library(sFilename, "driver library"), m_functions(std::make_unique<Functions>()) {
-    std::string lacking;
+    std::vector<std::string> lacking;
+    std::string names;
 #define QX_DRIVER_FUNCTION(name, parameters, arguments, result)                                    \
     m_functions->name = m_library.Find<decltype(Functions::name)>(#name);                          \
-    if (m_functions->name == nullptr)                                                              \
-        lacking += (lacking.empty() ? "" : ", ") + std::string(#name);
+    if (m_functions->name == nullptr) {                                                            \
+        lacking.emplace_back(#name);                                                               \
+        names += (names.empty() ? "" : ", ") + lacking.back();                                     \
+    }
 #include "qxcontrols/device/DriverFunctions.def"
     if (!lacking.empty())
-        throw std::runtime_error("the driver library " + sFilename + " lacks the functions " +
-                                 lacking);
+        throw LibraryError("the driver library " + sFilename + " lacks the functions " + names,
+                           LibraryError::Kind::LacksFunctions, {}, lacking);
 }
 
 DriverLibrary::~DriverLibrary() = default;

@@ -6,6 +6,7 @@
 #include <array>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace qx {
 
@@ -114,6 +115,16 @@ std::vector<Integer> KeySequence::Codes() const {
     for (std::size_t i = whole; i < codes.size(); ++i) // an incomplete field
         codes[i] = CodeAt(m_keyString, i * kField);
     return codes;
+}
+
+std::optional<std::vector<Byte>> KeySequence::Bytes() const {
+    std::vector<Byte> bytes;
+    for (const Integer code : Codes()) {
+        if (!std::in_range<Byte>(code))
+            return std::nullopt;
+        bytes.push_back(static_cast<Byte>(code));
+    }
+    return bytes;
 }
 
 void KeySequence::SetBytes(std::string_view sBytes) {

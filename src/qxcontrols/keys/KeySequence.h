@@ -15,6 +15,7 @@
 
 #include "qxcontrols/common/Types.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] Integer GetPositionCode(Integer nIndex) const;
     // All codes in order.
     [[nodiscard]] std::vector<Integer> Codes() const;
+    // The same as bytes; none if one is not from 0 to 255.
+    [[nodiscard]] std::optional<std::vector<Byte>> Bytes() const;
     // Replaces the codes by the bytes, each a code from 0 to 255. Throws std::overflow_error for
     // more than 32767.
     void SetBytes(std::string_view sBytes);

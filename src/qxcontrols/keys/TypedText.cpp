@@ -7,7 +7,6 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -50,8 +49,7 @@ Stroke StrokeOf(std::string_view character, const QXKeyboardLayoutData& layout) 
                              std::pair(best->isDead, best->isShifted))
                 best = stroke;
     if (!best)
-        throw std::invalid_argument("no key of the layout types \"" + std::string(character) +
-                                    "\"");
+        throw UntypableCharacter(std::string(character));
     return *best;
 }
 

@@ -3,6 +3,8 @@
 
 #include "qxcontrols/common/Types.h"
 
+#include <stdexcept>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -10,9 +12,21 @@ namespace qx {
 
 class QXKeyboardLayoutData;
 
+// A character that no key of the layout types.
+class UntypableCharacter : public std::invalid_argument {
+public:
+    explicit UntypableCharacter(std::string character)
+        : std::invalid_argument("no key of the layout types \"" + character + "\""),
+          m_character(std::move(character)) {}
+    [[nodiscard]] const std::string& Character() const { return m_character; }
+
+private:
+    std::string m_character;
+};
+
 // The codes that press and release, one after the other, the keys that type the text's characters
 // (see KeyCharacters.h); a dead key is followed by the space bar, which also types the space.
-// Throws std::invalid_argument naming a character that no key types.
+// Throws UntypableCharacter.
 [[nodiscard]] std::vector<Byte> CodesThatType(std::string_view sText,
                                               const QXKeyboardLayoutData& layout);
 

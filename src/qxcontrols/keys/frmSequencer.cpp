@@ -30,15 +30,8 @@ Integer ToInteger(Long lCode) {
 
 // The sequence as editable text; empty if a code cannot be named.
 std::string EditableText(const KeySequence& sequence, const QXKeyboardLayoutData* layout) {
-    if (layout == nullptr)
-        return {};
-    std::vector<Byte> codes;
-    for (const Integer code : sequence.Codes()) {
-        if (code < 0 || code > 255)
-            return {};
-        codes.push_back(static_cast<Byte>(code));
-    }
-    return SequenceToText(codes, *layout);
+    const auto bytes = sequence.Bytes();
+    return layout != nullptr && bytes ? SequenceToText(*bytes, *layout) : std::string();
 }
 
 } // namespace

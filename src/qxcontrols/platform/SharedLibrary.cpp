@@ -1,6 +1,5 @@
 #include "qxcontrols/platform/SharedLibrary.h"
 
-#include <stdexcept>
 #include <utility>
 
 #ifdef _WIN32
@@ -29,16 +28,20 @@ void* Open(const std::string& sFilename) {
                           LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 // Two of the system's messages are misleading: "module not found", and one with an unfilled "%1".
-std::string Reason() {
+LibraryError Failure(const std::string& text) {
     const DWORD number = GetLastError();
-    const std::string text = "system error " + std::to_string(number) + ": ";
+    const std::string error = text + "system error " + std::to_string(number) + ": ";
     switch (number) {
     case ERROR_MOD_NOT_FOUND:
-        return text + "the file, or a library that it needs, is missing";
+        return {error + "the file, or a library that it needs, is missing",
+                LibraryError::Kind::Missing,
+                {}};
     case ERROR_BAD_EXE_FORMAT:
-        return text + "the file is not a library that this program can load";
+        return {error + "the file is not a library that this program can load",
+                LibraryError::Kind::NotALibrary,
+                {}};
     default:
-        return SystemError(number);
+        return {text + SystemError(number), LibraryError::Kind::Refused, SystemError(number)};
     }
 }
 #else
@@ -46,9 +49,10 @@ void* Open(const std::string& sFilename) {
     // Without a folder, only the system's library folders would be searched.
     return dlopen(std::filesystem::absolute(sFilename).c_str(), RTLD_NOW | RTLD_LOCAL);
 }
-std::string Reason() {
-    const char* reason = dlerror();
-    return reason != nullptr ? reason : "unknown reason";
+LibraryError Failure(const std::string& text) {
+    const char* const error = dlerror();
+    const std::string reason = error != nullptr ? error : "unknown reason";
+    return {text + reason, LibraryError::Kind::Refused, reason};
 }
 #endif
 
@@ -65,7 +69,7 @@ void SharedLibrary::Closer::operator()(void* library) const {
 SharedLibrary::SharedLibrary(std::string sFilename, std::string what)
     : m_filename(std::move(sFilename)), m_what(std::move(what)), m_library(Open(m_filename)) {
     if (m_library == nullptr)
-        throw std::runtime_error("cannot load the " + m_what + " " + m_filename + ": " + Reason());
+        throw Failure("cannot load the " + m_what + " " + m_filename + ": ");
 }
 
 SharedLibrary::Address SharedLibrary::FindAddress(const char* name) const {
@@ -79,8 +83,8 @@ SharedLibrary::Address SharedLibrary::FindAddress(const char* name) const {
 SharedLibrary::Address SharedLibrary::RequiredAddress(const char* name) const {
     const Address address = FindAddress(name);
     if (address == nullptr)
-        throw std::runtime_error("the " + m_what + " " + m_filename + " lacks the function " +
-                                 name);
+        throw LibraryError("the " + m_what + " " + m_filename + " lacks the function " + name,
+                           LibraryError::Kind::LacksFunctions, {}, {name});
     return address;
 }
 
