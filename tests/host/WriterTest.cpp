@@ -130,6 +130,27 @@ TEST_F(WriterTest, AReadBackThatDiffersNamesTheSetting) {
     EXPECT_EQ(AllReceipts().back().result, "differs");
 }
 
+TEST_F(WriterTest, AReadBackThatFailsKeepsTheReason) {
+    Watched driver{kSmall, "SMALL"};
+    driver.memory = before;
+    bool isWritten = false;
+    driver.whileWriting = [&] { isWritten = true; };
+    driver.beforeReading = [&] {
+        if (isWritten)
+            driver.failingCall = driver.calls + 1;
+    };
+    const auto error = Download(driver, kNew);
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Why(), Cause::ReadBackFailed);
+    ASSERT_FALSE(error->related.empty());
+    EXPECT_EQ(error->related[0].Why(), Cause::ReadingFailed);
+    for (const Error& each : {*error, error->related[0]}) {
+        ASSERT_TRUE(each.call);
+        EXPECT_EQ(each.call->function, "QXCFG_ImageLoad");
+    }
+    EXPECT_NE(TextOf(*error).find(TextOf(error->related[0])), std::string::npos);
+}
+
 // The keyboard's contents after a failure, with a suggestion only where it helps.
 TEST_F(WriterTest, AFailureShowsWhatTheKeyboardHolds) {
     Watched driver{kSmall, "SMALL"};
