@@ -138,7 +138,7 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     window.GoTo("/layeredFuncKeys/keys[0][2]/sequence");
     auto* name = window.findChild<QLineEdit*>(QStringLiteral("layerName"));
     name->setText(QStringLiteral("Checkout"));
-    emit name->editingFinished();
+    emit name->textEdited(name->text());
     window.findChild<views::KeyGrid*>(QStringLiteral("funcKeys"))->Select({1, 2, 3, 13, 14, 15});
     camera.Take(window, QStringLiteral("16-several-keys"));
     window.ShowPage(QStringLiteral("pos"));

@@ -48,7 +48,7 @@ LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
     widgets->addStretch(1);
     view.AddBelowTabs(row);
 
-    connect(m_name, &QLineEdit::editingFinished, this, &LayerActions::Rename);
+    connect(m_name, &QLineEdit::textEdited, this, &LayerActions::Rename);
     connect(menu, &QMenu::aboutToShow, this, [this, menu] {
         menu->clear();
         Fill(*menu, m_control.CurrentLayer());
@@ -110,15 +110,11 @@ void LayerActions::Swap(Integer nOne, Integer nOther) {
     m_edits.Tell(tr("Layers %1 and %2 have been swapped.").arg(nOne).arg(nOther));
 }
 
+// At every letter, as descriptions are: the history makes one step of them.
 void LayerActions::Rename() {
-    FuncKeyLayer& layer = m_control.Layer(m_control.CurrentLayer());
-    const std::string name = m_name->text().toStdString();
-    if (layer.Name() == name)
-        return;
-    m_edits.Bench().Edit(m_edits.Section(), [&] {
-        layer.SetName(name);
-        m_control.ReloadKeySettings();
-    });
+    m_control.Layer(m_control.CurrentLayer()).SetName(m_name->text().toStdString());
+    m_control.SetDataChanged(true);
+    m_control.ReloadKeySettings();
 }
 
 } // namespace qx::app

@@ -159,7 +159,7 @@ void MainWindow::MakeActions() {
         for (QAction* action : all.mid(all.indexOf(beforeKeys) + 1))
             edit->removeAction(action);
         for (const auto* grid : findChildren<views::KeyGrid*>())
-            if (grid->isVisible() && grid->Selects())
+            if (grid->isVisible() && grid->isEnabled() && grid->Selects())
                 edit->addActions(grid->actions());
     });
 

@@ -92,7 +92,7 @@ void History::NameStep(Step& step) const {
         return;
     const Setting& first = named.front();
     step.changed = {first.name, first.place, named.size() - 1};
-    step.isGradual = named.size() == 1 && first.isGradual && first.isStored;
+    step.isGradual = named.size() == 1 && first.isGradual;
 }
 
 bool History::GoesOn(const Step& step) {
