@@ -100,7 +100,8 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     auto* both = new QSplitter;
     both->addWidget(m_view);
     both->addWidget(beside);
-    both->setStretchFactor(0, 1);
+    both->setStretchFactor(0, 3);
+    both->setStretchFactor(1, 1);
     both->setChildrenCollapsible(false);
     for (QWidget* each : {static_cast<QWidget*>(inspector), static_cast<QWidget*>(panel)}) {
         auto* leave = new QAction(each);
