@@ -4,6 +4,7 @@
 #include "app/NoticeBar.h"
 #include "app/Places.h"
 #include "app/SettingWords.h"
+#include "app/StateChip.h"
 #include "app/StatusLine.h"
 #include "app/WindowPages.h"
 #include "app/WindowPlace.h"
@@ -51,7 +52,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
       m_documents(new DocumentMenu(workbench, this)),
       m_transfers(new app::Transfers(workbench, *m_documents, this)),
       m_keyboards(new KeyboardMenu(workbench, *m_transfers, this)),
-      m_sheets(new SheetMenu(workbench, this)),
+      m_sheets(new SheetMenu(workbench, this)), m_state(new KeyboardState(workbench, this)),
       m_pages(
           new WindowPages({workbench, m_edits, *m_documents, *m_transfers, *m_keyboards}, this)) {
     screen.ask = [this](const QString& question) {
@@ -128,6 +129,9 @@ void MainWindow::SwitchLanguage() {
     MakeActions();
     MakeToolBar();
     setStatusBar(m_status = new StatusLine(m_workbench));
+    auto* chip = new StateChip(*m_state, {m_keyboards->WriteAction(), m_keyboards->SettleAction()});
+    connect(chip, &StateChip::ConnectRequested, m_keyboards, &KeyboardMenu::ConnectAgain);
+    m_status->insertWidget(0, chip);
     m_pages->ShowKeyboard(*m_go);
     ShowDocument();
     m_pages->ShowAgain(spot);

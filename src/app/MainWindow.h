@@ -19,6 +19,7 @@ class QMenu;
 
 namespace qx::app {
 
+class KeyboardState;
 class NoticeBar;
 class StatusLine;
 class WindowPages;
@@ -80,6 +81,7 @@ private:
     app::Transfers* m_transfers;
     KeyboardMenu* m_keyboards;
     SheetMenu* m_sheets;
+    KeyboardState* m_state;
     WindowPages* m_pages;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

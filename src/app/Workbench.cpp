@@ -195,6 +195,7 @@ void Workbench::ReadKeyboard() {
     m_isMixture = isMixture;
     m_history->Restart(sections, true);
     emit DocumentChanged();
+    emit Held(true);
 }
 
 std::vector<Section*> Workbench::WantedSections() const {
@@ -233,6 +234,12 @@ auto Workbench::WithWriter(const Work& work) {
     return work(Writer());
 }
 
+template <typename Work>
+auto Workbench::WithChange(const Work& work) {
+    emit Held(false);
+    return WithWriter(work);
+}
+
 host::WritePlan Workbench::PlanWrite(bool repairs) {
     return WithWriter([&](host::Writer& writer) {
         return writer.Plan(WantedSections(), {.full = false, .repair = repairs});
@@ -244,14 +251,15 @@ host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {
     request.document = files::TextOf(m_file);
     request.documentSha256 = files::Sha256(m_history->Document().ToText());
     const auto outcome =
-        WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+        WithChange([&](host::Writer& writer) { return writer.Write(plan, request); });
     m_history->ResetDataChanged();
+    emit Held(true);
     return outcome;
 }
 
 void Workbench::LoadKeyboardFile(const host::KeyboardFileKind& kind,
                                  const std::filesystem::path& file, const host::SerialLine& line) {
-    WithWriter([&](host::Writer& writer) {
+    WithChange([&](host::Writer& writer) {
         return host::LoadKeyboardFile(*m_session, writer, kind, file, line);
     });
 }
@@ -261,7 +269,7 @@ std::vector<host::JournalEntry> Workbench::Interrupted() {
 }
 
 void Workbench::Recover(const host::JournalEntry& entry, host::Writer::Way way, bool isNamed) {
-    WithWriter([&](host::Writer& writer) { return writer.Recover(entry, way, isNamed); });
+    WithChange([&](host::Writer& writer) { return writer.Recover(entry, way, isNamed); });
 }
 
 host::WritePlan Workbench::PlanRestore(const host::Backup& backup) {
@@ -272,7 +280,7 @@ void Workbench::Restore(const host::WritePlan& plan, const std::string& backup) 
     host::Writer::Request request;
     request.action = host::Writer::Request::kRestore;
     request.document = backup;
-    WithWriter([&](host::Writer& writer) { return writer.Write(plan, request); });
+    WithChange([&](host::Writer& writer) { return writer.Write(plan, request); });
 }
 
 void Workbench::NewDocument() {
@@ -296,10 +304,6 @@ void Workbench::OpenDocument(const std::filesystem::path& file, OpenAs as) {
                  as == OpenAs::File ? file : std::filesystem::path());
     if (as == OpenAs::File)
         StoreLastDocument();
-}
-
-void Workbench::OpenUnsaved(const host::ConfigurationDocument& document) {
-    TakeDocument(document, {});
 }
 
 std::filesystem::path Workbench::UnsavedFolder() const {

@@ -103,7 +103,7 @@ public:
     enum class OpenAs { File, Copy }; // a copy has no file yet
     void OpenDocument(const std::filesystem::path& file, OpenAs as);
     // Unsaved work as an untitled document.
-    void OpenUnsaved(const host::ConfigurationDocument& document);
+    void OpenUnsaved(const host::ConfigurationDocument& document) { TakeDocument(document, {}); }
     // Where copies of unsaved work are kept.
     [[nodiscard]] std::filesystem::path UnsavedFolder() const;
     // The names of the keyboard that the document was made for, and of the connected one; may be
@@ -130,6 +130,7 @@ public:
 
 signals:
     void KeyboardChanged();          // another one, or none
+    void Held(bool isDocument);      // the keyboard now holds the document, or something unknown
     void DocumentChanged();          // its settings, its file, or whether it is saved
     void Began(const QString& text); // work with the keyboard that takes a while; see Working
     void Stepped(host::Step step);   // of a write
@@ -153,6 +154,8 @@ private:
     // Runs work with it, during which the controls change by themselves.
     template <typename Work>
     auto WithWriter(const Work& work);
+    template <typename Work>
+    auto WithChange(const Work& work); // of what the keyboard holds
 
     Platform m_platform;
     Options m_options;

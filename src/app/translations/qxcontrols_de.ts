@@ -3031,6 +3031,52 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
 </context>
 <context>
+    <name>StateChip</name>
+    <message>
+        <source>No keyboard</source>
+        <translation>Keine Tastatur</translation>
+    </message>
+    <message>
+        <source>Connect the keyboard</source>
+        <translation>Die Tastatur verbinden</translation>
+    </message>
+    <message>
+        <source>Interrupted write: resolve…</source>
+        <translation>Unterbrochener Schreibvorgang: bereinigen …</translation>
+    </message>
+    <message>
+        <source>A write is on record as interrupted: finish it or roll it back</source>
+        <translation>Ein Schreibvorgang wurde unterbrochen: zu Ende führen oder zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Not compared with the keyboard</source>
+        <translation>Nicht mit der Tastatur verglichen</translation>
+    </message>
+    <message>
+        <source>Show the changes that writing would make in the keyboard</source>
+        <translation>Zeigen, was ein Schreibvorgang in der Tastatur ändern würde</translation>
+    </message>
+    <message>
+        <source>In sync</source>
+        <translation>Tastatur auf aktuellem Stand</translation>
+    </message>
+    <message>
+        <source>The keyboard holds everything in the document that it has modules for</source>
+        <translation>Die Tastatur enthält alles aus dem Dokument, wofür sie Module hat</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n change(s) not in the keyboard</source>
+        <translation>
+            <numerusform>%n Änderung nicht in der Tastatur</numerusform>
+            <numerusform>%n Änderungen nicht in der Tastatur</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show the changes before they are written</source>
+        <translation>Die Änderungen zeigen, bevor sie geschrieben werden</translation>
+    </message>
+</context>
+<context>
     <name>StatusLine</name>
     <message>
         <source>Progress</source>

@@ -120,6 +120,16 @@
     </message>
 </context>
 <context>
+    <name>StateChip</name>
+    <message numerus="yes">
+        <source>%n change(s) not in the keyboard</source>
+        <translation>
+            <numerusform>%n change not in the keyboard</numerusform>
+            <numerusform>%n changes not in the keyboard</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Transfers</name>
     <message numerus="yes">
         <source>Document to keyboard: wrote %n change(s)</source>
