@@ -5,7 +5,7 @@
 #include "files/SystemTexts.h"
 #include "host/ErrorJson.h"
 #include "host/HexText.h"
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "json/Members.h"
 
 #include <iostream>

@@ -2,7 +2,7 @@
 
 #include "cli/Parser.h"
 #include "cli/commands/Commands.h"
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "setup/LayoutSource.h"
 #include "simulator/KeyboardModel.h"
 

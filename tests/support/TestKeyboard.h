@@ -1,9 +1,9 @@
 // TestKeyboard: a keyboard with the modules that a test names, and the services for a control.
 #pragma once
 
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/ModuleControl.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 #include "support/FakeDriver.h"
 
 #include <gtest/gtest.h>

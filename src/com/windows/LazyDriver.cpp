@@ -1,8 +1,8 @@
 #include "com/windows/LazyDriver.h"
 
 #include "com/windows/Server.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/common/Utf.h"
-#include "qxcontrols/device/Trace.h"
 
 #include <string>
 #include <vector>

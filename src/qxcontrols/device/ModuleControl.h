@@ -24,8 +24,8 @@
 #pragma once
 
 #include "qxcontrols/common/Event.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/KeyboardModuleIDs.h"
-#include "qxcontrols/device/Trace.h"
 #include "qxcontrols/platform/Platform.h"
 
 #include <string>

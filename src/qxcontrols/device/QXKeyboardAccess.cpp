@@ -1,7 +1,7 @@
 #include "qxcontrols/device/QXKeyboardAccess.h"
 
 #include "qxcontrols/common/Text.h"
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/platform/AnsiText.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // The start-up of QXKeyboardAccess: the driver, the directory, names and flags.
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 
 #include <algorithm>
 

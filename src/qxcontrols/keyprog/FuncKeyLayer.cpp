@@ -1,6 +1,6 @@
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 #include <stdexcept>
 #include <utility>

@@ -1,9 +1,9 @@
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 
 #include "qxcontrols/blocks/BlockRoutines.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 
 #include <algorithm>
 #include <type_traits>

@@ -1,8 +1,8 @@
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 

@@ -1,6 +1,6 @@
 #include "qxcontrols/keys/KeySequence.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 #include <algorithm>
 #include <array>

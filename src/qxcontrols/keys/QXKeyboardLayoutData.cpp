@@ -1,7 +1,7 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include "qxcontrols/common/Text.h"
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QxlTextSource.h"
 

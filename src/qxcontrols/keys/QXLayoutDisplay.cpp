@@ -1,6 +1,6 @@
 #include "qxcontrols/keys/QXLayoutDisplay.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/keys/KeyNames.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/settings/QXProgSettings.h"

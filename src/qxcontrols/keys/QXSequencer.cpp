@@ -1,7 +1,7 @@
 #include "qxcontrols/keys/QXSequencer.h"
 
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 
 #include <exception>
 

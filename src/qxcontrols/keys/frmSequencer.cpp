@@ -1,8 +1,8 @@
 #include "qxcontrols/keys/frmSequencer.h"
 
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXSequencer.h"

@@ -1,6 +1,6 @@
 #include "qxcontrols/platform/WindowsRegistry.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/platform/FileAccess.h"
 
 #include <bit>

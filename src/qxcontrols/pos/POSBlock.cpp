@@ -1,6 +1,6 @@
 #include "qxcontrols/pos/POSBlock.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "qxcontrols/pos/POSKeyboard.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 #include <algorithm>
 #include <stdexcept>

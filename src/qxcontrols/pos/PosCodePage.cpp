@@ -1,7 +1,7 @@
 #include "qxcontrols/pos/PosCodePage.h"
 
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 #include "qxcontrols/platform/FileAccess.h"
 
 #include <algorithm>

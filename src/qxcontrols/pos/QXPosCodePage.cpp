@@ -1,6 +1,6 @@
 #include "qxcontrols/pos/QXPosCodePage.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 namespace qx {
 

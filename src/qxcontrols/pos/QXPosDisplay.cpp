@@ -1,7 +1,7 @@
 #include "qxcontrols/pos/QXPosDisplay.h"
 
 #include "qxcontrols/common/Text.h"
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/pos/POSKeyboard.h"
 
 #include <utility>

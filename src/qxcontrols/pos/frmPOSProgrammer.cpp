@@ -1,7 +1,7 @@
 #include "qxcontrols/pos/frmPOSProgrammer.h"
 
 #include "qxcontrols/common/Text.h"
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceCaption.h"

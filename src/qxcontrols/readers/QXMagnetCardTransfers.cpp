@@ -1,7 +1,7 @@
 // The transfers of QXMagnetCard: the stretches it requests, and how it reads and writes them.
 #include "qxcontrols/common/Text.h"
+#include "qxcontrols/common/Trace.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
-#include "qxcontrols/device/Trace.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
 
 namespace qx {

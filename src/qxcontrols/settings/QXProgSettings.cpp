@@ -1,6 +1,6 @@
 #include "qxcontrols/settings/QXProgSettings.h"
 
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 #include <limits>
 #include <stdexcept>

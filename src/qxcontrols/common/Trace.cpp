@@ -1,4 +1,4 @@
-#include "qxcontrols/device/Trace.h"
+#include "qxcontrols/common/Trace.h"
 
 #include "qxcontrols/common/Text.h"
 
