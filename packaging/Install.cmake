@@ -20,6 +20,24 @@ function(qx_install_libraries set)
             FILE QXControls-${set}.cmake COMPONENT libqxcontrols-dev)
 endfunction()
 
+# qx_install_desktop(): the application's entry in menus, icon, description for software centres, and
+# the types of its files.
+function(qx_install_desktop)
+    set(id org.qxcontrols.Configurator)
+    string(TIMESTAMP QX_RELEASE_DATE "%Y-%m-%d" UTC) # or that of SOURCE_DATE_EPOCH
+    configure_file(packaging/desktop/${id}.metainfo.xml.in
+                   ${PROJECT_BINARY_DIR}/description/${id}.metainfo.xml @ONLY)
+    set(data ${CMAKE_INSTALL_DATADIR})
+    install(FILES packaging/desktop/qx-configurator.desktop DESTINATION ${data}/applications
+            COMPONENT qx-configurator)
+    install(FILES ${PROJECT_BINARY_DIR}/description/${id}.metainfo.xml
+            DESTINATION ${data}/metainfo COMPONENT qx-configurator)
+    install(FILES packaging/desktop/qxcontrols.xml DESTINATION ${data}/mime/packages
+            COMPONENT qx-configurator)
+    install(FILES packaging/desktop/qx-configurator.svg
+            DESTINATION ${data}/icons/hicolor/scalable/apps COMPONENT qx-configurator)
+endfunction()
+
 qx_install_libraries(controls qxcontrols)
 if(QX_BUILD_HOST)
     set_target_properties(qxjsonheaders PROPERTIES EXPORT_NAME jsonheaders)
@@ -31,8 +49,15 @@ endif()
 if(QX_BUILD_APP)
     qx_install_libraries(views qxkeypainting qxviews)
     qx_install_libraries(sheet qxsheet)
+    qx_install_libraries(widgets qxwidgets)
+    # Where Qt Designer of the same root looks for it.
+    install(TARGETS qxdesigner LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/qt6/plugins/designer
+                                       COMPONENT qxcontrols-designer)
     install(TARGETS qx-configurator RUNTIME COMPONENT qx-configurator)
     install(TARGETS qxsheetmodule LIBRARY DESTINATION ${QX_MODULES} COMPONENT qx-configurator)
+    install(FILES docs/qx-configurator.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+            COMPONENT qx-configurator)
+    qx_install_desktop()
 endif()
 if(QX_BUILD_CLI OR QX_BUILD_APP)
     install(TARGETS qxdriverhost RUNTIME DESTINATION ${QX_HELPERS} COMPONENT qxconf)
@@ -41,6 +66,8 @@ if(QX_BUILD_CLI)
     install(TARGETS qxconf RUNTIME COMPONENT qxconf)
     install(TARGETS qxbatchworker RUNTIME DESTINATION ${QX_HELPERS} COMPONENT qxconf)
     install(FILES docs/qxconf.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT qxconf)
+    install(FILES docs/qxcontrols-document.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5
+            COMPONENT qxconf)
 
     # Each shell has its own folder and file name for completions.
     function(qx_install_completion shell folder name)

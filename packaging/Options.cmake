@@ -16,6 +16,8 @@ endif()
 option(QX_BUILD_TESTS "The tests and benchmarks: needs GoogleTest and Google Benchmark" ${all})
 option(QX_BUILD_PYTHON "The Python package: needs pybind11" OFF)
 option(QX_INSTALL "Install what is built" ${PROJECT_IS_TOP_LEVEL})
+option(QX_DEBIAN "Describe the Debian packages for cpack" OFF)
+set(QX_PACKAGER "packages@qxcontrols.invalid" CACHE STRING "Who answers for packages: an address")
 option(QX_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(QX_FUZZ "Build the fuzz targets: needs clang++" OFF)
 

@@ -9,5 +9,6 @@ cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-to
                 googletest)
 wine_packages=(wine64 fonts-wine xvfb)
 package_packages=(nsis cmark-gfm mandoc zip unzip)
+debian_packages=(dpkg-dev file gzip)
 qt_source_packages=(dpkg-dev debian-archive-keyring)
 fuzz_packages=(clang libclang-rt-14-dev)
