@@ -43,7 +43,7 @@ qx_package(qxconf utils "program point-of-sale keyboards from the command line"
 qx_package(qx-configurator utils "program point-of-sale keyboards"
            "A window with a page for each module of a modular point-of-sale keyboard:"
            "programmable keys, layered function keys, POS keys, barcode reader and"
-           "magnetic-stripe reader. Every write is reviewed before it begins, backed up"
+           "magnetic card reader. Every write is reviewed before it begins, backed up"
            "and read back. Without a keyboard it works with a simulated one.")
 qx_package(libqxcontrols-dev libdevel "libraries for programs that program point-of-sale keyboards"
            "The control library, which needs the standard library alone, the host layer,"

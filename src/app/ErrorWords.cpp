@@ -86,7 +86,7 @@ QString CauseText(const host::Error& error) {
     case Cause::NoSuchWrite:
         return Errors::tr("There is no record of an interrupted write %1.").arg(name);
     case Cause::WritesInterrupted:
-        return Errors::tr("The keyboard holds a part of several interrupted writes.");
+        return Errors::tr("The keyboard holds parts of several interrupted writes.");
     case Cause::DriverTakesNoKeyboard:
         return Errors::tr("%1 is not a simulated keyboard and accepts no keyboard file or model.")
             .arg(file);
@@ -263,7 +263,7 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("A part of the keyboard's memory is damaged: %1").arg(Faults(error));
     case Cause::KeyboardBusy:
         return Errors::tr("Another program is writing to this keyboard, or to one of its kind that "
-                          "cannot be told from it.");
+                          "cannot be distinguished from it.");
     case Cause::WriteInProgress:
         return Errors::tr("Another program is writing to this keyboard (%1).")
             .arg(FirstWrite(error));

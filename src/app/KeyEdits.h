@@ -1,5 +1,5 @@
-// KeyEdits: the sequences of the keys on a section's page, as the user's hands find and change
-// them. A change is one step, and none of it is made where one of the keys cannot take it.
+// KeyEdits: the sequences of the keys on a section's page, as the user sees and changes them.
+// A change is one step, and none of it is made if a sequence does not fit into one of the keys.
 #pragma once
 
 #include "host/SequenceSlots.h"
@@ -38,8 +38,8 @@ public:
 
     // One key for each of the sequences that these keys send, in their order.
     [[nodiscard]] std::vector<int> Senders(const std::vector<int>& keys) const;
-    // Gives keys new sequences; keys that act together get the same. False, and a notice names the
-    // key, where one cannot take its sequence.
+    // Gives keys new sequences; keys that act together get the same. If a sequence does not fit,
+    // the result is false and a notice names the key.
     bool Put(const std::map<int, Codes>& wanted);
     void Tell(const QString& text) const;
 

@@ -30,7 +30,7 @@ void StateChip::ShowState() {
     case Kind::NoKeyboard:
         return show("no-keyboard", tr("No keyboard"), tr("Connect the keyboard"));
     case Kind::Interrupted:
-        return show("warning", tr("Interrupted write: resolve…"),
+        return show("warning", tr("Interrupted write: settle…"),
                     tr("A write is on record as interrupted: finish it or roll it back"));
     case Kind::Unknown:
         return show("keyboard", tr("Not compared with the keyboard"),

@@ -34,7 +34,7 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     m_tabs->addTab(MakeKeysTab(), tr("Ke&ys"));
     m_tabs->addTab(MakeFunctionKeysTab(), tr("&Function keys"));
     m_tabs->addTab(MakeCardTab(), tr("C&ard"));
-    m_tabs->addTab(MakeCodeTab(), tr("&Bar code"));
+    m_tabs->addTab(MakeCodeTab(), tr("&Barcode"));
     m_received->setObjectName(QStringLiteral("received"));
     m_received->setReadOnly(true);
     m_received->setTabChangesFocus(true);

@@ -209,7 +209,7 @@ std::string UsageText(const CLI::App& app, const Command& program, const CLI::Pa
         text = unknown.empty() ? found.name + " needs a command"
                                : NoCommand(*found.command, found.name, unknown.front());
     else if (isTooMuch && !unknown.empty())
-        text = found.name + " takes no further argument \"" + unknown.front() + "\"";
+        text = found.name + " accepts no further argument \"" + unknown.front() + "\"";
     return text + " (see " + found.name +
            (found.app == &app && !lacksCommand ? " COMMAND --help)" : " --help)");
 }

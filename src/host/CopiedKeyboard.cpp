@@ -144,7 +144,7 @@ std::int32_t CopiedKeyboard::QXCFG_MemRequestAdd(std::int16_t nModule, std::int3
     return kDone;
 }
 
-// All that was copied is moved, which is never less than what was requested.
+// Loads everything that was copied, which is never less than was requested.
 std::int32_t CopiedKeyboard::QXCFG_ImageLoad() {
     FillImage();
     return kDone;

@@ -47,7 +47,7 @@ enum class Cause {
     NoSuchWrite,           // on record. name: its id
     WriteToForgetUnclear,  // writes: those that may be meant
     NoSuchUnit,            // of the job, which is the file. name
-    DriverTakesNoKeyboard, // the file is a driver library that is no simulated keyboard
+    DriverTakesNoKeyboard, // the file is a driver library, not a simulated keyboard
     KeyboardOfOtherModel,  // in the file. name: its model; other: the wanted one
     SheetFormatUnknown,    // of the file. names: the known suffixes
 
@@ -134,7 +134,7 @@ enum class Cause {
     HoldsNothingOfWrite,    // writes
     NotTheUnit,             // name: its identifier; other: the wanted one
     // Warnings before a write of the document, which is the file.
-    IdentifierReplaced, // the keyboard takes over that of another one
+    IdentifierReplaced, // the keyboard gets that of another one
     IdentifierGiven,    // the keyboard has none yet
     IdentifierLeftOut,  // name: it would be that of several units, and each keyboard keeps its own
     // Warnings of a batch.
@@ -142,7 +142,7 @@ enum class Cause {
     ControlReported, // reason: the text of a control's message box
 
     KeyboardDamaged, // faults
-    KeyboardBusy,    // or one of its kind that cannot be told from it
+    KeyboardBusy,    // or one of its kind that cannot be distinguished from it
     WriteInProgress, // writes
     Stopped,         // by the user
 
@@ -162,7 +162,7 @@ inline constexpr Cause kLastCause = Cause::SectionsAbsent;
 enum class Holds {
     NotTouched,    // what it held before: nothing was sent
     Old,           // what it held before, as read back
-    New,           // all that was to be written
+    New,           // everything that was to be written
     PartlyWritten, // neither
     Unknown,       // it could not be read, or was not
 };

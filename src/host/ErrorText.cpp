@@ -99,7 +99,7 @@ std::string CauseText(const Error& error) {
     case Cause::NoSuchWrite:
         return "there is no interrupted write " + name + " on record";
     case Cause::WriteToForgetUnclear:
-        return "this keyboard holds a part of several interrupted writes" + ListOf(error.writes);
+        return "this keyboard holds parts of several interrupted writes" + ListOf(error.writes);
     case Cause::NoSuchUnit:
         return file + " has no unit \"" + name + "\"";
     case Cause::DriverTakesNoKeyboard:
@@ -265,7 +265,7 @@ std::string CauseText(const Error& error) {
         return "this is another keyboard: its identifier is " + (name.empty() ? "none" : name) +
                ", not " + error.other;
     case Cause::IdentifierReplaced:
-        return "the keyboard takes over the identifier of another one from " + file;
+        return "the keyboard gets another keyboard's identifier from " + file;
     case Cause::IdentifierGiven:
         return "the keyboard has no identifier and is given the one in " + file;
     case Cause::IdentifierLeftOut:
@@ -278,7 +278,7 @@ std::string CauseText(const Error& error) {
         return FirstFault(error);
     case Cause::KeyboardBusy:
         return "another program is writing to this keyboard, or to one of its kind that cannot "
-               "be told from it";
+               "be distinguished from it";
     case Cause::WriteInProgress:
         return "the " + TheWrite(error) + " is being written by another program";
     case Cause::Stopped:
@@ -287,7 +287,7 @@ std::string CauseText(const Error& error) {
         return "the keyboard holds a part of an interrupted " + TheWrite(error) +
                ", which is to be finished or rolled back first";
     case Cause::WritesInterrupted:
-        return "the keyboard holds a part of several interrupted writes, which lead to different "
+        return "the keyboard holds parts of several interrupted writes, which lead to different "
                "contents" +
                ListOf(error.writes);
     case Cause::DocumentFaults:
@@ -315,9 +315,10 @@ std::string HoldsText(const Error& error) {
     case Holds::Old:
         return "; nothing changed: the keyboard holds what it held before";
     case Holds::New:
-        return isReadBack ? "; read once more, it holds all that was to be written: one of its "
-                            "readings was wrong"
-                          : "; read back, the keyboard holds all that was to be written";
+        return isReadBack
+                   ? "; read once more, it holds everything that was to be written: one of its "
+                     "readings was wrong"
+                   : "; read back, the keyboard holds everything that was to be written";
     case Holds::PartlyWritten:
         return isReadBack ? "" : "; the keyboard is partly written";
     case Holds::Unknown:

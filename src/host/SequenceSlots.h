@@ -33,7 +33,7 @@ public:
     using Wanted = std::map<std::string, std::vector<Byte>>;
     struct Refusal {
         std::string element;
-        std::size_t length; // of the sequence that the element cannot take
+        std::size_t length; // of the sequence that does not fit into the element
         Integer capacity;   // 0: no slot
     };
     // The first that cannot be put in, if any.

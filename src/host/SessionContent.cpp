@@ -29,8 +29,8 @@ void Complement(std::string& bytes) {
         byte = static_cast<char>(~static_cast<Byte>(byte));
 }
 
-// What stands in the image before a reading, so that bytes which the reading leaves out are seen:
-// mixed up, and without the bytes that unused memory mostly holds. At most as long as a block.
+// Fills the image before it is read, so that bytes which the driver leaves out are noticed:
+// irregular, and without the bytes that unused memory mostly holds. At most as long as a block.
 std::string_view Pattern(Long address, Long size) {
     constexpr std::uint32_t kPeriod = 1U << 16U;
     static const std::string bytes = [] {

@@ -30,8 +30,8 @@ public:
     [[nodiscard]] std::string Location() const;
     // Whether nothing has been stored yet.
     [[nodiscard]] bool IsNew() const { return m_known.empty() && !IsDamaged(); }
-    // Whether the file is no INI file. It stays as it is while values are read, and all of them are
-    // the defaults.
+    // Whether the file is not an INI file. Reading values leaves it as it is and returns the
+    // defaults.
     [[nodiscard]] bool IsDamaged() const;
     // Where Flush has kept a damaged file; empty when there was none.
     [[nodiscard]] const std::filesystem::path& DamagedFile() const { return m_damagedFile; }

@@ -111,7 +111,7 @@ KindText TextOf(FaultKind kind) {
     case FaultKind::FirstKeyNotSlot:
         return {"first-key-not-slot", "the first key is not the block's slot %1"};
     case FaultKind::FlagNotStored:
-        return {"flag-not-stored", "the keyboard does not store this flag; it can only be %1"};
+        return {"flag-not-stored", "the keyboard does not store this option; it can only be %1"};
     case FaultKind::NoIdentifierHere:
         return {"no-identifier-here", "this keyboard stores no identifier"};
     case FaultKind::NoSuchModule:

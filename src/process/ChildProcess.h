@@ -71,9 +71,9 @@ struct Ending {
 
 class ChildProcess {
 public:
-    // Throws files::ProblemError when it cannot be started.
+    // Throws files::ProblemError if the program cannot be started.
     ChildProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments);
-    // Kills it where it still runs, with all that it started in its group.
+    // Kills the process if it is still running, with everything that it started in its group.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;

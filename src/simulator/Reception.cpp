@@ -11,8 +11,6 @@
 
 namespace qx::sim {
 
-namespace {} // namespace
-
 void Reception::Add(Stretch stretch) {
     if (!stretch.IsEmpty())
         stretches.push_back(std::move(stretch));
@@ -48,20 +46,23 @@ std::string RemarkText(const Remark& remark) {
     case Kind::FunctionKeyEmpty:
         return "layer " + value(0) + " " + value(1) + " has no sequence";
     case Kind::NoCardReader:
-        return "this keyboard has no magnetic-stripe reader";
+        return "this keyboard has no magnetic card reader";
     case Kind::NoTrack:
-        return "this keyboard has no reader head for track " + value(0);
+        return "this keyboard cannot read track " + value(0);
     case Kind::TrackOff:
         return "track " + value(0) + " is switched off";
     case Kind::WrongLrcRefused:
-        return "the LRC of track " + value(0) + " is wrong, so the reader refuses it";
+        return "the checksum (LRC) of track " + value(0) +
+               " is wrong; the reader rejects the track";
     case Kind::WrongLrcIgnored:
-        return "the LRC of track " + value(0) + " is wrong, which the reader does not verify";
+        return "the checksum (LRC) of track " + value(0) +
+               " is wrong; the reader does not verify it";
     case Kind::WrongLastCharRefused:
-        return "the last character of track " + value(0) + " is wrong, so the reader refuses it";
+        return "the last character of track " + value(0) +
+               " is wrong; the reader rejects the track";
     case Kind::WrongLastCharIgnored:
         return "the last character of track " + value(0) +
-               " is wrong, which the reader does not verify";
+               " is wrong; the reader does not verify it";
     case Kind::TracksSentAtOnce:
         return "each track is sent as soon as it has been read";
     case Kind::TracksSentTogether:
@@ -100,13 +101,13 @@ std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layou
     case Origin::TrackHeader:
         return "prefix of track " + number;
     case Origin::TrackData:
-        return "track " + number + " data";
+        return "data of track " + number;
     case Origin::TrackTerminator:
         return "suffix of track " + number;
     case Origin::ReaderHeader:
         return "prefix of reader " + number;
     case Origin::ReaderData:
-        return "reader " + number + " data";
+        return "data of reader " + number;
     case Origin::ReaderTerminator:
         return "suffix of reader " + number;
     }

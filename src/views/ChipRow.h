@@ -18,7 +18,7 @@ class ChipRow : public QFrame {
 public:
     explicit ChipRow(QWidget* parent = nullptr);
 
-    // The caret stands before the item with this index, or behind all.
+    // The caret is before the item with this index, or after the last one.
     void Show(const std::vector<SequenceItem>& items, std::size_t caret);
 
 signals:

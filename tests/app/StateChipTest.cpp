@@ -52,7 +52,7 @@ TEST(StateChip, ShowsWhatIsNotKnownAndLeadsToARemedy) {
         desk.workbench.Simulated()->FailCall(1, 77, true);
     });
     desk.Write();
-    EXPECT_TRUE(Shows(desk, "Interrupted write: resolve…"));
+    EXPECT_TRUE(Shows(desk, "Interrupted write: settle…"));
 }
 
 } // namespace

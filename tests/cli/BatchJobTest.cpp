@@ -132,7 +132,7 @@ TEST_F(JobFile, AnUploadedDocumentLeavesEachKeyboardItsIdentifier) {
     // A document for one keyboard gives it its identifier.
     job["units"].erase(2);
     job["units"].erase(0);
-    const std::string warning = "the keyboard takes over the identifier of another one from " +
+    const std::string warning = "the keyboard gets another keyboard's identifier from " +
                                 File("till.json") + "; keyboards keep their own";
     EXPECT_NE(RunJob({"--dry-run"}).err.find("till 2: unless it has it already, " + warning),
               std::string::npos);

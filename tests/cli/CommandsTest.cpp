@@ -172,14 +172,14 @@ TEST(Commands, TestDriveShowsTheInputOfThePc) {
                              "--wrong-lrc", "1"}),
               "the PC receives\n"
               "  prefix of track 2  Shift A ^A ^Shift\n"
-              "  track 2 data       \"4711\"\n"
+              "  data of track 2    \"4711\"\n"
               "output delay between codes: 6\n"
-              "the LRC of track 1 is wrong, so the reader refuses it\n"
+              "the checksum (LRC) of track 1 is wrong; the reader rejects the track\n"
               "each track is sent as soon as it has been read\n");
     EXPECT_EQ(keyboard.Done({"test-drive", "scan", "ABC", "--symbology", "code25_matrix"}),
-              "the PC receives\n  reader 1 data  \"ABC\"\noutput delay between codes: 6\n");
+              "the PC receives\n  data of reader 1  \"ABC\"\noutput delay between codes: 6\n");
     EXPECT_NE(keyboard.Done({"test-drive", "scan", "4711", "--symbology", "EAN", "--reader", "2"})
-                  .find("  reader 2 data  \"4711\"\n"),
+                  .find("  data of reader 2  \"4711\"\n"),
               std::string::npos);
     EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128 (X2)  X2 ^X2\n"),
               std::string::npos);

@@ -100,7 +100,7 @@ TEST(Doctor, DescribesTheDriverLibrary) {
     EXPECT_EQ(none.status, 3);
     for (const char* const part :
          {"3 bytes", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad",
-          "none: this is no library", " cannot be loaded"})
+          "none: this is not a library", " cannot be loaded"})
         EXPECT_NE(none.out.find(part), std::string::npos) << part << '\n' << none.out;
 }
 

@@ -144,7 +144,7 @@ TEST(Refusals, UsageErrorsNameTheErrorAndTheHelp) {
         {{"--bogus"}, "there is no option --bogus (see qxconf --help)"},
         {{"download", "--dryrun", "x"}, "there is no option --dryrun; did you mean --dry-run?"},
         {{"identify", "--jsno"}, "there is no option --jsno; did you mean --json?"},
-        {{"validate", "x", "y"}, "qxconf validate takes no further argument \"y\""},
+        {{"validate", "x", "y"}, "qxconf validate accepts no further argument \"y\""},
         {{"layer", "10"}, "(see qxconf layer --help)"},
         {{"position", "watch", "--count", "0"}, "--count: 0 is not a whole number above 0"},
         {{"validate", ""}, "FILE: is empty (see qxconf validate --help)"},

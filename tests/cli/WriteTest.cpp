@@ -248,7 +248,7 @@ TEST(Write, ADocumentWithoutAnIdentifierSuitsOtherKeyboards) {
 
     const Outcome taken = second.Run({"download", second.Write("whole.json", whole.dump())});
     EXPECT_EQ(taken.status, 0);
-    EXPECT_NE(taken.err.find("takes over the identifier of another one from"), std::string::npos)
+    EXPECT_NE(taken.err.find("gets another keyboard's identifier from"), std::string::npos)
         << taken.err;
     EXPECT_NE(taken.err.find("qxconf upload --no-identifier"), std::string::npos) << taken.err;
     EXPECT_EQ(Json::parse(second.Done({"upload"}))["layeredFuncKeys"]["guid"],

@@ -32,7 +32,7 @@ void SetCodes(KeySequence& sequence, std::initializer_list<Integer> codes) {
         sequence.AddByte(code);
 }
 
-// "free key 112: +30 -30; track 1 data: abc | a remark".
+// "free key 112: +30 -30; data of track 1: abc | a remark".
 std::string TextOf(const Reception& reception) {
     std::string text;
     for (const sim::Stretch& stretch : reception.stretches) {
@@ -209,8 +209,8 @@ const Case kCardCases[] = {
             SetCodes(card.Track4().Terminator(), {16});
         },
         kSwipe,
-        "prefix of track 1: +30; track 1 data: one; suffix of track 1: +43 -43; "
-        "track 2 data: two; track 4 data: four; suffix of track 4: +16"
+        "prefix of track 1: +30; data of track 1: one; suffix of track 1: +43 -43; "
+        "data of track 2: two; data of track 4: four; suffix of track 4: +16"
         " | each track is sent as soon as it has been read"),
     CardCase(
         "SwitchedOff",
@@ -225,26 +225,27 @@ const Case kCardCases[] = {
             card.ReaderOptions().SendImmediate().SetValue(false);
         },
         kSwipe,
-        "track 1 data: one; suffix of track 1: +31; prefix of track 2: +32; track 2 data: two"
+        "data of track 1: one; suffix of track 1: +31; prefix of track 2: +32; data of track 2: two"
         " | track 4 is switched off | the tracks are sent once all have been read"),
     CardCase(
         "Verified", [](QXMagnetCard& /*card*/) {}, kSwipeFaulty,
-        "track 2 data: two | the LRC of track 1 is wrong, so the reader refuses it"
-        " | the last character of track 3 is wrong, so the reader refuses it"
+        "data of track 2: two | the checksum (LRC) of track 1 is wrong; the reader rejects the "
+        "track"
+        " | the last character of track 3 is wrong; the reader rejects the track"
         " | each track is sent as soon as it has been read"),
     CardCase(
         "OneVerificationOff",
         [](QXMagnetCard& card) { card.ReaderOptions().VerifyLRC().SetValue(false); }, kSwipeFaulty,
-        "track 1 data: one; track 2 data: two"
-        " | the LRC of track 1 is wrong, which the reader does not verify"
-        " | the last character of track 3 is wrong, so the reader refuses it"
+        "data of track 1: one; data of track 2: two"
+        " | the checksum (LRC) of track 1 is wrong; the reader does not verify it"
+        " | the last character of track 3 is wrong; the reader rejects the track"
         " | each track is sent as soon as it has been read"),
     {"NoReaderHead", "magnet", [](Keyboard&) {}, kSwipe,
-     "track 2 data: two | this keyboard has no reader head for track 1"
-     " | this keyboard has no reader head for track 4"
+     "data of track 2: two | this keyboard cannot read track 1"
+     " | this keyboard cannot read track 4"
      " | each track is sent as soon as it has been read"},
     {"NoReader", "x1-4620", [](Keyboard&) {}, kSwipe,
-     " | this keyboard has no magnetic-stripe reader"},
+     " | this keyboard has no magnetic card reader"},
 };
 
 // Codes.
@@ -271,15 +272,16 @@ Case CodeCase(const char* name, Integer nReader, BarcodePage eSymbology, const s
 
 const Case kCodeCases[] = {
     CodeCase("Shortest", 1, BP_Code39, "ABCD",
-             "prefix of reader 1: +30; reader 1 data: ABCD; suffix of reader 1: +43"),
-    CodeCase("Longest", 2, BP_Code39, "ABCDEF", "reader 2 data: ABCDEF; suffix of reader 2: +44"),
+             "prefix of reader 1: +30; data of reader 1: ABCD; suffix of reader 1: +43"),
+    CodeCase("Longest", 2, BP_Code39, "ABCDEF",
+             "data of reader 2: ABCDEF; suffix of reader 2: +44"),
     CodeCase("TooShort", 1, BP_Code39, "ABC",
              " | Code39 accepts 4 to 6 characters; the code has 3"),
     CodeCase("TooLong", 1, BP_Code39, "ABCDEFG",
              " | Code39 accepts 4 to 6 characters; the code has 7"),
     CodeCase("LengthInCharacters", 2, BP_Code39, "ÄÖÜßäö",
-             "reader 2 data: ÄÖÜßäö; suffix of reader 2: +44"),
-    CodeCase("AnyLength", 2, BP_EAN, "1", "reader 2 data: 1; suffix of reader 2: +44"),
+             "data of reader 2: ÄÖÜßäö; suffix of reader 2: +44"),
+    CodeCase("AnyLength", 2, BP_EAN, "1", "data of reader 2: 1; suffix of reader 2: +44"),
     CodeCase("SwitchedOff", 1, BP_UPC, "12345", " | UPC is switched off: its option 0 is not set"),
     CodeCase("Empty", 1, BP_Code128, "", " | a barcode needs at least one character"),
     {"NoReader", "magnet", [](Keyboard&) {},

@@ -27,7 +27,7 @@ EXAMPLES = r"""
   qxcontrols.keyboards.keyboard_facts:
     driver: /usr/lib/tandorqx/libtandorqx.so
 
-- name: Program the keyboards that have a magnetic-stripe reader
+- name: Program the keyboards that have a magnetic card reader
   qxcontrols.keyboards.keyboard:
     src: reader.json
     driver: /usr/lib/tandorqx/libtandorqx.so

@@ -27,7 +27,7 @@ public:
         Control().SetButtonEdit(
             ButtonText(tr("Edit blocks…"), tr("Group keys into blocks that send one sequence")));
         Control().SetButtonCleanAll(
-            ButtonText(tr("Clear all blocks…"), tr("Remove all blocks and their sequences")));
+            ButtonText(tr("Remove all blocks…"), tr("Remove all blocks and their sequences")));
     }
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXPosView(Control()); }

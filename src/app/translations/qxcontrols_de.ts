@@ -303,7 +303,7 @@
     </message>
     <message>
         <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A press on the screen records the key and its release. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
-        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angehängt. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
     </message>
     <message>
         <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
@@ -473,10 +473,6 @@
         <translation>Es gibt keine Aufzeichnung eines unterbrochenen Schreibvorgangs %1.</translation>
     </message>
     <message>
-        <source>The keyboard holds a part of several interrupted writes.</source>
-        <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge.</translation>
-    </message>
-    <message>
         <source>%1 is not a simulated keyboard and accepts no keyboard file or model.</source>
         <translation>%1 ist keine simulierte Tastatur; eine Tastaturdatei oder ein Modell lässt sich dafür nicht angeben.</translation>
     </message>
@@ -586,7 +582,7 @@
     </message>
     <message>
         <source>This keyboard has no layered function keys.</source>
-        <translation>Diese Tastatur hat keine Funktionstasten mit Ebenen.</translation>
+        <translation>Diese Tastatur hat keine Funktionstasten in Ebenen.</translation>
     </message>
     <message>
         <source>Entries of the keyboard&apos;s configuration directory could not be read: %1, the first of them entry %2.</source>
@@ -741,10 +737,6 @@
         <translation>Ein Teil des Speichers der Tastatur ist beschädigt: %1</translation>
     </message>
     <message>
-        <source>Another program is writing to this keyboard, or to one of its kind that cannot be told from it.</source>
-        <translation>Ein anderes Programm schreibt gerade in diese Tastatur oder in eine baugleiche, die sich nicht von ihr unterscheiden lässt.</translation>
-    </message>
-    <message>
         <source>Another program is writing to this keyboard (%1).</source>
         <translation>Ein anderes Programm schreibt gerade in diese Tastatur (%1).</translation>
     </message>
@@ -810,11 +802,11 @@
     </message>
     <message>
         <source>Move the file to another folder once you have dealt with it.</source>
-        <translation>Verschieben Sie die Datei in einen anderen Ordner, sobald Sie sie nicht mehr brauchen.</translation>
+        <translation>Verschieben Sie die Datei in einen anderen Ordner, sobald die Sache geklärt ist.</translation>
     </message>
     <message>
         <source>Move %1 to another folder once you have dealt with it.</source>
-        <translation>Verschieben Sie %1 in einen anderen Ordner, sobald Sie die Datei nicht mehr brauchen.</translation>
+        <translation>Verschieben Sie %1 in einen anderen Ordner, sobald die Sache geklärt ist.</translation>
     </message>
     <message>
         <source>Driver&apos;s function: %1</source>
@@ -882,11 +874,19 @@
     </message>
     <message>
         <source>Layout check (in English): %1</source>
-        <translation>Prüfung des Layouts (englisch): %1</translation>
+        <translation>Prüfung der Belegung (englisch): %1</translation>
     </message>
     <message>
         <source>The model %1 of the simulated keyboard has faults: %2</source>
         <translation>Das Modell %1 der simulierten Tastatur ist fehlerhaft: %2</translation>
+    </message>
+    <message>
+        <source>The keyboard holds parts of several interrupted writes.</source>
+        <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge.</translation>
+    </message>
+    <message>
+        <source>Another program is writing to this keyboard, or to one of its kind that cannot be distinguished from it.</source>
+        <translation>Ein anderes Programm schreibt gerade in diese Tastatur oder in eine baugleiche, die sich nicht von ihr unterscheiden lässt.</translation>
     </message>
 </context>
 <context>
@@ -1168,7 +1168,7 @@
     </message>
     <message>
         <source>no key of the layout types &quot;%1&quot;</source>
-        <translation>keine Taste des Layouts schreibt „%1“</translation>
+        <translation>keine Taste der Belegung tippt „%1“</translation>
     </message>
 </context>
 <context>
@@ -1398,7 +1398,7 @@
     </message>
     <message>
         <source>No key of this layout types &quot;%1&quot;.</source>
-        <translation>Keine Taste dieses Layouts schreibt „%1“.</translation>
+        <translation>Keine Taste dieser Belegung tippt „%1“.</translation>
     </message>
 </context>
 <context>
@@ -2003,10 +2003,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Tasten zu Blöcken zusammenfassen, die eine Folge senden</translation>
     </message>
     <message>
-        <source>Clear all blocks…</source>
-        <translation>Alle Blöcke leeren …</translation>
-    </message>
-    <message>
         <source>Remove all blocks and their sequences</source>
         <translation>Alle Blöcke und ihre Folgen entfernen</translation>
     </message>
@@ -2031,6 +2027,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
             <numerusform>Block %1 (%n Taste)</numerusform>
             <numerusform>Block %1 (%n Tasten)</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Remove all blocks…</source>
+        <translation>Alle Blöcke entfernen …</translation>
     </message>
 </context>
 <context>
@@ -2391,7 +2391,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>A %1-bit driver library needs the program %2, which is missing.</source>
-        <translation>Eine %1-Bit-Treiberbibliothek benötigt das Programm %2, und es fehlt.</translation>
+        <translation>Eine %1-Bit-Treiberbibliothek benötigt das Programm %2, das fehlt.</translation>
     </message>
     <message>
         <source>%1 is not of the same version as this program.</source>
@@ -2712,11 +2712,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Type text</source>
-        <translation>Text eingeben</translation>
+        <translation>Text tippen</translation>
     </message>
     <message>
         <source>Text to type</source>
-        <translation>Einzugebender Text</translation>
+        <translation>Zu tippender Text</translation>
     </message>
     <message>
         <source>Add</source>
@@ -2724,19 +2724,19 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Add the keys that type the text</source>
-        <translation>Die Tasten anfügen, die diesen Text schreiben</translation>
+        <translation>Die Tasten anfügen, die den Text tippen</translation>
     </message>
     <message>
         <source>Add + Enter</source>
-        <translation>Anfügen + Enter</translation>
+        <translation>Anfügen + Eingabetaste</translation>
     </message>
     <message>
         <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
-        <translation>Die Tasten, die den Text tippen, und die Eingabetaste hinzufügen (Strg+Eingabe)</translation>
+        <translation>Die Tasten anfügen, die den Text tippen, und die Eingabetaste (Strg+Eingabe)</translation>
     </message>
     <message>
         <source>No key of this layout types &quot;%1&quot;.</source>
-        <translation>Keine Taste dieses Layouts schreibt „%1“.</translation>
+        <translation>Keine Taste dieser Belegung tippt „%1“.</translation>
     </message>
 </context>
 <context>
@@ -3041,12 +3041,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Die Tastatur verbinden</translation>
     </message>
     <message>
-        <source>Interrupted write: resolve…</source>
-        <translation>Unterbrochener Schreibvorgang: bereinigen …</translation>
-    </message>
-    <message>
         <source>A write is on record as interrupted: finish it or roll it back</source>
-        <translation>Ein Schreibvorgang wurde unterbrochen: zu Ende führen oder zurücknehmen</translation>
+        <translation>Ein unterbrochener Schreibvorgang ist verzeichnet: abschließen oder rückgängig machen</translation>
     </message>
     <message>
         <source>Not compared with the keyboard</source>
@@ -3074,6 +3070,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Show the changes before they are written</source>
         <translation>Die Änderungen zeigen, bevor sie geschrieben werden</translation>
+    </message>
+    <message>
+        <source>Interrupted write: settle…</source>
+        <translation>Unterbrochener Schreibvorgang: bereinigen …</translation>
     </message>
 </context>
 <context>
@@ -3116,10 +3116,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>C&amp;ard</source>
         <translation>&amp;Karte</translation>
-    </message>
-    <message>
-        <source>&amp;Bar code</source>
-        <translation>Barc&amp;ode</translation>
     </message>
     <message>
         <source>The PC re&amp;ceives</source>
@@ -3205,6 +3201,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Output delay between codes: %1</source>
         <translation>Ausgabeverzögerung zwischen Codes: %1</translation>
     </message>
+    <message>
+        <source>&amp;Barcode</source>
+        <translation>Barc&amp;ode</translation>
+    </message>
 </context>
 <context>
     <name>TestDriveTexts</name>
@@ -3258,7 +3258,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>This keyboard has no layered function keys.</source>
-        <translation>Diese Tastatur hat keine Funktionstasten mit Ebenen.</translation>
+        <translation>Diese Tastatur hat keine Funktionstasten in Ebenen.</translation>
     </message>
     <message>
         <source>Layer %1 %2 has no sequence.</source>
@@ -3325,7 +3325,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Finish writing</source>
-        <translation>&amp;Zu Ende schreiben</translation>
+        <translation>Schreiben &amp;abschließen</translation>
     </message>
     <message>
         <source>&amp;Roll back</source>
@@ -3435,7 +3435,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Finish writing completes it; roll back restores what the keyboard held before.</source>
-        <translation>„Zu Ende schreiben“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
+        <translation>„Schreiben abschließen“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
     </message>
     <message>
         <source>%1 for %2, %3 (%4)</source>

@@ -135,7 +135,8 @@ private:
             json["wordSize"] = wordSize ? host::Json(*wordSize) : host::Json();
             rows.push_back({"size", Counted(bytes.size(), "byte")});
             rows.push_back({"SHA-256", hash});
-            rows.push_back({"word size", wordSize ? Bits(*wordSize) : "none: this is no library"});
+            rows.push_back(
+                {"word size", wordSize ? Bits(*wordSize) : "none: this is not a library"});
         } catch (const std::runtime_error& error) {
             rows.push_back({"file", error.what()});
         }

@@ -123,11 +123,11 @@ void Report(Context& context, const host::Json& json,
         lines.push_back("the " + host::InWords(candidates.front()) +
                         " was interrupted: this keyboard holds a part of it");
     } else {
-        lines.emplace_back("this keyboard holds a part of several interrupted writes, of which it "
-                           "was cut in one:");
+        lines.emplace_back("this keyboard holds parts of several interrupted writes; one of them "
+                           "was interrupted on this keyboard:");
         for (const host::JournalEntry& entry : candidates)
             lines.push_back("  " + entry.Id() + "  " + host::InWords(entry));
-        lines.emplace_back("name that one:");
+        lines.emplace_back("choose it:");
         id = " ID";
     }
     const std::size_t width = id.size() + 10;

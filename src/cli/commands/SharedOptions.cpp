@@ -15,7 +15,7 @@ host::Variables VariablesOf(const std::vector<std::string>& set) {
         if (equals == std::string::npos || !host::Variables::IsName(name))
             throw UsageError("--set " + assignment + " is not NAME=VALUE, as --set till=042");
         if (!IsWellFormedUtf8(assignment))
-            throw UsageError("--set " + name + ": the value is no UTF-8");
+            throw UsageError("--set " + name + ": the value is not UTF-8");
         if (!values.emplace(name, assignment.substr(equals + 1)).second)
             throw UsageError("--set " + name + " is given twice");
     }

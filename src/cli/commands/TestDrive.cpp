@@ -217,7 +217,7 @@ Command ScanCommand() {
                                          kBarcodePageNames.end());
     return {
         .name = "scan",
-        .summary = "Scan a bar code",
+        .summary = "Scan a barcode",
         .options = {{.name = "DATA",
                      .target = &options->data,
                      .summary = "The data in the code",

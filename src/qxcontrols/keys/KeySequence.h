@@ -7,9 +7,9 @@
 //
 // The keyboard stores codes from 0 to 255, one byte each; a 0 ends the sequence. Others can be in a
 // KeySequence, but not in the keyboard:
-// - With the code -1 among the codes that fit its slot, the sequence is left out, and all that
-//   follows in the block moves forward: the key and every key behind it in the block get the
-//   sequence of the key that follows, and the last one gets blanks (code 32).
+// - With the code -1 among the codes that fit its slot, the sequence is left out, and the
+//   rest of the block moves forward: this key and each later key of the block get the sequence of
+//   the next key, and the last one gets blanks (code 32).
 // - With any other code, the block is not written, and a trace line says so.
 #pragma once
 

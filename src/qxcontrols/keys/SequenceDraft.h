@@ -1,7 +1,7 @@
 // SequenceDraft: a sequence while it is edited, item by item.
 //
-// A caret stands before, between or behind the items; keys are put in there. Every operation either
-// does all of what it is asked for or changes nothing.
+// A caret is before, between or after the items; keys are inserted there. Every operation is either
+// done completely or changes nothing.
 #pragma once
 
 #include "qxcontrols/keys/SequenceItems.h"
@@ -21,7 +21,7 @@ public:
     [[nodiscard]] const std::vector<Byte>& Codes() const { return m_codes; }
     [[nodiscard]] const std::vector<SequenceItem>& Items() const { return m_items; }
     [[nodiscard]] std::size_t CodesLeft() const;
-    // The item before which the caret stands; the number of items: behind the last.
+    // The item after the caret; the number of items if the caret is after the last one.
     [[nodiscard]] std::size_t Caret() const { return m_caret; }
     void SetCaret(std::size_t item); // at most the number of items
 

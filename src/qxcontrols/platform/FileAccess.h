@@ -12,17 +12,17 @@
 
 namespace qx {
 
-// The name with the machine's own separators: where they are "/", a "\" is taken as one.
+// The name with the machine's own separators: where they are "/", a "\" counts as one.
 [[nodiscard]] std::string OwnFileName(std::string sName);
 
-// Whether there is something of the name that is no file of bytes: a folder, or a pipe.
+// Whether the name is that of something other than an ordinary file, such as a folder or a pipe.
 [[nodiscard]] bool IsSpecialFile(const std::string& sName);
 
 // The file's bytes, but not more than `most`; none when it cannot be read.
 [[nodiscard]] std::optional<std::string> ReadFile(const std::string& sName, std::size_t most);
 
 // Those of the folder's files that have the extension (".qxl"), with the folder, in the order of
-// their names. When the folder cannot be read, there are none, and `error` says why.
+// their names. If the folder cannot be read, the list is empty and `error` has the reason.
 [[nodiscard]] std::vector<std::string> FilesIn(const std::string& sFolder,
                                                std::string_view sExtension, std::string& error);
 

@@ -6,11 +6,11 @@
 // - a free key becomes the major key of a new block, or joins the current one;
 // - a key of the current block leaves it.
 // A key of another block moves into the current one only by TakeKey. So a key is always in one
-// block at most. The major key of a block is its lowest key, whichever
-// was picked first, and the block stands in that key's slot (see POSBlockPlaces.h): when a lower
-// key joins, or the major key leaves, the block moves. A block that loses its only key is gone.
-// The host is asked before a sequence is lost with it. What it shows, and its events to the host,
-// are those of the QXPOSProgrammer that opened it.
+// block at most. The major key of a block is its lowest key, whichever was picked first, and the
+// block stands in that key's slot (see POSBlockPlaces.h): when a lower key joins, or the major key
+// leaves, the block moves. A block that loses its only key is gone. The host is asked before a
+// sequence is lost with it. What it shows, and its events to the host, are those of the
+// QXPOSProgrammer that opened it.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"
@@ -58,8 +58,8 @@ public:
     // Whether the user left with OK.
     [[nodiscard]] bool OK() const { return m_ok; }
 
-    // The current block's slot, which is its major key; 0 for none. A slot that is free, or no slot
-    // at all, stands for none.
+    // The current block's slot, which is its major key; 0 for none. A free slot, or a number
+    // that is not a slot's, selects none.
     [[nodiscard]] Integer CurrBlock() const { return m_currBlock; }
     void SetCurrBlock(Integer nSlot);
     // The key's label in the layout; empty if it has none.
@@ -90,7 +90,7 @@ public:
     ListBox lstBlocks;               // in the order of their slots
     Button cmdNewBlock;
     // The current block. Without one, these are not enabled.
-    Label lblBlockID, lblKeys, lblColor, lblSequence; // what stands beside them
+    Label lblBlockID, lblKeys, lblColor, lblSequence; // the captions beside them
     TextBox txtBlockID;
     Label lblCurrKeys; // the names of its keys, the major key first
     std::array<ColorButton, kColors> cmdColor;
@@ -103,7 +103,7 @@ public:
 
     void lstBlocks_Click();
     void cmdNewBlock_Click();
-    void txtBlockID_Change(); // a text that is no number from 0 to 32767 changes nothing
+    void txtBlockID_Change(); // any text but a number from 0 to 32767 changes nothing
     void cmdColor_Click(Integer Index);
     void cmdEdit_Click();
     void cmdClean_Click(Integer Index);
