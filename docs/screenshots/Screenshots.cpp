@@ -119,6 +119,8 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
     for (int row = 0; row < pages->count(); ++row) {
         const QString id = pages->item(row)->data(Qt::UserRole).toString();
+        if (id.isEmpty()) // a heading
+            continue;
         if (id.startsWith(QLatin1String("funcKeys")))
             continue; // as the free keys
         ShowPage(window, id);
@@ -196,7 +198,7 @@ int main(int argc, char** argv) {
         workbench.Preferences().SetPreferedAppLang(static_cast<Integer>(arguments[3].toInt()));
         app::MainWindow window(workbench, platform.Services(), language);
         window.setWindowState(Qt::WindowNoState);
-        window.resize(1180, 760);
+        window.resize(1366, 768);
         QEventLoop appearing;
         QObject::connect(&window, &app::MainWindow::Appeared, &appearing, &QEventLoop::quit);
         window.show();

@@ -38,6 +38,7 @@ Workbench::Workbench(const Platform& platform, Options options)
     m_preferences.Load();
     if (m_store.IsNew() && m_options.firstColours) {
         host::UseColours(m_preferences, *m_options.firstColours);
+        m_preferences.SetWinParam(0, 0, 0, 0, 0); // the window chooses its first place
         SavePreferences();
     }
     try {

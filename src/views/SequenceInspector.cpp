@@ -130,13 +130,14 @@ void SequenceInspector::MakeParts() {
         tools->addWidget(tool);
     tools->addStretch(1);
     auto* typed = new QHBoxLayout;
-    typed->addWidget(m_text, 1);
     typed->addWidget(m_add);
     typed->addWidget(m_addEnter);
+    typed->addStretch(1);
     auto* editor = new QVBoxLayout(m_editor);
     editor->setContentsMargins(0, 0, 0, 0);
     editor->addWidget(m_chips);
     editor->addLayout(tools);
+    editor->addWidget(m_text);
     editor->addLayout(typed);
     editor->addWidget(m_fault);
     editor->addWidget(m_palette, 1);
