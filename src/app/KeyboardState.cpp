@@ -1,13 +1,21 @@
 #include "app/KeyboardState.h"
 
+#include <QTimer>
+
 namespace qx::app {
+
+namespace {
+
+constexpr int kAgain = 100; // milliseconds, while the program works with the keyboard
+
+} // namespace
 
 KeyboardState::KeyboardState(Workbench& workbench, QObject* parent)
     : QObject(parent), m_workbench(workbench) {
     connect(&workbench, &Workbench::KeyboardChanged, this, [this] { TakeHeld(false); });
     connect(&workbench, &Workbench::Held, this, &KeyboardState::TakeHeld);
     connect(&workbench, &Workbench::DocumentChanged, this, &KeyboardState::FindOutSoon);
-    connect(&workbench, &Workbench::Ended, this, &KeyboardState::FindOutSoon);
+    connect(&workbench, &Workbench::Ended, this, &KeyboardState::LookAgain);
     FindOut();
 }
 
@@ -20,6 +28,11 @@ void KeyboardState::TakeHeld(bool isDocument) {
     } else {
         m_held.clear();
     }
+    LookAgain();
+}
+
+void KeyboardState::LookAgain() {
+    m_looks = true;
     FindOutSoon();
 }
 
@@ -30,9 +43,13 @@ void KeyboardState::FindOutSoon() {
 
 void KeyboardState::FindOut() {
     m_isDue = false;
+    if (m_workbench.IsBusy())
+        return QTimer::singleShot(kAgain, this, &KeyboardState::FindOutSoon);
+    if (std::exchange(m_looks, false))
+        m_isInterrupted = HoldsInterrupted();
     m_changes = 0;
     m_kind = !m_workbench.IsConnected() ? Kind::NoKeyboard
-             : IsInterrupted()          ? Kind::Interrupted
+             : m_isInterrupted          ? Kind::Interrupted
                                         : Compared();
     emit Changed();
 }
@@ -50,11 +67,14 @@ KeyboardState::Kind KeyboardState::Compared() {
     return m_changes == 0 ? Kind::Same : Kind::Differs;
 }
 
-bool KeyboardState::IsInterrupted() const {
+// The keyboard is read only if there are records of interrupted writes.
+bool KeyboardState::HoldsInterrupted() const {
+    if (!m_workbench.IsConnected())
+        return false;
     try {
-        return !m_workbench.Records().journal.Entries().empty();
+        return !m_workbench.Interrupted().empty();
     } catch (const host::Error&) {
-        return false; // shown when something is written
+        return true;
     }
 }
 

@@ -1,5 +1,5 @@
-// KeyboardState: whether the keyboard holds the document, as far as that is known without asking
-// the keyboard.
+// KeyboardState: whether the keyboard holds the document, as far as that is known from the last
+// transfer, and whether a write to it was interrupted.
 #pragma once
 
 #include "app/Workbench.h"
@@ -17,7 +17,7 @@ class KeyboardState : public QObject {
 public:
     enum class Kind {
         NoKeyboard,
-        Interrupted, // a write is on record as interrupted
+        Interrupted, // it holds a part of an interrupted write, or cannot be asked about one
         Unknown,     // the keyboard was not read, or was changed by something else
         Same,        // everything in the document that this keyboard has modules for
         Differs,
@@ -34,15 +34,18 @@ signals:
 
 private:
     void TakeHeld(bool isDocument);
+    void LookAgain();   // at the keyboard
     void FindOutSoon(); // once for all changes of an action
     void FindOut();
     [[nodiscard]] Kind Compared();
-    [[nodiscard]] bool IsInterrupted() const;
+    [[nodiscard]] bool HoldsInterrupted() const;
 
     Workbench& m_workbench;
     std::map<std::string, std::vector<host::Setting>, std::less<>> m_held; // by the sections' keys
     Kind m_kind = Kind::NoKeyboard;
     int m_changes = 0;
+    bool m_isInterrupted = false;
+    bool m_looks = true; // at the keyboard, when it finds out
     bool m_isDue = false;
 };
 

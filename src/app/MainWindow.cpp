@@ -53,8 +53,8 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
       m_transfers(new app::Transfers(workbench, *m_documents, this)),
       m_keyboards(new KeyboardMenu(workbench, *m_transfers, this)),
       m_sheets(new SheetMenu(workbench, this)), m_state(new KeyboardState(workbench, this)),
-      m_pages(
-          new WindowPages({workbench, m_edits, *m_documents, *m_transfers, *m_keyboards}, this)) {
+      m_pages(new WindowPages(
+          {workbench, m_edits, *m_documents, *m_transfers, *m_keyboards, *m_state}, this)) {
     screen.ask = [this](const QString& question) {
         return QMessageBox::question(this, windowTitle(), views::Plain(question),
                                      QMessageBox::Yes | QMessageBox::No,

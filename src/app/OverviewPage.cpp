@@ -1,5 +1,6 @@
 #include "app/OverviewPage.h"
 
+#include "app/KeyboardState.h"
 #include "app/ModuleCards.h"
 #include "views/Bindings.h"
 #include "views/LineIcon.h"
@@ -53,9 +54,10 @@ QString WordOf(State state) {
 
 } // namespace
 
-OverviewPage::OverviewPage(Workbench& workbench, const Commands& commands, QWidget* parent)
-    : QWidget(parent), m_workbench(workbench), m_name(new QLabel), m_kind(new QLabel),
-      m_buttons(new QWidget), m_interrupted(new QWidget), m_failure(new QLabel),
+OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
+                           const Commands& commands, QWidget* parent)
+    : QWidget(parent), m_workbench(workbench), m_state(state), m_name(new QLabel),
+      m_kind(new QLabel), m_buttons(new QWidget), m_interrupted(new QWidget), m_failure(new QLabel),
       m_remedies(new QWidget), m_cards(new ModuleCards(workbench)), m_fold(new QToolButton),
       m_identity(new QFormLayout), m_directory(new QTableWidget) {
     auto* column = new QVBoxLayout(this);
@@ -78,7 +80,7 @@ OverviewPage::OverviewPage(Workbench& workbench, const Commands& commands, QWidg
     connect(m_cards, &ModuleCards::Chosen, this, &OverviewPage::PageRequested);
     connect(&workbench.Stages(), &StartStages::Changed, this, &OverviewPage::ShowStages);
     connect(&workbench, &Workbench::KeyboardChanged, this, &OverviewPage::ShowKeyboard);
-    connect(&workbench, &Workbench::Ended, this, &OverviewPage::ShowInterrupted);
+    connect(&state, &KeyboardState::Changed, this, &OverviewPage::ShowInterrupted);
     ShowFailure({});
     ShowKeyboard();
 }
@@ -105,7 +107,7 @@ QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {
     buttons->addStretch(1);
     auto* interrupted = new QHBoxLayout(m_interrupted);
     interrupted->setContentsMargins({});
-    interrupted->addWidget(new QLabel(tr("A write is on record as interrupted.")));
+    interrupted->addWidget(new QLabel(tr("A write to this keyboard was interrupted.")));
     add(*interrupted, commands.settle, "overviewSettle");
     interrupted->addStretch(1);
 
@@ -221,13 +223,7 @@ void OverviewPage::ShowKeyboard() {
 }
 
 void OverviewPage::ShowInterrupted() {
-    bool isOnRecord = false;
-    try {
-        isOnRecord = m_workbench.IsConnected() && !m_workbench.Records().journal.Entries().empty();
-    } catch (const host::Error&) {
-        // shown when something is written
-    }
-    m_interrupted->setVisible(isOnRecord);
+    m_interrupted->setVisible(m_state.Now() == KeyboardState::Kind::Interrupted);
 }
 
 void OverviewPage::ShowDetails() {

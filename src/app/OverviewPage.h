@@ -15,6 +15,7 @@ class QToolButton;
 
 namespace qx::app {
 
+class KeyboardState;
 class ModuleCards;
 
 class OverviewPage : public QWidget {
@@ -26,7 +27,8 @@ public:
         QAction* write;
         QAction* settle;
     };
-    OverviewPage(Workbench& workbench, const Commands& commands, QWidget* parent = nullptr);
+    OverviewPage(Workbench& workbench, const KeyboardState& state, const Commands& commands,
+                 QWidget* parent = nullptr);
 
     // Shows why the keyboard is not connected, and what to check.
     void ShowFailure(const Failure& reason);
@@ -47,10 +49,11 @@ private:
     void FoldDetails(bool isFolded);
 
     Workbench& m_workbench;
+    const KeyboardState& m_state;
     QLabel* m_name;
     QLabel* m_kind;
     QWidget* m_buttons;     // shown while a keyboard is connected
-    QWidget* m_interrupted; // shown while a write is on record as interrupted
+    QWidget* m_interrupted; // shown while a write to this keyboard is interrupted
     QWidget* m_startUp;     // shown while none is connected
     QLabel* m_stages[3];
     QLabel* m_failure;

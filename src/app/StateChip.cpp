@@ -31,7 +31,7 @@ void StateChip::ShowState() {
         return show("no-keyboard", tr("No keyboard"), tr("Connect the keyboard"));
     case Kind::Interrupted:
         return show("warning", tr("Interrupted write: settle…"),
-                    tr("A write is on record as interrupted: finish it or roll it back"));
+                    tr("A write to this keyboard was interrupted: finish it or roll it back"));
     case Kind::Unknown:
         return show("keyboard", tr("Not compared with the keyboard"),
                     tr("Show the changes that writing would make in the keyboard"));

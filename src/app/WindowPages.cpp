@@ -66,9 +66,9 @@ QWidget* WindowPages::Make(QWidget* notices) {
 
 QWidget* WindowPages::MakeOverview() {
     KeyboardMenu* keyboards = &m_partners.keyboards;
-    auto* overview =
-        new OverviewPage(m_partners.workbench, {keyboards->ReadAction(), keyboards->WriteAction(),
-                                                keyboards->SettleAction()});
+    auto* overview = new OverviewPage(
+        m_partners.workbench, m_partners.state,
+        {keyboards->ReadAction(), keyboards->WriteAction(), keyboards->SettleAction()});
     overview->ShowFailure(keyboards->FailureToConnect());
     connect(keyboards, &KeyboardMenu::ConnectionFailed, overview, &OverviewPage::ShowFailure);
     connect(overview, &OverviewPage::ConnectAgainRequested, keyboards, &KeyboardMenu::ConnectAgain);

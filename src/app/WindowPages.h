@@ -21,6 +21,7 @@ namespace qx::app {
 class DocumentMenu;
 class EditRequests;
 class KeyboardMenu;
+class KeyboardState;
 class PageBook;
 class Transfers;
 class Workbench;
@@ -42,6 +43,7 @@ public:
         DocumentMenu& documents;
         Transfers& transfers;
         KeyboardMenu& keyboards;
+        const KeyboardState& state;
     };
     WindowPages(const Partners& partners, QObject* parent);
 

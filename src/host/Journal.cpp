@@ -26,6 +26,8 @@ template <typename Pieces>
 struct WithoutBytes {
     Pieces& pieces;
 };
+template <typename Pieces>
+WithoutBytes(Pieces&) -> WithoutBytes<Pieces>; // Clang 14 does not find it by itself
 
 template <typename Pieces>
 Json ToJson(const WithoutBytes<Pieces>& areas) {

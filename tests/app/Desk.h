@@ -20,6 +20,7 @@
 #include <QSettings>
 #include <QTabBar>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeWidget>
 
 namespace qx::test {
@@ -111,6 +112,20 @@ public:
     void ClickKey(const char* grid, int key) {
         auto* keys = Find<views::KeyGrid>(grid);
         QTest::mouseClick(keys, Qt::LeftButton, {}, keys->KeyRect(key).center());
+    }
+    static void Drag(QWidget& widget, const QPoint& from, const QPoint& to,
+                     Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mousePress(&widget, Qt::LeftButton, modifiers, from);
+        for (const QPoint& at : {(from + to) / 2, to}) {
+            QMouseEvent move(QEvent::MouseMove, at, widget.mapToGlobal(at), Qt::NoButton,
+                             Qt::LeftButton, modifiers);
+            QApplication::sendEvent(&widget, &move);
+        }
+        QTest::mouseRelease(&widget, Qt::LeftButton, modifiers, to);
+    }
+    // Waits until the chip shows this.
+    bool ShowsState(const QString& text) {
+        return QTest::qWaitFor([&] { return Find<QToolButton>("stateChip")->text() == text; });
     }
     // Waits until the window speaks this language, which it does in the event loop.
     void Speak(Integer nLanguage) {

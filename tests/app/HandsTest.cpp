@@ -31,16 +31,6 @@ protected:
     static void Click(KeyGrid& grid, int key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::mouseClick(&grid, Qt::LeftButton, modifiers, grid.KeyRect(key).center());
     }
-    static void Drag(KeyGrid& grid, const QPoint& from, const QPoint& to,
-                     Qt::KeyboardModifiers modifiers = {}) {
-        QTest::mousePress(&grid, Qt::LeftButton, modifiers, from);
-        for (const QPoint& at : {(from + to) / 2, to}) {
-            QMouseEvent move(QEvent::MouseMove, at, grid.mapToGlobal(at), Qt::NoButton,
-                             Qt::LeftButton, modifiers);
-            QApplication::sendEvent(&grid, &move);
-        }
-        QTest::mouseRelease(&grid, Qt::LeftButton, modifiers, to);
-    }
     static void Keys(QWidget& widget, std::initializer_list<QKeyCombination> keys) {
         for (const QKeyCombination& key : keys)
             QTest::keyClick(&widget, key.key(), key.keyboardModifiers());
@@ -254,12 +244,12 @@ TEST_F(Hands, KeysAreDraggedOntoOthersAndABandSelects) {
     Keys(grid, {Qt::Key_Return});
     Type("a");
     const auto middle = [&](int key) { return grid.KeyRect(key).center(); };
-    Drag(grid, middle(0), middle(5));                    // a copy
-    Drag(grid, middle(5), middle(7), Qt::ShiftModifier); // swapped with nothing
-    Drag(grid, middle(0), QPoint(1, 1));                 // beside the keys
-    Drag(grid, middle(12), middle(14));                  // free: a band
+    Desk::Drag(grid, middle(0), middle(5));                    // a copy
+    Desk::Drag(grid, middle(5), middle(7), Qt::ShiftModifier); // swapped with nothing
+    Desk::Drag(grid, middle(0), QPoint(1, 1));                 // beside the keys
+    Desk::Drag(grid, middle(12), middle(14));                  // free: a band
     EXPECT_EQ(grid.Selected(), (std::vector<int>{12, 13, 14}));
-    Drag(grid, middle(20), middle(21), Qt::ControlModifier);
+    Desk::Drag(grid, middle(20), middle(21), Qt::ControlModifier);
     EXPECT_EQ(grid.Selected(), (std::vector<int>{12, 13, 14, 20, 21}));
     // Esc gives up.
     QTest::mousePress(&grid, Qt::LeftButton, {}, middle(0));
@@ -347,7 +337,7 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     KeyGrid& grid = Grid("pos", "posDisplay");
     const auto middle = [&](int key) { return grid.KeyRect(key).center(); };
     // By the pointer: 2 x 2 keys in a band, joined, and what they send.
-    Drag(grid, middle(1), middle(17));
+    Desk::Drag(grid, middle(1), middle(17));
     EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 16, 17}));
     desk.Click("joinKeys");
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Block 1 (4 keys)");

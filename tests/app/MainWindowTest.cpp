@@ -352,5 +352,23 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
     EXPECT_EQ(desk.Find<QListWidget>("trackList")->currentRow(), 2);
 }
 
+TEST(MainWindow, ANameIsShownLiterallyInTheReview) {
+    Desk desk;
+    const QString name = QStringLiteral("<h1>Cash");
+    desk.Page("layeredFuncKeys");
+    desk.ClickKey("funcKeys", 3);
+    desk.Find<QLineEdit>("txtSymbolDesc")->setText(name);
+    QTextDocument shown;
+    desk.InDialog([&](QWidget& dialog) {
+        auto* changes = dialog.findChild<QTreeWidget*>(QStringLiteral("changes"));
+        for (QTreeWidgetItemIterator item(changes); *item; ++item)
+            if ((*item)->text(2).contains(name))
+                shown.setHtml((*item)->toolTip(2));
+        dialog.close();
+    });
+    desk.window->Transfers().Write();
+    EXPECT_TRUE(shown.toPlainText().contains(name)) << shown.toPlainText().toStdString();
+}
+
 } // namespace
 } // namespace qx::test

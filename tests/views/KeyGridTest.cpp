@@ -1,14 +1,11 @@
-// The key grid: every key within reach of arrows, pointer and screen readers, and drawn so that the
-// states differ without colours.
-#include "views/KeyGrid.h"
+// The key grid: every key within reach of arrows, pointer and screen readers.
+#include "TestCaps.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXLayoutDisplay.h"
 #include "views/QXLayoutDisplayView.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
-#include <QImage>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
@@ -21,18 +18,6 @@
 
 namespace qx::views {
 namespace {
-
-KeyCap Cap(int index, const QRectF& place) {
-    KeyCap cap;
-    cap.index = index;
-    cap.place = place;
-    cap.caption = QStringLiteral("K%1").arg(index);
-    cap.name = QStringLiteral("Key %1").arg(index);
-    cap.toolTip = QStringLiteral("Tip %1 <>").arg(index);
-    cap.color = Qt::lightGray;
-    cap.state = KeyState::Empty;
-    return cap;
-}
 
 // Two rows: 1 2 3 above 4 (wide) 5.
 std::vector<KeyCap> TwoRows() {
@@ -262,118 +247,6 @@ TEST_F(KeyGridTest, ToolTipsShowNamesOfKeysAsTheyAre) {
     EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Tip 2 ")));
     EXPECT_FALSE(Qt::mightBeRichText(QToolTip::text()) &&
                  QToolTip::text().contains(QStringLiteral("<>")));
-}
-
-// All that is drawn of a cap, without its colours: how bright each pixel is.
-QImage Picture(const KeyCap& cap, int focused = -1) {
-    QImage image(80, 80, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    PaintKeyCaps(painter, image.rect(), {cap}, {8, 6}, focused);
-    painter.end();
-    return image.convertToFormat(QImage::Format_Grayscale8);
-}
-
-int DifferentPixels(const QImage& a, const QImage& b) {
-    int different = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            different += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 40 ? 1 : 0;
-    return different;
-}
-
-TEST(KeyPaintingTest, StatesDifferByMoreThanColour) {
-    for (const QColor& color : {QColor(Qt::blue), QColor(Qt::yellow), QColor(60, 60, 60)}) {
-        std::vector<QImage> pictures;
-        for (const KeyState state : {KeyState::Unused, KeyState::Empty, KeyState::Programmed})
-            for (const bool isCurrent : {false, true}) {
-                KeyCap cap = Cap(1, {0, 0, 100, 100});
-                cap.color = color;
-                cap.state = state;
-                cap.isCurrent = isCurrent;
-                pictures.push_back(Picture(cap));
-                EXPECT_GT(DifferentPixels(Picture(cap), Picture(cap, 1)), 100) << "focus";
-            }
-        for (std::size_t a = 0; a < pictures.size(); ++a)
-            for (std::size_t b = a + 1; b < pictures.size(); ++b)
-                EXPECT_GT(DifferentPixels(pictures[a], pictures[b]), 60) << a << " and " << b;
-    }
-}
-
-TEST(KeyPaintingTest, LongTextsStayInsideTheirCaps) {
-    for (const QString& text : {QStringLiteral("WWWWWWWWWWWWWWWWWW"), QStringLiteral("NumEnter"),
-                                QStringLiteral("Subtotal with discount and tax")}) {
-        KeyCap cap = Cap(1, {0, 0, 100, 100});
-        cap.caption = cap.legend = text;
-        const KeyPlacing placing({cap}, QRectF(0, 0, 40, 40), 1);
-        const QRectF rect = placing.Map(cap.place);
-        const std::vector<KeyText> texts = KeyTexts(rect, cap, placing, {8});
-        EXPECT_GE(texts.size(), 2U);
-        for (const KeyText& shown : texts)
-            EXPECT_TRUE(rect.contains(QRectF(shown.at, shown.text.size())))
-                << shown.text.text().toStdString();
-    }
-}
-
-QString Shown(const std::vector<KeyText>& texts) {
-    QString shown;
-    for (const KeyText& text : texts)
-        shown += text.text.text();
-    return shown.remove(u' ');
-}
-
-// Every caption of the shipped layouts fits its key, at each size that people choose.
-TEST(KeyPaintingTest, CaptionsThatFitAreShownWhole) {
-    for (const char* name : {"us.qxl", "uk.qxl", "german.qxl", "french.qxl", "spanish.qxl"}) {
-        QXKeyboardLayoutData layout;
-        layout.SetLayoutPath(QX_LAYOUTS);
-        ASSERT_TRUE(layout.OpenLayoutByName(name));
-        QXLayoutDisplay display;
-        display.SetLayoutSource(&layout);
-        display.ReloadKeysSettings(KeyboardSequences());
-        const QXLayoutDisplayView view(display);
-        const std::vector<KeyCap>& caps = view.Grid()->Keys();
-        for (const int width : {960, 1100, 1900}) {
-            const KeyPlacing placing(caps, QRectF(0, 0, width, width / 2), 1);
-            for (const int points : {6, 8, 10, 14})
-                for (KeyCap cap : caps) {
-                    cap.legend.clear();
-                    const auto texts = KeyTexts(placing.Map(cap.place), cap, placing,
-                                                {static_cast<double>(points)});
-                    EXPECT_EQ(Shown(texts), QString(cap.caption).remove(u' '))
-                        << name << " at " << points << " points, " << width << " pixels";
-                }
-        }
-    }
-}
-
-TEST(KeyPaintingTest, ALongTextIsCutAtItsEndOnly) {
-    KeyCap cap = Cap(1, {0, 0, 700, 600});
-    cap.caption = QStringLiteral("Milk 1 l, low-fat, from the farm next door, in bottles of glass");
-    const KeyPlacing placing({cap}, QRectF(0, 0, 70, 60), 1);
-    const std::vector<KeyText> texts = KeyTexts(placing.Map(cap.place), cap, placing, {8});
-    ASSERT_GE(texts.size(), 2U);
-    QString whole;
-    for (std::size_t line = 0; line + 1 < texts.size(); ++line)
-        whole += texts[line].text.text() + u' ';
-    EXPECT_TRUE(cap.caption.startsWith(whole)) << whole.toStdString();
-    EXPECT_TRUE(texts.back().text.text().endsWith(u'\u2026'));
-
-    // Two sizes of captions stay apart.
-    cap.caption = QStringLiteral("7");
-    const auto pixels = [&](double scale) {
-        cap.textScale = scale;
-        return KeyTexts(placing.Map(cap.place), cap, placing, {12}).front().font.pixelSize();
-    };
-    EXPECT_EQ(pixels(1.25) * 4, pixels(1) * 5);
-}
-
-TEST(KeyPaintingTest, SystemColoursFollowThePalette) {
-    EXPECT_EQ(ToQColor(0x00112233), QColor(0x33, 0x22, 0x11));
-    const auto face = static_cast<std::int32_t>(0x8000000FU);
-    const auto unknown = static_cast<std::int32_t>(0x800000FFU);
-    EXPECT_EQ(ToQColor(face), QGuiApplication::palette().color(QPalette::Button));
-    EXPECT_TRUE(ToQColor(unknown).isValid());
 }
 
 class ShippedKeyboard : public testing::TestWithParam<const char*> {};

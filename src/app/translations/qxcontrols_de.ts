@@ -1958,16 +1958,16 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Tastatur an einer Treiberbibliothek</translation>
     </message>
     <message>
-        <source>A write is on record as interrupted.</source>
-        <translation>Ein unterbrochener Schreibvorgang ist aufgezeichnet.</translation>
-    </message>
-    <message>
         <source>Technical details</source>
         <translation>Technische Einzelheiten</translation>
     </message>
     <message>
         <source>No keyboard</source>
         <translation>Keine Tastatur</translation>
+    </message>
+    <message>
+        <source>A write to this keyboard was interrupted.</source>
+        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen.</translation>
     </message>
 </context>
 <context>
@@ -3041,10 +3041,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Die Tastatur verbinden</translation>
     </message>
     <message>
-        <source>A write is on record as interrupted: finish it or roll it back</source>
-        <translation>Ein unterbrochener Schreibvorgang ist verzeichnet: abschließen oder rückgängig machen</translation>
-    </message>
-    <message>
         <source>Not compared with the keyboard</source>
         <translation>Nicht mit der Tastatur verglichen</translation>
     </message>
@@ -3074,6 +3070,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Interrupted write: settle…</source>
         <translation>Unterbrochener Schreibvorgang: bereinigen …</translation>
+    </message>
+    <message>
+        <source>A write to this keyboard was interrupted: finish it or roll it back</source>
+        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen: abschließen oder rückgängig machen</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,57 @@
+// The Workbench's preferences, and the layout that they choose.
+#include "app/Failure.h"
+#include "app/Workbench.h"
+#include "setup/LayoutSource.h"
+#include "views/Bindings.h"
+
+namespace qx::app {
+
+using views::ToQt;
+
+QString Workbench::PreferencesWarning() const {
+    return m_store.IsDamaged() ? tr("The preferences in %1 are damaged: the defaults are used.")
+                                     .arg(ToQt(m_store.Location()))
+                               : QString();
+}
+
+void Workbench::SavePreferences() {
+    m_preferences.Save();
+    m_preferences.SaveWinPos();
+    StorePreferences();
+}
+
+void Workbench::StorePreferences() {
+    const std::filesystem::path keptBefore = m_store.DamagedFile();
+    try {
+        m_store.Flush();
+    } catch (const host::Error& error) {
+        emit Noticed(FailureOf({}, error).text);
+    }
+    if (m_store.DamagedFile() != keptBefore)
+        emit Noticed(tr("The damaged preferences are kept in %1.")
+                         .arg(ToQt(m_store.DamagedFile().string())));
+}
+
+void Workbench::OpenLayout() {
+    std::string name = m_options.layout;
+    if (name.empty() && IsConnected() && m_driver.layout)
+        name = m_driver.layout();
+    if (name.empty() || m_preferences.PreferedKeyLang() != 0)
+        name = setup::PreferredLayout(m_preferences.PreferedKeyLang());
+    setup::OpenLayout(m_layout, m_options.layouts, name);
+    m_layout.SetShowUpcodes(m_preferences.ShowUpcodes());
+}
+
+void Workbench::ReloadPreferences() {
+    m_writer.reset(); // its configuration has the keys of the layout
+    Quietly([this] {
+        try {
+            OpenLayout();
+        } catch (const host::Error& error) {
+            emit Noticed(FailureOf({}, error).text);
+        }
+        m_faces->Apply(m_preferences);
+    });
+}
+
+} // namespace qx::app
