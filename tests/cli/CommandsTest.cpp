@@ -290,7 +290,7 @@ TEST(Commands, QuietLeavesOutNotesAndNoWarning) {
     document["layeredFuncKeys"]["guid"] = "{01234567-89AB-CDEF-0123-456789ABCDEF}";
     document["commonKeyboard"]["outputDelay"] = 77;
     keyboard.Write("till.json", document.dump());
-    EXPECT_NE(quiet({"download", "--dry-run", file}).err.find("takes over the identifier"),
+    EXPECT_NE(quiet({"download", "--dry-run", file}).err.find("another keyboard's identifier"),
               std::string::npos);
 
     // After an interrupted write, an upload contains part of it.
