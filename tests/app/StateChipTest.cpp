@@ -49,7 +49,10 @@ TEST(StateChip, ShowsWhatIsNotKnownAndLeadsToARemedy) {
     desk.Write();
     EXPECT_TRUE(desk.ShowsState("Interrupted write: settle…"));
     desk.workbench.Simulated()->FailCall(0, 0, false);
-    desk.workbench.Connect({.keyboard = desk.folder / "other.qxk", .model = "magnet"});
+    setup::KeyboardChoice other;
+    other.keyboard = desk.folder / "other.qxk";
+    other.model = "magnet";
+    desk.workbench.Connect(other);
     EXPECT_TRUE(desk.ShowsState("Not compared with the keyboard")) << "that was another keyboard";
 }
 
