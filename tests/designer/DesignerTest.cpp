@@ -92,6 +92,8 @@ TEST(Designer, DesignersFactoryMakesEveryWidget) {
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     // Designer looks for plug-ins in the folder "designer" of each of these.
     QApplication::addLibraryPath(QStringLiteral(QX_DESIGNER_FOLDER "/.."));
