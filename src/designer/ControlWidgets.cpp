@@ -33,7 +33,7 @@ QWidget* ControlWidget::Show(ModuleControl& control, QWidget* view) {
     return view;
 }
 
-void ControlWidget::SetKeyboardLayout(const QString& file) {
+void ControlWidget::setKeyboardLayout(const QString& file) {
     m_layoutFile = file;
     const QFileInfo info(file);
     m_layout.SetLayoutPath(info.absolutePath().toStdString() + "/");
@@ -55,7 +55,7 @@ MagnetCardWidget::MagnetCardWidget(QWidget* parent)
     : ControlWidget(parent), control(Services()),
       m_shown(Show(control, new views::QXMagnetCardView(control))) {}
 
-void MagnetCardWidget::ShowReleases(bool isWanted) {
+void MagnetCardWidget::setShowReleases(bool isWanted) {
     SetShowsReleases(control, isWanted);
 }
 
@@ -63,7 +63,7 @@ BarcodeWidget::BarcodeWidget(QWidget* parent)
     : ControlWidget(parent), control(Services()),
       m_shown(Show(control, new views::QXBarcodeView(control))) {}
 
-void BarcodeWidget::ShowReleases(bool isWanted) {
+void BarcodeWidget::setShowReleases(bool isWanted) {
     SetShowsReleases(control, isWanted);
 }
 
@@ -71,11 +71,11 @@ FreeProgKeysWidget::FreeProgKeysWidget(QWidget* parent)
     : ControlWidget(parent), control(Services()),
       m_shown(Show(control, new views::QXFreeProgKeysView(control))) {}
 
-void FreeProgKeysWidget::SetKeyModule(Module module) {
+void FreeProgKeysWidget::setModule(Module module) {
     control.SetConfigID(static_cast<KeyboardModuleIDs>(module));
 }
 
-void FreeProgKeysWidget::ShowReleases(bool isWanted) {
+void FreeProgKeysWidget::setShowReleases(bool isWanted) {
     SetShowsReleases(control, isWanted);
 }
 
@@ -83,7 +83,7 @@ LayeredFuncKeysWidget::LayeredFuncKeysWidget(QWidget* parent)
     : ControlWidget(parent), control(Services()),
       m_shown(Show(control, new views::QXLayeredFuncKeysView(control))) {}
 
-void LayeredFuncKeysWidget::ShowReleases(bool isWanted) {
+void LayeredFuncKeysWidget::setShowReleases(bool isWanted) {
     SetShowsReleases(control, isWanted);
 }
 

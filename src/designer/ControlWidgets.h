@@ -1,5 +1,6 @@
 // The views as widgets for forms: each owns its control and shows it, with properties that a form
-// sets. A host gives the control a keyboard and answers its events, as without a form.
+// sets. A host gives the control a keyboard and answers its events, as without a form. Setters have
+// the names that the compiler of forms calls.
 #pragma once
 
 #include "qxcontrols/device/QXCommonKeyboard.h"
@@ -20,10 +21,10 @@ class ControlWidget : public QWidget {
     Q_OBJECT
     // The file of the keyboard layout, us.qxl for example; empty for none. A file that cannot be
     // used leaves the widget without a layout, and LayoutError reports why.
-    Q_PROPERTY(QString keyboardLayout READ KeyboardLayout WRITE SetKeyboardLayout)
+    Q_PROPERTY(QString keyboardLayout READ KeyboardLayout WRITE setKeyboardLayout)
 public:
     [[nodiscard]] const QString& KeyboardLayout() const { return m_layoutFile; }
-    void SetKeyboardLayout(const QString& file);
+    void setKeyboardLayout(const QString& file);
     [[nodiscard]] QString LayoutError() const;
 
 protected:
@@ -58,11 +59,11 @@ private:
 
 class MagnetCardWidget : public ControlWidget {
     Q_OBJECT
-    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE ShowReleases)
+    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE setShowReleases)
 public:
     explicit MagnetCardWidget(QWidget* parent = nullptr);
     [[nodiscard]] bool ShowsReleases() const { return control.chkShowDetails.Value != 0; }
-    void ShowReleases(bool isWanted);
+    void setShowReleases(bool isWanted);
     QXMagnetCard control;
 
 private:
@@ -71,11 +72,11 @@ private:
 
 class BarcodeWidget : public ControlWidget {
     Q_OBJECT
-    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE ShowReleases)
+    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE setShowReleases)
 public:
     explicit BarcodeWidget(QWidget* parent = nullptr);
     [[nodiscard]] bool ShowsReleases() const { return control.chkShowDetails.Value != 0; }
-    void ShowReleases(bool isWanted);
+    void setShowReleases(bool isWanted);
     QXBarcode control;
 
 private:
@@ -84,8 +85,8 @@ private:
 
 class FreeProgKeysWidget : public ControlWidget {
     Q_OBJECT
-    Q_PROPERTY(Module module READ KeyModule WRITE SetKeyModule)
-    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE ShowReleases)
+    Q_PROPERTY(Module module READ KeyModule WRITE setModule)
+    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE setShowReleases)
 public:
     // The module whose keys are shown.
     enum Module {
@@ -98,9 +99,9 @@ public:
 
     explicit FreeProgKeysWidget(QWidget* parent = nullptr);
     [[nodiscard]] Module KeyModule() const { return static_cast<Module>(control.ConfigID()); }
-    void SetKeyModule(Module module);
+    void setModule(Module module);
     [[nodiscard]] bool ShowsReleases() const { return control.chkShowDetails.Value != 0; }
-    void ShowReleases(bool isWanted);
+    void setShowReleases(bool isWanted);
     QXFreeProgKeys control;
 
 private:
@@ -109,11 +110,11 @@ private:
 
 class LayeredFuncKeysWidget : public ControlWidget {
     Q_OBJECT
-    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE ShowReleases)
+    Q_PROPERTY(bool showReleases READ ShowsReleases WRITE setShowReleases)
 public:
     explicit LayeredFuncKeysWidget(QWidget* parent = nullptr);
     [[nodiscard]] bool ShowsReleases() const { return control.chkShowDetails.Value != 0; }
-    void ShowReleases(bool isWanted);
+    void setShowReleases(bool isWanted);
     QXLayeredFuncKeys control;
 
 private:
