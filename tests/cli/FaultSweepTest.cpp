@@ -180,7 +180,8 @@ TEST_P(FaultSweepOfBreaks, ATransferThatBreaksOffIsReported) {
             keyboard.Run({"download", "--full", changedFile}, {0, 0, false, -1, bytes});
         EXPECT_EQ(download.status, 4);
         const bool isChanged = keyboard.Memory() != before;
-        EXPECT_NE(download.err.find(isChanged ? "holds all" : "nothing changed"), std::string::npos)
+        EXPECT_NE(download.err.find(isChanged ? "holds everything" : "nothing changed"),
+                  std::string::npos)
             << download.err;
     }
 }
