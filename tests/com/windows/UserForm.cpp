@@ -111,7 +111,7 @@ void UserForm::Pick(const std::wstring& name) {
         heard->get_accName(key, &spoken);
         const std::wstring text = spoken == nullptr ? L"" : spoken;
         SysFreeString(spoken);
-        if (!text.starts_with(name + L","))
+        if (text != name && !text.starts_with(name + L","))
             continue;
         heard->accDoDefaultAction(key);
         PumpMessages();
