@@ -214,8 +214,9 @@ void MainWindow::ShowPage(const QString& id) {
 }
 
 void MainWindow::GoTo(const std::string& place) {
-    ShowChange(place);
+    ShowPage(ToQt(std::string(SectionOfPlace(place))));
     m_pages->FocusPage();
+    ShowChange(place);
 }
 
 void MainWindow::Undo() {

@@ -6,7 +6,8 @@
 
 namespace qx::views {
 
-FlowLayout::FlowLayout(int spacing, QWidget* parent) : QLayout(parent) {
+FlowLayout::FlowLayout(int spacing, QWidget* parent, int lineSpacing)
+    : QLayout(parent), m_lineSpacing(lineSpacing < 0 ? spacing : lineSpacing) {
     setSpacing(spacing);
     setContentsMargins(0, 0, 0, 0);
 }
@@ -47,7 +48,7 @@ int FlowLayout::Arrange(const QRect& rect, bool isPlaced) const {
         const QSize size = item->sizeHint();
         if (left != area.left() && left + size.width() > area.right() + 1) {
             left = area.left();
-            top += lineHeight + spacing();
+            top += lineHeight + m_lineSpacing;
             lineHeight = 0;
         }
         if (isPlaced)

@@ -9,7 +9,8 @@ namespace qx::views {
 class FlowLayout : public QLayout {
     Q_OBJECT
 public:
-    explicit FlowLayout(int spacing, QWidget* parent = nullptr);
+    // The lines are as far apart as the widgets unless `lineSpacing` is given.
+    explicit FlowLayout(int spacing, QWidget* parent = nullptr, int lineSpacing = -1);
     ~FlowLayout() override;
 
     void addItem(QLayoutItem* item) override { m_items.append(item); }
@@ -28,6 +29,7 @@ private:
     int Arrange(const QRect& rect, bool isPlaced) const;
 
     QList<QLayoutItem*> m_items;
+    int m_lineSpacing;
 };
 
 } // namespace qx::views

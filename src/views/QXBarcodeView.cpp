@@ -1,8 +1,7 @@
 #include "views/QXBarcodeView.h"
 
+#include "views/BarcodeReaderPanel.h"
 #include "views/PageList.h"
-#include "views/SequenceLabel.h"
-#include "views/SequenceRow.h"
 
 #include <QGridLayout>
 #include <QShowEvent>
@@ -23,7 +22,7 @@ QXBarcodeView::QXBarcodeView(QXBarcode& control, QWidget* parent)
 
     auto* pages = new QStackedWidget;
     QWidget* options = MakeOptionPage();
-    QWidget* reader = MakeReaderPage();
+    auto* reader = new BarcodeReaderPanel(control);
     pages->addWidget(options);
     pages->addWidget(reader);
     m_bindings.OnShow([&control, pages, options, reader] {
@@ -84,41 +83,6 @@ QWidget* QXBarcodeView::MakeOptionPage() {
     sizes->setColumnStretch(1, 8); // the slider gets the extra width, the rest keeps its size
     sizes->setColumnStretch(3, 1);
     column->addLayout(sizes);
-    column->addStretch(1);
-    return page;
-}
-
-QWidget* QXBarcodeView::MakeReaderPage() {
-    auto* page = new QWidget;
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(20);
-    auto* hint = new QLabel;
-    hint->setWordWrap(true);
-    m_bindings.Bind(hint, QStringLiteral("lblHint"), m_control.lblHint);
-    column->addWidget(hint);
-
-    for (Integer nIndex = 0; nIndex < 2; ++nIndex) {
-        const auto i = static_cast<std::size_t>(nIndex);
-        auto* grid = new QGridLayout;
-        const SequenceRow row(*grid, 0);
-        m_bindings.Bind(row.use, ChildName("chkReader", nIndex), m_control.chkReader[i],
-                        [this, nIndex] { m_control.chkReader_Click(nIndex); });
-        m_bindings.Bind(row.keys, ChildName("lblReader", nIndex), m_control.lblReader[i]);
-        m_bindings.Bind(row.edit, ChildName("cmdEdit", nIndex), m_control.cmdEdit[i],
-                        [this, nIndex] { m_control.cmdEdit_Click(nIndex); });
-        m_bindings.Bind(row.remove, ChildName("cmdRemove", nIndex), m_control.cmdRemove[i],
-                        [this, nIndex] { m_control.cmdRemove_Click(nIndex); });
-        m_bindings.OnShow([row] { row.ShowAccessibleNames(); });
-        connect(row.keys, &SequenceLabel::KeyDown, this,
-                [this, nIndex](Integer KeyCode) { m_control.lblReader_KeyDown(nIndex, KeyCode); });
-        column->addLayout(grid);
-    }
-
-    auto* details = new QCheckBox;
-    m_bindings.Bind(details, QStringLiteral("chkShowDetails"), m_control.chkShowDetails,
-                    [this] { m_control.chkShowDetails_Click(); });
-    column->addWidget(details);
     column->addStretch(1);
     return page;
 }

@@ -20,7 +20,6 @@ protected:
 
 private:
     [[nodiscard]] QWidget* MakeOptionPage();
-    [[nodiscard]] QWidget* MakeReaderPage();
 
     QXBarcode& m_control;
     Bindings m_bindings;

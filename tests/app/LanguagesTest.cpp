@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QMap>
 #include <QMenuBar>
+#include <QSpinBox>
 #include <QTabWidget>
 
 #include <fstream>
@@ -124,8 +125,8 @@ TEST(Languages, SwitchesToGermanAtOnce) {
                   .size(),
               1);
     desk.Page("barcode");
-    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
-    EXPECT_EQ(desk.Find<QLabel>("lblRange_0")->text(), QStringLiteral("Kürzester Code"));
+    EXPECT_EQ(desk.Find<QSpinBox>("Code39.minSize")->accessibleName(),
+              QStringLiteral("Code 39: Kürzester Code"));
     EXPECT_FALSE(desk.workbench.IsModified()) << "changing the language is not an edit";
 }
 

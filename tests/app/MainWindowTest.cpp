@@ -15,6 +15,7 @@
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QSlider>
+#include <QSpinBox>
 #include <QTableWidget>
 
 #include <fstream>
@@ -31,8 +32,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     desk.Page("magnetCard");
     desk.Click("chkUseThisHeader");
     desk.Page("barcode");
-    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
-    desk.Find<QSlider>("slidRange_0")->setValue(4);
+    desk.Find<QSpinBox>("Code39.minSize")->setValue(4);
     desk.Edit("freeProgKeys", 75);
     desk.Page("layeredFuncKeys");
     desk.ShowLayer(1);
@@ -138,7 +138,7 @@ TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
         QTest::keyClick(field, Qt::Key_Return);
     };
     find("code 39 shortest");
-    EXPECT_EQ(desk.Find<QListWidget>("lstPrefGroup")->currentRow(), int{BP_Code39});
+    EXPECT_EQ(QApplication::focusWidget(), desk.Find<QSpinBox>("Code39.minSize"));
     find("free keys key 80");
     EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
     find("pos keys key 10");

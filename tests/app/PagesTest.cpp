@@ -7,6 +7,7 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTabWidget>
 
 #include <algorithm>
 
@@ -45,7 +46,7 @@ TEST(Pages, SelectingIsNotAnEditAndClearsOldNotices) {
     desk.ClickKey("layoutDisplay", 75);
     EXPECT_EQ(desk.Notice(), QString());
     desk.Page("barcode");
-    desk.Find<QListWidget>("lstPrefGroup")->setCurrentRow(BP_Code39);
+    desk.Find<QTabWidget>("barcodeTabs")->setCurrentIndex(2);
     desk.Page("layeredFuncKeys");
     desk.ShowLayer(1);
     desk.ClickKey("funcKeys", 7);

@@ -1,10 +1,12 @@
 #include "support/TestKeyboard.h"
 #include "support/Widgets.h"
+#include "views/BarcodeEditor.h"
 #include "views/QXBarcodeView.h"
 #include "views/QXMagnetCardView.h"
 
 #include <QLabel>
 #include <QSlider>
+#include <QSpinBox>
 
 namespace qx::test {
 namespace {
@@ -145,6 +147,52 @@ TEST_F(QXBarcodeViewTest, ButtonsAndKeysOnASequenceEditIt) {
     Click(view, "cmdRemove_0");
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_BARCODE_HEADERS, Bytes("00*32 1E 9E 00*30 00*64")));
+}
+
+// By the keyboard alone; each row changes its own symbology, and only that.
+TEST_F(QXBarcodeViewTest, TheTableOfCodesReachesTheKeyboard) {
+    control.BitPage(BP_Code11).SetMinSize(2); // below its limit, as uploaded
+    views::BarcodeEditor editor(control);
+    editor.resize(900, 700);
+    editor.show();
+    keyboard.Download(control);
+    std::string wanted = keyboard.driver.memory;
+
+    const auto press = [&](const char* name, Qt::Key key) {
+        QTest::keyClick(Find<QWidget>(editor, name), key);
+    };
+    const auto type = [&](const char* name, const char* number) {
+        auto* box = Find<QSpinBox>(editor, name);
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QLatin1String(number));
+        QTest::keyClick(box, Qt::Key_Return);
+    };
+    EXPECT_EQ(Find<QSpinBox>(editor, "Code11.minSize")->value(), 2);
+    press("Code39.flags.1", Qt::Key_Space);
+    EXPECT_EQ(control.lstPrefGroup.ListIndex, int{BP_Code39});
+    press("UPC.flags.0", Qt::Key_Space);
+    type("Code25_Overlapped.maxSize", "17");
+    type("Code25_Overlapped.minSize", "30"); // raises the maximum too
+    type("MSI.minSize", "2");                // out of range: no change
+    auto* upc = Find<QWidget>(editor, "UPC.flags.2");
+    upc->setFocus();
+    QTest::keyClick(upc, Qt::Key_Down);
+    EXPECT_EQ(editor.focusWidget(), Find<QWidget>(editor, "Code39.flags.2"));
+    keyboard.Download(control);
+    wanted[0x2000 + 42] ^= 0x40; // option 1 of Code 39
+    wanted[0x2000 + 44] ^= static_cast<char>(0x80);
+    wanted.replace(0x2000 + 8, 2, Bytes("1E 1E"));
+    EXPECT_EQ(keyboard.driver.memory, wanted);
+
+    editor.setCurrentIndex(2);
+    Click(*editor.currentWidget(), "chkReader_0");
+    editor.setCurrentIndex(0);
+    EXPECT_EQ(control.lstPrefGroup.ListIndex, int{BP_Code25_Overlapped})
+        << "the row is still the current one";
+    keyboard.Download(control);
+    wanted[0x2000 + 48] ^= 0x04;
+    EXPECT_EQ(keyboard.driver.memory, wanted);
 }
 
 struct QXMagnetCardViewTest : testing::Test {

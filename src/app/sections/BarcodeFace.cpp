@@ -4,7 +4,9 @@
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/TrackSlots.h"
-#include "views/QXBarcodeView.h"
+#include "views/BarcodeEditor.h"
+
+#include <QPointer>
 
 #include <algorithm>
 
@@ -68,7 +70,9 @@ public:
         Control().SetShowDetails(ReleasesText().toStdString());
     }
 
-    [[nodiscard]] QWidget* MakeView() override { return new views::QXBarcodeView(Control()); }
+    [[nodiscard]] QWidget* MakeView() override {
+        return m_view = new views::BarcodeEditor(Control());
+    }
 
     [[nodiscard]] QString Summary() override {
         int kinds = 0;
@@ -88,8 +92,9 @@ public:
     }
 
     void Show(const Place& place) override {
+        const bool isOption = place.words.size() > 3 && place.words[1] == "pages";
         Integer page = BP_CommonSettings;
-        if (place.words.size() > 2 && place.words[1] == "pages")
+        if (isOption)
             page = static_cast<Integer>(
                 std::find(kBarcodePageNames.begin(), kBarcodePageNames.end(), place.words[2]) -
                 kBarcodePageNames.begin());
@@ -97,6 +102,12 @@ public:
             page = static_cast<Integer>(BP_Reader_1 + place.numbers[0]);
         Control().lstPrefGroup.ListIndex = page;
         Control().lstPrefGroup_Click();
+        if (!isOption || m_view == nullptr)
+            return;
+        std::string widget = std::string(place.words[2]) + '.' + std::string(place.words[3]);
+        if (!place.numbers.empty())
+            widget += '.' + std::to_string(place.numbers[0]);
+        m_view->Reveal(QString::fromStdString(widget));
     }
 
     void ShowReleases(bool isWanted) override {
@@ -125,6 +136,8 @@ private:
         }
         Control().SetListEntry(ePage, WordOf(kBarcode, kBarcodePageNames[index]).toStdString());
     }
+
+    QPointer<views::BarcodeEditor> m_view;
 };
 
 } // namespace

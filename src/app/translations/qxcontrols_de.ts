@@ -40,6 +40,13 @@
     </message>
 </context>
 <context>
+    <name>BarcodeEditor</name>
+    <message>
+        <source>Codes</source>
+        <translation>Codes</translation>
+    </message>
+</context>
+<context>
     <name>BarcodeFace</name>
     <message>
         <source>Codes and readers</source>
@@ -79,6 +86,17 @@
             <numerusform>Liest eine Codeart</numerusform>
             <numerusform>Liest %n Codearten</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>BarcodeTable</name>
+    <message>
+        <source>Code</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
     </message>
 </context>
 <context>
