@@ -1,8 +1,12 @@
-// Makes pictures of all pages of the application: Screenshots FOLDER LAYOUTS LANGUAGE LOOK
+// Makes pictures of all pages and states of the application:
+//   qxscreenshots FOLDER LAYOUTS LANGUAGE LOOK [WIDTH HEIGHT]
+// and lists, on standard output, where one of them is cut, crowded or crooked.
 //
 // The look is "light" or "dark", which are the same on every system, or "system", the system's own.
 // They show a simulated keyboard of its own with a few settings; `make` beside this file and
 // packaging/windows/pictures run it for all combinations.
+#include "LayoutFaults.h"
+#include "app/Failure.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/Paths.h"
@@ -20,6 +24,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
@@ -58,7 +63,10 @@ public:
     explicit Camera(QString folder) : m_folder(std::move(folder)) {}
 
     void Take(QWidget& widget, const QString& name) {
-        QApplication::processEvents();
+        for (int round = 0; round < 5; ++round) // a layout may ask for another
+            QApplication::processEvents();
+        for (const QString& fault : test::LayoutFaults(*widget.window()))
+            std::printf("%s: %s\n", qUtf8Printable(name), qUtf8Printable(fault));
         widget.grab().save(QStringLiteral("%1/%2.png").arg(m_folder, name));
     }
     // Takes the dialog that the action opens, and leaves it with its button of this name, or gives
@@ -111,10 +119,16 @@ void Press(app::MainWindow& window, const char* name) {
 }
 
 void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
+    ShowPage(window, QStringLiteral("overview"));
+    camera.Take(window, QStringLiteral("00-opened"));
+    window.ShowPage(QStringLiteral("freeProgKeys"));
+    camera.Take(window, QStringLiteral("00-no-key"));
     camera.TakeDialog(
         QStringLiteral("20-review"), [&] { window.Transfers().Write(); },
         QStringLiteral("cmdWrite"));
     window.Transfers().Read(); // with all sections
+    camera.Take(window, QStringLiteral("00-notice"));
+    window.findChild<QWidget*>(QStringLiteral("lblNotice"))->parentWidget()->hide();
     const setup::KeyboardChoice choice = workbench.Choice();
     auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
     for (int row = 0; row < pages->count(); ++row) {
@@ -132,6 +146,10 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
                 camera.Take(window, QStringLiteral("%1-%2").arg(name).arg(tab));
             }
     }
+    Press(window, "absentPages");
+    camera.Take(window, QStringLiteral("13-absent"));
+    window.ShowPage(QStringLiteral("funcKeys4620"));
+    camera.Take(window, QStringLiteral("13-absent-page"));
     window.GoTo("/barcode/readers[0]/header");
     camera.Take(window, QStringLiteral("14-barcode-reader"));
     window.Keyboards().Connect({"no-such-driver.so", {}, {}});
@@ -147,6 +165,12 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     window.findChild<views::KeyGrid*>(QStringLiteral("posDisplay"))->Select({18, 19, 33, 34});
     camera.Take(window, QStringLiteral("17-pos-keys"));
     window.GoTo("/freeProgKeys/keys[75]/sequence");
+    Press(window, "record");
+    camera.Take(window, QStringLiteral("18-recording"));
+    Press(window, "record");
+    camera.TakeDialog(QStringLiteral("24-error"), [&] {
+        window.screen.warn({QStringLiteral("QXCFG_ImageSave: 77"), QStringLiteral("77")});
+    });
     const QString leave = QStringLiteral("cmdOK"); // giving up asks where something would be lost
     camera.TakeDialog(
         QStringLiteral("21-sequence"), [&] { Press(window, "cmdEdit_0"); }, leave);
@@ -161,10 +185,11 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
             Press(window, "cmdEdit");
         },
         leave);
-    camera.TakeDialog(QStringLiteral("23-start"), [&] {
-        app::StartWizard wizard(workbench.Preferences(), true);
-        wizard.exec();
-    });
+    for (const bool isConnected : {false, true})
+        camera.TakeDialog(QStringLiteral("23-start-%1").arg(isConnected), [&] {
+            app::StartWizard wizard(workbench.Preferences(), isConnected, &window);
+            wizard.exec();
+        });
 }
 
 } // namespace
@@ -172,7 +197,7 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 5)
+    if (arguments.size() != 5 && arguments.size() != 7)
         return 2;
     if (arguments[4] != QLatin1String("system"))
         QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -198,7 +223,8 @@ int main(int argc, char** argv) {
         workbench.Preferences().SetPreferedAppLang(static_cast<Integer>(arguments[3].toInt()));
         app::MainWindow window(workbench, platform.Services(), language);
         window.setWindowState(Qt::WindowNoState);
-        window.resize(1366, 768);
+        window.resize(arguments.value(5, QStringLiteral("1366")).toInt(),
+                      arguments.value(6, QStringLiteral("768")).toInt());
         QEventLoop appearing;
         QObject::connect(&window, &app::MainWindow::Appeared, &appearing, &QEventLoop::quit);
         window.show();

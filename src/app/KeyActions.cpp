@@ -2,9 +2,9 @@
 
 #include "app/KeyClipboard.h"
 #include "app/Workbench.h"
-#include "qxcontrols/keys/TypedText.h"
 #include "views/KeyGrid.h"
 #include "views/LineIcon.h"
+#include "views/TypedCodes.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -12,18 +12,11 @@
 #include <QMimeData>
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 namespace qx::app {
 
 using views::KeyGrid;
-
-namespace {
-
-constexpr Byte kEnter = 43; // its customary number, the same in every layout
-
-} // namespace
 
 KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(grid) {
     grid.SetSelects(true);
@@ -189,17 +182,12 @@ QString KeyActions::TextOf(const Series& series, int index) {
 QString KeyActions::Fill(const Series& series) {
     std::map<int, KeyEdits::Codes> wanted;
     int index = 0;
-    try {
-        for (const int key : Senders()) {
-            KeyEdits::Codes codes =
-                CodesThatType(TextOf(series, index++).toStdString(), m_edits.Bench().Layout());
-            if (series.withEnter)
-                codes.insert(codes.end(), {kEnter, static_cast<Byte>(kEnter + kRelease)});
-            wanted[key] = std::move(codes);
-        }
-    } catch (const UntypableCharacter& error) {
-        return tr("No key of this layout types \"%1\".")
-            .arg(QString::fromStdString(error.Character()));
+    for (const int key : Senders()) {
+        views::TypedCodes typed(TextOf(series, index++), series.withEnter,
+                                m_edits.Bench().Layout());
+        if (!typed.fault.isEmpty())
+            return typed.fault;
+        wanted[key] = std::move(typed.codes);
     }
     m_edits.Put(wanted);
     return {};

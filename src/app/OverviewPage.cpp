@@ -2,9 +2,11 @@
 
 #include "app/KeyboardState.h"
 #include "app/ModuleCards.h"
+#include "app/SelectionPanel.h"
 #include "views/Bindings.h"
 #include "views/LineIcon.h"
 #include "views/PlainText.h"
+#include "views/TitleFont.h"
 
 #include <QAction>
 #include <QFormLayout>
@@ -87,28 +89,17 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
 
 QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {
     m_name->setTextFormat(Qt::PlainText);
-    QFont large = m_name->font();
-    large.setPointSizeF(large.pointSizeF() * 1.2);
-    large.setBold(true);
-    m_name->setFont(large);
+    m_name->setFont(views::TitleFont(m_name->font()));
     m_kind->setForegroundRole(QPalette::PlaceholderText);
-    const auto add = [](QHBoxLayout& row, QAction* action, const char* name) {
-        auto* button = new QToolButton;
-        button->setObjectName(QString::fromLatin1(name));
-        button->setDefaultAction(action);
-        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        button->setFocusPolicy(Qt::StrongFocus);
-        row.addWidget(button);
-    };
     auto* buttons = new QHBoxLayout(m_buttons);
     buttons->setContentsMargins({});
-    add(*buttons, commands.read, "overviewRead");
-    add(*buttons, commands.write, "overviewWrite");
+    buttons->addWidget(ActionButton(commands.read, QStringLiteral("overviewRead")));
+    buttons->addWidget(ActionButton(commands.write, QStringLiteral("overviewWrite")));
     buttons->addStretch(1);
     auto* interrupted = new QHBoxLayout(m_interrupted);
     interrupted->setContentsMargins({});
     interrupted->addWidget(new QLabel(tr("A write to this keyboard was interrupted.")));
-    add(*interrupted, commands.settle, "overviewSettle");
+    interrupted->addWidget(ActionButton(commands.settle, QStringLiteral("overviewSettle")));
     interrupted->addStretch(1);
 
     auto* keyboard = new QWidget;

@@ -5,12 +5,13 @@
 #include "app/SelectionPanel.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
+#include "views/BesideOrBelow.h"
 #include "views/KeyGrid.h"
 #include "views/ScrollArea.h"
+#include "views/TitleFont.h"
 
 #include <QAction>
 #include <QLabel>
-#include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -20,6 +21,7 @@ namespace {
 
 // Room for the inspector, so that the keys keep their size when one is selected.
 constexpr int kCharactersBeside = 42;
+constexpr int kGap = 8; // pixels
 
 // Scrolls up and down alone.
 class TallArea : public views::ScrollArea {
@@ -36,10 +38,7 @@ public:
 
 QLabel* Heading(const QString& title) {
     auto* heading = new QLabel(title);
-    QFont font = heading->font();
-    font.setPointSizeF(font.pointSizeF() * 1.4);
-    font.setBold(true);
-    heading->setFont(font);
+    heading->setFont(views::TitleFont(heading->font(), 1.4));
     // Some fonts draw accents above their line, where the label ends.
     heading->setContentsMargins(0, heading->fontMetrics().height() / 6, 0, 0);
     return heading;
@@ -75,18 +74,13 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     auto* panel = new SelectionPanel(*m_actions, grid);
     auto* beside = new QWidget; // one of them; a stack would be as large as the larger
     auto* column = new QVBoxLayout(beside);
-    column->setContentsMargins({});
+    column->setContentsMargins({kGap, 0, 0, 0});
     column->addStrut(fontMetrics().averageCharWidth() * kCharactersBeside);
     column->addWidget(inspector);
     auto* scrolled = new TallArea(panel);
     column->addWidget(scrolled);
-    if (!m_actions->Added().empty()) {
-        QLayout* row = ButtonRow(m_actions->Added());
-        QMargins margins = inspector->layout()->contentsMargins();
-        margins.setBottom(0);
-        row->setContentsMargins(margins);
-        column->insertLayout(0, row);
-    }
+    if (!m_actions->Added().empty())
+        column->insertLayout(0, ButtonRow(m_actions->Added()));
     scrolled->hide();
     m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
     connect(m_actions.get(), &KeyActions::StateShown, beside,
@@ -97,12 +91,17 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
     connect(m_actions.get(), &KeyActions::EditWanted, inspector,
             &views::SequenceInspector::TakeFocus);
     connect(m_actions.get(), &KeyActions::SeriesWanted, panel, &SelectionPanel::FocusSeries);
-    auto* both = new QSplitter;
-    both->addWidget(m_view);
-    both->addWidget(beside);
-    both->setStretchFactor(0, 3);
-    both->setStretchFactor(1, 1);
-    both->setChildrenCollapsible(false);
+    for (const QWidget* each : std::initializer_list<QWidget*>{m_view, inspector, panel})
+        each->layout()->setContentsMargins({}); // the page has some
+    auto* both = new views::BesideOrBelow(m_view, beside);
+    auto* sequence = m_view->findChild<QWidget*>(QStringLiteral("sequenceRow"));
+    connect(both, &views::BesideOrBelow::BelowChanged, beside, [=](bool isBelow) {
+        column->setContentsMargins(isBelow ? QMargins(0, kGap, 0, 0) : QMargins(kGap, 0, 0, 0));
+        inspector->SetWide(isBelow);
+        panel->SetWide(isBelow);
+        if (sequence != nullptr) // the keys need its room; the inspector shows the same
+            sequence->setVisible(!isBelow);
+    });
     for (QWidget* each : {static_cast<QWidget*>(inspector), static_cast<QWidget*>(panel)}) {
         auto* leave = new QAction(each);
         leave->setShortcut(Qt::Key_Escape);

@@ -4,6 +4,7 @@
 #include "views/FaultLabel.h"
 #include "views/FlowLayout.h"
 #include "views/KeyGrid.h"
+#include "views/TitleFont.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -19,7 +20,6 @@ namespace qx::app {
 
 namespace {
 
-constexpr double kTitleScale = 1.2;
 constexpr int kButtonGap = 8; // pixels
 constexpr int kMostFirst = 999999;
 constexpr int kMostDigits = 6;
@@ -31,32 +31,37 @@ KeyActions::Series SeriesOf(const QLineEdit& text, const QSpinBox& first, const 
 
 } // namespace
 
+QToolButton* ActionButton(QAction* action, const QString& name) {
+    auto* button = new QToolButton;
+    button->setDefaultAction(action);
+    button->setObjectName(name);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setFocusPolicy(Qt::StrongFocus);
+    return button;
+}
+
 QLayout* ButtonRow(const std::vector<QAction*>& actions) {
     auto* row = new views::FlowLayout(kButtonGap);
-    for (QAction* action : actions) {
-        auto* button = new QToolButton;
-        button->setDefaultAction(action);
-        button->setObjectName(action->objectName());
-        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        button->setFocusPolicy(Qt::StrongFocus);
-        row->addWidget(button);
-    }
+    for (QAction* action : actions)
+        row->addWidget(ActionButton(action, action->objectName()));
     return row;
 }
 
 SelectionPanel::SelectionPanel(KeyActions& actions, const views::KeyGrid& grid)
     : m_actions(actions), m_grid(grid), m_title(new QLabel) {
-    QFont font = m_title->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * kTitleScale);
-    m_title->setFont(font);
+    m_title->setFont(views::TitleFont(m_title->font()));
     m_title->setObjectName(QStringLiteral("selectionTitle"));
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(m_title);
-    column->addLayout(
+    auto* head = new QVBoxLayout;
+    head->addWidget(m_title);
+    head->addLayout(
         ButtonRow({actions.ClearAction(), actions.PasteAction(), actions.SwapAction()}));
-    column->addWidget(MakeSeries());
-    column->addStretch(1);
+    head->addStretch(0);
+    m_column = new QVBoxLayout;
+    m_column->addLayout(head);
+    m_column->addWidget(MakeSeries());
+    auto* whole = new QVBoxLayout(this);
+    whole->addLayout(m_column);
+    whole->addStretch(1);
     connect(&grid, &views::KeyGrid::SelectionChanged, this, &SelectionPanel::ShowSelection);
     ShowSelection();
 }
@@ -91,15 +96,25 @@ QWidget* SelectionPanel::MakeSeries() {
     connect(m_fill, &QPushButton::clicked, this, &SelectionPanel::Fill);
 
     auto* group = new QGroupBox(tr("Fill a series"));
-    auto* form = new QFormLayout(group);
+    m_series = new QVBoxLayout(group);
+    auto* form = new QFormLayout;
+    auto* outcome = new QVBoxLayout;
+    m_series->addLayout(form, 1);
+    m_series->addLayout(outcome, 1);
     form->addRow(tr("Text:"), m_text);
     form->addRow(tr("First number:"), m_first);
     form->addRow(tr("Digits:"), m_digits);
-    form->addRow(QString(), m_enter);
-    form->addRow(m_preview);
-    form->addRow(m_fault);
-    form->addRow(QString(), m_fill);
+    outcome->addWidget(m_enter);
+    outcome->addWidget(m_preview);
+    outcome->addWidget(m_fault);
+    outcome->addWidget(m_fill, 0, Qt::AlignRight);
     return group;
+}
+
+void SelectionPanel::SetWide(bool isWide) {
+    for (QBoxLayout* layout : {m_column, m_series})
+        layout->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    m_column->setStretch(1, isWide ? 1 : 0);
 }
 
 void SelectionPanel::FocusSeries() {

@@ -6,12 +6,14 @@
 #include <vector>
 
 class QAction;
+class QBoxLayout;
 class QCheckBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
+class QToolButton;
 
 namespace qx::views {
 class FaultLabel;
@@ -22,7 +24,9 @@ namespace qx::app {
 
 class KeyActions;
 
-// Buttons for the actions, with their texts and icons, in as many lines as they need.
+// A button with the action's text and icon.
+[[nodiscard]] QToolButton* ActionButton(QAction* action, const QString& name);
+// Buttons for the actions, in as many lines as they need.
 [[nodiscard]] QLayout* ButtonRow(const std::vector<QAction*>& actions);
 
 class SelectionPanel : public QWidget {
@@ -32,6 +36,8 @@ public:
     SelectionPanel(KeyActions& actions, const views::KeyGrid& grid);
 
     void FocusSeries();
+    // Side by side: what can be done, and the parts of the series.
+    void SetWide(bool isWide);
 
 private:
     [[nodiscard]] QWidget* MakeSeries();
@@ -40,6 +46,8 @@ private:
 
     KeyActions& m_actions;
     const views::KeyGrid& m_grid;
+    QBoxLayout* m_column;
+    QBoxLayout* m_series;
     QLabel* m_title;
     QLineEdit* m_text;
     QSpinBox* m_first;

@@ -139,7 +139,7 @@ void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font,
                    const QRectF& area, Qt::Alignment align, const QColor& color, int leastPixels) {
     const QStringList lines = FittingLines(text, font, size, area.size(), leastPixels);
     const QFontMetricsF metrics(font);
-    const double height = metrics.height() * static_cast<double>(lines.size());
+    const double height = HeightOfLines(metrics, lines.size());
     double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
     for (const QString& line : lines) {
         const QString shown = metrics.elidedText(line, Qt::ElideRight, area.width());
@@ -151,7 +151,7 @@ void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font,
         prepared.text.setPerformanceHint(QStaticText::AggressiveCaching);
         prepared.text.prepare({}, font);
         texts.push_back(prepared);
-        top += metrics.height();
+        top += LineStep(metrics);
     }
 }
 

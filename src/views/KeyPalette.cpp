@@ -97,12 +97,15 @@ KeyPalette::KeyPalette(QWidget* parent)
     m_found->hide();
     m_tabs->setObjectName(QStringLiteral("keyGroups"));
     m_tabs->setDocumentMode(true);
-    m_tabs->setUsesScrollButtons(true);
+    m_tabs->setUsesScrollButtons(false); // all of them have room
+    m_tabs->setElideMode(Qt::ElideNone);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addLayout(held);
-    column->addWidget(m_search);
+    m_head = new QVBoxLayout;
+    m_head->addLayout(held);
+    m_head->addWidget(m_search);
+    column->addLayout(m_head);
     column->addWidget(m_found);
     column->addWidget(m_tabs, 1);
     ShowTexts();
@@ -156,6 +159,10 @@ void KeyPalette::ShowKeys(const QXKeyboardLayoutData* layout) {
     m_tabs->setCurrentIndex(shown);
     ShowTexts();
     Search(m_search->text());
+}
+
+void KeyPalette::SetWide(bool isWide) {
+    m_head->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
 void KeyPalette::Release() {

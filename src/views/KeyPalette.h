@@ -10,6 +10,7 @@
 #include <vector>
 
 class QAbstractButton;
+class QBoxLayout;
 class QLineEdit;
 class QTabWidget;
 class QToolButton;
@@ -27,6 +28,8 @@ public:
 
     // Offers the keys of the layout that a sequence can press (1 to 127); none without a layout.
     void ShowKeys(const QXKeyboardLayoutData* layout);
+    // The search beside the modifiers, or below them.
+    void SetWide(bool isWide);
     // No modifier is held any longer.
     void Release();
 
@@ -51,6 +54,7 @@ private:
     void Search(const QString& text);
 
     std::vector<QToolButton*> m_modifiers;
+    QBoxLayout* m_head;
     QLineEdit* m_search;
     QTabWidget* m_tabs;
     QWidget* m_found; // the page of the search

@@ -31,9 +31,12 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
     connect(sequence, &SequenceLabel::KeyPress, this,
             [&control] { control.lblCurrSeq_KeyPress(); });
 
-    auto* sequenceRow = new QHBoxLayout;
-    sequenceRow->addWidget(caption);
-    sequenceRow->addWidget(sequence, 1);
+    auto* sequenceRow = new QWidget;
+    sequenceRow->setObjectName(QStringLiteral("sequenceRow"));
+    auto* row = new QHBoxLayout(sequenceRow);
+    row->setContentsMargins({});
+    row->addWidget(caption);
+    row->addWidget(sequence, 1);
     auto* buttonRow = new FlowLayout(kButtonGap);
     for (int i = 0; i < static_cast<int>(control.cmdEdit.size()); ++i) {
         auto* button = new QPushButton;
@@ -45,7 +48,7 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
     buttonRow->addWidget(details);
     auto* column = new QVBoxLayout(this);
     column->addWidget(keys, 1);
-    column->addLayout(sequenceRow);
+    column->addWidget(sequenceRow);
     column->addLayout(buttonRow);
 
     m_refreshed = control.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });

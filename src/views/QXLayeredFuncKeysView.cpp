@@ -4,11 +4,11 @@
 #include "views/SequenceLabel.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace qx::views {
@@ -116,17 +116,26 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
     m_bindings.Bind(description, QStringLiteral("txtSymbolDesc"), m_control.txtSymbolDesc,
                     [this] { m_control.txtSymbolDesc_Change(); });
     m_bindings.OnShow([sequenceCaption, sequence, descriptionCaption, description] {
+        for (QLabel* caption : {sequenceCaption, descriptionCaption})
+            caption->setMinimumWidth(std::max(sequenceCaption->sizeHint().width(),
+                                              descriptionCaption->sizeHint().width()));
         sequence->ShowAccessibleName(sequenceCaption->text());
         description->setAccessibleName(descriptionCaption->text());
     });
     connect(sequence, &SequenceLabel::KeyPress, this, [this] { m_control.lblCurrSeq_KeyPress(); });
 
-    auto* rows = new QGridLayout;
-    rows->addWidget(sequenceCaption, 0, 0);
-    rows->addWidget(sequence, 0, 1);
-    rows->addWidget(descriptionCaption, 1, 0);
-    rows->addWidget(description, 1, 1);
-    rows->setColumnStretch(1, 1);
+    auto* sequenceRow = new QWidget;
+    sequenceRow->setObjectName(QStringLiteral("sequenceRow"));
+    auto* sent = new QHBoxLayout(sequenceRow);
+    sent->setContentsMargins({});
+    sent->addWidget(sequenceCaption);
+    sent->addWidget(sequence, 1);
+    auto* described = new QHBoxLayout;
+    described->addWidget(descriptionCaption);
+    described->addWidget(description, 1);
+    auto* rows = new QVBoxLayout;
+    rows->addWidget(sequenceRow);
+    rows->addLayout(described);
     return rows;
 }
 

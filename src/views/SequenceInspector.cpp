@@ -1,13 +1,14 @@
 #include "views/SequenceInspector.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "qxcontrols/keys/TypedText.h"
 #include "views/Bindings.h"
 #include "views/ChipRow.h"
 #include "views/FaultLabel.h"
 #include "views/KeyPalette.h"
 #include "views/LineIcon.h"
 #include "views/PcKeys.h"
+#include "views/TitleFont.h"
+#include "views/TypedCodes.h"
 
 #include <QAction>
 #include <QEvent>
@@ -19,14 +20,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <stdexcept>
-
 namespace qx::views {
 
 namespace {
-
-constexpr Byte kEnter = 43; // its customary number, the same in every layout
-constexpr double kTitleScale = 1.2;
 
 QToolButton* MakeTool(const char* name, const char* icon) {
     auto* button = new QToolButton;
@@ -103,10 +99,7 @@ void SequenceInspector::MakeParts() {
     m_received = new QLabel;
     m_warnings = new QLabel;
 
-    QFont font = m_title->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * kTitleScale);
-    m_title->setFont(font);
+    m_title->setFont(TitleFont(m_title->font()));
     m_title->setTextFormat(Qt::PlainText);
     m_title->setObjectName(QStringLiteral("keyTitle"));
     m_left->setObjectName(QStringLiteral("codesLeft"));
@@ -129,18 +122,25 @@ void SequenceInspector::MakeParts() {
     for (QToolButton* tool : {m_back, m_clear, m_record})
         tools->addWidget(tool);
     tools->addStretch(1);
-    auto* typed = new QHBoxLayout;
-    typed->addWidget(m_add);
-    typed->addWidget(m_addEnter);
-    typed->addStretch(1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_add);
+    buttons->addWidget(m_addEnter);
+    buttons->addStretch(1);
+    m_typing = new QVBoxLayout;
+    m_typing->addWidget(m_text);
+    m_typing->addLayout(buttons);
+    auto* sent = new QVBoxLayout;
+    sent->addWidget(m_chips);
+    sent->addLayout(tools);
+    sent->addLayout(m_typing);
+    sent->addWidget(m_fault);
+    sent->addStretch(0);
+    m_columns = new QVBoxLayout;
+    m_columns->addLayout(sent);
+    m_columns->addWidget(m_palette, 1);
     auto* editor = new QVBoxLayout(m_editor);
-    editor->setContentsMargins(0, 0, 0, 0);
-    editor->addWidget(m_chips);
-    editor->addLayout(tools);
-    editor->addWidget(m_text);
-    editor->addLayout(typed);
-    editor->addWidget(m_fault);
-    editor->addWidget(m_palette, 1);
+    editor->setContentsMargins({});
+    editor->addLayout(m_columns, 1);
     editor->addWidget(m_received);
     editor->addWidget(m_warnings);
     auto* column = new QVBoxLayout(this);
@@ -176,6 +176,13 @@ void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
     m_palette->ShowKeys(layout);
     m_draft.reset(); // it is in the words of the old one
     Show(std::optional(m_edited));
+}
+
+void SequenceInspector::SetWide(bool isWide) {
+    for (QBoxLayout* layout : {m_columns, m_typing})
+        layout->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    m_columns->setStretch(0, isWide ? 1 : 0);
+    m_palette->SetWide(isWide);
 }
 
 void SequenceInspector::TakeFocus() {
@@ -223,16 +230,10 @@ void SequenceInspector::Choose(int key) {
 }
 
 void SequenceInspector::Type(bool withEnter) {
-    std::vector<Byte> codes;
-    try {
-        codes = CodesThatType(m_text->text().toStdString(), *m_layout);
-    } catch (const UntypableCharacter& error) {
-        m_fault->setText(tr("No key of this layout types \"%1\".").arg(ToQt(error.Character())));
-        return;
-    }
-    if (withEnter)
-        codes.insert(codes.end(), {kEnter, static_cast<Byte>(kEnter + kRelease)});
-    const bool hasFitted = m_draft->Insert(codes);
+    const TypedCodes typed(m_text->text(), withEnter, *m_layout);
+    if (!typed.fault.isEmpty())
+        return m_fault->setText(typed.fault);
+    const bool hasFitted = m_draft->Insert(typed.codes);
     if (hasFitted)
         m_text->clear();
     Report(hasFitted);

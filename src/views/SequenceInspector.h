@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -44,6 +45,8 @@ public:
         QString received; // what a PC gets, in words
         QStringList warnings;
     };
+    // Beside each other or below: what the key sends and the keys to choose from.
+    void SetWide(bool isWide);
     // Puts the cursor where text is typed.
     void TakeFocus();
     void SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn);
@@ -69,6 +72,8 @@ private:
     std::optional<Edited> m_edited;
     std::function<Remarks(const std::vector<Byte>&)> m_remarksOn;
 
+    QBoxLayout* m_columns;
+    QBoxLayout* m_typing;
     QLabel* m_title;
     QLabel* m_left;
     QLabel* m_hint; // instead of the editor

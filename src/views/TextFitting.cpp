@@ -1,7 +1,5 @@
 #include "views/TextFitting.h"
 
-#include <QFontMetricsF>
-
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +9,7 @@ namespace {
 
 constexpr double kLeastTextScale = 0.6;     // smaller than that only where a text would be cut else
 constexpr double kLeastLineScale = 0.8;     // if it must be smaller than that, two lines are better
+constexpr double kLineStep = 0.88;          // of the font's height
 constexpr int kStretches[] = {100, 88, 76}; // of letters, in percent: narrow ones before a cut
 
 double Advance(const QFont& font, const QString& text) {
@@ -44,7 +43,7 @@ QStringList InTwoLines(const QString& text, const QFont& font) {
 bool Fits(const QStringList& lines, QFont font, int pixels, const QSizeF& area) {
     font.setPixelSize(pixels);
     const QFontMetricsF metrics(font);
-    return metrics.height() * static_cast<double>(lines.size()) <= area.height() &&
+    return HeightOfLines(metrics, lines.size()) <= area.height() &&
            std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
                return metrics.horizontalAdvance(line) <= area.width();
            });
@@ -63,7 +62,8 @@ int FittingPixels(const QStringList& lines, const QFont& font, int least, int mo
 // last line has all the rest.
 QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) {
     const QFontMetricsF metrics(font);
-    const auto most = std::max(1, static_cast<int>(area.height() / metrics.height()));
+    const auto most =
+        std::max(1, static_cast<int>((area.height() - metrics.height()) / LineStep(metrics)) + 1);
     QStringList lines;
     QString rest = text;
     while (static_cast<int>(lines.size()) + 1 < most) {
@@ -81,6 +81,14 @@ QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) 
 }
 
 } // namespace
+
+double LineStep(const QFontMetricsF& metrics) {
+    return kLineStep * metrics.height();
+}
+
+double HeightOfLines(const QFontMetricsF& metrics, qsizetype lines) {
+    return metrics.height() + LineStep(metrics) * static_cast<double>(lines - 1);
+}
 
 QStringList FittingLines(const QString& text, QFont& font, double size, const QSizeF& area,
                          int leastPixels) {

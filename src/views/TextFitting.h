@@ -2,10 +2,16 @@
 #pragma once
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QSizeF>
 #include <QStringList>
 
 namespace qx::views {
+
+// The height of that many lines; they are set a little closer than a font asks for, so that two of
+// them have room on a small cap.
+[[nodiscard]] double HeightOfLines(const QFontMetricsF& metrics, qsizetype lines);
+[[nodiscard]] double LineStep(const QFontMetricsF& metrics);
 
 // The text's lines in a font of `size` pixels or smaller, down to `leastPixels`, and with narrower
 // letters if it must be; the font gets that size and stretch. A line that does not fit even so is

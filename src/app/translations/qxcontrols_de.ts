@@ -1414,10 +1414,6 @@
         <source>No key after this one is free.</source>
         <translation>Keine Taste nach dieser ist frei.</translation>
     </message>
-    <message>
-        <source>No key of this layout types &quot;%1&quot;.</source>
-        <translation>Keine Taste dieser Belegung tippt „%1“.</translation>
-    </message>
 </context>
 <context>
     <name>KeyEdits</name>
@@ -2752,10 +2748,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
         <translation>Die Tasten anfügen, die den Text tippen, und die Eingabetaste (Strg+Eingabe)</translation>
     </message>
-    <message>
-        <source>No key of this layout types &quot;%1&quot;.</source>
-        <translation>Keine Taste dieser Belegung tippt „%1“.</translation>
-    </message>
 </context>
 <context>
     <name>SequenceLabel</name>
@@ -3482,6 +3474,13 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
         <translation>Die Sicherung ist in der Tastatur, die Tastatur ließ sich aber nicht noch einmal lesen. Das Dokument ist unverändert.</translation>
+    </message>
+</context>
+<context>
+    <name>TypedCodes</name>
+    <message>
+        <source>No key of this layout types &quot;%1&quot;.</source>
+        <translation>Keine Taste dieser Belegung tippt „%1“.</translation>
     </message>
 </context>
 <context>
