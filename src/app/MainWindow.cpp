@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/FileDrops.h"
+#include "app/Help.h"
 #include "app/NoticeBar.h"
 #include "app/Places.h"
 #include "app/SettingWords.h"
@@ -21,6 +22,9 @@
 #include <QMessageBox>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWhatsThis>
+
+#include <utility>
 
 namespace qx::app {
 
@@ -115,6 +119,7 @@ void MainWindow::ConnectSignals() {
 void MainWindow::SwitchLanguage() {
     m_shownLanguage = m_workbench.Preferences().PreferedAppLang();
     m_language.Switch(m_shownLanguage);
+    delete std::exchange(m_help, nullptr);
     const WindowPages::Spot spot = m_pages->Current();
     const QString focus =
         QApplication::focusWidget() != nullptr ? QApplication::focusWidget()->objectName() : "";
@@ -169,7 +174,14 @@ void MainWindow::MakeActions() {
 
     m_keyboards->Fill(*menuBar()->addMenu(tr("&Keyboard")));
     m_go = menuBar()->addMenu(tr("&Go"));
-    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About"), this, [this] {
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Help on this page"), QKeySequence(Qt::Key_F1), this,
+                    &MainWindow::ShowHelp);
+    QAction* whatsThis = QWhatsThis::createAction(help);
+    whatsThis->setText(tr("&What is this?"));
+    help->addAction(whatsThis);
+    help->addSeparator();
+    help->addAction(tr("&About"), this, [this] {
         QMessageBox::about(this, tr("About"),
                            tr("QXControls %1: programs modular point-of-sale keyboards.")
                                .arg(QApplication::applicationVersion()));
@@ -270,6 +282,12 @@ void MainWindow::ShowDocument() {
     setWindowModified(m_workbench.IsModified());
     m_pages->ShowCounts();
     m_notice->ClearOld();
+}
+
+void MainWindow::ShowHelp() {
+    if (m_help == nullptr)
+        m_help = new HelpWindow(this);
+    m_help->ShowPage(m_pages->Current().page);
 }
 
 void MainWindow::ApplyPreferences() {

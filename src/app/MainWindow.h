@@ -19,6 +19,7 @@ class QMenu;
 
 namespace qx::app {
 
+class HelpWindow;
 class KeyboardState;
 class NoticeBar;
 class StatusLine;
@@ -63,6 +64,7 @@ private:
     void MakeToolBar();
     void MakePages();
     void ShowDocument();
+    void ShowHelp(); // of the page
     void SwitchLanguage();
     void OpenDropped(const QStringList& files);
     // Undo or redo a step and show its change.
@@ -87,6 +89,7 @@ private:
     QAction* m_redo = nullptr;
     QMenu* m_go = nullptr;
     NoticeBar* m_notice = nullptr;
+    HelpWindow* m_help = nullptr; // when it is first wanted
     StatusLine* m_status = nullptr;
     Integer m_shownLanguage = -1;
     bool m_isPainted = false;

@@ -1,5 +1,6 @@
 #include "app/PageBook.h"
 
+#include "app/Help.h"
 #include "views/ScrollArea.h"
 
 #include <QHBoxLayout>
@@ -77,6 +78,7 @@ PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->addLayout(left);
     row->addLayout(right, 1);
+    DescribeSettings(*this);
 }
 
 void PageBook::Add(const QString& id, const QString& title, const QIcon& icon,
@@ -180,6 +182,7 @@ QWidget* PageBook::LeafAt(int row) {
     Leaf& leaf = m_leaves[static_cast<std::size_t>(row)];
     if (leaf.widget == nullptr) {
         leaf.widget = new views::ScrollArea(leaf.make());
+        DescribeSettings(*leaf.widget);
         m_stack->addWidget(leaf.widget);
     }
     return leaf.widget;

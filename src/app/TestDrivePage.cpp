@@ -70,8 +70,10 @@ QWidget* TestDrivePage::MakeKeysTab() {
 
 QWidget* TestDrivePage::MakeFunctionKeysTab() {
     auto* layer = new QSpinBox;
+    layer->setObjectName(QStringLiteral("functionLayer"));
     layer->setRange(0, kFuncKeyLayers - 1);
     auto* key = new QSpinBox;
+    key->setObjectName(QStringLiteral("functionKey"));
     key->setPrefix(QStringLiteral("F"));
     key->setRange(1, FuncKeyLayer::kKeys);
     auto* press = new QPushButton(tr("&Press"));
@@ -115,11 +117,13 @@ QWidget* TestDrivePage::MakeCardTab() {
 
 QWidget* TestDrivePage::MakeCodeTab() {
     auto* symbology = new QComboBox;
+    symbology->setObjectName(QStringLiteral("codeKind"));
     for (std::size_t i = BP_EAN; i < kBarcodePageNames.size(); ++i)
         symbology->addItem(WordOf(kBarcode, kBarcodePageNames[i]));
     auto* data = new QLineEdit(QStringLiteral("4006381333931"));
     data->setObjectName(QStringLiteral("codeData"));
     auto* reader = new QSpinBox;
+    reader->setObjectName(QStringLiteral("codeReader"));
     reader->setRange(1, kBarcodeReaders);
     auto* scan = new QPushButton(tr("&Scan"));
     scan->setObjectName(QStringLiteral("cmdScan"));

@@ -19,7 +19,7 @@ namespace qx::views {
 namespace {
 
 constexpr int kRowGap = 8;
-constexpr int kColumnGap = 16;
+constexpr int kColumnGap = 12;
 constexpr int kMarkStrength = 48; // of 255
 
 QString NameOf(BarcodePage page, const QString& member) {
@@ -36,7 +36,7 @@ bool IsSymbology(BarcodePage page) {
 BarcodeTable::BarcodeTable(QXBarcode& control, QWidget* parent)
     : QWidget(parent), m_control(control), m_grid(new QGridLayout(this)),
       m_lineHeight(QSpinBox().sizeHint().height()) {
-    m_grid->setContentsMargins(kColumnGap / 2, kRowGap, kColumnGap / 2, kRowGap);
+    m_grid->setContentsMargins(0, kRowGap, 0, kRowGap);
     m_grid->setHorizontalSpacing(kColumnGap);
     m_grid->setVerticalSpacing(kRowGap);
     m_grid->setColumnStretch(3, 1);

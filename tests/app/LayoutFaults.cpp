@@ -102,7 +102,9 @@ void CheckChildren(const QWidget& parent, QStringList& faults) {
                 faults += PathOf(*child) + QStringLiteral(" has no room for \"%1\"").arg(text);
         if (const auto* area = qobject_cast<const QScrollArea*>(child))
             if (area->widget() != nullptr && area->viewport()->width() < area->widget()->width())
-                faults += PathOf(*child) + QStringLiteral(" scrolls sideways");
+                faults += PathOf(*child) + QStringLiteral(" scrolls sideways, %1 of %2 pixels")
+                                               .arg(area->viewport()->width())
+                                               .arg(area->widget()->width());
         CheckChildren(*child, faults);
     }
 }

@@ -1328,6 +1328,13 @@
     </message>
 </context>
 <context>
+    <name>HelpWindow</name>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+</context>
+<context>
     <name>InPlaceEditor</name>
     <message>
         <source>Key %1 is pressed and never released.</source>
@@ -1817,6 +1824,14 @@
     <message>
         <source>One document is open at a time; not opened: %1.</source>
         <translation>Es ist immer nur ein Dokument geöffnet; nicht geöffnet: %1.</translation>
+    </message>
+    <message>
+        <source>&amp;Help on this page</source>
+        <translation>&amp;Hilfe zu dieser Seite</translation>
+    </message>
+    <message>
+        <source>&amp;What is this?</source>
+        <translation>&amp;Was ist das?</translation>
     </message>
 </context>
 <context>
@@ -2754,6 +2769,281 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>No keys</source>
         <translation>Keine Tasten</translation>
+    </message>
+</context>
+<context>
+    <name>SettingHelp</name>
+    <message>
+        <source>How long the keyboard waits between two characters. Raise it for a program that loses characters; 0 is the fastest.</source>
+        <translation>Wie lange die Tastatur zwischen zwei Zeichen wartet. Erhöhen Sie den Wert für Programme, die Zeichen verlieren; 0 ist am schnellsten.</translation>
+    </message>
+    <message>
+        <source>Applies to all tracks of the magnetic card reader.</source>
+        <translation>Gilt für alle Spuren des Magnetkartenlesers.</translation>
+    </message>
+    <message>
+        <source>The track whose settings are shown.</source>
+        <translation>Die Spur, deren Einstellungen gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Whether the reader sends this track.</source>
+        <translation>Ob der Leser diese Spur sendet.</translation>
+    </message>
+    <message>
+        <source>Sends the prefix before the data of this track. A prefix that is not sent is kept.</source>
+        <translation>Sendet das Präfix vor den Daten dieser Spur. Ein Präfix, das nicht gesendet wird, bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>Sends the suffix after the data of this track. A suffix that is not sent is kept.</source>
+        <translation>Sendet das Suffix nach den Daten dieser Spur. Ein Suffix, das nicht gesendet wird, bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>The keys sent before the data of this track.</source>
+        <translation>Die Tasten, die vor den Daten dieser Spur gesendet werden.</translation>
+    </message>
+    <message>
+        <source>The keys sent after the data of this track.</source>
+        <translation>Die Tasten, die nach den Daten dieser Spur gesendet werden.</translation>
+    </message>
+    <message>
+        <source>Codes with fewer characters are not read.</source>
+        <translation>Codes mit weniger Zeichen werden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>Codes with more characters are not read.</source>
+        <translation>Codes mit mehr Zeichen werden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>An option of the barcode reader; the reader&apos;s manual describes it.</source>
+        <translation>Eine Option des Barcodelesers; sein Handbuch beschreibt sie.</translation>
+    </message>
+    <message>
+        <source>The kinds of code, and the keys that each reader sends.</source>
+        <translation>Die Codearten und die Tasten, die jeder Leser sendet.</translation>
+    </message>
+    <message>
+        <source>Sends these keys with each code of this reader. Keys that are not sent are kept.</source>
+        <translation>Sendet diese Tasten mit jedem Code dieses Lesers. Tasten, die nicht gesendet werden, bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>The keys sent with each code of this reader.</source>
+        <translation>Die Tasten, die mit jedem Code dieses Lesers gesendet werden.</translation>
+    </message>
+    <message>
+        <source>Shows the release of each key in sequences, marked with ^.</source>
+        <translation>Zeigt in Folgen auch das Loslassen jeder Taste, mit ^ gekennzeichnet.</translation>
+    </message>
+    <message>
+        <source>Select a key to program it. Shift, Ctrl or a frame drawn with the mouse selects several.</source>
+        <translation>Wählen Sie eine Taste, um sie zu belegen. Umschalt, Strg oder ein mit der Maus gezogener Rahmen wählt mehrere.</translation>
+    </message>
+    <message>
+        <source>The function keys of the layer shown. Select one to program it.</source>
+        <translation>Die Funktionstasten der gezeigten Ebene. Wählen Sie eine, um sie zu belegen.</translation>
+    </message>
+    <message>
+        <source>Select a key or block to program it; several keys can be joined to a block.</source>
+        <translation>Wählen Sie eine Taste oder einen Block, um sie zu belegen; mehrere Tasten lassen sich zu einem Block verbinden.</translation>
+    </message>
+    <message>
+        <source>The ten layers of function keys. A dot marks a layer in which something is programmed.</source>
+        <translation>Die zehn Ebenen der Funktionstasten. Ein Punkt kennzeichnet eine Ebene, in der etwas belegt ist.</translation>
+    </message>
+    <message>
+        <source>A name for the layer, kept in the document. The keyboard does not store it.</source>
+        <translation>Ein Name für die Ebene, der im Dokument bleibt. Die Tastatur speichert ihn nicht.</translation>
+    </message>
+    <message>
+        <source>The keys that the selected key sends.</source>
+        <translation>Die Tasten, die die gewählte Taste sendet.</translation>
+    </message>
+    <message>
+        <source>A description of the function key, at most 64 characters. The keyboard stores it.</source>
+        <translation>Eine Beschreibung der Funktionstaste mit höchstens 64 Zeichen. Die Tastatur speichert sie.</translation>
+    </message>
+    <message>
+        <source>The keys that the selected key sends, in order. The arrow keys move the caret, Delete and Backspace remove, Ctrl with an arrow key moves.</source>
+        <translation>Die Tasten, die die gewählte Taste sendet, der Reihe nach. Die Pfeiltasten bewegen die Einfügemarke, Entf und Rücktaste entfernen, Strg mit einer Pfeiltaste verschiebt.</translation>
+    </message>
+    <message>
+        <source>Text to type: Enter adds the keys that type it, Ctrl+Enter also adds Enter.</source>
+        <translation>Text zum Tippen: Die Eingabetaste fügt die Tasten an, die ihn tippen, Strg+Eingabe fügt auch die Eingabetaste an.</translation>
+    </message>
+    <message>
+        <source>Finds keys of the layout by their label, name or number.</source>
+        <translation>Findet Tasten der Belegung nach Beschriftung, Name oder Nummer.</translation>
+    </message>
+    <message>
+        <source>Keys to add to the sequence.</source>
+        <translation>Tasten zum Anfügen an die Folge.</translation>
+    </message>
+    <message>
+        <source>Holds this key while the next one is pressed.</source>
+        <translation>Hält diese Taste, während die nächste gedrückt wird.</translation>
+    </message>
+    <message>
+        <source>Records the keys that are pressed on this PC&apos;s keyboard. Scroll Lock stops it.</source>
+        <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Rollen beendet die Aufnahme.</translation>
+    </message>
+    <message>
+        <source>The text before the number of each key.</source>
+        <translation>Der Text vor der Nummer jeder Taste.</translation>
+    </message>
+    <message>
+        <source>The number of the first key; each further key has the next one.</source>
+        <translation>Die Nummer der ersten Taste; jede weitere hat die nächste.</translation>
+    </message>
+    <message>
+        <source>The least number of digits, filled with zeros.</source>
+        <translation>Die kleinste Zahl von Ziffern, mit Nullen aufgefüllt.</translation>
+    </message>
+    <message>
+        <source>Adds Enter after each text.</source>
+        <translation>Fügt nach jedem Text die Eingabetaste an.</translation>
+    </message>
+    <message>
+        <source>Finds pages, settings, keys and preferences by name.</source>
+        <translation>Findet Seiten, Einstellungen, Tasten und Voreinstellungen nach ihrem Namen.</translation>
+    </message>
+    <message>
+        <source>The pages of this window; a number counts the programmed keys.</source>
+        <translation>Die Seiten dieses Fensters; eine Zahl nennt die belegten Tasten.</translation>
+    </message>
+    <message>
+        <source>What keyboards held before each write, newest first.</source>
+        <translation>Was Tastaturen vor jedem Schreiben enthielten, das Neueste zuerst.</translation>
+    </message>
+    <message>
+        <source>The modules of the keyboard, and where each is in its memory.</source>
+        <translation>Die Module der Tastatur und wo jedes in ihrem Speicher liegt.</translation>
+    </message>
+    <message>
+        <source>Click a key to press it on the simulated keyboard.</source>
+        <translation>Klicken Sie eine Taste an, um sie auf der simulierten Tastatur zu drücken.</translation>
+    </message>
+    <message>
+        <source>The layer of the function key to press.</source>
+        <translation>Die Ebene der Funktionstaste, die gedrückt werden soll.</translation>
+    </message>
+    <message>
+        <source>The function key to press.</source>
+        <translation>Die Funktionstaste, die gedrückt werden soll.</translation>
+    </message>
+    <message>
+        <source>The data of this track on the card to swipe.</source>
+        <translation>Die Daten dieser Spur auf der Karte, die durchgezogen werden soll.</translation>
+    </message>
+    <message>
+        <source>The kind of the code to scan.</source>
+        <translation>Die Art des Codes, der gelesen werden soll.</translation>
+    </message>
+    <message>
+        <source>The characters of the code to scan.</source>
+        <translation>Die Zeichen des Codes, der gelesen werden soll.</translation>
+    </message>
+    <message>
+        <source>The reader that scans the code.</source>
+        <translation>Der Leser, der den Code liest.</translation>
+    </message>
+    <message>
+        <source>What the PC receives, in order.</source>
+        <translation>Was der PC empfängt, der Reihe nach.</translation>
+    </message>
+    <message>
+        <source>Asks at the start what to begin with.</source>
+        <translation>Fragt beim Start, womit begonnen werden soll.</translation>
+    </message>
+    <message>
+        <source>What to begin with when the program does not ask.</source>
+        <translation>Womit begonnen wird, wenn das Programm nicht fragt.</translation>
+    </message>
+    <message>
+        <source>Begins with a new document even if there is a last one.</source>
+        <translation>Beginnt mit einem neuen Dokument, auch wenn es ein letztes gibt.</translation>
+    </message>
+    <message>
+        <source>The document that was opened or saved last.</source>
+        <translation>Das zuletzt geöffnete oder gespeicherte Dokument.</translation>
+    </message>
+    <message>
+        <source>Saves changes of a document that has a file without asking.</source>
+        <translation>Speichert Änderungen an einem Dokument, das eine Datei hat, ohne zu fragen.</translation>
+    </message>
+    <message>
+        <source>Opens the test page after writing to the simulated keyboard.</source>
+        <translation>Öffnet die Seite „Ausprobieren“, wenn in die simulierte Tastatur geschrieben wurde.</translation>
+    </message>
+    <message>
+        <source>Whether typing on a sequence also opens its editor.</source>
+        <translation>Ob auch Tippen auf einer Folge ihren Editor öffnet.</translation>
+    </message>
+    <message>
+        <source>The language of the program&apos;s texts.</source>
+        <translation>Die Sprache der Texte des Programms.</translation>
+    </message>
+    <message>
+        <source>The labels of keys and the characters that they type, for a keyboard without a layout of its own.</source>
+        <translation>Die Beschriftung der Tasten und die Zeichen, die sie tippen, für eine Tastatur ohne eigene Belegung.</translation>
+    </message>
+    <message>
+        <source>A number for the driver. Leave it 0 unless the driver&apos;s documents ask for another.</source>
+        <translation>Eine Zahl für den Treiber. Lassen Sie sie auf 0, wenn die Unterlagen des Treibers keine andere verlangen.</translation>
+    </message>
+    <message>
+        <source>The serial port over which chipcard programs are loaded.</source>
+        <translation>Die serielle Schnittstelle, über die Chipkartenprogramme geladen werden.</translation>
+    </message>
+    <message>
+        <source>The speed of that port, as an index of the driver.</source>
+        <translation>Die Geschwindigkeit dieser Schnittstelle als Index des Treibers.</translation>
+    </message>
+    <message>
+        <source>Warns of a keyboard whose program is older than the version below.</source>
+        <translation>Warnt vor einer Tastatur, deren Programm älter als die Version darunter ist.</translation>
+    </message>
+    <message>
+        <source>The oldest keyboard program that is suitable.</source>
+        <translation>Das älteste geeignete Programm einer Tastatur.</translation>
+    </message>
+    <message>
+        <source>The size of captions on keys of normal size.</source>
+        <translation>Die Größe der Beschriftungen auf Tasten normaler Größe.</translation>
+    </message>
+    <message>
+        <source>Sets all colours of keys at once.</source>
+        <translation>Setzt alle Farben der Tasten auf einmal.</translation>
+    </message>
+    <message>
+        <source>The colour of keys that have a sequence.</source>
+        <translation>Die Farbe von Tasten, die eine Folge haben.</translation>
+    </message>
+    <message>
+        <source>The colour of keys that can be programmed and have no sequence.</source>
+        <translation>Die Farbe von Tasten, die belegbar sind und keine Folge haben.</translation>
+    </message>
+    <message>
+        <source>The colour of the selected key.</source>
+        <translation>Die Farbe der gewählten Taste.</translation>
+    </message>
+    <message>
+        <source>The colour of keys that cannot be programmed.</source>
+        <translation>Die Farbe von Tasten, die nicht belegbar sind.</translation>
+    </message>
+    <message>
+        <source>The file with which the keyboard&apos;s code page is compared.</source>
+        <translation>Die Datei, mit der die Codepage der Tastatur verglichen wird.</translation>
+    </message>
+    <message>
+        <source>The colour of the keys of this block.</source>
+        <translation>Die Farbe der Tasten dieses Blocks.</translation>
+    </message>
+    <message>
+        <source>The colour of the selected block.</source>
+        <translation>Die Farbe des gewählten Blocks.</translation>
+    </message>
+    <message>
+        <source>The colour of keys that are in no block.</source>
+        <translation>Die Farbe von Tasten, die in keinem Block sind.</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,93 @@
+// Help: every page has some in both languages, and every setting its description.
+#include "Desk.h"
+
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextBrowser>
+
+namespace qx::test {
+namespace {
+
+constexpr Integer kLanguages[] = {1033, 1031};
+
+std::vector<QString> PagesOf(Desk& desk) {
+    std::vector<QString> ids;
+    const auto* pages = desk.Find<QListWidget>("pages");
+    for (int row = 0; row < pages->count(); ++row)
+        if (const QString id = pages->item(row)->data(Qt::UserRole).toString(); !id.isEmpty())
+            ids.push_back(id);
+    return ids;
+}
+
+QAction& HelpAction(Desk& desk) {
+    for (auto* action : desk.window->findChildren<QAction*>())
+        if (action->shortcut() == QKeySequence(Qt::Key_F1))
+            return *action;
+    throw std::runtime_error("no action shows help");
+}
+
+TEST(Help, EveryPageHasSomeUnderItsTitleAndLinksLeadToOtherPages) {
+    Desk desk;
+    for (const Integer language : kLanguages) {
+        desk.Speak(language);
+        for (const QString& id : PagesOf(desk)) {
+            desk.Page(qPrintable(id));
+            HelpAction(desk).trigger();
+            auto* text = desk.window->findChild<QTextBrowser*>(QStringLiteral("helpText"));
+            ASSERT_NE(text, nullptr);
+            EXPECT_TRUE(text->isVisible());
+            const QString title = text->document()->firstBlock().text();
+            const auto* item = desk.Find<QListWidget>("pages")->currentItem();
+            if (!id.startsWith(QLatin1String("funcKeys"))) // they share a page with the free keys
+                EXPECT_EQ(title.toStdString(), item->text().toStdString());
+            EXPECT_GT(text->toPlainText().size(), 200) << id.toStdString();
+            const QString page = text->source().toString();
+            for (const auto& link : QRegularExpression(QStringLiteral("href=\"([^\"]+)\""))
+                                        .globalMatch(text->toHtml())) {
+                text->setSource(text->source().resolved(QUrl(link.captured(1))));
+                EXPECT_GT(text->toPlainText().size(), 200)
+                    << page.toStdString() << " links to " << link.captured(1).toStdString();
+            }
+        }
+    }
+}
+
+bool IsSetting(const QWidget& widget) {
+    return qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
+           qobject_cast<const QAbstractSpinBox*>(&widget) ||
+           qobject_cast<const QCheckBox*>(&widget) ||
+           qobject_cast<const views::KeyGrid*>(&widget) ||
+           (qobject_cast<const QAbstractSlider*>(&widget) && widget.focusPolicy() != Qt::NoFocus);
+}
+
+TEST(Help, EverySettingOfEveryPageHasADescription) {
+    Desk desk;
+    std::map<QString, QString> english;
+    for (const Integer language : kLanguages) {
+        desk.Speak(language);
+        for (const QString& id : PagesOf(desk)) {
+            desk.Page(qPrintable(id));
+            for (const auto* widget : desk.window->centralWidget()->findChildren<QWidget*>()) {
+                if (!IsSetting(*widget) ||
+                    qobject_cast<QAbstractSpinBox*>(widget->parentWidget()) ||
+                    qobject_cast<QComboBox*>(widget->parentWidget()))
+                    continue;
+                const QString name = widget->objectName();
+                EXPECT_FALSE(widget->whatsThis().isEmpty())
+                    << id.toStdString() << ": " << name.toStdString() << " "
+                    << widget->metaObject()->className();
+                const auto [known, isNew] = english.emplace(name, widget->whatsThis());
+                if (language != kLanguages[0])
+                    EXPECT_NE(known->second, widget->whatsThis()) << name.toStdString();
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace qx::test
