@@ -3,6 +3,9 @@ set(packages qxconf)
 if(QX_BUILD_APP)
     list(APPEND packages qx-configurator qxcontrols-designer)
 endif()
+if(QX_BUILD_PYTHON)
+    list(APPEND packages python3-qxcontrols)
+endif()
 list(APPEND packages libqxcontrols-dev)
 
 set(CPACK_GENERATOR DEB)
@@ -12,7 +15,9 @@ set(CPACK_COMPONENTS_ALL ${packages})
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/debian/Compress.cmake)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/debian/Finish.cmake)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -49,16 +54,31 @@ qx_package(libqxcontrols-dev libdevel "libraries for programs that program point
            "The control library, which needs the standard library alone, the host layer,"
            "the simulated keyboard, and the views and widgets for Qt 6: headers, static"
            "libraries, and their CMake package.")
+qx_package(python3-qxcontrols python "program point-of-sale keyboards from Python"
+           "Documents, plans, verified writes, recovery of interrupted writes and simulated"
+           "keyboards of modular point-of-sale keyboards, for scripts and their tests.")
 qx_package(qxcontrols-designer libdevel "Qt Designer plug-in of the QXControls widgets"
            "Offers the views of point-of-sale keyboards' modules as widgets with"
            "properties, in Qt Designer and its form loader.")
 
 # Files of the driver host, the simulated keyboard and the layouts come with qxconf.
 set(CPACK_DEBIAN_QX-CONFIGURATOR_PACKAGE_DEPENDS "qxconf (= ${PROJECT_VERSION}-1)")
+# For texts of Qt's own dialogs.
+set(CPACK_DEBIAN_QX-CONFIGURATOR_PACKAGE_RECOMMENDS "qt6-translations-l10n, qt6-wayland")
 # The control library itself needs none of them.
 set(CPACK_DEBIAN_LIBQXCONTROLS-DEV_PACKAGE_RECOMMENDS
     "nlohmann-json3-dev (>= 3.11), qt6-base-dev, qxconf (= ${PROJECT_VERSION}-1)")
 set(CPACK_DEBIAN_LIBQXCONTROLS-DEV_PACKAGE_SUGGESTS "qt6-svg-dev, qxcontrols-designer")
-set(CPACK_DEBIAN_QXCONF_PACKAGE_SUGGESTS "qx-configurator")
+set(CPACK_DEBIAN_QXCONF_PACKAGE_SUGGESTS "qx-configurator, bash-completion")
+if(QX_BUILD_PYTHON)
+    # The module is of one version of the interpreter.
+    set(Python3_ROOT_DIR /usr)
+    find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    math(EXPR next "${Python3_VERSION_MINOR} + 1")
+    set(CPACK_DEBIAN_PYTHON3-QXCONTROLS_PACKAGE_DEPENDS
+        "python3 (>= 3.${Python3_VERSION_MINOR}), python3 (<< 3.${next}), qxconf (= ${PROJECT_VERSION}-1)")
+    set(CPACK_DEBIAN_PYTHON3-QXCONTROLS_PACKAGE_CONTROL_EXTRA
+        ${CMAKE_CURRENT_LIST_DIR}/python/postinst ${CMAKE_CURRENT_LIST_DIR}/python/prerm)
+endif()
 
 include(CPack)

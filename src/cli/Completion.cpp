@@ -30,7 +30,12 @@ _qxconf() {
     *) compadd -- "${candidates[@]}" ;;
     esac
 }
-compdef _qxconf qxconf
+# An installed file of this text is itself the function _qxconf when it is first called.
+if [[ ${funcstack[1]} == _qxconf ]]; then
+    _qxconf "$@"
+else
+    compdef _qxconf qxconf
+fi
 )";
 
 constexpr const char* kFish = R"(# Completion of qxconf for fish:  qxconf completion fish | source

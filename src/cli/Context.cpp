@@ -7,6 +7,7 @@
 #include "files/SystemTexts.h"
 #include "host/ErrorJson.h"
 #include "host/ErrorText.h"
+#include "host/Schemas.h"
 #include "host/Traces.h"
 #include "setup/LayoutSource.h"
 
@@ -288,7 +289,7 @@ int Context::Report(const Interrupted& interrupted) {
     if (options.json) {
         host::Json json =
             host::ToJson(host::Error(host::Cause::Stopped, {.holds = host::Holds::NotTouched}));
-        json["code"] = "interrupted";
+        json["code"] = host::kInterruptedCode;
         json["message"] = message;
         JsonResult({{"error", std::move(json)}});
     }

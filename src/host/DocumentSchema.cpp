@@ -9,7 +9,7 @@ namespace qx::host {
 
 namespace {
 
-constexpr const char* kDialect = "https://json-schema.org/draft/2020-12/schema";
+constexpr const char* kWithoutNul = "^[^\\u0000]*$";
 constexpr const char* kPlaceholder = "^\\$\\{[A-Za-z][A-Za-z0-9_-]*\\}$";
 
 Json WholeNumber(Integer nMin, Integer nMax) {
@@ -50,6 +50,7 @@ public:
     }
     std::string Text(const Field& field, const std::string& sValue, std::size_t maxUnits) override {
         Add(field, {{"type", "string"},
+                    {"pattern", kWithoutNul},
                     {"description", "at most " + std::to_string(maxUnits) +
                                         " UTF-16 units, when its placeholders are replaced"}});
         return sValue;
@@ -135,7 +136,7 @@ Json DocumentSchema() {
         schema["title"] = section->Info().title;
         properties[std::string(section->Info().key)] = std::move(schema);
     }
-    Json schema = {{"$schema", kDialect}, {"title", "QXControls configuration document"}};
+    Json schema = {{"title", "QXControls configuration document"}};
     schema.update(ObjectOf(std::move(properties), {"format", "version"}));
     schema["$defs"] = {
         {"code",

@@ -16,8 +16,11 @@ namespace {
 constexpr std::chrono::minutes kDriverSilence{2};
 constexpr Integer kEnglish = 1033;
 
-host::ConfigurationDocument Parsed(const std::string& text, const std::string& name) {
-    return host::ConfigurationDocument::Parse(text, name);
+// Opens the chosen layout, or else the keyboard's own, or else that of English (US).
+void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
+                const std::string& chosen, const std::string& own = {}) {
+    const std::string& name = chosen.empty() ? own : chosen;
+    setup::OpenLayout(layout, folder, name.empty() ? setup::PreferredLayout(kEnglish) : name);
 }
 
 std::vector<host::Section*> ReadInto(host::Configuration& configuration,
@@ -58,11 +61,10 @@ std::string ToText(const host::Writer::Outcome& outcome) {
 void Check(const std::string& text, const std::string& name, const Values& variables,
            const std::filesystem::path& layouts, const std::string& layout) {
     QXKeyboardLayoutData captions;
-    setup::OpenLayout(captions, layouts,
-                      layout.empty() ? setup::PreferredLayout(kEnglish) : layout);
+    OpenLayout(captions, layouts, layout);
     const Platform platform;
     host::Configuration configuration(platform, &captions, nullptr, host::LayoutUse::Captions);
-    ReadInto(configuration, Parsed(text, name), variables);
+    ReadInto(configuration, host::ConfigurationDocument::Parse(text, name), variables);
 }
 
 std::string PlannedWrite::Changes() const {
@@ -87,10 +89,8 @@ void Keyboard::Open() {
     options.progress = [this](int percent) { ShowProgress(percent); };
     auto session = std::make_unique<host::Session>(*m_driver.driver, m_platform, options);
     session->Open();
-    const std::string own = m_driver.layout ? m_driver.layout() : "";
-    const std::string& chosen = m_choice.layout.empty() ? own : m_choice.layout;
-    setup::OpenLayout(m_layout, m_choice.layouts,
-                      chosen.empty() ? setup::PreferredLayout(kEnglish) : chosen);
+    OpenLayout(m_layout, m_choice.layouts, m_choice.layout,
+               m_driver.layout ? m_driver.layout() : "");
     m_session = std::move(session);
 }
 
@@ -169,7 +169,7 @@ Keyboard::Reading Keyboard::Read() {
 
 PlannedWrite Keyboard::Plan(const std::string& text, const std::string& name,
                             const Values& variables, bool skipAbsent, bool full, bool repair) {
-    const auto document = Parsed(text, name);
+    const auto document = host::ConfigurationDocument::Parse(text, name);
     const auto configuration = NewConfiguration();
     const auto present = Session().SectionsIn(*configuration, skipAbsent, &document);
     auto sections = ReadInto(*configuration, document, variables);

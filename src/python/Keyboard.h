@@ -31,7 +31,8 @@ struct PlannedWrite {
     host::WritePlan plan;
     host::WriteRequest request;
 
-    [[nodiscard]] std::string Changes() const; // JSON: a list of place, name, from, to
+    [[nodiscard]] std::string
+    Changes() const; // JSON: a list of objects with place, setting, before, after
     [[nodiscard]] Long Bytes() const {
         return request.full ? plan.BytesInAll() : plan.BytesToSend();
     }

@@ -2,8 +2,8 @@
 // cross as JSON text, in the form of qxconf's results.
 #include "python/Keyboard.h"
 
-#include "host/DocumentSchema.h"
 #include "host/ErrorText.h"
+#include "host/Schemas.h"
 
 #include <pybind11/functional.h>
 #include <pybind11/pybind11.h>
@@ -55,7 +55,7 @@ void Translate(std::exception_ptr thrown) {
 
 PYBIND11_MODULE(_core, module) {
     py::register_exception_translator(Translate);
-    module.def("schema", [] { return host::DocumentSchema().dump(); });
+    module.def("schema", [] { return host::Schema("document").dump(); });
     module.def("check", &Check, "text"_a, "name"_a, "variables"_a, "layouts"_a, "layout"_a);
     // Transfers take long: other threads go on meanwhile. The callbacks get the lock themselves.
     const py::call_guard<py::gil_scoped_release> unlocked;

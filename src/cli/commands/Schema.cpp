@@ -1,20 +1,30 @@
 #include "cli/commands/Commands.h"
 
-#include "host/DocumentSchema.h"
+#include "host/Schemas.h"
+
+#include <memory>
 
 namespace qx::cli {
 
 Command SchemaCommand() {
+    const auto name = std::make_shared<std::string>("document");
     return {
         .name = "schema",
-        .summary = "Print the JSON Schema of documents, for editors and validators",
-        .footer = "An editor that knows the schema completes members and marks faults while a "
-                  "document is typed.\nOnly qxconf validate finds all faults.\n\nExamples:\n"
-                  "  qxconf schema > qx-configuration.schema.json",
+        .summary = "Print a JSON Schema, for editors and validators",
+        .options = {{.name = "NAME",
+                     .target = name.get(),
+                     .summary = "The schema of a document (the default), result, error, job, "
+                                "report, journal, backup or receipt",
+                     .choices = host::SchemaNames()}},
+        .footer = "An editor that knows the document's schema completes members and marks faults "
+                  "while a document is typed.\nOnly qxconf validate finds all faults.\n\n"
+                  "Examples:\n"
+                  "  qxconf schema > document.schema.json\n"
+                  "  qxconf schema result",
         .run =
-            [](Context& context) {
-                const host::Json schema = host::DocumentSchema();
-                context.DocumentResult({{"documentSchema", schema}}, schema);
+            [name](Context& context) {
+                const host::Json schema = host::Schema(*name);
+                context.DocumentResult({{"name", *name}, {"jsonSchema", schema}}, schema);
             },
     };
 }

@@ -1,0 +1,105 @@
+#include "host/Schemas.h"
+
+#include "host/DocumentSchema.h"
+#include "host/Error.h"
+#include "host/SchemaTexts.h"
+
+#include <map>
+
+namespace qx::host {
+
+namespace {
+
+constexpr std::string_view kReference = "#/$defs/";
+
+constexpr const char* kDialect = "https://json-schema.org/draft/2020-12/schema";
+
+template <typename Enum>
+Json Codes(Enum first, Enum last) {
+    Json codes = Json::array();
+    for (int i = static_cast<int>(first); i <= static_cast<int>(last); ++i)
+        codes.push_back(CodeOf(static_cast<Enum>(i)));
+    return {{"enum", std::move(codes)}};
+}
+
+// Which codes an error of each kind has, and which causes.
+Json ErrorKinds() {
+    std::map<ErrorKind, Json> causes;
+    for (int i = 0; i <= static_cast<int>(kLastCause); ++i)
+        causes[KindOf(static_cast<Cause>(i))].push_back(CodeOf(static_cast<Cause>(i)));
+    Json kinds = Json::array();
+    for (auto& [kind, ofKind] : causes) {
+        Json codes = {CodeOf(kind)};
+        if (kind == ErrorKind::Stopped)
+            codes.push_back(kInterruptedCode);
+        kinds.push_back(
+            {{"properties",
+              {{"code", {{"enum", std::move(codes)}}}, {"cause", {{"enum", std::move(ofKind)}}}}}});
+    }
+    return kinds;
+}
+
+Json ErrorCodes(const Json& kinds) {
+    Json codes = Json::array();
+    for (const Json& kind : kinds)
+        for (const Json& code : kind["properties"]["code"]["enum"])
+            codes.push_back(code);
+    return {{"enum", std::move(codes)}};
+}
+
+Json AllDefinitions() {
+    Json all = Json::object();
+    for (const char* const text : kSchemaTexts)
+        all.update(Json::parse(text));
+    Json document = DocumentSchema();
+    all.update(document["$defs"]);
+    document.erase("$defs");
+    all["keyboard"] = document["properties"]["keyboard"];
+    all["document"] = std::move(document);
+    Json kinds = ErrorKinds();
+    all["errorCode"] = ErrorCodes(kinds);
+    all["error"]["anyOf"] = std::move(kinds);
+    all["holds"] = Codes(Holds::NotTouched, Holds::Unknown);
+    all["suggestion"] = Codes(Suggestion::Recover, Suggestion::MoveFileAway);
+    all["faultCode"] = Codes(FaultKind::TooManyBytes, json::kLastFaultKind);
+    all["deed"] = Codes(files::Deed::None, files::Deed::Load);
+    all["obstacle"] = Codes(files::Obstacle::None, files::Obstacle::NoSuchModel);
+    return all;
+}
+
+// Adds the definitions that the schema refers to, and those that they refer to.
+void AddUsed(const Json& schema, const Json& all, Json& used) {
+    if (schema.is_object())
+        if (const auto reference = schema.find("$ref");
+            reference != schema.end() && reference->is_string()) {
+            const auto name = reference->get<std::string>().substr(kReference.size());
+            if (!used.contains(name)) {
+                used[name] = all.at(name);
+                AddUsed(all.at(name), all, used);
+            }
+        }
+    for (const Json& member : schema)
+        if (member.is_structured())
+            AddUsed(member, all, used);
+}
+
+} // namespace
+
+const std::vector<std::string>& SchemaNames() {
+    static const std::vector<std::string> names = {"document", "result",  "error",  "job",
+                                                   "report",   "journal", "backup", "receipt"};
+    return names;
+}
+
+Json Schema(std::string_view name) {
+    const Json all = AllDefinitions();
+    const Json& own = all.at(std::string(name));
+    Json used = Json::object();
+    AddUsed(own, all, used);
+    Json schema = {{"$schema", kDialect}};
+    schema.update(own);
+    schema["$defs"] = std::move(used);
+    return schema;
+}
+
+} // namespace qx::host
