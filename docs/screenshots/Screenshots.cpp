@@ -6,11 +6,14 @@
 // They show a simulated keyboard of its own with a few settings; `make` beside this file and
 // packaging/windows/pictures run it for all combinations.
 #include "LayoutFaults.h"
+#include "app/Appearance.h"
 #include "app/Failure.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/Paths.h"
 #include "app/StartWizard.h"
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
@@ -45,18 +48,6 @@ constexpr const char* kSettings = R"({ "format": "qx-configuration", "version": 
   "pos": { "blocks": [
     { "slot": 1, "blockId": 1, "colorId": 0, "keys": [1, 2, 16, 17], "sequence": "A" },
     { "slot": 5, "blockId": 2, "colorId": 1, "keys": [5, 20, 35], "sequence": "B" } ] } })";
-
-QPalette DarkPalette() {
-    QPalette dark(QColor(0x2B, 0x2D, 0x30));
-    dark.setColor(QPalette::Base, QColor(0x1E, 0x1F, 0x22));
-    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2B));
-    dark.setColor(QPalette::PlaceholderText, QColor(0x9A, 0x9D, 0xA3));
-    dark.setColor(QPalette::Highlight, QColor(0x2E, 0x6B, 0xB5));
-    dark.setColor(QPalette::HighlightedText, Qt::white);
-    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
-        dark.setColor(QPalette::Disabled, role, QColor(0x7A, 0x7D, 0x83));
-    return dark;
-}
 
 class Camera {
 public:
@@ -118,16 +109,42 @@ void Press(app::MainWindow& window, const char* name) {
             return button->click();
 }
 
+template <typename Control>
+void Edit(app::Workbench& workbench, const char* key, const std::function<void(Control&)>& change) {
+    host::Section& section = *workbench.Configuration().Find(key);
+    workbench.Edit(section, [&] { change(dynamic_cast<Control&>(section.Control())); });
+}
+
 void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
     ShowPage(window, QStringLiteral("overview"));
     camera.Take(window, QStringLiteral("00-opened"));
     window.ShowPage(QStringLiteral("freeProgKeys"));
     camera.Take(window, QStringLiteral("00-no-key"));
+    QObject::connect(&workbench, &app::Workbench::Stepped, &window, [&](host::Step step) {
+        if (step == host::Step::Checking)
+            camera.Take(window, QStringLiteral("21-writing"));
+    });
     camera.TakeDialog(
         QStringLiteral("20-review"), [&] { window.Transfers().Write(); },
         QStringLiteral("cmdWrite"));
     window.Transfers().Read(); // with all sections
     camera.Take(window, QStringLiteral("00-notice"));
+    Edit<QXFreeProgKeys>(workbench, "freeProgKeys", [](QXFreeProgKeys& control) {
+        for (const Integer key : {76, 80}) // the first of them never releases its key
+            control.Sequences().Key(key).SetBytes(key == 76 ? "\x1F" : "\x1F\x9F");
+    });
+    Edit<QXLayeredFuncKeys>(workbench, "layeredFuncKeys", [](QXLayeredFuncKeys& control) {
+        control.Layer(0).GetKey(5).SetBytes("\x1F\x9F");
+        control.Layer(4).GetKey(1).SetBytes("\x1F\x9F");
+    });
+    camera.TakeDialog(QStringLiteral("22-review-warnings"), [&] { window.Transfers().Write(); });
+    host::Error failure(
+        host::Cause::WritingFailed,
+        {.call = host::FailedCall{"QXCFG_ImageSave", 77}, .holds = host::Holds::PartlyWritten});
+    failure.suggestion = host::Suggestion::Recover;
+    window.screen.warn(app::FailureOf({}, failure));
+    Press(window, "noticeDetails");
+    camera.Take(window, QStringLiteral("23-failure"));
     window.findChild<QWidget*>(QStringLiteral("lblNotice"))->parentWidget()->hide();
     const setup::KeyboardChoice choice = workbench.Choice();
     auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
@@ -202,7 +219,7 @@ int main(int argc, char** argv) {
     if (arguments[4] != QLatin1String("system"))
         QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (arguments[4] == QLatin1String("dark"))
-        QApplication::setPalette(DarkPalette());
+        app::UseAppearance(app::Appearance::Dark);
 
     const auto folder = app::ToPath(arguments[1]);
     const auto work = folder / "work";

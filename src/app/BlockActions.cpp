@@ -63,14 +63,15 @@ void BlockActions::Join() {
     for (const Integer key : keys) {
         const Integer slot = blocks.FindBlockForKey(key);
         if (slot != 0 && own != 0 && slot != own)
-            return m_edits.Tell(tr("%1 is in block %2, other keys are in block %3: split one of "
-                                   "them off first. Nothing has been changed.")
-                                    .arg(m_edits.NameOf(key))
-                                    .arg(blocks.Block(slot).BlockID())
-                                    .arg(blocks.Block(own).BlockID()));
+            return m_edits.Report(tr("%1 is in block %2, other keys are in block %3: split one of "
+                                     "them off first. Nothing has been changed.")
+                                      .arg(m_edits.NameOf(key))
+                                      .arg(blocks.Block(slot).BlockID())
+                                      .arg(blocks.Block(own).BlockID()));
         own = own == 0 ? slot : own;
     }
     Edit([&](POSKeyboard& changed) { static_cast<void>(JoinKeys(changed, keys)); });
+    m_edits.ReportDone(tr("%n keys joined.", nullptr, static_cast<int>(keys.size())));
 }
 
 void BlockActions::Split() {
@@ -86,9 +87,11 @@ void BlockActions::Split() {
             gone.append(QString::number(block.BlockID()));
     }
     Edit([&](POSKeyboard& changed) { SplitKeys(changed, keys); });
-    if (!gone.isEmpty())
-        m_edits.Tell(tr("Removed with its sequence: block %1. Undo brings it back.")
-                         .arg(gone.join(QStringLiteral(", "))));
+    m_edits.ReportDone(gone.isEmpty()
+                           ? tr("%n key(s) split off.", nullptr, static_cast<int>(keys.size()))
+                           : tr("%n block(s) removed with the sequence: %1.", nullptr,
+                                static_cast<int>(gone.size()))
+                                 .arg(gone.join(QStringLiteral(", "))));
 }
 
 void BlockActions::SelectBlocks() {

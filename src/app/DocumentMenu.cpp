@@ -179,7 +179,7 @@ void DocumentMenu::Open(const QString& file) {
     try {
         m_workbench.OpenDocument(ToPath(chosen), Workbench::OpenAs::File);
         NoteRecent(chosen);
-        emit Told(OpenedText(chosen));
+        emit Reported(OpenedText(chosen));
     } catch (const std::exception& error) {
         emit Failed(FailureOf(tr("%1 could not be opened.").arg(chosen), error));
     }
@@ -206,7 +206,7 @@ void DocumentMenu::OpenCopy(const QString& file) {
         return;
     try {
         m_workbench.OpenDocument(ToPath(file), Workbench::OpenAs::Copy);
-        emit Told(tr("Opened as an untitled document: %1.").arg(file));
+        emit Reported(tr("Opened as an untitled document: %1.").arg(file));
     } catch (const std::exception& error) {
         emit Failed(FailureOf(tr("%1 could not be opened.").arg(file), error));
     }
@@ -242,7 +242,7 @@ DocumentMenu::LeftAnswer DocumentMenu::AskAboutLeft(UnsavedWork::LeftCopy& copy)
         m_workbench.OpenUnsaved(copy.Document());
         KeepUnsaved(); // before the old copy is deleted
         copy.Remove();
-        emit Told(tr("Opened the unsaved changes to %1; they are not saved yet.").arg(name));
+        emit Reported(tr("Opened the unsaved changes to %1; they are not saved yet.").arg(name));
         return answer;
     } catch (const std::exception& error) {
         emit Failed(FailureOf(tr("Unsaved work could not be opened."), error));
@@ -286,7 +286,7 @@ bool DocumentMenu::SaveInto(QString file, bool isClosing) {
         try {
             m_workbench.SaveDocument(ToPath(file));
             NoteRecent(file);
-            emit Told(tr("Saved %1.").arg(file));
+            emit Reported(tr("Saved %1.").arg(file));
             return true;
         } catch (const std::exception& error) {
             const Failure failure = FailureOf(tr("%1 could not be saved.").arg(file), error);

@@ -66,7 +66,7 @@ public:
     [[nodiscard]] QString DocumentName() const;
 
 signals:
-    void Told(const QString& text);
+    void Reported(const QString& text);
     void Warned(const QString& text); // about an automatic action
     void SavedByItself(const QString& text);
     void Failed(const Failure& failure);

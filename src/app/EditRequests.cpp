@@ -55,7 +55,7 @@ void EditRequests::Reload() {
 bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::string& sNewSeq,
                         Long lMaxLength) {
     if (!m_workbench.IsConnected()) {
-        m_screen.tell(
+        m_screen.report(
             tr("Connect a keyboard first, or the simulated one: the editor works with its "
                "keys."));
         return false;
@@ -67,7 +67,8 @@ bool EditRequests::Edit(Integer nPosCode, const std::string& sCurrSeq, std::stri
                                                       static_cast<Integer>(lMaxLength));
         });
     } catch (const host::Error& error) {
-        m_screen.tell(FailureOf(tr("The keyboard reported a failure to the editor."), error).text);
+        m_screen.report(
+            FailureOf(tr("The keyboard reported a failure to the editor."), error).text);
     }
     if (isEdited)
         KeepCodes(sNewSeq);
@@ -85,8 +86,8 @@ void EditRequests::KeepCodes(std::string& sSequence) {
         codes.append(QString::number(code));
     if (kept.leftOut.size() > kMostNamed)
         codes = codes.first(kMostNamed) << QStringLiteral("…");
-    m_screen.tell(tr("Left out, because no keyboard can store them: the codes %1")
-                      .arg(codes.join(QLatin1String(", "))));
+    m_screen.report(tr("Left out, because no keyboard can store them: the codes %1")
+                        .arg(codes.join(QLatin1String(", "))));
 }
 
 bool EditRequests::EditBlocks(POSKeyboard& blocks) {

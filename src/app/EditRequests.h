@@ -30,7 +30,8 @@ class EditRequests {
 public:
     struct Screen {
         std::function<bool(const QString& question)> ask; // true: go on
-        std::function<void(const QString& text)> tell;    // briefly, without a box
+        std::function<void(const QString& text)> report;  // briefly, without a box
+        std::function<void(const QString& text)> done;    // likewise, what can be undone
         std::function<void(const QString& text)> help;    // before an editor
     };
 
@@ -49,7 +50,9 @@ public:
     // Has the user edit the blocks. Whether they have changed.
     [[nodiscard]] bool EditBlocks(POSKeyboard& blocks);
     [[nodiscard]] bool Ask(const QString& question) const { return m_screen.ask(question); }
-    void Tell(const QString& text) const { m_screen.tell(text); }
+    void Report(const QString& text) const { m_screen.report(text); }
+    // After an edit, which the user may want to undo.
+    void ReportDone(const QString& text) const { m_screen.done(text); }
     // Answers this event as long as this object lives.
     template <typename EventType, typename Handler>
     void On(EventType& event, Handler handler) {

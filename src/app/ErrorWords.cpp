@@ -321,7 +321,8 @@ QString SuggestionText(const host::Error& error) {
         return Errors::tr("Choose Keyboard > Write to keyboard to replace the damaged part with "
                           "the document's settings.");
     case Suggestion::GiveVariables:
-        return Errors::tr("Only qxconf can fill in the placeholders of a document (option --set).");
+        return Errors::tr("The document has placeholders instead of values. Replace them in a text "
+                          "editor, and open it again.");
     case Suggestion::ChooseDriver:
         return Errors::tr("Choose another driver library or keyboard in the menu Keyboard.");
     case Suggestion::ChooseModel:

@@ -27,6 +27,12 @@ QString Lines(QStringList lines) {
     return lines.join(QLatin1Char('\n'));
 }
 
+Failure::Remedy RemedyOf(host::Suggestion suggestion) {
+    return suggestion == host::Suggestion::Recover         ? Failure::Remedy::Settle
+           : suggestion == host::Suggestion::RestoreBackup ? Failure::Remedy::Backups
+                                                           : Failure::Remedy::None;
+}
+
 } // namespace
 
 QString LossText(const host::Loss& loss) {
@@ -74,7 +80,8 @@ Failure FailureOf(const QString& what, const std::exception& error) {
     if (const auto* known = dynamic_cast<const host::Error*>(&error)) {
         const QString heading =
             known->holds ? WriteFailureText(*known) : Lines({what, CauseText(*known)});
-        return {Lines({heading, SuggestionText(*known)}), DetailsText(*known)};
+        return {Lines({heading, SuggestionText(*known)}), DetailsText(*known),
+                RemedyOf(known->suggestion)};
     }
     const bool isOfFile = dynamic_cast<const files::ProblemError*>(&error) != nullptr ||
                           dynamic_cast<const std::filesystem::filesystem_error*>(&error) != nullptr;

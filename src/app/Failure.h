@@ -20,6 +20,8 @@ namespace qx::app {
 struct Failure {
     QString text;    // the failure, the contents of the keyboard, the next step
     QString details; // the driver's calls, places, every fault of a document
+    // That the window can offer as a button.
+    enum class Remedy { None, Settle, Backups } remedy = Remedy::None;
 };
 
 // `what` is a sentence about the action that failed; may be empty. For an error of a write, it is
@@ -48,7 +50,7 @@ struct Failure {
 // The part that a restored backup did not contain.
 [[nodiscard]] QString NotRestoredText(const host::NotRestored& part);
 
-// Shows a failure in a message box, with the details on request.
+// Shows a failure in a message box, with the details on request: for programs without a window.
 void ShowFailure(QWidget* parent, const Failure& failure);
 
 } // namespace qx::app

@@ -78,14 +78,14 @@ void FilesPage::AddCodePage(QVBoxLayout& column) {
     column.addWidget(group);
 }
 
-void FilesPage::Attempt(const QString& doing, const QString& failed,
+void FilesPage::Attempt(const QString& doing, Work work, const QString& failed,
                         const std::function<QString()>& operation) {
     try {
         const QString done = [&] {
-            const Working working(m_workbench, doing);
+            const Working working(m_workbench, doing, work);
             return operation();
         }();
-        emit Told(done);
+        emit Reported(done);
     } catch (const std::exception& error) {
         emit Failed(FailureOf(failed, error));
     }
@@ -104,12 +104,13 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
     const host::SerialLine line{preferences.ChipcardBaudrate(), preferences.ChipcardPort()};
     const auto path = ToPath(file);
     if (isSaving)
-        return Attempt(tr("Reading from the keyboard…"), tr("%1 was not saved.").arg(title), [&] {
-            host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
-            return tr("Keyboard to file: %1 saved to %2.").arg(title, file);
-        });
-    Attempt(tr("Writing to the keyboard. Do not unplug it."), tr("%1 was not loaded.").arg(title),
-            [&] {
+        return Attempt(tr("Reading from the keyboard…"), Work::Read,
+                       tr("%1 was not saved.").arg(title), [&] {
+                           host::SaveKeyboardFile(m_workbench.Session(), kind, path, line);
+                           return tr("Keyboard to file: %1 saved to %2.").arg(title, file);
+                       });
+    Attempt(tr("Writing to the keyboard. Do not unplug it."), Work::Load,
+            tr("%1 was not loaded.").arg(title), [&] {
                 m_workbench.LoadKeyboardFile(kind, path, line);
                 m_workbench.Connect(); // its name and modules may have changed
                 return tr("File to keyboard: %1 loaded from %2.").arg(title, file);
@@ -121,11 +122,12 @@ void FilesPage::CompareCodePage() {
         chooseFile(tr("Code page"), false, ToQt(m_workbench.Preferences().PosCodePage()));
     if (file.isEmpty())
         return;
-    Attempt(tr("Reading from the keyboard…"), tr("The code page was not compared."), [&] {
-        return host::HasCodePage(m_workbench.Session(), ToPath(file))
-                   ? tr("The keyboard's code page equals %1.").arg(file)
-                   : tr("The keyboard's code page differs from %1.").arg(file);
-    });
+    Attempt(tr("Reading from the keyboard…"), Work::Read, tr("The code page was not compared."),
+            [&] {
+                return host::HasCodePage(m_workbench.Session(), ToPath(file))
+                           ? tr("The keyboard's code page equals %1.").arg(file)
+                           : tr("The keyboard's code page differs from %1.").arg(file);
+            });
 }
 
 } // namespace qx::app

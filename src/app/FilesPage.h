@@ -27,7 +27,7 @@ public:
     std::function<bool(const QString& question)> confirm;
 
 signals:
-    void Told(const QString& text);
+    void Reported(const QString& text);
     void Failed(const Failure& failure);
 
 private:
@@ -40,7 +40,7 @@ private:
     void CompareCodePage();
     // Shows `doing` during the operation, then its returned text, or its failure with the text
     // `failed`.
-    void Attempt(const QString& doing, const QString& failed,
+    void Attempt(const QString& doing, Work work, const QString& failed,
                  const std::function<QString()>& operation);
 
     Workbench& m_workbench;

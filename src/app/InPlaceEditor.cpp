@@ -1,9 +1,7 @@
 #include "app/InPlaceEditor.h"
 
+#include "app/LintWords.h"
 #include "app/Workbench.h"
-#include "host/SequenceLint.h"
-#include "qxcontrols/keys/KeyName.h"
-#include "views/Bindings.h"
 
 namespace qx::app {
 
@@ -42,28 +40,10 @@ void InPlaceEditor::ShowSelected() {
 
 SequenceInspector::Remarks InPlaceEditor::RemarksOn(const std::vector<Byte>& codes) const {
     const QXKeyboardLayoutData& layout = m_edits.Bench().Layout();
-    const auto name = [&](Long key) { return views::ToQt(KeyName(key, &layout)); };
     SequenceInspector::Remarks remarks;
     const std::vector<Integer> all(codes.begin(), codes.end());
-    for (const host::SequenceWarning& warning : host::LintSequence(all, &layout)) {
-        switch (warning.kind) {
-        case host::SequenceWarningKind::NeverReleased:
-            remarks.warnings += tr("Key %1 is pressed and never released.").arg(name(warning.key));
-            break;
-        case host::SequenceWarningKind::NeverPressed:
-            remarks.warnings +=
-                tr("Key %1 is released and was not pressed.").arg(name(warning.key));
-            break;
-        case host::SequenceWarningKind::KeyAbove127:
-            remarks.warnings +=
-                tr("Key %1 is released and was not pressed; a sequence cannot press key %2.")
-                    .arg(name(warning.key), name(warning.key + kRelease));
-            break;
-        case host::SequenceWarningKind::NotInLayout:
-            remarks.warnings += tr("This layout has no key %1.").arg(warning.key);
-            break;
-        }
-    }
+    for (const host::SequenceWarning& warning : host::LintSequence(all, &layout))
+        remarks.warnings += WarningText(warning, layout);
     return remarks;
 }
 

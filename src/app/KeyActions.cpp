@@ -119,7 +119,9 @@ void KeyActions::Clear() {
     for (std::size_t i = 0; i < keys.size(); ++i)
         if (!sent[i].codes.empty())
             wanted[keys[i]];
-    m_edits.Put(wanted);
+    const int count = static_cast<int>(wanted.size());
+    if (m_edits.Put(wanted) && count > 1)
+        m_edits.ReportDone(tr("%n keys cleared.", nullptr, count));
 }
 
 void KeyActions::Copy() {
@@ -136,14 +138,16 @@ void KeyActions::Paste() {
         data == nullptr ? Sequences() : FromMime(*data, m_edits.Bench().Layout());
     const std::vector<int> keys = Senders();
     if (sequences.empty())
-        return m_edits.Tell(tr("The clipboard has no key sequence."));
+        return m_edits.Report(tr("The clipboard has no key sequence."));
     if (sequences.size() > 1 && sequences.size() != keys.size())
-        return m_edits.Tell(tr("%n sequences were copied: select as many keys to paste them.",
-                               nullptr, static_cast<int>(sequences.size())));
+        return m_edits.Report(tr("%n sequences were copied: select as many keys to paste them.",
+                                 nullptr, static_cast<int>(sequences.size())));
     std::map<int, KeyEdits::Codes> wanted;
     for (std::size_t i = 0; i < keys.size(); ++i)
         wanted[keys[i]] = sequences[sequences.size() == 1 ? 0 : i];
-    m_edits.Put(wanted);
+    const int count = static_cast<int>(wanted.size());
+    if (m_edits.Put(wanted) && count > 1)
+        m_edits.ReportDone(tr("Pasted into %n keys.", nullptr, count));
 }
 
 void KeyActions::Duplicate() {
@@ -158,14 +162,16 @@ void KeyActions::Duplicate() {
         return each.capacity > 0 && each.codes.empty();
     });
     if (free == sent.end())
-        return m_edits.Tell(tr("No key after this one is free."));
+        return m_edits.Report(tr("No key after this one is free."));
     const int onto = behind[static_cast<std::size_t>(free - sent.begin())];
     if (m_edits.Put({{onto, codes}}))
         m_grid.Select({onto});
 }
 
 void KeyActions::Swap(int one, int other) {
-    m_edits.Put({{one, m_edits.SentBy(other).codes}, {other, m_edits.SentBy(one).codes}});
+    if (m_edits.Put({{one, m_edits.SentBy(other).codes}, {other, m_edits.SentBy(one).codes}}))
+        m_edits.ReportDone(
+            tr("%1 and %2 swapped.").arg(m_edits.SenderName(one), m_edits.SenderName(other)));
 }
 
 void KeyActions::Drop(int from, int onto, bool swaps) {
@@ -189,7 +195,8 @@ QString KeyActions::Fill(const Series& series) {
             return typed.fault;
         wanted[key] = std::move(typed.codes);
     }
-    m_edits.Put(wanted);
+    if (m_edits.Put(wanted))
+        m_edits.ReportDone(tr("%n keys filled.", nullptr, index));
     return {};
 }
 

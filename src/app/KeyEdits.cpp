@@ -65,20 +65,24 @@ bool KeyEdits::Put(const std::map<int, Codes>& wanted) {
     for (const auto& [key, codes] : wanted) {
         if (SenderOf(key) != refusal->element)
             continue;
-        Tell(refusal->capacity == 0
-                 ? tr("%1 cannot be programmed. Nothing has been changed.").arg(NameOf(key))
-                 : tr("%1 has room for %2 codes, but the sequence has %3. Nothing has been "
-                      "changed.")
-                       .arg(NameOf(key))
-                       .arg(refusal->capacity)
-                       .arg(refusal->length));
+        Report(refusal->capacity == 0
+                   ? tr("%1 cannot be programmed. Nothing has been changed.").arg(NameOf(key))
+                   : tr("%1 has room for %2 codes, but the sequence has %3. Nothing has been "
+                        "changed.")
+                         .arg(NameOf(key))
+                         .arg(refusal->capacity)
+                         .arg(refusal->length));
         break;
     }
     return false;
 }
 
-void KeyEdits::Tell(const QString& text) const {
-    m_edits.Tell(text);
+void KeyEdits::Report(const QString& text) const {
+    m_edits.Report(text);
+}
+
+void KeyEdits::ReportDone(const QString& text) const {
+    m_edits.ReportDone(text);
 }
 
 } // namespace qx::app

@@ -41,7 +41,8 @@ public:
     // Gives keys new sequences; keys that act together get the same. If a sequence does not fit,
     // the result is false and a notice names the key.
     bool Put(const std::map<int, Codes>& wanted);
-    void Tell(const QString& text) const;
+    void Report(const QString& text) const;
+    void ReportDone(const QString& text) const; // with an offer to undo it
 
     [[nodiscard]] host::Section& Section() const;
     [[nodiscard]] Workbench& Bench() const { return m_workbench; }

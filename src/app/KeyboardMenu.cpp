@@ -2,6 +2,7 @@
 
 #include "app/Failure.h"
 #include "app/Paths.h"
+#include "app/Working.h"
 #include "views/LineIcon.h"
 
 #include <QAction>
@@ -41,6 +42,7 @@ void KeyboardMenu::Enable() {
 
 bool KeyboardMenu::Connect(const setup::KeyboardChoice& choice) {
     try {
+        const Working working(m_workbench, tr("Connecting the keyboard…"));
         m_workbench.Connect(choice);
     } catch (const std::exception& error) {
         m_failure = FailureOf({}, error);
@@ -74,7 +76,7 @@ void KeyboardMenu::ChooseDriver() {
 
 void KeyboardMenu::Settle() {
     if (!m_transfers.Recover())
-        emit Told(tr("No write to this keyboard was interrupted."));
+        emit Reported(tr("No write to this keyboard was interrupted."));
 }
 
 } // namespace qx::app

@@ -35,7 +35,7 @@ public:
 signals:
     void Connected();
     void ConnectionFailed(const Failure& why);
-    void Told(const QString& text);
+    void Reported(const QString& text);
 
 private:
     void ChooseDriver();

@@ -20,14 +20,15 @@ KeyboardState::KeyboardState(Workbench& workbench, QObject* parent)
 }
 
 void KeyboardState::TakeHeld(bool isDocument) {
-    if (isDocument) {
+    m_held.clear();
+    if (isDocument)
         for (host::Section* section : m_workbench.History().Sections())
             if (m_workbench.Has(*section))
-                m_held[std::string(section->Info().key)] =
-                    m_workbench.Configuration().List({section});
-    } else {
-        m_held.clear();
-    }
+                m_held[std::string(section->Info().key)] = {
+                    m_workbench.Configuration().List({section}),
+                    m_workbench.Faces().Of(section->Info().key).GroupedKeys(),
+                    m_workbench.History().Revision(*section),
+                    {}};
     LookAgain();
 }
 
@@ -61,10 +62,45 @@ KeyboardState::Kind KeyboardState::Compared() {
         const auto held = m_held.find(section->Info().key);
         if (held == m_held.end())
             return Kind::Unknown;
-        m_changes += static_cast<int>(
-            host::Compare(held->second, m_workbench.Configuration().List({section})).size());
+        Held& known = held->second;
+        const std::size_t revision = m_workbench.History().Revision(*section);
+        if (std::exchange(known.revision, revision) != revision) {
+            known.changes.clear();
+            for (const host::Difference& difference :
+                 host::Compare(known.settings, m_workbench.Configuration().List({section})))
+                known.changes.insert(difference.place);
+        }
+        m_changes += static_cast<int>(known.changes.size());
     }
     return m_changes == 0 ? Kind::Same : Kind::Differs;
+}
+
+const KeyboardState::Held* KeyboardState::HeldOf(std::string_view section) const {
+    const auto held = m_held.find(section);
+    const bool isCompared =
+        (m_kind == Kind::Same || m_kind == Kind::Differs) &&
+        m_workbench.History().TakesPart(*m_workbench.Configuration().Find(std::string(section)));
+    return isCompared && held != m_held.end() ? &held->second : nullptr;
+}
+
+bool KeyboardState::IsChanged(std::string_view section, std::string_view element) const {
+    const Held* held = HeldOf(section);
+    if (held == nullptr)
+        return false;
+    const std::string place = "/" + std::string(section) + "/" + std::string(element);
+    const auto first = held->changes.lower_bound(place); // a place goes on with '/' or '['
+    return first != held->changes.end() && first->starts_with(place);
+}
+
+bool KeyboardState::IsKeyChanged(std::string_view section, int key) const {
+    const Held* held = HeldOf(section);
+    if (held == nullptr)
+        return false;
+    SectionFace& face = m_workbench.Faces().Of(section);
+    const std::string sender = face.SenderOf(key);
+    const auto before = held->groups.find(key);
+    const bool isMoved = before != held->groups.end() && before->second != sender;
+    return isMoved || IsChanged(section, sender);
 }
 
 // The keyboard is read only if there are records of interrupted writes.

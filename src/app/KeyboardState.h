@@ -7,7 +7,9 @@
 #include <QObject>
 
 #include <map>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qx::app {
@@ -28,20 +30,33 @@ public:
     [[nodiscard]] Kind Now() const { return m_kind; }
     // The number of settings that differ.
     [[nodiscard]] int Changes() const { return m_changes; }
+    // Whether one of them belongs to this element of a section: "keys[0]", "keys[0][12]".
+    [[nodiscard]] bool IsChanged(std::string_view section, std::string_view element) const;
+    // Whether the key, on the page of its section, does something else than in the keyboard.
+    [[nodiscard]] bool IsKeyChanged(std::string_view section, int key) const;
 
 signals:
     void Changed();
 
 private:
+    // A section as the keyboard holds it.
+    struct Held {
+        std::vector<host::Setting> settings;
+        SectionFace::Groups groups;
+        std::size_t revision = 0;      // of the document's section, when they were compared
+        std::set<std::string> changes; // the places of the settings that differed then
+    };
+
     void TakeHeld(bool isDocument);
     void LookAgain();   // at the keyboard
     void FindOutSoon(); // once for all changes of an action
     void FindOut();
     [[nodiscard]] Kind Compared();
     [[nodiscard]] bool HoldsInterrupted() const;
+    [[nodiscard]] const Held* HeldOf(std::string_view section) const; // null for nothing to compare
 
     Workbench& m_workbench;
-    std::map<std::string, std::vector<host::Setting>, std::less<>> m_held; // by the sections' keys
+    std::map<std::string, Held, std::less<>> m_held; // by the sections' keys
     Kind m_kind = Kind::NoKeyboard;
     int m_changes = 0;
     bool m_isInterrupted = false;

@@ -99,7 +99,8 @@ void LayerActions::Copy(Integer nFrom, Integer nTo) {
         m_control.Layer(nTo) = std::move(copy);
         m_control.ReloadKeySettings();
     });
-    m_edits.Tell(tr("Layer %1 now has the keys of layer %2.").arg(TitleOf(nTo), TitleOf(nFrom)));
+    m_edits.ReportDone(
+        tr("Layer %1 now has the keys of layer %2.").arg(TitleOf(nTo), TitleOf(nFrom)));
 }
 
 void LayerActions::Swap(Integer nOne, Integer nOther) {
@@ -107,7 +108,7 @@ void LayerActions::Swap(Integer nOne, Integer nOther) {
         std::swap(m_control.Layer(nOne), m_control.Layer(nOther));
         m_control.ReloadKeySettings();
     });
-    m_edits.Tell(tr("Layers %1 and %2 have been swapped.").arg(nOne).arg(nOther));
+    m_edits.ReportDone(tr("Layers %1 and %2 have been swapped.").arg(nOne).arg(nOther));
 }
 
 // At every letter, as descriptions are: the history makes one step of them.

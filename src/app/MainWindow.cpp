@@ -1,8 +1,9 @@
 #include "app/MainWindow.h"
 
+#include "app/ChangeMark.h"
+#include "app/DifferenceTree.h"
 #include "app/FileDrops.h"
 #include "app/Help.h"
-#include "app/NoticeBar.h"
 #include "app/Places.h"
 #include "app/SettingWords.h"
 #include "app/StateChip.h"
@@ -18,6 +19,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialogButtonBox>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QToolBar>
@@ -48,7 +50,12 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                    if (QWidget* editor = QApplication::activeModalWidget())
                        QMessageBox::information(editor, windowTitle(), views::Plain(text));
                    else
-                       Tell(text);
+                       Report(text);
+               },
+               [this](const QString& text) {
+                   m_notice->Show({Notice::Kind::Success, text, {}, {{tr("Undo"), [this] {
+                                                                          m_undo->trigger();
+                                                                      }}}});
                },
                [this](const QString& text) {
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
@@ -64,7 +71,10 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                                      QMessageBox::Yes | QMessageBox::No,
                                      QMessageBox::No) == QMessageBox::Yes;
     };
-    screen.warn = [this](const Failure& failure) { ShowFailure(this, failure); };
+    screen.warn = [this](const Failure& failure) {
+        m_notice->Show(
+            {Notice::Kind::Warning, failure.text, failure.details, OffersFor(failure.remedy)});
+    };
     setObjectName(QStringLiteral("mainWindow"));
     RestorePlace(*this, workbench.Preferences());
 }
@@ -74,49 +84,63 @@ MainWindow::~MainWindow() = default;
 // Fonts, icons and the widgets' first layout take longer than all else at the start.
 void MainWindow::Fill() {
     ConnectSignals();
-    SwitchLanguage();
+    MakeAgain();
     if (const QString warning = m_workbench.PreferencesWarning(); !warning.isEmpty())
-        TellWarning(warning);
+        ReportWarning(warning);
     qApp->installEventFilter(this);
     emit Appeared();
 }
 
 void MainWindow::ConnectSignals() {
-    connect(m_documents, &DocumentMenu::Told, this, &MainWindow::Tell);
-    connect(m_documents, &DocumentMenu::Warned, this, &MainWindow::TellWarning);
+    connect(m_documents, &DocumentMenu::Reported, this, &MainWindow::Report);
+    connect(m_documents, &DocumentMenu::Warned, this, &MainWindow::ReportWarning);
     connect(m_documents, &DocumentMenu::SavedByItself, this,
             [this](const QString& text) { m_status->ShowBriefly(text); });
     connect(m_documents, &DocumentMenu::Failed, this, &MainWindow::Warn);
-    connect(m_sheets, &SheetMenu::Done, this, &MainWindow::TellDone);
+    connect(m_sheets, &SheetMenu::Done, this, &MainWindow::ReportDone);
     connect(m_sheets, &SheetMenu::Failed, this, &MainWindow::Warn);
-    connect(m_transfers, &Transfers::Done, this, &MainWindow::TellDone);
-    connect(m_transfers, &Transfers::Warned, this, &MainWindow::TellWarning);
+    connect(m_transfers, &Transfers::Done, this, &MainWindow::ReportDone);
+    connect(m_transfers, &Transfers::ReadOther, this,
+            [this](const QString& text, const std::vector<host::Difference>& differences) {
+                m_notice->Show({Notice::Kind::Success, text, {}, {{tr("Show"), [this, differences] {
+                                                                       ShowDifferences(differences);
+                                                                   }}}});
+            });
+    connect(m_transfers, &Transfers::Stopped, this, &MainWindow::Report);
+    connect(m_transfers, &Transfers::Warned, this, &MainWindow::ReportWarning);
+    connect(m_transfers, &Transfers::Unsettled, this, [this](const QString& text) {
+        m_notice->Show({Notice::Kind::Warning, text, {}, OffersFor(Failure::Remedy::Settle)});
+    });
     connect(m_transfers, &Transfers::Failed, this, &MainWindow::Warn);
     connect(m_transfers, &Transfers::PlaceChosen, this, &MainWindow::GoTo);
     connect(m_transfers, &Transfers::Written, this, [this] {
         if (m_workbench.Simulated() != nullptr && m_workbench.Preferences().AutoTestdrive())
             ShowPage(kTestDrive);
     });
-    connect(m_keyboards, &KeyboardMenu::Told, this, &MainWindow::Tell);
+    connect(m_keyboards, &KeyboardMenu::Reported, this, &MainWindow::Report);
     connect(m_keyboards, &KeyboardMenu::ConnectionFailed, this, [this] { ShowPage(kOverview); });
     connect(m_keyboards, &KeyboardMenu::Connected, this, [this] { m_edits.Reload(); });
-    connect(m_pages, &WindowPages::Told, this, &MainWindow::TellDone);
+    connect(m_pages, &WindowPages::Reported, this, &MainWindow::ReportDone);
     connect(m_pages, &WindowPages::Failed, this, &MainWindow::Warn);
     connect(m_pages, &WindowPages::PreferencesChanged, this, &MainWindow::ApplyPreferences);
+    connect(m_pages, &WindowPages::AppearanceChanged, this, [this] {
+        ApplyPreferences();
+        QMetaObject::invokeMethod(this, &MainWindow::MakeAgain, Qt::QueuedConnection);
+    });
     connect(m_pages, &WindowPages::PlaceChosen, this, &MainWindow::GoTo);
     connect(m_pages, &WindowPages::Shown, this, [this] { m_notice->ClearOld(); });
     connect(&m_workbench, &Workbench::KeyboardChanged, this,
             [this] { m_pages->ShowKeyboard(*m_go); });
     connect(&m_workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
-    connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::TellWarning);
+    connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::ReportWarning);
     connect(&m_workbench, &Workbench::Touched, this, [this] { m_notice->ClearOld(); });
     auto* drops = new FileDrops(this);
     connect(drops, &FileDrops::Dropped, this, &MainWindow::OpenDropped);
 }
 
-// Everything that has texts is made again in the present language; the user stays where he was,
-// and a notice stays in view.
-void MainWindow::SwitchLanguage() {
+// Everything that has texts or icons is made again in the present language and colours; the user
+// stays where he was, and a notice stays in view.
+void MainWindow::MakeAgain() {
     m_shownLanguage = m_workbench.Preferences().PreferedAppLang();
     m_language.Switch(m_shownLanguage);
     delete std::exchange(m_help, nullptr);
@@ -207,7 +231,7 @@ void MainWindow::MakeToolBar() {
 
 void MainWindow::MakePages() {
     if (m_notice == nullptr)
-        m_notice = new NoticeBar(QStringLiteral("lblNotice"));
+        m_notice = new NoticeBar;
     auto* notices = new QWidget;
     auto* column = new QVBoxLayout(notices);
     column->setContentsMargins({});
@@ -232,15 +256,20 @@ void MainWindow::GoTo(const std::string& place) {
 }
 
 void MainWindow::Undo() {
-    const std::string place = m_workbench.History().ToUndo().place;
-    m_workbench.Undo();
-    ShowChange(place);
+    Go(m_workbench.History().ToUndo().place, &Workbench::Undo);
 }
 
 void MainWindow::Redo() {
-    const std::string place = m_workbench.History().ToRedo().place;
-    m_workbench.Redo();
+    Go(m_workbench.History().ToRedo().place, &Workbench::Redo);
+}
+
+// The place is shown before the change too, to see which of its editors change.
+void MainWindow::Go(std::string place, void (Workbench::*step)()) {
     ShowChange(place);
+    const ChangeMark mark(*centralWidget());
+    (m_workbench.*step)();
+    ShowChange(place);
+    mark.MarkChanged();
 }
 
 void MainWindow::ShowChange(const std::string& place) {
@@ -251,16 +280,47 @@ void MainWindow::ShowChange(const std::string& place) {
     m_workbench.Quietly([&] { m_workbench.Faces().Of(parts.Section()).Show(parts); });
 }
 
-void MainWindow::Tell(const QString& text) {
-    m_notice->Tell(NoticeBar::Kind::Information, text);
+void MainWindow::Report(const QString& text) {
+    m_notice->Show({Notice::Kind::Information, text});
 }
 
-void MainWindow::TellDone(const QString& text) {
-    m_notice->Tell(NoticeBar::Kind::Success, text);
+void MainWindow::ReportDone(const QString& text) {
+    m_notice->Show({Notice::Kind::Success, text});
 }
 
-void MainWindow::TellWarning(const QString& text) {
-    m_notice->Tell(NoticeBar::Kind::Warning, text);
+void MainWindow::ReportWarning(const QString& text) {
+    m_notice->Show({Notice::Kind::Warning, text});
+}
+
+void MainWindow::ShowDifferences(const std::vector<host::Difference>& differences) {
+    auto* sheet = new QDialog(this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->setObjectName(QStringLiteral("differences"));
+    sheet->setWindowTitle(tr("Changes in the document"));
+    auto* tree = new DifferenceTree(differences, tr("Before"), tr("As read from the keyboard"));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, sheet, &QDialog::reject);
+    connect(tree, &DifferenceTree::Chosen, sheet, [this, sheet](const std::string& place) {
+        sheet->close();
+        GoTo(place);
+    });
+    auto* column = new QVBoxLayout(sheet);
+    column->addWidget(tree);
+    column->addWidget(buttons);
+    sheet->resize(820, 480);
+    sheet->open();
+}
+
+std::vector<Notice::Offer> MainWindow::OffersFor(Failure::Remedy remedy) {
+    switch (remedy) {
+    case Failure::Remedy::None:
+        break;
+    case Failure::Remedy::Settle:
+        return {{tr("Settle…"), [this] { m_keyboards->SettleAction()->trigger(); }}};
+    case Failure::Remedy::Backups:
+        return {{tr("Show backups"), [this] { ShowPage(kBackups); }}};
+    }
+    return {};
 }
 
 void MainWindow::Warn(const Failure& failure) {
@@ -295,7 +355,7 @@ void MainWindow::ApplyPreferences() {
     m_workbench.ReloadPreferences();
     m_edits.Reload();
     if (m_workbench.Preferences().PreferedAppLang() != m_shownLanguage)
-        QMetaObject::invokeMethod(this, &MainWindow::SwitchLanguage, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &MainWindow::MakeAgain, Qt::QueuedConnection);
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -312,8 +372,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 void MainWindow::OpenDropped(const QStringList& files) {
     m_documents->Open(files.front());
     if (files.size() > 1)
-        TellWarning(tr("One document is open at a time; not opened: %1.")
-                        .arg(files.mid(1).join(QStringLiteral(", "))));
+        ReportWarning(tr("One document is open at a time; not opened: %1.")
+                          .arg(files.mid(1).join(QStringLiteral(", "))));
 }
 
 void MainWindow::paintEvent(QPaintEvent* event) {

@@ -6,6 +6,7 @@
 #include "app/EditRequests.h"
 #include "app/KeyboardMenu.h"
 #include "app/Language.h"
+#include "app/NoticeBar.h"
 #include "app/SheetMenu.h"
 #include "app/Transfers.h"
 #include "app/Workbench.h"
@@ -21,7 +22,6 @@ namespace qx::app {
 
 class HelpWindow;
 class KeyboardState;
-class NoticeBar;
 class StatusLine;
 class WindowPages;
 
@@ -29,7 +29,7 @@ class WindowPages;
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    // The window's questions and warnings; its own message boxes by default.
+    // The window's questions, by default message boxes, and warnings, by default notices.
     struct Screen {
         std::function<bool(const QString& question)> ask; // before something is destroyed
         std::function<void(const Failure& failure)> warn;
@@ -65,16 +65,20 @@ private:
     void MakePages();
     void ShowDocument();
     void ShowHelp(); // of the page
-    void SwitchLanguage();
+    void MakeAgain();
     void OpenDropped(const QStringList& files);
     // Undo or redo a step and show its change.
     void Undo();
     void Redo();
+    // `place` is a copy: the step goes with its description.
+    void Go(std::string place, void (Workbench::*step)());
     void ShowChange(const std::string& place);
-    void Tell(const QString& text);
-    void TellDone(const QString& text);
-    void TellWarning(const QString& text);
+    void Report(const QString& text);
+    void ReportDone(const QString& text);
+    void ReportWarning(const QString& text);
     void Warn(const Failure& failure);
+    void ShowDifferences(const std::vector<host::Difference>& differences);
+    [[nodiscard]] std::vector<Notice::Offer> OffersFor(Failure::Remedy remedy);
 
     Workbench& m_workbench;
     Language& m_language;

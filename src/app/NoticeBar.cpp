@@ -6,8 +6,11 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -15,13 +18,15 @@ namespace qx::app {
 
 namespace {
 
-const char* IconOf(NoticeBar::Kind kind) {
+constexpr int kDetailLines = 6;
+
+const char* IconOf(Notice::Kind kind) {
     switch (kind) {
-    case NoticeBar::Kind::Information:
+    case Notice::Kind::Information:
         return "information";
-    case NoticeBar::Kind::Success:
+    case Notice::Kind::Success:
         return "done";
-    case NoticeBar::Kind::Warning:
+    case Notice::Kind::Warning:
         return "warning";
     }
     return "";
@@ -29,61 +34,115 @@ const char* IconOf(NoticeBar::Kind kind) {
 
 } // namespace
 
-NoticeBar::NoticeBar(const QString& textName, QWidget* parent)
-    : QFrame(parent), m_icon(new QLabel), m_text(new QLabel), m_close(new QToolButton) {
+NoticeBar::NoticeBar(QWidget* parent)
+    : QFrame(parent), m_icon(new QLabel), m_text(new QLabel), m_offers(new QHBoxLayout),
+      m_fold(new QToolButton), m_close(new QToolButton), m_details(new QPlainTextEdit) {
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::AlternateBase);
     setAutoFillBackground(true);
-    m_text->setObjectName(textName);
+    m_text->setObjectName(QStringLiteral("lblNotice"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_close->setAutoRaise(true);
+    m_fold->setObjectName(QStringLiteral("noticeDetails"));
+    m_fold->setCheckable(true);
+    m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_fold->setFocusPolicy(Qt::StrongFocus);
+    m_details->setReadOnly(true);
+    m_details->setMaximumHeight(m_details->fontMetrics().lineSpacing() * kDetailLines);
+    connect(m_fold, &QToolButton::toggled, this, [this](bool isOpen) {
+        m_fold->setArrowType(isOpen ? Qt::DownArrow : Qt::RightArrow);
+        m_details->setVisible(isOpen);
+    });
     m_close->setIcon(views::LineIcon(QStringLiteral("close")));
-    NameButton();
+    m_close->setFocusPolicy(Qt::TabFocus);
+    for (QToolButton* button : {m_fold, m_close})
+        button->setAutoRaise(true);
     connect(m_close, &QToolButton::clicked, this, &QWidget::hide);
-    auto* row = new QHBoxLayout(this);
+    NameButtons();
+    auto* row = new QHBoxLayout;
     row->addWidget(m_icon);
     row->addWidget(m_text, 1);
+    row->addLayout(m_offers);
+    row->addWidget(m_fold);
     row->addWidget(m_close);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(row);
+    column->addWidget(m_details);
+    Clear();
     hide();
 }
 
-void NoticeBar::Tell(Kind kind, const QString& text) {
-    const bool isAdded = isVisibleTo(parentWidget()) && !m_isOld;
-    const QString before = m_text->text();
-    m_kind = isAdded ? std::max(m_kind, kind) : kind;
+void NoticeBar::Clear() {
+    m_kind = Notice::Kind::Information;
+    m_text->clear();
+    m_details->clear();
+    m_fold->setChecked(false);
+    m_fold->setArrowType(Qt::RightArrow);
+    m_details->hide();
+    while (const QLayoutItem* item = m_offers->takeAt(0)) {
+        item->widget()->hide();
+        item->widget()->deleteLater(); // it may be the one that was clicked
+        delete item;
+    }
+}
+
+void NoticeBar::Show(const Notice& notice) {
+    const auto append = [](const QString& before, const QString& text) {
+        if (before.contains(text))
+            return before;
+        return before.isEmpty() ? text : before + QLatin1Char('\n') + text;
+    };
+    if (m_isOld || !isVisibleTo(parentWidget()))
+        Clear();
     m_isOld = false;
+    m_kind = std::max(m_kind, notice.kind);
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_icon->setPixmap(views::LineIcon(QString::fromLatin1(IconOf(m_kind)))
                           .pixmap(QSize(size, size), devicePixelRatioF()));
-    if (!isAdded)
-        m_text->setText(text);
-    else if (!before.contains(text))
-        m_text->setText(before + QLatin1Char('\n') + text);
-    setVisible(!text.isEmpty());
+    m_text->setText(append(m_text->text(), notice.text));
+    m_details->setPlainText(append(m_details->toPlainText(), notice.details.trimmed()));
+    m_fold->setHidden(m_details->toPlainText().isEmpty());
+    for (const Notice::Offer& offer : notice.offers)
+        AddOffer(offer);
+    setVisible(!m_text->text().isEmpty());
     QAccessibleEvent alert(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
 
-void NoticeBar::NameButton() {
+// Of two offers of the same name, the later one counts.
+void NoticeBar::AddOffer(const Notice::Offer& offer) {
+    for (int i = 0; i < m_offers->count(); ++i)
+        if (auto* same = qobject_cast<QPushButton*>(m_offers->itemAt(i)->widget());
+            same->text() == offer.text) {
+            delete m_offers->takeAt(i);
+            same->deleteLater();
+            break;
+        }
+    auto* button = new QPushButton(offer.text);
+    button->setObjectName(QStringLiteral("noticeOffer"));
+    connect(button, &QPushButton::clicked, this, [this, accept = offer.accept] {
+        hide();
+        accept();
+    });
+    m_offers->addWidget(button);
+}
+
+void NoticeBar::NameButtons() {
+    m_fold->setText(tr("Details"));
     m_close->setToolTip(tr("Close this message"));
     m_close->setAccessibleName(m_close->toolTip());
 }
 
 void NoticeBar::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange)
-        NameButton();
+        NameButtons();
     QFrame::changeEvent(event);
 }
 
 void NoticeBar::ClearOld() {
     if (m_isOld)
         hide();
-}
-
-void NoticeBar::HideButton() {
-    m_close->hide();
 }
 
 } // namespace qx::app

@@ -1,42 +1,62 @@
 // NoticeBar: a line above the page that reports events.
 //
 // A message stays until the user begins another action and that has an effect. Further messages
-// before that are added below it.
+// before that are added below it. Details are shown on request, and buttons offer what can be done
+// about it.
 #pragma once
 
 #include <QFrame>
+#include <QString>
 
+#include <functional>
+#include <vector>
+
+class QHBoxLayout;
 class QLabel;
+class QPlainTextEdit;
 class QToolButton;
 
 namespace qx::app {
 
+struct Notice {
+    enum class Kind { Information, Success, Warning }; // in order of severity
+    struct Offer {
+        QString text; // of a button
+        std::function<void()> accept;
+    };
+
+    Kind kind = Kind::Information;
+    QString text;
+    QString details = {};
+    std::vector<Offer> offers = {};
+};
+
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
-    enum class Kind { Information, Success, Warning }; // in order of severity
+    explicit NoticeBar(QWidget* parent = nullptr);
 
-    // `textName` is the object name of the bar's text.
-    explicit NoticeBar(const QString& textName, QWidget* parent = nullptr);
-
-    void Tell(Kind kind, const QString& text);
+    void Show(const Notice& notice);
     // The user has begun another action.
     void Age() { m_isOld = true; }
     // Hides the messages from before that action.
     void ClearOld();
-    // For a bar that only the program closes.
-    void HideButton();
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void NameButton();
+    void Clear();
+    void AddOffer(const Notice::Offer& offer);
+    void NameButtons();
 
     QLabel* m_icon;
     QLabel* m_text;
+    QHBoxLayout* m_offers;
+    QToolButton* m_fold; // of the details
     QToolButton* m_close;
-    Kind m_kind = Kind::Information;
+    QPlainTextEdit* m_details;
+    Notice::Kind m_kind = Notice::Kind::Information;
     bool m_isOld = true;
 };
 

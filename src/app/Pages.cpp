@@ -1,5 +1,6 @@
 #include "app/Pages.h"
 
+#include "app/ChangeDots.h"
 #include "app/InPlaceEditor.h"
 #include "app/KeyActions.h"
 #include "app/SelectionPanel.h"
@@ -46,12 +47,12 @@ QLabel* Heading(const QString& title) {
 
 } // namespace
 
-ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, std::string sectionKey,
-                       QWidget* parent)
+ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, const KeyboardState& state,
+                       std::string sectionKey, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_sectionKey(std::move(sectionKey)),
       m_state(new QLabel), m_view(workbench.Faces().Of(m_sectionKey).MakeView()) {
     if (workbench.Faces().Of(m_sectionKey).HasKeys())
-        m_view = WithKeyEditors(edits);
+        m_view = WithKeyEditors(edits, state);
     m_state->setWordWrap(true);
     m_state->setForegroundRole(QPalette::PlaceholderText);
     auto* column = new QVBoxLayout(this);
@@ -65,7 +66,7 @@ ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, std::string se
 
 ModulePage::~ModulePage() = default;
 
-QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
+QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& state) {
     auto& grid = *m_view->findChild<views::KeyGrid*>();
     m_edits = std::make_unique<KeyEdits>(m_workbench, edits, m_sectionKey);
     m_actions = std::make_unique<KeyActions>(*m_edits, grid);
@@ -83,6 +84,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits) {
         column->insertLayout(0, ButtonRow(m_actions->Added()));
     scrolled->hide();
     m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
+    m_dots = std::make_unique<ChangeDots>(state, *m_edits, grid, *m_view);
     connect(m_actions.get(), &KeyActions::StateShown, beside,
             [inspector, scrolled](bool isSeveral) {
                 (isSeveral ? static_cast<QWidget*>(inspector) : scrolled)->hide();

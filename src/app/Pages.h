@@ -13,10 +13,12 @@ class QPushButton;
 
 namespace qx::app {
 
+class ChangeDots;
 class EditRequests;
 class InPlaceEditor;
 class KeyActions;
 class KeyEdits;
+class KeyboardState;
 class Workbench;
 
 // A module's page: its title, a line if the keyboard or the document lacks it, and the view of its
@@ -25,13 +27,13 @@ class ModulePage : public QWidget {
     Q_OBJECT
 public:
     // Of the section with this key.
-    ModulePage(Workbench& workbench, EditRequests& edits, std::string sectionKey,
-               QWidget* parent = nullptr);
+    ModulePage(Workbench& workbench, EditRequests& edits, const KeyboardState& state,
+               std::string sectionKey, QWidget* parent = nullptr);
     ~ModulePage() override;
 
 private:
     // Beside the view: what the selected keys send, and what can be done with them.
-    [[nodiscard]] QWidget* WithKeyEditors(EditRequests& edits);
+    [[nodiscard]] QWidget* WithKeyEditors(EditRequests& edits, const KeyboardState& state);
     void ShowState();
 
     Workbench& m_workbench;
@@ -42,6 +44,7 @@ private:
     std::unique_ptr<KeyEdits> m_edits;
     std::unique_ptr<KeyActions> m_actions;
     std::unique_ptr<InPlaceEditor> m_editor;
+    std::unique_ptr<ChangeDots> m_dots;
 };
 
 // Any other page with a title.

@@ -7,6 +7,7 @@
 #include "app/VersionBox.h"
 #include "setup/LayoutSource.h"
 
+#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -54,6 +55,16 @@ PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem
 
 QWidget* PreferencesPage::MakeGeneralTab() {
     PreferenceTab tab;
+    m_appearance = new QComboBox;
+    m_appearance->setObjectName(QStringLiteral("appearance"));
+    m_appearance->addItem(tr("As the system"), static_cast<int>(Appearance::System));
+    m_appearance->addItem(tr("Light"), static_cast<int>(Appearance::Light));
+    m_appearance->addItem(tr("Dark"), static_cast<int>(Appearance::Dark));
+    connect(m_appearance, &QComboBox::activated, this, [this] {
+        emit AppearanceChosen(static_cast<Appearance>(m_appearance->currentData().toInt()));
+    });
+    tab.AddGroup(tr("Appearance"))->addRow(tr("&Windows and keys:"), m_appearance);
+
     QFormLayout* start = tab.AddGroup(tr("At the start"));
     m_editors->AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask how to begin"));
     m_editors->AddChoice(
@@ -175,6 +186,10 @@ QWidget* PreferencesPage::MakePosTab() {
     m_editors->AddView([sample] { sample->update(); });
     tab.AddGroup(tr("How it looks"))->addRow(sample);
     return tab.Done();
+}
+
+void PreferencesPage::ShowAppearance(Appearance appearance) {
+    m_appearance->setCurrentIndex(m_appearance->findData(static_cast<int>(appearance)));
 }
 
 void PreferencesPage::ResetToDefaults() {

@@ -4,6 +4,7 @@
 // host saves the preferences when it likes.
 #pragma once
 
+#include "app/Appearance.h"
 #include "app/PreferenceEditors.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 
@@ -13,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+class QComboBox;
 class QTabWidget;
 
 namespace qx::app {
@@ -27,6 +29,7 @@ public:
 
     // Shows the preferences as they are now.
     void ShowAll() { m_editors->ShowAll(); }
+    void ShowAppearance(Appearance appearance);
 
     // The label of each preference on the page.
     [[nodiscard]] const std::vector<std::pair<Preference, QString>>& Labels() const {
@@ -40,6 +43,7 @@ public:
 
 signals:
     void Changed(); // by the user
+    void AppearanceChosen(app::Appearance appearance);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -57,6 +61,7 @@ private:
     std::filesystem::path m_layouts;
     PreferenceEditors* m_editors;
     QTabWidget* m_tabs = nullptr;
+    QComboBox* m_appearance = nullptr;
 };
 
 } // namespace qx::app

@@ -1,19 +1,19 @@
 #include "app/ReviewSheet.h"
 
-#include "app/Places.h"
+#include "app/DifferenceTree.h"
 #include "app/SettingWords.h"
 #include "views/Bindings.h"
-#include "views/PlainText.h"
+#include "views/LineIcon.h"
 
 #include <QDialogButtonBox>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
-#include <QTreeWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
-#include <map>
+#include <algorithm>
 
 namespace qx::app {
 
@@ -21,87 +21,47 @@ using views::ToQt;
 
 namespace {
 
-enum Column { kSetting, kNow, kAfter, kShow, kColumns };
 constexpr int kPlaceRole = Qt::UserRole;
-
-void Fill(QTreeWidget& tree, const std::vector<host::Difference>& differences) {
-    std::map<std::string_view, QTreeWidgetItem*> sections;
-    QFont underlined = tree.font();
-    underlined.setUnderline(true);
-    for (const host::Difference& difference : differences) {
-        const std::string_view key = SectionOfPlace(difference.place);
-        QTreeWidgetItem*& section = sections[key];
-        if (section == nullptr) {
-            section = new QTreeWidgetItem(&tree, {SectionTitle(key)});
-            section->setFirstColumnSpanned(true);
-            section->setFlags(Qt::ItemIsEnabled);
-            QFont bold = section->font(kSetting);
-            bold.setBold(true);
-            section->setFont(kSetting, bold);
-        }
-        auto* item = new QTreeWidgetItem(
-            section, {NameInSection(difference.name), ValueText(difference.from),
-                      ValueText(difference.to), ReviewSheet::tr("Show")});
-        item->setData(kSetting, kPlaceRole, ToQt(difference.place));
-        item->setFont(kShow, underlined);
-        for (int column = 0; column < kShow; ++column)
-            item->setToolTip(column, views::Plain(item->text(column)));
-        item->setToolTip(kShow, ReviewSheet::tr("Show this change on its page"));
-    }
-    tree.expandAll();
-}
+constexpr int kMostWarnings = 4; // without scrolling
 
 // A warning for users who write one document to several keyboards; empty if the keyboard keeps its
 // identifier.
 QString IdentifierWarning(const host::WritePlan& plan) {
     if (plan.ReplacesIdentifier())
-        return ReviewSheet::tr("The keyboard's identifier is replaced by another one. A document "
-                               "for several keyboards leaves the identifier out (qxconf upload "
-                               "--no-identifier); each keyboard then keeps its own.");
+        return ReviewSheet::tr("The keyboard's identifier is replaced by another one. If the "
+                               "document belongs to another keyboard, the two can no longer be "
+                               "told apart.");
     if (plan.GivesIdentifier())
-        return ReviewSheet::tr("The keyboard has no identifier and is given one. A document for "
-                               "several keyboards leaves the identifier out (qxconf upload "
-                               "--no-identifier); otherwise they can no longer be told apart.");
+        return ReviewSheet::tr("The keyboard has no identifier and is given one. If the document "
+                               "is written to several keyboards, they can no longer be told "
+                               "apart.");
     return {};
+}
+
+bool IsIdentifier(const host::Difference& difference) {
+    return difference.place.ends_with("/guid");
+}
+
+QLabel* NoteOf(const char* name, const QString& text) {
+    auto* label = new QLabel(text);
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
 }
 
 } // namespace
 
 ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
-                         const QString& keyboardName, const QString& absentSections,
-                         QWidget* parent)
+                         const QString& keyboardName, const Remarks& remarks, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("reviewSheet"));
     setWindowTitle(title);
     const int count = static_cast<int>(plan.settings.size());
-    const int bytes = static_cast<int>(plan.BytesToSend());
     const QString change =
         count > 0 ? tr("This changes %n setting(s) of the keyboard %1.", "", count)
                   : tr("This changes no setting of the keyboard %1, only bytes that no "
                        "setting uses.");
-    auto* heading = new QLabel(change.arg(keyboardName));
-    heading->setTextFormat(Qt::PlainText);
-    heading->setWordWrap(true);
-    auto* tree = new QTreeWidget;
-    tree->setObjectName(QStringLiteral("changes"));
-    tree->setAccessibleName(tr("Changes"));
-    tree->setHeaderLabels({tr("Setting"), tr("In the keyboard now"), tr("After writing"), {}});
-    tree->setRootIsDecorated(false);
-    tree->setAlternatingRowColors(true);
-    tree->setUniformRowHeights(true);
-    Fill(*tree, plan.settings);
-    tree->header()->setStretchLastSection(false);
-    tree->header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
-    tree->header()->setSectionResizeMode(kAfter, QHeaderView::Stretch);
-    tree->header()->resizeSection(kSetting, 340);
-    tree->header()->resizeSection(kNow, 200);
-
-    auto* hint = new QLabel;
-    hint->setWordWrap(true);
-    hint->setText(tr("%n byte(s) are sent. What the keyboard holds now is saved as a backup first; "
-                     "what is written is read back and compared.",
-                     "", bytes));
-
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Cancel)->setDefault(true);
     auto* write = buttons->addButton(tr("&Write to keyboard"), QDialogButtonBox::AcceptRole);
@@ -109,38 +69,98 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
     write->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    const auto choose = [this](const QTreeWidgetItem* item) {
-        m_place = item->data(kSetting, kPlaceRole).toString().toStdString();
-        if (!m_place.empty())
-            reject();
-    };
-    connect(tree, &QTreeWidget::itemClicked, this, [=](QTreeWidgetItem* item, int column) {
-        if (column == kShow)
-            choose(item);
-    });
-    connect(tree, &QTreeWidget::itemActivated, this, choose); // Enter or a double click
 
     auto* column = new QVBoxLayout(this);
-    column->addWidget(heading);
-    const auto note = [&](const char* name, const QString& text) {
-        auto* label = new QLabel(text);
-        label->setObjectName(QLatin1String(name));
-        label->setWordWrap(true);
-        column->addWidget(label);
-    };
+    column->addWidget(NoteOf("changeCount", change.arg(keyboardName)));
     if (const QString warning = IdentifierWarning(plan); !warning.isEmpty())
-        note("identifierWarning", warning);
-    if (!absentSections.isEmpty())
-        note(
-            "absentSections",
-            tr("The keyboard has no module for these, which are left out: %1").arg(absentSections));
-    column->addWidget(tree, 1);
-    column->addWidget(hint);
+        column->addWidget(NoteOf("identifierWarning", warning));
+    if (!remarks.absentSections.isEmpty())
+        column->addWidget(NoteOf("absentSections",
+                                 tr("The keyboard has no module for these, which are left out: %1")
+                                     .arg(remarks.absentSections)));
+    QWidget* changes = MakeChanges(plan);
+    column->addWidget(changes, 1);
+    if (!remarks.warnings.empty())
+        column->addWidget(MakeWarnings(remarks.warnings));
+    column->addWidget(MakeDetails(plan));
     column->addWidget(buttons);
-    resize(820, 520);
-    if (const QTreeWidgetItem* section = tree->topLevelItem(0))
-        tree->setCurrentItem(section->child(0));
-    tree->setFocus();
+    resize(820, 560);
+    changes->setFocus();
+}
+
+QWidget* ReviewSheet::MakeChanges(const host::WritePlan& plan) {
+    std::vector<host::Difference> shown = plan.settings;
+    std::erase_if(shown, IsIdentifier);
+    auto* tree = new DifferenceTree(shown, tr("In the keyboard now"), tr("After writing"));
+    connect(tree, &DifferenceTree::Chosen, this, &ReviewSheet::Choose);
+    return tree;
+}
+
+QWidget* ReviewSheet::MakeWarnings(const std::vector<Remarks::Warning>& warnings) {
+    auto* list = new QListWidget;
+    list->setObjectName(QStringLiteral("warnings"));
+    list->setWordWrap(true);
+    const QIcon icon = views::LineIcon(QStringLiteral("warning"));
+    for (const Remarks::Warning& warning : warnings) {
+        auto* item = new QListWidgetItem(icon, warning.text, list);
+        item->setData(kPlaceRole, ToQt(warning.place));
+        item->setToolTip(tr("Show this sequence on its page"));
+    }
+    list->setMaximumHeight(list->sizeHintForRow(0) *
+                               std::min(static_cast<int>(warnings.size()), kMostWarnings) +
+                           2 * list->frameWidth());
+    connect(list, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
+        Choose(item->data(kPlaceRole).toString().toStdString());
+    });
+    auto* caption = new QLabel(
+        tr("%n sequence(s) may not do what is intended:", "", static_cast<int>(warnings.size())));
+    caption->setBuddy(list);
+    list->setAccessibleName(caption->text());
+    auto* both = new QWidget;
+    auto* column = new QVBoxLayout(both);
+    column->setContentsMargins({});
+    column->addWidget(caption);
+    column->addWidget(list);
+    return both;
+}
+
+QWidget* ReviewSheet::MakeDetails(const host::WritePlan& plan) {
+    QStringList lines = {tr("%n byte(s) are sent.", "", static_cast<int>(plan.BytesToSend()))};
+    for (const host::Difference& difference : plan.settings)
+        if (IsIdentifier(difference))
+            lines += tr("%1: %2 → %3")
+                         .arg(NameInSection(difference.name), ValueText(difference.from),
+                              ValueText(difference.to));
+    auto* hint = NoteOf("safety", tr("What the keyboard holds now is saved as a backup first; what "
+                                     "is written is read back and compared."));
+    auto* details = NoteOf("technical", lines.join(u'\n'));
+    details->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    details->hide();
+    auto* fold = new QToolButton;
+    fold->setObjectName(QStringLiteral("foldTechnical"));
+    fold->setText(tr("Technical details"));
+    fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    fold->setArrowType(Qt::RightArrow);
+    fold->setAutoRaise(true);
+    fold->setCheckable(true);
+    fold->setFocusPolicy(Qt::StrongFocus);
+    connect(fold, &QToolButton::toggled, this, [fold, details](bool isOpen) {
+        fold->setArrowType(isOpen ? Qt::DownArrow : Qt::RightArrow);
+        details->setVisible(isOpen);
+    });
+    auto* all = new QWidget;
+    auto* column = new QVBoxLayout(all);
+    column->setContentsMargins({});
+    column->addWidget(hint);
+    column->addWidget(fold);
+    column->addWidget(details);
+    return all;
+}
+
+void ReviewSheet::Choose(const std::string& place) {
+    m_place = place;
+    if (!m_place.empty())
+        reject();
 }
 
 void ReviewSheet::keyPressEvent(QKeyEvent* event) {

@@ -159,6 +159,10 @@ constexpr Description kDescriptions[] = {
      QT_TRANSLATE_NOOP("SettingHelp", "The oldest keyboard program that is suitable.")},
     {"KeyFontSize",
      QT_TRANSLATE_NOOP("SettingHelp", "The size of captions on keys of normal size.")},
+    {"appearance",
+     QT_TRANSLATE_NOOP("SettingHelp",
+                       "Whether all windows are light or dark. Keys with the light or the dark "
+                       "set of colours follow.")},
     {"colourSet", QT_TRANSLATE_NOOP("SettingHelp", "Sets all colours of keys at once.")},
     {"ColorProg", QT_TRANSLATE_NOOP("SettingHelp", "The colour of keys that have a sequence.")},
     {"ColorEmpty",

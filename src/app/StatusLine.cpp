@@ -4,9 +4,7 @@
 #include "views/Bindings.h"
 #include "views/PlainText.h"
 
-#include <QApplication>
 #include <QLabel>
-#include <QProgressBar>
 #include <QTimer>
 
 namespace qx::app {
@@ -20,22 +18,15 @@ constexpr int kBriefly = 3000; // milliseconds
 } // namespace
 
 StatusLine::StatusLine(Workbench& workbench, QWidget* parent)
-    : QStatusBar(parent), m_workbench(workbench), m_keyboard(new QLabel), m_brief(new QLabel),
-      m_progress(new QProgressBar) {
+    : QStatusBar(parent), m_workbench(workbench), m_keyboard(new QLabel), m_brief(new QLabel) {
     m_keyboard->setObjectName(QStringLiteral("lblKeyboard"));
     for (QLabel* label : {m_keyboard, m_brief})
         label->setTextFormat(Qt::PlainText);
     m_keyboard->setMinimumWidth(1); // cut off in a narrow window
     m_brief->setObjectName(QStringLiteral("lblSaved"));
-    m_progress->setObjectName(QStringLiteral("progress"));
-    m_progress->setAccessibleName(tr("Progress"));
-    m_progress->setMaximumWidth(220);
-    m_progress->hide();
     addWidget(m_keyboard, 1);
     addPermanentWidget(m_brief);
-    addPermanentWidget(m_progress);
     connect(&workbench, &Workbench::KeyboardChanged, this, &StatusLine::ShowKeyboard);
-    connect(&workbench, &Workbench::Progressed, this, &StatusLine::ShowProgress);
     ShowKeyboard();
 }
 
@@ -70,13 +61,6 @@ QString StatusLine::FirmwareFault() const {
     return tr("The keyboard's program %1 is older than version %2, which the preferences ask for. "
               "A newer program can be loaded on the page Keyboard files.")
         .arg(ToQt(program), ToQt(host::FirmwareVersionText(preferences.VersionFirmware())));
-}
-
-// Painted at once, since the program is busy with the keyboard; user input is held back.
-void StatusLine::ShowProgress(int percent) {
-    m_progress->setVisible(percent < 100);
-    m_progress->setValue(percent);
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 } // namespace qx::app

@@ -7,7 +7,6 @@
 #include <QStatusBar>
 
 class QLabel;
-class QProgressBar;
 
 namespace qx::app {
 
@@ -20,13 +19,11 @@ public:
 
 private:
     void ShowKeyboard();
-    void ShowProgress(int percent);
     [[nodiscard]] QString FirmwareFault() const; // empty if there is none
 
     Workbench& m_workbench;
     QLabel* m_keyboard;
     QLabel* m_brief;
-    QProgressBar* m_progress;
 };
 
 } // namespace qx::app

@@ -2,9 +2,9 @@
 
 #include "app/ErrorDetails.h"
 #include "app/ErrorWords.h"
+#include "app/LintWords.h"
 #include "app/LocalTime.h"
 #include "app/Places.h"
-#include "app/ReviewSheet.h"
 #include "app/SettingWords.h"
 #include "app/Working.h"
 #include "views/Bindings.h"
@@ -63,8 +63,15 @@ Transfers::Transfers(Workbench& workbench, DocumentMenu& documents, QWidget* win
 }
 
 void Transfers::Attempt(const QString& what, const std::function<void()>& transfer) {
+    if (m_workbench.IsBusy()) // assistive programs can act even then
+        return;
     try {
         transfer();
+    } catch (const host::Error& error) {
+        if (error.Kind() == host::ErrorKind::Stopped)
+            emit Stopped(CauseText(error));
+        else
+            emit Failed(FailureOf(what, error));
     } catch (const std::exception& error) {
         emit Failed(FailureOf(what, error));
     }
@@ -74,25 +81,53 @@ void Transfers::Read() {
     if (!m_documents.MayLeaveDocument())
         return;
     Attempt(tr("Nothing was read; the document is unchanged."), [this] {
+        const auto listed = [this] {
+            return m_workbench.Configuration().List(m_workbench.History().Sections());
+        };
+        const bool isFirst = m_workbench.File().empty() && !m_hasRead;
+        const auto before = listed();
         {
             const Working working(m_workbench, tr("Reading the keyboard…"));
             m_workbench.ReadKeyboard();
         }
         if (m_workbench.IsMixture())
-            emit Warned(tr("Keyboard to document: read all settings, but a write to this keyboard "
-                           "was interrupted, so they may be a mixture of old and new ones. Choose "
-                           "Keyboard > Settle interrupted write first, then read again."));
+            emit Unsettled(
+                tr("Keyboard to document: read all settings, but a write to this keyboard "
+                   "was interrupted, so they may be a mixture of old and new ones. Choose "
+                   "Keyboard > Settle interrupted write first, then read again."));
+        m_hasRead = true;
+        const auto differences = host::Compare(before, listed());
+        const QString text =
+            tr("Keyboard to document: read all settings. The keyboard is unchanged.");
+        if (isFirst || differences.empty())
+            emit Done(text);
         else
-            emit Done(tr("Keyboard to document: read all settings. The keyboard is unchanged."));
+            emit ReadOther(text + u' ' +
+                               tr("%n setting(s) of the document have changed.", nullptr,
+                                  static_cast<int>(differences.size())),
+                           differences);
     });
 }
 
-bool Transfers::Review(const host::WritePlan& plan, const QString& title) {
+std::vector<ReviewSheet::Remarks::Warning> Transfers::Warnings() const {
+    std::vector<host::Section*> written = m_workbench.History().Sections();
+    std::erase_if(written, [this](const host::Section* each) { return !m_workbench.Has(*each); });
+    const QXKeyboardLayoutData& layout = m_workbench.Layout();
+    std::vector<ReviewSheet::Remarks::Warning> warnings;
+    for (const host::SettingWarning& each :
+         host::Lint(m_workbench.Configuration(), written, &layout))
+        warnings.push_back({each.place, NameText(each.name) + QStringLiteral(": ") +
+                                            WarningText(each.warning, layout)});
+    return warnings;
+}
+
+bool Transfers::Review(const host::WritePlan& plan, const QString& title,
+                       std::vector<ReviewSheet::Remarks::Warning> warnings) {
     QStringList absent;
     for (const host::Section* section : m_workbench.AbsentSections())
         absent.append(SectionTitle(section->Info().key));
     ReviewSheet sheet(plan, title, ToQt(m_workbench.Session().Access().Keyboard()),
-                      absent.join(QStringLiteral(", ")), m_window);
+                      {absent.join(QStringLiteral(", ")), std::move(warnings)}, m_window);
     if (sheet.exec() == QDialog::Accepted)
         return true;
     if (!sheet.ChosenPlace().empty())
@@ -125,7 +160,7 @@ std::optional<host::WritePlan> Transfers::Plan() {
 
 void Transfers::Write() {
     Attempt(tr("Nothing was written."), [this] {
-        if (const auto interrupted = m_workbench.Interrupted(); !interrupted.empty())
+        if (const auto interrupted = Interrupted(); !interrupted.empty())
             return SettleFound(interrupted);
         if (m_workbench.IsMixture() &&
             !questions.mayWrite(
@@ -138,7 +173,7 @@ void Transfers::Write() {
             return;
         if (plan->IsEmpty())
             return emit Done(tr("The keyboard already has these settings; nothing was written."));
-        if (!Review(*plan, tr("Write to keyboard")))
+        if (!Review(*plan, tr("Write to keyboard"), Warnings()))
             return;
         Writer::Outcome outcome;
         const Sent sent = Send([&] { outcome = m_workbench.WriteKeyboard(*plan); });
@@ -168,7 +203,7 @@ void Transfers::Restore(const host::BackupEntry& backup) {
             return;
         if (plan.IsEmpty())
             return emit Done(tr("The keyboard already matches this backup; nothing was written."));
-        if (!Review(plan, tr("Restore backup")))
+        if (!Review(plan, tr("Restore backup"), {}))
             return;
         const Sent sent = Send([&] { m_workbench.Restore(plan, backup.id); });
         if (sent == Sent::Not)
@@ -196,10 +231,13 @@ bool Transfers::ReadRestored() {
 
 Transfers::Sent Transfers::Send(const std::function<void()>& write) {
     try {
-        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
+        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."),
+                              Work::Write);
         write();
         return Sent::Completely;
     } catch (const host::Error& error) {
+        if (error.Kind() == host::ErrorKind::Stopped)
+            throw;
         if (error.suggestion != host::Suggestion::Recover || !OfferToSettle(error))
             emit Failed(FailureOf({}, error));
         return error.holds == host::Holds::New ? Sent::WithFailure : Sent::Not;
@@ -226,10 +264,15 @@ bool Transfers::OfferToSettle(const host::Error& error) {
     return true;
 }
 
+std::vector<host::JournalEntry> Transfers::Interrupted() {
+    const Working working(m_workbench, tr("Looking for an interrupted write…"));
+    return m_workbench.Interrupted();
+}
+
 bool Transfers::Recover() {
     bool isFound = false;
     Attempt(tr("The interrupted write could not be settled."), [&] {
-        const auto writes = m_workbench.Interrupted();
+        const auto writes = Interrupted();
         isFound = !writes.empty();
         if (isFound)
             SettleFound(writes);
@@ -272,7 +315,8 @@ void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QStr
 void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending) {
     const QString what = DocumentText(write.document);
     const auto recover = [&](Writer::Way way) {
-        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."));
+        const Working working(m_workbench, tr("Writing to the keyboard. Do not unplug it."),
+                              Work::Write);
         m_workbench.Recover(write, way, isNamed);
     };
     switch (ending) {
@@ -288,9 +332,9 @@ void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, En
                       .arg(what));
         return emit Written();
     case Ending::Later:
-        emit Warned(tr("The interrupted write of %1 must be finished or rolled back before "
-                       "anything else is written: choose Keyboard > Settle interrupted write.")
-                        .arg(what));
+        emit Unsettled(tr("The interrupted write of %1 must be finished or rolled back before "
+                          "anything else is written: choose Keyboard > Settle interrupted write.")
+                           .arg(what));
     }
 }
 

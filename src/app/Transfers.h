@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/DocumentMenu.h"
+#include "app/ReviewSheet.h"
 #include "app/Workbench.h"
 
 #include <QObject>
@@ -48,7 +49,11 @@ public:
 
 signals:
     void Done(const QString& text);
+    // Another document than before was read, with these differences.
+    void ReadOther(const QString& text, const std::vector<host::Difference>& differences);
+    void Stopped(const QString& text); // by the user
     void Warned(const QString& text);
+    void Unsettled(const QString& text); // about an interrupted write
     void Failed(const Failure& failure);
     void Written(); // something was written and verified
     void PlaceChosen(const std::string& place);
@@ -68,17 +73,23 @@ private:
     // The plan for writing the document. None if that requires a repair that the user does not
     // want.
     [[nodiscard]] std::optional<host::WritePlan> Plan();
+    // The keyboard's interrupted writes.
+    [[nodiscard]] std::vector<host::JournalEntry> Interrupted();
     void SettleFound(const std::vector<host::JournalEntry>& writes);
     // Asks about the writes, after a text with the reason, and follows the user's answer.
     void Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
                 const QString& details);
     void EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending);
-    // Whether the user wants to carry out the plan.
-    [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title);
+    // Whether the user wants to carry out the plan, knowing these warnings.
+    [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title,
+                              std::vector<ReviewSheet::Remarks::Warning> warnings);
+    // About the sequences that would be written.
+    [[nodiscard]] std::vector<ReviewSheet::Remarks::Warning> Warnings() const;
 
     Workbench& m_workbench;
     DocumentMenu& m_documents;
     QWidget* m_window;
+    bool m_hasRead = false;
 };
 
 } // namespace qx::app

@@ -51,7 +51,7 @@ QWidget* WindowPages::Make(QWidget* notices) {
         if (std::exchange(group, GroupOf(key)) != group)
             m_book->AddHeading(TitleOf(group));
         m_book->Add(ToQt(key), SectionTitle(key), SectionIcon(key), [this, key] {
-            return new ModulePage(m_partners.workbench, m_partners.edits, key);
+            return new ModulePage(m_partners.workbench, m_partners.edits, m_partners.state, key);
         });
     }
     m_book->AddHeading(TitleOf(PageGroup::Tools));
@@ -83,7 +83,7 @@ QWidget* WindowPages::MakeOverview() {
 
 QWidget* WindowPages::MakeFiles() {
     auto* files = new FilesPage(m_partners.workbench);
-    connect(files, &FilesPage::Told, this, &WindowPages::Told);
+    connect(files, &FilesPage::Reported, this, &WindowPages::Reported);
     connect(files, &FilesPage::Failed, this, &WindowPages::Failed);
     return TitledPage(tr("Keyboard files"), files);
 }
@@ -99,7 +99,12 @@ QWidget* WindowPages::MakeBackups() {
 QWidget* WindowPages::MakePreferences() {
     Workbench& workbench = m_partners.workbench;
     auto* preferences = new PreferencesPage(workbench.Preferences(), workbench.LayoutFolder());
+    preferences->ShowAppearance(workbench.Appearance());
     connect(preferences, &PreferencesPage::Changed, this, &WindowPages::PreferencesChanged);
+    connect(preferences, &PreferencesPage::AppearanceChosen, this, [this](Appearance chosen) {
+        m_partners.workbench.SetAppearance(chosen);
+        emit AppearanceChanged();
+    });
     return TitledPage(tr("Preferences"), preferences);
 }
 

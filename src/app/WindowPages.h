@@ -70,9 +70,10 @@ public:
 
 signals:
     void Shown(); // another page than before
-    void Told(const QString& text);
+    void Reported(const QString& text);
     void Failed(const Failure& failure);
     void PreferencesChanged();                  // by the user
+    void AppearanceChanged();                   // likewise; what is shown has the old colours
     void PlaceChosen(const std::string& place); // a setting that was searched
 
 private:

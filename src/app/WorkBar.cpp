@@ -1,55 +1,216 @@
 #include "app/WorkBar.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace qx::app {
 
 namespace {
 
-QString StepText(host::Step step) {
+using host::Step;
+
+// A word for the row of steps, and a sentence while it goes on.
+struct StepTexts {
+    QString name;
+    QString sentence;
+};
+
+StepTexts TextsOf(Step step) {
     switch (step) {
-    case host::Step::SavingBackup:
-        return WorkBar::tr("Saving a backup of what the keyboard holds…");
-    case host::Step::Checking:
-        return WorkBar::tr("Checking that it is still the same keyboard…");
-    case host::Step::Writing:
-        return WorkBar::tr("Sending the settings…");
-    case host::Step::ReadingBack:
-        return WorkBar::tr("Reading the keyboard back to compare…");
+    case Step::SavingBackup:
+        return {WorkBar::tr("Back up"), WorkBar::tr("Saving a backup of what the keyboard holds…")};
+    case Step::Checking:
+        return {WorkBar::tr("Check"), WorkBar::tr("Checking that it is still the same keyboard…")};
+    case Step::Writing:
+        return {WorkBar::tr("Write"), WorkBar::tr("Sending the settings…")};
+    case Step::ReadingBack:
+        return {WorkBar::tr("Read back"), WorkBar::tr("Reading the keyboard back to compare…")};
     }
     return {};
 }
 
+std::vector<Step> StepsOf(Work work) {
+    switch (work) {
+    case Work::Read:
+        break;
+    case Work::Write:
+        return {Step::SavingBackup, Step::Checking, Step::Writing, Step::ReadingBack};
+    case Work::Load:
+        return {Step::SavingBackup, Step::Checking, Step::Writing};
+    }
+    return {};
+}
+
+bool IsInput(QEvent::Type type) {
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::InputMethod:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+    case QEvent::Close:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
+// Drops the user's input, except into one button, which Esc presses too.
+class WorkBar::InputHold : public QObject {
+public:
+    explicit InputHold(QPushButton& exception)
+        : m_exception(exception), m_focus(QApplication::focusWidget()) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        qApp->installEventFilter(this);
+    }
+    ~InputHold() override {
+        QApplication::restoreOverrideCursor();
+        if (m_focus != nullptr && m_focus->isVisible())
+            m_focus->setFocus();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (!IsInput(event->type()) || watched == &m_exception)
+            return false;
+        if (event->type() == QEvent::KeyPress && watched->isWidgetType() &&
+            static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+            m_exception.click();
+        // Windows of the system hand their events on to widgets.
+        if (!watched->isWidgetType() && event->type() != QEvent::Shortcut)
+            return false;
+        event->ignore();
+        return true;
+    }
+
+private:
+    QPushButton& m_exception;
+    QPointer<QWidget> m_focus; // before
+};
+
 WorkBar::WorkBar(Workbench& workbench, QWidget* parent)
-    : NoticeBar(QStringLiteral("lblWork"), parent) {
-    HideButton();
+    : QFrame(parent), m_workbench(workbench), m_text(new QLabel), m_steps(new QLabel),
+      m_progress(new QProgressBar), m_stop(new QPushButton) {
+    setFrameShape(QFrame::StyledPanel);
+    setBackgroundRole(QPalette::AlternateBase);
+    setAutoFillBackground(true);
+    m_text->setObjectName(QStringLiteral("lblWork"));
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
+    m_steps->setObjectName(QStringLiteral("lblSteps"));
+    m_steps->setTextFormat(Qt::RichText); // the program's own words alone
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setAccessibleName(tr("Progress"));
+    m_progress->setTextVisible(false);
+    m_stop->setObjectName(QStringLiteral("cmdStop"));
+    connect(m_stop, &QPushButton::clicked, this, &WorkBar::Stop);
+    auto* texts = new QVBoxLayout;
+    texts->addWidget(m_text);
+    texts->addWidget(m_steps);
+    auto* row = new QHBoxLayout;
+    row->addLayout(texts, 1);
+    row->addWidget(m_stop);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(row);
+    column->addWidget(m_progress);
+    hide();
     connect(&workbench, &Workbench::Began, this, &WorkBar::Begin);
     connect(&workbench, &Workbench::Stepped, this, &WorkBar::ShowStep);
+    connect(&workbench, &Workbench::Progressed, this, &WorkBar::ShowProgress);
+    connect(&workbench, &Workbench::StopAsked, this, [this] { PaintAtOnce(); });
     connect(&workbench, &Workbench::Ended, this, &WorkBar::End);
 }
 
-void WorkBar::Begin(const QString& text) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    m_work = text;
-    ShowAtOnce(text);
+WorkBar::~WorkBar() = default;
+
+void WorkBar::Begin(const QString& text, Work work) {
+    m_hold = std::make_unique<InputHold>(*m_stop);
+    m_doing = text;
+    m_planned = StepsOf(work);
+    m_text->setText(text);
+    m_steps->setVisible(!m_planned.empty());
+    m_stop->setVisible(!m_planned.empty());
+    m_stop->setEnabled(true);
+    m_stop->setText(tr("Cancel"));
+    m_stop->setToolTip(tr("Nothing is written until the step Write begins"));
+    m_progress->setRange(0, 0); // until the driver reports how far it is
+    if (!m_planned.empty())
+        ShowSteps(m_planned.front());
+    show();
+    if (!m_planned.empty())
+        m_stop->setFocus();
+    QAccessibleEvent alert(m_text, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+    PaintAtOnce();
 }
 
-void WorkBar::ShowStep(host::Step step) {
-    ShowAtOnce(m_work + QLatin1Char('\n') + StepText(step));
+void WorkBar::ShowSteps(Step now) {
+    QStringList steps;
+    for (const Step step : m_planned) {
+        const QString name = TextsOf(step).name;
+        steps += step < now    ? QStringLiteral("✓ ") + name
+                 : step == now ? QStringLiteral("<b>● %1</b>").arg(name)
+                               : QStringLiteral("○ ") + name;
+    }
+    m_steps->setText(steps.join(QStringLiteral("&nbsp;&nbsp; → &nbsp;&nbsp;")));
 }
 
-// The program is busy with the keyboard; user input is held back.
-void WorkBar::ShowAtOnce(const QString& text) {
-    Age(); // replaces the previous step
-    Tell(Kind::Warning, text);
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+void WorkBar::ShowStep(Step step) {
+    if (m_hold == nullptr)
+        return;
+    m_text->setText(m_doing + QLatin1Char('\n') + TextsOf(step).sentence);
+    ShowSteps(step);
+    if (step == Step::Writing) {
+        m_stop->setEnabled(false);
+        m_stop->setText(tr("Cannot be cancelled now"));
+        m_stop->setToolTip(tr("Stopping now would leave the keyboard partly written"));
+    }
+    PaintAtOnce();
+}
+
+void WorkBar::ShowProgress(int percent) {
+    if (m_hold == nullptr)
+        return;
+    m_progress->setRange(0, 100);
+    m_progress->setValue(percent);
+    PaintAtOnce();
+}
+
+void WorkBar::Stop() {
+    m_workbench.RequestStop();
+    m_stop->setEnabled(false);
+    m_stop->setText(tr("Cancelling…"));
+}
+
+// The driver does not return to the event loop for a while.
+void WorkBar::PaintAtOnce() {
+    QApplication::processEvents();
+    repaint();
 }
 
 void WorkBar::End() {
     hide();
-    QApplication::restoreOverrideCursor();
+    m_hold.reset();
 }
 
 } // namespace qx::app

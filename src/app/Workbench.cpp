@@ -179,21 +179,33 @@ host::Writer& Workbench::Writer() {
     options.newConfiguration = [this] {
         return std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
     };
+    options.isStopped = [this] {
+        emit StopAsked();
+        return m_isStopRequested;
+    };
     options.onStep = [this](host::Step step) { emit Stepped(step); };
     m_writer = std::make_unique<host::Writer>(Session(), std::move(options));
     return *m_writer;
 }
 
-template <typename Work>
-auto Workbench::WithWriter(const Work& work) {
+template <typename Function>
+auto Workbench::WithWriter(const Function& work) {
     const Busy busy(*this);
     return work(Writer());
 }
 
-template <typename Work>
-auto Workbench::WithChange(const Work& work) {
-    emit Held(false);
-    return WithWriter(work);
+template <typename Function>
+auto Workbench::WithChange(const Function& work) {
+    m_isStopRequested = false;
+    try {
+        const auto outcome = WithWriter(work);
+        emit Held(false);
+        return outcome;
+    } catch (const host::Error& error) {
+        if (error.holds != host::Holds::NotTouched && error.holds != host::Holds::Old)
+            emit Held(false);
+        throw;
+    }
 }
 
 host::WritePlan Workbench::PlanWrite(bool repairs) {

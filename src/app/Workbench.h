@@ -6,6 +6,7 @@
 // contents.
 #pragma once
 
+#include "app/Appearance.h"
 #include "app/StartStages.h"
 #include "app/sections/SectionFaces.h"
 #include "host/ColourSet.h"
@@ -29,6 +30,13 @@
 
 namespace qx::app {
 
+// Of the program with the keyboard, while it is busy.
+enum class Work {
+    Read,  // nothing is written
+    Write, // with a backup before and a reading afterwards
+    Load,  // of a file: with a backup before
+};
+
 class Workbench : public QObject {
     Q_OBJECT
 public:
@@ -50,6 +58,11 @@ public:
     void SavePreferences();
     // Reports damaged preferences; empty if they could be read.
     [[nodiscard]] QString PreferencesWarning() const;
+
+    // A preference of the application alone, stored at once. The keys get colours that fit, unless
+    // the user has chosen others.
+    [[nodiscard]] app::Appearance Appearance();
+    void SetAppearance(app::Appearance appearance);
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
     // Shows everything by the preferences as they are now.
@@ -83,6 +96,10 @@ public:
     // Document to keyboard: what was planned, read back and compared.
     host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
     [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
+
+    // The user wants the present write not to happen. It ends with Error(Stopped) before its first
+    // byte; after that, it goes on.
+    void RequestStop() { m_isStopRequested = true; }
 
     // File to keyboard: after a backup, with a receipt, not proved.
     void LoadKeyboardFile(const host::KeyboardFileKind& kind, const std::filesystem::path& file,
@@ -129,12 +146,13 @@ public:
     void Redo();
 
 signals:
-    void KeyboardChanged();          // another one, or none
-    void Held(bool isDocument);      // the keyboard now holds the document, or something unknown
-    void DocumentChanged();          // its settings, its file, or whether it is saved
-    void Began(const QString& text); // work with the keyboard that takes a while; see Working
-    void Stepped(host::Step step);   // of a write
+    void KeyboardChanged();     // another one, or none
+    void Held(bool isDocument); // the keyboard now holds the document, or something unknown
+    void DocumentChanged();     // its settings, its file, or whether it is saved
+    void Began(const QString& text, app::Work work); // that takes a while; see Working
+    void Stepped(host::Step step);                   // of a write
     void Progressed(int percent);
+    void StopAsked(); // before the first byte: the last moment for RequestStop
     void Ended();
     void Noticed(const QString& text);
     void Touched(); // the user has changed something on a page, if only what is selected
@@ -152,10 +170,10 @@ private:
     // What writes to the connected keyboard.
     [[nodiscard]] host::Writer& Writer();
     // Runs work with it, during which the controls change by themselves.
-    template <typename Work>
-    auto WithWriter(const Work& work);
-    template <typename Work>
-    auto WithChange(const Work& work); // of what the keyboard holds
+    template <typename Function>
+    auto WithWriter(const Function& work);
+    template <typename Function>
+    auto WithChange(const Function& work); // of what the keyboard holds
 
     Platform m_platform;
     Options m_options;
@@ -175,6 +193,7 @@ private:
     std::optional<host::Json> m_keyboardNote; // of the document: which keyboard it is for
     bool m_isMixture = false;
     bool m_isBusy = false;
+    bool m_isStopRequested = false;
 };
 
 } // namespace qx::app

@@ -8,6 +8,13 @@ namespace qx::app {
 
 using views::ToQt;
 
+namespace {
+
+constexpr const char* kApplicationPath = R"(Software\Tandor\ConfigurationApp\Application\)";
+constexpr const char* kAppearance = "Appearance";
+
+} // namespace
+
 QString Workbench::PreferencesWarning() const {
     return m_store.IsDamaged() ? tr("The preferences in %1 are damaged: the defaults are used.")
                                      .arg(ToQt(m_store.Location()))
@@ -18,6 +25,29 @@ void Workbench::SavePreferences() {
     m_preferences.Save();
     m_preferences.SaveWinPos();
     StorePreferences();
+}
+
+Appearance Workbench::Appearance() {
+    m_store.SetPath(kApplicationPath);
+    switch (m_store.ReadNumber(kAppearance, 0)) {
+    case static_cast<Long>(app::Appearance::Light):
+        return app::Appearance::Light;
+    case static_cast<Long>(app::Appearance::Dark):
+        return app::Appearance::Dark;
+    default: // another program's
+        return app::Appearance::System;
+    }
+}
+
+void Workbench::SetAppearance(app::Appearance appearance) {
+    m_store.SetPath(kApplicationPath);
+    m_store.WriteNumber(kAppearance, static_cast<Long>(appearance));
+    UseAppearance(appearance);
+    const host::ColourSetId fitting = FittingColours();
+    const auto used = host::ColoursInUse(m_preferences);
+    if (used && *used != host::ColourSetId::Classic && *used != fitting)
+        host::UseColours(m_preferences, fitting);
+    SavePreferences();
 }
 
 void Workbench::StorePreferences() {

@@ -8,8 +8,9 @@ namespace qx::app {
 class Working {
 public:
     // The text is a sentence: "Reading the keyboard…".
-    Working(Workbench& workbench, const QString& text) : m_workbench(workbench) {
-        emit m_workbench.Began(text);
+    Working(Workbench& workbench, const QString& text, Work work = Work::Read)
+        : m_workbench(workbench) {
+        emit m_workbench.Began(text, work);
     }
     ~Working() {
         emit m_workbench.Progressed(100);

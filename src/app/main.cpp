@@ -1,4 +1,5 @@
 // The configuration application.
+#include "app/Appearance.h"
 #include "app/Application.h"
 #include "app/EndSignals.h"
 #include "app/Failure.h"
@@ -36,13 +37,6 @@ StartChoice ChoiceOf(const QString& option, qx::app::Workbench& workbench) {
     if (!preferences.NewDocumentOnStartup() && !preferences.GetLastDownloadFile().empty())
         return StartChoice::LastDocument;
     return static_cast<StartChoice>(preferences.GetShowStartupAction());
-}
-
-// Fitting the system's windows.
-qx::host::ColourSetId ColoursOfSystem() {
-    return QApplication::palette().color(QPalette::Window).lightness() < 128
-               ? qx::host::ColourSetId::Dark
-               : qx::host::ColourSetId::Light;
 }
 
 void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoice choice) {
@@ -95,7 +89,8 @@ int main(int argc, char** argv) {
                                       parser.value(layout).toStdString(),
                                       ToPath(parser.value(settings)),
                                       {},
-                                      ColoursOfSystem()});
+                                      qx::app::FittingColours()});
+        qx::app::UseAppearance(workbench.Appearance());
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
         // Clicks in the sequence editor can press the simulated keyboard's keys.
         QObject::connect(&workbench, &qx::app::Workbench::KeyboardChanged, &window, [&] {
@@ -110,6 +105,9 @@ int main(int argc, char** argv) {
         const QStringList files = parser.positionalArguments();
         QObject::connect(&application, &qx::app::Application::Failed, &window,
                          [&] { window.Documents().KeepUnsaved(); });
+        application.show = [&](const QString& text, const QString& details) {
+            window.screen.warn({text, details});
+        };
         QObject::connect(&window, &qx::app::MainWindow::Appeared, &window, [&] {
             window.Keyboards().ConnectAgain();
             if (!files.isEmpty())

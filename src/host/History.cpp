@@ -28,6 +28,13 @@ bool History::TakesPart(const Section& section) const {
                        [&](std::size_t index) { return all[index].get() == &section; });
 }
 
+std::size_t History::Revision(const Section& section) const {
+    const auto& all = m_configuration.Sections();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const auto& each) { return each.get() == &section; });
+    return m_revisions[static_cast<std::size_t>(found - all.begin())];
+}
+
 ConfigurationDocument History::Document() const {
     return m_configuration.Write(Sections());
 }
@@ -41,6 +48,9 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
     }
     ResetDataChanged();
     m_now = m_configuration.TakeAll();
+    m_revisions.resize(m_now.size());
+    for (std::size_t& revision : m_revisions)
+        ++revision;
     m_steps.clear();
     m_present = 0;
     m_saved = isSaved ? 0 : kNowhere;
@@ -69,6 +79,7 @@ std::vector<History::Edit> History::TakeEdits() {
         if (change.empty())
             continue;
         m_now[i] = std::move(now);
+        ++m_revisions[i];
         edits.push_back({i, std::move(change), m_takePart.insert(i).second});
     }
     return edits;
@@ -140,6 +151,7 @@ void History::Go(const Step& step, bool isForwards) {
         Snapshot::Put(section, values);
         section.Control().SetDataChanged(true);
         m_now[edit.section] = Snapshot::Of(section);
+        ++m_revisions[edit.section];
         if (edit.isFirst && isForwards)
             m_takePart.insert(edit.section);
         else if (edit.isFirst)

@@ -49,6 +49,9 @@ public:
     [[nodiscard]] bool TakesPart(const Section& section) const;
     [[nodiscard]] ConfigurationDocument Document() const;
 
+    // Another number after each change of the section's settings.
+    [[nodiscard]] std::size_t Revision(const Section& section) const;
+
     [[nodiscard]] bool IsSaved() const { return m_present == m_saved; }
     void MarkSaved();
     // Resets DataChanged in all controls, after the settings have been saved or transferred: later
@@ -78,7 +81,8 @@ private:
     void Go(const Step& step, bool isForwards);
 
     Configuration& m_configuration;
-    std::vector<Snapshot> m_now; // of all sections
+    std::vector<Snapshot> m_now;          // of all sections
+    std::vector<std::size_t> m_revisions; // likewise
     std::set<std::size_t> m_takePart;
     std::vector<Step> m_steps;
     std::size_t m_present = 0; // number of steps that are done

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -68,8 +69,27 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
             m_goal = m_caps[static_cast<std::size_t>(row)].place.center();
         updateGeometry();
     }
-    TellKeysChanged(this, old);
+    AnnounceKeysChanged(this, old);
     update();
+}
+
+void KeyGrid::SetMarked(std::set<int> keys, const QString& meaning) {
+    m_markMeaning = meaning;
+    if (keys == m_marked)
+        return;
+    std::set<int> changed;
+    std::set_symmetric_difference(keys.begin(), keys.end(), m_marked.begin(), m_marked.end(),
+                                  std::inserter(changed, changed.end()));
+    m_marked = std::move(keys);
+    for (const int key : changed)
+        UpdateKey(key);
+    AnnounceMarksChanged(this, changed);
+}
+
+QString KeyGrid::DescriptionOf(const KeyCap& cap) const {
+    if (!IsMarked(cap.index))
+        return cap.toolTip;
+    return cap.toolTip.isEmpty() ? m_markMeaning : cap.toolTip + u'\n' + m_markMeaning;
 }
 
 void KeyGrid::SetPointSize(int points) {
@@ -109,7 +129,7 @@ void KeyGrid::MoveFocus(int index) {
     UpdateKey(m_focusKey);
     m_focusKey = next;
     UpdateKey(m_focusKey);
-    TellFocusKey(this);
+    AnnounceFocusKey(this);
     emit FocusKeyChanged(m_focusKey);
 }
 
@@ -256,21 +276,31 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
             PaintKeyText(painter, text);
     }
     PaintSelection(painter);
+    PaintMarks(painter);
     if (const int row = Row(m_focusKey); row >= 0 && hasFocus())
         PaintKeyFocus(painter, m_drawn[static_cast<std::size_t>(row)].rect, m_placing);
     PaintDrag(painter);
 }
 
 // One selected key that is marked as the current one needs no second mark.
+bool KeyGrid::ShowsSelected(const KeyCap& cap) const {
+    return m_selection.Has(cap.index) && (m_selection.Keys().size() > 1 || !cap.isCurrent);
+}
+
 void KeyGrid::PaintSelection(QPainter& painter) const {
     const int dropKey = m_drag.kind == Drag::Kind::Carry ? KeyAt(m_drag.at) : -1;
     for (std::size_t row = 0; row < m_caps.size(); ++row) {
         const KeyCap& cap = m_caps[row];
-        const bool isMarked =
-            m_selection.Has(cap.index) && (m_selection.Keys().size() > 1 || !cap.isCurrent);
-        if (isMarked || (cap.index == dropKey && dropKey != m_drag.key))
+        if (ShowsSelected(cap) || (cap.index == dropKey && dropKey != m_drag.key))
             PaintKeySelected(painter, m_drawn[row].rect, m_placing);
     }
+}
+
+void KeyGrid::PaintMarks(QPainter& painter) const {
+    for (std::size_t row = 0; row < m_caps.size(); ++row)
+        if (IsMarked(m_caps[row].index))
+            PaintKeyDot(painter, m_drawn[row].rect, m_caps[row], m_placing,
+                        ShowsSelected(m_caps[row]));
 }
 
 void KeyGrid::PaintDrag(QPainter& painter) {

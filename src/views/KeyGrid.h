@@ -18,6 +18,7 @@
 #include <QWidget>
 
 #include <map>
+#include <set>
 #include <tuple>
 #include <vector>
 
@@ -55,6 +56,12 @@ public:
     void Select(const std::set<int>& keys);
     // Whether programmed keys are dragged onto others, instead of a band starting there.
     void SetCarries(bool carries) { m_carries = carries; }
+
+    // Keys with a dot, and its meaning for tool tips and those who hear the screen.
+    void SetMarked(std::set<int> keys, const QString& meaning);
+    [[nodiscard]] bool IsMarked(int index) const { return m_marked.contains(index); }
+    // The tool tip of the key, with the meaning of its dot.
+    [[nodiscard]] QString DescriptionOf(const KeyCap& cap) const;
 
     // The key's rectangle in this widget; empty for an unknown key.
     [[nodiscard]] QRect KeyRect(int index) const;
@@ -127,7 +134,9 @@ private:
     void GoOnDragging(const QPoint& at, Qt::KeyboardModifiers modifiers);
     void EndDrag();
     [[nodiscard]] QRect Band() const { return QRect(m_drag.from, m_drag.at).normalized(); }
+    [[nodiscard]] bool ShowsSelected(const KeyCap& cap) const; // by a tint and a tick
     void PaintSelection(QPainter& painter) const;
+    void PaintMarks(QPainter& painter) const;
     void PaintDrag(QPainter& painter);
     bool ShowToolTip(const QPoint& at, const QPoint& globalAt);
     void UpdateKey(int index);
@@ -146,6 +155,8 @@ private:
     bool m_selects = false;
     bool m_carries = false;
     KeySelection m_selection;
+    std::set<int> m_marked;
+    QString m_markMeaning;
     Drag m_drag;
     QPointF m_goal; // the column and row that arrow keys keep to, in the owner's unit
 };

@@ -46,7 +46,7 @@ public:
         case QAccessible::Name:
             return cap->name.isEmpty() ? cap->caption : cap->name;
         case QAccessible::Description:
-            return cap->toolTip;
+            return m_grid->DescriptionOf(*cap);
         case QAccessible::DebugDescription:
             return m_grid->KeyName(m_index);
         default:
@@ -170,7 +170,7 @@ QAccessibleInterface* MakeGridAccessible(const QString& /*className*/, QObject* 
     return grid == nullptr ? nullptr : new GridAccessible(grid);
 }
 
-void Tell(KeyGrid* grid, QAccessible::Event what, int row) {
+void Announce(KeyGrid* grid, QAccessible::Event what, int row) {
     QAccessibleEvent event(grid, what);
     event.setChild(row);
     QAccessible::updateAccessibility(&event);
@@ -186,19 +186,27 @@ void InstallKeyGridAccessible() {
     (void)isInstalled;
 }
 
-void TellFocusKey(KeyGrid* grid) {
+void AnnounceFocusKey(KeyGrid* grid) {
     const int row = RowOf(grid->Keys(), grid->FocusKey());
     if (row >= 0 && grid->hasFocus() && QAccessible::isActive())
-        Tell(grid, QAccessible::Focus, row);
+        Announce(grid, QAccessible::Focus, row);
 }
 
-void TellKeysChanged(KeyGrid* grid, const std::vector<KeyCap>& old) {
+void AnnounceKeysChanged(KeyGrid* grid, const std::vector<KeyCap>& old) {
     if (!QAccessible::isActive())
         return;
     const std::vector<KeyCap>& now = grid->Keys();
     for (std::size_t row = 0; row < now.size(); ++row)
         if (row < old.size() && now[row].index == old[row].index && now[row].name != old[row].name)
-            Tell(grid, QAccessible::NameChanged, static_cast<int>(row));
+            Announce(grid, QAccessible::NameChanged, static_cast<int>(row));
+}
+
+void AnnounceMarksChanged(KeyGrid* grid, const std::set<int>& keys) {
+    if (!QAccessible::isActive())
+        return;
+    for (const int key : keys)
+        if (const int row = RowOf(grid->Keys(), key); row >= 0)
+            Announce(grid, QAccessible::DescriptionChanged, row);
 }
 
 } // namespace qx::views

@@ -2,6 +2,7 @@
 // button with a name, a position, and actions to press and to focus it.
 #pragma once
 
+#include <set>
 #include <vector>
 
 namespace qx::views {
@@ -13,7 +14,8 @@ class KeyGrid;
 void InstallKeyGridAccessible();
 
 // Announce changes; cheap if no assistive program listens.
-void TellFocusKey(KeyGrid* grid);
-void TellKeysChanged(KeyGrid* grid, const std::vector<KeyCap>& old);
+void AnnounceFocusKey(KeyGrid* grid);
+void AnnounceKeysChanged(KeyGrid* grid, const std::vector<KeyCap>& old);
+void AnnounceMarksChanged(KeyGrid* grid, const std::set<int>& keys);
 
 } // namespace qx::views

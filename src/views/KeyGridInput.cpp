@@ -136,7 +136,7 @@ void KeyGrid::TakeSelection(KeySelection selection) {
         return;
     m_selection = std::move(selection);
     update();
-    TellFocusKey(this); // its name and state are read out again
+    AnnounceFocusKey(this); // its name and state are read out again
     emit SelectionChanged();
 }
 
@@ -259,7 +259,7 @@ bool KeyGrid::event(QEvent* event) {
 
 bool KeyGrid::ShowToolTip(const QPoint& at, const QPoint& globalAt) {
     const int row = Row(KeyAt(at));
-    QString text = row < 0 ? QString() : m_caps[static_cast<std::size_t>(row)].toolTip;
+    QString text = row < 0 ? QString() : DescriptionOf(m_caps[static_cast<std::size_t>(row)]);
     if (text.isEmpty()) {
         QToolTip::hideText();
         return false;
@@ -280,7 +280,7 @@ void KeyGrid::focusInEvent(QFocusEvent* event) {
         else if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
             ReachRow(0);
     }
-    TellFocusKey(this);
+    AnnounceFocusKey(this);
     UpdateKey(m_focusKey);
     QWidget::focusInEvent(event);
 }

@@ -28,6 +28,7 @@ constexpr double kRing = 0.075;
 constexpr double kTextMargin = 0.04;
 constexpr double kJoinedGap = 0.2; // keys of a group are joined across a gap up to this
 constexpr double kGroupLine = 0.05;
+constexpr double kDot = 0.17;
 
 constexpr double kLegendScale = 0.75;
 
@@ -279,6 +280,18 @@ void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& p
     painter.setPen(QPen(palette.color(QPalette::HighlightedText), std::max(1.0, 0.13 * size),
                         Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(tick);
+}
+
+void PaintKeyDot(QPainter& painter, const QRectF& rect, const KeyCap& cap,
+                 const KeyPlacing& placing, bool hasTick) {
+    const double height = placing.KeyHeight();
+    const double radius = std::max(2.5, kDot * height / 2);
+    const double line = LineWidth(0.03 * height, placing);
+    const QPointF center(rect.right() - 0.16 * height - (hasTick ? 0.25 * height : 0),
+                         rect.top() + 0.16 * height);
+    painter.setPen(QPen(Ink(cap.color), line)); // stands out from caps of any colour
+    painter.setBrush(kDotColor);
+    painter.drawEllipse(center, radius, radius);
 }
 
 void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,

@@ -109,4 +109,11 @@ void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& plac
 // dragged.
 void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
 
+// A dot in the upper right corner, left of the tick of a key that has one.
+void PaintKeyDot(QPainter& painter, const QRectF& rect, const KeyCap& cap,
+                 const KeyPlacing& placing, bool hasTick);
+
+// The colour of such dots.
+inline constexpr QColor kDotColor(0xE8, 0x71, 0x0A);
+
 } // namespace qx::views

@@ -5,6 +5,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -19,6 +20,21 @@ constexpr int kKeysInRow = 12;
 constexpr QSizeF kStep(720, 600); // from key to key; wide enough for a few words
 constexpr double kGap = 25;
 constexpr int kButtonGap = 8; // pixels
+
+// The same dot as on keys.
+QIcon DotIcon(const QTabBar& tabs) {
+    const double ratio = tabs.devicePixelRatioF();
+    const QSize size = tabs.iconSize();
+    QPixmap image(size * ratio);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(kDotColor);
+    painter.drawEllipse(QRectF({}, size).center(), size.height() / 4.0, size.height() / 4.0);
+    return {image};
+}
 
 } // namespace
 
@@ -83,7 +99,15 @@ void QXLayeredFuncKeysView::AddBelowTabs(QWidget* widget) {
     m_belowTabs->addWidget(widget);
 }
 
-// A dot marks the layers in which something is programmed.
+void QXLayeredFuncKeysView::SetMarkedLayers(const std::set<int>& layers, const QString& meaning) {
+    m_markMeaning = meaning;
+    if (layers == m_markedLayers)
+        return;
+    m_markedLayers = layers;
+    ShowLayers();
+}
+
+// A bullet marks the layers in which something is programmed.
 void QXLayeredFuncKeysView::ShowLayers() {
     for (Integer number = 0; number < kFuncKeyLayers; ++number) {
         const FuncKeyLayer& layer = m_control.Layer(number);
@@ -95,6 +119,11 @@ void QXLayeredFuncKeysView::ShowLayers() {
             text += u' ' + ToQt(layer.Name());
         m_tabs->setAccessibleTabName(number, isProgrammed ? tr("%1, programmed").arg(text)
                                                           : tr("%1, empty").arg(text));
+        const bool isMarked = m_markedLayers.contains(number);
+        if (isMarked)
+            m_tabs->setAccessibleTabName(number, m_tabs->accessibleTabName(number) +
+                                                     QStringLiteral("\n") + m_markMeaning);
+        m_tabs->setTabIcon(number, isMarked ? DotIcon(*m_tabs) : QIcon());
         m_tabs->setTabToolTip(number, m_tabs->accessibleTabName(number));
         text.replace(u'&', QStringLiteral("&&"));
         m_tabs->setTabText(number, isProgrammed ? text + QStringLiteral(" \u2022") : text);

@@ -10,6 +10,8 @@
 
 #include <QWidget>
 
+#include <set>
+
 class QLayout;
 class QTabBar;
 class QVBoxLayout;
@@ -25,6 +27,8 @@ public:
     [[nodiscard]] KeyGrid* Grid() const { return m_grid; }
     // A widget of the host's, below the tabs of the layers.
     void AddBelowTabs(QWidget* widget);
+    // Layers with a dot on their tab, and its meaning.
+    void SetMarkedLayers(const std::set<int>& layers, const QString& meaning);
 
 signals:
     void LayerMenuRequested(int layer, const QPoint& globalAt);
@@ -45,6 +49,8 @@ private:
     Integer m_shownKey = -1; // as current
     KeyGrid* m_grid;
     QTabBar* m_tabs;
+    std::set<int> m_markedLayers;
+    QString m_markMeaning;
     QVBoxLayout* m_belowTabs;
     Bindings m_bindings;
     Subscription m_refreshed;

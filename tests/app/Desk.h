@@ -45,9 +45,10 @@ public:
         workbench.Preferences().SetPreferedAppLang(1033);
         window = std::make_unique<MainWindow>(workbench, platform.Services(), language);
         window->screen.ask = [this](const QString&) { return answer; };
-        window->screen.warn = [this](const app::Failure& failure) {
+        window->screen.warn = [this, usual = window->screen.warn](const app::Failure& failure) {
             warnings.append(failure.text);
             details.append(failure.details);
+            usual(failure);
         };
         window->Documents().questions.unsaved = [this](const QString&) { return unsaved; };
         window->Documents().questions.fileToSave = [this](const QString&) {

@@ -210,6 +210,14 @@ TEST_F(Hands, SeveralKeysArePastedIntoFilledAndCleared) {
     Write();
     for (int key = 0; key < 24; ++key)
         EXPECT_EQ(Slot(key, 1), Bytes("00")) << key;
+
+    grid.Select({6, 7});
+    grid.setFocus();
+    Keys(grid, {Qt::CTRL | Qt::Key_V});
+    EXPECT_EQ(desk.Notice().toStdString(), "Pasted into 2 keys.");
+    desk.Click("noticeOffer"); // Undo
+    EXPECT_EQ(desk.Notice(), QString());
+    EXPECT_EQ(Write(), 0);
     ExpectSteps(5);
 }
 
@@ -381,8 +389,7 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     Keys(grid, {Qt::CTRL | Qt::Key_B});
     EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 16, 17}));
     Keys(grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_J});
-    EXPECT_EQ(desk.Notice().toStdString(),
-              "Removed with its sequence: block 1. Undo brings it back.");
+    EXPECT_EQ(desk.Notice().toStdString(), "1 block removed with its sequence: 1.");
     Write();
     for (const int key : {1, 2, 16, 17})
         EXPECT_EQ(record(key, 1), Bytes("FF")) << key;

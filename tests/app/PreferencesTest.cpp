@@ -1,3 +1,4 @@
+#include "Desk.h"
 #include "app/ColourButton.h"
 #include "app/PreferencesPage.h"
 #include "app/StartWizard.h"
@@ -214,6 +215,40 @@ TEST_F(StartWizardTest, RemembersTheChoiceAndWhetherToAsk) {
     EXPECT_EQ(wizard.result(), QDialog::Rejected);
     EXPECT_FALSE(settings.GetShowStartupWizard());
     EXPECT_EQ(settings.GetShowStartupAction(), static_cast<Integer>(StartChoice::ReadKeyboard));
+}
+
+TEST(Appearance, IsChangedAtOnceStoredAndFollowedByTheColoursOfTheKeys) {
+    using app::Appearance;
+    Desk desk;
+    const auto isDark = [&] {
+        return desk.window->palette().color(QPalette::Window).lightness() < 128;
+    };
+    host::UseColours(desk.workbench.Preferences(), host::ColourSetId::Light);
+    desk.Page("preferences");
+    const auto choose = [&](Appearance appearance) {
+        auto* box = desk.Find<QComboBox>("appearance");
+        const QPointer<QComboBox> old(box);
+        box->setCurrentIndex(box->findData(static_cast<int>(appearance)));
+        emit box->activated(box->currentIndex());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return old == nullptr; })) << "it is made again";
+        EXPECT_EQ(desk.Find<QComboBox>("appearance")->currentData().toInt(),
+                  static_cast<int>(appearance));
+    };
+    choose(Appearance::Dark);
+    EXPECT_TRUE(isDark());
+    EXPECT_EQ(host::ColoursInUse(desk.workbench.Preferences()), host::ColourSetId::Dark);
+    {
+        app::Workbench other(desk.platform.Services(),
+                             {{}, QX_LAYOUTS, {}, desk.folder / "settings.ini", {}});
+        EXPECT_EQ(other.Appearance(), Appearance::Dark);
+        EXPECT_EQ(host::ColoursInUse(other.Preferences()), host::ColourSetId::Dark);
+    }
+    desk.workbench.Preferences().SetColorProg(0x123456); // the user's own
+    choose(Appearance::Light);
+    EXPECT_FALSE(isDark());
+    EXPECT_EQ(desk.workbench.Preferences().ColorProg(), 0x123456);
+    choose(Appearance::System);
+    EXPECT_EQ(desk.workbench.Appearance(), Appearance::System);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
-// The chip that shows whether the keyboard holds the document.
+// The chip that shows whether the keyboard holds the document, and the dots on changed keys.
 #include "Desk.h"
+
+#include <QAccessible>
 
 namespace qx::test {
 namespace {
@@ -28,6 +30,64 @@ TEST(StateChip, CountsTheChangesThatAreNotInTheKeyboard) {
     desk.workbench.NewDocument();
     desk.workbench.OpenUnsaved(desk.workbench.Document());
     EXPECT_TRUE(desk.ShowsState("1 change not in the keyboard")) << "of another document, too";
+}
+
+// The marked keys of the page's grid, once those of the wanted keys are.
+std::set<int> Marked(Desk& desk, const char* grid, const std::set<int>& wanted) {
+    auto* keys = desk.Find<views::KeyGrid>(grid);
+    std::set<int> marked;
+    (void)QTest::qWaitFor([&] {
+        marked.clear();
+        for (const views::KeyCap& cap : keys->Keys())
+            if (keys->IsMarked(cap.index))
+                marked.insert(cap.index);
+        return marked == wanted;
+    });
+    return marked;
+}
+
+TEST(StateChip, ChangedKeysHaveADotUntilTheyAreWritten) {
+    Desk desk;
+    using Set = std::set<int>;
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    desk.Click("key_31");
+    EXPECT_EQ(Marked(desk, "layoutDisplay", {75}), Set({75}));
+    auto* grid = desk.Find<views::KeyGrid>("layoutDisplay");
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(grid);
+    QStringList changed;
+    for (int i = 0; i < spoken->childCount(); ++i)
+        if (spoken->child(i)->text(QAccessible::Description).contains("not yet written"))
+            changed.append(spoken->child(i)->text(QAccessible::DebugDescription));
+    EXPECT_EQ(changed, QStringList("cmdKey_75"));
+
+    desk.Page("layeredFuncKeys");
+    auto* tabs = desk.Find<QTabBar>("layers");
+    desk.ShowLayer(2);
+    desk.ClickKey("funcKeys", 1);
+    desk.Click("key_31");
+    EXPECT_EQ(Marked(desk, "funcKeys", {1}), Set({1}));
+    EXPECT_TRUE(tabs->tabToolTip(2).contains("not yet written"));
+    EXPECT_FALSE(tabs->tabToolTip(1).contains("not yet written"));
+    desk.ShowLayer(1);
+    EXPECT_EQ(Marked(desk, "funcKeys", {}), Set()) << "the key of another layer";
+
+    desk.Page("pos");
+    auto* pos = desk.Find<views::KeyGrid>("posDisplay");
+    pos->Select({3, 4, 5});
+    desk.Click("joinKeys");
+    EXPECT_EQ(Marked(desk, "posDisplay", {3, 4, 5}), Set({3, 4, 5}));
+    desk.Write();
+    desk.Page("pos");
+    EXPECT_EQ(Marked(desk, "posDisplay", {}), Set());
+    pos->Select({5});
+    desk.Click("splitKeys");
+    EXPECT_EQ(Marked(desk, "posDisplay", {3, 4, 5}), Set({3, 4, 5})) << "in no block any more";
+    desk.UndoAction().trigger();
+    EXPECT_EQ(Marked(desk, "posDisplay", {}), Set());
+    desk.workbench.Disconnect();
+    desk.Page("freeProgKeys");
+    EXPECT_EQ(Marked(desk, "layoutDisplay", {}), Set());
 }
 
 TEST(StateChip, ShowsWhatIsNotKnownAndLeadsToARemedy) {

@@ -52,14 +52,14 @@ public:
                  [this, &edits](Integer nPosCode, const std::string& sCurrSeq, bool& fCancel,
                                 std::string& sNewSeq) {
                      if (!HasPlace(nPosCode))
-                         edits.Tell(tr("This module has no place for this key in the keyboard."));
+                         edits.Report(tr("This module has no place for this key in the keyboard."));
                      fCancel = !HasPlace(nPosCode) ||
                                !edits.Edit(nPosCode, sCurrSeq, sNewSeq, kFreeProgKeySlotSize);
                  });
         edits.On(Control().KeyNoEditable, [&edits](Integer nPositionCode) {
-            edits.Tell(nPositionCode == EditRequests::kNoKey
-                           ? tr("Pick a key first.")
-                           : tr("This key cannot be programmed."));
+            edits.Report(nPositionCode == EditRequests::kNoKey
+                             ? tr("Pick a key first.")
+                             : tr("This key cannot be programmed."));
         });
         edits.On(Control().RemoveAllSequences, [&edits](bool& fRemoveIt) {
             fRemoveIt = edits.Ask(tr("Clear all keys of this module?"));

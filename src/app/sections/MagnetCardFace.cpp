@@ -141,7 +141,7 @@ private:
     [[nodiscard]] bool HasTrack(Integer nTrackId, EditRequests& edits) {
         const bool isThere = Control().Track(nTrackId).Available();
         if (!isThere)
-            edits.Tell(tr("This keyboard cannot read track %1.").arg(nTrackId));
+            edits.Report(tr("This keyboard cannot read track %1.").arg(nTrackId));
         return isThere;
     }
 };

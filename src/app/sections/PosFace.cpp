@@ -2,6 +2,7 @@
 #include "app/EditRequests.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
+#include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "views/KeyGrid.h"
 #include "views/QXPosView.h"
@@ -50,6 +51,13 @@ public:
     [[nodiscard]] std::string SenderOf(int key) override {
         const Integer slot = Control().PosData().FindBlockForKey(static_cast<Integer>(key));
         return PlaceOf(slot == 0 ? key : slot);
+    }
+    [[nodiscard]] Groups GroupedKeys() override {
+        Groups groups;
+        for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot)
+            for (const Integer key : KeysOf(Control().PosData().Block(slot)))
+                groups.emplace(key, PlaceOf(slot));
+        return groups;
     }
     [[nodiscard]] QString GroupOf(int key) override {
         const Integer slot = Control().PosData().FindBlockForKey(static_cast<Integer>(key));

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -52,6 +53,9 @@ public:
     [[nodiscard]] virtual bool HasKeys() const { return false; }
     [[nodiscard]] virtual std::string PlaceOf(int /*key*/) { return {}; }
     [[nodiscard]] virtual std::string SenderOf(int key) { return PlaceOf(key); }
+    // The elements of the keys that act together, by key.
+    using Groups = std::map<int, std::string>;
+    [[nodiscard]] virtual Groups GroupedKeys() { return {}; }
     // What keys that act together are called; empty for a key by itself.
     [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
     // Adds what can be done on this page alone. The view is MakeView's.

@@ -129,9 +129,37 @@
         <source>%1 is in block %2, other keys are in block %3: split one of them off first. Nothing has been changed.</source>
         <translation>%1 gehört zu Block %2, andere Tasten gehören zu Block %3: Trennen Sie zuerst eine davon ab. Es wurde nichts geändert.</translation>
     </message>
+    <message numerus="yes">
+        <source>%n keys joined.</source>
+        <translation>
+            <numerusform>%n Taste verbunden.</numerusform>
+            <numerusform>%n Tasten verbunden.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n key(s) split off.</source>
+        <translation>
+            <numerusform>%n Taste abgetrennt.</numerusform>
+            <numerusform>%n Tasten abgetrennt.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n block(s) removed with the sequence: %1.</source>
+        <translation>
+            <numerusform>%n Block samt seiner Folge entfernt: %1.</numerusform>
+            <numerusform>%n Blöcke samt ihren Folgen entfernt: %1.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ChangeDots</name>
     <message>
-        <source>Removed with its sequence: block %1. Undo brings it back.</source>
-        <translation>Samt Tastenfolge entfernt: Block %1. „Rückgängig“ holt ihn zurück.</translation>
+        <source>Changed, and not yet written to the keyboard</source>
+        <translation>Geändert und noch nicht in die Tastatur geschrieben</translation>
+    </message>
+    <message>
+        <source>Has changes that are not yet written to the keyboard</source>
+        <translation>Enthält Änderungen, die noch nicht in die Tastatur geschrieben sind</translation>
     </message>
 </context>
 <context>
@@ -165,6 +193,25 @@
     <message>
         <source>Output delay: %1</source>
         <translation>Ausgabeverzögerung: %1</translation>
+    </message>
+</context>
+<context>
+    <name>DifferenceTree</name>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
+    </message>
+    <message>
+        <source>Setting</source>
+        <translation>Einstellung</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Show this change on its page</source>
+        <translation>Diese Änderung auf ihrer Seite zeigen</translation>
     </message>
 </context>
 <context>
@@ -799,10 +846,6 @@
         <translation>Wählen Sie „Tastatur &gt; In Tastatur schreiben“, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
     </message>
     <message>
-        <source>Only qxconf can fill in the placeholders of a document (option --set).</source>
-        <translation>Nur qxconf kann die Platzhalter eines Dokuments ausfüllen (Option --set).</translation>
-    </message>
-    <message>
         <source>Choose another driver library or keyboard in the menu Keyboard.</source>
         <translation>Wählen Sie im Menü „Tastatur“ eine andere Treiberbibliothek oder Tastatur.</translation>
     </message>
@@ -905,6 +948,10 @@
     <message>
         <source>Another program is writing to this keyboard, or to one of its kind that cannot be distinguished from it.</source>
         <translation>Ein anderes Programm schreibt gerade in diese Tastatur oder in eine baugleiche, die sich nicht von ihr unterscheiden lässt.</translation>
+    </message>
+    <message>
+        <source>The document has placeholders instead of values. Replace them in a text editor, and open it again.</source>
+        <translation>Das Dokument enthält Platzhalter statt Werten. Ersetzen Sie sie in einem Texteditor, und öffnen Sie es erneut.</translation>
     </message>
 </context>
 <context>
@@ -1337,22 +1384,6 @@
 <context>
     <name>InPlaceEditor</name>
     <message>
-        <source>Key %1 is pressed and never released.</source>
-        <translation>Die Taste %1 wird gedrückt und nie losgelassen.</translation>
-    </message>
-    <message>
-        <source>Key %1 is released and was not pressed.</source>
-        <translation>Die Taste %1 wird losgelassen, ohne gedrückt zu sein.</translation>
-    </message>
-    <message>
-        <source>Key %1 is released and was not pressed; a sequence cannot press key %2.</source>
-        <translation>Die Taste %1 wird losgelassen, ohne gedrückt zu sein; die Taste %2 kann eine Folge nicht drücken.</translation>
-    </message>
-    <message>
-        <source>This layout has no key %1.</source>
-        <translation>Diese Belegung hat keine Taste %1.</translation>
-    </message>
-    <message>
         <source>This key cannot be programmed.</source>
         <translation>Diese Taste ist nicht programmierbar.</translation>
     </message>
@@ -1420,6 +1451,31 @@
     <message>
         <source>No key after this one is free.</source>
         <translation>Keine Taste nach dieser ist frei.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n keys cleared.</source>
+        <translation>
+            <numerusform>%n Taste geleert.</numerusform>
+            <numerusform>%n Tasten geleert.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Pasted into %n keys.</source>
+        <translation>
+            <numerusform>In %n Taste eingefügt.</numerusform>
+            <numerusform>In %n Tasten eingefügt.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 and %2 swapped.</source>
+        <translation>%1 und %2 getauscht.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n keys filled.</source>
+        <translation>
+            <numerusform>%n Taste belegt.</numerusform>
+            <numerusform>%n Tasten belegt.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1625,6 +1681,10 @@
         <source>No write to this keyboard was interrupted.</source>
         <translation>Für diese Tastatur gibt es keinen unterbrochenen Schreibvorgang.</translation>
     </message>
+    <message>
+        <source>Connecting the keyboard…</source>
+        <translation>Die Tastatur wird verbunden …</translation>
+    </message>
 </context>
 <context>
     <name>LayerActions</name>
@@ -1706,6 +1766,25 @@
     <message>
         <source>Clear all keys of all layers?</source>
         <translation>Alle Tasten aller Ebenen leeren?</translation>
+    </message>
+</context>
+<context>
+    <name>LintWords</name>
+    <message>
+        <source>Key %1 is pressed and never released.</source>
+        <translation>Die Taste %1 wird gedrückt und nie losgelassen.</translation>
+    </message>
+    <message>
+        <source>Key %1 is released and was not pressed.</source>
+        <translation>Die Taste %1 wird losgelassen, ohne gedrückt zu sein.</translation>
+    </message>
+    <message>
+        <source>Key %1 is released and was not pressed; a sequence cannot press key %2.</source>
+        <translation>Die Taste %1 wird losgelassen, ohne gedrückt zu sein; die Taste %2 kann eine Folge nicht drücken.</translation>
+    </message>
+    <message>
+        <source>This layout has no key %1.</source>
+        <translation>Diese Belegung hat keine Taste %1.</translation>
     </message>
 </context>
 <context>
@@ -1833,6 +1912,34 @@
         <source>&amp;What is this?</source>
         <translation>&amp;Was ist das?</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Changes in the document</source>
+        <translation>Änderungen im Dokument</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>As read from the keyboard</source>
+        <translation>Wie aus der Tastatur gelesen</translation>
+    </message>
+    <message>
+        <source>Settle…</source>
+        <translation>Bereinigen …</translation>
+    </message>
+    <message>
+        <source>Show backups</source>
+        <translation>Sicherungen zeigen</translation>
+    </message>
 </context>
 <context>
     <name>ModulePage</name>
@@ -1854,6 +1961,10 @@
     <message>
         <source>Close this message</source>
         <translation>Diese Meldung schließen</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten</translation>
     </message>
 </context>
 <context>
@@ -2335,6 +2446,22 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Set all preferences to their defaults? The font size, the code page, what to begin with and the window&apos;s position do not change.</source>
         <translation>Alle Voreinstellungen auf ihre Vorgaben setzen? Schriftgröße, Codepage, die Auswahl beim Start und die Position des Fensters ändern sich nicht.</translation>
     </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Erscheinungsbild</translation>
+    </message>
+    <message>
+        <source>&amp;Windows and keys:</source>
+        <translation>Fen&amp;ster und Tasten:</translation>
+    </message>
 </context>
 <context>
     <name>Problems</name>
@@ -2589,22 +2716,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
 </context>
 <context>
     <name>ReviewSheet</name>
-    <message>
-        <source>Show</source>
-        <translation>Zeigen</translation>
-    </message>
-    <message>
-        <source>Show this change on its page</source>
-        <translation>Diese Änderung auf ihrer Seite zeigen</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s identifier is replaced by another one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); each keyboard then keeps its own.</source>
-        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); jede Tastatur behält dann ihre eigene.</translation>
-    </message>
-    <message>
-        <source>The keyboard has no identifier and is given one. A document for several keyboards leaves the identifier out (qxconf upload --no-identifier); otherwise they can no longer be told apart.</source>
-        <translation>Die Tastatur hat keine Kennung und erhält eine. Ein Dokument für mehrere Tastaturen lässt die Kennung weg (qxconf upload --no-identifier); sonst lassen sie sich nicht mehr unterscheiden.</translation>
-    </message>
     <message numerus="yes">
         <source>This changes %n setting(s) of the keyboard %1.</source>
         <translation>
@@ -2617,27 +2728,12 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Das ändert keine Einstellung der Tastatur %1, nur Bytes, die zu keiner Einstellung gehören.</translation>
     </message>
     <message>
-        <source>Changes</source>
-        <translation>Änderungen</translation>
-    </message>
-    <message>
-        <source>Setting</source>
-        <translation>Einstellung</translation>
-    </message>
-    <message>
         <source>In the keyboard now</source>
         <translation>Jetzt in der Tastatur</translation>
     </message>
     <message>
         <source>After writing</source>
         <translation>Nach dem Schreiben</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
-        <translation>
-            <numerusform>Ein Byte wird gesendet. Der jetzige Inhalt der Tastatur wird vorher gesichert; das Geschriebene wird zurückgelesen und verglichen.</numerusform>
-            <numerusform>%n Bytes werden gesendet. Der jetzige Inhalt der Tastatur wird vorher gesichert; das Geschriebene wird zurückgelesen und verglichen.</numerusform>
-        </translation>
     </message>
     <message>
         <source>&amp;Write to keyboard</source>
@@ -2646,6 +2742,44 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>The keyboard has no module for these, which are left out: %1</source>
         <translation>Dafür hat die Tastatur kein Modul; diese Bereiche werden ausgelassen: %1</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s identifier is replaced by another one. If the document belongs to another keyboard, the two can no longer be told apart.</source>
+        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Gehört das Dokument zu einer anderen Tastatur, sind die beiden dann nicht mehr zu unterscheiden.</translation>
+    </message>
+    <message>
+        <source>The keyboard has no identifier and is given one. If the document is written to several keyboards, they can no longer be told apart.</source>
+        <translation>Die Tastatur hat keine Kennung und bekommt eine. Wird das Dokument in mehrere Tastaturen geschrieben, sind sie nicht mehr zu unterscheiden.</translation>
+    </message>
+    <message>
+        <source>Show this sequence on its page</source>
+        <translation>Diese Folge auf ihrer Seite zeigen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sequence(s) may not do what is intended:</source>
+        <translation>
+            <numerusform>%n Folge bewirkt vielleicht nicht, was beabsichtigt ist:</numerusform>
+            <numerusform>%n Folgen bewirken vielleicht nicht, was beabsichtigt ist:</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n byte(s) are sent.</source>
+        <translation>
+            <numerusform>%n Byte wird gesendet.</numerusform>
+            <numerusform>%n Bytes werden gesendet.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1: %2 → %3</source>
+        <translation>%1: %2 → %3</translation>
+    </message>
+    <message>
+        <source>What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
+        <translation>Der jetzige Inhalt der Tastatur wird zuerst gesichert; was geschrieben ist, wird zurückgelesen und verglichen.</translation>
+    </message>
+    <message>
+        <source>Technical details</source>
+        <translation>Technische Einzelheiten</translation>
     </message>
 </context>
 <context>
@@ -3045,6 +3179,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>The colour of keys that are in no block.</source>
         <translation>Die Farbe von Tasten, die in keinem Block sind.</translation>
     </message>
+    <message>
+        <source>Whether all windows are light or dark. Keys with the light or the dark set of colours follow.</source>
+        <translation>Ob alle Fenster hell oder dunkel sind. Tasten mit dem hellen oder dunklen Farbsatz passen sich an.</translation>
+    </message>
 </context>
 <context>
     <name>SettingWords</name>
@@ -3378,10 +3516,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
 </context>
 <context>
     <name>StatusLine</name>
-    <message>
-        <source>Progress</source>
-        <translation>Fortschritt</translation>
-    </message>
     <message>
         <source>No keyboard</source>
         <translation>Keine Tastatur</translation>
@@ -3765,6 +3899,17 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
         <translation>Die Sicherung ist in der Tastatur, die Tastatur ließ sich aber nicht noch einmal lesen. Das Dokument ist unverändert.</translation>
     </message>
+    <message numerus="yes">
+        <source>%n setting(s) of the document have changed.</source>
+        <translation>
+            <numerusform>%n Einstellung des Dokuments hat sich geändert.</numerusform>
+            <numerusform>%n Einstellungen des Dokuments haben sich geändert.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Looking for an interrupted write…</source>
+        <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
+    </message>
 </context>
 <context>
     <name>TypedCodes</name>
@@ -3821,6 +3966,46 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Reading the keyboard back to compare…</source>
         <translation>Die Tastatur wird zum Vergleich zurückgelesen …</translation>
+    </message>
+    <message>
+        <source>Back up</source>
+        <translation>Sichern</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Write</source>
+        <translation>Schreiben</translation>
+    </message>
+    <message>
+        <source>Read back</source>
+        <translation>Zurücklesen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Nothing is written until the step Write begins</source>
+        <translation>Bis zum Schritt „Schreiben“ wird nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>Cannot be cancelled now</source>
+        <translation>Jetzt nicht mehr abzubrechen</translation>
+    </message>
+    <message>
+        <source>Stopping now would leave the keyboard partly written</source>
+        <translation>Ein Abbruch ließe die Tastatur halb geschrieben zurück</translation>
+    </message>
+    <message>
+        <source>Cancelling…</source>
+        <translation>Wird abgebrochen …</translation>
     </message>
 </context>
 <context>

@@ -12,6 +12,30 @@
     </message>
 </context>
 <context>
+    <name>BlockActions</name>
+    <message numerus="yes">
+        <source>%n keys joined.</source>
+        <translation>
+            <numerusform>%n key joined.</numerusform>
+            <numerusform>%n keys joined.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n key(s) split off.</source>
+        <translation>
+            <numerusform>%n key split off.</numerusform>
+            <numerusform>%n keys split off.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n block(s) removed with the sequence: %1.</source>
+        <translation>
+            <numerusform>%n block removed with its sequence: %1.</numerusform>
+            <numerusform>%n blocks removed with their sequences: %1.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Errors</name>
     <message numerus="yes">
         <source>%1 (and %n more)</source>
@@ -42,6 +66,27 @@
         <translation>
             <numerusform>%n sequence was copied: select one key to paste it.</numerusform>
             <numerusform>%n sequences were copied: select as many keys to paste them.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n keys cleared.</source>
+        <translation>
+            <numerusform>%n key cleared.</numerusform>
+            <numerusform>%n keys cleared.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Pasted into %n keys.</source>
+        <translation>
+            <numerusform>Pasted into %n key.</numerusform>
+            <numerusform>Pasted into %n keys.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n keys filled.</source>
+        <translation>
+            <numerusform>%n key filled.</numerusform>
+            <numerusform>%n keys filled.</numerusform>
         </translation>
     </message>
 </context>
@@ -82,10 +127,17 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n byte(s) are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
+        <source>%n sequence(s) may not do what is intended:</source>
         <translation>
-            <numerusform>One byte is sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
-            <numerusform>%n bytes are sent. What the keyboard holds now is saved as a backup first; what is written is read back and compared.</numerusform>
+            <numerusform>%n sequence may not do what is intended:</numerusform>
+            <numerusform>%n sequences may not do what is intended:</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n byte(s) are sent.</source>
+        <translation>
+            <numerusform>%n byte is sent.</numerusform>
+            <numerusform>%n bytes are sent.</numerusform>
         </translation>
     </message>
 </context>
@@ -143,6 +195,13 @@
         <translation>
             <numerusform> (one byte), read back and found equal.</numerusform>
             <numerusform> (%n bytes), read back and found equal.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n setting(s) of the document have changed.</source>
+        <translation>
+            <numerusform>%n setting of the document has changed.</numerusform>
+            <numerusform>%n settings of the document have changed.</numerusform>
         </translation>
     </message>
 </context>

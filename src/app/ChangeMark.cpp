@@ -1,0 +1,82 @@
+#include "app/ChangeMark.h"
+
+#include "views/ScrollArea.h"
+
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPainter>
+#include <QSpinBox>
+#include <QTimer>
+
+namespace qx::app {
+
+namespace {
+
+constexpr int kShownFor = 2500; // milliseconds
+constexpr int kAround = 4;      // pixels
+
+// Not valid for widgets that edit nothing.
+QVariant ValueOf(const QWidget& widget) {
+    if (qobject_cast<const QAbstractSpinBox*>(widget.parentWidget()) != nullptr ||
+        qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr)
+        return {};
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+        return button->isCheckable() ? button->isChecked() : QVariant();
+    if (const auto* slider = qobject_cast<const QAbstractSlider*>(&widget))
+        return slider->value();
+    if (const auto* number = qobject_cast<const QSpinBox*>(&widget))
+        return number->value();
+    if (const auto* choice = qobject_cast<const QComboBox*>(&widget))
+        return choice->currentIndex();
+    if (const auto* text = qobject_cast<const QLineEdit*>(&widget))
+        return text->text();
+    return {};
+}
+
+class Frame : public QWidget {
+public:
+    explicit Frame(const QWidget& around) : QWidget(around.parentWidget()) {
+        setObjectName(QStringLiteral("changeMark"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setGeometry(around.geometry().adjusted(-kAround, -kAround, kAround, kAround));
+        show();
+        raise();
+        QTimer::singleShot(kShownFor, this, &QObject::deleteLater);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kAround, kAround);
+    }
+};
+
+} // namespace
+
+// Scroll bars are sliders too; only they take no focus.
+ChangeMark::ChangeMark(const QWidget& page) {
+    for (QWidget* widget : page.findChildren<QWidget*>())
+        if (widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus) != 0)
+            if (const QVariant value = ValueOf(*widget); value.isValid())
+                m_before.emplace_back(widget, value);
+}
+
+void ChangeMark::MarkChanged() const {
+    bool isFirst = true;
+    for (const auto& [widget, before] : m_before) {
+        if (widget == nullptr || !widget->isVisible() || ValueOf(*widget) == before)
+            continue;
+        new Frame(*widget);
+        if (std::exchange(isFirst, false)) {
+            widget->setFocus(Qt::OtherFocusReason);
+            views::ScrollArea::Reveal(*widget, widget->rect());
+        }
+    }
+}
+
+} // namespace qx::app
