@@ -1,5 +1,5 @@
 // A full repaint of the keyboard on a screen of 1920 by 1080: again unchanged, after picking
-// another key, and in another size.
+// another key, and in another size; and a key that is selected in a window.
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXLayoutDisplay.h"
@@ -18,19 +18,29 @@ using namespace qx::views;
 
 constexpr QSize kScreen(1920, 1080);
 
-std::vector<KeyCap> Keys() {
+// A keyboard of which every other key is programmed.
+struct Keyboard {
+    Keyboard() {
+        layout.SetLayoutPath(QX_LAYOUTS);
+        isOpened = layout.OpenLayoutByName("us.qxl");
+        for (Integer key = 75; key <= 140; key = static_cast<Integer>(key + 2))
+            sequences.Key(key).AddByte(30);
+        display.SetLayoutSource(&layout);
+        display.SetCurrProgKey(76);
+        display.ReloadKeysSettings(sequences);
+    }
+
+    bool isOpened = false;
     QXKeyboardLayoutData layout;
-    layout.SetLayoutPath(QX_LAYOUTS);
-    if (!layout.OpenLayoutByName("us.qxl"))
-        return {};
     KeyboardSequences sequences;
-    for (Integer key = 75; key <= 140; key = static_cast<Integer>(key + 2))
-        sequences.Key(key).AddByte(30);
     QXLayoutDisplay display;
-    display.SetLayoutSource(&layout);
-    display.SetCurrProgKey(76);
-    display.ReloadKeysSettings(sequences);
-    return QXLayoutDisplayView(display).Grid()->Keys();
+};
+
+std::vector<KeyCap> Keys() {
+    Keyboard keyboard;
+    if (!keyboard.isOpened)
+        return {};
+    return QXLayoutDisplayView(keyboard.display).Grid()->Keys();
 }
 
 enum Before { Nothing, OtherCurrentKey, NewSize };
@@ -62,6 +72,29 @@ BENCHMARK(Repaint)
     ->UseRealTime()
     ->MeasureProcessCPUTime() // Qt fills areas with several threads
     ->Unit(benchmark::kMillisecond);
+
+// A click on another key, until the window shows it: the control, the caps made from it, and the
+// picture.
+void Select(benchmark::State& state) {
+    Keyboard keyboard;
+    if (!keyboard.isOpened)
+        state.SkipWithError("no layout");
+    QXLayoutDisplayView view(keyboard.display);
+    view.SetSequences([&](Integer key) { return &keyboard.sequences.Key(key); });
+    view.Grid()->SetSelects(true);
+    view.resize(kScreen);
+    view.show();
+    QApplication::processEvents();
+    int key = 75;
+    for (auto _ : state) {
+        key = key == 75 ? 90 : 75;
+        view.Grid()->Pick(key);
+        keyboard.display.SetCurrProgKey(static_cast<Integer>(key));
+        keyboard.display.ReloadKeysSettings(keyboard.sequences);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(Select)->UseRealTime()->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
 
 // The minimum for any widget of that size: one filled rectangle.
 void FillScreen(benchmark::State& state) {

@@ -107,6 +107,34 @@ void NoteOfOneKey(benchmark::State& state) {
 }
 BENCHMARK(NoteOfOneKey)->Unit(benchmark::kMicrosecond);
 
+// Edits of the longest sequences, all over the layers, and the undoing of all steps that are kept.
+void TenThousandEdits(benchmark::State& state) {
+    BenchSession keyboard;
+    host::Configuration configuration(Platform(), &keyboard.layout, nullptr);
+    keyboard.FillAll(configuration, 30);
+    auto& control =
+        dynamic_cast<QXLayeredFuncKeys&>(configuration.Find("layeredFuncKeys")->Control());
+    for (auto _ : state) {
+        host::History history(configuration);
+        const auto before = mallinfo2().uordblks;
+        for (int edit = 0; edit < 10000; ++edit) {
+            const auto layer = static_cast<Integer>(edit % kFuncKeyLayers);
+            const auto key = static_cast<Integer>(edit / kFuncKeyLayers % FuncKeyLayer::kKeys);
+            control.Layer(layer).GetKey(key).SetBytes(
+                std::string(128, static_cast<char>(1 + edit % 126)));
+            control.SetDataChanged(true);
+            history.Seal();
+            history.Note();
+        }
+        state.counters["bytes"] = static_cast<double>(mallinfo2().uordblks - before);
+        int undone = 0;
+        for (; history.CanUndo(); ++undone)
+            history.Undo();
+        state.counters["steps"] = undone;
+    }
+}
+BENCHMARK(TenThousandEdits)->Unit(benchmark::kMillisecond)->Iterations(1);
+
 void NoteOfASelection(benchmark::State& state) {
     BenchSession keyboard;
     host::Configuration configuration(Platform(), &keyboard.layout, nullptr);
