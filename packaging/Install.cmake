@@ -38,7 +38,15 @@ function(qx_install_desktop)
             DESTINATION ${data}/icons/hicolor/scalable/apps COMPONENT qx-configurator)
 endfunction()
 
+# qx_install_documents(PACKAGE names...): files of docs/.
+function(qx_install_documents package)
+    list(TRANSFORM ARGN PREPEND docs/)
+    install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package}
+            COMPONENT ${package})
+endfunction()
+
 qx_install_libraries(controls qxcontrols)
+qx_install_documents(libqxcontrols-dev library.md)
 install(DIRECTORY examples/console examples/qt COMPONENT libqxcontrols-dev
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libqxcontrols-dev/examples)
 if(QX_BUILD_HOST)
@@ -71,6 +79,9 @@ if(QX_BUILD_CLI)
     install(FILES docs/qxcontrols-document.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5
             COMPONENT qxconf)
 
+    qx_install_documents(qxconf batch.md documents.md fleet.md json.md layouts.md reliability.md
+                         sequences.md simulated-keyboard.md test-drive.md)
+
     # Each shell has its own folder and file name for completions.
     function(qx_install_completion shell folder name)
         set(file ${PROJECT_BINARY_DIR}/completion/${shell}/${name})
@@ -99,6 +110,7 @@ if(QX_BUILD_PYTHON)
     install(TARGETS qxpython LIBRARY DESTINATION ${python} COMPONENT python3-qxcontrols)
     install(DIRECTORY src/python/qxcontrols/ DESTINATION ${python} COMPONENT python3-qxcontrols
             PATTERN __pycache__ EXCLUDE)
+    qx_install_documents(python3-qxcontrols python.md)
 endif()
 
 set(description ${PROJECT_BINARY_DIR}/description)
