@@ -132,6 +132,7 @@ void MainWindow::ConnectSignals() {
     connect(&m_workbench, &Workbench::KeyboardChanged, this,
             [this] { m_pages->ShowKeyboard(*m_go); });
     connect(&m_workbench, &Workbench::DocumentChanged, this, &MainWindow::ShowDocument);
+    connect(&m_workbench, &Workbench::Began, this, [this] { m_notice->ClearOld(); });
     connect(&m_workbench, &Workbench::Noticed, this, &MainWindow::ReportWarning);
     connect(&m_workbench, &Workbench::Touched, this, [this] { m_notice->ClearOld(); });
     auto* drops = new FileDrops(this);

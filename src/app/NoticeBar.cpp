@@ -126,6 +126,7 @@ void NoticeBar::AddOffer(const Notice::Offer& offer) {
         accept();
     });
     m_offers->addWidget(button);
+    button->show(); // together with the text
 }
 
 void NoticeBar::NameButtons() {

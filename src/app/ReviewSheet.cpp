@@ -112,8 +112,7 @@ QWidget* ReviewSheet::MakeWarnings(const std::vector<Remarks::Warning>& warnings
     connect(list, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         Choose(item->data(kPlaceRole).toString().toStdString());
     });
-    auto* caption = new QLabel(
-        tr("%n sequence(s) may not do what is intended:", "", static_cast<int>(warnings.size())));
+    auto* caption = new QLabel(tr("These sequences may not do what is intended:"));
     caption->setBuddy(list);
     list->setAccessibleName(caption->text());
     auto* both = new QWidget;

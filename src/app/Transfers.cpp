@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace qx::app {
@@ -109,15 +110,18 @@ void Transfers::Read() {
     });
 }
 
-std::vector<ReviewSheet::Remarks::Warning> Transfers::Warnings() const {
-    std::vector<host::Section*> written = m_workbench.History().Sections();
-    std::erase_if(written, [this](const host::Section* each) { return !m_workbench.Has(*each); });
+std::vector<ReviewSheet::Remarks::Warning>
+Transfers::WarningsOf(const host::WritePlan& plan) const {
+    std::set<std::string> changed;
+    for (const host::Difference& difference : plan.settings)
+        changed.insert(difference.place);
     const QXKeyboardLayoutData& layout = m_workbench.Layout();
     std::vector<ReviewSheet::Remarks::Warning> warnings;
     for (const host::SettingWarning& each :
-         host::Lint(m_workbench.Configuration(), written, &layout))
-        warnings.push_back({each.place, NameText(each.name) + QStringLiteral(": ") +
-                                            WarningText(each.warning, layout)});
+         host::Lint(m_workbench.Configuration(), m_workbench.History().Sections(), &layout))
+        if (changed.contains(each.place))
+            warnings.push_back({each.place, NameText(each.name) + QStringLiteral(": ") +
+                                                WarningText(each.warning, layout)});
     return warnings;
 }
 
@@ -173,7 +177,7 @@ void Transfers::Write() {
             return;
         if (plan->IsEmpty())
             return emit Done(tr("The keyboard already has these settings; nothing was written."));
-        if (!Review(*plan, tr("Write to keyboard"), Warnings()))
+        if (!Review(*plan, tr("Write to keyboard"), WarningsOf(*plan)))
             return;
         Writer::Outcome outcome;
         const Sent sent = Send([&] { outcome = m_workbench.WriteKeyboard(*plan); });

@@ -83,8 +83,9 @@ private:
     // Whether the user wants to carry out the plan, knowing these warnings.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title,
                               std::vector<ReviewSheet::Remarks::Warning> warnings);
-    // About the sequences that would be written.
-    [[nodiscard]] std::vector<ReviewSheet::Remarks::Warning> Warnings() const;
+    // About the sequences that the plan writes.
+    [[nodiscard]] std::vector<ReviewSheet::Remarks::Warning>
+    WarningsOf(const host::WritePlan& plan) const;
 
     Workbench& m_workbench;
     DocumentMenu& m_documents;

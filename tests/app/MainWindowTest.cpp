@@ -370,5 +370,19 @@ TEST(MainWindow, ANameIsShownLiterallyInTheReview) {
     EXPECT_TRUE(shown.toPlainText().contains(name)) << shown.toPlainText().toStdString();
 }
 
+TEST(MainWindow, UndoGoesToTheChangeAndMarksIt) {
+    Desk desk;
+    desk.Page("commonKeyboard");
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    desk.Page("pos");
+    desk.UndoAction().trigger();
+    auto* slider = desk.Find<QSlider>("slidOutputDelay");
+    EXPECT_EQ(slider->value(), 6);
+    EXPECT_EQ(desk.window->focusWidget(), slider);
+    auto* mark = desk.Find<QWidget>("changeMark");
+    EXPECT_TRUE(mark->geometry().contains(slider->geometry()));
+    EXPECT_EQ(mark->parentWidget(), slider->parentWidget());
+}
+
 } // namespace
 } // namespace qx::test

@@ -276,6 +276,26 @@ TEST(Transfers, OneOfSeveralInterruptedWritesIsChosen) {
     EXPECT_EQ(desk.workbench.Simulated()->Memory(kDescription, kSize), DescriptionBytes(wanted));
 }
 
+TEST(Transfers, AReadDocumentThatDiffersFromTheLastIsReportedAndShown) {
+    Desk desk; // has read
+    desk.workbench.Simulated()->Poke(
+        desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG), "\x09");
+    desk.window->Transfers().Read();
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("1 setting of the document has changed.")))
+        << desk.Notice().toStdString();
+    desk.InDialog([](QWidget& dialog) {
+        auto* tree = dialog.findChild<QTreeWidget*>();
+        ASSERT_EQ(tree->topLevelItemCount(), 1);
+        EXPECT_EQ(tree->topLevelItem(0)->child(0)->text(1).toStdString(), "6");
+        EXPECT_EQ(tree->topLevelItem(0)->child(0)->text(2).toStdString(), "9");
+        emit tree->itemActivated(tree->topLevelItem(0)->child(0), 0);
+    });
+    desk.Click("noticeOffer");
+    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return desk.Find<QListWidget>("pages")->currentItem()->text() == "Keyboard"; }));
+}
+
 TEST(Transfers, DamageIsRepairedOnlyWhenTheUserWantsIt) {
     Desk desk;
     desk.Page("commonKeyboard");

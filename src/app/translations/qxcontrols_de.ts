@@ -2756,13 +2756,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Diese Folge auf ihrer Seite zeigen</translation>
     </message>
     <message numerus="yes">
-        <source>%n sequence(s) may not do what is intended:</source>
-        <translation>
-            <numerusform>%n Folge bewirkt vielleicht nicht, was beabsichtigt ist:</numerusform>
-            <numerusform>%n Folgen bewirken vielleicht nicht, was beabsichtigt ist:</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n byte(s) are sent.</source>
         <translation>
             <numerusform>%n Byte wird gesendet.</numerusform>
@@ -2780,6 +2773,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Technical details</source>
         <translation>Technische Einzelheiten</translation>
+    </message>
+    <message>
+        <source>These sequences may not do what is intended:</source>
+        <translation>Diese Folgen bewirken vielleicht nicht, was beabsichtigt ist:</translation>
     </message>
 </context>
 <context>

@@ -127,13 +127,6 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n sequence(s) may not do what is intended:</source>
-        <translation>
-            <numerusform>%n sequence may not do what is intended:</numerusform>
-            <numerusform>%n sequences may not do what is intended:</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n byte(s) are sent.</source>
         <translation>
             <numerusform>%n byte is sent.</numerusform>
