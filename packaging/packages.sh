@@ -3,7 +3,8 @@ build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-d
                 qt6-tools-dev qt6-l10n-tools qt6-translations-l10n)
 test_packages=(libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint
                python3-jsonschema python3-dev pybind11-dev python3-mypy zsh fish mandoc man-db
-               desktop-file-utils appstream shared-mime-info libglib2.0-bin)
+               desktop-file-utils appstream shared-mime-info libglib2.0-bin
+               at-spi2-core gir1.2-atspi-2.0 python3-gi dbus-daemon xvfb)
 format_packages=(clang-format)
 lint_packages=(clang-tidy)
 cross_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine

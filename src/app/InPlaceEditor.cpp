@@ -11,7 +11,9 @@ using views::SequenceInspector;
 InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& inspector)
     : m_edits(edits), m_grid(grid), m_inspector(inspector),
       m_refreshed(edits.Section().Control().Refreshed.Subscribe([this] { ShowSelected(); })) {
-    m_inspector.SetRemarks([this](const std::vector<Byte>& codes) { return RemarksOn(codes); });
+    m_inspector.SetRemarks([this](const std::vector<Byte>& codes) {
+        return RemarksOn(codes, m_edits.Bench().Layout());
+    });
     QObject::connect(&m_inspector, &SequenceInspector::Changed, &m_inspector,
                      [this](const std::vector<Byte>& codes) {
                          m_edits.Put({{m_grid.Selected().front(), codes}});
@@ -38,8 +40,8 @@ void InPlaceEditor::ShowSelected() {
         sent.capacity == 0 ? tr("This key cannot be programmed.") : QString()});
 }
 
-SequenceInspector::Remarks InPlaceEditor::RemarksOn(const std::vector<Byte>& codes) const {
-    const QXKeyboardLayoutData& layout = m_edits.Bench().Layout();
+SequenceInspector::Remarks InPlaceEditor::RemarksOn(const std::vector<Byte>& codes,
+                                                    const QXKeyboardLayoutData& layout) {
     SequenceInspector::Remarks remarks;
     const std::vector<Integer> all(codes.begin(), codes.end());
     for (const host::SequenceWarning& warning : host::LintSequence(all, &layout))

@@ -17,10 +17,13 @@ public:
     // All three outlive this object.
     InPlaceEditor(KeyEdits& edits, views::KeyGrid& grid, views::SequenceInspector& inspector);
 
+    // What there is to say about a sequence beside showing it.
+    [[nodiscard]] static views::SequenceInspector::Remarks
+    RemarksOn(const std::vector<Byte>& codes, const QXKeyboardLayoutData& layout);
+
 private:
     void ShowLayout();
     void ShowSelected();
-    [[nodiscard]] views::SequenceInspector::Remarks RemarksOn(const std::vector<Byte>& codes) const;
 
     KeyEdits& m_edits;
     views::KeyGrid& m_grid;

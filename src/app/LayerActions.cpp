@@ -3,6 +3,7 @@
 #include "app/KeyEdits.h"
 #include "app/Workbench.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "views/KeyGrid.h"
 #include "views/LineIcon.h"
 #include "views/QXLayeredFuncKeysView.h"
 
@@ -32,6 +33,8 @@ LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
     m_name->setPlaceholderText(tr("Name of this layer"));
     m_name->setAccessibleName(m_name->placeholderText());
     auto* menu = new QMenu(&view);
+    menu->setTitle(tr("Copy or swap layer"));
+    view.findChild<views::KeyGrid*>()->addAction(menu->menuAction()); // for the menu Edit
     auto* button = new QToolButton;
     button->setObjectName(QStringLiteral("layerMenu"));
     button->setText(tr("Copy or swap"));

@@ -68,6 +68,12 @@ PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
         m_stack->setCurrentWidget(LeafAt(row));
         emit Shown();
     });
+    // A screen reader selects without moving the current row.
+    connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> selected = m_list->selectedItems();
+        if (!selected.isEmpty() && selected.front() != m_list->currentItem())
+            m_list->setCurrentItem(selected.front());
+    });
     auto* left = new QVBoxLayout;
     left->addWidget(aboveList);
     left->addWidget(m_list, 1);

@@ -3,18 +3,26 @@
 #include "app/ChangeDots.h"
 #include "app/InPlaceEditor.h"
 #include "app/KeyActions.h"
+#include "app/ReaderEditor.h"
 #include "app/SelectionPanel.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
 #include "views/BesideOrBelow.h"
 #include "views/KeyGrid.h"
 #include "views/ScrollArea.h"
+#include "views/SequenceLabel.h"
 #include "views/TitleFont.h"
 
 #include <QAction>
+#include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QStyle>
+#include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace qx::app {
 
@@ -53,6 +61,8 @@ ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, const Keyboard
       m_state(new QLabel), m_view(workbench.Faces().Of(m_sectionKey).MakeView()) {
     if (workbench.Faces().Of(m_sectionKey).HasKeys())
         m_view = WithKeyEditors(edits, state);
+    else if (workbench.Faces().Of(m_sectionKey).HasSequences())
+        m_view = WithReaderEditors();
     m_state->setWordWrap(true);
     m_state->setForegroundRole(QPalette::PlaceholderText);
     auto* column = new QVBoxLayout(this);
@@ -72,6 +82,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     m_actions = std::make_unique<KeyActions>(*m_edits, grid);
     m_workbench.Faces().Of(m_sectionKey).AddActions(*m_actions, *m_edits, *m_view);
     auto* inspector = new views::SequenceInspector;
+    m_inspectors.push_back(inspector);
     auto* panel = new SelectionPanel(*m_actions, grid);
     auto* beside = new QWidget; // one of them; a stack would be as large as the larger
     auto* column = new QVBoxLayout(beside);
@@ -112,6 +123,47 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
         each->addAction(leave);
     }
     return both;
+}
+
+QWidget* ModulePage::WithReaderEditors() {
+    auto* tabs = qobject_cast<QTabWidget*>(m_view);
+    if (tabs == nullptr) {
+        m_view->layout()->setContentsMargins({}); // the page has some
+        return WithReaderEditor(m_view);
+    }
+    const QSignalBlocker arranging(tabs); // the control has its page already
+    const int shown = tabs->currentIndex();
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        QWidget* page = tabs->widget(tab);
+        if (page->findChild<views::SequenceLabel*>() == nullptr)
+            continue;
+        const QString title = tabs->tabText(tab);
+        tabs->removeTab(tab);
+        tabs->insertTab(tab, WithReaderEditor(page), title);
+    }
+    tabs->setCurrentIndex(shown);
+    return tabs;
+}
+
+QWidget* ModulePage::WithReaderEditor(QWidget* view) {
+    auto* both = new QWidget;
+    auto* inspector = new views::SequenceInspector;
+    m_inspectors.push_back(inspector);
+    inspector->layout()->setContentsMargins({});
+    auto* row = new QHBoxLayout(both);
+    row->setContentsMargins({});
+    row->setSpacing(2 * kGap);
+    row->addWidget(view, 1);
+    row->addWidget(inspector);
+    view->show(); // a tab that was not the current one was hidden
+    auto* editor = new ReaderEditor(m_workbench, m_sectionKey, *view, *inspector);
+    editor->setParent(this);
+    return both;
+}
+
+void ModulePage::keyPressEvent(QKeyEvent* event) {
+    if (std::ranges::none_of(m_inspectors, [&](auto* each) { return each->StartTyping(*event); }))
+        QWidget::keyPressEvent(event);
 }
 
 void ModulePage::ShowState() {

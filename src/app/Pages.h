@@ -11,6 +11,10 @@
 class QLabel;
 class QPushButton;
 
+namespace qx::views {
+class SequenceInspector;
+}
+
 namespace qx::app {
 
 class ChangeDots;
@@ -31,9 +35,15 @@ public:
                std::string sectionKey, QWidget* parent = nullptr);
     ~ModulePage() override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override; // text for the inspector
+
 private:
     // Beside the view: what the selected keys send, and what can be done with them.
     [[nodiscard]] QWidget* WithKeyEditors(EditRequests& edits, const KeyboardState& state);
+    // Beside the view, or the tabs of it that have sequences: the prefix or suffix that is chosen.
+    [[nodiscard]] QWidget* WithReaderEditors();
+    [[nodiscard]] QWidget* WithReaderEditor(QWidget* view);
     void ShowState();
 
     Workbench& m_workbench;
@@ -45,6 +55,7 @@ private:
     std::unique_ptr<KeyActions> m_actions;
     std::unique_ptr<InPlaceEditor> m_editor;
     std::unique_ptr<ChangeDots> m_dots;
+    std::vector<views::SequenceInspector*> m_inspectors;
 };
 
 // Any other page with a title.

@@ -93,7 +93,7 @@ constexpr Description kDescriptions[] = {
     {"hold", QT_TRANSLATE_NOOP("SettingHelp", "Holds this key while the next one is pressed.")},
     {"record",
      QT_TRANSLATE_NOOP("SettingHelp",
-                       "Records the keys that are pressed on this PC's keyboard. Scroll Lock stops "
+                       "Records the keys that are pressed on this PC's keyboard. Pause stops "
                        "it.")},
     {"seriesText", QT_TRANSLATE_NOOP("SettingHelp", "The text before the number of each key.")},
     {"seriesFirst",

@@ -63,13 +63,12 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
 
     const QFileInfo file(QString::fromStdString(settings.GetLastDownloadFile()));
     QString description = tr("Go on with %1.").arg(file.fileName());
-    if (file.filePath().isEmpty())
-        description = tr("There is none yet: no document has been saved or opened.");
-    else if (!file.exists())
+    if (!file.exists())
         description = tr("%1 is no longer there.").arg(QDir::toNativeSeparators(file.filePath()));
     auto* open = AddChoice(StartChoice::LastDocument, "lastDocument", tr("&Open the last document"),
                            description);
     open->setEnabled(file.exists());
+    open->setVisible(!file.filePath().isEmpty()); // at the first start there is none
 
     auto* defaults = AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
                                tr("Begin a new document with a keyboard's factory settings."));

@@ -24,9 +24,9 @@ public:
         return sValue;
     }
     void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override {
-        if (!m_element.empty())
-            m_slots.insert_or_assign(
-                m_element, SequenceSlots::Slot{m_id, PlaceOf(field), sequence.Codes(), nSlot});
+        const std::string place = PlaceOf(field);
+        m_slots.insert_or_assign(m_element.empty() ? place : m_element,
+                                 SequenceSlots::Slot{m_id, place, sequence.Codes(), nSlot});
     }
     void List(const FieldList& list) override {
         if (!list.possible)
@@ -37,6 +37,7 @@ public:
             Within(m_element, [&] { list.visit(id); });
         }
         m_element.clear();
+        m_id = {};
     }
     [[nodiscard]] bool IsExact() const override { return true; }
 
@@ -77,7 +78,7 @@ void SequenceSlots::Put(const Wanted& wanted) {
     Snapshot::Values values;
     for (const auto& [element, codes] : wanted) {
         const Slot& slot = m_slots.at(element);
-        if (!codes.empty())
+        if (!codes.empty() && element != slot.place)
             m_section.Begin(slot.id);
         values.emplace(slot.place, KeyStringOf(codes));
     }

@@ -1,8 +1,9 @@
 // SequenceSlots: the sequences that the elements of a section can have, to change several of them
 // at once: all, or none where one does not fit.
 //
-// Elements are known by their places, such as "/freeProgKeys/keys[12]". One that the keyboard does
-// not store, like a key that cannot be programmed, has no slot.
+// Elements are known by their places, such as "/freeProgKeys/keys[12]", and a sequence beside
+// others by its own, such as "/magnetCard/tracks/0/header". An element that the keyboard does not
+// store, like a key that cannot be programmed, has no slot.
 #pragma once
 
 #include "host/Section.h"

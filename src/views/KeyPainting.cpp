@@ -227,7 +227,8 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
         small.setBold(false);
         const double smallSize = std::max<double>(textSize.leastPixels, size * kLegendScale);
         QRectF area = top;
-        area.setHeight(std::min(smallSize * 1.3, top.height() / (cap.caption.isEmpty() ? 1 : 2)));
+        if (!cap.caption.isEmpty())
+            area.setHeight(std::min(smallSize * 1.3, top.height() / 2));
         AppendFitting(texts, cap.legend, small, smallSize, area, Qt::AlignLeft,
                       cap.caption.isEmpty() ? color : faint, textSize.leastPixels);
         below.setTop(area.bottom());

@@ -94,6 +94,7 @@ void SequenceInspector::MakeParts() {
     m_text = new QLineEdit;
     m_add = MakeButton("addText");
     m_addEnter = MakeButton("addTextAndEnter");
+    m_recording = new QLabel;
     m_fault = new FaultLabel;
     m_palette = new KeyPalette;
     m_received = new QLabel;
@@ -109,7 +110,7 @@ void SequenceInspector::MakeParts() {
     m_warnings->setObjectName(QStringLiteral("warnings"));
     m_record->setCheckable(true);
     m_record->installEventFilter(this);
-    for (QLabel* label : {m_hint, m_received, m_warnings}) {
+    for (QLabel* label : {m_hint, m_recording, m_received, m_warnings}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
     }
@@ -132,6 +133,7 @@ void SequenceInspector::MakeParts() {
     auto* sent = new QVBoxLayout;
     sent->addWidget(m_chips);
     sent->addLayout(tools);
+    sent->addWidget(m_recording);
     sent->addLayout(m_typing);
     sent->addWidget(m_fault);
     sent->addStretch(0);
@@ -163,6 +165,7 @@ void SequenceInspector::Show(const std::optional<Edited>& edited) {
     m_record->setChecked(false);
     m_fault->clear();
     m_text->clear();
+    m_recording->hide();
     m_palette->Release();
     if (edited && edited->refusal.isEmpty() && m_layout != nullptr) {
         m_draft.emplace(*m_layout, edited->capacity);
@@ -187,6 +190,21 @@ void SequenceInspector::SetWide(bool isWide) {
 
 void SequenceInspector::TakeFocus() {
     m_text->setFocus(Qt::ShortcutFocusReason);
+}
+
+// The space bar and Enter have a meaning of their own on keys and buttons. Control and Alt together
+// are AltGr.
+bool SequenceInspector::StartTyping(const QKeyEvent& event) {
+    const QString text = event.text();
+    const auto modifiers = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+    const bool types =
+        text.size() == 1 && text[0].isPrint() && !text[0].isSpace() &&
+        (modifiers == Qt::NoModifier || modifiers == (Qt::ControlModifier | Qt::AltModifier));
+    if (!types || !m_draft || !isVisible())
+        return false;
+    m_text->setFocus(Qt::OtherFocusReason);
+    m_text->insert(text);
+    return true;
 }
 
 void SequenceInspector::SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn) {
@@ -242,6 +260,7 @@ void SequenceInspector::Type(bool withEnter) {
 void SequenceInspector::Record(bool isOn) {
     if (isOn)
         m_record->setFocus();
+    m_recording->setVisible(isOn);
     ShowTexts();
 }
 
@@ -257,6 +276,10 @@ bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return QWidget::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (key.key() == Qt::Key_Pause) {
+        m_record->setChecked(false);
+        return true;
+    }
     const Byte position = PositionCodeOf(key);
     if (position == 0 || key.isAutoRepeat())
         return true;
@@ -271,7 +294,9 @@ void SequenceInspector::ShowTexts() {
     m_clear->setText(tr("Clear"));
     m_clear->setToolTip(tr("Remove all keys of the sequence"));
     m_record->setText(m_record->isChecked() ? tr("Stop recording") : tr("Record"));
-    m_record->setToolTip(tr("Record the keys that you press on this PC's keyboard"));
+    m_record->setToolTip(
+        tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
+    m_recording->setText(tr("Each key that you press is recorded. Pause stops the recording."));
     m_text->setPlaceholderText(tr("Type text"));
     m_text->setAccessibleName(tr("Text to type"));
     m_add->setText(tr("Add"));

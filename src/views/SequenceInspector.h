@@ -13,6 +13,7 @@
 #include <vector>
 
 class QBoxLayout;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -49,6 +50,9 @@ public:
     void SetWide(bool isWide);
     // Puts the cursor where text is typed.
     void TakeFocus();
+    // Puts a character into the field for text, and the cursor behind it, if this is one that types
+    // there and the key that is shown can be programmed.
+    bool StartTyping(const QKeyEvent& event);
     void SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn);
 
 signals:
@@ -85,6 +89,7 @@ private:
     QLineEdit* m_text;
     QPushButton* m_add;
     QPushButton* m_addEnter;
+    QLabel* m_recording; // while it is recorded
     FaultLabel* m_fault;
     KeyPalette* m_palette;
     QLabel* m_received;

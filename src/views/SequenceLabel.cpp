@@ -63,6 +63,7 @@ void SequenceLabel::paintEvent(QPaintEvent* event) {
 void SequenceLabel::focusInEvent(QFocusEvent* event) {
     QLabel::focusInEvent(event);
     update();
+    emit Entered();
 }
 
 void SequenceLabel::focusOutEvent(QFocusEvent* event) {

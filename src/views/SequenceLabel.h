@@ -19,6 +19,7 @@ public:
     void ShowAccessibleName(const QString& caption);
 
 signals:
+    void Entered();                    // it has got the focus
     void KeyDown(qx::Integer KeyCode); // any other key, as a Windows virtual key code
     void KeyPress();                   // after KeyDown, if the key types a character
 

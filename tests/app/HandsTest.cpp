@@ -70,8 +70,8 @@ private:
 // "1E" is the press of A, "9E" its release.
 TEST_F(Hands, AKeyIsProgrammedCopiedMovedAndClearedByTheKeyboardAlone) {
     KeyGrid& grid = Layers();
-    Keys(grid, {Qt::Key_Home, Qt::Key_Return});
-    Type("a");
+    Keys(grid, {Qt::Key_Home, Qt::Key_A});
+    Type("");
     Type("1", Qt::ControlModifier); // and Enter
     Keys(*desk.Find<QLineEdit>("typedText"), {Qt::Key_Escape});
     EXPECT_TRUE(grid.hasFocus());
@@ -113,6 +113,9 @@ TEST_F(Hands, AChordIsRecordedWithoutAPointer) {
     send(QEvent::KeyPress, Qt::Key_A, 30);
     send(QEvent::KeyRelease, Qt::Key_A, 30);
     send(QEvent::KeyRelease, Qt::Key_Control, 29);
+    send(QEvent::KeyPress, Qt::Key_Pause, 119);
+    EXPECT_FALSE(record->isChecked());
+    send(QEvent::KeyPress, Qt::Key_A, 30); // no longer recorded
     Write();
     EXPECT_EQ(Slot(0), Bytes("3A 1F 9F BA 00"));
 }

@@ -1,9 +1,11 @@
 // Keys edited beside the keyboard: by the pointer, each change reaching the keyboard's memory.
 #include "Desk.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/readers/QXBarcode.h"
 #include "views/ChipRow.h"
 
 #include <QLineEdit>
+#include <QTabWidget>
 
 namespace qx::test {
 namespace {
@@ -17,7 +19,7 @@ TEST(InPlace, AKeyIsEditedWithoutAWindow) {
     desk.Click("key_31");
     desk.Click("hold_58");
     desk.Click("key_31");
-    QTest::keyClicks(desk.Find<QLineEdit>("typedText"), "10");
+    QTest::keyClicks(desk.Find<views::KeyGrid>("layoutDisplay"), "10");
     desk.Click("addTextAndEnter");
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 13),
@@ -53,6 +55,40 @@ TEST(InPlace, TheSelectedKeyIsTheOneThatIsEdited) {
     EXPECT_TRUE(std::ranges::none_of(desk.window->findChildren<views::ChipRow*>(),
                                      [](const QWidget* row) { return row->isVisible(); }))
         << "A cannot be programmed";
+}
+
+// "2B" is the press of Enter, "AB" its release.
+TEST(InPlace, PrefixesAndSuffixesOfReadersAreEditedOnTheirPages) {
+    Desk desk;
+    desk.Page("magnetCard");
+    desk.Find<QListWidget>("trackList")->setCurrentRow(1);
+    desk.Click("lblCurrTerminator");
+    EXPECT_TRUE(desk.Find<QLabel>("keyTitle")->text().contains(QStringLiteral("Track 2")));
+    QTest::keyClicks(desk.Find<QWidget>("lblCurrTerminator"), "1");
+    desk.Click("addTextAndEnter");
+    desk.Click("lblCurrHeader");
+    EXPECT_FALSE(desk.Find<QWidget>("removeLast")->isEnabled()) << "it is empty";
+    desk.Click("key_31");
+
+    desk.Page("barcode");
+    desk.ControlOf<QXBarcode>("barcode").lstPrefGroup.ListIndex = BP_Reader_2;
+    desk.ControlOf<QXBarcode>("barcode").lstPrefGroup_Click();
+    desk.Click("lblReader_1");
+    desk.Click("key_2");
+    EXPECT_EQ(desk.Write().size(), 3);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_HEADERS, 2 * 32, 3), Bytes("1F 9F 00"));
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_HEADERS, 3 * 32, 5), Bytes("02 82 2B AB 00"));
+    EXPECT_EQ(desk.Memory(MODULE_BARCODE_HEADERS, 3 * 32, 3), Bytes("02 82 00"));
+    EXPECT_EQ(desk.Memory(MODULE_BARCODE_HEADERS, 2 * 32, 1), Bytes("00"));
+    for (int step = 0; step < 3; ++step)
+        desk.UndoAction().trigger();
+    EXPECT_FALSE(desk.workbench.History().CanUndo()) << "each change was one step";
+
+    // The kinds of code have no sequences.
+    desk.Page("barcode");
+    desk.Find<QTabWidget>("barcodeTabs")->setCurrentIndex(0);
+    EXPECT_TRUE(std::ranges::none_of(desk.window->findChildren<views::ChipRow*>(),
+                                     [](const QWidget* row) { return row->isVisible(); }));
 }
 
 } // namespace

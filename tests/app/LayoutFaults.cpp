@@ -73,7 +73,7 @@ QString CutText(const QWidget& widget) {
 QString CutCap(const views::KeyGrid& grid) {
     const views::KeyPlacing placing(grid.Keys(), grid.rect(), grid.devicePixelRatioF());
     for (const views::KeyCap& cap : grid.Keys())
-        if (cap.state != views::KeyState::Programmed)
+        if (cap.state != views::KeyState::Programmed && cap.legend.isEmpty())
             for (const views::KeyText& text :
                  views::KeyTexts(placing.Map(cap.place), cap, placing, {8}))
                 if (text.text.text().contains(u'…') && !cap.caption.contains(u'…'))

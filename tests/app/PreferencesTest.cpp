@@ -176,6 +176,7 @@ TEST_F(StartWizardTest, OffersTheLastDocumentOnlyWhenItIsThere) {
     };
     settings.SetShowStartupAction(static_cast<Integer>(StartChoice::LastDocument));
     EXPECT_FALSE(offers());
+    EXPECT_FALSE(IsShown(app::StartWizard(settings, true), "lastDocument")) << "there is none yet";
     const auto file = folder / "till.qxc";
     settings.SetLastDownloadFile(file.string());
     EXPECT_FALSE(offers());

@@ -81,6 +81,12 @@ public:
         return tr("Reads %n kind(s) of code", "", kinds);
     }
 
+    [[nodiscard]] bool HasSequences() const override { return true; }
+    [[nodiscard]] std::string PlaceOfLabel(std::string_view name) override {
+        return "readers/" + std::to_string(Control().lstPrefGroup.ListIndex - BP_Reader_1) +
+               (name == "lblReader_0" ? "/header" : "/terminator");
+    }
+
     void AnswerWith(EditRequests& edits) override {
         edits.On(Control().EditHeader,
                  [&edits](const std::string& sCurrSeq, bool& fCancel, std::string& sNewSeq) {

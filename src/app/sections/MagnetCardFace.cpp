@@ -80,6 +80,12 @@ public:
                               : tr("Tracks: %1").arg(read.join(QStringLiteral(", ")));
     }
 
+    [[nodiscard]] bool HasSequences() const override { return true; }
+    [[nodiscard]] std::string PlaceOfLabel(std::string_view name) override {
+        return "tracks/" + std::to_string(ShownTrack() - 1) +
+               (name == "lblCurrHeader" ? "/header" : "/terminator");
+    }
+
     void AnswerWith(EditRequests& edits) override {
         const auto edit = [this, &edits](Integer nTrackId, const std::string& sCurrSeq,
                                          bool& fCancel, std::string& sNewSeq) {
@@ -130,6 +136,15 @@ private:
         Control().RescanTracks();
         if (Control().trackList.ListIndex == -1 && !Control().trackList.Items.empty())
             Pick(0);
+    }
+
+    [[nodiscard]] Integer ShownTrack() {
+        const auto& list = Control().trackList;
+        for (Integer track = 1; track <= kMagneticTracks; ++track)
+            if (list.ListIndex >= 0 && Control().Track(track).Caption() ==
+                                           list.Items[static_cast<std::size_t>(list.ListIndex)])
+                return track;
+        return 1;
     }
 
     void Pick(Integer index) {

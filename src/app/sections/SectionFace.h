@@ -56,6 +56,10 @@ public:
     // The elements of the keys that act together, by key.
     using Groups = std::map<int, std::string>;
     [[nodiscard]] virtual Groups GroupedKeys() { return {}; }
+    // The element of the sequence that a label of this name shows, below its section:
+    // "tracks/0/header". Only for a view whose sequences are edited beside it.
+    [[nodiscard]] virtual bool HasSequences() const { return false; }
+    [[nodiscard]] virtual std::string PlaceOfLabel(std::string_view /*name*/) { return {}; }
     // What keys that act together are called; empty for a key by itself.
     [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
     // Adds what can be done on this page alone. The view is MakeView's.

@@ -1533,7 +1533,7 @@
     </message>
     <message>
         <source>Pad</source>
-        <translation>Ziffernblock</translation>
+        <translation>Num</translation>
     </message>
     <message>
         <source>Others</source>
@@ -1715,6 +1715,10 @@
     <message>
         <source>Layers %1 and %2 have been swapped.</source>
         <translation>Die Ebenen %1 und %2 wurden getauscht.</translation>
+    </message>
+    <message>
+        <source>Copy or swap layer</source>
+        <translation>Ebene kopieren oder tauschen</translation>
     </message>
 </context>
 <context>
@@ -2867,10 +2871,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Aufnehmen</translation>
     </message>
     <message>
-        <source>Record the keys that you press on this PC&apos;s keyboard</source>
-        <translation>Die Tasten aufnehmen, die Sie auf der Tastatur dieses PCs drücken</translation>
-    </message>
-    <message>
         <source>Type text</source>
         <translation>Text tippen</translation>
     </message>
@@ -2893,6 +2893,14 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
         <translation>Die Tasten anfügen, die den Text tippen, und die Eingabetaste (Strg+Eingabe)</translation>
+    </message>
+    <message>
+        <source>Record the keys that you press on this PC&apos;s keyboard, until you press Pause</source>
+        <translation>Nimmt die Tasten auf, die Sie an der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
+    </message>
+    <message>
+        <source>Each key that you press is recorded. Pause stops the recording.</source>
+        <translation>Jede Taste, die Sie drücken, wird aufgenommen. Pause beendet die Aufnahme.</translation>
     </message>
 </context>
 <context>
@@ -3011,10 +3019,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Holds this key while the next one is pressed.</source>
         <translation>Hält diese Taste, während die nächste gedrückt wird.</translation>
-    </message>
-    <message>
-        <source>Records the keys that are pressed on this PC&apos;s keyboard. Scroll Lock stops it.</source>
-        <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Rollen beendet die Aufnahme.</translation>
     </message>
     <message>
         <source>The text before the number of each key.</source>
@@ -3179,6 +3183,10 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Whether all windows are light or dark. Keys with the light or the dark set of colours follow.</source>
         <translation>Ob alle Fenster hell oder dunkel sind. Tasten mit dem hellen oder dunklen Farbsatz passen sich an.</translation>
+    </message>
+    <message>
+        <source>Records the keys that are pressed on this PC&apos;s keyboard. Pause stops it.</source>
+        <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Pause beendet die Aufnahme.</translation>
     </message>
 </context>
 <context>
@@ -3439,10 +3447,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Go on with %1.</source>
         <translation>Mit %1 weiterarbeiten.</translation>
-    </message>
-    <message>
-        <source>There is none yet: no document has been saved or opened.</source>
-        <translation>Es gibt noch keines: Bisher wurde kein Dokument gespeichert oder geöffnet.</translation>
     </message>
     <message>
         <source>%1 is no longer there.</source>
