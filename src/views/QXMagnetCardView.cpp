@@ -65,7 +65,6 @@ QGroupBox* QXMagnetCardView::MakeTrack() {
                     m_control.lblHeaderAndTerminator);
     auto* grid = new QGridLayout;
     const SequenceRow header(*grid, 0);
-    grid->setRowMinimumHeight(2, 8);
     const SequenceRow terminator(*grid, 3);
     sequences->setBuddy(header.keys);
     m_bindings.Bind(header.use, QStringLiteral("chkUseThisHeader"), m_control.chkUseThisHeader,

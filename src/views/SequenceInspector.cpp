@@ -261,6 +261,8 @@ void SequenceInspector::Record(bool isOn) {
     if (isOn)
         m_record->setFocus();
     m_recording->setVisible(isOn);
+    for (QWidget* each : std::initializer_list<QWidget*>{m_text, m_add, m_addEnter})
+        each->setVisible(!isOn); // the hint has their room
     ShowTexts();
 }
 

@@ -20,9 +20,9 @@ SequenceRow::SequenceRow(QGridLayout& grid, int row)
     : use(new QCheckBox), keys(new SequenceLabel), edit(new QPushButton), remove(new QPushButton) {
     keys->setMinimumHeight(edit->sizeHint().height());
     grid.addWidget(use, row, 0, 1, 3);
-    grid.addWidget(keys, row + 1, 0);
-    grid.addWidget(edit, row + 1, 1, Qt::AlignTop);
-    grid.addWidget(remove, row + 1, 2, Qt::AlignTop);
+    grid.addWidget(keys, row + 1, 0, 1, 3);
+    grid.addWidget(edit, row + 2, 1);
+    grid.addWidget(remove, row + 2, 2);
     grid.setColumnStretch(0, 1);
     grid.setVerticalSpacing(6);
 }

@@ -11,7 +11,8 @@ namespace qx::views {
 class SequenceLabel;
 
 struct SequenceRow {
-    // Puts the widgets into two rows and three columns of the grid, the check box in the first row.
+    // Puts the widgets into three rows and columns of the grid: the check box, the keys, the
+    // buttons.
     SequenceRow(QGridLayout& grid, int row);
 
     // Distinguishes the widgets of several rows for screen readers.

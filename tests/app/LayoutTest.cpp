@@ -55,6 +55,9 @@ protected:
         grid.Pick(*keys.begin());
         desk.Click("key_48"); // with a remark: it can be longer than a line
         Expect(page + ", a key");
+        desk.Find<QAbstractButton>("record")->setChecked(true);
+        Expect(page + ", recording");
+        desk.Find<QAbstractButton>("record")->setChecked(false);
         grid.Select(keys);
         Expect(page + ", several keys");
     }
