@@ -53,7 +53,7 @@ if(QX_BUILD_HOST)
     set_target_properties(qxjsonheaders PROPERTIES EXPORT_NAME jsonheaders)
     qx_install_libraries(host qxfiles qxjsonheaders qxjson qxhost qxsimulator)
     install(TARGETS qxsimdriver LIBRARY DESTINATION ${QX_MODULES} COMPONENT qxconf)
-    install(DIRECTORY models layouts DESTINATION ${QX_DATA} COMPONENT qxconf
+    install(DIRECTORY models layouts captions DESTINATION ${QX_DATA} COMPONENT qxconf
             FILES_MATCHING PATTERN *.json PATTERN *.qxl)
 endif()
 if(QX_BUILD_APP)

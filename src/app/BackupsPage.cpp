@@ -2,12 +2,18 @@
 
 #include "app/LocalTime.h"
 #include "app/Paths.h"
+#include "app/SettingWords.h"
+#include "host/VisibleText.h"
 #include "views/Bindings.h"
+#include "views/PlainText.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSplitter>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -17,24 +23,88 @@ namespace qx::app {
 
 using views::ToQt;
 
+namespace {
+
+enum Column { kTime, kKeyboard, kUnit, kDocument, kChanges, kColumns };
+enum ChangeColumn { kSetting, kNow, kThen };
+constexpr int kGap = 24;  // pixels between columns
+constexpr int kPause = 5; // milliseconds
+
+QTreeWidget* MakeTable(const char* name, const QString& title, const QStringList& headings) {
+    auto* table = new QTreeWidget;
+    table->setObjectName(QLatin1String(name));
+    table->setAccessibleName(title);
+    table->setHeaderLabels(headings);
+    table->setRootIsDecorated(false);
+    table->setUniformRowHeights(true);
+    table->setAlternatingRowColors(true);
+    return table;
+}
+
+void FitColumns(QTreeWidget& table, int most) {
+    for (int column = 0; column < table.columnCount() - 1; ++column) {
+        table.resizeColumnToContents(column);
+        table.header()->resizeSection(column,
+                                      std::min(table.header()->sectionSize(column) + kGap, most));
+    }
+}
+
+} // namespace
+
 BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
-    : QWidget(parent), m_workbench(workbench), m_list(new QTreeWidget),
+    : QWidget(parent), m_workbench(workbench),
+      m_list(MakeTable(
+          "backups", tr("Backups"),
+          {tr("Time"), tr("Keyboard"), tr("Unit"), tr("Written after it"), tr("Changes")})),
+      m_summary(new QLabel),
+      m_changes(MakeTable("backupChanges", tr("Changes"),
+                          {tr("Setting"), tr("In the document"), tr("In the backup")})),
       m_restore(new QPushButton(tr("&Restore to keyboard…"))),
-      m_open(new QPushButton(tr("Open as do&cument"))) {
+      m_open(new QPushButton(tr("Open as do&cument"))), m_describing(new QTimer(this)) {
     auto* text = new QLabel(
         tr("Before each write, everything that the keyboard holds is saved here. Each backup "
            "is kept for at least %1 days.")
             .arg(host::BackupStore::kDays));
     text->setWordWrap(true);
-    m_list->setObjectName(QStringLiteral("backups"));
-    m_list->setAccessibleName(tr("Backups"));
-    m_list->setHeaderLabels({tr("Time"), tr("Keyboard")});
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
-    m_list->setAlternatingRowColors(true);
+    auto* parts = new QSplitter(Qt::Vertical);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(m_list);
+    parts->addWidget(MakePreview());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(text);
+    column->addWidget(parts, 1);
+    column->addLayout(MakeButtons());
+
+    m_list->headerItem()->setToolTip(kDocument, tr("The document that was written next"));
+    m_list->headerItem()->setToolTip(
+        kChanges, tr("How many settings of the backup differ from the document"));
+    connect(m_list, &QTreeWidget::currentItemChanged, this, [this] {
+        Enable();
+        ShowPreview();
+    });
+    connect(m_describing, &QTimer::timeout, this, &BackupsPage::DescribeNext);
+    connect(&workbench, &Workbench::KeyboardChanged, this, &BackupsPage::Enable);
+    connect(&workbench, &Workbench::DocumentChanged, this, &BackupsPage::CompareAgain);
+    Enable();
+    ShowPreview();
+}
+
+QWidget* BackupsPage::MakePreview() {
+    m_summary->setObjectName(QStringLiteral("backupSummary"));
+    m_summary->setTextFormat(Qt::PlainText);
+    m_summary->setWordWrap(true);
+    auto* preview = new QWidget;
+    auto* column = new QVBoxLayout(preview);
+    column->setContentsMargins({});
+    column->addWidget(m_summary);
+    column->addWidget(m_changes, 1);
+    return preview;
+}
+
+QLayout* BackupsPage::MakeButtons() {
     m_restore->setObjectName(QStringLiteral("restoreBackup"));
     m_open->setObjectName(QStringLiteral("openBackup"));
-    connect(m_list, &QTreeWidget::currentItemChanged, this, &BackupsPage::Enable);
     connect(m_restore, &QPushButton::clicked, this, [this] {
         if (const auto* backup = Chosen())
             emit RestoreRequested(host::BackupEntry(*backup)); // a copy: the list changes meanwhile
@@ -44,18 +114,11 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
         if (const auto* backup = Chosen())
             emit OpenRequested(ToQt(backup->document));
     });
-    connect(&workbench, &Workbench::KeyboardChanged, this, &BackupsPage::Enable);
-
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_restore);
     buttons->addWidget(m_open);
     buttons->addStretch(1);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins({});
-    column->addWidget(text);
-    column->addWidget(m_list, 1);
-    column->addLayout(buttons);
-    Enable();
+    return buttons;
 }
 
 void BackupsPage::showEvent(QShowEvent* event) {
@@ -63,7 +126,9 @@ void BackupsPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
 }
 
+// The chosen backup stays chosen.
 void BackupsPage::Reload() {
+    const std::string chosen = Chosen() != nullptr ? Chosen()->id : "";
     m_list->clear();
     m_backups.clear();
     try {
@@ -73,16 +138,81 @@ void BackupsPage::Reload() {
     }
     std::stable_sort(m_backups.begin(), m_backups.end(),
                      [](const auto& a, const auto& b) { return a.time > b.time; });
-    for (const host::BackupEntry& backup : m_backups)
-        new QTreeWidgetItem(m_list, {LocalTime(backup.time), ToQt(backup.keyboard)});
-    m_list->resizeColumnToContents(0);
-    m_list->header()->resizeSection(0, m_list->header()->sectionSize(0) + 24);
+    for (const host::BackupEntry& backup : m_backups) {
+        auto* item = new QTreeWidgetItem(m_list, {LocalTime(backup.time), ToQt(backup.keyboard)});
+        if (backup.id == chosen)
+            m_list->setCurrentItem(item);
+    }
+    FitColumns(*m_list, width() / 3);
     Enable();
+    CompareAgain();
+}
+
+void BackupsPage::CompareAgain() {
+    if (!isVisible())
+        return;
+    m_nextToDescribe = 0;
+    m_describing->start(kPause);
+    ShowPreview();
+}
+
+// Fills in what is known only from the backup's files.
+void BackupsPage::DescribeNext() {
+    if (!isVisible() || m_nextToDescribe >= m_list->topLevelItemCount()) {
+        m_describing->stop();
+        return FitColumns(*m_list, width() / 3);
+    }
+    if (m_workbench.IsBusy())
+        return;
+    const host::BackupEntry& entry = m_backups[static_cast<std::size_t>(m_nextToDescribe)];
+    QTreeWidgetItem* item = m_list->topLevelItem(m_nextToDescribe++);
+    try {
+        const host::Backup backup = m_workbench.Records().backups.Load(entry);
+        item->setText(kUnit, ToQt(host::VisibleText(backup.till.unit)));
+        const QString document = ToQt(host::VisibleText(backup.document));
+        item->setText(kDocument,
+                      document.section(QRegularExpression(QStringLiteral("[/\\\\]")), -1));
+        item->setToolTip(kDocument, views::Plain(document));
+        item->setText(
+            kChanges,
+            QLocale().toString(static_cast<qulonglong>(
+                m_workbench.ChangesBy(host::ConfigurationDocument::Load(entry.document)).size())));
+    } catch (const std::exception& error) {
+        item->setText(kChanges, tr("damaged"));
+        item->setToolTip(kChanges, views::Plain(FailureOf({}, error).text));
+    }
+}
+
+void BackupsPage::ShowPreview() {
+    m_changes->clear();
+    m_changes->setEnabled(Chosen() != nullptr);
+    if (Chosen() == nullptr)
+        return m_summary->setText(m_backups.empty() ? QString()
+                                                    : tr("Choose a backup to see its changes."));
+    try {
+        const auto changes =
+            m_workbench.ChangesBy(host::ConfigurationDocument::Load(Chosen()->document));
+        m_summary->setText(changes.empty()
+                               ? tr("The backup has the same settings as the document.")
+                               : tr("%n setting(s) of the backup differ from the document.", "",
+                                    static_cast<int>(changes.size())));
+        for (const host::Difference& change : changes) {
+            auto* item = new QTreeWidgetItem(
+                m_changes, {NameText(change.name), ValueText(change.from), ValueText(change.to)});
+            for (int column = kSetting; column <= kThen; ++column)
+                item->setToolTip(column, views::Plain(item->text(column)));
+        }
+    } catch (const std::exception& error) {
+        m_summary->setText(FailureOf(tr("The backup cannot be compared."), error).text);
+    }
+    FitColumns(*m_changes, width() / 2);
 }
 
 const host::BackupEntry* BackupsPage::Chosen() const {
     const int row = m_list->indexOfTopLevelItem(m_list->currentItem());
-    return row < 0 ? nullptr : &m_backups[static_cast<std::size_t>(row)];
+    return row < 0 || static_cast<std::size_t>(row) >= m_backups.size()
+               ? nullptr
+               : &m_backups[static_cast<std::size_t>(row)];
 }
 
 void BackupsPage::Enable() {

@@ -1,4 +1,5 @@
-// BackupsPage: the backups made before writes, newest first, to view and to restore.
+// BackupsPage: the backups made before writes, newest first, to view and to restore. For the chosen
+// one it shows the settings that differ from the document.
 #pragma once
 
 #include "app/Failure.h"
@@ -8,7 +9,9 @@
 
 #include <vector>
 
+class QLabel;
 class QPushButton;
+class QTimer;
 class QTreeWidget;
 
 namespace qx::app {
@@ -30,14 +33,23 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    [[nodiscard]] QWidget* MakePreview();
+    [[nodiscard]] QLayout* MakeButtons();
     [[nodiscard]] const host::BackupEntry* Chosen() const;
     void Enable();
+    void DescribeNext();
+    void CompareAgain();
+    void ShowPreview();
 
     Workbench& m_workbench;
     std::vector<host::BackupEntry> m_backups; // as listed
     QTreeWidget* m_list;
+    QLabel* m_summary;
+    QTreeWidget* m_changes;
     QPushButton* m_restore;
     QPushButton* m_open;
+    QTimer* m_describing; // one backup at a time, so that many do not hold up the window
+    int m_nextToDescribe = 0;
 };
 
 } // namespace qx::app

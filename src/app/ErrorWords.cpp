@@ -187,6 +187,8 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("The record of the interrupted write could not be removed.");
     case Cause::NoReceipt:
         return Errors::tr("The receipt could not be written.");
+    case Cause::CaptionsUnusable:
+        return Errors::tr("The names of options in %1 are not used: %2").arg(file, Faults(error));
     case Cause::NotACodePage:
         return Errors::tr("%1 is not a code page: it has %2 bytes instead of %3.")
             .arg(file)

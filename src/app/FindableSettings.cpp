@@ -13,7 +13,8 @@ std::vector<Findable> FindableSettings(Workbench& workbench,
     std::set<std::string> programmed; // elements of lists, by their places
     const auto add = [&](const host::Setting& setting, const QString& value) {
         all.push_back(
-            {NameText(setting.name), value, [goTo, place = setting.place] { goTo(place); }});
+            {setting.name.elementParts > 0 ? Findable::Group::Keys : Findable::Group::Settings,
+             NameText(setting.name), value, [goTo, place = setting.place] { goTo(place); }});
     };
     const host::Configuration& configuration = workbench.Configuration();
     for (const host::Setting& setting : configuration.List(workbench.History().AllSections())) {

@@ -184,8 +184,8 @@ void MainWindow::MakeActions() {
         edit->addAction(views::LineIcon(QStringLiteral("redo")), tr("&Redo"),
                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this, &MainWindow::Redo);
     edit->addSeparator();
-    edit->addAction(tr("&Find"), QKeySequence(Qt::CTRL | Qt::Key_K), this,
-                    [this] { m_pages->StartSearch(); });
+    edit->addAction(tr("&Find"), this, [this] { m_pages->StartSearch(); })
+        ->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::CTRL | Qt::Key_F});
 
     QAction* beforeKeys = edit->addSeparator();
     connect(edit, &QMenu::aboutToShow, this, [this, edit, beforeKeys] {

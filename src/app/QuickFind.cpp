@@ -3,32 +3,104 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QToolButton>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace qx::app {
 
 namespace {
 
-constexpr int kMostRows = 12;
+constexpr int kMostOfGroup = 6;
+constexpr int kMostRows = 14; // without headings
+constexpr int kPopupWidth = 560;
+constexpr int kIndexRole = Qt::UserRole;
 
-// The quality of the match: 0 for none, and higher the earlier the words occur.
+bool BeginsWord(const QString& text, qsizetype at) {
+    return at == 0 || !text.at(at - 1).isLetterOrNumber();
+}
+
+QString InitialsOf(const QString& text) {
+    QString initials;
+    for (qsizetype at = 0; at < text.size(); ++at)
+        if (text.at(at).isLetterOrNumber() && BeginsWord(text, at))
+            initials += text.at(at);
+    return initials;
+}
+
+// The quality of the match of a word: 0 for none.
+int FitOf(const QString& text, const QString& word) {
+    int fit = 0;
+    for (auto at = text.indexOf(word, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(word, at + 1, Qt::CaseInsensitive))
+        fit = std::max(fit, at == 0 ? 6 : BeginsWord(text, at) ? 5 : 2);
+    if (fit < 3 && word.size() > 1 && InitialsOf(text).startsWith(word, Qt::CaseInsensitive))
+        fit = 3; // "wtk" for "Write to keyboard"
+    return fit;
+}
+
+// Whether the word's letters occur in this order, the first at the beginning of a word: "wrkey".
+bool IsLike(const QString& text, const QString& word) {
+    constexpr qsizetype kLeast = 3;
+    if (word.size() < kLeast)
+        return text.contains(word, Qt::CaseInsensitive);
+    qsizetype at = -1;
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        do
+            at = text.indexOf(word.at(i), at + 1, Qt::CaseInsensitive);
+        while (i == 0 && at >= 0 && !BeginsWord(text, at));
+        if (at < 0)
+            return false;
+    }
+    return true;
+}
+
 int Fit(const Findable& findable, const QStringList& words) {
     int fit = 1;
     for (const QString& word : words) {
-        const auto inText = findable.text.indexOf(word, 0, Qt::CaseInsensitive);
-        if (inText == 0)
-            fit += 4;
-        else if (inText > 0)
-            fit += findable.text.at(inText - 1).isLetterOrNumber() ? 2 : 3;
-        else if (findable.detail.contains(word, Qt::CaseInsensitive))
-            fit += 1;
-        else
+        const int inText = FitOf(findable.text, word);
+        if (inText == 0 && !findable.detail.contains(word, Qt::CaseInsensitive))
             return 0;
+        fit += std::max(inText, 1);
     }
     return fit;
+}
+
+int LooseFit(const Findable& findable, const QStringList& words) {
+    return std::all_of(words.begin(), words.end(),
+                       [&](const QString& word) { return IsLike(findable.text, word); })
+               ? 1
+               : 0;
+}
+
+using Fits = std::vector<std::pair<int, std::size_t>>; // the best first
+
+template <typename Measure>
+Fits FitsOf(const std::vector<Findable>& all, const QStringList& words, const Measure& measure) {
+    Fits fits;
+    for (std::size_t i = 0; i < all.size(); ++i)
+        if (const int fit = measure(all[i], words); fit > 0)
+            fits.emplace_back(fit, i);
+    std::stable_sort(fits.begin(), fits.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    return fits;
+}
+
+QString TitleOf(Findable::Group group) {
+    switch (group) {
+    case Findable::Group::Actions:
+        return QuickFind::tr("Actions");
+    case Findable::Group::Pages:
+        return QuickFind::tr("Pages");
+    case Findable::Group::Keys:
+        return QuickFind::tr("Keys");
+    case Findable::Group::Settings:
+        return QuickFind::tr("Settings");
+    }
+    return {};
 }
 
 } // namespace
@@ -51,6 +123,10 @@ QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* paren
     connect(this, &QLineEdit::textEdited, this, &QuickFind::Search);
     connect(m_popup, &QListWidget::clicked, this,
             [this](const QModelIndex& index) { Choose(index.row()); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, const QWidget* now) {
+        if (now == this && old != nullptr)
+            m_before = old;
+    });
     qApp->installEventFilter(this);
 }
 
@@ -63,69 +139,104 @@ void QuickFind::focusInEvent(QFocusEvent* event) {
 }
 
 void QuickFind::Search(const QString& text) {
-    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    m_found.clear();
+    static const QRegularExpression kBetween(QStringLiteral("[\\s+]+")); // "Ctrl+C" is "Ctrl C"
+    const QStringList words = text.split(kBetween, Qt::SkipEmptyParts);
     m_popup->clear();
     if (std::exchange(m_isFresh, false))
         m_findables = m_list();
-    std::vector<std::pair<int, std::size_t>> fits;
-    if (!words.isEmpty())
-        for (std::size_t i = 0; i < m_findables.size(); ++i)
-            if (const int fit = Fit(m_findables[i], words); fit > 0)
-                fits.emplace_back(-fit, i);
-    std::stable_sort(fits.begin(), fits.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    if (fits.size() > kMostRows)
-        fits.resize(kMostRows);
+    if (words.isEmpty())
+        return m_popup->hide();
+    Fits fits = FitsOf(m_findables, words, Fit);
+    if (fits.empty())
+        fits = FitsOf(m_findables, words, LooseFit);
+
+    std::vector<Findable::Group> order; // by their best
+    std::map<Findable::Group, std::vector<std::size_t>> groups;
+    int rows = 0;
     for (const auto& [fit, index] : fits) {
-        const Findable& findable = m_findables[index];
-        m_found.push_back(index);
-        m_popup->addItem(findable.detail.isEmpty()
-                             ? findable.text
-                             : findable.text + QStringLiteral(" — ") + findable.detail);
+        const Findable::Group group = m_findables[index].group;
+        if (!groups.contains(group))
+            order.push_back(group);
+        if (groups[group].size() < kMostOfGroup && rows++ < kMostRows)
+            groups[group].push_back(index);
     }
-    if (!words.isEmpty() && m_found.empty()) {
-        m_popup->addItem(tr("Nothing found"));
-        m_popup->item(0)->setFlags(Qt::NoItemFlags);
+    for (const Findable::Group group : order) {
+        if (!groups[group].empty())
+            AddHeading(TitleOf(group));
+        for (const std::size_t index : groups[group])
+            AddFound(index);
     }
-    m_popup->setCurrentRow(m_found.empty() ? -1 : 0);
-    m_popup->setVisible(m_popup->count() > 0);
     if (m_popup->count() == 0)
-        return;
-    const int height = m_popup->sizeHintForRow(0) * m_popup->count() + 2 * m_popup->frameWidth();
-    const int popupWidth = std::max(width(), 460);
+        AddHeading(tr("Nothing found"));
+    m_popup->setCurrentRow(-1);
+    MoveBy(1);
+    ShowPopup();
+}
+
+void QuickFind::AddHeading(const QString& text) {
+    auto* item = new QListWidgetItem(text, m_popup);
+    item->setFlags(Qt::NoItemFlags);
+    QFont font = m_popup->font();
+    font.setBold(true);
+    item->setFont(font);
+    item->setForeground(palette().brush(QPalette::Active, QPalette::PlaceholderText));
+}
+
+void QuickFind::AddFound(std::size_t index) {
+    const Findable& findable = m_findables[index];
+    QString text = findable.text;
+    if (!findable.detail.isEmpty())
+        text += QStringLiteral(" — ") + findable.detail;
+    if (!findable.shortcut.isEmpty())
+        text += QStringLiteral("  (%1)").arg(findable.shortcut);
+    auto* item = new QListWidgetItem(text, m_popup);
+    item->setData(kIndexRole, static_cast<qulonglong>(index));
+}
+
+void QuickFind::ShowPopup() {
+    int height = 2 * m_popup->frameWidth();
+    for (int row = 0; row < m_popup->count(); ++row)
+        height += m_popup->sizeHintForRow(row);
     const QPoint below = mapToGlobal(QPoint(0, this->height()));
-    m_popup->setGeometry(QRect(below, QSize(popupWidth, height)));
+    m_popup->setGeometry(QRect(below, QSize(std::max(width(), kPopupWidth), height)));
+    m_popup->show();
+}
+
+// To the next one in this direction that is no heading.
+void QuickFind::MoveBy(int rows) {
+    for (int row = m_popup->currentRow() + rows; row >= 0 && row < m_popup->count(); row += rows)
+        if (m_popup->item(row)->data(kIndexRole).isValid())
+            return m_popup->setCurrentRow(row);
+}
+
+void QuickFind::Leave() {
+    m_popup->hide();
+    clear();
+    clearFocus();
+    if (m_before != nullptr && m_before->isVisible())
+        m_before->setFocus(Qt::OtherFocusReason);
 }
 
 void QuickFind::Choose(int row) {
-    m_popup->hide();
-    if (row < 0 || static_cast<std::size_t>(row) >= m_found.size())
+    const QListWidgetItem* item = m_popup->item(row);
+    if (item == nullptr || !m_popup->isVisible() || !item->data(kIndexRole).isValid())
         return;
-    const auto show = m_findables[m_found[static_cast<std::size_t>(row)]].show;
-    clear();
-    clearFocus();
+    const auto show = m_findables[item->data(kIndexRole).toULongLong()].show;
+    Leave();
     show();
 }
 
 void QuickFind::keyPressEvent(QKeyEvent* event) {
-    const int row = m_popup->currentRow();
     switch (event->key()) {
     case Qt::Key_Down:
-        m_popup->setCurrentRow(std::min(row + 1, m_popup->count() - 1));
-        return;
+        return MoveBy(1);
     case Qt::Key_Up:
-        m_popup->setCurrentRow(std::max(row - 1, 0));
-        return;
+        return MoveBy(-1);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        Choose(row);
-        return;
+        return Choose(m_popup->currentRow());
     case Qt::Key_Escape:
-        m_popup->hide();
-        clear();
-        clearFocus();
-        return;
+        return Leave();
     default:
         QLineEdit::keyPressEvent(event);
     }

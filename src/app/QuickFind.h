@@ -1,8 +1,10 @@
-// QuickFind: a field that finds any page, setting, key or programmed text by name.
+// QuickFind: a field that finds actions, pages, keys and settings by name, and runs or shows the
+// chosen one.
 #pragma once
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 
 #include <functional>
 #include <vector>
@@ -10,9 +12,13 @@
 namespace qx::app {
 
 struct Findable {
+    enum class Group { Actions, Pages, Keys, Settings };
+
+    Group group;
     QString text;   // its name
     QString detail; // its value or contents
     std::function<void()> show;
+    QString shortcut = {};
 };
 
 class QuickFind : public QLineEdit {
@@ -29,13 +35,18 @@ protected:
 
 private:
     void Search(const QString& text);
+    void AddHeading(const QString& text);
+    void AddFound(std::size_t index);
+    void ShowPopup();
+    void MoveBy(int rows);
+    void Leave();
     void Choose(int row);
 
     std::function<std::vector<Findable>()> m_list;
     std::vector<Findable> m_findables;
-    bool m_isFresh = true;            // nothing has been listed since the user came to the field
-    std::vector<std::size_t> m_found; // in the order of the popup's rows
-    QListWidget* m_popup;
+    bool m_isFresh = true;      // nothing has been listed since the user came to the field
+    QPointer<QWidget> m_before; // had the focus
+    QListWidget* m_popup;       // its items know their findables; headings have none
 };
 
 } // namespace qx::app

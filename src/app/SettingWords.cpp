@@ -4,6 +4,7 @@
 #include "views/LineIcon.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 #include <algorithm>
 #include <string>
@@ -33,12 +34,17 @@ std::vector<std::string> TranslatedSteps(const host::SettingName& name) {
     const SectionEntry* section = EntryOf(name.section);
     if (section == nullptr)
         return {};
-    return host::StepsOf(name, [section](const host::NamePart& part) {
+    const auto wordOf = [section](const host::NamePart& part) {
         return WordOf(*section, part.key).toStdString();
-    });
+    };
+    return host::StepsOf(name, wordOf, LanguageCode());
 }
 
 } // namespace
+
+std::string LanguageCode() {
+    return QLocale().name().section(u'_', 0, 0).toStdString();
+}
 
 QString SectionTitle(std::string_view sectionKey) {
     const SectionEntry* entry = EntryOf(sectionKey);

@@ -1,5 +1,6 @@
 #include "app/TestDrivePage.h"
 
+#include "app/Failure.h"
 #include "app/SettingWords.h"
 #include "app/TestDriveTexts.h"
 #include "app/sections/Entries.h"
@@ -7,10 +8,11 @@
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
-#include "simulator/FixedAreas.h"
-#include "simulator/SimulatedDriver.h"
 #include "views/Bindings.h"
+#include "views/SentTexts.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QFormLayout>
@@ -19,7 +21,9 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -27,9 +31,43 @@ namespace qx::app {
 
 using views::ToQt;
 
+namespace {
+
+constexpr int kMostLines = 2000; // of the log
+constexpr int kKeysInRow = 12;
+constexpr QSizeF kStep(720, 600); // from function key to function key
+constexpr double kGap = 25;
+
+KeySequence SequenceOf(const sim::Stretch& stretch) {
+    KeySequence sequence;
+    for (const sim::KeyStroke& stroke : stretch.keys)
+        sequence.AddByte(static_cast<Integer>(stroke.key + (stroke.isReleased ? kRelease : 0)));
+    return sequence;
+}
+
+// Marks the cap of a key with a sequence: in this color, with its name above what it sends.
+void ShowSent(views::KeyCap& cap, const sim::Reception& reception, views::SentTexts& texts,
+              const QColor& color) {
+    cap.state = views::KeyState::Empty;
+    if (reception.stretches.empty() ||
+        reception.stretches.front().origin == sim::Origin::OrdinaryKey)
+        return;
+    const KeySequence sent = SequenceOf(reception.stretches.front());
+    cap.state = views::KeyState::Programmed;
+    cap.color = color;
+    cap.legend = cap.caption;
+    cap.caption = texts.Brief(sent);
+    cap.toolTip += (cap.toolTip.isEmpty() ? QString() : QStringLiteral("\n")) + texts.Whole(sent);
+    cap.name = TestDrivePage::tr("%1, programmed: %2").arg(cap.name, texts.Whole(sent));
+}
+
+} // namespace
+
 TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
-    : QWidget(parent), m_workbench(workbench), m_hint(new QLabel), m_tabs(new QTabWidget),
-      m_keys(new views::KeyGrid), m_tracks{}, m_received(new QPlainTextEdit) {
+    : QWidget(parent), m_workbench(workbench), m_keyboard(workbench), m_hint(new QLabel),
+      m_sources(new QWidget), m_tabs(new QTabWidget), m_keys(new views::KeyGrid),
+      m_layers(new QTabBar), m_functionKeys(new views::KeyGrid), m_tracks{},
+      m_received(new QPlainTextEdit) {
     m_hint->setWordWrap(true);
     m_tabs->addTab(MakeKeysTab(), tr("Ke&ys"));
     m_tabs->addTab(MakeFunctionKeysTab(), tr("&Function keys"));
@@ -38,24 +76,84 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     m_received->setObjectName(QStringLiteral("received"));
     m_received->setReadOnly(true);
     m_received->setTabChangesFocus(true);
+    m_received->setMaximumBlockCount(kMostLines);
     m_received->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    auto* caption = new QLabel(tr("The PC re&ceives"));
-    caption->setBuddy(m_received);
+    m_sources->setLayout(MakeSources());
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(m_hint);
-    column->addWidget(m_tabs, 3);
-    column->addWidget(caption);
+    column->addWidget(m_sources);
+    column->addWidget(m_tabs, 5);
+    column->addLayout(MakeLogRow());
     column->addWidget(m_received, 2);
-    connect(&workbench, &Workbench::KeyboardChanged, this, &TestDrivePage::ShowKeyboard);
-    connect(&workbench, &Workbench::DocumentChanged, this, &TestDrivePage::ShowKeyboard);
+    const auto showLater = [this] { // the workbench is still at work
+        QMetaObject::invokeMethod(this, &TestDrivePage::ShowKeyboard, Qt::QueuedConnection);
+    };
+    const auto forgetKeyboard = [this, showLater] {
+        m_keyboard.ForgetKeyboard();
+        showLater();
+    };
+    connect(&workbench, &Workbench::KeyboardChanged, this, forgetKeyboard);
+    connect(&workbench, &Workbench::Held, this, forgetKeyboard);
+    connect(&workbench, &Workbench::DocumentChanged, this, [this, showLater] {
+        m_keyboard.ForgetDocument();
+        showLater();
+    });
     ShowKeyboard();
+}
+
+void TestDrivePage::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    ShowKeyboard();
+}
+
+QLayout* TestDrivePage::MakeSources() {
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins({});
+    row->addWidget(new QLabel(tr("Try")));
+    const auto add = [&](const char* name, const QString& text, TestedKeyboard::Source source) {
+        auto* button = new QRadioButton(text);
+        button->setObjectName(QLatin1String(name));
+        row->addWidget(button);
+        connect(button, &QRadioButton::toggled, this, [this, source](bool isOn) {
+            if (!isOn)
+                return;
+            m_keyboard.Use(source);
+            ShowKeyboard();
+        });
+        return button;
+    };
+    add("tryDocument", tr("the document, &not yet written"), TestedKeyboard::Source::Document)
+        ->setChecked(true);
+    add("tryKeyboard", tr("what the keyboard h&olds"), TestedKeyboard::Source::Keyboard);
+    row->addStretch(1);
+    return row;
+}
+
+QLayout* TestDrivePage::MakeLogRow() {
+    auto* caption = new QLabel(tr("The PC recei&ves"));
+    caption->setBuddy(m_received);
+    auto* copy = new QPushButton(tr("Co&py"));
+    copy->setObjectName(QStringLiteral("copyLog"));
+    copy->setToolTip(tr("Copies the whole log"));
+    connect(copy, &QPushButton::clicked, this,
+            [this] { QApplication::clipboard()->setText(m_received->toPlainText()); });
+    auto* clear = new QPushButton(tr("&Clear"));
+    clear->setObjectName(QStringLiteral("clearLog"));
+    clear->setToolTip(tr("Empties the log"));
+    connect(clear, &QPushButton::clicked, m_received, &QPlainTextEdit::clear);
+    auto* row = new QHBoxLayout;
+    row->addWidget(caption);
+    row->addStretch(1);
+    row->addWidget(copy);
+    row->addWidget(clear);
+    return row;
 }
 
 QWidget* TestDrivePage::MakeKeysTab() {
     m_keys->setObjectName(QStringLiteral("testDriveKeys"));
-    m_keys->setAccessibleName(tr("Keys of the simulated keyboard"));
+    m_keys->setAccessibleName(tr("Keys of the keyboard"));
     connect(m_keys, &views::KeyGrid::KeyPicked, this, [this](int index) {
         const auto key = static_cast<Integer>(index);
         Try(tr("Pressed and released key %1").arg(ToQt(KeyName(key, &m_workbench.Layout()))),
@@ -69,26 +167,32 @@ QWidget* TestDrivePage::MakeKeysTab() {
 }
 
 QWidget* TestDrivePage::MakeFunctionKeysTab() {
-    auto* layer = new QSpinBox;
-    layer->setObjectName(QStringLiteral("functionLayer"));
-    layer->setRange(0, kFuncKeyLayers - 1);
-    auto* key = new QSpinBox;
-    key->setObjectName(QStringLiteral("functionKey"));
-    key->setPrefix(QStringLiteral("F"));
-    key->setRange(1, FuncKeyLayer::kKeys);
-    auto* press = new QPushButton(tr("&Press"));
-    press->setObjectName(QStringLiteral("cmdPressFunctionKey"));
-    connect(press, &QPushButton::clicked, this, [=, this] {
-        const auto nLayer = static_cast<Integer>(layer->value());
-        const auto nKey = static_cast<Integer>(key->value() - 1);
-        Try(tr("Pressed layer %1 %2").arg(nLayer).arg(QString::fromStdString(FuncKeyLegend(nKey))),
+    auto* caption = new QLabel(tr("&Layer"));
+    caption->setBuddy(m_layers);
+    m_layers->setObjectName(QStringLiteral("testLayers"));
+    m_layers->setAccessibleName(tr("Layer"));
+    m_layers->setExpanding(false);
+    for (int layer = 0; layer < kFuncKeyLayers; ++layer)
+        m_layers->addTab(QString::number(layer));
+    connect(m_layers, &QTabBar::currentChanged, this, [this] {
+        WithDrive([this](const sim::TestDrive& drive) { ShowFunctionKeys(drive); });
+    });
+    m_functionKeys->setObjectName(QStringLiteral("testFunctionKeys"));
+    m_functionKeys->setAccessibleName(tr("Function keys"));
+    connect(m_functionKeys, &views::KeyGrid::KeyPicked, this, [this](int index) {
+        const auto nLayer = static_cast<Integer>(m_layers->currentIndex());
+        const auto nKey = static_cast<Integer>(index);
+        Try(tr("Pressed layer %1 %2").arg(nLayer).arg(ToQt(FuncKeyLegend(nKey))),
             [=](const sim::TestDrive& drive) { return drive.PressFunctionKey(nLayer, nKey); });
     });
     auto* tab = new QWidget;
-    auto* form = new QFormLayout(tab);
-    form->addRow(tr("&Layer"), layer);
-    form->addRow(tr("F&unction key"), key);
-    form->addRow(press);
+    auto* layers = new QHBoxLayout;
+    layers->addWidget(caption);
+    layers->addWidget(m_layers);
+    layers->addStretch(1);
+    auto* column = new QVBoxLayout(tab);
+    column->addLayout(layers);
+    column->addWidget(m_functionKeys, 1);
     return tab;
 }
 
@@ -143,15 +247,30 @@ QWidget* TestDrivePage::MakeCodeTab() {
     return tab;
 }
 
+// While another page is shown, nothing is read.
 void TestDrivePage::ShowKeyboard() {
-    const bool isSimulated = m_workbench.Simulated() != nullptr;
-    m_hint->setText(
-        isSimulated
-            ? tr("The simulated keyboard answers from its memory: write the document to it first "
-                 "to try new settings.")
-            : tr("Testing needs the simulated keyboard; choose it in the menu Keyboard."));
-    m_tabs->setEnabled(isSimulated);
+    const bool isConnected = m_workbench.IsConnected();
+    m_hint->setText(isConnected
+                        ? tr("Press keys, swipe cards and scan codes on a copy of the keyboard. "
+                             "It follows the rules of the simulated keyboard; the keyboard itself "
+                             "is only read.")
+                        : tr("Testing needs a keyboard. The simulated one is in the menu "
+                             "Keyboard."));
+    m_sources->setEnabled(isConnected);
+    m_tabs->setEnabled(isConnected);
+    if (!isConnected || !isVisible() || m_workbench.IsBusy())
+        return;
+    WithDrive([this](const sim::TestDrive& drive) {
+        ShowKeys(drive);
+        ShowFunctionKeys(drive);
+    });
+}
+
+void TestDrivePage::ShowKeys(const sim::TestDrive& drive) {
     const QXKeyboardLayoutData& layout = m_workbench.Layout();
+    const QColor programmed = views::ToQColor(m_workbench.Preferences().ColorProg());
+    const QColor empty = views::ToQColor(m_workbench.Preferences().ColorEmpty());
+    views::SentTexts texts(&layout);
     std::vector<views::KeyCap> caps;
     for (Long id = layout.GetMinKeyID(); id <= layout.GetMaxKeyID(); ++id) {
         if (layout.KeySupport(id) == KEYMODE_NONE)
@@ -161,22 +280,50 @@ void TestDrivePage::ShowKeyboard() {
         cap.place = QRectF(
             static_cast<double>(layout.KeyX(id)), static_cast<double>(layout.KeyY(id)),
             static_cast<double>(layout.KeyWidth(id)), static_cast<double>(layout.KeyHeight(id)));
-        cap.caption = ToQt(layout.KeyCaption(id));
+        cap.caption = ToQt(layout.KeyCaption(id)).trimmed();
         cap.toolTip = ToQt(layout.KeyLongCaption(id));
         cap.name = tr("Key %1").arg(ToQt(KeyName(id, &layout)));
-        cap.color = palette().color(QPalette::Button);
-        cap.state = views::KeyState::Empty;
+        cap.color = empty;
+        ShowSent(cap, drive.PressKey(static_cast<Integer>(id)), texts, programmed);
         caps.push_back(std::move(cap));
     }
     m_keys->SetPointSize(m_workbench.Preferences().KeyFontSize());
     m_keys->SetKeys(std::move(caps));
 }
 
+void TestDrivePage::ShowFunctionKeys(const sim::TestDrive& drive) {
+    views::SentTexts texts(&m_workbench.Layout());
+    const QColor programmed = views::ToQColor(m_workbench.Preferences().ColorProg());
+    const QColor empty = views::ToQColor(m_workbench.Preferences().ColorEmpty());
+    const auto nLayer = static_cast<Integer>(m_layers->currentIndex());
+    std::vector<views::KeyCap> caps;
+    for (Integer nKey = 0; nKey < FuncKeyLayer::kKeys; ++nKey) {
+        views::KeyCap cap;
+        cap.index = nKey;
+        cap.place = {nKey % kKeysInRow * kStep.width(), nKey / kKeysInRow * kStep.height(),
+                     kStep.width() - kGap, kStep.height() - kGap};
+        cap.caption = ToQt(FuncKeyLegend(nKey));
+        cap.name = cap.caption;
+        cap.color = empty;
+        ShowSent(cap, drive.PressFunctionKey(nLayer, nKey), texts, programmed);
+        caps.push_back(std::move(cap));
+    }
+    m_functionKeys->SetPointSize(m_workbench.Preferences().KeyFontSize());
+    m_functionKeys->SetKeys(std::move(caps));
+}
+
+void TestDrivePage::WithDrive(const std::function<void(const sim::TestDrive& drive)>& use) {
+    try {
+        use(m_keyboard.Drive());
+    } catch (const host::Error& error) {
+        m_hint->setText(FailureOf(tr("The keyboard could not be copied."), error).text);
+    }
+}
+
 void TestDrivePage::Try(const QString& what, const Trial& trial) {
-    const sim::SimulatedDriver& keyboard = *m_workbench.Simulated();
-    const sim::TestDrive drive(keyboard.Memory(0, sim::kMemorySize), keyboard.Model(),
-                               m_workbench.Layout());
-    m_received->setPlainText(what + QLatin1Char('\n') + TextOf(trial(drive)));
+    WithDrive([&](const sim::TestDrive& drive) {
+        m_received->appendPlainText(what + QLatin1Char('\n') + TextOf(trial(drive)));
+    });
 }
 
 QString TestDrivePage::TextOf(const sim::Reception& reception) const {

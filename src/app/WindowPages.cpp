@@ -15,12 +15,19 @@
 #include "app/Workbench.h"
 #include "app/sections/SectionFace.h"
 #include "views/Bindings.h"
+#include "views/KeyGrid.h"
 #include "views/LineIcon.h"
 
 #include <QAction>
+#include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QRegularExpression>
 
+#include <functional>
 #include <iterator>
+#include <set>
 #include <utility>
 
 namespace qx::app {
@@ -30,6 +37,12 @@ using views::ToQt;
 namespace {
 
 constexpr int kNumberedPages = 10;
+
+// Its text without the mark of its letter.
+QString NameOf(const QAction& action) {
+    QString name = action.text();
+    return name.remove(QRegularExpression(QStringLiteral("&(?!&)")));
+}
 
 } // namespace
 
@@ -170,18 +183,53 @@ void WindowPages::StartSearch() {
 }
 
 std::vector<Findable> WindowPages::Findables() {
-    std::vector<Findable> all;
+    std::vector<Findable> all = Actions();
     for (const PageBook::Listed& page : m_book->Pages())
-        all.push_back({page.title, tr("page"), [this, id = page.id] { Show(id); }});
+        all.push_back({Findable::Group::Pages, page.title, {}, [this, id = page.id] {
+                           Show(id);
+                           FocusPage();
+                       }});
     std::vector<Findable> settings = FindableSettings(
         m_partners.workbench, [this](const std::string& place) { emit PlaceChosen(place); });
     std::move(settings.begin(), settings.end(), std::back_inserter(all));
     auto* preferences = m_book->Page(kPreferences)->findChild<PreferencesPage*>();
     for (const auto& [preference, label] : preferences->Labels())
-        all.push_back({label, tr("Preferences"), [this, preferences, preference = preference] {
+        all.push_back({Findable::Group::Settings, label, tr("Preferences"),
+                       [this, preferences, preference = preference] {
                            Show(kPreferences);
                            preferences->Reveal(preference);
                        }});
+    return all;
+}
+
+// What the menus and the keys on this page offer now; the pages have a group of their own.
+std::vector<Findable> WindowPages::Actions() {
+    std::vector<Findable> all;
+    std::set<QString> known;
+    for (const PageBook::Listed& page : m_book->Pages())
+        known.insert(page.title);
+    const std::function<void(const QList<QAction*>&, const QString&)> add =
+        [&](const QList<QAction*>& actions, const QString& where) {
+            for (QAction* action : actions) {
+                const QString name = NameOf(*action);
+                if (!action->isEnabled() || !action->isVisible() || action->isSeparator())
+                    continue;
+                if (action->menu() != nullptr)
+                    add(action->menu()->actions(), name);
+                else if (!name.isEmpty() && known.insert(name).second)
+                    all.push_back({Findable::Group::Actions, name, where,
+                                   [action = QPointer<QAction>(action)] {
+                                       if (action != nullptr)
+                                           action->trigger();
+                                   },
+                                   action->shortcut().toString(QKeySequence::NativeText)});
+            }
+        };
+    if (const auto* window = qobject_cast<QMainWindow*>(m_book->window()))
+        add(window->menuBar()->actions(), {});
+    for (const auto* grid : m_book->findChildren<views::KeyGrid*>())
+        if (grid->isVisible() && grid->isEnabled() && grid->Selects())
+            add(grid->actions(), tr("selected keys"));
     return all;
 }
 

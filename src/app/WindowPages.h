@@ -83,6 +83,7 @@ private:
     [[nodiscard]] QWidget* MakePreferences();
     void FillMenu(QMenu& go);
     [[nodiscard]] std::vector<Findable> Findables();
+    [[nodiscard]] std::vector<Findable> Actions();
 
     Partners m_partners;
     PageBook* m_book = nullptr;

@@ -97,6 +97,7 @@ void Workbench::Connect() {
         if (isApart)
             emit Noticed(m_driverNote);
         Quietly([this] { m_faces->Follow(*m_session); });
+        NameOptions();
         ReloadPreferences();
     } catch (...) {
         Disconnect();
@@ -176,9 +177,7 @@ host::Writer& Workbench::Writer() {
     host::Writer::Options options;
     options.folder = setup::RecordFolder(m_options.records);
     options.origin = m_driver.origin;
-    options.newConfiguration = [this] {
-        return std::make_unique<host::Configuration>(m_platform, &m_layout, nullptr);
-    };
+    options.newConfiguration = [this] { return NewConfiguration(); };
     options.isStopped = [this] {
         emit StopAsked();
         return m_isStopRequested;
@@ -292,6 +291,8 @@ void Workbench::TakeDocument(const host::ConfigurationDocument& document,
     m_keyboardNote = note == nullptr ? std::nullopt : std::optional(*note);
     m_file = file;
     m_isMixture = false;
+    if (!IsConnected())
+        NameOptions();
     m_history->Restart(read, !file.empty());
     emit DocumentChanged();
 }

@@ -101,6 +101,13 @@ public:
     // byte; after that, it goes on.
     void RequestStop() { m_isStopRequested = true; }
 
+    // The keyboard's bytes, and what they would be if the document were written into a keyboard
+    // that holds these. Nothing is changed.
+    [[nodiscard]] host::KeyboardContent HeldContent();
+    [[nodiscard]] host::KeyboardContent DocumentContent(const host::KeyboardContent& held);
+    // The settings that the other document has otherwise than the present one, in sections of both.
+    [[nodiscard]] std::vector<host::Difference> ChangesBy(const host::ConfigurationDocument& other);
+
     // File to keyboard: after a backup, with a receipt, not proved.
     void LoadKeyboardFile(const host::KeyboardFileKind& kind, const std::filesystem::path& file,
                           const host::SerialLine& line);
@@ -167,6 +174,11 @@ private:
     void StoreLastDocument();
     [[nodiscard]] std::vector<host::Section*> WantedSections() const;
     void OpenLayout();
+    // One of default values, for the connected keyboard or for any.
+    [[nodiscard]] std::unique_ptr<host::Configuration>
+    NewConfiguration(host::LayoutUse use = host::LayoutUse::Keyboard);
+    // Names the options as for the connected keyboard, or else for that of the document.
+    void NameOptions();
     // What writes to the connected keyboard.
     [[nodiscard]] host::Writer& Writer();
     // Runs work with it, during which the controls change by themselves.

@@ -9,6 +9,7 @@
 #include "host/ErrorText.h"
 #include "host/Schemas.h"
 #include "host/Traces.h"
+#include "setup/CaptionSource.h"
 #include "setup/LayoutSource.h"
 
 #include <algorithm>
@@ -227,7 +228,27 @@ void Context::WarnOfDamage(const std::vector<host::Fault>& damaged) {
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
     const auto use = m_isOpen ? host::LayoutUse::Keyboard : host::LayoutUse::Captions;
-    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
+    auto configuration = std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
+    if (m_isOpen && !m_captions)
+        m_captions = CaptionsFor(m_session->Keyboard());
+    if (m_captions)
+        configuration->SetCaptions(*m_captions);
+    return configuration;
+}
+
+void Context::NameOptions(host::Configuration& configuration,
+                          const host::ConfigurationDocument& document) {
+    configuration.SetCaptions(CaptionsFor(
+        host::KeyboardNamedIn(document.Find(host::ConfigurationDocument::kKeyboardKey))));
+}
+
+host::OptionCaptions Context::CaptionsFor(const host::KeyboardInfo& keyboard) {
+    std::vector<host::Error> warnings;
+    auto captions = setup::CaptionsFor(keyboard, m_surroundings.dataFolder, warnings);
+    if (!std::exchange(m_isCaptionsWarned, true))
+        for (const host::Error& warning : warnings)
+            Note(MessageOf(warning));
+    return captions;
 }
 
 void Context::Result(const host::Json& json, const Lines& lines) {

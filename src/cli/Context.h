@@ -93,6 +93,9 @@ public:
     // A configuration with default values, for the opened keyboard or, if none is open, for any:
     // then all keys are treated as programmable.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
+    // Names the options of a configuration as for the keyboard of the document, which it has read.
+    void NameOptions(host::Configuration& configuration,
+                     const host::ConfigurationDocument& document);
 
     // For commands that use other keyboards than the one in the options: drivers, services of
     // controls, the folder of all records, and waiting.
@@ -125,6 +128,7 @@ public:
 private:
     [[nodiscard]] std::unique_ptr<host::Session> NewSession();
     void WarnOfInterruptedWrites();
+    [[nodiscard]] host::OptionCaptions CaptionsFor(const host::KeyboardInfo& keyboard);
     // Writes these members, with the schema number and the known facts about the opened keyboard.
     void JsonResult(const host::Json& json);
     class MessageBoxLines;
@@ -141,7 +145,9 @@ private:
     std::unique_ptr<host::Writer> m_writer;
     bool m_isOpen = false;
     std::unique_ptr<QXKeyboardLayoutData> m_layout;
-    std::string m_layoutName; // empty until needed
+    std::string m_layoutName;                       // empty until needed
+    std::optional<host::OptionCaptions> m_captions; // of the opened keyboard, once needed
+    bool m_isCaptionsWarned = false;
     host::Json m_damaged = host::Json::array();
     host::Json m_interrupted; // the interrupted write found when the keyboard was opened
 };

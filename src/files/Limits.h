@@ -7,6 +7,7 @@
 namespace qx::files {
 
 inline constexpr std::size_t kMostOfModel = 1U << 20U;
+inline constexpr std::size_t kMostOfCaptions = 1U << 20U;
 inline constexpr std::size_t kMostOfDocument = 4U << 20U;
 inline constexpr std::size_t kMostOfPreferences = 4U << 20U;
 inline constexpr std::size_t kMostOfProgram = 16U << 20U; // of a keyboard

@@ -115,7 +115,8 @@ std::vector<Setting> Configuration::List(const std::vector<Section*>& sections,
                                          Listed listed) const {
     std::vector<Setting> settings;
     for (Section* section : sections) {
-        FieldLister lister(NameOf(section->Info()), m_layout, settings, listed);
+        FieldLister lister(NameOf(section->Info()), m_layout, settings, listed, nullptr,
+                           &m_captions);
         section->Visit(lister);
     }
     return settings;
@@ -125,7 +126,7 @@ std::vector<Setting> Configuration::List(const Section& section,
                                          const std::set<std::string>& places, Listed listed) const {
     std::vector<Setting> settings;
     Section* own = Find(section.Info().key);
-    FieldLister lister(NameOf(own->Info()), m_layout, settings, listed, &places);
+    FieldLister lister(NameOf(own->Info()), m_layout, settings, listed, &places, &m_captions);
     own->Visit(lister);
     return settings;
 }

@@ -48,6 +48,10 @@ public:
     [[nodiscard]] std::vector<Snapshot> TakeAll() const;
     void RestoreAll(const std::vector<Snapshot>& all);
 
+    // The names of options in the lists below; none at first.
+    void SetCaptions(OptionCaptions captions) { m_captions = std::move(captions); }
+    [[nodiscard]] const OptionCaptions& Captions() const { return m_captions; }
+
     // A document of these sections that Read accepts.
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections) const;
     [[nodiscard]] ConfigurationDocument Write(const std::vector<Section*>& sections,
@@ -66,6 +70,7 @@ private:
 
     QXKeyboardLayoutData* m_layout;
     std::vector<std::unique_ptr<Section>> m_sections;
+    OptionCaptions m_captions;
 };
 
 // Removes the sections from `wanted` that the keyboard does not have, and returns a document fault

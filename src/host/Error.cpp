@@ -71,6 +71,7 @@ constexpr CauseRow kCauses[] = {
     {Cause::LoadNotRecorded, "load-not-recorded", ErrorKind::FileFailed},
     {Cause::EntryNotEnded, "entry-not-ended", ErrorKind::FileFailed},
     {Cause::NoReceipt, "no-receipt", ErrorKind::FileFailed},
+    {Cause::CaptionsUnusable, "captions-unusable", ErrorKind::FileFailed},
     {Cause::NotACodePage, "not-a-code-page", ErrorKind::FileFailed},
     {Cause::NameNotForDriver, "name-not-for-driver", ErrorKind::FileFailed},
     {Cause::PreferencesNotStored, "preferences-not-stored", ErrorKind::FileFailed},

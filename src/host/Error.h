@@ -104,6 +104,7 @@ enum class Cause {
     LoadNotRecorded,        // the same of a file that was loaded into the keyboard
     EntryNotEnded,          // the record of the write as interrupted is left. related: why
     NoReceipt,              // related: why
+    CaptionsUnusable,       // the file with names of options, which is skipped. faults
     NotACodePage,           // count: its bytes; expected: those that are needed
     NameNotForDriver,       // the driver's character set does not have all of its letters
     PreferencesNotStored,   // problem

@@ -203,6 +203,8 @@ std::string CauseText(const Error& error) {
         return WithRelated("the record of it as interrupted is left", error);
     case Cause::NoReceipt:
         return WithRelated("there is no receipt", error);
+    case Cause::CaptionsUnusable:
+        return WithFaults("the names of options in " + file + " are not used", error);
     case Cause::NotACodePage:
         return file + " is not a code page: it has " + std::to_string(error.count) +
                " bytes, and " + std::to_string(error.expected) + " are needed";

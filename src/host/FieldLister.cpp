@@ -41,8 +41,8 @@ std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id
 
 FieldLister::FieldLister(SettingName section, const QXKeyboardLayoutData* layout,
                          std::vector<Setting>& settings, Listed listed,
-                         const std::set<std::string>* only)
-    : m_layout(layout), m_listed(listed), m_only(only), m_settings(settings),
+                         const std::set<std::string>* only, const OptionCaptions* captions)
+    : m_layout(layout), m_listed(listed), m_only(only), m_captions(captions), m_settings(settings),
       m_place("/" + std::string(section.section)), m_name(std::move(section)) {}
 
 // Whether the setting is listed, given that it is usually listed or not.
@@ -140,6 +140,8 @@ void FieldLister::Array(const Field& field, std::size_t count, Integer nFirst,
             const std::string index = std::to_string(i);
             m_element = NamePart{field.key, field.label,
                                  std::to_string(i + static_cast<std::size_t>(nFirst))};
+            if (m_captions != nullptr)
+                m_element->caption = m_captions->Find(m_place + "/" + index);
             element({index, field.label}, i);
             m_element.reset();
         }

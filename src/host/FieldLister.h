@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/FieldVisitor.h"
+#include "host/OptionCaptions.h"
 #include "host/SettingName.h"
 #include "qxcontrols/keys/SequenceText.h"
 
@@ -30,10 +31,11 @@ class FieldLister : public FieldVisitor {
 public:
     // Lists the settings of the section with this name. Sequences and keys are shown with the
     // labels of `layout`, or by their codes where it is null. With `only`, lists the settings at
-    // these places alone; they stay alive as long as the lister.
+    // these places alone; they stay alive as long as the lister, and so do the captions.
     FieldLister(SettingName section, const QXKeyboardLayoutData* layout,
                 std::vector<Setting>& settings, Listed listed = Listed::Usual,
-                const std::set<std::string>* only = nullptr);
+                const std::set<std::string>* only = nullptr,
+                const OptionCaptions* captions = nullptr);
 
     bool Flag(const Field& field, bool fValue) override;
     Integer Number(const Field& field, Integer nValue, Integer nMin, Integer nMax) override;
@@ -58,6 +60,7 @@ private:
     std::optional<SequenceWriter> m_writer; // made for the first sequence
     Listed m_listed;
     const std::set<std::string>* m_only;
+    const OptionCaptions* m_captions;
     std::vector<Setting>& m_settings;
     std::string m_place;
     SettingName m_name;

@@ -20,12 +20,16 @@ SettingName NameOf(const SectionInfo& section) {
     return {section.key, section.title, {}};
 }
 
-std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf) {
+std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf,
+                                 std::string_view language) {
     std::vector<std::string> steps;
     for (std::size_t i = 0; i < name.parts.size(); ++i) {
         const NamePart& part = name.parts[i];
-        std::string step = part.label.empty() ? std::string() : wordOf(part);
-        AddWord(step, part.number);
+        std::string step = part.caption.In(language);
+        if (step.empty()) {
+            step = part.label.empty() ? std::string() : wordOf(part);
+            AddWord(step, part.number);
+        }
         if (step.empty())
             continue;
         if (i > 0 && i < name.elementParts)
@@ -37,7 +41,8 @@ std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf
 }
 
 std::vector<std::string> StepsOf(const SettingName& name) {
-    return StepsOf(name, [](const NamePart& part) { return std::string(part.label); });
+    return StepsOf(
+        name, [](const NamePart& part) { return std::string(part.label); }, "en");
 }
 
 std::string JoinedSteps(const std::vector<std::string>& steps) {

@@ -14,12 +14,25 @@ namespace qx::host {
 
 struct SectionInfo;
 
+// A name given to an option by its vendor, in the languages of the programs.
+struct OptionCaption {
+    std::string english; // empty: it has no name
+    std::string german;  // empty: as in English
+
+    bool operator==(const OptionCaption&) const = default;
+    // In the language with this code, "de".
+    [[nodiscard]] const std::string& In(std::string_view language) const {
+        return language == "de" && !german.empty() ? german : english;
+    }
+};
+
 // A part of the way to a setting: "Track 2", "Layer 3", "F4", "Prefix".
 struct NamePart {
     std::string_view key; // of the member of a document; a constant
     std::string_view
         label;          // in English, a constant; empty where the number or the rest says it all
     std::string number; // "2", "F4", "30 (A)"; empty for what there is only one of
+    OptionCaption caption = {}; // replaces both
 
     bool operator==(const NamePart&) const = default;
 };
@@ -55,7 +68,8 @@ struct SettingValue {
 // The steps on the way from the section to the setting, "Layer 3 F4", "Description". The element of
 // a list is one step, and the first. `wordOf` gives the word of a part that has one.
 using PartWord = std::function<std::string(const NamePart&)>;
-[[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf);
+[[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf,
+                                               std::string_view language);
 // In English.
 [[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name);
 

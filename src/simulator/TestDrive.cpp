@@ -22,13 +22,6 @@ namespace {
 
 static_assert(std::tuple_size_v<Card> == kMagneticTracks);
 
-constexpr KeyboardModuleIDs kFreeKeyModules[] = {
-    MODULE_FREEPROGRAMMABLE_KEYS,
-    MODULE_FUNCKEYS_X1_4610,
-    MODULE_FUNCKEYS_X1_4620,
-    MODULE_FUNCKEYS_X1_4630,
-};
-
 // The option that enables a symbology: every symbology has it, and some have no other.
 constexpr Integer kSymbologyOption = 0;
 

@@ -87,6 +87,16 @@ TEST(Documents, ABackupIsOpenedAsACopy) {
     desk.Page("backups");
     auto* list = desk.Find<QTreeWidget>("backups");
     list->setCurrentItem(list->topLevelItem(0));
+    // It is compared with the document before anything is done with it.
+    auto* changes = desk.Find<QTreeWidget>("backupChanges");
+    ASSERT_EQ(changes->topLevelItemCount(), 1);
+    EXPECT_EQ(changes->topLevelItem(0)->text(1), QStringLiteral("9"));
+    EXPECT_EQ(changes->topLevelItem(0)->text(2), QStringLiteral("6"));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return list->topLevelItem(0)->text(4) == QStringLiteral("1"); }));
+    desk.UndoAll();
+    EXPECT_EQ(changes->topLevelItemCount(), 0) << "the document is what it was then";
+    desk.workbench.Redo();
     desk.Click("openBackup");
     EXPECT_TRUE(desk.workbench.File().empty()) << "an edit must not change the backup";
     EXPECT_TRUE(desk.workbench.IsModified());

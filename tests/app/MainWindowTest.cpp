@@ -1,6 +1,8 @@
 // The window as a whole, from the first click to the bytes in the keyboard's memory.
 #include "Desk.h"
+
 #include "app/SheetMenu.h"
+#include "app/TestDrivePage.h"
 #include "files/Files.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
@@ -8,6 +10,7 @@
 #include "qxcontrols/readers/QXBarcode.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QCommandLinkButton>
 #include <QFormLayout>
 #include <QLineEdit>
@@ -16,6 +19,8 @@
 #include <QPrinter>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTableWidget>
 
 #include <fstream>
@@ -127,40 +132,6 @@ TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSetti
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
     EXPECT_NE(desk.Document().find("\"pos\""), std::string::npos);
-}
-
-TEST(MainWindow, QuickFindLeadsToSettingsKeysAndProgrammedTexts) {
-    Desk desk;
-    const auto find = [&](const char* words) {
-        auto* field = desk.Find<QLineEdit>("quickFind");
-        field->setFocus();
-        QTest::keyClicks(field, QString::fromLatin1(words));
-        QTest::keyClick(field, Qt::Key_Return);
-    };
-    find("code 39 shortest");
-    EXPECT_EQ(QApplication::focusWidget(), desk.Find<QSpinBox>("Code39.minSize"));
-    find("free keys key 80");
-    EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 80);
-    find("pos keys key 10");
-    EXPECT_TRUE(desk.Find<QWidget>("posDisplay")->isVisible());
-    find("f24");
-    EXPECT_EQ(desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").CurrentKey(), 23);
-    find("font size");
-    EXPECT_TRUE(desk.Find<QWidget>("KeyFontSize")->isVisible());
-
-    // All words must match; entries that begin with them come first.
-    auto* field = desk.Find<QLineEdit>("quickFind");
-    const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
-    field->setFocus();
-    field->clear();
-    QTest::keyClicks(field, QStringLiteral("code 39 nowhere"));
-    ASSERT_EQ(found->count(), 1);
-    EXPECT_EQ(found->item(0)->text(), QStringLiteral("Nothing found"));
-    field->clear();
-    QTest::keyClicks(field, QStringLiteral("key"));
-    ASSERT_GT(found->count(), 1);
-    EXPECT_TRUE(found->item(0)->text().startsWith(QStringLiteral("key"), Qt::CaseInsensitive))
-        << found->item(0)->text().toStdString();
 }
 
 TEST(MainWindow, TheOverviewSummarizesTheModulesAndLeadsToThem) {
@@ -300,12 +271,38 @@ TEST(MainWindow, ExportsAndPrintsAKeySheet) {
     EXPECT_EQ(files::ReadFile(desk.folder / "paper.pdf").substr(0, 5), "%PDF-");
 }
 
-TEST(MainWindow, TestDriveUsesTheKeyboardsMemory) {
+TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     Desk desk;
+    const std::string held = desk.Held();
+    desk.Edit("freeProgKeys", 75); // sends A
+    desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Layer(2).GetKey(23).SetKeyString(" 31");
+    desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").SetDataChanged(true);
+    desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").AdjustControls();
     desk.Page("testDrive");
-    desk.ClickKey("testDriveKeys", 31);
-    EXPECT_TRUE(
-        desk.Find<QPlainTextEdit>("received")->toPlainText().contains(QStringLiteral("A ^A")));
+    const auto received = [&] { return desk.Find<QPlainTextEdit>("received")->toPlainText(); };
+    const QString programmed = QStringLiteral("free key 75");
+    EXPECT_TRUE(desk.IsShownProgrammed("testDriveKeys", 75));
+    desk.ClickKey("testDriveKeys", 75);
+    EXPECT_EQ(received().count(programmed), 1) << received().toStdString();
+    EXPECT_TRUE(received().contains(QStringLiteral("A ^A")));
+    desk.Click("tryKeyboard");
+    EXPECT_FALSE(desk.IsShownProgrammed("testDriveKeys", 75));
+    desk.ClickKey("testDriveKeys", 75);
+    EXPECT_TRUE(received().contains(QStringLiteral("ordinary key 75")));
+    EXPECT_EQ(received().count(programmed), 1) << "what was tried before stays in the log";
+
+    desk.Click("tryDocument");
+    desk.window->findChild<app::TestDrivePage*>()->findChild<QTabWidget*>()->setCurrentIndex(1);
+    desk.Find<QTabBar>("testLayers")->setCurrentIndex(2);
+    EXPECT_TRUE(desk.IsShownProgrammed("testFunctionKeys", 23));
+    EXPECT_FALSE(desk.IsShownProgrammed("testFunctionKeys", 22));
+    desk.ClickKey("testFunctionKeys", 23);
+    EXPECT_TRUE(received().contains(QStringLiteral("layer 2 F24: A")));
+    desk.Click("copyLog");
+    EXPECT_EQ(QApplication::clipboard()->text(), received());
+    desk.Click("clearLog");
+    EXPECT_TRUE(received().isEmpty());
+    EXPECT_EQ(desk.Held(), held) << "trying must not write";
 }
 
 TEST(MainWindow, FitsASmallScreenAndScrolls) {

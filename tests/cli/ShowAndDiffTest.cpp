@@ -55,6 +55,30 @@ TEST(ShowAndDiff, ShowNamesKeysByTheirCaptions) {
               std::string::npos);
 }
 
+// Captions files name the options of the keyboard at hand, and of a document's keyboard.
+TEST(ShowAndDiff, OptionsHaveTheNamesOfCaptionsFiles) {
+    CommandLine keyboard;
+    const std::string document = keyboard.Done({"upload"});
+    std::filesystem::create_directories(keyboard.folder / "data" / "captions");
+    keyboard.Write("data/captions/names.json", R"({"format": "qx-captions", "version": 1,
+        "keyboards": [{"name": "QX-POS-FULL"}],
+        "barcode": {"Code39": {"1": {"en": "Check digit", "de": "Prüfziffer"}}}})");
+    const std::string bad = keyboard.Write("data/captions/bad.json", "{}");
+    const Outcome shown = keyboard.Run({"show", "barcode"});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_NE(shown.out.find("Code 39 › Check digit "), std::string::npos) << shown.out;
+    EXPECT_NE(shown.out.find("Code 39 › Option 2 "), std::string::npos) << shown.out;
+    EXPECT_NE(shown.err.find(bad), std::string::npos) << "the file that is skipped: " << shown.err;
+
+    Json changed = Json::parse(document);
+    changed["barcode"]["pages"]["Code39"]["flags"][1] = true;
+    const std::string one = keyboard.Write("one.json", document);
+    const std::string other = keyboard.Write("other.json", changed.dump());
+    const std::string line = "Barcode reader › Code 39 › Check digit: off → on\n";
+    EXPECT_EQ(keyboard.Run({"diff", other}).out, line);
+    EXPECT_EQ(keyboard.Run({"diff", one, other}).out, line);
+}
+
 TEST(ShowAndDiff, DiffListsAMissingSectionOnce) {
     CommandLine keyboard;
     const Json full = Json::parse(keyboard.Done({"upload"}));

@@ -1,6 +1,7 @@
 #include "app/EditRequests.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
+#include "host/OptionCaptions.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/TrackSlots.h"
@@ -49,6 +50,8 @@ class BarcodeFace : public FaceOf<QXBarcode> {
     Q_DECLARE_TR_FUNCTIONS(BarcodeFace)
 public:
     using FaceOf::FaceOf;
+
+    void NameOptions(const host::OptionCaptions& captions) override { m_captions = captions; }
 
     void Translate() override {
         for (std::size_t i = 0; i < kOptionsInUse.size(); ++i)
@@ -131,18 +134,28 @@ private:
         BarcodeOptionPage& page = Control().BitPage(ePage);
         page.SetOptionNum(kOptionsInUse[index]);
         for (Integer option = 0; option < kOptionsInUse[index]; ++option) {
-            const QString name =
-                WordOf(kBarcode, "flags") + QLatin1Char(' ') + QString::number(option);
-            const QString caption = !HasBarcodeConfigBit(ePage, option)
-                                        ? tr("%1 (not kept by the keyboard)").arg(name)
-                                    : option == 0 && ePage != BP_CommonSettings
-                                        ? tr("%1 (reads this kind of code)").arg(name)
-                                        : name;
+            const QString own = OwnName(index, option);
+            const QString name = !own.isEmpty() ? own
+                                                : WordOf(kBarcode, "flags") + QLatin1Char(' ') +
+                                                      QString::number(option);
+            const bool isSwitch = option == 0 && ePage != BP_CommonSettings;
+            const QString caption =
+                !HasBarcodeConfigBit(ePage, option) ? tr("%1 (not kept by the keyboard)").arg(name)
+                : isSwitch && own.isEmpty()         ? tr("%1 (reads this kind of code)").arg(name)
+                                                    : name;
             page.Flag(option).SetCaption(caption.toStdString());
         }
         Control().SetListEntry(ePage, WordOf(kBarcode, kBarcodePageNames[index]).toStdString());
     }
 
+    // The vendor's name for an option; empty if it has none.
+    [[nodiscard]] QString OwnName(std::size_t page, Integer option) const {
+        const std::string place = "/barcode/pages/" + std::string(kBarcodePageNames[page]) +
+                                  "/flags/" + std::to_string(option);
+        return QString::fromStdString(m_captions.Find(place).In(LanguageCode()));
+    }
+
+    host::OptionCaptions m_captions;
     QPointer<views::BarcodeEditor> m_view;
 };
 

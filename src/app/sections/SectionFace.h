@@ -23,8 +23,9 @@ namespace qx {
 class QXProgSettings;
 }
 namespace qx::host {
+class OptionCaptions;
 class Session;
-}
+} // namespace qx::host
 
 namespace qx::app {
 
@@ -40,6 +41,8 @@ public:
     SectionFace(const SectionFace&) = delete;
     SectionFace& operator=(const SectionFace&) = delete;
 
+    // The keyboard's options have these names from the next Translate on.
+    virtual void NameOptions(const host::OptionCaptions& /*captions*/) {}
     // Gives the control its texts in the present language.
     virtual void Translate() = 0;
     [[nodiscard]] virtual QWidget* MakeView() = 0;

@@ -22,8 +22,10 @@ SectionFace& SectionFaces::Of(std::string_view key) const {
 }
 
 void SectionFaces::Translate() {
-    for (const Named& each : m_faces)
+    for (const Named& each : m_faces) {
+        each.face->NameOptions(m_configuration.Captions());
         each.face->Translate();
+    }
     for (const auto& section : m_configuration.Sections()) {
         section->Control().Translate();
         section->Control().AdjustControls();

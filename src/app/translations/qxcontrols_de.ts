@@ -38,6 +38,61 @@
         <source>The backups could not be listed.</source>
         <translation>Die Sicherungen konnten nicht aufgelistet werden.</translation>
     </message>
+    <message>
+        <source>Unit</source>
+        <translation>Einheit</translation>
+    </message>
+    <message>
+        <source>Written after it</source>
+        <translation>Danach geschrieben</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
+    </message>
+    <message>
+        <source>Setting</source>
+        <translation>Einstellung</translation>
+    </message>
+    <message>
+        <source>In the document</source>
+        <translation>Im Dokument</translation>
+    </message>
+    <message>
+        <source>In the backup</source>
+        <translation>In der Sicherung</translation>
+    </message>
+    <message>
+        <source>The document that was written next</source>
+        <translation>Das Dokument, das danach geschrieben wurde</translation>
+    </message>
+    <message>
+        <source>How many settings of the backup differ from the document</source>
+        <translation>Wie viele Einstellungen der Sicherung vom Dokument abweichen</translation>
+    </message>
+    <message>
+        <source>damaged</source>
+        <translation>beschädigt</translation>
+    </message>
+    <message>
+        <source>Choose a backup to see its changes.</source>
+        <translation>Wählen Sie eine Sicherung, um ihre Änderungen zu sehen.</translation>
+    </message>
+    <message>
+        <source>The backup has the same settings as the document.</source>
+        <translation>Die Sicherung hat dieselben Einstellungen wie das Dokument.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n setting(s) of the backup differ from the document.</source>
+        <translation>
+            <numerusform>%n Einstellung der Sicherung weicht vom Dokument ab.</numerusform>
+            <numerusform>%n Einstellungen der Sicherung weichen vom Dokument ab.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The backup cannot be compared.</source>
+        <translation>Die Sicherung lässt sich nicht vergleichen.</translation>
+    </message>
 </context>
 <context>
     <name>BarcodeEditor</name>
@@ -952,6 +1007,10 @@
     <message>
         <source>The document has placeholders instead of values. Replace them in a text editor, and open it again.</source>
         <translation>Das Dokument enthält Platzhalter statt Werten. Ersetzen Sie sie in einem Texteditor, und öffnen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>The names of options in %1 are not used: %2</source>
+        <translation>Die Namen von Optionen in %1 werden nicht verwendet: %2</translation>
     </message>
 </context>
 <context>
@@ -2717,6 +2776,22 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <source>Nothing found</source>
         <translation>Nichts gefunden</translation>
     </message>
+    <message>
+        <source>Actions</source>
+        <translation>Aktionen</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
 </context>
 <context>
     <name>ReviewSheet</name>
@@ -3553,20 +3628,8 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>&amp;Karte</translation>
     </message>
     <message>
-        <source>The PC re&amp;ceives</source>
-        <translation>Der PC &amp;empfängt</translation>
-    </message>
-    <message>
-        <source>Keys of the simulated keyboard</source>
-        <translation>Tasten der simulierten Tastatur</translation>
-    </message>
-    <message>
         <source>Pressed and released key %1</source>
         <translation>Taste %1 gedrückt und losgelassen</translation>
-    </message>
-    <message>
-        <source>&amp;Press</source>
-        <translation>Drü&amp;cken</translation>
     </message>
     <message>
         <source>Pressed layer %1 %2</source>
@@ -3575,10 +3638,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>&amp;Layer</source>
         <translation>Ebe&amp;ne</translation>
-    </message>
-    <message>
-        <source>F&amp;unction key</source>
-        <translation>F&amp;unktionstaste</translation>
     </message>
     <message>
         <source>no data</source>
@@ -3617,14 +3676,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Lese&amp;r</translation>
     </message>
     <message>
-        <source>The simulated keyboard answers from its memory: write the document to it first to try new settings.</source>
-        <translation>Die simulierte Tastatur antwortet aus ihrem Speicher: Schreiben Sie das Dokument zuerst hinein, um neue Einstellungen auszuprobieren.</translation>
-    </message>
-    <message>
-        <source>Testing needs the simulated keyboard; choose it in the menu Keyboard.</source>
-        <translation>Ausprobieren lässt sich nur die simulierte Tastatur; wählen Sie sie im Menü „Tastatur“.</translation>
-    </message>
-    <message>
         <source>Key %1</source>
         <translation>Taste %1</translation>
     </message>
@@ -3639,6 +3690,66 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>&amp;Barcode</source>
         <translation>Barc&amp;ode</translation>
+    </message>
+    <message>
+        <source>%1, programmed: %2</source>
+        <translation>%1, programmiert: %2</translation>
+    </message>
+    <message>
+        <source>Try</source>
+        <translation>Ausprobieren:</translation>
+    </message>
+    <message>
+        <source>the document, &amp;not yet written</source>
+        <translation>das Dokument, noch n&amp;icht geschrieben</translation>
+    </message>
+    <message>
+        <source>what the keyboard h&amp;olds</source>
+        <translation>&amp;was die Tastatur enthält</translation>
+    </message>
+    <message>
+        <source>The PC recei&amp;ves</source>
+        <translation>Der PC &amp;empfängt</translation>
+    </message>
+    <message>
+        <source>Co&amp;py</source>
+        <translation>Ko&amp;pieren</translation>
+    </message>
+    <message>
+        <source>Copies the whole log</source>
+        <translation>Kopiert das ganze Protokoll</translation>
+    </message>
+    <message>
+        <source>&amp;Clear</source>
+        <translation>Lös&amp;chen</translation>
+    </message>
+    <message>
+        <source>Empties the log</source>
+        <translation>Leert das Protokoll</translation>
+    </message>
+    <message>
+        <source>Keys of the keyboard</source>
+        <translation>Tasten der Tastatur</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Function keys</source>
+        <translation>Funktionstasten</translation>
+    </message>
+    <message>
+        <source>Press keys, swipe cards and scan codes on a copy of the keyboard. It follows the rules of the simulated keyboard; the keyboard itself is only read.</source>
+        <translation>Drücken Sie Tasten, ziehen Sie Karten durch und lesen Sie Codes an einer Kopie der Tastatur. Sie folgt den Regeln der simulierten Tastatur; die Tastatur selbst wird nur gelesen.</translation>
+    </message>
+    <message>
+        <source>Testing needs a keyboard. The simulated one is in the menu Keyboard.</source>
+        <translation>Zum Ausprobieren ist eine Tastatur nötig. Die simulierte finden Sie im Menü „Tastatur“.</translation>
+    </message>
+    <message>
+        <source>The keyboard could not be copied.</source>
+        <translation>Die Tastatur konnte nicht kopiert werden.</translation>
     </message>
 </context>
 <context>
@@ -3750,6 +3861,13 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>%1 accepts %2 to %3 characters; the code has %4.</source>
         <translation>%1 nimmt %2 bis %3 Zeichen an; der Code hat %4.</translation>
+    </message>
+</context>
+<context>
+    <name>TestedKeyboard</name>
+    <message>
+        <source>Reading the keyboard…</source>
+        <translation>Tastatur wird gelesen …</translation>
     </message>
 </context>
 <context>
@@ -3946,8 +4064,8 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>%1 (fehlt)</translation>
     </message>
     <message>
-        <source>page</source>
-        <translation>Seite</translation>
+        <source>selected keys</source>
+        <translation>ausgewählte Tasten</translation>
     </message>
 </context>
 <context>

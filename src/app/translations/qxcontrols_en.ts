@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>BackupsPage</name>
+    <message numerus="yes">
+        <source>%n setting(s) of the backup differ from the document.</source>
+        <translation>
+            <numerusform>%n setting of the backup differs from the document.</numerusform>
+            <numerusform>%n settings of the backup differ from the document.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>BarcodeFace</name>
     <message numerus="yes">
         <source>Reads %n kind(s) of code</source>

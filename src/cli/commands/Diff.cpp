@@ -41,6 +41,7 @@ Side SideOf(Context& context, const host::ConfigurationDocument& document,
             host::Variables& variables) {
     const auto configuration = context.NewConfiguration();
     const auto sections = ReadDocument(*configuration, document, variables);
+    context.NameOptions(*configuration, document);
     return SideOf(document.Name(), *configuration, sections);
 }
 

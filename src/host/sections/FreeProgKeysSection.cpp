@@ -9,19 +9,16 @@ namespace qx::host {
 
 namespace {
 
-// The modules with free programmable keys, each a separate section.
-constexpr Area kAreas[][1] = {
-    {{MODULE_FREEPROGRAMMABLE_KEYS, 0, kFreeProgKeySlotSize}},
-    {{MODULE_FUNCKEYS_X1_4610, 0, kFreeProgKeySlotSize}},
-    {{MODULE_FUNCKEYS_X1_4620, 0, kFreeProgKeySlotSize}},
-    {{MODULE_FUNCKEYS_X1_4630, 0, kFreeProgKeySlotSize}},
-};
+// Each of the modules is a separate section.
+template <std::size_t Index>
+constexpr Area kAreas[] = {{kFreeKeyModules[Index], 0, kFreeProgKeySlotSize}};
 constexpr SectionInfo kInfos[] = {
-    {"freeProgKeys", "Free keys", kAreas[0]},
-    {"funcKeys4610", "Function keys 4610", kAreas[1]},
-    {"funcKeys4620", "Function keys 4620", kAreas[2]},
-    {"funcKeys4630", "Function keys 4630", kAreas[3]},
+    {"freeProgKeys", "Free keys", kAreas<0>},
+    {"funcKeys4610", "Function keys 4610", kAreas<1>},
+    {"funcKeys4620", "Function keys 4620", kAreas<2>},
+    {"funcKeys4630", "Function keys 4630", kAreas<3>},
 };
+static_assert(std::size(kInfos) == std::size(kFreeKeyModules));
 
 class FreeProgKeysSection : public SectionOf<QXFreeProgKeys> {
 public:

@@ -10,11 +10,20 @@
 #include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/keys/KeyboardSequences.h"
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace qx {
+
+// The modules with such a block.
+inline constexpr std::array<KeyboardModuleIDs, 4> kFreeKeyModules = {
+    MODULE_FREEPROGRAMMABLE_KEYS,
+    MODULE_FUNCKEYS_X1_4610,
+    MODULE_FUNCKEYS_X1_4620,
+    MODULE_FUNCKEYS_X1_4630,
+};
 
 // The ids of the participating keys, in the order of the module's block.
 [[nodiscard]] std::vector<Integer> StoredFreeProgKeys(const KeyboardSequences& sequences,
