@@ -41,11 +41,13 @@ QTreeWidget* MakeTable(const char* name, const QString& title, const QStringList
     return table;
 }
 
+// To their contents, within limits; a heading always has room.
 void FitColumns(QTreeWidget& table, int most) {
     for (int column = 0; column < table.columnCount() - 1; ++column) {
         table.resizeColumnToContents(column);
+        const int wanted = std::min(table.header()->sectionSize(column) + kGap, most);
         table.header()->resizeSection(column,
-                                      std::min(table.header()->sectionSize(column) + kGap, most));
+                                      std::max(wanted, table.header()->sectionSizeHint(column)));
     }
 }
 
@@ -186,6 +188,7 @@ void BackupsPage::DescribeNext() {
 void BackupsPage::ShowPreview() {
     m_changes->clear();
     m_changes->setEnabled(Chosen() != nullptr);
+    FitColumns(*m_changes, width() / 2);
     if (Chosen() == nullptr)
         return m_summary->setText(m_backups.empty() ? QString()
                                                     : tr("Choose a backup to see its changes."));

@@ -3112,10 +3112,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
         <translation>Fügt nach jedem Text die Eingabetaste an.</translation>
     </message>
     <message>
-        <source>Finds pages, settings, keys and preferences by name.</source>
-        <translation>Findet Seiten, Einstellungen, Tasten und Voreinstellungen nach ihrem Namen.</translation>
-    </message>
-    <message>
         <source>The pages of this window; a number counts the programmed keys.</source>
         <translation>Die Seiten dieses Fensters; eine Zahl nennt die belegten Tasten.</translation>
     </message>
@@ -3126,18 +3122,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>The modules of the keyboard, and where each is in its memory.</source>
         <translation>Die Module der Tastatur und wo jedes in ihrem Speicher liegt.</translation>
-    </message>
-    <message>
-        <source>Click a key to press it on the simulated keyboard.</source>
-        <translation>Klicken Sie eine Taste an, um sie auf der simulierten Tastatur zu drücken.</translation>
-    </message>
-    <message>
-        <source>The layer of the function key to press.</source>
-        <translation>Die Ebene der Funktionstaste, die gedrückt werden soll.</translation>
-    </message>
-    <message>
-        <source>The function key to press.</source>
-        <translation>Die Funktionstaste, die gedrückt werden soll.</translation>
     </message>
     <message>
         <source>The data of this track on the card to swipe.</source>
@@ -3154,10 +3138,6 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>The reader that scans the code.</source>
         <translation>Der Leser, der den Code liest.</translation>
-    </message>
-    <message>
-        <source>What the PC receives, in order.</source>
-        <translation>Was der PC empfängt, der Reihe nach.</translation>
     </message>
     <message>
         <source>Asks at the start what to begin with.</source>
@@ -3262,6 +3242,38 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message>
         <source>Records the keys that are pressed on this PC&apos;s keyboard. Pause stops it.</source>
         <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Pause beendet die Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Finds actions, pages, keys, settings and preferences by name.</source>
+        <translation>Findet Aktionen, Seiten, Tasten, Einstellungen und Voreinstellungen nach Namen.</translation>
+    </message>
+    <message>
+        <source>The settings of the chosen backup that differ from the document.</source>
+        <translation>Die Einstellungen der gewählten Sicherung, die vom Dokument abweichen.</translation>
+    </message>
+    <message>
+        <source>Click a key to press it on the copy of the keyboard.</source>
+        <translation>Klicken Sie auf eine Taste, um sie an der Kopie der Tastatur zu drücken.</translation>
+    </message>
+    <message>
+        <source>The copy has what the keyboard would hold after writing the document.</source>
+        <translation>Die Kopie enthält, was die Tastatur nach dem Schreiben des Dokuments enthielte.</translation>
+    </message>
+    <message>
+        <source>The copy has what the keyboard holds now.</source>
+        <translation>Die Kopie enthält, was die Tastatur jetzt enthält.</translation>
+    </message>
+    <message>
+        <source>The layer of the function keys below.</source>
+        <translation>Die Ebene der Funktionstasten darunter.</translation>
+    </message>
+    <message>
+        <source>Click a function key to press it in the layer shown.</source>
+        <translation>Klicken Sie auf eine Funktionstaste, um sie in der gezeigten Ebene zu drücken.</translation>
+    </message>
+    <message>
+        <source>What the PC has received, in order.</source>
+        <translation>Was der PC der Reihe nach empfangen hat.</translation>
     </message>
 </context>
 <context>
