@@ -98,6 +98,7 @@ public:
 };
 
 TEST_F(Writing, TheWindowIsPaintedBeforeTheDriverIsCalledAndWhileItReports) {
+    desk.workbench.Preferences().SetAutoTestdrive(false); // which would read the keyboard again
     auto* work = desk.window->findChild<QLabel*>(QStringLiteral("lblWork"));
     Painted painted(*work);
     QStringList begun;
