@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -100,6 +101,8 @@ QWidget* ReviewSheet::MakeWarnings(const std::vector<Remarks::Warning>& warnings
     auto* list = new QListWidget;
     list->setObjectName(QStringLiteral("warnings"));
     list->setWordWrap(true);
+    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    list->setIconSize({iconSize, iconSize});
     const QIcon icon = views::LineIcon(QStringLiteral("warning"));
     for (const Remarks::Warning& warning : warnings) {
         auto* item = new QListWidgetItem(icon, warning.text, list);
