@@ -1,9 +1,11 @@
 // A full repaint of the keyboard on a screen of 1920 by 1080: again unchanged, after picking
 // another key, and in another size; and a key that is selected in a window.
 
+#include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/QXLayoutDisplay.h"
 #include "views/KeyGrid.h"
+#include "views/QXFreeProgKeysView.h"
 #include "views/QXLayoutDisplayView.h"
 
 #include <QApplication>
@@ -73,24 +75,26 @@ BENCHMARK(Repaint)
     ->MeasureProcessCPUTime() // Qt fills areas with several threads
     ->Unit(benchmark::kMillisecond);
 
-// A click on another key, until the window shows it: the control, the caps made from it, and the
-// picture.
+// A click on another key of a page, until the window shows it: the control, the caps made from it,
+// and the picture.
 void Select(benchmark::State& state) {
     Keyboard keyboard;
     if (!keyboard.isOpened)
         state.SkipWithError("no layout");
-    QXLayoutDisplayView view(keyboard.display);
-    view.SetSequences([&](Integer key) { return &keyboard.sequences.Key(key); });
-    view.Grid()->SetSelects(true);
+    QXFreeProgKeys control;
+    control.SetLayoutSource(&keyboard.layout);
+    control.Sequences() = keyboard.sequences;
+    control.AdjustControls();
+    QXFreeProgKeysView view(control);
+    auto* grid = view.findChild<KeyGrid*>();
+    grid->SetSelects(true);
     view.resize(kScreen);
     view.show();
     QApplication::processEvents();
     int key = 75;
     for (auto _ : state) {
         key = key == 75 ? 90 : 75;
-        view.Grid()->Pick(key);
-        keyboard.display.SetCurrProgKey(static_cast<Integer>(key));
-        keyboard.display.ReloadKeysSettings(keyboard.sequences);
+        grid->Pick(key);
         QApplication::processEvents();
     }
 }

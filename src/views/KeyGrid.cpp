@@ -30,8 +30,8 @@ bool SamePlace(const KeyCap& a, const KeyCap& b) {
     return a.index == b.index && a.place == b.place;
 }
 
-// Whether the same texts are drawn on both caps, which are at the same place.
-bool SameTexts(const KeyCap& a, const KeyCap& b) {
+// Whether both caps, which are at the same place, look the same.
+bool SameLook(const KeyCap& a, const KeyCap& b) {
     return a.caption == b.caption && a.legend == b.legend && a.color == b.color &&
            a.state == b.state && a.isCurrent == b.isCurrent && a.isBold == b.isBold &&
            a.textScale == b.textScale && a.group == b.group;
@@ -60,17 +60,23 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
         m_focusKey = -1;
     m_selection.KeepTo(m_caps);
     if (std::equal(old.begin(), old.end(), m_caps.begin(), m_caps.end(), SamePlace)) {
-        for (std::size_t row = 0; row < m_drawn.size(); ++row)
-            if (!SameTexts(old[row], m_caps[row]))
-                m_drawn[row].isReady = false;
+        for (std::size_t row = 0; row < m_drawn.size(); ++row) {
+            if (SameLook(old[row], m_caps[row]))
+                continue;
+            m_drawn[row].isReady = false;
+            if (old[row].group == 0 && m_caps[row].group == 0)
+                UpdateKey(m_caps[row].index);
+            else // the line around a group goes beyond its keys
+                update();
+        }
     } else {
+        update();
         m_drawn.clear();
         if (const int row = Row(m_focusKey); row >= 0)
             m_goal = m_caps[static_cast<std::size_t>(row)].place.center();
         updateGeometry();
     }
     AnnounceKeysChanged(this, old);
-    update();
 }
 
 void KeyGrid::SetMarked(std::set<int> keys, const QString& meaning) {
@@ -93,7 +99,9 @@ QString KeyGrid::DescriptionOf(const KeyCap& cap) const {
 }
 
 void KeyGrid::SetPointSize(int points) {
-    m_pointSize = std::max(1, points);
+    const int wanted = std::max(1, points);
+    if (std::exchange(m_pointSize, wanted) == wanted)
+        return;
     m_drawn.clear();
     update();
 }
@@ -114,8 +122,9 @@ void KeyGrid::SetFocusKey(int index) {
     MoveFocus(index);
     if (!m_selects || m_selection.Has(m_focusKey))
         return;
+    UpdateSelected();
     m_selection.Only(m_focusKey);
-    update();
+    UpdateSelected();
     emit SelectionChanged();
 }
 
@@ -192,8 +201,14 @@ int KeyGrid::KeyAt(const QPoint& point) const {
 
 void KeyGrid::UpdateKey(int index) {
     const QRect rect = KeyRect(index);
-    if (!rect.isEmpty()) // with the focus ring around it
-        update(rect.adjusted(-8, -8, 8, 8));
+    const int around = rect.height() / 8 + 2; // the focus ring, or a tick
+    if (!rect.isEmpty())
+        update(rect.adjusted(-around, -around, around, around));
+}
+
+void KeyGrid::UpdateSelected() {
+    for (const int key : m_selection.Keys())
+        UpdateKey(key);
 }
 
 void KeyGrid::Hover(int index) {
@@ -266,10 +281,10 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
         rects.push_back(key.rect);
     PaintKeyGroups(painter, m_caps, rects, m_placing);
 
-    const QRectF dirty = event->rect();
+    const QRegion& dirty = event->region();
     for (std::size_t row = 0; row < m_caps.size(); ++row) {
         const Drawn& key = m_drawn[row];
-        if (!key.rect.intersects(dirty))
+        if (!dirty.intersects(key.rect.toAlignedRect()))
             continue;
         painter.drawPixmap(key.rect.topLeft(), BodyImage(m_caps[row], key.rect.size()));
         for (const KeyText& text : key.texts)

@@ -140,6 +140,7 @@ private:
     void PaintDrag(QPainter& painter);
     bool ShowToolTip(const QPoint& at, const QPoint& globalAt);
     void UpdateKey(int index);
+    void UpdateSelected();
     void Hover(int index);
 
     std::vector<KeyCap> m_caps;

@@ -134,8 +134,9 @@ void KeyGrid::ExtendTo(int index) {
 void KeyGrid::TakeSelection(KeySelection selection) {
     if (selection == m_selection)
         return;
+    UpdateSelected();
     m_selection = std::move(selection);
-    update();
+    UpdateSelected();
     AnnounceFocusKey(this); // its name and state are read out again
     emit SelectionChanged();
 }

@@ -6,12 +6,14 @@
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <set>
 #include <utility>
@@ -273,6 +275,55 @@ TEST_P(ShippedKeyboard, ArrowsReachEveryKeyFromEveryKey) {
 INSTANTIATE_TEST_SUITE_P(Views, ShippedKeyboard,
                          testing::Values("us.qxl", "uk.qxl", "german.qxl", "french.qxl",
                                          "spanish.qxl"));
+
+// Only a part of the grid is painted again after each change.
+TEST(KeyGridPainting, TheScreenShowsEveryChange) {
+    KeyGrid grid;
+    std::vector<KeyCap> caps = TwoRows();
+    grid.SetKeys(caps);
+    grid.SetSelects(true);
+    grid.resize(900, 600);
+    grid.show();
+    grid.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&grid));
+    grid.setFocus();
+    const std::vector<std::function<void()>> changes = {
+        [&] { grid.Pick(2); },
+        [&] { grid.clearFocus(); },
+        [&] { grid.setFocus(); },
+        [&] { grid.Reach(5); },
+        [&] {
+            grid.Select({1, 2, 5});
+        },
+        [&] {
+            grid.SetMarked({2, 3}, QStringLiteral("changed"));
+        },
+        [&] { grid.Select({3}); },
+        [&] { grid.SetMarked({}, QString()); },
+        [&] {
+            caps[3].state = KeyState::Programmed;
+            caps[2].isCurrent = true;
+            grid.SetKeys(caps);
+        },
+        [&] {
+            caps[0].group = caps[1].group = 7;
+            grid.SetKeys(caps);
+        },
+        [&] {
+            caps[1].group = 0;
+            grid.SetKeys(caps);
+        },
+        [&] { grid.SetPointSize(14); }};
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        const QImage before = grid.grab().toImage();
+        changes[i]();
+        QCoreApplication::processEvents();
+        const QImage screen = grid.screen()->grabWindow(grid.winId()).toImage();
+        const QImage whole = grid.grab().toImage().convertToFormat(screen.format());
+        EXPECT_EQ(screen, whole) << i;
+        EXPECT_NE(whole, before) << i;
+    }
+}
 
 } // namespace
 } // namespace qx::views
