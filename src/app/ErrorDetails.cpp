@@ -4,6 +4,8 @@
 #include "app/FaultWords.h"
 #include "app/LocalTime.h"
 #include "app/ProblemWords.h"
+#include "simulator/Status.h"
+#include "views/Bindings.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -12,12 +14,48 @@ namespace qx::app {
 
 namespace {
 
+using views::ToQt;
+
 struct Errors {
     Q_DECLARE_TR_FUNCTIONS(Errors)
 };
 
-QString ToQt(const std::string& text) {
-    return QString::fromStdString(text);
+// The driver's own words for a status; those of the simulated keyboard are translated.
+QString MeaningText(const host::FailedCall& call) {
+    using sim::Status;
+    if (call.meaning != sim::StatusText(call.status))
+        return ToQt(call.meaning);
+    switch (static_cast<Status>(call.status)) {
+    case Status::Ok:
+        return Errors::tr("success");
+    case Status::NotOpen:
+        return Errors::tr("the keyboard is not open");
+    case Status::KeyboardInUse:
+        return Errors::tr("the keyboard is being used by another program");
+    case Status::KeyboardInvalid:
+        return Errors::tr("not a keyboard file, or damaged");
+    case Status::FileFailed:
+        return Errors::tr("a file could not be read or written");
+    case Status::FileInvalid:
+        return Errors::tr("the file is not of the expected kind, or damaged");
+    case Status::OutsideMemory:
+        return Errors::tr("the address or the size exceeds the keyboard's memory");
+    case Status::NoSuchEntry:
+        return Errors::tr("the directory has no such entry");
+    case Status::TransferStopped:
+        return Errors::tr("the transfer was interrupted");
+    case Status::NoArgument:
+        return Errors::tr("a buffer or a file name is missing");
+    case Status::NotPositionMode:
+        return Errors::tr("the keyboard is not in position-programming mode");
+    case Status::NoSuchLayer:
+        return Errors::tr("the keyboard has no such layer");
+    case Status::ModelInvalid:
+        return Errors::tr("there is no such model, or it is invalid");
+    case Status::Busy:
+        return Errors::tr("the driver is busy with another call");
+    }
+    return {};
 }
 
 QString Hex(Long number) {
@@ -35,7 +73,7 @@ QString DetailsText(const host::Error& error) {
     if (error.call) {
         add(Errors::tr("Driver's function: %1"), ToQt(error.call->function));
         add(Errors::tr("Driver's status: %1"), QString::number(error.call->status));
-        add(Errors::tr("Driver's message: %1"), ToQt(error.call->meaning));
+        add(Errors::tr("Driver's message: %1"), MeaningText(*error.call));
     }
     if (error.problem.deed == files::Deed::None)
         add(Errors::tr("Driver's function: %1"), ToQt(error.problem.subject));
@@ -51,8 +89,8 @@ QString DetailsText(const host::Error& error) {
     for (const host::WriteName& write : error.writes)
         add(Errors::tr("Write: %1"), ToQt(write.id) + QStringLiteral(", ") + WriteText(write));
     add(Errors::tr("Backup: %1"), ToQt(error.backup));
-    if (error.Why() == host::Cause::LayoutUnusable)
-        add(Errors::tr("Layout check (in English): %1"), ToQt(error.reason));
+    if (error.Why() == host::Cause::LayoutUnusable && error.index > 0)
+        add(Errors::tr("Line: %1"), QString::number(error.index));
     add(QStringLiteral("%1"), ObstacleText(error.problem));
     add(Errors::tr("Reported by the system: %1"), ToQt(error.problem.system));
     for (const host::Fault& fault : error.faults)

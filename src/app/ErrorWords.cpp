@@ -4,6 +4,7 @@
 #include "app/FaultWords.h"
 #include "app/ProblemWords.h"
 #include "app/SettingWords.h"
+#include "views/Bindings.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -12,13 +13,11 @@ namespace qx::app {
 
 namespace {
 
+using views::ToQt;
+
 struct Errors {
     Q_DECLARE_TR_FUNCTIONS(Errors)
 };
-
-QString ToQt(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 QString KindOfFile(const std::string& key) {
     if (key == "rom")
@@ -166,8 +165,8 @@ QString CauseText(const host::Error& error) {
             .arg(error.place.address.value_or(0));
     case Cause::NamesUnreadable:
         return Errors::tr("The keyboard's names could not be read.");
-    case Cause::AbilitiesUnreadable:
-        return Errors::tr("The keyboard's abilities could not be read and count as absent.");
+    case Cause::CapabilitiesUnreadable:
+        return Errors::tr("The keyboard's capabilities could not be read and count as absent.");
     case Cause::FileUnusable:
         return UnusableFileText(error);
     case Cause::RecordDamaged:

@@ -130,7 +130,8 @@ QString Pattern(json::FaultKind kind) {
     case Kind::DamagedWhenSaved:
         return Faults::tr("was damaged in the keyboard when the backup was made");
     case Kind::SequenceText:
-        return Faults::tr("the sequence cannot be read as text");
+    case Kind::LayoutText:
+        return QStringLiteral("%1"); // see TextFault
     // Of batches, which the application has no part in.
     case Kind::NameTaken:
     case Kind::IdentifierTaken:
@@ -150,17 +151,96 @@ QString Pattern(json::FaultKind kind) {
     return {};
 }
 
-} // namespace
+QString Pattern(TextFaultKind kind) {
+    using Kind = TextFaultKind;
+    switch (kind) {
+    case Kind::SpaceOrPlusMissing:
+        return Faults::tr("character %1: a space or + is missing after %2");
+    case Kind::SpaceMissing:
+        return Faults::tr("character %1: a space is missing after %2");
+    case Kind::KeyAfterPlus:
+        return Faults::tr("character %1: a key is missing after +");
+    case Kind::NotACode:
+        return Faults::tr("character %1: %2 is not a code from 0 to 255");
+    case Kind::QuoteNotClosed:
+        return Faults::tr("character %1: the closing \" is missing");
+    case Kind::NoKeyCalled:
+        return Faults::tr("character %1: no key is called %2");
+    case Kind::NoKeyCalledBut:
+        return Faults::tr("character %1: no key is called %2; the nearest: %3");
+    case Kind::SeveralKeys:
+        return Faults::tr("character %1: %2 could be %3");
+    case Kind::NoKeyOfNumber:
+        return Faults::tr("character %1: no key has the number %2");
+    case Kind::KeyNotPressable:
+        return Faults::tr("character %1: %2, key %3, cannot be pressed through a sequence");
+    case Kind::NotARegularFile:
+        return Faults::tr("the file cannot be read: it is not a regular file");
+    case Kind::NotReadable:
+        return Faults::tr("the file cannot be read");
+    case Kind::LargerThan:
+        return Faults::tr("the file is larger than %1 MiB");
+    case Kind::FolderNotRead:
+        return Faults::tr("the folder cannot be read: %1");
+    case Kind::NoLanguage:
+        return Faults::tr("no layout for language %1 among %2 layout files");
+    case Kind::NotNumberText:
+        return Faults::tr("not NUMBER=TEXT");
+    case Kind::NotUtf8:
+        return Faults::tr("not UTF-8");
+    case Kind::HasControl:
+        return Faults::tr("a control character");
+    case Kind::NoSuchString:
+        return Faults::tr("a layout has no string %1; the last is %2");
+    case Kind::StringTwice:
+        return Faults::tr("string %1 is already in line %2");
+    case Kind::NotALanguageID:
+        return Faults::tr("\"%1\" is not a language id from 1 to 32767");
+    case Kind::NoKeys:
+        return Faults::tr("the layout has no keys");
+    case Kind::NoSeparator:
+        return Faults::tr("position code %1: no \"%2\" in (top,left,width,height)");
+    case Kind::NotANumber:
+        return Faults::tr("position code %1: \"%2\" is not a number");
+    case Kind::NumberOver16Bits:
+        return Faults::tr("position code %1: %2 exceeds 16 bits");
+    case Kind::SupportMissing:
+        return Faults::tr("position code %1: the support is missing");
+    case Kind::SupportInvalid:
+        return Faults::tr("position code %1: the support is \"%2\", not 0, 1 or 2");
+    case Kind::ColourMissing:
+        return Faults::tr("position code %1: the colour set is missing");
+    case Kind::ColourInvalid:
+        return Faults::tr("position code %1: the colour set is \"%2\", not 0, 1 or 2");
+    case Kind::RectangleMissing:
+        return Faults::tr("position code %1: the rectangle (top,left,width,height) is missing");
+    case Kind::RectangleInvisible:
+        return Faults::tr(
+            "position code %1: a key of %2 by %3 cannot be seen: more than 25 each way, or "
+            "0 by 0 for a key without a place");
+    case Kind::CaptionMissing:
+        return Faults::tr("position code %1: the key has no caption");
+    }
+    return {};
+}
 
-QString FaultText(const json::Fault& fault) {
-    const QString pattern = Pattern(fault.kind);
+QString Filled(const QString& pattern, const std::vector<std::string>& arguments) {
     QString text;
     for (qsizetype i = 0; i < pattern.size(); ++i)
         if (pattern[i] == u'%' && i + 1 < pattern.size())
             text += QString::fromStdString(
-                fault.arguments.at(static_cast<std::size_t>(pattern[++i].digitValue() - 1)));
+                arguments.at(static_cast<std::size_t>(pattern[++i].digitValue() - 1)));
         else
             text += pattern[i];
+    return text;
+}
+
+} // namespace
+
+QString FaultText(const json::Fault& fault) {
+    const auto inText = json::TextFaultOf(fault);
+    const QString text = inText ? Filled(Pattern(inText->kind), inText->arguments)
+                                : Filled(Pattern(fault.kind), fault.arguments);
     return fault.place.empty() ? text
                                : QString::fromStdString(fault.place) + QStringLiteral(": ") + text;
 }

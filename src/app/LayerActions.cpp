@@ -20,7 +20,7 @@ using views::ToQt;
 
 namespace {
 
-constexpr int kMostOfName = 32; // as in documents
+constexpr int kMostOfName = FuncKeyLayer::kNameLength;
 
 } // namespace
 

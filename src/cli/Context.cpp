@@ -310,7 +310,6 @@ int Context::Report(const Interrupted& interrupted) {
     if (options.json) {
         host::Json json =
             host::ToJson(host::Error(host::Cause::Stopped, {.holds = host::Holds::NotTouched}));
-        json["code"] = host::kInterruptedCode;
         json["message"] = message;
         JsonResult({{"error", std::move(json)}});
     }

@@ -1,5 +1,7 @@
 #include "files/Problem.h"
 
+#include "qxcontrols/common/Text.h"
+
 namespace qx::files {
 
 namespace {
@@ -28,13 +30,6 @@ std::string SubjectOf(const Problem& problem) {
     if (problem.deed == Deed::Start)
         return problem.subject.empty() ? "another program" : "the program " + problem.subject;
     return (problem.deed == Deed::Load ? "the library " : "") + problem.subject;
-}
-
-std::string Joined(const std::vector<std::string>& names, const char* between = ", ") {
-    std::string text;
-    for (const std::string& name : names)
-        text += (text.empty() ? "" : between) + name;
-    return text;
 }
 
 std::string Duration(std::int64_t milliseconds) {

@@ -61,7 +61,7 @@ constexpr CauseRow kCauses[] = {
     {Cause::EntriesUnreadable, "entries-unreadable", ErrorKind::TransferFailed},
     {Cause::AddressImpossible, "address-impossible", ErrorKind::TransferFailed},
     {Cause::NamesUnreadable, "names-unreadable", ErrorKind::TransferFailed},
-    {Cause::AbilitiesUnreadable, "abilities-unreadable", ErrorKind::TransferFailed},
+    {Cause::CapabilitiesUnreadable, "capabilities-unreadable", ErrorKind::TransferFailed},
     {Cause::FileUnusable, "file-unusable", ErrorKind::FileFailed},
     {Cause::RecordDamaged, "record-damaged", ErrorKind::FileFailed},
     {Cause::EntryDamaged, "entry-damaged", ErrorKind::FileFailed, Suggestion::MoveFileAway},

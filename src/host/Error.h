@@ -63,7 +63,7 @@ enum class Cause {
     ModelUnusable, // faults, or problem, or a call
 
     // LayoutInvalid
-    LayoutUnusable, // reason: of the control library
+    LayoutUnusable, // the file. faults; index: the line of the first, or 0
     NoSuchLayout,   // in the folder. name; names: those that are there
 
     // TransferFailed; the first ones have a call, or the problem for which the driver is gone
@@ -89,10 +89,10 @@ enum class Cause {
     UnitProcessEnded, // problem: how the process ended that programmed it
     Unforeseen,       // problem
     // Warnings of the start-up, which does without.
-    EntriesUnreadable,   // of the directory. count; index: of the first
-    AddressImpossible,   // in the directory. name: the module
-    NamesUnreadable,     // of the keyboard
-    AbilitiesUnreadable, // of the keyboard, which count as absent
+    EntriesUnreadable,      // of the directory. count; index: of the first
+    AddressImpossible,      // in the directory. name: the module
+    NamesUnreadable,        // of the keyboard
+    CapabilitiesUnreadable, // of the keyboard, which count as absent
 
     // FileFailed
     FileUnusable,           // problem

@@ -12,13 +12,6 @@ namespace qx::host {
 
 namespace {
 
-std::string Joined(const std::vector<std::string>& names, const char* between) {
-    std::string text;
-    for (const std::string& name : names)
-        text += (text.empty() ? "" : between) + name;
-    return text;
-}
-
 // Why an operation failed: the driver's call, a problem, or the text of a layer below.
 std::string WithReason(const std::string& what, const Error& error) {
     if (!error.reason.empty())
@@ -125,7 +118,9 @@ std::string CauseText(const Error& error) {
                        error),
             error);
     case Cause::LayoutUnusable:
-        return WithReason("the keyboard layout cannot be used", error);
+        return "the keyboard layout " + file + " cannot be used" +
+               (error.index > 0 ? ": line " + std::to_string(error.index) : "") + ": " +
+               json::ToText(error.faults);
     case Cause::NoSuchLayout:
         return "there is no keyboard layout " + name + "; the layouts in " + file +
                " are: " + (error.names.empty() ? "none" : Joined(error.names, ", "));
@@ -183,8 +178,9 @@ std::string CauseText(const Error& error) {
                std::to_string(error.place.address.value_or(0)) + ", which is not an address";
     case Cause::NamesUnreadable:
         return WithReason("the keyboard's names could not be read", error);
-    case Cause::AbilitiesUnreadable:
-        return WithReason("the keyboard's abilities could not be read, and count as absent", error);
+    case Cause::CapabilitiesUnreadable:
+        return WithReason("the keyboard's capabilities could not be read, and count as absent",
+                          error);
     case Cause::RecordDamaged:
         return WithFaults(file + " cannot be used", error);
     case Cause::EntryDamaged:

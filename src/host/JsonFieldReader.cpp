@@ -171,7 +171,7 @@ std::optional<std::vector<Byte>> JsonFieldReader::ReadCodes(const json::Value& v
         } catch (const UntypableCharacter& error) {
             value.Refuse(FaultKind::NoKeyTypes, error.Character());
         } catch (const SequenceTextError& error) {
-            value.Refuse(FaultKind::SequenceText, error.what());
+            value.Refuse(json::FaultOfText(FaultKind::SequenceText, error.Fault()));
         }
         return std::nullopt;
     }

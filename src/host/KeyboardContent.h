@@ -29,7 +29,7 @@ struct KeyboardIdentity {
     [[nodiscard]] std::string Name() const;
     // A name for files about this keyboard: letters, digits and hyphens, different for others.
     [[nodiscard]] std::string FileName() const;
-    // Whether both are of one kind: the same identification, abilities and directory. One whose
+    // Whether both are of one kind: the same identification, capabilities and directory. One whose
     // identification could not be read may be of any kind with this directory.
     [[nodiscard]] bool IsLike(const KeyboardIdentity& other) const;
     bool operator==(const KeyboardIdentity&) const = default;

@@ -94,7 +94,7 @@ void Session::Open() {
     m_isNamed = !failure;
     if (failure && failure->function == kImageRead)
         m_warnings.push_back(Failed(
-            Error(hasNames ? Cause::AbilitiesUnreadable : Cause::NamesUnreadable), *failure));
+            Error(hasNames ? Cause::CapabilitiesUnreadable : Cause::NamesUnreadable), *failure));
     m_driver.QXSIM_SetMessagePoster(&MessageWindow::Post);
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }

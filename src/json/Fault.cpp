@@ -1,6 +1,6 @@
 #include "json/Fault.h"
 
-#include <algorithm>
+#include "qxcontrols/common/Text.h"
 
 namespace qx::json {
 
@@ -86,6 +86,8 @@ KindText TextOf(FaultKind kind) {
         return {"sequence-without-names", "a sequence as text needs a keyboard layout"};
     case FaultKind::SequenceText:
         return {"sequence-text", "%1"};
+    case FaultKind::LayoutText:
+        return {"layout-text", "%1"};
     case FaultKind::NoKeyTypes:
         return {"no-key-types", "no key of the layout types \"%1\""};
     case FaultKind::SequenceWithZero:
@@ -171,24 +173,33 @@ std::string_view CodeOf(FaultKind kind) {
 }
 
 std::size_t ArgumentsOf(FaultKind kind) {
-    const std::string_view words = TextOf(kind).words;
-    std::size_t count = 0;
-    for (std::size_t i = 0; i + 1 < words.size(); ++i)
-        if (words[i] == '%')
-            count = std::max(count, static_cast<std::size_t>(words[i + 1] - '0'));
-    return count;
+    return ArgumentsIn(TextOf(kind).words);
+}
+
+Fault FaultOfText(FaultKind kind, const TextFault& text) {
+    Fault fault("", kind, CodeOf(text.kind));
+    for (const std::string& argument : text.arguments)
+        fault.arguments.push_back(Shortened(argument));
+    return fault;
+}
+
+std::optional<TextFault> TextFaultOf(const Fault& fault) {
+    const auto& arguments = fault.arguments;
+    if ((fault.kind != FaultKind::SequenceText && fault.kind != FaultKind::LayoutText) ||
+        arguments.empty())
+        return std::nullopt;
+    for (int i = 0; i <= static_cast<int>(kLastTextFaultKind); ++i)
+        if (const auto kind = static_cast<TextFaultKind>(i);
+            CodeOf(kind) == arguments.front() && arguments.size() > ArgumentsOf(kind))
+            return TextFault{kind, {arguments.begin() + 1, arguments.end()}};
+    return std::nullopt;
 }
 
 std::string WordsOf(const Fault& fault) {
     constexpr std::size_t kMost = 400; // that of a job contains two file names
-    const std::string_view pattern = TextOf(fault.kind).words;
-    std::string words;
-    for (std::size_t i = 0; i < pattern.size(); ++i)
-        if (pattern[i] == '%')
-            words += fault.arguments.at(static_cast<std::size_t>(pattern[++i] - '1'));
-        else
-            words += pattern[i];
-    return Shortened(words, kMost);
+    const auto text = TextFaultOf(fault);
+    return Shortened(text ? WordsOf(*text) : Filled(TextOf(fault.kind).words, fault.arguments),
+                     kMost);
 }
 
 std::string ToText(const Fault& fault) {

@@ -5,8 +5,10 @@
 #pragma once
 
 #include "qxcontrols/common/Utf.h"
+#include "qxcontrols/keys/TextFault.h"
 
 #include <concepts>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -56,7 +58,8 @@ enum class FaultKind {
     // Sequences as text, and placeholders
     SequenceTooLong,      // codes, maximum
     SequenceWithoutNames, //
-    SequenceText,         // the reason, in English
+    SequenceText,         // the code and the arguments of the TextFault
+    LayoutText,           // the same; of a keyboard layout
     NoKeyTypes,           // character
     SequenceWithZero,     //
     PlaceholderNotApart,  // placeholder
@@ -122,6 +125,11 @@ private:
     static std::string TextOf(std::string_view text) { return Shortened(text); }
     static std::string TextOf(std::integral auto number) { return std::to_string(number); }
 };
+
+// A fault of the kind SequenceText or LayoutText.
+[[nodiscard]] Fault FaultOfText(FaultKind kind, const TextFault& text);
+// What it was made from; none for other kinds, or with arguments that are not those of one.
+[[nodiscard]] std::optional<TextFault> TextFaultOf(const Fault& fault);
 
 // "300 is not a code from 1 to 255".
 [[nodiscard]] std::string WordsOf(const Fault& fault);

@@ -62,8 +62,12 @@ std::vector<std::string> LayoutNames(const std::filesystem::path& folder) {
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
                 const std::string& name) {
     const auto from = folder.empty() ? ShippedLayouts() : folder;
-    const auto refuse = [](const std::string& reason) {
-        throw host::Error(host::Cause::LayoutUnusable, {.reason = reason});
+    const auto refuse = [](const LayoutFault& fault) {
+        throw host::Error(
+            host::Cause::LayoutUnusable,
+            {.index = static_cast<Long>(fault.line),
+             .place = {.file = fault.file},
+             .faults = {json::FaultOfText(json::FaultKind::LayoutText, fault.fault)}});
     };
     Long language = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), language);
@@ -77,13 +81,13 @@ void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folde
     const bool isRead = isLanguage ? source.OpenLanguage(language, files::TextOf(from / ""))
                                    : source.Open(files::TextOf(from / files::PathOf(name)));
     if (!isRead)
-        refuse(source.Error());
-    if (const std::string fault = LayoutFault(source); !fault.empty())
-        refuse(fault);
+        refuse(source.Fault());
+    if (const auto fault = FaultIn(source))
+        refuse(*fault);
     const auto file = files::PathOf(source.FileName());
     layout.SetLayoutPath(files::TextOf(file.parent_path() / ""));
     if (!layout.OpenLayoutByName(files::TextOf(file.filename())))
-        refuse(layout.Error());
+        refuse({source.FileName(), 0, {TextFaultKind::NotReadable}}); // any more
 }
 
 std::string PreferredLayout(Integer nPreferedKeyLang) {

@@ -110,7 +110,7 @@ TEST_F(SettingsStoreTest, WhatIsNoFileOfPreferencesStaysAsItIs) {
         try {
             SettingsStore{file};
         } catch (const Error& error) {
-            EXPECT_NE(TextOf(error).find(file.string()), std::string::npos);
+            EXPECT_EQ(error.place.file, files::TextOf(file));
             return error.Kind();
         }
         return ErrorKind::Usage;

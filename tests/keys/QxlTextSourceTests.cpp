@@ -123,7 +123,7 @@ TEST_F(QxlTextSourceTest, ACheckFindsErrorsThatAnOpenIgnores) {
         SCOPED_TRACE(line);
         Write("a.qxl", "1=1033\n3=Name\n" + line + "\n1031=x\n");
         ASSERT_TRUE(source.Open(Path("a.qxl"))) << source.Error();
-        const std::string fault = LayoutFault(source);
+        const std::string fault = WordsOf(FaultIn(source).value());
         EXPECT_TRUE(
             fault.starts_with((m_folder / "a.qxl").string() + ", line 3: position code 30: "))
             << fault;
@@ -139,7 +139,9 @@ TEST_F(QxlTextSourceTest, ACheckFindsErrorsThatAnOpenIgnores) {
     for (const auto& [content, fault] : files) {
         Write("b.qxl", content);
         ASSERT_TRUE(source.Open(Path("b.qxl"))) << source.Error();
-        EXPECT_EQ(LayoutFault(source), fault.empty() ? "" : (m_folder / "b.qxl").string() + fault);
+        const auto found = FaultIn(source);
+        EXPECT_EQ(found ? WordsOf(*found) : "",
+                  fault.empty() ? "" : (m_folder / "b.qxl").string() + fault);
     }
 }
 

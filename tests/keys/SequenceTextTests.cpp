@@ -69,7 +69,7 @@ TEST(SequenceText, ReportsFaults) {
         {us,
          "Ctl",
          0,
-         {"; the nearest are {58} \"Ctrl\" (Left control key), {64} \"RCtrl\" (Right "
+         {"; the nearest: {58} \"Ctrl\" (Left control key), {64} \"RCtrl\" (Right "
           "control key)"}},
         {us, "Foo", 0, {"no key is called \"Foo\""}},
         {us, "\"", 0, {"closing"}},

@@ -717,10 +717,6 @@
         <translation>Die Namen der Tastatur waren nicht lesbar.</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s abilities could not be read and count as absent.</source>
-        <translation>Die Fähigkeiten der Tastatur waren nicht lesbar und gelten als nicht vorhanden.</translation>
-    </message>
-    <message>
         <source>A file could not be read or written.</source>
         <translation>Eine Datei ließ sich nicht lesen oder schreiben.</translation>
     </message>
@@ -989,10 +985,6 @@
         <translation>unbenanntes Dokument</translation>
     </message>
     <message>
-        <source>Layout check (in English): %1</source>
-        <translation>Prüfung der Belegung (englisch): %1</translation>
-    </message>
-    <message>
         <source>The model %1 of the simulated keyboard has faults: %2</source>
         <translation>Das Modell %1 der simulierten Tastatur ist fehlerhaft: %2</translation>
     </message>
@@ -1011,6 +1003,70 @@
     <message>
         <source>The names of options in %1 are not used: %2</source>
         <translation>Die Namen von Optionen in %1 werden nicht verwendet: %2</translation>
+    </message>
+    <message>
+        <source>success</source>
+        <translation>erfolgreich</translation>
+    </message>
+    <message>
+        <source>the keyboard is not open</source>
+        <translation>die Tastatur ist nicht geöffnet</translation>
+    </message>
+    <message>
+        <source>the keyboard is being used by another program</source>
+        <translation>ein anderes Programm benutzt die Tastatur</translation>
+    </message>
+    <message>
+        <source>not a keyboard file, or damaged</source>
+        <translation>keine Tastaturdatei, oder sie ist beschädigt</translation>
+    </message>
+    <message>
+        <source>a file could not be read or written</source>
+        <translation>eine Datei ließ sich nicht lesen oder schreiben</translation>
+    </message>
+    <message>
+        <source>the file is not of the expected kind, or damaged</source>
+        <translation>die Datei ist nicht von der erwarteten Art oder beschädigt</translation>
+    </message>
+    <message>
+        <source>the address or the size exceeds the keyboard&apos;s memory</source>
+        <translation>Adresse oder Größe liegen außerhalb des Speichers der Tastatur</translation>
+    </message>
+    <message>
+        <source>the directory has no such entry</source>
+        <translation>das Verzeichnis hat keinen solchen Eintrag</translation>
+    </message>
+    <message>
+        <source>the transfer was interrupted</source>
+        <translation>die Übertragung wurde unterbrochen</translation>
+    </message>
+    <message>
+        <source>a buffer or a file name is missing</source>
+        <translation>ein Puffer oder ein Dateiname fehlt</translation>
+    </message>
+    <message>
+        <source>the keyboard is not in position-programming mode</source>
+        <translation>die Tastatur ist nicht im Positionsmodus</translation>
+    </message>
+    <message>
+        <source>the keyboard has no such layer</source>
+        <translation>die Tastatur hat keine solche Ebene</translation>
+    </message>
+    <message>
+        <source>there is no such model, or it is invalid</source>
+        <translation>es gibt kein solches Modell, oder es ist ungültig</translation>
+    </message>
+    <message>
+        <source>the driver is busy with another call</source>
+        <translation>der Treiber führt gerade einen anderen Aufruf aus</translation>
+    </message>
+    <message>
+        <source>Line: %1</source>
+        <translation>Zeile: %1</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s capabilities could not be read and count as absent.</source>
+        <translation>Die Fähigkeiten der Tastatur konnten nicht gelesen werden und gelten als nicht vorhanden.</translation>
     </message>
 </context>
 <context>
@@ -1287,12 +1343,136 @@
         <translation>war in der Tastatur beschädigt, als die Sicherung angelegt wurde</translation>
     </message>
     <message>
-        <source>the sequence cannot be read as text</source>
-        <translation>die Folge lässt sich nicht als Text lesen</translation>
-    </message>
-    <message>
         <source>no key of the layout types &quot;%1&quot;</source>
         <translation>keine Taste der Belegung tippt „%1“</translation>
+    </message>
+    <message>
+        <source>character %1: a space or + is missing after %2</source>
+        <translation>Zeichen %1: nach %2 fehlt ein Leerzeichen oder +</translation>
+    </message>
+    <message>
+        <source>character %1: a space is missing after %2</source>
+        <translation>Zeichen %1: nach %2 fehlt ein Leerzeichen</translation>
+    </message>
+    <message>
+        <source>character %1: a key is missing after +</source>
+        <translation>Zeichen %1: nach + fehlt eine Taste</translation>
+    </message>
+    <message>
+        <source>character %1: %2 is not a code from 0 to 255</source>
+        <translation>Zeichen %1: %2 ist kein Code von 0 bis 255</translation>
+    </message>
+    <message>
+        <source>character %1: the closing &quot; is missing</source>
+        <translation>Zeichen %1: das schließende &quot; fehlt</translation>
+    </message>
+    <message>
+        <source>character %1: no key is called %2</source>
+        <translation>Zeichen %1: keine Taste heißt %2</translation>
+    </message>
+    <message>
+        <source>character %1: no key is called %2; the nearest: %3</source>
+        <translation>Zeichen %1: keine Taste heißt %2; ähnlich heißen: %3</translation>
+    </message>
+    <message>
+        <source>character %1: %2 could be %3</source>
+        <translation>Zeichen %1: %2 ist mehrdeutig: %3</translation>
+    </message>
+    <message>
+        <source>character %1: no key has the number %2</source>
+        <translation>Zeichen %1: keine Taste hat die Nummer %2</translation>
+    </message>
+    <message>
+        <source>character %1: %2, key %3, cannot be pressed through a sequence</source>
+        <translation>Zeichen %1: %2, Taste %3, lässt sich nicht durch eine Folge drücken</translation>
+    </message>
+    <message>
+        <source>the file cannot be read: it is not a regular file</source>
+        <translation>die Datei ist nicht lesbar: sie ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>die Datei ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>the file is larger than %1 MiB</source>
+        <translation>die Datei ist größer als %1 MiB</translation>
+    </message>
+    <message>
+        <source>the folder cannot be read: %1</source>
+        <translation>der Ordner ist nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>no layout for language %1 among %2 layout files</source>
+        <translation>kein Layout für die Sprache %1 unter %2 Layoutdateien</translation>
+    </message>
+    <message>
+        <source>not NUMBER=TEXT</source>
+        <translation>nicht von der Form NUMMER=TEXT</translation>
+    </message>
+    <message>
+        <source>not UTF-8</source>
+        <translation>kein UTF-8</translation>
+    </message>
+    <message>
+        <source>a control character</source>
+        <translation>ein Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>a layout has no string %1; the last is %2</source>
+        <translation>ein Layout hat keinen Text %1; der letzte ist %2</translation>
+    </message>
+    <message>
+        <source>string %1 is already in line %2</source>
+        <translation>der Text %1 steht schon in Zeile %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a language id from 1 to 32767</source>
+        <translation>&quot;%1&quot; ist keine Sprachkennung von 1 bis 32767</translation>
+    </message>
+    <message>
+        <source>the layout has no keys</source>
+        <translation>das Layout hat keine Tasten</translation>
+    </message>
+    <message>
+        <source>position code %1: no &quot;%2&quot; in (top,left,width,height)</source>
+        <translation>Positionscode %1: kein &quot;%2&quot; in (oben,links,Breite,Höhe)</translation>
+    </message>
+    <message>
+        <source>position code %1: &quot;%2&quot; is not a number</source>
+        <translation>Positionscode %1: &quot;%2&quot; ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>position code %1: %2 exceeds 16 bits</source>
+        <translation>Positionscode %1: %2 passt nicht in 16 Bit</translation>
+    </message>
+    <message>
+        <source>position code %1: the support is missing</source>
+        <translation>Positionscode %1: die Ziffer für die Programmierbarkeit fehlt</translation>
+    </message>
+    <message>
+        <source>position code %1: the support is &quot;%2&quot;, not 0, 1 or 2</source>
+        <translation>Positionscode %1: die Ziffer für die Programmierbarkeit ist &quot;%2&quot;, nicht 0, 1 oder 2</translation>
+    </message>
+    <message>
+        <source>position code %1: the colour set is missing</source>
+        <translation>Positionscode %1: der Farbsatz fehlt</translation>
+    </message>
+    <message>
+        <source>position code %1: the colour set is &quot;%2&quot;, not 0, 1 or 2</source>
+        <translation>Positionscode %1: der Farbsatz ist &quot;%2&quot;, nicht 0, 1 oder 2</translation>
+    </message>
+    <message>
+        <source>position code %1: the rectangle (top,left,width,height) is missing</source>
+        <translation>Positionscode %1: das Rechteck (oben,links,Breite,Höhe) fehlt</translation>
+    </message>
+    <message>
+        <source>position code %1: a key of %2 by %3 cannot be seen: more than 25 each way, or 0 by 0 for a key without a place</source>
+        <translation>Positionscode %1: eine Taste von %2 mal %3 ist nicht zu sehen: mehr als 25 in jeder Richtung, oder 0 mal 0 für eine Taste ohne Platz</translation>
+    </message>
+    <message>
+        <source>position code %1: the key has no caption</source>
+        <translation>Positionscode %1: die Taste hat keine Beschriftung</translation>
     </message>
 </context>
 <context>

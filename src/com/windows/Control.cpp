@@ -1,7 +1,5 @@
 #include "com/windows/Control.h"
 
-#include "com/windows/Units.h"
-
 #include <vector>
 
 namespace qx::com {

@@ -18,7 +18,6 @@ constexpr SectionInfo kInfo = {"layeredFuncKeys", "Layered function keys", kArea
 
 constexpr Integer kLastLayer = kFuncKeyLayers - 1;
 constexpr Integer kLastKey = FuncKeyLayer::kKeys - 1;
-constexpr std::size_t kLayerNameLength = 32; // enough for a tab
 
 class LayeredFuncKeysSection : public SectionOf<QXLayeredFuncKeys> {
 public:
@@ -81,7 +80,7 @@ private:
     void VisitNames(FieldVisitor& fields) {
         FieldList list;
         list.field = {"layers", "", false, false};
-        list.keyMembers = {{"layer", "layer", 0, kLastLayer}};
+        list.keyMembers = {{"layer", "Layer", 0, kLastLayer}};
         for (Integer layer = 0; layer <= kLastLayer; ++layer)
             if (!Control().Layer(layer).Name().empty())
                 list.present.push_back({layer});
@@ -94,8 +93,8 @@ private:
         list.clear = [this] { ClearNames(); };
         list.visit = [&](const FieldList::Id& id) {
             FuncKeyLayer& layer = Control().Layer(id[0]);
-            layer.SetName(
-                fields.Text({"name", "name", false, false}, layer.Name(), kLayerNameLength));
+            layer.SetName(fields.Text({"name", "Name", false, false}, layer.Name(),
+                                      FuncKeyLayer::kNameLength));
         };
         fields.List(list);
     }

@@ -144,7 +144,7 @@ class Keyboard:
         self.close()
 
     def identify(self) -> "dict[str, Any]":
-        """Name, versions and abilities, as in a document's member ``keyboard``."""
+        """Name, versions and capabilities, as in a document's member ``keyboard``."""
         return dict(json.loads(self._core.identify()))
 
     def read(self) -> "dict[str, Any]":

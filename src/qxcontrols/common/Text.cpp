@@ -39,4 +39,29 @@ std::string_view Trim(std::string_view sText) {
     return left.substr(0, left.find_last_not_of(' ') + 1);
 }
 
+std::string Joined(const std::vector<std::string>& texts, std::string_view sBetween) {
+    std::string joined;
+    for (const std::string& text : texts)
+        joined.append(joined.empty() ? "" : sBetween).append(text);
+    return joined;
+}
+
+std::string Filled(std::string_view sPattern, const std::vector<std::string>& arguments) {
+    std::string text;
+    for (std::size_t i = 0; i < sPattern.size(); ++i)
+        if (sPattern[i] == '%')
+            text += arguments.at(static_cast<std::size_t>(sPattern[++i] - '1'));
+        else
+            text += sPattern[i];
+    return text;
+}
+
+std::size_t ArgumentsIn(std::string_view sPattern) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i + 1 < sPattern.size(); ++i)
+        if (sPattern[i] == '%')
+            count = std::max(count, static_cast<std::size_t>(sPattern[i + 1] - '0'));
+    return count;
+}
+
 } // namespace qx

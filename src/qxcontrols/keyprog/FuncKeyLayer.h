@@ -20,6 +20,7 @@ namespace qx {
 class FuncKeyLayer {
 public:
     static constexpr Integer kKeys = kFuncKeysOfLayer;
+    static constexpr std::size_t kNameLength = 32; // UTF-16 units: enough for a tab
 
     // The description, UTF-8 of any length; the keyboard stores its first 64 UTF-16 units.
     [[nodiscard]] const std::string& GetKeyDesc(Integer nKeyID) const;
@@ -27,7 +28,7 @@ public:
     // The key's sequence, which the layer owns.
     [[nodiscard]] KeySequence& GetKey(Integer nKeyID);
     [[nodiscard]] const KeySequence& GetKey(Integer nKeyID) const;
-    // A name for people, UTF-8; no keyboard stores it.
+    // A name for people, UTF-8; no keyboard stores it. Documents hold kNameLength units of it.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     void SetName(std::string sName) { m_name = std::move(sName); }
     // Empties all sequences; the descriptions and the name are unchanged.

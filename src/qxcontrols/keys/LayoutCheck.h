@@ -5,14 +5,13 @@
 // layouts should check them first.
 #pragma once
 
-#include <string>
+#include "qxcontrols/keys/QxlTextSource.h"
+
+#include <optional>
 
 namespace qx {
 
-class LayoutTextSource;
-
-// The first error of the source's layout, with its place: "us.qxl, line 12: position code 30: the
-// support is 7, not 0, 1 or 2". Empty if there is none.
-[[nodiscard]] std::string LayoutFault(const LayoutTextSource& source);
+// The first error of the open layout, with its place; none for a faultless one.
+[[nodiscard]] std::optional<LayoutFault> FaultIn(const QxlTextSource& source);
 
 } // namespace qx

@@ -2,12 +2,12 @@
 
 #include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
+#include "qxcontrols/keys/TextFault.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <stdexcept>
 
 namespace qx {
 
@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kLongCaptionFollows = "\\\\";
 
 // Rounds a fraction to the nearest whole number, and a half to even.
-Single WholeNumber(std::string_view text) {
+Single WholeNumber(Long lID, std::string_view text) {
     std::string_view digits = Trim(text);
     if (digits.starts_with('+'))
         digits.remove_prefix(1);
@@ -24,11 +24,12 @@ Single WholeNumber(std::string_view text) {
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (error == std::errc::invalid_argument || end != digits.data() + digits.size() ||
         std::isnan(number))
-        throw std::invalid_argument("\"" + std::string(text) + "\" is not a number");
+        throw TextFaultError({TextFaultKind::NotANumber, {std::to_string(lID), std::string(text)}});
     number = std::nearbyint(number);
     if (error != std::errc() || number < std::numeric_limits<Integer>::min() ||
         number > std::numeric_limits<Integer>::max())
-        throw std::overflow_error(std::string(text) + " exceeds 16 bits");
+        throw TextFaultError(
+            {TextFaultKind::NumberOver16Bits, {std::to_string(lID), std::string(text)}});
     return static_cast<Single>(number);
 }
 
@@ -47,7 +48,7 @@ void LayoutKey::Parse(Long lID, std::string_view line) {
     longCaption.clear();
     support = KEYMODE_NONE;
     color = COLOR_SET_1;
-    line = ParseGeometry(line);
+    line = ParseGeometry(lID, line);
     if (line.empty())
         return;
     support = static_cast<KEY_SUPPORT>(TakeModeDigit(line));
@@ -63,7 +64,7 @@ void LayoutKey::Parse(Long lID, std::string_view line) {
         longCaption = caption.empty() ? "Hex(" + std::to_string(lID) + ")" : caption;
 }
 
-std::string_view LayoutKey::ParseGeometry(std::string_view line) {
+std::string_view LayoutKey::ParseGeometry(Long lID, std::string_view line) {
     struct Number {
         Single LayoutKey::*member;
         char end;
@@ -79,9 +80,9 @@ std::string_view LayoutKey::ParseGeometry(std::string_view line) {
     for (const auto& [member, separator] : kNumbers) {
         const std::size_t end = line.find(separator);
         if (end == std::string_view::npos)
-            throw std::invalid_argument(std::string("no \"") + separator +
-                                        "\" in (top,left,width,height)");
-        this->*member = WholeNumber(line.substr(0, end));
+            throw TextFaultError(
+                {TextFaultKind::NoSeparator, {std::to_string(lID), std::string(1, separator)}});
+        this->*member = WholeNumber(lID, line.substr(0, end));
         line.remove_prefix(end + 1);
     }
     return line;

@@ -32,11 +32,11 @@ struct LayoutKey {
     Single height = 0;
 
     // Reads the line of position code lID. A digit other than 0 to 2 counts as 0, and without a
-    // rectangle the key keeps its own. Throws std::invalid_argument or std::overflow_error for a
-    // rectangle that is not four numbers, each within 16 bits when rounded.
+    // rectangle the key keeps its own. Throws TextFaultError for a rectangle that is not four
+    // numbers, each within 16 bits when rounded.
     void Parse(Long lID, std::string_view line);
     // Reads the rectangle at the start of the line, if there is one; returns the rest.
-    std::string_view ParseGeometry(std::string_view line);
+    std::string_view ParseGeometry(Long lID, std::string_view line);
 };
 
 } // namespace qx

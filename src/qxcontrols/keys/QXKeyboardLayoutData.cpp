@@ -76,8 +76,7 @@ void QXKeyboardLayoutData::LoadAllKeys() {
         try {
             keys[static_cast<std::size_t>(id)].Parse(id, m_source->String(number));
         } catch (const std::exception& error) {
-            throw std::runtime_error(m_source->Place(number) + ": position code " +
-                                     std::to_string(id) + ": " + error.what());
+            throw std::runtime_error(m_source->Place(number) + ": " + error.what());
         }
     }
     m_nativeName = std::move(nativeName);

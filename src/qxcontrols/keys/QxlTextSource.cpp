@@ -16,8 +16,9 @@ namespace qx {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr Long kPrimaryLanguage = 0x3FF;      // the bits of a language id without the country
-constexpr std::size_t kMostBytes = 1U << 20U; // a layout has about 5000
+constexpr Long kPrimaryLanguage = 0x3FF; // the bits of a language id without the country
+constexpr std::size_t kMostMiB = 1;      // a layout has about 5000 bytes
+constexpr std::size_t kMostBytes = kMostMiB << 20U;
 
 std::optional<Long> NumberFrom(std::string_view digits) {
     Long number = 0;
@@ -37,18 +38,22 @@ bool HasControlCharacter(std::string_view text) {
 
 struct Content {
     std::string text;
-    std::string error; // why it could not be read
+    std::optional<TextFault> fault; // why it could not be read
 };
 
 Content ContentOf(const std::string& sFilename) {
     if (IsSpecialFile(sFilename)) // a pipe might never end
-        return {{}, "the file cannot be read: it is not a regular file"};
+        return {{}, TextFault{TextFaultKind::NotARegularFile}};
     auto text = ReadFile(sFilename, kMostBytes + 1);
     if (!text)
-        return {{}, "the file cannot be read"};
+        return {{}, TextFault{TextFaultKind::NotReadable}};
     if (text->size() > kMostBytes)
-        return {{}, "the file is larger than 1 MiB"};
-    return {*std::move(text), ""};
+        return {{}, TextFault{TextFaultKind::LargerThan, {std::to_string(kMostMiB)}}};
+    return {*std::move(text), std::nullopt};
+}
+
+std::string PlaceIn(const std::string& file, std::size_t line) {
+    return line == 0 ? file : file + ", line " + std::to_string(line);
 }
 
 // Calls visit(line number, line) for each line that is neither empty nor a comment, until visit
@@ -84,19 +89,28 @@ Long LanguageIn(std::string_view text) {
 
 } // namespace
 
+std::string WordsOf(const LayoutFault& fault) {
+    return PlaceIn(fault.file, fault.line) + ": " + WordsOf(fault.fault);
+}
+
 void QxlTextSource::Reset() {
     m_file = {};
-    m_error.clear();
+    m_fault = {};
+}
+
+std::string QxlTextSource::Error() const {
+    return m_fault.file.empty() ? std::string() : WordsOf(m_fault);
+}
+
+bool QxlTextSource::Refuse(const std::string& sFilename, std::size_t line, TextFault fault) {
+    m_fault = {sFilename, line, std::move(fault)};
+    return false;
 }
 
 bool QxlTextSource::Open(const std::string& sFilename) {
     const std::string name = OwnFileName(sFilename);
     const Content content = ContentOf(name);
-    if (!content.error.empty()) {
-        m_error = name + ": " + content.error;
-        return false;
-    }
-    return Use(name, content.text);
+    return content.fault ? Refuse(name, 0, *content.fault) : Use(name, content.text);
 }
 
 bool QxlTextSource::OpenLanguage(Long& lLangID, const std::string& sFolder) {
@@ -108,14 +122,12 @@ bool QxlTextSource::OpenLanguage(Long& lLangID, const std::string& sFolder) {
     const std::string folder = OwnFileName(sFolder);
     std::string failure;
     const std::vector<std::string> names = FilesIn(folder, ".qxl", failure);
-    if (!failure.empty()) {
-        m_error = folder + ": " + failure;
-        return false;
-    }
+    if (!failure.empty())
+        return Refuse(folder, 0, {TextFaultKind::FolderNotRead, {failure}});
     std::optional<Candidate> chosen;
     for (const std::string& name : names) {
         Content content = ContentOf(name);
-        const Long language = content.error.empty() ? LanguageIn(content.text) : 0;
+        const Long language = content.fault ? 0 : LanguageIn(content.text);
         const bool isSame = language == lLangID;
         if (language == 0 || (language & kPrimaryLanguage) != (lLangID & kPrimaryLanguage) ||
             (chosen && !isSame))
@@ -124,11 +136,10 @@ bool QxlTextSource::OpenLanguage(Long& lLangID, const std::string& sFolder) {
         if (isSame)
             break;
     }
-    if (!chosen) {
-        m_error = folder + ": no layout for language " + std::to_string(lLangID) + " among " +
-                  std::to_string(names.size()) + " layout files";
-        return false;
-    }
+    if (!chosen)
+        return Refuse(
+            folder, 0,
+            {TextFaultKind::NoLanguage, {std::to_string(lLangID), std::to_string(names.size())}});
     if (!Use(chosen->name, chosen->text))
         return false;
     lLangID = chosen->language;
@@ -141,45 +152,48 @@ std::string QxlTextSource::String(Long lNumber) const {
 }
 
 std::string QxlTextSource::Place(Long lNumber) const {
+    return PlaceIn(m_file.name, LineOf(lNumber));
+}
+
+std::size_t QxlTextSource::LineOf(Long lNumber) const {
     const auto line = m_file.lines.find(lNumber);
-    return line == m_file.lines.end()
-               ? m_file.name
-               : m_file.name + ", line " + std::to_string(line->second.number);
+    return line == m_file.lines.end() ? 0 : line->second.number;
 }
 
 bool QxlTextSource::Use(const std::string& sFilename, std::string_view text) {
     File file;
     file.name = sFilename;
-    m_error.clear();
+    bool isRead = true;
     ForEachLine(text, [&](std::size_t number, std::string_view line) {
-        const std::string fault = file.ReadLine(number, line);
-        if (!fault.empty())
-            m_error = file.name + ", line " + std::to_string(number) + ": " + fault;
-        return fault.empty();
+        if (auto fault = file.ReadLine(number, line))
+            isRead = Refuse(file.name, number, *std::move(fault));
+        return isRead;
     });
-    if (!m_error.empty())
+    if (!isRead)
         return false;
+    m_fault = {};
     m_file = std::move(file);
     return true;
 }
 
-std::string QxlTextSource::File::ReadLine(std::size_t number, std::string_view line) {
+QxlTextSource::MaybeFault QxlTextSource::File::ReadLine(std::size_t number, std::string_view line) {
+    using Kind = TextFaultKind;
     const std::size_t equals = line.find('=');
     const auto id = NumberFrom(line.substr(0, equals));
     if (equals == std::string_view::npos || !id)
-        return "not NUMBER=TEXT";
+        return TextFault{Kind::NotNumberText};
     if (!IsWellFormedUtf8(line))
-        return "not UTF-8";
+        return TextFault{Kind::NotUtf8};
     if (HasControlCharacter(line))
-        return "a control character";
+        return TextFault{Kind::HasControl};
     if (*id > kLastKey)
-        return "a layout has no string " + std::to_string(*id) + "; the last is " +
-               std::to_string(kLastKey);
+        return TextFault{Kind::NoSuchString, {std::to_string(*id), std::to_string(kLastKey)}};
     const auto [place, isNew] =
         lines.try_emplace(*id, Line{number, std::string(line.substr(equals + 1))});
-    return isNew ? std::string()
-                 : "string " + std::to_string(*id) + " is already in line " +
-                       std::to_string(place->second.number);
+    if (isNew)
+        return std::nullopt;
+    return TextFault{Kind::StringTwice,
+                     {std::to_string(*id), std::to_string(place->second.number)}};
 }
 
 } // namespace qx

@@ -9,11 +9,22 @@
 #pragma once
 
 #include "qxcontrols/keys/LayoutTextSource.h"
+#include "qxcontrols/keys/TextFault.h"
 
 #include <map>
+#include <optional>
 #include <string_view>
 
 namespace qx {
+
+struct LayoutFault {
+    std::string file{};   // or a folder
+    std::size_t line = 0; // from 1; 0 for the whole file
+    TextFault fault{};
+};
+
+// "us.qxl, line 12: position code 30: the support is missing".
+[[nodiscard]] std::string WordsOf(const LayoutFault& fault);
 
 class QxlTextSource final : public LayoutTextSource {
 public:
@@ -24,9 +35,13 @@ public:
     bool OpenLanguage(Long& lLangID, const std::string& sFolder) override;
     [[nodiscard]] std::string String(Long lNumber) const override;
 
-    // The error with the file's name and, if a line is wrong, its number.
-    [[nodiscard]] std::string Error() const override { return m_error; }
+    // Why the last open failed.
+    [[nodiscard]] const LayoutFault& Fault() const { return m_fault; }
+    // The same in English, with the file's name and, if a line is wrong, its number.
+    [[nodiscard]] std::string Error() const override;
     [[nodiscard]] std::string Place(Long lNumber) const override;
+    // The line of the text with this number; 0 if there is none.
+    [[nodiscard]] std::size_t LineOf(Long lNumber) const;
 
     // The path of the open layout; empty if none is open.
     [[nodiscard]] const std::string& FileName() const { return m_file.name; }
@@ -36,18 +51,20 @@ private:
         std::size_t number;
         std::string text;
     };
+    using MaybeFault = std::optional<TextFault>;
     struct File {
         std::string name;
         std::map<Long, Line> lines;
 
-        // Reads a line; returns the error in it, or an empty text.
-        std::string ReadLine(std::size_t number, std::string_view line);
+        // Reads a line; returns the error in it.
+        MaybeFault ReadLine(std::size_t number, std::string_view line);
     };
 
     bool Use(const std::string& sFilename, std::string_view text);
+    bool Refuse(const std::string& sFilename, std::size_t line, TextFault fault);
 
     File m_file;
-    std::string m_error;
+    LayoutFault m_fault;
 };
 
 } // namespace qx

@@ -1,5 +1,6 @@
 #include "qxcontrols/keys/SequenceText.h"
 
+#include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keys/KeyNames.h"
 #include "qxcontrols/keys/KeySequence.h"
@@ -31,6 +32,8 @@ std::string Braced(Long code) {
 }
 
 class Reader {
+    using Kind = TextFaultKind;
+
 public:
     Reader(std::string_view text, const QXKeyboardLayoutData& layout, const KeyNames& names)
         : m_text(text), m_layout(layout), m_names(names), m_prefix(layout.UpCodePrefix()) {}
@@ -104,9 +107,9 @@ private:
         while (!IsTokenEnd(end)) {
             const std::size_t place = end + 1;
             if (m_text[end] != kChord)
-                Fail(end, "a space or + is missing after " + first.name);
+                Fail(end, Kind::SpaceOrPlusMissing, {first.name});
             if (IsTokenEnd(place))
-                Fail(end, "a key is missing after +");
+                Fail(end, Kind::KeyAfterPlus);
             const Operand next = OperandAt(place, true);
             keys.push_back(Press(next, place));
             end = next.end;
@@ -170,8 +173,7 @@ private:
         Long code = 0;
         const auto result = std::from_chars(m_text.data() + place + 1, m_text.data() + close, code);
         if (result.ec != std::errc() || code > kMaxCode)
-            Fail(place, std::string(m_text.substr(place, close + 1 - place)) +
-                            " is not a code from 0 to 255");
+            Fail(place, Kind::NotACode, {std::string(m_text.substr(place, close + 1 - place))});
         return {code, close + 1};
     }
 
@@ -179,39 +181,42 @@ private:
     [[nodiscard]] Long Press(const Operand& operand, std::size_t place) const {
         constexpr std::size_t kShown = 60; // bytes of a name in an error message
         if (operand.keys.empty() && m_text[place] == kQuote && !QuotedAt(place))
-            Fail(place, "the closing \" is missing");
+            Fail(place, Kind::QuoteNotClosed);
         if (operand.keys.empty()) {
             const auto nearest = m_names.Nearest(operand.name);
-            Fail(place, "no key is called " + Quoted(operand.name.substr(0, kShown)) +
-                            Listed(nearest.size() == 1 ? "; the nearest is " : "; the nearest are ",
-                                   nearest));
+            const std::string name = Quoted(operand.name.substr(0, kShown));
+            if (nearest.empty())
+                Fail(place, Kind::NoKeyCalled, {name});
+            Fail(place, Kind::NoKeyCalledBut, {name, Listed(nearest)});
         }
         if (operand.keys.size() > 1)
-            Fail(place, Quoted(operand.name) + Listed(" could be ", operand.keys));
+            Fail(place, Kind::SeveralKeys, {Quoted(operand.name), Listed(operand.keys)});
         const Long key = operand.keys.front();
         if (key > m_layout.GetMaxKeyID())
-            Fail(place, "no key has the number " + std::to_string(key));
+            Fail(place, Kind::NoKeyOfNumber, {std::to_string(key)});
         if (key >= KeyNames::kFirstUnpressable)
-            Fail(place, operand.name + ", key " + std::to_string(key) +
-                            ", cannot be pressed through a sequence");
+            Fail(place, Kind::KeyNotPressable, {operand.name, std::to_string(key)});
         return key;
     }
 
-    [[nodiscard]] std::string Listed(std::string_view start, const std::vector<Long>& keys) const {
-        std::string list;
+    [[nodiscard]] std::string Listed(const std::vector<Long>& keys) const {
+        std::vector<std::string> list;
         for (const Long key : keys)
-            list += (list.empty() ? std::string(start) : ", ") + Braced(key) + " " +
-                    Quoted(m_names.Name(key)) + " (" + m_layout.KeyLongCaption(key) + ")";
-        return list;
+            list.push_back(Braced(key) + " " + Quoted(m_names.Name(key)) + " (" +
+                           m_layout.KeyLongCaption(key) + ")");
+        return Joined(list);
     }
 
-    [[noreturn]] void Fail(std::size_t place, const std::string& what) const {
+    [[noreturn]] void Fail(std::size_t place, TextFaultKind kind,
+                           const std::vector<std::string>& about = {}) const {
         const auto before = m_text.substr(0, place);
         const auto characters = std::count_if(before.begin(), before.end(), [](char byte) {
             return (static_cast<Byte>(byte) & 0xC0U) != 0x80U; // the start of a character
         });
-        throw SequenceTextError(place, "character " + std::to_string(characters + 1) + ": " +
-                                           Utf8FromUtf16(Utf16FromUtf8(what))); // well-formed
+        TextFault fault{kind, {std::to_string(characters + 1)}};
+        for (const std::string& each : about)
+            fault.arguments.push_back(Utf8FromUtf16(Utf16FromUtf8(each))); // well-formed
+        throw SequenceTextError(place, std::move(fault));
     }
 
     void Add(Long code, std::size_t end) {
@@ -222,7 +227,7 @@ private:
     // The place after an operand, which must be followed by a space.
     [[nodiscard]] std::size_t End(const Operand& operand) const {
         if (!IsTokenEnd(operand.end))
-            Fail(operand.end, "a space is missing after " + operand.name);
+            Fail(operand.end, Kind::SpaceMissing, {operand.name});
         return operand.end;
     }
 

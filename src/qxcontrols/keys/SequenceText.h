@@ -6,12 +6,12 @@
 #pragma once
 
 #include "qxcontrols/common/Types.h"
+#include "qxcontrols/keys/TextFault.h"
 
 #include <array>
 #include <cstddef>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,10 +21,10 @@ namespace qx {
 class KeyNames;
 class QXKeyboardLayoutData;
 
-class SequenceTextError : public std::invalid_argument {
+class SequenceTextError : public TextFaultError {
 public:
-    SequenceTextError(std::size_t position, const std::string& message)
-        : std::invalid_argument(message), m_position(position) {}
+    SequenceTextError(std::size_t position, TextFault fault)
+        : TextFaultError(std::move(fault)), m_position(position) {}
 
     // The position of the error in the text, in bytes from 0.
     [[nodiscard]] std::size_t Position() const { return m_position; }

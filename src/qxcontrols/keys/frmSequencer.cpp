@@ -302,7 +302,6 @@ void frmSequencer::Form_Load() {
 
 void frmSequencer::Form_Activate() {
     TraceForm("Form_Activate");
-    m_active = true;
     m_inBackground = false;
     RunScan(); // resumes a scan that deactivation interrupted
 }
@@ -310,7 +309,6 @@ void frmSequencer::Form_Activate() {
 void frmSequencer::Form_Deactivate() {
     TraceForm("Form_Deactivate");
     m_tmrSequencer->SetEnabled(false);
-    m_active = false;
     m_inBackground = true;
 }
 

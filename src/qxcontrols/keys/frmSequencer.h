@@ -90,7 +90,6 @@ public:
     // normally.
     void AppActivate();
     void AppDeactivate();
-    [[nodiscard]] bool IsActive() const { return m_active; }
 
     QXLayoutDisplay layoutDisplay;
     Label lblCaption;  // the form's title
@@ -133,7 +132,6 @@ private:
     Integer m_maxSeqSize = 0;
     Integer m_typedTooMany = 0;
     bool m_ok = false;
-    bool m_active = false;
     bool m_scanning = false;
     bool m_inBackground = false;
     bool m_pressesTwin = false;
