@@ -110,7 +110,7 @@ TEST_F(SettingsStoreTest, WhatIsNoFileOfPreferencesStaysAsItIs) {
         try {
             SettingsStore{file};
         } catch (const Error& error) {
-            EXPECT_EQ(error.place.file, files::TextOf(file));
+            EXPECT_EQ(error.place.file, file.string());
             return error.Kind();
         }
         return ErrorKind::Usage;
