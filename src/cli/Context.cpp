@@ -7,7 +7,6 @@
 #include "files/SystemTexts.h"
 #include "host/ErrorJson.h"
 #include "host/ErrorText.h"
-#include "host/Schemas.h"
 #include "host/Traces.h"
 #include "setup/CaptionSource.h"
 #include "setup/LayoutSource.h"

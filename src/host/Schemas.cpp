@@ -22,19 +22,16 @@ Json Codes(Enum first, Enum last) {
     return {{"enum", std::move(codes)}};
 }
 
-// Which codes an error of each kind has, and which causes.
+// Each kind of error: its code, and its causes.
 Json ErrorKinds() {
     std::map<ErrorKind, Json> causes;
     for (int i = 0; i <= static_cast<int>(kLastCause); ++i)
         causes[KindOf(static_cast<Cause>(i))].push_back(CodeOf(static_cast<Cause>(i)));
     Json kinds = Json::array();
     for (auto& [kind, ofKind] : causes) {
-        Json codes = {CodeOf(kind)};
-        if (kind == ErrorKind::Stopped)
-            codes.push_back(kInterruptedCode);
         kinds.push_back(
             {{"properties",
-              {{"code", {{"enum", std::move(codes)}}}, {"cause", {{"enum", std::move(ofKind)}}}}}});
+              {{"code", {{"const", CodeOf(kind)}}}, {"cause", {{"enum", std::move(ofKind)}}}}}});
     }
     return kinds;
 }
@@ -42,8 +39,7 @@ Json ErrorKinds() {
 Json ErrorCodes(const Json& kinds) {
     Json codes = Json::array();
     for (const Json& kind : kinds)
-        for (const Json& code : kind["properties"]["code"]["enum"])
-            codes.push_back(code);
+        codes.push_back(kind["properties"]["code"]["const"]);
     return {{"enum", std::move(codes)}};
 }
 

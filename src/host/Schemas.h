@@ -13,9 +13,6 @@
 
 namespace qx::host {
 
-// The code that a result has for ErrorKind::Stopped if a signal ended the command.
-inline constexpr std::string_view kInterruptedCode = "interrupted";
-
 // "document", "result", "error", ...
 [[nodiscard]] const std::vector<std::string>& SchemaNames();
 
