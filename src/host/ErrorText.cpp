@@ -118,9 +118,9 @@ std::string CauseText(const Error& error) {
                        error),
             error);
     case Cause::LayoutUnusable:
-        return "the keyboard layout " + file + " cannot be used" +
-               (error.index > 0 ? ": line " + std::to_string(error.index) : "") + ": " +
-               json::ToText(error.faults);
+        return WithFaults("the keyboard layout " + file + " cannot be used" +
+                              (error.index > 0 ? ": line " + std::to_string(error.index) : ""),
+                          error);
     case Cause::NoSuchLayout:
         return "there is no keyboard layout " + name + "; the layouts in " + file +
                " are: " + (error.names.empty() ? "none" : Joined(error.names, ", "));

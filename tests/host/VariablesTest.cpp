@@ -72,7 +72,7 @@ TEST_F(VariablesTest, ReplaceTextsSequencesNumbersAndSwitches) {
         {kHeader, "T ${till} {7}", {21, 11, 139, 5, 133, 3, 131, 7}},
         {kHeader, "${store}${store} ${none}", {8, 136, 8, 136}},
         {kHeader, "${till} Ctrl+C\tNope",
-         R"(character 16: no key is called "Nope"; the nearest is)"},
+         R"(character 16: no key is called "Nope"; the nearest: )"},
         {kHeader, "Ctrl+${store}", "${store} is an item of its own, with blanks around it"},
         {kHeader, "${store}^A", "${store} is an item of its own, with blanks around it"},
         {kHeader, "\"Left ${store} key\"", "character 1: the closing \" is missing"},
