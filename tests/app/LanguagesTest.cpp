@@ -193,6 +193,21 @@ TEST(Languages, WarningsAreGermanToo) {
     desk.Speak(1033);
 }
 
+// One of each kind that the application can meet.
+std::vector<json::Fault> AllFaults() {
+    using json::Fault;
+    using json::FaultKind;
+    std::vector<Fault> faults;
+    for (int kind = 0; kind <= static_cast<int>(FaultKind::DamagedWhenSaved); ++kind)
+        if (const auto each = static_cast<FaultKind>(kind);
+            each != FaultKind::SequenceText && each != FaultKind::LayoutText)
+            faults.emplace_back("", each, 1, 2, 3, 4, 5);
+    for (int kind = 0; kind <= static_cast<int>(kLastTextFaultKind); ++kind)
+        faults.push_back(json::FaultOfText(
+            FaultKind::LayoutText, {static_cast<TextFaultKind>(kind), {"1", "2", "3", "4"}}));
+    return faults;
+}
+
 // All that an error or a fault is worded with, in the present language.
 QStringList WordsOfErrors() {
     using namespace host;
@@ -231,9 +246,16 @@ QStringList WordsOfErrors() {
         texts.append(app::DeedText({.deed = static_cast<files::Deed>(deed), .subject = "I-9"}));
     for (int obstacle = 1; obstacle <= static_cast<int>(files::Obstacle::NoSuchModel); ++obstacle)
         texts.append(app::ObstacleText({.obstacle = static_cast<files::Obstacle>(obstacle)}));
-    for (int kind = 0; kind <= static_cast<int>(FaultKind::DamagedWhenSaved); ++kind)
-        texts.append(app::FaultText(Fault("", static_cast<FaultKind>(kind), 1, 2, 3, 4, 5)));
+    for (const json::Fault& fault : AllFaults())
+        texts.append(app::FaultText(fault));
     return texts;
+}
+
+// Both have a table of them.
+TEST(Languages, FaultsReadInEnglishAsInTheCommandLine) {
+    const Desk desk;
+    for (const json::Fault& fault : AllFaults())
+        EXPECT_EQ(app::FaultText(fault).toStdString(), json::WordsOf(fault));
 }
 
 TEST(Languages, ErrorsAreWhollyInTheLanguageOfTheWindow) {
