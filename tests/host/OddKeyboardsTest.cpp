@@ -109,8 +109,9 @@ TEST_F(OddKeyboards, AnImpossibleAddressIsNotUsed) {
 // Names and capabilities are for display: transfers do not need them.
 TEST_F(OddKeyboards, AnUnreadableNameIsAWarning) {
     driver.directory = {{MODULE_POS, 0x2000}};
-    for (const auto& [end, missing] : {std::pair(std::size_t{0x7FD0}, Cause::NamesUnreadable),
-                                       std::pair(std::size_t{0x7FF}, Cause::CapabilitiesUnreadable)}) {
+    for (const auto& [end, missing] :
+         {std::pair(std::size_t{0x7FD0}, Cause::NamesUnreadable),
+          std::pair(std::size_t{0x7FF}, Cause::CapabilitiesUnreadable)}) {
         struct Forgetful : test::FakeDriver {
             std::size_t hidden = 0;
             std::int32_t QXCFG_ImageRead(std::int32_t lAddress, char* buffer,
