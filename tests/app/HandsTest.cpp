@@ -329,7 +329,6 @@ TEST_F(Hands, LayersAreNamedCopiedAndSwapped) {
     EXPECT_EQ(layer(4), Bytes("1F 9F 00"));
     EXPECT_EQ(layer(9), Bytes("1F 9F 00"));
     EXPECT_EQ(desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Layer(9).GetKeyDesc(3), "Tea");
-
     // Documents keep the name, keyboards do not.
     const auto file = desk.folder / "names.json";
     desk.workbench.SaveDocument(file);
@@ -375,7 +374,6 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     EXPECT_EQ(record(5, 4), Bytes("00 32 B2 00")) << "alone";
     EXPECT_EQ(record(6, 1), Bytes("FF"));
     EXPECT_EQ(record(105, 4), Bytes("00 02 82 00"));
-
     // Another block's keys are not taken, not even with free ones.
     const std::string before = desk.Document();
     Click(grid, 17);
@@ -386,7 +384,6 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
               "Key 17 (`) is in block 1, other keys are in block 2: split one of them off first. "
               "Nothing has been changed.");
     EXPECT_EQ(desk.Document(), before);
-
     Click(grid, 16);
     grid.setFocus();
     Keys(grid, {Qt::CTRL | Qt::Key_B});
