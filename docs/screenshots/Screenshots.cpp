@@ -130,7 +130,8 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
     window.Transfers().Read(); // with all sections
     camera.Take(window, QStringLiteral("00-notice"));
     Edit<QXFreeProgKeys>(workbench, "freeProgKeys", [](QXFreeProgKeys& control) {
-        for (const Integer key : {76, 80}) // the first of them never releases its key
+        for (const Integer key :
+             {Integer{76}, Integer{80}}) // the first of them never releases its key
             control.Sequences().Key(key).SetBytes(key == 76 ? "\x1F" : "\x1F\x9F");
     });
     Edit<QXLayeredFuncKeys>(workbench, "layeredFuncKeys", [](QXLayeredFuncKeys& control) {
