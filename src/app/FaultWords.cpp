@@ -119,13 +119,14 @@ QString Pattern(json::FaultKind kind) {
     case Kind::RangeSizesDiffer:
         return Faults::tr("a range does not have as many new bytes as old ones");
     case Kind::HalfCharacter:
-        return Faults::tr("the memory is damaged at address %1 (hexadecimal): a description holds "
-                          "half a character");
+        return Faults::tr(
+            "the keyboard is damaged at address %1 (hexadecimal): a description holds "
+            "half a character");
     case Kind::UnknownGroup:
-        return Faults::tr("the memory is damaged at address %1 (hexadecimal): POS key %2 is in "
+        return Faults::tr("the keyboard is damaged at address %1 (hexadecimal): POS key %2 is in "
                           "group %3, and groups are 1 to %4");
     case Kind::TwoSequences:
-        return Faults::tr("the memory is damaged at address %1 (hexadecimal): POS keys %2 and %3 "
+        return Faults::tr("the keyboard is damaged at address %1 (hexadecimal): POS keys %2 and %3 "
                           "of group %4 both have a sequence, and a group has one");
     case Kind::DamagedWhenSaved:
         return Faults::tr("was damaged in the keyboard when the backup was made");

@@ -124,7 +124,7 @@ KindText TextOf(FaultKind kind) {
         return {"range-sizes-differ", "a range does not have as many new bytes as old ones"};
     case FaultKind::HalfCharacter:
         return {"half-character", "the keyboard is damaged at address %1 (hexadecimal): a "
-                                  "description holds half of a surrogate pair, which is not text"};
+                                  "description holds half a character"};
     case FaultKind::UnknownGroup:
         return {"unknown-group", "the keyboard is damaged at address %1 (hexadecimal): POS key %2 "
                                  "is in group %3, and groups are 1 to %4"};

@@ -1327,15 +1327,15 @@
         <translation>ein Bereich hat nicht so viele neue Bytes wie alte</translation>
     </message>
     <message>
-        <source>the memory is damaged at address %1 (hexadecimal): a description holds half a character</source>
+        <source>the keyboard is damaged at address %1 (hexadecimal): a description holds half a character</source>
         <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: eine Beschreibung enthält ein halbes Zeichen</translation>
     </message>
     <message>
-        <source>the memory is damaged at address %1 (hexadecimal): POS key %2 is in group %3, and groups are 1 to %4</source>
+        <source>the keyboard is damaged at address %1 (hexadecimal): POS key %2 is in group %3, and groups are 1 to %4</source>
         <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Taste %2 gehört zur Gruppe %3; es gibt nur die Gruppen 1 bis %4</translation>
     </message>
     <message>
-        <source>the memory is damaged at address %1 (hexadecimal): POS keys %2 and %3 of group %4 both have a sequence, and a group has one</source>
+        <source>the keyboard is damaged at address %1 (hexadecimal): POS keys %2 and %3 of group %4 both have a sequence, and a group has one</source>
         <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Tasten %2 und %3 der Gruppe %4 haben je eine Folge; eine Gruppe hat nur eine</translation>
     </message>
     <message>
