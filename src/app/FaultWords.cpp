@@ -1,5 +1,7 @@
 #include "app/FaultWords.h"
 
+#include "qxcontrols/common/Text.h"
+
 #include <QCoreApplication>
 
 namespace qx::app {
@@ -225,23 +227,16 @@ QString Pattern(TextFaultKind kind) {
     return {};
 }
 
-QString Filled(const QString& pattern, const std::vector<std::string>& arguments) {
-    QString text;
-    for (qsizetype i = 0; i < pattern.size(); ++i)
-        if (pattern[i] == u'%' && i + 1 < pattern.size())
-            text += QString::fromStdString(
-                arguments.at(static_cast<std::size_t>(pattern[++i].digitValue() - 1)));
-        else
-            text += pattern[i];
-    return text;
+QString FilledIn(const QString& pattern, const std::vector<std::string>& arguments) {
+    return QString::fromStdString(Filled(pattern.toStdString(), arguments));
 }
 
 } // namespace
 
 QString FaultText(const json::Fault& fault) {
     const auto inText = json::TextFaultOf(fault);
-    const QString text = inText ? Filled(Pattern(inText->kind), inText->arguments)
-                                : Filled(Pattern(fault.kind), fault.arguments);
+    const QString text = inText ? FilledIn(Pattern(inText->kind), inText->arguments)
+                                : FilledIn(Pattern(fault.kind), fault.arguments);
     return fault.place.empty() ? text
                                : QString::fromStdString(fault.place) + QStringLiteral(": ") + text;
 }
