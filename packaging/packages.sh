@@ -2,7 +2,8 @@
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev
                 qt6-tools-dev qt6-l10n-tools qt6-translations-l10n)
 test_packages=(libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint
-               python3-jsonschema python3-dev pybind11-dev python3-mypy zsh fish mandoc man-db
+               libqt6opengl6-dev python3-jsonschema python3-dev pybind11-dev python3-mypy zsh fish
+               mandoc man-db
                desktop-file-utils appstream shared-mime-info libglib2.0-bin
                at-spi2-core gir1.2-atspi-2.0 python3-gi dbus-daemon xvfb)
 format_packages=(clang-format)
