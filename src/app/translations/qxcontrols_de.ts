@@ -236,7 +236,7 @@
     <name>ColourButton</name>
     <message>
         <source>Use the default colour</source>
-        <translation>Voreingestellte Farbe verwenden</translation>
+        <translation>Vorgabefarbe verwenden</translation>
     </message>
     <message>
         <source>System colour</source>
@@ -262,11 +262,11 @@
     </message>
     <message>
         <source>Show</source>
-        <translation>Zeigen</translation>
+        <translation>Anzeigen</translation>
     </message>
     <message>
         <source>Show this change on its page</source>
-        <translation>Diese Änderung auf ihrer Seite zeigen</translation>
+        <translation>Diese Änderung auf ihrer Seite anzeigen</translation>
     </message>
 </context>
 <context>
@@ -454,7 +454,7 @@
     </message>
     <message>
         <source>Remove last</source>
-        <translation>Letzte entfernen</translation>
+        <translation>Letzten entfernen</translation>
     </message>
     <message>
         <source>Remove the last key code</source>
@@ -552,7 +552,7 @@
     </message>
     <message>
         <source>keyboard program</source>
-        <translation>Das Tastaturprogramm</translation>
+        <translation>Das Programm der Tastatur</translation>
     </message>
     <message>
         <source>chipcard reader&apos;s program</source>
@@ -810,7 +810,7 @@
     </message>
     <message>
         <source>This backup is of %1, and no record shows which unit this keyboard is.</source>
-        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, zu welcher Kasse diese Tastatur gehört.</translation>
+        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, zu welcher Einheit diese Tastatur gehört.</translation>
     </message>
     <message>
         <source>This backup is of %1, and by the records this keyboard is %2.</source>
@@ -1296,7 +1296,7 @@
     </message>
     <message>
         <source>key %1 is not programmable here</source>
-        <translation>die Taste %1 lässt sich hier nicht programmieren</translation>
+        <translation>die Taste %1 lässt sich hier nicht belegen</translation>
     </message>
     <message>
         <source>key %1 is used more than once</source>
@@ -1344,7 +1344,7 @@
     </message>
     <message>
         <source>no key of the layout types &quot;%1&quot;</source>
-        <translation>keine Taste der Belegung tippt „%1“</translation>
+        <translation>keine Taste der Belegung erzeugt „%1“</translation>
     </message>
     <message>
         <source>character %1: a space or + is missing after %2</source>
@@ -1404,7 +1404,7 @@
     </message>
     <message>
         <source>no layout for language %1 among %2 layout files</source>
-        <translation>kein Layout für die Sprache %1 unter %2 Layoutdateien</translation>
+        <translation>keine Belegung für die Sprache %1 unter %2 Belegungsdateien</translation>
     </message>
     <message>
         <source>not NUMBER=TEXT</source>
@@ -1420,7 +1420,7 @@
     </message>
     <message>
         <source>a layout has no string %1; the last is %2</source>
-        <translation>ein Layout hat keinen Text %1; der letzte ist %2</translation>
+        <translation>eine Belegung hat keinen Text %1; der letzte ist %2</translation>
     </message>
     <message>
         <source>string %1 is already in line %2</source>
@@ -1428,19 +1428,19 @@
     </message>
     <message>
         <source>&quot;%1&quot; is not a language id from 1 to 32767</source>
-        <translation>&quot;%1&quot; ist keine Sprachkennung von 1 bis 32767</translation>
+        <translation>„%1“ ist keine Sprachkennung von 1 bis 32767</translation>
     </message>
     <message>
         <source>the layout has no keys</source>
-        <translation>das Layout hat keine Tasten</translation>
+        <translation>die Belegung hat keine Tasten</translation>
     </message>
     <message>
         <source>position code %1: no &quot;%2&quot; in (top,left,width,height)</source>
-        <translation>Positionscode %1: kein &quot;%2&quot; in (oben,links,Breite,Höhe)</translation>
+        <translation>Positionscode %1: kein „%2“ in (oben,links,Breite,Höhe)</translation>
     </message>
     <message>
         <source>position code %1: &quot;%2&quot; is not a number</source>
-        <translation>Positionscode %1: &quot;%2&quot; ist keine Zahl</translation>
+        <translation>Positionscode %1: „%2“ ist keine Zahl</translation>
     </message>
     <message>
         <source>position code %1: %2 exceeds 16 bits</source>
@@ -1452,7 +1452,7 @@
     </message>
     <message>
         <source>position code %1: the support is &quot;%2&quot;, not 0, 1 or 2</source>
-        <translation>Positionscode %1: die Ziffer für die Programmierbarkeit ist &quot;%2&quot;, nicht 0, 1 oder 2</translation>
+        <translation>Positionscode %1: die Ziffer für die Programmierbarkeit ist „%2“, nicht 0, 1 oder 2</translation>
     </message>
     <message>
         <source>position code %1: the colour set is missing</source>
@@ -1460,7 +1460,7 @@
     </message>
     <message>
         <source>position code %1: the colour set is &quot;%2&quot;, not 0, 1 or 2</source>
-        <translation>Positionscode %1: der Farbsatz ist &quot;%2&quot;, nicht 0, 1 oder 2</translation>
+        <translation>Positionscode %1: der Farbsatz ist „%2“, nicht 0, 1 oder 2</translation>
     </message>
     <message>
         <source>position code %1: the rectangle (top,left,width,height) is missing</source>
@@ -1495,7 +1495,7 @@
     </message>
     <message>
         <source>The program of the chipcard reader, over the serial line that the preferences name.</source>
-        <translation>Das Programm des Chipkartenlesers, über den seriellen Anschluss aus den Voreinstellungen.</translation>
+        <translation>Das Programm des Chipkartenlesers, über die serielle Schnittstelle aus den Voreinstellungen.</translation>
     </message>
     <message>
         <source>Parameter memory</source>
@@ -1543,7 +1543,7 @@
     </message>
     <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
-        <translation>In die Tastatur wird geschrieben. Bitte nicht abstecken.</translation>
+        <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
     </message>
     <message>
         <source>%1 was not loaded.</source>
@@ -1602,7 +1602,7 @@
     </message>
     <message>
         <source>This key cannot be programmed.</source>
-        <translation>Diese Taste ist nicht programmierbar.</translation>
+        <translation>Diese Taste ist nicht belegbar.</translation>
     </message>
     <message>
         <source>Clear all keys of this module?</source>
@@ -1624,7 +1624,7 @@
     <name>InPlaceEditor</name>
     <message>
         <source>This key cannot be programmed.</source>
-        <translation>Diese Taste ist nicht programmierbar.</translation>
+        <translation>Diese Taste ist nicht belegbar.</translation>
     </message>
 </context>
 <context>
@@ -1659,7 +1659,7 @@
     </message>
     <message>
         <source>Fill a series</source>
-        <translation>Reihe füllen</translation>
+        <translation>Reihe ausfüllen</translation>
     </message>
     <message>
         <source>Select all</source>
@@ -1721,7 +1721,7 @@
     <name>KeyEdits</name>
     <message>
         <source>%1 cannot be programmed. Nothing has been changed.</source>
-        <translation>%1 ist nicht programmierbar. Es wurde nichts geändert.</translation>
+        <translation>%1 ist nicht belegbar. Es wurde nichts geändert.</translation>
     </message>
     <message>
         <source>%1 has room for %2 codes, but the sequence has %3. Nothing has been changed.</source>
@@ -1803,7 +1803,7 @@
     </message>
     <message>
         <source>No key is programmed.</source>
-        <translation>Keine Taste ist programmiert.</translation>
+        <translation>Keine Taste ist belegt.</translation>
     </message>
     <message>
         <source>Layer %1</source>
@@ -2161,7 +2161,7 @@
     </message>
     <message>
         <source>Show</source>
-        <translation>Zeigen</translation>
+        <translation>Anzeigen</translation>
     </message>
     <message>
         <source>Changes in the document</source>
@@ -2181,7 +2181,7 @@
     </message>
     <message>
         <source>Show backups</source>
-        <translation>Sicherungen zeigen</translation>
+        <translation>Sicherungen anzeigen</translation>
     </message>
 </context>
 <context>
@@ -2230,7 +2230,7 @@
     </message>
     <message>
         <source>&amp;Try again</source>
-        <translation>&amp;Noch einmal</translation>
+        <translation>&amp;Erneut versuchen</translation>
     </message>
     <message>
         <source>Use the &amp;simulated keyboard</source>
@@ -2270,7 +2270,7 @@
 Check that the keyboard is plugged in, that no other program uses it, and that the chosen driver library belongs to it.</source>
         <translation>%1
 
-Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr gehört.</translation>
+Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr gehört.</translation>
     </message>
     <message>
         <source>Program</source>
@@ -2539,7 +2539,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Show &amp;released keys in sequences</source>
-        <translation>&amp;Losgelassene Tasten in Folgen zeigen</translation>
+        <translation>&amp;Losgelassene Tasten in Folgen anzeigen</translation>
     </message>
     <message>
         <source>&amp;Open the sequence editor:</source>
@@ -2591,7 +2591,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Serial &amp;port:</source>
-        <translation>Serieller Ans&amp;chluss:</translation>
+        <translation>Serielle S&amp;chnittstelle:</translation>
     </message>
     <message>
         <source>&amp;Baud rate (the driver&apos;s index):</source>
@@ -2845,11 +2845,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1, not programmed</source>
-        <translation>%1, nicht programmiert</translation>
+        <translation>%1, nicht belegt</translation>
     </message>
     <message>
         <source>%1, programmed: %2</source>
-        <translation>%1, programmiert: %2</translation>
+        <translation>%1, belegt: %2</translation>
     </message>
     <message>
         <source>%1, current key</source>
@@ -2857,7 +2857,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1, programmed</source>
-        <translation>%1, programmiert</translation>
+        <translation>%1, belegt</translation>
     </message>
     <message>
         <source>%1, empty</source>
@@ -2872,7 +2872,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Cannot be recorded: a sequence has no codes that press and release key %1, only those of the keys up to 127.</source>
-        <translation>Kann nicht aufgezeichnet werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
+        <translation>Kann nicht aufgenommen werden: Tastenfolgen haben nur für die Tasten bis 127 Codes zum Drücken und Loslassen, nicht für Taste %1.</translation>
     </message>
     <message>
         <source>Key %1</source>
@@ -2884,23 +2884,23 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1, cannot be programmed</source>
-        <translation>%1, nicht programmierbar</translation>
+        <translation>%1, nicht belegbar</translation>
     </message>
     <message>
         <source>%1, cannot be recorded</source>
-        <translation>%1, nicht aufzeichenbar</translation>
+        <translation>%1, lässt sich nicht aufnehmen</translation>
     </message>
     <message>
         <source>%1, programmed: %2</source>
-        <translation>%1, programmiert: %2</translation>
+        <translation>%1, belegt: %2</translation>
     </message>
     <message>
         <source>%1, programmed</source>
-        <translation>%1, programmiert</translation>
+        <translation>%1, belegt</translation>
     </message>
     <message>
         <source>%1, not programmed</source>
-        <translation>%1, nicht programmiert</translation>
+        <translation>%1, nicht belegt</translation>
     </message>
     <message>
         <source>%1, current key</source>
@@ -3012,7 +3012,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Show this sequence on its page</source>
-        <translation>Diese Folge auf ihrer Seite zeigen</translation>
+        <translation>Diese Folge auf ihrer Seite anzeigen</translation>
     </message>
     <message numerus="yes">
         <source>%n byte(s) are sent.</source>
@@ -3042,11 +3042,11 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <name>SelectionPanel</name>
     <message>
         <source>Enter after each</source>
-        <translation>Mit Eingabetaste</translation>
+        <translation>Jeweils mit Eingabetaste</translation>
     </message>
     <message>
         <source>Fill</source>
-        <translation>Füllen</translation>
+        <translation>Ausfüllen</translation>
     </message>
     <message>
         <source>for example TILL</source>
@@ -3054,7 +3054,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Fill a series</source>
-        <translation>Reihe füllen</translation>
+        <translation>Reihe ausfüllen</translation>
     </message>
     <message>
         <source>Text:</source>
@@ -3062,7 +3062,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>First number:</source>
-        <translation>Erste Zahl:</translation>
+        <translation>Erste Nummer:</translation>
     </message>
     <message>
         <source>Digits:</source>
@@ -3285,7 +3285,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The least number of digits, filled with zeros.</source>
-        <translation>Die kleinste Zahl von Ziffern, mit Nullen aufgefüllt.</translation>
+        <translation>Die Mindestzahl der Stellen; fehlende werden mit Nullen aufgefüllt.</translation>
     </message>
     <message>
         <source>Adds Enter after each text.</source>
@@ -3353,7 +3353,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The labels of keys and the characters that they type, for a keyboard without a layout of its own.</source>
-        <translation>Die Beschriftung der Tasten und die Zeichen, die sie tippen, für eine Tastatur ohne eigene Belegung.</translation>
+        <translation>Die Beschriftung der Tasten und die Zeichen, die sie erzeugen, für eine Tastatur ohne eigene Belegung.</translation>
     </message>
     <message>
         <source>A number for the driver. Leave it 0 unless the driver&apos;s documents ask for another.</source>
@@ -3600,7 +3600,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Show released keys</source>
-        <translation>Losgelassene Tasten zeigen</translation>
+        <translation>Losgelassene Tasten anzeigen</translation>
     </message>
     <message>
         <source>off</source>
@@ -3645,13 +3645,13 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     <message numerus="yes">
         <source>%n key(s) programmed</source>
         <translation>
-            <numerusform>Eine Taste programmiert</numerusform>
-            <numerusform>%n Tasten programmiert</numerusform>
+            <numerusform>Eine Taste belegt</numerusform>
+            <numerusform>%n Tasten belegt</numerusform>
         </translation>
     </message>
     <message>
         <source>No key programmed</source>
-        <translation>Keine Taste programmiert</translation>
+        <translation>Keine Taste belegt</translation>
     </message>
     <message>
         <source>Name</source>
@@ -3705,7 +3705,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Show and change what the keyboard holds now.</source>
-        <translation>Zeigen und ändern, was die Tastatur jetzt enthält.</translation>
+        <translation>Anzeigen und ändern, was die Tastatur jetzt enthält.</translation>
     </message>
     <message>
         <source>No keyboard is connected.</source>
@@ -3733,7 +3733,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>&amp;Show this at the start</source>
-        <translation>Beim &amp;Start zeigen</translation>
+        <translation>Beim &amp;Start anzeigen</translation>
     </message>
 </context>
 <context>
@@ -3752,7 +3752,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Show the changes that writing would make in the keyboard</source>
-        <translation>Zeigen, was ein Schreibvorgang in der Tastatur ändern würde</translation>
+        <translation>Anzeigen, was ein Schreibvorgang in der Tastatur ändern würde</translation>
     </message>
     <message>
         <source>In sync</source>
@@ -3771,7 +3771,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>Show the changes before they are written</source>
-        <translation>Die Änderungen zeigen, bevor sie geschrieben werden</translation>
+        <translation>Die Änderungen anzeigen, bevor sie geschrieben werden</translation>
     </message>
     <message>
         <source>Interrupted write: settle…</source>
@@ -3790,7 +3790,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1 — program %2, bootloader %3</source>
-        <translation>%1 — Programm %2, Bootloader %3</translation>
+        <translation>%1 – Programm %2, Bootloader %3</translation>
     </message>
     <message>
         <source>simulated keyboard</source>
@@ -3885,7 +3885,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>%1, programmed: %2</source>
-        <translation>%1, programmiert: %2</translation>
+        <translation>%1, belegt: %2</translation>
     </message>
     <message>
         <source>Try</source>
@@ -4016,7 +4016,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The checksum (LRC) of track %1 is wrong; the reader rejects the track.</source>
-        <translation>Die Prüfsumme (LRC) von Spur %1 ist falsch; der Leser weist die Spur ab.</translation>
+        <translation>Die Prüfsumme (LRC) von Spur %1 ist falsch; der Leser weist die Spur zurück.</translation>
     </message>
     <message>
         <source>The checksum (LRC) of track %1 is wrong; the reader does not verify it.</source>
@@ -4024,7 +4024,7 @@ Prüfen Sie, ob die Tastatur angesteckt ist, ob kein anderes Programm sie benutz
     </message>
     <message>
         <source>The last character of track %1 is wrong; the reader rejects the track.</source>
-        <translation>Das letzte Zeichen von Spur %1 ist falsch; der Leser weist die Spur ab.</translation>
+        <translation>Das letzte Zeichen von Spur %1 ist falsch; der Leser weist die Spur zurück.</translation>
     </message>
     <message>
         <source>The last character of track %1 is wrong; the reader does not verify it.</source>
@@ -4168,7 +4168,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
-        <translation>In die Tastatur wird geschrieben. Bitte nicht abstecken.</translation>
+        <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
     </message>
     <message>
         <source>The interrupted write could not be settled.</source>
@@ -4188,7 +4188,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>no unit</source>
-        <translation>keine Kasse</translation>
+        <translation>keine Einheit</translation>
     </message>
     <message>
         <source>The keyboard holds parts of several interrupted writes to keyboards that cannot be told apart. Which of them was interrupted on this keyboard?</source>
@@ -4226,7 +4226,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <name>TypedCodes</name>
     <message>
         <source>No key of this layout types &quot;%1&quot;.</source>
-        <translation>Keine Taste dieser Belegung tippt „%1“.</translation>
+        <translation>Keine Taste dieser Belegung erzeugt „%1“.</translation>
     </message>
 </context>
 <context>
@@ -4389,7 +4389,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Record clicks as the keyboard reports them (press only)</source>
-        <translation>Klicks so aufzeichnen, wie die Tastatur sie meldet (nur Drücken)</translation>
+        <translation>Klicks so aufnehmen, wie die Tastatur sie meldet (nur Drücken)</translation>
     </message>
     <message>
         <source>Codes left:</source>
