@@ -34,7 +34,7 @@ LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
     m_name->setAccessibleName(m_name->placeholderText());
     auto* menu = new QMenu(&view);
     menu->setTitle(tr("Copy or swap layer"));
-    view.findChild<views::KeyGrid*>()->addAction(menu->menuAction()); // for the menu Edit
+    view.findChild<views::KeyGrid*>()->addAction(menu->menuAction()); // for the Edit menu
     auto* button = new QToolButton;
     button->setObjectName(QStringLiteral("layerMenu"));
     button->setText(tr("Copy or swap"));

@@ -1,4 +1,4 @@
-// TestedKeyboard: the keyboard of the page Test: a copy of the connected one, with what it holds or
+// TestedKeyboard: the keyboard of the Test page: a copy of the connected one, with what it holds or
 // with what it would hold if the document were written. The keyboard itself is only read.
 #pragma once
 

@@ -1,5 +1,5 @@
-// WindowPages: the pages of the main window, and the ways to them: the list beside them, the menu
-// Go and the search.
+// WindowPages: the pages of the main window, and the ways to them: the list beside them, the Go
+// menu and the search.
 //
 // Pages are made for one language; Make replaces them all.
 #pragma once

@@ -1,7 +1,7 @@
-// CopiedKeyboard: a driver whose keyboard is a copy of what another one held.
+// CopiedKeyboard: a driver for a copy of a keyboard's contents.
 //
-// On it a write is tried out before the keyboard itself sees any of it, and saved bytes are read as
-// settings. It answers what transfers need, and refuses all else.
+// Writes are tried out on it first, and saved bytes are decoded through it. It supports only the
+// calls that transfers need.
 #pragma once
 
 #include "host/KeyboardContent.h"
@@ -22,9 +22,9 @@ public:
 
     explicit CopiedKeyboard(KeyboardContent content);
 
-    // What the copy holds, and has been made to hold.
+    // The present contents of the copy.
     [[nodiscard]] const KeyboardContent& Content() const { return m_content; }
-    // What the last transfer to the copy has moved, in the order of its requests.
+    // The requests that the last transfer to the copy has moved, in order.
     [[nodiscard]] const std::vector<Request>& LastSaved() const { return m_saved; }
 
     std::int32_t QXCFG_SetCommandDelta(std::int32_t lDelta) override;

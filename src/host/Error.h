@@ -159,7 +159,7 @@ enum class Cause {
 
 inline constexpr Cause kLastCause = Cause::SectionsAbsent;
 
-// What the keyboard holds after a write that failed.
+// The keyboard's contents after a failed write.
 enum class Holds {
     NotTouched,    // what it held before: nothing was sent
     Old,           // what it held before, as read back
@@ -168,7 +168,7 @@ enum class Holds {
     Unknown,       // it could not be read, or was not
 };
 
-// What the user can do about it.
+// A suggestion to the user.
 enum class Suggestion {
     None,               // the first
     Recover,            // the interrupted write
@@ -181,7 +181,7 @@ enum class Suggestion {
     GiveVariables,      // values for the placeholders of the document
     ChooseDriver,       // another one, or another keyboard
     ChooseModel,        // of the keyboard that is to be made
-    LeaveOutKeyboard,   // and its model: the driver takes none
+    LeaveOutKeyboard,   // and its model: the driver accepts none
     LeaveOutIdentifier, // in documents for several keyboards
     MoveFileAway,       // when its contents have been dealt with; the last
 };
@@ -239,8 +239,8 @@ struct ErrorFacts {
     Long expected = 0;
     std::optional<FailedCall> call{};
     ErrorPlace place{};
-    std::optional<Holds> holds{}; // where it was to be written
-    std::string backup{};         // the id of the one that has what the keyboard held before
+    std::optional<Holds> holds{}; // only if a write failed
+    std::string backup{};         // the id of the backup of the previous contents
     std::vector<WriteName> writes{};
     std::vector<Fault> faults{}; // of a file
 
@@ -262,8 +262,8 @@ public:
     // The code of its kind, for debuggers.
     [[nodiscard]] const char* what() const noexcept override { return CodeOf(Kind()).data(); }
 
-    Suggestion suggestion; // that of the cause, until another is found better
-    // What it comes from, or what else failed then: see Cause.
+    Suggestion suggestion; // initially that of the cause
+    // The errors that caused it, or occurred with it: see Cause.
     std::vector<Error> related;
 
 private:

@@ -10,8 +10,9 @@
 //    it, nothing may be written.
 // 2. Read the Entries. Those with a trace in the keyboard (TraceIn) must be recovered first, or be
 //    named in `replaced` if this write overwrites their traces.
-// 3. Begin. If it throws, nothing may be sent.
-// 4. End, if nothing was sent, or if everything was sent and no read-back contradicts it; for the
+// 3. Save a backup, whose id is in the entry. Begin; if it throws, nothing may be sent.
+// 4. Read the keyboard again: if it no longer holds `before`, End, and send nothing.
+// 5. End, if nothing was sent, or if everything was sent and no read-back contradicts it; for the
 //    entries in `replaced` only if a read-back has verified the write. In all other cases the entry
 //    stays for a recovery.
 #pragma once

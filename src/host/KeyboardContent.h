@@ -1,5 +1,5 @@
-// KeyboardContent: what a keyboard held when it was read: which keyboard it is, and the bytes of
-// all areas that the configuration's sections have in it.
+// KeyboardContent: the contents of a keyboard as read: its identity, and the bytes of all areas
+// that the configuration's sections have in it.
 #pragma once
 
 #include "host/Json.h"
@@ -23,7 +23,7 @@ struct KeyboardIdentity {
     std::string identification; // the bytes of the identification block; empty: not readable
     Byte capabilities = 0;
     std::vector<std::pair<KeyboardModuleIDs, Long>> directory; // module and address
-    std::string guid; // its 16 bytes; empty where the keyboard stores none
+    std::string guid; // its 16 bytes; empty if the keyboard stores none
 
     // The keyboard's name, as far as it can be printed.
     [[nodiscard]] std::string Name() const;
@@ -86,10 +86,10 @@ struct KeyboardContent {
 [[nodiscard]] std::vector<ByteRange> Differences(const KeyboardContent& from,
                                                  const KeyboardContent& to, Long gap);
 
-// No keyboard's memory reaches as far; the controls reckon with addresses up to here.
+// An upper limit for addresses, above the memory of every keyboard.
 inline constexpr Long kAddressLimit = 1 << 30;
 
-// As records have them.
+// The form in records.
 [[nodiscard]] Long AddressOf(const json::Value& value);
 [[nodiscard]] KeyboardModuleIDs ModuleOf(const json::Value& value);
 [[nodiscard]] Json ToJson(const KeyboardIdentity& identity);

@@ -24,7 +24,7 @@ using Clock = std::function<Time()>;
 [[nodiscard]] std::string TimeText(Time time);
 [[nodiscard]] std::string TimeFileName(Time time);
 
-// What a kind of record is called in its file, and its version.
+// The format name of a kind of record, and its version.
 struct RecordFormat {
     std::string_view name; // "qx-receipt"
     int version;
@@ -37,8 +37,7 @@ void WriteRecord(const std::filesystem::path& file, const RecordFormat& format,
 // The same into a new file, of the user's own and on the disk for good when it returns.
 void WriteNewRecord(const std::filesystem::path& file, const RecordFormat& format,
                     const Json& members);
-// The same in this folder, which is made. The name begins with the time and is no other record's,
-// whatever other programs do.
+// The same in this folder, created if needed, under a unique name that begins with the time.
 std::filesystem::path WriteNewRecord(const std::filesystem::path& folder, Time time,
                                      const std::string& ending, const RecordFormat& format,
                                      const Json& members);
@@ -46,8 +45,8 @@ std::filesystem::path WriteNewRecord(const std::filesystem::path& folder, Time t
 std::filesystem::path WriteNewFile(const std::filesystem::path& folder, Time time,
                                    const std::string& ending, const std::string& text);
 
-// Reads a record, which must be as it was written where it has a hash: `read` reads its members.
-// One with any fault, and members that `read` does not ask for are some, cannot be used.
+// Reads a record: `read` reads its members. Throws if it has any fault, including members that
+// `read` does not ask for, or a wrong hash.
 void ReadRecord(const std::filesystem::path& file, const RecordFormat& format,
                 const std::function<void(json::Object&)>& read);
 
@@ -57,14 +56,14 @@ struct DamagedRecord {
     Error error;
 };
 
-// Reads all records of the folder whose names end so, in the order of their names, and passes over
-// those that are gone meanwhile. Returns the ones that cannot be used.
+// Reads all records of the folder with this ending, in the order of their names, and skips those
+// that have been deleted meanwhile. Returns the ones that cannot be used.
 [[nodiscard]] std::vector<DamagedRecord>
 ReadRecords(const std::filesystem::path& folder, std::string_view ending,
             const RecordFormat& format,
             const std::function<void(const std::filesystem::path&, json::Object&)>& read);
 
-// The files of the folder whose names end so, in the order of their names; none without a folder.
+// The files of the folder with this ending, in the order of their names; none without a folder.
 [[nodiscard]] std::vector<std::filesystem::path> RecordsIn(const std::filesystem::path& folder,
                                                            std::string_view ending);
 

@@ -14,7 +14,7 @@ namespace qx::host {
     return Error(cause, std::move(facts), std::move(because));
 }
 
-// Runs the step; what it throws is a refusal.
+// Runs the step; its exceptions are refusals.
 template <typename Step>
 auto BeforeWriting(const Step& step) {
     try {

@@ -26,7 +26,7 @@ class QXPos;
 
 namespace qx::host {
 
-// For work that differs by control; the controls that it is not for are passed over.
+// For work that differs by control; other controls are skipped.
 class ControlVisitor {
 public:
     virtual ~ControlVisitor() = default;
@@ -109,7 +109,7 @@ public:
         Control().AdjustControls();
         Control().ReloadKeySettings();
     }
-    // Has the control work with this keyboard, or with none; returns the one that it had before.
+    // Assigns this keyboard, or null, to the control; returns the one that it had before.
     QXKeyboardAccess* Follow(QXKeyboardAccess* keyboard) {
         Control().SetKeyboard(keyboard);
         return std::exchange(m_keyboard, keyboard);

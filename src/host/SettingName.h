@@ -52,12 +52,12 @@ struct SettingName {
 struct SettingValue {
     enum class Kind {
         Text,    // a number, or a text or sequence in its own words
-        Off,     // these two of a switch
-        On,      //
+        Off,     // a switch
+        On,      // a switch
         Empty,   // a sequence without codes
         None,    // there is no such setting
-        Damaged, // these two of a section in a keyboard
-        Sound,   //
+        Damaged, // a section of a keyboard
+        Sound,   // a section that is not damaged
     };
     Kind kind = Kind::Text;
     std::string text = {}; // of Text

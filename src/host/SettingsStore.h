@@ -1,11 +1,10 @@
 // SettingsStore: the registry of the current user as a program sees it.
 //
 // On Windows it is the registry itself, elsewhere an INI file. Every value is stored as a whole
-// number or a text; Booleans are the numbers -1 and 0. What a hand-edited file holds is read as
-// generously as it can be understood, and every number as a text too. Written values wait in memory
-// until Flush stores them all; only then is the store locked, read again, and written. So programs
-// that run at the same time keep each other's other values, and a value that is written as it was
-// read changes nothing.
+// number or a text; Booleans are the numbers -1 and 0. A hand-edited file is read leniently; every
+// number can also be read as a text. Written values wait in memory until Flush stores them all;
+// only then is the store locked, read again, and written. So programs that run at the same time
+// keep each other's other values, and a value that is written as it was read changes nothing.
 #pragma once
 
 #include "host/SettingsPlace.h"
@@ -38,8 +37,8 @@ public:
 
     // Stores what was written since the last call. A damaged file is kept beside the new one with
     // ".damaged" at its end. Throws Error(FileFailed) that names the place; the values then wait
-    // for the next call. That is so too for a `file` that has text, but no group of these values:
-    // it belongs to somebody else and stays as it is.
+    // for the next call. The same applies to a `file` with text but none of these groups: it
+    // belongs to another program and is not changed.
     void Flush();
 
     void SetPath(std::string_view sPath) override;

@@ -1,4 +1,4 @@
-// RefusingDriver: a driver that refuses everything, as the base of those that can do a part.
+// RefusingDriver: a driver that refuses every call; base class of drivers that support only some.
 #pragma once
 
 #include "qxcontrols/device/ConfigDriver.h"

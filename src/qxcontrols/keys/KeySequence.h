@@ -5,12 +5,14 @@
 // with spaces on the left ("  5200 13" are the codes 5, 200 and 13). The text is ASCII: its
 // characters are counted as bytes.
 //
-// The keyboard stores codes from 0 to 255, one byte each; a 0 ends the sequence. Others can be in a
-// KeySequence, but not in the keyboard:
-// - With the code -1 among the codes that fit its slot, the sequence is left out, and the
-//   rest of the block moves forward: this key and each later key of the block get the sequence of
-//   the next key, and the last one gets blanks (code 32).
-// - With any other code, the block is not written, and a trace line says so.
+// The keyboard stores codes from 0 to 255, one byte each; a 0 ends the sequence. Other codes can be
+// in a KeySequence, but not in the keyboard. If one is among the codes that fit the slot:
+// - With -1, the block is encoded without this slot, so that everything behind it moves forward.
+//   Free keys, layered function keys and readers: this slot and each later one get the sequence of
+//   the next, and the last gets blanks (code 32). POS keys, whose records also have a group byte:
+//   all later bytes move by 31, so that this key's sequence, and the groups and sequences of all
+//   later keys, are wrong.
+// - With any other code, the block is not written, and a trace line reports it.
 #pragma once
 
 #include "qxcontrols/common/Types.h"

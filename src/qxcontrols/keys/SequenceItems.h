@@ -36,7 +36,8 @@ struct SequenceItem {
 
 class SequenceItems {
 public:
-    // Takes what it needs of the layout. A key without a name has its number in braces, "{14}".
+    // Copies the names and characters from the layout, which need not outlive it. A key without a
+    // name has its number in braces, "{14}".
     explicit SequenceItems(const QXKeyboardLayoutData& layout);
 
     // The items of the codes, 1 to 255 each: every code belongs to one of them, in their order.

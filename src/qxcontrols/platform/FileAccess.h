@@ -27,14 +27,14 @@ namespace qx {
                                                std::string_view sExtension, std::string& error);
 
 #ifdef _WIN32
-// A name, or any other text, as the system accepts it, and as the system gives it. What is
-// ill-formed becomes U+FFFD.
+// A name, or any other text, as the system accepts it, and as the system gives it. Ill-formed
+// parts become U+FFFD.
 [[nodiscard]] std::wstring WideText(std::string_view sText);
 [[nodiscard]] std::string TextOfWide(std::wstring_view text);
 
 // The system's words for an error; the empty text where it has none.
 [[nodiscard]] std::string SystemWords(unsigned long lNumber);
-// The same behind the number.
+// The same, preceded by the number.
 [[nodiscard]] std::string SystemError(unsigned long lNumber);
 #endif
 

@@ -10,8 +10,9 @@
 //     qx::QXBarcode barcode(platform);
 //
 // A control copies the pointers, none of which may be null; the services must outlive the control.
-// They are called on the thread that calls the control, in the middle of its work: only
-// PendingMessages may lead to other calls of the same control.
+// They are called on the thread that calls the control, in the middle of its work.
+// PendingMessages, MessageBoxes and ModalForms may run a message loop, through which the host can
+// call the same control again; the others must not.
 #pragma once
 
 #include "qxcontrols/platform/FormTimer.h"

@@ -14,7 +14,6 @@ namespace qx {
 // Set the path, then read and write values below it. Names and paths ignore the case of ASCII
 // letters. If a value is missing or cannot be read as the requested type, a read returns the
 // default.
-// for, gives the default.
 class RegistryAccess {
 public:
     virtual ~RegistryAccess() = default;

@@ -14,9 +14,10 @@
 namespace qx {
 
 // Encodes the model. A key in two blocks goes to the later one's group. A sequence with a code -1
-// among its first kPOSSequenceSize codes is omitted, and the block is then shorter. Throws
-// std::overflow_error for any other of these codes outside 0 to 255, and std::out_of_range if a
-// block contains a key outside 1 to 105.
+// among its first kPOSSequenceSize codes is omitted: the block is then 31 bytes shorter, and all
+// later records begin 31 bytes too early, so that their groups and sequences are read wrongly;
+// WriteIntoMemory fills the end with blanks. Throws std::overflow_error for any other of these
+// codes outside 0 to 255, and std::out_of_range if a block contains a key outside 1 to 105.
 [[nodiscard]] std::string EncodePOSModuleBlock(const POSKeyboard& keyboard);
 
 // Replaces the model by that of the block, of kPOSModuleBlockSize bytes. Groups keep their number

@@ -1,16 +1,14 @@
 // frmPOSProgrammer: the window in which the user puts the POS keys together as blocks.
 //
-// The form edits a copy of the model. One block at most is the current one. What a click on a key
-// does:
-// - a key of another block makes that block the current one;
-// - a free key becomes the major key of a new block, or joins the current one;
-// - a key of the current block leaves it.
-// A key of another block moves into the current one only by TakeKey. So a key is always in one
-// block at most. The major key of a block is its lowest key, whichever was picked first, and the
-// block stands in that key's slot (see POSBlockPlaces.h): when a lower key joins, or the major key
-// leaves, the block moves. A block that loses its only key is gone. The host is asked before a
-// sequence is lost with it. What it shows, and its events to the host, are those of the
-// QXPOSProgrammer that opened it.
+// The form edits a copy of the model. At most one block is current. A click
+// - on a key of another block makes that block current;
+// - on a free key starts a new block with it, or adds it to the current block;
+// - on a key of the current block removes it.
+// Only TakeKey moves a key from another block. A key is therefore in at most one block. A block's
+// major key is its lowest, whichever was picked first, and the block is in that key's slot (see
+// POSBlockPlaces.h): it moves when a lower key joins or the major key leaves. A block without keys
+// is removed; the host is asked before a sequence is lost. Texts and events to the host are those
+// of the QXPOSProgrammer that opened the form.
 #pragma once
 
 #include "qxcontrols/common/ChildControls.h"

@@ -62,7 +62,7 @@ public:
     Event<const std::string&, bool&, std::string&> EditHeader;     // sCurrSeq, fCancelEdit (true),
                                                                    // sNewSeq (sCurrSeq)
     Event<const std::string&, bool&, std::string&> EditTerminator; // never raised: EditHeader
-                                                                   // stands for both
+                                                                   // is raised for both
     Event<bool&> RemoveHeader;                                     // fRemoveIt (false)
     Event<bool&> RemoveTerminator;                                 // fRemoveIt (false)
     Event<bool&> AdvanceEdit;                                      // fEdit (false)
@@ -72,8 +72,9 @@ public:
     void PrepareDataUpload(bool LoadInKeyboard) override;
     void PrepareDataDownload(bool LoadInKeyboard) override;
     void DataUpload(bool LoadInKeyboard) override;
-    // Both end at the first access that the keyboard refuses; DataDownload also at a code length or
-    // a code outside 0 to 255. Settings read or written before that are kept.
+    // Both end at the first access that the keyboard refuses; DataDownload also at a code length
+    // outside 0 to 255, or a code outside 0 to 255 other than -1 (see KeySequence.h). Settings read
+    // or written before that are kept.
     void DataDownload(bool LoadInKeyboard) override;
     void Translate() override;
     void AdjustControls() override;
