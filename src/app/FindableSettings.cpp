@@ -1,11 +1,26 @@
 #include "app/FindableSettings.h"
 
+#include "app/Places.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
+#include "views/Bindings.h"
 
 #include <set>
 
 namespace qx::app {
+
+namespace {
+
+// What the keys are called that send this sequence together: "Block 3 (4 keys)"; usually empty.
+QString GroupText(Workbench& workbench, const host::Setting& setting) {
+    if (setting.name.elementParts == 0 || !setting.place.ends_with("/sequence"))
+        return {};
+    return workbench.Faces()
+        .Of(setting.name.section)
+        .GroupOf(static_cast<int>(Place::Of(setting.place).numbers.back()));
+}
+
+} // namespace
 
 std::vector<Findable> FindableSettings(Workbench& workbench,
                                        const std::function<void(const std::string& place)>& goTo) {
@@ -15,6 +30,11 @@ std::vector<Findable> FindableSettings(Workbench& workbench,
         all.push_back(
             {setting.name.elementParts > 0 ? Findable::Group::Keys : Findable::Group::Settings,
              NameText(setting.name), value, [goTo, place = setting.place] { goTo(place); }});
+        Findable& added = all.back();
+        for (const host::NamePart& part : setting.name.parts)
+            added.otherName += views::ToQt(part.longCaption);
+        if (const QString group = GroupText(workbench, setting); !group.isEmpty())
+            added.text += QStringLiteral(" › ") + group;
     };
     const host::Configuration& configuration = workbench.Configuration();
     for (const host::Setting& setting : configuration.List(workbench.History().AllSections())) {

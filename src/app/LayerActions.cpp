@@ -53,6 +53,7 @@ LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
 
     connect(m_name, &QLineEdit::textEdited, this, &LayerActions::Rename);
     connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        qDeleteAll(menu->findChildren<QMenu*>()); // clear() leaves them
         menu->clear();
         Fill(*menu, m_control.CurrentLayer());
     });

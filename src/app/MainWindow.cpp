@@ -12,7 +12,6 @@
 #include "app/WindowPlace.h"
 #include "app/WorkBar.h"
 #include "views/Bindings.h"
-#include "views/KeyGrid.h"
 #include "views/LineIcon.h"
 #include "views/PlainText.h"
 
@@ -188,14 +187,8 @@ void MainWindow::MakeActions() {
         ->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::CTRL | Qt::Key_F});
 
     QAction* beforeKeys = edit->addSeparator();
-    connect(edit, &QMenu::aboutToShow, this, [this, edit, beforeKeys] {
-        const QList<QAction*> all = edit->actions();
-        for (QAction* action : all.mid(all.indexOf(beforeKeys) + 1))
-            edit->removeAction(action);
-        for (const auto* grid : findChildren<views::KeyGrid*>())
-            if (grid->isVisible() && grid->isEnabled() && grid->Selects())
-                edit->addActions(grid->actions());
-    });
+    connect(edit, &QMenu::aboutToShow, this,
+            [this, edit, beforeKeys] { m_pages->ShowKeyActions(*edit, beforeKeys); });
 
     m_keyboards->Fill(*menuBar()->addMenu(tr("&Keyboard")));
     m_go = menuBar()->addMenu(tr("&Go"));

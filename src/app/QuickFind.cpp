@@ -42,6 +42,23 @@ int FitOf(const QString& text, const QString& word) {
     return fit;
 }
 
+// Of another name only the words' beginnings count, as it is not seen why it fits.
+int FitOfOther(const QString& otherName, const QString& word) {
+    constexpr int kFit = 4;
+    return FitOf(otherName, word) > kFit ? kFit : 0;
+}
+
+// Whether the words of the phrase occur as they stand, the last of them to its end.
+bool HasPhrase(const QString& text, const QString& phrase) {
+    for (auto at = text.indexOf(phrase, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(phrase, at + 1, Qt::CaseInsensitive)) {
+        const qsizetype end = at + phrase.size();
+        if (BeginsWord(text, at) && (end == text.size() || !text.at(end).isLetterOrNumber()))
+            return true;
+    }
+    return false;
+}
+
 // Whether the word's letters occur in this order, the first at the beginning of a word: "wrkey".
 bool IsLike(const QString& text, const QString& word) {
     constexpr qsizetype kLeast = 3;
@@ -60,8 +77,11 @@ bool IsLike(const QString& text, const QString& word) {
 
 int Fit(const Findable& findable, const QStringList& words) {
     int fit = 1;
+    if (const QString phrase = words.join(u' '); words.size() > 1)
+        fit += HasPhrase(findable.text, phrase) ? 4 : HasPhrase(findable.otherName, phrase) ? 2 : 0;
     for (const QString& word : words) {
-        const int inText = FitOf(findable.text, word);
+        const int inText =
+            std::max(FitOf(findable.text, word), FitOfOther(findable.otherName, word));
         if (inText == 0 && !findable.detail.contains(word, Qt::CaseInsensitive))
             return 0;
         fit += std::max(inText, 1);
@@ -242,14 +262,16 @@ void QuickFind::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// The results are hidden when the user turns to something else.
+// When the user turns to something else, the results are hidden, and they may no longer be true.
 bool QuickFind::eventFilter(QObject* watched, QEvent* event) {
     const bool isElsewhere = (event->type() == QEvent::MouseButtonPress && watched != this &&
                               watched != m_popup->viewport() && watched->isWidgetType()) ||
                              (event->type() == QEvent::FocusOut && watched == this) ||
                              event->type() == QEvent::ApplicationDeactivate;
-    if (isElsewhere && m_popup->isVisible())
+    if (isElsewhere && m_popup->isVisible()) {
         m_popup->hide();
+        m_isFresh = true;
+    }
     return QLineEdit::eventFilter(watched, event);
 }
 

@@ -19,6 +19,7 @@ struct Findable {
     QString detail; // its value or contents
     std::function<void()> show;
     QString shortcut = {};
+    QString otherName = {}; // found too, but not shown
 };
 
 class QuickFind : public QLineEdit {
@@ -44,7 +45,7 @@ private:
 
     std::function<std::vector<Findable>()> m_list;
     std::vector<Findable> m_findables;
-    bool m_isFresh = true;      // nothing has been listed since the user came to the field
+    bool m_isFresh = true;      // nothing has been listed since the user turned to the field
     QPointer<QWidget> m_before; // had the focus
     QListWidget* m_popup;       // its items know their findables; headings have none
 };

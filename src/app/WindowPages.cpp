@@ -177,6 +177,15 @@ void WindowPages::FillMenu(QMenu& go) {
     }
 }
 
+void WindowPages::ShowKeyActions(QMenu& menu, QAction* before) {
+    const QList<QAction*> all = menu.actions();
+    for (QAction* action : all.mid(all.indexOf(before) + 1))
+        menu.removeAction(action);
+    for (const auto* grid : m_book->findChildren<views::KeyGrid*>())
+        if (grid->isVisible() && grid->isEnabled() && grid->Selects())
+            menu.addActions(grid->actions());
+}
+
 void WindowPages::StartSearch() {
     m_find->setFocus(Qt::ShortcutFocusReason);
     m_find->selectAll();
@@ -202,20 +211,22 @@ std::vector<Findable> WindowPages::Findables() {
     return all;
 }
 
-// What the menus and the keys on this page offer now; the pages have a group of their own.
+// What the menus would offer if they were opened now; the pages have a group of their own. The name
+// of an entry of a submenu includes that of the submenu: "Swap with layer › 4".
 std::vector<Findable> WindowPages::Actions() {
     std::vector<Findable> all;
     std::set<QString> known;
     for (const PageBook::Listed& page : m_book->Pages())
         known.insert(page.title);
-    const std::function<void(const QList<QAction*>&, const QString&)> add =
-        [&](const QList<QAction*>& actions, const QString& where) {
-            for (QAction* action : actions) {
-                const QString name = NameOf(*action);
+    const std::function<void(QMenu&, const QString&, const QString&)> add =
+        [&](QMenu& menu, const QString& where, const QString& before) {
+            emit menu.aboutToShow(); // some menus are filled only then
+            for (QAction* action : menu.actions()) {
+                const QString name = before + NameOf(*action);
                 if (!action->isEnabled() || !action->isVisible() || action->isSeparator())
                     continue;
                 if (action->menu() != nullptr)
-                    add(action->menu()->actions(), name);
+                    add(*action->menu(), where, NameOf(*action) + QStringLiteral(" › "));
                 else if (!name.isEmpty() && known.insert(name).second)
                     all.push_back({Findable::Group::Actions, name, where,
                                    [action = QPointer<QAction>(action)] {
@@ -226,10 +237,8 @@ std::vector<Findable> WindowPages::Actions() {
             }
         };
     if (const auto* window = qobject_cast<QMainWindow*>(m_book->window()))
-        add(window->menuBar()->actions(), {});
-    for (const auto* grid : m_book->findChildren<views::KeyGrid*>())
-        if (grid->isVisible() && grid->isEnabled() && grid->Selects())
-            add(grid->actions(), tr("selected keys"));
+        for (const QAction* menu : window->menuBar()->actions())
+            add(*menu->menu(), NameOf(*menu), {});
     return all;
 }
 

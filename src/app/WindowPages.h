@@ -65,6 +65,9 @@ public:
     void ShowKeyboard(QMenu& go);
     // Shows in the list how many keys of each module are programmed in the document.
     void ShowCounts();
+    // Behind this action of the menu: what can be done with the keys of the page that is shown, and
+    // nothing else.
+    void ShowKeyActions(QMenu& menu, QAction* before);
     // Gives the focus to the search.
     void StartSearch();
 

@@ -3,6 +3,7 @@
 #include "host/PlacedVisitor.h"
 #include "host/Snapshot.h"
 #include "qxcontrols/keys/KeyName.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <utility>
 
@@ -32,8 +33,12 @@ std::vector<NamePart> ElementName(const FieldList& list, const FieldList::Id& id
         parts.push_back({member.key, member.label,
                          member.legend != nullptr ? member.legend(id[i]) : std::to_string(id[i])});
     }
-    if (list.positionCodeOf)
-        parts.back().number = KeyName(id.back(), KeyLabel(list.positionCodeOf(id), layout));
+    if (list.positionCodeOf) {
+        const Long code = list.positionCodeOf(id);
+        parts.back().number = KeyName(id.back(), KeyLabel(code, layout));
+        if (layout != nullptr)
+            parts.back().longCaption = layout->KeyLongCaption(code);
+    }
     return parts;
 }
 

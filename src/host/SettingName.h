@@ -32,7 +32,8 @@ struct NamePart {
     std::string_view
         label;          // in English, a constant; empty where the number or the rest says it all
     std::string number; // "2", "F4", "30 (A)"; empty for what there is only one of
-    OptionCaption caption = {}; // replaces both
+    OptionCaption caption = {};   // replaces both
+    std::string longCaption = {}; // of a key, in the layout: "Insert key"
 
     bool operator==(const NamePart&) const = default;
 };

@@ -6,6 +6,8 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSlider>
 #include <QSpinBox>
 
@@ -80,6 +82,85 @@ TEST(QuickFind, RunsActionsAndListsNothingTwice) {
     EXPECT_TRUE(rows("undo").value(1).contains(QStringLiteral("output delay")));
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(slider->value(), 6);
+}
+
+// The field finds what the page offers that is shown now, whatever was shown when a menu was open.
+TEST(QuickFind, ActsOnThePageAndTheLayerThatAreShown) {
+    Desk desk;
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    desk.Click("key_31");
+    emit desk.window->menuBar()->actions()[1]->menu()->aboutToShow(); // Edit
+    desk.Page("layeredFuncKeys");
+    emit desk.Find<QToolButton>("layerMenu")->menu()->aboutToShow();
+    desk.ClickKey("funcKeys", 0);
+    desk.Click("key_31");
+    desk.ShowLayer(3);
+    desk.ClickKey("funcKeys", 1);
+    desk.Click("key_50");
+    const auto run = [&](const char* words) {
+        auto* field = desk.Find<QLineEdit>("quickFind");
+        field->setFocus();
+        QTest::keyClicks(field, QString::fromLatin1(words));
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    run("copy to layer 5");
+    run("swap with layer 7");
+    desk.ShowLayer(0);
+    desk.ClickKey("funcKeys", 0);
+    run("clear");
+    desk.Write();
+    const auto slot = [&](int layer, int key) {
+        return desk.Memory(MODULE_LAYERED_FUNCKEYS, Long{layer * 24 + key} * 128, 3);
+    };
+    EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
+    EXPECT_EQ(slot(0, 0).front(), '\0');
+    EXPECT_EQ(slot(3, 1).front(), '\0');
+    for (const int layer : {5, 7})
+        EXPECT_EQ(slot(layer, 1), Bytes("32 B2 00")) << layer;
+
+    // Neither does the list of before a click apply after it.
+    desk.Page("layeredFuncKeys");
+    auto* field = desk.Find<QLineEdit>("quickFind");
+    field->setFocus();
+    QTest::keyClicks(field, QStringLiteral("copy to layer"));
+    desk.ShowLayer(7);
+    QTest::keyClicks(field, QStringLiteral(" 6"));
+    QTest::keyClick(field, Qt::Key_Return);
+    desk.Write();
+    EXPECT_EQ(slot(6, 1), Bytes("32 B2 00"));
+}
+
+TEST(QuickFind, KnowsKeysByEveryNameThatTheyHave) {
+    Desk desk;
+    desk.Page("pos");
+    for (const int key : {12, 20, 40}) { // blocks 1 to 3
+        desk.ClickKey("posDisplay", key);
+        desk.Click("key_31");
+    }
+    desk.Page("overview");
+    auto* field = desk.Find<QLineEdit>("quickFind");
+    const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
+    const auto first = [&](const char* words) {
+        field->setFocus();
+        field->clear();
+        QTest::keyClicks(field, QString::fromLatin1(words));
+        return found->count() < 2 ? std::string() : found->item(1)->text().toStdString();
+    };
+    EXPECT_EQ(first("insert"), "Free keys › Key 75 (Ins)");
+    EXPECT_EQ(found->count(), 3) << "that of the POS module too, and nothing else";
+    EXPECT_EQ(first("ins"), "Free keys › Key 75 (Ins)");
+    EXPECT_EQ(first("block 3"), "Block 3 — Preferences") << "the colour of that number";
+    EXPECT_TRUE(found->item(3)->text().startsWith(QStringLiteral("POS keys › Key 40 (")))
+        << found->item(3)->text().toStdString();
+    EXPECT_EQ(first("page up"), "Free keys › Key 85 (PgUp)");
+    QTest::keyClick(field, Qt::Key_Return);
+    QTest::keyClicks(desk.Find<views::KeyGrid>("layoutDisplay"), "b");
+    desk.Click("addText");
+    desk.Write();
+    EXPECT_NE(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 1280).find(Bytes("32 B2 00")),
+              std::string::npos);
+    EXPECT_EQ(desk.ControlOf<QXFreeProgKeys>("freeProgKeys").CurrentKey(), 85);
 }
 
 } // namespace
