@@ -49,13 +49,9 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                    if (QWidget* editor = QApplication::activeModalWidget())
                        QMessageBox::information(editor, windowTitle(), views::Plain(text));
                    else
-                       Report(text);
+                       m_notice->ShowAlone({Notice::Kind::Information, text});
                },
-               [this](const QString& text) {
-                   m_notice->Show({Notice::Kind::Success, text, {}, {{tr("Undo"), [this] {
-                                                                          m_undo->trigger();
-                                                                      }}}});
-               },
+               [this](const QString& text) { m_notice->ShowAlone(UndoableNotice(text)); },
                [this](const QString& text) {
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
                }}),
@@ -278,6 +274,15 @@ void MainWindow::Report(const QString& text) {
     m_notice->Show({Notice::Kind::Information, text});
 }
 
+Notice MainWindow::UndoableNotice(const QString& text) {
+    const host::History& history = m_workbench.History();
+    return {Notice::Kind::Success,
+            text,
+            {},
+            {{tr("Undo"), [this] { m_undo->trigger(); }}},
+            [&history, step = history.LastStep()] { return history.LastStep() == step; }};
+}
+
 void MainWindow::ReportDone(const QString& text) {
     m_notice->Show({Notice::Kind::Success, text});
 }
@@ -356,8 +361,10 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     // What the user does after letting a widget go is a step of its own.
     if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::FocusOut)
         m_workbench.History().Seal();
-    const bool isInput =
-        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress;
+    // No KeyPress follows if the key is a shortcut.
+    const bool isInput = event->type() == QEvent::MouseButtonPress ||
+                         event->type() == QEvent::KeyPress ||
+                         event->type() == QEvent::ShortcutOverride;
     if (isInput && QApplication::activeModalWidget() == nullptr) // an answer begins nothing
         m_notice->Age();
     return QMainWindow::eventFilter(watched, event);

@@ -75,6 +75,7 @@ private:
     void ShowChange(const std::string& place);
     void Report(const QString& text);
     void ReportDone(const QString& text);
+    [[nodiscard]] Notice UndoableNotice(const QString& text); // about the last edit
     void ReportWarning(const QString& text);
     void Warn(const Failure& failure);
     void ShowDifferences(const std::vector<host::Difference>& differences);

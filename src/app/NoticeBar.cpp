@@ -75,6 +75,7 @@ NoticeBar::NoticeBar(QWidget* parent)
 
 void NoticeBar::Clear() {
     m_kind = Notice::Kind::Information;
+    m_isValid = {};
     m_text->clear();
     m_details->clear();
     m_fold->setChecked(false);
@@ -97,6 +98,8 @@ void NoticeBar::Show(const Notice& notice) {
         Clear();
     m_isOld = false;
     m_kind = std::max(m_kind, notice.kind);
+    if (notice.isValid)
+        m_isValid = notice.isValid;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_icon->setPixmap(views::LineIcon(QString::fromLatin1(IconOf(m_kind)))
                           .pixmap(QSize(size, size), devicePixelRatioF()));
@@ -108,6 +111,11 @@ void NoticeBar::Show(const Notice& notice) {
     setVisible(!m_text->text().isEmpty());
     QAccessibleEvent alert(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeBar::ShowAlone(const Notice& notice) {
+    Age();
+    Show(notice);
 }
 
 // Of two offers of the same name, the later one counts.
@@ -142,7 +150,7 @@ void NoticeBar::changeEvent(QEvent* event) {
 }
 
 void NoticeBar::ClearOld() {
-    if (m_isOld)
+    if (m_isOld || (m_isValid && !m_isValid()))
         hide();
 }
 

@@ -29,6 +29,8 @@ struct Notice {
     QString text;
     QString details = {};
     std::vector<Offer> offers = {};
+    std::function<bool()> isValid =
+        {}; // if set: whether it is true, and its offers can be accepted
 };
 
 class NoticeBar : public QFrame {
@@ -37,9 +39,12 @@ public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
     void Show(const Notice& notice);
+    // The same about what the user has just done, in place of all earlier messages. (An action by
+    // an accessibility tool begins with no input that could be seen here.)
+    void ShowAlone(const Notice& notice);
     // The user has begun another action.
     void Age() { m_isOld = true; }
-    // Hides the messages from before that action.
+    // Hides the messages from before that action, and those that are no longer valid.
     void ClearOld();
 
 protected:
@@ -58,6 +63,7 @@ private:
     QPlainTextEdit* m_details;
     Notice::Kind m_kind = Notice::Kind::Information;
     bool m_isOld = true;
+    std::function<bool()> m_isValid; // see Notice
 };
 
 } // namespace qx::app

@@ -58,7 +58,7 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
 }
 
 bool History::Note() {
-    Step step{TakeEdits(), {}, false};
+    Step step{TakeEdits(), {}};
     if (step.edits.empty())
         return false;
     NameStep(step);
@@ -122,6 +122,7 @@ void History::Push(Step step) {
     m_steps.resize(m_present);
     if (m_saved != kNowhere && m_saved > m_present)
         m_saved = kNowhere;
+    step.number = ++m_lastNumber;
     m_steps.push_back(std::move(step));
     if (m_steps.size() > kMaxSteps) {
         m_steps.erase(m_steps.begin());

@@ -42,6 +42,10 @@ public:
     [[nodiscard]] const Changed& ToRedo() const { return m_steps[m_present].changed; }
     void Undo();
     void Redo();
+    // The number of the step that Undo would undo, which no other step has; 0 if there is none.
+    [[nodiscard]] std::size_t LastStep() const {
+        return CanUndo() ? m_steps[m_present - 1].number : 0;
+    }
 
     [[nodiscard]] std::vector<Section*> AllSections() const; // of the configuration
     // The sections of the document, in the configuration's order, and the document.
@@ -71,6 +75,7 @@ private:
         std::vector<Edit> edits;
         Changed changed;
         bool isGradual = false; // the only change, to a number or a text
+        std::size_t number = 0;
     };
 
     [[nodiscard]] std::vector<Edit> TakeEdits();
@@ -85,7 +90,8 @@ private:
     std::vector<std::size_t> m_revisions; // likewise
     std::set<std::size_t> m_takePart;
     std::vector<Step> m_steps;
-    std::size_t m_present = 0; // number of steps that are done
+    std::size_t m_present = 0; // how many steps are done
+    std::size_t m_lastNumber = 0;
     std::size_t m_saved = 0;
     bool m_isSealed = true;
 };
