@@ -16,7 +16,7 @@ InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& 
     });
     QObject::connect(&m_inspector, &SequenceInspector::Changed, &m_inspector,
                      [this](const std::vector<Byte>& codes) {
-                         m_edits.Put({{m_grid.Selected().front(), codes}});
+                         m_edits.Put({{m_grid.Selected().front(), {codes}}});
                      });
     QObject::connect(&m_grid, &KeyGrid::SelectionChanged, &m_inspector, [this] { ShowSelected(); });
     // Another keyboard may have another layout.

@@ -28,7 +28,7 @@ KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(
     });
     m_cut = Make("cutKeys", "cut", tr("Cut"), {QKeySequence::Cut}, [this] {
         Copy();
-        Clear();
+        Clear(WithDescriptions::Yes);
     });
     m_copy = Make("copyKeys", "copy", tr("Copy"), {QKeySequence::Copy}, [this] { Copy(); });
     m_paste = Make("pasteKeys", "paste", tr("Paste"), {QKeySequence::Paste}, [this] { Paste(); });
@@ -38,8 +38,8 @@ KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(
         const std::vector<int> keys = Senders();
         Swap(keys[0], keys[1]);
     });
-    m_clear =
-        Make("clearSelected", "delete", tr("Clear"), {QKeySequence::Delete}, [this] { Clear(); });
+    m_clear = Make("clearSelected", "delete", tr("Clear"), {QKeySequence::Delete},
+                   [this] { Clear(WithDescriptions::No); });
     m_series = Make("fillSeries", "series", tr("Fill a series"), {Qt::CTRL | Qt::Key_L},
                     [this] { emit SeriesWanted(); });
     m_all =
@@ -97,13 +97,16 @@ void KeyActions::ShowState() {
     const std::vector<KeyEdits::Sent> sent = m_edits.SentBy(senders);
     const bool isProgrammed = std::any_of(
         sent.begin(), sent.end(), [](const KeyEdits::Sent& each) { return !each.codes.empty(); });
+    const bool hasContent = std::any_of(sent.begin(), sent.end(),
+                                        [](const KeyEdits::Sent& each) { return !each.IsEmpty(); });
     m_edit->setEnabled(senders.size() == 1);
-    for (QAction* action : {m_cut, m_copy, m_clear})
-        action->setEnabled(isProgrammed);
+    m_clear->setEnabled(isProgrammed);
+    m_cut->setEnabled(hasContent);
+    m_copy->setEnabled(hasContent);
     m_paste->setEnabled(!keys.empty());
     m_paste->setText(senders.size() > 1 ? tr("Paste into all") : tr("Paste"));
-    m_duplicate->setEnabled(senders.size() == 1 && isProgrammed);
-    m_swap->setEnabled(senders.size() == 2 && isProgrammed);
+    m_duplicate->setEnabled(senders.size() == 1 && hasContent);
+    m_swap->setEnabled(senders.size() == 2 && hasContent);
     m_series->setEnabled(senders.size() > 1);
     emit StateShown(senders.size() > 1);
 }
@@ -112,73 +115,86 @@ std::vector<int> KeyActions::Senders() const {
     return m_edits.Senders(m_grid.Selected());
 }
 
-void KeyActions::Clear() {
+void KeyActions::Clear(WithDescriptions with) {
     const std::vector<int> keys = Senders();
     const std::vector<KeyEdits::Sent> sent = m_edits.SentBy(keys);
-    std::map<int, KeyEdits::Codes> wanted;
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        if (!sent[i].codes.empty())
-            wanted[keys[i]];
+    std::map<int, KeyEdits::Content> wanted;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        KeyEdits::Content left;
+        if (with == WithDescriptions::Yes && sent[i].description)
+            left.description.emplace();
+        if (!sent[i].codes.empty() || (left.description && !sent[i].IsEmpty()))
+            wanted.emplace(keys[i], left);
+    }
     const int count = static_cast<int>(wanted.size());
     if (m_edits.Put(wanted) && count > 1)
         m_edits.ReportDone(tr("%n keys cleared.", nullptr, count));
 }
 
 void KeyActions::Copy() {
-    Sequences sequences;
+    KeyContents contents;
     for (KeyEdits::Sent& sent : m_edits.SentBy(Senders()))
-        sequences.push_back(std::move(sent.codes));
-    QGuiApplication::clipboard()->setMimeData(ToMime(sequences, m_edits.Bench().Layout()));
+        contents.push_back(std::move(sent));
+    QGuiApplication::clipboard()->setMimeData(ToMime(contents, m_edits.Bench().Layout()));
 }
 
 // One sequence goes to every selected key, several to as many keys.
 void KeyActions::Paste() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    const Sequences sequences =
-        data == nullptr ? Sequences() : FromMime(*data, m_edits.Bench().Layout());
+    const KeyContents contents =
+        data == nullptr ? KeyContents() : FromMime(*data, m_edits.Bench().Layout());
     const std::vector<int> keys = Senders();
-    if (sequences.empty())
+    if (contents.empty())
         return m_edits.Report(tr("The clipboard has no key sequence."));
-    if (sequences.size() > 1 && sequences.size() != keys.size())
+    if (contents.size() > 1 && contents.size() != keys.size())
         return m_edits.Report(tr("%n sequences were copied: select as many keys to paste them.",
-                                 nullptr, static_cast<int>(sequences.size())));
-    std::map<int, KeyEdits::Codes> wanted;
+                                 nullptr, static_cast<int>(contents.size())));
+    if (keys.size() == 1)
+        return static_cast<void>(PutOnto(keys.front(), contents.front()));
+    std::map<int, KeyEdits::Content> wanted;
     for (std::size_t i = 0; i < keys.size(); ++i)
-        wanted[keys[i]] = sequences[sequences.size() == 1 ? 0 : i];
-    const int count = static_cast<int>(wanted.size());
-    if (m_edits.Put(wanted) && count > 1)
-        m_edits.ReportDone(tr("Pasted into %n keys.", nullptr, count));
+        wanted[keys[i]] = contents[contents.size() == 1 ? 0 : i];
+    if (m_edits.Put(wanted))
+        m_edits.ReportDone(tr("Pasted into %n keys.", nullptr, static_cast<int>(wanted.size())));
+}
+
+bool KeyActions::PutOnto(int key, const KeyEdits::Content& content) {
+    const bool wasEmpty = m_edits.SentBy(key).IsEmpty();
+    if (!m_edits.Put({{key, content}}))
+        return false;
+    if (!wasEmpty)
+        m_edits.ReportDone(tr("%1 overwritten.").arg(m_edits.SenderName(key)));
+    return true;
 }
 
 void KeyActions::Duplicate() {
     const int from = m_grid.Selected().front();
-    const KeyEdits::Codes codes = m_edits.SentBy(from).codes;
     std::vector<int> behind;
     for (const views::KeyCap& cap : m_grid.Keys())
         if (cap.index == from || !behind.empty())
             behind.push_back(cap.index);
     const std::vector<KeyEdits::Sent> sent = m_edits.SentBy(behind);
     const auto free = std::find_if(sent.begin(), sent.end(), [](const KeyEdits::Sent& each) {
-        return each.capacity > 0 && each.codes.empty();
+        return each.capacity > 0 && each.IsEmpty();
     });
     if (free == sent.end())
         return m_edits.Report(tr("No key after this one is free."));
     const int onto = behind[static_cast<std::size_t>(free - sent.begin())];
-    if (m_edits.Put({{onto, codes}}))
+    if (m_edits.Put({{onto, m_edits.SentBy(from)}}))
         m_grid.Select({onto});
 }
 
-void KeyActions::Swap(int one, int other) {
-    if (m_edits.Put({{one, m_edits.SentBy(other).codes}, {other, m_edits.SentBy(one).codes}}))
-        m_edits.ReportDone(
-            tr("%1 and %2 swapped.").arg(m_edits.SenderName(one), m_edits.SenderName(other)));
+bool KeyActions::Swap(int one, int other) {
+    if (!m_edits.Put({{one, m_edits.SentBy(other)}, {other, m_edits.SentBy(one)}}))
+        return false;
+    m_edits.ReportDone(
+        tr("%1 and %2 swapped.").arg(m_edits.SenderName(one), m_edits.SenderName(other)));
+    return true;
 }
 
 void KeyActions::Drop(int from, int onto, bool swaps) {
-    if (swaps)
-        Swap(from, onto);
-    else
-        m_edits.Put({{onto, m_edits.SentBy(from).codes}});
+    if (swaps ? Swap(from, onto) : PutOnto(onto, m_edits.SentBy(from)))
+        m_grid.Select({onto});
 }
 
 QString KeyActions::TextOf(const Series& series, int index) {
@@ -186,14 +202,14 @@ QString KeyActions::TextOf(const Series& series, int index) {
 }
 
 QString KeyActions::Fill(const Series& series) {
-    std::map<int, KeyEdits::Codes> wanted;
+    std::map<int, KeyEdits::Content> wanted;
     int index = 0;
     for (const int key : Senders()) {
         views::TypedCodes typed(TextOf(series, index++), series.withEnter,
                                 m_edits.Bench().Layout());
         if (!typed.fault.isEmpty())
             return typed.fault;
-        wanted[key] = std::move(typed.codes);
+        wanted[key] = {std::move(typed.codes)};
     }
     if (m_edits.Put(wanted))
         m_edits.ReportDone(tr("%n keys filled.", nullptr, index));

@@ -52,11 +52,14 @@ signals:
 private:
     void ShowMenu(const QPoint& globalAt);
     void ShowState();
-    void Clear();
+    enum class WithDescriptions { No, Yes };
+    void Clear(WithDescriptions with);
     void Copy();
     void Paste();
     void Duplicate();
-    void Swap(int one, int other);
+    // These two report what they have done; false if nothing has changed.
+    bool PutOnto(int key, const KeyEdits::Content& content);
+    bool Swap(int one, int other);
     void Drop(int from, int onto, bool swaps);
     [[nodiscard]] std::vector<int> Senders() const; // among the selected keys
 

@@ -4,55 +4,65 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QMimeData>
 
 namespace qx::app {
 
 namespace {
 
-const QString kMimeType = QStringLiteral("application/x-qxcontrols-sequences+json");
+const QString kMimeType = QStringLiteral("application/x-qxcontrols-keys+json");
 constexpr qsizetype kMostBytes = 1 << 18; // far more than all keys of a keyboard
+const QLatin1String kCodes("codes");
+const QLatin1String kDescription("description");
 
-Sequences FromJson(const QByteArray& json) {
-    Sequences sequences;
+KeyContents FromJson(const QByteArray& json) {
+    KeyContents contents;
     for (const QJsonValue& each : QJsonDocument::fromJson(json).array()) {
-        std::vector<Byte>& codes = sequences.emplace_back();
-        for (const QJsonValue& value : each.toArray()) {
+        if (!each[kCodes].isArray())
+            return {};
+        KeyEdits::Content& content = contents.emplace_back();
+        for (const QJsonValue& value : each[kCodes].toArray()) {
             const int code = value.toInt();
             if (code < 1 || code > 255)
                 return {};
-            codes.push_back(static_cast<Byte>(code));
+            content.codes.push_back(static_cast<Byte>(code));
         }
+        if (each[kDescription].isString())
+            content.description = each[kDescription].toString().toStdString();
     }
-    return sequences;
+    return contents;
 }
 
-Sequences FromText(const QString& text, const QXKeyboardLayoutData& layout) {
-    Sequences sequences;
+KeyContents FromText(const QString& text, const QXKeyboardLayoutData& layout) {
+    KeyContents contents;
     try {
         for (const QString& line : text.trimmed().split(u'\n'))
-            sequences.push_back(ParseSequenceText(line.trimmed().toStdString(), layout));
+            contents.push_back({ParseSequenceText(line.trimmed().toStdString(), layout)});
     } catch (const SequenceTextError&) {
         return {};
     }
-    for (const std::vector<Byte>& codes : sequences)
-        for (const Byte code : codes)
+    for (const KeyEdits::Content& content : contents)
+        for (const Byte code : content.codes)
             if (code == 0) // ends a sequence, and is in none
                 return {};
-    return sequences;
+    return contents;
 }
 
 } // namespace
 
-QMimeData* ToMime(const Sequences& sequences, const QXKeyboardLayoutData& layout) {
+QMimeData* ToMime(const KeyContents& contents, const QXKeyboardLayoutData& layout) {
     QJsonArray all;
     QStringList lines;
-    for (const std::vector<Byte>& codes : sequences) {
-        QJsonArray one;
-        for (const Byte code : codes)
-            one.append(code);
+    for (const KeyEdits::Content& content : contents) {
+        QJsonArray codes;
+        for (const Byte code : content.codes)
+            codes.append(code);
+        QJsonObject one{{kCodes, codes}};
+        if (content.description)
+            one.insert(kDescription, QString::fromStdString(*content.description));
         all.append(one);
-        lines.append(QString::fromStdString(SequenceToText(codes, layout)));
+        lines.append(QString::fromStdString(SequenceToText(content.codes, layout)));
     }
     auto* data = new QMimeData;
     data->setText(lines.join(u'\n'));
@@ -60,13 +70,13 @@ QMimeData* ToMime(const Sequences& sequences, const QXKeyboardLayoutData& layout
     return data;
 }
 
-Sequences FromMime(const QMimeData& data, const QXKeyboardLayoutData& layout) {
+KeyContents FromMime(const QMimeData& data, const QXKeyboardLayoutData& layout) {
     if (data.hasFormat(kMimeType)) {
         const QByteArray json = data.data(kMimeType);
-        return json.size() > kMostBytes ? Sequences() : FromJson(json);
+        return json.size() > kMostBytes ? KeyContents() : FromJson(json);
     }
     const QString text = data.text();
-    return text.trimmed().isEmpty() || text.size() > kMostBytes ? Sequences()
+    return text.trimmed().isEmpty() || text.size() > kMostBytes ? KeyContents()
                                                                 : FromText(text, layout);
 }
 

@@ -1,8 +1,9 @@
-// KeyClipboard: sequences on the clipboard: as text, a line for each, with keys as
-// docs/sequences.md names them, and exactly, in a form that only this program reads.
+// KeyClipboard: what keys contain, on the clipboard: the sequences as text, a line for each, with
+// keys as docs/sequences.md names them, and everything exactly, in a form that only this program
+// reads.
 #pragma once
 
-#include "qxcontrols/common/Types.h"
+#include "app/KeyEdits.h"
 
 #include <vector>
 
@@ -14,10 +15,10 @@ class QXKeyboardLayoutData;
 
 namespace qx::app {
 
-using Sequences = std::vector<std::vector<Byte>>;
+using KeyContents = std::vector<KeyEdits::Content>;
 
-[[nodiscard]] QMimeData* ToMime(const Sequences& sequences, const QXKeyboardLayoutData& layout);
-// The sequences in either form; none where there are none, or what is there cannot be read.
-[[nodiscard]] Sequences FromMime(const QMimeData& data, const QXKeyboardLayoutData& layout);
+[[nodiscard]] QMimeData* ToMime(const KeyContents& contents, const QXKeyboardLayoutData& layout);
+// The contents in either form; none where there are none, or what is there cannot be read.
+[[nodiscard]] KeyContents FromMime(const QMimeData& data, const QXKeyboardLayoutData& layout);
 
 } // namespace qx::app

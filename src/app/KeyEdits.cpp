@@ -37,6 +37,7 @@ std::vector<KeyEdits::Sent> KeyEdits::SentBy(const std::vector<int>& keys) const
     for (std::size_t i = 0; i < keys.size(); ++i)
         if (const auto* slot = all.Find(SenderOf(keys[i]))) {
             sent[i].capacity = slot->capacity;
+            sent[i].description = m_workbench.Faces().Of(m_section).DescriptionOf(keys[i]);
             for (const Integer code : slot->codes)
                 sent[i].codes.push_back(static_cast<Byte>(code));
         }
@@ -52,17 +53,20 @@ std::vector<int> KeyEdits::Senders(const std::vector<int>& keys) const {
     return senders;
 }
 
-bool KeyEdits::Put(const std::map<int, Codes>& wanted) {
+bool KeyEdits::Put(const std::map<int, Content>& wanted) {
     host::SequenceSlots all(Section());
     host::SequenceSlots::Wanted byPlace;
-    for (const auto& [key, codes] : wanted)
-        byPlace.emplace(SenderOf(key), codes);
+    for (const auto& [key, content] : wanted)
+        byPlace.emplace(SenderOf(key), content.codes);
     const auto refusal = all.RefusalOf(byPlace);
-    if (!refusal) {
-        m_workbench.Edit(Section(), [&] { all.Put(byPlace); });
-        return true;
-    }
-    for (const auto& [key, codes] : wanted) {
+    if (!refusal)
+        return Edit([&] {
+            for (const auto& [key, content] : wanted)
+                if (content.description)
+                    m_workbench.Faces().Of(m_section).Describe(key, *content.description);
+            all.Put(byPlace);
+        });
+    for (const auto& [key, content] : wanted) {
         if (SenderOf(key) != refusal->element)
             continue;
         Report(refusal->capacity == 0
@@ -75,6 +79,12 @@ bool KeyEdits::Put(const std::map<int, Codes>& wanted) {
         break;
     }
     return false;
+}
+
+bool KeyEdits::Edit(const std::function<void()>& change) {
+    const std::size_t before = m_workbench.History().LastStep();
+    m_workbench.Edit(Section(), change);
+    return m_workbench.History().LastStep() != before;
 }
 
 void KeyEdits::Report(const QString& text) const {

@@ -1,4 +1,4 @@
-// KeyEdits: the sequences of the keys on a section's page, as the user sees and changes them.
+// KeyEdits: what the keys on a section's page contain, as the user sees and changes it.
 // A change is one step, and none of it is made if a sequence does not fit into one of the keys.
 #pragma once
 
@@ -7,7 +7,9 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +31,17 @@ public:
     // Of a key of the page's grid.
     [[nodiscard]] QString NameOf(int key) const;     // "Key 75 (Ins)"
     [[nodiscard]] QString SenderName(int key) const; // "Block 3 (4 keys)", or the key's name
-    struct Sent {
+    // The sequence, and the description where keys have one. In a change, a key without a new
+    // description keeps its own.
+    struct Content {
         Codes codes;
+        std::optional<std::string> description = {};
+
+        [[nodiscard]] bool IsEmpty() const {
+            return codes.empty() && description.value_or("").empty();
+        }
+    };
+    struct Sent : Content {
         Integer capacity = 0; // 0: the key cannot be programmed
     };
     [[nodiscard]] std::vector<Sent> SentBy(const std::vector<int>& keys) const;
@@ -38,11 +49,14 @@ public:
 
     // One key for each of the sequences that these keys send, in their order.
     [[nodiscard]] std::vector<int> Senders(const std::vector<int>& keys) const;
-    // Gives keys new sequences; keys that act together get the same. If a sequence does not fit,
-    // the result is false and a notice names the key.
-    bool Put(const std::map<int, Codes>& wanted);
+    // Gives keys new contents; keys that act together get the same. If a sequence does not fit, a
+    // notice names the key. Whether anything has changed.
+    bool Put(const std::map<int, Content>& wanted);
+    // Runs a change of the section as one step. Whether anything has changed.
+    bool Edit(const std::function<void()>& change);
     void Report(const QString& text) const;
-    void ReportDone(const QString& text) const; // with an offer to undo it
+    // With an offer to undo the last edit, which must be the one that is reported.
+    void ReportDone(const QString& text) const;
 
     [[nodiscard]] host::Section& Section() const;
     [[nodiscard]] Workbench& Bench() const { return m_workbench; }

@@ -1,7 +1,6 @@
 #include "app/LayerActions.h"
 
 #include "app/KeyEdits.h"
-#include "app/Workbench.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/KeyGrid.h"
 #include "views/LineIcon.h"
@@ -97,22 +96,24 @@ void LayerActions::Fill(QMenu& menu, Integer nLayer) {
 
 // The other layer keeps its name.
 void LayerActions::Copy(Integer nFrom, Integer nTo) {
-    m_edits.Bench().Edit(m_edits.Section(), [&] {
+    const bool hasChanged = m_edits.Edit([&] {
         FuncKeyLayer copy = m_control.Layer(nFrom);
         copy.SetName(m_control.Layer(nTo).Name());
         m_control.Layer(nTo) = std::move(copy);
         m_control.ReloadKeySettings();
     });
-    m_edits.ReportDone(
-        tr("Layer %1 now has the keys of layer %2.").arg(TitleOf(nTo), TitleOf(nFrom)));
+    if (hasChanged)
+        m_edits.ReportDone(
+            tr("Layer %1 now has the keys of layer %2.").arg(TitleOf(nTo), TitleOf(nFrom)));
 }
 
 void LayerActions::Swap(Integer nOne, Integer nOther) {
-    m_edits.Bench().Edit(m_edits.Section(), [&] {
+    const bool hasChanged = m_edits.Edit([&] {
         std::swap(m_control.Layer(nOne), m_control.Layer(nOther));
         m_control.ReloadKeySettings();
     });
-    m_edits.ReportDone(tr("Layers %1 and %2 have been swapped.").arg(nOne).arg(nOther));
+    if (hasChanged)
+        m_edits.ReportDone(tr("Layers %1 and %2 have been swapped.").arg(nOne).arg(nOther));
 }
 
 // At every letter, as descriptions are: the history makes one step of them.

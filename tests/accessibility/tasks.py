@@ -73,6 +73,11 @@ class App:
 
         return until(look, f"{role or 'object'} {name!r}")
 
+    def gone(self, name):
+        """Waits until no shown object has this name."""
+        until(lambda: not any(node.get_name() == name and shown(node) for node in walk(self.root)),
+              f"the end of {name!r}")
+
     def act(self, name, action="Press", role=None, within=None):
         node = self.find(name, role, within)
         for i in range(node.get_n_actions()):
@@ -136,20 +141,26 @@ def one_key_to_twelve(app):
     app.choose("Edit", "Copy")
     app.select(*(f"Key {111 + i} (F{i})*" for i in range(1, 13)))
     app.act("Paste into all")
+    app.find("Pasted into 12 keys.")
 
 
 def two_layers(app):
     app.page("Layered function keys")
     app.act("Function key F4*")
     app.act("Key A")
+    app.gone("Pasted into 12 keys.")  # its Undo would now undo this edit
     app.choose("Edit", "Copy or swap layer", "Swap with layer", "9")
+    app.find("Layers 0 and 9 have been swapped.")
 
 
 def four_pos_keys(app):
     app.page("POS keys")
     app.select("POS key 1 *", "POS key 2 *", "POS key 16 *", "POS key 17 *")
     app.act("Join", role="push button")
+    app.gone("Layers 0 and 9 have been swapped.")
+    app.find("4 keys joined.")
     app.act("Key A")
+    app.gone("4 keys joined.")
 
 
 TASKS = (one_character, a_chord, text_and_enter, one_key_to_twelve, two_layers, four_pos_keys)

@@ -149,8 +149,8 @@ public:
             act();
         });
     }
-    // Does this in the dialog that comes up next.
-    void InDialog(const std::function<void(QWidget& dialog)>& act) {
+    // Does this in the dialog that comes up next, as long as the result lives.
+    QPointer<QTimer> InDialog(const std::function<void(QWidget& dialog)>& act) {
         auto* watch = new QTimer(window.get());
         QObject::connect(watch, &QTimer::timeout, window.get(), [watch, act] {
             QWidget* dialog = QApplication::activeModalWidget();
@@ -166,6 +166,7 @@ public:
             }
         });
         watch->start(5);
+        return watch;
     }
     static void ClickIn(QWidget& dialog, const char* name) {
         auto* widget = dialog.findChild<QWidget*>(QString::fromLatin1(name));
@@ -192,7 +193,7 @@ public:
     // Reviews and writes; returns the texts of the review's changes.
     QStringList Write() {
         QStringList changes;
-        InDialog([&](QWidget& dialog) {
+        const QPointer<QTimer> review = InDialog([&](QWidget& dialog) {
             const auto* warning = dialog.findChild<QLabel*>(QStringLiteral("identifierWarning"));
             identifierWarning = warning == nullptr ? QString() : warning->text();
             auto* tree = dialog.findChild<QTreeWidget*>();
@@ -204,6 +205,7 @@ public:
             ClickIn(dialog, "cmdWrite");
         });
         window->Transfers().Write();
+        delete review; // nothing was to be written
         return changes;
     }
     [[nodiscard]] std::string Memory(KeyboardModuleIDs eModule, Long offset, Long size) {

@@ -62,6 +62,13 @@ public:
                "]";
     }
 
+    [[nodiscard]] std::optional<std::string> DescriptionOf(int key) override {
+        return Shown().GetKeyDesc(static_cast<Integer>(key));
+    }
+    void Describe(int key, const std::string& description) override {
+        Shown().SetKeyDesc(static_cast<Integer>(key), description);
+    }
+
     void AddActions(KeyActions& /*actions*/, KeyEdits& edits, QWidget& view) override {
         new LayerActions(edits, *qobject_cast<views::QXLayeredFuncKeysView*>(&view), Control());
     }
@@ -98,6 +105,8 @@ public:
     }
 
 private:
+    [[nodiscard]] FuncKeyLayer& Shown() { return Control().Layer(Control().CurrentLayer()); }
+
     // The keyboard's own layer follows the layer that is shown.
     void ShowLayerOnKeyboard() {
         if (std::exchange(m_shownLayer, Control().CurrentLayer()) != Control().CurrentLayer())

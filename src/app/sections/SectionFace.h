@@ -13,6 +13,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -65,6 +66,10 @@ public:
     [[nodiscard]] virtual std::string PlaceOfLabel(std::string_view /*name*/) { return {}; }
     // What keys that act together are called; empty for a key by itself.
     [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
+    // The text that the key has beside its sequence, on a page where keys have one.
+    [[nodiscard]] virtual std::optional<std::string> DescriptionOf(int /*key*/) { return {}; }
+    // Gives it another, which the control does not show yet. Nothing happens on other pages.
+    virtual void Describe(int /*key*/, const std::string& /*description*/) {}
     // Adds what can be done on this page alone. The view is MakeView's.
     virtual void AddActions(KeyActions& /*actions*/, KeyEdits& /*edits*/, QWidget& /*view*/) {}
     // Answers the control whenever it asks for an edit or a removal.

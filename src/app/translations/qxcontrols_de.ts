@@ -1716,6 +1716,10 @@
             <numerusform>%n Tasten belegt.</numerusform>
         </translation>
     </message>
+    <message>
+        <source>%1 overwritten.</source>
+        <translation>%1 überschrieben.</translation>
+    </message>
 </context>
 <context>
     <name>KeyEdits</name>
@@ -4254,10 +4258,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>%1 (absent)</source>
         <translation>%1 (fehlt)</translation>
-    </message>
-    <message>
-        <source>selected keys</source>
-        <translation>ausgewählte Tasten</translation>
     </message>
 </context>
 <context>
