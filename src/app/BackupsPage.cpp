@@ -63,10 +63,10 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
                           {tr("Setting"), tr("In the document"), tr("In the backup")})),
       m_restore(new QPushButton(tr("&Restore to keyboard…"))),
       m_open(new QPushButton(tr("Open as do&cument"))), m_describing(new QTimer(this)) {
-    auto* text = new QLabel(
-        tr("Before each write, everything that the keyboard holds is saved here. Each backup "
-           "is kept for at least %1 days.")
-            .arg(host::BackupStore::kDays));
+    auto* text =
+        new QLabel(tr("Before each write, the keyboard's contents are saved here. Each backup "
+                      "is kept for at least %1 days.")
+                       .arg(host::BackupStore::kDays));
     text->setWordWrap(true);
     auto* parts = new QSplitter(Qt::Vertical);
     parts->setChildrenCollapsible(false);

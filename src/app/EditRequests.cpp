@@ -35,9 +35,9 @@ void EditRequests::AnswerEditors() {
                          "type the sequence as text, such as Ctrl+C Enter, and apply it."));
     });
     On(m_posProgrammer.UserNeedsHelp, [this] {
-        m_screen.help(tr("Click a free key to begin a block, then keys to take into it or out of "
-                         "it. All keys of a block send its sequence. A key is in one block at "
-                         "most."));
+        m_screen.help(
+            tr("Click a free key to start a block, then click keys to add or remove them. "
+               "All keys of a block send its sequence. A key is in at most one block."));
     });
 }
 
@@ -86,7 +86,7 @@ void EditRequests::KeepCodes(std::string& sSequence) {
         codes.append(QString::number(code));
     if (kept.leftOut.size() > kMostNamed)
         codes = codes.first(kMostNamed) << QStringLiteral("…");
-    m_screen.report(tr("Left out, because no keyboard can store them: the codes %1")
+    m_screen.report(tr("These codes were left out, because no keyboard can store them: %1")
                         .arg(codes.join(QLatin1String(", "))));
 }
 

@@ -123,7 +123,7 @@ QString CauseText(const host::Error& error) {
     case Cause::WritingFailed:
         return Errors::tr("Writing to the keyboard failed.");
     case Cause::ReadBackFailed:
-        return WithRelated(Errors::tr("What was written could not be read back."), error);
+        return WithRelated(Errors::tr("The written data could not be read back."), error);
     case Cause::FileNotSaved:
         return Errors::tr("The %1 could not be saved in %2.").arg(KindOfFile(error.name), file);
     case Cause::FileNotLoaded:
@@ -175,7 +175,7 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("The record of a write is damaged; it may be of an interrupted write to "
                           "this keyboard.");
     case Cause::NotRecorded:
-        return Errors::tr("The keyboard was written, read back and found equal, but the write "
+        return Errors::tr("The keyboard was written, read back and verified, but the write "
                           "could not be recorded.");
     case Cause::UnprovedNotRecorded:
         return Errors::tr("The keyboard was written and not read back; the write could not be "
@@ -229,18 +229,18 @@ QString CauseText(const host::Error& error) {
     case Cause::BackupReachedOtherwise:
         return error.names.empty()
                    ? Errors::tr("This backup is of another keyboard of this kind, or of one that "
-                                "was reached in another way.")
+                                "was connected differently.")
                    : Errors::tr("This backup is of another keyboard of this kind (%1), or of one "
-                                "that was reached in another way.")
+                                "that was connected differently.")
                          .arg(Alternatives(error.names));
     case Cause::BackupOfUnit:
         return Errors::tr("This backup is of %1, and no record shows which unit this keyboard is.")
             .arg(Alternatives(error.names));
     case Cause::BackupOfOtherUnit:
-        return Errors::tr("This backup is of %1, and by the records this keyboard is %2.")
+        return Errors::tr("This backup is of %1, and according to the records this keyboard is %2.")
             .arg(Alternatives(error.names), Alternatives(error.others));
     case Cause::WriteSettled:
-        return Errors::tr("The interrupted write has been settled meanwhile.");
+        return Errors::tr("The interrupted write has meanwhile been settled.");
     case Cause::HoldsOldOfWrite:
         return Errors::tr("The keyboard holds exactly what it held before the interrupted write "
                           "(%1), so it may be another one. The record of the write is kept.")
@@ -312,10 +312,10 @@ QString SuggestionText(const host::Error& error) {
                                 "interrupted write.")
                    : Errors::tr("Choose Keyboard > Settle interrupted write.");
     case Suggestion::RestoreBackup:
-        return Errors::tr("The backup %1 on the page Backups has what the keyboard held before.")
+        return Errors::tr("The backup %1 on the Backups page has the keyboard's previous contents.")
             .arg(ToQt(error.backup));
     case Suggestion::ReadAgain:
-        return Errors::tr("Start again; the keyboard is then read anew.");
+        return Errors::tr("Start again: the keyboard is then read once more.");
     case Suggestion::TryLater:
         return Errors::tr("Try again when the other program has finished.");
     case Suggestion::Repair:
@@ -325,7 +325,7 @@ QString SuggestionText(const host::Error& error) {
         return Errors::tr("The document has placeholders instead of values. Replace them in a text "
                           "editor, and open it again.");
     case Suggestion::ChooseDriver:
-        return Errors::tr("Choose another driver library or keyboard in the menu Keyboard.");
+        return Errors::tr("Choose another driver library or keyboard in the Keyboard menu.");
     case Suggestion::ChooseModel:
         return Errors::tr("Start the program with the option --model to choose a model.");
     case Suggestion::LeaveOutKeyboard:

@@ -37,7 +37,7 @@ QString Pattern(json::FaultKind kind) {
     case Kind::UnknownVersion:
         return Faults::tr("version %1 is not known; this program reads version %2");
     case Kind::NotAsWritten:
-        return Faults::tr("it is not as it was written");
+        return Faults::tr("its contents have been changed since it was written");
     case Kind::MoreFaults:
         return Faults::tr("there are more faults than are reported");
     case Kind::UnknownMember:
@@ -75,7 +75,7 @@ QString Pattern(json::FaultKind kind) {
     case Kind::NotAChoice:
         return Faults::tr("%1 is not one of: %2");
     case Kind::NotBytes:
-        return Faults::tr("%1 is not bytes in hexadecimal digits");
+        return Faults::tr("%1 is not a text of hexadecimal digits for whole bytes");
     case Kind::NotAnIdentifier:
         return Faults::tr("%1 is not an identifier like {01234567-89AB-CDEF-0123-456789ABCDEF}");
     case Kind::NotAFileName:
@@ -117,7 +117,7 @@ QString Pattern(json::FaultKind kind) {
     case Kind::NoSuchModule:
         return Faults::tr("this keyboard has no such module");
     case Kind::AreasMeet:
-        return Faults::tr("the area, up to %1, meets that of %2, from %3 to %4");
+        return Faults::tr("the area, up to %1, overlaps that of %2, from %3 to %4");
     case Kind::RangeSizesDiffer:
         return Faults::tr("a range does not have as many new bytes as old ones");
     case Kind::HalfCharacter:

@@ -33,8 +33,8 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
             tr("The program of the chipcard reader, over the serial line that the preferences "
                "name."));
     AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
-            tr("The whole memory of settings, as the driver keeps it in a file. Reading the "
-               "keyboard afterwards shows what it holds then."));
+            tr("The whole memory of settings, as the driver keeps it in a file. Read the "
+               "keyboard afterwards to see its new contents."));
     AddCodePage(*column);
     column->addStretch(1);
     const auto enable = [this] { setEnabled(m_workbench.IsConnected()); };
@@ -98,7 +98,7 @@ void FilesPage::Transfer(const host::KeyboardFileKind& kind, const QString& titl
     if (file.isEmpty())
         return;
     if (!isSaving &&
-        !confirm(tr("%1: replace what the keyboard holds with the file %2?").arg(title, file)))
+        !confirm(tr("%1: replace the keyboard's contents with the file %2?").arg(title, file)))
         return;
     const QXProgSettings& preferences = m_workbench.Preferences();
     const host::SerialLine line{preferences.ChipcardBaudrate(), preferences.ChipcardPort()};

@@ -172,10 +172,10 @@ void ModulePage::ShowState() {
     const bool takesPart = m_workbench.History().TakesPart(section);
     QString state;
     if (!isThere && takesPart)
-        state = tr("This keyboard has no such module. The document keeps these settings; writing "
-                   "leaves them out.");
+        state = tr("This keyboard does not have this module. The document keeps these settings; "
+                   "writing leaves them out.");
     else if (!isThere)
-        state = tr("This keyboard has no such module.");
+        state = tr("This keyboard does not have this module.");
     else if (!takesPart)
         state = tr("The document has no settings for this module, and writing leaves the "
                    "keyboard's as they are. What you change here becomes part of the document.");

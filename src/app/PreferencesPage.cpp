@@ -146,7 +146,7 @@ QWidget* PreferencesPage::MakeKeyDisplayTab() {
     });
     sample->setObjectName(QStringLiteral("keySample"));
     m_editors->AddView([sample] { sample->update(); });
-    tab.AddGroup(tr("How it looks"))->addRow(sample);
+    tab.AddGroup(tr("Preview"))->addRow(sample);
     return tab.Done();
 }
 
@@ -159,7 +159,7 @@ QWidget* PreferencesPage::MakePosTab() {
     columns->setSpacing(32);
     const std::pair<Preference, QString> others[] = {
         {Preference::POSColorCurrent, tr("The &current block:")},
-        {Preference::POSColorUnused, tr("Keys of &no block:")}};
+        {Preference::POSColorUnused, tr("Keys in &no block:")}};
     int block = 0;
     for (const auto& [preference, label] : others) {
         QFormLayout* form = NewPreferenceForm();
@@ -184,7 +184,7 @@ QWidget* PreferencesPage::MakePosTab() {
         return look;
     });
     m_editors->AddView([sample] { sample->update(); });
-    tab.AddGroup(tr("How it looks"))->addRow(sample);
+    tab.AddGroup(tr("Preview"))->addRow(sample);
     return tab.Done();
 }
 

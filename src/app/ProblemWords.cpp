@@ -63,15 +63,15 @@ QString ObstacleText(const files::Problem& problem) {
     case Obstacle::FolderUnusable:
         return Problems::tr("The folder %1 cannot be used.").arg(names);
     case Obstacle::DeadLink:
-        return Problems::tr("Its links lead nowhere.");
+        return Problems::tr("It is a broken link.");
     case Obstacle::TooLarge:
         return Problems::tr("The file has more than %1 bytes.").arg(problem.number);
     case Obstacle::NoData:
-        return Problems::tr("No data arrives from it.");
+        return Problems::tr("It delivers no data.");
     case Obstacle::AlreadyThere:
-        return Problems::tr("There is such a file already.");
+        return Problems::tr("The file already exists.");
     case Obstacle::NoFolderOfUser:
-        return Problems::tr("The user has no folder: none of these variables is set: %1.")
+        return Problems::tr("The user's folder is unknown: none of these variables is set: %1.")
             .arg(names);
     case Obstacle::LibraryMissing:
         return Problems::tr("The file, or a library that it needs, is missing.");
@@ -84,7 +84,7 @@ QString ObstacleText(const files::Problem& problem) {
             .arg(problem.number)
             .arg(names);
     case Obstacle::HelperOfOther:
-        return Problems::tr("%1 is not of the same version as this program.").arg(names);
+        return Problems::tr("%1 is of a different version from this program.").arg(names);
     case Obstacle::LacksFunctions:
         return Problems::tr("The library lacks these functions: %1.").arg(names);
     case Obstacle::Overrun:

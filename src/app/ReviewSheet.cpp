@@ -133,8 +133,9 @@ QWidget* ReviewSheet::MakeDetails(const host::WritePlan& plan) {
             lines += tr("%1: %2 → %3")
                          .arg(NameInSection(difference.name), ValueText(difference.from),
                               ValueText(difference.to));
-    auto* hint = NoteOf("safety", tr("What the keyboard holds now is saved as a backup first; what "
-                                     "is written is read back and compared."));
+    auto* hint =
+        NoteOf("safety", tr("The keyboard's contents are backed up first; after writing, they "
+                            "are read back and compared."));
     auto* details = NoteOf("technical", lines.join(u'\n'));
     details->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     details->hide();

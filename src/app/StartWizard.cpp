@@ -62,7 +62,7 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     read->setEnabled(isConnected);
 
     const QFileInfo file(QString::fromStdString(settings.GetLastDownloadFile()));
-    QString description = tr("Go on with %1.").arg(file.fileName());
+    QString description = tr("Continue with %1.").arg(file.fileName());
     if (!file.exists())
         description = tr("%1 is no longer there.").arg(QDir::toNativeSeparators(file.filePath()));
     auto* open = AddChoice(StartChoice::LastDocument, "lastDocument", tr("&Open the last document"),

@@ -58,8 +58,8 @@ QString StatusLine::FirmwareFault() const {
     const std::string& program = m_workbench.Session().Access().Program();
     if (!host::IsFirmwareTooOld(program, preferences))
         return {};
-    return tr("The keyboard's program %1 is older than version %2, which the preferences ask for. "
-              "A newer program can be loaded on the page Keyboard files.")
+    return tr("The keyboard's program %1 is older than version %2, which the preferences require. "
+              "A newer program can be loaded on the Keyboard files page.")
         .arg(ToQt(program), ToQt(host::FirmwareVersionText(preferences.VersionFirmware())));
 }
 

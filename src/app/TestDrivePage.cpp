@@ -254,8 +254,8 @@ void TestDrivePage::ShowKeyboard() {
                         ? tr("Press keys, swipe cards and scan codes on a copy of the keyboard. "
                              "It follows the rules of the simulated keyboard; the keyboard itself "
                              "is only read.")
-                        : tr("Testing needs a keyboard. The simulated one is in the menu "
-                             "Keyboard."));
+                        : tr("Testing needs a keyboard. Choose the simulated one in the Keyboard "
+                             "menu."));
     m_sources->setEnabled(isConnected);
     m_tabs->setEnabled(isConnected);
     if (!isConnected || !isVisible() || m_workbench.IsBusy())

@@ -186,7 +186,7 @@ void Transfers::Write() {
         if (sent == Sent::Completely)
             emit Done(tr("Document to keyboard: wrote %n change(s)", "",
                          static_cast<int>(plan->settings.size())) +
-                      tr(" (%n byte(s)), read back and found equal.", "",
+                      tr(" (%n byte(s)), read back and verified.", "",
                          static_cast<int>(outcome.bytesSent)));
         emit Written();
     });
@@ -213,7 +213,7 @@ void Transfers::Restore(const host::BackupEntry& backup) {
         if (sent == Sent::Not)
             return;
         if (ReadRestored() && sent == Sent::Completely)
-            emit Done(tr("Backup to keyboard and document: restored, read back and found equal."));
+            emit Done(tr("Backup to keyboard and document: restored, read back and verified."));
         for (const host::NotRestored& part : plan.notRestored)
             emit Warned(NotRestoredText(part));
         emit Written();
@@ -296,8 +296,8 @@ void Transfers::SettleFound(const std::vector<host::JournalEntry>& writes) {
 
 void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
                        const QString& details) {
-    const QString ways = tr("Finish writing completes it; roll back restores what the keyboard "
-                            "held before.");
+    const QString ways = tr("Finish writing completes it; roll back restores the keyboard's "
+                            "previous contents.");
     const Ending ending = questions.recover(why + QStringLiteral("\n\n") + ways, details);
     if (ending == Ending::Later || writes.size() == 1)
         return EndInterrupted(writes.front(), false, ending);
@@ -327,12 +327,12 @@ void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, En
     case Ending::Finish:
         recover(Writer::Way::Finish);
         emit Done(
-            tr("The interrupted write of %1 is finished, read back and found equal.").arg(what));
+            tr("The interrupted write of %1 has been finished, read back and verified.").arg(what));
         return emit Written();
     case Ending::RollBack:
         recover(Writer::Way::RollBack);
-        emit Done(tr("The interrupted write of %1 is rolled back: the keyboard holds what it held "
-                     "before, read back and found equal.")
+        emit Done(tr("The interrupted write of %1 has been rolled back: the keyboard's previous "
+                     "contents are restored, read back and verified.")
                       .arg(what));
         return emit Written();
     case Ending::Later:

@@ -28,7 +28,7 @@ struct StepTexts {
 StepTexts TextsOf(Step step) {
     switch (step) {
     case Step::SavingBackup:
-        return {WorkBar::tr("Back up"), WorkBar::tr("Saving a backup of what the keyboard holds…")};
+        return {WorkBar::tr("Back up"), WorkBar::tr("Saving a backup of the keyboard's contents…")};
     case Step::Checking:
         return {WorkBar::tr("Check"), WorkBar::tr("Checking that it is still the same keyboard…")};
     case Step::Writing:

@@ -26,7 +26,7 @@ struct UnitReport {
     std::string document;             // its name
     std::string keyboard;             // its name
     std::string identifier;           // of the keyboard, after the write; may be empty
-    Long bytesSent = 0;               // 0: it held all of it already
+    Long bytesSent = 0;               // 0: there was nothing to write
     std::string backup;               // the id of the one made before
     bool isRolledBack = false;        // a write that had been interrupted was rolled back first
     std::optional<host::Error> error; // why it failed

@@ -12,7 +12,7 @@ std::string HintOf(const host::Error& error) {
     case Suggestion::Recover:
         return "; see qxconf recover";
     case Suggestion::NameWrite:
-        return "; name the one to be forgotten: qxconf recover --forget ID";
+        return "; choose the one to discard: qxconf recover --forget ID";
     case Suggestion::RestoreBackup:
         return " (qxconf backup restore)";
     case Suggestion::Repair:
@@ -23,7 +23,7 @@ std::string HintOf(const host::Error& error) {
         return "; values are given by --set " + (error.name.empty() ? "NAME" : error.name) +
                "=VALUE";
     case Suggestion::ChooseModel:
-        return "; with --model NAME one is made there";
+        return "; --model NAME creates one there";
     case Suggestion::LeaveOutKeyboard:
         return " (--keyboard and --model choose a simulated keyboard)";
     case Suggestion::LeaveOutIdentifier:
@@ -31,9 +31,9 @@ std::string HintOf(const host::Error& error) {
                "upload --no-identifier)";
     case Suggestion::MoveFileAway:
         return error.Why() == host::Cause::ReportDamaged
-                   ? ": move it away, and all of them are programmed again"
-                   : ": look at what the keyboard holds, move that file to another folder, and "
-                     "try again";
+                   ? ": if you move it away, all keyboards are programmed again"
+                   : ": check the keyboard's contents, move that file to another folder, and try "
+                     "again";
     case Suggestion::None:
     case Suggestion::ReadAgain:
     case Suggestion::TryLater:

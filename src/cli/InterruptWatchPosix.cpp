@@ -19,9 +19,9 @@ static_assert(std::atomic<int>::is_always_lock_free &&
 
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-void Tell() {
-    constexpr char kText[] = "\nqxconf: ending when the keyboard is in order; again in two "
-                             "seconds: at once\n";
+void ShowNotice() {
+    constexpr char kText[] = "\nqxconf: finishing the current operation; repeat after two "
+                             "seconds to end at once\n";
     if (isatty(STDERR_FILENO) != 0)
         static_cast<void>(!write(STDERR_FILENO, kText, sizeof kText - 1));
 }
@@ -34,7 +34,7 @@ extern "C" void QxconfOnSignal(int signal) {
     if (firstSignal == 0) {
         firstSignal = signal;
         firstTime = now;
-        Tell();
+        ShowNotice();
     } else if (now - firstTime >= kPatience) {
         (void)std::signal(signal, SIG_DFL);
         (void)std::raise(signal);

@@ -17,9 +17,9 @@ std::atomic<int> watches = 0; // number of watches
 std::atomic<int> firstSignal = 0;
 std::atomic<ULONGLONG> firstTime = 0;
 
-void Tell() {
-    constexpr wchar_t kText[] = L"\r\nqxconf: ending when the keyboard is in order; again in two "
-                                L"seconds: at once\r\n";
+void ShowNotice() {
+    constexpr wchar_t kText[] = L"\r\nqxconf: finishing the current operation; repeat after two "
+                                L"seconds to end at once\r\n";
     DWORD written = 0;
     WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), kText, std::size(kText) - 1, &written, nullptr);
 }
@@ -35,7 +35,7 @@ BOOL WINAPI OnConsoleEvent(DWORD event) {
         firstSignal = event == CTRL_C_EVENT ? SIGINT : isKey ? SIGBREAK : SIGTERM;
         process::InterruptWait();
         if (isKey)
-            Tell();
+            ShowNotice();
     } else if (isKey && GetTickCount64() - firstTime >= kPatience) {
         return FALSE;
     }

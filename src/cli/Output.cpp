@@ -81,7 +81,7 @@ void Append(Lines& lines, const Lines& more) {
 
 void RefuseKeyboardFile(const std::string& file) {
     if (sim::KeyboardMemory::IsIn(files::PathOf(file)))
-        throw UsageError(file + " is the file of a simulated keyboard, and stays as it is");
+        throw UsageError(file + " is the file of a simulated keyboard, and is not overwritten");
 }
 
 void RefuseTarget(const Context& context, const std::string& file) {
@@ -91,14 +91,14 @@ void RefuseTarget(const Context& context, const std::string& file) {
     const std::string keyboard = KeyboardLockedBy(target);
     if (!keyboard.empty())
         throw UsageError(file + " is the lock of the simulated keyboard in " + keyboard +
-                         ", and stays as it is");
+                         ", and is not overwritten");
     if (IsRecord(context, target))
-        throw UsageError(file + " is in a folder of records, where nothing else is written");
+        throw UsageError(file + " is in a folder of records, where no other files are written");
 }
 
 void RefuseOwnSource(const std::string& source, const std::string& file) {
     if (files::IsSameFile(files::PathOf(source), files::PathOf(file)))
-        throw UsageError(file + " is the file to read from, and stays as it is");
+        throw UsageError(file + " is the file to read from, and is not overwritten");
 }
 
 void WriteDocument(Context& context, const host::ConfigurationDocument& document,

@@ -185,7 +185,7 @@ std::string NoOption(const Command& program, const Command& command, const std::
         for (const Option& option : each->options)
             if (!option.IsPositional())
                 names.push_back(option.name.substr(option.name.rfind(',') + 1));
-    return "there is no option " + word + Suggestion(word.substr(0, word.find('=')), names);
+    return "unknown option " + word + Suggestion(word.substr(0, word.find('=')), names);
 }
 
 std::string NoCommand(const Command& command, const std::string& name, const std::string& word) {
@@ -209,7 +209,7 @@ std::string UsageText(const CLI::App& app, const Command& program, const CLI::Pa
         text = unknown.empty() ? found.name + " needs a command"
                                : NoCommand(*found.command, found.name, unknown.front());
     else if (isTooMuch && !unknown.empty())
-        text = found.name + " accepts no further argument \"" + unknown.front() + "\"";
+        text = found.name + ": unexpected argument \"" + unknown.front() + "\"";
     return text + " (see " + found.name +
            (found.app == &app && !lacksCommand ? " COMMAND --help)" : " --help)");
 }

@@ -89,9 +89,10 @@ void MakeProgram(Command& program, GlobalOptions& options) {
             "  qxconf identify\n"
             "  qxconf upload -o till.json\n"
             "  qxconf download till.json\n\n"
-            "Exit status: 0 done, 1 differences found or units of a batch left, 2 wrong usage,\n"
-            "3 keyboard not opened, 4 transfer or file operation failed, 5 read-back "
-            "differs,\n6 invalid document, job, layout or model.",
+            "Exit status: 0 done, 1 differences or warnings found, or units of a batch left,\n"
+            "2 wrong usage, 3 keyboard not opened, 4 transfer or file operation failed,\n"
+            "5 read-back differs, 6 invalid document, job, layout or model,\n"
+            "128 + n ended by signal n before anything was written.",
         .commands = {IdentifyCommand(), UploadCommand(), DownloadCommand(), ShowCommand(),
                      SheetCommand(), DiffCommand(), ValidateCommand(), DefaultsCommand(),
                      SchemaCommand()},

@@ -55,15 +55,15 @@ std::string ObstacleText(const Problem& problem) {
     case Obstacle::FolderUnusable:
         return Joined(problem.names) + ": " + problem.system;
     case Obstacle::DeadLink:
-        return "its links lead nowhere";
+        return "it is a broken link";
     case Obstacle::TooLarge:
         return "it has more than " + number + " bytes";
     case Obstacle::NoData:
-        return "no data arrives from it";
+        return "it delivers no data";
     case Obstacle::AlreadyThere:
-        return "it exists";
+        return "it already exists";
     case Obstacle::NoFolderOfUser:
-        return "the user has no folder: " +
+        return "the user's folder is unknown: " +
                (problem.names.size() == 1
                     ? problem.names.front() + " is not set"
                     : "neither " + Joined(problem.names, " nor ") + " is set");
@@ -77,7 +77,7 @@ std::string ObstacleText(const Problem& problem) {
         return "a " + number + "-bit driver library needs " + Joined(problem.names) +
                ", which is missing";
     case Obstacle::HelperOfOther:
-        return Joined(problem.names) + " is not of the same version as this program";
+        return Joined(problem.names) + " is of a different version from this program";
     case Obstacle::LacksFunctions:
         return "it lacks the functions " + Joined(problem.names);
     case Obstacle::Overrun:

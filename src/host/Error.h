@@ -102,7 +102,7 @@ enum class Cause {
     NotRecorded,            // the write, which is proved. related: what could not be recorded
     UnprovedNotRecorded,    // the same of a write that was not read back
     LoadNotRecorded,        // the same of a file that was loaded into the keyboard
-    EntryNotEnded,          // the record of the write as interrupted is left. related: why
+    EntryNotEnded,          // the journal entry could not be deleted. related: why
     NoReceipt,              // related: why
     CaptionsUnusable,       // the file with names of options, which is skipped. faults
     NotACodePage,           // count: its bytes; expected: those that are needed
@@ -114,7 +114,7 @@ enum class Cause {
     PreferenceNotStored,    // name
     NoPreferencesFolder,    // problem
     UnsavedWorkDamaged,
-    JobBusy,      // another batch is at work on the job
+    JobBusy,      // another batch is working on the job
     OutputLost,   // standard output could not be written
     InputEndless, // standard input. count: the most bytes
     SheetNotMade, // reason: in the words of the module that makes it

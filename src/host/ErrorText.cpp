@@ -99,7 +99,7 @@ std::string CauseText(const Error& error) {
         return "the driver library " + file +
                " is not a simulated keyboard and accepts no keyboard file or model";
     case Cause::KeyboardOfOtherModel:
-        return file + " keeps a " + name + " and cannot be made a " + error.other;
+        return file + " holds a keyboard of the model " + name + ", not " + error.other;
     case Cause::SheetFormatUnknown:
         return file + ": the file's name must end with " + Joined(error.names, " or ");
     case Cause::NoKeyboardConnected:
@@ -190,13 +190,13 @@ std::string CauseText(const Error& error) {
         return (error.related.empty() ? "" : TextOf(error.related.front())) +
                "; it records which keyboards are done";
     case Cause::NotRecorded:
-        return "the keyboard was written, read back and found equal";
+        return "the keyboard was written, read back and verified";
     case Cause::UnprovedNotRecorded:
         return "the keyboard was written and not read back";
     case Cause::LoadNotRecorded:
         return "the file was loaded into the keyboard";
     case Cause::EntryNotEnded:
-        return WithRelated("the record of it as interrupted is left", error);
+        return WithRelated("the journal entry could not be deleted", error);
     case Cause::NoReceipt:
         return WithRelated("there is no receipt", error);
     case Cause::CaptionsUnusable:
@@ -224,7 +224,7 @@ std::string CauseText(const Error& error) {
     case Cause::UnsavedWorkDamaged:
         return file + " is not a copy of unsaved work, or is damaged";
     case Cause::JobBusy:
-        return "another batch is at work on " + file;
+        return "another batch is working on " + file;
     case Cause::OutputLost:
         return "standard output could not be written";
     case Cause::InputEndless:
@@ -241,15 +241,15 @@ std::string CauseText(const Error& error) {
     case Cause::BackupReachedOtherwise:
         return "the backup is of another keyboard of this kind" +
                (error.names.empty() ? "" : " (" + Joined(error.names, " or ") + ")") +
-               ", or of one that was reached in another way";
+               ", or of one that was connected differently";
     case Cause::BackupOfUnit:
         return "the backup is of " + Joined(error.names, " or ") +
                ", and no record shows which unit this keyboard is";
     case Cause::BackupOfOtherUnit:
         return "the backup is of " + Joined(error.names, " or ") +
-               ", and by the records this keyboard is " + Joined(error.others, " or ");
+               ", and according to the records this keyboard is " + Joined(error.others, " or ");
     case Cause::WriteSettled:
-        return "the interrupted write has been settled meanwhile";
+        return "the interrupted write has meanwhile been settled";
     case Cause::HoldsOldOfWrite:
         return "the keyboard holds exactly what was there before the " + TheWrite(error) +
                ", so it may be another one; the record of that write is kept";
@@ -314,8 +314,8 @@ std::string HoldsText(const Error& error) {
         return "; nothing changed: the keyboard holds what it held before";
     case Holds::New:
         return isReadBack
-                   ? "; read once more, it holds everything that was to be written: one of its "
-                     "readings was wrong"
+                   ? "; a second read shows everything that was to be written, so one of the "
+                     "two reads was wrong"
                    : "; read back, the keyboard holds everything that was to be written";
     case Holds::PartlyWritten:
         return isReadBack ? "" : "; the keyboard is partly written";
@@ -332,7 +332,7 @@ std::string TextOf(const Error& error) {
     if (error.holds && !ShowsWhatIsHeld(error.Why()))
         text += HoldsText(error);
     if (!error.backup.empty())
-        text += "; the backup " + error.backup + " has what it held before";
+        text += "; the backup " + error.backup + " has the previous contents";
     for (const Error& other : error.related)
         if (other.Why() == Cause::EntryNotEnded || other.Why() == Cause::NoReceipt)
             text += "; " + TextOf(other);

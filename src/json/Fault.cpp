@@ -34,7 +34,7 @@ KindText TextOf(FaultKind kind) {
     case FaultKind::UnknownVersion:
         return {"unknown-version", "version %1 is not known; this program reads version %2"};
     case FaultKind::NotAsWritten:
-        return {"not-as-written", "it is not as it was written"};
+        return {"not-as-written", "its contents have been changed since it was written"};
     case FaultKind::MoreFaults:
         return {"more-faults", "there are more faults than are reported"};
     case FaultKind::UnknownMember:
@@ -72,7 +72,7 @@ KindText TextOf(FaultKind kind) {
     case FaultKind::NotAChoice:
         return {"not-a-choice", "%1 is not one of: %2"};
     case FaultKind::NotBytes:
-        return {"not-bytes", "%1 is not bytes in hexadecimal digits"};
+        return {"not-bytes", "%1 is not a text of hexadecimal digits for whole bytes"};
     case FaultKind::NotAnIdentifier:
         return {"not-an-identifier",
                 "%1 is not an identifier like {01234567-89AB-CDEF-0123-456789ABCDEF}"};
@@ -119,7 +119,7 @@ KindText TextOf(FaultKind kind) {
     case FaultKind::NoSuchModule:
         return {"no-such-module", "this keyboard has no such module"};
     case FaultKind::AreasMeet:
-        return {"areas-meet", "the area, up to %1, meets that of %2, from %3 to %4"};
+        return {"areas-meet", "the area, up to %1, overlaps that of %2, from %3 to %4"};
     case FaultKind::RangeSizesDiffer:
         return {"range-sizes-differ", "a range does not have as many new bytes as old ones"};
     case FaultKind::HalfCharacter:

@@ -93,7 +93,7 @@ QLayout* frmPOSProgrammerView::MakeHead() {
     connect(help, &QPushButton::clicked, this, [this] { m_form.imgHelp_Click(); });
     m_bindings.OnShow([this, hint, help] {
         hint->setText(m_form.CurrBlock() == 0
-                          ? tr("Click a free key to begin a block, or a key of a block to "
+                          ? tr("Click a free key to start a block, or a key of a block to "
                                "change that block.")
                           : tr("Click keys to put them into the block or to take them out; "
                                "Ctrl+click takes a key from another block. Ctrl and the arrows "

@@ -248,7 +248,7 @@ TEST(MainWindow, WorksByKeyboardOnly) {
         QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("cmdWrite")), Qt::Key_Space);
     });
     press(Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_NE(desk.Notice().indexOf(QLatin1String("read back and found equal")), -1)
+    EXPECT_NE(desk.Notice().indexOf(QLatin1String("read back and verified")), -1)
         << desk.Notice().toStdString();
 }
 

@@ -74,7 +74,7 @@ TEST(Transfers, AnIsolatedDriverMayDieDuringAWrite) {
     files::RemoveFile(desk.folder / "other.qxk.wild");
     ASSERT_TRUE(desk.window->Keyboards().Connect(choice));
     desk.Write();
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and found equal")))
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and verified")))
         << desk.Notice().toStdString();
 }
 
@@ -162,7 +162,7 @@ TEST(Transfers, AProvedWriteThatIsNotRecordedOrNotReadAgainIsNotReportedAsFailed
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x09");
     ASSERT_EQ(desk.warnings.size(), 1);
     EXPECT_EQ(desk.warnings.front().toStdString(),
-              "The keyboard was written, read back and found equal, but the write could not be "
+              "The keyboard was written, read back and verified, but the write could not be "
               "recorded.");
     EXPECT_TRUE(desk.details.front().contains(QStringLiteral("The receipt could not be written.")));
 
@@ -213,7 +213,7 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
         EXPECT_EQ(desk.timesAsked, 1);
         EXPECT_EQ(desk.askedToRecover.toStdString(),
                   "The keyboard is partly written.\nWriting to the keyboard failed.\n\nFinish "
-                  "writing completes it; roll back restores what the keyboard held before.");
+                  "writing completes it; roll back restores the keyboard's previous contents.");
         EXPECT_TRUE(desk.warnings.isEmpty()) << "it is reported once";
         const auto holds = [&] {
             const std::string bytes = DescriptionBytes(wanted);
@@ -222,7 +222,7 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
         };
         EXPECT_EQ(holds(), ending == Ending::Finish);
         if (ending != Ending::Later) {
-            EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and found equal")));
+            EXPECT_TRUE(desk.Notice().contains(QStringLiteral("read back and verified")));
             EXPECT_FALSE(desk.window->Transfers().Recover()) << "already recovered";
             EXPECT_TRUE(desk.ShowsState("Not compared with the keyboard"));
             continue;
@@ -375,7 +375,7 @@ TEST(Transfers, ABackupOfAnotherKeyboardIsRestoredOnlyWhenTheUserAgrees) {
             desk.InDialog([](QWidget& dialog) { Desk::ClickIn(dialog, "cmdWrite"); });
         desk.Click("restoreBackup");
         ASSERT_EQ(desk.askedToWrite.size(), 1);
-        EXPECT_TRUE(desk.askedToWrite[0].contains(QStringLiteral("reached in another way")));
+        EXPECT_TRUE(desk.askedToWrite[0].contains(QStringLiteral("connected differently")));
         EXPECT_EQ(desk.Held() == held, !agrees);
     }
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), "\x06");

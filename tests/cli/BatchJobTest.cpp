@@ -239,7 +239,7 @@ TEST_F(JobFile, ADamagedReportIsKeptAndNothingIsTouched) {
         const Outcome outcome = RunJob();
         ASSERT_EQ(outcome.status, 4) << row.report;
         EXPECT_NE(outcome.err.find("job.json.report.json"), std::string::npos) << outcome.err;
-        EXPECT_NE(outcome.err.find("move it away"), std::string::npos) << outcome.err;
+        EXPECT_NE(outcome.err.find("if you move it away"), std::string::npos) << outcome.err;
         EXPECT_NE(outcome.err.find(row.message), std::string::npos) << outcome.err;
         EXPECT_EQ(outcome.err.find("json.exception"), std::string::npos) << outcome.err;
         EXPECT_EQ(opened, "");

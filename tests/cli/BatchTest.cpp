@@ -207,7 +207,7 @@ TEST_F(Batch, OnlyOneWorksOnAJob) {
     ASSERT_TRUE(other.TryLock());
     const Outcome outcome = RunJob();
     EXPECT_EQ(outcome.status, 4);
-    EXPECT_NE(outcome.err.find("another batch is at work"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.err.find("another batch is working"), std::string::npos) << outcome.err;
     EXPECT_EQ(opened, "");
 }
 
@@ -276,7 +276,7 @@ TEST_F(Batch, TheExamplesOfThePageAreRun) {
     EXPECT_EQ(commands[0], (std::vector<std::string>{"batch", File("tills.json")}));
     const Outcome programmed = Run(commands[0]);
     EXPECT_EQ(programmed.status, 0) << programmed.err;
-    for (const char* said : {"[1 of 3] till 1: done: wrote ", " bytes, read back and found equal\n",
+    for (const char* said : {"[1 of 3] till 1: done: wrote ", " bytes, read back and verified\n",
                              "the report is in ", "tills.json.report.json\n"})
         EXPECT_NE(programmed.err.find(said), std::string::npos) << programmed.err;
     EXPECT_NE(programmed.out.find("3 done, 0 failed, 0 not done\nthis run: 3 done ("),

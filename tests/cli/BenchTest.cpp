@@ -89,9 +89,10 @@ TEST_F(Bench, ABackupOfOneUnitIsNotRestoredIntoAnother) {
     Plug("b.qxk");
     const Outcome refused = restore({});
     EXPECT_EQ(refused.status, 4) << refused.out;
-    EXPECT_NE(refused.err.find("the backup is of till 1, and by the records this keyboard is "
-                               "till 2; nothing was written"),
-              std::string::npos)
+    EXPECT_NE(
+        refused.err.find("the backup is of till 1, and according to the records this keyboard is "
+                         "till 2; nothing was written"),
+        std::string::npos)
         << refused.err;
     EXPECT_EQ(TillIn("port.qxk"), "002");
     EXPECT_EQ(restore({"--other-keyboard"}).status, 0);

@@ -37,12 +37,14 @@ TEST(DriverSource, AKeyboardIsMadeOnlyWhenItsModelIsNamed) {
         };
         const Outcome absent = run({"--keyboard", typo, "identify"});
         EXPECT_EQ(absent.status, 3);
-        EXPECT_EQ(absent.err, "qxconf: there is no keyboard in " + typo +
-                                  "; with --model NAME one is made there\n");
+        EXPECT_EQ(absent.err,
+                  "qxconf: there is no keyboard in " + typo + "; --model NAME creates one there\n");
         EXPECT_FALSE(std::filesystem::exists(typo));
         const Outcome other = run({"--keyboard", file, "--model", "full", "identify"});
         EXPECT_EQ(other.status, 2);
-        EXPECT_NE(other.err.find(file + " keeps a QX-MAGNET"), std::string::npos) << other.err;
+        EXPECT_NE(other.err.find(file + " holds a keyboard of the model QX-MAGNET"),
+                  std::string::npos)
+            << other.err;
         EXPECT_TRUE(files::ReadFile(file) == before);
     }
 }
@@ -173,7 +175,7 @@ TEST(DriverSource, NoCommandReplacesAFileThatIsNotItsOwn) {
         RunOn(folder, {"--keyboard", file, "convert", binary, binary, "0", "0", "0"});
     EXPECT_EQ(converted.status, 2);
     EXPECT_EQ(converted.err,
-              "qxconf: " + binary + " is the file to read from, and stays as it is\n");
+              "qxconf: " + binary + " is the file to read from, and is not overwritten\n");
     const std::string settings = (folder / "settings.ini").string();
     std::filesystem::copy_file(file, settings);
     for (const std::vector<std::string>& command :

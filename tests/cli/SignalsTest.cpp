@@ -48,7 +48,7 @@ TEST(Signals, ATransferIsEndedInOrder) {
     };
     const Outcome written = keyboard.Run({"download", file});
     EXPECT_EQ(written.status, 0) << written.err;
-    EXPECT_NE(written.out.find("read back and found equal"), std::string::npos);
+    EXPECT_NE(written.out.find("read back and verified"), std::string::npos);
     keyboard.beforeWrite = {};
     EXPECT_EQ(keyboard.Done({"recover"}), "no write to this keyboard was interrupted\n");
     EXPECT_EQ(keyboard.Done({"diff", file}), "");

@@ -97,8 +97,8 @@ TEST(Write, VariablesGetTheirValuesBySet) {
         {{"download", file, "--set", "delay=300"}, 6, "300 is not a whole number from 0 to 255"},
         {{"download", "--set", "delay=7", "--set", "dealy=7", file}, 2, "no placeholder ${dealy}"},
         {{"download", "--set", "delay=7", "--set", "delay=8", file}, 2, "is given twice"},
-        {{"download", "--set", "delay", file}, 2, "is not NAME=VALUE"},
-        {{"download", "--set", "=7", file}, 2, "is not NAME=VALUE"},
+        {{"download", "--set", "delay", file}, 2, "expected NAME=VALUE"},
+        {{"download", "--set", "=7", file}, 2, "expected NAME=VALUE"},
         {{"validate", "--set", "delay=7", file}, 0, ""},
         {{"diff", "--set", "delay=7", file}, 1, "1 difference"},
     };

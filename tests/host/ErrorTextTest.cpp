@@ -31,7 +31,7 @@ TEST(ErrorText, WordsEveryCauseForAllPrograms) {
         const std::string text = TextOf(error);
         EXPECT_FALSE(text.empty()) << i;
         EXPECT_TRUE(isWordedBelow || texts.insert(text).second) << i << text;
-        for (const char* foreign : {"qxconf", " --", "\n", "menu", "name the", "move "})
+        for (const char* foreign : {"qxconf", " --", "\n", "menu", "choose the", "move "})
             EXPECT_EQ(text.find(foreign), std::string::npos) << text;
         EXPECT_FALSE(CodeOf(error.Kind()).empty());
     }
@@ -45,7 +45,7 @@ TEST(ErrorText, EndsWithTheKeyboardAndTheWayBack) {
         {.call = FailedCall{"QXCFG_ImageSave", 77}, .holds = Holds::PartlyWritten, .backup = "B"},
         {Error(Cause::NoReceipt)});
     EXPECT_EQ(TextOf(error), "writing to the keyboard failed: QXCFG_ImageSave gave status 77; the "
-                             "keyboard is partly written; the backup B has what it held before; "
+                             "keyboard is partly written; the backup B has the previous contents; "
                              "there is no receipt");
     std::set<std::string> texts;
     for (const Holds holds :

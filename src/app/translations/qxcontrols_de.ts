@@ -19,7 +19,7 @@
         <translation>Als Dokument ö&amp;ffnen</translation>
     </message>
     <message>
-        <source>Before each write, everything that the keyboard holds is saved here. Each backup is kept for at least %1 days.</source>
+        <source>Before each write, the keyboard&apos;s contents are saved here. Each backup is kept for at least %1 days.</source>
         <translation>Vor jedem Schreiben wird hier der gesamte Inhalt der Tastatur gesichert. Jede Sicherung bleibt mindestens %1 Tage erhalten.</translation>
     </message>
     <message>
@@ -426,7 +426,7 @@
         <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
     </message>
     <message>
-        <source>Click a free key to begin a block, then keys to take into it or out of it. All keys of a block send its sequence. A key is in one block at most.</source>
+        <source>Click a free key to start a block, then click keys to add or remove them. All keys of a block send its sequence. A key is in at most one block.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf weitere Tasten, um sie aufzunehmen oder herauszunehmen. Alle Tasten eines Blocks senden dessen Folge. Eine Taste gehört zu höchstens einem Block.</translation>
     </message>
     <message>
@@ -438,8 +438,8 @@
         <translation>Die Tastatur hat dem Editor einen Fehler gemeldet.</translation>
     </message>
     <message>
-        <source>Left out, because no keyboard can store them: the codes %1</source>
-        <translation>Ausgelassen, weil keine Tastatur sie speichern kann: die Codes %1</translation>
+        <source>These codes were left out, because no keyboard can store them: %1</source>
+        <translation>Diese Codes wurden ausgelassen, weil keine Tastatur sie speichern kann: %1</translation>
     </message>
 </context>
 <context>
@@ -653,7 +653,7 @@
         <translation>Das Schreiben in die Tastatur ist fehlgeschlagen.</translation>
     </message>
     <message>
-        <source>What was written could not be read back.</source>
+        <source>The written data could not be read back.</source>
         <translation>Das Geschriebene ließ sich nicht zurücklesen.</translation>
     </message>
     <message>
@@ -729,7 +729,7 @@
         <translation>Die Aufzeichnung eines Schreibvorgangs ist beschädigt; sie könnte zu einem unterbrochenen Schreibvorgang in diese Tastatur gehören.</translation>
     </message>
     <message>
-        <source>The keyboard was written, read back and found equal, but the write could not be recorded.</source>
+        <source>The keyboard was written, read back and verified, but the write could not be recorded.</source>
         <translation>Die Tastatur wurde beschrieben und durch Zurücklesen bestätigt; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
     </message>
     <message>
@@ -801,11 +801,11 @@
         <translation>Die Sicherung stammt von einer %1, die andere Module hat als diese %2.</translation>
     </message>
     <message>
-        <source>This backup is of another keyboard of this kind, or of one that was reached in another way.</source>
+        <source>This backup is of another keyboard of this kind, or of one that was connected differently.</source>
         <translation>Diese Sicherung stammt von einer anderen Tastatur dieser Art oder von einer, die anders angeschlossen war.</translation>
     </message>
     <message>
-        <source>This backup is of another keyboard of this kind (%1), or of one that was reached in another way.</source>
+        <source>This backup is of another keyboard of this kind (%1), or of one that was connected differently.</source>
         <translation>Diese Sicherung stammt von einer anderen Tastatur dieser Art (%1) oder von einer, die anders angeschlossen war.</translation>
     </message>
     <message>
@@ -813,11 +813,11 @@
         <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, zu welcher Einheit diese Tastatur gehört.</translation>
     </message>
     <message>
-        <source>This backup is of %1, and by the records this keyboard is %2.</source>
+        <source>This backup is of %1, and according to the records this keyboard is %2.</source>
         <translation>Diese Sicherung stammt von %1; nach den Aufzeichnungen gehört diese Tastatur zu %2.</translation>
     </message>
     <message>
-        <source>The interrupted write has been settled meanwhile.</source>
+        <source>The interrupted write has meanwhile been settled.</source>
         <translation>Der unterbrochene Schreibvorgang wurde inzwischen bereinigt.</translation>
     </message>
     <message>
@@ -881,11 +881,11 @@
         <translation>Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
     </message>
     <message>
-        <source>The backup %1 on the page Backups has what the keyboard held before.</source>
+        <source>The backup %1 on the Backups page has the keyboard&apos;s previous contents.</source>
         <translation>Den vorigen Inhalt der Tastatur enthält die Sicherung %1 auf der Seite „Sicherungen“.</translation>
     </message>
     <message>
-        <source>Start again; the keyboard is then read anew.</source>
+        <source>Start again: the keyboard is then read once more.</source>
         <translation>Beginnen Sie noch einmal von vorn; die Tastatur wird dann neu gelesen.</translation>
     </message>
     <message>
@@ -897,7 +897,7 @@
         <translation>Wählen Sie „Tastatur &gt; In Tastatur schreiben“, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
     </message>
     <message>
-        <source>Choose another driver library or keyboard in the menu Keyboard.</source>
+        <source>Choose another driver library or keyboard in the Keyboard menu.</source>
         <translation>Wählen Sie im Menü „Tastatur“ eine andere Treiberbibliothek oder Tastatur.</translation>
     </message>
     <message>
@@ -1167,7 +1167,7 @@
         <translation>die Version %1 ist unbekannt; dieses Programm liest Version %2</translation>
     </message>
     <message>
-        <source>it is not as it was written</source>
+        <source>its contents have been changed since it was written</source>
         <translation>die Datei ist nicht mehr so, wie sie geschrieben wurde</translation>
     </message>
     <message>
@@ -1243,8 +1243,8 @@
         <translation>%1 ist keiner der Werte %2</translation>
     </message>
     <message>
-        <source>%1 is not bytes in hexadecimal digits</source>
-        <translation>%1 sind keine Bytes in hexadezimalen Ziffern</translation>
+        <source>%1 is not a text of hexadecimal digits for whole bytes</source>
+        <translation>%1 ist kein Text aus hexadezimalen Ziffern für ganze Bytes</translation>
     </message>
     <message>
         <source>%1 is not an identifier like {01234567-89AB-CDEF-0123-456789ABCDEF}</source>
@@ -1319,7 +1319,7 @@
         <translation>diese Tastatur hat dieses Modul nicht</translation>
     </message>
     <message>
-        <source>the area, up to %1, meets that of %2, from %3 to %4</source>
+        <source>the area, up to %1, overlaps that of %2, from %3 to %4</source>
         <translation>der Bereich bis %1 überschneidet den von %2, von %3 bis %4</translation>
     </message>
     <message>
@@ -1502,7 +1502,7 @@
         <translation>Parameterspeicher</translation>
     </message>
     <message>
-        <source>The whole memory of settings, as the driver keeps it in a file. Reading the keyboard afterwards shows what it holds then.</source>
+        <source>The whole memory of settings, as the driver keeps it in a file. Read the keyboard afterwards to see its new contents.</source>
         <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie danach die Tastatur, um den neuen Inhalt zu sehen.</translation>
     </message>
     <message>
@@ -1526,7 +1526,7 @@
         <translation>Mit Datei vergleichen …</translation>
     </message>
     <message>
-        <source>%1: replace what the keyboard holds with the file %2?</source>
+        <source>%1: replace the keyboard&apos;s contents with the file %2?</source>
         <translation>%1: Den Inhalt der Tastatur durch die Datei %2 ersetzen?</translation>
     </message>
     <message>
@@ -2191,11 +2191,11 @@
 <context>
     <name>ModulePage</name>
     <message>
-        <source>This keyboard has no such module. The document keeps these settings; writing leaves them out.</source>
+        <source>This keyboard does not have this module. The document keeps these settings; writing leaves them out.</source>
         <translation>Diese Tastatur hat dieses Modul nicht. Das Dokument behält diese Einstellungen; beim Schreiben werden sie ausgelassen.</translation>
     </message>
     <message>
-        <source>This keyboard has no such module.</source>
+        <source>This keyboard does not have this module.</source>
         <translation>Diese Tastatur hat dieses Modul nicht.</translation>
     </message>
     <message>
@@ -2662,7 +2662,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Unbenutzt</translation>
     </message>
     <message>
-        <source>How it looks</source>
+        <source>Preview</source>
         <translation>Vorschau</translation>
     </message>
     <message>
@@ -2674,7 +2674,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Der g&amp;ewählte Block:</translation>
     </message>
     <message>
-        <source>Keys of &amp;no block:</source>
+        <source>Keys in &amp;no block:</source>
         <translation>Taste&amp;n ohne Block:</translation>
     </message>
     <message>
@@ -2761,7 +2761,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Der Ordner %1 kann nicht verwendet werden.</translation>
     </message>
     <message>
-        <source>Its links lead nowhere.</source>
+        <source>It is a broken link.</source>
         <translation>Die Verknüpfung führt ins Leere.</translation>
     </message>
     <message>
@@ -2769,16 +2769,16 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Datei hat mehr als %1 Bytes.</translation>
     </message>
     <message>
-        <source>No data arrives from it.</source>
+        <source>It delivers no data.</source>
         <translation>Von dort kommen keine Daten.</translation>
     </message>
     <message>
-        <source>There is such a file already.</source>
+        <source>The file already exists.</source>
         <translation>Diese Datei gibt es bereits.</translation>
     </message>
     <message>
-        <source>The user has no folder: none of these variables is set: %1.</source>
-        <translation>Der Benutzer hat keinen Ordner: Keine dieser Variablen ist gesetzt: %1.</translation>
+        <source>The user&apos;s folder is unknown: none of these variables is set: %1.</source>
+        <translation>Der Ordner des Benutzers ist unbekannt: Keine dieser Variablen ist gesetzt: %1.</translation>
     </message>
     <message>
         <source>The file, or a library that it needs, is missing.</source>
@@ -2797,7 +2797,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Eine %1-Bit-Treiberbibliothek benötigt das Programm %2, das fehlt.</translation>
     </message>
     <message>
-        <source>%1 is not of the same version as this program.</source>
+        <source>%1 is of a different version from this program.</source>
         <translation>%1 hat nicht die gleiche Version wie dieses Programm.</translation>
     </message>
     <message>
@@ -3030,8 +3030,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>%1: %2 → %3</translation>
     </message>
     <message>
-        <source>What the keyboard holds now is saved as a backup first; what is written is read back and compared.</source>
-        <translation>Der jetzige Inhalt der Tastatur wird zuerst gesichert; was geschrieben ist, wird zurückgelesen und verglichen.</translation>
+        <source>The keyboard&apos;s contents are backed up first; after writing, they are read back and compared.</source>
+        <translation>Zuerst wird der Inhalt der Tastatur gesichert; nach dem Schreiben wird er zurückgelesen und verglichen.</translation>
     </message>
     <message>
         <source>Technical details</source>
@@ -3300,8 +3300,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Seiten dieses Fensters; eine Zahl nennt die belegten Tasten.</translation>
     </message>
     <message>
-        <source>What keyboards held before each write, newest first.</source>
-        <translation>Was Tastaturen vor jedem Schreiben enthielten, das Neueste zuerst.</translation>
+        <source>Keyboard contents saved before each write, newest first.</source>
+        <translation>Vor jedem Schreiben gesicherte Inhalte von Tastaturen, die neuesten zuerst.</translation>
     </message>
     <message>
         <source>The modules of the keyboard, and where each is in its memory.</source>
@@ -3332,15 +3332,15 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Womit begonnen wird, wenn das Programm nicht fragt.</translation>
     </message>
     <message>
-        <source>Begins with a new document even if there is a last one.</source>
-        <translation>Beginnt mit einem neuen Dokument, auch wenn es ein letztes gibt.</translation>
+        <source>Starts with a new document even if there is a previous one.</source>
+        <translation>Beginnt mit einem neuen Dokument, auch wenn es ein vorheriges gibt.</translation>
     </message>
     <message>
         <source>The document that was opened or saved last.</source>
         <translation>Das zuletzt geöffnete oder gespeicherte Dokument.</translation>
     </message>
     <message>
-        <source>Saves changes of a document that has a file without asking.</source>
+        <source>Saves changes to a document that has a file, without asking.</source>
         <translation>Speichert Änderungen an einem Dokument, das eine Datei hat, ohne zu fragen.</translation>
     </message>
     <message>
@@ -3716,7 +3716,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Es ist keine Tastatur verbunden.</translation>
     </message>
     <message>
-        <source>Go on with %1.</source>
+        <source>Continue with %1.</source>
         <translation>Mit %1 weiterarbeiten.</translation>
     </message>
     <message>
@@ -3805,7 +3805,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Programm zu alt</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s program %1 is older than version %2, which the preferences ask for. A newer program can be loaded on the page Keyboard files.</source>
+        <source>The keyboard&apos;s program %1 is older than version %2, which the preferences require. A newer program can be loaded on the Keyboard files page.</source>
         <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die in den Voreinstellungen verlangt wird. Auf der Seite „Tastaturdateien“ lässt sich ein neueres laden.</translation>
     </message>
 </context>
@@ -3940,7 +3940,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Drücken Sie Tasten, ziehen Sie Karten durch und lesen Sie Codes an einer Kopie der Tastatur. Sie folgt den Regeln der simulierten Tastatur; die Tastatur selbst wird nur gelesen.</translation>
     </message>
     <message>
-        <source>Testing needs a keyboard. The simulated one is in the menu Keyboard.</source>
+        <source>Testing needs a keyboard. Choose the simulated one in the Keyboard menu.</source>
         <translation>Zum Ausprobieren ist eine Tastatur nötig. Die simulierte finden Sie im Menü „Tastatur“.</translation>
     </message>
     <message>
@@ -4140,7 +4140,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         </translation>
     </message>
     <message numerus="yes">
-        <source> (%n byte(s)), read back and found equal.</source>
+        <source> (%n byte(s)), read back and verified.</source>
         <translation>
             <numerusform> (ein Byte) geschrieben und durch Zurücklesen bestätigt.</numerusform>
             <numerusform> (%n Bytes) geschrieben und durch Zurücklesen bestätigt.</numerusform>
@@ -4167,7 +4167,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Die Tastatur stimmt bereits mit dieser Sicherung überein; es wurde nichts geschrieben.</translation>
     </message>
     <message>
-        <source>Backup to keyboard and document: restored, read back and found equal.</source>
+        <source>Backup to keyboard and document: restored, read back and verified.</source>
         <translation>Sicherung in Tastatur und Dokument: zurückgespielt und durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
@@ -4183,7 +4183,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält einen Teil davon.</translation>
     </message>
     <message>
-        <source>Finish writing completes it; roll back restores what the keyboard held before.</source>
+        <source>Finish writing completes it; roll back restores the keyboard&apos;s previous contents.</source>
         <translation>„Schreiben abschließen“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
     </message>
     <message>
@@ -4199,11 +4199,11 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Welcher davon wurde in dieser Tastatur unterbrochen?</translation>
     </message>
     <message>
-        <source>The interrupted write of %1 is finished, read back and found equal.</source>
+        <source>The interrupted write of %1 has been finished, read back and verified.</source>
         <translation>Der unterbrochene Schreibvorgang (%1) ist abgeschlossen und durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
-        <source>The interrupted write of %1 is rolled back: the keyboard holds what it held before, read back and found equal.</source>
+        <source>The interrupted write of %1 has been rolled back: the keyboard&apos;s previous contents are restored, read back and verified.</source>
         <translation>Der unterbrochene Schreibvorgang (%1) ist rückgängig gemacht: Die Tastatur hat wieder ihren vorigen Inhalt; durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
@@ -4263,7 +4263,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
 <context>
     <name>WorkBar</name>
     <message>
-        <source>Saving a backup of what the keyboard holds…</source>
+        <source>Saving a backup of the keyboard&apos;s contents…</source>
         <translation>Der Inhalt der Tastatur wird gesichert …</translation>
     </message>
     <message>
@@ -4345,7 +4345,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
 <context>
     <name>frmPOSProgrammerView</name>
     <message>
-        <source>Click a free key to begin a block, or a key of a block to change that block.</source>
+        <source>Click a free key to start a block, or a key of a block to change that block.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, oder auf eine Taste eines Blocks, um ihn zu ändern.</translation>
     </message>
     <message>

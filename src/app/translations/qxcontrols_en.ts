@@ -194,10 +194,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source> (%n byte(s)), read back and found equal.</source>
+        <source> (%n byte(s)), read back and verified.</source>
         <translation>
-            <numerusform> (one byte), read back and found equal.</numerusform>
-            <numerusform> (%n bytes), read back and found equal.</numerusform>
+            <numerusform> (one byte), read back and verified.</numerusform>
+            <numerusform> (%n bytes), read back and verified.</numerusform>
         </translation>
     </message>
     <message numerus="yes">

@@ -100,9 +100,9 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
     context.CloseKeyboard();
     context.Result(json, {outcome.isWritten ? "backup to keyboard: restored " + id + " (" +
                                                   Counted(outcome.bytesSent, "byte") +
-                                                  " changed), read back and found equal"
-                                            : "backup to keyboard: the keyboard holds all of " +
-                                                  id + " already; nothing was written"});
+                                                  " changed), read back and verified"
+                                            : "backup to keyboard: the keyboard already matches " +
+                                                  id + "; nothing was written"});
 }
 
 Command ListCommand() {

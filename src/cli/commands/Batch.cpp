@@ -36,7 +36,7 @@ Lines Table(const batch::Report& report) {
     for (const batch::UnitReport& unit : report.units) {
         std::string remark = unit.error ? MessageOf(*unit.error) : "";
         if (unit.result == batch::Result::Done)
-            remark = unit.bytesSent == 0 ? "held it already" : Counted(unit.bytesSent, "byte");
+            remark = unit.bytesSent == 0 ? "nothing to write" : Counted(unit.bytesSent, "byte");
         if (unit.result == batch::Result::NotDone)
             remark = "";
         rows.push_back(
@@ -62,13 +62,13 @@ void RefuseOtherPlace(const batch::Job& job, const BatchOptions& options) {
         throw UsageError(options.job + " is a job for the bench: use --bench");
 }
 
-// "done: wrote 9 bytes, read back and found equal", "failed: ...".
+// "done: wrote 9 bytes, read back and verified", "failed: ...".
 std::string OutcomeOf(const batch::UnitReport& unit) {
     if (unit.error)
         return "failed: " + MessageOf(*unit.error);
     return unit.bytesSent == 0
-               ? "done: it held all of it already"
-               : "done: wrote " + Counted(unit.bytesSent, "byte") + ", read back and found equal";
+               ? "done: nothing to write"
+               : "done: wrote " + Counted(unit.bytesSent, "byte") + ", read back and verified";
 }
 
 std::string TextOf(const batch::BenchNews& news) {

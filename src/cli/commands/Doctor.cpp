@@ -261,7 +261,8 @@ Command DoctorCommand() {
     return {
         .name = "doctor",
         .summary =
-            "Examine the driver library, the keyboard and the files, for a report to support",
+            "Examine the driver library, the keyboard and the files, and report the results for "
+            "support",
         .footer =
             "Reads the keyboard and continues after each problem. The report contains the driver "
             "library, all\nits calls with their results, the directory and the folders, "

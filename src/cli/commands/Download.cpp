@@ -40,11 +40,11 @@ std::string BytesOf(const host::WritePlan& plan) {
 }
 
 std::string NothingToDo(const DownloadOptions& options) {
-    return "file to keyboard: the keyboard holds all of " + options.file +
-           " already; nothing was written";
+    return "file to keyboard: the keyboard already has the settings of " + NameOf(options.file) +
+           "; nothing was written";
 }
 
-void TellPlan(Context& context, const host::WritePlan& plan, const DownloadOptions& options) {
+void ShowPlan(Context& context, const host::WritePlan& plan, const DownloadOptions& options) {
     host::Json json = {{"direction", "file to keyboard"},
                        {"file", options.file},
                        {"dryRun", true},
@@ -59,13 +59,14 @@ void TellPlan(Context& context, const host::WritePlan& plan, const DownloadOptio
                   ", " + Counted(plan.BytesToSend(), "byte")
             : "would change " + Counted(plan.settings.size(), "setting") + ", " + BytesOf(plan) +
                   " in " + Counted(plan.ranges.size(), "range");
-    Lines lines = {"file to keyboard: " + options.file + " " + sent + "; nothing was written"};
+    Lines lines = {"file to keyboard: " + NameOf(options.file) + " " + sent +
+                   "; nothing was written"};
     Append(lines, ToLines(plan));
     const bool isNothing = plan.IsEmpty() && !options.full;
     context.Result(json, isNothing ? Lines{NothingToDo(options)} : lines);
 }
 
-void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
+void ShowOutcome(Context& context, const host::Writer::Outcome& outcome,
                  const host::WritePlan& plan, const std::vector<host::Section*>& sections,
                  const DownloadOptions& options) {
     host::Json written = host::Json::array();
@@ -83,9 +84,10 @@ void TellOutcome(Context& context, const host::Writer::Outcome& outcome,
     json["settings"] = ToJson(plan)["settings"];
     context.CloseKeyboard();
     const std::string text =
-        "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " + options.file +
-        " (" + (options.full ? Counted(outcome.bytesSent, "byte") : BytesOf(plan) + " changed") +
-        "), " + (outcome.isVerified ? "read back and found equal" : "NOT read back: not verified");
+        "file to keyboard: wrote " + Counted(sections.size(), "section") + " of " +
+        NameOf(options.file) + " (" +
+        (options.full ? Counted(outcome.bytesSent, "byte") : BytesOf(plan) + " changed") + "), " +
+        (outcome.isVerified ? "read back and verified" : "NOT read back: not verified");
     context.Result(json, {outcome.isWritten ? text : NothingToDo(options)});
 }
 
@@ -105,7 +107,7 @@ void Download(Context& context, const DownloadOptions& options) {
     if (options.dryRun) {
         context.CloseKeyboard();
         host::Planner(plan.before, *context.NewConfiguration()).NameSettings(plan);
-        return TellPlan(context, plan, options);
+        return ShowPlan(context, plan, options);
     }
     host::Writer::Request request;
     request.document = options.file;
@@ -113,7 +115,7 @@ void Download(Context& context, const DownloadOptions& options) {
     request.full = options.full;
     request.verify = !options.noVerify;
     const host::Writer::Outcome outcome = context.Writer().Write(plan, request);
-    TellOutcome(context, outcome, plan, sections, options);
+    ShowOutcome(context, outcome, plan, sections, options);
 }
 
 } // namespace

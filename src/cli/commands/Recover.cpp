@@ -82,16 +82,17 @@ void List(Context& context) {
 
 void Forget(Context& context, const host::JournalEntry& entry) {
     context.Records().Forget(entry);
-    context.Result({{"recovered", "forgotten"}, {"interrupted", ToJson(entry)}},
-                   {"the " + host::InWords(entry) + " is forgotten; the keyboard is as it was"});
+    context.Result(
+        {{"recovered", "forgotten"}, {"interrupted", ToJson(entry)}},
+        {"the " + host::InWords(entry) + ": record discarded; the keyboard was not changed"});
 }
 
 // The keyboard contains no part of any of them: there is nothing to do.
 void LeaveAlone(Context& context, const std::vector<host::TracedWrite>& writes,
                 const RecoverOptions& options) {
     if (options.forget)
-        throw UsageError("this keyboard holds no part of an interrupted write; name the one to be "
-                         "forgotten, as qxconf recover --list does");
+        throw UsageError("this keyboard holds no part of an interrupted write: give the ID of the "
+                         "record to discard; qxconf recover --list shows it");
     const bool isAsked = options.finish || options.rollBack;
     for (const host::TracedWrite& write : writes)
         if (isAsked && write.trace != (options.finish ? Trace::After : Trace::Before))
@@ -137,8 +138,8 @@ void Report(Context& context, const host::Json& json,
         lines.push_back("  qxconf recover " + option + "  " + what);
     };
     add("--finish", "writes the rest of it");
-    add("--rollback", "brings back what the keyboard held before");
-    add("--forget", "keeps what the keyboard holds now");
+    add("--rollback", "restores the previous contents");
+    add("--forget", "keeps the present contents and discards the record");
     context.Result(json, lines);
 }
 
@@ -153,8 +154,8 @@ void Settle(Context& context, host::Json json, const host::JournalEntry& entry,
     json["recordKept"] = outcome.isRecordKept;
     context.CloseKeyboard();
     Lines lines = {"the " + host::InWords(entry) +
-                   (options.finish ? " has been finished (" : " is rolled back (") +
-                   Counted(outcome.bytesSent, "byte") + " written), read back and found equal"};
+                   (options.finish ? " has been finished (" : " has been rolled back (") +
+                   Counted(outcome.bytesSent, "byte") + " written), read back and verified"};
     if (outcome.isRecordKept)
         lines.emplace_back("its record is kept: this keyboard held a part of other interrupted "
                            "writes too, see qxconf recover --list");

@@ -13,7 +13,7 @@ host::Variables VariablesOf(const std::vector<std::string>& set) {
         const std::size_t equals = assignment.find('=');
         const std::string name = assignment.substr(0, equals);
         if (equals == std::string::npos || !host::Variables::IsName(name))
-            throw UsageError("--set " + assignment + " is not NAME=VALUE, as --set till=042");
+            throw UsageError("--set " + assignment + ": expected NAME=VALUE, as in --set till=042");
         if (!IsWellFormedUtf8(assignment))
             throw UsageError("--set " + name + ": the value is not UTF-8");
         if (!values.emplace(name, assignment.substr(equals + 1)).second)
