@@ -139,7 +139,11 @@ WorkBar::WorkBar(Workbench& workbench, QWidget* parent)
     connect(&workbench, &Workbench::Began, this, &WorkBar::Begin);
     connect(&workbench, &Workbench::Stepped, this, &WorkBar::ShowStep);
     connect(&workbench, &Workbench::Progressed, this, &WorkBar::ShowProgress);
-    connect(&workbench, &Workbench::StopAsked, this, [this] { PaintAtOnce(); });
+    for (const auto signal : {&Workbench::StopAsked, &Workbench::Waits})
+        connect(&workbench, signal, this, [this] {
+            if (m_hold != nullptr)
+                PaintAtOnce();
+        });
     connect(&workbench, &Workbench::Ended, this, &WorkBar::End);
 }
 

@@ -79,9 +79,8 @@ setup::KeyboardChoice Context::Chosen() const {
     setup::KeyboardChoice choice = options.keyboard;
     if (choice.driver.empty() && choice.keyboard.empty())
         choice.driver = m_surroundings.driver;
-    if (!choice.driver.empty()) // such a library may do anything, even end its process
-        choice.isolation = driverhost::Isolation{
-            {}, kDriverSilence, [this] { return !m_isWriting && InterruptWatch::Signal() != 0; }};
+    choice.isolation = {
+        {}, kDriverSilence, [this] { return !m_isWriting && InterruptWatch::Signal() != 0; }};
     return choice;
 }
 

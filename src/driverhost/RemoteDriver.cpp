@@ -25,6 +25,7 @@ using files::Obstacle;
 constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // time for a released driver to end
 constexpr auto kTimeToAnswer = 3s;    // time for a call once the user wants to end
 constexpr auto kTimeToNotice = 200ms; // in which such a wish is noticed
+constexpr auto kTimeToPaint = 50ms;   // between two calls of onWait
 
 // Calls after which only the keyboard itself shows what it holds.
 bool WritesToKeyboard(std::string_view function) {
@@ -132,6 +133,18 @@ void TakeItem(Values& answer, const Buffer& buffer) {
         throw WireError();
     std::memcpy(buffer.bytes, bytes.data(), bytes.size());
 }
+
+// True during its lifetime.
+class Asking {
+public:
+    explicit Asking(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Asking() { m_flag = false; }
+    Asking(const Asking&) = delete;
+    Asking& operator=(const Asking&) = delete;
+
+private:
+    bool& m_flag;
+};
 
 } // namespace
 
@@ -268,8 +281,9 @@ std::optional<std::int32_t> RemoteDriver::SetKeyboard(const std::string& file,
 
 template <typename Taker>
 bool RemoteDriver::Ask(const Frame& request, const std::string& subject, const Taker& take) {
-    if (!m_child)
+    if (!m_child || m_isAsking)
         return false;
+    const Asking asking(m_isAsking);
     try {
         if (!m_child->Connection().Send(request.Bytes(), steady_clock::now() + m_isolation.limit))
             throw Lost{Obstacle::None};
@@ -288,6 +302,7 @@ bool RemoteDriver::Ask(const Frame& request, const std::string& subject, const T
 Values RemoteDriver::Await(bool mayBeGivenUp) {
     Progress progress(m_isolation.limit, m_stretches);
     std::optional<process::Deadline> end; // once the user wants to end
+    process::Deadline toPaint = steady_clock::now() + kTimeToPaint;
     for (;;) {
         for (std::string frame = TakeFrame(m_arrived); !frame.empty();
              frame = TakeFrame(m_arrived)) {
@@ -304,11 +319,19 @@ Values RemoteDriver::Await(bool mayBeGivenUp) {
             end = steady_clock::now() + kTimeToAnswer;
         if (end && steady_clock::now() >= *end)
             throw Lost{Obstacle::EndedByUser};
-        const auto until = mayBeGivenUp
-                               ? std::min(progress.Until(), steady_clock::now() + kTimeToNotice)
-                               : progress.Until();
-        if (m_child->Connection().Receive(m_arrived, until) == process::Channel::Received::End)
+        auto until = progress.Until();
+        if (mayBeGivenUp)
+            until = std::min(until, steady_clock::now() + kTimeToNotice);
+        if (m_isolation.onWait)
+            until = std::min(until, toPaint);
+        using Received = process::Channel::Received;
+        const Received received = m_child->Connection().Receive(m_arrived, until);
+        if (received == Received::End)
             throw Lost{Obstacle::None};
+        if (m_isolation.onWait && steady_clock::now() >= toPaint) {
+            m_isolation.onWait();
+            toPaint = steady_clock::now() + kTimeToPaint;
+        }
     }
 }
 

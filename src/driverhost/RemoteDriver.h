@@ -2,6 +2,7 @@
 //
 // Whatever the driver does there (crash, hang, end its process, write beyond a buffer) affects only
 // that process. From then on every call here fails at once with kGone, and Failure explains why.
+// So does a call during another one: from its progress messages, or while it waits.
 #pragma once
 
 #include "files/Problem.h"
@@ -21,11 +22,15 @@ class Values;
 
 // How a driver library is isolated.
 struct Isolation {
-    std::filesystem::path program; // to load it; empty: the matching one beside this one
+    // To load it; empty: the matching one beside this one.
+    std::filesystem::path program{};
     std::chrono::milliseconds limit = std::chrono::seconds(120);
     // Whether the user wants to end and nothing has been written: a call that does not write to the
     // keyboard is then given up after a few seconds. May be empty.
     std::function<bool()> isToEnd{};
+    // Called every 50 ms while a call lasts, to paint a window for example; throws nothing. May be
+    // empty.
+    std::function<void()> onWait{};
 };
 
 class RemoteDriver : public ConfigDriver {
@@ -70,7 +75,8 @@ private:
     std::optional<process::ChildProcess> m_child; // empty once the driver is gone
     std::string m_arrived;                        // received bytes that are not yet a whole frame
     MessagePoster m_post = nullptr;
-    int m_stretches = 0; // number of stretches of the next transfer
+    int m_stretches = 0;     // number of stretches of the next transfer
+    bool m_isAsking = false; // a call lasts
     std::optional<files::Problem> m_failure;
 };
 

@@ -81,7 +81,7 @@ void Keyboard::Open() {
     Close();
     setup::KeyboardChoice choice = m_choice.keyboard;
     if (!choice.driver.empty()) // such a library may do anything, even end its process
-        choice.isolation = driverhost::Isolation{{}, kDriverSilence};
+        choice.isolation = {{}, kDriverSilence};
     m_driver = setup::OpenDriver(choice);
     host::Session::Options options;
     options.statusText = m_driver.statusText;

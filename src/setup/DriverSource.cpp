@@ -27,57 +27,24 @@ std::string OriginOf(const std::filesystem::path& driver, const std::filesystem:
     return (driver.empty() ? "" : Whole(driver)) + "|" + (file.empty() ? "" : Whole(file));
 }
 
-// A driver library, loaded in this process or in its own, with its optional functions.
-struct Library {
-    OpenedDriver opened;
-    std::function<std::optional<std::int32_t>(const std::string& file, const std::string& model)>
-        setKeyboard;
-};
-
-Library LoadHere(const KeyboardChoice& choice) {
-    auto driver = std::make_unique<DriverLibrary>(files::TextOf(choice.driver));
-    const DriverLibrary& library = *driver;
-    Library loaded;
-    loaded.opened.statusText = [&library](std::int32_t lStatus) {
-        return driverhost::StatusText(library, lStatus);
-    };
-    loaded.setKeyboard = [&library](const std::string& file, const std::string& model) {
-        return driverhost::SetKeyboard(library, file, model);
-    };
-    loaded.opened.driver = std::move(driver);
-    return loaded;
-}
-
-Library LoadApart(const KeyboardChoice& choice) {
-    auto driver = std::make_unique<driverhost::RemoteDriver>(
-        choice.driver, choice.isolation.value_or(driverhost::Isolation()));
-    driverhost::RemoteDriver& library = *driver;
-    Library loaded;
-    loaded.opened.statusText = [&library](std::int32_t lStatus) {
-        return library.StatusText(lStatus);
-    };
-    loaded.opened.failure = [&library] { return library.Failure(); };
-    loaded.setKeyboard = [&library](const std::string& file, const std::string& model) {
-        return library.SetKeyboard(file, model);
-    };
-    loaded.opened.driver = std::move(driver);
-    return loaded;
+host::Error Unusable(const KeyboardChoice& choice, files::Problem problem) {
+    return host::Error(
+        host::Cause::DriverUnusable,
+        {.problem = std::move(problem), .place = {.file = files::TextOf(choice.driver)}});
 }
 
 // Sets the file of a driver library that is a simulated keyboard.
-void ChooseSimulatedKeyboard(const Library& library, const KeyboardChoice& choice) {
+void ChooseSimulatedKeyboard(driverhost::RemoteDriver& library, const KeyboardChoice& choice) {
     const std::string model = choice.model.empty() ? kDefaultModel : choice.model;
-    const auto status = library.setKeyboard(files::TextOf(choice.keyboard), model);
+    const auto status = library.SetKeyboard(files::TextOf(choice.keyboard), model);
     if (!status)
         throw host::Error(host::Cause::DriverTakesNoKeyboard,
                           {.place = {.file = files::TextOf(choice.driver)}});
     if (*status == 0)
         return;
-    const OpenedDriver& opened = library.opened;
-    if (const auto problem = opened.failure ? opened.failure() : std::nullopt)
-        throw host::Error(host::Cause::DriverUnusable,
-                          {.problem = *problem, .place = {.file = files::TextOf(choice.driver)}});
-    const host::FailedCall call = {"QXSIM_SetKeyboard", *status, opened.statusText(*status)};
+    if (const auto& problem = library.Failure())
+        throw Unusable(choice, *problem);
+    const host::FailedCall call = {"QXSIM_SetKeyboard", *status, library.StatusText(*status)};
     if (*status == static_cast<std::int32_t>(sim::Status::ModelInvalid))
         throw host::Error(host::Cause::ModelUnusable, {.call = call, .place = {.file = model}});
     throw host::Error(host::Cause::KeyboardFileRefused,
@@ -109,30 +76,22 @@ void RequireMeant(const std::filesystem::path& file, const std::string& model) {
                           {.name = is, .other = wanted, .place = {.file = files::TextOf(file)}});
 }
 
-// A library of the other word size can never be loaded into this process.
-bool NeedsProcess(const KeyboardChoice& choice) {
-    using driverhost::kOwnWordSize;
-    return choice.isolation ||
-           driverhost::WordSizeOf(choice.driver).value_or(kOwnWordSize) != kOwnWordSize;
-}
-
-host::Error Unusable(const KeyboardChoice& choice, files::Problem problem) {
-    return host::Error(
-        host::Cause::DriverUnusable,
-        {.problem = std::move(problem), .place = {.file = files::TextOf(choice.driver)}});
-}
-
 OpenedDriver OpenLibrary(const KeyboardChoice& choice) {
     try {
-        Library library = NeedsProcess(choice) ? LoadApart(choice) : LoadHere(choice);
+        auto driver = std::make_unique<driverhost::RemoteDriver>(choice.driver, choice.isolation);
+        driverhost::RemoteDriver& library = *driver;
         if (!choice.keyboard.empty() || !choice.model.empty())
             ChooseSimulatedKeyboard(library, choice);
-        library.opened.origin = OriginOf(choice.driver, choice.keyboard);
-        return std::move(library.opened);
+        OpenedDriver opened;
+        opened.statusText = [&library](std::int32_t lStatus) {
+            return library.StatusText(lStatus);
+        };
+        opened.failure = [&library] { return library.Failure(); };
+        opened.driver = std::move(driver);
+        opened.origin = OriginOf(choice.driver, choice.keyboard);
+        return opened;
     } catch (const host::Error&) {
         throw;
-    } catch (const LibraryError& error) {
-        throw Unusable(choice, driverhost::ProblemOf(error, files::TextOf(choice.driver)));
     } catch (const std::exception& error) {
         throw Unusable(choice, files::ProblemOf(error));
     }

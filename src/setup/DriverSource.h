@@ -21,15 +21,14 @@ struct KeyboardChoice {
     std::filesystem::path driver;   // a driver library
     std::filesystem::path keyboard; // the file of a simulated keyboard
     std::string model;              // the model for creating it if it does not exist
-    // Runs a driver library in a separate process, to protect this one. A library of the other word
-    // size always runs in one.
-    std::optional<driverhost::Isolation> isolation = {};
+    // Of a driver library: it runs in a separate process, whatever it may do there.
+    driverhost::Isolation isolation = {};
 };
 
 struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // explains its statuses, if it can
-    // Why an isolated driver is gone; none while it works.
+    // Why a driver library is gone; none while it works.
     std::function<std::optional<files::Problem>()> failure;
     std::function<std::string()> layout;       // the keyboard's layout, once it is open
     sim::SimulatedDriver* simulated = nullptr; // the driver, if it is the simulated keyboard

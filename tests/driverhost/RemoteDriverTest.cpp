@@ -229,6 +229,28 @@ TEST_F(Remote, OnlyACallThatDoesNotWriteIsGivenUpForTheUser) {
     }
 }
 
+// The driver waits for a file, which is made after a few rounds here.
+TEST_F(Remote, AWindowCanBePaintedWhileACallLasts) {
+    const std::string awaited = file + ".awaited";
+    files::WriteFileAtomically(file + ".wild", "QXCFG_ImageLoad meet " + awaited);
+    int rounds = 0;
+    std::int32_t nested = 0;
+    RemoteDriver* self = nullptr;
+    RemoteDriver driver(QX_WILD_DRIVER, {.onWait = [&] {
+                            if (!std::filesystem::exists(file + ".here") || ++rounds < 3)
+                                return;
+                            nested = self->QXCFG_ImageLoad();
+                            files::WriteFileAtomically(awaited, "");
+                        }});
+    self = &driver;
+    ASSERT_EQ(driver.SetKeyboard(file, "full"), 0);
+    ASSERT_EQ(driver.QXCFG_Init(), 0);
+    EXPECT_EQ(driver.QXCFG_ImageLoad(), 0) << FailureOf(driver);
+    EXPECT_GE(rounds, 3);
+    EXPECT_EQ(nested, RemoteDriver::kGone) << "one call at a time";
+    EXPECT_FALSE(driver.Failure());
+}
+
 // A transfer that counts to 100 once per stretch has no less time than one that counts once, and no
 // transfer has its time extended forever.
 TEST(Advance, EndsWhateverIsPosted) {

@@ -107,6 +107,15 @@ void Misbehave(Arguments... arguments) {
         thePoster(1, 2, 3, 50);
     for (int percent = 1; word == "count"; ++percent) // exceeds 100
         thePoster(1, 2, 3, percent);
+    if (word == "silent" || word == "slow") { // for so many milliseconds
+        int time = 0;
+        action >> time;
+        for (int percent = 0; percent < 100; ++percent) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(time) / 100);
+            if (word == "slow")
+                thePoster(1, 2, 3, percent);
+        }
+    }
     for (int percent = 0; word == "rounds"; percent = (percent + 1) % 101)
         thePoster(1, 2, 3, percent);
     if (word == "forge")
