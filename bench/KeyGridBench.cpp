@@ -75,31 +75,6 @@ BENCHMARK(Repaint)
     ->MeasureProcessCPUTime() // Qt fills areas with several threads
     ->Unit(benchmark::kMillisecond);
 
-// A click on another key of a page, until the window shows it: the control, the caps made from it,
-// and the picture.
-void Select(benchmark::State& state) {
-    Keyboard keyboard;
-    if (!keyboard.isOpened)
-        state.SkipWithError("no layout");
-    QXFreeProgKeys control;
-    control.SetLayoutSource(&keyboard.layout);
-    control.Sequences() = keyboard.sequences;
-    control.AdjustControls();
-    QXFreeProgKeysView view(control);
-    auto* grid = view.findChild<KeyGrid*>();
-    grid->SetSelects(true);
-    view.resize(kScreen);
-    view.show();
-    QApplication::processEvents();
-    int key = 75;
-    for (auto _ : state) {
-        key = key == 75 ? 90 : 75;
-        grid->Pick(key);
-        QApplication::processEvents();
-    }
-}
-BENCHMARK(Select)->UseRealTime()->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
-
 // The minimum for any widget of that size: one filled rectangle.
 void FillScreen(benchmark::State& state) {
     QImage screen(kScreen, QImage::Format_RGB32);
