@@ -12,7 +12,7 @@ namespace {
 
 using json::Json;
 
-constexpr host::RecordFormat kFormat = {"qx-batch-report", 1};
+constexpr host::RecordFormat kReportFormat = {"qx-batch-report", 1};
 
 template <typename AnyUnit, typename Visit>
 void VisitMembers(AnyUnit& unit, Visit visit) {
@@ -78,7 +78,7 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
     if (!std::filesystem::exists(file, reason) && !reason)
         return report;
     try {
-        host::ReadRecord(file, kFormat, [&](json::Object& record) {
+        host::ReadRecord(file, kReportFormat, [&](json::Object& record) {
             for (const char* forPeople : {"job", "done", "failed", "notDone"})
                 (void)record.Find(forPeople);
             json::Take(record.Get("units"), report.units);
@@ -91,7 +91,7 @@ Report Report::Load(const std::filesystem::path& file, const std::string& job) {
 }
 
 void Report::Save() const {
-    host::WriteRecord(m_file, kFormat, ToJson());
+    host::WriteRecord(m_file, kReportFormat, ToJson());
 }
 
 void Report::SetUnits(const std::vector<std::string>& names) {

@@ -63,7 +63,7 @@ std::optional<Long> NumberIn(const SettingsValue& value) {
 }
 
 // Accepts any bytes in the file.
-std::optional<std::string> TextIn(const SettingsValue& value) {
+std::optional<std::string> TextFrom(const SettingsValue& value) {
     if (const auto* const number = std::get_if<Long>(&value))
         return std::to_string(*number);
     const std::string& text = std::get<std::string>(value);
@@ -135,7 +135,7 @@ Long SettingsStore::ReadNumber(std::string_view sName, Long lDefault) {
 }
 
 std::string SettingsStore::ReadString(std::string_view sName, std::string_view sDefault) {
-    return Read<std::string>(m_path + std::string(sName), std::string(sDefault), TextIn);
+    return Read<std::string>(m_path + std::string(sName), std::string(sDefault), TextFrom);
 }
 
 void SettingsStore::WriteNumber(std::string_view sName, Long lValue) {

@@ -36,7 +36,7 @@ template <typename Argument>
     throw json::FaultError({{"", kind, argument}});
 }
 
-std::string Listed(const std::set<std::string>& names) {
+std::string ListOf(const std::set<std::string>& names) {
     std::string list;
     for (const std::string& name : names)
         list += (list.empty() ? "" : ", ") + name;
@@ -92,7 +92,7 @@ std::vector<Variables::Piece> Variables::Split(std::string_view text) {
     }
     m_missing.insert(missing.begin(), missing.end());
     if (!missing.empty())
-        Refuse(FaultKind::NoValue, Listed(missing));
+        Refuse(FaultKind::NoValue, ListOf(missing));
     return pieces;
 }
 

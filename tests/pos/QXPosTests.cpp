@@ -16,7 +16,7 @@ void SetBlock(POSKeyboard& keyboard, std::initializer_list<int> keys,
     SetCodes(block.Sequence(), codes);
 }
 
-std::string Describe(const POSKeyboard& keyboard) {
+std::string BlocksIn(const POSKeyboard& keyboard) {
     std::string text;
     for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
         const POSBlock& block = keyboard.Block(slot);
@@ -75,7 +75,7 @@ BlockRow PosRow() {
         }
     };
     row.describe = [](const ModuleControl& control) {
-        return Describe(static_cast<const QXPos&>(control).PosData());
+        return BlocksIn(static_cast<const QXPos&>(control).PosData());
     };
     row.show = [](const ModuleControl& control) {
         const auto& pos = static_cast<const QXPos&>(control);
@@ -120,7 +120,7 @@ TEST_F(QXPosTest, UploadNumbersGroupsAndSinglesAndKeepsTheLastSequence) {
     const Subscription noted = pos.Refreshed.Subscribe([&] { ++refreshed; });
     keyboard.Upload(pos);
 
-    EXPECT_EQ(Describe(pos.PosData()), "1: 1 5 sends   5\n2: 2 sends   7  8\n3: 3 4 sends   6\n"
+    EXPECT_EQ(BlocksIn(pos.PosData()), "1: 1 5 sends   5\n2: 2 sends   7  8\n3: 3 4 sends   6\n"
                                        "6: 6 sends \n");
     EXPECT_EQ(Block(1).BlockID(), 1);
     EXPECT_EQ(Block(2).BlockID(), 2); // may be equal to a group's
@@ -143,7 +143,7 @@ TEST_F(QXPosTest, AGroupAbove105EndsTheUpload) {
     keyboard.Put(MODULE_POS, Bytes("69 05 00*30  6A 06 00*30  00 07 00*30")); // groups 105, 106
     const TraceLog trace;
     keyboard.Upload(pos);
-    EXPECT_EQ(Describe(pos.PosData()), "1: 1 sends   5\n");
+    EXPECT_EQ(BlocksIn(pos.PosData()), "1: 1 sends   5\n");
     EXPECT_EQ(pos.PosData().BlockNum(), 0); // counted and shown only at the end
     EXPECT_EQ(Key(1).Caption, "");
     EXPECT_TRUE(trace.Has("Error in QXPos.DataUpload 9 - POS group 106 is not one of 1 to 105"));

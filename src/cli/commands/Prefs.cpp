@@ -96,7 +96,7 @@ QXProgSettings::Value Parse(const PreferenceInfo& info, const std::string& text)
                                                 : ParseNumber(info, text);
 }
 
-void List(Context& context) {
+void ListPreferences(Context& context) {
     PreferenceStore store(context);
     host::Json json = {{"preferences", host::Json::array()}};
     Lines lines;
@@ -153,7 +153,7 @@ Command PrefsCommand() {
                       .footer = "Examples:\n"
                                 "  qxconf prefs list\n"
                                 "  qxconf --json prefs list",
-                      .run = List},
+                      .run = ListPreferences},
                      {.name = "get",
                       .summary = "Print one preference",
                       .options = {preference},

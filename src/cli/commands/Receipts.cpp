@@ -6,7 +6,7 @@ namespace qx::cli {
 
 namespace {
 
-void List(Context& context) {
+void ListReceipts(Context& context) {
     host::Json json = host::Json::array();
     std::vector<std::vector<std::string>> rows;
     std::vector<host::DamagedRecord> damaged;
@@ -33,7 +33,7 @@ Command ReceiptsCommand() {
             "contents before\nand after.\n\nExamples:\n"
             "  qxconf receipts\n"
             "  qxconf --json receipts",
-        .run = List,
+        .run = ListReceipts,
     };
 }
 

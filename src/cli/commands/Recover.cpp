@@ -65,7 +65,7 @@ Lines OnRecord(const std::vector<host::TracedWrite>& writes) {
 }
 
 // All writes on record, of any keyboard.
-void List(Context& context) {
+void ListWrites(Context& context) {
     std::vector<host::DamagedRecord> damaged;
     host::Json json = host::Json::array();
     Lines lines;
@@ -165,7 +165,7 @@ void Settle(Context& context, host::Json json, const host::JournalEntry& entry,
 void Recover(Context& context, const RecoverOptions& options) {
     const bool isAsked = options.finish || options.rollBack;
     if (options.list)
-        return List(context);
+        return ListWrites(context);
     if (!options.id.empty()) {
         if (!isAsked && !options.forget)
             throw UsageError("an ID is given with --finish, --rollback or --forget");

@@ -13,7 +13,7 @@ namespace {
 constexpr Integer kOrdinaryFontSize = 8;
 constexpr Integer kCurrentFontSize = 10;
 
-bool IsKey(Integer nIndex) {
+bool IsKeyIndex(Integer nIndex) {
     return nIndex >= QXPosDisplay::kMinKey && nIndex <= QXPosDisplay::kMaxKey;
 }
 
@@ -39,7 +39,7 @@ QXPosDisplay::~QXPosDisplay() {
 
 template <typename Change>
 void QXPosDisplay::ChangeKey(Integer nIndex, Change change) {
-    if (!IsKey(nIndex))
+    if (!IsKeyIndex(nIndex))
         return;
     PosButton& button = cmdPOS[static_cast<std::size_t>(nIndex)];
     button.Visible = true;
@@ -83,7 +83,7 @@ void QXPosDisplay::SetCursor(Integer nIndex) {
 }
 
 void QXPosDisplay::MoveFocus(Integer nIndex) {
-    if (!IsKey(nIndex) || m_painting)
+    if (!IsKeyIndex(nIndex) || m_painting)
         return;
     m_focus = nIndex;
     FocusMoved.Raise();
@@ -91,7 +91,7 @@ void QXPosDisplay::MoveFocus(Integer nIndex) {
 
 bool QXPosDisplay::IsUsedKey(Integer nIndex) const {
     Trace("QXPosDisplay.IsUsedKey");
-    return IsKey(nIndex) && !Trim(cmdPOS[static_cast<std::size_t>(nIndex)].Caption).empty();
+    return IsKeyIndex(nIndex) && !Trim(cmdPOS[static_cast<std::size_t>(nIndex)].Caption).empty();
 }
 
 void QXPosDisplay::PaintTogether(const std::function<void()>& paint) {
@@ -108,7 +108,7 @@ void QXPosDisplay::PaintTogether(const std::function<void()>& paint) {
 }
 
 void QXPosDisplay::cmdPOS_Click(Integer Index) {
-    if (!IsKey(Index))
+    if (!IsKeyIndex(Index))
         return;
     SetCursor(Index);
     KeyClicked.Raise(Index);
