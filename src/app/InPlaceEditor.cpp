@@ -20,8 +20,8 @@ InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& 
                      });
     QObject::connect(&m_grid, &KeyGrid::SelectionChanged, &m_inspector, [this] { ShowSelected(); });
     // Another keyboard may have another layout.
-    QObject::connect(&m_edits.Bench(), &Workbench::KeyboardChanged, &m_inspector,
-                     [this] { ShowLayout(); });
+    for (const auto signal : {&Workbench::KeyboardChanged, &Workbench::LayoutChanged})
+        QObject::connect(&m_edits.Bench(), signal, &m_inspector, [this] { ShowLayout(); });
     ShowLayout();
 }
 

@@ -22,14 +22,10 @@ KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(
     grid.SetSelects(true);
     grid.SetCarries(true);
     m_edit = Make("editKey", "edit", tr("Edit"), {Qt::Key_Return, Qt::Key_Enter}, [this] {
-        SelectFocusKey();
+        if (!m_grid.IsSelected(m_grid.FocusKey()))
+            m_grid.Pick(m_grid.FocusKey());
         emit EditWanted();
     });
-    m_record =
-        Make("recordKeys", "record", tr("Record"), {Qt::CTRL | Qt::SHIFT | Qt::Key_R}, [this] {
-            SelectFocusKey();
-            emit RecordWanted();
-        });
     m_cut = Make("cutKeys", "cut", tr("Cut"), {QKeySequence::Cut}, [this] {
         Copy();
         Clear(WithDescriptions::Yes);
@@ -73,11 +69,6 @@ QAction* KeyActions::Make(const char* name, const char* icon, const QString& tex
     return action;
 }
 
-void KeyActions::SelectFocusKey() {
-    if (!m_grid.IsSelected(m_grid.FocusKey()))
-        m_grid.Pick(m_grid.FocusKey());
-}
-
 void KeyActions::ShowMenu(const QPoint& globalAt) {
     auto* menu = new QMenu(&m_grid);
     menu->setObjectName(QStringLiteral("keyMenu"));
@@ -88,7 +79,7 @@ void KeyActions::ShowMenu(const QPoint& globalAt) {
                                          : tr("%n keys", nullptr, static_cast<int>(keys.size())));
     title->setEnabled(false);
     menu->addSeparator();
-    menu->addActions({m_edit, m_record});
+    menu->addAction(m_edit);
     menu->addSeparator();
     menu->addActions({m_cut, m_copy, m_paste, m_duplicate, m_swap, m_clear});
     menu->addSeparator();
@@ -109,7 +100,6 @@ void KeyActions::ShowState() {
     const bool hasContent = std::any_of(sent.begin(), sent.end(),
                                         [](const KeyEdits::Sent& each) { return !each.IsEmpty(); });
     m_edit->setEnabled(senders.size() == 1);
-    m_record->setEnabled(senders.size() == 1);
     m_clear->setEnabled(isProgrammed);
     m_cut->setEnabled(hasContent);
     m_copy->setEnabled(hasContent);

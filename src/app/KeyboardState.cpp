@@ -1,12 +1,30 @@
 #include "app/KeyboardState.h"
 
+#include "app/Places.h"
+#include "app/Working.h"
+
 #include <QTimer>
+
+#include <algorithm>
+#include <limits>
 
 namespace qx::app {
 
 namespace {
 
 constexpr int kAgain = 100; // milliseconds, while the program works with the keyboard
+constexpr auto kNotCompared = std::numeric_limits<std::size_t>::max(); // no document's revision
+
+// Makes them settings from which this is the difference.
+void Apply(const host::Difference& difference, std::vector<host::Setting>& settings) {
+    const auto setting = std::ranges::find(settings, difference.place, &host::Setting::place);
+    if (setting == settings.end())
+        settings.push_back({difference.place, difference.name, difference.from});
+    else if (difference.from.kind == host::SettingValue::Kind::None)
+        settings.erase(setting);
+    else
+        setting->value = difference.from;
+}
 
 } // namespace
 
@@ -14,6 +32,7 @@ KeyboardState::KeyboardState(Workbench& workbench, QObject* parent)
     : QObject(parent), m_workbench(workbench) {
     connect(&workbench, &Workbench::KeyboardChanged, this, [this] { TakeHeld(false); });
     connect(&workbench, &Workbench::Held, this, &KeyboardState::TakeHeld);
+    connect(&workbench, &Workbench::Compared, this, &KeyboardState::TakeCompared);
     connect(&workbench, &Workbench::DocumentChanged, this, &KeyboardState::FindOutSoon);
     connect(&workbench, &Workbench::Ended, this, &KeyboardState::LookAgain);
     FindOut();
@@ -32,6 +51,21 @@ void KeyboardState::TakeHeld(bool isDocument) {
     LookAgain();
 }
 
+// A difference does not show which keys were in its block in the keyboard: that stays as it was
+// known before.
+void KeyboardState::TakeCompared(const std::vector<host::Difference>& differences) {
+    std::map<std::string, Held, std::less<>> before = std::move(m_held);
+    TakeHeld(true);
+    for (auto& [key, held] : m_held) {
+        if (const auto known = before.find(key); known != before.end())
+            held.groups = std::move(known->second.groups);
+        held.revision = kNotCompared;
+        for (const host::Difference& difference : differences)
+            if (SectionOfPlace(difference.place) == key)
+                Apply(difference, held.settings);
+    }
+}
+
 void KeyboardState::LookAgain() {
     m_looks = true;
     FindOutSoon();
@@ -46,8 +80,9 @@ void KeyboardState::FindOut() {
     m_isDue = false;
     if (m_workbench.IsBusy())
         return QTimer::singleShot(kAgain, this, &KeyboardState::FindOutSoon);
-    if (std::exchange(m_looks, false))
+    if (m_looks)
         m_isInterrupted = HoldsInterrupted();
+    m_looks = false; // also if it was this look that has ended
     m_changes = 0;
     m_kind = !m_workbench.IsConnected() ? Kind::NoKeyboard
              : m_isInterrupted          ? Kind::Interrupted
@@ -108,6 +143,10 @@ bool KeyboardState::HoldsInterrupted() const {
     if (!m_workbench.IsConnected())
         return false;
     try {
+        std::vector<host::DamagedRecord> damaged;
+        if (m_workbench.Records().journal.Entries(&damaged).empty() && damaged.empty())
+            return false;
+        const Working working(m_workbench, tr("Looking for an interrupted write…"));
         return !m_workbench.Interrupted().empty();
     } catch (const host::Error&) {
         return true;

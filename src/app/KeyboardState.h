@@ -48,6 +48,7 @@ private:
     };
 
     void TakeHeld(bool isDocument);
+    void TakeCompared(const std::vector<host::Difference>& differences);
     void LookAgain();   // at the keyboard
     void FindOutSoon(); // once for all changes of an action
     void FindOut();

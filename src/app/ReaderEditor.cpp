@@ -29,7 +29,8 @@ ReaderEditor::ReaderEditor(Workbench& workbench, std::string sectionKey, QWidget
         });
     }
     connect(&m_inspector, &SequenceInspector::Changed, this, &ReaderEditor::Put);
-    connect(&workbench, &Workbench::KeyboardChanged, this, &ReaderEditor::ShowLayout);
+    for (const auto signal : {&Workbench::KeyboardChanged, &Workbench::LayoutChanged})
+        connect(&workbench, signal, this, &ReaderEditor::ShowLayout);
     m_refreshed = workbench.Configuration().Find(m_section)->Control().Refreshed.Subscribe(
         [this] { ShowChosen(); });
     ShowLayout();

@@ -74,12 +74,10 @@ void Workbench::Connect() {
     Disconnect();
     m_stages.Begin();
     try {
-        m_driver = setup::OpenDriver(m_options.keyboard);
-        const bool isApart = m_driver.failure != nullptr;
-        m_driverNote = isApart
-                           ? tr("The driver library has a different word size from this program "
-                                "and runs in a process of its own.")
-                       : m_driver.unchosen.empty()
+        setup::KeyboardChoice choice = m_options.keyboard;
+        choice.isolation.onWait = [this] { emit Waits(); };
+        m_driver = setup::OpenDriver(choice);
+        m_driverNote = m_driver.unchosen.empty()
                            ? QString()
                            : tr("No keyboard was chosen: the simulated keyboard in %1 is used.")
                                  .arg(ToQt(m_driver.unchosen));
@@ -94,8 +92,6 @@ void Workbench::Connect() {
         m_session->Open();
         for (const host::Error& warning : m_session->Warnings())
             emit Noticed(WarningText(warning));
-        if (isApart)
-            emit Noticed(m_driverNote);
         Quietly([this] { m_faces->Follow(*m_session); });
         NameOptions();
         ReloadPreferences();
@@ -208,9 +204,12 @@ auto Workbench::WithChange(const Function& work) {
 }
 
 host::WritePlan Workbench::PlanWrite(bool repairs) {
-    return WithWriter([&](host::Writer& writer) {
+    host::WritePlan plan = WithWriter([&](host::Writer& writer) {
         return writer.Plan(WantedSections(), {.full = false, .repair = repairs});
     });
+    if (!repairs)
+        emit Compared(plan.settings);
+    return plan;
 }
 
 host::Writer::Outcome Workbench::WriteKeyboard(const host::WritePlan& plan) {

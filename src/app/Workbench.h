@@ -155,10 +155,14 @@ public:
 signals:
     void KeyboardChanged();     // another one, or none
     void Held(bool isDocument); // the keyboard now holds the document, or something unknown
-    void DocumentChanged();     // its settings, its file, or whether it is saved
+    // The keyboard was found to hold the document except for these settings, from its to ours.
+    void Compared(const std::vector<host::Difference>& differences);
+    void LayoutChanged();
+    void DocumentChanged(); // its settings, its file, or whether it is saved
     void Began(const QString& text, app::Work work); // that takes a while; see Working
     void Stepped(host::Step step);                   // of a write
     void Progressed(int percent);
+    void Waits();     // for the driver, several times a second
     void StopAsked(); // before the first byte: the last moment for RequestStop
     void Ended();
     void Noticed(const QString& text);

@@ -82,6 +82,7 @@ void Workbench::ReloadPreferences() {
         }
         m_faces->Apply(m_preferences);
     });
+    emit LayoutChanged();
 }
 
 } // namespace qx::app

@@ -78,6 +78,8 @@ public:
     [[nodiscard]] virtual bool MarksEdits() const { return true; }
     // An element of a list, which may have no content yet, is about to get a sequence.
     virtual void Begin(const FieldList::Id& /*element*/) {}
+    // An element is about to lose its sequence.
+    virtual void End(const FieldList::Id& /*element*/) {}
     // Called when the section's settings have been read from a keyboard.
     virtual void Uploaded() {}
     // The first byte of an area that no document can express, and the kind of fault; `arguments`

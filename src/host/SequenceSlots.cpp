@@ -78,8 +78,8 @@ void SequenceSlots::Put(const Wanted& wanted) {
     Snapshot::Values values;
     for (const auto& [element, codes] : wanted) {
         const Slot& slot = m_slots.at(element);
-        if (!codes.empty() && element != slot.place)
-            m_section.Begin(slot.id);
+        if (element != slot.place)
+            codes.empty() ? m_section.End(slot.id) : m_section.Begin(slot.id);
         values.emplace(slot.place, KeyStringOf(codes));
     }
     Snapshot::Put(m_section, values);

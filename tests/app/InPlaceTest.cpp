@@ -4,6 +4,7 @@
 #include "qxcontrols/readers/QXBarcode.h"
 #include "views/ChipRow.h"
 
+#include <QAbstractButton>
 #include <QLineEdit>
 #include <QTabWidget>
 
@@ -89,6 +90,27 @@ TEST(InPlace, PrefixesAndSuffixesOfReadersAreEditedOnTheirPages) {
     desk.Find<QTabWidget>("barcodeTabs")->setCurrentIndex(0);
     EXPECT_TRUE(std::ranges::none_of(desk.window->findChildren<views::ChipRow*>(),
                                      [](const QWidget* row) { return row->isVisible(); }));
+}
+
+TEST(InPlace, APosKeyThatIsClearedIsInNoBlock) {
+    Desk desk;
+    desk.Page("pos");
+    desk.ClickKey("posDisplay", 12);
+    desk.Click("key_31");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Block 1 (1 key)");
+    desk.Click("clearKeys");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Key 12 (F2)");
+    EXPECT_TRUE(desk.ShowsState("In sync"));
+}
+
+TEST(InPlace, TheKeysToChooseFromFollowTheLayout) {
+    Desk desk;
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    EXPECT_EQ(desk.Find<QAbstractButton>("key_22")->text().toStdString(), "Y");
+    desk.workbench.Preferences().SetPreferedKeyLang(1031);
+    desk.window->ApplyPreferences();
+    EXPECT_EQ(desk.Find<QAbstractButton>("key_22")->text().toStdString(), "Z");
 }
 
 } // namespace

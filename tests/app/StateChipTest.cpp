@@ -116,5 +116,29 @@ TEST(StateChip, ShowsWhatIsNotKnownAndLeadsToARemedy) {
     EXPECT_TRUE(desk.ShowsState("Not compared with the keyboard")) << "that was another keyboard";
 }
 
+TEST(StateChip, RemembersWhatAComparisonHasFound) {
+    Desk desk;
+    const auto reconnect = [&] {
+        desk.workbench.Disconnect();
+        EXPECT_TRUE(desk.ShowsState("No keyboard"));
+        desk.Click("stateChip");
+        EXPECT_TRUE(desk.ShowsState("Not compared with the keyboard"));
+    };
+    reconnect();
+    desk.Click("stateChip");
+    EXPECT_TRUE(desk.ShowsState("In sync"));
+
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    desk.Click("key_31");
+    reconnect();
+    desk.InDialog([](QWidget& dialog) { dialog.close(); });
+    desk.Click("stateChip");
+    EXPECT_TRUE(desk.ShowsState("1 change not in the keyboard"));
+    EXPECT_EQ(Marked(desk, "layoutDisplay", {75}), std::set<int>({75}));
+    desk.UndoAction().trigger();
+    EXPECT_TRUE(desk.ShowsState("In sync"));
+}
+
 } // namespace
 } // namespace qx::test

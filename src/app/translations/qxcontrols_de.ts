@@ -1720,10 +1720,6 @@
         <source>%1 overwritten.</source>
         <translation>%1 überschrieben.</translation>
     </message>
-    <message>
-        <source>Record</source>
-        <translation>Aufnehmen</translation>
-    </message>
 </context>
 <context>
     <name>KeyEdits</name>
@@ -1931,6 +1927,13 @@
     <message>
         <source>Connecting the keyboard…</source>
         <translation>Die Tastatur wird verbunden …</translation>
+    </message>
+</context>
+<context>
+    <name>KeyboardState</name>
+    <message>
+        <source>Looking for an interrupted write…</source>
+        <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
     </message>
 </context>
 <context>
@@ -4332,10 +4335,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>The damaged preferences are kept in %1.</source>
         <translation>Die beschädigten Voreinstellungen liegen nun in %1.</translation>
-    </message>
-    <message>
-        <source>The driver library has a different word size from this program and runs in a process of its own.</source>
-        <translation>Die Treiberbibliothek hat eine andere Wortbreite als dieses Programm und läuft in einem eigenen Prozess.</translation>
     </message>
     <message>
         <source>%1: damaged in the keyboard, and left out of the document.</source>

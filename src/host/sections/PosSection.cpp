@@ -55,6 +55,13 @@ public:
         if (Control().PosData().FindBlockForKey(element[0]) == 0)
             StartBlock(Control().PosData(), {element[0]});
     }
+    // A block of one key is there for its sequence alone.
+    void End(const FieldList::Id& element) override {
+        POSKeyboard& blocks = Control().PosData();
+        const Integer slot = blocks.FindBlockForKey(element[0]);
+        if (slot != 0 && KeysOf(blocks.Block(slot)).size() == 1)
+            FreeSlot(blocks, slot);
+    }
 
     // The control cannot read a group above the last key, and stops there. It reads only one of
     // several sequences of a group; the others would be lost.
