@@ -15,6 +15,7 @@ namespace {
 
 enum Column { kSetting, kFrom, kTo, kShow };
 constexpr int kPlaceRole = Qt::UserRole;
+constexpr int kRowGap = 6; // pixels
 
 } // namespace
 
@@ -61,6 +62,7 @@ void DifferenceTree::Fill(const std::vector<host::Difference>& differences) {
             QFont bold = section->font(kSetting);
             bold.setBold(true);
             section->setFont(kSetting, bold);
+            section->setSizeHint(kSetting, QSize(0, fontMetrics().height() + kRowGap)); // of all
         }
         auto* item = new QTreeWidgetItem(section, {NameInSection(difference.name),
                                                    ValueText(difference.from),

@@ -19,6 +19,7 @@ namespace qx::app {
 namespace {
 
 constexpr int kDetailLines = 6;
+constexpr QMargins kMargins(9, 4, 9, 4);
 
 const char* IconOf(Notice::Kind kind) {
     switch (kind) {
@@ -67,6 +68,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     row->addWidget(m_fold);
     row->addWidget(m_close);
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargins);
     column->addLayout(row);
     column->addWidget(m_details);
     Clear();

@@ -18,11 +18,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace qx::app {
 
@@ -32,19 +32,6 @@ namespace {
 constexpr int kCharactersBeside = 42;
 constexpr int kGap = 8; // pixels
 
-// Scrolls up and down alone.
-class TallArea : public views::ScrollArea {
-public:
-    explicit TallArea(QWidget* content) : ScrollArea(content) {
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    }
-    [[nodiscard]] QSize minimumSizeHint() const override {
-        return {widget()->minimumSizeHint().width() +
-                    style()->pixelMetric(QStyle::PM_ScrollBarExtent),
-                ScrollArea::minimumSizeHint().height()};
-    }
-};
-
 QLabel* Heading(const QString& title) {
     auto* heading = new QLabel(title);
     heading->setFont(views::TitleFont(heading->font(), 1.4));
@@ -53,19 +40,69 @@ QLabel* Heading(const QString& title) {
     return heading;
 }
 
+// Keeps the keys at the top of their view, and what belongs to them right below.
+class KeysOnTop : public QObject {
+public:
+    KeysOnTop(views::KeyGrid& grid, QWidget& view) : QObject(&grid), m_grid(grid) {
+        auto& column = dynamic_cast<QVBoxLayout&>(*view.layout());
+        for (int i = 0; i < column.count(); ++i)
+            if (QWidget* part = column.itemAt(i)->widget();
+                part != nullptr && (part == &grid || part->isAncestorOf(&grid)))
+                m_keys = part;
+        column.setStretchFactor(m_keys, kFill);
+        column.addStretch(1);
+        m_keys->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* /*keys*/, QEvent* event) override {
+        if (event->type() == QEvent::Resize) // which goes on
+            QMetaObject::invokeMethod(
+                this, [this] { Limit(); }, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    void Limit() {
+        const QSizeF natural = m_grid.sizeHint();
+        if (natural.width() > 0)
+            m_keys->setMaximumHeight(
+                static_cast<int>(std::ceil(m_keys->width() * natural.height() / natural.width())));
+    }
+
+    static constexpr int kFill = 100;
+    const views::KeyGrid& m_grid;
+    QWidget* m_keys = nullptr;
+};
+
+// The room above the heading is the window's.
+QVBoxLayout* PageColumn(QWidget& page) {
+    auto* column = new QVBoxLayout(&page);
+    QMargins margins = column->contentsMargins();
+    margins.setTop(0);
+    column->setContentsMargins(margins);
+    return column;
+}
+
 } // namespace
+
+int Page::heightForWidth(int width) const {
+    return layout()->totalMinimumHeightForWidth(width);
+}
 
 ModulePage::ModulePage(Workbench& workbench, EditRequests& edits, const KeyboardState& state,
                        std::string sectionKey, QWidget* parent)
-    : QWidget(parent), m_workbench(workbench), m_sectionKey(std::move(sectionKey)),
+    : Page(parent), m_workbench(workbench), m_sectionKey(std::move(sectionKey)),
       m_state(new QLabel), m_view(workbench.Faces().Of(m_sectionKey).MakeView()) {
     if (workbench.Faces().Of(m_sectionKey).HasKeys())
         m_view = WithKeyEditors(edits, state);
     else if (workbench.Faces().Of(m_sectionKey).HasSequences())
         m_view = WithReaderEditors();
+    else
+        m_view->layout()->setContentsMargins({}); // the page has some
     m_state->setWordWrap(true);
     m_state->setForegroundRole(QPalette::PlaceholderText);
-    auto* column = new QVBoxLayout(this);
+    QVBoxLayout* column = PageColumn(*this);
     column->addWidget(Heading(SectionTitle(m_sectionKey)));
     column->addWidget(m_state);
     column->addWidget(m_view, 1);
@@ -89,7 +126,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     column->setContentsMargins({kGap, 0, 0, 0});
     column->addStrut(fontMetrics().averageCharWidth() * kCharactersBeside);
     column->addWidget(inspector);
-    auto* scrolled = new TallArea(panel);
+    auto* scrolled = new views::TallArea(panel);
     column->addWidget(scrolled);
     if (!m_actions->Added().empty())
         column->insertLayout(0, ButtonRow(m_actions->Added()));
@@ -106,6 +143,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     connect(m_actions.get(), &KeyActions::SeriesWanted, panel, &SelectionPanel::FocusSeries);
     for (const QWidget* each : std::initializer_list<QWidget*>{m_view, inspector, panel})
         each->layout()->setContentsMargins({}); // the page has some
+    new KeysOnTop(grid, *m_view);
     auto* both = new views::BesideOrBelow(m_view, beside);
     auto* sequence = m_view->findChild<QWidget*>(QStringLiteral("sequenceRow"));
     connect(both, &views::BesideOrBelow::BelowChanged, beside, [=](bool isBelow) {
@@ -163,7 +201,7 @@ QWidget* ModulePage::WithReaderEditor(QWidget* view) {
 
 void ModulePage::keyPressEvent(QKeyEvent* event) {
     if (std::ranges::none_of(m_inspectors, [&](auto* each) { return each->StartTyping(*event); }))
-        QWidget::keyPressEvent(event);
+        Page::keyPressEvent(event);
 }
 
 void ModulePage::ShowState() {
@@ -185,8 +223,8 @@ void ModulePage::ShowState() {
 }
 
 QWidget* TitledPage(const QString& title, QWidget* content) {
-    auto* page = new QWidget;
-    auto* column = new QVBoxLayout(page);
+    auto* page = new Page;
+    QVBoxLayout* column = PageColumn(*page);
     column->addWidget(Heading(title));
     column->addWidget(content, 1);
     return page;

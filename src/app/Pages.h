@@ -25,9 +25,17 @@ class KeyEdits;
 class KeyboardState;
 class Workbench;
 
+// A page is as small as its parts can be before it scrolls, also one with text in several lines.
+class Page : public QWidget {
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+    [[nodiscard]] int heightForWidth(int width) const override;
+};
+
 // A module's page: its title, a line if the keyboard or the document lacks it, and the view of its
 // control.
-class ModulePage : public QWidget {
+class ModulePage : public Page {
     Q_OBJECT
 public:
     // Of the section with this key.

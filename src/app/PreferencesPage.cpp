@@ -47,6 +47,7 @@ PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
     column->setSpacing(12);
     column->addWidget(m_tabs);
     column->addWidget(reset, 0, Qt::AlignLeft);

@@ -57,6 +57,7 @@ SelectionPanel::SelectionPanel(KeyActions& actions, const views::KeyGrid& grid)
         ButtonRow({actions.ClearAction(), actions.PasteAction(), actions.SwapAction()}));
     head->addStretch(0);
     m_column = new QVBoxLayout;
+    m_column->setSpacing(2 * kButtonGap);
     m_column->addLayout(head);
     m_column->addWidget(MakeSeries());
     auto* whole = new QVBoxLayout(this);

@@ -19,7 +19,7 @@ namespace {
 // A few sizes of keys, times the colours and states: far more than any keyboard needs.
 constexpr std::size_t kMostImages = 512;
 
-constexpr double kLeastScale = 0.55; // captions can just be read
+constexpr double kLeastScale = 0.7; // captions can just be read
 
 // How far the place is from the value, 0 where it spans it.
 double Off(double value, double from, double to) {
@@ -180,7 +180,7 @@ QSize KeyGrid::sizeHint() const {
 }
 
 QSize KeyGrid::minimumSizeHint() const {
-    return sizeHint() * kLeastScale;
+    return (KeyPlacing::NaturalSize(m_caps) * kLeastScale).toSize();
 }
 
 QRect KeyGrid::KeyRect(int index) const {

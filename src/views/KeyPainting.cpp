@@ -25,7 +25,7 @@ constexpr double kEdge = 0.02;           // the line around a cap
 constexpr double kFoot = 0.05;           // what is seen of the cap's front, below its top
 constexpr double kProgrammedFoot = 0.11; // the same of a programmed key, and darker
 constexpr double kRing = 0.075;
-constexpr double kTextMargin = 0.04;
+constexpr double kTextMargin = 0.03;
 constexpr double kJoinedGap = 0.2; // keys of a group are joined across a gap up to this
 constexpr double kGroupLine = 0.05;
 constexpr double kDot = 0.17;
@@ -141,7 +141,8 @@ void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font,
     const QStringList lines = FittingLines(text, font, size, area.size(), leastPixels);
     const QFontMetricsF metrics(font);
     const double height = HeightOfLines(metrics, lines.size());
-    double top = align & Qt::AlignVCenter ? area.center().y() - height / 2 : area.top();
+    const double spare = area.height() - height; // less than 0: blank parts go beyond
+    double top = area.top() + (align & Qt::AlignVCenter || spare < 0 ? spare / 2 : 0);
     for (const QString& line : lines) {
         const QString shown = metrics.elidedText(line, Qt::ElideRight, area.width());
         const double spare = area.width() - metrics.horizontalAdvance(shown);

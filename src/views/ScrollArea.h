@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QScrollArea>
+#include <QStyle>
 
 namespace qx::views {
 
@@ -27,6 +28,19 @@ public:
                 const QPoint at = widget.mapTo(area->widget(), part.center());
                 area->ensureVisible(at.x(), at.y(), part.width(), part.height());
             }
+    }
+};
+
+// Scrolls up and down alone: it is never narrower than its content.
+class TallArea : public ScrollArea {
+public:
+    explicit TallArea(QWidget* content) : ScrollArea(content) {
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {widget()->minimumSizeHint().width() +
+                    style()->pixelMetric(QStyle::PM_ScrollBarExtent),
+                ScrollArea::minimumSizeHint().height()};
     }
 };
 

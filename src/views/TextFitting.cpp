@@ -7,10 +7,11 @@ namespace qx::views {
 
 namespace {
 
-constexpr double kLeastTextScale = 0.6;     // smaller than that only where a text would be cut else
-constexpr double kLeastLineScale = 0.8;     // if it must be smaller than that, two lines are better
-constexpr double kLineStep = 0.88;          // of the font's height
-constexpr int kStretches[] = {100, 88, 76}; // of letters, in percent: narrow ones before a cut
+constexpr double kLeastTextScale = 0.6; // smaller than that only where a text would be cut else
+constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
+constexpr double kLineStep = 0.85;      // of the font's height
+constexpr int kStretches[] = {100, 88, 76, 66}; // of letters, in percent: narrow ones before a cut
+constexpr int kLeastPart = 3;                   // letters of a word that is broken
 
 double Advance(const QFont& font, const QString& text) {
     return QFontMetricsF(font).horizontalAdvance(text);
@@ -21,14 +22,16 @@ bool IsBreak(const QString& text, qsizetype at) {
     return text[at] == u' ' || isNewWord;
 }
 
-// The text as two lines, broken between words where the lines are shortest; else as one.
-QStringList InTwoLines(const QString& text, const QFont& font) {
+// The text as the two lines that are shortest, broken where it may be; else as one.
+template <typename MayBreak>
+QStringList InTwoLines(const QString& text, const QFont& font, const QString& hyphen,
+                       const MayBreak& mayBreak) {
     QStringList best{text};
     double least = Advance(font, text);
     for (qsizetype at = 1; at < text.size(); ++at) {
-        if (!IsBreak(text, at))
+        if (!mayBreak(at))
             continue;
-        const QStringList lines{text.left(at).trimmed(), text.mid(at).trimmed()};
+        const QStringList lines{text.left(at).trimmed() + hyphen, text.mid(at).trimmed()};
         const double width = std::max(Advance(font, lines[0]), Advance(font, lines[1]));
         if (width < least) {
             least = width;
@@ -38,12 +41,35 @@ QStringList InTwoLines(const QString& text, const QFont& font) {
     return best;
 }
 
+QStringList BetweenWords(const QString& text, const QFont& font) {
+    return InTwoLines(text, font, {}, [&](qsizetype at) { return IsBreak(text, at); });
+}
+
+// A long word in two parts: "Back-" and "space".
+QStringList WithinWord(const QString& text, const QFont& font) {
+    const bool isWord = std::all_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+    return InTwoLines(text, font, QStringLiteral("-"), [&](qsizetype at) {
+        return isWord && at >= kLeastPart && text.size() - at >= kLeastPart;
+    });
+}
+
+// The parts of a font's height in which the lines have no ink: above capitals, and below the last
+// line if nothing hangs there.
+double Blank(const QStringList& lines, const QFontMetricsF& metrics) {
+    const QString& last = lines.back();
+    const bool hangs = std::any_of(last.begin(), last.end(), [](QChar c) {
+        return !c.isUpper() && !QStringView(u"abcdefhiklmnorstuvwxz0123456789+-*.").contains(c);
+    });
+    return metrics.ascent() - metrics.capHeight() + (hangs ? 0 : metrics.descent());
+}
+
 // Whether the lines fit into the area in a font of that size. Fonts without subpixel positions do
 // not scale evenly, so each size is measured.
 bool Fits(const QStringList& lines, QFont font, int pixels, const QSizeF& area) {
     font.setPixelSize(pixels);
     const QFontMetricsF metrics(font);
-    return HeightOfLines(metrics, lines.size()) <= area.height() &&
+    const double spare = lines.size() > 1 ? Blank(lines, metrics) : 0;
+    return HeightOfLines(metrics, lines.size()) - spare <= area.height() &&
            std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
                return metrics.horizontalAdvance(line) <= area.width();
            });
@@ -100,7 +126,7 @@ QStringList FittingLines(const QString& text, QFont& font, double size, const QS
         int pixels = FittingPixels(lines, font, least, most, area);
         if (pixels < most * kLeastLineScale) {
             font.setPixelSize(most);
-            const QStringList two = InTwoLines(text, font);
+            const QStringList two = BetweenWords(text, font);
             int inTwo = FittingPixels(two, font, least, most, area);
             if (pixels == 0 && inTwo == 0) {
                 pixels = FittingPixels(lines, font, leastPixels, least, area);
@@ -116,6 +142,12 @@ QStringList FittingLines(const QString& text, QFont& font, double size, const QS
             return lines;
         }
     }
+    font.setPixelSize(leastPixels);
+    QStringList parts;
+    for (const QString& line : BetweenWords(text, font))
+        parts += Advance(font, line) > area.width() ? WithinWord(line, font) : QStringList(line);
+    if (parts.size() > 1 && Fits(parts, font, leastPixels, area))
+        return parts;
     font.setPixelSize(least);
     return Wrapped(text, font, area);
 }

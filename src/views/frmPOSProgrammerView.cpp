@@ -12,6 +12,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <limits>
 
 namespace qx::views {
@@ -47,21 +48,23 @@ frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* pare
     parts->addLayout(details);
     auto* column = new QVBoxLayout(this);
     column->addLayout(MakeHead());
-    auto* area = new ScrollArea(content); // small screens lack the room
+    auto* area = new TallArea(content); // small screens lack the room
     column->addWidget(area, 1);
     column->addSpacing(8);
     column->addLayout(MakeButtons());
     m_bindings.OnShow([this, area, content] {
         setWindowTitle(ToQt(m_form.lblCaption.Caption));
-        const QSize room = screen()->availableSize();
-        area->setMinimumSize(
-            content->minimumSizeHint().boundedTo({room.width() * 9 / 10, room.height() * 7 / 10}));
+        area->setMinimumHeight(std::min(content->minimumSizeHint().height(),
+                                        screen()->availableSize().height() * 6 / 10));
+        area->updateGeometry(); // it is as wide as the texts
     });
 
     auto* confirm = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
     connect(confirm, &QShortcut::activated, this, [&form] { form.cmdOK_Click(); });
     auto* undo = new QShortcut(QKeySequence::Undo, this);
     connect(undo, &QShortcut::activated, this, [&form] { form.cmdUndo_Click(); });
+    auto* help = new QShortcut(QKeySequence(Qt::Key_F1), this);
+    connect(help, &QShortcut::activated, this, [&form] { form.imgHelp_Click(); });
     m_refreshed = form.Refreshed.Subscribe([this] { m_bindings.ShowAll(); });
     m_closed = form.Closed.Subscribe([this] { done(m_form.OK() ? QDialog::Accepted : Rejected); });
     m_bindings.ShowAll();

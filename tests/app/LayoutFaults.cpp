@@ -69,15 +69,16 @@ QString CutText(const QWidget& widget) {
     return {};
 }
 
-// The label of a key that sends nothing and is not written out on its cap.
+// The label of a key that sends nothing and is not written out on its cap. Its page may show the
+// number or the label in the corner.
 QString CutCap(const views::KeyGrid& grid) {
     const views::KeyPlacing placing(grid.Keys(), grid.rect(), grid.devicePixelRatioF());
     for (const views::KeyCap& cap : grid.Keys())
-        if (cap.state != views::KeyState::Programmed && cap.legend.isEmpty())
+        if (cap.state != views::KeyState::Programmed)
             for (const views::KeyText& text :
                  views::KeyTexts(placing.Map(cap.place), cap, placing, {8}))
-                if (text.text.text().contains(u'…') && !cap.caption.contains(u'…'))
-                    return cap.caption;
+                if (text.text.text().contains(u'…') && !(cap.caption + cap.legend).contains(u'…'))
+                    return cap.caption + cap.legend;
     return {};
 }
 

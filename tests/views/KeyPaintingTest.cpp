@@ -81,18 +81,43 @@ TEST(KeyPaintingTest, CaptionsThatFitAreShownWhole) {
         display.ReloadKeysSettings(KeyboardSequences());
         const QXLayoutDisplayView view(display);
         const std::vector<KeyCap>& caps = view.Grid()->Keys();
-        for (const int width : {960, 1100, 1900}) {
-            const KeyPlacing placing(caps, QRectF(0, 0, width, width / 2), 1);
+        const int least = view.Grid()->minimumSizeHint().width();
+        for (const int width : {least, 960, 1100, 1900}) {
+            const KeyPlacing placing(caps, QRectF(0, 0, width, width), 1);
             for (const int points : {6, 8, 10, 14})
                 for (KeyCap cap : caps) {
                     cap.legend.clear();
                     const auto texts = KeyTexts(placing.Map(cap.place), cap, placing,
                                                 {static_cast<double>(points)});
-                    EXPECT_EQ(Shown(texts), QString(cap.caption).remove(u' '))
+                    QString shown = Shown(texts);
+                    QString whole = QString(cap.caption).remove(u' ');
+                    if (width == least) // words may be broken
+                        for (QString* text : {&shown, &whole})
+                            text->remove(u'-');
+                    EXPECT_EQ(shown.toStdString(), whole.toStdString())
                         << name << " at " << points << " points, " << width << " pixels";
                 }
         }
     }
+}
+
+// The smallest POS key, with the longest label.
+TEST(KeyPaintingTest, AWordIsBrokenBeforeItIsCut) {
+    KeyCap cap = Cap(1, {0, 0, 675, 575});
+    cap.caption = QStringLiteral("Backspace");
+    const auto shown = [&](int height) {
+        const KeyPlacing placing({cap}, QRectF(0, 0, 2 * height, height), 1);
+        QStringList lines;
+        for (const KeyText& text : KeyTexts(placing.Map(cap.place), cap, placing, {8})) {
+            EXPECT_GE(text.font.pixelSize(), 11);
+            lines += text.text.text();
+        }
+        return lines;
+    };
+    EXPECT_EQ(shown(40), QStringList({"Back-", "space"}));
+    EXPECT_EQ(shown(80), QStringList("Backspace"));
+    cap.caption = QStringLiteral("12345678901");
+    EXPECT_TRUE(shown(40).back().endsWith(u'\u2026')) << "a number is not a word";
 }
 
 TEST(KeyPaintingTest, ALongTextIsCutAtItsEndOnly) {
