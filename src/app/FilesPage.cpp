@@ -1,5 +1,6 @@
 #include "app/FilesPage.h"
 
+#include "app/ErrorWords.h"
 #include "app/Paths.h"
 #include "app/Working.h"
 #include "views/PlainText.h"
@@ -86,6 +87,11 @@ void FilesPage::Attempt(const QString& doing, Work work, const QString& failed,
             return operation();
         }();
         emit Reported(done);
+    } catch (const host::Error& error) {
+        if (error.Kind() == host::ErrorKind::Stopped)
+            emit Stopped(CauseText(error));
+        else
+            emit Failed(FailureOf(failed, error));
     } catch (const std::exception& error) {
         emit Failed(FailureOf(failed, error));
     }

@@ -28,6 +28,7 @@ public:
 
 signals:
     void Reported(const QString& text);
+    void Stopped(const QString& text); // by the user, before anything was written
     void Failed(const Failure& failure);
 
 private:

@@ -116,6 +116,7 @@ void MainWindow::ConnectSignals() {
     connect(m_keyboards, &KeyboardMenu::ConnectionFailed, this, [this] { ShowPage(kOverview); });
     connect(m_keyboards, &KeyboardMenu::Connected, this, [this] { m_edits.Reload(); });
     connect(m_pages, &WindowPages::Reported, this, &MainWindow::ReportDone);
+    connect(m_pages, &WindowPages::Stopped, this, &MainWindow::Report);
     connect(m_pages, &WindowPages::Failed, this, &MainWindow::Warn);
     connect(m_pages, &WindowPages::PreferencesChanged, this, &MainWindow::ApplyPreferences);
     connect(m_pages, &WindowPages::AppearanceChanged, this, [this] {

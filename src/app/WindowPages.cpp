@@ -96,6 +96,7 @@ QWidget* WindowPages::MakeOverview() {
 
 QWidget* WindowPages::MakeFiles() {
     auto* files = new FilesPage(m_partners.workbench);
+    connect(files, &FilesPage::Stopped, this, &WindowPages::Stopped);
     connect(files, &FilesPage::Reported, this, &WindowPages::Reported);
     connect(files, &FilesPage::Failed, this, &WindowPages::Failed);
     return TitledPage(tr("Keyboard files"), files);

@@ -75,6 +75,7 @@ signals:
     void Shown(); // another page than before
     void Reported(const QString& text);
     void Failed(const Failure& failure);
+    void Stopped(const QString& text);
     void PreferencesChanged();                  // by the user
     void AppearanceChanged();                   // likewise; what is shown has the old colours
     void PlaceChosen(const std::string& place); // a setting that was searched

@@ -1,5 +1,6 @@
 // A write as the user follows it: what is shown before it, its steps, and how it is cancelled.
 #include "Desk.h"
+#include "app/FilesPage.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 
 #include <QListWidget>
@@ -68,6 +69,23 @@ TEST_F(Writing, IsCancelledUntilItsFirstByte) {
     Change(10);
     desk.Write();
     EXPECT_EQ(Held(), Bytes("0A")) << "and none on the next write";
+}
+
+TEST_F(Writing, ALoadOfAFileIsCancelledLikewise) {
+    desk.Page("files");
+    auto* page = desk.window->findChild<app::FilesPage*>();
+    page->chooseFile = [&](const QString&, bool, const QString&) {
+        return QString::fromStdString((desk.folder / "memory.bin").string());
+    };
+    page->confirm = [](const QString&) { return true; };
+    desk.Click("param_save");
+    desk.workbench.Simulated()->Poke(4096, "\x55");
+    const std::string before = desk.Held();
+    desk.AtStep(host::Step::SavingBackup, [&] { StopButton().click(); });
+    desk.Click("param_load");
+    EXPECT_EQ(desk.Held(), before);
+    EXPECT_EQ(desk.Notice().toStdString(), "Stopped before anything was written.");
+    EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
 }
 
 // What the user does elsewhere meanwhile is dropped, and Esc cancels.
