@@ -17,7 +17,7 @@ using views::ToQt;
 
 namespace {
 
-constexpr int kLeastWidth = 250; // of a card
+constexpr int kLeastWidth = 230; // of a card
 constexpr int kMostWidth = 380;
 constexpr int kMostColumns = 3;
 constexpr int kSpacing = 8;
@@ -29,8 +29,7 @@ ModuleCards::ModuleCards(Workbench& workbench, QWidget* parent)
     m_grid->setContentsMargins({});
     m_grid->setSpacing(kSpacing);
     setMaximumWidth(kMostColumns * (kMostWidth + kSpacing));
-    for (const auto& section : workbench.Configuration().Sections()) {
-        const std::string key(section->Info().key);
+    for (const std::string& key : SectionsByGroup()) {
         auto* button = new QCommandLinkButton(SectionTitle(key));
         button->setObjectName(QStringLiteral("card_") + ToQt(key));
         button->setIcon(SectionIcon(key));
@@ -44,7 +43,10 @@ ModuleCards::ModuleCards(Workbench& workbench, QWidget* parent)
         m_cards.push_back({key, frame, button});
     }
     connect(&workbench, &Workbench::KeyboardChanged, this, &ModuleCards::Arrange);
-    connect(&workbench, &Workbench::DocumentChanged, this, &ModuleCards::ShowSummaries);
+    connect(&workbench, &Workbench::DocumentChanged, this, [this] {
+        Arrange(); // without a keyboard, its sections are shown
+        ShowSummaries();
+    });
     Arrange();
 }
 
@@ -64,8 +66,9 @@ void ModuleCards::Arrange() {
         std::clamp((width() + kSpacing) / (kLeastWidth + kSpacing), 1, kMostColumns);
     int place = 0;
     for (const Card& card : m_cards) {
-        const bool isThere = m_workbench.IsConnected() &&
-                             m_workbench.Has(*m_workbench.Configuration().Find(card.sectionKey));
+        const host::Section& section = *m_workbench.Configuration().Find(card.sectionKey);
+        const bool isThere = m_workbench.IsConnected() ? m_workbench.Has(section)
+                                                       : m_workbench.History().TakesPart(section);
         m_grid->removeWidget(card.frame);
         card.frame->setVisible(isThere);
         if (isThere) {

@@ -1,4 +1,5 @@
-// ModuleCards: a card for each module that the keyboard has, with a summary of its settings.
+// ModuleCards: a card for each module that the keyboard has, with a summary of its settings; while
+// no keyboard is connected, for each that the document has settings for.
 #pragma once
 
 #include <QWidget>

@@ -1,5 +1,6 @@
 #include "app/OverviewPage.h"
 
+#include "app/KeyboardPicture.h"
 #include "app/KeyboardState.h"
 #include "app/ModuleCards.h"
 #include "app/SelectionPanel.h"
@@ -25,6 +26,8 @@ using views::ToQt;
 namespace {
 
 using State = StartStages::State;
+
+constexpr int kFill = 100; // the stretch of what has the room that is left
 
 QString MarkOf(State state) {
     switch (state) {
@@ -60,17 +63,20 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
                            const Commands& commands, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_state(state), m_name(new QLabel),
       m_kind(new QLabel), m_buttons(new QWidget), m_interrupted(new QWidget), m_failure(new QLabel),
-      m_remedies(new QWidget), m_cards(new ModuleCards(workbench)), m_fold(new QToolButton),
-      m_identity(new QFormLayout), m_directory(new QTableWidget) {
+      m_remedies(new QWidget), m_picture(new KeyboardPicture(workbench)),
+      m_cards(new ModuleCards(workbench)), m_fold(new QToolButton), m_identity(new QFormLayout),
+      m_directory(new QTableWidget) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
-    column->setSpacing(16);
+    column->setSpacing(12);
     column->addWidget(MakeKeyboard(commands));
     column->addWidget(m_startUp = MakeStages());
+    column->addWidget(m_picture, kFill);
     column->addWidget(m_cards);
     column->addWidget(m_fold, 0, Qt::AlignLeft);
-    column->addWidget(m_details = MakeDetails(), 1);
-    column->addStretch(0);
+    column->addWidget(m_details = MakeDetails(), kFill);
+    column->addStretch(1);
+    m_picture->setMaximumWidth(m_cards->maximumWidth());
     m_fold->setObjectName(QStringLiteral("foldDetails"));
     m_fold->setText(tr("Technical details"));
     m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -79,6 +85,7 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
     connect(m_fold, &QToolButton::toggled, this, [this](bool isOn) { FoldDetails(!isOn); });
     FoldDetails(true);
 
+    connect(m_picture, &KeyboardPicture::PlaceChosen, this, &OverviewPage::PlaceChosen);
     connect(m_cards, &ModuleCards::Chosen, this, &OverviewPage::PageRequested);
     connect(&workbench.Stages(), &StartStages::Changed, this, &OverviewPage::ShowStages);
     connect(&workbench, &Workbench::KeyboardChanged, this, &OverviewPage::ShowKeyboard);
@@ -95,20 +102,26 @@ QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {
     buttons->setContentsMargins({});
     buttons->addWidget(ActionButton(commands.read, QStringLiteral("overviewRead")));
     buttons->addWidget(ActionButton(commands.write, QStringLiteral("overviewWrite")));
-    buttons->addStretch(1);
     auto* interrupted = new QHBoxLayout(m_interrupted);
     interrupted->setContentsMargins({});
     interrupted->addWidget(new QLabel(tr("A write to this keyboard was interrupted.")));
     interrupted->addWidget(ActionButton(commands.settle, QStringLiteral("overviewSettle")));
     interrupted->addStretch(1);
 
+    auto* names = new QVBoxLayout;
+    names->setSpacing(4);
+    names->addWidget(m_name);
+    names->addWidget(m_kind);
+    auto* head = new QHBoxLayout;
+    head->addLayout(names);
+    head->addStretch(1);
+    head->addWidget(m_buttons);
     auto* keyboard = new QWidget;
+    keyboard->setMaximumWidth(m_cards->maximumWidth());
     auto* column = new QVBoxLayout(keyboard);
     column->setContentsMargins({});
     column->setSpacing(8);
-    column->addWidget(m_name);
-    column->addWidget(m_kind);
-    column->addWidget(m_buttons);
+    column->addLayout(head);
     column->addWidget(m_interrupted);
     return keyboard;
 }
@@ -201,6 +214,7 @@ void OverviewPage::ShowKeyboard() {
     m_buttons->setVisible(isConnected);
     m_fold->setVisible(isConnected);
     m_kind->setVisible(isConnected);
+    m_picture->setVisible(isConnected);
     FoldDetails(!m_fold->isChecked());
     ShowInterrupted();
     m_name->setText(isConnected ? ToQt(m_workbench.Session().Access().Keyboard())

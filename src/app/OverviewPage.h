@@ -1,5 +1,5 @@
-// OverviewPage: the home page: the connected keyboard with what can be done with it, a card for
-// each of its modules, and the technical details of the connection, folded away.
+// OverviewPage: the home page: the connected keyboard with what can be done with it, its picture, a
+// card for each of its modules, and the technical details of the connection, folded away.
 #pragma once
 
 #include "app/Failure.h"
@@ -15,6 +15,7 @@ class QToolButton;
 
 namespace qx::app {
 
+class KeyboardPicture;
 class KeyboardState;
 class ModuleCards;
 
@@ -37,6 +38,7 @@ signals:
     void ConnectAgainRequested();
     void SimulatedKeyboardRequested();
     void PageRequested(const QString& id); // of a section
+    void PlaceChosen(const std::string& place);
 
 private:
     [[nodiscard]] QWidget* MakeKeyboard(const Commands& commands);
@@ -58,6 +60,7 @@ private:
     QLabel* m_stages[3];
     QLabel* m_failure;
     QWidget* m_remedies;
+    KeyboardPicture* m_picture; // of the connected one
     ModuleCards* m_cards;
     QToolButton* m_fold;
     QWidget* m_details;

@@ -55,6 +55,10 @@ constexpr Description kDescriptions[] = {
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Shows the release of each key in sequences, marked with ^.")},
     // Keys.
+    {"keyboardPicture",
+     QT_TRANSLATE_NOOP("SettingHelp",
+                       "The keyboard with its programmed keys. Choose a key to open the page where "
+                       "it is programmed.")},
     {"layoutDisplay",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Select a key to program it. Shift, Ctrl or a frame drawn with the "

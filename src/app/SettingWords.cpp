@@ -70,6 +70,16 @@ QString TitleOf(PageGroup group) {
     return {};
 }
 
+std::vector<std::string> SectionsByGroup() {
+    std::vector<const SectionEntry*> entries(std::begin(kSectionEntries),
+                                             std::end(kSectionEntries));
+    std::ranges::stable_sort(entries, {}, &SectionEntry::group);
+    std::vector<std::string> keys;
+    for (const SectionEntry* entry : entries)
+        keys.emplace_back(entry->key);
+    return keys;
+}
+
 QIcon SectionIcon(std::string_view sectionKey) {
     const SectionEntry* entry = EntryOf(sectionKey);
     return entry == nullptr ? QIcon() : views::LineIcon(QString::fromLatin1(entry->icon));

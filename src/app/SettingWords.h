@@ -6,7 +6,9 @@
 #include <QIcon>
 #include <QString>
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace qx::app {
 
@@ -21,6 +23,8 @@ struct SectionEntry;
 // The group of pages that it belongs to; Tools for an unknown key.
 [[nodiscard]] PageGroup GroupOf(std::string_view sectionKey);
 [[nodiscard]] QString TitleOf(PageGroup group);
+// The sections as lists of pages have them: group by group.
+[[nodiscard]] std::vector<std::string> SectionsByGroup();
 // Its icon; none for an unknown key.
 [[nodiscard]] QIcon SectionIcon(std::string_view sectionKey);
 // The section's word for a member of its document, as its page has it.

@@ -1,6 +1,7 @@
 #include "app/TestDrivePage.h"
 
 #include "app/Failure.h"
+#include "app/LayoutCaps.h"
 #include "app/SettingWords.h"
 #include "app/TestDriveTexts.h"
 #include "app/sections/Entries.h"
@@ -271,21 +272,10 @@ void TestDrivePage::ShowKeys(const sim::TestDrive& drive) {
     const QColor programmed = views::ToQColor(m_workbench.Preferences().ColorProg());
     const QColor empty = views::ToQColor(m_workbench.Preferences().ColorEmpty());
     views::SentTexts texts(&layout);
-    std::vector<views::KeyCap> caps;
-    for (Long id = layout.GetMinKeyID(); id <= layout.GetMaxKeyID(); ++id) {
-        if (layout.KeySupport(id) == KEYMODE_NONE)
-            continue;
-        views::KeyCap cap;
-        cap.index = id;
-        cap.place = QRectF(
-            static_cast<double>(layout.KeyX(id)), static_cast<double>(layout.KeyY(id)),
-            static_cast<double>(layout.KeyWidth(id)), static_cast<double>(layout.KeyHeight(id)));
-        cap.caption = ToQt(layout.KeyCaption(id)).trimmed();
-        cap.toolTip = ToQt(layout.KeyLongCaption(id));
-        cap.name = tr("Key %1").arg(ToQt(KeyName(id, &layout)));
+    std::vector<views::KeyCap> caps = LayoutCaps(layout);
+    for (views::KeyCap& cap : caps) {
         cap.color = empty;
-        ShowSent(cap, drive.PressKey(static_cast<Integer>(id)), texts, programmed);
-        caps.push_back(std::move(cap));
+        ShowSent(cap, drive.PressKey(static_cast<Integer>(cap.index)), texts, programmed);
     }
     m_keys->SetPointSize(m_workbench.Preferences().KeyFontSize());
     m_keys->SetKeys(std::move(caps));

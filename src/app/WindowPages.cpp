@@ -59,8 +59,7 @@ QWidget* WindowPages::Make(QWidget* notices) {
     auto group = PageGroup::Device;
     m_book->AddHeading(TitleOf(group));
     m_book->Add(kOverview, tr("Overview"), icon("keyboard"), [this] { return MakeOverview(); });
-    for (const auto& section : workbench.Configuration().Sections()) {
-        const std::string key(section->Info().key);
+    for (const std::string& key : SectionsByGroup()) {
         if (std::exchange(group, GroupOf(key)) != group)
             m_book->AddHeading(TitleOf(group));
         m_book->Add(ToQt(key), SectionTitle(key), SectionIcon(key), [this, key] {
@@ -86,6 +85,7 @@ QWidget* WindowPages::MakeOverview() {
     connect(keyboards, &KeyboardMenu::ConnectionFailed, overview, &OverviewPage::ShowFailure);
     connect(overview, &OverviewPage::ConnectAgainRequested, keyboards, &KeyboardMenu::ConnectAgain);
     connect(overview, &OverviewPage::SimulatedKeyboardRequested, keyboards,
+    connect(overview, &OverviewPage::PlaceChosen, this, &WindowPages::PlaceChosen);
             &KeyboardMenu::ConnectSimulated);
     connect(overview, &OverviewPage::PageRequested, this, [this](const QString& id) {
         Show(id);

@@ -3,6 +3,7 @@
 #include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/settings/QXProgSettings.h"
 #include "views/QXFreeProgKeysView.h"
 
@@ -45,6 +46,16 @@ public:
     [[nodiscard]] bool HasKeys() const override { return true; }
     [[nodiscard]] std::string PlaceOf(int key) override {
         return "keys[" + std::to_string(key) + "]";
+    }
+
+    [[nodiscard]] int KeyAt(Integer nPositionCode) override {
+        const QXKeyboardLayoutData* layout = Control().LayoutSource();
+        const bool isProgrammable =
+            layout != nullptr && layout->KeySupport(nPositionCode) == KEYMODE_PROG;
+        return isProgrammable && HasPlace(nPositionCode) ? nPositionCode : -1;
+    }
+    [[nodiscard]] const KeySequence* SentBy(int key) override {
+        return &Control().Sequences().Key(static_cast<Integer>(key));
     }
 
     void AnswerWith(EditRequests& edits) override {

@@ -66,6 +66,14 @@ public:
         const POSBlock& block = Control().PosData().Block(slot);
         return tr("Block %1 (%n key(s))", "", block.BlockSize()).arg(block.BlockID());
     }
+    [[nodiscard]] int KeyAt(Integer nPositionCode) override {
+        const Integer key = Control().CodeMap().GetKeyIndex(nPositionCode);
+        return key == 0 ? -1 : key;
+    }
+    [[nodiscard]] const KeySequence* SentBy(int key) override {
+        const Integer slot = Control().PosData().FindBlockForKey(static_cast<Integer>(key));
+        return slot == 0 ? nullptr : &Control().PosData().Block(slot).Sequence();
+    }
     void AddActions(KeyActions& actions, KeyEdits& edits, QWidget& view) override {
         new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());
     }

@@ -21,8 +21,9 @@
 class QWidget;
 
 namespace qx {
+class KeySequence;
 class QXProgSettings;
-}
+} // namespace qx
 namespace qx::host {
 class OptionCaptions;
 class Session;
@@ -64,6 +65,10 @@ public:
     // "tracks/0/header". Only for a view whose sequences are edited beside it.
     [[nodiscard]] virtual bool HasSequences() const { return false; }
     [[nodiscard]] virtual std::string PlaceOfLabel(std::string_view /*name*/) { return {}; }
+    // The key of the grid at this position of the keyboard, -1 for none, and what a key sends,
+    // which may be null. Only for keys that a layout places.
+    [[nodiscard]] virtual int KeyAt(Integer /*nPositionCode*/) { return -1; }
+    [[nodiscard]] virtual const KeySequence* SentBy(int /*key*/) { return nullptr; }
     // What keys that act together are called; empty for a key by itself.
     [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
     // The text that the key has beside its sequence, on a page where keys have one.
@@ -91,7 +96,7 @@ struct SettingWord {
 };
 
 // The parts of the list of pages.
-enum class PageGroup { Device, Readers, Keys, Tools };
+enum class PageGroup { Device, Keys, Readers, Tools };
 
 struct SectionEntry {
     std::string_view key;

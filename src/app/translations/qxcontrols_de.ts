@@ -1930,6 +1930,17 @@
     </message>
 </context>
 <context>
+    <name>KeyboardPicture</name>
+    <message>
+        <source>Picture of the keyboard</source>
+        <translation>Bild der Tastatur</translation>
+    </message>
+    <message>
+        <source>%1, programmed: %2</source>
+        <translation>%1, belegt: %2</translation>
+    </message>
+</context>
+<context>
     <name>KeyboardState</name>
     <message>
         <source>Looking for an interrupted write…</source>
@@ -2020,6 +2031,13 @@
     <message>
         <source>Clear all keys of all layers?</source>
         <translation>Alle Tasten aller Ebenen leeren?</translation>
+    </message>
+</context>
+<context>
+    <name>LayoutCaps</name>
+    <message>
+        <source>Key %1</source>
+        <translation>Taste %1</translation>
     </message>
 </context>
 <context>
@@ -3466,6 +3484,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>What the PC has received, in order.</source>
         <translation>Was der PC der Reihe nach empfangen hat.</translation>
     </message>
+    <message>
+        <source>The keyboard with its programmed keys. Choose a key to open the page where it is programmed.</source>
+        <translation>Die Tastatur mit ihren belegten Tasten. Eine gewählte Taste führt zu der Seite, auf der sie belegt wird.</translation>
+    </message>
 </context>
 <context>
     <name>SettingWords</name>
@@ -3877,10 +3899,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>&amp;Reader</source>
         <translation>Lese&amp;r</translation>
-    </message>
-    <message>
-        <source>Key %1</source>
-        <translation>Taste %1</translation>
     </message>
     <message>
         <source>nothing</source>

@@ -1,0 +1,87 @@
+#include "app/KeyboardPicture.h"
+
+#include "app/LayoutCaps.h"
+#include "app/SettingWords.h"
+#include "app/Workbench.h"
+#include "views/SentTexts.h"
+
+#include <cmath>
+
+namespace qx::app {
+
+KeyboardPicture::KeyboardPicture(Workbench& workbench, QWidget* parent)
+    : KeyGrid(parent), m_workbench(workbench) {
+    setObjectName(QStringLiteral("keyboardPicture"));
+    setAccessibleName(tr("Picture of the keyboard"));
+    connect(this, &KeyGrid::KeyPicked, this, [this](int positionCode) {
+        const Owner owner = OwnerOf(positionCode);
+        emit PlaceChosen("/" + owner.section + "/" +
+                         m_workbench.Faces().Of(owner.section).PlaceOf(owner.key));
+    });
+    const auto showLater = [this] { // the workbench is still at work
+        QMetaObject::invokeMethod(this, &KeyboardPicture::ShowKeys, Qt::QueuedConnection);
+    };
+    connect(&workbench, &Workbench::KeyboardChanged, this, showLater);
+    connect(&workbench, &Workbench::DocumentChanged, this, showLater);
+}
+
+// Of sections that share a key, the first in which it sends something.
+KeyboardPicture::Owner KeyboardPicture::OwnerOf(int positionCode) const {
+    Owner owner;
+    for (const auto& section : m_workbench.Configuration().Sections()) {
+        if (!m_workbench.Has(*section))
+            continue;
+        const std::string name(section->Info().key);
+        SectionFace& face = m_workbench.Faces().Of(name);
+        const int key = face.KeyAt(static_cast<Integer>(positionCode));
+        if (key < 0)
+            continue;
+        const KeySequence* sent = face.SentBy(key);
+        const bool sends = sent != nullptr && sent->Length() > 0;
+        if (sends)
+            return {name, key, sent};
+        if (owner.key < 0)
+            owner = {name, key, nullptr};
+    }
+    return owner;
+}
+
+void KeyboardPicture::ShowKeys() {
+    if (!isVisible() || m_workbench.IsBusy())
+        return;
+    const QXProgSettings& preferences = m_workbench.Preferences();
+    const QColor programmed = views::ToQColor(preferences.ColorProg());
+    const QColor empty = views::ToQColor(preferences.ColorEmpty());
+    const QColor unused = views::ToQColor(preferences.ColorUnused());
+    views::SentTexts texts(&m_workbench.Layout());
+    std::vector<views::KeyCap> caps = LayoutCaps(m_workbench.Layout());
+    for (views::KeyCap& cap : caps) {
+        const Owner owner = OwnerOf(cap.index);
+        cap.isEnabled = owner.key >= 0;
+        cap.state = owner.sent != nullptr ? views::KeyState::Programmed
+                    : cap.isEnabled       ? views::KeyState::Empty
+                                          : views::KeyState::Unused;
+        cap.color = owner.sent != nullptr ? programmed : cap.isEnabled ? empty : unused;
+        if (owner.sent == nullptr)
+            continue;
+        const QString sent = texts.Whole(*owner.sent);
+        cap.toolTip += u'\n' + SectionTitle(owner.section) + QStringLiteral(": ") + sent;
+        cap.name = tr("%1, programmed: %2").arg(cap.name, sent);
+    }
+    SetPointSize(preferences.KeyFontSize());
+    SetKeys(std::move(caps));
+}
+
+void KeyboardPicture::showEvent(QShowEvent* event) {
+    KeyGrid::showEvent(event);
+    ShowKeys();
+}
+
+// As high as the keys at this width, at most.
+void KeyboardPicture::resizeEvent(QResizeEvent* event) {
+    KeyGrid::resizeEvent(event);
+    const QSizeF natural = KeyGrid::sizeHint();
+    setMaximumHeight(static_cast<int>(std::ceil(width() * natural.height() / natural.width())));
+}
+
+} // namespace qx::app

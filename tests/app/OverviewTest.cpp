@@ -1,0 +1,96 @@
+// The overview: the picture of the keyboard and the cards lead to the pages.
+#include "Desk.h"
+
+#include <QCommandLinkButton>
+
+#include <fstream>
+
+namespace qx::test {
+namespace {
+
+class Overview : public testing::Test {
+protected:
+    void Open(const char* sections) {
+        std::ofstream(desk.folder / "till.json")
+            << R"({"format": "qx-configuration", "version": 1, )" << sections << "}";
+        desk.unsaved = DocumentMenu::Answer::Discard;
+        desk.window->Documents().Open(QString::fromStdString((desk.folder / "till.json").string()));
+        desk.Page("overview");
+    }
+    // Whether these are the keys of the picture that send something.
+    bool ShowsProgrammed(const std::set<int>& wanted) {
+        const auto* picture = desk.Find<views::KeyGrid>("keyboardPicture");
+        return QTest::qWaitFor([&] {
+            std::set<int> keys;
+            for (const views::KeyCap& cap : picture->Keys())
+                if (cap.state == views::KeyState::Programmed)
+                    keys.insert(cap.index);
+            return keys == wanted;
+        });
+    }
+    QStringList Cards() {
+        QStringList cards;
+        for (const auto* card : desk.window->findChildren<QCommandLinkButton*>())
+            if (card->isVisible())
+                cards.append(card->objectName());
+        return cards;
+    }
+    QString PageShown() { return desk.Find<QListWidget>("pages")->currentItem()->text(); }
+
+    Desk desk;
+};
+
+TEST_F(Overview, ThePictureShowsWhichKeysSendSomethingAndLeadsToThem) {
+    Open(R"("freeProgKeys": {"keys": [{"positionCode": 76, "sequence": "A"}]},
+            "pos": {"blocks": [{"slot": 1, "blockId": 1, "colorId": 0, "keys": [1, 2],
+                                "sequence": "B"},
+                               {"slot": 5, "blockId": 2, "colorId": 1, "keys": [5],
+                                "sequence": ""}]})");
+    // POS keys 1 and 2 have the position codes 110 and 112.
+    EXPECT_TRUE(ShowsProgrammed({76, 110, 112}));
+    desk.ClickKey("keyboardPicture", 76);
+    EXPECT_EQ(PageShown(), "Free keys");
+    EXPECT_EQ(desk.Find<views::KeyGrid>("layoutDisplay")->Selected(), std::vector<int>{76});
+
+    desk.Page("overview");
+    desk.ClickKey("keyboardPicture", 112);
+    EXPECT_EQ(PageShown(), "POS keys") << "the free key sends nothing";
+    EXPECT_EQ(desk.Find<views::KeyGrid>("posDisplay")->Selected(), std::vector<int>{2});
+
+    desk.Page("overview");
+    EXPECT_FALSE(desk.workbench.IsModified());
+    desk.workbench.NewDocument();
+    EXPECT_TRUE(ShowsProgrammed({})) << "the picture follows the document";
+}
+
+TEST_F(Overview, WithoutAKeyboardThereAreCardsForTheDocumentsSections) {
+    Open(R"("commonKeyboard": {"outputDelay": 9}, "pos": {"blocks": []})");
+    EXPECT_EQ(Cards().size(), 6) << "the modules of the keyboard: "
+                                 << Cards().join(' ').toStdString();
+    desk.workbench.Disconnect();
+    EXPECT_EQ(Cards(), QStringList({"card_commonKeyboard", "card_pos"}));
+    EXPECT_EQ(desk.Find<QCommandLinkButton>("card_commonKeyboard")->description(),
+              "Output delay: 9");
+    EXPECT_ANY_THROW(desk.Find<views::KeyGrid>("keyboardPicture")) << "which keyboard is unknown";
+    Open(R"("freeProgKeys": {"keys": []})");
+    EXPECT_EQ(Cards(), QStringList("card_freeProgKeys"));
+    desk.Click("card_freeProgKeys");
+    EXPECT_EQ(PageShown(), "Free keys");
+    desk.Page("overview");
+    EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
+    EXPECT_EQ(Cards().size(), 6);
+}
+
+TEST_F(Overview, KeysComeBeforeReadersInTheList) {
+    QStringList ids;
+    const auto* pages = desk.Find<QListWidget>("pages");
+    for (int row = 0; row < pages->count(); ++row)
+        if (!pages->item(row)->isHidden())
+            ids += pages->item(row)->data(Qt::UserRole).toString();
+    EXPECT_EQ(ids.join(' ').simplified().toStdString(),
+              "overview commonKeyboard freeProgKeys layeredFuncKeys pos magnetCard barcode files "
+              "backups testDrive preferences");
+}
+
+} // namespace
+} // namespace qx::test
