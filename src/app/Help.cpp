@@ -1,16 +1,45 @@
 #include "app/Help.h"
 
+#include <QEvent>
 #include <QFile>
+#include <QFileInfo>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace qx::app {
 
 namespace {
 
 constexpr QSize kSize(560, 640); // pixels
+constexpr int kMargin = 16;
+
+// Opens the help beside a dialog.
+class HelpKey : public QObject {
+public:
+    HelpKey(QDialog& dialog, QString page)
+        : QObject(&dialog), m_dialog(dialog), m_page(std::move(page)) {}
+
+protected:
+    bool eventFilter(QObject* /*dialog*/, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress ||
+            static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1)
+            return false;
+        if (m_window == nullptr)
+            m_window = new HelpWindow(&m_dialog);
+        m_window->ShowPage(m_page);
+        return true;
+    }
+
+private:
+    QDialog& m_dialog;
+    QString m_page;
+    HelpWindow* m_window = nullptr; // when it is first wanted
+};
 
 } // namespace
 
@@ -25,10 +54,8 @@ QUrl HelpOn(const QString& page) {
 
 HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_text(new QTextBrowser) {
     setObjectName(QStringLiteral("helpWindow"));
-    setWindowTitle(tr("Help"));
     setModal(false);
     m_text->setObjectName(QStringLiteral("helpText"));
-    m_text->setAccessibleName(tr("Help"));
     m_text->setFrameShape(QFrame::NoFrame);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
@@ -37,10 +64,33 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_text(new QTextBrows
 }
 
 void HelpWindow::ShowPage(const QString& page) {
-    m_text->setSource(HelpOn(page), QTextDocument::MarkdownResource);
+    ShowText(page);
     show();
     raise();
     activateWindow();
+}
+
+void HelpWindow::ShowText(const QString& page) {
+    setWindowTitle(tr("Help"));
+    m_text->setAccessibleName(windowTitle());
+    m_text->setSource(HelpOn(page), QTextDocument::MarkdownResource);
+    m_text->document()->setDocumentMargin(kMargin);
+}
+
+// The page may be another than the one that was asked for: links lead from page to page.
+void HelpWindow::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    const bool isOther =
+        event->type() == QEvent::LanguageChange || event->type() == QEvent::PaletteChange;
+    if (!isOther || !m_text->source().isValid())
+        return;
+    const QString page = QFileInfo(m_text->source().path()).completeBaseName();
+    m_text->setSource({}); // the same page has other colours now
+    ShowText(page);
+}
+
+void OfferHelp(QDialog& dialog, const QString& page) {
+    dialog.installEventFilter(new HelpKey(dialog, page));
 }
 
 } // namespace qx::app

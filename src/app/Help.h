@@ -1,5 +1,5 @@
-// Help: a page of help for each page of the window, in the present language, and a description of
-// each setting.
+// Help: a page of help for each page of the window and for the dialogs that need one, in the
+// present language, and a description of each setting.
 #pragma once
 
 #include <QDialog>
@@ -9,7 +9,7 @@ class QUrl;
 
 namespace qx::app {
 
-// Of the page with this id, below docs/help; invalid for an unknown page.
+// Of the page or dialog with this id, below docs/help; invalid for an unknown page.
 [[nodiscard]] QUrl HelpOn(const QString& page);
 
 class HelpWindow : public QDialog {
@@ -18,9 +18,17 @@ public:
     explicit HelpWindow(QWidget* parent);
     void ShowPage(const QString& page);
 
+protected:
+    void changeEvent(QEvent* event) override; // another language, other colours
+
 private:
+    void ShowText(const QString& page);
+
     QTextBrowser* m_text;
 };
+
+// Has F1 show this page of help beside a dialog that blocks the window.
+void OfferHelp(QDialog& dialog, const QString& page);
 
 // Gives each setting in the widget its description, for "What's this?" (Shift+F1).
 void DescribeSettings(QWidget& page);

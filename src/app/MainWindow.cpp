@@ -140,7 +140,6 @@ void MainWindow::ConnectSignals() {
 void MainWindow::MakeAgain() {
     m_shownLanguage = m_workbench.Preferences().PreferedAppLang();
     m_language.Switch(m_shownLanguage);
-    delete std::exchange(m_help, nullptr);
     const WindowPages::Spot spot = m_pages->Current();
     const QString focus =
         QApplication::focusWidget() != nullptr ? QApplication::focusWidget()->objectName() : "";

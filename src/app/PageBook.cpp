@@ -4,8 +4,11 @@
 #include "views/ScrollArea.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMetaProperty>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
 #include <QToolButton>
@@ -45,6 +48,18 @@ public:
         painter->restore();
     }
 };
+
+// Those of spin boxes and the like belong to these.
+std::vector<QWidget*> TextFields(const QWidget& page) {
+    std::vector<QWidget*> fields;
+    for (QWidget* each : page.findChildren<QWidget*>()) {
+        const bool isOwn =
+            !each->objectName().isEmpty() && !each->objectName().startsWith(QLatin1String("qt_"));
+        if (isOwn && (qobject_cast<QLineEdit*>(each) || qobject_cast<QPlainTextEdit*>(each)))
+            fields.push_back(each);
+    }
+    return fields;
+}
 
 } // namespace
 
@@ -190,8 +205,26 @@ QWidget* PageBook::LeafAt(int row) {
         leaf.widget = new views::ScrollArea(leaf.make());
         DescribeSettings(*leaf.widget);
         m_stack->addWidget(leaf.widget);
+        const QStringList texts = m_texts[m_list->item(row)->data(kIdRole).toString()];
+        const std::vector<QWidget*> fields = TextFields(*leaf.widget);
+        for (std::size_t i = 0; texts.size() == std::ssize(fields) && i < fields.size(); ++i)
+            fields[i]->metaObject()->userProperty().write(fields[i], texts[static_cast<int>(i)]);
     }
     return leaf.widget;
+}
+
+PageBook::Texts PageBook::TypedTexts() const {
+    Texts texts = m_texts; // of pages that were not made again
+    for (int row = 0; row < m_list->count(); ++row) {
+        const QWidget* page = m_leaves[static_cast<std::size_t>(row)].widget;
+        if (page == nullptr)
+            continue;
+        QStringList& typed = texts[m_list->item(row)->data(kIdRole).toString()];
+        typed.clear();
+        for (const QWidget* field : TextFields(*page))
+            typed += field->metaObject()->userProperty().read(field).toString();
+    }
+    return texts;
 }
 
 void PageBook::Show(const QString& id) {

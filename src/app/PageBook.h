@@ -5,9 +5,12 @@
 #pragma once
 
 #include <QIcon>
+#include <QStringList>
 #include <QWidget>
 
 #include <functional>
+#include <map>
+#include <utility>
 #include <vector>
 
 class QListWidget;
@@ -41,6 +44,12 @@ public:
     };
     [[nodiscard]] std::vector<Listed> Pages() const; // as they are listed
 
+    // What the user has typed on the pages, and their logs: by page, by the order of the fields.
+    using Texts = std::map<QString, QStringList>;
+    [[nodiscard]] Texts TypedTexts() const;
+    // Pages that are made from now on have these texts.
+    void KeepTexts(Texts texts) { m_texts = std::move(texts); }
+
     void Show(const QString& id); // nothing happens for an unknown one
     void FocusPage();             // gives the focus to the first widget that Tab reaches
     [[nodiscard]] QString Current() const;
@@ -65,6 +74,7 @@ private:
     QToolButton* m_absent; // shows the absent pages, if there are any
     QStackedWidget* m_stack;
     std::vector<Leaf> m_leaves; // by the rows of the list
+    Texts m_texts;
 };
 
 } // namespace qx::app

@@ -1,6 +1,7 @@
 #include "app/ReviewSheet.h"
 
 #include "app/DifferenceTree.h"
+#include "app/Help.h"
 #include "app/SettingWords.h"
 #include "views/Bindings.h"
 #include "views/LineIcon.h"
@@ -86,6 +87,7 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
     column->addWidget(MakeDetails(plan));
     column->addWidget(buttons);
     resize(820, 560);
+    OfferHelp(*this, QStringLiteral("review"));
     changes->setFocus();
 }
 

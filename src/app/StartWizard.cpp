@@ -1,5 +1,7 @@
 #include "app/StartWizard.h"
 
+#include "app/Help.h"
+
 #include <QCheckBox>
 #include <QDir>
 #include <QFileInfo>
@@ -81,6 +83,7 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     column->addSpacing(10);
     column->addWidget(again);
     column->addStretch(1);
+    OfferHelp(*this, QStringLiteral("start"));
 
     const std::pair<StartChoice, QPushButton*> choices[] = {{StartChoice::ReadKeyboard, read},
                                                             {StartChoice::LastDocument, open},

@@ -6,7 +6,6 @@
 #include "app/FindableSettings.h"
 #include "app/KeyboardMenu.h"
 #include "app/OverviewPage.h"
-#include "app/PageBook.h"
 #include "app/Pages.h"
 #include "app/PreferencesPage.h"
 #include "app/SettingWords.h"
@@ -85,8 +84,8 @@ QWidget* WindowPages::MakeOverview() {
     connect(keyboards, &KeyboardMenu::ConnectionFailed, overview, &OverviewPage::ShowFailure);
     connect(overview, &OverviewPage::ConnectAgainRequested, keyboards, &KeyboardMenu::ConnectAgain);
     connect(overview, &OverviewPage::SimulatedKeyboardRequested, keyboards,
-    connect(overview, &OverviewPage::PlaceChosen, this, &WindowPages::PlaceChosen);
             &KeyboardMenu::ConnectSimulated);
+    connect(overview, &OverviewPage::PlaceChosen, this, &WindowPages::PlaceChosen);
     connect(overview, &OverviewPage::PageRequested, this, [this](const QString& id) {
         Show(id);
         FocusPage();
@@ -96,8 +95,8 @@ QWidget* WindowPages::MakeOverview() {
 
 QWidget* WindowPages::MakeFiles() {
     auto* files = new FilesPage(m_partners.workbench);
-    connect(files, &FilesPage::Stopped, this, &WindowPages::Stopped);
     connect(files, &FilesPage::Reported, this, &WindowPages::Reported);
+    connect(files, &FilesPage::Stopped, this, &WindowPages::Stopped);
     connect(files, &FilesPage::Failed, this, &WindowPages::Failed);
     return TitledPage(tr("Keyboard files"), files);
 }
@@ -134,10 +133,12 @@ WindowPages::Spot WindowPages::Current() const {
     if (m_book == nullptr)
         return {};
     const auto* preferences = m_book->findChild<PreferencesPage*>();
-    return {m_book->Current(), preferences != nullptr ? preferences->CurrentTab() : 0};
+    return {m_book->Current(), preferences != nullptr ? preferences->CurrentTab() : 0,
+            m_book->TypedTexts()};
 }
 
 void WindowPages::ShowAgain(const Spot& spot) {
+    m_book->KeepTexts(spot.texts);
     Show(spot.page);
     if (spot.page == kPreferences)
         m_book->Page(kPreferences)->findChild<PreferencesPage*>()->ShowTab(spot.tab);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/Failure.h"
+#include "app/PageBook.h"
 #include "app/QuickFind.h"
 
 #include <QLatin1String>
@@ -22,7 +23,6 @@ class DocumentMenu;
 class EditRequests;
 class KeyboardMenu;
 class KeyboardState;
-class PageBook;
 class Transfers;
 class Workbench;
 
@@ -53,10 +53,11 @@ public:
 
     void Show(const QString& id); // nothing happens for an unknown one
     void FocusPage();             // gives the focus to its first widget
-    // The page, and the tab of the preferences, that are shown.
+    // The page, and the tab of the preferences, that are shown, and what was typed on all pages.
     struct Spot {
         QString page = kOverview;
         int tab = 0;
+        PageBook::Texts texts = {};
     };
     [[nodiscard]] Spot Current() const;
     void ShowAgain(const Spot& spot);
@@ -74,8 +75,8 @@ public:
 signals:
     void Shown(); // another page than before
     void Reported(const QString& text);
-    void Failed(const Failure& failure);
     void Stopped(const QString& text);
+    void Failed(const Failure& failure);
     void PreferencesChanged();                  // by the user
     void AppearanceChanged();                   // likewise; what is shown has the old colours
     void PlaceChosen(const std::string& place); // a setting that was searched

@@ -1,5 +1,6 @@
 // Help: every page has some in both languages, and every setting its description.
 #include "Desk.h"
+#include "app/StartWizard.h"
 
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
@@ -7,6 +8,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRegularExpression>
+#include <QSlider>
 #include <QTextBlock>
 #include <QTextBrowser>
 
@@ -54,6 +56,38 @@ TEST(Help, EveryPageHasSomeUnderItsTitleAndLinksLeadToOtherPages) {
                     << page.toStdString() << " links to " << link.captured(1).toStdString();
             }
         }
+    }
+}
+
+// The window and its menus are blocked meanwhile.
+TEST(Help, DialogsHaveTheirOwnWhichStaysBesideThem) {
+    Desk desk;
+    const auto expectHelp = [](QWidget& dialog, const char* title) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        auto* text = dialog.findChild<QTextBrowser*>(QStringLiteral("helpText"));
+        ASSERT_NE(text, nullptr);
+        EXPECT_TRUE(text->isVisible());
+        EXPECT_EQ(text->document()->firstBlock().text(), QString::fromUtf8(title));
+        EXPECT_GT(text->toPlainText().size(), 200);
+        QTest::keyClick(text, Qt::Key_Escape);
+        EXPECT_FALSE(text->isVisible());
+        EXPECT_TRUE(dialog.isVisible()) << "Esc closes the help alone";
+    };
+    for (const Integer language : kLanguages) {
+        desk.Speak(language);
+        const bool isGerman = language == 1031;
+        app::StartWizard wizard(desk.workbench.Preferences(), true, desk.window.get());
+        wizard.open();
+        expectHelp(wizard, "Start");
+        wizard.close();
+        desk.Page("commonKeyboard");
+        desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+        desk.InDialog([&](QWidget& dialog) {
+            expectHelp(dialog, isGerman ? "Prüfung vor dem Schreiben" : "Review before writing");
+            dialog.close();
+        });
+        desk.window->Transfers().Write();
     }
 }
 

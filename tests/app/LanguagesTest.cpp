@@ -19,10 +19,13 @@
 #include <QAccessible>
 #include <QAction>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMap>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTextBrowser>
 
 #include <fstream>
 
@@ -128,6 +131,30 @@ TEST(Languages, SwitchesToGermanAtOnce) {
     EXPECT_EQ(desk.Find<QSpinBox>("Code39.minSize")->accessibleName(),
               QStringLiteral("Code 39: Kürzester Code"));
     EXPECT_FALSE(desk.workbench.IsModified()) << "changing the language is not an edit";
+}
+
+// The pages are made again for it.
+TEST(Languages, ASwitchKeepsTheHelpTheLogAndTheTextThatIsBeingTyped) {
+    Desk desk;
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    QTest::keyClicks(desk.Find<QLineEdit>("typedText"), QStringLiteral("half a wo"));
+    desk.Page("testDrive");
+    desk.ClickKey("testDriveKeys", 31);
+    const QString log = desk.Find<QPlainTextEdit>("received")->toPlainText();
+    EXPECT_FALSE(log.isEmpty());
+    QTest::keyClick(desk.window.get(), Qt::Key_F1);
+    auto* help = desk.window->findChild<QTextBrowser*>(QStringLiteral("helpText"));
+    ASSERT_NE(help, nullptr);
+    desk.Speak(1031);
+    EXPECT_EQ(desk.Find<QPlainTextEdit>("received")->toPlainText(), log);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->source(), QUrl(QStringLiteral("qrc:/help/de/testDrive.md")));
+    EXPECT_EQ(help->window()->windowTitle(), QStringLiteral("Hilfe"));
+    desk.Speak(1033); // two languages later, too
+    desk.Page("freeProgKeys");
+    EXPECT_EQ(desk.Find<QLineEdit>("typedText")->text(), QStringLiteral("half a wo"));
+    EXPECT_FALSE(desk.workbench.IsModified());
 }
 
 // In a German window no setting has an English word, apart from the names of codes.
