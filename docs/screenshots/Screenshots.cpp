@@ -14,14 +14,17 @@
 #include "app/StartWizard.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "simulator/SimulatedDriver.h"
 #include "views/KeyGrid.h"
 #include "views/QtPlatform.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTimer>
@@ -53,12 +56,16 @@ class Camera {
 public:
     explicit Camera(QString folder) : m_folder(std::move(folder)) {}
 
-    void Take(QWidget& widget, const QString& name) {
+    // Takes the window, with the one that pops up over it if there is one.
+    void Take(QWidget& window, const QString& name, QWidget* popup = nullptr) {
         for (int round = 0; round < 5; ++round) // a layout may ask for another
             QApplication::processEvents();
-        for (const QString& fault : test::LayoutFaults(*widget.window()))
+        for (const QString& fault : test::LayoutFaults(window))
             std::printf("%s: %s\n", qUtf8Printable(name), qUtf8Printable(fault));
-        widget.grab().save(QStringLiteral("%1/%2.png").arg(m_folder, name));
+        QPixmap picture = window.grab();
+        if (popup != nullptr)
+            QPainter(&picture).drawPixmap(window.mapFromGlobal(popup->pos()), popup->grab());
+        picture.save(QStringLiteral("%1/%2.png").arg(m_folder, name));
     }
     // Takes the dialog that the action opens, and leaves it with its button of this name, or gives
     // it up.
@@ -115,18 +122,63 @@ void Edit(app::Workbench& workbench, const char* key, const std::function<void(C
     workbench.Edit(section, [&] { change(dynamic_cast<Control&>(section.Control())); });
 }
 
+// Help on a page, and what the search lists.
+void TakeHelp(Camera& camera, app::MainWindow& window) {
+    window.ShowPage(QStringLiteral("freeProgKeys"));
+    for (auto* action : window.findChildren<QAction*>())
+        if (action->shortcut() == QKeySequence(Qt::Key_F1))
+            action->trigger();
+    auto* help = window.findChild<QWidget*>(QStringLiteral("helpWindow"));
+    camera.Take(*help, QStringLiteral("19-help"));
+    help->close();
+    auto* find = window.findChild<QLineEdit*>(QStringLiteral("quickFind"));
+    find->setFocus();
+    find->setText(QStringLiteral("pos"));
+    emit find->textEdited(find->text());
+    auto* found = find->findChild<QWidget*>(QStringLiteral("quickFindResults"));
+    camera.Take(window, QStringLiteral("19-find"), found);
+    found->hide();
+    find->clear();
+}
+
+// A write that the keyboard does not survive: its notice, the page that settles it, and the
+// question there.
+void TakeInterrupted(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
+    QObject receiver;
+    QObject::connect(&workbench, &app::Workbench::Stepped, &receiver, [&](host::Step step) {
+        if (step == host::Step::Writing)
+            workbench.Simulated()->StopTransferAfter(5);
+    });
+    window.findChild<QWidget*>(QStringLiteral("lblNotice"))->parentWidget()->hide();
+    auto& settle = window.Transfers().questions.recover;
+    const auto ask = std::exchange(
+        settle, [](const QString&, const QString&) { return app::Transfers::Ending::Later; });
+    camera.TakeDialog(
+        QStringLiteral("25-review"), [&] { window.Transfers().Write(); },
+        QStringLiteral("cmdWrite"));
+    workbench.Simulated()->StopTransferAfter(-1);
+    window.ShowPage(QStringLiteral("freeProgKeys"));
+    camera.Take(window, QStringLiteral("25-interrupted-keys"));
+    window.ShowPage(QStringLiteral("overview"));
+    camera.Take(window, QStringLiteral("25-interrupted"));
+    settle = ask;
+    camera.TakeDialog(QStringLiteral("25-settle"), [&] { window.Transfers().Recover(); });
+}
+
 void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {
     ShowPage(window, QStringLiteral("overview"));
     camera.Take(window, QStringLiteral("00-opened"));
     window.ShowPage(QStringLiteral("freeProgKeys"));
     camera.Take(window, QStringLiteral("00-no-key"));
-    QObject::connect(&workbench, &app::Workbench::Stepped, &window, [&](host::Step step) {
-        if (step == host::Step::Checking)
-            camera.Take(window, QStringLiteral("21-writing"));
-    });
+    const auto writing =
+        QObject::connect(&workbench, &app::Workbench::Stepped, &window, [&](host::Step step) {
+            if (step == host::Step::Checking)
+                camera.Take(window, QStringLiteral("21-writing"));
+        });
     camera.TakeDialog(
         QStringLiteral("20-review"), [&] { window.Transfers().Write(); },
         QStringLiteral("cmdWrite"));
+    QObject::disconnect(writing);
     window.Transfers().Read(); // with all sections
     camera.Take(window, QStringLiteral("00-notice"));
     Edit<QXFreeProgKeys>(workbench, "freeProgKeys", [](QXFreeProgKeys& control) {
@@ -208,6 +260,8 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
             app::StartWizard wizard(workbench.Preferences(), isConnected, &window);
             wizard.exec();
         });
+    TakeHelp(camera, window);
+    TakeInterrupted(camera, window, workbench);
 }
 
 } // namespace
