@@ -1,8 +1,8 @@
 #include "app/BackupsPage.h"
 
+#include "app/DifferenceTree.h"
 #include "app/LocalTime.h"
 #include "app/Paths.h"
-#include "app/SettingWords.h"
 #include "host/VisibleText.h"
 #include "views/Bindings.h"
 #include "views/PlainText.h"
@@ -26,20 +26,8 @@ using views::ToQt;
 namespace {
 
 enum Column { kTime, kKeyboard, kUnit, kDocument, kChanges, kColumns };
-enum ChangeColumn { kSetting, kNow, kThen };
 constexpr int kGap = 24;  // pixels between columns
 constexpr int kPause = 5; // milliseconds
-
-QTreeWidget* MakeTable(const char* name, const QString& title, const QStringList& headings) {
-    auto* table = new QTreeWidget;
-    table->setObjectName(QLatin1String(name));
-    table->setAccessibleName(title);
-    table->setHeaderLabels(headings);
-    table->setRootIsDecorated(false);
-    table->setUniformRowHeights(true);
-    table->setAlternatingRowColors(true);
-    return table;
-}
 
 // To their contents, within limits; a heading always has room.
 void FitColumns(QTreeWidget& table, int most) {
@@ -54,13 +42,8 @@ void FitColumns(QTreeWidget& table, int most) {
 } // namespace
 
 BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
-    : QWidget(parent), m_workbench(workbench),
-      m_list(MakeTable(
-          "backups", tr("Backups"),
-          {tr("Time"), tr("Keyboard"), tr("Unit"), tr("Written after it"), tr("Changes")})),
-      m_summary(new QLabel),
-      m_changes(MakeTable("backupChanges", tr("Changes"),
-                          {tr("Setting"), tr("In the document"), tr("In the backup")})),
+    : QWidget(parent), m_workbench(workbench), m_list(new QTreeWidget), m_summary(new QLabel),
+      m_changes(new DifferenceTree({}, tr("In the document"), tr("In the backup"))),
       m_restore(new QPushButton(tr("&Restore to keyboard…"))),
       m_open(new QPushButton(tr("Open as do&cument"))), m_describing(new QTimer(this)) {
     auto* text =
@@ -78,6 +61,13 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     column->addWidget(parts, 1);
     column->addLayout(MakeButtons());
 
+    m_list->setObjectName(QStringLiteral("backups"));
+    m_list->setAccessibleName(tr("Backups"));
+    m_list->setHeaderLabels(
+        {tr("Time"), tr("Keyboard"), tr("Unit"), tr("Written after it"), tr("Changes")});
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setAlternatingRowColors(true);
     m_list->headerItem()->setToolTip(kDocument, tr("The document that was written next"));
     m_list->headerItem()->setToolTip(
         kChanges, tr("How many settings of the backup differ from the document"));
@@ -96,6 +86,8 @@ QWidget* BackupsPage::MakePreview() {
     m_summary->setObjectName(QStringLiteral("backupSummary"));
     m_summary->setTextFormat(Qt::PlainText);
     m_summary->setWordWrap(true);
+    m_changes->setObjectName(QStringLiteral("backupChanges"));
+    connect(m_changes, &DifferenceTree::Chosen, this, &BackupsPage::PlaceChosen);
     auto* preview = new QWidget;
     auto* column = new QVBoxLayout(preview);
     column->setContentsMargins({});
@@ -186,9 +178,8 @@ void BackupsPage::DescribeNext() {
 }
 
 void BackupsPage::ShowPreview() {
-    m_changes->clear();
+    m_changes->Fill({});
     m_changes->setEnabled(Chosen() != nullptr);
-    FitColumns(*m_changes, width() / 2);
     if (Chosen() == nullptr)
         return m_summary->setText(m_backups.empty() ? QString()
                                                     : tr("Choose a backup to see its changes."));
@@ -199,16 +190,10 @@ void BackupsPage::ShowPreview() {
                                ? tr("The backup has the same settings as the document.")
                                : tr("%n setting(s) of the backup differ from the document.", "",
                                     static_cast<int>(changes.size())));
-        for (const host::Difference& change : changes) {
-            auto* item = new QTreeWidgetItem(
-                m_changes, {NameText(change.name), ValueText(change.from), ValueText(change.to)});
-            for (int column = kSetting; column <= kThen; ++column)
-                item->setToolTip(column, views::Plain(item->text(column)));
-        }
+        m_changes->Fill(changes);
     } catch (const std::exception& error) {
         m_summary->setText(FailureOf(tr("The backup cannot be compared."), error).text);
     }
-    FitColumns(*m_changes, width() / 2);
 }
 
 const host::BackupEntry* BackupsPage::Chosen() const {

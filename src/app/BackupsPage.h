@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+#include <string>
 #include <vector>
 
 class QLabel;
@@ -15,6 +16,8 @@ class QTimer;
 class QTreeWidget;
 
 namespace qx::app {
+
+class DifferenceTree;
 
 class BackupsPage : public QWidget {
     Q_OBJECT
@@ -27,6 +30,7 @@ public:
 signals:
     void RestoreRequested(const host::BackupEntry& backup); // backup to keyboard
     void OpenRequested(const QString& file);                // the backup's document
+    void PlaceChosen(const std::string& place);             // of a setting that differs
     void Failed(const Failure& failure);
 
 protected:
@@ -45,7 +49,7 @@ private:
     std::vector<host::BackupEntry> m_backups; // as listed
     QTreeWidget* m_list;
     QLabel* m_summary;
-    QTreeWidget* m_changes;
+    DifferenceTree* m_changes;
     QPushButton* m_restore;
     QPushButton* m_open;
     QTimer* m_describing; // one backup at a time, so that many do not hold up the window

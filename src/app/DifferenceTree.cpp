@@ -44,11 +44,10 @@ DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
             choose(item);
     });
     connect(this, &QTreeWidget::itemActivated, this, choose); // Enter or a double click
-    if (const QTreeWidgetItem* section = topLevelItem(0))
-        setCurrentItem(section->child(0));
 }
 
 void DifferenceTree::Fill(const std::vector<host::Difference>& differences) {
+    clear();
     std::map<std::string_view, QTreeWidgetItem*> sections;
     QFont underlined = font();
     underlined.setUnderline(true);
@@ -74,6 +73,8 @@ void DifferenceTree::Fill(const std::vector<host::Difference>& differences) {
         item->setToolTip(kShow, tr("Show this change on its page"));
     }
     expandAll();
+    if (const QTreeWidgetItem* section = topLevelItem(0))
+        setCurrentItem(section->child(0));
 }
 
 } // namespace qx::app

@@ -18,11 +18,11 @@ public:
     DifferenceTree(const std::vector<host::Difference>& differences, const QString& from,
                    const QString& to, QWidget* parent = nullptr);
 
+    // Shows these differences in place of the others.
+    void Fill(const std::vector<host::Difference>& differences);
+
 signals:
     void Chosen(const std::string& place);
-
-private:
-    void Fill(const std::vector<host::Difference>& differences);
 };
 
 } // namespace qx::app

@@ -105,6 +105,7 @@ QWidget* WindowPages::MakeBackups() {
     auto* backups = new BackupsPage(m_partners.workbench);
     connect(backups, &BackupsPage::RestoreRequested, &m_partners.transfers, &Transfers::Restore);
     connect(backups, &BackupsPage::OpenRequested, &m_partners.documents, &DocumentMenu::OpenCopy);
+    connect(backups, &BackupsPage::PlaceChosen, this, &WindowPages::PlaceChosen);
     connect(backups, &BackupsPage::Failed, this, &WindowPages::Failed);
     return TitledPage(tr("Backups"), backups);
 }
