@@ -80,10 +80,6 @@ QString CauseText(const host::Error& error) {
     const QString name = ToQt(error.name);
     const QString other = ToQt(error.other);
     switch (error.Why()) {
-    case Cause::NoSuchBackup:
-        return Errors::tr("There is no backup %1.").arg(name);
-    case Cause::NoSuchWrite:
-        return Errors::tr("There is no record of an interrupted write %1.").arg(name);
     case Cause::WritesInterrupted:
         return Errors::tr("The keyboard holds parts of several interrupted writes.");
     case Cause::DriverTakesNoKeyboard:
@@ -128,12 +124,8 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("The %1 could not be saved in %2.").arg(KindOfFile(error.name), file);
     case Cause::FileNotLoaded:
         return Errors::tr("The %1 could not be loaded from %2.").arg(KindOfFile(error.name), file);
-    case Cause::FileNotConverted:
-        return Errors::tr("%1 could not be converted.").arg(file);
     case Cause::CodePageNotRead:
         return Errors::tr("The keyboard's code page could not be read.");
-    case Cause::LayerNotSelected:
-        return Errors::tr("The layer could not be selected.");
     case Cause::PositionModeNotEntered:
     case Cause::PositionModeNotLeft:
     case Cause::KeysNotAsked:
@@ -151,8 +143,6 @@ QString CauseText(const host::Error& error) {
             .arg(SectionOf(error));
     case Cause::KeyboardUnknown:
         return Errors::tr("It could not be determined which keyboard this is.");
-    case Cause::NoLayers:
-        return Errors::tr("This keyboard has no layered function keys.");
     case Cause::EntriesUnreadable:
         return Errors::tr("Entries of the keyboard's configuration directory could not be read: "
                           "%1, the first of them entry %2.")
@@ -177,9 +167,6 @@ QString CauseText(const host::Error& error) {
     case Cause::NotRecorded:
         return Errors::tr("The keyboard was written, read back and verified, but the write "
                           "could not be recorded.");
-    case Cause::UnprovedNotRecorded:
-        return Errors::tr("The keyboard was written and not read back; the write could not be "
-                          "recorded.");
     case Cause::LoadNotRecorded:
         return Errors::tr("The file was loaded into the keyboard, but that could not be recorded.");
     case Cause::EntryNotEnded:
@@ -214,8 +201,6 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("There is no folder for the preferences.");
     case Cause::UnsavedWorkDamaged:
         return Errors::tr("%1 is not a copy of unsaved work, or is damaged.").arg(file);
-    case Cause::SheetNotMade:
-        return Errors::tr("The key sheet could not be made.");
     case Cause::ReadBackDiffers:
         return ReadBackText(error);
     case Cause::OtherKeyboard:
@@ -253,13 +238,6 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("The keyboard's contents do not match the interrupted write (%1). The "
                           "record of the write is kept.")
             .arg(FirstWrite(error));
-    case Cause::NotTheUnit:
-        return Errors::tr("This is another keyboard: its identifier is %1, not %2.")
-            .arg(name.isEmpty() ? Errors::tr("none") : name, other);
-    case Cause::IdentifierReplaced:
-        return Errors::tr("The keyboard's identifier is replaced by that of another keyboard.");
-    case Cause::IdentifierGiven:
-        return Errors::tr("The keyboard has no identifier and is given that of the document.");
     case Cause::KeyboardDamaged:
         return Errors::tr("A part of the keyboard's memory is damaged: %1").arg(Faults(error));
     case Cause::KeyboardBusy:
@@ -277,12 +255,20 @@ QString CauseText(const host::Error& error) {
     case Cause::DocumentFaults:
         return file.isEmpty() ? Errors::tr("The document has faults: %1").arg(Faults(error))
                               : Errors::tr("%1 has faults: %2").arg(file, Faults(error));
-    case Cause::SectionsAbsent:
-        return Errors::tr("The keyboard lacks modules that the document has settings for: %1")
-            .arg(Faults(error));
-    // The others are of batches and the command line, which the application has no part in.
     case Cause::Unforeseen:
+    // The others are of batches, the command line and scripts; the application never meets them.
     case Cause::WrongUsage:
+    case Cause::NoSuchBackup:
+    case Cause::NoSuchWrite:
+    case Cause::FileNotConverted:
+    case Cause::LayerNotSelected:
+    case Cause::NoLayers:
+    case Cause::UnprovedNotRecorded:
+    case Cause::SheetNotMade:
+    case Cause::NotTheUnit:
+    case Cause::IdentifierReplaced:
+    case Cause::IdentifierGiven:
+    case Cause::SectionsAbsent:
     case Cause::WriteToForgetUnclear:
     case Cause::IdentifierLeftOut:
     case Cause::WriteRolledBack:
@@ -303,8 +289,9 @@ QString SuggestionText(const host::Error& error) {
     using host::Suggestion;
     switch (error.suggestion) {
     case Suggestion::None:
-    case Suggestion::NameWrite:  // a list to choose from is shown
-    case Suggestion::SkipAbsent: // done anyway
+    case Suggestion::NameWrite:          // a list to choose from is shown
+    case Suggestion::SkipAbsent:         // done anyway
+    case Suggestion::LeaveOutIdentifier: // the review warns
         return {};
     case Suggestion::Recover:
         return error.holds == host::Holds::Unknown
@@ -330,8 +317,6 @@ QString SuggestionText(const host::Error& error) {
         return Errors::tr("Start the program with the option --model to choose a model.");
     case Suggestion::LeaveOutKeyboard:
         return Errors::tr("Start the program without the options --keyboard and --model.");
-    case Suggestion::LeaveOutIdentifier:
-        return Errors::tr("A document for several keyboards should leave the identifier out.");
     case Suggestion::MoveFileAway:
         return error.place.file.empty()
                    ? Errors::tr("Move the file to another folder once you have dealt with it.")

@@ -18,9 +18,9 @@ namespace qx::app {
 
 namespace {
 
-QString Text(const char* text) {
-    return QCoreApplication::translate("Failures", text);
-}
+struct Failures {
+    Q_DECLARE_TR_FUNCTIONS(Failures)
+};
 
 QString Lines(QStringList lines) {
     lines.removeAll(QString());
@@ -39,18 +39,14 @@ QString LossText(const host::Loss& loss) {
     const auto lost = [&] {
         switch (loss.kind) {
         case host::Loss::Kind::NumberLimited:
-            return Text(QT_TRANSLATE_NOOP(
-                "Failures", "%1: a number was limited to those that a document can hold (%2)."));
+            return Failures::tr("%1: a number was limited to those that a document can hold (%2).");
         case host::Loss::Kind::TextCut:
-            return Text(QT_TRANSLATE_NOOP("Failures",
-                                          "%1: a text was cut to what a keyboard can hold (%2)."));
+            return Failures::tr("%1: a text was cut to what a keyboard can hold (%2).");
         case host::Loss::Kind::CodesLeftOut:
-            return Text(QT_TRANSLATE_NOOP(
-                "Failures",
-                "%1: codes that no keyboard can hold were left out of a sequence (%2)."));
+            return Failures::tr(
+                "%1: codes that no keyboard can hold were left out of a sequence (%2).");
         case host::Loss::Kind::SequenceCut:
-            return Text(QT_TRANSLATE_NOOP(
-                "Failures", "%1: a sequence was cut to what a keyboard can hold (%2)."));
+            return Failures::tr("%1: a sequence was cut to what a keyboard can hold (%2).");
         }
         return QString();
     };
@@ -59,20 +55,18 @@ QString LossText(const host::Loss& loss) {
 
 QString WarningText(const host::Error& warning) {
     const QString text = CauseText(warning);
-    return warning.Status() ? Text(QT_TRANSLATE_NOOP("Failures", "%1 (Driver's status: %2)"))
+    return warning.Status() ? Failures::tr("%1 (Driver's status: %2)")
                                   .arg(text, QString::number(*warning.Status()))
                             : text;
 }
 
 QString NotRestoredText(const host::NotRestored& part) {
     if (part.section.empty())
-        return Text(
-                   QT_TRANSLATE_NOOP(
-                       "Failures", "Bytes of the backup for which this keyboard has no place: %1."))
+        return Failures::tr("Bytes of the backup for which this keyboard has no place: %1.")
             .arg(part.bytes);
     const QString title = SectionTitle(part.section);
-    return Text(QT_TRANSLATE_NOOP("Failures", "%1: not all of this is in the backup; the rest "
-                                              "stays as it is."))
+    return Failures::tr("%1: not all of this is in the backup; the rest "
+                        "stays as it is.")
         .arg(title.isEmpty() ? QString::fromStdString(part.section) : title);
 }
 
@@ -95,31 +89,26 @@ QString WriteFailureText(const host::Error& error) {
     using host::Holds;
     const Cause cause = error.Why();
     const QString why = CauseText(error);
-    const bool isWhole = cause == Cause::NotRecorded || cause == Cause::UnprovedNotRecorded ||
-                         cause == Cause::LoadNotRecorded || cause == Cause::Stopped;
+    const bool isWhole =
+        cause == Cause::NotRecorded || cause == Cause::LoadNotRecorded || cause == Cause::Stopped;
     if (isWhole || !error.holds)
         return why;
     switch (*error.holds) {
     case Holds::NotTouched:
-        return Lines({Text(QT_TRANSLATE_NOOP("Failures", "Nothing was written.")), why});
+        return Lines({Failures::tr("Nothing was written."), why});
     case Holds::Old:
         return Lines(
-            {Text(QT_TRANSLATE_NOOP(
-                 "Failures", "Nothing has changed: the keyboard holds what it held before.")),
-             why});
+            {Failures::tr("Nothing has changed: the keyboard holds what it held before."), why});
     case Holds::New:
         return cause == Cause::ReadBackDiffers
-                   ? Text(QT_TRANSLATE_NOOP(
-                         "Failures", "The keyboard holds everything that was to be written, but "
-                                     "only the second reading showed it."))
-                   : Text(QT_TRANSLATE_NOOP(
-                         "Failures", "The keyboard holds everything that was to be written, but "
-                                     "the driver reported a failure."));
+                   ? Failures::tr("The keyboard holds everything that was to be written, but "
+                                  "only the second reading showed it.")
+                   : Failures::tr("The keyboard holds everything that was to be written, but "
+                                  "the driver reported a failure.");
     case Holds::PartlyWritten:
-        return Lines({Text(QT_TRANSLATE_NOOP("Failures", "The keyboard is partly written.")), why});
+        return Lines({Failures::tr("The keyboard is partly written."), why});
     case Holds::Unknown:
-        return Lines(
-            {Text(QT_TRANSLATE_NOOP("Failures", "The keyboard may be partly written.")), why});
+        return Lines({Failures::tr("The keyboard may be partly written."), why});
     }
     return why;
 }

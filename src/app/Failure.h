@@ -37,7 +37,7 @@ struct Failure {
 //   PartlyWritten   "The keyboard is partly written." and the cause
 //   Unknown         "The keyboard may be partly written." and the cause
 //
-// Stopped, NotRecorded, UnprovedNotRecorded and LoadNotRecorded include the keyboard's contents in
+// Stopped, NotRecorded and LoadNotRecorded include the keyboard's contents in
 // the cause, which is then the whole text. FailureOf adds the suggestion.
 [[nodiscard]] QString WriteFailureText(const host::Error& error);
 
