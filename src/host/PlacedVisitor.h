@@ -22,6 +22,21 @@ class PlacedVisitor : public FieldVisitor {
 public:
     explicit PlacedVisitor(std::string_view section) : m_place("/" + std::string(section)) {}
 
+    // These keep the values.
+    bool Flag(const Field& /*field*/, bool fValue) override { return fValue; }
+    Integer Number(const Field& /*field*/, Integer nValue, Integer /*nMin*/,
+                   Integer /*nMax*/) override {
+        return nValue;
+    }
+    std::vector<Integer> Keys(const Field& /*field*/, const std::vector<Integer>& keys,
+                              Integer /*nMin*/, Integer /*nMax*/,
+                              const PositionCodeOf& /*positionCodeOf*/) override {
+        return keys;
+    }
+    std::string Text(const Field& /*field*/, const std::string& sValue,
+                     std::size_t /*maxUnits*/) override {
+        return sValue;
+    }
     void Object(const Field& field, const std::function<void()>& members) override {
         Within(PlaceOf(field), members);
     }

@@ -65,20 +65,6 @@ public:
     SequenceWalk(std::string_view section, Found found)
         : PlacedVisitor(section), m_found(std::move(found)) {}
 
-    bool Flag(const Field& /*field*/, bool fValue) override { return fValue; }
-    Integer Number(const Field& /*field*/, Integer nValue, Integer /*nMin*/,
-                   Integer /*nMax*/) override {
-        return nValue;
-    }
-    std::vector<Integer> Keys(const Field& /*field*/, const std::vector<Integer>& keys,
-                              Integer /*nMin*/, Integer /*nMax*/,
-                              const PositionCodeOf& /*positionCodeOf*/) override {
-        return keys;
-    }
-    std::string Text(const Field& /*field*/, const std::string& sValue,
-                     std::size_t /*maxUnits*/) override {
-        return sValue;
-    }
     void Sequence(const Field& field, KeySequence& sequence, Integer /*nSlot*/) override {
         m_found(PlaceOf(field), sequence);
     }

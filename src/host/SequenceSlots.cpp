@@ -12,17 +12,6 @@ public:
     SlotTaker(const Section& section, std::map<std::string, SequenceSlots::Slot>& slots)
         : PlacedVisitor(section.Info().key), m_slots(slots) {}
 
-    bool Flag(const Field& /*field*/, bool fValue) override { return fValue; }
-    Integer Number(const Field& /*field*/, Integer nValue, Integer, Integer) override {
-        return nValue;
-    }
-    std::vector<Integer> Keys(const Field& /*field*/, const std::vector<Integer>& keys, Integer,
-                              Integer, const PositionCodeOf&) override {
-        return keys;
-    }
-    std::string Text(const Field& /*field*/, const std::string& sValue, std::size_t) override {
-        return sValue;
-    }
     void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override {
         const std::string place = PlaceOf(field);
         m_slots.insert_or_assign(m_element.empty() ? place : m_element,
