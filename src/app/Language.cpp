@@ -37,6 +37,10 @@ public:
     }
 };
 
+std::string LanguageCode() {
+    return QLocale().name().section(u'_', 0, 0).toStdString();
+}
+
 Language::Language() : m_program(std::make_unique<Texts>()) {}
 
 Language::~Language() = default;

@@ -6,6 +6,7 @@
 #include <QTranslator>
 
 #include <memory>
+#include <string>
 
 namespace qx::app {
 
@@ -20,6 +21,9 @@ inline constexpr ProgramLanguage kLanguages[] = {
     {1031, "de", "Deutsch"},
     {1033, "en", "English"},
 };
+
+// The code of the program's language, "de".
+[[nodiscard]] std::string LanguageCode();
 
 class Language {
 public:

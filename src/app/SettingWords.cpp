@@ -1,10 +1,10 @@
 #include "app/SettingWords.h"
 
+#include "app/Language.h"
 #include "app/sections/Entries.h"
 #include "views/LineIcon.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 #include <algorithm>
 #include <string>
@@ -41,10 +41,6 @@ std::vector<std::string> TranslatedSteps(const host::SettingName& name) {
 }
 
 } // namespace
-
-std::string LanguageCode() {
-    return QLocale().name().section(u'_', 0, 0).toStdString();
-}
 
 QString SectionTitle(std::string_view sectionKey) {
     const SectionEntry* entry = EntryOf(sectionKey);

@@ -15,9 +15,6 @@ namespace qx::app {
 enum class PageGroup;
 struct SectionEntry;
 
-// The code of the program's language, "de".
-[[nodiscard]] std::string LanguageCode();
-
 // The name of a section: "Magnetic card reader"; empty for an unknown key.
 [[nodiscard]] QString SectionTitle(std::string_view sectionKey);
 // The group of pages that it belongs to; Tools for an unknown key.

@@ -1,4 +1,5 @@
 #include "app/EditRequests.h"
+#include "app/Language.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
 #include "host/OptionCaptions.h"
@@ -46,10 +47,10 @@ constexpr std::array<Integer, kBarcodeOptionPages> kOptionsInUse = {5, 6, 10, 7,
 
 constexpr auto kSequence = static_cast<Integer>(kTrackSlotSize);
 
-class BarcodeFace : public FaceOf<QXBarcode> {
+class BarcodeFace : public SequenceFaceOf<QXBarcode> {
     Q_DECLARE_TR_FUNCTIONS(BarcodeFace)
 public:
-    using FaceOf::FaceOf;
+    using SequenceFaceOf::SequenceFaceOf;
 
     void NameOptions(const host::OptionCaptions& captions) override { m_captions = captions; }
 
@@ -117,11 +118,6 @@ public:
         if (!place.numbers.empty())
             widget += '.' + std::to_string(place.numbers[0]);
         m_view->Reveal(QString::fromStdString(widget));
-    }
-
-    void ShowReleases(bool isWanted) override {
-        Control().chkShowDetails.Value = isWanted ? 1 : 0;
-        Control().chkShowDetails_Click();
     }
 
 private:

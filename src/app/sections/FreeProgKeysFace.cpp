@@ -17,10 +17,10 @@ constexpr SettingWord kWords[] = {
     {"positionCode", QT_TRANSLATE_NOOP("SettingWords", "Key")},
 };
 
-class FreeProgKeysFace : public FaceOf<QXFreeProgKeys> {
+class FreeProgKeysFace : public SequenceFaceOf<QXFreeProgKeys> {
     Q_DECLARE_TR_FUNCTIONS(FreeProgKeysFace)
 public:
-    using FaceOf::FaceOf;
+    using SequenceFaceOf::SequenceFaceOf;
 
     void Translate() override {
         Control().SetButtonEdit(ButtonText(tr("Edit…"), tr("Edit the current key's sequence")));
@@ -87,11 +87,6 @@ public:
 
     void Apply(const QXProgSettings& preferences) override {
         Control().KeyFontSizeChanged(preferences.KeyFontSize());
-    }
-
-    void ShowReleases(bool isWanted) override {
-        Control().chkShowDetails.Value = isWanted ? 1 : 0;
-        Control().chkShowDetails_Click();
     }
 
 private:

@@ -19,11 +19,11 @@ constexpr SettingWord kWords[] = {
     {"description", QT_TRANSLATE_NOOP("SettingWords", "Description")},
 };
 
-class LayeredFuncKeysFace : public FaceOf<QXLayeredFuncKeys> {
+class LayeredFuncKeysFace : public SequenceFaceOf<QXLayeredFuncKeys> {
     Q_DECLARE_TR_FUNCTIONS(LayeredFuncKeysFace)
 public:
     explicit LayeredFuncKeysFace(QXLayeredFuncKeys& control)
-        : FaceOf(control),
+        : SequenceFaceOf(control),
           m_refreshed(control.Refreshed.Subscribe([this] { ShowLayerOnKeyboard(); })) {}
 
     void Translate() override {
@@ -97,11 +97,6 @@ public:
         Control().spinLayer_Change();
         if (place.numbers.size() > 1)
             Control().cmdFuncKey_Click(place.numbers[1]);
-    }
-
-    void ShowReleases(bool isWanted) override {
-        Control().chkShowDetails.Value = isWanted ? 1 : 0;
-        Control().chkShowDetails_Click();
     }
 
 private:

@@ -37,10 +37,10 @@ host::KeyboardContent AbleKeyboard() {
     return content;
 }
 
-class MagnetCardFace : public FaceOf<QXMagnetCard> {
+class MagnetCardFace : public SequenceFaceOf<QXMagnetCard> {
     Q_DECLARE_TR_FUNCTIONS(MagnetCardFace)
 public:
-    using FaceOf::FaceOf;
+    using SequenceFaceOf::SequenceFaceOf;
 
     void Translate() override {
         const auto word = [](std::string_view key) {
@@ -123,11 +123,6 @@ public:
         Control().SetKeyboard(&session.Access());
         ListTracks();
         Control().SetKeyboard(nullptr);
-    }
-
-    void ShowReleases(bool isWanted) override {
-        Control().chkShowDetails.Value = isWanted ? 1 : 0;
-        Control().chkShowDetails_Click();
     }
 
 private:

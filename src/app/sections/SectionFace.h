@@ -120,6 +120,18 @@ private:
     C& m_control;
 };
 
+// The same for a control with a check box for the releases of keys.
+template <typename C>
+class SequenceFaceOf : public FaceOf<C> {
+public:
+    using FaceOf<C>::FaceOf;
+
+    void ShowReleases(bool isWanted) override {
+        this->Control().chkShowDetails.Value = isWanted ? 1 : 0;
+        this->Control().chkShowDetails_Click();
+    }
+};
+
 template <typename Face, typename Control>
 [[nodiscard]] std::unique_ptr<SectionFace> MakeFace(ModuleControl& control) {
     return std::make_unique<Face>(dynamic_cast<Control&>(control));
