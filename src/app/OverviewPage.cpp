@@ -5,7 +5,6 @@
 #include "app/ModuleCards.h"
 #include "app/SelectionPanel.h"
 #include "views/Bindings.h"
-#include "views/LineIcon.h"
 #include "views/PlainText.h"
 #include "views/TitleFont.h"
 

@@ -1,7 +1,5 @@
 #include "com/Class.h"
 
-#include "qxcontrols/common/Utf.h"
-
 #include <algorithm>
 
 namespace qx::com {

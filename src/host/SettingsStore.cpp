@@ -1,7 +1,6 @@
 #include "host/SettingsStore.h"
 
 #include "files/Files.h"
-#include "files/SystemTexts.h"
 #include "host/Error.h"
 #include "host/IniFile.h"
 #include "qxcontrols/common/Utf.h"

@@ -1,6 +1,5 @@
 #include "host/sections/Sections.h"
 
-#include "host/Json.h"
 #include "host/KeyboardContent.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"

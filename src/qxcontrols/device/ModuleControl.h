@@ -51,6 +51,7 @@ public:
 
     // The shared services; null clears. The keyboard is required before any transfer, the layout
     // for the names of keys; without preferences their defaults apply.
+    [[nodiscard]] QXKeyboardAccess* Keyboard() const { return m_keyboard; }
     void SetKeyboard(QXKeyboardAccess* keyboard);
     void SetLayoutSource(QXKeyboardLayoutData* layout);
     void SetPrefSource(QXProgSettings* preferences);
@@ -118,7 +119,6 @@ protected:
         }
     }
 
-    [[nodiscard]] QXKeyboardAccess* Keyboard() const { return m_keyboard; }
     [[nodiscard]] QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
     [[nodiscard]] QXProgSettings* PrefSource() const { return m_preferences; }
     [[nodiscard]] const Platform& Services() const { return m_platform; }

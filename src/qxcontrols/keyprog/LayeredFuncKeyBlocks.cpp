@@ -1,6 +1,7 @@
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 
 #include "qxcontrols/blocks/BlockRoutines.h"
+#include "qxcontrols/common/LittleEndian.h"
 #include "qxcontrols/common/Trace.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/device/QXKeyboardAccess.h"
@@ -99,6 +100,21 @@ void WriteFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress, const Guid& gui
         else
             keyboard.WriteByteIntoImage(lAddress + offset, number);
     });
+}
+
+Guid GuidFromBytes(std::string_view sBytes) {
+    Guid guid;
+    VisitGuid(guid, [&](Long offset, auto& number) {
+        using Number = std::remove_reference_t<decltype(number)>;
+        number = FromLittleEndian<Number>(sBytes.data() + offset);
+    });
+    return guid;
+}
+
+std::string GuidToBytes(const Guid& guid) {
+    std::string bytes;
+    VisitGuid(guid, [&](Long /*offset*/, auto number) { bytes += LittleEndian(number); });
+    return bytes;
 }
 
 void ReadFuncKeyDescriptions(QXKeyboardAccess& keyboard, FuncKeyLayers& layers) {

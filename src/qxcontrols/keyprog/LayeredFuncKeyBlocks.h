@@ -38,6 +38,9 @@ void DecodeFuncKeySequences(std::string_view sBlock, FuncKeyLayers& layers);
 // The identifier at its area's base address. Parts that the driver refuses to read are 0.
 [[nodiscard]] Guid ReadFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress);
 void WriteFuncKeyGuid(QXKeyboardAccess& keyboard, Long lAddress, const Guid& guid);
+// The same in a copy of the area, which has kGuidSize bytes.
+[[nodiscard]] Guid GuidFromBytes(std::string_view sBytes);
+[[nodiscard]] std::string GuidToBytes(const Guid& guid);
 
 // The descriptions at kFuncKeyDescAddress. A description is written cut to kFuncKeyDescLength
 // units, even if that splits a character beyond the BMP; it is read up to the first 0, with an

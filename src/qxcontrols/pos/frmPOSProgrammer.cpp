@@ -1,6 +1,5 @@
 #include "qxcontrols/pos/frmPOSProgrammer.h"
 
-#include "qxcontrols/common/Text.h"
 #include "qxcontrols/common/Trace.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
