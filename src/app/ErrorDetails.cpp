@@ -73,7 +73,9 @@ QString DetailsText(const host::Error& error) {
     if (error.call) {
         add(Errors::tr("Driver's function: %1"), ToQt(error.call->function));
         add(Errors::tr("Driver's status: %1"), QString::number(error.call->status));
-        add(Errors::tr("Driver's message: %1"), MeaningText(*error.call));
+        if (error.call->meaning != files::WordsOf(error.problem)) // which is worded below
+            add(Errors::tr("Driver's message: %1"), MeaningText(*error.call));
+        add(QStringLiteral("%1"), DeedText(error.problem));
     }
     if (error.problem.deed == files::Deed::None)
         add(Errors::tr("Driver's function: %1"), ToQt(error.problem.subject));

@@ -102,6 +102,14 @@ QString ObstacleText(const files::Problem& problem) {
         return Problems::tr("The driver ended its process with status %1.").arg(problem.number);
     case Obstacle::Crashed:
         return Problems::tr("The driver crashed.");
+    case Obstacle::InUse:
+        return Problems::tr("Another program is using it.");
+    case Obstacle::NotOfKind:
+        return Problems::tr("The file is of another kind, or damaged.");
+    case Obstacle::IsKeyboard:
+        return Problems::tr("It is the file of the simulated keyboard itself.");
+    case Obstacle::OfOtherKeyboard:
+        return Problems::tr("The file has the parameters of another keyboard.");
     case Obstacle::NoSuchModel:
         return Problems::tr("There is neither such a file nor such a model. The built-in models "
                             "are: %1.")

@@ -93,6 +93,14 @@ std::string ObstacleText(const Problem& problem) {
     case Obstacle::Exited:
     case Obstacle::Crashed:
         return "the driver " + HowItEnded(problem);
+    case Obstacle::InUse:
+        return "another program is using it";
+    case Obstacle::NotOfKind:
+        return Joined(problem.names);
+    case Obstacle::IsKeyboard:
+        return "it is the file of the keyboard itself";
+    case Obstacle::OfOtherKeyboard:
+        return "it has the parameters of another keyboard: " + Joined(problem.names, ", not ");
     case Obstacle::NoSuchModel:
         return "there is neither such a file nor such a model; the built-in ones are " +
                Joined(problem.names);
@@ -174,6 +182,14 @@ std::string_view CodeOf(Obstacle obstacle) {
         return "exited";
     case Obstacle::Crashed:
         return "crashed";
+    case Obstacle::InUse:
+        return "in-use";
+    case Obstacle::NotOfKind:
+        return "not-of-kind";
+    case Obstacle::IsKeyboard:
+        return "is-keyboard";
+    case Obstacle::OfOtherKeyboard:
+        return "of-other-keyboard";
     case Obstacle::NoSuchModel:
         return "no-such-model";
     }

@@ -53,8 +53,12 @@ enum class Obstacle {
     EndedByUser,      // while it did not answer
     Exited,           // number: its exit status
     Crashed,          // number: of the signal, or 0; the system's text
-    // Models of simulated keyboards
-    NoSuchModel, // names: the built-in ones; the last
+    // Simulated keyboards
+    InUse,           // by another program
+    NotOfKind,       // or damaged. names: where and how, in English
+    IsKeyboard,      // the file to save in or to load is the keyboard's own
+    OfOtherKeyboard, // names: the model of its parameters, that of the keyboard
+    NoSuchModel,     // names: the built-in ones; the last
 };
 
 // Their names for programs, "write", "no-folder"; the empty text for None.

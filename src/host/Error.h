@@ -117,7 +117,7 @@ enum class Cause {
     JobBusy,      // another batch is working on the job
     OutputLost,   // standard output could not be written
     InputEndless, // standard input. count: the most bytes
-    SheetNotMade, // reason: in the words of the module that makes it
+    SheetNotMade, // reason: why its module cannot be used
 
     // ReadBackDiffers
     ReadBackDiffers, // count: bytes; found, expected: the first; setting: its own, if any
@@ -232,7 +232,7 @@ struct ErrorFacts {
     std::vector<std::string> names{};
     std::vector<std::string> others{};
     std::string reason{};     // a text of a layer that gives no data; see Cause
-    files::Problem problem{}; // of a file, a program or a library
+    files::Problem problem{}; // of a file, a program or a library; also why the call failed
     std::int64_t count = 0;
     Long index = 0;
     Long found = 0;
@@ -272,9 +272,7 @@ private:
 
 // A document that has faults.
 [[nodiscard]] inline Error FaultsOf(const std::string& document, const json::FaultError& error) {
-    return Error(Cause::DocumentFaults,
-                 {.place = {.file = document, .pointer = error.Faults().front().place},
-                  .faults = error.Faults()});
+    return Error(Cause::DocumentFaults, {.place = {.file = document}, .faults = error.Faults()});
 }
 
 // A problem with a file, as an exception.

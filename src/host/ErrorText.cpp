@@ -12,14 +12,12 @@ namespace qx::host {
 
 namespace {
 
-// Why an operation failed: the driver's call, a problem, or the text of a layer below.
+// Why an operation failed: the driver's call, with the meaning of its status, or a problem.
 std::string WithReason(const std::string& what, const Error& error) {
-    if (!error.reason.empty())
-        return what + ": " + error.reason;
-    if (const std::string problem = files::WordsOf(error.problem); !problem.empty())
-        return what + ": " + problem;
-    if (!error.call)
-        return what;
+    if (!error.call) {
+        const std::string problem = files::WordsOf(error.problem);
+        return what + (problem.empty() ? "" : ": ") + problem;
+    }
     const auto& [function, status, meaning] = *error.call;
     return what + ": " + function + " gave status " + std::to_string(status) +
            (meaning.empty() ? "" : " (" + meaning + ")");

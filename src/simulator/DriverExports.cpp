@@ -92,7 +92,7 @@ QX_EXPORT std::int32_t QX_DRIVER_CALL QXSIM_StatusText(std::int32_t status, char
                                                        std::int32_t size) {
     if (text == nullptr || size <= 0)
         return 0;
-    std::string_view words = theDriver ? theDriver->LastError() : theOpeningError;
+    std::string words = theDriver ? theDriver->LastError() : theOpeningError;
     if (words.empty())
         words = qx::sim::StatusText(status);
     words = words.substr(0, static_cast<std::size_t>(size) - 1);

@@ -1,8 +1,7 @@
 #include "simulator/KeyboardMemory.h"
 
 #include "files/SystemTexts.h"
-#include "qxcontrols/common/LittleEndian.h"
-#include "qxcontrols/platform/GuidCreator.h"
+#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "qxcontrols/readers/MagneticBlocks.h"
@@ -33,9 +32,7 @@ std::string FactoryMagnetConfig() {
 }
 
 std::string FactoryGuid() {
-    const Guid guid = GuidCreator().CreateSafeGuid();
-    return LittleEndian(guid.first) + LittleEndian(guid.second) + LittleEndian(guid.third) +
-           std::string(guid.rest.begin(), guid.rest.end());
+    return GuidToBytes(GuidCreator().CreateSafeGuid());
 }
 
 std::string FactoryPOS() {
@@ -73,9 +70,9 @@ const std::filesystem::path& Ordinary(const std::filesystem::path& file) {
     std::error_code ignored;
     const auto status = std::filesystem::status(file, ignored);
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw Failure(Status::KeyboardInvalid, files::TextOf(file) +
-                                                   " is not usable as a simulated "
-                                                   "keyboard: it is not an ordinary file");
+        throw Failure(Status::KeyboardInvalid, {.deed = files::Deed::Read,
+                                                .subject = files::TextOf(file),
+                                                .obstacle = files::Obstacle::NotOrdinary});
     return file;
 }
 
@@ -89,8 +86,9 @@ struct KeyboardMemory::Parts {
 KeyboardMemory::KeyboardMemory(const std::filesystem::path& file, const KeyboardModel& model)
     : m_file(Ordinary(file)), m_lock(file), m_model(model) {
     if (!m_lock.TryLock())
-        throw Failure(Status::KeyboardInUse,
-                      files::TextOf(file) + " is being used by another program");
+        throw Failure(Status::KeyboardInUse, {.deed = files::Deed::Read,
+                                              .subject = files::TextOf(file),
+                                              .obstacle = files::Obstacle::InUse});
     if (!std::filesystem::exists(file)) {
         Store(FactoryContent(model));
         return;
@@ -124,9 +122,10 @@ KeyboardMemory::Parts KeyboardMemory::PartsOf(const std::filesystem::path& file)
         return {KeyboardModel::FromJson(std::move(parts[0])),
                 {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])}};
     } catch (const std::exception& error) {
-        throw Failure(Status::KeyboardInvalid,
-                      files::TextOf(file) +
-                          " is not usable as a simulated keyboard: " + error.what());
+        throw Failure(Status::KeyboardInvalid, {.deed = files::Deed::Read,
+                                                .subject = files::TextOf(file),
+                                                .obstacle = files::Obstacle::NotOfKind,
+                                                .names = {error.what()}});
     }
 }
 

@@ -61,11 +61,9 @@ Long SimulatedDriver::Value(Long lRefused, const std::function<Long()>& function
     ++m_calls;
     if (m_isBusy)
         return lRefused;
-    m_lastError.clear();
-    if (m_fault && (m_calls == m_fault->call || (m_fault->forEver && m_calls > m_fault->call))) {
-        m_lastError = "an injected fault";
+    m_problem = {};
+    if (m_fault && (m_calls == m_fault->call || (m_fault->forEver && m_calls > m_fault->call)))
         return m_fault->status;
-    }
     struct Busy {
         bool& flag;
         explicit Busy(bool& isBusy) : flag(isBusy) { flag = true; }
@@ -81,14 +79,11 @@ Long SimulatedDriver::Call(const std::function<Status()>& function) {
             status = function();
         } catch (const Failure& failure) {
             status = failure.Why();
-            m_lastError = failure.what();
+            m_problem = failure.What();
         } catch (const std::exception& error) {
-            m_lastError = error.what();
+            m_problem = files::ProblemOf(error);
         } catch (...) { // progress handlers may throw anything
-            m_lastError = "an error of the host";
         }
-        if (status != Status::Ok && m_lastError.empty())
-            m_lastError = StatusText(static_cast<Long>(status));
         return static_cast<Long>(status);
     });
 }

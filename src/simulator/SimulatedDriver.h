@@ -34,9 +34,12 @@ public:
         m_post = post;
     }
 
-    // Why the last call failed; empty if it succeeded.
-    [[nodiscard]] const std::string& LastError() const {
-        return m_lastError;
+    // Why the last call failed, beyond its status; empty if that says it all.
+    [[nodiscard]] const files::Problem& LastProblem() const {
+        return m_problem;
+    }
+    [[nodiscard]] std::string LastError() const {
+        return files::WordsOf(m_problem);
     }
     // The open keyboard's model. Throws std::logic_error while it is not open.
     [[nodiscard]] const KeyboardModel& Model() const;
@@ -120,7 +123,7 @@ private:
     void PostProgress(Long lPercent) const;
 
     // The file named by a caller. Throws Failure if it is the keyboard's own.
-    [[nodiscard]] std::filesystem::path FileOf(const char* name) const;
+    [[nodiscard]] std::filesystem::path FileOf(const char* name, files::Deed deed) const;
     Status SaveFile(const char* name, const SealedKind& kind,
                     const std::vector<std::string>& parts) const;
     Long LoadProgram(const char* name, const SealedKind& kind,
@@ -143,7 +146,7 @@ private:
     std::optional<RequestedFault> m_fault;
     std::optional<Long> m_stopAfter;
     Lie m_lie;
-    std::string m_lastError;
+    files::Problem m_problem;
 };
 
 } // namespace qx::sim

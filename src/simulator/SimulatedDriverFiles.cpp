@@ -14,25 +14,29 @@ std::vector<std::string> PartsOf(const std::filesystem::path& file, const Sealed
     try {
         return Unseal(kind, bytes);
     } catch (const std::exception& error) {
-        throw Failure(Status::FileInvalid, files::TextOf(file) + ": " + error.what());
+        throw Failure(Status::FileInvalid, {.deed = files::Deed::Read,
+                                            .subject = files::TextOf(file),
+                                            .obstacle = files::Obstacle::NotOfKind,
+                                            .names = {error.what()}});
     }
 }
 
 } // namespace
 
-std::filesystem::path SimulatedDriver::FileOf(const char* name) const {
+std::filesystem::path SimulatedDriver::FileOf(const char* name, files::Deed deed) const {
     if (name == nullptr || *name == '\0')
-        throw Failure(Status::NoArgument, "a file name is missing");
+        throw Failure(Status::NoArgument, {});
     const std::string text = TextFromAnsi(name);
     auto file = files::PathOf(text);
     if (files::IsSameFile(file, m_file))
-        throw Failure(Status::FileInvalid, text + " is the file of the keyboard itself");
+        throw Failure(Status::FileInvalid,
+                      {.deed = deed, .subject = text, .obstacle = files::Obstacle::IsKeyboard});
     return file;
 }
 
 Status SimulatedDriver::SaveFile(const char* name, const SealedKind& kind,
                                  const std::vector<std::string>& parts) const {
-    files::WriteFileAtomically(FileOf(name), Seal(kind, parts));
+    files::WriteFileAtomically(FileOf(name, files::Deed::Write), Seal(kind, parts));
     return Status::Ok;
 }
 
@@ -40,7 +44,7 @@ Long SimulatedDriver::LoadProgram(const char* name, const SealedKind& kind,
                                   std::string KeyboardMemory::Content::*program) {
     return CallOpen([&] {
         KeyboardMemory::Content content = m_keyboard->Stored();
-        content.*program = PartsOf(FileOf(name), kind).front();
+        content.*program = PartsOf(FileOf(name, files::Deed::Read), kind).front();
         m_keyboard->Store(std::move(content));
         return Status::Ok;
     });
@@ -73,14 +77,15 @@ std::int32_t SimulatedDriver::QXCFG_KeyboardParamSave(char* name) {
 
 std::int32_t SimulatedDriver::QXCFG_KeyboardParamLoad(char* name) {
     return CallOpen([&] {
-        std::vector<std::string> parts = PartsOf(FileOf(name), kParameterFile);
+        std::vector<std::string> parts = PartsOf(FileOf(name, files::Deed::Read), kParameterFile);
         const std::string& model = m_keyboard->Model().name;
         KeyboardMemory::Content content = m_keyboard->Stored();
         // Other models use the same addresses for other things.
         if (parts[0] != model || parts[1].size() != content.memory.size())
-            throw Failure(Status::FileInvalid,
-                          std::string(name) + " has the parameters of another keyboard, \"" +
-                              parts[0] + "\", and this one is \"" + model + "\"");
+            throw Failure(Status::FileInvalid, {.deed = files::Deed::Read,
+                                                .subject = TextFromAnsi(name),
+                                                .obstacle = files::Obstacle::OfOtherKeyboard,
+                                                .names = {parts[0], model}});
         content.memory = std::move(parts[1]);
         m_keyboard->Store(std::move(content));
         return Status::Ok;
@@ -92,8 +97,9 @@ std::int32_t SimulatedDriver::QXCFG_ConvertBinFileIntoRomFile(char* source, char
                                                               std::int32_t /*lParam2*/,
                                                               std::int32_t /*lParam3*/) {
     return Call([&] {
-        const std::filesystem::path to = FileOf(destination);
-        std::string program = files::ReadFile(FileOf(source), files::kMostOfProgram);
+        const std::filesystem::path to = FileOf(destination, files::Deed::Write);
+        std::string program =
+            files::ReadFile(FileOf(source, files::Deed::Read), files::kMostOfProgram);
         files::WriteFileAtomically(to, Seal(kProgramFile, {std::move(program)}));
         return Status::Ok;
     });

@@ -2,11 +2,11 @@
 // and error logs contain them.
 #pragma once
 
+#include "files/Problem.h"
 #include "qxcontrols/common/Types.h"
 
-#include <stdexcept>
-#include <string>
 #include <string_view>
+#include <utility>
 
 namespace qx::sim {
 
@@ -31,10 +31,10 @@ enum class Status : Long {
 [[nodiscard]] std::string_view StatusText(Long lStatus);
 
 // A call that cannot be carried out: its status and the reason.
-class Failure : public std::runtime_error {
+class Failure : public files::ProblemError {
 public:
-    Failure(Status status, const std::string& reason)
-        : std::runtime_error(reason), m_status(status) {}
+    Failure(Status status, files::Problem reason)
+        : ProblemError(std::move(reason)), m_status(status) {}
     [[nodiscard]] Status Why() const { return m_status; }
 
 private:

@@ -266,7 +266,9 @@ QStringList WordsOfErrors() {
          suggestion <= static_cast<int>(Suggestion::MoveFileAway); ++suggestion) {
         Error error(Cause::WritingFailed);
         error.suggestion = static_cast<Suggestion>(suggestion);
-        if (error.suggestion != Suggestion::SkipAbsent && error.suggestion != Suggestion::NameWrite)
+        if (error.suggestion != Suggestion::SkipAbsent &&
+            error.suggestion != Suggestion::NameWrite &&
+            error.suggestion != Suggestion::LeaveOutIdentifier)
             texts.append(app::SuggestionText(error));
     }
     for (int deed = 1; deed <= static_cast<int>(files::Deed::Load); ++deed)
@@ -298,6 +300,28 @@ TEST(Languages, ErrorsAreWhollyInTheLanguageOfTheWindow) {
         for (const char* word : {" the ", " is ", " not ", " of ", " and "})
             EXPECT_FALSE(german[i].contains(QLatin1String(word))) << german[i].toStdString();
     }
+}
+
+// The words of the simulated keyboard, too.
+TEST(Languages, AKeyboardThatCannotBeOpenedIsExplainedInTheLanguageOfTheWindow) {
+    Desk desk;
+    desk.Speak(1031);
+    const std::filesystem::path taken = desk.folder / "taken.qxk";
+    sim::SimulatedDriver other(taken, "full");
+    ASSERT_EQ(other.QXCFG_Init(), 0);
+    const std::filesystem::path damaged = desk.folder / "damaged.qxk";
+    std::ofstream(damaged) << "no keyboard";
+    for (const auto& [file, why] :
+         {std::pair(taken, "Ein anderes Programm verwendet die Datei."),
+          std::pair(damaged, "Die Datei ist von anderer Art oder beschädigt.")}) {
+        EXPECT_FALSE(desk.window->Keyboards().Connect({{}, file, {}}));
+        const QString details = desk.window->Keyboards().FailureToConnect().details;
+        EXPECT_TRUE(details.contains(QString::fromUtf8(why))) << details.toStdString();
+        EXPECT_TRUE(details.contains(ToQt(files::TextOf(file)))) << details.toStdString();
+        for (const char* english : {"another", "keyboard:", "offset", "cannot"})
+            EXPECT_FALSE(details.contains(QLatin1String(english))) << details.toStdString();
+    }
+    desk.Speak(1033);
 }
 
 } // namespace
