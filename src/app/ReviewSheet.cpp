@@ -41,7 +41,7 @@ QString IdentifierWarning(const host::WritePlan& plan) {
 }
 
 bool IsIdentifier(const host::Difference& difference) {
-    return difference.place.ends_with("/guid");
+    return difference.place == host::ConfigurationDocument::kIdentifierPlace;
 }
 
 QLabel* NoteOf(const char* name, const QString& text) {

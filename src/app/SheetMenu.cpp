@@ -37,7 +37,7 @@ sheet::KeySheet SheetMenu::Sheet() const {
     const std::string keyboard =
         m_workbench.IsConnected() ? m_workbench.Session().Keyboard().name : std::string();
     const QString date = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
-    return {keyboard, m_workbench.File().filename().string(), date.toStdString(),
+    return {keyboard, files::TextOf(m_workbench.File().filename()), date.toStdString(),
             m_workbench.History().Sections(), m_workbench.Layout()};
 }
 

@@ -1,5 +1,6 @@
 #include "app/UnsavedWork.h"
 
+#include "files/SystemTexts.h"
 #include "host/Error.h"
 
 #include <algorithm>
@@ -30,7 +31,7 @@ host::Json ContentOf(const fs::path& copy) {
             return content;
     } catch (const json::FaultError&) { // may be damaged as well
     }
-    throw host::Error(host::Cause::UnsavedWorkDamaged, {.place = {.file = copy.string()}});
+    throw host::Error(host::Cause::UnsavedWorkDamaged, {.place = {.file = files::TextOf(copy)}});
 }
 
 } // namespace
@@ -94,7 +95,7 @@ fs::path UnsavedWork::LeftCopy::OwnFile() const {
 
 host::ConfigurationDocument UnsavedWork::LeftCopy::Document() const {
     return host::ConfigurationDocument::Parse(host::PrettyText(ContentOf(m_file)[kConfiguration]),
-                                              m_file.string());
+                                              files::TextOf(m_file));
 }
 
 // The copy is deleted before its lock is released, so that nobody can claim a deleted copy.

@@ -44,7 +44,7 @@ Workbench::Workbench(const Platform& platform, Options options)
     try {
         OpenLayout();
     } catch (const host::Error&) { // reported when a keyboard is connected
-        setup::OpenLayout(m_layout, m_options.layouts, setup::PreferredLayout(0));
+        setup::OpenLayout(m_layout, m_options.layouts, setup::LayoutName({}, {}));
     }
     m_configuration = std::make_unique<host::Configuration>(m_platform, &m_layout, &m_preferences);
     m_faces = std::make_unique<SectionFaces>(*m_configuration);
@@ -81,12 +81,9 @@ void Workbench::Connect() {
                            ? QString()
                            : tr("No keyboard was chosen: the simulated keyboard in %1 is used.")
                                  .arg(ToQt(m_driver.unchosen));
-        host::Session::Options options;
-        options.progress = [this](int percent) { emit Progressed(percent); };
-        options.statusText = m_driver.statusText;
-        options.failure = m_driver.failure;
-        m_session =
-            std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(options));
+        m_session = std::make_unique<host::Session>(
+            *m_driver.driver, m_platform,
+            setup::SessionOptions(m_driver, [this](int percent) { emit Progressed(percent); }));
         m_stages.Follow(m_session->Access());
         m_session->Access().SetCommandDelta(m_preferences.CommandDelta());
         m_session->Open();
@@ -287,7 +284,7 @@ void Workbench::TakeDocument(const host::ConfigurationDocument& document,
             section->Show();
         }
     const host::Json* note = document.Find(host::ConfigurationDocument::kKeyboardKey);
-    m_keyboardNote = note == nullptr ? std::nullopt : std::optional(*note);
+    m_keyboardNote = note == nullptr ? nullptr : std::make_unique<host::Json>(*note);
     m_file = file;
     m_isMixture = false;
     if (!IsConnected())
@@ -297,12 +294,12 @@ void Workbench::TakeDocument(const host::ConfigurationDocument& document,
 }
 
 void Workbench::StoreLastDocument() {
-    m_preferences.SetLastDownloadFile(m_file.string());
+    m_preferences.SetLastDownloadFile(files::TextOf(m_file));
     StorePreferences();
 }
 
 QString Workbench::DocumentKeyboard() const {
-    return m_keyboardNote ? ToQt(m_keyboardNote->value("name", "")) : QString();
+    return ToQt(host::KeyboardInfo::In(m_keyboardNote.get()).name);
 }
 
 QString Workbench::KeyboardName() const {
@@ -322,8 +319,6 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
     const host::ConfigurationDocument document = Document();
     try {
         files::WriteFileAtomically(file, document.ToText());
-    } catch (const host::Error&) {
-        throw;
     } catch (const std::exception& error) {
         throw host::FileError(error);
     }

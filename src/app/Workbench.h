@@ -206,7 +206,7 @@ private:
     StartStages m_stages;
     QString m_driverNote;
     std::filesystem::path m_file;
-    std::optional<host::Json> m_keyboardNote; // of the document: which keyboard it is for
+    std::unique_ptr<host::Json> m_keyboardNote; // of the document: which keyboard it is for
     bool m_isMixture = false;
     bool m_isBusy = false;
     bool m_isStopRequested = false;

@@ -10,9 +10,8 @@ namespace qx::app {
 
 void Workbench::NameOptions() {
     std::vector<host::Error> warnings;
-    const auto keyboard = IsConnected()
-                              ? m_session->Keyboard()
-                              : host::KeyboardNamedIn(m_keyboardNote ? &*m_keyboardNote : nullptr);
+    const auto keyboard =
+        IsConnected() ? m_session->Keyboard() : host::KeyboardInfo::In(m_keyboardNote.get());
     m_configuration->SetCaptions(setup::CaptionsFor(keyboard, m_options.records, warnings));
     for (const host::Error& warning : warnings)
         emit Noticed(WarningText(warning));

@@ -1,5 +1,6 @@
 // The Workbench's preferences, and the layout that they choose.
 #include "app/Failure.h"
+#include "app/Paths.h"
 #include "app/Workbench.h"
 #include "setup/LayoutSource.h"
 #include "views/Bindings.h"
@@ -58,17 +59,15 @@ void Workbench::StorePreferences() {
         emit Noticed(FailureOf({}, error).text);
     }
     if (m_store.DamagedFile() != keptBefore)
-        emit Noticed(tr("The damaged preferences are kept in %1.")
-                         .arg(ToQt(m_store.DamagedFile().string())));
+        emit Noticed(
+            tr("The damaged preferences are kept in %1.").arg(ToQt(m_store.DamagedFile())));
 }
 
 void Workbench::OpenLayout() {
-    std::string name = m_options.layout;
-    if (name.empty() && IsConnected() && m_driver.layout)
-        name = m_driver.layout();
-    if (name.empty() || m_preferences.PreferedKeyLang() != 0)
-        name = setup::PreferredLayout(m_preferences.PreferedKeyLang());
-    setup::OpenLayout(m_layout, m_options.layouts, name);
+    const std::string own = IsConnected() && m_driver.layout ? m_driver.layout() : "";
+    setup::OpenLayout(m_layout, m_options.layouts, setup::LayoutName(m_options.layout, own, [this] {
+                          return m_preferences.PreferedKeyLang();
+                      }));
     m_layout.SetShowUpcodes(m_preferences.ShowUpcodes());
 }
 

@@ -1,7 +1,7 @@
 #include "batch/Keyboard.h"
 
 #include "files/Sha256.h"
-#include "qxcontrols/platform/GuidCreator.h"
+#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 
 #include <algorithm>
 
@@ -9,25 +9,8 @@ namespace qx::batch {
 
 namespace {
 
-constexpr std::size_t kGuidSize = 16;
-
-// Little-endian numbers, then bytes, as the keyboard stores it.
-std::string IdentifierText(const std::string& bytes) {
-    if (bytes.size() != kGuidSize)
-        return {};
-    const auto number = [&](std::size_t at, std::size_t size) {
-        std::uint32_t value = 0;
-        for (std::size_t i = size; i > 0; --i)
-            value = value << 8U | static_cast<Byte>(bytes[at + i - 1]);
-        return value;
-    };
-    Guid guid;
-    guid.first = number(0, 4);
-    guid.second = static_cast<std::uint16_t>(number(4, 2));
-    guid.third = static_cast<std::uint16_t>(number(6, 2));
-    for (std::size_t i = 0; i < guid.rest.size(); ++i)
-        guid.rest[i] = static_cast<Byte>(bytes[8 + i]);
-    return ToText(guid);
+std::string IdentifierText(std::string_view bytes) {
+    return bytes.size() == kGuidSize ? ToText(GuidFromBytes(bytes)) : "";
 }
 
 // The unit's connection in the job, on one line.
@@ -37,19 +20,12 @@ std::string PlaceOf(const Unit& unit) {
     return place;
 }
 
-host::Session::Options SessionOptions(const setup::OpenedDriver& driver, const Services& services) {
-    host::Session::Options options;
-    options.statusText = driver.statusText;
-    options.failure = driver.failure;
-    options.progress = services.progress;
-    return options;
-}
-
 } // namespace
 
 Keyboard::Keyboard(setup::OpenedDriver driver, const Services& services)
     : m_services(services), m_driver(std::move(driver)),
-      m_session(*m_driver.driver, services.platform, SessionOptions(m_driver, services)) {
+      m_session(*m_driver.driver, services.platform,
+                setup::SessionOptions(m_driver, services.progress)) {
     m_session.Open();
     m_identifier = ReadIdentifier();
 }
@@ -105,14 +81,10 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
 void Keyboard::WriteDocument(host::Writer& writer,
                              std::unique_ptr<host::Configuration> configuration, const Unit& unit,
                              UnitReport& report) {
-    const auto present =
-        m_session.SectionsIn(*configuration, m_services.skipAbsent, unit.document.get());
     host::Variables variables(unit.variables);
-    auto sections = configuration->Read(*unit.document, variables);
-    const auto absent = host::TakeOutAbsent(sections, present);
-    if (!absent.empty() && !m_services.skipAbsent)
-        throw host::AbsentError(unit.document->Name(), absent);
-    const host::WritePlan plan = writer.Plan(sections, {.repair = m_services.repair});
+    const auto wanted =
+        m_session.Read(*configuration, *unit.document, variables, m_services.skipAbsent);
+    const host::WritePlan plan = writer.Plan(wanted.sections, {.repair = m_services.repair});
     if (plan.GivesIdentifier())
         m_services.warn(unit.name, unit.document->IdentifierWarning(plan.ReplacesIdentifier()));
     host::Writer::Request request;

@@ -5,8 +5,8 @@
 namespace qx::batch {
 
 QXKeyboardLayoutData& Layouts::For(const std::string& ofKeyboard) {
-    const std::string& own = ofKeyboard.empty() ? m_choice.preferred : ofKeyboard;
-    const std::string& name = m_choice.chosen.empty() ? own : m_choice.chosen;
+    const std::string name = setup::LayoutName(m_choice.chosen, ofKeyboard,
+                                               [this] { return m_choice.preferredLanguage; });
     auto& layout = m_layouts[name];
     if (!layout) {
         auto opened = std::make_unique<QXKeyboardLayoutData>();

@@ -12,9 +12,9 @@ namespace qx::batch {
 
 // The names of the layouts that a batch uses.
 struct LayoutChoice {
-    std::filesystem::path folder; // empty: the default folder
-    std::string chosen;           // for all keyboards; empty: each keyboard's own
-    std::string preferred;        // for a keyboard without one
+    std::filesystem::path folder;  // empty: the default folder
+    std::string chosen;            // for all keyboards; empty: each keyboard's own
+    Integer preferredLanguage = 0; // for a keyboard without one, as in the preferences
 };
 
 class Layouts {

@@ -62,6 +62,8 @@ void Take(const json::Value& value, UnitReport& unit) {
     const json::Value error = members.Get("error");
     if (unit.result == Result::Failed)
         unit.error = host::ErrorFrom(error);
+    else if (error.Exists() && !error.AsJson().is_null())
+        error.RefuseAs(json::FaultKind::NotAChoice, "null");
     members.RefuseOthers();
 }
 

@@ -49,7 +49,7 @@ WorkerSettings SettingsFrom(json::Object& members) {
     WorkerSettings settings;
     settings.layouts.folder = PathFrom(members.Get("layouts"));
     json::Take(members.Get("layout"), settings.layouts.chosen);
-    json::Take(members.Get("preferredLayout"), settings.layouts.preferred);
+    json::Take(members.Get("preferredLanguage"), settings.layouts.preferredLanguage);
     settings.records = PathFrom(members.Get("records"));
     json::Take(members.Get("skipAbsent"), settings.skipAbsent);
     json::Take(members.Get("repair"), settings.repair);
@@ -115,7 +115,7 @@ Json ToJson(const Attempt& attempt) {
 std::string LineOf(const WorkerSettings& settings) {
     return LineOf(Json{{"layouts", ToJson(settings.layouts.folder)},
                        {"layout", settings.layouts.chosen},
-                       {"preferredLayout", settings.layouts.preferred},
+                       {"preferredLanguage", settings.layouts.preferredLanguage},
                        {"records", ToJson(settings.records)},
                        {"skipAbsent", settings.skipAbsent},
                        {"repair", settings.repair},

@@ -90,11 +90,9 @@ std::unique_ptr<host::Session> Context::NewSession() {
     if (choice.driver != options.keyboard.driver)
         Note("no --driver and no --keyboard: using the driver " + files::TextOf(choice.driver));
     m_driver = OpenDriver(choice);
-    host::Session::Options sessionOptions;
-    sessionOptions.progress = [this](int percent) { ShowProgress(percent); };
-    sessionOptions.statusText = m_driver.statusText;
-    sessionOptions.failure = m_driver.failure;
-    return std::make_unique<host::Session>(*m_driver.driver, m_platform, std::move(sessionOptions));
+    return std::make_unique<host::Session>(
+        *m_driver.driver, m_platform,
+        setup::SessionOptions(m_driver, [this](int percent) { ShowProgress(percent); }));
 }
 
 host::Session& Context::Keyboard() {
@@ -130,7 +128,7 @@ host::Writer& Context::Writer() {
             m_step = WordOf(step);
             m_isWriting = m_isWriting || step == host::Step::Writing;
         };
-        writing.newConfiguration = [this] { return NewConfiguration(); };
+        writing.newConfiguration = [this] { return NamedConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
     EndIfInterrupted();
@@ -200,11 +198,9 @@ const std::string& Context::LayoutName() {
 }
 
 std::string Context::LayoutNameFor(const std::string& ofKeyboard) {
-    if (!options.layout.empty())
-        return options.layout;
-    return ofKeyboard.empty()
-               ? setup::PreferredLayout(PreferenceStore(*this).Settings().PreferedKeyLang())
-               : ofKeyboard;
+    return setup::LayoutName(options.layout, ofKeyboard, [this] {
+        return PreferenceStore(*this).Settings().PreferedKeyLang();
+    });
 }
 
 host::ConfigurationDocument Context::UploadedDocument() {
@@ -226,18 +222,21 @@ void Context::WarnOfDamage(const std::vector<host::Fault>& damaged) {
 
 std::unique_ptr<host::Configuration> Context::NewConfiguration() {
     const auto use = m_isOpen ? host::LayoutUse::Keyboard : host::LayoutUse::Captions;
-    auto configuration = std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
-    if (m_isOpen && !m_captions)
+    return std::make_unique<host::Configuration>(m_platform, &Layout(), nullptr, use);
+}
+
+std::unique_ptr<host::Configuration> Context::NamedConfiguration() {
+    auto configuration = NewConfiguration();
+    if (!m_captions)
         m_captions = CaptionsFor(m_session->Keyboard());
-    if (m_captions)
-        configuration->SetCaptions(*m_captions);
+    configuration->SetCaptions(*m_captions);
     return configuration;
 }
 
 void Context::NameOptions(host::Configuration& configuration,
                           const host::ConfigurationDocument& document) {
     configuration.SetCaptions(CaptionsFor(
-        host::KeyboardNamedIn(document.Find(host::ConfigurationDocument::kKeyboardKey))));
+        host::KeyboardInfo::In(document.Find(host::ConfigurationDocument::kKeyboardKey))));
 }
 
 host::OptionCaptions Context::CaptionsFor(const host::KeyboardInfo& keyboard) {

@@ -93,6 +93,8 @@ public:
     // A configuration with default values, for the opened keyboard or, if none is open, for any:
     // then all keys are treated as programmable.
     [[nodiscard]] std::unique_ptr<host::Configuration> NewConfiguration();
+    // The same for the opened keyboard, with the names of its options, for lists of settings.
+    [[nodiscard]] std::unique_ptr<host::Configuration> NamedConfiguration();
     // Names the options of a configuration as for the keyboard of the document, which it has read.
     void NameOptions(host::Configuration& configuration,
                      const host::ConfigurationDocument& document);

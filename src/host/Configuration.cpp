@@ -42,7 +42,12 @@ std::vector<Section*> Configuration::Read(const ConfigurationDocument& document,
         faults.ThrowAny();
     } catch (const json::FaultError& error) {
         RestoreAll(before);
-        throw FaultsOf(document.Name(), error);
+        Error refusal = FaultsOf(document.Name(), error);
+        if (!variables.Missing().empty()) {
+            refusal.name = *variables.Missing().begin();
+            refusal.suggestion = Suggestion::GiveVariables;
+        }
+        throw refusal;
     } catch (...) {
         RestoreAll(before);
         throw;
@@ -129,23 +134,6 @@ std::vector<Setting> Configuration::List(const Section& section,
     FieldLister lister(NameOf(own->Info()), m_layout, settings, listed, &places, &m_captions);
     own->Visit(lister);
     return settings;
-}
-
-std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
-                                 const std::vector<Section*>& present) {
-    std::vector<Fault> absent;
-    std::erase_if(wanted, [&](const Section* section) {
-        const bool isAbsent = std::find(present.begin(), present.end(), section) == present.end();
-        if (isAbsent)
-            absent.emplace_back("/" + std::string(section->Info().key), FaultKind::NoSuchModule);
-        return isAbsent;
-    });
-    return absent;
-}
-
-Error AbsentError(const std::string& document, const std::vector<Fault>& absent) {
-    return Error(Cause::SectionsAbsent,
-                 {.place = {.file = document}, .holds = Holds::NotTouched, .faults = absent});
 }
 
 std::string ToText(const Difference& difference) {

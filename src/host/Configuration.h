@@ -73,13 +73,6 @@ private:
     OptionCaptions m_captions;
 };
 
-// Removes the sections from `wanted` that the keyboard does not have, and returns a document fault
-// for each.
-std::vector<Fault> TakeOutAbsent(std::vector<Section*>& wanted,
-                                 const std::vector<Section*>& present);
-// The refusal of a document with such faults.
-[[nodiscard]] Error AbsentError(const std::string& document, const std::vector<Fault>& absent);
-
 // A setting that differs between two configurations.
 struct Difference {
     std::string place;

@@ -10,6 +10,14 @@ constexpr std::size_t kMaxTextUnits = 64;
 
 } // namespace
 
+const std::array<KeyboardInfo::Text, 5> KeyboardInfo::kTexts = {{
+    {{"name", "name"}, &KeyboardInfo::name},
+    {{"bootloader", "bootloader"}, &KeyboardInfo::bootloader},
+    {{"program", "program"}, &KeyboardInfo::program},
+    {{"country", "country"}, &KeyboardInfo::country},
+    {{"config", "configuration"}, &KeyboardInfo::config},
+}};
+
 KeyboardInfo KeyboardInfo::Of(const QXKeyboardAccess& keyboard) {
     KeyboardInfo info;
     info.name = keyboard.Keyboard();
@@ -26,17 +34,19 @@ KeyboardInfo KeyboardInfo::Of(const QXKeyboardAccess& keyboard) {
     return info;
 }
 
+KeyboardInfo KeyboardInfo::In(const Json* note) {
+    KeyboardInfo info;
+    if (note != nullptr)
+        for (const auto& [field, text] : kTexts)
+            info.*text = note->value(field.key, "");
+    return info;
+}
+
 void KeyboardInfo::Visit(FieldVisitor& fields) {
-    const auto visitText = [&](const Field& field, std::string& text) {
-        text = fields.Text(field, text, kMaxTextUnits);
-    };
     const auto visitFlag = [&](const Field& field, bool& flag) { flag = fields.Flag(field, flag); };
 
-    visitText({"name", "name"}, name);
-    visitText({"bootloader", "bootloader"}, bootloader);
-    visitText({"program", "program"}, program);
-    visitText({"country", "country"}, country);
-    visitText({"config", "configuration"}, config);
+    for (const auto& [field, text] : kTexts)
+        this->*text = fields.Text(field, this->*text, kMaxTextUnits);
     fields.Object({"flags", ""}, [&] {
         visitFlag({"freeProgrammableKeys", "free programmable keys"}, freeProgrammableKeys);
         visitFlag({"connectionV24", "V.24 connection"}, connectionV24);

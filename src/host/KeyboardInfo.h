@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/FieldVisitor.h"
+#include "host/Json.h"
 
 #include <array>
 #include <string>
@@ -23,7 +24,16 @@ struct KeyboardInfo {
     // The information that the keyboard access has read in its Init.
     [[nodiscard]] static KeyboardInfo Of(const QXKeyboardAccess& keyboard);
 
+    // The keyboard in the note of a valid document, which may be null: only its texts.
+    [[nodiscard]] static KeyboardInfo In(const Json* note);
+
     void Visit(FieldVisitor& fields);
+
+    struct Text {
+        Field field;
+        std::string KeyboardInfo::*text;
+    };
+    static const std::array<Text, 5> kTexts; // as documents name them
 };
 
 } // namespace qx::host

@@ -19,23 +19,13 @@ namespace {
 using json::Object;
 using json::Value;
 
-struct KeyboardText {
-    const char* key;
-    std::string KeyboardInfo::*text;
-};
-constexpr KeyboardText kKeyboardTexts[] = {
-    {"name", &KeyboardInfo::name},       {"bootloader", &KeyboardInfo::bootloader},
-    {"program", &KeyboardInfo::program}, {"country", &KeyboardInfo::country},
-    {"config", &KeyboardInfo::config},
-};
-
 // Whether the keyboard has all texts that are given.
 bool IsMeant(const Value& value, const KeyboardInfo& keyboard) {
     Object given(value);
     bool isMeant = given.IsObject();
-    for (const KeyboardText& each : kKeyboardTexts) {
-        const auto text = given.Find(each.key).Text();
-        isMeant = isMeant && (!text || *text == keyboard.*each.text);
+    for (const auto& [field, ofKeyboard] : KeyboardInfo::kTexts) {
+        const auto text = given.Find(field.key).Text();
+        isMeant = isMeant && (!text || *text == keyboard.*ofKeyboard);
     }
     given.RefuseOthers();
     return isMeant;
@@ -108,10 +98,9 @@ OptionCaptions::OptionCaptions(const KeyboardInfo& keyboard,
             try {
                 Add(keyboard, file);
             } catch (const json::FaultError& error) {
-                warnings.emplace_back(Cause::CaptionsUnusable,
-                                      ErrorFacts{.place = {.file = files::TextOf(file),
-                                                           .pointer = error.Faults().front().place},
-                                                 .faults = error.Faults()});
+                warnings.emplace_back(
+                    Cause::CaptionsUnusable,
+                    ErrorFacts{.place = {.file = files::TextOf(file)}, .faults = error.Faults()});
             } catch (const std::exception& error) {
                 warnings.push_back(FileError(error));
             }
@@ -136,14 +125,6 @@ void OptionCaptions::Add(const KeyboardInfo& keyboard, const std::filesystem::pa
 OptionCaption OptionCaptions::Find(const std::string& place) const {
     const auto found = m_captions.find(place);
     return found == m_captions.end() ? OptionCaption() : found->second;
-}
-
-KeyboardInfo KeyboardNamedIn(const Json* note) {
-    KeyboardInfo keyboard;
-    if (note != nullptr)
-        for (const KeyboardText& each : kKeyboardTexts)
-            keyboard.*each.text = note->value(each.key, "");
-    return keyboard;
 }
 
 } // namespace qx::host

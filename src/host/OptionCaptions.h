@@ -40,7 +40,4 @@ private:
     std::map<std::string, OptionCaption> m_captions; // by place
 };
 
-// The keyboard in the note of a valid document, which may be null: only its texts.
-[[nodiscard]] KeyboardInfo KeyboardNamedIn(const Json* note);
-
 } // namespace qx::host

@@ -112,9 +112,8 @@ void ReadRecord(const fs::path& file, const RecordFormat& format,
         }
         faults.ThrowAny();
     } catch (const json::FaultError& error) {
-        throw Error(Cause::RecordDamaged, {.place = {.file = files::TextOf(file),
-                                                     .pointer = error.Faults().front().place},
-                                           .faults = error.Faults()});
+        throw Error(Cause::RecordDamaged,
+                    {.place = {.file = files::TextOf(file)}, .faults = error.Faults()});
     }
 }
 

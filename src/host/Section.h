@@ -13,30 +13,8 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
-
-namespace qx {
-class QXBarcode;
-class QXCommonKeyboard;
-class QXFreeProgKeys;
-class QXLayeredFuncKeys;
-class QXMagnetCard;
-class QXPos;
-} // namespace qx
 
 namespace qx::host {
-
-// For work that differs by control; other controls are skipped.
-class ControlVisitor {
-public:
-    virtual ~ControlVisitor() = default;
-    virtual void Visit(QXBarcode& /*control*/) {}
-    virtual void Visit(QXCommonKeyboard& /*control*/) {}
-    virtual void Visit(QXFreeProgKeys& /*control*/) {}
-    virtual void Visit(QXLayeredFuncKeys& /*control*/) {}
-    virtual void Visit(QXMagnetCard& /*control*/) {}
-    virtual void Visit(QXPos& /*control*/) {}
-};
 
 // A stretch of the keyboard's memory with a section's settings. Nothing outside the areas is read
 // or written.
@@ -66,7 +44,6 @@ public:
 
     [[nodiscard]] virtual const SectionInfo& Info() const = 0;
     [[nodiscard]] virtual ModuleControl& Control() = 0;
-    virtual void Accept(ControlVisitor& visitor) = 0;
     // Walks the settings. A visitor that reads changes them; the caller then shows the control.
     virtual void Visit(FieldVisitor& fields) = 0;
     // Whether the keyboard has an area that is not required. The settings of a missing area are
@@ -111,14 +88,6 @@ public:
         Control().AdjustControls();
         Control().ReloadKeySettings();
     }
-    // Assigns this keyboard, or null, to the control; returns the one that it had before.
-    QXKeyboardAccess* Follow(QXKeyboardAccess* keyboard) {
-        Control().SetKeyboard(keyboard);
-        return std::exchange(m_keyboard, keyboard);
-    }
-
-private:
-    QXKeyboardAccess* m_keyboard = nullptr;
 };
 
 // A section that owns its control of type C.
@@ -130,7 +99,6 @@ public:
 
     [[nodiscard]] const SectionInfo& Info() const override { return m_info; }
     [[nodiscard]] C& Control() override { return m_control; }
-    void Accept(ControlVisitor& visitor) override { visitor.Visit(m_control); }
     [[nodiscard]] const C& Control() const { return m_control; }
 
 private:

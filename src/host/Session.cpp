@@ -21,23 +21,25 @@ constexpr const char* kGetEntry = "QXCFG_ConfigDirectoryGetEntry";
 
 } // namespace
 
-// The controls work with the session's keyboard for a while, and then again with the one that they
-// had before, if any: a configuration may outlive its session.
+// The controls work with the session's keyboard during a transfer, and then again with the one that
+// they had before, if any: configuration and session may end in any order.
 class Session::Assigned {
 public:
     Assigned(const std::vector<Section*>& sections, QXKeyboardAccess& access) {
-        for (Section* section : sections)
-            m_before.emplace_back(section, section->Follow(&access));
+        for (Section* section : sections) {
+            m_before.emplace_back(section->Control(), section->Control().Keyboard());
+            section->Control().SetKeyboard(&access);
+        }
     }
     ~Assigned() {
-        for (const auto& [section, keyboard] : m_before)
-            section->Follow(keyboard);
+        for (const auto& [control, keyboard] : m_before)
+            control.SetKeyboard(keyboard);
     }
     Assigned(const Assigned&) = delete;
     Assigned& operator=(const Assigned&) = delete;
 
 private:
-    std::vector<std::pair<Section*, QXKeyboardAccess*>> m_before;
+    std::vector<std::pair<ModuleControl&, QXKeyboardAccess*>> m_before;
 };
 
 Session::Session(ConfigDriver& driver, const Platform& platform, Options options)
@@ -66,6 +68,8 @@ Error Session::Failed(Error failure, const FailedCall& call) const {
     }
     failure.call = call;
     failure.call->meaning = m_options.statusText ? m_options.statusText(call.status) : "";
+    if (m_options.problem)
+        failure.problem = m_options.problem();
     return failure;
 }
 
@@ -191,6 +195,24 @@ std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bo
                 {m_holes.front()});
     }
     return Present(configuration, fSkipAbsent);
+}
+
+Session::Wanted Session::Read(Configuration& configuration, const ConfigurationDocument& document,
+                              Variables& variables, bool fSkipAbsent) const {
+    const auto present = SectionsIn(configuration, fSkipAbsent, &document);
+    Wanted wanted{configuration.Read(document, variables), {}};
+    std::erase_if(wanted.sections, [&](const Section* section) {
+        const bool isAbsent = std::find(present.begin(), present.end(), section) == present.end();
+        if (isAbsent)
+            wanted.absent.emplace_back("/" + std::string(section->Info().key),
+                                       FaultKind::NoSuchModule);
+        return isAbsent;
+    });
+    if (!wanted.absent.empty() && !fSkipAbsent)
+        throw Error(Cause::SectionsAbsent, {.place = {.file = document.Name()},
+                                            .holds = Holds::NotTouched,
+                                            .faults = wanted.absent});
+    return wanted;
 }
 
 void Session::LeaveOutMissingAreas(const Section& section) {

@@ -34,6 +34,8 @@ public:
         std::function<void(int)> progress;
         // The meaning of a driver's status, for messages; the function or its result may be empty.
         std::function<std::string(Long)> statusText;
+        // Why the driver's last call failed, from a driver that has it as data; may be empty.
+        std::function<files::Problem()> problem;
         // Why the driver no longer answers; the function may be empty, and there is no problem
         // while the driver works.
         std::function<std::optional<files::Problem>()> failure;
@@ -74,6 +76,16 @@ public:
     [[nodiscard]] std::vector<Section*>
     SectionsIn(const Configuration& configuration, bool fSkipAbsent = false,
                const ConfigurationDocument* document = nullptr) const;
+
+    struct Wanted {
+        std::vector<Section*> sections;
+        std::vector<Fault> absent; // those of the document that the keyboard lacks
+    };
+    // Reads a document for this keyboard into the configuration, as Configuration::Read does. Also
+    // throws Error(DocumentInvalid) for sections that the keyboard lacks, unless fSkipAbsent, and
+    // Error(TransferFailed) as SectionsIn does.
+    [[nodiscard]] Wanted Read(Configuration& configuration, const ConfigurationDocument& document,
+                              Variables& variables, bool fSkipAbsent) const;
 
     // Reads the sections from the keyboard without changing it. Throws Error(TransferFailed); the
     // controls' contents must not be used then. Sections with bytes that no document can express

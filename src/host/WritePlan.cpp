@@ -123,9 +123,7 @@ Planner::Decoded Planner::Decode(const KeyboardContent& content, const Keys& key
 WritePlan Planner::ForSettings(const std::vector<Section*>& sections, const PlanOptions& options) {
     const Decoded held = Decode(m_content, KeysOf(sections));
     if (!held.damaged.empty() && !options.repair)
-        throw Error(Cause::KeyboardDamaged, {.place = {.pointer = held.damaged.front().place},
-                                             .holds = Holds::NotTouched,
-                                             .faults = held.damaged});
+        throw Error(Cause::KeyboardDamaged, {.holds = Holds::NotTouched, .faults = held.damaged});
     const KeyboardContent usual = Encode(held.sections).content;
     auto [after, requests] = Encode(sections);
     WritePlan plan{m_content, {}, {}, {}, std::move(requests), {}, {}};

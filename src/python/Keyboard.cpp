@@ -14,23 +14,10 @@ namespace {
 
 // The time a driver may be inactive: nobody watches a script.
 constexpr std::chrono::minutes kDriverSilence{2};
-constexpr Integer kEnglish = 1033;
 
-// Opens the chosen layout, or else the keyboard's own, or else that of English (US).
-void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
-                const std::string& chosen, const std::string& own = {}) {
-    const std::string& name = chosen.empty() ? own : chosen;
-    setup::OpenLayout(layout, folder, name.empty() ? setup::PreferredLayout(kEnglish) : name);
-}
-
-std::vector<host::Section*> ReadInto(host::Configuration& configuration,
-                                     const host::ConfigurationDocument& document,
-                                     const Values& values) {
-    host::Variables variables(values);
-    std::vector<host::Section*> sections = configuration.Read(document, variables);
+void RefuseUnused(const host::Variables& variables) {
     if (const auto unused = variables.Unused(); !unused.empty())
         throw std::invalid_argument("the document has no placeholder ${" + unused.front() + "}");
-    return sections;
 }
 
 const char* TextOf(host::Step step) {
@@ -61,10 +48,12 @@ std::string ToText(const host::Writer::Outcome& outcome) {
 void Check(const std::string& text, const std::string& name, const Values& variables,
            const std::filesystem::path& layouts, const std::string& layout) {
     QXKeyboardLayoutData captions;
-    OpenLayout(captions, layouts, layout);
+    setup::OpenLayout(captions, layouts, setup::LayoutName(layout, {}));
     const Platform platform;
     host::Configuration configuration(platform, &captions, nullptr, host::LayoutUse::Captions);
-    ReadInto(configuration, host::ConfigurationDocument::Parse(text, name), variables);
+    host::Variables values(variables);
+    configuration.Read(host::ConfigurationDocument::Parse(text, name), values);
+    RefuseUnused(values);
 }
 
 std::string PlannedWrite::Changes() const {
@@ -83,14 +72,12 @@ void Keyboard::Open() {
     if (!choice.driver.empty()) // such a library may do anything, even end its process
         choice.isolation = {{}, kDriverSilence};
     m_driver = setup::OpenDriver(choice);
-    host::Session::Options options;
-    options.statusText = m_driver.statusText;
-    options.failure = m_driver.failure;
-    options.progress = [this](int percent) { ShowProgress(percent); };
-    auto session = std::make_unique<host::Session>(*m_driver.driver, m_platform, options);
+    auto session = std::make_unique<host::Session>(
+        *m_driver.driver, m_platform,
+        setup::SessionOptions(m_driver, [this](int percent) { ShowProgress(percent); }));
     session->Open();
-    OpenLayout(m_layout, m_choice.layouts, m_choice.layout,
-               m_driver.layout ? m_driver.layout() : "");
+    setup::OpenLayout(m_layout, m_choice.layouts,
+                      setup::LayoutName(m_choice.layout, m_driver.layout ? m_driver.layout() : ""));
     m_session = std::move(session);
 }
 
@@ -171,12 +158,10 @@ PlannedWrite Keyboard::Plan(const std::string& text, const std::string& name,
                             const Values& variables, bool skipAbsent, bool full, bool repair) {
     const auto document = host::ConfigurationDocument::Parse(text, name);
     const auto configuration = NewConfiguration();
-    const auto present = Session().SectionsIn(*configuration, skipAbsent, &document);
-    auto sections = ReadInto(*configuration, document, variables);
-    const auto absent = host::TakeOutAbsent(sections, present);
-    if (!absent.empty() && !skipAbsent)
-        throw host::AbsentError(document.Name(), absent);
-    PlannedWrite planned{Writer().Plan(sections, {full, repair}), {}};
+    host::Variables values(variables);
+    const auto wanted = Session().Read(*configuration, document, values, skipAbsent);
+    RefuseUnused(values);
+    PlannedWrite planned{Writer().Plan(wanted.sections, {full, repair}), {}};
     planned.request.document = name;
     planned.request.documentSha256 = files::Sha256(text);
     planned.request.full = full;

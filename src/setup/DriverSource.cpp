@@ -107,6 +107,11 @@ std::filesystem::path KeyboardOfUser() {
 
 } // namespace
 
+host::Session::Options SessionOptions(const OpenedDriver& opened,
+                                      std::function<void(int)> progress) {
+    return {std::move(progress), opened.statusText, opened.problem, opened.failure};
+}
+
 OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     if (!choice.keyboard.empty())
         RequireMeant(choice.keyboard, choice.model);
@@ -126,17 +131,17 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
         auto simulated = std::make_unique<sim::SimulatedDriver>(file, model);
         sim::SimulatedDriver& driver = *simulated;
         opened.statusText = [&driver](std::int32_t lStatus) {
-            return driver.LastError().empty() ? std::string(sim::StatusText(lStatus))
-                                              : driver.LastError();
+            const std::string error = driver.LastError();
+            return error.empty() ? std::string(sim::StatusText(lStatus)) : error;
         };
+        opened.problem = [&driver] { return driver.LastProblem(); };
         opened.layout = [&driver] { return driver.Layout(); };
         opened.simulated = &driver;
         opened.driver = std::move(simulated);
         opened.origin = OriginOf({}, file);
     } catch (const sim::ModelError& error) {
         throw host::Error(host::Cause::ModelUnusable,
-                          {.place = {.file = model, .pointer = error.Faults().front().place},
-                           .faults = error.Faults()});
+                          {.place = {.file = model}, .faults = error.Faults()});
     } catch (const std::exception& error) {
         throw host::Error(host::Cause::ModelUnusable,
                           {.problem = files::ProblemOf(error), .place = {.file = model}});

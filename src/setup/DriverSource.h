@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driverhost/RemoteDriver.h"
+#include "host/Session.h"
 #include "qxcontrols/device/ConfigDriver.h"
 
 #include <filesystem>
@@ -28,6 +29,8 @@ struct KeyboardChoice {
 struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // explains its statuses, if it can
+    // Why its last call failed, from a driver that has it as data.
+    std::function<files::Problem()> problem;
     // Why a driver library is gone; none while it works.
     std::function<std::optional<files::Problem>()> failure;
     std::function<std::string()> layout;       // the keyboard's layout, once it is open
@@ -36,6 +39,10 @@ struct OpenedDriver {
     std::filesystem::path unchosen;
     std::string origin; // full paths of library and file: equal for the same choice
 };
+
+// For a session with the driver, which must outlive it.
+[[nodiscard]] host::Session::Options SessionOptions(const OpenedDriver& opened,
+                                                    std::function<void(int)> progress = {});
 
 // The driver for the choice: the library, or else the simulated keyboard in its file, or else the
 // one in the user's data folder. Throws host::Error, also for a file that does not exist if no

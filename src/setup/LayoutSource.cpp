@@ -90,8 +90,14 @@ void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folde
         refuse({source.FileName(), 0, {TextFaultKind::NotReadable}}); // any more
 }
 
-std::string PreferredLayout(Integer nPreferedKeyLang) {
-    return std::to_string(nPreferedKeyLang != 0 ? nPreferedKeyLang : kDefaultLanguage);
+std::string LayoutName(const std::string& chosen, const std::string& ofKeyboard,
+                       const std::function<Integer()>& preferredLanguage) {
+    if (!chosen.empty())
+        return chosen;
+    if (!ofKeyboard.empty())
+        return ofKeyboard;
+    const Integer language = preferredLanguage ? preferredLanguage() : Integer{0};
+    return std::to_string(language != 0 ? language : kDefaultLanguage);
 }
 
 } // namespace qx::setup

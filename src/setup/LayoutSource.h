@@ -4,7 +4,7 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 
 #include <filesystem>
-#include <memory>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,8 +31,10 @@ struct LayoutEntry {
 void OpenLayout(QXKeyboardLayoutData& layout, const std::filesystem::path& folder,
                 const std::string& name);
 
-// The layout's name for a preference: the preferred language's, or else that of English (United
+// The name of the layout to open: the chosen one, or else the keyboard's own (either may be empty),
+// or else that of the preferred language, as in the preferences. Without one it is English (United
 // States).
-[[nodiscard]] std::string PreferredLayout(Integer nPreferedKeyLang);
+[[nodiscard]] std::string LayoutName(const std::string& chosen, const std::string& ofKeyboard,
+                                     const std::function<Integer()>& preferredLanguage = {});
 
 } // namespace qx::setup

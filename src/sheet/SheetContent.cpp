@@ -51,20 +51,6 @@ QString Printable(const std::string& text) {
                              characters.size());
 }
 
-// Calls the action for the controls of one kind, with a title.
-template <typename Control, typename Action>
-class EachOf : public host::ControlVisitor {
-public:
-    explicit EachOf(const Action& action) : m_action(action) {}
-    using ControlVisitor::Visit;
-    void Visit(Control& control) override { m_action(control, title); }
-
-    QString title;
-
-private:
-    const Action& m_action;
-};
-
 class Builder {
     Q_DECLARE_TR_FUNCTIONS(KeySheet)
 
@@ -96,12 +82,11 @@ private:
     // translates.
     template <typename Control, typename Action>
     void ForEach(const Action& action) {
-        EachOf<Control, Action> visitor(action);
-        for (host::Section* section : m_sheet.sections) {
-            const std::string title(section->Info().title);
-            visitor.title = QCoreApplication::translate("SettingWords", title.c_str());
-            section->Accept(visitor);
-        }
+        for (host::Section* section : m_sheet.sections)
+            if (auto* control = dynamic_cast<Control*>(&section->Control())) {
+                const std::string title(section->Info().title);
+                action(*control, QCoreApplication::translate("SettingWords", title.c_str()));
+            }
     }
 
     // In the syntax in which it can be typed, including the releases of keys.
@@ -205,7 +190,7 @@ private:
         Part part;
         part.heading = title;
         part.table.columns = {
-            {tr("Slot"), 0.06}, {tr("Block"), 0.07}, {tr("Keys"), 0.37}, {tr("Sequence"), 0.50}};
+            {tr("Key"), 0.06}, {tr("Number"), 0.07}, {tr("Keys"), 0.37}, {tr("Sequence"), 0.50}};
         for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
             const POSBlock& block = pos.PosData().Block(slot);
             if (block.BlockSize() == 0)

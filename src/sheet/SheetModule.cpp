@@ -1,14 +1,12 @@
 #include "sheet/SheetModule.h"
 
 #include "host/Configuration.h"
-#include "host/ErrorText.h"
+#include "host/ErrorJson.h"
 #include "setup/LayoutSource.h"
 #include "sheet/KeySheet.h"
 
 #include <QGuiApplication>
 
-#include <algorithm>
-#include <cstring>
 #include <optional>
 #include <string>
 
@@ -44,11 +42,6 @@ private:
     std::optional<QGuiApplication> m_application;
 };
 
-std::string NameOfKeyboard(const host::ConfigurationDocument& document) {
-    const host::Json* keyboard = document.Find(host::ConfigurationDocument::kKeyboardKey);
-    return keyboard != nullptr ? keyboard->value("name", "") : "";
-}
-
 void Write(const SheetRequest& request) {
     const Application application;
     QXKeyboardLayoutData layout;
@@ -57,43 +50,29 @@ void Write(const SheetRequest& request) {
     const auto document =
         host::ConfigurationDocument::Parse(request.document, request.documentName);
     const auto sections = configuration.Read(document);
-    WriteKeySheet({NameOfKeyboard(document), request.documentName, request.date, sections, layout},
+    const host::Json* keyboard = document.Find(host::ConfigurationDocument::kKeyboardKey);
+    WriteKeySheet({host::KeyboardInfo::In(keyboard).name, request.documentName, request.date,
+                   sections, layout},
                   request.file);
 }
 
-SheetStatus StatusOf(host::ErrorKind kind) {
-    switch (kind) {
-    case host::ErrorKind::Usage:
-        return SheetStatus::WrongSuffix;
-    case host::ErrorKind::FileFailed:
-        return SheetStatus::FileFailed;
-    default:
-        return SheetStatus::Failed;
-    }
-}
-
-SheetStatus Failed(SheetStatus status, const std::string& reason, char* error,
-                   std::int32_t errorSize) {
-    const auto size = static_cast<std::size_t>(errorSize);
-    const std::size_t length = std::min(reason.size(), size - 1);
-    std::memcpy(error, reason.data(), length);
-    error[length] = '\0';
-    return status;
+const char* TextOf(const host::Error& error) {
+    static std::string text;
+    text = host::ToJson(error).dump(-1, ' ', false, host::Json::error_handler_t::replace);
+    return text.c_str();
 }
 
 } // namespace
 
-extern "C" Q_DECL_EXPORT std::int32_t QXSHEET_Write(const SheetRequest* request, char* error,
-                                                    std::int32_t errorSize) {
-    auto status = SheetStatus::Written;
+extern "C" Q_DECL_EXPORT const char* QXSHEET_Write(const SheetRequest* request) {
     try {
         Write(*request);
-    } catch (const host::Error& failure) {
-        status = Failed(StatusOf(failure.Kind()), host::TextOf(failure), error, errorSize);
-    } catch (const std::exception& failure) {
-        status = Failed(SheetStatus::Failed, failure.what(), error, errorSize);
+        return nullptr;
+    } catch (const host::Error& error) {
+        return TextOf(error);
+    } catch (const std::exception& error) {
+        return TextOf(host::Error(host::Cause::Unforeseen, {.problem = files::ProblemOf(error)}));
     }
-    return static_cast<std::int32_t>(status);
 }
 
 } // namespace qx::sheet

@@ -2,8 +2,6 @@
 // UTF-8.
 #pragma once
 
-#include <cstdint>
-
 namespace qx::sheet {
 
 struct SheetRequest {
@@ -15,18 +13,10 @@ struct SheetRequest {
     const char* file;         // the output: .pdf or .svg
 };
 
-enum class SheetStatus : std::int32_t {
-    Written = 0,
-    WrongSuffix = 1,
-    FileFailed = 2,
-    Failed = 3, // any other error; the caller should have checked the document and layout
-};
-
 inline constexpr const char* kWriteFunction = "QXSHEET_Write";
 
-// Writes the sheet of a valid document. On failure, `error` holds the reason, truncated to
-// errorSize bytes including the final zero.
-using WriteFunction = std::int32_t (*)(const SheetRequest* request, char* error,
-                                       std::int32_t errorSize);
+// Writes the sheet of a valid document. Returns null, or the error as JSON (see host/ErrorJson.h),
+// which stays valid until the next call.
+using WriteFunction = const char* (*)(const SheetRequest* request);
 
 } // namespace qx::sheet

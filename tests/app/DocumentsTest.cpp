@@ -78,6 +78,18 @@ TEST(Documents, DocumentsAreSavedOpenedAndNeverLost) {
     ADD_FAILURE() << "no menu of recent documents";
 }
 
+TEST(Documents, PlaceholdersAreRefusedWithTheNextStep) {
+    Desk desk;
+    const std::string before = desk.Document();
+    const std::filesystem::path file = desk.folder / "till.json";
+    std::ofstream(file) << R"({"format": "qx-configuration", "version": 1,
+        "commonKeyboard": {"outputDelay": "${delay}"}})";
+    desk.window->Documents().Open(QString::fromStdString(file.string()));
+    EXPECT_TRUE(desk.warnings.join(u' ').contains(QStringLiteral("Replace them in a text editor")))
+        << desk.warnings.join(u' ').toStdString();
+    EXPECT_EQ(desk.Document(), before);
+}
+
 TEST(Documents, ABackupIsOpenedAsACopy) {
     Desk desk;
     desk.Page("commonKeyboard");
@@ -90,13 +102,16 @@ TEST(Documents, ABackupIsOpenedAsACopy) {
     // It is compared with the document before anything is done with it.
     auto* changes = desk.Find<QTreeWidget>("backupChanges");
     ASSERT_EQ(changes->topLevelItemCount(), 1);
-    EXPECT_EQ(changes->topLevelItem(0)->text(1), QStringLiteral("9"));
-    EXPECT_EQ(changes->topLevelItem(0)->text(2), QStringLiteral("6"));
+    EXPECT_EQ(changes->topLevelItem(0)->child(0)->text(1), QStringLiteral("9"));
+    EXPECT_EQ(changes->topLevelItem(0)->child(0)->text(2), QStringLiteral("6"));
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return list->topLevelItem(0)->text(4) == QStringLiteral("1"); }));
     desk.UndoAll();
     EXPECT_EQ(changes->topLevelItemCount(), 0) << "the document is what it was then";
     desk.workbench.Redo();
+    QTest::keyClick(changes, Qt::Key_Return);
+    EXPECT_NO_THROW(desk.Find<QSlider>("slidOutputDelay")) << "its page";
+    desk.Page("backups");
     desk.Click("openBackup");
     EXPECT_TRUE(desk.workbench.File().empty()) << "an edit must not change the backup";
     EXPECT_TRUE(desk.workbench.IsModified());

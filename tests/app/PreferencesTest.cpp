@@ -107,6 +107,23 @@ TEST_F(PreferencesTest, KeepsValuesThatItCannotOffer) {
     EXPECT_EQ(settings.PreferedKeyLang(), 1031);
 }
 
+// As in every program: the layout of the command line, or else the keyboard's, or else the
+// preferred one.
+TEST(Preferences, TheKeyLayoutIsThatOfTheNearest) {
+    Desk desk;
+    const auto layout = [](app::Workbench& workbench) {
+        workbench.Preferences().SetPreferedKeyLang(1031);
+        workbench.ReloadPreferences();
+        return workbench.Layout().NativeName();
+    };
+    EXPECT_EQ(layout(desk.workbench), "English (United States)") << "the keyboard's own";
+    desk.workbench.Disconnect();
+    EXPECT_EQ(layout(desk.workbench), "Deutsch (Deutschland)");
+    app::Workbench chosen(desk.platform.Services(),
+                          {{}, QX_LAYOUTS, "french.qxl", desk.folder / "other.ini", desk.folder});
+    EXPECT_EQ(layout(chosen), "Français (France)");
+}
+
 TEST_F(PreferencesTest, ASystemColourStaysUnlessAnotherIsChosen) {
     const Long lFace = settings.ColorUnused();
     ASSERT_LT(lFace, 0);

@@ -224,6 +224,8 @@ TEST_F(JobFile, ADamagedReportIsKeptAndNothingIsTouched) {
         {changed(R"("version": 1)", R"("version": 9)"), "version 9"},
         {changed(R"("result": "done")", R"("result": "dune")"),
          "/units/0/result: \"dune\" is not one of: not done, done, failed"},
+        {changed(R"("error": null)", R"("error": {"cause": "stopped"})"),
+         "/units/0/error: {\"cause\":\"stopped\"} is not one of: null"},
         {changed(R"("wanted": ")", R"("wonted": ")"), "/units/0: \"wanted\" is missing"},
         {changed(R"("bytesSent": )", R"("bytesSent": "7", "was": )"),
          "/units/0/bytesSent: \"7\" is not a whole number"},

@@ -99,7 +99,7 @@ TEST(Commands, AKeySheetTellsWhatIsProgrammed) {
          {head + "Free keys|Key|Caption|Sequence|112|F1|D ^D|1/3|",
           head + "Layer 3|Key|Description|Sequence|F8|Kasse &amp; &lt;b&gt;|Ctrl C ^C ^Ctrl|2/3|",
           head + "Layer 9|Key|Description|Sequence|F24|E ^E|"
-                 "POS keys|Slot|Block|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
+                 "POS keys|Key|Number|Keys|Sequence|12|0|12 (F11), 13 (F12)|F ^F|"
                  "Readers|Input|Prefix|Suffix|Magnetic card reader › Track 1|A ^A|(off) B ^B|"
                  "Magnetic card reader › Track 2 (not read)|(off)|(empty)|"
                  "Magnetic card reader › Track 3|(empty)|C ^C|"
@@ -216,6 +216,8 @@ TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
     const Json failed = Json::parse(
         keyboard.Run({"--json", "sheet", "-o", keyboard.File("vanished/till.svg")}).out);
     EXPECT_EQ(failed["error"]["code"], "file-failed");
+    EXPECT_EQ(failed["error"]["cause"], "file-unusable");
+    EXPECT_EQ(failed["error"]["file"], keyboard.File("vanished/till.svg"));
     EXPECT_EQ(failed["damaged"], result["damaged"]);
     const Outcome compared = keyboard.Run({"diff", whole});
     EXPECT_EQ(compared.status, 1);

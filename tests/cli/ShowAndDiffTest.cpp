@@ -69,6 +69,7 @@ TEST(ShowAndDiff, OptionsHaveTheNamesOfCaptionsFiles) {
     EXPECT_NE(shown.out.find("Code 39 › Check digit "), std::string::npos) << shown.out;
     EXPECT_NE(shown.out.find("Code 39 › Option 2 "), std::string::npos) << shown.out;
     EXPECT_NE(shown.err.find("bad.json are not used: /format: "), std::string::npos) << shown.err;
+    EXPECT_EQ(keyboard.Run({"upload"}).err, "") << "it shows no names, so it reads none";
 
     Json changed = Json::parse(document);
     changed["barcode"]["pages"]["Code39"]["flags"][1] = true;

@@ -39,14 +39,14 @@ void SectionFaces::AnswerWith(EditRequests& edits) {
 
 void SectionFaces::Follow(host::Session& keyboard) {
     for (host::Section* section : keyboard.Present(m_configuration, true))
-        section->Follow(&keyboard.Access());
+        section->Control().SetKeyboard(&keyboard.Access());
     for (const Named& each : m_faces)
         each.face->Follow(&keyboard);
 }
 
 void SectionFaces::FollowNone() {
     for (const auto& section : m_configuration.Sections())
-        section->Follow(nullptr);
+        section->Control().SetKeyboard(nullptr);
     for (const Named& each : m_faces)
         each.face->Follow(nullptr);
 }

@@ -51,10 +51,6 @@
         <translation>Änderungen</translation>
     </message>
     <message>
-        <source>Setting</source>
-        <translation>Einstellung</translation>
-    </message>
-    <message>
         <source>In the document</source>
         <translation>Im Dokument</translation>
     </message>
@@ -585,14 +581,6 @@
         <translation>Das war nicht möglich.</translation>
     </message>
     <message>
-        <source>There is no backup %1.</source>
-        <translation>Es gibt keine Sicherung %1.</translation>
-    </message>
-    <message>
-        <source>There is no record of an interrupted write %1.</source>
-        <translation>Es gibt keine Aufzeichnung eines unterbrochenen Schreibvorgangs %1.</translation>
-    </message>
-    <message>
         <source>%1 is not a simulated keyboard and accepts no keyboard file or model.</source>
         <translation>%1 ist keine simulierte Tastatur; eine Tastaturdatei oder ein Modell lässt sich dafür nicht angeben.</translation>
     </message>
@@ -665,16 +653,8 @@
         <translation>%1 konnte nicht aus %2 geladen werden.</translation>
     </message>
     <message>
-        <source>%1 could not be converted.</source>
-        <translation>%1 konnte nicht umgewandelt werden.</translation>
-    </message>
-    <message>
         <source>The keyboard&apos;s code page could not be read.</source>
         <translation>Die Codepage der Tastatur konnte nicht gelesen werden.</translation>
-    </message>
-    <message>
-        <source>The layer could not be selected.</source>
-        <translation>Die Ebene konnte nicht ausgewählt werden.</translation>
     </message>
     <message>
         <source>The keyboard does not report which keys are pressed.</source>
@@ -699,10 +679,6 @@
     <message>
         <source>It could not be determined which keyboard this is.</source>
         <translation>Es ließ sich nicht feststellen, welche Tastatur dies ist.</translation>
-    </message>
-    <message>
-        <source>This keyboard has no layered function keys.</source>
-        <translation>Diese Tastatur hat keine Funktionstasten in Ebenen.</translation>
     </message>
     <message>
         <source>Entries of the keyboard&apos;s configuration directory could not be read: %1, the first of them entry %2.</source>
@@ -731,10 +707,6 @@
     <message>
         <source>The keyboard was written, read back and verified, but the write could not be recorded.</source>
         <translation>Die Tastatur wurde beschrieben und durch Zurücklesen bestätigt; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
-    </message>
-    <message>
-        <source>The keyboard was written and not read back; the write could not be recorded.</source>
-        <translation>Die Tastatur wurde beschrieben, aber nicht zurückgelesen; der Schreibvorgang konnte nicht aufgezeichnet werden.</translation>
     </message>
     <message>
         <source>The file was loaded into the keyboard, but that could not be recorded.</source>
@@ -785,10 +757,6 @@
         <translation>%1 ist keine Kopie ungespeicherter Änderungen oder ist beschädigt.</translation>
     </message>
     <message>
-        <source>The key sheet could not be made.</source>
-        <translation>Die Tastenübersicht konnte nicht erstellt werden.</translation>
-    </message>
-    <message>
         <source>This is not the keyboard that the write was prepared for.</source>
         <translation>Das ist nicht die Tastatur, für die der Schreibvorgang vorbereitet wurde.</translation>
     </message>
@@ -833,22 +801,6 @@
         <translation>Der Inhalt der Tastatur passt nicht zum unterbrochenen Schreibvorgang (%1). Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
     </message>
     <message>
-        <source>This is another keyboard: its identifier is %1, not %2.</source>
-        <translation>Das ist eine andere Tastatur: Ihre Kennung ist %1, nicht %2.</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>keine</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s identifier is replaced by that of another keyboard.</source>
-        <translation>Die Kennung der Tastatur wird durch die einer anderen Tastatur ersetzt.</translation>
-    </message>
-    <message>
-        <source>The keyboard has no identifier and is given that of the document.</source>
-        <translation>Die Tastatur hat keine Kennung und erhält die des Dokuments.</translation>
-    </message>
-    <message>
         <source>A part of the keyboard&apos;s memory is damaged: %1</source>
         <translation>Ein Teil des Speichers der Tastatur ist beschädigt: %1</translation>
     </message>
@@ -871,10 +823,6 @@
     <message>
         <source>%1 has faults: %2</source>
         <translation>%1 hat Fehler: %2</translation>
-    </message>
-    <message>
-        <source>The keyboard lacks modules that the document has settings for: %1</source>
-        <translation>Der Tastatur fehlen Module, für die das Dokument Einstellungen enthält: %1</translation>
     </message>
     <message>
         <source>Choose Keyboard &gt; Settle interrupted write.</source>
@@ -907,10 +855,6 @@
     <message>
         <source>Start the program without the options --keyboard and --model.</source>
         <translation>Starten Sie das Programm ohne die Optionen --keyboard und --model.</translation>
-    </message>
-    <message>
-        <source>A document for several keyboards should leave the identifier out.</source>
-        <translation>Ein Dokument für mehrere Tastaturen sollte die Kennung weglassen.</translation>
     </message>
     <message>
         <source>Move the file to another folder once you have dealt with it.</source>
@@ -1818,14 +1762,6 @@
         <translation>Beschreibung</translation>
     </message>
     <message>
-        <source>Slot</source>
-        <translation>Platz</translation>
-    </message>
-    <message>
-        <source>Block</source>
-        <translation>Block</translation>
-    </message>
-    <message>
         <source>Keys</source>
         <translation>Tasten</translation>
     </message>
@@ -1872,6 +1808,10 @@
     <message>
         <source>%1 (continued)</source>
         <translation>%1 (Fortsetzung)</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
     </message>
 </context>
 <context>
@@ -2860,6 +2800,22 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>There is neither such a file nor such a model. The built-in models are: %1.</source>
         <translation>Es gibt weder eine solche Datei noch ein solches Modell. Die eingebauten Modelle sind: %1.</translation>
+    </message>
+    <message>
+        <source>Another program is using it.</source>
+        <translation>Ein anderes Programm verwendet die Datei.</translation>
+    </message>
+    <message>
+        <source>The file is of another kind, or damaged.</source>
+        <translation>Die Datei ist von anderer Art oder beschädigt.</translation>
+    </message>
+    <message>
+        <source>It is the file of the simulated keyboard itself.</source>
+        <translation>Es ist die Datei der simulierten Tastatur selbst.</translation>
+    </message>
+    <message>
+        <source>The file has the parameters of another keyboard.</source>
+        <translation>Die Datei enthält die Parameter einer anderen Tastatur.</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "batch/Layouts.h"
 #include "cli/InterruptWatch.h"
 #include "cli/Output.h"
+#include "cli/PreferenceStore.h"
 #include "cli/commands/Commands.h"
 #include "files/Installation.h"
 #include "files/SystemTexts.h"
@@ -147,7 +148,8 @@ void RunBatch(Context& context, const BatchOptions& options) {
     RefuseOtherPlace(job, options);
     const std::string chosen =
         context.options.layout.empty() ? job.Layout() : context.options.layout;
-    batch::Layouts layouts({context.options.layouts, chosen, context.LayoutNameFor("")});
+    batch::Layouts layouts(
+        {context.options.layouts, chosen, PreferenceStore(context).Settings().PreferedKeyLang()});
     job.Check(context.Services(), layouts.For(""), chosen, options.skipAbsent);
     for (const host::Error& warning : job.Warnings())
         context.Warn(MessageOf(warning));

@@ -18,14 +18,10 @@ inline constexpr const char* kStandardStream = "-";
 // The option -o FILE for the output document.
 [[nodiscard]] Option OutputOption(std::string& file);
 
-// The option --set, which sets a document's variables; reading a document with them; and
-// RefuseUnused, which throws host::Error(Usage) for variables without a placeholder in any
-// document.
+// The option --set, which sets a document's variables; and RefuseUnused, which throws
+// host::Error(Usage) for variables without a placeholder in any document.
 [[nodiscard]] Option SetOption(std::vector<std::string>& set);
 [[nodiscard]] host::Variables VariablesOf(const std::vector<std::string>& set);
-[[nodiscard]] std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
-                                                       const host::ConfigurationDocument& document,
-                                                       host::Variables& variables);
 void RefuseUnused(const host::Variables& variables);
 
 // The identification of an opened keyboard, with its directory.

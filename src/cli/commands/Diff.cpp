@@ -40,7 +40,7 @@ Side SideOf(const std::string& name, const host::Configuration& configuration,
 Side SideOf(Context& context, const host::ConfigurationDocument& document,
             host::Variables& variables) {
     const auto configuration = context.NewConfiguration();
-    const auto sections = ReadDocument(*configuration, document, variables);
+    const auto sections = configuration->Read(document, variables);
     context.NameOptions(*configuration, document);
     return SideOf(document.Name(), *configuration, sections);
 }
@@ -77,12 +77,11 @@ void DiffWithKeyboard(Context& context, const host::ConfigurationDocument& docum
                       host::Variables& variables, Report& report) {
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
-    const auto present = session.SectionsIn(*configuration, true, &document);
-    auto sections = ReadDocument(*configuration, document, variables);
-    for (const host::Fault& fault : host::TakeOutAbsent(sections, present))
+    auto [sections, absent] = session.Read(*configuration, document, variables, true);
+    for (const host::Fault& fault : absent)
         report.AddSection(fault.place.substr(1), "(none)", "(present)",
                           "only in " + document.Name());
-    const auto scratch = context.NewConfiguration();
+    const auto scratch = context.NamedConfiguration();
     host::Planner planner(session.ReadContent(*scratch), *scratch);
     context.CloseKeyboard();
     for (const host::Fault& fault : planner.Damaged(sections)) {

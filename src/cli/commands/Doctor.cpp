@@ -144,9 +144,7 @@ private:
     }
 
     void Keyboard(ConfigDriver& driver, const setup::OpenedDriver& opened) {
-        host::Session session(
-            driver, m_context.Services(),
-            {.progress = {}, .statusText = opened.statusText, .failure = opened.failure});
+        host::Session session(driver, m_context.Services(), setup::SessionOptions(opened));
         session.Open();
         const Described described = DescriptionOf(session);
         m_json.update(described.json);

@@ -9,17 +9,6 @@ namespace qx::cli {
 
 namespace {
 
-// The sections of the document that are missing in the keyboard: refused, or skipped with a note.
-void RefuseAbsent(Context& context, const host::ConfigurationDocument& document,
-                  std::vector<host::Section*>& wanted, const std::vector<host::Section*>& present,
-                  bool fSkipAbsent) {
-    const std::vector<host::Fault> absent = host::TakeOutAbsent(wanted, present);
-    if (!absent.empty() && !fSkipAbsent)
-        throw host::AbsentError(document.Name(), absent);
-    for (const host::Fault& fault : absent)
-        context.Note("left out " + ToText(fault));
-}
-
 struct DownloadOptions {
     std::string file;
     bool skipAbsent = false;
@@ -96,17 +85,18 @@ void Download(Context& context, const DownloadOptions& options) {
     const auto document = host::ConfigurationDocument::Parse(text, NameOf(options.file));
     host::Session& session = context.Keyboard();
     const auto configuration = context.NewConfiguration();
-    const auto present = session.SectionsIn(*configuration, options.skipAbsent, &document);
     host::Variables variables = VariablesOf(options.set);
-    auto sections = ReadDocument(*configuration, document, variables);
+    const auto [sections, absent] =
+        session.Read(*configuration, document, variables, options.skipAbsent);
     RefuseUnused(variables);
-    RefuseAbsent(context, document, sections, present, options.skipAbsent);
+    for (const host::Fault& fault : absent)
+        context.Note("left out " + ToText(fault));
     host::WritePlan plan = context.Writer().Plan(sections, {options.full, options.repair});
     if (plan.GivesIdentifier())
         context.Warn(MessageOf(document.IdentifierWarning(plan.ReplacesIdentifier())));
     if (options.dryRun) {
         context.CloseKeyboard();
-        host::Planner(plan.before, *context.NewConfiguration()).NameSettings(plan);
+        host::Planner(plan.before, *context.NamedConfiguration()).NameSettings(plan);
         return ShowPlan(context, plan, options);
     }
     host::Writer::Request request;

@@ -56,20 +56,6 @@ std::string TextOf(Context& context, const std::string& file) {
     }
 }
 
-std::vector<host::Section*> ReadDocument(host::Configuration& configuration,
-                                         const host::ConfigurationDocument& document,
-                                         host::Variables& variables) {
-    try {
-        return configuration.Read(document, variables);
-    } catch (host::Error& error) {
-        if (!variables.Missing().empty()) {
-            error.name = *variables.Missing().begin();
-            error.suggestion = host::Suggestion::GiveVariables;
-        }
-        throw;
-    }
-}
-
 void RefuseUnused(const host::Variables& variables) {
     const auto unused = variables.Unused();
     if (!unused.empty())

@@ -4,6 +4,7 @@
 
 #include "files/Installation.h"
 #include "files/SystemTexts.h"
+#include "host/ErrorJson.h"
 #include "host/ErrorText.h"
 #include "qxcontrols/platform/SharedLibrary.h"
 #include "sheet/SheetFormat.h"
@@ -47,12 +48,16 @@ std::string Today() {
 sheet::WriteFunction LoadModule() {
     const auto file = files::ModuleFile(kModule);
     std::error_code ignored;
-    if (!std::filesystem::exists(file, ignored))
-        throw std::runtime_error("key sheets need the module " + files::TextOf(file) +
-                                 ", which is missing");
-    static const SharedLibrary* const module =
-        new SharedLibrary(files::TextOf(file), "key sheet module");
-    return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
+    try {
+        if (!std::filesystem::exists(file, ignored))
+            throw std::runtime_error("key sheets need the module " + files::TextOf(file) +
+                                     ", which is missing");
+        static const SharedLibrary* const module =
+            new SharedLibrary(files::TextOf(file), "key sheet module");
+        return module->Required<sheet::WriteFunction>(sheet::kWriteFunction);
+    } catch (const std::exception& error) {
+        throw host::Error(host::Cause::SheetNotMade, {.reason = error.what()});
+    }
 }
 
 // The document, checked, with its variables replaced.
@@ -61,7 +66,7 @@ host::ConfigurationDocument FilledDocument(Context& context, const SheetOptions&
     const auto document = LoadDocument(context, options.document);
     host::Variables variables = VariablesOf(options.set);
     const auto configuration = context.NewConfiguration();
-    const auto sections = ReadDocument(*configuration, document, variables);
+    const auto sections = configuration->Read(document, variables);
     RefuseUnused(variables);
     auto filled = configuration->Write(sections);
     if (const host::Json* keyboard = document.Find(kKeyboard))
@@ -69,11 +74,10 @@ host::ConfigurationDocument FilledDocument(Context& context, const SheetOptions&
     return filled;
 }
 
-// `reason` is the module's own.
-host::Error ErrorOf(sheet::SheetStatus status, const std::string& reason) {
-    return status == sheet::SheetStatus::WrongSuffix
-               ? UsageError(reason)
-               : host::Error(host::Cause::SheetNotMade, {.reason = reason});
+host::Error ErrorFrom(const std::string& text) {
+    const host::Json json = host::ParseStrictly(text, text.size());
+    json::Faults faults;
+    return host::ErrorFrom(json::Value(json, "", faults)).value();
 }
 
 void Sheet(Context& context, const SheetOptions& options) {
@@ -92,15 +96,8 @@ void Sheet(Context& context, const SheetOptions& options) {
     const sheet::SheetRequest request = {text.c_str(),   options.document.c_str(),
                                          folder.c_str(), layout.c_str(),
                                          date.c_str(),   options.file.c_str()};
-    char error[1000] = "";
-    sheet::SheetStatus status{};
-    try {
-        status = static_cast<sheet::SheetStatus>(LoadModule()(&request, error, sizeof error));
-    } catch (const std::exception& failure) {
-        throw host::Error(host::Cause::SheetNotMade, {.reason = failure.what()});
-    }
-    if (status != sheet::SheetStatus::Written)
-        throw ErrorOf(status, error);
+    if (const char* error = LoadModule()(&request))
+        throw ErrorFrom(error);
     const std::string direction = isOfKeyboard ? "keyboard to key sheet" : "document to key sheet";
     context.Result({{"direction", direction}, {"file", options.file}},
                    {direction + ": wrote " + options.file});

@@ -69,7 +69,7 @@ std::vector<host::Section*> Chosen(Context& context, const host::Configuration& 
 
 void Show(Context& context, const std::string& key) {
     host::Session& session = context.Keyboard();
-    const auto configuration = context.NewConfiguration();
+    const auto configuration = context.NamedConfiguration();
     auto sections = Chosen(context, *configuration, key);
     context.WarnOfDamage(session.Upload(sections));
     context.CloseKeyboard();

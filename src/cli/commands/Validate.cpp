@@ -65,7 +65,7 @@ void Validate(Context& context, const ValidateOptions& options) {
     const auto document = LoadDocument(context, options.file);
     host::Variables variables = VariablesOf(options.set);
     const auto configuration = context.NewConfiguration();
-    const auto sections = ReadDocument(*configuration, document, variables);
+    const auto sections = configuration->Read(document, variables);
     RefuseUnused(variables);
     if (options.lint)
         return ShowWarnings(context, options, *configuration, sections);
