@@ -22,10 +22,14 @@ KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(
     grid.SetSelects(true);
     grid.SetCarries(true);
     m_edit = Make("editKey", "edit", tr("Edit"), {Qt::Key_Return, Qt::Key_Enter}, [this] {
-        if (!m_grid.IsSelected(m_grid.FocusKey()))
-            m_grid.Pick(m_grid.FocusKey());
+        SelectFocusKey();
         emit EditWanted();
     });
+    m_record =
+        Make("recordKeys", "record", tr("Record"), {Qt::CTRL | Qt::SHIFT | Qt::Key_R}, [this] {
+            SelectFocusKey();
+            emit RecordWanted();
+        });
     m_cut = Make("cutKeys", "cut", tr("Cut"), {QKeySequence::Cut}, [this] {
         Copy();
         Clear(WithDescriptions::Yes);
@@ -69,6 +73,11 @@ QAction* KeyActions::Make(const char* name, const char* icon, const QString& tex
     return action;
 }
 
+void KeyActions::SelectFocusKey() {
+    if (!m_grid.IsSelected(m_grid.FocusKey()))
+        m_grid.Pick(m_grid.FocusKey());
+}
+
 void KeyActions::ShowMenu(const QPoint& globalAt) {
     auto* menu = new QMenu(&m_grid);
     menu->setObjectName(QStringLiteral("keyMenu"));
@@ -79,7 +88,7 @@ void KeyActions::ShowMenu(const QPoint& globalAt) {
                                          : tr("%n keys", nullptr, static_cast<int>(keys.size())));
     title->setEnabled(false);
     menu->addSeparator();
-    menu->addAction(m_edit);
+    menu->addActions({m_edit, m_record});
     menu->addSeparator();
     menu->addActions({m_cut, m_copy, m_paste, m_duplicate, m_swap, m_clear});
     menu->addSeparator();
@@ -100,6 +109,7 @@ void KeyActions::ShowState() {
     const bool hasContent = std::any_of(sent.begin(), sent.end(),
                                         [](const KeyEdits::Sent& each) { return !each.IsEmpty(); });
     m_edit->setEnabled(senders.size() == 1);
+    m_record->setEnabled(senders.size() == 1);
     m_clear->setEnabled(isProgrammed);
     m_cut->setEnabled(hasContent);
     m_copy->setEnabled(hasContent);

@@ -44,12 +44,14 @@ public:
     [[nodiscard]] static QString TextOf(const Series& series, int index);
 
 signals:
-    void EditWanted(); // in the inspector
+    void EditWanted();   // in the inspector
+    void RecordWanted(); // likewise
     void SeriesWanted();
     // The selection or what the keys send has changed; `isSeveral` if they send several sequences.
     void StateShown(bool isSeveral);
 
 private:
+    void SelectFocusKey();
     void ShowMenu(const QPoint& globalAt);
     void ShowState();
     enum class WithDescriptions { No, Yes };
@@ -65,7 +67,8 @@ private:
 
     KeyEdits& m_edits;
     views::KeyGrid& m_grid;
-    QAction *m_edit, *m_cut, *m_copy, *m_paste, *m_duplicate, *m_swap, *m_clear, *m_series, *m_all;
+    QAction *m_edit, *m_record, *m_cut, *m_copy, *m_paste, *m_duplicate, *m_swap, *m_clear,
+        *m_series, *m_all;
     std::vector<QAction*> m_more;
     Subscription m_refreshed;
 };

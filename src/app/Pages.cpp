@@ -140,6 +140,8 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
             });
     connect(m_actions.get(), &KeyActions::EditWanted, inspector,
             &views::SequenceInspector::TakeFocus);
+    connect(m_actions.get(), &KeyActions::RecordWanted, inspector,
+            &views::SequenceInspector::StartRecording);
     connect(m_actions.get(), &KeyActions::SeriesWanted, panel, &SelectionPanel::FocusSeries);
     for (const QWidget* each : std::initializer_list<QWidget*>{m_view, inspector, panel})
         each->layout()->setContentsMargins({}); // the page has some

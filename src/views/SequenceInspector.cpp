@@ -192,6 +192,11 @@ void SequenceInspector::TakeFocus() {
     m_text->setFocus(Qt::ShortcutFocusReason);
 }
 
+void SequenceInspector::StartRecording() {
+    if (m_draft)
+        m_record->setChecked(true);
+}
+
 // The space bar and Enter have a meaning of their own on keys and buttons. Control and Alt together
 // are AltGr.
 bool SequenceInspector::StartTyping(const QKeyEvent& event) {
@@ -258,6 +263,7 @@ void SequenceInspector::Type(bool withEnter) {
 }
 
 void SequenceInspector::Record(bool isOn) {
+    m_pressed.clear();
     if (isOn)
         m_record->setFocus();
     m_recording->setVisible(isOn);
@@ -286,6 +292,10 @@ bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
     if (position == 0 || key.isAutoRepeat())
         return true;
     const bool isRelease = event->type() == QEvent::KeyRelease;
+    if (!isRelease)
+        m_pressed.insert(position);
+    else if (m_pressed.erase(position) == 0)
+        return true; // of a key that began the recording
     Report(m_draft->Insert({static_cast<Byte>(position + (isRelease ? kRelease : Integer{0}))}));
     return true;
 }

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <vector>
 
 class QBoxLayout;
@@ -50,6 +51,9 @@ public:
     void SetWide(bool isWide);
     // Puts the cursor where text is typed.
     void TakeFocus();
+    // From now on, the keys that are pressed are recorded, if the key that is shown can be
+    // programmed.
+    void StartRecording();
     // Puts a character into the field for text, and the cursor behind it, if this is one that types
     // there and the key that is shown can be programmed.
     bool StartTyping(const QKeyEvent& event);
@@ -89,7 +93,8 @@ private:
     QLineEdit* m_text;
     QPushButton* m_add;
     QPushButton* m_addEnter;
-    QLabel* m_recording; // while it is recorded
+    QLabel* m_recording;      // while it is recorded
+    std::set<Byte> m_pressed; // since the recording began, by position code
     FaultLabel* m_fault;
     KeyPalette* m_palette;
     QLabel* m_received;

@@ -1664,6 +1664,10 @@
         <source>%1 overwritten.</source>
         <translation>%1 überschrieben.</translation>
     </message>
+    <message>
+        <source>Record</source>
+        <translation>Aufnehmen</translation>
+    </message>
 </context>
 <context>
     <name>KeyEdits</name>
