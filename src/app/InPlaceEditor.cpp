@@ -11,8 +11,8 @@ using views::SequenceInspector;
 InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& inspector)
     : m_edits(edits), m_grid(grid), m_inspector(inspector),
       m_refreshed(edits.Section().Control().Refreshed.Subscribe([this] { ShowSelected(); })) {
-    m_inspector.SetRemarks([this](const std::vector<Byte>& codes) {
-        return RemarksOn(codes, m_edits.Bench().Layout());
+    m_inspector.SetWarnings([this](const std::vector<Byte>& codes) {
+        return WarningsAbout(codes, m_edits.Bench().Layout());
     });
     QObject::connect(&m_inspector, &SequenceInspector::Changed, &m_inspector,
                      [this](const std::vector<Byte>& codes) {
@@ -40,13 +40,13 @@ void InPlaceEditor::ShowSelected() {
         sent.capacity == 0 ? tr("This key cannot be programmed.") : QString()});
 }
 
-SequenceInspector::Remarks InPlaceEditor::RemarksOn(const std::vector<Byte>& codes,
-                                                    const QXKeyboardLayoutData& layout) {
-    SequenceInspector::Remarks remarks;
+QStringList InPlaceEditor::WarningsAbout(const std::vector<Byte>& codes,
+                                         const QXKeyboardLayoutData& layout) {
+    QStringList warnings;
     const std::vector<Integer> all(codes.begin(), codes.end());
     for (const host::SequenceWarning& warning : host::LintSequence(all, &layout))
-        remarks.warnings += WarningText(warning, layout);
-    return remarks;
+        warnings += WarningText(warning, layout);
+    return warnings;
 }
 
 } // namespace qx::app

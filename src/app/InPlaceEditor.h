@@ -17,9 +17,8 @@ public:
     // All three outlive this object.
     InPlaceEditor(KeyEdits& edits, views::KeyGrid& grid, views::SequenceInspector& inspector);
 
-    // What there is to say about a sequence beside showing it.
-    [[nodiscard]] static views::SequenceInspector::Remarks
-    RemarksOn(const std::vector<Byte>& codes, const QXKeyboardLayoutData& layout);
+    [[nodiscard]] static QStringList WarningsAbout(const std::vector<Byte>& codes,
+                                                   const QXKeyboardLayoutData& layout);
 
 private:
     void ShowLayout();

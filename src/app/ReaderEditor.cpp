@@ -18,8 +18,8 @@ ReaderEditor::ReaderEditor(Workbench& workbench, std::string sectionKey, QWidget
                            SequenceInspector& inspector)
     : m_workbench(workbench), m_section(std::move(sectionKey)), m_view(view),
       m_inspector(inspector) {
-    m_inspector.SetRemarks([this](const std::vector<Byte>& codes) {
-        return InPlaceEditor::RemarksOn(codes, m_workbench.Layout());
+    m_inspector.SetWarnings([this](const std::vector<Byte>& codes) {
+        return InPlaceEditor::WarningsAbout(codes, m_workbench.Layout());
     });
     for (auto* label : view.findChildren<SequenceLabel*>()) {
         label->installEventFilter(this);
@@ -68,11 +68,11 @@ void ReaderEditor::ShowChosen() {
     const auto settings = m_workbench.Configuration().List(section, {place}, host::Listed::All);
     if (slot == nullptr || settings.empty())
         return m_inspector.Show({});
-    m_inspector.Show(
-        SequenceInspector::Edited{NameInSection(settings.front().name),
-                                  std::vector<Byte>(slot->codes.begin(), slot->codes.end()),
-                                  static_cast<std::size_t>(slot->capacity),
-                                  {}});
+    m_inspector.Show(SequenceInspector::Edited{
+        NameInSection(settings.front().name),
+        std::vector<Byte>(slot->codes.begin(), slot->codes.end()),
+        static_cast<std::size_t>(slot->capacity),
+        label->isEnabledTo(&m_view) ? QString() : tr("This keyboard cannot read this track.")});
 }
 
 void ReaderEditor::Put(const std::vector<Byte>& codes) {

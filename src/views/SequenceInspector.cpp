@@ -1,6 +1,7 @@
 #include "views/SequenceInspector.h"
 
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/SequenceText.h"
 #include "views/Bindings.h"
 #include "views/ChipRow.h"
 #include "views/FaultLabel.h"
@@ -97,12 +98,14 @@ void SequenceInspector::MakeParts() {
     m_recording = new QLabel;
     m_fault = new FaultLabel;
     m_palette = new KeyPalette;
-    m_received = new QLabel;
+    m_receivedCaption = new QLabel;
+    m_received = new QLineEdit;
     m_warnings = new QLabel;
 
     m_title->setFont(TitleFont(m_title->font()));
     m_title->setTextFormat(Qt::PlainText);
     m_title->setObjectName(QStringLiteral("keyTitle"));
+    m_hint->setObjectName(QStringLiteral("inspectorHint"));
     m_left->setObjectName(QStringLiteral("codesLeft"));
     m_chips->setObjectName(QStringLiteral("keys"));
     m_text->setObjectName(QStringLiteral("typedText"));
@@ -110,7 +113,9 @@ void SequenceInspector::MakeParts() {
     m_warnings->setObjectName(QStringLiteral("warnings"));
     m_record->setCheckable(true);
     m_record->installEventFilter(this);
-    for (QLabel* label : {m_hint, m_recording, m_received, m_warnings}) {
+    m_received->setReadOnly(true);
+    m_receivedCaption->setBuddy(m_received);
+    for (QLabel* label : {m_hint, m_recording, m_warnings}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
     }
@@ -143,7 +148,10 @@ void SequenceInspector::MakeParts() {
     auto* editor = new QVBoxLayout(m_editor);
     editor->setContentsMargins({});
     editor->addLayout(m_columns, 1);
-    editor->addWidget(m_received);
+    auto* received = new QHBoxLayout;
+    received->addWidget(m_receivedCaption);
+    received->addWidget(m_received, 1);
+    editor->addLayout(received);
     editor->addWidget(m_warnings);
     auto* column = new QVBoxLayout(this);
     column->addLayout(head);
@@ -212,8 +220,8 @@ bool SequenceInspector::StartTyping(const QKeyEvent& event) {
     return true;
 }
 
-void SequenceInspector::SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn) {
-    m_remarksOn = std::move(remarksOn);
+void SequenceInspector::SetWarnings(Warn warn) {
+    m_warn = std::move(warn);
     ShowDraft();
 }
 
@@ -230,11 +238,10 @@ void SequenceInspector::ShowDraft() {
     m_left->setText(tr("%n code(s) left", nullptr, static_cast<int>(m_draft->CodesLeft())));
     m_back->setEnabled(m_draft->Caret() > 0);
     m_clear->setEnabled(!m_draft->Codes().empty());
-    const Remarks remarks = m_remarksOn ? m_remarksOn(m_draft->Codes()) : Remarks();
-    m_received->setText(remarks.received);
-    m_received->setVisible(!remarks.received.isEmpty());
-    m_warnings->setText(remarks.warnings.join(u'\n'));
-    m_warnings->setVisible(!remarks.warnings.isEmpty());
+    m_received->setText(ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
+    const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
+    m_warnings->setText(warnings.join(u'\n'));
+    m_warnings->setVisible(!warnings.isEmpty());
 }
 
 // Reports the changed draft, or that something did not fit into it.
@@ -309,6 +316,8 @@ void SequenceInspector::ShowTexts() {
     m_record->setToolTip(
         tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
     m_recording->setText(tr("Each key that you press is recorded. Pause stops the recording."));
+    m_receivedCaption->setText(tr("The PC &receives"));
+    m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
     m_text->setPlaceholderText(tr("Type text"));
     m_text->setAccessibleName(tr("Text to type"));
     m_add->setText(tr("Add"));

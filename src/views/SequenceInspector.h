@@ -43,10 +43,6 @@ public:
     // The layout may be null; it stays alive, and is shown again after each change.
     void ShowLayout(const QXKeyboardLayoutData* layout);
 
-    struct Remarks {
-        QString received; // what a PC gets, in words
-        QStringList warnings;
-    };
     // Beside each other or below: what the key sends and the keys to choose from.
     void SetWide(bool isWide);
     // Puts the cursor where text is typed.
@@ -57,7 +53,9 @@ public:
     // Puts a character into the field for text, and the cursor behind it, if this is one that types
     // there and the key that is shown can be programmed.
     bool StartTyping(const QKeyEvent& event);
-    void SetRemarks(std::function<Remarks(const std::vector<Byte>&)> remarksOn);
+    // Finds the warnings about a sequence.
+    using Warn = std::function<QStringList(const std::vector<Byte>& codes)>;
+    void SetWarnings(Warn warn);
 
 signals:
     void Changed(const std::vector<qx::Byte>& codes);
@@ -78,7 +76,7 @@ private:
     const QXKeyboardLayoutData* m_layout = nullptr;
     std::optional<SequenceDraft> m_draft; // while a key is shown that can be programmed
     std::optional<Edited> m_edited;
-    std::function<Remarks(const std::vector<Byte>&)> m_remarksOn;
+    Warn m_warn;
 
     QBoxLayout* m_columns;
     QBoxLayout* m_typing;
@@ -97,7 +95,8 @@ private:
     std::set<Byte> m_pressed; // since the recording began, by position code
     FaultLabel* m_fault;
     KeyPalette* m_palette;
-    QLabel* m_received;
+    QLabel* m_receivedCaption;
+    QLineEdit* m_received; // each press and release, in their order
     QLabel* m_warnings;
 };
 

@@ -22,6 +22,8 @@ TEST(InPlace, AKeyIsEditedWithoutAWindow) {
     desk.Click("key_31");
     QTest::keyClicks(desk.Find<views::KeyGrid>("layoutDisplay"), "10");
     desk.Click("addTextAndEnter");
+    EXPECT_EQ(desk.Find<QLineEdit>("received")->text().toStdString(),
+              "A ^A Ctrl A ^A ^Ctrl 1 ^1 0 ^0 Enter ^Enter");
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 13),
               Bytes("1F 9F 3A 1F 9F BA 02 82 0B 8B 2B AB 00"));
@@ -111,6 +113,18 @@ TEST(InPlace, TheKeysToChooseFromFollowTheLayout) {
     desk.workbench.Preferences().SetPreferedKeyLang(1031);
     desk.window->ApplyPreferences();
     EXPECT_EQ(desk.Find<QAbstractButton>("key_22")->text().toStdString(), "Z");
+}
+
+// Its track and its sequences are in the document, but not in this keyboard.
+TEST(InPlace, ATrackThatTheKeyboardLacksIsNotEdited) {
+    Desk desk;
+    desk.Page("magnetCard");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Track 1 › Prefix");
+    EXPECT_TRUE(
+        desk.window->Keyboards().Connect({{}, desk.folder / "function-keys.qxk", "x1-4620"}));
+    EXPECT_EQ(desk.Find<QLabel>("inspectorHint")->text().toStdString(),
+              "This keyboard cannot read this track.");
+    EXPECT_THROW(desk.Find<QLineEdit>("received"), std::runtime_error);
 }
 
 } // namespace

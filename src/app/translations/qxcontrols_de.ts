@@ -2963,6 +2963,13 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
 </context>
 <context>
+    <name>ReaderEditor</name>
+    <message>
+        <source>This keyboard cannot read this track.</source>
+        <translation>Diese Tastatur kann diese Spur nicht lesen.</translation>
+    </message>
+</context>
+<context>
     <name>ReviewSheet</name>
     <message numerus="yes">
         <source>This changes %n setting(s) of the keyboard %1.</source>
@@ -3145,6 +3152,14 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Each key that you press is recorded. Pause stops the recording.</source>
         <translation>Jede Taste, die Sie drücken, wird aufgenommen. Pause beendet die Aufnahme.</translation>
+    </message>
+    <message>
+        <source>The PC &amp;receives</source>
+        <translation>Der PC &amp;empfängt</translation>
+    </message>
+    <message>
+        <source>Each press and release in order; ^ marks a release</source>
+        <translation>Jedes Drücken und Loslassen der Reihe nach; ^ steht für das Loslassen</translation>
     </message>
 </context>
 <context>
