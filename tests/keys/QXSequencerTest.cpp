@@ -111,6 +111,38 @@ TEST_F(SequencerTest, ClicksOnTheTwinComeFromTheKeyboard) {
               "  5 30158 31159");
 }
 
+TEST_F(SequencerTest, HeldKeysMakeAChordAndCodesGoInAtTheCaret) {
+    EXPECT_EQ(Edit([](frmSequencer& form) {
+                  form.cmdClean_Click(1);
+                  for (const Byte key : {58, 60})
+                      form.Hold(key, true);
+                  form.Hold(60, false);
+                  form.layoutDisplay.cmdKey_Click(48);
+                  EXPECT_TRUE(form.Held().empty());
+                  form.SetCaret(1);
+                  form.AddCode(31);
+                  EXPECT_TRUE(form.Insert({5, 133}));
+                  EXPECT_EQ(form.Caret(), 4U);
+                  EXPECT_FALSE(form.Insert({1, 2, 3, 4}));
+                  form.Hold(58, true);
+                  form.layoutDisplay.cmdKey_Click(30);
+                  EXPECT_TRUE(form.lblSizeMsg.Visible) << "four codes do not fit";
+                  form.cmdClean_Click(0);
+                  form.AddCode(7); // at the end again
+                  form.cmdOK_Click();
+              }),
+              " 58 31  5133 48176  7");
+    EXPECT_EQ(Edit([](frmSequencer& form) {
+                  form.Rearrange({31, 159, 5}, 1);
+                  form.layoutDisplay.cmdKey_Click(30);
+                  form.txtTyped.Text = "{9}"; // pending: not lost
+                  form.Rearrange({31}, 0);
+                  form.AddCode(8);
+                  form.cmdOK_Click();
+              }),
+              "  9  8");
+}
+
 TEST_F(SequencerTest, AFullSequenceRecordsNoMoreKeys) {
     EXPECT_EQ(Edit(
                   [](frmSequencer& form) {

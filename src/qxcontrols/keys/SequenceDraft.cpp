@@ -101,14 +101,16 @@ std::size_t SequenceDraft::CodeAt(std::size_t item) const {
     return item < m_items.size() ? m_items[item].first : m_codes.size();
 }
 
-// Takes the codes; the caret goes to the first item that begins there or later.
+void SequenceDraft::SetCaretCode(std::size_t code) {
+    const auto at =
+        std::ranges::find_if(m_items, [&](const SequenceItem& item) { return item.first >= code; });
+    m_caret = static_cast<std::size_t>(at - m_items.begin());
+}
+
 void SequenceDraft::Change(std::vector<Byte> codes, std::size_t caretCode) {
     m_codes = std::move(codes);
     m_items = m_reader.Of(m_codes);
-    m_caret = static_cast<std::size_t>(
-        std::ranges::find_if(m_items,
-                             [&](const SequenceItem& item) { return item.first >= caretCode; }) -
-        m_items.begin());
+    SetCaretCode(caretCode);
 }
 
 } // namespace qx

@@ -24,6 +24,10 @@ public:
     // The item after the caret; the number of items if the caret is after the last one.
     [[nodiscard]] std::size_t Caret() const { return m_caret; }
     void SetCaret(std::size_t item); // at most the number of items
+    // The same as the number of codes before it; the caret goes to the first item that begins there
+    // or later.
+    [[nodiscard]] std::size_t CaretCode() const { return CodeAt(m_caret); }
+    void SetCaretCode(std::size_t code);
 
     // The keys that are held while others are put in, such as 58 for Ctrl; in the order in which
     // they were pressed.

@@ -63,6 +63,8 @@ void frmSequencer::SetPrefSource(const QXProgSettings* preferences) {
 
 void frmSequencer::SetKeyString(const std::string& sKeyString) {
     m_sequence.SetKeyString(sKeyString);
+    m_caret.reset();
+    m_held.clear();
     m_openedWith = sKeyString;
     ForgetTyped();
     m_ok = false;
@@ -151,6 +153,7 @@ bool frmSequencer::TakeTyped() {
     }
     ShowTypedFault({});
     m_sequence.SetKeyString(typed.KeyString());
+    m_caret.reset();
     ForgetTyped();
     ShowSequence();
     return true;
@@ -189,7 +192,15 @@ void frmSequencer::RunScan() {
 }
 
 void frmSequencer::layoutDisplay_OnKeyClicked(Long lPositionCode) {
-    for (const Long code : {lPositionCode, lPositionCode + kRelease})
+    std::vector<Long> codes(m_held.begin(), m_held.end());
+    std::erase(codes, lPositionCode);
+    codes.push_back(lPositionCode);
+    for (std::size_t pressed = codes.size(); pressed > 0; --pressed)
+        codes.push_back(codes[pressed - 1] + kRelease);
+    const bool isChord = !std::exchange(m_held, {}).empty();
+    if (isChord && TakeTyped() && !HasRoomFor(codes.size()))
+        return ShowSizeMsg();
+    for (const Long code : codes)
         if (m_pressesTwin && pressTwinKey)
             pressTwinKey(code);
         else
@@ -207,7 +218,7 @@ void frmSequencer::AddCode(Long lCode) {
         return;
     }
     try { // the keyboard may report any value
-        m_sequence.AddByte(ToInteger(lCode));
+        PutIn(ToInteger(lCode));
     } catch (const std::invalid_argument& error) {
         TraceForm(std::string("AddCode: ") + error.what());
     }
@@ -225,12 +236,14 @@ void frmSequencer::RemoveLastCode() {
     codes.resize(codes.size() - std::min<std::size_t>(codes.size(), KeySequence::kFieldWidth));
     m_sequence.SetKeyString(std::move(codes));
     lblSizeMsg.Visible = false;
+    m_caret.reset();
     DisplayCurrentSeq();
 }
 
 void frmSequencer::RemoveAllCodes() {
     TraceForm("RemoveAllCodes");
     m_sequence.SetKeyString("");
+    m_caret.reset();
     ForgetTyped();
     lblSizeMsg.Visible = false;
     DisplayCurrentSeq();

@@ -14,8 +14,10 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qx {
 
@@ -41,6 +43,8 @@ public:
     // The sequence being edited, as its KeyString.
     [[nodiscard]] const std::string& KeyString() const { return m_sequence.KeyString(); }
     void SetKeyString(const std::string& sKeyString);
+    // Its codes; none if one is not from 0 to 255.
+    [[nodiscard]] std::optional<std::vector<Byte>> Codes() const { return m_sequence.Bytes(); }
     // The maximum number of codes, and the key being programmed, which is marked.
     [[nodiscard]] Integer MaxSeqSize() const { return m_maxSeqSize; }
     void SetMaxSeqSize(Integer nSize) { m_maxSeqSize = nSize; }
@@ -56,12 +60,28 @@ public:
     [[nodiscard]] bool PressesTwin() const { return m_pressesTwin; }
     void SetPressesTwin(bool fTwin) { m_pressesTwin = fTwin; }
 
+    // Where the next codes are put in, as the number of codes before that place; at first, and
+    // after RemoveLastCode and typed text, at the end.
+    [[nodiscard]] std::size_t Caret() const;
+    void SetCaret(std::size_t codes);
+    // The keys that are held, such as 58 for Ctrl, in the order in which they were pressed. A click
+    // on the screen then records their presses, the key, and their releases, all of them or none,
+    // and they are held no longer.
+    [[nodiscard]] const std::vector<Byte>& Held() const { return m_held; }
+    void Hold(Byte key, bool fHeld);
+    // Puts codes in at the caret: all of them, or none if there is no room, which the size message
+    // reports. False if nothing was put in.
+    bool Insert(const std::vector<Byte>& codes);
+    // Replaces the sequence by another arrangement of it. Typed text that is pending is taken
+    // instead.
+    void Rearrange(const std::vector<Byte>& codes, std::size_t caret);
+
     // Displays the parent's texts, the keys and the sequence.
     void PrepareDisplay();
     // Displays the texts of a sequencer that may not have opened the form.
     void Translate(QXSequencer& parent);
     void DisplayCurrentSeq();
-    // Appends a code, or shows the size message if the sequence is full.
+    // Puts a code in at the caret, or shows the size message if the sequence is full.
     void AddCode(Long lCode);
     // Both hide the size message.
     void RemoveLastCode();
@@ -122,12 +142,16 @@ private:
     void ShowTypedFault(const std::string& sFault);
     void RunScan();
     void layoutDisplay_OnKeyClicked(Long lPositionCode);
+    [[nodiscard]] bool HasRoomFor(std::size_t codes) const;
+    void PutIn(Integer nCode);
     static void TraceForm(std::string_view sProcedure);
 
     QXKeyboardLayoutData* m_layout = nullptr;
     QXKeyboardAccess* m_keyboard = nullptr;
     QXSequencer* m_parent = nullptr;
     KeySequence m_sequence;
+    std::optional<std::size_t> m_caret; // not at the end
+    std::vector<Byte> m_held;
     std::string m_openedWith; // its KeyString
     Integer m_maxSeqSize = 0;
     Integer m_typedTooMany = 0;
