@@ -1,6 +1,7 @@
 #include "app/ChangeMark.h"
 
 #include "views/ScrollArea.h"
+#include "views/SequenceLabel.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -10,6 +11,9 @@
 #include <QPainter>
 #include <QSpinBox>
 #include <QTimer>
+
+#include <set>
+#include <tuple>
 
 namespace qx::app {
 
@@ -33,7 +37,14 @@ QVariant ValueOf(const QWidget& widget) {
         return choice->currentIndex();
     if (const auto* text = qobject_cast<const QLineEdit*>(&widget))
         return text->text();
+    if (const auto* sequence = qobject_cast<const views::SequenceLabel*>(&widget))
+        return sequence->text();
     return {};
+}
+
+// What a key shows of its settings, whether it is the current one or not.
+auto Shown(const views::KeyCap& cap) {
+    return std::tie(cap.state, cap.caption, cap.toolTip, cap.group);
 }
 
 class Frame : public QWidget {
@@ -64,6 +75,9 @@ ChangeMark::ChangeMark(const QWidget& page) {
         if (widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus) != 0)
             if (const QVariant value = ValueOf(*widget); value.isValid())
                 m_before.emplace_back(widget, value);
+    for (auto* grid : page.findChildren<views::KeyGrid*>())
+        if (grid->isVisible() && grid->Selects())
+            m_keysBefore.emplace_back(grid, grid->Keys());
 }
 
 void ChangeMark::MarkChanged() const {
@@ -76,6 +90,14 @@ void ChangeMark::MarkChanged() const {
             widget->setFocus(Qt::OtherFocusReason);
             views::ScrollArea::Reveal(*widget, widget->rect());
         }
+    }
+    for (const auto& [grid, before] : m_keysBefore) {
+        std::set<int> changed;
+        for (std::size_t i = 0; grid != nullptr && i < before.size(); ++i)
+            if (i < grid->Keys().size() && Shown(grid->Keys()[i]) != Shown(before[i]))
+                changed.insert(before[i].index);
+        if (changed.size() > 1)
+            grid->Select(changed);
     }
 }
 

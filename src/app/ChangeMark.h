@@ -1,6 +1,8 @@
 // ChangeMark: shows which editors of a page have been changed by undo or redo: a frame around each
-// for a moment, and the focus on the first.
+// for a moment, and the focus on the first. Several changed keys become selected.
 #pragma once
+
+#include "views/KeyGrid.h"
 
 #include <QPointer>
 #include <QVariant>
@@ -21,6 +23,7 @@ public:
 
 private:
     std::vector<std::pair<QPointer<QWidget>, QVariant>> m_before;
+    std::vector<std::pair<QPointer<views::KeyGrid>, std::vector<views::KeyCap>>> m_keysBefore;
 };
 
 } // namespace qx::app

@@ -20,6 +20,14 @@ SequenceLabel::SequenceLabel(QWidget* parent) : QLabel(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 }
 
+void SequenceLabel::Choose(const QWidget& page, const char* name) {
+    for (auto* label : page.findChildren<SequenceLabel*>(QString::fromLatin1(name)))
+        if (label->isVisibleTo(&page)) {
+            label->setFocus(Qt::OtherFocusReason);
+            emit label->Entered();
+        }
+}
+
 void SequenceLabel::ShowAccessibleName(const QString& caption) {
     const QString keys = text().trimmed();
     setAccessibleName(caption + u' ' + (keys.isEmpty() ? tr("No keys") : keys));

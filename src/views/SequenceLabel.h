@@ -15,6 +15,10 @@ class SequenceLabel : public QLabel {
 public:
     explicit SequenceLabel(QWidget* parent = nullptr);
 
+    // Chooses the label of this name that the page shows, if any: it takes the focus and reports
+    // that, even in a window that is not active.
+    static void Choose(const QWidget& page, const char* name);
+
     // Sets the accessible name: the caption beside the label, and the keys.
     void ShowAccessibleName(const QString& caption);
 

@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QTabWidget>
 
+#include <fstream>
+
 namespace qx::test {
 namespace {
 
@@ -115,13 +117,47 @@ TEST(InPlace, TheKeysToChooseFromFollowTheLayout) {
     EXPECT_EQ(desk.Find<QAbstractButton>("key_22")->text().toStdString(), "Z");
 }
 
-// Its track and its sequences are in the document, but not in this keyboard.
+TEST(InPlace, UndoAndTheSearchReachTheSequencesOfReaders) {
+    Desk desk;
+    desk.Page("barcode");
+    auto* tabs = desk.Find<QTabWidget>("barcodeTabs");
+    tabs->setCurrentIndex(2);
+    desk.Click("lblReader_1");
+    desk.Click("key_31");
+    desk.Click("lblReader_0");
+    tabs->setCurrentIndex(1);
+    desk.UndoAction().trigger();
+    EXPECT_EQ(tabs->currentIndex(), 2);
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Reader 2 › Suffix");
+    EXPECT_FALSE(desk.Find<QWidget>("removeLast")->isEnabled());
+    EXPECT_NO_THROW(desk.Find<QWidget>("changeMark"));
+
+    desk.window->GoTo("/magnetCard/tracks/2/terminator");
+    desk.Click("key_31");
+    desk.window->GoTo("/barcode/readers/0/header");
+    desk.Click("key_32");
+    EXPECT_EQ(desk.Write().size(), 2);
+    EXPECT_EQ(desk.Memory(MODULE_MAGNET_HEADERS, 5 * 32, 3), Bytes("1F 9F 00"));
+    EXPECT_EQ(desk.Memory(MODULE_BARCODE_HEADERS, 0, 3), Bytes("20 A0 00"));
+}
+
+// It has the modules of a card reader, but reads no track.
 TEST(InPlace, ATrackThatTheKeyboardLacksIsNotEdited) {
     Desk desk;
+    const auto model = desk.folder / "no-tracks.json";
+    std::ofstream(model) << R"({"keyboard": {"name": "NO-TRACKS", "bootloader": "B100",
+        "program": "P100", "country": "US01", "config": "C009", "flags": {
+        "freeProgrammableKeys": false, "connectionV24": false, "chipcardReader": false,
+        "barcodeReader": false, "magneticTracks": [false, false, false, false]}},
+        "layout": "us.qxl", "directory": [
+        {"module": "MODULE_MAGNET_CONFIG", "address": 4096},
+        {"module": "MODULE_MAGNET_HEADERS", "address": 4864}]})";
     desk.Page("magnetCard");
-    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Track 1 › Prefix");
+    desk.Click("key_31");
+    EXPECT_EQ(desk.Find<QLineEdit>("received")->text().toStdString(), "A ^A");
     EXPECT_TRUE(
-        desk.window->Keyboards().Connect({{}, desk.folder / "function-keys.qxk", "x1-4620"}));
+        desk.window->Keyboards().Connect({{}, desk.folder / "no-tracks.qxk", model.string()}));
+    desk.Page("magnetCard");
     EXPECT_EQ(desk.Find<QLabel>("inspectorHint")->text().toStdString(),
               "This keyboard cannot read this track.");
     EXPECT_THROW(desk.Find<QLineEdit>("received"), std::runtime_error);

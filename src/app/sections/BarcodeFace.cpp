@@ -7,6 +7,7 @@
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/TrackSlots.h"
 #include "views/BarcodeEditor.h"
+#include "views/SequenceLabel.h"
 
 #include <QPointer>
 
@@ -88,7 +89,7 @@ public:
     [[nodiscard]] bool HasSequences() const override { return true; }
     [[nodiscard]] std::string PlaceOfLabel(std::string_view name) override {
         return "readers/" + std::to_string(Control().lstPrefGroup.ListIndex - BP_Reader_1) +
-               (name == "lblReader_0" ? "/header" : "/terminator");
+               (name == kHeader ? "/header" : "/terminator");
     }
 
     void AnswerWith(EditRequests& edits) override {
@@ -112,7 +113,13 @@ public:
             page = static_cast<Integer>(BP_Reader_1 + place.numbers[0]);
         Control().lstPrefGroup.ListIndex = page;
         Control().lstPrefGroup_Click();
-        if (!isOption || m_view == nullptr)
+        if (m_view == nullptr)
+            return;
+        if (!isOption && place.words.back() == "header")
+            views::SequenceLabel::Choose(*m_view, kHeader);
+        else if (!isOption && place.words.back() == "terminator")
+            views::SequenceLabel::Choose(*m_view, kTerminator);
+        if (!isOption)
             return;
         std::string widget = std::string(place.words[2]) + '.' + std::string(place.words[3]);
         if (!place.numbers.empty())
@@ -121,6 +128,9 @@ public:
     }
 
 private:
+    static constexpr const char* kHeader = "lblReader_0";
+    static constexpr const char* kTerminator = "lblReader_1";
+
     [[nodiscard]] static QString ReaderName(int number) {
         return WordOf(kBarcode, "readers") + QLatin1Char(' ') + QString::number(number);
     }

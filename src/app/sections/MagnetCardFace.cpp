@@ -7,6 +7,9 @@
 #include "qxcontrols/readers/QXMagnetCard.h"
 #include "qxcontrols/readers/TrackSlots.h"
 #include "views/QXMagnetCardView.h"
+#include "views/SequenceLabel.h"
+
+#include <QPointer>
 
 #include <algorithm>
 
@@ -69,7 +72,9 @@ public:
         Control().RescanTracks();
     }
 
-    [[nodiscard]] QWidget* MakeView() override { return new views::QXMagnetCardView(Control()); }
+    [[nodiscard]] QWidget* MakeView() override {
+        return m_view = new views::QXMagnetCardView(Control());
+    }
 
     [[nodiscard]] QString Summary() override {
         QStringList read;
@@ -83,7 +88,7 @@ public:
     [[nodiscard]] bool HasSequences() const override { return true; }
     [[nodiscard]] std::string PlaceOfLabel(std::string_view name) override {
         return "tracks/" + std::to_string(ShownTrack() - 1) +
-               (name == "lblCurrHeader" ? "/header" : "/terminator");
+               (name == kHeader ? "/header" : "/terminator");
     }
 
     void AnswerWith(EditRequests& edits) override {
@@ -110,6 +115,10 @@ public:
         const auto& items = Control().trackList.Items;
         if (const auto found = std::find(items.begin(), items.end(), caption); found != items.end())
             Pick(static_cast<Integer>(found - items.begin()));
+        if (m_view != nullptr && place.words.back() == "header")
+            views::SequenceLabel::Choose(*m_view, kHeader);
+        else if (m_view != nullptr && place.words.back() == "terminator")
+            views::SequenceLabel::Choose(*m_view, kTerminator);
     }
 
     // Only a keyboard shows which tracks there are: without one, the control sees one that reads
@@ -126,6 +135,9 @@ public:
     }
 
 private:
+    static constexpr const char* kHeader = "lblCurrHeader";
+    static constexpr const char* kTerminator = "lblCurrTerminator";
+
     // The track that is shown is one of the list.
     void ListTracks() {
         Control().RescanTracks();
@@ -154,6 +166,8 @@ private:
             edits.Report(tr("This keyboard cannot read track %1.").arg(nTrackId));
         return isThere;
     }
+
+    QPointer<QWidget> m_view;
 };
 
 } // namespace
