@@ -1,5 +1,6 @@
 #include "app/InPlaceEditor.h"
 
+#include "app/DeviceKeys.h"
 #include "app/LintWords.h"
 #include "app/Workbench.h"
 
@@ -15,10 +16,11 @@ InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& 
         return WarningsAbout(codes, m_edits.Bench().Layout());
     });
     QObject::connect(&m_inspector, &SequenceInspector::Changed, &m_inspector,
-                     [this](const std::vector<Byte>& codes) {
-                         m_edits.Put({{m_grid.Selected().front(), {codes}}});
+                     [this](const std::vector<Byte>& codes, bool goesOn) {
+                         m_edits.Put({{m_grid.Selected().front(), {codes}}}, goesOn);
                      });
     QObject::connect(&m_grid, &KeyGrid::SelectionChanged, &m_inspector, [this] { ShowSelected(); });
+    new DeviceKeys(m_edits.Bench(), m_inspector);
     // Another keyboard may have another layout.
     for (const auto signal : {&Workbench::KeyboardChanged, &Workbench::LayoutChanged})
         QObject::connect(&m_edits.Bench(), signal, &m_inspector, [this] { ShowLayout(); });
@@ -36,7 +38,8 @@ void InPlaceEditor::ShowSelected() {
         return m_inspector.Show({});
     const KeyEdits::Sent sent = m_edits.SentBy(keys.front());
     m_inspector.Show(SequenceInspector::Edited{
-        m_edits.SenderName(keys.front()), sent.codes, static_cast<std::size_t>(sent.capacity),
+        m_edits.PlaceOf(keys.front()), m_edits.SenderName(keys.front()), sent.codes,
+        static_cast<std::size_t>(sent.capacity),
         sent.capacity == 0 ? tr("This key cannot be programmed.") : QString()});
 }
 

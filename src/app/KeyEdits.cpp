@@ -19,10 +19,13 @@ std::string KeyEdits::SenderOf(int key) const {
     return "/" + m_section + "/" + m_workbench.Faces().Of(m_section).SenderOf(key);
 }
 
+std::string KeyEdits::PlaceOf(int key) const {
+    return "/" + m_section + "/" + m_workbench.Faces().Of(m_section).PlaceOf(key);
+}
+
 QString KeyEdits::NameOf(int key) const {
-    const std::string place =
-        "/" + m_section + "/" + m_workbench.Faces().Of(m_section).PlaceOf(key) + "/sequence";
-    const auto settings = m_workbench.Configuration().List(Section(), {place}, host::Listed::All);
+    const auto settings = m_workbench.Configuration().List(Section(), {PlaceOf(key) + "/sequence"},
+                                                           host::Listed::All);
     return settings.empty() ? QString::number(key) : NameInSection(settings.front().name);
 }
 
@@ -53,19 +56,21 @@ std::vector<int> KeyEdits::Senders(const std::vector<int>& keys) const {
     return senders;
 }
 
-bool KeyEdits::Put(const std::map<int, Content>& wanted) {
+bool KeyEdits::Put(const std::map<int, Content>& wanted, bool goesOn) {
     host::SequenceSlots all(Section());
     host::SequenceSlots::Wanted byPlace;
     for (const auto& [key, content] : wanted)
         byPlace.emplace(SenderOf(key), content.codes);
     const auto refusal = all.RefusalOf(byPlace);
     if (!refusal)
-        return Edit([&] {
-            for (const auto& [key, content] : wanted)
-                if (content.description)
-                    m_workbench.Faces().Of(m_section).Describe(key, *content.description);
-            all.Put(byPlace);
-        });
+        return Edit(
+            [&] {
+                for (const auto& [key, content] : wanted)
+                    if (content.description)
+                        m_workbench.Faces().Of(m_section).Describe(key, *content.description);
+                all.Put(byPlace);
+            },
+            goesOn);
     for (const auto& [key, content] : wanted) {
         if (SenderOf(key) != refusal->element)
             continue;
@@ -81,9 +86,9 @@ bool KeyEdits::Put(const std::map<int, Content>& wanted) {
     return false;
 }
 
-bool KeyEdits::Edit(const std::function<void()>& change) {
+bool KeyEdits::Edit(const std::function<void()>& change, bool goesOn) {
     const std::size_t before = m_workbench.History().LastStep();
-    m_workbench.Edit(Section(), change);
+    m_workbench.Edit(Section(), change, goesOn);
     return m_workbench.History().LastStep() != before;
 }
 

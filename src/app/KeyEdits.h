@@ -29,6 +29,7 @@ public:
     KeyEdits(Workbench& workbench, EditRequests& edits, std::string_view sectionKey);
 
     // Of a key of the page's grid.
+    [[nodiscard]] std::string PlaceOf(int key) const;
     [[nodiscard]] QString NameOf(int key) const;     // "Key 75 (Ins)"
     [[nodiscard]] QString SenderName(int key) const; // "Block 3 (4 keys)", or the key's name
     // The sequence, and the description where keys have one. In a change, a key without a new
@@ -50,10 +51,11 @@ public:
     // One key for each of the sequences that these keys send, in their order.
     [[nodiscard]] std::vector<int> Senders(const std::vector<int>& keys) const;
     // Gives keys new contents; keys that act together get the same. If a sequence does not fit, a
-    // notice names the key. Whether anything has changed.
-    bool Put(const std::map<int, Content>& wanted);
-    // Runs a change of the section as one step. Whether anything has changed.
-    bool Edit(const std::function<void()>& change);
+    // notice names the key. A change that goes on belongs to the step of the last one. Whether
+    // there is a new step.
+    bool Put(const std::map<int, Content>& wanted, bool goesOn = false);
+    // Runs a change of the section as one step. Whether there is a new one.
+    bool Edit(const std::function<void()>& change, bool goesOn = false);
     void Report(const QString& text) const;
     // With an offer to undo the last edit, which must be the one that is reported.
     void ReportDone(const QString& text) const;
@@ -62,7 +64,7 @@ public:
     [[nodiscard]] Workbench& Bench() const { return m_workbench; }
 
 private:
-    [[nodiscard]] std::string SenderOf(int key) const; // its place
+    [[nodiscard]] std::string SenderOf(int key) const; // the place of its sequence
 
     Workbench& m_workbench;
     EditRequests& m_edits;

@@ -175,9 +175,9 @@ void MainWindow::MakeActions() {
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     m_undo = edit->addAction(views::LineIcon(QStringLiteral("undo")), tr("&Undo"),
                              QKeySequence(Qt::CTRL | Qt::Key_Z), this, &MainWindow::Undo);
-    m_redo =
-        edit->addAction(views::LineIcon(QStringLiteral("redo")), tr("&Redo"),
-                        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this, &MainWindow::Redo);
+    m_redo = edit->addAction(views::LineIcon(QStringLiteral("redo")), tr("&Redo"), this,
+                             &MainWindow::Redo);
+    m_redo->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
     edit->addSeparator();
     edit->addAction(tr("&Find"), this, [this] { m_pages->StartSearch(); })
         ->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::CTRL | Qt::Key_F});

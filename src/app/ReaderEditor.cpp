@@ -1,5 +1,6 @@
 #include "app/ReaderEditor.h"
 
+#include "app/DeviceKeys.h"
 #include "app/InPlaceEditor.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
@@ -29,6 +30,7 @@ ReaderEditor::ReaderEditor(Workbench& workbench, std::string sectionKey, QWidget
         });
     }
     connect(&m_inspector, &SequenceInspector::Changed, this, &ReaderEditor::Put);
+    new DeviceKeys(workbench, m_inspector);
     for (const auto signal : {&Workbench::KeyboardChanged, &Workbench::LayoutChanged})
         connect(&workbench, signal, this, &ReaderEditor::ShowLayout);
     m_refreshed = workbench.Configuration().Find(m_section)->Control().Refreshed.Subscribe(
@@ -69,18 +71,19 @@ void ReaderEditor::ShowChosen() {
     if (slot == nullptr || settings.empty())
         return m_inspector.Show({});
     m_inspector.Show(SequenceInspector::Edited{
-        NameInSection(settings.front().name),
+        place, NameInSection(settings.front().name),
         std::vector<Byte>(slot->codes.begin(), slot->codes.end()),
         static_cast<std::size_t>(slot->capacity),
         label->isEnabledTo(&m_view) ? QString() : tr("This keyboard cannot read this track.")});
 }
 
-void ReaderEditor::Put(const std::vector<Byte>& codes) {
+void ReaderEditor::Put(const std::vector<Byte>& codes, bool goesOn) {
     host::Section& section = *m_workbench.Configuration().Find(m_section);
     host::SequenceSlots all(section);
     const host::SequenceSlots::Wanted wanted{{PlaceOf(*Chosen()), codes}};
     if (!all.RefusalOf(wanted))
-        m_workbench.Edit(section, [&] { all.Put(wanted); });
+        m_workbench.Edit(
+            section, [&] { all.Put(wanted); }, goesOn);
 }
 
 // Unless the user prefers that typing opens the editor.

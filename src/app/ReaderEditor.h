@@ -39,7 +39,7 @@ private:
     [[nodiscard]] views::SequenceLabel* Chosen() const;
     [[nodiscard]] std::string PlaceOf(const views::SequenceLabel& label) const;
     void ShowChosen();
-    void Put(const std::vector<Byte>& codes);
+    void Put(const std::vector<Byte>& codes, bool goesOn);
 
     Workbench& m_workbench;
     std::string m_section; // its key

@@ -99,6 +99,14 @@ constexpr Description kDescriptions[] = {
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Records the keys that are pressed on this PC's keyboard. Pause stops "
                        "it.")},
+    {"recordDevice",
+     QT_TRANSLATE_NOOP("SettingHelp",
+                       "Records the keys that are pressed on the connected keyboard. It types "
+                       "nothing until the recording stops.")},
+    {"received",
+     QT_TRANSLATE_NOOP("SettingHelp",
+                       "Each press and release that the PC receives, in order; ^ marks a "
+                       "release.")},
     {"seriesText", QT_TRANSLATE_NOOP("SettingHelp", "The text before the number of each key.")},
     {"seriesFirst",
      QT_TRANSLATE_NOOP("SettingHelp",

@@ -103,6 +103,7 @@ void Workbench::Connect() {
 void Workbench::Disconnect() {
     if (!m_session)
         return;
+    emit Leaving();
     const Busy busy(*this);
     m_faces->FollowNone();
     m_stages.Leave();
@@ -330,24 +331,24 @@ void Workbench::SaveDocument(const std::filesystem::path& file) {
         emit Noticed(LossText(loss));
 }
 
-void Workbench::Edit(Section& section, const std::function<void()>& change) {
+void Workbench::Edit(Section& section, const std::function<void()>& change, bool goesOn) {
     m_history->Seal();
     Quietly([&] {
         change();
         section.Control().SetDataChanged(true);
     });
-    NoteEdit(section);
+    NoteEdit(section, goesOn);
     m_history->Seal();
 }
 
 // A control shows itself again after each selection too, which is not an edit.
-void Workbench::NoteEdit(Section& section) {
+void Workbench::NoteEdit(Section& section, bool goesOn) {
     if (m_isBusy)
         return;
     const Busy busy(*this); // writing a document has some controls show themselves
     if (!section.MarksEdits())
         section.Control().SetDataChanged(true);
-    if (m_history->Note())
+    if (m_history->Note(goesOn))
         emit DocumentChanged();
     emit Touched();
 }

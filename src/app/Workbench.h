@@ -143,8 +143,8 @@ public:
     [[nodiscard]] bool IsModified() const { return !m_history->IsSaved(); }
 
     // An edit of the section's settings, which its control then shows: one step, however many of
-    // them it changes.
-    void Edit(host::Section& section, const std::function<void()>& change);
+    // them it changes, or a part of the last step, which it goes on with.
+    void Edit(host::Section& section, const std::function<void()>& change, bool goesOn = false);
     // Runs a change of the controls that is not an edit of the document.
     void Quietly(const std::function<void()>& change);
     // True during such a change and during transfers, when the controls may hold half of something.
@@ -153,6 +153,7 @@ public:
     void Redo();
 
 signals:
+    void Leaving();             // the keyboard, which is still connected
     void KeyboardChanged();     // another one, or none
     void Held(bool isDocument); // the keyboard now holds the document, or something unknown
     // The keyboard was found to hold the document except for these settings, from its to ours.
@@ -171,7 +172,7 @@ signals:
 private:
     class Busy;
 
-    void NoteEdit(host::Section& section);
+    void NoteEdit(host::Section& section, bool goesOn = false);
     void TakeDocument(const host::ConfigurationDocument& document,
                       const std::filesystem::path& file);
     void StorePreferences();

@@ -57,12 +57,12 @@ void History::Restart(const std::vector<Section*>& sections, bool isSaved) {
     m_isSealed = true;
 }
 
-bool History::Note() {
+bool History::Note(bool goesOn) {
     Step step{TakeEdits(), {}};
     if (step.edits.empty())
         return false;
     NameStep(step);
-    if (!GoesOn(step))
+    if (!GoesOn(step, goesOn))
         Push(std::move(step));
     m_isSealed = false;
     return true;
@@ -106,12 +106,17 @@ void History::NameStep(Step& step) const {
     step.isGradual = named.size() == 1 && first.isGradual;
 }
 
-bool History::GoesOn(const Step& step) {
-    if (m_isSealed || m_present == m_saved || m_present == 0 || CanRedo() || !step.isGradual ||
-        !m_steps.back().isGradual || step.changed.place != m_steps.back().changed.place)
+bool History::GoesOn(const Step& step, bool isWanted) {
+    if (m_present == m_saved || m_present == 0 || CanRedo())
+        return false;
+    Step& last = m_steps.back();
+    const bool isRun =
+        !m_isSealed && step.isGradual && last.isGradual && step.changed.place == last.changed.place;
+    if (!isRun && !(isWanted && step.edits.size() == 1 && last.edits.size() == 1 &&
+                    step.edits.front().section == last.edits.front().section))
         return false;
     for (const auto& [place, values] : step.edits.front().change) {
-        const auto [known, isNew] = m_steps.back().edits.front().change.emplace(place, values);
+        const auto [known, isNew] = last.edits.front().change.emplace(place, values);
         if (!isNew)
             known->second.after = values.after;
     }

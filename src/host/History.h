@@ -26,8 +26,9 @@ public:
     void Restart(const std::vector<Section*>& sections, bool isSaved);
 
     // Creates a step from the changes since the last one, in the sections whose controls have
-    // DataChanged set. False if nothing has changed.
-    bool Note();
+    // DataChanged set. False if nothing has changed. If the edit goes on with the last one, they
+    // join that step, unless it has been undone or saved, or is of another section.
+    bool Note(bool goesOn = false);
     void Seal() { m_isSealed = true; }
 
     [[nodiscard]] bool CanUndo() const { return m_present > 0; }
@@ -80,8 +81,8 @@ private:
 
     [[nodiscard]] std::vector<Edit> TakeEdits();
     void NameStep(Step& step) const;
-    // Merges the step into the last one if both belong to the same run.
-    [[nodiscard]] bool GoesOn(const Step& step);
+    // Merges the step into the last one if both belong to the same run, or if that is wanted.
+    [[nodiscard]] bool GoesOn(const Step& step, bool isWanted);
     void Push(Step step);
     void Go(const Step& step, bool isForwards);
 

@@ -3,13 +3,12 @@
 #include "qxcontrols/keys/KeyNames.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "views/Bindings.h"
+#include "views/EntryLine.h"
 #include "views/FlowLayout.h"
+#include "views/HeldKeys.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
-#include <QLineEdit>
 #include <QScrollArea>
-#include <QSignalBlocker>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -27,34 +26,23 @@ constexpr int kLeastKeyWidth = 32;
 constexpr int kLeastKeyHeight = 28;
 constexpr int kMostFound = 30;
 
-struct Modifier {
-    Byte key;
-    const char* text;
-};
-// Their numbers are the same in every layout.
-constexpr Modifier kModifiers[] = {
-    {44, QT_TRANSLATE_NOOP("KeyPalette", "Shift")},
-    {58, QT_TRANSLATE_NOOP("KeyPalette", "Ctrl")},
-    {60, QT_TRANSLATE_NOOP("KeyPalette", "Alt")},
-    {62, QT_TRANSLATE_NOOP("KeyPalette", "Alt Gr")},
-};
-
-enum Group { Letters, Editing, Function, Pad, Others, kGroups };
+enum Group { Letters, Function, Navigation, Pad, Modifiers, kGroups };
 
 constexpr std::array<const char*, kGroups> kTitles = {
-    QT_TRANSLATE_NOOP("KeyPalette", "A–Z"),    QT_TRANSLATE_NOOP("KeyPalette", "Editing"),
-    QT_TRANSLATE_NOOP("KeyPalette", "F1–F12"), QT_TRANSLATE_NOOP("KeyPalette", "Pad"),
-    QT_TRANSLATE_NOOP("KeyPalette", "Others"),
+    QT_TRANSLATE_NOOP("KeyPalette", "A–Z"),        QT_TRANSLATE_NOOP("KeyPalette", "F1–F12"),
+    QT_TRANSLATE_NOOP("KeyPalette", "Navigation"), QT_TRANSLATE_NOOP("KeyPalette", "Pad"),
+    QT_TRANSLATE_NOOP("KeyPalette", "Modifiers"),
 };
 
+// By the customary numbers. Beside the function keys are Esc and those to their right.
 Group GroupOf(Byte key) {
-    static constexpr Byte kEditing[] = {15, 16, 43, 61, 110}; // Backspace, Tab, Enter, space, Esc
-    static constexpr Byte kOthers[] = {30, 44, 57, 58, 60, 62, 64};
-    if (std::ranges::find(kEditing, key) != std::end(kEditing) || (key >= 75 && key <= 89))
-        return Editing;
-    if (std::ranges::find(kOthers, key) != std::end(kOthers) || key > 123)
-        return Others;
-    if (key >= 112)
+    static constexpr Byte kNavigation[] = {15, 16, 43}; // Backspace, Tab, Enter
+    static constexpr Byte kModifiers[] = {30, 44, 57, 58, 60, 62, 64};
+    if (std::ranges::find(kNavigation, key) != std::end(kNavigation) || (key >= 75 && key <= 89))
+        return Navigation;
+    if (std::ranges::find(kModifiers, key) != std::end(kModifiers))
+        return Modifiers;
+    if (key >= 110)
         return Function;
     return key >= 90 ? Pad : Letters;
 }
@@ -71,20 +59,9 @@ void Empty(QLayout& layout) {
 } // namespace
 
 KeyPalette::KeyPalette(QWidget* parent)
-    : QWidget(parent), m_search(new QLineEdit), m_tabs(new QTabWidget), m_found(new QWidget) {
-    auto* held = new QHBoxLayout;
-    held->setSpacing(kSpacing);
-    for (const Modifier& modifier : kModifiers) {
-        auto* button = new QToolButton;
-        button->setObjectName(QStringLiteral("hold_%1").arg(modifier.key));
-        button->setCheckable(true);
-        button->setMinimumSize(kLeastKeyWidth, kLeastKeyHeight);
-        connect(button, &QToolButton::toggled, this,
-                [this, key = modifier.key](bool isHeld) { emit HeldChanged(key, isHeld); });
-        m_modifiers.push_back(button);
-        held->addWidget(button);
-    }
-    held->addStretch(1);
+    : QWidget(parent), m_held(new HeldKeys), m_search(new EntryLine), m_tabs(new QTabWidget),
+      m_found(new QWidget) {
+    connect(m_held, &HeldKeys::HeldChanged, this, &KeyPalette::HeldChanged);
     m_search->setObjectName(QStringLiteral("searchKey"));
     m_search->setClearButtonEnabled(true);
     connect(m_search, &QLineEdit::textChanged, this, &KeyPalette::Search);
@@ -103,7 +80,7 @@ KeyPalette::KeyPalette(QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     m_head = new QVBoxLayout;
-    m_head->addLayout(held);
+    m_head->addWidget(m_held);
     m_head->addWidget(m_search);
     column->addLayout(m_head);
     column->addWidget(m_found);
@@ -118,7 +95,13 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
     button->setToolTip(key.name);
     button->setAccessibleName(key.name.isEmpty() ? key.caption : key.name);
     button->setMinimumSize(kLeastKeyWidth, kLeastKeyHeight);
-    connect(button, &QToolButton::clicked, this, [this, code = key.code] { emit KeyChosen(code); });
+    connect(button, &QToolButton::clicked, this, [this, code = key.code] {
+        if (!m_search->text().isEmpty()) { // the next search starts anew
+            m_search->Empty();
+            m_search->setFocus();
+        }
+        emit KeyChosen(code);
+    });
     return button;
 }
 
@@ -166,8 +149,7 @@ void KeyPalette::SetWide(bool isWide) {
 }
 
 void KeyPalette::Release() {
-    for (QToolButton* button : m_modifiers)
-        button->setChecked(false);
+    m_held->Show({});
 }
 
 // How well the key fits what is searched for, 0 best; nothing when it does not.
@@ -199,11 +181,6 @@ void KeyPalette::Search(const QString& text) {
 }
 
 void KeyPalette::ShowTexts() {
-    for (std::size_t i = 0; i < m_modifiers.size(); ++i) {
-        const QString text = tr(kModifiers[i].text);
-        m_modifiers[i]->setText(text);
-        m_modifiers[i]->setToolTip(tr("Hold %1 while the next key is pressed").arg(text));
-    }
     m_search->setPlaceholderText(tr("Find a key"));
     m_search->setAccessibleName(tr("Find a key"));
     m_tabs->setAccessibleName(tr("Keys to add"));

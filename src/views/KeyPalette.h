@@ -11,7 +11,6 @@
 
 class QAbstractButton;
 class QBoxLayout;
-class QLineEdit;
 class QTabWidget;
 class QToolButton;
 
@@ -20,6 +19,9 @@ class QXKeyboardLayoutData;
 }
 
 namespace qx::views {
+
+class EntryLine;
+class HeldKeys;
 
 class KeyPalette : public QWidget {
     Q_OBJECT
@@ -53,9 +55,9 @@ private:
     void ShowTexts();
     void Search(const QString& text);
 
-    std::vector<QToolButton*> m_modifiers;
+    HeldKeys* m_held;
     QBoxLayout* m_head;
-    QLineEdit* m_search;
+    EntryLine* m_search;
     QTabWidget* m_tabs;
     QWidget* m_found; // the page of the search
     std::vector<Key> m_keys;

@@ -5,19 +5,19 @@
 #include "views/Bindings.h"
 #include "views/ChipRow.h"
 #include "views/FaultLabel.h"
+#include "views/FlowLayout.h"
 #include "views/KeyPalette.h"
 #include "views/LineIcon.h"
 #include "views/PcKeys.h"
+#include "views/TextEntry.h"
 #include "views/TitleFont.h"
 #include "views/TypedCodes.h"
 
-#include <QAction>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -25,17 +25,13 @@ namespace qx::views {
 
 namespace {
 
+constexpr int kGap = 6; // pixels between the buttons
+
 QToolButton* MakeTool(const char* name, const char* icon) {
     auto* button = new QToolButton;
     button->setObjectName(QString::fromLatin1(name));
     button->setIcon(LineIcon(QString::fromLatin1(icon)));
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    return button;
-}
-
-QPushButton* MakeButton(const char* name) {
-    auto* button = new QPushButton;
-    button->setObjectName(QString::fromLatin1(name));
     return button;
 }
 
@@ -65,15 +61,10 @@ SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
         m_draft->Clear();
         Report(true);
     });
-    connect(m_record, &QToolButton::toggled, this, &SequenceInspector::Record);
-    connect(m_text, &QLineEdit::returnPressed, this, [this] { Type(false); });
-    auto* typeWithEnter = new QAction(m_text);
-    typeWithEnter->setShortcuts({Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
-    typeWithEnter->setShortcutContext(Qt::WidgetShortcut);
-    m_text->addAction(typeWithEnter);
-    connect(typeWithEnter, &QAction::triggered, this, [this] { Type(true); });
-    connect(m_add, &QPushButton::clicked, this, [this] { Type(false); });
-    connect(m_addEnter, &QPushButton::clicked, this, [this] { Type(true); });
+    for (QToolButton* recorder : {m_record, m_device})
+        connect(recorder, &QToolButton::toggled, this,
+                [this, recorder](bool isOn) { Record(*recorder, isOn); });
+    connect(m_text, &TextEntry::Entered, this, &SequenceInspector::Type);
     connect(m_palette, &KeyPalette::KeyChosen, this, &SequenceInspector::Choose);
     connect(m_palette, &KeyPalette::HeldChanged, this, [this](int key, bool isHeld) {
         if (m_draft)
@@ -92,9 +83,8 @@ void SequenceInspector::MakeParts() {
     m_back = MakeTool("removeLast", "previous");
     m_clear = MakeTool("clearKeys", "delete");
     m_record = MakeTool("record", "record");
-    m_text = new QLineEdit;
-    m_add = MakeButton("addText");
-    m_addEnter = MakeButton("addTextAndEnter");
+    m_device = MakeTool("recordDevice", "record");
+    m_text = new TextEntry;
     m_recording = new QLabel;
     m_fault = new FaultLabel;
     m_palette = new KeyPalette;
@@ -108,11 +98,13 @@ void SequenceInspector::MakeParts() {
     m_hint->setObjectName(QStringLiteral("inspectorHint"));
     m_left->setObjectName(QStringLiteral("codesLeft"));
     m_chips->setObjectName(QStringLiteral("keys"));
-    m_text->setObjectName(QStringLiteral("typedText"));
     m_received->setObjectName(QStringLiteral("received"));
     m_warnings->setObjectName(QStringLiteral("warnings"));
-    m_record->setCheckable(true);
-    m_record->installEventFilter(this);
+    for (QToolButton* recorder : {m_record, m_device}) {
+        recorder->setCheckable(true);
+        recorder->installEventFilter(this);
+    }
+    m_device->hide();
     m_received->setReadOnly(true);
     m_receivedCaption->setBuddy(m_received);
     for (QLabel* label : {m_hint, m_recording, m_warnings}) {
@@ -124,22 +116,14 @@ void SequenceInspector::MakeParts() {
     auto* head = new QHBoxLayout;
     head->addWidget(m_title, 1);
     head->addWidget(m_left);
-    auto* tools = new QHBoxLayout;
-    for (QToolButton* tool : {m_back, m_clear, m_record})
+    auto* tools = new FlowLayout(kGap);
+    for (QToolButton* tool : {m_back, m_clear, m_record, m_device})
         tools->addWidget(tool);
-    tools->addStretch(1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_add);
-    buttons->addWidget(m_addEnter);
-    buttons->addStretch(1);
-    m_typing = new QVBoxLayout;
-    m_typing->addWidget(m_text);
-    m_typing->addLayout(buttons);
     auto* sent = new QVBoxLayout;
     sent->addWidget(m_chips);
     sent->addLayout(tools);
     sent->addWidget(m_recording);
-    sent->addLayout(m_typing);
+    sent->addWidget(m_text);
     sent->addWidget(m_fault);
     sent->addStretch(0);
     m_columns = new QVBoxLayout;
@@ -161,7 +145,7 @@ void SequenceInspector::MakeParts() {
 }
 
 void SequenceInspector::Show(const std::optional<Edited>& edited) {
-    const bool isSame = edited && m_edited && m_draft && edited->title == m_edited->title &&
+    const bool isSame = edited && m_edited && m_draft && edited->place == m_edited->place &&
                         edited->capacity == m_edited->capacity && edited->refusal.isEmpty() &&
                         edited->codes == m_draft->Codes();
     m_edited = edited;
@@ -170,9 +154,9 @@ void SequenceInspector::Show(const std::optional<Edited>& edited) {
         return;
     }
     m_draft.reset();
-    m_record->setChecked(false);
+    StopRecording();
     m_fault->clear();
-    m_text->clear();
+    m_text->Empty();
     m_recording->hide();
     m_palette->Release();
     if (edited && edited->refusal.isEmpty() && m_layout != nullptr) {
@@ -190,9 +174,9 @@ void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
 }
 
 void SequenceInspector::SetWide(bool isWide) {
-    for (QBoxLayout* layout : {m_columns, m_typing})
-        layout->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    m_columns->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_columns->setStretch(0, isWide ? 1 : 0);
+    m_text->SetWide(isWide);
     m_palette->SetWide(isWide);
 }
 
@@ -216,7 +200,7 @@ bool SequenceInspector::StartTyping(const QKeyEvent& event) {
     if (!types || !m_draft || !isVisible())
         return false;
     m_text->setFocus(Qt::OtherFocusReason);
-    m_text->insert(text);
+    m_text->Insert(text);
     return true;
 }
 
@@ -250,7 +234,7 @@ void SequenceInspector::Report(bool hasFitted) {
     if (!hasFitted)
         return;
     ShowDraft();
-    emit Changed(m_draft->Codes());
+    emit Changed(m_draft->Codes(), m_hasRecorded);
 }
 
 void SequenceInspector::Choose(int key) {
@@ -259,31 +243,60 @@ void SequenceInspector::Choose(int key) {
     Report(hasFitted);
 }
 
-void SequenceInspector::Type(bool withEnter) {
-    const TypedCodes typed(m_text->text(), withEnter, *m_layout);
+void SequenceInspector::Type(const QString& text, bool withEnter) {
+    const TypedCodes typed(text, withEnter, *m_layout);
     if (!typed.fault.isEmpty())
         return m_fault->setText(typed.fault);
     const bool hasFitted = m_draft->Insert(typed.codes);
     if (hasFitted)
-        m_text->clear();
+        m_text->Empty();
     Report(hasFitted);
 }
 
-void SequenceInspector::Record(bool isOn) {
+void SequenceInspector::OfferDevice(bool isOffered) {
+    m_device->setVisible(isOffered);
+}
+
+void SequenceInspector::StopRecording() {
+    for (QToolButton* recorder : {m_record, m_device})
+        recorder->setChecked(false);
+}
+
+void SequenceInspector::Record(QToolButton& recorder, bool isOn) {
+    m_hasRecorded = false;
     m_pressed.clear();
-    if (isOn)
-        m_record->setFocus();
-    m_recording->setVisible(isOn);
-    for (QWidget* each : std::initializer_list<QWidget*>{m_text, m_add, m_addEnter})
-        each->setVisible(!isOn); // the hint has their room
+    if (isOn) {
+        (&recorder == m_record ? m_device : m_record)->setChecked(false);
+        recorder.setFocus();
+    }
+    const bool isRecording = m_record->isChecked() || m_device->isChecked();
+    m_recording->setVisible(isRecording);
+    m_text->setVisible(!isRecording); // the hint has its room
     ShowTexts();
+    if (&recorder == m_device)
+        emit DeviceWanted(isOn);
+}
+
+void SequenceInspector::TakeRecorded(Byte code) {
+    Report(m_draft->Insert({code}));
+    m_hasRecorded = true;
+}
+
+void SequenceInspector::TakeFromDevice(Long lCode) {
+    constexpr Long kMostCode = 255;
+    if (lCode > 0 && lCode <= kMostCode)
+        TakeRecorded(static_cast<Byte>(lCode));
+    else
+        m_fault->setText(
+            tr("The keyboard reported key %1, which no sequence can have.").arg(lCode));
 }
 
 bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != m_record || !m_record->isChecked() || !m_draft)
+    auto* recorder = qobject_cast<QToolButton*>(watched);
+    if (recorder != nullptr && recorder->isChecked() && event->type() == QEvent::FocusOut)
+        recorder->setChecked(false);
+    if (recorder != m_record || !m_record->isChecked() || !m_draft)
         return QWidget::eventFilter(watched, event);
-    if (event->type() == QEvent::FocusOut)
-        m_record->setChecked(false);
     if (event->type() == QEvent::ShortcutOverride) {
         event->accept(); // the key is recorded, whatever it is a shortcut for
         return true;
@@ -303,7 +316,7 @@ bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
         m_pressed.insert(position);
     else if (m_pressed.erase(position) == 0)
         return true; // of a key that began the recording
-    Report(m_draft->Insert({static_cast<Byte>(position + (isRelease ? kRelease : Integer{0}))}));
+    TakeRecorded(static_cast<Byte>(position + (isRelease ? kRelease : Integer{0})));
     return true;
 }
 
@@ -315,15 +328,15 @@ void SequenceInspector::ShowTexts() {
     m_record->setText(m_record->isChecked() ? tr("Stop recording") : tr("Record"));
     m_record->setToolTip(
         tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
-    m_recording->setText(tr("Each key that you press is recorded. Pause stops the recording."));
+    m_device->setText(m_device->isChecked() ? tr("Stop recording") : tr("From the device"));
+    m_device->setToolTip(tr("Record the keys that you press on the connected keyboard, which does "
+                            "not type meanwhile"));
+    m_recording->setText(
+        m_device->isChecked()
+            ? tr("Each key that you press on the connected keyboard is recorded.")
+            : tr("Each key that you press is recorded. Pause stops the recording."));
     m_receivedCaption->setText(tr("The PC &receives"));
     m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
-    m_text->setPlaceholderText(tr("Type text"));
-    m_text->setAccessibleName(tr("Text to type"));
-    m_add->setText(tr("Add"));
-    m_add->setToolTip(tr("Add the keys that type the text"));
-    m_addEnter->setText(tr("Add + Enter"));
-    m_addEnter->setToolTip(tr("Add the keys that type the text, and Enter (Ctrl+Enter)"));
     ShowDraft();
 }
 

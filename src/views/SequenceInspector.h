@@ -11,13 +11,13 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 class QBoxLayout;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class QToolButton;
 
 namespace qx::views {
@@ -25,6 +25,7 @@ namespace qx::views {
 class ChipRow;
 class FaultLabel;
 class KeyPalette;
+class TextEntry;
 
 class SequenceInspector : public QWidget {
     Q_OBJECT
@@ -32,13 +33,14 @@ public:
     explicit SequenceInspector(QWidget* parent = nullptr);
 
     struct Edited {
+        std::string place;       // of the key or the sequence; its title may change
         QString title;           // "F2"
         std::vector<Byte> codes; // 1 to 255 each
         std::size_t capacity = 0;
         QString refusal; // why the key cannot be programmed; then nothing can be changed
     };
     // Shows this key's sequence, or with nothing that no key is selected. The caret stays where it
-    // is while title and codes are those that are shown already.
+    // is while place and codes are those that are shown already.
     void Show(const std::optional<Edited>& edited);
     // The layout may be null; it stays alive, and is shown again after each change.
     void ShowLayout(const QXKeyboardLayoutData* layout);
@@ -57,8 +59,16 @@ public:
     using Warn = std::function<QStringList(const std::vector<Byte>& codes)>;
     void SetWarnings(Warn warn);
 
+    // Whether keys can be recorded from the connected keyboard; its owner then asks it for them
+    // while that is wanted.
+    void OfferDevice(bool isOffered);
+    void TakeFromDevice(Long lCode); // as the keyboard reports it
+    void StopRecording();
+
 signals:
-    void Changed(const std::vector<qx::Byte>& codes);
+    // All changes of one recording belong together: each of them but the first goes on.
+    void Changed(const std::vector<qx::Byte>& codes, bool goesOn);
+    void DeviceWanted(bool isWanted);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -69,17 +79,18 @@ private:
     void ShowTexts();
     void ShowDraft();
     void Report(bool hasFitted);
-    void Type(bool withEnter);
-    void Record(bool isOn);
+    void Type(const QString& text, bool withEnter);
+    void Record(QToolButton& recorder, bool isOn);
+    void TakeRecorded(Byte code);
     void Choose(int key);
 
     const QXKeyboardLayoutData* m_layout = nullptr;
     std::optional<SequenceDraft> m_draft; // while a key is shown that can be programmed
     std::optional<Edited> m_edited;
     Warn m_warn;
+    bool m_hasRecorded = false; // something, and may go on
 
     QBoxLayout* m_columns;
-    QBoxLayout* m_typing;
     QLabel* m_title;
     QLabel* m_left;
     QLabel* m_hint; // instead of the editor
@@ -88,9 +99,8 @@ private:
     QToolButton* m_back;
     QToolButton* m_clear;
     QToolButton* m_record;
-    QLineEdit* m_text;
-    QPushButton* m_add;
-    QPushButton* m_addEnter;
+    QToolButton* m_device; // records from the connected keyboard
+    TextEntry* m_text;
     QLabel* m_recording;      // while it is recorded
     std::set<Byte> m_pressed; // since the recording began, by position code
     FaultLabel* m_fault;

@@ -98,6 +98,33 @@ TEST(History, NamesStepsAndMakesOneOfARun) {
     EXPECT_FALSE(edited.history->IsSaved()) << "the saved state can no longer be reached";
 }
 
+TEST(History, AnEditThatGoesOnJoinsTheLastStepOfItsSection) {
+    Edited edited;
+    const std::string before = edited.Now();
+    edited.Delay(9);
+    const std::string afterDelay = edited.Now();
+    auto& barcode = edited.Control<QXBarcode>("barcode");
+    const auto goOn = [&](BarcodePage page) {
+        edited.history->Seal();
+        barcode.BitPage(page).SetMinSize(7);
+        barcode.SetDataChanged(true);
+        EXPECT_TRUE(edited.history->Note(true));
+    };
+    goOn(BP_Code39); // of another section
+    goOn(BP_Code93);
+    edited.history->Undo();
+    EXPECT_EQ(edited.Now(), afterDelay);
+    edited.history->Redo();
+    edited.history->MarkSaved();
+    const std::string saved = edited.Now();
+    goOn(BP_Code11);
+    edited.history->Undo();
+    EXPECT_EQ(edited.Now(), saved) << "the saved state is a separate step";
+    edited.history->Undo();
+    edited.history->Undo();
+    EXPECT_EQ(edited.Now(), before);
+}
+
 // The oldest of very many steps are dropped, and eventually the saved state with them.
 TEST(History, KnowsTheSavedStateAmongVeryManySteps) {
     Edited edited;

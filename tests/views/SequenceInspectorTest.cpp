@@ -8,10 +8,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 namespace qx::views {
 
@@ -34,7 +37,7 @@ protected:
         inspector.show();
     }
     void Show(const std::vector<Byte>& codes, const QString& title = QStringLiteral("F2")) {
-        inspector.Show(SequenceInspector::Edited{title, codes, 12, {}});
+        inspector.Show(SequenceInspector::Edited{title.toStdString(), title, codes, 12, {}});
     }
     template <typename Widget>
     Widget* Part(const char* name) {
@@ -123,8 +126,27 @@ TEST_F(SequenceInspectorTest, KeysOfThePcAreRecordedByTheirPlaces) {
     EXPECT_EQ(changes, 4);
 }
 
+TEST_F(SequenceInspectorTest, EachKeyIsOnOneTabOfThePalette) {
+    const auto* tabs = Part<QTabWidget>("keyGroups");
+    std::map<int, QString> tabOf;
+    int keys = 0;
+    for (int tab = 0; tab < tabs->count(); ++tab)
+        for (const auto* key : tabs->widget(tab)->findChildren<QToolButton*>()) {
+            tabOf[key->objectName().mid(4).toInt()] = tabs->tabText(tab);
+            ++keys;
+        }
+    for (Long code = 1; code < 128; ++code)
+        EXPECT_EQ(tabOf.contains(code), !layout.KeyCaption(code).empty()) << code;
+    EXPECT_EQ(static_cast<std::size_t>(keys), tabOf.size());
+    const std::map<int, const char*> expected = {
+        {31, "A–Z"},       {61, "A–Z"},     {43, "Navigation"}, {84, "Navigation"},
+        {58, "Modifiers"}, {123, "F1–F12"}, {110, "F1–F12"},    {108, "Pad"}};
+    for (const auto& [key, title] : expected)
+        EXPECT_EQ(tabOf[key].toStdString(), title) << key;
+}
+
 TEST_F(SequenceInspectorTest, AKeyThatCannotBeProgrammedShowsWhy) {
-    inspector.Show(SequenceInspector::Edited{"A", {}, 12, "This key cannot be programmed."});
+    inspector.Show(SequenceInspector::Edited{"A", "A", {}, 12, "This key cannot be programmed."});
     EXPECT_FALSE(Part<ChipRow>("keys")->isVisible());
     inspector.Show({});
     EXPECT_FALSE(Part<ChipRow>("keys")->isVisible());
