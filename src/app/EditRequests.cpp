@@ -30,9 +30,12 @@ void EditRequests::AnswerEditors() {
     On(m_posProgrammer.RemoveAllBlocks,
        [this](bool& fCancel) { fCancel = !m_screen.ask(tr("Remove all POS blocks?")); });
     On(m_sequencer.UserNeedsHelp, [this] {
-        m_screen.help(tr("Click keys on the screen or press them on the keyboard: each is added to "
-                         "the sequence. A press on the screen records the key and its release. Or "
-                         "type the sequence as text, such as Ctrl+C Enter, and apply it."));
+        m_screen.help(
+            tr("Click keys on the screen or press them on the keyboard: each is added to the "
+               "sequence. A click records the key and its release; Shift, Ctrl and Alt are held "
+               "for the next click. Text to type becomes the keys that type it. The cross on a "
+               "key of the sequence removes it, and dragging moves it. Or type the sequence as "
+               "text, such as Ctrl+C Enter, and apply it."));
     });
     On(m_posProgrammer.UserNeedsHelp, [this] {
         m_screen.help(

@@ -1,8 +1,12 @@
 #include "views/frmSequencerView.h"
 
+#include "views/ChipRow.h"
 #include "views/Discard.h"
 #include "views/FaultLabel.h"
+#include "views/HeldKeys.h"
 #include "views/QXLayoutDisplayView.h"
+#include "views/TextEntry.h"
+#include "views/TypedCodes.h"
 
 #include <QFocusEvent>
 #include <QGridLayout>
@@ -12,11 +16,13 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace qx::views {
 
 namespace {
 
-constexpr int kSequenceLines = 3;
+constexpr int kSequenceLines = 2;
 
 // A button that Enter in a text line does not press.
 QPushButton* MakeButton() {
@@ -34,15 +40,16 @@ frmSequencerView::frmSequencerView(frmSequencer& form, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->addLayout(MakeHead());
     column->addWidget(keys, 1);
-    column->addWidget(MakeTwin());
+    column->addLayout(MakeClicks());
     column->addSpacing(8);
     column->addLayout(MakeSequence());
+    column->addWidget(MakeText());
     column->addLayout(MakeTyped());
     column->addLayout(MakeButtons());
     m_bindings.OnShow([this] { setWindowTitle(ToQt(m_form.lblCaption.Caption)); });
 
     auto* confirm = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
-    connect(confirm, &QShortcut::activated, this, [&form] { form.cmdOK_Click(); });
+    connect(confirm, &QShortcut::activated, this, &frmSequencerView::Confirm);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
             [&form](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationActive)
@@ -63,7 +70,8 @@ QLayout* frmSequencerView::MakeHead() {
     help->setObjectName(QStringLiteral("imgHelp"));
     connect(help, &QPushButton::clicked, this, [this] { m_form.imgHelp_Click(); });
     m_bindings.OnShow([hint, help] {
-        hint->setText(tr("Click keys, press them on the keyboard, or type the sequence as text."));
+        hint->setText(
+            tr("Click keys, press them on the keyboard, type text, or edit the sequence as text."));
         help->setText(tr("Help"));
     });
     auto* row = new QHBoxLayout;
@@ -72,7 +80,11 @@ QLayout* frmSequencerView::MakeHead() {
     return row;
 }
 
-QWidget* frmSequencerView::MakeTwin() {
+QLayout* frmSequencerView::MakeClicks() {
+    auto* held = new HeldKeys;
+    connect(held, &HeldKeys::HeldChanged, this,
+            [this](int key, bool isHeld) { m_form.Hold(static_cast<Byte>(key), isHeld); });
+    m_bindings.OnShow([this, held] { held->Show(m_form.Held()); });
     auto* twin = new QCheckBox;
     twin->setObjectName(QStringLiteral("chkTwin"));
     connect(twin, &QCheckBox::toggled, this, [this](bool isOn) { m_form.SetPressesTwin(isOn); });
@@ -81,7 +93,11 @@ QWidget* frmSequencerView::MakeTwin() {
         twin->setChecked(m_form.PressesTwin());
         twin->setVisible(static_cast<bool>(m_form.pressTwinKey));
     });
-    return twin;
+    auto* row = new QHBoxLayout;
+    row->addWidget(held);
+    row->addStretch(1);
+    row->addWidget(twin);
+    return row;
 }
 
 QLayout* frmSequencerView::MakeSequence() {
@@ -118,14 +134,85 @@ QLayout* frmSequencerView::MakeSequence() {
     row->addWidget(remaining);
     auto* column = new QVBoxLayout;
     column->addLayout(row);
+    column->addWidget(MakeChips());
     column->addWidget(sequence);
     return column;
+}
+
+std::optional<SequenceDraft> frmSequencerView::Draft() const {
+    const QXKeyboardLayoutData* layout = m_form.layoutDisplay.LayoutSource();
+    const auto codes = m_form.Codes();
+    if (layout == nullptr || !codes || std::ranges::find(*codes, 0) != codes->end())
+        return {};
+    SequenceDraft draft(*layout, static_cast<std::size_t>(m_form.MaxSeqSize()));
+    draft.Start(*codes);
+    draft.SetCaretCode(m_form.Caret());
+    return draft;
+}
+
+void frmSequencerView::Rearrange(const std::function<void(SequenceDraft&)>& change) {
+    std::optional<SequenceDraft> draft = Draft();
+    change(*draft);
+    m_form.Rearrange(draft->Codes(), draft->CaretCode());
+}
+
+QWidget* frmSequencerView::MakeChips() {
+    auto* chips = new ChipRow;
+    chips->setObjectName(QStringLiteral("keys"));
+    connect(chips, &ChipRow::CaretMoved, this, [this](int before) {
+        std::optional<SequenceDraft> draft = Draft();
+        draft->SetCaret(static_cast<std::size_t>(before));
+        m_form.SetCaret(draft->CaretCode());
+    });
+    connect(chips, &ChipRow::Removed, this, [this](int item) {
+        Rearrange([&](SequenceDraft& draft) { draft.Remove(static_cast<std::size_t>(item)); });
+    });
+    connect(chips, &ChipRow::RemovedBefore, this,
+            [this] { Rearrange([](SequenceDraft& draft) { draft.RemoveBefore(); }); });
+    connect(chips, &ChipRow::Moved, this, [this](int item, int before) {
+        Rearrange([&](SequenceDraft& draft) {
+            draft.Move(static_cast<std::size_t>(item), static_cast<std::size_t>(before));
+        });
+    });
+    m_bindings.OnShow([this, chips] {
+        const std::optional<SequenceDraft> draft = Draft();
+        chips->setVisible(draft.has_value());
+        if (draft)
+            chips->Show(draft->Items(), draft->Caret());
+    });
+    return chips;
+}
+
+QWidget* frmSequencerView::MakeText() {
+    m_text = new TextEntry;
+    m_text->SetWide(true);
+    m_text->focusProxy()->installEventFilter(this);
+    connect(m_text, &TextEntry::Entered, this, &frmSequencerView::Type);
+    m_bindings.OnShow(
+        [this] { m_text->setEnabled(m_form.layoutDisplay.LayoutSource() != nullptr); });
+    return m_text;
+}
+
+bool frmSequencerView::Type(const QString& text, bool withEnter) {
+    const TypedCodes typed(text, withEnter, *m_form.layoutDisplay.LayoutSource());
+    m_textFault->setText(typed.fault);
+    if (!typed.fault.isEmpty() || !m_form.Insert(typed.codes))
+        return false;
+    m_text->Empty();
+    return true;
+}
+
+// Text that has not been added is not lost.
+void frmSequencerView::Confirm() {
+    if (m_text->Text().isEmpty() || Type(m_text->Text(), false))
+        m_form.cmdOK_Click();
 }
 
 QLayout* frmSequencerView::MakeTyped() {
     auto* caption = new QLabel;
     auto* apply = MakeButton();
     auto* fault = new FaultLabel;
+    m_textFault = new FaultLabel;
     auto* full = new FaultLabel;
     m_typed = new QLineEdit;
     m_typed->installEventFilter(this);
@@ -161,6 +248,11 @@ QLayout* frmSequencerView::MakeTyped() {
     auto* message = new QGridLayout; // only one is shown at a time
     message->addWidget(fault, 0, 0);
     message->addWidget(full, 0, 0);
+    message->addWidget(m_textFault, 0, 0);
+    m_bindings.OnShow([this] {
+        if (m_form.lblTypedFault.Visible || m_form.lblSizeMsg.Visible)
+            m_textFault->clear();
+    });
     auto* column = new QVBoxLayout;
     column->addLayout(row);
     column->addLayout(message);
@@ -179,7 +271,7 @@ QLayout* frmSequencerView::MakeButtons() {
     row->addStretch(1);
     auto* ok = MakeButton();
     auto* cancel = MakeButton();
-    m_bindings.Bind(ok, QStringLiteral("cmdOK"), m_form.cmdOK, [this] { m_form.cmdOK_Click(); });
+    m_bindings.Bind(ok, QStringLiteral("cmdOK"), m_form.cmdOK, [this] { Confirm(); });
     m_bindings.Bind(cancel, QStringLiteral("cmdCancel"), m_form.cmdCancel,
                     [this] { m_form.cmdCancel_Click(); });
     row->addWidget(ok);
@@ -193,7 +285,7 @@ void frmSequencerView::Leave() {
 }
 
 void frmSequencerView::reject() {
-    if (Discard::IsAgreed(this, m_form.IsChanged()))
+    if (Discard::IsAgreed(this, m_form.IsChanged() || !m_text->Text().isEmpty()))
         m_form.LeaveWithCancel();
 }
 
@@ -214,7 +306,7 @@ void frmSequencerView::changeEvent(QEvent* event) {
 bool frmSequencerView::eventFilter(QObject* watched, QEvent* event) {
     // A window that is only deactivated keeps its focus for its return.
     const bool isFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
-    if (watched == m_typed && isFocus &&
+    if ((watched == m_typed || watched == m_text->focusProxy()) && isFocus &&
         static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason &&
         static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
         if (event->type() == QEvent::FocusIn)

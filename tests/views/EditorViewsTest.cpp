@@ -243,6 +243,45 @@ TEST_F(EditorViewsTest, ClicksOnTheTwinArriveFromTheKeyboard) {
     EditSequence([](const User& user) { EXPECT_FALSE(user.Find("chkTwin")->isVisible()); });
 }
 
+TEST_F(EditorViewsTest, ChordsAndTextAreClickedAndItemsMoved) {
+    const auto edit = [&](const User& user) {
+        user.Click("cmdClean_1");
+        user.Click("hold_58");
+        user.ClickKeys("layoutDisplay", {48, 31}); // Ctrl+C, A
+        EXPECT_FALSE(user.Find<QAbstractButton>("hold_58")->isChecked());
+        QTest::keyClick(user.Find("keys"), Qt::Key_Left, Qt::ControlModifier); // A before Ctrl+C
+        user.Type("typedText", QStringLiteral("1"));
+        EXPECT_FALSE(keyboard.driver.positionMode) << "the keyboard types";
+        QTest::keyClick(user.Find("typedText"), Qt::Key_Return); // behind the A
+        user.ClickKeys("layoutDisplay", {32});                   // behind the 1
+        EXPECT_TRUE(keyboard.driver.positionMode);
+        user.Click("hold_44");
+        user.ClickKeys("layoutDisplay", {31});
+        EXPECT_TRUE(user.Find("lblSizeMsg")->isVisible()) << "four codes do not fit";
+        user.Find<QLineEdit>("typedText")->setText(QStringLiteral("\u20ac"));
+        user.Click("cmdOK");
+        EXPECT_TRUE(user.Dialog()->isVisible()) << "no key types it";
+        user.Find<QLineEdit>("typedText")->clear();
+        user.Click("cmdOK");
+    };
+    EXPECT_EQ(EditSequence(edit), " 31159  2130 32160 58 48176186");
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.Type("typedText", QStringLiteral("1"));
+                  EXPECT_TRUE(user.Leave({})) << "the text would be lost";
+                  QTest::keyClick(user.Find("keys"), Qt::Key_Home);
+                  QTest::keyClick(user.Find("keys"), Qt::Key_Delete);
+                  user.Click("cmdOK"); // with the text
+              }),
+              "  2130");
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.Type("typedText", QStringLiteral("1"));
+                  QTest::keyClick(user.Find("typedText"), Qt::Key_Return, Qt::ControlModifier);
+                  EXPECT_TRUE(user.Dialog()->isVisible()) << "text and Enter";
+                  user.Click("cmdOK");
+              }),
+              "  5  2130 43171");
+}
+
 TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {
     const Subscription asks = pos.POSEditorRequested.Subscribe(
         [&](bool& fCancelEdit) { fCancelEdit = !programmer.ShowPosProgrammer(pos.PosData()); });

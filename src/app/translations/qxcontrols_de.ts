@@ -1558,6 +1558,29 @@
     </message>
 </context>
 <context>
+    <name>HeldKeys</name>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Alt Gr</source>
+        <translation>Alt Gr</translation>
+    </message>
+    <message>
+        <source>Hold %1 while the next key is pressed</source>
+        <translation>%1 halten, während die nächste Taste gedrückt wird</translation>
+    </message>
+</context>
+<context>
     <name>HelpWindow</name>
     <message>
         <source>Help</source>
@@ -1683,10 +1706,6 @@
 <context>
     <name>KeyPalette</name>
     <message>
-        <source>Hold %1 while the next key is pressed</source>
-        <translation>%1 halten, während die nächste Taste gedrückt wird</translation>
-    </message>
-    <message>
         <source>Find a key</source>
         <translation>Taste suchen</translation>
     </message>
@@ -1695,28 +1714,8 @@
         <translation>Tasten zum Anfügen</translation>
     </message>
     <message>
-        <source>Shift</source>
-        <translation>Umschalt</translation>
-    </message>
-    <message>
-        <source>Ctrl</source>
-        <translation>Strg</translation>
-    </message>
-    <message>
-        <source>Alt</source>
-        <translation>Alt</translation>
-    </message>
-    <message>
-        <source>Alt Gr</source>
-        <translation>Alt Gr</translation>
-    </message>
-    <message>
         <source>A–Z</source>
         <translation>A–Z</translation>
-    </message>
-    <message>
-        <source>Editing</source>
-        <translation>Bearbeiten</translation>
     </message>
     <message>
         <source>F1–F12</source>
@@ -1727,8 +1726,12 @@
         <translation>Num</translation>
     </message>
     <message>
-        <source>Others</source>
-        <translation>Weitere</translation>
+        <source>Navigation</source>
+        <translation>Navigation</translation>
+    </message>
+    <message>
+        <source>Modifiers</source>
+        <translation>Umschalter</translation>
     </message>
 </context>
 <context>
@@ -3122,30 +3125,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Aufnehmen</translation>
     </message>
     <message>
-        <source>Type text</source>
-        <translation>Text tippen</translation>
-    </message>
-    <message>
-        <source>Text to type</source>
-        <translation>Zu tippender Text</translation>
-    </message>
-    <message>
-        <source>Add</source>
-        <translation>Anfügen</translation>
-    </message>
-    <message>
-        <source>Add the keys that type the text</source>
-        <translation>Die Tasten anfügen, die den Text tippen</translation>
-    </message>
-    <message>
-        <source>Add + Enter</source>
-        <translation>Anfügen + Eingabetaste</translation>
-    </message>
-    <message>
-        <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
-        <translation>Die Tasten anfügen, die den Text tippen, und die Eingabetaste (Strg+Eingabe)</translation>
-    </message>
-    <message>
         <source>Record the keys that you press on this PC&apos;s keyboard, until you press Pause</source>
         <translation>Nimmt die Tasten auf, die Sie an der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
     </message>
@@ -3160,6 +3139,22 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Each press and release in order; ^ marks a release</source>
         <translation>Jedes Drücken und Loslassen der Reihe nach; ^ steht für das Loslassen</translation>
+    </message>
+    <message>
+        <source>The keyboard reported key %1, which no sequence can have.</source>
+        <translation>Die Tastatur hat die Taste %1 gemeldet, die keine Folge enthalten kann.</translation>
+    </message>
+    <message>
+        <source>From the device</source>
+        <translation>Vom Gerät</translation>
+    </message>
+    <message>
+        <source>Record the keys that you press on the connected keyboard, which does not type meanwhile</source>
+        <translation>Nimmt die Tasten auf, die Sie an der verbundenen Tastatur drücken; sie tippt währenddessen nicht</translation>
+    </message>
+    <message>
+        <source>Each key that you press on the connected keyboard is recorded.</source>
+        <translation>Jede Taste, die Sie an der verbundenen Tastatur drücken, wird aufgenommen.</translation>
     </message>
 </context>
 <context>
@@ -4064,6 +4059,33 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Reading the keyboard…</source>
         <translation>Tastatur wird gelesen …</translation>
+    </message>
+</context>
+<context>
+    <name>TextEntry</name>
+    <message>
+        <source>Type text</source>
+        <translation>Text tippen</translation>
+    </message>
+    <message>
+        <source>Text to type</source>
+        <translation>Zu tippender Text</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Anfügen</translation>
+    </message>
+    <message>
+        <source>Add the keys that type the text</source>
+        <translation>Die Tasten anfügen, die den Text tippen</translation>
+    </message>
+    <message>
+        <source>Add + Enter</source>
+        <translation>Anfügen + Eingabetaste</translation>
+    </message>
+    <message>
+        <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
+        <translation>Die Tasten anfügen, die den Text tippen, und die Eingabetaste (Strg+Eingabe)</translation>
     </message>
 </context>
 <context>
