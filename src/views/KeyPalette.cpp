@@ -31,7 +31,7 @@ enum Group { Letters, Function, Navigation, Pad, Modifiers, kGroups };
 constexpr std::array<const char*, kGroups> kTitles = {
     QT_TRANSLATE_NOOP("KeyPalette", "A–Z"),        QT_TRANSLATE_NOOP("KeyPalette", "F1–F12"),
     QT_TRANSLATE_NOOP("KeyPalette", "Navigation"), QT_TRANSLATE_NOOP("KeyPalette", "Pad"),
-    QT_TRANSLATE_NOOP("KeyPalette", "Modifiers"),
+    QT_TRANSLATE_NOOP("KeyPalette", "Ctrl/Alt"),
 };
 
 // By the customary numbers. Beside the function keys are Esc and those to their right.

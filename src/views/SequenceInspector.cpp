@@ -5,7 +5,6 @@
 #include "views/Bindings.h"
 #include "views/ChipRow.h"
 #include "views/FaultLabel.h"
-#include "views/FlowLayout.h"
 #include "views/KeyPalette.h"
 #include "views/LineIcon.h"
 #include "views/PcKeys.h"
@@ -24,8 +23,6 @@
 namespace qx::views {
 
 namespace {
-
-constexpr int kGap = 6; // pixels between the buttons
 
 QToolButton* MakeTool(const char* name, const char* icon) {
     auto* button = new QToolButton;
@@ -113,12 +110,16 @@ void SequenceInspector::MakeParts() {
     }
     m_fault->setWordWrap(true);
 
-    auto* head = new QHBoxLayout;
-    head->addWidget(m_title, 1);
-    head->addWidget(m_left);
-    auto* tools = new FlowLayout(kGap);
+    m_head = new QHBoxLayout;
+    m_head->addWidget(m_title);
+    m_head->addStretch(1);
+    m_head->addWidget(m_left);
+    for (QToolButton* tool : {m_back, m_clear})
+        tool->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    auto* tools = new QHBoxLayout;
     for (QToolButton* tool : {m_back, m_clear, m_record, m_device})
         tools->addWidget(tool);
+    tools->addStretch(1);
     auto* sent = new QVBoxLayout;
     sent->addWidget(m_chips);
     sent->addLayout(tools);
@@ -129,16 +130,18 @@ void SequenceInspector::MakeParts() {
     m_columns = new QVBoxLayout;
     m_columns->addLayout(sent);
     m_columns->addWidget(m_palette, 1);
-    auto* editor = new QVBoxLayout(m_editor);
-    editor->setContentsMargins({});
-    editor->addLayout(m_columns, 1);
-    auto* received = new QHBoxLayout;
+    m_receivedRow = new QWidget;
+    auto* received = new QHBoxLayout(m_receivedRow);
+    received->setContentsMargins({});
     received->addWidget(m_receivedCaption);
     received->addWidget(m_received, 1);
-    editor->addLayout(received);
-    editor->addWidget(m_warnings);
+    m_rows = new QVBoxLayout(m_editor);
+    m_rows->setContentsMargins({});
+    m_rows->addLayout(m_columns, 1);
+    m_rows->addWidget(m_receivedRow);
+    m_rows->addWidget(m_warnings);
     auto* column = new QVBoxLayout(this);
-    column->addLayout(head);
+    column->addLayout(m_head);
     column->addWidget(m_hint);
     column->addWidget(m_editor, 1);
     column->addStretch(0);
@@ -177,6 +180,10 @@ void SequenceInspector::SetWide(bool isWide) {
     m_columns->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_columns->setStretch(0, isWide ? 1 : 0);
     m_text->SetWide(isWide);
+    if (isWide)                                    // there is no height to give away
+        m_head->insertWidget(1, m_receivedRow, 8); // nearly all of the line
+    else
+        m_rows->insertWidget(1, m_receivedRow);
     m_palette->SetWide(isWide);
 }
 
@@ -216,6 +223,7 @@ void SequenceInspector::ShowDraft() {
     m_hint->setVisible(!m_draft);
     m_editor->setVisible(m_draft.has_value());
     m_left->setVisible(m_draft.has_value());
+    m_receivedRow->setVisible(m_draft.has_value());
     if (!m_draft)
         return;
     m_chips->Show(m_draft->Items(), m_draft->Caret());

@@ -90,6 +90,8 @@ private:
     Warn m_warn;
     bool m_hasRecorded = false; // something, and may go on
 
+    QBoxLayout* m_head;
+    QBoxLayout* m_rows;
     QBoxLayout* m_columns;
     QLabel* m_title;
     QLabel* m_left;
@@ -105,6 +107,7 @@ private:
     std::set<Byte> m_pressed; // since the recording began, by position code
     FaultLabel* m_fault;
     KeyPalette* m_palette;
+    QWidget* m_receivedRow;
     QLabel* m_receivedCaption;
     QLineEdit* m_received; // each press and release, in their order
     QLabel* m_warnings;

@@ -122,6 +122,8 @@ QLayout* frmSequencerView::MakeSequence() {
             sequence->moveCursor(QTextCursor::End); // keeps the most recent key visible
         }
         sequence->setAccessibleName(ToQt(m_form.lblSequence.Caption));
+        sequence->setVisible(m_form.chkShowDetails.Value == 1 ||
+                             !Draft()); // else the chips suffice
         left->setText(tr("Codes left:"));
     });
 

@@ -32,6 +32,7 @@ protected:
 // The first press makes a block of the key, which has another title from then on.
 TEST_F(Recording, OfAPosKeyMakesABlockAndGoesOn) {
     const auto recordChord = [&] {
+        Select("pos", "posDisplay", 105);
         desk.Click("record");
         struct {
             QEvent::Type type;
@@ -51,7 +52,6 @@ TEST_F(Recording, OfAPosKeyMakesABlockAndGoesOn) {
         desk.Write();
         return desk.Memory(MODULE_POS, Long{104} * 32, size);
     };
-    Select("pos", "posDisplay", 105);
     recordChord();
     EXPECT_EQ(block(6), Bytes("00 3A 1F 9F BA 00"));
     recordChord(); // the next step

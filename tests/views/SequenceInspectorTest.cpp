@@ -139,8 +139,8 @@ TEST_F(SequenceInspectorTest, EachKeyIsOnOneTabOfThePalette) {
         EXPECT_EQ(tabOf.contains(code), !layout.KeyCaption(code).empty()) << code;
     EXPECT_EQ(static_cast<std::size_t>(keys), tabOf.size());
     const std::map<int, const char*> expected = {
-        {31, "A–Z"},       {61, "A–Z"},     {43, "Navigation"}, {84, "Navigation"},
-        {58, "Modifiers"}, {123, "F1–F12"}, {110, "F1–F12"},    {108, "Pad"}};
+        {31, "A–Z"},      {61, "A–Z"},     {43, "Navigation"}, {84, "Navigation"},
+        {58, "Ctrl/Alt"}, {123, "F1–F12"}, {110, "F1–F12"},    {108, "Pad"}};
     for (const auto& [key, title] : expected)
         EXPECT_EQ(tabOf[key].toStdString(), title) << key;
 }

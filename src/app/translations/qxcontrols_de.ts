@@ -418,10 +418,6 @@
         <translation>Alle POS-Blöcke entfernen?</translation>
     </message>
     <message>
-        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A press on the screen records the key and its release. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
-        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt Drücken und Loslassen auf. Oder tippen Sie die Folge als Text, etwa Ctrl+C Enter, und übernehmen Sie sie.</translation>
-    </message>
-    <message>
         <source>Click a free key to start a block, then click keys to add or remove them. All keys of a block send its sequence. A key is in at most one block.</source>
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, dann auf weitere Tasten, um sie aufzunehmen oder herauszunehmen. Alle Tasten eines Blocks senden dessen Folge. Eine Taste gehört zu höchstens einem Block.</translation>
     </message>
@@ -436,6 +432,10 @@
     <message>
         <source>These codes were left out, because no keyboard can store them: %1</source>
         <translation>Diese Codes wurden ausgelassen, weil keine Tastatur sie speichern kann: %1</translation>
+    </message>
+    <message>
+        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A click records the key and its release; Shift, Ctrl and Alt are held for the next click. Text to type becomes the keys that type it. The cross on a key of the sequence removes it, and dragging moves it. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie an der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt das Drücken und das Loslassen auf; Umschalt, Strg und Alt werden bis zum nächsten Klick gehalten. Aus getipptem Text werden die Tasten, die ihn tippen. Das Kreuz an einer Taste der Folge entfernt sie, durch Ziehen wird sie verschoben. Oder geben Sie die Folge als Text ein, zum Beispiel Ctrl+C Enter, und übernehmen Sie sie.</translation>
     </message>
 </context>
 <context>
@@ -1727,11 +1727,11 @@
     </message>
     <message>
         <source>Navigation</source>
-        <translation>Navigation</translation>
+        <translation>Cursor</translation>
     </message>
     <message>
-        <source>Modifiers</source>
-        <translation>Umschalter</translation>
+        <source>Ctrl/Alt</source>
+        <translation>Strg/Alt</translation>
     </message>
 </context>
 <context>
@@ -3458,6 +3458,14 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>The keyboard with its programmed keys. Choose a key to open the page where it is programmed.</source>
         <translation>Die Tastatur mit ihren belegten Tasten. Eine gewählte Taste führt zu der Seite, auf der sie belegt wird.</translation>
     </message>
+    <message>
+        <source>Records the keys that are pressed on the connected keyboard. It types nothing until the recording stops.</source>
+        <translation>Nimmt die Tasten auf, die an der verbundenen Tastatur gedrückt werden. Sie tippt nichts, bis die Aufnahme endet.</translation>
+    </message>
+    <message>
+        <source>Each press and release that the PC receives, in order; ^ marks a release.</source>
+        <translation>Jedes Drücken und Loslassen, das der PC empfängt, der Reihe nach; ^ steht für das Loslassen.</translation>
+    </message>
 </context>
 <context>
     <name>SettingWords</name>
@@ -4398,10 +4406,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
 <context>
     <name>frmSequencerView</name>
     <message>
-        <source>Click keys, press them on the keyboard, or type the sequence as text.</source>
-        <translation>Klicken Sie Tasten an, drücken Sie sie auf der Tastatur oder tippen Sie die Folge als Text.</translation>
-    </message>
-    <message>
         <source>Help</source>
         <translation>Hilfe</translation>
     </message>
@@ -4432,6 +4436,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
         <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
+    </message>
+    <message>
+        <source>Click keys, press them on the keyboard, type text, or edit the sequence as text.</source>
+        <translation>Tasten anklicken, an der Tastatur drücken, Text tippen oder die Folge als Text bearbeiten.</translation>
     </message>
 </context>
 </TS>
