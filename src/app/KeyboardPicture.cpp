@@ -21,8 +21,9 @@ KeyboardPicture::KeyboardPicture(Workbench& workbench, QWidget* parent)
     const auto showLater = [this] { // the workbench is still at work
         QMetaObject::invokeMethod(this, &KeyboardPicture::ShowKeys, Qt::QueuedConnection);
     };
-    connect(&workbench, &Workbench::KeyboardChanged, this, showLater);
-    connect(&workbench, &Workbench::DocumentChanged, this, showLater);
+    for (const auto signal :
+         {&Workbench::KeyboardChanged, &Workbench::DocumentChanged, &Workbench::LayoutChanged})
+        connect(&workbench, signal, this, showLater);
 }
 
 // Of sections that share a key, the first in which it sends something.

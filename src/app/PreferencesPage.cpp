@@ -1,10 +1,12 @@
 #include "app/PreferencesPage.h"
 
+#include "app/Appearance.h"
 #include "app/KeySample.h"
 #include "app/Language.h"
 #include "app/PreferenceTab.h"
 #include "app/StartWizard.h"
 #include "app/VersionBox.h"
+#include "host/ColourSet.h"
 #include "setup/LayoutSource.h"
 
 #include <QComboBox>
@@ -202,6 +204,7 @@ void PreferencesPage::ResetToDefaults() {
     if (answer != QMessageBox::Reset)
         return;
     m_settings.SetDefaults();
+    host::UseColours(m_settings, FittingColours());
     ShowAll();
     emit Changed();
 }

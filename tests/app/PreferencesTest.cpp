@@ -170,6 +170,7 @@ TEST_F(PreferencesTest, ResetsAfterAskingAndForgetsTheLastDocument) {
     AnswerNext<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Reset)->click(); });
     Click(page, "reset");
     EXPECT_EQ(settings.ChipcardPort(), 2);
+    EXPECT_EQ(host::ColoursInUse(settings), host::ColourSetId::Light);
     EXPECT_EQ(Find<QSpinBox>(page, "ChipcardPort")->value(), 2);
     EXPECT_FALSE(Find<QCheckBox>(page, "AutoSave")->isChecked());
     EXPECT_EQ(settings.PosCodePage(), "cp437.bin");
