@@ -114,7 +114,7 @@ TEST_F(SequencerTest, ClicksOnTheTwinComeFromTheKeyboard) {
 TEST_F(SequencerTest, HeldKeysMakeAChordAndCodesGoInAtTheCaret) {
     EXPECT_EQ(Edit([](frmSequencer& form) {
                   form.cmdClean_Click(1);
-                  for (const Byte key : {58, 60})
+                  for (const Byte key : std::initializer_list<Byte>{58, 60})
                       form.Hold(key, true);
                   form.Hold(60, false);
                   form.layoutDisplay.cmdKey_Click(48);
