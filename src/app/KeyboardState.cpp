@@ -1,7 +1,6 @@
 #include "app/KeyboardState.h"
 
 #include "app/Places.h"
-#include "app/Working.h"
 
 #include <QTimer>
 
@@ -80,9 +79,8 @@ void KeyboardState::FindOut() {
     m_isDue = false;
     if (m_workbench.IsBusy())
         return QTimer::singleShot(kAgain, this, &KeyboardState::FindOutSoon);
-    if (m_looks)
+    if (std::exchange(m_looks, false))
         m_isInterrupted = HoldsInterrupted();
-    m_looks = false; // also if it was this look that has ended
     m_changes = 0;
     m_kind = !m_workbench.IsConnected() ? Kind::NoKeyboard
              : m_isInterrupted          ? Kind::Interrupted
@@ -143,10 +141,6 @@ bool KeyboardState::HoldsInterrupted() const {
     if (!m_workbench.IsConnected())
         return false;
     try {
-        std::vector<host::DamagedRecord> damaged;
-        if (m_workbench.Records().journal.Entries(&damaged).empty() && damaged.empty())
-            return false;
-        const Working working(m_workbench, tr("Looking for an interrupted write…"));
         return !m_workbench.Interrupted().empty();
     } catch (const host::Error&) {
         return true;

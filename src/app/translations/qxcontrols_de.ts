@@ -1888,13 +1888,6 @@
     </message>
 </context>
 <context>
-    <name>KeyboardState</name>
-    <message>
-        <source>Looking for an interrupted write…</source>
-        <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
-    </message>
-</context>
-<context>
     <name>LayerActions</name>
     <message>
         <source>Name of this layer</source>
