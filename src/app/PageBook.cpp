@@ -55,7 +55,9 @@ std::vector<QWidget*> TextFields(const QWidget& page) {
     for (QWidget* each : page.findChildren<QWidget*>()) {
         const bool isOwn =
             !each->objectName().isEmpty() && !each->objectName().startsWith(QLatin1String("qt_"));
-        if (isOwn && (qobject_cast<QLineEdit*>(each) || qobject_cast<QPlainTextEdit*>(each)))
+        const auto* line = qobject_cast<QLineEdit*>(each);
+        const bool isTypedLine = line != nullptr && !line->isReadOnly(); // others show settings
+        if (isOwn && (isTypedLine || qobject_cast<QPlainTextEdit*>(each) != nullptr))
             fields.push_back(each);
     }
     return fields;

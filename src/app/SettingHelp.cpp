@@ -103,7 +103,7 @@ constexpr Description kDescriptions[] = {
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Records the keys that are pressed on the connected keyboard. It types "
                        "nothing until the recording stops.")},
-    {"received",
+    {"receivedCodes",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Each press and release that the PC receives, in order; ^ marks a "
                        "release.")},

@@ -95,7 +95,7 @@ void SequenceInspector::MakeParts() {
     m_hint->setObjectName(QStringLiteral("inspectorHint"));
     m_left->setObjectName(QStringLiteral("codesLeft"));
     m_chips->setObjectName(QStringLiteral("keys"));
-    m_received->setObjectName(QStringLiteral("received"));
+    m_received->setObjectName(QStringLiteral("receivedCodes"));
     m_warnings->setObjectName(QStringLiteral("warnings"));
     for (QToolButton* recorder : {m_record, m_device}) {
         recorder->setCheckable(true);
@@ -151,6 +151,8 @@ void SequenceInspector::Show(const std::optional<Edited>& edited) {
     const bool isSame = edited && m_edited && m_draft && edited->place == m_edited->place &&
                         edited->capacity == m_edited->capacity && edited->refusal.isEmpty() &&
                         edited->codes == m_draft->Codes();
+    if (!edited || !m_edited || edited->place != m_edited->place)
+        m_text->Empty(); // else it is still to be added
     m_edited = edited;
     if (isSame) {
         ShowDraft();
@@ -159,7 +161,6 @@ void SequenceInspector::Show(const std::optional<Edited>& edited) {
     m_draft.reset();
     StopRecording();
     m_fault->clear();
-    m_text->Empty();
     m_recording->hide();
     m_palette->Release();
     if (edited && edited->refusal.isEmpty() && m_layout != nullptr) {

@@ -24,7 +24,7 @@ TEST(InPlace, AKeyIsEditedWithoutAWindow) {
     desk.Click("key_31");
     QTest::keyClicks(desk.Find<views::KeyGrid>("layoutDisplay"), "10");
     desk.Click("addTextAndEnter");
-    EXPECT_EQ(desk.Find<QLineEdit>("received")->text().toStdString(),
+    EXPECT_EQ(desk.Find<QLineEdit>("receivedCodes")->text().toStdString(),
               "A ^A Ctrl A ^A ^Ctrl 1 ^1 0 ^0 Enter ^Enter");
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 13),
@@ -154,13 +154,13 @@ TEST(InPlace, ATrackThatTheKeyboardLacksIsNotEdited) {
         {"module": "MODULE_MAGNET_HEADERS", "address": 4864}]})";
     desk.Page("magnetCard");
     desk.Click("key_31");
-    EXPECT_EQ(desk.Find<QLineEdit>("received")->text().toStdString(), "A ^A");
+    EXPECT_EQ(desk.Find<QLineEdit>("receivedCodes")->text().toStdString(), "A ^A");
     EXPECT_TRUE(
         desk.window->Keyboards().Connect({{}, desk.folder / "no-tracks.qxk", model.string()}));
     desk.Page("magnetCard");
     EXPECT_EQ(desk.Find<QLabel>("inspectorHint")->text().toStdString(),
               "This keyboard cannot read this track.");
-    EXPECT_THROW(desk.Find<QLineEdit>("received"), std::runtime_error);
+    EXPECT_THROW(desk.Find<QLineEdit>("receivedCodes"), std::runtime_error);
 }
 
 } // namespace

@@ -70,7 +70,7 @@ TEST_F(Recording, KeysOfTheConnectedKeyboardAreRecorded) {
     for (const Long code : {58, 31, 159, 300, 186})
         desk.workbench.Simulated()->QueuePositionKey(code);
     EXPECT_TRUE(QTest::qWaitFor([&] {
-        return desk.Find<QLineEdit>("received")->text() == QStringLiteral("Ctrl A ^A ^Ctrl");
+        return desk.Find<QLineEdit>("receivedCodes")->text() == QStringLiteral("Ctrl A ^A ^Ctrl");
     }));
     desk.ClickKey("funcKeys", 4);
     EXPECT_FALSE(reports());
