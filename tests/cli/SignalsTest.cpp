@@ -98,8 +98,7 @@ public:
     // Standard error up to this text, or all of it.
     std::string ReadUntil(const std::string& text) const {
         std::string said;
-        for (char letter = 0;
-             said.find(text) == std::string::npos && read(m_error, &letter, 1) == 1;)
+        for (char letter = 0; !said.ends_with(text) && read(m_error, &letter, 1) == 1;)
             said += letter;
         return said;
     }
