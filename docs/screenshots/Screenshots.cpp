@@ -25,7 +25,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
-#include <QStyleFactory>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
@@ -271,10 +270,9 @@ int main(int argc, char** argv) {
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() != 5 && arguments.size() != 7)
         return 2;
-    if (arguments[4] != QLatin1String("system"))
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    if (arguments[4] == QLatin1String("dark"))
-        app::UseAppearance(app::Appearance::Dark);
+    app::UseAppearance(arguments[4] == QLatin1String("dark")    ? app::Appearance::Dark
+                       : arguments[4] == QLatin1String("light") ? app::Appearance::Light
+                                                                : app::Appearance::System);
 
     const auto folder = app::ToPath(arguments[1]);
     const auto work = folder / "work";

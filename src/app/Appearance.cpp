@@ -1,8 +1,9 @@
 #include "app/Appearance.h"
 
+#include "app/DesignedStyle.h"
+
 #include <QApplication>
 #include <QPalette>
-#include <QStyle>
 #include <QStyleFactory>
 
 namespace qx::app {
@@ -13,19 +14,23 @@ bool IsDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < 128;
 }
 
-// Lines and bevels are derived from the button's colour.
+// Bevels are derived from the button's colour, and DesignedStyle says what the lines are.
 QPalette PaletteOf(bool isDark) {
     const QColor window = isDark ? QColor(0x23, 0x26, 0x2A) : QColor(0xF3, 0xF4, 0xF6);
     QPalette palette(isDark ? QColor(0x33, 0x37, 0x3D) : QColor(0xE9, 0xEB, 0xEE), window);
     const QColor text = isDark ? QColor(0xE8, 0xEA, 0xED) : QColor(0x1B, 0x1E, 0x22);
     const QColor faint = isDark ? QColor(0xA4, 0xA9, 0xB0) : QColor(0x5B, 0x62, 0x6B);
-    const QColor disabled = isDark ? QColor(0x7C, 0x81, 0x88) : QColor(0x8F, 0x95, 0x9D);
+    const QColor disabled = isDark ? QColor(0x7C, 0x81, 0x88) : QColor(0x7F, 0x85, 0x8D);
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, text);
         palette.setColor(QPalette::Disabled, role, disabled);
     }
     palette.setColor(QPalette::PlaceholderText, faint);
+    const QColor groups = isDark ? QColor(0x4E, 0x54, 0x5C) : QColor(0xC0, 0xC5, 0xCC);
+    palette.setColor(QPalette::Mid, isDark ? QColor(0x82, 0x88, 0x90) : QColor(0x7A, 0x80, 0x88));
+    palette.setColor(QPalette::Disabled, QPalette::Mid, groups);
+    palette.setColor(QPalette::Midlight, groups);
     palette.setColor(QPalette::Base, isDark ? QColor(0x1B, 0x1D, 0x20) : Qt::white);
     palette.setColor(QPalette::AlternateBase,
                      isDark ? QColor(0x2B, 0x2F, 0x34) : QColor(0xEE, 0xF1, 0xF5));
@@ -40,19 +45,32 @@ QPalette PaletteOf(bool isDark) {
     return palette;
 }
 
+// The look of the system's programs.
+struct SystemLook {
+    QString style = QApplication::style()->objectName();
+    bool isDark = IsDark(QApplication::palette());
+    // Not so where the system says nothing and Qt falls back on its own.
+    bool isOwn = style.compare(QLatin1String("fusion"), Qt::CaseInsensitive) != 0 ||
+                 QApplication::palette() != QApplication::style()->standardPalette();
+};
+
 } // namespace
 
-// The system's own style is kept where its windows look as wanted anyway; others paint no palette
-// but their own.
+// The system's style paints no palette but the system's, so neither is used without the other.
 void UseAppearance(Appearance appearance) {
-    static const QString systemStyle = QApplication::style()->objectName();
-    static const bool isSystemDark = IsDark(QApplication::palette());
-    const bool isDark = appearance == Appearance::Dark;
-    const bool isAsSystem = appearance == Appearance::System || isDark == isSystemDark;
-    const QString style = isAsSystem ? systemStyle : QStringLiteral("fusion");
-    if (QApplication::style()->objectName().compare(style, Qt::CaseInsensitive) != 0)
-        QApplication::setStyle(QStyleFactory::create(style));
-    QApplication::setPalette(isAsSystem ? QPalette() : PaletteOf(isDark));
+    static const SystemLook system;
+    const bool isAsSystem = appearance == Appearance::System;
+    const bool isDesigned = qobject_cast<DesignedStyle*>(QApplication::style()) != nullptr;
+    if (isAsSystem && system.isOwn) {
+        if (isDesigned)
+            QApplication::setStyle(QStyleFactory::create(system.style));
+        QApplication::setPalette(QPalette());
+        return;
+    }
+    if (!isDesigned)
+        QApplication::setStyle(new DesignedStyle);
+    QApplication::setPalette(
+        PaletteOf(isAsSystem ? system.isDark : appearance == Appearance::Dark));
 }
 
 host::ColourSetId FittingColours() {

@@ -1,0 +1,36 @@
+// DesignedStyle: Fusion with lines, knobs and marks that are seen on dark windows too.
+//
+// Fusion's lines are darker than the window. Here the palette has their colours: Mid for what the
+// user operates, Midlight around groups.
+#pragma once
+
+#include <QCache>
+#include <QPalette>
+#include <QProxyStyle>
+
+#include <utility>
+
+namespace qx::app {
+
+class DesignedStyle : public QProxyStyle {
+    Q_OBJECT
+public:
+    DesignedStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
+
+private:
+    template <typename Option>
+    [[nodiscard]] Option Lined(const Option& option, QPalette::ColorRole line) const;
+
+    // Kept, because Fusion keeps images of what it has drawn with a palette.
+    using Key = std::pair<std::pair<qint64, int>, int>;
+    mutable QCache<Key, QPalette> m_palettes;
+};
+
+} // namespace qx::app
