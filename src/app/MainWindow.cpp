@@ -49,9 +49,9 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                    if (QWidget* editor = QApplication::activeModalWidget())
                        QMessageBox::information(editor, windowTitle(), views::Plain(text));
                    else
-                       m_notice->ShowAlone({Notice::Kind::Information, text});
+                       m_notice->Show({Notice::Kind::Information, text});
                },
-               [this](const QString& text) { m_notice->ShowAlone(UndoableNotice(text)); },
+               [this](const QString& text) { m_notice->Show(UndoableNotice(text)); },
                [this](const QString& text) {
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
                }}),
@@ -68,7 +68,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
     };
     screen.warn = [this](const Failure& failure) {
         m_notice->Show(
-            {Notice::Kind::Warning, failure.text, failure.details, OffersFor(failure.remedy)});
+            {Notice::Kind::Failure, failure.text, failure.details, OffersFor(failure.remedy)});
     };
     setObjectName(QStringLiteral("mainWindow"));
     RestorePlace(*this, workbench.Preferences());

@@ -1,8 +1,11 @@
 #include "app/NoticeBar.h"
 
 #include "views/LineIcon.h"
+#include "views/ScrollArea.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -18,7 +21,9 @@ namespace qx::app {
 
 namespace {
 
+constexpr int kTextLines = 4; // more scroll, and the page keeps its room
 constexpr int kDetailLines = 6;
+constexpr int kReadableWidth = 60; // characters of a line
 constexpr QMargins kMargins(9, 4, 9, 4);
 
 const char* IconOf(Notice::Kind kind) {
@@ -28,16 +33,51 @@ const char* IconOf(Notice::Kind kind) {
     case Notice::Kind::Success:
         return "done";
     case Notice::Kind::Warning:
+    case Notice::Kind::Failure:
         return "warning";
     }
     return "";
 }
 
+// As high as its text, up to a few lines.
+class FewLines : public views::ScrollArea {
+public:
+    explicit FewLines(QLabel* text) : ScrollArea(text) {
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+        policy.setHeightForWidth(true);
+        setSizePolicy(policy);
+    }
+
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, LineHeight()}; }
+    [[nodiscard]] int heightForWidth(int width) const override {
+        return std::min(widget()->heightForWidth(width), kTextLines * LineHeight());
+    }
+
+protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::LayoutRequest) // of the text
+            updateGeometry();
+        return ScrollArea::event(event);
+    }
+    void showEvent(QShowEvent* event) override {
+        ScrollArea::showEvent(event);
+        QEvent changed(QEvent::LayoutRequest); // while it was hidden
+        this->event(&changed);
+    }
+
+private:
+    [[nodiscard]] int LineHeight() const { return widget()->fontMetrics().lineSpacing(); }
+};
+
 } // namespace
 
 NoticeBar::NoticeBar(QWidget* parent)
-    : QFrame(parent), m_icon(new QLabel), m_text(new QLabel), m_offers(new QHBoxLayout),
-      m_fold(new QToolButton), m_close(new QToolButton), m_details(new QPlainTextEdit) {
+    : QFrame(parent), m_icon(new QLabel), m_text(new QLabel),
+      m_body(new QBoxLayout(QBoxLayout::LeftToRight)), m_buttons(new QWidget),
+      m_offers(new QHBoxLayout), m_fold(new QToolButton), m_close(new QToolButton),
+      m_details(new QPlainTextEdit) {
+    setObjectName(QStringLiteral("notice"));
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::AlternateBase);
     setAutoFillBackground(true);
@@ -50,7 +90,6 @@ NoticeBar::NoticeBar(QWidget* parent)
     m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_fold->setFocusPolicy(Qt::StrongFocus);
     m_details->setReadOnly(true);
-    m_details->setMaximumHeight(m_details->fontMetrics().lineSpacing() * kDetailLines);
     connect(m_fold, &QToolButton::toggled, this, [this](bool isOpen) {
         m_fold->setArrowType(isOpen ? Qt::DownArrow : Qt::RightArrow);
         m_details->setVisible(isOpen);
@@ -61,11 +100,16 @@ NoticeBar::NoticeBar(QWidget* parent)
         button->setAutoRaise(true);
     connect(m_close, &QToolButton::clicked, this, &QWidget::hide);
     NameButtons();
+    auto* buttons = new QHBoxLayout(m_buttons);
+    buttons->setContentsMargins({});
+    buttons->addLayout(m_offers);
+    buttons->addWidget(m_fold);
+    buttons->addStretch(1);
+    m_body->addWidget(new FewLines(m_text), 1);
+    m_body->addWidget(m_buttons);
     auto* row = new QHBoxLayout;
     row->addWidget(m_icon);
-    row->addWidget(m_text, 1);
-    row->addLayout(m_offers);
-    row->addWidget(m_fold);
+    row->addLayout(m_body, 1);
     row->addWidget(m_close);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargins);
@@ -73,6 +117,12 @@ NoticeBar::NoticeBar(QWidget* parent)
     column->addWidget(m_details);
     Clear();
     hide();
+    // A question to the user belongs to the action that asks it.
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this] {
+                if (QApplication::activeModalWidget() == nullptr)
+                    Age();
+            });
 }
 
 void NoticeBar::Clear() {
@@ -96,7 +146,8 @@ void NoticeBar::Show(const Notice& notice) {
             return before;
         return before.isEmpty() ? text : before + QLatin1Char('\n') + text;
     };
-    if (m_isOld || !isVisibleTo(parentWidget()))
+    const bool isReplaced = m_kind < Notice::Kind::Warning && notice.kind != Notice::Kind::Warning;
+    if (m_isOld || isReplaced || !isVisibleTo(parentWidget()))
         Clear();
     m_isOld = false;
     m_kind = std::max(m_kind, notice.kind);
@@ -107,17 +158,16 @@ void NoticeBar::Show(const Notice& notice) {
                           .pixmap(QSize(size, size), devicePixelRatioF()));
     m_text->setText(append(m_text->text(), notice.text));
     m_details->setPlainText(append(m_details->toPlainText(), notice.details.trimmed()));
+    m_details->setFixedHeight(m_details->fontMetrics().lineSpacing() *
+                              std::min(m_details->blockCount() + 1, kDetailLines));
     m_fold->setHidden(m_details->toPlainText().isEmpty());
     for (const Notice::Offer& offer : notice.offers)
         AddOffer(offer);
+    m_buttons->setHidden(m_fold->isHidden() && m_offers->isEmpty());
+    PlaceButtons();
     setVisible(!m_text->text().isEmpty());
     QAccessibleEvent alert(m_text, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
-}
-
-void NoticeBar::ShowAlone(const Notice& notice) {
-    Age();
-    Show(notice);
 }
 
 // Of two offers of the same name, the later one counts.
@@ -145,10 +195,24 @@ void NoticeBar::NameButtons() {
     m_close->setAccessibleName(m_close->toolTip());
 }
 
+void NoticeBar::PlaceButtons() {
+    const QFontMetrics metrics = m_text->fontMetrics();
+    const int readable = std::min(metrics.size(0, m_text->text()).width(),
+                                  metrics.averageCharWidth() * kReadableWidth);
+    const int beside =
+        m_body->geometry().width() - m_body->spacing() - m_buttons->sizeHint().width();
+    m_body->setDirection(beside < readable ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+}
+
 void NoticeBar::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange)
         NameButtons();
     QFrame::changeEvent(event);
+}
+
+void NoticeBar::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    PlaceButtons();
 }
 
 void NoticeBar::ClearOld() {

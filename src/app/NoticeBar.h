@@ -1,8 +1,9 @@
 // NoticeBar: a line above the page that reports events.
 //
-// A message stays until the user begins another action and that has an effect. Further messages
-// before that are added below it. Details are shown on request, and buttons offer what can be done
-// about it.
+// A message stays until the user begins another action and that has an effect. Further messages of
+// the same action are added below it, but a failure does not follow a success, and one success does
+// not follow another. A long text scrolls, details are shown on request, and buttons offer what can
+// be done about it.
 #pragma once
 
 #include <QFrame>
@@ -11,6 +12,7 @@
 #include <functional>
 #include <vector>
 
+class QBoxLayout;
 class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
@@ -19,7 +21,7 @@ class QToolButton;
 namespace qx::app {
 
 struct Notice {
-    enum class Kind { Information, Success, Warning }; // in order of severity
+    enum class Kind { Information, Success, Warning, Failure }; // in order of severity
     struct Offer {
         QString text; // of a button
         std::function<void()> accept;
@@ -39,24 +41,26 @@ public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
     void Show(const Notice& notice);
-    // The same about what the user has just done, in place of all earlier messages. (An action by
-    // an accessibility tool begins with no input that could be seen here.)
-    void ShowAlone(const Notice& notice);
-    // The user has begun another action.
+    // The user has begun another action, or the program waits for one: an accessibility tool begins
+    // it with no input that could be seen here.
     void Age() { m_isOld = true; }
     // Hides the messages from before that action, and those that are no longer valid.
     void ClearOld();
 
 protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void Clear();
     void AddOffer(const Notice::Offer& offer);
     void NameButtons();
+    void PlaceButtons(); // beside the text if that leaves it enough room, otherwise below it
 
     QLabel* m_icon;
     QLabel* m_text;
+    QBoxLayout* m_body; // the text and the buttons
+    QWidget* m_buttons; // the offers and the fold
     QHBoxLayout* m_offers;
     QToolButton* m_fold; // of the details
     QToolButton* m_close;

@@ -29,7 +29,7 @@ protected:
     }
     // All pages with their tabs, and those of keys with one and with several selected.
     void ExpectAllPages() {
-        desk.window->findChild<QLabel*>(QStringLiteral("lblNotice"))->parentWidget()->hide();
+        desk.window->findChild<QWidget*>(QStringLiteral("notice"))->hide();
         auto* pages = desk.Find<QListWidget>("pages");
         for (int row = 0; row < pages->count(); ++row) {
             const QString id = pages->item(row)->data(Qt::UserRole).toString();
