@@ -251,8 +251,7 @@ const QPixmap& KeyGrid::BodyImage(const KeyCap& cap, const QSizeF& size) {
                            : cap.index == pressed      ? KeyTouch::Pressed
                            : cap.index == m_hoveredKey ? KeyTouch::Hovered
                                                        : KeyTouch::None;
-    const Look look(pixels.width(), pixels.height(), cap.color.rgb(), cap.state, cap.isCurrent,
-                    touch == KeyTouch::Pressed, touch == KeyTouch::Hovered);
+    const Look look(pixels.width(), pixels.height(), cap.color.rgb(), cap.state, touch);
     QPixmap& image = m_images[look];
     if (image.isNull() && !pixels.isEmpty()) {
         image = QPixmap(pixels);
@@ -290,10 +289,7 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
         for (const KeyText& text : key.texts)
             PaintKeyText(painter, text);
     }
-    PaintSelection(painter);
     PaintMarks(painter);
-    if (const int row = Row(m_focusKey); row >= 0 && hasFocus())
-        PaintKeyFocus(painter, m_drawn[static_cast<std::size_t>(row)].rect, m_placing);
     PaintDrag(painter);
 }
 
@@ -302,20 +298,31 @@ bool KeyGrid::ShowsSelected(const KeyCap& cap) const {
     return m_selection.Has(cap.index) && (m_selection.Keys().size() > 1 || !cap.isCurrent);
 }
 
-void KeyGrid::PaintSelection(QPainter& painter) const {
-    const int dropKey = m_drag.kind == Drag::Kind::Carry ? KeyAt(m_drag.at) : -1;
-    for (std::size_t row = 0; row < m_caps.size(); ++row) {
-        const KeyCap& cap = m_caps[row];
-        if (ShowsSelected(cap) || (cap.index == dropKey && dropKey != m_drag.key))
-            PaintKeySelected(painter, m_drawn[row].rect, m_placing);
-    }
-}
-
 void KeyGrid::PaintMarks(QPainter& painter) const {
-    for (std::size_t row = 0; row < m_caps.size(); ++row)
-        if (IsMarked(m_caps[row].index))
-            PaintKeyDot(painter, m_drawn[row].rect, m_caps[row], m_placing,
-                        ShowsSelected(m_caps[row]));
+    const int dropKey = m_drag.kind == Drag::Kind::Carry ? KeyAt(m_drag.at) : -1;
+    const auto forEach = [this](const auto& paint) {
+        for (std::size_t row = 0; row < m_caps.size(); ++row)
+            paint(m_caps[row], m_drawn[row].rect);
+    };
+    const auto isChosen = [&](const KeyCap& cap) {
+        return ShowsSelected(cap) || (cap.index == dropKey && dropKey != m_drag.key);
+    };
+    forEach([&](const KeyCap& cap, const QRectF& rect) {
+        if (isChosen(cap))
+            PaintKeySelected(painter, rect, m_placing);
+    });
+    forEach([&](const KeyCap& cap, const QRectF& rect) {
+        if (cap.isCurrent)
+            PaintKeyCurrent(painter, rect, m_placing);
+    });
+    if (const int row = Row(m_focusKey); row >= 0 && hasFocus())
+        PaintKeyFocus(painter, m_drawn[static_cast<std::size_t>(row)].rect, m_placing);
+    forEach([&](const KeyCap& cap, const QRectF& rect) {
+        if (isChosen(cap))
+            PaintKeyTick(painter, rect, m_placing);
+        if (IsMarked(cap.index))
+            PaintKeyDot(painter, rect, cap, m_placing);
+    });
 }
 
 void KeyGrid::PaintDrag(QPainter& painter) {

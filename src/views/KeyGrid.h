@@ -116,9 +116,8 @@ private:
         int key = -1;        // where it began
         KeySelection before; // the selection at that time
     };
-    // Keys that look the same share an image: width, height, colour, state, current, pressed,
-    // hovered.
-    using Look = std::tuple<int, int, QRgb, KeyState, bool, bool, bool>;
+    // Keys that look the same share an image: width, height, colour, state, touch.
+    using Look = std::tuple<int, int, QRgb, KeyState, KeyTouch>;
 
     void Forget(); // discards everything prepared for drawing
     void Prepare();
@@ -135,7 +134,6 @@ private:
     void EndDrag();
     [[nodiscard]] QRect Band() const { return QRect(m_drag.from, m_drag.at).normalized(); }
     [[nodiscard]] bool ShowsSelected(const KeyCap& cap) const; // by a tint and a tick
-    void PaintSelection(QPainter& painter) const;
     void PaintMarks(QPainter& painter) const;
     void PaintDrag(QPainter& painter);
     bool ShowToolTip(const QPoint& at, const QPoint& globalAt);

@@ -24,10 +24,10 @@ constexpr double kRadius = 0.12;
 constexpr double kEdge = 0.02;           // the line around a cap
 constexpr double kFoot = 0.05;           // what is seen of the cap's front, below its top
 constexpr double kProgrammedFoot = 0.11; // the same of a programmed key, and darker
-constexpr double kRing = 0.075;
+constexpr double kRing = 0.05;           // what is seen around the current cap, besides its edge
 constexpr double kTextMargin = 0.03;
-constexpr double kJoinedGap = 0.2; // keys of a group are joined across a gap up to this
-constexpr double kGroupLine = 0.05;
+constexpr double kJoinedGap = 0.2;  // keys of a group are joined across a gap up to this
+constexpr double kGroupLine = 0.04; // not wider than a gap
 constexpr double kDot = 0.17;
 
 constexpr double kLegendScale = 0.75;
@@ -121,16 +121,17 @@ QColor FootColor(const KeyCap& cap) {
     return Mixed(cap.color, Ink(cap.color), part);
 }
 
-// The gap between two places that lie side by side; empty where they do not, or are further apart.
-QRectF BridgeBetween(const QRectF& a, const QRectF& b, double nearby) {
+// The gap between two places that lie side by side, and `into` of each; empty where they do not, or
+// are further apart.
+QRectF BridgeBetween(const QRectF& a, const QRectF& b, double nearby, double into) {
     const double left = std::max(a.left(), b.left());
     const double right = std::min(a.right(), b.right());
     const double top = std::max(a.top(), b.top());
     const double bottom = std::min(a.bottom(), b.bottom());
     if (right > left && top >= bottom && top - bottom <= nearby) // one above the other
-        return {QPointF(left, bottom - 1), QPointF(right, top + 1)};
+        return {QPointF(left, bottom - into), QPointF(right, top + into)};
     if (bottom > top && left >= right && left - right <= nearby) // side by side
-        return {QPointF(right - 1, top), QPointF(left + 1, bottom)};
+        return {QPointF(right - into, top), QPointF(left + into, bottom)};
     return {};
 }
 
@@ -198,28 +199,19 @@ void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
     const double shade = touch == KeyTouch::Pressed ? 0.18 : touch == KeyTouch::Hovered ? 0.07 : 0;
     PaintRounded(painter, rect, radius, FootColor(cap));
     PaintRounded(painter, TopOf(rect, cap, placing), radius * 0.85, Mixed(cap.color, ink, shade));
-    if (!cap.isCurrent)
-        return;
-    const double width = LineWidth(kRing * placing.KeyHeight(), placing);
-    // Inside the cap's edge, whose colour sets it off from the board.
-    const double edge = LineWidth(0.04 * placing.KeyHeight(), placing);
-    painter.setPen(QPen(ink, width));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(Shrunk(rect, edge + width / 2), radius * 0.8, radius * 0.8);
 }
 
 std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPlacing& placing,
                               const KeyTextSize& textSize) {
     const double size = std::max<double>(
         textSize.leastPixels, textSize.points * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight);
-    const QRectF top = Shrunk(TopOf(rect, cap, placing),
-                              (kTextMargin + (cap.isCurrent ? 0.06 : 0)) * placing.KeyHeight());
+    const QRectF top = Shrunk(TopOf(rect, cap, placing), kTextMargin * placing.KeyHeight());
     QFont font = QGuiApplication::font();
     font.setBold(cap.isBold);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QColor ink = Ink(cap.color);
-    const QColor faint = Mixed(cap.color, ink, 0.7);
-    const QColor color = cap.state == KeyState::Unused ? faint : ink;
+    const QColor color = cap.state == KeyState::Unused ? Mixed(cap.color, ink, 0.7) : ink;
+    const QColor legend = cap.caption.isEmpty() ? color : Mixed(cap.color, ink, 0.85);
 
     std::vector<KeyText> texts;
     QRectF below = top;
@@ -230,8 +222,8 @@ std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPl
         QRectF area = top;
         if (!cap.caption.isEmpty())
             area.setHeight(std::min(smallSize * 1.3, top.height() / 2));
-        AppendFitting(texts, cap.legend, small, smallSize, area, Qt::AlignLeft,
-                      cap.caption.isEmpty() ? color : faint, textSize.leastPixels);
+        AppendFitting(texts, cap.legend, small, smallSize, area, Qt::AlignLeft, legend,
+                      textSize.leastPixels);
         below.setTop(area.bottom());
     }
     if (!cap.caption.isEmpty())
@@ -244,6 +236,15 @@ void PaintKeyText(QPainter& painter, const KeyText& text) {
     painter.setFont(text.font);
     painter.setPen(text.color);
     painter.drawStaticText(text.at, text.text);
+}
+
+void PaintKeyCurrent(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
+    const double edge = LineWidth(kEdge * placing.KeyHeight(), placing);
+    const double around = LineWidth(kRing * placing.KeyHeight(), placing);
+    const double radius = kRadius * placing.KeyHeight() + (around - edge) / 2;
+    painter.setPen(QPen(QGuiApplication::palette().color(QPalette::WindowText), edge + around));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(Shrunk(rect, (edge - around) / 2), radius, radius);
 }
 
 void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
@@ -263,17 +264,20 @@ void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& p
     const double height = placing.KeyHeight();
     const double width = LineWidth(0.07 * height, placing);
     const double radius = kRadius * height;
-    const QPalette palette = QGuiApplication::palette();
-    const QColor frame = palette.color(QPalette::Highlight);
+    const QColor frame = QGuiApplication::palette().color(QPalette::Highlight);
     QColor tint = frame;
     tint.setAlphaF(0.2F);
     painter.setPen(QPen(frame, width));
     painter.setBrush(tint);
     painter.drawRoundedRect(rect, radius, radius);
-    const double size = 0.3 * height; // of the tick, which stands out a little
+}
+
+void PaintKeyTick(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
+    const QPalette palette = QGuiApplication::palette();
+    const double size = 0.3 * placing.KeyHeight(); // it stands out a little
     const QRectF corner(rect.right() - 0.75 * size, rect.top() - 0.25 * size, size, size);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(frame);
+    painter.setBrush(palette.color(QPalette::Highlight));
     painter.drawEllipse(corner);
     QPainterPath tick(corner.topLeft() + QPointF(0.25, 0.52) * size);
     tick.lineTo(corner.topLeft() + QPointF(0.44, 0.72) * size);
@@ -285,43 +289,38 @@ void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& p
 }
 
 void PaintKeyDot(QPainter& painter, const QRectF& rect, const KeyCap& cap,
-                 const KeyPlacing& placing, bool hasTick) {
+                 const KeyPlacing& placing) {
     const double height = placing.KeyHeight();
     const double radius = std::max(2.5, kDot * height / 2);
     const double line = LineWidth(0.03 * height, placing);
-    const QPointF center(rect.right() - 0.16 * height - (hasTick ? 0.25 * height : 0),
-                         rect.top() + 0.16 * height);
     painter.setPen(QPen(Ink(cap.color), line)); // stands out from caps of any colour
     painter.setBrush(kDotColor);
-    painter.drawEllipse(center, radius, radius);
+    painter.drawEllipse(rect.bottomRight() - QPointF(kDot, kDot) * height / 2, radius, radius);
 }
 
+// One plate below the keys, of the colour of their edges: in the gaps there is nothing else.
 void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
                     const std::vector<QRectF>& rects, const KeyPlacing& placing) {
     const double nearby = kJoinedGap * placing.KeyHeight();
-    std::map<int, QPainterPath> outlines;
+    const double radius = kRadius * placing.KeyHeight();
+    const double around = LineWidth(kGroupLine * placing.KeyHeight(), placing);
+    std::map<int, QPainterPath> plates;
     std::map<int, QColor> colors;
     for (std::size_t a = 0; a < caps.size(); ++a) {
         if (caps[a].group == 0)
             continue;
-        QPainterPath& outline = outlines[caps[a].group];
-        outline.addRect(rects[a]);
-        colors[caps[a].group] = caps[a].color;
+        QPainterPath& plate = plates[caps[a].group];
+        plate.setFillRule(Qt::WindingFill); // all of its parts
+        plate.addRoundedRect(Shrunk(rects[a], -around), radius, radius);
+        colors[caps[a].group] = FootColor(caps[a]);
         for (std::size_t b = a + 1; b < caps.size(); ++b)
             if (caps[b].group == caps[a].group)
-                if (const QRectF bridge = BridgeBetween(rects[a], rects[b], nearby);
+                if (const QRectF bridge = BridgeBetween(rects[a], rects[b], nearby, radius);
                     !bridge.isEmpty())
-                    outline.addRect(bridge);
+                    plate.addRect(Shrunk(bridge, -around));
     }
-    const double width = LineWidth(kGroupLine * placing.KeyHeight(), placing);
-    for (const auto& [group, outline] : outlines) {
-        QPainterPathStroker stroker(
-            QPen(Qt::black, 2 * width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        const QPainterPath inside = outline.simplified();
-        const QPainterPath around = (stroker.createStroke(inside) + inside).simplified();
-        painter.fillPath(around, Mixed(colors[group], Ink(colors[group]), 0.5));
-        painter.fillPath(inside, colors[group]);
-    }
+    for (const auto& [group, plate] : plates)
+        painter.fillPath(plate, colors[group]);
 }
 
 void PaintKeyCaps(QPainter& painter, const QRectF& area, const std::vector<KeyCap>& caps,
@@ -344,9 +343,12 @@ void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vecto
         for (const KeyText& text : KeyTexts(rects[i], caps[i], placing, textSize))
             PaintKeyText(painter, text);
     }
-    for (std::size_t i = 0; i < caps.size(); ++i)
+    for (std::size_t i = 0; i < caps.size(); ++i) {
+        if (caps[i].isCurrent)
+            PaintKeyCurrent(painter, rects[i], placing);
         if (caps[i].index == focused)
             PaintKeyFocus(painter, rects[i], placing);
+    }
     painter.restore();
 }
 

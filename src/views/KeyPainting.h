@@ -99,19 +99,22 @@ struct KeyText {
                                             const KeyPlacing& placing, const KeyTextSize& textSize);
 void PaintKeyText(QPainter& painter, const KeyText& text);
 
-// Joins the keys of each group: fills the gaps between neighbours and draws a line around them.
+// Joins the keys of each group: fills the gaps between neighbours and goes a little around them.
 // `rects` are where the placing maps the caps.
 void PaintKeyGroups(QPainter& painter, const std::vector<KeyCap>& caps,
                     const std::vector<QRectF>& rects, const KeyPlacing& placing);
 
+// Marks of a cap, drawn when all caps are. Most go beyond it, where they take no room from texts.
+// A ring: the current key.
+void PaintKeyCurrent(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
 void PaintKeyFocus(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
-// A tint, a frame and a tick: one of several keys that are selected, or the key onto which one is
-// dragged.
+// A tint and a frame, and when all keys have theirs, a tick: one of several keys that are selected,
+// or the key onto which one is dragged.
 void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
-
-// A dot in the upper right corner, left of the tick of a key that has one.
+void PaintKeyTick(QPainter& painter, const QRectF& rect, const KeyPlacing& placing);
+// A dot in the lower right corner, below the texts.
 void PaintKeyDot(QPainter& painter, const QRectF& rect, const KeyCap& cap,
-                 const KeyPlacing& placing, bool hasTick);
+                 const KeyPlacing& placing);
 
 // The colour of such dots.
 inline constexpr QColor kDotColor(0xE8, 0x71, 0x0A);

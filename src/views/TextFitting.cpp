@@ -10,28 +10,31 @@ namespace {
 constexpr double kLeastTextScale = 0.6; // smaller than that only where a text would be cut else
 constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
 constexpr double kLineStep = 0.85;      // of the font's height
-constexpr int kStretches[] = {100, 88, 76, 66}; // of letters, in percent: narrow ones before a cut
-constexpr int kLeastPart = 3;                   // letters of a word that is broken
+constexpr int kStretches[] = {100, 88, 76, 66, 58}; // of letters, in percent: narrow before a cut
+constexpr int kLeastPart = 2; // characters of a line that is not broken at a blank
 
 double Advance(const QFont& font, const QString& text) {
     return QFontMetricsF(font).horizontalAdvance(text);
 }
 
+// Between words, in "NumLock" too; and as keyboards print the one word that is long on all of them.
 bool IsBreak(const QString& text, qsizetype at) {
-    const bool isNewWord = text[at - 1].isLower() && !text[at].isLower(); // as in "NumLock"
-    return text[at] == u' ' || isNewWord;
+    if (text[at] == u' ')
+        return true;
+    if (at < kLeastPart || text.size() - at < kLeastPart)
+        return false;
+    return (text[at - 1].isLower() && !text[at].isLower()) ||
+           (at == 4 && text == QLatin1String("Backspace"));
 }
 
-// The text as the two lines that are shortest, broken where it may be; else as one.
-template <typename MayBreak>
-QStringList InTwoLines(const QString& text, const QFont& font, const QString& hyphen,
-                       const MayBreak& mayBreak) {
+// The text as the two lines that are shortest, broken between words; else as one.
+QStringList BetweenWords(const QString& text, const QFont& font) {
     QStringList best{text};
     double least = Advance(font, text);
     for (qsizetype at = 1; at < text.size(); ++at) {
-        if (!mayBreak(at))
+        if (!IsBreak(text, at))
             continue;
-        const QStringList lines{text.left(at).trimmed() + hyphen, text.mid(at).trimmed()};
+        const QStringList lines{text.left(at).trimmed(), text.mid(at).trimmed()};
         const double width = std::max(Advance(font, lines[0]), Advance(font, lines[1]));
         if (width < least) {
             least = width;
@@ -39,18 +42,6 @@ QStringList InTwoLines(const QString& text, const QFont& font, const QString& hy
         }
     }
     return best;
-}
-
-QStringList BetweenWords(const QString& text, const QFont& font) {
-    return InTwoLines(text, font, {}, [&](qsizetype at) { return IsBreak(text, at); });
-}
-
-// A long word in two parts: "Back-" and "space".
-QStringList WithinWord(const QString& text, const QFont& font) {
-    const bool isWord = std::all_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
-    return InTwoLines(text, font, QStringLiteral("-"), [&](qsizetype at) {
-        return isWord && at >= kLeastPart && text.size() - at >= kLeastPart;
-    });
 }
 
 // The parts of a font's height in which the lines have no ink: above capitals, and below the last
@@ -84,7 +75,7 @@ int FittingPixels(const QStringList& lines, const QFont& font, int least, int mo
     return 0;
 }
 
-// The text in as many lines as the area is high, broken at blanks where the lines are full; the
+// The text in as many lines as the area is high, broken between words where the lines are full; the
 // last line has all the rest.
 QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) {
     const QFontMetricsF metrics(font);
@@ -95,7 +86,7 @@ QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) 
     while (static_cast<int>(lines.size()) + 1 < most) {
         qsizetype end = 0;
         for (qsizetype at = 1; at < rest.size(); ++at)
-            if (rest[at] == u' ' && metrics.horizontalAdvance(rest.left(at)) <= area.width())
+            if (IsBreak(rest, at) && metrics.horizontalAdvance(rest.left(at)) <= area.width())
                 end = at;
         if (end == 0 || metrics.horizontalAdvance(rest) <= area.width())
             break;
@@ -142,14 +133,15 @@ QStringList FittingLines(const QString& text, QFont& font, double size, const QS
             return lines;
         }
     }
-    font.setPixelSize(leastPixels);
-    QStringList parts;
-    for (const QString& line : BetweenWords(text, font))
-        parts += Advance(font, line) > area.width() ? WithinWord(line, font) : QStringList(line);
-    if (parts.size() > 1 && Fits(parts, font, leastPixels, area))
-        return parts;
     font.setPixelSize(least);
-    return Wrapped(text, font, area);
+    QStringList lines;
+    for (const int stretch : kStretches) { // narrow letters help only where lines are too wide
+        font.setStretch(stretch);
+        lines = Wrapped(text, font, area);
+        if (Advance(font, lines.back()) <= area.width())
+            break;
+    }
+    return lines;
 }
 
 } // namespace qx::views

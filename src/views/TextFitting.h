@@ -14,9 +14,9 @@ namespace qx::views {
 [[nodiscard]] double LineStep(const QFontMetricsF& metrics);
 
 // The text's lines in a font of `size` pixels or smaller, down to `leastPixels`, and with narrower
-// letters if it must be, and a word in two parts before it is cut; the font gets that size and
-// stretch. A line that does not fit even so is cut by the caller. The blank parts of the first and
-// the last line may go beyond the area.
+// letters if it must be, broken between words only; the font gets that size and stretch. A line
+// that does not fit even so is cut by the caller. The blank parts of the first and the last line
+// may go beyond the area.
 [[nodiscard]] QStringList FittingLines(const QString& text, QFont& font, double size,
                                        const QSizeF& area, int leastPixels);
 
