@@ -57,9 +57,11 @@ public:
 
     // Takes the window, with the one that pops up over it if there is one.
     void Take(QWidget& window, const QString& name, QWidget* popup = nullptr) {
-        QEventLoop waiting; // for the user, after all layouts
-        QTimer::singleShot(20, &waiting, &QEventLoop::quit);
+        QEventLoop waiting; // for the user
+        QTimer::singleShot(1, &waiting, &QEventLoop::quit);
         waiting.exec();
+        for (int round = 0; round < 5; ++round) // a layout may ask for another
+            QApplication::processEvents();
         for (const QString& fault : test::LayoutFaults(window))
             std::printf("%s: %s\n", qUtf8Printable(name), qUtf8Printable(fault));
         QPixmap picture = window.grab();

@@ -32,6 +32,7 @@ DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
     header()->setSectionResizeMode(kTo, QHeaderView::Stretch);
+    header()->setMinimumSectionSize(header()->sectionSizeHint(kTo));
     header()->resizeSection(kSetting, 340);
     header()->resizeSection(kFrom, 200);
     const auto choose = [this](const QTreeWidgetItem* item) {

@@ -122,7 +122,7 @@ void PageBook::AddHeading(const QString& title) {
     font.setPointSizeF(font.pointSizeF() * kHeadingScale);
     item->setFont(font);
     item->setForeground(palette().brush(QPalette::Active, QPalette::PlaceholderText));
-    item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 14));
+    item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 8));
     item->setTextAlignment(Qt::AlignLeft | Qt::AlignBottom);
     m_leaves.push_back({{}, nullptr});
 }
@@ -148,7 +148,8 @@ void PageBook::SetCount(const QString& id, int count) {
 void PageBook::FitList() {
     const QFontMetrics metrics = m_list->fontMetrics();
     const int countWidth = metrics.horizontalAdvance(QStringLiteral("000")) + kCountMargin;
-    int width = m_aboveList->sizeHint().width();
+    // The marks of absent modules come and go with the keyboard; the pages stay where they are.
+    int width = std::max(m_aboveList->sizeHint().width(), m_list->minimumWidth());
     for (int row = 0; row < m_list->count(); ++row)
         width = std::max(width, metrics.horizontalAdvance(m_list->item(row)->text()) + kIconSize +
                                     2 * m_list->frameWidth() + kListMargin + countWidth);
@@ -177,6 +178,8 @@ void PageBook::Fold() {
         item->setHidden(!isPresent && !m_absent->isChecked());
         hasPage = hasPage || !item->isHidden();
     }
+    if (current != nullptr)
+        m_list->scrollToItem(current);
     m_absent->setVisible(absent > 0);
     m_absent->setText(tr("Not in this keyboard (%1)").arg(absent));
     m_absent->setToolTip(tr("%n module(s) that this keyboard does not have", "", absent));

@@ -75,11 +75,12 @@ private:
     QWidget* m_keys = nullptr;
 };
 
-// The room above the heading is the window's.
+// The room above the heading and below the page is the window's.
 QVBoxLayout* PageColumn(QWidget& page) {
     auto* column = new QVBoxLayout(&page);
     QMargins margins = column->contentsMargins();
     margins.setTop(0);
+    margins.setBottom(0);
     column->setContentsMargins(margins);
     return column;
 }
@@ -175,27 +176,28 @@ QWidget* ModulePage::WithReaderEditors() {
     const int shown = tabs->currentIndex();
     for (int tab = 0; tab < tabs->count(); ++tab) {
         QWidget* page = tabs->widget(tab);
-        if (page->findChild<views::SequenceLabel*>() == nullptr)
-            continue;
         const QString title = tabs->tabText(tab);
         tabs->removeTab(tab);
-        tabs->insertTab(tab, WithReaderEditor(page), title);
+        if (page->findChild<views::SequenceLabel*>() != nullptr)
+            page = WithReaderEditor(page);
+        page->show(); // a tab that was not the current one was hidden
+        tabs->insertTab(tab, new views::TallArea(page), title);
     }
     tabs->setCurrentIndex(shown);
     return tabs;
 }
 
 QWidget* ModulePage::WithReaderEditor(QWidget* view) {
-    auto* both = new QWidget;
+    auto* both = new Page;
     auto* inspector = new views::SequenceInspector;
     m_inspectors.push_back(inspector);
-    inspector->layout()->setContentsMargins({});
+    inspector->layout()->setContentsMargins(0, view->layout()->contentsMargins().top(), 0, 0);
     auto* row = new QHBoxLayout(both);
     row->setContentsMargins({});
     row->setSpacing(2 * kGap);
     row->addWidget(view, 1);
     row->addWidget(inspector);
-    view->show(); // a tab that was not the current one was hidden
+    view->show();
     auto* editor = new ReaderEditor(m_workbench, m_sectionKey, *view, *inspector);
     editor->setParent(this);
     return both;

@@ -16,7 +16,7 @@ inline QFormLayout* NewPreferenceForm(QWidget* parent = nullptr) {
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     form->setHorizontalSpacing(16);
-    form->setVerticalSpacing(10);
+    form->setVerticalSpacing(8);
     return form;
 }
 
@@ -26,8 +26,8 @@ struct PreferenceTab {
     std::vector<QFormLayout*> forms;
 
     PreferenceTab() {
-        column->setContentsMargins(16, 16, 16, 16);
-        column->setSpacing(16);
+        column->setContentsMargins(16, 8, 16, 8);
+        column->setSpacing(10);
     }
     [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
         auto* group = new QGroupBox(title);

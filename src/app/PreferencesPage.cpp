@@ -8,6 +8,7 @@
 #include "app/VersionBox.h"
 #include "host/ColourSet.h"
 #include "setup/LayoutSource.h"
+#include "views/ScrollArea.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -39,11 +40,15 @@ PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem
       m_editors(new PreferenceEditors(settings, this)) {
     connect(m_editors, &PreferenceEditors::Changed, this, &PreferencesPage::Changed);
     m_tabs = new QTabWidget;
-    m_tabs->addTab(MakeGeneralTab(), tr("General"));
-    m_tabs->addTab(MakeLanguagesTab(), tr("Languages"));
-    m_tabs->addTab(MakeKeyboardTab(), tr("Keyboard"));
-    m_tabs->addTab(MakeKeyDisplayTab(), tr("Key display"));
-    m_tabs->addTab(MakePosTab(), tr("POS keys"));
+    // Each scrolls for itself: a short one does not because another one is tall.
+    const auto add = [this](QWidget* tab, const QString& title) {
+        m_tabs->addTab(new views::TallArea(tab), title);
+    };
+    add(MakeGeneralTab(), tr("General"));
+    add(MakeLanguagesTab(), tr("Languages"));
+    add(MakeKeyboardTab(), tr("Keyboard"));
+    add(MakeKeyDisplayTab(), tr("Key display"));
+    add(MakePosTab(), tr("POS keys"));
 
     auto* reset = new QPushButton(tr("Reset to defa&ults …"));
     reset->setObjectName(QStringLiteral("reset"));
@@ -217,6 +222,9 @@ void PreferencesPage::Reveal(Preference preference) {
         if (m_tabs->widget(i)->isAncestorOf(editor))
             m_tabs->setCurrentIndex(i);
     editor->setFocus();
+    QMetaObject::invokeMethod( // when it has been laid out
+        editor, [editor] { views::ScrollArea::Reveal(*editor, editor->rect()); },
+        Qt::QueuedConnection);
 }
 
 int PreferencesPage::CurrentTab() const {

@@ -38,6 +38,7 @@ constexpr int kMostLines = 2000; // of the log
 constexpr int kKeysInRow = 12;
 constexpr QSizeF kStep(720, 600); // from function key to function key
 constexpr double kGap = 25;
+constexpr int kLeastLines = 3; // of the log
 
 KeySequence SequenceOf(const sim::Stretch& stretch) {
     KeySequence sequence;
@@ -79,6 +80,7 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     m_received->setTabChangesFocus(true);
     m_received->setMaximumBlockCount(kMostLines);
     m_received->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_received->setMinimumHeight(kLeastLines * m_received->fontMetrics().lineSpacing());
     m_sources->setLayout(MakeSources());
 
     auto* column = new QVBoxLayout(this);
@@ -164,7 +166,10 @@ QWidget* TestDrivePage::MakeKeysTab() {
                 return reception;
             });
     });
-    return m_keys;
+    auto* tab = new QWidget;
+    auto* column = new QVBoxLayout(tab);
+    column->addWidget(m_keys);
+    return tab;
 }
 
 QWidget* TestDrivePage::MakeFunctionKeysTab() {

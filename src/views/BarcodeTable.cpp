@@ -36,7 +36,7 @@ bool IsSymbology(BarcodePage page) {
 BarcodeTable::BarcodeTable(QXBarcode& control, QWidget* parent)
     : QWidget(parent), m_control(control), m_grid(new QGridLayout(this)),
       m_lineHeight(QSpinBox().sizeHint().height()) {
-    m_grid->setContentsMargins(0, kRowGap, 0, kRowGap);
+    m_grid->setContentsMargins(0, 2 * kRowGap, 0, kRowGap);
     m_grid->setHorizontalSpacing(kColumnGap);
     m_grid->setVerticalSpacing(kRowGap);
     m_grid->setColumnStretch(3, 1);

@@ -9,7 +9,7 @@ namespace qx::views {
 namespace {
 
 // Of the height, for the second widget; whatever it shows, the first keeps its size.
-constexpr double kPartBelow = 0.36;
+constexpr double kPartBelow = 0.41;
 
 } // namespace
 

@@ -6,9 +6,9 @@
 #include "views/EntryLine.h"
 #include "views/FlowLayout.h"
 #include "views/HeldKeys.h"
+#include "views/ScrollArea.h"
 
 #include <QEvent>
-#include <QScrollArea>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -24,6 +24,7 @@ namespace {
 constexpr int kSpacing = 4;
 constexpr int kLeastKeyWidth = 32;
 constexpr int kLeastKeyHeight = 28;
+constexpr int kLeastWideHeight = 24; // for three rows below the keys of a small window
 constexpr int kMostFound = 30;
 
 enum Group { Letters, Function, Navigation, Pad, Modifiers, kGroups };
@@ -94,7 +95,7 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
     button->setText(QString(key.caption).replace(u'&', QStringLiteral("&&")));
     button->setToolTip(key.name);
     button->setAccessibleName(key.name.isEmpty() ? key.caption : key.name);
-    button->setMinimumSize(kLeastKeyWidth, kLeastKeyHeight);
+    button->setMinimumSize(kLeastKeyWidth, m_isWide ? kLeastWideHeight : kLeastKeyHeight);
     connect(button, &QToolButton::clicked, this, [this, code = key.code] {
         if (!m_search->text().isEmpty()) { // the next search starts anew
             m_search->Empty();
@@ -108,15 +109,12 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
 QWidget* KeyPalette::MakePage(const std::vector<Key>& keys) {
     auto* content = new QWidget;
     auto* flow = new FlowLayout(kSpacing, content);
-    flow->setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    flow->setContentsMargins(kSpacing, kSpacing, kSpacing, 0);
     for (const Key& key : keys)
         flow->addWidget(MakeButton(key));
-    auto* scroll = new QScrollArea;
-    scroll->setWidget(content);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
+    auto* scroll = new ScrollArea(content);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setMinimumHeight(kLeastWideHeight + 2 * kSpacing); // one row
     return scroll;
 }
 
@@ -146,6 +144,10 @@ void KeyPalette::ShowKeys(const QXKeyboardLayoutData* layout) {
 
 void KeyPalette::SetWide(bool isWide) {
     m_head->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    m_isWide = isWide;
+    for (QWidget* pages : std::initializer_list<QWidget*>{m_tabs, m_found})
+        for (auto* button : pages->findChildren<QToolButton*>())
+            button->setMinimumHeight(isWide ? kLeastWideHeight : kLeastKeyHeight);
 }
 
 void KeyPalette::Release() {

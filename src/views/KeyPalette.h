@@ -30,7 +30,7 @@ public:
 
     // Offers the keys of the layout that a sequence can press (1 to 127); none without a layout.
     void ShowKeys(const QXKeyboardLayoutData* layout);
-    // The search beside the modifiers, or below them.
+    // The search beside the modifiers and low keys, or the search below them.
     void SetWide(bool isWide);
     // No modifier is held any longer.
     void Release();
@@ -61,6 +61,7 @@ private:
     QTabWidget* m_tabs;
     QWidget* m_found; // the page of the search
     std::vector<Key> m_keys;
+    bool m_isWide = false;
 };
 
 } // namespace qx::views

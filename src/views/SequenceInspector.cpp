@@ -120,15 +120,15 @@ void SequenceInspector::MakeParts() {
     for (QToolButton* tool : {m_back, m_clear, m_record, m_device})
         tools->addWidget(tool);
     tools->addStretch(1);
-    auto* sent = new QVBoxLayout;
-    sent->addWidget(m_chips);
-    sent->addLayout(tools);
-    sent->addWidget(m_recording);
-    sent->addWidget(m_text);
-    sent->addWidget(m_fault);
-    sent->addStretch(0);
+    m_sent = new QVBoxLayout;
+    m_sent->addWidget(m_chips);
+    m_sent->addLayout(tools);
+    m_sent->addWidget(m_recording);
+    m_sent->addWidget(m_text);
+    m_sent->addWidget(m_fault);
+    m_sent->addStretch(0);
     m_columns = new QVBoxLayout;
-    m_columns->addLayout(sent);
+    m_columns->addLayout(m_sent);
     m_columns->addWidget(m_palette, 1);
     m_receivedRow = new QWidget;
     auto* received = new QHBoxLayout(m_receivedRow);
@@ -179,12 +179,16 @@ void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
 
 void SequenceInspector::SetWide(bool isWide) {
     m_columns->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    m_columns->setStretch(0, isWide ? 1 : 0);
+    m_columns->setStretch(0, isWide ? 5 : 0);
+    m_columns->setStretch(1, isWide ? 6 : 1);
     m_text->SetWide(isWide);
-    if (isWide)                                    // there is no height to give away
+    if (isWide) {                                  // there is no height to give away
         m_head->insertWidget(1, m_receivedRow, 8); // nearly all of the line
-    else
-        m_rows->insertWidget(1, m_receivedRow);
+        m_sent->insertWidget(m_sent->count() - 1, m_warnings);
+    } else {
+        m_rows->addWidget(m_receivedRow);
+        m_rows->addWidget(m_warnings);
+    }
     m_palette->SetWide(isWide);
 }
 

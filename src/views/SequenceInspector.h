@@ -93,6 +93,7 @@ private:
     QBoxLayout* m_head;
     QBoxLayout* m_rows;
     QBoxLayout* m_columns;
+    QBoxLayout* m_sent;
     QLabel* m_title;
     QLabel* m_left;
     QLabel* m_hint; // instead of the editor

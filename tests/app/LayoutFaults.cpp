@@ -3,12 +3,14 @@
 #include "views/KeyGrid.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabBar>
@@ -18,6 +20,7 @@ namespace qx::test {
 namespace {
 
 constexpr int kSlack = 1; // pixels, of rounding
+constexpr int kRow = 24;  // pixels: what scrolls by less hides nothing worth a scroll bar
 
 QString PathOf(const QWidget& widget) {
     QString path;
@@ -82,6 +85,15 @@ QString CutCap(const views::KeyGrid& grid) {
     return {};
 }
 
+// What the area scrolls by is at least this, or it needs no scroll bar: pixels, or the items of a
+// list and the lines of a text.
+int RowOf(const QAbstractScrollArea& area) {
+    const auto* list = qobject_cast<const QAbstractItemView*>(&area);
+    const bool isOfItems =
+        list != nullptr && list->verticalScrollMode() == QAbstractItemView::ScrollPerItem;
+    return isOfItems || qobject_cast<const QPlainTextEdit*>(&area) != nullptr ? 1 : kRow;
+}
+
 void CheckChildren(const QWidget& parent, QStringList& faults) {
     const auto children = parent.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (const QWidget* child : children) {
@@ -106,6 +118,13 @@ void CheckChildren(const QWidget& parent, QStringList& faults) {
                 faults += PathOf(*child) + QStringLiteral(" scrolls sideways, %1 of %2 pixels")
                                                .arg(area->viewport()->width())
                                                .arg(area->widget()->width());
+        if (const auto* area = qobject_cast<const QAbstractScrollArea*>(child)) {
+            const QScrollBar& bar = *area->verticalScrollBar();
+            if (bar.isVisible() && bar.maximum() - bar.minimum() < RowOf(*area))
+                faults += PathOf(*child) + QStringLiteral(" scrolls by %1 of %2 only")
+                                               .arg(bar.maximum() - bar.minimum())
+                                               .arg(RowOf(*area));
+        }
         CheckChildren(*child, faults);
     }
 }

@@ -74,6 +74,15 @@ TEST_F(Layout, NothingIsCutOrCrowdedOnASmallScreenInBothLanguages) {
     }
 }
 
+TEST_F(Layout, ANoticeMakesPagesScrollByARowOrNotAtAll) {
+    Resize({1024, 600});
+    for (const char* page : {"overview", "freeProgKeys", "pos", "barcode", "testDrive"}) {
+        desk.Page(page);
+        desk.window->screen.warn({QStringLiteral("One line.\nAnother one."), {}, {}});
+        Expect(page);
+    }
+}
+
 TEST_F(Layout, ThePanelIsBesideTheKeysWhereTheyHaveRoomForBoth) {
     const auto isBeside = [&] {
         Settle();
