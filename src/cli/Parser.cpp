@@ -127,7 +127,9 @@ void Add(CLI::App& app, const Command& command, const std::string& globals) {
     for (const Command& inner : command.commands) {
         CLI::App* added = app.add_subcommand(inner.name, inner.summary);
         added->group("Commands");
-        Add(*added, inner, globals);
+        // Adding the options of every command would take longer than most commands do.
+        added->preparse_callback(
+            [=, &inner, &globals](std::size_t) { Add(*added, inner, globals); });
     }
     if (!command.commands.empty())
         app.require_subcommand(1);
@@ -223,7 +225,8 @@ Parsed Parse(const Command& program, const std::string& version,
     app.set_version_flag("-V,--version", version, "Show the version");
     app.fallthrough();
     app.allow_windows_style_options(false); // file names may begin with "/"
-    Add(app, program, GlobalOptionsText(program));
+    const std::string globals = GlobalOptionsText(program);
+    Add(app, program, globals);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return {Innermost(app, program, program.name).command, ""};

@@ -3,6 +3,7 @@
 #include "files/Files.h"
 #include "files/System.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <utility>
@@ -202,7 +203,8 @@ std::string ReadFile(const fs::path& path, std::uintmax_t most) {
     if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode))
         fail(Obstacle::IsDevice);
     std::string bytes;
-    char buffer[65536];
+    bytes.reserve(std::min(static_cast<std::uintmax_t>(status.st_size), most));
+    char buffer[16384];
     for (bool isExpecting = S_ISFIFO(status.st_mode);;) { // a pipe may not have a writer yet
         const ssize_t count = read(file.Number(), buffer, sizeof buffer);
         if (count < 0 && errno != EINTR && errno != EAGAIN)
