@@ -35,10 +35,13 @@ QString KeyEdits::SenderName(int key) const {
 }
 
 std::vector<KeyEdits::Sent> KeyEdits::SentBy(const std::vector<int>& keys) const {
-    const host::SequenceSlots all(Section());
+    std::set<std::string> senders;
+    for (const int key : keys)
+        senders.insert(SenderOf(key));
+    const host::SequenceSlots found(Section(), senders);
     std::vector<Sent> sent(keys.size());
     for (std::size_t i = 0; i < keys.size(); ++i)
-        if (const auto* slot = all.Find(SenderOf(keys[i]))) {
+        if (const auto* slot = found.Find(SenderOf(keys[i]))) {
             sent[i].capacity = slot->capacity;
             sent[i].description = m_workbench.Faces().Of(m_section).DescriptionOf(keys[i]);
             for (const Integer code : slot->codes)
@@ -57,18 +60,21 @@ std::vector<int> KeyEdits::Senders(const std::vector<int>& keys) const {
 }
 
 bool KeyEdits::Put(const std::map<int, Content>& wanted, bool goesOn) {
-    host::SequenceSlots all(Section());
     host::SequenceSlots::Wanted byPlace;
-    for (const auto& [key, content] : wanted)
+    std::set<std::string> senders;
+    for (const auto& [key, content] : wanted) {
         byPlace.emplace(SenderOf(key), content.codes);
-    const auto refusal = all.RefusalOf(byPlace);
+        senders.insert(SenderOf(key));
+    }
+    host::SequenceSlots found(Section(), senders);
+    const auto refusal = found.RefusalOf(byPlace);
     if (!refusal)
         return Edit(
             [&] {
                 for (const auto& [key, content] : wanted)
                     if (content.description)
                         m_workbench.Faces().Of(m_section).Describe(key, *content.description);
-                all.Put(byPlace);
+                found.Put(byPlace);
             },
             goesOn);
     for (const auto& [key, content] : wanted) {

@@ -65,8 +65,8 @@ void ReaderEditor::ShowChosen() {
         return;
     host::Section& section = *m_workbench.Configuration().Find(m_section);
     const std::string place = PlaceOf(*label);
-    const host::SequenceSlots all(section);
-    const host::SequenceSlots::Slot* slot = all.Find(place);
+    const host::SequenceSlots found(section, {place});
+    const host::SequenceSlots::Slot* slot = found.Find(place);
     const auto settings = m_workbench.Configuration().List(section, {place}, host::Listed::All);
     if (slot == nullptr || settings.empty())
         return m_inspector.Show({});
@@ -79,11 +79,12 @@ void ReaderEditor::ShowChosen() {
 
 void ReaderEditor::Put(const std::vector<Byte>& codes, bool goesOn) {
     host::Section& section = *m_workbench.Configuration().Find(m_section);
-    host::SequenceSlots all(section);
-    const host::SequenceSlots::Wanted wanted{{PlaceOf(*Chosen()), codes}};
-    if (!all.RefusalOf(wanted))
+    const std::string place = PlaceOf(*Chosen());
+    host::SequenceSlots found(section, {place});
+    const host::SequenceSlots::Wanted wanted{{place, codes}};
+    if (!found.RefusalOf(wanted))
         m_workbench.Edit(
-            section, [&] { all.Put(wanted); }, goesOn);
+            section, [&] { found.Put(wanted); }, goesOn);
 }
 
 // Unless the user prefers that typing opens the editor.

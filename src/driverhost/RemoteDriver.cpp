@@ -302,7 +302,6 @@ bool RemoteDriver::Ask(const Frame& request, const std::string& subject, const T
 Values RemoteDriver::Await(bool mayBeGivenUp) {
     Progress progress(m_isolation.limit, m_stretches);
     std::optional<process::Deadline> end; // once the user wants to end
-    process::Deadline toPaint = steady_clock::now() + kTimeToPaint;
     for (;;) {
         for (std::string frame = TakeFrame(m_arrived); !frame.empty();
              frame = TakeFrame(m_arrived)) {
@@ -323,14 +322,14 @@ Values RemoteDriver::Await(bool mayBeGivenUp) {
         if (mayBeGivenUp)
             until = std::min(until, steady_clock::now() + kTimeToNotice);
         if (m_isolation.onWait)
-            until = std::min(until, toPaint);
+            until = std::min(until, m_toPaint);
         using Received = process::Channel::Received;
         const Received received = m_child->Connection().Receive(m_arrived, until);
         if (received == Received::End)
             throw Lost{Obstacle::None};
-        if (m_isolation.onWait && steady_clock::now() >= toPaint) {
+        if (m_isolation.onWait && steady_clock::now() >= m_toPaint) {
             m_isolation.onWait();
-            toPaint = steady_clock::now() + kTimeToPaint;
+            m_toPaint = steady_clock::now() + kTimeToPaint;
         }
     }
 }

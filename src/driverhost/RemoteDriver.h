@@ -28,8 +28,8 @@ struct Isolation {
     // Whether the user wants to end and nothing has been written: a call that does not write to the
     // keyboard is then given up after a few seconds. May be empty.
     std::function<bool()> isToEnd{};
-    // Called every 50 ms while a call lasts, to paint a window for example; throws nothing. May be
-    // empty.
+    // Called every 50 ms while a call lasts, or many short ones follow each other, to paint a
+    // window for example; throws nothing. May be empty.
     std::function<void()> onWait{};
 };
 
@@ -75,8 +75,9 @@ private:
     std::optional<process::ChildProcess> m_child; // empty once the driver is gone
     std::string m_arrived;                        // received bytes that are not yet a whole frame
     MessagePoster m_post = nullptr;
-    int m_stretches = 0;     // number of stretches of the next transfer
-    bool m_isAsking = false; // a call lasts
+    int m_stretches = 0;                             // number of stretches of the next transfer
+    bool m_isAsking = false;                         // a call lasts
+    std::chrono::steady_clock::time_point m_toPaint; // when onWait is called again
     std::optional<files::Problem> m_failure;
 };
 

@@ -7,15 +7,19 @@ namespace qx::host {
 
 namespace {
 
+using Slot = SequenceSlots::Slot;
+
 class SlotTaker : public PlacedVisitor {
 public:
-    SlotTaker(const Section& section, std::map<std::string, SequenceSlots::Slot>& slots)
-        : PlacedVisitor(section.Info().key), m_slots(slots) {}
+    SlotTaker(const Section& section, const std::set<std::string>& elements,
+              std::map<std::string, Slot>& slots)
+        : PlacedVisitor(section.Info().key), m_elements(elements), m_slots(slots) {}
 
     void Sequence(const Field& field, KeySequence& sequence, Integer nSlot) override {
         const std::string place = PlaceOf(field);
-        m_slots.insert_or_assign(m_element.empty() ? place : m_element,
-                                 SequenceSlots::Slot{m_id, place, sequence.Codes(), nSlot});
+        const std::string& element = m_element.empty() ? place : m_element;
+        if (m_elements.contains(element))
+            m_slots.insert_or_assign(element, Slot{m_id, place, sequence.Codes(), nSlot});
     }
     void List(const FieldList& list) override {
         if (!list.possible)
@@ -23,7 +27,8 @@ public:
         for (const FieldList::Id& id : list.possible()) {
             m_id = id;
             m_element = ElementPlace(PlaceOf(list.field), id);
-            Within(m_element, [&] { list.visit(id); });
+            if (m_elements.contains(m_element))
+                Within(m_element, [&] { list.visit(id); });
         }
         m_element.clear();
         m_id = {};
@@ -31,7 +36,8 @@ public:
     [[nodiscard]] bool IsExact() const override { return true; }
 
 private:
-    std::map<std::string, SequenceSlots::Slot>& m_slots;
+    const std::set<std::string>& m_elements;
+    std::map<std::string, Slot>& m_slots;
     FieldList::Id m_id;
     std::string m_element;
 };
@@ -44,8 +50,9 @@ std::string KeyStringOf(const std::vector<Byte>& codes) {
 
 } // namespace
 
-SequenceSlots::SequenceSlots(Section& section) : m_section(section) {
-    SlotTaker taker(section, m_slots);
+SequenceSlots::SequenceSlots(Section& section, const std::set<std::string>& elements)
+    : m_section(section) {
+    SlotTaker taker(section, elements, m_slots);
     section.Visit(taker);
 }
 

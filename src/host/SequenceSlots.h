@@ -11,6 +11,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,8 @@ public:
         Integer capacity;
     };
 
-    // The slots as they are now. The section outlives this object.
-    explicit SequenceSlots(Section& section);
+    // The slots of these elements as they are now. The section outlives this object.
+    SequenceSlots(Section& section, const std::set<std::string>& elements);
 
     [[nodiscard]] const Slot* Find(const std::string& element) const; // null without a slot
 
@@ -37,7 +38,7 @@ public:
         std::size_t length; // of the sequence that does not fit into the element
         Integer capacity;   // 0: no slot
     };
-    // The first that cannot be put in, if any.
+    // The first that cannot be put in, if any. All are among the elements.
     [[nodiscard]] std::optional<Refusal> RefusalOf(const Wanted& wanted) const;
     // Puts them in, none being refused, and shows the control.
     void Put(const Wanted& wanted);

@@ -117,16 +117,20 @@ void QXLayeredFuncKeysView::ShowLayers() {
         QString text = QString::number(number);
         if (!layer.Name().empty())
             text += u' ' + ToQt(layer.Name());
-        m_tabs->setAccessibleTabName(number, isProgrammed ? tr("%1, programmed").arg(text)
-                                                          : tr("%1, empty").arg(text));
         const bool isMarked = m_markedLayers.contains(number);
+        QString meaning = isProgrammed ? tr("%1, programmed").arg(text) : tr("%1, empty").arg(text);
         if (isMarked)
-            m_tabs->setAccessibleTabName(number, m_tabs->accessibleTabName(number) +
-                                                     QStringLiteral("\n") + m_markMeaning);
-        m_tabs->setTabIcon(number, isMarked ? DotIcon(*m_tabs) : QIcon());
-        m_tabs->setTabToolTip(number, m_tabs->accessibleTabName(number));
+            meaning += u'\n' + m_markMeaning;
         text.replace(u'&', QStringLiteral("&&"));
-        m_tabs->setTabText(number, isProgrammed ? text + QStringLiteral(" \u2022") : text);
+        if (isProgrammed)
+            text += QStringLiteral(" \u2022");
+        // Any change lays out all tabs again.
+        if (m_tabs->tabText(number) == text && m_tabs->accessibleTabName(number) == meaning)
+            continue;
+        m_tabs->setAccessibleTabName(number, meaning);
+        m_tabs->setTabIcon(number, isMarked ? DotIcon(*m_tabs) : QIcon());
+        m_tabs->setTabToolTip(number, meaning);
+        m_tabs->setTabText(number, text);
     }
     m_tabs->setCurrentIndex(m_control.CurrentLayer());
 }

@@ -251,6 +251,15 @@ TEST_F(Remote, AWindowCanBePaintedWhileACallLasts) {
     EXPECT_FALSE(driver.Failure());
 }
 
+TEST_F(Remote, AWindowCanBePaintedBetweenManyShortCalls) {
+    int rounds = 0;
+    RemoteDriver driver(QX_WILD_DRIVER, {.onWait = [&] { ++rounds; }});
+    const auto end = std::chrono::steady_clock::now() + 60s;
+    while (rounds < 3 && std::chrono::steady_clock::now() < end)
+        (void)driver.QXCFG_ConfigDirectorySize();
+    EXPECT_EQ(rounds, 3);
+}
+
 // A transfer that counts to 100 once per stretch has no less time than one that counts once, and no
 // transfer has its time extended forever.
 TEST(Advance, EndsWhateverIsPosted) {
