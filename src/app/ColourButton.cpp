@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace qx::app {
 
 namespace {
@@ -19,14 +21,15 @@ Long FromQColor(const QColor& color) {
 
 } // namespace
 
-ColourButton::ColourButton(Long lDefault, QWidget* parent)
-    : QPushButton(parent), m_colour(lDefault) {
+ColourButton::ColourButton(std::function<Long()> defaultColour, QWidget* parent)
+    : QPushButton(parent) {
     auto* useDefault = new QAction(tr("Use the default colour"), this);
     addAction(useDefault);
     setContextMenuPolicy(Qt::ActionsContextMenu);
     setIconSize({kMargin + 36, 16});
     setStyleSheet(QStringLiteral("text-align: left"));
-    connect(useDefault, &QAction::triggered, this, [this, lDefault] { Pick(lDefault); });
+    connect(useDefault, &QAction::triggered, this,
+            [this, defaultColour = std::move(defaultColour)] { Pick(defaultColour()); });
     connect(this, &QPushButton::clicked, this, [this] { AskUser(); });
     ShowColour();
 }

@@ -8,12 +8,15 @@
 
 #include <QPushButton>
 
+#include <functional>
+
 namespace qx::app {
 
 class ColourButton : public QPushButton {
     Q_OBJECT
 public:
-    explicit ColourButton(Long lDefault, QWidget* parent = nullptr);
+    // `defaultColour` is asked when the user wants that colour.
+    explicit ColourButton(std::function<Long()> defaultColour, QWidget* parent = nullptr);
 
     // In the form of the preferences; see PreferenceType::Colour.
     [[nodiscard]] Long Colour() const { return m_colour; }
@@ -30,7 +33,7 @@ private:
     void Pick(Long lColor);
     void ShowColour();
 
-    Long m_colour;
+    Long m_colour = 0;
 };
 
 } // namespace qx::app

@@ -97,7 +97,8 @@ void PreferenceEditors::AddNumber(QFormLayout& form, Preference preference, cons
 }
 
 void PreferenceEditors::AddColour(QFormLayout& form, Preference preference, const QString& label) {
-    auto* button = new ColourButton(InfoOf(preference).loadDefault);
+    auto* button = new ColourButton(
+        [this, preference] { return host::DesignedColour(m_settings, preference); });
     button->setObjectName(NameOf(preference));
     button->setAccessibleName(PlainLabel(label));
     m_shows.emplace_back([this, button, preference] { button->SetColour(Number(preference)); });

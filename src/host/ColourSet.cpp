@@ -1,6 +1,8 @@
 #include "host/ColourSet.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 
 namespace qx::host {
 
@@ -33,6 +35,10 @@ Long DefaultOf(Preference preference) {
     return InfoOf(preference).loadDefault;
 }
 
+Preference BlockColour(std::size_t block) {
+    return static_cast<Preference>(static_cast<std::size_t>(Preference::POSColorBlock0) + block);
+}
+
 ColourSet Classic() {
     ColourSet set{DefaultOf(Preference::ColorUnused),
                   DefaultOf(Preference::ColorCurr),
@@ -40,9 +46,28 @@ ColourSet Classic() {
                   DefaultOf(Preference::ColorProg),
                   {}};
     for (std::size_t block = 0; block < set.blocks.size(); ++block)
-        set.blocks[block] = DefaultOf(
-            static_cast<Preference>(static_cast<std::size_t>(Preference::POSColorBlock0) + block));
+        set.blocks[block] = DefaultOf(BlockColour(block));
     return set;
+}
+
+// The set's colour for each preference that is a colour.
+std::map<Preference, Long> ColoursOf(ColourSetId id) {
+    const ColourSet set = ColourSetOf(id);
+    std::map<Preference, Long> colours = {
+        {Preference::ColorUnused, set.unused},    {Preference::ColorCurr, set.current},
+        {Preference::ColorEmpty, set.empty},      {Preference::ColorProg, set.programmed},
+        {Preference::POSColorUnused, set.unused}, {Preference::POSColorCurrent, set.current}};
+    for (std::size_t block = 0; block < set.blocks.size(); ++block)
+        colours.emplace(BlockColour(block), set.blocks[block]);
+    return colours;
+}
+
+// How many of the preferences' colours are those of the set.
+std::ptrdiff_t CountOf(const std::map<Preference, Long>& colours,
+                       const QXProgSettings& preferences) {
+    return std::ranges::count_if(colours, [&](const auto& colour) {
+        return std::get<Long>(preferences.Get(InfoOf(colour.first).property)) == colour.second;
+    });
 }
 
 } // namespace
@@ -60,32 +85,23 @@ ColourSet ColourSetOf(ColourSetId id) {
 }
 
 void UseColours(QXProgSettings& preferences, ColourSetId id) {
-    const ColourSet set = ColourSetOf(id);
-    preferences.SetColorUnused(set.unused);
-    preferences.SetColorCurr(set.current);
-    preferences.SetColorEmpty(set.empty);
-    preferences.SetColorProg(set.programmed);
-    preferences.SetPOSColorUnused(set.unused);
-    preferences.SetPOSColorCurrent(set.current);
-    for (Integer block = 0; block < QXProgSettings::kPosBlocks; ++block)
-        preferences.DefPOSColorBlock(block, set.blocks[static_cast<std::size_t>(block)]);
+    for (const auto& [preference, lColor] : ColoursOf(id))
+        preferences.Set(InfoOf(preference).property, lColor);
 }
 
 std::optional<ColourSetId> ColoursInUse(const QXProgSettings& preferences) {
     for (const ColourSetId id : kColourSets) {
-        const ColourSet set = ColourSetOf(id);
-        bool isSame =
-            preferences.ColorUnused() == set.unused && preferences.ColorCurr() == set.current &&
-            preferences.ColorEmpty() == set.empty && preferences.ColorProg() == set.programmed &&
-            preferences.POSColorUnused() == set.unused &&
-            preferences.POSColorCurrent() == set.current;
-        for (Integer block = 0; block < QXProgSettings::kPosBlocks; ++block)
-            isSame = isSame && preferences.POSColorBlock(block) ==
-                                   set.blocks[static_cast<std::size_t>(block)];
-        if (isSame)
+        const auto colours = ColoursOf(id);
+        if (CountOf(colours, preferences) == std::ssize(colours))
             return id;
     }
     return {};
+}
+
+Long DesignedColour(const QXProgSettings& preferences, Preference preference) {
+    const ColourSetId nearest = *std::ranges::max_element(
+        kColourSets, {}, [&](ColourSetId id) { return CountOf(ColoursOf(id), preferences); });
+    return ColoursOf(nearest).at(preference);
 }
 
 } // namespace qx::host

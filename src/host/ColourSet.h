@@ -30,5 +30,7 @@ inline constexpr ColourSetId kColourSets[] = {ColourSetId::Light, ColourSetId::D
 void UseColours(QXProgSettings& preferences, ColourSetId id);
 // The set whose colours the preferences have; nothing when the user has chosen others.
 [[nodiscard]] std::optional<ColourSetId> ColoursInUse(const QXProgSettings& preferences);
+// The preference's colour in the set from which most of the preferences' colours are.
+[[nodiscard]] Long DesignedColour(const QXProgSettings& preferences, Preference preference);
 
 } // namespace qx::host

@@ -98,4 +98,19 @@ TEST(ColourSet, IsRecognisedUntilAColourIsChanged) {
     EXPECT_EQ(ColoursInUse(preferences), std::nullopt);
 }
 
+TEST(ColourSet, AColourOfTheUsersGoesBackToThatOfTheSetInUse) {
+    MemoryRegistry registry;
+    QXProgSettings preferences(registry);
+    for (const ColourSetId id : kColourSets) {
+        UseColours(preferences, id);
+        preferences.SetColorProg(1);
+        preferences.DefPOSColorBlock(9, 2);
+        EXPECT_EQ(DesignedColour(preferences, Preference::ColorProg), ColourSetOf(id).programmed);
+        EXPECT_EQ(DesignedColour(
+                      preferences,
+                      static_cast<Preference>(static_cast<int>(Preference::POSColorBlock0) + 9)),
+                  ColourSetOf(id).blocks[9]);
+    }
+}
+
 } // namespace qx::test
