@@ -27,6 +27,7 @@ namespace {
 using State = StartStages::State;
 
 constexpr int kFill = 100; // the stretch of what has the room that is left
+constexpr int kGap = 12;   // pixels
 
 QString MarkOf(State state) {
     switch (state) {
@@ -67,7 +68,7 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
       m_directory(new QTableWidget) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
-    column->setSpacing(12);
+    column->setSpacing(kGap);
     column->addWidget(MakeKeyboard(commands));
     column->addWidget(m_startUp = MakeStages());
     column->addWidget(m_picture, kFill);
@@ -129,13 +130,16 @@ QWidget* OverviewPage::MakeStages() {
     auto* startUp = new QWidget;
     auto* stages = new QVBoxLayout(startUp);
     stages->setContentsMargins({});
+    stages->setSpacing(4);
     for (QLabel*& stage : m_stages)
         stages->addWidget(stage = new QLabel);
     m_failure->setObjectName(QStringLiteral("lblFailure"));
     m_failure->setWordWrap(true);
     m_failure->setTextFormat(Qt::PlainText);
     m_failure->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    stages->addSpacing(kGap);
     stages->addWidget(m_failure);
+    stages->addSpacing(kGap);
     auto* again = new QPushButton(tr("&Try again"));
     auto* simulated = new QPushButton(tr("Use the &simulated keyboard"));
     auto* remedies = new QHBoxLayout(m_remedies);

@@ -37,8 +37,8 @@ void StatusLine::ShowBriefly(const QString& text) {
 
 void StatusLine::ShowKeyboard() {
     setToolTip(views::Plain(m_workbench.DriverNote()));
-    if (!m_workbench.IsConnected())
-        return m_keyboard->setText(tr("No keyboard"));
+    if (!m_workbench.IsConnected()) // the chip beside it says so
+        return m_keyboard->clear();
     const QXKeyboardAccess& access = m_workbench.Session().Access();
     QString text =
         tr("%1 — program %2, bootloader %3")

@@ -20,6 +20,7 @@ namespace {
 constexpr std::size_t kMostImages = 512;
 
 constexpr double kLeastScale = 0.7; // captions can just be read
+constexpr double kDisabledOpacity = 0.4;
 
 // How far the place is from the value, 0 where it spans it.
 double Off(double value, double from, double to) {
@@ -270,6 +271,8 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
     Prepare();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled())
+        painter.setOpacity(kDisabledOpacity);
     const double radius = m_placing.KeyHeight() / 8;
     painter.setPen(Qt::NoPen);
     painter.setBrush(BoardColor(palette()));

@@ -12,6 +12,7 @@ namespace qx::views {
 namespace {
 
 constexpr int kButtonGap = 8; // pixels
+constexpr int kOfOneKey = 2;  // the first buttons are for the key that is selected
 
 } // namespace
 
@@ -43,6 +44,11 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
         m_bindings.Bind(button, ChildName("cmdEdit", i),
                         control.cmdEdit[static_cast<std::size_t>(i)],
                         [&control, i] { control.cmdEdit_Click(static_cast<Integer>(i)); });
+        if (i < kOfOneKey)
+            m_bindings.OnShow([button, &control] {
+                if (control.CurrentKey() == QXFreeProgKeys::kNoKey)
+                    button->setEnabled(false);
+            });
         buttonRow->addWidget(button);
     }
     buttonRow->addWidget(details);

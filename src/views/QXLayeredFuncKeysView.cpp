@@ -20,6 +20,7 @@ constexpr int kKeysInRow = 12;
 constexpr QSizeF kStep(720, 600); // from key to key; wide enough for a few words
 constexpr double kGap = 25;
 constexpr int kButtonGap = 8; // pixels
+constexpr int kOfOneKey = 2;  // the first buttons are for the key that is selected
 
 // The same dot as on keys.
 QIcon DotIcon(const QTabBar& tabs) {
@@ -179,6 +180,11 @@ QLayout* QXLayeredFuncKeysView::MakeButtonRow() {
         m_bindings.Bind(button, ChildName("cmdEdit", i),
                         m_control.cmdEdit[static_cast<std::size_t>(i)],
                         [this, i] { m_control.cmdEdit_Click(static_cast<Integer>(i)); });
+        if (i < kOfOneKey)
+            m_bindings.OnShow([this, button] {
+                if (m_control.CurrentKey() == QXLayeredFuncKeys::kNoKey)
+                    button->setEnabled(false);
+            });
         row->addWidget(button);
     }
     auto* details = new QCheckBox;

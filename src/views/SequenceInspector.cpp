@@ -225,7 +225,8 @@ void SequenceInspector::ShowDraft() {
     m_title->setText(m_edited ? m_edited->title : tr("No key selected"));
     m_hint->setText(!m_edited ? tr("Select a key to see and change what it sends.")
                               : m_edited->refusal);
-    m_hint->setVisible(!m_draft);
+    m_title->setVisible(m_edited || isEnabled());
+    m_hint->setVisible(!m_draft && isEnabled());
     m_editor->setVisible(m_draft.has_value());
     m_left->setVisible(m_draft.has_value());
     m_receivedRow->setVisible(m_draft.has_value());
@@ -357,6 +358,8 @@ void SequenceInspector::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange)
         ShowTexts();
+    else if (event->type() == QEvent::EnabledChange)
+        ShowDraft();
 }
 
 } // namespace qx::views

@@ -115,7 +115,7 @@ TEST(Languages, WidgetsHaveNamesAndUniqueMnemonics) {
 TEST(Languages, SwitchesToGermanAtOnce) {
     Desk desk;
     desk.Page("freeProgKeys");
-    desk.Click("cmdEdit_0");
+    desk.ControlOf<QXFreeProgKeys>("freeProgKeys").cmdEdit_Click(0);
     desk.Page("preferences");
     desk.window->findChild<app::PreferencesPage*>()->Reveal(Preference::PreferedAppLang);
     auto* languages = desk.Find<QComboBox>("PreferedAppLang");

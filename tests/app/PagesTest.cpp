@@ -41,7 +41,7 @@ TEST(Pages, FunctionKeysOfOtherModelsAreWrittenToo) {
 TEST(Pages, SelectingIsNotAnEditAndClearsOldNotices) {
     Desk desk;
     desk.Page("freeProgKeys");
-    desk.Click("cmdEdit_0");
+    desk.ControlOf<QXFreeProgKeys>("freeProgKeys").cmdEdit_Click(0); // its button is disabled
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Pick a key first")));
     desk.ClickKey("layoutDisplay", 75);
     EXPECT_EQ(desk.Notice(), QString());
@@ -52,6 +52,49 @@ TEST(Pages, SelectingIsNotAnEditAndClearsOldNotices) {
     desk.ClickKey("funcKeys", 7);
     EXPECT_FALSE(desk.workbench.IsModified());
     EXPECT_FALSE(desk.workbench.History().CanUndo());
+}
+
+TEST(Pages, ButtonsForOneKeyWaitForIt) {
+    Desk desk;
+    const auto isEnabled = [&](const char* button) {
+        return desk.Find<QAbstractButton>(button)->isEnabled();
+    };
+    for (const auto& [page, grid] :
+         {std::pair("freeProgKeys", "layoutDisplay"), {"layeredFuncKeys", "funcKeys"}}) {
+        desk.Page(page);
+        const int key = page == std::string("freeProgKeys") ? 75 : 3;
+        for (const bool isPicked : {false, true}) {
+            EXPECT_EQ(isEnabled("cmdEdit_0"), isPicked) << page; // Edit…
+            EXPECT_EQ(isEnabled("cmdEdit_1"), isPicked) << page; // Clear key
+            EXPECT_TRUE(isEnabled("cmdEdit_2")) << page;         // Clear all
+            desk.ClickKey(grid, key);
+        }
+    }
+}
+
+TEST(Pages, AnAbsentModuleOffersNothing) {
+    Desk desk;
+    desk.Page("funcKeys4620");
+    const auto isShown = [&](const QString& text) {
+        const auto labels = desk.window->findChildren<QLabel*>();
+        return std::ranges::any_of(labels, [&](const QLabel* label) {
+            return label->isVisible() && label->text() == text;
+        });
+    };
+    EXPECT_TRUE(isShown(QStringLiteral("This keyboard does not have this module.")));
+    EXPECT_FALSE(isShown(QStringLiteral("Select a key to see and change what it sends.")));
+    const auto darkest = [&] {
+        const QImage image = desk.Find<views::KeyGrid>("layoutDisplay")->grab().toImage();
+        int least = 255;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                least = std::min(least, qGray(image.pixel(x, y)));
+        return least;
+    };
+    EXPECT_GT(darkest(), 100) << "its keys look live";
+    desk.Page("freeProgKeys");
+    EXPECT_TRUE(isShown(QStringLiteral("Select a key to see and change what it sends.")));
+    EXPECT_LT(darkest(), 100);
 }
 
 TEST(Pages, RecordsOnlyCodesThatAKeyboardStores) {

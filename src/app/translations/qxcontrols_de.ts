@@ -3789,10 +3789,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
 <context>
     <name>StatusLine</name>
     <message>
-        <source>No keyboard</source>
-        <translation>Keine Tastatur</translation>
-    </message>
-    <message>
         <source>%1 — program %2, bootloader %3</source>
         <translation>%1 – Programm %2, Bootloader %3</translation>
     </message>
