@@ -114,7 +114,8 @@ void DesignedStyle::drawControl(ControlElement element, const QStyleOption* opti
     const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
     if (element != CE_TabBarTabShape || tab == nullptr)
         return QProxyStyle::drawControl(element, option, painter, widget);
-    const QStyleOptionTab lined = OnWindow(Lined(*tab, QPalette::Midlight), *option);
+    QStyleOptionTab lined = OnWindow(Lined(*tab, QPalette::Midlight), *option);
+    lined.features |= QStyleOptionTab::HasFrame; // else the line's colour fills the tab
     QProxyStyle::drawControl(element, &lined, painter, widget);
     if (tab->state.testFlag(State_Selected)) {
         const QRect& rect = tab->rect;

@@ -11,6 +11,7 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QStyle>
+#include <QTabBar>
 #include <QToolButton>
 #include <gtest/gtest.h>
 
@@ -112,6 +113,22 @@ TEST_P(AppearanceTest, AButtonThatIsOnDiffersFromOneThatIsNot) {
                         std::abs(on.blue() - off.blue())}),
               40);
     EXPECT_GE(Contrast(on, Color(QPalette::ButtonText)), 4.5);
+}
+
+TEST_P(AppearanceTest, TabsAreReadAndTheOneThatIsChosenHasALine) {
+    QTabBar tabs; // without pages, as that of the layers
+    tabs.addTab({});
+    tabs.addTab({});
+    const QImage picture = Picture(tabs);
+    for (const int tab : {0, 1})
+        EXPECT_GE(
+            Contrast(picture.pixelColor(tabs.tabRect(tab).center()), Color(QPalette::WindowText)),
+            7)
+            << tab;
+    const QRect chosen = tabs.tabRect(0);
+    EXPECT_GE(Contrast(picture.pixelColor(chosen.center().x(), chosen.top()),
+                       picture.pixelColor(chosen.center())),
+              kSeen);
 }
 
 } // namespace
