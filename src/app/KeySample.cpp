@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kKeyWidth = 68; // in the unit of the caps
 constexpr int kKeyHeight = 40;
-constexpr int kGap = 4;
+constexpr int kSampleGap = 4;
 
 } // namespace
 
@@ -25,7 +25,8 @@ KeySample::Look KeySample::Placed() const {
         const int column = i % m_columns;
         const int row = i / m_columns;
         look.caps[static_cast<std::size_t>(i)].place =
-            QRectF(column * (kKeyWidth + kGap), row * (kKeyHeight + kGap), kKeyWidth, kKeyHeight);
+            QRectF(column * (kKeyWidth + kSampleGap), row * (kKeyHeight + kSampleGap), kKeyWidth,
+                   kKeyHeight);
     }
     return look;
 }

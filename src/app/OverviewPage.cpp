@@ -26,8 +26,8 @@ namespace {
 
 using State = StartStages::State;
 
-constexpr int kFill = 100; // the stretch of what has the room that is left
-constexpr int kGap = 12;   // pixels
+constexpr int kFill = 100;   // the stretch of what has the room that is left
+constexpr int kCardGap = 12; // pixels
 
 QString MarkOf(State state) {
     switch (state) {
@@ -68,7 +68,7 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
       m_directory(new QTableWidget) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
-    column->setSpacing(kGap);
+    column->setSpacing(kCardGap);
     column->addWidget(MakeKeyboard(commands));
     column->addWidget(m_startUp = MakeStages());
     column->addWidget(m_picture, kFill);
@@ -137,9 +137,9 @@ QWidget* OverviewPage::MakeStages() {
     m_failure->setWordWrap(true);
     m_failure->setTextFormat(Qt::PlainText);
     m_failure->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    stages->addSpacing(kGap);
+    stages->addSpacing(kCardGap);
     stages->addWidget(m_failure);
-    stages->addSpacing(kGap);
+    stages->addSpacing(kCardGap);
     auto* again = new QPushButton(tr("&Try again"));
     auto* simulated = new QPushButton(tr("Use the &simulated keyboard"));
     auto* remedies = new QHBoxLayout(m_remedies);

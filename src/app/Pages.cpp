@@ -30,7 +30,7 @@ namespace {
 
 // Room for the inspector, so that the keys keep their size when one is selected.
 constexpr int kCharactersBeside = 42;
-constexpr int kGap = 8; // pixels
+constexpr int kPageGap = 8; // pixels
 
 QLabel* Heading(const QString& title) {
     auto* heading = new QLabel(title);
@@ -124,7 +124,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     auto* panel = new SelectionPanel(*m_actions, grid);
     auto* beside = new QWidget; // one of them; a stack would be as large as the larger
     auto* column = new QVBoxLayout(beside);
-    column->setContentsMargins({kGap, 0, 0, 0});
+    column->setContentsMargins({kPageGap, 0, 0, 0});
     column->addStrut(fontMetrics().averageCharWidth() * kCharactersBeside);
     column->addWidget(inspector);
     auto* scrolled = new views::TallArea(panel);
@@ -150,7 +150,8 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     auto* both = new views::BesideOrBelow(m_view, beside);
     auto* sequence = m_view->findChild<QWidget*>(QStringLiteral("sequenceRow"));
     connect(both, &views::BesideOrBelow::BelowChanged, beside, [=](bool isBelow) {
-        column->setContentsMargins(isBelow ? QMargins(0, kGap, 0, 0) : QMargins(kGap, 0, 0, 0));
+        column->setContentsMargins(isBelow ? QMargins(0, kPageGap, 0, 0)
+                                           : QMargins(kPageGap, 0, 0, 0));
         inspector->SetWide(isBelow);
         panel->SetWide(isBelow);
         if (sequence != nullptr) // the keys need its room; the inspector shows the same
@@ -194,7 +195,7 @@ QWidget* ModulePage::WithReaderEditor(QWidget* view) {
     inspector->layout()->setContentsMargins(0, view->layout()->contentsMargins().top(), 0, 0);
     auto* row = new QHBoxLayout(both);
     row->setContentsMargins({});
-    row->setSpacing(2 * kGap);
+    row->setSpacing(2 * kPageGap);
     row->addWidget(view, 1);
     row->addWidget(inspector);
     view->show();

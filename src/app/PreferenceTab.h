@@ -11,7 +11,8 @@
 
 namespace qx::app {
 
-inline QFormLayout* NewPreferenceForm(QWidget* parent = nullptr) {
+// A form whose fields are as wide as what they hold.
+inline QFormLayout* NewForm(QWidget* parent = nullptr) {
     auto* form = new QFormLayout(parent);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -32,7 +33,7 @@ struct PreferenceTab {
     [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
         auto* group = new QGroupBox(title);
         column->addWidget(group);
-        forms.push_back(NewPreferenceForm(group));
+        forms.push_back(NewForm(group));
         return forms.back();
     }
     // With the fields of all groups below each other.

@@ -170,7 +170,7 @@ QWidget* PreferencesPage::MakePosTab() {
         {Preference::POSColorUnused, tr("Keys in &no block:")}};
     int block = 0;
     for (const auto& [preference, label] : others) {
-        QFormLayout* form = NewPreferenceForm();
+        QFormLayout* form = NewForm();
         for (const int end = block + kPosBlocks / 2; block < end; ++block)
             m_editors->AddColour(*form, PosBlock(block), tr("Block %1:").arg(block));
         m_editors->AddColour(*form, preference, label);

@@ -60,6 +60,8 @@ std::string ReaderEditor::PlaceOf(const SequenceLabel& label) const {
 
 void ReaderEditor::ShowChosen() {
     const SequenceLabel* label = Chosen();
+    for (auto* each : m_view.findChildren<SequenceLabel*>())
+        each->SetEdited(each == label);
     m_inspector.setVisible(label != nullptr);
     if (label == nullptr)
         return;

@@ -2,6 +2,7 @@
 
 #include "app/Failure.h"
 #include "app/LayoutCaps.h"
+#include "app/PreferenceTab.h"
 #include "app/SettingWords.h"
 #include "app/TestDriveTexts.h"
 #include "app/sections/Entries.h"
@@ -16,7 +17,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFontDatabase>
-#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -37,8 +37,9 @@ namespace {
 constexpr int kMostLines = 2000; // of the log
 constexpr int kKeysInRow = 12;
 constexpr QSizeF kStep(720, 600); // from function key to function key
-constexpr double kGap = 25;
-constexpr int kLeastLines = 3; // of the log
+constexpr double kFunctionKeyGap = 25;
+constexpr int kLeastLines = 3;   // of the log
+constexpr int kRoomForData = 48; // characters of a card or a code
 
 KeySequence SequenceOf(const sim::Stretch& stretch) {
     KeySequence sequence;
@@ -61,6 +62,10 @@ void ShowSent(views::KeyCap& cap, const sim::Reception& reception, views::SentTe
     cap.caption = texts.Brief(sent);
     cap.toolTip += (cap.toolTip.isEmpty() ? QString() : QStringLiteral("\n")) + texts.Whole(sent);
     cap.name = TestDrivePage::tr("%1, programmed: %2").arg(cap.name, texts.Whole(sent));
+}
+
+void GiveRoom(QLineEdit& data) {
+    data.setMinimumWidth(data.fontMetrics().averageCharWidth() * kRoomForData);
 }
 
 } // namespace
@@ -204,11 +209,12 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
 
 QWidget* TestDrivePage::MakeCardTab() {
     auto* tab = new QWidget;
-    auto* form = new QFormLayout(tab);
+    auto* form = NewForm(tab);
     for (std::size_t i = 0; i < m_tracks.size(); ++i) {
         m_tracks[i] = new QLineEdit;
         m_tracks[i]->setObjectName(views::ChildName("track", static_cast<int>(i + 1)));
         m_tracks[i]->setPlaceholderText(tr("no data"));
+        GiveRoom(*m_tracks[i]);
         form->addRow(tr("Track %1").arg(i + 1), m_tracks[i]);
     }
     m_tracks[1]->setText(QStringLiteral("6725900123456789=2712"));
@@ -221,7 +227,7 @@ QWidget* TestDrivePage::MakeCardTab() {
         Try(tr("Swiped a card"),
             [card](const sim::TestDrive& drive) { return drive.SwipeCard(card); });
     });
-    form->addRow(swipe);
+    form->addRow(QString(), swipe);
     return tab;
 }
 
@@ -232,6 +238,7 @@ QWidget* TestDrivePage::MakeCodeTab() {
         symbology->addItem(WordOf(kBarcode, kBarcodePageNames[i]));
     auto* data = new QLineEdit(QStringLiteral("4006381333931"));
     data->setObjectName(QStringLiteral("codeData"));
+    GiveRoom(*data);
     auto* reader = new QSpinBox;
     reader->setObjectName(QStringLiteral("codeReader"));
     reader->setRange(1, kBarcodeReaders);
@@ -245,11 +252,11 @@ QWidget* TestDrivePage::MakeCodeTab() {
             [=](const sim::TestDrive& drive) { return drive.ScanCode(input, page, text); });
     });
     auto* tab = new QWidget;
-    auto* form = new QFormLayout(tab);
+    auto* form = NewForm(tab);
     form->addRow(tr("K&ind of code"), symbology);
     form->addRow(tr("Da&ta"), data);
     form->addRow(tr("&Reader"), reader);
-    form->addRow(scan);
+    form->addRow(QString(), scan);
     return tab;
 }
 
@@ -296,7 +303,7 @@ void TestDrivePage::ShowFunctionKeys(const sim::TestDrive& drive) {
         views::KeyCap cap;
         cap.index = nKey;
         cap.place = {nKey % kKeysInRow * kStep.width(), nKey / kKeysInRow * kStep.height(),
-                     kStep.width() - kGap, kStep.height() - kGap};
+                     kStep.width() - kFunctionKeyGap, kStep.height() - kFunctionKeyGap};
         cap.caption = ToQt(FuncKeyLegend(nKey));
         cap.name = cap.caption;
         cap.color = empty;

@@ -34,6 +34,11 @@ void SequenceLabel::ShowAccessibleName(const QString& caption) {
     update(); // the placeholder text may be in another language now
 }
 
+void SequenceLabel::SetEdited(bool isEdited) {
+    m_isEdited = isEdited;
+    update();
+}
+
 void SequenceLabel::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const bool isModifier = key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
@@ -61,6 +66,8 @@ void SequenceLabel::paintEvent(QPaintEvent* event) {
         painter.drawText(contentsRect().adjusted(margin(), 0, -margin(), 0),
                          static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), tr("No keys"));
     }
+    if (m_isEdited)
+        painter.fillRect(QRect(0, 0, margin(), height()), palette().color(QPalette::Highlight));
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2));

@@ -22,6 +22,9 @@ public:
     // Sets the accessible name: the caption beside the label, and the keys.
     void ShowAccessibleName(const QString& caption);
 
+    // Marks it as the one that is edited beside the page, whatever has the focus.
+    void SetEdited(bool isEdited);
+
 signals:
     void Entered();                    // it has got the focus
     void KeyDown(qx::Integer KeyCode); // any other key, as a Windows virtual key code
@@ -32,6 +35,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    bool m_isEdited = false;
 };
 
 } // namespace qx::views
