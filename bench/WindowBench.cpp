@@ -4,6 +4,7 @@
 // Prints the processor time of selecting another key on the pages of keys, until the window shows
 // it; then the number of pictures, and the longest time between two, while a driver library takes
 // two seconds to read the keyboard, once without a word and once reporting its progress.
+#include "app/Appearance.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "files/Files.h"
@@ -89,6 +90,7 @@ int main(int argc, char** argv) {
     const setup::KeyboardChoice slow{QX_WILD_DRIVER, work / "keyboard.qxk", "full"};
     app::Workbench workbench(platform.Services(),
                              {slow, argv[1], {}, work / "settings.ini", work / "records"});
+    app::UseAppearance(workbench.Appearance());
     app::MainWindow window(workbench, platform.Services(), language);
     Pictures pictures;
     QObject::connect(&workbench, &app::Workbench::Began, &window, [&] { pictures.Begin(); });
