@@ -1,5 +1,7 @@
 #include "app/DesignedStyle.h"
 
+#include "views/LineIcon.h"
+
 #include <QAbstractItemView>
 #include <QPainter>
 #include <QStyleOption>
@@ -142,6 +144,22 @@ void DesignedStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     part.subControls = slider->subControls & SC_SliderHandle;
     part.palette.setColor(QPalette::Button, part.palette.color(QPalette::PlaceholderText));
     draw(part);
+}
+
+QIcon DesignedStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                  const QWidget* widget) const {
+    switch (icon) {
+    case SP_MessageBoxInformation:
+        return views::LineIcon(QStringLiteral("information"));
+    case SP_MessageBoxQuestion:
+        return views::LineIcon(QStringLiteral("help"));
+    case SP_MessageBoxWarning:
+        return views::LineIcon(QStringLiteral("warning"));
+    case SP_MessageBoxCritical:
+        return views::LineIcon(QStringLiteral("error"));
+    default:
+        return QProxyStyle::standardIcon(icon, option, widget);
+    }
 }
 
 } // namespace qx::app

@@ -19,14 +19,18 @@ namespace qx::views {
 
 namespace {
 
+int TwoLines(const QWidget& widget) {
+    return 2 * widget.fontMetrics().lineSpacing();
+}
+
 // Room for two lines of a text that may need more, so that nothing moves when it changes.
 QWidget* TwoLinesOf(QLabel* label) {
     label->setWordWrap(true);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     auto* area = new ScrollArea(label);
     area->setFocusPolicy(Qt::StrongFocus); // the label has none
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFixedHeight(2 * label->fontMetrics().lineSpacing());
+    area->setFixedHeight(TwoLines(*label));
     return area;
 }
 
@@ -171,17 +175,26 @@ QLayout* frmPOSProgrammerView::MakeCurrentBlock() {
     idCaption->setBuddy(id);
     auto* keys = MakeLabel("lblCurrKeys", m_form.lblCurrKeys);
 
+    auto* sequence = MakeLabel("lblCurrSeq", m_form.lblCurrSeq);
+    m_bindings.OnShow([this, sequence] {
+        if (m_form.CurrBlock() != 0 && m_form.lblCurrSeq.Caption.empty())
+            sequence->setText(tr("Sends nothing yet"));
+    });
+
     auto* grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
     grid->addWidget(idCaption, 0, 0);
     grid->addWidget(id, 0, 1);
-    grid->addWidget(MakeLabel("lblKeys", m_form.lblKeys), 1, 0, Qt::AlignTop);
+    grid->addWidget(MakeLabel("lblKeys", m_form.lblKeys), 1, 0);
     grid->addWidget(TwoLinesOf(keys), 1, 1);
     grid->addWidget(MakeLabel("lblColor", m_form.lblColor), 2, 0);
     grid->addLayout(MakeColors(), 2, 1);
-    grid->addWidget(MakeLabel("lblSequence", m_form.lblSequence), 3, 0, Qt::AlignTop);
-    grid->addLayout(MakeSequence(), 3, 1);
-    grid->setRowStretch(4, 1);
+    grid->addWidget(MakeLabel("lblSequence", m_form.lblSequence), 3, 0);
+    grid->addWidget(TwoLinesOf(sequence), 3, 1);
+    grid->addLayout(MakeSequence(), 4, 1);
+    for (int row = 0; row < 5; ++row)
+        grid->setRowMinimumHeight(row, TwoLines(*keys));
+    grid->setRowStretch(5, 1);
     return grid;
 }
 
@@ -210,13 +223,8 @@ QLayout* frmPOSProgrammerView::MakeColors() {
 }
 
 QLayout* frmPOSProgrammerView::MakeSequence() {
-    auto* sequence = MakeLabel("lblCurrSeq", m_form.lblCurrSeq);
     auto* left = new QLabel;
-    m_bindings.OnShow([this, left, sequence] {
-        left->setText(tr("Codes left:"));
-        if (m_form.CurrBlock() != 0 && m_form.lblCurrSeq.Caption.empty())
-            sequence->setText(tr("Sends nothing yet"));
-    });
+    m_bindings.OnShow([left] { left->setText(tr("Codes left:")); });
     auto* row = new QHBoxLayout;
     row->addWidget(
         MakeButton(QStringLiteral("cmdEdit"), m_form.cmdEdit, [this] { m_form.cmdEdit_Click(); }));
@@ -224,10 +232,7 @@ QLayout* frmPOSProgrammerView::MakeSequence() {
     row->addWidget(left);
     row->addWidget(MakeLabel("lblRemaining", m_form.lblRemaining));
     row->addStretch(1);
-    auto* column = new QVBoxLayout;
-    column->addWidget(TwoLinesOf(sequence));
-    column->addLayout(row);
-    return column;
+    return row;
 }
 
 QLayout* frmPOSProgrammerView::MakeButtons() {
