@@ -5,7 +5,9 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextTable>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -17,6 +19,11 @@ namespace {
 
 constexpr QSize kSize(560, 640); // pixels
 constexpr int kMargin = 16;
+constexpr int kIndent = 20;
+constexpr int kAboveHeading = 18; // in place of the text's own gaps
+constexpr int kAboveTable = 8;
+constexpr int kCellAcross = 8;
+constexpr int kCellDown = 5;
 
 // Opens the help beside a dialog.
 class HelpKey : public QObject {
@@ -41,6 +48,43 @@ private:
     HelpWindow* m_window = nullptr; // when it is first wanted
 };
 
+// Rules between its rows, and no frame.
+void ArrangeTable(QTextTable& table, const QPalette& palette) {
+    QTextTableFormat format = table.format();
+    format.setBorder(0);
+    format.setCellSpacing(0);
+    format.setTopMargin(kAboveTable);
+    table.setFormat(format);
+    QColor rule = palette.color(QPalette::Text);
+    rule.setAlphaF(0.25F);
+    for (int row = 0; row < table.rows(); ++row)
+        for (int column = 0; column < table.columns(); ++column) {
+            QTextTableCell cell = table.cellAt(row, column);
+            QTextTableCellFormat inner = cell.format().toTableCellFormat();
+            inner.setLeftPadding(column == 0 ? 0 : kCellAcross); // flush with the text
+            inner.setRightPadding(kCellAcross);
+            inner.setTopPadding(kCellDown);
+            inner.setBottomPadding(kCellDown);
+            inner.setBottomBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+            inner.setBottomBorder(row == 0 ? 2 : 1);
+            inner.setBottomBorderBrush(rule);
+            cell.setFormat(inner);
+        }
+}
+
+void Arrange(QTextDocument& text, const QPalette& palette) {
+    text.setDocumentMargin(kMargin);
+    text.setIndentWidth(kIndent);
+    for (QTextBlock block = text.begin().next(); block.isValid(); block = block.next())
+        if (QTextBlockFormat format = block.blockFormat(); format.headingLevel() > 0) {
+            format.setTopMargin(kAboveHeading);
+            QTextCursor(block).setBlockFormat(format);
+        }
+    for (QTextFrame* frame : text.rootFrame()->childFrames())
+        if (auto* table = qobject_cast<QTextTable*>(frame))
+            ArrangeTable(*table, palette);
+}
+
 } // namespace
 
 // The function keys of other models are programmed as the free keys are.
@@ -57,6 +101,8 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_text(new QTextBrows
     setModal(false);
     m_text->setObjectName(QStringLiteral("helpText"));
     m_text->setFrameShape(QFrame::NoFrame);
+    connect(m_text, &QTextBrowser::sourceChanged, this,
+            [this] { Arrange(*m_text->document(), m_text->palette()); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(m_text);
@@ -74,7 +120,6 @@ void HelpWindow::ShowText(const QString& page) {
     setWindowTitle(tr("Help"));
     m_text->setAccessibleName(windowTitle());
     m_text->setSource(HelpOn(page), QTextDocument::MarkdownResource);
-    m_text->document()->setDocumentMargin(kMargin);
 }
 
 // The page may be another than the one that was asked for: links lead from page to page.
