@@ -6,6 +6,7 @@
 #include "host/VisibleText.h"
 #include "views/Bindings.h"
 #include "views/PlainText.h"
+#include "views/RoomyRows.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -68,10 +69,11 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAlternatingRowColors(true);
+    m_list->setItemDelegate(new views::RoomyRows(m_list));
     m_list->headerItem()->setToolTip(kDocument, tr("The document that was written next"));
     m_list->headerItem()->setToolTip(
         kChanges, tr("How many settings of the backup differ from the document"));
-    connect(m_list, &QTreeWidget::currentItemChanged, this, [this] {
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this, [this] {
         Enable();
         ShowPreview();
     });
@@ -197,15 +199,16 @@ void BackupsPage::ShowPreview() {
 }
 
 const host::BackupEntry* BackupsPage::Chosen() const {
-    const int row = m_list->indexOfTopLevelItem(m_list->currentItem());
+    const QList<QTreeWidgetItem*> selected = m_list->selectedItems();
+    const int row = selected.isEmpty() ? -1 : m_list->indexOfTopLevelItem(selected.front());
     return row < 0 || static_cast<std::size_t>(row) >= m_backups.size()
                ? nullptr
                : &m_backups[static_cast<std::size_t>(row)];
 }
 
 void BackupsPage::Enable() {
-    m_restore->setEnabled(m_list->currentItem() != nullptr && m_workbench.IsConnected());
-    m_open->setEnabled(m_list->currentItem() != nullptr);
+    m_restore->setEnabled(Chosen() != nullptr && m_workbench.IsConnected());
+    m_open->setEnabled(Chosen() != nullptr);
 }
 
 } // namespace qx::app

@@ -4,9 +4,11 @@
 #include "app/SettingWords.h"
 #include "views/Bindings.h"
 #include "views/PlainText.h"
+#include "views/RoomyRows.h"
 
 #include <QHeaderView>
 
+#include <algorithm>
 #include <map>
 
 namespace qx::app {
@@ -15,7 +17,7 @@ namespace {
 
 enum Column { kSetting, kFrom, kTo, kShow };
 constexpr int kPlaceRole = Qt::UserRole;
-constexpr int kRowGap = 6; // pixels
+constexpr int kGap = 12; // pixels between columns
 
 } // namespace
 
@@ -28,13 +30,11 @@ DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
     setRootIsDecorated(false);
     setAlternatingRowColors(true);
     setUniformRowHeights(true);
+    setItemDelegate(new views::RoomyRows(this));
     Fill(differences);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
-    header()->setSectionResizeMode(kTo, QHeaderView::Stretch);
-    header()->setMinimumSectionSize(header()->sectionSizeHint(kTo));
-    header()->resizeSection(kSetting, 340);
-    header()->resizeSection(kFrom, 200);
+    header()->setSectionResizeMode(kSetting, QHeaderView::Stretch);
     const auto choose = [this](const QTreeWidgetItem* item) {
         const std::string place = item->data(kSetting, kPlaceRole).toString().toStdString();
         if (!place.empty())
@@ -62,7 +62,6 @@ void DifferenceTree::Fill(const std::vector<host::Difference>& differences) {
             QFont bold = section->font(kSetting);
             bold.setBold(true);
             section->setFont(kSetting, bold);
-            section->setSizeHint(kSetting, QSize(0, fontMetrics().height() + kRowGap)); // of all
         }
         auto* item = new QTreeWidgetItem(section, {NameInSection(difference.name),
                                                    ValueText(difference.from),
@@ -74,8 +73,25 @@ void DifferenceTree::Fill(const std::vector<host::Difference>& differences) {
         item->setToolTip(kShow, tr("Show this change on its page"));
     }
     expandAll();
-    if (const QTreeWidgetItem* section = topLevelItem(0))
-        setCurrentItem(section->child(0));
+    if (const QTreeWidgetItem* section = topLevelItem(0)) // where the keyboard begins
+        setCurrentItem(section->child(0), kSetting, QItemSelectionModel::NoUpdate);
+    FitColumns();
+}
+
+// The values have what room the names leave, up to their contents, but a quarter each at least.
+void DifferenceTree::FitColumns() {
+    const int all = viewport()->width();
+    const int left = all - sizeHintForColumn(kSetting) - header()->sectionSize(kShow);
+    const int most = std::max(all / 4, left / 2);
+    for (const int column : {kFrom, kTo}) {
+        const int wanted = std::min(sizeHintForColumn(column) + kGap, most);
+        header()->resizeSection(column, std::max(wanted, header()->sectionSizeHint(column)));
+    }
+}
+
+void DifferenceTree::resizeEvent(QResizeEvent* event) {
+    QTreeWidget::resizeEvent(event);
+    FitColumns();
 }
 
 } // namespace qx::app

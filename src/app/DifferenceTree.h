@@ -23,6 +23,12 @@ public:
 
 signals:
     void Chosen(const std::string& place);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void FitColumns();
 };
 
 } // namespace qx::app

@@ -1,5 +1,6 @@
 #include "app/DocumentMenu.h"
 
+#include "app/LocalTime.h"
 #include "app/Paths.h"
 #include "app/SettingWords.h"
 #include "views/PlainText.h"
@@ -8,7 +9,6 @@
 #include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -229,8 +229,7 @@ bool DocumentMenu::OpenLeft() {
 // The user's answer after acting on it: a copy that cannot be opened is kept for later.
 DocumentMenu::LeftAnswer DocumentMenu::AskAboutLeft(UnsavedWork::LeftCopy& copy) {
     try {
-        const QString time =
-            QLocale().toString(QFileInfo(ToQt(copy.File())).lastModified(), QLocale::ShortFormat);
+        const QString time = LocalTime(QFileInfo(ToQt(copy.File())).lastModified());
         const auto own = copy.OwnFile();
         const QString name = own.empty() ? tr("an untitled document") : ToQt(own);
         const LeftAnswer answer =

@@ -21,9 +21,9 @@ struct Errors {
 
 QString KindOfFile(const std::string& key) {
     if (key == "rom")
-        return Errors::tr("keyboard program");
+        return Errors::tr("keyboard firmware");
     if (key == "chipcard")
-        return Errors::tr("chipcard reader's program");
+        return Errors::tr("chipcard reader firmware");
     if (key == "param")
         return Errors::tr("parameter memory");
     return ToQt(key);

@@ -1,4 +1,4 @@
-// FilesPage: the keyboard's files: its program, the chipcard reader's program, its parameter
+// FilesPage: the keyboard's files: its firmware, that of the chipcard reader, its parameter
 // memory, and the comparison of its code page with a file.
 #pragma once
 

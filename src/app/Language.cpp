@@ -49,7 +49,8 @@ void Language::Switch(Integer nLanguage) {
     QCoreApplication::removeTranslator(m_program.get());
     QCoreApplication::removeTranslator(&m_toolkit);
     const QString code = CodeOf(nLanguage);
-    QLocale::setDefault(QLocale(code));
+    const QString system = QLocale::system().name(); // dates as in the user's country
+    QLocale::setDefault(QLocale(system.section(u'_', 0, 0) == code ? system : code));
     if (m_program->load(QStringLiteral(":/i18n/qxcontrols_") + code))
         QCoreApplication::installTranslator(m_program.get());
     if (m_toolkit.load(QStringLiteral("qtbase_") + code,

@@ -9,7 +9,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QMenu>
-#include <QToolButton>
+#include <QPushButton>
 
 #include <utility>
 
@@ -34,13 +34,10 @@ LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
     auto* menu = new QMenu(&view);
     menu->setTitle(tr("Copy or swap layer"));
     view.findChild<views::KeyGrid*>()->addAction(menu->menuAction()); // for the Edit menu
-    auto* button = new QToolButton;
+    auto* button = new QPushButton;
     button->setObjectName(QStringLiteral("layerMenu"));
     button->setText(tr("Copy or swap"));
     button->setIcon(views::LineIcon(QStringLiteral("layers")));
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setFocusPolicy(Qt::StrongFocus);
     button->setMenu(menu);
     auto* row = new QWidget;
     auto* widgets = new QHBoxLayout(row);

@@ -5,6 +5,22 @@
 
 namespace qx::app {
 
+QString LocalDate(const QDate& date) {
+    const QLocale locale;
+    QString form = locale.dateFormat(QLocale::ShortFormat);
+    if (!form.contains(QLatin1String("yyyy")))
+        form.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    return locale.toString(date, form);
+}
+
+QString LocalTime(const QDateTime& time) {
+    const QLocale locale;
+    QString form = locale.timeFormat(QLocale::LongFormat);
+    form.remove(u't'); // the zone
+    const QDateTime local = time.toLocalTime();
+    return LocalDate(local.date()) + u' ' + locale.toString(local.time(), form.trimmed());
+}
+
 QString LocalTime(const std::string& time) {
     const QString text = QString::fromStdString(time);
     QString digits = text;
@@ -13,7 +29,7 @@ QString LocalTime(const std::string& time) {
     if (!moment.isValid())
         return text;
     moment.setTimeSpec(Qt::UTC);
-    return QLocale().toString(moment.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    return LocalTime(moment);
 }
 
 } // namespace qx::app

@@ -159,7 +159,7 @@ QWidget* OverviewPage::MakeDetails() {
     m_directory->setColumnCount(3);
     m_directory->setHorizontalHeaderLabels({tr("Number"), tr("Name"), tr("Address")});
     m_directory->verticalHeader()->hide();
-    m_directory->verticalHeader()->setDefaultSectionSize(m_directory->fontMetrics().height() + 8);
+    m_directory->verticalHeader()->setDefaultSectionSize(m_directory->fontMetrics().height() + 6);
     m_directory->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_directory->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     m_directory->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -246,7 +246,7 @@ void OverviewPage::ShowDetails() {
         m_identity->addRow(name + QLatin1Char(':'), label);
     };
     add(tr("Name"), ToQt(access.Keyboard()));
-    add(tr("Program"), ToQt(access.Program()));
+    add(tr("Firmware"), ToQt(access.Program()));
     add(tr("Bootloader"), ToQt(access.Bootloader()));
     add(tr("Country"), ToQt(access.Country()));
     add(tr("Configuration"), ToQt(access.Config()));

@@ -17,6 +17,7 @@
 #include <QSpinBox>
 
 #include <algorithm>
+#include <limits>
 
 namespace qx::app {
 
@@ -32,6 +33,13 @@ QString TitleOf(host::ColourSetId id) {
         return PreferenceEditors::tr("Classic");
     }
     return {};
+}
+
+// Of all numbers, whatever their ranges.
+int NumberWidth() {
+    QSpinBox widest;
+    widest.setMaximum(std::numeric_limits<int>::max());
+    return widest.sizeHint().width();
 }
 
 QString PlainLabel(QString label) {
@@ -83,8 +91,7 @@ void PreferenceEditors::AddNumber(QFormLayout& form, Preference preference, cons
         box = new QSpinBox;
     box->setObjectName(NameOf(preference));
     box->setSuffix(unit);
-    box->setRange(least, std::min(greatest, 99999)); // for its width
-    box->setMinimumWidth(box->sizeHint().width());
+    box->setFixedWidth(NumberWidth());
     m_shows.emplace_back([this, box, preference, least, greatest] {
         const int value = Number(preference);
         box->setRange(std::min(least, value), std::max(greatest, value));
@@ -142,7 +149,7 @@ void PreferenceEditors::AddCodePage(QFormLayout& form) {
             Set(Preference::PosCodePage, path.toStdString());
     };
     connect(file, &QLineEdit::editingFinished, this, [file, use] { use(file->text()); });
-    auto* browse = new QPushButton(tr("B&rowse …"));
+    auto* browse = new QPushButton(tr("B&rowse…"));
     browse->setObjectName(QStringLiteral("browseCodePage"));
     connect(browse, &QPushButton::clicked, this, [file, use] {
         const QString path = QFileDialog::getOpenFileName(

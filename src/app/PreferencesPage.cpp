@@ -50,7 +50,7 @@ PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem
     add(MakeKeyDisplayTab(), tr("Key display"));
     add(MakePosTab(), tr("POS keys"));
 
-    auto* reset = new QPushButton(tr("Reset to defa&ults …"));
+    auto* reset = new QPushButton(tr("Reset to defa&ults…"));
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
     auto* column = new QVBoxLayout(this);
@@ -65,7 +65,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
     PreferenceTab tab;
     m_appearance = new QComboBox;
     m_appearance->setObjectName(QStringLiteral("appearance"));
-    m_appearance->addItem(tr("As the system"), static_cast<int>(Appearance::System));
+    m_appearance->addItem(tr("Same as system"), static_cast<int>(Appearance::System));
     m_appearance->addItem(tr("Light"), static_cast<int>(Appearance::Light));
     m_appearance->addItem(tr("Dark"), static_cast<int>(Appearance::Dark));
     connect(m_appearance, &QComboBox::activated, this, [this] {
@@ -73,7 +73,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
     });
     tab.AddGroup(tr("Appearance"))->addRow(tr("&Windows and keys:"), m_appearance);
 
-    QFormLayout* start = tab.AddGroup(tr("At the start"));
+    QFormLayout* start = tab.AddGroup(tr("At startup"));
     m_editors->AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask how to begin"));
     m_editors->AddChoice(
         *start, Preference::ShowStartupAction, tr("&Begin with:"),
@@ -97,7 +97,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
 QWidget* PreferencesPage::MakeLanguagesTab() {
     PreferenceTab tab;
     QFormLayout* program = tab.AddGroup(tr("The program"));
-    PreferenceEditors::Choices languages{{tr("As the system"), Integer{0}}};
+    PreferenceEditors::Choices languages{{tr("Same as system"), Integer{0}}};
     for (const ProgramLanguage& language : kLanguages)
         languages.emplace_back(QString::fromUtf8(language.name), language.id);
     m_editors->AddChoice(*program, Preference::PreferedAppLang, tr("&Language:"), languages);
@@ -117,14 +117,14 @@ QWidget* PreferencesPage::MakeKeyboardTab() {
                          tr("&Command delta (0 unless the driver requires another):"), 0,
                          std::numeric_limits<Long>::max());
 
-    QFormLayout* chipcard = tab.AddGroup(tr("Chipcard programs"));
+    QFormLayout* chipcard = tab.AddGroup(tr("Chipcard reader firmware"));
     m_editors->AddNumber(*chipcard, Preference::ChipcardPort, tr("Serial &port:"), 0, kMaxInteger);
     m_editors->AddNumber(*chipcard, Preference::ChipcardBaudrate,
                          tr("&Baud rate (the driver's index):"), 0, kMaxInteger);
 
     QFormLayout* firmware = tab.AddGroup(tr("Firmware"));
     m_editors->AddCheck(*firmware, Preference::VerifyFirmware,
-                        tr("Check the firmware at the &start"));
+                        tr("Check the firmware at &startup"));
     m_editors->AddNumber(*firmware, Preference::VersionFirmware, tr("&Oldest suitable version:"), 0,
                          kMaxInteger, {}, new VersionBox);
     return tab.Done();

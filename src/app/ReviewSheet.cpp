@@ -5,6 +5,7 @@
 #include "app/SettingWords.h"
 #include "views/Bindings.h"
 #include "views/LineIcon.h"
+#include "views/RoomyRows.h"
 
 #include <QDialogButtonBox>
 #include <QKeyEvent>
@@ -103,6 +104,7 @@ QWidget* ReviewSheet::MakeWarnings(const std::vector<Remarks::Warning>& warnings
     auto* list = new QListWidget;
     list->setObjectName(QStringLiteral("warnings"));
     list->setWordWrap(true);
+    list->setItemDelegate(new views::RoomyRows(list));
     const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
     list->setIconSize({iconSize, iconSize});
     const QIcon icon = views::LineIcon(QStringLiteral("warning"));

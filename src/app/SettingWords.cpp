@@ -117,6 +117,9 @@ QString ValueText(const host::SettingValue& value) {
     switch (value.kind) {
     case Kind::Text:
         return QString::fromStdString(value.text);
+    case Kind::Quoted:
+        return Translated(QT_TRANSLATE_NOOP("SettingWords", "\"%1\""))
+            .arg(QString::fromStdString(value.text));
     case Kind::Off:
         return Translated(QT_TRANSLATE_NOOP("SettingWords", "off"));
     case Kind::On:

@@ -1,5 +1,6 @@
 #include "app/SheetMenu.h"
 
+#include "app/LocalTime.h"
 #include "app/Paths.h"
 #include "sheet/KeySheet.h"
 #include "sheet/SheetFormat.h"
@@ -7,7 +8,6 @@
 #include <QDate>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QLocale>
 #include <QMenu>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -36,7 +36,7 @@ void SheetMenu::Fill(QMenu& menu) {
 sheet::KeySheet SheetMenu::Sheet() const {
     const std::string keyboard =
         m_workbench.IsConnected() ? m_workbench.Session().Keyboard().name : std::string();
-    const QString date = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
+    const QString date = LocalDate(QDate::currentDate());
     return {keyboard, files::TextOf(m_workbench.File().filename()), date.toStdString(),
             m_workbench.History().Sections(), m_workbench.Layout()};
 }

@@ -75,7 +75,7 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     auto* defaults = AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
                                tr("Begin a new document with a keyboard's factory settings."));
 
-    auto* again = new QCheckBox(tr("&Show this at the start"));
+    auto* again = new QCheckBox(tr("&Show this at startup"));
     again->setObjectName(QStringLiteral("ShowStartupWizard"));
     again->setChecked(settings.GetShowStartupWizard());
     connect(again, &QCheckBox::toggled, this,

@@ -14,6 +14,7 @@ StateChip::StateChip(const KeyboardState& state, const Actions& actions, QWidget
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setFocusPolicy(Qt::TabFocus);
     setAutoRaise(true);
+    setIconSize(iconSize() + QSize(6, 0)); // the text keeps its distance
     connect(&state, &KeyboardState::Changed, this, &StateChip::ShowState);
     connect(this, &QToolButton::clicked, this, &StateChip::Follow);
     ShowState();

@@ -41,13 +41,13 @@ void StatusLine::ShowKeyboard() {
         return m_keyboard->clear();
     const QXKeyboardAccess& access = m_workbench.Session().Access();
     QString text =
-        tr("%1 — program %2, bootloader %3")
+        tr("%1 — firmware %2, bootloader %3")
             .arg(ToQt(access.Keyboard()), ToQt(access.Program()), ToQt(access.Bootloader()));
     if (m_workbench.Simulated() != nullptr)
-        text += QStringLiteral(" — ") + tr("simulated keyboard");
+        text = tr("%1 — simulated keyboard").arg(text);
     const QString fault = FirmwareFault();
     if (!fault.isEmpty())
-        text += QStringLiteral(" — ⚠ ") + tr("program too old");
+        text = tr("%1 — ⚠ firmware too old").arg(text);
     m_keyboard->setText(text);
     m_keyboard->setToolTip(views::Plain(fault));
     m_keyboard->setAccessibleDescription(fault);
@@ -58,8 +58,8 @@ QString StatusLine::FirmwareFault() const {
     const std::string& program = m_workbench.Session().Access().Program();
     if (!host::IsFirmwareTooOld(program, preferences))
         return {};
-    return tr("The keyboard's program %1 is older than version %2, which the preferences require. "
-              "A newer program can be loaded on the Keyboard files page.")
+    return tr("The keyboard's firmware %1 is older than version %2, which the preferences require. "
+              "Newer firmware can be loaded on the Keyboard files page.")
         .arg(ToQt(program), ToQt(host::FirmwareVersionText(preferences.VersionFirmware())));
 }
 

@@ -1,4 +1,4 @@
-// VersionBox: a number that is shown and entered as the version of a keyboard's program.
+// VersionBox: a number that is shown and entered as the version of a keyboard's firmware.
 #pragma once
 
 #include "host/Firmware.h"

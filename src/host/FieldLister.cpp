@@ -111,7 +111,7 @@ std::vector<Integer> FieldLister::Keys(const Field& field, const std::vector<Int
 std::string FieldLister::Text(const Field& field, const std::string& sValue,
                               std::size_t /*maxUnits*/) {
     if (IsWanted(field, field.required || !sValue.empty()))
-        Add(field, TextValue("\"" + sValue + "\"")).isGradual = true;
+        Add(field, {SettingValue::Kind::Quoted, sValue}).isGradual = true;
     return sValue;
 }
 

@@ -63,6 +63,8 @@ std::string ToText(const SettingValue& value) {
     switch (value.kind) {
     case Kind::Text:
         return value.text;
+    case Kind::Quoted:
+        return '"' + value.text + '"';
     case Kind::Off:
         return "off";
     case Kind::On:

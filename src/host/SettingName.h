@@ -52,7 +52,8 @@ struct SettingName {
 
 struct SettingValue {
     enum class Kind {
-        Text,    // a number, or a text or sequence in its own words
+        Text,    // a number, or keys or a sequence in words
+        Quoted,  // a text of the user's
         Off,     // a switch
         On,      // a switch
         Empty,   // a sequence without codes
@@ -61,7 +62,7 @@ struct SettingValue {
         Sound,   // a section that is not damaged
     };
     Kind kind = Kind::Text;
-    std::string text = {}; // of Text
+    std::string text = {}; // of Text, or without the quotation marks of Quoted
 
     bool operator==(const SettingValue&) const = default;
 };

@@ -1,5 +1,8 @@
 #include "views/HeldKeys.h"
 
+#include "qxcontrols/keys/KeyName.h"
+#include "views/Bindings.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QToolButton>
@@ -45,6 +48,13 @@ HeldKeys::HeldKeys(QWidget* parent) : QWidget(parent) {
     ShowTexts();
 }
 
+void HeldKeys::ShowLayout(const QXKeyboardLayoutData* layout) {
+    m_captions.clear();
+    for (const Modifier& modifier : kModifiers)
+        m_captions.push_back(ToQt(KeyLabel(modifier.key, layout)));
+    ShowTexts();
+}
+
 void HeldKeys::Show(const std::vector<Byte>& held) {
     for (std::size_t i = 0; i < m_keys.size(); ++i)
         m_keys[i]->setChecked(std::ranges::find(held, kModifiers[i].key) != held.end());
@@ -52,7 +62,8 @@ void HeldKeys::Show(const std::vector<Byte>& held) {
 
 void HeldKeys::ShowTexts() {
     for (std::size_t i = 0; i < m_keys.size(); ++i) {
-        const QString text = tr(kModifiers[i].text);
+        const bool isNamed = i < m_captions.size() && !m_captions[i].isEmpty();
+        const QString text = isNamed ? m_captions[i] : tr(kModifiers[i].text);
         m_keys[i]->setText(text);
         m_keys[i]->setToolTip(tr("Hold %1 while the next key is pressed").arg(text));
     }

@@ -9,6 +9,10 @@
 
 class QToolButton;
 
+namespace qx {
+class QXKeyboardLayoutData;
+}
+
 namespace qx::views {
 
 class HeldKeys : public QWidget {
@@ -16,6 +20,8 @@ class HeldKeys : public QWidget {
 public:
     explicit HeldKeys(QWidget* parent = nullptr);
 
+    // Names the keys as the layout does; without one, as the language does.
+    void ShowLayout(const QXKeyboardLayoutData* layout);
     // Shows that these are held, and no others.
     void Show(const std::vector<Byte>& held);
 
@@ -29,6 +35,7 @@ private:
     void ShowTexts();
 
     std::vector<QToolButton*> m_keys;
+    std::vector<QString> m_captions; // of the layout
 };
 
 } // namespace qx::views

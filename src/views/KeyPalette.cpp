@@ -9,6 +9,7 @@
 #include "views/ScrollArea.h"
 
 #include <QEvent>
+#include <QGridLayout>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -35,10 +36,26 @@ constexpr std::array<const char*, kGroups> kTitles = {
     QT_TRANSLATE_NOOP("KeyPalette", "Ctrl/Alt"),
 };
 
+constexpr Byte kControl = 58;
+constexpr Byte kAlt = 60;
+
+// Keys that stay together, as on a keyboard: in rows of three; 0 where there is none.
+constexpr std::size_t kColumns = 3;
+using Block = std::array<Byte, 4 * kColumns>;
+constexpr Block kNavigationBlocks[] = {
+    {75, 80, 85, 76, 81, 86}, // Insert, Home, Page Up; Delete, End, Page Down
+    {0, 83, 0, 79, 84, 89},   // Up; Left, Down, Right
+    {15, 0, 0, 16, 43},       // Backspace; Tab, Enter
+};
+constexpr Block kPadBlocks[] = {
+    {91, 96, 101, 92, 97, 102, 93, 98, 103, 99, 104}, // 7, 8, 9 and below; the separator
+    {95, 100, 0, 105, 106, 0, 108, 0, 0, 90},         // divide, times; minus, plus; Enter; Num Lock
+};
+
 // By the customary numbers. Beside the function keys are Esc and those to their right.
 Group GroupOf(Byte key) {
+    static constexpr Byte kModifiers[] = {30, 44, 57, kControl, kAlt, 62, 64};
     static constexpr Byte kNavigation[] = {15, 16, 43}; // Backspace, Tab, Enter
-    static constexpr Byte kModifiers[] = {30, 44, 57, 58, 60, 62, 64};
     if (std::ranges::find(kNavigation, key) != std::end(kNavigation) || (key >= 75 && key <= 89))
         return Navigation;
     if (std::ranges::find(kModifiers, key) != std::end(kModifiers))
@@ -46,6 +63,12 @@ Group GroupOf(Byte key) {
     if (key >= 110)
         return Function;
     return key >= 90 ? Pad : Letters;
+}
+
+std::span<const Block> BlocksOf(int group) {
+    if (group == Navigation)
+        return kNavigationBlocks;
+    return group == Pad ? std::span<const Block>(kPadBlocks) : std::span<const Block>();
 }
 
 // Takes all widgets out of the layout.
@@ -106,10 +129,31 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
     return button;
 }
 
-QWidget* KeyPalette::MakePage(const std::vector<Key>& keys) {
+// Takes the keys of the block out of the others.
+QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::span<const Byte> block) {
+    auto* widget = new QWidget;
+    auto* grid = new QGridLayout(widget);
+    grid->setContentsMargins(0, 0, 2 * kSpacing, kSpacing);
+    grid->setSpacing(kSpacing);
+    for (std::size_t place = 0; place < block.size(); ++place) {
+        const auto key = std::ranges::find(keys, block[place], &Key::code);
+        if (key == keys.end())
+            continue;
+        QToolButton* button = MakeButton(*key);
+        button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed); // as wide as the column
+        grid->addWidget(button, static_cast<int>(place / kColumns),
+                        static_cast<int>(place % kColumns));
+        keys.erase(key);
+    }
+    return widget;
+}
+
+QWidget* KeyPalette::MakePage(std::vector<Key> keys, int group) {
     auto* content = new QWidget;
     auto* flow = new FlowLayout(kSpacing, content);
     flow->setContentsMargins(kSpacing, kSpacing, kSpacing, 0);
+    for (const Block& block : BlocksOf(group))
+        flow->addWidget(MakeBlock(keys, block));
     for (const Key& key : keys)
         flow->addWidget(MakeButton(key));
     auto* scroll = new ScrollArea(content);
@@ -119,6 +163,7 @@ QWidget* KeyPalette::MakePage(const std::vector<Key>& keys) {
 }
 
 void KeyPalette::ShowKeys(const QXKeyboardLayoutData* layout) {
+    m_held->ShowLayout(layout);
     std::array<std::vector<Key>, kGroups> groups;
     m_keys.clear();
     for (int code = 1; layout != nullptr && code < KeyNames::kFirstUnpressable; ++code) {
@@ -135,8 +180,8 @@ void KeyPalette::ShowKeys(const QXKeyboardLayoutData* layout) {
         m_tabs->removeTab(0);
         delete page;
     }
-    for (const std::vector<Key>& keys : groups)
-        m_tabs->addTab(MakePage(keys), QString());
+    for (int group = 0; group < kGroups; ++group)
+        m_tabs->addTab(MakePage(groups[static_cast<std::size_t>(group)], group), QString());
     m_tabs->setCurrentIndex(shown);
     ShowTexts();
     Search(m_search->text());
@@ -188,6 +233,10 @@ void KeyPalette::ShowTexts() {
     m_tabs->setAccessibleName(tr("Keys to add"));
     for (int i = 0; i < m_tabs->count(); ++i)
         m_tabs->setTabText(i, tr(kTitles[static_cast<std::size_t>(i)]));
+    const auto control = std::ranges::find(m_keys, kControl, &Key::code);
+    const auto alt = std::ranges::find(m_keys, kAlt, &Key::code);
+    if (control != m_keys.end() && alt != m_keys.end()) // as on the keys
+        m_tabs->setTabText(Modifiers, control->caption + u'/' + alt->caption);
 }
 
 void KeyPalette::changeEvent(QEvent* event) {

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <optional>
+#include <span>
 #include <vector>
 
 class QAbstractButton;
@@ -50,7 +51,8 @@ private:
     };
 
     [[nodiscard]] QToolButton* MakeButton(const Key& key);
-    [[nodiscard]] QWidget* MakePage(const std::vector<Key>& keys);
+    [[nodiscard]] QWidget* MakeBlock(std::vector<Key>& keys, std::span<const Byte> block);
+    [[nodiscard]] QWidget* MakePage(std::vector<Key> keys, int group);
     [[nodiscard]] static std::optional<int> RankOf(const Key& key, const QString& wanted);
     void ShowTexts();
     void Search(const QString& text);

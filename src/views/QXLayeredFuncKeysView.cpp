@@ -108,23 +108,24 @@ void QXLayeredFuncKeysView::SetMarkedLayers(const std::set<int>& layers, const Q
     ShowLayers();
 }
 
-// A bullet marks the layers in which something is programmed.
+// How many keys of a layer are programmed stands beside its name.
 void QXLayeredFuncKeysView::ShowLayers() {
     for (Integer number = 0; number < kFuncKeyLayers; ++number) {
         const FuncKeyLayer& layer = m_control.Layer(number);
-        bool isProgrammed = false;
+        int programmed = 0;
         for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
-            isProgrammed = isProgrammed || layer.GetKey(key).Length() > 0;
+            programmed += layer.GetKey(key).Length() > 0 ? 1 : 0;
         QString text = QString::number(number);
         if (!layer.Name().empty())
             text += u' ' + ToQt(layer.Name());
         const bool isMarked = m_markedLayers.contains(number);
-        QString meaning = isProgrammed ? tr("%1, programmed").arg(text) : tr("%1, empty").arg(text);
+        QString meaning =
+            programmed > 0 ? tr("%1, programmed").arg(text) : tr("%1, empty").arg(text);
         if (isMarked)
             meaning += u'\n' + m_markMeaning;
         text.replace(u'&', QStringLiteral("&&"));
-        if (isProgrammed)
-            text += QStringLiteral(" \u2022");
+        if (programmed > 0)
+            text += QStringLiteral(" (%1)").arg(programmed);
         // Any change lays out all tabs again.
         if (m_tabs->tabText(number) == text && m_tabs->accessibleTabName(number) == meaning)
             continue;

@@ -1,6 +1,7 @@
 #include "views/QXPosView.h"
 
 #include "qxcontrols/keys/KeyName.h"
+#include "views/CaptionedRow.h"
 #include "views/QXPosDisplayView.h"
 
 #include <QHBoxLayout>
@@ -42,8 +43,7 @@ QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
     row->addWidget(edit);
     row->addWidget(cleanAll);
     row->addStretch(1);
-    row->addWidget(caption);
-    row->addWidget(number);
+    row->addLayout(CaptionedRow(caption, number));
     auto* column = new QVBoxLayout(this);
     column->addWidget(keys, 1);
     column->addLayout(row);

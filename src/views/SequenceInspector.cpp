@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -87,6 +88,7 @@ void SequenceInspector::MakeParts() {
     m_palette = new KeyPalette;
     m_receivedCaption = new QLabel;
     m_received = new QLineEdit;
+    m_warningIcon = new QLabel;
     m_warnings = new QLabel;
 
     m_title->setFont(TitleFont(m_title->font()));
@@ -139,7 +141,10 @@ void SequenceInspector::MakeParts() {
     m_rows->setContentsMargins({});
     m_rows->addLayout(m_columns, 1);
     m_rows->addWidget(m_receivedRow);
-    m_rows->addWidget(m_warnings);
+    auto* warnings = new QHBoxLayout;
+    warnings->addWidget(m_warningIcon, 0, Qt::AlignTop);
+    warnings->addWidget(m_warnings, 1);
+    m_rows->addLayout(warnings);
     auto* column = new QVBoxLayout(this);
     column->addLayout(m_head);
     column->addWidget(m_hint);
@@ -233,13 +238,19 @@ void SequenceInspector::ShowDraft() {
     if (!m_draft)
         return;
     m_chips->Show(m_draft->Items(), m_draft->Caret());
-    m_left->setText(tr("%n code(s) left", nullptr, static_cast<int>(m_draft->CodesLeft())));
+    m_left->setText(tr("Codes left: %1").arg(m_draft->CodesLeft()));
     m_back->setEnabled(m_draft->Caret() > 0);
     m_clear->setEnabled(!m_draft->Codes().empty());
     m_received->setText(ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
     const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
     m_warnings->setText(warnings.join(u'\n'));
     m_warnings->setVisible(!warnings.isEmpty());
+    m_warningIcon->setVisible(!warnings.isEmpty());
+    if (warnings.isEmpty())
+        return;
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    m_warningIcon->setPixmap(
+        LineIcon(QStringLiteral("warning")).pixmap(QSize(size, size), devicePixelRatioF()));
 }
 
 // Reports the changed draft, or that something did not fit into it.
@@ -356,7 +367,7 @@ void SequenceInspector::ShowTexts() {
 
 void SequenceInspector::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange || event->type() == QEvent::PaletteChange)
         ShowTexts();
     else if (event->type() == QEvent::EnabledChange)
         ShowDraft();

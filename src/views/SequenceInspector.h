@@ -111,6 +111,7 @@ private:
     QWidget* m_receivedRow;
     QLabel* m_receivedCaption;
     QLineEdit* m_received; // each press and release, in their order
+    QLabel* m_warningIcon;
     QLabel* m_warnings;
 };
 

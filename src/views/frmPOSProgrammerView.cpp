@@ -1,8 +1,10 @@
 #include "views/frmPOSProgrammerView.h"
 
+#include "views/CaptionedRow.h"
 #include "views/ColorSwatch.h"
 #include "views/Discard.h"
 #include "views/QXPosDisplayView.h"
+#include "views/RoomyRows.h"
 #include "views/ScrollArea.h"
 
 #include <QEvent>
@@ -130,6 +132,7 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
     auto* list = new QListWidget;
     m_bindings.Bind(list, QStringLiteral("lstBlocks"), m_form.lstBlocks,
                     [this] { m_form.lstBlocks_Click(); });
+    list->setItemDelegate(new RoomyRows(list));
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // long lines are cut off
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6);
@@ -137,11 +140,10 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
         freeCaption->setText(tr("Free keys:"));
         list->setAccessibleName(ToQt(m_form.lblNumBlocks.Caption));
     });
-    head->addWidget(MakeLabel("lblNumBlocks", m_form.lblNumBlocks));
-    head->addWidget(MakeLabel("lblBlockNum", m_form.lblBlockNum));
+    head->addLayout(CaptionedRow(MakeLabel("lblNumBlocks", m_form.lblNumBlocks),
+                                 MakeLabel("lblBlockNum", m_form.lblBlockNum)));
     head->addStretch(1);
-    head->addWidget(freeCaption);
-    head->addWidget(MakeLabel("lblFreeKeys", m_form.lblFreeKeys));
+    head->addLayout(CaptionedRow(freeCaption, MakeLabel("lblFreeKeys", m_form.lblFreeKeys)));
 
     auto* row = new QHBoxLayout;
     row->addWidget(MakeButton(QStringLiteral("cmdNewBlock"), m_form.cmdNewBlock,
@@ -229,8 +231,7 @@ QLayout* frmPOSProgrammerView::MakeSequence() {
     row->addWidget(
         MakeButton(QStringLiteral("cmdEdit"), m_form.cmdEdit, [this] { m_form.cmdEdit_Click(); }));
     row->addSpacing(16);
-    row->addWidget(left);
-    row->addWidget(MakeLabel("lblRemaining", m_form.lblRemaining));
+    row->addLayout(CaptionedRow(left, MakeLabel("lblRemaining", m_form.lblRemaining)));
     row->addStretch(1);
     return row;
 }

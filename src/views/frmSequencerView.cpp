@@ -1,5 +1,6 @@
 #include "views/frmSequencerView.h"
 
+#include "views/CaptionedRow.h"
 #include "views/ChipRow.h"
 #include "views/Discard.h"
 #include "views/FaultLabel.h"
@@ -84,7 +85,10 @@ QLayout* frmSequencerView::MakeClicks() {
     auto* held = new HeldKeys;
     connect(held, &HeldKeys::HeldChanged, this,
             [this](int key, bool isHeld) { m_form.Hold(static_cast<Byte>(key), isHeld); });
-    m_bindings.OnShow([this, held] { held->Show(m_form.Held()); });
+    m_bindings.OnShow([this, held] {
+        held->ShowLayout(m_form.layoutDisplay.LayoutSource());
+        held->Show(m_form.Held());
+    });
     auto* twin = new QCheckBox;
     twin->setObjectName(QStringLiteral("chkTwin"));
     connect(twin, &QCheckBox::toggled, this, [this](bool isOn) { m_form.SetPressesTwin(isOn); });
@@ -132,8 +136,7 @@ QLayout* frmSequencerView::MakeSequence() {
     row->addStretch(1);
     row->addWidget(details);
     row->addSpacing(16);
-    row->addWidget(left);
-    row->addWidget(remaining);
+    row->addLayout(CaptionedRow(left, remaining));
     auto* column = new QVBoxLayout;
     column->addLayout(row);
     column->addWidget(MakeChips());

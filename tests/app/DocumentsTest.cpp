@@ -6,6 +6,7 @@
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSlider>
 #include <QUrl>
 
@@ -98,6 +99,8 @@ TEST(Documents, ABackupIsOpenedAsACopy) {
     desk.unsaved = DocumentMenu::Answer::Discard;
     desk.Page("backups");
     auto* list = desk.Find<QTreeWidget>("backups");
+    list->setFocus();
+    EXPECT_FALSE(desk.Find<QPushButton>("openBackup")->isEnabled()) << "none is chosen yet";
     list->setCurrentItem(list->topLevelItem(0));
     // It is compared with the document before anything is done with it.
     auto* changes = desk.Find<QTreeWidget>("backupChanges");

@@ -4,6 +4,7 @@
 #include "app/ErrorWords.h"
 #include "app/Failure.h"
 #include "app/FaultWords.h"
+#include "app/LocalTime.h"
 #include "app/PreferencesPage.h"
 #include "app/ProblemWords.h"
 #include "app/SettingWords.h"
@@ -19,6 +20,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QComboBox>
+#include <QDate>
 #include <QLineEdit>
 #include <QMap>
 #include <QMenuBar>
@@ -196,6 +198,12 @@ TEST(Languages, EverySettingHasANameOfItsOwnInEachLanguage) {
             values.append(app::ValueText({kind}));
         EXPECT_EQ(values.removeDuplicates(), 0);
         EXPECT_EQ(values[3], QString::fromLatin1(language == 1031 ? "(keine)" : "(none)"));
+        EXPECT_EQ(app::ValueText({Kind::Quoted, "Cash"}),
+                  QString::fromUtf8(language == 1031 ? "„Cash“" : "\"Cash\""));
+        const QString date = app::LocalDate({2026, 1, 31}); // the English form is the country's
+        EXPECT_TRUE(date == QLatin1String("31.01.2026") ||
+                    (language == 1033 && date.contains(QLatin1String("2026"))))
+            << date.toStdString();
     }
     desk.Speak(1033);
 }
@@ -297,7 +305,7 @@ TEST(Languages, ErrorsAreWhollyInTheLanguageOfTheWindow) {
     for (qsizetype i = 0; i < english.size(); ++i) {
         EXPECT_NE(english[i], german[i]);
         EXPECT_FALSE(german[i].isEmpty() || german[i].contains(u'%')) << english[i].toStdString();
-        for (const char* word : {" the ", " is ", " not ", " of ", " and "})
+        for (const char* word : {" the ", " is ", " not ", " of ", " and ", "\"", "2026-01-31"})
             EXPECT_FALSE(german[i].contains(QLatin1String(word))) << german[i].toStdString();
     }
 }

@@ -31,7 +31,7 @@ TEST_F(Hands, LayersAreNamedCopiedAndSwapped) {
     desk.ShowLayer(4);
     EXPECT_EQ(name->text(), QString()) << "the name is not copied";
     // By the keyboard alone.
-    auto* button = desk.Find<QToolButton>("layerMenu");
+    auto* button = desk.Find<QPushButton>("layerMenu");
     button->setFocus();
     for (const Qt::Key layer : {Qt::Key_9, Qt::Key_0}) {
         TypeInMenu({Qt::Key_S, layer});

@@ -204,7 +204,7 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {
             if (const auto* name =
                     qobject_cast<QLabel*>(form->labelForField(const_cast<QLabel*>(label))))
                 rows.append(name->text() + label->text());
-    for (const char* row : {"Name:QX-POS-FULL", "Program:P100", "Bootloader:B100", "Country:US01",
+    for (const char* row : {"Name:QX-POS-FULL", "Firmware:P100", "Bootloader:B100", "Country:US01",
                             "Configuration:C001", "Kind:simulated keyboard"})
         EXPECT_TRUE(rows.contains(QLatin1String(row))) << row;
     const auto* directory = desk.Find<QTableWidget>("directory");

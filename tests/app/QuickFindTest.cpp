@@ -92,7 +92,7 @@ TEST(QuickFind, ActsOnThePageAndTheLayerThatAreShown) {
     desk.Click("key_31");
     emit desk.window->menuBar()->actions()[1]->menu()->aboutToShow(); // Edit
     desk.Page("layeredFuncKeys");
-    emit desk.Find<QToolButton>("layerMenu")->menu()->aboutToShow();
+    emit desk.Find<QPushButton>("layerMenu")->menu()->aboutToShow();
     desk.ClickKey("funcKeys", 0);
     desk.Click("key_31");
     desk.ShowLayer(3);

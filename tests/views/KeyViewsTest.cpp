@@ -241,7 +241,7 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_LAYERED_FUNCKEYS, Bytes("1F 9F 00"), (2 * 24 + 23) * 128));
     EXPECT_EQ(control.Layer(2).GetKeyDesc(23), "Tea");
-    EXPECT_EQ(layers->tabText(2).toStdString(), "2 \u2022");
+    EXPECT_EQ(layers->tabText(2).toStdString(), "2 (1)");
     EXPECT_EQ(layers->tabText(3).toStdString(), "3");
     const KeyCap& cap = screen.Cap("funcKeys", 23);
     EXPECT_EQ(cap.caption.toStdString(), "Tea");

@@ -65,7 +65,7 @@ TEST_F(SequenceInspectorTest, KeysAndChordsAreClicked) {
     Click("key_48");
     Click("key_31");
     EXPECT_EQ(stored, "C ^C Ctrl C ^C ^Ctrl A ^A") << "Ctrl is held for one key";
-    EXPECT_EQ(Part<QLabel>("codesLeft")->text().toStdString(), "4 code(s) left");
+    EXPECT_EQ(Part<QLabel>("codesLeft")->text().toStdString(), "Codes left: 4");
     Click("hold_44");
     Click("hold_58");
     Click("key_31");
@@ -143,6 +143,36 @@ TEST_F(SequenceInspectorTest, EachKeyIsOnOneTabOfThePalette) {
         {58, "Ctrl/Alt"}, {123, "F1–F12"}, {110, "F1–F12"},    {108, "Pad"}};
     for (const auto& [key, title] : expected)
         EXPECT_EQ(tabOf[key].toStdString(), title) << key;
+}
+
+TEST_F(SequenceInspectorTest, ThePaletteArrangesKeysAndNamesModifiersAsTheKeyboardDoes) {
+    Show({});
+    EXPECT_EQ(Part<QToolButton>("hold_62")->text().toStdString(), "RAlt");
+    struct Row {
+        int tab;
+        std::vector<int> keys;
+        int below; // this key
+    };
+    const Row rows[] = {{2, {79, 84, 89}, 83}, // the cursor keys below Up
+                        {3, {92, 97, 102}, 96},
+                        {3, {93, 98, 103}, 97}};
+    for (const int width : {360, 800}) { // with and without room for all of them in one line
+        inspector.resize(width, 600);
+        for (const Row& row : rows) {
+            Part<QTabWidget>("keyGroups")->setCurrentIndex(row.tab);
+            QApplication::processEvents();
+            const auto place = [this](int key) {
+                const auto* button = Part<QToolButton>(("key_" + std::to_string(key)).c_str());
+                return QRect(button->mapTo(&inspector, QPoint()), button->size());
+            };
+            EXPECT_EQ(place(row.keys[1]).left(), place(row.below).left()) << row.below;
+            EXPECT_GT(place(row.keys[1]).top(), place(row.below).bottom()) << row.below;
+            for (std::size_t i = 1; i < row.keys.size(); ++i) {
+                EXPECT_EQ(place(row.keys[i]).top(), place(row.keys[i - 1]).top()) << row.keys[i];
+                EXPECT_GT(place(row.keys[i]).left(), place(row.keys[i - 1]).right()) << row.keys[i];
+            }
+        }
+    }
 }
 
 TEST_F(SequenceInspectorTest, AKeyThatCannotBeProgrammedShowsWhy) {

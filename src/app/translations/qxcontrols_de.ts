@@ -547,14 +547,6 @@
         <translation> oder </translation>
     </message>
     <message>
-        <source>keyboard program</source>
-        <translation>Das Programm der Tastatur</translation>
-    </message>
-    <message>
-        <source>chipcard reader&apos;s program</source>
-        <translation>Das Programm des Chipkartenlesers</translation>
-    </message>
-    <message>
         <source>parameter memory</source>
         <translation>Der Parameterspeicher</translation>
     </message>
@@ -1012,6 +1004,14 @@
         <source>The keyboard&apos;s capabilities could not be read and count as absent.</source>
         <translation>Die Fähigkeiten der Tastatur konnten nicht gelesen werden und gelten als nicht vorhanden.</translation>
     </message>
+    <message>
+        <source>keyboard firmware</source>
+        <translation>Die Firmware der Tastatur</translation>
+    </message>
+    <message>
+        <source>chipcard reader firmware</source>
+        <translation>Die Firmware des Chipkartenlesers</translation>
+    </message>
 </context>
 <context>
     <name>Failures</name>
@@ -1308,7 +1308,7 @@
     </message>
     <message>
         <source>character %1: the closing &quot; is missing</source>
-        <translation>Zeichen %1: das schließende &quot; fehlt</translation>
+        <translation>Zeichen %1: das schließende Anführungszeichen fehlt</translation>
     </message>
     <message>
         <source>character %1: no key is called %2</source>
@@ -1426,20 +1426,8 @@
         <translation>Datei in Tastatur</translation>
     </message>
     <message>
-        <source>Keyboard program</source>
-        <translation>Programm der Tastatur</translation>
-    </message>
-    <message>
         <source>The program that runs in the keyboard.</source>
         <translation>Das Programm, das in der Tastatur läuft.</translation>
-    </message>
-    <message>
-        <source>Chipcard reader&apos;s program</source>
-        <translation>Programm des Chipkartenlesers</translation>
-    </message>
-    <message>
-        <source>The program of the chipcard reader, over the serial line that the preferences name.</source>
-        <translation>Das Programm des Chipkartenlesers, über die serielle Schnittstelle aus den Voreinstellungen.</translation>
     </message>
     <message>
         <source>Parameter memory</source>
@@ -1508,6 +1496,18 @@
     <message>
         <source>The keyboard&apos;s code page differs from %1.</source>
         <translation>Die Codepage der Tastatur weicht von %1 ab.</translation>
+    </message>
+    <message>
+        <source>Keyboard firmware</source>
+        <translation>Firmware der Tastatur</translation>
+    </message>
+    <message>
+        <source>Chipcard reader firmware</source>
+        <translation>Firmware des Chipkartenlesers</translation>
+    </message>
+    <message>
+        <source>The program of the chipcard reader, sent over the serial port set in Preferences.</source>
+        <translation>Das Programm des Chipkartenlesers, übertragen über die serielle Schnittstelle, die in den Voreinstellungen gewählt ist.</translation>
     </message>
 </context>
 <context>
@@ -2242,10 +2242,6 @@ Check that the keyboard is plugged in, that no other program uses it, and that t
 Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr gehört.</translation>
     </message>
     <message>
-        <source>Program</source>
-        <translation>Programm</translation>
-    </message>
-    <message>
         <source>Bootloader</source>
         <translation>Bootloader</translation>
     </message>
@@ -2320,6 +2316,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>A write to this keyboard was interrupted.</source>
         <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen.</translation>
+    </message>
+    <message>
+        <source>Firmware</source>
+        <translation>Firmware</translation>
     </message>
 </context>
 <context>
@@ -2416,10 +2416,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Keine</translation>
     </message>
     <message>
-        <source>B&amp;rowse …</source>
-        <translation>D&amp;urchsuchen …</translation>
-    </message>
-    <message>
         <source>Code page of the POS keys</source>
         <translation>Codepage der POS-Tasten</translation>
     </message>
@@ -2438,6 +2434,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Last document:</source>
         <translation>Letztes Dokument:</translation>
+    </message>
+    <message>
+        <source>B&amp;rowse…</source>
+        <translation>D&amp;urchsuchen …</translation>
     </message>
 </context>
 <context>
@@ -2461,14 +2461,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>POS keys</source>
         <translation>POS-Tasten</translation>
-    </message>
-    <message>
-        <source>Reset to defa&amp;ults …</source>
-        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
-    </message>
-    <message>
-        <source>At the start</source>
-        <translation>Beim Start</translation>
     </message>
     <message>
         <source>&amp;Ask how to begin</source>
@@ -2531,10 +2523,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>&amp;Sprache:</translation>
     </message>
     <message>
-        <source>As the system</source>
-        <translation>Wie das System</translation>
-    </message>
-    <message>
         <source>The keys</source>
         <translation>Die Tasten</translation>
     </message>
@@ -2552,11 +2540,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>&amp;Command delta (0 unless the driver requires another):</source>
-        <translation>C&amp;ommand-Delta (0, wenn der Treiber nichts anderes verlangt):</translation>
-    </message>
-    <message>
-        <source>Chipcard programs</source>
-        <translation>Chipkartenprogramme</translation>
+        <translation>Be&amp;fehlsversatz (0, wenn der Treiber nichts anderes verlangt):</translation>
     </message>
     <message>
         <source>Serial &amp;port:</source>
@@ -2569,10 +2553,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Firmware</source>
         <translation>Firmware</translation>
-    </message>
-    <message>
-        <source>Check the firmware at the &amp;start</source>
-        <translation>Firmware beim &amp;Start prüfen</translation>
     </message>
     <message>
         <source>&amp;Oldest suitable version:</source>
@@ -2673,6 +2653,26 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>&amp;Windows and keys:</source>
         <translation>Fen&amp;ster und Tasten:</translation>
+    </message>
+    <message>
+        <source>Reset to defa&amp;ults…</source>
+        <translation>Auf &amp;Vorgaben zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>Same as system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message>
+        <source>At startup</source>
+        <translation>Beim Start</translation>
+    </message>
+    <message>
+        <source>Chipcard reader firmware</source>
+        <translation>Firmware des Chipkartenlesers</translation>
+    </message>
+    <message>
+        <source>Check the firmware at &amp;startup</source>
+        <translation>Firmware beim &amp;Start prüfen</translation>
     </message>
 </context>
 <context>
@@ -3082,13 +3082,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>Select a key to see and change what it sends.</source>
         <translation>Wählen Sie eine Taste, um ihre Folge zu sehen und zu ändern.</translation>
     </message>
-    <message numerus="yes">
-        <source>%n code(s) left</source>
-        <translation>
-            <numerusform>noch %n Code frei</numerusform>
-            <numerusform>noch %n Codes frei</numerusform>
-        </translation>
-    </message>
     <message>
         <source>There is no room for more keys.</source>
         <translation>Für weitere Tasten ist kein Platz.</translation>
@@ -3148,6 +3141,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Each key that you press on the connected keyboard is recorded.</source>
         <translation>Jede Taste, die Sie an der verbundenen Tastatur drücken, wird aufgenommen.</translation>
+    </message>
+    <message>
+        <source>Codes left: %1</source>
+        <translation>Freie Codes: %1</translation>
     </message>
 </context>
 <context>
@@ -3312,10 +3309,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Der Leser, der den Code liest.</translation>
     </message>
     <message>
-        <source>Asks at the start what to begin with.</source>
-        <translation>Fragt beim Start, womit begonnen werden soll.</translation>
-    </message>
-    <message>
         <source>What to begin with when the program does not ask.</source>
         <translation>Womit begonnen wird, wenn das Programm nicht fragt.</translation>
     </message>
@@ -3352,20 +3345,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Eine Zahl für den Treiber. Lassen Sie sie auf 0, wenn die Unterlagen des Treibers keine andere verlangen.</translation>
     </message>
     <message>
-        <source>The serial port over which chipcard programs are loaded.</source>
-        <translation>Die serielle Schnittstelle, über die Chipkartenprogramme geladen werden.</translation>
-    </message>
-    <message>
         <source>The speed of that port, as an index of the driver.</source>
         <translation>Die Geschwindigkeit dieser Schnittstelle als Index des Treibers.</translation>
-    </message>
-    <message>
-        <source>Warns of a keyboard whose program is older than the version below.</source>
-        <translation>Warnt vor einer Tastatur, deren Programm älter als die Version darunter ist.</translation>
-    </message>
-    <message>
-        <source>The oldest keyboard program that is suitable.</source>
-        <translation>Das älteste geeignete Programm einer Tastatur.</translation>
     </message>
     <message>
         <source>The size of captions on keys of normal size.</source>
@@ -3459,24 +3440,28 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>Each press and release that the PC receives, in order; ^ marks a release.</source>
         <translation>Jedes Drücken und Loslassen, das der PC empfängt, der Reihe nach; ^ steht für das Loslassen.</translation>
     </message>
+    <message>
+        <source>Asks at startup what to begin with.</source>
+        <translation>Fragt beim Start, womit begonnen werden soll.</translation>
+    </message>
+    <message>
+        <source>The serial port of the chipcard reader, for its firmware.</source>
+        <translation>Die serielle Schnittstelle des Chipkartenlesers, für dessen Firmware.</translation>
+    </message>
+    <message>
+        <source>Warns of a keyboard whose firmware is older than the version below.</source>
+        <translation>Warnt vor einer Tastatur, deren Firmware älter als die Version darunter ist.</translation>
+    </message>
+    <message>
+        <source>The oldest suitable firmware of a keyboard.</source>
+        <translation>Die älteste geeignete Firmware einer Tastatur.</translation>
+    </message>
 </context>
 <context>
     <name>SettingWords</name>
     <message>
         <source>Common settings</source>
         <translation>Allgemeines</translation>
-    </message>
-    <message>
-        <source>Code 25 overlapped</source>
-        <translation>Code 25 überlappend</translation>
-    </message>
-    <message>
-        <source>Code 25 industrial</source>
-        <translation>Code 25 industriell</translation>
-    </message>
-    <message>
-        <source>Code 25 matrix</source>
-        <translation>Code 25 Matrix</translation>
     </message>
     <message>
         <source>Shortest code</source>
@@ -3661,6 +3646,22 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>Name</source>
         <translation>Name</translation>
     </message>
+    <message>
+        <source>Interleaved 2 of 5</source>
+        <translation>2/5 Interleaved</translation>
+    </message>
+    <message>
+        <source>Industrial 2 of 5</source>
+        <translation>2/5 Industrial</translation>
+    </message>
+    <message>
+        <source>Matrix 2 of 5</source>
+        <translation>2/5 Matrix</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;</source>
+        <translation>„%1“</translation>
+    </message>
 </context>
 <context>
     <name>SheetMenu</name>
@@ -3736,7 +3737,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Ein neues Dokument mit den Werkseinstellungen einer Tastatur beginnen.</translation>
     </message>
     <message>
-        <source>&amp;Show this at the start</source>
+        <source>&amp;Show this at startup</source>
         <translation>Beim &amp;Start anzeigen</translation>
     </message>
 </context>
@@ -3789,20 +3790,20 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
 <context>
     <name>StatusLine</name>
     <message>
-        <source>%1 — program %2, bootloader %3</source>
-        <translation>%1 – Programm %2, Bootloader %3</translation>
+        <source>%1 — firmware %2, bootloader %3</source>
+        <translation>%1 – Firmware %2, Bootloader %3</translation>
     </message>
     <message>
-        <source>simulated keyboard</source>
-        <translation>simulierte Tastatur</translation>
+        <source>%1 — simulated keyboard</source>
+        <translation>%1 – simulierte Tastatur</translation>
     </message>
     <message>
-        <source>program too old</source>
-        <translation>Programm zu alt</translation>
+        <source>%1 — ⚠ firmware too old</source>
+        <translation>%1 – ⚠ Firmware zu alt</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s program %1 is older than version %2, which the preferences require. A newer program can be loaded on the Keyboard files page.</source>
-        <translation>Das Programm %1 der Tastatur ist älter als die Version %2, die in den Voreinstellungen verlangt wird. Auf der Seite „Tastaturdateien“ lässt sich ein neueres laden.</translation>
+        <source>The keyboard&apos;s firmware %1 is older than version %2, which the preferences require. Newer firmware can be loaded on the Keyboard files page.</source>
+        <translation>Die Firmware %1 der Tastatur ist älter als die Version %2, die in den Voreinstellungen verlangt wird. Auf der Seite „Tastaturdateien“ lässt sich eine neuere laden.</translation>
     </message>
 </context>
 <context>
@@ -4385,7 +4386,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Codes left:</source>
-        <translation>Noch frei:</translation>
+        <translation>Freie Codes:</translation>
     </message>
     <message>
         <source>Sends nothing yet</source>
@@ -4404,7 +4405,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Codes left:</source>
-        <translation>Noch frei:</translation>
+        <translation>Freie Codes:</translation>
     </message>
     <message>
         <source>The text has %1 codes, only %2 fit.</source>

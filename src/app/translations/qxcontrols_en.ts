@@ -155,16 +155,6 @@
     </message>
 </context>
 <context>
-    <name>SequenceInspector</name>
-    <message numerus="yes">
-        <source>%n code(s) left</source>
-        <translation>
-            <numerusform>%n code left</numerusform>
-            <numerusform>%n codes left</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>SettingWords</name>
     <message numerus="yes">
         <source>%n key(s) programmed</source>
