@@ -133,7 +133,7 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
 QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::span<const Byte> block) {
     auto* widget = new QWidget;
     auto* grid = new QGridLayout(widget);
-    grid->setContentsMargins(0, 0, 2 * kSpacing, kSpacing);
+    grid->setContentsMargins(0, 0, 2 * kSpacing, 2 * kSpacing); // to the next block
     grid->setSpacing(kSpacing);
     for (std::size_t place = 0; place < block.size(); ++place) {
         const auto key = std::ranges::find(keys, block[place], &Key::code);
