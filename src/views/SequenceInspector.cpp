@@ -140,16 +140,17 @@ void SequenceInspector::MakeParts() {
     m_rows = new QVBoxLayout(m_editor);
     m_rows->setContentsMargins({});
     m_rows->addLayout(m_columns, 1);
-    m_rows->addWidget(m_receivedRow);
-    auto* warnings = new QHBoxLayout;
+    m_warningRow = new QWidget;
+    auto* warnings = new QHBoxLayout(m_warningRow);
+    warnings->setContentsMargins({});
     warnings->addWidget(m_warningIcon, 0, Qt::AlignTop);
     warnings->addWidget(m_warnings, 1);
-    m_rows->addLayout(warnings);
     auto* column = new QVBoxLayout(this);
     column->addLayout(m_head);
     column->addWidget(m_hint);
     column->addWidget(m_editor, 1);
     column->addStretch(0);
+    SetWide(false);
 }
 
 void SequenceInspector::Show(const std::optional<Edited>& edited) {
@@ -189,10 +190,10 @@ void SequenceInspector::SetWide(bool isWide) {
     m_text->SetWide(isWide);
     if (isWide) {                                  // there is no height to give away
         m_head->insertWidget(1, m_receivedRow, 8); // nearly all of the line
-        m_sent->insertWidget(m_sent->count() - 1, m_warnings);
+        m_sent->insertWidget(m_sent->count() - 1, m_warningRow);
     } else {
-        m_rows->addWidget(m_receivedRow);
-        m_rows->addWidget(m_warnings);
+        m_sent->insertWidget(1, m_receivedRow);
+        m_rows->addWidget(m_warningRow); // where it moves nothing that may be clicked
     }
     m_palette->SetWide(isWide);
 }
@@ -244,8 +245,7 @@ void SequenceInspector::ShowDraft() {
     m_received->setText(ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
     const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
     m_warnings->setText(warnings.join(u'\n'));
-    m_warnings->setVisible(!warnings.isEmpty());
-    m_warningIcon->setVisible(!warnings.isEmpty());
+    m_warningRow->setVisible(!warnings.isEmpty());
     if (warnings.isEmpty())
         return;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);

@@ -113,6 +113,7 @@ private:
     QLineEdit* m_received; // each press and release, in their order
     QLabel* m_warningIcon;
     QLabel* m_warnings;
+    QWidget* m_warningRow; // the two
 };
 
 } // namespace qx::views
