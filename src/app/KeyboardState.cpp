@@ -137,10 +137,14 @@ bool KeyboardState::IsKeyChanged(std::string_view section, int key) const {
 }
 
 // The keyboard is read only if there are records of interrupted writes.
-bool KeyboardState::HoldsInterrupted() const {
+bool KeyboardState::HoldsInterrupted() {
     if (!m_workbench.IsConnected())
         return false;
     try {
+        std::vector<host::DamagedRecord> damaged;
+        if (m_workbench.Records().journal.Entries(&damaged).empty() && damaged.empty())
+            return false;
+        emit Looks();
         return !m_workbench.Interrupted().empty();
     } catch (const host::Error&) {
         return true;

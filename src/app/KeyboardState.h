@@ -36,6 +36,7 @@ public:
     [[nodiscard]] bool IsKeyChanged(std::string_view section, int key) const;
 
 signals:
+    void Looks(); // at the keyboard, for an interrupted write, which can take a while
     void Changed();
 
 private:
@@ -53,7 +54,7 @@ private:
     void FindOutSoon(); // once for all changes of an action
     void FindOut();
     [[nodiscard]] Kind Compared();
-    [[nodiscard]] bool HoldsInterrupted() const;
+    [[nodiscard]] bool HoldsInterrupted();
     [[nodiscard]] const Held* HeldOf(std::string_view section) const; // null for nothing to compare
 
     Workbench& m_workbench;

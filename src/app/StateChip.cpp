@@ -16,6 +16,7 @@ StateChip::StateChip(const KeyboardState& state, const Actions& actions, QWidget
     setAutoRaise(true);
     setIconSize(iconSize() + QSize(6, 0)); // the text keeps its distance
     connect(&state, &KeyboardState::Changed, this, &StateChip::ShowState);
+    connect(&state, &KeyboardState::Looks, this, &StateChip::ShowLooking);
     connect(this, &QToolButton::clicked, this, &StateChip::Follow);
     ShowState();
 }
@@ -43,6 +44,17 @@ void StateChip::ShowState() {
         return show("changed", tr("%n change(s) not in the keyboard", nullptr, m_state.Changes()),
                     tr("Show the changes before they are written"));
     }
+}
+
+// The driver does not return to the event loop for a while. What the user does meanwhile is kept:
+// this happens by itself, perhaps while a dialog is being closed.
+void StateChip::ShowLooking() {
+    setText(tr("Looking for an interrupted write…"));
+    setToolTip({});
+    setAccessibleDescription({});
+    resize(sizeHint());
+    raise();
+    repaint();
 }
 
 void StateChip::Follow() {

@@ -23,6 +23,7 @@ signals:
 
 private:
     void ShowState();
+    void ShowLooking();
     void Follow();
 
     const KeyboardState& m_state;

@@ -1,5 +1,6 @@
 // The chip that shows whether the keyboard holds the document, and the dots on changed keys.
 #include "Desk.h"
+#include "app/KeyboardState.h"
 
 #include <QAccessible>
 
@@ -114,6 +115,51 @@ TEST(StateChip, ShowsWhatIsNotKnownAndLeadsToARemedy) {
     other.model = "magnet";
     desk.workbench.Connect(other);
     EXPECT_TRUE(desk.ShowsState("Not compared with the keyboard")) << "that was another keyboard";
+}
+
+// The text with which a button was painted last.
+class PaintedText : public QObject {
+public:
+    explicit PaintedText(QToolButton& button) : QObject(&button), m_button(button) {
+        button.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            text = m_button.text();
+        return false;
+    }
+    QString text;
+
+private:
+    QToolButton& m_button;
+};
+
+TEST(StateChip, NamesTheLookForAnInterruptedWriteBeforeTheDriverIsCalled) {
+    Desk desk;
+    auto* chip = desk.Find<QToolButton>("stateChip");
+    const PaintedText painted(*chip);
+    const auto calls = [&] { return desk.workbench.Simulated()->Calls(); };
+    std::vector<int> looks; // the driver's calls until then
+    QObject::connect(desk.window->findChild<app::KeyboardState*>(), &app::KeyboardState::Looks,
+                     chip, [&] {
+                         EXPECT_EQ(painted.text, "Looking for an interrupted write…");
+                         looks.push_back(calls());
+                     });
+    EXPECT_TRUE(desk.ShowsState("In sync"));
+    desk.workbench.ReadKeyboard();
+    EXPECT_TRUE(desk.ShowsState("In sync"));
+    EXPECT_TRUE(looks.empty()) << "no write was interrupted";
+
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 75);
+    desk.Click("key_31");
+    desk.recover = Desk::Ending::Later;
+    desk.AtStep(host::Step::Writing, [&] { desk.workbench.Simulated()->StopTransferAfter(1); });
+    desk.Write();
+    desk.workbench.Simulated()->StopTransferAfter(-1);
+    EXPECT_TRUE(desk.ShowsState("Interrupted write: settle…"));
+    ASSERT_FALSE(looks.empty());
+    EXPECT_LT(looks.front(), calls());
 }
 
 TEST(StateChip, RemembersWhatAComparisonHasFound) {

@@ -3786,6 +3786,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>A write to this keyboard was interrupted: finish it or roll it back</source>
         <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen: abschließen oder rückgängig machen</translation>
     </message>
+    <message>
+        <source>Looking for an interrupted write…</source>
+        <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
