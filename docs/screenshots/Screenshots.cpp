@@ -121,7 +121,10 @@ void Press(app::MainWindow& window, const char* name) {
 template <typename Control>
 void Edit(app::Workbench& workbench, const char* key, const std::function<void(Control&)>& change) {
     host::Section& section = *workbench.Configuration().Find(key);
-    workbench.Edit(section, [&] { change(dynamic_cast<Control&>(section.Control())); });
+    workbench.Edit(section, [&] {
+        change(dynamic_cast<Control&>(section.Control()));
+        section.Show();
+    });
 }
 
 // Help on a page, and what the search lists.

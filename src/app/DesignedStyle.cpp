@@ -135,6 +135,12 @@ void DesignedStyle::drawComplexControl(ComplexControl control, const QStyleOptio
         return draw(Lined(*number, QPalette::Mid));
     if (const auto* choice = qstyleoption_cast<const QStyleOptionComboBox*>(option))
         return draw(Lined(*choice, QPalette::Mid));
+    const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+    if (button != nullptr && button->features.testFlag(QStyleOptionToolButton::Arrow)) {
+        QStyleOptionToolButton fold = *button; // its arrow shows that it is open
+        fold.state.setFlag(State_On, false);
+        return draw(fold);
+    }
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control != CC_Slider || slider == nullptr)
         return draw(*option);

@@ -4281,7 +4281,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>%1 (absent)</source>
-        <translation>%1 (fehlt)</translation>
+        <translation>%1 (nicht vorhanden)</translation>
     </message>
 </context>
 <context>
