@@ -16,6 +16,7 @@ namespace {
 constexpr int kDarker = 140; // percent: Fusion's lines are that much darker than the window
 constexpr double kRadius = 2;
 constexpr float kTint = 0.3F;
+constexpr int kButtonPadding = 8;    // pixels
 constexpr int kTabMark = 2;          // pixels
 constexpr int kGroupTitleMargin = 3; // between a group's title and its frame
 
@@ -150,6 +151,14 @@ void DesignedStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     part.subControls = slider->subControls & SC_SliderHandle;
     part.palette.setColor(QPalette::Button, part.palette.color(QPalette::PlaceholderText));
     draw(part);
+}
+
+QSize DesignedStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                      const QSize& contents, const QWidget* widget) const {
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type != CT_PushButton)
+        return size;
+    return size.expandedTo({contents.width() + 2 * kButtonPadding, 0});
 }
 
 QIcon DesignedStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,

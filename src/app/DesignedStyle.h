@@ -23,6 +23,10 @@ public:
                      const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
+    // Long texts of buttons keep a distance from their edges, too.
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option,
+                                         const QSize& contents,
+                                         const QWidget* widget) const override;
     // In messages, those of the application.
     [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                                      const QWidget* widget) const override;

@@ -4083,7 +4083,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Add + Enter</source>
-        <translation>Anfügen + Eingabetaste</translation>
+        <translation>Anfügen + Eingabe</translation>
     </message>
     <message>
         <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
@@ -4281,7 +4281,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>%1 (absent)</source>
-        <translation>%1 (nicht vorhanden)</translation>
+        <translation>%1 (fehlt)</translation>
     </message>
 </context>
 <context>
