@@ -113,9 +113,9 @@ KeyboardModel KeyboardMemory::ModelIn(const std::filesystem::path& file) {
 }
 
 KeyboardMemory::Parts KeyboardMemory::PartsOf(const std::filesystem::path& file) {
-    const std::string bytes = files::ReadFile(file);
+    std::string bytes = files::ReadFile(file);
     try {
-        auto parts = Unseal(kKeyboardFile, bytes);
+        auto parts = Unseal(kKeyboardFile, std::move(bytes));
         const std::size_t size = parts[1].size();
         if (size != static_cast<std::size_t>(kSize))
             throw std::runtime_error("its memory has " + std::to_string(size) + " bytes");

@@ -2,6 +2,7 @@
 
 #include "qxcontrols/common/LittleEndian.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -85,18 +86,30 @@ std::string Seal(const SealedKind& kind, const std::vector<std::string>& parts) 
            LittleEndian(static_cast<Size>(content.size())) + LittleEndian(Crc32(content)) + content;
 }
 
-std::vector<std::string> Unseal(const SealedKind& kind, std::string_view bytes) {
+std::vector<std::string> Unseal(const SealedKind& kind, std::string bytes) {
     std::string_view rest = Content(kind, bytes);
-    std::vector<std::string> parts;
-    while (parts.size() < kind.parts && rest.size() >= sizeof(Size)) {
+    std::vector<std::string_view> found;
+    while (found.size() < kind.parts && rest.size() >= sizeof(Size)) {
         const auto size = FromLittleEndian<Size>(rest.data());
         if (size > rest.size() - sizeof(Size))
             break;
-        parts.emplace_back(rest.substr(sizeof(Size), size));
+        found.push_back(rest.substr(sizeof(Size), size));
         rest.remove_prefix(sizeof(Size) + size);
     }
-    if (parts.size() != kind.parts || !rest.empty())
+    if (found.size() != kind.parts || !rest.empty())
         Refuse(bytes.size() - rest.size(), "the parts do not add up");
+    // The longest part stays where it was read.
+    const auto longest = std::max_element(
+        found.begin(), found.end(),
+        [](std::string_view one, std::string_view other) { return one.size() < other.size(); });
+    std::vector<std::string> parts(found.size());
+    for (auto part = found.begin(); part != found.end(); ++part)
+        if (part != longest)
+            parts[static_cast<std::size_t>(part - found.begin())] = *part;
+    const auto start = static_cast<std::size_t>(longest->data() - bytes.data());
+    bytes.resize(start + longest->size());
+    bytes.erase(0, start);
+    parts[static_cast<std::size_t>(longest - found.begin())] = std::move(bytes);
     return parts;
 }
 

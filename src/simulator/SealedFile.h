@@ -29,6 +29,6 @@ inline constexpr SealedKind kParameterFile{"QXPARA", 2, "a keyboard's parameters
 [[nodiscard]] std::string Seal(const SealedKind& kind, const std::vector<std::string>& parts);
 
 // The parts of such a file. Throws std::runtime_error with the offset and kind of an error.
-[[nodiscard]] std::vector<std::string> Unseal(const SealedKind& kind, std::string_view bytes);
+[[nodiscard]] std::vector<std::string> Unseal(const SealedKind& kind, std::string bytes);
 
 } // namespace qx::sim

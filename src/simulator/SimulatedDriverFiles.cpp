@@ -5,14 +5,16 @@
 #include "qxcontrols/platform/AnsiText.h"
 #include "simulator/SimulatedDriver.h"
 
+#include <utility>
+
 namespace qx::sim {
 
 namespace {
 
 std::vector<std::string> PartsOf(const std::filesystem::path& file, const SealedKind& kind) {
-    const std::string bytes = files::ReadFile(file);
+    std::string bytes = files::ReadFile(file);
     try {
-        return Unseal(kind, bytes);
+        return Unseal(kind, std::move(bytes));
     } catch (const std::exception& error) {
         throw Failure(Status::FileInvalid, {.deed = files::Deed::Read,
                                             .subject = files::TextOf(file),
