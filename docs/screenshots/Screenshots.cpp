@@ -155,9 +155,9 @@ void TakeInterrupted(Camera& camera, app::MainWindow& window, app::Workbench& wo
             workbench.Simulated()->StopTransferAfter(5);
     });
     window.findChild<QWidget*>(QStringLiteral("notice"))->hide();
-    auto& settle = window.Transfers().questions.recover;
+    auto& resolve = window.Transfers().questions.recover;
     const auto ask = std::exchange(
-        settle, [](const QString&, const QString&) { return app::Transfers::Ending::Later; });
+        resolve, [](const QString&, const QString&) { return app::Transfers::Ending::Later; });
     camera.TakeDialog(
         QStringLiteral("25-review"), [&] { window.Transfers().Write(); },
         QStringLiteral("cmdWrite"));
@@ -166,8 +166,8 @@ void TakeInterrupted(Camera& camera, app::MainWindow& window, app::Workbench& wo
     camera.Take(window, QStringLiteral("25-interrupted-keys"));
     window.ShowPage(QStringLiteral("overview"));
     camera.Take(window, QStringLiteral("25-interrupted"));
-    settle = ask;
-    camera.TakeDialog(QStringLiteral("25-settle"), [&] { window.Transfers().Recover(); });
+    resolve = ask;
+    camera.TakeDialog(QStringLiteral("25-resolve"), [&] { window.Transfers().Recover(); });
 }
 
 void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench) {

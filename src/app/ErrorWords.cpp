@@ -224,8 +224,8 @@ QString CauseText(const host::Error& error) {
     case Cause::BackupOfOtherUnit:
         return Errors::tr("This backup is of %1, and according to the records this keyboard is %2.")
             .arg(Alternatives(error.names), Alternatives(error.others));
-    case Cause::WriteSettled:
-        return Errors::tr("The interrupted write has meanwhile been settled.");
+    case Cause::WriteResolved:
+        return Errors::tr("The interrupted write has meanwhile been resolved.");
     case Cause::HoldsOldOfWrite:
         return Errors::tr("The keyboard holds exactly what it held before the interrupted write "
                           "(%1), so it may be another one. The record of the write is kept.")
@@ -295,9 +295,9 @@ QString SuggestionText(const host::Error& error) {
         return {};
     case Suggestion::Recover:
         return error.holds == host::Holds::Unknown
-                   ? Errors::tr("Once the keyboard answers again, choose Keyboard > Settle "
+                   ? Errors::tr("Once the keyboard answers again, choose Keyboard > Resolve "
                                 "interrupted write.")
-                   : Errors::tr("Choose Keyboard > Settle interrupted write.");
+                   : Errors::tr("Choose Keyboard > Resolve interrupted write.");
     case Suggestion::RestoreBackup:
         return Errors::tr("The backup %1 on the Backups page has the keyboard's previous contents.")
             .arg(ToQt(error.backup));

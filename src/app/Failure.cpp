@@ -28,7 +28,7 @@ QString Lines(QStringList lines) {
 }
 
 Failure::Remedy RemedyOf(host::Suggestion suggestion) {
-    return suggestion == host::Suggestion::Recover         ? Failure::Remedy::Settle
+    return suggestion == host::Suggestion::Recover         ? Failure::Remedy::Resolve
            : suggestion == host::Suggestion::RestoreBackup ? Failure::Remedy::Backups
                                                            : Failure::Remedy::None;
 }

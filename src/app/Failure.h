@@ -21,7 +21,7 @@ struct Failure {
     QString text;    // the failure, the contents of the keyboard, the next step
     QString details; // the driver's calls, places, every fault of a document
     // That the window can offer as a button.
-    enum class Remedy { None, Settle, Backups } remedy = Remedy::None;
+    enum class Remedy { None, Resolve, Backups } remedy = Remedy::None;
 };
 
 // `what` is a sentence about the action that failed; may be empty. For an error of a write, it is

@@ -26,7 +26,7 @@ void KeyboardMenu::Fill(QMenu& menu) {
                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), &m_transfers,
                              &Transfers::Write);
     m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));
-    m_settle = menu.addAction(tr("Settle &interrupted write…"), this, &KeyboardMenu::Settle);
+    m_resolve = menu.addAction(tr("Resolve &interrupted write…"), this, &KeyboardMenu::Resolve);
     menu.addSeparator();
     menu.addAction(tr("&Connect again"), this, &KeyboardMenu::ConnectAgain);
     menu.addAction(tr("Use a &driver library…"), this, &KeyboardMenu::ChooseDriver);
@@ -35,7 +35,7 @@ void KeyboardMenu::Fill(QMenu& menu) {
 }
 
 void KeyboardMenu::Enable() {
-    for (QAction* action : {m_read, m_write, m_settle})
+    for (QAction* action : {m_read, m_write, m_resolve})
         if (action != nullptr)
             action->setEnabled(m_workbench.IsConnected());
 }
@@ -74,7 +74,7 @@ void KeyboardMenu::ChooseDriver() {
         Connect({ToPath(file), {}, {}});
 }
 
-void KeyboardMenu::Settle() {
+void KeyboardMenu::Resolve() {
     if (!m_transfers.Recover())
         emit Reported(tr("No write to this keyboard was interrupted."));
 }

@@ -22,9 +22,9 @@ public:
     void Fill(QMenu& menu);
     [[nodiscard]] QAction* ReadAction() const { return m_read; }
     [[nodiscard]] QAction* WriteAction() const { return m_write; }
-    [[nodiscard]] QAction* SettleAction() const { return m_settle; }
+    [[nodiscard]] QAction* ResolveAction() const { return m_resolve; }
 
-    // Connects the keyboard, and offers to settle an interrupted write to it.
+    // Connects the keyboard, and offers to resolve an interrupted write to it.
     bool Connect(const setup::KeyboardChoice& choice);
     void ConnectAgain() { Connect(m_workbench.Choice()); }
     // The simulated keyboard that the program was started with, or the user's own.
@@ -39,7 +39,7 @@ signals:
 
 private:
     void ChooseDriver();
-    void Settle();
+    void Resolve();
     void Enable();
 
     Workbench& m_workbench;
@@ -49,7 +49,7 @@ private:
     Failure m_failure;
     QAction* m_read = nullptr;
     QAction* m_write = nullptr;
-    QAction* m_settle = nullptr;
+    QAction* m_resolve = nullptr;
 };
 
 } // namespace qx::app

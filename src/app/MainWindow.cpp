@@ -103,8 +103,8 @@ void MainWindow::ConnectSignals() {
             });
     connect(m_transfers, &Transfers::Stopped, this, &MainWindow::Report);
     connect(m_transfers, &Transfers::Warned, this, &MainWindow::ReportWarning);
-    connect(m_transfers, &Transfers::Unsettled, this, [this](const QString& text) {
-        m_notice->Show({Notice::Kind::Warning, text, {}, OffersFor(Failure::Remedy::Settle)});
+    connect(m_transfers, &Transfers::Unresolved, this, [this](const QString& text) {
+        m_notice->Show({Notice::Kind::Warning, text, {}, OffersFor(Failure::Remedy::Resolve)});
     });
     connect(m_transfers, &Transfers::Failed, this, &MainWindow::Warn);
     connect(m_transfers, &Transfers::PlaceChosen, this, &MainWindow::GoTo);
@@ -154,7 +154,8 @@ void MainWindow::MakeAgain() {
     MakeActions();
     MakeToolBar();
     setStatusBar(m_status = new StatusLine(m_workbench));
-    auto* chip = new StateChip(*m_state, {m_keyboards->WriteAction(), m_keyboards->SettleAction()});
+    auto* chip =
+        new StateChip(*m_state, {m_keyboards->WriteAction(), m_keyboards->ResolveAction()});
     connect(chip, &StateChip::ConnectRequested, m_keyboards, &KeyboardMenu::ConnectAgain);
     m_status->insertWidget(0, chip);
     m_pages->ShowKeyboard(*m_go);
@@ -314,8 +315,8 @@ std::vector<Notice::Offer> MainWindow::OffersFor(Failure::Remedy remedy) {
     switch (remedy) {
     case Failure::Remedy::None:
         break;
-    case Failure::Remedy::Settle:
-        return {{tr("Settle…"), [this] { m_keyboards->SettleAction()->trigger(); }}};
+    case Failure::Remedy::Resolve:
+        return {{tr("Resolve…"), [this] { m_keyboards->ResolveAction()->trigger(); }}};
     case Failure::Remedy::Backups:
         return {{tr("Show backups"), [this] { ShowPage(kBackups); }}};
     }

@@ -105,7 +105,7 @@ QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {
     auto* interrupted = new QHBoxLayout(m_interrupted);
     interrupted->setContentsMargins({});
     interrupted->addWidget(new QLabel(tr("A write to this keyboard was interrupted.")));
-    interrupted->addWidget(ActionButton(commands.settle, QStringLiteral("overviewSettle")));
+    interrupted->addWidget(ActionButton(commands.resolve, QStringLiteral("overviewResolve")));
     interrupted->addStretch(1);
 
     auto* names = new QVBoxLayout;

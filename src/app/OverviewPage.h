@@ -26,7 +26,7 @@ public:
     struct Commands {
         QAction* read;
         QAction* write;
-        QAction* settle;
+        QAction* resolve;
     };
     OverviewPage(Workbench& workbench, const KeyboardState& state, const Commands& commands,
                  QWidget* parent = nullptr);

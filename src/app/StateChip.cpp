@@ -32,7 +32,7 @@ void StateChip::ShowState() {
     case Kind::NoKeyboard:
         return show("no-keyboard", tr("No keyboard"), tr("Connect the keyboard"));
     case Kind::Interrupted:
-        return show("warning", tr("Interrupted write: settle…"),
+        return show("warning", tr("Interrupted write: resolve…"),
                     tr("A write to this keyboard was interrupted: finish it or roll it back"));
     case Kind::Unknown:
         return show("keyboard", tr("Not compared with the keyboard"),
@@ -63,7 +63,7 @@ void StateChip::Follow() {
         emit ConnectRequested();
         break;
     case Kind::Interrupted:
-        m_actions.settle->trigger();
+        m_actions.resolve->trigger();
         break;
     case Kind::Unknown:
     case Kind::Same:

@@ -13,8 +13,8 @@ class StateChip : public QToolButton {
     Q_OBJECT
 public:
     struct Actions {
-        QAction* write;  // which shows the changes first
-        QAction* settle; // an interrupted write
+        QAction* write;   // which shows the changes first
+        QAction* resolve; // an interrupted write
     };
     StateChip(const KeyboardState& state, const Actions& actions, QWidget* parent = nullptr);
 

@@ -92,10 +92,10 @@ void Transfers::Read() {
             m_workbench.ReadKeyboard();
         }
         if (m_workbench.IsMixture())
-            emit Unsettled(
+            emit Unresolved(
                 tr("Keyboard to document: read all settings, but a write to this keyboard "
                    "was interrupted, so they may be a mixture of old and new ones. Choose "
-                   "Keyboard > Settle interrupted write first, then read again."));
+                   "Keyboard > Resolve interrupted write first, then read again."));
         m_hasRead = true;
         const auto differences = host::Compare(before, listed());
         const QString text =
@@ -165,7 +165,7 @@ std::optional<host::WritePlan> Transfers::Plan() {
 void Transfers::Write() {
     Attempt(tr("Nothing was written."), [this] {
         if (const auto interrupted = Interrupted(); !interrupted.empty())
-            return SettleFound(interrupted);
+            return ResolveFound(interrupted);
         if (m_workbench.IsMixture() &&
             !questions.mayWrite(
                 tr("Write to keyboard"),
@@ -242,7 +242,7 @@ Transfers::Sent Transfers::Send(const std::function<void()>& write) {
     } catch (const host::Error& error) {
         if (error.Kind() == host::ErrorKind::Stopped)
             throw;
-        if (error.suggestion != host::Suggestion::Recover || !OfferToSettle(error))
+        if (error.suggestion != host::Suggestion::Recover || !OfferToResolve(error))
             emit Failed(FailureOf({}, error));
         return error.holds == host::Holds::New ? Sent::WithFailure : Sent::Not;
     } catch (const std::exception& error) {
@@ -253,8 +253,8 @@ Transfers::Sent Transfers::Send(const std::function<void()>& write) {
     }
 }
 
-// A keyboard that does not answer can be settled only later.
-bool Transfers::OfferToSettle(const host::Error& error) {
+// A keyboard that does not answer can be resolved only later.
+bool Transfers::OfferToResolve(const host::Error& error) {
     std::vector<host::JournalEntry> writes;
     try {
         writes = m_workbench.Interrupted();
@@ -263,8 +263,8 @@ bool Transfers::OfferToSettle(const host::Error& error) {
     }
     if (writes.empty())
         return false;
-    Attempt(tr("The interrupted write could not be settled."),
-            [&] { Settle(writes, WriteFailureText(error), DetailsText(error)); });
+    Attempt(tr("The interrupted write could not be resolved."),
+            [&] { Resolve(writes, WriteFailureText(error), DetailsText(error)); });
     return true;
 }
 
@@ -275,27 +275,27 @@ std::vector<host::JournalEntry> Transfers::Interrupted() {
 
 bool Transfers::Recover() {
     bool isFound = false;
-    Attempt(tr("The interrupted write could not be settled."), [&] {
+    Attempt(tr("The interrupted write could not be resolved."), [&] {
         const auto writes = Interrupted();
         isFound = !writes.empty();
         if (isFound)
-            SettleFound(writes);
+            ResolveFound(writes);
     });
     return isFound;
 }
 
-void Transfers::SettleFound(const std::vector<host::JournalEntry>& writes) {
-    Attempt(tr("The interrupted write could not be settled."), [&] {
-        Settle(writes,
-               tr("Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of "
-                  "it.")
-                   .arg(DocumentText(writes.front().document), LocalTime(writes.front().time)),
-               {});
+void Transfers::ResolveFound(const std::vector<host::JournalEntry>& writes) {
+    Attempt(tr("The interrupted write could not be resolved."), [&] {
+        Resolve(writes,
+                tr("Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of "
+                   "it.")
+                    .arg(DocumentText(writes.front().document), LocalTime(writes.front().time)),
+                {});
     });
 }
 
-void Transfers::Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
-                       const QString& details) {
+void Transfers::Resolve(const std::vector<host::JournalEntry>& writes, const QString& why,
+                        const QString& details) {
     const QString ways = tr("Finish writing completes it; roll back restores the keyboard's "
                             "previous contents.");
     const Ending ending = questions.recover(why + QStringLiteral("\n\n") + ways, details);
@@ -336,9 +336,9 @@ void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, En
                       .arg(what));
         return emit Written();
     case Ending::Later:
-        emit Unsettled(tr("The interrupted write of %1 must be finished or rolled back before "
-                          "anything else is written: choose Keyboard > Settle interrupted write.")
-                           .arg(what));
+        emit Unresolved(tr("The interrupted write of %1 must be finished or rolled back before "
+                           "anything else is written: choose Keyboard > Resolve interrupted write.")
+                            .arg(what));
     }
 }
 

@@ -53,7 +53,7 @@ signals:
     void ReadOther(const QString& text, const std::vector<host::Difference>& differences);
     void Stopped(const QString& text); // by the user
     void Warned(const QString& text);
-    void Unsettled(const QString& text); // about an interrupted write
+    void Unresolved(const QString& text); // about an interrupted write
     void Failed(const Failure& failure);
     void Written(); // something was written and verified
     void PlaceChosen(const std::string& place);
@@ -67,7 +67,7 @@ private:
     [[nodiscard]] Sent Send(const std::function<void()>& write);
     // Lets the user recover the write that this error has interrupted; false if it cannot be
     // recovered now.
-    bool OfferToSettle(const host::Error& error);
+    bool OfferToResolve(const host::Error& error);
     // Keyboard to document after a backup was restored; reports a failure.
     bool ReadRestored();
     // The plan for writing the document. None if that requires a repair that the user does not
@@ -75,10 +75,10 @@ private:
     [[nodiscard]] std::optional<host::WritePlan> Plan();
     // The keyboard's interrupted writes.
     [[nodiscard]] std::vector<host::JournalEntry> Interrupted();
-    void SettleFound(const std::vector<host::JournalEntry>& writes);
+    void ResolveFound(const std::vector<host::JournalEntry>& writes);
     // Asks about the writes, after a text with the reason, and follows the user's answer.
-    void Settle(const std::vector<host::JournalEntry>& writes, const QString& why,
-                const QString& details);
+    void Resolve(const std::vector<host::JournalEntry>& writes, const QString& why,
+                 const QString& details);
     void EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending);
     // Whether the user wants to carry out the plan, knowing these warnings.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title,

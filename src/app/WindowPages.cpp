@@ -79,7 +79,7 @@ QWidget* WindowPages::MakeOverview() {
     KeyboardMenu* keyboards = &m_partners.keyboards;
     auto* overview = new OverviewPage(
         m_partners.workbench, m_partners.state,
-        {keyboards->ReadAction(), keyboards->WriteAction(), keyboards->SettleAction()});
+        {keyboards->ReadAction(), keyboards->WriteAction(), keyboards->ResolveAction()});
     overview->ShowFailure(keyboards->FailureToConnect());
     connect(keyboards, &KeyboardMenu::ConnectionFailed, overview, &OverviewPage::ShowFailure);
     connect(overview, &OverviewPage::ConnectAgainRequested, keyboards, &KeyboardMenu::ConnectAgain);

@@ -92,7 +92,7 @@ constexpr CauseRow kCauses[] = {
     {Cause::BackupReachedOtherwise, "backup-reached-otherwise", ErrorKind::KeyboardChanged},
     {Cause::BackupOfUnit, "backup-of-unit", ErrorKind::KeyboardChanged},
     {Cause::BackupOfOtherUnit, "backup-of-other-unit", ErrorKind::KeyboardChanged},
-    {Cause::WriteSettled, "write-settled", ErrorKind::KeyboardChanged},
+    {Cause::WriteResolved, "write-resolved", ErrorKind::KeyboardChanged},
     {Cause::HoldsOldOfWrite, "holds-old-of-write", ErrorKind::KeyboardChanged},
     {Cause::HoldsNewOfWrite, "holds-new-of-write", ErrorKind::KeyboardChanged},
     {Cause::HoldsNothingOfWrite, "holds-nothing-of-write", ErrorKind::KeyboardChanged},

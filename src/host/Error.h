@@ -129,7 +129,7 @@ enum class Cause {
     BackupReachedOtherwise, // of another keyboard, or reached in another way. names: its units
     BackupOfUnit,           // names; no record shows which unit this keyboard is
     BackupOfOtherUnit,      // names: its units; others: those of this keyboard
-    WriteSettled,           // by somebody else meanwhile
+    WriteResolved,          // by somebody else meanwhile
     HoldsOldOfWrite,        // the keyboard holds exactly what was there before it. writes
     HoldsNewOfWrite,        // the keyboard holds all of it. writes
     HoldsNothingOfWrite,    // writes

@@ -165,7 +165,7 @@ std::string CauseText(const Error& error) {
         return "this keyboard has no layered function keys";
     case Cause::UnitProcessEnded:
         return "the process that programmed it " + files::HowItEnded(error.problem) +
-               "; what the keyboard holds is not known, and the next run settles it";
+               "; what the keyboard holds is not known, and the next run resolves it";
     case Cause::EntriesUnreadable:
         return WithReason("entries of the configuration directory could not be read: " +
                               std::to_string(error.count) + ", the first of them entry " +
@@ -246,8 +246,8 @@ std::string CauseText(const Error& error) {
     case Cause::BackupOfOtherUnit:
         return "the backup is of " + Joined(error.names, " or ") +
                ", and according to the records this keyboard is " + Joined(error.others, " or ");
-    case Cause::WriteSettled:
-        return "the interrupted write has meanwhile been settled";
+    case Cause::WriteResolved:
+        return "the interrupted write has meanwhile been resolved";
     case Cause::HoldsOldOfWrite:
         return "the keyboard holds exactly what was there before the " + TheWrite(error) +
                ", so it may be another one; the record of that write is kept";

@@ -109,7 +109,7 @@ Writer::Outcome Writer::Recover(const JournalEntry& entry, Way way, bool isNamed
     const Claim claim = m_records.claims.Require(claimName);
     std::error_code ignored;
     if (!std::filesystem::exists(entry.file, ignored)) // before it was claimed
-        throw Refusal(Cause::WriteSettled);
+        throw Refusal(Cause::WriteResolved);
     const KeyboardContent now = BeforeWriting([this] { return Read(); });
     const std::string nameNow = Claims::NameOf(now.identity, m_options.origin);
     const Claim claimNow = nameNow == claimName ? nullptr : m_records.claims.Require(nameNow);

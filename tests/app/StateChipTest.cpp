@@ -108,7 +108,7 @@ TEST(StateChip, ShowsWhatIsNotKnownAndLeadsToARemedy) {
         desk.workbench.Simulated()->FailCall(1, 77, true);
     });
     desk.Write();
-    EXPECT_TRUE(desk.ShowsState("Interrupted write: settle…"));
+    EXPECT_TRUE(desk.ShowsState("Interrupted write: resolve…"));
     desk.workbench.Simulated()->FailCall(0, 0, false);
     setup::KeyboardChoice other;
     other.keyboard = desk.folder / "other.qxk";
@@ -157,7 +157,7 @@ TEST(StateChip, NamesTheLookForAnInterruptedWriteBeforeTheDriverIsCalled) {
     desk.AtStep(host::Step::Writing, [&] { desk.workbench.Simulated()->StopTransferAfter(1); });
     desk.Write();
     desk.workbench.Simulated()->StopTransferAfter(-1);
-    EXPECT_TRUE(desk.ShowsState("Interrupted write: settle…"));
+    EXPECT_TRUE(desk.ShowsState("Interrupted write: resolve…"));
     ASSERT_FALSE(looks.empty());
     EXPECT_LT(looks.front(), calls());
 }

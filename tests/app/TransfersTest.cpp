@@ -112,7 +112,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         ASSERT_EQ(desk.warnings.size(), 1);
         EXPECT_EQ(desk.warnings.back().toStdString(),
                   "The keyboard may be partly written.\nWriting to the keyboard failed.\nOnce the "
-                  "keyboard answers again, choose Keyboard > Settle interrupted write.");
+                  "keyboard answers again, choose Keyboard > Resolve interrupted write.");
         const auto access =
             desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
         desk.workbench.Simulated()->Poke(access, "\x09"); // only one byte has arrived
@@ -225,10 +225,10 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
             continue;
         }
         desk.Page("overview");
-        EXPECT_TRUE(desk.ShowsState("Interrupted write: settle…"));
-        EXPECT_NO_THROW(desk.Find<QWidget>("overviewSettle"));
-        EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Settle interrupted write")));
-        EXPECT_EQ(desk.Find<QPushButton>("noticeOffer")->text(), "Settle…");
+        EXPECT_TRUE(desk.ShowsState("Interrupted write: resolve…"));
+        EXPECT_NO_THROW(desk.Find<QWidget>("overviewResolve"));
+        EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Resolve interrupted write")));
+        EXPECT_EQ(desk.Find<QPushButton>("noticeOffer")->text(), "Resolve…");
         const std::string mixture = desk.Held();
         desk.unsaved = DocumentMenu::Answer::Discard;
         desk.window->Transfers().Read();

@@ -777,8 +777,8 @@
         <translation>Diese Sicherung stammt von %1; nach den Aufzeichnungen gehört diese Tastatur zu %2.</translation>
     </message>
     <message>
-        <source>The interrupted write has meanwhile been settled.</source>
-        <translation>Der unterbrochene Schreibvorgang wurde inzwischen bereinigt.</translation>
+        <source>The interrupted write has meanwhile been resolved.</source>
+        <translation>Der unterbrochene Schreibvorgang wurde inzwischen geklärt.</translation>
     </message>
     <message>
         <source>The keyboard holds exactly what it held before the interrupted write (%1), so it may be another one. The record of the write is kept.</source>
@@ -817,8 +817,8 @@
         <translation>%1 hat Fehler: %2</translation>
     </message>
     <message>
-        <source>Choose Keyboard &gt; Settle interrupted write.</source>
-        <translation>Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
+        <source>Choose Keyboard &gt; Resolve interrupted write.</source>
+        <translation>Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>The backup %1 on the Backups page has the keyboard&apos;s previous contents.</source>
@@ -913,8 +913,8 @@
         <translation>%1 für %2, %3</translation>
     </message>
     <message>
-        <source>Once the keyboard answers again, choose Keyboard &gt; Settle interrupted write.</source>
-        <translation>Sobald die Tastatur wieder antwortet, wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
+        <source>Once the keyboard answers again, choose Keyboard &gt; Resolve interrupted write.</source>
+        <translation>Sobald die Tastatur wieder antwortet, wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>an untitled document</source>
@@ -1435,7 +1435,7 @@
     </message>
     <message>
         <source>The whole memory of settings, as the driver keeps it in a file. Read the keyboard afterwards to see its new contents.</source>
-        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie danach die Tastatur, um den neuen Inhalt zu sehen.</translation>
+        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie nach „Datei in Tastatur“ die Tastatur, um den neuen Inhalt zu sehen.</translation>
     </message>
     <message>
         <source>Keyboard to file…</source>
@@ -1840,8 +1840,8 @@
         <translation>Dokument in Tastatur: prüfen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
     </message>
     <message>
-        <source>Settle &amp;interrupted write…</source>
-        <translation>&amp;Unterbrochenen Schreibvorgang bereinigen …</translation>
+        <source>Resolve &amp;interrupted write…</source>
+        <translation>&amp;Unterbrochenen Schreibvorgang klären …</translation>
     </message>
     <message>
         <source>&amp;Connect again</source>
@@ -2145,8 +2145,8 @@
         <translation>Wie aus der Tastatur gelesen</translation>
     </message>
     <message>
-        <source>Settle…</source>
-        <translation>Bereinigen …</translation>
+        <source>Resolve…</source>
+        <translation>Klären …</translation>
     </message>
     <message>
         <source>Show backups</source>
@@ -3115,8 +3115,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Nimmt die Tasten auf, die Sie an der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
     </message>
     <message>
-        <source>Each key that you press is recorded. Pause stops the recording.</source>
-        <translation>Jede Taste, die Sie drücken, wird aufgenommen. Pause beendet die Aufnahme.</translation>
+        <source>Each key that you press is recorded. The Pause key ends the recording.</source>
+        <translation>Jede Taste, die Sie drücken, wird aufgenommen. Die Taste Pause beendet die Aufnahme.</translation>
     </message>
     <message>
         <source>The PC &amp;receives</source>
@@ -3394,7 +3394,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Records the keys that are pressed on this PC&apos;s keyboard. Pause stops it.</source>
-        <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Pause beendet die Aufnahme.</translation>
+        <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Die Taste Pause beendet die Aufnahme.</translation>
     </message>
     <message>
         <source>Finds actions, pages, keys, settings and preferences by name.</source>
@@ -3779,8 +3779,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Änderungen anzeigen, bevor sie geschrieben werden</translation>
     </message>
     <message>
-        <source>Interrupted write: settle…</source>
-        <translation>Unterbrochener Schreibvorgang: bereinigen …</translation>
+        <source>Interrupted write: resolve…</source>
+        <translation>Unterbrochener Schreibvorgang: klären …</translation>
     </message>
     <message>
         <source>A write to this keyboard was interrupted: finish it or roll it back</source>
@@ -3934,7 +3934,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Press keys, swipe cards and scan codes on a copy of the keyboard. It follows the rules of the simulated keyboard; the keyboard itself is only read.</source>
-        <translation>Drücken Sie Tasten, ziehen Sie Karten durch und lesen Sie Codes an einer Kopie der Tastatur. Sie folgt den Regeln der simulierten Tastatur; die Tastatur selbst wird nur gelesen.</translation>
+        <translation>Drücken Sie Tasten, ziehen Sie Karten durch und lesen Sie Codes an einer Kopie der Tastatur. Die Kopie folgt den Regeln der simulierten Tastatur; die Tastatur selbst wird nur gelesen.</translation>
     </message>
     <message>
         <source>Testing needs a keyboard. Choose the simulated one in the Keyboard menu.</source>
@@ -4125,8 +4125,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Tastatur wird gelesen …</translation>
     </message>
     <message>
-        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard &gt; Settle interrupted write first, then read again.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“ und lesen Sie dann noch einmal.</translation>
+        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard &gt; Resolve interrupted write first, then read again.</source>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur &gt; Unterbrochenen Schreibvorgang klären“ und lesen Sie dann noch einmal.</translation>
     </message>
     <message>
         <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
@@ -4199,8 +4199,8 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
     </message>
     <message>
-        <source>The interrupted write could not be settled.</source>
-        <translation>Der unterbrochene Schreibvorgang konnte nicht bereinigt werden.</translation>
+        <source>The interrupted write could not be resolved.</source>
+        <translation>Der unterbrochene Schreibvorgang konnte nicht geklärt werden.</translation>
     </message>
     <message>
         <source>Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of it.</source>
@@ -4231,8 +4231,8 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Der unterbrochene Schreibvorgang (%1) ist rückgängig gemacht: Die Tastatur hat wieder ihren vorigen Inhalt; durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
-        <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Settle interrupted write.</source>
-        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird: Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang bereinigen“.</translation>
+        <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Resolve interrupted write.</source>
+        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird: Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
