@@ -2,7 +2,21 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace qx::views {
+
+namespace {
+
+// Black or white, whichever has more contrast.
+QColor TextOn(const QColor& ground) {
+    const auto linear = [](double part) { return std::pow(part, 2.2); };
+    const double luminance = 0.2126 * linear(ground.redF()) + 0.7152 * linear(ground.greenF()) +
+                             0.0722 * linear(ground.blueF());
+    return luminance > 0.18 ? Qt::black : Qt::white;
+}
+
+} // namespace
 
 ColorSwatch::ColorSwatch(QWidget* parent) : QAbstractButton(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -36,7 +50,7 @@ void ColorSwatch::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(QPen(palette().color(QPalette::Mid), 1));
     painter.setBrush(m_color);
     painter.drawRoundedRect(inner, 3, 3);
-    painter.setPen(m_color.lightnessF() > 0.55F || m_color.green() > 170 ? Qt::black : Qt::white);
+    painter.setPen(TextOn(m_color));
     QFont font = this->font();
     font.setBold(isChecked());
     painter.setFont(font);
