@@ -1,5 +1,7 @@
 #include "app/QuickFind.h"
 
+#include "views/RoomyRows.h"
+
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -137,7 +139,7 @@ QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* paren
     m_popup->setFocusProxy(this);
     m_popup->setObjectName(QStringLiteral("quickFindResults"));
     m_popup->setAccessibleName(tr("Found"));
-    m_popup->setAlternatingRowColors(true);
+    m_popup->setItemDelegate(new views::RoomyRows(m_popup));
     m_popup->setTextElideMode(Qt::ElideRight);
     m_popup->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QLineEdit::textEdited, this, &QuickFind::Search);
@@ -208,7 +210,7 @@ void QuickFind::AddFound(std::size_t index) {
     if (!findable.detail.isEmpty())
         text += QStringLiteral(" — ") + findable.detail;
     if (!findable.shortcut.isEmpty())
-        text += QStringLiteral("  (%1)").arg(findable.shortcut);
+        text += QStringLiteral(" (%1)").arg(findable.shortcut);
     auto* item = new QListWidgetItem(text, m_popup);
     item->setData(kIndexRole, static_cast<qulonglong>(index));
 }
@@ -217,7 +219,7 @@ void QuickFind::ShowPopup() {
     int height = 2 * m_popup->frameWidth();
     for (int row = 0; row < m_popup->count(); ++row)
         height += m_popup->sizeHintForRow(row);
-    const QPoint below = mapToGlobal(QPoint(0, this->height()));
+    const QPoint below = mapToGlobal(QPoint(0, this->height() + 1));
     m_popup->setGeometry(QRect(below, QSize(std::max(width(), kPopupWidth), height)));
     m_popup->show();
 }
