@@ -307,7 +307,8 @@ QString Workbench::KeyboardName() const {
     return IsConnected() ? ToQt(m_session->Keyboard().name) : QString();
 }
 
-host::ConfigurationDocument Workbench::Document() const {
+host::ConfigurationDocument Workbench::Document() {
+    const Busy busy(*this); // some controls show themselves when they are written
     if (IsConnected())
         return m_configuration->Write(m_history->Sections(), m_session->Keyboard());
     host::ConfigurationDocument document = m_history->Document();

@@ -136,7 +136,7 @@ public:
     [[nodiscard]] QString KeyboardName() const;
     void SaveDocument(const std::filesystem::path& file);
     // The document as it would be saved.
-    [[nodiscard]] host::ConfigurationDocument Document() const;
+    [[nodiscard]] host::ConfigurationDocument Document();
     // Whether it was read from a keyboard while a write to that was interrupted.
     [[nodiscard]] bool IsMixture() const { return m_isMixture; }
     [[nodiscard]] const std::filesystem::path& File() const { return m_file; }

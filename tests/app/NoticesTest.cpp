@@ -30,6 +30,8 @@ TEST(Notices, AFailureStandsAloneAndGoesWithTheNextActionOfAnAccessibilityTool) 
                                            "Reading from the keyboard failed.");
     WaitForTheUser();
     EXPECT_FALSE(desk.Notice().isEmpty()) << "waiting is no action";
+    (void)desk.workbench.Document();
+    EXPECT_FALSE(desk.Notice().isEmpty()) << "nor is a copy of the unsaved changes";
     desk.Page("overview");
     FailToRead(desk);
     WaitForTheUser();
