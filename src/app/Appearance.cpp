@@ -20,7 +20,7 @@ QPalette PaletteOf(bool isDark) {
     QPalette palette(isDark ? QColor(0x33, 0x37, 0x3D) : QColor(0xE9, 0xEB, 0xEE), window);
     const QColor text = isDark ? QColor(0xE8, 0xEA, 0xED) : QColor(0x1B, 0x1E, 0x22);
     const QColor faint = isDark ? QColor(0xA4, 0xA9, 0xB0) : QColor(0x5B, 0x62, 0x6B);
-    const QColor disabled = isDark ? QColor(0x7C, 0x81, 0x88) : QColor(0x7F, 0x85, 0x8D);
+    const QColor disabled = isDark ? QColor(0x8A, 0x8F, 0x96) : QColor(0x7F, 0x85, 0x8D);
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, text);
@@ -41,7 +41,9 @@ QPalette PaletteOf(bool isDark) {
     palette.setColor(QPalette::HighlightedText, isDark ? Qt::black : Qt::white);
     palette.setColor(QPalette::Link, isDark ? QColor(0x6F, 0xA8, 0xF5) : QColor(0x1D, 0x5F, 0xBF));
     palette.setColor(QPalette::LinkVisited, palette.color(QPalette::Link));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, disabled);
+    palette.setColor(QPalette::Disabled, QPalette::Button, window); // flatter: the text is read
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, groups);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, text);
     return palette;
 }
 

@@ -19,6 +19,8 @@ namespace {
 
 using host::Step;
 
+constexpr int kWhole = 100; // of the progress of one step
+
 // A word for the row of steps, and a sentence while it goes on.
 struct StepTexts {
     QString name;
@@ -75,16 +77,24 @@ bool IsInput(QEvent::Type type) {
 
 } // namespace
 
-// Drops the user's input, except into one button, which Esc presses too.
+// Drops the user's input, except into one button, which Esc presses too. All else in the window is
+// disabled.
 class WorkBar::InputHold : public QObject {
 public:
-    explicit InputHold(QPushButton& exception)
+    InputHold(QWidget& bar, QPushButton& exception)
         : m_exception(exception), m_focus(QApplication::focusWidget()) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
         qApp->installEventFilter(this);
+        if (m_focus != nullptr)
+            m_focus->clearFocus(); // else it moves on through all that is being disabled
+        for (QWidget* part = &bar; !part->isWindow(); part = part->parentWidget())
+            DisableBeside(*part);
     }
     ~InputHold() override {
         QApplication::restoreOverrideCursor();
+        for (QWidget* each : m_disabled)
+            if (each != nullptr)
+                each->setEnabled(true);
         if (m_focus != nullptr && m_focus->isVisible())
             m_focus->setFocus();
     }
@@ -104,8 +114,18 @@ protected:
     }
 
 private:
+    void DisableBeside(const QWidget& part) {
+        for (QWidget* each :
+             part.parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (each != &part && !each->isWindow() && each->isEnabled()) {
+                each->setEnabled(false);
+                m_disabled.emplace_back(each);
+            }
+    }
+
     QPushButton& m_exception;
     QPointer<QWidget> m_focus; // before
+    std::vector<QPointer<QWidget>> m_disabled;
 };
 
 WorkBar::WorkBar(Workbench& workbench, QWidget* parent)
@@ -151,16 +171,18 @@ WorkBar::WorkBar(Workbench& workbench, QWidget* parent)
 WorkBar::~WorkBar() = default;
 
 void WorkBar::Begin(const QString& text, Work work) {
-    m_hold = std::make_unique<InputHold>(*m_stop);
+    m_hold = std::make_unique<InputHold>(*this, *m_stop);
     m_doing = text;
     m_planned = StepsOf(work);
+    m_stepsDone = 0;
     m_text->setText(text);
     m_steps->setVisible(!m_planned.empty());
     m_stop->setVisible(!m_planned.empty());
     m_stop->setEnabled(true);
     m_stop->setText(tr("Cancel"));
     m_stop->setToolTip(tr("Nothing is written until the step Write begins"));
-    m_progress->setRange(0, 0); // until the driver reports how far it is
+    m_progress->setRange(0, kWhole * std::max(1, static_cast<int>(m_planned.size())));
+    m_progress->setValue(0);
     if (!m_planned.empty())
         ShowSteps(m_planned.front());
     show();
@@ -179,6 +201,7 @@ void WorkBar::ShowSteps(Step now) {
                  : step == now ? QStringLiteral("<b>● %1</b>").arg(name)
                                : QStringLiteral("○ ") + name;
     }
+    m_stepsDone = static_cast<int>(std::ranges::find(m_planned, now) - m_planned.begin());
     m_steps->setText(steps.join(QStringLiteral("&nbsp;&nbsp; → &nbsp;&nbsp;")));
 }
 
@@ -187,6 +210,7 @@ void WorkBar::ShowStep(Step step) {
         return;
     m_text->setText(m_doing + QLatin1Char('\n') + TextsOf(step).sentence);
     ShowSteps(step);
+    m_progress->setValue(m_stepsDone * kWhole);
     if (step == Step::Writing) {
         m_stop->setEnabled(false);
         m_stop->setText(tr("Cannot be cancelled now"));
@@ -198,8 +222,7 @@ void WorkBar::ShowStep(Step step) {
 void WorkBar::ShowProgress(int percent) {
     if (m_hold == nullptr)
         return;
-    m_progress->setRange(0, 100);
-    m_progress->setValue(percent);
+    m_progress->setValue(m_stepsDone * kWhole + percent);
     PaintAtOnce();
 }
 

@@ -2,7 +2,8 @@
 // and its progress.
 //
 // While it is shown, the program is busy: the window is painted whenever the driver reports
-// progress and at each step, but takes no input except the one to stop a write.
+// progress and at each step, but takes no input except the one to stop a write; all else is
+// disabled.
 #pragma once
 
 #include "app/Workbench.h"
@@ -42,6 +43,7 @@ private:
     QPushButton* m_stop;
     QString m_doing;
     std::vector<host::Step> m_planned;
+    int m_stepsDone = 0;               // of these
     std::unique_ptr<InputHold> m_hold; // while the work goes on
 };
 

@@ -95,6 +95,14 @@ TEST_P(AppearanceTest, TextsAreReadAndDisabledOnesLookDisabled) {
         EXPECT_GE(disabled, kSeen) << ground;
         EXPECT_LE(disabled, enabled / 2) << ground;
     }
+    QPushButton button;
+    button.setEnabled(false);
+    const QImage picture = Picture(button);
+    for (const int y : {3, picture.height() - 4}) // the lightest and the darkest
+        EXPECT_GE(Contrast(picture.pixelColor(picture.width() / 2, y),
+                           Color(QPalette::ButtonText, QPalette::Disabled)),
+                  kSeen)
+            << y;
     EXPECT_GE(Contrast(Color(QPalette::PlaceholderText), Color(QPalette::Base)), 4.5);
     EXPECT_GE(Contrast(Color(QPalette::HighlightedText), Color(QPalette::Highlight)), 4.5);
 }

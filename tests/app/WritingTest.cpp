@@ -4,8 +4,11 @@
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 
 #include <QListWidget>
+#include <QMenuBar>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
+#include <QToolBar>
 
 namespace qx::test {
 namespace {
@@ -20,6 +23,11 @@ protected:
     [[nodiscard]] QPushButton& StopButton() const {
         return *desk.window->findChild<QPushButton*>(QStringLiteral("cmdStop"));
     }
+    std::vector<QWidget*> Others() { // beside what shows the write
+        return {desk.window->menuBar(), desk.window->findChild<QToolBar*>(),
+                desk.window->findChild<QWidget*>(QStringLiteral("pages")),
+                desk.window->findChild<QSlider*>(QStringLiteral("slidOutputDelay"))};
+    }
     std::string Held() { return desk.Memory(MODULE_MAGNET_CONFIG, 0, 1); }
 
     Desk desk;
@@ -28,6 +36,7 @@ protected:
 TEST_F(Writing, ShowsItsSteps) {
     const auto* work = desk.window->findChild<QLabel*>(QStringLiteral("lblWork"));
     const auto* steps = desk.window->findChild<QLabel*>(QStringLiteral("lblSteps"));
+    const auto* progress = desk.window->findChild<QProgressBar*>(QStringLiteral("progress"));
     QStringList shown;
     QString current;
     std::string held;
@@ -37,6 +46,9 @@ TEST_F(Writing, ShowsItsSteps) {
         EXPECT_EQ(desk.workbench.Records().backups.List().size(),
                   step == host::Step::SavingBackup ? 0U : 1U);
         EXPECT_EQ(StopButton().isEnabled(), step < host::Step::Writing);
+        EXPECT_EQ(progress->value(), progress->maximum() / 4 * static_cast<int>(step));
+        for (const QWidget* other : Others())
+            EXPECT_FALSE(other->isEnabled()) << other->metaObject()->className();
         shown.append(work->text().section('\n', 1).section(' ', 0, 0));
         current += steps->text().section("● ", 1).section('<', 0, 0) + '.';
         held += Held();
@@ -46,6 +58,8 @@ TEST_F(Writing, ShowsItsSteps) {
     EXPECT_EQ(current, "Back up.Check.Write.Read back.");
     EXPECT_EQ(held, Bytes("06 06 06 09"));
     EXPECT_FALSE(work->isVisible());
+    for (const QWidget* other : Others())
+        EXPECT_TRUE(other->isEnabled()) << other->metaObject()->className();
 }
 
 TEST_F(Writing, IsCancelledUntilItsFirstByte) {
