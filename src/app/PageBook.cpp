@@ -28,7 +28,7 @@ constexpr int kIconSize = 20;
 constexpr double kHeadingScale = 0.85;
 constexpr int kCountMargin = 8;
 
-// Draws the count at the right.
+// Draws the count at the right, and the titles and icons of absent pages dimmed.
 class CountingDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -46,6 +46,13 @@ public:
         painter->drawText(option.rect.adjusted(0, 0, -kCountMargin, 0),
                           Qt::AlignRight | Qt::AlignVCenter, QString::number(count));
         painter->restore();
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!index.data(kPresentRole).toBool() && !option->state.testFlag(QStyle::State_Selected))
+            option->state.setFlag(QStyle::State_Enabled, false);
     }
 };
 
@@ -108,9 +115,9 @@ void PageBook::Add(const QString& id, const QString& title, const QIcon& icon,
                    std::function<QWidget*()> make) {
     auto* item = new QListWidgetItem(icon, title, m_list);
     item->setData(kIdRole, id);
-    item->setData(kPresentRole, true);
     item->setSizeHint(QSize(0, m_list->fontMetrics().height() + 10));
     m_leaves.push_back({std::move(make), nullptr});
+    SetPresent(id, true);
 }
 
 void PageBook::AddHeading(const QString& title) {
@@ -127,14 +134,14 @@ void PageBook::AddHeading(const QString& title) {
     m_leaves.push_back({{}, nullptr});
 }
 
-void PageBook::SetTitle(const QString& id, const QString& title, bool isPresent) {
+void PageBook::SetPresent(const QString& id, bool isPresent) {
     QListWidgetItem* item = ItemOf(id);
     if (item == nullptr)
         return;
-    item->setText(title);
     item->setData(kPresentRole, isPresent);
-    item->setForeground(
-        palette().brush(isPresent ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    const QString name = isPresent ? item->text() : tr("%1 (absent)").arg(item->text());
+    item->setData(Qt::AccessibleTextRole, name);
+    item->setToolTip(isPresent ? QString() : name);
 }
 
 void PageBook::SetCount(const QString& id, int count) {
@@ -148,8 +155,7 @@ void PageBook::SetCount(const QString& id, int count) {
 void PageBook::FitList() {
     const QFontMetrics metrics = m_list->fontMetrics();
     const int countWidth = metrics.horizontalAdvance(QStringLiteral("000")) + kCountMargin;
-    // The marks of absent modules come and go with the keyboard; the pages stay where they are.
-    int width = std::max(m_aboveList->sizeHint().width(), m_list->minimumWidth());
+    int width = m_aboveList->sizeHint().width();
     for (int row = 0; row < m_list->count(); ++row)
         width = std::max(width, metrics.horizontalAdvance(m_list->item(row)->text()) + kIconSize +
                                     2 * m_list->frameWidth() + kListMargin + countWidth);
@@ -191,7 +197,8 @@ std::vector<PageBook::Listed> PageBook::Pages() const {
     for (int row = 0; row < m_list->count(); ++row) {
         const QListWidgetItem* item = m_list->item(row);
         if (const QString id = item->data(kIdRole).toString(); !id.isEmpty())
-            pages.push_back({id, item->text(), item->data(kPresentRole).toBool()});
+            pages.push_back({id, item->data(Qt::AccessibleTextRole).toString(),
+                             item->data(kPresentRole).toBool()});
     }
     return pages;
 }

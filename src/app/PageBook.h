@@ -30,8 +30,8 @@ public:
              std::function<QWidget*()> make);
     // A line above the pages that are added next.
     void AddHeading(const QString& title);
-    // Names the page in the list; one that the keyboard has nothing for is dimmed and folded away.
-    void SetTitle(const QString& id, const QString& title, bool isPresent);
+    // A page that the keyboard has nothing for is dimmed and folded away.
+    void SetPresent(const QString& id, bool isPresent);
     // The number beside the title; 0 for none.
     void SetCount(const QString& id, int count);
     // Makes the list as wide as its titles, and folds absent pages away.
@@ -39,7 +39,7 @@ public:
 
     struct Listed {
         QString id;
-        QString title;
+        QString title; // "(absent)" follows if it is
         bool isPresent;
     };
     [[nodiscard]] std::vector<Listed> Pages() const; // as they are listed

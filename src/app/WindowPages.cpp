@@ -146,12 +146,9 @@ void WindowPages::ShowAgain(const Spot& spot) {
 }
 
 void WindowPages::ShowKeyboard(QMenu& go) {
-    for (const auto& section : m_partners.workbench.Configuration().Sections()) {
-        const bool isThere = m_partners.workbench.Has(*section);
-        const QString title = SectionTitle(section->Info().key);
-        m_book->SetTitle(ToQt(std::string(section->Info().key)),
-                         isThere ? title : tr("%1 (absent)").arg(title), isThere);
-    }
+    for (const auto& section : m_partners.workbench.Configuration().Sections())
+        m_book->SetPresent(ToQt(std::string(section->Info().key)),
+                           m_partners.workbench.Has(*section));
     m_book->FitList();
     FillMenu(go);
 }

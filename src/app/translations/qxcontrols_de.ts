@@ -2339,6 +2339,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
             <numerusform>%n Module, die diese Tastatur nicht hat</numerusform>
         </translation>
     </message>
+    <message>
+        <source>%1 (absent)</source>
+        <translation>%1 (nicht vorhanden)</translation>
+    </message>
 </context>
 <context>
     <name>PosFace</name>
@@ -4278,10 +4282,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Preferences</source>
         <translation>Voreinstellungen</translation>
-    </message>
-    <message>
-        <source>%1 (absent)</source>
-        <translation>%1 (fehlt)</translation>
     </message>
 </context>
 <context>
