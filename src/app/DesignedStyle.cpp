@@ -114,6 +114,9 @@ void DesignedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 
 void DesignedStyle::drawControl(ControlElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const {
+    const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+    if (element == CE_ToolButtonLabel && button != nullptr)
+        return DrawLabel(*button, painter, widget);
     const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
     if (element != CE_TabBarTabShape || tab == nullptr)
         return QProxyStyle::drawControl(element, option, painter, widget);
@@ -125,6 +128,22 @@ void DesignedStyle::drawControl(ControlElement element, const QStyleOption* opti
         painter->fillRect(QRect(rect.left() + 1, rect.top(), rect.width() - 2, kTabMark),
                           tab->palette.color(QPalette::Highlight));
     }
+}
+
+// In a button with a frame, the icon and the text beside it are in its middle.
+void DesignedStyle::DrawLabel(const QStyleOptionToolButton& button, QPainter* painter,
+                              const QWidget* widget) const {
+    constexpr int kAroundIcon = 4; // which QToolButton adds to its width
+    QStyleOptionToolButton label = button;
+    if (!button.icon.isNull() && !button.text.isEmpty() &&
+        !button.state.testFlag(State_AutoRaise) &&
+        button.toolButtonStyle == Qt::ToolButtonTextBesideIcon) {
+        const int text = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
+        const int content = button.iconSize.width() + kAroundIcon + text;
+        label.rect.setWidth(content + kAroundIcon / 2); // as much behind it as before it
+        label.rect.moveCenter(button.rect.center());
+    }
+    QProxyStyle::drawControl(CE_ToolButtonLabel, &label, painter, widget);
 }
 
 void DesignedStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -10,6 +10,8 @@
 
 #include <utility>
 
+class QStyleOptionToolButton;
+
 namespace qx::app {
 
 class DesignedStyle : public QProxyStyle {
@@ -32,6 +34,8 @@ public:
                                      const QWidget* widget) const override;
 
 private:
+    void DrawLabel(const QStyleOptionToolButton& button, QPainter* painter,
+                   const QWidget* widget) const;
     template <typename Option>
     [[nodiscard]] Option Lined(const Option& option, QPalette::ColorRole line) const;
 

@@ -33,6 +33,10 @@ QToolButton* MakeTool(const char* name, const char* icon) {
     return button;
 }
 
+QIcon IconOf(const QToolButton& recorder, const char* idle) {
+    return LineIcon(QString::fromLatin1(recorder.isChecked() ? "stop" : idle));
+}
+
 } // namespace
 
 SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
@@ -81,7 +85,7 @@ void SequenceInspector::MakeParts() {
     m_back = MakeTool("removeLast", "previous");
     m_clear = MakeTool("clearKeys", "delete");
     m_record = MakeTool("record", "record");
-    m_device = MakeTool("recordDevice", "record");
+    m_device = MakeTool("recordDevice", "keyboard");
     m_text = new TextEntry;
     m_recording = new QLabel;
     m_fault = new FaultLabel;
@@ -351,9 +355,11 @@ void SequenceInspector::ShowTexts() {
     m_clear->setText(tr("Clear"));
     m_clear->setToolTip(tr("Remove all keys of the sequence"));
     m_record->setText(m_record->isChecked() ? tr("Stop recording") : tr("Record"));
+    m_record->setIcon(IconOf(*m_record, "record"));
     m_record->setToolTip(
         tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
     m_device->setText(m_device->isChecked() ? tr("Stop recording") : tr("From the device"));
+    m_device->setIcon(IconOf(*m_device, "keyboard"));
     m_device->setToolTip(tr("Record the keys that you press on the connected keyboard, which does "
                             "not type meanwhile"));
     m_recording->setText(
