@@ -13,6 +13,8 @@ namespace qx::app {
 
 namespace {
 
+constexpr int kWidth = 432; // of a choice
+
 // A button with a title and a description below it.
 class ChoiceButton : public QPushButton {
 public:
@@ -38,8 +40,10 @@ public:
         setAccessibleDescription(description);
     }
 
-    [[nodiscard]] QSize sizeHint() const override { return layout()->totalSizeHint(); }
-    [[nodiscard]] QSize minimumSizeHint() const override { return layout()->totalMinimumSize(); }
+    [[nodiscard]] QSize sizeHint() const override {
+        return {kWidth, layout()->totalHeightForWidth(kWidth)};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
 } // namespace
@@ -50,7 +54,6 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(24, 20, 24, 20);
     column->setSpacing(10);
-    setMinimumWidth(480);
     auto* question = new QLabel(tr("What would you like to begin with?"));
     QFont font = question->font();
     font.setPointSizeF(font.pointSizeF() * 1.3);

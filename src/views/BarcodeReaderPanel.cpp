@@ -11,7 +11,7 @@ BarcodeReaderPanel::BarcodeReaderPanel(QXBarcode& control, QWidget* parent)
     : QWidget(parent), m_control(control) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(20);
+    column->setSpacing(16);
     auto* hint = new QLabel;
     hint->setWordWrap(true);
     m_bindings.Bind(hint, QStringLiteral("lblHint"), m_control.lblHint);
@@ -19,8 +19,7 @@ BarcodeReaderPanel::BarcodeReaderPanel(QXBarcode& control, QWidget* parent)
 
     for (Integer nIndex = 0; nIndex < 2; ++nIndex) {
         const auto i = static_cast<std::size_t>(nIndex);
-        auto* grid = new QGridLayout;
-        const SequenceRow row(*grid, 0);
+        const SequenceRow row(*column);
         m_bindings.Bind(row.use, ChildName("chkReader", nIndex), m_control.chkReader[i],
                         [this, nIndex] { m_control.chkReader_Click(nIndex); });
         m_bindings.Bind(row.keys, ChildName("lblReader", nIndex), m_control.lblReader[i]);
@@ -31,7 +30,6 @@ BarcodeReaderPanel::BarcodeReaderPanel(QXBarcode& control, QWidget* parent)
         m_bindings.OnShow([row] { row.ShowAccessibleNames(); });
         connect(row.keys, &SequenceLabel::KeyDown, this,
                 [this, nIndex](Integer KeyCode) { m_control.lblReader_KeyDown(nIndex, KeyCode); });
-        column->addLayout(grid);
     }
 
     auto* details = new QCheckBox;

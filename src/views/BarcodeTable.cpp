@@ -66,6 +66,7 @@ void BarcodeTable::AddRow(BarcodePage page) {
     const int line = m_grid->rowCount();
     const BarcodeOptionPage& settings = m_control.BitPage(page);
     auto* flow = new FlowLayout(kColumnGap, row.box, 0);
+    flow->AlignInColumns();
     for (Integer nID = 0; nID < settings.OptionNum(); ++nID) {
         row.options.push_back(MakeOption(page, nID));
         if (nID > 0 || !IsSymbology(page))

@@ -42,6 +42,13 @@ int FlowLayout::Arrange(const QRect& rect, bool isPlaced) const {
     int left = area.left();
     int top = area.top();
     int lineHeight = 0;
+    int column = 1;
+    if (m_isAligned && !m_items.empty())
+        column = spacing() + (*std::ranges::min_element(
+                                  m_items, {},
+                                  [](const QLayoutItem* item) { return item->sizeHint().width(); }))
+                                 ->sizeHint()
+                                 .width();
     for (QLayoutItem* item : m_items) {
         if (item->isEmpty()) // a hidden widget
             continue;
@@ -53,7 +60,9 @@ int FlowLayout::Arrange(const QRect& rect, bool isPlaced) const {
         }
         if (isPlaced)
             item->setGeometry({QPoint(left, top), size});
-        left += size.width() + spacing();
+        // Slightly wider ones leave a smaller space.
+        const int needed = size.width() + (m_isAligned ? spacing() / 3 : spacing());
+        left += (needed + column - 1) / column * column;
         lineHeight = std::max(lineHeight, size.height());
     }
     return top + lineHeight - rect.top() + contentsMargins().bottom();

@@ -13,6 +13,9 @@ public:
     explicit FlowLayout(int spacing, QWidget* parent = nullptr, int lineSpacing = -1);
     ~FlowLayout() override;
 
+    // Widgets begin at multiples of the narrowest one's width, so that lines look like a table.
+    void AlignInColumns() { m_isAligned = true; }
+
     void addItem(QLayoutItem* item) override { m_items.append(item); }
     [[nodiscard]] int count() const override { return static_cast<int>(m_items.size()); }
     [[nodiscard]] QLayoutItem* itemAt(int index) const override { return m_items.value(index); }
@@ -30,6 +33,7 @@ private:
 
     QList<QLayoutItem*> m_items;
     int m_lineSpacing;
+    bool m_isAligned = false;
 };
 
 } // namespace qx::views

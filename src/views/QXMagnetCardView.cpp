@@ -13,23 +13,22 @@ namespace qx::views {
 QXMagnetCardView::QXMagnetCardView(QXMagnetCard& control, QWidget* parent)
     : QWidget(parent), m_control(control) {
     QGroupBox* options = MakeOptions();
-    auto* caption = new QLabel;
+    auto* tracks = new QGroupBox; // its frame is that of the list
     auto* list = new PageList;
-    caption->setBuddy(list);
-    m_bindings.Bind(caption, QStringLiteral("lblTracks"), control.lblTracks);
+    list->setFrameShape(QFrame::NoFrame);
+    m_bindings.Bind(tracks, QStringLiteral("lblTracks"), control.lblTracks);
     m_bindings.Bind(list, QStringLiteral("trackList"), control.trackList,
                     [&control] { control.trackList_Click(); });
-    m_bindings.OnShow([caption, list] { list->setAccessibleName(caption->text()); });
-    auto* tracks = new QVBoxLayout;
-    tracks->setSpacing(5);
-    tracks->addWidget(caption);
-    tracks->addWidget(list);
+    m_bindings.OnShow([tracks, list] { list->setAccessibleName(tracks->title()); });
+    auto* column = new QVBoxLayout(tracks);
+    column->setContentsMargins(1, 1, 1, 1);
+    column->addWidget(list);
 
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(24);
     grid->setVerticalSpacing(16);
     grid->addWidget(options, 0, 0, 1, 2);
-    grid->addLayout(tracks, 1, 0);
+    grid->addWidget(tracks, 1, 0);
     grid->addWidget(MakeTrack(), 1, 1, Qt::AlignTop);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(2, 1);
@@ -63,9 +62,12 @@ QGroupBox* QXMagnetCardView::MakeTrack() {
     auto* sequences = new QLabel;
     m_bindings.Bind(sequences, QStringLiteral("lblHeaderAndTerminator"),
                     m_control.lblHeaderAndTerminator);
-    auto* grid = new QGridLayout;
-    const SequenceRow header(*grid, 0);
-    const SequenceRow terminator(*grid, 3);
+    auto* column = new QVBoxLayout(group);
+    column->setSpacing(16);
+    column->addWidget(enable);
+    column->addWidget(sequences);
+    const SequenceRow header(*column);
+    const SequenceRow terminator(*column);
     sequences->setBuddy(header.keys);
     m_bindings.Bind(header.use, QStringLiteral("chkUseThisHeader"), m_control.chkUseThisHeader,
                     [this] { m_control.chkUseThisHeader_Click(); });
@@ -93,11 +95,6 @@ QGroupBox* QXMagnetCardView::MakeTrack() {
     m_bindings.Bind(details, QStringLiteral("chkShowDetails"), m_control.chkShowDetails,
                     [this] { m_control.chkShowDetails_Click(); });
 
-    auto* column = new QVBoxLayout(group);
-    column->setSpacing(16);
-    column->addWidget(enable);
-    column->addWidget(sequences);
-    column->addLayout(grid);
     column->addWidget(details);
     return group;
 }

@@ -16,15 +16,20 @@ QString Plain(QString caption) {
 
 } // namespace
 
-SequenceRow::SequenceRow(QGridLayout& grid, int row)
+SequenceRow::SequenceRow(QBoxLayout& column)
     : use(new QCheckBox), keys(new SequenceLabel), edit(new QPushButton), remove(new QPushButton) {
     keys->setMinimumHeight(edit->sizeHint().height());
-    grid.addWidget(use, row, 0, 1, 3);
-    grid.addWidget(keys, row + 1, 0, 1, 3);
-    grid.addWidget(edit, row + 2, 1);
-    grid.addWidget(remove, row + 2, 2);
-    grid.setColumnStretch(0, 1);
-    grid.setVerticalSpacing(6);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addStretch(1);
+    buttons->addWidget(edit);
+    buttons->addWidget(remove);
+    auto* parts = new QVBoxLayout;
+    parts->setSpacing(6);
+    parts->addWidget(use);
+    parts->addWidget(keys);
+    parts->addLayout(buttons);
+    column.addLayout(parts);
 }
 
 void SequenceRow::ShowAccessibleNames() const {

@@ -2,8 +2,8 @@
 // that change and remove them.
 #pragma once
 
+#include <QBoxLayout>
 #include <QCheckBox>
-#include <QGridLayout>
 #include <QPushButton>
 
 namespace qx::views {
@@ -11,9 +11,8 @@ namespace qx::views {
 class SequenceLabel;
 
 struct SequenceRow {
-    // Puts the widgets into three rows and columns of the grid: the check box, the keys, the
-    // buttons.
-    SequenceRow(QGridLayout& grid, int row);
+    // Adds the widgets to the column: the check box, the keys, the buttons.
+    explicit SequenceRow(QBoxLayout& column);
 
     // Distinguishes the widgets of several rows for screen readers.
     void ShowAccessibleNames() const;
