@@ -24,7 +24,7 @@ void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
         ButtonText(EditorTexts::tr("Remove last"), EditorTexts::tr("Remove the last key code")));
     sequencer.SetButtonCleanAll(
         ButtonText(EditorTexts::tr("Remove all"), EditorTexts::tr("Remove all key codes")));
-    sequencer.SetSequenceCaption(EditorTexts::tr("Sequence").toStdString());
+    sequencer.SetSequenceCaption(EditorTexts::tr("Sequence:").toStdString());
     sequencer.SetEditorCaption(EditorTexts::tr("Edit a sequence of keys").toStdString());
     sequencer.SetSequenceSizeMessage(EditorTexts::tr("The sequence is full.").toStdString());
     sequencer.SetShowDetails(ReleasesText().toStdString());
@@ -44,10 +44,10 @@ void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
                    EditorTexts::tr("Remove all blocks and their sequences")));
     posProgrammer.SetProgrammerCaption(EditorTexts::tr("POS blocks").toStdString());
     posProgrammer.SetNumBlocksCaption(EditorTexts::tr("Blocks:").toStdString());
-    posProgrammer.SetBlockIDCaption(EditorTexts::tr("Number").toStdString());
-    posProgrammer.SetKeysCaption(EditorTexts::tr("Keys").toStdString());
-    posProgrammer.SetColorCaption(EditorTexts::tr("Colour").toStdString());
-    posProgrammer.SetSequenceCaption(EditorTexts::tr("Each key sends").toStdString());
+    posProgrammer.SetBlockIDCaption(EditorTexts::tr("Number:").toStdString());
+    posProgrammer.SetKeysCaption(EditorTexts::tr("Keys:").toStdString());
+    posProgrammer.SetColorCaption(EditorTexts::tr("Colour:").toStdString());
+    posProgrammer.SetSequenceCaption(EditorTexts::tr("Each key sends:").toStdString());
     posProgrammer.Translate();
 }
 

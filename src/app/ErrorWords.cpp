@@ -295,9 +295,9 @@ QString SuggestionText(const host::Error& error) {
         return {};
     case Suggestion::Recover:
         return error.holds == host::Holds::Unknown
-                   ? Errors::tr("Once the keyboard answers again, choose Keyboard > Resolve "
+                   ? Errors::tr("Once the keyboard answers again, choose Keyboard › Resolve "
                                 "interrupted write.")
-                   : Errors::tr("Choose Keyboard > Resolve interrupted write.");
+                   : Errors::tr("Choose Keyboard › Resolve interrupted write.");
     case Suggestion::RestoreBackup:
         return Errors::tr("The backup %1 on the Backups page has the keyboard's previous contents.")
             .arg(ToQt(error.backup));
@@ -306,7 +306,7 @@ QString SuggestionText(const host::Error& error) {
     case Suggestion::TryLater:
         return Errors::tr("Try again when the other program has finished.");
     case Suggestion::Repair:
-        return Errors::tr("Choose Keyboard > Write to keyboard to replace the damaged part with "
+        return Errors::tr("Choose Keyboard › Write to keyboard to replace the damaged part with "
                           "the document's settings.");
     case Suggestion::GiveVariables:
         return Errors::tr("The document has placeholders instead of values. Replace them in a text "

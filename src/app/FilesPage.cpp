@@ -22,7 +22,7 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
                         : QFileDialog::getOpenFileName(this, title, suggestion);
     };
     confirm = [this](const QString& question) {
-        return QMessageBox::question(this, tr("File to keyboard"), views::Plain(question),
+        return QMessageBox::question(this, tr("Load from file"), views::Plain(question),
                                      QMessageBox::Yes | QMessageBox::No,
                                      QMessageBox::No) == QMessageBox::Yes;
     };
@@ -35,7 +35,7 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
         tr("The program of the chipcard reader, sent over the serial port set in Preferences."));
     AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
             tr("The whole memory of settings, as the driver keeps it in a file. Read the "
-               "keyboard afterwards to see its new contents."));
+               "keyboard after loading to see its new contents."));
     AddCodePage(*column);
     column->addStretch(1);
     const auto enable = [this] { setEnabled(m_workbench.IsConnected()); };
@@ -48,8 +48,8 @@ void FilesPage::AddFile(QVBoxLayout& column, const host::KeyboardFileKind& kind,
     auto* group = new QGroupBox(title);
     auto* text = new QLabel(explanation);
     text->setWordWrap(true);
-    auto* save = new QPushButton(tr("Keyboard to file…"));
-    auto* load = new QPushButton(tr("File to keyboard…"));
+    auto* save = new QPushButton(tr("Save to file…"));
+    auto* load = new QPushButton(tr("Load from file…"));
     const QString key = QString::fromUtf8(kind.key.data(), static_cast<int>(kind.key.size()));
     save->setObjectName(key + QStringLiteral("_save"));
     load->setObjectName(key + QStringLiteral("_load"));

@@ -208,7 +208,7 @@ void QuickFind::AddFound(std::size_t index) {
     const Findable& findable = m_findables[index];
     QString text = findable.text;
     if (!findable.detail.isEmpty())
-        text += QStringLiteral(" — ") + findable.detail;
+        text = tr("%1 — %2", "a result and where it is").arg(text, findable.detail);
     if (!findable.shortcut.isEmpty())
         text += QStringLiteral(" (%1)").arg(findable.shortcut);
     auto* item = new QListWidgetItem(text, m_popup);

@@ -119,7 +119,7 @@ void TestDrivePage::showEvent(QShowEvent* event) {
 QLayout* TestDrivePage::MakeSources() {
     auto* row = new QHBoxLayout;
     row->setContentsMargins({});
-    row->addWidget(new QLabel(tr("Try")));
+    row->addWidget(new QLabel(tr("Try:")));
     const auto add = [&](const char* name, const QString& text, TestedKeyboard::Source source) {
         auto* button = new QRadioButton(text);
         button->setObjectName(QLatin1String(name));
@@ -140,7 +140,7 @@ QLayout* TestDrivePage::MakeSources() {
 }
 
 QLayout* TestDrivePage::MakeLogRow() {
-    auto* caption = new QLabel(tr("The PC recei&ves"));
+    auto* caption = new QLabel(tr("The PC recei&ves:"));
     caption->setBuddy(m_received);
     auto* copy = new QPushButton(tr("Co&py"));
     copy->setObjectName(QStringLiteral("copyLog"));
@@ -178,7 +178,7 @@ QWidget* TestDrivePage::MakeKeysTab() {
 }
 
 QWidget* TestDrivePage::MakeFunctionKeysTab() {
-    auto* caption = new QLabel(tr("&Layer"));
+    auto* caption = new QLabel(tr("&Layer:"));
     caption->setBuddy(m_layers);
     m_layers->setObjectName(QStringLiteral("testLayers"));
     m_layers->setAccessibleName(tr("Layer"));
@@ -215,7 +215,7 @@ QWidget* TestDrivePage::MakeCardTab() {
         m_tracks[i]->setObjectName(views::ChildName("track", static_cast<int>(i + 1)));
         m_tracks[i]->setPlaceholderText(tr("no data"));
         GiveRoom(*m_tracks[i]);
-        form->addRow(tr("Track %1").arg(i + 1), m_tracks[i]);
+        form->addRow(tr("Track %1:").arg(i + 1), m_tracks[i]);
     }
     m_tracks[1]->setText(QStringLiteral("6725900123456789=2712"));
     auto* swipe = new QPushButton(tr("&Swipe the card"));
@@ -253,9 +253,9 @@ QWidget* TestDrivePage::MakeCodeTab() {
     });
     auto* tab = new QWidget;
     auto* form = NewForm(tab);
-    form->addRow(tr("K&ind of code"), symbology);
-    form->addRow(tr("Da&ta"), data);
-    form->addRow(tr("&Reader"), reader);
+    form->addRow(tr("K&ind of code:"), symbology);
+    form->addRow(tr("Da&ta:"), data);
+    form->addRow(tr("&Reader:"), reader);
     form->addRow(QString(), scan);
     return tab;
 }

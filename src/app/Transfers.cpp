@@ -95,7 +95,7 @@ void Transfers::Read() {
             emit Unresolved(
                 tr("Keyboard to document: read all settings, but a write to this keyboard "
                    "was interrupted, so they may be a mixture of old and new ones. Choose "
-                   "Keyboard > Resolve interrupted write first, then read again."));
+                   "Keyboard › Resolve interrupted write first, then read again."));
         m_hasRead = true;
         const auto differences = host::Compare(before, listed());
         const QString text =
@@ -337,7 +337,7 @@ void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, En
         return emit Written();
     case Ending::Later:
         emit Unresolved(tr("The interrupted write of %1 must be finished or rolled back before "
-                           "anything else is written: choose Keyboard > Resolve interrupted write.")
+                           "anything else is written: choose Keyboard › Resolve interrupted write.")
                             .arg(what));
     }
 }

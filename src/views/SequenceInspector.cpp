@@ -366,7 +366,7 @@ void SequenceInspector::ShowTexts() {
         m_device->isChecked()
             ? tr("Each key that you press on the connected keyboard is recorded.")
             : tr("Each key that you press is recorded. The Pause key ends the recording."));
-    m_receivedCaption->setText(tr("The PC &receives"));
+    m_receivedCaption->setText(tr("The PC &receives:"));
     m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
     ShowDraft();
 }

@@ -112,7 +112,7 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         ASSERT_EQ(desk.warnings.size(), 1);
         EXPECT_EQ(desk.warnings.back().toStdString(),
                   "The keyboard may be partly written.\nWriting to the keyboard failed.\nOnce the "
-                  "keyboard answers again, choose Keyboard > Resolve interrupted write.");
+                  "keyboard answers again, choose Keyboard › Resolve interrupted write.");
         const auto access =
             desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
         desk.workbench.Simulated()->Poke(access, "\x09"); // only one byte has arrived

@@ -18,7 +18,7 @@ public:
     using FaceOf::FaceOf;
 
     void Translate() override {
-        Control().SetCaptionOutputDelay(WordOf(kCommonKeyboard, "outputDelay").toStdString());
+        Control().SetCaptionOutputDelay(WordOf(kCommonKeyboard, "outputDelay").toStdString() + ':');
     }
     [[nodiscard]] QWidget* MakeView() override {
         return new views::QXCommonKeyboardView(Control());

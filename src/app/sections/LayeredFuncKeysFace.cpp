@@ -27,8 +27,8 @@ public:
           m_refreshed(control.Refreshed.Subscribe([this] { ShowLayerOnKeyboard(); })) {}
 
     void Translate() override {
-        const auto word = [](std::string_view key) {
-            return WordOf(kLayeredFuncKeys, key).toStdString();
+        const auto caption = [](std::string_view key) {
+            return WordOf(kLayeredFuncKeys, key).toStdString() + ':';
         };
         Control().SetButtonEdit(ButtonText(tr("Edit…"), tr("Edit the current key's sequence")));
         Control().SetButtonCleanKey(
@@ -38,8 +38,8 @@ public:
         Control().SetButtonCleanAllLayer(
             ButtonText(tr("Clear all layers…"), tr("Remove the sequences of all layers")));
         Control().SetCaptionSequence(tr("The key sends:").toStdString());
-        Control().SetFunctionKeyDescription(word("description"));
-        Control().SetLayerDesc(word("layer"));
+        Control().SetFunctionKeyDescription(caption("description"));
+        Control().SetLayerDesc(caption("layer"));
         Control().SetShowDetails(ReleasesText().toStdString());
     }
 

@@ -465,10 +465,6 @@
         <translation>Alle Tastencodes entfernen</translation>
     </message>
     <message>
-        <source>Sequence</source>
-        <translation>Folge</translation>
-    </message>
-    <message>
         <source>Edit a sequence of keys</source>
         <translation>Eine Tastenfolge bearbeiten</translation>
     </message>
@@ -517,20 +513,24 @@
         <translation>Blöcke:</translation>
     </message>
     <message>
-        <source>Number</source>
-        <translation>Nummer</translation>
+        <source>Sequence:</source>
+        <translation>Folge:</translation>
     </message>
     <message>
-        <source>Keys</source>
-        <translation>Tasten</translation>
+        <source>Number:</source>
+        <translation>Nummer:</translation>
     </message>
     <message>
-        <source>Colour</source>
-        <translation>Farbe</translation>
+        <source>Keys:</source>
+        <translation>Tasten:</translation>
     </message>
     <message>
-        <source>Each key sends</source>
-        <translation>Jede Taste sendet</translation>
+        <source>Colour:</source>
+        <translation>Farbe:</translation>
+    </message>
+    <message>
+        <source>Each key sends:</source>
+        <translation>Jede Taste sendet:</translation>
     </message>
 </context>
 <context>
@@ -817,8 +817,8 @@
         <translation>%1 hat Fehler: %2</translation>
     </message>
     <message>
-        <source>Choose Keyboard &gt; Resolve interrupted write.</source>
-        <translation>Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang klären“.</translation>
+        <source>Choose Keyboard › Resolve interrupted write.</source>
+        <translation>Wählen Sie „Tastatur › Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>The backup %1 on the Backups page has the keyboard&apos;s previous contents.</source>
@@ -833,8 +833,8 @@
         <translation>Versuchen Sie es noch einmal, wenn das andere Programm fertig ist.</translation>
     </message>
     <message>
-        <source>Choose Keyboard &gt; Write to keyboard to replace the damaged part with the document&apos;s settings.</source>
-        <translation>Wählen Sie „Tastatur &gt; In Tastatur schreiben“, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
+        <source>Choose Keyboard › Write to keyboard to replace the damaged part with the document&apos;s settings.</source>
+        <translation>Wählen Sie „Tastatur › In Tastatur schreiben“, um den beschädigten Teil durch die Einstellungen des Dokuments zu ersetzen.</translation>
     </message>
     <message>
         <source>Choose another driver library or keyboard in the Keyboard menu.</source>
@@ -913,8 +913,8 @@
         <translation>%1 für %2, %3</translation>
     </message>
     <message>
-        <source>Once the keyboard answers again, choose Keyboard &gt; Resolve interrupted write.</source>
-        <translation>Sobald die Tastatur wieder antwortet, wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang klären“.</translation>
+        <source>Once the keyboard answers again, choose Keyboard › Resolve interrupted write.</source>
+        <translation>Sobald die Tastatur wieder antwortet, wählen Sie „Tastatur › Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>an untitled document</source>
@@ -1422,28 +1422,12 @@
 <context>
     <name>FilesPage</name>
     <message>
-        <source>File to keyboard</source>
-        <translation>Datei in Tastatur</translation>
-    </message>
-    <message>
         <source>The program that runs in the keyboard.</source>
         <translation>Das Programm, das in der Tastatur läuft.</translation>
     </message>
     <message>
         <source>Parameter memory</source>
         <translation>Parameterspeicher</translation>
-    </message>
-    <message>
-        <source>The whole memory of settings, as the driver keeps it in a file. Read the keyboard afterwards to see its new contents.</source>
-        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie nach „Datei in Tastatur“ die Tastatur, um den neuen Inhalt zu sehen.</translation>
-    </message>
-    <message>
-        <source>Keyboard to file…</source>
-        <translation>Tastatur in Datei …</translation>
-    </message>
-    <message>
-        <source>File to keyboard…</source>
-        <translation>Datei in Tastatur …</translation>
     </message>
     <message>
         <source>Code page</source>
@@ -1508,6 +1492,22 @@
     <message>
         <source>The program of the chipcard reader, sent over the serial port set in Preferences.</source>
         <translation>Das Programm des Chipkartenlesers, übertragen über die serielle Schnittstelle, die in den Voreinstellungen gewählt ist.</translation>
+    </message>
+    <message>
+        <source>Load from file</source>
+        <translation>Aus Datei laden</translation>
+    </message>
+    <message>
+        <source>The whole memory of settings, as the driver keeps it in a file. Read the keyboard after loading to see its new contents.</source>
+        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie nach dem Laden die Tastatur, um den neuen Inhalt zu sehen.</translation>
+    </message>
+    <message>
+        <source>Save to file…</source>
+        <translation>In Datei speichern …</translation>
+    </message>
+    <message>
+        <source>Load from file…</source>
+        <translation>Aus Datei laden …</translation>
     </message>
 </context>
 <context>
@@ -2152,6 +2152,10 @@
         <source>Show backups</source>
         <translation>Sicherungen anzeigen</translation>
     </message>
+    <message>
+        <source>%1[*] — QXControls</source>
+        <translation>%1[*] – QXControls</translation>
+    </message>
 </context>
 <context>
     <name>ModulePage</name>
@@ -2595,10 +2599,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>&amp;Unbenutzte Tasten:</translation>
     </message>
     <message>
-        <source>Enter</source>
-        <translation>Eingabe</translation>
-    </message>
-    <message>
         <source>Empty</source>
         <translation>Leer</translation>
     </message>
@@ -2677,6 +2677,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Check the firmware at &amp;startup</source>
         <translation>Firmware beim &amp;Start prüfen</translation>
+    </message>
+    <message>
+        <source>Programmed</source>
+        <translation>Programmiert</translation>
     </message>
 </context>
 <context>
@@ -2961,6 +2965,11 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
+    <message>
+        <source>%1 — %2</source>
+        <comment>a result and where it is</comment>
+        <translation>%1 – %2</translation>
+    </message>
 </context>
 <context>
     <name>ReaderEditor</name>
@@ -3123,10 +3132,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Jede Taste, die Sie drücken, wird aufgenommen. Die Taste Pause beendet die Aufnahme.</translation>
     </message>
     <message>
-        <source>The PC &amp;receives</source>
-        <translation>Der PC &amp;empfängt</translation>
-    </message>
-    <message>
         <source>Each press and release in order; ^ marks a release</source>
         <translation>Jedes Drücken und Loslassen der Reihe nach; ^ steht für das Loslassen</translation>
     </message>
@@ -3149,6 +3154,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Codes left: %1</source>
         <translation>Freie Codes: %1</translation>
+    </message>
+    <message>
+        <source>The PC &amp;receives:</source>
+        <translation>Der PC &amp;empfängt:</translation>
     </message>
 </context>
 <context>
@@ -3837,16 +3846,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Ebene %1 %2 gedrückt</translation>
     </message>
     <message>
-        <source>&amp;Layer</source>
-        <translation>Ebe&amp;ne</translation>
-    </message>
-    <message>
         <source>no data</source>
         <translation>keine Daten</translation>
-    </message>
-    <message>
-        <source>Track %1</source>
-        <translation>Spur %1</translation>
     </message>
     <message>
         <source>&amp;Swipe the card</source>
@@ -3865,18 +3866,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Code gelesen</translation>
     </message>
     <message>
-        <source>K&amp;ind of code</source>
-        <translation>Code&amp;art</translation>
-    </message>
-    <message>
-        <source>Da&amp;ta</source>
-        <translation>Date&amp;n</translation>
-    </message>
-    <message>
-        <source>&amp;Reader</source>
-        <translation>Lese&amp;r</translation>
-    </message>
-    <message>
         <source>nothing</source>
         <translation>nichts</translation>
     </message>
@@ -3893,20 +3882,12 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>%1, belegt: %2</translation>
     </message>
     <message>
-        <source>Try</source>
-        <translation>Ausprobieren:</translation>
-    </message>
-    <message>
         <source>the document, &amp;not yet written</source>
         <translation>das Dokument, noch n&amp;icht geschrieben</translation>
     </message>
     <message>
         <source>what the keyboard h&amp;olds</source>
         <translation>&amp;was die Tastatur enthält</translation>
-    </message>
-    <message>
-        <source>The PC recei&amp;ves</source>
-        <translation>Der PC &amp;empfängt</translation>
     </message>
     <message>
         <source>Co&amp;py</source>
@@ -3947,6 +3928,34 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>The keyboard could not be copied.</source>
         <translation>Die Tastatur konnte nicht kopiert werden.</translation>
+    </message>
+    <message>
+        <source>Try:</source>
+        <translation>Ausprobieren:</translation>
+    </message>
+    <message>
+        <source>The PC recei&amp;ves:</source>
+        <translation>Der PC &amp;empfängt:</translation>
+    </message>
+    <message>
+        <source>&amp;Layer:</source>
+        <translation>Ebe&amp;ne:</translation>
+    </message>
+    <message>
+        <source>Track %1:</source>
+        <translation>Spur %1:</translation>
+    </message>
+    <message>
+        <source>K&amp;ind of code:</source>
+        <translation>Code&amp;art:</translation>
+    </message>
+    <message>
+        <source>Da&amp;ta:</source>
+        <translation>Date&amp;n:</translation>
+    </message>
+    <message>
+        <source>&amp;Reader:</source>
+        <translation>Lese&amp;r:</translation>
     </message>
 </context>
 <context>
@@ -4129,8 +4138,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Tastatur wird gelesen …</translation>
     </message>
     <message>
-        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard &gt; Resolve interrupted write first, then read again.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur &gt; Unterbrochenen Schreibvorgang klären“ und lesen Sie dann noch einmal.</translation>
+        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard › Resolve interrupted write first, then read again.</source>
+        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur › Unterbrochenen Schreibvorgang klären“ und lesen Sie dann noch einmal.</translation>
     </message>
     <message>
         <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
@@ -4235,8 +4244,8 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Der unterbrochene Schreibvorgang (%1) ist rückgängig gemacht: Die Tastatur hat wieder ihren vorigen Inhalt; durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
-        <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard &gt; Resolve interrupted write.</source>
-        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird: Wählen Sie „Tastatur &gt; Unterbrochenen Schreibvorgang klären“.</translation>
+        <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard › Resolve interrupted write.</source>
+        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird: Wählen Sie „Tastatur › Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
