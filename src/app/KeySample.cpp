@@ -8,7 +8,7 @@ namespace qx::app {
 
 namespace {
 
-constexpr int kKeyWidth = 68; // in the unit of the caps
+constexpr int kKeyWidth = 84; // in the unit of the caps
 constexpr int kKeyHeight = 40;
 constexpr int kSampleGap = 4;
 

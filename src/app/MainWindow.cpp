@@ -225,7 +225,8 @@ void MainWindow::MakePages() {
         m_notice = new NoticeBar;
     auto* notices = new QWidget;
     auto* column = new QVBoxLayout(notices);
-    column->setContentsMargins({});
+    const QMargins page = column->contentsMargins();
+    column->setContentsMargins(page.left(), 0, page.right(), 0);
     column->addWidget(new WorkBar(m_workbench));
     const bool isNoticed = m_notice->isVisible();
     column->addWidget(m_notice);
@@ -338,7 +339,7 @@ void MainWindow::ShowDocument() {
     };
     show(*m_undo, tr("&Undo"), history.CanUndo() ? TextOf(history.ToUndo()) : QString());
     show(*m_redo, tr("&Redo"), history.CanRedo() ? TextOf(history.ToRedo()) : QString());
-    setWindowTitle(QStringLiteral("%1[*] — QXControls").arg(m_documents->DocumentName()));
+    setWindowTitle(tr("%1[*] — QXControls").arg(m_documents->DocumentName()));
     setWindowModified(m_workbench.IsModified());
     m_pages->ShowCounts();
     m_notice->ClearOld();

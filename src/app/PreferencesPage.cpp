@@ -144,7 +144,7 @@ QWidget* PreferencesPage::MakeKeyDisplayTab() {
     auto* sample = new KeySample(4, [this] {
         using views::KeyState;
         KeySample::Look look;
-        look.caps = {SampleKey(tr("Enter"), m_settings.ColorProg(), KeyState::Programmed),
+        look.caps = {SampleKey(tr("Programmed"), m_settings.ColorProg(), KeyState::Programmed),
                      SampleKey(tr("Empty"), m_settings.ColorEmpty(), KeyState::Empty),
                      SampleKey(tr("Current"), m_settings.ColorCurr(), KeyState::Programmed),
                      SampleKey(tr("Unused"), m_settings.ColorUnused(), KeyState::Unused)};
