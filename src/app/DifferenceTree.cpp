@@ -19,6 +19,19 @@ enum Column { kSetting, kFrom, kTo, kShow };
 constexpr int kPlaceRole = Qt::UserRole;
 constexpr int kGap = 12; // pixels between columns
 
+// Titles of sections are no rows of the stripes.
+class Rows : public views::RoomyRows {
+public:
+    using RoomyRows::RoomyRows;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        RoomyRows::initStyleOption(option, index);
+        if (!index.parent().isValid())
+            option->backgroundBrush = option->palette.base();
+    }
+};
+
 } // namespace
 
 DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
@@ -30,7 +43,8 @@ DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
     setRootIsDecorated(false);
     setAlternatingRowColors(true);
     setUniformRowHeights(true);
-    setItemDelegate(new views::RoomyRows(this));
+    setAllColumnsShowFocus(true);
+    setItemDelegate(new Rows(this));
     Fill(differences);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);

@@ -50,8 +50,10 @@ int FitOfOther(const QString& otherName, const QString& word) {
     return FitOf(otherName, word) > kFit ? kFit : 0;
 }
 
-// Whether the words of the phrase occur as they stand, the last of them to its end.
-bool HasPhrase(const QString& text, const QString& phrase) {
+// Whether the words of the phrase occur as they stand, the last of them to its end; commas between
+// them do not count.
+bool HasPhrase(QString text, const QString& phrase) {
+    text.replace(QLatin1String(", "), QLatin1String(" "));
     for (auto at = text.indexOf(phrase, 0, Qt::CaseInsensitive); at >= 0;
          at = text.indexOf(phrase, at + 1, Qt::CaseInsensitive)) {
         const qsizetype end = at + phrase.size();
@@ -161,7 +163,8 @@ void QuickFind::focusInEvent(QFocusEvent* event) {
 }
 
 void QuickFind::Search(const QString& text) {
-    static const QRegularExpression kBetween(QStringLiteral("[\\s+]+")); // "Ctrl+C" is "Ctrl C"
+    static const QRegularExpression kBetween(
+        QStringLiteral("(,?[\\s+])+")); // "Ctrl+C" is "Ctrl C", "Layer 0, F3" is "Layer 0 F3"
     const QStringList words = text.split(kBetween, Qt::SkipEmptyParts);
     m_popup->clear();
     if (std::exchange(m_isFresh, false))

@@ -32,7 +32,7 @@ struct SectionEntry;
 // "12 keys programmed", the summary of a section with keys.
 [[nodiscard]] QString ProgrammedText(int keys);
 
-// "Layered function keys › Layer 3 F4 › Description"; a section as a whole by its title.
+// "Layered function keys › Layer 3, F4 › Description"; a section as a whole by its title.
 [[nodiscard]] QString NameText(const host::SettingName& name);
 // The same without the section, for a list under its title.
 [[nodiscard]] QString NameInSection(const host::SettingName& name);

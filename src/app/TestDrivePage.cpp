@@ -193,7 +193,7 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
     connect(m_functionKeys, &views::KeyGrid::KeyPicked, this, [this](int index) {
         const auto nLayer = static_cast<Integer>(m_layers->currentIndex());
         const auto nKey = static_cast<Integer>(index);
-        Try(tr("Pressed layer %1 %2").arg(nLayer).arg(ToQt(FuncKeyLegend(nKey))),
+        Try(tr("Pressed layer %1, %2").arg(nLayer).arg(ToQt(FuncKeyLegend(nKey))),
             [=](const sim::TestDrive& drive) { return drive.PressFunctionKey(nLayer, nKey); });
     });
     auto* tab = new QWidget;

@@ -32,7 +32,7 @@ QString OriginTextOf(const sim::Stretch& stretch, const QXKeyboardLayoutData& la
     case Origin::FreeKey:
         return named(TestDriveTexts::tr("free key %1"));
     case Origin::FunctionKey:
-        return TestDriveTexts::tr("layer %1 %2")
+        return TestDriveTexts::tr("layer %1, %2")
             .arg(QString::number(stretch.layer),
                  QString::fromStdString(FuncKeyLegend(stretch.number)));
     case Origin::PosBlock:
@@ -66,7 +66,7 @@ QString RemarkTextOf(const sim::Remark& remark) {
     case Kind::NoFunctionKeys:
         return TestDriveTexts::tr("This keyboard has no layered function keys.");
     case Kind::FunctionKeyEmpty:
-        return TestDriveTexts::tr("Layer %1 %2 has no sequence.").arg(value(0), value(1));
+        return TestDriveTexts::tr("Layer %1, %2 has no sequence.").arg(value(0), value(1));
     case Kind::NoCardReader:
         return TestDriveTexts::tr("This keyboard has no magnetic card reader.");
     case Kind::NoTrack:

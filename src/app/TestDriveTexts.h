@@ -7,7 +7,7 @@
 
 namespace qx::app {
 
-// The origin of the codes that the PC receives: "prefix of track 2", "layer 3 F6".
+// The origin of the codes that the PC receives: "prefix of track 2", "layer 3, F6".
 [[nodiscard]] QString OriginTextOf(const sim::Stretch& stretch, const QXKeyboardLayoutData& layout);
 [[nodiscard]] QString RemarkTextOf(const sim::Remark& remark);
 

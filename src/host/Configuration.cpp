@@ -140,6 +140,30 @@ std::string ToText(const Difference& difference) {
     return ToText(difference.name) + ": " + ToText(difference.from) + " → " + ToText(difference.to);
 }
 
+namespace {
+
+// Orders the elements of each list by their ids, wherever they come from; all else stays.
+void SortElements(std::vector<Difference>& differences) {
+    using Rank = std::pair<std::size_t, FieldList::Id>; // of the list, and in it
+    std::map<std::string, std::size_t> lists;
+    const auto rankOf = [&](const Difference& difference) {
+        const std::string list = difference.place.substr(0, difference.place.find('['));
+        const auto ids = IdsIn({difference.place}, list);
+        return Rank(lists.try_emplace(list, lists.size()).first->second,
+                    ids.empty() ? FieldList::Id() : *ids.begin());
+    };
+    std::vector<std::pair<Rank, Difference>> ranked;
+    for (Difference& difference : differences) {
+        Rank rank = rankOf(difference);
+        ranked.emplace_back(std::move(rank), std::move(difference));
+    }
+    std::ranges::stable_sort(ranked, {}, [](const auto& each) { return each.first; });
+    std::ranges::transform(ranked, differences.begin(),
+                           [](auto& each) { return std::move(each.second); });
+}
+
+} // namespace
+
 std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vector<Setting>& to,
                                 Sides sides) {
     const SettingValue none{SettingValue::Kind::None};
@@ -161,6 +185,7 @@ std::vector<Difference> Compare(const std::vector<Setting>& from, const std::vec
     for (const Setting& setting : to)
         if (unmatched.contains(setting.place))
             add(setting, none, setting.value);
+    SortElements(differences);
     return differences;
 }
 

@@ -33,7 +33,7 @@ std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf
         if (step.empty())
             continue;
         if (i > 0 && i < name.elementParts)
-            AddWord(steps.back(), step);
+            steps.back() += ", " + step;
         else
             steps.push_back(std::move(step));
     }

@@ -67,7 +67,7 @@ struct SettingValue {
     bool operator==(const SettingValue&) const = default;
 };
 
-// The steps on the way from the section to the setting, "Layer 3 F4", "Description". The element of
+// The steps on the way from the section to the setting, "Layer 3, F4", "Description". The element of
 // a list is one step, and the first. `wordOf` gives the word of a part that has one.
 using PartWord = std::function<std::string(const NamePart&)>;
 [[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf,
@@ -75,7 +75,7 @@ using PartWord = std::function<std::string(const NamePart&)>;
 // In English.
 [[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name);
 
-// The title and the steps: "Layered function keys › Layer 3 F4 › Description".
+// The title and the steps: "Layered function keys › Layer 3, F4 › Description".
 [[nodiscard]] std::string JoinedSteps(const std::vector<std::string>& steps);
 // In English.
 [[nodiscard]] std::string ToText(const SettingName& name);

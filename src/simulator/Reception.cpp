@@ -44,7 +44,7 @@ std::string RemarkText(const Remark& remark) {
     case Kind::NoFunctionKeys:
         return "this keyboard has no layered function keys";
     case Kind::FunctionKeyEmpty:
-        return "layer " + value(0) + " " + value(1) + " has no sequence";
+        return "layer " + value(0) + ", " + value(1) + " has no sequence";
     case Kind::NoCardReader:
         return "this keyboard has no magnetic card reader";
     case Kind::NoTrack:
@@ -95,7 +95,7 @@ std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layou
     case Origin::FreeKey:
         return "free key " + KeyNameOf(stretch, layout);
     case Origin::FunctionKey:
-        return "layer " + std::to_string(stretch.layer) + " " + FuncKeyLegend(stretch.number);
+        return "layer " + std::to_string(stretch.layer) + ", " + FuncKeyLegend(stretch.number);
     case Origin::PosBlock:
         return "POS key " + KeyNameOf(stretch, layout);
     case Origin::TrackHeader:

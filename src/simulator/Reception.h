@@ -90,7 +90,7 @@ struct Reception {
 [[nodiscard]] std::string KeyNameOf(const Stretch& stretch, const QXKeyboardLayoutData* layout);
 // In English.
 [[nodiscard]] std::string RemarkText(const Remark& remark);
-// "prefix of track 2", "layer 3 F6", "ordinary key 31 (A)"; keys have the names of the layout,
+// "prefix of track 2", "layer 3, F6", "ordinary key 31 (A)"; keys have the names of the layout,
 // which may be null.
 [[nodiscard]] std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layout);
 // The strokes as a sequence text with the layout's labels, or the data in quotes.

@@ -72,7 +72,7 @@ TEST_F(Hands, TheMenuNamesTheKeyAndPastesText) {
     QApplication::sendEvent(&grid, &event);
     auto* menu = grid.findChild<QMenu*>(QStringLiteral("keyMenu"));
     ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(menu->actions().front()->text().toStdString(), "Layer 0 F5");
+    EXPECT_EQ(menu->actions().front()->text().toStdString(), "Layer 0, F5");
     for (const QAction* action : menu->actions()) {
         EXPECT_TRUE(action->isSeparator() || action == menu->actions().front() ||
                     (!action->icon().isNull() && !action->shortcut().isEmpty()))
@@ -205,7 +205,7 @@ TEST_F(Hands, WhatIsOverwrittenIsReportedAndCanBeBroughtBack) {
     Keys(grid, {Qt::CTRL | Qt::Key_V});
     const std::string pasted[] = {Bytes("1F 9F 00"), Bytes("32 B2 00"), Bytes("30 B0 00")};
     Desk::Drag(grid, grid.KeyRect(0).center(), grid.KeyRect(1).center());
-    EXPECT_EQ(desk.Notice().toStdString(), "Layer 0 F2 overwritten.");
+    EXPECT_EQ(desk.Notice().toStdString(), "Layer 0, F2 overwritten.");
     EXPECT_EQ(grid.Selected(), std::vector<int>{1});
     Write();
     EXPECT_EQ(Slot(1, 3), pasted[0]);
@@ -218,7 +218,7 @@ TEST_F(Hands, WhatIsOverwrittenIsReportedAndCanBeBroughtBack) {
     grid.setFocus();
     QApplication::clipboard()->setText(QStringLiteral("B ^B"));
     Keys(grid, {Qt::CTRL | Qt::Key_V});
-    EXPECT_EQ(desk.Notice().toStdString(), "Layer 0 F3 overwritten.");
+    EXPECT_EQ(desk.Notice().toStdString(), "Layer 0, F3 overwritten.");
     desk.Click("noticeOffer");
     EXPECT_EQ(Write(), 0);
     EXPECT_EQ(Slot(2, 3), pasted[2]);

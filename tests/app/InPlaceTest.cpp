@@ -43,12 +43,12 @@ TEST(InPlace, TheSelectedKeyIsTheOneThatIsEdited) {
     Desk desk;
     desk.Page("layeredFuncKeys");
     desk.ClickKey("funcKeys", 3);
-    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 0 F4");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 0, F4");
     desk.Click("key_31");
     desk.ShowLayer(1);
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "No key selected");
     desk.ClickKey("funcKeys", 3);
-    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 1 F4");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Layer 1, F4");
     EXPECT_FALSE(desk.Find<QWidget>("removeLast")->isEnabled());
     desk.Click("key_48");
     EXPECT_EQ(desk.Write().size(), 2);

@@ -185,8 +185,8 @@ TEST(Languages, EverySettingHasANameOfItsOwnInEachLanguage) {
                     << names.back().toStdString();
             }
         }
-        for (const char* name : {language == 1031 ? "Funktionstasten in Ebenen › Ebene 3 F6"
-                                                  : "Layered function keys › Layer 3 F6",
+        for (const char* name : {language == 1031 ? "Funktionstasten in Ebenen › Ebene 3, F6"
+                                                  : "Layered function keys › Layer 3, F6",
                                  language == 1031 ? "Freie Tasten › Taste 112 (F1)"
                                                   : "POS keys › Key 12 (F11) › Keys"})
             EXPECT_TRUE(names.contains(QString::fromUtf8(name))) << name;

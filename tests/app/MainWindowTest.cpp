@@ -297,7 +297,7 @@ TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     EXPECT_TRUE(desk.IsShownProgrammed("testFunctionKeys", 23));
     EXPECT_FALSE(desk.IsShownProgrammed("testFunctionKeys", 22));
     desk.ClickKey("testFunctionKeys", 23);
-    EXPECT_TRUE(received().contains(QStringLiteral("layer 2 F24: A")));
+    EXPECT_TRUE(received().contains(QStringLiteral("layer 2, F24: A")));
     desk.Click("copyLog");
     EXPECT_EQ(QApplication::clipboard()->text(), received());
     desk.Click("clearLog");
@@ -333,7 +333,7 @@ TEST(MainWindow, UndoGoesToWhereTheChangeWas) {
     QAction* undo = &desk.UndoAction();
     EXPECT_TRUE(undo->text().startsWith(QStringLiteral("&Undo"))) << undo->text().toStdString();
     EXPECT_TRUE(
-        undo->text().contains(QStringLiteral("Layered function keys › Layer 0 F24 › Description")))
+        undo->text().contains(QStringLiteral("Layered function keys › Layer 0, F24 › Description")))
         << undo->text().toStdString();
     undo->trigger();
     EXPECT_EQ(desk.Find<QLineEdit>("txtSymbolDesc")->text(), QString());

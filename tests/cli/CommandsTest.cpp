@@ -189,7 +189,7 @@ TEST(Commands, TestDriveShowsTheInputOfThePc) {
     const Json pressed =
         Json::parse(keyboard.Done({"--json", "test-drive", "function", "6", "--layer", "3"}));
     EXPECT_EQ(pressed["schema"], 1);
-    EXPECT_EQ(pressed["received"][0]["origin"], "layer 3 F6");
+    EXPECT_EQ(pressed["received"][0]["origin"], "layer 3, F6");
     const Json release = {{"key", 110}, {"caption", "Escape key"}, {"released", true}};
     EXPECT_EQ(pressed["received"][0]["keys"][1], release);
     EXPECT_TRUE(

@@ -23,12 +23,20 @@ TEST(ShowAndDiff, DiffListsSettings) {
         << outcome.out;
     EXPECT_NE(outcome.out.find("POS keys › Key 12 (F11): (none) → Esc ^Esc\n"), std::string::npos)
         << outcome.out;
-    EXPECT_NE(
-        outcome.out.find("Layered function keys › Layer 9 F24 › Description: (none) → \"Größe\"\n"),
-        std::string::npos)
+    EXPECT_NE(outcome.out.find(
+                  "Layered function keys › Layer 9, F24 › Description: (none) → \"Größe\"\n"),
+              std::string::npos)
         << outcome.out;
     keyboard.Done({"download", file});
     EXPECT_EQ(keyboard.Run({"diff", file}).status, 0);
+
+    // By the keys' numbers, though the keyboard has only one of them.
+    Json& keys = changed["layeredFuncKeys"]["keys"];
+    keys.back()["description"] = "Klein";
+    keys.push_back({{"layer", 9}, {"key", 8}, {"description", "Copy"}});
+    const std::string both =
+        keyboard.Run({"diff", keyboard.Write("both.json", changed.dump())}).out;
+    EXPECT_LT(both.find("Layer 9, F9 "), both.find("Layer 9, F24 ")) << both;
 }
 
 TEST(ShowAndDiff, ShowNamesKeysByTheirCaptions) {
@@ -45,9 +53,9 @@ TEST(ShowAndDiff, ShowNamesKeysByTheirCaptions) {
                                                        "                Sequence\n"
                                                        "  Key 112 (F1)  Esc ^Esc\n");
     const std::string layers = keyboard.Done({"show", "layeredFuncKeys"});
-    EXPECT_NE(layers.find("               Sequence         Description\n"
-                          "  Layer 0 F4   Ctrl C ^C ^Ctrl  \"Größe\"\n"
-                          "  Layer 9 F24                   \"Copy\"\n"),
+    EXPECT_NE(layers.find("                Sequence         Description\n"
+                          "  Layer 0, F4   Ctrl C ^C ^Ctrl  \"Größe\"\n"
+                          "  Layer 9, F24                   \"Copy\"\n"),
               std::string::npos)
         << layers;
     EXPECT_NE(keyboard.Done({"show", "magnetCard"})

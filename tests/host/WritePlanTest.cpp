@@ -77,7 +77,7 @@ TEST_F(WritePlanTest, OneChangedKeyIsFewBytesWithItsSetting) {
     EXPECT_EQ(plan.ranges[0].address, 36864 + 128 * (3 * 24 + 5));
     ASSERT_EQ(plan.ranges[0].settings.size(), 1U);
     EXPECT_EQ(ToText(plan.ranges[0].settings[0]),
-              "Layered function keys › Layer 3 F6: (none) → Esc ^Esc");
+              "Layered function keys › Layer 3, F6: (none) → Esc ^Esc");
 }
 
 // Each range lists exactly its own settings, even if several change at once.
@@ -160,7 +160,7 @@ TEST_F(WritePlanTest, ManyRangesEachHaveTheirOwnSetting) {
         const auto& settings = plan.ranges[static_cast<std::size_t>(key)].settings;
         ASSERT_EQ(settings.size(), 1U);
         EXPECT_EQ(ToText(settings[0].name), "Layered function keys › Layer " +
-                                                std::to_string(key / 24) + " F" +
+                                                std::to_string(key / 24) + ", F" +
                                                 std::to_string(key % 24 + 1));
     }
 }

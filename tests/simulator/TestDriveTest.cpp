@@ -163,9 +163,9 @@ const Case kKeyCases[] = {
     {"PosBesideAWideKeysBlock", "full", ProgramKeys, [](auto& d) { return PressPos(d, 93); },
      "ordinary key 61: +61 -61"},
     {"FunctionKey", "full", ProgramKeys, [](auto& d) { return d.PressFunctionKey(9, 23); },
-     "layer 9 F24: +44 +31 -31 -44"},
+     "layer 9, F24: +44 +31 -31 -44"},
     {"FunctionKeyOfAnotherLayer", "full", ProgramKeys,
-     [](auto& d) { return d.PressFunctionKey(8, 23); }, " | layer 8 F24 has no sequence"},
+     [](auto& d) { return d.PressFunctionKey(8, 23); }, " | layer 8, F24 has no sequence"},
     {"NoFunctionKeys", "magnet", [](Keyboard&) {}, [](auto& d) { return d.PressFunctionKey(0, 0); },
      " | this keyboard has no layered function keys"},
     {"KeyOfAnOrderOfItsOwn", "x1-4620",
@@ -312,7 +312,7 @@ TEST(TestDrive, AnswersFromTheMemoryNotFromTheImage) {
     const Long address = *keyboard.driver.Model().AddressOf(MODULE_LAYERED_FUNCKEYS);
     EXPECT_EQ(keyboard.driver.QXCFG_ImageWriteByte(address, 30), 0);
     const Reception reception = keyboard.Drive().PressFunctionKey(0, 0);
-    EXPECT_EQ(TextOf(reception), " | layer 0 F1 has no sequence");
+    EXPECT_EQ(TextOf(reception), " | layer 0, F1 has no sequence");
     EXPECT_EQ(reception.outputDelay, Byte{250});
 }
 

@@ -3842,8 +3842,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Taste %1 gedrückt und losgelassen</translation>
     </message>
     <message>
-        <source>Pressed layer %1 %2</source>
-        <translation>Ebene %1 %2 gedrückt</translation>
+        <source>Pressed layer %1, %2</source>
+        <translation>Ebene %1, %2 gedrückt</translation>
     </message>
     <message>
         <source>no data</source>
@@ -3969,8 +3969,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>freie Taste %1</translation>
     </message>
     <message>
-        <source>layer %1 %2</source>
-        <translation>Ebene %1 %2</translation>
+        <source>layer %1, %2</source>
+        <translation>Ebene %1, %2</translation>
     </message>
     <message>
         <source>POS key %1</source>
@@ -4013,8 +4013,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Diese Tastatur hat keine Funktionstasten in Ebenen.</translation>
     </message>
     <message>
-        <source>Layer %1 %2 has no sequence.</source>
-        <translation>Ebene %1 %2 hat keine Folge.</translation>
+        <source>Layer %1, %2 has no sequence.</source>
+        <translation>Ebene %1, %2 hat keine Folge.</translation>
     </message>
     <message>
         <source>This keyboard has no magnetic card reader.</source>
