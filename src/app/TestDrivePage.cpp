@@ -7,7 +7,7 @@
 #include "app/TestDriveTexts.h"
 #include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/FuncKeyLayer.h"
-#include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "views/Bindings.h"
@@ -62,6 +62,17 @@ void ShowSent(views::KeyCap& cap, const sim::Reception& reception, views::SentTe
     cap.caption = texts.Brief(sent);
     cap.toolTip += (cap.toolTip.isEmpty() ? QString() : QStringLiteral("\n")) + texts.Whole(sent);
     cap.name = TestDrivePage::tr("%1, programmed: %2").arg(cap.name, texts.Whole(sent));
+}
+
+// A description is shown in place of what a function key sends, as on the key's own page.
+void Describe(views::KeyCap& cap, const QString& description) {
+    if (description.isEmpty())
+        return;
+    if (cap.legend.isEmpty())
+        cap.legend = cap.caption;
+    cap.caption = description;
+    cap.toolTip = description + (cap.toolTip.isEmpty() ? QString() : u'\n' + cap.toolTip);
+    cap.name += QStringLiteral(", ") + description;
 }
 
 void GiveRoom(QLineEdit& data) {
@@ -298,6 +309,15 @@ void TestDrivePage::ShowFunctionKeys(const sim::TestDrive& drive) {
     const QColor programmed = views::ToQColor(m_workbench.Preferences().ColorProg());
     const QColor empty = views::ToQColor(m_workbench.Preferences().ColorEmpty());
     const auto nLayer = static_cast<Integer>(m_layers->currentIndex());
+    const QXLayeredFuncKeys& keys = m_keyboard.FunctionKeys();
+    for (Integer layer = 0; layer < kFuncKeyLayers; ++layer) {
+        int sent = 0;
+        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
+            sent += keys.Layer(layer).GetKey(key).Length() > 0 ? 1 : 0;
+        const QString number = QString::number(layer);
+        m_layers->setTabText(layer,
+                             sent > 0 ? QStringLiteral("%1 (%2)").arg(number).arg(sent) : number);
+    }
     std::vector<views::KeyCap> caps;
     for (Integer nKey = 0; nKey < FuncKeyLayer::kKeys; ++nKey) {
         views::KeyCap cap;
@@ -308,6 +328,7 @@ void TestDrivePage::ShowFunctionKeys(const sim::TestDrive& drive) {
         cap.name = cap.caption;
         cap.color = empty;
         ShowSent(cap, drive.PressFunctionKey(nLayer, nKey), texts, programmed);
+        Describe(cap, ToQt(keys.Layer(nLayer).GetKeyDesc(nKey)));
         caps.push_back(std::move(cap));
     }
     m_functionKeys->SetPointSize(m_workbench.Preferences().KeyFontSize());

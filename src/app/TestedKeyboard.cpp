@@ -2,11 +2,16 @@
 
 #include "app/Workbench.h"
 #include "app/Working.h"
+#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "simulator/FixedAreas.h"
 
 #include <set>
 
 namespace qx::app {
+
+TestedKeyboard::TestedKeyboard(Workbench& workbench) : m_workbench(workbench) {}
+
+TestedKeyboard::~TestedKeyboard() = default;
 
 void TestedKeyboard::Use(Source source) {
     m_source = source;
@@ -28,10 +33,17 @@ sim::TestDrive TestedKeyboard::Drive() {
         const Working working(m_workbench, tr("Reading the keyboard…"));
         m_held = m_workbench.HeldContent();
     }
-    if (!m_copy)
-        m_copy =
-            CopyOf(m_source == Source::Document ? m_workbench.DocumentContent(*m_held) : *m_held);
+    if (!m_copy) {
+        const host::KeyboardContent content =
+            m_source == Source::Document ? m_workbench.DocumentContent(*m_held) : *m_held;
+        m_settings = m_workbench.SettingsIn(content);
+        m_copy = CopyOf(content);
+    }
     return {m_copy->memory, m_copy->model, m_workbench.Layout()};
+}
+
+const QXLayeredFuncKeys& TestedKeyboard::FunctionKeys() const {
+    return dynamic_cast<const QXLayeredFuncKeys&>(m_settings->Find("layeredFuncKeys")->Control());
 }
 
 TestedKeyboard::Copy TestedKeyboard::CopyOf(const host::KeyboardContent& content) {

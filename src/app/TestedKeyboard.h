@@ -8,8 +8,16 @@
 
 #include <QCoreApplication>
 
+#include <memory>
 #include <optional>
 #include <string>
+
+namespace qx {
+class QXLayeredFuncKeys;
+}
+namespace qx::host {
+class Configuration;
+}
 
 namespace qx::app {
 
@@ -20,7 +28,8 @@ class TestedKeyboard {
 public:
     enum class Source { Document, Keyboard };
 
-    explicit TestedKeyboard(Workbench& workbench) : m_workbench(workbench) {}
+    explicit TestedKeyboard(Workbench& workbench);
+    ~TestedKeyboard();
 
     void Use(Source source);
     // These are something else from now on.
@@ -30,6 +39,8 @@ public:
     // Reads the keyboard if necessary. Throws host::Error. The result is used before this object
     // changes.
     [[nodiscard]] sim::TestDrive Drive();
+    // The function keys of what Drive() returned last.
+    [[nodiscard]] const QXLayeredFuncKeys& FunctionKeys() const;
 
 private:
     struct Copy {
@@ -42,6 +53,7 @@ private:
     Source m_source = Source::Document;
     std::optional<host::KeyboardContent> m_held;
     std::optional<Copy> m_copy;
+    std::unique_ptr<host::Configuration> m_settings; // the copy's
 };
 
 } // namespace qx::app

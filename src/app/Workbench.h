@@ -105,6 +105,9 @@ public:
     // that holds these. Nothing is changed.
     [[nodiscard]] host::KeyboardContent HeldContent();
     [[nodiscard]] host::KeyboardContent DocumentContent(const host::KeyboardContent& held);
+    // The settings in such bytes; sections that are damaged have their defaults.
+    [[nodiscard]] std::unique_ptr<host::Configuration>
+    SettingsIn(const host::KeyboardContent& content);
     // The settings that the other document has otherwise than the present one, in sections of both.
     [[nodiscard]] std::vector<host::Difference> ChangesBy(const host::ConfigurationDocument& other);
 

@@ -1,6 +1,7 @@
 // The Workbench's names for options, and what it compares and tries out without changing anything.
 #include "app/Failure.h"
 #include "app/Workbench.h"
+#include "host/CopiedKeyboard.h"
 #include "host/WritePlan.h"
 #include "setup/CaptionSource.h"
 
@@ -38,6 +39,19 @@ host::KeyboardContent Workbench::DocumentContent(const host::KeyboardContent& he
         content = planner.ForSettings(WantedSections(), {.full = false, .repair = true}).after;
     });
     return content;
+}
+
+std::unique_ptr<host::Configuration> Workbench::SettingsIn(const host::KeyboardContent& content) {
+    std::unique_ptr<host::Configuration> settings;
+    Quietly([&] {
+        settings = NewConfiguration();
+        host::CopiedKeyboard copy(content);
+        host::Session session(copy);
+        session.Open();
+        std::vector<host::Section*> sections = session.Present(*settings);
+        session.Upload(sections);
+    });
+    return settings;
 }
 
 std::vector<host::Difference> Workbench::ChangesBy(const host::ConfigurationDocument& other) {

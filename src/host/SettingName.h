@@ -67,8 +67,8 @@ struct SettingValue {
     bool operator==(const SettingValue&) const = default;
 };
 
-// The steps on the way from the section to the setting, "Layer 3, F4", "Description". The element of
-// a list is one step, and the first. `wordOf` gives the word of a part that has one.
+// The steps on the way from the section to the setting, "Layer 3, F4", "Description". The element
+// of a list is one step, and the first. `wordOf` gives the word of a part that has one.
 using PartWord = std::function<std::string(const NamePart&)>;
 [[nodiscard]] std::vector<std::string> StepsOf(const SettingName& name, const PartWord& wordOf,
                                                std::string_view language);

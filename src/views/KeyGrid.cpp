@@ -235,12 +235,17 @@ void KeyGrid::Prepare() {
         m_placing = KeyPlacing(m_caps, rect(), m_pixelRatio);
         m_drawn.assign(m_caps.size(), {});
     }
+    if (std::ranges::all_of(m_drawn, &Drawn::isReady))
+        return;
+    const KeyTextSize common =
+        CommonTextSize(m_caps, m_placing, {static_cast<double>(m_pointSize)});
+    if (std::exchange(m_textSize, common) != common)
+        m_drawn.assign(m_caps.size(), {});
     for (std::size_t row = 0; row < m_caps.size(); ++row) {
         if (std::exchange(m_drawn[row].isReady, true))
             continue;
         m_drawn[row].rect = m_placing.Map(m_caps[row].place);
-        m_drawn[row].texts =
-            KeyTexts(m_drawn[row].rect, m_caps[row], m_placing, {static_cast<double>(m_pointSize)});
+        m_drawn[row].texts = KeyTexts(m_drawn[row].rect, m_caps[row], m_placing, m_textSize);
     }
 }
 
@@ -314,12 +319,17 @@ void KeyGrid::PaintMarks(QPainter& painter) const {
         if (isChosen(cap))
             PaintKeySelected(painter, rect, m_placing);
     });
+    const auto paintFocus = [&](bool ofCurrent) { // beside the current key, below its ring
+        const int row = hasFocus() ? Row(m_focusKey) : -1;
+        if (row >= 0 && m_caps[static_cast<std::size_t>(row)].isCurrent == ofCurrent)
+            PaintKeyFocus(painter, m_drawn[static_cast<std::size_t>(row)].rect, m_placing);
+    };
+    paintFocus(false);
     forEach([&](const KeyCap& cap, const QRectF& rect) {
         if (cap.isCurrent)
             PaintKeyCurrent(painter, rect, m_placing);
     });
-    if (const int row = Row(m_focusKey); row >= 0 && hasFocus())
-        PaintKeyFocus(painter, m_drawn[static_cast<std::size_t>(row)].rect, m_placing);
+    paintFocus(true);
     forEach([&](const KeyCap& cap, const QRectF& rect) {
         if (isChosen(cap))
             PaintKeyTick(painter, rect, m_placing);

@@ -148,6 +148,7 @@ private:
     double m_pixelRatio = 0; // for which the images were prepared
     QByteArray m_keyName = "key";
     int m_pointSize = 8;
+    KeyTextSize m_textSize{}; // in which the texts were prepared
     int m_focusKey = -1;
     int m_hoveredKey = -1;
     bool m_controlMoves = false;

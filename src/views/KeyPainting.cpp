@@ -19,7 +19,6 @@ namespace qx::views {
 namespace {
 
 // In parts of a plain key's height.
-constexpr double kBoardMargin = 0.1;
 constexpr double kRadius = 0.12;
 constexpr double kEdge = 0.02;           // the line around a cap
 constexpr double kFoot = 0.05;           // what is seen of the cap's front, below its top
@@ -31,6 +30,7 @@ constexpr double kGroupLine = 0.04; // not wider than a gap
 constexpr double kDot = 0.17;
 
 constexpr double kLegendScale = 0.75;
+constexpr int kLeastCommonStretch = 66;
 
 QPalette::ColorRole SystemColorRole(std::uint32_t index) {
     using P = QPalette;
@@ -71,22 +71,6 @@ QColor Mixed(const QColor& color, const QColor& other, double part) {
     };
     return QColor::fromRgbF(mix(color.redF(), other.redF()), mix(color.greenF(), other.greenF()),
                             mix(color.blueF(), other.blueF()));
-}
-
-double PlainKeyHeight(const std::vector<KeyCap>& caps) {
-    double height = 0;
-    for (const KeyCap& cap : caps)
-        if (cap.place.height() > 0 && (height == 0 || cap.place.height() < height))
-            height = cap.place.height();
-    return height == 0 ? 1 : height;
-}
-
-QRectF Bounds(const std::vector<KeyCap>& caps) {
-    QRectF bounds;
-    for (const KeyCap& cap : caps)
-        bounds |= cap.place;
-    const double margin = kBoardMargin * PlainKeyHeight(caps);
-    return bounds.adjusted(-margin, -margin, margin, margin);
 }
 
 // At least one pixel, and whole pixels.
@@ -135,24 +119,74 @@ QRectF BridgeBetween(const QRectF& a, const QRectF& b, double nearby, double int
     return {};
 }
 
-// Appends the text to `texts`, in the font's size or smaller and in several lines if it must be,
-// cut at its end if that does not help.
-void AppendFitting(std::vector<KeyText>& texts, const QString& text, QFont font, double size,
-                   const QRectF& area, Qt::Alignment align, const QColor& color, int leastPixels) {
+// A text of a cap, in the font's size or smaller and in several lines if it must be.
+struct FittedText {
+    QFont font;
+    QStringList lines;
+    QRectF area;
+    Qt::Alignment align;
+    QColor color;
+};
+
+FittedText Fitted(const QString& text, QFont font, double size, const QRectF& area,
+                  Qt::Alignment align, const QColor& color, int leastPixels) {
     const QStringList lines = FittingLines(text, font, size, area.size(), leastPixels);
-    const QFontMetricsF metrics(font);
-    const double height = HeightOfLines(metrics, lines.size());
+    return {font, lines, area, align, color};
+}
+
+double PixelsOf(const KeyTextSize& textSize, const KeyPlacing& placing) {
+    return std::max<double>(textSize.leastPixels,
+                            textSize.points * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight);
+}
+
+// The legend and the caption, if there are.
+std::vector<FittedText> FittedTexts(const QRectF& rect, const KeyCap& cap,
+                                    const KeyPlacing& placing, const KeyTextSize& textSize) {
+    const double size = PixelsOf(textSize, placing);
+    const QRectF top = Shrunk(TopOf(rect, cap, placing), kTextMargin * placing.KeyHeight());
+    QFont font = QGuiApplication::font();
+    font.setBold(cap.isBold);
+    font.setStretch(textSize.stretch);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const QColor ink = Ink(cap.color);
+    const QColor color = cap.state == KeyState::Unused ? Mixed(cap.color, ink, 0.7) : ink;
+    const QColor legend = cap.caption.isEmpty() ? color : Mixed(cap.color, ink, 0.85);
+
+    std::vector<FittedText> texts;
+    QRectF below = top;
+    if (!cap.legend.isEmpty()) {
+        QFont small = font;
+        small.setBold(false);
+        const double smallSize = std::max<double>(textSize.leastPixels, size * kLegendScale);
+        QRectF area = top;
+        if (!cap.caption.isEmpty())
+            area.setHeight(std::min(smallSize * 1.3, top.height() / 2));
+        texts.push_back(Fitted(cap.legend, small, smallSize, area, Qt::AlignLeft, legend,
+                               textSize.leastPixels));
+        below.setTop(area.bottom());
+    }
+    if (!cap.caption.isEmpty())
+        texts.push_back(Fitted(cap.caption, font, size * cap.textScale, below, Qt::AlignCenter,
+                               color, textSize.leastPixels));
+    return texts;
+}
+
+// Appends the lines to `texts`, cut at their ends where they do not fit.
+void AppendLines(std::vector<KeyText>& texts, const FittedText& fitted) {
+    const QFontMetricsF metrics(fitted.font);
+    const QRectF& area = fitted.area;
+    const double height = HeightOfLines(metrics, fitted.lines.size());
     const double spare = area.height() - height; // less than 0: blank parts go beyond
-    double top = area.top() + (align & Qt::AlignVCenter || spare < 0 ? spare / 2 : 0);
-    for (const QString& line : lines) {
+    double top = area.top() + (fitted.align & Qt::AlignVCenter || spare < 0 ? spare / 2 : 0);
+    for (const QString& line : fitted.lines) {
         const QString shown = metrics.elidedText(line, Qt::ElideRight, area.width());
         const double spare = area.width() - metrics.horizontalAdvance(shown);
-        KeyText prepared{font, QStaticText(shown), {area.left(), top}, color};
-        if (align & Qt::AlignHCenter)
+        KeyText prepared{fitted.font, QStaticText(shown), {area.left(), top}, fitted.color};
+        if (fitted.align & Qt::AlignHCenter)
             prepared.at.rx() += spare / 2;
         prepared.text.setTextFormat(Qt::PlainText);
         prepared.text.setPerformanceHint(QStaticText::AggressiveCaching);
-        prepared.text.prepare({}, font);
+        prepared.text.prepare({}, fitted.font);
         texts.push_back(prepared);
         top += LineStep(metrics);
     }
@@ -168,30 +202,6 @@ QColor ToQColor(std::int32_t lColor) {
             static_cast<int>(value >> 16U & 0xFFU)};
 }
 
-KeyPlacing::KeyPlacing(const std::vector<KeyCap>& caps, const QRectF& area, double pixelRatio)
-    : m_pixelRatio(pixelRatio) {
-    const QRectF bounds = Bounds(caps);
-    m_scale =
-        std::max(0.0, std::min(area.width() / bounds.width(), area.height() / bounds.height()));
-    m_keyHeight = PlainKeyHeight(caps) * m_scale;
-    m_origin = area.center() - bounds.center() * m_scale;
-    m_board = Map(bounds);
-}
-
-QRectF KeyPlacing::Map(const QRectF& place) const {
-    const auto onPixel = [this](double value) {
-        return std::round(value * m_pixelRatio) / m_pixelRatio;
-    };
-    return {QPointF(onPixel(place.left() * m_scale + m_origin.x()),
-                    onPixel(place.top() * m_scale + m_origin.y())),
-            QPointF(onPixel(place.right() * m_scale + m_origin.x()),
-                    onPixel(place.bottom() * m_scale + m_origin.y()))};
-}
-
-QSizeF KeyPlacing::NaturalSize(const std::vector<KeyCap>& caps) {
-    return Bounds(caps).size() * (kNaturalKeyHeight / PlainKeyHeight(caps));
-}
-
 void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
                   const KeyPlacing& placing, KeyTouch touch) {
     const double radius = kRadius * placing.KeyHeight();
@@ -203,33 +213,33 @@ void PaintKeyBody(QPainter& painter, const QRectF& rect, const KeyCap& cap,
 
 std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap, const KeyPlacing& placing,
                               const KeyTextSize& textSize) {
-    const double size = std::max<double>(
-        textSize.leastPixels, textSize.points * 96 / 72 * placing.KeyHeight() / kNaturalKeyHeight);
-    const QRectF top = Shrunk(TopOf(rect, cap, placing), kTextMargin * placing.KeyHeight());
-    QFont font = QGuiApplication::font();
-    font.setBold(cap.isBold);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    const QColor ink = Ink(cap.color);
-    const QColor color = cap.state == KeyState::Unused ? Mixed(cap.color, ink, 0.7) : ink;
-    const QColor legend = cap.caption.isEmpty() ? color : Mixed(cap.color, ink, 0.85);
-
     std::vector<KeyText> texts;
-    QRectF below = top;
-    if (!cap.legend.isEmpty()) {
-        QFont small = font;
-        small.setBold(false);
-        const double smallSize = std::max<double>(textSize.leastPixels, size * kLegendScale);
-        QRectF area = top;
-        if (!cap.caption.isEmpty())
-            area.setHeight(std::min(smallSize * 1.3, top.height() / 2));
-        AppendFitting(texts, cap.legend, small, smallSize, area, Qt::AlignLeft, legend,
-                      textSize.leastPixels);
-        below.setTop(area.bottom());
-    }
-    if (!cap.caption.isEmpty())
-        AppendFitting(texts, cap.caption, font, size * cap.textScale, below, Qt::AlignCenter, color,
-                      textSize.leastPixels);
+    for (const FittedText& fitted : FittedTexts(rect, cap, placing, textSize))
+        AppendLines(texts, fitted);
     return texts;
+}
+
+KeyTextSize CommonTextSize(const std::vector<KeyCap>& caps, const KeyPlacing& placing,
+                           const KeyTextSize& wanted) {
+    const auto forEach = [&](const KeyTextSize& size, const auto& use) {
+        for (const KeyCap& cap : caps)
+            if (cap.state != KeyState::Programmed)
+                for (const FittedText& text :
+                     FittedTexts(placing.Map(cap.place), cap, placing, size))
+                    use(text);
+    };
+    KeyTextSize common = wanted;
+    forEach(wanted, [&](const FittedText& text) {
+        if (text.font.stretch() >= kLeastCommonStretch)
+            common.stretch = std::min(common.stretch, text.font.stretch());
+    });
+    double pixels = PixelsOf(wanted, placing);
+    forEach(common, [&](const FittedText& text) {
+        if (text.font.stretch() == common.stretch && text.align & Qt::AlignHCenter)
+            pixels = std::min<double>(pixels, text.font.pixelSize());
+    });
+    common.points = pixels * 72 / 96 * kNaturalKeyHeight / placing.KeyHeight();
+    return common;
 }
 
 void PaintKeyText(QPainter& painter, const KeyText& text) {
@@ -338,9 +348,10 @@ void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vecto
     for (const KeyCap& cap : caps)
         rects.push_back(placing.Map(cap.place));
     PaintKeyGroups(painter, caps, rects, placing);
+    const KeyTextSize common = CommonTextSize(caps, placing, textSize);
     for (std::size_t i = 0; i < caps.size(); ++i) {
         PaintKeyBody(painter, rects[i], caps[i], placing);
-        for (const KeyText& text : KeyTexts(rects[i], caps[i], placing, textSize))
+        for (const KeyText& text : KeyTexts(rects[i], caps[i], placing, common))
             PaintKeyText(painter, text);
     }
     for (std::size_t i = 0; i < caps.size(); ++i) {

@@ -44,6 +44,9 @@ struct KeyCap {
 struct KeyTextSize {
     double points;        // of captions at natural size
     int leastPixels = 11; // of any text, in the painter's unit; on screens that is 8 points
+    int stretch = 100;    // of letters, in percent; single texts may be narrower
+
+    bool operator==(const KeyTextSize&) const = default;
 };
 
 // Draws the caps into `area` as large as they fit, their proportions kept. `focused` is the index
@@ -58,8 +61,8 @@ void PaintKeyCaps(QPainter& painter, const KeyPlacing& placing, const std::vecto
 
 inline constexpr double kNaturalKeyHeight = 40; // pixels on a screen of 96 to the inch
 
-// From the owner's unit to where the caps are drawn: in the middle of an area, as large as they
-// fit.
+// From the owner's unit to where the caps are drawn: in the upper left corner of an area, as large
+// as they fit.
 class KeyPlacing {
 public:
     KeyPlacing() = default;
@@ -81,6 +84,12 @@ private:
     QPointF m_origin;
     QRectF m_board;
 };
+
+// The size, not more than `wanted`, and the stretch in which the labels of all keys that are not
+// programmed have room, so that they look alike; labels that would make all others too narrow do
+// not count.
+[[nodiscard]] KeyTextSize CommonTextSize(const std::vector<KeyCap>& caps, const KeyPlacing& placing,
+                                         const KeyTextSize& wanted);
 
 // The steps of drawing a cap, in their order. `rect` is where the placing maps it.
 

@@ -150,13 +150,24 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
     m_bindings.Bind(descriptionCaption, QStringLiteral("lblSymbolDesc"), m_control.lblSymbolDesc);
     m_bindings.Bind(description, QStringLiteral("txtSymbolDesc"), m_control.txtSymbolDesc,
                     [this] { m_control.txtSymbolDesc_Change(); });
-    m_bindings.OnShow([sequenceCaption, sequence, descriptionCaption, description] {
+    const auto showSelection = [=, this] {
+        const bool isSeveral = m_grid->Selected().size() > 1; // they have nothing in common
+        const QString text = isSeveral ? QString() : ToQt(m_control.txtSymbolDesc.Text);
+        const QSignalBlocker quiet(description);
+        if (description->text() != text) // setting an equal text would move the cursor
+            description->setText(text);
+        description->setEnabled(!isSeveral && m_control.txtSymbolDesc.Enabled);
+        description->setPlaceholderText(isSeveral ? tr("Several keys") : QString());
+        sequence->setText(isSeveral ? tr("Several keys") : ToQt(m_control.lblCurrSeq.Caption));
+        sequence->setEnabled(!isSeveral);
         for (QLabel* caption : {sequenceCaption, descriptionCaption})
             caption->setMinimumWidth(std::max(sequenceCaption->sizeHint().width(),
                                               descriptionCaption->sizeHint().width()));
         sequence->ShowAccessibleName(sequenceCaption->text());
         description->setAccessibleName(descriptionCaption->text());
-    });
+    };
+    m_bindings.OnShow(showSelection);
+    connect(m_grid, &KeyGrid::SelectionChanged, description, showSelection);
     connect(sequence, &SequenceLabel::KeyPress, this, [this] { m_control.lblCurrSeq_KeyPress(); });
 
     auto* sequenceRow = new QWidget;

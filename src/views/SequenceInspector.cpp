@@ -133,7 +133,8 @@ void SequenceInspector::MakeParts() {
     m_sent->addWidget(m_text);
     m_sent->addWidget(m_fault);
     m_sent->addStretch(0);
-    m_columns = new QVBoxLayout;
+    m_columns = new QVBoxLayout(m_editor);
+    m_columns->setContentsMargins({});
     m_columns->addLayout(m_sent);
     m_columns->addWidget(m_palette, 1);
     m_receivedRow = new QWidget;
@@ -141,9 +142,6 @@ void SequenceInspector::MakeParts() {
     received->setContentsMargins({});
     received->addWidget(m_receivedCaption);
     received->addWidget(m_received, 1);
-    m_rows = new QVBoxLayout(m_editor);
-    m_rows->setContentsMargins({});
-    m_rows->addLayout(m_columns, 1);
     m_warningRow = new QWidget;
     auto* warnings = new QHBoxLayout(m_warningRow);
     warnings->setContentsMargins({});
@@ -197,8 +195,11 @@ void SequenceInspector::SetWide(bool isWide) {
         m_sent->insertWidget(m_sent->count() - 1, m_warningRow);
     } else {
         m_sent->insertWidget(1, m_receivedRow);
-        m_rows->addWidget(m_warningRow); // where it moves nothing that may be clicked
+        m_sent->insertWidget(2, m_warningRow);
     }
+    QSizePolicy keepsRoom = m_warningRow->sizePolicy(); // so that nothing below moves
+    keepsRoom.setRetainSizeWhenHidden(!isWide);
+    m_warningRow->setSizePolicy(keepsRoom);
     m_palette->SetWide(isWide);
 }
 
@@ -250,8 +251,6 @@ void SequenceInspector::ShowDraft() {
     const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
     m_warnings->setText(warnings.join(u'\n'));
     m_warningRow->setVisible(!warnings.isEmpty());
-    if (warnings.isEmpty())
-        return;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_warningIcon->setPixmap(
         LineIcon(QStringLiteral("warning")).pixmap(QSize(size, size), devicePixelRatioF()));

@@ -91,7 +91,6 @@ private:
     bool m_hasRecorded = false; // something, and may go on
 
     QBoxLayout* m_head;
-    QBoxLayout* m_rows;
     QBoxLayout* m_columns;
     QBoxLayout* m_sent;
     QLabel* m_title;

@@ -2,19 +2,29 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <span>
 
 namespace qx::views {
 
 namespace {
 
 constexpr double kLeastTextScale = 0.6; // smaller than that only where a text would be cut else
-constexpr double kLeastLineScale = 0.8; // if it must be smaller than that, two lines are better
 constexpr double kLineStep = 0.85;      // of the font's height
 constexpr int kStretches[] = {100, 88, 76, 66, 58}; // of letters, in percent: narrow before a cut
 constexpr int kLeastPart = 2; // characters of a line that is not broken at a blank
 
 double Advance(const QFont& font, const QString& text) {
     return QFontMetricsF(font).horizontalAdvance(text);
+}
+
+// The stretches of letters to try, from the font's own.
+std::span<const int> NarrowerThan(const QFont& font) {
+    const auto* first =
+        std::find_if(std::begin(kStretches), std::end(kStretches), [&](int stretch) {
+            return font.stretch() == QFont::AnyStretch || stretch <= font.stretch();
+        });
+    return {first, std::end(kStretches)};
 }
 
 // Between words, in "NumLock" too; and as keyboards print the one word that is long on all of them.
@@ -49,7 +59,8 @@ QStringList BetweenWords(const QString& text, const QFont& font) {
 double Blank(const QStringList& lines, const QFontMetricsF& metrics) {
     const QString& last = lines.back();
     const bool hangs = std::any_of(last.begin(), last.end(), [](QChar c) {
-        return !c.isUpper() && !QStringView(u"abcdefhiklmnorstuvwxz0123456789+-*.").contains(c);
+        return !c.isUpper() &&
+               !QStringView(u"abcdefhiklmnorstuvwxz0123456789+-*. \u2193\u2026").contains(c);
     });
     return metrics.ascent() - metrics.capHeight() + (hangs ? 0 : metrics.descent());
 }
@@ -75,12 +86,13 @@ int FittingPixels(const QStringList& lines, const QFont& font, int least, int mo
     return 0;
 }
 
-// The text in as many lines as the area is high, broken between words where the lines are full; the
-// last line has all the rest.
+// The text in as many lines as the area is high, blank parts beyond it, broken between words where
+// the lines are full; the last line has all the rest.
 QStringList Wrapped(const QString& text, const QFont& font, const QSizeF& area) {
     const QFontMetricsF metrics(font);
+    const double height = area.height() + Blank({text}, metrics);
     const auto most =
-        std::max(1, static_cast<int>((area.height() - metrics.height()) / LineStep(metrics)) + 1);
+        std::max(1, static_cast<int>((height - metrics.height()) / LineStep(metrics)) + 1);
     QStringList lines;
     QString rest = text;
     while (static_cast<int>(lines.size()) + 1 < most) {
@@ -111,11 +123,12 @@ QStringList FittingLines(const QString& text, QFont& font, double size, const QS
                          int leastPixels) {
     const int most = std::max(leastPixels, static_cast<int>(std::lround(size)));
     const int least = std::max(leastPixels, static_cast<int>(std::lround(most * kLeastTextScale)));
-    for (const int stretch : kStretches) {
+    const auto stretches = NarrowerThan(font);
+    for (const int stretch : stretches) {
         font.setStretch(stretch);
         QStringList lines{text};
         int pixels = FittingPixels(lines, font, least, most, area);
-        if (pixels < most * kLeastLineScale) {
+        if (pixels < most) {
             font.setPixelSize(most);
             const QStringList two = BetweenWords(text, font);
             int inTwo = FittingPixels(two, font, least, most, area);
@@ -135,7 +148,7 @@ QStringList FittingLines(const QString& text, QFont& font, double size, const QS
     }
     font.setPixelSize(least);
     QStringList lines;
-    for (const int stretch : kStretches) { // narrow letters help only where lines are too wide
+    for (const int stretch : stretches) { // narrow letters help only where lines are too wide
         font.setStretch(stretch);
         lines = Wrapped(text, font, area);
         if (Advance(font, lines.back()) <= area.width())

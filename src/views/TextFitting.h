@@ -14,7 +14,8 @@ namespace qx::views {
 [[nodiscard]] double LineStep(const QFontMetricsF& metrics);
 
 // The text's lines in a font of `size` pixels or smaller, down to `leastPixels`, and with narrower
-// letters if it must be, broken between words only; the font gets that size and stretch. A line
+// letters than the font has if it must be, broken between words only; two lines are better than
+// smaller or narrower letters. The font gets that size and stretch. A line
 // that does not fit even so is cut by the caller. The blank parts of the first and the last line
 // may go beyond the area.
 [[nodiscard]] QStringList FittingLines(const QString& text, QFont& font, double size,

@@ -21,6 +21,8 @@ namespace qx::views {
 
 namespace {
 
+constexpr int kColumnGap = 12; // pixels
+
 int TwoLines(const QWidget& widget) {
     return 2 * widget.fontMetrics().lineSpacing();
 }
@@ -137,7 +139,7 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6);
     m_bindings.OnShow([this, freeCaption, list] {
-        freeCaption->setText(tr("Free keys:"));
+        freeCaption->setText(tr("Keys without a block:"));
         list->setAccessibleName(ToQt(m_form.lblNumBlocks.Caption));
     });
     head->addLayout(CaptionedRow(MakeLabel("lblNumBlocks", m_form.lblNumBlocks),
@@ -185,6 +187,7 @@ QLayout* frmPOSProgrammerView::MakeCurrentBlock() {
 
     auto* grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
+    grid->setHorizontalSpacing(kColumnGap);
     grid->addWidget(idCaption, 0, 0);
     grid->addWidget(id, 0, 1);
     grid->addWidget(MakeLabel("lblKeys", m_form.lblKeys), 1, 0);

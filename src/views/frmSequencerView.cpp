@@ -126,8 +126,7 @@ QLayout* frmSequencerView::MakeSequence() {
             sequence->moveCursor(QTextCursor::End); // keeps the most recent key visible
         }
         sequence->setAccessibleName(ToQt(m_form.lblSequence.Caption));
-        sequence->setVisible(m_form.chkShowDetails.Value == 1 ||
-                             !Draft()); // else the chips suffice
+        sequence->setVisible(!Draft()); // else there are the chips
         left->setText(tr("Codes left:"));
     });
 
@@ -246,10 +245,15 @@ QLayout* frmSequencerView::MakeTyped() {
                "releases both, {30} is a code."));
     });
 
-    auto* row = new QHBoxLayout;
+    auto* typed = new QWidget; // the text with the released keys
+    auto* row = new QHBoxLayout(typed);
+    row->setContentsMargins({});
     row->addWidget(caption);
     row->addWidget(m_typed, 1);
     row->addWidget(apply);
+    m_bindings.OnShow([this, typed] {
+        typed->setVisible(m_form.chkShowDetails.Value == 1 || m_form.HasTyped() || !Draft());
+    });
     auto* message = new QGridLayout; // only one is shown at a time
     message->addWidget(fault, 0, 0);
     message->addWidget(full, 0, 0);
@@ -259,7 +263,7 @@ QLayout* frmSequencerView::MakeTyped() {
             m_textFault->clear();
     });
     auto* column = new QVBoxLayout;
-    column->addLayout(row);
+    column->addWidget(typed);
     column->addLayout(message);
     return column;
 }

@@ -123,6 +123,7 @@ TEST_F(Hands, SeveralKeysArePastedIntoFilledAndCleared) {
     Click(grid, 16, Qt::ControlModifier);
     Click(grid, 23, Qt::ControlModifier);
     EXPECT_EQ(grid.Selected(), (std::vector<int>{3, 4, 5, 15, 17, 23}));
+    EXPECT_FALSE(desk.Find<QLineEdit>("txtSymbolDesc")->isEnabled()) << "it is one key's";
     desk.Click("pasteKeys");
     Write();
     for (int key = 0; key < 24; ++key)

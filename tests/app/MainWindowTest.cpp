@@ -276,6 +276,7 @@ TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     const std::string held = desk.Held();
     desk.Edit("freeProgKeys", 75); // sends A
     desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Layer(2).GetKey(23).SetKeyString(" 31");
+    desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Layer(2).SetKeyDesc(23, "Tea");
     desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").SetDataChanged(true);
     desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").AdjustControls();
     desk.Page("testDrive");
@@ -296,6 +297,9 @@ TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     desk.Find<QTabBar>("testLayers")->setCurrentIndex(2);
     EXPECT_TRUE(desk.IsShownProgrammed("testFunctionKeys", 23));
     EXPECT_FALSE(desk.IsShownProgrammed("testFunctionKeys", 22));
+    EXPECT_EQ(desk.Find<QTabBar>("testLayers")->tabText(2), QStringLiteral("2 (1)"));
+    EXPECT_EQ(desk.Find<views::KeyGrid>("testFunctionKeys")->Keys()[23].caption,
+              QStringLiteral("Tea"));
     desk.ClickKey("testFunctionKeys", 23);
     EXPECT_TRUE(received().contains(QStringLiteral("layer 2, F24: A")));
     desk.Click("copyLog");

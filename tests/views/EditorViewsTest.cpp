@@ -94,6 +94,7 @@ protected:
         sequencer.SetKeyboard(&keyboard.access);
         sequencer.SetLayoutSource(&layout);
         sequencer.SetSequenceSizeMessage("full");
+        sequencer.SetDoShowDetails(true);
         programmer.SetLayoutSource(&layout);
         pos.SetKeyboard(&keyboard.access);
     }
@@ -195,6 +196,19 @@ TEST_F(EditorViewsTest, WrongTextIsExplainedInPlace) {
                   EXPECT_FALSE(user.Find("lblSizeMsg")->isVisible());
               }),
               "unchanged");
+}
+
+TEST_F(EditorViewsTest, TheTextWithReleasesIsShownOnceAndOnWish) {
+    EditSequence([](const User& user) {
+        const QWidget& text = *user.Find("txtTyped");
+        EXPECT_TRUE(text.isVisible() && !user.Find("txtSequence")->isVisible());
+        user.Click("chkShowDetails");
+        EXPECT_FALSE(text.isVisible() || user.Find("txtSequence")->isVisible());
+        user.Click("chkShowDetails");
+        user.Type("txtTyped", QStringLiteral("Ctr"));
+        user.Click("chkShowDetails");
+        EXPECT_TRUE(text.isVisible()) << "it would be taken unseen";
+    });
 }
 
 TEST_F(EditorViewsTest, ClosingTheWindowLosesNothingWithoutAQuestion) {

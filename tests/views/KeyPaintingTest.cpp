@@ -9,6 +9,10 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+#include <utility>
+
 namespace qx::views {
 namespace {
 
@@ -100,6 +104,42 @@ TEST(KeyPaintingTest, CaptionsThatFitAreShownWhole) {
                         << name << " at " << points << " points, " << width << " pixels";
                 }
         }
+    }
+}
+
+// The labels of a board are all of one font, and what a key sends has two lines before it is cut.
+TEST(KeyPaintingTest, LabelsLookAlike) {
+    QXKeyboardLayoutData layout;
+    layout.SetLayoutPath(QX_LAYOUTS);
+    ASSERT_TRUE(layout.OpenLayoutByName("us.qxl"));
+    QXLayoutDisplay display;
+    display.SetLayoutSource(&layout);
+    display.ReloadKeysSettings(KeyboardSequences());
+    const QXLayoutDisplayView view(display);
+    std::vector<KeyCap> caps = view.Grid()->Keys();
+    caps[0].state = KeyState::Programmed;
+    caps[0].caption = QStringLiteral("Subtotal with discount and tax"); // does not count
+    for (const int width : {700, 960, 1100, 1900})
+        for (const double points : {8.0, 12.0}) {
+            const KeyPlacing placing(caps, QRectF(0, 0, width, width), 1);
+            const KeyTextSize common = CommonTextSize(caps, placing, {points});
+            EXPECT_LE(common.points,
+                      std::max(points, 8.25 * kNaturalKeyHeight / placing.KeyHeight()));
+            std::set<std::pair<int, int>> fonts;
+            for (std::size_t i = 1; i < caps.size(); ++i)
+                for (const KeyText& text :
+                     KeyTexts(placing.Map(caps[i].place), caps[i], placing, common))
+                    fonts.emplace(text.font.pixelSize(), text.font.stretch());
+            EXPECT_EQ(fonts.size(), 1U) << width << " pixels, " << points << " points";
+        }
+
+    KeyCap cap = Cap(1, {0, 0, 575, 575});
+    cap.state = KeyState::Programmed;
+    cap.legend = QStringLiteral("F2");
+    const KeyPlacing placing({cap}, QRectF(0, 0, 52, 52), 1);
+    for (const char* sent : {"Esc\u2193 Enter\u2193", "1\u2193 2\u2193 3\u2193"}) {
+        cap.caption = QString::fromUtf8(sent);
+        EXPECT_EQ(KeyTexts(placing.Map(cap.place), cap, placing, {8}).size(), 3U) << sent;
     }
 }
 

@@ -2856,6 +2856,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>%1, empty</source>
         <translation>%1, leer</translation>
     </message>
+    <message>
+        <source>Several keys</source>
+        <translation>Mehrere Tasten</translation>
+    </message>
 </context>
 <context>
     <name>QXLayoutDisplayView</name>
@@ -4386,10 +4390,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Hilfe</translation>
     </message>
     <message>
-        <source>Free keys:</source>
-        <translation>Freie Tasten:</translation>
-    </message>
-    <message>
         <source>&amp;Undo</source>
         <translation>&amp;Rückgängig</translation>
     </message>
@@ -4404,6 +4404,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Sends nothing yet</source>
         <translation>Sendet noch nichts</translation>
+    </message>
+    <message>
+        <source>Keys without a block:</source>
+        <translation>Tasten ohne Block:</translation>
     </message>
 </context>
 <context>

@@ -71,7 +71,7 @@ void frmSequencer::SetKeyString(const std::string& sKeyString) {
 }
 
 bool frmSequencer::IsChanged() const {
-    return m_sequence.KeyString() != m_openedWith || txtTyped.Text != m_typedAsIs;
+    return m_sequence.KeyString() != m_openedWith || HasTyped();
 }
 
 void frmSequencer::PrepareDisplay() {
@@ -112,7 +112,7 @@ void frmSequencer::ShowSequence() {
                                                  m_sequence.KeyString(), chkShowDetails.Value == 1);
     lblRemaining.Caption = std::to_string(std::max(0, m_maxSeqSize - m_sequence.Length()));
     txtTyped.Enabled = m_layout != nullptr;
-    const bool isPending = txtTyped.Text != m_typedAsIs;
+    const bool isPending = HasTyped();
     m_typedAsIs = EditableText(m_sequence, m_layout);
     if (!isPending)
         txtTyped.Text = m_typedAsIs;
@@ -130,7 +130,7 @@ void frmSequencer::ShowTypedFault(const std::string& sFault) {
 }
 
 bool frmSequencer::TakeTyped() {
-    if (m_layout == nullptr || txtTyped.Text == m_typedAsIs)
+    if (m_layout == nullptr || !HasTyped())
         return true;
     KeySequence typed;
     try {

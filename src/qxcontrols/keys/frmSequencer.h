@@ -53,6 +53,8 @@ public:
     [[nodiscard]] bool OK() const { return m_ok; }
     // Whether leaving without OK loses anything: recorded codes, or typed text.
     [[nodiscard]] bool IsChanged() const;
+    // Whether txtTyped has a text that is not yet taken into the sequence.
+    [[nodiscard]] bool HasTyped() const { return txtTyped.Text != m_typedAsIs; }
     // For a simulated keyboard: presses and releases one of its keys, by position code and by that
     // plus 128. While PressesTwin is true, clicks on the screen go there, and the recorded codes
     // come from the keyboard, as from a real one.

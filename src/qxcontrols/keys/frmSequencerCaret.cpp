@@ -56,7 +56,7 @@ bool frmSequencer::Insert(const std::vector<Byte>& codes) {
 
 void frmSequencer::Rearrange(const std::vector<Byte>& codes, std::size_t caret) {
     TraceForm("Rearrange");
-    const bool isPending = txtTyped.Text != m_typedAsIs;
+    const bool isPending = HasTyped();
     if (TakeTyped() && !isPending) {
         m_sequence.SetBytes(std::string(codes.begin(), codes.end()));
         ShowSequence();
