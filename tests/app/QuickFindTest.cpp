@@ -138,6 +138,7 @@ TEST(QuickFind, KnowsKeysByEveryNameThatTheyHave) {
         desk.ClickKey("posDisplay", key);
         desk.Click("key_31");
     }
+    desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").Layer(0).GetKey(19).SetKeyString(" 31");
     desk.Page("overview");
     auto* field = desk.Find<QLineEdit>("quickFind");
     const auto* found = desk.window->findChild<QListWidget*>(QStringLiteral("quickFindResults"));
@@ -153,6 +154,8 @@ TEST(QuickFind, KnowsKeysByEveryNameThatTheyHave) {
     EXPECT_EQ(first("block 3"), "Block 3 — Preferences") << "the colour of that number";
     EXPECT_TRUE(found->item(3)->text().startsWith(QStringLiteral("POS keys › Key 40 (")))
         << found->item(3)->text().toStdString();
+    for (const char* words : {"layer 0 f2", "layer 0, f2"})
+        EXPECT_EQ(first(words), "Layered function keys › Layer 0, F2") << "F20 is programmed";
     EXPECT_EQ(first("page up"), "Free keys › Key 85 (PgUp)");
     QTest::keyClick(field, Qt::Key_Return);
     QTest::keyClicks(desk.Find<views::KeyGrid>("layoutDisplay"), "b");
