@@ -1,7 +1,7 @@
 # The Debian 12 packages that this project needs, for the scripts that set up a machine.
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev qt6-base-dev qt6-svg-dev
                 qt6-tools-dev qt6-l10n-tools qt6-translations-l10n)
-test_packages=(libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint
+test_packages=(clang libclang-rt-14-dev libgtest-dev libbenchmark-dev pkgconf ansible-core python3-voluptuous yamllint
                libqt6opengl6-dev python3-jsonschema python3-dev pybind11-dev python3-mypy zsh fish
                mandoc man-db
                desktop-file-utils appstream shared-mime-info libglib2.0-bin

@@ -52,7 +52,7 @@ MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language&
                        m_notice->Show({Notice::Kind::Information, text});
                },
                [this](const QString& text) { m_notice->Show(UndoableNotice(text)); },
-               [this](const QString& text) {
+               [](const QString& text) {
                    QMessageBox::information(QApplication::activeModalWidget(), tr("Help"), text);
                }}),
       m_documents(new DocumentMenu(workbench, this)),

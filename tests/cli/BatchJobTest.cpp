@@ -59,7 +59,7 @@ TEST_F(JobFile, FaultsAreNamedBeforeAKeyboardIsTouched) {
         },
         [](Json& whole) -> Json& { return whole; });
     // All of them are named.
-    for (const int unit : {0, 2})
+    for (const unsigned unit : {0U, 2U})
         job["units"][unit]["variables"]["a"] = "1";
     job["variables"]["b"] = "2";
     const Json error = Json::parse(RunJob().out)["error"];
@@ -151,7 +151,7 @@ TEST_F(JobFile, AnUploadedDocumentLeavesEachKeyboardItsIdentifier) {
 TEST_F(JobFile, OneIdentifierIsNotGivenTwice) {
     PutIntoDocument("layeredFuncKeys", {{"guid", "{01234567-89AB-CDEF-0123-456789ABCD${till}}"},
                                         {"keys", Json::array()}});
-    for (const int unit : {0, 1, 2})
+    for (const unsigned unit : {0U, 1U, 2U})
         job["units"][unit]["variables"]["till"] = unit == 0 ? "11" : "22";
     const Outcome refused = RunJob();
     EXPECT_EQ(refused.status, 6);

@@ -29,7 +29,7 @@ protected:
         for (const char* name : {"1", "2", "3", "4", "5"})
             std::filesystem::remove(folder / (std::string(name) + ".qxk.wild"));
     }
-    [[nodiscard]] std::string MessageOf(int unit) const {
+    [[nodiscard]] std::string MessageOf(std::size_t unit) const {
         const Json error = Report()["units"][unit]["error"];
         return error.is_null() ? "" : error["message"].get<std::string>();
     }
@@ -97,7 +97,7 @@ TEST_F(BatchProcesses, IndistinguishableKeyboardsDoNotInterfere) {
     Make("1.qxk");
     for (const char* copy : {"2.qxk", "3.qxk"})
         std::filesystem::copy_file(folder / "1.qxk", folder / copy);
-    for (const int unit : {3, 4})
+    for (const unsigned unit : {3U, 4U})
         job["units"][unit]["model"] = "magnet";
     // The workers use the batch's layout and options.
     Json document = Json::parse(kDocument);

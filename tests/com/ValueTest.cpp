@@ -80,10 +80,11 @@ TEST(ComValue, IsBroughtToTheDeclaredTypeOrRefused) {
         {Kind::Variant, Single{2.5F}, Single{2.5F}},
     };
     for (std::size_t i = 0; i < std::size(conversions); ++i) {
-        const auto& [to, from, result, error] = conversions[i];
+        const auto& row = conversions[i];
         Value value;
-        EXPECT_EQ(ErrorOf([&] { value = Coerced(from, {to}, "value"); }), error) << "row " << i;
-        EXPECT_TRUE(error != 0 || value == result) << "row " << i;
+        EXPECT_EQ(ErrorOf([&] { value = Coerced(row.from, {row.to}, "value"); }), row.error)
+            << "row " << i;
+        EXPECT_TRUE(row.error != 0 || value == row.result) << "row " << i;
     }
 }
 

@@ -271,7 +271,7 @@ TEST(Files, AreRemovedWithAllAboveMadeBefore) {
 
 TEST(Files, MadeForTheUserAreTheUsersOwn) {
     const TempFolder folder;
-    for (const mode_t mask : {0000, 0777}) {
+    for (const mode_t mask : {0000U, 0777U}) {
         const mode_t before = umask(mask);
         const fs::path made = folder / std::to_string(mask) / "below";
         files::MakeFolder(made);

@@ -12,6 +12,8 @@ import unittest
 import qxcontrols
 
 PROJECT = pathlib.Path(__file__).resolve().parent.parent.parent
+# a sanitizer's library, which the programs that are started here contain themselves
+os.environ.pop("LD_PRELOAD", None)
 
 
 class Package(unittest.TestCase):
