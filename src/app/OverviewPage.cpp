@@ -26,7 +26,7 @@ namespace {
 
 using State = StartStages::State;
 
-constexpr int kFill = 100;   // the stretch of what has the room that is left
+constexpr int kFill = 100;   // stretch of the widget that fills the remaining room
 constexpr int kCardGap = 12; // pixels
 
 QString MarkOf(State state) {

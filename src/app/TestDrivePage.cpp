@@ -11,6 +11,7 @@
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "views/Bindings.h"
+#include "views/RowPlace.h"
 #include "views/SentTexts.h"
 
 #include <QApplication>
@@ -35,9 +36,6 @@ using views::ToQt;
 namespace {
 
 constexpr int kMostLines = 2000; // of the log
-constexpr int kKeysInRow = 12;
-constexpr QSizeF kStep(720, 600); // from function key to function key
-constexpr double kFunctionKeyGap = 25;
 constexpr int kLeastLines = 3;   // of the log
 constexpr int kRoomForData = 48; // characters of a card or a code
 
@@ -322,8 +320,7 @@ void TestDrivePage::ShowFunctionKeys(const sim::TestDrive& drive) {
     for (Integer nKey = 0; nKey < FuncKeyLayer::kKeys; ++nKey) {
         views::KeyCap cap;
         cap.index = nKey;
-        cap.place = {nKey % kKeysInRow * kStep.width(), nKey / kKeysInRow * kStep.height(),
-                     kStep.width() - kFunctionKeyGap, kStep.height() - kFunctionKeyGap};
+        cap.place = views::RowPlace(kFuncKeyRows, nKey);
         cap.caption = ToQt(FuncKeyLegend(nKey));
         cap.name = cap.caption;
         cap.color = empty;

@@ -82,7 +82,7 @@ void BackupStore::Prune(const std::string& keyboard, Time time, const AskNamed& 
         days.insert(DayOf(entry.time));
     const Day today = DayOf(TimeFileName(time));
     const auto isOld = [&](Day day) {
-        if (today - day <= kAge) // as the day of what is needed at any age always is
+        if (today - day <= kAge) // backups that are kept at any age have a recent day
             return false;
         const auto later = days.upper_bound(day + kAge);
         return static_cast<std::size_t>(std::distance(later, days.end())) >= kLaterDays;

@@ -165,7 +165,7 @@ std::string CauseText(const Error& error) {
         return "this keyboard has no layered function keys";
     case Cause::UnitProcessEnded:
         return "the process that programmed it " + files::HowItEnded(error.problem) +
-               "; what the keyboard holds is not known, and the next run resolves it";
+               "; the keyboard's contents are unknown; the next run resolves this";
     case Cause::EntriesUnreadable:
         return WithReason("entries of the configuration directory could not be read: " +
                               std::to_string(error.count) + ", the first of them entry " +

@@ -77,8 +77,8 @@ std::optional<std::size_t> UntouchedFrom(std::size_t size, IsUntouched isUntouch
 
 } // namespace
 
-// Moves what has been requested into the image. Nothing is taken for read that the transfer has
-// only left as it was: what looks so is read once more, over the complement.
+// Transfers the requested memory into the image. Bytes that equal the fill pattern afterwards may
+// not have been transferred, so they are read again over its complement.
 void Session::Load() {
     const auto fill = [this](const std::vector<TransferRequest>& requests, bool isComplement) {
         for (const TransferRequest& request : requests) {

@@ -82,7 +82,7 @@ public:
     // Any other value is a fault, and has no members.
     explicit Object(Value value);
 
-    // What kind of value it is has no fault, and it has at least the member that is asked for.
+    // False for a missing value, and for one of another kind, which is recorded as a fault.
     [[nodiscard]] bool IsObject() const { return m_isObject; }
     [[nodiscard]] const Value& Whole() const { return m_value; }
 

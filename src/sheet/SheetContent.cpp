@@ -13,6 +13,7 @@
 #include "qxcontrols/pos/QXPos.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
+#include "views/RowPlace.h"
 
 #include <QCoreApplication>
 
@@ -29,10 +30,6 @@ using views::KeyState;
 constexpr QColor kProgrammed(0xFF, 0xE4, 0xA0);
 constexpr QColor kEmpty(0xFF, 0xFF, 0xFF);
 constexpr QColor kUnused(0xEC, 0xEC, 0xEC);
-
-constexpr int kLayerKeysInRow = 12;
-constexpr QSizeF kLayerStep(720, 600); // between keys; wide enough for a few words
-constexpr double kLayerGap = 25;
 
 bool IsPrintable(char32_t c) {
     const bool isHalf = c >= 0xD800 && c < 0xE000;
@@ -170,10 +167,7 @@ private:
             const KeySequence& sequence = layer.GetKey(key);
             KeyCap cap;
             cap.index = key;
-            const int row = key / kLayerKeysInRow;
-            const int column = key % kLayerKeysInRow;
-            cap.place = {QPointF(column * kLayerStep.width(), row * kLayerStep.height()),
-                         kLayerStep - QSizeF(kLayerGap, kLayerGap)};
+            cap.place = views::RowPlace(kFuncKeyRows, key);
             cap.legend = QString::fromStdString(FuncKeyLegend(key));
             cap.caption = description.isEmpty() ? Pressed(sequence) : description;
             cap.state = sequence.Length() > 0 ? KeyState::Programmed : KeyState::Empty;

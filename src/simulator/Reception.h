@@ -46,7 +46,7 @@ struct Stretch {
     [[nodiscard]] bool IsEmpty() const { return keys.empty() && data.empty(); }
 };
 
-// Why something was not sent, and what else cannot be seen from what was.
+// Why something was not sent, and other remarks.
 struct Remark {
     enum class Kind {         // values
         NoKey,                // its position code

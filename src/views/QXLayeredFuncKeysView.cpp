@@ -1,6 +1,7 @@
 #include "views/QXLayeredFuncKeysView.h"
 
 #include "views/FlowLayout.h"
+#include "views/RowPlace.h"
 #include "views/SequenceLabel.h"
 
 #include <QEvent>
@@ -16,9 +17,6 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kKeysInRow = 12;
-constexpr QSizeF kStep(720, 600); // from key to key; wide enough for a few words
-constexpr double kGap = 25;
 constexpr int kButtonGap = 8; // pixels
 constexpr int kOfOneKey = 2;  // the first buttons are for the key that is selected
 
@@ -221,9 +219,7 @@ KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey, SentTexts& texts) const {
     const FuncKeyButton& key = m_control.cmdFuncKey[static_cast<std::size_t>(nKey)];
     KeyCap cap;
     cap.index = nKey;
-    const int row = nKey / kKeysInRow;
-    cap.place = {QPointF(nKey % kKeysInRow * kStep.width(), row * kStep.height()),
-                 kStep - QSizeF(kGap, kGap)};
+    cap.place = RowPlace(kFuncKeyRows, nKey);
     cap.caption = ToQt(key.Caption);
     const KeySequence& sent = m_control.Layer(m_control.CurrentLayer()).GetKey(nKey);
     const QString shown = key.ToolTip.empty() ? texts.Brief(sent) : ToQt(key.ToolTip);

@@ -2,6 +2,7 @@
 
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/pos/POSKeyboard.h"
+#include "views/RowPlace.h"
 
 #include <QEvent>
 #include <QVBoxLayout>
@@ -12,9 +13,6 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kKeysInRow = 15; // the key indexes run along the rows of the keyboard's matrix
-constexpr QSizeF kStep(700, 600);
-constexpr double kGap = 25;
 constexpr double kOrdinaryFontSize = 8;
 
 } // namespace
@@ -89,9 +87,7 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex, SentTexts& texts) const {
     const bool isUsed = m_display.IsUsedKey(nKeyIndex);
     KeyCap cap;
     cap.index = nKeyIndex;
-    const int row = place / kKeysInRow;
-    cap.place = {QPointF(place % kKeysInRow * kStep.width(), row * kStep.height()),
-                 kStep - QSizeF(kGap, kGap)};
+    cap.place = RowPlace(kPosKeyRows, place);
     cap.caption = ToQt(key.Caption);
     cap.legend = legend.isEmpty() && m_legend ? QString::number(nKeyIndex) : legend;
     cap.color = ToQColor(key.BackColor);

@@ -698,7 +698,7 @@
     </message>
     <message>
         <source>The keyboard was written, read back and verified, but the write could not be recorded.</source>
-        <translation>Die Tastatur wurde beschrieben und durch Zurücklesen bestätigt; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
+        <translation>Die Einstellungen wurden geschrieben und durch Zurücklesen bestätigt; der Schreibvorgang konnte aber nicht aufgezeichnet werden.</translation>
     </message>
     <message>
         <source>The file was loaded into the keyboard, but that could not be recorded.</source>
@@ -1264,7 +1264,7 @@
     </message>
     <message>
         <source>the area, up to %1, overlaps that of %2, from %3 to %4</source>
-        <translation>der Bereich bis %1 überschneidet den von %2, von %3 bis %4</translation>
+        <translation>der Bereich bis %1 überschneidet sich mit dem von %2, von %3 bis %4</translation>
     </message>
     <message>
         <source>a range does not have as many new bytes as old ones</source>
@@ -4349,7 +4349,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Stopping now would leave the keyboard partly written</source>
-        <translation>Ein Abbruch ließe die Tastatur halb geschrieben zurück</translation>
+        <translation>Bei einem Abbruch bliebe die Tastatur nur zum Teil beschrieben</translation>
     </message>
     <message>
         <source>Cancelling…</source>

@@ -13,7 +13,7 @@ const Label kTyped{"As &text:"};
 constexpr const char* kHelp = "Help";
 constexpr const char* kCodesLeft = "Codes left:";
 const Button kAlways{}; // visible and enabled
-constexpr KeyGridPlaces kColorPlaces{frmPOSProgrammer::kColors, 700, 500};
+constexpr KeyRows kColorPlaces{frmPOSProgrammer::kColors, 700, 500};
 
 // A button whose caption is not set by the form, but by its window.
 Part ButtonPart(std::string id, const std::string& text, const Button& child, PartAction clicked) {
@@ -90,7 +90,7 @@ PartState ColorsOf(const frmPOSProgrammer& form) {
     for (Integer nIndex = 0; nIndex < frmPOSProgrammer::kColors; ++nIndex) {
         const ColorButton& button = form.cmdColor[static_cast<std::size_t>(nIndex)];
         KeyCap cap = CapOf(button, nIndex, button.BackColor);
-        kColorPlaces.Put(cap, nIndex);
+        Put(cap, kColorPlaces, nIndex);
         cap.caption = std::to_string(nIndex);
         cap.isCurrent = button.IsSelected;
         cap.name = "Colour " + cap.caption + (cap.isCurrent ? ", current" : "");

@@ -10,8 +10,6 @@
 namespace qx::com {
 namespace {
 
-constexpr KeyGridPlaces kFuncKeyPlaces{12, 720, 600};
-
 PartState FuncKeys(const QXLayeredFuncKeys& control) {
     PartState state;
     state.name = "Function keys of layer " + std::to_string(control.CurrentLayer());
@@ -19,7 +17,7 @@ PartState FuncKeys(const QXLayeredFuncKeys& control) {
     for (Integer nKey = 0; nKey < FuncKeyLayer::kKeys; ++nKey) {
         const FuncKeyButton& key = control.cmdFuncKey[static_cast<std::size_t>(nKey)];
         KeyCap cap = CapOf(key, nKey, key.BackColor);
-        kFuncKeyPlaces.Put(cap, nKey);
+        Put(cap, kFuncKeyRows, nKey);
         cap.isProgrammed = key.Programmed;
         cap.isCurrent = key.Current;
         cap.name = "Function key " + key.Caption + (key.ToolTip.empty() ? "" : ", " + key.ToolTip) +

@@ -10,8 +10,6 @@
 namespace qx::com {
 namespace {
 
-constexpr KeyGridPlaces kPosPlaces{15, 700, 600}; // along the rows of the keyboard's matrix
-
 bool IsSetting(const QXLayoutDisplay& display) {
     return display.DisplayKeyType() == DISPLAY_SETTING;
 }
@@ -49,7 +47,7 @@ PartState LayoutKeys(const QXLayoutDisplay& display) {
 KeyCap PosCap(const QXPosDisplay& display, Integer nKey, const PosUse& use) {
     const PosButton& key = display.cmdPOS[static_cast<std::size_t>(nKey)];
     KeyCap cap = CapOf(key, nKey, key.BackColor);
-    kPosPlaces.Put(cap, nKey - QXPosDisplay::kMinKey);
+    Put(cap, kPosKeyRows, nKey - QXPosDisplay::kMinKey);
     cap.isProgrammed = display.IsUsedKey(nKey);
     cap.isCurrent = cap.isBold = key.FontBold;
     cap.textScale = static_cast<Single>(key.FontSize) / static_cast<Single>(PosButton().FontSize);
@@ -90,12 +88,12 @@ std::vector<Subscription> SubscribedTo(Event<>& refreshed, Event<>& moved, std::
 
 } // namespace
 
-void KeyGridPlaces::Put(KeyCap& cap, int place) const {
-    constexpr Single kGap = 25;
-    cap.left = static_cast<Single>(place % keysInRow) * stepX;
-    cap.top = static_cast<Single>(place / keysInRow) * stepY;
-    cap.width = stepX - kGap;
-    cap.height = stepY - kGap;
+void Put(KeyCap& cap, const KeyRows& rows, int place) {
+    const auto [left, top, width, height] = rows.PlaceOf(place);
+    cap.left = left;
+    cap.top = top;
+    cap.width = width;
+    cap.height = height;
 }
 
 KeyCap CapOf(const Button& key, Integer index, Long color) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "com/faces/Faces.h"
+#include "qxcontrols/keys/KeyRows.h"
 #include "qxcontrols/keys/QXLayoutDisplay.h"
 #include "qxcontrols/pos/QXPosDisplay.h"
 
@@ -11,13 +12,7 @@
 
 namespace qx::com {
 
-// A grid of equal keys; steps in the layouts' unit.
-struct KeyGridPlaces {
-    int keysInRow;
-    Single stepX, stepY;
-
-    void Put(KeyCap& cap, int place) const;
-};
+void Put(KeyCap& cap, const KeyRows& rows, int place);
 
 [[nodiscard]] KeyCap CapOf(const Button& key, Integer index, Long color);
 

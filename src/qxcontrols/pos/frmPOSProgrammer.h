@@ -68,7 +68,7 @@ public:
     [[nodiscard]] std::string SentBy(Integer nKey) const;
 
     // The user has moved to a key without a click: the key's block becomes the current one, none
-    // when the key is free. So what is cleared is what the focus is on.
+    // when the key is free. Clear therefore acts on the focused key.
     void ReachKey(Integer nKey);
     // Takes the key into the current block, also out of another; without a current block, or for a
     // key that is in it, the same as a click.
