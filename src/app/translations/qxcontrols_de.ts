@@ -450,7 +450,7 @@
     </message>
     <message>
         <source>Remove last</source>
-        <translation>Letzten entfernen</translation>
+        <translation>Letzten Code entfernen</translation>
     </message>
     <message>
         <source>Remove the last key code</source>
@@ -2516,11 +2516,11 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>With its button</source>
-        <translation>Mit seiner Schaltfläche</translation>
+        <translation>Über die Schaltfläche</translation>
     </message>
     <message>
         <source>With its button or by typing on a sequence</source>
-        <translation>Mit seiner Schaltfläche oder durch Tippen in einer Folge</translation>
+        <translation>Über die Schaltfläche oder durch Tippen in einer Folge</translation>
     </message>
     <message>
         <source>The program</source>
@@ -3093,7 +3093,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <name>SequenceInspector</name>
     <message>
         <source>No key selected</source>
-        <translation>Keine Taste gewählt</translation>
+        <translation>Keine Taste ausgewählt</translation>
     </message>
     <message>
         <source>Select a key to see and change what it sends.</source>
@@ -4084,7 +4084,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <name>TextEntry</name>
     <message>
         <source>Type text</source>
-        <translation>Text tippen</translation>
+        <translation>Text eingeben</translation>
     </message>
     <message>
         <source>Text to type</source>
@@ -4143,11 +4143,11 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard › Resolve interrupted write first, then read again.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur › Unterbrochenen Schreibvorgang klären“ und lesen Sie dann noch einmal.</translation>
+        <translation>Alle Einstellungen wurden aus der Tastatur gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur › Unterbrochenen Schreibvorgang klären“ und lesen Sie dann noch einmal.</translation>
     </message>
     <message>
         <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
-        <translation>Tastatur in Dokument: alle Einstellungen gelesen. Die Tastatur ist unverändert.</translation>
+        <translation>Alle Einstellungen wurden aus der Tastatur gelesen. Die Tastatur ist unverändert.</translation>
     </message>
     <message>
         <source>Comparing the document with the keyboard…</source>
@@ -4221,7 +4221,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of it.</source>
-        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält einen Teil davon.</translation>
+        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält nur einen Teil der neuen Daten.</translation>
     </message>
     <message>
         <source>Finish writing completes it; roll back restores the keyboard&apos;s previous contents.</source>
@@ -4446,7 +4446,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Click keys, press them on the keyboard, type text, or edit the sequence as text.</source>
-        <translation>Tasten anklicken, an der Tastatur drücken, Text tippen oder die Folge als Text bearbeiten.</translation>
+        <translation>Tasten anklicken, an der Tastatur drücken, Text eingeben oder die Folge als Text bearbeiten.</translation>
     </message>
 </context>
 </TS>
