@@ -27,6 +27,7 @@ QPalette PaletteOf(bool isDark) {
         palette.setColor(QPalette::Disabled, role, disabled);
     }
     palette.setColor(QPalette::PlaceholderText, faint);
+    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, disabled);
     const QColor groups = isDark ? QColor(0x4E, 0x54, 0x5C) : QColor(0xC0, 0xC5, 0xCC);
     palette.setColor(QPalette::Mid, isDark ? QColor(0x82, 0x88, 0x90) : QColor(0x7A, 0x80, 0x88));
     palette.setColor(QPalette::Disabled, QPalette::Mid, groups);

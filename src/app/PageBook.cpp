@@ -41,8 +41,9 @@ public:
             return;
         const bool isSelected = option.state.testFlag(QStyle::State_Selected);
         painter->save();
-        painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText
-                                                        : QPalette::PlaceholderText));
+        const auto group = option.widget->isEnabled() ? QPalette::Active : QPalette::Disabled;
+        painter->setPen(option.palette.color(group, isSelected ? QPalette::HighlightedText
+                                                               : QPalette::PlaceholderText));
         painter->drawText(option.rect.adjusted(0, 0, -kCountMargin, 0),
                           Qt::AlignRight | Qt::AlignVCenter, QString::number(count));
         painter->restore();
@@ -51,6 +52,8 @@ public:
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
+        if (!option->widget->isEnabled())
+            option->palette = option->widget->palette(); // also for headings
         if (!index.data(kPresentRole).toBool() && !option->state.testFlag(QStyle::State_Selected))
             option->state.setFlag(QStyle::State_Enabled, false);
     }
