@@ -19,10 +19,10 @@ constexpr Switch kTrackSwitch = {
 };
 
 template <std::size_t Track>
-constexpr Switch kHeader =
+constexpr Switch kTrackHeader =
     kTrackSwitch<Track, &MagneticTrack::HeaderEnabled, &MagneticTrack::SetHeaderEnabled>;
 template <std::size_t Track>
-constexpr Switch kTerminator =
+constexpr Switch kTrackTerminator =
     kTrackSwitch<Track, &MagneticTrack::TerminatorEnabled, &MagneticTrack::SetTerminatorEnabled>;
 template <std::size_t Track>
 constexpr Switch kTrack = kTrackSwitch<Track, &MagneticTrack::Enabled, &MagneticTrack::SetEnabled>;
@@ -41,22 +41,24 @@ constexpr Switch kVerifyLastChar =
     kOption<&MagneticOptions::VerifyLastChar, &MagneticOptions::VerifyLastChar>;
 
 constexpr BitField<Switch> kSwitches[] = {
-    {0, 0, kHeader<1>},     {0, 1, kTerminator<1>}, {0, 2, kHeader<2>},      {0, 3, kTerminator<2>},
-    {0, 4, kHeader<3>},     {0, 5, kTerminator<3>}, {0, 6, kHeader<4>},      {0, 7, kTerminator<4>},
+    {0, 0, kTrackHeader<1>},     {0, 1, kTrackTerminator<1>}, {0, 2, kTrackHeader<2>},
+    {0, 3, kTrackTerminator<2>}, {0, 4, kTrackHeader<3>},     {0, 5, kTrackTerminator<3>},
+    {0, 6, kTrackHeader<4>},     {0, 7, kTrackTerminator<4>},
 
-    {1, 0, kTrack<1>},      {1, 1, kTrack<2>},      {1, 2, kTrack<3>},       {1, 3, kTrack<4>},
+    {1, 0, kTrack<1>},           {1, 1, kTrack<2>},           {1, 2, kTrack<3>},
+    {1, 3, kTrack<4>},
 
-    {2, 4, kSendImmediate}, {2, 5, kVerifyLRC},     {2, 6, kVerifyLastChar},
+    {2, 4, kSendImmediate},      {2, 5, kVerifyLRC},          {2, 6, kVerifyLastChar},
 };
 
-constexpr FixedBits kFixed[] = {
+constexpr FixedBits kFixedSwitches[] = {
     {1, 0xF0, 0x00}, {2, 0x8F, 0x0E}, // the device needs bits 1 to 3 set
 };
 
 static_assert([] {
     BlockCoverage<kMagneticSwitchesSize> coverage;
     coverage.Claim(kSwitches);
-    coverage.Claim(kFixed);
+    coverage.Claim(kFixedSwitches);
     return coverage.IsExact();
 }());
 
@@ -64,7 +66,7 @@ static_assert([] {
 
 std::string EncodeMagneticSwitches(const MagneticSettings& settings) {
     std::string block(static_cast<std::size_t>(kMagneticSwitchesSize), '\0');
-    EncodeFixedBits(kFixed, block);
+    EncodeFixedBits(kFixedSwitches, block);
     EncodeBits(kSwitches, block, [&](const Switch& s) { return s.isOn(settings); });
     return block;
 }

@@ -23,7 +23,7 @@ public:
     }
 };
 
-class Sink : public Dispatching {
+class EventRecorder : public Dispatching {
 public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD, DISPPARAMS*, VARIANT*,
                                      EXCEPINFO*, UINT*) override {
@@ -113,7 +113,7 @@ TEST_F(ComControl, AggregationIsRefused) {
 
 TEST_F(ComControl, QuickActivationBringsSiteSinkAndStatus) {
     Site site;
-    Sink sink;
+    EventRecorder sink;
     const auto quick = control.As<IQuickActivate>(IID_IQuickActivate);
     QACONTAINER container{};
     container.cbSize = sizeof(container);
@@ -231,7 +231,7 @@ TEST_F(ComControl, AmbientPropertiesAreReadAndFollowed) {
     EXPECT_FALSE(without.font);
 
     // events use the form's language, which the control must find out
-    Sink sink;
+    EventRecorder sink;
     DWORD cookie = 0;
     const auto container = control.As<IConnectionPointContainer>(IID_IConnectionPointContainer);
     ComPtr<IConnectionPoint> point;
