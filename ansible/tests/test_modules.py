@@ -1,6 +1,6 @@
 # Copyright (c) 2026 The QXControls authors
 # MIT License (see LICENSE)
-"""The modules with a qxconf that answers as a test says: what is believed, and what is reported.
+"""The modules with a qxconf that gives a test's answers: the results that they report.
 
 Run by tests/fleet/run, which has the collection where Python finds it.
 """
@@ -19,8 +19,8 @@ import unittest
 
 MODULES = "ansible_collections.qxcontrols.keyboards.plugins.modules."
 
-# Each call takes the next answer: the arguments that it must have, and what is then done. @PID@ is
-# the process, @NOW@ the time.
+# Each call uses the next answer: the arguments that it must have, and the action. @PID@ is the
+# process, @NOW@ the time.
 FAKE = f"""#!{sys.executable}
 import datetime, json, os, pathlib, signal, subprocess, sys, time
 here = pathlib.Path(sys.argv[0]).parent

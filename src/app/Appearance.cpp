@@ -14,7 +14,7 @@ bool IsDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < 128;
 }
 
-// Bevels are derived from the button's colour, and DesignedStyle says what the lines are.
+// The bevels are derived from the button's colour; DesignedStyle has the colours of lines.
 QPalette PaletteOf(bool isDark) {
     const QColor window = isDark ? QColor(0x23, 0x26, 0x2A) : QColor(0xF3, 0xF4, 0xF6);
     QPalette palette(isDark ? QColor(0x33, 0x37, 0x3D) : QColor(0xE9, 0xEB, 0xEE), window);
@@ -52,7 +52,7 @@ QPalette PaletteOf(bool isDark) {
 struct SystemLook {
     QString style = QApplication::style()->objectName();
     bool isDark = IsDark(QApplication::palette());
-    // Not so where the system says nothing and Qt falls back on its own.
+    // Not if the system has no appearance of its own and Qt uses its default.
     bool isOwn = style.compare(QLatin1String("fusion"), Qt::CaseInsensitive) != 0 ||
                  QApplication::palette() != QApplication::style()->standardPalette();
 };

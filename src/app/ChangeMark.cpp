@@ -42,7 +42,7 @@ QVariant ValueOf(const QWidget& widget) {
     return {};
 }
 
-// What a key shows of its settings, whether it is the current one or not.
+// The part of a key's appearance that depends on its settings, not on which key is current.
 auto Shown(const views::KeyCap& cap) {
     return std::tie(cap.state, cap.caption, cap.toolTip, cap.group);
 }

@@ -19,7 +19,7 @@ enum Column { kSetting, kFrom, kTo, kShow };
 constexpr int kPlaceRole = Qt::UserRole;
 constexpr int kGap = 12; // pixels between columns
 
-// Titles of sections are no rows of the stripes.
+// Stripes leave out the titles of sections.
 class Rows : public views::RoomyRows {
 public:
     using RoomyRows::RoomyRows;

@@ -28,7 +28,7 @@ struct Failure {
 // replaced by WriteFailureText.
 [[nodiscard]] Failure FailureOf(const QString& what, const std::exception& error);
 
-// What the keyboard holds after a write that failed, and then the cause:
+// The keyboard's state after a failed write, and the cause:
 //
 //   NotTouched      "Nothing was written." and the cause
 //   Old             "Nothing has changed: the keyboard holds what it held before." and the cause

@@ -91,7 +91,7 @@ QString Pattern(json::FaultKind kind) {
     case Kind::SequenceWithZero:
         return Faults::tr("{0} would end the sequence in the keyboard");
     case Kind::PlaceholderNotApart:
-        return Faults::tr("%1 is an item of its own, with blanks around it");
+        return Faults::tr("%1 must be an item by itself, with blanks around it");
     case Kind::NotAPlaceholder:
         return Faults::tr(
             "\"%1\" does not begin a placeholder like ${name}; write $${ for ${ itself");

@@ -29,10 +29,10 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     AddFile(*column, host::kKeyboardFiles[0], tr("Keyboard firmware"),
-            tr("The program that runs in the keyboard."));
+            tr("The software that runs in the keyboard."));
     AddFile(
         *column, host::kKeyboardFiles[1], tr("Chipcard reader firmware"),
-        tr("The program of the chipcard reader, sent over the serial port set in Preferences."));
+        tr("The software of the chipcard reader, sent over the serial port set in Preferences."));
     AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
             tr("The whole memory of settings, as the driver keeps it in a file. Read the "
                "keyboard after loading to see its new contents."));

@@ -11,7 +11,7 @@ namespace qx::app {
 
 namespace {
 
-// What the keys are called that send this sequence together: "Block 3 (4 keys)"; usually empty.
+// The name of the group of keys that send this sequence: "Block 3 (4 keys)"; usually empty.
 QString GroupText(Workbench& workbench, const host::Setting& setting) {
     if (setting.name.elementParts == 0 || !setting.place.ends_with("/sequence"))
         return {};

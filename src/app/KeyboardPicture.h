@@ -19,7 +19,7 @@ class KeyboardPicture : public views::KeyGrid {
 public:
     explicit KeyboardPicture(Workbench& workbench, QWidget* parent = nullptr);
 
-    // It takes the room that the page can spare.
+    // It fills whatever room the page leaves.
     [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
 
 signals:

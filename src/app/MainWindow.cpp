@@ -360,7 +360,7 @@ void MainWindow::ApplyPreferences() {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    // What the user does after letting a widget go is a step of its own.
+    // Edits after the user releases or leaves a widget are a new undo step.
     if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::FocusOut)
         m_workbench.History().Seal();
     // No KeyPress follows if the key is a shortcut.

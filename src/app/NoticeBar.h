@@ -41,10 +41,10 @@ public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
     void Show(const Notice& notice);
-    // The user has begun another action, or the program waits for one: an accessibility tool begins
-    // it with no input that could be seen here.
+    // The user has begun another action, or the program waits for one (an accessibility tool can
+    // begin one without any input event).
     void Age() { m_isOld = true; }
-    // Hides the messages from before that action, and those that are no longer valid.
+    // Hides the messages from before that action, and those that no longer apply.
     void ClearOld();
 
 protected:

@@ -44,7 +44,7 @@ public:
     };
     [[nodiscard]] std::vector<Listed> Pages() const; // as they are listed
 
-    // What the user has typed on the pages, and their logs: by page, by the order of the fields.
+    // Texts typed on the pages, and their logs: by page, in the order of the fields.
     using Texts = std::map<QString, QStringList>;
     [[nodiscard]] Texts TypedTexts() const;
     // Pages that are made from now on have these texts.

@@ -77,7 +77,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
     m_editors->AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask how to begin"));
     m_editors->AddChoice(
         *start, Preference::ShowStartupAction, tr("&Begin with:"),
-        {{tr("What the keyboard holds"), static_cast<Integer>(StartChoice::ReadKeyboard)},
+        {{tr("The keyboard's settings"), static_cast<Integer>(StartChoice::ReadKeyboard)},
          {tr("The last document"), static_cast<Integer>(StartChoice::LastDocument)},
          {tr("The defaults"), static_cast<Integer>(StartChoice::Defaults)}});
     m_editors->AddCheck(*start, Preference::NewDocumentOnStartup,

@@ -7,7 +7,7 @@
 
 namespace qx::app {
 
-// What could not be done: "till.json could not be read."; empty where no file is known.
+// The failed action: "till.json could not be read."; empty where no file is known.
 [[nodiscard]] QString DeedText(const files::Problem& problem);
 // Why, as a sentence; empty where only the system reported something, or nobody.
 [[nodiscard]] QString ObstacleText(const files::Problem& problem);

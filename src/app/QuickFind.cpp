@@ -156,7 +156,7 @@ QuickFind::QuickFind(std::function<std::vector<Findable>()> list, QWidget* paren
 
 QuickFind::~QuickFind() = default;
 
-// Listing everything takes its time, and most visits end without a letter.
+// Listing everything is slow, and most visits end without a letter typed.
 void QuickFind::focusInEvent(QFocusEvent* event) {
     m_isFresh = true;
     QLineEdit::focusInEvent(event);
@@ -227,7 +227,7 @@ void QuickFind::ShowPopup() {
     m_popup->show();
 }
 
-// To the next one in this direction that is no heading.
+// To the next row in this direction that is not a heading.
 void QuickFind::MoveBy(int rows) {
     for (int row = m_popup->currentRow() + rows; row >= 0 && row < m_popup->count(); row += rows)
         if (m_popup->item(row)->data(kIndexRole).isValid())

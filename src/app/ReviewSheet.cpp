@@ -32,12 +32,12 @@ constexpr int kMostWarnings = 4; // without scrolling
 QString IdentifierWarning(const host::WritePlan& plan) {
     if (plan.ReplacesIdentifier())
         return ReviewSheet::tr("The keyboard's identifier is replaced by another one. If the "
-                               "document belongs to another keyboard, the two can no longer be "
-                               "told apart.");
+                               "document belongs to another keyboard, both then have the same "
+                               "identifier.");
     if (plan.GivesIdentifier())
         return ReviewSheet::tr("The keyboard has no identifier and is given one. If the document "
-                               "is written to several keyboards, they can no longer be told "
-                               "apart.");
+                               "is written to several keyboards, they all have the same "
+                               "identifier.");
     return {};
 }
 

@@ -30,7 +30,7 @@ public:
     ReviewSheet(const host::WritePlan& plan, const QString& title, const QString& keyboardName,
                 const Remarks& remarks, QWidget* parent = nullptr);
 
-    // The place the user wants to see instead of writing; otherwise empty.
+    // The place to show if the user chose to see a setting instead of writing; otherwise empty.
     [[nodiscard]] const std::string& ChosenPlace() const { return m_place; }
 
 protected:

@@ -46,8 +46,8 @@ void StateChip::ShowState() {
     }
 }
 
-// The driver does not return to the event loop for a while. What the user does meanwhile is kept:
-// this happens by itself, perhaps while a dialog is being closed.
+// The driver blocks the event loop for a while. Input meanwhile is kept: the user did not start
+// this, and may be closing a dialog.
 void StateChip::ShowLooking() {
     setText(tr("Looking for an interrupted write…"));
     setToolTip({});

@@ -308,8 +308,8 @@ void Transfers::Resolve(const std::vector<host::JournalEntry>& writes, const QSt
                               write.till.unit.empty() ? tr("no unit") : ToQt(write.till.unit),
                               LocalTime(write.time), ToQt(write.Id())));
     const int chosen = questions.whichWrite(
-        tr("The keyboard holds parts of several interrupted writes to keyboards that cannot be "
-           "told apart. Which of them was interrupted on this keyboard?"),
+        tr("The keyboard holds parts of several interrupted writes, and their records do not show "
+           "which keyboard each was for. Which of them was interrupted on this keyboard?"),
         names);
     if (chosen < 0)
         return EndInterrupted(writes.front(), false, Ending::Later);

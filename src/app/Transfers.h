@@ -80,7 +80,7 @@ private:
     void Resolve(const std::vector<host::JournalEntry>& writes, const QString& why,
                  const QString& details);
     void EndInterrupted(const host::JournalEntry& write, bool isNamed, Ending ending);
-    // Whether the user wants to carry out the plan, knowing these warnings.
+    // Whether the user confirms the plan and these warnings.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title,
                               std::vector<ReviewSheet::Remarks::Warning> warnings);
     // About the sequences that the plan writes.

@@ -211,8 +211,9 @@ std::vector<Findable> WindowPages::Findables() {
     return all;
 }
 
-// What the menus would offer if they were opened now; the pages have a group of their own. The name
-// of an entry of a submenu includes that of the submenu: "Swap with layer › 4".
+// The entries that the menus would have if they were opened now, without the pages, which are a
+// separate group. The name of an entry of a submenu includes that of the submenu: "Swap with
+// layer › 4".
 std::vector<Findable> WindowPages::Actions() {
     std::vector<Findable> all;
     std::set<QString> known;

@@ -86,7 +86,7 @@ public:
         QApplication::setOverrideCursor(Qt::WaitCursor);
         qApp->installEventFilter(this);
         if (m_focus != nullptr)
-            m_focus->clearFocus(); // else it moves on through all that is being disabled
+            m_focus->clearFocus(); // else it moves through all widgets that are being disabled
         for (QWidget* part = &bar; !part->isWindow(); part = part->parentWidget())
             DisableBeside(*part);
     }

@@ -2,8 +2,7 @@
 // and its progress.
 //
 // While it is shown, the program is busy: the window is painted whenever the driver reports
-// progress and at each step, but takes no input except the one to stop a write; all else is
-// disabled.
+// progress and at each step, and everything except the button that stops a write is disabled.
 #pragma once
 
 #include "app/Workbench.h"

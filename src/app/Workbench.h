@@ -97,8 +97,8 @@ public:
     host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
     [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
 
-    // The user wants the present write not to happen. It ends with Error(Stopped) before its first
-    // byte; after that, it goes on.
+    // Cancels the present write: it ends with Error(Stopped) if no byte has been sent; otherwise
+    // it is completed.
     void RequestStop() { m_isStopRequested = true; }
 
     // The keyboard's bytes, and what they would be if the document were written into a keyboard
@@ -163,7 +163,7 @@ signals:
     void Compared(const std::vector<host::Difference>& differences);
     void LayoutChanged();
     void DocumentChanged(); // its settings, its file, or whether it is saved
-    void Began(const QString& text, app::Work work); // that takes a while; see Working
+    void Began(const QString& text, app::Work work); // slow work; see Working
     void Stepped(host::Step step);                   // of a write
     void Progressed(int percent);
     void Waits();     // for the driver, several times a second
@@ -187,7 +187,7 @@ private:
     NewConfiguration(host::LayoutUse use = host::LayoutUse::Keyboard);
     // Names the options as for the connected keyboard, or else for that of the document.
     void NameOptions();
-    // What writes to the connected keyboard.
+    // The writer for the connected keyboard.
     [[nodiscard]] host::Writer& Writer();
     // Runs work with it, during which the controls change by themselves.
     template <typename Function>

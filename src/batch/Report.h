@@ -36,7 +36,7 @@ class Report {
 public:
     // "tills.json.report.json" for the job "tills.json".
     [[nodiscard]] static std::filesystem::path PathFor(const std::filesystem::path& job);
-    // An empty one where there is no file. Throws Error(FileFailed) for one that cannot be used.
+    // Empty if there is no file. Throws Error(FileFailed) if the file cannot be used.
     [[nodiscard]] static Report Load(const std::filesystem::path& file, const std::string& job);
     // Throws Error(FileFailed).
     void Save() const;

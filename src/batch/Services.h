@@ -21,7 +21,7 @@ namespace qx::batch {
 struct Unit;
 struct UnitReport;
 
-// What happens at a bench.
+// An event at a bench.
 struct BenchNews {
     enum class Kind {
         Waits,       // for the keyboard of the unit, if that is known. why: as none answers

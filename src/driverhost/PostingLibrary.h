@@ -1,6 +1,6 @@
 // PostingLibrary: a driver library that reports progress by window messages, as drivers on Windows
 // do. The window named by the calling program belongs to that program, which reads no messages
-// while it waits for an answer; a window of this process therefore takes its place.
+// while it waits for an answer; a window of this process receives them instead.
 #pragma once
 
 #include "qxcontrols/device/DriverLibrary.h"

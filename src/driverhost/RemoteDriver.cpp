@@ -23,8 +23,8 @@ using files::Deed;
 using files::Obstacle;
 
 constexpr auto kTimeToEnd = std::chrono::milliseconds(2s); // time for a released driver to end
-constexpr auto kTimeToAnswer = 3s;    // time for a call once the user wants to end
-constexpr auto kTimeToNotice = 200ms; // in which such a wish is noticed
+constexpr auto kTimeToAnswer = 3s;    // time for a call once the user has cancelled
+constexpr auto kTimeToNotice = 200ms; // in which that is noticed
 constexpr auto kTimeToPaint = 50ms;   // between two calls of onWait
 
 // Calls after which only the keyboard itself shows what it holds.
@@ -301,7 +301,7 @@ bool RemoteDriver::Ask(const Frame& request, const std::string& subject, const T
 
 Values RemoteDriver::Await(bool mayBeGivenUp) {
     Progress progress(m_isolation.limit, m_stretches);
-    std::optional<process::Deadline> end; // once the user wants to end
+    std::optional<process::Deadline> end; // once the user has cancelled
     for (;;) {
         for (std::string frame = TakeFrame(m_arrived); !frame.empty();
              frame = TakeFrame(m_arrived)) {

@@ -25,8 +25,8 @@ struct Isolation {
     // To load it; empty: the matching one beside this one.
     std::filesystem::path program{};
     std::chrono::milliseconds limit = std::chrono::seconds(120);
-    // Whether the user wants to end and nothing has been written: a call that does not write to the
-    // keyboard is then given up after a few seconds. May be empty.
+    // Whether the user has cancelled before anything was written: a call that does not write to the
+    // keyboard is then abandoned after a few seconds. May be empty.
     std::function<bool()> isToEnd{};
     // Called every 50 ms while a call lasts, or many short ones follow each other, to paint a
     // window for example; throws nothing. May be empty.
@@ -54,7 +54,7 @@ public:
     [[nodiscard]] std::optional<std::int32_t> SetKeyboard(const std::string& file,
                                                           const std::string& model);
 
-    // Why the driver is gone, with the call that it failed in; none while it works.
+    // Why the driver stopped, with the call that failed; none while it works.
     [[nodiscard]] const std::optional<files::Problem>& Failure() const {
         return m_failure;
     }

@@ -55,9 +55,9 @@ void RemoveFile(const std::filesystem::path& path);
 // Whether the file exists and its permissions forbid writing to it.
 [[nodiscard]] bool IsWriteProtected(const std::filesystem::path& path);
 
-// Makes the standard streams safe to use: a file opened later never takes the place of a closed
-// stream; on Windows, text is converted for a console and written unchanged to a file. To be called
-// once, when the program starts.
+// Makes the standard streams safe to use: a file opened later never gets the descriptor of a
+// closed stream; on Windows, text is converted for a console and written unchanged to a file. To be
+// called once, when the program starts.
 void PrepareStandardStreams();
 
 // A lock on a file against other programs and other locks of this one. The lock is on a separate

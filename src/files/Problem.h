@@ -12,7 +12,7 @@
 
 namespace qx::files {
 
-// What could not be done with the subject.
+// The action on the subject that failed.
 enum class Deed {
     None,   // the subject itself failed: a function of a driver
     Read,   // a file, as the next three
@@ -45,7 +45,7 @@ enum class Obstacle {
     HelperMissing,   // names: the program; number: bits
     HelperOfOther,   // names: the program, which is of another version
     LacksFunctions,  // names
-    // A driver in a process of its own
+    // A driver in a separate process
     Overrun,          // it wrote beyond a buffer
     NoAnswer,         // number: milliseconds
     InvalidAnswer,    //

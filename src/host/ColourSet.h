@@ -11,8 +11,7 @@ namespace qx::host {
 struct ColourSet {
     // Of the key displays, 0x00BBGGRR. POS keys outside all blocks are `unused` too.
     Long unused, current, empty, programmed;
-    // Of the POS blocks: any two can be told apart, also by people who do not see red, green or
-    // blue.
+    // Of the POS blocks: any two are easy to distinguish, also for colour-blind people.
     std::array<Long, QXProgSettings::kPosBlocks> blocks;
 };
 

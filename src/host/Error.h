@@ -181,7 +181,7 @@ enum class Suggestion {
     GiveVariables,      // values for the placeholders of the document
     ChooseDriver,       // another one, or another keyboard
     ChooseModel,        // of the keyboard that is to be made
-    LeaveOutKeyboard,   // and its model: the driver accepts none
+    LeaveOutKeyboard,   // and its model: the driver does not accept any
     LeaveOutIdentifier, // in documents for several keyboards
     MoveFileAway,       // when its contents have been dealt with; the last
 };

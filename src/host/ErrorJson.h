@@ -1,5 +1,5 @@
-// ErrorJson: errors as JSON, in results, in reports, and between processes. An error that was read
-// is equal to the one that was written, but for bytes that are not UTF-8.
+// ErrorJson: errors as JSON, in results, in reports, and between processes. Reading returns an
+// error equal to the one that was written, except for bytes that are not UTF-8.
 #pragma once
 
 #include "host/Error.h"
@@ -14,7 +14,7 @@ namespace qx::host {
 [[nodiscard]] Json ToJson(const Error& error);
 [[nodiscard]] Json ToJson(const std::vector<Error>& errors);
 
-// Faults are recorded at the value; an error that has any is none.
+// Faults are recorded at the value; the result is then empty.
 [[nodiscard]] std::optional<Error> ErrorFrom(const json::Value& value);
 [[nodiscard]] std::vector<Error> ErrorsFrom(const json::Value& value);
 

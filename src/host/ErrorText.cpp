@@ -340,7 +340,7 @@ std::string TextOf(const Error& error) {
 std::string InWords(const WriteName& write) {
     return write.action + " of " +
            (write.document.empty() ? "an untitled document" : write.document) +
-           (write.unit.empty() ? "" : " for " + write.unit) + " of " + write.time;
+           (write.unit.empty() ? "" : " for " + write.unit) + " (begun " + write.time + ")";
 }
 
 std::string InWords(const JournalEntry& entry) {

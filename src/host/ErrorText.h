@@ -15,7 +15,7 @@ struct NotRestored;
 // a VisibleText.
 [[nodiscard]] std::string TextOf(const Error& error);
 
-// "download of till.json for till 42 of 2026-01-31T09:05:07.123Z"
+// "download of till.json for till 42 (begun 2026-01-31T09:05:07.123Z)"
 [[nodiscard]] std::string InWords(const WriteName& write);
 [[nodiscard]] std::string InWords(const JournalEntry& entry);
 

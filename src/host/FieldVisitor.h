@@ -17,7 +17,7 @@ namespace qx::host {
 
 struct Field {
     std::string_view key;   // its name in a document
-    std::string_view label; // its name in English; empty where the outer names say it all
+    std::string_view label; // its name in English; empty where the outer names are enough
     bool required = true;   // in a document; other fields may be omitted
     bool stored = true;     // in the keyboard; other fields are shown, but never compared
     bool kept = false;      // keeps the keyboard's value if the document does not contain it
@@ -28,7 +28,7 @@ struct FieldList {
     using Id = std::vector<Integer>;
     struct KeyMember {
         std::string_view key;
-        std::string_view label; // in English: "Layer"; empty where the legend says it all
+        std::string_view label; // in English: "Layer"; empty where the legend is enough
         Integer min;
         Integer max;
         std::string (*legend)(Integer) = nullptr; // as the device counts, where not from 0: "F4"

@@ -151,7 +151,7 @@ void Journal::Begin(JournalEntry& entry, const KeyboardContent& before, Time tim
     entry.keyboard = before.identity;
     entry.areas = before.pieces;
     entry.restHash = entry.RestHashOf(before);
-    // Named so that a damaged one can be told to be of other keyboards.
+    // The name shows, even if the entry is damaged, whether it is of another keyboard.
     const bool keepsGuid = entry.Finished(before).identity.guid == entry.keyboard.guid;
     const std::string keyboard = keepsGuid ? entry.keyboard.FileName() : KindName(entry.keyboard);
     entry.file = WriteNewRecord(

@@ -38,7 +38,7 @@ struct KeyboardIdentity {
 // A stretch of the memory that belongs to one section.
 struct ContentPiece {
     KeyboardModuleIDs module = MODULE_NONE; // with which it is requested
-    std::string section;                    // the section's key; empty for what no section has
+    std::string section;                    // the section's key; empty if in no section
     Long address = 0;
     std::string bytes;
 

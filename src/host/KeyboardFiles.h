@@ -18,16 +18,16 @@ struct SerialLine {
 
 struct KeyboardFileKind {
     std::string_view key;     // in commands: "rom", "chipcard", "param"
-    std::string_view content; // display name: "program"
+    std::string_view content; // display name: "firmware"
     Long (QXKeyboardAccess::*save)(std::string&);
     Long (QXKeyboardAccess::*load)(std::string&);
     bool hasSerialLine;
 };
 
 inline constexpr KeyboardFileKind kKeyboardFiles[] = {
-    {"rom", "program", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
+    {"rom", "firmware", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
      false},
-    {"chipcard", "chipcard reader's program", &QXKeyboardAccess::SaveChipcardRomIntoFile,
+    {"chipcard", "chipcard reader's firmware", &QXKeyboardAccess::SaveChipcardRomIntoFile,
      &QXKeyboardAccess::LoadChipcardRomFromFile, true},
     {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
      &QXKeyboardAccess::LoadParameterFromFile, false},

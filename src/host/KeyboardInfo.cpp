@@ -13,7 +13,7 @@ constexpr std::size_t kMaxTextUnits = 64;
 const std::array<KeyboardInfo::Text, 5> KeyboardInfo::kTexts = {{
     {{"name", "name"}, &KeyboardInfo::name},
     {{"bootloader", "bootloader"}, &KeyboardInfo::bootloader},
-    {{"program", "program"}, &KeyboardInfo::program},
+    {{"program", "firmware"}, &KeyboardInfo::program},
     {{"country", "country"}, &KeyboardInfo::country},
     {{"config", "configuration"}, &KeyboardInfo::config},
 }};

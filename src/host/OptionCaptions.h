@@ -1,7 +1,7 @@
 // OptionCaptions: the names of a keyboard's options, from captions files (docs/captions.md).
 //
-// The keyboard does not know what its options mean, nor does this program: whoever does, a vendor
-// or an integrator, writes a captions file for the keyboards that it applies to.
+// The meaning of an option is neither in the keyboard nor in this program. A vendor or an
+// integrator writes a captions file for the keyboards that it applies to.
 #pragma once
 
 #include "host/Error.h"

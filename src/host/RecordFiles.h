@@ -1,5 +1,5 @@
-// Records: JSON files, one for each thing that happened, named by the time. What is written here
-// survives a loss of power as soon as the call returns; a record is never seen half-written.
+// Records: JSON files, one per event, named by the time. Once a call returns, its record survives
+// a loss of power; a record is never seen half-written.
 //
 // All failures are Error(FileFailed) that names the file.
 #pragma once

@@ -103,7 +103,7 @@ void Session::Open() {
     m_access.SetNotificationValues(m_window.Handle(), kProgressMessage);
 }
 
-// What keeps the directory from showing where a module is.
+// Collects the directory's unreadable entries and impossible addresses: each may hide a module.
 void Session::FindHoles() {
     m_holes.clear();
     m_hidesEntries = m_driver.Unreadable().count > 0;

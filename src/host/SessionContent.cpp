@@ -51,7 +51,8 @@ std::string PatternComplement(Long address, Long size) {
 }
 
 // The first of the bytes that a transfer may have left untouched; `isUntouched` shows which look
-// so. A transfer that breaks off leaves the end of a request, and so many in a row are no chance.
+// so. A transfer that breaks off leaves the end of a request; so many in a row are not a
+// coincidence.
 template <typename IsUntouched>
 std::optional<std::size_t> UntouchedFrom(std::size_t size, IsUntouched isUntouched) {
     constexpr std::size_t kNoChance = 4;
@@ -134,7 +135,7 @@ KeyboardIdentity Session::ReadIdentity() {
     return IdentityAsFound();
 }
 
-// What the start-up could not read stays empty when it still cannot be read.
+// Parts that the start-up could not read stay empty if they still cannot be read.
 KeyboardIdentity Session::IdentityAsFound() {
     QXKeyboardAccess& access = m_again ? *m_again : m_access;
     m_driver.BeginOperation();

@@ -28,10 +28,9 @@ struct OptionCaption {
 
 // A part of the way to a setting: "Track 2", "Layer 3", "F4", "Prefix".
 struct NamePart {
-    std::string_view key; // of the member of a document; a constant
-    std::string_view
-        label;          // in English, a constant; empty where the number or the rest says it all
-    std::string number; // "2", "F4", "30 (A)"; empty for what there is only one of
+    std::string_view key;         // of the member of a document; a constant
+    std::string_view label;       // in English, a constant; empty where the other parts are enough
+    std::string number;           // "2", "F4", "30 (A)"; empty for what there is only one of
     OptionCaption caption = {};   // replaces both
     std::string longCaption = {}; // of a key, in the layout: "Insert key"
 

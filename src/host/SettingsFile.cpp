@@ -14,8 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The time to wait while another program stores its values, which takes a few milliseconds: at most
-// one second.
+// Another program stores its values in a few milliseconds; wait at most one second.
 constexpr int kLockTries = 100;
 constexpr auto kLockPause = std::chrono::milliseconds(10);
 

@@ -1,7 +1,7 @@
 // Variables: the values that replace the placeholders of a document.
 //
 // A placeholder is ${name}; $${ is a literal ${. In a text the value is inserted literally. In a
-// sequence given as text the placeholder is an item of its own: the keys that type the value. A
+// sequence given as text the placeholder is an item by itself: the keys that type the value. A
 // number or a switch may be given as a text that is exactly one placeholder.
 #pragma once
 

@@ -73,7 +73,7 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     if (!settles)
         RefuseInterrupted(interrupted);
     if (ranges.empty()) {
-        if (interrupted.size() == 1) { // the user wants this content
+        if (interrupted.size() == 1) { // the user confirms this content
             RequireStillAs(m_session, plan.before);
             m_records.journal.End(interrupted.front());
         }

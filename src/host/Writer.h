@@ -31,7 +31,7 @@ public:
         // The keyboard's connection, the same each time, as in setup::OpenedDriver.
         std::string origin = {};
         Till till = {}; // which one it is, if known
-        // Whether the user wants to stop. Called before the first byte is sent; a write that has
+        // Whether the user has cancelled. Called before the first byte is sent; a write that has
         // begun is completed, verified and recorded.
         std::function<bool()> isStopped = [] { return false; };
         OnStep onStep = [](Step) {}; // must not throw

@@ -93,7 +93,7 @@ KindText TextOf(FaultKind kind) {
     case FaultKind::SequenceWithZero:
         return {"sequence-with-zero", "{0} would end the sequence in the keyboard"};
     case FaultKind::PlaceholderNotApart:
-        return {"placeholder-not-apart", "%1 is an item of its own, with blanks around it"};
+        return {"placeholder-not-apart", "%1 must be an item by itself, with blanks around it"};
     case FaultKind::NotAPlaceholder:
         return {"not-a-placeholder",
                 "\"%1\" does not begin a placeholder like ${name}; write $${ for ${ itself"};

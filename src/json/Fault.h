@@ -128,7 +128,7 @@ private:
 
 // A fault of the kind SequenceText or LayoutText.
 [[nodiscard]] Fault FaultOfText(FaultKind kind, const TextFault& text);
-// What it was made from; none for other kinds, or with arguments that are not those of one.
+// The text's fault that it was made from; none for other kinds, or if the arguments do not fit.
 [[nodiscard]] std::optional<TextFault> TextFaultOf(const Fault& fault);
 
 // "300 is not a code from 1 to 255".

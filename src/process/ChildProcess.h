@@ -36,7 +36,7 @@ public:
     Channel(Channel&&) noexcept = default;
     Channel& operator=(Channel&&) noexcept = default;
 
-    // False when the other end is closed, or takes nothing more until the deadline.
+    // False if the other end is closed, or does not accept all bytes before the deadline.
     [[nodiscard]] bool Send(std::string_view bytes, Deadline until = kNever);
 
     enum class Received { Bytes, Nothing, End };

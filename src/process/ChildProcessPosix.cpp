@@ -48,7 +48,7 @@ bool WaitFor(std::vector<pollfd>& files, Deadline until) {
     return poll(files.data(), files.size(), Left(until)) > 0;
 }
 
-// What a child's start is made of, freed again in any case.
+// The resources for starting a child; the destructor frees them.
 class Start {
 public:
     explicit Start(int channel) {

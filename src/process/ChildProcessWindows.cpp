@@ -109,7 +109,7 @@ std::wstring Quoted(const std::wstring& argument) {
     return quoted + L"\"";
 }
 
-// What a child inherits: just these handles.
+// The handles that a child inherits, and no others.
 class Inheritance {
 public:
     explicit Inheritance(std::vector<HANDLE> handles) : m_handles(std::move(handles)) {
@@ -152,7 +152,7 @@ Handle ErrorForChild() {
     HANDLE copy = nullptr;
     const HANDLE self = GetCurrentProcess();
     const HANDLE error = GetStdHandle(STD_ERROR_HANDLE);
-    // The invalid handle has the value of the one that stands for this process.
+    // INVALID_HANDLE_VALUE equals the pseudo-handle of this process.
     if (error != nullptr && error != INVALID_HANDLE_VALUE &&
         DuplicateHandle(self, error, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS))
         return Handle(copy);

@@ -18,8 +18,8 @@
 namespace qx::python {
 
 using Values = std::map<std::string, std::string, std::less<>>; // of placeholders
-// Receives the step ("reading back") and the percentage of it. What it throws is thrown once the
-// write is over, since nothing may leave a driver's call.
+// Receives the step ("reading back") and its percentage. An exception from it is passed on when the
+// write is over, because none may pass through a driver's call.
 using Progress = std::function<void(const std::string&, int)>;
 
 // Checks a document's text; the layout may be empty. Throws host::Error.

@@ -72,7 +72,7 @@ constexpr CapabilityFlag kCapabilityFlags[] = {
     {"barcodeReader", kBarcodeReaderBit},
 };
 
-// 8-bit text, which is all that the keyboard supports.
+// 8-bit text: the keyboard supports no other.
 std::optional<std::string> PlainText(const Value& value, std::size_t most) {
     const auto text = value.Text();
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };

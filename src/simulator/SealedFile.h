@@ -21,8 +21,8 @@ struct SealedKind {
     std::string_view name; // for messages
 };
 inline constexpr SealedKind kKeyboardFile{"QXKEYB", 4, "a simulated keyboard"};
-inline constexpr SealedKind kProgramFile{"QXPROG", 1, "a keyboard's program"};
-inline constexpr SealedKind kChipcardProgramFile{"QXCHIP", 1, "a chipcard reader's program"};
+inline constexpr SealedKind kProgramFile{"QXPROG", 1, "a keyboard's firmware"};
+inline constexpr SealedKind kChipcardProgramFile{"QXCHIP", 1, "a chipcard reader's firmware"};
 inline constexpr SealedKind kParameterFile{"QXPARA", 2, "a keyboard's parameters"};
 
 // The bytes of the file with these parts; the kind determines their number.

@@ -34,7 +34,7 @@ public:
         m_post = post;
     }
 
-    // Why the last call failed, beyond its status; empty if that says it all.
+    // Details of the last call's failure; empty if its status is enough.
     [[nodiscard]] const files::Problem& LastProblem() const {
         return m_problem;
     }

@@ -1,4 +1,4 @@
-// The functions of SimulatedDriver that read and write files of the keyboard's programs and
+// The functions of SimulatedDriver that read and write files of the keyboard's firmware and
 // parameters.
 
 #include "files/SystemTexts.h"

@@ -29,7 +29,7 @@ QSize BesideOrBelow::minimumSizeHint() const {
             hint.height()};
 }
 
-// What the two need at least has changed, perhaps because the second has moved.
+// The minimum sizes of the two may have changed, or the second may have moved.
 bool BesideOrBelow::event(QEvent* event) {
     const bool isDone = QSplitter::event(event);
     if (event->type() == QEvent::LayoutRequest && !m_isMoved)

@@ -1,6 +1,6 @@
 // ChipRow: the items of a sequence as chips, with a caret between them.
 //
-// It shows, and reports what the user wants; its owner changes the sequence and shows it again.
+// It shows the sequence and reports the user's edits; its owner applies them and shows the result.
 #pragma once
 
 #include "qxcontrols/keys/SequenceItems.h"

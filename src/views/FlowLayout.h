@@ -1,4 +1,4 @@
-// FlowLayout: puts widgets beside one another, in as many lines as the width takes.
+// FlowLayout: arranges widgets in lines, as many to a line as fit the width.
 #pragma once
 
 #include <QLayout>

@@ -5,9 +5,9 @@
 // keyboard. Programmed, empty, current and unused keys differ by a mark as well as by colour, for
 // users who cannot see colours. Every shown key is an accessible object with a name.
 //
-// Where the owner wants it, the user selects several keys: a pick or an arrow key selects one,
-// Control adds or takes away one, Shift selects all between two, and a band drawn by the pointer
-// those it touches. The anchor of the selection is reported as a picked key.
+// The owner can allow several selected keys: a click or an arrow key selects one, Control adds or
+// removes one, Shift selects all between two, and a frame drawn with the pointer those it touches.
+// The anchor of the selection is reported as a picked key.
 #pragma once
 
 #include "views/KeyPainting.h"
@@ -108,7 +108,7 @@ private:
         QRectF rect;
         std::vector<KeyText> texts;
     };
-    // What the pointer does with its button held.
+    // The pointer while its button is held.
     struct Drag {
         enum class Kind { None, Press, Band, Carry };
         Kind kind = Kind::None;

@@ -18,11 +18,11 @@ public:
     [[nodiscard]] int Anchor() const { return m_anchor; }
 
     void Only(int key); // -1: none
-    // Adds the key, or takes it away unless it is the only one.
+    // Adds the key, or removes it unless it is the only one.
     void Toggle(int key);
     // These keys, with the anchor where it is if there is one.
     void Range(std::set<int> keys);
-    // Removes the keys that are no longer there.
+    // Removes the keys that are not in `caps`.
     void KeepTo(const std::vector<KeyCap>& caps);
 
     bool operator==(const KeySelection&) const = default;

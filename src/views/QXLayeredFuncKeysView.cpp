@@ -106,7 +106,7 @@ void QXLayeredFuncKeysView::SetMarkedLayers(const std::set<int>& layers, const Q
     ShowLayers();
 }
 
-// How many keys of a layer are programmed stands beside its name.
+// Each layer's name is followed by the number of its programmed keys.
 void QXLayeredFuncKeysView::ShowLayers() {
     for (Integer number = 0; number < kFuncKeyLayers; ++number) {
         const FuncKeyLayer& layer = m_control.Layer(number);

@@ -18,14 +18,14 @@ public:
     // The display outlives the view.
     explicit QXPosDisplayView(QXPosDisplay& display, QWidget* parent = nullptr);
 
-    // What is engraved on a key, the sequence of the key's block, and the layout in whose words to
-    // show it (may be null); the display itself knows none of these.
+    // Texts that the display does not have: a key's legend, the sequence of its block, and the
+    // layout that names the sequence's keys (may be null).
     using TextOfKey = std::function<QString(Integer nKeyIndex)>;
     using LayoutInUse = std::function<const QXKeyboardLayoutData*()>;
     void SetTexts(TextOfKey legend, SequenceOfKey sequence, LayoutInUse layout);
 
-    // What arrows and Control do in a programmer: reaching a key, and picking one with Control
-    // (which then also lets the arrows move without reaching). Without these, only clicks act.
+    // For a programmer: an arrow key reaches a key, Control with a click or Space takes one, and
+    // Control with an arrow moves without reaching. Without these, only clicks act.
     using KeyAction = std::function<void(Integer nKeyIndex)>;
     void SetActions(KeyAction reach, KeyAction take);
 

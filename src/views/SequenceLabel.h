@@ -15,8 +15,8 @@ class SequenceLabel : public QLabel {
 public:
     explicit SequenceLabel(QWidget* parent = nullptr);
 
-    // Chooses the label of this name that the page shows, if any: it takes the focus and reports
-    // that, even in a window that is not active.
+    // Focuses the visible label of this name on the page, if there is one. It reports the focus
+    // even if the window is not active.
     static void Choose(const QWidget& page, const char* name);
 
     // Sets the accessible name: the caption beside the label, and the keys.

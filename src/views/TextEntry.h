@@ -24,7 +24,7 @@ public:
     void Empty();
 
 signals:
-    // The user wants the keys of this text; Empty shows that they have been added.
+    // The user asks to add the keys of this text; call Empty once they are added.
     void Entered(const QString& text, bool withEnter);
 
 protected:

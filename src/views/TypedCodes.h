@@ -21,7 +21,7 @@ public:
     TypedCodes(const QString& text, bool withEnter, const QXKeyboardLayoutData& layout);
 
     std::vector<Byte> codes;
-    QString fault; // names the character that no key types; then there are no codes
+    QString fault; // names the first character that no key can type; `codes` is then empty
 };
 
 } // namespace qx::views

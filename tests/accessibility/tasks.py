@@ -175,7 +175,7 @@ HELD = {
 
 
 def held(qxconf, keyboard):
-    """What the keyboard holds, as HELD."""
+    """The keyboard's settings, in the form of HELD."""
     document = json.loads(subprocess.run([qxconf, "--keyboard", keyboard, "upload"], check=True,
                                          stdout=subprocess.PIPE).stdout)
     return {

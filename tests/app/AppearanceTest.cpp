@@ -1,4 +1,4 @@
-// What is seen in light and in dark windows: the lines of controls, texts, what is switched on.
+// Light and dark windows: lines of controls, texts, and switches that are on.
 #include "app/Appearance.h"
 
 #include <QApplication>

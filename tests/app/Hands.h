@@ -79,11 +79,11 @@ protected:
         Grid(m_page, m_grid);
         return changes;
     }
-    // What is in the slot of a key of layer 0.
+    // The slot of a key of layer 0.
     std::string Slot(int key, Long size = 5) {
         return desk.Memory(MODULE_LAYERED_FUNCKEYS, Long{key} * 128, size);
     }
-    // What describes a key of layer 0, as the keyboard stores it; its first characters.
+    // The first characters of the description of a key of layer 0, as stored in the keyboard.
     std::string Description(int key) {
         const std::string units = desk.workbench.Simulated()->Memory(70000 + Long{key} * 128, 12);
         std::string text;

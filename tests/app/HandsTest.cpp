@@ -49,7 +49,7 @@ TEST_F(Hands, AChordIsRecordedWithoutAPointer) {
         QKeyEvent event(type, key, Qt::NoModifier, scanCode + 8, 0, 0);
         QApplication::sendEvent(record, &event);
     };
-    send(QEvent::KeyRelease, Qt::Key_R, 19); // those of the shortcut are no part of it
+    send(QEvent::KeyRelease, Qt::Key_R, 19); // the shortcut's keys are not recorded
     send(QEvent::KeyRelease, Qt::Key_Shift, 42);
     send(QEvent::KeyRelease, Qt::Key_Control, 29);
     send(QEvent::KeyPress, Qt::Key_Control, 29);

@@ -85,8 +85,8 @@ QString CutCap(const views::KeyGrid& grid) {
     return {};
 }
 
-// What the area scrolls by is at least this, or it needs no scroll bar: pixels, or the items of a
-// list and the lines of a text.
+// The least by which the area can need to scroll: in pixels, or in items of a list or lines of a
+// text.
 int RowOf(const QAbstractScrollArea& area) {
     const auto* list = qobject_cast<const QAbstractItemView*>(&area);
     const bool isOfItems =

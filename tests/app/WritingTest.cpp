@@ -102,7 +102,7 @@ TEST_F(Writing, ALoadOfAFileIsCancelledLikewise) {
     EXPECT_TRUE(desk.warnings.isEmpty()) << desk.warnings.join(' ').toStdString();
 }
 
-// What the user does elsewhere meanwhile is dropped, and Esc cancels.
+// Input elsewhere is dropped meanwhile, and Esc cancels.
 TEST_F(Writing, TakesNoOtherInput) {
     auto* slider = desk.Find<QSlider>("slidOutputDelay");
     desk.AtStep(host::Step::SavingBackup, [&] {

@@ -93,8 +93,8 @@ TEST_F(Answers, OfKeyboardFiles) {
         bool isBackedUp;
     };
     const Kind kinds[] = {
-        {"rom", "program", {}, true},
-        {"chipcard", "chipcard reader's program", {"--baud", "3", "--port", "7"}, false},
+        {"rom", "firmware", {}, true},
+        {"chipcard", "chipcard reader's firmware", {"--baud", "3", "--port", "7"}, false},
         {"param", "parameter memory", {}, true},
     };
     for (const Kind& kind : kinds) {

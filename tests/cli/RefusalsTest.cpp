@@ -60,7 +60,7 @@ TEST(Refusals, NameTheErrorAndChangeNothing) {
          4,
          "transfer-failed",
          nullptr,
-         "loading the program from " + keyboard.File("missing.rom") + " failed"},
+         "loading the firmware from " + keyboard.File("missing.rom") + " failed"},
         {{"codepage", "compare", keyboard.File("missing.cp")},
          4,
          "file-failed",

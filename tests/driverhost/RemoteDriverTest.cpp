@@ -209,8 +209,8 @@ TEST_F(Remote, ADriverThatMisbehavesIsGone) {
     }
 }
 
-// A user who wants to end waits neither for a read nor for a start-up without end; a call that
-// writes to the keyboard keeps all of its time.
+// A user who cancels does not wait for a read or a start-up that never ends; a call that writes to
+// the keyboard keeps its whole time limit.
 TEST_F(Remote, OnlyACallThatDoesNotWriteIsGivenUpForTheUser) {
     for (const char* function : {"QXCFG_ImageLoad", "QXCFG_ImageSave"}) {
         const bool isRead = std::string_view(function) == "QXCFG_ImageLoad";

@@ -92,7 +92,7 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
 }
 
 // Paths that the system would not open are not corrected to others, and write-protected files stay
-// unchanged, whoever owns them.
+// unchanged, no matter who owns them.
 TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
     const TempFolder folder;
     const fs::path file = folder / "file";

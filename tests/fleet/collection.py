@@ -1,4 +1,4 @@
-"""The collection for Ansible, installed in a folder of its own: its form and its modules alone."""
+"""The collection for Ansible, installed in a separate folder: its form, and its modules alone."""
 
 import compileall
 import os

@@ -1,4 +1,4 @@
-"""How much memory a program takes."""
+"""The memory that a program uses."""
 
 import pathlib
 import re
@@ -7,7 +7,7 @@ import time
 
 
 class Memory(threading.Thread):
-    """The most memory that a process and all that it starts use at a time, looked at twice a second."""
+    """The peak memory of a process and its children together, sampled twice a second."""
 
     def __init__(self, process):
         super().__init__(daemon=True)

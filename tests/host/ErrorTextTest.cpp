@@ -8,7 +8,7 @@
 namespace qx::host {
 namespace {
 
-// Every cause has words of its own, and none that belong to one program.
+// Every cause has its own text, which names no program.
 TEST(ErrorText, WordsEveryCauseForAllPrograms) {
     const ErrorFacts facts = {.name = "NAME",
                               .other = "OTHER",
@@ -38,7 +38,7 @@ TEST(ErrorText, WordsEveryCauseForAllPrograms) {
     EXPECT_GT(texts.size(), 70U);
 }
 
-// What the keyboard holds, the way back and what else failed come behind the cause, in this order.
+// The cause is followed by the keyboard's state, the way back and further failures, in this order.
 TEST(ErrorText, EndsWithTheKeyboardAndTheWayBack) {
     Error error(
         Cause::WritingFailed,

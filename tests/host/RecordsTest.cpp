@@ -44,8 +44,8 @@ protected:
 
 } // namespace
 
-// Many tills in a day, and a clock that is far ahead, though on fewer days than it takes: no backup
-// of the last 90 true days goes for that.
+// Neither many tills in one day nor a few days with a clock far ahead remove a backup of the last
+// 90 real days.
 TEST_F(Backups, StayForTheirNumberAndForWrongClocks) {
     std::vector<std::string> all;
     const auto save = [&](Time start, std::size_t days, int inADay) {
@@ -114,7 +114,7 @@ TEST_F(Backups, TellOfWhichTillTheyAre) {
     EXPECT_THROW((void)store.Find("another"), Error);
 }
 
-// What killed programs have left is removed, but not what another one may be writing.
+// Leftovers of killed programs are removed, but not a file that another program may be writing.
 TEST_F(Backups, AreKeptApartFromWhatIsLeftHalfWritten) {
     const BackupEntry entry = store.Find(Save(now));
     const auto place = records / entry.keyboard;
@@ -279,7 +279,7 @@ TEST_F(RecordsTest, ThatAreNotAsTheyWereWrittenAreNamedAndKeepNoOtherKeyboardBac
         other.memory = before;
         EXPECT_FALSE(Download(other, kNew));
     }
-    // One whose name does not say whose it is may be of any keyboard.
+    // One whose name does not show its keyboard may be of any.
     const auto unnamed = entry.parent_path() / "found.journal.json";
     files::WriteFileAtomically(unnamed, "{");
     TroubledKeyboard any{kWithGuid, "SMALL"};

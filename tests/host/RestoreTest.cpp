@@ -44,8 +44,8 @@ TEST_F(RestoreTest, ResolvesTheInterruptedWrite) {
     ASSERT_EQ(Entries().size(), 1U);
     EXPECT_EQ(Entries()[0].Id(), left);
 
-    // A restore with nothing to do is no evidence if the keyboard may be a different one, but it
-    // resolves the write whose part the keyboard does contain, because the user wants that content.
+    // A restore with nothing to do proves nothing if the keyboard may be a different one, but it
+    // resolves the write of which the keyboard holds a part: the user confirms that content.
     Reset();
     Interrupt(keyboard, 2);
     const std::string backup = Entries().at(0).backup;
@@ -61,7 +61,7 @@ TEST_F(RestoreTest, ResolvesTheInterruptedWrite) {
     EXPECT_FALSE(outcome.isWritten);
     EXPECT_EQ(Entries().size(), 0U);
 
-    // A restore that is not read back is no evidence.
+    // A restore that is not read back proves nothing.
     Reset();
     Interrupt(keyboard, 2);
     const JournalEntry interrupted = Entries().at(0);

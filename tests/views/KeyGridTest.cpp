@@ -99,7 +99,7 @@ TEST_F(KeyGridTest, ArrowsGoToTheNearestKeyAndKeepToTheirColumn) {
     QTest::keyClick(&grid, Qt::Key_Right, Qt::ControlModifier); // left to others,
     QTest::keyClick(&grid, Qt::Key_Space, Qt::ControlModifier);
     EXPECT_EQ(grid.FocusKey(), 2);
-    grid.SetControlMoves(true); // unless the owner wants it
+    grid.SetControlMoves(true); // unless the owner enables it
     QTest::keyClick(&grid, Qt::Key_Down, Qt::ControlModifier);
     EXPECT_EQ(grid.FocusKey(), 4);
     EXPECT_EQ(reached, (std::vector<int>{1, 2}));
@@ -207,7 +207,7 @@ TEST_F(KeyGridTest, ScreenReadersFindEveryKey) {
     EXPECT_EQ(accessible->child(5), nullptr);
 }
 
-// What is picked is the anchor of the selection, which is never empty once there is one.
+// A picked key becomes the anchor of the selection, which is never empty once it has one.
 TEST_F(KeyGridTest, SeveralKeysAreSelected) {
     grid.SetSelects(true);
     const auto select = [&](int key, Qt::KeyboardModifiers modifiers) {

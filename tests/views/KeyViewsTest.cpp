@@ -107,7 +107,7 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
     EXPECT_EQ(screen.Cap("layoutDisplay", 30).name.toStdString(),
               "Key 30 (CapsLock), cannot be programmed");
 
-    // The label takes letters, not clicks or the keys that move on.
+    // The label accepts letters, but not clicks or the keys that move the focus.
     screen.Click("cmdEdit_1");
     EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
     control.SetSequenceForCurrKey("Sends:");
@@ -124,7 +124,7 @@ TEST_F(KeyViewsTest, AFreeKeyIsPickedEditedAndCleared) {
     EXPECT_EQ(control.Sequences().Key(75).Length(), 0);
 }
 
-// What the ring shows is what the buttons act on.
+// The buttons act on the key with the ring.
 TEST_F(KeyViewsTest, TheKeyWithTheFocusIsTheOneThatIsCleared) {
     QXFreeProgKeys control(keyboard.Services());
     Connect(control);
@@ -144,8 +144,8 @@ TEST_F(KeyViewsTest, TheKeyWithTheFocusIsTheOneThatIsCleared) {
     EXPECT_EQ(control.Sequences().Key(112).Length(), 1);
     EXPECT_EQ(control.Sequences().Key(113).Length(), 0);
 
-    // A press that ends elsewhere changes neither; another way to a key takes the ring along, but
-    // not the keyboard focus.
+    // A press that ends elsewhere changes neither; selecting a key in another way moves the ring,
+    // but not the keyboard focus.
     QTest::mousePress(grid, Qt::LeftButton, {}, grid->KeyRect(114).center());
     QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->KeyRect(115).center());
     EXPECT_EQ(grid->FocusKey(), 113);

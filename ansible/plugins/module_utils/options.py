@@ -49,7 +49,7 @@ def keyboard_options(parameters: dict) -> list[str]:
 
 
 def decoded(parameters: dict, name: str) -> bytes:
-    """What the controller has sent in this option. Raises ValueError."""
+    """The option's value, as the controller has sent it. Raises ValueError."""
     try:
         return base64.b64decode(parameters[name] or "", validate=True)
     except (TypeError, ValueError):

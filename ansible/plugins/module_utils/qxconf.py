@@ -22,7 +22,7 @@ LONGEST_QUOTE = 300
 
 
 class Failure(Exception):
-    """What went wrong, with the code that qxconf gives it or one of this module's own."""
+    """A failure, with qxconf's code or one of this module's own."""
 
     def __init__(
         self,
@@ -162,7 +162,7 @@ class Qxconf:
         except subprocess.TimeoutExpired:
             pass
         try:
-            os.killpg(process.pid, signal.SIGKILL)  # and all that it has started
+            os.killpg(process.pid, signal.SIGKILL)  # and its children
         except ProcessLookupError:
             pass
         process.wait()

@@ -1,6 +1,6 @@
 # Copyright (c) 2026 The QXControls authors
 # MIT License (see LICENSE)
-"""What the records of qxconf show of a write: its receipt, and whether it was interrupted."""
+"""A write in the records of qxconf: its receipt, and whether it was interrupted."""
 
 from __future__ import annotations
 
@@ -54,7 +54,7 @@ def receipt_of(qxconf: Qxconf, backup: str) -> dict | None:
 def state_after(
     failure: Failure, qxconf: Qxconf, started: datetime.datetime, documents: set[str | None]
 ) -> str:
-    """What the keyboard holds after a failed write of one of the documents, begun since then.
+    """The keyboard's state after a failed write of one of the documents, begun since then.
 
     The error of qxconf shows it. If qxconf has ended without one, its records do: a write is on
     record before its first byte, so where nothing is on record nothing was sent. The keyboard

@@ -1,6 +1,6 @@
 # Copyright (c) 2026 The QXControls authors
 # MIT License (see LICENSE)
-"""The work of the module keyboard: a download, after a recovery if the playbook wants one."""
+"""The work of the module keyboard: a download, after a recovery if the playbook requests one."""
 
 from __future__ import annotations
 

@@ -69,7 +69,7 @@ public:
     // which may be null. Only for keys that a layout places.
     [[nodiscard]] virtual int KeyAt(Integer /*nPositionCode*/) { return -1; }
     [[nodiscard]] virtual const KeySequence* SentBy(int /*key*/) { return nullptr; }
-    // What keys that act together are called; empty for a key by itself.
+    // The name of the group that the key belongs to; empty for a key by itself.
     [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
     // The text that the key has beside its sequence, on a page where keys have one.
     [[nodiscard]] virtual std::optional<std::string> DescriptionOf(int /*key*/) { return {}; }

@@ -233,7 +233,7 @@ Command BatchCommand() {
             "JOB.report.json records the progress: when run\nagain, batch programs only the units "
             "that are not done or have changed. An interrupted write is rolled\nback first. An "
             "identifier that several units would get is left out, so that each keeps its own.\n\n"
-            "Each driver library runs in a process of its own: if it crashes, hangs or exits, "
+            "Each driver library runs in a separate process: if it crashes, hangs or exits, "
             "only its unit fails.\nUnits with the same driver and keyboard are never programmed "
             "at the same time.\n\n"
             "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without "

@@ -142,14 +142,14 @@ Command ConvertCommand() {
     const auto conversion = std::make_shared<Conversion>();
     Command command = {
         .name = "convert",
-        .summary = "Convert a raw binary file into a program file of the driver",
+        .summary = "Convert a raw binary file into a firmware file of the driver",
         .options = {{.name = "BIN",
                      .target = &conversion->source,
                      .summary = "The raw binary file",
                      .isRequired = true},
                     {.name = "ROM",
                      .target = &conversion->destination,
-                     .summary = "The program file to write",
+                     .summary = "The firmware file to write",
                      .isRequired = true}},
         .footer = "Example:\n  qxconf convert firmware.bin firmware.rom 0 0 0",
         .run = [conversion](Context& context) { Convert(context, *conversion); },

@@ -9,7 +9,7 @@ namespace qx::cli {
 
 namespace {
 
-// Which of an element's settings it is. Only its sequence has no name of its own.
+// The heading of the column for an element's setting. Only its sequence has no label.
 std::string ColumnOf(const host::SettingName& name) {
     const std::string_view label = name.parts.back().label;
     return label.empty() ? "Sequence" : std::string(label);

@@ -47,7 +47,7 @@ class Fault:
 
 
 class Error(Exception):
-    """What went wrong; ``str(error)`` is a sentence for people.
+    """A failure; ``str(error)`` is a sentence for people.
 
     The codes and the other attributes are those of qxconf's results. An attribute is None where
     it does not apply.
@@ -89,7 +89,7 @@ class Change:
 
 @dataclass(frozen=True)
 class Plan:
-    """What a write would change; for the keyboard that planned it, as it is now."""
+    """The changes that a write would make; valid for the keyboard that planned it, as it is now."""
 
     changes: "list[Change]"
     bytes: int  #: to send
@@ -102,7 +102,7 @@ class Plan:
 
 @dataclass(frozen=True)
 class Result:
-    """What a write did."""
+    """The result of a write."""
 
     written: bool  #: False if the keyboard held everything already
     verified: bool  #: the keyboard was read back and holds everything
@@ -161,7 +161,7 @@ class Keyboard:
     def plan(self, document: Document, *, name: str = "document",
              variables: Mapping[str, str] = {}, skip_absent: bool = False, full: bool = False,
              repair: bool = False) -> Plan:
-        """What writing the document would change; nothing is written.
+        """Plan a write of the document; nothing is written.
 
         ``variables`` replace the document's placeholders. ``skip_absent`` leaves out sections that
         the keyboard lacks, ``full`` sends every byte, changed or not, and ``repair`` replaces
@@ -171,8 +171,8 @@ class Keyboard:
                                      full, repair))
 
     def plan_restore(self, backup: str, *, other_keyboard: bool = False) -> Plan:
-        """What restoring a backup would change; it may be that of another keyboard of this model
-        if ``other_keyboard`` is set."""
+        """Plan the restoring of a backup; with ``other_keyboard`` it may be that of another
+        keyboard of this model."""
         return _plan(self._core.plan_restore(backup, other_keyboard))
 
     def write(self, plan: Plan, *, verify: bool = True,

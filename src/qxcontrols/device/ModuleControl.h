@@ -18,9 +18,9 @@
 //     keyboard.DataTransferFixUp();
 //
 // A control transfers nothing if the keyboard does not have its module. No member reports failure
-// to its caller: it shows a message box if its description says so, and writes a trace line. A host
-// that must be sure reads the keyboard back. A member throws for an index out of range only
-// if its description says so; exceptions of the host's handlers are passed back to the host.
+// to its caller: it writes a trace line and, where documented, shows a message box. A host that
+// must be sure reads the keyboard back. A member throws for an index out of range only where
+// documented; exceptions of the host's handlers are passed back to the host.
 #pragma once
 
 #include "qxcontrols/common/Event.h"

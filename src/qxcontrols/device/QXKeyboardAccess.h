@@ -2,8 +2,8 @@
 //
 // The host creates one for a driver, calls Init, and passes it to every module control. Only this
 // class calls the driver, on the thread of its caller. Transfers are allowed after a successful
-// Init; Done must be called before the host closes. Members report failure by their result, and by
-// a trace line where one is named, never by an exception, except where they say so: a driver that
+// Init; Done must be called before the host closes. Members report failure by their result, by a
+// trace line where one is named, and by an exception only where documented: a driver that
 // throws counts as failed with status -1, with a trace line, and a handler that throws during Init
 // ends the stage that raised its event.
 #pragma once

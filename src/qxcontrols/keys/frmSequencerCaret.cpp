@@ -1,4 +1,4 @@
-// What frmSequencer does at its caret.
+// The part of frmSequencer that edits at the caret.
 #include "qxcontrols/keys/frmSequencer.h"
 
 #include <algorithm>

@@ -79,7 +79,7 @@ std::string frmPOSProgrammer::TextOf(const KeySequence& sequence) const {
                            m_preferences != nullptr && m_preferences->ShowUpcodes());
 }
 
-// What the clicks do.
+// Clicks on keys.
 
 void frmPOSProgrammer::posDisplay_KeyClicked(Integer nKey) {
     if (!IsKey(nKey))
@@ -145,7 +145,7 @@ bool frmPOSProgrammer::MayRemove(Integer nSlot) const {
     return !fCancelRemoving;
 }
 
-// What the other children do.
+// Events of the other children.
 
 void frmPOSProgrammer::lstBlocks_Click() {
     Integer row = 0;
@@ -255,7 +255,7 @@ void frmPOSProgrammer::LeaveWithCancel() {
     Closed.Raise();
 }
 
-// What the form shows.
+// Display.
 
 void frmPOSProgrammer::PrepareDisplay() {
     ShowTexts();

@@ -44,7 +44,7 @@ public:
     Event<> Refreshed;
     Event<> Closed;
 
-    // What the form works with; null clears.
+    // The layout in use; null for none.
     [[nodiscard]] const QXKeyboardLayoutData* LayoutSource() const { return m_layout; }
     void SetLayoutSource(QXKeyboardLayoutData* layout) { m_layout = layout; }
     void SetPrefSource(const QXProgSettings* preferences) { m_preferences = preferences; }
@@ -111,7 +111,7 @@ public:
     void imgHelp_Click();
 
 private:
-    // What a change can be undone to.
+    // A step of the undo history.
     struct State {
         POSKeyboard posData;
         Integer currBlock;

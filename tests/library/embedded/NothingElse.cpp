@@ -1,4 +1,4 @@
-// What links the control library sees its public headers, and no others.
+// A target that links the control library sees its public headers, and no others.
 #if !__has_include("qxcontrols/device/QXKeyboardAccess.h")
 #error "the control library's headers are missing"
 #endif
