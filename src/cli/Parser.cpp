@@ -194,7 +194,7 @@ std::string NoCommand(const Command& command, const std::string& name, const std
     std::vector<std::string> names;
     for (const Command& each : command.commands)
         names.push_back(each.name);
-    return "there is no command \"" + name + " " + word + "\"" + Suggestion(word, names);
+    return "unknown command \"" + name + " " + word + "\"" + Suggestion(word, names);
 }
 
 // The error in the arguments, and where to find help.

@@ -135,10 +135,9 @@ TEST(Refusals, NameTheErrorAndChangeNothing) {
 TEST(Refusals, UsageErrorsNameTheErrorAndTheHelp) {
     CommandLine keyboard;
     const std::pair<std::vector<std::string>, const char*> cases[] = {
-        {{"bogus"}, "there is no command \"qxconf bogus\" (see qxconf --help)"},
-        {{"uplaod"}, "there is no command \"qxconf uplaod\"; did you mean upload?"},
-        {{"prefs", "bogus"},
-         "there is no command \"qxconf prefs bogus\" (see qxconf prefs --help)"},
+        {{"bogus"}, "unknown command \"qxconf bogus\" (see qxconf --help)"},
+        {{"uplaod"}, "unknown command \"qxconf uplaod\"; did you mean upload?"},
+        {{"prefs", "bogus"}, "unknown command \"qxconf prefs bogus\" (see qxconf prefs --help)"},
         {{"prefs"}, "qxconf prefs needs a command (see qxconf prefs --help)"},
         {{"help", "prefs", "sett"}, "\"qxconf prefs sett\"; did you mean set? (see qxconf prefs"},
         {{"--bogus"}, "unknown option --bogus (see qxconf --help)"},

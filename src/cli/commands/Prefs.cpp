@@ -38,7 +38,7 @@ const PreferenceInfo& Find(const std::string& name) {
     for (const PreferenceInfo& info : Preferences())
         if (info.property == name)
             return info;
-    throw UsageError("there is no preference \"" + name + "\" (see qxconf prefs list)");
+    throw UsageError("unknown preference \"" + name + "\" (see qxconf prefs list)");
 }
 
 std::vector<std::string> Names(Context&) {

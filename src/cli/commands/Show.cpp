@@ -60,7 +60,7 @@ std::vector<host::Section*> Chosen(Context& context, const host::Configuration& 
         std::string known;
         for (const std::string& each : KeysOf(configuration))
             known += (known.empty() ? "" : ", ") + each;
-        throw UsageError("there is no section \"" + key + "\"; the sections are " + known);
+        throw UsageError("unknown section \"" + key + "\"; the sections are " + known);
     }
     if (std::find(present.begin(), present.end(), section) == present.end())
         throw UsageError("this keyboard has no section \"" + key + "\"");

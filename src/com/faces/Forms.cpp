@@ -104,7 +104,7 @@ PartState ColorsOf(const frmPOSProgrammer& form) {
 Part BlocksPart(frmPOSProgrammer& form) {
     return Column(
         {Row({PartOf("lblNumBlocks", form.lblNumBlocks), PartOf("lblBlockNum", form.lblBlockNum),
-              TextPart("lblFreeKeysCaption", "Free keys:"),
+              TextPart("lblFreeKeysCaption", "Keys without a block:"),
               PartOf("lblFreeKeys", form.lblFreeKeys)}),
          Stretching(PartOf("lstBlocks", form.lstBlocks, form.lblNumBlocks,
                            [&form] { form.lstBlocks_Click(); })),

@@ -23,7 +23,7 @@ const PreferenceInfo& InfoOf(std::string_view sProperty) {
     for (const PreferenceInfo& info : Preferences())
         if (info.property == sProperty)
             return info;
-    throw std::invalid_argument("there is no preference \"" + std::string(sProperty) + "\"");
+    throw std::invalid_argument("unknown preference \"" + std::string(sProperty) + "\"");
 }
 
 // Throws if the value is not allowed for the preference.
