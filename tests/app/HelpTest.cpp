@@ -48,6 +48,7 @@ TEST(Help, EveryPageHasSomeUnderItsTitleAndLinksLeadToOtherPages) {
             const bool isShared = id.startsWith(QLatin1String("funcKeys")); // by the free keys
             EXPECT_TRUE(isShared || title == item->text()) << title.toStdString();
             EXPECT_GT(text->toPlainText().size(), 200) << id.toStdString();
+            EXPECT_FALSE(text->toPlainText().contains(u'@')) << id.toStdString() << ": an include";
             const QString page = text->source().toString();
             for (const auto& link : QRegularExpression(QStringLiteral("href=\"([^\"]+)\""))
                                         .globalMatch(text->toHtml())) {
