@@ -20,7 +20,6 @@ namespace {
 
 constexpr int kRowGap = 8;
 constexpr int kColumnGap = 12;
-constexpr int kMarkStrength = 48; // of 255
 
 QString NameOf(BarcodePage page, const QString& member) {
     const std::string_view name = kBarcodePageNames[static_cast<std::size_t>(page)];
@@ -174,11 +173,7 @@ void BarcodeTable::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
     QPainter painter(this);
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        QColor mark = palette().color(QPalette::Highlight);
-        mark.setAlpha(kMarkStrength);
-        if (m_rows[i].page == m_control.lstPrefGroup.ListIndex)
-            painter.fillRect(RectOf(m_rows[i]), mark);
-        else if (i % 2 == 0)
+        if (i % 2 == 0)
             painter.fillRect(RectOf(m_rows[i]), palette().alternateBase());
     }
 }

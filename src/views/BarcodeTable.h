@@ -1,9 +1,8 @@
 // BarcodeTable: all kinds of code of QXBarcode at once, one per row: whether it is read, the
 // accepted lengths, and the other options.
 //
-// The control works on one page at a time: a change first makes the row's page the current one,
-// and the current page's row is marked. A widget is named after its setting in a document:
-// "Code39.minSize", "Code39.flags.1".
+// The control works on one page at a time: a change first makes the row's page the current one. A
+// widget is named after its setting in a document: "Code39.minSize", "Code39.flags.1".
 #pragma once
 
 #include "qxcontrols/readers/QXBarcode.h"
