@@ -45,21 +45,21 @@ void FitColumns(QTreeWidget& table, int most) {
 BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     : QWidget(parent), m_workbench(workbench), m_list(new QTreeWidget), m_summary(new QLabel),
       m_changes(new DifferenceTree({}, tr("In the document"), tr("In the backup"))),
-      m_restore(new QPushButton(tr("&Restore to keyboard…"))),
+      m_parts(new QSplitter(Qt::Vertical)), m_restore(new QPushButton(tr("&Restore to keyboard…"))),
       m_open(new QPushButton(tr("Open as do&cument"))), m_describing(new QTimer(this)) {
     auto* text =
         new QLabel(tr("Before each write, the keyboard's contents are saved here. Each backup "
                       "is kept for at least %1 days.")
                        .arg(host::BackupStore::kDays));
     text->setWordWrap(true);
-    auto* parts = new QSplitter(Qt::Vertical);
-    parts->setChildrenCollapsible(false);
-    parts->addWidget(m_list);
-    parts->addWidget(MakePreview());
+    m_parts->setChildrenCollapsible(false);
+    m_parts->addWidget(m_list);
+    m_parts->addWidget(MakePreview());
+    m_parts->setStretchFactor(1, 1);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(text);
-    column->addWidget(parts, 1);
+    column->addWidget(m_parts, 1);
     column->addLayout(MakeButtons());
 
     m_list->setObjectName(QStringLiteral("backups"));
@@ -122,6 +122,21 @@ void BackupsPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
 }
 
+// No higher than its rows. As long as their number is the same, it keeps the user's height.
+void BackupsPage::FitHeight() {
+    constexpr int kRows = 8; // at first
+    const auto heightOf = [this](int rows) {
+        return m_list->header()->height() + 2 * m_list->frameWidth() +
+               rows * m_list->sizeHintForRow(0);
+    };
+    const int rows = m_list->topLevelItemCount();
+    const int most = rows == 0 ? QWIDGETSIZE_MAX : heightOf(rows);
+    if (m_list->maximumHeight() == most)
+        return;
+    m_list->setMaximumHeight(most);
+    m_parts->setSizes({heightOf(std::min(rows, kRows)), m_parts->height()});
+}
+
 // The chosen backup stays chosen.
 void BackupsPage::Reload() {
     const std::string chosen = Chosen() != nullptr ? Chosen()->id : "";
@@ -139,6 +154,8 @@ void BackupsPage::Reload() {
         if (backup.id == chosen)
             m_list->setCurrentItem(item);
     }
+    m_list->hideColumn(kUnit);
+    FitHeight();
     FitColumns(*m_list, width() / 3);
     Enable();
     CompareAgain();
@@ -165,6 +182,8 @@ void BackupsPage::DescribeNext() {
     try {
         const host::Backup backup = m_workbench.Records().backups.Load(entry);
         item->setText(kUnit, ToQt(host::VisibleText(backup.till.unit)));
+        if (!backup.till.unit.empty())
+            m_list->showColumn(kUnit);
         const QString document = ToQt(host::VisibleText(backup.document));
         item->setText(kDocument,
                       document.section(QRegularExpression(QStringLiteral("[/\\\\]")), -1));

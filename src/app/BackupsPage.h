@@ -12,6 +12,7 @@
 
 class QLabel;
 class QPushButton;
+class QSplitter;
 class QTimer;
 class QTreeWidget;
 
@@ -41,6 +42,7 @@ private:
     [[nodiscard]] QLayout* MakeButtons();
     [[nodiscard]] const host::BackupEntry* Chosen() const;
     void Enable();
+    void FitHeight();
     void DescribeNext();
     void CompareAgain();
     void ShowPreview();
@@ -50,6 +52,7 @@ private:
     QTreeWidget* m_list;
     QLabel* m_summary;
     DifferenceTree* m_changes;
+    QSplitter* m_parts; // the list and the changes
     QPushButton* m_restore;
     QPushButton* m_open;
     QTimer* m_describing; // one backup at a time, so that many do not hold up the window

@@ -19,19 +19,6 @@ enum Column { kSetting, kFrom, kTo, kShow };
 constexpr int kPlaceRole = Qt::UserRole;
 constexpr int kGap = 12; // pixels between columns
 
-// Stripes leave out the titles of sections.
-class Rows : public views::RoomyRows {
-public:
-    using RoomyRows::RoomyRows;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        RoomyRows::initStyleOption(option, index);
-        if (!index.parent().isValid())
-            option->backgroundBrush = option->palette.base();
-    }
-};
-
 } // namespace
 
 DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
@@ -44,11 +31,11 @@ DifferenceTree::DifferenceTree(const std::vector<host::Difference>& differences,
     setAlternatingRowColors(true);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
-    setItemDelegate(new Rows(this));
+    setItemDelegate(new views::RoomyRows(this));
     Fill(differences);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(kShow, QHeaderView::ResizeToContents);
-    header()->setSectionResizeMode(kSetting, QHeaderView::Stretch);
+    header()->setSectionResizeMode(kTo, QHeaderView::Stretch);
     const auto choose = [this](const QTreeWidgetItem* item) {
         const std::string place = item->data(kSetting, kPlaceRole).toString().toStdString();
         if (!place.empty())
@@ -92,15 +79,18 @@ void DifferenceTree::Fill(const std::vector<host::Difference>& differences) {
     FitColumns();
 }
 
-// The values have what room the names leave, up to their contents, but a quarter each at least.
+// Columns are as wide as their contents. If there is no room for that, each value gets at least a
+// quarter of the width, and the names get the rest.
 void DifferenceTree::FitColumns() {
-    const int all = viewport()->width();
-    const int left = all - sizeHintForColumn(kSetting) - header()->sectionSize(kShow);
-    const int most = std::max(all / 4, left / 2);
-    for (const int column : {kFrom, kTo}) {
-        const int wanted = std::min(sizeHintForColumn(column) + kGap, most);
-        header()->resizeSection(column, std::max(wanted, header()->sectionSizeHint(column)));
-    }
+    const int all = viewport()->width() - header()->sectionSize(kShow);
+    const auto widthOf = [this](int column, int most) {
+        return std::max(std::min(sizeHintForColumn(column) + kGap, most),
+                        header()->sectionSizeHint(column));
+    };
+    const int most = std::max(all / 4, (all - widthOf(kSetting, all)) / 2);
+    const int from = widthOf(kFrom, most);
+    header()->resizeSection(kFrom, from);
+    header()->resizeSection(kSetting, widthOf(kSetting, all - from - widthOf(kTo, most)));
 }
 
 void DifferenceTree::resizeEvent(QResizeEvent* event) {

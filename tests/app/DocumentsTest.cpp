@@ -109,12 +109,20 @@ TEST(Documents, ABackupIsOpenedAsACopy) {
     EXPECT_EQ(changes->topLevelItem(0)->child(0)->text(2), QStringLiteral("6"));
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return list->topLevelItem(0)->text(4) == QStringLiteral("1"); }));
+    EXPECT_TRUE(list->isColumnHidden(2)) << "no backup is of a unit";
     desk.UndoAll();
     EXPECT_EQ(changes->topLevelItemCount(), 0) << "the document is what it was then";
     desk.workbench.Redo();
     QTest::keyClick(changes, Qt::Key_Return);
     EXPECT_NO_THROW(desk.Find<QSlider>("slidOutputDelay")) << "its page";
+    const host::BackupStore& backups = desk.workbench.Records().backups;
+    const host::BackupEntry entry = backups.List().front();
+    host::Backup ofUnit = backups.Load(entry);
+    ofUnit.till.unit = "till 7";
+    backups.Save(ofUnit, host::ConfigurationDocument::Load(entry.document),
+                 std::chrono::system_clock::now(), {});
     desk.Page("backups");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !list->isColumnHidden(2); }));
     desk.Click("openBackup");
     EXPECT_TRUE(desk.workbench.File().empty()) << "an edit must not change the backup";
     EXPECT_TRUE(desk.workbench.IsModified());
