@@ -7,7 +7,6 @@
 // packaging/windows/pictures run it for all combinations.
 #include "LayoutFaults.h"
 #include "app/Appearance.h"
-#include "app/Failure.h"
 #include "app/Language.h"
 #include "app/MainWindow.h"
 #include "app/Paths.h"
@@ -66,7 +65,8 @@ public:
             std::printf("%s: %s\n", qUtf8Printable(name), qUtf8Printable(fault));
         QPixmap picture = window.grab();
         if (popup != nullptr)
-            QPainter(&picture).drawPixmap(window.mapFromGlobal(popup->pos()), popup->grab());
+            QPainter(&picture).drawPixmap(window.mapFromGlobal(popup->geometry().topLeft()),
+                                          popup->grab());
         picture.save(QStringLiteral("%1/%2.png").arg(m_folder, name));
     }
     // Takes the dialog that the action opens, and leaves it with its button of this name, or gives
@@ -153,20 +153,22 @@ void TakeInterrupted(Camera& camera, app::MainWindow& window, app::Workbench& wo
     QObject::connect(&workbench, &app::Workbench::Stepped, &receiver, [&](host::Step step) {
         if (step == host::Step::Writing)
             workbench.Simulated()->StopTransferAfter(5);
+        if (step == host::Step::ReadingBack)
+            workbench.Simulated()->FailCall(1, 77, true);
     });
     window.findChild<QWidget*>(QStringLiteral("notice"))->hide();
-    auto& resolve = window.Transfers().questions.recover;
-    const auto ask = std::exchange(
-        resolve, [](const QString&, const QString&) { return app::Transfers::Ending::Later; });
     camera.TakeDialog(
         QStringLiteral("25-review"), [&] { window.Transfers().Write(); },
         QStringLiteral("cmdWrite"));
+    Press(window, "noticeDetails");
+    camera.Take(window, QStringLiteral("23-failure"));
+    window.findChild<QWidget*>(QStringLiteral("notice"))->hide();
+    workbench.Simulated()->FailCall(0, 0, false);
     workbench.Simulated()->StopTransferAfter(-1);
     window.ShowPage(QStringLiteral("freeProgKeys"));
     camera.Take(window, QStringLiteral("25-interrupted-keys"));
     window.ShowPage(QStringLiteral("overview"));
     camera.Take(window, QStringLiteral("25-interrupted"));
-    resolve = ask;
     camera.TakeDialog(QStringLiteral("25-resolve"), [&] { window.Transfers().Recover(); });
 }
 
@@ -196,14 +198,6 @@ void TakeAll(Camera& camera, app::MainWindow& window, app::Workbench& workbench)
         control.Layer(4).GetKey(1).SetBytes("\x1F\x9F");
     });
     camera.TakeDialog(QStringLiteral("22-review-warnings"), [&] { window.Transfers().Write(); });
-    host::Error failure(
-        host::Cause::WritingFailed,
-        {.call = host::FailedCall{"QXCFG_ImageSave", 77}, .holds = host::Holds::PartlyWritten});
-    failure.suggestion = host::Suggestion::Recover;
-    window.screen.warn(app::FailureOf({}, failure));
-    Press(window, "noticeDetails");
-    camera.Take(window, QStringLiteral("23-failure"));
-    window.findChild<QWidget*>(QStringLiteral("notice"))->hide();
     const setup::KeyboardChoice choice = workbench.Choice();
     auto* pages = window.findChild<QListWidget*>(QStringLiteral("pages"));
     for (int row = 0; row < pages->count(); ++row) {

@@ -295,9 +295,8 @@ QString SuggestionText(const host::Error& error) {
         return {};
     case Suggestion::Recover:
         return error.holds == host::Holds::Unknown
-                   ? Errors::tr("Once the keyboard answers again, choose Keyboard › Resolve "
-                                "interrupted write.")
-                   : Errors::tr("Choose Keyboard › Resolve interrupted write.");
+                   ? Errors::tr("Resolve the interrupted write once the keyboard answers again.")
+                   : Errors::tr("Resolve the interrupted write first.");
     case Suggestion::RestoreBackup:
         return Errors::tr("The backup %1 on the Backups page has the keyboard's previous contents.")
             .arg(ToQt(error.backup));

@@ -95,20 +95,17 @@ QString WriteFailureText(const host::Error& error) {
         return why;
     switch (*error.holds) {
     case Holds::NotTouched:
-        return Lines({Failures::tr("Nothing was written."), why});
+        return Lines({why, Failures::tr("Nothing was written.")});
     case Holds::Old:
-        return Lines(
-            {Failures::tr("Nothing has changed: the keyboard holds what it held before."), why});
+        return Lines({why, Failures::tr("The keyboard's contents have not changed.")});
     case Holds::New:
         return cause == Cause::ReadBackDiffers
-                   ? Failures::tr("The keyboard holds everything that was to be written, but "
-                                  "only the second reading showed it.")
-                   : Failures::tr("The keyboard holds everything that was to be written, but "
-                                  "the driver reported a failure.");
+                   ? Failures::tr("Only a second read showed that the write was complete.")
+                   : Failures::tr("The driver reported a failure, but the write was complete.");
     case Holds::PartlyWritten:
-        return Lines({Failures::tr("The keyboard is partly written."), why});
+        return Lines({why, Failures::tr("The keyboard is partly written.")});
     case Holds::Unknown:
-        return Lines({Failures::tr("The keyboard may be partly written."), why});
+        return Lines({why, Failures::tr("The keyboard may be partly written.")});
     }
     return why;
 }

@@ -28,14 +28,14 @@ struct Failure {
 // replaced by WriteFailureText.
 [[nodiscard]] Failure FailureOf(const QString& what, const std::exception& error);
 
-// The keyboard's state after a failed write, and the cause:
+// The cause of a failed write, and the keyboard's state:
 //
-//   NotTouched      "Nothing was written." and the cause
-//   Old             "Nothing has changed: the keyboard holds what it held before." and the cause
-//   New             "The keyboard holds everything that was to be written, but only the second
-//                   reading showed it." (ReadBackDiffers) "… but the driver reported a failure."
-//   PartlyWritten   "The keyboard is partly written." and the cause
-//   Unknown         "The keyboard may be partly written." and the cause
+//   NotTouched      the cause and "Nothing was written."
+//   Old             the cause and "The keyboard's contents have not changed."
+//   New             "Only a second read showed that the write was complete." (ReadBackDiffers),
+//                   "The driver reported a failure, but the write was complete."
+//   PartlyWritten   the cause and "The keyboard is partly written."
+//   Unknown         the cause and "The keyboard may be partly written."
 //
 // Stopped, NotRecorded and LoadNotRecorded include the keyboard's contents in
 // the cause, which is then the whole text. FailureOf adds the suggestion.

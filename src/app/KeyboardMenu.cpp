@@ -21,11 +21,12 @@ KeyboardMenu::KeyboardMenu(Workbench& workbench, Transfers& transfers, QWidget* 
 void KeyboardMenu::Fill(QMenu& menu) {
     m_read = menu.addAction(views::LineIcon(QStringLiteral("read")), tr("&Read from keyboard"),
                             QKeySequence(Qt::CTRL | Qt::Key_R), &m_transfers, &Transfers::Read);
-    m_read->setToolTip(tr("Keyboard to document: read all settings (Ctrl+R)"));
+    m_read->setToolTip(tr("Read all settings of the keyboard into the document (Ctrl+R)"));
     m_write = menu.addAction(views::LineIcon(QStringLiteral("write")), tr("&Write to keyboard"),
                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), &m_transfers,
                              &Transfers::Write);
-    m_write->setToolTip(tr("Document to keyboard: review, write, read back (Ctrl+Shift+W)"));
+    m_write->setToolTip(
+        tr("Review the document's changes, write them and read them back (Ctrl+Shift+W)"));
     m_resolve = menu.addAction(tr("Resolve &interrupted write…"), this, &KeyboardMenu::Resolve);
     menu.addSeparator();
     menu.addAction(tr("&Connect again"), this, &KeyboardMenu::ConnectAgain);

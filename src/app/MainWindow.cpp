@@ -33,10 +33,10 @@ using views::ToQt;
 
 namespace {
 
-// "POS keys › Key 12 (F12) (+2)"
-QString TextOf(const host::History::Changed& changed) {
-    const QString name = NameText(changed.name);
-    return changed.others == 0 ? name : QStringLiteral("%1 (+%2)").arg(name).arg(changed.others);
+// "POS keys › Key 12 (F12) and 2 more"
+QString TextOf(const host::History::Changed& step) {
+    const QString name = NameText(step.name);
+    return step.others == 0 ? name : MainWindow::tr("%1 and %2 more").arg(name).arg(step.others);
 }
 
 } // namespace

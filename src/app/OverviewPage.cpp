@@ -5,6 +5,7 @@
 #include "app/ModuleCards.h"
 #include "app/SelectionPanel.h"
 #include "views/Bindings.h"
+#include "views/LineIcon.h"
 #include "views/PlainText.h"
 #include "views/TitleFont.h"
 
@@ -28,19 +29,14 @@ using State = StartStages::State;
 
 constexpr int kFill = 100;   // stretch of the widget that fills the remaining room
 constexpr int kCardGap = 12; // pixels
+constexpr int kMarkSize = 16;
 
-QString MarkOf(State state) {
-    switch (state) {
-    case State::Waiting:
-        return QStringLiteral("○");
-    case State::Running:
-        return QStringLiteral("…");
-    case State::Done:
-        return QStringLiteral("✓");
-    case State::Failed:
-        return QStringLiteral("✗");
-    }
-    return {};
+// Stages that have not ended have no icon, but its room.
+QPixmap MarkOf(State state) {
+    const QIcon icon = state == State::Done     ? views::LineIcon(QStringLiteral("done"))
+                       : state == State::Failed ? views::LineIcon(QStringLiteral("error"))
+                                                : QIcon();
+    return icon.pixmap(kMarkSize, kMarkSize);
 }
 
 QString WordOf(State state) {
@@ -131,8 +127,15 @@ QWidget* OverviewPage::MakeStages() {
     auto* stages = new QVBoxLayout(startUp);
     stages->setContentsMargins({});
     stages->setSpacing(4);
-    for (QLabel*& stage : m_stages)
-        stages->addWidget(stage = new QLabel);
+    auto* list = new QGridLayout;
+    list->setColumnMinimumWidth(0, kMarkSize);
+    list->setColumnStretch(1, 1);
+    list->setVerticalSpacing(4);
+    for (int i = 0; i < kStages; ++i) {
+        list->addWidget(m_marks[i] = new QLabel, i, 0);
+        list->addWidget(m_stages[i] = new QLabel, i, 1);
+    }
+    stages->addLayout(list);
     m_failure->setObjectName(QStringLiteral("lblFailure"));
     m_failure->setWordWrap(true);
     m_failure->setTextFormat(Qt::PlainText);
@@ -184,15 +187,17 @@ void OverviewPage::FoldDetails(bool isFolded) {
 
 void OverviewPage::ShowStages() {
     using Stage = StartStages::Stage;
-    const std::pair<Stage, QString> stages[] = {
+    const std::pair<Stage, QString> stages[kStages] = {
         {Stage::Driver, tr("Open the driver")},
         {Stage::Directory, tr("Read which modules the keyboard has")},
         {Stage::Naming, tr("Read its name and versions")}};
-    for (std::size_t i = 0; i < std::size(m_stages); ++i) {
+    for (int i = 0; i < kStages; ++i) {
         const auto& [stage, name] = stages[i];
         const State state = m_workbench.Stages().Of(stage);
-        m_stages[i]->setText(QStringLiteral("%1  %2: %3").arg(MarkOf(state), name, WordOf(state)));
-        m_stages[i]->repaint(); // the program is busy with the keyboard
+        m_marks[i]->setPixmap(MarkOf(state));
+        m_stages[i]->setText(QStringLiteral("%1: %2").arg(name, WordOf(state)));
+        for (QLabel* part : {m_marks[i], m_stages[i]})
+            part->repaint(); // the program is busy with the keyboard
     }
 }
 
@@ -264,7 +269,7 @@ void OverviewPage::ShowDetails() {
     for (const auto& [isThere, name] : flags)
         if (isThere)
             has.append(name);
-    add(tr("Has"), has.isEmpty() ? tr("nothing of its own") : has.join(QLatin1Char('\n')));
+    add(tr("Has"), has.isEmpty() ? tr("no modules") : has.join(QLatin1Char('\n')));
     add(tr("Kind"), m_kind->text());
 
     for (int i = 1; i <= access.DirectorySize(); ++i) {

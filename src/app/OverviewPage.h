@@ -57,7 +57,9 @@ private:
     QWidget* m_buttons;     // shown while a keyboard is connected
     QWidget* m_interrupted; // shown while a write to this keyboard is interrupted
     QWidget* m_startUp;     // shown while none is connected
-    QLabel* m_stages[3];
+    static constexpr int kStages = 3;
+    QLabel* m_marks[kStages];
+    QLabel* m_stages[kStages];
     QLabel* m_failure;
     QWidget* m_remedies;
     KeyboardPicture* m_picture; // of the connected one

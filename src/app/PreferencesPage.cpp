@@ -114,7 +114,7 @@ QWidget* PreferencesPage::MakeKeyboardTab() {
     PreferenceTab tab;
     QFormLayout* link = tab.AddGroup(tr("Connection"));
     m_editors->AddNumber(*link, Preference::CommandDelta,
-                         tr("&Command delta (0 unless the driver requires another):"), 0,
+                         tr("&Command delta (stored for other programs):"), 0,
                          std::numeric_limits<Long>::max());
 
     QFormLayout* chipcard = tab.AddGroup(tr("Chipcard reader firmware"));

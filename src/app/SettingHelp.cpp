@@ -167,8 +167,8 @@ constexpr Description kDescriptions[] = {
                                       "keyboard without a layout of its own.")},
     {"CommandDelta",
      QT_TRANSLATE_NOOP("SettingHelp",
-                       "A number for the driver. Leave it 0 unless the driver's documents ask "
-                       "for another.")},
+                       "A number that some drivers use. It is only stored: this program does not "
+                       "use it, and starts every driver with 0.")},
     {"ChipcardPort",
      QT_TRANSLATE_NOOP("SettingHelp", "The serial port of the chipcard reader, for its firmware.")},
     {"ChipcardBaudrate",

@@ -30,6 +30,10 @@ public:
         auto* column = new QVBoxLayout(this);
         column->setContentsMargins(16, 12, 16, 12);
         column->setSpacing(4);
+        QPalette legible = text->palette(); // the text is the reason why a choice is disabled
+        legible.setBrush(QPalette::Disabled, QPalette::ButtonText,
+                         legible.brush(QPalette::Active, QPalette::PlaceholderText));
+        text->setPalette(legible);
         for (QLabel* label : {heading, text}) {
             label->setForegroundRole(QPalette::ButtonText);
             label->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -76,7 +80,7 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     open->setVisible(!file.filePath().isEmpty()); // at the first start there is none
 
     auto* defaults = AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
-                               tr("Begin a new document with a keyboard's factory settings."));
+                               tr("Begin a new document with a keyboard's default settings."));
 
     auto* again = new QCheckBox(tr("&Show this at startup"));
     again->setObjectName(QStringLiteral("ShowStartupWizard"));

@@ -342,24 +342,29 @@ void TestDrivePage::WithDrive(const std::function<void(const sim::TestDrive& dri
 
 void TestDrivePage::Try(const QString& what, const Trial& trial) {
     WithDrive([&](const sim::TestDrive& drive) {
-        m_received->appendPlainText(what + QLatin1Char('\n') + TextOf(trial(drive)));
+        const QString entry = what + QLatin1Char('\n') + TextOf(trial(drive));
+        const bool isFirst = m_received->document()->isEmpty();
+        m_received->appendPlainText(isFirst ? entry : QLatin1Char('\n') + entry);
+        m_received->moveCursor(QTextCursor::End);
+        QTextCursor begin = m_received->textCursor(); // visible even if the end does not fit
+        begin.setPosition(begin.position() - static_cast<int>(entry.size()));
+        m_received->setTextCursor(begin);
     });
 }
 
 QString TestDrivePage::TextOf(const sim::Reception& reception) const {
-    QString text;
+    QStringList lines;
     for (const sim::Stretch& stretch : reception.stretches)
-        text += QStringLiteral("  %1: %2\n")
-                    .arg(OriginTextOf(stretch, m_workbench.Layout()),
-                         ToQt(sim::ContentText(stretch, m_workbench.Layout())));
+        lines.append(QStringLiteral("  %1: %2")
+                         .arg(OriginTextOf(stretch, m_workbench.Layout()),
+                              ToQt(sim::ContentText(stretch, m_workbench.Layout()))));
     if (reception.stretches.empty())
-        text += QStringLiteral("  ") + tr("nothing") + QLatin1Char('\n');
+        lines.append(QStringLiteral("  ") + tr("nothing"));
     else if (reception.outputDelay)
-        text +=
-            tr("Output delay between codes: %1").arg(*reception.outputDelay) + QLatin1Char('\n');
+        lines.append(tr("Output delay between codes: %1").arg(*reception.outputDelay));
     for (const sim::Remark& remark : reception.remarks)
-        text += RemarkTextOf(remark) + QLatin1Char('\n');
-    return text;
+        lines.append(RemarkTextOf(remark));
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace qx::app

@@ -93,13 +93,12 @@ void Transfers::Read() {
         }
         if (m_workbench.IsMixture())
             emit Unresolved(
-                tr("Keyboard to document: read all settings, but a write to this keyboard "
-                   "was interrupted, so they may be a mixture of old and new ones. Choose "
-                   "Keyboard › Resolve interrupted write first, then read again."));
+                tr("All settings were read, but a write to this keyboard was interrupted, so "
+                   "they may be a mixture of old and new ones. Resolve the write, then read "
+                   "again."));
         m_hasRead = true;
         const auto differences = host::Compare(before, listed());
-        const QString text =
-            tr("Keyboard to document: read all settings. The keyboard is unchanged.");
+        const QString text = tr("All settings were read from the keyboard, which is unchanged.");
         if (isFirst || differences.empty())
             emit Done(text);
         else
@@ -184,7 +183,7 @@ void Transfers::Write() {
         if (sent == Sent::Not)
             return;
         if (sent == Sent::Completely)
-            emit Done(tr("Document to keyboard: wrote %n change(s)", "",
+            emit Done(tr("%n change(s) written to the keyboard", "",
                          static_cast<int>(plan->settings.size())) +
                       tr(" (%n byte(s)), read back and verified.", "",
                          static_cast<int>(outcome.bytesSent)));
@@ -213,7 +212,8 @@ void Transfers::Restore(const host::BackupEntry& backup) {
         if (sent == Sent::Not)
             return;
         if (ReadRestored() && sent == Sent::Completely)
-            emit Done(tr("Backup to keyboard and document: restored, read back and verified."));
+            emit Done(tr(
+                "The backup was restored, read back and verified. The document has its settings."));
         for (const host::NotRestored& part : plan.notRestored)
             emit Warned(NotRestoredText(part));
         emit Written();
@@ -296,7 +296,7 @@ void Transfers::ResolveFound(const std::vector<host::JournalEntry>& writes) {
 
 void Transfers::Resolve(const std::vector<host::JournalEntry>& writes, const QString& why,
                         const QString& details) {
-    const QString ways = tr("Finish writing completes it; roll back restores the keyboard's "
+    const QString ways = tr("“Finish writing” completes it; “Roll back” restores the keyboard's "
                             "previous contents.");
     const Ending ending = questions.recover(why + QStringLiteral("\n\n") + ways, details);
     if (ending == Ending::Later || writes.size() == 1)
@@ -337,7 +337,7 @@ void Transfers::EndInterrupted(const host::JournalEntry& write, bool isNamed, En
         return emit Written();
     case Ending::Later:
         emit Unresolved(tr("The interrupted write of %1 must be finished or rolled back before "
-                           "anything else is written: choose Keyboard › Resolve interrupted write.")
+                           "anything else is written.")
                             .arg(what));
     }
 }

@@ -239,7 +239,7 @@ std::vector<Findable> WindowPages::Actions() {
         };
     if (const auto* window = qobject_cast<QMainWindow*>(m_book->window()))
         for (const QAction* menu : window->menuBar()->actions())
-            add(*menu->menu(), NameOf(*menu), {});
+            add(*menu->menu(), tr("%1 menu").arg(NameOf(*menu)), {});
     return all;
 }
 

@@ -24,7 +24,7 @@ void FailToRead(Desk& desk) {
 
 TEST(Notices, AFailureStandsAloneAndGoesWithTheNextActionOfAnAccessibilityTool) {
     Desk desk; // has read
-    ASSERT_TRUE(desk.Notice().contains(QStringLiteral("read all settings")));
+    ASSERT_TRUE(desk.Notice().contains(QStringLiteral("All settings were read")));
     FailToRead(desk);
     EXPECT_EQ(desk.Notice().toStdString(), "Nothing was read; the document is unchanged.\n"
                                            "Reading from the keyboard failed.");
@@ -39,7 +39,7 @@ TEST(Notices, AFailureStandsAloneAndGoesWithTheNextActionOfAnAccessibilityTool) 
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(desk.Notice().toStdString(),
-              "Keyboard to document: read all settings. The keyboard is unchanged.");
+              "All settings were read from the keyboard, which is unchanged.");
 }
 
 TEST(Notices, AQuestionToTheUserDoesNotEndTheAction) {

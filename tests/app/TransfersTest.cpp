@@ -23,7 +23,7 @@ TEST(Transfers, AFailedWriteIsReportedAsFailed) {
     desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 1);
     EXPECT_EQ(desk.warnings.front().toStdString(),
-              "Nothing was written.\nReading from the keyboard failed.");
+              "Reading from the keyboard failed.\nNothing was written.");
     EXPECT_EQ(desk.Notice().count("Reading from the keyboard failed"), 1) << "without a box";
     EXPECT_FALSE(desk.warnings.front().contains(QStringLiteral("QXCFG_")));
     EXPECT_TRUE(desk.details.front().contains(QStringLiteral("QXCFG_")));
@@ -111,8 +111,8 @@ TEST(Transfers, AnInterruptedWriteIsOfferedAtTheNextStartAndBackupsAreRestored) 
         desk.workbench.Simulated()->FailCall(0, 0, false);
         ASSERT_EQ(desk.warnings.size(), 1);
         EXPECT_EQ(desk.warnings.back().toStdString(),
-                  "The keyboard may be partly written.\nWriting to the keyboard failed.\nOnce the "
-                  "keyboard answers again, choose Keyboard › Resolve interrupted write.");
+                  "Writing to the keyboard failed.\nThe keyboard may be partly written.\nResolve "
+                  "the interrupted write once the keyboard answers again.");
         const auto access =
             desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG);
         desk.workbench.Simulated()->Poke(access, "\x09"); // only one byte has arrived
@@ -209,8 +209,8 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
         const QString wanted = BreakOffAWrite(desk);
         EXPECT_EQ(desk.timesAsked, 1);
         EXPECT_EQ(desk.askedToRecover.toStdString(),
-                  "The keyboard is partly written.\nWriting to the keyboard failed.\n\nFinish "
-                  "writing completes it; roll back restores the keyboard's previous contents.");
+                  "Writing to the keyboard failed.\nThe keyboard is partly written.\n\n“Finish "
+                  "writing” completes it; “Roll back” restores the keyboard's previous contents.");
         EXPECT_TRUE(desk.warnings.isEmpty()) << "it is reported once";
         const auto holds = [&] {
             const std::string bytes = DescriptionBytes(wanted);
@@ -227,7 +227,7 @@ TEST(Transfers, AnInterruptedWriteIsFinishedRolledBackOrLeftAtOnce) {
         desk.Page("overview");
         EXPECT_TRUE(desk.ShowsState("Interrupted write: resolve…"));
         EXPECT_NO_THROW(desk.Find<QWidget>("overviewResolve"));
-        EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Resolve interrupted write")));
+        EXPECT_TRUE(desk.Notice().contains(QStringLiteral("must be finished or rolled back")));
         EXPECT_EQ(desk.Find<QPushButton>("noticeOffer")->text(), "Resolve…");
         const std::string mixture = desk.Held();
         desk.unsaved = DocumentMenu::Answer::Discard;

@@ -694,7 +694,7 @@
     </message>
     <message>
         <source>The record of a write is damaged; it may be of an interrupted write to this keyboard.</source>
-        <translation>Die Aufzeichnung eines Schreibvorgangs ist beschädigt; sie könnte zu einem unterbrochenen Schreibvorgang in diese Tastatur gehören.</translation>
+        <translation>Die Aufzeichnung eines Schreibvorgangs ist beschädigt; vielleicht wurde dabei das Schreiben in diese Tastatur unterbrochen.</translation>
     </message>
     <message>
         <source>The keyboard was written, read back and verified, but the write could not be recorded.</source>
@@ -817,10 +817,6 @@
         <translation>%1 hat Fehler: %2</translation>
     </message>
     <message>
-        <source>Choose Keyboard › Resolve interrupted write.</source>
-        <translation>Wählen Sie „Tastatur › Unterbrochenen Schreibvorgang klären“.</translation>
-    </message>
-    <message>
         <source>The backup %1 on the Backups page has the keyboard&apos;s previous contents.</source>
         <translation>Den vorigen Inhalt der Tastatur enthält die Sicherung %1 auf der Seite „Sicherungen“.</translation>
     </message>
@@ -911,10 +907,6 @@
     <message>
         <source>%1 for %2, %3</source>
         <translation>%1 für %2, %3</translation>
-    </message>
-    <message>
-        <source>Once the keyboard answers again, choose Keyboard › Resolve interrupted write.</source>
-        <translation>Sobald die Tastatur wieder antwortet, wählen Sie „Tastatur › Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>an untitled document</source>
@@ -1012,6 +1004,14 @@
         <source>chipcard reader firmware</source>
         <translation>Die Firmware des Chipkartenlesers</translation>
     </message>
+    <message>
+        <source>Resolve the interrupted write once the keyboard answers again.</source>
+        <translation>Klären Sie den unterbrochenen Schreibvorgang, sobald die Tastatur wieder antwortet.</translation>
+    </message>
+    <message>
+        <source>Resolve the interrupted write first.</source>
+        <translation>Klären Sie zuerst den unterbrochenen Schreibvorgang.</translation>
+    </message>
 </context>
 <context>
     <name>Failures</name>
@@ -1048,24 +1048,24 @@
         <translation>Es wurde nichts geschrieben.</translation>
     </message>
     <message>
-        <source>Nothing has changed: the keyboard holds what it held before.</source>
-        <translation>Es hat sich nichts geändert: Der Inhalt der Tastatur ist derselbe wie vorher.</translation>
-    </message>
-    <message>
-        <source>The keyboard holds everything that was to be written, but only the second reading showed it.</source>
-        <translation>Die Tastatur enthält alles, was geschrieben werden sollte; das zeigte aber erst das zweite Lesen.</translation>
-    </message>
-    <message>
-        <source>The keyboard holds everything that was to be written, but the driver reported a failure.</source>
-        <translation>Die Tastatur enthält alles, was geschrieben werden sollte; der Treiber hat aber einen Fehler gemeldet.</translation>
-    </message>
-    <message>
         <source>The keyboard is partly written.</source>
         <translation>In der Tastatur steht nur ein Teil der neuen Daten.</translation>
     </message>
     <message>
         <source>The keyboard may be partly written.</source>
         <translation>In der Tastatur steht möglicherweise nur ein Teil der neuen Daten.</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s contents have not changed.</source>
+        <translation>Der Inhalt der Tastatur ist unverändert.</translation>
+    </message>
+    <message>
+        <source>Only a second read showed that the write was complete.</source>
+        <translation>Erst beim zweiten Lesen zeigte sich, dass alles geschrieben war.</translation>
+    </message>
+    <message>
+        <source>The driver reported a failure, but the write was complete.</source>
+        <translation>Der Treiber hat einen Fehler gemeldet, aber es wurde alles geschrieben.</translation>
     </message>
 </context>
 <context>
@@ -1213,10 +1213,6 @@
     <message>
         <source>{0} would end the sequence in the keyboard</source>
         <translation>{0} würde die Folge in der Tastatur beenden</translation>
-    </message>
-    <message>
-        <source>%1 is an item of its own, with blanks around it</source>
-        <translation>%1 muss für sich stehen, mit Leerzeichen davor und dahinter</translation>
     </message>
     <message>
         <source>&quot;%1&quot; does not begin a placeholder like ${name}; write $${ for ${ itself</source>
@@ -1418,13 +1414,13 @@
         <source>position code %1: the key has no caption</source>
         <translation>Positionscode %1: die Taste hat keine Beschriftung</translation>
     </message>
+    <message>
+        <source>%1 must be an item by itself, with blanks around it</source>
+        <translation>%1 muss für sich stehen, mit Leerzeichen davor und danach</translation>
+    </message>
 </context>
 <context>
     <name>FilesPage</name>
-    <message>
-        <source>The program that runs in the keyboard.</source>
-        <translation>Das Programm, das in der Tastatur läuft.</translation>
-    </message>
     <message>
         <source>Parameter memory</source>
         <translation>Parameterspeicher</translation>
@@ -1490,10 +1486,6 @@
         <translation>Firmware des Chipkartenlesers</translation>
     </message>
     <message>
-        <source>The program of the chipcard reader, sent over the serial port set in Preferences.</source>
-        <translation>Das Programm des Chipkartenlesers, übertragen über die serielle Schnittstelle, die in den Voreinstellungen gewählt ist.</translation>
-    </message>
-    <message>
         <source>Load from file</source>
         <translation>Aus Datei laden</translation>
     </message>
@@ -1508,6 +1500,14 @@
     <message>
         <source>Load from file…</source>
         <translation>Aus Datei laden …</translation>
+    </message>
+    <message>
+        <source>The software that runs in the keyboard.</source>
+        <translation>Die Software, die in der Tastatur läuft.</translation>
+    </message>
+    <message>
+        <source>The software of the chipcard reader, sent over the serial port set in Preferences.</source>
+        <translation>Die Software des Chipkartenlesers, übertragen über die serielle Schnittstelle, die in den Voreinstellungen gewählt ist.</translation>
     </message>
 </context>
 <context>
@@ -1828,16 +1828,8 @@
         <translation>Aus Tastatur &amp;lesen</translation>
     </message>
     <message>
-        <source>Keyboard to document: read all settings (Ctrl+R)</source>
-        <translation>Tastatur in Dokument: alle Einstellungen lesen (Strg+R)</translation>
-    </message>
-    <message>
         <source>&amp;Write to keyboard</source>
         <translation>In Tastatur &amp;schreiben</translation>
-    </message>
-    <message>
-        <source>Document to keyboard: review, write, read back (Ctrl+Shift+W)</source>
-        <translation>Dokument in Tastatur: prüfen, schreiben, zurücklesen (Strg+Umschalt+W)</translation>
     </message>
     <message>
         <source>Resolve &amp;interrupted write…</source>
@@ -1874,6 +1866,14 @@
     <message>
         <source>Connecting the keyboard…</source>
         <translation>Die Tastatur wird verbunden …</translation>
+    </message>
+    <message>
+        <source>Read all settings of the keyboard into the document (Ctrl+R)</source>
+        <translation>Alle Einstellungen der Tastatur in das Dokument lesen (Strg+R)</translation>
+    </message>
+    <message>
+        <source>Review the document&apos;s changes, write them and read them back (Ctrl+Shift+W)</source>
+        <translation>Die Änderungen des Dokuments prüfen, schreiben und zurücklesen (Strg+Umschalt+W)</translation>
     </message>
 </context>
 <context>
@@ -2156,6 +2156,10 @@
         <source>%1[*] — QXControls</source>
         <translation>%1[*] – QXControls</translation>
     </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 weitere</translation>
+    </message>
 </context>
 <context>
     <name>ModulePage</name>
@@ -2294,10 +2298,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Ausstattung</translation>
     </message>
     <message>
-        <source>nothing of its own</source>
-        <translation>keine eigenen Funktionen</translation>
-    </message>
-    <message>
         <source>Kind</source>
         <translation>Art</translation>
     </message>
@@ -2319,11 +2319,15 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>A write to this keyboard was interrupted.</source>
-        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen.</translation>
+        <translation>Das Schreiben in diese Tastatur wurde unterbrochen.</translation>
     </message>
     <message>
         <source>Firmware</source>
         <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>no modules</source>
+        <translation>keine Module</translation>
     </message>
 </context>
 <context>
@@ -2479,16 +2483,12 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Beg&amp;innen mit:</translation>
     </message>
     <message>
-        <source>What the keyboard holds</source>
-        <translation>Dem Inhalt der Tastatur</translation>
-    </message>
-    <message>
         <source>The last document</source>
         <translation>Dem letzten Dokument</translation>
     </message>
     <message>
         <source>The defaults</source>
-        <translation>Den Vorgaben</translation>
+        <translation>Den Werkseinstellungen</translation>
     </message>
     <message>
         <source>Begin with a &amp;new document rather than the last one</source>
@@ -2547,10 +2547,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Verbindung</translation>
     </message>
     <message>
-        <source>&amp;Command delta (0 unless the driver requires another):</source>
-        <translation>Be&amp;fehlsversatz (0, wenn der Treiber nichts anderes verlangt):</translation>
-    </message>
-    <message>
         <source>Serial &amp;port:</source>
         <translation>Serielle S&amp;chnittstelle:</translation>
     </message>
@@ -2584,7 +2580,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>&amp;Programmed keys:</source>
-        <translation>&amp;Programmierte Tasten:</translation>
+        <translation>B&amp;elegte Tasten:</translation>
     </message>
     <message>
         <source>E&amp;mpty keys:</source>
@@ -2680,7 +2676,15 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Programmed</source>
-        <translation>Programmiert</translation>
+        <translation>Belegt</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s settings</source>
+        <translation>Den Einstellungen der Tastatur</translation>
+    </message>
+    <message>
+        <source>&amp;Command delta (stored for other programs):</source>
+        <translation>Be&amp;fehlsversatz (für andere Programme gespeichert):</translation>
     </message>
 </context>
 <context>
@@ -3012,14 +3016,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Dafür hat die Tastatur kein Modul; diese Bereiche werden ausgelassen: %1</translation>
     </message>
     <message>
-        <source>The keyboard&apos;s identifier is replaced by another one. If the document belongs to another keyboard, the two can no longer be told apart.</source>
-        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Gehört das Dokument zu einer anderen Tastatur, sind die beiden dann nicht mehr zu unterscheiden.</translation>
-    </message>
-    <message>
-        <source>The keyboard has no identifier and is given one. If the document is written to several keyboards, they can no longer be told apart.</source>
-        <translation>Die Tastatur hat keine Kennung und bekommt eine. Wird das Dokument in mehrere Tastaturen geschrieben, sind sie nicht mehr zu unterscheiden.</translation>
-    </message>
-    <message>
         <source>Show this sequence on its page</source>
         <translation>Diese Folge auf ihrer Seite anzeigen</translation>
     </message>
@@ -3045,6 +3041,14 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>These sequences may not do what is intended:</source>
         <translation>Diese Folgen bewirken vielleicht nicht, was beabsichtigt ist:</translation>
+    </message>
+    <message>
+        <source>The keyboard&apos;s identifier is replaced by another one. If the document belongs to another keyboard, both then have the same identifier.</source>
+        <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Gehört das Dokument zu einer anderen Tastatur, haben danach beide dieselbe Kennung.</translation>
+    </message>
+    <message>
+        <source>The keyboard has no identifier and is given one. If the document is written to several keyboards, they all have the same identifier.</source>
+        <translation>Die Tastatur hat keine Kennung und erhält eine. Wird das Dokument in mehrere Tastaturen geschrieben, haben alle dieselbe Kennung.</translation>
     </message>
 </context>
 <context>
@@ -3358,10 +3362,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Beschriftung der Tasten und die Zeichen, die sie erzeugen, für eine Tastatur ohne eigene Belegung.</translation>
     </message>
     <message>
-        <source>A number for the driver. Leave it 0 unless the driver&apos;s documents ask for another.</source>
-        <translation>Eine Zahl für den Treiber. Lassen Sie sie auf 0, wenn die Unterlagen des Treibers keine andere verlangen.</translation>
-    </message>
-    <message>
         <source>The speed of that port, as an index of the driver.</source>
         <translation>Die Geschwindigkeit dieser Schnittstelle als Index des Treibers.</translation>
     </message>
@@ -3472,6 +3472,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>The oldest suitable firmware of a keyboard.</source>
         <translation>Die älteste geeignete Firmware einer Tastatur.</translation>
+    </message>
+    <message>
+        <source>A number that some drivers use. It is only stored: this program does not use it, and starts every driver with 0.</source>
+        <translation>Eine Zahl, die manche Treiber benutzen. Sie wird nur gespeichert: Dieses Programm verwendet sie nicht und startet jeden Treiber mit 0.</translation>
     </message>
 </context>
 <context>
@@ -3747,15 +3751,15 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Start from the &amp;defaults</source>
-        <translation>Mit den &amp;Vorgaben beginnen</translation>
-    </message>
-    <message>
-        <source>Begin a new document with a keyboard&apos;s factory settings.</source>
-        <translation>Ein neues Dokument mit den Werkseinstellungen einer Tastatur beginnen.</translation>
+        <translation>Mit den &amp;Werkseinstellungen beginnen</translation>
     </message>
     <message>
         <source>&amp;Show this at startup</source>
         <translation>Beim &amp;Start anzeigen</translation>
+    </message>
+    <message>
+        <source>Begin a new document with a keyboard&apos;s default settings.</source>
+        <translation>Ein neues Dokument mit den Werkseinstellungen einer Tastatur beginnen.</translation>
     </message>
 </context>
 <context>
@@ -3801,7 +3805,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>A write to this keyboard was interrupted: finish it or roll it back</source>
-        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen: abschließen oder rückgängig machen</translation>
+        <translation>Das Schreiben in diese Tastatur wurde unterbrochen: abschließen oder rückgängig machen</translation>
     </message>
     <message>
         <source>Looking for an interrupted write…</source>
@@ -3879,7 +3883,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>&amp;Barcode</source>
-        <translation>Barc&amp;ode</translation>
+        <translation>Bar&amp;code</translation>
     </message>
     <message>
         <source>%1, programmed: %2</source>
@@ -3903,7 +3907,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>&amp;Clear</source>
-        <translation>Lös&amp;chen</translation>
+        <translation>Protok&amp;oll leeren</translation>
     </message>
     <message>
         <source>Empties the log</source>
@@ -4142,14 +4146,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Tastatur wird gelesen …</translation>
     </message>
     <message>
-        <source>Keyboard to document: read all settings, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Choose Keyboard › Resolve interrupted write first, then read again.</source>
-        <translation>Alle Einstellungen wurden aus der Tastatur gelesen. Ein Schreibvorgang in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Wählen Sie zuerst „Tastatur › Unterbrochenen Schreibvorgang klären“ und lesen Sie dann noch einmal.</translation>
-    </message>
-    <message>
-        <source>Keyboard to document: read all settings. The keyboard is unchanged.</source>
-        <translation>Alle Einstellungen wurden aus der Tastatur gelesen. Die Tastatur ist unverändert.</translation>
-    </message>
-    <message>
         <source>Comparing the document with the keyboard…</source>
         <translation>Das Dokument wird mit der Tastatur verglichen …</translation>
     </message>
@@ -4167,18 +4163,11 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>This document was read while a write to the keyboard was interrupted. It may be a mixture of old and new settings. Write it anyway?</source>
-        <translation>Als dieses Dokument gelesen wurde, war ein Schreibvorgang in die Tastatur unterbrochen. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
+        <translation>Als dieses Dokument gelesen wurde, war das Schreiben in die Tastatur unterbrochen. Alte und neue Einstellungen können darin gemischt sein. Trotzdem schreiben?</translation>
     </message>
     <message>
         <source>The keyboard already has these settings; nothing was written.</source>
         <translation>Die Tastatur hat diese Einstellungen bereits; es wurde nichts geschrieben.</translation>
-    </message>
-    <message numerus="yes">
-        <source>Document to keyboard: wrote %n change(s)</source>
-        <translation>
-            <numerusform>Dokument in Tastatur: eine Änderung</numerusform>
-            <numerusform>Dokument in Tastatur: %n Änderungen</numerusform>
-        </translation>
     </message>
     <message numerus="yes">
         <source> (%n byte(s)), read back and verified.</source>
@@ -4208,10 +4197,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Die Tastatur stimmt bereits mit dieser Sicherung überein; es wurde nichts geschrieben.</translation>
     </message>
     <message>
-        <source>Backup to keyboard and document: restored, read back and verified.</source>
-        <translation>Sicherung in Tastatur und Dokument: zurückgespielt und durch Zurücklesen bestätigt.</translation>
-    </message>
-    <message>
         <source>Writing to the keyboard. Do not unplug it.</source>
         <translation>In die Tastatur wird geschrieben. Bitte nicht abziehen.</translation>
     </message>
@@ -4221,11 +4206,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of it.</source>
-        <translation>Ein Schreibvorgang in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält nur einen Teil der neuen Daten.</translation>
-    </message>
-    <message>
-        <source>Finish writing completes it; roll back restores the keyboard&apos;s previous contents.</source>
-        <translation>„Schreiben abschließen“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
+        <translation>Das Schreiben in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält nur einen Teil der neuen Daten.</translation>
     </message>
     <message>
         <source>%1 for %2, %3 (%4)</source>
@@ -4236,20 +4217,12 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>keine Einheit</translation>
     </message>
     <message>
-        <source>The keyboard holds parts of several interrupted writes to keyboards that cannot be told apart. Which of them was interrupted on this keyboard?</source>
-        <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge in Tastaturen, die sich nicht unterscheiden lassen. Welcher davon wurde in dieser Tastatur unterbrochen?</translation>
-    </message>
-    <message>
         <source>The interrupted write of %1 has been finished, read back and verified.</source>
         <translation>Der unterbrochene Schreibvorgang (%1) ist abgeschlossen und durch Zurücklesen bestätigt.</translation>
     </message>
     <message>
         <source>The interrupted write of %1 has been rolled back: the keyboard&apos;s previous contents are restored, read back and verified.</source>
         <translation>Der unterbrochene Schreibvorgang (%1) ist rückgängig gemacht: Die Tastatur hat wieder ihren vorigen Inhalt; durch Zurücklesen bestätigt.</translation>
-    </message>
-    <message>
-        <source>The interrupted write of %1 must be finished or rolled back before anything else is written: choose Keyboard › Resolve interrupted write.</source>
-        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird: Wählen Sie „Tastatur › Unterbrochenen Schreibvorgang klären“.</translation>
     </message>
     <message>
         <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
@@ -4265,6 +4238,37 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Looking for an interrupted write…</source>
         <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
+    </message>
+    <message>
+        <source>All settings were read, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Resolve the write, then read again.</source>
+        <translation>Alle Einstellungen wurden gelesen. Das Schreiben in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Klären Sie den Schreibvorgang und lesen Sie dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>All settings were read from the keyboard, which is unchanged.</source>
+        <translation>Alle Einstellungen wurden aus der Tastatur gelesen; sie ist unverändert.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n change(s) written to the keyboard</source>
+        <translation>
+            <numerusform>%n Änderung in die Tastatur geschrieben</numerusform>
+            <numerusform>%n Änderungen in die Tastatur geschrieben</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The backup was restored, read back and verified. The document has its settings.</source>
+        <translation>Die Sicherung wurde wiederhergestellt und durch Zurücklesen bestätigt. Das Dokument hat jetzt ihre Einstellungen.</translation>
+    </message>
+    <message>
+        <source>“Finish writing” completes it; “Roll back” restores the keyboard&apos;s previous contents.</source>
+        <translation>„Schreiben abschließen“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
+    </message>
+    <message>
+        <source>The keyboard holds parts of several interrupted writes, and their records do not show which keyboard each was for. Which of them was interrupted on this keyboard?</source>
+        <translation>Die Tastatur enthält Teile mehrerer unterbrochener Schreibvorgänge; die Aufzeichnungen zeigen nicht, zu welcher Tastatur jeder gehört. Welcher davon wurde in dieser Tastatur unterbrochen?</translation>
+    </message>
+    <message>
+        <source>The interrupted write of %1 must be finished or rolled back before anything else is written.</source>
+        <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird.</translation>
     </message>
 </context>
 <context>
@@ -4295,6 +4299,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Preferences</source>
         <translation>Voreinstellungen</translation>
+    </message>
+    <message>
+        <source>%1 menu</source>
+        <translation>Menü %1</translation>
     </message>
 </context>
 <context>

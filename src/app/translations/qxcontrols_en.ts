@@ -177,13 +177,6 @@
 <context>
     <name>Transfers</name>
     <message numerus="yes">
-        <source>Document to keyboard: wrote %n change(s)</source>
-        <translation>
-            <numerusform>Document to keyboard: wrote one change</numerusform>
-            <numerusform>Document to keyboard: wrote %n changes</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source> (%n byte(s)), read back and verified.</source>
         <translation>
             <numerusform> (one byte), read back and verified.</numerusform>
@@ -195,6 +188,13 @@
         <translation>
             <numerusform>%n setting of the document has changed.</numerusform>
             <numerusform>%n settings of the document have changed.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n change(s) written to the keyboard</source>
+        <translation>
+            <numerusform>%n change written to the keyboard</numerusform>
+            <numerusform>%n changes written to the keyboard</numerusform>
         </translation>
     </message>
 </context>
