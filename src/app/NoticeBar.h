@@ -1,4 +1,4 @@
-// NoticeBar: a line above the page that reports events.
+// NoticeBar: a line below the page that reports events.
 //
 // A message stays until the user begins another action and that has an effect. Further messages of
 // the same action are added below it, but a failure does not follow a success, and one success does

@@ -75,7 +75,7 @@ std::vector<QWidget*> TextFields(const QWidget& page) {
 
 } // namespace
 
-PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
+PageBook::PageBook(QWidget* aboveList, QWidget* belowPages, QWidget* parent)
     : QWidget(parent), m_aboveList(aboveList), m_list(new QListWidget), m_absent(new QToolButton),
       m_stack(new QStackedWidget) {
     m_list->setObjectName(QStringLiteral("pages"));
@@ -106,8 +106,8 @@ PageBook::PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent)
     left->addWidget(m_list, 1);
     left->addWidget(m_absent);
     auto* right = new QVBoxLayout;
-    right->addWidget(abovePages);
     right->addWidget(m_stack, 1);
+    right->addWidget(belowPages);
     auto* row = new QHBoxLayout(this);
     row->addLayout(left);
     row->addLayout(right, 1);

@@ -23,8 +23,8 @@ namespace qx::app {
 class PageBook : public QWidget {
     Q_OBJECT
 public:
-    // One widget is placed above the list, the other above the pages.
-    PageBook(QWidget* aboveList, QWidget* abovePages, QWidget* parent = nullptr);
+    // One widget is placed above the list, the other below the pages.
+    PageBook(QWidget* aboveList, QWidget* belowPages, QWidget* parent = nullptr);
 
     void Add(const QString& id, const QString& title, const QIcon& icon,
              std::function<QWidget*()> make);

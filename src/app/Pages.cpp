@@ -22,7 +22,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace qx::app {
 
@@ -39,41 +38,6 @@ QLabel* Heading(const QString& title) {
     heading->setContentsMargins(0, heading->fontMetrics().height() / 6, 0, 0);
     return heading;
 }
-
-// Keeps the keys at the top of their view, and what belongs to them right below.
-class KeysOnTop : public QObject {
-public:
-    KeysOnTop(views::KeyGrid& grid, QWidget& view) : QObject(&grid), m_grid(grid) {
-        auto& column = dynamic_cast<QVBoxLayout&>(*view.layout());
-        for (int i = 0; i < column.count(); ++i)
-            if (QWidget* part = column.itemAt(i)->widget();
-                part != nullptr && (part == &grid || part->isAncestorOf(&grid)))
-                m_keys = part;
-        column.setStretchFactor(m_keys, kFill);
-        column.addStretch(1);
-        m_keys->installEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject* /*keys*/, QEvent* event) override {
-        if (event->type() == QEvent::Resize) // which goes on
-            QMetaObject::invokeMethod(
-                this, [this] { Limit(); }, Qt::QueuedConnection);
-        return false;
-    }
-
-private:
-    void Limit() {
-        const QSizeF natural = m_grid.sizeHint();
-        if (natural.width() > 0)
-            m_keys->setMaximumHeight(
-                static_cast<int>(std::ceil(m_keys->width() * natural.height() / natural.width())));
-    }
-
-    static constexpr int kFill = 100;
-    const views::KeyGrid& m_grid;
-    QWidget* m_keys = nullptr;
-};
 
 // The room above the heading and below the page is the window's.
 QVBoxLayout* PageColumn(QWidget& page) {
@@ -122,23 +86,22 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     auto* inspector = new views::SequenceInspector;
     m_inspectors.push_back(inspector);
     auto* panel = new SelectionPanel(*m_actions, grid);
-    auto* beside = new QWidget; // one of them; a stack would be as large as the larger
+    auto* beside = new Page; // one of them; a stack would be as large as the larger
     auto* column = new QVBoxLayout(beside);
-    column->setContentsMargins({kPageGap, 0, 0, 0});
-    column->addStrut(fontMetrics().averageCharWidth() * kCharactersBeside);
-    column->addWidget(inspector);
-    auto* scrolled = new views::TallArea(panel);
-    column->addWidget(scrolled);
+    column->setContentsMargins({});
     if (!m_actions->Added().empty())
-        column->insertLayout(0, ButtonRow(m_actions->Added()));
-    scrolled->hide();
+        column->addLayout(ButtonRow(m_actions->Added()));
+    column->addWidget(inspector);
+    column->addWidget(panel);
+    panel->hide();
     m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
     m_dots = std::make_unique<ChangeDots>(state, *m_edits, grid, *m_view);
-    connect(m_actions.get(), &KeyActions::StateShown, beside,
-            [inspector, scrolled](bool isSeveral) {
-                (isSeveral ? static_cast<QWidget*>(inspector) : scrolled)->hide();
-                (isSeveral ? static_cast<QWidget*>(scrolled) : inspector)->show();
-            });
+    const int width = std::max(fontMetrics().averageCharWidth() * kCharactersBeside,
+                               inspector->minimumSizeHint().width());
+    connect(m_actions.get(), &KeyActions::StateShown, beside, [inspector, panel](bool isSeveral) {
+        (isSeveral ? static_cast<QWidget*>(inspector) : panel)->hide();
+        (isSeveral ? static_cast<QWidget*>(panel) : inspector)->show();
+    });
     connect(m_actions.get(), &KeyActions::EditWanted, inspector,
             &views::SequenceInspector::TakeFocus);
     connect(m_actions.get(), &KeyActions::RecordWanted, inspector,
@@ -146,12 +109,9 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     connect(m_actions.get(), &KeyActions::SeriesWanted, panel, &SelectionPanel::FocusSeries);
     for (const QWidget* each : std::initializer_list<QWidget*>{m_view, inspector, panel})
         each->layout()->setContentsMargins({}); // the page has some
-    new KeysOnTop(grid, *m_view);
-    auto* both = new views::BesideOrBelow(m_view, beside);
+    auto* both = new views::BesideOrBelow(m_view, grid, beside, width);
     auto* sequence = m_view->findChild<QWidget*>(QStringLiteral("sequenceRow"));
     connect(both, &views::BesideOrBelow::BelowChanged, beside, [=](bool isBelow) {
-        column->setContentsMargins(isBelow ? QMargins(0, kPageGap, 0, 0)
-                                           : QMargins(kPageGap, 0, 0, 0));
         inspector->SetWide(isBelow);
         panel->SetWide(isBelow);
         if (sequence != nullptr) // the keys need its room; the inspector shows the same

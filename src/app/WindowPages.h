@@ -48,7 +48,7 @@ public:
     WindowPages(const Partners& partners, QObject* parent);
 
     // A new widget with all pages and their list, in the present language; `notices` is placed
-    // above the pages.
+    // below the pages.
     [[nodiscard]] QWidget* Make(QWidget* notices);
 
     void Show(const QString& id); // nothing happens for an unknown one

@@ -1,4 +1,4 @@
-// WorkBar: a panel above the page with the current work with the keyboard, the steps of a write,
+// WorkBar: a panel below the page with the current work with the keyboard, the steps of a write,
 // and its progress.
 //
 // While it is shown, the program is busy: the window is painted whenever the driver reports

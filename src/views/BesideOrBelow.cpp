@@ -1,60 +1,86 @@
 #include "views/BesideOrBelow.h"
 
+#include "views/KeyGrid.h"
+#include "views/ScrollArea.h"
+
 #include <QEvent>
+#include <QLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace qx::views {
 
 namespace {
 
-// Of the height, for the second widget; whatever it shows, the first keeps its size.
-constexpr double kPartBelow = 0.41;
+constexpr int kGap = 8; // pixels
+constexpr int kLeastPanel = 48;
+
+// What the board leaves of the window's height.
+constexpr int kLeftAbovePanel = 348;
+constexpr int kLeftBesidePanel = 240;
+
+int HeightFor(int width, const QLayout& layout) {
+    return layout.hasHeightForWidth() ? layout.totalHeightForWidth(width)
+                                      : layout.totalSizeHint().height();
+}
 
 } // namespace
 
-BesideOrBelow::BesideOrBelow(QWidget* first, QWidget* second) : QSplitter(Qt::Horizontal) {
-    addWidget(first);
-    addWidget(second);
-    setStretchFactor(0, 3);
-    setStretchFactor(1, 1);
-    setChildrenCollapsible(false);
-    connect(this, &QSplitter::splitterMoved, this, [this] { m_isMoved = true; });
+BesideOrBelow::BesideOrBelow(QWidget* view, KeyGrid& board, QWidget* panel, int panelWidth)
+    : m_view(view), m_board(board),
+      m_boardPart(board.parentWidget() == view ? &board : board.parentWidget()),
+      m_panel(new TallArea(panel)),
+      m_panelWidth(panelWidth + style()->pixelMetric(QStyle::PM_ScrollBarExtent)) {
+    view->setParent(this);
+    m_panel->setParent(this);
+    m_panel->setMinimumHeight(kLeastPanel);
+    m_boardPart->setFixedHeight(board.minimumSizeHint().height()); // until there is a window
 }
 
-// As narrow as one of them, or it would never be made so narrow that the second moves.
+// As narrow as one of them, or it would never be made so narrow that the panel moves; as low as
+// with the smallest board.
 QSize BesideOrBelow::minimumSizeHint() const {
-    const QSize hint = QSplitter::minimumSizeHint();
-    return {std::max(widget(0)->minimumSizeHint().width(), widget(1)->minimumSizeHint().width()),
-            hint.height()};
+    const QSize view = m_view->minimumSizeHint();
+    const int viewHeight =
+        view.height() - m_boardPart->minimumHeight() + m_board.minimumSizeHint().height();
+    return {std::max(view.width(), m_panelWidth),
+            m_isBelow ? viewHeight + kGap + kLeastPanel : std::max(viewHeight, kLeastPanel)};
 }
 
-// The minimum sizes of the two may have changed, or the second may have moved.
 bool BesideOrBelow::event(QEvent* event) {
-    const bool isDone = QSplitter::event(event);
-    if (event->type() == QEvent::LayoutRequest && !m_isMoved)
-        Share();
+    const bool isDone = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) { // what one of them needs has changed
+        Arrange();
+        updateGeometry();
+    }
     return isDone;
 }
 
-void BesideOrBelow::resizeEvent(QResizeEvent* event) {
-    const bool isBelow =
-        width() < widget(0)->sizeHint().width() + handleWidth() + widget(1)->sizeHint().width();
-    if (isBelow != (orientation() == Qt::Vertical)) {
-        setOrientation(isBelow ? Qt::Vertical : Qt::Horizontal);
-        m_isMoved = false;
-        emit BelowChanged(isBelow);
-    }
-    QSplitter::resizeEvent(event);
-    if (!m_isMoved)
-        Share();
+void BesideOrBelow::resizeEvent(QResizeEvent* /*event*/) {
+    Arrange();
 }
 
-void BesideOrBelow::Share() {
-    const bool isBelow = orientation() == Qt::Vertical;
-    const int second =
-        isBelow ? static_cast<int>(kPartBelow * height()) : widget(1)->sizeHint().width();
-    setSizes({std::max(0, (isBelow ? height() : width()) - handleWidth() - second), second});
+void BesideOrBelow::Arrange() {
+    const int beside = kGap + m_panelWidth;
+    if (const bool isBelow = width() < m_board.sizeHint().width() + beside; isBelow != m_isBelow) {
+        m_isBelow = isBelow;
+        emit BelowChanged(isBelow);
+    }
+    const int viewWidth = m_isBelow ? width() : width() - beside;
+    const QSizeF natural = m_board.sizeHint();
+    const int most = window()->height() - (m_isBelow ? kLeftAbovePanel : kLeftBesidePanel);
+    const double wanted = viewWidth * natural.height() / std::max(1.0, natural.width());
+    const int others = HeightFor(viewWidth, *m_view->layout()) - m_boardPart->minimumHeight() +
+                       (m_isBelow ? kGap + kLeastPanel : 0);
+    m_boardPart->setFixedHeight(
+        std::max(m_board.minimumSizeHint().height(),
+                 std::min({static_cast<int>(std::ceil(wanted)), most,
+                           height() - others}))); // the last one in very low windows
+    m_view->setGeometry(0, 0, viewWidth, HeightFor(viewWidth, *m_view->layout()));
+    const int below = m_view->height() + kGap;
+    m_panel->setGeometry(m_isBelow ? QRect(0, below, width(), height() - below)
+                                   : QRect(viewWidth + kGap, 0, m_panelWidth, height()));
 }
 
 } // namespace qx::views

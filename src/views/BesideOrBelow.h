@@ -1,16 +1,23 @@
-// BesideOrBelow: two widgets with a movable border: the second beside the first where that keeps
-// its preferred width, otherwise below it.
+// BesideOrBelow: a view with a board of keys, and a panel: beside the view where the board keeps
+// its natural width, otherwise below it.
+//
+// How large the board is depends on the size of the window alone, unless that is very low, so that
+// no key moves under the pointer when one is selected or a message appears. A panel that has too
+// little room scrolls.
 #pragma once
 
-#include <QSplitter>
+#include <QWidget>
 
 namespace qx::views {
 
-class BesideOrBelow : public QSplitter {
+class KeyGrid;
+
+class BesideOrBelow : public QWidget {
     Q_OBJECT
 public:
-    // Takes ownership of both. The second has its whole width beside the first.
-    BesideOrBelow(QWidget* first, QWidget* second);
+    // Takes ownership of both; the board is in the view. The panel has this width beside the view,
+    // whatever it shows.
+    BesideOrBelow(QWidget* view, KeyGrid& board, QWidget* panel, int panelWidth);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -22,9 +29,14 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void Share();
+    void Arrange();
 
-    bool m_isMoved = false; // the border, by the user
+    QWidget* m_view;
+    const KeyGrid& m_board;
+    QWidget* m_boardPart; // of the view's layout: the board, or what it is in
+    QWidget* m_panel;
+    int m_panelWidth; // with a scroll bar
+    bool m_isBelow = false;
 };
 
 } // namespace qx::views

@@ -52,7 +52,8 @@ int FlowLayout::Arrange(const QRect& rect, bool isPlaced) const {
     for (QLayoutItem* item : m_items) {
         if (item->isEmpty()) // a hidden widget
             continue;
-        const QSize size = item->sizeHint();
+        const QSize size(std::min(item->sizeHint().width(), area.width()),
+                         item->sizeHint().height());
         if (left != area.left() && left + size.width() > area.right() + 1) {
             left = area.left();
             top += lineHeight + m_lineSpacing;

@@ -10,6 +10,7 @@
 
 #include <QEvent>
 #include <QGridLayout>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -25,7 +26,10 @@ namespace {
 constexpr int kSpacing = 4;
 constexpr int kLeastKeyWidth = 32;
 constexpr int kLeastKeyHeight = 28;
-constexpr int kLeastWideHeight = 24; // for three rows below the keys of a small window
+constexpr int kLeastWideHeight = 22;  // for three rows below the keys of a small window
+constexpr std::size_t kMostRoomy = 6; // columns; keys of more are narrow
+constexpr int kNarrowKeyWidth = 22;
+constexpr int kTightPadding = 8;
 constexpr int kMostFound = 30;
 
 enum Group { Letters, Function, Navigation, Pad, Modifiers, kGroups };
@@ -39,18 +43,28 @@ constexpr std::array<const char*, kGroups> kTitles = {
 constexpr Byte kControl = 58;
 constexpr Byte kAlt = 60;
 
-// Keys that stay together, as on a keyboard: in rows of three; 0 where there is none.
-constexpr std::size_t kColumns = 3;
-using Block = std::array<Byte, 4 * kColumns>;
-constexpr Block kNavigationBlocks[] = {
-    {75, 80, 85, 76, 81, 86}, // Insert, Home, Page Up; Delete, End, Page Down
-    {0, 83, 0, 79, 84, 89},   // Up; Left, Down, Right
-    {15, 0, 0, 16, 43},       // Backspace; Tab, Enter
+// Keys that stay together, as on a keyboard, row by row; 0 where there is none. A key that is there
+// twice is as wide.
+struct Block {
+    std::size_t columns;
+    std::vector<Byte> keys;
 };
-constexpr Block kPadBlocks[] = {
-    {91, 96, 101, 92, 97, 102, 93, 98, 103, 99, 104}, // 7, 8, 9 and below; the separator
-    {95, 100, 0, 105, 106, 0, 108, 0, 0, 90},         // divide, times; minus, plus; Enter; Num Lock
-};
+const std::vector<Block>& BlocksOf(Group group) {
+    static const std::vector<Block> kBlocks[kGroups] = {
+        {{13, {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13,    // ` 1 to =
+               17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29,    // Q to ]
+               31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42, 0,     // A to '
+               45, 46, 47, 48, 49, 50, 51, 52, 53, 54, 55, 61, 61}}}, // Z to /; Space
+        {{6, {112, 113, 114, 115, 116, 117, 118, 119, 120, 121, 122, 123}},
+         {4, {110, 124, 125, 126}}},    // Esc, Print Screen, Scroll Lock, Pause
+        {{3, {75, 80, 85, 76, 81, 86}}, // Insert, Home, Page Up; Delete, End, Page Down
+         {3, {0, 83, 0, 79, 84, 89}},   // Up; Left, Down, Right
+         {3, {16, 43, 15}}},            // Tab, Enter, Backspace
+        {{3, {91, 96, 101, 92, 97, 102, 93, 98, 103, 99, 104}}, // 7, 8, 9 and below; separator
+         {2, {95, 100, 105, 106, 108, 0, 90}}}, // divide, times; minus, plus; Enter; Num Lock
+        {}};
+    return kBlocks[group];
+}
 
 // By the customary numbers. Beside the function keys are Esc and those to their right.
 Group GroupOf(Byte key) {
@@ -65,11 +79,29 @@ Group GroupOf(Byte key) {
     return key >= 90 ? Pad : Letters;
 }
 
-std::span<const Block> BlocksOf(int group) {
-    if (group == Navigation)
-        return kNavigationBlocks;
-    return group == Pad ? std::span<const Block>(kPadBlocks) : std::span<const Block>();
-}
+// Where many are in a row, narrower than other buttons.
+class PaletteKey : public QToolButton {
+public:
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {fontMetrics().horizontalAdvance(text()) + kTightPadding,
+                QToolButton::minimumSizeHint().height()};
+    }
+};
+
+// Scrolls row by row and cuts none.
+class WholeRows : public TallArea {
+public:
+    using TallArea::TallArea;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        TallArea::resizeEvent(event);
+        const auto* key = widget()->findChild<QToolButton*>();
+        const int row = key == nullptr ? 1 : key->minimumHeight() + kSpacing;
+        verticalScrollBar()->setSingleStep(row);
+        setViewportMargins(0, 0, 0, height() % row);
+    }
+};
 
 // Takes all widgets out of the layout.
 void Empty(QLayout& layout) {
@@ -113,7 +145,7 @@ KeyPalette::KeyPalette(QWidget* parent)
 }
 
 QToolButton* KeyPalette::MakeButton(const Key& key) {
-    auto* button = new QToolButton;
+    auto* button = new PaletteKey;
     button->setObjectName(QStringLiteral("key_%1").arg(key.code));
     button->setText(QString(key.caption).replace(u'&', QStringLiteral("&&")));
     button->setToolTip(key.name);
@@ -130,19 +162,24 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
 }
 
 // Takes the keys of the block out of the others.
-QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::span<const Byte> block) {
+QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::size_t columns,
+                               std::span<const Byte> block) {
     auto* widget = new QWidget;
     auto* grid = new QGridLayout(widget);
-    grid->setContentsMargins(0, 0, 2 * kSpacing, 2 * kSpacing); // to the next block
-    grid->setSpacing(kSpacing);
+    grid->setContentsMargins(0, 0, 2 * kSpacing, 0); // to the next block
+    grid->setVerticalSpacing(kSpacing);
+    grid->setHorizontalSpacing(columns > kMostRoomy ? kSpacing / 2 : kSpacing);
     for (std::size_t place = 0; place < block.size(); ++place) {
         const auto key = std::ranges::find(keys, block[place], &Key::code);
         if (key == keys.end())
             continue;
+        const auto wide = std::ranges::count(block, block[place]);
         QToolButton* button = MakeButton(*key);
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed); // as wide as the column
-        grid->addWidget(button, static_cast<int>(place / kColumns),
-                        static_cast<int>(place % kColumns));
+        if (columns > kMostRoomy)
+            button->setMinimumWidth(kNarrowKeyWidth);
+        grid->addWidget(button, static_cast<int>(place / columns),
+                        static_cast<int>(place % columns), 1, static_cast<int>(wide));
         keys.erase(key);
     }
     return widget;
@@ -151,14 +188,13 @@ QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::span<const Byte> blo
 QWidget* KeyPalette::MakePage(std::vector<Key> keys, int group) {
     auto* content = new QWidget;
     auto* flow = new FlowLayout(kSpacing, content);
-    flow->setContentsMargins(kSpacing, kSpacing, kSpacing, 0);
-    for (const Block& block : BlocksOf(group))
-        flow->addWidget(MakeBlock(keys, block));
+    flow->setContentsMargins(kSpacing, kSpacing, 0, 0);
+    for (const Block& block : BlocksOf(static_cast<Group>(group)))
+        flow->addWidget(MakeBlock(keys, block.columns, block.keys));
     for (const Key& key : keys)
         flow->addWidget(MakeButton(key));
-    auto* scroll = new ScrollArea(content);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setMinimumHeight(kLeastWideHeight + 2 * kSpacing); // one row
+    auto* scroll = new WholeRows(content);
+    scroll->setMinimumHeight(kLeastWideHeight + kSpacing); // one row
     return scroll;
 }
 

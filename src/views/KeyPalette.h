@@ -51,7 +51,8 @@ private:
     };
 
     [[nodiscard]] QToolButton* MakeButton(const Key& key);
-    [[nodiscard]] QWidget* MakeBlock(std::vector<Key>& keys, std::span<const Byte> block);
+    [[nodiscard]] QWidget* MakeBlock(std::vector<Key>& keys, std::size_t columns,
+                                     std::span<const Byte> block);
     [[nodiscard]] QWidget* MakePage(std::vector<Key> keys, int group);
     [[nodiscard]] static std::optional<int> RankOf(const Key& key, const QString& wanted);
     void ShowTexts();

@@ -33,10 +33,6 @@ QToolButton* MakeTool(const char* name, const char* icon) {
     return button;
 }
 
-QIcon IconOf(const QToolButton& recorder, const char* idle) {
-    return LineIcon(QString::fromLatin1(recorder.isChecked() ? "stop" : idle));
-}
-
 } // namespace
 
 SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
@@ -132,7 +128,7 @@ void SequenceInspector::MakeParts() {
     m_sent->addWidget(m_recording);
     m_sent->addWidget(m_text);
     m_sent->addWidget(m_fault);
-    m_sent->addStretch(0);
+    m_sent->addStretch(1);
     m_columns = new QVBoxLayout(m_editor);
     m_columns->setContentsMargins({});
     m_columns->addLayout(m_sent);
@@ -153,6 +149,10 @@ void SequenceInspector::MakeParts() {
     column->addWidget(m_editor, 1);
     column->addStretch(0);
     SetWide(false);
+}
+
+QSize SequenceInspector::minimumSizeHint() const {
+    return QWidget::minimumSizeHint().expandedTo({m_editor->minimumSizeHint().width(), 0});
 }
 
 void SequenceInspector::Show(const std::optional<Edited>& edited) {
@@ -192,6 +192,7 @@ void SequenceInspector::SetWide(bool isWide) {
     m_text->SetWide(isWide);
     if (isWide) {                                  // there is no height to give away
         m_head->insertWidget(1, m_receivedRow, 8); // nearly all of the line
+        m_sent->removeWidget(m_warningRow);        // or it is counted
         m_sent->insertWidget(m_sent->count() - 1, m_warningRow);
     } else {
         m_sent->insertWidget(1, m_receivedRow);
@@ -348,23 +349,28 @@ bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
+// The button keeps its width while it says that it stops the recording.
+void SequenceInspector::ShowRecorder(QToolButton& recorder, const QString& idle, const char* icon) {
+    recorder.setText(idle);
+    recorder.setMinimumWidth(recorder.sizeHint().width());
+    if (recorder.isChecked())
+        recorder.setText(tr("Stop"));
+    recorder.setIcon(LineIcon(QString::fromLatin1(recorder.isChecked() ? "stop" : icon)));
+}
+
 void SequenceInspector::ShowTexts() {
     m_back->setText(tr("Back"));
     m_back->setToolTip(tr("Remove what is before the caret"));
     m_clear->setText(tr("Clear"));
     m_clear->setToolTip(tr("Remove all keys of the sequence"));
-    m_record->setText(m_record->isChecked() ? tr("Stop recording") : tr("Record"));
-    m_record->setIcon(IconOf(*m_record, "record"));
+    ShowRecorder(*m_record, tr("Record"), "record");
     m_record->setToolTip(
         tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
-    m_device->setText(m_device->isChecked() ? tr("Stop recording") : tr("From the device"));
-    m_device->setIcon(IconOf(*m_device, "keyboard"));
+    ShowRecorder(*m_device, tr("From the device"), "keyboard");
     m_device->setToolTip(tr("Record the keys that you press on the connected keyboard, which does "
                             "not type meanwhile"));
-    m_recording->setText(
-        m_device->isChecked()
-            ? tr("Each key that you press on the connected keyboard is recorded.")
-            : tr("Each key that you press is recorded. The Pause key ends the recording."));
+    m_recording->setText(m_device->isChecked() ? tr("Press keys on the connected keyboard.")
+                                               : tr("Press keys. Pause ends the recording."));
     m_receivedCaption->setText(tr("The PC &receives:"));
     m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
     ShowDraft();

@@ -39,6 +39,8 @@ public:
         std::size_t capacity = 0;
         QString refusal; // why the key cannot be programmed; then nothing can be changed
     };
+    // As wide as with a key.
+    [[nodiscard]] QSize minimumSizeHint() const override;
     // Shows this key's sequence, or with nothing that no key is selected. The caret stays where it
     // is while place and codes are those that are shown already.
     void Show(const std::optional<Edited>& edited);
@@ -76,6 +78,7 @@ protected:
 
 private:
     void MakeParts();
+    static void ShowRecorder(QToolButton& recorder, const QString& idle, const char* icon);
     void ShowTexts();
     void ShowDraft();
     void Report(bool hasFitted);

@@ -74,6 +74,38 @@ TEST_F(Layout, NothingIsCutOrCrowdedOnASmallScreenInBothLanguages) {
     }
 }
 
+TEST_F(Layout, NoKeyMovesOnTheScreenWhileTheWindowKeepsItsSize) {
+    constexpr std::pair<const char*, const char*> kBoards[] = {
+        {"freeProgKeys", "layoutDisplay"}, {"layeredFuncKeys", "funcKeys"}, {"pos", "posDisplay"}};
+    for (const Integer language : {Integer{1031}, Integer{1033}})
+        for (const QSize& size : {QSize(1024, 600), QSize(1366, 768), QSize(1920, 1080)}) {
+            desk.Speak(language);
+            Resize(size);
+            for (const auto& [page, board] : kBoards) {
+                desk.window->findChild<QWidget*>(QStringLiteral("notice"))->hide();
+                desk.Page(page);
+                Settle();
+                auto& grid = *desk.Find<views::KeyGrid>(board);
+                const auto isAt = [&] {
+                    Settle();
+                    return QRect(grid.mapTo(desk.window.get(), QPoint()), grid.size());
+                };
+                const QRect before = isAt();
+                const std::string which = std::to_string(size.width()) + " " + page;
+                const int key = grid.Keys().back().index;
+                grid.Pick(key);
+                EXPECT_EQ(isAt(), before) << which << ", a key";
+                desk.Find<QAbstractButton>("record")->setChecked(true);
+                EXPECT_EQ(isAt(), before) << which << ", recording";
+                grid.Select({key, grid.Keys().front().index});
+                EXPECT_EQ(isAt(), before) << which << ", several keys";
+                desk.window->screen.warn({QStringLiteral("One line.\nAnother one."), {}, {}});
+                EXPECT_EQ(isAt(), before) << which << ", a notice";
+                grid.Select({});
+            }
+        }
+}
+
 TEST_F(Layout, ANoticeMakesPagesScrollByARowOrNotAtAll) {
     Resize({1024, 600});
     for (const char* page : {"overview", "freeProgKeys", "pos", "barcode", "testDrive"}) {

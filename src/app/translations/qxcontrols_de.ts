@@ -3124,20 +3124,12 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Alle Tasten der Folge entfernen</translation>
     </message>
     <message>
-        <source>Stop recording</source>
-        <translation>Aufnahme beenden</translation>
-    </message>
-    <message>
         <source>Record</source>
         <translation>Aufnehmen</translation>
     </message>
     <message>
         <source>Record the keys that you press on this PC&apos;s keyboard, until you press Pause</source>
         <translation>Nimmt die Tasten auf, die Sie an der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
-    </message>
-    <message>
-        <source>Each key that you press is recorded. The Pause key ends the recording.</source>
-        <translation>Jede Taste, die Sie drücken, wird aufgenommen. Die Taste Pause beendet die Aufnahme.</translation>
     </message>
     <message>
         <source>Each press and release in order; ^ marks a release</source>
@@ -3156,16 +3148,24 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Nimmt die Tasten auf, die Sie an der verbundenen Tastatur drücken; sie tippt währenddessen nicht</translation>
     </message>
     <message>
-        <source>Each key that you press on the connected keyboard is recorded.</source>
-        <translation>Jede Taste, die Sie an der verbundenen Tastatur drücken, wird aufgenommen.</translation>
-    </message>
-    <message>
         <source>Codes left: %1</source>
         <translation>Freie Codes: %1</translation>
     </message>
     <message>
         <source>The PC &amp;receives:</source>
         <translation>Der PC &amp;empfängt:</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Press keys on the connected keyboard.</source>
+        <translation>Drücken Sie Tasten der verbundenen Tastatur.</translation>
+    </message>
+    <message>
+        <source>Press keys. Pause ends the recording.</source>
+        <translation>Drücken Sie Tasten. Pause beendet die Aufnahme.</translation>
     </message>
 </context>
 <context>
