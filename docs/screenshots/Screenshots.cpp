@@ -278,14 +278,12 @@ int main(int argc, char** argv) {
     {
         views::QtPlatform platform;
         app::Language language;
-        const auto colours = arguments[4] == QLatin1String("dark") ? host::ColourSetId::Dark
-                                                                   : host::ColourSetId::Light;
         app::Workbench workbench(platform.Services(), {{{}, work / "keyboard.qxk", "full"},
                                                        app::ToPath(arguments[2]),
                                                        {},
                                                        work / "settings.ini",
                                                        work / "records",
-                                                       colours});
+                                                       true});
         workbench.Preferences().SetAutoTestdrive(false);
         workbench.Preferences().SetPreferedAppLang(static_cast<Integer>(arguments[3].toInt()));
         app::MainWindow window(workbench, platform.Services(), language);

@@ -2,6 +2,7 @@
 
 #include "app/ErrorWords.h"
 #include "app/Paths.h"
+#include "app/PreferenceTab.h"
 #include "app/Working.h"
 #include "views/PlainText.h"
 
@@ -26,7 +27,13 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
                                      QMessageBox::Yes | QMessageBox::No,
                                      QMessageBox::No) == QMessageBox::Yes;
     };
-    auto* column = new QVBoxLayout(this);
+    auto* form = new QWidget;
+    form->setMaximumWidth(kFormWidth);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(form, 1);
+    row->addStretch();
+    auto* column = new QVBoxLayout(form);
     column->setContentsMargins({});
     AddFile(*column, host::kKeyboardFiles[0], tr("Keyboard firmware"),
             tr("The software that runs in the keyboard."));

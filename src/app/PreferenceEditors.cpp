@@ -1,6 +1,7 @@
 #include "app/PreferenceEditors.h"
 
 #include "app/ColourButton.h"
+#include "app/StartWizard.h"
 #include "host/ColourSet.h"
 #include "views/PlainText.h"
 
@@ -18,10 +19,13 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 namespace qx::app {
 
 namespace {
+
+constexpr int kAsk = -1; // among the values of StartChoice
 
 QString TitleOf(host::ColourSetId id) {
     switch (id) {
@@ -134,6 +138,32 @@ void PreferenceEditors::AddColourSet(QFormLayout& form) {
         }
     });
     form.addRow(tr("Colour &set:"), box);
+}
+
+void PreferenceEditors::AddStart(QFormLayout& form) {
+    auto* box = new QComboBox;
+    box->setObjectName(NameOf(Preference::ShowStartupAction));
+    const std::pair<QString, std::optional<StartChoice>> choices[] = {
+        {tr("Ask"), {}},
+        {tr("Read the keyboard"), StartChoice::ReadKeyboard},
+        {tr("Open the last document"), StartChoice::LastDocument},
+        {tr("Start from the defaults"), StartChoice::Defaults}};
+    for (const auto& [text, choice] : choices)
+        box->addItem(text, choice ? static_cast<int>(*choice) : kAsk);
+    m_shows.emplace_back([this, box] {
+        const auto stored = StoredStart(m_settings);
+        box->setCurrentIndex(box->findData(stored ? static_cast<int>(*stored) : kAsk));
+    });
+    connect(box, &QComboBox::activated, this, [this, box] {
+        const int choice = box->currentData().toInt();
+        StoreStart(m_settings,
+                   choice == kAsk ? std::nullopt : std::optional(static_cast<StartChoice>(choice)));
+        ShowAll();
+        emit Changed();
+    });
+    const QString label = tr("&Begin:");
+    form.addRow(label, box);
+    NoteLabel(Preference::ShowStartupAction, label);
 }
 
 void PreferenceEditors::AddCodePage(QFormLayout& form) {

@@ -35,6 +35,7 @@ public:
     void AddColour(QFormLayout& form, Preference preference, const QString& label);
     void AddColourSet(QFormLayout& form);
     void AddCodePage(QFormLayout& form);
+    void AddStart(QFormLayout& form);
     void AddLastDocument(QFormLayout& form);
     // Something else that shows preferences.
     void AddView(std::function<void()> show) { m_shows.push_back(std::move(show)); }

@@ -23,12 +23,15 @@ inline QFormLayout* NewForm(QWidget* parent = nullptr) {
     return form;
 }
 
+inline constexpr int kFormWidth = 900; // pixels, at most: the eye follows the rows
+
 struct PreferenceTab {
     QWidget* page = new QWidget;
     QVBoxLayout* column = new QVBoxLayout(page);
     std::vector<QFormLayout*> forms;
 
     PreferenceTab() {
+        page->setMaximumWidth(kFormWidth);
         column->setContentsMargins(16, 8, 16, 8);
         column->setSpacing(10);
     }

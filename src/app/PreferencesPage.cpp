@@ -74,14 +74,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
     tab.AddGroup(tr("Appearance"))->addRow(tr("&Windows and keys:"), m_appearance);
 
     QFormLayout* start = tab.AddGroup(tr("At startup"));
-    m_editors->AddCheck(*start, Preference::ShowStartupWizard, tr("&Ask how to begin"));
-    m_editors->AddChoice(
-        *start, Preference::ShowStartupAction, tr("&Begin with:"),
-        {{tr("The keyboard's settings"), static_cast<Integer>(StartChoice::ReadKeyboard)},
-         {tr("The last document"), static_cast<Integer>(StartChoice::LastDocument)},
-         {tr("The defaults"), static_cast<Integer>(StartChoice::Defaults)}});
-    m_editors->AddCheck(*start, Preference::NewDocumentOnStartup,
-                        tr("Begin with a &new document rather than the last one"));
+    m_editors->AddStart(*start);
     m_editors->AddLastDocument(*start);
 
     QFormLayout* work = tab.AddGroup(tr("While you work"));

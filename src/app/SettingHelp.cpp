@@ -145,10 +145,7 @@ constexpr Description kDescriptions[] = {
     // Preferences.
     {"ShowStartupWizard", QT_TRANSLATE_NOOP("SettingHelp", "Asks at startup what to begin with.")},
     {"ShowStartupAction",
-     QT_TRANSLATE_NOOP("SettingHelp", "What to begin with when the program does not ask.")},
-    {"NewDocumentOnStartup",
-     QT_TRANSLATE_NOOP("SettingHelp",
-                       "Starts with a new document even if there is a previous one.")},
+     QT_TRANSLATE_NOOP("SettingHelp", "What the program begins with, or that it asks.")},
     {"LastDownloadFile",
      QT_TRANSLATE_NOOP("SettingHelp", "The document that was opened or saved last.")},
     {"AutoSave", QT_TRANSLATE_NOOP("SettingHelp",

@@ -50,7 +50,26 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
+void StoreChoice(QXProgSettings& settings, StartChoice choice) {
+    settings.SetShowStartupAction(static_cast<Integer>(choice));
+    settings.SetNewDocumentOnStartup(choice != StartChoice::LastDocument);
+}
+
 } // namespace
+
+std::optional<StartChoice> StoredStart(const QXProgSettings& settings) {
+    if (settings.GetShowStartupWizard())
+        return {};
+    if (!settings.NewDocumentOnStartup() && !settings.GetLastDownloadFile().empty())
+        return StartChoice::LastDocument;
+    return static_cast<StartChoice>(settings.GetShowStartupAction());
+}
+
+void StoreStart(QXProgSettings& settings, std::optional<StartChoice> choice) {
+    settings.SetShowStartupWizard(!choice);
+    if (choice)
+        StoreChoice(settings, *choice);
+}
 
 StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* parent)
     : QDialog(parent), m_settings(settings) {
@@ -113,7 +132,7 @@ QPushButton* StartWizard::AddChoice(StartChoice choice, const char* name, const 
     button->setObjectName(QLatin1String(name));
     connect(button, &QPushButton::clicked, this, [this, choice] {
         m_choice = choice;
-        m_settings.SetShowStartupAction(static_cast<Integer>(choice));
+        StoreChoice(m_settings, choice);
         accept();
     });
     layout()->addWidget(button);

@@ -5,12 +5,18 @@
 
 #include <QDialog>
 
+#include <optional>
+
 class QPushButton;
 
 namespace qx::app {
 
 // The values of the preference ShowStartupAction.
 enum class StartChoice : Integer { ReadKeyboard = 0, LastDocument = 1, Defaults = 2 };
+
+// How the preferences have the program begin; nothing when it asks.
+[[nodiscard]] std::optional<StartChoice> StoredStart(const QXProgSettings& settings);
+void StoreStart(QXProgSettings& settings, std::optional<StartChoice> choice);
 
 class StartWizard : public QDialog {
     Q_OBJECT

@@ -36,8 +36,8 @@ Workbench::Workbench(const Platform& platform, Options options)
     : m_platform(platform), m_options(std::move(options)), m_store(m_options.settings),
       m_preferences(m_store, platform) {
     m_preferences.Load();
-    if (m_store.IsNew() && m_options.firstColours) {
-        host::UseColours(m_preferences, *m_options.firstColours);
+    if (m_store.IsNew() && m_options.hasWindows) {
+        FitColours(host::ColourSetId::Classic);   // the defaults
         m_preferences.SetWinParam(0, 0, 0, 0, 0); // the window chooses its first place
         SavePreferences();
     }

@@ -46,8 +46,7 @@ public:
         std::string layout;             // empty: the keyboard's own, else the preferred one
         std::filesystem::path settings; // empty: the user's own
         std::filesystem::path records;  // of writes; empty: the user's own
-        // The colours of the keys for a user who has no preferences yet.
-        std::optional<host::ColourSetId> firstColours = {};
+        bool hasWindows = false;        // a user without preferences gets key colours that fit them
     };
 
     Workbench(const Platform& platform, Options options);
@@ -59,10 +58,12 @@ public:
     // Reports damaged preferences; empty if they could be read.
     [[nodiscard]] QString PreferencesWarning() const;
 
-    // A preference of the application alone, stored at once. The keys get colours that fit, unless
-    // the user has chosen others.
+    // A preference of the application alone, stored at once. When windows turn light or dark, now
+    // or with the system since the last start, the keys get colours that fit, unless the user has
+    // chosen others.
     [[nodiscard]] app::Appearance Appearance();
     void SetAppearance(app::Appearance appearance);
+    void UseStoredAppearance();
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
     // Shows everything by the preferences as they are now.
@@ -178,6 +179,8 @@ private:
     void NoteEdit(host::Section& section, bool goesOn = false);
     void TakeDocument(const host::ConfigurationDocument& document,
                       const std::filesystem::path& file);
+    // If the keys have the set of colours of before.
+    void FitColours(host::ColourSetId before);
     void StorePreferences();
     void StoreLastDocument();
     [[nodiscard]] std::vector<host::Section*> WantedSections() const;

@@ -13,6 +13,7 @@ namespace {
 
 constexpr const char* kApplicationPath = R"(Software\Tandor\ConfigurationApp\Application\)";
 constexpr const char* kAppearance = "Appearance";
+constexpr const char* kColoursFitted = "ColoursFitted"; // to light or dark windows
 
 } // namespace
 
@@ -43,12 +44,27 @@ Appearance Workbench::Appearance() {
 void Workbench::SetAppearance(app::Appearance appearance) {
     m_store.SetPath(kApplicationPath);
     m_store.WriteNumber(kAppearance, static_cast<Long>(appearance));
+    const host::ColourSetId before = FittingColours();
     UseAppearance(appearance);
-    const host::ColourSetId fitting = FittingColours();
-    const auto used = host::ColoursInUse(m_preferences);
-    if (used && *used != host::ColourSetId::Classic && *used != fitting)
-        host::UseColours(m_preferences, fitting);
+    FitColours(before);
     SavePreferences();
+}
+
+void Workbench::UseStoredAppearance() {
+    UseAppearance(Appearance());
+    const auto fitting = static_cast<Long>(FittingColours());
+    if (const Long before = m_store.ReadNumber(kColoursFitted, fitting); before != fitting) {
+        FitColours(static_cast<host::ColourSetId>(before));
+        SavePreferences();
+    }
+}
+
+void Workbench::FitColours(host::ColourSetId before) {
+    const host::ColourSetId fitting = FittingColours();
+    m_store.SetPath(kApplicationPath);
+    m_store.WriteNumber(kColoursFitted, static_cast<Long>(fitting));
+    if (host::ColoursInUse(m_preferences) == before)
+        host::UseColours(m_preferences, fitting);
 }
 
 void Workbench::StorePreferences() {

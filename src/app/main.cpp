@@ -28,15 +28,12 @@ StartChoice ChoiceOf(const QString& option, qx::app::Workbench& workbench) {
         return StartChoice::LastDocument;
     if (option == QLatin1String("defaults"))
         return StartChoice::Defaults;
-    if (preferences.GetShowStartupWizard()) {
-        qx::app::StartWizard wizard(preferences, workbench.IsConnected());
-        wizard.exec();
-        workbench.SavePreferences();
-        return wizard.Choice();
-    }
-    if (!preferences.NewDocumentOnStartup() && !preferences.GetLastDownloadFile().empty())
-        return StartChoice::LastDocument;
-    return static_cast<StartChoice>(preferences.GetShowStartupAction());
+    if (const auto stored = qx::app::StoredStart(preferences))
+        return *stored;
+    qx::app::StartWizard wizard(preferences, workbench.IsConnected());
+    wizard.exec();
+    workbench.SavePreferences();
+    return wizard.Choice();
 }
 
 void Begin(qx::app::MainWindow& window, qx::app::Workbench& workbench, StartChoice choice) {
@@ -56,6 +53,11 @@ int main(int argc, char** argv) {
     QApplication::setOrganizationName(QStringLiteral("qxcontrols"));
     QApplication::setApplicationName(QStringLiteral("qx-configurator"));
     QApplication::setApplicationVersion(QStringLiteral(QX_VERSION));
+
+    QGuiApplication::setDesktopFileName(QStringLiteral("qx-configurator"));
+#ifndef Q_OS_WIN // there it is a resource of the program
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/desktop/qx-configurator.svg")));
+#endif
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -89,8 +91,8 @@ int main(int argc, char** argv) {
                                       parser.value(layout).toStdString(),
                                       ToPath(parser.value(settings)),
                                       {},
-                                      qx::app::FittingColours()});
-        qx::app::UseAppearance(workbench.Appearance());
+                                      true});
+        workbench.UseStoredAppearance();
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
         // Clicks in the sequence editor can press the simulated keyboard's keys.
         QObject::connect(&workbench, &qx::app::Workbench::KeyboardChanged, &window, [&] {

@@ -18,6 +18,7 @@ constexpr ColourSet kLight = {
     Rgb(0x1D5FBF),
     Rgb(0xFFFFFF),
     Rgb(0xD6E6FB),
+    Rgb(0xFFFFFF),
     {Rgb(0x332288), Rgb(0x88CCEE), Rgb(0x44AA99), Rgb(0x117733), Rgb(0x999933), Rgb(0xDDCC77),
      Rgb(0xCC6677), Rgb(0x882255), Rgb(0xAA4499), Rgb(0x332211)},
 };
@@ -27,8 +28,9 @@ constexpr ColourSet kDark = {
     Rgb(0x6FA8F5),
     Rgb(0x3A3F45),
     Rgb(0x27486E),
+    Rgb(0x3A3F45),
     {Rgb(0xBBFCFF), Rgb(0x1BBAA7), Rgb(0x557500), Rgb(0xDCFF33), Rgb(0xE15F78), Rgb(0x97578C),
-     Rgb(0x9265F9), Rgb(0xFFEFCD), Rgb(0xBBA30A), Rgb(0xB6B0FF)},
+     Rgb(0x9265F9), Rgb(0xFFEFCD), Rgb(0xBBA30A), Rgb(0xF69E6F)},
 };
 
 Long DefaultOf(Preference preference) {
@@ -40,11 +42,9 @@ Preference BlockColour(std::size_t block) {
 }
 
 ColourSet Classic() {
-    ColourSet set{DefaultOf(Preference::ColorUnused),
-                  DefaultOf(Preference::ColorCurr),
-                  DefaultOf(Preference::ColorEmpty),
-                  DefaultOf(Preference::ColorProg),
-                  {}};
+    ColourSet set{DefaultOf(Preference::ColorUnused),    DefaultOf(Preference::ColorCurr),
+                  DefaultOf(Preference::ColorEmpty),     DefaultOf(Preference::ColorProg),
+                  DefaultOf(Preference::POSColorUnused), {}};
     for (std::size_t block = 0; block < set.blocks.size(); ++block)
         set.blocks[block] = DefaultOf(BlockColour(block));
     return set;
@@ -54,9 +54,9 @@ ColourSet Classic() {
 std::map<Preference, Long> ColoursOf(ColourSetId id) {
     const ColourSet set = ColourSetOf(id);
     std::map<Preference, Long> colours = {
-        {Preference::ColorUnused, set.unused},    {Preference::ColorCurr, set.current},
-        {Preference::ColorEmpty, set.empty},      {Preference::ColorProg, set.programmed},
-        {Preference::POSColorUnused, set.unused}, {Preference::POSColorCurrent, set.current}};
+        {Preference::ColorUnused, set.unused},     {Preference::ColorCurr, set.current},
+        {Preference::ColorEmpty, set.empty},       {Preference::ColorProg, set.programmed},
+        {Preference::POSColorUnused, set.noBlock}, {Preference::POSColorCurrent, set.current}};
     for (std::size_t block = 0; block < set.blocks.size(); ++block)
         colours.emplace(BlockColour(block), set.blocks[block]);
     return colours;

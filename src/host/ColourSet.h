@@ -9,8 +9,9 @@
 namespace qx::host {
 
 struct ColourSet {
-    // Of the key displays, 0x00BBGGRR. POS keys outside all blocks are `unused` too.
+    // Of the key displays, 0x00BBGGRR.
     Long unused, current, empty, programmed;
+    Long noBlock; // of POS keys outside all blocks
     // Of the POS blocks: any two are easy to distinguish, also for colour-blind people.
     std::array<Long, QXProgSettings::kPosBlocks> blocks;
 };

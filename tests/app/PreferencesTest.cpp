@@ -1,4 +1,5 @@
 #include "Desk.h"
+#include "app/Appearance.h"
 #include "app/ColourButton.h"
 #include "app/PreferencesPage.h"
 #include "app/StartWizard.h"
@@ -17,6 +18,8 @@
 #include <QTimer>
 
 #include <fstream>
+#include <iterator>
+#include <optional>
 #include <set>
 
 namespace qx::test {
@@ -227,13 +230,29 @@ TEST_F(StartWizardTest, RemembersTheChoiceAndWhetherToAsk) {
         EXPECT_EQ(wizard.Choice(), choice);
         EXPECT_EQ(settings.GetShowStartupAction(), static_cast<Integer>(choice));
     }
+    settings.SetNewDocumentOnStartup(false); // as other programs do
+    settings.SetLastDownloadFile("till.qxc");
     app::StartWizard wizard(settings, true);
     wizard.show();
     Click(wizard, "ShowStartupWizard");
     QTest::keyClick(&wizard, Qt::Key_Escape);
+    EXPECT_EQ(app::StoredStart(settings), StartChoice::LastDocument);
     EXPECT_EQ(wizard.result(), QDialog::Rejected);
     EXPECT_FALSE(settings.GetShowStartupWizard());
     EXPECT_EQ(settings.GetShowStartupAction(), static_cast<Integer>(StartChoice::ReadKeyboard));
+
+    app::PreferencesPage page(settings, QX_LAYOUTS);
+    auto* start = Find<QComboBox>(page, "ShowStartupAction");
+    for (const std::optional<StartChoice> choice : {std::optional<StartChoice>(),
+                                                    {StartChoice::ReadKeyboard},
+                                                    {StartChoice::LastDocument},
+                                                    {StartChoice::Defaults}}) {
+        start->setCurrentIndex(start->findData(choice ? static_cast<int>(*choice) : -1));
+        emit start->activated(start->currentIndex());
+        EXPECT_EQ(app::StoredStart(settings), choice);
+        page.ShowAll();
+        EXPECT_EQ(start->currentData().toInt(), choice ? static_cast<int>(*choice) : -1);
+    }
 }
 
 TEST(Appearance, IsChangedAtOnceStoredAndFollowedByTheColoursOfTheKeys) {
@@ -262,7 +281,24 @@ TEST(Appearance, IsChangedAtOnceStoredAndFollowedByTheColoursOfTheKeys) {
         EXPECT_EQ(other.Appearance(), Appearance::Dark);
         EXPECT_EQ(host::ColoursInUse(other.Preferences()), host::ColourSetId::Dark);
     }
-    desk.workbench.Preferences().SetColorProg(0x123456); // the user's own
+    {
+        // As if the system had turned light since the last start.
+        const auto file = desk.folder / "turned.ini";
+        std::ifstream stored(desk.folder / "settings.ini");
+        std::string text{std::istreambuf_iterator<char>(stored), {}};
+        const std::string isDark = "Appearance=2";
+        ASSERT_NE(text.find(isDark), std::string::npos) << text;
+        text.replace(text.find(isDark), isDark.size(), "Appearance=0");
+        std::ofstream(file) << text;
+        app::Workbench other(desk.platform.Services(), {{}, QX_LAYOUTS, {}, file, {}});
+        other.UseStoredAppearance();
+        EXPECT_EQ(host::ColoursInUse(other.Preferences()), host::ColourSetId::Light);
+        other.Preferences().SetColorProg(0x123456); // the user's own
+        other.UseStoredAppearance();
+        EXPECT_EQ(other.Preferences().ColorProg(), 0x123456);
+        app::UseAppearance(Appearance::Dark);
+    }
+    desk.workbench.Preferences().SetColorProg(0x123456);
     choose(Appearance::Light);
     EXPECT_FALSE(isDark());
     EXPECT_EQ(desk.workbench.Preferences().ColorProg(), 0x123456);

@@ -72,7 +72,8 @@ TEST(ColourSet, EverybodyTellsBlocksAndStatesApart) {
         const ColourSet set = ColourSetOf(id);
         for (const Matrix& eyes : kEyes) {
             for (std::size_t a = 0; a < set.blocks.size(); ++a) {
-                EXPECT_GT(Distance(set.blocks[a], set.unused, eyes), 15) << "block " << a;
+                EXPECT_GT(Distance(set.blocks[a], set.noBlock, eyes), 15) << "block " << a;
+                EXPECT_GT(Distance(set.blocks[a], set.current, eyes), 10) << "block " << a;
                 for (std::size_t b = a + 1; b < set.blocks.size(); ++b)
                     EXPECT_GT(Distance(set.blocks[a], set.blocks[b], eyes), 10)
                         << "blocks " << a << " and " << b;

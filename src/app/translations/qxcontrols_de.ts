@@ -2451,6 +2451,26 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>B&amp;rowse…</source>
         <translation>D&amp;urchsuchen …</translation>
     </message>
+    <message>
+        <source>Ask</source>
+        <translation>Fragen</translation>
+    </message>
+    <message>
+        <source>Read the keyboard</source>
+        <translation>Tastatur lesen</translation>
+    </message>
+    <message>
+        <source>Open the last document</source>
+        <translation>Letztes Dokument öffnen</translation>
+    </message>
+    <message>
+        <source>Start from the defaults</source>
+        <translation>Mit den Werkseinstellungen beginnen</translation>
+    </message>
+    <message>
+        <source>&amp;Begin:</source>
+        <translation>Beg&amp;innen:</translation>
+    </message>
 </context>
 <context>
     <name>PreferencesPage</name>
@@ -2473,26 +2493,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>POS keys</source>
         <translation>POS-Tasten</translation>
-    </message>
-    <message>
-        <source>&amp;Ask how to begin</source>
-        <translation>&amp;Fragen, womit begonnen wird</translation>
-    </message>
-    <message>
-        <source>&amp;Begin with:</source>
-        <translation>Beg&amp;innen mit:</translation>
-    </message>
-    <message>
-        <source>The last document</source>
-        <translation>Dem letzten Dokument</translation>
-    </message>
-    <message>
-        <source>The defaults</source>
-        <translation>Den Werkseinstellungen</translation>
-    </message>
-    <message>
-        <source>Begin with a &amp;new document rather than the last one</source>
-        <translation>Mit einem &amp;neuen Dokument statt mit dem letzten beginnen</translation>
     </message>
     <message>
         <source>While you work</source>
@@ -2677,10 +2677,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Programmed</source>
         <translation>Belegt</translation>
-    </message>
-    <message>
-        <source>The keyboard&apos;s settings</source>
-        <translation>Den Einstellungen der Tastatur</translation>
     </message>
     <message>
         <source>&amp;Command delta (stored for other programs):</source>
@@ -3330,14 +3326,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Der Leser, der den Code liest.</translation>
     </message>
     <message>
-        <source>What to begin with when the program does not ask.</source>
-        <translation>Womit begonnen wird, wenn das Programm nicht fragt.</translation>
-    </message>
-    <message>
-        <source>Starts with a new document even if there is a previous one.</source>
-        <translation>Beginnt mit einem neuen Dokument, auch wenn es ein vorheriges gibt.</translation>
-    </message>
-    <message>
         <source>The document that was opened or saved last.</source>
         <translation>Das zuletzt geöffnete oder gespeicherte Dokument.</translation>
     </message>
@@ -3476,6 +3464,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>A number that some drivers use. It is only stored: this program does not use it, and starts every driver with 0.</source>
         <translation>Eine Zahl, die manche Treiber benutzen. Sie wird nur gespeichert: Dieses Programm verwendet sie nicht und startet jeden Treiber mit 0.</translation>
+    </message>
+    <message>
+        <source>What the program begins with, or that it asks.</source>
+        <translation>Womit das Programm beginnt, oder dass es danach fragt.</translation>
     </message>
 </context>
 <context>
