@@ -10,10 +10,7 @@ namespace {
 
 [[noreturn]] void Fail(const Object& object, const Member& member, ErrorNumber number,
                        std::string_view text, std::optional<std::size_t> argument = {}) {
-    throw Error(number,
-                std::string(object.ClassOf().name) + "." + std::string(member.name) + ": " +
-                    std::string(text),
-                argument);
+    throw Error(number, FullName(object, member) + ": " + std::string(text), argument);
 }
 
 // A member may leave an output unchanged, so its value is passed on; an unsuitable one is ignored.
@@ -33,10 +30,6 @@ Value Taken(const Parameter& parameter, const Value& given) {
 // The arguments, with defaults for those left out, each converted to its parameter's type.
 void Complete(const std::vector<Parameter>& parameters, std::span<const Value> given,
               std::span<Value> arguments) {
-    if (given.size() > parameters.size())
-        throw Error(ErrorNumber::WrongNumberOfArguments,
-                    "takes " + std::to_string(parameters.size()) + " arguments, not " +
-                        std::to_string(given.size()));
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const Parameter& parameter = parameters[i];
         try {
@@ -55,8 +48,19 @@ void Complete(const std::vector<Parameter>& parameters, std::span<const Value> g
 
 } // namespace
 
+std::string FullName(const Object& object, const Member& member) {
+    return std::string(object.ClassOf().name) + "." + std::string(member.name);
+}
+
+void RefuseSurplus(const Object& object, const Member& member, std::size_t given) {
+    if (const std::size_t count = member.parameters.size(); given > count)
+        Fail(object, member, ErrorNumber::WrongNumberOfArguments,
+             "takes " + std::to_string(count) + " arguments, not " + std::to_string(given));
+}
+
 Value Call(Object& object, const Member& member, std::span<Value> given) {
     const Object::InUse inUse(object); // an event may release the object meanwhile
+    RefuseSurplus(object, member, given.size());
     try {
         std::array<Value, kMostParameters> room;
         const std::span<Value> arguments(room.data(), member.parameters.size());

@@ -57,10 +57,6 @@ HRESULT Report(const Object& object, const Error& error, EXCEPINFO* exception) {
     return status;
 }
 
-std::string FullName(const Object& object, const Member& member) {
-    return std::string(object.ClassOf().name) + "." + std::string(member.name);
-}
-
 bool IsSet(const Member& member) {
     return member.kind == MemberKind::Put || member.kind == MemberKind::PutObject;
 }
@@ -83,10 +79,7 @@ using Places = std::array<std::size_t, kMostParameters>;
 
 Places PlacesOf(const Object& object, const Member& member, const DISPPARAMS& given) {
     const std::size_t count = member.parameters.size();
-    if (given.cArgs > count)
-        throw Error(ErrorNumber::WrongNumberOfArguments,
-                    FullName(object, member) + ": takes " + std::to_string(count) +
-                        " arguments, not " + std::to_string(given.cArgs));
+    RefuseSurplus(object, member, given.cArgs);
     Places places;
     places.fill(kNotGiven);
     const auto place = [&](std::size_t argument, std::size_t variant) {
