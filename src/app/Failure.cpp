@@ -28,9 +28,27 @@ QString Lines(QStringList lines) {
 }
 
 Failure::Remedy RemedyOf(host::Suggestion suggestion) {
-    return suggestion == host::Suggestion::Recover         ? Failure::Remedy::Resolve
-           : suggestion == host::Suggestion::RestoreBackup ? Failure::Remedy::Backups
-                                                           : Failure::Remedy::None;
+    using host::Suggestion;
+    switch (suggestion) {
+    case Suggestion::Recover:
+        return Failure::Remedy::Resolve;
+    case Suggestion::RestoreBackup:
+        return Failure::Remedy::Backups;
+    case Suggestion::None:
+    case Suggestion::NameWrite:
+    case Suggestion::ReadAgain:
+    case Suggestion::TryLater:
+    case Suggestion::Repair:
+    case Suggestion::SkipAbsent:
+    case Suggestion::GiveVariables:
+    case Suggestion::ChooseDriver:
+    case Suggestion::ChooseModel:
+    case Suggestion::LeaveOutKeyboard:
+    case Suggestion::LeaveOutIdentifier:
+    case Suggestion::MoveFileAway:
+        break;
+    }
+    return Failure::Remedy::None;
 }
 
 } // namespace
@@ -89,9 +107,7 @@ QString WriteFailureText(const host::Error& error) {
     using host::Holds;
     const Cause cause = error.Why();
     const QString why = CauseText(error);
-    const bool isWhole =
-        cause == Cause::NotRecorded || cause == Cause::LoadNotRecorded || cause == Cause::Stopped;
-    if (isWhole || !error.holds)
+    if (host::ShowsWhatIsHeld(cause) || !error.holds)
         return why;
     switch (*error.holds) {
     case Holds::NotTouched:

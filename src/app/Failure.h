@@ -37,8 +37,8 @@ struct Failure {
 //   PartlyWritten   the cause and "The keyboard is partly written."
 //   Unknown         the cause and "The keyboard may be partly written."
 //
-// Stopped, NotRecorded and LoadNotRecorded include the keyboard's contents in
-// the cause, which is then the whole text. FailureOf adds the suggestion.
+// A cause that itself shows the keyboard's contents (host::ShowsWhatIsHeld) is the whole text.
+// FailureOf adds the suggestion.
 [[nodiscard]] QString WriteFailureText(const host::Error& error);
 
 // The loss in a saved document, and its place.

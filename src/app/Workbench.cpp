@@ -168,10 +168,8 @@ host::WriteRecords Workbench::Records() const {
 host::Writer& Workbench::Writer() {
     if (m_writer)
         return *m_writer;
-    host::Writer::Options options;
-    options.folder = setup::RecordFolder(m_options.records);
-    options.origin = m_driver.origin;
-    options.newConfiguration = [this] { return NewConfiguration(); };
+    host::Writer::Options options =
+        setup::WriterOptions(m_driver, m_options.records, [this] { return NewConfiguration(); });
     options.isStopped = [this] {
         emit StopAsked();
         return m_isStopRequested;
@@ -242,7 +240,7 @@ host::WritePlan Workbench::PlanRestore(const host::Backup& backup) {
 
 void Workbench::Restore(const host::WritePlan& plan, const std::string& backup) {
     host::Writer::Request request;
-    request.action = host::Writer::Request::kRestore;
+    request.action = host::WriteAction::Restore;
     request.document = backup;
     WithChange([&](host::Writer& writer) { return writer.Write(plan, request); });
 }

@@ -61,11 +61,11 @@ void Keyboard::Program(const Unit& unit, UnitReport& report) {
     const auto newConfiguration = [&] {
         return std::make_unique<host::Configuration>(m_services.platform, &layout, nullptr);
     };
-    host::Writer writer(m_session, {m_services.records,
-                                    newConfiguration,
-                                    m_services.now,
-                                    m_driver.origin,
-                                    {unit.name, PlaceOf(unit)}});
+    host::Writer::Options writing =
+        setup::WriterOptions(m_driver, m_services.records, newConfiguration);
+    writing.now = m_services.now;
+    writing.till = {unit.name, PlaceOf(unit)};
+    host::Writer writer(m_session, std::move(writing));
     RollBack(writer, unit, report);
     try {
         WriteDocument(writer, newConfiguration(), unit, report);

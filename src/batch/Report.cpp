@@ -42,14 +42,6 @@ std::string_view CodeOf(Result result) {
     return "";
 }
 
-Json ToJson(Result result) {
-    return CodeOf(result);
-}
-
-void Take(const json::Value& value, Result& result) {
-    json::TakeCode(value, Result::Failed, result);
-}
-
 Json ToJson(const UnitReport& unit) {
     Json json = json::MembersToJson([&](auto visit) { VisitMembers(unit, visit); });
     json["error"] = unit.error ? host::ToJson(*unit.error) : Json();

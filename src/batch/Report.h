@@ -17,6 +17,11 @@
 namespace qx::batch {
 
 enum class Result { NotDone, Done, Failed };
+[[nodiscard]] constexpr Result LastOf(Result) {
+    return Result::Failed;
+}
+// "done", "failed", "not done".
+[[nodiscard]] std::string_view CodeOf(Result result);
 
 struct UnitReport {
     std::string name;
@@ -59,10 +64,5 @@ private:
 // A unit's record as the report has it.
 [[nodiscard]] host::Json ToJson(const UnitReport& unit);
 void Take(const json::Value& value, UnitReport& unit);
-
-// "done", "failed", "not done".
-[[nodiscard]] std::string_view CodeOf(Result result);
-[[nodiscard]] host::Json ToJson(Result result);
-void Take(const json::Value& value, Result& result);
 
 } // namespace qx::batch

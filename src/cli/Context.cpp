@@ -26,20 +26,6 @@ constexpr int kEndedBySignal = 128; // plus the signal's number, as in shells
 // A document can have very many faults; nobody reads them all.
 constexpr std::size_t kShownFaults = 20;
 
-// The transfer's activity in this step; the check before the write also reads.
-std::string_view WordOf(host::Step step) {
-    switch (step) {
-    case host::Step::SavingBackup:
-    case host::Step::Checking:
-        return "reading";
-    case host::Step::Writing:
-        return "writing";
-    case host::Step::ReadingBack:
-        return "checking";
-    }
-    return {};
-}
-
 void EndIfInterrupted() {
     if (const int signal = InterruptWatch::Signal(); signal != 0)
         throw Interrupted{signal};
@@ -120,15 +106,13 @@ host::WriteRecords Context::Records() const {
 host::Writer& Context::Writer() {
     if (!m_writer) {
         host::Session& keyboard = Keyboard();
-        host::Writer::Options writing;
-        writing.folder = DataFolder();
-        writing.origin = m_driver.origin;
+        host::Writer::Options writing = setup::WriterOptions(
+            m_driver, m_surroundings.dataFolder, [this] { return NamedConfiguration(); });
         writing.isStopped = [] { return InterruptWatch::Signal() != 0; };
         writing.onStep = [this](host::Step step) {
-            m_step = WordOf(step);
+            m_step = TextOf(step);
             m_isWriting = m_isWriting || step == host::Step::Writing;
         };
-        writing.newConfiguration = [this] { return NamedConfiguration(); };
         m_writer = std::make_unique<host::Writer>(keyboard, std::move(writing));
     }
     EndIfInterrupted();

@@ -130,7 +130,7 @@ std::vector<std::string> TextsOf(const std::vector<host::Difference>& difference
 host::Json ToJson(const host::JournalEntry& entry) {
     return {{"id", entry.Id()},
             {"time", entry.time},
-            {"action", entry.action},
+            {"action", CodeOf(entry.action)},
             {"document", entry.document},
             {"keyboard", entry.keyboard.Name()},
             {"unit", entry.till.unit},

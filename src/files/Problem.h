@@ -20,8 +20,11 @@ enum class Deed {
     Create, // also a folder
     Remove, //
     Start,  // a program
-    Load,   // a library; the last
+    Load,   // a library
 };
+[[nodiscard]] constexpr Deed LastOf(Deed) {
+    return Deed::Load;
+}
 
 // Why; the comments list the facts.
 enum class Obstacle {
@@ -58,8 +61,11 @@ enum class Obstacle {
     NotOfKind,       // or damaged. names: where and how, in English
     IsKeyboard,      // the file to save in or to load is the keyboard's own
     OfOtherKeyboard, // names: the model of its parameters, that of the keyboard
-    NoSuchModel,     // names: the built-in ones; the last
+    NoSuchModel,     // names: the built-in ones
 };
+[[nodiscard]] constexpr Obstacle LastOf(Obstacle) {
+    return Obstacle::NoSuchModel;
+}
 
 // Their names for programs, "write", "no-folder"; the empty text for None.
 [[nodiscard]] std::string_view CodeOf(Deed deed);

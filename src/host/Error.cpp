@@ -1,5 +1,6 @@
 #include "host/Error.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -121,7 +122,7 @@ static_assert([] {
     for (const CauseRow& row : kCauses)
         if (row.cause != static_cast<Cause>(i++))
             return false;
-    return kCauses[std::size(kCauses) - 1].cause == kLastCause;
+    return kCauses[std::size(kCauses) - 1].cause == LastOf(Cause());
 }());
 
 const CauseRow& RowOf(Cause cause) {
@@ -218,6 +219,12 @@ std::string_view CodeOf(Cause cause) {
 
 ErrorKind KindOf(Cause cause) {
     return RowOf(cause).kind;
+}
+
+bool ShowsWhatIsHeld(Cause cause) {
+    constexpr Cause kThese[] = {Cause::Stopped, Cause::NotRecorded, Cause::UnprovedNotRecorded,
+                                Cause::LoadNotRecorded, Cause::UnitProcessEnded};
+    return std::find(std::begin(kThese), std::end(kThese), cause) != std::end(kThese);
 }
 
 Error::Error(Cause cause, ErrorFacts facts, std::vector<Error> because)

@@ -8,6 +8,7 @@
 #include "files/Problem.h"
 #include "host/SettingName.h"
 #include "host/VisibleText.h"
+#include "host/WriteCodes.h"
 #include "qxcontrols/common/Types.h"
 #include "json/Fault.h"
 
@@ -157,7 +158,9 @@ enum class Cause {
     SectionsAbsent, // faults: the sections of the document that the keyboard lacks
 };
 
-inline constexpr Cause kLastCause = Cause::SectionsAbsent;
+[[nodiscard]] constexpr Cause LastOf(Cause) {
+    return Cause::SectionsAbsent;
+}
 
 // The keyboard's contents after a failed write.
 enum class Holds {
@@ -167,10 +170,13 @@ enum class Holds {
     PartlyWritten, // neither
     Unknown,       // it could not be read, or was not
 };
+[[nodiscard]] constexpr Holds LastOf(Holds) {
+    return Holds::Unknown;
+}
 
 // A suggestion to the user.
 enum class Suggestion {
-    None,               // the first
+    None,
     Recover,            // the interrupted write
     NameWrite,          // of several interrupted ones
     RestoreBackup,      // the one that the error names
@@ -183,8 +189,11 @@ enum class Suggestion {
     ChooseModel,        // of the keyboard that is to be made
     LeaveOutKeyboard,   // and its model: the driver does not accept any
     LeaveOutIdentifier, // in documents for several keyboards
-    MoveFileAway,       // when its contents have been dealt with; the last
+    MoveFileAway,       // when its contents have been dealt with
 };
+[[nodiscard]] constexpr Suggestion LastOf(Suggestion) {
+    return Suggestion::MoveFileAway;
+}
 
 // Their names for programs, "transfer-failed", "no-such-backup", "partly-written",
 // "restore-backup"; the empty text for no suggestion.
@@ -194,6 +203,10 @@ enum class Suggestion {
 [[nodiscard]] std::string_view CodeOf(Suggestion suggestion);
 
 [[nodiscard]] ErrorKind KindOf(Cause cause);
+
+// Whether the text of the cause itself shows what the keyboard holds, so that no other sentence
+// does.
+[[nodiscard]] bool ShowsWhatIsHeld(Cause cause);
 
 // A call of the driver that failed.
 struct FailedCall {
@@ -217,7 +230,7 @@ struct ErrorPlace {
 // A write on record, as it is named to people.
 struct WriteName {
     std::string id{};
-    std::string action{};   // "download"
+    WriteAction action = WriteAction::Download;
     std::string document{}; // its name; empty for an untitled one
     std::string unit{};     // to which unit of a job; may be empty
     std::string time{};     // of its beginning

@@ -57,7 +57,6 @@ void VisitMembers(AnyWrite& write, Visit visit) {
 }
 
 using json::Take;
-using json::TakeCode;
 using json::ToJson;
 
 std::vector<WriteName> WritesFrom(const Value& value) {
@@ -70,22 +69,21 @@ std::vector<WriteName> WritesFrom(const Value& value) {
     return writes;
 }
 
+template <typename AnyProblem, typename Visit>
+void VisitProblem(AnyProblem& problem, Visit visit) {
+    visit("deed", problem.deed);
+    visit("subject", problem.subject);
+    visit("obstacle", problem.obstacle);
+    visit("names", problem.names);
+    visit("number", problem.number);
+    visit("system", problem.system);
+}
 Json ToJson(const files::Problem& problem) {
-    return {{"deed", CodeOf(problem.deed)},
-            {"subject", problem.subject},
-            {"obstacle", CodeOf(problem.obstacle)},
-            {"names", problem.names},
-            {"number", problem.number},
-            {"system", problem.system}};
+    return json::MembersToJson([&](auto visit) { VisitProblem(problem, visit); });
 }
 void Take(const Value& value, files::Problem& problem) {
     Object members(value);
-    TakeCode(members.Get("deed"), files::Deed::Load, problem.deed);
-    Take(members.Get("subject"), problem.subject);
-    TakeCode(members.Get("obstacle"), files::Obstacle::NoSuchModel, problem.obstacle);
-    Take(members.Get("names"), problem.names);
-    Take(members.Get("number"), problem.number);
-    Take(members.Get("system"), problem.system);
+    json::TakeMembers(members, [&](auto visit) { VisitProblem(problem, visit); });
     members.RefuseOthers();
 }
 
@@ -164,8 +162,7 @@ void TakeUsualFacts(Object& members, ErrorFacts& facts) {
         TakeUnlessNull(function, call.function);
         TakeUnlessNull(meaning, call.meaning);
     }
-    if (const Value holds = members.Get("holds"); holds.Exists() && !holds.AsJson().is_null())
-        TakeCode(holds, Holds::Unknown, facts.holds.emplace());
+    Take(members.Get("holds"), facts.holds);
     TakeUnlessNull(members.Get("backup"), facts.backup);
 }
 
@@ -213,11 +210,11 @@ std::optional<Error> ErrorFrom(const Value& value) {
     std::string suggestion;
     for (const char* const derived : {"code", "message"})
         (void)members.Find(derived);
-    TakeCode(members.Get("cause"), kLastCause, cause);
+    Take(members.Get("cause"), cause);
     TakeUsualFacts(members, facts);
     Suggestion suggested = Suggestion::None;
     if (const Value code = members.Get("suggestion"); code.Exists() && !code.AsJson().is_null())
-        TakeCode(code, Suggestion::MoveFileAway, suggested);
+        Take(code, suggested);
     if (const Value rare = members.Find("facts"); rare.Exists())
         TakeRareFacts(rare, facts);
     if (const Value writes = members.Find("writes"); writes.Exists())

@@ -127,7 +127,7 @@ std::string CauseText(const Error& error) {
     case Cause::WritingFailed:
         return WithReason("writing to the keyboard failed", error);
     case Cause::ReadBackFailed:
-        return WithRelated("the keyboard was written, and could not be read back", error);
+        return WithRelated("the written data could not be read back", error);
     case Cause::FileNotSaved:
         return WithReason("saving the " + ContentOf(name) + " into " + file + " failed", error);
     case Cause::FileNotLoaded:
@@ -278,7 +278,7 @@ std::string CauseText(const Error& error) {
     case Cause::WriteInProgress:
         return "the " + TheWrite(error) + " is being written by another program";
     case Cause::Stopped:
-        return "stopped";
+        return "stopped before anything was written";
     case Cause::WriteInterrupted:
         return "the keyboard holds a part of an interrupted " + TheWrite(error) +
                ", which is to be finished or rolled back first";
@@ -293,14 +293,6 @@ std::string CauseText(const Error& error) {
         return FirstFault(error);
     }
     return {};
-}
-
-// Whether the cause's own text shows what the keyboard holds.
-bool ShowsWhatIsHeld(Cause cause) {
-    constexpr Cause kThese[] = {Cause::NotRecorded, Cause::UnprovedNotRecorded,
-                                Cause::LoadNotRecorded, Cause::ReadBackFailed,
-                                Cause::UnitProcessEnded};
-    return std::find(std::begin(kThese), std::end(kThese), cause) != std::end(kThese);
 }
 
 std::string HoldsText(const Error& error) {
@@ -338,7 +330,7 @@ std::string TextOf(const Error& error) {
 }
 
 std::string InWords(const WriteName& write) {
-    return write.action + " of " +
+    return std::string(CodeOf(write.action)) + " of " +
            (write.document.empty() ? "an untitled document" : write.document) +
            (write.unit.empty() ? "" : " for " + write.unit) + " (begun " + write.time + ")";
 }

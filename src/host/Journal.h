@@ -20,6 +20,7 @@
 #include "host/KeyboardContent.h"
 #include "host/RecordFiles.h"
 #include "host/Till.h"
+#include "host/WriteCodes.h"
 
 #include <filesystem>
 #include <string>
@@ -39,8 +40,8 @@ enum class Trace {
 enum class RecoverWay { Finish, RollBack };
 
 struct JournalEntry {
-    std::string time;     // when the write began
-    std::string action;   // "download"
+    std::string time; // when the write began
+    WriteAction action = WriteAction::Download;
     std::string document; // the name of what is written
     std::string backup;   // the id of the backup made before
     std::string origin;   // the keyboard's connection

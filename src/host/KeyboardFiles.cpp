@@ -76,7 +76,7 @@ Writer::Outcome LoadKeyboardFile(Session& session, Writer& writer, const Keyboar
         Run(session, kind, Failed(Cause::FileNotLoaded, kind, name), name, line, kind.load);
     };
     Writer::Request request;
-    request.action = std::string(kind.key) + " load";
+    request.action = kind.loading;
     request.document = files::TextOf(file);
     request.isOfKeyboard = !kind.hasSerialLine; // otherwise the reader's own memory
     return writer.RunUnproved(request, load);

@@ -21,16 +21,17 @@ struct KeyboardFileKind {
     std::string_view content; // display name: "firmware"
     Long (QXKeyboardAccess::*save)(std::string&);
     Long (QXKeyboardAccess::*load)(std::string&);
+    WriteAction loading;
     bool hasSerialLine;
 };
 
 inline constexpr KeyboardFileKind kKeyboardFiles[] = {
     {"rom", "firmware", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
-     false},
+     WriteAction::LoadRom, false},
     {"chipcard", "chipcard reader's firmware", &QXKeyboardAccess::SaveChipcardRomIntoFile,
-     &QXKeyboardAccess::LoadChipcardRomFromFile, true},
+     &QXKeyboardAccess::LoadChipcardRomFromFile, WriteAction::LoadChipcardRom, true},
     {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
-     &QXKeyboardAccess::LoadParameterFromFile, false},
+     &QXKeyboardAccess::LoadParameterFromFile, WriteAction::LoadParameter, false},
 };
 
 // The file's name in the form for drivers. Throws Error(FileFailed) if the drivers' 8-bit character

@@ -4,6 +4,7 @@
 #include "host/KeyboardContent.h"
 #include "host/RecordFiles.h"
 #include "host/Till.h"
+#include "host/WriteCodes.h"
 
 #include <filesystem>
 #include <optional>
@@ -15,7 +16,7 @@ namespace qx::host {
 
 struct Receipt {
     std::string time;
-    std::string action;         // "download", "restore", "finish", "roll back", "param load", ...
+    WriteAction action = WriteAction::Download;
     std::string document;       // the name of the written document
     std::string documentSha256; // empty if there was no document
     Till till;
@@ -25,8 +26,8 @@ struct Receipt {
     std::optional<Long> bytesSent; // none if the transfer failed
     std::string beforeSha256;      // of all areas
     std::string afterSha256;       // of all areas as read back; empty if they were not
-    std::string result;            // "verified", "not verified", "differs", "nothing changed", ...
-    std::string message;           // of the failure
+    WriteResult result = WriteResult::Unknown;
+    std::string message; // of the failure
 };
 
 [[nodiscard]] Json ToJson(const Receipt& receipt);

@@ -129,7 +129,7 @@ void Recording::CloseUnproved(std::optional<Error> failure) {
         failure->backup = m_receipt.backup;
         failure->suggestion = Suggestion::RestoreBackup;
     }
-    m_receipt.result = failure ? "unknown" : "not verified";
+    m_receipt.result = failure ? WriteResult::Unknown : WriteResult::NotVerified;
     m_receipt.message = failure ? TextOf(*failure) : "";
     std::vector<Error> left;
     LeaveReceipt(left);

@@ -16,8 +16,7 @@ namespace qx::host {
 
 // The write as described in records.
 struct WriteRequest {
-    static constexpr const char* kRestore = "restore"; // resolves interrupted writes
-    std::string action = "download";
+    WriteAction action = WriteAction::Download;
     std::string document;       // the name of the document, for people
     std::string documentSha256; // may be empty
     bool full = false;          // send everything the control contract requests, changed or not

@@ -15,9 +15,9 @@ constexpr std::string_view kReference = "#/$defs/";
 constexpr const char* kDialect = "https://json-schema.org/draft/2020-12/schema";
 
 template <typename Enum>
-Json Codes(Enum first, Enum last) {
+Json Codes(Enum first = {}) {
     Json codes = Json::array();
-    for (int i = static_cast<int>(first); i <= static_cast<int>(last); ++i)
+    for (int i = static_cast<int>(first); i <= static_cast<int>(LastOf(first)); ++i)
         codes.push_back(CodeOf(static_cast<Enum>(i)));
     return {{"enum", std::move(codes)}};
 }
@@ -25,7 +25,7 @@ Json Codes(Enum first, Enum last) {
 // Each kind of error: its code, and its causes.
 Json ErrorKinds() {
     std::map<ErrorKind, Json> causes;
-    for (int i = 0; i <= static_cast<int>(kLastCause); ++i)
+    for (int i = 0; i <= static_cast<int>(LastOf(Cause())); ++i)
         causes[KindOf(static_cast<Cause>(i))].push_back(CodeOf(static_cast<Cause>(i)));
     Json kinds = Json::array();
     for (auto& [kind, ofKind] : causes) {
@@ -55,11 +55,13 @@ Json AllDefinitions() {
     Json kinds = ErrorKinds();
     all["errorCode"] = ErrorCodes(kinds);
     all["error"]["anyOf"] = std::move(kinds);
-    all["holds"] = Codes(Holds::NotTouched, Holds::Unknown);
-    all["suggestion"] = Codes(Suggestion::Recover, Suggestion::MoveFileAway);
-    all["faultCode"] = Codes(FaultKind::TooManyBytes, json::kLastFaultKind);
-    all["deed"] = Codes(files::Deed::None, files::Deed::Load);
-    all["obstacle"] = Codes(files::Obstacle::None, files::Obstacle::NoSuchModel);
+    all["holds"] = Codes<Holds>();
+    all["suggestion"] = Codes(Suggestion::Recover);
+    all["faultCode"] = Codes<FaultKind>();
+    all["deed"] = Codes<files::Deed>();
+    all["obstacle"] = Codes<files::Obstacle>();
+    all["writeAction"] = Codes<WriteAction>();
+    all["writeResult"] = Codes<WriteResult>();
     return all;
 }
 

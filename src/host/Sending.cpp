@@ -6,23 +6,36 @@ namespace qx::host {
 
 namespace {
 
-// The receipt's result for a failed transfer.
-const char* AfterFailedTransfer(Holds holds) {
+WriteResult AfterFailedTransfer(Holds holds) {
     switch (holds) {
     case Holds::NotTouched:
     case Holds::Old:
-        return "nothing changed";
+        return WriteResult::NothingChanged;
     case Holds::New:
-        return "written";
+        return WriteResult::Written;
     case Holds::PartlyWritten:
-        return "partly written";
+        return WriteResult::PartlyWritten;
     case Holds::Unknown:
         break;
     }
-    return "unknown";
+    return WriteResult::Unknown;
 }
 
 } // namespace
+
+std::string_view TextOf(Step step) {
+    switch (step) {
+    case Step::SavingBackup:
+        return "saving a backup";
+    case Step::Checking:
+        return "checking";
+    case Step::Writing:
+        return "writing";
+    case Step::ReadingBack:
+        return "reading back";
+    }
+    return "";
+}
 
 void RequireStillAs(Session& session, const KeyboardContent& planned) {
     const KeyboardContent now = BeforeWriting([&] {
@@ -56,7 +69,7 @@ void Sending::Transfer(const WritePlan& plan, const std::vector<ByteRange>& rang
     try {
         m_session.Send();
         sent.bytes = SizeOf(ranges);
-        sent.result = "not verified";
+        sent.result = WriteResult::NotVerified;
     } catch (const Error& error) {
         m_onStep(Step::ReadingBack);
         Look(plan, sent);
@@ -72,14 +85,14 @@ void Sending::Prove(const WritePlan& plan, Sent& sent) {
         sent.afterSha256 = now.Hash();
         if (now.HoldsSame(plan.after)) {
             sent.holds = Holds::New;
-            sent.result = "verified";
+            sent.result = WriteResult::Verified;
             return;
         }
         Look(plan, sent);
-        sent.result = sent.holds == Holds::New ? "written" : "differs";
+        sent.result = sent.holds == Holds::New ? WriteResult::Written : WriteResult::Differs;
         sent.Fail(Differing(plan.after, now));
     } catch (const Error& error) {
-        sent.result = "unknown";
+        sent.result = WriteResult::Unknown;
         sent.Fail(
             Error(Cause::ReadBackFailed, {.call = error.call, .place = error.place}, {error}));
     }

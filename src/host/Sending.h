@@ -3,28 +3,32 @@
 
 #include "host/Error.h"
 #include "host/Session.h"
+#include "host/WriteCodes.h"
 #include "host/WritePlan.h"
 
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qx::host {
 
 // The steps of a write, in order.
 enum class Step { SavingBackup, Checking, Writing, ReadingBack };
+// "saving a backup", "reading back".
+[[nodiscard]] std::string_view TextOf(Step step);
 using OnStep = std::function<void(Step)>; // called at the start of each
 
 // The result of a sending. Without a failure the bytes were sent and, if requested, verified.
 struct Sent {
     std::optional<Error> failure;
-    bool isBegun = false;                   // bytes may have been sent, to whichever keyboard
-    Holds holds = Holds::NotTouched;        // when last read
-    std::optional<KeyboardContent> found;   // if they are neither old nor new
-    std::optional<Long> bytes;              // sent; none if the transfer failed
-    std::string afterSha256;                // of all areas as read back; empty if they were not
-    std::string result = "nothing changed"; // for people: "verified", "partly written", ...
+    bool isBegun = false;                 // bytes may have been sent, to whichever keyboard
+    Holds holds = Holds::NotTouched;      // when last read
+    std::optional<KeyboardContent> found; // if they are neither old nor new
+    std::optional<Long> bytes;            // sent; none if the transfer failed
+    std::string afterSha256;              // of all areas as read back; empty if they were not
+    WriteResult result = WriteResult::NothingChanged;
 
     void Fail(Error error) {
         error.holds = holds;

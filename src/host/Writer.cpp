@@ -64,7 +64,7 @@ Sent Writer::Send(const WritePlan& plan, const std::vector<ByteRange>& ranges, b
 
 Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     const std::vector<ByteRange> ranges = plan.ToSend(request.full);
-    const bool settles = request.action == Request::kRestore;
+    const bool settles = request.action == WriteAction::Restore;
     if (ranges.empty() && !settles)
         return {false, true, 0, ""}; // verified by the plan
     const std::string claimName = Claims::NameOf(plan.before.identity, m_options.origin);
@@ -132,7 +132,7 @@ Writer::Outcome Writer::End(const JournalEntry& entry, Way way, const WritePlan&
     if (way == Way::RollBack) // the writes it would have replaced are open again
         ended.replaced.clear();
     Request request;
-    request.action = way == Way::Finish ? "finish" : "roll back";
+    request.action = way == Way::Finish ? WriteAction::Finish : WriteAction::RollBack;
     request.document = entry.document;
     // The keyboard contains a part of that unit's write, and perhaps of another's.
     const Till till = m_options.till.unit.empty() && !isRecordKept ? entry.till : m_options.till;

@@ -66,8 +66,8 @@ public:
     // Writes. Throws Error: KeyboardChanged if the keyboard is not as planned, WriteInterrupted if
     // Recover must come first, KeyboardBusy if another program writes to it, FileFailed if it
     // cannot be recorded, TransferFailed, ReadBackDiffers. The error describes the keyboard's
-    // contents: all new if only the records failed. The action kRestore resolves interrupted
-    // writes.
+    // contents: all new if only the records failed. The action Restore resolves
+    // interrupted writes.
     Outcome Write(const WritePlan& plan, const Request& request);
 
     // The traces in the keyboard of the writes on record to keyboards of its model, oldest first,

@@ -101,7 +101,9 @@ enum class FaultKind {
     VariableUnusedByUnit, // unit, document, variable
 };
 
-inline constexpr FaultKind kLastFaultKind = FaultKind::VariableUnusedByUnit;
+[[nodiscard]] constexpr FaultKind LastOf(FaultKind) {
+    return FaultKind::VariableUnusedByUnit;
+}
 
 // Its name for programs, "not-a-text".
 [[nodiscard]] std::string_view CodeOf(FaultKind kind);

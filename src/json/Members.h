@@ -4,8 +4,9 @@
 //     void VisitMembers(AnyReceipt& receipt, Visit visit) {
 //         visit("time", receipt.time);
 //
-// The order of the walk is that in the file. Types other than the usual ones have a ToJson and a
-// Take of their own beside them.
+// The order of the walk is that in the file. An enumeration is written as the code that its CodeOf
+// gives, and has its LastOf. Types other than the usual ones have a ToJson and a Take of their own
+// beside them.
 #pragma once
 
 #include "json/Reader.h"
@@ -24,6 +25,11 @@ template <typename Type>
 requires kIsPlain<Type>
 [[nodiscard]] Json ToJson(const Type& value) {
     return value;
+}
+template <typename Enum>
+requires std::is_enum_v<Enum>
+[[nodiscard]] Json ToJson(Enum value) {
+    return CodeOf(value);
 }
 template <typename Type>
 [[nodiscard]] Json ToJson(const std::optional<Type>& value) {
@@ -59,12 +65,12 @@ void Take(const Value& value, std::vector<Type>& variable) {
         Take(element, variable.emplace_back());
 }
 
-// Reads the code of an enumerator, as its CodeOf gives it; `last` is the last of them.
 template <typename Enum>
-void TakeCode(const Value& value, Enum last, Enum& variable) {
+requires std::is_enum_v<Enum>
+void Take(const Value& value, Enum& variable) {
     const auto code = value.Text();
     std::string known;
-    for (int i = 0; code && i <= static_cast<int>(last); ++i) {
+    for (int i = 0; code && i <= static_cast<int>(LastOf(variable)); ++i) {
         const auto each = static_cast<Enum>(i);
         if (CodeOf(each) == *code) {
             variable = each;
@@ -82,7 +88,7 @@ void TakeCode(const Value& value, Enum last, Enum& variable) {
     Fault fault("", FaultKind::MoreFaults);
     auto kind = fault.kind;
     Take(members.Get("place"), fault.place);
-    TakeCode(members.Get("code"), kLastFaultKind, kind);
+    Take(members.Get("code"), kind);
     const Value arguments = members.Get("arguments");
     Take(arguments, fault.arguments);
     (void)members.Find("message"); // which the others determine

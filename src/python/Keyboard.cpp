@@ -20,20 +20,6 @@ void RefuseUnused(const host::Variables& variables) {
         throw std::invalid_argument("the document has no placeholder ${" + unused.front() + "}");
 }
 
-const char* TextOf(host::Step step) {
-    switch (step) {
-    case host::Step::SavingBackup:
-        return "saving a backup";
-    case host::Step::Checking:
-        return "checking the keyboard";
-    case host::Step::Writing:
-        return "writing";
-    case host::Step::ReadingBack:
-        return "reading back";
-    }
-    return "";
-}
-
 std::string ToText(const host::Writer::Outcome& outcome) {
     return host::Json(
                {{"written", outcome.isWritten},
@@ -125,10 +111,8 @@ std::unique_ptr<host::Configuration> Keyboard::NewConfiguration() {
 host::Writer& Keyboard::Writer() {
     host::Session& session = Session();
     if (m_writer == nullptr) {
-        host::Writer::Options options;
-        options.folder = setup::RecordFolder(m_choice.records);
-        options.origin = m_driver.origin;
-        options.newConfiguration = [this] { return NewConfiguration(); };
+        host::Writer::Options options =
+            setup::WriterOptions(m_driver, m_choice.records, [this] { return NewConfiguration(); });
         options.onStep = [this](host::Step step) { m_step = TextOf(step); };
         m_writer = std::make_unique<host::Writer>(session, std::move(options));
     }
@@ -172,7 +156,7 @@ PlannedWrite Keyboard::PlanRestore(const std::string& backup, bool otherKeyboard
     const host::BackupStore& backups = Writer().Records().backups;
     PlannedWrite planned{Writer().PlanRestore(backups.Load(backups.Find(backup)), otherKeyboard),
                          {}};
-    planned.request.action = host::WriteRequest::kRestore;
+    planned.request.action = host::WriteAction::Restore;
     planned.request.document = backup;
     return planned;
 }

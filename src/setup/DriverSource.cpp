@@ -112,6 +112,16 @@ host::Session::Options SessionOptions(const OpenedDriver& opened,
     return {std::move(progress), opened.statusText, opened.problem, opened.failure};
 }
 
+host::Writer::Options
+WriterOptions(const OpenedDriver& opened, const std::filesystem::path& records,
+              std::function<std::unique_ptr<host::Configuration>()> newConfiguration) {
+    host::Writer::Options options;
+    options.folder = RecordFolder(records);
+    options.newConfiguration = std::move(newConfiguration);
+    options.origin = opened.origin;
+    return options;
+}
+
 OpenedDriver OpenDriver(const KeyboardChoice& choice) {
     if (!choice.keyboard.empty())
         RequireMeant(choice.keyboard, choice.model);

@@ -3,6 +3,7 @@
 
 #include "driverhost/RemoteDriver.h"
 #include "host/Session.h"
+#include "host/Writer.h"
 #include "qxcontrols/device/ConfigDriver.h"
 
 #include <filesystem>
@@ -48,6 +49,12 @@ struct OpenedDriver {
 // one in the user's data folder. Throws host::Error, also for a file that does not exist if no
 // model is given, and for a model other than that of the keyboard in the file.
 [[nodiscard]] OpenedDriver OpenDriver(const KeyboardChoice& choice);
+
+// For a writer to the keyboard that is open with this driver, with its records in the chosen folder
+// (see RecordFolder).
+[[nodiscard]] host::Writer::Options
+WriterOptions(const OpenedDriver& opened, const std::filesystem::path& records,
+              std::function<std::unique_ptr<host::Configuration>()> newConfiguration);
 
 // The folder for the records of writes: the chosen one, or the user's own if that is empty. Throws
 // host::Error(FileFailed) if the user has none.

@@ -253,8 +253,9 @@ std::vector<json::Fault> AllFaults() {
 QStringList WordsOfErrors() {
     using namespace host;
     QStringList texts;
-    const WriteName write{"W-1", "download", "till.json", "Kasse 1", "2026-01-31T09:05:07.123Z"};
-    for (int cause = 0; cause <= static_cast<int>(kLastCause); ++cause) {
+    const WriteName write{"W-1", WriteAction::Download, "till.json", "Kasse 1",
+                          "2026-01-31T09:05:07.123Z"};
+    for (int cause = 0; cause <= static_cast<int>(LastOf(Cause())); ++cause) {
         const Error error(static_cast<Cause>(cause),
                           {.name = "A-1",
                            .other = "B-2",
@@ -285,9 +286,9 @@ QStringList WordsOfErrors() {
             error.suggestion != Suggestion::LeaveOutIdentifier)
             texts.append(app::SuggestionText(error));
     }
-    for (int deed = 1; deed <= static_cast<int>(files::Deed::Load); ++deed)
+    for (int deed = 1; deed <= static_cast<int>(LastOf(files::Deed())); ++deed)
         texts.append(app::DeedText({.deed = static_cast<files::Deed>(deed), .subject = "I-9"}));
-    for (int obstacle = 1; obstacle <= static_cast<int>(files::Obstacle::NoSuchModel); ++obstacle)
+    for (int obstacle = 1; obstacle <= static_cast<int>(LastOf(files::Obstacle())); ++obstacle)
         texts.append(app::ObstacleText({.obstacle = static_cast<files::Obstacle>(obstacle)}));
     for (const json::Fault& fault : AllFaults())
         texts.append(app::FaultText(fault));

@@ -58,7 +58,7 @@ TEST(Console, TheBarNamesItsStepFitsAndIsGoneInTheEnd) {
         EXPECT_EQ(screen.lines, std::vector<std::string>(1)) << outcome.err;
         EXPECT_LT(screen.widest, static_cast<std::size_t>(columns));
         EXPECT_EQ(screen.hasColor, keyboard.hasColor);
-        for (const char* const step : {"reading [", "writing [", "checking ["})
+        for (const char* const step : {"reading [", "checking [", "writing [", "reading back ["})
             EXPECT_NE(outcome.err.find(step), std::string::npos) << step << columns;
         const Screen failed(keyboard.Run({"upload"}, {0, 0, false, 100}).err);
         EXPECT_EQ(failed.lines.at(0).substr(0, 8), "qxconf: ") << failed.lines.at(0);

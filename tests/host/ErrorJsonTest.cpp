@@ -31,7 +31,7 @@ Error WithAllFacts(Cause cause) {
          .place = {"till.json", "/pos", "pos", 0x2080},
          .holds = Holds::PartlyWritten,
          .backup = "B-1",
-         .writes = {{"ID", "download", "new.json", "till 1", "noon"}, {}},
+         .writes = {{"ID", WriteAction::RollBack, "new.json", "till 1", "noon"}, {}},
          .faults = {Fault("/pos", FaultKind::NoSuchModule),
                     Fault("/x", FaultKind::NotANumber, "a", 1, 2)}});
     error.suggestion = Suggestion::RestoreBackup;
@@ -41,7 +41,7 @@ Error WithAllFacts(Cause cause) {
 } // namespace
 
 TEST(ErrorJson, EveryErrorIsReadAsItWasWritten) {
-    for (int cause = 0; cause <= static_cast<int>(kLastCause); ++cause) {
+    for (int cause = 0; cause <= static_cast<int>(LastOf(Cause())); ++cause) {
         json::Faults faults;
         Error error = WithAllFacts(static_cast<Cause>(cause));
         error.related = {Error(Cause::Stopped), WithAllFacts(Cause::NoReceipt)};
@@ -51,8 +51,8 @@ TEST(ErrorJson, EveryErrorIsReadAsItWasWritten) {
         EXPECT_EQ(faults.Count(), 0U);
     }
     Error error(Cause::FileUnusable);
-    for (int deed = 0; deed <= static_cast<int>(files::Deed::Load); ++deed)
-        for (int why = 0; why <= static_cast<int>(files::Obstacle::NoSuchModel); ++why) {
+    for (int deed = 0; deed <= static_cast<int>(LastOf(files::Deed())); ++deed)
+        for (int why = 0; why <= static_cast<int>(LastOf(files::Obstacle())); ++why) {
             json::Faults faults;
             error.problem.deed = static_cast<files::Deed>(deed);
             error.problem.obstacle = static_cast<files::Obstacle>(why);

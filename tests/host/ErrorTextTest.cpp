@@ -10,16 +10,17 @@ namespace {
 
 // Every cause has its own text, which names no program.
 TEST(ErrorText, WordsEveryCauseForAllPrograms) {
-    const ErrorFacts facts = {.name = "NAME",
-                              .other = "OTHER",
-                              .names = {"one", "two"},
-                              .others = {"three"},
-                              .call = FailedCall{"QXCFG_Init", 77, "nobody\nhome"},
-                              .place = {.file = "till.json", .section = "pos", .address = 0x2080},
-                              .writes = {{"ID", "download", "new.json", "till 1", "noon"}},
-                              .faults = {Fault("/pos", FaultKind::NoSuchModule)}};
+    const ErrorFacts facts = {
+        .name = "NAME",
+        .other = "OTHER",
+        .names = {"one", "two"},
+        .others = {"three"},
+        .call = FailedCall{"QXCFG_Init", 77, "nobody\nhome"},
+        .place = {.file = "till.json", .section = "pos", .address = 0x2080},
+        .writes = {{"ID", WriteAction::Download, "new.json", "till 1", "noon"}},
+        .faults = {Fault("/pos", FaultKind::NoSuchModule)}};
     std::set<std::string> texts;
-    for (int i = 0; i <= static_cast<int>(kLastCause); ++i) {
+    for (int i = 0; i <= static_cast<int>(LastOf(Cause())); ++i) {
         Error error(static_cast<Cause>(i), facts);
         // Faults and problems have the words of a layer below.
         const bool isWordedBelow = TextOf(error).empty() ||

@@ -310,8 +310,8 @@ TEST_F(Recovery, ARecoveryBacksUpTheReplacedContents) {
         EXPECT_EQ(piece.bytes,
                   mixed.substr(static_cast<std::size_t>(piece.address), piece.bytes.size()));
     EXPECT_EQ(AllReceipts().back().backup, saved[1].id);
-    EXPECT_EQ(AllReceipts().back().action, "roll back");
-    EXPECT_EQ(AllReceipts().back().result, "verified");
+    EXPECT_EQ(AllReceipts().back().action, WriteAction::RollBack);
+    EXPECT_EQ(AllReceipts().back().result, WriteResult::Verified);
 }
 
 } // namespace qx::host

@@ -194,7 +194,7 @@ TEST_F(RestoreTest, ABackupOfOtherAreasIsRestoredAsFarAsItGoes) {
         EXPECT_TRUE(plan.otherKeyboard.has_value());
         left = plan.notRestored;
         Writer::Request request;
-        request.action = Writer::Request::kRestore;
+        request.action = WriteAction::Restore;
         writer.Write(plan, request);
     }));
     EXPECT_TRUE(other.memory == expected);

@@ -109,7 +109,7 @@ protected:
         return Use(driver, [&](Session&, Writer& writer) {
             const BackupStore& backups = writer.Records().backups;
             Writer::Request request;
-            request.action = Writer::Request::kRestore;
+            request.action = WriteAction::Restore;
             request.verify = verify;
             outcome = {};
             outcome = writer.Write(

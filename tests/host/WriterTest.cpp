@@ -42,12 +42,12 @@ TEST_F(WriterTest, SendsOnlyChangesAndVerifiesThem) {
     EXPECT_EQ(Count("journal"), 0U);
     const auto receipts = AllReceipts();
     ASSERT_EQ(receipts.size(), 1U);
-    EXPECT_EQ(receipts[0].action, "download");
+    EXPECT_EQ(receipts[0].action, WriteAction::Download);
     EXPECT_EQ(receipts[0].document, "till.json");
     EXPECT_EQ(receipts[0].documentSha256, "0123");
     EXPECT_EQ(receipts[0].till.unit, "till 7");
     EXPECT_EQ(receipts[0].till.place, "line2.so");
-    EXPECT_EQ(receipts[0].result, "verified");
+    EXPECT_EQ(receipts[0].result, WriteResult::Verified);
     EXPECT_EQ(receipts[0].bytesSent, outcome.bytesSent);
     EXPECT_EQ(receipts[0].backup, outcome.backup);
     const BackupStore& backups = WriteRecords(records).backups;
@@ -78,7 +78,7 @@ TEST_F(WriterTest, SendsOnlyChangesAndVerifiesThem) {
     EXPECT_TRUE(keyboard.memory == after);
     EXPECT_GT(keyboard.bytesWritten, 200);
     EXPECT_FALSE(outcome.isVerified);
-    EXPECT_EQ(AllReceipts().back().result, "not verified");
+    EXPECT_EQ(AllReceipts().back().result, WriteResult::NotVerified);
     EXPECT_TRUE(AllReceipts().back().full);
     EXPECT_EQ(Count("journal"), 0U) << "the user has skipped the verification";
 }
@@ -127,7 +127,7 @@ TEST_F(WriterTest, AReadBackThatDiffersNamesTheSetting) {
     EXPECT_EQ(ToText(dropped->setting), "Keyboard › Pause between two characters (output delay)");
     EXPECT_EQ(dropped->found, 6);
     EXPECT_EQ(dropped->expected, 9);
-    EXPECT_EQ(AllReceipts().back().result, "differs");
+    EXPECT_EQ(AllReceipts().back().result, WriteResult::Differs);
 }
 
 TEST_F(WriterTest, AReadBackThatFailsKeepsTheReason) {
@@ -187,7 +187,7 @@ TEST_F(WriterTest, AFailureShowsWhatTheKeyboardHolds) {
         EXPECT_EQ(error->suggestion, story.suggestion) << TextOf(*error);
         EXPECT_EQ(TextOf(*error).find("qxconf"), std::string::npos) << "other programs show it";
         ASSERT_EQ(AllReceipts().size(), 1U);
-        EXPECT_EQ(AllReceipts()[0].result, story.result);
+        EXPECT_EQ(CodeOf(AllReceipts()[0].result), story.result);
         EXPECT_EQ(AllReceipts()[0].message, TextOf(*error));
         EXPECT_EQ(error->backup.empty(), story.suggestion != Suggestion::RestoreBackup);
         EXPECT_EQ(Count("journal"), 1U);
@@ -207,7 +207,7 @@ TEST_F(WriterTest, AFailedVerificationIsNotReportedAsDone) {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Kind(), ErrorKind::ReadBackDiffers);
     EXPECT_EQ(error->holds, Holds::New) << TextOf(*error);
-    EXPECT_EQ(AllReceipts().back().result, "written");
+    EXPECT_EQ(AllReceipts().back().result, WriteResult::Written);
 }
 
 TEST_F(WriterTest, WithoutItsRecordsNothingIsWritten) {

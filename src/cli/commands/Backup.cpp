@@ -89,7 +89,7 @@ void Restore(Context& context, const std::string& id, bool fOtherKeyboard) {
         context.Warn(host::TextOf(part));
     }
     host::Writer::Request request;
-    request.action = host::Writer::Request::kRestore;
+    request.action = host::WriteAction::Restore;
     request.document = id;
     const host::Writer::Outcome outcome = writer.Write(plan, request);
     host::Json json = {{"direction", "backup to keyboard"}, {"restored", id},

@@ -12,7 +12,8 @@ void ListReceipts(Context& context) {
     std::vector<host::DamagedRecord> damaged;
     for (const host::Receipt& receipt : context.Records().receipts.List(&damaged)) {
         json.push_back(ToJson(receipt));
-        rows.push_back({receipt.time, receipt.action, receipt.result, receipt.keyboard.Name(),
+        rows.push_back({receipt.time, std::string(CodeOf(receipt.action)),
+                        std::string(CodeOf(receipt.result)), receipt.keyboard.Name(),
                         receipt.bytesSent ? Counted(*receipt.bytesSent, "byte") : "",
                         receipt.document.empty() ? "an untitled document" : receipt.document});
     }
