@@ -6,6 +6,7 @@
 #include "json/Reader.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace qx::host {
 
@@ -144,22 +145,22 @@ namespace {
 
 // Orders the elements of each list by their ids, wherever they come from; all else stays.
 void SortElements(std::vector<Difference>& differences) {
-    using Rank = std::pair<std::size_t, FieldList::Id>; // of the list, and in it
-    std::map<std::string, std::size_t> lists;
-    const auto rankOf = [&](const Difference& difference) {
-        const std::string list = difference.place.substr(0, difference.place.find('['));
-        const auto ids = IdsIn({difference.place}, list);
-        return Rank(lists.try_emplace(list, lists.size()).first->second,
-                    ids.empty() ? FieldList::Id() : *ids.begin());
+    struct Ranked {
+        std::size_t list;
+        FieldList::Id element;
+        Difference difference;
     };
-    std::vector<std::pair<Rank, Difference>> ranked;
+    std::map<std::string, std::size_t> lists; // numbered as they come
+    std::vector<Ranked> ranked;
     for (Difference& difference : differences) {
-        Rank rank = rankOf(difference);
-        ranked.emplace_back(std::move(rank), std::move(difference));
+        const std::string list = difference.place.substr(0, difference.place.find('['));
+        const std::size_t number = lists.try_emplace(list, lists.size()).first->second;
+        ranked.push_back({number, IdIn(difference.place), std::move(difference)});
     }
-    std::ranges::stable_sort(ranked, {}, [](const auto& each) { return each.first; });
+    std::ranges::stable_sort(ranked, {},
+                             [](const Ranked& each) { return std::tie(each.list, each.element); });
     std::ranges::transform(ranked, differences.begin(),
-                           [](auto& each) { return std::move(each.second); });
+                           [](Ranked& each) { return std::move(each.difference); });
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "host/PlacedVisitor.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace qx::host {
@@ -148,20 +149,23 @@ void Snapshot::Restore(Section& section) const {
     Put(section, values);
 }
 
+FieldList::Id IdIn(std::string_view place) {
+    FieldList::Id id;
+    const char* const end = place.data() + place.size();
+    for (const char* next = place.data() + std::min(place.find('['), place.size());
+         next < end && *next == '['; ++next) {
+        Integer& number = id.emplace_back();
+        next = std::from_chars(next + 1, end, number).ptr;
+    }
+    return id;
+}
+
 std::set<FieldList::Id> IdsIn(const std::set<std::string>& places, const std::string& listPlace) {
     std::set<FieldList::Id> ids;
     const std::string prefix = listPlace + "[";
     for (auto place = places.lower_bound(prefix);
-         place != places.end() && place->starts_with(prefix); ++place) {
-        FieldList::Id id;
-        const char* const end = place->data() + place->size();
-        for (const char* next = place->data() + listPlace.size(); next < end && *next == '[';
-             ++next) {
-            Integer& number = id.emplace_back();
-            next = std::from_chars(next + 1, end, number).ptr;
-        }
-        ids.insert(std::move(id));
-    }
+         place != places.end() && place->starts_with(prefix); ++place)
+        ids.insert(IdIn(*place));
     return ids;
 }
 

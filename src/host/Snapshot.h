@@ -10,6 +10,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qx::host {
@@ -38,6 +39,10 @@ public:
 private:
     Values m_values;
 };
+
+// The id of the list's element at this place, {3, 12} for "/layeredFuncKeys/keys[3][12]/sequence";
+// empty outside of lists.
+[[nodiscard]] FieldList::Id IdIn(std::string_view place);
 
 // The ids of those elements of the list at `listPlace` that have settings among these places.
 [[nodiscard]] std::set<FieldList::Id> IdsIn(const std::set<std::string>& places,
