@@ -133,14 +133,15 @@ void DesignedStyle::drawControl(ControlElement element, const QStyleOption* opti
 // In a button with a frame, the icon and the text beside it are in its middle.
 void DesignedStyle::DrawLabel(const QStyleOptionToolButton& button, QPainter* painter,
                               const QWidget* widget) const {
-    constexpr int kAroundIcon = 4; // which QToolButton adds to its width
+    constexpr int kAroundIcon = 4; // the style centres the icon in a place this much wider
     QStyleOptionToolButton label = button;
     if (!button.icon.isNull() && !button.text.isEmpty() &&
         !button.state.testFlag(State_AutoRaise) &&
         button.toolButtonStyle == Qt::ToolButtonTextBesideIcon) {
         const int text = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
         const int content = button.iconSize.width() + kAroundIcon + text;
-        label.rect.setWidth(content + kAroundIcon / 2); // as much behind it as before it
+        label.rect.setWidth(content +
+                            kAroundIcon / 2); // the same gap after the text as before the icon
         label.rect.moveCenter(button.rect.center());
     }
     QProxyStyle::drawControl(CE_ToolButtonLabel, &label, painter, widget);
