@@ -2,13 +2,12 @@
 
 #include "app/KeyEdits.h"
 #include "app/KeyboardState.h"
-#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "app/Workbench.h"
 #include "views/KeyGrid.h"
-#include "views/QXLayeredFuncKeysView.h"
 
 namespace qx::app {
 
-// The keys of another layer are shown by the control alone.
+// The keys that a page shows change with its control.
 ChangeDots::ChangeDots(const KeyboardState& state, KeyEdits& edits, views::KeyGrid& grid,
                        QWidget& view)
     : m_state(state), m_edits(edits), m_grid(grid), m_view(view),
@@ -24,14 +23,8 @@ void ChangeDots::Show() {
         if (m_state.IsKeyChanged(section, cap.index))
             keys.insert(cap.index);
     m_grid.SetMarked(std::move(keys), tr("Changed, and not yet written to the keyboard"));
-    auto* layered = qobject_cast<views::QXLayeredFuncKeysView*>(&m_view);
-    if (layered == nullptr)
-        return;
-    std::set<int> layers;
-    for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
-        if (m_state.IsChanged(section, "keys[" + std::to_string(layer) + "]"))
-            layers.insert(layer);
-    layered->SetMarkedLayers(layers, tr("Has changes that are not yet written to the keyboard"));
+    m_edits.Bench().Faces().Of(section).MarkChanges(
+        m_view, [&](const std::string& element) { return m_state.IsChanged(section, element); });
 }
 
 } // namespace qx::app

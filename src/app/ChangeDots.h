@@ -1,5 +1,5 @@
-// ChangeDots: marks the keys of a page, and its layers, that are not yet in the keyboard as the
-// document has them.
+// ChangeDots: marks the keys of a page, and what else its section's face marks, that are not yet in
+// the keyboard as the document has them.
 #pragma once
 
 #include "qxcontrols/common/Event.h"

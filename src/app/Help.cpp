@@ -1,5 +1,7 @@
 #include "app/Help.h"
 
+#include "app/SettingWords.h"
+
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
@@ -87,12 +89,10 @@ void Arrange(QTextDocument& text, const QPalette& palette) {
 
 } // namespace
 
-// The function keys of other models are programmed as the free keys are.
 QUrl HelpOn(const QString& page) {
-    const QString name =
-        page.startsWith(QLatin1String("funcKeys")) ? QStringLiteral("freeProgKeys") : page;
-    const QString path =
-        QStringLiteral(":/help/%1/%2.md").arg(QLocale().name().section(u'_', 0, 0), name);
+    const QString path = QStringLiteral(":/help/%1/%2.md")
+                             .arg(QLocale().name().section(u'_', 0, 0),
+                                  QString::fromStdString(HelpPageOf(page.toStdString())));
     return QFile::exists(path) ? QUrl(QStringLiteral("qrc") + path) : QUrl();
 }
 

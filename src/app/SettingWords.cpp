@@ -47,6 +47,11 @@ QString SectionTitle(std::string_view sectionKey) {
     return entry == nullptr ? QString() : Translated(entry->title);
 }
 
+std::string HelpPageOf(std::string_view sectionKey) {
+    const SectionEntry* entry = EntryOf(sectionKey);
+    return std::string(entry == nullptr || entry->help.empty() ? sectionKey : entry->help);
+}
+
 PageGroup GroupOf(std::string_view sectionKey) {
     const SectionEntry* entry = EntryOf(sectionKey);
     return entry == nullptr ? PageGroup::Tools : entry->group;

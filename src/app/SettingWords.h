@@ -17,6 +17,8 @@ struct SectionEntry;
 
 // The name of a section: "Magnetic card reader"; empty for an unknown key.
 [[nodiscard]] QString SectionTitle(std::string_view sectionKey);
+// The section whose page of help is about it; the key itself for any other page.
+[[nodiscard]] std::string HelpPageOf(std::string_view sectionKey);
 // The group of pages that it belongs to; Tools for an unknown key.
 [[nodiscard]] PageGroup GroupOf(std::string_view sectionKey);
 [[nodiscard]] QString TitleOf(PageGroup group);

@@ -2,6 +2,7 @@
 
 #include "app/LocalTime.h"
 #include "app/Paths.h"
+#include "app/SettingWords.h"
 #include "sheet/KeySheet.h"
 #include "sheet/SheetFormat.h"
 
@@ -37,8 +38,12 @@ sheet::KeySheet SheetMenu::Sheet() const {
     const std::string keyboard =
         m_workbench.IsConnected() ? m_workbench.Session().Keyboard().name : std::string();
     const QString date = LocalDate(QDate::currentDate());
-    return {keyboard, files::TextOf(m_workbench.File().filename()), date.toStdString(),
-            m_workbench.History().Sections(), m_workbench.Layout()};
+    return {keyboard,
+            files::TextOf(m_workbench.File().filename()),
+            date.toStdString(),
+            m_workbench.History().Sections(),
+            m_workbench.Layout(),
+            [](const host::SectionInfo& section) { return SectionTitle(section.key); }};
 }
 
 void SheetMenu::Export() {

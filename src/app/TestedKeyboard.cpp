@@ -2,6 +2,7 @@
 
 #include "app/Workbench.h"
 #include "app/Working.h"
+#include "app/sections/Entries.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "simulator/FixedAreas.h"
 
@@ -43,7 +44,8 @@ sim::TestDrive TestedKeyboard::Drive() {
 }
 
 const QXLayeredFuncKeys& TestedKeyboard::FunctionKeys() const {
-    return dynamic_cast<const QXLayeredFuncKeys&>(m_settings->Find("layeredFuncKeys")->Control());
+    return dynamic_cast<const QXLayeredFuncKeys&>(
+        m_settings->Find(kLayeredFuncKeys.key)->Control());
 }
 
 TestedKeyboard::Copy TestedKeyboard::CopyOf(const host::KeyboardContent& content) {

@@ -16,6 +16,8 @@
 
 namespace qx::host {
 
+class SheetVisitor;
+
 // A stretch of the keyboard's memory with a section's settings. Nothing outside the areas is read
 // or written.
 //
@@ -49,6 +51,8 @@ public:
     // Whether the keyboard has an area that is not required. The settings of a missing area are
     // omitted when a document is written; when one is read, they are an error, or ignored if fSkip.
     virtual void NoteArea(KeyboardModuleIDs /*eModule*/, bool /*fPresent*/, bool /*fSkip*/) {}
+    // What the section has for a key sheet.
+    virtual void VisitSheet(SheetVisitor& /*sheet*/) const {}
     // Whether a download leaves this area unchanged because it is not in the document.
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
     // Whether the control sets DataChanged at every edit.

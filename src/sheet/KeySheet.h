@@ -5,7 +5,12 @@
 // context "KeySheet". The same settings, texts, fonts and date give the same bytes.
 #pragma once
 
+#include "host/Section.h"
+
+#include <QString>
+
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,10 +18,6 @@ class QPagedPaintDevice;
 
 namespace qx {
 class QXKeyboardLayoutData;
-}
-
-namespace qx::host {
-class Section;
 }
 
 namespace qx::sheet {
@@ -27,6 +28,11 @@ struct KeySheet {
     std::string date;                     // as printed
     std::vector<host::Section*> sections; // the contents; none is null
     QXKeyboardLayoutData& layout;         // loaded
+    // A section's title in the language of the sheet.
+    std::function<QString(const host::SectionInfo&)> titleOf =
+        [](const host::SectionInfo& section) {
+            return QString::fromUtf8(section.title.data(), qsizetype(section.title.size()));
+        };
 };
 
 // Writes the sheet to the file in one step, as a PDF or as one tall SVG with the pages below one

@@ -2,22 +2,23 @@
 
 #include "host/Section.h"
 #include "host/SettingName.h"
+#include "host/SheetVisitor.h"
 #include "host/VisibleText.h"
-#include "qxcontrols/keyprog/QXFreeProgKeys.h"
-#include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
+#include "qxcontrols/keys/QXLayoutDisplay.h"
 #include "qxcontrols/keys/SequenceCaption.h"
 #include "qxcontrols/keys/SequenceText.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
-#include "qxcontrols/pos/QXPos.h"
-#include "qxcontrols/readers/QXBarcode.h"
-#include "qxcontrols/readers/QXMagnetCard.h"
+#include "qxcontrols/pos/POSCodeMapping.h"
+#include "qxcontrols/readers/MagneticTrack.h"
 #include "views/RowPlace.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <iterator>
 
 namespace qx::sheet {
 
@@ -48,7 +49,7 @@ QString Printable(const std::string& text) {
                              characters.size());
 }
 
-class Builder {
+class Builder : public host::SheetVisitor {
     Q_DECLARE_TR_FUNCTIONS(KeySheet)
 
 public:
@@ -61,31 +62,86 @@ public:
             m_content.subtitle =
                 Printable(m_sheet.document) + QStringLiteral("   ") + m_content.subtitle;
         m_content.date = Printable(m_sheet.date);
-        ForEach<QXFreeProgKeys>(
-            [this](QXFreeProgKeys& keys, const QString& title) { AddFreeKeys(keys, title); });
-        if (m_content.parts.empty())
+        for (const host::Section* section : m_sheet.sections) {
+            m_title = m_sheet.titleOf(section->Info());
+            section->VisitSheet(*this);
+        }
+        if (m_keyboards.empty())
             AddKeyboardAlone();
-        ForEach<QXLayeredFuncKeys>([this](QXLayeredFuncKeys& keys, const QString& /*title*/) {
-            for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
-                AddLayer(keys.Layer(layer), layer);
-        });
-        ForEach<QXPos>([this](QXPos& pos, const QString& title) { AddPosBlocks(pos, title); });
+        for (std::vector<Part>* parts : {&m_keyboards, &m_layers, &m_blocks})
+            std::ranges::move(*parts, std::back_inserter(m_content.parts));
         AddReaders();
         return std::move(m_content);
     }
 
-private:
-    // Calls the action with each such control and the title of its section, which the application
-    // translates.
-    template <typename Control, typename Action>
-    void ForEach(const Action& action) {
-        for (host::Section* section : m_sheet.sections)
-            if (auto* control = dynamic_cast<Control*>(&section->Control())) {
-                const std::string title(section->Info().title);
-                action(*control, QCoreApplication::translate("SettingWords", title.c_str()));
-            }
+    void Keyboard(const KeyboardSequences& sequences) override {
+        Part part;
+        part.heading = m_title;
+        part.table.columns = {{tr("Key"), 0.06}, {tr("Caption"), 0.19}, {tr("Sequence"), 0.75}};
+        for (Integer id = KeyboardSequences::kMinKeyID; id <= KeyboardSequences::kMaxKeyID; ++id)
+            if (sequences.Key(id).Length() > 0)
+                part.table.rows.push_back(
+                    {QString::number(id), LabelOf(id), Sequence(sequences.Key(id))});
+        if (part.table.rows.empty())
+            return;
+        part.caps = KeyboardCaps(sequences);
+        m_keyboards.push_back(std::move(part));
     }
 
+    void Layer(Integer nLayer, const FuncKeyLayer& layer) override {
+        Part part;
+        part.heading = tr("Layer %1").arg(nLayer);
+        part.table.columns = {{tr("Key"), 0.06}, {tr("Description"), 0.34}, {tr("Sequence"), 0.60}};
+        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key) {
+            const QString description = Printable(layer.GetKeyDesc(key));
+            const KeySequence& sequence = layer.GetKey(key);
+            KeyCap cap;
+            cap.index = key;
+            cap.place = views::RowPlace(kFuncKeyRows, key);
+            cap.legend = QString::fromStdString(FuncKeyLegend(key));
+            cap.caption = description.isEmpty() ? Pressed(sequence) : description;
+            cap.state = sequence.Length() > 0 ? KeyState::Programmed : KeyState::Empty;
+            cap.color = ColorOf(cap.state);
+            part.caps.push_back(cap);
+            if (sequence.Length() > 0 || !description.isEmpty())
+                part.table.rows.push_back({cap.legend, description, Sequence(sequence)});
+        }
+        if (!part.table.rows.empty())
+            m_layers.push_back(std::move(part));
+    }
+
+    void Blocks(const POSKeyboard& blocks, const POSCodeMapping& codes) override {
+        Part part;
+        part.heading = m_title;
+        part.table.columns = {
+            {tr("Key"), 0.06}, {tr("Number"), 0.07}, {tr("Keys"), 0.37}, {tr("Sequence"), 0.50}};
+        for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
+            const POSBlock& block = blocks.Block(slot);
+            if (block.BlockSize() == 0)
+                continue;
+            QStringList keys;
+            for (const Integer key : KeysOf(block)) {
+                const Long code = codes.GetPositionCodeForKey(key);
+                keys += Printable(KeyName(key, KeyLabel(code, &m_layout)));
+            }
+            part.table.rows.push_back({QString::number(slot), QString::number(block.BlockID()),
+                                       keys.join(QStringLiteral(", ")),
+                                       Sequence(block.Sequence())});
+        }
+        if (!part.table.rows.empty())
+            m_blocks.push_back(std::move(part));
+    }
+
+    void Track(Integer nTrack, const MagneticTrack& track) override {
+        const QString input = Joined(m_title, tr("Track %1").arg(nTrack));
+        AddInput(m_tracks, track.Enabled() ? input : tr("%1 (not read)").arg(input), track);
+    }
+
+    void Reader(Integer nReader, const MagneticTrack& reader) override {
+        AddInput(m_readers, Joined(m_title, tr("Reader %1").arg(nReader)), reader);
+    }
+
+private:
     // In the syntax in which it can be typed, including the releases of keys.
     [[nodiscard]] QString Sequence(const KeySequence& sequence) const {
         const auto bytes = sequence.Bytes();
@@ -136,91 +192,26 @@ private:
                                              : kUnused;
     }
 
-    void AddFreeKeys(const QXFreeProgKeys& keys, const QString& title) {
-        Part part;
-        part.heading = title;
-        part.table.columns = {{tr("Key"), 0.06}, {tr("Caption"), 0.19}, {tr("Sequence"), 0.75}};
-        for (Integer id = KeyboardSequences::kMinKeyID; id <= KeyboardSequences::kMaxKeyID; ++id)
-            if (keys.Sequences().Key(id).Length() > 0)
-                part.table.rows.push_back(
-                    {QString::number(id), LabelOf(id), Sequence(keys.Sequences().Key(id))});
-        if (part.table.rows.empty())
-            return;
-        part.caps = KeyboardCaps(keys.Sequences());
-        m_content.parts.push_back(std::move(part));
-    }
-
     void AddKeyboardAlone() {
         Part part;
         part.heading = tr("Keyboard");
         part.caps = KeyboardCaps(KeyboardSequences());
         part.note = tr("No key is programmed.");
-        m_content.parts.push_back(std::move(part));
+        m_keyboards.push_back(std::move(part));
     }
 
-    void AddLayer(const FuncKeyLayer& layer, Integer nLayer) {
-        Part part;
-        part.heading = tr("Layer %1").arg(nLayer);
-        part.table.columns = {{tr("Key"), 0.06}, {tr("Description"), 0.34}, {tr("Sequence"), 0.60}};
-        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key) {
-            const QString description = Printable(layer.GetKeyDesc(key));
-            const KeySequence& sequence = layer.GetKey(key);
-            KeyCap cap;
-            cap.index = key;
-            cap.place = views::RowPlace(kFuncKeyRows, key);
-            cap.legend = QString::fromStdString(FuncKeyLegend(key));
-            cap.caption = description.isEmpty() ? Pressed(sequence) : description;
-            cap.state = sequence.Length() > 0 ? KeyState::Programmed : KeyState::Empty;
-            cap.color = ColorOf(cap.state);
-            part.caps.push_back(cap);
-            if (sequence.Length() > 0 || !description.isEmpty())
-                part.table.rows.push_back({cap.legend, description, Sequence(sequence)});
-        }
-        if (!part.table.rows.empty())
-            m_content.parts.push_back(std::move(part));
-    }
-
-    void AddPosBlocks(const QXPos& pos, const QString& title) {
-        Part part;
-        part.heading = title;
-        part.table.columns = {
-            {tr("Key"), 0.06}, {tr("Number"), 0.07}, {tr("Keys"), 0.37}, {tr("Sequence"), 0.50}};
-        for (Integer slot = 1; slot <= POSKeyboard::kSlots; ++slot) {
-            const POSBlock& block = pos.PosData().Block(slot);
-            if (block.BlockSize() == 0)
-                continue;
-            QStringList keys;
-            for (const Integer key : KeysOf(block)) {
-                const Long code = pos.CodeMap().GetPositionCodeForKey(key);
-                keys += Printable(KeyName(key, KeyLabel(code, &m_layout)));
-            }
-            part.table.rows.push_back({QString::number(slot), QString::number(block.BlockID()),
-                                       keys.join(QStringLiteral(", ")),
-                                       Sequence(block.Sequence())});
-        }
-        if (!part.table.rows.empty())
-            m_content.parts.push_back(std::move(part));
+    void AddInput(std::vector<QStringList>& rows, const QString& input,
+                  const MagneticTrack& framing) const {
+        rows.push_back({input, Framing(framing.HeaderEnabled(), framing.Header()),
+                        Framing(framing.TerminatorEnabled(), framing.Terminator())});
     }
 
     void AddReaders() {
         Part part;
         part.heading = tr("Readers");
         part.table.columns = {{tr("Input"), 0.30}, {tr("Prefix"), 0.35}, {tr("Suffix"), 0.35}};
-        const auto add = [&](const QString& input, const MagneticTrack& track) {
-            part.table.rows.push_back({input, Framing(track.HeaderEnabled(), track.Header()),
-                                       Framing(track.TerminatorEnabled(), track.Terminator())});
-        };
-        ForEach<QXMagnetCard>([&](QXMagnetCard& card, const QString& title) {
-            for (Integer i = 1; i <= kMagneticTracks; ++i) {
-                const QString track = Joined(title, tr("Track %1").arg(i));
-                add(card.Track(i).Enabled() ? track : tr("%1 (not read)").arg(track),
-                    card.Track(i));
-            }
-        });
-        ForEach<QXBarcode>([&](QXBarcode& barcode, const QString& title) {
-            for (Integer i = 1; i <= kBarcodeReaders; ++i)
-                add(Joined(title, tr("Reader %1").arg(i)), barcode.Reader(i));
-        });
+        for (std::vector<QStringList>* rows : {&m_tracks, &m_readers})
+            std::ranges::move(*rows, std::back_inserter(part.table.rows));
         if (!part.table.rows.empty())
             m_content.parts.push_back(std::move(part));
     }
@@ -239,6 +230,13 @@ private:
 
     const KeySheet& m_sheet;
     QXKeyboardLayoutData& m_layout;
+    QString m_title; // of the section being visited
+    // By kind: the order of the sections is that of a document.
+    std::vector<Part> m_keyboards;
+    std::vector<Part> m_layers;
+    std::vector<Part> m_blocks;
+    std::vector<QStringList> m_tracks;
+    std::vector<QStringList> m_readers;
     SheetContent m_content;
 };
 

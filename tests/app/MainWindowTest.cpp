@@ -260,6 +260,10 @@ TEST(MainWindow, ExportsAndPrintsAKeySheet) {
     sheets.questions.file = [&](const QString&) { return file; };
     sheets.Export();
     EXPECT_NE(files::ReadFile(desk.folder / "till.svg").find(">A ^A<"), std::string::npos);
+    desk.Speak(1031);
+    sheets.Export();
+    EXPECT_NE(files::ReadFile(desk.folder / "till.svg").find(">Freie Tasten<"), std::string::npos);
+    desk.Speak(1033);
     file = QString::fromStdString((desk.folder / "vanished" / "till.pdf").string());
     sheets.Export();
     EXPECT_EQ(desk.warnings.size(), 1);

@@ -104,13 +104,16 @@ constinit const SectionEntry kFreeProgKeys = {
     "freeProgKeys", PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Free keys"),
     "free-keys",    kWords,          kMake};
 constinit const SectionEntry kFuncKeys4610 = {
-    "funcKeys4610",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"),
-    "function-keys", kWords,          kMake};
+    "funcKeys4610",   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"),
+    "function-keys",  kWords,          kMake,
+    kFreeProgKeys.key};
 constinit const SectionEntry kFuncKeys4620 = {
-    "funcKeys4620",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"),
-    "function-keys", kWords,          kMake};
+    "funcKeys4620",   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"),
+    "function-keys",  kWords,          kMake,
+    kFreeProgKeys.key};
 constinit const SectionEntry kFuncKeys4630 = {
-    "funcKeys4630",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"),
-    "function-keys", kWords,          kMake};
+    "funcKeys4630",   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"),
+    "function-keys",  kWords,          kMake,
+    kFreeProgKeys.key};
 
 } // namespace qx::app

@@ -6,6 +6,7 @@
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 #include "views/QXLayeredFuncKeysView.h"
 
+#include <set>
 #include <utility>
 
 namespace qx::app {
@@ -71,6 +72,15 @@ public:
 
     void AddActions(KeyActions& /*actions*/, KeyEdits& edits, QWidget& view) override {
         new LayerActions(edits, *qobject_cast<views::QXLayeredFuncKeysView*>(&view), Control());
+    }
+
+    void MarkChanges(QWidget& view, const IsChanged& isChanged) override {
+        std::set<int> layers;
+        for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
+            if (isChanged("keys[" + std::to_string(layer) + "]"))
+                layers.insert(layer);
+        qobject_cast<views::QXLayeredFuncKeysView*>(&view)->SetMarkedLayers(
+            layers, tr("Has changes that are not yet written to the keyboard"));
     }
 
     void AnswerWith(EditRequests& edits) override {

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -77,6 +78,10 @@ public:
     virtual void Describe(int /*key*/, const std::string& /*description*/) {}
     // Adds what can be done on this page alone. The view is MakeView's.
     virtual void AddActions(KeyActions& /*actions*/, KeyEdits& /*edits*/, QWidget& /*view*/) {}
+    // Marks what else in the view has a change, beside the keys of its grid. `isChanged` answers
+    // for an element below the section: "keys[2]".
+    using IsChanged = std::function<bool(const std::string& element)>;
+    virtual void MarkChanges(QWidget& /*view*/, const IsChanged& /*isChanged*/) {}
     // Answers the control whenever it asks for an edit or a removal.
     virtual void AnswerWith(EditRequests& /*edits*/) {}
     // Has the control show the part of it where the setting is: the page, track, layer or key.
@@ -105,6 +110,7 @@ struct SectionEntry {
     const char* icon;  // see LineIcon
     std::span<const SettingWord> words;
     std::unique_ptr<SectionFace> (*makeFace)(ModuleControl& control);
+    std::string_view help{}; // the section whose page of help is about this one too
 };
 
 // A face that knows its control as what it is.

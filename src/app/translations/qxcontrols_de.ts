@@ -208,10 +208,6 @@
         <source>Changed, and not yet written to the keyboard</source>
         <translation>Geändert und noch nicht in die Tastatur geschrieben</translation>
     </message>
-    <message>
-        <source>Has changes that are not yet written to the keyboard</source>
-        <translation>Enthält Änderungen, die noch nicht in die Tastatur geschrieben sind</translation>
-    </message>
 </context>
 <context>
     <name>ChipRow</name>
@@ -1971,6 +1967,10 @@
     <message>
         <source>Clear all keys of all layers?</source>
         <translation>Alle Tasten aller Ebenen leeren?</translation>
+    </message>
+    <message>
+        <source>Has changes that are not yet written to the keyboard</source>
+        <translation>Enthält Änderungen, die noch nicht in die Tastatur geschrieben sind</translation>
     </message>
 </context>
 <context>

@@ -1,3 +1,4 @@
+#include "host/SheetVisitor.h"
 #include "host/sections/ReaderFields.h"
 #include "host/sections/Sections.h"
 
@@ -55,6 +56,11 @@ public:
                     VisitFraming(fields, Control().Reader(static_cast<Integer>(index + 1)));
                 });
             });
+    }
+
+    void VisitSheet(SheetVisitor& sheet) const override {
+        for (Integer i = 1; i <= kBarcodeReaders; ++i)
+            sheet.Reader(i, Control().Reader(i));
     }
 
 private:

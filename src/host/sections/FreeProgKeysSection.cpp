@@ -1,3 +1,4 @@
+#include "host/SheetVisitor.h"
 #include "host/sections/Sections.h"
 
 #include "qxcontrols/keyprog/FreeProgKeysBlock.h"
@@ -52,6 +53,8 @@ public:
         list.positionCodeOf = [](const FieldList::Id& id) { return Long{id[0]}; };
         fields.List(list);
     }
+
+    void VisitSheet(SheetVisitor& sheet) const override { sheet.Keyboard(Control().Sequences()); }
 
 private:
     // The keys that the keyboard stores; without its layout, all keys in its stored order.

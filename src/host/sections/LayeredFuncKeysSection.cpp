@@ -1,6 +1,7 @@
+#include "host/KeyboardContent.h"
+#include "host/SheetVisitor.h"
 #include "host/sections/Sections.h"
 
-#include "host/KeyboardContent.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
 
@@ -72,6 +73,11 @@ public:
         list.visit = [&](const FieldList::Id& id) { VisitKey(fields, id[0], id[1]); };
         fields.List(list);
         VisitNames(fields);
+    }
+
+    void VisitSheet(SheetVisitor& sheet) const override {
+        for (Integer layer = 0; layer <= kLastLayer; ++layer)
+            sheet.Layer(layer, Control().Layer(layer));
     }
 
 private:

@@ -1,3 +1,4 @@
+#include "host/SheetVisitor.h"
 #include "host/sections/ReaderFields.h"
 #include "host/sections/Sections.h"
 
@@ -34,6 +35,11 @@ public:
                      [&](const Field& field, std::size_t index) {
                          fields.Object(field, [&] { VisitTrack(fields, index); });
                      });
+    }
+
+    void VisitSheet(SheetVisitor& sheet) const override {
+        for (Integer i = 1; i <= kMagneticTracks; ++i)
+            sheet.Track(i, Control().Track(i));
     }
 
 private:

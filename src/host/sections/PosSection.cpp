@@ -1,3 +1,4 @@
+#include "host/SheetVisitor.h"
 #include "host/sections/Sections.h"
 
 #include "qxcontrols/pos/POSBlockPlaces.h"
@@ -48,6 +49,10 @@ public:
         list.visit = [&](const FieldList::Id& id) { VisitBlock(fields, id[0]); };
         fields.List(list);
         Control().PosData().CalcDefinedBlockNum();
+    }
+
+    void VisitSheet(SheetVisitor& sheet) const override {
+        sheet.Blocks(Control().PosData(), Control().CodeMap());
     }
 
     // A key in no block gets one of its own.
