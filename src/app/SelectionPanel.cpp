@@ -127,7 +127,7 @@ void SelectionPanel::ShowSelection() {
     const int count = static_cast<int>(m_grid.Selected().size());
     m_title->setText(tr("%n keys selected", nullptr, count));
     const auto series = SeriesOf(*m_text, *m_first, *m_digits, *m_enter);
-    m_preview->setText(tr("%1 to %2")
+    m_preview->setText(tr("Texts: %1 to %2")
                            .arg(KeyActions::TextOf(series, 0),
                                 KeyActions::TextOf(series, std::max(0, count - 1))));
     m_fault->clear();

@@ -60,7 +60,10 @@ int FlowLayout::Arrange(const QRect& rect, bool isPlaced) const {
             lineHeight = 0;
         }
         if (isPlaced)
-            item->setGeometry({QPoint(left, top), size});
+            item->setGeometry({QPoint(left, top + (item->alignment() & Qt::AlignVCenter
+                                                       ? std::max(0, lineHeight - size.height()) / 2
+                                                       : 0)),
+                               size});
         // Slightly wider ones leave a smaller space.
         const int needed = size.width() + (m_isAligned ? spacing() / 3 : spacing());
         left += (needed + column - 1) / column * column;

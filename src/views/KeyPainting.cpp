@@ -284,8 +284,8 @@ void PaintKeySelected(QPainter& painter, const QRectF& rect, const KeyPlacing& p
 
 void PaintKeyTick(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {
     const QPalette palette = QGuiApplication::palette();
-    const double size = 0.3 * placing.KeyHeight(); // it stands out a little
-    const QRectF corner(rect.right() - 0.75 * size, rect.top() - 0.25 * size, size, size);
+    const double size = 0.3 * placing.KeyHeight();
+    const QRectF corner(rect.right() - size, rect.top(), size, size); // beside the legend
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette.color(QPalette::Highlight));
     painter.drawEllipse(corner);

@@ -44,14 +44,19 @@ QXFreeProgKeysView::QXFreeProgKeysView(QXFreeProgKeys& control, QWidget* parent)
         m_bindings.Bind(button, ChildName("cmdEdit", i),
                         control.cmdEdit[static_cast<std::size_t>(i)],
                         [&control, i] { control.cmdEdit_Click(static_cast<Integer>(i)); });
-        if (i < kOfOneKey)
-            m_bindings.OnShow([button, &control] {
-                if (control.CurrentKey() == QXFreeProgKeys::kNoKey)
-                    button->setEnabled(false);
-            });
+        if (i < kOfOneKey) {
+            const auto show = [button, i, &control, grid = keys->Grid()] {
+                button->setEnabled(control.cmdEdit[static_cast<std::size_t>(i)].Enabled &&
+                                   control.CurrentKey() != QXFreeProgKeys::kNoKey &&
+                                   grid->Selected().size() <= 1);
+            };
+            m_bindings.OnShow(show);
+            connect(keys->Grid(), &KeyGrid::SelectionChanged, button, show);
+        }
         buttonRow->addWidget(button);
     }
     buttonRow->addWidget(details);
+    buttonRow->setAlignment(details, Qt::AlignVCenter);
     auto* column = new QVBoxLayout(this);
     column->addWidget(keys, 1);
     column->addWidget(sequenceRow);

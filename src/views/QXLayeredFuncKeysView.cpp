@@ -31,7 +31,7 @@ QIcon DotIcon(const QTabBar& tabs) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(kDotColor);
-    painter.drawEllipse(QRectF({}, size).center(), size.height() / 4.0, size.height() / 4.0);
+    painter.drawEllipse(QRectF({}, size).center(), size.height() / 3.0, size.height() / 3.0);
     return {image};
 }
 
@@ -64,6 +64,8 @@ QLayout* QXLayeredFuncKeysView::MakeLayerTabs() {
     m_tabs = new QTabBar;
     m_tabs->setObjectName(QStringLiteral("layers"));
     m_tabs->setExpanding(false);
+    const int dot = m_tabs->fontMetrics().height() - 4; // no tab becomes higher by one
+    m_tabs->setIconSize({dot, dot});
     m_tabs->setElideMode(Qt::ElideNone); // tabs that have no room are scrolled to
     m_tabs->setContextMenuPolicy(Qt::CustomContextMenu);
     for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
@@ -155,8 +157,9 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
         if (description->text() != text) // setting an equal text would move the cursor
             description->setText(text);
         description->setEnabled(!isSeveral && m_control.txtSymbolDesc.Enabled);
-        description->setPlaceholderText(isSeveral ? tr("Several keys") : QString());
-        sequence->setText(isSeveral ? tr("Several keys") : ToQt(m_control.lblCurrSeq.Caption));
+        description->setPlaceholderText(isSeveral ? tr("(several keys selected)") : QString());
+        sequence->setText(isSeveral ? tr("(several keys selected)")
+                                    : ToQt(m_control.lblCurrSeq.Caption));
         sequence->setEnabled(!isSeveral);
         for (QLabel* caption : {sequenceCaption, descriptionCaption})
             caption->setMinimumWidth(std::max(sequenceCaption->sizeHint().width(),
@@ -190,17 +193,22 @@ QLayout* QXLayeredFuncKeysView::MakeButtonRow() {
         m_bindings.Bind(button, ChildName("cmdEdit", i),
                         m_control.cmdEdit[static_cast<std::size_t>(i)],
                         [this, i] { m_control.cmdEdit_Click(static_cast<Integer>(i)); });
-        if (i < kOfOneKey)
-            m_bindings.OnShow([this, button] {
-                if (m_control.CurrentKey() == QXLayeredFuncKeys::kNoKey)
-                    button->setEnabled(false);
-            });
+        if (i < kOfOneKey) {
+            const auto show = [this, button, i] {
+                button->setEnabled(m_control.cmdEdit[static_cast<std::size_t>(i)].Enabled &&
+                                   m_control.CurrentKey() != QXLayeredFuncKeys::kNoKey &&
+                                   m_grid->Selected().size() <= 1);
+            };
+            m_bindings.OnShow(show);
+            connect(m_grid, &KeyGrid::SelectionChanged, button, show);
+        }
         row->addWidget(button);
     }
     auto* details = new QCheckBox;
     m_bindings.Bind(details, QStringLiteral("chkShowDetails"), m_control.chkShowDetails,
                     [this] { m_control.chkShowDetails_Click(); });
     row->addWidget(details);
+    row->setAlignment(details, Qt::AlignVCenter);
     return row;
 }
 

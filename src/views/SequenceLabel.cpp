@@ -4,19 +4,18 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyleOption>
 
 namespace qx::views {
 
 SequenceLabel::SequenceLabel(QWidget* parent) : QLabel(parent) {
-    setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    setBackgroundRole(QPalette::Base);
     setForegroundRole(QPalette::Text);
-    setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     setMargin(4);
-    setMinimumHeight(fontMetrics().height() + 2 * (margin() + frameWidth()));
+    setIndent(margin()); // beside the bar
+    setMinimumHeight(fontMetrics().height() + 2 * margin());
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
 }
 
@@ -58,12 +57,23 @@ void SequenceLabel::keyPressEvent(QKeyEvent* event) {
         emit KeyPress();
 }
 
+// Like those that can be edited.
+void SequenceLabel::PaintField() {
+    QStyleOptionFrame field;
+    field.initFrom(this);
+    field.state.setFlag(QStyle::State_HasFocus, false);
+    field.lineWidth = 1;
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &field, &painter, this);
+}
+
 void SequenceLabel::paintEvent(QPaintEvent* event) {
+    PaintField();
     QLabel::paintEvent(event);
     QPainter painter(this);
     if (text().trimmed().isEmpty()) {
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        painter.drawText(contentsRect().adjusted(margin(), 0, -margin(), 0),
+        painter.drawText(contentsRect().adjusted(margin() + indent(), 0, -margin(), 0),
                          static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), tr("No keys"));
     }
     if (m_isEdited)

@@ -37,6 +37,8 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void PaintField();
+
     bool m_isEdited = false;
 };
 

@@ -109,7 +109,7 @@ QLayout* frmPOSProgrammerView::MakeHead() {
                           : tr("Click keys to put them into the block or to take them out; "
                                "Ctrl+click takes a key from another block. Ctrl and the arrows "
                                "move without leaving the block. The first key, row by row, is "
-                               "the major key."));
+                               "the major key, in bold."));
         help->setText(tr("Help"));
     });
     auto* row = new QHBoxLayout;

@@ -65,14 +65,19 @@ frmSequencerView::frmSequencerView(frmSequencer& form, QWidget* parent)
     resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
 }
 
+bool frmSequencerView::ShowsText() const {
+    return m_form.chkShowDetails.Value == 1 || m_form.HasTyped() || !Draft();
+}
+
 QLayout* frmSequencerView::MakeHead() {
     auto* hint = new QLabel;
     auto* help = MakeButton();
     help->setObjectName(QStringLiteral("imgHelp"));
     connect(help, &QPushButton::clicked, this, [this] { m_form.imgHelp_Click(); });
-    m_bindings.OnShow([hint, help] {
-        hint->setText(
-            tr("Click keys, press them on the keyboard, type text, or edit the sequence as text."));
+    m_bindings.OnShow([this, hint, help] {
+        hint->setText(ShowsText() ? tr("Click keys, press them on the keyboard, type text, or edit "
+                                       "the sequence as text.")
+                                  : tr("Click keys, press them on the keyboard, or type text."));
         help->setText(tr("Help"));
     });
     auto* row = new QHBoxLayout;
@@ -251,9 +256,7 @@ QLayout* frmSequencerView::MakeTyped() {
     row->addWidget(caption);
     row->addWidget(m_typed, 1);
     row->addWidget(apply);
-    m_bindings.OnShow([this, typed] {
-        typed->setVisible(m_form.chkShowDetails.Value == 1 || m_form.HasTyped() || !Draft());
-    });
+    m_bindings.OnShow([this, typed] { typed->setVisible(ShowsText()); });
     auto* message = new QGridLayout; // only one is shown at a time
     message->addWidget(fault, 0, 0);
     message->addWidget(full, 0, 0);

@@ -30,6 +30,7 @@ protected:
 
 private:
     QLayout* MakeHead();
+    [[nodiscard]] bool ShowsText() const; // with the released keys
     QLayout* MakeClicks();
     QLayout* MakeSequence();
     QWidget* MakeChips();

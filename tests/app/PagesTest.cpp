@@ -69,6 +69,9 @@ TEST(Pages, ButtonsForOneKeyWaitForIt) {
             EXPECT_TRUE(isEnabled("cmdEdit_2")) << page;         // Clear all
             desk.ClickKey(grid, key);
         }
+        desk.Find<views::KeyGrid>(grid)->Select({key, key + 1});
+        EXPECT_FALSE(isEnabled("cmdEdit_0")) << page << ", several keys";
+        EXPECT_FALSE(isEnabled("cmdEdit_1")) << page << ", several keys";
     }
 }
 

@@ -2857,8 +2857,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>%1, leer</translation>
     </message>
     <message>
-        <source>Several keys</source>
-        <translation>Mehrere Tasten</translation>
+        <source>(several keys selected)</source>
+        <translation>(mehrere Tasten ausgewählt)</translation>
     </message>
 </context>
 <context>
@@ -3085,8 +3085,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         </translation>
     </message>
     <message>
-        <source>%1 to %2</source>
-        <translation>%1 bis %2</translation>
+        <source>Texts: %1 to %2</source>
+        <translation>Texte: %1 bis %2</translation>
     </message>
 </context>
 <context>
@@ -4382,10 +4382,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Klicken Sie auf eine freie Taste, um einen Block zu beginnen, oder auf eine Taste eines Blocks, um ihn zu ändern.</translation>
     </message>
     <message>
-        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key.</source>
-        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste.</translation>
-    </message>
-    <message>
         <source>Help</source>
         <translation>Hilfe</translation>
     </message>
@@ -4408,6 +4404,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Keys without a block:</source>
         <translation>Tasten ohne Block:</translation>
+    </message>
+    <message>
+        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key, in bold.</source>
+        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste (fett).</translation>
     </message>
 </context>
 <context>
@@ -4447,6 +4447,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Click keys, press them on the keyboard, type text, or edit the sequence as text.</source>
         <translation>Tasten anklicken, an der Tastatur drücken, Text eingeben oder die Folge als Text bearbeiten.</translation>
+    </message>
+    <message>
+        <source>Click keys, press them on the keyboard, or type text.</source>
+        <translation>Klicken Sie auf Tasten, drücken Sie sie an der Tastatur oder geben Sie Text ein.</translation>
     </message>
 </context>
 </TS>
