@@ -70,10 +70,11 @@ constexpr Description kDescriptions[] = {
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Select a key or block to program it; several keys can be joined to a "
                        "block.")},
-    {"layers",
-     QT_TRANSLATE_NOOP("SettingHelp",
-                       "The ten layers of function keys. A dot marks a layer in which something is "
-                       "programmed.")},
+    {"layers", QT_TRANSLATE_NOOP(
+                   "SettingHelp",
+                   "The ten layers of function keys. The number in brackets counts the programmed "
+                   "keys; a dot marks a layer with changes that are not yet written to the "
+                   "keyboard.")},
     {"layerName",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "A name for the layer, kept in the document. The keyboard does not store "

@@ -70,7 +70,8 @@ void TextEntry::ShowTexts() {
     m_add->setText(tr("Add"));
     m_add->setToolTip(tr("Add the keys that type the text"));
     m_addEnter->setText(tr("Add + Enter"));
-    m_addEnter->setToolTip(tr("Add the keys that type the text, and Enter (Ctrl+Enter)"));
+    m_addEnter->setToolTip(
+        tr("Add the keys that type the text, and Enter (Ctrl+Enter); without a text, Enter alone"));
 }
 
 void TextEntry::changeEvent(QEvent* event) {

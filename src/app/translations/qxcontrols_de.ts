@@ -3246,10 +3246,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Wählen Sie eine Taste oder einen Block, um sie zu belegen; mehrere Tasten lassen sich zu einem Block verbinden.</translation>
     </message>
     <message>
-        <source>The ten layers of function keys. A dot marks a layer in which something is programmed.</source>
-        <translation>Die zehn Ebenen der Funktionstasten. Ein Punkt kennzeichnet eine Ebene, in der etwas belegt ist.</translation>
-    </message>
-    <message>
         <source>A name for the layer, kept in the document. The keyboard does not store it.</source>
         <translation>Ein Name für die Ebene, der im Dokument bleibt. Die Tastatur speichert ihn nicht.</translation>
     </message>
@@ -3468,6 +3464,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>What the program begins with, or that it asks.</source>
         <translation>Womit das Programm beginnt, oder dass es danach fragt.</translation>
+    </message>
+    <message>
+        <source>The ten layers of function keys. The number in brackets counts the programmed keys; a dot marks a layer with changes that are not yet written to the keyboard.</source>
+        <translation>Die zehn Ebenen der Funktionstasten. Die Zahl in Klammern nennt die belegten Tasten; ein Punkt kennzeichnet eine Ebene mit Änderungen, die noch nicht in die Tastatur geschrieben sind.</translation>
     </message>
 </context>
 <context>
@@ -4099,8 +4099,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Anfügen + Eingabe</translation>
     </message>
     <message>
-        <source>Add the keys that type the text, and Enter (Ctrl+Enter)</source>
-        <translation>Die Tasten anfügen, die den Text tippen, und die Eingabetaste (Strg+Eingabe)</translation>
+        <source>Add the keys that type the text, and Enter (Ctrl+Enter); without a text, Enter alone</source>
+        <translation>Die Tasten, die den Text tippen, und die Eingabetaste anfügen (Strg+Eingabe); ohne Text nur die Eingabetaste</translation>
     </message>
 </context>
 <context>
