@@ -14,7 +14,13 @@ namespace qx::app {
 BlockActions::BlockActions(KeyActions& actions, KeyEdits& edits, views::KeyGrid& grid,
                            QXPos& control)
     : QObject(&actions), m_edits(edits), m_grid(grid), m_control(control) {
-    grid.SetCarries(false); // keys lie close together: a band begins on any of them
+    // Keys lie close together: a band begins on any of them, except those of the selected block.
+    grid.SetCarries([this, &actions](int key) {
+        std::vector<int> keys = m_grid.Selected();
+        const bool isSelected = !keys.empty();
+        keys.push_back(key);
+        return isSelected && m_edits.Senders(keys).size() == 1 && actions.IsProgrammed(key);
+    });
     m_join =
         actions.Make("joinKeys", "join", tr("Join"), {Qt::CTRL | Qt::Key_J}, [this] { Join(); });
     m_split = actions.Make("splitKeys", "split", tr("Split"), {Qt::CTRL | Qt::SHIFT | Qt::Key_J},

@@ -20,7 +20,7 @@ using views::KeyGrid;
 
 KeyActions::KeyActions(KeyEdits& edits, KeyGrid& grid) : m_edits(edits), m_grid(grid) {
     grid.SetSelects(true);
-    grid.SetCarries(true);
+    grid.SetCarries([this](int key) { return IsProgrammed(key); });
     m_edit = Make("editKey", "edit", tr("Edit"), {Qt::Key_Return, Qt::Key_Enter}, [this] {
         SelectFocusKey();
         emit EditWanted();
@@ -123,6 +123,10 @@ void KeyActions::ShowState() {
 
 std::vector<int> KeyActions::Senders() const {
     return m_edits.Senders(m_grid.Selected());
+}
+
+bool KeyActions::IsProgrammed(int key) const {
+    return !m_edits.SentBy(key).codes.empty();
 }
 
 void KeyActions::Clear(WithDescriptions with) {

@@ -32,6 +32,8 @@ public:
     void Add(QAction* action) { m_more.push_back(action); }
     [[nodiscard]] const std::vector<QAction*>& Added() const { return m_more; }
 
+    [[nodiscard]] bool IsProgrammed(int key) const;
+
     // "TILL 01", "TILL 02" and so on, one for each selected key.
     struct Series {
         QString text;

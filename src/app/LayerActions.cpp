@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabBar>
 
 #include <utility>
 
@@ -46,6 +47,9 @@ LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
     widgets->addWidget(button);
     widgets->addStretch(1);
     view.AddBelowTabs(row);
+    QWidget::setTabOrder(view.findChild<QTabBar*>(), m_name); // as they are seen
+    QWidget::setTabOrder(m_name, button);
+    QWidget::setTabOrder(button, view.findChild<views::KeyGrid*>());
 
     connect(m_name, &QLineEdit::textEdited, this, &LayerActions::Rename);
     connect(menu, &QMenu::aboutToShow, this, [this, menu] {

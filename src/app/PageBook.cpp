@@ -1,6 +1,7 @@
 #include "app/PageBook.h"
 
 #include "app/Help.h"
+#include "views/KeyGrid.h"
 #include "views/ScrollArea.h"
 
 #include <QHBoxLayout>
@@ -252,6 +253,14 @@ void PageBook::Show(const QString& id) {
 
 void PageBook::FocusPage() {
     QWidget* page = m_stack->currentWidget();
+    for (auto* grid : page->findChildren<views::KeyGrid*>()) {
+        if (!grid->Selects() || !grid->isEnabled() || !grid->isVisibleTo(page))
+            continue;
+        grid->setFocus(Qt::ShortcutFocusReason);
+        if (grid->FocusKey() < 0 && !grid->Keys().empty())
+            grid->Reach(grid->Keys().front().index);
+        return;
+    }
     for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain())
         if (page->isAncestorOf(next) && next->isEnabled() && next->isVisibleTo(page) &&
             (next->focusPolicy() & Qt::TabFocus) != 0)

@@ -51,7 +51,9 @@ public:
     void KeepTexts(Texts texts) { m_texts = std::move(texts); }
 
     void Show(const QString& id); // nothing happens for an unknown one
-    void FocusPage();             // gives the focus to the first widget that Tab reaches
+    // Gives the focus to the keys of a page that programs some, or else to the first widget that
+    // Tab reaches.
+    void FocusPage();
     [[nodiscard]] QString Current() const;
     // The page's widget, made where it was not yet; null for an unknown one.
     [[nodiscard]] QWidget* Page(const QString& id);

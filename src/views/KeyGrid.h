@@ -6,8 +6,9 @@
 // users who cannot see colours. Every shown key is an accessible object with a name.
 //
 // The owner can allow several selected keys: a click or an arrow key selects one, Control adds or
-// removes one, Shift selects all between two, and a frame drawn with the pointer those it touches.
-// The anchor of the selection is reported as a picked key.
+// removes one, Shift selects all between two (with Home or End to the edge of the row, with Control
+// too to that of the keyboard), and a frame drawn with the pointer those it touches. The anchor of
+// the selection is reported as a picked key.
 #pragma once
 
 #include "views/KeyPainting.h"
@@ -17,9 +18,11 @@
 #include <QPixmap>
 #include <QWidget>
 
+#include <functional>
 #include <map>
 #include <set>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace qx::views {
@@ -54,8 +57,9 @@ public:
     [[nodiscard]] bool IsSelected(int index) const { return m_selection.Has(index); }
     [[nodiscard]] std::vector<int> Selected() const; // in the order of Keys
     void Select(const std::set<int>& keys);
-    // Whether programmed keys are dragged onto others, instead of a band starting there.
-    void SetCarries(bool carries) { m_carries = carries; }
+    // Which keys are dragged onto others; on the rest, and at first on all, a drag draws a band.
+    using WhichKeys = std::function<bool(int index)>;
+    void SetCarries(WhichKeys carries) { m_carries = std::move(carries); }
 
     // Keys with a dot, and its meaning for tool tips and those who hear the screen.
     void SetMarked(std::set<int> keys, const QString& meaning);
@@ -129,6 +133,8 @@ private:
     enum class Move { Reach, FocusOnly, Extend };
     void MoveToward(Qt::Key arrow, Move move);
     void ExtendTo(int index);
+    // To the start or the end of the row with the focus, or of all keys.
+    void ExtendToEdge(bool atEnd, bool ofAll);
     void TakeSelection(KeySelection selection);
     void GoOnDragging(const QPoint& at, Qt::KeyboardModifiers modifiers);
     void EndDrag();
@@ -153,7 +159,7 @@ private:
     int m_hoveredKey = -1;
     bool m_controlMoves = false;
     bool m_selects = false;
-    bool m_carries = false;
+    WhichKeys m_carries;
     KeySelection m_selection;
     std::set<int> m_marked;
     QString m_markMeaning;

@@ -131,6 +131,20 @@ void KeyGrid::ExtendTo(int index) {
     TakeSelection(std::move(selection));
 }
 
+void KeyGrid::ExtendToEdge(bool atEnd, bool ofAll) {
+    const KeyCap* edge = nullptr;
+    for (const KeyCap& cap : m_caps) {
+        if (!cap.joinsRanges ||
+            !(ofAll || (cap.place.top() <= m_goal.y() && m_goal.y() <= cap.place.bottom())))
+            continue;
+        if (edge == nullptr ||
+            (ofAll || cap.place.center().x() > edge->place.center().x()) == atEnd)
+            edge = &cap;
+    }
+    if (m_focusKey >= 0 && edge != nullptr)
+        ExtendTo(edge->index);
+}
+
 void KeyGrid::TakeSelection(KeySelection selection) {
     if (selection == m_selection)
         return;
@@ -162,9 +176,7 @@ void KeyGrid::GoOnDragging(const QPoint& at, Qt::KeyboardModifiers modifiers) {
     if (m_drag.kind == Drag::Kind::Press) {
         if ((at - m_drag.from).manhattanLength() < QApplication::startDragDistance())
             return;
-        const int row = Row(m_drag.key);
-        const bool isCarried = m_carries && row >= 0 &&
-                               m_caps[static_cast<std::size_t>(row)].state == KeyState::Programmed;
+        const bool isCarried = m_carries && m_drag.key >= 0 && m_carries(m_drag.key);
         m_drag.kind = isCarried ? Drag::Kind::Carry : Drag::Kind::Band;
         if (!modifiers.testFlag(Qt::ControlModifier) && !isCarried)
             m_selection = {};
@@ -304,6 +316,9 @@ void KeyGrid::keyPressEvent(QKeyEvent* event) {
         Pick(m_focusKey, true);
     else if (key == Qt::Key_Space && withShift && m_focusKey >= 0)
         ExtendTo(m_focusKey);
+    else if ((key == Qt::Key_Home || key == Qt::Key_End) && m_selects &&
+             modifiers.testFlag(Qt::ShiftModifier))
+        ExtendToEdge(key == Qt::Key_End, modifiers.testFlag(Qt::ControlModifier));
     else if (modifiers != Qt::NoModifier)
         QWidget::keyPressEvent(event);
     else if (key == Qt::Key_Home)

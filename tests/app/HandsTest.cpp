@@ -169,36 +169,6 @@ TEST_F(Hands, SeveralKeysArePastedIntoFilledAndCleared) {
     ExpectSteps(5);
 }
 
-// docs/interactions.md counts the steps of these.
-TEST_F(Hands, AKeyIsCopiedToTwelveOthersByThePointerAlone) {
-    KeyGrid& grid = Layers();
-    const auto middle = [&](int key) { return grid.KeyRect(key).center(); };
-    Click(grid, 5);
-    desk.Click("key_31");
-    Write();
-    ClickAt(grid, middle(5), Qt::RightButton);
-    Choose({"Copy"});
-    Desk::Drag(grid, middle(12), middle(23));
-    desk.Click("pasteKeys");
-    Write();
-    for (int key = 0; key < 24; ++key)
-        EXPECT_EQ(Slot(key, 3) == Bytes("1F 9F 00"), key == 5 || key >= 12) << key;
-}
-
-TEST_F(Hands, AKeyIsCopiedToTwelveOthersByTheKeyboardAlone) {
-    KeyGrid& grid = Layers();
-    Keys(grid, {Qt::Key_Home, Qt::Key_A});
-    Type("");
-    Keys(*desk.Find<QLineEdit>("typedText"), {Qt::Key_Escape});
-    Keys(grid, {Qt::CTRL | Qt::Key_C, Qt::Key_Down});
-    for (int key = 1; key < 12; ++key)
-        Keys(grid, {Qt::SHIFT | Qt::Key_Right});
-    Keys(grid, {Qt::CTRL | Qt::Key_V});
-    Write();
-    for (int key = 0; key < 24; ++key)
-        EXPECT_EQ(Slot(key, 3) == Bytes("1F 9F 00"), key == 0 || key >= 12) << key;
-}
-
 TEST_F(Hands, WhatIsOverwrittenIsReportedAndCanBeBroughtBack) {
     KeyGrid& grid = Layers();
     QApplication::clipboard()->setText(QStringLiteral("A ^A\nB ^B\nC ^C"));
@@ -324,6 +294,42 @@ TEST_F(Hands, KeysAreDraggedOntoOthersAndABandSelects) {
     Write();
     EXPECT_EQ(Slot(0, 5), Bytes("1F 9F 32 B2 00"));
     EXPECT_EQ(Slot(7, 3), Bytes("1F 9F 00"));
+    ExpectSteps(5);
+}
+
+// A drag from a key of the selected block carries what it sends; any other draws a band.
+TEST_F(Hands, ThePosBlockThatIsSelectedIsDraggedOntoOtherKeys) {
+    KeyGrid& grid = Grid("pos", "posDisplay");
+    const auto middle = [&](int key) { return grid.KeyRect(key).center(); };
+    const auto record = [&](int key, Long size) {
+        return desk.Memory(MODULE_POS, Long{key - 1} * 32, size);
+    };
+    Desk::Drag(grid, middle(1), middle(2));
+    Keys(grid, {Qt::CTRL | Qt::Key_J});
+    Desk::Drag(grid, middle(1), middle(16));
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 16})) << "it sends nothing yet";
+    Click(grid, 1);
+    desk.Click("key_31");
+    Click(grid, 20);
+    desk.Click("key_50"); // B
+    Desk::Drag(grid, middle(1), middle(3));
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 3})) << "it was not selected";
+    Desk::Drag(grid, middle(1), middle(3));
+    EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 3})) << "nor alone";
+    Click(grid, 1);
+    Desk::Drag(grid, middle(2), middle(1)); // of the block itself
+    Desk::Drag(grid, middle(2), middle(5));
+    EXPECT_EQ(grid.Selected(), std::vector<int>{5});
+    Write();
+    EXPECT_EQ(record(1, 4), Bytes("01 1F 9F 00"));
+    EXPECT_EQ(record(2, 2), Bytes("01 00"));
+    EXPECT_EQ(record(5, 4), Bytes("00 1F 9F 00"));
+    Click(grid, 20);
+    Desk::Drag(grid, middle(20), middle(2), Qt::ShiftModifier);
+    Write();
+    EXPECT_EQ(record(1, 4), Bytes("01 32 B2 00"));
+    EXPECT_EQ(record(2, 2), Bytes("01 00"));
+    EXPECT_EQ(record(20, 4), Bytes("00 1F 9F 00"));
     ExpectSteps(5);
 }
 

@@ -242,6 +242,32 @@ TEST_F(KeyGridTest, SeveralKeysAreSelected) {
     EXPECT_FALSE(accessible->child(1)->state().selected);
 }
 
+TEST_F(KeyGridTest, HomeAndEndWithShiftExtendTheSelection) {
+    using Keys = std::vector<int>;
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(&grid, key, modifiers);
+        return grid.Selected();
+    };
+    const Qt::KeyboardModifiers toAll = Qt::ShiftModifier | Qt::ControlModifier;
+    EXPECT_EQ(press(Qt::Key_End, Qt::ShiftModifier), Keys{}) << "one key alone is selected at most";
+    grid.SetSelects(true);
+    EXPECT_EQ(press(Qt::Key_End, Qt::ShiftModifier), Keys{}) << "no key has the focus";
+    grid.Reach(2);
+    EXPECT_EQ(press(Qt::Key_End, Qt::ShiftModifier), (Keys{2, 3}));
+    EXPECT_EQ(grid.FocusKey(), 3);
+    EXPECT_EQ(press(Qt::Key_Home, Qt::ShiftModifier), (Keys{1, 2}));
+    EXPECT_EQ(press(Qt::Key_End, toAll), (Keys{2, 3, 5}));
+    EXPECT_EQ(press(Qt::Key_Home, Qt::ShiftModifier), (Keys{1, 2, 4})) << "the row with the focus";
+    EXPECT_EQ(press(Qt::Key_Home, toAll), (Keys{1, 2}));
+    std::vector<KeyCap> caps = TwoRows();
+    caps[2].joinsRanges = caps[4].joinsRanges = false;
+    grid.SetKeys(caps);
+    grid.Reach(1);
+    EXPECT_EQ(press(Qt::Key_End, Qt::ShiftModifier), (Keys{1, 2}));
+    EXPECT_EQ(press(Qt::Key_End, toAll), (Keys{1, 2, 4}));
+    EXPECT_EQ(grid.FocusKey(), 4);
+}
+
 TEST_F(KeyGridTest, ToolTipsShowNamesOfKeysAsTheyAre) {
     const QPoint middle = grid.KeyRect(2).center();
     QHelpEvent event(QEvent::ToolTip, middle, grid.mapToGlobal(middle));
