@@ -6,13 +6,14 @@
 namespace qx::host {
 
 enum class WriteAction {
-    Download,        // of a document
-    Restore,         // of a backup; resolves interrupted writes
-    Finish,          // of an interrupted write
-    RollBack,        // of an interrupted write
-    LoadRom,         // of a file in the driver's format, like the next two
-    LoadChipcardRom, //
-    LoadParameter,   //
+    Download, // of a document
+    Restore,  // of a backup; resolves interrupted writes
+    Finish,   // of an interrupted write
+    RollBack, // of an interrupted write
+    // Of files in the driver's format:
+    LoadRom,
+    LoadChipcardRom,
+    LoadParameter,
 };
 [[nodiscard]] constexpr WriteAction LastOf(WriteAction) {
     return WriteAction::LoadParameter;
