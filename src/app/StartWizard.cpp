@@ -62,7 +62,13 @@ std::optional<StartChoice> StoredStart(const QXProgSettings& settings) {
         return {};
     if (!settings.NewDocumentOnStartup() && !settings.GetLastDownloadFile().empty())
         return StartChoice::LastDocument;
-    return static_cast<StartChoice>(settings.GetShowStartupAction());
+    switch (const auto choice = static_cast<StartChoice>(settings.GetShowStartupAction())) {
+    case StartChoice::ReadKeyboard:
+    case StartChoice::LastDocument:
+        return choice;
+    default: // or another program's
+        return StartChoice::Defaults;
+    }
 }
 
 void StoreStart(QXProgSettings& settings, std::optional<StartChoice> choice) {
