@@ -2,7 +2,11 @@
 
 #include "app/DeviceKeys.h"
 #include "app/LintWords.h"
+#include "app/TestDriveTexts.h"
 #include "app/Workbench.h"
+#include "host/KeySenders.h"
+#include "simulator/TestDrive.h"
+#include "views/Bindings.h"
 
 namespace qx::app {
 
@@ -12,9 +16,8 @@ using views::SequenceInspector;
 InPlaceEditor::InPlaceEditor(KeyEdits& edits, KeyGrid& grid, SequenceInspector& inspector)
     : m_edits(edits), m_grid(grid), m_inspector(inspector),
       m_refreshed(edits.Section().Control().Refreshed.Subscribe([this] { ShowSelected(); })) {
-    m_inspector.SetWarnings([this](const std::vector<Byte>& codes) {
-        return WarningsAbout(codes, m_edits.Bench().Layout());
-    });
+    m_inspector.SetFinders([this](const std::vector<Byte>& codes) { return Warnings(codes); },
+                           [this] { return Received(); });
     QObject::connect(&m_inspector, &SequenceInspector::Changed, &m_inspector,
                      [this](const std::vector<Byte>& codes, bool goesOn) {
                          m_edits.Put({{m_grid.Selected().front(), {codes}}}, goesOn);
@@ -49,6 +52,48 @@ QStringList InPlaceEditor::WarningsAbout(const std::vector<Byte>& codes,
     const std::vector<Integer> all(codes.begin(), codes.end());
     for (const host::SequenceWarning& warning : host::LintSequence(all, &layout))
         warnings += WarningText(warning, layout);
+    return warnings;
+}
+
+std::optional<SectionFace::Position> InPlaceEditor::Position() const {
+    const std::vector<int> keys = m_edits.Senders(m_grid.Selected());
+    if (keys.size() != 1)
+        return std::nullopt;
+    return m_edits.Bench().Faces().Of(m_edits.Section().Info().key).PositionOf(keys.front());
+}
+
+// From the test drive's rules, applied to the document.
+std::optional<QString> InPlaceEditor::Received() const {
+    const auto position = Position();
+    if (!position)
+        return std::nullopt;
+    const auto sections = m_edits.Bench().WantedSections();
+    const QXKeyboardLayoutData& layout = m_edits.Bench().Layout();
+    const KeyModules modules = host::ModulesOf(sections, position->code);
+    sim::Reception reception;
+    for (const bool isReleased : {false, true}) {
+        sim::Reception stroke;
+        sim::AddStroke(stroke, modules, layout, {position->code, isReleased}, position->posKey);
+        reception.Append(stroke);
+    }
+    if (reception.stretches.empty())
+        return RemarkTextOf(reception.remarks.front());
+    const sim::Stretch& stretch = reception.stretches.front();
+    const QString content = views::ToQt(ContentText(stretch, layout));
+    const auto sent = host::SentBy(sections, position->code, position->posKey);
+    return sent && sent->section != &m_edits.Section()
+               ? tr("%1 sends: %2").arg(OriginTextOf(stretch, layout), content)
+               : content;
+}
+
+QStringList InPlaceEditor::Warnings(const std::vector<Byte>& codes) const {
+    Workbench& workbench = m_edits.Bench();
+    QStringList warnings = WarningsAbout(codes, workbench.Layout());
+    if (const auto position = Position(); position && !codes.empty())
+        if (const auto warning =
+                host::LintSender(workbench.Configuration(), workbench.WantedSections(),
+                                 m_edits.Section(), position->code, position->posKey))
+            warnings += WarningText(*warning, workbench.Layout());
     return warnings;
 }
 

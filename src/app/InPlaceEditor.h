@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/KeyEdits.h"
+#include "app/sections/SectionFace.h"
 #include "qxcontrols/common/Event.h"
 #include "views/KeyGrid.h"
 #include "views/SequenceInspector.h"
@@ -23,6 +24,10 @@ public:
 private:
     void ShowLayout();
     void ShowSelected();
+    // The section's key that is edited, as a layout places it.
+    [[nodiscard]] std::optional<SectionFace::Position> Position() const;
+    [[nodiscard]] std::optional<QString> Received() const;
+    [[nodiscard]] QStringList Warnings(const std::vector<Byte>& codes) const;
 
     KeyEdits& m_edits;
     views::KeyGrid& m_grid;

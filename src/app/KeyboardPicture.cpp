@@ -3,6 +3,7 @@
 #include "app/LayoutCaps.h"
 #include "app/SettingWords.h"
 #include "app/Workbench.h"
+#include "host/KeySenders.h"
 #include "views/SentTexts.h"
 
 #include <cmath>
@@ -26,25 +27,19 @@ KeyboardPicture::KeyboardPicture(Workbench& workbench, QWidget* parent)
         connect(&workbench, signal, this, showLater);
 }
 
-// Of sections that share a key, the first in which it sends something.
+// The section whose sequence the key sends, or else the first in which it can have one.
 KeyboardPicture::Owner KeyboardPicture::OwnerOf(int positionCode) const {
-    Owner owner;
+    const auto code = static_cast<Integer>(positionCode);
+    if (const auto sent = host::SentBy(m_workbench.WantedSections(), code))
+        return {std::string(sent->section->Info().key), sent->key, sent->sequence};
     for (const auto& section : m_workbench.Configuration().Sections()) {
         if (!m_workbench.Has(*section))
             continue;
         const std::string name(section->Info().key);
-        SectionFace& face = m_workbench.Faces().Of(name);
-        const int key = face.KeyAt(static_cast<Integer>(positionCode));
-        if (key < 0)
-            continue;
-        const KeySequence* sent = face.SentBy(key);
-        const bool sends = sent != nullptr && sent->Length() > 0;
-        if (sends)
-            return {name, key, sent};
-        if (owner.key < 0)
-            owner = {name, key, nullptr};
+        if (const int key = m_workbench.Faces().Of(name).KeyAt(code); key >= 0)
+            return {name, key, nullptr};
     }
-    return owner;
+    return {};
 }
 
 void KeyboardPicture::ShowKeys() {

@@ -1,5 +1,6 @@
 #include "app/LintWords.h"
 
+#include "app/SettingWords.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "views/Bindings.h"
 
@@ -29,6 +30,9 @@ QString WarningText(const host::SequenceWarning& warning, const QXKeyboardLayout
             .arg(name(warning.key), name(warning.key + kRelease));
     case SequenceWarningKind::NotInLayout:
         return LintWords::tr("This layout has no key %1.").arg(warning.key);
+    case SequenceWarningKind::NeverSent:
+        return LintWords::tr("Never sent: the key sends the sequence of %1 instead.")
+            .arg(NameText(warning.by));
     }
     return {};
 }

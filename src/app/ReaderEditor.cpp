@@ -19,7 +19,7 @@ ReaderEditor::ReaderEditor(Workbench& workbench, std::string sectionKey, QWidget
                            SequenceInspector& inspector)
     : m_workbench(workbench), m_section(std::move(sectionKey)), m_view(view),
       m_inspector(inspector) {
-    m_inspector.SetWarnings([this](const std::vector<Byte>& codes) {
+    m_inspector.SetFinders([this](const std::vector<Byte>& codes) {
         return InPlaceEditor::WarningsAbout(codes, m_workbench.Layout());
     });
     for (auto* label : view.findChildren<SequenceLabel*>()) {

@@ -107,7 +107,7 @@ constexpr Description kDescriptions[] = {
     {"receivedCodes",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Each press and release that the PC receives, in order; ^ marks a "
-                       "release.")},
+                       "release. If another module's sequence is sent instead, that one.")},
     {"seriesText", QT_TRANSLATE_NOOP("SettingHelp", "The text before the number of each key.")},
     {"seriesFirst",
      QT_TRANSLATE_NOOP("SettingHelp",

@@ -114,11 +114,15 @@ Transfers::WarningsOf(const host::WritePlan& plan) const {
     std::set<std::string> changed;
     for (const host::Difference& difference : plan.settings)
         changed.insert(difference.place);
+    const auto isChangedIn = [&](const std::string& element) {
+        const auto next = changed.lower_bound(element + "/");
+        return !element.empty() && next != changed.end() && next->starts_with(element + "/");
+    };
     const QXKeyboardLayoutData& layout = m_workbench.Layout();
     std::vector<ReviewSheet::Remarks::Warning> warnings;
     for (const host::SettingWarning& each :
-         host::Lint(m_workbench.Configuration(), m_workbench.History().Sections(), &layout))
-        if (changed.contains(each.place))
+         host::Lint(m_workbench.Configuration(), m_workbench.WantedSections(), &layout))
+        if (changed.contains(each.place) || isChangedIn(each.warning.byPlace))
             warnings.push_back({each.place, NameText(each.name) + QStringLiteral(": ") +
                                                 WarningText(each.warning, layout)});
     return warnings;

@@ -83,7 +83,7 @@ private:
     // Whether the user confirms the plan and these warnings.
     [[nodiscard]] bool Review(const host::WritePlan& plan, const QString& title,
                               std::vector<ReviewSheet::Remarks::Warning> warnings);
-    // About the sequences that the plan writes.
+    // About the sequences that the plan changes, or that other ones override that it changes.
     [[nodiscard]] std::vector<ReviewSheet::Remarks::Warning>
     WarningsOf(const host::WritePlan& plan) const;
 

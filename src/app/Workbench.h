@@ -96,6 +96,8 @@ public:
     [[nodiscard]] host::WritePlan PlanWrite(bool repairs = false);
     // Document to keyboard: what was planned, read back and compared.
     host::Writer::Outcome WriteKeyboard(const host::WritePlan& plan);
+    // The document's sections that the keyboard has, or lacks.
+    [[nodiscard]] std::vector<host::Section*> WantedSections() const;
     [[nodiscard]] std::vector<host::Section*> AbsentSections() const;
 
     // Cancels the present write: it ends with Error(Stopped) if no byte has been sent; otherwise
@@ -183,7 +185,6 @@ private:
     void FitColours(host::ColourSetId before);
     void StorePreferences();
     void StoreLastDocument();
-    [[nodiscard]] std::vector<host::Section*> WantedSections() const;
     void OpenLayout();
     // One of default values, for the connected keyboard or for any.
     [[nodiscard]] std::unique_ptr<host::Configuration>

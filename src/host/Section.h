@@ -14,6 +14,10 @@
 #include <string>
 #include <string_view>
 
+namespace qx {
+struct KeyModules;
+}
+
 namespace qx::host {
 
 class SheetVisitor;
@@ -57,6 +61,8 @@ public:
     [[nodiscard]] virtual bool Keeps(KeyboardModuleIDs /*eModule*/) const { return false; }
     // Whether the control sets DataChanged at every edit.
     [[nodiscard]] virtual bool MarksEdits() const { return true; }
+    // Adds what the section has for the key with this position code.
+    virtual void AddTo(KeyModules& /*modules*/, Integer /*nPositionCode*/) {}
     // An element of a list, which may have no content yet, is about to get a sequence.
     virtual void Begin(const FieldList::Id& /*element*/) {}
     // An element is about to lose its sequence.

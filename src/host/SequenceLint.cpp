@@ -1,5 +1,6 @@
 #include "host/SequenceLint.h"
 
+#include "host/KeySenders.h"
 #include "host/PlacedVisitor.h"
 #include "qxcontrols/keys/KeyNames.h"
 #include "qxcontrols/keys/KeySequence.h"
@@ -58,24 +59,30 @@ private:
     std::optional<KeyNames> m_names;
 };
 
-// Visits every sequence with its place.
+// Visits every sequence with its place and, for a key that a layout places, its position code.
 class SequenceWalk : public PlacedVisitor {
 public:
-    using Found = std::function<void(const std::string& place, const KeySequence&)>;
+    using Found = std::function<void(const std::string& place, const KeySequence&,
+                                     std::optional<Integer> positionCode)>;
     SequenceWalk(std::string_view section, Found found)
         : PlacedVisitor(section), m_found(std::move(found)) {}
 
     void Sequence(const Field& field, KeySequence& sequence, Integer /*nSlot*/) override {
-        m_found(PlaceOf(field), sequence);
+        m_found(PlaceOf(field), sequence, m_positionCode);
     }
     void List(const FieldList& list) override {
         const std::string place = PlaceOf(list.field);
-        for (const FieldList::Id& id : list.present)
+        for (const FieldList::Id& id : list.present) {
+            if (list.positionCodeOf)
+                m_positionCode = static_cast<Integer>(list.positionCodeOf(id));
             Within(ElementPlace(place, id), [&] { list.visit(id); });
+        }
+        m_positionCode.reset();
     }
 
 private:
     Found m_found;
+    std::optional<Integer> m_positionCode;
 };
 
 } // namespace
@@ -90,6 +97,8 @@ std::string_view CodeOf(SequenceWarningKind kind) {
         return "key-above-127";
     case SequenceWarningKind::NotInLayout:
         return "not-in-layout";
+    case SequenceWarningKind::NeverSent:
+        return "never-sent";
     }
     return {};
 }
@@ -97,6 +106,20 @@ std::string_view CodeOf(SequenceWarningKind kind) {
 std::vector<SequenceWarning> LintSequence(std::span<const Integer> codes,
                                           const QXKeyboardLayoutData* layout) {
     return Linter(layout).Lint(codes);
+}
+
+std::optional<SequenceWarning> LintSender(const Configuration& configuration,
+                                          const std::vector<Section*>& sections,
+                                          const Section& section, Integer nPositionCode,
+                                          Integer nPosKey) {
+    const auto sent = SentBy(sections, nPositionCode, nPosKey);
+    if (!sent || sent->section == &section)
+        return std::nullopt;
+    SequenceWarning warning{SequenceWarningKind::NeverSent, nPositionCode, 0, sent->element};
+    for (const Setting& setting :
+         configuration.List(*sent->section, {sent->element + "/sequence"}, Listed::All))
+        warning.by = setting.name;
+    return warning;
 }
 
 std::vector<SettingWarning> Lint(const Configuration& configuration,
@@ -107,13 +130,17 @@ std::vector<SettingWarning> Lint(const Configuration& configuration,
     for (Section* section : sections) {
         const std::size_t first = warnings.size();
         std::set<std::string> places;
-        SequenceWalk walk(section->Info().key,
-                          [&](const std::string& place, const KeySequence& sequence) {
-                              for (const SequenceWarning& warning : linter.Lint(sequence.Codes()))
-                                  warnings.push_back({place, {}, warning});
-                              if (warnings.size() > first && warnings.back().place == place)
-                                  places.insert(place);
-                          });
+        SequenceWalk walk(section->Info().key, [&](const std::string& place,
+                                                   const KeySequence& sequence,
+                                                   std::optional<Integer> positionCode) {
+            for (const SequenceWarning& warning : linter.Lint(sequence.Codes()))
+                warnings.push_back({place, {}, warning});
+            if (positionCode && sequence.Length() > 0)
+                if (auto warning = LintSender(configuration, sections, *section, *positionCode))
+                    warnings.push_back({place, {}, std::move(*warning)});
+            if (warnings.size() > first && warnings.back().place == place)
+                places.insert(place);
+        });
         section->Visit(walk);
         if (places.empty())
             continue;

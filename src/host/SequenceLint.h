@@ -3,6 +3,7 @@
 
 #include "host/Configuration.h"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,6 +21,7 @@ enum class SequenceWarningKind {
     KeyAbove127,   // the same, and the layout has a key whose number is the code: keys above 127
                    // cannot be pressed through a sequence
     NotInLayout,   // the layout does not have such a key
+    NeverSent,     // another module's sequence for the key is sent instead
 };
 
 // Its name for programs, "never-released".
@@ -27,8 +29,10 @@ enum class SequenceWarningKind {
 
 struct SequenceWarning {
     SequenceWarningKind kind;
-    Integer key;    // 1 to 127
-    std::size_t at; // the index of the code that causes it, from 0
+    Integer key;              // 1 to 127; of NeverSent, the key that has the sequence
+    std::size_t at;           // the index of the code that causes it, from 0
+    std::string byPlace = {}; // of the element that has the other sequence: "/pos/blocks[1]"
+    SettingName by = {};      // the same
 
     bool operator==(const SequenceWarning&) const = default;
 };
@@ -44,6 +48,13 @@ struct SettingWarning {
     SettingName name;  // of the setting
     SequenceWarning warning;
 };
+
+// The warning about a section's sequence for a key that sends another section's; the position code
+// and the POS key index as in SentBy.
+[[nodiscard]] std::optional<SequenceWarning> LintSender(const Configuration& configuration,
+                                                        const std::vector<Section*>& sections,
+                                                        const Section& section,
+                                                        Integer nPositionCode, Integer nPosKey = 0);
 
 // The warnings about all sequences of these sections.
 [[nodiscard]] std::vector<SettingWarning> Lint(const Configuration& configuration,

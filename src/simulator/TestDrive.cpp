@@ -1,7 +1,6 @@
 #include "simulator/TestDrive.h"
 
 #include "qxcontrols/common/Utf.h"
-#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
@@ -24,8 +23,6 @@ static_assert(std::tuple_size_v<Card> == kMagneticTracks);
 
 // The option that enables a symbology: every symbology has it, and some have no other.
 constexpr Integer kSymbologyOption = 0;
-
-constexpr Integer kNoKeyIndex = 0;
 
 void Check(const char* what, Integer number, Integer first, Integer last) {
     if (number < first || number > last)
@@ -90,6 +87,20 @@ bool HasAcceptedLength(const BarcodeOptionPage& page, const std::string& name,
 
 } // namespace
 
+void AddStroke(Reception& reception, const KeyModules& modules, const QXKeyboardLayoutData& layout,
+               const KeyStroke& stroke, Integer nKeyIndex) {
+    if (layout.KeySupport(stroke.key) == KEYMODE_NONE) {
+        reception.remarks.push_back({Remark::Kind::NoKey, {std::to_string(stroke.key)}});
+        return;
+    }
+    const KeySender sender = SenderOf(modules, stroke.key, nKeyIndex);
+    const Origin origin = sender.module == MODULE_POS ? Origin::PosBlock : Origin::FreeKey;
+    if (sender.sequence == nullptr)
+        reception.Add({Origin::OrdinaryKey, stroke.key, 0, {stroke}, {}});
+    else if (!stroke.isReleased)
+        reception.Add({origin, sender.slot, 0, StrokesOf(*sender.sequence), {}});
+}
+
 TestDrive::TestDrive(std::string memory, const KeyboardModel& model,
                      const QXKeyboardLayoutData& layout)
     : m_memory(std::move(memory)), m_model(model), m_layout(layout) {
@@ -115,11 +126,11 @@ Reception TestDrive::NewReception() const {
 }
 
 Reception TestDrive::PressKey(Integer nPositionCode) const {
-    return Stroke(nPositionCode, kNoKeyIndex, false);
+    return Stroke(nPositionCode, 0, false);
 }
 
 Reception TestDrive::ReleaseKey(Integer nPositionCode) const {
-    return Stroke(nPositionCode, kNoKeyIndex, true);
+    return Stroke(nPositionCode, 0, true);
 }
 
 Reception TestDrive::PressPosKey(Integer nKeyIndex) const {
@@ -133,60 +144,40 @@ Reception TestDrive::ReleasePosKey(Integer nKeyIndex) const {
 Reception TestDrive::Stroke(Integer nPositionCode, Integer nKeyIndex, bool isReleased) const {
     Check("key", nPositionCode, KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID);
     Reception reception = NewReception();
-    if (m_layout.KeySupport(nPositionCode) == KEYMODE_NONE) {
-        reception.remarks.push_back({Remark::Kind::NoKey, {std::to_string(nPositionCode)}});
-        return reception;
-    }
-    Stretch stretch = PosSequence(nPositionCode, nKeyIndex, reception);
-    if (stretch.IsEmpty())
-        stretch = FreeSequence(nPositionCode);
-    if (stretch.IsEmpty())
-        reception.Add({Origin::OrdinaryKey, nPositionCode, 0, {{nPositionCode, isReleased}}, {}});
-    else if (!isReleased)
-        reception.Add(std::move(stretch));
+    POSKeyboard blocks;
+    std::array<KeyboardSequences, kFreeKeyModules.size()> freeKeys;
+    KeyModules modules;
+    if (HasBlocks(blocks, reception))
+        modules.blocks = &blocks;
+    for (std::size_t i = 0; i < freeKeys.size(); ++i)
+        if (HasFreeKeys(kFreeKeyModules[i], freeKeys[i]))
+            modules.freeKeys[i] = &freeKeys[i].Key(nPositionCode);
+    AddStroke(reception, modules, m_layout, {nPositionCode, isReleased}, nKeyIndex);
     return reception;
 }
 
-// The sequence of the block that contains the key index; without an index, of the first block with
-// a sequence and an index of the position code.
-Stretch TestDrive::PosSequence(Integer nPositionCode, Integer nKeyIndex,
-                               Reception& reception) const {
-    Stretch none{Origin::PosBlock, 0, 0, {}, {}};
+// Fills in the module's blocks, if the keyboard has it.
+bool TestDrive::HasBlocks(POSKeyboard& blocks, Reception& reception) const {
     const auto block = Block(MODULE_POS, kPOSModuleBlockSize);
     if (!block)
-        return none;
-    POSKeyboard blocks;
+        return false;
     try {
         DecodePOSModuleBlock(*block, blocks);
     } catch (const std::out_of_range& error) { // the keys decoded before the damage are kept
         reception.remarks.push_back({Remark::Kind::PosDamaged, {error.what()}});
     }
-    const POSCodeMapping mapping;
-    for (Integer index = 1; index <= POSKeyboard::kSlots; ++index) {
-        const bool isMeant = nKeyIndex != kNoKeyIndex
-                                 ? index == nKeyIndex
-                                 : mapping.GetPositionCodeForKey(index) == nPositionCode;
-        const Integer slot = isMeant ? blocks.FindBlockForKey(index) : Integer{0};
-        if (slot != 0 && blocks.Block(slot).Sequence().Length() > 0)
-            return {Origin::PosBlock, slot, 0, StrokesOf(blocks.Block(slot).Sequence()), {}};
-    }
-    return none;
+    return true;
 }
 
-Stretch TestDrive::FreeSequence(Integer nPositionCode) const {
-    KeyboardSequences keys;
+// Fills in the keys of one of the modules, if the keyboard has it.
+bool TestDrive::HasFreeKeys(KeyboardModuleIDs eModule, KeyboardSequences& keys) const {
     for (Integer key = KeyboardSequences::kMinKeyID; key <= KeyboardSequences::kMaxKeyID; ++key)
         keys.Key(key).SetPositionCode(m_layout.KeySupport(key) == KEYMODE_PROG ? key : Integer{-1});
-    for (const KeyboardModuleIDs module : kFreeKeyModules) {
-        const auto stored = static_cast<Long>(StoredFreeProgKeys(keys, module).size());
-        const auto block = Block(module, stored * kFreeProgKeySlotSize);
-        if (!block)
-            continue;
-        DecodeFreeProgKeys(*block, module, keys);
-        if (keys.Key(nPositionCode).Length() > 0)
-            return {Origin::FreeKey, nPositionCode, 0, StrokesOf(keys.Key(nPositionCode)), {}};
-    }
-    return {Origin::FreeKey, nPositionCode, 0, {}, {}};
+    const auto stored = static_cast<Long>(StoredFreeProgKeys(keys, eModule).size());
+    const auto block = Block(eModule, stored * kFreeProgKeySlotSize);
+    if (block)
+        DecodeFreeProgKeys(*block, eModule, keys);
+    return block.has_value();
 }
 
 Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {

@@ -16,6 +16,7 @@
 //    shorter or longer than its symbology accepts is not read.
 #pragma once
 
+#include "qxcontrols/pos/KeySender.h"
 #include "qxcontrols/readers/BarcodePage.h"
 #include "simulator/KeyboardModel.h"
 #include "simulator/Reception.h"
@@ -25,7 +26,6 @@
 #include <string>
 
 namespace qx {
-class KeySequence;
 class QXKeyboardLayoutData;
 } // namespace qx
 
@@ -38,6 +38,11 @@ struct CardTrack {
     bool hasWrongLastChar = false; // its last character is not the end mark of a track
 };
 using Card = std::array<CardTrack, 4>;
+
+// Adds what the PC receives when a key is pressed or released, of which the modules hold this. The
+// POS key index as in SenderOf.
+void AddStroke(Reception& reception, const KeyModules& modules, const QXKeyboardLayoutData& layout,
+               const KeyStroke& stroke, Integer nKeyIndex = 0);
 
 class TestDrive {
 public:
@@ -70,9 +75,8 @@ private:
                                                    Long lOffset = 0) const;
     [[nodiscard]] Reception NewReception() const;
     [[nodiscard]] Reception Stroke(Integer nPositionCode, Integer nKeyIndex, bool isReleased) const;
-    [[nodiscard]] Stretch PosSequence(Integer nPositionCode, Integer nKeyIndex,
-                                      Reception& reception) const;
-    [[nodiscard]] Stretch FreeSequence(Integer nPositionCode) const;
+    [[nodiscard]] bool HasBlocks(POSKeyboard& blocks, Reception& reception) const;
+    [[nodiscard]] bool HasFreeKeys(KeyboardModuleIDs eModule, KeyboardSequences& keys) const;
 
     std::string m_memory;
     const KeyboardModel& m_model;

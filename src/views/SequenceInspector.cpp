@@ -228,8 +228,9 @@ bool SequenceInspector::StartTyping(const QKeyEvent& event) {
     return true;
 }
 
-void SequenceInspector::SetWarnings(Warn warn) {
+void SequenceInspector::SetFinders(Warn warn, Receive receive) {
     m_warn = std::move(warn);
+    m_receive = std::move(receive);
     ShowDraft();
 }
 
@@ -239,16 +240,16 @@ void SequenceInspector::ShowDraft() {
                               : m_edited->refusal);
     m_title->setVisible(m_edited || isEnabled());
     m_hint->setVisible(!m_draft && isEnabled());
-    m_editor->setVisible(m_draft.has_value());
-    m_left->setVisible(m_draft.has_value());
-    m_receivedRow->setVisible(m_draft.has_value());
+    for (QWidget* part : std::initializer_list<QWidget*>{m_editor, m_left, m_receivedRow})
+        part->setVisible(m_draft.has_value());
     if (!m_draft)
         return;
     m_chips->Show(m_draft->Items(), m_draft->Caret());
     m_left->setText(tr("Codes left: %1").arg(m_draft->CodesLeft()));
     m_back->setEnabled(m_draft->Caret() > 0);
     m_clear->setEnabled(!m_draft->Codes().empty());
-    m_received->setText(ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
+    const auto received = m_receive ? m_receive() : std::nullopt;
+    m_received->setText(received ? *received : ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
     const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
     m_warnings->setText(warnings.join(u'\n'));
     m_warningRow->setVisible(!warnings.isEmpty());
@@ -374,6 +375,11 @@ void SequenceInspector::ShowTexts() {
     m_receivedCaption->setText(tr("The PC &receives:"));
     m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
     ShowDraft();
+}
+
+void SequenceInspector::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    ShowDraft(); // another page may have changed what the PC receives
 }
 
 void SequenceInspector::changeEvent(QEvent* event) {

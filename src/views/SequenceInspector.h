@@ -59,7 +59,9 @@ public:
     bool StartTyping(const QKeyEvent& event);
     // Finds the warnings about a sequence.
     using Warn = std::function<QStringList(const std::vector<Byte>& codes)>;
-    void SetWarnings(Warn warn);
+    // Finds what the PC receives from the key; if nothing, it is the sequence.
+    using Receive = std::function<std::optional<QString>()>;
+    void SetFinders(Warn warn, Receive receive = {});
 
     // Whether keys can be recorded from the connected keyboard; its owner then asks it for them
     // while that is wanted.
@@ -74,6 +76,7 @@ signals:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override; // keys while recording
 
 private:
@@ -91,6 +94,7 @@ private:
     std::optional<SequenceDraft> m_draft; // while a key is shown that can be programmed
     std::optional<Edited> m_edited;
     Warn m_warn;
+    Receive m_receive;
     bool m_hasRecorded = false; // something, and may go on
 
     QBoxLayout* m_head;

@@ -2,6 +2,7 @@
 #include "Desk.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/readers/QXBarcode.h"
+#include "simulator/TestDrive.h"
 #include "views/ChipRow.h"
 
 #include <QAbstractButton>
@@ -105,6 +106,57 @@ TEST(InPlace, APosKeyThatIsClearedIsInNoBlock) {
     desk.Click("clearKeys");
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Key 12 (F11)");
     EXPECT_TRUE(desk.ShowsState("In sync"));
+}
+
+// POS keys 1 and 2 are the keys 110 (Esc) and 112 (F1).
+TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
+    Desk desk;
+    const auto received = [&] { return desk.Find<QLineEdit>("receivedCodes")->text(); };
+    const auto warnings = [&] {
+        for (const auto* label : desk.window->findChildren<QLabel*>(QStringLiteral("warnings")))
+            if (label->isVisible())
+                return label->text();
+        return QString();
+    };
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 112);
+    EXPECT_EQ(received(), "F1 ^F1") << "its own codes";
+    desk.Click("key_48");
+    EXPECT_EQ(received(), "C ^C");
+    EXPECT_EQ(warnings(), "");
+
+    desk.Page("pos");
+    desk.ClickKey("posDisplay", 2);
+    EXPECT_EQ(received(), "free key 112 (F1) sends: C ^C");
+    desk.Click("key_31");
+    EXPECT_EQ(received(), "A ^A");
+    EXPECT_EQ(warnings(), "");
+
+    desk.Page("freeProgKeys");
+    EXPECT_EQ(received(), "POS key 2 (F1) sends: A ^A") << "changed on the other page";
+    const QString neverSent =
+        "Never sent: the key sends the sequence of POS keys › Key 2 (F1) instead.";
+    EXPECT_EQ(warnings(), neverSent);
+    desk.InDialog([&](QWidget& dialog) {
+        const auto* list = dialog.findChild<QListWidget*>(QStringLiteral("warnings"));
+        ASSERT_NE(list, nullptr);
+        ASSERT_EQ(list->count(), 1);
+        EXPECT_EQ(list->item(0)->text(), "Free keys › Key 112 (F1): " + neverSent);
+        Desk::ClickIn(dialog, "cmdWrite");
+    });
+    desk.window->Transfers().Write(); // which leads to the page Test
+    desk.Page("freeProgKeys");
+    desk.ClickKey("layoutDisplay", 112);
+    const sim::TestDrive drive(desk.Held(), desk.workbench.Simulated()->Model(),
+                               desk.workbench.Layout());
+    const sim::Stretch sent = drive.PressKey(112).stretches.at(0);
+    EXPECT_EQ(OriginText(sent, &desk.workbench.Layout()) +
+                  " sends: " + ContentText(sent, desk.workbench.Layout()),
+              received().toStdString());
+
+    desk.Click("clearKeys");
+    EXPECT_EQ(received(), "POS key 2 (F1) sends: A ^A");
+    EXPECT_EQ(warnings(), "") << "there is nothing to send";
 }
 
 // A driver library names no layout.

@@ -63,6 +63,35 @@ TEST_F(Overview, ThePictureShowsWhichKeysSendSomethingAndLeadsToThem) {
     EXPECT_TRUE(ShowsProgrammed({})) << "the picture follows the document";
 }
 
+// POS keys 1 and 2 are the keys 110 and 112. 94 is the second of three POS keys with the code 61.
+TEST_F(Overview, ThePictureShowsWhatAKeyOfSeveralModulesSends) {
+    Open(R"("freeProgKeys": {"keys": [{"positionCode": 112, "sequence": "Esc Enter"}]},
+            "pos": {"blocks": [{"slot": 1, "blockId": 1, "colorId": 0, "keys": [1, 2],
+                                "sequence": "A"},
+                               {"slot": 94, "blockId": 2, "colorId": 1, "keys": [94],
+                                "sequence": "B"}]})");
+    ASSERT_TRUE(ShowsProgrammed({110, 112, 61}));
+    const auto toolTip = [this] {
+        for (const views::KeyCap& cap : desk.Find<views::KeyGrid>("keyboardPicture")->Keys())
+            if (cap.index == 112)
+                return cap.toolTip.section(u'\n', -1).toStdString();
+        return std::string();
+    };
+    EXPECT_EQ(toolTip(), "POS keys: A");
+    for (const auto& [code, key] : {std::pair{112, 2}, {61, 94}}) {
+        desk.Page("overview");
+        desk.ClickKey("keyboardPicture", code);
+        EXPECT_EQ(PageShown(), "POS keys");
+        EXPECT_EQ(desk.Find<views::KeyGrid>("posDisplay")->Selected(), std::vector<int>{key});
+    }
+    desk.Click("clearKeys");
+    desk.ClickKey("posDisplay", 1);
+    desk.Click("clearKeys");
+    desk.Page("overview");
+    EXPECT_TRUE(ShowsProgrammed({112}));
+    EXPECT_EQ(toolTip(), "Free keys: Esc Enter");
+}
+
 TEST_F(Overview, WithoutAKeyboardThereAreCardsForTheDocumentsSections) {
     Open(R"("commonKeyboard": {"outputDelay": 9}, "pos": {"blocks": []})");
     EXPECT_EQ(Cards().size(), 6) << "the modules of the keyboard: "

@@ -71,6 +71,22 @@ TEST_F(Answers, OfDocuments) {
                    "Free keys › Key 12 (-): key 44 (Shift) is pressed and never released\n"
                    "1 warning\n",
            1);
+    const std::string other = keyboard.Write("other.json", R"({"format": "qx-configuration",
+        "version": 1, "freeProgKeys": {"keys": [{"positionCode": 112, "sequence": [110, 238]}]},
+        "pos": {"blocks": [{"slot": 1, "blockId": 1, "colorId": 0, "keys": [1, 2],
+                            "sequence": [31, 159]}]}})");
+    Expect({"validate", "--lint", other},
+           {{"valid", true},
+            {"file", other},
+            {"warnings", Json::array({{{"place", "/freeProgKeys/keys[112]/sequence"},
+                                       {"setting", "Free keys › Key 112 (F1)"},
+                                       {"code", "never-sent"},
+                                       {"key", 112},
+                                       {"index", 0},
+                                       {"message", "never sent: the key sends the sequence of POS "
+                                                   "keys › Key 1 (Esc) instead"},
+                                       {"by", "/pos/blocks[1]"}}})}},
+           other + " is valid: 2 sections\n", 1);
     EXPECT_EQ(keyboard.Done({"validate", "--lint", delay}),
               delay + " is valid: 1 section\nno warnings\n");
     const std::string sheet = keyboard.File("till.svg");

@@ -54,8 +54,8 @@ public:
             layout != nullptr && layout->KeySupport(nPositionCode) == KEYMODE_PROG;
         return isProgrammable && HasPlace(nPositionCode) ? nPositionCode : -1;
     }
-    [[nodiscard]] const KeySequence* SentBy(int key) override {
-        return &Control().Sequences().Key(static_cast<Integer>(key));
+    [[nodiscard]] std::optional<Position> PositionOf(int key) override {
+        return Position{static_cast<Integer>(key)};
     }
 
     void AnswerWith(EditRequests& edits) override {

@@ -70,9 +70,9 @@ public:
         const Integer key = Control().CodeMap().GetKeyIndex(nPositionCode);
         return key == 0 ? -1 : key;
     }
-    [[nodiscard]] const KeySequence* SentBy(int key) override {
-        const Integer slot = Control().PosData().FindBlockForKey(static_cast<Integer>(key));
-        return slot == 0 ? nullptr : &Control().PosData().Block(slot).Sequence();
+    [[nodiscard]] std::optional<Position> PositionOf(int key) override {
+        const auto index = static_cast<Integer>(key);
+        return Position{Control().CodeMap().GetPositionCodeForKey(index), index};
     }
     void AddActions(KeyActions& actions, KeyEdits& edits, QWidget& view) override {
         new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());

@@ -66,10 +66,14 @@ public:
     // "tracks/0/header". Only for a view whose sequences are edited beside it.
     [[nodiscard]] virtual bool HasSequences() const { return false; }
     [[nodiscard]] virtual std::string PlaceOfLabel(std::string_view /*name*/) { return {}; }
-    // The key of the grid at this position of the keyboard, -1 for none, and what a key sends,
-    // which may be null. Only for keys that a layout places.
+    // The key of the grid at this position of the keyboard, -1 for none, and the position of a key,
+    // with its POS key index if it has one. Only for keys that a layout places.
     [[nodiscard]] virtual int KeyAt(Integer /*nPositionCode*/) { return -1; }
-    [[nodiscard]] virtual const KeySequence* SentBy(int /*key*/) { return nullptr; }
+    struct Position {
+        Integer code;
+        Integer posKey = 0;
+    };
+    [[nodiscard]] virtual std::optional<Position> PositionOf(int /*key*/) { return {}; }
     // The name of the group that the key belongs to; empty for a key by itself.
     [[nodiscard]] virtual QString GroupOf(int /*key*/) { return {}; }
     // The text that the key has beside its sequence, on a page where keys have one.

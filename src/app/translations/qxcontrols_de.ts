@@ -1589,6 +1589,10 @@
         <source>This key cannot be programmed.</source>
         <translation>Diese Taste ist nicht belegbar.</translation>
     </message>
+    <message>
+        <source>%1 sends: %2</source>
+        <translation>%1 sendet: %2</translation>
+    </message>
 </context>
 <context>
     <name>KeyActions</name>
@@ -1997,6 +2001,10 @@
     <message>
         <source>This layout has no key %1.</source>
         <translation>Diese Belegung hat keine Taste %1.</translation>
+    </message>
+    <message>
+        <source>Never sent: the key sends the sequence of %1 instead.</source>
+        <translation>Wird nie gesendet: Die Taste sendet stattdessen die Folge von %1.</translation>
     </message>
 </context>
 <context>
@@ -3258,10 +3266,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Eine Beschreibung der Funktionstaste mit höchstens 64 Zeichen. Die Tastatur speichert sie.</translation>
     </message>
     <message>
-        <source>The keys that the selected key sends, in order. The arrow keys move the caret, Delete and Backspace remove, Ctrl with an arrow key moves.</source>
-        <translation>Die Tasten, die die gewählte Taste sendet, der Reihe nach. Die Pfeiltasten bewegen die Einfügemarke, Entf und Rücktaste entfernen, Strg mit einer Pfeiltaste verschiebt.</translation>
-    </message>
-    <message>
         <source>Text to type: Enter adds the keys that type it, Ctrl+Enter also adds Enter.</source>
         <translation>Text zum Tippen: Die Eingabetaste fügt die Tasten an, die ihn tippen, Strg+Eingabe fügt auch die Eingabetaste an.</translation>
     </message>
@@ -3438,10 +3442,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Nimmt die Tasten auf, die an der verbundenen Tastatur gedrückt werden. Sie tippt nichts, bis die Aufnahme endet.</translation>
     </message>
     <message>
-        <source>Each press and release that the PC receives, in order; ^ marks a release.</source>
-        <translation>Jedes Drücken und Loslassen, das der PC empfängt, der Reihe nach; ^ steht für das Loslassen.</translation>
-    </message>
-    <message>
         <source>Asks at startup what to begin with.</source>
         <translation>Fragt beim Start, womit begonnen werden soll.</translation>
     </message>
@@ -3468,6 +3468,14 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>The ten layers of function keys. The number in brackets counts the programmed keys; a dot marks a layer with changes that are not yet written to the keyboard.</source>
         <translation>Die zehn Ebenen der Funktionstasten. Die Zahl in Klammern nennt die belegten Tasten; ein Punkt kennzeichnet eine Ebene mit Änderungen, die noch nicht in die Tastatur geschrieben sind.</translation>
+    </message>
+    <message>
+        <source>The keys that the selected key sends, in order. The arrow keys move the caret, Delete and Backspace remove, Ctrl with an arrow key moves.</source>
+        <translation>Die Tasten, die die gewählte Taste sendet, der Reihe nach. Die Pfeiltasten bewegen die Einfügemarke, Entf und Rücktaste entfernen, Strg mit einer Pfeiltaste verschiebt.</translation>
+    </message>
+    <message>
+        <source>Each press and release that the PC receives, in order; ^ marks a release. If another module&apos;s sequence is sent instead, that one.</source>
+        <translation>Jedes Drücken und Loslassen, das der PC empfängt, der Reihe nach; ^ steht für das Loslassen. Wird stattdessen die Folge eines anderen Moduls gesendet, dann diese.</translation>
     </message>
 </context>
 <context>

@@ -31,6 +31,8 @@ std::string TextOf(const host::SequenceWarning& warning, const QXKeyboardLayoutD
                " cannot be pressed through a sequence";
     case host::SequenceWarningKind::NotInLayout:
         return "the layout has no key " + key;
+    case host::SequenceWarningKind::NeverSent:
+        return "never sent: the key sends the sequence of " + ToText(warning.by) + " instead";
     }
     return {};
 }
@@ -53,6 +55,8 @@ void ShowWarnings(Context& context, const ValidateOptions& options,
                         {"key", each.warning.key},
                         {"index", each.warning.at},
                         {"message", text}});
+        if (!each.warning.byPlace.empty())
+            json.back()["by"] = each.warning.byPlace;
         lines.push_back(name + ": " + text);
     }
     lines.push_back(warnings.empty() ? "no warnings" : Counted(warnings.size(), "warning"));
@@ -89,8 +93,8 @@ Command ValidateCommand() {
                      .target = &options->lint,
                      .summary =
                          "Also list sequences that leave a key pressed, release a key that is "
-                         "not pressed, or use a key that the layout does not have; exit "
-                         "with 1 if there are any"}},
+                         "not pressed, use a key that the layout does not have, or are never "
+                         "sent; exit with 1 if there are any"}},
         .footer =
             "Needs no keyboard, so it cannot check whether the keyboard's layout allows a key to "
             "be programmed.\n\nExamples:\n"

@@ -1,8 +1,8 @@
 #include "host/SheetVisitor.h"
 #include "host/sections/Sections.h"
 
-#include "qxcontrols/keyprog/FreeProgKeysBlock.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/pos/KeySender.h"
 
 #include <algorithm>
 
@@ -55,6 +55,14 @@ public:
     }
 
     void VisitSheet(SheetVisitor& sheet) const override { sheet.Keyboard(Control().Sequences()); }
+
+    void AddTo(KeyModules& modules, Integer nPositionCode) override {
+        const std::vector<Integer> stored = StoredKeys();
+        const auto module = std::ranges::find(kFreeKeyModules, Info().areas[0].module);
+        if (std::ranges::find(stored, nPositionCode) != stored.end())
+            modules.freeKeys.at(static_cast<std::size_t>(module - kFreeKeyModules.begin())) =
+                &Control().Sequences().Key(nPositionCode);
+    }
 
 private:
     // The keys that the keyboard stores; without its layout, all keys in its stored order.

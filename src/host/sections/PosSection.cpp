@@ -1,6 +1,7 @@
 #include "host/SheetVisitor.h"
 #include "host/sections/Sections.h"
 
+#include "qxcontrols/pos/KeySender.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
 #include "qxcontrols/pos/QXPos.h"
@@ -53,6 +54,10 @@ public:
 
     void VisitSheet(SheetVisitor& sheet) const override {
         sheet.Blocks(Control().PosData(), Control().CodeMap());
+    }
+
+    void AddTo(KeyModules& modules, Integer /*nPositionCode*/) override {
+        modules.blocks = &Control().PosData();
     }
 
     // A key in no block gets one of its own.
