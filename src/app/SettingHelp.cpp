@@ -87,7 +87,8 @@ constexpr Description kDescriptions[] = {
     {"keys",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "The keys that the selected key sends, in order. The arrow keys move the "
-                       "caret, Delete and Backspace remove, Ctrl with an arrow key moves.")},
+                       "caret, in a text by character; Delete and Backspace remove, Ctrl with an "
+                       "arrow key moves.")},
     {"typedText",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Text to type: Enter adds the keys that type it, Ctrl+Enter also adds "

@@ -5,16 +5,16 @@
 #include "views/LineIcon.h"
 
 #include <QApplication>
-#include <QDrag>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTextBoundaryFinder>
 #include <QToolButton>
 
-#include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace qx::views {
 
@@ -23,21 +23,20 @@ namespace {
 constexpr int kGap = 6;
 constexpr int kPadding = 4;
 constexpr int kCaretWidth = 2;
-constexpr const char* kMimeType = "application/x-qx-sequence-item";
 
 } // namespace
 
-// One item. A click puts the caret behind it, a drag moves it.
+// One item. A click puts the caret beside it, or into its text; a drag moves it.
 class ChipRow::Chip : public QFrame {
 public:
     Chip(ChipRow& row, int index, const SequenceItem& item)
-        : QFrame(&row), m_row(row), m_index(index), m_text(ToQt(item.text)) {
+        : QFrame(&row), m_row(row), m_index(index), m_text(ToQt(item.text)),
+          m_isText(item.kind == SequenceItem::Kind::Text), m_label(new QLabel(m_text)) {
         setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
         setBackgroundRole(QPalette::Button);
         setAutoFillBackground(true);
         setCursor(Qt::OpenHandCursor);
-        auto* label = new QLabel(m_text);
-        label->setTextFormat(Qt::PlainText);
+        m_label->setTextFormat(Qt::PlainText);
         m_remove = new QToolButton;
         m_remove->setIcon(LineIcon(QStringLiteral("close")));
         m_remove->setAutoRaise(true);
@@ -49,7 +48,7 @@ public:
         auto* layout = new QHBoxLayout(this);
         layout->setContentsMargins(8, 1, 1, 1);
         layout->setSpacing(2);
-        layout->addWidget(label);
+        layout->addWidget(m_label);
         layout->addWidget(m_remove);
     }
 
@@ -61,30 +60,68 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override { m_pressedAt = event->pos(); }
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (m_ghost == nullptr &&
+            (event->pos() - m_pressedAt).manhattanLength() < QApplication::startDragDistance())
+            return;
+        if (m_ghost == nullptr) {
+            m_ghost = std::make_unique<QLabel>(window());
+            m_ghost->setPixmap(grab());
+            m_ghost->show();
+        }
+        m_ghost->move(mapTo(window(), event->pos() - m_pressedAt));
+        m_row.ShowDropGap(GapAt(event->pos()));
+    }
     void mouseReleaseEvent(QMouseEvent* event) override {
-        if (rect().contains(event->pos())) {
+        if (std::exchange(m_ghost, nullptr) != nullptr) {
+            m_row.ShowDropGap(-1);
+            if (const int gap = GapAt(event->pos()); gap >= 0)
+                emit m_row.Moved(m_index, gap); // this chip may be gone afterwards
+        } else if (rect().contains(event->pos())) {
             m_row.setFocus(Qt::MouseFocusReason);
-            emit m_row.CaretMoved(event->pos().x() < width() / 2 ? m_index : m_index + 1);
+            const int characters = m_isText ? CharactersBefore(event->pos().x()) : 0;
+            const bool isBehind = !m_isText && event->pos().x() >= width() / 2;
+            emit m_row.CaretMoved(isBehind ? m_index + 1 : m_index, characters);
         }
     }
-    void mouseMoveEvent(QMouseEvent* event) override {
-        if ((event->pos() - m_pressedAt).manhattanLength() < QApplication::startDragDistance())
-            return;
-        auto* data = new QMimeData;
-        data->setData(QString::fromLatin1(kMimeType), QByteArray::number(m_index));
-        auto* drag = new QDrag(&m_row);
-        drag->setMimeData(data);
-        drag->setPixmap(grab());
-        drag->setHotSpot(m_pressedAt);
-        drag->exec(Qt::MoveAction); // this chip may be gone afterwards
+    void paintEvent(QPaintEvent* event) override {
+        QFrame::paintEvent(event);
+        if (m_row.hasFocus() && m_row.m_caret == m_index && !m_row.m_beforeCaret.isEmpty())
+            QPainter(this).fillRect(
+                QRect(XBehind(m_row.m_beforeCaret), 2, kCaretWidth, height() - 4),
+                palette().color(QPalette::ButtonText));
     }
 
 private:
+    // Where the caret is behind this part of the text.
+    [[nodiscard]] int XBehind(const QString& part) const {
+        return m_label->x() + m_label->fontMetrics().horizontalAdvance(part) - kCaretWidth / 2;
+    }
+    [[nodiscard]] int CharactersBefore(int x) const {
+        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, m_text);
+        int characters = 0;
+        for (qsizetype from = 0, to = finder.toNextBoundary(); to > 0;
+             from = to, to = finder.toNextBoundary()) {
+            if (x < (XBehind(m_text.left(from)) + XBehind(m_text.left(to))) / 2)
+                break;
+            ++characters;
+        }
+        return characters;
+    }
+    // -1 outside the row.
+    [[nodiscard]] int GapAt(const QPoint& point) const {
+        const QPoint place = mapToParent(point);
+        return m_row.rect().contains(place) ? m_row.GapAt(place) : -1;
+    }
+
     ChipRow& m_row;
     int m_index;
     QString m_text;
+    bool m_isText;
+    QLabel* m_label;
     QToolButton* m_remove;
     QPoint m_pressedAt;
+    std::unique_ptr<QLabel> m_ghost; // follows the pointer while the chip is dragged
 };
 
 ChipRow::ChipRow(QWidget* parent) : QFrame(parent), m_flow(new FlowLayout(kGap, this)) {
@@ -92,7 +129,6 @@ ChipRow::ChipRow(QWidget* parent) : QFrame(parent), m_flow(new FlowLayout(kGap, 
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
-    setAcceptDrops(true);
     m_flow->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
@@ -100,7 +136,7 @@ ChipRow::ChipRow(QWidget* parent) : QFrame(parent), m_flow(new FlowLayout(kGap, 
     setMinimumHeight(fontMetrics().height() + 4 * kPadding + 8);
 }
 
-void ChipRow::Show(const std::vector<SequenceItem>& items, std::size_t caret) {
+void ChipRow::Show(const std::vector<SequenceItem>& items, const SequenceDraft::Place& caret) {
     for (Chip* chip : std::exchange(m_chips, {})) {
         m_flow->removeWidget(chip);
         chip->hide();
@@ -112,7 +148,9 @@ void ChipRow::Show(const std::vector<SequenceItem>& items, std::size_t caret) {
         m_flow->addWidget(chip);
         chip->show();
     }
-    m_caret = static_cast<int>(std::min(caret, items.size()));
+    m_caret = static_cast<int>(caret.item);
+    m_beforeCaret = ToQt(caret.before);
+    m_dropGap = -1;
     ShowNames();
     updateGeometry();
     update();
@@ -125,6 +163,11 @@ void ChipRow::ShowNames() {
     setAccessibleName(tr("Keys of the sequence"));
 }
 
+void ChipRow::ShowDropGap(int gap) {
+    m_dropGap = gap;
+    update();
+}
+
 void ChipRow::changeEvent(QEvent* event) {
     QFrame::changeEvent(event);
     if (event->type() == QEvent::LanguageChange)
@@ -134,18 +177,19 @@ void ChipRow::changeEvent(QEvent* event) {
 void ChipRow::keyPressEvent(QKeyEvent* event) {
     const int end = static_cast<int>(m_chips.size());
     const bool moves = event->modifiers().testFlag(Qt::ControlModifier);
+    const int before = m_beforeCaret.isEmpty() ? m_caret - 1 : m_caret; // the item that moves
     switch (event->key()) {
     case Qt::Key_Left:
-        if (moves && m_caret > 1)
-            emit Moved(m_caret - 1, m_caret - 2);
-        else if (!moves && m_caret > 0)
-            emit CaretMoved(m_caret - 1);
+        if (!moves)
+            emit CaretStepped(-1);
+        else if (before > 0)
+            emit Moved(before, before - 1);
         return;
     case Qt::Key_Right:
-        if (moves && m_caret > 0 && m_caret < end)
-            emit Moved(m_caret - 1, m_caret + 1);
-        else if (!moves && m_caret < end)
-            emit CaretMoved(m_caret + 1);
+        if (!moves)
+            emit CaretStepped(1);
+        else if (before >= 0 && before + 1 < end)
+            emit Moved(before, before + 2);
         return;
     case Qt::Key_Home:
         emit CaretMoved(0);
@@ -157,8 +201,7 @@ void ChipRow::keyPressEvent(QKeyEvent* event) {
         emit RemovedBefore();
         return;
     case Qt::Key_Delete:
-        if (m_caret < end)
-            emit Removed(m_caret);
+        emit RemovedAfter();
         return;
     default:
         QFrame::keyPressEvent(event);
@@ -194,7 +237,7 @@ QRect ChipRow::CaretRect(int before) const {
 void ChipRow::paintEvent(QPaintEvent* event) {
     QFrame::paintEvent(event);
     QPainter painter(this);
-    if (hasFocus())
+    if (hasFocus() && m_beforeCaret.isEmpty())
         painter.fillRect(CaretRect(m_caret), palette().color(QPalette::Text));
     if (m_dropGap >= 0)
         painter.fillRect(CaretRect(m_dropGap), palette().color(QPalette::Highlight));
@@ -208,30 +251,6 @@ void ChipRow::focusInEvent(QFocusEvent* event) {
 void ChipRow::focusOutEvent(QFocusEvent* event) {
     QFrame::focusOutEvent(event);
     update();
-}
-
-void ChipRow::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->source() == this && event->mimeData()->hasFormat(QString::fromLatin1(kMimeType)))
-        event->acceptProposedAction();
-}
-
-void ChipRow::dragMoveEvent(QDragMoveEvent* event) {
-    m_dropGap = GapAt(event->position().toPoint());
-    update();
-}
-
-void ChipRow::dragLeaveEvent(QDragLeaveEvent* event) {
-    QFrame::dragLeaveEvent(event);
-    m_dropGap = -1;
-    update();
-}
-
-void ChipRow::dropEvent(QDropEvent* event) {
-    const int item = event->mimeData()->data(QString::fromLatin1(kMimeType)).toInt();
-    m_dropGap = -1;
-    update();
-    event->acceptProposedAction();
-    emit Moved(item, GapAt(event->position().toPoint()));
 }
 
 } // namespace qx::views

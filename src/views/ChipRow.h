@@ -1,9 +1,9 @@
-// ChipRow: the items of a sequence as chips, with a caret between them.
+// ChipRow: the items of a sequence as chips, with a caret between them or in a text.
 //
 // It shows the sequence and reports the user's edits; its owner applies them and shows the result.
 #pragma once
 
-#include "qxcontrols/keys/SequenceItems.h"
+#include "qxcontrols/keys/SequenceDraft.h"
 
 #include <QFrame>
 
@@ -18,13 +18,14 @@ class ChipRow : public QFrame {
 public:
     explicit ChipRow(QWidget* parent = nullptr);
 
-    // The caret is before the item with this index, or after the last one.
-    void Show(const std::vector<SequenceItem>& items, std::size_t caret);
+    void Show(const std::vector<SequenceItem>& items, const SequenceDraft::Place& caret);
 
 signals:
-    void CaretMoved(int before);
+    void CaretMoved(int before, int characters = 0); // as SequenceDraft::SetCaret takes it
+    void CaretStepped(int by);
     void Removed(int item);
     void RemovedBefore(); // what is before the caret
+    void RemovedAfter();
     void Moved(int item, int before);
 
 protected:
@@ -34,23 +35,21 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragMoveEvent(QDragMoveEvent* event) override;
-    void dragLeaveEvent(QDragLeaveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
     class Chip;
 
     void ShowNames();
+    void ShowDropGap(int gap);
     // The index of the item before which something at this point belongs.
     [[nodiscard]] int GapAt(const QPoint& point) const;
     [[nodiscard]] QRect CaretRect(int before) const;
 
     FlowLayout* m_flow;
     std::vector<Chip*> m_chips;
-    int m_caret = 0;
-    int m_dropGap = -1; // while something is dragged over the row
+    int m_caret = 0;       // the item after it, or around it
+    QString m_beforeCaret; // of the item around it
+    int m_dropGap = -1;    // while a chip is dragged over the row
 };
 
 } // namespace qx::views

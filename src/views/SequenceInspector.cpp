@@ -37,20 +37,27 @@ QToolButton* MakeTool(const char* name, const char* icon) {
 
 SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
     MakeParts();
-    connect(m_chips, &ChipRow::CaretMoved, this, [this](int before) {
-        m_draft->SetCaret(static_cast<std::size_t>(before));
-        m_chips->Show(m_draft->Items(), m_draft->Caret());
+    connect(m_chips, &ChipRow::CaretMoved, this, [this](int before, int characters) {
+        m_draft->SetCaret(static_cast<std::size_t>(before), static_cast<std::size_t>(characters));
+        ShowDraft();
+    });
+    connect(m_chips, &ChipRow::CaretStepped, this, [this](int by) {
+        m_draft->StepCaret(by);
+        ShowDraft();
     });
     connect(m_chips, &ChipRow::Removed, this, [this](int item) {
         m_draft->Remove(static_cast<std::size_t>(item));
         Report(true);
     });
-    const auto removeBefore = [this] {
+    connect(m_chips, &ChipRow::RemovedBefore, this, [this] {
         m_draft->RemoveBefore();
         Report(true);
-    };
-    connect(m_chips, &ChipRow::RemovedBefore, this, removeBefore);
-    connect(m_back, &QToolButton::clicked, this, removeBefore);
+    });
+    connect(m_chips, &ChipRow::RemovedAfter, this, [this] {
+        m_draft->RemoveAfter();
+        Report(true);
+    });
+    connect(m_back, &QToolButton::clicked, m_chips, &ChipRow::RemovedBefore);
     connect(m_chips, &ChipRow::Moved, this, [this](int item, int before) {
         m_draft->Move(static_cast<std::size_t>(item), static_cast<std::size_t>(before));
         Report(true);
@@ -246,7 +253,7 @@ void SequenceInspector::ShowDraft() {
         return;
     m_chips->Show(m_draft->Items(), m_draft->Caret());
     m_left->setText(tr("Codes left: %1").arg(m_draft->CodesLeft()));
-    m_back->setEnabled(m_draft->Caret() > 0);
+    m_back->setEnabled(m_draft->CaretCode() > 0);
     m_clear->setEnabled(!m_draft->Codes().empty());
     const auto received = m_receive ? m_receive() : std::nullopt;
     m_received->setText(received ? *received : ToQt(SequenceToText(m_draft->Codes(), *m_layout)));

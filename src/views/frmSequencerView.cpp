@@ -168,9 +168,19 @@ void frmSequencerView::Rearrange(const std::function<void(SequenceDraft&)>& chan
 QWidget* frmSequencerView::MakeChips() {
     auto* chips = new ChipRow;
     chips->setObjectName(QStringLiteral("keys"));
-    connect(chips, &ChipRow::CaretMoved, this, [this](int before) {
+    // Keys are recorded as they are, so that the caret is not where Shift is held.
+    connect(chips, &ChipRow::CaretMoved, this, [this](int before, int characters) {
         std::optional<SequenceDraft> draft = Draft();
-        draft->SetCaret(static_cast<std::size_t>(before));
+        draft->SetCaret(static_cast<std::size_t>(before), static_cast<std::size_t>(characters));
+        while (draft->HeldAtCaret() != 0)
+            draft->StepCaret(1);
+        m_form.SetCaret(draft->CaretCode());
+    });
+    connect(chips, &ChipRow::CaretStepped, this, [this](int by) {
+        std::optional<SequenceDraft> draft = Draft();
+        do
+            draft->StepCaret(by);
+        while (draft->HeldAtCaret() != 0);
         m_form.SetCaret(draft->CaretCode());
     });
     connect(chips, &ChipRow::Removed, this, [this](int item) {
@@ -178,6 +188,8 @@ QWidget* frmSequencerView::MakeChips() {
     });
     connect(chips, &ChipRow::RemovedBefore, this,
             [this] { Rearrange([](SequenceDraft& draft) { draft.RemoveBefore(); }); });
+    connect(chips, &ChipRow::RemovedAfter, this,
+            [this] { Rearrange([](SequenceDraft& draft) { draft.RemoveAfter(); }); });
     connect(chips, &ChipRow::Moved, this, [this](int item, int before) {
         Rearrange([&](SequenceDraft& draft) {
             draft.Move(static_cast<std::size_t>(item), static_cast<std::size_t>(before));

@@ -294,6 +294,14 @@ TEST_F(EditorViewsTest, ChordsAndTextAreClickedAndItemsMoved) {
                   user.Click("cmdOK");
               }),
               "  5  2130 43171");
+    EXPECT_EQ(EditSequence([&](const User& user) {
+                  user.Type("typedText", QStringLiteral("TI"));
+                  QTest::keyClick(user.Find("typedText"), Qt::Key_Return);
+                  QTest::keyClick(user.Find("keys"), Qt::Key_Left); // not to where Shift is held
+                  user.ClickKeys("layoutDisplay", {32});
+                  user.Click("cmdOK");
+              }),
+              "  5 32160 44 21149 24152172");
 }
 
 TEST_F(EditorViewsTest, PosBlocksAreClickedTogetherAndReachTheKeyboard) {

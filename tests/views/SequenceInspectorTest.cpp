@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -15,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <vector>
 
 namespace qx::views {
 
@@ -44,6 +47,16 @@ protected:
         auto* part = inspector.findChild<Widget*>(QString::fromLatin1(name));
         EXPECT_NE(part, nullptr) << name;
         return part;
+    }
+    // The chip of the item with this index.
+    QWidget* Chip(int item) {
+        QApplication::processEvents(); // arranges them
+        std::vector<QWidget*> chips;
+        for (auto* chip :
+             Part<ChipRow>("keys")->findChildren<QFrame*>(QString(), Qt::FindDirectChildrenOnly))
+            if (!chip->isHidden()) // it is to be deleted
+                chips.push_back(chip);
+        return chips.at(static_cast<std::size_t>(item));
     }
     void Click(const char* name) { QTest::mouseClick(Part<QAbstractButton>(name), Qt::LeftButton); }
     void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -97,10 +110,57 @@ TEST_F(SequenceInspectorTest, ItemsAreMovedAndRemovedByTheKeyboard) {
     Press(Qt::Key_Backspace);
     EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl 1 ^1 0 ^0") << "the caret went with it";
     Press(Qt::Key_Delete);
+    EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl 0 ^0") << "of a text one character";
+    Press(Qt::Key_Delete);
     EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl");
     Click("removeLast");
     EXPECT_EQ(stored, "");
     EXPECT_FALSE(Part<QToolButton>("removeLast")->isEnabled());
+}
+
+TEST_F(SequenceInspectorTest, ALetterInsideATextIsCorrected) {
+    Show(ParseSequenceText("Shift T ^T O ^O L ^L ^Shift Enter ^Enter", layout));
+    Press(Qt::Key_Left);
+    Press(Qt::Key_Left);
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(stored, "Shift T ^T L ^L ^Shift Enter ^Enter");
+    QTest::keyClicks(Part<QLineEdit>("typedText"), "I");
+    Click("addText");
+    EXPECT_EQ(stored, "Shift T ^T I ^I L ^L ^Shift Enter ^Enter");
+    QTest::mouseClick(Chip(0), Qt::LeftButton, {}, {10, Chip(0)->height() / 2});
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(stored, "Shift T ^T L ^L ^Shift Enter ^Enter");
+    const auto* label = Chip(0)->findChild<QLabel*>();
+    QTest::mouseClick(Chip(0), Qt::LeftButton, {},
+                      {label->x() + label->fontMetrics().horizontalAdvance(QStringLiteral("T")),
+                       Chip(0)->height() / 2});
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(stored, "Shift L ^L ^Shift Enter ^Enter") << "the click was between the letters";
+}
+
+TEST_F(SequenceInspectorTest, ItemsAreDraggedToTheirPlace) {
+    Show(ParseSequenceText("Ctrl C ^C ^Ctrl 1 ^1 0 ^0 Enter ^Enter", layout));
+    const auto drag = [this](int item, const QPoint& to) { // of the row
+        const QPoint from(12, Chip(item)->height() / 2);
+        const QPoint end = Chip(item)->mapFrom(Part<ChipRow>("keys"), to);
+        QPointer<QWidget> chip = Chip(item);
+        QTest::mousePress(chip, Qt::LeftButton, {}, from);
+        for (const QPoint& at : {(from + end) / 2, end}) {
+            QMouseEvent move(QEvent::MouseMove, at, chip->mapToGlobal(at), Qt::NoButton,
+                             Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(chip, &move);
+        }
+        QTest::mouseRelease(chip, Qt::LeftButton, {}, end);
+    };
+    drag(2, Chip(0)->geometry().center() - QPoint(8, 0));
+    EXPECT_EQ(stored, "Enter ^Enter Ctrl C ^C ^Ctrl 1 ^1 0 ^0") << "before the first one";
+    drag(0, Chip(1)->geometry().center() + QPoint(8, 0));
+    EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl Enter ^Enter 1 ^1 0 ^0") << "behind the second one";
+    drag(0, Part<ChipRow>("keys")->rect().bottomRight() + QPoint(20, 20));
+    EXPECT_EQ(changes, 2) << "out of the row";
+    drag(1, Chip(1)->geometry().center() - QPoint(30, 0));
+    EXPECT_EQ(stored, "Ctrl C ^C ^Ctrl Enter ^Enter 1 ^1 0 ^0") << "where it is already";
 }
 
 TEST_F(SequenceInspectorTest, KeysOfThePcAreRecordedByTheirPlaces) {

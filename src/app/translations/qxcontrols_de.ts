@@ -3117,7 +3117,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Remove what is before the caret</source>
-        <translation>Den Eintrag vor der Einfügemarke entfernen</translation>
+        <translation>Entfernen, was vor der Einfügemarke steht</translation>
     </message>
     <message>
         <source>Clear</source>
@@ -3470,8 +3470,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die zehn Ebenen der Funktionstasten. Die Zahl in Klammern nennt die belegten Tasten; ein Punkt kennzeichnet eine Ebene mit Änderungen, die noch nicht in die Tastatur geschrieben sind.</translation>
     </message>
     <message>
-        <source>The keys that the selected key sends, in order. The arrow keys move the caret, Delete and Backspace remove, Ctrl with an arrow key moves.</source>
-        <translation>Die Tasten, die die gewählte Taste sendet, der Reihe nach. Die Pfeiltasten bewegen die Einfügemarke, Entf und Rücktaste entfernen, Strg mit einer Pfeiltaste verschiebt.</translation>
+        <source>The keys that the selected key sends, in order. The arrow keys move the caret, in a text by character; Delete and Backspace remove, Ctrl with an arrow key moves.</source>
+        <translation>Die Tasten, die die gewählte Taste sendet, der Reihe nach. Die Pfeiltasten bewegen die Einfügemarke, in einem Text um ein Zeichen; Entf und Rücktaste entfernen, Strg mit einer Pfeiltaste verschiebt.</translation>
     </message>
     <message>
         <source>Each press and release that the PC receives, in order; ^ marks a release. If another module&apos;s sequence is sent instead, that one.</source>

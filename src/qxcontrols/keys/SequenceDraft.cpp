@@ -18,8 +18,37 @@ std::size_t SequenceDraft::CodesLeft() const {
     return m_capacity - std::min(m_capacity, m_codes.size());
 }
 
-void SequenceDraft::SetCaret(std::size_t item) {
-    m_caret = std::min(item, m_items.size());
+SequenceDraft::Place SequenceDraft::Caret() const {
+    Place place{0, {}};
+    while (place.item < m_items.size() &&
+           m_items[place.item].first + m_items[place.item].count <= m_caret)
+        ++place.item;
+    for (const SequenceCharacter& character : CharactersOf(place.item))
+        if (character.end <= m_caret)
+            place.before += character.text;
+    return place;
+}
+
+void SequenceDraft::SetCaret(std::size_t item, std::size_t characters) {
+    const auto all = CharactersOf(item);
+    m_caret = characters == 0 || all.empty() ? CodeAt(item)
+                                             : all[std::min(characters, all.size()) - 1].end;
+}
+
+void SequenceDraft::StepCaret(int by) {
+    const std::vector<std::size_t> places = Places();
+    const auto at = std::ranges::find(places, m_caret);
+    if (by > 0 && at + 1 != places.end())
+        m_caret = at[1];
+    else if (by < 0 && at != places.begin())
+        m_caret = at[-1];
+}
+
+Byte SequenceDraft::HeldAtCaret() const {
+    for (const SequenceCharacter& character : CharactersOf(Caret().item))
+        if (character.stroke == m_caret)
+            return character.holder;
+    return 0;
 }
 
 void SequenceDraft::Hold(Byte key, bool isHeld) {
@@ -42,13 +71,34 @@ bool SequenceDraft::Press(Byte key) {
     return Insert(codes);
 }
 
+// Whether the codes are characters that one press of this Shift types.
+bool SequenceDraft::IsTypedWith(Byte shift, const std::vector<Byte>& codes) const {
+    const std::vector<SequenceItem> items = m_reader.Of(codes);
+    if (items.size() != 1)
+        return false;
+    const auto characters = m_reader.CharactersIn(codes, items.front());
+    return codes.size() == 2 * characters.size() + 2 &&
+           std::ranges::all_of(characters, [&](const auto& each) { return each.holder == shift; });
+}
+
 bool SequenceDraft::Insert(const std::vector<Byte>& codes) {
-    if (codes.size() > CodesLeft())
+    std::vector<Byte> inserted = codes;
+    std::size_t caretCode = m_caret + codes.size();
+    const Byte held = HeldAtCaret();
+    if (held != 0 && IsTypedWith(held, codes)) {
+        inserted.assign(codes.begin() + 1, codes.end() - 1);
+        caretCode -= 2;
+    } else if (held != 0) {
+        inserted.insert(inserted.begin(), static_cast<Byte>(held + kRelease));
+        inserted.push_back(held);
+        ++caretCode;
+    }
+    if (inserted.size() > CodesLeft())
         return false;
     std::vector<Byte> changed = m_codes;
-    const std::size_t at = CodeAt(m_caret);
-    changed.insert(changed.begin() + static_cast<std::ptrdiff_t>(at), codes.begin(), codes.end());
-    Change(std::move(changed), at + codes.size());
+    changed.insert(changed.begin() + static_cast<std::ptrdiff_t>(m_caret), inserted.begin(),
+                   inserted.end());
+    Change(std::move(changed), caretCode);
     return true;
 }
 
@@ -63,16 +113,37 @@ void SequenceDraft::Remove(std::size_t item) {
 }
 
 void SequenceDraft::RemoveBefore() {
-    const std::size_t at = CodeAt(m_caret);
-    const std::vector<Byte> before(m_codes.begin(),
-                                   m_codes.begin() + static_cast<std::ptrdiff_t>(at));
-    const std::vector<SequenceItem> singles = m_reader.SinglesOf(before);
-    if (singles.empty())
+    if (m_caret == 0)
         return;
-    const auto first = static_cast<std::ptrdiff_t>(singles.back().first);
-    std::vector<Byte> changed(m_codes.begin(), m_codes.begin() + first);
-    changed.insert(changed.end(), m_codes.begin() + static_cast<std::ptrdiff_t>(at), m_codes.end());
-    Change(std::move(changed), singles.back().first);
+    const Place caret = Caret();
+    const std::size_t item = caret.before.empty() ? caret.item - 1 : caret.item;
+    std::size_t before = CodeAt(item);
+    for (const SequenceCharacter& character : CharactersOf(item)) {
+        if (character.end == m_caret)
+            return RemoveCharacter(character, before);
+        before = character.end;
+    }
+    Remove(item);
+}
+
+void SequenceDraft::RemoveAfter() {
+    const std::size_t item = Caret().item;
+    for (const SequenceCharacter& character : CharactersOf(item))
+        if (character.end > m_caret)
+            return RemoveCharacter(character, m_caret);
+    Remove(item);
+}
+
+// With its Shift if that types nothing else.
+void SequenceDraft::RemoveCharacter(const SequenceCharacter& character, std::size_t caretCode) {
+    const std::size_t last = character.stroke + 1;
+    const bool isAlone = character.holder != 0 &&
+                         m_codes[character.stroke - 1] == character.holder &&
+                         m_codes[last + 1] == character.holder + kRelease;
+    const auto first = m_codes.begin() + static_cast<std::ptrdiff_t>(character.stroke);
+    std::vector<Byte> changed(m_codes.begin(), isAlone ? first - 1 : first);
+    changed.insert(changed.end(), first + (isAlone ? 3 : 2), m_codes.end());
+    Change(std::move(changed), caretCode);
 }
 
 void SequenceDraft::Move(std::size_t item, std::size_t before) {
@@ -101,10 +172,27 @@ std::size_t SequenceDraft::CodeAt(std::size_t item) const {
     return item < m_items.size() ? m_items[item].first : m_codes.size();
 }
 
+std::vector<SequenceCharacter> SequenceDraft::CharactersOf(std::size_t item) const {
+    if (item >= m_items.size())
+        return {};
+    return m_reader.CharactersIn(m_codes, m_items[item]);
+}
+
+std::vector<std::size_t> SequenceDraft::Places() const {
+    std::vector<std::size_t> places = {0};
+    for (std::size_t item = 0; item < m_items.size(); ++item) {
+        for (const SequenceCharacter& character : CharactersOf(item))
+            places.push_back(character.end);
+        if (places.back() != CodeAt(item + 1))
+            places.push_back(CodeAt(item + 1));
+    }
+    return places;
+}
+
 void SequenceDraft::SetCaretCode(std::size_t code) {
-    const auto at =
-        std::ranges::find_if(m_items, [&](const SequenceItem& item) { return item.first >= code; });
-    m_caret = static_cast<std::size_t>(at - m_items.begin());
+    const std::vector<std::size_t> places = Places();
+    const auto at = std::ranges::lower_bound(places, code);
+    m_caret = at == places.end() ? m_codes.size() : *at;
 }
 
 void SequenceDraft::Change(std::vector<Byte> codes, std::size_t caretCode) {

@@ -123,6 +123,27 @@ std::vector<SequenceItem> SequenceItems::Of(std::span<const Byte> codes) const {
     return items;
 }
 
+std::vector<SequenceCharacter> SequenceItems::CharactersIn(std::span<const Byte> codes,
+                                                           const SequenceItem& item) const {
+    std::vector<SequenceCharacter> characters;
+    if (item.kind != Kind::Text)
+        return characters;
+    Byte holder = 0;
+    for (std::size_t at = item.first; at < item.first + item.count;) {
+        if (holder != 0 && codes[at] == holder + kRelease) {
+            characters.back().end = ++at;
+            holder = 0;
+        } else if (IsOneOf(kShifts, codes[at])) {
+            holder = codes[at++];
+        } else {
+            const Key& key = m_keys[codes[at]];
+            characters.push_back({at, at + 2, holder, holder != 0 ? key.shifted : key.plain});
+            at += 2;
+        }
+    }
+    return characters;
+}
+
 std::string SequenceItems::Text(std::span<const Byte> codes) const {
     std::string text;
     for (const SequenceItem& item : Of(codes))

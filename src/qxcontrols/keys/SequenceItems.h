@@ -34,6 +34,14 @@ struct SequenceItem {
     bool operator==(const SequenceItem&) const = default;
 };
 
+// A character of an item that is a text.
+struct SequenceCharacter {
+    std::size_t stroke; // the index of the press of its key; the release follows
+    std::size_t end;    // the index behind its codes, and behind the release of Shift after it
+    Byte holder;        // the Shift that is held meanwhile; 0 for none
+    std::string text;
+};
+
 class SequenceItems {
 public:
     // Copies the names and characters from the layout, which need not outlive it. A key without a
@@ -42,8 +50,9 @@ public:
 
     // The items of the codes, 1 to 255 each: every code belongs to one of them, in their order.
     [[nodiscard]] std::vector<SequenceItem> Of(std::span<const Byte> codes) const;
-    // The same with an item for each group of characters that Shift types, and for each other one.
-    [[nodiscard]] std::vector<SequenceItem> SinglesOf(std::span<const Byte> codes) const;
+    // The characters of an item of the codes; none if it is no text.
+    [[nodiscard]] std::vector<SequenceCharacter> CharactersIn(std::span<const Byte> codes,
+                                                              const SequenceItem& item) const;
     // The texts of the items, with blanks between them.
     [[nodiscard]] std::string Text(std::span<const Byte> codes) const;
 
@@ -53,6 +62,9 @@ private:
         std::string plain;   // the character that it types, UTF-8; empty for none
         std::string shifted; // the same with Shift
     };
+    // The items, texts being in pieces: one for each group of characters that Shift types, and for
+    // each other one.
+    [[nodiscard]] std::vector<SequenceItem> SinglesOf(std::span<const Byte> codes) const;
     [[nodiscard]] std::optional<SequenceItem> Stroke(std::span<const Byte> codes,
                                                      std::size_t at) const;
     // `down` are the keys that are held already.
