@@ -16,8 +16,9 @@ namespace {
 constexpr int kDarker = 140; // percent: Fusion's lines are that much darker than the window
 constexpr double kRadius = 2;
 constexpr float kTint = 0.3F;
-constexpr int kButtonPadding = 8;    // pixels
-constexpr int kTabMark = 2;          // pixels
+constexpr int kGrid = 8;              // pixels: between widgets, and around them
+constexpr int kButtonPadding = kGrid; // at the sides of a text
+constexpr int kTabMark = 2;
 constexpr int kGroupTitleMargin = 3; // between a group's title and its frame
 
 void PaintChecked(QPainter& painter, const QRect& rect, const QPalette& palette) {
@@ -179,6 +180,21 @@ QSize DesignedStyle::sizeFromContents(ContentsType type, const QStyleOption* opt
     if (type != CT_PushButton)
         return size;
     return size.expandedTo({contents.width() + 2 * kButtonPadding, 0});
+}
+
+int DesignedStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                               const QWidget* widget) const {
+    switch (metric) {
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+        return kGrid;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
 }
 
 QIcon DesignedStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,

@@ -17,7 +17,7 @@ namespace {
 
 enum Column { kSetting, kFrom, kTo, kShow };
 constexpr int kPlaceRole = Qt::UserRole;
-constexpr int kGap = 12; // pixels between columns
+constexpr int kGap = 16; // pixels between columns
 
 } // namespace
 

@@ -24,7 +24,7 @@ namespace {
 constexpr int kTextLines = 4; // more scroll, and the page keeps its room
 constexpr int kDetailLines = 6;
 constexpr int kReadableWidth = 60; // characters of a line
-constexpr QMargins kMargins(9, 4, 9, 4);
+constexpr QMargins kMargins(8, 4, 8, 4);
 
 const char* IconOf(Notice::Kind kind) {
     switch (kind) {

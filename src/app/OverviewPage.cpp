@@ -27,8 +27,8 @@ namespace {
 
 using State = StartStages::State;
 
-constexpr int kFill = 100;   // stretch of the widget that fills the remaining room
-constexpr int kCardGap = 12; // pixels
+constexpr int kFill = 100;  // stretch of the widget that fills the remaining room
+constexpr int kCardGap = 8; // pixels
 constexpr int kMarkSize = 16;
 
 // Stages that have not ended have no icon, but its room.

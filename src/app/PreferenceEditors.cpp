@@ -214,7 +214,7 @@ void PreferenceEditors::AddLastDocument(QFormLayout& form) {
     connect(forget, &QPushButton::clicked, this,
             [this] { Set(Preference::LastDownloadFile, std::string()); });
     auto* row = new QHBoxLayout;
-    row->setSpacing(12);
+    row->setSpacing(16);
     row->addWidget(file);
     row->addWidget(forget);
     form.addRow(tr("Last document:"), row);

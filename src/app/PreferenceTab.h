@@ -33,7 +33,7 @@ struct PreferenceTab {
     PreferenceTab() {
         page->setMaximumWidth(kFormWidth);
         column->setContentsMargins(16, 8, 16, 8);
-        column->setSpacing(10);
+        column->setSpacing(8);
     }
     [[nodiscard]] QFormLayout* AddGroup(const QString& title) {
         auto* group = new QGroupBox(title);

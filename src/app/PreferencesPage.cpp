@@ -55,7 +55,7 @@ PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem
     connect(reset, &QPushButton::clicked, this, [this] { ResetToDefaults(); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
-    column->setSpacing(12);
+    column->setSpacing(8);
     column->addWidget(m_tabs);
     column->addWidget(reset, 0, Qt::AlignLeft);
     ShowAll();

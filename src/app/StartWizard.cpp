@@ -28,7 +28,7 @@ public:
         text->setWordWrap(true);
         text->setTextFormat(Qt::PlainText);
         auto* column = new QVBoxLayout(this);
-        column->setContentsMargins(16, 12, 16, 12);
+        column->setContentsMargins(16, 8, 16, 8);
         column->setSpacing(4);
         QPalette legible = text->palette(); // the text is the reason why a choice is disabled
         legible.setBrush(QPalette::Disabled, QPalette::ButtonText,
@@ -81,14 +81,14 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     : QDialog(parent), m_settings(settings) {
     setWindowTitle(tr("Start"));
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(24, 20, 24, 20);
-    column->setSpacing(10);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->setSpacing(8);
     auto* question = new QLabel(tr("What would you like to begin with?"));
     QFont font = question->font();
     font.setPointSizeF(font.pointSizeF() * 1.3);
     question->setFont(font);
     column->addWidget(question);
-    column->addSpacing(6);
+    column->addSpacing(8);
 
     auto* read = AddChoice(StartChoice::ReadKeyboard, "readKeyboard", tr("&Read the keyboard"),
                            isConnected ? tr("Show and change what the keyboard holds now.")
@@ -112,7 +112,7 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     again->setChecked(settings.GetShowStartupWizard());
     connect(again, &QCheckBox::toggled, this,
             [this](bool isOn) { m_settings.SetShowStartupWizard(isOn); });
-    column->addSpacing(10);
+    column->addSpacing(8);
     column->addWidget(again);
     column->addStretch(1);
     OfferHelp(*this, QStringLiteral("start"));

@@ -153,7 +153,7 @@ WorkBar::WorkBar(Workbench& workbench, QWidget* parent)
     column->addWidget(m_text);
     column->addLayout(stepRow);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(9, 4, 9, 4);
+    row->setContentsMargins(8, 4, 8, 4);
     row->addLayout(column, 1);
     row->addWidget(m_stop);
     hide();

@@ -19,7 +19,7 @@ namespace qx::views {
 namespace {
 
 constexpr int kRowGap = 8;
-constexpr int kColumnGap = 12;
+constexpr int kColumnGap = 16;
 
 QString NameOf(BarcodePage page, const QString& member) {
     const std::string_view name = kBarcodePageNames[static_cast<std::size_t>(page)];

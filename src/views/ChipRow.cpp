@@ -20,7 +20,7 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kGap = 6;
+constexpr int kGap = 8;
 constexpr int kPadding = 4;
 constexpr int kCaretWidth = 2;
 

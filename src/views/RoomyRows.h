@@ -13,7 +13,7 @@ public:
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override {
-        constexpr int kGap = 6; // pixels
+        constexpr int kGap = 8; // pixels
         QSize size = QStyledItemDelegate::sizeHint(option, index);
         size.setHeight(std::max(size.height(), option.fontMetrics.height() + kGap));
         return size;

@@ -197,7 +197,8 @@ void SequenceInspector::SetWide(bool isWide) {
     m_columns->setStretch(0, isWide ? 5 : 0);
     m_columns->setStretch(1, isWide ? 6 : 1);
     m_text->SetWide(isWide);
-    if (isWide) {                                  // there is no height to give away
+    m_sent->setSpacing(isWide ? 4 : -1); // there is no height to give away
+    if (isWide) {
         m_head->insertWidget(1, m_receivedRow, 8); // nearly all of the line
         m_sent->removeWidget(m_warningRow);        // or it is counted
         m_sent->insertWidget(m_sent->count() - 1, m_warningRow);

@@ -21,7 +21,7 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kColumnGap = 12; // pixels
+constexpr int kColumnGap = 16; // pixels
 
 int TwoLines(const QWidget& widget) {
     return 2 * widget.fontMetrics().lineSpacing();
