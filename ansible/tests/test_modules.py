@@ -284,7 +284,7 @@ class Failures(ModuleTest):
         self.assertIn("did not end within 1 s", result["msg"])
         child = int((self.folder / "child").read_text())
         state = pathlib.Path(f"/proc/{child}/stat")
-        for _ in range(100):  # until whoever inherits it has noticed
+        for _ in range(100):  # until its new parent has noticed
             if not state.exists() or state.read_text().split()[2] == "Z":
                 break
             time.sleep(0.1)

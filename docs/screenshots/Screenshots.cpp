@@ -3,7 +3,7 @@
 // and lists, on standard output, where one of them is cut, crowded or crooked.
 //
 // The look is "light" or "dark", which are the same on every system, or "system", the system's own.
-// They show a simulated keyboard of its own with a few settings; `make` beside this file and
+// They show a separate simulated keyboard with a few settings; `make` beside this file and
 // packaging/windows/pictures run it for all combinations.
 #include "LayoutFaults.h"
 #include "app/Appearance.h"

@@ -15,7 +15,7 @@ namespace qx::app {
 class ColourButton : public QPushButton {
     Q_OBJECT
 public:
-    // `defaultColour` is asked when the user wants that colour.
+    // `defaultColour` is called when the user chooses that colour.
     explicit ColourButton(std::function<Long()> defaultColour, QWidget* parent = nullptr);
 
     // In the form of the preferences; see PreferenceType::Colour.

@@ -181,7 +181,7 @@ void ModulePage::ShowState() {
         state = tr("This keyboard does not have this module.");
     else if (!takesPart)
         state = tr("The document has no settings for this module, and writing leaves the "
-                   "keyboard's as they are. What you change here becomes part of the document.");
+                   "keyboard's as they are. Changes made here become part of the document.");
     m_state->setText(state);
     m_state->setVisible(!state.isEmpty());
     m_view->setEnabled(isThere || takesPart);

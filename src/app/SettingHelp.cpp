@@ -143,9 +143,9 @@ constexpr Description kDescriptions[] = {
     {"codeKind", QT_TRANSLATE_NOOP("SettingHelp", "The kind of the code to scan.")},
     {"codeData", QT_TRANSLATE_NOOP("SettingHelp", "The characters of the code to scan.")},
     {"codeReader", QT_TRANSLATE_NOOP("SettingHelp", "The reader that scans the code.")},
-    {"received", QT_TRANSLATE_NOOP("SettingHelp", "What the PC has received, in order.")},
+    {"received", QT_TRANSLATE_NOOP("SettingHelp", "The codes that the PC has received, in order.")},
     // Preferences.
-    {"ShowStartupWizard", QT_TRANSLATE_NOOP("SettingHelp", "Asks at startup what to begin with.")},
+    {"ShowStartupWizard", QT_TRANSLATE_NOOP("SettingHelp", "Asks at startup how to begin.")},
     {"ShowStartupAction",
      QT_TRANSLATE_NOOP("SettingHelp", "What the program begins with, or that it asks.")},
     {"LastDownloadFile",

@@ -39,7 +39,7 @@ void StateChip::ShowState() {
                     tr("Show the changes that writing would make in the keyboard"));
     case Kind::Same:
         return show("done", tr("In sync"),
-                    tr("The keyboard holds everything in the document that it has modules for"));
+                    tr("The keyboard holds all settings of the document for which it has modules"));
     case Kind::Differs:
         return show("changed", tr("%n change(s) not in the keyboard", nullptr, m_state.Changes()),
                     tr("Show the changes before they are written"));

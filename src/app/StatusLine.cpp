@@ -37,7 +37,7 @@ void StatusLine::ShowBriefly(const QString& text) {
 
 void StatusLine::ShowKeyboard() {
     setToolTip(views::Plain(m_workbench.DriverNote()));
-    if (!m_workbench.IsConnected()) // the chip beside it says so
+    if (!m_workbench.IsConnected()) // the chip beside it shows that
         return m_keyboard->clear();
     const QXKeyboardAccess& access = m_workbench.Session().Access();
     QString text =

@@ -1,5 +1,5 @@
 // TestDrivePage: shows the PC's input when a key is pressed, a card is swiped or a code is scanned,
-// according to the document or to the keyboard's memory. What was tried is kept in a log.
+// according to the document or to the keyboard's memory. A log lists everything tried.
 #pragma once
 
 #include "app/TestedKeyboard.h"

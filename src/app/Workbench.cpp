@@ -272,7 +272,7 @@ std::filesystem::path Workbench::UnsavedFolder() const {
     return setup::RecordFolder(m_options.records) / "unsaved";
 }
 
-// A document without a file of its own counts as changed.
+// A document without its own file counts as changed.
 void Workbench::TakeDocument(const host::ConfigurationDocument& document,
                              const std::filesystem::path& file) {
     const Busy busy(*this);

@@ -21,7 +21,7 @@ struct Table {
     std::vector<QStringList> rows; // each with one cell per column
 };
 
-// A part under a heading of its own: a picture of keys, a table, or both.
+// A part under its own heading: a picture of keys, a table, or both.
 struct Part {
     QString heading;
     std::vector<views::KeyCap> caps;

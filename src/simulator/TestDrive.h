@@ -56,7 +56,7 @@ public:
     [[nodiscard]] Reception PressKey(Integer nPositionCode) const;
     [[nodiscard]] Reception ReleaseKey(Integer nPositionCode) const;
     // Presses or releases the key at a POS key index, 1 to 105. This differs from the above if a
-    // key has several indexes, because each index has a block of its own.
+    // key has several indexes, because each index has its own block.
     [[nodiscard]] Reception PressPosKey(Integer nKeyIndex) const;
     [[nodiscard]] Reception ReleasePosKey(Integer nKeyIndex) const;
 

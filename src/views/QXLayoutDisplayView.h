@@ -22,7 +22,7 @@ public:
     // The display outlives the view.
     explicit QXLayoutDisplayView(QXLayoutDisplay& display, QWidget* parent = nullptr);
 
-    // What a programmed key sends; the display itself knows only whether a key is programmed.
+    // The sequences of programmed keys; the display only has whether a key is programmed.
     void SetSequences(SequenceOfKey sequenceOf);
 
     [[nodiscard]] KeyGrid* Grid() const { return m_grid; }

@@ -221,7 +221,7 @@ void SequenceInspector::StartRecording() {
         m_record->setChecked(true);
 }
 
-// The space bar and Enter have a meaning of their own on keys and buttons. Control and Alt together
+// The space bar and Enter have their own meaning on keys and buttons. Control and Alt together
 // are AltGr.
 bool SequenceInspector::StartTyping(const QKeyEvent& event) {
     const QString text = event.text();

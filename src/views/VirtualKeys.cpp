@@ -6,7 +6,7 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kPacket = 0xE7; // a character without a key of its own
+constexpr int kPacket = 0xE7; // a character without its own key
 
 struct NamedKey {
     int key;

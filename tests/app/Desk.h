@@ -31,7 +31,7 @@ using app::MainWindow;
 class Desk {
 public:
     using Ending = app::Transfers::Ending;
-    // In a folder of its own, or in this one; with records of its own, or these.
+    // In a separate folder, or in this one; with separate records, or these.
     explicit Desk(const char* model = "full", const std::filesystem::path& where = {},
                   const std::filesystem::path& records = {})
         : folder(where.empty() ? m_own / "" : where),

@@ -29,7 +29,7 @@ TEST(Notices, AFailureStandsAloneAndGoesWithTheNextActionOfAnAccessibilityTool) 
     EXPECT_EQ(desk.Notice().toStdString(), "Nothing was read; the document is unchanged.\n"
                                            "Reading from the keyboard failed.");
     WaitForTheUser();
-    EXPECT_FALSE(desk.Notice().isEmpty()) << "waiting is no action";
+    EXPECT_FALSE(desk.Notice().isEmpty()) << "waiting is not an action";
     (void)desk.workbench.Document();
     EXPECT_FALSE(desk.Notice().isEmpty()) << "nor is a copy of the unsaved changes";
     desk.Page("overview");

@@ -66,7 +66,7 @@ double Distance(Long a, Long b, const Matrix& eyes) {
 
 } // namespace
 
-// Two colours side by side are told apart easily from a distance of about 10 on.
+// Adjacent colours are easy to distinguish from a distance of about 10.
 TEST(ColourSet, EverybodyTellsBlocksAndStatesApart) {
     for (const ColourSetId id : {ColourSetId::Light, ColourSetId::Dark}) {
         const ColourSet set = ColourSetOf(id);

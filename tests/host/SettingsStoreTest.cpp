@@ -60,7 +60,7 @@ TEST_F(SettingsStoreTest, IsLockedWhileItStoresAndNoLonger) {
     EXPECT_EQ(SettingsStore(file).Location(), file.string());
     EXPECT_NE(files::ReadFile(file).find("Programmed=5"), std::string::npos);
 
-    // What could not be stored waits for the next time.
+    // Values that could not be stored are stored the next time.
     const auto folderOf = folder / "share";
     SettingsStore away(folderOf / "preferences.ini");
     away.SetPath("Colours");

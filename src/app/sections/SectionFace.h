@@ -1,7 +1,7 @@
 // SectionFace: the application's part of a section of the configuration: its title, its words,
 // the texts and the view of its control, how it is edited, and where its settings are found.
 //
-// A new module is one entry of kSectionEntries, in a file of its own.
+// A new module is one entry of kSectionEntries, in its own file.
 #pragma once
 
 #include "app/Places.h"

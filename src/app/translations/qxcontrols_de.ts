@@ -2180,8 +2180,8 @@
         <translation>Diese Tastatur hat dieses Modul nicht.</translation>
     </message>
     <message>
-        <source>The document has no settings for this module, and writing leaves the keyboard&apos;s as they are. What you change here becomes part of the document.</source>
-        <translation>Das Dokument enthält keine Einstellungen für dieses Modul; beim Schreiben bleiben die der Tastatur unverändert. Ihre Änderungen hier werden Teil des Dokuments.</translation>
+        <source>The document has no settings for this module, and writing leaves the keyboard&apos;s as they are. Changes made here become part of the document.</source>
+        <translation>Das Dokument hat keine Einstellungen für dieses Modul; beim Schreiben bleiben die der Tastatur unverändert. Änderungen hier werden Teil des Dokuments.</translation>
     </message>
 </context>
 <context>
@@ -3430,20 +3430,12 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Klicken Sie auf eine Funktionstaste, um sie in der gezeigten Ebene zu drücken.</translation>
     </message>
     <message>
-        <source>What the PC has received, in order.</source>
-        <translation>Was der PC der Reihe nach empfangen hat.</translation>
-    </message>
-    <message>
         <source>The keyboard with its programmed keys. Choose a key to open the page where it is programmed.</source>
         <translation>Die Tastatur mit ihren belegten Tasten. Eine gewählte Taste führt zu der Seite, auf der sie belegt wird.</translation>
     </message>
     <message>
         <source>Records the keys that are pressed on the connected keyboard. It types nothing until the recording stops.</source>
         <translation>Nimmt die Tasten auf, die an der verbundenen Tastatur gedrückt werden. Sie tippt nichts, bis die Aufnahme endet.</translation>
-    </message>
-    <message>
-        <source>Asks at startup what to begin with.</source>
-        <translation>Fragt beim Start, womit begonnen werden soll.</translation>
     </message>
     <message>
         <source>The serial port of the chipcard reader, for its firmware.</source>
@@ -3476,6 +3468,14 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Each press and release that the PC receives, in order; ^ marks a release. If another module&apos;s sequence is sent instead, that one.</source>
         <translation>Jedes Drücken und Loslassen, das der PC empfängt, der Reihe nach; ^ steht für das Loslassen. Wird stattdessen die Folge eines anderen Moduls gesendet, dann diese.</translation>
+    </message>
+    <message>
+        <source>The codes that the PC has received, in order.</source>
+        <translation>Die Codes, die der PC empfangen hat, der Reihe nach.</translation>
+    </message>
+    <message>
+        <source>Asks at startup how to begin.</source>
+        <translation>Fragt beim Start, womit begonnen werden soll.</translation>
     </message>
 </context>
 <context>
@@ -3759,7 +3759,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Begin a new document with a keyboard&apos;s default settings.</source>
-        <translation>Ein neues Dokument mit den Werkseinstellungen einer Tastatur beginnen.</translation>
+        <translation>Ein neues Dokument mit den Werkseinstellungen beginnen.</translation>
     </message>
 </context>
 <context>
@@ -3784,10 +3784,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>In sync</source>
         <translation>Tastatur auf aktuellem Stand</translation>
     </message>
-    <message>
-        <source>The keyboard holds everything in the document that it has modules for</source>
-        <translation>Die Tastatur enthält alles aus dem Dokument, wofür sie Module hat</translation>
-    </message>
     <message numerus="yes">
         <source>%n change(s) not in the keyboard</source>
         <translation>
@@ -3810,6 +3806,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Looking for an interrupted write…</source>
         <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
+    </message>
+    <message>
+        <source>The keyboard holds all settings of the document for which it has modules</source>
+        <translation>Die Tastatur enthält alle Einstellungen des Dokuments, für die sie Module hat</translation>
     </message>
 </context>
 <context>

@@ -1,4 +1,4 @@
-// FaceWindow: a window that shows a face, on a host's form or as a form of its own. It draws the
+// FaceWindow: a window that shows a face, on a host's form or as a separate form. It draws the
 // face, lays it out again when its size changes, and passes it the remaining messages.
 #pragma once
 

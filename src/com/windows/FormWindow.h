@@ -1,4 +1,4 @@
-// FormWindow: a form as a window of its own, in front of the host's windows, which are disabled
+// FormWindow: a form as a separate window, in front of the host's windows, which are disabled
 // until the user leaves the form.
 #pragma once
 

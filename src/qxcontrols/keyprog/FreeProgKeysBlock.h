@@ -3,7 +3,7 @@
 //
 // A key participates if its sequence has a position code above 0, which QXFreeProgKeys sets for the
 // keys that the layout marks as programmable. Most modules store the keys in ascending order;
-// MODULE_FUNCKEYS_X1_4620 has an order of its own, and no place for other keys.
+// MODULE_FUNCKEYS_X1_4620 has its own order, and no place for other keys.
 #pragma once
 
 #include "qxcontrols/device/KeyboardModuleIDs.h"

@@ -1,10 +1,10 @@
-// QXFreeProgKeys: the control for the keys that can each have a sequence of their own.
+// QXFreeProgKeys: the control for the keys that can each have their own sequence.
 //
 // The control owns a sequence for every key id and shows the keys on a layout display, on which the
 // user picks the current key. ReloadKeysSettings must be called after the layout is known and
 // before any transfer: it determines the participating keys. ConfigID is initially
 // MODULE_FREEPROGRAMMABLE_KEYS; other modules with such a block are supported too, and
-// MODULE_FUNCKEYS_X1_4620 stores its keys in an order of its own. For keys that are counted but
+// MODULE_FUNCKEYS_X1_4620 stores its keys in its own order. For keys that are counted but
 // have no place in the block (id 0, or keys that the 4620 does not have), the end of the block is
 // filled with spaces.
 #pragma once

@@ -39,7 +39,7 @@ void SavePicture(HWND window, const std::wstring& file) {
     ReleaseDC(window, source);
 }
 
-// Services in which each POS block has a colour of its own.
+// Services in which each POS block has its own colour.
 struct ColouredServices : Services {
     ColouredServices() {
         SHORT number = 0;
