@@ -321,8 +321,7 @@ void SequenceInspector::TakeRecorded(Byte code) {
 }
 
 void SequenceInspector::TakeFromDevice(Long lCode) {
-    constexpr Long kMostCode = 255;
-    if (lCode > 0 && lCode <= kMostCode)
+    if (lCode > 0 && lCode <= 0xFF)
         TakeRecorded(static_cast<Byte>(lCode));
     else
         m_fault->setText(
