@@ -47,7 +47,7 @@ QString ReadBackText(const host::Error& error) {
                                     static_cast<int>(error.count));
     return error.place.section.empty()
                ? text
-               : text + QLatin1Char(' ') + Errors::tr("Affected first: %1.").arg(SectionOf(error));
+               : text + QLatin1Char(' ') + Errors::tr("First affected: %1.").arg(SectionOf(error));
 }
 
 QString UnusableFileText(const host::Error& error) {
@@ -209,20 +209,25 @@ QString CauseText(const host::Error& error) {
         return Errors::tr("The keyboard's contents have changed since the write was prepared, or "
                           "it is another keyboard.");
     case Cause::BackupOfOtherModules:
-        return Errors::tr("The backup is of a %1, which has other modules than this %2.")
+        return Errors::tr(
+                   "The backup was made from a %1, whose modules differ from those of this %2.")
             .arg(name, other);
     case Cause::BackupReachedOtherwise:
         return error.names.empty()
-                   ? Errors::tr("This backup is of another keyboard of this kind, or of one that "
-                                "was connected differently.")
-                   : Errors::tr("This backup is of another keyboard of this kind (%1), or of one "
-                                "that was connected differently.")
+                   ? Errors::tr(
+                         "This backup comes from another keyboard of this model, or from one that "
+                         "was connected differently.")
+                   : Errors::tr(
+                         "This backup comes from another keyboard of this model (%1), or from one "
+                         "that was connected differently.")
                          .arg(Alternatives(error.names));
     case Cause::BackupOfUnit:
-        return Errors::tr("This backup is of %1, and no record shows which unit this keyboard is.")
+        return Errors::tr(
+                   "This backup belongs to %1, and no record shows which unit this keyboard is.")
             .arg(Alternatives(error.names));
     case Cause::BackupOfOtherUnit:
-        return Errors::tr("This backup is of %1, and according to the records this keyboard is %2.")
+        return Errors::tr(
+                   "This backup belongs to %1, and according to the records this keyboard is %2.")
             .arg(Alternatives(error.names), Alternatives(error.others));
     case Cause::WriteResolved:
         return Errors::tr("The interrupted write has meanwhile been resolved.");

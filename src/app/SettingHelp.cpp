@@ -147,7 +147,7 @@ constexpr Description kDescriptions[] = {
     // Preferences.
     {"ShowStartupWizard", QT_TRANSLATE_NOOP("SettingHelp", "Asks at startup how to begin.")},
     {"ShowStartupAction",
-     QT_TRANSLATE_NOOP("SettingHelp", "What the program begins with, or that it asks.")},
+     QT_TRANSLATE_NOOP("SettingHelp", "How the program starts, or whether it asks.")},
     {"LastDownloadFile",
      QT_TRANSLATE_NOOP("SettingHelp", "The document that was opened or saved last.")},
     {"AutoSave", QT_TRANSLATE_NOOP("SettingHelp",

@@ -187,10 +187,9 @@ void Transfers::Write() {
         if (sent == Sent::Not)
             return;
         if (sent == Sent::Completely)
-            emit Done(tr("%n change(s) written to the keyboard", "",
-                         static_cast<int>(plan->settings.size())) +
-                      tr(" (%n byte(s)), read back and verified.", "",
-                         static_cast<int>(outcome.bytesSent)));
+            emit Done(tr("%n change(s) (%1) written to the keyboard, read back and verified.", "",
+                         static_cast<int>(plan->settings.size()))
+                          .arg(tr("%n byte(s)", "", static_cast<int>(outcome.bytesSent))));
         emit Written();
     });
 }

@@ -111,7 +111,7 @@ public:
     // The settings in such bytes; sections that are damaged have their defaults.
     [[nodiscard]] std::unique_ptr<host::Configuration>
     SettingsIn(const host::KeyboardContent& content);
-    // The settings that the other document has otherwise than the present one, in sections of both.
+    // The settings that differ between the other document and this one, in sections of both.
     [[nodiscard]] std::vector<host::Difference> ChangesBy(const host::ConfigurationDocument& other);
 
     // File to keyboard: after a backup, with a receipt, not proved.

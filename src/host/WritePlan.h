@@ -83,7 +83,7 @@ public:
     // own.
     [[nodiscard]] WritePlan ForBackup(const KeyboardContent& backup, bool withGuid);
 
-    // The settings of a section that one content has otherwise than the other.
+    // The settings of a section that differ between the two contents.
     [[nodiscard]] std::vector<Difference>
     Compare(const KeyboardContent& from, const KeyboardContent& to, const std::string& section);
     // The document for the contents, with a note of the keyboard and without damaged sections.

@@ -38,6 +38,13 @@ bool SameLook(const KeyCap& a, const KeyCap& b) {
            a.textScale == b.textScale && a.group == b.group;
 }
 
+// What the common size of the texts depends on.
+bool SameText(const KeyCap& a, const KeyCap& b) {
+    return a.caption == b.caption && a.legend == b.legend && a.isBold == b.isBold &&
+           a.textScale == b.textScale && a.group == b.group &&
+           (a.state == KeyState::Programmed) == (b.state == KeyState::Programmed);
+}
+
 // A little darker than the window, or lighter where that is dark.
 QColor BoardColor(const QPalette& palette) {
     const QColor window = palette.color(QPalette::Window);
@@ -65,6 +72,7 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
             if (SameLook(old[row], m_caps[row]))
                 continue;
             m_drawn[row].isReady = false;
+            m_isTextSizeKnown = m_isTextSizeKnown && SameText(old[row], m_caps[row]);
             if (old[row].group == 0 && m_caps[row].group == 0)
                 UpdateKey(m_caps[row].index);
             else // the line around a group goes beyond its keys
@@ -234,13 +242,14 @@ void KeyGrid::Prepare() {
         m_pixelRatio = devicePixelRatioF();
         m_placing = KeyPlacing(m_caps, rect(), m_pixelRatio);
         m_drawn.assign(m_caps.size(), {});
+        m_isTextSizeKnown = false;
     }
-    if (std::ranges::all_of(m_drawn, &Drawn::isReady))
-        return;
-    const KeyTextSize common =
-        CommonTextSize(m_caps, m_placing, {static_cast<double>(m_pointSize)});
-    if (std::exchange(m_textSize, common) != common)
-        m_drawn.assign(m_caps.size(), {});
+    if (!std::exchange(m_isTextSizeKnown, true)) {
+        const KeyTextSize common =
+            CommonTextSize(m_caps, m_placing, {static_cast<double>(m_pointSize)});
+        if (std::exchange(m_textSize, common) != common)
+            m_drawn.assign(m_caps.size(), {});
+    }
     for (std::size_t row = 0; row < m_caps.size(); ++row) {
         if (std::exchange(m_drawn[row].isReady, true))
             continue;

@@ -155,6 +155,7 @@ private:
     QByteArray m_keyName = "key";
     int m_pointSize = 8;
     KeyTextSize m_textSize{}; // in which the texts were prepared
+    bool m_isTextSizeKnown = false;
     int m_focusKey = -1;
     int m_hoveredKey = -1;
     bool m_controlMoves = false;

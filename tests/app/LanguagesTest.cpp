@@ -125,7 +125,7 @@ TEST(Languages, SwitchesToGermanAtOnce) {
     languages->setCurrentIndex(languages->findData(1031));
     desk.AwaitTitle(QStringLiteral("Überblick"));
     EXPECT_NO_THROW(desk.Find<QComboBox>("PreferedAppLang")) << "the same tab is still in front";
-    EXPECT_EQ(desk.Notice(), QStringLiteral("Pick a key first.")) << "a notice is not lost";
+    EXPECT_EQ(desk.Notice(), QStringLiteral("Select a key first.")) << "a notice is not lost";
     EXPECT_EQ(desk.Find<QListWidget>("pages")
                   ->findItems(QStringLiteral("Magnetkartenleser"), Qt::MatchExactly)
                   .size(),

@@ -42,7 +42,7 @@ TEST(Pages, SelectingIsNotAnEditAndClearsOldNotices) {
     Desk desk;
     desk.Page("freeProgKeys");
     desk.ControlOf<QXFreeProgKeys>("freeProgKeys").cmdEdit_Click(0); // its button is disabled
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Pick a key first")));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("Select a key first")));
     desk.ClickKey("layoutDisplay", 75);
     EXPECT_EQ(desk.Notice(), QString());
     desk.Page("barcode");

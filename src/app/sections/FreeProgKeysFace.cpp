@@ -69,7 +69,7 @@ public:
                  });
         edits.On(Control().KeyNoEditable, [&edits](Integer nPositionCode) {
             edits.Report(nPositionCode == EditRequests::kNoKey
-                             ? tr("Pick a key first.")
+                             ? tr("Select a key first.")
                              : tr("This key cannot be programmed."));
         });
         edits.On(Control().RemoveAllSequences, [&edits](bool& fRemoveIt) {

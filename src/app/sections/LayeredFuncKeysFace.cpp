@@ -88,7 +88,7 @@ public:
                                                         std::string& sNewSeq) {
             fCancel = !edits.Edit(EditRequests::kNoKey, sCurrSeq, sNewSeq, kFuncKeySlotSize);
         });
-        const auto pickFirst = [&edits] { edits.Report(tr("Pick a key first.")); };
+        const auto pickFirst = [&edits] { edits.Report(tr("Select a key first.")); };
         edits.On(Control().NoKeySelectedToEdit, pickFirst);
         edits.On(Control().NoKeySelectedToClean, pickFirst);
         edits.On(Control().CleanThisLayer, [this, &edits](bool& fCancel) {

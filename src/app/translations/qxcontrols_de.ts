@@ -228,7 +228,7 @@
     <name>ColourButton</name>
     <message>
         <source>Use the default colour</source>
-        <translation>Vorgabefarbe verwenden</translation>
+        <translation>Standardfarbe verwenden</translation>
     </message>
     <message>
         <source>System colour</source>
@@ -431,7 +431,7 @@
     </message>
     <message>
         <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A click records the key and its release; Shift, Ctrl and Alt are held for the next click. Text to type becomes the keys that type it. The cross on a key of the sequence removes it, and dragging moves it. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
-        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie an der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt das Drücken und das Loslassen auf; Umschalt, Strg und Alt werden bis zum nächsten Klick gehalten. Aus getipptem Text werden die Tasten, die ihn tippen. Das Kreuz an einer Taste der Folge entfernt sie, durch Ziehen wird sie verschoben. Oder geben Sie die Folge als Text ein, zum Beispiel Ctrl+C Enter, und übernehmen Sie sie.</translation>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt das Drücken und das Loslassen auf; Umschalt, Strg und Alt werden bis zum nächsten Klick gehalten. Aus getipptem Text werden die Tasten, die ihn tippen. Das Kreuz an einer Taste der Folge entfernt sie, durch Ziehen wird sie verschoben. Oder geben Sie die Folge als Text ein, zum Beispiel Ctrl+C Enter, und übernehmen Sie sie.</translation>
     </message>
 </context>
 <context>
@@ -559,10 +559,6 @@
             <numerusform>Der Inhalt der Tastatur weicht vom Geschriebenen ab (ein Byte).</numerusform>
             <numerusform>Der Inhalt der Tastatur weicht vom Geschriebenen ab (%n Bytes).</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>Affected first: %1.</source>
-        <translation>Erste betroffene Einstellungen: %1.</translation>
     </message>
     <message>
         <source>This could not be done.</source>
@@ -751,26 +747,6 @@
     <message>
         <source>The keyboard&apos;s contents have changed since the write was prepared, or it is another keyboard.</source>
         <translation>Der Inhalt der Tastatur hat sich geändert, seit der Schreibvorgang vorbereitet wurde, oder es ist eine andere Tastatur.</translation>
-    </message>
-    <message>
-        <source>The backup is of a %1, which has other modules than this %2.</source>
-        <translation>Die Sicherung stammt von einer %1, die andere Module hat als diese %2.</translation>
-    </message>
-    <message>
-        <source>This backup is of another keyboard of this kind, or of one that was connected differently.</source>
-        <translation>Diese Sicherung stammt von einer anderen Tastatur dieser Art oder von einer, die anders angeschlossen war.</translation>
-    </message>
-    <message>
-        <source>This backup is of another keyboard of this kind (%1), or of one that was connected differently.</source>
-        <translation>Diese Sicherung stammt von einer anderen Tastatur dieser Art (%1) oder von einer, die anders angeschlossen war.</translation>
-    </message>
-    <message>
-        <source>This backup is of %1, and no record shows which unit this keyboard is.</source>
-        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, zu welcher Einheit diese Tastatur gehört.</translation>
-    </message>
-    <message>
-        <source>This backup is of %1, and according to the records this keyboard is %2.</source>
-        <translation>Diese Sicherung stammt von %1; nach den Aufzeichnungen gehört diese Tastatur zu %2.</translation>
     </message>
     <message>
         <source>The interrupted write has meanwhile been resolved.</source>
@@ -1007,6 +983,30 @@
     <message>
         <source>Resolve the interrupted write first.</source>
         <translation>Klären Sie zuerst den unterbrochenen Schreibvorgang.</translation>
+    </message>
+    <message>
+        <source>First affected: %1.</source>
+        <translation>Erste betroffene Einstellungen: %1.</translation>
+    </message>
+    <message>
+        <source>The backup was made from a %1, whose modules differ from those of this %2.</source>
+        <translation>Die Sicherung stammt von einer %1, die andere Module hat als diese %2.</translation>
+    </message>
+    <message>
+        <source>This backup comes from another keyboard of this model, or from one that was connected differently.</source>
+        <translation>Diese Sicherung stammt von einer anderen Tastatur dieses Modells oder von einer, die anders angeschlossen war.</translation>
+    </message>
+    <message>
+        <source>This backup comes from another keyboard of this model (%1), or from one that was connected differently.</source>
+        <translation>Diese Sicherung stammt von einer anderen Tastatur dieses Modells (%1) oder von einer, die anders angeschlossen war.</translation>
+    </message>
+    <message>
+        <source>This backup belongs to %1, and no record shows which unit this keyboard is.</source>
+        <translation>Diese Sicherung stammt von %1, und keine Aufzeichnung zeigt, zu welcher Einheit diese Tastatur gehört.</translation>
+    </message>
+    <message>
+        <source>This backup belongs to %1, and according to the records this keyboard is %2.</source>
+        <translation>Diese Sicherung stammt von %1; nach den Aufzeichnungen gehört diese Tastatur zu %2.</translation>
     </message>
 </context>
 <context>
@@ -1537,10 +1537,6 @@
         <translation>Die Taste sendet:</translation>
     </message>
     <message>
-        <source>Pick a key first.</source>
-        <translation>Wählen Sie zuerst eine Taste.</translation>
-    </message>
-    <message>
         <source>This key cannot be programmed.</source>
         <translation>Diese Taste ist nicht belegbar.</translation>
     </message>
@@ -1551,6 +1547,10 @@
     <message>
         <source>This module has no place for this key in the keyboard.</source>
         <translation>Dieses Modul hat in der Tastatur keinen Platz für diese Taste.</translation>
+    </message>
+    <message>
+        <source>Select a key first.</source>
+        <translation>Wählen Sie zuerst eine Taste aus.</translation>
     </message>
 </context>
 <context>
@@ -1961,10 +1961,6 @@
         <translation>Die Taste sendet:</translation>
     </message>
     <message>
-        <source>Pick a key first.</source>
-        <translation>Wählen Sie zuerst eine Taste.</translation>
-    </message>
-    <message>
         <source>Clear all keys of layer %1?</source>
         <translation>Alle Tasten der Ebene %1 leeren?</translation>
     </message>
@@ -1975,6 +1971,10 @@
     <message>
         <source>Has changes that are not yet written to the keyboard</source>
         <translation>Enthält Änderungen, die noch nicht in die Tastatur geschrieben sind</translation>
+    </message>
+    <message>
+        <source>Select a key first.</source>
+        <translation>Wählen Sie zuerst eine Taste aus.</translation>
     </message>
 </context>
 <context>
@@ -3133,7 +3133,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Record the keys that you press on this PC&apos;s keyboard, until you press Pause</source>
-        <translation>Nimmt die Tasten auf, die Sie an der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
+        <translation>Nimmt die Tasten auf, die Sie auf der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
     </message>
     <message>
         <source>Each press and release in order; ^ marks a release</source>
@@ -3399,7 +3399,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Records the keys that are pressed on this PC&apos;s keyboard. Pause stops it.</source>
-        <translation>Nimmt die Tasten auf, die an der Tastatur dieses PCs gedrückt werden. Die Taste Pause beendet die Aufnahme.</translation>
+        <translation>Nimmt die Tasten auf, die auf der Tastatur dieses PCs gedrückt werden. Die Taste Pause beendet die Aufnahme.</translation>
     </message>
     <message>
         <source>Finds actions, pages, keys, settings and preferences by name.</source>
@@ -3454,10 +3454,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Eine Zahl, die manche Treiber benutzen. Sie wird nur gespeichert: Dieses Programm verwendet sie nicht und startet jeden Treiber mit 0.</translation>
     </message>
     <message>
-        <source>What the program begins with, or that it asks.</source>
-        <translation>Womit das Programm beginnt, oder dass es danach fragt.</translation>
-    </message>
-    <message>
         <source>The ten layers of function keys. The number in brackets counts the programmed keys; a dot marks a layer with changes that are not yet written to the keyboard.</source>
         <translation>Die zehn Ebenen der Funktionstasten. Die Zahl in Klammern nennt die belegten Tasten; ein Punkt kennzeichnet eine Ebene mit Änderungen, die noch nicht in die Tastatur geschrieben sind.</translation>
     </message>
@@ -3476,6 +3472,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Asks at startup how to begin.</source>
         <translation>Fragt beim Start, womit begonnen werden soll.</translation>
+    </message>
+    <message>
+        <source>How the program starts, or whether it asks.</source>
+        <translation>Womit das Programm beginnt oder ob es danach fragt.</translation>
     </message>
 </context>
 <context>
@@ -4169,13 +4169,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <source>The keyboard already has these settings; nothing was written.</source>
         <translation>Die Tastatur hat diese Einstellungen bereits; es wurde nichts geschrieben.</translation>
     </message>
-    <message numerus="yes">
-        <source> (%n byte(s)), read back and verified.</source>
-        <translation>
-            <numerusform> (ein Byte) geschrieben und durch Zurücklesen bestätigt.</numerusform>
-            <numerusform> (%n Bytes) geschrieben und durch Zurücklesen bestätigt.</numerusform>
-        </translation>
-    </message>
     <message>
         <source>The backup was not restored.</source>
         <translation>Die Sicherung wurde nicht zurückgespielt.</translation>
@@ -4247,16 +4240,9 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <source>All settings were read from the keyboard, which is unchanged.</source>
         <translation>Alle Einstellungen wurden aus der Tastatur gelesen; sie ist unverändert.</translation>
     </message>
-    <message numerus="yes">
-        <source>%n change(s) written to the keyboard</source>
-        <translation>
-            <numerusform>%n Änderung in die Tastatur geschrieben</numerusform>
-            <numerusform>%n Änderungen in die Tastatur geschrieben</numerusform>
-        </translation>
-    </message>
     <message>
         <source>The backup was restored, read back and verified. The document has its settings.</source>
-        <translation>Die Sicherung wurde wiederhergestellt und durch Zurücklesen bestätigt. Das Dokument hat jetzt ihre Einstellungen.</translation>
+        <translation>Die Sicherung wurde zurückgespielt und durch Zurücklesen bestätigt. Das Dokument hat jetzt ihre Einstellungen.</translation>
     </message>
     <message>
         <source>“Finish writing” completes it; “Roll back” restores the keyboard&apos;s previous contents.</source>
@@ -4269,6 +4255,20 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>The interrupted write of %1 must be finished or rolled back before anything else is written.</source>
         <translation>Der unterbrochene Schreibvorgang (%1) muss abgeschlossen oder rückgängig gemacht werden, bevor etwas anderes geschrieben wird.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n change(s) (%1) written to the keyboard, read back and verified.</source>
+        <translation>
+            <numerusform>%n Änderung (%1) in die Tastatur geschrieben und durch Zurücklesen bestätigt.</numerusform>
+            <numerusform>%n Änderungen (%1) in die Tastatur geschrieben und durch Zurücklesen bestätigt.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n byte(s)</source>
+        <translation>
+            <numerusform>%n Byte</numerusform>
+            <numerusform>%n Bytes</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -4454,11 +4454,11 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Click keys, press them on the keyboard, type text, or edit the sequence as text.</source>
-        <translation>Tasten anklicken, an der Tastatur drücken, Text eingeben oder die Folge als Text bearbeiten.</translation>
+        <translation>Tasten anklicken, auf der Tastatur drücken, Text eingeben oder die Folge als Text bearbeiten.</translation>
     </message>
     <message>
         <source>Click keys, press them on the keyboard, or type text.</source>
-        <translation>Klicken Sie auf Tasten, drücken Sie sie an der Tastatur oder geben Sie Text ein.</translation>
+        <translation>Klicken Sie auf Tasten, drücken Sie sie auf der Tastatur oder geben Sie Text ein.</translation>
     </message>
 </context>
 </TS>

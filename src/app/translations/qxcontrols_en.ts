@@ -177,13 +177,6 @@
 <context>
     <name>Transfers</name>
     <message numerus="yes">
-        <source> (%n byte(s)), read back and verified.</source>
-        <translation>
-            <numerusform> (one byte), read back and verified.</numerusform>
-            <numerusform> (%n bytes), read back and verified.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n setting(s) of the document have changed.</source>
         <translation>
             <numerusform>%n setting of the document has changed.</numerusform>
@@ -191,10 +184,17 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n change(s) written to the keyboard</source>
+        <source>%n change(s) (%1) written to the keyboard, read back and verified.</source>
         <translation>
-            <numerusform>%n change written to the keyboard</numerusform>
-            <numerusform>%n changes written to the keyboard</numerusform>
+            <numerusform>%n change (%1) written to the keyboard, read back and verified.</numerusform>
+            <numerusform>%n changes (%1) written to the keyboard, read back and verified.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n byte(s)</source>
+        <translation>
+            <numerusform>%n byte</numerusform>
+            <numerusform>%n bytes</numerusform>
         </translation>
     </message>
 </context>
