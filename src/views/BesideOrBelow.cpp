@@ -17,7 +17,7 @@ constexpr int kGap = 8; // pixels
 constexpr int kLeastPanel = 48;
 
 // What the board leaves of the window's height.
-constexpr int kLeftAbovePanel = 348;
+constexpr int kLeftAbovePanel = 352;
 constexpr int kLeftBesidePanel = 240;
 
 int HeightFor(int width, const QLayout& layout) {
