@@ -15,6 +15,7 @@ namespace qx {
 class POSBlock {
 public:
     static constexpr Integer kMaxKeys = kPOSKeys;
+    static constexpr Integer kColors = 10; // that blocks cycle through
 
     // The number displayed for the block.
     [[nodiscard]] Integer BlockID() const { return m_blockId; }

@@ -9,8 +9,6 @@ namespace qx {
 
 namespace {
 
-constexpr Integer kColors = 10;
-
 // The lowest number from `first` on that no block has, by the property that `numberOf` reads.
 template <typename NumberOf>
 Integer FirstUnused(const POSKeyboard& keyboard, Integer first, NumberOf numberOf) {
@@ -49,7 +47,9 @@ Integer StartBlock(POSKeyboard& keyboard, std::vector<Integer> keys) {
     block.SetBlockID(FirstUnused(keyboard, 1, [](const POSBlock& b) { return b.BlockID(); }));
     const Integer color = FirstUnused(keyboard, 0, [](const POSBlock& b) { return b.ColorID(); });
     keyboard.CalcDefinedBlockNum();
-    block.SetColorID(color < kColors ? color : static_cast<Integer>(keyboard.BlockNum() % kColors));
+    block.SetColorID(color < POSBlock::kColors
+                         ? color
+                         : static_cast<Integer>(keyboard.BlockNum() % POSBlock::kColors));
     return PlaceBlock(keyboard, std::move(block), std::move(keys));
 }
 

@@ -20,9 +20,6 @@ constexpr Field kGroup{0, 1};
 constexpr Field kSequence{kGroup.offset + kGroup.size, kPOSSequenceSize};
 static_assert(kSequence.offset + kSequence.size == kPOSRecordSize);
 
-// The number of colours that the blocks cycle through.
-constexpr Integer kColors = 10;
-
 // One number for each key index or each group, 1 to 105.
 class NumberTable {
 public:
@@ -106,7 +103,7 @@ void DecodePOSModuleBlock(std::string_view sBlock, POSKeyboard& keyboard) {
         block.SetBlockID(blockId);
         block.SetColorID(color);
         block.AddKey(key);
-        color = static_cast<Integer>((color + 1) % kColors);
+        color = static_cast<Integer>((color + 1) % POSBlock::kColors);
     };
     for (Integer key = 1; key <= kKeys; ++key) {
         const Byte group = ByteOf(sBlock, key, kGroup);

@@ -34,7 +34,7 @@ struct ColorButton : Button {
 
 class frmPOSProgrammer {
 public:
-    static constexpr Integer kColors = 10;
+    static constexpr Integer kColors = POSBlock::kColors;
 
     frmPOSProgrammer();
     frmPOSProgrammer(const frmPOSProgrammer&) = delete;
