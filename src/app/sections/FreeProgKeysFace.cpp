@@ -97,23 +97,24 @@ private:
 };
 
 constexpr auto kMake = MakeFace<FreeProgKeysFace, QXFreeProgKeys>;
+constexpr std::string_view kFreeKeys = "freeProgKeys"; // the function keys share its help
 
 } // namespace
 
 constinit const SectionEntry kFreeProgKeys = {
-    "freeProgKeys", PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Free keys"),
-    "free-keys",    kWords,          kMake};
+    kFreeKeys,   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Free keys"),
+    "free-keys", kWords,          kMake};
 constinit const SectionEntry kFuncKeys4610 = {
-    "funcKeys4610",   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"),
-    "function-keys",  kWords,          kMake,
-    kFreeProgKeys.key};
+    "funcKeys4610",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4610"),
+    "function-keys", kWords,          kMake,
+    kFreeKeys};
 constinit const SectionEntry kFuncKeys4620 = {
-    "funcKeys4620",   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"),
-    "function-keys",  kWords,          kMake,
-    kFreeProgKeys.key};
+    "funcKeys4620",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4620"),
+    "function-keys", kWords,          kMake,
+    kFreeKeys};
 constinit const SectionEntry kFuncKeys4630 = {
-    "funcKeys4630",   PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"),
-    "function-keys",  kWords,          kMake,
-    kFreeProgKeys.key};
+    "funcKeys4630",  PageGroup::Keys, QT_TRANSLATE_NOOP("SettingWords", "Function keys 4630"),
+    "function-keys", kWords,          kMake,
+    kFreeKeys};
 
 } // namespace qx::app
