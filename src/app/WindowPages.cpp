@@ -1,6 +1,7 @@
 #include "app/WindowPages.h"
 
 #include "app/BackupsPage.h"
+#include "app/ColourFollower.h"
 #include "app/DocumentMenu.h"
 #include "app/FilesPage.h"
 #include "app/FindableSettings.h"
@@ -46,7 +47,10 @@ QString NameOf(const QAction& action) {
 } // namespace
 
 WindowPages::WindowPages(const Partners& partners, QObject* parent)
-    : QObject(parent), m_partners(partners) {}
+    : QObject(parent), m_partners(partners) {
+    connect(new ColourFollower(partners.workbench, this), &ColourFollower::Turned, this,
+            &WindowPages::AppearanceChanged);
+}
 
 QWidget* WindowPages::Make(QWidget* notices) {
     m_find = new QuickFind([this] { return Findables(); });

@@ -64,6 +64,8 @@ public:
     [[nodiscard]] app::Appearance Appearance();
     void SetAppearance(app::Appearance appearance);
     void UseStoredAppearance();
+    // After the system has turned; true if windows are not as light or dark as before.
+    bool FitColours();
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
     // Shows everything by the preferences as they are now.

@@ -44,19 +44,28 @@ Appearance Workbench::Appearance() {
 void Workbench::SetAppearance(app::Appearance appearance) {
     m_store.SetPath(kApplicationPath);
     m_store.WriteNumber(kAppearance, static_cast<Long>(appearance));
-    const host::ColourSetId before = FittingColours();
-    UseAppearance(appearance);
-    FitColours(before);
+    Quietly([&] { // nobody else fits the keys
+        const host::ColourSetId before = FittingColours();
+        UseAppearance(appearance);
+        FitColours(before);
+    });
     SavePreferences();
 }
 
 void Workbench::UseStoredAppearance() {
     UseAppearance(Appearance());
+    FitColours();
+}
+
+bool Workbench::FitColours() {
+    m_store.SetPath(kApplicationPath);
     const auto fitting = static_cast<Long>(FittingColours());
-    if (const Long before = m_store.ReadNumber(kColoursFitted, fitting); before != fitting) {
-        FitColours(static_cast<host::ColourSetId>(before));
-        SavePreferences();
-    }
+    const Long before = m_store.ReadNumber(kColoursFitted, fitting);
+    FitColours(static_cast<host::ColourSetId>(before));
+    if (before == fitting)
+        return false;
+    SavePreferences();
+    return true;
 }
 
 void Workbench::FitColours(host::ColourSetId before) {

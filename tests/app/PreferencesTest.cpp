@@ -312,5 +312,29 @@ TEST(Appearance, IsChangedAtOnceStoredAndFollowedByTheColoursOfTheKeys) {
     EXPECT_EQ(desk.workbench.Appearance(), Appearance::System);
 }
 
+TEST(Appearance, OfTheKeysFollowsASystemThatTurnsDark) {
+    Desk desk;
+    desk.workbench.SetAppearance(app::Appearance::Light);
+    desk.workbench.FitColours();
+    const QPalette light = QApplication::palette();
+    host::UseColours(desk.workbench.Preferences(), host::ColourSetId::Light);
+    desk.Page("preferences");
+    const QPointer<QWidget> shown = desk.Find<QComboBox>("appearance");
+    {
+        QDialog dialog(desk.window.get());
+        dialog.setModal(true);
+        dialog.show();
+        QApplication::setPalette(Qt::black);
+        EXPECT_EQ(host::ColoursInUse(desk.workbench.Preferences()), host::ColourSetId::Light)
+            << "windows are not made again below a dialog";
+    }
+    QApplication::setActiveWindow(nullptr);
+    QApplication::setActiveWindow(desk.window.get());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown == nullptr; }));
+    EXPECT_EQ(host::ColoursInUse(desk.workbench.Preferences()), host::ColourSetId::Dark);
+    QApplication::setPalette(light);
+    EXPECT_EQ(host::ColoursInUse(desk.workbench.Preferences()), host::ColourSetId::Light);
+}
+
 } // namespace
 } // namespace qx::test
