@@ -109,7 +109,7 @@ bool KeyboardMemory::IsIn(const std::filesystem::path& file) {
 }
 
 KeyboardModel KeyboardMemory::ModelIn(const std::filesystem::path& file) {
-    return PartsOf(file).model;
+    return KeyboardModel::FromJson(FirstPart(kKeyboardFile, file));
 }
 
 KeyboardMemory::Parts KeyboardMemory::PartsOf(const std::filesystem::path& file) {

@@ -31,7 +31,8 @@ public:
 
     // Whether the file begins like a keyboard's file.
     [[nodiscard]] static bool IsIn(const std::filesystem::path& file);
-    // The model of the keyboard in the file, even if it is in use. Throws like the constructor.
+    // The model of the keyboard in the file, even if it is in use; of a damaged file perhaps
+    // another. Throws std::exception if it has none.
     [[nodiscard]] static KeyboardModel ModelIn(const std::filesystem::path& file);
 
     [[nodiscard]] const KeyboardModel& Model() const { return m_model; } // the file's model

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <stdexcept>
 
 namespace qx::sim {
@@ -111,6 +112,21 @@ std::vector<std::string> Unseal(const SealedKind& kind, std::string bytes) {
     bytes.erase(0, start);
     parts[static_cast<std::size_t>(longest - found.begin())] = std::move(bytes);
     return parts;
+}
+
+std::string FirstPart(const SealedKind& kind, const std::filesystem::path& file) {
+    constexpr Size kMaxSize = 64 * 1024;
+    std::ifstream stream;
+    if (std::filesystem::is_regular_file(file))
+        stream.open(file, std::ios::binary);
+    std::array<char, kContentOffset + sizeof(Size)> head{};
+    stream.read(head.data(), head.size());
+    if (!std::string_view(head.data(), head.size()).starts_with(kind.letters))
+        Refuse(0, "not a file of " + std::string(kind.name));
+    std::string part(std::min(FromLittleEndian<Size>(head.data() + kContentOffset), kMaxSize), 0);
+    if (!stream.read(part.data(), static_cast<std::streamsize>(part.size())))
+        Refuse(head.size(), "the file ends too early");
+    return part;
 }
 
 } // namespace qx::sim

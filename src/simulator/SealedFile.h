@@ -7,6 +7,7 @@
 //           16             the content: parts, each after its size (4 bytes, little-endian)
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,5 +31,9 @@ inline constexpr SealedKind kParameterFile{"QXPARA", 2, "a keyboard's parameters
 
 // The parts of such a file. Throws std::runtime_error with the offset and kind of an error.
 [[nodiscard]] std::vector<std::string> Unseal(const SealedKind& kind, std::string bytes);
+
+// The first part, for a look at a file before it is opened: nothing after it is read, and the
+// checksum is not checked. Throws std::runtime_error if the file does not begin like this kind.
+[[nodiscard]] std::string FirstPart(const SealedKind& kind, const std::filesystem::path& file);
 
 } // namespace qx::sim
