@@ -41,8 +41,8 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
         *column, host::kKeyboardFiles[1], tr("Chipcard reader firmware"),
         tr("The software of the chipcard reader, sent over the serial port set in Preferences."));
     AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
-            tr("The whole memory of settings, as the driver keeps it in a file. Read the "
-               "keyboard after loading to see its new contents."));
+            tr("The whole memory of settings, as the driver keeps it in a file. After "
+               "loading, read the keyboard to see its new contents."));
     AddCodePage(*column);
     column->addStretch(1);
     const auto enable = [this] { setEnabled(m_workbench.IsConnected()); };

@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
@@ -37,6 +38,20 @@ const char* IconOf(Notice::Kind kind) {
         return "warning";
     }
     return "";
+}
+
+// Over the background; transparent for good news.
+QColor TintOf(Notice::Kind kind) {
+    switch (kind) {
+    case Notice::Kind::Information:
+    case Notice::Kind::Success:
+        return Qt::transparent;
+    case Notice::Kind::Warning:
+        return {0xE0, 0xA0, 0x00, 0x30};
+    case Notice::Kind::Failure:
+        return {0xD0, 0x30, 0x30, 0x30};
+    }
+    return {};
 }
 
 // As high as its text, up to a few lines.
@@ -79,8 +94,6 @@ NoticeBar::NoticeBar(QWidget* parent)
       m_details(new QPlainTextEdit) {
     setObjectName(QStringLiteral("notice"));
     setFrameShape(QFrame::StyledPanel);
-    setBackgroundRole(QPalette::AlternateBase);
-    setAutoFillBackground(true);
     m_text->setObjectName(QStringLiteral("lblNotice"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
@@ -208,6 +221,14 @@ void NoticeBar::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange)
         NameButtons();
     QFrame::changeEvent(event);
+}
+
+void NoticeBar::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().alternateBase());
+    painter.fillRect(rect(), TintOf(m_kind));
+    painter.end();
+    QFrame::paintEvent(event);
 }
 
 void NoticeBar::resizeEvent(QResizeEvent* event) {

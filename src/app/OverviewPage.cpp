@@ -100,6 +100,10 @@ QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {
     buttons->addWidget(ActionButton(commands.write, QStringLiteral("overviewWrite")));
     auto* interrupted = new QHBoxLayout(m_interrupted);
     interrupted->setContentsMargins({});
+    auto* warning = new QLabel;
+    warning->setPixmap(views::LineIcon(QStringLiteral("warning"))
+                           .pixmap(style()->pixelMetric(QStyle::PM_SmallIconSize)));
+    interrupted->addWidget(warning);
     interrupted->addWidget(new QLabel(tr("A write to this keyboard was interrupted.")));
     interrupted->addWidget(ActionButton(commands.resolve, QStringLiteral("overviewResolve")));
     interrupted->addStretch(1);

@@ -191,9 +191,11 @@ void PageBook::Fold() {
     if (current != nullptr)
         m_list->scrollToItem(current);
     m_absent->setVisible(absent > 0);
-    m_absent->setText(tr("Not in this keyboard (%1)").arg(absent));
+    const QString text =
+        m_absent->isChecked() ? tr("Hide absent pages (%1)") : tr("Not in this keyboard (%1)");
+    m_absent->setText(text.arg(absent));
     m_absent->setToolTip(tr("%n module(s) that this keyboard does not have", "", absent));
-    m_absent->setArrowType(m_absent->isChecked() ? Qt::DownArrow : Qt::RightArrow);
+    m_absent->setArrowType(m_absent->isChecked() ? Qt::UpArrow : Qt::RightArrow);
 }
 
 std::vector<PageBook::Listed> PageBook::Pages() const {

@@ -161,7 +161,7 @@ void PreferenceEditors::AddStart(QFormLayout& form) {
         ShowAll();
         emit Changed();
     });
-    const QString label = tr("&Begin:");
+    const QString label = tr("&Begin with:");
     form.addRow(label, box);
     NoteLabel(Preference::ShowStartupAction, label);
 }

@@ -115,7 +115,7 @@ QWidget* PreferencesPage::MakeKeyboardTab() {
     m_editors->AddNumber(*chipcard, Preference::ChipcardBaudrate,
                          tr("&Baud rate (the driver's index):"), 0, kMaxInteger);
 
-    QFormLayout* firmware = tab.AddGroup(tr("Firmware"));
+    QFormLayout* firmware = tab.AddGroup(tr("Keyboard firmware"));
     m_editors->AddCheck(*firmware, Preference::VerifyFirmware,
                         tr("Check the firmware at &startup"));
     m_editors->AddNumber(*firmware, Preference::VersionFirmware, tr("&Oldest suitable version:"), 0,
@@ -126,7 +126,8 @@ QWidget* PreferencesPage::MakeKeyboardTab() {
 QWidget* PreferencesPage::MakeKeyDisplayTab() {
     PreferenceTab tab;
     QFormLayout* text = tab.AddGroup(tr("Captions"));
-    m_editors->AddNumber(*text, Preference::KeyFontSize, tr("&Font size:"), 4, 24, tr(" pt"));
+    m_editors->AddNumber(*text, Preference::KeyFontSize, tr("Smallest &font size:"), 4, 24,
+                         tr(" pt"));
     QFormLayout* colours = tab.AddGroup(tr("Colours"));
     m_editors->AddColourSet(*colours);
     m_editors->AddColour(*colours, Preference::ColorProg, tr("&Programmed keys:"));
@@ -165,7 +166,7 @@ QWidget* PreferencesPage::MakePosTab() {
     for (const auto& [preference, label] : others) {
         QFormLayout* form = NewForm();
         for (const int end = block + kPosBlocks / 2; block < end; ++block)
-            m_editors->AddColour(*form, PosBlock(block), tr("Block %1:").arg(block));
+            m_editors->AddColour(*form, PosBlock(block), tr("Colour %1:").arg(block));
         m_editors->AddColour(*form, preference, label);
         columns->addLayout(form);
     }
@@ -176,12 +177,13 @@ QWidget* PreferencesPage::MakePosTab() {
         using views::KeyState;
         KeySample::Look look;
         for (Integer nBlock = 0; nBlock < kPosBlocks; ++nBlock)
-            look.caps.push_back(SampleKey(tr("Block %1").arg(nBlock),
+            look.caps.push_back(SampleKey(tr("Colour %1").arg(nBlock),
                                           m_settings.POSColorBlock(nBlock), KeyState::Programmed));
         look.caps.push_back(
             SampleKey(tr("Current"), m_settings.POSColorCurrent(), KeyState::Programmed));
         look.caps.back().isCurrent = true;
-        look.caps.push_back(SampleKey(tr("Unused"), m_settings.POSColorUnused(), KeyState::Unused));
+        look.caps.push_back(
+            SampleKey(tr("In no block"), m_settings.POSColorUnused(), KeyState::Unused));
         return look;
     });
     m_editors->AddView([sample] { sample->update(); });

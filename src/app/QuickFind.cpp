@@ -16,8 +16,8 @@ namespace qx::app {
 
 namespace {
 
-constexpr int kMostOfGroup = 6;
-constexpr int kMostRows = 14; // without headings
+constexpr std::size_t kMostOfGroup = 6;
+constexpr std::size_t kMostRows = 14; // without headings
 constexpr int kPopupWidth = 560;
 constexpr int kIndexRole = Qt::UserRole;
 
@@ -177,19 +177,25 @@ void QuickFind::Search(const QString& text) {
 
     std::vector<Findable::Group> order; // by their best
     std::map<Findable::Group, std::vector<std::size_t>> groups;
-    int rows = 0;
     for (const auto& [fit, index] : fits) {
         const Findable::Group group = m_findables[index].group;
-        if (!groups.contains(group))
+        if (groups[group].empty())
             order.push_back(group);
-        if (groups[group].size() < kMostOfGroup && rows++ < kMostRows)
-            groups[group].push_back(index);
+        groups[group].push_back(index);
     }
+    std::size_t rows = 0;
     for (const Findable::Group group : order) {
-        if (!groups[group].empty())
-            AddHeading(TitleOf(group));
-        for (const std::size_t index : groups[group])
-            AddFound(index);
+        const std::vector<std::size_t>& found = groups[group];
+        const std::size_t shown = std::min({found.size(), kMostOfGroup, kMostRows - rows});
+        if (shown == 0)
+            continue;
+        AddHeading(shown == found.size() ? TitleOf(group)
+                                         : tr("%1 (%2 of %3)", "kind, shown, found")
+                                               .arg(TitleOf(group))
+                                               .arg(shown)
+                                               .arg(found.size()));
+        std::for_each_n(found.begin(), shown, [this](std::size_t index) { AddFound(index); });
+        rows += shown;
     }
     if (m_popup->count() == 0)
         AddHeading(tr("Nothing found"));
@@ -211,7 +217,10 @@ void QuickFind::AddFound(std::size_t index) {
     const Findable& findable = m_findables[index];
     QString text = findable.text;
     if (!findable.detail.isEmpty())
-        text = tr("%1 — %2", "a result and where it is").arg(text, findable.detail);
+        text =
+            (findable.group == Findable::Group::Actions ? tr("%1 — %2", "an action and its menu")
+                                                        : tr("%1: %2", "a setting and its value"))
+                .arg(text, findable.detail);
     if (!findable.shortcut.isEmpty())
         text += QStringLiteral(" (%1)").arg(findable.shortcut);
     auto* item = new QListWidgetItem(text, m_popup);

@@ -178,7 +178,9 @@ constexpr Description kDescriptions[] = {
     {"VersionFirmware",
      QT_TRANSLATE_NOOP("SettingHelp", "The oldest suitable firmware of a keyboard.")},
     {"KeyFontSize",
-     QT_TRANSLATE_NOOP("SettingHelp", "The size of captions on keys of normal size.")},
+     QT_TRANSLATE_NOOP(
+         "SettingHelp",
+         "The smallest size of texts on keys; where there is room, they are larger.")},
     {"appearance",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Whether all windows are light or dark. Keys with the light or the dark "

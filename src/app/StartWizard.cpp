@@ -33,8 +33,8 @@ public:
         QPalette legible = text->palette(); // the text is the reason why a choice is disabled
         legible.setBrush(QPalette::Disabled, QPalette::ButtonText,
                          legible.brush(QPalette::Active, QPalette::PlaceholderText));
-        text->setPalette(legible);
         for (QLabel* label : {heading, text}) {
+            label->setPalette(legible);
             label->setForegroundRole(QPalette::ButtonText);
             label->setAttribute(Qt::WA_TransparentForMouseEvents);
             column->addWidget(label);
@@ -104,8 +104,9 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     open->setEnabled(file.exists());
     open->setVisible(!file.filePath().isEmpty()); // at the first start there is none
 
-    auto* defaults = AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
-                               tr("Begin a new document with a keyboard's default settings."));
+    auto* defaults = AddChoice(
+        StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
+        tr("A new document with a keyboard's factory settings; none needs to be connected."));
 
     auto* again = new QCheckBox(tr("&Show this at startup"));
     again->setObjectName(QStringLiteral("ShowStartupWizard"));

@@ -86,7 +86,7 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
       m_received(new QPlainTextEdit) {
     m_hint->setWordWrap(true);
     m_tabs->addTab(MakeKeysTab(), tr("Ke&ys"));
-    m_tabs->addTab(MakeFunctionKeysTab(), tr("&Function keys"));
+    m_tabs->addTab(MakeFunctionKeysTab(), tr("Layered &function keys"));
     m_tabs->addTab(MakeCardTab(), tr("C&ard"));
     m_tabs->addTab(MakeCodeTab(), tr("&Barcode"));
     m_received->setObjectName(QStringLiteral("received"));
@@ -245,7 +245,7 @@ QWidget* TestDrivePage::MakeCodeTab() {
     symbology->setObjectName(QStringLiteral("codeKind"));
     for (std::size_t i = BP_EAN; i < kBarcodePageNames.size(); ++i)
         symbology->addItem(WordOf(kBarcode, kBarcodePageNames[i]));
-    auto* data = new QLineEdit(QStringLiteral("4006381333931"));
+    auto* data = new QLineEdit(QStringLiteral("2000000000015"));
     data->setObjectName(QStringLiteral("codeData"));
     GiveRoom(*data);
     auto* reader = new QSpinBox;

@@ -207,7 +207,9 @@ std::vector<Findable> WindowPages::Findables() {
     std::move(settings.begin(), settings.end(), std::back_inserter(all));
     auto* preferences = m_book->Page(kPreferences)->findChild<PreferencesPage*>();
     for (const auto& [preference, label] : preferences->Labels())
-        all.push_back({Findable::Group::Settings, label, tr("Preferences"),
+        all.push_back({Findable::Group::Settings,
+                       tr("Preferences") + QStringLiteral(" › ") + label,
+                       {},
                        [this, preferences, preference = preference] {
                            Show(kPreferences);
                            preferences->Reveal(preference);

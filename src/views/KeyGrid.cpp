@@ -20,7 +20,7 @@ namespace {
 constexpr std::size_t kMostImages = 512;
 
 constexpr double kLeastScale = 0.7; // captions can just be read
-constexpr double kDisabledOpacity = 0.4;
+constexpr double kDisabledOpacity = 0.6;
 
 // How far the place is from the value, 0 where it spans it.
 double Off(double value, double from, double to) {

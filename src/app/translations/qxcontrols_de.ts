@@ -43,10 +43,6 @@
         <translation>Einheit</translation>
     </message>
     <message>
-        <source>Written after it</source>
-        <translation>Danach geschrieben</translation>
-    </message>
-    <message>
         <source>Changes</source>
         <translation>Änderungen</translation>
     </message>
@@ -88,6 +84,10 @@
     <message>
         <source>The backup cannot be compared.</source>
         <translation>Die Sicherung lässt sich nicht vergleichen.</translation>
+    </message>
+    <message>
+        <source>Written next</source>
+        <translation>Danach geschrieben</translation>
     </message>
 </context>
 <context>
@@ -1486,10 +1486,6 @@
         <translation>Aus Datei laden</translation>
     </message>
     <message>
-        <source>The whole memory of settings, as the driver keeps it in a file. Read the keyboard after loading to see its new contents.</source>
-        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie nach dem Laden die Tastatur, um den neuen Inhalt zu sehen.</translation>
-    </message>
-    <message>
         <source>Save to file…</source>
         <translation>In Datei speichern …</translation>
     </message>
@@ -1504,6 +1500,10 @@
     <message>
         <source>The software of the chipcard reader, sent over the serial port set in Preferences.</source>
         <translation>Die Software des Chipkartenlesers, übertragen über die serielle Schnittstelle, die in den Voreinstellungen gewählt ist.</translation>
+    </message>
+    <message>
+        <source>The whole memory of settings, as the driver keeps it in a file. After loading, read the keyboard to see its new contents.</source>
+        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie die Tastatur danach neu aus, um den geladenen Inhalt zu sehen.</translation>
     </message>
 </context>
 <context>
@@ -2359,6 +2359,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>%1 (absent)</source>
         <translation>%1 (nicht vorhanden)</translation>
     </message>
+    <message>
+        <source>Hide absent pages (%1)</source>
+        <translation>Fehlende Seiten ausblenden (%1)</translation>
+    </message>
 </context>
 <context>
     <name>PosFace</name>
@@ -2461,7 +2465,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Ask</source>
-        <translation>Fragen</translation>
+        <translation>Auswahl beim Start</translation>
     </message>
     <message>
         <source>Read the keyboard</source>
@@ -2476,8 +2480,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Mit den Werkseinstellungen beginnen</translation>
     </message>
     <message>
-        <source>&amp;Begin:</source>
-        <translation>Beg&amp;innen:</translation>
+        <source>&amp;Begin with:</source>
+        <translation>Beginnen m&amp;it:</translation>
     </message>
 </context>
 <context>
@@ -2516,7 +2520,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Show &amp;released keys in sequences</source>
-        <translation>&amp;Losgelassene Tasten in Folgen anzeigen</translation>
+        <translation>&amp;Loslassen von Tasten in Folgen anzeigen</translation>
     </message>
     <message>
         <source>&amp;Open the sequence editor:</source>
@@ -2532,7 +2536,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>The program</source>
-        <translation>Das Programm</translation>
+        <translation>Programm</translation>
     </message>
     <message>
         <source>&amp;Language:</source>
@@ -2540,7 +2544,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>The keys</source>
-        <translation>Die Tasten</translation>
+        <translation>Tasten</translation>
     </message>
     <message>
         <source>Standard (English, United States)</source>
@@ -2548,7 +2552,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Key la&amp;yout:</source>
-        <translation>Tast&amp;enbelegung:</translation>
+        <translation>Tastatur&amp;layout:</translation>
     </message>
     <message>
         <source>Connection</source>
@@ -2563,20 +2567,12 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Ba&amp;udrate (Index des Treibers):</translation>
     </message>
     <message>
-        <source>Firmware</source>
-        <translation>Firmware</translation>
-    </message>
-    <message>
         <source>&amp;Oldest suitable version:</source>
         <translation>Ä&amp;lteste geeignete Version:</translation>
     </message>
     <message>
         <source>Captions</source>
         <translation>Beschriftungen</translation>
-    </message>
-    <message>
-        <source>&amp;Font size:</source>
-        <translation>&amp;Schriftgröße:</translation>
     </message>
     <message>
         <source> pt</source>
@@ -2631,14 +2627,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Taste&amp;n ohne Block:</translation>
     </message>
     <message>
-        <source>Block %1:</source>
-        <translation>Block %1:</translation>
-    </message>
-    <message>
-        <source>Block %1</source>
-        <translation>Block %1</translation>
-    </message>
-    <message>
         <source>Reset to defaults</source>
         <translation>Auf Vorgaben zurücksetzen</translation>
     </message>
@@ -2689,6 +2677,26 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>&amp;Command delta (stored for other programs):</source>
         <translation>Be&amp;fehlsversatz (für andere Programme gespeichert):</translation>
+    </message>
+    <message>
+        <source>Keyboard firmware</source>
+        <translation>Firmware der Tastatur</translation>
+    </message>
+    <message>
+        <source>Colour %1:</source>
+        <translation>Farbe %1:</translation>
+    </message>
+    <message>
+        <source>Colour %1</source>
+        <translation>Farbe %1</translation>
+    </message>
+    <message>
+        <source>In no block</source>
+        <translation>In keinem Block</translation>
+    </message>
+    <message>
+        <source>Smallest &amp;font size:</source>
+        <translation>&amp;Kleinste Schriftgröße:</translation>
     </message>
 </context>
 <context>
@@ -2978,8 +2986,18 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Einstellungen</translation>
     </message>
     <message>
+        <source>%1 (%2 of %3)</source>
+        <comment>kind, shown, found</comment>
+        <translation>%1 (%2 von %3)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>a setting and its value</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
         <source>%1 — %2</source>
-        <comment>a result and where it is</comment>
+        <comment>an action and its menu</comment>
         <translation>%1 – %2</translation>
     </message>
 </context>
@@ -3354,10 +3372,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Die Geschwindigkeit dieser Schnittstelle als Index des Treibers.</translation>
     </message>
     <message>
-        <source>The size of captions on keys of normal size.</source>
-        <translation>Die Größe der Beschriftungen auf Tasten normaler Größe.</translation>
-    </message>
-    <message>
         <source>Sets all colours of keys at once.</source>
         <translation>Setzt alle Farben der Tasten auf einmal.</translation>
     </message>
@@ -3477,6 +3491,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>How the program starts, or whether it asks.</source>
         <translation>Womit das Programm beginnt oder ob es danach fragt.</translation>
     </message>
+    <message>
+        <source>The smallest size of texts on keys; where there is room, they are larger.</source>
+        <translation>Die kleinste Größe der Texte auf Tasten; wo Platz ist, sind sie größer.</translation>
+    </message>
 </context>
 <context>
     <name>SettingWords</name>
@@ -3486,11 +3504,11 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Shortest code</source>
-        <translation>Kürzester Code</translation>
+        <translation>Mindestlänge</translation>
     </message>
     <message>
         <source>Longest code</source>
-        <translation>Längster Code</translation>
+        <translation>Höchstlänge</translation>
     </message>
     <message>
         <source>Option</source>
@@ -3610,7 +3628,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Show released keys</source>
-        <translation>Losgelassene Tasten anzeigen</translation>
+        <translation>Loslassen von Tasten anzeigen</translation>
     </message>
     <message>
         <source>off</source>
@@ -3758,8 +3776,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Beim &amp;Start anzeigen</translation>
     </message>
     <message>
-        <source>Begin a new document with a keyboard&apos;s default settings.</source>
-        <translation>Ein neues Dokument mit den Werkseinstellungen beginnen.</translation>
+        <source>A new document with a keyboard&apos;s factory settings; none needs to be connected.</source>
+        <translation>Ein neues Dokument; dazu muss keine Tastatur angeschlossen sein.</translation>
     </message>
 </context>
 <context>
@@ -3836,10 +3854,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Ke&amp;ys</source>
         <translation>Ta&amp;sten</translation>
-    </message>
-    <message>
-        <source>&amp;Function keys</source>
-        <translation>&amp;Funktionstasten</translation>
     </message>
     <message>
         <source>C&amp;ard</source>
@@ -3964,6 +3978,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>&amp;Reader:</source>
         <translation>Lese&amp;r:</translation>
+    </message>
+    <message>
+        <source>Layered &amp;function keys</source>
+        <translation>&amp;Funktionstasten in Ebenen</translation>
     </message>
 </context>
 <context>
@@ -4104,7 +4122,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Add + Enter</source>
-        <translation>Anfügen + Eingabe</translation>
+        <translation>Anfügen + Enter</translation>
     </message>
     <message>
         <source>Add the keys that type the text, and Enter (Ctrl+Enter); without a text, Enter alone</source>
@@ -4123,7 +4141,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>&amp;Roll back</source>
-        <translation>&amp;Rückgängig machen</translation>
+        <translation>&amp;Vorigen Inhalt wiederherstellen</translation>
     </message>
     <message>
         <source>&amp;Later</source>
@@ -4246,7 +4264,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>“Finish writing” completes it; “Roll back” restores the keyboard&apos;s previous contents.</source>
-        <translation>„Schreiben abschließen“ schreibt den Rest; „Rückgängig machen“ stellt den vorigen Inhalt der Tastatur wieder her.</translation>
+        <translation>„Schreiben abschließen“ schreibt den Rest; „Vorigen Inhalt wiederherstellen“ macht das Geschriebene rückgängig.</translation>
     </message>
     <message>
         <source>The keyboard holds parts of several interrupted writes, and their records do not show which keyboard each was for. Which of them was interrupted on this keyboard?</source>
@@ -4454,7 +4472,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     </message>
     <message>
         <source>Click keys, press them on the keyboard, type text, or edit the sequence as text.</source>
-        <translation>Tasten anklicken, auf der Tastatur drücken, Text eingeben oder die Folge als Text bearbeiten.</translation>
+        <translation>Klicken Sie auf Tasten, drücken Sie sie auf der Tastatur, geben Sie Text ein oder bearbeiten Sie die Folge als Text.</translation>
     </message>
     <message>
         <source>Click keys, press them on the keyboard, or type text.</source>

@@ -237,7 +237,7 @@ Command ScanCommand() {
                      .value = "N",
                      .range = {{1, kBarcodeReaders}}}},
         .footer = "Examples:\n"
-                  "  qxconf test-drive scan 4006381333931 --symbology EAN\n"
+                  "  qxconf test-drive scan 2000000000015 --symbology EAN\n"
                   "  qxconf test-drive scan ABC-123 --symbology Code39 --reader 2",
         .run =
             [options, names](Context& context) {
