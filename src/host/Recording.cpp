@@ -64,7 +64,7 @@ void Recording::Begin(const std::vector<ByteRange>& ranges,
     }
     BeforeWriting([&] { m_recorder.records.journal.Begin(entry, m_before, m_recorder.now()); });
     m_entry = std::move(entry);
-    m_hasBegun = m_ends = true;
+    m_ends = true;
 }
 
 void Recording::Continue(const JournalEntry& entry, bool ends) {
@@ -81,8 +81,8 @@ void Recording::EndEntry(std::vector<Error>& failures) {
     Attempt(Cause::EntryNotEnded, failures, [&] { m_recorder.records.journal.End(*m_entry); });
 }
 
-// A write that has not begun is ended. One that has begun stays on record, even if a read then
-// found the keyboard intact: that may have been another keyboard.
+// The write stays on record, even if a read then found the keyboard intact: that may have been
+// another keyboard.
 Error Recording::Failed(const Sent& sent) {
     Error failure = *sent.failure;
     if (sent.holds == Holds::Unknown ||
@@ -94,10 +94,7 @@ Error Recording::Failed(const Sent& sent) {
     }
     FillIn(m_receipt, sent);
     m_receipt.message = TextOf(failure);
-    if (!sent.isBegun && m_hasBegun)
-        EndEntry(failure.related);
-    else
-        LeaveReceipt(failure.related);
+    LeaveReceipt(failure.related);
     return failure;
 }
 

@@ -48,6 +48,8 @@ public:
     // `ends` is true.
     void Continue(const JournalEntry& entry, bool ends);
 
+    // Deletes the entry, since nothing is going to be sent.
+    void Withdraw(std::vector<Error>& failures) { EndEntry(failures); }
     // The error for a failed sending, after writing its receipt.
     [[nodiscard]] Error Failed(const Sent& sent);
     // Writes the receipt and deletes the entry, and if the write is verified, also the entries it
@@ -68,8 +70,7 @@ private:
     bool m_isProved; // if it succeeds
     Receipt m_receipt;
     std::optional<JournalEntry> m_entry;
-    bool m_hasBegun = false; // the entry is for this write
-    bool m_ends = false;     // deletes the entry when verified
+    bool m_ends = false; // deletes the entry when verified
 };
 
 } // namespace qx::host

@@ -50,12 +50,6 @@ void RequireStillAs(Session& session, const KeyboardContent& planned) {
 
 Sent Sending::Run(const WritePlan& plan, const std::vector<ByteRange>& ranges, bool verify) {
     Sent sent;
-    try {
-        m_session.PrepareSending(ranges);
-    } catch (const Error& error) {
-        sent.Fail(error);
-        return sent;
-    }
     Transfer(plan, ranges, sent);
     if (!sent.failure && verify)
         Prove(plan, sent);
@@ -64,8 +58,6 @@ Sent Sending::Run(const WritePlan& plan, const std::vector<ByteRange>& ranges, b
 
 void Sending::Transfer(const WritePlan& plan, const std::vector<ByteRange>& ranges, Sent& sent) {
     m_onStep(Step::Writing);
-    sent.isBegun = true;
-    sent.holds = Holds::Unknown;
     try {
         m_session.Send();
         sent.bytes = SizeOf(ranges);

@@ -23,8 +23,7 @@ using OnStep = std::function<void(Step)>; // called at the start of each
 // The result of a sending. Without a failure the bytes were sent and, if requested, verified.
 struct Sent {
     std::optional<Error> failure;
-    bool isBegun = false;                 // bytes may have been sent, to whichever keyboard
-    Holds holds = Holds::NotTouched;      // when last read
+    Holds holds = Holds::Unknown;         // when last read
     std::optional<KeyboardContent> found; // if they are neither old nor new
     std::optional<Long> bytes;            // sent; none if the transfer failed
     std::string afterSha256;              // of all areas as read back; empty if they were not
@@ -46,8 +45,9 @@ public:
     Sending(Session& session, Configuration& scratch, const OnStep& onStep)
         : m_session(session), m_scratch(scratch), m_onStep(onStep) {}
 
-    // Sends the ranges and, unless disabled, verifies that the keyboard then holds everything in
-    // the plan. The failure describes the keyboard's contents; nothing is thrown.
+    // Sends the ranges, which are prepared, and, unless disabled, verifies that the keyboard then
+    // holds everything in the plan. The failure describes the keyboard's contents; nothing is
+    // thrown.
     [[nodiscard]] Sent Run(const WritePlan& plan, const std::vector<ByteRange>& ranges,
                            bool verify);
 

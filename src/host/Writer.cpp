@@ -43,6 +43,11 @@ void Writer::CheckBeforeWriting(const KeyboardContent& planned) {
         throw Refusal(Cause::Stopped);
 }
 
+void Writer::Prepare(const WritePlan& plan, const std::vector<ByteRange>& ranges) {
+    CheckBeforeWriting(plan.before);
+    BeforeWriting([&] { m_session.PrepareSending(ranges); });
+}
+
 void Writer::SaveBackup(Recording& recording) {
     m_options.onStep(Step::SavingBackup);
     recording.SaveBackup(*m_scratch);
@@ -83,11 +88,14 @@ Writer::Outcome Writer::Write(const WritePlan& plan, const Request& request) {
     SaveBackup(recording);
     recording.Begin(ranges, interrupted);
     try {
-        CheckBeforeWriting(plan.before);
-    } catch (const Error& error) {
-        Sent none;
-        none.Fail(error);
-        throw recording.Failed(none);
+        Prepare(plan, ranges);
+    } catch (Error& error) {
+        recording.Withdraw(error.related);
+        throw;
+    } catch (...) {
+        std::vector<Error> unreported;
+        recording.Withdraw(unreported);
+        throw;
     }
     const Sent sent = Send(plan, ranges, request.verify);
     if (sent.failure)
@@ -139,7 +147,7 @@ Writer::Outcome Writer::End(const JournalEntry& entry, Way way, const WritePlan&
     Recording recording = NewRecording(request, now, till);
     SaveBackup(recording);
     recording.Continue(ended, !isRecordKept);
-    CheckBeforeWriting(plan.before);
+    Prepare(plan, ranges);
     const Sent sent = Send(plan, ranges, true);
     if (sent.failure)
         throw recording.Failed(sent);

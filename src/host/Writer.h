@@ -104,6 +104,8 @@ private:
                                                   const InterruptedWrites::ClaimNames& own) const;
     // Called immediately before the first byte.
     void CheckBeforeWriting(const KeyboardContent& planned);
+    // The same, and puts the bytes into the driver's image.
+    void Prepare(const WritePlan& plan, const std::vector<ByteRange>& ranges);
     void SaveBackup(Recording& recording);
     [[nodiscard]] Recording NewRecording(const Request& request, const KeyboardContent& before,
                                          const Till& till) const;

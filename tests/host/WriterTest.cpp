@@ -283,6 +283,22 @@ TEST_F(WriterTest, AStopComesBeforeTheBytesOrAfterTheProof) {
     EXPECT_EQ(Count("journal"), 0U);
 }
 
+// The program's own exceptions, which are not Errors, end a write that has not begun like any
+// other.
+TEST_F(WriterTest, AnExceptionBeforeTheBytesLeavesNoRecordOfTheWrite) {
+    Writer::Options options = Options();
+    options.isStopped = [this]() -> bool {
+        EXPECT_EQ(Count("journal"), 1U);
+        throw std::bad_alloc();
+    };
+    Session session(keyboard);
+    session.Open();
+    Writer writer(session, options);
+    EXPECT_THROW(writer.Write(Plan(session, writer, kNew), {}), std::bad_alloc);
+    EXPECT_EQ(keyboard.bytesWritten, 0);
+    EXPECT_EQ(Count("journal"), 0U);
+}
+
 // A read that does nothing but reports success yields zeros: even if zeros are wanted, "nothing to
 // do" is not reported on that evidence alone.
 TEST_F(WriterTest, NothingToDoIsProved) {
