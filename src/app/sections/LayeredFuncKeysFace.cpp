@@ -52,8 +52,7 @@ public:
     [[nodiscard]] int CountProgrammed() override {
         int count = 0;
         for (Integer layer = 0; layer < kFuncKeyLayers; ++layer)
-            for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
-                count += Control().Layer(layer).GetKey(key).Length() > 0 ? 1 : 0;
+            count += Control().Layer(layer).CountProgrammed();
         return count;
     }
 

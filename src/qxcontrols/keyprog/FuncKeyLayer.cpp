@@ -2,6 +2,7 @@
 
 #include "qxcontrols/common/Trace.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -36,6 +37,11 @@ KeySequence& FuncKeyLayer::GetKey(Integer nKeyID) {
 
 const KeySequence& FuncKeyLayer::GetKey(Integer nKeyID) const {
     return At(nKeyID).sequence;
+}
+
+Integer FuncKeyLayer::CountProgrammed() const {
+    return static_cast<Integer>(std::ranges::count_if(
+        m_keys, [](const FuncKey& key) { return key.sequence.Length() > 0; }));
 }
 
 void FuncKeyLayer::CleanLayer() {

@@ -28,6 +28,8 @@ public:
     // The key's sequence, which the layer owns.
     [[nodiscard]] KeySequence& GetKey(Integer nKeyID);
     [[nodiscard]] const KeySequence& GetKey(Integer nKeyID) const;
+    // How many keys have a sequence.
+    [[nodiscard]] Integer CountProgrammed() const;
     // A name for people, UTF-8; no keyboard stores it. Documents hold kNameLength units of it.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     void SetName(std::string sName) { m_name = std::move(sName); }

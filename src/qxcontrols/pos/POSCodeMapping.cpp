@@ -1,16 +1,16 @@
 #include "qxcontrols/pos/POSCodeMapping.h"
 
+#include "qxcontrols/pos/POSNumber.h"
+
 #include <algorithm>
 #include <array>
-#include <stdexcept>
-#include <string>
 
 namespace qx {
 
 namespace {
 
 // The position codes of key indexes 1, 2, 3, ..., five per line.
-constexpr std::array<Integer, 105> kPositionCodes{
+constexpr std::array<Integer, kPOSKeys> kPositionCodes{
     110, 112, 113, 114, 115, // 1
     116, 117, 118, 119, 120, // 6
     121, 122, 123, 55,  124, // 11
@@ -37,8 +37,7 @@ constexpr std::array<Integer, 105> kPositionCodes{
 } // namespace
 
 Integer POSCodeMapping::GetPositionCodeForKey(Integer nKeyID) const {
-    if (nKeyID < 1 || static_cast<std::size_t>(nKeyID) > kPositionCodes.size())
-        throw std::out_of_range("POS key " + std::to_string(nKeyID) + " is not one of 1 to 105");
+    RequirePOSNumber("POS key", nKeyID);
     return kPositionCodes[static_cast<std::size_t>(nKeyID - 1)];
 }
 

@@ -1,17 +1,16 @@
 #include "qxcontrols/pos/POSKeyboard.h"
 
 #include "qxcontrols/common/Trace.h"
+#include "qxcontrols/pos/POSNumber.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
 namespace qx {
 
 const POSBlock& POSKeyboard::Block(Integer nIndex) const {
-    if (nIndex < 1 || nIndex > kSlots)
-        throw std::out_of_range("POS block " + std::to_string(nIndex) + " is not one of 1 to 105");
+    RequirePOSNumber("POS block", nIndex);
     return m_blocks[static_cast<std::size_t>(nIndex - 1)];
 }
 

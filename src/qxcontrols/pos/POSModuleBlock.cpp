@@ -1,9 +1,9 @@
 #include "qxcontrols/pos/POSModuleBlock.h"
 
 #include "qxcontrols/blocks/BlockRoutines.h"
+#include "qxcontrols/pos/POSNumber.h"
 
 #include <array>
-#include <stdexcept>
 
 namespace qx {
 
@@ -26,9 +26,7 @@ public:
     explicit NumberTable(const char* what) : m_what(what) {}
 
     Integer& operator[](Integer nIndex) {
-        if (nIndex < 1 || nIndex > kKeys)
-            throw std::out_of_range(std::string(m_what) + " " + std::to_string(nIndex) +
-                                    " is not one of 1 to 105");
+        RequirePOSNumber(m_what, nIndex);
         return m_numbers[static_cast<std::size_t>(nIndex - 1)];
     }
 
