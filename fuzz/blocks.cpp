@@ -132,7 +132,7 @@ void FreeProgKeys(std::string_view bytes) {
     const auto size =
         static_cast<Long>(StoredFreeProgKeys(empty, module).size()) * kFreeProgKeySlotSize;
     RoundTrip(
-        "free programmable keys", empty, Fill(bytes, size),
+        "free keys", empty, Fill(bytes, size),
         [&](auto& b, auto& m) { DecodeFreeProgKeys(b, module, m); },
         [&](auto& m) { return EncodeFreeProgKeys(m, module); },
         [](auto& m) {

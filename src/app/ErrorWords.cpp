@@ -261,6 +261,7 @@ QString CauseText(const host::Error& error) {
         return file.isEmpty() ? Errors::tr("The document has faults: %1").arg(Faults(error))
                               : Errors::tr("%1 has faults: %2").arg(file, Faults(error));
     case Cause::Unforeseen:
+        return Errors::tr("An unexpected error occurred.");
     // The others are of batches, the command line and scripts; the application never meets them.
     case Cause::WrongUsage:
     case Cause::NoSuchBackup:

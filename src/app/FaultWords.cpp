@@ -109,7 +109,7 @@ QString Pattern(json::FaultKind kind) {
     case Kind::KeyTwice:
         return Faults::tr("key %1 is used more than once");
     case Kind::FirstKeyNotSlot:
-        return Faults::tr("the first key is not the block's slot %1");
+        return Faults::tr("the block's first key is not its slot, key %1");
     case Kind::FlagNotStored:
         return Faults::tr("the keyboard does not store this option; it can only be %1");
     case Kind::NoIdentifierHere:
@@ -125,10 +125,10 @@ QString Pattern(json::FaultKind kind) {
             "the keyboard is damaged at address %1 (hexadecimal): a description holds "
             "half a character");
     case Kind::UnknownGroup:
-        return Faults::tr("the keyboard is damaged at address %1 (hexadecimal): POS key %2 is in "
+        return Faults::tr("the keyboard is damaged at address %1 (hexadecimal): key %2 is in "
                           "group %3, and groups are 1 to %4");
     case Kind::TwoSequences:
-        return Faults::tr("the keyboard is damaged at address %1 (hexadecimal): POS keys %2 and %3 "
+        return Faults::tr("the keyboard is damaged at address %1 (hexadecimal): keys %2 and %3 "
                           "of group %4 both have a sequence, and a group has one");
     case Kind::DamagedWhenSaved:
         return Faults::tr("was damaged in the keyboard when the backup was made");

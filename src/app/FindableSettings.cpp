@@ -29,12 +29,11 @@ std::vector<Findable> FindableSettings(Workbench& workbench,
     const auto add = [&](const host::Setting& setting, const QString& value) {
         all.push_back(
             {setting.name.elementParts > 0 ? Findable::Group::Keys : Findable::Group::Settings,
-             NameText(setting.name), value, [goTo, place = setting.place] { goTo(place); }});
+             WithGroup(NameText(setting.name), GroupText(workbench, setting)), value,
+             [goTo, place = setting.place] { goTo(place); }});
         Findable& added = all.back();
         for (const host::NamePart& part : setting.name.parts)
             added.otherName += views::ToQt(part.longCaption);
-        if (const QString group = GroupText(workbench, setting); !group.isEmpty())
-            added.text += QStringLiteral(" › ") + group;
     };
     const host::Configuration& configuration = workbench.Configuration();
     for (const host::Setting& setting : configuration.List(workbench.History().AllSections())) {

@@ -2,6 +2,7 @@
 
 #include "app/DeviceKeys.h"
 #include "app/LintWords.h"
+#include "app/SettingWords.h"
 #include "app/TestDriveTexts.h"
 #include "app/Workbench.h"
 #include "host/KeySenders.h"
@@ -82,7 +83,10 @@ std::optional<QString> InPlaceEditor::Received() const {
     const QString content = views::ToQt(ContentText(stretch, layout));
     const auto sent = host::SentBy(sections, position->code, position->posKey);
     return sent && sent->section != &m_edits.Section()
-               ? tr("%1 sends: %2").arg(OriginTextOf(stretch, layout), content)
+               ? tr("%1 sends: %2")
+                     .arg(NameText(m_edits.Bench().Configuration().NameOf(*sent->section,
+                                                                          sent->element)),
+                          content)
                : content;
 }
 

@@ -23,15 +23,16 @@ std::string KeyEdits::PlaceOf(int key) const {
     return "/" + m_section + "/" + m_workbench.Faces().Of(m_section).PlaceOf(key);
 }
 
+QString KeyEdits::NameAt(const std::string& element) const {
+    return NameInSection(m_workbench.Configuration().NameOf(Section(), element));
+}
+
 QString KeyEdits::NameOf(int key) const {
-    const auto settings = m_workbench.Configuration().List(Section(), {PlaceOf(key) + "/sequence"},
-                                                           host::Listed::All);
-    return settings.empty() ? QString::number(key) : NameInSection(settings.front().name);
+    return NameAt(PlaceOf(key));
 }
 
 QString KeyEdits::SenderName(int key) const {
-    const QString group = m_workbench.Faces().Of(m_section).GroupOf(key);
-    return group.isEmpty() ? NameOf(key) : group;
+    return WithGroup(NameAt(SenderOf(key)), m_workbench.Faces().Of(m_section).GroupOf(key));
 }
 
 std::vector<KeyEdits::Sent> KeyEdits::SentBy(const std::vector<int>& keys) const {

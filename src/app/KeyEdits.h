@@ -30,8 +30,9 @@ public:
 
     // Of a key of the page's grid.
     [[nodiscard]] std::string PlaceOf(int key) const;
-    [[nodiscard]] QString NameOf(int key) const;     // "Key 75 (Ins)"
-    [[nodiscard]] QString SenderName(int key) const; // "Block 3 (4 keys)", or the key's name
+    [[nodiscard]] QString NameOf(int key) const; // "Key 75 (Ins)"
+    // Of the one whose sequence it sends: "Key 3 (F2) › Block 1 (4 keys)".
+    [[nodiscard]] QString SenderName(int key) const;
     // The sequence, and the description where keys have one. In a change, a key without a new
     // description keeps its own.
     struct Content {
@@ -65,6 +66,7 @@ public:
 
 private:
     [[nodiscard]] std::string SenderOf(int key) const; // the place of its sequence
+    [[nodiscard]] QString NameAt(const std::string& element) const;
 
     Workbench& m_workbench;
     EditRequests& m_edits;

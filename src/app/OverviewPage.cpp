@@ -261,7 +261,7 @@ void OverviewPage::ShowDetails() {
     add(tr("Configuration"), ToQt(access.Config()));
     QStringList has;
     const std::pair<bool, QString> flags[] = {
-        {access.FlagFreeProgrammableKeys(), tr("free programmable keys")},
+        {access.FlagFreeProgrammableKeys(), tr("free keys")},
         {access.FlagConnectionV24(), tr("V.24 connection")},
         {access.FlagChicpcardReader(), tr("chipcard reader")},
         {access.FlagBarcodeReader(), tr("barcode reader")},

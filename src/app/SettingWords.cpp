@@ -117,6 +117,10 @@ QString NameInSection(const host::SettingName& name) {
                               : QString::fromStdString(host::JoinedSteps(TranslatedSteps(name)));
 }
 
+QString WithGroup(const QString& name, const QString& group) {
+    return group.isEmpty() ? name : name + QStringLiteral(" › ") + group;
+}
+
 QString ValueText(const host::SettingValue& value) {
     using Kind = host::SettingValue::Kind;
     switch (value.kind) {

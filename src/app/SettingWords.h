@@ -38,6 +38,9 @@ struct SectionEntry;
 [[nodiscard]] QString NameText(const host::SettingName& name);
 // The same without the section, for a list under its title.
 [[nodiscard]] QString NameInSection(const host::SettingName& name);
+// The name of a key with that of the group it belongs to, which may be empty: "Key 3 (F2) › Block 1
+// (4 keys)".
+[[nodiscard]] QString WithGroup(const QString& name, const QString& group);
 [[nodiscard]] QString ValueText(const host::SettingValue& value);
 
 } // namespace qx::app

@@ -309,9 +309,7 @@ void TestDrivePage::ShowFunctionKeys(const sim::TestDrive& drive) {
     const auto nLayer = static_cast<Integer>(m_layers->currentIndex());
     const QXLayeredFuncKeys& keys = m_keyboard.FunctionKeys();
     for (Integer layer = 0; layer < kFuncKeyLayers; ++layer) {
-        int sent = 0;
-        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
-            sent += keys.Layer(layer).GetKey(key).Length() > 0 ? 1 : 0;
+        const Integer sent = keys.Layer(layer).CountProgrammed();
         const QString number = QString::number(layer);
         m_layers->setTabText(layer,
                              sent > 0 ? QStringLiteral("%1 (%2)").arg(number).arg(sent) : number);
@@ -355,9 +353,10 @@ void TestDrivePage::Try(const QString& what, const Trial& trial) {
 QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     QStringList lines;
     for (const sim::Stretch& stretch : reception.stretches)
-        lines.append(QStringLiteral("  %1: %2")
-                         .arg(OriginTextOf(stretch, m_workbench.Layout()),
-                              ToQt(sim::ContentText(stretch, m_workbench.Layout()))));
+        lines.append(
+            QStringLiteral("  %1: %2")
+                .arg(OriginTextOf(stretch, m_workbench.Configuration(), m_workbench.Layout()),
+                     ToQt(sim::ContentText(stretch, m_workbench.Layout()))));
     if (reception.stretches.empty())
         lines.append(QStringLiteral("  ") + tr("nothing"));
     else if (reception.outputDelay)

@@ -2,7 +2,8 @@
 
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
-#include "qxcontrols/keyprog/FuncKeyLayer.h"
+#include "host/KeySenders.h"
+#include "qxcontrols/keys/KeyName.h"
 
 #include <QCoreApplication>
 
@@ -20,23 +21,16 @@ QString SymbologyName(const std::string& page) {
 
 } // namespace
 
-QString OriginTextOf(const sim::Stretch& stretch, const QXKeyboardLayoutData& layout) {
+QString OriginTextOf(const sim::Stretch& stretch, const host::Configuration& configuration,
+                     const QXKeyboardLayoutData& layout) {
     using sim::Origin;
     const auto numbered = [&](const QString& text) { return text.arg(stretch.number); };
-    const auto named = [&](const QString& text) {
-        return text.arg(QString::fromStdString(KeyNameOf(stretch, &layout)));
-    };
     switch (stretch.origin) {
     case Origin::OrdinaryKey:
-        return named(TestDriveTexts::tr("ordinary key %1"));
-    case Origin::FreeKey:
-        return named(TestDriveTexts::tr("free key %1"));
-    case Origin::FunctionKey:
-        return TestDriveTexts::tr("layer %1, %2")
-            .arg(QString::number(stretch.layer),
-                 QString::fromStdString(FuncKeyLegend(stretch.number)));
-    case Origin::PosBlock:
-        return named(TestDriveTexts::tr("POS key %1"));
+        return TestDriveTexts::tr("Key %1").arg(
+            QString::fromStdString(KeyName(stretch.number, &layout)));
+    case Origin::ProgrammedKey:
+        return NameText(host::NameOf(configuration, stretch.module, stretch.number, stretch.layer));
     case Origin::TrackHeader:
         return numbered(TestDriveTexts::tr("prefix of track %1"));
     case Origin::TrackData:

@@ -5,10 +5,16 @@
 
 #include <QString>
 
+namespace qx::host {
+class Configuration;
+}
+
 namespace qx::app {
 
-// The origin of the codes that the PC receives: "prefix of track 2", "layer 3, F6".
-[[nodiscard]] QString OriginTextOf(const sim::Stretch& stretch, const QXKeyboardLayoutData& layout);
+// The origin of the codes that the PC receives: "prefix of track 2", "POS keys › Key 3 (F2)".
+[[nodiscard]] QString OriginTextOf(const sim::Stretch& stretch,
+                                   const host::Configuration& configuration,
+                                   const QXKeyboardLayoutData& layout);
 [[nodiscard]] QString RemarkTextOf(const sim::Remark& remark);
 
 } // namespace qx::app

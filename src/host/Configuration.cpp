@@ -121,7 +121,7 @@ std::vector<Setting> Configuration::List(const std::vector<Section*>& sections,
                                          Listed listed) const {
     std::vector<Setting> settings;
     for (Section* section : sections) {
-        FieldLister lister(NameOf(section->Info()), m_layout, settings, listed, nullptr,
+        FieldLister lister(host::NameOf(section->Info()), m_layout, settings, listed, nullptr,
                            &m_captions);
         section->Visit(lister);
     }
@@ -132,9 +132,14 @@ std::vector<Setting> Configuration::List(const Section& section,
                                          const std::set<std::string>& places, Listed listed) const {
     std::vector<Setting> settings;
     Section* own = Find(section.Info().key);
-    FieldLister lister(NameOf(own->Info()), m_layout, settings, listed, &places, &m_captions);
+    FieldLister lister(host::NameOf(own->Info()), m_layout, settings, listed, &places, &m_captions);
     own->Visit(lister);
     return settings;
+}
+
+SettingName Configuration::NameOf(const Section& section, const std::string& element) const {
+    const auto settings = List(section, {element + "/sequence"}, Listed::All);
+    return settings.empty() ? host::NameOf(section.Info()) : settings.front().name;
 }
 
 std::string ToText(const Difference& difference) {

@@ -63,6 +63,9 @@ public:
     // The same, but only for the settings at these places.
     [[nodiscard]] std::vector<Setting>
     List(const Section& section, const std::set<std::string>& places, Listed listed) const;
+    // The name of the section's key or block at this place, "POS keys › Key 3 (F2)": the name that
+    // every list of settings has for it.
+    [[nodiscard]] SettingName NameOf(const Section& section, const std::string& element) const;
 
 private:
     std::vector<Section*> ReadSections(const ConfigurationDocument& document, Variables& variables,

@@ -1,10 +1,19 @@
 #include "host/KeySenders.h"
 
+#include "host/Configuration.h"
 #include "host/PlacedVisitor.h"
 
 #include <algorithm>
 
 namespace qx::host {
+
+namespace {
+
+bool IsOf(const Section& section, KeyboardModuleIDs eModule) {
+    return section.Info().areas[0].module == eModule;
+}
+
+} // namespace
 
 KeyModules ModulesOf(const std::vector<Section*>& sections, Integer nPositionCode) {
     KeyModules modules;
@@ -16,15 +25,21 @@ KeyModules ModulesOf(const std::vector<Section*>& sections, Integer nPositionCod
 std::optional<SentSequence> SentBy(const std::vector<Section*>& sections, Integer nPositionCode,
                                    Integer nPosKey) {
     const KeySender sender = SenderOf(ModulesOf(sections, nPositionCode), nPositionCode, nPosKey);
-    const auto found = std::ranges::find_if(sections, [&](const Section* section) {
-        return section->Info().areas[0].module == sender.module;
-    });
+    const auto found = std::ranges::find_if(
+        sections, [&](const Section* section) { return IsOf(*section, sender.module); });
     if (sender.sequence == nullptr || found == sections.end())
         return std::nullopt;
-    const std::string list = sender.module == MODULE_POS ? "/blocks" : "/keys";
-    return SentSequence{*found, sender.key,
-                        ElementPlace("/" + std::string((*found)->Info().key) + list, {sender.slot}),
+    return SentSequence{*found, sender.key, ElementOf((*found)->Info(), {sender.slot}),
                         sender.sequence};
+}
+
+SettingName NameOf(const Configuration& configuration, KeyboardModuleIDs eModule, Integer nKey,
+                   std::optional<Integer> layer) {
+    const FieldList::Id id = layer ? FieldList::Id{*layer, nKey} : FieldList::Id{nKey};
+    for (const auto& section : configuration.Sections())
+        if (IsOf(*section, eModule))
+            return configuration.NameOf(*section, ElementOf(section->Info(), id));
+    return {};
 }
 
 } // namespace qx::host

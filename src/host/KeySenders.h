@@ -1,7 +1,8 @@
-// Which section's sequence a key sends when several program it (see KeySender.h).
+// Which section's sequence a key sends when several program it (see KeySender.h), and its name.
 #pragma once
 
 #include "host/Section.h"
+#include "host/SettingName.h"
 #include "qxcontrols/pos/KeySender.h"
 
 #include <optional>
@@ -9,6 +10,8 @@
 #include <vector>
 
 namespace qx::host {
+
+class Configuration;
 
 // What these sections have for the key with a position code.
 [[nodiscard]] KeyModules ModulesOf(const std::vector<Section*>& sections, Integer nPositionCode);
@@ -23,5 +26,9 @@ struct SentSequence {
 // None if the key sends its own codes. With a POS key index it is pressed at that place alone.
 [[nodiscard]] std::optional<SentSequence> SentBy(const std::vector<Section*>& sections,
                                                  Integer nPositionCode, Integer nPosKey = 0);
+
+// The name of the module's key or block: "POS keys › Key 3 (F2)". Only function keys have a layer.
+[[nodiscard]] SettingName NameOf(const Configuration& configuration, KeyboardModuleIDs eModule,
+                                 Integer nKey, std::optional<Integer> layer = {});
 
 } // namespace qx::host

@@ -48,7 +48,7 @@ void KeyboardInfo::Visit(FieldVisitor& fields) {
     for (const auto& [field, text] : kTexts)
         this->*text = fields.Text(field, this->*text, kMaxTextUnits);
     fields.Object({"flags", ""}, [&] {
-        visitFlag({"freeProgrammableKeys", "free programmable keys"}, freeProgrammableKeys);
+        visitFlag({"freeProgrammableKeys", "free keys"}, freeProgrammableKeys);
         visitFlag({"connectionV24", "V.24 connection"}, connectionV24);
         visitFlag({"chipcardReader", "chipcard reader"}, chipcardReader);
         visitFlag({"barcodeReader", "barcode reader"}, barcodeReader);

@@ -1,7 +1,7 @@
 // PlacedVisitor: a walk that knows each setting's place, as in Setting.
 #pragma once
 
-#include "host/FieldVisitor.h"
+#include "host/Section.h"
 
 #include <string>
 #include <string_view>
@@ -16,6 +16,11 @@ namespace qx::host {
     for (const Integer number : id)
         place += "[" + std::to_string(number) + "]";
     return place;
+}
+
+// The place of a key or block of the section, "/pos/blocks[3]".
+[[nodiscard]] inline std::string ElementOf(const SectionInfo& section, const FieldList::Id& id) {
+    return ElementPlace("/" + std::string(section.key) + "/" + std::string(section.list), id);
 }
 
 class PlacedVisitor : public FieldVisitor {

@@ -13,6 +13,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qx {
 struct KeyModules;
@@ -42,6 +43,7 @@ struct SectionInfo {
     std::string_view key;   // its name in the document
     std::string_view title; // in English; the names of its settings begin with it
     std::span<const Area> areas;
+    std::string_view list = {}; // of its keys or blocks, which have a sequence each
 };
 
 class Section {
@@ -74,7 +76,7 @@ public:
     struct Damage {
         Long offset;
         json::FaultKind kind;
-        std::vector<Long> arguments;
+        std::vector<std::string> arguments;
     };
     [[nodiscard]] virtual std::optional<Damage> DamageIn(KeyboardModuleIDs /*eModule*/,
                                                          std::string_view /*bytes*/) const {

@@ -115,11 +115,8 @@ std::optional<SequenceWarning> LintSender(const Configuration& configuration,
     const auto sent = SentBy(sections, nPositionCode, nPosKey);
     if (!sent || sent->section == &section)
         return std::nullopt;
-    SequenceWarning warning{SequenceWarningKind::NeverSent, nPositionCode, 0, sent->element};
-    for (const Setting& setting :
-         configuration.List(*sent->section, {sent->element + "/sequence"}, Listed::All))
-        warning.by = setting.name;
-    return warning;
+    return SequenceWarning{SequenceWarningKind::NeverSent, nPositionCode, 0, sent->element,
+                           configuration.NameOf(*sent->section, sent->element)};
 }
 
 std::vector<SettingWarning> Lint(const Configuration& configuration,

@@ -185,14 +185,14 @@ std::vector<Section*> Session::Present(const Configuration& configuration, bool 
 std::vector<Section*> Session::SectionsIn(const Configuration& configuration, bool fSkipAbsent,
                                           const ConfigurationDocument* document) const {
     for (const auto& section : configuration.Sections()) {
-        const auto [key, title, areas] = section->Info();
-        const bool isWhole = std::all_of(areas.begin(), areas.end(),
+        const SectionInfo& info = section->Info();
+        const bool isWhole = std::all_of(info.areas.begin(), info.areas.end(),
                                          [&](const Area& area) { return AreaAddress(area) != -1; });
-        if (!m_holes.empty() && !isWhole && (document == nullptr || document->Find(key) != nullptr))
-            throw Error(
-                Cause::SectionUnknown,
-                {.setting = NameOf(section->Info()), .place = {.section = std::string(key)}},
-                {m_holes.front()});
+        if (!m_holes.empty() && !isWhole &&
+            (document == nullptr || document->Find(info.key) != nullptr))
+            throw Error(Cause::SectionUnknown,
+                        {.setting = NameOf(info), .place = {.section = std::string(info.key)}},
+                        {m_holes.front()});
     }
     return Present(configuration, fSkipAbsent);
 }
@@ -237,8 +237,8 @@ std::optional<Fault> Session::DamageOf(Section& section) {
         if (const auto damage = section.DamageIn(area.module, bytes)) {
             Fault fault("/" + std::string(section.Info().key), damage->kind,
                         Hex(area.address + damage->offset));
-            for (const Long argument : damage->arguments)
-                fault.arguments.push_back(std::to_string(argument));
+            fault.arguments.insert(fault.arguments.end(), damage->arguments.begin(),
+                                   damage->arguments.end());
             return fault;
         }
     }

@@ -111,7 +111,7 @@ KindText TextOf(FaultKind kind) {
     case FaultKind::KeyTwice:
         return {"key-twice", "key %1 is used more than once"};
     case FaultKind::FirstKeyNotSlot:
-        return {"first-key-not-slot", "the first key is not the block's slot %1"};
+        return {"first-key-not-slot", "the block's first key is not its slot, key %1"};
     case FaultKind::FlagNotStored:
         return {"flag-not-stored", "the keyboard does not store this option; it can only be %1"};
     case FaultKind::NoIdentifierHere:
@@ -126,10 +126,10 @@ KindText TextOf(FaultKind kind) {
         return {"half-character", "the keyboard is damaged at address %1 (hexadecimal): a "
                                   "description holds half a character"};
     case FaultKind::UnknownGroup:
-        return {"unknown-group", "the keyboard is damaged at address %1 (hexadecimal): POS key %2 "
-                                 "is in group %3, and groups are 1 to %4"};
+        return {"unknown-group", "the keyboard is damaged at address %1 (hexadecimal): key %2 is "
+                                 "in group %3, and groups are 1 to %4"};
     case FaultKind::TwoSequences:
-        return {"two-sequences", "the keyboard is damaged at address %1 (hexadecimal): POS keys %2 "
+        return {"two-sequences", "the keyboard is damaged at address %1 (hexadecimal): keys %2 "
                                  "and %3 of group %4 both have a sequence, and a group has one"};
     case FaultKind::DamagedWhenSaved:
         return {"damaged-when-saved", "was damaged in the keyboard when the backup was made"};

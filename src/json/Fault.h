@@ -70,9 +70,9 @@ enum class FaultKind {
 
     // Settings that a keyboard cannot have
     ElementTwice,     // the members that identify it, as JSON
-    NotProgrammable,  // key
-    KeyTwice,         // key
-    FirstKeyNotSlot,  // slot
+    NotProgrammable,  // the key's name, "112 (F1)"
+    KeyTwice,         // the same
+    FirstKeyNotSlot,  // the same, of the slot
     FlagNotStored,    // the only allowed value
     NoIdentifierHere, //
     NoSuchModule,     //
@@ -81,8 +81,8 @@ enum class FaultKind {
 
     // A keyboard's contents; addresses and bytes are hexadecimal
     HalfCharacter,    // address
-    UnknownGroup,     // address, key, group, highest group
-    TwoSequences,     // address, key, other key, group
+    UnknownGroup,     // address, name of the key, group, highest group
+    TwoSequences,     // address, names of two keys, group
     DamagedWhenSaved, //
 
     // Jobs of many keyboards

@@ -1,11 +1,9 @@
 #include "simulator/Reception.h"
 
-#include "qxcontrols/keyprog/FuncKeyLayer.h"
 #include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/KeySequence.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/keys/SequenceText.h"
-#include "qxcontrols/pos/POSCodeMapping.h"
 
 #include <algorithm>
 
@@ -76,40 +74,6 @@ std::string RemarkText(const Remark& remark) {
     case Kind::CodeLengthRefused:
         return value(0) + " accepts " + value(1) + " to " + value(2) +
                " characters; the code has " + value(3);
-    }
-    return {};
-}
-
-std::string KeyNameOf(const Stretch& stretch, const QXKeyboardLayoutData* layout) {
-    const Long code = stretch.origin == Origin::PosBlock
-                          ? POSCodeMapping().GetPositionCodeForKey(stretch.number)
-                          : Long{stretch.number};
-    return KeyName(stretch.number, KeyLabel(code, layout));
-}
-
-std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layout) {
-    const std::string number = std::to_string(stretch.number);
-    switch (stretch.origin) {
-    case Origin::OrdinaryKey:
-        return "ordinary key " + KeyNameOf(stretch, layout);
-    case Origin::FreeKey:
-        return "free key " + KeyNameOf(stretch, layout);
-    case Origin::FunctionKey:
-        return "layer " + std::to_string(stretch.layer) + ", " + FuncKeyLegend(stretch.number);
-    case Origin::PosBlock:
-        return "POS key " + KeyNameOf(stretch, layout);
-    case Origin::TrackHeader:
-        return "prefix of track " + number;
-    case Origin::TrackData:
-        return "data of track " + number;
-    case Origin::TrackTerminator:
-        return "suffix of track " + number;
-    case Origin::ReaderHeader:
-        return "prefix of reader " + number;
-    case Origin::ReaderData:
-        return "data of reader " + number;
-    case Origin::ReaderTerminator:
-        return "suffix of reader " + number;
     }
     return {};
 }

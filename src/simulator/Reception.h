@@ -2,6 +2,7 @@
 #pragma once
 
 #include "qxcontrols/common/Types.h"
+#include "qxcontrols/device/KeyboardModuleIDs.h"
 
 #include <optional>
 #include <string>
@@ -24,9 +25,7 @@ struct KeyStroke {
 // The origin of a stretch.
 enum class Origin {
     OrdinaryKey,      // a key's own code; number: its position code
-    FreeKey,          // a programmed key's sequence; number: its position code
-    FunctionKey,      // a layered function key's sequence; number: the key, and its layer
-    PosBlock,         // a POS block's sequence; number: the block's slot
+    ProgrammedKey,    // its sequence; number: of the module's key or block
     TrackHeader,      // for these three, number: the track, 1 to 4
     TrackData,        //
     TrackTerminator,  //
@@ -38,10 +37,12 @@ enum class Origin {
 // The output of one origin: either key strokes or characters of data.
 struct Stretch {
     Origin origin;
-    Integer number;
-    Integer layer = 0;
-    std::vector<KeyStroke> keys;
-    std::string data; // UTF-8
+    Integer number; // of a POS block: its slot
+    std::vector<KeyStroke> keys = {};
+    std::string data = {}; // UTF-8
+    // Of a programmed key: the module that has its sequence, and the layer of a function key.
+    KeyboardModuleIDs module = MODULE_NONE;
+    std::optional<Integer> layer = {};
 
     [[nodiscard]] bool IsEmpty() const { return keys.empty() && data.empty(); }
 };
@@ -85,14 +86,8 @@ struct Reception {
     void Append(const Reception& later);
 };
 
-// The name of the key from which the stretch comes, an ordinary, a free or a POS key, in the
-// layout, which may be null.
-[[nodiscard]] std::string KeyNameOf(const Stretch& stretch, const QXKeyboardLayoutData* layout);
 // In English.
 [[nodiscard]] std::string RemarkText(const Remark& remark);
-// "prefix of track 2", "layer 3, F6", "ordinary key 31 (A)"; keys have the names of the layout,
-// which may be null.
-[[nodiscard]] std::string OriginText(const Stretch& stretch, const QXKeyboardLayoutData* layout);
 // The strokes as a sequence text with the layout's labels, or the data in quotes.
 [[nodiscard]] std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout);
 

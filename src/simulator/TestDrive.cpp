@@ -51,10 +51,10 @@ constexpr Framing kReaderFraming = {Origin::ReaderHeader, Origin::ReaderData,
 void AddFramed(Reception& reception, const Framing& framing, Integer number,
                const MagneticTrack& input, const std::string& data) {
     if (input.HeaderEnabled())
-        reception.Add({framing.header, number, 0, StrokesOf(input.Header()), {}});
-    reception.Add({framing.data, number, 0, {}, data});
+        reception.Add({framing.header, number, StrokesOf(input.Header())});
+    reception.Add({framing.data, number, {}, data});
     if (input.TerminatorEnabled())
-        reception.Add({framing.terminator, number, 0, StrokesOf(input.Terminator()), {}});
+        reception.Add({framing.terminator, number, StrokesOf(input.Terminator())});
 }
 
 struct TrackFault {
@@ -94,11 +94,11 @@ void AddStroke(Reception& reception, const KeyModules& modules, const QXKeyboard
         return;
     }
     const KeySender sender = SenderOf(modules, stroke.key, nKeyIndex);
-    const Origin origin = sender.module == MODULE_POS ? Origin::PosBlock : Origin::FreeKey;
     if (sender.sequence == nullptr)
-        reception.Add({Origin::OrdinaryKey, stroke.key, 0, {stroke}, {}});
+        reception.Add({Origin::OrdinaryKey, stroke.key, {stroke}});
     else if (!stroke.isReleased)
-        reception.Add({origin, sender.slot, 0, StrokesOf(*sender.sequence), {}});
+        reception.Add(
+            {Origin::ProgrammedKey, sender.slot, StrokesOf(*sender.sequence), {}, sender.module});
 }
 
 TestDrive::TestDrive(std::string memory, const KeyboardModel& model,
@@ -192,7 +192,8 @@ Reception TestDrive::PressFunctionKey(Integer nLayer, Integer nKey) const {
     const auto layers = std::make_unique<FuncKeyLayers>();
     DecodeFuncKeySequences(*block, *layers);
     const KeySequence& sequence = (*layers)[static_cast<std::size_t>(nLayer)].GetKey(nKey);
-    Stretch stretch{Origin::FunctionKey, nKey, nLayer, StrokesOf(sequence), {}};
+    Stretch stretch{Origin::ProgrammedKey,   nKey,  StrokesOf(sequence), {},
+                    MODULE_LAYERED_FUNCKEYS, nLayer};
     if (stretch.IsEmpty())
         reception.remarks.push_back(
             {Remark::Kind::FunctionKeyEmpty, {std::to_string(nLayer), FuncKeyLegend(nKey)}});

@@ -112,9 +112,7 @@ void QXLayeredFuncKeysView::SetMarkedLayers(const std::set<int>& layers, const Q
 void QXLayeredFuncKeysView::ShowLayers() {
     for (Integer number = 0; number < kFuncKeyLayers; ++number) {
         const FuncKeyLayer& layer = m_control.Layer(number);
-        int programmed = 0;
-        for (Integer key = 0; key < FuncKeyLayer::kKeys; ++key)
-            programmed += layer.GetKey(key).Length() > 0 ? 1 : 0;
+        const Integer programmed = layer.CountProgrammed();
         QString text = QString::number(number);
         if (!layer.Name().empty())
             text += u' ' + ToQt(layer.Name());
@@ -248,7 +246,7 @@ KeyCap QXLayeredFuncKeysView::CapOf(Integer nKey, SentTexts& texts) const {
 }
 
 QString QXLayeredFuncKeysView::NameOf(const FuncKeyButton& key, const QString& sequence) const {
-    QString name = tr("Function key %1").arg(ToQt(key.Caption));
+    QString name = ToQt(key.Caption);
     if (!key.ToolTip.empty())
         name += QStringLiteral(", ") + ToQt(key.ToolTip);
     if (!key.Programmed)

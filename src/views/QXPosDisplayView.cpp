@@ -97,7 +97,7 @@ KeyCap QXPosDisplayView::CapOf(Integer nKeyIndex, SentTexts& texts) const {
     cap.isEnabled = key.Enabled;
     cap.joinsRanges = isOfModule;
 
-    QString name = tr("POS key %1").arg(ToQt(KeyName(nKeyIndex, legend.toStdString())));
+    QString name = tr("Key %1").arg(ToQt(KeyName(nKeyIndex, legend.toStdString())));
     name = isUsed ? tr("%1, block %2").arg(name, cap.caption) : tr("%1, in no block").arg(name);
     if (!sequence.isEmpty())
         name = tr("%1, sends: %2").arg(name, sequence);

@@ -146,7 +146,7 @@ def one_key_to_twelve(app):
 
 def two_layers(app):
     app.page("Layered function keys")
-    app.act("Function key F4*")
+    app.act("F4, not programmed*")
     app.act("Key A")
     app.gone("Pasted into 12 keys.")  # its Undo would now undo this edit
     app.choose("Edit", "Copy or swap layer", "Swap with layer", "9")
@@ -155,7 +155,7 @@ def two_layers(app):
 
 def four_pos_keys(app):
     app.page("POS keys")
-    app.select("POS key 1 *", "POS key 2 *", "POS key 16 *", "POS key 17 *")
+    app.select("Key 1 *", "Key 2 *", "Key 16 *", "Key 17 *")
     app.act("Join", role="push button")
     app.gone("Layers 0 and 9 have been swapped.")
     app.find("4 keys joined.")

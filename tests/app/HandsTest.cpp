@@ -340,13 +340,14 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     Desk::Drag(grid, middle(1), middle(17));
     EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 16, 17}));
     desk.Click("joinKeys");
-    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Block 1 (4 keys)");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(),
+              "Key 1 (Esc) › Block 1 (4 keys)");
     desk.Click("key_31");
     // By the keyboard: two by two elsewhere, and split off again.
     grid.setFocus();
     Keys(grid, {Qt::Key_End, Qt::Key_Home, Qt::Key_Down, Qt::Key_Down, Qt::SHIFT | Qt::Key_Right,
                 Qt::SHIFT | Qt::Key_Down, Qt::CTRL | Qt::Key_J});
-    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Block 2 (4 keys)");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Key 31 (1) › Block 2 (4 keys)");
     Keys(grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_J});
     // Two more keys, and one of them out again.
     Click(grid, 5);

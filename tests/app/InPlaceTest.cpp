@@ -1,15 +1,21 @@
 // Keys edited beside the keyboard: by the pointer, each change reaching the keyboard's memory.
 #include "Desk.h"
+#include "app/FindableSettings.h"
+#include "app/SettingWords.h"
+#include "app/TestDriveTexts.h"
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/readers/QXBarcode.h"
 #include "simulator/TestDrive.h"
+#include "views/Bindings.h"
 #include "views/ChipRow.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QTabWidget>
 
+#include <algorithm>
 #include <fstream>
+#include <functional>
 
 namespace qx::test {
 namespace {
@@ -102,7 +108,8 @@ TEST(InPlace, APosKeyThatIsClearedIsInNoBlock) {
     desk.Page("pos");
     desk.ClickKey("posDisplay", 12);
     desk.Click("key_31");
-    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Block 1 (1 key)");
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(),
+              "Key 12 (F11) › Block 1 (1 key)");
     desk.Click("clearKeys");
     EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(), "Key 12 (F11)");
     EXPECT_TRUE(desk.ShowsState("In sync"));
@@ -127,13 +134,13 @@ TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
 
     desk.Page("pos");
     desk.ClickKey("posDisplay", 2);
-    EXPECT_EQ(received(), "free key 112 (F1) sends: C ^C");
+    EXPECT_EQ(received(), "Free keys › Key 112 (F1) sends: C ^C");
     desk.Click("key_31");
     EXPECT_EQ(received(), "A ^A");
     EXPECT_EQ(warnings(), "");
 
     desk.Page("freeProgKeys");
-    EXPECT_EQ(received(), "POS key 2 (F1) sends: A ^A") << "changed on the other page";
+    EXPECT_EQ(received(), "POS keys › Key 2 (F1) sends: A ^A") << "changed on the other page";
     const QString neverSent =
         "Never sent: the key sends the sequence of POS keys › Key 2 (F1) instead.";
     EXPECT_EQ(warnings(), neverSent);
@@ -150,13 +157,79 @@ TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
     const sim::TestDrive drive(desk.Held(), desk.workbench.Simulated()->Model(),
                                desk.workbench.Layout());
     const sim::Stretch sent = drive.PressKey(112).stretches.at(0);
-    EXPECT_EQ(OriginText(sent, &desk.workbench.Layout()) +
-                  " sends: " + ContentText(sent, desk.workbench.Layout()),
-              received().toStdString());
+    EXPECT_EQ(app::OriginTextOf(sent, desk.workbench.Configuration(), desk.workbench.Layout()) +
+                  " sends: " + views::ToQt(ContentText(sent, desk.workbench.Layout())),
+              received());
 
     desk.Click("clearKeys");
-    EXPECT_EQ(received(), "POS key 2 (F1) sends: A ^A");
+    EXPECT_EQ(received(), "POS keys › Key 2 (F1) sends: A ^A");
     EXPECT_EQ(warnings(), "") << "there is nothing to send";
+}
+
+// The name that lists of settings have for a key is the one on its page, in the search, for undo
+// and in the test drive; a block's number follows it.
+TEST(InPlace, OneKeyHasOneName) {
+    struct Case {
+        const char* page;
+        const char* grid;
+        int key;
+        std::string place;
+        QString name; // on its page
+        QString group;
+        std::function<sim::Reception(const sim::TestDrive&)> press;
+    };
+    const Case cases[] = {
+        {"freeProgKeys",
+         "layoutDisplay",
+         75,
+         "/freeProgKeys/keys[75]",
+         QStringLiteral("Key 75 (Ins)"),
+         {},
+         [](const sim::TestDrive& drive) { return drive.PressKey(75); }},
+        {"layeredFuncKeys",
+         "funcKeys",
+         3,
+         "/layeredFuncKeys/keys[2][3]",
+         QStringLiteral("Layer 2, F4"),
+         {},
+         [](const sim::TestDrive& drive) { return drive.PressFunctionKey(2, 3); }},
+        {"pos", "posDisplay", 3, "/pos/blocks[3]", QStringLiteral("Key 3 (F2)"),
+         QStringLiteral(" › Block 1 (1 key)"),
+         [](const sim::TestDrive& drive) { return drive.PressPosKey(3); }},
+    };
+    Desk desk;
+    const host::Configuration& configuration = desk.workbench.Configuration();
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.place);
+        desk.Page(each.page);
+        if (each.page == std::string_view("layeredFuncKeys"))
+            desk.ShowLayer(2);
+        desk.ClickKey(each.grid, each.key);
+        desk.Click("key_31");
+        EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text(), each.name + each.group);
+        const auto& caps = desk.Find<views::KeyGrid>(each.grid)->Keys();
+        const auto cap = std::ranges::find(caps, each.key, &views::KeyCap::index);
+        ASSERT_NE(cap, caps.end());
+        EXPECT_TRUE(cap->name.startsWith(each.name.split(QStringLiteral(", ")).last()))
+            << cap->name.toStdString();
+
+        const QString name =
+            app::NameText(configuration.NameOf(*configuration.Find(each.page), each.place));
+        EXPECT_TRUE(name.endsWith(QStringLiteral(" › ") + each.name)) << name.toStdString();
+        EXPECT_TRUE(desk.UndoAction().text().contains(name))
+            << desk.UndoAction().text().toStdString();
+        const auto found = app::FindableSettings(desk.workbench, [](const std::string&) {});
+        EXPECT_EQ(std::ranges::count(found, name + each.group, &app::Findable::text), 1);
+
+        desk.Write();
+        const sim::TestDrive drive(desk.Held(), desk.workbench.Simulated()->Model(),
+                                   desk.workbench.Layout());
+        const sim::Reception received = each.press(drive);
+        ASSERT_FALSE(received.stretches.empty());
+        EXPECT_EQ(
+            app::OriginTextOf(received.stretches.front(), configuration, desk.workbench.Layout()),
+            name);
+    }
 }
 
 // A driver library names no layout.

@@ -285,7 +285,7 @@ TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     desk.ControlOf<QXLayeredFuncKeys>("layeredFuncKeys").AdjustControls();
     desk.Page("testDrive");
     const auto received = [&] { return desk.Find<QPlainTextEdit>("received")->toPlainText(); };
-    const QString programmed = QStringLiteral("free key 75");
+    const QString programmed = QStringLiteral("Free keys › Key 75 (Ins)");
     EXPECT_TRUE(desk.IsShownProgrammed("testDriveKeys", 75));
     desk.ClickKey("testDriveKeys", 75);
     EXPECT_EQ(received().count(programmed), 1) << received().toStdString();
@@ -293,7 +293,7 @@ TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     desk.Click("tryKeyboard");
     EXPECT_FALSE(desk.IsShownProgrammed("testDriveKeys", 75));
     desk.ClickKey("testDriveKeys", 75);
-    EXPECT_TRUE(received().contains(QStringLiteral("ordinary key 75")));
+    EXPECT_TRUE(received().contains(QStringLiteral("  Key 75 (Ins)")));
     EXPECT_EQ(received().count(programmed), 1) << "what was tried before stays in the log";
 
     desk.Click("tryDocument");
@@ -305,7 +305,7 @@ TEST(MainWindow, TestDriveTriesTheDocumentAndTheKeyboardsMemory) {
     EXPECT_EQ(desk.Find<views::KeyGrid>("testFunctionKeys")->Keys()[23].caption,
               QStringLiteral("Tea"));
     desk.ClickKey("testFunctionKeys", 23);
-    EXPECT_TRUE(received().contains(QStringLiteral("layer 2, F24: A")));
+    EXPECT_TRUE(received().contains(QStringLiteral("Layered function keys › Layer 2, F24: A")));
     desk.Click("copyLog");
     EXPECT_EQ(QApplication::clipboard()->text(), received());
     desk.Click("clearLog");

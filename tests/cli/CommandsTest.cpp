@@ -181,15 +181,15 @@ TEST(Commands, TestDriveShowsTheInputOfThePc) {
     EXPECT_NE(keyboard.Done({"test-drive", "scan", "4711", "--symbology", "EAN", "--reader", "2"})
                   .find("  data of reader 2  \"4711\"\n"),
               std::string::npos);
-    EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("ordinary key 128 (X2)  X2 ^X2\n"),
+    EXPECT_NE(keyboard.Done({"test-drive", "key", "128"}).find("Key 128 (X2)  X2 ^X2\n"),
               std::string::npos);
-    EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("ordinary key 110 (Esc)  Esc ^Esc\n"),
+    EXPECT_NE(keyboard.Done({"test-drive", "pos", "1"}).find("Key 110 (Esc)  Esc ^Esc\n"),
               std::string::npos);
 
     const Json pressed =
         Json::parse(keyboard.Done({"--json", "test-drive", "function", "6", "--layer", "3"}));
     EXPECT_EQ(pressed["schema"], 1);
-    EXPECT_EQ(pressed["received"][0]["origin"], "layer 3, F6");
+    EXPECT_EQ(pressed["received"][0]["origin"], "Layered function keys › Layer 3, F6");
     const Json release = {{"key", 110}, {"caption", "Escape key"}, {"released", true}};
     EXPECT_EQ(pressed["received"][0]["keys"][1], release);
     EXPECT_TRUE(
@@ -206,7 +206,7 @@ TEST(Commands, DamageIsNamedLeftOutAndLeftAlone) {
     keyboard.Poke(0x4000 + 4 * 32, "\xC8"); // the group of POS key 5
     const std::string before = keyboard.Memory();
     const char* const reason =
-        "the keyboard is damaged at address 4080 (hexadecimal): POS key 5 is in group 200";
+        "the keyboard is damaged at address 4080 (hexadecimal): key 5 (F4) is in group 200";
     const Outcome uploaded = keyboard.Run({"--json", "upload"});
     EXPECT_TRUE(uploaded.err.starts_with(std::string("left out /pos: ") + reason)) << uploaded.err;
     const Json result = Json::parse(uploaded.out);

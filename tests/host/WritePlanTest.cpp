@@ -1,6 +1,7 @@
 #include "host/WritePlan.h"
 
 #include "host/Session.h"
+#include "qxcontrols/common/Text.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "simulator/SimulatedDriver.h"
 #include "support/TempFolder.h"
@@ -293,8 +294,8 @@ TEST_F(WritePlanTest, DamageIsLeftAloneUnlessItIsToBeRepaired) {
     driver.Poke(pos + 9 * 32, "\x01\x1F\x9F");
     const auto damaged = NewPlanner().Damaged(present);
     ASSERT_EQ(damaged.size(), 1U);
-    EXPECT_NE(WordsOf(damaged[0]).find("POS keys 3 and 10 of group 1 both have a sequence"),
-              std::string::npos)
+    EXPECT_EQ(damaged[0],
+              Fault("/pos", FaultKind::TwoSequences, Hex(pos + 9 * 32 + 1), "3 (F2)", "10 (F9)", 1))
         << WordsOf(damaged[0]);
     driver.Poke(pos + 2 * 32, std::string("\x01\0\0", 3)); // a block in a higher key's slot
     EXPECT_TRUE(NewPlanner().Damaged(present).empty());

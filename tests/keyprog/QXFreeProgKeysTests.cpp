@@ -1,4 +1,4 @@
-// The free programmable keys: their block in either key order, and editing with and without the
+// The free keys: their block in either key order, and editing with and without the
 // host's answer.
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
 #include "qxcontrols/keys/LayoutTextSource.h"

@@ -32,11 +32,36 @@ void SetCodes(KeySequence& sequence, std::initializer_list<Integer> codes) {
         sequence.AddByte(code);
 }
 
-// "free key 112: +30 -30; data of track 1: abc | a remark".
+std::string OriginText(const sim::Stretch& stretch) {
+    using sim::Origin;
+    const std::string number = std::to_string(stretch.number);
+    switch (stretch.origin) {
+    case Origin::OrdinaryKey:
+        return "key " + number;
+    case Origin::ProgrammedKey:
+        return std::string(NameOf(stretch.module)) +
+               (stretch.layer ? " " + std::to_string(*stretch.layer) : "") + " " + number;
+    case Origin::TrackHeader:
+        return "prefix of track " + number;
+    case Origin::TrackData:
+        return "data of track " + number;
+    case Origin::TrackTerminator:
+        return "suffix of track " + number;
+    case Origin::ReaderHeader:
+        return "prefix of reader " + number;
+    case Origin::ReaderData:
+        return "data of reader " + number;
+    case Origin::ReaderTerminator:
+        return "suffix of reader " + number;
+    }
+    return {};
+}
+
+// "MODULE_POS 7: +30 -30; data of track 1: abc | a remark".
 std::string TextOf(const Reception& reception) {
     std::string text;
     for (const sim::Stretch& stretch : reception.stretches) {
-        text += (text.empty() ? "" : "; ") + OriginText(stretch, nullptr) + ":";
+        text += (text.empty() ? "" : "; ") + OriginText(stretch) + ":";
         for (const sim::KeyStroke& stroke : stretch.keys)
             text += (stroke.isReleased ? " -" : " +") + std::to_string(stroke.key);
         if (!stretch.data.empty())
@@ -144,26 +169,26 @@ Reception PressPos(const sim::TestDrive& drive, Integer index) {
 }
 
 const Case kKeyCases[] = {
-    {"OwnCodes", "full", ProgramKeys, [](auto& d) { return Press(d, 31); },
-     "ordinary key 31: +31 -31"},
+    {"OwnCodes", "full", ProgramKeys, [](auto& d) { return Press(d, 31); }, "key 31: +31 -31"},
     {"OwnCodesBeyondTheByte", "full", ProgramKeys, [](auto& d) { return Press(d, 140); },
-     "ordinary key 140: +140 -140"},
+     "key 140: +140 -140"},
     {"NoSuchKey", "full", ProgramKeys, [](auto& d) { return Press(d, 14); },
      " | this keyboard has no key 14"},
     {"FreeKeyInABlockWithoutSequence", "full", ProgramKeys, [](auto& d) { return Press(d, 112); },
-     "free key 112: +30 -30"},
+     "MODULE_FREEPROGRAMMABLE_KEYS 112: +30 -30"},
     {"BlockBeforeFreeKey", "full", ProgramKeys, [](auto& d) { return Press(d, 114); },
-     "POS key 4: +110 -110"},
-    {"WideKey", "full", ProgramKeys, [](auto& d) { return Press(d, 61); }, "POS key 94: +61"},
-    {"PosMajor", "full", ProgramKeys, [](auto& d) { return PressPos(d, 7); }, "POS key 7: +43 -43"},
+     "MODULE_POS 4: +110 -110"},
+    {"WideKey", "full", ProgramKeys, [](auto& d) { return Press(d, 61); }, "MODULE_POS 94: +61"},
+    {"PosMajor", "full", ProgramKeys, [](auto& d) { return PressPos(d, 7); },
+     "MODULE_POS 7: +43 -43"},
     {"PosMember", "full", ProgramKeys, [](auto& d) { return PressPos(d, 9); },
-     "POS key 7: +43 -43"},
+     "MODULE_POS 7: +43 -43"},
     {"PosWithoutBlock", "full", ProgramKeys, [](auto& d) { return PressPos(d, 1); },
-     "ordinary key 110: +110 -110"},
+     "key 110: +110 -110"},
     {"PosBesideAWideKeysBlock", "full", ProgramKeys, [](auto& d) { return PressPos(d, 93); },
-     "ordinary key 61: +61 -61"},
+     "key 61: +61 -61"},
     {"FunctionKey", "full", ProgramKeys, [](auto& d) { return d.PressFunctionKey(9, 23); },
-     "layer 9, F24: +44 +31 -31 -44"},
+     "MODULE_LAYERED_FUNCKEYS 9 23: +44 +31 -31 -44"},
     {"FunctionKeyOfAnotherLayer", "full", ProgramKeys,
      [](auto& d) { return d.PressFunctionKey(8, 23); }, " | layer 8, F24 has no sequence"},
     {"NoFunctionKeys", "magnet", [](Keyboard&) {}, [](auto& d) { return d.PressFunctionKey(0, 0); },
@@ -174,11 +199,11 @@ const Case kKeyCases[] = {
              [](QXFreeProgKeys& keys) { SetCodes(keys.Sequences().Key(112), {32}); },
              MODULE_FUNCKEYS_X1_4620);
      },
-     [](auto& d) { return Press(d, 112); }, "free key 112: +32"},
+     [](auto& d) { return Press(d, 112); }, "MODULE_FUNCKEYS_X1_4620 112: +32"},
     {"DamagedPos", "full",
      [](Keyboard& k) { k.driver.Poke(*k.driver.Model().AddressOf(MODULE_POS) + 32, "\xC8"); },
      [](auto& d) { return d.PressKey(110); },
-     "ordinary key 110: +110 | the POS keys' memory is damaged: POS group 200 is not one of 1 to "
+     "key 110: +110 | the POS keys' memory is damaged: POS group 200 is not one of 1 to "
      "105"},
 };
 

@@ -246,7 +246,7 @@ TEST_F(KeyViewsTest, LayeredKeysAreReachedThroughTheirLayers) {
     const KeyCap& cap = screen.Cap("funcKeys", 23);
     EXPECT_EQ(cap.caption.toStdString(), "Tea");
     EXPECT_EQ(cap.legend.toStdString(), "F24");
-    EXPECT_EQ(cap.name.toStdString(), "Function key F24, Tea, programmed: A, current key");
+    EXPECT_EQ(cap.name.toStdString(), "F24, Tea, programmed: A, current key");
 
     auto* grid = screen.Child<KeyGrid>("funcKeys");
     grid->setFocus();
@@ -286,9 +286,9 @@ TEST_F(KeyViewsTest, PosKeysShowTheirBlocks) {
     EXPECT_EQ(screen.Child<QLabel>("lblBlockNum")->text().toStdString(), "1");
     EXPECT_EQ(screen.Cap("posDisplay", 46).caption.toStdString(), "A\u2193");
     EXPECT_EQ(screen.Cap("posDisplay", 46).group, screen.Cap("posDisplay", 105).group);
-    EXPECT_EQ(screen.Cap("posDisplay", 46).name.toStdString(), "POS key 46 (Q), block 7, sends: A");
+    EXPECT_EQ(screen.Cap("posDisplay", 46).name.toStdString(), "Key 46 (Q), block 7, sends: A");
     EXPECT_EQ(screen.Cap("posDisplay", 105).state, KeyState::Programmed);
-    EXPECT_EQ(screen.Cap("posDisplay", 1).name.toStdString(), "POS key 1 (Esc), in no block");
+    EXPECT_EQ(screen.Cap("posDisplay", 1).name.toStdString(), "Key 1 (Esc), in no block");
     keyboard.Download(control);
     EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("01 1F 00*30"), 45 * 32));
     EXPECT_TRUE(keyboard.Holds(MODULE_POS, Bytes("01 00*31"), 104 * 32));
@@ -328,7 +328,7 @@ TEST_F(KeyViewsTest, PosKeysShowTheirBlocks) {
     control.posDisplay.SetKeyCaption(106, "106", "");
     control.posDisplay.SetKeyColor(150, 0x00112233);
     EXPECT_EQ(grid->Keys().size(), 107U);
-    EXPECT_EQ(screen.Cap("posDisplay", 106).name.toStdString(), "POS key 106, block 106");
+    EXPECT_EQ(screen.Cap("posDisplay", 106).name.toStdString(), "Key 106, block 106");
     screen.ClickKey("posDisplay", 150);
     EXPECT_EQ(clicked.back(), 150);
 

@@ -1008,6 +1008,10 @@
         <source>This backup belongs to %1, and according to the records this keyboard is %2.</source>
         <translation>Diese Sicherung stammt von %1; nach den Aufzeichnungen gehört diese Tastatur zu %2.</translation>
     </message>
+    <message>
+        <source>An unexpected error occurred.</source>
+        <translation>Ein unerwarteter Fehler ist aufgetreten.</translation>
+    </message>
 </context>
 <context>
     <name>Failures</name>
@@ -1239,10 +1243,6 @@
         <translation>die Taste %1 kommt mehr als einmal vor</translation>
     </message>
     <message>
-        <source>the first key is not the block&apos;s slot %1</source>
-        <translation>die erste Taste ist nicht der Platz %1 des Blocks</translation>
-    </message>
-    <message>
         <source>the keyboard does not store this option; it can only be %1</source>
         <translation>die Tastatur speichert diese Option nicht; nur %1 ist möglich</translation>
     </message>
@@ -1265,14 +1265,6 @@
     <message>
         <source>the keyboard is damaged at address %1 (hexadecimal): a description holds half a character</source>
         <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: eine Beschreibung enthält ein halbes Zeichen</translation>
-    </message>
-    <message>
-        <source>the keyboard is damaged at address %1 (hexadecimal): POS key %2 is in group %3, and groups are 1 to %4</source>
-        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Taste %2 gehört zur Gruppe %3; es gibt nur die Gruppen 1 bis %4</translation>
-    </message>
-    <message>
-        <source>the keyboard is damaged at address %1 (hexadecimal): POS keys %2 and %3 of group %4 both have a sequence, and a group has one</source>
-        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die POS-Tasten %2 und %3 der Gruppe %4 haben je eine Folge; eine Gruppe hat nur eine</translation>
     </message>
     <message>
         <source>was damaged in the keyboard when the backup was made</source>
@@ -1413,6 +1405,18 @@
     <message>
         <source>%1 must be an item by itself, with blanks around it</source>
         <translation>%1 muss für sich stehen, mit Leerzeichen davor und danach</translation>
+    </message>
+    <message>
+        <source>the block&apos;s first key is not its slot, key %1</source>
+        <translation>die erste Taste des Blocks ist nicht sein Platz, Taste %1</translation>
+    </message>
+    <message>
+        <source>the keyboard is damaged at address %1 (hexadecimal): key %2 is in group %3, and groups are 1 to %4</source>
+        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: Taste %2 gehört zur Gruppe %3; es gibt nur die Gruppen 1 bis %4</translation>
+    </message>
+    <message>
+        <source>the keyboard is damaged at address %1 (hexadecimal): keys %2 and %3 of group %4 both have a sequence, and a group has one</source>
+        <translation>der Speicher ist an der Adresse %1 (hexadezimal) beschädigt: die Tasten %2 und %3 der Gruppe %4 haben je eine Folge; eine Gruppe hat nur eine</translation>
     </message>
 </context>
 <context>
@@ -2270,10 +2274,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Konfiguration</translation>
     </message>
     <message>
-        <source>free programmable keys</source>
-        <translation>frei programmierbare Tasten</translation>
-    </message>
-    <message>
         <source>V.24 connection</source>
         <translation>V.24-Anschluss</translation>
     </message>
@@ -2336,6 +2336,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>no modules</source>
         <translation>keine Module</translation>
+    </message>
+    <message>
+        <source>free keys</source>
+        <translation>freie Tasten</translation>
     </message>
 </context>
 <context>
@@ -2849,10 +2853,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Funktionstasten der Ebene %1</translation>
     </message>
     <message>
-        <source>Function key %1</source>
-        <translation>Funktionstaste %1</translation>
-    </message>
-    <message>
         <source>%1, not programmed</source>
         <translation>%1, nicht belegt</translation>
     </message>
@@ -2927,10 +2927,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>POS-Tasten</translation>
     </message>
     <message>
-        <source>POS key %1</source>
-        <translation>POS-Taste %1</translation>
-    </message>
-    <message>
         <source>%1, block %2</source>
         <translation>%1, Block %2</translation>
     </message>
@@ -2945,6 +2941,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>%1, current key</source>
         <translation>%1, gewählte Taste</translation>
+    </message>
+    <message>
+        <source>Key %1</source>
+        <translation>Taste %1</translation>
     </message>
 </context>
 <context>
@@ -3987,22 +3987,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
 <context>
     <name>TestDriveTexts</name>
     <message>
-        <source>ordinary key %1</source>
-        <translation>gewöhnliche Taste %1</translation>
-    </message>
-    <message>
-        <source>free key %1</source>
-        <translation>freie Taste %1</translation>
-    </message>
-    <message>
-        <source>layer %1, %2</source>
-        <translation>Ebene %1, %2</translation>
-    </message>
-    <message>
-        <source>POS key %1</source>
-        <translation>POS-Taste %1</translation>
-    </message>
-    <message>
         <source>prefix of track %1</source>
         <translation>Präfix von Spur %1</translation>
     </message>
@@ -4093,6 +4077,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>%1 accepts %2 to %3 characters; the code has %4.</source>
         <translation>%1 nimmt %2 bis %3 Zeichen an; der Code hat %4.</translation>
+    </message>
+    <message>
+        <source>Key %1</source>
+        <translation>Taste %1</translation>
     </message>
 </context>
 <context>

@@ -1,8 +1,10 @@
 #include "cli/commands/Commands.h"
 
 #include "cli/Output.h"
+#include "host/KeySenders.h"
 #include "qxcontrols/common/Utf.h"
 #include "qxcontrols/keyprog/LayeredFuncKeyBlocks.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "qxcontrols/pos/POSKeyboard.h"
 #include "simulator/SimulatedDriver.h"
@@ -18,10 +20,37 @@ namespace {
 using sim::KeyStroke;
 using sim::Reception;
 
-Lines LinesOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
+// Where the codes come from: "Key 31 (A)", "POS keys › Key 3 (F2)", "prefix of track 2".
+std::string OriginText(const sim::Stretch& stretch, const host::Configuration& configuration,
+                       const QXKeyboardLayoutData& layout) {
+    using sim::Origin;
+    const std::string number = std::to_string(stretch.number);
+    switch (stretch.origin) {
+    case Origin::OrdinaryKey:
+        return "Key " + KeyName(stretch.number, &layout);
+    case Origin::ProgrammedKey:
+        return ToText(host::NameOf(configuration, stretch.module, stretch.number, stretch.layer));
+    case Origin::TrackHeader:
+        return "prefix of track " + number;
+    case Origin::TrackData:
+        return "data of track " + number;
+    case Origin::TrackTerminator:
+        return "suffix of track " + number;
+    case Origin::ReaderHeader:
+        return "prefix of reader " + number;
+    case Origin::ReaderData:
+        return "data of reader " + number;
+    case Origin::ReaderTerminator:
+        return "suffix of reader " + number;
+    }
+    return {};
+}
+
+Lines LinesOf(const Reception& reception, const host::Configuration& configuration,
+              const QXKeyboardLayoutData& layout) {
     std::vector<std::vector<std::string>> rows;
     for (const sim::Stretch& stretch : reception.stretches)
-        rows.push_back({OriginText(stretch, &layout), ContentText(stretch, layout)});
+        rows.push_back({OriginText(stretch, configuration, layout), ContentText(stretch, layout)});
     Lines lines = {rows.empty() ? "the PC receives nothing" : "the PC receives"};
     Append(lines, AlignedLines(rows));
     if (!rows.empty() && reception.outputDelay)
@@ -31,10 +60,11 @@ Lines LinesOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
     return lines;
 }
 
-host::Json JsonOf(const Reception& reception, const QXKeyboardLayoutData& layout) {
+host::Json JsonOf(const Reception& reception, const host::Configuration& configuration,
+                  const QXKeyboardLayoutData& layout) {
     host::Json received = host::Json::array();
     for (const sim::Stretch& stretch : reception.stretches) {
-        host::Json json = {{"origin", OriginText(stretch, &layout)}};
+        host::Json json = {{"origin", OriginText(stretch, configuration, layout)}};
         if (stretch.keys.empty())
             json["data"] = stretch.data;
         for (const KeyStroke& stroke : stretch.keys)
@@ -61,8 +91,10 @@ void Perform(Context& context,
     const QXKeyboardLayoutData& layout = context.Layout();
     const sim::TestDrive drive(simulated->Memory(0, sim::kMemorySize), simulated->Model(), layout);
     const Reception reception = action(drive, simulated->Layer());
+    const auto configuration = context.NewConfiguration();
     context.CloseKeyboard();
-    context.Result(JsonOf(reception, layout), LinesOf(reception, layout));
+    context.Result(JsonOf(reception, *configuration, layout),
+                   LinesOf(reception, *configuration, layout));
 }
 
 Reception PressedAndReleased(Reception pressed, const Reception& released) {

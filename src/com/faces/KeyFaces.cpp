@@ -20,7 +20,7 @@ PartState FuncKeys(const QXLayeredFuncKeys& control) {
         Put(cap, kFuncKeyRows, nKey);
         cap.isProgrammed = key.Programmed;
         cap.isCurrent = key.Current;
-        cap.name = "Function key " + key.Caption + (key.ToolTip.empty() ? "" : ", " + key.ToolTip) +
+        cap.name = key.Caption + (key.ToolTip.empty() ? "" : ", " + key.ToolTip) +
                    (key.Programmed ? ", programmed" : ", not programmed") +
                    (key.Current ? ", current key" : "");
         if (!key.ToolTip.empty()) // the description is more useful than the number

@@ -52,7 +52,7 @@ KeyCap PosCap(const QXPosDisplay& display, Integer nKey, const PosUse& use) {
     cap.isCurrent = cap.isBold = key.FontBold;
     cap.textScale = static_cast<Single>(key.FontSize) / static_cast<Single>(PosButton().FontSize);
     const std::string label = use.labelOf ? use.labelOf(nKey) : std::string();
-    cap.name = "POS key " + KeyName(nKey, label);
+    cap.name = "Key " + KeyName(nKey, label);
     if (use.labelOf) {
         const std::string legend = label.empty() ? std::to_string(nKey) : label;
         cap.caption = key.Caption.empty() ? legend : key.Caption + "\n" + legend;

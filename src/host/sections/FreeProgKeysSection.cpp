@@ -2,6 +2,7 @@
 #include "host/sections/Sections.h"
 
 #include "qxcontrols/keyprog/QXFreeProgKeys.h"
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/pos/KeySender.h"
 
 #include <algorithm>
@@ -14,10 +15,10 @@ namespace {
 template <std::size_t Index>
 constexpr Area kAreas[] = {{kFreeKeyModules[Index], 0, kFreeProgKeySlotSize}};
 constexpr SectionInfo kInfos[] = {
-    {"freeProgKeys", "Free keys", kAreas<0>},
-    {"funcKeys4610", "Function keys 4610", kAreas<1>},
-    {"funcKeys4620", "Function keys 4620", kAreas<2>},
-    {"funcKeys4630", "Function keys 4630", kAreas<3>},
+    {"freeProgKeys", "Free keys", kAreas<0>, "keys"},
+    {"funcKeys4610", "Function keys 4610", kAreas<1>, "keys"},
+    {"funcKeys4620", "Function keys 4620", kAreas<2>, "keys"},
+    {"funcKeys4630", "Function keys 4630", kAreas<3>, "keys"},
 };
 static_assert(std::size(kInfos) == std::size(kFreeKeyModules));
 
@@ -31,7 +32,7 @@ public:
     void Visit(FieldVisitor& fields) override {
         const std::vector<Integer> stored = StoredKeys();
         FieldList list;
-        list.field = {"keys", ""};
+        list.field = {Info().list, ""};
         list.keyMembers = {
             {"positionCode", "Key", KeyboardSequences::kMinKeyID, KeyboardSequences::kMaxKeyID}};
         for (const Integer key : stored)
@@ -40,7 +41,8 @@ public:
         list.clear = [this] { Control().Sequences().CleanAll(); };
         list.visit = [&](const FieldList::Id& id) {
             if (std::find(stored.begin(), stored.end(), id[0]) == stored.end())
-                fields.Refuse({"positionCode", ""}, {"", json::FaultKind::NotProgrammable, id[0]});
+                fields.Refuse({"positionCode", ""}, {"", json::FaultKind::NotProgrammable,
+                                                     KeyName(id[0], Control().LayoutSource())});
             fields.Sequence({"sequence", ""}, Control().Sequences().Key(id[0]),
                             static_cast<Integer>(kFreeProgKeySlotSize));
         };

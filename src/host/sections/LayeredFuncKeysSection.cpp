@@ -14,7 +14,7 @@ constexpr Area kAreas[] = {
     {MODULE_GUID, kGuidSize, 0, false},
     {MODULE_LAYER_FUNCKEY_DESC, kFuncKeyDescSize, kFuncKeyDescSlotSize, false, kFuncKeyDescAddress},
 };
-constexpr SectionInfo kInfo = {"layeredFuncKeys", "Layered function keys", kAreas};
+constexpr SectionInfo kInfo = {"layeredFuncKeys", "Layered function keys", kAreas, "keys"};
 
 constexpr Integer kLastLayer = kFuncKeyLayers - 1;
 constexpr Integer kLastKey = FuncKeyLayer::kKeys - 1;
@@ -64,7 +64,7 @@ public:
     void Visit(FieldVisitor& fields) override {
         VisitGuid(fields);
         FieldList list;
-        list.field = {"keys", ""};
+        list.field = {kInfo.list, ""};
         list.keyMembers = {{"layer", "Layer", 0, kLastLayer},
                            {"key", "", 0, kLastKey, FuncKeyLegend}};
         list.present = Keys(&LayeredFuncKeysSection::HasContent);

@@ -1,6 +1,8 @@
+#include "host/PlacedVisitor.h"
 #include "host/SheetVisitor.h"
 #include "host/sections/Sections.h"
 
+#include "qxcontrols/keys/KeyName.h"
 #include "qxcontrols/pos/KeySender.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/POSModuleBlock.h"
@@ -18,7 +20,7 @@ using json::Fault;
 using json::FaultKind;
 
 constexpr Area kAreas[] = {{MODULE_POS, kPOSModuleBlockSize, kPOSModuleBlockSize}};
-constexpr SectionInfo kInfo = {"pos", "POS keys", kAreas};
+constexpr SectionInfo kInfo = {"pos", "POS keys", kAreas, "blocks"};
 
 constexpr Integer kFirstKey = 1;
 constexpr Integer kLastKey = POSKeyboard::kSlots;
@@ -31,7 +33,7 @@ public:
 
     void Visit(FieldVisitor& fields) override {
         FieldList list;
-        list.field = {"blocks", ""};
+        list.field = {kInfo.list, ""};
         list.keyMembers = {{"slot", "Key", kFirstKey, kLastKey}};
         // As the keyboard would store them, unless the walk is exact.
         m_placed = fields.IsExact() ? Control().PosData() : InTheirSlots(Control().PosData());
@@ -81,12 +83,16 @@ public:
         for (Integer key = kFirstKey; key <= kLastKey; ++key) {
             const Byte group = GroupOf(key, bytes);
             if (group > kLastKey && group != kPOSUnassigned)
-                return Damage{RecordOf(key), FaultKind::UnknownGroup, {key, group, kLastKey}};
+                return Damage{RecordOf(key),
+                              FaultKind::UnknownGroup,
+                              {NameOf(key), std::to_string(group), std::to_string(kLastKey)}};
             if (group == kPOSSingleKey || group == kPOSUnassigned || !HasSequence(key, bytes))
                 continue;
             Integer& sender = sendersOf.at(group);
             if (sender != 0)
-                return Damage{RecordOf(key) + 1, FaultKind::TwoSequences, {sender, key, group}};
+                return Damage{RecordOf(key) + 1,
+                              FaultKind::TwoSequences,
+                              {NameOf(sender), NameOf(key), std::to_string(group)}};
             sender = key;
         }
         return std::nullopt;
@@ -115,7 +121,7 @@ public:
             const Integer slot = SlotOf(key, bytes);
             if (slot == 0)
                 continue;
-            const std::string block = "/pos/blocks[" + std::to_string(slot) + "]";
+            const std::string block = ElementOf(kInfo, {slot});
             if (offset <= record)
                 places.insert(block + "/keys");
             if (offset + size > record + 1 || HasSequence(key, bytes))
@@ -151,8 +157,11 @@ private:
         return slot;
     }
 
-    [[nodiscard]] Long PositionCodeOf(Integer nKey) {
+    [[nodiscard]] Long PositionCodeOf(Integer nKey) const {
         return Control().CodeMap().GetPositionCodeForKey(nKey);
+    }
+    [[nodiscard]] std::string NameOf(Integer nKey) const {
+        return KeyName(nKey, KeyLabel(PositionCodeOf(nKey), Control().LayoutSource()));
     }
 
     void VisitBlock(FieldVisitor& fields, Integer nSlot) {
@@ -186,12 +195,12 @@ private:
     // Why a block of these keys cannot be placed, if it cannot.
     [[nodiscard]] std::optional<Fault> FaultOf(const std::vector<Integer>& keys, Integer nSlot) {
         if (keys.empty() || keys[0] != nSlot)
-            return Fault("", FaultKind::FirstKeyNotSlot, nSlot);
+            return Fault("", FaultKind::FirstKeyNotSlot, NameOf(nSlot));
         for (std::size_t i = 0; i < keys.size(); ++i)
             if (std::find(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(i), keys[i]) !=
                     keys.begin() + static_cast<std::ptrdiff_t>(i) ||
                 Control().PosData().FindBlockForKey(keys[i]) != 0)
-                return Fault("", FaultKind::KeyTwice, keys[i]);
+                return Fault("", FaultKind::KeyTwice, NameOf(keys[i]));
         return std::nullopt;
     }
 

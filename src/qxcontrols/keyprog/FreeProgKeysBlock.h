@@ -1,4 +1,4 @@
-// The block of the free programmable keys in the keyboard's memory: one sequence slot for each
+// The block of the free keys in the keyboard's memory: one sequence slot for each
 // participating key, without gaps.
 //
 // A key participates if its sequence has a position code above 0, which QXFreeProgKeys sets for the
