@@ -1,8 +1,8 @@
 #include "app/Pages.h"
 
-#include "app/ChangeDots.h"
 #include "app/InPlaceEditor.h"
 #include "app/KeyActions.h"
+#include "app/KeyMarks.h"
 #include "app/ReaderEditor.h"
 #include "app/SelectionPanel.h"
 #include "app/SettingWords.h"
@@ -95,7 +95,7 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     column->addWidget(panel);
     panel->hide();
     m_editor = std::make_unique<InPlaceEditor>(*m_edits, grid, *inspector);
-    m_dots = std::make_unique<ChangeDots>(state, *m_edits, grid, *m_view);
+    m_marks = std::make_unique<KeyMarks>(state, *m_edits, grid, *m_view);
     const int width = std::max(fontMetrics().averageCharWidth() * kCharactersBeside,
                                inspector->minimumSizeHint().width());
     connect(m_actions.get(), &KeyActions::StateShown, beside, [inspector, panel](bool isSeveral) {

@@ -17,7 +17,7 @@ class SequenceInspector;
 
 namespace qx::app {
 
-class ChangeDots;
+class KeyMarks;
 class EditRequests;
 class InPlaceEditor;
 class KeyActions;
@@ -62,7 +62,7 @@ private:
     std::unique_ptr<KeyEdits> m_edits;
     std::unique_ptr<KeyActions> m_actions;
     std::unique_ptr<InPlaceEditor> m_editor;
-    std::unique_ptr<ChangeDots> m_dots;
+    std::unique_ptr<KeyMarks> m_marks;
     std::vector<views::SequenceInspector*> m_inspectors;
 };
 

@@ -89,22 +89,30 @@ void KeyGrid::SetKeys(std::vector<KeyCap> caps) {
 }
 
 void KeyGrid::SetMarked(std::set<int> keys, const QString& meaning) {
-    m_markMeaning = meaning;
-    if (keys == m_marked)
-        return;
+    Set(m_marked, {std::move(keys), meaning});
+}
+
+void KeyGrid::SetStruck(std::set<int> keys, const QString& meaning) {
+    Set(m_struck, {std::move(keys), meaning});
+}
+
+void KeyGrid::Set(Marks& marks, Marks wanted) {
     std::set<int> changed;
-    std::set_symmetric_difference(keys.begin(), keys.end(), m_marked.begin(), m_marked.end(),
-                                  std::inserter(changed, changed.end()));
-    m_marked = std::move(keys);
+    std::ranges::set_symmetric_difference(wanted.keys, marks.keys,
+                                          std::inserter(changed, changed.end()));
+    marks = std::move(wanted);
     for (const int key : changed)
         UpdateKey(key);
     AnnounceMarksChanged(this, changed);
 }
 
 QString KeyGrid::DescriptionOf(const KeyCap& cap) const {
-    if (!IsMarked(cap.index))
-        return cap.toolTip;
-    return cap.toolTip.isEmpty() ? m_markMeaning : cap.toolTip + u'\n' + m_markMeaning;
+    QStringList parts{cap.toolTip};
+    for (const Marks* marks : {&m_struck, &m_marked})
+        if (marks->keys.contains(cap.index))
+            parts += marks->meaning;
+    parts.removeAll(QString());
+    return parts.join(u'\n');
 }
 
 void KeyGrid::SetPointSize(int points) {
@@ -303,8 +311,11 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
         if (!dirty.intersects(key.rect.toAlignedRect()))
             continue;
         painter.drawPixmap(key.rect.topLeft(), BodyImage(m_caps[row], key.rect.size()));
-        for (const KeyText& text : key.texts)
+        for (const KeyText& text : key.texts) {
             PaintKeyText(painter, text);
+            if (text.isCaption && IsStruck(m_caps[row].index))
+                StrikeKeyText(painter, text);
+        }
     }
     PaintMarks(painter);
     PaintDrag(painter);

@@ -63,8 +63,11 @@ public:
 
     // Keys with a dot, and its meaning for tool tips and those who hear the screen.
     void SetMarked(std::set<int> keys, const QString& meaning);
-    [[nodiscard]] bool IsMarked(int index) const { return m_marked.contains(index); }
-    // The tool tip of the key, with the meaning of its dot.
+    [[nodiscard]] bool IsMarked(int index) const { return m_marked.keys.contains(index); }
+    // Keys whose captions are struck out.
+    void SetStruck(std::set<int> keys, const QString& meaning);
+    [[nodiscard]] bool IsStruck(int index) const { return m_struck.keys.contains(index); }
+    // The tool tip of the key, with the meaning of its marks.
     [[nodiscard]] QString DescriptionOf(const KeyCap& cap) const;
 
     // The key's rectangle in this widget; empty for an unknown key.
@@ -106,6 +109,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override; // arrows, Home, End, Space, Enter; Esc in a drag
 
 private:
+    struct Marks {
+        std::set<int> keys;
+        QString meaning;
+    };
     // A key's position, and its texts prepared for drawing.
     struct Drawn {
         bool isReady = false;
@@ -143,6 +150,7 @@ private:
     void PaintMarks(QPainter& painter) const;
     void PaintDrag(QPainter& painter);
     bool ShowToolTip(const QPoint& at, const QPoint& globalAt);
+    void Set(Marks& marks, Marks wanted);
     void UpdateKey(int index);
     void UpdateSelected();
     void Hover(int index);
@@ -162,8 +170,8 @@ private:
     bool m_selects = false;
     WhichKeys m_carries;
     KeySelection m_selection;
-    std::set<int> m_marked;
-    QString m_markMeaning;
+    Marks m_marked; // with a dot
+    Marks m_struck;
     Drag m_drag;
     QPointF m_goal; // the column and row that arrow keys keep to, in the owner's unit
 };

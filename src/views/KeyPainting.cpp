@@ -181,8 +181,10 @@ void AppendLines(std::vector<KeyText>& texts, const FittedText& fitted) {
     for (const QString& line : fitted.lines) {
         const QString shown = metrics.elidedText(line, Qt::ElideRight, area.width());
         const double spare = area.width() - metrics.horizontalAdvance(shown);
-        KeyText prepared{fitted.font, QStaticText(shown), {area.left(), top}, fitted.color};
-        if (fitted.align & Qt::AlignHCenter)
+        const bool isCaption = fitted.align & Qt::AlignHCenter;
+        KeyText prepared{
+            fitted.font, QStaticText(shown), {area.left(), top}, fitted.color, isCaption};
+        if (isCaption)
             prepared.at.rx() += spare / 2;
         prepared.text.setTextFormat(Qt::PlainText);
         prepared.text.setPerformanceHint(QStaticText::AggressiveCaching);
@@ -246,6 +248,13 @@ void PaintKeyText(QPainter& painter, const KeyText& text) {
     painter.setFont(text.font);
     painter.setPen(text.color);
     painter.drawStaticText(text.at, text.text);
+}
+
+void StrikeKeyText(QPainter& painter, const KeyText& text) {
+    const QFontMetricsF metrics(text.font);
+    const QPointF start = text.at + QPointF(0, metrics.ascent() - metrics.strikeOutPos());
+    painter.setPen(QPen(text.color, std::max(1.0, metrics.lineWidth())));
+    painter.drawLine(start, start + QPointF(text.text.size().width(), 0));
 }
 
 void PaintKeyCurrent(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {

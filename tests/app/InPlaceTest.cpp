@@ -131,6 +131,11 @@ TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
     desk.Click("key_48");
     EXPECT_EQ(received(), "C ^C");
     EXPECT_EQ(warnings(), "");
+    const auto isStruck = [&](int key) {
+        QApplication::processEvents();
+        return desk.Find<views::KeyGrid>("layoutDisplay")->IsStruck(key);
+    };
+    EXPECT_FALSE(isStruck(112));
 
     desk.Page("pos");
     desk.ClickKey("posDisplay", 2);
@@ -144,6 +149,8 @@ TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
     const QString neverSent =
         "Never sent: the key sends the sequence of POS keys › Key 2 (F1) instead.";
     EXPECT_EQ(warnings(), neverSent);
+    EXPECT_TRUE(isStruck(112));
+    EXPECT_FALSE(isStruck(113));
     desk.InDialog([&](QWidget& dialog) {
         const auto* list = dialog.findChild<QListWidget*>(QStringLiteral("warnings"));
         ASSERT_NE(list, nullptr);
@@ -164,6 +171,7 @@ TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
     desk.Click("clearKeys");
     EXPECT_EQ(received(), "POS keys › Key 2 (F1) sends: A ^A");
     EXPECT_EQ(warnings(), "") << "there is nothing to send";
+    EXPECT_FALSE(isStruck(112));
 }
 
 // The name that lists of settings have for a key is the one on its page, in the search, for undo

@@ -203,13 +203,6 @@
     </message>
 </context>
 <context>
-    <name>ChangeDots</name>
-    <message>
-        <source>Changed, and not yet written to the keyboard</source>
-        <translation>Geändert und noch nicht in die Tastatur geschrieben</translation>
-    </message>
-</context>
-<context>
     <name>ChipRow</name>
     <message>
         <source>%1, item %2 of %3</source>
@@ -1705,6 +1698,17 @@
     <message>
         <source>%1 has room for %2 codes, but the sequence has %3. Nothing has been changed.</source>
         <translation>%1 hat Platz für %2 Codes, die Tastenfolge hat aber %3. Es wurde nichts geändert.</translation>
+    </message>
+</context>
+<context>
+    <name>KeyMarks</name>
+    <message>
+        <source>Changed, and not yet written to the keyboard</source>
+        <translation>Geändert und noch nicht in die Tastatur geschrieben</translation>
+    </message>
+    <message>
+        <source>Never sent: another module programs this key</source>
+        <translation>Wird nie gesendet: Ein anderes Modul belegt diese Taste</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,6 @@
-// ChangeDots: marks the keys of a page, and what else its section's face marks, that are not yet in
-// the keyboard as the document has them.
+// KeyMarks: puts a dot on the keys of a page, and on what else its section's face marks, that are
+// not yet in the keyboard as the document has them, and strikes out the sequences that the keyboard
+// never sends because another module programs the key.
 #pragma once
 
 #include "qxcontrols/common/Event.h"
@@ -15,11 +16,11 @@ namespace qx::app {
 class KeyEdits;
 class KeyboardState;
 
-class ChangeDots {
-    Q_DECLARE_TR_FUNCTIONS(ChangeDots)
+class KeyMarks {
+    Q_DECLARE_TR_FUNCTIONS(KeyMarks)
 public:
     // All outlive this object. The grid is in `view`, the view of the section's face.
-    ChangeDots(const KeyboardState& state, KeyEdits& edits, views::KeyGrid& grid, QWidget& view);
+    KeyMarks(const KeyboardState& state, KeyEdits& edits, views::KeyGrid& grid, QWidget& view);
 
 private:
     void Show();
