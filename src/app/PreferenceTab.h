@@ -1,14 +1,10 @@
 // PreferenceTab: a tab of the preferences: groups of rows, one below the other.
 #pragma once
 
-#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <vector>
 
 namespace qx::app {
@@ -42,33 +38,7 @@ struct PreferenceTab {
         return forms.back();
     }
     // With the fields of all groups below each other, and its lists and buttons of one width.
-    [[nodiscard]] QWidget* Done() const {
-        column->addStretch(1);
-        int width = 0;
-        int fieldWidth = 0;
-        std::vector<QWidget*> labels;
-        std::vector<QComboBox*> lists;
-        for (const QFormLayout* form : forms)
-            for (int row = 0; row < form->rowCount(); ++row) {
-                if (const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole)) {
-                    labels.push_back(item->widget());
-                    width = std::max(width, item->sizeHint().width());
-                }
-                const QLayoutItem* field = form->itemAt(row, QFormLayout::FieldRole);
-                if (field == nullptr)
-                    continue;
-                auto* list = qobject_cast<QComboBox*>(field->widget());
-                if (list != nullptr)
-                    lists.push_back(list);
-                if (list != nullptr || qobject_cast<QPushButton*>(field->widget()) != nullptr)
-                    fieldWidth = std::max(fieldWidth, field->sizeHint().width());
-            }
-        for (QWidget* label : labels)
-            label->setMinimumWidth(width);
-        for (QComboBox* list : lists)
-            list->setMinimumWidth(fieldWidth);
-        return page;
-    }
+    [[nodiscard]] QWidget* Done() const;
 };
 
 } // namespace qx::app

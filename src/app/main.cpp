@@ -18,6 +18,46 @@ namespace {
 
 using qx::app::StartChoice;
 
+struct CommandLine {
+    qx::app::Workbench::Options options;
+    QString start;
+    QStringList files; // at most one is opened
+};
+
+// Ends the program if it is wrong or asks for help.
+CommandLine Read(const QCoreApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Programs modular point-of-sale keyboards. Without a keyboard it works "
+                       "with a simulated one."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption driver("driver", "Use this driver library.", "PATH");
+    const QCommandLineOption keyboard("keyboard", "Use the simulated keyboard kept in FILE.",
+                                      "FILE");
+    const QCommandLineOption model("model", "The model of a new simulated keyboard.", "NAME");
+    const QCommandLineOption layouts("layouts", "Where the keyboard layouts are.", "DIR");
+    const QCommandLineOption layout("layout", "Which layout: a file name or a language id.",
+                                    "NAME");
+    const QCommandLineOption settings("settings", "Keep the preferences in FILE.", "FILE");
+    const QCommandLineOption start(
+        "start", "Begin without asking: read (the keyboard), last (document) or defaults.", "HOW");
+    parser.addOptions({driver, keyboard, model, layouts, layout, settings, start});
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("A document to open."),
+                                 QStringLiteral("[FILE]"));
+    parser.process(application);
+    using qx::app::ToPath;
+    return {{{ToPath(parser.value(driver)), ToPath(parser.value(keyboard)),
+              parser.value(model).toStdString()},
+             ToPath(parser.value(layouts)),
+             parser.value(layout).toStdString(),
+             ToPath(parser.value(settings)),
+             {},
+             true},
+            parser.value(start),
+            parser.positionalArguments()};
+}
+
 // How to begin: by the command line, else by the preferences if the user does not want to be asked,
 // else by the user's answer to the wizard.
 StartChoice ChoiceOf(const QString& option, qx::app::Workbench& workbench) {
@@ -59,39 +99,11 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/desktop/qx-configurator.svg")));
 #endif
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Programs modular point-of-sale keyboards. Without a keyboard it works "
-                       "with a simulated one."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption driver("driver", "Use this driver library.", "PATH");
-    const QCommandLineOption keyboard("keyboard", "Use the simulated keyboard kept in FILE.",
-                                      "FILE");
-    const QCommandLineOption model("model", "The model of a new simulated keyboard.", "NAME");
-    const QCommandLineOption layouts("layouts", "Where the keyboard layouts are.", "DIR");
-    const QCommandLineOption layout("layout", "Which layout: a file name or a language id.",
-                                    "NAME");
-    const QCommandLineOption settings("settings", "Keep the preferences in FILE.", "FILE");
-    const QCommandLineOption start(
-        "start", "Begin without asking: read (the keyboard), last (document) or defaults.", "HOW");
-    parser.addOptions({driver, keyboard, model, layouts, layout, settings, start});
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("A document to open."),
-                                 QStringLiteral("[FILE]"));
-    parser.process(application);
-
+    const CommandLine commandLine = Read(application);
     try {
-        using qx::app::ToPath;
         qx::views::QtPlatform qtPlatform;
         qx::app::Language language;
-        qx::app::Workbench workbench(qtPlatform.Services(),
-                                     {{ToPath(parser.value(driver)), ToPath(parser.value(keyboard)),
-                                       parser.value(model).toStdString()},
-                                      ToPath(parser.value(layouts)),
-                                      parser.value(layout).toStdString(),
-                                      ToPath(parser.value(settings)),
-                                      {},
-                                      true});
+        qx::app::Workbench workbench(qtPlatform.Services(), commandLine.options);
         workbench.UseStoredAppearance();
         qx::app::MainWindow window(workbench, qtPlatform.Services(), language);
         // Clicks in the sequence editor can press the simulated keyboard's keys.
@@ -104,7 +116,7 @@ int main(int argc, char** argv) {
                       };
         });
         const qx::app::EndSignals endSignals(workbench, window.Documents());
-        const QStringList files = parser.positionalArguments();
+        const QStringList& files = commandLine.files;
         QObject::connect(&application, &qx::app::Application::Failed, &window,
                          [&] { window.Documents().KeepUnsaved(); });
         application.show = [&](const QString& text, const QString& details) {
@@ -115,7 +127,7 @@ int main(int argc, char** argv) {
             if (!files.isEmpty())
                 window.Documents().Open(files.front());
             if (!window.Documents().OpenLeft() && files.isEmpty())
-                Begin(window, workbench, ChoiceOf(parser.value(start), workbench));
+                Begin(window, workbench, ChoiceOf(commandLine.start, workbench));
         });
         window.show();
         return QApplication::exec();

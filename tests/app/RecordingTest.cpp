@@ -1,5 +1,5 @@
 // Keys recorded in the inspector, and what one step of undo is while they are put in.
-#include "Desk.h"
+#include "Hands.h"
 
 #include <QClipboard>
 #include <QLineEdit>
@@ -7,7 +7,7 @@
 namespace qx::test {
 namespace {
 
-class Recording : public testing::Test {
+class Recording : public Hands {
 protected:
     // A key of a page.
     void Select(const char* page, const char* grid, int key) {
@@ -16,16 +16,6 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowActive(desk.window.get()));
         desk.ClickKey(grid, key);
     }
-    // Undoes this many steps, which are all there are.
-    void ExpectSteps(int steps) {
-        for (int step = 0; step < steps; ++step) {
-            EXPECT_TRUE(desk.workbench.History().CanUndo()) << step;
-            desk.UndoAction().trigger();
-        }
-        EXPECT_FALSE(desk.workbench.History().CanUndo());
-    }
-
-    Desk desk;
 };
 
 #ifndef Q_OS_WIN // whose scan codes are others

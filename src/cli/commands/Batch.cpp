@@ -179,6 +179,36 @@ void RunBatch(Context& context, const BatchOptions& options) {
             batch.FirstFailure() ? ExitStatusOf(*batch.FirstFailure()) : kNotAllDone;
 }
 
+constexpr const char* kFooter =
+    "A job is a JSON file that lists the keyboards, with a document and the variables of "
+    "each:\n\n"
+    "  { \"format\": \"qx-batch\", \"version\": 1, \"document\": \"till.json\",\n"
+    "    \"units\": [\n"
+    "      { \"name\": \"till 1\", \"driver\": \"./line1.so\", \"variables\": { \"till\": "
+    "\"001\" } },\n"
+    "      { \"name\": \"till 2\", \"keyboard\": \"till2.qxk\", \"variables\": { \"till\": "
+    "\"002\" } } ] }\n\n"
+    "In the document, ${till} is replaced by the value. All documents are checked before "
+    "the first keyboard\nis touched; a keyboard that fails does not stop the others. "
+    "JOB.report.json records the progress: when run\nagain, batch programs only the units "
+    "that are not done or have changed. An interrupted write is rolled\nback first. An "
+    "identifier that several units would get is left out, so that each keeps its own.\n\n"
+    "Each driver library runs in a separate process: if it crashes, hangs or exits, "
+    "only its unit fails.\nUnits with the same driver and keyboard are never programmed "
+    "at the same time.\n\n"
+    "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without "
+    "a keyboard of their\nown: each keyboard that is plugged in becomes the next unit. "
+    "Ctrl+C ends the batch.\n\n"
+    "The exit status is 0 if all units are done, that of the first unit that failed, or 1 "
+    "if no unit failed but\nsome are left, as with --dry-run.\n\n"
+    "Examples:\n"
+    "  qxconf batch --dry-run tills.json\n"
+    "  qxconf batch tills.json\n"
+    "  qxconf batch --jobs 4 --timeout 60 tills.json\n"
+    "  qxconf batch --only \"till 2\" tills.json\n"
+    "  qxconf --json batch tills.json\n"
+    "  qxconf batch --bench tills.json";
+
 } // namespace
 
 Command BatchCommand() {
@@ -219,35 +249,7 @@ Command BatchCommand() {
                                 "progress (default 120)",
                      .value = "SECONDS",
                      .range = std::pair<Long, Long>(1, kLongestTimeout)}},
-        .footer =
-            "A job is a JSON file that lists the keyboards, with a document and the variables of "
-            "each:\n\n"
-            "  { \"format\": \"qx-batch\", \"version\": 1, \"document\": \"till.json\",\n"
-            "    \"units\": [\n"
-            "      { \"name\": \"till 1\", \"driver\": \"./line1.so\", \"variables\": { \"till\": "
-            "\"001\" } },\n"
-            "      { \"name\": \"till 2\", \"keyboard\": \"till2.qxk\", \"variables\": { \"till\": "
-            "\"002\" } } ] }\n\n"
-            "In the document, ${till} is replaced by the value. All documents are checked before "
-            "the first keyboard\nis touched; a keyboard that fails does not stop the others. "
-            "JOB.report.json records the progress: when run\nagain, batch programs only the units "
-            "that are not done or have changed. An interrupted write is rolled\nback first. An "
-            "identifier that several units would get is left out, so that each keeps its own.\n\n"
-            "Each driver library runs in a separate process: if it crashes, hangs or exits, "
-            "only its unit fails.\nUnits with the same driver and keyboard are never programmed "
-            "at the same time.\n\n"
-            "With --bench the job has \"bench\": { \"driver\": \"./line1.so\" } and units without "
-            "a keyboard of their\nown: each keyboard that is plugged in becomes the next unit. "
-            "Ctrl+C ends the batch.\n\n"
-            "The exit status is 0 if all units are done, that of the first unit that failed, or 1 "
-            "if no unit failed but\nsome are left, as with --dry-run.\n\n"
-            "Examples:\n"
-            "  qxconf batch --dry-run tills.json\n"
-            "  qxconf batch tills.json\n"
-            "  qxconf batch --jobs 4 --timeout 60 tills.json\n"
-            "  qxconf batch --only \"till 2\" tills.json\n"
-            "  qxconf --json batch tills.json\n"
-            "  qxconf batch --bench tills.json",
+        .footer = kFooter,
         .run = [options](Context& context) { RunBatch(context, *options); },
     };
 }

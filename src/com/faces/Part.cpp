@@ -29,6 +29,14 @@ PartState StateOf(const Label& child) {
     return state;
 }
 
+// Puts the user's new value into the child, and raises its event.
+std::function<void(const PartInput&)> Assigning(Integer& value, PartAction event) {
+    return [&value, event = std::move(event)](const PartInput& input) {
+        value = input.value;
+        event();
+    };
+}
+
 } // namespace
 
 bool Part::IsVisible() const {
@@ -87,10 +95,7 @@ Part PartOf(std::string id, CheckBox& child, PartAction clicked) {
         state.value = child.Value;
         return state;
     });
-    part.act = [&child, clicked = std::move(clicked)](const PartInput& input) {
-        child.Value = input.value;
-        clicked();
-    };
+    part.act = Assigning(child.Value, std::move(clicked));
     return part;
 }
 
@@ -117,10 +122,7 @@ Part PartOf(std::string id, Slider& child, const Label& name, PartAction changed
         state.max = child.Max;
         return state;
     });
-    part.act = [&child, changed = std::move(changed)](const PartInput& input) {
-        child.Value = input.value;
-        changed();
-    };
+    part.act = Assigning(child.Value, std::move(changed));
     return part;
 }
 
@@ -132,10 +134,7 @@ Part PartOf(std::string id, ListBox& child, const Label& name, PartAction clicke
         state.value = child.ListIndex;
         return state;
     });
-    part.act = [&child, clicked = std::move(clicked)](const PartInput& input) {
-        child.ListIndex = input.value;
-        clicked();
-    };
+    part.act = Assigning(child.ListIndex, std::move(clicked));
     return part;
 }
 
