@@ -374,6 +374,8 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     // Another block's keys are not taken, not even with free ones.
     const std::string before = desk.Document();
     Click(grid, 17);
+    EXPECT_EQ(desk.Find<QLabel>("keyTitle")->text().toStdString(),
+              "Key 1 (Esc) › Block 1 (4 keys)");
     Click(grid, 18, Qt::ControlModifier);
     Click(grid, 5, Qt::ControlModifier);
     Keys(grid, {Qt::CTRL | Qt::Key_J});
