@@ -1,9 +1,6 @@
 #include "app/EditRequests.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
-#include "host/CopiedKeyboard.h"
-#include "host/Session.h"
-#include "qxcontrols/device/MemoryMap.h"
 #include "qxcontrols/readers/QXMagnetCard.h"
 #include "qxcontrols/readers/TrackSlots.h"
 #include "views/QXMagnetCardView.h"
@@ -30,15 +27,6 @@ constexpr SettingWord kWords[] = {
 };
 
 constexpr auto kSequence = static_cast<Integer>(kTrackSlotSize);
-
-// A keyboard with every capability and the smallest valid directory.
-host::KeyboardContent AbleKeyboard() {
-    host::KeyboardContent content;
-    content.identity.identification = std::string(kIdentificationSize, ' ');
-    content.identity.capabilities = 0xFF;
-    content.identity.directory = {{MODULE_MAGNET_CONFIG, 0}};
-    return content;
-}
 
 class MagnetCardFace : public SequenceFaceOf<QXMagnetCard> {
     Q_DECLARE_TR_FUNCTIONS(MagnetCardFace)
@@ -121,17 +109,11 @@ public:
             views::SequenceLabel::Choose(*m_view, kTerminator);
     }
 
-    // Only a keyboard shows which tracks there are: without one, the control sees one that reads
-    // them all.
+    // Only a keyboard shows which tracks there are; without one, there are all.
     void Follow(host::Session* keyboard) override {
-        if (keyboard != nullptr)
-            return ListTracks();
-        host::CopiedKeyboard able(AbleKeyboard());
-        host::Session session(able);
-        session.Open();
-        Control().SetKeyboard(&session.Access());
+        for (Integer track = 1; keyboard == nullptr && track <= kMagneticTracks; ++track)
+            Control().Track(track).SetAvailable(true);
         ListTracks();
-        Control().SetKeyboard(nullptr);
     }
 
 private:
