@@ -1,5 +1,6 @@
 // The overview: the picture of the keyboard and the cards lead to the pages.
 #include "Desk.h"
+#include "host/FieldLister.h"
 
 #include <QCommandLinkButton>
 
@@ -108,6 +109,22 @@ TEST_F(Overview, WithoutAKeyboardThereAreCardsForTheDocumentsSections) {
     desk.Page("overview");
     EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
     EXPECT_EQ(Cards().size(), 6);
+}
+
+TEST_F(Overview, NamesTheKeyboardsCapabilitiesLikeTheCommandLine) {
+    desk.Page("overview");
+    std::vector<host::Setting> settings;
+    host::FieldLister lister({"keyboard", "keyboard", {}}, nullptr, settings);
+    desk.workbench.Session().Keyboard().Visit(lister);
+    QStringList has;
+    for (const host::Setting& setting : settings)
+        if (setting.value.kind == host::SettingValue::Kind::On)
+            has += QString::fromStdString(StepsOf(setting.name).back());
+    EXPECT_EQ(has.size(), 8);
+    QStringList shown;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        shown += label->text();
+    EXPECT_TRUE(shown.contains(has.join('\n'))) << shown.join('|').toStdString();
 }
 
 TEST_F(Overview, KeysComeBeforeReadersInTheList) {
