@@ -6,8 +6,6 @@
 #include "host/KeySenders.h"
 #include "views/SentTexts.h"
 
-#include <cmath>
-
 namespace qx::app {
 
 KeyboardPicture::KeyboardPicture(Workbench& workbench, QWidget* parent)
@@ -71,13 +69,6 @@ void KeyboardPicture::ShowKeys() {
 void KeyboardPicture::showEvent(QShowEvent* event) {
     KeyGrid::showEvent(event);
     ShowKeys();
-}
-
-// As high as the keys at this width, at most.
-void KeyboardPicture::resizeEvent(QResizeEvent* event) {
-    KeyGrid::resizeEvent(event);
-    const QSizeF natural = KeyGrid::sizeHint();
-    setMaximumHeight(static_cast<int>(std::ceil(width() * natural.height() / natural.width())));
 }
 
 } // namespace qx::app

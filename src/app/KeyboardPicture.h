@@ -19,15 +19,11 @@ class KeyboardPicture : public views::KeyGrid {
 public:
     explicit KeyboardPicture(Workbench& workbench, QWidget* parent = nullptr);
 
-    // It fills whatever room the page leaves.
-    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
-
 signals:
     void PlaceChosen(const std::string& place);
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     // A key of a section.

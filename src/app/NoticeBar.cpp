@@ -10,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
@@ -22,8 +21,8 @@ namespace qx::app {
 
 namespace {
 
-constexpr int kTextLines = 4; // more scroll, and the page keeps its room
-constexpr int kDetailLines = 6;
+constexpr int kTextLines = 4;      // more scroll, and the page keeps its room
+constexpr int kHeightOfLine = 125; // of the window: large ones show more lines
 constexpr int kReadableWidth = 60; // characters of a line
 constexpr QMargins kMargins(8, 4, 8, 4);
 
@@ -54,10 +53,10 @@ QColor TintOf(Notice::Kind kind) {
     return {};
 }
 
-// As high as its text, up to a few lines.
+// As high as its texts, up to a few lines.
 class FewLines : public views::ScrollArea {
 public:
-    explicit FewLines(QLabel* text) : ScrollArea(text) {
+    explicit FewLines(QWidget* texts) : ScrollArea(texts) {
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
         policy.setHeightForWidth(true);
@@ -66,12 +65,15 @@ public:
 
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, LineHeight()}; }
     [[nodiscard]] int heightForWidth(int width) const override {
-        return std::min(widget()->heightForWidth(width), kTextLines * LineHeight());
+        const int lines = std::max(kTextLines, window()->height() / kHeightOfLine);
+        const int whole = widget()->heightForWidth(width);
+        const int most = lines * LineHeight();
+        return whole <= most + LineHeight() ? whole : most; // nothing scrolls by a single line
     }
 
 protected:
     bool event(QEvent* event) override {
-        if (event->type() == QEvent::LayoutRequest) // of the text
+        if (event->type() == QEvent::LayoutRequest) // of the texts
             updateGeometry();
         return ScrollArea::event(event);
     }
@@ -91,21 +93,25 @@ NoticeBar::NoticeBar(QWidget* parent)
     : QFrame(parent), m_icon(new QLabel), m_text(new QLabel),
       m_body(new QBoxLayout(QBoxLayout::LeftToRight)), m_buttons(new QWidget),
       m_offers(new QHBoxLayout), m_fold(new QToolButton), m_close(new QToolButton),
-      m_details(new QPlainTextEdit) {
+      m_details(new QLabel) {
     setObjectName(QStringLiteral("notice"));
     setFrameShape(QFrame::StyledPanel);
     m_text->setObjectName(QStringLiteral("lblNotice"));
-    m_text->setTextFormat(Qt::PlainText);
-    m_text->setWordWrap(true);
-    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    for (QLabel* text : {m_text, m_details}) {
+        text->setTextFormat(Qt::PlainText);
+        text->setWordWrap(true);
+        text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
     m_fold->setObjectName(QStringLiteral("noticeDetails"));
     m_fold->setCheckable(true);
     m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_fold->setFocusPolicy(Qt::StrongFocus);
-    m_details->setReadOnly(true);
     connect(m_fold, &QToolButton::toggled, this, [this](bool isOpen) {
         m_fold->setArrowType(isOpen ? Qt::DownArrow : Qt::RightArrow);
         m_details->setVisible(isOpen);
+        QMetaObject::invokeMethod( // when it has its place
+            this, [this] { views::ScrollArea::Reveal(*m_details, m_details->rect()); },
+            Qt::QueuedConnection);
     });
     m_close->setIcon(views::LineIcon(QStringLiteral("close")));
     m_close->setFocusPolicy(Qt::TabFocus);
@@ -118,16 +124,19 @@ NoticeBar::NoticeBar(QWidget* parent)
     buttons->addLayout(m_offers);
     buttons->addWidget(m_fold);
     buttons->addStretch(1);
-    m_body->addWidget(new FewLines(m_text), 1);
+    auto* texts = new QWidget;
+    auto* lines = new QVBoxLayout(texts);
+    lines->setContentsMargins({});
+    lines->setSpacing(0);
+    lines->addWidget(m_text);
+    lines->addWidget(m_details);
+    m_body->addWidget(new FewLines(texts), 1);
     m_body->addWidget(m_buttons);
-    auto* row = new QHBoxLayout;
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(kMargins);
     row->addWidget(m_icon);
     row->addLayout(m_body, 1);
     row->addWidget(m_close);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(kMargins);
-    column->addLayout(row);
-    column->addWidget(m_details);
     Clear();
     hide();
     // A question to the user belongs to the action that asks it.
@@ -170,10 +179,8 @@ void NoticeBar::Show(const Notice& notice) {
     m_icon->setPixmap(views::LineIcon(QString::fromLatin1(IconOf(m_kind)))
                           .pixmap(QSize(size, size), devicePixelRatioF()));
     m_text->setText(append(m_text->text(), notice.text));
-    m_details->setPlainText(append(m_details->toPlainText(), notice.details.trimmed()));
-    m_details->setFixedHeight(m_details->fontMetrics().lineSpacing() *
-                              std::min(m_details->blockCount() + 1, kDetailLines));
-    m_fold->setHidden(m_details->toPlainText().isEmpty());
+    m_details->setText(append(m_details->text(), notice.details.trimmed()));
+    m_fold->setHidden(m_details->text().isEmpty());
     for (const Notice::Offer& offer : notice.offers)
         AddOffer(offer);
     m_buttons->setHidden(m_fold->isHidden() && m_offers->isEmpty());

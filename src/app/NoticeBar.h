@@ -15,7 +15,6 @@
 class QBoxLayout;
 class QHBoxLayout;
 class QLabel;
-class QPlainTextEdit;
 class QToolButton;
 
 namespace qx::app {
@@ -65,7 +64,7 @@ private:
     QHBoxLayout* m_offers;
     QToolButton* m_fold; // of the details
     QToolButton* m_close;
-    QPlainTextEdit* m_details;
+    QLabel* m_details; // below the text
     Notice::Kind m_kind = Notice::Kind::Information;
     bool m_isOld = true;
     std::function<bool()> m_isValid; // see Notice

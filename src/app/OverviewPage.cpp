@@ -10,6 +10,7 @@
 #include "views/TitleFont.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -18,6 +19,8 @@
 #include <QTableWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace qx::app {
 
@@ -29,6 +32,7 @@ using State = StartStages::State;
 
 constexpr int kFill = 100;  // stretch of the widget that fills the remaining room
 constexpr int kCardGap = 8; // pixels
+constexpr int kLeft = 372;  // of the window's height, to all but the picture
 constexpr int kMarkSize = 16;
 
 // Stages that have not ended have no icon, but its room.
@@ -67,7 +71,7 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
     column->setSpacing(kCardGap);
     column->addWidget(MakeKeyboard(commands));
     column->addWidget(m_startUp = MakeStages());
-    column->addWidget(m_picture, kFill);
+    column->addWidget(m_picture);
     column->addWidget(m_cards);
     column->addWidget(m_fold, 0, Qt::AlignLeft);
     column->addWidget(m_details = MakeDetails(), kFill);
@@ -88,6 +92,14 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
     connect(&state, &KeyboardState::Changed, this, &OverviewPage::ShowInterrupted);
     ShowFailure({});
     ShowKeyboard();
+}
+
+bool OverviewPage::event(QEvent* event) {
+    const bool isDone = QWidget::event(event);
+    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+        m_picture->setFixedHeight(
+            m_picture->HeightAt(std::min(width(), m_picture->maximumWidth()), kLeft));
+    return isDone;
 }
 
 QWidget* OverviewPage::MakeKeyboard(const Commands& commands) {

@@ -40,6 +40,9 @@ signals:
     void PageRequested(const QString& id); // of a section
     void PlaceChosen(const std::string& place);
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     [[nodiscard]] QWidget* MakeKeyboard(const Commands& commands);
     [[nodiscard]] QWidget* MakeStages();

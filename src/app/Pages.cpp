@@ -89,8 +89,6 @@ QWidget* ModulePage::WithKeyEditors(EditRequests& edits, const KeyboardState& st
     auto* beside = new Page; // one of them; a stack would be as large as the larger
     auto* column = new QVBoxLayout(beside);
     column->setContentsMargins({});
-    if (!m_actions->Added().empty())
-        column->addLayout(ButtonRow(m_actions->Added()));
     column->addWidget(inspector);
     column->addWidget(panel);
     panel->hide();
@@ -156,8 +154,8 @@ QWidget* ModulePage::WithReaderEditor(QWidget* view) {
     auto* row = new QHBoxLayout(both);
     row->setContentsMargins({});
     row->setSpacing(2 * kPageGap);
-    row->addWidget(view, 1);
-    row->addWidget(inspector);
+    row->addWidget(view, 2);
+    row->addWidget(inspector, 1);
     view->show();
     auto* editor = new ReaderEditor(m_workbench, m_sectionKey, *view, *inspector);
     editor->setParent(this);

@@ -29,6 +29,14 @@ KeyActions::Series SeriesOf(const QLineEdit& text, const QSpinBox& first, const 
     return {text.text(), first.value(), digits.value(), enter.isChecked()};
 }
 
+// In as many lines as they need.
+QLayout* ButtonRow(const std::vector<QAction*>& actions) {
+    auto* row = new views::FlowLayout(kButtonGap);
+    for (QAction* action : actions)
+        row->addWidget(ActionButton(action, action->objectName()));
+    return row;
+}
+
 } // namespace
 
 QToolButton* ActionButton(QAction* action, const QString& name) {
@@ -38,13 +46,6 @@ QToolButton* ActionButton(QAction* action, const QString& name) {
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setFocusPolicy(Qt::StrongFocus);
     return button;
-}
-
-QLayout* ButtonRow(const std::vector<QAction*>& actions) {
-    auto* row = new views::FlowLayout(kButtonGap);
-    for (QAction* action : actions)
-        row->addWidget(ActionButton(action, action->objectName()));
-    return row;
 }
 
 SelectionPanel::SelectionPanel(KeyActions& actions, const views::KeyGrid& grid)

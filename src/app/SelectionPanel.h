@@ -26,8 +26,6 @@ class KeyActions;
 
 // A button with the action's text and icon.
 [[nodiscard]] QToolButton* ActionButton(QAction* action, const QString& name);
-// Buttons for the actions, in as many lines as they need.
-[[nodiscard]] QLayout* ButtonRow(const std::vector<QAction*>& actions);
 
 class SelectionPanel : public QWidget {
     Q_OBJECT

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -35,8 +36,9 @@ using views::ToQt;
 
 namespace {
 
+constexpr int kLeft = 385;       // of the window's height, to all but the keys
 constexpr int kMostLines = 2000; // of the log
-constexpr int kLeastLines = 3;   // of the log
+constexpr int kLeastLines = 2;   // of the log
 constexpr int kRoomForData = 48; // characters of a card or a code
 
 KeySequence SequenceOf(const sim::Stretch& stretch) {
@@ -101,9 +103,9 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
     column->setContentsMargins({});
     column->addWidget(m_hint);
     column->addWidget(m_sources);
-    column->addWidget(m_tabs, 5);
+    column->addWidget(m_tabs);
     column->addLayout(MakeLogRow());
-    column->addWidget(m_received, 2);
+    column->addWidget(m_received, 1);
     const auto showLater = [this] { // the workbench is still at work
         QMetaObject::invokeMethod(this, &TestDrivePage::ShowKeyboard, Qt::QueuedConnection);
     };
@@ -118,6 +120,16 @@ TestDrivePage::TestDrivePage(Workbench& workbench, QWidget* parent)
         showLater();
     });
     ShowKeyboard();
+}
+
+bool TestDrivePage::event(QEvent* event) {
+    const bool isDone = QWidget::event(event);
+    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+        for (auto* grid : {m_keys, m_functionKeys}) {
+            const QMargins around = grid->parentWidget()->layout()->contentsMargins();
+            grid->setFixedHeight(grid->HeightAt(width() - around.left() - around.right(), kLeft));
+        }
+    return isDone;
 }
 
 void TestDrivePage::showEvent(QShowEvent* event) {
@@ -183,6 +195,7 @@ QWidget* TestDrivePage::MakeKeysTab() {
     auto* tab = new QWidget;
     auto* column = new QVBoxLayout(tab);
     column->addWidget(m_keys);
+    column->addStretch(1);
     return tab;
 }
 
@@ -212,7 +225,8 @@ QWidget* TestDrivePage::MakeFunctionKeysTab() {
     layers->addStretch(1);
     auto* column = new QVBoxLayout(tab);
     column->addLayout(layers);
-    column->addWidget(m_functionKeys, 1);
+    column->addWidget(m_functionKeys);
+    column->addStretch(1);
     return tab;
 }
 

@@ -27,6 +27,7 @@ public:
     explicit TestDrivePage(Workbench& workbench, QWidget* parent = nullptr);
 
 protected:
+    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:

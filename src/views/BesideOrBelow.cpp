@@ -7,17 +7,18 @@
 #include <QLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace qx::views {
 
 namespace {
 
 constexpr int kGap = 8; // pixels
+constexpr int kGapBeside = 16;
 constexpr int kLeastPanel = 48;
 
 // What the board leaves of the window's height.
 constexpr int kLeftAbovePanel = 352;
+constexpr int kLeftAboveLargePanel = 480;
 constexpr int kLeftBesidePanel = 240;
 
 int HeightFor(int width, const QLayout& layout) {
@@ -62,25 +63,26 @@ void BesideOrBelow::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void BesideOrBelow::Arrange() {
-    const int beside = kGap + m_panelWidth;
-    if (const bool isBelow = width() < m_board.sizeHint().width() + beside; isBelow != m_isBelow) {
+    const int beside = kGapBeside + m_panelWidth;
+    const bool isNarrow = width() < m_board.sizeHint().width() + beside;
+    const int heightBeside = m_board.HeightAt(width() - beside, kLeftBesidePanel);
+    const int heightBelow =
+        m_board.HeightAt(width(), isNarrow ? kLeftAbovePanel : kLeftAboveLargePanel);
+    if (const bool isBelow = isNarrow || heightBelow > heightBeside; isBelow != m_isBelow) {
         m_isBelow = isBelow;
         emit BelowChanged(isBelow);
     }
     const int viewWidth = m_isBelow ? width() : width() - beside;
-    const QSizeF natural = m_board.sizeHint();
-    const int most = window()->height() - (m_isBelow ? kLeftAbovePanel : kLeftBesidePanel);
-    const double wanted = viewWidth * natural.height() / std::max(1.0, natural.width());
     const int others = HeightFor(viewWidth, *m_view->layout()) - m_boardPart->minimumHeight() +
                        (m_isBelow ? kGap + kLeastPanel : 0);
     m_boardPart->setFixedHeight(
         std::max(m_board.minimumSizeHint().height(),
-                 std::min({static_cast<int>(std::ceil(wanted)), most,
-                           height() - others}))); // the last one in very low windows
+                 std::min(m_isBelow ? heightBelow : heightBeside,
+                          height() - others))); // the latter in very low windows
     m_view->setGeometry(0, 0, viewWidth, HeightFor(viewWidth, *m_view->layout()));
     const int below = m_view->height() + kGap;
     m_panel->setGeometry(m_isBelow ? QRect(0, below, width(), height() - below)
-                                   : QRect(viewWidth + kGap, 0, m_panelWidth, height()));
+                                   : QRect(viewWidth + kGapBeside, 0, m_panelWidth, height()));
 }
 
 } // namespace qx::views

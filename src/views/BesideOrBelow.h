@@ -1,5 +1,6 @@
-// BesideOrBelow: a view with a board of keys, and a panel: beside the view where the board keeps
-// its natural width, otherwise below it.
+// BesideOrBelow: a view with a board of keys, and a panel: below the view where the board cannot
+// keep its natural width beside it, or becomes larger and leaves the panel much room; otherwise
+// beside it.
 //
 // How large the board is depends on the size of the window alone, unless that is very low, so that
 // no key moves under the pointer when one is selected or a message appears. A panel that has too

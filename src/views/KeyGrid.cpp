@@ -192,6 +192,13 @@ int KeyGrid::RowToward(Qt::Key arrow) const {
 
 // Sizes and places.
 
+int KeyGrid::HeightAt(int width, int left) const {
+    const QSizeF natural = sizeHint();
+    const double wanted = width * natural.height() / std::max(1.0, natural.width());
+    return std::max(minimumSizeHint().height(),
+                    std::min(static_cast<int>(std::ceil(wanted)), window()->height() - left));
+}
+
 QSize KeyGrid::sizeHint() const {
     return KeyPlacing::NaturalSize(m_caps).toSize();
 }

@@ -78,6 +78,9 @@ public:
     // Like a move by the user to the key, which gets the focus.
     void Reach(int index);
 
+    // The height at this width; it leaves so much of the window's height to others, whatever these
+    // show, unless the keys would be too small.
+    [[nodiscard]] int HeightAt(int width, int left) const;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 

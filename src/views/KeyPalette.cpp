@@ -24,9 +24,10 @@ namespace qx::views {
 namespace {
 
 constexpr int kSpacing = 4;
-constexpr int kLeastKeyWidth = 32;
-constexpr int kLeastKeyHeight = 28;
-constexpr int kLeastWideHeight = 22;  // for three rows below the keys of a small window
+constexpr int kRows = 4;     // of keys
+constexpr int kColumns = 14; // with some room to spare
+constexpr QSize kLeastKey(32, 22);
+constexpr QSize kMostKey(48, 36);
 constexpr std::size_t kMostRoomy = 6; // columns; keys of more are narrow
 constexpr int kNarrowKeyWidth = 22;
 constexpr int kTightPadding = 8;
@@ -43,7 +44,7 @@ constexpr std::array<const char*, kGroups> kTitles = {
 constexpr Byte kControl = 58;
 constexpr Byte kAlt = 60;
 
-// Keys that stay together, as on a keyboard, row by row; 0 where there is none. A key that is there
+// Keys that stay together, row by row, in even columns; 0 where there is none. A key that is there
 // twice is as wide.
 struct Block {
     std::size_t columns;
@@ -54,15 +55,15 @@ const std::vector<Block>& BlocksOf(Group group) {
         {{13, {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13,    // ` 1 to =
                17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29,    // Q to ]
                31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42, 0,     // A to '
-               45, 46, 47, 48, 49, 50, 51, 52, 53, 54, 55, 61, 61}}}, // Z to /; Space
+               46, 47, 48, 49, 50, 51, 52, 53, 54, 55, 61, 61, 45}}}, // Z to /; Space; <
         {{6, {112, 113, 114, 115, 116, 117, 118, 119, 120, 121, 122, 123}},
          {4, {110, 124, 125, 126}}},    // Esc, Print Screen, Scroll Lock, Pause
         {{3, {75, 80, 85, 76, 81, 86}}, // Insert, Home, Page Up; Delete, End, Page Down
          {3, {0, 83, 0, 79, 84, 89}},   // Up; Left, Down, Right
          {3, {16, 43, 15}}},            // Tab, Enter, Backspace
         {{3, {91, 96, 101, 92, 97, 102, 93, 98, 103, 99, 104}}, // 7, 8, 9 and below; separator
-         {2, {95, 100, 105, 106, 108, 0, 90}}}, // divide, times; minus, plus; Enter; Num Lock
-        {}};
+         {2, {95, 100, 105, 106, 108, 0, 90}}},  // divide, times; minus, plus; Enter; Num Lock
+        {{4, {30, 44, 58, 60, 0, 57, 64, 62}}}}; // Caps Lock; left Shift, Ctrl, Alt; right ones
     return kBlocks[group];
 }
 
@@ -79,16 +80,28 @@ Group GroupOf(Byte key) {
     return key >= 90 ? Pad : Letters;
 }
 
-// Where many are in a row, narrower than other buttons.
+// As large as it is told, where many are in a row narrower than other buttons.
 class PaletteKey : public QToolButton {
 public:
+    void SetWanted(const QSize& size) {
+        m_width = size.width();
+        setFixedHeight(size.height());
+        updateGeometry();
+    }
     [[nodiscard]] QSize minimumSizeHint() const override {
         return {fontMetrics().horizontalAdvance(text()) + kTightPadding,
                 QToolButton::minimumSizeHint().height()};
     }
+    [[nodiscard]] QSize sizeHint() const override {
+        return QToolButton::sizeHint().expandedTo({m_width, 0});
+    }
+
+private:
+    int m_width = 0;
 };
 
-// Scrolls row by row and cuts none.
+// Its keys are as large as there is room; if there is too little, it scrolls row by row and cuts
+// none.
 class WholeRows : public TallArea {
 public:
     using TallArea::TallArea;
@@ -96,8 +109,11 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override {
         TallArea::resizeEvent(event);
-        const auto* key = widget()->findChild<QToolButton*>();
-        const int row = key == nullptr ? 1 : key->minimumHeight() + kSpacing;
+        const QSize room(width() / kColumns - kSpacing, height() / kRows - kSpacing);
+        const QSize key = room.expandedTo({0, kLeastKey.height()}).boundedTo(kMostKey);
+        for (auto* button : widget()->findChildren<QToolButton*>())
+            static_cast<PaletteKey*>(button)->SetWanted(key);
+        const int row = key.height() + kSpacing;
         verticalScrollBar()->setSingleStep(row);
         setViewportMargins(0, 0, 0, height() % row);
     }
@@ -135,10 +151,10 @@ KeyPalette::KeyPalette(QWidget* parent)
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    m_head = new QVBoxLayout;
-    m_head->addWidget(m_held);
-    m_head->addWidget(m_search);
-    column->addLayout(m_head);
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_held);
+    head->addWidget(m_search, 1);
+    column->addLayout(head);
     column->addWidget(m_found);
     column->addWidget(m_tabs, 1);
     ShowTexts();
@@ -150,7 +166,7 @@ QToolButton* KeyPalette::MakeButton(const Key& key) {
     button->setText(QString(key.caption).replace(u'&', QStringLiteral("&&")));
     button->setToolTip(key.name);
     button->setAccessibleName(key.name.isEmpty() ? key.caption : key.name);
-    button->setMinimumSize(kLeastKeyWidth, m_isWide ? kLeastWideHeight : kLeastKeyHeight);
+    button->setMinimumHeight(kLeastKey.height());
     connect(button, &QToolButton::clicked, this, [this, code = key.code] {
         if (!m_search->text().isEmpty()) { // the next search starts anew
             m_search->Empty();
@@ -169,6 +185,7 @@ QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::size_t columns,
     grid->setContentsMargins(0, 0, 2 * kSpacing, 0); // to the next block
     grid->setVerticalSpacing(kSpacing);
     grid->setHorizontalSpacing(columns > kMostRoomy ? kSpacing / 2 : kSpacing);
+    int widest = columns > kMostRoomy ? kNarrowKeyWidth : kLeastKey.width();
     for (std::size_t place = 0; place < block.size(); ++place) {
         const auto key = std::ranges::find(keys, block[place], &Key::code);
         if (key == keys.end())
@@ -176,25 +193,27 @@ QWidget* KeyPalette::MakeBlock(std::vector<Key>& keys, std::size_t columns,
         const auto wide = std::ranges::count(block, block[place]);
         QToolButton* button = MakeButton(*key);
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed); // as wide as the column
-        if (columns > kMostRoomy)
-            button->setMinimumWidth(kNarrowKeyWidth);
+        if (columns <= kMostRoomy)
+            widest = std::max(widest, button->minimumSizeHint().width());
         grid->addWidget(button, static_cast<int>(place / columns),
                         static_cast<int>(place % columns), 1, static_cast<int>(wide));
         keys.erase(key);
     }
+    for (int column = 0; column < grid->columnCount(); ++column)
+        grid->setColumnMinimumWidth(column, widest);
     return widget;
 }
 
 QWidget* KeyPalette::MakePage(std::vector<Key> keys, int group) {
     auto* content = new QWidget;
     auto* flow = new FlowLayout(kSpacing, content);
-    flow->setContentsMargins(kSpacing, kSpacing, 0, 0);
+    flow->setContentsMargins(0, kSpacing, 0, 0);
     for (const Block& block : BlocksOf(static_cast<Group>(group)))
         flow->addWidget(MakeBlock(keys, block.columns, block.keys));
     for (const Key& key : keys)
         flow->addWidget(MakeButton(key));
     auto* scroll = new WholeRows(content);
-    scroll->setMinimumHeight(kLeastWideHeight + kSpacing); // one row
+    scroll->setMinimumHeight(kLeastKey.height() + kSpacing); // one row
     return scroll;
 }
 
@@ -221,14 +240,6 @@ void KeyPalette::ShowKeys(const QXKeyboardLayoutData* layout) {
     m_tabs->setCurrentIndex(shown);
     ShowTexts();
     Search(m_search->text());
-}
-
-void KeyPalette::SetWide(bool isWide) {
-    m_head->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    m_isWide = isWide;
-    for (QWidget* pages : std::initializer_list<QWidget*>{m_tabs, m_found})
-        for (auto* button : pages->findChildren<QToolButton*>())
-            button->setMinimumHeight(isWide ? kLeastWideHeight : kLeastKeyHeight);
 }
 
 void KeyPalette::Release() {

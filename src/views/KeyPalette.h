@@ -11,7 +11,6 @@
 #include <vector>
 
 class QAbstractButton;
-class QBoxLayout;
 class QTabWidget;
 class QToolButton;
 
@@ -31,8 +30,6 @@ public:
 
     // Offers the keys of the layout that a sequence can press (1 to 127); none without a layout.
     void ShowKeys(const QXKeyboardLayoutData* layout);
-    // The search beside the modifiers and low keys, or the search below them.
-    void SetWide(bool isWide);
     // No modifier is held any longer.
     void Release();
 
@@ -59,12 +56,10 @@ private:
     void Search(const QString& text);
 
     HeldKeys* m_held;
-    QBoxLayout* m_head;
     EntryLine* m_search;
     QTabWidget* m_tabs;
     QWidget* m_found; // the page of the search
     std::vector<Key> m_keys;
-    bool m_isWide = false;
 };
 
 } // namespace qx::views

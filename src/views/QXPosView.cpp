@@ -40,6 +40,7 @@ QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
                     [&control] { control.cmdCleanAll_Click(); });
 
     auto* row = new QHBoxLayout;
+    row->setObjectName(QStringLiteral("buttonRow"));
     row->addWidget(edit);
     row->addWidget(cleanAll);
     row->addStretch(1);

@@ -9,34 +9,20 @@
 #include "views/LineIcon.h"
 #include "views/PcKeys.h"
 #include "views/TextEntry.h"
-#include "views/TitleFont.h"
 #include "views/TypedCodes.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStyle>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 namespace qx::views {
 
-namespace {
-
-QToolButton* MakeTool(const char* name, const char* icon) {
-    auto* button = new QToolButton;
-    button->setObjectName(QString::fromLatin1(name));
-    button->setIcon(LineIcon(QString::fromLatin1(icon)));
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    return button;
-}
-
-} // namespace
-
 SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
     MakeParts();
+    PlaceParts();
     connect(m_chips, &ChipRow::CaretMoved, this, [this](int before, int characters) {
         m_draft->SetCaret(static_cast<std::size_t>(before), static_cast<std::size_t>(characters));
         ShowDraft();
@@ -79,89 +65,6 @@ SequenceInspector::SequenceInspector(QWidget* parent) : QWidget(parent) {
     Show({});
 }
 
-void SequenceInspector::MakeParts() {
-    m_title = new QLabel;
-    m_left = new QLabel;
-    m_hint = new QLabel;
-    m_editor = new QWidget;
-    m_chips = new ChipRow;
-    m_back = MakeTool("removeLast", "previous");
-    m_clear = MakeTool("clearKeys", "delete");
-    m_record = MakeTool("record", "record");
-    m_device = MakeTool("recordDevice", "keyboard");
-    m_text = new TextEntry;
-    m_recording = new QLabel;
-    m_fault = new FaultLabel;
-    m_palette = new KeyPalette;
-    m_receivedCaption = new QLabel;
-    m_received = new QLineEdit;
-    m_warningIcon = new QLabel;
-    m_warnings = new QLabel;
-
-    m_title->setFont(TitleFont(m_title->font()));
-    m_title->setTextFormat(Qt::PlainText);
-    m_title->setObjectName(QStringLiteral("keyTitle"));
-    m_hint->setObjectName(QStringLiteral("inspectorHint"));
-    m_left->setObjectName(QStringLiteral("codesLeft"));
-    m_chips->setObjectName(QStringLiteral("keys"));
-    m_received->setObjectName(QStringLiteral("receivedCodes"));
-    m_warnings->setObjectName(QStringLiteral("warnings"));
-    for (QToolButton* recorder : {m_record, m_device}) {
-        recorder->setCheckable(true);
-        recorder->installEventFilter(this);
-    }
-    m_device->hide();
-    m_received->setReadOnly(true);
-    m_receivedCaption->setBuddy(m_received);
-    for (QLabel* label : {m_hint, m_recording, m_warnings}) {
-        label->setWordWrap(true);
-        label->setTextFormat(Qt::PlainText);
-    }
-    m_fault->setWordWrap(true);
-
-    m_head = new QHBoxLayout;
-    m_head->addWidget(m_title);
-    m_head->addStretch(1);
-    m_head->addWidget(m_left);
-    for (QToolButton* tool : {m_back, m_clear})
-        tool->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    auto* tools = new QHBoxLayout;
-    for (QToolButton* tool : {m_back, m_clear, m_record, m_device})
-        tools->addWidget(tool);
-    tools->addStretch(1);
-    m_sent = new QVBoxLayout;
-    m_sent->addWidget(m_chips);
-    m_sent->addLayout(tools);
-    m_sent->addWidget(m_recording);
-    m_sent->addWidget(m_text);
-    m_sent->addWidget(m_fault);
-    m_sent->addStretch(1);
-    m_columns = new QVBoxLayout(m_editor);
-    m_columns->setContentsMargins({});
-    m_columns->addLayout(m_sent);
-    m_columns->addWidget(m_palette, 1);
-    m_receivedRow = new QWidget;
-    auto* received = new QHBoxLayout(m_receivedRow);
-    received->setContentsMargins({});
-    received->addWidget(m_receivedCaption);
-    received->addWidget(m_received, 1);
-    m_warningRow = new QWidget;
-    auto* warnings = new QHBoxLayout(m_warningRow);
-    warnings->setContentsMargins({});
-    warnings->addWidget(m_warningIcon, 0, Qt::AlignTop);
-    warnings->addWidget(m_warnings, 1);
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(m_head);
-    column->addWidget(m_hint);
-    column->addWidget(m_editor, 1);
-    column->addStretch(0);
-    SetWide(false);
-}
-
-QSize SequenceInspector::minimumSizeHint() const {
-    return QWidget::minimumSizeHint().expandedTo({m_editor->minimumSizeHint().width(), 0});
-}
-
 void SequenceInspector::Show(const std::optional<Edited>& edited) {
     const bool isSame = edited && m_edited && m_draft && edited->place == m_edited->place &&
                         edited->capacity == m_edited->capacity && edited->refusal.isEmpty() &&
@@ -190,26 +93,6 @@ void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
     m_palette->ShowKeys(layout);
     m_draft.reset(); // it is in the words of the old one
     Show(std::optional(m_edited));
-}
-
-void SequenceInspector::SetWide(bool isWide) {
-    m_columns->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    m_columns->setStretch(0, isWide ? 5 : 0);
-    m_columns->setStretch(1, isWide ? 6 : 1);
-    m_text->SetWide(isWide);
-    m_sent->setSpacing(isWide ? 4 : -1); // there is no height to give away
-    if (isWide) {
-        m_head->insertWidget(1, m_receivedRow, 8); // nearly all of the line
-        m_sent->removeWidget(m_warningRow);        // or it is counted
-        m_sent->insertWidget(m_sent->count() - 1, m_warningRow);
-    } else {
-        m_sent->insertWidget(1, m_receivedRow);
-        m_sent->insertWidget(2, m_warningRow);
-    }
-    QSizePolicy keepsRoom = m_warningRow->sizePolicy(); // so that nothing below moves
-    keepsRoom.setRetainSizeWhenHidden(!isWide);
-    m_warningRow->setSizePolicy(keepsRoom);
-    m_palette->SetWide(isWide);
 }
 
 void SequenceInspector::TakeFocus() {
@@ -248,7 +131,7 @@ void SequenceInspector::ShowDraft() {
                               : m_edited->refusal);
     m_title->setVisible(m_edited || isEnabled());
     m_hint->setVisible(!m_draft && isEnabled());
-    for (QWidget* part : std::initializer_list<QWidget*>{m_editor, m_left, m_receivedRow})
+    for (QWidget* part : std::initializer_list<QWidget*>{m_editor, m_left, m_palette})
         part->setVisible(m_draft.has_value());
     if (!m_draft)
         return;
@@ -260,15 +143,21 @@ void SequenceInspector::ShowDraft() {
     m_received->setText(received ? *received : ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
     const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
     m_warnings->setText(warnings.join(u'\n'));
-    m_warningRow->setVisible(!warnings.isEmpty());
+    ShowFault(m_fault->text());
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_warningIcon->setPixmap(
         LineIcon(QStringLiteral("warning")).pixmap(QSize(size, size), devicePixelRatioF()));
 }
 
+void SequenceInspector::ShowFault(const QString& text) {
+    m_fault->setText(text);
+    m_fault->setVisible(!text.isEmpty());
+    m_warningRow->setVisible(text.isEmpty() && !m_warnings->text().isEmpty());
+}
+
 // Reports the changed draft, or that something did not fit into it.
 void SequenceInspector::Report(bool hasFitted) {
-    m_fault->setText(hasFitted ? QString() : tr("There is no room for more keys."));
+    ShowFault(hasFitted ? QString() : tr("There is no room for more keys."));
     if (!hasFitted)
         return;
     ShowDraft();
@@ -284,7 +173,7 @@ void SequenceInspector::Choose(int key) {
 void SequenceInspector::Type(const QString& text, bool withEnter) {
     const TypedCodes typed(text, withEnter, *m_layout);
     if (!typed.fault.isEmpty())
-        return m_fault->setText(typed.fault);
+        return ShowFault(typed.fault);
     const bool hasFitted = m_draft->Insert(typed.codes);
     if (hasFitted)
         m_text->Empty();
@@ -324,8 +213,7 @@ void SequenceInspector::TakeFromDevice(Long lCode) {
     if (lCode > 0 && lCode <= 0xFF)
         TakeRecorded(static_cast<Byte>(lCode));
     else
-        m_fault->setText(
-            tr("The keyboard reported key %1, which no sequence can have.").arg(lCode));
+        ShowFault(tr("The keyboard reported key %1, which no sequence can have.").arg(lCode));
 }
 
 bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
@@ -355,33 +243,6 @@ bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
         return true; // of a key that began the recording
     TakeRecorded(static_cast<Byte>(position + (isRelease ? kRelease : Integer{0})));
     return true;
-}
-
-// The button keeps its width while it says that it stops the recording.
-void SequenceInspector::ShowRecorder(QToolButton& recorder, const QString& idle, const char* icon) {
-    recorder.setText(idle);
-    recorder.setMinimumWidth(recorder.sizeHint().width());
-    if (recorder.isChecked())
-        recorder.setText(tr("Stop"));
-    recorder.setIcon(LineIcon(QString::fromLatin1(recorder.isChecked() ? "stop" : icon)));
-}
-
-void SequenceInspector::ShowTexts() {
-    m_back->setText(tr("Back"));
-    m_back->setToolTip(tr("Remove what is before the caret"));
-    m_clear->setText(tr("Clear"));
-    m_clear->setToolTip(tr("Remove all keys of the sequence"));
-    ShowRecorder(*m_record, tr("Record"), "record");
-    m_record->setToolTip(
-        tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
-    ShowRecorder(*m_device, tr("From the device"), "keyboard");
-    m_device->setToolTip(tr("Record the keys that you press on the connected keyboard, which does "
-                            "not type meanwhile"));
-    m_recording->setText(m_device->isChecked() ? tr("Press keys on the connected keyboard.")
-                                               : tr("Press keys. Pause ends the recording."));
-    m_receivedCaption->setText(tr("The PC &receives:"));
-    m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
-    ShowDraft();
 }
 
 void SequenceInspector::showEvent(QShowEvent* event) {

@@ -81,9 +81,12 @@ protected:
 
 private:
     void MakeParts();
+    void PlaceParts();
     static void ShowRecorder(QToolButton& recorder, const QString& idle, const char* icon);
     void ShowTexts();
     void ShowDraft();
+    // Takes the place of the warnings; empty for none.
+    void ShowFault(const QString& text);
     void Report(bool hasFitted);
     void Type(const QString& text, bool withEnter);
     void Record(QToolButton& recorder, bool isOn);
@@ -97,9 +100,8 @@ private:
     Receive m_receive;
     bool m_hasRecorded = false; // something, and may go on
 
-    QBoxLayout* m_head;
     QBoxLayout* m_columns;
-    QBoxLayout* m_sent;
+    QBoxLayout* m_sent; // the first one
     QLabel* m_title;
     QLabel* m_left;
     QLabel* m_hint; // instead of the editor
@@ -114,7 +116,6 @@ private:
     std::set<Byte> m_pressed; // since the recording began, by position code
     FaultLabel* m_fault;
     KeyPalette* m_palette;
-    QWidget* m_receivedRow;
     QLabel* m_receivedCaption;
     QLineEdit* m_received; // each press and release, in their order
     QLabel* m_warningIcon;

@@ -99,10 +99,31 @@ TEST_F(Layout, NoKeyMovesOnTheScreenWhileTheWindowKeepsItsSize) {
                 EXPECT_EQ(isAt(), before) << which << ", recording";
                 grid.Select({key, grid.Keys().front().index});
                 EXPECT_EQ(isAt(), before) << which << ", several keys";
-                desk.window->screen.warn({QStringLiteral("One line.\nAnother one."), {}, {}});
+                desk.window->screen.warn({QStringLiteral("One line.\nAnother one."),
+                                          QStringLiteral("This\nand\nthat\nas well."),
+                                          {}});
                 EXPECT_EQ(isAt(), before) << which << ", a notice";
+                desk.Click("noticeDetails");
+                EXPECT_EQ(isAt(), before) << which << ", its details";
                 grid.Select({});
             }
+        }
+}
+
+TEST_F(Layout, NoMessageChangesTheSizeOfTheOtherBoardsEither) {
+    for (const QSize& size : {QSize(1024, 600), QSize(1366, 768), QSize(1920, 1080)})
+        for (const auto& [page, board] :
+             {std::pair("overview", "keyboardPicture"), {"testDrive", "testDriveKeys"}}) {
+            Resize(size);
+            desk.window->findChild<QWidget*>(QStringLiteral("notice"))->hide();
+            desk.Page(page);
+            Settle();
+            const auto& grid = *desk.Find<views::KeyGrid>(board);
+            const QSize before = grid.size();
+            EXPECT_GT(before.width(), size.width() / 2) << page;
+            desk.window->screen.warn({QStringLiteral("One line.\nAnother one."), {}, {}});
+            Settle();
+            EXPECT_EQ(grid.size().height(), before.height()) << size.width() << " " << page;
         }
 }
 
@@ -115,7 +136,7 @@ TEST_F(Layout, ANoticeMakesPagesScrollByARowOrNotAtAll) {
     }
 }
 
-TEST_F(Layout, ThePanelIsBesideTheKeysWhereTheyHaveRoomForBoth) {
+TEST_F(Layout, ThePanelIsWhereTheKeysAreLarger) {
     const auto isBeside = [&] {
         Settle();
         const QWidget* title = desk.Find<QLabel>("keyTitle");
@@ -123,9 +144,10 @@ TEST_F(Layout, ThePanelIsBesideTheKeysWhereTheyHaveRoomForBoth) {
         return title->mapTo(desk.window.get(), QPoint()).x() >
                grid->mapTo(desk.window.get(), QPoint(grid->width(), 0)).x();
     };
-    for (const auto& [size, beside] : {std::pair(QSize(1920, 1080), true),
+    for (const auto& [size, beside] : {std::pair(QSize(1920, 800), true),
                                        {QSize(1366, 768), false},
-                                       {QSize(1920, 1080), true}}) {
+                                       {QSize(1920, 1080), false},
+                                       {QSize(1920, 800), true}}) {
         Resize(size);
         desk.Page("freeProgKeys");
         desk.ClickKey("layoutDisplay", 75);

@@ -1,11 +1,16 @@
 #include "app/BlockActions.h"
 #include "app/EditRequests.h"
+#include "app/KeyActions.h"
+#include "app/SelectionPanel.h"
 #include "app/SettingWords.h"
 #include "app/sections/Entries.h"
 #include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "views/KeyGrid.h"
 #include "views/QXPosView.h"
+
+#include <QBoxLayout>
+#include <QToolButton>
 
 namespace qx::app {
 
@@ -76,6 +81,10 @@ public:
     }
     void AddActions(KeyActions& actions, KeyEdits& edits, QWidget& view) override {
         new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());
+        auto* row = view.findChild<QBoxLayout*>(QStringLiteral("buttonRow"));
+        for (QAction* action : actions.Added())
+            // Before the stretch and the number of blocks.
+            row->insertWidget(row->count() - 2, ActionButton(action, action->objectName()));
     }
 
     void AnswerWith(EditRequests& edits) override {
