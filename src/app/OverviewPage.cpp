@@ -7,6 +7,7 @@
 #include "views/Bindings.h"
 #include "views/LineIcon.h"
 #include "views/PlainText.h"
+#include "views/ScrollArea.h"
 #include "views/TitleFont.h"
 
 #include <QAction>
@@ -97,8 +98,8 @@ OverviewPage::OverviewPage(Workbench& workbench, const KeyboardState& state,
 bool OverviewPage::event(QEvent* event) {
     const bool isDone = QWidget::event(event);
     if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
-        m_picture->setFixedHeight(
-            m_picture->HeightAt(std::min(width(), m_picture->maximumWidth()), kLeft));
+        m_picture->setFixedHeight(m_picture->HeightAt(
+            std::min(views::WidthWithoutBar(*this), m_picture->maximumWidth()), kLeft));
     return isDone;
 }
 

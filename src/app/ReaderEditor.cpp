@@ -19,9 +19,11 @@ ReaderEditor::ReaderEditor(Workbench& workbench, std::string sectionKey, QWidget
                            SequenceInspector& inspector)
     : m_workbench(workbench), m_section(std::move(sectionKey)), m_view(view),
       m_inspector(inspector) {
-    m_inspector.SetFinders([this](const std::vector<Byte>& codes) {
-        return InPlaceEditor::WarningsAbout(codes, m_workbench.Layout());
-    });
+    m_inspector.SetFinders(
+        [this](const std::vector<Byte>& codes) {
+            return InPlaceEditor::WarningsAbout(codes, m_workbench.Layout());
+        },
+        [this] { return Received(); });
     for (auto* label : view.findChildren<SequenceLabel*>()) {
         label->installEventFilter(this);
         connect(label, &SequenceLabel::Entered, this, [this, label] {
@@ -77,6 +79,18 @@ void ReaderEditor::ShowChosen() {
         std::vector<Byte>(slot->codes.begin(), slot->codes.end()),
         static_cast<std::size_t>(slot->capacity),
         label->isEnabledTo(&m_view) ? QString() : tr("This keyboard cannot read this track.")});
+}
+
+std::optional<QString> ReaderEditor::Received() const {
+    const SequenceLabel* label = Chosen();
+    if (label == nullptr)
+        return std::nullopt;
+    const auto switches =
+        m_workbench.Configuration().List(*m_workbench.Configuration().Find(m_section),
+                                         {PlaceOf(*label) + "Enabled"}, host::Listed::All);
+    const bool isOff =
+        !switches.empty() && switches.front().value.kind == host::SettingValue::Kind::Off;
+    return isOff ? std::optional(tr("Nothing: it is switched off.")) : std::nullopt;
 }
 
 void ReaderEditor::Put(const std::vector<Byte>& codes, bool goesOn) {

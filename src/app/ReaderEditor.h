@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,8 @@ private:
     [[nodiscard]] views::SequenceLabel* Chosen() const;
     [[nodiscard]] std::string PlaceOf(const views::SequenceLabel& label) const;
     void ShowChosen();
+    // What the PC receives if that is not the sequence.
+    [[nodiscard]] std::optional<QString> Received() const;
     void Put(const std::vector<Byte>& codes, bool goesOn);
 
     Workbench& m_workbench;

@@ -12,6 +12,7 @@
 #include "qxcontrols/keys/QXKeyboardLayoutData.h"
 #include "views/Bindings.h"
 #include "views/RowPlace.h"
+#include "views/ScrollArea.h"
 #include "views/SentTexts.h"
 
 #include <QApplication>
@@ -127,7 +128,8 @@ bool TestDrivePage::event(QEvent* event) {
     if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
         for (auto* grid : {m_keys, m_functionKeys}) {
             const QMargins around = grid->parentWidget()->layout()->contentsMargins();
-            grid->setFixedHeight(grid->HeightAt(width() - around.left() - around.right(), kLeft));
+            grid->setFixedHeight(grid->HeightAt(
+                views::WidthWithoutBar(*this) - around.left() - around.right(), kLeft));
         }
     return isDone;
 }

@@ -31,6 +31,17 @@ public:
     }
 };
 
+// The width that a widget in a scroll area has while nothing scrolls: what makes it scroll must not
+// depend on the room that the scroll bar takes.
+inline int WidthWithoutBar(const QWidget& widget) {
+    int width = widget.width();
+    for (const QWidget* parent = widget.parentWidget(); parent != nullptr;
+         parent = parent->parentWidget())
+        if (const auto* area = qobject_cast<const QScrollArea*>(parent))
+            width += area->width() - area->viewport()->width();
+    return width;
+}
+
 // Scrolls up and down alone: it is never narrower than its content.
 class TallArea : public ScrollArea {
 public:

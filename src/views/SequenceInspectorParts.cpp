@@ -18,7 +18,7 @@ namespace qx::views {
 
 namespace {
 
-constexpr int kTightSpacing = 4; // pixels
+constexpr int kTightSpacing = 5; // pixels
 
 QToolButton* MakeTool(const char* name, const char* icon) {
     auto* button = new QToolButton;

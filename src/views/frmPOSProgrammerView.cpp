@@ -77,7 +77,7 @@ frmPOSProgrammerView::frmPOSProgrammerView(frmPOSProgrammer& form, QWidget* pare
     m_closed = form.Closed.Subscribe([this] { done(m_form.OK() ? QDialog::Accepted : Rejected); });
     m_bindings.ShowAll();
     keys->setFocus();
-    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
+    resize(sizeHint().boundedTo(screen()->availableSize() * 19 / 20));
 }
 
 QPushButton* frmPOSProgrammerView::MakeButton(const QString& name, const Button& child,
@@ -137,7 +137,7 @@ QLayout* frmPOSProgrammerView::MakeBlocks() {
     list->setItemDelegate(new RoomyRows(list));
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // long lines are cut off
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6);
+    list->setMinimumHeight(list->fontMetrics().lineSpacing() * 4);
     m_bindings.OnShow([this, freeCaption, list] {
         freeCaption->setText(tr("Keys without a block:"));
         list->setAccessibleName(ToQt(m_form.lblNumBlocks.Caption));
@@ -179,6 +179,8 @@ QLayout* frmPOSProgrammerView::MakeCurrentBlock() {
     idCaption->setBuddy(id);
     auto* keys = MakeLabel("lblCurrKeys", m_form.lblCurrKeys);
 
+    auto* left = new QLabel;
+    m_bindings.OnShow([left] { left->setText(tr("Codes left:")); });
     auto* sequence = MakeLabel("lblCurrSeq", m_form.lblCurrSeq);
     m_bindings.OnShow([this, sequence] {
         if (m_form.CurrBlock() != 0 && m_form.lblCurrSeq.Caption.empty())
@@ -195,10 +197,13 @@ QLayout* frmPOSProgrammerView::MakeCurrentBlock() {
     grid->addWidget(MakeLabel("lblColor", m_form.lblColor), 2, 0);
     grid->addLayout(MakeColors(), 2, 1);
     grid->addWidget(MakeLabel("lblSequence", m_form.lblSequence), 3, 0);
-    grid->addWidget(TwoLinesOf(sequence), 3, 1);
-    grid->addLayout(MakeSequence(), 4, 1);
-    for (int row = 0; row < 5; ++row)
-        grid->setRowMinimumHeight(row, TwoLines(*keys));
+    auto* sequenceRow = new QHBoxLayout;
+    sequenceRow->addWidget(TwoLinesOf(sequence), 1);
+    sequenceRow->addWidget(
+        MakeButton(QStringLiteral("cmdEdit"), m_form.cmdEdit, [this] { m_form.cmdEdit_Click(); }));
+    grid->addLayout(sequenceRow, 3, 1);
+    grid->addLayout(CaptionedRow(left, MakeLabel("lblRemaining", m_form.lblRemaining)), 4, 1,
+                    Qt::AlignLeft);
     grid->setRowStretch(5, 1);
     return grid;
 }
@@ -223,18 +228,6 @@ QLayout* frmPOSProgrammerView::MakeColors() {
         });
         row->addWidget(swatch);
     }
-    row->addStretch(1);
-    return row;
-}
-
-QLayout* frmPOSProgrammerView::MakeSequence() {
-    auto* left = new QLabel;
-    m_bindings.OnShow([left] { left->setText(tr("Codes left:")); });
-    auto* row = new QHBoxLayout;
-    row->addWidget(
-        MakeButton(QStringLiteral("cmdEdit"), m_form.cmdEdit, [this] { m_form.cmdEdit_Click(); }));
-    row->addSpacing(16);
-    row->addLayout(CaptionedRow(left, MakeLabel("lblRemaining", m_form.lblRemaining)));
     row->addStretch(1);
     return row;
 }

@@ -25,7 +25,6 @@ private:
     QLayout* MakeBlocks();
     QLayout* MakeCurrentBlock();
     QLayout* MakeColors();
-    QLayout* MakeSequence();
     QLayout* MakeButtons();
     QPushButton* MakeButton(const QString& name, const Button& child,
                             const Bindings::Action& clicked);

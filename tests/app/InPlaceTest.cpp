@@ -289,7 +289,12 @@ TEST(InPlace, ATrackThatTheKeyboardLacksIsNotEdited) {
         {"module": "MODULE_MAGNET_HEADERS", "address": 4864}]})";
     desk.Page("magnetCard");
     desk.Click("key_31");
-    EXPECT_EQ(desk.Find<QLineEdit>("receivedCodes")->text().toStdString(), "A ^A");
+    const auto received = [&] { return desk.Find<QLineEdit>("receivedCodes")->text(); };
+    EXPECT_EQ(received().toStdString(), "A ^A");
+    desk.Click("chkUseThisHeader");
+    EXPECT_EQ(received().toStdString(), "Nothing: it is switched off.");
+    desk.Click("chkUseThisHeader");
+    EXPECT_EQ(received().toStdString(), "A ^A");
     EXPECT_TRUE(
         desk.window->Keyboards().Connect({{}, desk.folder / "no-tracks.qxk", model.string()}));
     desk.Page("magnetCard");

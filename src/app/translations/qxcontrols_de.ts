@@ -3011,6 +3011,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <source>This keyboard cannot read this track.</source>
         <translation>Diese Tastatur kann diese Spur nicht lesen.</translation>
     </message>
+    <message>
+        <source>Nothing: it is switched off.</source>
+        <translation>Nichts: Das Senden ist ausgeschaltet.</translation>
+    </message>
 </context>
 <context>
     <name>ReviewSheet</name>
