@@ -31,7 +31,7 @@ QString WarningText(const host::SequenceWarning& warning, const QXKeyboardLayout
     case SequenceWarningKind::NotInLayout:
         return LintWords::tr("This layout has no key %1.").arg(warning.key);
     case SequenceWarningKind::NeverSent:
-        return LintWords::tr("Never sent: the key sends the sequence of %1 instead.")
+        return LintWords::tr("Never sent, as the key sends the sequence of %1 instead.")
             .arg(NameText(warning.by));
     }
     return {};

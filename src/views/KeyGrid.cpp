@@ -343,7 +343,7 @@ void KeyGrid::PaintMarks(QPainter& painter) const {
         return ShowsSelected(cap) || (cap.index == dropKey && dropKey != m_drag.key);
     };
     forEach([&](const KeyCap& cap, const QRectF& rect) {
-        if (isChosen(cap))
+        if (isChosen(cap) && !cap.isCurrent) // which has a ring; a tint would dull its colour
             PaintKeySelected(painter, rect, m_placing);
     });
     const auto paintFocus = [&](bool ofCurrent) { // beside the current key, below its ring

@@ -147,7 +147,7 @@ TEST(InPlace, ThePcReceivesWhatTheTestDriveSays) {
     desk.Page("freeProgKeys");
     EXPECT_EQ(received(), "POS keys › Key 2 (F1) sends: A ^A") << "changed on the other page";
     const QString neverSent =
-        "Never sent: the key sends the sequence of POS keys › Key 2 (F1) instead.";
+        "Never sent, as the key sends the sequence of POS keys › Key 2 (F1) instead.";
     EXPECT_EQ(warnings(), neverSent);
     EXPECT_TRUE(isStruck(112));
     EXPECT_FALSE(isStruck(113));

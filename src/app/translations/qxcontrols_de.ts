@@ -971,7 +971,7 @@
     </message>
     <message>
         <source>Resolve the interrupted write once the keyboard answers again.</source>
-        <translation>Klären Sie den unterbrochenen Schreibvorgang, sobald die Tastatur wieder antwortet.</translation>
+        <translation>Klären Sie dies, sobald die Tastatur wieder antwortet.</translation>
     </message>
     <message>
         <source>Resolve the interrupted write first.</source>
@@ -2011,8 +2011,8 @@
         <translation>Diese Belegung hat keine Taste %1.</translation>
     </message>
     <message>
-        <source>Never sent: the key sends the sequence of %1 instead.</source>
-        <translation>Wird nie gesendet: Die Taste sendet stattdessen die Folge von %1.</translation>
+        <source>Never sent, as the key sends the sequence of %1 instead.</source>
+        <translation>Wird nie gesendet, da die Taste stattdessen die Folge von %1 sendet.</translation>
     </message>
 </context>
 <context>
