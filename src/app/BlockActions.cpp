@@ -93,11 +93,11 @@ void BlockActions::Split() {
             gone.append(QString::number(block.BlockID()));
     }
     Edit([&](POSKeyboard& changed) { SplitKeys(changed, keys); });
-    m_edits.ReportDone(gone.isEmpty()
-                           ? tr("%n key(s) split off.", nullptr, static_cast<int>(keys.size()))
-                           : tr("%n block(s) removed with the sequence: %1.", nullptr,
-                                static_cast<int>(gone.size()))
-                                 .arg(gone.join(QStringLiteral(", "))));
+    m_edits.ReportDone(
+        gone.isEmpty()
+            ? tr("%n key(s) split off.", nullptr, static_cast<int>(keys.size()))
+            : tr("Block(s) %1 removed with the sequence.", nullptr, static_cast<int>(gone.size()))
+                  .arg(gone.join(QStringLiteral(", "))));
 }
 
 void BlockActions::SelectBlocks() {

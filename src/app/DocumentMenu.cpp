@@ -6,6 +6,7 @@
 #include "views/PlainText.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -39,7 +40,8 @@ std::filesystem::path UnsavedFolder(const Workbench& workbench) {
 DocumentMenu::Answer AskUnsaved(QWidget* window, const QString& document) {
     const auto answer = QMessageBox::question(
         window, DocumentMenu::tr("Unsaved changes"),
-        views::Plain(DocumentMenu::tr("Save the changes to %1?").arg(document)),
+        views::Plain(
+            DocumentMenu::tr("“%1” is about to be closed. Save its changes first?").arg(document)),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     return answer == QMessageBox::Save      ? DocumentMenu::Answer::Save
            : answer == QMessageBox::Discard ? DocumentMenu::Answer::Discard
@@ -147,7 +149,15 @@ void DocumentMenu::KeepUnsaved() {
     }
 }
 
+void DocumentMenu::FinishTyping() {
+    if (QWidget* field = QApplication::focusWidget()) {
+        field->clearFocus();
+        field->setFocus(Qt::OtherFocusReason);
+    }
+}
+
 bool DocumentMenu::MayLeaveDocument() {
+    FinishTyping();
     if (!m_workbench.IsModified())
         return true;
     const bool savesByItself = !m_workbench.File().empty() && m_workbench.Preferences().AutoSave();
@@ -258,10 +268,12 @@ bool DocumentMenu::OpenLast() {
 }
 
 bool DocumentMenu::Save() {
+    FinishTyping();
     return SaveInto(ToQt(m_workbench.File()), false);
 }
 
 bool DocumentMenu::SaveAs() {
+    FinishTyping();
     return SaveInto({}, false);
 }
 

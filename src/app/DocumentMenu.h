@@ -45,6 +45,8 @@ public:
     [[nodiscard]] QAction* OpenAction() const { return m_open; }
     [[nodiscard]] QAction* SaveAction() const { return m_save; }
 
+    // A text or number that is being typed becomes part of the document.
+    static void FinishTyping();
     // True if nothing is lost by continuing: saved, discarded, or nothing to save.
     [[nodiscard]] bool MayLeaveDocument();
     void New();

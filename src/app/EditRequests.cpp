@@ -35,7 +35,7 @@ void EditRequests::AnswerEditors() {
                "sequence. A click records the key and its release; Shift, Ctrl and Alt are held "
                "for the next click. Text to type becomes the keys that type it. The cross on a "
                "key of the sequence removes it, and dragging moves it. Or type the sequence as "
-               "text, such as Ctrl+C Enter, and apply it."));
+               "text, such as Ctrl+C Enter ^Enter, and apply it."));
     });
     On(m_posProgrammer.UserNeedsHelp, [this] {
         m_screen.help(

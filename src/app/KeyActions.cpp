@@ -68,7 +68,11 @@ QAction* KeyActions::Make(const char* name, const char* icon, const QString& tex
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcuts(shortcuts);
     action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, act);
+    connect(action, &QAction::triggered, this, [this, act] {
+        m_grid.setFocus(
+            Qt::OtherFocusReason); // and not what follows a button that is then disabled
+        act();
+    });
     m_grid.addAction(action);
     return action;
 }

@@ -276,6 +276,7 @@ QWidget* TestDrivePage::MakeCodeTab() {
         Try(tr("Scanned a code"),
             [=](const sim::TestDrive& drive) { return drive.ScanCode(input, page, text); });
     });
+    connect(data, &QLineEdit::returnPressed, scan, &QPushButton::click);
     auto* tab = new QWidget;
     auto* form = NewForm(tab);
     form->addRow(tr("K&ind of code:"), symbology);

@@ -166,6 +166,7 @@ std::optional<host::WritePlan> Transfers::Plan() {
 }
 
 void Transfers::Write() {
+    DocumentMenu::FinishTyping();
     Attempt(tr("Nothing was written."), [this] {
         if (const auto interrupted = Interrupted(); !interrupted.empty())
             return ResolveFound(interrupted);

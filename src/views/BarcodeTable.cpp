@@ -21,6 +21,21 @@ namespace {
 constexpr int kRowGap = 8;
 constexpr int kColumnGap = 16;
 
+// A number that is not being typed leaves undo and redo to the window.
+class SizeBox : public QSpinBox {
+protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ShortcutOverride && text() == textFromValue(value())) {
+            const auto& key = static_cast<const QKeyEvent&>(*event);
+            if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+                event->ignore();
+                return true;
+            }
+        }
+        return QSpinBox::event(event);
+    }
+};
+
 QString NameOf(BarcodePage page, const QString& member) {
     const std::string_view name = kBarcodePageNames[static_cast<std::size_t>(page)];
     return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())) + u'.' + member;
@@ -101,7 +116,7 @@ QCheckBox* BarcodeTable::MakeOption(BarcodePage page, Integer nID) {
 }
 
 QSpinBox* BarcodeTable::MakeSize(BarcodePage page, Integer nIndex) {
-    auto* box = new QSpinBox;
+    auto* box = new SizeBox;
     box->setObjectName(
         NameOf(page, nIndex == 0 ? QStringLiteral("minSize") : QStringLiteral("maxSize")));
     box->setKeyboardTracking(false); // one change per number, not per digit

@@ -143,12 +143,12 @@ void SequenceInspector::ShowTexts() {
     m_clear->setToolTip(tr("Remove all keys of the sequence"));
     ShowRecorder(*m_record, tr("Record"), "record");
     m_record->setToolTip(
-        tr("Record the keys that you press on this PC's keyboard, until you press Pause"));
+        tr("Record the keys that you press on this PC's keyboard, until you press the Pause key"));
     ShowRecorder(*m_device, tr("From the device"), "keyboard");
     m_device->setToolTip(tr("Record the keys that you press on the connected keyboard, which does "
                             "not type meanwhile"));
     m_recording->setText(m_device->isChecked() ? tr("Press keys on the connected keyboard.")
-                                               : tr("Press keys. Pause ends the recording."));
+                                               : tr("Press keys; end with the Pause key."));
     m_receivedCaption->setText(tr("The PC &receives:"));
     m_received->setToolTip(tr("Each press and release in order; ^ marks a release"));
     ShowDraft();

@@ -2,6 +2,7 @@
 
 #include "views/EntryLine.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -50,11 +51,24 @@ void TextEntry::Empty() {
     m_line->Empty();
 }
 
-// Whatever it is a shortcut for in the window.
+// What is typed is not lost when the user turns to something else, except to a menu or another
+// window; Escape drops it. Ctrl+Enter adds it with Enter. Both whatever they are in the window.
 bool TextEntry::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<const QFocusEvent&>(*event).reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason &&
+            !isAncestorOf(QApplication::focusWidget()) && !Text().isEmpty())
+            emit Entered(Text(), false);
+    }
     if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (key.key() == Qt::Key_Escape && !Text().isEmpty()) {
+        event->accept();
+        if (event->type() == QEvent::KeyPress)
+            Empty();
+        return true;
+    }
     if ((key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter) ||
         !key.modifiers().testFlag(Qt::ControlModifier))
         return QWidget::eventFilter(watched, event);

@@ -24,12 +24,13 @@ public:
     void Empty();
 
 signals:
-    // The user asks to add the keys of this text; call Empty once they are added.
+    // The user asks to add the keys of this text, or leaves the line; call Empty once they are
+    // added.
     void Entered(const QString& text, bool withEnter);
 
 protected:
     void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override; // Ctrl+Enter in the line
+    bool eventFilter(QObject* watched, QEvent* event) override; // of the line
 
 private:
     void ShowTexts();

@@ -256,7 +256,7 @@ QLayout* frmSequencerView::MakeTyped() {
         caption->setText(tr("As &text:"));
         apply->setText(tr("&Apply"));
         apply->setEnabled(m_form.txtTyped.Enabled);
-        m_typed->setPlaceholderText(tr("for example: Ctrl+C Enter"));
+        m_typed->setPlaceholderText(tr("for example: Ctrl+C Enter ^Enter"));
         m_typed->setToolTip(
             tr("Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and "
                "releases both, {30} is a code."));

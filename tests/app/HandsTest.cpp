@@ -388,7 +388,7 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     Keys(grid, {Qt::CTRL | Qt::Key_B});
     EXPECT_EQ(grid.Selected(), (std::vector<int>{1, 2, 16, 17}));
     Keys(grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_J});
-    EXPECT_EQ(desk.Notice().toStdString(), "1 block removed with its sequence: 1.");
+    EXPECT_EQ(desk.Notice().toStdString(), "Block 1 and its sequence removed.");
     Write();
     for (const int key : {1, 2, 16, 17})
         EXPECT_EQ(record(key, 1), Bytes("FF")) << key;

@@ -195,10 +195,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n block(s) removed with the sequence: %1.</source>
+        <source>Block(s) %1 removed with the sequence.</source>
         <translation>
-            <numerusform>%n Block samt seiner Folge entfernt: %1.</numerusform>
-            <numerusform>%n Blöcke samt ihren Folgen entfernt: %1.</numerusform>
+            <numerusform>Block %1 und seine Folge wurden entfernt.</numerusform>
+            <numerusform>Die Blöcke %1 und ihre Folgen wurden entfernt.</numerusform>
         </translation>
     </message>
 </context>
@@ -278,10 +278,6 @@
     <message>
         <source>Unsaved changes</source>
         <translation>Ungespeicherte Änderungen</translation>
-    </message>
-    <message>
-        <source>Save the changes to %1?</source>
-        <translation>Die Änderungen an %1 speichern?</translation>
     </message>
     <message>
         <source>Not saved</source>
@@ -395,6 +391,10 @@
         <source>No documents yet</source>
         <translation>Noch keine Dokumente</translation>
     </message>
+    <message>
+        <source>“%1” is about to be closed. Save its changes first?</source>
+        <translation>„%1“ wird geschlossen. Vorher die Änderungen speichern?</translation>
+    </message>
 </context>
 <context>
     <name>EditRequests</name>
@@ -423,8 +423,8 @@
         <translation>Diese Codes wurden ausgelassen, weil keine Tastatur sie speichern kann: %1</translation>
     </message>
     <message>
-        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A click records the key and its release; Shift, Ctrl and Alt are held for the next click. Text to type becomes the keys that type it. The cross on a key of the sequence removes it, and dragging moves it. Or type the sequence as text, such as Ctrl+C Enter, and apply it.</source>
-        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt das Drücken und das Loslassen auf; Umschalt, Strg und Alt werden bis zum nächsten Klick gehalten. Aus getipptem Text werden die Tasten, die ihn tippen. Das Kreuz an einer Taste der Folge entfernt sie, durch Ziehen wird sie verschoben. Oder geben Sie die Folge als Text ein, zum Beispiel Ctrl+C Enter, und übernehmen Sie sie.</translation>
+        <source>Click keys on the screen or press them on the keyboard: each is added to the sequence. A click records the key and its release; Shift, Ctrl and Alt are held for the next click. Text to type becomes the keys that type it. The cross on a key of the sequence removes it, and dragging moves it. Or type the sequence as text, such as Ctrl+C Enter ^Enter, and apply it.</source>
+        <translation>Klicken Sie Tasten auf dem Bildschirm an oder drücken Sie sie auf der Tastatur: Jede wird an die Folge angefügt. Ein Klick nimmt das Drücken und das Loslassen auf; Umschalt, Strg und Alt werden bis zum nächsten Klick gehalten. Aus getipptem Text werden die Tasten, die ihn tippen. Das Kreuz an einer Taste der Folge entfernt sie, durch Ziehen wird sie verschoben. Oder geben Sie die Folge als Text ein, zum Beispiel Ctrl+C Enter ^Enter, und übernehmen Sie sie.</translation>
     </message>
 </context>
 <context>
@@ -3158,10 +3158,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Aufnehmen</translation>
     </message>
     <message>
-        <source>Record the keys that you press on this PC&apos;s keyboard, until you press Pause</source>
-        <translation>Nimmt die Tasten auf, die Sie auf der Tastatur dieses PCs drücken, bis Sie Pause drücken</translation>
-    </message>
-    <message>
         <source>Each press and release in order; ^ marks a release</source>
         <translation>Jedes Drücken und Loslassen der Reihe nach; ^ steht für das Loslassen</translation>
     </message>
@@ -3194,8 +3190,12 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Drücken Sie Tasten der verbundenen Tastatur.</translation>
     </message>
     <message>
-        <source>Press keys. Pause ends the recording.</source>
-        <translation>Drücken Sie Tasten. Pause beendet die Aufnahme.</translation>
+        <source>Record the keys that you press on this PC&apos;s keyboard, until you press the Pause key</source>
+        <translation>Nimmt die Tasten auf, die Sie auf der Tastatur dieses PCs drücken, bis Sie die Pause-Taste drücken</translation>
+    </message>
+    <message>
+        <source>Press keys; end with the Pause key.</source>
+        <translation>Drücken Sie Tasten, zuletzt die Pause-Taste.</translation>
     </message>
 </context>
 <context>
@@ -4459,10 +4459,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Über&amp;nehmen</translation>
     </message>
     <message>
-        <source>for example: Ctrl+C Enter</source>
-        <translation>zum Beispiel: Ctrl+C Enter</translation>
-    </message>
-    <message>
         <source>Keys by their names. A presses a key, ^A releases it, Ctrl+C presses and releases both, {30} is a code.</source>
         <translation>Tasten mit ihren Namen. A drückt eine Taste, ^A lässt sie los, Ctrl+C drückt beide und lässt sie los, {30} ist ein Code.</translation>
     </message>
@@ -4473,6 +4469,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>Click keys, press them on the keyboard, or type text.</source>
         <translation>Klicken Sie auf Tasten, drücken Sie sie auf der Tastatur oder geben Sie Text ein.</translation>
+    </message>
+    <message>
+        <source>for example: Ctrl+C Enter ^Enter</source>
+        <translation>zum Beispiel: Ctrl+C Enter ^Enter</translation>
     </message>
 </context>
 </TS>

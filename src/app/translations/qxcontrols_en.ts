@@ -38,10 +38,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n block(s) removed with the sequence: %1.</source>
+        <source>Block(s) %1 removed with the sequence.</source>
         <translation>
-            <numerusform>%n block removed with its sequence: %1.</numerusform>
-            <numerusform>%n blocks removed with their sequences: %1.</numerusform>
+            <numerusform>Block %1 and its sequence removed.</numerusform>
+            <numerusform>Blocks %1 and their sequences removed.</numerusform>
         </translation>
     </message>
 </context>
