@@ -368,12 +368,17 @@ void TestDrivePage::Try(const QString& what, const Trial& trial) {
 }
 
 QString TestDrivePage::TextOf(const sim::Reception& reception) const {
+    const QXKeyboardLayoutData& layout = m_workbench.Layout();
+    const SequenceItems items(layout);
     QStringList lines;
-    for (const sim::Stretch& stretch : reception.stretches)
-        lines.append(
-            QStringLiteral("  %1: %2")
-                .arg(OriginTextOf(stretch, m_workbench.Configuration(), m_workbench.Layout()),
-                     ToQt(sim::ContentText(stretch, m_workbench.Layout()))));
+    for (const sim::Stretch& stretch : reception.stretches) {
+        const QString keys = ToQt(sim::ContentText(stretch, layout));
+        const auto codes = sim::CodesOf(stretch);
+        const QString typed = codes ? ToQt(items.Text(*codes)) : keys;
+        lines.append(QStringLiteral("  %1: %2")
+                         .arg(OriginTextOf(stretch, m_workbench.Configuration(), layout),
+                              typed == keys ? keys : QStringLiteral("%1  (%2)").arg(typed, keys)));
+    }
     if (reception.stretches.empty())
         lines.append(QStringLiteral("  ") + tr("nothing"));
     else if (reception.outputDelay)

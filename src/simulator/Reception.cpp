@@ -78,25 +78,30 @@ std::string RemarkText(const Remark& remark) {
     return {};
 }
 
-std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {
-    if (stretch.keys.empty())
-        return "\"" + stretch.data + "\"";
-    // Keys beyond 127 cannot be addressed by a code: they only send their own make and break codes
-    // and never occur in a sequence.
-    if (stretch.keys.front().key >= kRelease) {
-        std::string text;
-        for (const KeyStroke& stroke : stretch.keys)
-            text.append(text.empty() ? "" : " ")
-                .append(stroke.isReleased ? layout.UpCodePrefix() : "")
-                .append(KeyLabel(stroke.key, &layout));
-        return text;
-    }
+// Keys beyond 127 cannot be addressed by a code: they only send their own make and break codes and
+// never occur in a sequence.
+std::optional<std::vector<Byte>> CodesOf(const Stretch& stretch) {
+    if (stretch.keys.empty() || stretch.keys.front().key >= kRelease)
+        return std::nullopt;
     std::vector<Byte> codes;
     codes.reserve(stretch.keys.size());
     for (const KeyStroke& stroke : stretch.keys)
         codes.push_back(
             static_cast<Byte>(stroke.key + (stroke.isReleased ? kRelease : Integer{0})));
-    return SequenceToText(codes, layout);
+    return codes;
+}
+
+std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout) {
+    if (stretch.keys.empty())
+        return "\"" + stretch.data + "\"";
+    if (const auto codes = CodesOf(stretch))
+        return SequenceToText(*codes, layout);
+    std::string text;
+    for (const KeyStroke& stroke : stretch.keys)
+        text.append(text.empty() ? "" : " ")
+            .append(stroke.isReleased ? layout.UpCodePrefix() : "")
+            .append(KeyLabel(stroke.key, &layout));
+    return text;
 }
 
 } // namespace qx::sim

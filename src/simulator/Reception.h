@@ -88,6 +88,8 @@ struct Reception {
 
 // In English.
 [[nodiscard]] std::string RemarkText(const Remark& remark);
+// The strokes as codes of a sequence; nothing for data, and for keys without such codes.
+[[nodiscard]] std::optional<std::vector<Byte>> CodesOf(const Stretch& stretch);
 // The strokes as a sequence text with the layout's labels, or the data in quotes.
 [[nodiscard]] std::string ContentText(const Stretch& stretch, const QXKeyboardLayoutData& layout);
 
