@@ -36,13 +36,13 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
     auto* column = new QVBoxLayout(form);
     column->setContentsMargins({});
     AddFile(*column, host::kKeyboardFiles[0], tr("Keyboard firmware"),
-            tr("The software that runs in the keyboard."));
+            tr("The software that runs on the keyboard."));
     AddFile(
         *column, host::kKeyboardFiles[1], tr("Chipcard reader firmware"),
         tr("The software of the chipcard reader, sent over the serial port set in Preferences."));
     AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
-            tr("The whole memory of settings, as the driver keeps it in a file. After "
-               "loading, read the keyboard to see its new contents."));
+            tr("The complete settings memory, in the driver's file format. After loading, "
+               "read the keyboard to see its new contents."));
     AddCodePage(*column);
     column->addStretch(1);
     const auto enable = [this] { setEnabled(m_workbench.IsConnected()); };

@@ -106,7 +106,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_text(new QTextBrows
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(m_text);
-    resize(kSize);
+    resize(kSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void HelpWindow::ShowPage(const QString& page) {

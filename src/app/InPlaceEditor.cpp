@@ -92,13 +92,12 @@ std::optional<QString> InPlaceEditor::Received() const {
 
 QStringList InPlaceEditor::Warnings(const std::vector<Byte>& codes) const {
     Workbench& workbench = m_edits.Bench();
-    QStringList warnings = WarningsAbout(codes, workbench.Layout());
     if (const auto position = Position(); position && !codes.empty())
         if (const auto warning =
                 host::LintSender(workbench.Configuration(), workbench.WantedSections(),
                                  m_edits.Section(), position->code, position->posKey))
-            warnings += WarningText(*warning, workbench.Layout());
-    return warnings;
+            return {WarningText(*warning, workbench.Layout())};
+    return WarningsAbout(codes, workbench.Layout());
 }
 
 } // namespace qx::app

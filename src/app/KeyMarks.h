@@ -1,6 +1,6 @@
 // KeyMarks: puts a dot on the keys of a page, and on what else its section's face marks, that are
-// not yet in the keyboard as the document has them, and strikes out the sequences that the keyboard
-// never sends because another module programs the key.
+// not yet in the keyboard as the document has them, and crosses out those whose sequence the
+// keyboard never sends because another module programs the key.
 #pragma once
 
 #include "qxcontrols/common/Event.h"

@@ -109,9 +109,6 @@ NoticeBar::NoticeBar(QWidget* parent)
     connect(m_fold, &QToolButton::toggled, this, [this](bool isOpen) {
         m_fold->setArrowType(isOpen ? Qt::DownArrow : Qt::RightArrow);
         m_details->setVisible(isOpen);
-        QMetaObject::invokeMethod( // when it has its place
-            this, [this] { views::ScrollArea::Reveal(*m_details, m_details->rect()); },
-            Qt::QueuedConnection);
     });
     m_close->setIcon(views::LineIcon(QStringLiteral("close")));
     m_close->setFocusPolicy(Qt::TabFocus);

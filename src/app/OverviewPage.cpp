@@ -205,9 +205,9 @@ void OverviewPage::FoldDetails(bool isFolded) {
 void OverviewPage::ShowStages() {
     using Stage = StartStages::Stage;
     const std::pair<Stage, QString> stages[kStages] = {
-        {Stage::Driver, tr("Open the driver")},
-        {Stage::Directory, tr("Read which modules the keyboard has")},
-        {Stage::Naming, tr("Read its name and versions")}};
+        {Stage::Driver, tr("Opening the driver")},
+        {Stage::Directory, tr("Finding the keyboard's modules")},
+        {Stage::Naming, tr("Reading its name and versions")}};
     for (int i = 0; i < kStages; ++i) {
         const auto& [stage, name] = stages[i];
         const State state = m_workbench.Stages().Of(stage);

@@ -14,6 +14,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
@@ -37,7 +38,7 @@ Preference PosBlock(int block) {
 PreferencesPage::PreferencesPage(QXProgSettings& settings, const std::filesystem::path& layouts,
                                  QWidget* parent)
     : QWidget(parent), m_settings(settings), m_layouts(layouts),
-      m_editors(new PreferenceEditors(settings, this)) {
+      m_editors(new PreferenceEditors(settings, this)), m_ownLayout(new QLabel) {
     connect(m_editors, &PreferenceEditors::Changed, this, &PreferencesPage::Changed);
     m_tabs = new QTabWidget;
     // Each scrolls for itself: a short one does not because another one is tall.
@@ -100,6 +101,9 @@ QWidget* PreferencesPage::MakeLanguagesTab() {
     for (const setup::LayoutEntry& entry : setup::ListLayouts(m_layouts))
         layouts.emplace_back(QString::fromStdString(entry.name), entry.language);
     m_editors->AddChoice(*keys, Preference::PreferedKeyLang, tr("Key la&yout:"), layouts);
+    m_ownLayout->setObjectName(QStringLiteral("ownLayout"));
+    m_ownLayout->setWordWrap(true);
+    keys->addRow(m_ownLayout);
     return tab.Done();
 }
 
@@ -193,6 +197,12 @@ QWidget* PreferencesPage::MakePosTab() {
 
 void PreferencesPage::ShowAppearance(Appearance appearance) {
     m_appearance->setCurrentIndex(m_appearance->findData(static_cast<int>(appearance)));
+}
+
+void PreferencesPage::ShowOwnLayout(const QString& name) {
+    m_ownLayout->setText(name.isEmpty()
+                             ? tr("A keyboard that has its own layout is shown with that one.")
+                             : tr("The connected keyboard has its own layout: %1.").arg(name));
 }
 
 void PreferencesPage::ResetToDefaults() {

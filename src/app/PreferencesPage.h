@@ -15,6 +15,7 @@
 #include <vector>
 
 class QComboBox;
+class QLabel;
 class QTabWidget;
 
 namespace qx::app {
@@ -30,6 +31,8 @@ public:
     // Shows the preferences as they are now.
     void ShowAll() { m_editors->ShowAll(); }
     void ShowAppearance(Appearance appearance);
+    // That of the connected keyboard, which counts more than the preference; empty for none.
+    void ShowOwnLayout(const QString& name);
 
     // The label of each preference on the page.
     [[nodiscard]] const std::vector<std::pair<Preference, QString>>& Labels() const {
@@ -62,6 +65,7 @@ private:
     PreferenceEditors* m_editors;
     QTabWidget* m_tabs = nullptr;
     QComboBox* m_appearance = nullptr;
+    QLabel* m_ownLayout;
 };
 
 } // namespace qx::app

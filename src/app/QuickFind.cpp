@@ -25,9 +25,10 @@ bool BeginsWord(const QString& text, qsizetype at) {
     return at == 0 || !text.at(at - 1).isLetterOrNumber();
 }
 
+// Of what it is, not of where it is: "Preferences › Language".
 QString InitialsOf(const QString& text) {
     QString initials;
-    for (qsizetype at = 0; at < text.size(); ++at)
+    for (qsizetype at = text.lastIndexOf(u'›') + 1; at < text.size(); ++at)
         if (text.at(at).isLetterOrNumber() && BeginsWord(text, at))
             initials += text.at(at);
     return initials;

@@ -87,7 +87,7 @@ ReviewSheet::ReviewSheet(const host::WritePlan& plan, const QString& title,
         column->addWidget(MakeWarnings(remarks.warnings));
     column->addWidget(MakeDetails(plan));
     column->addWidget(buttons);
-    resize(820, 560);
+    resize(820, std::max(560, parent->window()->height() * 3 / 4));
     OfferHelp(*this, QStringLiteral("review"));
     changes->setFocus();
 }

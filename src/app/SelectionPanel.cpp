@@ -90,6 +90,8 @@ QWidget* SelectionPanel::MakeSeries() {
     m_preview->setTextFormat(Qt::PlainText);
     m_preview->setWordWrap(true);
     m_fault->setWordWrap(true);
+    for (QSpinBox* number : {m_first, m_digits})
+        number->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(m_text, &QLineEdit::textChanged, this, &SelectionPanel::ShowSelection);
     connect(m_text, &QLineEdit::returnPressed, this, &SelectionPanel::Fill);
     connect(m_first, &QSpinBox::valueChanged, this, &SelectionPanel::ShowSelection);
@@ -109,7 +111,7 @@ QWidget* SelectionPanel::MakeSeries() {
     outcome->addWidget(m_enter);
     outcome->addWidget(m_preview);
     outcome->addWidget(m_fault);
-    outcome->addWidget(m_fill, 0, Qt::AlignRight);
+    outcome->addWidget(m_fill, 0, Qt::AlignLeft);
     return group;
 }
 

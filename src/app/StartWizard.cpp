@@ -104,9 +104,9 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
     open->setEnabled(file.exists());
     open->setVisible(!file.filePath().isEmpty()); // at the first start there is none
 
-    auto* defaults = AddChoice(
-        StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
-        tr("A new document with a keyboard's factory settings; none needs to be connected."));
+    auto* defaults =
+        AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
+                  tr("A new document with factory settings; no keyboard needs to be connected."));
 
     auto* again = new QCheckBox(tr("&Show this at startup"));
     again->setObjectName(QStringLiteral("ShowStartupWizard"));

@@ -37,7 +37,7 @@ using views::ToQt;
 
 namespace {
 
-constexpr int kLeft = 385;       // of the window's height, to all but the keys
+constexpr int kLeft = 392;       // of the window's height, to all but the keys
 constexpr int kMostLines = 2000; // of the log
 constexpr int kLeastLines = 2;   // of the log
 constexpr int kRoomForData = 48; // characters of a card or a code

@@ -98,12 +98,12 @@ void Transfers::Read() {
                    "again."));
         m_hasRead = true;
         const auto differences = host::Compare(before, listed());
-        const QString text = tr("All settings were read from the keyboard, which is unchanged.");
+        const QString text = tr("All settings were read; the keyboard itself was not changed.");
         if (isFirst || differences.empty())
             emit Done(text);
         else
             emit ReadOther(text + u' ' +
-                               tr("%n setting(s) of the document have changed.", nullptr,
+                               tr("%n setting(s) differ from the document before.", nullptr,
                                   static_cast<int>(differences.size())),
                            differences);
     });
@@ -291,7 +291,8 @@ bool Transfers::Recover() {
 void Transfers::ResolveFound(const std::vector<host::JournalEntry>& writes) {
     Attempt(tr("The interrupted write could not be resolved."), [&] {
         Resolve(writes,
-                tr("Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of "
+                tr("Writing %1 to this keyboard was interrupted (%2). The keyboard may hold only a "
+                   "part of "
                    "it.")
                     .arg(DocumentText(writes.front().document), LocalTime(writes.front().time)),
                 {});

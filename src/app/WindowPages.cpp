@@ -118,6 +118,12 @@ QWidget* WindowPages::MakePreferences() {
     Workbench& workbench = m_partners.workbench;
     auto* preferences = new PreferencesPage(workbench.Preferences(), workbench.LayoutFolder());
     preferences->ShowAppearance(workbench.Appearance());
+    const auto showLayout = [preferences, &workbench] {
+        preferences->ShowOwnLayout(
+            workbench.OwnLayout().empty() ? QString() : ToQt(workbench.Layout().NativeName()));
+    };
+    showLayout();
+    connect(&workbench, &Workbench::LayoutChanged, preferences, showLayout);
     connect(preferences, &PreferencesPage::Changed, this, &WindowPages::PreferencesChanged);
     connect(preferences, &PreferencesPage::AppearanceChosen, this, [this](Appearance chosen) {
         m_partners.workbench.SetAppearance(chosen);

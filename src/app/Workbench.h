@@ -68,6 +68,8 @@ public:
     bool FitColours();
 
     [[nodiscard]] QXKeyboardLayoutData& Layout() { return m_layout; }
+    // The name of the file of the connected keyboard's own layout; empty if it has none.
+    [[nodiscard]] std::string OwnLayout() const;
     // Shows everything by the preferences as they are now.
     void ReloadPreferences();
     [[nodiscard]] const std::filesystem::path& LayoutFolder() const { return m_options.layouts; }

@@ -88,11 +88,14 @@ void Workbench::StorePreferences() {
             tr("The damaged preferences are kept in %1.").arg(ToQt(m_store.DamagedFile())));
 }
 
+std::string Workbench::OwnLayout() const {
+    return IsConnected() && m_driver.layout ? m_driver.layout() : "";
+}
+
 void Workbench::OpenLayout() {
-    const std::string own = IsConnected() && m_driver.layout ? m_driver.layout() : "";
-    setup::OpenLayout(m_layout, m_options.layouts, setup::LayoutName(m_options.layout, own, [this] {
-                          return m_preferences.PreferedKeyLang();
-                      }));
+    setup::OpenLayout(m_layout, m_options.layouts,
+                      setup::LayoutName(m_options.layout, OwnLayout(),
+                                        [this] { return m_preferences.PreferedKeyLang(); }));
     m_layout.SetShowUpcodes(m_preferences.ShowUpcodes());
 }
 

@@ -130,11 +130,14 @@ std::vector<SettingWarning> Lint(const Configuration& configuration,
         SequenceWalk walk(section->Info().key, [&](const std::string& place,
                                                    const KeySequence& sequence,
                                                    std::optional<Integer> positionCode) {
-            for (const SequenceWarning& warning : linter.Lint(sequence.Codes()))
-                warnings.push_back({place, {}, warning});
+            std::optional<SequenceWarning> neverSent;
             if (positionCode && sequence.Length() > 0)
-                if (auto warning = LintSender(configuration, sections, *section, *positionCode))
-                    warnings.push_back({place, {}, std::move(*warning)});
+                neverSent = LintSender(configuration, sections, *section, *positionCode);
+            if (neverSent)
+                warnings.push_back({place, {}, std::move(*neverSent)});
+            else
+                for (const SequenceWarning& warning : linter.Lint(sequence.Codes()))
+                    warnings.push_back({place, {}, warning});
             if (warnings.size() > first && warnings.back().place == place)
                 places.insert(place);
         });

@@ -318,11 +318,10 @@ void KeyGrid::paintEvent(QPaintEvent* event) {
         if (!dirty.intersects(key.rect.toAlignedRect()))
             continue;
         painter.drawPixmap(key.rect.topLeft(), BodyImage(m_caps[row], key.rect.size()));
-        for (const KeyText& text : key.texts) {
+        for (const KeyText& text : key.texts)
             PaintKeyText(painter, text);
-            if (text.isCaption && IsStruck(m_caps[row].index))
-                StrikeKeyText(painter, text);
-        }
+        if (IsStruck(m_caps[row].index))
+            PaintKeyStruck(painter, key.rect, m_caps[row], m_placing);
     }
     PaintMarks(painter);
     PaintDrag(painter);

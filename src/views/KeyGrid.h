@@ -64,7 +64,7 @@ public:
     // Keys with a dot, and its meaning for tool tips and those who hear the screen.
     void SetMarked(std::set<int> keys, const QString& meaning);
     [[nodiscard]] bool IsMarked(int index) const { return m_marked.keys.contains(index); }
-    // Keys whose captions are struck out.
+    // Keys that are crossed out.
     void SetStruck(std::set<int> keys, const QString& meaning);
     [[nodiscard]] bool IsStruck(int index) const { return m_struck.keys.contains(index); }
     // The tool tip of the key, with the meaning of its marks.

@@ -181,10 +181,8 @@ void AppendLines(std::vector<KeyText>& texts, const FittedText& fitted) {
     for (const QString& line : fitted.lines) {
         const QString shown = metrics.elidedText(line, Qt::ElideRight, area.width());
         const double spare = area.width() - metrics.horizontalAdvance(shown);
-        const bool isCaption = fitted.align & Qt::AlignHCenter;
-        KeyText prepared{
-            fitted.font, QStaticText(shown), {area.left(), top}, fitted.color, isCaption};
-        if (isCaption)
+        KeyText prepared{fitted.font, QStaticText(shown), {area.left(), top}, fitted.color};
+        if (fitted.align & Qt::AlignHCenter)
             prepared.at.rx() += spare / 2;
         prepared.text.setTextFormat(Qt::PlainText);
         prepared.text.setPerformanceHint(QStaticText::AggressiveCaching);
@@ -250,11 +248,13 @@ void PaintKeyText(QPainter& painter, const KeyText& text) {
     painter.drawStaticText(text.at, text.text);
 }
 
-void StrikeKeyText(QPainter& painter, const KeyText& text) {
-    const QFontMetricsF metrics(text.font);
-    const QPointF start = text.at + QPointF(0, metrics.ascent() - metrics.strikeOutPos());
-    painter.setPen(QPen(text.color, std::max(1.0, metrics.lineWidth())));
-    painter.drawLine(start, start + QPointF(text.text.size().width(), 0));
+void PaintKeyStruck(QPainter& painter, const QRectF& rect, const KeyCap& cap,
+                    const KeyPlacing& placing) {
+    QColor color = Ink(cap.color);
+    color.setAlphaF(0.6F); // the texts are still read
+    painter.setPen(QPen(color, LineWidth(0.03 * placing.KeyHeight(), placing)));
+    const QRectF within = Shrunk(TopOf(rect, cap, placing), kTextMargin * placing.KeyHeight());
+    painter.drawLine(within.bottomLeft(), within.topRight());
 }
 
 void PaintKeyCurrent(QPainter& painter, const QRectF& rect, const KeyPlacing& placing) {

@@ -103,12 +103,13 @@ struct KeyText {
     QStaticText text;
     QPointF at;
     QColor color;
-    bool isCaption; // or else the legend
 };
 [[nodiscard]] std::vector<KeyText> KeyTexts(const QRectF& rect, const KeyCap& cap,
                                             const KeyPlacing& placing, const KeyTextSize& textSize);
 void PaintKeyText(QPainter& painter, const KeyText& text);
-void StrikeKeyText(QPainter& painter, const KeyText& text);
+// Crosses out what is on the key.
+void PaintKeyStruck(QPainter& painter, const QRectF& rect, const KeyCap& cap,
+                    const KeyPlacing& placing);
 
 // Joins the keys of each group: fills the gaps between neighbours and goes a little around them.
 // `rects` are where the placing maps the caps.

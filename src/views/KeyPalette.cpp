@@ -37,7 +37,7 @@ enum Group { Letters, Function, Navigation, Pad, Modifiers, kGroups };
 
 constexpr std::array<const char*, kGroups> kTitles = {
     QT_TRANSLATE_NOOP("KeyPalette", "A–Z"),        QT_TRANSLATE_NOOP("KeyPalette", "F1–F12"),
-    QT_TRANSLATE_NOOP("KeyPalette", "Navigation"), QT_TRANSLATE_NOOP("KeyPalette", "Pad"),
+    QT_TRANSLATE_NOOP("KeyPalette", "Navigation"), QT_TRANSLATE_NOOP("KeyPalette", "Keypad"),
     QT_TRANSLATE_NOOP("KeyPalette", "Ctrl/Alt"),
 };
 
@@ -113,6 +113,14 @@ protected:
         const QSize key = room.expandedTo({0, kLeastKey.height()}).boundedTo(kMostKey);
         for (auto* button : widget()->findChildren<QToolButton*>())
             static_cast<PaletteKey*>(button)->SetWanted(key);
+        for (const auto* block :
+             widget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+            if (block->layout() != nullptr)
+                block->layout()->activate();
+        // A bar would take room, and what then moves to the next row would need the bar.
+        setVerticalScrollBarPolicy(widget()->heightForWidth(width()) <= height()
+                                       ? Qt::ScrollBarAlwaysOff
+                                       : Qt::ScrollBarAsNeeded);
         const int row = key.height() + kSpacing;
         verticalScrollBar()->setSingleStep(row);
         setViewportMargins(0, 0, 0, height() % row);

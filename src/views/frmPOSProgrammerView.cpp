@@ -107,7 +107,7 @@ QLayout* frmPOSProgrammerView::MakeHead() {
                           ? tr("Click a free key to start a block, or a key of a block to "
                                "change that block.")
                           : tr("Click keys to put them into the block or to take them out; "
-                               "Ctrl+click takes a key from another block. Ctrl and the arrows "
+                               "Ctrl+click takes a key from another block. Ctrl and the arrow keys "
                                "move without leaving the block. The first key, row by row, is "
                                "the major key, in bold."));
         help->setText(tr("Help"));

@@ -179,7 +179,7 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {
     QStringList stages;
     for (const auto* label : desk.window->findChildren<QLabel*>())
         stages.append(label->text());
-    EXPECT_TRUE(stages.contains(QStringLiteral("Open the driver: failed")));
+    EXPECT_TRUE(stages.contains(QStringLiteral("Opening the driver: failed")));
     desk.window->Transfers().Read();
     desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 2) << desk.warnings.join(' ').toStdString();

@@ -39,7 +39,7 @@ TEST(Notices, AFailureStandsAloneAndGoesWithTheNextActionOfAnAccessibilityTool) 
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(desk.Notice().toStdString(),
-              "All settings were read from the keyboard, which is unchanged.");
+              "All settings were read; the keyboard itself was not changed.");
 }
 
 TEST(Notices, AQuestionToTheUserDoesNotEndTheAction) {

@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSpinBox>
@@ -123,9 +124,13 @@ TEST(Preferences, TheKeyLayoutIsThatOfTheNearest) {
         workbench.ReloadPreferences();
         return workbench.Layout().NativeName();
     };
+    desk.Page("preferences");
+    const auto explanation = [&] { return desk.window->findChild<QLabel*>("ownLayout")->text(); };
     EXPECT_EQ(layout(desk.workbench), "English (United States)") << "the keyboard's own";
+    EXPECT_EQ(explanation(), "The connected keyboard has its own layout: English (United States).");
     desk.workbench.Disconnect();
     EXPECT_EQ(layout(desk.workbench), "Deutsch (Deutschland)");
+    EXPECT_EQ(explanation(), "A keyboard that has its own layout is shown with that one.");
     app::Workbench chosen(desk.platform.Services(),
                           {{}, QX_LAYOUTS, "french.qxl", desk.folder / "other.ini", desk.folder});
     EXPECT_EQ(layout(chosen), "Français (France)");

@@ -278,7 +278,8 @@ TEST(Transfers, AReadDocumentThatDiffersFromTheLastIsReportedAndShown) {
     desk.workbench.Simulated()->Poke(
         desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG), "\x09");
     desk.window->Transfers().Read();
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("1 setting of the document has changed.")))
+    EXPECT_TRUE(
+        desk.Notice().contains(QStringLiteral("1 setting differs from the document before.")))
         << desk.Notice().toStdString();
     desk.InDialog([](QWidget& dialog) {
         auto* tree = dialog.findChild<QTreeWidget*>();

@@ -200,7 +200,7 @@ TEST_F(SequenceInspectorTest, EachKeyIsOnOneTabOfThePalette) {
     EXPECT_EQ(static_cast<std::size_t>(keys), tabOf.size());
     const std::map<int, const char*> expected = {
         {31, "A–Z"},      {61, "A–Z"},     {43, "Navigation"}, {84, "Navigation"},
-        {58, "Ctrl/Alt"}, {123, "F1–F12"}, {110, "F1–F12"},    {108, "Pad"}};
+        {58, "Ctrl/Alt"}, {123, "F1–F12"}, {110, "F1–F12"},    {108, "Keypad"}};
     for (const auto& [key, title] : expected)
         EXPECT_EQ(tabOf[key].toStdString(), title) << key;
 }

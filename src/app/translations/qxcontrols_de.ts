@@ -43,10 +43,6 @@
         <translation>Einheit</translation>
     </message>
     <message>
-        <source>Changes</source>
-        <translation>Änderungen</translation>
-    </message>
-    <message>
         <source>In the document</source>
         <translation>Im Dokument</translation>
     </message>
@@ -88,6 +84,10 @@
     <message>
         <source>Written next</source>
         <translation>Danach geschrieben</translation>
+    </message>
+    <message>
+        <source>Differences</source>
+        <translation>Unterschiede</translation>
     </message>
 </context>
 <context>
@@ -1491,16 +1491,16 @@
         <translation>Aus Datei laden …</translation>
     </message>
     <message>
-        <source>The software that runs in the keyboard.</source>
-        <translation>Die Software, die in der Tastatur läuft.</translation>
-    </message>
-    <message>
         <source>The software of the chipcard reader, sent over the serial port set in Preferences.</source>
         <translation>Die Software des Chipkartenlesers, übertragen über die serielle Schnittstelle, die in den Voreinstellungen gewählt ist.</translation>
     </message>
     <message>
-        <source>The whole memory of settings, as the driver keeps it in a file. After loading, read the keyboard to see its new contents.</source>
-        <translation>Der gesamte Speicher der Einstellungen, wie ihn der Treiber in einer Datei ablegt. Lesen Sie die Tastatur danach neu aus, um den geladenen Inhalt zu sehen.</translation>
+        <source>The software that runs on the keyboard.</source>
+        <translation>Die Software, die in der Tastatur läuft.</translation>
+    </message>
+    <message>
+        <source>The complete settings memory, in the driver&apos;s file format. After loading, read the keyboard to see its new contents.</source>
+        <translation>Der gesamte Einstellungsspeicher im Dateiformat des Treibers. Lesen Sie die Tastatur nach dem Laden neu aus, um den neuen Inhalt zu sehen.</translation>
     </message>
 </context>
 <context>
@@ -1730,16 +1730,16 @@
         <translation>F1–F12</translation>
     </message>
     <message>
-        <source>Pad</source>
-        <translation>Num</translation>
-    </message>
-    <message>
         <source>Navigation</source>
         <translation>Cursor</translation>
     </message>
     <message>
         <source>Ctrl/Alt</source>
         <translation>Strg/Alt</translation>
+    </message>
+    <message>
+        <source>Keypad</source>
+        <translation>Num</translation>
     </message>
 </context>
 <context>
@@ -2246,24 +2246,12 @@
         <translation>Adresse</translation>
     </message>
     <message>
-        <source>Open the driver</source>
-        <translation>Treiber öffnen</translation>
-    </message>
-    <message>
-        <source>Read which modules the keyboard has</source>
-        <translation>Lesen, welche Module die Tastatur hat</translation>
-    </message>
-    <message>
-        <source>Read its name and versions</source>
-        <translation>Name und Versionen lesen</translation>
-    </message>
-    <message>
         <source>%1
 
 Check that the keyboard is plugged in, that no other program uses it, and that the chosen driver library belongs to it.</source>
         <translation>%1
 
-Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr gehört.</translation>
+Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr passt.</translation>
     </message>
     <message>
         <source>Bootloader</source>
@@ -2344,6 +2332,18 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>free keys</source>
         <translation>freie Tasten</translation>
+    </message>
+    <message>
+        <source>Opening the driver</source>
+        <translation>Treiber öffnen</translation>
+    </message>
+    <message>
+        <source>Finding the keyboard&apos;s modules</source>
+        <translation>Module der Tastatur ermitteln</translation>
+    </message>
+    <message>
+        <source>Reading its name and versions</source>
+        <translation>Name und Versionen lesen</translation>
     </message>
 </context>
 <context>
@@ -2705,6 +2705,14 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Smallest &amp;font size:</source>
         <translation>&amp;Kleinste Schriftgröße:</translation>
+    </message>
+    <message>
+        <source>A keyboard that has its own layout is shown with that one.</source>
+        <translation>Eine Tastatur mit eigenem Layout wird mit diesem gezeigt.</translation>
+    </message>
+    <message>
+        <source>The connected keyboard has its own layout: %1.</source>
+        <translation>Die verbundene Tastatur hat ein eigenes Layout: %1.</translation>
     </message>
 </context>
 <context>
@@ -3085,7 +3093,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <name>SelectionPanel</name>
     <message>
         <source>Enter after each</source>
-        <translation>Jeweils mit Eingabetaste</translation>
+        <translation>Jeweils mit Enter</translation>
     </message>
     <message>
         <source>Fill</source>
@@ -3195,7 +3203,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Press keys; end with the Pause key.</source>
-        <translation>Drücken Sie Tasten, zuletzt die Pause-Taste.</translation>
+        <translation>Drücken Sie die Tasten und zum Schluss die Pause-Taste.</translation>
     </message>
 </context>
 <context>
@@ -3784,8 +3792,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Beim &amp;Start anzeigen</translation>
     </message>
     <message>
-        <source>A new document with a keyboard&apos;s factory settings; none needs to be connected.</source>
-        <translation>Ein neues Dokument; dazu muss keine Tastatur angeschlossen sein.</translation>
+        <source>A new document with factory settings; no keyboard needs to be connected.</source>
+        <translation>Ein neues Dokument; auch ohne angeschlossene Tastatur.</translation>
     </message>
 </context>
 <context>
@@ -3913,7 +3921,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>the document, &amp;not yet written</source>
-        <translation>das Dokument, noch n&amp;icht geschrieben</translation>
+        <translation>das Dokument (noch n&amp;icht geschrieben)</translation>
     </message>
     <message>
         <source>what the keyboard h&amp;olds</source>
@@ -4212,10 +4220,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Der unterbrochene Schreibvorgang konnte nicht geklärt werden.</translation>
     </message>
     <message>
-        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard holds a part of it.</source>
-        <translation>Das Schreiben in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält nur einen Teil der neuen Daten.</translation>
-    </message>
-    <message>
         <source>%1 for %2, %3 (%4)</source>
         <translation>%1 für %2, %3 (%4)</translation>
     </message>
@@ -4235,13 +4239,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <source>The keyboard holds the backup, but could not be read again. The document is unchanged.</source>
         <translation>Die Sicherung ist in der Tastatur, die Tastatur ließ sich aber nicht noch einmal lesen. Das Dokument ist unverändert.</translation>
     </message>
-    <message numerus="yes">
-        <source>%n setting(s) of the document have changed.</source>
-        <translation>
-            <numerusform>%n Einstellung des Dokuments hat sich geändert.</numerusform>
-            <numerusform>%n Einstellungen des Dokuments haben sich geändert.</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Looking for an interrupted write…</source>
         <translation>Suche nach einem unterbrochenen Schreibvorgang …</translation>
@@ -4249,10 +4246,6 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
     <message>
         <source>All settings were read, but a write to this keyboard was interrupted, so they may be a mixture of old and new ones. Resolve the write, then read again.</source>
         <translation>Alle Einstellungen wurden gelesen. Das Schreiben in diese Tastatur wurde aber unterbrochen; alte und neue Einstellungen können gemischt sein. Klären Sie den Schreibvorgang und lesen Sie dann noch einmal.</translation>
-    </message>
-    <message>
-        <source>All settings were read from the keyboard, which is unchanged.</source>
-        <translation>Alle Einstellungen wurden aus der Tastatur gelesen; sie ist unverändert.</translation>
     </message>
     <message>
         <source>The backup was restored, read back and verified. The document has its settings.</source>
@@ -4283,6 +4276,21 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
             <numerusform>%n Byte</numerusform>
             <numerusform>%n Bytes</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>All settings were read; the keyboard itself was not changed.</source>
+        <translation>Alle Einstellungen wurden gelesen; die Tastatur selbst wurde nicht verändert.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n setting(s) differ from the document before.</source>
+        <translation>
+            <numerusform>%n Einstellung ist anders als im Dokument davor.</numerusform>
+            <numerusform>%n Einstellungen sind anders als im Dokument davor.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard may hold only a part of it.</source>
+        <translation>Das Schreiben in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält möglicherweise nur einen Teil der neuen Daten.</translation>
     </message>
 </context>
 <context>
@@ -4428,8 +4436,8 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Tasten ohne Block:</translation>
     </message>
     <message>
-        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrows move without leaving the block. The first key, row by row, is the major key, in bold.</source>
-        <translation>Klicken Sie auf Tasten, um sie in den Block zu nehmen oder herauszunehmen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter, ohne den Block zu verlassen. Die erste Taste, Reihe für Reihe, ist die Haupttaste (fett).</translation>
+        <source>Click keys to put them into the block or to take them out; Ctrl+click takes a key from another block. Ctrl and the arrow keys move without leaving the block. The first key, row by row, is the major key, in bold.</source>
+        <translation>Klicken Sie auf Tasten, um sie in den Block aufzunehmen oder daraus zu entfernen; Strg+Klick holt eine Taste aus einem anderen Block. Mit Strg und den Pfeiltasten gehen Sie weiter; der Block bleibt dabei ausgewählt. Die Haupttaste (fett) ist die erste Taste, zeilenweise gezählt.</translation>
     </message>
 </context>
 <context>

@@ -177,13 +177,6 @@
 <context>
     <name>Transfers</name>
     <message numerus="yes">
-        <source>%n setting(s) of the document have changed.</source>
-        <translation>
-            <numerusform>%n setting of the document has changed.</numerusform>
-            <numerusform>%n settings of the document have changed.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n change(s) (%1) written to the keyboard, read back and verified.</source>
         <translation>
             <numerusform>%n change (%1) written to the keyboard, read back and verified.</numerusform>
@@ -195,6 +188,13 @@
         <translation>
             <numerusform>%n byte</numerusform>
             <numerusform>%n bytes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n setting(s) differ from the document before.</source>
+        <translation>
+            <numerusform>%n setting differs from the document before.</numerusform>
+            <numerusform>%n settings differ from the document before.</numerusform>
         </translation>
     </message>
 </context>
