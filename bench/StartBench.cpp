@@ -1,9 +1,10 @@
 // The run time of `qxconf identify`, compared with a one-line program.
 
+#include "support/TempFolder.h"
+
 #include <benchmark/benchmark.h>
 
 #include <fcntl.h>
-#include <filesystem>
 #include <spawn.h>
 #include <string>
 #include <sys/wait.h>
@@ -37,10 +38,9 @@ void StartOf(benchmark::State& state, const std::vector<std::string>& arguments)
 }
 
 void StartQxconfIdentify(benchmark::State& state) {
-    const auto file = std::filesystem::temp_directory_path() / "qxbench-keyboard.qxk";
-    StartOf(state, {QX_BIN "/qxconf", "--keyboard", file.string(), "--model", "full", "identify"});
-    std::filesystem::remove(file);
-    std::filesystem::remove(file.string() + ".lock");
+    const qx::test::TempFolder folder;
+    const std::string file = (folder / "keyboard.qxk").string();
+    StartOf(state, {QX_BIN "/qxconf", "--keyboard", file, "--model", "full", "identify"});
 }
 BENCHMARK(StartQxconfIdentify)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
