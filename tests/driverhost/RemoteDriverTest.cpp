@@ -6,6 +6,7 @@
 #include "files/Files.h"
 #include "files/Installation.h"
 #include "files/SystemTexts.h"
+#include "support/Problems.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -282,43 +283,36 @@ TEST_F(Remote, ADriversPrintedOutputIsDiscarded) {
 }
 
 TEST_F(Remote, AProcessThatCannotServeIsNamed) {
-    const auto reason = [&](const std::filesystem::path& library,
-                            const std::filesystem::path& program) -> std::string {
-        try {
-            RemoteDriver(library, {program, 60s});
-        } catch (const std::runtime_error& error) {
-            return error.what();
-        }
-        return "loaded";
+    using files::Deed;
+    using files::Obstacle;
+    const auto refusal = [](const std::filesystem::path& library,
+                            const std::filesystem::path& program) {
+        return RefusalOf([&] { RemoteDriver(library, {program, 60s}); });
     };
-    EXPECT_NE(reason(folder / "none.so", {})
-                  .find("the library " + (folder / "none.so").string() + " cannot be loaded: "),
-              std::string::npos);
-    EXPECT_EQ(reason(QX_WILD_DRIVER, folder / "no-host")
-                  .find("the program " + (folder / "no-host").string() + " cannot be started: "),
-              0U);
+    const auto library = refusal(folder / "none.so", {}); // each system says it in its own way
+    EXPECT_EQ(library.deed, Deed::Load);
+    EXPECT_EQ(library.subject, files::TextOf(folder / "none.so"));
+    const auto program = refusal(QX_WILD_DRIVER, folder / "no-host");
+    EXPECT_EQ(program.deed, Deed::Start);
+    EXPECT_EQ(program.subject, files::TextOf(folder / "no-host"));
 #ifdef _WIN32
-    EXPECT_EQ(reason("any.dll", "C:/windows/system32/hostname.exe"), // ignores its arguments
-              "the library any.dll cannot be loaded: the driver ended its process with status 1");
+    EXPECT_EQ(refusal("any.dll", "C:/windows/system32/hostname.exe"), // ignores its arguments
+              Cannot(Deed::Load, "any.dll", Obstacle::Exited, {}, 1));
     // Starts the helper for the library's own word size, if there is one.
-    const std::string text = (folder / "text.dll").string();
+    const auto text = folder / "text.dll";
     files::WriteFileAtomically(text, "no library");
-    EXPECT_EQ(reason(text, {}), "the library " + text +
-                                    " cannot be loaded: it is neither a 32-bit nor a 64-bit "
-                                    "library for this system");
+    EXPECT_EQ(refusal(text, {}), Cannot(Deed::Load, text, Obstacle::NoDriverLibrary));
     std::string header(0x80, '\0');
     header.replace(0, 2, "MZ").replace(0x3C, 1, "\x40").replace(0x40, 2, "PE");
     header.replace(0x44, 2, "\x4C\x01");
     files::WriteFileAtomically(text, header);
-    const std::string helper = files::TextOf(files::HelperProgram("qxdriverhost32"));
+    const auto helper = files::HelperProgram("qxdriverhost32");
     if (!std::filesystem::exists(helper)) {
-        EXPECT_EQ(reason(text, {}), "the library " + text +
-                                        " cannot be loaded: a 32-bit driver library needs " +
-                                        helper + ", which is missing");
+        EXPECT_EQ(refusal(text, {}),
+                  Cannot(Deed::Load, text, Obstacle::HelperMissing, {files::TextOf(helper)}, 32));
     }
 #else
-    EXPECT_EQ(reason("any.so", "/bin/true"),
-              "the library any.so cannot be loaded: the driver ended its process with status 0");
+    EXPECT_EQ(refusal("any.so", "/bin/true"), Cannot(Deed::Load, "any.so", Obstacle::Exited));
 #endif
 }
 

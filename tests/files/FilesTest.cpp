@@ -3,6 +3,7 @@
 #include "files/Files.h"
 #include "files/Sha256.h"
 #include "support/HostileDisk.h"
+#include "support/Problems.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -20,14 +21,12 @@ namespace qx::test {
 namespace {
 
 namespace fs = std::filesystem;
+using files::Deed;
+using files::Obstacle;
+using files::Problem;
 
-std::string Refusal(const std::function<void()>& action) {
-    try {
-        action();
-        return {};
-    } catch (const std::runtime_error& error) {
-        return error.what();
-    }
+Problem WriteRefusal(const fs::path& path, const std::string& bytes = "new") {
+    return RefusalOf([&] { files::WriteFileAtomically(path, bytes); });
 }
 
 // Whether another process gets the lock.
@@ -64,30 +63,25 @@ TEST(Files, StayAsTheyAreWhenTheyCannotBeReplaced) {
     files::WriteFileAtomically(file, "old");
     {
         const FullDisk full(1000);
-        const std::string reason =
-            Refusal([&] { files::WriteFileAtomically(file, std::string(1001, 'n')); });
-        EXPECT_NE(reason.find(file.string()), std::string::npos);
-        EXPECT_NE(reason.find("File too large"), std::string::npos) << reason;
+        EXPECT_EQ(WriteRefusal(file, std::string(1001, 'n')),
+                  Cannot(Deed::Write, file, std::errc::file_too_large));
     }
     EXPECT_EQ(files::ReadFile(file), "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1) << "a file is left";
 
-    EXPECT_NE(Refusal([&] {
-                  files::WriteFileAtomically(folder / "absent/file", "x");
-              }).find("there is no folder " + (folder / "absent").string()),
-              std::string::npos);
+    EXPECT_EQ(WriteRefusal(folder / "absent/file"),
+              Cannot(Deed::Write, folder / "absent/file", Obstacle::NoFolder,
+                     {(folder / "absent").string()}));
     fs::create_directory(folder / "closed");
     files::WriteFileAtomically(folder / "closed/file", "old");
     {
         const ReadOnlyFolder closed(folder / "closed");
-        EXPECT_NE(Refusal([&] {
-                      files::WriteFileAtomically(folder / "closed/file", "new");
-                  }).find("Permission denied"),
-                  std::string::npos);
+        EXPECT_EQ(WriteRefusal(folder / "closed/file"),
+                  Cannot(Deed::Write, folder / "closed/file", std::errc::permission_denied));
     }
     EXPECT_EQ(files::ReadFile(folder / "closed/file"), "old");
-    EXPECT_NE(Refusal([&] { files::WriteFileAtomically(file.parent_path(), "x"); }), "");
-    EXPECT_NE(Refusal([&] { files::WriteFileAtomically("/dev/null", "x"); }), "");
+    for (const fs::path& path : {file.parent_path(), fs::path("/dev/null")})
+        EXPECT_EQ(WriteRefusal(path), Cannot(Deed::Write, path, Obstacle::NotOrdinary));
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
@@ -97,10 +91,7 @@ TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
     const TempFolder folder;
     const fs::path file = folder / "file";
     files::WriteFileAtomically(file, "old");
-    const auto refusal = [](const fs::path& path) {
-        return Refusal([&] { files::WriteFileAtomically(path, "new"); });
-    };
-    EXPECT_NE(refusal(folder / "nosub/../file").find("there is no folder"), std::string::npos);
+    EXPECT_EQ(WriteRefusal(folder / "nosub/../file").obstacle, Obstacle::NoFolder);
     EXPECT_FALSE(files::IsSameFile(folder / "nosub/../file", file)) << "the path does not exist";
     fs::create_directory(folder / "sub");
     fs::create_hard_link(file, folder / "other name");
@@ -108,22 +99,25 @@ TEST(Files, AreOnlyReplacedWhereThePathLeadsAndNothingForbidsIt) {
     fs::remove(folder / "other name");
 
     fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
-    EXPECT_EQ(refusal(file), file.string() + " cannot be written: it is write-protected");
+    const Problem isProtected = Cannot(Deed::Write, file, Obstacle::WriteProtected);
+    EXPECT_EQ(WriteRefusal(file), isProtected);
+    EXPECT_EQ(WordsOf(isProtected), file.string() + " cannot be written: it is write-protected");
     fs::permissions(file, fs::perms::owner_write, fs::perm_options::add);
     if (geteuid() == 0) {
         fs::permissions(file.parent_path(), fs::perms::all);
         ASSERT_EQ(seteuid(65534), 0);
-        EXPECT_NE(refusal(file).find("write-protected"), std::string::npos) << "another user's";
+        EXPECT_EQ(WriteRefusal(file), isProtected) << "another user's";
         ASSERT_EQ(seteuid(0), 0);
     }
     EXPECT_EQ(files::ReadFile(file), "old");
 
     fs::create_symlink("sub/new", folder / "dangling");
-    EXPECT_EQ(refusal(folder / "dangling"), "");
+    EXPECT_EQ(WriteRefusal(folder / "dangling"), Problem());
     EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
     EXPECT_EQ(files::ReadFile(folder / "sub/new"), "new");
     fs::create_symlink("loop", folder / "loop");
-    EXPECT_NE(refusal(folder / "loop"), "");
+    EXPECT_EQ(WriteRefusal(folder / "loop"),
+              Cannot(Deed::Write, folder / "loop", Obstacle::DeadLink));
     EXPECT_TRUE(fs::is_symlink(folder / "loop"));
 }
 
@@ -161,25 +155,21 @@ TEST(Files, AreReadToTheirEndOrNotAtAll) {
             _exit(0);
         }
         std::string bytes;
-        const std::string refusal = Refusal([&] { bytes = files::ReadFile(pipe, 1000); });
+        const Problem refusal = RefusalOf([&] { bytes = files::ReadFile(pipe, 1000); });
         close(reader);
         waitpid(child, nullptr, 0);
         return std::make_pair(bytes.size(), refusal);
     };
-    EXPECT_EQ(readPipe(1000), std::make_pair(std::size_t{1000}, std::string()));
-    EXPECT_NE(readPipe(20000).second.find("it has more than 1000 bytes"), std::string::npos);
-    const std::pair<fs::path, const char*> refused[] = {
-        {folder / "absent", "No such file or directory"},
-        {folder / "", "it is a folder"},
-        {"/dev/zero", "it is a device"},
-    };
-    for (const auto& [path, reason] : refused)
-        EXPECT_NE(Refusal([&, &path = path] { (void)files::ReadFile(path); }).find(reason),
-                  std::string::npos)
-            << path;
+    EXPECT_EQ(readPipe(1000), std::make_pair(std::size_t{1000}, Problem()));
+    EXPECT_EQ(readPipe(20000).second, Cannot(Deed::Read, pipe, Obstacle::TooLarge, {}, 1000));
     files::WriteFileAtomically(file, std::string(1001, 'x'));
-    EXPECT_NE(Refusal([&] { (void)files::ReadFile(file, 1000); }).find("more than 1000 bytes"),
-              std::string::npos);
+    for (const Problem& problem : {
+             Cannot(Deed::Read, folder / "absent", std::errc::no_such_file_or_directory),
+             Cannot(Deed::Read, folder / "", Obstacle::IsFolder),
+             Cannot(Deed::Read, "/dev/zero", Obstacle::IsDevice),
+             Cannot(Deed::Read, file, Obstacle::TooLarge, {}, 1000),
+         })
+        EXPECT_EQ(RefusalOf([&] { (void)files::ReadFile(problem.subject, 1000); }), problem);
 }
 
 // Printed output never goes to a file that happens to be opened in place of standard output.
@@ -218,13 +208,13 @@ TEST(Files, WrittenByOthersAreReplacedWholeToo) {
     files::WriteFileAtomically(folder / "file.part", "the user's own");
     fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink(file, folder / "link");
-    EXPECT_EQ(Refusal([&] {
+    EXPECT_EQ(RefusalOf([&] {
                   files::WriteFileAtomically(folder / "link", [&](const fs::path& beside) {
                       writeNew(beside);
                       throw std::runtime_error("half-way");
                   });
               }),
-              "half-way");
+              Problem{.system = "half-way"});
     EXPECT_EQ(files::ReadFile(file), "old");
     files::WriteFileAtomically(folder / "link", writeNew);
     EXPECT_EQ(files::ReadFile(file), "new");
@@ -233,10 +223,10 @@ TEST(Files, WrittenByOthersAreReplacedWholeToo) {
     EXPECT_EQ(files::ReadFile(folder / "file.part"), "the user's own");
     EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 3) << "a file is left";
     for (const char* refused : {"/dev/null", "/", "/tmp/"})
-        EXPECT_NE(Refusal([&] {
+        EXPECT_EQ(RefusalOf([&] {
                       files::WriteFileAtomically(refused, [](const fs::path&) { FAIL(); });
-                  }).find("not an ordinary file"),
-                  std::string::npos);
+                  }),
+                  Cannot(Deed::Write, refused, Obstacle::NotOrdinary));
 }
 
 TEST(Files, AreLockedByOneAtATime) {
@@ -253,7 +243,9 @@ TEST(Files, AreLockedByOneAtATime) {
         EXPECT_FALSE(second.TryLock()) << "replacing the file must not release the lock";
     }
     EXPECT_TRUE(AnotherProcessLocks(file));
-    EXPECT_NE(Refusal([&] { files::FileLock lock(folder / "absent/file"); }), "");
+    EXPECT_EQ(
+        RefusalOf([&] { files::FileLock lock(folder / "absent/file"); }),
+        Cannot(Deed::Create, folder / "absent/file.lock", std::errc::no_such_file_or_directory));
 }
 
 TEST(Files, AreRemovedWithAllAboveMadeBefore) {
@@ -262,8 +254,8 @@ TEST(Files, AreRemovedWithAllAboveMadeBefore) {
     files::MakeFolder(folder / "one/two");
     const fs::path file = folder / "one/two/file";
     files::WriteFileAtomically(file, "x");
-    EXPECT_NE(Refusal([&] { files::MakeFolder(file / "below"); }).find(file.string()),
-              std::string::npos);
+    EXPECT_EQ(RefusalOf([&] { files::MakeFolder(file / "below"); }),
+              Cannot(Deed::Create, file / "below", std::errc::not_a_directory));
     files::RemoveFile(file);
     files::RemoveFile(file);
     EXPECT_FALSE(fs::exists(file));

@@ -2,16 +2,17 @@
 #include "files/Files.h"
 #include "files/System.h"
 #include "files/SystemTexts.h"
+#include "support/Problems.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
-#include <functional>
 #include <iterator>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include <windows.h>
 
@@ -20,16 +21,10 @@ namespace qx::files {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-namespace {
+using test::Cannot;
+using test::RefusalOf;
 
-std::string Refusal(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const std::runtime_error& error) {
-        return error.what();
-    }
-    return {};
-}
+namespace {
 
 // Opens the file so that nobody else may replace or delete it.
 HANDLE OpenAlone(const fs::path& file) {
@@ -55,8 +50,9 @@ TEST(WindowsFiles, AReaderHoldsAWriteUpAndDoesNotMakeItFail) {
 
     // A reader that stays makes the write fail, and the file is unchanged.
     reader = OpenAlone(file);
-    const std::string refusal = Refusal([&] { WriteFileAtomically(file, "newer"); });
-    EXPECT_EQ(refusal.find(TextOf(file) + " cannot be written: "), 0U) << refusal;
+    Problem refusal = RefusalOf([&] { WriteFileAtomically(file, "newer"); });
+    EXPECT_NE(std::exchange(refusal.system, ""), "");
+    EXPECT_EQ(refusal, Cannot(Deed::Write, file, Obstacle::None));
     EXPECT_EQ(ReadFile(file), "new");
     CloseHandle(reader);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "."), {}), 1) << "nothing is left";
@@ -116,22 +112,23 @@ TEST(WindowsFiles, ErrorsNameTheFile) {
     const fs::path file = folder / "file";
     WriteFileAtomically(file, "text");
     SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(Refusal([&] { WriteFileAtomically(file, "new"); }),
-              TextOf(file) + " cannot be written: it is write-protected");
+    const auto writeRefusal = [](const fs::path& path) {
+        return RefusalOf([&] { WriteFileAtomically(path, "new"); });
+    };
+    EXPECT_EQ(writeRefusal(file), Cannot(Deed::Write, file, Obstacle::WriteProtected));
     SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(ReadFile(file), "text");
-    EXPECT_EQ(Refusal([&] { WriteFileAtomically(folder / "no" / "file", "new"); }),
-              TextOf(folder / "no" / "file") + " cannot be written: there is no folder " +
-                  TextOf(folder / "no"));
-    EXPECT_EQ(Refusal([&] { (void)ReadFile(folder / "."); }),
-              TextOf(folder / ".") + " cannot be read: it is a folder");
-    EXPECT_EQ(Refusal([&] { (void)ReadFile("NUL"); }),
-              "NUL cannot be read: it is a device, not a file");
+    EXPECT_EQ(
+        writeRefusal(folder / "no" / "file"),
+        Cannot(Deed::Write, folder / "no" / "file", Obstacle::NoFolder, {TextOf(folder / "no")}));
     for (const char* const device : {"NUL", "CON", "\\\\.\\COM1"})
-        EXPECT_EQ(Refusal([&] { WriteFileAtomically(device, "new"); }),
-                  std::string(device) + " cannot be written: it is a device, not a file");
-    EXPECT_EQ(Refusal([&] { (void)ReadFile(file, 3); }),
-              TextOf(file) + " cannot be read: it has more than 3 bytes");
+        EXPECT_EQ(writeRefusal(device), Cannot(Deed::Write, device, Obstacle::IsDevice));
+    for (const Problem& problem : {
+             Cannot(Deed::Read, folder / ".", Obstacle::IsFolder),
+             Cannot(Deed::Read, "NUL", Obstacle::IsDevice),
+             Cannot(Deed::Read, file, Obstacle::TooLarge, {}, 3),
+         })
+        EXPECT_EQ(RefusalOf([&] { (void)ReadFile(PathOf(problem.subject), 3); }), problem);
     RemoveFile(folder / "absent");
     RemoveFile(file);
     EXPECT_FALSE(fs::exists(file));
