@@ -58,44 +58,49 @@ TEST(SequenceText, ReportsFaults) {
                        {5, "00  XX"},
                        {130, "00  Go"},
                        {131, "00  Top"}});
+    using Kind = TextFaultKind;
     struct Row {
         const QXKeyboardLayoutData& layout;
         std::string text;
         std::size_t position;
-        std::vector<std::string> mentions;
+        TextFault fault;
     };
+    const std::string ctrl = R"({58} "Ctrl" (Left control key), {64} "RCtrl" (Right control key))";
+    const std::string numEnter = R"({108} "NumEnter" (Number pad enter))";
     const std::vector<Row> rows = {
-        {us, "A Ctl", 2, {"character 3", "\"Ctl\"", "\"Ctrl\""}},
-        {us,
-         "Ctl",
+        {us, "A Ctl", 2, {Kind::NoKeyCalledBut, {"3", R"("Ctl")", ctrl}}},
+        {us, "Ctl", 0, {Kind::NoKeyCalledBut, {"1", R"("Ctl")", ctrl}}},
+        {us, "Foo", 0, {Kind::NoKeyCalled, {"1", R"("Foo")"}}},
+        {us, "\"", 0, {Kind::QuoteNotClosed, {"1"}}},
+        {us, "A+\"\"\"\"", 2, {Kind::NoKeyCalled, {"3", R"("""")"}}},
+        {us, "A+\"\"\"", 2, {Kind::QuoteNotClosed, {"3"}}},
+        {us, "{", 0, {Kind::NoKeyCalled, {"1", R"("{")"}}},
+        {us, "A ^NumEntr A", 3, {Kind::NoKeyCalledBut, {"4", R"("NumEntr")", numEnter}}},
+        {us, "é é", 0, {Kind::NoKeyCalled, {"1", R"("é")"}}},
+        {us, "A {256}", 2, {Kind::NotACode, {"3", "{256}"}}},
+        {us, "{99999999999}", 0, {Kind::NotACode, {"1", "{99999999999}"}}},
+        {us, "{30}{", 4, {Kind::SpaceOrPlusMissing, {"5", "{30}"}}},
+        {us, "{158}+A", 0, {Kind::NoKeyOfNumber, {"1", "158"}}},
+        {us, "^{158}", 1, {Kind::NoKeyOfNumber, {"2", "158"}}},
+        {us, "Ctrl+", 4, {Kind::KeyAfterPlus, {"5"}}},
+        {us, "Ctrl+Foo", 5, {Kind::NoKeyCalled, {"6", R"("Foo")"}}},
+        {us, "Foo+Ctrl", 0, {Kind::NoKeyCalled, {"1", R"("Foo")"}}},
+        {us, "\"A\"B", 3, {Kind::SpaceOrPlusMissing, {"4", "A"}}},
+        {us, "^\"A\"B", 4, {Kind::SpaceMissing, {"5", "A"}}},
+        {us, "^Ctrl+C", 1, {Kind::NoKeyCalledBut, {"2", R"("Ctrl+C")", ctrl}}},
+        {us, "\"Ctrl", 0, {Kind::QuoteNotClosed, {"1"}}},
+        {us, "A\xFF", 0, {Kind::NoKeyCalledBut, {"1", "\"A\xEF\xBF\xBD\"", R"({31} "A" (Key A))"}}},
+        {us, "^", 0, {Kind::NoKeyCalled, {"1", R"("^")"}}},
+        {us, "X2", 0, {Kind::KeyNotPressable, {"1", "X2", "128"}}},
+        {table.layout,
+         "Go",
          0,
-         {"; the nearest: {58} \"Ctrl\" (Left control key), {64} \"RCtrl\" (Right "
-          "control key)"}},
-        {us, "Foo", 0, {"no key is called \"Foo\""}},
-        {us, "\"", 0, {"closing"}},
-        {us, "A+\"\"\"\"", 2, {"no key is called \"\"\"\""}},
-        {us, "A+\"\"\"", 2, {"closing"}},
-        {us, "{", 0, {"no key is called \"{\""}},
-        {us, "A ^NumEntr A", 3, {"\"NumEntr\"", "{108} \"NumEnter\""}},
-        {us, "é é", 0, {"character 1"}},
-        {us, "A {256}", 2, {"{256}", "0 to 255"}},
-        {us, "{99999999999}", 0, {"0 to 255"}},
-        {us, "{30}{", 4, {"space or +"}},
-        {us, "{158}+A", 0, {"no key has the number 158"}},
-        {us, "^{158}", 1, {"no key has the number 158"}},
-        {us, "Ctrl+", 4, {"missing after +"}},
-        {us, "Ctrl+Foo", 5, {"\"Foo\""}},
-        {us, "Foo+Ctrl", 0, {"\"Foo\""}},
-        {us, "\"A\"B", 3, {"space or +"}},
-        {us, "^\"A\"B", 4, {"space is missing"}},
-        {us, "^Ctrl+C", 1, {"\"Ctrl+C\""}},
-        {us, "\"Ctrl", 0, {"closing"}},
-        {us, "A\xFF", 0, {"\"A\xEF\xBF\xBD\""}},
-        {us, "^", 0, {"\"^\""}},
-        {us, "X2", 0, {"key 128", "cannot be pressed"}},
-        {table.layout, "Go", 0, {"{1}", "First", "{2}", "Second"}},
-        {table.layout, "Xx", 0, {"{4}", "{5}"}},
-        {table.layout, "top", 0, {"key 131"}},
+         {Kind::SeveralKeys, {"1", R"("Go")", R"({1} "Go" (First), {2} "Go" (Second))"}}},
+        {table.layout,
+         "Xx",
+         0,
+         {Kind::SeveralKeys, {"1", R"("Xx")", R"({4} "xx" (xx), {5} "XX" (XX))"}}},
+        {table.layout, "top", 0, {Kind::KeyNotPressable, {"1", "top", "131"}}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
@@ -103,12 +108,12 @@ TEST(SequenceText, ReportsFaults) {
             (void)ParseSequenceText(row.text, row.layout);
             ADD_FAILURE() << "no error";
         } catch (const SequenceTextError& error) {
-            EXPECT_EQ(error.Position(), row.position) << error.what();
-            for (const std::string& mention : row.mentions)
-                EXPECT_NE(std::string(error.what()).find(mention), std::string::npos)
-                    << error.what();
+            EXPECT_EQ(error.Position(), row.position);
+            EXPECT_EQ(error.Fault(), row.fault) << error.what();
         }
     }
+    EXPECT_EQ(WordsOf(rows[0].fault),
+              R"(character 3: no key is called "Ctl"; the nearest: )" + ctrl);
     EXPECT_EQ(ParseSequenceText("Second gO", table.layout), (Codes{2, 3}));
 }
 
