@@ -92,8 +92,7 @@ QString RemarkTextOf(const sim::Remark& remark) {
     case Kind::CodeEmpty:
         return TestDriveTexts::tr("A barcode needs at least one character.");
     case Kind::SymbologyOff:
-        return TestDriveTexts::tr("%1 is switched off: its option 0 is not set.")
-            .arg(SymbologyName(remark.values.at(0)));
+        return TestDriveTexts::tr("%1 is switched off.").arg(SymbologyName(remark.values.at(0)));
     case Kind::CodeLengthRefused:
         return TestDriveTexts::tr("%1 accepts %2 to %3 characters; the code has %4.")
             .arg(SymbologyName(remark.values.at(0)), value(1), value(2), value(3));

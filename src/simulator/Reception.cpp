@@ -70,7 +70,7 @@ std::string RemarkText(const Remark& remark) {
     case Kind::CodeEmpty:
         return "a barcode needs at least one character";
     case Kind::SymbologyOff:
-        return value(0) + " is switched off: its option 0 is not set";
+        return value(0) + " is switched off";
     case Kind::CodeLengthRefused:
         return value(0) + " accepts " + value(1) + " to " + value(2) +
                " characters; the code has " + value(3);

@@ -307,7 +307,7 @@ const Case kCodeCases[] = {
     CodeCase("LengthInCharacters", 2, BP_Code39, "ÄÖÜßäö",
              "data of reader 2: ÄÖÜßäö; suffix of reader 2: +44"),
     CodeCase("AnyLength", 2, BP_EAN, "1", "data of reader 2: 1; suffix of reader 2: +44"),
-    CodeCase("SwitchedOff", 1, BP_UPC, "12345", " | UPC is switched off: its option 0 is not set"),
+    CodeCase("SwitchedOff", 1, BP_UPC, "12345", " | UPC is switched off"),
     CodeCase("Empty", 1, BP_Code128, "", " | a barcode needs at least one character"),
     {"NoReader", "magnet", [](Keyboard&) {},
      [](const sim::TestDrive& drive) { return drive.ScanCode(1, BP_EAN, "1"); },

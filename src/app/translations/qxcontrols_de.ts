@@ -4087,8 +4087,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Ein Barcode braucht mindestens ein Zeichen.</translation>
     </message>
     <message>
-        <source>%1 is switched off: its option 0 is not set.</source>
-        <translation>%1 ist ausgeschaltet: Option 0 ist nicht gesetzt.</translation>
+        <source>%1 is switched off.</source>
+        <translation>%1 ist ausgeschaltet.</translation>
     </message>
     <message>
         <source>%1 accepts %2 to %3 characters; the code has %4.</source>
