@@ -36,7 +36,7 @@ QVariant ValueOf(const QWidget& widget) {
     if (const auto* choice = qobject_cast<const QComboBox*>(&widget))
         return choice->currentIndex();
     if (const auto* text = qobject_cast<const QLineEdit*>(&widget))
-        return text->text();
+        return text->isReadOnly() ? QVariant() : text->text();
     if (const auto* sequence = qobject_cast<const views::SequenceLabel*>(&widget))
         return sequence->text();
     return {};
@@ -96,8 +96,10 @@ void ChangeMark::MarkChanged() const {
         for (std::size_t i = 0; grid != nullptr && i < before.size(); ++i)
             if (i < grid->Keys().size() && Shown(grid->Keys()[i]) != Shown(before[i]))
                 changed.insert(before[i].index);
-        if (changed.size() > 1)
-            grid->Select(changed);
+        if (changed.size() <= 1)
+            continue;
+        grid->Select(changed);
+        grid->setFocus(Qt::OtherFocusReason); // a field for one key alone is hidden now
     }
 }
 

@@ -197,6 +197,13 @@ int DesignedStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     }
 }
 
+int DesignedStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                             QStyleHintReturn* returned) const {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons
+               ? 0
+               : QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 QIcon DesignedStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
                                   const QWidget* widget) const {
     switch (icon) {

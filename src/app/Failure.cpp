@@ -57,7 +57,8 @@ QString LossText(const host::Loss& loss) {
     const auto lost = [&] {
         switch (loss.kind) {
         case host::Loss::Kind::NumberLimited:
-            return Failures::tr("%1: a number was limited to those that a document can hold (%2).");
+            return Failures::tr(
+                "%1: a number was limited to the range that a document allows (%2).");
         case host::Loss::Kind::TextCut:
             return Failures::tr("%1: a text was cut to what a keyboard can hold (%2).");
         case host::Loss::Kind::CodesLeftOut:

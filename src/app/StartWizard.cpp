@@ -106,7 +106,7 @@ StartWizard::StartWizard(QXProgSettings& settings, bool isConnected, QWidget* pa
 
     auto* defaults =
         AddChoice(StartChoice::Defaults, "defaults", tr("Start from the &defaults"),
-                  tr("A new document with factory settings; no keyboard needs to be connected."));
+                  tr("A new document with default settings; no keyboard needs to be connected."));
 
     auto* again = new QCheckBox(tr("&Show this at startup"));
     again->setObjectName(QStringLiteral("ShowStartupWizard"));

@@ -103,7 +103,7 @@ void Transfers::Read() {
             emit Done(text);
         else
             emit ReadOther(text + u' ' +
-                               tr("%n setting(s) differ from the document before.", nullptr,
+                               tr("%n setting(s) differ from the previous document.", nullptr,
                                   static_cast<int>(differences.size())),
                            differences);
     });

@@ -43,8 +43,8 @@ QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
     row->setObjectName(QStringLiteral("buttonRow"));
     row->addWidget(edit);
     row->addWidget(cleanAll);
-    row->addStretch(1);
     row->addLayout(CaptionedRow(caption, number));
+    row->addStretch(1);
     auto* column = new QVBoxLayout(this);
     column->addWidget(keys, 1);
     column->addLayout(row);

@@ -119,6 +119,7 @@ TEST_F(Recording, UndoSelectsTheKeysThatItChanges) {
     desk.ClickKey("funcKeys", 8);
     desk.UndoAction().trigger();
     EXPECT_EQ(grid->Selected(), (std::vector<int>{3, 4, 15}));
+    EXPECT_TRUE(grid->hasFocus()) << "the next Ctrl+Z is the window's";
 }
 
 } // namespace

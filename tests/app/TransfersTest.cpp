@@ -279,7 +279,7 @@ TEST(Transfers, AReadDocumentThatDiffersFromTheLastIsReportedAndShown) {
         desk.workbench.Session().Access().GetBaseAddressForModule(MODULE_MAGNET_CONFIG), "\x09");
     desk.window->Transfers().Read();
     EXPECT_TRUE(
-        desk.Notice().contains(QStringLiteral("1 setting differs from the document before.")))
+        desk.Notice().contains(QStringLiteral("1 setting differs from the previous document.")))
         << desk.Notice().toStdString();
     desk.InDialog([](QWidget& dialog) {
         auto* tree = dialog.findChild<QTreeWidget*>();

@@ -83,7 +83,7 @@ public:
         new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());
         auto* row = view.findChild<QBoxLayout*>(QStringLiteral("buttonRow"));
         for (QAction* action : actions.Added())
-            // Before the stretch and the number of blocks.
+            // Before the number of blocks and the stretch.
             row->insertWidget(row->count() - 2, ActionButton(action, action->objectName()));
     }
 

@@ -679,7 +679,7 @@
     </message>
     <message>
         <source>The record of a write is damaged; it may be of an interrupted write to this keyboard.</source>
-        <translation>Die Aufzeichnung eines Schreibvorgangs ist beschädigt; vielleicht wurde dabei das Schreiben in diese Tastatur unterbrochen.</translation>
+        <translation>Die Aufzeichnung eines Schreibvorgangs ist beschädigt; möglicherweise gehört sie zu einem unterbrochenen Schreibvorgang in diese Tastatur.</translation>
     </message>
     <message>
         <source>The keyboard was written, read back and verified, but the write could not be recorded.</source>
@@ -751,7 +751,7 @@
     </message>
     <message>
         <source>The keyboard holds all of the interrupted write (%1), so it may be another one. The record of the write is kept.</source>
-        <translation>Die Tastatur enthält den unterbrochenen Schreibvorgang (%1) vollständig; vielleicht ist es eine andere. Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
+        <translation>Die Tastatur enthält bereits alle Daten des unterbrochenen Schreibvorgangs (%1); vielleicht ist es eine andere. Die Aufzeichnung des Schreibvorgangs bleibt erhalten.</translation>
     </message>
     <message>
         <source>The keyboard&apos;s contents do not match the interrupted write (%1). The record of the write is kept.</source>
@@ -1009,10 +1009,6 @@
 <context>
     <name>Failures</name>
     <message>
-        <source>%1: a number was limited to those that a document can hold (%2).</source>
-        <translation>%1: Eine Zahl wurde auf den Bereich begrenzt, den ein Dokument aufnehmen kann (%2).</translation>
-    </message>
-    <message>
         <source>%1: a text was cut to what a keyboard can hold (%2).</source>
         <translation>%1: Ein Text wurde auf die Länge gekürzt, die eine Tastatur speichern kann (%2).</translation>
     </message>
@@ -1059,6 +1055,10 @@
     <message>
         <source>The driver reported a failure, but the write was complete.</source>
         <translation>Der Treiber hat einen Fehler gemeldet, aber es wurde alles geschrieben.</translation>
+    </message>
+    <message>
+        <source>%1: a number was limited to the range that a document allows (%2).</source>
+        <translation>%1: Eine Zahl wurde auf den im Dokument erlaubten Bereich begrenzt (%2).</translation>
     </message>
 </context>
 <context>
@@ -1253,7 +1253,7 @@
     </message>
     <message>
         <source>a range does not have as many new bytes as old ones</source>
-        <translation>ein Bereich hat nicht so viele neue Bytes wie alte</translation>
+        <translation>ein Bereich hat unterschiedlich viele alte und neue Bytes</translation>
     </message>
     <message>
         <source>the keyboard is damaged at address %1 (hexadecimal): a description holds half a character</source>
@@ -3792,7 +3792,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Beim &amp;Start anzeigen</translation>
     </message>
     <message>
-        <source>A new document with factory settings; no keyboard needs to be connected.</source>
+        <source>A new document with default settings; no keyboard needs to be connected.</source>
         <translation>Ein neues Dokument; auch ohne angeschlossene Tastatur.</translation>
     </message>
 </context>
@@ -4282,10 +4282,10 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         <translation>Alle Einstellungen wurden gelesen; die Tastatur selbst wurde nicht verändert.</translation>
     </message>
     <message numerus="yes">
-        <source>%n setting(s) differ from the document before.</source>
+        <source>%n setting(s) differ from the previous document.</source>
         <translation>
-            <numerusform>%n Einstellung ist anders als im Dokument davor.</numerusform>
-            <numerusform>%n Einstellungen sind anders als im Dokument davor.</numerusform>
+            <numerusform>%n Einstellung weicht vom vorherigen Dokument ab.</numerusform>
+            <numerusform>%n Einstellungen weichen vom vorherigen Dokument ab.</numerusform>
         </translation>
     </message>
     <message>

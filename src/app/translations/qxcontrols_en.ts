@@ -191,10 +191,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n setting(s) differ from the document before.</source>
+        <source>%n setting(s) differ from the previous document.</source>
         <translation>
-            <numerusform>%n setting differs from the document before.</numerusform>
-            <numerusform>%n settings differ from the document before.</numerusform>
+            <numerusform>%n setting differs from the previous document.</numerusform>
+            <numerusform>%n settings differ from the previous document.</numerusform>
         </translation>
     </message>
 </context>
