@@ -268,12 +268,10 @@ bool DocumentMenu::OpenLast() {
 }
 
 bool DocumentMenu::Save() {
-    FinishTyping();
     return SaveInto(ToQt(m_workbench.File()), false);
 }
 
 bool DocumentMenu::SaveAs() {
-    FinishTyping();
     return SaveInto({}, false);
 }
 
@@ -289,6 +287,7 @@ QString DocumentMenu::AskForFile() const {
 // Saves to the file, or asks for one if it is empty. True if the document is saved or, when it is
 // being closed, discarded.
 bool DocumentMenu::SaveInto(QString file, bool isClosing) {
+    FinishTyping();
     for (;;) {
         if (file.isEmpty())
             file = AskForFile();

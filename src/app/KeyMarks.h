@@ -23,7 +23,8 @@ public:
     KeyMarks(const KeyboardState& state, KeyEdits& edits, views::KeyGrid& grid, QWidget& view);
 
 private:
-    void Show();
+    void ShowChanged();
+    void ShowUnsent();
 
     const KeyboardState& m_state;
     KeyEdits& m_edits;

@@ -78,6 +78,28 @@ std::string RemarkText(const Remark& remark) {
     return {};
 }
 
+std::string ReadText(const Stretch& stretch) {
+    const std::string number = std::to_string(stretch.number);
+    switch (stretch.origin) {
+    case Origin::OrdinaryKey:
+    case Origin::ProgrammedKey:
+        return {};
+    case Origin::TrackHeader:
+        return "prefix of track " + number;
+    case Origin::TrackData:
+        return "data of track " + number;
+    case Origin::TrackTerminator:
+        return "suffix of track " + number;
+    case Origin::ReaderHeader:
+        return "prefix of reader " + number;
+    case Origin::ReaderData:
+        return "data of reader " + number;
+    case Origin::ReaderTerminator:
+        return "suffix of reader " + number;
+    }
+    return {};
+}
+
 // Keys beyond 127 cannot be addressed by a code: they only send their own make and break codes and
 // never occur in a sequence.
 std::optional<std::vector<Byte>> CodesOf(const Stretch& stretch) {

@@ -88,6 +88,8 @@ struct Reception {
 
 // In English.
 [[nodiscard]] std::string RemarkText(const Remark& remark);
+// What a reader has sent, in English: "prefix of track 2". Empty for a key's stretch.
+[[nodiscard]] std::string ReadText(const Stretch& stretch);
 // The strokes as codes of a sequence; nothing for data, and for keys without such codes.
 [[nodiscard]] std::optional<std::vector<Byte>> CodesOf(const Stretch& stretch);
 // The strokes as a sequence text with the layout's labels, or the data in quotes.

@@ -3,6 +3,7 @@
 #include "qxcontrols/readers/BarcodeBlocks.h"
 #include "views/Bindings.h"
 #include "views/FlowLayout.h"
+#include "views/WindowUndo.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -25,14 +26,8 @@ constexpr int kColumnGap = 16;
 class SizeBox : public QSpinBox {
 protected:
     bool event(QEvent* event) override {
-        if (event->type() == QEvent::ShortcutOverride && text() == textFromValue(value())) {
-            const auto& key = static_cast<const QKeyEvent&>(*event);
-            if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
-                event->ignore();
-                return true;
-            }
-        }
-        return QSpinBox::event(event);
+        const bool isTyped = text() != textFromValue(value());
+        return (!isTyped && LeaveUndo(*event)) || QSpinBox::event(event);
     }
 };
 

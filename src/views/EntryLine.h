@@ -2,7 +2,8 @@
 // are those of the window.
 #pragma once
 
-#include <QKeyEvent>
+#include "views/WindowUndo.h"
+
 #include <QLineEdit>
 
 namespace qx::views {
@@ -14,14 +15,7 @@ public:
 
 protected:
     bool event(QEvent* event) override {
-        if (event->type() == QEvent::ShortcutOverride && text().isEmpty()) {
-            const auto& key = static_cast<const QKeyEvent&>(*event);
-            if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
-                event->ignore();
-                return true;
-            }
-        }
-        return QLineEdit::event(event);
+        return (text().isEmpty() && LeaveUndo(*event)) || QLineEdit::event(event);
     }
 };
 

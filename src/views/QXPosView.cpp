@@ -39,10 +39,12 @@ QXPosView::QXPosView(QXPos& control, QWidget* parent) : QWidget(parent) {
     m_bindings.Bind(cleanAll, QStringLiteral("cmdCleanAll"), control.cmdCleanAll,
                     [&control] { control.cmdCleanAll_Click(); });
 
+    auto* buttons = new QHBoxLayout;
+    buttons->setObjectName(QStringLiteral("buttons"));
+    buttons->addWidget(edit);
+    buttons->addWidget(cleanAll);
     auto* row = new QHBoxLayout;
-    row->setObjectName(QStringLiteral("buttonRow"));
-    row->addWidget(edit);
-    row->addWidget(cleanAll);
+    row->addLayout(buttons);
     row->addLayout(CaptionedRow(caption, number));
     row->addStretch(1);
     auto* column = new QVBoxLayout(this);

@@ -33,28 +33,13 @@ void SetCodes(KeySequence& sequence, std::initializer_list<Integer> codes) {
 }
 
 std::string OriginText(const sim::Stretch& stretch) {
-    using sim::Origin;
     const std::string number = std::to_string(stretch.number);
-    switch (stretch.origin) {
-    case Origin::OrdinaryKey:
+    if (stretch.origin == sim::Origin::OrdinaryKey)
         return "key " + number;
-    case Origin::ProgrammedKey:
+    if (stretch.origin == sim::Origin::ProgrammedKey)
         return std::string(NameOf(stretch.module)) +
                (stretch.layer ? " " + std::to_string(*stretch.layer) : "") + " " + number;
-    case Origin::TrackHeader:
-        return "prefix of track " + number;
-    case Origin::TrackData:
-        return "data of track " + number;
-    case Origin::TrackTerminator:
-        return "suffix of track " + number;
-    case Origin::ReaderHeader:
-        return "prefix of reader " + number;
-    case Origin::ReaderData:
-        return "data of reader " + number;
-    case Origin::ReaderTerminator:
-        return "suffix of reader " + number;
-    }
-    return {};
+    return ReadText(stretch);
 }
 
 // "MODULE_POS 7: +30 -30; data of track 1: abc | a remark".

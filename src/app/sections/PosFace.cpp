@@ -9,7 +9,7 @@
 #include "views/KeyGrid.h"
 #include "views/QXPosView.h"
 
-#include <QBoxLayout>
+#include <QLayout>
 #include <QToolButton>
 
 namespace qx::app {
@@ -81,10 +81,9 @@ public:
     }
     void AddActions(KeyActions& actions, KeyEdits& edits, QWidget& view) override {
         new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());
-        auto* row = view.findChild<QBoxLayout*>(QStringLiteral("buttonRow"));
+        auto* buttons = view.findChild<QLayout*>(QStringLiteral("buttons"));
         for (QAction* action : actions.Added())
-            // Before the number of blocks and the stretch.
-            row->insertWidget(row->count() - 2, ActionButton(action, action->objectName()));
+            buttons->addWidget(ActionButton(action, action->objectName()));
     }
 
     void AnswerWith(EditRequests& edits) override {

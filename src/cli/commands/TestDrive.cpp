@@ -23,27 +23,11 @@ using sim::Reception;
 // Where the codes come from: "Key 31 (A)", "POS keys › Key 3 (F2)", "prefix of track 2".
 std::string OriginText(const sim::Stretch& stretch, const host::Configuration& configuration,
                        const QXKeyboardLayoutData& layout) {
-    using sim::Origin;
-    const std::string number = std::to_string(stretch.number);
-    switch (stretch.origin) {
-    case Origin::OrdinaryKey:
+    if (stretch.origin == sim::Origin::OrdinaryKey)
         return "Key " + KeyName(stretch.number, &layout);
-    case Origin::ProgrammedKey:
+    if (stretch.origin == sim::Origin::ProgrammedKey)
         return ToText(host::NameOf(configuration, stretch.module, stretch.number, stretch.layer));
-    case Origin::TrackHeader:
-        return "prefix of track " + number;
-    case Origin::TrackData:
-        return "data of track " + number;
-    case Origin::TrackTerminator:
-        return "suffix of track " + number;
-    case Origin::ReaderHeader:
-        return "prefix of reader " + number;
-    case Origin::ReaderData:
-        return "data of reader " + number;
-    case Origin::ReaderTerminator:
-        return "suffix of reader " + number;
-    }
-    return {};
+    return ReadText(stretch);
 }
 
 Lines LinesOf(const Reception& reception, const host::Configuration& configuration,
