@@ -5,11 +5,21 @@
 #include "qxcontrols/pos/POSBlockPlaces.h"
 #include "qxcontrols/pos/QXPos.h"
 #include "views/KeyGrid.h"
+#include "views/KeyPainting.h"
+
+#include <QMenu>
+#include <QPixmap>
 
 #include <algorithm>
 #include <set>
 
 namespace qx::app {
+
+namespace {
+
+constexpr QSize kSwatch(16, 16); // of a colour in the menu
+
+} // namespace
 
 BlockActions::BlockActions(KeyActions& actions, KeyEdits& edits, views::KeyGrid& grid,
                            QXPos& control)
@@ -30,10 +40,41 @@ BlockActions::BlockActions(KeyActions& actions, KeyEdits& edits, views::KeyGrid&
     m_join->setToolTip(tr("Make the selected keys one block, which sends one sequence"));
     m_split->setToolTip(tr("Take the selected keys out of their blocks"));
     m_whole->setToolTip(tr("Select all keys of the blocks"));
-    for (QAction* action : {m_join, m_split, m_whole})
+    m_colour = actions.Make("colourBlocks", "colour", tr("Colour"), {}, [] {});
+    m_colour->setToolTip(tr("Choose the colour of the blocks"));
+    m_colour->setMenu(MakeColours());
+    for (QAction* action : {m_join, m_split, m_whole, m_colour})
         actions.Add(action);
     connect(&actions, &KeyActions::StateShown, this, &BlockActions::ShowState);
     ShowState();
+}
+
+// As the preferences have them when the menu opens.
+QMenu* BlockActions::MakeColours() {
+    auto* menu = new QMenu(&m_grid);
+    for (Integer colour = 0; colour < POSBlock::kColors; ++colour) {
+        QAction* action = menu->addAction(tr("Colour %1").arg(colour));
+        action->setObjectName(QStringLiteral("blockColour_%1").arg(colour));
+        action->setCheckable(true);
+        connect(action, &QAction::triggered, this, [this, colour] {
+            Edit([&](POSKeyboard& changed) {
+                for (const Integer slot : BlocksWith(changed, Selected()))
+                    changed.Block(slot).SetColorID(colour);
+            });
+        });
+        connect(menu, &QMenu::aboutToShow, action, [this, action, colour] {
+            const Long shown = m_edits.Bench().Preferences().POSColorBlock(colour);
+            QPixmap swatch(kSwatch);
+            swatch.fill(views::ToQColor(shown));
+            action->setIcon(swatch);
+            const POSKeyboard& blocks = m_control.PosData();
+            action->setChecked(
+                std::ranges::all_of(BlocksWith(blocks, Selected()), [&](Integer slot) {
+                    return blocks.Block(slot).ColorID() == colour;
+                }));
+        });
+    }
+    return menu;
 }
 
 std::vector<Integer> BlockActions::Selected() const {
@@ -51,6 +92,7 @@ void BlockActions::ShowState() {
     m_join->setEnabled(m_edits.Senders(all).size() > 1);
     m_split->setEnabled(isInBlock);
     m_whole->setEnabled(isInBlock);
+    m_colour->setEnabled(isInBlock);
 }
 
 void BlockActions::Edit(const std::function<void(POSKeyboard&)>& change) {

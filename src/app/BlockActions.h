@@ -10,6 +10,7 @@
 #include <vector>
 
 class QAction;
+class QMenu;
 
 namespace qx {
 class POSKeyboard;
@@ -32,6 +33,7 @@ public:
 
 private:
     [[nodiscard]] std::vector<Integer> Selected() const;
+    [[nodiscard]] QMenu* MakeColours();
     void ShowState();
     void Join();
     void Split();
@@ -41,7 +43,7 @@ private:
     KeyEdits& m_edits;
     views::KeyGrid& m_grid;
     QXPos& m_control;
-    QAction *m_join, *m_split, *m_whole;
+    QAction *m_join, *m_split, *m_whole, *m_colour;
 };
 
 } // namespace qx::app

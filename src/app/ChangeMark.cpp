@@ -4,9 +4,12 @@
 #include "views/SequenceLabel.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QComboBox>
+#include <QEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QSpinBox>
@@ -47,18 +50,39 @@ auto Shown(const views::KeyCap& cap) {
     return std::tie(cap.state, cap.caption, cap.toolTip, cap.group);
 }
 
+QRect PlaceAround(const QWidget& widget, const QWidget& parent) {
+    return QRect(widget.mapTo(&parent, QPoint()), widget.size())
+        .adjusted(-kAround, -kAround, kAround, kAround);
+}
+
+// The nearest parent that has room for a frame; what scrolls, scrolls its frame too.
+QWidget* RoomAround(const QWidget& widget) {
+    QWidget* parent = widget.parentWidget();
+    while (!parent->rect().contains(PlaceAround(widget, *parent)) &&
+           qobject_cast<QAbstractScrollArea*>(parent->parentWidget()->parentWidget()) == nullptr)
+        parent = parent->parentWidget();
+    return parent;
+}
+
 class Frame : public QWidget {
 public:
-    explicit Frame(const QWidget& around) : QWidget(around.parentWidget()) {
+    explicit Frame(const QWidget& around) : QWidget(RoomAround(around)) {
         setObjectName(QStringLiteral("changeMark"));
         setAttribute(Qt::WA_TransparentForMouseEvents);
-        setGeometry(around.geometry().adjusted(-kAround, -kAround, kAround, kAround));
+        setGeometry(PlaceAround(around, *parentWidget()));
         show();
         raise();
         QTimer::singleShot(kShownFor, this, &QObject::deleteLater);
+        qApp->installEventFilter(this);
     }
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
+            deleteLater(); // the user goes on
+        return QWidget::eventFilter(watched, event);
+    }
+
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);

@@ -215,6 +215,8 @@ QIcon DesignedStyle::standardIcon(StandardPixmap icon, const QStyleOption* optio
         return views::LineIcon(QStringLiteral("warning"));
     case SP_MessageBoxCritical:
         return views::LineIcon(QStringLiteral("error"));
+    case SP_LineEditClearButton:
+        return views::LineIcon(QStringLiteral("close"));
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
     }

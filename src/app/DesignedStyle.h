@@ -35,7 +35,7 @@ public:
     // The buttons of dialogs have no icons: the system's would be of another set.
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                                 QStyleHintReturn* returned) const override;
-    // In messages, those of the application.
+    // In messages and fields, those of the application.
     [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                                      const QWidget* widget) const override;
 

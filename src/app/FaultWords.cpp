@@ -177,8 +177,8 @@ QString Pattern(TextFaultKind kind) {
         return Faults::tr("character %1: no key has the number %2");
     case Kind::KeyNotPressable:
         return Faults::tr("character %1: %2, key %3, cannot be pressed through a sequence");
-    case Kind::NotARegularFile:
-        return Faults::tr("the file cannot be read: it is not a regular file");
+    case Kind::NotOrdinary:
+        return Faults::tr("the file cannot be read: it is not an ordinary file");
     case Kind::NotReadable:
         return Faults::tr("the file cannot be read");
     case Kind::LargerThan:

@@ -44,6 +44,7 @@ QToolButton* ActionButton(QAction* action, const QString& name) {
     button->setDefaultAction(action);
     button->setObjectName(name);
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setPopupMode(QToolButton::InstantPopup); // if the action has a menu
     button->setFocusPolicy(Qt::StrongFocus);
     return button;
 }

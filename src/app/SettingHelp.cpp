@@ -180,7 +180,8 @@ constexpr Description kDescriptions[] = {
     {"KeyFontSize",
      QT_TRANSLATE_NOOP(
          "SettingHelp",
-         "The smallest size of texts on keys; where there is room, they are larger.")},
+         "The smallest size of texts on keys, but never below 8 points; where there is room, "
+         "they are larger.")},
     {"appearance",
      QT_TRANSLATE_NOOP("SettingHelp",
                        "Whether all windows are light or dark. Keys with the light or the dark "

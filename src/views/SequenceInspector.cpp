@@ -86,6 +86,7 @@ void SequenceInspector::Show(const std::optional<Edited>& edited) {
         m_draft->Start(edited->codes);
     }
     ShowDraft();
+    m_received->setCursorPosition(0);
 }
 
 void SequenceInspector::ShowLayout(const QXKeyboardLayoutData* layout) {
@@ -140,7 +141,10 @@ void SequenceInspector::ShowDraft() {
     m_back->setEnabled(m_draft->CaretCode() > 0);
     m_clear->setEnabled(!m_draft->Codes().empty());
     const auto received = m_receive ? m_receive() : std::nullopt;
-    m_received->setText(received ? *received : ToQt(SequenceToText(m_draft->Codes(), *m_layout)));
+    const QString sent = ToQt(SequenceToText(m_draft->Codes(), *m_layout));
+    m_received->setText(received.value_or(sent));
+    if (m_received->text() != sent)
+        m_received->setCursorPosition(0);
     const QStringList warnings = m_warn ? m_warn(m_draft->Codes()) : QStringList();
     m_warnings->setText(warnings.join(u'\n'));
     ShowFault(m_fault->text());

@@ -386,8 +386,13 @@ TEST(MainWindow, UndoGoesToTheChangeAndMarksIt) {
     EXPECT_EQ(slider->value(), 6);
     EXPECT_EQ(desk.window->focusWidget(), slider);
     auto* mark = desk.Find<QWidget>("changeMark");
-    EXPECT_TRUE(mark->geometry().contains(slider->geometry()));
-    EXPECT_EQ(mark->parentWidget(), slider->parentWidget());
+    const QWidget* around = mark->parentWidget();
+    const QRect place(slider->mapTo(around, QPoint()), slider->size());
+    EXPECT_TRUE(mark->geometry().contains(place));
+    EXPECT_TRUE(around->rect().contains(mark->geometry())) << "nothing of it is cut off";
+    QTest::keyClick(slider, Qt::Key_Shift);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(desk.window->findChild<QWidget*>("changeMark"), nullptr) << "the user goes on";
 }
 
 } // namespace

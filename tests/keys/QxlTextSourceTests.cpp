@@ -84,9 +84,9 @@ TEST_F(QxlTextSourceTest, RefusesAnythingButASmallFile) {
     const std::pair<std::string, std::string> rows[] = {
         {"absent.qxl", "the file cannot be read"},
         {"most.qxl\\deeper.qxl", "the file cannot be read"},
-        {"", "not a regular file"},
-        {"endless.qxl", "not a regular file"},
-        {"pipe.qxl", "not a regular file"},
+        {"", "not an ordinary file"},
+        {"endless.qxl", "not an ordinary file"},
+        {"pipe.qxl", "not an ordinary file"},
         {"large.qxl", "larger than 1 MiB"},
     };
     for (const auto& [name, reason] : rows) {
@@ -103,46 +103,54 @@ TEST_F(QxlTextSourceTest, RefusesAnythingButASmallFile) {
 
 TEST_F(QxlTextSourceTest, ACheckFindsErrorsThatAnOpenIgnores) {
     const std::string rectangle = "(0,0,600,600)";
-    const std::pair<std::string, std::string> rows[] = {
-        {"1030=" + rectangle, "support is missing"},
-        {"1030=" + rectangle + "3", "support is \"3\", not 0, 1 or 2"},
-        {"1030=" + rectangle + "\xC3\xA4", "support is \"\xC3\xA4\", not 0, 1 or 2"},
-        {"1030=" + rectangle + "2", "colour set is missing"},
-        {"1030=" + rectangle + "2x  A", "colour set is \"x\", not 0, 1 or 2"},
-        {"1030=" + rectangle + "21", "the key has no caption"},
-        {"1030=" + rectangle + "21   \\\\ ", "the key has no caption"},
-        {"1030=10  A", "the rectangle (top,left,width,height) is missing"},
-        {"1030=(0,0,600,25)10  A", "a key of 600 by 25 cannot be seen: more than 25 each way, or "
-                                   "0 by 0 for a key without a place"},
-        {"1030=(0,0,-600,600)10  A", "a key of -600 by 600 cannot be seen: more than 25 each way, "
-                                     "or 0 by 0 for a key without a place"},
-        {"1030=(0,0,600)10  A", "no \",\" in (top,left,width,height)"},
-        {"1030=(0,0,600,65536)10  A", "65536 exceeds 16 bits"},
+    using Kind = TextFaultKind;
+    const std::pair<std::string, TextFault> rows[] = {
+        {"1030=" + rectangle, {Kind::SupportMissing, {"30"}}},
+        {"1030=" + rectangle + "3", {Kind::SupportInvalid, {"30", "3"}}},
+        {"1030=" + rectangle + "\xC3\xA4", {Kind::SupportInvalid, {"30", "\xC3\xA4"}}},
+        {"1030=" + rectangle + "2", {Kind::ColourMissing, {"30"}}},
+        {"1030=" + rectangle + "2x  A", {Kind::ColourInvalid, {"30", "x"}}},
+        {"1030=" + rectangle + "21", {Kind::CaptionMissing, {"30"}}},
+        {"1030=" + rectangle + "21   \\\\ ", {Kind::CaptionMissing, {"30"}}},
+        {"1030=10  A", {Kind::RectangleMissing, {"30"}}},
+        {"1030=(0,0,600,25)10  A", {Kind::RectangleInvisible, {"30", "600", "25"}}},
+        {"1030=(0,0,-600,600)10  A", {Kind::RectangleInvisible, {"30", "-600", "600"}}},
+        {"1030=(0,0,600)10  A", {Kind::NoSeparator, {"30", ","}}},
+        {"1030=(0,0,600,65536)10  A", {Kind::NumberOver16Bits, {"30", "65536"}}},
     };
-    for (const auto& [line, reason] : rows) {
+    for (const auto& [line, fault] : rows) {
         SCOPED_TRACE(line);
         Write("a.qxl", "1=1033\n3=Name\n" + line + "\n1031=x\n");
         ASSERT_TRUE(source.Open(Path("a.qxl"))) << source.Error();
-        const std::string fault = WordsOf(FaultIn(source).value());
-        EXPECT_TRUE(
-            fault.starts_with((m_folder / "a.qxl").string() + ", line 3: position code 30: "))
-            << fault;
-        EXPECT_TRUE(fault.ends_with(reason)) << fault;
+        const LayoutFault found = FaultIn(source).value();
+        EXPECT_EQ(found.fault, fault) << WordsOf(found);
+        EXPECT_EQ(found.line, 3U);
+        EXPECT_EQ(found.file, (m_folder / "a.qxl").string());
     }
-    const std::pair<std::string, std::string> files[] = {
-        {"1030=(0,0,26,26)11  A\n1031=00\n1032=(0,0,0,0)22  B\n1033=(5,5,90,90)10  \\\\C", ""},
-        {"3=Empty\n1030= \n", ": the layout has no keys"},
-        {"3=A\n1=en\n1030=x", ", line 2: \"en\" is not a language id from 1 to 32767"},
-        {"1=32768\n1030=x", ", line 1: \"32768\" is not a language id from 1 to 32767"},
-        {"1=0\n1030=x", ", line 1: \"0\" is not a language id from 1 to 32767"},
+    struct File {
+        std::string content;
+        std::size_t line;
+        TextFault fault;
     };
-    for (const auto& [content, fault] : files) {
+    const File files[] = {
+        {"3=Empty\n1030= \n", 0, {Kind::NoKeys}},
+        {"3=A\n1=en\n1030=x", 2, {Kind::NotALanguageID, {"en"}}},
+        {"1=32768\n1030=x", 1, {Kind::NotALanguageID, {"32768"}}},
+        {"1=0\n1030=x", 1, {Kind::NotALanguageID, {"0"}}},
+    };
+    for (const auto& [content, line, fault] : files) {
+        SCOPED_TRACE(content);
         Write("b.qxl", content);
         ASSERT_TRUE(source.Open(Path("b.qxl"))) << source.Error();
-        const auto found = FaultIn(source);
-        EXPECT_EQ(found ? WordsOf(*found) : "",
-                  fault.empty() ? "" : (m_folder / "b.qxl").string() + fault);
+        const LayoutFault found = FaultIn(source).value();
+        EXPECT_EQ(found.fault, fault) << WordsOf(found);
+        EXPECT_EQ(found.line, line);
+        EXPECT_EQ(found.file, (m_folder / "b.qxl").string());
     }
+    Write("c.qxl",
+          "1030=(0,0,26,26)11  A\n1031=00\n1032=(0,0,0,0)22  B\n1033=(5,5,90,90)10  \\\\C");
+    ASSERT_TRUE(source.Open(Path("c.qxl"))) << source.Error();
+    EXPECT_FALSE(FaultIn(source));
 }
 
 TEST_F(QxlTextSourceTest, FindsTheLayoutForALanguage) {

@@ -10,11 +10,14 @@
 #include "views/QXPosView.h"
 
 #include <QLayout>
+#include <QMenu>
 #include <QToolButton>
 
 namespace qx::app {
 
 namespace {
+
+constexpr int kArrow = 12; // pixels, of a button with a menu
 
 constexpr SettingWord kWords[] = {
     {"slot", QT_TRANSLATE_NOOP("SettingWords", "Key")},
@@ -33,7 +36,7 @@ public:
         Control().SetButtonEdit(
             ButtonText(tr("Edit blocks…"), tr("Group keys into blocks that send one sequence")));
         Control().SetButtonCleanAll(
-            ButtonText(tr("Remove all blocks…"), tr("Remove all blocks and their sequences")));
+            ButtonText(tr("Remove all…"), tr("Remove all blocks and their sequences")));
     }
 
     [[nodiscard]] QWidget* MakeView() override { return new views::QXPosView(Control()); }
@@ -82,8 +85,14 @@ public:
     void AddActions(KeyActions& actions, KeyEdits& edits, QWidget& view) override {
         new BlockActions(actions, edits, *view.findChild<views::KeyGrid*>(), Control());
         auto* buttons = view.findChild<QLayout*>(QStringLiteral("buttons"));
-        for (QAction* action : actions.Added())
-            buttons->addWidget(ActionButton(action, action->objectName()));
+        for (QAction* action : actions.Added()) {
+            QToolButton* button = ActionButton(action, action->objectName());
+            if (action->menu() != nullptr) { // no room for a text and its arrow
+                button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+                button->setMinimumWidth(button->sizeHint().width() + kArrow);
+            }
+            buttons->addWidget(button);
+        }
     }
 
     void AnswerWith(EditRequests& edits) override {

@@ -201,6 +201,18 @@
             <numerusform>Die Blöcke %1 und ihre Folgen wurden entfernt.</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Choose the colour of the blocks</source>
+        <translation>Die Farbe der Blöcke wählen</translation>
+    </message>
+    <message>
+        <source>Colour %1</source>
+        <translation>Farbe %1</translation>
+    </message>
 </context>
 <context>
     <name>ChipRow</name>
@@ -1308,7 +1320,7 @@
         <translation>Zeichen %1: %2, Taste %3, lässt sich nicht durch eine Folge drücken</translation>
     </message>
     <message>
-        <source>the file cannot be read: it is not a regular file</source>
+        <source>the file cannot be read: it is not an ordinary file</source>
         <translation>die Datei ist nicht lesbar: sie ist keine gewöhnliche Datei</translation>
     </message>
     <message>
@@ -2413,8 +2425,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         </translation>
     </message>
     <message>
-        <source>Remove all blocks…</source>
-        <translation>Alle Blöcke entfernen …</translation>
+        <source>Remove all…</source>
+        <translation>Alle entfernen …</translation>
     </message>
 </context>
 <context>
@@ -3508,8 +3520,8 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Womit das Programm beginnt oder ob es danach fragt.</translation>
     </message>
     <message>
-        <source>The smallest size of texts on keys; where there is room, they are larger.</source>
-        <translation>Die kleinste Größe der Texte auf Tasten; wo Platz ist, sind sie größer.</translation>
+        <source>The smallest size of texts on keys, but never below 8 points; where there is room, they are larger.</source>
+        <translation>Die kleinste Schriftgröße auf Tasten, aber nie unter 8 Punkt; wo Platz ist, sind die Texte größer.</translation>
     </message>
 </context>
 <context>

@@ -43,7 +43,7 @@ struct Content {
 
 Content ContentOf(const std::string& sFilename) {
     if (IsSpecialFile(sFilename)) // a pipe might never end
-        return {{}, TextFault{TextFaultKind::NotARegularFile}};
+        return {{}, TextFault{TextFaultKind::NotOrdinary}};
     auto text = ReadFile(sFilename, kMostBytes + 1);
     if (!text)
         return {{}, TextFault{TextFaultKind::NotReadable}};

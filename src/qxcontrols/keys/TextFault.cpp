@@ -37,8 +37,8 @@ KindText TextOf(TextFaultKind kind) {
     case Kind::KeyNotPressable:
         return {"key-not-pressable",
                 "character %1: %2, key %3, cannot be pressed through a sequence"};
-    case Kind::NotARegularFile:
-        return {"not-a-regular-file", "the file cannot be read: it is not a regular file"};
+    case Kind::NotOrdinary:
+        return {"not-ordinary", "the file cannot be read: it is not an ordinary file"};
     case Kind::NotReadable:
         return {"not-readable", "the file cannot be read"};
     case Kind::LargerThan:

@@ -26,18 +26,18 @@ enum class TextFaultKind {
     KeyNotPressable,    // character, name, number
 
     // The file of a layout, or the folder
-    NotARegularFile, //
-    NotReadable,     //
-    LargerThan,      // MiB
-    FolderNotRead,   // the system's reason
-    NoLanguage,      // language id, number of layout files
-    NotNumberText,   //
-    NotUtf8,         //
-    HasControl,      //
-    NoSuchString,    // number, the last number
-    StringTwice,     // number, line
-    NotALanguageID,  // text
-    NoKeys,          //
+    NotOrdinary,    //
+    NotReadable,    //
+    LargerThan,     // MiB
+    FolderNotRead,  // the system's reason
+    NoLanguage,     // language id, number of layout files
+    NotNumberText,  //
+    NotUtf8,        //
+    HasControl,     //
+    NoSuchString,   // number, the last number
+    StringTwice,    // number, line
+    NotALanguageID, // text
+    NoKeys,         //
 
     // A key of a layout; the first argument is its position code
     NoSeparator,        // code, character
