@@ -120,7 +120,7 @@ void ChangeMark::MarkChanged() const {
         for (std::size_t i = 0; grid != nullptr && i < before.size(); ++i)
             if (i < grid->Keys().size() && Shown(grid->Keys()[i]) != Shown(before[i]))
                 changed.insert(before[i].index);
-        if (changed.size() <= 1)
+        if (changed.empty() || grid->Selected() == std::vector(changed.begin(), changed.end()))
             continue;
         grid->Select(changed);
         grid->setFocus(Qt::OtherFocusReason); // a field for one key alone is hidden now

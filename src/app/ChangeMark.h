@@ -1,5 +1,5 @@
 // ChangeMark: shows which editors of a page have been changed by undo or redo: a frame around each
-// for a moment, and the focus on the first. Several changed keys become selected.
+// for a moment, and the focus on the first. Changed keys become selected.
 #pragma once
 
 #include "views/KeyGrid.h"

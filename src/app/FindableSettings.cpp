@@ -32,6 +32,8 @@ std::vector<Findable> FindableSettings(Workbench& workbench,
              WithGroup(NameText(setting.name), GroupText(workbench, setting)), value,
              [goTo, place = setting.place] { goTo(place); }});
         Findable& added = all.back();
+        added.isPart =
+            setting.name.elementParts > 0 && setting.name.parts.size() > setting.name.elementParts;
         for (const host::NamePart& part : setting.name.parts)
             added.otherName += views::ToQt(part.longCaption);
     };

@@ -231,6 +231,7 @@ QString KeyActions::Fill(const Series& series) {
     }
     if (m_edits.Put(wanted))
         m_edits.ReportDone(tr("%n keys filled.", nullptr, index));
+    m_grid.setFocus(Qt::OtherFocusReason); // whose undo is the window's
     return {};
 }
 

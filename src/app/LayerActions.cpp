@@ -2,12 +2,12 @@
 
 #include "app/KeyEdits.h"
 #include "qxcontrols/keyprog/QXLayeredFuncKeys.h"
+#include "views/EntryLine.h"
 #include "views/KeyGrid.h"
 #include "views/LineIcon.h"
 #include "views/QXLayeredFuncKeysView.h"
 
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTabBar>
@@ -26,7 +26,7 @@ constexpr int kMostOfName = FuncKeyLayer::kNameLength;
 
 LayerActions::LayerActions(KeyEdits& edits, views::QXLayeredFuncKeysView& view,
                            QXLayeredFuncKeys& control)
-    : QObject(&view), m_edits(edits), m_control(control), m_name(new QLineEdit) {
+    : QObject(&view), m_edits(edits), m_control(control), m_name(new views::EntryLine) {
     m_name->setObjectName(QStringLiteral("layerName"));
     m_name->setMaxLength(kMostOfName);
     m_name->setMaximumWidth(m_name->fontMetrics().averageCharWidth() * kMostOfName);

@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t kMostOfGroup = 6;
 constexpr std::size_t kMostRows = 14; // without headings
+constexpr std::size_t kLeastOfGroup = 2;
 constexpr int kPopupWidth = 560;
 constexpr int kIndexRole = Qt::UserRole;
 
@@ -51,6 +52,14 @@ int FitOfOther(const QString& otherName, const QString& word) {
     return FitOf(otherName, word) > kFit ? kFit : 0;
 }
 
+// Whether one of the text's words begins with this.
+bool HasWord(const QString& text, const QString& word) {
+    auto at = text.indexOf(word, 0, Qt::CaseInsensitive);
+    while (at >= 0 && !BeginsWord(text, at))
+        at = text.indexOf(word, at + 1, Qt::CaseInsensitive);
+    return at >= 0;
+}
+
 // Whether the words of the phrase occur as they stand, the last of them to its end; commas between
 // them do not count.
 bool HasPhrase(QString text, const QString& phrase) {
@@ -81,13 +90,13 @@ bool IsLike(const QString& text, const QString& word) {
 }
 
 int Fit(const Findable& findable, const QStringList& words) {
-    int fit = 1;
+    int fit = findable.isPart ? 1 : 2;
     if (const QString phrase = words.join(u' '); words.size() > 1)
         fit += HasPhrase(findable.text, phrase) ? 4 : HasPhrase(findable.otherName, phrase) ? 2 : 0;
     for (const QString& word : words) {
         const int inText =
             std::max(FitOf(findable.text, word), FitOfOther(findable.otherName, word));
-        if (inText == 0 && !findable.detail.contains(word, Qt::CaseInsensitive))
+        if (inText == 0 && !HasWord(findable.detail, word))
             return 0;
         fit += std::max(inText, 1);
     }
@@ -184,19 +193,20 @@ void QuickFind::Search(const QString& text) {
             order.push_back(group);
         groups[group].push_back(index);
     }
-    std::size_t rows = 0;
+    std::size_t left = kMostRows; // each group has some of them
+    for (const auto& [group, found] : groups)
+        left -= std::min(found.size(), kLeastOfGroup);
     for (const Findable::Group group : order) {
         const std::vector<std::size_t>& found = groups[group];
-        const std::size_t shown = std::min({found.size(), kMostOfGroup, kMostRows - rows});
-        if (shown == 0)
-            continue;
+        const std::size_t least = std::min(found.size(), kLeastOfGroup);
+        const std::size_t shown = std::min({found.size(), kMostOfGroup, least + left});
+        left -= shown - least;
         AddHeading(shown == found.size() ? TitleOf(group)
                                          : tr("%1 (%2 of %3)", "kind, shown, found")
                                                .arg(TitleOf(group))
                                                .arg(shown)
                                                .arg(found.size()));
         std::for_each_n(found.begin(), shown, [this](std::size_t index) { AddFound(index); });
-        rows += shown;
     }
     if (m_popup->count() == 0)
         AddHeading(tr("Nothing found"));

@@ -20,6 +20,7 @@ struct Findable {
     std::function<void()> show;
     QString shortcut = {};
     QString otherName = {}; // found too, but not shown
+    bool isPart = false;    // of a key: its name or colour, say, and not what it sends
 };
 
 class QuickFind : public QLineEdit {

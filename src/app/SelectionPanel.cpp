@@ -1,6 +1,7 @@
 #include "app/SelectionPanel.h"
 
 #include "app/KeyActions.h"
+#include "views/EntryLine.h"
 #include "views/FaultLabel.h"
 #include "views/FlowLayout.h"
 #include "views/KeyGrid.h"
@@ -10,7 +11,6 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QToolButton>
@@ -70,7 +70,7 @@ SelectionPanel::SelectionPanel(KeyActions& actions, const views::KeyGrid& grid)
 }
 
 QWidget* SelectionPanel::MakeSeries() {
-    m_text = new QLineEdit;
+    m_text = new views::EntryLine;
     m_first = new QSpinBox;
     m_digits = new QSpinBox;
     m_enter = new QCheckBox(tr("Enter after each"));

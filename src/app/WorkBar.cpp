@@ -175,7 +175,6 @@ void WorkBar::Begin(const QString& text, Work work) {
     m_doing = text;
     m_planned = StepsOf(work);
     m_stepsDone = 0;
-    m_text->setText(text);
     m_steps->setVisible(!m_planned.empty());
     m_stop->setVisible(!m_planned.empty());
     m_stop->setEnabled(true);
@@ -183,6 +182,7 @@ void WorkBar::Begin(const QString& text, Work work) {
     m_stop->setToolTip(tr("Nothing is written until the step Write begins"));
     m_progress->setRange(0, kWhole * std::max(1, static_cast<int>(m_planned.size())));
     m_progress->setValue(0);
+    m_text->setText(text);
     if (!m_planned.empty())
         ShowSteps(m_planned.front());
     show();
@@ -201,6 +201,7 @@ void WorkBar::ShowSteps(Step now) {
                  : step == now ? QStringLiteral("<b>● %1</b>").arg(name)
                                : QStringLiteral("○ ") + name;
     }
+    m_text->setText(m_doing + QLatin1Char('\n') + TextsOf(now).sentence);
     m_stepsDone = static_cast<int>(std::ranges::find(m_planned, now) - m_planned.begin());
     m_steps->setText(steps.join(QStringLiteral("&nbsp;&nbsp; → &nbsp;&nbsp;")));
 }
@@ -208,7 +209,6 @@ void WorkBar::ShowSteps(Step now) {
 void WorkBar::ShowStep(Step step) {
     if (m_hold == nullptr)
         return;
-    m_text->setText(m_doing + QLatin1Char('\n') + TextsOf(step).sentence);
     ShowSteps(step);
     m_progress->setValue(m_stepsDone * kWhole);
     if (step == Step::Writing) {

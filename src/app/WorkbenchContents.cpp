@@ -27,16 +27,17 @@ std::unique_ptr<host::Configuration> Workbench::NewConfiguration(host::LayoutUse
 
 host::KeyboardContent Workbench::HeldContent() {
     host::KeyboardContent held;
-    Quietly([&] { held = Session().ReadContent(*NewConfiguration()); });
+    Quietly([&] { held = Writer().Read(); });
     return held;
 }
 
 host::KeyboardContent Workbench::DocumentContent(const host::KeyboardContent& held) {
     host::KeyboardContent content;
     Quietly([&] {
-        const auto scratch = NewConfiguration();
-        host::Planner planner(held, *scratch);
-        content = planner.ForSettings(WantedSections(), {.full = false, .repair = true}).after;
+        content = Writer()
+                      .PlannerFor(held)
+                      .ForSettings(WantedSections(), {.full = false, .repair = true})
+                      .after;
     });
     return content;
 }

@@ -123,8 +123,12 @@ void OptionCaptions::Add(const KeyboardInfo& keyboard, const std::filesystem::pa
 }
 
 OptionCaption OptionCaptions::Find(const std::string& place) const {
-    const auto found = m_captions.find(place);
-    return found == m_captions.end() ? OptionCaption() : found->second;
+    if (const auto found = m_captions.find(place); found != m_captions.end())
+        return found->second;
+    const bool isSwitch = place.starts_with("/barcode/pages/") && place.ends_with("/flags/0") &&
+                          place.find("/CommonSettings/") == std::string::npos;
+    return isSwitch ? OptionCaption{"Read this kind of code", "Diese Codeart lesen"}
+                    : OptionCaption();
 }
 
 } // namespace qx::host

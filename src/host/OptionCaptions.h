@@ -31,7 +31,8 @@ public:
     OptionCaptions(const KeyboardInfo& keyboard, const std::vector<std::filesystem::path>& folders,
                    std::vector<Error>& warnings);
 
-    // The name of the option at this place, as in Setting; empty if it has none.
+    // The name of the option at this place, as in Setting; empty if it has none. The switch of a
+    // symbology always has one.
     [[nodiscard]] OptionCaption Find(const std::string& place) const;
 
 private:

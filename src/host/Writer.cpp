@@ -11,7 +11,7 @@ Writer::Writer(Session& session, Options options)
       m_scratch(m_options.newConfiguration()) {}
 
 WritePlan Writer::Plan(const std::vector<Section*>& sections, const PlanOptions& options) {
-    WritePlan plan = Planner(Read(), *m_scratch).ForSettings(sections, options);
+    WritePlan plan = PlannerFor(Read()).ForSettings(sections, options);
     ProveNothingToDo(plan);
     return plan;
 }
@@ -23,7 +23,7 @@ WritePlan Writer::PlanRestore(const Backup& backup, bool otherKeyboard) {
         WhyOfOtherKeyboard(backup, now, m_options.origin, m_records.receipts, m_interrupted);
     if (other && !otherKeyboard)
         throw Error(*other);
-    WritePlan plan = Planner(now, *m_scratch).ForBackup(backup.content, !other);
+    WritePlan plan = PlannerFor(now).ForBackup(backup.content, !other);
     plan.otherKeyboard = other;
     ProveNothingToDo(plan);
     return plan;

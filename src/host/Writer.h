@@ -53,6 +53,10 @@ public:
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
 
+    // What the keyboard holds.
+    [[nodiscard]] KeyboardContent Read() { return m_session.ReadContent(*m_scratch); }
+    // Plans for a keyboard that holds this, which is not read again. Not after the writer.
+    [[nodiscard]] Planner PlannerFor(const KeyboardContent& held) { return {held, *m_scratch}; }
     // The plan for writing the settings in these sections now. An empty plan is returned only after
     // a second read confirms it; throws Error(KeyboardChanged) if the reads differ.
     [[nodiscard]] WritePlan Plan(const std::vector<Section*>& sections,
@@ -98,7 +102,6 @@ public:
     [[nodiscard]] const WriteRecords& Records() const { return m_records; }
 
 private:
-    [[nodiscard]] KeyboardContent Read() { return m_session.ReadContent(*m_scratch); }
     void ProveNothingToDo(const WritePlan& plan);
     [[nodiscard]] std::vector<JournalEntry> CutIn(const KeyboardContent& now,
                                                   const InterruptedWrites::ClaimNames& own) const;

@@ -27,7 +27,7 @@ class SizeBox : public QSpinBox {
 protected:
     bool event(QEvent* event) override {
         const bool isTyped = text() != textFromValue(value());
-        return (!isTyped && LeaveUndo(*event)) || QSpinBox::event(event);
+        return LeaveUndo(*event, isTyped, isTyped) || QSpinBox::event(event);
     }
 };
 

@@ -1,5 +1,4 @@
-// EntryLine: a line whose text is taken out when it has been used. While it is empty, undo and redo
-// are those of the window.
+// EntryLine: a line of text. While it has nothing to undo or redo, these are the window's.
 #pragma once
 
 #include "views/WindowUndo.h"
@@ -10,12 +9,12 @@ namespace qx::views {
 
 class EntryLine : public QLineEdit {
 public:
-    // Without a way back to the text that was used.
+    // Takes a text out that was used, without a way back to it.
     void Empty() { setText(QString()); }
 
 protected:
     bool event(QEvent* event) override {
-        return (text().isEmpty() && LeaveUndo(*event)) || QLineEdit::event(event);
+        return LeaveUndo(*event, isUndoAvailable(), isRedoAvailable()) || QLineEdit::event(event);
     }
 };
 

@@ -1,5 +1,6 @@
 #include "views/QXLayeredFuncKeysView.h"
 
+#include "views/EntryLine.h"
 #include "views/FlowLayout.h"
 #include "views/RowPlace.h"
 #include "views/SequenceLabel.h"
@@ -139,7 +140,7 @@ QLayout* QXLayeredFuncKeysView::MakeKeyRows() {
     auto* sequenceCaption = new QLabel;
     auto* sequence = new SequenceLabel;
     auto* descriptionCaption = new QLabel;
-    auto* description = new QLineEdit;
+    auto* description = new EntryLine;
     sequenceCaption->setBuddy(sequence);
     descriptionCaption->setBuddy(description);
     description->setMaxLength(kFuncKeyDescLength); // both count UTF-16 units

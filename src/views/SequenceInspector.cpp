@@ -11,6 +11,7 @@
 #include "views/TextEntry.h"
 #include "views/TypedCodes.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -101,6 +102,7 @@ void SequenceInspector::TakeFocus() {
 }
 
 void SequenceInspector::StartRecording() {
+    m_recordedFrom = QApplication::focusWidget();
     if (m_draft)
         m_record->setChecked(true);
 }
@@ -199,6 +201,8 @@ void SequenceInspector::Record(QToolButton& recorder, bool isOn) {
     if (isOn) {
         (&recorder == m_record ? m_device : m_record)->setChecked(false);
         recorder.setFocus();
+    } else {
+        m_recordedFrom.clear();
     }
     const bool isRecording = m_record->isChecked() || m_device->isChecked();
     m_recording->setVisible(isRecording);
@@ -234,7 +238,10 @@ bool SequenceInspector::eventFilter(QObject* watched, QEvent* event) {
         return QWidget::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() == Qt::Key_Pause) {
+        const QPointer<QWidget> from = m_recordedFrom;
         m_record->setChecked(false);
+        if (from != nullptr)
+            from->setFocus(Qt::OtherFocusReason);
         return true;
     }
     const Byte position = PositionCodeOf(key);

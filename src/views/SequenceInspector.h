@@ -5,6 +5,7 @@
 
 #include "qxcontrols/keys/SequenceDraft.h"
 
+#include <QPointer>
 #include <QStringList>
 #include <QWidget>
 
@@ -98,7 +99,8 @@ private:
     std::optional<Edited> m_edited;
     Warn m_warn;
     Receive m_receive;
-    bool m_hasRecorded = false; // something, and may go on
+    bool m_hasRecorded = false;       // something, and may go on
+    QPointer<QWidget> m_recordedFrom; // what started the recording from elsewhere
 
     QBoxLayout* m_columns;
     QBoxLayout* m_sent; // the first one

@@ -79,5 +79,16 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     ExpectSteps(10);
 }
 
+TEST_F(Hands, UndoShowsTheKeyThatComesBackIntoItsBlock) {
+    KeyGrid& grid = Grid("pos", "posDisplay");
+    grid.Select({1, 2, 3});
+    Keys(grid, {Qt::CTRL | Qt::Key_J});
+    Click(grid, 3);
+    Keys(grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_J});
+    desk.UndoAction().trigger();
+    EXPECT_EQ(grid.Selected(), std::vector<int>{3});
+    EXPECT_TRUE(grid.hasFocus());
+}
+
 } // namespace
 } // namespace qx::test

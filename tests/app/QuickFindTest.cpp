@@ -155,6 +155,17 @@ TEST(QuickFind, KnowsKeysByEveryNameThatTheyHave) {
         << found->item(1)->text().toStdString();
     first("key 1");
     EXPECT_TRUE(found->item(0)->text().startsWith("Keys (6 of ")) << "more than are shown";
+    first("key");
+    QStringList titles;
+    for (int row = 0; row < found->count(); ++row)
+        if (found->item(row)->data(Qt::UserRole).isNull())
+            titles += found->item(row)->text().section(u' ', 0, 0);
+    titles.sort();
+    EXPECT_EQ(titles, (QStringList{"Actions", "Keys", "Pages", "Settings"}))
+        << titles.join(u' ').toStdString();
+    EXPECT_EQ(first("esc"), "Free keys › Key 110 (Esc)");
+    EXPECT_TRUE(found->item(2)->text().startsWith("POS keys › Key 1 (Esc)"))
+        << "neither its number nor its colour";
     for (const char* words : {"layer 0 f2", "layer 0, f2"})
         EXPECT_EQ(first(words), "Layered function keys › Layer 0, F2") << "F20 is programmed";
     EXPECT_EQ(first("page up"), "Free keys › Key 85 (PgUp)");

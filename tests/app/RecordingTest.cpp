@@ -18,6 +18,17 @@ protected:
     }
 };
 
+TEST_F(Recording, GivesTheFocusBackToTheKeys) {
+    Select("layeredFuncKeys", "funcKeys", 3);
+    auto* grid = desk.Find<views::KeyGrid>("funcKeys");
+    Keys(*grid, {Qt::CTRL | Qt::SHIFT | Qt::Key_R});
+    auto* record = desk.Find<QToolButton>("record");
+    EXPECT_TRUE(record->hasFocus());
+    Keys(*record, {Qt::Key_Pause});
+    EXPECT_FALSE(record->isChecked());
+    EXPECT_TRUE(grid->hasFocus());
+}
+
 #ifndef Q_OS_WIN // whose scan codes are others
 // The first press makes a block of the key, which has another title from then on.
 TEST_F(Recording, OfAPosKeyMakesABlockAndGoesOn) {

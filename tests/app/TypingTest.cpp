@@ -38,6 +38,28 @@ TEST_F(Hands, UndoIsTheWindowsUnlessANumberIsBeingTyped) {
     EXPECT_FALSE(desk.workbench.History().CanUndo());
 }
 
+// What a field has made is undone at once, though the field was typed into.
+TEST_F(Hands, UndoTakesASeriesAndTheNameOfALayerBack) {
+    KeyGrid& grid = Layers();
+    grid.Select({0, 1, 2});
+    Keys(grid, {Qt::CTRL | Qt::Key_L});
+    auto* text = desk.Find<QLineEdit>("seriesText");
+    QTest::keyClicks(text, "T");
+    Keys(*text, {Qt::Key_Return});
+    EXPECT_EQ(desk.Notice().toStdString(), "3 keys filled.");
+    Keys(*desk.window->focusWidget(), {Qt::CTRL | Qt::Key_Z});
+    EXPECT_FALSE(desk.workbench.History().CanUndo());
+
+    auto* name = desk.Find<QLineEdit>("layerName");
+    name->setFocus();
+    QTest::keyClicks(name, "Bar");
+    Keys(*name, {Qt::Key_Return});
+    for (int press = 0; press < 2; ++press)
+        Keys(*name, {Qt::CTRL | Qt::Key_Z});
+    EXPECT_EQ(name->text(), QString());
+    EXPECT_FALSE(desk.workbench.History().CanUndo());
+}
+
 // Its button is disabled then, and must not hand the focus on to another field.
 TEST_F(Hands, JoinLeavesTheFocusOnTheKeys) {
     KeyGrid& grid = Grid("pos", "posDisplay");

@@ -43,6 +43,10 @@ TEST_F(Writing, ShowsItsSteps) {
     QObject::connect(&desk.workbench, &app::Workbench::Stepped, work, [&](host::Step step) {
         EXPECT_TRUE(work->isVisible());
         EXPECT_TRUE(work->text().contains(QStringLiteral("Do not unplug")));
+        for (const QLabel* text : {work, steps}) {
+            EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+            EXPECT_GE(text->height(), text->minimumSizeHint().height()) << "of two lines";
+        }
         EXPECT_EQ(desk.workbench.Records().backups.List().size(),
                   step == host::Step::SavingBackup ? 0U : 1U);
         EXPECT_EQ(StopButton().isEnabled(), step < host::Step::Writing);

@@ -100,7 +100,7 @@ TEST_F(OptionCaptionsTest, NameTheSettingsOfAConfiguration) {
         if (setting.place.starts_with("/barcode/pages/Code39/flags"))
             names.push_back(ToText(setting.name));
     ASSERT_EQ(names.size(), 7U);
-    EXPECT_EQ(names[0], "Barcode reader › Code 39 › Option 0");
+    EXPECT_EQ(names[0], "Barcode reader › Code 39 › Read this kind of code");
     EXPECT_EQ(names[1], "Barcode reader › Code 39 › Check digit");
 }
 

@@ -144,11 +144,9 @@ private:
             const QString name = !own.isEmpty() ? own
                                                 : WordOf(kBarcode, "flags") + QLatin1Char(' ') +
                                                       QString::number(option);
-            const bool isSwitch = option == 0 && ePage != BP_CommonSettings;
-            const QString caption =
-                !HasBarcodeConfigBit(ePage, option) ? tr("%1 (not kept by the keyboard)").arg(name)
-                : isSwitch && own.isEmpty()         ? tr("%1 (reads this kind of code)").arg(name)
-                                                    : name;
+            const QString caption = HasBarcodeConfigBit(ePage, option)
+                                        ? name
+                                        : tr("%1 (not kept by the keyboard)").arg(name);
             page.Flag(option).SetCaption(caption.toStdString());
         }
         Control().SetListEntry(ePage, WordOf(kBarcode, kBarcodePageNames[index]).toStdString());

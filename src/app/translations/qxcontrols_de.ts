@@ -127,10 +127,6 @@
         <source>%1 (not kept by the keyboard)</source>
         <translation>%1 (wird nicht in der Tastatur gespeichert)</translation>
     </message>
-    <message>
-        <source>%1 (reads this kind of code)</source>
-        <translation>%1 (liest diese Codeart)</translation>
-    </message>
     <message numerus="yes">
         <source>Reads %n kind(s) of code</source>
         <translation>

@@ -30,6 +30,17 @@ std::string OriginText(const sim::Stretch& stretch, const host::Configuration& c
     return ReadText(stretch);
 }
 
+// Symbologies have the names of the settings.
+std::string RemarkText(sim::Remark remark, const host::Configuration& configuration) {
+    using Kind = sim::Remark::Kind;
+    if (remark.kind == Kind::SymbologyOff || remark.kind == Kind::CodeLengthRefused)
+        for (const host::Setting& option : configuration.List(
+                 *configuration.Find("barcode"),
+                 {"/barcode/pages/" + remark.values[0] + "/flags/0"}, host::Listed::All))
+            remark.values[0] = StepsOf(option.name).at(1);
+    return RemarkText(remark);
+}
+
 Lines LinesOf(const Reception& reception, const host::Configuration& configuration,
               const QXKeyboardLayoutData& layout) {
     std::vector<std::vector<std::string>> rows;
@@ -40,7 +51,7 @@ Lines LinesOf(const Reception& reception, const host::Configuration& configurati
     if (!rows.empty() && reception.outputDelay)
         lines.push_back("output delay between codes: " + std::to_string(*reception.outputDelay));
     for (const sim::Remark& remark : reception.remarks)
-        lines.push_back(RemarkText(remark));
+        lines.push_back(RemarkText(remark, configuration));
     return lines;
 }
 
@@ -59,7 +70,7 @@ host::Json JsonOf(const Reception& reception, const host::Configuration& configu
     }
     host::Json json = {{"received", received}, {"remarks", host::Json::array()}};
     for (const sim::Remark& remark : reception.remarks)
-        json["remarks"].push_back(RemarkText(remark));
+        json["remarks"].push_back(RemarkText(remark, configuration));
     json["outputDelay"] = reception.outputDelay ? host::Json(*reception.outputDelay) : host::Json();
     return json;
 }
