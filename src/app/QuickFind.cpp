@@ -26,6 +26,11 @@ bool BeginsWord(const QString& text, qsizetype at) {
     return at == 0 || !text.at(at - 1).isLetterOrNumber();
 }
 
+bool IsWord(const QString& text, qsizetype at, qsizetype size) {
+    return BeginsWord(text, at) &&
+           (at + size == text.size() || !text.at(at + size).isLetterOrNumber());
+}
+
 // Of what it is, not of where it is: "Preferences › Language".
 QString InitialsOf(const QString& text) {
     QString initials;
@@ -40,7 +45,10 @@ int FitOf(const QString& text, const QString& word) {
     int fit = 0;
     for (auto at = text.indexOf(word, 0, Qt::CaseInsensitive); at >= 0;
          at = text.indexOf(word, at + 1, Qt::CaseInsensitive))
-        fit = std::max(fit, at == 0 ? 6 : BeginsWord(text, at) ? 5 : 2);
+        fit = std::max(fit, at == 0                         ? 7
+                            : IsWord(text, at, word.size()) ? 6
+                            : BeginsWord(text, at)          ? 5
+                                                            : 2);
     if (fit < 3 && word.size() > 1 && InitialsOf(text).startsWith(word, Qt::CaseInsensitive))
         fit = 3; // "wtk" for "Write to keyboard"
     return fit;
@@ -65,11 +73,9 @@ bool HasWord(const QString& text, const QString& word) {
 bool HasPhrase(QString text, const QString& phrase) {
     text.replace(QLatin1String(", "), QLatin1String(" "));
     for (auto at = text.indexOf(phrase, 0, Qt::CaseInsensitive); at >= 0;
-         at = text.indexOf(phrase, at + 1, Qt::CaseInsensitive)) {
-        const qsizetype end = at + phrase.size();
-        if (BeginsWord(text, at) && (end == text.size() || !text.at(end).isLetterOrNumber()))
+         at = text.indexOf(phrase, at + 1, Qt::CaseInsensitive))
+        if (IsWord(text, at, phrase.size()))
             return true;
-    }
     return false;
 }
 

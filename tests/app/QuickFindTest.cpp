@@ -163,6 +163,8 @@ TEST(QuickFind, KnowsKeysByEveryNameThatTheyHave) {
     titles.sort();
     EXPECT_EQ(titles, (QStringList{"Actions", "Keys", "Pages", "Settings"}))
         << titles.join(u' ').toStdString();
+    EXPECT_EQ(first("f2"), "Free keys › Key 113 (F2)");
+    EXPECT_TRUE(found->item(6)->text().endsWith(QStringLiteral(", F2"))) << "before F20";
     EXPECT_EQ(first("esc"), "Free keys › Key 110 (Esc)");
     EXPECT_TRUE(found->item(2)->text().startsWith("POS keys › Key 1 (Esc)"))
         << "neither its number nor its colour";
