@@ -10,7 +10,8 @@ protected:
     struct Row {
         const char* patch; // members that are put into the job, or into its second unit
         const char* place;
-        const char* message;
+        const char* code;                     // of the first fault
+        std::vector<const char*> arguments{}; // each is, or is in, one of the fault
     };
     // No row's job is accepted, and no keyboard is touched.
     void ExpectRefused(const std::vector<Row>& rows,
@@ -22,11 +23,16 @@ protected:
             for (const auto& [key, value] : patch.items())
                 patched(job)[key] = value;
             const Outcome outcome = RunJob();
-            EXPECT_EQ(outcome.status, 6) << row.message << outcome.err;
+            EXPECT_EQ(outcome.status, 6) << row.patch << outcome.err;
             const Json error = Json::parse(outcome.out)["error"];
             EXPECT_EQ(error["place"], row.place) << outcome.err;
-            EXPECT_NE(error["message"].get<std::string>().find(row.message), std::string::npos)
-                << outcome.err;
+            const Json fault = error["faults"][0];
+            EXPECT_EQ(fault["place"], row.place) << fault;
+            EXPECT_EQ(fault["code"], row.code) << fault;
+            const auto arguments = fault["arguments"].get<std::vector<std::string>>();
+            ASSERT_EQ(arguments.size(), row.arguments.size()) << fault;
+            for (std::size_t i = 0; i < arguments.size(); ++i)
+                EXPECT_NE(arguments[i].find(row.arguments[i]), std::string::npos) << fault;
             EXPECT_EQ(opened, "");
         }
         job = whole;
@@ -43,19 +49,21 @@ protected:
 TEST_F(JobFile, FaultsAreNamedBeforeAKeyboardIsTouched) {
     ExpectRefused(
         {
-            {R"({"format": "x"})", "/format", "not a file of the format \"qx-batch\""},
-            {R"({"version": 2})", "/version", "version 2 is not known"},
-            {R"({"unit": []})", "/unit", "unknown member \"unit\""},
-            {R"({"units": []})", "/units", "the list is empty"},
-            {R"({"units": [7]})", "/units/0", "7 is not an object"},
-            {R"({"document": "none.json"})", "/units/0/document", "none.json"},
-            {R"({"document": null})", "/document", "null is not a text"},
-            {R"({"variables": {"store": "7"}})", "/variables/store",
-             "no document has a placeholder"},
-            {R"({"variables": {"till": 7}})", "/variables/till", "7 is not a text"},
-            {R"({"variables": {"1": "7"}})", "/variables/1", "is not a variable's name"},
-            {R"({"bench": {"model": "full"}})", "/bench/model", "is for a \"keyboard\""},
-            {R"({"bench": {"keyboard": "port.qxk"}})", "/units/0", "this is a job for the bench"},
+            {R"({"format": "x"})", "/format", "other-format", {"qx-batch"}},
+            {R"({"version": 2})", "/version", "unknown-version", {"2", "1"}},
+            {R"({"unit": []})", "/unit", "unknown-member", {"\"unit\""}},
+            {R"({"units": []})", "/units", "empty-list"},
+            {R"({"units": [7]})", "/units/0", "not-an-object", {"7"}},
+            {R"({"document": "none.json"})",
+             "/units/0/document",
+             "document-unusable",
+             {"none.json"}},
+            {R"({"document": null})", "/document", "not-a-text", {"null"}},
+            {R"({"variables": {"store": "7"}})", "/variables/store", "variable-unused", {"store"}},
+            {R"({"variables": {"till": 7}})", "/variables/till", "not-a-text", {"7"}},
+            {R"({"variables": {"1": "7"}})", "/variables/1", "not-a-variable", {"1"}},
+            {R"({"bench": {"model": "full"}})", "/bench/model", "model-without-keyboard"},
+            {R"({"bench": {"keyboard": "port.qxk"}})", "/units/0", "keyboard-at-bench"},
         },
         [](Json& whole) -> Json& { return whole; });
     // All of them are named.
@@ -72,18 +80,24 @@ TEST_F(JobFile, FaultsAreNamedBeforeAKeyboardIsTouched) {
 TEST_F(JobFile, FaultsOfUnitsAreNamed) {
     ExpectRefused(
         {
-            {R"({"name": "till 1"})", "/units/1/name", "is the name of another unit"},
-            {R"({"keyboard": "./x/../1.qxk"})", "/units/1/keyboard", "is also that of till 1"},
-            {R"({"keyboard": ""})", "/units/1/keyboard", "is empty"},
-            {R"({"driver": 4})", "/units/1/driver", "4 is not a text"},
-            {R"({"till": "001"})", "/units/1/till", "unknown member \"till\""},
-            {R"({"identifier": "7"})", "/units/1/identifier",
-             "is not an identifier like {01234567-"},
-            {R"({"variables": {}})", "/units/1",
-             "/magnetCard/tracks/0/header: a value is missing for till"},
-            {R"({"variables": {"till": "€"}})", "/units/1", "no key of the layout types"},
-            {R"({"variables": {"till": "1", "tlil": "1"}})", "/units/1/variables/tlil",
-             "has no placeholder ${tlil}"},
+            {R"({"name": "till 1"})", "/units/1/name", "name-taken"},
+            {R"({"keyboard": "./x/../1.qxk"})", "/units/1/keyboard", "keyboard-taken", {"till 1"}},
+            {R"({"keyboard": ""})", "/units/1/keyboard", "empty-text"},
+            {R"({"driver": 4})", "/units/1/driver", "not-a-text", {"4"}},
+            {R"({"till": "001"})", "/units/1/till", "unknown-member", {"\"till\""}},
+            {R"({"identifier": "7"})", "/units/1/identifier", "not-an-identifier", {"7"}},
+            {R"({"variables": {}})",
+             "/units/1",
+             "fault-in-document",
+             {"till 2", "till.json", "/magnetCard/tracks/0/header", "a value is missing for till"}},
+            {R"({"variables": {"till": "€"}})",
+             "/units/1",
+             "fault-in-document",
+             {"till 2", "till.json", "/magnetCard/tracks/0/header", "no key of the layout types"}},
+            {R"({"variables": {"till": "1", "tlil": "1"}})",
+             "/units/1/variables/tlil",
+             "variable-unused-by-unit",
+             {"till 2", "till.json", "tlil"}},
         },
         [](Json& whole) -> Json& { return whole["units"][1]; });
 }

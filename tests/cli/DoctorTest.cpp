@@ -91,6 +91,7 @@ TEST(Doctor, DescribesTheDriverLibrary) {
     EXPECT_EQ(report["driver"]["wordSize"], 8 * sizeof(void*));
     EXPECT_EQ(report["driver"]["size"], std::filesystem::file_size(QX_WILD_DRIVER));
     EXPECT_EQ(report["keyboard"]["name"], "QX-POS-FULL");
+    EXPECT_EQ(report["problems"][0]["code"], "transfer-failed");
     EXPECT_NE(report["problems"][0]["message"].get<std::string>().find("crashed"),
               std::string::npos);
 

@@ -177,11 +177,10 @@ TEST_P(FaultSweepOfBreaks, ATransferThatBreaksOffIsReported) {
         EXPECT_TRUE(upload.out.empty());
         EXPECT_TRUE(keyboard.Memory() == before);
         const Outcome download =
-            keyboard.Run({"download", "--full", changedFile}, {0, 0, false, -1, bytes});
+            keyboard.Run({"--json", "download", "--full", changedFile}, {0, 0, false, -1, bytes});
         EXPECT_EQ(download.status, 4);
         const bool isChanged = keyboard.Memory() != before;
-        EXPECT_NE(download.err.find(isChanged ? "holds everything" : "nothing changed"),
-                  std::string::npos)
+        EXPECT_EQ(host::Json::parse(download.out)["error"]["holds"], isChanged ? "new" : "old")
             << download.err;
     }
 }
