@@ -135,14 +135,14 @@ class Tills:
             if facts["way"] is None:
                 self.expect(name, results, host, word)
 
-    def expect(self, name, results, host, word, code=None, state=None, text=""):
+    def expect(self, name, results, host, word, code=None, state=None, text="", **facts):
         result = results.get(host) or fail(f"{name}: {host} is not in the report")
         error = result["error"] or {"code": None, "message": ""}
         seen = (result["result"], error["code"], result["keyboard_state"])
         wanted = (word, code, state or result["keyboard_state"])
         require(
-            seen == wanted and text in error["message"],
-            f"{name}: {host}: {result}, not {wanted}, {text}",
+            seen == wanted and text in error["message"] and facts.items() <= error.items(),
+            f"{name}: {host}: {result}, not {wanted}, {text}, {facts}",
         )
 
     def of(self, way):
@@ -151,12 +151,14 @@ class Tills:
     def expect_broken(self, name, results, interrupted):
         unopened = ("failed", "keyboard-not-opened", "unchanged")
         for host in self.of("damaged"):
-            self.expect(name, results, host, *unopened, "QXCFG_Init")
+            facts = {"cause": "opening-failed", "function": "QXCFG_Init"}
+            self.expect(name, results, host, *unopened, **facts)
         for host in self.of("driver"):
-            self.expect(name, results, host, *unopened, "/nowhere/libdriver.so")
+            facts = {"cause": "driver-unusable", "file": "/nowhere/libdriver.so"}
+            self.expect(name, results, host, *unopened, **facts)
         for host in self.of("variable"):
-            place = "/commonKeyboard/outputDelay: "
-            self.expect(name, results, host, "failed", "document-invalid", "unchanged", place)
+            unfit = ("failed", "document-invalid", "unchanged")
+            self.expect(name, results, host, *unfit, place="/commonKeyboard/outputDelay")
         for host in self.of("hanging"):
             text = f"did not end within {DELAY_OF_DRIVER} s"
             self.expect(name, results, host, "failed", "timeout", "unchanged", text)

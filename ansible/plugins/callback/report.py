@@ -39,6 +39,7 @@ from ansible.plugins.callback import CallbackBase
 
 MODULE = "qxcontrols.keyboards.keyboard"
 MEMBERS = ("document", "keyboard_state", "bytes_sent", "backup", "recovered", "receipt")
+ERROR_MEMBERS = ("cause", "place", "file", "function")  # as qxconf reports them
 
 
 class CallbackModule(CallbackBase):
@@ -107,6 +108,8 @@ class CallbackModule(CallbackBase):
         entry["error"] = None
         if word in ("failed", "unreachable"):
             entry["error"] = {"code": answer.get("code", word), "message": answer.get("msg", "")}
+            of_qxconf = answer["error"] if self._is_ours(result) and answer.get("error") else {}
+            entry["error"].update((name, of_qxconf.get(name)) for name in ERROR_MEMBERS)
         self._keyboards.append(entry)
 
     @staticmethod
