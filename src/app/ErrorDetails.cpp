@@ -20,12 +20,9 @@ struct Errors {
     Q_DECLARE_TR_FUNCTIONS(Errors)
 };
 
-// The driver's own words for a status; those of the simulated keyboard are translated.
-QString MeaningText(const host::FailedCall& call) {
+QString StatusText(sim::Status status) {
     using sim::Status;
-    if (call.meaning != sim::StatusText(call.status))
-        return ToQt(call.meaning);
-    switch (static_cast<Status>(call.status)) {
+    switch (status) {
     case Status::Ok:
         return Errors::tr("success");
     case Status::NotOpen:
@@ -58,6 +55,16 @@ QString MeaningText(const host::FailedCall& call) {
     return {};
 }
 
+// The driver's own words; those of the simulated keyboard are translated, unless its problem says
+// more.
+QString MeaningText(const host::Error& error) {
+    if (!error.isSimulated)
+        return ToQt(error.call->meaning);
+    return error.problem == files::Problem()
+               ? StatusText(static_cast<sim::Status>(error.call->status))
+               : QString();
+}
+
 QString Hex(Long number) {
     return QString::number(number, 16).toUpper();
 }
@@ -73,8 +80,7 @@ QString DetailsText(const host::Error& error) {
     if (error.call) {
         add(Errors::tr("Driver's function: %1"), ToQt(error.call->function));
         add(Errors::tr("Driver's status: %1"), QString::number(error.call->status));
-        if (error.call->meaning != files::WordsOf(error.problem)) // which is worded below
-            add(Errors::tr("Driver's message: %1"), MeaningText(*error.call));
+        add(Errors::tr("Driver's message: %1"), MeaningText(error));
         add(QStringLiteral("%1"), DeedText(error.problem));
     }
     if (error.problem.deed == files::Deed::None)

@@ -19,14 +19,19 @@ struct Errors {
     Q_DECLARE_TR_FUNCTIONS(Errors)
 };
 
-QString KindOfFile(const std::string& key) {
-    if (key == "rom")
+QString FileContent(const host::Error& error) {
+    using host::KeyboardFile;
+    if (!error.keyboardFile)
+        return {};
+    switch (*error.keyboardFile) {
+    case KeyboardFile::Rom:
         return Errors::tr("keyboard firmware");
-    if (key == "chipcard")
+    case KeyboardFile::ChipcardRom:
         return Errors::tr("chipcard reader firmware");
-    if (key == "param")
+    case KeyboardFile::Parameter:
         return Errors::tr("parameter memory");
-    return ToQt(key);
+    }
+    return {};
 }
 
 QString FirstWrite(const host::Error& error) {
@@ -121,9 +126,9 @@ QString CauseText(const host::Error& error) {
     case Cause::ReadBackFailed:
         return WithRelated(Errors::tr("The written data could not be read back."), error);
     case Cause::FileNotSaved:
-        return Errors::tr("The %1 could not be saved in %2.").arg(KindOfFile(error.name), file);
+        return Errors::tr("The %1 could not be saved in %2.").arg(FileContent(error), file);
     case Cause::FileNotLoaded:
-        return Errors::tr("The %1 could not be loaded from %2.").arg(KindOfFile(error.name), file);
+        return Errors::tr("The %1 could not be loaded from %2.").arg(FileContent(error), file);
     case Cause::CodePageNotRead:
         return Errors::tr("The keyboard's code page could not be read.");
     case Cause::PositionModeNotEntered:

@@ -4,6 +4,7 @@
 #include "app/Paths.h"
 #include "app/PreferenceTab.h"
 #include "app/Working.h"
+#include "views/Bindings.h"
 #include "views/PlainText.h"
 
 #include <QFileDialog>
@@ -35,12 +36,12 @@ FilesPage::FilesPage(Workbench& workbench, QWidget* parent)
     row->addStretch();
     auto* column = new QVBoxLayout(form);
     column->setContentsMargins({});
-    AddFile(*column, host::kKeyboardFiles[0], tr("Keyboard firmware"),
+    AddFile(*column, host::KindOf(host::KeyboardFile::Rom), tr("Keyboard firmware"),
             tr("The software that runs on the keyboard."));
     AddFile(
-        *column, host::kKeyboardFiles[1], tr("Chipcard reader firmware"),
+        *column, host::KindOf(host::KeyboardFile::ChipcardRom), tr("Chipcard reader firmware"),
         tr("The software of the chipcard reader, sent over the serial port set in Preferences."));
-    AddFile(*column, host::kKeyboardFiles[2], tr("Parameter memory"),
+    AddFile(*column, host::KindOf(host::KeyboardFile::Parameter), tr("Parameter memory"),
             tr("The complete settings memory, in the driver's file format. After loading, "
                "read the keyboard to see its new contents."));
     AddCodePage(*column);
@@ -57,7 +58,7 @@ void FilesPage::AddFile(QVBoxLayout& column, const host::KeyboardFileKind& kind,
     text->setWordWrap(true);
     auto* save = new QPushButton(tr("Save to file…"));
     auto* load = new QPushButton(tr("Load from file…"));
-    const QString key = QString::fromUtf8(kind.key.data(), static_cast<int>(kind.key.size()));
+    const QString key = views::ToQt(std::string(CodeOf(kind.file)));
     save->setObjectName(key + QStringLiteral("_save"));
     load->setObjectName(key + QStringLiteral("_load"));
     save->setAccessibleName(title + QStringLiteral(": ") + save->text());

@@ -18,6 +18,10 @@ QString Names(const files::Problem& problem) {
     return names.join(QStringLiteral(", "));
 }
 
+QString Name(const files::Problem& problem, std::size_t index) {
+    return index < problem.names.size() ? QString::fromStdString(problem.names[index]) : QString();
+}
+
 } // namespace
 
 QString DeedText(const files::Problem& problem) {
@@ -104,8 +108,30 @@ QString ObstacleText(const files::Problem& problem) {
         return Problems::tr("The driver crashed.");
     case Obstacle::InUse:
         return Problems::tr("Another program is using it.");
-    case Obstacle::NotOfKind:
-        return Problems::tr("The file is of another kind, or damaged.");
+    case Obstacle::OtherKind:
+        return Problems::tr("The file is of another kind: it does not begin with %1.").arg(names);
+    case Obstacle::OtherVersion:
+        return Problems::tr("The file has another version than %2 (offset %1).")
+            .arg(problem.number)
+            .arg(names);
+    case Obstacle::EndsTooEarly:
+        return Problems::tr("The file ends too early, at offset %1.").arg(problem.number);
+    case Obstacle::WrongSize:
+        return Problems::tr("The file is damaged: offset %1 says %2 bytes of content, but there "
+                            "are %3.")
+            .arg(problem.number)
+            .arg(Name(problem, 0), Name(problem, 1));
+    case Obstacle::WrongChecksum:
+        return Problems::tr("The file is damaged: its checksum at offset %1 is wrong.")
+            .arg(problem.number);
+    case Obstacle::WrongParts:
+        return Problems::tr("The file is damaged: from offset %1, its parts do not add up.")
+            .arg(problem.number);
+    case Obstacle::WrongMemory:
+        return Problems::tr("The keyboard memory in the file has the wrong size: %1 bytes.")
+            .arg(problem.number);
+    case Obstacle::InvalidModel:
+        return Problems::tr("The keyboard model in the file is invalid.");
     case Obstacle::IsKeyboard:
         return Problems::tr("It is the file of the simulated keyboard itself.");
     case Obstacle::OfOtherKeyboard:

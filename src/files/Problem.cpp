@@ -95,8 +95,24 @@ std::string ObstacleText(const Problem& problem) {
         return "the driver " + HowItEnded(problem);
     case Obstacle::InUse:
         return "another program is using it";
-    case Obstacle::NotOfKind:
-        return Joined(problem.names);
+    case Obstacle::OtherKind:
+        return "offset " + number + ": a file of another kind, which does not begin with " +
+               Joined(problem.names);
+    case Obstacle::OtherVersion:
+        return "offset " + number + ": the version is not " + Joined(problem.names);
+    case Obstacle::EndsTooEarly:
+        return "offset " + number + ": the file ends too early";
+    case Obstacle::WrongSize:
+        return "offset " + number + ": " + Joined(problem.names, " bytes of content expected, ") +
+               " found";
+    case Obstacle::WrongChecksum:
+        return "offset " + number + ": the checksum does not match the content";
+    case Obstacle::WrongParts:
+        return "offset " + number + ": the parts do not add up";
+    case Obstacle::WrongMemory:
+        return "its memory has " + number + " bytes";
+    case Obstacle::InvalidModel:
+        return "the model in it is invalid";
     case Obstacle::IsKeyboard:
         return "it is the file of the keyboard itself";
     case Obstacle::OfOtherKeyboard:
@@ -184,8 +200,22 @@ std::string_view CodeOf(Obstacle obstacle) {
         return "crashed";
     case Obstacle::InUse:
         return "in-use";
-    case Obstacle::NotOfKind:
-        return "not-of-kind";
+    case Obstacle::OtherKind:
+        return "other-kind";
+    case Obstacle::OtherVersion:
+        return "other-version";
+    case Obstacle::EndsTooEarly:
+        return "ends-too-early";
+    case Obstacle::WrongSize:
+        return "wrong-size";
+    case Obstacle::WrongChecksum:
+        return "wrong-checksum";
+    case Obstacle::WrongParts:
+        return "wrong-parts";
+    case Obstacle::WrongMemory:
+        return "wrong-memory";
+    case Obstacle::InvalidModel:
+        return "invalid-model";
     case Obstacle::IsKeyboard:
         return "is-keyboard";
     case Obstacle::OfOtherKeyboard:

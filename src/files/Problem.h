@@ -58,7 +58,14 @@ enum class Obstacle {
     Crashed,          // number: of the signal, or 0; the system's text
     // Simulated keyboards
     InUse,           // by another program
-    NotOfKind,       // or damaged. names: where and how, in English
+    OtherKind,       // number: the offset of the kind; names: its letters as expected
+    OtherVersion,    // number: the offset of the version; names: the known one
+    EndsTooEarly,    // number: the offset of the end
+    WrongSize,       // of the content. number: its offset; names: the bytes expected and found
+    WrongChecksum,   // number: its offset
+    WrongParts,      // number: the offset from which they are wrong
+    WrongMemory,     // the memory in the file. number: its bytes
+    InvalidModel,    // in the file
     IsKeyboard,      // the file to save in or to load is the keyboard's own
     OfOtherKeyboard, // names: the model of its parameters, that of the keyboard
     NoSuchModel,     // names: the built-in ones

@@ -163,6 +163,18 @@ std::string_view CodeOf(ErrorKind kind) {
     return "";
 }
 
+std::string_view CodeOf(KeyboardFile file) {
+    switch (file) {
+    case KeyboardFile::Rom:
+        return "rom";
+    case KeyboardFile::ChipcardRom:
+        return "chipcard";
+    case KeyboardFile::Parameter:
+        return "param";
+    }
+    return "";
+}
+
 std::string_view CodeOf(Holds holds) {
     switch (holds) {
     case Holds::NotTouched:

@@ -71,8 +71,8 @@ enum class Cause {
     ReadingFailed,
     WritingFailed,
     ReadBackFailed, // after a write that seemed to succeed. related: why
-    FileNotSaved,   // keyboard to file. name: the key of its kind
-    FileNotLoaded,  // file to keyboard. name: the key of its kind
+    FileNotSaved,   // keyboard to file. keyboardFile
+    FileNotLoaded,  // file to keyboard. keyboardFile
     FileNotConverted,
     CodePageNotRead,
     LayerNotSelected,
@@ -162,6 +162,12 @@ enum class Cause {
     return Cause::SectionsAbsent;
 }
 
+// What of the keyboard is kept in files of the driver.
+enum class KeyboardFile { Rom, ChipcardRom, Parameter };
+[[nodiscard]] constexpr KeyboardFile LastOf(KeyboardFile) {
+    return KeyboardFile::Parameter;
+}
+
 // The keyboard's contents after a failed write.
 enum class Holds {
     NotTouched,    // what it held before: nothing was sent
@@ -195,10 +201,11 @@ enum class Suggestion {
     return Suggestion::MoveFileAway;
 }
 
-// Their names for programs, "transfer-failed", "no-such-backup", "partly-written",
+// Their names for programs, "transfer-failed", "no-such-backup", "rom", "partly-written",
 // "restore-backup"; the empty text for no suggestion.
 [[nodiscard]] std::string_view CodeOf(ErrorKind kind);
 [[nodiscard]] std::string_view CodeOf(Cause cause);
+[[nodiscard]] std::string_view CodeOf(KeyboardFile file); // as commands call it
 [[nodiscard]] std::string_view CodeOf(Holds holds);
 [[nodiscard]] std::string_view CodeOf(Suggestion suggestion);
 
@@ -251,6 +258,8 @@ struct ErrorFacts {
     Long found = 0;
     Long expected = 0;
     std::optional<FailedCall> call{};
+    bool isSimulated = false; // the call's status is one of the simulated keyboard: sim::Status
+    std::optional<KeyboardFile> keyboardFile{};
     ErrorPlace place{};
     std::optional<Holds> holds{}; // only if a write failed
     std::string backup{};         // the id of the backup of the previous contents

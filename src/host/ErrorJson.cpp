@@ -45,6 +45,10 @@ void VisitRareFacts(Visit visit) {
         "found", [](auto& facts) -> auto& { return facts.found; });
     visit(
         "expected", [](auto& facts) -> auto& { return facts.expected; });
+    visit(
+        "simulated", [](auto& facts) -> auto& { return facts.isSimulated; });
+    visit(
+        "keyboardFile", [](auto& facts) -> auto& { return facts.keyboardFile; });
 }
 
 template <typename AnyWrite, typename Visit>

@@ -5,9 +5,6 @@
 #include "host/WritePlan.h"
 #include "qxcontrols/common/Text.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace qx::host {
 
 namespace {
@@ -56,11 +53,8 @@ std::string ListOf(const std::vector<WriteName>& writes) {
     return names;
 }
 
-std::string ContentOf(const std::string& kindOfFile) {
-    const auto* const kind =
-        std::find_if(std::begin(kKeyboardFiles), std::end(kKeyboardFiles),
-                     [&](const KeyboardFileKind& each) { return each.key == kindOfFile; });
-    return kind == std::end(kKeyboardFiles) ? kindOfFile : std::string(kind->content);
+std::string ContentOf(const Error& error) {
+    return error.keyboardFile ? std::string(KindOf(*error.keyboardFile).content) : "";
 }
 
 std::string ReadBackText(const Error& error) {
@@ -129,9 +123,9 @@ std::string CauseText(const Error& error) {
     case Cause::ReadBackFailed:
         return WithRelated("the written data could not be read back", error);
     case Cause::FileNotSaved:
-        return WithReason("saving the " + ContentOf(name) + " into " + file + " failed", error);
+        return WithReason("saving the " + ContentOf(error) + " into " + file + " failed", error);
     case Cause::FileNotLoaded:
-        return WithReason("loading the " + ContentOf(name) + " from " + file + " failed", error);
+        return WithReason("loading the " + ContentOf(error) + " from " + file + " failed", error);
     case Cause::FileNotConverted:
         return WithReason("converting " + file + " failed", error);
     case Cause::CodePageNotRead:

@@ -12,7 +12,7 @@ namespace {
 
 // `shown` is the file as the user knows it.
 Error Failed(Cause cause, const KeyboardFileKind& kind, const std::string& shown) {
-    return Error(cause, {.name = std::string(kind.key), .place = {.file = shown}});
+    return Error(cause, {.keyboardFile = kind.file, .place = {.file = shown}});
 }
 
 void Run(Session& session, const KeyboardFileKind& kind, const Error& failure, std::string file,

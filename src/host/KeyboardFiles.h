@@ -17,7 +17,7 @@ struct SerialLine {
 };
 
 struct KeyboardFileKind {
-    std::string_view key;     // in commands: "rom", "chipcard", "param"
+    KeyboardFile file;
     std::string_view content; // display name: "firmware"
     Long (QXKeyboardAccess::*save)(std::string&);
     Long (QXKeyboardAccess::*load)(std::string&);
@@ -25,14 +25,27 @@ struct KeyboardFileKind {
     bool hasSerialLine;
 };
 
+// In the order of the enumeration.
 inline constexpr KeyboardFileKind kKeyboardFiles[] = {
-    {"rom", "firmware", &QXKeyboardAccess::SaveRomIntoFile, &QXKeyboardAccess::LoadRomFromFile,
-     WriteAction::LoadRom, false},
-    {"chipcard", "chipcard reader's firmware", &QXKeyboardAccess::SaveChipcardRomIntoFile,
-     &QXKeyboardAccess::LoadChipcardRomFromFile, WriteAction::LoadChipcardRom, true},
-    {"param", "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
+    {KeyboardFile::Rom, "firmware", &QXKeyboardAccess::SaveRomIntoFile,
+     &QXKeyboardAccess::LoadRomFromFile, WriteAction::LoadRom, false},
+    {KeyboardFile::ChipcardRom, "chipcard reader's firmware",
+     &QXKeyboardAccess::SaveChipcardRomIntoFile, &QXKeyboardAccess::LoadChipcardRomFromFile,
+     WriteAction::LoadChipcardRom, true},
+    {KeyboardFile::Parameter, "parameter memory", &QXKeyboardAccess::SaveParameterIntoFile,
      &QXKeyboardAccess::LoadParameterFromFile, WriteAction::LoadParameter, false},
 };
+static_assert([] {
+    std::size_t i = 0;
+    for (const KeyboardFileKind& kind : kKeyboardFiles)
+        if (kind.file != static_cast<KeyboardFile>(i++))
+            return false;
+    return kKeyboardFiles[i - 1].file == LastOf(KeyboardFile());
+}());
+
+[[nodiscard]] constexpr const KeyboardFileKind& KindOf(KeyboardFile file) {
+    return kKeyboardFiles[static_cast<std::size_t>(file)];
+}
 
 // The file's name in the form for drivers. Throws Error(FileFailed) if the drivers' 8-bit character
 // set cannot represent it exactly: it would name another file.

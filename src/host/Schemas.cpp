@@ -60,6 +60,7 @@ Json AllDefinitions() {
     all["faultCode"] = Codes<FaultKind>();
     all["deed"] = Codes<files::Deed>();
     all["obstacle"] = Codes<files::Obstacle>();
+    all["keyboardFileKind"] = Codes<KeyboardFile>();
     all["writeAction"] = Codes<WriteAction>();
     all["writeResult"] = Codes<WriteResult>();
     return all;

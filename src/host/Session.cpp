@@ -68,8 +68,8 @@ Error Session::Failed(Error failure, const FailedCall& call) const {
     }
     failure.call = call;
     failure.call->meaning = m_options.statusText ? m_options.statusText(call.status) : "";
-    if (m_options.problem)
-        failure.problem = m_options.problem();
+    if (m_options.explain)
+        m_options.explain(failure);
     return failure;
 }
 

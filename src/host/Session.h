@@ -34,8 +34,8 @@ public:
         std::function<void(int)> progress;
         // The meaning of a driver's status, for messages; the function or its result may be empty.
         std::function<std::string(Long)> statusText;
-        // Why the driver's last call failed, from a driver that has it as data; may be empty.
-        std::function<files::Problem()> problem;
+        // Adds why the driver's last call failed, from a driver that has it as data; may be empty.
+        std::function<void(ErrorFacts&)> explain;
         // Why the driver no longer answers; the function may be empty, and there is no problem
         // while the driver works.
         std::function<std::optional<files::Problem>()> failure;

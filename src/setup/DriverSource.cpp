@@ -109,7 +109,7 @@ std::filesystem::path KeyboardOfUser() {
 
 host::Session::Options SessionOptions(const OpenedDriver& opened,
                                       std::function<void(int)> progress) {
-    return {std::move(progress), opened.statusText, opened.problem, opened.failure};
+    return {std::move(progress), opened.statusText, opened.explain, opened.failure};
 }
 
 host::Writer::Options
@@ -144,7 +144,11 @@ OpenedDriver OpenDriver(const KeyboardChoice& choice) {
             const std::string error = driver.LastError();
             return error.empty() ? std::string(sim::StatusText(lStatus)) : error;
         };
-        opened.problem = [&driver] { return driver.LastProblem(); };
+        opened.explain = [&driver](host::ErrorFacts& facts) {
+            facts.isSimulated = true;
+            facts.problem = driver.LastProblem();
+            facts.faults = driver.LastFaults();
+        };
         opened.layout = [&driver] { return driver.Layout(); };
         opened.simulated = &driver;
         opened.driver = std::move(simulated);

@@ -30,8 +30,8 @@ struct KeyboardChoice {
 struct OpenedDriver {
     std::unique_ptr<ConfigDriver> driver;
     std::function<std::string(std::int32_t)> statusText; // explains its statuses, if it can
-    // Why its last call failed, from a driver that has it as data.
-    std::function<files::Problem()> problem;
+    // Adds why its last call failed, from a driver that has it as data.
+    std::function<void(host::ErrorFacts&)> explain;
     // Why a driver library is gone; none while it works.
     std::function<std::optional<files::Problem>()> failure;
     std::function<std::string()> layout;       // the keyboard's layout, once it is open

@@ -113,19 +113,22 @@ KeyboardModel KeyboardMemory::ModelIn(const std::filesystem::path& file) {
 }
 
 KeyboardMemory::Parts KeyboardMemory::PartsOf(const std::filesystem::path& file) {
-    std::string bytes = files::ReadFile(file);
-    try {
-        auto parts = Unseal(kKeyboardFile, std::move(bytes));
-        const std::size_t size = parts[1].size();
-        if (size != static_cast<std::size_t>(kSize))
-            throw std::runtime_error("its memory has " + std::to_string(size) + " bytes");
-        return {KeyboardModel::FromJson(std::move(parts[0])),
-                {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])}};
-    } catch (const std::exception& error) {
+    auto parts = UnsealFile(kKeyboardFile, file, Status::KeyboardInvalid);
+    const std::size_t size = parts[1].size();
+    if (size != static_cast<std::size_t>(kSize))
         throw Failure(Status::KeyboardInvalid, {.deed = files::Deed::Read,
                                                 .subject = files::TextOf(file),
-                                                .obstacle = files::Obstacle::NotOfKind,
-                                                .names = {error.what()}});
+                                                .obstacle = files::Obstacle::WrongMemory,
+                                                .number = static_cast<std::int64_t>(size)});
+    try {
+        return {KeyboardModel::FromJson(std::move(parts[0])),
+                {std::move(parts[1]), std::move(parts[2]), std::move(parts[3])}};
+    } catch (const json::FaultError& error) {
+        throw Failure(Status::KeyboardInvalid,
+                      {.deed = files::Deed::Read,
+                       .subject = files::TextOf(file),
+                       .obstacle = files::Obstacle::InvalidModel},
+                      error.Faults());
     }
 }
 

@@ -1,16 +1,19 @@
 #include "simulator/SealedFile.h"
 
+#include "files/Files.h"
+#include "files/SystemTexts.h"
 #include "qxcontrols/common/LittleEndian.h"
 
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <stdexcept>
+#include <utility>
 
 namespace qx::sim {
 
 namespace {
 
+using files::Obstacle;
 using Size = std::uint32_t;
 
 constexpr std::size_t kVersionOffset = kKeyboardFile.letters.size();
@@ -54,26 +57,33 @@ Size Crc32(std::string_view bytes) {
     return ~crc;
 }
 
-[[noreturn]] void Refuse(std::size_t offset, const std::string& message) {
-    throw std::runtime_error("offset " + std::to_string(offset) + ": " + message);
+[[noreturn]] void Refuse(std::size_t offset, Obstacle obstacle,
+                         std::vector<std::string> names = {}) {
+    throw files::ProblemError({.obstacle = obstacle,
+                               .names = std::move(names),
+                               .number = static_cast<std::int64_t>(offset)});
+}
+
+[[noreturn]] void RefuseKind(const SealedKind& kind) {
+    Refuse(0, Obstacle::OtherKind, {std::string(kind.letters)});
 }
 
 // The content of the file, once its header has been verified.
 std::string_view Content(const SealedKind& kind, std::string_view bytes) {
     if (!bytes.starts_with(kind.letters))
-        Refuse(0, "not a file of " + std::string(kind.name));
+        RefuseKind(kind);
     if (bytes.size() < kContentOffset)
-        Refuse(bytes.size(), "the file ends too early");
+        Refuse(bytes.size(), Obstacle::EndsTooEarly);
     const std::string_view version = bytes.substr(kVersionOffset, kSealVersion.size());
     if (version != kSealVersion)
-        Refuse(kVersionOffset, "the version is not " + std::string(kSealVersion));
+        Refuse(kVersionOffset, Obstacle::OtherVersion, {std::string(kSealVersion)});
     const std::string_view content = bytes.substr(kContentOffset);
     const auto size = FromLittleEndian<Size>(bytes.data() + kSizeOffset);
     if (content.size() != size)
-        Refuse(kSizeOffset, std::to_string(size) + " bytes of content expected, " +
-                                std::to_string(content.size()) + " found");
+        Refuse(kSizeOffset, Obstacle::WrongSize,
+               {std::to_string(size), std::to_string(content.size())});
     if (FromLittleEndian<Size>(bytes.data() + kChecksumOffset) != Crc32(content))
-        Refuse(kChecksumOffset, "the checksum does not match the content");
+        Refuse(kChecksumOffset, Obstacle::WrongChecksum);
     return content;
 }
 
@@ -98,7 +108,7 @@ std::vector<std::string> Unseal(const SealedKind& kind, std::string bytes) {
         rest.remove_prefix(sizeof(Size) + size);
     }
     if (found.size() != kind.parts || !rest.empty())
-        Refuse(bytes.size() - rest.size(), "the parts do not add up");
+        Refuse(bytes.size() - rest.size(), Obstacle::WrongParts);
     // The longest part stays where it was read.
     const auto longest = std::max_element(
         found.begin(), found.end(),
@@ -114,6 +124,19 @@ std::vector<std::string> Unseal(const SealedKind& kind, std::string bytes) {
     return parts;
 }
 
+std::vector<std::string> UnsealFile(const SealedKind& kind, const std::filesystem::path& file,
+                                    Status status) {
+    std::string bytes = files::ReadFile(file);
+    try {
+        return Unseal(kind, std::move(bytes));
+    } catch (const files::ProblemError& error) {
+        files::Problem problem = error.What();
+        problem.deed = files::Deed::Read;
+        problem.subject = files::TextOf(file);
+        throw Failure(status, std::move(problem));
+    }
+}
+
 std::string FirstPart(const SealedKind& kind, const std::filesystem::path& file) {
     constexpr Size kMaxSize = 64 * 1024;
     std::ifstream stream;
@@ -122,10 +145,10 @@ std::string FirstPart(const SealedKind& kind, const std::filesystem::path& file)
     std::array<char, kContentOffset + sizeof(Size)> head{};
     stream.read(head.data(), head.size());
     if (!std::string_view(head.data(), head.size()).starts_with(kind.letters))
-        Refuse(0, "not a file of " + std::string(kind.name));
+        RefuseKind(kind);
     std::string part(std::min(FromLittleEndian<Size>(head.data() + kContentOffset), kMaxSize), 0);
     if (!stream.read(part.data(), static_cast<std::streamsize>(part.size())))
-        Refuse(head.size(), "the file ends too early");
+        Refuse(head.size(), Obstacle::EndsTooEarly);
     return part;
 }
 

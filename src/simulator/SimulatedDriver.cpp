@@ -62,6 +62,7 @@ Long SimulatedDriver::Value(Long lRefused, const std::function<Long()>& function
     if (m_isBusy)
         return lRefused;
     m_problem = {};
+    m_faults.clear();
     if (m_fault && (m_calls == m_fault->call || (m_fault->forEver && m_calls > m_fault->call)))
         return m_fault->status;
     struct Busy {
@@ -80,6 +81,7 @@ Long SimulatedDriver::Call(const std::function<Status()>& function) {
         } catch (const Failure& failure) {
             status = failure.Why();
             m_problem = failure.What();
+            m_faults = failure.Faults();
         } catch (const std::exception& error) {
             m_problem = files::ProblemOf(error);
         } catch (...) { // progress handlers may throw anything

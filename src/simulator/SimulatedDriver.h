@@ -38,8 +38,13 @@ public:
     [[nodiscard]] const files::Problem& LastProblem() const {
         return m_problem;
     }
+    // Of the contents of the file that the problem is about.
+    [[nodiscard]] const std::vector<json::Fault>& LastFaults() const {
+        return m_faults;
+    }
+    // Both as text.
     [[nodiscard]] std::string LastError() const {
-        return files::WordsOf(m_problem);
+        return files::WordsOf(m_problem) + (m_faults.empty() ? "" : ": " + ToText(m_faults));
     }
     // The open keyboard's model. Throws std::logic_error while it is not open.
     [[nodiscard]] const KeyboardModel& Model() const;
@@ -147,6 +152,7 @@ private:
     std::optional<Long> m_stopAfter;
     Lie m_lie;
     files::Problem m_problem;
+    std::vector<json::Fault> m_faults;
 };
 
 } // namespace qx::sim

@@ -9,22 +9,6 @@
 
 namespace qx::sim {
 
-namespace {
-
-std::vector<std::string> PartsOf(const std::filesystem::path& file, const SealedKind& kind) {
-    std::string bytes = files::ReadFile(file);
-    try {
-        return Unseal(kind, std::move(bytes));
-    } catch (const std::exception& error) {
-        throw Failure(Status::FileInvalid, {.deed = files::Deed::Read,
-                                            .subject = files::TextOf(file),
-                                            .obstacle = files::Obstacle::NotOfKind,
-                                            .names = {error.what()}});
-    }
-}
-
-} // namespace
-
 std::filesystem::path SimulatedDriver::FileOf(const char* name, files::Deed deed) const {
     if (name == nullptr || *name == '\0')
         throw Failure(Status::NoArgument, {});
@@ -46,7 +30,8 @@ Long SimulatedDriver::LoadProgram(const char* name, const SealedKind& kind,
                                   std::string KeyboardMemory::Content::*program) {
     return CallOpen([&] {
         KeyboardMemory::Content content = m_keyboard->Stored();
-        content.*program = PartsOf(FileOf(name, files::Deed::Read), kind).front();
+        content.*program =
+            UnsealFile(kind, FileOf(name, files::Deed::Read), Status::FileInvalid).front();
         m_keyboard->Store(std::move(content));
         return Status::Ok;
     });
@@ -79,7 +64,8 @@ std::int32_t SimulatedDriver::QXCFG_KeyboardParamSave(char* name) {
 
 std::int32_t SimulatedDriver::QXCFG_KeyboardParamLoad(char* name) {
     return CallOpen([&] {
-        std::vector<std::string> parts = PartsOf(FileOf(name, files::Deed::Read), kParameterFile);
+        std::vector<std::string> parts =
+            UnsealFile(kParameterFile, FileOf(name, files::Deed::Read), Status::FileInvalid);
         const std::string& model = m_keyboard->Model().name;
         KeyboardMemory::Content content = m_keyboard->Stored();
         // Other models use the same addresses for other things.

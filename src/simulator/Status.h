@@ -4,9 +4,11 @@
 
 #include "files/Problem.h"
 #include "qxcontrols/common/Types.h"
+#include "json/Fault.h"
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace qx::sim {
 
@@ -30,15 +32,17 @@ enum class Status : Long {
 // A short explanation of the status; empty for one that this driver does not return.
 [[nodiscard]] std::string_view StatusText(Long lStatus);
 
-// A call that cannot be carried out: its status and the reason.
+// A call that cannot be carried out: its status, the reason, and the faults of a file's contents.
 class Failure : public files::ProblemError {
 public:
-    Failure(Status status, files::Problem reason)
-        : ProblemError(std::move(reason)), m_status(status) {}
+    Failure(Status status, files::Problem reason, std::vector<json::Fault> faults = {})
+        : ProblemError(std::move(reason)), m_status(status), m_faults(std::move(faults)) {}
     [[nodiscard]] Status Why() const { return m_status; }
+    [[nodiscard]] const std::vector<json::Fault>& Faults() const { return m_faults; }
 
 private:
     Status m_status;
+    std::vector<json::Fault> m_faults;
 };
 
 } // namespace qx::sim

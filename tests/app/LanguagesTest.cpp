@@ -274,6 +274,9 @@ QStringList WordsOfErrors() {
             EXPECT_TRUE(details.contains(QLatin1String(fact))) << cause << " " << fact;
         texts.append(details.section(u'\n', 0, 0));
     }
+    for (int file = 0; file <= static_cast<int>(LastOf(KeyboardFile())); ++file)
+        texts.append(app::CauseText(
+            Error(Cause::FileNotSaved, {.keyboardFile = static_cast<KeyboardFile>(file)})));
     for (int holds = 0; holds <= static_cast<int>(Holds::Unknown); ++holds)
         texts.append(app::WriteFailureText(
             Error(Cause::ReadBackDiffers, {.holds = static_cast<Holds>(holds)})));
@@ -325,10 +328,23 @@ TEST(Languages, AKeyboardThatCannotBeOpenedIsExplainedInTheLanguageOfTheWindow) 
     sim::SimulatedDriver other(taken, "full");
     ASSERT_EQ(other.QXCFG_Init(), 0);
     const std::filesystem::path damaged = desk.folder / "damaged.qxk";
-    std::ofstream(damaged) << "no keyboard";
+    std::string bytes = files::ReadFile(taken);
+    bytes.back() = static_cast<char>(bytes.back() ^ 1);
+    files::WriteFileAtomically(damaged, bytes);
+    const std::filesystem::path text = desk.folder / "text.qxk";
+    std::ofstream(text) << "no keyboard";
+    const std::filesystem::path unsuited = desk.folder / "unsuited.qxk";
+    files::WriteFileAtomically(
+        unsuited,
+        sim::Seal(sim::kKeyboardFile,
+                  {"{}", std::string(static_cast<std::size_t>(sim::KeyboardMemory::kSize), '\0'),
+                   "program", "program"}));
     for (const auto& [file, why] :
          {std::pair(taken, "Ein anderes Programm verwendet die Datei."),
-          std::pair(damaged, "Die Datei ist von anderer Art oder beschädigt.")}) {
+          std::pair(damaged, "Die Datei ist beschädigt: Ihre Prüfsumme an Position 12 ist falsch."),
+          std::pair(text, "Die Datei ist von anderer Art: Sie beginnt nicht mit QXKEYB."),
+          std::pair(unsuited, "Das Tastaturmodell in der Datei ist ungültig."),
+          std::pair(unsuited, "„keyboard“ fehlt")}) {
         EXPECT_FALSE(desk.window->Keyboards().Connect({{}, file, {}}));
         const QString details = desk.window->Keyboards().FailureToConnect().details;
         EXPECT_TRUE(details.contains(QString::fromUtf8(why))) << details.toStdString();

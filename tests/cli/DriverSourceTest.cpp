@@ -108,7 +108,9 @@ TEST(DriverSource, ErrorsAreReportedIdentically) {
     const Case cases[] = {
         {{"--keyboard", file, "--model", "nosuch", "identify"}, 6, "full, magnet, x1-4620"},
         {{"--keyboard", file, "--model", model, "identify"}, 6, "\"keyboard\" is missing"},
-        {{"--keyboard", damaged, "identify"}, 3, "not a file of a simulated keyboard"},
+        {{"--keyboard", damaged, "identify"},
+         3,
+         "offset 0: a file of another kind, which does not begin with QXKEYB"},
         {{"--keyboard", (folder / "absent/till.qxk").string(), "--model", "full", "identify"},
          3,
          folderIsMissing},
@@ -118,7 +120,7 @@ TEST(DriverSource, ErrorsAreReportedIdentically) {
          "nosuch.bin cannot be read: " + fileIsMissing},
         {{"--keyboard", file, "--model", "full", "rom", "load", damaged},
          4,
-         "offset 0: not a file of"},
+         "offset 0: a file of another kind, which does not begin with QXPROG"},
     };
     for (const bool isLoaded : {false, true})
         for (Case each : cases) {

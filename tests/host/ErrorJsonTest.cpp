@@ -28,6 +28,8 @@ Error WithAllFacts(Cause cause) {
          .found = 0x1F,
          .expected = -8,
          .call = FailedCall{"QXCFG_Init", 77, "nobody home"},
+         .isSimulated = true,
+         .keyboardFile = KeyboardFile::ChipcardRom,
          .place = {"till.json", "/pos", "pos", 0x2080},
          .holds = Holds::PartlyWritten,
          .backup = "B-1",

@@ -15,6 +15,7 @@ namespace qx::test {
 namespace {
 
 using namespace sim;
+using files::Obstacle;
 
 class KeyboardFile : public testing::Test {
 protected:
@@ -24,12 +25,19 @@ protected:
         good = files::ReadFile(file);
     }
 
-    // A file with these bytes is refused with its name and a reason containing the text, and is not
-    // changed.
-    void ExpectRefused(const std::string& bytes, const std::string& reason) const {
+    // A file with these bytes is refused with this problem, which the driver's text names as well
+    // as the file, and is not changed.
+    void ExpectRefused(const std::string& bytes, Obstacle obstacle, std::int64_t number,
+                       const std::vector<std::string>& names, const std::string& reason) const {
         files::WriteFileAtomically(file, bytes);
         SimulatedDriver driver(file, "magnet");
         EXPECT_EQ(driver.QXCFG_Init(), static_cast<Long>(Status::KeyboardInvalid));
+        EXPECT_EQ(driver.LastProblem(), (files::Problem{.deed = files::Deed::Read,
+                                                        .subject = file.string(),
+                                                        .obstacle = obstacle,
+                                                        .names = names,
+                                                        .number = number}))
+            << driver.LastError();
         EXPECT_NE(driver.LastError().find(file.string()), std::string::npos);
         EXPECT_NE(driver.LastError().find(reason), std::string::npos) << driver.LastError();
         EXPECT_EQ(driver.QXCFG_MemRequestClean(), static_cast<Long>(Status::NotOpen));
@@ -65,20 +73,24 @@ TEST(SealedFile, LiesAsItIsDescribed) {
 }
 
 TEST_F(KeyboardFile, IsRefusedWhenItIsDamaged) {
-    ExpectRefused("", "offset 0");
-    ExpectRefused("not a keyboard, but a text", "offset 0");
-    ExpectRefused(good.substr(0, 12), "offset 12");
-    ExpectRefused(good.substr(0, good.size() / 2), "offset 8");
-    ExpectRefused(good.substr(0, good.size() - 1), "offset 8");
-    ExpectRefused(good + "x", "offset 8");
+    for (const char* other : {"", "not a keyboard, but a text"})
+        ExpectRefused(other, Obstacle::OtherKind, 0, {"QXKEYB"}, "offset 0");
+    ExpectRefused(good.substr(0, 12), Obstacle::EndsTooEarly, 12, {}, "offset 12");
+    const std::size_t content = good.size() - 16;
+    for (const std::size_t size : {content / 2, content - 1, content + 1}) {
+        std::string resized = good;
+        resized.resize(16 + size);
+        ExpectRefused(resized, Obstacle::WrongSize, 8,
+                      {std::to_string(content), std::to_string(size)}, "offset 8");
+    }
     for (const std::size_t at : {std::size_t{20}, good.size() / 2, good.size() - 1}) {
         std::string flipped = good;
         flipped[at] = static_cast<char>(flipped[at] ^ 0x40);
-        ExpectRefused(flipped, "offset 12");
+        ExpectRefused(flipped, Obstacle::WrongChecksum, 12, {}, "offset 12");
     }
     std::string newer = good;
     newer[7] = '2';
-    ExpectRefused(newer, "offset 6: the version");
+    ExpectRefused(newer, Obstacle::OtherVersion, 6, {"01"}, "offset 6: the version");
 }
 
 #ifndef _WIN32
@@ -95,14 +107,18 @@ TEST_F(KeyboardFile, IsRefusedWhenItIsAPipe) {
 
 TEST_F(KeyboardFile, IsRefusedWhenItsContentMakesNoKeyboard) {
     const std::vector<std::string> parts = Unseal(kKeyboardFile, good);
-    ExpectRefused(Seal(kKeyboardFile, {parts[0], parts[1], parts[2]}), "do not add up");
+    const auto end = static_cast<std::int64_t>(good.size());
+    const auto start = end - static_cast<std::int64_t>(sizeof(std::uint32_t) + parts[3].size());
+    ExpectRefused(Seal(kKeyboardFile, {parts[0], parts[1], parts[2]}), Obstacle::WrongParts, start,
+                  {}, "do not add up");
     ExpectRefused(Seal(kKeyboardFile, {parts[0], parts[1], parts[2], parts[3], ""}),
-                  "do not add up");
+                  Obstacle::WrongParts, end, {}, "do not add up");
     ExpectRefused(Seal(kKeyboardFile, {parts[0], parts[1] + "x", parts[2], parts[3]}),
-                  "131073 bytes");
-    ExpectRefused(Seal(kKeyboardFile, {"{}", parts[1], parts[2], parts[3]}),
-                  "\"keyboard\" is missing");
-    ExpectRefused(Seal(kProgramFile, {parts[2]}), "not a file of a simulated keyboard");
+                  Obstacle::WrongMemory, 131073, {}, "131073 bytes");
+    ExpectRefused(Seal(kKeyboardFile, {"{}", parts[1], parts[2], parts[3]}), Obstacle::InvalidModel,
+                  0, {}, "\"keyboard\" is missing");
+    ExpectRefused(Seal(kProgramFile, {parts[2]}), Obstacle::OtherKind, 0, {"QXKEYB"},
+                  "a file of another kind");
 }
 
 } // namespace qx::test

@@ -2854,16 +2854,44 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Ein anderes Programm verwendet die Datei.</translation>
     </message>
     <message>
-        <source>The file is of another kind, or damaged.</source>
-        <translation>Die Datei ist von anderer Art oder beschädigt.</translation>
-    </message>
-    <message>
         <source>It is the file of the simulated keyboard itself.</source>
         <translation>Es ist die Datei der simulierten Tastatur selbst.</translation>
     </message>
     <message>
         <source>The file has the parameters of another keyboard.</source>
         <translation>Die Datei enthält die Parameter einer anderen Tastatur.</translation>
+    </message>
+    <message>
+        <source>The file is of another kind: it does not begin with %1.</source>
+        <translation>Die Datei ist von anderer Art: Sie beginnt nicht mit %1.</translation>
+    </message>
+    <message>
+        <source>The file has another version than %2 (offset %1).</source>
+        <translation>Die Datei hat eine andere Version als %2 (Position %1).</translation>
+    </message>
+    <message>
+        <source>The file ends too early, at offset %1.</source>
+        <translation>Die Datei endet zu früh, an Position %1.</translation>
+    </message>
+    <message>
+        <source>The file is damaged: its checksum at offset %1 is wrong.</source>
+        <translation>Die Datei ist beschädigt: Ihre Prüfsumme an Position %1 ist falsch.</translation>
+    </message>
+    <message>
+        <source>The file is damaged: from offset %1, its parts do not add up.</source>
+        <translation>Die Datei ist beschädigt: Ab Position %1 passen ihre Teile nicht zusammen.</translation>
+    </message>
+    <message>
+        <source>The keyboard memory in the file has the wrong size: %1 bytes.</source>
+        <translation>Der Tastaturspeicher in der Datei hat die falsche Größe: %1 Bytes.</translation>
+    </message>
+    <message>
+        <source>The keyboard model in the file is invalid.</source>
+        <translation>Das Tastaturmodell in der Datei ist ungültig.</translation>
+    </message>
+    <message>
+        <source>The file is damaged: offset %1 says %2 bytes of content, but there are %3.</source>
+        <translation>Die Datei ist beschädigt: An Position %1 steht eine Größe von %2 Bytes, der Inhalt hat aber %3.</translation>
     </message>
 </context>
 <context>

@@ -76,7 +76,8 @@ Command TransferCommand(const host::KeyboardFileKind& kind, bool save) {
         .footer = std::string(isBackedUp ? "The keyboard's contents are saved first (see qxconf "
                                            "backup). They are not read back afterwards.\n\n"
                                          : "") +
-                  "Example:\n  qxconf " + std::string(kind.key) + " " + name + " keyboard.bin",
+                  "Example:\n  qxconf " + std::string(CodeOf(kind.file)) + " " + name +
+                  " keyboard.bin",
         .run =
             [&kind, save, options](Context& context) {
                 Transfer(context, kind, save, options->file, options->line);
@@ -126,7 +127,7 @@ void Convert(Context& context, const Conversion& conversion) {
 std::vector<Command> KeyboardFileCommands() {
     std::vector<Command> commands;
     for (const host::KeyboardFileKind& kind : host::kKeyboardFiles) {
-        const std::string key(kind.key);
+        const std::string key(CodeOf(kind.file));
         commands.push_back({
             .name = key,
             .summary = "Save or load the keyboard's " + std::string(kind.content),
