@@ -39,9 +39,8 @@ void TranslateEditors(QXSequencer& sequencer, QXPOSProgrammer& posProgrammer) {
         ButtonText(EditorTexts::tr("Edit…"), EditorTexts::tr("Edit the sequence of this block")));
     posProgrammer.SetButtonClean(ButtonText(EditorTexts::tr("Remove block"),
                                             EditorTexts::tr("Remove this block and its sequence")));
-    posProgrammer.SetButtonCleanAll(
-        ButtonText(EditorTexts::tr("Remove all blocks…"),
-                   EditorTexts::tr("Remove all blocks and their sequences")));
+    posProgrammer.SetButtonCleanAll(ButtonText(
+        EditorTexts::tr("Remove all…"), EditorTexts::tr("Remove all blocks and their sequences")));
     posProgrammer.SetProgrammerCaption(EditorTexts::tr("POS blocks").toStdString());
     posProgrammer.SetNumBlocksCaption(EditorTexts::tr("Blocks:").toStdString());
     posProgrammer.SetBlockIDCaption(EditorTexts::tr("Number:").toStdString());

@@ -286,7 +286,7 @@ void OverviewPage::ShowDetails() {
     for (const auto& [isThere, name] : flags)
         if (isThere)
             has.append(name);
-    add(tr("Has"), has.isEmpty() ? tr("no modules") : has.join(QLatin1Char('\n')));
+    add(tr("Features"), has.isEmpty() ? tr("no modules") : has.join(QLatin1Char('\n')));
     add(tr("Kind"), m_kind->text());
 
     for (int i = 1; i <= access.DirectorySize(); ++i) {

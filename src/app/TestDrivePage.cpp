@@ -382,7 +382,7 @@ QString TestDrivePage::TextOf(const sim::Reception& reception) const {
     if (reception.stretches.empty())
         lines.append(QStringLiteral("  ") + tr("nothing"));
     else if (reception.outputDelay)
-        lines.append(tr("Output delay between codes: %1").arg(*reception.outputDelay));
+        lines.append(tr("Output delay: %1").arg(*reception.outputDelay));
     for (const sim::Remark& remark : reception.remarks)
         lines.append(RemarkTextOf(remark));
     return lines.join(QLatin1Char('\n'));

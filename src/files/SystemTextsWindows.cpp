@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-// Of the C runtime, which cuts the command line as CommandLineToArgvW does. That one is part of
-// shell32, and a console program that loads it is not told when the user logs off.
+// Of the C runtime. It splits the command line as CommandLineToArgvW does, which is part of
+// shell32: a console program that loads shell32 is not notified when the user logs off.
 extern "C" int __cdecl __wgetmainargs(int* count, wchar_t*** arguments, wchar_t*** environment,
                                       int expandWildcards, int* mode);
 

@@ -80,7 +80,7 @@ Group GroupOf(Byte key) {
     return key >= 90 ? Pad : Letters;
 }
 
-// As large as it is told, where many are in a row narrower than other buttons.
+// Has a given size; where many share a row, each can be narrower than other buttons.
 class PaletteKey : public QToolButton {
 public:
     void SetWanted(const QSize& size) {

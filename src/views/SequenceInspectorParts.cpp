@@ -127,7 +127,7 @@ void SequenceInspector::SetWide(bool isWide) {
         layout->setSpacing(isWide ? kTightSpacing : -1); // there is no height to give away
 }
 
-// The button keeps its width while it says that it stops the recording.
+// The button keeps its width when its text becomes "Stop".
 void SequenceInspector::ShowRecorder(QToolButton& recorder, const QString& idle, const char* icon) {
     recorder.setText(idle);
     recorder.setMinimumWidth(recorder.sizeHint().width());

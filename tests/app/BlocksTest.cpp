@@ -37,8 +37,10 @@ TEST_F(Hands, PosKeysAreJoinedAndSplitOnTheirPage) {
     // A key by itself, in another colour.
     Click(grid, 105);
     desk.Click("key_2");
-    auto* colours = desk.Find<QToolButton>("colourBlocks")->defaultAction()->menu();
-    desk.window->findChild<QAction*>("blockColour_7")->trigger();
+    auto& button = *desk.Find<QToolButton>("colourBlocks");
+    TypeInMenu({Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Return});
+    Keys(button, {Qt::Key_Space});
+    auto* colours = button.defaultAction()->menu();
     emit colours->aboutToShow();
     for (const QAction* colour : colours->actions())
         EXPECT_EQ(colour->isChecked(), colour->objectName() == "blockColour_7");

@@ -77,8 +77,7 @@ TEST(MainWindow, EveryPageEditsReviewsWritesAndReadsBack) {
     EXPECT_EQ(desk.Memory(MODULE_FREEPROGRAMMABLE_KEYS, 0, 3), Bytes("1F 9F 00"));
     EXPECT_NE(desk.Memory(MODULE_POS, 0, 3360), std::string(3360, '\0'));
     EXPECT_EQ(desk.workbench.Simulated()->Memory(70000 + (24 + 3) * 128, 4), Bytes("43 00 61 00"));
-    EXPECT_TRUE(
-        changes.contains(QStringLiteral("Pause between two characters (output delay): 6 -> 9")))
+    EXPECT_TRUE(changes.contains(QStringLiteral("Output delay: 6 -> 9")))
         << changes.join('\n').toStdString();
     const std::string written = desk.Document();
     EXPECT_TRUE(desk.window->Documents().Save());
@@ -128,7 +127,7 @@ TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSetti
                "commonKeyboard": {"outputDelay": 3}})";
     desk.window->Documents().Open(QString::fromStdString((desk.folder / "full.json").string()));
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("POS")));
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("a keyboard OTHER")));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("made for a OTHER")));
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
     EXPECT_NE(desk.Document().find("\"pos\""), std::string::npos);

@@ -79,7 +79,7 @@ TEST(QuickFind, RunsActionsAndListsNothingTwice) {
         EXPECT_EQ(texts.removeDuplicates(), 0) << words;
         QTest::keyClick(field, Qt::Key_Escape);
     }
-    EXPECT_TRUE(rows("undo").value(1).contains(QStringLiteral("output delay")));
+    EXPECT_TRUE(rows("undo").value(1).contains(QStringLiteral("Output delay")));
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(slider->value(), 6);
 }

@@ -154,9 +154,9 @@ TEST_F(Answers, OfModesAndPreferences) {
     Expect({"show", "commonKeyboard"},
            {{"settings",
              {{{"place", "/commonKeyboard/outputDelay"},
-               {"setting", "Keyboard › Pause between two characters (output delay)"},
+               {"setting", "Keyboard › Output delay"},
                {"value", "6"}}}}},
-           "commonKeyboard\n  Keyboard › Pause between two characters (output delay)  6\n");
+           "commonKeyboard\n  Keyboard › Output delay  6\n");
     Expect({"layer", "3"}, {{"layer", 3}}, "layer 3 is selected\n");
     EXPECT_EQ(Last(), "SelectLayer 3");
     keyboard.positionKeys = {30};

@@ -173,11 +173,11 @@ TEST(Commands, TestDriveShowsTheInputOfThePc) {
               "the PC receives\n"
               "  prefix of track 2  Shift A ^A ^Shift\n"
               "  data of track 2    \"4711\"\n"
-              "output delay between codes: 6\n"
+              "output delay: 6\n"
               "the checksum (LRC) of track 1 is wrong; the reader rejects the track\n"
               "each track is sent as soon as it has been read\n");
     EXPECT_EQ(keyboard.Done({"test-drive", "scan", "ABC", "--symbology", "code25_matrix"}),
-              "the PC receives\n  data of reader 1  \"ABC\"\noutput delay between codes: 6\n");
+              "the PC receives\n  data of reader 1  \"ABC\"\noutput delay: 6\n");
     EXPECT_NE(keyboard.Done({"test-drive", "scan", "4711", "--symbology", "EAN", "--reader", "2"})
                   .find("  data of reader 2  \"4711\"\n"),
               std::string::npos);

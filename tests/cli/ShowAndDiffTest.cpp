@@ -106,7 +106,7 @@ TEST(ShowAndDiff, DiffListsAMissingSectionOnce) {
     const std::string slower = keyboard.Write("slower.json", less.dump());
     const Outcome changed = keyboard.Run({"diff", without, slower});
     EXPECT_EQ(changed.status, 1);
-    EXPECT_EQ(changed.out, "Keyboard › Pause between two characters (output delay): 6 → 77\n");
+    EXPECT_EQ(changed.out, "Keyboard › Output delay: 6 → 77\n");
     EXPECT_EQ(changed.err, without + " → " + slower + ": 1 difference\n");
 }
 

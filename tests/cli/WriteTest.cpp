@@ -33,14 +33,12 @@ TEST(Write, ADryRunShowsTheEffectOfADownload) {
     EXPECT_EQ(plan["bytesToSend"], 1);
     EXPECT_EQ(plan["ranges"][0]["address"], 4096);
     EXPECT_EQ(plan["ranges"][0]["section"], "commonKeyboard");
-    EXPECT_EQ(plan["settings"],
-              Json({{{"setting", "Keyboard › Pause between two characters (output delay)"},
-                     {"place", "/commonKeyboard/outputDelay"},
-                     {"from", "6"},
-                     {"to", "77"}}}));
+    EXPECT_EQ(plan["settings"], Json({{{"setting", "Keyboard › Output delay"},
+                                       {"place", "/commonKeyboard/outputDelay"},
+                                       {"from", "6"},
+                                       {"to", "77"}}}));
     EXPECT_NE(keyboard.Done({"download", "--dry-run", file})
-                  .find("MODULE_KEYBOARD  1000  1 byte  Keyboard › Pause between two characters "
-                        "(output delay): 6 → 77\n"),
+                  .find("MODULE_KEYBOARD  1000  1 byte  Keyboard › Output delay: 6 → 77\n"),
               std::string::npos);
 
     const Json done = Json::parse(keyboard.Done({"--json", "download", file}));

@@ -384,8 +384,7 @@ TEST_F(DocumentTest, WritingAndReadingGivesTheSameSettings) {
     const auto differences =
         Compare(other.List(SectionsOf(other)), configuration.List(SectionsOf(configuration)));
     ASSERT_EQ(differences.size(), 4U); // the last one is the identifier, new in each control
-    EXPECT_EQ(ToText(differences[0]),
-              "Keyboard › Pause between two characters (output delay): 6 → 255");
+    EXPECT_EQ(ToText(differences[0]), "Keyboard › Output delay: 6 → 255");
     EXPECT_EQ(ToText(differences[2].name), "Magnetic card reader › Track 3 › Prefix");
     EXPECT_EQ(differences[2].from.kind, SettingValue::Kind::Empty);
 }

@@ -104,8 +104,7 @@ TEST_F(WritePlanTest, EveryChangedSettingHasItsRange) {
     std::sort(changed.begin(), changed.end());
     EXPECT_EQ(told, changed);
     ASSERT_EQ(plan.ranges[0].settings.size(), 1U);
-    EXPECT_EQ(ToText(plan.ranges[0].settings[0]),
-              "Keyboard › Pause between two characters (output delay): 6 → 9");
+    EXPECT_EQ(ToText(plan.ranges[0].settings[0]), "Keyboard › Output delay: 6 → 9");
     EXPECT_EQ(plan.ranges[0].module, MODULE_KEYBOARD);
 }
 

@@ -124,7 +124,7 @@ TEST_F(WriterTest, AReadBackThatDiffersNamesTheSetting) {
     EXPECT_EQ(dropped->holds, Holds::Old);
     EXPECT_EQ(dropped->place.pointer, "/commonKeyboard/outputDelay");
     EXPECT_EQ(dropped->place.address, 0x1000);
-    EXPECT_EQ(ToText(dropped->setting), "Keyboard › Pause between two characters (output delay)");
+    EXPECT_EQ(ToText(dropped->setting), "Keyboard › Output delay");
     EXPECT_EQ(dropped->found, 6);
     EXPECT_EQ(dropped->expected, 9);
     EXPECT_EQ(AllReceipts().back().result, WriteResult::Differs);

@@ -8,8 +8,7 @@ namespace qx::app {
 namespace {
 
 constexpr SettingWord kWords[] = {
-    {"outputDelay",
-     QT_TRANSLATE_NOOP("SettingWords", "Pause between two characters (output delay)")},
+    {"outputDelay", QT_TRANSLATE_NOOP("SettingWords", "Output delay")},
 };
 
 class CommonKeyboardFace : public FaceOf<QXCommonKeyboard> {

@@ -352,10 +352,6 @@
         <translation>%1 wurde geöffnet.</translation>
     </message>
     <message>
-        <source>It was made for a keyboard %1; this one is a %2.</source>
-        <translation>Es wurde für eine Tastatur %1 erstellt; diese ist eine %2.</translation>
-    </message>
-    <message>
         <source>This keyboard has no module for: %1. The document keeps these settings; writing leaves them out.</source>
         <translation>Diese Tastatur hat kein Modul für: %1. Das Dokument behält diese Einstellungen; beim Schreiben werden sie ausgelassen.</translation>
     </message>
@@ -402,6 +398,10 @@
     <message>
         <source>“%1” is about to be closed. Save its changes first?</source>
         <translation>„%1“ wird geschlossen. Vorher die Änderungen speichern?</translation>
+    </message>
+    <message>
+        <source>It was made for a %1; this keyboard is a %2.</source>
+        <translation>Es wurde für eine %1 erstellt; diese Tastatur ist eine %2.</translation>
     </message>
 </context>
 <context>
@@ -494,10 +494,6 @@
         <translation>Diesen Block und seine Folge entfernen</translation>
     </message>
     <message>
-        <source>Remove all blocks…</source>
-        <translation>Alle Blöcke entfernen …</translation>
-    </message>
-    <message>
         <source>Remove all blocks and their sequences</source>
         <translation>Alle Blöcke und ihre Folgen entfernen</translation>
     </message>
@@ -528,6 +524,10 @@
     <message>
         <source>Each key sends:</source>
         <translation>Jede Taste sendet:</translation>
+    </message>
+    <message>
+        <source>Remove all…</source>
+        <translation>Alle entfernen …</translation>
     </message>
 </context>
 <context>
@@ -583,7 +583,7 @@
     </message>
     <message>
         <source>The keyboard could not be opened.</source>
-        <translation>Die Tastatur ließ sich nicht öffnen.</translation>
+        <translation>Die Verbindung zur Tastatur ließ sich nicht herstellen.</translation>
     </message>
     <message>
         <source>The keyboard has no configuration directory.</source>
@@ -911,7 +911,7 @@
     </message>
     <message>
         <source>the keyboard is not open</source>
-        <translation>die Tastatur ist nicht geöffnet</translation>
+        <translation>es besteht keine Verbindung zur Tastatur</translation>
     </message>
     <message>
         <source>the keyboard is being used by another program</source>
@@ -2302,10 +2302,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Magnetspur 4</translation>
     </message>
     <message>
-        <source>Has</source>
-        <translation>Ausstattung</translation>
-    </message>
-    <message>
         <source>Kind</source>
         <translation>Art</translation>
     </message>
@@ -2352,6 +2348,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Reading its name and versions</source>
         <translation>Name und Versionen lesen</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <translation>Ausstattung</translation>
     </message>
 </context>
 <context>
@@ -2568,7 +2568,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Key la&amp;yout:</source>
-        <translation>Tastatur&amp;layout:</translation>
+        <translation>Tastaturbe&amp;legung:</translation>
     </message>
     <message>
         <source>Connection</source>
@@ -2716,11 +2716,11 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>A keyboard that has its own layout is shown with that one.</source>
-        <translation>Eine Tastatur mit eigenem Layout wird mit diesem gezeigt.</translation>
+        <translation>Eine Tastatur mit eigener Belegung wird mit dieser gezeigt.</translation>
     </message>
     <message>
         <source>The connected keyboard has its own layout: %1.</source>
-        <translation>Die verbundene Tastatur hat ein eigenes Layout: %1.</translation>
+        <translation>Die verbundene Tastatur hat eine eigene Belegung: %1.</translation>
     </message>
 </context>
 <context>
@@ -3461,7 +3461,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     </message>
     <message>
         <source>Whether all windows are light or dark. Keys with the light or the dark set of colours follow.</source>
-        <translation>Ob alle Fenster hell oder dunkel sind. Tasten mit dem hellen oder dunklen Farbsatz passen sich an.</translation>
+        <translation>Ob alle Fenster hell oder dunkel sind. Tasten mit dem hellen oder dunklen Farbschema passen sich an.</translation>
     </message>
     <message>
         <source>Records the keys that are pressed on this PC&apos;s keyboard. Pause stops it.</source>
@@ -3589,10 +3589,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Barcode reader</source>
         <translation>Barcodeleser</translation>
-    </message>
-    <message>
-        <source>Pause between two characters (output delay)</source>
-        <translation>Pause zwischen zwei Zeichen (Ausgabeverzögerung)</translation>
     </message>
     <message>
         <source>Keyboard</source>
@@ -3752,6 +3748,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>&quot;%1&quot;</source>
         <translation>„%1“</translation>
+    </message>
+    <message>
+        <source>Output delay</source>
+        <translation>Ausgabeverzögerung</translation>
     </message>
 </context>
 <context>
@@ -3944,10 +3944,6 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>nichts</translation>
     </message>
     <message>
-        <source>Output delay between codes: %1</source>
-        <translation>Ausgabeverzögerung zwischen Codes: %1</translation>
-    </message>
-    <message>
         <source>&amp;Barcode</source>
         <translation>Bar&amp;code</translation>
     </message>
@@ -4034,6 +4030,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Layered &amp;function keys</source>
         <translation>&amp;Funktionstasten in Ebenen</translation>
+    </message>
+    <message>
+        <source>Output delay: %1</source>
+        <translation>Ausgabeverzögerung: %1</translation>
     </message>
 </context>
 <context>

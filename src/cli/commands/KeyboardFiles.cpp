@@ -128,9 +128,11 @@ std::vector<Command> KeyboardFileCommands() {
     std::vector<Command> commands;
     for (const host::KeyboardFileKind& kind : host::kKeyboardFiles) {
         const std::string key(CodeOf(kind.file));
+        const bool isOfReader = kind.file == host::KeyboardFile::ChipcardRom;
         commands.push_back({
             .name = key,
-            .summary = "Save or load the keyboard's " + std::string(kind.content),
+            .summary = (isOfReader ? "Save or load the " : "Save or load the keyboard's ") +
+                       std::string(kind.content),
             .footer = "Examples:\n  qxconf " + key + " save keyboard.bin\n  qxconf " + key +
                       " load keyboard.bin",
             .commands = {TransferCommand(kind, true), TransferCommand(kind, false)},

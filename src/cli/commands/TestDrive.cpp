@@ -49,7 +49,7 @@ Lines LinesOf(const Reception& reception, const host::Configuration& configurati
     Lines lines = {rows.empty() ? "the PC receives nothing" : "the PC receives"};
     Append(lines, AlignedLines(rows));
     if (!rows.empty() && reception.outputDelay)
-        lines.push_back("output delay between codes: " + std::to_string(*reception.outputDelay));
+        lines.push_back("output delay: " + std::to_string(*reception.outputDelay));
     for (const sim::Remark& remark : reception.remarks)
         lines.push_back(RemarkText(remark, configuration));
     return lines;

@@ -17,8 +17,7 @@ public:
     void Visit(FieldVisitor& fields) override {
         QXCommonKeyboard& control = Control();
         control.SetOutputDelay(static_cast<Byte>(
-            fields.Number({"outputDelay", "Pause between two characters (output delay)"},
-                          control.OutputDelay(), 0, 255)));
+            fields.Number({"outputDelay", "Output delay"}, control.OutputDelay(), 0, 255)));
     }
 };
 

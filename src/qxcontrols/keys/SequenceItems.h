@@ -50,7 +50,7 @@ public:
 
     // The items of the codes, 1 to 255 each: every code belongs to one of them, in their order.
     [[nodiscard]] std::vector<SequenceItem> Of(std::span<const Byte> codes) const;
-    // The characters of an item of the codes; none if it is no text.
+    // The characters of one of the items; empty if the item is not a text.
     [[nodiscard]] std::vector<SequenceCharacter> CharactersIn(std::span<const Byte> codes,
                                                               const SequenceItem& item) const;
     // The texts of the items, with blanks between them.
