@@ -200,7 +200,8 @@ QString DocumentMenu::OpenedText(const QString& file) const {
     const QString made = m_workbench.DocumentKeyboard();
     const QString present = m_workbench.KeyboardName();
     if (!made.isEmpty() && !present.isEmpty() && made != present)
-        text += u' ' + tr("It was made for a %1; this keyboard is a %2.").arg(made, present);
+        text +=
+            u' ' + tr("It was made for %1, but the connected keyboard is %2.").arg(made, present);
     QStringList absent;
     for (const host::Section* section : m_workbench.AbsentSections())
         absent.append(SectionTitle(section->Info().key));

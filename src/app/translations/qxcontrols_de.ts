@@ -400,8 +400,8 @@
         <translation>„%1“ wird geschlossen. Vorher die Änderungen speichern?</translation>
     </message>
     <message>
-        <source>It was made for a %1; this keyboard is a %2.</source>
-        <translation>Es wurde für eine %1 erstellt; diese Tastatur ist eine %2.</translation>
+        <source>It was made for %1, but the connected keyboard is %2.</source>
+        <translation>Es wurde für %1 erstellt, angeschlossen ist aber %2.</translation>
     </message>
 </context>
 <context>
