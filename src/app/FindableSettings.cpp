@@ -32,16 +32,16 @@ std::vector<Findable> FindableSettings(Workbench& workbench,
              WithGroup(NameText(setting.name), GroupText(workbench, setting)), value,
              [goTo, place = setting.place] { goTo(place); }});
         Findable& added = all.back();
-        added.isPart =
-            setting.name.elementParts > 0 && setting.name.parts.size() > setting.name.elementParts;
         for (const host::NamePart& part : setting.name.parts)
             added.otherName += views::ToQt(part.longCaption);
     };
     const host::Configuration& configuration = workbench.Configuration();
     for (const host::Setting& setting : configuration.List(workbench.History().AllSections())) {
         add(setting, ValueText(setting.value));
-        if (setting.name.elementParts > 0)
-            programmed.insert(setting.place.substr(0, setting.place.rfind('/')));
+        if (setting.name.elementParts == 0)
+            continue;
+        all.back().isPart = !setting.place.ends_with("/sequence");
+        programmed.insert(setting.place.substr(0, setting.place.rfind('/')));
     }
     std::vector<host::Section*> present = workbench.History().AllSections();
     std::erase_if(present, [&](const host::Section* each) { return !workbench.Has(*each); });

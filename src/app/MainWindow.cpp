@@ -31,16 +31,6 @@ namespace qx::app {
 
 using views::ToQt;
 
-namespace {
-
-// "POS keys › Key 12 (F12) and 2 more"
-QString TextOf(const host::History::Changed& step) {
-    const QString name = NameText(step.name);
-    return step.others == 0 ? name : MainWindow::tr("%1 and %2 more").arg(name).arg(step.others);
-}
-
-} // namespace
-
 MainWindow::MainWindow(Workbench& workbench, const Platform& platform, Language& language)
     : m_workbench(workbench), m_language(language),
       m_edits(workbench, platform,
@@ -337,8 +327,8 @@ void MainWindow::ShowDocument() {
         action.setIconText(QString(name).remove(u'&'));
         action.setToolTip(QString(whole).remove(u'&'));
     };
-    show(*m_undo, tr("&Undo"), history.CanUndo() ? TextOf(history.ToUndo()) : QString());
-    show(*m_redo, tr("&Redo"), history.CanRedo() ? TextOf(history.ToRedo()) : QString());
+    show(*m_undo, tr("&Undo"), history.CanUndo() ? NameText(history.ToUndo()) : QString());
+    show(*m_redo, tr("&Redo"), history.CanRedo() ? NameText(history.ToRedo()) : QString());
     setWindowTitle(tr("%1[*] — QXControls").arg(m_documents->DocumentName()));
     setWindowModified(m_workbench.IsModified());
     m_pages->ShowCounts();

@@ -168,6 +168,7 @@ QWidget* OverviewPage::MakeStages() {
     remedies->addWidget(simulated);
     remedies->addStretch(1);
     stages->addWidget(m_remedies);
+    stages->addSpacing(kCardGap); // the cards are another matter
     connect(again, &QPushButton::clicked, this, &OverviewPage::ConnectAgainRequested);
     connect(simulated, &QPushButton::clicked, this, &OverviewPage::SimulatedKeyboardRequested);
     return startUp;

@@ -81,7 +81,7 @@ QWidget* PreferencesPage::MakeGeneralTab() {
     QFormLayout* work = tab.AddGroup(tr("While you work"));
     m_editors->AddCheck(*work, Preference::AutoSave, tr("&Save documents automatically"));
     m_editors->AddCheck(*work, Preference::AutoTestdrive, tr("Open the &test page after writing"));
-    m_editors->AddCheck(*work, Preference::ShowUpcodes, tr("Show &released keys in sequences"));
+    m_editors->AddCheck(*work, Preference::ShowUpcodes, tr("Show key &releases in sequences"));
     m_editors->AddChoice(*work, Preference::AdvancedEditor, tr("&Open the sequence editor:"),
                          {{tr("With its button"), Integer{0}},
                           {tr("With its button or by typing on a sequence"), Integer{1}}});

@@ -25,7 +25,7 @@ using views::ToQt;
 namespace {
 
 constexpr int kPlaceRole = Qt::UserRole;
-constexpr int kMostWarnings = 4; // without scrolling
+constexpr int kHeightOfWarning = 150; // of the window: large ones show more without scrolling
 
 // A warning for users who write one document to several keyboards; empty if the keyboard keeps its
 // identifier.
@@ -113,13 +113,15 @@ QWidget* ReviewSheet::MakeWarnings(const std::vector<Remarks::Warning>& warnings
         item->setData(kPlaceRole, ToQt(warning.place));
         item->setToolTip(tr("Show this sequence on its page"));
     }
-    list->setMaximumHeight(list->sizeHintForRow(0) *
-                               std::min(static_cast<int>(warnings.size()), kMostWarnings) +
-                           2 * list->frameWidth());
+    const int count = static_cast<int>(warnings.size());
+    list->setFixedHeight(
+        list->sizeHintForRow(0) *
+            std::min(count, parentWidget()->window()->height() / kHeightOfWarning) +
+        2 * list->frameWidth());
     connect(list, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         Choose(item->data(kPlaceRole).toString().toStdString());
     });
-    auto* caption = new QLabel(tr("These sequences may not do what is intended:"));
+    auto* caption = new QLabel(tr("%n warning(s) about sequences:", nullptr, count));
     caption->setBuddy(list);
     list->setAccessibleName(caption->text());
     auto* both = new QWidget;

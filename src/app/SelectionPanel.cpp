@@ -44,7 +44,6 @@ QToolButton* ActionButton(QAction* action, const QString& name) {
     button->setDefaultAction(action);
     button->setObjectName(name);
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setPopupMode(QToolButton::InstantPopup); // if the action has a menu
     button->setFocusPolicy(Qt::StrongFocus);
     return button;
 }
@@ -109,10 +108,14 @@ QWidget* SelectionPanel::MakeSeries() {
     form->addRow(tr("Text:"), m_text);
     form->addRow(tr("First number:"), m_first);
     form->addRow(tr("Digits:"), m_digits);
+    outcome->setSpacing(form->verticalSpacing());
+    for (QWidget* beside : std::initializer_list<QWidget*>{m_enter, m_preview})
+        beside->setMinimumHeight(m_first->sizeHint().height()); // in the rows of the form
     outcome->addWidget(m_enter);
     outcome->addWidget(m_preview);
-    outcome->addWidget(m_fault);
     outcome->addWidget(m_fill, 0, Qt::AlignLeft);
+    outcome->addWidget(m_fault);
+    outcome->addStretch(1);
     return group;
 }
 

@@ -97,7 +97,7 @@ QString WordOf(const SectionEntry& section, std::string_view key) {
 }
 
 QString ReleasesText() {
-    return Translated(QT_TRANSLATE_NOOP("SettingWords", "Show released keys"));
+    return Translated(QT_TRANSLATE_NOOP("SettingWords", "Show key releases"));
 }
 
 QString ProgrammedText(int keys) {
@@ -110,6 +110,15 @@ QString NameText(const host::SettingName& name) {
     std::vector<std::string> steps = TranslatedSteps(name);
     steps.insert(steps.begin(), SectionTitle(name.section).toStdString());
     return QString::fromStdString(host::JoinedSteps(steps));
+}
+
+QString NameText(const host::History::Changed& step) {
+    const int changes = static_cast<int>(step.others) + 1;
+    const QString name = NameText(step.name);
+    return changes == 1
+               ? name
+               : QCoreApplication::translate("SettingWords", "%1 (%n change(s))", nullptr, changes)
+                     .arg(name);
 }
 
 QString NameInSection(const host::SettingName& name) {

@@ -1,6 +1,7 @@
 // SettingWords: settings and values in the language of the program, by the words of their sections.
 #pragma once
 
+#include "host/History.h"
 #include "host/SettingName.h"
 
 #include <QIcon>
@@ -36,6 +37,8 @@ struct SectionEntry;
 
 // "Layered function keys › Layer 3, F4 › Description"; a section as a whole by its title.
 [[nodiscard]] QString NameText(const host::SettingName& name);
+// Of a step: "POS keys › Key 12 (F12) (3 changes)".
+[[nodiscard]] QString NameText(const host::History::Changed& step);
 // The same without the section, for a list under its title.
 [[nodiscard]] QString NameInSection(const host::SettingName& name);
 // The name of a key with that of the group it belongs to, which may be empty: "Key 3 (F2) › Block 1

@@ -82,8 +82,9 @@ void Transfers::Read() {
     if (!m_documents.MayLeaveDocument())
         return;
     Attempt(tr("Nothing was read; the document is unchanged."), [this] {
-        const auto listed = [this] {
-            return m_workbench.Configuration().List(m_workbench.History().Sections());
+        // A document may have had fewer than the keyboard.
+        const auto listed = [this, sections = m_workbench.History().Sections()] {
+            return m_workbench.Configuration().List(sections);
         };
         const bool isFirst = m_workbench.File().empty() && !m_hasRead;
         const auto before = listed();

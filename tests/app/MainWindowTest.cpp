@@ -127,7 +127,7 @@ TEST(MainWindow, AKeyboardWithoutAModuleShowsItAsAbsentAndKeepsTheDocumentsSetti
                "commonKeyboard": {"outputDelay": 3}})";
     desk.window->Documents().Open(QString::fromStdString((desk.folder / "full.json").string()));
     EXPECT_TRUE(desk.Notice().contains(QStringLiteral("POS")));
-    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("made for a OTHER")));
+    EXPECT_TRUE(desk.Notice().contains(QStringLiteral("made for OTHER")));
     EXPECT_EQ(desk.Write().size(), 1);
     EXPECT_EQ(desk.Memory(MODULE_MAGNET_CONFIG, 0, 1), Bytes("03"));
     EXPECT_NE(desk.Document().find("\"pos\""), std::string::npos);

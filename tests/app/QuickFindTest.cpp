@@ -165,6 +165,11 @@ TEST(QuickFind, KnowsKeysByEveryNameThatTheyHave) {
         << titles.join(u' ').toStdString();
     EXPECT_EQ(first("f2"), "Free keys › Key 113 (F2)");
     EXPECT_TRUE(found->item(6)->text().endsWith(QStringLiteral(", F2"))) << "before F20";
+    first("pos");
+    const auto keys = found->findItems(QStringLiteral("Keys ("), Qt::MatchStartsWith);
+    ASSERT_EQ(keys.size(), 1);
+    EXPECT_TRUE(found->item(found->row(keys[0]) + 1)->text().startsWith("POS keys › Key 12 ("))
+        << "what sends something comes first";
     EXPECT_EQ(first("esc"), "Free keys › Key 110 (Esc)");
     EXPECT_TRUE(found->item(2)->text().startsWith("POS keys › Key 1 (Esc)"))
         << "neither its number nor its colour";

@@ -294,6 +294,17 @@ TEST(Transfers, AReadDocumentThatDiffersFromTheLastIsReportedAndShown) {
         [&] { return desk.Find<QListWidget>("pages")->currentItem()->text() == "Keyboard"; }));
 }
 
+TEST(Transfers, AReadComparesWithWhatTheDocumentHad) {
+    Desk desk;
+    const std::filesystem::path file = desk.folder / "delay.json";
+    files::WriteFileAtomically(file, R"({"format": "qx-configuration", "version": 1,
+                                         "commonKeyboard": {"outputDelay": 6}})");
+    desk.window->Documents().Open(QString::fromStdString(file.string()));
+    desk.window->Transfers().Read();
+    EXPECT_EQ(desk.Notice().toStdString(),
+              "All settings were read; the keyboard itself was not changed.");
+}
+
 TEST(Transfers, DamageIsRepairedOnlyWhenTheUserWantsIt) {
     Desk desk;
     desk.Page("commonKeyboard");

@@ -89,6 +89,7 @@ public:
             QToolButton* button = ActionButton(action, action->objectName());
             if (action->menu() != nullptr) { // no room for a text and its arrow
                 button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+                button->setPopupMode(QToolButton::InstantPopup);
                 button->setMinimumWidth(button->sizeHint().width() + kArrow);
             }
             buttons->addWidget(button);

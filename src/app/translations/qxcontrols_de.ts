@@ -2180,10 +2180,6 @@
         <source>%1[*] — QXControls</source>
         <translation>%1[*] – QXControls</translation>
     </message>
-    <message>
-        <source>%1 and %2 more</source>
-        <translation>%1 und %2 weitere</translation>
-    </message>
 </context>
 <context>
     <name>ModulePage</name>
@@ -2535,7 +2531,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Nach dem Schreiben die Seite „A&amp;usprobieren“ öffnen</translation>
     </message>
     <message>
-        <source>Show &amp;released keys in sequences</source>
+        <source>Show key &amp;releases in sequences</source>
         <translation>&amp;Loslassen von Tasten in Folgen anzeigen</translation>
     </message>
     <message>
@@ -3113,16 +3109,19 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Technische Einzelheiten</translation>
     </message>
     <message>
-        <source>These sequences may not do what is intended:</source>
-        <translation>Diese Folgen bewirken vielleicht nicht, was beabsichtigt ist:</translation>
-    </message>
-    <message>
         <source>The keyboard&apos;s identifier is replaced by another one. If the document belongs to another keyboard, both then have the same identifier.</source>
         <translation>Die Kennung der Tastatur wird durch eine andere ersetzt. Gehört das Dokument zu einer anderen Tastatur, haben danach beide dieselbe Kennung.</translation>
     </message>
     <message>
         <source>The keyboard has no identifier and is given one. If the document is written to several keyboards, they all have the same identifier.</source>
         <translation>Die Tastatur hat keine Kennung und erhält eine. Wird das Dokument in mehrere Tastaturen geschrieben, haben alle dieselbe Kennung.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n warning(s) about sequences:</source>
+        <translation>
+            <numerusform>Eine Warnung zu einer Folge:</numerusform>
+            <numerusform>%n Warnungen zu Folgen:</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -3675,7 +3674,7 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
         <translation>Feste Bytes</translation>
     </message>
     <message>
-        <source>Show released keys</source>
+        <source>Show key releases</source>
         <translation>Loslassen von Tasten anzeigen</translation>
     </message>
     <message>
@@ -3752,6 +3751,13 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Output delay</source>
         <translation>Ausgabeverzögerung</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n change(s))</source>
+        <translation>
+            <numerusform>%1 (eine Änderung)</numerusform>
+            <numerusform>%1 (%n Änderungen)</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -143,6 +143,13 @@
             <numerusform>%n bytes are sent.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n warning(s) about sequences:</source>
+        <translation>
+            <numerusform>%n warning about a sequence:</numerusform>
+            <numerusform>%n warnings about sequences:</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>SelectionPanel</name>
@@ -161,6 +168,13 @@
         <translation>
             <numerusform>One key programmed</numerusform>
             <numerusform>%n keys programmed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n change(s))</source>
+        <translation>
+            <numerusform>%1 (%n change)</numerusform>
+            <numerusform>%1 (%n changes)</numerusform>
         </translation>
     </message>
 </context>
