@@ -65,7 +65,7 @@ BackupsPage::BackupsPage(Workbench& workbench, QWidget* parent)
     m_list->setObjectName(QStringLiteral("backups"));
     m_list->setAccessibleName(tr("Backups"));
     m_list->setHeaderLabels(
-        {tr("Time"), tr("Keyboard"), tr("Unit"), tr("Written next"), tr("Differences")});
+        {tr("Time"), tr("Keyboard"), tr("Unit"), tr("Then written"), tr("Differences")});
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAlternatingRowColors(true);

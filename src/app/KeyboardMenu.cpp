@@ -12,6 +12,17 @@
 
 namespace qx::app {
 
+namespace {
+
+// Whether there is a driver, and no keyboard that answers it.
+bool IsNoAnswer(const std::exception& exception) {
+    const auto* error = dynamic_cast<const host::Error*>(&exception);
+    return error != nullptr &&
+           (error->Why() == host::Cause::OpeningFailed || error->Why() == host::Cause::NoDirectory);
+}
+
+} // namespace
+
 KeyboardMenu::KeyboardMenu(Workbench& workbench, Transfers& transfers, QWidget* window)
     : QObject(window), m_workbench(workbench), m_transfers(transfers), m_window(window),
       m_startChoice(workbench.Choice()) {
@@ -47,6 +58,11 @@ bool KeyboardMenu::Connect(const setup::KeyboardChoice& choice) {
         m_workbench.Connect(choice);
     } catch (const std::exception& error) {
         m_failure = FailureOf({}, error);
+        if (IsNoAnswer(error))
+            m_failure.text +=
+                QStringLiteral("\n\n") +
+                tr("Check that the keyboard is plugged in, that no other program uses it, and "
+                   "that the chosen driver library belongs to it.");
         emit ConnectionFailed(m_failure);
         return false;
     }

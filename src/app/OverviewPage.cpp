@@ -209,11 +209,15 @@ void OverviewPage::ShowStages() {
         {Stage::Driver, tr("Opening the driver")},
         {Stage::Directory, tr("Finding the keyboard's modules")},
         {Stage::Naming, tr("Reading its name and versions")}};
+    bool hasFailed = false;
     for (int i = 0; i < kStages; ++i) {
         const auto& [stage, name] = stages[i];
         const State state = m_workbench.Stages().Of(stage);
         m_marks[i]->setPixmap(MarkOf(state));
-        m_stages[i]->setText(QStringLiteral("%1: %2").arg(name, WordOf(state)));
+        hasFailed = hasFailed || state == State::Failed;
+        const bool isLeftOut = hasFailed && state == State::Waiting;
+        m_stages[i]->setText(
+            QStringLiteral("%1: %2").arg(name, isLeftOut ? tr("not tried") : WordOf(state)));
         for (QLabel* part : {m_marks[i], m_stages[i]})
             part->repaint(); // the program is busy with the keyboard
     }
@@ -221,12 +225,7 @@ void OverviewPage::ShowStages() {
 
 void OverviewPage::ShowFailure(const Failure& reason) {
     const bool hasFailed = !reason.text.isEmpty();
-    QString text;
-    if (hasFailed)
-        text = tr("%1\n\nCheck that the keyboard is plugged in, that no other program uses it, and "
-                  "that the chosen driver library belongs to it.")
-                   .arg(reason.text);
-    m_failure->setText(text);
+    m_failure->setText(reason.text);
     m_failure->setToolTip(views::Plain(reason.details));
     m_failure->setAccessibleDescription(reason.details);
     m_failure->setVisible(hasFailed);

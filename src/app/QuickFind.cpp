@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kMostOfGroup = 6;
 constexpr std::size_t kMostRows = 14; // without headings
 constexpr std::size_t kLeastOfGroup = 2;
-constexpr int kPopupWidth = 560;
+constexpr int kPopupWidth = 640;
 constexpr int kIndexRole = Qt::UserRole;
 
 bool BeginsWord(const QString& text, qsizetype at) {

@@ -292,9 +292,8 @@ bool Transfers::Recover() {
 void Transfers::ResolveFound(const std::vector<host::JournalEntry>& writes) {
     Attempt(tr("The interrupted write could not be resolved."), [&] {
         Resolve(writes,
-                tr("Writing %1 to this keyboard was interrupted (%2). The keyboard may hold only a "
-                   "part of "
-                   "it.")
+                tr("Writing %1 to this keyboard was interrupted (%2). The keyboard may hold only "
+                   "part of it.")
                     .arg(DocumentText(writes.front().document), LocalTime(writes.front().time)),
                 {});
     });

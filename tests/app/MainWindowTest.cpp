@@ -174,11 +174,20 @@ TEST(MainWindow, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {
     Desk desk;
     EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
-    EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in")));
+    const auto asksForThePlug = [&] {
+        return desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in"));
+    };
+    EXPECT_FALSE(asksForThePlug()) << "there is not even a driver";
+    files::WriteFileAtomically(desk.folder / "mute.qxk.wild", "QXCFG_Init refuse");
+    EXPECT_FALSE(
+        desk.window->Keyboards().Connect({QX_WILD_DRIVER, desk.folder / "mute.qxk", "full"}));
+    EXPECT_TRUE(asksForThePlug());
+    EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
     QStringList stages;
     for (const auto* label : desk.window->findChildren<QLabel*>())
         stages.append(label->text());
     EXPECT_TRUE(stages.contains(QStringLiteral("Opening the driver: failed")));
+    EXPECT_TRUE(stages.contains(QStringLiteral("Finding the keyboard's modules: not tried")));
     desk.window->Transfers().Read();
     desk.window->Transfers().Write();
     ASSERT_EQ(desk.warnings.size(), 2) << desk.warnings.join(' ').toStdString();

@@ -82,7 +82,7 @@
         <translation>Die Sicherung lässt sich nicht vergleichen.</translation>
     </message>
     <message>
-        <source>Written next</source>
+        <source>Then written</source>
         <translation>Danach geschrieben</translation>
     </message>
     <message>
@@ -1891,6 +1891,10 @@
         <source>Review the document&apos;s changes, write them and read them back (Ctrl+Shift+W)</source>
         <translation>Die Änderungen des Dokuments prüfen, schreiben und zurücklesen (Strg+Umschalt+W)</translation>
     </message>
+    <message>
+        <source>Check that the keyboard is plugged in, that no other program uses it, and that the chosen driver library belongs to it.</source>
+        <translation>Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr gehört.</translation>
+    </message>
 </context>
 <context>
     <name>KeyboardPicture</name>
@@ -2250,14 +2254,6 @@
         <translation>Adresse</translation>
     </message>
     <message>
-        <source>%1
-
-Check that the keyboard is plugged in, that no other program uses it, and that the chosen driver library belongs to it.</source>
-        <translation>%1
-
-Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie benutzt und ob die gewählte Treiberbibliothek zu ihr passt.</translation>
-    </message>
-    <message>
         <source>Bootloader</source>
         <translation>Bootloader</translation>
     </message>
@@ -2348,6 +2344,10 @@ Prüfen Sie, ob die Tastatur angeschlossen ist, ob kein anderes Programm sie ben
     <message>
         <source>Features</source>
         <translation>Ausstattung</translation>
+    </message>
+    <message>
+        <source>not tried</source>
+        <translation>nicht ausgeführt</translation>
     </message>
 </context>
 <context>
@@ -4331,7 +4331,7 @@ Beim Reparieren werden dort alle Einstellungen durch die des Dokuments ersetzt. 
         </translation>
     </message>
     <message>
-        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard may hold only a part of it.</source>
+        <source>Writing %1 to this keyboard was interrupted (%2). The keyboard may hold only part of it.</source>
         <translation>Das Schreiben in diese Tastatur wurde unterbrochen (%1, %2). Die Tastatur enthält möglicherweise nur einen Teil der neuen Daten.</translation>
     </message>
 </context>
