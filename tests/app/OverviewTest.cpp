@@ -1,8 +1,13 @@
-// The overview: the picture of the keyboard and the cards lead to the pages.
+// The overview: the picture of the keyboard and the cards lead to the pages; what it shows without
+// a keyboard.
 #include "Desk.h"
+#include "files/Files.h"
 #include "host/FieldLister.h"
 
 #include <QCommandLinkButton>
+#include <QFormLayout>
+#include <QSlider>
+#include <QTableWidget>
 
 #include <fstream>
 
@@ -136,6 +141,57 @@ TEST_F(Overview, KeysComeBeforeReadersInTheList) {
     EXPECT_EQ(ids.join(' ').simplified().toStdString(),
               "overview commonKeyboard freeProgKeys layeredFuncKeys pos magnetCard barcode files "
               "backups testDrive preferences");
+}
+
+TEST_F(Overview, AKeyboardThatDoesNotAnswerIsReportedWithAdvice) {
+    EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
+    EXPECT_TRUE(desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("no.so")));
+    const auto asksForThePlug = [&] {
+        return desk.Find<QLabel>("lblFailure")->text().contains(QStringLiteral("plugged in"));
+    };
+    EXPECT_FALSE(asksForThePlug()) << "there is not even a driver";
+    files::WriteFileAtomically(desk.folder / "mute.qxk.wild", "QXCFG_Init refuse");
+    EXPECT_FALSE(
+        desk.window->Keyboards().Connect({QX_WILD_DRIVER, desk.folder / "mute.qxk", "full"}));
+    EXPECT_TRUE(asksForThePlug());
+    EXPECT_FALSE(desk.window->Keyboards().Connect({desk.folder / "no.so", {}, {}}));
+    QStringList stages;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        stages.append(label->text());
+    EXPECT_TRUE(stages.contains(QStringLiteral("Opening the driver: failed")));
+    EXPECT_TRUE(stages.contains(QStringLiteral("Finding the keyboard's modules: not tried")));
+    desk.window->Transfers().Read();
+    desk.window->Transfers().Write();
+    ASSERT_EQ(desk.warnings.size(), 2) << desk.warnings.join(' ').toStdString();
+    for (const QString& warning : desk.warnings)
+        EXPECT_TRUE(warning.contains(QStringLiteral("No keyboard is connected")));
+    desk.Page("commonKeyboard"); // the document can still be edited
+    desk.Find<QSlider>("slidOutputDelay")->setValue(9);
+    EXPECT_TRUE(desk.workbench.IsModified());
+    EXPECT_TRUE(desk.window->Keyboards().Connect({{}, desk.folder / "keyboard.qxk", {}}));
+    desk.workbench.Preferences().SetVersionFirmware(0x200);
+    EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
+    EXPECT_TRUE(desk.Find<QLabel>("lblKeyboard")->toolTip().contains(QStringLiteral("P100")));
+    desk.workbench.Preferences().SetVersionFirmware(0x100);
+    EXPECT_TRUE(desk.window->Keyboards().Connect(desk.workbench.Choice()));
+    EXPECT_EQ(desk.Find<QLabel>("lblKeyboard")->toolTip(), QString()) << "recent enough";
+
+    desk.Page("overview");
+    desk.Click("foldDetails");
+    QStringList rows;
+    for (const auto* label : desk.window->findChildren<QLabel*>())
+        if (const auto* form = qobject_cast<QFormLayout*>(label->parentWidget()->layout()))
+            if (const auto* name =
+                    qobject_cast<QLabel*>(form->labelForField(const_cast<QLabel*>(label))))
+                rows.append(name->text() + label->text());
+    for (const char* row : {"Name:QX-POS-FULL", "Firmware:P100", "Bootloader:B100", "Country:US01",
+                            "Configuration:C001", "Kind:simulated keyboard"})
+        EXPECT_TRUE(rows.contains(QLatin1String(row))) << row;
+    const auto* directory = desk.Find<QTableWidget>("directory");
+    ASSERT_EQ(directory->rowCount(), 8);
+    EXPECT_EQ(directory->item(6, 0)->text(), QStringLiteral("6"));
+    EXPECT_EQ(directory->item(6, 1)->text(), QStringLiteral("MODULE_POS"));
+    EXPECT_EQ(directory->item(6, 2)->text(), QStringLiteral("0x4000"));
 }
 
 } // namespace
